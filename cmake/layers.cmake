@@ -1,0 +1,46 @@
+# The layers of the design. LINKS are the arrows: a layer includes only what it links.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(PCRE REQUIRED IMPORTED_TARGET libpcre)
+pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+find_package(nlohmann_json 3.11 REQUIRED)
+find_package(CLI11 REQUIRED)
+
+kvd_layer(kvd_text FOLDERS src/text)
+if(WIN32)
+  set(KVD_SYSTEM windows)
+else()
+  set(KVD_SYSTEM posix)
+endif()
+kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text)
+
+# Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.
+add_library(creo INTERFACE)
+target_include_directories(creo INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_link_libraries(creo INTERFACE kvd_text)
+
+kvd_layer(creo_headless
+  FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
+          src/headless/creo
+  LINKS creo kvd_os nlohmann_json::nlohmann_json)
+
+kvd_layer(kvd_plugin
+  FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
+          src/reports src/ui
+  LINKS creo kvd_os PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP)
+
+# What a host loads: the plug-in over the headless session, with just its two entries visible.
+file(WRITE ${CMAKE_BINARY_DIR}/empty.cpp "")
+add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
+target_link_libraries(kelvane_user PRIVATE -Wl,--whole-archive kvd_plugin -Wl,--no-whole-archive creo_headless)
+target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
+set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
+
+file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h)
+list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
+add_library(kelvane_verbs STATIC ${kelvane_sources})
+target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)
+target_precompile_headers(kelvane_verbs REUSE_FROM kvd_pch)
+target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP)
+add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)
+target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
+set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

@@ -1,0 +1,39 @@
+# Compiler cache and a fast linker where they are installed; warnings and sanitizers for our own targets.
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+endif()
+find_program(MOLD mold)
+if(MOLD)
+  add_link_options(-fuse-ld=mold)
+endif()
+
+add_library(kvd_flags INTERFACE)
+target_compile_options(kvd_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wcast-qual -Wformat=2 -Wunused -Werror -fno-math-errno)
+if(KVD_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# The standard library alone is precompiled: it never changes, so one change of ours rebuilds only what includes it.
+add_library(kvd_pch OBJECT ${CMAKE_CURRENT_LIST_DIR}/pch.cpp)
+target_precompile_headers(kvd_pch PRIVATE
+  <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory> <optional> <set> <span> <string>
+  <string_view> <system_error> <unordered_map> <unordered_set> <utility> <variant> <vector>)
+
+# kvd_layer(NAME FOLDERS... [LINKS targets...]): a static library of all sources of these folders.
+function(kvd_layer name)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;LINKS;PRIVATE_LINKS" ${ARGN})
+  set(sources "")
+  foreach(folder ${ARG_FOLDERS})
+    file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
+    list(APPEND sources ${found})
+  endforeach()
+  add_library(${name} STATIC ${sources})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_precompile_headers(${name} REUSE_FROM kvd_pch)
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE kvd_flags ${ARG_PRIVATE_LINKS})
+endfunction()

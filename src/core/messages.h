@@ -1,0 +1,28 @@
+// The texts of the log, in German and English, by number. Creo's own message file kvusermsg.txt is another thing: it
+// holds what Creo itself displays.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace core {
+
+constexpr int kMessageCount = 422;
+using MessageTable = std::array<const wchar_t*, kMessageCount>;
+extern const MessageTable lang_de;
+extern const MessageTable lang_en;
+extern const int langkey;  // how many entries the tables must have
+
+// The text of a number in the current language. Numbers are constants of 0 to 421.
+const wchar_t* msgText(int id);
+// "de", case-blind, selects German; anything else English.
+void setLanguage(std::wstring_view language);
+bool useGerman();
+// 0, or 1 when the tables differ in length; then three lines in Creo's message area tell the lengths.
+int checkMessageTables();
+
+// Creo's feature type for a list's code, a decimal text "0" to "245". A text that is no entry gives 3.
+int featureTypeFromCode(std::wstring_view code);
+
+}  // namespace core

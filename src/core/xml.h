@@ -1,0 +1,88 @@
+// The reader of action lists and filters. A small language of its own, not all of XML: elements and double-quoted
+// attributes; text between tags, the <?...?> forms and a byte-order mark have no effect; closing tags aren't compared.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace core {
+
+// Limits of a document, in UTF-16 units. What exceeds them is refused with an error, never cut.
+constexpr std::size_t kXmlNameLimit = 259;
+constexpr std::size_t kXmlValueLimit = 25999;
+
+struct XmlAttr {
+  std::wstring_view name, value;  // into the document
+};
+
+// A chain of blocks of eight. A full block always has a next one, possibly empty.
+template <class T>
+struct XmlBlock {
+  std::array<T*, 8> items{};
+  XmlBlock* next = nullptr;
+  std::uint16_t count = 0;
+};
+struct XmlNode;
+using XmlChildBlock = XmlBlock<XmlNode>;
+using XmlAttrBlock = XmlBlock<XmlAttr>;
+
+struct XmlNode {
+  XmlNode* next = nullptr;    // document order
+  XmlNode* prev = nullptr;
+  XmlNode* parent = nullptr;  // the document node is its own parent
+  XmlChildBlock* children = nullptr;
+  XmlAttrBlock* attributes = nullptr;
+  std::wstring_view name;     // "root" for the document node
+  std::size_t position = 0;   // of the tag's "<" in the text, in characters
+  std::uint16_t isElement = 0;
+};
+
+// Owns the text, all nodes, blocks and attributes. `root()` is the synthetic node named "root": its `next` and its
+// child 0 are the element that the file opens with (null in an empty document).
+class XmlDocument {
+ public:
+  explicit XmlDocument(std::wstring text);
+  ~XmlDocument();
+  XmlDocument(const XmlDocument&) = delete;
+  XmlDocument& operator=(const XmlDocument&) = delete;
+  [[nodiscard]] XmlNode* root() const;
+  // The line, from 1, of a node's tag.
+  [[nodiscard]] std::size_t lineOf(const XmlNode& node) const;
+
+ private:
+  friend struct XmlLoaded xmlParse(std::wstring text);
+  struct Store;
+  std::unique_ptr<Store> store_;
+};
+
+// document is null on a fault; fault then says why, for a name or value over its limit with the line:
+// "line 12: a value holds more than 25999 characters".
+struct XmlLoaded {
+  std::unique_ptr<XmlDocument> document;
+  std::wstring fault;
+  explicit operator bool() const { return document != nullptr; }
+};
+
+XmlLoaded xmlParse(std::wstring text);
+// Reads a UTF-8 file. A file that can't be opened: null, and the fault names the path and the reason.
+XmlLoaded xmlLoadFile(std::wstring_view path);
+
+// Number of children: the sum of the block counts along the chain. Null is 0.
+std::size_t xmlChildCount(const XmlNode* node);
+// The child at an index counted from this block on; null when there is none.
+XmlNode* xmlChildAt(const XmlChildBlock* block, std::size_t index);
+// The first attribute of that exact name, or null.
+const XmlAttr* attrFind(const XmlAttrBlock* block, std::wstring_view name);
+
+// Calls f(XmlNode&) for each child in order; linear, unlike counting with xmlChildAt.
+template <class F>
+void xmlEachChild(const XmlNode& node, F&& f) {
+  for (const XmlChildBlock* block = node.children; block; block = block->next)
+    for (std::uint16_t i = 0; i < block->count; ++i) f(*block->items[i]);
+}
+
+}  // namespace core

@@ -1,0 +1,35 @@
+// The one comparison for texts that a user wrote. A pattern says by its form how it is matched:
+//   "/x/"        a PCRE expression, unanchored; "(?i)" in it makes umlauts case-blind too
+//   with a "*"   anchored, case-blind, "*" for any run, "**" for one literal star
+//   else         equality without regard to case
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace engine {
+
+// 1 match, 0 none, -1 an expression that doesn't compile or holds nothing. Callers test for 1.
+// Compiled patterns are kept in a bounded cache; the results are those of compiling anew. Matching is bounded: an
+// expression that backtracks without end gives 0.
+int wildcardCompare(std::wstring_view pattern, std::wstring_view text);
+// The same on UTF-8.
+int narrowCompare(std::string_view pattern, std::string_view text);
+// PCRE on UTF-8 bytes, no options, from position 0. 1, 0, or -1 where it doesn't compile.
+int regexMatch(std::string_view expression, std::string_view text);
+
+// text with each match of the pattern replaced: at each position, left to right, the longest piece of text that
+// wildcardCompare accepts. Replacements aren't searched again.
+std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, std::wstring_view replacement);
+
+// "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in UTF-8.
+void foldUmlauts(std::string& text);
+
+// The second blank-separated word: what stands between the first blank and the next one (or the end).
+std::wstring secondWord(std::wstring_view text);
+
+// Texts by which callers know numbers before they read them.
+constexpr std::wstring_view kIntegerPattern = L"/^-{0,1}\\d+$/";
+constexpr std::wstring_view kDoublePattern = L"/^-{0,1}\\d+[\\d,e,-]*\\.{0,1}[\\d,e,-]*$/";
+
+}  // namespace engine

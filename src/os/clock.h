@@ -1,0 +1,33 @@
+// The clock, so that tests can set it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace os {
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  // Seconds since 1970-01-01 00:00:00 UTC.
+  virtual std::int64_t seconds() = 0;
+};
+std::unique_ptr<Clock> machineClock();
+
+// Stands where it is set.
+class FixedClock : public Clock {
+ public:
+  explicit FixedClock(std::int64_t at) : at_(at) {}
+  std::int64_t seconds() override { return at_; }
+  void set(std::int64_t at) { at_ = at; }
+
+ private:
+  std::int64_t at_;
+};
+
+// strftime of local time in the C locale, for the conversions %Y %y %m %d %H %I %M %S %p. Empty when the time has no
+// local form.
+std::wstring localTime(std::int64_t seconds, const char* pattern);
+
+}  // namespace os

@@ -29,7 +29,6 @@ kvd_layer(kvd_plugin
   LINKS creo kvd_os PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP)
 
 # What a host loads: the plug-in over the headless session, with just its two entries visible.
-file(WRITE ${CMAKE_BINARY_DIR}/empty.cpp "")
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
 target_link_libraries(kelvane_user PRIVATE -Wl,--whole-archive kvd_plugin -Wl,--no-whole-archive creo_headless)
 target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
@@ -37,7 +36,7 @@ set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/c
 
 file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h)
 list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
-add_library(kelvane_verbs STATIC ${kelvane_sources})
+add_library(kelvane_verbs STATIC ${kelvane_sources} ${CMAKE_BINARY_DIR}/empty.cpp)
 target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)
 target_precompile_headers(kelvane_verbs REUSE_FROM kvd_pch)
 target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP)

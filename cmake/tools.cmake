@@ -1,4 +1,5 @@
 # Compiler cache and a fast linker where they are installed; warnings and sanitizers for our own targets.
+file(WRITE ${CMAKE_BINARY_DIR}/empty.cpp "")
 find_program(CCACHE ccache)
 if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
@@ -19,6 +20,7 @@ endif()
 
 # The standard library alone is precompiled: it never changes, so one change of ours rebuilds only what includes it.
 add_library(kvd_pch OBJECT ${CMAKE_CURRENT_LIST_DIR}/pch.cpp)
+target_link_libraries(kvd_pch PRIVATE kvd_flags)
 target_precompile_headers(kvd_pch PRIVATE
   <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory> <optional> <set> <span> <string>
   <string_view> <system_error> <unordered_map> <unordered_set> <utility> <variant> <vector>)
@@ -31,7 +33,7 @@ function(kvd_layer name)
     file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
     list(APPEND sources ${found})
   endforeach()
-  add_library(${name} STATIC ${sources})
+  add_library(${name} STATIC ${sources} ${CMAKE_BINARY_DIR}/empty.cpp)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_precompile_headers(${name} REUSE_FROM kvd_pch)

@@ -1,0 +1,31 @@
+// Family tables: a generic, its columns (items) and its rows (instances), which may be generics themselves.
+#pragma once
+
+#include "creo/ProParameter.h"
+
+namespace creo {
+
+struct ProFamtable { ProMdl owner; };
+// A row of a generic's table.
+struct ProFaminstance { std::wstring name; ProMdl owner; };
+enum class ProFamitemType : int { unused = 0, parameter = 1, dimension = 2, feature = 3, component = 4 };
+struct ProFamtableItem { ProFamitemType type = ProFamitemType::unused; std::wstring name; };
+
+// ProNoError: the solid has a family table with rows. ProNotFound: none. ProBadInputs: no solid.
+ProError ProSolidFamtableCheck(ProMdl solid);
+Got<ProFamtable> ProFamtableInit(ProMdl solid);
+ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor);
+// The instance as a model in memory; it shares the generic's document. ProGeneralError: the row can't be built.
+Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance);
+// An instance's generic as a model. immediate: the one whose table has the row, else the topmost. ProNotFound: the
+// model is no instance.
+Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate);
+// Name and version of the immediate generic. ProNotFound: the model is no instance.
+struct ProGenericInfo { std::wstring name; int version = 0; };
+Got<ProGenericInfo> ProFaminstanceImmediategenericinfoGet(ProMdl instance);
+
+Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter);
+// Adds a column. ProExists: it is there; ProNoFamtable: the model has no family table.
+ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item);
+
+}  // namespace creo

@@ -1,0 +1,54 @@
+// Models in memory.
+#pragma once
+
+#include "creo/ProTypes.h"
+
+namespace creo {
+
+// Name and place of a model. type is upper case ("PRT"). A model on disk has a device that is never empty ("d"), the
+// path has its closing backslash ("\models\"); version is the number of the file that was read, 0 for a new model.
+struct ProMdlData {
+  std::wstring name, type, device, path, host;
+  int version = 0;
+};
+// A model that another one uses.
+struct ProDependency {
+  std::wstring name;
+  std::wstring typeText;  // upper case: "PRT"
+  ProMdlType type = ProMdlType::unused;
+};
+
+// The model of the current window. ProNotFound: no window, or an empty one.
+Got<ProMdl> ProMdlCurrentGet();
+// A model that is in memory. ProNotFound: it isn't.
+Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
+// Brings a model into memory, with the models it uses; one that is there already is given as it is. The working folder
+// is looked in first, then the session's folder of models; "NAME<GENERIC>" or an instance's bare name gives an instance.
+// ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and reason.
+Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
+// ProBadInputs for a handle that has gone, here and below. Upper case.
+Got<std::wstring> ProMdlNameGet(ProMdl model);
+Got<ProMdlType> ProMdlTypeGet(ProMdl model);
+Got<ProMdlData> ProMdlDataGet(ProMdl model);
+// Saves the model as the next version of its document; an instance saves its generic. Raises notification 103 before.
+// ProGeneralError: not written (the old versions are whole), the message area has the reason.
+ProError ProMdlSave(ProMdl model);
+// Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its generic.
+ProError ProMdlErase(ProMdl model);
+// May the model be changed? False: a read-only document. askUser: Creo may ask the user to resolve a conflict.
+Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
+Got<bool> ProMdlIsSkeleton(ProMdl model);
+// True when it was changed since it was read or saved.
+Got<bool> ProMdlModificationVerify(ProMdl model);
+// What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them.
+// Each once, in the document's order.
+Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model);
+// The model itself as an owner of parameters.
+Got<ProModelitem> ProMdlToModelitem(ProMdl model);
+
+// Shows the model: in its own window if it has one, else in the current one (a window is opened where there is none).
+ProError ProMdlDisplay(ProMdl model);
+// The number of the model's window. ProNotFound: it has none.
+Got<int> ProMdlWindowGet(ProMdl model);
+
+}  // namespace creo

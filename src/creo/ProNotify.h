@@ -1,0 +1,39 @@
+// Creo's notifications. One handler a number; it is called when the event comes, or, for what follows an operation,
+// once control is back with Creo.
+#pragma once
+
+#include "creo/ProTypes.h"
+
+namespace creo {
+
+// Creo's numbers, with what raises them here.
+enum class ProNotifyType : int {
+  eraseBefore = 9,
+  regenerateBefore = 21,
+  regenerateAfter = 22,
+  currentModelChanged = 24,  // a window shows another model
+  windowActivated = 26,      // a window became current
+  windowClosed = 29,
+  modelDisplayed = 41,
+  windowOccupied = 90,
+  pageControlShown = 94,     // a drawing's update shows a tab; its name is given
+  modelCreated = 100,        // name and type text are given
+  saveBefore = 103,
+  modelOpened = 110,         // retrieved by the user
+};
+
+// What a handler is told; what an event doesn't know stays empty.
+struct ProNotification {
+  ProNotifyType type{};
+  ProMdl model;
+  int window = 0;
+  std::wstring name, typeText;
+};
+using ProNotificationHandler = std::function<ProError(const ProNotification&)>;
+
+// Takes the place of a handler that hangs there.
+ProError ProNotificationSet(ProNotifyType type, ProNotificationHandler handler);
+// ProNotFound: none hangs there.
+ProError ProNotificationUnset(ProNotifyType type);
+
+}  // namespace creo

@@ -1,0 +1,19 @@
+// The PDM server and its workspace.
+#pragma once
+
+#include "creo/ProTypes.h"
+
+namespace creo {
+
+struct ProServerStatus { bool checkedOut = false; bool modified = false; };
+
+// Alias of the active server. ProNotFound: none.
+Got<std::wstring> ProServerActiveGet();
+Got<std::wstring> ProServerWorkspaceGet(const std::wstring& server);
+// file: "bracket.prt". ProNotFound: the server has no such object.
+Got<ProServerStatus> ProServerObjectStatusGet(const std::wstring& server, const std::wstring& workspace,
+                                              const std::wstring& file);
+// ProConflicts: refused.
+ProError ProServerObjectsCheckout(ProMdl model, bool includeInstances);
+
+}  // namespace creo

@@ -1,0 +1,54 @@
+// The dialogs of the session. Operations of creo/ProUI*.h work on them; a person (a program, a test, a browser view)
+// reads and presses through this class. Pressing runs the component's action as Creo would.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "creo/ProUI.h"
+#include "headless/proui/dialog.h"
+
+namespace headless {
+
+// A question that blocks: a modal dialog was activated, or a message dialog shown. Returns when it is answered.
+struct Question {
+  std::string dialog;                  // name of the modal dialog; empty for a message dialog
+  std::wstring title, text;            // of a message dialog
+  std::vector<std::wstring> buttons;
+};
+
+class Ui {
+ public:
+  Ui();
+  ~Ui();
+  // A created dialog, or null.
+  Dialog* dialog(std::string_view name);
+  [[nodiscard]] std::vector<std::string> dialogs() const;
+
+  // What a person does. Each gives ProNotFound for a component that isn't there and ProGeneralError for one that is
+  // disabled or hidden; none settles the session.
+  creo::ProError press(const std::string& dialog, const std::string& button);
+  creo::ProError setCheck(const std::string& dialog, const std::string& button, bool on);   // no action if it is so
+  creo::ProError choose(const std::string& dialog, const std::string& menu, const std::string& name);
+  creo::ProError close(const std::string& dialog);                                          // the window's cross
+  creo::ProError selectRows(const std::string& dialog, const std::string& table, std::vector<std::string> rows);
+
+  // Answers questions; without one a modal dialog is closed by its cross and a message dialog by its first button.
+  // Returns the pressed button's number (message dialogs).
+  void answerQuestions(std::function<int(const Question&)> answer);
+
+  // Questions asked so far.
+  [[nodiscard]] const std::vector<Question>& questions() const;
+
+  struct State;
+  State& state() { return *state_; }
+
+ private:
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace headless

@@ -1,0 +1,107 @@
+// A Creo session without a Creo: models in a folder, windows, notifications, macros, menu, message area, dialogs. The
+// operations of creo/ work on the one session of the process. Programs and tests drive it as a person would: open a
+// model, run a command of the menu, press in dialogs, and let the session settle.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "creo/ProMdl.h"
+#include "creo/ProNotify.h"
+
+namespace headless {
+
+class Models;   // model/models.h: the models in memory
+class Ui;       // proui/ui.h: dialogs and their components
+
+struct SessionOptions {
+  std::wstring modelFolder;               // where models are looked for and saved; the working folder at the start
+  std::wstring textFolder;                // the application's text folder: message files, dialog resources, icons
+  std::string version = "Creo 8.0";       // what the plug-in is told
+  std::string build = "8.0.0.0";
+  std::string language = "usascii";       // folder of the message files: "usascii" or "german"
+  bool graphics = true;
+  int wideCharSize = sizeof(wchar_t);     // what the session says of its own wide characters, in bytes
+  bool withholdSaves = false;             // a dry run: saving counts and changes memory, no document is written
+};
+
+// A model document that the session wrote, or in a dry run would have written.
+struct SavedDocument {
+  std::wstring name;                      // "BRACKET"
+  creo::ProMdlType type{};
+  int version = 0;
+  std::wstring path;                      // of the document
+};
+
+// Told as things happen; every function has a body that does nothing.
+class SessionObserver {
+ public:
+  virtual ~SessionObserver() = default;
+  virtual void message(const std::wstring& /*text*/) {}                              // the message area
+  virtual void saved(const SavedDocument& /*document*/) {}
+  virtual void progress(int /*value*/, int /*maximum*/) {}                           // a dialog's progress bar moved
+  virtual void operation(std::string_view /*name*/, int /*result*/, long long /*nanoseconds*/) {}  // while tracing
+};
+
+class Session {
+ public:
+  // There is one session at a time; a second one is refused by std::logic_error.
+  explicit Session(SessionOptions options);
+  ~Session();  // unloads the plug-in if it is loaded
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+  // The session of the process. Without one: std::logic_error.
+  static Session& current();
+  // Null without one.
+  static Session* currentOrNull();
+
+  // Starts the plug-in by its entry; its result. Its message for the user is startError().
+  int loadPlugin();
+  void unloadPlugin();
+  [[nodiscard]] const std::wstring& startError() const;
+
+  // As a person opens a model: retrieved, shown in a window of its own, that window current; notifications raised.
+  creo::Got<creo::ProMdl> open(const std::wstring& name, creo::ProMdlType type);
+  // Runs a command of the menu by its name. ProNotFound: there is none; ProGeneralError: it isn't available.
+  creo::ProError runCommand(const std::string& name);
+  // Control goes back to Creo: queued window changes, notifications and macros are worked until nothing is left.
+  // A million events in a row are taken for a loop and end it with std::runtime_error.
+  void settle();
+
+  Models& models();
+  Ui& ui();
+  [[nodiscard]] const SessionOptions& options() const;
+
+  // The lines of the message area since the start.
+  [[nodiscard]] const std::vector<std::wstring>& messages() const;
+  void showMessage(const std::wstring& text);
+  // Macro steps that the session doesn't know, each once, in order.
+  [[nodiscard]] const std::vector<std::wstring>& unknownSteps() const;
+  // All steps that ran, in order.
+  [[nodiscard]] const std::vector<std::wstring>& ranSteps() const;
+  // Names of the commands in the menu.
+  [[nodiscard]] std::vector<std::string> commands() const;
+  [[nodiscard]] const std::vector<SavedDocument>& savedDocuments() const;
+
+  // Not owned; null takes it away.
+  void observe(SessionObserver* observer);
+  void trace(bool on);
+
+  // Arranged faults, and what was called. The next call of the operation gives the code and does nothing else.
+  void failNext(std::string_view operation, creo::ProError code);
+  // Every n-th call of any operation gives ProGeneralError; 0 ends it.
+  void failEvery(int n);
+  [[nodiscard]] int calls(std::string_view operation) const;
+
+  // The parts, for the operations of creo/.
+  struct State;
+  State& state() { return *state_; }
+
+ private:
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace headless

@@ -54,6 +54,9 @@ class Ui {
   State& state() { return *state_; }
 
  private:
+  // Of a kind, shown and enabled.
+  creo::Got<Component*> usableComponent(const std::string& dialog, const std::string& component, Kind kind);
+
   std::unique_ptr<State> state_;
 };
 

@@ -1,0 +1,23 @@
+// Each family of actions contributes the functions of its keys; the table of keys in engine/dispatch.h has their order.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "engine/dispatch.h"
+
+namespace actions {
+
+struct ActionFunction {
+  std::wstring_view key;
+  engine::Outcome (*function)(const engine::Task& task);
+};
+
+std::span<const ActionFunction> creoLogActions();        // environment/creo_log.cpp
+std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
+std::span<const ActionFunction> userVariableActions();   // environment/user_variables.cpp
+std::span<const ActionFunction> groupActionsFamily();    // environment/groups.cpp
+std::span<const ActionFunction> saveActions();           // model/save.cpp
+std::span<const ActionFunction> parameterActions();      // model/parameters.cpp
+
+}  // namespace actions

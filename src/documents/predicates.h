@@ -1,0 +1,24 @@
+// The vocabulary of filters: one row a key, in their fixed order.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "core/xml.h"
+#include "creo/ProTypes.h"
+
+namespace documents {
+
+struct Predicate {
+  std::wstring_view key;
+  int (*function)(creo::ProMdl model, const core::XmlNode& item);  // null: not carried out by this version
+};
+std::span<const Predicate> predicateTable();
+
+// 1 a family instance, 0 not, 3 on failure or for a drawing.
+int isInstance(creo::ProMdl model);
+// 1 when the solid has a family table, 0 not, 3 for a drawing.
+int isGeneric(creo::ProMdl model);
+int isSkeleton(creo::ProMdl model);
+
+}  // namespace documents

@@ -1,0 +1,20 @@
+// The record that a finished run leaves in each model, as Creo external data of class kvpslot.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "creo/ProTypes.h"
+
+namespace engine {
+
+struct HistoryRecord { std::wstring package, list, date, user; };
+
+// Adds a record for the chosen package and list. Nothing when history is switched off or the data can't be opened.
+void writeHistory(creo::ProMdl model);
+// True when the chosen package's chosen list already ran on the model.
+bool isAlreadyReworked(creo::ProMdl model);
+// All records; false when the model's data can't be opened. A slot that can't be read keeps the former record's value.
+bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records);
+
+}  // namespace engine

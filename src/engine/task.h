@@ -1,0 +1,58 @@
+// The frame of an action and its view on the task element.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/log.h"
+#include "core/xml.h"
+#include "engine/dispatch.h"
+#include "engine/variables.h"
+
+namespace engine {
+
+using core::XmlNode;
+
+// A task with the model that it works on. Attributes stand as they are in the list until a function says otherwise.
+class Task {
+ public:
+  Task(const XmlNode& node, const Subject& subject) : node_(node), subject_(subject) {}
+  [[nodiscard]] const XmlNode& node() const { return node_; }
+  [[nodiscard]] const Subject& subject() const { return subject_; }
+  [[nodiscard]] creo::ProMdl model() const { return subject_.model; }
+  // "PRT" and ".PRT" alike.
+  [[nodiscard]] bool extensionIs(std::wstring_view extension) const;
+
+  [[nodiscard]] bool has(std::wstring_view name) const;
+  // Empty when it is absent.
+  [[nodiscard]] std::wstring_view attribute(std::wstring_view name) const;
+  // Exactly "true".
+  [[nodiscard]] bool isTrue(std::wstring_view name) const { return attribute(name) == L"true"; }
+  // The attribute `pattern` with a number, as "name_%d"; nothing when it is absent.
+  [[nodiscard]] std::optional<std::wstring_view> numbered(std::wstring_view pattern, int number) const;
+  // The attribute through the template engine.
+  [[nodiscard]] Replaced text(std::wstring_view name, std::size_t size = text::kTextSize) const;
+  // A path attribute: with "@project_dir@", variables and backslashes.
+  [[nodiscard]] std::wstring path(std::wstring_view name, std::wstring_view subdirectory,
+                                  std::size_t size = text::kTextSize) const;
+
+ private:
+  const XmlNode& node_;
+  const Subject& subject_;
+};
+
+// The beginning of every action: title line, version, filter, counting.
+struct Frame {
+  std::wstring_view title;
+  std::wstring_view version = L"3";
+};
+// Nothing when the action may go on; else what it returns.
+std::optional<Outcome> begin(const Task& task, const Frame& frame);
+// The title and the version alone, for actions with a filter rule of their own.
+std::optional<Outcome> beginUnfiltered(const Task& task, const Frame& frame);
+// The filter with its cancel message, and the counting.
+std::optional<Outcome> passFilter(const Task& task);
+
+}  // namespace engine

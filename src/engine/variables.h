@@ -1,0 +1,59 @@
+// Variables outside models, and the template engine that puts values into texts.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "creo/ProTypes.h"
+#include "text/letters.h"
+#include "text/units.h"
+
+namespace engine {
+
+// Named texts that outlive runs and last as long as the Creo process. Names compare without regard to case; order is
+// that of their first setting. Names and values are cut to 259 units.
+class UserVariableTable {
+ public:
+  void set(std::wstring_view name, std::wstring_view value);
+  // Null when it was never set.
+  [[nodiscard]] const std::wstring* find(std::wstring_view name) const;
+  [[nodiscard]] std::size_t count() const { return names_.size(); }
+  [[nodiscard]] const std::vector<std::wstring>& names() const { return names_; }
+  [[nodiscard]] const std::vector<std::wstring>& values() const { return values_; }
+  void clear();
+
+ private:
+  std::vector<std::wstring> names_, values_;
+  std::unordered_map<std::wstring, std::size_t, text::HashNoCase, text::EqualNoCase> index_;
+};
+UserVariableTable& userVariables();
+
+// What a substitution came to. text is set only when `written` is true: a failure that leaves early writes nothing, and
+// the caller keeps what it had. A result that doesn't fit is the text "FAILURE" with tooLong set.
+struct Replaced {
+  int status = 0;          // 0, or 1 after a failure that was logged
+  bool written = false;
+  bool tooLong = false;
+  std::wstring text;
+  // True when the text may be used as a value: written and not too long.
+  explicit operator bool() const { return status == 0 && written && !tooLong; }
+};
+
+// Replaces all variable forms in a template. outSize: room of the result in UTF-16 units, its zero included. A null
+// model leaves the passes that ask a model out.
+Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size_t outSize = text::kTextSize);
+// First "@para@" and "@line@" become lineText.
+Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::wstring_view lineText,
+                              std::size_t outSize = text::kTextSize);
+// For values that name files: "@project_dir@" at the start is the package's folder plus subdirectory; a failed
+// substitution leaves the text as it was; "/" becomes a backslash.
+std::wstring replaceVariablesPath(std::wstring_view input, creo::ProMdl model, std::wstring_view subdirectory,
+                                  std::size_t outSize = text::kTextSize);
+// Case-sensitive replace-all; the source is read up to dstSize - 1 units, the rest is left out.
+std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
+                            std::size_t dstSize);
+
+}  // namespace engine

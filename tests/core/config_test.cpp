@@ -39,18 +39,18 @@ class Configuration : public ::testing::Test {
 TEST_F(Configuration, LinesAreReadByTheirOwnRules) {
   const PluginState& state = read(
       "KVD_LOG_LEVEL=2\n"                       // case-blind keys
-      "kvd_kvz_path=d:\\packages\r\n"            // CR LF, a separator is added
-      "kvd_temp_path=d:/tmp/\n"                  // either separator counts
-      "kvd_column_parameter=a=b=c\n"             // "=" is lost from the value
-      "# kvd_filter_prt=0\n"                     // a comment is an unknown key
-      "kvd_filter_asm\n"                         // no "=": ignored
-      "kvd_filter_inst=yes\n"                    // no number is 0
-      "kvd_start_kvz_before_save_conf=10000\n"   // the fifth digit is forced
+      "kvd_kvz_path=d:\\packages\r\n"           // CR LF, a separator is added
+      "kvd_temp_path=d:/tmp/\n"                 // either separator counts
+      "kvd_column_parameter=a=b=c\n"            // "=" is lost from the value
+      "# kvd_filter_prt=0\n"                    // a comment is an unknown key
+      "kvd_filter_asm\n"                        // no "=": ignored
+      "kvd_filter_inst=yes\n"                   // no number is 0
+      "kvd_start_kvz_before_save_conf=10000\n"  // the fifth digit is forced
       "kvd_start_kvz_after_open_conf=10000\n"
-      "kvd_check_modifyable=2\n"                 // true for exactly "1"
-      "kvd_show_log=1x\n"                        // stored inverted
+      "kvd_check_modifyable=2\n"  // true for exactly "1"
+      "kvd_show_log=1x\n"         // stored inverted
       "parameter_width=4\n"
-      "kvd_filter_drw=0");                       // no closing line feed: not evaluated
+      "kvd_filter_drw=0");  // no closing line feed: not evaluated
   EXPECT_EQ(2, state.loglevel);
   EXPECT_EQ(L"d:\\packages\\", state.kvzPath);
   EXPECT_EQ(L"d:/tmp/", state.tempPath);
@@ -91,10 +91,9 @@ TEST_F(Configuration, EnvironmentVariablesAreReplacedAndEndlessOnesEnd) {
     const char* value;
     const wchar_t* expected;
   };
-  for (const auto& [value, expected] : {Case{"%KVD_TEST_SITE%\\p", L"d:\\site\\p"},
-                                        Case{"%KVD_TEST_OUTER%", L"xd:\\site"},
-                                        Case{"%KVD_TEST_NOWHERE%-%KVD_TEST_SITE%", L"%KVD_TEST_NOWHERE%-d:\\site"},
-                                        Case{"50%", L"50%"}}) {
+  for (const auto& [value, expected] :
+       {Case{"%KVD_TEST_SITE%\\p", L"d:\\site\\p"}, Case{"%KVD_TEST_OUTER%", L"xd:\\site"},
+        Case{"%KVD_TEST_NOWHERE%-%KVD_TEST_SITE%", L"%KVD_TEST_NOWHERE%-d:\\site"}, Case{"50%", L"50%"}}) {
     read(std::string("kvd_column_parameter=") + value + "\n");
     EXPECT_EQ(expected, pluginState().columnParameter) << value;
   }

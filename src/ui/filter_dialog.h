@@ -1,15 +1,15 @@
-// The dialog that picks a filter file for the model table.
+// The filter dialog "kvanefilter": picks a filter file of the package for the whole table.
 #pragma once
 
 namespace ui {
 
-// Creates it beside the main dialog, hidden, and fills its chooser. False, after its line, when that failed.
-bool createFilterDialog();
-// Gives chooser and check button their actions.
-void connectFilterDialog();
-// Shows it; its OK button and its cross hide it again.
-void openFilterDialog();
-// What choosing in it does: loads the chosen filter file into the table, or drops the one that is in force.
+// Creates the dialog and gives its components their actions. 0, or 1 when it can't be created.
+int createFilterDialog();
+// "no Filter" and the filter files of the selected package.
+void fillFilterChooser();
+// Applies what stands in the chooser: drops the filter, or loads it; the table is rebuilt.
 void applyChosenFilter();
+// Brings the dialog before the user.
+void openFilterDialog();
 
 }  // namespace ui

@@ -1,9 +1,9 @@
-// The dialog that shows what ran on a model.
+// The history dialog "kvanehistory": which lists ran on a model.
 #pragma once
 
 namespace ui {
 
-// Opens it for the first selected row of the model table; nothing without one. OK and its cross end it.
+// Opens it for the first marked row of the table; nothing without one.
 void openHistoryDialog();
 
 }  // namespace ui

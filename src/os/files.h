@@ -13,10 +13,16 @@
 
 namespace os {
 
-struct Entry { std::wstring name; bool isFolder = false; std::uint64_t size = 0; };
+struct Entry {
+  std::wstring name;
+  bool isFolder = false;
+  std::uint64_t size = 0;
+};
 
 // When a file was last written, UTC.
-struct FileTime { int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, millisecond = 0; };
+struct FileTime {
+  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, millisecond = 0;
+};
 
 // An open file that grows at its end. Closing is the destructor's; a failure then has been reported by flush.
 class Appender {

@@ -1,6 +1,8 @@
 // A Files that forwards everything to another one; wrappers override what they change.
 #pragma once
 
+#include <unordered_set>
+
 #include "os/files.h"
 
 namespace os {
@@ -29,7 +31,7 @@ class FilesWrapper : public Files {
 };
 
 // Writing, removing and renaming that would leave one folder is withheld and recorded: the dry run. What was withheld
-// reads as if it weren't there.
+// reads as if it weren't there, but can be removed and renamed, so that a dry run takes the same road.
 class DryFiles : public FilesWrapper {
  public:
   // Changes inside `freeFolder` (the temp folder) are carried out.
@@ -40,13 +42,17 @@ class DryFiles : public FilesWrapper {
   std::error_code remove(std::wstring_view path) override;
   std::error_code rename(std::wstring_view from, std::wstring_view to) override;
   std::error_code removeFolder(std::wstring_view path, std::wstring_view within) override;
-  // "write d:\x\a.csv", "remove ...", in order, each once.
+  // "write d:\x\a.csv", "create d:\x", "remove ...", "rename d:\a to d:\b", in order, each once.
   [[nodiscard]] const std::vector<std::wstring>& withheld() const { return withheld_; }
 
  private:
-  bool record(std::wstring_view verb, std::wstring_view path);
+  // True, and recorded, for a path outside the free folder.
+  bool withhold(std::wstring_view verb, std::wstring_view path);
+  // On disk, or withheld: what a run would find.
+  bool wouldBeThere(std::wstring_view path);
   std::wstring free_;
   std::vector<std::wstring> withheld_;
+  std::unordered_set<std::wstring> seen_;
 };
 
 // Arranged faults: places without permission, and a disk that fills.
@@ -58,8 +64,15 @@ class FaultyFiles : public FilesWrapper {
   // Every read of a file of that folder fails with permission_denied.
   void denyReads(std::wstring folder) { unreadable_.push_back(std::move(folder)); }
   // After that many more bytes writes fail with no_space_on_device.
-  void fillAfter(std::uint64_t bytes) { room_ = bytes; limited_ = true; }
-  void heal() { denied_.clear(); unreadable_.clear(); limited_ = false; }
+  void fillAfter(std::uint64_t bytes) {
+    room_ = bytes;
+    limited_ = true;
+  }
+  void heal() {
+    denied_.clear();
+    unreadable_.clear();
+    limited_ = false;
+  }
   Result<std::string> read(std::wstring_view path) override;
   std::error_code write(std::wstring_view path, std::string_view bytes) override;
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override;

@@ -20,7 +20,10 @@ class Mounts {
   [[nodiscard]] std::wstring system(std::string_view machinePath) const;
 
  private:
-  struct Mount { wchar_t letter; std::string folder; };
+  struct Mount {
+    wchar_t letter;
+    std::string folder;
+  };
   std::vector<Mount> mounts_{{L'z', "/"}};
 };
 
@@ -35,9 +38,15 @@ std::wstring folderOf(std::wstring_view path);
 // What follows the last separator.
 std::wstring nameOf(std::wstring_view path);
 // "d" and "\models\sub\" of "d:\models\sub\": device without colon, path with what follows.
-struct DevicePath { std::wstring device; std::wstring path; };
+struct DevicePath {
+  std::wstring device;
+  std::wstring path;
+};
 DevicePath splitDevice(std::wstring_view path);
-// True when path lies in folder (or is it) after "." and ".." are worked out, case-blind.
+// The parts between the separators, behind the device, with "." and ".." worked out; ".." never climbs above the first.
+std::vector<std::wstring> partsOf(std::wstring_view path);
+// True when path lies in folder (or is it) after "." and ".." are worked out, case-blind. Nothing lies in an
+// empty folder.
 bool isInside(std::wstring_view path, std::wstring_view folder);
 
 }  // namespace os

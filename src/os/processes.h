@@ -14,7 +14,8 @@ namespace os {
 class Processes {
  public:
   virtual ~Processes() = default;
-  // Opens a file or folder with the program that the system has for it, without waiting.
+  // Opens a file or folder with the program that the system has for it, without waiting. Without such a program:
+  // function_not_supported.
   virtual std::error_code open(std::wstring_view path) = 0;
 };
 std::unique_ptr<Processes> machineProcesses();
@@ -32,9 +33,11 @@ class RecordedProcesses : public Processes {
   std::vector<std::wstring> asked_;
 };
 
-// The value of an environment variable; nothing when it isn't set. Where the machine doesn't know `username` and
-// `appdata` (compared case-blind) they are the user's name and configuration folder, in the system's form.
+// The value of an environment variable; nothing when it isn't set. The exact name wins, else its case doesn't count.
+// Where the machine doesn't know `username` and `appdata` (compared case-blind) they are the user's name and
+// configuration folder, in the system's form.
 std::optional<std::wstring> environment(std::wstring_view name);
+// A variable known under another spelling keeps it and takes the value.
 std::error_code setEnvironment(std::wstring_view name, std::wstring_view value);
 
 }  // namespace os

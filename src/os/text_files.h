@@ -11,8 +11,8 @@ namespace os {
 enum class Encoding { utf8, latin1, windows1252 };
 struct TextForm {
   Encoding encoding = Encoding::utf8;
-  bool mark = false;      // a UTF-8 byte-order mark at the start
-  bool crlf = false;      // each LF is written as CR LF, as where the system opens files as text
+  bool mark = false;  // a UTF-8 byte-order mark at the start
+  bool crlf = false;  // each LF is written as CR LF, as where the system opens files as text
 };
 
 // The content as a wide text: by the mark, else as valid UTF-8, else as Windows-1252.

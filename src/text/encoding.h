@@ -17,8 +17,9 @@ bool isUtf8(std::string_view bytes);
 std::wstring fromLatin1(std::string_view bytes);
 std::string toLatin1(std::wstring_view text);
 
-// Windows code page 1252; the five unassigned bytes become U+FFFD.
+// Windows code page 1252; the five unassigned bytes become U+FFFD. Characters that it lacks become "?".
 std::wstring fromWindows1252(std::string_view bytes);
+std::string toWindows1252(std::wstring_view text);
 
 // A text file's content: a UTF-8 mark is dropped and says UTF-8; without one valid UTF-8 is UTF-8 and anything else
 // is Windows-1252.

@@ -14,8 +14,14 @@ int parseInt(std::string_view text);
 
 enum class NumberFault { none, notANumber, outOfRange };
 // As C's wcstol and wcstod with their error reports: `value` is usable only with NumberFault::none.
-struct ParsedInt { int value = 0; NumberFault fault = NumberFault::none; };
-struct ParsedDouble { double value = 0; NumberFault fault = NumberFault::none; };
+struct ParsedInt {
+  int value = 0;
+  NumberFault fault = NumberFault::none;
+};
+struct ParsedDouble {
+  double value = 0;
+  NumberFault fault = NumberFault::none;
+};
 // Leading blanks and trailing text are allowed, as there.
 ParsedInt readInt(std::wstring_view text);
 ParsedDouble readDouble(std::wstring_view text);

@@ -10,9 +10,9 @@ namespace text {
 
 // Sizes of the system's texts in UTF-16 units, the closing zero included: a text fits when it is strictly shorter.
 constexpr std::size_t kTextSize = 260;
-constexpr std::size_t kNameSize = 32;       // names of parameters, options, symbols
-constexpr std::size_t kTypeSize = 80;       // an action's `type`
-constexpr std::size_t kLogLineSize = 520;   // a line of the log
+constexpr std::size_t kNameSize = 32;      // names of parameters, options, symbols
+constexpr std::size_t kTypeSize = 80;      // an action's `type`
+constexpr std::size_t kLogLineSize = 520;  // a line of the log
 
 // Number of UTF-16 units of a text.
 std::size_t units(std::wstring_view text);

@@ -204,6 +204,11 @@ void World::openTool() {
   session_->settle();
 }
 
+void World::closeTool() {
+  session_->ui().press(core::pluginState().dialogName, "kvaneCancel");
+  session_->settle();
+}
+
 void World::choose(const std::string& list) {
   session_->ui().choose(core::pluginState().dialogName, "kvaneActionlistChooser", list);
   session_->settle();

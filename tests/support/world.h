@@ -88,6 +88,10 @@ class World {
   creo::ProMdl open(const std::wstring& name, creo::ProMdlType type);
   // Opens the tool.
   void openTool();
+  // Presses cancel.
+  void closeTool();
+  // Ends the session before the world does.
+  void endSession() { session_.reset(); }
   // Selects a list in the open tool.
   void choose(const std::string& list);
   // Opens the tool where it isn't, selects the list, presses start, lets the session settle.
@@ -108,6 +112,8 @@ class World {
   // "COLOR=red MASS=2.5" of the newest document, in its order.
   [[nodiscard]] std::wstring savedParameters(const std::string& file) const;
 
+  // The machine's form of a path.
+  [[nodiscard]] static std::string machine(const std::wstring& path) { return os::mounts().machine(path); }
   // Machine paths.
   [[nodiscard]] std::string models() const { return folder_.path() + "/models"; }
   [[nodiscard]] std::string temp() const { return folder_.path() + "/temp"; }

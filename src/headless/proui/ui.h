@@ -10,14 +10,15 @@
 #include <vector>
 
 #include "creo/ProUI.h"
+#include "creo/ProUITree.h"
 #include "headless/proui/dialog.h"
 
 namespace headless {
 
 // A question that blocks: a modal dialog was activated, or a message dialog shown. Returns when it is answered.
 struct Question {
-  std::string dialog;                  // name of the modal dialog; empty for a message dialog
-  std::wstring title, text;            // of a message dialog
+  std::string dialog;        // name of the modal dialog; empty for a message dialog
+  std::wstring title, text;  // of a message dialog
   std::vector<std::wstring> buttons;
 };
 
@@ -29,13 +30,18 @@ class Ui {
   Dialog* dialog(std::string_view name);
   [[nodiscard]] std::vector<std::string> dialogs() const;
 
-  // What a person does. Each gives ProNotFound for a component that isn't there and ProGeneralError for one that is
-  // disabled or hidden; none settles the session.
+  // What a person does. Each gives ProNotFound for a dialog or component that isn't there, ProBadInputs for one of
+  // another kind and ProGeneralError for one that is disabled or hidden; none settles the session. A hidden layout
+  // around it blocks nothing: a run that a notification starts presses in sides that are folded away.
   creo::ProError press(const std::string& dialog, const std::string& button);
-  creo::ProError setCheck(const std::string& dialog, const std::string& button, bool on);   // no action if it is so
-  creo::ProError choose(const std::string& dialog, const std::string& menu, const std::string& name);
-  creo::ProError close(const std::string& dialog);                                          // the window's cross
-  creo::ProError selectRows(const std::string& dialog, const std::string& table, std::vector<std::string> rows);
+  creo::ProError setCheck(const std::string& dialog, const std::string& button, bool on);  // no action if it is so
+  creo::ProError choose(const std::string& dialog, const std::string& menu, const std::string& name);  // always acts
+  // By the window's cross; without a close action nothing happens.
+  creo::ProError close(const std::string& dialog);
+  creo::ProError selectRows(const std::string& dialog, const std::string& table, const std::vector<std::string>& rows);
+  // Opens or closes a tree's node, selects it alone, or activates it (a double click); then the tree's action runs.
+  creo::ProError onNode(const std::string& dialog, const std::string& tree, const std::string& node,
+                        creo::ProUITreeEvent event);
 
   // Answers questions; without one a modal dialog is closed by its cross and a message dialog by its first button.
   // Returns the pressed button's number (message dialogs).
@@ -48,6 +54,9 @@ class Ui {
   State& state() { return *state_; }
 
  private:
+  // Of a kind, shown and enabled.
+  creo::Got<Component*> usableComponent(const std::string& dialog, const std::string& component, Kind kind);
+
   std::unique_ptr<State> state_;
 };
 

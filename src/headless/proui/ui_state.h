@@ -1,0 +1,30 @@
+// What the dialogs of a session are made of; for the operations of creo/ and for Ui itself.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "headless/proui/ui.h"
+
+namespace headless {
+
+struct Ui::State {
+  std::map<std::string, std::shared_ptr<Dialog>, std::less<>> dialogs;
+  std::function<int(const Question&)> answer;
+  std::vector<Question> questions;
+
+  // ProNotFound: it isn't created.
+  [[nodiscard]] creo::Got<std::shared_ptr<Dialog>> find(std::string_view dialog) const;
+  // The component of a created dialog, as Dialog::find.
+  [[nodiscard]] creo::Got<Component*> find(std::string_view dialog, std::string_view component, Kind kind) const;
+  // Records the question and has it answered; 0 without someone who answers.
+  int ask(const Question& question);
+};
+
+// Runs an action, if there is one. Dialog and action live until it returns, whatever it destroys or sets anew.
+void run(std::shared_ptr<Dialog> dialog, Action action, std::string component);
+
+}  // namespace headless

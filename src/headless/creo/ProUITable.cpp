@@ -1,0 +1,115 @@
+#include "creo/ProUITable.h"
+
+#include <algorithm>
+
+#include "headless/creo/proui_calls.h"
+
+namespace creo {
+
+using headless::ask;
+using headless::Cell;
+using headless::change;
+using headless::Component;
+using headless::Dialog;
+using headless::Kind;
+using headless::uiState;
+
+namespace {
+
+// Does `deed` to a cell; ProNotFound where row or column isn't there.
+template <class Deed>
+ProError changeCell(std::string_view operation, const std::string& dialog, const std::string& table,
+                    const std::string& row, const std::string& column, Deed&& deed) {
+  return change(operation, dialog, table, Kind::table, [&](Component& c) {
+    Cell* cell = c.table().cell(row, column);
+    return cell ? deed(*uiState().find(dialog).value, *cell) : ProNotFound;
+  });
+}
+
+// Does `deed` to a column; ProNotFound where it isn't there.
+template <class Deed>
+ProError changeColumn(std::string_view operation, const std::string& dialog, const std::string& table,
+                      const std::string& column, Deed&& deed) {
+  return change(operation, dialog, table, Kind::table, [&](Component& c) {
+    headless::Column* found = c.table().column(column);
+    if (found) deed(*found);
+    return found ? ProNoError : ProNotFound;
+  });
+}
+
+}  // namespace
+
+Got<std::vector<std::string>> ProUITableRownamesGet(const std::string& dialog, const std::string& table) {
+  return ask<std::vector<std::string>>("ProUITableRownamesGet", dialog, table, Kind::table,
+                                       [](const Component& c) { return c.table().rows(); });
+}
+
+ProError ProUITableRowsInsert(const std::string& dialog, const std::string& table, const std::string& after,
+                              const std::vector<std::string>& rows) {
+  return change("ProUITableRowsInsert", dialog, table, Kind::table,
+                [&](Component& c) { return c.table().insert(after, rows); });
+}
+
+ProError ProUITableRowsDelete(const std::string& dialog, const std::string& table,
+                              const std::vector<std::string>& rows) {
+  return change("ProUITableRowsDelete", dialog, table, Kind::table,
+                [&](Component& c) { return c.table().remove(rows); });
+}
+
+ProError ProUITableCellComponentCopy(const std::string& dialog, const std::string& table, const std::string& row,
+                                     const std::string& column, const std::string& from, const std::string& name) {
+  return changeCell("ProUITableCellComponentCopy", dialog, table, row, column,
+                    [&](Dialog& d, Cell& cell) { return d.copyIntoCell(cell, from, name); });
+}
+
+ProError ProUITableCellComponentDelete(const std::string& dialog, const std::string& table, const std::string& row,
+                                       const std::string& column) {
+  return changeCell("ProUITableCellComponentDelete", dialog, table, row, column,
+                    [](Dialog& d, Cell& cell) { return d.removeFromCell(cell); });
+}
+
+ProError ProUITableCellLabelSet(const std::string& dialog, const std::string& table, const std::string& row,
+                                const std::string& column, const std::wstring& label) {
+  return changeCell("ProUITableCellLabelSet", dialog, table, row, column, [&](Dialog&, Cell& cell) {
+    cell.label = label;
+    return ProNoError;
+  });
+}
+
+Got<std::wstring> ProUITableCellLabelGet(const std::string& dialog, const std::string& table, const std::string& row,
+                                         const std::string& column) {
+  return ask<std::wstring>("ProUITableCellLabelGet", dialog, table, Kind::table,
+                           [&](const Component& c) -> Got<std::wstring> {
+                             const Cell* cell = c.table().cell(row, column);
+                             if (!cell) return ProNotFound;
+                             return cell->label;
+                           });
+}
+
+ProError ProUITableColumnLabelSet(const std::string& dialog, const std::string& table, const std::string& column,
+                                  const std::wstring& label) {
+  return changeColumn("ProUITableColumnLabelSet", dialog, table, column, [&](headless::Column& c) { c.label = label; });
+}
+
+ProError ProUITableColumnWidthSet(const std::string& dialog, const std::string& table, const std::string& column,
+                                  int width) {
+  return changeColumn("ProUITableColumnWidthSet", dialog, table, column,
+                      [&](headless::Column& c) { c.width = std::max(width, 0); });
+}
+
+ProError ProUITableLabelRemove(const std::string& dialog, const std::string& table, const std::string& label) {
+  return change("ProUITableLabelRemove", dialog, table, Kind::table,
+                [&](Component&) { return uiState().find(dialog).value->remove(label, Kind::label); });
+}
+
+ProError ProUITableCheckbuttonRemove(const std::string& dialog, const std::string& table, const std::string& button) {
+  return change("ProUITableCheckbuttonRemove", dialog, table, Kind::table,
+                [&](Component&) { return uiState().find(dialog).value->remove(button, Kind::checkbutton); });
+}
+
+Got<std::vector<std::string>> ProUITableSelectednamesGet(const std::string& dialog, const std::string& table) {
+  return ask<std::vector<std::string>>("ProUITableSelectednamesGet", dialog, table, Kind::table,
+                                       [](const Component& c) { return c.table().selected(); });
+}
+
+}  // namespace creo

@@ -1,0 +1,99 @@
+#include "headless/model/document.h"
+
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace headless {
+namespace {
+
+bool isNameStart(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+bool isNamePart(char c) { return isNameStart(c) || (c >= '0' && c <= '9'); }
+
+// The names in a line of relations, texts in quotes aside; a name that "=" follows at the line's start is assigned.
+void collectNames(std::string_view line, ModelDocument::RelationNames& into) {
+  bool first = true;
+  for (std::size_t i = 0; i < line.size();) {
+    if (line[i] == '"' || line[i] == '\'') {
+      const auto close = line.find(line[i], i + 1);
+      if (close == std::string_view::npos) return;
+      i = close + 1;
+      continue;
+    }
+    if (!isNamePart(line[i])) {
+      if (line.substr(i, 2) == "/*") return;
+      first = first && (line[i] == ' ' || line[i] == '\t');
+      ++i;
+      continue;
+    }
+    std::size_t end = i;
+    while (end < line.size() && isNamePart(line[end])) ++end;
+    const auto next = line.find_first_not_of(" \t", end);
+    const bool assigns = first && next != std::string_view::npos && line[next] == '=' && line.substr(next, 2) != "==";
+    if (isNameStart(line[i])) (assigns ? into.assigned : into.read).insert(folded(line.substr(i, end - i)));
+    first = false;
+    i = end;
+  }
+}
+
+}  // namespace
+
+RowRecord* ModelDocument::row(std::wstring_view rowName) {
+  if (!record.familyTable) return nullptr;
+  if (rowsByName_.empty())
+    eachRow(*record.familyTable, [&](RowRecord& one) {
+      rowsByName_.try_emplace(text::upper(text::fromUtf8(one.name)), &one);
+    });
+  const auto found = rowsByName_.find(text::upper(rowName));
+  return found == rowsByName_.end() ? nullptr : found->second;
+}
+
+FamilyTableRecord* ModelDocument::tableAbove(const RowRecord* row) const {
+  return row && row->parent ? row->parent->familyTable.get() : record.familyTable.get();
+}
+
+FamilyTableRecord* ModelDocument::tableOf(const RowRecord* row) const {
+  return row ? row->familyTable.get() : record.familyTable.get();
+}
+
+std::vector<std::wstring> ModelDocument::rowNames() const {
+  std::vector<std::wstring> names;
+  if (record.familyTable)
+    eachRow(*record.familyTable, [&](RowRecord& one) { names.push_back(text::upper(text::fromUtf8(one.name))); });
+  return names;
+}
+
+void ModelDocument::touch(RowRecord* row) {
+  modified_ = true;
+  if (!row || row->changed) return;
+  row->changed = true;
+  changedRows_.push_back(row);
+}
+
+void ModelDocument::markSaved() {
+  modified_ = false;
+  for (RowRecord* row : changedRows_) row->changed = false;
+  changedRows_.clear();
+}
+
+const ModelDocument::RelationNames& ModelDocument::relationNames() {
+  if (!relationNames_) {
+    relationNames_ = std::make_unique<RelationNames>();
+    for (const std::string& line : record.relations) collectNames(line, *relationNames_);
+  }
+  return *relationNames_;
+}
+
+std::wstring documentFileName(const ModelDocument& document, int version) {
+  return version > 0 ? document.fileStem + L'.' + std::to_wstring(version) : document.fileStem;
+}
+
+void linkRows(FamilyTableRecord& table, RowRecord* parent) {
+  for (const auto& row : table.instances) {
+    row->parent = parent;
+    if (row->familyTable) linkRows(*row->familyTable, row.get());
+  }
+}
+
+}  // namespace headless

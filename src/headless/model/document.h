@@ -1,0 +1,62 @@
+// A document in memory, shared by the model it is and the instances of its family table.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "creo/ProTypes.h"
+#include "headless/store/document.h"
+
+namespace headless {
+
+class ModelDocument {
+ public:
+  std::wstring name;                // upper case
+  creo::ProMdlType type = creo::ProMdlType::unused;
+  int version = 0;                  // of the file; 0 for one that was never saved
+  std::wstring folder;              // with its closing backslash
+  std::wstring fileStem;            // "bracket.prt", as the file is written on disk
+  int writtenVersion = 0;           // the version that this session wrote last; 0: none
+  ModelRecord record;
+
+  // The row of that name, in this table or one below it; null for none.
+  RowRecord* row(std::wstring_view rowName);
+  // The table that a row hangs in, or, for none, the document's own; null without one.
+  [[nodiscard]] FamilyTableRecord* tableAbove(const RowRecord* row) const;
+  // The table of a row's own instances, or, for none, the document's.
+  [[nodiscard]] FamilyTableRecord* tableOf(const RowRecord* row) const;
+  // Names of all rows, in upper case.
+  [[nodiscard]] std::vector<std::wstring> rowNames() const;
+  // Rows were added or taken away.
+  void rowsChanged() { rowsByName_.clear(); }
+
+  // Marks a change of the document itself, or of a row.
+  void touch(RowRecord* row);
+  // Of the document: whether anything in it changed; of a row: whether the row did.
+  [[nodiscard]] bool isModified(const RowRecord* row) const { return row ? row->changed : modified_; }
+  void markSaved();
+
+  // Names that relations assign to or read, folded.
+  struct RelationNames {
+    std::unordered_set<std::string> assigned, read;
+  };
+  const RelationNames& relationNames();
+  void relationsChanged() { relationNames_.reset(); }
+
+ private:
+  bool modified_ = false;
+  std::vector<RowRecord*> changedRows_;
+  std::unordered_map<std::wstring, RowRecord*> rowsByName_;
+  std::unique_ptr<RelationNames> relationNames_;
+};
+
+// "bracket.prt.3"
+std::wstring documentFileName(const ModelDocument& document, int version);
+// Sets the rows' parents after reading.
+void linkRows(FamilyTableRecord& table, RowRecord* parent);
+
+}  // namespace headless

@@ -1,0 +1,124 @@
+#include "headless/model/family.h"
+
+#include <algorithm>
+
+#include "headless/model/parameters.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::ProFamitemType;
+
+namespace {
+
+std::size_t columnAt(FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
+  const auto& columns = table.items.list;
+  const auto nameAt = [&](std::size_t i) -> std::string_view { return columns[i].name; };
+  const std::size_t first = table.items.index.find(name, columns.size(), nameAt);
+  // Columns of other types may have the same name.
+  for (std::size_t i = first; i < columns.size(); ++i)
+    if (columns[i].type == type && sameName(columns[i].name, name)) return i;
+  return NameIndex::kNone;
+}
+
+// A row's values stand in the columns' order as a rule, so a column's value is at its number or shortly before.
+std::size_t valueAt(const RowRecord& row, std::size_t column, std::string_view name) {
+  const auto& values = row.values;
+  const std::size_t start = std::min(column + 1, values.size());
+  for (std::size_t i = start; i-- > 0;)
+    if (sameName(values[i].name, name)) return i;
+  for (std::size_t i = start; i < values.size(); ++i)
+    if (sameName(values[i].name, name)) return i;
+  return NameIndex::kNone;
+}
+
+}  // namespace
+
+const Scalar* rowValue(const ModelDocument& document, const RowRecord* row, ProFamitemType type,
+                       std::string_view name) {
+  for (; row; row = row->parent) {
+    FamilyTableRecord* table = document.tableAbove(row);
+    const std::size_t column = columnAt(*table, type, name);
+    if (column == NameIndex::kNone) continue;
+    const std::size_t value = valueAt(*row, column, name);
+    if (value != NameIndex::kNone) return &row->values[value].value;
+  }
+  return nullptr;
+}
+
+void setRowValue(ModelDocument& document, RowRecord& row, ProFamitemType type, std::string_view name, Scalar value) {
+  FamilyTableRecord& table = *document.tableAbove(&row);
+  std::size_t column = columnAt(table, type, name);
+  if (column == NameIndex::kNone) {
+    addColumn(table, type, name);
+    column = table.items.list.size() - 1;
+  }
+  const std::size_t at = valueAt(row, column, name);
+  if (at != NameIndex::kNone)
+    row.values[at].value = std::move(value);
+  else
+    row.values.push_back({table.items.list[column].name, std::move(value)});
+}
+
+creo::ProError addColumn(FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
+  if (columnAt(table, type, name) != NameIndex::kNone) return creo::ProExists;
+  ColumnRecord& column = table.items.list.emplace_back();
+  column.type = type;
+  column.name = name;
+  return creo::ProNoError;
+}
+
+void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view name) {
+  const auto from = [&](FamilyTableRecord& table) {
+    const std::size_t column = columnAt(table, type, name);
+    if (column == NameIndex::kNone) return;
+    for (const auto& row : table.instances) {
+      const std::size_t value = valueAt(*row, column, name);
+      if (value == NameIndex::kNone) continue;
+      row->values.erase(row->values.begin() + static_cast<std::ptrdiff_t>(value));
+      document.touch(row.get());
+    }
+    table.items.list.erase(table.items.list.begin() + static_cast<std::ptrdiff_t>(column));
+    table.items.index.drop();
+  };
+  if (!document.record.familyTable) return;
+  from(*document.record.familyTable);
+  eachRow(*document.record.familyTable, [&](RowRecord& row) {
+    if (row.familyTable) from(*row.familyTable);
+  });
+}
+
+std::wstring rowFault(const ModelDocument& document, const RowRecord& row) {
+  for (const RowRecord* level = &row; level; level = level->parent) {
+    FamilyTableRecord& table = *document.tableAbove(level);
+    for (const auto& [name, value] : level->values) {
+      if (columnAt(table, ProFamitemType::parameter, name) == NameIndex::kNone) continue;
+      const ParameterRecord* parameter = findParameter(document, level->parent, name);
+      if (!parameter) return text::format(L"'%s' is no parameter of the generic", text::fromUtf8(name));
+      if (!fitsType(value, parameter->type))
+        return text::format(L"the value of '%s' is of another type", text::fromUtf8(name));
+    }
+  }
+  return {};
+}
+
+std::wstring genericName(const Model& model) {
+  if (model.row->parent) return text::upper(text::fromUtf8(model.row->parent->name));
+  return model.document->name;
+}
+
+std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
+  const Scalar* value = rowValue(*model.document, model.row, ProFamitemType::component, component.name);
+  if (value) {
+    if (const bool* there = std::get_if<bool>(value); there && !*there) return {};
+    if (const auto* other = std::get_if<std::string>(value)) {
+      if (sameName(*other, "N")) return {};
+      if (!sameName(*other, "Y")) return modelName(text::fromUtf8(*other)).name;
+    }
+  }
+  return modelName(text::fromUtf8(component.name)).name;
+}
+
+}  // namespace headless

@@ -1,0 +1,29 @@
+// What rows of family tables mean for the models they stand for.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+// The value that a row, or else a row above it, gives a column; null: the generic's own value holds.
+const Scalar* rowValue(const ModelDocument& document, const RowRecord* row, creo::ProFamitemType type,
+                       std::string_view name);
+// Gives the row a value, adding the column to its table where there is none.
+void setRowValue(ModelDocument& document, RowRecord& row, creo::ProFamitemType type, std::string_view name,
+                 Scalar value);
+// ProExists: the column is there.
+creo::ProError addColumn(FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
+// Takes a column away with all values in it.
+void removeColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view name);
+
+// Why the row can't be built, with the column's name; empty: it can.
+std::wstring rowFault(const ModelDocument& document, const RowRecord& row);
+// The immediate generic's name, in upper case. model is an instance.
+std::wstring genericName(const Model& model);
+// The name of the model in a component's place, in upper case; empty where the instance leaves the component out.
+std::wstring componentOf(const Model& model, const UsedModelRecord& component);
+
+}  // namespace headless

@@ -1,0 +1,168 @@
+#include "headless/model/models.h"
+
+#include <algorithm>
+
+#include "headless/model/family.h"
+#include "headless/store/faults.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::Got;
+using creo::ProError;
+using creo::ProMdl;
+using creo::ProMdlType;
+
+namespace {
+
+std::wstring fileLabel(std::wstring_view name, ProMdlType type) {
+  return std::wstring(name) + L'.' + creo::typeExtension(type);
+}
+
+}  // namespace
+
+Models::Models(ModelsHost host, std::wstring folder)
+    : host_(std::move(host)), store_(host_.withholdSaves), working_(os::asFolder(os::withBackslashes(folder))),
+      home_(working_) {}
+
+Model* Models::find(ProMdl model) const {
+  const auto number = static_cast<std::uint32_t>(model.value & 0xFFFFFFFFu);
+  if (number == 0 || number > places_.size()) return nullptr;
+  const Place& place = places_[number - 1];
+  return place.generation == model.value >> 32 ? place.model.get() : nullptr;
+}
+
+Got<ProMdl> Models::inMemory(std::wstring_view name, ProMdlType type) const {
+  const auto found = byKey_.find(modelKey(modelName(name).name, type));
+  if (found == byKey_.end()) return creo::ProNotFound;
+  return places_[found->second].model->handle;
+}
+
+std::vector<ModelInMemory> Models::list() const {
+  std::vector<ModelInMemory> out;
+  for (const Place& place : places_) {
+    if (!place.model) continue;
+    const Model& model = *place.model;
+    const ModelDocument& document = *model.document;
+    ModelInMemory& one = out.emplace_back();
+    one.handle = model.handle;
+    one.name = model.name;
+    one.type = document.type;
+    one.version = document.version;
+    if (document.version > 0) one.path = document.folder + documentFileName(document, document.version);
+    if (model.row) one.instanceOf = genericName(model);
+    one.modified = document.isModified(model.row);
+  }
+  return out;
+}
+
+Got<std::string> Models::documentText(ProMdl handle) const {
+  const Model* model = find(handle);
+  if (!model) return creo::ProBadInputs;
+  return writeDocument(model->document->record);
+}
+
+Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name) {
+  if (free_.empty()) {
+    free_.push_back(static_cast<std::uint32_t>(places_.size()));
+    places_.emplace_back();
+  }
+  const std::uint32_t at = free_.back();
+  free_.pop_back();
+  Place& place = places_[at];
+  place.model = std::make_unique<Model>();
+  place.model->handle.value = static_cast<std::uint64_t>(place.generation) << 32 | (at + 1);
+  place.model->document = std::move(document);
+  place.model->row = row;
+  place.model->name = std::move(name);
+  byKey_[modelKey(place.model->name, place.model->type())] = at;
+  countUses(*place.model, 1);
+  return *place.model;
+}
+
+// An instance uses its generic, so that the generic stays in memory as long as it.
+void Models::countUses(const Model& model, int by) {
+  if (model.row) uses_[modelKey(model.document->name, model.type())] += by;
+  for (const creo::ProDependency& used : dependencies(model))
+    if (used.name != model.name || used.type != model.type()) uses_[modelKey(used.name, used.type)] += by;
+}
+
+std::vector<creo::ProDependency> Models::dependencies(const Model& model) {
+  const ModelRecord& record = model.document->record;
+  std::vector<creo::ProDependency> out;
+  std::unordered_set<std::wstring> seen;
+  for (const UsedModelRecord& used : model.type() == ProMdlType::drawing ? record.models : record.components) {
+    const std::wstring name = componentOf(model, used);
+    if (!name.empty() && seen.insert(modelKey(name, used.type)).second)
+      out.push_back({name, creo::typeExtension(used.type), used.type});
+  }
+  return out;
+}
+
+ProError Models::erase(ProMdl handle) {
+  Model* model = find(handle);
+  if (!model) return creo::ProBadInputs;
+  const std::wstring key = modelKey(model->name, model->type());
+  if (const auto used = uses_.find(key); used != uses_.end() && used->second > 0) {
+    message(text::format(L"%s isn't erased: another model in memory uses it", fileLabel(model->name, model->type())));
+    return creo::ProGeneralError;
+  }
+  countUses(*model, -1);
+  byKey_.erase(key);
+  const auto at = static_cast<std::uint32_t>((handle.value & 0xFFFFFFFFu) - 1);
+  places_[at].model.reset();
+  ++places_[at].generation;
+  free_.push_back(at);
+  host_.erased(handle);
+  return creo::ProNoError;
+}
+
+ProError Models::save(ProMdl handle) {
+  const Model* model = find(handle);
+  if (!model) return creo::ProBadInputs;
+  ModelDocument& document = *model->document;
+  // A file that another program wrote meanwhile isn't overwritten.
+  const DocumentFile* newest = store_.folder(document.folder).find(document.name, document.type);
+  const int version = std::max(document.version, newest ? newest->version : 0) + 1;
+  if (const ProError error = write(document, version)) return error;
+  document.version = document.writtenVersion = version;
+  document.markSaved();
+  host_.saved({document.name, document.type, version, document.folder + documentFileName(document, version)});
+  return creo::ProNoError;
+}
+
+ProError Models::saveReplacing(ProMdl handle) {
+  const Model* model = find(handle);
+  if (!model) return creo::ProBadInputs;
+  ModelDocument& document = *model->document;
+  if (document.writtenVersion == 0) return creo::ProNotFound;
+  if (const ProError error = write(document, document.writtenVersion)) return error;
+  document.markSaved();
+  return creo::ProNoError;
+}
+
+ProError Models::write(ModelDocument& document, int version) {
+  Folder& folder = store_.folder(document.folder);
+  const DocumentFile file{document.name, document.type, version, documentFileName(document, version)};
+  if (const std::error_code error = store_.write(folder, file, writeDocument(document.record))) {
+    message(cantWrite(folder.path() + file.fileName, error));
+    return creo::ProGeneralError;
+  }
+  if (document.record.familyTable) folder.enterInstances(file, document.rowNames());
+  return creo::ProNoError;
+}
+
+bool Models::changeFolder(std::wstring_view path) {
+  std::wstring wanted = os::withBackslashes(path);
+  const bool absolute = wanted.find(L':') != std::wstring::npos || wanted.starts_with(L'\\');
+  if (!absolute) wanted = os::joined(working_, wanted);
+  if (!os::files().isFolder(wanted)) return false;
+  working_ = os::asFolder(wanted);
+  return true;
+}
+
+}  // namespace headless

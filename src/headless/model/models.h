@@ -1,0 +1,104 @@
+// The models in memory. A model is a document, or a row of a family table over its generic's document. Programs and
+// tests list, look at and save them here; the operations of creo/ stand on the same functions.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "headless/model/document.h"
+#include "headless/session/session.h"
+#include "headless/store/folder.h"
+
+namespace headless {
+
+// A model as its handle stands for it.
+struct Model {
+  creo::ProMdl handle;
+  std::shared_ptr<ModelDocument> document;
+  RowRecord* row = nullptr;   // of an instance
+  std::wstring name;          // upper case
+  [[nodiscard]] creo::ProMdlType type() const { return document->type; }
+};
+
+struct ModelInMemory {
+  creo::ProMdl handle;
+  std::wstring name;
+  creo::ProMdlType type = creo::ProMdlType::unused;
+  int version = 0;
+  std::wstring path;          // of the document; empty for a model that was never saved
+  std::wstring instanceOf;    // the immediate generic; empty for none
+  bool modified = false;
+};
+
+// What the models tell the session.
+struct ModelsHost {
+  std::function<void(const std::wstring&)> message;
+  std::function<void(const SavedDocument&)> saved;
+  std::function<void(creo::ProMdl)> erased;
+  bool withholdSaves = false;
+};
+
+class Models {
+ public:
+  Models(ModelsHost host, std::wstring folder);
+
+  // ---- for programs and tests
+  [[nodiscard]] std::vector<ModelInMemory> list() const;
+  // Writes the model's document once more in place of the version that this session wrote last; no notification.
+  // ProNotFound: this session hasn't saved it; ProGeneralError as ProMdlSave.
+  creo::ProError saveReplacing(creo::ProMdl model);
+  // The document as a save would write it now; an instance's is its generic's.
+  [[nodiscard]] creo::Got<std::string> documentText(creo::ProMdl model) const;
+
+  // ---- for the operations
+  // Null for a handle that has gone.
+  [[nodiscard]] Model* find(creo::ProMdl model) const;
+  [[nodiscard]] creo::Got<creo::ProMdl> inMemory(std::wstring_view name, creo::ProMdlType type) const;
+  creo::Got<creo::ProMdl> retrieve(std::wstring_view name, creo::ProMdlType type);
+  // The row as a model. ProGeneralError, with a line: a value doesn't fit its column.
+  creo::Got<creo::ProMdl> instance(const std::shared_ptr<ModelDocument>& document, RowRecord& row);
+  creo::ProError save(creo::ProMdl model);
+  creo::ProError erase(creo::ProMdl model);
+  // Each once, in the document's order; an instance leaves out or replaces components by its row.
+  [[nodiscard]] static std::vector<creo::ProDependency> dependencies(const Model& model);
+
+  [[nodiscard]] const std::wstring& workingFolder() const { return working_; }
+  // A relative path goes on from the working folder. False: no such folder.
+  bool changeFolder(std::wstring_view path);
+  void message(const std::wstring& text) const { host_.message(text); }
+
+ private:
+  struct Place {
+    std::uint32_t generation = 1;
+    std::unique_ptr<Model> model;
+  };
+  // One retrieval: what it brought in and still has to look through, and what it complained about.
+  struct Retrieval {
+    std::vector<std::shared_ptr<ModelDocument>> loaded;
+    std::unordered_set<std::wstring> missing;
+  };
+  creo::Got<creo::ProMdl> bring(std::wstring_view name, creo::ProMdlType type, Retrieval& retrieval);
+  creo::Got<creo::ProMdl> bringInstance(const ModelName& name, creo::ProMdlType type, Retrieval& retrieval);
+  creo::Got<creo::ProMdl> load(Folder& folder, const DocumentFile& file, Retrieval& retrieval);
+  void bringUsed(Retrieval& retrieval);
+  Model& add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name);
+  void countUses(const Model& model, int by);
+  creo::ProError write(ModelDocument& document, int version);
+  std::vector<Folder*> searched();
+
+  ModelsHost host_;
+  Store store_;
+  std::wstring working_, home_;
+  std::vector<Place> places_;
+  std::vector<std::uint32_t> free_;
+  std::unordered_map<std::wstring, std::uint32_t> byKey_;  // modelKey to place
+  std::unordered_map<std::wstring, int> uses_;             // modelKey to how many models in memory use it
+};
+
+}  // namespace headless

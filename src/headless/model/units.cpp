@@ -1,0 +1,141 @@
+#include "headless/model/units.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace headless {
+namespace {
+
+using Powers = std::array<int, UnitScale::kBases>;
+struct Row {
+  std::string_view name;
+  Powers powers;  // length, mass, time, temperature, current, angle
+  double factor;
+  double offset = 0;
+};
+
+constexpr double kInch = 0.0254, kPound = 0.45359237, kGravity = 9.80665;
+constexpr Powers kLength{1, 0, 0, 0, 0, 0}, kMass{0, 1, 0, 0, 0, 0}, kTime{0, 0, 1, 0, 0, 0}, kHeat{0, 0, 0, 1, 0, 0},
+    kCurrent{0, 0, 0, 0, 1, 0}, kAngle{0, 0, 0, 0, 0, 1}, kVolume{3, 0, 0, 0, 0, 0}, kForce{1, 1, -2, 0, 0, 0},
+    kPressure{-1, 1, -2, 0, 0, 0}, kEnergy{2, 1, -2, 0, 0, 0}, kPower{2, 1, -3, 0, 0, 0}, kRate{0, 0, -1, 0, 0, 0},
+    kVoltage{2, 1, -3, 0, -1, 0}, kResistance{2, 1, -3, 0, -2, 0};
+
+constexpr Row kUnits[] = {
+    {"m", kLength, 1},
+    {"mm", kLength, 1e-3},
+    {"cm", kLength, 1e-2},
+    {"dm", kLength, 1e-1},
+    {"km", kLength, 1e3},
+    {"micron", kLength, 1e-6},
+    {"in", kLength, kInch},
+    {"ft", kLength, 12 * kInch},
+    {"yd", kLength, 36 * kInch},
+    {"kg", kMass, 1},
+    {"g", kMass, 1e-3},
+    {"mg", kMass, 1e-6},
+    {"t", kMass, 1e3},
+    {"tonne", kMass, 1e3},
+    {"lbm", kMass, kPound},
+    {"lb", kMass, kPound},
+    {"oz", kMass, kPound / 16},
+    {"s", kTime, 1},
+    {"sec", kTime, 1},
+    {"ms", kTime, 1e-3},
+    {"min", kTime, 60},
+    {"h", kTime, 3600},
+    {"hr", kTime, 3600},
+    {"hour", kTime, 3600},
+    {"K", kHeat, 1},
+    {"C", kHeat, 1, 273.15},
+    {"F", kHeat, 5.0 / 9, 459.67 * 5 / 9},
+    {"A", kCurrent, 1},
+    {"mA", kCurrent, 1e-3},
+    {"deg", kAngle, 1},
+    {"rad", kAngle, 180 / std::numbers::pi},
+    {"l", kVolume, 1e-3},
+    {"N", kForce, 1},
+    {"kN", kForce, 1e3},
+    {"lbf", kForce, kPound * kGravity},
+    {"Pa", kPressure, 1},
+    {"kPa", kPressure, 1e3},
+    {"MPa", kPressure, 1e6},
+    {"GPa", kPressure, 1e9},
+    {"bar", kPressure, 1e5},
+    {"psi", kPressure, kPound * kGravity / (kInch * kInch)},
+    {"J", kEnergy, 1},
+    {"kJ", kEnergy, 1e3},
+    {"W", kPower, 1},
+    {"kW", kPower, 1e3},
+    {"Hz", kRate, 1},
+    {"rpm", kRate, 1.0 / 60},
+    {"V", kVoltage, 1},
+    {"Ohm", kResistance, 1},
+};
+
+// How large a system's own length, mass and time are in metre, kilogram and second, and which temperature it uses.
+struct System {
+  std::string_view name;
+  double length, mass, time;
+  std::string_view temperature;
+};
+constexpr System kSystems[] = {
+    {"mmKs", 1e-3, 1, 1, "C"},    {"mmNs", 1e-3, 1e3, 1, "C"},      {"mks", 1, 1, 1, "K"},
+    {"cgs", 1e-2, 1e-3, 1, "C"},  {"inlbs", kInch, kPound, 1, "F"}, {"fps", 12 * kInch, kPound, 1, "F"},
+};
+
+const Row* rowOf(std::string_view name) {
+  for (const Row& row : kUnits)
+    if (row.name == name) return &row;
+  return nullptr;
+}
+
+// Takes "mm^2" from the front of `rest`; false: no unit is known there.
+bool takeFactor(std::string_view& rest, int sign, UnitScale& into, bool alone) {
+  const auto end = rest.find_first_of("*/^");
+  const Row* row = rowOf(rest.substr(0, end));
+  if (!row) return false;
+  rest.remove_prefix(end == std::string_view::npos ? rest.size() : end);
+  int power = 1;
+  if (rest.size() >= 2 && rest[0] == '^') {
+    if (rest[1] < '1' || rest[1] > '9') return false;
+    power = rest[1] - '0';
+    rest.remove_prefix(2);
+  }
+  if (!rest.empty() && rest[0] != '*' && rest[0] != '/') return false;
+  for (std::size_t i = 0; i < UnitScale::kBases; ++i) into.powers[i] += sign * power * row->powers[i];
+  into.factor *= std::pow(row->factor, sign * power);
+  // A temperature in a product is a difference of temperatures.
+  if (alone && rest.empty() && power == 1) into.offset = row->offset;
+  return true;
+}
+
+}  // namespace
+
+std::optional<UnitScale> unitScale(std::string_view unit) {
+  UnitScale scale;
+  if (!takeFactor(unit, 1, scale, true)) return std::nullopt;
+  while (!unit.empty()) {
+    const int sign = unit[0] == '/' ? -1 : 1;
+    unit.remove_prefix(1);
+    if (!takeFactor(unit, sign, scale, false)) return std::nullopt;
+  }
+  return scale;
+}
+
+double inSystem(double value, std::string_view unit, std::string_view system) {
+  const auto scale = unitScale(unit);
+  if (!scale) return value;
+  const System* target = &kSystems[0];
+  for (const System& one : kSystems)
+    if (one.name == system) target = &one;
+  if (scale->powers == kHeat) {
+    const Row* own = rowOf(target->temperature);
+    return own->name == unit ? value : (value * scale->factor + scale->offset - own->offset) / own->factor;
+  }
+  double own = std::pow(target->length, scale->powers[0]) * std::pow(target->mass, scale->powers[1]) *
+               std::pow(target->time, scale->powers[2]);
+  if (scale->powers[3] != 0 && target->temperature == "F") own *= std::pow(5.0 / 9, scale->powers[3]);
+  return scale->factor == own ? value : value * (scale->factor / own);
+}
+
+}  // namespace headless

@@ -1,0 +1,35 @@
+// The document of a model: from bytes to records and back.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "headless/store/records.h"
+
+namespace headless {
+
+// Brings a tree of one format to the next one.
+struct Migration {
+  int from = 0;
+  void (*run)(Json& document) = nullptr;
+};
+// Those that this version knows, in ascending order.
+std::span<const Migration> knownMigrations();
+
+// Reads a document of any format up to the current one. `into` is meaningful only without a fault.
+JsonFault readDocument(std::string_view source, ModelRecord& into,
+                       std::span<const Migration> migrations = knownMigrations());
+// The same record gives the same bytes; a closing line feed stands at the end.
+std::string writeDocument(const ModelRecord& record);
+
+// Calls f(RowRecord&) for each row of a table, those of nested tables among them, parents first.
+template <class F>
+void eachRow(FamilyTableRecord& table, F&& f) {
+  for (const auto& row : table.instances) {
+    f(*row);
+    if (row->familyTable) eachRow(*row->familyTable, f);
+  }
+}
+
+}  // namespace headless

@@ -1,0 +1,18 @@
+#include "headless/store/faults.h"
+
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+
+std::wstring cantRead(const std::wstring& path, const JsonFault& fault) {
+  return text::format(L"%s:%lld: %s", path, fault.line, fault.reason);
+}
+std::wstring cantRead(const std::wstring& path, std::error_code error) {
+  return text::format(L"%s: can't be read: %s", path, text::fromUtf8(error.message()));
+}
+std::wstring cantWrite(const std::wstring& path, std::error_code error) {
+  return text::format(L"%s: can't be written: %s", path, text::fromUtf8(error.message()));
+}
+
+}  // namespace headless

@@ -1,0 +1,17 @@
+// Lines that place a fault of a document.
+#pragma once
+
+#include <string>
+#include <system_error>
+
+#include "headless/store/json.h"
+
+namespace headless {
+
+// "d:\models\bracket.prt.3:12: 'name' must be a text"
+std::wstring cantRead(const std::wstring& path, const JsonFault& fault);
+// "d:\models\bracket.prt.3: can't be read: Permission denied"
+std::wstring cantRead(const std::wstring& path, std::error_code error);
+std::wstring cantWrite(const std::wstring& path, std::error_code error);
+
+}  // namespace headless

@@ -1,0 +1,231 @@
+#include "headless/store/folder.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "headless/store/document.h"
+#include "headless/store/faults.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace headless {
+
+using creo::ProMdlType;
+
+namespace {
+
+constexpr ProMdlType kTypes[] = {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing, ProMdlType::manufacturing};
+
+bool isNumber(std::wstring_view text) {
+  return !text.empty() && text.size() < 10 && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+}
+
+// A folder's time as a text that changes with it, and whether it is so young that a further change could have the same.
+struct FolderStamp {
+  std::wstring text;
+  bool unsettled = false;
+};
+FolderStamp stampOf(const std::wstring& path) {
+  using namespace std::chrono;
+  const auto time = os::files().modified(path);
+  if (!time) return {};
+  const os::FileTime& t = time.value;
+  const auto at = sys_days{year{t.year} / t.month / t.day} + hours{t.hour} + minutes{t.minute} + seconds{t.second} +
+                  milliseconds{t.millisecond};
+  return {std::to_wstring(at.time_since_epoch().count()), system_clock::now() - at < milliseconds{30}};
+}
+
+// Calls f(name, generic) for each row of a table and of those below.
+template <class F>
+void eachInstance(const Json& table, const std::string& generic, F f) {
+  const Json* rows = table.member("instances");
+  if (!rows) return;
+  for (const Json& row : rows->items) {
+    const Json* name = row.member("name");
+    if (!name || !name->is(JsonKind::text)) continue;
+    f(name->text, generic);
+    if (const Json* nested = row.member("familyTable")) eachInstance(*nested, name->text, f);
+  }
+}
+
+void collectUses(const std::vector<UsedModelRecord>& used, std::vector<creo::ProDependency>& into) {
+  for (const UsedModelRecord& one : used)
+    into.push_back({modelName(text::fromUtf8(one.name)).name, creo::typeExtension(one.type), one.type});
+}
+
+void collectRows(const FamilyTableRecord& table, const std::wstring& generic, FolderDocument& into) {
+  for (const auto& row : table.instances) {
+    const std::wstring name = text::upper(text::fromUtf8(row->name));
+    into.instances.push_back({name, generic});
+    if (row->familyTable) collectRows(*row->familyTable, name, into);
+  }
+}
+
+}  // namespace
+
+ProMdlType modelType(std::wstring_view extension) {
+  for (const ProMdlType type : kTypes)
+    if (text::equalNoCase(extension, creo::typeExtension(type))) return type;
+  return ProMdlType::unused;
+}
+
+std::wstring modelKey(std::wstring_view name, ProMdlType type) {
+  return text::upper(name) + L'.' + creo::typeExtension(type);
+}
+
+ModelName modelName(std::wstring_view text) {
+  const auto open = text.find(L'<');
+  if (open == std::wstring_view::npos || text.back() != L'>') return {text::upper(text), {}};
+  return {text::upper(text.substr(0, open)), text::upper(text.substr(open + 1, text.size() - open - 2))};
+}
+
+std::optional<DocumentFile> documentFile(std::wstring_view fileName) {
+  std::wstring_view rest = fileName;
+  DocumentFile file;
+  if (const auto dot = rest.rfind(L'.'); dot != std::wstring_view::npos && isNumber(rest.substr(dot + 1))) {
+    file.version = text::parseInt(rest.substr(dot + 1));
+    rest = rest.substr(0, dot);
+  }
+  const auto dot = rest.rfind(L'.');
+  if (dot == std::wstring_view::npos || dot == 0) return std::nullopt;
+  file.type = modelType(rest.substr(dot + 1));
+  if (file.type == ProMdlType::unused) return std::nullopt;
+  file.name = text::upper(rest.substr(0, dot));
+  file.fileName = fileName;
+  return file;
+}
+
+const DocumentFile* Folder::find(std::wstring_view name, ProMdlType type) {
+  if (!listed_) list();
+  const std::wstring key = modelKey(name, type);
+  auto found = files_.find(key);
+  if (found == files_.end()) {
+    refreshIfNewer();
+    found = files_.find(key);
+  }
+  return found == files_.end() ? nullptr : &found->second;
+}
+
+std::vector<DocumentFile> Folder::documents() {
+  if (!listed_) list();
+  std::vector<std::pair<const std::wstring*, const DocumentFile*>> order;
+  order.reserve(files_.size());
+  for (const auto& [key, file] : files_) order.emplace_back(&key, &file);
+  std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return *a.first < *b.first; });
+  std::vector<DocumentFile> out;
+  out.reserve(order.size());
+  for (const auto& [key, file] : order) out.push_back(*file);
+  return out;
+}
+
+void Folder::list() {
+  const FolderStamp stamp = stampOf(path_);
+  stamp_ = stamp.text;
+  unsettled_ = stamp.unsettled;
+  listed_ = true;
+  instancesKnown_ = false;
+  files_.clear();
+  const auto entries = os::files().list(path_);
+  for (const os::Entry& entry : entries.value) {
+    if (entry.isFolder) continue;
+    if (const auto file = documentFile(entry.name)) add(*file);
+  }
+  for (const DocumentFile& file : withheld_) add(file);
+}
+
+void Folder::refreshIfNewer() {
+  if (unsettled_ || stampOf(path_).text != stamp_) list();
+}
+
+void Folder::add(const DocumentFile& file) {
+  const auto [at, fresh] = files_.try_emplace(modelKey(file.name, file.type), file);
+  if (!fresh && at->second.version <= file.version) at->second = file;
+}
+
+void Folder::enter(const DocumentFile& file, bool onDisk) {
+  if (!onDisk) withheld_.push_back(file);
+  if (!listed_) return;
+  add(file);
+  // The session's own write isn't a reason to list the folder again.
+  if (onDisk) stamp_ = stampOf(path_).text;
+}
+
+std::wstring Folder::genericOf(std::wstring_view instance, ProMdlType type) {
+  if (!listed_) list();
+  if (!instancesKnown_) {
+    instancesKnown_ = true;
+    instances_.clear();
+    for (const DocumentFile& file : documents()) {
+      if (file.type == ProMdlType::drawing) continue;
+      const auto bytes = os::files().read(path_ + file.fileName);
+      // Most documents have no table; those needn't be read as JSON.
+      if (!bytes || bytes.value.find("\"familyTable\"") == std::string::npos) continue;
+      Json tree;
+      if (parseJson(bytes.value, tree)) continue;
+      const Json* table = tree.member("familyTable");
+      if (!table) continue;
+      eachInstance(*table, {}, [&](const std::string& name, const std::string&) {
+        instances_.try_emplace(modelKey(text::fromUtf8(name), file.type), file.name);
+      });
+    }
+  }
+  const auto found = instances_.find(modelKey(instance, type));
+  return found == instances_.end() ? std::wstring() : found->second;
+}
+
+void Folder::enterInstances(const DocumentFile& generic, const std::vector<std::wstring>& instances) {
+  if (!instancesKnown_) return;
+  for (const std::wstring& name : instances) instances_.try_emplace(modelKey(name, generic.type), generic.name);
+}
+
+std::vector<FolderDocument> readFolder(std::wstring_view folderPath) {
+  Folder folder(os::asFolder(folderPath));
+  std::vector<FolderDocument> out;
+  for (const DocumentFile& file : folder.documents()) {
+    FolderDocument& document = out.emplace_back();
+    document.file = file;
+    document.path = folder.path() + file.fileName;
+    const auto bytes = os::files().read(document.path);
+    if (!bytes) {
+      document.fault = cantRead(document.path, bytes.error);
+      continue;
+    }
+    ModelRecord record;
+    if (const JsonFault fault = readDocument(bytes.value, record)) {
+      document.fault = cantRead(document.path, fault);
+      continue;
+    }
+    collectUses(file.type == ProMdlType::drawing ? record.models : record.components, document.uses);
+    if (record.familyTable) collectRows(*record.familyTable, file.name, document);
+  }
+  return out;
+}
+
+Folder& Store::folder(std::wstring_view path) {
+  std::wstring whole = os::asFolder(os::withBackslashes(path));
+  auto& held = folders_[text::lower(whole)];
+  if (!held) held = std::make_unique<Folder>(std::move(whole));
+  return *held;
+}
+
+os::Result<std::string> Store::read(const std::wstring& path) const {
+  if (const auto held = withheld_.find(path); held != withheld_.end()) return {held->second, {}};
+  return os::files().read(path);
+}
+
+std::error_code Store::write(Folder& folder, const DocumentFile& file, std::string_view bytes) {
+  const std::wstring path = folder.path() + file.fileName;
+  if (withhold_) {
+    withheld_[path] = bytes;
+  } else if (const std::error_code error = os::files().write(path, bytes)) {
+    return error;
+  }
+  folder.enter(file, !withhold_);
+  return {};
+}
+
+}  // namespace headless

@@ -99,11 +99,10 @@ TEST_F(DiskFilesTest, WritingKeepsModeAndLinkAndTakesTheLongestName) {
 
 TEST_F(DiskFilesTest, PipesAndDevicesAreRefusedWithoutWaiting) {
   ASSERT_EQ(0, ::mkfifo(disk_.at("pipe").c_str(), 0600));
-  for (const auto* path : {L"d:\\pipe", L"z:\\dev\\null"}) {
-    EXPECT_EQ(errc::operation_not_permitted, files().read(path).error);
-    EXPECT_EQ(errc::operation_not_permitted, files().write(path, "x"));
-    EXPECT_TRUE(files().append(path).error);
-  }
+  EXPECT_EQ(errc::operation_not_permitted, files().read(L"d:\\pipe").error);
+  EXPECT_EQ(errc::operation_not_permitted, files().read(L"z:\\dev\\zero").error);
+  EXPECT_EQ(errc::operation_not_permitted, files().write(L"d:\\pipe", "x"));
+  EXPECT_TRUE(files().append(L"d:\\pipe").error);
   disk_.file("a", "x");
   EXPECT_EQ(errc::operation_not_permitted, files().rename(L"d:\\a", L"d:\\pipe"));
   EXPECT_EQ("a pipe", disk_.tree());

@@ -1,6 +1,7 @@
 #include "actions/model/instances.h"
 
 #include "core/log.h"
+#include "documents/filter.h"
 #include "documents/predicates.h"
 
 namespace actions {

@@ -2,6 +2,7 @@
 #include "creo/ProUI.h"
 #include "headless/creo/proui_calls.h"
 #include "headless/proui/resource.h"
+#include "headless/store/faults.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -43,8 +44,7 @@ ProError ProUIDialogCreate(const std::string& dialog, const std::string& resourc
   if (path.empty()) return ProNotFound;
   const auto content = os::files().read(path);
   if (!content) {
-    Session::current().showMessage(
-        text::format(L"%s: can't be read: %s", path, text::fromUtf8(content.error.message())));
+    Session::current().showMessage(headless::cantRead(path, content.error));
     return ProGeneralError;
   }
   auto read = headless::readDialog(dialog, content.value, path, options.language);

@@ -55,8 +55,8 @@ TEST_F(Messages, TextsStandUnderTheirNumbers) {
 }
 
 TEST_F(Messages, OnlyDeSelectsGerman) {
-  for (const auto& [language, german] : {std::pair{L"de", true}, {L"DE", true}, {L"fr", false}, {L"", false},
-                                         {L"de ", false}, {L"deutsch", false}}) {
+  for (const auto& [language, german] :
+       {std::pair{L"de", true}, {L"DE", true}, {L"fr", false}, {L"", false}, {L"de ", false}, {L"deutsch", false}}) {
     core::setLanguage(german ? L"en" : L"de");
     core::setLanguage(language);
     EXPECT_EQ(german, core::useGerman()) << language;
@@ -74,9 +74,10 @@ TEST_F(Messages, AShortTableIsFound) {
 
 TEST_F(Messages, FeatureTypesByCode) {
   const std::pair<const wchar_t*, int> cases[] = {
-      {L"0", 1085}, {L"9", 1046},  {L"10", 1241}, {L"42", 176},       {L"71", 0}, {L"100", 1221}, {L"138", 0},
-      {L"169", 967}, {L"230", 2000}, {L"245", 1254}, {L"246", 3},      {L"", 3},   {L"-1", 3},     {L"042", 3},
-      {L" 42", 3},   {L"42x", 3},   {L"1000", 3},   {L"4294967338", 3}, {L"x", 3},  {L"99999999999999999999", 3}};
+      {L"0", 1085},   {L"9", 1046}, {L"10", 1241},      {L"42", 176},   {L"71", 0},
+      {L"100", 1221}, {L"138", 0},  {L"169", 967},      {L"230", 2000}, {L"245", 1254},
+      {L"246", 3},    {L"", 3},     {L"-1", 3},         {L"042", 3},    {L" 42", 3},
+      {L"42x", 3},    {L"1000", 3}, {L"4294967338", 3}, {L"x", 3},      {L"99999999999999999999", 3}};
   for (const auto& [code, type] : cases) EXPECT_EQ(type, core::featureTypeFromCode(code)) << code;
 }
 

@@ -73,8 +73,7 @@ TEST(Xml, TextsAndTheirTrees) {
       {L"<>", L"root()"},
       {L"<a x=\"R&amp;D\"/>", L"root(a[x=R&D])"},
       {L"<a x=\"&lt;&gt;&quot;\"/>", L"root(a[x=<>\"])"},
-      {L"<a x=\"&amp;lt; &amp;gt; &amp;quot; &amp;amp; &amp;amp;lt;\"/>",
-       L"root(a[x=< &gt; &quot; &amp; &amp;lt;])"},
+      {L"<a x=\"&amp;lt; &amp;gt; &amp;quot; &amp;amp; &amp;amp;lt;\"/>", L"root(a[x=< &gt; &quot; &amp; &amp;lt;])"},
       {L"<a x=\"&#65; &apos; & &a&\"/>", L"root(a[x=&#65; &apos; & &a&])"},
       {L"<ä ö=\"ü&amp;\U0001F600\"/>", L"root(ä[ö=ü&\U0001F600])"},
   };
@@ -170,8 +169,10 @@ TEST(Xml, Files) {
   const os::SurroundingsGuard guard;
   const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "kvd_xml_test";
   std::filesystem::create_directories(folder);
-  os::mounts().add(L'q', folder);
-  ASSERT_FALSE(os::files().write(L"q:\\list.xml", "\xEF\xBB\xBF<list name=\"Pr\xC3\xBC" "fung\"/>"));
+  os::mounts().set(L'q', folder.string());
+  ASSERT_FALSE(os::files().write(L"q:\\list.xml",
+                                 "\xEF\xBB\xBF<list name=\"Pr\xC3\xBC"
+                                 "fung\"/>"));
   const auto loaded = core::xmlLoadFile(L"q:\\list.xml");
   ASSERT_TRUE(loaded);
   EXPECT_EQ(L"root(list[name=Prüfung])", shape(*loaded.document->root()));

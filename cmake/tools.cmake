@@ -13,6 +13,8 @@ add_library(kvd_flags INTERFACE)
 target_compile_options(kvd_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
   -Wcast-qual -Wformat=2 -Wunused -Werror -fno-math-errno)
+# Programs would be compiled with -fPIE, for which the libraries' precompiled header is no use.
+target_compile_options(kvd_flags INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang>:-fPIC>)
 if(KVD_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)

@@ -14,9 +14,9 @@ namespace core {
 
 // One key. apply gets the value with its environment variables replaced.
 struct ConfigKey {
-  std::wstring_view name;        // "kvd_log_level"
-  std::wstring_view shortName;   // "loglevel"; may be empty
-  int sourceSlot;                // in PluginState::optionSource; -1: keeps none
+  std::wstring_view name;       // "kvd_log_level"
+  std::wstring_view shortName;  // "loglevel"; may be empty
+  int sourceSlot;               // in PluginState::optionSource; -1: keeps none
   void (*apply)(PluginState& state, const std::wstring& value);
 };
 // In the order of evaluation; the slots are numbered in that order.

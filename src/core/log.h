@@ -11,7 +11,7 @@ namespace core {
 constexpr int kNormal = 0;
 constexpr int kWarning = 1;
 constexpr int kError = 2;
-constexpr int kFilterNote = 3;   // a warning that marks its parent only if the configuration says so
+constexpr int kFilterNote = 3;  // a warning that marks its parent only if the configuration says so
 constexpr int kDebug = 8;
 constexpr int kTitle = 9;
 
@@ -47,7 +47,8 @@ void creoLog(std::wstring_view text, int level = 0);
 // A progress line of the start: only while `noDebugInLogFile` is 0.
 void creoProgress(std::wstring_view text);
 
-// Rebuilds the view from the file, which it closes; the next line opens one again. During a trigger's run it only closes.
+// Rebuilds the view from the file, which it closes; the next line opens one again. During a trigger's run it only
+// closes.
 void logRender();
 // Marks the closed file as to be rendered.
 void logReopenForRendering();
@@ -56,7 +57,9 @@ void logClearView();
 void logCloseFile();
 
 // What a run leaves in numbers, since the last reset: lines of each level that went to the file.
-struct LogCounts { int errors = 0, warnings = 0; };
+struct LogCounts {
+  int errors = 0, warnings = 0;
+};
 LogCounts logCounts();
 
 // All of the log's own state as at the start of the process; for the teardown.

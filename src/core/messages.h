@@ -19,8 +19,10 @@ const wchar_t* msgText(int id);
 // "de", case-blind, selects German; anything else English.
 void setLanguage(std::wstring_view language);
 bool useGerman();
-// 0, or 1 when the tables differ in length; then three lines in Creo's message area tell the lengths.
+// 0, or 1 when the tables differ in length; then three lines in Creo's message area tell the lengths. A table's length
+// is the number of its filled entries: one that lacks rows is told from a whole one.
 int checkMessageTables();
+int checkMessageTables(const MessageTable& english, const MessageTable& german, int keys);
 
 // Creo's feature type for a list's code, a decimal text "0" to "245". A text that is no entry gives 3.
 int featureTypeFromCode(std::wstring_view code);

@@ -31,13 +31,13 @@ using XmlChildBlock = XmlBlock<XmlNode>;
 using XmlAttrBlock = XmlBlock<XmlAttr>;
 
 struct XmlNode {
-  XmlNode* next = nullptr;    // document order
+  XmlNode* next = nullptr;  // document order
   XmlNode* prev = nullptr;
   XmlNode* parent = nullptr;  // the document node is its own parent
   XmlChildBlock* children = nullptr;
   XmlAttrBlock* attributes = nullptr;
-  std::wstring_view name;     // "root" for the document node
-  std::size_t position = 0;   // of the tag's "<" in the text, in characters
+  std::wstring_view name;    // "root" for the document node
+  std::size_t position = 0;  // of the tag's "<" in the text, in characters
   std::uint16_t isElement = 0;
 };
 

@@ -20,15 +20,20 @@ constexpr int kNotAKey = -25;
 
 // The gate of each action: the type switches, then, with forEF "true", the filter block. 0 or 2.
 int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::ProMdl model);
-// Items are read left to right as groups of ANDs joined by ORs, without brackets. silent: no numbered log lines. 0 or 2.
+// Items are read left to right as groups of ANDs joined by ORs, without brackets. silent: no numbered log lines. 0
+// or 2.
 int evaluateFilter(const core::XmlNode& block, std::wstring_view extension, creo::ProMdl model, bool silent);
+// The block of a filter file: the document itself where the file's element is a group of items, else that element.
+// Null for an empty file.
+const core::XmlNode* filterFileBlock(const core::XmlDocument& document);
 // The predicate of that key. silentLookup: an unknown key gives kNotAKey without its line. Keys that this version
 // doesn't carry out give kNotApplicable and one error line.
 int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup = false);
 bool isPredicate(std::wstring_view type);
 bool predicateIsCarriedOut(std::wstring_view type);
 
-// A table row's model: "BRACKET.PRT" less its last four characters, retrieved by the type of the extension. Null on failure.
+// A table row's model: "BRACKET.PRT" less its last four characters, retrieved by the type of the extension ("PRT",
+// "ASM", "DRW"; any other is a part). Null on failure.
 creo::ProMdl retrieveByFileName(std::string_view fileName, std::wstring_view extension);
 
 }  // namespace documents

@@ -2,13 +2,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "creo/ProTypes.h"
 
 namespace engine {
 
-struct HistoryRecord { std::wstring package, list, date, user; };
+struct HistoryRecord {
+  std::wstring package, list, date, user;
+};
 
 // Adds a record for the chosen package and list. Nothing when history is switched off or the data can't be opened.
 void writeHistory(creo::ProMdl model);
@@ -16,5 +19,8 @@ void writeHistory(creo::ProMdl model);
 bool isAlreadyReworked(creo::ProMdl model);
 // All records; false when the model's data can't be opened. A slot that can't be read keeps the former record's value.
 bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records);
+// What the history dialog shows for a table row ("BRACKET.PRT"): a line a record, "*" before those of the chosen
+// package and list; "No history found" without one, "No model selected" for a text that names no model.
+std::wstring historyText(std::string_view row);
 
 }  // namespace engine

@@ -1,5 +1,5 @@
 // The models that a run will visit. They live in the rows of the main dialog's table "LargeTable" and nowhere else;
-// beside them stand indexes that are rebuilt with them.
+// beside them stand indexes that are emptied with them.
 #pragma once
 
 #include <string>
@@ -12,7 +12,10 @@ namespace engine {
 
 constexpr const char* kModelTable = "LargeTable";
 
-// Walks from the start model (Creo's current one when it is null) and adds what passes. Rows that are there stay.
+// Walks from the start model (Creo's current one when it is null) and adds what passes. Rows that are there stay, and
+// models that an earlier start led to under the same flags and filters aren't walked again: filling the table from many
+// starts costs one walk over all of them. A start that is given again is walked anew. Returns the last failure of the
+// dialog, or why there is no start.
 creo::ProError rebuildModelTable(creo::ProMdl start);
 // Deletes all rows with the components of their cells.
 void clearModelTable();
@@ -20,19 +23,25 @@ void clearModelTable();
 void refreshModelTable();
 
 void setTypeFilters(bool part, bool assembly, bool drawing, bool instance, bool currentOnly);
-struct TypeFilters { bool part = true, assembly = true, drawing = true, instance = false, currentOnly = false; };
+struct TypeFilters {
+  bool part = true, assembly = true, drawing = true, instance = false, currentOnly = false;
+};
 TypeFilters readTypeFilters();
 
-// Loads a filter file of the package ("parts.xml") for the whole table and rebuilds.
+// Loads a filter file of the package ("parts.xml") for the whole table, clears and rebuilds. A file that can't be read
+// is an error line and refuses every model.
 void loadGlobalFilter(std::string_view name);
+// Without one in force only rebuilds.
 void dropGlobalFilter(creo::ProMdl start);
+// Drops it and leaves the rows as they are.
+void forgetGlobalFilter();
 // Takes the filter block of an action list ("clean.xml"); clears and rebuilds unless a run is starting.
 void loadListFilter(std::string_view name);
 
-// Checks out the selected rows' models where a server is active.
+// Checks out the models of the rows whose check button is set, where a server is active, and redraws their states.
 void checkOutSelected();
 
-// The verdicts on models are forgotten, filters are freed; for the tool's end.
+// All indexes and filters are forgotten, without a call to the dialog; for the tool's end.
 void resetModelTable();
 
 }  // namespace engine

@@ -38,8 +38,10 @@ struct Replaced {
   bool written = false;
   bool tooLong = false;
   std::wstring text;
-  // True when the text may be used as a value: written and not too long.
-  explicit operator bool() const { return status == 0 && written && !tooLong; }
+  // True when the text may be used as a value: written and not too long. A failed text function still delivers one.
+  [[nodiscard]] bool hasText() const { return written && !tooLong; }
+  // The same, and nothing failed on the way.
+  explicit operator bool() const { return status == 0 && hasText(); }
 };
 
 // Replaces all variable forms in a template. outSize: room of the result in UTF-16 units, its zero included. A null
@@ -52,7 +54,8 @@ Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::
 // substitution leaves the text as it was; "/" becomes a backslash.
 std::wstring replaceVariablesPath(std::wstring_view input, creo::ProMdl model, std::wstring_view subdirectory,
                                   std::size_t outSize = text::kTextSize);
-// Case-sensitive replace-all; the source is read up to dstSize - 1 units, the rest is left out.
+// Case-sensitive replace-all; the source is read up to dstSize - 1 units, the rest is left out, and
+// so is what the result has more.
 std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
                             std::size_t dstSize);
 

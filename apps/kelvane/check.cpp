@@ -1,0 +1,40 @@
+// kelvane check: what of a package would not run.
+#include <nlohmann/json.hpp>
+
+#include "kelvane/package_check.h"
+#include "kelvane/verb.h"
+
+namespace kelvane {
+namespace {
+
+class Check : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    return {{"package", "PACKAGE", "a .kvz, or a folder of that layout", &package_}, {"--json", "", "as JSON", &json_}};
+  }
+  int run(Console& console) override {
+    const std::unique_ptr<PackageSource> package = openPackage(package_);
+    const std::vector<Finding> findings = checkPackage(*package);
+    if (json_) {
+      nlohmann::ordered_json all = nlohmann::ordered_json::array();
+      for (const Finding& finding : findings) {
+        all.push_back({{"file", finding.file}, {"line", finding.line}, {"text", finding.text}});
+      }
+      console.result(all.dump(2));
+    } else {
+      for (const Finding& finding : findings) console.result(shown(finding));
+    }
+    if (findings.empty()) console.note("nothing found");
+    return findings.empty() ? kFine : kErrors;
+  }
+
+ private:
+  std::string package_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeCheck() { return std::make_unique<Check>(); }
+
+}  // namespace kelvane

@@ -1,0 +1,46 @@
+// Where a verb writes: results on standard output, everything else on standard error.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace kelvane {
+
+enum class Ink { plain, bold, dim, red, green, yellow, cyan };
+
+class Console {
+ public:
+  Console(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
+
+  // A line of the result.
+  void result(std::string_view line) { out_ << line << '\n'; }
+  // A line for the person who waits; left out when quiet.
+  void note(std::string_view line) {
+    if (!quiet_) clearedErr() << line << '\n';
+  }
+  // A line about trouble; never left out.
+  void trouble(std::string_view line) { clearedErr() << line << '\n'; }
+  // A line on a terminal's standard error that the next one replaces.
+  void passing(std::string_view line);
+  void flush();
+
+  // The text with its colour, or as it is where results have no colours.
+  [[nodiscard]] std::string inked(Ink ink, std::string_view text) const;
+
+  // "auto": where standard output is a terminal and NO_COLOR isn't set. The program says what is a terminal.
+  void colours(const std::string& when, bool outIsTerminal);
+  void beQuiet(bool quiet) { quiet_ = quiet; }
+  void errIsTerminal(bool is) { errIsTerminal_ = is; }
+  [[nodiscard]] bool quiet() const { return quiet_; }
+  // True where passing lines make sense.
+  [[nodiscard]] bool live() const { return errIsTerminal_ && !quiet_; }
+
+ private:
+  std::ostream& clearedErr();
+  std::ostream& out_;
+  std::ostream& err_;
+  bool colours_ = false, quiet_ = false, errIsTerminal_ = false, passing_ = false;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,50 @@
+#include "kelvane/nearest.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "text/letters.h"
+
+namespace kelvane {
+namespace {
+
+std::size_t edits(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> before, last(b.size() + 1), now(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) last[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    now[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const std::size_t replaced = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+      now[j] = std::min({last[j] + 1, now[j - 1] + 1, replaced});
+      const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+      if (swapped) now[j] = std::min(now[j], before[j - 2] + 1);
+    }
+    before = std::exchange(last, now);
+  }
+  return last[b.size()];
+}
+
+}  // namespace
+
+std::string nearest(std::string_view wrong, std::span<const std::string> known) {
+  const std::string lower = text::lower(wrong);
+  std::size_t most = std::max<std::size_t>(1, wrong.size() / 3);
+  std::string best;
+  for (const std::string& word : known) {
+    const std::size_t longer = std::max(word.size(), wrong.size());
+    if (longer - std::min(word.size(), wrong.size()) > most) continue;
+    const std::size_t distance = edits(lower, text::lower(word));
+    if (distance < most || (distance == most && best.empty())) {
+      most = distance;
+      best = word;
+    }
+  }
+  return best;
+}
+
+std::string didYouMean(std::string_view wrong, std::span<const std::string> known) {
+  const std::string best = nearest(wrong, known);
+  return best.empty() ? "" : "; did you mean '" + best + "'?";
+}
+
+}  // namespace kelvane

@@ -1,0 +1,16 @@
+// "did you mean": the known word that a wrong one was probably meant to be.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace kelvane {
+
+// The word with the fewest edits (insert, delete, replace, swap of neighbours; case is no difference), if they are at
+// most a third of the length; the first of equals. Empty when none is near.
+std::string nearest(std::string_view wrong, std::span<const std::string> known);
+// "; did you mean 'x'?", or nothing.
+std::string didYouMean(std::string_view wrong, std::span<const std::string> known);
+
+}  // namespace kelvane

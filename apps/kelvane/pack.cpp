@@ -1,0 +1,38 @@
+// kelvane pack: a folder becomes a package.
+#include "kelvane/fault.h"
+#include "kelvane/packing.h"
+#include "kelvane/places.h"
+#include "kelvane/verb.h"
+#include "os/surroundings.h"
+
+namespace kelvane {
+namespace {
+
+class Pack : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    return {{"folder", "DIR", "folder with system/, actionlists/, filters/, models/ ...", &folder_},
+            {"package", "PACKAGE", "the package that is written, with or without .kvz", &package_}};
+  }
+  int run(Console& console) override {
+    (void)systemFolder(folder_);
+    const std::string target = package_.ends_with(".kvz") ? package_ : package_ + ".kvz";
+    const std::unique_ptr<PackageSource> source = openPackage(folder_);
+    const std::string bytes = packed(*source);
+    if (const auto error = os::files().write(systemPath(target), bytes)) {
+      throw Fault(target + " can't be written: " + error.message());
+    }
+    console.note(target + "  " + std::to_string(actionLists(*source).size()) + " lists  " +
+                 std::to_string(bytes.size()) + " bytes");
+    return kFine;
+  }
+
+ private:
+  std::string folder_, package_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makePack() { return std::make_unique<Pack>(); }
+
+}  // namespace kelvane

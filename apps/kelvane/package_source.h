@@ -1,0 +1,38 @@
+// A package as its members, whether it is a zip file or still a folder of that layout.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kelvane {
+
+// Members are named as in the zip, "actionlists/clean.xml", and sorted by their bytes.
+class PackageSource {
+ public:
+  virtual ~PackageSource() = default;
+  [[nodiscard]] virtual std::vector<std::string> members() const = 0;
+  // The bytes of a member. A Fault when it is damaged.
+  [[nodiscard]] virtual std::string read(const std::string& member) const = 0;
+};
+
+// A Fault says what is wrong: not there, no zip file, truncated, members that would leave the package's folder, more
+// bytes than any package holds.
+std::unique_ptr<PackageSource> openPackage(const std::string& path);
+// Reads every member, so that damage is found before anything runs.
+void readAll(const PackageSource& package);
+
+// "standards.kvz" for "packages/standards.kvz" as for the folder "packages/standards/".
+std::string packageFileName(const std::string& path);
+// The package's action lists: "clean.xml"; its filters.
+std::vector<std::string> actionLists(const PackageSource& package);
+std::vector<std::string> filters(const PackageSource& package);
+// The name among `known` that a person wrote with or without ".xml"; a Fault that shows those there are.
+std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what);
+
+// What a package must hold besides system/index.kvane, with the content that a missing one gets.
+const std::map<std::string, std::string>& folderMarks();
+constexpr const char* kPackageIndex = "system/index.kvane";
+
+}  // namespace kelvane

@@ -1,0 +1,53 @@
+// A verb of the program: its options as rows, and what it does.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "kelvane/console.h"
+#include "kelvane/exit_codes.h"
+
+namespace kelvane {
+
+using OptionTarget = std::variant<bool*, int*, std::string*, std::vector<std::string>*>;
+
+// "-n,--dry-run" is an option; a name without dashes is an argument, which must be given unless it is a list. An option
+// with a list as its target may be given several times.
+struct OptionRow {
+  const char* names;
+  const char* value;  // what the help shows for the value: "NAME.EXT"; "a|b|c" takes just these words
+  const char* help;
+  OptionTarget target;
+};
+
+class Verb {
+ public:
+  Verb() = default;
+  virtual ~Verb() = default;
+  Verb(const Verb&) = delete;
+  Verb& operator=(const Verb&) = delete;
+  virtual std::vector<OptionRow> options() = 0;
+  // The exit code; kCouldNot is thrown as a Fault.
+  virtual int run(Console& console) = 0;
+};
+
+struct VerbRow {
+  const char* name;
+  const char* help;
+  const char* example;
+  std::unique_ptr<Verb> (*make)();
+};
+// A file per verb, each with one of these.
+std::unique_ptr<Verb> makeRun();
+std::unique_ptr<Verb> makeLists();
+std::unique_ptr<Verb> makeCheck();
+std::unique_ptr<Verb> makeModels();
+std::unique_ptr<Verb> makeShow();
+std::unique_ptr<Verb> makeNew();
+std::unique_ptr<Verb> makeDiff();
+std::unique_ptr<Verb> makePack();
+std::unique_ptr<Verb> makeLog();
+
+}  // namespace kelvane

@@ -1,0 +1,33 @@
+// Lines for the user in Creo's own message area.
+#include "actions/families.h"
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProMessage.h"
+#include "engine/task.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr std::size_t kMessageRead = 520;   // room of the message before it is cut
+constexpr std::size_t kMessageShown = 255;  // characters that the message area takes
+
+Outcome writeToCreoLog(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Write To Creo Log"})) return *ended;
+  const std::wstring message = task.path(L"message", L"models", kMessageRead);
+  const std::wstring shown(text::cut(message, kMessageShown));
+  core::logIndented(shown, core::kNormal, 1);
+  // Shown whatever the configuration lets the plug-in's own lines do.
+  creo::ProMessageDisplay(core::pluginState().msgFile, "KVD USER %0s", shown);
+  creo::ProMessageClear();
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"writeToCreoLog", &writeToCreoLog}};
+
+}  // namespace
+
+std::span<const ActionFunction> creoLogActions() { return kActions; }
+
+}  // namespace actions

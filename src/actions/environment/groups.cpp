@@ -1,0 +1,101 @@
+// Groups: a list of tasks inside a task, run once or again and again.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "core/log.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+// Groups nested deeper are refused: each level takes its share of the stack, and a list may come from anywhere.
+constexpr int kDeepestGroup = 64;
+
+int& groupLevel() {
+  static int level = 0;
+  return level;
+}
+class LevelGuard {
+ public:
+  LevelGuard() { ++groupLevel(); }
+  ~LevelGuard() { --groupLevel(); }
+  LevelGuard(const LevelGuard&) = delete;
+  LevelGuard& operator=(const LevelGuard&) = delete;
+};
+
+void runPlain(const Task& task) { runSubtasks(task.node(), task.subject()); }
+
+// The bound is read anew each round, so that a variable set in the loop changes it. One that can't be replaced ends
+// the loop.
+int roundsOf(const Task& task) {
+  const Replaced count = task.text(L"forcount");
+  return count.hasText() ? text::parseInt(count.text) : 0;
+}
+void runLoop(const Task& task) {
+  for (int i = 0; i < roundsOf(task); ++i) {
+    core::logIndented(text::format(L"loop no - %d", i), core::kNormal, 1);
+    runSubtasks(task.node(), task.subject());
+  }
+}
+
+struct Mode {
+  std::wstring_view value;  // of `reworkMode`
+  std::wstring_view name;
+  void (*run)(const Task& task);  // null: this version doesn't carry the mode out
+};
+constexpr Mode kModes[] = {
+    {L"", L"plain", &runPlain},
+    {L"0", L"plain", &runPlain},
+    {L"1", L"each family-table instance", nullptr},
+    {L"2", L"on a new drawing", nullptr},
+    {L"3", L"each dependency", nullptr},
+    {L"4", L"loop", &runLoop},
+    {L"5", L"other model", nullptr},
+    {L"6", L"each drawing sheet", nullptr},
+    {L"7", L"simplified representation", nullptr},
+};
+
+// A group for all kinds of models without a filter of its own runs as it is, without a model too.
+bool isUnfiltered(const Task& task) {
+  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
+  return !isOff(L"forPRT") && !isOff(L"forASM") && !isOff(L"forDRW") && !task.isTrue(L"forEF");
+}
+
+Outcome groupActions(const Task& task) {
+  if (const auto ended = beginUnfiltered(task, {.title = L"GROUP ACTION"})) return *ended;
+  if (isUnfiltered(task)) {
+    core::countAction();
+  } else if (passFilter(task)) {
+    return done;
+  }
+  const LevelGuard level;
+  if (groupLevel() > kDeepestGroup) {
+    core::logWrite(text::format(L"Groups nested deeper than %d levels aren't carried out", kDeepestGroup),
+                   core::kError);
+    return done;
+  }
+  const std::wstring_view value = task.attribute(L"reworkMode");
+  const auto* mode =
+      std::find_if(std::begin(kModes), std::end(kModes), [&](const Mode& m) { return m.value == value; });
+  if (mode == std::end(kModes)) return done;
+  if (mode->run) {
+    mode->run(task);
+  } else {
+    core::logWrite(
+        text::format(L"groupActions: this version doesn't carry out the rework mode %s (%s)", mode->value, mode->name),
+        core::kError);
+  }
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"groupActions", &groupActions}};
+
+}  // namespace
+
+std::span<const ActionFunction> groupActionsFamily() { return kActions; }
+
+}  // namespace actions

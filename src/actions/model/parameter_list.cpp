@@ -1,0 +1,221 @@
+#include "actions/model/parameter_list.h"
+
+#include <cmath>
+#include <optional>
+
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProFamtable.h"
+#include "creo/ProMdl.h"
+#include "creo/ProParameter.h"
+#include "creo/ProSolid.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace creo;
+using engine::Task;
+
+constexpr int kUsualCount = 100;
+constexpr std::size_t kUnitLength = 32;
+constexpr std::size_t kDescriptionLength = 80;
+
+constexpr int kDesignationFailedMessage = 14;
+constexpr int kTryMessage = 60;
+constexpr int kExistsMessage = 61;
+constexpr int kDescriptionMessage = 62;
+constexpr int kDesignatedMessage = 63;
+constexpr int kCreatedMessage = 64;
+constexpr int kNotInTableMessage = 65;
+constexpr int kTableFailedMessage = 66;
+constexpr int kInTableMessage = 67;
+constexpr int kValueFailedMessage = 70;
+constexpr int kReferenceDimensionMessage = 94;
+constexpr int kDimensionMessage = 95;
+
+// Symbols of a model's dimensions, read once for a whole list.
+class DimensionSymbols {
+ public:
+  explicit DimensionSymbols(ProMdl model) : model_(model) {}
+  // The message that tells who has the name; none when it is free.
+  std::optional<int> holderOf(std::wstring_view name) {
+    if (!isRead_) read();
+    for (const Symbol& symbol : symbols_)
+      if (engine::wildcardCompare(name, symbol.text) == 1)
+        return symbol.reference ? kReferenceDimensionMessage : kDimensionMessage;
+    return std::nullopt;
+  }
+
+ private:
+  struct Symbol {
+    std::wstring text;
+    bool reference;
+  };
+  void read() {
+    isRead_ = true;
+    const auto type = model_ ? ProMdlTypeGet(model_) : Got<ProMdlType>(ProNotFound);
+    if (!type || (type.value != ProMdlType::assembly && type.value != ProMdlType::part)) return;
+    for (const bool reference : {false, true}) {
+      ProSolidDimensionVisit(model_, reference, [&](const ProDimension& dimension) {
+        if (auto symbol = ProDimensionSymbolGet(dimension)) symbols_.push_back({std::move(symbol.value), reference});
+        return ProNoError;
+      });
+    }
+  }
+
+  ProMdl model_;
+  bool isRead_ = false;
+  std::vector<Symbol> symbols_;
+};
+
+struct TypeWord {
+  std::wstring_view word;  // of `type_%d`
+  ProParamvalueType type;
+};
+constexpr TypeWord kTypeWords[] = {
+    {L"String", ProParamvalueType::string},
+    {L"Integer", ProParamvalueType::integer},
+    {L"Double", ProParamvalueType::real},
+    {L"Boolean", ProParamvalueType::boolean},
+};
+
+// The text that stands for the value in Creo: numbers as far as the list's text is one, else 0.
+std::wstring canonical(std::wstring_view text, ProParamvalueType type) {
+  switch (type) {
+    case ProParamvalueType::integer:
+      return text::format(L"%d", text::parseInt(text));
+    case ProParamvalueType::real:
+      return text::shortest(text::parseDouble(text));
+    case ProParamvalueType::boolean:
+      return text == L"true" ? L"true" : L"false";
+    default:
+      return std::wstring(text::cut(text, text::kTextSize - 1));
+  }
+}
+
+// The value of an index; nothing, with its line in the log, when it can't be built.
+std::optional<ProParamvalue> valueOf(const Task& task, int index) {
+  const std::wstring_view word = task.numbered(L"type_%d", index).value_or(L"");
+  const std::wstring_view text = task.numbered(L"value_%d", index).value_or(L"");
+  for (const TypeWord& row : kTypeWords) {
+    if (row.word != word) continue;
+    ProParamvalue value;
+    const bool isInfinite = row.type == ProParamvalueType::real && !std::isfinite(text::parseDouble(text));
+    if (!isInfinite && ProParamvalueSet(value, canonical(text, row.type), row.type) == ProNoError) return value;
+    core::logMsgPlain(kValueFailedMessage, core::kError);
+    return std::nullopt;
+  }
+  core::logWrite(text::format(L"The parameter type '%s' isn't one of String, Integer, Double, Boolean", word),
+                 core::kError);
+  return std::nullopt;
+}
+
+Got<ProParameter> create(const Task& task, int index, const ParameterTarget& target, const std::wstring& name,
+                         const ProParamvalue& value) {
+  const std::wstring_view unit = task.numbered(L"unit_%d", index).value_or(L"");
+  if (unit.empty()) return ProParameterCreate(target.owner, name, value);
+  const auto model = ProMdlToModelitem(target.model);
+  if (!model) return model.error;
+  return ProParameterWithUnitsCreate(model.value, name, value, std::wstring(text::cut(unit, kUnitLength)));
+}
+
+void setDescription(const ProParameter& parameter, std::wstring_view description) {
+  if (ProParameterDescriptionSet(parameter, std::wstring(description)) != ProNoError)
+    core::logWrite(text::format(L"Can't set description of parameter: %s", parameter.id), core::kError);
+}
+
+void designate(const ProParameter& parameter, bool designated) {
+  const ProError result = designated ? ProParameterDesignationAdd(parameter) : ProParameterDesignationRemove(parameter);
+  if (result != ProNoError)
+    core::logWrite(text::format(core::msgText(kDesignationFailedMessage), parameter.id), core::kError);
+}
+
+void designateAsAsked(const ProParameter& parameter, bool designated) {
+  const auto now = ProParameterDesignationVerify(parameter);
+  if (!now || now.value != designated) designate(parameter, designated);
+}
+
+void completeNew(const Task& task, int index, const ProParameter& parameter, int depth) {
+  core::logMsgId(kCreatedMessage, core::kNormal, depth);
+  if (const auto description = task.numbered(L"description_%d", index)) {
+    if (text::units(*description) <= kDescriptionLength) {
+      core::logMsgId(kDescriptionMessage, core::kNormal, depth);
+      setDescription(parameter, *description);
+    } else {
+      core::logWrite(L"Can't set description with more than 80 characters", core::kError);
+    }
+  }
+  if (!task.has(L"desig")) return;
+  core::logMsgId(kDesignatedMessage, core::kNormal, depth);
+  designateAsAsked(parameter, task.numbered(L"designated_%d", index) == L"true");
+}
+
+void changeExisting(const Task& task, int index, const ProParameter& parameter, int depth) {
+  core::logMsgId(kExistsMessage, core::kNormal, depth);
+  if (task.isTrue(L"descr"))
+    if (const auto description = task.numbered(L"description_%d", index))
+      setDescription(parameter, text::cut(*description, kDescriptionLength));
+  if (task.isTrue(L"desig"))
+    if (const auto designated = task.numbered(L"designated_%d", index))
+      designateAsAsked(parameter, *designated == L"true");
+}
+
+ProError addColumn(ProMdl model, const ProParameter& parameter) {
+  const auto table = ProFamtableInit(model);
+  if (!table) return table.error;
+  const auto item = ProParameterToFamtableItem(parameter);
+  return item ? ProFamtableItemAdd(table.value, item.value) : item.error;
+}
+
+void addToFamilyTable(ProMdl model, const ProParameter& parameter, int depth) {
+  switch (addColumn(model, parameter)) {
+    case ProNoError:
+      core::logMsgId(kInTableMessage, core::kNormal, depth);
+      break;
+    case ProNoFamtable:
+    case ProExists:
+      core::logMsgPlain(kNotInTableMessage, core::kWarning);
+      break;
+    default:
+      core::logMsgPlain(kTableFailedMessage, core::kError);
+  }
+}
+
+void addParameter(const Task& task, int index, const ParameterTarget& target, const std::wstring& name,
+                  const ProParamvalue& value) {
+  Got<ProParameter> parameter = create(task, index, target, name, value);
+  if (parameter) {
+    completeNew(task, index, parameter.value, target.logDepth);
+  } else if (parameter.error == ProExists && (parameter = ProParameterInit(target.owner, name))) {
+    changeExisting(task, index, parameter.value, target.logDepth);
+  } else {
+    core::logWrite(text::format(L"Can't create parameter: %s", name), core::kError);
+    return;
+  }
+  if (target.addToFamilyTable) addToFamilyTable(target.model, parameter.value, target.logDepth);
+}
+
+}  // namespace
+
+void addParametersFromAction(const Task& task, const ParameterTarget& target) {
+  const std::wstring_view count = task.attribute(L"count");
+  DimensionSymbols dimensions(target.model);
+  for (const int index : task.numbers(L"name_", count.empty() ? kUsualCount : text::parseInt(count))) {
+    const engine::Replaced name =
+        engine::replaceVariables(task.numbered(L"name_%d", index).value_or(L""), task.model());
+    if (!name.hasText()) continue;
+    core::logIndented(text::format(L"%s:%s", core::msgText(kTryMessage), name.text), core::kNormal, target.logDepth);
+    const auto value = valueOf(task, index);
+    if (!value) continue;
+    if (const auto holder = dimensions.holderOf(name.text)) {
+      core::logMsgPlain(*holder, core::kError);
+      return;
+    }
+    addParameter(task, index, target, name.text, *value);
+  }
+}
+
+}  // namespace actions

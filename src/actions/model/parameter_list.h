@@ -1,0 +1,19 @@
+// The list of parameters that the adding actions read from their attributes.
+#pragma once
+
+#include "creo/ProTypes.h"
+#include "engine/task.h"
+
+namespace actions {
+
+struct ParameterTarget {
+  creo::ProMdl model;        // whose dimensions hold names back; none: nothing does
+  creo::ProModelitem owner;  // gets the parameters
+  bool addToFamilyTable = false;
+  int logDepth = 1;
+};
+// Creates each parameter of the list. One that is there keeps its value; the switches `descr` and `desig` change its
+// description and designation. A name that a dimension has ends the list.
+void addParametersFromAction(const engine::Task& task, const ParameterTarget& target);
+
+}  // namespace actions

@@ -1,0 +1,133 @@
+#include <array>
+
+#include "core/config.h"
+#include "core/messages.h"
+#include "os/paths.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace core {
+namespace {
+
+template <auto Member>
+void number(PluginState& state, const std::wstring& value) {
+  state.*Member = text::parseInt(value);
+}
+template <auto Member>
+void text(PluginState& state, const std::wstring& value) {
+  state.*Member = value;
+}
+// A folder: with a closing separator.
+template <auto Member>
+void path(PluginState& state, const std::wstring& value) {
+  state.*Member = os::asFolder(value);
+}
+// The start value of a side's state: the tool's start flips it.
+template <auto Member>
+void inverted(PluginState& state, const std::wstring& value) {
+  state.*Member = value.starts_with(L'1') ? 0 : 1;
+}
+// True for exactly "1".
+template <auto Member>
+void isOne(PluginState& state, const std::wstring& value) {
+  state.*Member = value == L"1";
+}
+template <Trigger T, auto Member>
+void triggerText(PluginState& state, const std::wstring& value) {
+  state.trigger(T).*Member = value;
+}
+template <Trigger T>
+void triggerShowUI(PluginState& state, const std::wstring& value) {
+  state.trigger(T).startShowUI = text::parseInt(value);
+}
+// The fifth digit is always on, so that the digits for the types restrict this trigger.
+void beforeSaveConf(PluginState& state, const std::wstring& value) {
+  std::wstring& digits = state.trigger(Trigger::beforeSave).startConf;
+  digits = value;
+  if (digits.size() >= 5) digits[4] = L'1';
+}
+void language(PluginState&, const std::wstring& value) { setLanguage(text::equalNoCase(value, L"de") ? L"de" : L"en"); }
+
+constexpr auto kKeys = std::to_array<ConfigKey>({
+    // key, short name, source slot, what it sets
+    {L"kvd_kvz_path", L"kvzPath", 0, path<&PluginState::kvzPath>},
+    {L"kvd_bin_path", L"binPath", 1, path<&PluginState::binPath>},
+    {L"kvd_temp_path", L"tempPath", 2, path<&PluginState::tempPath>},
+    {L"kvd_column_parameter", L"parameter", 3, text<&PluginState::columnParameter>},
+    {L"kvd_column_parameter_width", L"", -1, number<&PluginState::columnParameterWidth>},
+    {L"kvd_ext_filter_file", L"extFilter", 4, text<&PluginState::extFilter>},
+    {L"kvd_log_level", L"loglevel", 5, number<&PluginState::loglevel>},
+    {L"kvd_filter_prt", L"prt", 6, number<&PluginState::filterPrt>},
+    {L"kvd_filter_asm", L"asm", 7, number<&PluginState::filterAsm>},
+    {L"kvd_filter_drw", L"drw", 8, number<&PluginState::filterDrw>},
+    {L"kvd_filter_curmod", L"curmod", 9, number<&PluginState::filterCurmod>},
+    {L"kvd_filter_inst", L"inst", 10, number<&PluginState::filterInst>},
+    {L"kvd_use_global_filter", L"useGlobFilter", 11, number<&PluginState::useGlobFilter>},
+    {L"kvd_show_no_warnings_in_log", L"showNoWarnings", 12, number<&PluginState::showNoWarnings>},
+    {L"kvd_new_log_file_for_every_run", L"forEveryRunNewLogFile", 13, number<&PluginState::forEveryRunNewLogFile>},
+    {L"kvd_show_no_debug_in_log", L"noDebugInLogFile", 14, number<&PluginState::noDebugInLogFile>},
+    {L"kvd_write_history_in_models", L"writeExtData", 15, number<&PluginState::writeExtData>},
+    {L"kvd_auto_unset_already_reworked_models", L"autoUnsetReworkedData", 16,
+     number<&PluginState::autoUnsetReworkedData>},
+    {L"kvd_show_log", L"", 17, inverted<&PluginState::logVisible>},
+    {L"kvd_show_tree", L"", 18, inverted<&PluginState::treeVisible>},
+    {L"kvd_start_kvz_before_save", L"", 19, triggerText<Trigger::beforeSave, &TriggerSettings::startKvz>},
+    {L"kvd_start_kvz_after_open", L"", 20, triggerText<Trigger::afterOpen, &TriggerSettings::startKvz>},
+    {L"kvd_start_kvz_after_create", L"", 21, triggerText<Trigger::afterCreate, &TriggerSettings::startKvz>},
+    {L"kvd_start_kvz_after_occupy", L"", -1, triggerText<Trigger::afterOccupy, &TriggerSettings::startKvz>},
+    {L"kvd_start_kvz_after_solid_regen", L"", -1, triggerText<Trigger::afterRegenerate, &TriggerSettings::startKvz>},
+    {L"kvd_start_kvz_before_erase", L"", -1, triggerText<Trigger::beforeErase, &TriggerSettings::startKvz>},
+    {L"kvd_start_kvz_before_solid_regen", L"", -1, triggerText<Trigger::beforeRegenerate, &TriggerSettings::startKvz>},
+    {L"kvd_pdm_mdl_change_dialog", L"", -1, isOne<&PluginState::pdmChangeDialog>},
+    {L"kvd_check_modifyable", L"", -1, isOne<&PluginState::checkModifiable>},
+    {L"kvd_start_kvz_before_save_conf", L"", 22, beforeSaveConf},
+    {L"kvd_start_kvz_after_open_conf", L"", 23, triggerText<Trigger::afterOpen, &TriggerSettings::startConf>},
+    {L"kvd_start_kvz_after_create_conf", L"", 24, triggerText<Trigger::afterCreate, &TriggerSettings::startConf>},
+    {L"kvd_start_kvz_after_occupy_conf", L"", -1, triggerText<Trigger::afterOccupy, &TriggerSettings::startConf>},
+    {L"kvd_start_kvz_after_solid_regen_conf", L"", -1,
+     triggerText<Trigger::afterRegenerate, &TriggerSettings::startConf>},
+    {L"kvd_start_kvz_before_solid_regen_conf", L"", -1,
+     triggerText<Trigger::beforeRegenerate, &TriggerSettings::startConf>},
+    {L"kvd_start_kvz_before_erase_conf", L"", -1, triggerText<Trigger::beforeErase, &TriggerSettings::startConf>},
+    {L"kvd_start_kvz_after_create_showUI", L"", 25, triggerShowUI<Trigger::afterCreate>},
+    {L"kvd_start_kvz_after_open_showUI", L"", 26, triggerShowUI<Trigger::afterOpen>},
+    {L"kvd_start_kvz_before_save_showUI", L"", 27, triggerShowUI<Trigger::beforeSave>},
+    {L"kvd_start_kvz_after_occupy_showUI", L"", -1, triggerShowUI<Trigger::afterOccupy>},
+    {L"kvd_start_kvz_after_solid_regen_showUI", L"", -1, triggerShowUI<Trigger::afterRegenerate>},
+    {L"kvd_start_kvz_before_erase_showUI", L"", -1, triggerShowUI<Trigger::beforeErase>},
+    {L"kvd_start_kvz_before_solid_regen_showUI", L"", -1, triggerShowUI<Trigger::beforeRegenerate>},
+    {L"kvd_log_show_filter_warning_on_parent_node", L"", 28, number<&PluginState::filterWarningOnParent>},
+    {L"kvd_start_kvz_before_save_write_check_rework_history", L"", 29,
+     triggerText<Trigger::beforeSave, &TriggerSettings::startRework>},
+    {L"kvd_start_kvz_after_open_write_check_rework_history", L"", 30,
+     triggerText<Trigger::afterOpen, &TriggerSettings::startRework>},
+    {L"kvd_start_kvz_at_new_write_check_rework_history", L"", 31,
+     triggerText<Trigger::afterCreate, &TriggerSettings::startRework>},
+    {L"kvd_start_kvz_after_occupy_write_check_rework_history", L"", -1,
+     triggerText<Trigger::afterOccupy, &TriggerSettings::startRework>},
+    {L"kvd_start_kvz_after_solid_regen_write_check_rework_history", L"", -1,
+     triggerText<Trigger::afterRegenerate, &TriggerSettings::startRework>},
+    {L"kvd_start_kvz_before_erase_write_check_rework_history", L"", -1,
+     triggerText<Trigger::beforeErase, &TriggerSettings::startRework>},
+    {L"kvd_start_kvz_before_solid_regen_write_check_rework_history", L"", -1,
+     triggerText<Trigger::beforeRegenerate, &TriggerSettings::startRework>},
+    {L"kvd_cancel_if_not_checked_out", L"cancelIfNotCheckedOut", 32, number<&PluginState::cancelIfNotCheckedOut>},
+    {L"kvd_no_user_cfg", L"", 33, number<&PluginState::noUserCfg>},
+    {L"kvd_show_no_pdm_server_informations", L"", 34, number<&PluginState::noPdmServerInformations>},
+    {L"kvd_breakpoint", L"", -1, number<&PluginState::breakpoint>},
+    {L"kvd_no_pro_notifications", L"", -1, number<&PluginState::noProNotifications>},
+    {L"kvd_no_debug_in_creo_log", L"", -1, number<&PluginState::noDebugInCreoLog>},
+    {L"kvd_start_trigger_without_kvd", L"", -1, number<&PluginState::startTriggerWithoutKvd>},
+    {L"kvd_delete_log_files", L"", -1, isOne<&PluginState::deleteLogFiles>},
+    {L"kvd_check_parameter", L"", -1, text<&PluginState::checkParameter>},
+    {L"kvd_check_parameter_value", L"", -1, text<&PluginState::checkParameterValue>},
+    {L"kvd_lang", L"lang", 35, language},
+    {L"kvd_write_welcome_message", L"writeWelcomeMessage", 36, number<&PluginState::writeWelcomeMessage>},
+    {L"kvd_log_as_tree", L"logType", 37, number<&PluginState::logType>},
+});
+
+}  // namespace
+
+std::span<const ConfigKey> configKeys() { return kKeys; }
+
+}  // namespace core

@@ -1,0 +1,187 @@
+#include "core/log.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "core/log_view.h"
+#include "core/messages.h"
+#include "core/state.h"
+#include "creo/ProMessage.h"
+#include "creo/ProUI.h"
+#include "os/surroundings.h"
+#include "os/text_files.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/units.h"
+
+namespace core {
+namespace {
+
+constexpr int kDeepestIndent = 11;
+constexpr int kMostLogNames = 16384;
+// A line's end as in every text file of the system.
+constexpr std::wstring_view kLineEnd = L"\n";
+
+// What the log knows beside the settings.
+struct Log {
+  std::unique_ptr<os::Appender> file;
+  int state = kLogClosed;
+  std::wstring groupPrefix;
+  int groupDepth = 0;
+  int actionCounter = 0;
+  LogCounts counts;
+};
+
+Log& log() {
+  static Log record;
+  return record;
+}
+
+std::wstring_view indent(int depth) {
+  static const std::wstring blanks(2 * kDeepestIndent, L' ');
+  return std::wstring_view(blanks).substr(0, static_cast<std::size_t>(2 * depth));
+}
+
+// One event is one line: line breaks inside a text become blanks.
+std::wstring oneLine(std::wstring_view text) {
+  std::wstring line(text);
+  for (wchar_t& c : line) {
+    if (c == L'\n' || c == L'\r') c = L' ';
+  }
+  return line;
+}
+
+std::wstring formatted(std::wstring_view text, int level) {
+  const PluginState& state = pluginState();
+  switch (level) {
+    case kWarning:
+    case kFilterNote:
+      return text::format(L"%d(WAR) %c%d %s%s - %s - %s", level, state.section, state.actionIndex, log().groupPrefix,
+                          state.currentAction, state.currentModelText, text);
+    case kError:
+      return text::format(L"%d(ERR) %c%d %s%s - %s - %s", level, state.section, state.actionIndex, log().groupPrefix,
+                          state.currentAction, state.currentModelText, text);
+    case kDebug:
+      return text::format(L"%d(DBG) %s", level, text);
+    case kNormal:
+    case kTitle:
+      return text::format(L"%d %s", level, text);
+    default:
+      return L"MESSAGE TYPE NOT SUPPORTED";
+  }
+}
+
+std::wstring userName() { return os::environment(L"username").value_or(L"nouser"); }
+
+// The first name of this second under which no file stands.
+std::wstring newLogName() {
+  const std::wstring user = userName();
+  const std::int64_t now = os::clock().seconds();
+  std::wstring name;
+  for (int i = 0; i < kMostLogNames; ++i) {
+    name = i == 0 ? text::format(L"%skvd_log - %s - %lld.txt", pluginState().tempPath, user, now)
+                  : text::format(L"%skvd_log - %s - %lld_%i.txt", pluginState().tempPath, user, now, i);
+    if (!os::files().exists(name)) break;
+  }
+  return name;
+}
+
+void openFile() {
+  PluginState& state = pluginState();
+  if (state.forEveryRunNewLogFile == 1) state.logFile = newLogName();
+  auto opened = os::files().append(state.logFile);
+  log().state = opened.error.value();
+  log().file = opened ? std::move(opened.value) : nullptr;
+}
+
+void count(int level) {
+  if (level == kError) ++log().counts.errors;
+  if (level == kWarning || level == kFilterNote) ++log().counts.warnings;
+}
+
+}  // namespace
+
+void logWrite(std::wstring_view text, int level) {
+  PluginState& state = pluginState();
+  if (level == kDebug && state.noDebugInLogFile == 1) return;
+  count(level);
+  const std::wstring whole = oneLine(formatted(text, level));
+  const std::wstring line = std::wstring(text::cut(whole, text::kLogLineSize - 1)).append(kLineEnd);
+  if (state.logToTextArea == 1) {
+    logToTextArea(line, level);
+    return;
+  }
+  if (log().state != kLogOpen || !log().file) openFile();
+  std::error_code failure;
+  if (log().file) failure = log().file->write(os::encoded(line, os::TextForm{.crlf = true}));
+  if (log().state != kLogOpen || failure) {
+    creoLog(text::format(L"<KVD> Can't open log file: %d", failure ? failure.value() : log().state));
+    creoLog(state.logFile);
+    creoLog(line.substr(0, line.size() - 1));
+  }
+}
+
+void logIndented(std::wstring_view text, int level, int depth) {
+  PluginState& state = pluginState();
+  if (level != kTitle) ++depth;
+  int total = depth + log().groupDepth;
+  if (total > kDeepestIndent) {
+    creoLog(L"<KVD> DEEEP FAILURE IN PROGRAM :D");
+    total = kDeepestIndent;
+  }
+  if (total < 0) total = 0;
+  if (level == kNormal && depth == 1) {
+    state.currentAction = text::cut(text, text::kTextSize - 1);
+    logWrite(text::format(L"%s%c%d %s%s", indent(total), state.section, state.actionIndex, log().groupPrefix, text),
+             level);
+  } else {
+    logWrite(text::format(L"%s%s%s", indent(total), log().groupPrefix, text), level);
+  }
+}
+
+void logMsgId(int id, int level, int depth) { logIndented(msgText(id), level, depth); }
+void logMsgPlain(int id, int level) { logWrite(msgText(id), level); }
+
+void logEnterGroup(std::wstring_view prefix) {
+  log().groupPrefix.append(prefix);
+  ++log().groupDepth;
+}
+
+void logLeaveGroup(std::wstring_view prefix) {
+  std::wstring& whole = log().groupPrefix;
+  whole.resize(whole.size() - std::min(whole.size(), prefix.size()));
+  if (log().groupDepth > 0) --log().groupDepth;
+}
+
+void countAction() { ++log().actionCounter; }
+int actionCount() { return log().actionCounter; }
+
+void creoLog(std::wstring_view text, int level) {
+  const PluginState& state = pluginState();
+  if (level >= state.noDebugInCreoLog) return;
+  creo::ProMessageDisplay(state.msgFile, "KVD USER %0s", std::wstring(text));
+  creo::ProMessageClear();
+}
+
+void creoProgress(std::wstring_view text) {
+  if (pluginState().noDebugInLogFile == 0) creoLog(text);
+}
+
+int logState() { return log().state; }
+
+void logClose(int newState) {
+  log().file.reset();
+  log().state = newState;
+}
+
+void logReopenForRendering() { log().state = kLogToRender; }
+
+LogCounts logCounts() { return log().counts; }
+
+void logReset() {
+  log() = Log();
+  logForgetView();
+}
+
+}  // namespace core

@@ -1,0 +1,173 @@
+#include "core/log_view.h"
+
+#include <array>
+#include <string>
+
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProUI.h"
+#include "creo/ProUITree.h"
+#include "os/text_files.h"
+#include "text/format.h"
+#include "text/numbers.h"
+#include "text/pieces.h"
+
+namespace core {
+namespace {
+
+using namespace creo;
+
+constexpr const char* kTree = "kvaneLogTT";
+constexpr const char* kArea = "kvaneLogTA";
+constexpr const char* kRootNode = "kvaneRootNode";
+constexpr int kDepths = 10;
+
+int& nodeCount() {
+  static int count = 0;
+  return count;
+}
+
+std::string nodeName(int number) { return "kvanen" + std::to_string(number); }
+const std::string& dialog() { return pluginState().dialogName; }
+
+// The filter of the text area.
+bool areaTakes(int level) {
+  const int filter = pluginState().loglevel;
+  return filter == kDebug || (filter == kError && level == kError) ||
+         (filter == kWarning && (level == kWarning || level == kError)) || level == kTitle || level == kWholeText ||
+         (filter == kNormal && level != kDebug);
+}
+
+// The filter of the tree.
+bool treeTakes(int level) {
+  const PluginState& state = pluginState();
+  const int filter = state.loglevel;
+  return filter == kDebug || (filter == kError && level == kError) ||
+         (filter == kWarning && (level == kWarning || level == kError)) || level == kTitle ||
+         (filter == kNormal && level != kDebug && !(state.showNoWarnings == 1 && level == kWarning));
+}
+
+void clearTree() {
+  for (int i = 0; i < nodeCount(); ++i) ProUITreeNodeDelete(dialog(), kTree, nodeName(i));
+  nodeCount() = 0;
+}
+
+// Builds the tree from the lines: indented lines hang below the last one that stands further left, warnings and errors
+// below the last line of all.
+class TreeBuilder {
+ public:
+  TreeBuilder() { parents_[0] = kRootNode; }
+
+  void add(std::wstring_view label, int level) {
+    const std::size_t blanks = std::min(label.find_first_not_of(L' '), label.size());
+    label.remove_prefix(blanks);
+    const std::string node = nodeName(nodeCount());
+    if (level == kNormal || level == kTitle) {
+      int depth = std::min((static_cast<int>(std::min<std::size_t>(blanks, 100)) + 1) / 2 - 1, kDepths - 1);
+      while (depth > 0 && at(depth).empty()) --depth;
+      if (depth < 0) depth = 0;
+      insert(at(depth), node, label, level == kNormal ? "kvaneChildChk" : "kvaneChild");
+      becomeParent(at(depth));
+      for (int i = depth + 1; i < kDepths; ++i) at(i).clear();
+      if (depth + 1 < kDepths) at(depth + 1) = node;
+      last_ = depth;
+    } else {
+      const int depth = last_ + 1 < kDepths && !at(last_ + 1).empty() ? last_ + 1 : last_;
+      insert(at(depth), node, label,
+             level == kError   ? "kvaneChildErr"
+             : level == kDebug ? "kvaneChild"
+                               : "kvaneChildWar");
+      markParents(depth, level);
+    }
+    ++nodeCount();
+  }
+
+ private:
+  std::string& at(int depth) { return parents_[static_cast<std::size_t>(depth)]; }
+
+  static void insert(const std::string& parent, const std::string& node, std::wstring_view label, const char* type) {
+    ProUITreeNodeAdd(dialog(), kTree, parent, node, std::wstring(label), type);
+  }
+
+  static std::string typeOf(const std::string& node) { return ProUITreeNodeTypeGet(dialog(), kTree, node).value; }
+  static void setType(const std::string& node, const char* type) { ProUITreeNodeTypeSet(dialog(), kTree, node, type); }
+
+  static void becomeParent(const std::string& node) {
+    const std::string type = typeOf(node);
+    if (type == "kvaneChild") setType(node, "kvaneParent");
+    if (type == "kvaneChildChk") setType(node, "kvaneParentChk");
+  }
+
+  void markParents(int depth, int level) {
+    if (level == kDebug) {
+      becomeParent(at(depth));
+    } else if (level == kFilterNote && pluginState().filterWarningOnParent != 1) {
+      if (typeOf(at(depth)) == "kvaneChildChk") setType(at(depth), "kvaneParentChk");
+    } else {
+      for (int i = 0; i <= depth; ++i) markParent(at(i), level == kError);
+    }
+  }
+
+  // Errors outrank warnings, warnings outrank the rest.
+  static void markParent(const std::string& node, bool error) {
+    const std::string type = typeOf(node);
+    const bool plain =
+        type == "kvaneParent" || type == "kvaneChild" || type == "kvaneChildChk" || type == "kvaneParentChk";
+    if (error && (plain || type == "kvaneParentWar")) setType(node, "kvaneParentErr");
+    if (!error && plain) setType(node, "kvaneParentWar");
+  }
+
+  std::array<std::string, kDepths> parents_;
+  int last_ = 0;
+};
+
+void renderTree(const std::wstring& content) {
+  TreeBuilder tree;
+  for (const std::wstring& line : text::lines(content)) {
+    const text::ParsedInt level = text::readInt(line);
+    if (level.fault == text::NumberFault::outOfRange) creoLog(L"<KVD> LOG ERANGE FEHLER");
+    if (!treeTakes(level.value)) continue;
+    if (pluginState().logType == 1)
+      tree.add(std::wstring_view(line).substr(std::min<std::size_t>(1, line.size())), level.value);
+  }
+}
+
+}  // namespace
+
+void logToTextArea(std::wstring_view text, int level) {
+  if (!areaTakes(level)) return;
+  std::wstring value = ProUITextareaValueGet(dialog(), kArea).value;
+  ProUITextareaValueSet(dialog(), kArea, value.append(text));
+}
+
+void logForgetView() { nodeCount() = 0; }
+
+void logRender() {
+  if (logState() != kLogOpen && logState() != kLogToRender) return;
+  logClose(kLogClosed);
+  const PluginState& state = pluginState();
+  if (state.logToTextArea != 1 && state.triggerType == 0) {
+    ProUITreeHide(dialog(), kTree);
+    clearTree();
+    const auto content = os::readText(state.logFile);
+    if (content) renderTree(content.value);
+    if (state.logType == 0) logToTextArea(content.value, kWholeText);
+  }
+  ProUITreeShow(dialog(), kTree);
+}
+
+void logClearView() {
+  if (ProUITextareaValueSet(dialog(), kArea, L"") != ProNoError) {
+    creoLog(L"<KVD> stdFunctions - Failure while ProUITextareaValueSet");
+  }
+}
+
+void logCloseFile() {
+  if (logState() != kLogOpen && logState() != kLogToRender) return;
+  logClose(kLogClosed);
+  ProUITreeHide(dialog(), kTree);
+  clearTree();
+  ProUITreeShow(dialog(), kTree);
+}
+
+}  // namespace core

@@ -1,0 +1,145 @@
+#include "documents/filter.h"
+
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "documents/predicates.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace documents {
+namespace {
+
+constexpr int kLinkedByAnd = 47, kLinkedByOr = 48;
+constexpr int kItemFails = 49, kItemHolds = 50;
+constexpr int kSummaryTrue = 51, kSummaryFalse = 52;
+
+std::wstring_view valueOf(const core::XmlNode& node, std::wstring_view name) {
+  const core::XmlAttr* attribute = core::attrFind(node.attributes, name);
+  return attribute ? attribute->value : std::wstring_view();
+}
+
+bool isGroup(const core::XmlNode& node) { return node.name == L"filter" || node.name == L"root"; }
+
+// The attribute that opens an action to models of a type; empty for a type that has none.
+std::wstring_view switchOf(creo::ProMdlType type) {
+  switch (type) {
+    case creo::ProMdlType::part:
+      return L"forPRT";
+    case creo::ProMdlType::assembly:
+    case creo::ProMdlType::manufacturing:
+      return L"forASM";
+    case creo::ProMdlType::drawing:
+      return L"forDRW";
+    case creo::ProMdlType::unused:
+      break;
+  }
+  return {};
+}
+
+// A predicate that isn't applicable fails its item also under negation.
+bool itemFails(const core::XmlNode& item, int result) {
+  if (result == kNotApplicable) return true;
+  return valueOf(item, L"filtertype") == L"true" ? result == kFalse : result != kFalse;
+}
+
+// The state after a group; it is handed on from one group to the next.
+int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, bool silent) {
+  const auto note = [silent](int id) {
+    if (!silent) core::logMsgId(id, core::kNormal, 1);
+  };
+  std::vector<const core::XmlNode*> items;
+  core::xmlEachChild(group, [&items](const core::XmlNode& item) { items.push_back(&item); });
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const bool fails = itemFails(*items[i], runPredicate(*items[i], valueOf(*items[i], L"type"), model));
+    if (fails) state = kFilterRefuses;
+    note(fails ? kItemFails : kItemHolds);
+    if (i + 1 == items.size()) break;
+    if (valueOf(*items[i], L"opand") == L"true") {
+      note(kLinkedByAnd);
+      continue;
+    }
+    if (state == kFilterHolds) break;
+    note(kLinkedByOr);
+    state = kFilterHolds;
+  }
+  note(state == kFilterHolds ? kSummaryTrue : kSummaryFalse);
+  return state;
+}
+
+const Predicate* findPredicate(std::wstring_view type) {
+  static const std::unordered_map<std::wstring_view, const Predicate*> rows = [] {
+    std::unordered_map<std::wstring_view, const Predicate*> map;
+    for (const Predicate& row : predicateTable()) map.emplace(row.key, &row);
+    return map;
+  }();
+  const auto found = rows.find(type);
+  return found == rows.end() ? nullptr : found->second;
+}
+
+}  // namespace
+
+int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::ProMdl model) {
+  core::logIndented(L"Filter", core::kNormal, 1);
+  if (model) {
+    if (const auto type = creo::ProMdlTypeGet(model)) {
+      const std::wstring_view name = switchOf(type.value);
+      if (!name.empty()) {
+        const core::XmlAttr* applies = core::attrFind(task.attributes, name);
+        if (!applies || applies->value == L"false") return kFilterRefuses;
+      }
+    }
+  }
+  return valueOf(task, L"forEF") == L"true" ? evaluateFilter(task, extension, model, true) : kFilterHolds;
+}
+
+int evaluateFilter(const core::XmlNode& block, std::wstring_view /*extension*/, creo::ProMdl model, bool silent) {
+  int state = kFilterHolds;
+  core::xmlEachChild(block, [&](const core::XmlNode& child) {
+    if (isGroup(child)) state = evaluateGroup(child, model, state, silent);
+  });
+  return state;
+}
+
+const core::XmlNode* filterFileBlock(const core::XmlDocument& document) {
+  const core::XmlNode* root = document.root();
+  const core::XmlNode* top = root ? core::xmlChildAt(root->children, 0) : nullptr;
+  if (!top || !isGroup(*top)) return top;
+  // Items may be called "filter" too: it is the type that makes an item.
+  const core::XmlNode* first = core::xmlChildAt(top->children, 0);
+  const bool holdsGroups = first && isGroup(*first) && !core::attrFind(first->attributes, L"type");
+  return holdsGroups ? top : root;
+}
+
+int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup) {
+  const Predicate* predicate = findPredicate(type);
+  if (!predicate) {
+    if (!silentLookup) core::logWrite(text::format(L"Filter not found: %s", type), core::kError);
+    return kNotAKey;
+  }
+  if (!predicate->function) {
+    core::logWrite(text::format(L"Filter isn't carried out by this version: %s", type), core::kError);
+    return kNotApplicable;
+  }
+  return predicate->function(model, item);
+}
+
+bool isPredicate(std::wstring_view type) { return findPredicate(type) != nullptr; }
+
+bool predicateIsCarriedOut(std::wstring_view type) {
+  const Predicate* predicate = findPredicate(type);
+  return predicate && predicate->function;
+}
+
+creo::ProMdl retrieveByFileName(std::string_view fileName, std::wstring_view extension) {
+  constexpr std::size_t kExtension = 4;
+  if (fileName.size() <= kExtension) return {};
+  auto type = creo::ProMdlType::part;
+  if (extension == L"ASM") type = creo::ProMdlType::assembly;
+  if (extension == L"DRW") type = creo::ProMdlType::drawing;
+  fileName.remove_suffix(kExtension);
+  const auto model = creo::ProMdlRetrieve(text::fromUtf8(fileName), type);
+  return model ? model.value : creo::ProMdl();
+}
+
+}  // namespace documents

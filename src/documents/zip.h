@@ -1,0 +1,45 @@
+// Zip files, read. The one door to the zip library.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "creo/ProTypes.h"
+
+namespace documents {
+
+struct ZipMember {
+  std::wstring name;       // as it stands in the file, mostly with "/"
+  std::uint64_t size = 0;  // unpacked, as the file declares it
+  std::uint64_t packed = 0;
+  bool isFolder = false;
+  bool isLink = false;
+};
+
+class ZipReader {
+ public:
+  // A file of the system's form ("d:\packages\a.kvz"), or bytes that outlive the reader.
+  static std::unique_ptr<ZipReader> openFile(std::wstring_view path);
+  static std::unique_ptr<ZipReader> openBytes(std::string_view bytes);
+  // Null from both: not a zip, or a truncated one.
+  ~ZipReader();
+  ZipReader(const ZipReader&) = delete;
+  ZipReader& operator=(const ZipReader&) = delete;
+
+  // A member whose entry can't be read has an empty name.
+  [[nodiscard]] const std::vector<ZipMember>& members() const { return members_; }
+  // Hands the unpacked bytes of a member on in pieces until sink says false. True when all of them were handed on and
+  // agree with the checksum.
+  bool extract(std::size_t index, creo::FunctionRef<bool(std::string_view)> sink);
+
+ private:
+  struct Archive;
+  explicit ZipReader(std::unique_ptr<Archive> archive);
+  std::unique_ptr<Archive> archive_;
+  std::vector<ZipMember> members_;
+};
+
+}  // namespace documents

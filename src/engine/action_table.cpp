@@ -1,0 +1,274 @@
+// The keys of all actions in their fixed order, joined with the functions that the families contribute.
+#include <unordered_map>
+#include <vector>
+
+#include "actions/families.h"
+#include "core/log.h"
+#include "engine/dispatch.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace engine {
+namespace {
+
+using Function = Outcome (*)(const Task& task);
+
+struct KeyRow {
+  std::wstring_view key;
+  Group group;
+};
+// In the order of comparison.
+constexpr KeyRow kKeys[] = {
+    // Work without a model.
+    {L"clearAllWindows", Group::withoutModel},
+    {L"eraseUndisplayedModels", Group::withoutModel},
+    {L"setConfigOption", Group::withoutModel},
+    {L"saveConfigOptions", Group::withoutModel},
+    {L"runTrailfile", Group::withoutModel},
+    {L"runMSDOScommand", Group::withoutModel},
+    {L"setUserVariable", Group::withoutModel},
+    {L"runMapkey", Group::withoutModel},
+    {L"groupActions", Group::withoutModel},
+    {L"setWorkingDirectory", Group::withoutModel},
+    {L"removeModelFromWorkspace", Group::withoutModel},
+    {L"openCSVReport", Group::withoutModel},
+    {L"setUserVariableDirect", Group::withoutModel},
+    {L"setEnvironmentVariable", Group::withoutModel},
+    {L"setUserVariableFromUrl", Group::withoutModel},
+    {L"setServerActive", Group::withoutModel},
+    {L"writeToCreoLog", Group::withoutModel},
+    // Known, and empty.
+    {L"kv_reportNewRows", Group::knownEmpty},
+    {L"kv_reportCloseAll", Group::knownEmpty},
+    {L"getRegExpCheck", Group::knownEmpty},
+    {L"asmFastOpen", Group::knownEmpty},
+    // Refused as one without a model.
+    {L"reportModeldata", Group::modelNeeded},
+    {L"reportDrawingdata", Group::modelNeeded},
+    {L"reportUniversal", Group::modelNeeded},
+    {L"reportFamilietable", Group::modelNeeded},
+    {L"writeParameters", Group::modelNeeded},
+    {L"reportMaterials", Group::modelNeeded},
+    {L"reportLayer", Group::modelNeeded},
+    {L"reportGeometryProperties", Group::modelNeeded},
+    {L"reportDependencies", Group::modelNeeded},
+    {L"reportRelations", Group::modelNeeded},
+    {L"reportFeaturePositions", Group::modelNeeded},
+    {L"reportTablecell", Group::modelNeeded},
+    {L"setDTL", Group::modelNeeded},
+    {L"setInsertFeaturePosition", Group::modelNeeded},
+    {L"cancelFeaturePosition", Group::modelNeeded},
+    {L"checkinModel", Group::modelNeeded},
+    {L"saveModel", Group::modelNeeded},
+    {L"checkoutModel", Group::modelNeeded},
+    {L"setAccuracy", Group::modelNeeded},
+    {L"setTolerance", Group::modelNeeded},
+    {L"regenerateMass", Group::modelNeeded},
+    {L"regenerateModel", Group::modelNeeded},
+    {L"verifyFamilietable", Group::modelNeeded},
+    {L"conflateFamilietable", Group::modelNeeded},
+    {L"breakUpFamilytable", Group::modelNeeded},
+    {L"addEditViews", Group::modelNeeded},
+    {L"renameView", Group::modelNeeded},
+    {L"setUnits", Group::modelNeeded},
+    {L"setView", Group::modelNeeded},
+    {L"add3dannotation", Group::modelNeeded},
+    {L"backupAction", Group::modelNeeded},
+    {L"editCommonName", Group::modelNeeded},
+    {L"unlockAllInstances", Group::modelNeeded},
+    {L"rescaleASMPosition", Group::modelNeeded},
+    {L"replaceViewModelDisplay", Group::modelNeeded},
+    {L"renameFeature", Group::modelNeeded},
+    {L"runModelCheck", Group::modelNeeded},
+    {L"setAppearance", Group::modelNeeded},
+    {L"setAppearanceFromRGB", Group::modelNeeded},
+    {L"replaceFormat", Group::modelNeeded},
+    {L"editModelNotesFromFile", Group::modelNeeded},
+    {L"deleteFamilyTableInstance", Group::modelNeeded},
+    {L"renameModel", Group::modelNeeded},
+    {L"replaceModel", Group::modelNeeded},
+    {L"copyModel", Group::modelNeeded},
+    {L"addFirstKEs", Group::modelNeeded},
+    {L"addTable", Group::modelNeeded},
+    {L"moveTable", Group::modelNeeded},
+    {L"deleteTable", Group::modelNeeded},
+    {L"addSymbol", Group::modelNeeded},
+    {L"moveSymbol", Group::modelNeeded},
+    {L"changeSymbolGroup", Group::modelNeeded},
+    {L"deleteSymbol", Group::modelNeeded},
+    {L"updateSymbolDefinitions", Group::modelNeeded},
+    {L"addNote", Group::modelNeeded},
+    {L"moveNote", Group::modelNeeded},
+    {L"deleteNote", Group::modelNeeded},
+    {L"setCurrentDrawingModel", Group::modelNeeded},
+    {L"setQRCode", Group::modelNeeded},
+    {L"setAllDimensionBounds", Group::modelNeeded},
+    {L"addFileToWorkspace", Group::modelNeeded},
+    {L"createQRdotmatrix", Group::modelNeeded},
+    {L"editModelDimensionFromFile", Group::modelNeeded},
+    {L"createPDF417Barcode", Group::modelNeeded},
+    {L"setUserVariableFromBoundingBox", Group::modelNeeded},
+    {L"loadToleranceTable", Group::modelNeeded},
+    {L"removeUnusedDrawingModels", Group::modelNeeded},
+    {L"fillComponentParametersByReference", Group::modelNeeded},
+    {L"setSheetScale", Group::modelNeeded},
+    {L"removeAllAnnotations", Group::modelNeeded},
+    {L"showUnbendFeatures", Group::modelNeeded},
+    {L"addassociativeparametertoflexibledimension", Group::modelNeeded},
+    {L"changeAllDesignationFlags", Group::modelNeeded},
+    {L"addModelParameter", Group::modelNeeded},
+    {L"addMaterialParameter", Group::modelNeeded},
+    {L"deleteModelParameter", Group::modelNeeded},
+    {L"addKEParameter", Group::modelNeeded},
+    {L"addModelParameterToFamilyTable", Group::modelNeeded},
+    {L"deleteKEParameter", Group::modelNeeded},
+    {L"editModelParameter", Group::modelNeeded},
+    {L"editMaterialParameter", Group::modelNeeded},
+    {L"editModelParameterFromTablecell", Group::modelNeeded},
+    {L"editModelParameterName", Group::modelNeeded},
+    {L"editModelParameterFromFile", Group::modelNeeded},
+    {L"editParameterFromDictionary", Group::modelNeeded},
+    {L"editDrawingParameterFromModel", Group::modelNeeded},
+    {L"deleteDoubleDefinedParameters", Group::modelNeeded},
+    // Test their model themselves.
+    {L"addMaterial", Group::second},
+    {L"deleteMaterial", Group::second},
+    {L"replaceMaterial", Group::second},
+    {L"editMaterialFromFile", Group::second},
+    {L"renameLayer", Group::second},
+    {L"deleteLayer", Group::second},
+    {L"addLayerFromTemplate", Group::second},
+    {L"changeLayerStatus", Group::second},
+    {L"groupLayer", Group::second},
+    {L"addLayerState", Group::second},
+    {L"deleteLayerState", Group::second},
+    {L"setLayerState", Group::second},
+    {L"addCombState", Group::second},
+    {L"setCombState", Group::second},
+    {L"deleteCombState", Group::second},
+    {L"setCompDisplay", Group::second},
+    {L"addExplodeState", Group::second},
+    {L"setExplodeState", Group::second},
+    {L"deleteExplodeState", Group::second},
+    {L"addXsec", Group::second},
+    {L"setXsec", Group::second},
+    {L"deleteXsec", Group::second},
+    {L"updateXsec", Group::second},
+    {L"showXsec", Group::second},
+    {L"exportjpg", Group::second},
+    {L"exporttiff", Group::second},
+    {L"exportStep", Group::second},
+    {L"exportiges", Group::second},
+    {L"exportset", Group::second},
+    {L"exportsat", Group::second},
+    {L"exportProductView", Group::second},
+    {L"exportdxf", Group::second},
+    {L"exportdwg", Group::second},
+    {L"exportpdf", Group::second},
+    {L"exportpdf2d", Group::second},
+    {L"addModelRelationLines", Group::second},
+    {L"deleteModelRelationLines", Group::second},
+    {L"editModelRelationLines", Group::second},
+    {L"setRelationUnitSensitive", Group::second},
+    {L"createSimpRep", Group::second},
+    {L"editSimpRep", Group::second},
+    {L"renameSimpRep", Group::second},
+    {L"setSimpRep", Group::second},
+    {L"deleteSimpRep", Group::second},
+    {L"deleteModelProProgramLines", Group::second},
+    {L"deleteModelProProgramInputLines", Group::second},
+    {L"writeInformationPDF", Group::second},
+    {L"reportFeatureParameter", Group::second},
+    {L"writeListReport", Group::second},
+    {L"openXLSReport", Group::second},
+    {L"editModelParameterFromPrueftrail", Group::second},
+};
+
+Outcome announceEmpty(const Task& task) {
+  core::creoLog(text::format(L"%s not implemented inside KVP", task.attribute(L"type")), core::kError);
+  return done;
+}
+
+Outcome openXlsReportIsRemoved(const Task&) {
+  core::logWrite(L"The 'Open XLS Report' action is removed with Kelvane 7.0. Please change to 'Open CSV Report.'",
+                 core::kError);
+  return done;
+}
+
+Outcome auditTrailIsRemoved(const Task&) {
+  core::logWrite(L"The 'Edit model parameter from audit trail' action is removed with Kelvane 7.0.'", core::kError);
+  return done;
+}
+
+constexpr actions::ActionFunction kRemoved[] = {
+    {L"openXLSReport", &openXlsReportIsRemoved},
+    {L"editModelParameterFromPrueftrail", &auditTrailIsRemoved},
+};
+
+std::vector<ActionRow> buildTable() {
+  std::unordered_map<std::wstring_view, Function> functions;
+  for (const auto& family : {std::span<const actions::ActionFunction>(kRemoved), actions::creoLogActions(),
+                             actions::workingFolderActions(), actions::userVariableActions(),
+                             actions::groupActionsFamily(), actions::saveActions(), actions::parameterActions()})
+    for (const auto& row : family) functions.emplace(row.key, row.function);
+
+  std::vector<ActionRow> table;
+  table.reserve(std::size(kKeys));
+  for (const KeyRow& row : kKeys) {
+    const auto found = functions.find(row.key);
+    Function function = found == functions.end() ? nullptr : found->second;
+    if (row.group == Group::knownEmpty) function = &announceEmpty;
+    table.push_back({row.key, row.group, function});
+  }
+  return table;
+}
+
+// Number of inserted, removed and exchanged letters between two keys, without regard to case.
+std::size_t editDistance(std::wstring_view a, std::wstring_view b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const std::size_t exchanged = diagonal + (text::lower(a[i - 1]) == text::lower(b[j - 1]) ? 0 : 1);
+      diagonal = row[j];
+      row[j] = std::min({exchanged, row[j] + 1, row[j - 1] + 1});
+    }
+  }
+  return row[b.size()];
+}
+
+}  // namespace
+
+std::span<const ActionRow> actionTable() {
+  static const std::vector<ActionRow> table = buildTable();
+  return table;
+}
+
+const ActionRow* findAction(std::wstring_view key) {
+  static const auto index = [] {
+    std::unordered_map<std::wstring_view, const ActionRow*> rows;
+    for (const ActionRow& row : actionTable()) rows.emplace(row.key, &row);
+    return rows;
+  }();
+  const auto found = index.find(key);
+  return found == index.end() ? nullptr : found->second;
+}
+
+std::wstring_view nearestAction(std::wstring_view key) {
+  // A third of the letters may be wrong; what is further away is another word.
+  std::size_t best = key.size() / 3 + 1;
+  std::wstring_view nearest;
+  if (key.size() >= text::kTypeSize) return nearest;
+  for (const ActionRow& row : actionTable()) {
+    const std::size_t distance = editDistance(key, row.key);
+    if (distance >= best) continue;
+    best = distance;
+    nearest = row.key;
+  }
+  return nearest;
+}
+
+}  // namespace engine

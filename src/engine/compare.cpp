@@ -1,0 +1,118 @@
+#include "engine/compare.h"
+
+#include <algorithm>
+
+#include "engine/expressions.h"
+#include "engine/pattern_kind.h"
+#include "text/letters.h"
+
+namespace engine {
+namespace {
+
+bool isSecondUmlautByte(char c) { return c == '\x84' || c == '\x96' || c == '\x9C'; }
+
+char folded(char c, char before) {
+  const bool capital = (c >= 'A' && c <= 'Z') || (before == '\xC3' && isSecondUmlautByte(c));
+  return capital ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+// The character at a place with case taken away: ASCII and the three umlauts, in either kind of text.
+wchar_t foldedAt(std::wstring_view text, std::size_t at) {
+  const wchar_t c = text[at];
+  return c < L'A' ? c : text::lower(c);
+}
+char foldedAt(std::string_view text, std::size_t at) { return folded(text[at], at > 0 ? text[at - 1] : '\0'); }
+
+bool equalFolded(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (foldedAt(a, i) != foldedAt(b, i)) return false;
+  return true;
+}
+
+// Anchored and case-blind: "**" is a star, any other "*" a run of characters other than line feeds; a line feed that
+// ends the text may stand there unmatched. That is what PCRE makes of "^(?i)", the text with ".*" for the runs, "$".
+//
+// Only the last run is ever widened: where a run can grow up to a later place of what follows it, the earlier place
+// leaves no fewer ways to go on.
+template <class View>
+bool wildcardMatches(View pattern, View text) {
+  std::size_t p = 0, t = 0;
+  std::size_t behindRun = View::npos, runEnd = 0;  // the last run: what follows it in the pattern; where it ends in the text
+  const auto rest = [&](std::size_t at) { return text.size() - at; };
+  while (true) {
+    if (p == pattern.size()) {
+      if (rest(t) == 0 || (rest(t) == 1 && text[t] == '\n')) return true;
+    } else if (pattern[p] == '*' && !(p + 1 < pattern.size() && pattern[p + 1] == '*')) {
+      behindRun = ++p;
+      runEnd = t;
+      continue;
+    } else if (t < text.size() && foldedAt(pattern, p) == foldedAt(text, t)) {
+      p += pattern[p] == '*' ? 2 : 1;
+      ++t;
+      continue;
+    }
+    if (behindRun == View::npos || runEnd == text.size() || text[runEnd] == '\n') return false;
+    p = behindRun;
+    t = ++runEnd;
+  }
+}
+
+int asNumber(Answer answer) { return answer == Answer::match ? 1 : 0; }
+
+}  // namespace
+
+int wildcardCompare(std::wstring_view pattern, std::wstring_view text) {
+  switch (kindOf(pattern)) {
+    case PatternKind::plain:
+      return text::equalNoCase(pattern, text) ? 1 : 0;
+    case PatternKind::wildcard:
+      return wildcardMatches(pattern, text) ? 1 : 0;
+    case PatternKind::expression:
+      break;
+  }
+  const UserExpression* expression = keptExpression(pattern);
+  if (!expression) return -1;
+  static std::string narrow;
+  narrowInto(narrow, text);
+  if (expression->foldsText) foldUmlauts(narrow);
+  return asNumber(expression->code.match(narrow));
+}
+
+int narrowCompare(std::string_view pattern, std::string_view text) {
+  switch (kindOf(pattern)) {
+    case PatternKind::plain:
+      return equalFolded(pattern, text) ? 1 : 0;
+    case PatternKind::wildcard:
+      return wildcardMatches(pattern, text) ? 1 : 0;
+    case PatternKind::expression:
+      break;
+  }
+  if (pattern.size() < 3) return -1;
+  const std::string_view between = pattern.substr(1, pattern.size() - 2);
+  if (!isCaseBlind(between)) return regexMatch(between, text);
+  std::string foldedExpression(between), foldedText(text);
+  foldUmlauts(foldedExpression);
+  foldUmlauts(foldedText);
+  return regexMatch(foldedExpression, foldedText);
+}
+
+int regexMatch(std::string_view expression, std::string_view text) {
+  static PatternCache<char, Expression> cache;
+  const Expression& kept = cache.get(expression, [](std::string_view e) { return Expression(std::string(e)); });
+  return kept.compiled() ? asNumber(kept.match(text)) : -1;
+}
+
+void foldUmlauts(std::string& text) {
+  for (auto at = text.find('\xC3'); at != std::string::npos && at + 1 < text.size(); at = text.find('\xC3', at + 1))
+    if (isSecondUmlautByte(text[at + 1])) text[at + 1] = folded(text[at + 1], text[at]);
+}
+
+std::wstring secondWord(std::wstring_view text) {
+  const auto blank = text.find(L' ');
+  if (blank == std::wstring_view::npos) return {};
+  text.remove_prefix(blank + 1);
+  return std::wstring(text.substr(0, text.find(L' ')));
+}
+
+}  // namespace engine

@@ -1,0 +1,87 @@
+#include "engine/dispatch.h"
+
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProMdl.h"
+#include "documents/filter.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/units.h"
+
+namespace engine {
+namespace {
+
+constexpr int kBreakOnActions = 8;     // the value of `breakpoint` that stops a run on each action
+constexpr std::size_t kGroupSize = 7;  // of "- G%d ", its closing zero included
+
+std::wstring_view attributeOf(const XmlNode& node, std::wstring_view name) {
+  const core::XmlAttr* found = core::attrFind(node.attributes, name);
+  return found ? found->value : std::wstring_view();
+}
+
+bool isDeactivated(const XmlNode& node) {
+  const core::XmlAttr* deak = core::attrFind(node.attributes, L"deak");
+  return deak && deak->value != L"false";
+}
+
+// Head and Foot have no model of their own; their actions work on Creo's current one if there is one.
+void takeCurrentModel(Subject& subject) {
+  if (subject.model) return;
+  const auto current = creo::ProMdlCurrentGet();
+  if (!current) return;
+  subject.model = current.value;
+  if (const auto name = creo::ProMdlNameGet(current.value)) subject.name = name.value;
+  const auto type = creo::ProMdlTypeGet(current.value);
+  if (!type) return;
+  using enum creo::ProMdlType;
+  if (type.value == part || type.value == drawing || type.value == assembly)
+    subject.extension = creo::typeExtension(type.value);
+}
+
+Outcome runRow(const ActionRow& row, const XmlNode& node, const Subject& subject) {
+  if (row.group == Group::modelNeeded && !subject.model) {
+    core::logWrite(L"This function need a model to get worked on it", core::kError);
+    return notHandled;
+  }
+  if (!row.function) {
+    core::logWrite(text::format(L"%s: this version doesn't carry out this action", row.key), core::kError);
+    return done;
+  }
+  return row.function(Task(node, subject));
+}
+
+}  // namespace
+
+Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
+  const std::wstring_view type = text::cut(attributeOf(task, L"type"), text::kTypeSize - 1);
+  if (core::pluginState().breakpoint == kBreakOnActions || isDeactivated(task)) return notHandled;
+  takeCurrentModel(subject);
+
+  const ActionRow* row = findAction(type);
+  const Outcome result = row ? runRow(*row, task, subject) : notHandled;
+  if (result != notHandled || (row && row->group == Group::second)) return result;
+
+  // A filter's predicate may stand in a list: it runs for its side effects and its answer is dropped. The look-up is
+  // silent, so that an unknown key gets one line.
+  if (documents::runPredicate(task, type, subject.model, true) != documents::kNotAKey) return done;
+  core::logWrite(L"CAN'T FIND THIS FUNCTION, FAILURE IN DLL", core::kError);
+  return notHandled;
+}
+
+void runSubtasks(const core::XmlNode& task, const Subject& subject) {
+  const XmlNode* subtasks = nullptr;
+  core::xmlEachChild(task, [&](const XmlNode& child) {
+    if (!subtasks && child.name == L"subtasks") subtasks = &child;
+  });
+  if (!subtasks) return;
+  int index = -1;
+  core::xmlEachChild(*subtasks, [&](const XmlNode& child) {
+    ++index;
+    if (child.name != L"task") return;
+    const core::LogGroup group(std::wstring(text::cut(text::format(L"- G%d ", index), kGroupSize - 1)));
+    Subject copy = subject;
+    dispatchAction(child, copy);
+  });
+}
+
+}  // namespace engine

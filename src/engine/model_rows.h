@@ -1,0 +1,52 @@
+// The rows of the model table as the dialog shows them: their order, their cells, their names.
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "creo/ProTypes.h"
+
+namespace engine {
+
+enum class FamilyRole { plain, instance, generic, genericAsDependency };
+
+struct ModelRow {
+  std::string name;  // "BRACKET.PRT"
+  creo::ProMdl model;
+  creo::ProMdlType type{};  // part, assembly or drawing
+  FamilyRole role = FamilyRole::plain;
+  bool allowed = true;  // false: its history forbids it, it starts unselected and locked
+};
+
+// "BRACKET.PRT"; the whole name, however long it is. Empty for a type that has no rows.
+std::string rowNameOf(std::wstring_view name, creo::ProMdlType type);
+
+class ModelRows {
+ public:
+  [[nodiscard]] bool contains(std::string_view name) const { return names_.contains(name); }
+  // In the place that the bytes of its name give it. False when the dialog refuses the row.
+  bool insert(const ModelRow& row);
+  // Puts the label of that template into the row's check-out cell, in place of one that is there.
+  void showCheckOut(const std::string& row, const char* label);
+  void removeCheckOut(const std::string& row);
+  // Deletes all rows of the table with the components of their cells.
+  void clear();
+  // Forgets the names: the table has gone with its dialog.
+  void forget() { names_.clear(); }
+
+  // A call of the dialog that failed is a line in Creo's message area, and the status until it is reset.
+  bool check(creo::ProError result, std::wstring_view call);
+  [[nodiscard]] creo::ProError status() const { return status_; }
+  void resetStatus() { status_ = creo::ProNoError; }
+
+ private:
+  void fillCells(const ModelRow& row);
+  void fillParameter(const ModelRow& row);
+  void copy(const std::string& row, const char* column, const char* from, const std::string& name);
+
+  std::set<std::string, std::less<>> names_;
+  creo::ProError status_ = creo::ProNoError;
+};
+
+}  // namespace engine

@@ -1,0 +1,275 @@
+#include "engine/model_table.h"
+
+#include <memory>
+#include <optional>
+#include <unordered_set>
+
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProMdl.h"
+#include "creo/ProUITable.h"
+#include "documents/action_list.h"
+#include "documents/filter.h"
+#include "documents/package.h"
+#include "documents/predicates.h"
+#include "engine/check_out.h"
+#include "engine/history.h"
+#include "engine/model_rows.h"
+#include "engine/model_walk.h"
+#include "engine/run.h"
+#include "os/paths.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/units.h"
+
+namespace engine {
+namespace {
+
+constexpr std::size_t kExtensionField = 10, kNameField = 80;
+constexpr const char *kPartFilter = "kvanePrtFilter", *kAssemblyFilter = "kvaneAsmFilter",
+                     *kDrawingFilter = "kvaneDrwFilter", *kInstanceFilter = "kvaneInstFilter",
+                     *kCurrentFilter = "kvaneCurModFilter";
+constexpr const char* kHighlightButtons[] = {"HighlightFileBtn_MenuRMBLog", "HighlightFileBtn_MenuRMBChooser",
+                                             "HighlightSelectedBtn_MenuRMBChooser"};
+
+// A document with the block of it that decides. A file that can't be read leaves `broken`.
+struct FilterSource {
+  std::unique_ptr<core::XmlDocument> document;
+  const core::XmlNode* block = nullptr;
+  bool broken = false;
+};
+
+// What a walk's outcome rests on; the visited models of one basis say nothing under another.
+struct Basis {
+  WalkFlags walk;
+  bool part = true, assembly = true, drawing = true, instance = false, listFilter = false;
+  bool operator==(const Basis&) const = default;
+};
+
+struct Table {
+  ModelRows rows;
+  FilterSource globalFilter, listFilter;
+  std::optional<Basis> basis;
+  std::unordered_set<std::string> visited, starts;  // row names
+
+  void forgetWalks() {
+    basis.reset();
+    visited = {};
+    starts = {};
+  }
+};
+Table& table() {
+  static Table instance;
+  return instance;
+}
+
+const std::string& dialog() { return core::pluginState().dialogName; }
+
+FilterSource load(const std::wstring& path) {
+  FilterSource source;
+  auto loaded = core::xmlLoadFile(path);
+  source.broken = !loaded;
+  if (source.broken) core::creoLog(L"<KVD> sourceData - " + loaded.fault);
+  source.document = std::move(loaded.document);
+  return source;
+}
+
+bool isAbsentOrTrue(const core::XmlNode& block, std::wstring_view name) {
+  const core::XmlAttr* attribute = core::attrFind(block.attributes, name);
+  return !attribute || attribute->value == L"true";
+}
+
+// Whether the list's filter judges while no filter file does.
+bool listFilterIsOn() {
+  const core::XmlNode* block = table().listFilter.block;
+  const int mode = core::pluginState().useGlobFilterNow;
+  if (!block || mode == 0) return false;
+  return mode > 0 || (isAbsentOrTrue(*block, L"active") && isAbsentOrTrue(*block, L"exists"));
+}
+
+bool globalFilterIsOn() { return table().globalFilter.broken || table().globalFilter.block; }
+
+void setCheck(const std::string& inDialog, const char* button, bool on) {
+  if (on)
+    table().rows.check(creo::ProUICheckbuttonSet(inDialog, button), L"ProUICheckbuttonSet");
+  else
+    table().rows.check(creo::ProUICheckbuttonUnset(inDialog, button), L"ProUICheckbuttonUnset");
+}
+
+bool readCheck(const char* button, bool otherwise) {
+  const auto state = creo::ProUICheckbuttonGetState(dialog(), button);
+  table().rows.check(state.error, L"ProUICheckbuttonGetState");
+  return state ? state.value : otherwise;
+}
+
+bool passesFilters(const WalkedModel& walked, creo::ProMdl model) {
+  const core::XmlNode* block = table().globalFilter.block;
+  if (table().globalFilter.broken) return false;
+  if (!block && listFilterIsOn()) block = table().listFilter.block;
+  return !block ||
+         documents::evaluateFilter(*block, creo::typeExtension(walked.type), model, true) == documents::kFilterHolds;
+}
+
+bool typeIsShown(creo::ProMdlType type, const Basis& basis) {
+  if (type == creo::ProMdlType::part) return basis.part;
+  return type == creo::ProMdlType::assembly ? basis.assembly : basis.drawing;
+}
+
+FamilyRole roleOf(creo::ProMdl model, bool isInstance, bool fromDependency) {
+  if (isInstance) return FamilyRole::instance;
+  if (documents::isGeneric(model) != documents::kTrue) return FamilyRole::plain;
+  return fromDependency ? FamilyRole::genericAsDependency : FamilyRole::generic;
+}
+
+void addRow(const WalkedModel& walked, const Basis& basis) {
+  ModelRows& rows = table().rows;
+  if (!typeIsShown(walked.type, basis)) return;
+  if (rows.contains(walked.row)) {
+    core::creoLog(L"<KVD> sourceData - is in already");
+    return;
+  }
+  core::creoLog(L"<KVD> sourceData - is not in", core::kDebug);
+  const creo::ProMdl model = documents::retrieveByFileName(walked.row, creo::typeExtension(walked.type));
+  bool added = static_cast<bool>(model);
+  if (added) {
+    if (!passesFilters(walked, model)) return;
+    const bool isInstance =
+        walked.type != creo::ProMdlType::drawing && documents::isInstance(model) == documents::kTrue;
+    if (isInstance && !basis.instance) return;
+    const FamilyRole role =
+        walked.type == creo::ProMdlType::drawing ? FamilyRole::plain : roleOf(model, isInstance, walked.fromDependency);
+    added = rows.insert({walked.row, model, walked.type, role, !isAlreadyReworked(model)});
+  }
+  if (!added) core::creoLog(L"<KVD> sourceData - Failure while ProTKGDUIStatusTableRowAdd");
+}
+
+Basis currentBasis() {
+  const auto& state = core::pluginState();
+  const TypeFilters filters = readTypeFilters();
+  Basis basis;
+  basis.walk = {state.addInstances != 0, state.addDrawings != 0, state.addInherited != 0, filters.currentOnly,
+                filters.currentOnly && filters.instance};
+  basis.part = filters.part;
+  basis.assembly = filters.assembly;
+  basis.drawing = filters.drawing;
+  basis.instance = filters.instance;
+  basis.listFilter = listFilterIsOn();
+  return basis;
+}
+
+void enableHighlighting(bool on) {
+  for (const char* button : kHighlightButtons) {
+    if (on)
+      table().rows.check(creo::ProUIPushbuttonEnable(dialog(), button), L"ProUIPushbuttonEnable");
+    else
+      table().rows.check(creo::ProUIPushbuttonDisable(dialog(), button), L"ProUIPushbuttonDisable");
+  }
+}
+
+std::wstring pathInPackage(std::wstring_view folder, std::string_view name) {
+  return os::joined(core::pluginState().openKvzPath, folder) + text::fromUtf8(name);
+}
+
+}  // namespace
+
+creo::ProError rebuildModelTable(creo::ProMdl start) {
+  Table& t = table();
+  t.rows.resetStatus();
+  const Basis basis = currentBasis();
+  if (!start) {
+    const auto current = creo::ProMdlCurrentGet();
+    if (!current) return current.error;
+    start = current.value;
+  }
+  const auto type = creo::ProMdlTypeGet(start);
+  const auto name = creo::ProMdlNameGet(start);
+  if (!type || !name) {
+    core::creoLog(L"<KVD> sourceData - Failure while ProMdlTypeGet");
+    return type ? name.error : type.error;
+  }
+  auto& state = core::pluginState();
+  state.currentExt = text::cut(creo::typeExtension(type.value), kExtensionField - 1);
+  state.currentName = text::cut(name.value, kNameField - 1);
+
+  if (t.listFilter.block && state.useGlobFilterNow != 0)
+    setCheck(documents::kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
+  enableHighlighting(type.value == creo::ProMdlType::assembly);
+
+  const std::string startRow = rowNameOf(name.value, type.value);
+  if (t.basis != basis || t.starts.contains(startRow)) t.forgetWalks();
+  t.basis = basis;
+  t.starts.insert(startRow);
+  walkModels(start, basis.walk, t.visited, [&basis](const WalkedModel& walked) { addRow(walked, basis); });
+
+  const bool filtered = globalFilterIsOn() || basis.listFilter;
+  t.rows.check(creo::ProUIPushbuttonBitmapSet(dialog(), "kvaneExtFilter",
+                                              filtered ? "act_filter24.png" : "act_filterdeac24.png"),
+               L"ProUIPushbuttonBitmapSet");
+  return t.rows.status();
+}
+
+void clearModelTable() {
+  table().rows.clear();
+  table().forgetWalks();
+}
+
+void refreshModelTable() {
+  clearModelTable();
+  rebuildModelTable({});
+}
+
+void setTypeFilters(bool part, bool assembly, bool drawing, bool instance, bool currentOnly) {
+  setCheck(dialog(), kPartFilter, part);
+  setCheck(dialog(), kAssemblyFilter, assembly);
+  setCheck(dialog(), kDrawingFilter, drawing);
+  setCheck(dialog(), kInstanceFilter, instance);
+  setCheck(dialog(), kCurrentFilter, currentOnly);
+}
+
+TypeFilters readTypeFilters() {
+  TypeFilters filters;
+  filters.part = readCheck(kPartFilter, filters.part);
+  filters.assembly = readCheck(kAssemblyFilter, filters.assembly);
+  filters.drawing = readCheck(kDrawingFilter, filters.drawing);
+  filters.instance = readCheck(kInstanceFilter, filters.instance);
+  filters.currentOnly = readCheck(kCurrentFilter, filters.currentOnly);
+  return filters;
+}
+
+void loadGlobalFilter(std::string_view name) {
+  core::creoLog(L"glob Filter");
+  FilterSource& filter = table().globalFilter;
+  const std::wstring path = pathInPackage(L"filters\\", name);
+  filter = load(path);
+  if (filter.broken)
+    core::logWrite(text::format(L"The filter %s can't be read, no model passes it", path), core::kError);
+  else
+    filter.block = documents::filterFileBlock(*filter.document);
+  refreshModelTable();
+}
+
+void forgetGlobalFilter() {
+  if (globalFilterIsOn()) table().forgetWalks();
+  table().globalFilter = {};
+}
+
+void dropGlobalFilter(creo::ProMdl start) {
+  const bool wasOn = globalFilterIsOn();
+  forgetGlobalFilter();
+  if (wasOn) clearModelTable();
+  rebuildModelTable(start);
+}
+
+void loadListFilter(std::string_view name) {
+  FilterSource& filter = table().listFilter;
+  filter = load(pathInPackage(L"actionlists\\", name));
+  if (filter.document) filter.block = documents::actionList(*filter.document).filter;
+  table().forgetWalks();
+  if (!runGoesOn()) refreshModelTable();
+}
+
+void checkOutSelected() { checkOutRows(table().rows); }
+
+void resetModelTable() { table() = Table(); }
+
+}  // namespace engine

@@ -1,0 +1,241 @@
+// Replacing what a pattern matches. The definition tries, at each place, the whole rest of the text and then one
+// character less each time; here each kind of pattern finds the same longest piece in fewer steps.
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "engine/compare.h"
+#include "engine/expressions.h"
+#include "engine/pattern_kind.h"
+#include "text/letters.h"
+
+namespace engine {
+namespace {
+
+constexpr std::size_t kNone = std::wstring_view::npos;
+
+// Where the longest match that begins at a place ends; asked with ascending places.
+class PlainScan {
+ public:
+  PlainScan(std::wstring_view pattern, std::wstring_view text) : pattern_(text::lower(pattern)), text_(text::lower(text)) {}
+  std::size_t longestFrom(std::size_t from) const {
+    return !pattern_.empty() && text_.compare(from, pattern_.size(), pattern_) == 0 ? from + pattern_.size() : kNone;
+  }
+
+ private:
+  std::wstring pattern_, text_;
+};
+
+// The pieces between the runs are looked for at their earliest places, the last one at its latest. As places ascend,
+// so do the places of the pieces: each is searched for over the text once.
+class WildcardScan {
+ public:
+  WildcardScan(std::wstring_view pattern, std::wstring_view text) : text_(text::lower(text)), pieces_(1) {
+    for (std::size_t p = 0; p < pattern.size(); ++p) {
+      const bool star = pattern[p] == L'*';
+      if (star && p + 1 < pattern.size() && pattern[p + 1] == L'*')
+        pieces_.back().letters += pattern[++p];
+      else if (star)
+        pieces_.emplace_back();
+      else
+        pieces_.back().letters += text::lower(pattern[p]);
+    }
+    for (auto at = text_.find(L'\n'); at != kNone; at = text_.find(L'\n', at + 1)) lineFeeds_.push_back(at);
+  }
+
+  std::size_t longestFrom(std::size_t from) {
+    const std::wstring& head = pieces_.front().letters;
+    if (text_.compare(from, head.size(), head) != 0) return kNone;
+    std::size_t end = from + head.size();
+    for (std::size_t i = 1; i < pieces_.size(); ++i) {
+      const bool last = i + 1 == pieces_.size();
+      const std::size_t lineEnd = lineEndFrom(end);
+      const std::size_t at = last ? latest(pieces_[i], end, lineEnd) : earliest(pieces_[i], end);
+      if (at == kNone || at > lineEnd) return kNone;  // no run goes over a line feed
+      end = at + pieces_[i].letters.size();
+    }
+    return end < text_.size() && text_[end] == L'\n' ? end + 1 : end;
+  }
+
+ private:
+  struct Piece {
+    std::wstring letters;
+    bool searched = false;
+    std::size_t found = 0;  // by the last search; kNone when there was none
+    std::size_t lineEnd = 0;
+  };
+
+  std::size_t lineEndFrom(std::size_t from) const {
+    const auto found = std::lower_bound(lineFeeds_.begin(), lineFeeds_.end(), from);
+    return found == lineFeeds_.end() ? text_.size() : *found;
+  }
+  std::size_t earliest(Piece& piece, std::size_t from) const {
+    if (!piece.searched || (piece.found != kNone && piece.found < from)) piece.found = text_.find(piece.letters, from);
+    piece.searched = true;
+    return piece.found;
+  }
+  // The last place from `from` to the end of the line.
+  std::size_t latest(Piece& piece, std::size_t from, std::size_t lineEnd) const {
+    if (!piece.searched || piece.lineEnd != lineEnd) {
+      const auto found = std::wstring_view(text_).substr(from).rfind(piece.letters, lineEnd - from);
+      piece.found = found == kNone ? kNone : found + from;
+      piece.lineEnd = lineEnd;
+      piece.searched = true;
+    }
+    return piece.found != kNone && piece.found < from ? kNone : piece.found;
+  }
+
+  std::wstring text_;
+  std::vector<Piece> pieces_;
+  std::vector<std::size_t> lineFeeds_;
+};
+
+// Whether an expression's answer can hang on where the text begins or ends, beyond the need that a match lies in it.
+// Without the first, what has no match has none from any later place either; without the second, what matches goes on
+// matching with more text behind it. What isn't surely harmless counts as both.
+struct Sensitivity {
+  bool toStart = false, toEnd = false;
+};
+constexpr Sensitivity kBoth{true, true};
+
+// The place behind a character class, or npos for one that isn't plain enough to tell.
+std::size_t behindClass(std::string_view expression, std::size_t at) {
+  ++at;
+  if (at < expression.size() && expression[at] == '^') ++at;
+  if (at < expression.size() && expression[at] == ']') ++at;
+  for (; at < expression.size() && expression[at] != ']'; ++at) {
+    if (expression[at] == '[') return kNone;
+    if (expression[at] != '\\') continue;
+    if (++at < expression.size() && (expression[at] == 'Q' || expression[at] == 'E')) return kNone;
+  }
+  return at < expression.size() ? at + 1 : kNone;
+}
+
+Sensitivity sensitivityOf(std::string_view expression) {
+  constexpr std::string_view kHarmlessEscapes = "dDsSwWnrtfea";
+  constexpr std::size_t kGroupsWithOffsets = 80;
+  if (static_cast<std::size_t>(std::count(expression.begin(), expression.end(), '(')) > kGroupsWithOffsets) return kBoth;
+  Sensitivity found;
+  bool behindQuantifier = false;
+  for (std::size_t at = 0; at < expression.size();) {
+    const char c = expression[at];
+    const bool quantifier = c == '*' || c == '+' || c == '?' || c == '}';
+    const std::string_view rest = expression.substr(at);
+    if (c == '+' && behindQuantifier) return kBoth;  // takes all it can and gives nothing back
+    behindQuantifier = quantifier;
+    if (c == '\\') {
+      const char escaped = rest.size() > 1 ? rest[1] : 'z';
+      const bool letter = (escaped >= 'a' && escaped <= 'z') || (escaped >= 'A' && escaped <= 'Z') ||
+                          (escaped >= '0' && escaped <= '9');
+      if (letter && kHarmlessEscapes.find(escaped) == kNone) return kBoth;
+      at += 2;
+    } else if (c == '[') {
+      at = behindClass(expression, at);
+      if (at == kNone) return kBoth;
+    } else if (c == '(' && rest.size() > 1 && (rest[1] == '?' || rest[1] == '*')) {
+      if (!rest.starts_with("(?:") && !rest.starts_with("(?i)")) return kBoth;
+      at += 3;
+    } else {
+      found.toStart |= c == '^';
+      found.toEnd |= c == '$';
+      ++at;
+    }
+  }
+  return found;
+}
+
+class ExpressionScan {
+ public:
+  ExpressionScan(const UserExpression& expression, Sensitivity sensitivity, std::wstring_view text)
+      : code_(expression.code), toEnd_(sensitivity.toEnd), anchored_(expression.code.anchored()) {
+    std::string letter;
+    for (const wchar_t& c : text) {
+      offsets_.push_back(bytes_.size());
+      narrowInto(letter, {&c, 1});
+      bytes_ += letter;
+    }
+    offsets_.push_back(bytes_.size());
+    if (expression.foldsText) foldUmlauts(bytes_);
+  }
+
+  std::size_t longestFrom(std::size_t from) {
+    const std::size_t size = offsets_.size() - 1;
+    if (!toEnd_) return matches(from, size) ? size : kNone;
+    for (std::size_t end = lastEndWorthTrying(from); end > from; --end)
+      if (matches(from, end)) return end;
+    return kNone;
+  }
+
+ private:
+  // What all the tries of one replacement may cost together, in bytes looked at; then nothing matches any more.
+  static constexpr std::int64_t kBudget = 1'000'000'000;
+  static constexpr std::int64_t kTry = 100;
+  static constexpr std::int64_t kUnfinishedTry = 50'000'000;
+
+  std::string_view piece(std::size_t from, std::size_t end) const {
+    return std::string_view(bytes_).substr(offsets_[from], offsets_[end] - offsets_[from]);
+  }
+
+  bool matches(std::size_t from, std::size_t end) {
+    if (budget_ <= 0) return false;
+    const auto text = piece(from, end);
+    const Answer answer = code_.match(text);
+    budget_ -= kTry + static_cast<std::int64_t>(text.size()) + (answer == Answer::unfinished ? kUnfinishedTry : 0);
+    return answer == Answer::match;
+  }
+
+  // An anchored expression mostly refuses after a few characters, whatever follows them; doubling finds how many.
+  std::size_t lastEndWorthTrying(std::size_t from) {
+    const std::size_t size = offsets_.size() - 1;
+    for (std::size_t length = 2; anchored_ && length < size - from && budget_ > 0; length *= 2) {
+      const auto start = piece(from, from + length);
+      budget_ -= kTry + static_cast<std::int64_t>(start.size());
+      if (code_.refusesAllThatStartWith(start)) return from + length - 1;
+    }
+    return size;
+  }
+
+  const Expression& code_;
+  const bool toEnd_, anchored_;
+  std::string bytes_;
+  std::vector<std::size_t> offsets_;  // of each character in bytes_, and the end
+  std::int64_t budget_ = kBudget;
+};
+
+// once: the first match, sought from the start of the text, is the only one.
+template <class Scan>
+std::wstring replaced(std::wstring_view text, std::wstring_view replacement, Scan scan, bool once = false) {
+  std::wstring out;
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const std::size_t end = scan.longestFrom(at);
+    if (end != kNone) {
+      out += replacement;
+      at = end;
+    }
+    if (once) break;
+    if (end == kNone) out += text[at++];
+  }
+  return out += text.substr(at);
+}
+
+}  // namespace
+
+std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, std::wstring_view replacement) {
+  switch (kindOf(pattern)) {
+    case PatternKind::plain:
+      return replaced(text, replacement, PlainScan(pattern, text));
+    case PatternKind::wildcard:
+      return replaced(text, replacement, WildcardScan(pattern, text));
+    case PatternKind::expression:
+      break;
+  }
+  const UserExpression* expression = keptExpression(pattern);
+  if (!expression) return std::wstring(text);
+  std::string between;
+  narrowInto(between, pattern.substr(1, pattern.size() - 2));
+  const Sensitivity sensitivity = sensitivityOf(between);
+  return replaced(text, replacement, ExpressionScan(*expression, sensitivity, text), !sensitivity.toStart);
+}
+
+}  // namespace engine

@@ -1,0 +1,442 @@
+#include "engine/run.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "core/log.h"
+#include "core/messages.h"
+#include "core/state.h"
+#include "creo/ProMacro.h"
+#include "creo/ProMdl.h"
+#include "creo/ProMessage.h"
+#include "creo/ProNotify.h"
+#include "creo/ProUI.h"
+#include "creo/ProUITable.h"
+#include "creo/ProUtil.h"
+#include "creo/ProWindow.h"
+#include "documents/action_list.h"
+#include "documents/package.h"
+#include "engine/dispatch.h"
+#include "engine/history.h"
+#include "engine/model_table.h"
+#include "engine/row_name.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "ui/main_dialog.h"
+
+namespace engine {
+namespace {
+
+using namespace core;
+using namespace creo;
+
+// The steps at which `kvd_breakpoint` stops a run.
+enum Breakpoint : int {
+  afterListOpened = 1,
+  afterHead = 2,
+  afterBarSet = 3,
+  insteadOfOpening = 4,
+  afterDisplay = 5,
+  insteadOfBody = 6,
+  beforeActions = 7,
+  afterActions = 20,
+};
+bool stopsAt(Breakpoint point) { return pluginState().breakpoint == point; }
+
+constexpr std::array kPasses = {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing};
+
+// A run from the press to the end of Foot. It outlives the press: between models control is with Creo.
+struct Run {
+  std::unique_ptr<XmlDocument> document;
+  documents::ActionList list;
+  std::vector<std::string> rows;  // of the table; it stands still during the run
+  std::size_t row = 0;            // the next one to look at
+  std::size_t pass = 0;           // in kPasses
+  int progress = 0;               // finished models
+  std::string waitingRow;         // the row whose window was asked for
+  int window = 0;                 // that the run waits for
+  bool windowCreated = false;     // by the run, which closes it again
+};
+
+// Shared, so that a step which ends the run still stands on it.
+std::shared_ptr<Run>& run() {
+  static std::shared_ptr<Run> current;
+  return current;
+}
+
+const std::string& dialog() { return pluginState().dialogName; }
+
+constexpr std::array kRefreshTypes = {ProNotifyType::currentModelChanged, ProNotifyType::modelOpened,
+                                      ProNotifyType::modelDisplayed, ProNotifyType::windowActivated,
+                                      ProNotifyType::windowClosed};
+
+// The table follows Creo: it is rebuilt when the current model isn't the one for which it was built.
+ProError followCurrentModel(const ProNotification& /*event*/) {
+  const auto current = ProMdlCurrentGet();
+  if (!current) return ProNoError;
+  const PluginState& state = pluginState();
+  const auto type = ProMdlTypeGet(current.value);
+  const bool same =
+      ProMdlNameGet(current.value).value == state.currentName && typeExtension(type.value) == state.currentExt;
+  if (!same) refreshModelTable();
+  return ProNoError;
+}
+
+void runMacro(const std::wstring& text) {
+  ProMacroLoad(text);
+  ProMacroExecute();
+}
+
+void runRefreshMacros() {
+  for (const wchar_t* macro : {L"~ Command `ProCmdDwgUpdateSheets` ;", L"~ Command `ProCmdDwgRegenDraft` ;",
+                               L"~ Command `ProCmdDwgTblRegUpd`;"}) {
+    runMacro(macro);
+  }
+}
+
+// Updates the drawing, and goes back to the tab that Creo left for it.
+void refreshDrawing() {
+  PluginState& state = pluginState();
+  ProNotificationSet(ProNotifyType::pageControlShown, [](const ProNotification& event) {
+    pluginState().controlName = event.name;
+    return ProNoError;
+  });
+  runRefreshMacros();
+  ProNotificationUnset(ProNotifyType::pageControlShown);
+  if (!state.controlName.empty()) {
+    ProMacroLoad(text::format(L"~ Activate `main_dlg_cur` `%s_control_btn` 1;", state.controlName));
+  }
+}
+
+void showProgress() {
+  if (ProUIProgressbarIntegerSet(dialog(), "kvaneProgressBar", run()->progress) != ProNoError) {
+    creoLog(L"<KVD> main - Error at set ProUIProgressbarIntegerSet");
+  }
+}
+
+bool isChosen(const std::string& row) { return ProUICheckbuttonGetState(dialog(), row + "_cb").value; }
+
+bool isCheckedOut(const std::string& row) {
+  const std::string image = ProUILabelBitmapGet(dialog(), row + "_wc").value;
+  return image == "checkedout.gif" || image == "checkedoutmod.gif";
+}
+
+// What belongs to a run goes: its reports, its document, its place in log lines, the trigger that started it.
+void leaveRun() {
+  PluginState& state = pluginState();
+  state.reports.reset();
+  state.section = L' ';
+  run().reset();
+}
+
+// The table follows Creo again, and a trigger's dialog goes unless it is to stay.
+void leaveTool() {
+  PluginState& state = pluginState();
+  if (state.triggerType != 0) {
+    ProDirectoryChange(state.savedDirectory);
+    const bool keeps = state.triggerKeepsDialog == 1;
+    if (!keeps) ui::toolClose();
+    state.triggerType = 0;
+    if (!keeps) return;
+  }
+  setRefreshNotifications();
+}
+
+void endEarly() {
+  leaveRun();
+  leaveTool();
+}
+
+// The message that the run isn't for the model before the user: only where regeneration triggers have no digits.
+bool refusesForeignModel() {
+  const auto current = ProMdlCurrentGet();
+  if (!current) return false;
+  PluginState& state = pluginState();
+  const bool same = ProMdlNameGet(current.value).value == state.currentName &&
+                    typeExtension(ProMdlTypeGet(current.value).value) == state.currentExt;
+  if (same || !state.trigger(Trigger::afterRegenerate).startConf.empty()) return false;
+  creoLog(L"<KVD> Model that should worked is not current model");
+  ProUIMessageDialogDisplay(L"Warning", L"Model that should worked is not current model", {L"OK"});
+  return true;
+}
+
+// Reads the selected list. One that can't be read leaves nothing to run.
+void openList() {
+  const std::wstring path = documents::selectedListPath();
+  creoLog(L"<KVD> Kelvane - open Selected XML", kError);
+  XmlLoaded loaded = xmlLoadFile(path);
+  logWrite(path, kDebug);
+  if (!loaded) {
+    logWrite(loaded.fault, kError);
+    return;
+  }
+  run()->document = std::move(loaded.document);
+  run()->list = documents::actionList(*run()->document);
+}
+
+void runHead() {
+  logMsgPlain(54, kTitle);
+  pluginState().section = L'H';
+  runSection(run()->list.head, "");
+}
+
+// The chosen rows are counted; false when one of them isn't checked out but must be.
+bool countChosen(int& chosen) {
+  for (const std::string& row : run()->rows) {
+    if (!isChosen(row)) continue;
+    ++chosen;
+    if (pluginState().cancelIfNotCheckedOut == 1 && !isCheckedOut(row)) {
+      logWrite(L"A file isn't checked out", kError);
+      logWrite(L"A file isn't checked out", kError);
+      return false;
+    }
+  }
+  return true;
+}
+
+void announceBody() {
+  const auto current = ProMdlCurrentGet();
+  if (!current) return;
+  logWrite(
+      text::format(msgText(55), ProMdlNameGet(current.value).value, typeExtension(ProMdlTypeGet(current.value).value)),
+      kTitle);
+  pluginState().section = L'B';
+}
+
+void finishModel() {
+  ++run()->progress;
+  showProgress();
+}
+
+// One chosen row needs no window: Body runs where Creo stands.
+void runOnlyRow() {
+  const std::shared_ptr<Run> kept = run();
+  for (const std::string& row : kept->rows) {
+    if (!isChosen(row)) {
+      logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
+      continue;
+    }
+    pluginState().section = L'B';
+    runSection(kept->list.body, row);
+    if (!run()) return;  // an action closed the tool
+    finishModel();
+    if (rowType(row) == ProMdlType::drawing && pluginState().triggerType == 0) refreshDrawing();
+    break;
+  }
+  finishRun();
+}
+
+bool isCurrentModel(const std::wstring& name, ProMdlType type) {
+  const auto current = ProMdlCurrentGet();
+  return current && ProMdlTypeGet(current.value).value == type &&
+         text::upper(ProMdlNameGet(current.value).value) == text::upper(name);
+}
+
+enum class Opening { here, asked, skipped };
+
+// Brings a row's model before Creo. `asked`: its window comes forward once control is back with Creo.
+Opening openRow(const std::string& row) {
+  Run& state = *run();
+  state.windowCreated = false;
+  const std::wstring name = rowModelName(row);
+  const ProMdlType type = rowType(row);
+  state.waitingRow = row;
+  const auto currentWindow = ProWindowCurrentGet();
+  if (isCurrentModel(name, type)) {
+    state.window = currentWindow.value;
+    return Opening::here;
+  }
+  const auto model = ProMdlRetrieve(name, type);
+  if (!model) {
+    logWrite(L"Can't retrieve model", kError);
+    finishModel();
+    return Opening::skipped;
+  }
+  if (const auto window = ProMdlWindowGet(model.value)) {
+    state.window = window.value;
+  } else if (const auto created = ProObjectwindowCreate(name, type)) {
+    state.window = created.value;
+    state.windowCreated = true;
+  }
+  ProMdlDisplay(model.value);
+  if (stopsAt(afterDisplay)) return Opening::skipped;
+  ProNotificationSet(ProNotifyType::windowActivated, [](const ProNotification&) {
+    onWindowActivated();
+    return ProNoError;
+  });
+  ProWindowActivate(state.window);
+  if (currentWindow && currentWindow.value == state.window) ProWindowRepaint(state.window);
+  return Opening::asked;
+}
+
+// Body on the model that stands before Creo now.
+void runWaitingRow() {
+  const std::shared_ptr<Run> kept = run();
+  Run& state = *kept;
+  if (const auto current = ProMdlCurrentGet()) creoLog(ProMdlNameGet(current.value).value);
+  pluginState().section = L'B';
+  if (!stopsAt(insteadOfBody)) runSection(state.list.body, state.waitingRow);
+  if (!run()) return;  // an action closed the tool
+  if (state.windowCreated) {
+    ProWindowCurrentSet(state.window);
+    ProWindowCurrentClose();
+  }
+  finishModel();
+}
+
+// Goes on until a window has to be waited for, pass by pass: parts, assemblies, drawings.
+void advance(bool fromWindow) {
+  while (Run* state = run().get()) {
+    if (state->row == state->rows.size()) {
+      state->row = 0;
+      if (++state->pass < kPasses.size()) continue;
+      if (fromWindow) {
+        runRefreshMacros();
+      } else {
+        refreshDrawing();
+      }
+      finishRun();
+      return;
+    }
+    const std::string& row = state->rows[state->row++];
+    if (rowType(row) != kPasses[state->pass] || stopsAt(insteadOfOpening)) continue;
+    if (!isChosen(row)) {
+      logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
+      continue;
+    }
+    const Opening opening = openRow(row);
+    if (opening == Opening::asked) return;
+    if (opening == Opening::here) runWaitingRow();
+    fromWindow = opening == Opening::here;
+  }
+}
+
+void runBodies() {
+  Run& state = *run();
+  state.rows = ProUITableRownamesGet(dialog(), kModelTable).value;
+  int chosen = 0;
+  if (!countChosen(chosen)) return endEarly();
+  if (chosen > 0 && ProUIProgressbarMaxintegerSet(dialog(), "kvaneProgressBar", chosen) != ProNoError) {
+    creoLog(L"<KVD> main - Error at set ProUIProgressbarMaxintegerSet");
+  }
+  showProgress();
+  if (stopsAt(afterBarSet)) return endEarly();
+  if (chosen == 0) return finishRun();
+  if (chosen == 1) return runOnlyRow();
+  ProWindowClear(kAnyWindow);
+  advance(false);
+}
+
+}  // namespace
+
+void setRefreshNotifications() {
+  if (pluginState().noProNotifications == 1) return;
+  for (const ProNotifyType type : kRefreshTypes) ProNotificationSet(type, followCurrentModel);
+}
+
+void unsetRefreshNotifications() {
+  if (pluginState().noProNotifications == 1) return;
+  for (const ProNotifyType type : kRefreshTypes) ProNotificationUnset(type);
+}
+
+bool runGoesOn() { return run() != nullptr; }
+
+void startRun() {
+  if (runGoesOn()) return;
+  unsetRefreshNotifications();
+  const auto lists = ProUIOptionmenuNamesGet(dialog(), "kvaneActionlistChooser");
+  if (!lists || lists.value.empty()) {
+    creoLog(L"<KVD> NO ACTIONLISTS");
+    return endEarly();
+  }
+  if (refusesForeignModel()) return endEarly();
+  logClearView();
+  run() = std::make_shared<Run>();
+  const std::shared_ptr<Run> kept = run();
+  openList();
+  if (stopsAt(afterListOpened)) return endEarly();
+  pluginState().controlName.clear();
+  runHead();
+  if (!run()) return;
+  if (stopsAt(afterHead)) return endEarly();
+  announceBody();
+  runBodies();
+}
+
+void onWindowActivated() {
+  if (!run()) return;
+  const auto current = ProWindowCurrentGet();
+  if (!current || current.value != run()->window) {
+    creoLog(L"KVD: Current ID is not Window ID");
+    return;
+  }
+  ProNotificationUnset(ProNotifyType::windowActivated);
+  runWaitingRow();
+  advance(true);
+}
+
+void runSection(const XmlNode* section, const std::string& rowName) {
+  PluginState& state = pluginState();
+  Subject subject;
+  if (!rowName.empty()) {
+    state.currentModelText = text::format(msgText(340), text::fromUtf8(rowName));
+    logWrite(state.currentModelText, kTitle);
+    subject.name = rowModelName(rowName);
+    subject.extension = typeExtension(rowType(rowName));
+    const auto model = ProMdlRetrieve(subject.name, rowType(rowName));
+    if (!model) return logWrite(L"Can't retrieve model", kError);
+    subject.model = model.value;
+    if (state.checkModifiable && !ProMdlIsModifiable(subject.model, state.pdmChangeDialog == 1).value) {
+      return logWrite(L"the model can't be modified: " + text::fromUtf8(rowName), kDebug);
+    }
+  }
+  if (stopsAt(beforeActions)) return;
+  int index = 0;
+  if (section) {
+    xmlEachChild(*section, [&](const XmlNode& task) {
+      state.actionIndex = index++;
+      Subject own = subject;
+      if (dispatchAction(task, own) == wrongVersion) {
+        logWrite(
+            L"Function isn't used because false version code, please update Kelvane User and Kelvane to the newest "
+            L"version",
+            kError);
+      }
+    });
+  }
+  if (!stopsAt(afterActions) && !rowName.empty()) writeHistory(subject.model);
+}
+
+void finishRun() {
+  if (!run()) return;
+  PluginState& state = pluginState();
+  const std::shared_ptr<Run> kept = run();
+  logMsgPlain(56, kTitle);
+  state.section = L'F';
+  runSection(kept->list.foot, "");
+  if (!run()) return;
+  state.section = L' ';
+  logWrite(L"Free all option space", kDebug);
+  leaveRun();
+  logMsgPlain(57, kTitle);
+  for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);
+  if (state.autoclose == 1) {
+    ui::toolClose();
+    state.triggerType = 0;
+    return;
+  }
+  logRender();
+  leaveTool();
+}
+
+void abandonRun() {
+  if (!run()) return;
+  ProNotificationUnset(ProNotifyType::windowActivated);
+  ProNotificationUnset(ProNotifyType::pageControlShown);
+  leaveRun();
+  pluginState().triggerType = 0;
+}
+
+}  // namespace engine

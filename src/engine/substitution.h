@@ -1,0 +1,45 @@
+// The inside of the template engine: one call's text on its way through the passes. The order of the passes is the
+// grammar: what a pass writes is seen by those behind it and by none before it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "creo/ProTypes.h"
+
+namespace engine {
+
+// A value that holds its own token would be replaced for ever; no sensible text comes near this number.
+constexpr int kMostReplacements = 10000;
+
+class Substitution {
+ public:
+  // capacity: room of the text on its way in UTF-16 units, its zero included; what is longer is cut.
+  Substitution(std::wstring_view input, creo::ProMdl model, std::size_t capacity);
+
+  std::wstring text;
+  const creo::ProMdl model;
+
+  [[nodiscard]] bool holds(std::wstring_view token) const { return text.find(token) != text.npos; }
+  // Every occurrence of the token. False, with its line in the log, when the call has replaced too often.
+  [[nodiscard]] bool replace(std::wstring_view token, std::wstring_view value);
+  // The index of the sign that closes the name opened at an index. None (npos) when no sign stands there, a second one
+  // follows it at once, or a blank or the text's end comes before the closing one.
+  [[nodiscard]] std::size_t closingSign(std::size_t open, wchar_t sign) const;
+  // The name between two signs, if it is short enough; else empty, with its line in the log.
+  [[nodiscard]] std::wstring nameBetween(std::size_t open, std::size_t close) const;
+
+ private:
+  std::size_t capacity_;
+  int replacements_ = 0;
+};
+
+// Passes in their order. False: a failure that was logged ends the call without a result.
+bool counterPass(Substitution& call);      // @number@
+bool environmentPass(Substitution& call);  // §NAME§
+bool clockPass(Substitution& call);        // @date@ ...
+bool sessionPass(Substitution& call);      // @curworkdir@
+bool modelPass(Substitution& call);        // @mdln@ ...; needs a model
+bool parameterPass(Substitution& call);    // %NAME%, %user:NAME%; needs a model
+
+}  // namespace engine

@@ -1,0 +1,35 @@
+#include "engine/variables.h"
+
+namespace engine {
+namespace {
+
+std::wstring_view fitted(std::wstring_view text) { return text::cut(text, text::kTextSize - 1); }
+
+}  // namespace
+
+void UserVariableTable::set(std::wstring_view name, std::wstring_view value) {
+  const auto [at, isNew] = index_.try_emplace(std::wstring(fitted(name)), names_.size());
+  if (isNew) {
+    names_.emplace_back(at->first);
+    values_.emplace_back();
+  }
+  values_[at->second] = fitted(value);
+}
+
+const std::wstring* UserVariableTable::find(std::wstring_view name) const {
+  const auto found = index_.find(fitted(name));
+  return found == index_.end() ? nullptr : &values_[found->second];
+}
+
+void UserVariableTable::clear() {
+  names_.clear();
+  values_.clear();
+  index_.clear();
+}
+
+UserVariableTable& userVariables() {
+  static UserVariableTable table;
+  return table;
+}
+
+}  // namespace engine

@@ -1,0 +1,101 @@
+// The doors of the template engine, and the frame around its passes.
+#include "engine/variables.h"
+
+#include <algorithm>
+
+#include "core/log.h"
+#include "core/state.h"
+#include "engine/substitution.h"
+#include "os/paths.h"
+#include "text/pieces.h"
+
+namespace engine {
+namespace {
+
+constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
+// A text may grow to so many times its final size on the way.
+constexpr std::size_t kGrowth = 10;
+constexpr std::size_t kLineGrowth = 6;
+
+struct Pass {
+  wchar_t mark;  // a text without it has nothing for this pass; 0 runs always
+  bool needsModel;
+  bool (*run)(Substitution& call);
+};
+constexpr Pass kPasses[] = {
+    {L'@', false, &counterPass}, {L'\u00A7', false, &environmentPass},
+    {L'@', false, &clockPass},   {L'@', false, &sessionPass},
+    {0, true, &modelPass},       {L'%', true, &parameterPass},
+};
+
+Replaced finished(std::wstring text, std::size_t outSize) {
+  Replaced result;
+  result.written = true;
+  result.tooLong = !text::fits(text, outSize);
+  if (result.tooLong) {
+    core::logWrite(L"The replaced output is to large for this task", core::kError);
+    result.text = L"FAILURE";
+  } else {
+    result.text = std::move(text);
+  }
+  return result;
+}
+
+}  // namespace
+
+Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size_t outSize) {
+  Replaced failed;
+  failed.status = 1;
+  Substitution call(input, model, kGrowth * outSize);
+  for (const Pass& pass : kPasses) {
+    if (pass.needsModel && !model) break;
+    if (pass.mark != 0 && call.text.find(pass.mark) == call.text.npos) continue;
+    if (!pass.run(call)) return failed;
+  }
+  return finished(std::move(call.text), outSize);
+}
+
+Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::wstring_view lineText,
+                              std::size_t outSize) {
+  std::wstring text(input);
+  for (const std::wstring_view token : {L"@para@", L"@line@"})
+    text = replaceAllText(text, token, lineText, kLineGrowth * outSize);
+  return replaceVariables(text, model, outSize);
+}
+
+std::wstring replaceVariablesPath(std::wstring_view input, creo::ProMdl model, std::wstring_view subdirectory,
+                                  std::size_t outSize) {
+  std::wstring path(input);
+  const std::size_t start = input.starts_with(L'"') ? 1 : 0;
+  if (input.substr(start).starts_with(kProjectDirectory)) {
+    std::wstring value = core::pluginState().openKvzPath + std::wstring(subdirectory);
+    const std::wstring_view rest = input.substr(start + kProjectDirectory.size());
+    if (!rest.starts_with(L'\\') && !rest.starts_with(L'/')) value += L'\\';
+    path = text::replaceAll(path, kProjectDirectory, value);
+  }
+  Replaced replaced = replaceVariables(path, model, outSize);
+  if (replaced.hasText()) path = std::move(replaced.text);
+  return os::withBackslashes(path);
+}
+
+std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
+                            std::size_t dstSize) {
+  if (dstSize == 0) return {};
+  const std::size_t most = dstSize - 1;
+  const std::size_t end = text::cut(source, most).size();
+  // An occurrence that begins within what is read is replaced whole.
+  const std::wstring_view read = source.substr(0, end + find.size());
+  std::wstring result;
+  result.reserve(end);
+  for (std::size_t at = 0; at < end;) {
+    const std::size_t next = find.empty() ? read.npos : read.find(find, at);
+    result.append(read.substr(at, std::min(next, end) - at));
+    if (next >= end) break;
+    result.append(replacement);
+    at = next + find.size();
+  }
+  result.resize(text::cut(result, most).size());
+  return result;
+}
+
+}  // namespace engine

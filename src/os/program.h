@@ -1,0 +1,13 @@
+// The running program itself.
+#pragma once
+
+#include <string>
+
+namespace os {
+
+// Its own file, in the machine's form; empty where the system doesn't tell.
+std::string programFile();
+// True when standard output (1) or standard error (2) is shown to a person.
+bool isTerminal(int stream);
+
+}  // namespace os

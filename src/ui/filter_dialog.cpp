@@ -1,0 +1,59 @@
+#include "ui/filter_dialog.h"
+
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProUI.h"
+#include "documents/package.h"
+#include "engine/model_table.h"
+
+namespace ui {
+namespace {
+
+constexpr const char* kDialog = documents::kFilterDialog;
+constexpr const char* kChooser = "kvaneFilterChooser";
+constexpr const char* kUseListFilter = "kvaneFilterGlobal";
+constexpr const char* kOk = "kvaneFilterOkBtn";
+
+void pressUseListFilter(const std::string& dialog, const std::string& button) {
+  const auto on = creo::ProUICheckbuttonGetState(dialog, button);
+  if (!on) return;
+  core::pluginState().useGlobFilterNow = on.value ? 1 : 0;
+  engine::refreshModelTable();
+}
+
+void leave(const std::string& dialog, const std::string&) { creo::ProUIDialogExit(dialog, 0); }
+
+}  // namespace
+
+bool createFilterDialog() {
+  if (creo::ProUIDialogCreate(kDialog, kDialog)) {
+    core::creoLog(L"<KVD> main - Error at create kvanefilter");
+    return false;
+  }
+  documents::listFilters();
+  return true;
+}
+
+void connectFilterDialog() {
+  if (creo::ProUIOptionmenuSelectActionSet(kDialog, kChooser,
+                                           [](const std::string&, const std::string&) { applyChosenFilter(); }))
+    core::creoLog(L"<KVD> main - Error at add Filterlist Optionmenu Action");
+  if (creo::ProUICheckbuttonActivateActionSet(kDialog, kUseListFilter, &pressUseListFilter))
+    core::creoLog(L"<KVD> main - Error at set ReloadFiltered");
+}
+
+void openFilterDialog() {
+  if (creo::ProUIDialogCloseActionSet(kDialog, &leave) ||
+      creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, &leave) || !creo::ProUIDialogActivate(kDialog))
+    core::creoLog(L"<KVD> main - Error at open kvanefilter");
+}
+
+void applyChosenFilter() {
+  const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kChooser);
+  if (!chosen || chosen.value.empty() || chosen.value.front() == documents::kNoFilter)
+    engine::dropGlobalFilter({});
+  else
+    engine::loadGlobalFilter(chosen.value.front());
+}
+
+}  // namespace ui

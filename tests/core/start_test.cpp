@@ -1,0 +1,114 @@
+// Start and end of the plug-in by its two entries.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/state.h"
+#include "support/world.h"
+
+namespace {
+
+using namespace creo;
+using core::pluginState;
+using test::World;
+
+TEST(Start, ReadsTheConfigurationAndAddsTheMenu) {
+  World world;
+  world.config("kvd_log_level=8");
+  ASSERT_EQ(0, world.start());
+  EXPECT_EQ(8, pluginState().loglevel);
+  EXPECT_EQ(L"t:\\open_kvz\\", pluginState().openKvzPath);
+  EXPECT_EQ((std::vector<std::string>{"KVANEVisitParametersCmd", "KVDHelpCmd"}), world.session().commands());
+  EXPECT_EQ(L"<KVD> Kelvane User 8.0.1.1 started\n", world.messages());
+}
+
+TEST(Start, ASiteFileAddsTheInstallCommand) {
+  World world;
+  test::writeBytes(world.packages() + "/kvuser_config.pro", "menu_show yes\n");
+  ASSERT_EQ(0, world.start());
+  const auto commands = world.session().commands();
+  EXPECT_EQ(1, std::count(commands.begin(), commands.end(), "KVDInstallUICmd"));
+}
+
+TEST(Start, ATempFolderWithoutPermissionEndsItAndIsNamed) {
+  World world;
+  world.disk().denyWrites(L"t:\\");
+  EXPECT_EQ(-1, world.start());
+  EXPECT_EQ(L"<KVD> Kelvane User 8.0.1.1 started\n<KVD> No rights to write files inside the temp directory.\nt:\\\n",
+            world.messages());
+  EXPECT_EQ(L"<KVD> No rights to write files inside the temp directory.", world.session().startError());
+}
+
+TEST(Start, AnUnknownCreoGetsNoMenu) {
+  World world;
+  ASSERT_EQ(0, world.start());
+  world.session().unloadPlugin();
+  // The session's own version is fixed at its start: another session calls itself otherwise.
+  headless::SessionOptions options = world.session().options();
+  world.endSession();
+  options.version = "Creo 3.0";
+  headless::Session other(options);
+  ASSERT_EQ(0, other.loadPlugin());
+  EXPECT_TRUE(other.commands().empty());
+  EXPECT_EQ(L"Creo 3.0", other.messages().back());
+}
+
+TEST(Start, OtherWideCharactersAreRefused) {
+  World world;
+  ASSERT_EQ(0, world.start());
+  headless::SessionOptions options = world.session().options();
+  world.endSession();
+  options.wideCharSize = 2;
+  headless::Session other(options);
+  EXPECT_EQ(-1, other.loadPlugin());
+  EXPECT_EQ(L"<KVD> main - Incorrect size of wchar_t: 4/2.", other.startError());
+}
+
+TEST(Start, WithoutGraphicsTheToolOpensByItsCommandOnly) {
+  World world;
+  ASSERT_EQ(0, world.start(false));
+  EXPECT_TRUE(pluginState().workerMode);
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> No Graphics Mode detected\n"));
+}
+
+TEST(Start, ASecondPressBringsTheOpenDialogForward) {
+  World world;
+  world.list("a.xml", "");
+  world.start();
+  world.openTool();
+  world.openTool();
+  EXPECT_EQ(1, pluginState().visitCount);
+  EXPECT_EQ(1, world.session().calls("ProUIDialogHide"));
+}
+
+TEST(Start, TheSidesComeBackAsTheyWere) {
+  World world;
+  world.list("a.xml", "");
+  world.config("kvd_show_log=0");
+  world.config("kvd_show_tree=1");
+  world.start();
+  world.openTool();
+  EXPECT_EQ(0, pluginState().logVisible);
+  EXPECT_EQ(1, pluginState().treeVisible);
+  world.closeTool();
+  world.openTool();
+  EXPECT_EQ(0, pluginState().logVisible);
+  EXPECT_EQ(1, pluginState().treeVisible);
+}
+
+TEST(Start, TheEndRemovesTheLogsAndNothingElse) {
+  World world;
+  world.list("a.xml", "");
+  world.start();
+  world.openTool();
+  test::writeBytes(world.temp() + "/kvd_log - other.csv", "kept");
+  ASSERT_TRUE(std::filesystem::exists(world.temp() + "/writetest.txt"));
+  const std::string log = world.machine(pluginState().logFile);
+  ASSERT_TRUE(std::filesystem::exists(log));
+  world.session().unloadPlugin();
+  EXPECT_FALSE(std::filesystem::exists(log));
+  EXPECT_TRUE(std::filesystem::exists(world.temp() + "/kvd_log - other.csv"));
+}
+
+}  // namespace

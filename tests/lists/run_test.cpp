@@ -1,0 +1,272 @@
+// Whole runs, from the press on start to the last line.
+#include <gtest/gtest.h>
+
+#include "core/state.h"
+#include "creo/ProMdl.h"
+#include "creo/ProNotify.h"
+#include "creo/ProUI.h"
+#include "creo/ProWindow.h"
+#include "engine/run.h"
+#include "headless/proui/ui.h"
+#include "support/world.h"
+#include "text/pieces.h"
+
+namespace {
+
+using namespace creo;
+using core::pluginState;
+using test::World;
+
+const std::string kForAll = " forPRT='true' forASM='true' forDRW='true' forEF='false'";
+
+std::string task(const std::string& type, const std::string& attributes = "") {
+  return "<task type='" + type + "' version='3'" + kForAll + " " + attributes + "/>";
+}
+std::string say(const std::string& text) { return task("writeToCreoLog", "message='" + text + "'"); }
+std::string addText(const std::string& name, const std::string& value) {
+  return task("addModelParameter", "name_0='" + name + "' type_0='String' value_0='" + value + "'");
+}
+
+// The lines of the log whose text begins with the piece, without what stands before it.
+std::wstring linesWith(const World& world, std::wstring_view piece) {
+  std::wstring found;
+  for (const std::wstring& line : text::lines(world.log())) {
+    const std::size_t at = line.find(piece);
+    if (at != std::wstring::npos) found += line.substr(at) + L"\n";
+  }
+  return found;
+}
+
+// An assembly of two parts and its drawing, all rows of one table.
+void gearbox(World& world) {
+  world.part(L"SHAFT").with(L"MASS", 2.5);
+  world.part(L"HOUSING");
+  world.assembly(L"GEARBOX").uses(L"SHAFT", ProMdlType::part).uses(L"HOUSING", ProMdlType::part);
+  world.drawing(L"GEARBOX").uses(L"GEARBOX", ProMdlType::assembly);
+}
+
+TEST(Run, AParameterIsAddedSavedAndTheHistoryIsInTheModel) {
+  World world;
+  world.part(L"BRACKET").with(L"MASS", 2.5);
+  world.list("title.xml", addText("COLOR", "red") + task("saveModel"));
+  world.runOn(L"BRACKET", ProMdlType::part, "title.xml");
+  EXPECT_EQ(2, world.version("BRACKET.prt"));
+  EXPECT_EQ(L"MASS=2.5 COLOR=red", world.savedParameters("BRACKET.prt"));
+  EXPECT_TRUE(ProMdlModificationVerify(ProMdlCurrentGet().value).value) << "the history waits for the next save";
+  EXPECT_FALSE(world.logHas(L"(ERR)"));
+}
+
+TEST(Run, HeadBodyAndFootWriteTheirTitles) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("body"), say("head"), say("foot"));
+  world.runOn(L"SHAFT", ProMdlType::part, "say.xml");
+  EXPECT_EQ(
+      L"9 Run Head actions\n0   H0 Write To Creo Log\n0     Filter\n0     head\n"
+      L"9 Run Body actions for SHAFT.PRT\n9 work now on SHAFT.PRT\n0   B0 Write To Creo Log\n0     Filter\n0     body\n"
+      L"9 Run Foot actions\n0   F0 Write To Creo Log\n0     Filter\n0     foot\n9 Run finished\n9 \n9 \n9 \n",
+      world.log());
+}
+
+TEST(Run, PartsThenAssembliesThenDrawings) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("@mdln@"));
+  world.start();
+  world.open(L"GEARBOX", ProMdlType::drawing);
+  world.run("say.xml");
+  EXPECT_EQ((std::vector<std::string>{"GEARBOX.ASM", "GEARBOX.DRW", "HOUSING.PRT", "SHAFT.PRT"}), world.rows());
+  EXPECT_EQ(L"work now on HOUSING.PRT\nwork now on SHAFT.PRT\nwork now on GEARBOX.ASM\nwork now on GEARBOX.DRW\n",
+            linesWith(world, L"work now on"));
+}
+
+TEST(Run, OneChosenRowOpensNoWindow) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("@mdln@"));
+  world.start();
+  world.open(L"GEARBOX", ProMdlType::assembly);
+  world.openTool();
+  world.choose("say.xml");
+  world.session().ui().press("kvanerunner", "SelectNoneBtn_MenuRMBChooser");
+  world.session().ui().setCheck("kvanerunner", "SHAFT.PRT_cb", true);
+  world.run("say.xml");
+  EXPECT_EQ(L"work now on SHAFT.PRT\n", linesWith(world, L"work now on"));
+  EXPECT_EQ(0, world.session().calls("ProObjectwindowCreate"));
+}
+
+TEST(Run, WindowsOfTheRunAreClosedAndOthersStay) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("x"));
+  world.start();
+  const ProMdl shaft = world.open(L"SHAFT", ProMdlType::part);
+  const int window = ProMdlWindowGet(shaft).value;
+  const ProMdl box = world.open(L"GEARBOX", ProMdlType::assembly);
+  world.run("say.xml");
+  EXPECT_EQ(window, ProMdlWindowGet(shaft).value);
+  EXPECT_TRUE(ProMdlWindowGet(box));
+  EXPECT_EQ(1, world.session().calls("ProObjectwindowCreate"));
+  EXPECT_FALSE(ProMdlWindowGet(ProMdlInit(L"HOUSING", ProMdlType::part).value));
+  EXPECT_FALSE(engine::runGoesOn());
+}
+
+TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("@mdln@"));
+  world.start();
+  world.open(L"GEARBOX", ProMdlType::assembly);
+  world.openTool();
+  world.choose("say.xml");
+  world.session().failNext("ProMdlRetrieve", ProNotFound);
+  world.run("say.xml");
+  EXPECT_EQ(1, std::count(world.log().begin(), world.log().end(), L'2') > 0 ? 1 : 0);
+  EXPECT_TRUE(world.logHas(L"Can't retrieve model"));
+  EXPECT_EQ(L"work now on SHAFT.PRT\nwork now on GEARBOX.ASM\n", linesWith(world, L"work now on"));
+  EXPECT_TRUE(world.logHas(L"9 Run finished"));
+}
+
+TEST(Run, AModelThatIsntCheckedOutEndsItBeforeBodyAndFoot) {
+  World world;
+  gearbox(world);
+  world.config("kvd_cancel_if_not_checked_out=1");
+  world.list("say.xml", say("body"), say("head"), say("foot"));
+  world.runOn(L"GEARBOX", ProMdlType::assembly, "say.xml");
+  EXPECT_TRUE(world.logHas(L"0     head"));
+  EXPECT_FALSE(world.logHas(L"body"));
+  EXPECT_FALSE(world.logHas(L"foot"));
+  EXPECT_FALSE(engine::runGoesOn());
+  EXPECT_EQ(L' ', pluginState().section);
+  // The table follows Creo again.
+  world.open(L"SHAFT", ProMdlType::part);
+  EXPECT_EQ((std::vector<std::string>{"SHAFT.PRT"}), world.rows());
+}
+
+TEST(Run, AReadOnlyModelIsLeftOutUnlessTheTestIsOff) {
+  for (const bool tested : {true, false}) {
+    World world;
+    world.part(L"NORM").readOnly();
+    if (!tested) world.config("kvd_check_modifyable=0");
+    world.list("say.xml", say("body"));
+    world.runOn(L"NORM", ProMdlType::part, "say.xml");
+    EXPECT_EQ(!tested, world.logHas(L"0     body"));
+  }
+}
+
+TEST(Run, TheFootIsTheFifthChildOrTheFourth) {
+  for (const bool five : {true, false}) {
+    World world;
+    world.part(L"A");
+    const std::string extra = five ? "<x>" + say("five") + "</x>" : "";
+    std::string list = "<l><h/><b/><f/><foot>" + say("four") + "</foot>" + extra + "</l>";
+    for (char& c : list) c = c == '\'' ? '"' : c;
+    world.member("actionlists/feet.xml", list);
+    world.runOn(L"A", ProMdlType::part, "feet.xml");
+    EXPECT_EQ(five, world.logHas(L"0     five"));
+    EXPECT_EQ(!five, world.logHas(L"0     four"));
+  }
+}
+
+TEST(Run, AnActionOfAnotherVersionIsLeftOutAndTheNextOneRuns) {
+  World world;
+  world.part(L"A");
+  world.list("v.xml", "<task type='writeToCreoLog' version='4' message='no'" + kForAll + "/>" + say("yes") +
+                          "<task type='writeToCreoLog' version='3' deak='true' message='off'" + kForAll + "/>" +
+                          task("delModelParameter"));
+  world.runOn(L"A", ProMdlType::part, "v.xml");
+  EXPECT_TRUE(
+      world.logHas(L"2(ERR) B0 Write To Creo Log - work now on A.PRT - Function isn't used because false version code, "
+                   L"please update "
+                   L"Kelvane User and Kelvane to the newest version\n0   B1 Write To Creo Log\n"));
+  EXPECT_FALSE(world.logHas(L"off"));
+  EXPECT_TRUE(world.logHas(L"CAN'T FIND THIS FUNCTION, FAILURE IN DLL\n"));
+  EXPECT_EQ(1, std::count(world.log().begin(), world.log().end(), L'L') >= 1 ? 1 : 0);
+}
+
+TEST(Run, BreakpointsStopWhereTheySay) {
+  struct Case {
+    int point;
+    bool head, body, foot, finished;
+  };
+  for (const auto& [point, head, body, foot, finished] :
+       {Case{1, false, false, false, false}, Case{2, true, false, false, false}, Case{3, true, false, false, false},
+        Case{4, true, false, true, true}, Case{5, true, false, true, true}, Case{6, true, false, true, true},
+        Case{7, false, false, false, true}, Case{8, false, false, false, true}, Case{20, true, true, true, true}}) {
+    World world;
+    gearbox(world);
+    world.config("kvd_breakpoint=" + std::to_string(point));
+    world.list("say.xml", say("body"), say("head"), say("foot"));
+    // The current model's row needs no window; the part's does.
+    world.start();
+    world.open(L"GEARBOX", ProMdlType::assembly);
+    world.run("say.xml");
+    EXPECT_EQ(head, world.logHas(L"    head")) << point;
+    EXPECT_EQ(body, world.logHas(L"    body") && point != 5) << point;
+    EXPECT_EQ(foot, world.logHas(L"    foot")) << point;
+    EXPECT_EQ(finished, world.logHas(L"Run finished")) << point;
+    EXPECT_FALSE(engine::runGoesOn()) << point;
+  }
+}
+
+TEST(Run, ClosingTheToolWhileARunWaitsEndsTheRun) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("body"), "", say("foot"));
+  world.start();
+  world.open(L"GEARBOX", ProMdlType::assembly);
+  world.openTool();
+  world.choose("say.xml");
+  world.session().ui().press("kvanerunner", "kvaneStart");
+  ASSERT_TRUE(engine::runGoesOn());
+  world.closeTool();
+  EXPECT_FALSE(engine::runGoesOn());
+  EXPECT_FALSE(pluginState().toolOpen);
+  EXPECT_FALSE(world.session().ui().dialog("kvanerunner"));
+}
+
+TEST(Run, AListThatHasGoneWritesItsLineAndEnds) {
+  World world;
+  world.part(L"A");
+  world.list("say.xml", say("body"));
+  world.start();
+  world.open(L"A", ProMdlType::part);
+  world.openTool();
+  world.choose("say.xml");
+  world.disk().denyReads(L"t:\\");
+  world.run("say.xml");
+  world.disk().heal();
+  EXPECT_TRUE(world.logHas(L"(ERR)"));
+  EXPECT_TRUE(world.logHas(L"9 Run finished"));
+}
+
+TEST(Run, ASecondRunFindsTheRowWorkedAndItsHistoryHoldsBoth) {
+  World world;
+  world.part(L"A");
+  world.list("say.xml", say("body"));
+  world.runOn(L"A", ProMdlType::part, "say.xml");
+  world.choose("say.xml");
+  EXPECT_FALSE(ProUICheckbuttonGetState("kvanerunner", "A.PRT_cb").value);
+  EXPECT_TRUE(ProUICheckbuttonGetState("kvanerunner", "A.PRT_lock").value);
+}
+
+TEST(Run, AThousandModelsAreRetrievedAFixedNumberOfTimesEach) {
+  const auto callsFor = [](int models) {
+    World world;
+    auto assembly = std::make_unique<test::ModelBuilder>(world.assembly(L"TOP"));
+    for (int i = 0; i < models; ++i) {
+      const std::wstring name = L"P" + std::to_wstring(i);
+      world.part(name);
+      assembly->uses(name, ProMdlType::part);
+    }
+    assembly.reset();
+    world.list("say.xml", say("x"));
+    world.runOn(L"TOP", ProMdlType::assembly, "say.xml");
+    EXPECT_TRUE(world.logHas(L"work now on P" + std::to_wstring(models - 1) + L".PRT"));
+    return world.session().calls("ProMdlRetrieve");
+  };
+  const int few = callsFor(20), many = callsFor(200);
+  EXPECT_LE(many, few * 11);
+}
+
+}  // namespace

@@ -42,9 +42,8 @@ void collectNames(std::string_view line, ModelDocument::RelationNames& into) {
 RowRecord* ModelDocument::row(std::wstring_view rowName) {
   if (!record.familyTable) return nullptr;
   if (rowsByName_.empty())
-    eachRow(*record.familyTable, [&](RowRecord& one) {
-      rowsByName_.try_emplace(text::upper(text::fromUtf8(one.name)), &one);
-    });
+    eachRow(*record.familyTable,
+            [&](RowRecord& one) { rowsByName_.try_emplace(text::upper(text::fromUtf8(one.name)), &one); });
   const auto found = rowsByName_.find(text::upper(rowName));
   return found == rowsByName_.end() ? nullptr : found->second;
 }
@@ -62,6 +61,15 @@ std::vector<std::wstring> ModelDocument::rowNames() const {
   if (record.familyTable)
     eachRow(*record.familyTable, [&](RowRecord& one) { names.push_back(text::upper(text::fromUtf8(one.name))); });
   return names;
+}
+
+const DimensionRecord* ModelDocument::dimension(int id, bool reference) {
+  if (dimensions_.size() + referenceDimensions_.size() == 0)
+    for (std::size_t i = 0; i < record.dimensions.size(); ++i)
+      (record.dimensions[i].reference ? referenceDimensions_ : dimensions_).try_emplace(record.dimensions[i].id, i);
+  const auto& places = reference ? referenceDimensions_ : dimensions_;
+  const auto found = places.find(id);
+  return found == places.end() ? nullptr : &record.dimensions[found->second];
 }
 
 void ModelDocument::touch(RowRecord* row) {

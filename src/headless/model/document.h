@@ -15,12 +15,12 @@ namespace headless {
 
 class ModelDocument {
  public:
-  std::wstring name;                // upper case
+  std::wstring name;  // upper case
   creo::ProMdlType type = creo::ProMdlType::unused;
-  int version = 0;                  // of the file; 0 for one that was never saved
-  std::wstring folder;              // with its closing backslash
-  std::wstring fileStem;            // "bracket.prt", as the file is written on disk
-  int writtenVersion = 0;           // the version that this session wrote last; 0: none
+  int version = 0;         // of the file; 0 for one that was never saved
+  std::wstring folder;     // with its closing backslash
+  std::wstring fileStem;   // "bracket.prt", as the file is written on disk
+  int writtenVersion = 0;  // the version that this session wrote last; 0: none
   ModelRecord record;
 
   // The row of that name, in this table or one below it; null for none.
@@ -33,6 +33,9 @@ class ModelDocument {
   [[nodiscard]] std::vector<std::wstring> rowNames() const;
   // Rows were added or taken away.
   void rowsChanged() { rowsByName_.clear(); }
+
+  // Null for none.
+  const DimensionRecord* dimension(int id, bool reference);
 
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);
@@ -52,6 +55,7 @@ class ModelDocument {
   std::vector<RowRecord*> changedRows_;
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;
   std::unique_ptr<RelationNames> relationNames_;
+  std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
 };
 
 // "bracket.prt.3"

@@ -26,7 +26,9 @@ std::wstring fileLabel(std::wstring_view name, ProMdlType type) {
 }  // namespace
 
 Models::Models(ModelsHost host, std::wstring folder)
-    : host_(std::move(host)), store_(host_.withholdSaves), working_(os::asFolder(os::withBackslashes(folder))),
+    : host_(std::move(host)),
+      store_(host_.withholdSaves),
+      working_(os::asFolder(os::withBackslashes(folder))),
       home_(working_) {}
 
 Model* Models::find(ProMdl model) const {

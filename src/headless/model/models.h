@@ -21,8 +21,8 @@ namespace headless {
 struct Model {
   creo::ProMdl handle;
   std::shared_ptr<ModelDocument> document;
-  RowRecord* row = nullptr;   // of an instance
-  std::wstring name;          // upper case
+  RowRecord* row = nullptr;  // of an instance
+  std::wstring name;         // upper case
   [[nodiscard]] creo::ProMdlType type() const { return document->type; }
 };
 
@@ -31,8 +31,8 @@ struct ModelInMemory {
   std::wstring name;
   creo::ProMdlType type = creo::ProMdlType::unused;
   int version = 0;
-  std::wstring path;          // of the document; empty for a model that was never saved
-  std::wstring instanceOf;    // the immediate generic; empty for none
+  std::wstring path;        // of the document; empty for a model that was never saved
+  std::wstring instanceOf;  // the immediate generic; empty for none
   bool modified = false;
 };
 

@@ -56,12 +56,17 @@ bool isParameterName(std::wstring_view name) {
 
 Scalar toScalar(const ProParamvalue& value) {
   switch (value.type) {
-    case ProParamvalueType::string: return text::toUtf8(value.string);
-    case ProParamvalueType::real: return value.real;
+    case ProParamvalueType::string:
+      return text::toUtf8(value.string);
+    case ProParamvalueType::real:
+      return value.real;
     case ProParamvalueType::integer:
-    case ProParamvalueType::noteId: return value.integer;
-    case ProParamvalueType::boolean: return value.boolean;
-    case ProParamvalueType::none: break;
+    case ProParamvalueType::noteId:
+      return value.integer;
+    case ProParamvalueType::boolean:
+      return value.boolean;
+    case ProParamvalueType::none:
+      break;
   }
   return {};
 }
@@ -72,13 +77,16 @@ ProParamvalue fromScalar(const Scalar& value, ProParamvalueType type) {
   if (const auto* text = std::get_if<std::string>(&value)) out.string = text::fromUtf8(*text);
   if (const auto* real = std::get_if<double>(&value)) out.real = *real;
   if (const auto* flag = std::get_if<bool>(&value)) out.boolean = *flag;
-  if (const auto* integer = std::get_if<int>(&value)) (type == ProParamvalueType::real ? out.real : out.integer) = *integer;
+  if (const auto* integer = std::get_if<int>(&value)) {
+    out.integer = *integer;
+    if (type == ProParamvalueType::real) out.real = *integer;
+  }
   return out;
 }
 
 // Equal as values of a type, however they are stored.
 bool sameValue(const Scalar& stored, const Scalar& wanted) {
-  if (const auto *integer = std::get_if<int>(&stored); integer && std::holds_alternative<double>(wanted))
+  if (const auto* integer = std::get_if<int>(&stored); integer && std::holds_alternative<double>(wanted))
     return static_cast<double>(*integer) == std::get<double>(wanted);
   return stored == wanted;
 }
@@ -123,7 +131,8 @@ Got<Parameters::Owner> Parameters::owner(const ProModelitem& item) const {
       out.parts.push_back({list, nullptr});
       return out;
     }
-    case creo::ProItemType::none: break;
+    case creo::ProItemType::none:
+      break;
   }
   return creo::ProBadInputs;
 }

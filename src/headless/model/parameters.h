@@ -18,8 +18,8 @@ struct ParameterPlace {
   Model* model = nullptr;
   ParameterList* list = nullptr;
   std::size_t at = 0;
-  RowRecord* row = nullptr;     // whose own parameter it is
-  bool ofModel = false;         // not a feature's or material's
+  RowRecord* row = nullptr;  // whose own parameter it is
+  bool ofModel = false;      // not a feature's or material's
   [[nodiscard]] ParameterRecord& record() const { return list->list[at]; }
   // The generic's parameter, seen from an instance.
   [[nodiscard]] bool isInherited() const { return ofModel && model->row && row != model->row; }

@@ -49,7 +49,8 @@ Got<ProMdl> Models::bring(std::wstring_view text, ProMdlType type, Retrieval& re
   if (const auto there = inMemory(name.name, type)) return there;
   if (name.generic.empty()) {
     for (Folder* folder : searched())
-      if (const DocumentFile* file = folder->find(name.name, type)) return load(*folder, DocumentFile(*file), retrieval);
+      if (const DocumentFile* file = folder->find(name.name, type))
+        return load(*folder, DocumentFile(*file), retrieval);
   }
   return type == ProMdlType::drawing ? creo::ProNotFound : bringInstance(name, type, retrieval);
 }

@@ -55,13 +55,13 @@ constexpr Row kUnits[] = {
     {"l", kVolume, 1e-3},
     {"N", kForce, 1},
     {"kN", kForce, 1e3},
-    {"lbf", kForce, kPound * kGravity},
+    {"lbf", kForce, kPound* kGravity},
     {"Pa", kPressure, 1},
     {"kPa", kPressure, 1e3},
     {"MPa", kPressure, 1e6},
     {"GPa", kPressure, 1e9},
     {"bar", kPressure, 1e5},
-    {"psi", kPressure, kPound * kGravity / (kInch * kInch)},
+    {"psi", kPressure, kPound* kGravity / (kInch * kInch)},
     {"J", kEnergy, 1},
     {"kJ", kEnergy, 1e3},
     {"W", kPower, 1},
@@ -79,8 +79,8 @@ struct System {
   std::string_view temperature;
 };
 constexpr System kSystems[] = {
-    {"mmKs", 1e-3, 1, 1, "C"},    {"mmNs", 1e-3, 1e3, 1, "C"},      {"mks", 1, 1, 1, "K"},
-    {"cgs", 1e-2, 1e-3, 1, "C"},  {"inlbs", kInch, kPound, 1, "F"}, {"fps", 12 * kInch, kPound, 1, "F"},
+    {"mmKs", 1e-3, 1, 1, "C"},   {"mmNs", 1e-3, 1e3, 1, "C"},      {"mks", 1, 1, 1, "K"},
+    {"cgs", 1e-2, 1e-3, 1, "C"}, {"inlbs", kInch, kPound, 1, "F"}, {"fps", 12 * kInch, kPound, 1, "F"},
 };
 
 const Row* rowOf(std::string_view name) {

@@ -9,6 +9,7 @@
 namespace headless {
 
 // Usage:  Call call("ProMdlSave");  if (call.failed()) return call.error();
+// A call without a session gives ProGeneralError.
 class Call {
  public:
   // operation: a literal; it is kept by reference.
@@ -18,6 +19,8 @@ class Call {
   Call& operator=(const Call&) = delete;
   [[nodiscard]] bool failed() const { return error_ != creo::ProNoError; }
   [[nodiscard]] creo::ProError error() const { return error_; }
+  // The operation's result, for the trace.
+  void finish(creo::ProError result) { error_ = result; }
 
  private:
   std::string_view operation_;

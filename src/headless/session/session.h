@@ -14,35 +14,35 @@
 
 namespace headless {
 
-class Models;   // model/models.h: the models in memory
-class Ui;       // proui/ui.h: dialogs and their components
+class Models;  // model/models.h: the models in memory
+class Ui;      // proui/ui.h: dialogs and their components
 
 struct SessionOptions {
-  std::wstring modelFolder;               // where models are looked for and saved; the working folder at the start
-  std::wstring textFolder;                // the application's text folder: message files, dialog resources, icons
-  std::string version = "Creo 8.0";       // what the plug-in is told
+  std::wstring modelFolder;          // where models are looked for and saved; the working folder at the start
+  std::wstring textFolder;           // the application's text folder: message files, dialog resources, icons
+  std::string version = "Creo 8.0";  // what the plug-in is told
   std::string build = "8.0.0.0";
-  std::string language = "usascii";       // folder of the message files: "usascii" or "german"
+  std::string language = "usascii";  // folder of the message files: "usascii" or "german"
   bool graphics = true;
-  int wideCharSize = sizeof(wchar_t);     // what the session says of its own wide characters, in bytes
-  bool withholdSaves = false;             // a dry run: saving counts and changes memory, no document is written
+  int wideCharSize = sizeof(wchar_t);  // what the session says of its own wide characters, in bytes
+  bool withholdSaves = false;          // a dry run: saving counts and changes memory, no document is written
 };
 
 // A model document that the session wrote, or in a dry run would have written.
 struct SavedDocument {
-  std::wstring name;                      // "BRACKET"
+  std::wstring name;  // "BRACKET"
   creo::ProMdlType type{};
   int version = 0;
-  std::wstring path;                      // of the document
+  std::wstring path;  // of the document
 };
 
 // Told as things happen; every function has a body that does nothing.
 class SessionObserver {
  public:
   virtual ~SessionObserver() = default;
-  virtual void message(const std::wstring& /*text*/) {}                              // the message area
+  virtual void message(const std::wstring& /*text*/) {}  // the message area
   virtual void saved(const SavedDocument& /*document*/) {}
-  virtual void progress(int /*value*/, int /*maximum*/) {}                           // a dialog's progress bar moved
+  virtual void progress(int /*value*/, int /*maximum*/) {}  // a dialog's progress bar moved
   virtual void operation(std::string_view /*name*/, int /*result*/, long long /*nanoseconds*/) {}  // while tracing
 };
 
@@ -63,9 +63,11 @@ class Session {
   void unloadPlugin();
   [[nodiscard]] const std::wstring& startError() const;
 
-  // As a person opens a model: retrieved, shown in a window of its own, that window current; notifications raised.
+  // As a person opens a model: retrieved, shown in a window of its own, that window current. The notifications 110, 41,
+  // 90 and 26 follow when the session settles.
   creo::Got<creo::ProMdl> open(const std::wstring& name, creo::ProMdlType type);
-  // Runs a command of the menu by its name. ProNotFound: there is none; ProGeneralError: it isn't available.
+  // Runs a command by its name. ProNotFound: there is none; ProGeneralError: it isn't available, or an exception left
+  // it (then the message area has its text).
   creo::ProError runCommand(const std::string& name);
   // Control goes back to Creo: queued window changes, notifications and macros are worked until nothing is left.
   // A million events in a row are taken for a loop and end it with std::runtime_error.

@@ -13,10 +13,11 @@ using Texts = std::pair<std::string_view, E>;
 
 template <>
 struct EnumTexts<ProParamvalueType> {
-  static constexpr Texts<ProParamvalueType> texts[] = {
-      {"string", ProParamvalueType::string},   {"integer", ProParamvalueType::integer},
-      {"double", ProParamvalueType::real},     {"boolean", ProParamvalueType::boolean},
-      {"note", ProParamvalueType::noteId}};
+  static constexpr Texts<ProParamvalueType> texts[] = {{"string", ProParamvalueType::string},
+                                                       {"integer", ProParamvalueType::integer},
+                                                       {"double", ProParamvalueType::real},
+                                                       {"boolean", ProParamvalueType::boolean},
+                                                       {"note", ProParamvalueType::noteId}};
 };
 template <>
 struct EnumTexts<ProParameterDriver> {
@@ -55,9 +56,8 @@ template <>
 struct RecordTable<ParameterRecord> {
   using R = ParameterRecord;
   static constexpr std::array fields = {
-      field<&R::name>("name", kRequired),  field<&R::type>("type", kRequired),
-      field<&R::value>("value"),           field<&R::units>("units"),
-      field<&R::description>("description"), field<&R::designated>("designated"),
+      field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),    field<&R::value>("value"),
+      field<&R::units>("units"),          field<&R::description>("description"), field<&R::designated>("designated"),
       field<&R::driver>("driver")};
   static void check(R& record, const Json& json, Reader& in) {
     const Json* value = json.member("value");
@@ -81,10 +81,13 @@ struct RecordTable<SlotRecord> {
 template <>
 struct RecordTable<FeatureRecord> {
   using R = FeatureRecord;
-  static constexpr std::array fields = {
-      field<&R::id>("id", kRequired), field<&R::number>("number"),         field<&R::name>("name"),
-      field<&R::type>("type"),        field<&R::status>("status"),         field<&R::dimensions>("dimensions"),
-      field<&R::parameters>("parameters")};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),
+                                        field<&R::number>("number"),
+                                        field<&R::name>("name"),
+                                        field<&R::type>("type"),
+                                        field<&R::status>("status"),
+                                        field<&R::dimensions>("dimensions"),
+                                        field<&R::parameters>("parameters")};
 };
 template <>
 struct RecordTable<DimensionRecord> {
@@ -123,25 +126,37 @@ struct RecordTable<UsedModelRecord> {
 template <>
 struct RecordTable<ModelRecord> {
   using R = ModelRecord;
-  static constexpr std::array fields = {
-      field<&R::format>("format", kRequired), field<&R::readOnly>("readOnly"),
-      field<&R::skeleton>("skeleton"),        field<&R::units>("units"),
-      field<&R::parameters>("parameters"),    field<&R::material>("material"),
-      field<&R::materials>("materials"),      field<&R::features>("features"),
-      field<&R::dimensions>("dimensions"),    field<&R::relations>("relations"),
-      field<&R::components>("components"),    field<&R::models>("models"),
-      field<&R::sheets>("sheets"),            field<&R::solid>("solid"),
-      field<&R::familyTable>("familyTable"),  field<&R::externalData>("externalData")};
+  static constexpr std::array fields = {field<&R::format>("format", kRequired),
+                                        field<&R::readOnly>("readOnly"),
+                                        field<&R::skeleton>("skeleton"),
+                                        field<&R::units>("units"),
+                                        field<&R::parameters>("parameters"),
+                                        field<&R::material>("material"),
+                                        field<&R::materials>("materials"),
+                                        field<&R::features>("features"),
+                                        field<&R::dimensions>("dimensions"),
+                                        field<&R::relations>("relations"),
+                                        field<&R::components>("components"),
+                                        field<&R::models>("models"),
+                                        field<&R::sheets>("sheets"),
+                                        field<&R::solid>("solid"),
+                                        field<&R::familyTable>("familyTable"),
+                                        field<&R::externalData>("externalData")};
 };
 
 bool fitsType(const Scalar& value, ProParamvalueType type) {
   switch (type) {
-    case ProParamvalueType::string: return std::holds_alternative<std::string>(value);
-    case ProParamvalueType::real: return std::holds_alternative<double>(value) || std::holds_alternative<int>(value);
+    case ProParamvalueType::string:
+      return std::holds_alternative<std::string>(value);
+    case ProParamvalueType::real:
+      return std::holds_alternative<double>(value) || std::holds_alternative<int>(value);
     case ProParamvalueType::integer:
-    case ProParamvalueType::noteId: return std::holds_alternative<int>(value);
-    case ProParamvalueType::boolean: return std::holds_alternative<bool>(value);
-    case ProParamvalueType::none: break;
+    case ProParamvalueType::noteId:
+      return std::holds_alternative<int>(value);
+    case ProParamvalueType::boolean:
+      return std::holds_alternative<bool>(value);
+    case ProParamvalueType::none:
+      break;
   }
   return false;
 }
@@ -159,8 +174,8 @@ JsonFault readDocument(std::string_view source, ModelRecord& into, std::span<con
   readValue(format, *member, in);
   if (in.failed()) return in.fault();
   if (format > kDocumentFormat) {
-    in.fail(*member, text::format(L"format %d is newer than %d, the newest that this version reads", format,
-                                  kDocumentFormat));
+    in.fail(*member,
+            text::format(L"format %d is newer than %d, the newest that this version reads", format, kDocumentFormat));
     return in.fault();
   }
   for (const Migration& migration : migrations) {

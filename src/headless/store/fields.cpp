@@ -29,9 +29,15 @@ void readValue(bool& into, const Json& json, Reader& in) {
 
 void readValue(Scalar& into, const Json& json, Reader& in) {
   switch (json.kind) {
-    case JsonKind::text: into = json.text; return;
-    case JsonKind::boolean: into = json.boolean; return;
-    case JsonKind::real: into = json.real; return;
+    case JsonKind::text:
+      into = json.text;
+      return;
+    case JsonKind::boolean:
+      into = json.boolean;
+      return;
+    case JsonKind::real:
+      into = json.real;
+      return;
     case JsonKind::integer:
       if (json.integer >= INT_MIN && json.integer <= INT_MAX)
         into = static_cast<int>(json.integer);
@@ -40,7 +46,8 @@ void readValue(Scalar& into, const Json& json, Reader& in) {
       return;
     case JsonKind::null:
     case JsonKind::array:
-    case JsonKind::object: break;
+    case JsonKind::object:
+      break;
   }
   in.failKind(json, L"a text, a number, true or false");
 }

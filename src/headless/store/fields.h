@@ -22,8 +22,8 @@ namespace headless {
 // What a record was written with beyond the form that its table would give it.
 struct Extra {
   static constexpr char kUnknown = static_cast<char>(0xFF);
-  std::string order;                                          // a byte a member: its field's number, or kUnknown
-  std::vector<std::pair<std::string, std::string>> unknown;   // name, value as written
+  std::string order;                                         // a byte a member: its field's number, or kUnknown
+  std::vector<std::pair<std::string, std::string>> unknown;  // name, value as written
 };
 // The base of all records. extra is null where the table's own form says everything.
 struct Open {
@@ -31,7 +31,9 @@ struct Open {
 };
 
 // A value that is stored and not looked into, as it was written.
-struct RawJson { std::string text; };
+struct RawJson {
+  std::string text;
+};
 // A text, a number, yes or no; none where nothing was given.
 using Scalar = std::variant<std::monostate, std::string, double, int, bool>;
 
@@ -107,10 +109,12 @@ inline bool isDefault(bool v) { return !v; }
 inline bool isDefault(const Scalar& v) { return v.index() == 0; }
 inline bool isDefault(const RawJson& v) { return v.text.empty(); }
 
-inline void newLine(std::string& out, int level) { out.append(1, '\n').append(static_cast<std::size_t>(level) * 2, ' '); }
+inline void newLine(std::string& out, int level) {
+  out.append(1, '\n').append(static_cast<std::size_t>(level) * 2, ' ');
+}
 
 template <class E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 void readValue(E& into, const Json& json, Reader& in) {
   std::wstring known;
   for (const auto& [name, value] : EnumTexts<E>::texts) {
@@ -121,28 +125,29 @@ void readValue(E& into, const Json& json, Reader& in) {
     if (!name.empty()) known += (known.empty() ? L"" : L", ") + text::fromUtf8(name);
   }
   if (json.is(JsonKind::text))
-    in.fail(json, text::format(L"unknown %s '%s'; known are %s", text::fromUtf8(json.name), text::fromUtf8(json.text), known));
+    in.fail(json, text::format(L"unknown %s '%s'; known are %s", text::fromUtf8(json.name), text::fromUtf8(json.text),
+                               known));
   else
     in.failKind(json, L"one of the texts " + known);
 }
 template <class E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 void writeValue(E value, std::string& out, int) {
   for (const auto& [name, v] : EnumTexts<E>::texts)
     if (v == value) return appendQuoted(out, name);
   out += "null";
 }
 template <class E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 bool isDefault(E value) { return value == E{}; }
 
 // ---- records, lists and objects; declared first, as they hold one another
 
 template <class R>
-  requires std::is_base_of_v<Open, R>
+requires std::is_base_of_v<Open, R>
 void readValue(R& into, const Json& json, Reader& in);
 template <class R>
-  requires std::is_base_of_v<Open, R>
+requires std::is_base_of_v<Open, R>
 void writeValue(const R& record, std::string& out, int level);
 template <class T>
 void readValue(std::unique_ptr<T>& into, const Json& json, Reader& in) {
@@ -155,7 +160,9 @@ void writeValue(const std::unique_ptr<T>& value, std::string& out, int level) {
   out += "null";
 }
 template <class T>
-bool isDefault(const std::unique_ptr<T>& value) { return !value; }
+bool isDefault(const std::unique_ptr<T>& value) {
+  return !value;
+}
 
 template <class T>
 void readValue(std::vector<T>& into, const Json& json, Reader& in) {
@@ -178,14 +185,22 @@ void writeValue(const std::vector<T>& values, std::string& out, int level) {
   out += ']';
 }
 template <class T>
-bool isDefault(const std::vector<T>& values) { return values.empty(); }
+bool isDefault(const std::vector<T>& values) {
+  return values.empty();
+}
 
 template <class T>
-void readValue(NamedList<T>& into, const Json& json, Reader& in) { readValue(into.list, json, in); }
+void readValue(NamedList<T>& into, const Json& json, Reader& in) {
+  readValue(into.list, json, in);
+}
 template <class T>
-void writeValue(const NamedList<T>& value, std::string& out, int level) { writeValue(value.list, out, level); }
+void writeValue(const NamedList<T>& value, std::string& out, int level) {
+  writeValue(value.list, out, level);
+}
 template <class T>
-bool isDefault(const NamedList<T>& value) { return value.list.empty(); }
+bool isDefault(const NamedList<T>& value) {
+  return value.list.empty();
+}
 
 template <class T>
 void readMembers(std::vector<Member<T>>& into, const Json& json, Reader& in) {
@@ -212,12 +227,16 @@ void writeMembers(const std::vector<Member<T>>& members, std::string& out, int l
   out += '}';
 }
 template <class T>
-void readValue(std::vector<Member<T>>& into, const Json& json, Reader& in) { readMembers(into, json, in); }
+void readValue(std::vector<Member<T>>& into, const Json& json, Reader& in) {
+  readMembers(into, json, in);
+}
 template <class T>
-void writeValue(const std::vector<Member<T>>& members, std::string& out, int level) { writeMembers(members, out, level); }
+void writeValue(const std::vector<Member<T>>& members, std::string& out, int level) {
+  writeMembers(members, out, level);
+}
 
 template <class R>
-  requires std::is_base_of_v<Open, R>
+requires std::is_base_of_v<Open, R>
 void readValue(R& into, const Json& json, Reader& in) {
   if (!json.is(JsonKind::object)) return in.failKind(json, L"an object");
   const auto& fields = RecordTable<R>::fields;
@@ -249,7 +268,7 @@ void readValue(R& into, const Json& json, Reader& in) {
 }
 
 template <class R>
-  requires std::is_base_of_v<Open, R>
+requires std::is_base_of_v<Open, R>
 void writeValue(const R& record, std::string& out, int level) {
   const auto& fields = RecordTable<R>::fields;
   bool first = true;

@@ -18,7 +18,8 @@ using creo::ProMdlType;
 
 namespace {
 
-constexpr ProMdlType kTypes[] = {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing, ProMdlType::manufacturing};
+constexpr ProMdlType kTypes[] = {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing,
+                                 ProMdlType::manufacturing};
 
 bool isNumber(std::wstring_view text) {
   return !text.empty() && text.size() < 10 && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;

@@ -15,10 +15,10 @@
 namespace headless {
 
 struct DocumentFile {
-  std::wstring name;                                // upper case
+  std::wstring name;  // upper case
   creo::ProMdlType type = creo::ProMdlType::unused;
-  int version = 0;                                  // 0: a file without a number
-  std::wstring fileName;                            // "bracket.prt.3"
+  int version = 0;        // 0: a file without a number
+  std::wstring fileName;  // "bracket.prt.3"
 };
 
 // "bracket.prt.3" or "bracket.prt" taken apart; nothing for a file that is no model document.
@@ -59,8 +59,8 @@ class Folder {
   std::wstring path_;
   bool listed_ = false, unsettled_ = false, instancesKnown_ = false;
   std::wstring stamp_;
-  std::unordered_map<std::wstring, DocumentFile> files_;        // by modelKey
-  std::unordered_map<std::wstring, std::wstring> instances_;    // modelKey to generic's name
+  std::unordered_map<std::wstring, DocumentFile> files_;      // by modelKey
+  std::unordered_map<std::wstring, std::wstring> instances_;  // modelKey to generic's name
   std::vector<DocumentFile> withheld_;
 };
 
@@ -68,11 +68,11 @@ class Folder {
 struct FolderDocument {
   DocumentFile file;
   std::wstring path;
-  std::wstring fault;                               // "d:\m\a.prt.3:12: reason"; the rest is empty then
+  std::wstring fault;  // "d:\m\a.prt.3:12: reason"; the rest is empty then
   struct Instance {
-    std::wstring name, generic;                     // the immediate generic
+    std::wstring name, generic;  // the immediate generic
   };
-  std::vector<Instance> instances;                  // those of nested tables too
+  std::vector<Instance> instances;  // those of nested tables too
   std::vector<creo::ProDependency> uses;
 };
 // Current documents alone, by name and type.
@@ -90,7 +90,7 @@ class Store {
  private:
   bool withhold_;
   std::unordered_map<std::wstring, std::unique_ptr<Folder>> folders_;
-  std::unordered_map<std::wstring, std::string> withheld_;      // bytes by path
+  std::unordered_map<std::wstring, std::string> withheld_;  // bytes by path
 };
 
 }  // namespace headless

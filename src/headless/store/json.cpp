@@ -82,7 +82,8 @@ class Builder : public nlohmann::json_sax<Parser> {
   bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& e) override {
     // The library's text begins with its own name and place; what is wrong stands behind the last ": ".
     std::string_view what = e.what();
-    if (const auto cut = what.find(": ", what.find("column")); cut != std::string_view::npos) what.remove_prefix(cut + 2);
+    if (const auto cut = what.find(": ", what.find("column")); cut != std::string_view::npos)
+      what.remove_prefix(cut + 2);
     return fail(position > 0 ? position - 1 : 0, text::fromUtf8(what));
   }
 
@@ -172,13 +173,25 @@ void appendItems(std::string& out, const Json& value, int level, bool pretty) {
 
 void append(std::string& out, const Json& value, int level, bool pretty) {
   switch (value.kind) {
-    case JsonKind::null: out += "null"; break;
-    case JsonKind::boolean: out += value.boolean ? "true" : "false"; break;
-    case JsonKind::integer: out += std::to_string(value.integer); break;
-    case JsonKind::real: out += value.text.empty() ? realText(value.real) : value.text; break;
-    case JsonKind::text: appendQuoted(out, value.text); break;
+    case JsonKind::null:
+      out += "null";
+      break;
+    case JsonKind::boolean:
+      out += value.boolean ? "true" : "false";
+      break;
+    case JsonKind::integer:
+      out += std::to_string(value.integer);
+      break;
+    case JsonKind::real:
+      out += value.text.empty() ? realText(value.real) : value.text;
+      break;
+    case JsonKind::text:
+      appendQuoted(out, value.text);
+      break;
     case JsonKind::array:
-    case JsonKind::object: appendItems(out, value, level, pretty); break;
+    case JsonKind::object:
+      appendItems(out, value, level, pretty);
+      break;
   }
 }
 
@@ -223,11 +236,21 @@ void appendQuoted(std::string& out, std::string_view text) {
   out += '"';
   for (const char c : text) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (const auto code = static_cast<unsigned char>(c); code < 0x20 || code == 0x7F)
           out.append("\\u00").append(1, kHex[code >> 4]).append(1, kHex[code & 15]);

@@ -17,10 +17,10 @@ struct Json {
   bool boolean = false;
   std::uint32_t begin = 0, end = 0;  // of the value in its source; both 0 in a tree that wasn't read
   std::int64_t integer = 0;
-  double real = 0;                   // of an integer too
-  std::string text;                  // of a text; of a real number as it was written
-  std::string name;                  // of a member
-  std::vector<Json> items;           // an array's values, an object's members, in their order
+  double real = 0;          // of an integer too
+  std::string text;         // of a text; of a real number as it was written
+  std::string name;         // of a member
+  std::vector<Json> items;  // an array's values, an object's members, in their order
 
   [[nodiscard]] bool is(JsonKind k) const { return kind == k; }
   [[nodiscard]] bool isNumber() const { return kind == JsonKind::integer || kind == JsonKind::real; }

@@ -1,0 +1,28 @@
+#include "creo/ProDrawing.h"
+
+#include "headless/creo/operation.h"
+#include "text/format.h"
+
+namespace creo {
+
+using headless::Model;
+using State = headless::Session::State;
+
+Got<std::vector<ProMdl>> ProDrawingSolidsCollect(ProMdl drawing) {
+  return headless::onModel("ProDrawingSolidsCollect", drawing, [](State& state, Model& m) -> Got<std::vector<ProMdl>> {
+    if (m.type() != ProMdlType::drawing) return ProBadInputs;
+    const std::wstring name = m.name;
+    std::vector<ProMdl> solids;
+    for (const ProDependency& used : headless::Models::dependencies(m)) {
+      const auto model = state.models.retrieve(used.name, used.type);
+      if (model)
+        solids.push_back(model.value);
+      else
+        state.showMessage(
+            text::format(L"%s.DRW shows %s.%s, which can't be retrieved", name, used.name, used.typeText));
+    }
+    return solids;
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,96 @@
+#include "creo/ProFamtable.h"
+
+#include "headless/creo/operation.h"
+#include "headless/model/family.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace creo {
+
+using headless::FamilyTableRecord;
+using headless::Model;
+using headless::onModel;
+using headless::operation;
+using State = headless::Session::State;
+
+namespace {
+
+bool isSolid(const Model& model) { return model.type() == ProMdlType::part || model.type() == ProMdlType::assembly; }
+
+// A table without rows is none.
+FamilyTableRecord* tableOf(const Model& model) {
+  FamilyTableRecord* table = model.document->tableOf(model.row);
+  return table && !table->instances.empty() ? table : nullptr;
+}
+
+}  // namespace
+
+ProError ProSolidFamtableCheck(ProMdl solid) {
+  return onModel("ProSolidFamtableCheck", solid, [](State&, Model& m) -> ProError {
+    if (!isSolid(m)) return ProBadInputs;
+    return tableOf(m) ? ProNoError : ProNotFound;
+  });
+}
+
+Got<ProFamtable> ProFamtableInit(ProMdl solid) {
+  return onModel("ProFamtableInit", solid, [](State&, Model& m) -> Got<ProFamtable> {
+    if (!isSolid(m)) return ProBadInputs;
+    if (!m.document->tableOf(m.row)) return ProNotFound;
+    return ProFamtable{m.handle};
+  });
+}
+
+ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor) {
+  return onModel("ProFamtableInstanceVisit", table.owner, [&](State&, Model& m) -> ProError {
+    std::vector<ProFaminstance> rows;
+    if (const FamilyTableRecord* held = tableOf(m))
+      for (const auto& row : held->instances) rows.push_back({text::upper(text::fromUtf8(row->name)), m.handle});
+    return headless::visit<ProFaminstance>(rows, visitor);
+  });
+}
+
+Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance) {
+  return onModel("ProFaminstanceRetrieve", instance.owner, [&](State& state, Model& m) -> Got<ProMdl> {
+    headless::RowRecord* row = m.document->row(instance.name);
+    if (!row || row->parent != m.row) return ProNotFound;
+    const auto document = m.document;
+    return state.models.instance(document, *row);
+  });
+}
+
+Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate) {
+  return onModel("ProFaminstanceGenericGet", instance, [&](State& state, Model& m) -> Got<ProMdl> {
+    if (!m.row) return ProNotFound;
+    if (immediate && m.row->parent) return state.models.instance(m.document, *m.row->parent);
+    return state.models.inMemory(m.document->name, m.type());
+  });
+}
+
+Got<ProGenericInfo> ProFaminstanceImmediategenericinfoGet(ProMdl instance) {
+  return onModel("ProFaminstanceImmediategenericinfoGet", instance, [](State&, Model& m) -> Got<ProGenericInfo> {
+    if (!m.row) return ProNotFound;
+    return ProGenericInfo{headless::genericName(m), m.document->version};
+  });
+}
+
+Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter) {
+  return operation("ProParameterToFamtableItem", [&](State& state) -> Got<ProFamtableItem> {
+    const auto place = state.parameters.find(parameter);
+    if (!place) return place.error;
+    if (!place.value.ofModel) return ProBadInputs;
+    return ProFamtableItem{ProFamitemType::parameter, text::fromUtf8(place.value.record().name)};
+  });
+}
+
+ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item) {
+  return onModel("ProFamtableItemAdd", table.owner, [&](State&, Model& m) -> ProError {
+    FamilyTableRecord* held = m.document->tableOf(m.row);
+    if (!held) return ProNoFamtable;
+    if (item.type == ProFamitemType::unused || item.name.empty()) return ProBadInputs;
+    const ProError result = headless::addColumn(*held, item.type, text::toUtf8(item.name));
+    if (result == ProNoError) m.document->touch(m.row);
+    return result;
+  });
+}
+
+}  // namespace creo

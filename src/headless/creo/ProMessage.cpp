@@ -1,0 +1,43 @@
+#include "creo/ProMessage.h"
+
+#include "headless/creo/operation.h"
+#include "headless/proui/ui_state.h"
+#include "text/encoding.h"
+#include "text/pieces.h"
+
+namespace creo {
+
+using headless::operation;
+using State = headless::Session::State;
+
+ProError ProMessageDisplay(const std::wstring& file, const std::string& key, const std::wstring& argument) {
+  return operation("ProMessageDisplay", [&](State& state) -> ProError {
+    const std::wstring* text = state.messageFiles.find(file, text::fromUtf8(key));
+    if (!text) return ProNotFound;
+    state.showMessage(text::replaceAll(*text, L"%0s", argument));
+    return ProNoError;
+  });
+}
+
+// The lines stay in the session's record; on a screen the area would be empty now.
+ProError ProMessageClear() {
+  return operation("ProMessageClear", [](State&) { return ProNoError; });
+}
+
+Got<std::wstring> ProMessageToBuffer(const std::wstring& file, const std::string& key) {
+  return operation("ProMessageToBuffer", [&](State& state) -> Got<std::wstring> {
+    const std::wstring* text = state.messageFiles.find(file, text::fromUtf8(key));
+    if (!text) return ProNotFound;
+    return *text;
+  });
+}
+
+Got<int> ProUIMessageDialogDisplay(const std::wstring& title, const std::wstring& text,
+                                   const std::vector<std::wstring>& buttons) {
+  return operation("ProUIMessageDialogDisplay", [&](State& state) -> Got<int> {
+    if (buttons.empty()) return ProBadInputs;
+    return state.ui.state().ask({{}, title, text, buttons});
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,41 @@
+#include "creo/ProUtil.h"
+
+#include "headless/creo/operation.h"
+#include "os/surroundings.h"
+#include "os/text_files.h"
+
+namespace creo {
+
+using headless::operation;
+using State = headless::Session::State;
+
+Got<std::wstring> ProToolkitApplTextPathGet() {
+  return operation("ProToolkitApplTextPathGet",
+                   [](State& state) -> Got<std::wstring> { return state.options.textFolder; });
+}
+
+int ProWcharSizeGet() {
+  return operation("ProWcharSizeGet", [](State& state) { return state.options.wideCharSize; });
+}
+
+Got<std::wstring> ProDirectoryCurrentGet() {
+  return operation("ProDirectoryCurrentGet",
+                   [](State& state) -> Got<std::wstring> { return state.models.workingFolder(); });
+}
+
+ProError ProDirectoryChange(const std::wstring& path) {
+  return operation("ProDirectoryChange",
+                   [&](State& state) { return state.models.changeFolder(path) ? ProNoError : ProNotFound; });
+}
+
+ProError ProInputFileRead(ProMdl /*model*/, const std::wstring& path, ProInputFileType type) {
+  return operation("ProInputFileRead", [&](State& state) -> ProError {
+    if (type != ProInputFileType::configuration) return ProBadInputs;
+    const auto content = os::readText(path);
+    if (!content) return ProNotFound;
+    state.configuration.read(content.value);
+    return ProNoError;
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,81 @@
+#include "headless/model/external_data.h"
+
+#include "text/encoding.h"
+#include "text/units.h"
+
+namespace headless {
+
+using creo::ProError;
+using creo::ProExtdataType;
+using creo::ProExtdataValue;
+
+namespace {
+
+template <class T>
+T* memberOf(Members<T>& members, const std::wstring& name) {
+  const std::size_t at = members.index.find(text::toUtf8(name), members.list.size(),
+                                            [&](std::size_t i) -> std::string_view { return members.list[i].name; });
+  return at == NameIndex::kNone ? nullptr : &members.list[at].value;
+}
+
+// Null: an instance without data of its own.
+ExternalData* dataOf(Model& model) {
+  return model.row ? model.row->externalData.get() : &model.document->record.externalData;
+}
+
+SlotList* classOf(Model& model, const std::wstring& name) {
+  ExternalData* data = dataOf(model);
+  return data ? memberOf(*data, name) : nullptr;
+}
+
+SlotRecord* slotOf(Model& model, const std::wstring& name, const std::wstring& slot) {
+  SlotList* slots = classOf(model, name);
+  return slots ? memberOf(*slots, slot) : nullptr;
+}
+
+}  // namespace
+
+ProError registerClass(Model& model, const std::wstring& name) {
+  if (name.empty() || classOf(model, name)) return creo::ProBadInputs;
+  if (model.row && !model.row->externalData) model.row->externalData = std::make_unique<ExternalData>();
+  dataOf(model)->list.emplace_back().name = text::toUtf8(name);
+  model.document->touch(model.row);
+  return creo::ProNoError;
+}
+
+ProError createSlot(Model& model, const std::wstring& name, const std::wstring& slot) {
+  SlotList* slots = classOf(model, name);
+  if (!slots) return creo::ProNotFound;
+  if (slot.empty() || memberOf(*slots, slot)) return creo::ProBadInputs;
+  slots->list.emplace_back().name = text::toUtf8(slot);
+  model.document->touch(model.row);
+  return creo::ProNoError;
+}
+
+creo::Got<ProExtdataValue> readSlot(Model& model, const std::wstring& name, const std::wstring& slot) {
+  const SlotRecord* held = slotOf(model, name, slot);
+  if (!held || isDefault(held->value)) return creo::ProNotFound;
+  ProExtdataValue value;
+  value.type = held->type;
+  if (const auto* integer = std::get_if<int>(&held->value)) value.integer = *integer;
+  if (const auto* text = std::get_if<std::string>(&held->value)) value.text = text::fromUtf8(*text);
+  return value;
+}
+
+ProError writeSlot(Model& model, const std::wstring& name, const std::wstring& slot, const ProExtdataValue& value,
+                   std::size_t size) {
+  SlotRecord* held = slotOf(model, name, slot);
+  if (!held) return creo::ProNotFound;
+  Scalar wanted = value.integer;
+  if (value.type == ProExtdataType::text)
+    wanted = text::toUtf8(text::cut(value.text, size > 0 ? size - 1 : 0));
+  else if (value.type != ProExtdataType::integer)
+    return creo::ProBadInputs;
+  if (held->type == value.type && held->value == wanted) return creo::ProNoError;
+  held->type = value.type;
+  held->value = std::move(wanted);
+  model.document->touch(model.row);
+  return creo::ProNoError;
+}
+
+}  // namespace headless

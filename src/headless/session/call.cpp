@@ -1,0 +1,56 @@
+#include "headless/session/call.h"
+
+#include "headless/session/state.h"
+
+namespace headless {
+
+Call::Call(std::string_view operation) : operation_(operation) {
+  Session* session = Session::currentOrNull();
+  if (!session) {
+    error_ = creo::ProGeneralError;
+    return;
+  }
+  Session::State& state = session->state();
+  error_ = state.calls.count(operation);
+  if (state.tracing) start_ = std::chrono::steady_clock::now();
+}
+
+Call::~Call() {
+  if (start_ == std::chrono::steady_clock::time_point{}) return;
+  Session* session = Session::currentOrNull();
+  if (!session || !session->state().observer) return;
+  const auto taken = std::chrono::steady_clock::now() - start_;
+  session->state().observer->operation(operation_, error_,
+                                       std::chrono::duration_cast<std::chrono::nanoseconds>(taken).count());
+}
+
+creo::ProError Calls::count(std::string_view operation) {
+  ++counts_[operation];
+  if (!faults_.empty()) {
+    if (const auto arranged = faults_.find(operation); arranged != faults_.end()) {
+      const creo::ProError code = arranged->second.front();
+      arranged->second.pop_front();
+      if (arranged->second.empty()) faults_.erase(arranged);
+      return code;
+    }
+  }
+  if (every_ == 0 || ++sinceFault_ < every_) return creo::ProNoError;
+  sinceFault_ = 0;
+  return creo::ProGeneralError;
+}
+
+void Calls::failNext(std::string_view operation, creo::ProError code) {
+  faults_[std::string(operation)].push_back(code);
+}
+
+void Calls::failEvery(int n) {
+  every_ = n > 0 ? n : 0;
+  sinceFault_ = 0;
+}
+
+int Calls::of(std::string_view operation) const {
+  const auto found = counts_.find(operation);
+  return found == counts_.end() ? 0 : found->second;
+}
+
+}  // namespace headless

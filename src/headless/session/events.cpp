@@ -1,0 +1,43 @@
+#include "headless/session/events.h"
+
+#include <exception>
+
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+
+std::optional<Event> Events::next() {
+  if (queue_.empty()) return std::nullopt;
+  Event event = std::move(queue_.front());
+  queue_.pop_front();
+  return event;
+}
+
+std::wstring Events::call(const creo::ProNotification& notification) {
+  const auto found = handlers_.find(notification.type);
+  if (found == handlers_.end() || !found->second) return {};
+  const creo::ProNotificationHandler handler = found->second;  // it may unset itself
+  const std::wstring fault = guarded([&] { handler(notification); });
+  if (fault.empty()) return {};
+  return text::format(L"the handler of notification %d ended with an exception: %s",
+                      static_cast<int>(notification.type), fault);
+}
+
+std::wstring exceptionLine(std::string_view operation, const std::exception& exception) {
+  return text::format(L"%s ended with an exception: %s", text::fromUtf8(operation), text::fromUtf8(exception.what()));
+}
+
+std::wstring guarded(const std::function<void()>& body) {
+  try {
+    body();
+    return {};
+  } catch (const std::exception& e) {
+    const std::wstring what = text::fromUtf8(e.what());
+    return what.empty() ? L"std::exception" : what;
+  } catch (...) {
+    return L"of no known kind";
+  }
+}
+
+}  // namespace headless

@@ -1,0 +1,44 @@
+#include "headless/session/menu.h"
+
+namespace headless {
+
+creo::ProError Menu::addMenu(const std::string& menu) {
+  return menus_.try_emplace(menu).second ? creo::ProNoError : creo::ProExists;
+}
+
+creo::ProCommand Menu::addCommand(const std::string& name, std::function<void()> action, std::function<int()> access) {
+  const auto [at, fresh] = byName_.try_emplace(name, static_cast<int>(commands_.size()) + 1);
+  if (fresh) commands_.emplace_back().name = name;
+  Command& command = commands_[static_cast<std::size_t>(at->second - 1)];
+  command.action = std::move(action);
+  command.access = std::move(access);
+  return {at->second};
+}
+
+creo::ProError Menu::addButton(const std::string& menu, const std::string& button, creo::ProCommand command) {
+  const auto found = menus_.find(menu);
+  Command* behind = this->command(command);
+  if (found == menus_.end() || !behind) return creo::ProNotFound;
+  if (!found->second.try_emplace(button, command.id).second) return creo::ProExists;
+  behind->inMenu = true;
+  return creo::ProNoError;
+}
+
+Command* Menu::command(creo::ProCommand command) {
+  if (command.id < 1 || static_cast<std::size_t>(command.id) > commands_.size()) return nullptr;
+  return &commands_[static_cast<std::size_t>(command.id - 1)];
+}
+
+Command* Menu::command(const std::string& name) {
+  const auto found = byName_.find(name);
+  return found == byName_.end() ? nullptr : command(creo::ProCommand{found->second});
+}
+
+std::vector<std::string> Menu::names() const {
+  std::vector<std::string> out;
+  for (const Command& command : commands_)
+    if (command.inMenu) out.push_back(command.name);
+  return out;
+}
+
+}  // namespace headless

@@ -1,0 +1,151 @@
+#include "headless/session/session.h"
+
+#include <stdexcept>
+
+#include "headless/session/state.h"
+#include "os/paths.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+
+using creo::ProError;
+using creo::ProMdl;
+using creo::ProNotifyType;
+
+namespace {
+
+constexpr int kEventLimit = 1'000'000;
+Session* theSession = nullptr;
+
+}  // namespace
+
+Session::State::State(SessionOptions given)
+    : options(std::move(given)),
+      messageFiles(options.textFolder, text::fromUtf8(options.language)),
+      models({[this](const std::wstring& text) { showMessage(text); },
+              [this](const SavedDocument& document) {
+                saved.push_back(document);
+                if (observer) observer->saved(document);
+              },
+              [this](ProMdl model) { windows.forget(model); }, options.withholdSaves},
+             options.modelFolder),
+      parameters(models) {}
+
+void Session::State::showMessage(const std::wstring& text) {
+  messages.push_back(text);
+  if (observer) observer->message(text);
+}
+
+void Session::State::notify(const creo::ProNotification& notification) {
+  if (const std::wstring fault = events.call(notification); !fault.empty()) showMessage(fault);
+}
+
+void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
+  Event event;
+  event.notification.type = type;
+  event.notification.model = model;
+  event.notification.window = window;
+  events.queue(std::move(event));
+}
+
+Session::Session(SessionOptions options) {
+  if (theSession) throw std::logic_error("a headless session is there already");
+  options.textFolder = os::asFolder(os::withBackslashes(options.textFolder));
+  state_ = std::make_unique<State>(std::move(options));
+  theSession = this;
+}
+
+Session::~Session() {
+  unloadPlugin();
+  theSession = nullptr;
+}
+
+Session& Session::current() {
+  if (!theSession) throw std::logic_error("there is no headless session");
+  return *theSession;
+}
+Session* Session::currentOrNull() { return theSession; }
+
+void Session::unloadPlugin() {
+  if (!state_->unloadPlugin) return;
+  const auto unload = std::move(state_->unloadPlugin);
+  state_->unloadPlugin = nullptr;
+  if (const std::wstring fault = guarded(unload); !fault.empty()) showMessage(fault);
+  state_->menu.clear();
+}
+
+const std::wstring& Session::startError() const { return state_->startError; }
+
+creo::Got<ProMdl> Session::open(const std::wstring& name, creo::ProMdlType type) {
+  const auto retrieved = state_->models.retrieve(name, type);
+  if (!retrieved) return retrieved;
+  const Model& model = *state_->models.find(retrieved.value);
+  const std::wstring key = modelKey(model.name, type);
+  int window = state_->windows.of(model.handle, key);
+  if (window == 0) window = state_->windows.create(key);
+  state_->windows.show(window, model.handle);
+  state_->windows.setCurrent(window);
+  for (const ProNotifyType told : {ProNotifyType::modelOpened, ProNotifyType::modelDisplayed,
+                                   ProNotifyType::windowOccupied, ProNotifyType::windowActivated})
+    state_->queue(told, model.handle, window);
+  return retrieved;
+}
+
+ProError Session::runCommand(const std::string& name) {
+  const Command* command = state_->menu.command(name);
+  if (!command) return creo::ProNotFound;
+  const Command held = *command;  // it may take the menu away
+  ProError result = creo::ProNoError;
+  const std::wstring fault = guarded([&] {
+    if (held.access && held.access() != creo::kCommandAvailable)
+      result = creo::ProGeneralError;
+    else if (held.action)
+      held.action();
+  });
+  if (fault.empty()) return result;
+  showMessage(text::format(L"the command %s ended with an exception: %s", text::fromUtf8(name), fault));
+  return creo::ProGeneralError;
+}
+
+void Session::settle() {
+  if (state_->settling) return;  // a handler's own question is no end of its work
+  struct Settling {
+    bool& flag;
+    explicit Settling(bool& f) : flag(f) { flag = true; }
+    ~Settling() { flag = false; }
+  } settling(state_->settling);
+  for (int worked = 0;; ++worked) {
+    if (worked == kEventLimit) throw std::runtime_error("a million events without an end");
+    if (const auto event = state_->events.next()) {
+      creo::ProNotification told = event->notification;
+      if (event->activates) {
+        if (!state_->windows.has(told.window)) continue;  // closed meanwhile
+        state_->windows.setCurrent(told.window);
+        told.model = state_->windows.model(told.window);
+      }
+      state_->notify(told);
+    } else if (state_->macros.waiting()) {
+      state_->macros.runStep(*this);
+    } else {
+      return;
+    }
+  }
+}
+
+Models& Session::models() { return state_->models; }
+Ui& Session::ui() { return state_->ui; }
+const SessionOptions& Session::options() const { return state_->options; }
+const std::vector<std::wstring>& Session::messages() const { return state_->messages; }
+void Session::showMessage(const std::wstring& text) { state_->showMessage(text); }
+const std::vector<std::wstring>& Session::unknownSteps() const { return state_->macros.unknown(); }
+const std::vector<std::wstring>& Session::ranSteps() const { return state_->macros.ran(); }
+std::vector<std::string> Session::commands() const { return state_->menu.names(); }
+const std::vector<SavedDocument>& Session::savedDocuments() const { return state_->saved; }
+void Session::observe(SessionObserver* observer) { state_->observer = observer; }
+void Session::trace(bool on) { state_->tracing = on; }
+void Session::failNext(std::string_view operation, ProError code) { state_->calls.failNext(operation, code); }
+void Session::failEvery(int n) { state_->calls.failEvery(n); }
+int Session::calls(std::string_view operation) const { return state_->calls.of(operation); }
+
+}  // namespace headless

@@ -1,0 +1,52 @@
+// The parts of a session.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "headless/macros/macros.h"
+#include "headless/model/models.h"
+#include "headless/model/parameters.h"
+#include "headless/proui/ui.h"
+#include "headless/session/calls.h"
+#include "headless/session/events.h"
+#include "headless/session/menu.h"
+#include "headless/session/message_files.h"
+#include "headless/session/options.h"
+#include "headless/session/session.h"
+#include "headless/session/windows.h"
+
+namespace headless {
+
+struct Session::State {
+  explicit State(SessionOptions given);
+
+  SessionOptions options;
+  std::vector<std::wstring> messages;
+  std::vector<SavedDocument> saved;
+  SessionObserver* observer = nullptr;
+  bool tracing = false;
+  Calls calls;
+  Windows windows;
+  Events events;
+  Menu menu;
+  Macros macros;
+  MessageFiles messageFiles;
+  ConfigOptions configuration;
+  Models models;
+  Parameters parameters;
+  Ui ui;
+  bool settling = false;
+  std::function<void()> unloadPlugin;  // null while it isn't loaded
+  std::wstring startError;
+
+  void showMessage(const std::wstring& text);
+  // Tells the handler now; an exception that leaves it becomes a line of the message area.
+  void notify(const creo::ProNotification& notification);
+  // Tells it once control is back.
+  void queue(creo::ProNotifyType type, creo::ProMdl model, int window);
+};
+
+}  // namespace headless

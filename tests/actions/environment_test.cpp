@@ -2,6 +2,8 @@
 #include <filesystem>
 
 #include "actions/action_fixture.h"
+#include "core/xml.h"
+#include "engine/dispatch.h"
 #include "creo/ProUtil.h"
 #include "engine/variables.h"
 

@@ -1,6 +1,7 @@
 // Packages: zip files in the package folder, unpacked under the temp folder and kept there until the file changes.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,7 +9,7 @@
 namespace documents {
 
 // Limits against zip bombs.
-constexpr unsigned long long kMostUnpacked = 1ULL << 30;  // bytes
+constexpr std::uint64_t kMostUnpacked = std::uint64_t{1} << 30;  // bytes
 constexpr unsigned kMostRatio = 1000;                     // unpacked to packed
 
 // The entry of the filter chooser that stands for none.

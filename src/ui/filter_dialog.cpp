@@ -25,22 +25,20 @@ void leave(const std::string& dialog, const std::string&) { creo::ProUIDialogExi
 
 }  // namespace
 
-bool createFilterDialog() {
+int createFilterDialog() {
   if (creo::ProUIDialogCreate(kDialog, kDialog)) {
     core::creoLog(L"<KVD> main - Error at create kvanefilter");
-    return false;
+    return 1;
   }
-  documents::listFilters();
-  return true;
-}
-
-void connectFilterDialog() {
   if (creo::ProUIOptionmenuSelectActionSet(kDialog, kChooser,
                                            [](const std::string&, const std::string&) { applyChosenFilter(); }))
     core::creoLog(L"<KVD> main - Error at add Filterlist Optionmenu Action");
   if (creo::ProUICheckbuttonActivateActionSet(kDialog, kUseListFilter, &pressUseListFilter))
     core::creoLog(L"<KVD> main - Error at set ReloadFiltered");
+  return 0;
 }
+
+void fillFilterChooser() { documents::listFilters(); }
 
 void openFilterDialog() {
   if (creo::ProUIDialogCloseActionSet(kDialog, &leave) ||

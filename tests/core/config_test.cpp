@@ -7,6 +7,7 @@
 #include "core/messages.h"
 #include "os/surroundings.h"
 #include "support/world.h"
+#include "text/units.h"
 
 namespace {
 

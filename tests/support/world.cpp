@@ -74,6 +74,8 @@ ModelBuilder::ModelBuilder(std::string folder, std::wstring name, creo::ProMdlTy
   parts_->json["format"] = 1;
 }
 
+ModelBuilder::ModelBuilder(ModelBuilder&&) noexcept = default;
+
 ModelBuilder::~ModelBuilder() {
   if (parts_) writeBytes(parts_->path, parts_->json.dump(2) + "\n");
 }

@@ -41,7 +41,7 @@ class ModelBuilder {
  public:
   ModelBuilder(std::string folder, std::wstring name, creo::ProMdlType type);
   ~ModelBuilder();
-  ModelBuilder(ModelBuilder&&) = default;
+  ModelBuilder(ModelBuilder&&) noexcept;
   ModelBuilder& with(std::wstring_view name, double value);
   ModelBuilder& with(std::wstring_view name, int value);
   ModelBuilder& with(std::wstring_view name, bool value);

@@ -32,12 +32,4 @@ Got<std::wstring> ProMessageToBuffer(const std::wstring& file, const std::string
   });
 }
 
-Got<int> ProUIMessageDialogDisplay(const std::wstring& title, const std::wstring& text,
-                                   const std::vector<std::wstring>& buttons) {
-  return operation("ProUIMessageDialogDisplay", [&](State& state) -> Got<int> {
-    if (buttons.empty()) return ProBadInputs;
-    return state.ui.state().ask({{}, title, text, buttons});
-  });
-}
-
 }  // namespace creo

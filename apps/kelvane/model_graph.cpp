@@ -78,9 +78,9 @@ ModelFileName ModelGraph::start(const std::string& written) const {
   throw Fault("--start: there is no model " + wanted + didYouMean(wanted, known));
 }
 
-ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& starts) const {
-  Reached reached(documents_.size());
-  for (const ModelFileName& model : starts) reach(at(model.name, model.type), reached);
+ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) const {
+  Reached reached(documents_.size(), from.empty());
+  for (const ModelFileName& model : from) reach(at(model.name, model.type), reached);
   Trouble trouble;
   for (std::size_t i = 0; i < documents_.size(); ++i) {
     if (!reached[i]) continue;

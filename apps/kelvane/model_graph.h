@@ -20,12 +20,13 @@ class ModelGraph {
   // A Fault for a name that no model has.
   [[nodiscard]] ModelFileName start(const std::string& written) const;
 
-  // What is wrong with the models that the starts lead to: documents that can't be read, models that aren't there.
+  // What is wrong with the models that these lead to, or, without any, with all: documents that can't be read, models
+  // that aren't there.
   struct Trouble {
     std::vector<std::string> damaged;  // "bad.prt.1:12: 'name' must be a text"
     std::vector<std::string> missing;  // "GEARBOX.ASM uses NUT.PRT, which isn't there"
   };
-  [[nodiscard]] Trouble trouble(const std::vector<ModelFileName>& starts) const;
+  [[nodiscard]] Trouble trouble(const std::vector<ModelFileName>& from) const;
 
  private:
   using Reached = std::vector<bool>;

@@ -57,7 +57,6 @@ class New : public Verb {
  private:
   [[nodiscard]] headless::ModelRecord newRecord(const ModelFileName& model) const {
     headless::ModelRecord record;
-    record.units = "mm";
     for (const std::string& written : parameters_) {
       const GivenParameter given = givenParameter(written);
       headless::ParameterRecord parameter;

@@ -233,7 +233,11 @@ std::vector<std::string> World::rows() const {
   return creo::ProUITableRownamesGet(core::pluginState().dialogName, engine::kModelTable).value;
 }
 
-std::wstring World::log() const { return os::readText(core::pluginState().logFile).value; }
+std::wstring World::log() const {
+  std::wstring content = os::readText(core::pluginState().logFile).value;
+  std::erase(content, L'\r');
+  return content;
+}
 
 std::wstring World::messages() const {
   std::wstring all;

@@ -100,7 +100,7 @@ class World {
   void runOn(const std::wstring& name, creo::ProMdlType type, const std::string& list);
 
   [[nodiscard]] std::vector<std::string> rows() const;
-  // Text of the last log; its lines as they stand in the file.
+  // Text of the last log, without the CR of its line ends.
   [[nodiscard]] std::wstring log() const;
   [[nodiscard]] bool logHas(std::wstring_view piece) const { return log().find(piece) != std::wstring::npos; }
   // The message area, a line each.

@@ -1,0 +1,252 @@
+#include <chrono>
+#include <thread>
+
+#include "creo/ProDrawing.h"
+#include "creo/ProExtdata.h"
+#include "creo/ProSolid.h"
+#include "creo/ProUtil.h"
+#include "creo/ProWindow.h"
+#include "headless/store/compare.h"
+#include "headless/session_fixture.h"
+
+namespace headless {
+namespace {
+
+using namespace creo;
+
+class ModelsInMemory : public test::HeadlessSession {
+ protected:
+  static std::string dependencies(ProMdl model) {
+    std::string out;
+    for (const ProDependency& one : ProMdlDependenciesList(model).value)
+      out += text::toUtf8(L" " + one.name + L"." + one.typeText);
+    return out;
+  }
+};
+
+constexpr const char* kMass = R"("parameters": [{"name": "MASS", "type": "double", "value": 2.5}])";
+
+TEST_F(ModelsInMemory, TheHighestVersionIsCurrentAndASaveWritesTheNextOne) {
+  model("bracket.prt.9", kMass);
+  write("models/bracket.prt.10", "{\n  \"format\": 1,\n  \"parameters\": [\n    {\n      \"name\": \"MASS\",\n      "
+        "\"type\": \"double\",\n      \"value\": 3.5,\n      \"made\": [1,2]\n    }\n  ]\n}\n");
+  const ProMdl part = retrieve(L"Bracket");
+  EXPECT_EQ(L"BRACKET", ProMdlNameGet(part).value);
+  EXPECT_EQ("MASS=3.5", parameters(part));
+  EXPECT_FALSE(ProMdlModificationVerify(part).value);
+  EXPECT_EQ(ProNoError, set(part, L"mass", real(3.5)));
+  EXPECT_FALSE(ProMdlModificationVerify(part).value);
+  EXPECT_EQ(ProNoError, set(part, L"mass", real(4)));
+  EXPECT_TRUE(ProMdlModificationVerify(part).value);
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_FALSE(ProMdlModificationVerify(part).value);
+  EXPECT_EQ("bracket.prt.10 bracket.prt.11 bracket.prt.9", files());
+  std::string expected = read("models/bracket.prt.10");
+  expected.replace(expected.find("3.5"), 3, "4.0");
+  EXPECT_EQ(expected, read("models/bracket.prt.11"));
+  const ProMdlData data = ProMdlDataGet(part).value;
+  EXPECT_EQ(L"PRT d \\models\\ 11", data.type + L" " + data.device + L" " + data.path + L" " + std::to_wstring(data.version));
+  ASSERT_EQ(1u, session().savedDocuments().size());
+  EXPECT_EQ(L"d:\\models\\bracket.prt.11", session().savedDocuments()[0].path);
+}
+
+TEST_F(ModelsInMemory, ADocumentThatCantBeReadNamesFileLineAndReason) {
+  write("models/cut.prt.3", "{\n\"format\": 1,\n\"parameters\": [");
+  write("models/kind.prt.1", "{\n\"format\": 1,\n\"readOnly\": \"no\"}");
+  session();
+  EXPECT_EQ(ProGeneralError, ProMdlRetrieve(L"CUT", ProMdlType::part).error);
+  EXPECT_EQ(ProGeneralError, ProMdlRetrieve(L"KIND", ProMdlType::part).error);
+  EXPECT_EQ(ProNotFound, ProMdlRetrieve(L"OTHER", ProMdlType::part).error);
+  EXPECT_EQ(ProNotFound, ProMdlRetrieve(L"CUT", ProMdlType::assembly).error);
+  EXPECT_EQ(ProBadInputs, ProMdlRetrieve(L"CUT", ProMdlType::unused).error);
+  ASSERT_EQ(2u, session().messages().size()) << messages();
+  EXPECT_TRUE(session().messages()[0].starts_with(L"d:\\models\\cut.prt.3:3: syntax error")) << messages();
+  EXPECT_EQ(L"d:\\models\\kind.prt.1:3: 'readOnly' must be true or false", session().messages()[1]);
+}
+
+TEST_F(ModelsInMemory, ARetrievedModelBringsWhatItUses) {
+  model("top.asm.1", R"("components": [{"name": "sub", "type": "asm"}, {"name": "pin", "type": "prt"},
+      {"name": "gone", "type": "prt"}, {"name": "PIN", "type": "prt"}, {"name": "top", "type": "asm"}])");
+  model("sub.asm.1", R"("components": [{"name": "top", "type": "asm"}, {"name": "gone", "type": "prt"}])");
+  model("pin.prt.1");
+  model("top.drw.1", R"("models": [{"name": "top", "type": "asm"}, {"name": "lost", "type": "prt"}])");
+  const ProMdl drawing = retrieve(L"TOP", ProMdlType::drawing);
+  for (const wchar_t* name : {L"TOP", L"SUB"}) EXPECT_TRUE(ProMdlInit(name, ProMdlType::assembly));
+  const ProMdl pin = ProMdlInit(L"PIN", ProMdlType::part).value;
+  EXPECT_EQ("TOP.DRW uses LOST.PRT, which can't be retrieved\nTOP.ASM uses GONE.PRT, which can't be retrieved\n", messages());
+  EXPECT_EQ(" SUB.ASM PIN.PRT GONE.PRT TOP.ASM", dependencies(ProMdlInit(L"TOP", ProMdlType::assembly).value));
+  const auto solids = ProDrawingSolidsCollect(drawing);
+  ASSERT_EQ(1u, solids.value.size());
+  EXPECT_EQ(L"TOP", ProMdlNameGet(solids.value[0]).value);
+  EXPECT_EQ(ProBadInputs, ProDrawingSolidsCollect(pin).error);
+  EXPECT_EQ(ProGeneralError, ProMdlErase(pin)) << "two assemblies use it";
+}
+
+TEST_F(ModelsInMemory, HandlesOfErasedModelsGiveBadInputs) {
+  model("a.prt.1", kMass);
+  const ProMdl old = retrieve(L"A");
+  const ProModelitem owner = item(old);
+  const ProParameter parameter = ProParameterInit(owner, L"MASS").value;
+  EXPECT_EQ(ProNoError, ProMdlErase(old));
+  const ProMdl fresh = retrieve(L"A");
+  EXPECT_NE(old, fresh);
+  for (const ProMdl gone : {old, ProMdl{}, ProMdl{~0ull}, ProMdl{7}}) {
+    EXPECT_EQ(ProBadInputs, ProMdlNameGet(gone).error);
+    EXPECT_EQ(ProBadInputs, ProMdlSave(gone));
+    EXPECT_EQ(ProBadInputs, ProMdlErase(gone));
+    EXPECT_EQ(ProBadInputs, ProExtdataClassRegister(gone, L"c").error);
+  }
+  EXPECT_EQ(ProBadInputs, ProParameterValueGet(parameter).error);
+  EXPECT_EQ(ProBadInputs, ProParameterCreate(owner, L"B", real(1)).error);
+  EXPECT_EQ(ProNotFound, ProMdlCurrentGet().error);
+}
+
+TEST_F(ModelsInMemory, AFailedSaveLeavesEverythingAsItWas) {
+  model("a.prt.4", kMass);
+  const ProMdl part = retrieve(L"A");
+  set(part, L"MASS", real(7));
+  const auto disk = std::make_shared<os::FaultyFiles>(*os::surroundings().files);
+  const auto real = os::surroundings().files;
+  os::surroundings().files = disk;
+  disk->fillAfter(10);
+  EXPECT_EQ(ProGeneralError, ProMdlSave(part));
+  disk->heal();
+  disk->denyWrites(L"d:\\models\\");
+  EXPECT_EQ(ProGeneralError, ProMdlSave(part));
+  EXPECT_EQ("d:\\models\\a.prt.5: can't be written: No space left on device\n"
+            "d:\\models\\a.prt.5: can't be written: Permission denied\n", messages());
+  EXPECT_TRUE(ProMdlModificationVerify(part).value);
+  EXPECT_EQ(4, ProMdlDataGet(part).value.version);
+  EXPECT_EQ("a.prt.4", files());
+  EXPECT_TRUE(session().savedDocuments().empty());
+  disk->heal();
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ("a.prt.4 a.prt.5", files());
+  os::surroundings().files = real;
+}
+
+TEST_F(ModelsInMemory, SavingOnceMoreReplacesOnlyTheSessionsOwnVersion) {
+  model("a.prt.1", kMass);
+  const ProMdl part = retrieve(L"A");
+  EXPECT_EQ(ProNotFound, session().models().saveReplacing(part));
+  ProMdlSave(part);
+  set(part, L"MASS", real(9));
+  EXPECT_EQ(ProNoError, session().models().saveReplacing(part));
+  EXPECT_EQ("a.prt.1 a.prt.2", files());
+  EXPECT_NE(std::string::npos, read("models/a.prt.2").find("9.0"));
+  EXPECT_EQ(1u, session().savedDocuments().size());
+  EXPECT_EQ(read("models/a.prt.2"), session().models().documentText(part).value);
+}
+
+TEST_F(ModelsInMemory, ADryRunGoesOnAsIfItHadWritten) {
+  model("a.prt.1", kMass);
+  options.withholdSaves = true;
+  ProMdl part = retrieve(L"A");
+  set(part, L"MASS", real(9));
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(ProNoError, ProMdlErase(part));
+  part = retrieve(L"A");
+  EXPECT_EQ("MASS=9", parameters(part));
+  EXPECT_EQ(2, ProMdlDataGet(part).value.version);
+  EXPECT_EQ("a.prt.1", files());
+  EXPECT_EQ(1u, session().savedDocuments().size());
+}
+
+TEST_F(ModelsInMemory, TheWorkingFolderIsSearchedFirst) {
+  std::filesystem::create_directories(folder_ + "/models/other");
+  model("a.prt.1", kMass);
+  model("home.prt.1");
+  model("other/a.prt.5");
+  session();
+  EXPECT_EQ(ProNotFound, ProDirectoryChange(L"d:\\nowhere"));
+  EXPECT_EQ(ProNoError, ProDirectoryChange(L"other"));
+  EXPECT_EQ(L"d:\\models\\other\\", ProDirectoryCurrentGet().value);
+  EXPECT_EQ(5, ProMdlDataGet(retrieve(L"A")).value.version);
+  retrieve(L"HOME");
+  model("other/late.prt.1");
+  retrieve(L"LATE");
+}
+
+TEST_F(ModelsInMemory, ExternalDataIsKeptWithTheModel) {
+  model("a.prt.1");
+  ProMdl part = retrieve(L"A");
+  EXPECT_EQ(ProNoError, ProExtdataInit(part));
+  const ProExtdataClass cls = ProExtdataClassRegister(part, L"kvpslot").value;
+  EXPECT_EQ(ProBadInputs, ProExtdataClassRegister(part, L"kvpslot").error);
+  EXPECT_EQ(ProNotFound, ProExtdataSlotWrite(cls, L"N", {}, 1));
+  EXPECT_EQ(ProNoError, ProExtdataSlotCreate(cls, L"N"));
+  EXPECT_EQ(ProBadInputs, ProExtdataSlotCreate(cls, L"N"));
+  EXPECT_EQ(ProNotFound, ProExtdataSlotRead(cls, L"N").error);
+  EXPECT_EQ(ProNotFound, ProExtdataSlotCreate({L"other", part}, L"N"));
+  for (int i = 0; i < 40; ++i) {
+    const std::wstring slot = L"T" + std::to_wstring(i);
+    EXPECT_EQ(ProNoError, ProExtdataSlotCreate(cls, slot));
+    EXPECT_EQ(ProNoError, ProExtdataSlotWrite(cls, slot, {ProExtdataType::text, 0, L"wörter" + slot}, 8));
+  }
+  ProExtdataSlotWrite(cls, L"N", {ProExtdataType::integer, 40, {}}, 1);
+  ProMdlSave(part);
+  ProMdlErase(part);
+  const ProExtdataClass again{L"kvpslot", retrieve(L"A")};
+  EXPECT_EQ(40, ProExtdataSlotRead(again, L"N").value.integer);
+  EXPECT_EQ(L"wörterT", ProExtdataSlotRead(again, L"T39").value.text) << "seven characters and the closing zero";
+  EXPECT_EQ(ProNotFound, ProExtdataSlotRead(again, L"T40").error);
+}
+
+TEST_F(ModelsInMemory, SmallQuestions) {
+  model("a.prt.1", R"("readOnly": true, "skeleton": true, "dimensions": [{"id": 3}, {"id": 4, "symbol": "LEN"},
+      {"id": 4, "reference": true}])");
+  const ProMdl part = retrieve(L"A");
+  EXPECT_FALSE(ProMdlIsModifiable(part, true).value);
+  EXPECT_TRUE(ProMdlIsSkeleton(part).value);
+  for (const bool reference : {false, true}) {
+    std::wstring symbols;
+    ProSolidDimensionVisit(part, reference, [&](const ProDimension& one) {
+      symbols += L" " + ProDimensionSymbolGet(one).value;
+      return ProNoError;
+    });
+    EXPECT_EQ(reference ? L" rd4" : L" d3 LEN", symbols);
+  }
+}
+
+// Growth in the number of models must be in step: counted in listings and reads of the disk.
+class CountingFiles : public os::FilesWrapper {
+ public:
+  using FilesWrapper::FilesWrapper;
+  os::Result<std::string> read(std::wstring_view path) override {
+    ++reads;
+    return under_.read(path);
+  }
+  os::Result<std::vector<os::Entry>> list(std::wstring_view folder) override {
+    ++lists;
+    return under_.list(folder);
+  }
+  int reads = 0, lists = 0;
+};
+
+TEST_F(ModelsInMemory, ABigAssemblyIsReadOnceAndItsFolderListedOnce) {
+  std::string components;
+  for (int i = 0; i < 300; ++i) {
+    const std::string name = "p" + std::to_string(i);
+    model(name + ".prt.1", kMass);
+    components += (i ? "," : "") + ("{\"name\": \"" + name + "\", \"type\": \"prt\"}");
+  }
+  model("big.asm.1", "\"components\": [" + components + "]");
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // the folder's time has settled
+  const auto real = os::surroundings().files;
+  const auto files = std::make_shared<CountingFiles>(*real);
+  os::surroundings().files = files;
+  const ProMdl big = retrieve(L"BIG", ProMdlType::assembly);
+  EXPECT_EQ(301, files->reads);
+  for (const ProDependency& one : ProMdlDependenciesList(big).value) {
+    const ProMdl part = ProMdlRetrieve(one.name, one.type).value;
+    set(part, L"MASS", HeadlessSession::real(1));
+    ProMdlSave(part);
+    EXPECT_EQ(ProNotFound, ProMdlRetrieve(one.name, ProMdlType::drawing).error);
+  }
+  EXPECT_EQ(301, files->reads);
+  EXPECT_EQ(1, files->lists);
+  os::surroundings().files = real;
+}
+
+}  // namespace
+}  // namespace headless

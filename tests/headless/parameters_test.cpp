@@ -1,0 +1,223 @@
+#include "creo/ProFamtable.h"
+#include "creo/ProExtdata.h"
+#include "headless/model/units.h"
+#include "headless/session_fixture.h"
+
+namespace headless {
+namespace {
+
+using namespace creo;
+
+class ParametersAndInstances : public test::HeadlessSession {
+ protected:
+  static ProParameter parameter(ProMdl model, const std::wstring& name) { return ProParameterInit(item(model), name).value; }
+};
+
+TEST_F(ParametersAndInstances, NamesOfNewParameters) {
+  model("a.prt.1", R"("parameters": [{"name": "MASS", "type": "double"}])");
+  const ProMdl part = retrieve(L"A");
+  const std::pair<std::wstring, ProError> rows[] = {
+      {L"Länge_2", ProNoError}, {L"_x", ProNoError},    {L"mass", ProExists}, {L"LÄNGE_2", ProExists},
+      {L"", ProBadInputs},      {L"2x", ProBadInputs},  {L"a b", ProBadInputs}, {L"a-b", ProBadInputs},
+      {std::wstring(31, L'A'), ProNoError}, {std::wstring(32, L'B'), ProBadInputs}};
+  for (const auto& [name, expected] : rows)
+    EXPECT_EQ(expected, ProParameterCreate(item(part), name, real(1)).error) << text::toUtf8(name);
+  EXPECT_EQ("MASS=0 LÄNGE_2=1 _X=1 " + std::string(31, 'A') + "=1", parameters(part));
+}
+
+TEST_F(ParametersAndInstances, TwoOfOneNameAreToldApart) {
+  model("a.prt.1", R"("parameters": [{"name": "X", "type": "integer", "value": 1}, {"name": "Y", "type": "integer", "value": 2},
+      {"name": "x", "type": "integer", "value": 3}])");
+  const ProMdl part = retrieve(L"A");
+  std::vector<ProParameter> found;
+  EXPECT_EQ(ProStopVisit, ProParameterVisit(item(part), [&](const ProParameter& one) {
+    found.push_back(one);
+    return found.size() == 3 ? ProStopVisit : ProNoError;
+  }));
+  EXPECT_EQ(3, ProParameterValueGet(found[2]).value.integer);
+  EXPECT_EQ(ProNoError, ProParameterDelete(found[2]));
+  EXPECT_EQ(ProNotFound, ProParameterValueGet(found[2]).error);
+  EXPECT_EQ("X=1 Y=2", parameters(part));
+}
+
+TEST_F(ParametersAndInstances, WhatDrivesOrHoldsAParameter) {
+  model("a.prt.1", R"("relations": ["/* FREE", "if OUT == 3", " OUT = HELD + \"QUOTED\"", "endif"], "parameters": [
+      {"name": "OUT", "type": "double"}, {"name": "HELD", "type": "double"}, {"name": "QUOTED", "type": "double"},
+      {"name": "FREE", "type": "double"}, {"name": "FUN", "type": "double", "driver": "function"}])");
+  const ProMdl part = retrieve(L"A");
+  struct Row {
+    const wchar_t* name;
+    ProParameterDriver driver;
+    ProError set, remove;
+  };
+  const Row rows[] = {{L"OUT", ProParameterDriver::relation, ProGeneralError, ProGeneralError},
+                      {L"HELD", ProParameterDriver::none, ProNoError, ProGeneralError},
+                      {L"QUOTED", ProParameterDriver::none, ProNoError, ProNoError},
+                      {L"FREE", ProParameterDriver::none, ProNoError, ProNoError},
+                      {L"FUN", ProParameterDriver::function, ProGeneralError, ProGeneralError}};
+  for (const Row& row : rows) {
+    const ProParameter one = parameter(part, row.name);
+    EXPECT_EQ(row.driver, ProParameterDriverGet(one).value) << text::toUtf8(row.name);
+    EXPECT_EQ(row.set, ProParameterValueSet(one, real(1))) << text::toUtf8(row.name);
+    EXPECT_EQ(ProBadInputs, ProParameterValueSet(one, string(L"1"))) << text::toUtf8(row.name);
+    EXPECT_EQ(row.remove, ProParameterDelete(one)) << text::toUtf8(row.name);
+  }
+}
+
+TEST_F(ParametersAndInstances, FeaturesAndMaterialsOwnParameters) {
+  model("a.prt.1", R"("features": [{"id": 7}], "materials": [{"name": "STEEL"}])");
+  const ProMdl part = retrieve(L"A");
+  const ProModelitem owners[] = {{ProItemType::feature, 7, part, {}}, {ProItemType::material, 0, part, L"steel"}};
+  for (const ProModelitem& owner : owners) {
+    EXPECT_EQ(ProNotFound, ProParameterVisit(owner, [](const ProParameter&) { return ProNoError; }));
+    const auto made = ProParameterWithUnitsCreate(owner, L"T", real(2), L"mm");
+    EXPECT_EQ(ProNoError, made.error);
+    EXPECT_EQ(L"mm", ProParameterUnitsGet(made.value).value);
+    EXPECT_EQ(ProGeneralError, ProParameterWithUnitsCreate(owner, L"U", real(2), L"parsec").error);
+  }
+  EXPECT_EQ(ProBadInputs, ProParameterInit({ProItemType::feature, 8, part, {}}, L"T").error);
+  EXPECT_EQ(ProBadInputs, ProParameterInit({ProItemType::material, 0, part, L"WOOD"}, L"T").error);
+}
+
+TEST_F(ParametersAndInstances, DescriptionAndDesignation) {
+  model("a.prt.1", R"("parameters": [{"name": "X", "type": "string"}])");
+  const ProParameter one = parameter(retrieve(L"A"), L"X");
+  EXPECT_EQ(ProNoError, ProParameterDescriptionSet(one, std::wstring(80, L'ä')));
+  EXPECT_EQ(ProBadInputs, ProParameterDescriptionSet(one, std::wstring(81, L'b')));
+  EXPECT_EQ(std::wstring(80, L'ä'), ProParameterDescriptionGet(one).value);
+  EXPECT_EQ(ProNoError, ProParameterDesignationAdd(one));
+  EXPECT_TRUE(ProParameterDesignationVerify(one).value);
+  EXPECT_EQ(ProNoError, ProParameterDesignationRemove(one));
+  EXPECT_FALSE(ProParameterDesignationVerify(one).value);
+  EXPECT_EQ(ProNotFound, ProParameterUnitsGet(one).error);
+}
+
+TEST_F(ParametersAndInstances, ScaledValuesAreInTheModelsUnits) {
+  struct Row {
+    double value;
+    const char* unit;
+    const char* system;
+    double expected;
+  };
+  const Row rows[] = {{2, "in", "", 50.8},        {2, "mm", "mmKs", 2},      {1, "t", "mmKs", 1000}, {1, "t", "mmNs", 1},
+                      {1, "N", "mks", 1},         {1, "N", "mmNs", 1},       {1, "N", "mmKs", 1000}, {100, "C", "inlbs", 212},
+                      {32, "F", "mmKs", 0},       {1, "kg/m^3", "cgs", 1e-3}, {1, "N*mm", "mks", 1e-3}, {1, "h", "mks", 3600},
+                      {1, "MPa", "mmNs", 1},      {180, "deg", "", 180},     {5, "furlong", "", 5},  {5, "mm^", "", 5}};
+  for (const Row& row : rows) EXPECT_NEAR(row.expected, inSystem(row.value, row.unit, row.system), 1e-9) << row.unit << " in " << row.system;
+  model("a.prt.1", R"("units": "inlbs", "parameters": [{"name": "X", "type": "double", "value": 254, "units": "mm"},
+      {"name": "Y", "type": "double", "value": 254}])");
+  const ProMdl part = retrieve(L"A");
+  EXPECT_NEAR(10, ProParameterScaledvalueGet(parameter(part, L"X")).value.real, 1e-9);
+  EXPECT_EQ(254, ProParameterValueGet(parameter(part, L"X")).value.real);
+  EXPECT_EQ(254, ProParameterScaledvalueGet(parameter(part, L"Y")).value.real);
+}
+
+TEST_F(ParametersAndInstances, ValuesFromTexts) {
+  session();
+  ProParamvalue value;
+  ProParamvalueSet(value, L"2,5", ProParamvalueType::real);
+  EXPECT_EQ(2, value.real);
+  ProParamvalueSet(value, L" -7x", ProParamvalueType::integer);
+  EXPECT_EQ(-7, value.integer);
+  ProParamvalueSet(value, L"True", ProParamvalueType::boolean);
+  EXPECT_FALSE(value.boolean);
+  EXPECT_EQ(ProBadInputs, ProParamvalueSet(value, L"x", ProParamvalueType::none));
+  EXPECT_EQ(ProParamvalueType::boolean, value.type);
+}
+
+constexpr const char* kBolts = R"("parameters": [{"name": "LEN", "type": "double", "value": 10}, {"name": "MAT", "type": "string",
+    "value": "steel"}], "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [
+    {"name": "b20", "values": {"LEN": 20}, "familyTable": {"items": [{"type": "parameter", "name": "MAT"}],
+      "instances": [{"name": "b20_zinc", "values": {"MAT": "zinc"}}]}},
+    {"name": "B30"}, {"name": "WRONG", "values": {"LEN": "long"}}]})";
+
+TEST_F(ParametersAndInstances, InstancesTakeTheirRowsValues) {
+  model("bolts.prt.3", kBolts);
+  const ProMdl zinc = retrieve(L"B20_ZINC");  // a bare name, two tables down
+  EXPECT_EQ("LEN=20 MAT=zinc", parameters(zinc));
+  EXPECT_EQ("LEN=10 MAT=steel", parameters(retrieve(L"B30<BOLTS>")));
+  EXPECT_EQ(L"B20_ZINC", ProMdlNameGet(zinc).value);
+  EXPECT_EQ(L"B20 3", ProFaminstanceImmediategenericinfoGet(zinc).value.name + L" " +
+                          std::to_wstring(ProFaminstanceImmediategenericinfoGet(zinc).value.version));
+  const ProMdl generic = ProMdlInit(L"BOLTS", ProMdlType::part).value;
+  const ProMdl b20 = ProFaminstanceGenericGet(zinc, true).value;
+  EXPECT_EQ(L"B20", ProMdlNameGet(b20).value);
+  EXPECT_EQ(generic, ProFaminstanceGenericGet(zinc, false).value);
+  EXPECT_EQ(generic, ProFaminstanceGenericGet(b20, true).value);
+  EXPECT_EQ(ProNotFound, ProFaminstanceGenericGet(generic, true).error);
+  EXPECT_EQ(ProNotFound, ProFaminstanceImmediategenericinfoGet(generic).error);
+  EXPECT_EQ(ProNoError, ProSolidFamtableCheck(b20));
+  EXPECT_EQ(ProNotFound, ProSolidFamtableCheck(zinc));
+  EXPECT_EQ(ProNotFound, ProFamtableInit(zinc).error);
+  std::wstring rows;
+  ProFamtableInstanceVisit(ProFamtableInit(generic).value, [&](const ProFaminstance& row) {
+    rows += L" " + row.name + (ProFaminstanceRetrieve(row) ? L"" : L"!");
+    return ProNoError;
+  });
+  EXPECT_EQ(L" B20 B30 WRONG!", rows);
+  EXPECT_EQ("WRONG<BOLTS> can't be built: the value of 'LEN' is of another type\n", messages());
+  EXPECT_EQ(ProNotFound, ProMdlRetrieve(L"B40<BOLTS>", ProMdlType::part).error);
+  EXPECT_EQ(ProGeneralError, ProMdlErase(generic)) << "its instances are in memory";
+}
+
+TEST_F(ParametersAndInstances, WhatIsChangedOnAnInstanceLiesInItsRow) {
+  model("bolts.prt.1", kBolts);
+  ProMdl b30 = retrieve(L"B30");
+  const ProMdl generic = ProMdlInit(L"BOLTS", ProMdlType::part).value;
+  const ProMdl b20 = retrieve(L"B20");
+  EXPECT_EQ(ProNoError, set(b30, L"MAT", string(L"brass")));  // there is no such column yet
+  EXPECT_EQ(ProNoError, set(b20, L"LEN", real(22)));
+  EXPECT_EQ(ProNoError, ProParameterCreate(item(b30), L"OWN", real(1)).error);
+  EXPECT_EQ(ProGeneralError, ProParameterDelete(parameter(b30, L"LEN")));
+  const ProExtdataClass cls = ProExtdataClassRegister(b30, L"c").value;
+  ProExtdataSlotCreate(cls, L"s");
+  ProExtdataSlotWrite(cls, L"s", {ProExtdataType::integer, 5, {}}, 1);
+  EXPECT_EQ(ProNoError, ProMdlErase(b30));
+  EXPECT_TRUE(ProMdlModificationVerify(generic).value);
+  b30 = retrieve(L"B30");
+  EXPECT_TRUE(ProMdlModificationVerify(b30).value);
+  EXPECT_EQ("LEN=10 MAT=brass OWN=1", parameters(b30));
+  EXPECT_EQ("LEN=10 MAT=steel", parameters(generic));
+  EXPECT_EQ(ProNoError, ProMdlSave(b30));
+  EXPECT_EQ("bolts.prt.1 bolts.prt.2", files());
+  EXPECT_EQ(L"BOLTS", session().savedDocuments()[0].name);
+  for (const ProMdl one : {generic, b20, b30}) EXPECT_FALSE(ProMdlModificationVerify(one).value);
+  endSession();
+  EXPECT_EQ("LEN=22 MAT=steel", parameters(retrieve(L"B20")));
+  b30 = retrieve(L"B30");
+  EXPECT_EQ("LEN=10 MAT=brass OWN=1", parameters(b30));
+  EXPECT_EQ(5, ProExtdataSlotRead({L"c", b30}, L"s").value.integer);
+  EXPECT_EQ(ProNotFound, ProExtdataSlotRead({L"c", retrieve(L"B20")}, L"s").error);
+}
+
+TEST_F(ParametersAndInstances, ColumnsComeAndGoWithTheirParameters) {
+  model("bolts.prt.1", kBolts);
+  model("plain.prt.1", R"("parameters": [{"name": "LEN", "type": "double"}])");
+  const ProMdl generic = retrieve(L"BOLTS");
+  const ProMdl b20 = retrieve(L"B20");
+  const ProFamtable table = ProFamtableInit(generic).value;
+  EXPECT_EQ(ProExists, ProFamtableItemAdd(table, ProParameterToFamtableItem(parameter(generic, L"len")).value));
+  EXPECT_EQ(ProNoError, ProFamtableItemAdd(table, ProParameterToFamtableItem(parameter(generic, L"MAT")).value));
+  EXPECT_EQ(ProNoFamtable, ProFamtableItemAdd({retrieve(L"PLAIN")}, {ProFamitemType::parameter, L"LEN"}));
+  EXPECT_EQ(ProNoError, ProParameterDelete(parameter(generic, L"LEN")));
+  EXPECT_EQ("MAT=steel", parameters(b20));
+  EXPECT_EQ(ProNoError, ProParameterCreate(item(generic), L"LEN", real(1)).error);
+  EXPECT_EQ("MAT=steel LEN=1", parameters(b20)) << "the row's value went with the column";
+}
+
+TEST_F(ParametersAndInstances, ComponentColumnsLeaveOutOrReplace) {
+  model("p.prt.1");
+  model("q.prt.1");
+  model("top.asm.1", R"("components": [{"name": "P", "type": "prt"}, {"name": "Q", "type": "prt"}], "familyTable":
+      {"items": [{"type": "component", "name": "P"}, {"type": "component", "name": "Q"}], "instances": [
+      {"name": "I1", "values": {"P": false, "Q": "Y"}}, {"name": "I2", "values": {"P": "q"}}]})");
+  const std::pair<const wchar_t*, const wchar_t*> rows[] = {{L"TOP", L"PQ"}, {L"I1", L"Q"}, {L"I2", L"Q"}};
+  for (const auto& [name, expected] : rows) {
+    std::wstring used;
+    for (const ProDependency& one : ProMdlDependenciesList(retrieve(name, ProMdlType::assembly)).value) used += one.name;
+    EXPECT_EQ(expected, used) << text::toUtf8(name);
+  }
+}
+
+}  // namespace
+}  // namespace headless

@@ -54,7 +54,13 @@ class Document {
     if (list.filter) checkFilter(*list.filter);
   }
   void checkFilterFile() {
-    if (loaded_) checkFilter(*loaded_.document->root());
+    if (!loaded_) return;
+    const XmlNode& root = *loaded_.document->root();
+    checkFilter(root);
+    core::xmlEachChild(root, [this](const XmlNode& element) {
+      if (element.name == L"filter" || element.name == L"root") return;
+      add(element, "element '" + text::toUtf8(element.name) + "' is never read; a filter's element is 'root' or 'filter'");
+    });
   }
 
  private:

@@ -88,8 +88,8 @@ ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) 
     if (!document.fault.empty()) trouble.damaged.push_back(readable(document.fault));
     for (const creo::ProDependency& used : document.uses) {
       if (at(used.name, used.type) != kNone) continue;
-      trouble.missing.push_back(label(document.file.name, document.file.type) + " uses " +
-                                label(used.name, used.type) + ", which isn't there");
+      trouble.missing.push_back(label(document.file.name, document.file.type) + " uses " + label(used.name, used.type) +
+                                ", which isn't there");
     }
   }
   return trouble;

@@ -14,8 +14,8 @@ class ModelGraph {
  public:
   explicit ModelGraph(std::vector<headless::FolderDocument> documents);
 
-  // Models that no other one uses; of models that use each other in a ring, the first. Together they lead to every model
-  // that can be read.
+  // Models that no other one uses; of models that use each other in a ring, the first. Together they lead to every
+  // model that can be read.
   [[nodiscard]] std::vector<ModelFileName> starts() const;
   // A Fault for a name that no model has.
   [[nodiscard]] ModelFileName start(const std::string& written) const;

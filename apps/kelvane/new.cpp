@@ -64,7 +64,8 @@ class New : public Verb {
       parameter.type = given.value.type;
       parameter.value = scalar(given.value);
       for (const auto& other : record.parameters.list) {
-        if (headless::sameName(other.name, parameter.name)) throw Fault("parameter '" + other.name + "' is given twice");
+        if (headless::sameName(other.name, parameter.name))
+          throw Fault("parameter '" + other.name + "' is given twice");
       }
       record.parameters.list.push_back(std::move(parameter));
     }

@@ -59,7 +59,8 @@ class Document {
     checkFilter(root);
     core::xmlEachChild(root, [this](const XmlNode& element) {
       if (element.name == L"filter" || element.name == L"root") return;
-      add(element, "element '" + text::toUtf8(element.name) + "' is never read; a filter's element is 'root' or 'filter'");
+      add(element,
+          "element '" + text::toUtf8(element.name) + "' is never read; a filter's element is 'root' or 'filter'");
     });
   }
 
@@ -85,7 +86,8 @@ class Document {
   }
 
   void checkAction(const XmlNode& task, const std::string& type, const engine::ActionRow& row) {
-    if (type == "openXLSReport") return add(task, "action 'openXLSReport' was removed; 'openCSVReport' takes its place");
+    if (type == "openXLSReport")
+      return add(task, "action 'openXLSReport' was removed; 'openCSVReport' takes its place");
     if (type == "editModelParameterFromPrueftrail") return add(task, "action '" + type + "' was removed");
     if (row.group == engine::Group::knownEmpty) return add(task, "action '" + type + "' does nothing");
     if (!row.function) return add(task, "action '" + type + "' isn't carried out by this version");

@@ -10,8 +10,8 @@
 
 namespace kelvane {
 
-// Copies the log to where it is wanted and gives that place in the machine's form; empty where there is nothing to copy.
-// A log that can't be put there is trouble on the console, no more.
+// Copies the log to where it is wanted and gives that place in the machine's form; empty where there is nothing to
+// copy. A log that can't be put there is trouble on the console, no more.
 std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console);
 
 // Shows a line for each folder that the run wrote into, and tells an event for each file.

@@ -17,8 +17,8 @@ struct RunOptions {
   bool again = false;               // those too that the list worked before
 
   // What is kept.
-  std::string save = "touched";     // touched, all, none
-  std::string into;                 // works on a copy there
+  std::string save = "touched";  // touched, all, none
+  std::string into;              // works on a copy there
   bool readOnly = false, dryRun = false;
   std::string collect;
 
@@ -29,7 +29,7 @@ struct RunOptions {
   // Output.
   std::string log, events;
   bool trace = false;
-  int maxErrors = 20;               // lines shown; 0: all
+  int maxErrors = 20;  // lines shown; 0: all
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
 };

@@ -12,10 +12,10 @@ namespace kelvane {
 
 // Letters of a run: d: models, p: packages, t: temp folder, i: what is installed.
 struct RunPlace {
-  std::wstring models;   // "d:\"
-  std::string package;   // "standards.kvz"
-  std::string list;      // "clean.xml"
-  std::string filter;    // empty: none
+  std::wstring models;  // "d:\"
+  std::string package;  // "standards.kvz"
+  std::string list;     // "clean.xml"
+  std::string filter;   // empty: none
   std::vector<std::unique_ptr<os::FileLock>> locks;
 };
 

@@ -68,7 +68,7 @@ class RunWatch : public headless::SessionObserver {
   std::vector<std::string> rows_;
   std::size_t done_ = 0;
   std::vector<Worked> worked_;
-  std::map<std::string, Document> saved_;       // by label of the document
+  std::map<std::string, Document> saved_;  // by label of the document
   std::set<std::string> uncompared_;
   std::set<std::wstring> paths_;
   std::map<std::string, ModelChanges> changes_;

@@ -150,9 +150,15 @@ class RunWork {
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
     if (events_.on()) {
-      events_.tell("recap", {{"models", recap_.models},   {"changed", recap_.changed}, {"unchanged", recap_.unchanged},
-                             {"skipped", recap_.skipped}, {"failed", recap_.failed},   {"saved", recap_.saved},
-                             {"errors", recap_.errors},   {"warnings", recap_.warnings}, {"seconds", recap_.seconds}});
+      events_.tell("recap", {{"models", recap_.models},
+                             {"changed", recap_.changed},
+                             {"unchanged", recap_.unchanged},
+                             {"skipped", recap_.skipped},
+                             {"failed", recap_.failed},
+                             {"saved", recap_.saved},
+                             {"errors", recap_.errors},
+                             {"warnings", recap_.warnings},
+                             {"seconds", recap_.seconds}});
     }
     if (code != 0) return code;
     return recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;

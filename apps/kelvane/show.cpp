@@ -113,7 +113,8 @@ class Show : public Verb {
     section(console, "dimensions", dimensionsOf(record));
     section(console, "relations", relationsOf(record));
     Rows family;
-    if (const headless::FamilyTableRecord* table = model.document->tableOf(model.row)) addFamilyRows(*table, "", family);
+    if (const headless::FamilyTableRecord* table = model.document->tableOf(model.row))
+      addFamilyRows(*table, "", family);
     section(console, "family table", family);
     section(console, "uses", usesOf(handle));
     section(console, "history", historyOf(handle));

@@ -31,7 +31,9 @@ constexpr std::size_t kLongestName = 31;
 
 bool isParameterName(const std::wstring& name) {
   const auto isDigit = [](wchar_t c) { return c >= L'0' && c <= L'9'; };
-  const auto isLetter = [](wchar_t c) { return (text::lower(c) >= L'a' && text::lower(c) <= L'z') || c == L'_' || c > 127; };
+  const auto isLetter = [](wchar_t c) {
+    return (text::lower(c) >= L'a' && text::lower(c) <= L'z') || c == L'_' || c > 127;
+  };
   return !name.empty() && name.size() <= kLongestName && !isDigit(name[0]) &&
          std::all_of(name.begin(), name.end(), [&](wchar_t c) { return isDigit(c) || isLetter(c); });
 }

@@ -25,8 +25,7 @@ TEST_F(Verbs, WrongWordsEndWithOneLineThatSaysWhy) {
       {{"new", path("x"), "P.PRT", "--param", "A:Real=1"},
        "kelvane: 'A:Real=1': the type is one of String, Integer, Double, Boolean\n"},
       {{"new", path("x"), "P.PRT", "--param", "A=1", "--param", "a=2"}, "kelvane: parameter 'A' is given twice\n"},
-      {{"new", path("x"), "P.PRT", "--box", "1,2"},
-       "kelvane: --box takes three sides over 0, as 80,40,5; not '1,2'\n"},
+      {{"new", path("x"), "P.PRT", "--box", "1,2"}, "kelvane: --box takes three sides over 0, as 80,40,5; not '1,2'\n"},
       {{"new", path("x"), "A.ASM", "--box", "1,2,3"}, "kelvane: --box: only a part has a body of its own\n"},
   };
   for (const Case& c : cases) {
@@ -61,8 +60,8 @@ TEST_F(Verbs, PackedPackageDependsOnItsContentAlone) {
   std::filesystem::copy(example("packages/standards"), path("b"), std::filesystem::copy_options::recursive);
   std::filesystem::remove_all(path("b/models"));  // pack adds the readme
   file("b/.git/config", "no part of it");
-  std::filesystem::last_write_time(path("b/system/index.kvane"), std::filesystem::file_time_type::clock::now() -
-                                                                     std::chrono::hours(1000));
+  std::filesystem::last_write_time(path("b/system/index.kvane"),
+                                   std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000));
   EXPECT_EQ(0, kelvane({"pack", path("a"), path("a.kvz")}).code);
   EXPECT_EQ(0, kelvane({"pack", path("b"), path("b")}).code);
   EXPECT_NE("", readBytes(path("a.kvz")));

@@ -219,6 +219,10 @@ void World::choose(const std::string& list) {
 void World::run(const std::string& list) {
   if (!core::pluginState().toolOpen) openTool();
   choose(list);
+  pressStart();
+}
+
+void World::pressStart() {
   session_->ui().press(core::pluginState().dialogName, "kvaneStart");
   session_->settle();
 }

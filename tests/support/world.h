@@ -94,6 +94,8 @@ class World {
   void endSession() { session_.reset(); }
   // Selects a list in the open tool.
   void choose(const std::string& list);
+  // Presses start and lets the session settle.
+  void pressStart();
   // Opens the tool where it isn't, selects the list, presses start, lets the session settle.
   void run(const std::string& list);
   // All of it for one part: start, open, run.

@@ -240,6 +240,13 @@ std::size_t editDistance(std::wstring_view a, std::wstring_view b) {
   return row[b.size()];
 }
 
+// Number of letters with which both begin; of keys equally near the one that begins alike is meant.
+std::size_t sameStart(std::wstring_view a, std::wstring_view b) {
+  std::size_t count = 0;
+  while (count < a.size() && count < b.size() && text::lower(a[count]) == text::lower(b[count])) ++count;
+  return count;
+}
+
 }  // namespace
 
 std::span<const ActionRow> actionTable() {
@@ -259,12 +266,12 @@ const ActionRow* findAction(std::wstring_view key) {
 
 std::wstring_view nearestAction(std::wstring_view key) {
   // A third of the letters may be wrong; what is further away is another word.
-  std::size_t best = key.size() / 3 + 1;
+  std::size_t best = key.size() / 3;
   std::wstring_view nearest;
   if (key.size() >= text::kTypeSize) return nearest;
   for (const ActionRow& row : actionTable()) {
     const std::size_t distance = editDistance(key, row.key);
-    if (distance >= best) continue;
+    if (distance > best || (distance == best && sameStart(key, row.key) <= sameStart(key, nearest))) continue;
     best = distance;
     nearest = row.key;
   }

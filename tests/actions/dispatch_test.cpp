@@ -1,8 +1,8 @@
 // From a task's `type` to what happens.
+#include "engine/dispatch.h"
 #include "actions/action_fixture.h"
 #include "core/state.h"
 #include "core/xml.h"
-#include "engine/dispatch.h"
 
 namespace test {
 namespace {

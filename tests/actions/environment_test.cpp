@@ -3,8 +3,8 @@
 
 #include "actions/action_fixture.h"
 #include "core/xml.h"
-#include "engine/dispatch.h"
 #include "creo/ProUtil.h"
+#include "engine/dispatch.h"
 #include "engine/variables.h"
 
 namespace test {

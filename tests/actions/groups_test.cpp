@@ -61,8 +61,14 @@ TEST_F(Groups, NestWithTheirNumbersInTheLog) {
 }
 
 TEST_F(Groups, RefuseToNestWithoutEnd) {
-  std::string list = count("DEEP");
-  for (int i = 0; i < 3000; ++i) list = group("", list);
+  const std::string whole = group("", count("DEEP"));
+  const std::size_t inner = whole.find("<subtasks>") + 10;
+  std::string list, closing;
+  for (int i = 0; i < 3000; ++i) {
+    list += whole.substr(0, inner);
+    closing += "</subtasks></task>";
+  }
+  list += count("DEEP") + closing;
   run(list + count("AFTER"));
   EXPECT_TRUE(world.logHas(L"Groups nested deeper than 64 levels aren't carried out"));
   EXPECT_EQ(nullptr, engine::userVariables().find(L"DEEP"));

@@ -84,12 +84,12 @@ void RunWatch::finishModel(const std::string& row) {
     worked.document = labelOf(*session_.models().find(model.value)->document);
     worked.failed = !keepHistory(model.value, worked.document);
   }
+  followLog();
   compareSaved();
   const bool changed = changes_.contains(worked.document);
   const std::string outcome = worked.failed ? "failed" : changed ? "changed" : "unchanged";
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
   worked_.push_back(std::move(worked));
-  followLog();
   progress_.step(static_cast<int>(done_), row, outcome);
   stopIfAsked();
 }

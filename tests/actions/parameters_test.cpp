@@ -137,6 +137,7 @@ TEST_F(FamilyParameter, BecomesAColumnOfTheGeneric) {
 
 TEST_F(FamilyParameter, LeavesInstancesAloneWhenAsked) {
   world.config("kvd_filter_inst=1");
+  world.config("kvd_filter_curmod=1");
   EXPECT_EQ(
       L"B0 Add model parameter|W:Model is a instance, action is canceled|"
       L"B1 Add model parameter|Model is a instance|Try to create parameter:GRADE|Parameter created",

@@ -57,6 +57,11 @@ TEST_F(Log, LinesSayLevelPlaceActionAndModel) {
       world_.log());
 }
 
+TEST_F(Log, TheFileHasCrLfAndUtf8) {
+  logWrite(L"Gr\u00f6\u00dfe", core::kTitle);
+  EXPECT_EQ("9 Gr\xC3\xB6\xC3\x9F" "e\r\n", test::readBytes(World::machine(pluginState().logFile)));
+}
+
 TEST_F(Log, DebugLinesReachTheFileOnlyWhenAskedFor) {
   pluginState().loglevel = 8;
   logWrite(L"hidden", core::kDebug);

@@ -48,7 +48,7 @@ class History : public testing::Test {
 
 TEST_F(History, EachRunAddsARecord) {
   engine::writeHistory(pin);
-  EXPECT_EQ(L"n=1 standards.kvz clean.xml 01.02.2024 10:30 00:00:00:00:00:0 tester OSTELO Works", slots(1));
+  EXPECT_EQ(L"n=1 standards.kvz clean.xml 01.02.2024 10:30 00:00:00:00:00:00 tester OSTELO Works", slots(1));
   engine::writeHistory(pin);
   EXPECT_EQ(L"2", slots(2).substr(2, 1));
   ASSERT_EQ(ProNoError, ProMdlSave(pin));
@@ -62,8 +62,8 @@ TEST_F(History, TheTextMarksTheChosenListAndPadsItsColumns) {
   os::setEnvironment(L"username", L"");
   engine::writeHistory(pin);
   EXPECT_EQ(
-      L"n=2 standards.kvz clean.xml 01.02.2024 10:30 00:00:00:00:00:0 tester OSTELO Works"
-      L" standards.kvz other.xml 03.04.2024 11:00 00:00:00:00:00:0 OSTELO Works",
+      L"n=2 standards.kvz clean.xml 01.02.2024 10:30 00:00:00:00:00:00 tester OSTELO Works"
+      L" standards.kvz other.xml 03.04.2024 11:00 00:00:00:00:00:00 OSTELO Works",
       slots(2));
   const std::wstring package = L"standards.kvz" + std::wstring(37, L' '), gap(6, L' ');
   const std::wstring padding(41, L' ');

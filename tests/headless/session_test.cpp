@@ -240,9 +240,9 @@ TEST_F(SessionOfModels, MessageFilesAndSettings) {
   EXPECT_EQ(ProNotFound, ProMessageDisplay(L"none.txt", "KVD Two", L""));
   EXPECT_EQ(ProNotFound, ProInputFileRead({}, L"d:\\none.pro", ProInputFileType::configuration));
   EXPECT_EQ(ProNoError, ProInputFileRead({}, L"d:\\config.pro", ProInputFileType::configuration));
-  const ConfigOptions& options = session().state().configuration;
-  EXPECT_EQ((std::vector<std::wstring>{L"d:\\a", L"d:\\b c"}), options.values(L"Search_Path"));
-  EXPECT_EQ(std::vector<std::wstring>{L""}, options.values(L"bare"));
+  const ConfigOptions& settings = session().state().configuration;
+  EXPECT_EQ((std::vector<std::wstring>{L"d:\\a", L"d:\\b c"}), settings.values(L"Search_Path"));
+  EXPECT_EQ(std::vector<std::wstring>{L""}, settings.values(L"bare"));
   EXPECT_EQ(L"d:\\text\\", ProToolkitApplTextPathGet().value);
   EXPECT_EQ(ProNotFound, ProServerActiveGet().error);
 }

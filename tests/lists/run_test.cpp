@@ -90,7 +90,7 @@ TEST(Run, OneChosenRowOpensNoWindow) {
   world.choose("say.xml");
   world.session().ui().press("kvanerunner", "SelectNoneBtn_MenuRMBChooser");
   world.session().ui().setCheck("kvanerunner", "SHAFT.PRT_cb", true);
-  world.run("say.xml");
+  world.pressStart();
   EXPECT_EQ(L"work now on SHAFT.PRT\n", linesWith(world, L"work now on"));
   EXPECT_EQ(0, world.session().calls("ProObjectwindowCreate"));
 }
@@ -120,7 +120,7 @@ TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
   world.openTool();
   world.choose("say.xml");
   world.session().failNext("ProMdlRetrieve", ProNotFound);
-  world.run("say.xml");
+  world.pressStart();
   EXPECT_TRUE(world.logHas(L"Can't retrieve model"));
   EXPECT_EQ(L"work now on SHAFT.PRT\nwork now on GEARBOX.ASM\n", linesWith(world, L"work now on"));
   EXPECT_TRUE(world.logHas(L"9 Run finished"));

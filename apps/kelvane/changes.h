@@ -20,7 +20,7 @@ struct ModelChanges {
 
 // By content, history aside.
 ModelChanges compared(std::string model, std::string_view before, std::string_view after);
-// "SHAFT.PRT: parameters/MASS/value: 2.5 -> 3", "SHAFT.PRT: + parameters/NORM: {...}", "SHAFT.PRT: - ...".
+// "SHAFT.PRT: parameters/MASS/value: 2.5 -> 3", "SHAFT.PRT: + parameters/NORM/value: WN-100", "SHAFT.PRT: - ...".
 void show(Console& console, const ModelChanges& changes);
 
 }  // namespace kelvane

@@ -11,8 +11,7 @@ namespace {
 
 std::string described(const PackageSource& package, const std::string& list) {
   const std::string info = "actionlists/" + list + "info";
-  const std::vector<std::string> members = package.members();
-  if (!std::binary_search(members.begin(), members.end(), info)) return {};
+  if (!package.has(info)) return {};
   return text::toUtf8(text::trimmed(text::fromTextFile(package.read(info))));
 }
 

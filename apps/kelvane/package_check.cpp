@@ -1,7 +1,5 @@
 #include "kelvane/package_check.h"
 
-#include <set>
-
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
@@ -150,11 +148,9 @@ class Document {
 };
 
 void checkMembers(const PackageSource& package, std::vector<Finding>& findings) {
-  const std::vector<std::string> members = package.members();
-  const std::set<std::string> there(members.begin(), members.end());
-  if (!there.contains(kPackageIndex)) findings.push_back({kPackageIndex, 0, "it is missing; it holds the description"});
+  if (!package.has(kPackageIndex)) findings.push_back({kPackageIndex, 0, "it is missing; it holds the description"});
   for (const auto& [mark, content] : folderMarks()) {
-    if (!there.contains(mark)) findings.push_back({mark, 0, "it is missing; 'kelvane pack' adds it"});
+    if (!package.has(mark)) findings.push_back({mark, 0, "it is missing; 'kelvane pack' adds it"});
   }
   if (actionLists(package).empty()) findings.push_back({"actionlists", 0, "there is no action list"});
 }

@@ -1,7 +1,8 @@
 // Notes which files a run writes.
 #pragma once
 
-#include <set>
+#include <map>
+#include <unordered_map>
 
 #include "os/files_wrapper.h"
 #include "text/letters.h"
@@ -31,23 +32,26 @@ class RecordedFiles : public os::FilesWrapper {
     return error;
   }
 
-  void forgetAll() { written_.clear(); }
+  void forgetAll() { places_.clear(); }
   // Each once, in the order of their first writing; what was removed again isn't among them.
-  [[nodiscard]] const std::vector<std::wstring>& written() const { return written_; }
+  [[nodiscard]] std::vector<std::wstring> written() const {
+    std::map<std::size_t, std::wstring> ordered;
+    for (const auto& [path, place] : places_) ordered.emplace(place, path);
+    std::vector<std::wstring> paths;
+    for (auto& [place, path] : ordered) paths.push_back(std::move(path));
+    return paths;
+  }
 
  private:
-  static auto same(std::wstring_view path) {
-    return [path](const std::wstring& other) { return text::equalNoCase(path, other); };
-  }
   std::error_code noted(std::wstring_view path, std::error_code error) {
-    const bool known = std::any_of(written_.begin(), written_.end(), same(path));
-    if (!error && !known) written_.emplace_back(path);
+    if (!error && places_.try_emplace(std::wstring(path), next_).second) ++next_;
     return error;
   }
-  void forget(std::wstring_view path) { std::erase_if(written_, same(path)); }
+  void forget(std::wstring_view path) { places_.erase(std::wstring(path)); }
 
   std::shared_ptr<os::Files> owned_;
-  std::vector<std::wstring> written_;
+  std::unordered_map<std::wstring, std::size_t, text::HashNoCase, text::EqualNoCase> places_;
+  std::size_t next_ = 0;
 };
 
 }  // namespace kelvane

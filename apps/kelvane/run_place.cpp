@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <set>
 
+#include "core/xml.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_place.h"
@@ -56,6 +57,14 @@ std::string modelsFolder(const RunOptions& options) {
   return options.into;
 }
 
+// A list that can't be read would run nothing and still count as having been run.
+void requireReadable(const PackageSource& package, const std::string& list) {
+  const std::string member = "actionlists/" + list;
+  const core::XmlLoaded loaded = core::xmlParse(text::fromTextFile(package.read(member)));
+  if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
+  if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
+}
+
 void makeFolders(const std::string& work) {
   for (const char* name : {"packages", "temp", "temp/conf"}) {
     std::error_code error;
@@ -71,6 +80,7 @@ RunPlace prepareRun(const RunOptions& options) {
   const std::unique_ptr<PackageSource> package = openPackage(options.package);
   place.package = packageFileName(options.package);
   place.list = chosenName(options.list, actionLists(*package), "list");
+  requireReadable(*package, place.list);
   if (!options.filter.empty()) place.filter = chosenName(options.filter, filters(*package), "filter");
   const std::string config = configText(options);
 

@@ -42,8 +42,12 @@ void RunWatch::begin(std::vector<std::string> rows) {
 
 void RunWatch::message(const std::wstring& text) {
   // A document that can't be read or written; all other lines are in the log or the events.
-  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) console_.trouble("error: " + readable(text));
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) tellTrouble(readable(text));
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
+}
+
+void RunWatch::tellTrouble(const std::string& line) {
+  if (told_.insert(line).second) console_.trouble("error: " + line);
 }
 
 void RunWatch::operation(std::string_view name, int result, long long nanoseconds) {
@@ -51,6 +55,7 @@ void RunWatch::operation(std::string_view name, int result, long long nanosecond
 }
 
 void RunWatch::saved(const headless::SavedDocument& document) {
+  if (options_.readOnly) return;
   const std::string name = label(document.name, document.type);
   Document& known = saved_[name];
   if (known.firstVersion == 0) known.firstVersion = document.version;
@@ -84,12 +89,12 @@ void RunWatch::finishModel(const std::string& row) {
     worked.document = labelOf(*session_.models().find(model.value)->document);
     worked.failed = !keepHistory(model.value, worked.document);
   }
+  followLog();
   compareSaved();
   const bool changed = changes_.contains(worked.document);
   const std::string outcome = worked.failed ? "failed" : changed ? "changed" : "unchanged";
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
   worked_.push_back(std::move(worked));
-  followLog();
   progress_.step(static_cast<int>(done_), row, outcome);
   stopIfAsked();
 }

@@ -21,6 +21,8 @@ class RunWatch : public headless::SessionObserver {
  public:
   RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events);
 
+  // An error line, once only.
+  void tellTrouble(const std::string& line);
   // The rows that are about to be worked, in the run's order.
   void begin(std::vector<std::string> rows);
   // The run is over: what came behind the last model, and the models that never had their turn.
@@ -70,6 +72,7 @@ class RunWatch : public headless::SessionObserver {
   std::vector<Worked> worked_;
   std::map<std::string, Document> saved_;  // by label of the document
   std::set<std::string> uncompared_;
+  std::set<std::string> told_;
   std::set<std::wstring> paths_;
   std::map<std::string, ModelChanges> changes_;
   int shownErrors_ = 0, hiddenErrors_ = 0;

@@ -35,6 +35,16 @@ struct RunFiles {
   RunFiles& operator=(const RunFiles&) = delete;
 };
 
+// "write d:\\a.csv" and "rename d:\\a to d:\\b" with the machine's paths.
+std::string withheldLine(const std::wstring& line) {
+  const std::size_t blank = line.find(L' ');
+  const std::string verb = text::toUtf8(line.substr(0, blank)) + " ";
+  const std::wstring rest = line.substr(blank + 1);
+  const std::size_t to = rest.find(L" to ");
+  if (verb != "rename " || to == rest.npos) return verb + shown(rest);
+  return verb + shown(rest.substr(0, to)) + " to " + shown(rest.substr(to + 4));
+}
+
 headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
   headless::SessionOptions session;
   session.modelFolder = place.models;
@@ -55,14 +65,15 @@ class RunWork {
     std::vector<ModelFileName> starts;
     for (const std::string& start : options_.starts) starts.push_back(graph.start(start));
     const ModelGraph::Trouble trouble = graph.trouble(starts);
-    tellTrouble(trouble);
     if (starts.empty()) starts = graph.starts();
-    if (starts.empty()) {
-      console_.note("there is no model in " + shown(place_.models));
-      return finish(0);
-    }
     headless::Session session(sessionOptions(options_, place_));
     RunWatch watch(session, options_, console_, events_);
+    tellTrouble(trouble, watch);
+    if (starts.empty()) {
+      console_.note("no model is left to work");
+      return finish(0);
+    }
+    console_.passing("reading the models");
     session.trace(options_.trace && events_.on());
     const int code = drive(session, watch, starts);
     session.observe(nullptr);
@@ -70,9 +81,9 @@ class RunWork {
   }
 
  private:
-  void tellTrouble(const ModelGraph::Trouble& trouble) {
+  void tellTrouble(const ModelGraph::Trouble& trouble, RunWatch& watch) {
     for (const std::string& line : trouble.damaged) {
-      console_.trouble("error: " + line);
+      watch.tellTrouble(line);
       if (events_.on()) events_.tell("model", {{"fault", line}, {"outcome", "failed"}});
     }
     for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
@@ -130,8 +141,7 @@ class RunWork {
     if (options_.dryRun) {
       for (const auto& [name, changes] : watch.changes()) show(console_, changes);
       for (const std::wstring& line : files_.dry->withheld()) {
-        const std::size_t blank = line.find(L' ');
-        console_.result("would " + text::toUtf8(line.substr(0, blank)) + " " + shown(line.substr(blank + 1)));
+        console_.result("would " + withheldLine(line));
       }
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_);

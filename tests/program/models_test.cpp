@@ -58,11 +58,12 @@ TEST_F(ModelVerbs, DiffComparesContentAlone) {
   EXPECT_EQ(1, ended.code);
   EXPECT_EQ(
       "CHANGED.PRT: parameters/MASS/value: 2.5 -> 3.0\n"
-      "CHANGED.PRT: + parameters/NEU: {\"name\": \"NEU\", \"type\": \"string\", \"value\": \"y\"}\n"
-      "CHANGED.PRT: - parameters/OLD: {\"name\": \"OLD\", \"type\": \"string\", \"value\": \"x\"}\n"
+      "CHANGED.PRT: + parameters/NEU/name: NEU\nCHANGED.PRT: + parameters/NEU/type: string\n"
+      "CHANGED.PRT: + parameters/NEU/value: y\nCHANGED.PRT: - parameters/OLD/name: OLD\n"
+      "CHANGED.PRT: - parameters/OLD/type: string\nCHANGED.PRT: - parameters/OLD/value: x\n"
       "GONE.PRT: is gone\nNEW.PRT: is new\n",
       ended.out);
-  EXPECT_EQ("CHANGED.PRT  3\nGONE.PRT     gone\nNEW.PRT      new\n3 models differ\n",
+  EXPECT_EQ("CHANGED.PRT  7\nGONE.PRT     gone\nNEW.PRT      new\n3 models differ\n",
             kelvane({"diff", models(), other, "--stat"}).out);
   EXPECT_THAT(kelvane({"diff", models(), other, "--json"}).out,
               testing::HasSubstr("\"path\": \"parameters/MASS/value\""));

@@ -15,8 +15,10 @@ class RunTrouble : public RunFixture {};
 TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
   part(L"PLATE");
   file("config/readme", "no configuration");
+  file("standards/actionlists/empty.xml", "");
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-      {{"norn"}, "there is no list 'norn'; did you mean 'norm'?; there are norm, unsaved"},
+      {{"norn"}, "there is no list 'norn'; did you mean 'norm'?; there are empty, norm, unsaved"},
+      {{"empty"}, "actionlists/empty.xml: it holds no element"},
       {{"norm", "--filter", "x"}, "there is no filter 'x'; the package has none"},
       {{"norm", "--start", "PLAT.PRT"}, "--start: there is no model PLAT.PRT; did you mean 'PLATE.PRT'?"},
       {{"norm", "--set", "kvd_log_levl=8"}, "--set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?"},

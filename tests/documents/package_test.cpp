@@ -284,7 +284,7 @@ TEST(PackageChoosers, WithoutPackagesOrListsOrTheFolderTheLinesSaySo) {
   fs::remove(world.packages() + "/standards.kvz");
   EXPECT_EQ(1, documents::listPackages());
   EXPECT_TRUE(world.logHas(L"0 NO KVZ FILES FOUND"));
-  EXPECT_TRUE(world.logHas(L"NO KVZ FILES FOUND\r\n2(ERR)"));
+  EXPECT_TRUE(world.logHas(L"NO KVZ FILES FOUND\n2(ERR)"));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> No kvz files found"));
   fs::remove_all(world.packages());
   EXPECT_EQ(-1, documents::listPackages());

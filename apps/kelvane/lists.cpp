@@ -11,16 +11,14 @@ namespace {
 
 std::string described(const PackageSource& package, const std::string& list) {
   const std::string info = "actionlists/" + list + "info";
-  const std::vector<std::string> members = package.members();
-  if (!std::binary_search(members.begin(), members.end(), info)) return {};
+  if (!package.has(info)) return {};
   return text::toUtf8(text::trimmed(text::fromTextFile(package.read(info))));
 }
 
 class Lists : public Verb {
  public:
   std::vector<OptionRow> options() override {
-    return {{"package", "PACKAGE", "a .kvz, or a folder of that layout", &package_},
-            {"--json", "", "as JSON", &json_}};
+    return {{"package", "PACKAGE", "a .kvz, or a folder of that layout", &package_}, {"--json", "", "as JSON", &json_}};
   }
   int run(Console& console) override {
     const std::unique_ptr<PackageSource> package = openPackage(package_);
@@ -45,7 +43,8 @@ class Lists : public Verb {
       name.resize(width, ' ');
       std::string indented = text::replaceAll(list["description"].get<std::string>(), "\r\n", "\n");
       indented = text::replaceAll(indented, "\n", "\n" + std::string(width + 2, ' '));
-      console.result(indented.empty() ? list["list"].get<std::string>() : console.inked(Ink::bold, name) + "  " + indented);
+      console.result(indented.empty() ? list["list"].get<std::string>()
+                                      : console.inked(Ink::bold, name) + "  " + indented);
     }
   }
 

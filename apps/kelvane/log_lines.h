@@ -8,9 +8,9 @@
 namespace kelvane {
 
 struct LogLine {
-  int level = 0;           // 0 normal, 1 warning, 2 error, 3 filter note, 8 debug, 9 title
-  std::size_t depth = 0;   // in the tree
-  std::wstring text;       // without level and indent; warnings and errors keep "(WAR) B2 ..."
+  int level = 0;          // 0 normal, 1 warning, 2 error, 3 filter note, 8 debug, 9 title
+  std::size_t depth = 0;  // in the tree
+  std::wstring text;      // without level and indent; warnings and errors keep "(WAR) B2 ..."
 };
 
 // Lines that don't begin with a level belong to no tree and are left out.

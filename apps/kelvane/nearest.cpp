@@ -24,18 +24,27 @@ std::size_t edits(std::string_view a, std::string_view b) {
   return last[b.size()];
 }
 
+// Letters that two words share at their start: people cut words short more often than they begin them wrong.
+std::size_t sharedStart(std::string_view a, std::string_view b) {
+  return static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
+}
+
 }  // namespace
 
 std::string nearest(std::string_view wrong, std::span<const std::string> known) {
   const std::string lower = text::lower(wrong);
   std::size_t most = std::max<std::size_t>(1, wrong.size() / 3);
+  std::size_t mostShared = 0;
   std::string best;
   for (const std::string& word : known) {
     const std::size_t longer = std::max(word.size(), wrong.size());
     if (longer - std::min(word.size(), wrong.size()) > most) continue;
-    const std::size_t distance = edits(lower, text::lower(word));
-    if (distance < most || (distance == most && best.empty())) {
+    const std::string lowerWord = text::lower(word);
+    const std::size_t distance = edits(lower, lowerWord);
+    const std::size_t shared = sharedStart(lower, lowerWord);
+    if (distance < most || (distance == most && (best.empty() || shared > mostShared))) {
       most = distance;
+      mostShared = shared;
       best = word;
     }
   }

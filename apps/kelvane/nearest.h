@@ -8,7 +8,7 @@
 namespace kelvane {
 
 // The word with the fewest edits (insert, delete, replace, swap of neighbours; case is no difference), if they are at
-// most a third of the length; the first of equals. Empty when none is near.
+// most a third of the length; of equals the one that shares the longer start, then the first. Empty when none is near.
 std::string nearest(std::string_view wrong, std::span<const std::string> known);
 // "; did you mean 'x'?", or nothing.
 std::string didYouMean(std::string_view wrong, std::span<const std::string> known);

@@ -1,7 +1,5 @@
 #include "kelvane/package_check.h"
 
-#include <set>
-
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
@@ -54,7 +52,14 @@ class Document {
     if (list.filter) checkFilter(*list.filter);
   }
   void checkFilterFile() {
-    if (loaded_) checkFilter(*loaded_.document->root());
+    if (!loaded_) return;
+    const XmlNode& root = *loaded_.document->root();
+    checkFilter(root);
+    core::xmlEachChild(root, [this](const XmlNode& element) {
+      if (element.name == L"filter" || element.name == L"root") return;
+      add(element,
+          "element '" + text::toUtf8(element.name) + "' is never read; a filter's element is 'root' or 'filter'");
+    });
   }
 
  private:
@@ -79,7 +84,8 @@ class Document {
   }
 
   void checkAction(const XmlNode& task, const std::string& type, const engine::ActionRow& row) {
-    if (type == "openXLSReport") return add(task, "action 'openXLSReport' was removed; 'openCSVReport' takes its place");
+    if (type == "openXLSReport")
+      return add(task, "action 'openXLSReport' was removed; 'openCSVReport' takes its place");
     if (type == "editModelParameterFromPrueftrail") return add(task, "action '" + type + "' was removed");
     if (row.group == engine::Group::knownEmpty) return add(task, "action '" + type + "' does nothing");
     if (!row.function) return add(task, "action '" + type + "' isn't carried out by this version");
@@ -142,11 +148,9 @@ class Document {
 };
 
 void checkMembers(const PackageSource& package, std::vector<Finding>& findings) {
-  const std::vector<std::string> members = package.members();
-  const std::set<std::string> there(members.begin(), members.end());
-  if (!there.contains(kPackageIndex)) findings.push_back({kPackageIndex, 0, "it is missing; it holds the description"});
+  if (!package.has(kPackageIndex)) findings.push_back({kPackageIndex, 0, "it is missing; it holds the description"});
   for (const auto& [mark, content] : folderMarks()) {
-    if (!there.contains(mark)) findings.push_back({mark, 0, "it is missing; 'kelvane pack' adds it"});
+    if (!package.has(mark)) findings.push_back({mark, 0, "it is missing; 'kelvane pack' adds it"});
   }
   if (actionLists(package).empty()) findings.push_back({"actionlists", 0, "there is no action list"});
 }

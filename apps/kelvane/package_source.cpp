@@ -16,6 +16,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+struct LessNoCase {
+  bool operator()(const std::string& a, const std::string& b) const { return text::lower(a) < text::lower(b); }
+};
+template <class T>
+using ByMember = std::map<std::string, T, LessNoCase>;
+
+template <class T>
+std::vector<std::string> namesOf(const ByMember<T>& members) {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : members) names.push_back(name);
+  return names;
+}
+
 // What would not stay in the package's folder, here or on a system with letters and backslashes.
 bool isHostile(const std::string& member) {
   if (member.front() == '/' || member.find_first_of("\\:") != member.npos) return true;
@@ -32,11 +45,8 @@ class ZipPackage : public PackageSource {
     if (members_.empty()) throw Fault(path + " holds no files");
   }
 
-  [[nodiscard]] std::vector<std::string> members() const override {
-    std::vector<std::string> names;
-    for (const auto& [name, index] : members_) names.push_back(name);
-    return names;
-  }
+  [[nodiscard]] std::vector<std::string> members() const override { return namesOf(members_); }
+  [[nodiscard]] bool has(const std::string& member) const override { return members_.contains(member); }
 
   [[nodiscard]] std::string read(const std::string& member) const override {
     const std::size_t index = members_.at(member);
@@ -67,7 +77,7 @@ class ZipPackage : public PackageSource {
 
   std::string path_;
   std::unique_ptr<documents::ZipReader> zip_;
-  std::map<std::string, std::size_t> members_;
+  ByMember<std::size_t> members_;
 };
 
 class FolderPackage : public PackageSource {
@@ -82,11 +92,8 @@ class FolderPackage : public PackageSource {
       }
     }
   }
-  [[nodiscard]] std::vector<std::string> members() const override {
-    std::vector<std::string> names;
-    for (const auto& [name, path] : files_) names.push_back(name);
-    return names;
-  }
+  [[nodiscard]] std::vector<std::string> members() const override { return namesOf(files_); }
+  [[nodiscard]] bool has(const std::string& member) const override { return files_.contains(member); }
   [[nodiscard]] std::string read(const std::string& member) const override {
     const fs::path& path = files_.at(member);
     std::ifstream file(path, std::ios::binary);
@@ -96,7 +103,7 @@ class FolderPackage : public PackageSource {
   }
 
  private:
-  std::map<std::string, fs::path> files_;
+  ByMember<fs::path> files_;
 };
 
 std::vector<std::string> filesOf(const PackageSource& package, const std::string& folder) {

@@ -8,11 +8,12 @@
 
 namespace kelvane {
 
-// Members are named as in the zip, "actionlists/clean.xml", and sorted by their bytes.
+// Members are named as in the zip, "actionlists/clean.xml", sorted, and found case-blind.
 class PackageSource {
  public:
   virtual ~PackageSource() = default;
   [[nodiscard]] virtual std::vector<std::string> members() const = 0;
+  [[nodiscard]] virtual bool has(const std::string& member) const = 0;
   // The bytes of a member. A Fault when it is damaged.
   [[nodiscard]] virtual std::string read(const std::string& member) const = 0;
 };

@@ -13,9 +13,12 @@ constexpr zip_uint16_t kMemberDate = (1 << 5) | 1;
 using Content = std::map<std::string, std::string>;
 
 Content contentOf(const PackageSource& source) {
-  Content content = folderMarks();
+  if (!source.has(kPackageIndex)) throw Fault("the package needs a file " + std::string(kPackageIndex));
+  Content content;
   for (const std::string& member : source.members()) content[member] = source.read(member);
-  if (!content.contains(kPackageIndex)) throw Fault("the package needs a file " + std::string(kPackageIndex));
+  for (const auto& [mark, bytes] : folderMarks()) {
+    if (!source.has(mark)) content[mark] = bytes;
+  }
   return content;
 }
 

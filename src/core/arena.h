@@ -19,9 +19,7 @@ class Arena {
     static_assert(std::is_trivially_destructible_v<T>, "an arena runs no destructors");
     return new (take(sizeof(T), alignof(T))) T{};
   }
-  wchar_t* letters(std::size_t count) {
-    return new (take(count * sizeof(wchar_t), alignof(wchar_t))) wchar_t[count];
-  }
+  wchar_t* letters(std::size_t count) { return new (take(count * sizeof(wchar_t), alignof(wchar_t))) wchar_t[count]; }
 
  private:
   static constexpr std::size_t kFirstChunk = 4096;

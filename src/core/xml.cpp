@@ -47,7 +47,12 @@ std::size_t replaceEntities(std::wstring_view raw, wchar_t* out) {
 class Parser {
  public:
   Parser(std::wstring_view text, Arena& arena, StoredNode& document)
-      : begin_(text.data()), at_(begin_), end_(begin_ + text.size()), arena_(arena), last_(&document), current_(&document) {}
+      : begin_(text.data()),
+        at_(begin_),
+        end_(begin_ + text.size()),
+        arena_(arena),
+        last_(&document),
+        current_(&document) {}
 
   // False when a limit is exceeded; fault() then says which, and where.
   bool run() {

@@ -6,17 +6,12 @@
 
 #include "core/xml.h"
 #include "creo/ProTypes.h"
+#include "documents/predicates.h"
 
 namespace documents {
 
 constexpr int kFilterHolds = 0;
 constexpr int kFilterRefuses = 2;
-
-// Predicates' answers. Any other value counts as true; kNotAKey is notHandled.
-constexpr int kFalse = 0;
-constexpr int kTrue = 1;
-constexpr int kNotApplicable = 3;
-constexpr int kNotAKey = -25;
 
 // The gate of each action: the type switches, then, with forEF "true", the filter block. 0 or 2.
 int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::ProMdl model);

@@ -47,6 +47,13 @@ void fillChooser(const std::string& inDialog, const char* chooser, const std::ve
     core::creoLog(L"<KVD> main - Error at fill " + text::fromUtf8(chooser));
 }
 
+// The chosen filter file; empty for none.
+std::string chosenFilter() {
+  const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kFilterDialog, kFilterChooser);
+  if (!chosen || chosen.value.empty() || chosen.value.front() == kNoFilter) return {};
+  return chosen.value.front();
+}
+
 // The first bytes of a text, without the torn character that a cut through UTF-8 leaves.
 std::string_view firstBytes(std::string_view bytes, std::size_t most) {
   if (bytes.size() <= most) return bytes;
@@ -102,8 +109,8 @@ int selectPackage(std::string_view name) {
   }
   readPackageIndex();
   listFilters();
-  // The former package's filter file would go on judging this package's models.
-  engine::forgetGlobalFilter();
+  // The former package's filter file must not go on judging models. A trigger's list brings its own filter.
+  engine::setGlobalFilter(core::pluginState().triggerType == 0 ? chosenFilter() : std::string());
   creo::ProUIOptionmenuSelectednamesSet(dialog(), kListChooser, {lists.value.front()});
   selectActionList(lists.value.front());
   return 0;

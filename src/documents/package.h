@@ -10,7 +10,7 @@ namespace documents {
 
 // Limits against zip bombs.
 constexpr std::uint64_t kMostUnpacked = std::uint64_t{1} << 30;  // bytes
-constexpr unsigned kMostRatio = 1000;                     // unpacked to packed
+constexpr unsigned kMostRatio = 1000;                            // unpacked to packed
 
 // The entry of the filter chooser that stands for none.
 constexpr const char* kNoFilter = "no Filter";

@@ -9,6 +9,12 @@
 
 namespace documents {
 
+// Predicates' answers. Any other value counts as true; kNotAKey is notHandled.
+constexpr int kFalse = 0;
+constexpr int kTrue = 1;
+constexpr int kNotApplicable = 3;
+constexpr int kNotAKey = -25;
+
 struct Predicate {
   std::wstring_view key;
   int (*function)(creo::ProMdl model, const core::XmlNode& item);  // null: not carried out by this version

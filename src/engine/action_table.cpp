@@ -224,22 +224,6 @@ std::vector<ActionRow> buildTable() {
   return table;
 }
 
-// Number of inserted, removed and exchanged letters between two keys, without regard to case.
-std::size_t editDistance(std::wstring_view a, std::wstring_view b) {
-  std::vector<std::size_t> row(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t exchanged = diagonal + (text::lower(a[i - 1]) == text::lower(b[j - 1]) ? 0 : 1);
-      diagonal = row[j];
-      row[j] = std::min({exchanged, row[j] + 1, row[j - 1] + 1});
-    }
-  }
-  return row[b.size()];
-}
-
 }  // namespace
 
 std::span<const ActionRow> actionTable() {
@@ -255,20 +239,6 @@ const ActionRow* findAction(std::wstring_view key) {
   }();
   const auto found = index.find(key);
   return found == index.end() ? nullptr : found->second;
-}
-
-std::wstring_view nearestAction(std::wstring_view key) {
-  // A third of the letters may be wrong; what is further away is another word.
-  std::size_t best = key.size() / 3 + 1;
-  std::wstring_view nearest;
-  if (key.size() >= text::kTypeSize) return nearest;
-  for (const ActionRow& row : actionTable()) {
-    const std::size_t distance = editDistance(key, row.key);
-    if (distance >= best) continue;
-    best = distance;
-    nearest = row.key;
-  }
-  return nearest;
 }
 
 }  // namespace engine

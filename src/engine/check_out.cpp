@@ -11,6 +11,7 @@
 #include "documents/filter.h"
 #include "engine/model_rows.h"
 #include "engine/model_table.h"
+#include "engine/row_name.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -51,8 +52,7 @@ bool hasLocation(creo::ProMdl model) {
 }
 
 void checkOutRow(ModelRows& rows, const Workspace& workspace, const std::string& row) {
-  const std::string extension = row.substr(row.rfind('.') + 1);
-  const creo::ProMdl model = documents::retrieveByFileName(row, text::fromUtf8(extension));
+  const creo::ProMdl model = documents::retrieveByFileName(row, creo::typeExtension(rowType(row)));
   if (!model) return;
   core::creoLog(L"<KVD> sourceData - " + text::fromUtf8(row));
   const auto status = statusOf(workspace, row);

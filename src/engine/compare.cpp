@@ -16,17 +16,19 @@ char folded(char c, char before) {
   return capital ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-// The character at a place with case taken away: ASCII and the three umlauts, in either kind of text.
-wchar_t foldedAt(std::wstring_view text, std::size_t at) {
-  const wchar_t c = text[at];
-  return c < L'A' ? c : text::lower(c);
+// Equality without regard to case, of ASCII letters and the three umlauts. The two cases of each differ in one bit.
+bool sameLetter(std::wstring_view a, std::size_t i, std::wstring_view b, std::size_t j) {
+  return a[i] == b[j] || ((a[i] ^ b[j]) == 0x20 && text::lower(a[i]) == text::lower(b[j]));
 }
-char foldedAt(std::string_view text, std::size_t at) { return folded(text[at], at > 0 ? text[at - 1] : '\0'); }
+bool sameLetter(std::string_view a, std::size_t i, std::string_view b, std::size_t j) {
+  const auto at = [](std::string_view text, std::size_t k) { return folded(text[k], k > 0 ? text[k - 1] : '\0'); };
+  return a[i] == b[j] || ((a[i] ^ b[j]) == 0x20 && at(a, i) == at(b, j));
+}
 
 bool equalFolded(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i)
-    if (foldedAt(a, i) != foldedAt(b, i)) return false;
+    if (!sameLetter(a, i, b, i)) return false;
   return true;
 }
 
@@ -38,7 +40,8 @@ bool equalFolded(std::string_view a, std::string_view b) {
 template <class View>
 bool wildcardMatches(View pattern, View text) {
   std::size_t p = 0, t = 0;
-  std::size_t behindRun = View::npos, runEnd = 0;  // the last run: what follows it in the pattern; where it ends in the text
+  std::size_t behindRun = View::npos,
+              runEnd = 0;  // the last run: what follows it in the pattern; where it ends in the text
   const auto rest = [&](std::size_t at) { return text.size() - at; };
   while (true) {
     if (p == pattern.size()) {
@@ -47,7 +50,7 @@ bool wildcardMatches(View pattern, View text) {
       behindRun = ++p;
       runEnd = t;
       continue;
-    } else if (t < text.size() && foldedAt(pattern, p) == foldedAt(text, t)) {
+    } else if (t < text.size() && sameLetter(pattern, p, text, t)) {
       p += pattern[p] == '*' ? 2 : 1;
       ++t;
       continue;

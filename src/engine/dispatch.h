@@ -38,8 +38,6 @@ struct ActionRow {
 std::span<const ActionRow> actionTable();
 // The row of a key, or null. One hash probe.
 const ActionRow* findAction(std::wstring_view key);
-// The known key that is nearest to a wrong one by edits; empty when none is near.
-std::wstring_view nearestAction(std::wstring_view key);
 
 // Runs one task. The subject takes Creo's current model when it has none.
 Outcome dispatchAction(const core::XmlNode& task, Subject& subject);

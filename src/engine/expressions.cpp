@@ -12,8 +12,13 @@
 namespace engine {
 namespace {
 
-// PCRE's own default: what a plain call decides is decided likewise.
-constexpr unsigned long kMatchLimit = 10'000'000;
+// Steps that a match may take: PCRE's own default, so that what a plain call decides is decided likewise. In a long
+// text a single step can go over the whole of it, so that fewer are allowed.
+constexpr std::size_t kMostSteps = 10'000'000;
+constexpr std::size_t kMostStepsTimesLength = 20'000'000'000;
+// Machine code doesn't count the steps back in repeats of single characters. It is used where these can't be more than
+// this, each repeat and the start taking any place in the text; elsewhere PCRE's interpreter counts all of them.
+constexpr std::size_t kMostUncountedSteps = 10'000'000;
 // Of the interpreter, which takes about half a kilobyte of the stack a level; compiled code has a stack of its own.
 constexpr unsigned long kRecursionLimit = 6000;
 constexpr int kFirstJitStack = 32 * 1024;
@@ -37,24 +42,40 @@ pcre_extra* study(const pcre* code) {
   pcre_extra* extra = pcre_study(code, PCRE_STUDY_JIT_COMPILE | PCRE_STUDY_EXTRA_NEEDED, &reason);
   if (!extra) return nullptr;
   extra->flags |= PCRE_EXTRA_MATCH_LIMIT | PCRE_EXTRA_MATCH_LIMIT_RECURSION;
-  extra->match_limit = kMatchLimit;
   extra->match_limit_recursion = kRecursionLimit;
   pcre_assign_jit_stack(extra, nullptr, jitStack());
   return extra;
 }
 
+std::size_t countRepeats(std::string_view expression) {
+  std::size_t count = 0;
+  for (std::size_t i = 1; i < expression.size(); ++i)
+    if (std::string_view("*+?{").find(expression[i]) != std::string_view::npos && expression[i - 1] != ')') ++count;
+  return count;
+}
+
+bool fewUncountedSteps(std::size_t length, std::size_t repeats) {
+  std::size_t steps = length + 1;
+  for (; repeats > 0 && steps <= kMostUncountedSteps; --repeats) steps *= length + 1;
+  return steps <= kMostUncountedSteps;
+}
+
 }  // namespace
 
 Expression::Expression(const std::string& expression)
-    : code_(compile(expression), [](pcre* code) { pcre_free(code); }),
+    : repeats_(countRepeats(expression)),
+      code_(compile(expression), [](pcre* code) { pcre_free(code); }),
       extra_(code_ ? study(code_.get()) : nullptr, [](pcre_extra* extra) { pcre_free_study(extra); }) {
   if (!extra_) code_.reset();  // without it nothing would bound a match
 }
 
 int Expression::execute(std::string_view text, int options) const {
   if (text.size() > INT_MAX) return PCRE_ERROR_NOMATCH;
+  pcre_extra extra = *extra_;
+  if (!fewUncountedSteps(text.size(), repeats_)) extra.flags &= ~static_cast<unsigned long>(PCRE_EXTRA_EXECUTABLE_JIT);
+  extra.match_limit = std::min(kMostSteps, kMostStepsTimesLength / (text.size() + 1));
   std::array<int, kOffsets> offsets;
-  return pcre_exec(code_.get(), extra_.get(), text.data() ? text.data() : "", static_cast<int>(text.size()), 0, options,
+  return pcre_exec(code_.get(), &extra, text.data() ? text.data() : "", static_cast<int>(text.size()), 0, options,
                    offsets.data(), static_cast<int>(offsets.size()));
 }
 
@@ -90,9 +111,8 @@ UserExpression::UserExpression(std::string between)
 const UserExpression* keptExpression(std::wstring_view pattern) {
   if (pattern.size() < 3) return nullptr;
   static PatternCache<wchar_t, UserExpression> cache;
-  const UserExpression& kept = cache.get(pattern, [](std::wstring_view whole) {
-    return UserExpression(text::toUtf8(whole.substr(1, whole.size() - 2)));
-  });
+  const UserExpression& kept = cache.get(
+      pattern, [](std::wstring_view whole) { return UserExpression(text::toUtf8(whole.substr(1, whole.size() - 2))); });
   return kept.code.compiled() ? &kept : nullptr;
 }
 

@@ -31,6 +31,7 @@ class Expression {
  private:
   int execute(std::string_view text, int options) const;
 
+  std::size_t repeats_;  // how many repeats of single characters it has
   std::unique_ptr<real_pcre, void (*)(real_pcre*)> code_;
   std::unique_ptr<pcre_extra, void (*)(pcre_extra*)> extra_;
 };
@@ -38,7 +39,8 @@ class Expression {
 // "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in the bytes of an expression that is case-blind, and in its texts.
 bool isCaseBlind(std::string_view expression);
 
-// What a user wrote between slashes, compiled: with "(?i)" in it umlauts are folded, here and by the caller in the text.
+// What a user wrote between slashes, compiled: with "(?i)" in it umlauts are folded, here and by the caller in the
+// text.
 struct UserExpression {
   explicit UserExpression(std::string between);
   bool foldsText;

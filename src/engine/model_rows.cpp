@@ -57,10 +57,7 @@ std::wstring shown(const creo::ProParamvalue& value) {
 
 }  // namespace
 
-std::string rowNameOf(std::wstring_view name, creo::ProMdlType type) {
-  if (!lookOf(type)) return {};
-  return text::toUtf8(name).append(".").append(text::toUtf8(creo::typeExtension(type)));
-}
+bool hasRows(creo::ProMdlType type) { return lookOf(type) != nullptr; }
 
 bool ModelRows::check(creo::ProError result, std::wstring_view call) {
   if (result == creo::ProNoError) return true;

@@ -19,8 +19,8 @@ struct ModelRow {
   bool allowed = true;  // false: its history forbids it, it starts unselected and locked
 };
 
-// "BRACKET.PRT"; the whole name, however long it is. Empty for a type that has no rows.
-std::string rowNameOf(std::wstring_view name, creo::ProMdlType type);
+// Parts, assemblies and drawings have rows.
+bool hasRows(creo::ProMdlType type);
 
 class ModelRows {
  public:

@@ -16,6 +16,7 @@
 #include "engine/history.h"
 #include "engine/model_rows.h"
 #include "engine/model_walk.h"
+#include "engine/row_name.h"
 #include "engine/run.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -195,7 +196,7 @@ creo::ProError rebuildModelTable(creo::ProMdl start) {
     setCheck(documents::kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
   enableHighlighting(type.value == creo::ProMdlType::assembly);
 
-  const std::string startRow = rowNameOf(name.value, type.value);
+  const std::string startRow = rowName(name.value, type.value);
   if (t.basis != basis || t.starts.contains(startRow)) t.forgetWalks();
   t.basis = basis;
   t.starts.insert(startRow);
@@ -236,27 +237,28 @@ TypeFilters readTypeFilters() {
   return filters;
 }
 
-void loadGlobalFilter(std::string_view name) {
-  core::creoLog(L"glob Filter");
+void setGlobalFilter(std::string_view name) {
   FilterSource& filter = table().globalFilter;
+  filter = {};
+  table().forgetWalks();
+  if (name.empty()) return;
+  core::creoLog(L"glob Filter");
   const std::wstring path = pathInPackage(L"filters\\", name);
   filter = load(path);
   if (filter.broken)
     core::logWrite(text::format(L"The filter %s can't be read, no model passes it", path), core::kError);
   else
     filter.block = documents::filterFileBlock(*filter.document);
+}
+
+void loadGlobalFilter(std::string_view name) {
+  setGlobalFilter(name);
   refreshModelTable();
 }
 
-void forgetGlobalFilter() {
-  if (globalFilterIsOn()) table().forgetWalks();
-  table().globalFilter = {};
-}
-
 void dropGlobalFilter(creo::ProMdl start) {
-  const bool wasOn = globalFilterIsOn();
-  forgetGlobalFilter();
-  if (wasOn) clearModelTable();
+  setGlobalFilter({});
+  clearModelTable();
   rebuildModelTable(start);
 }
 

@@ -31,10 +31,10 @@ TypeFilters readTypeFilters();
 // Loads a filter file of the package ("parts.xml") for the whole table, clears and rebuilds. A file that can't be read
 // is an error line and refuses every model.
 void loadGlobalFilter(std::string_view name);
-// Without one in force only rebuilds.
+// Forgets it, clears and rebuilds.
 void dropGlobalFilter(creo::ProMdl start);
-// Drops it and leaves the rows as they are.
-void forgetGlobalFilter();
+// Loads it, or with an empty name forgets it, and leaves the rows as they are.
+void setGlobalFilter(std::string_view name);
 // Takes the filter block of an action list ("clean.xml"); clears and rebuilds unless a run is starting.
 void loadListFilter(std::string_view name);
 

@@ -9,6 +9,7 @@
 #include "creo/guards.h"
 #include "documents/predicates.h"
 #include "engine/model_rows.h"
+#include "engine/row_name.h"
 #include "text/format.h"
 
 namespace engine {
@@ -64,10 +65,11 @@ class Walk {
       return;
     }
     if (type.value == creo::ProMdlType::unused) core::creoLog(L"<KVD> UNUSED MODEL");
+    if (!hasRows(type.value)) return;
     const auto name = creo::ProMdlNameGet(step.model);
     if (!name) return;
-    std::string row = rowNameOf(name.value, type.value);
-    if (row.empty() || !visited_.insert(row).second) return;
+    std::string row = rowName(name.value, type.value);
+    if (!visited_.insert(row).second) return;
 
     Frame frame{{std::move(row), step.model, type.value, step.fromDependency}, {}, 0};
     if (type.value != creo::ProMdlType::drawing) addOfSolid(step.model, name.value, frame.next);
@@ -134,8 +136,7 @@ class Walk {
 
   // A model that was met already, or that has no rows, isn't brought into memory for nothing.
   void addDependency(const creo::ProDependency& dependency, std::vector<Step>& next) {
-    const std::string row = rowNameOf(bareName(dependency.name), dependency.type);
-    if (row.empty() || visited_.contains(row)) return;
+    if (!hasRows(dependency.type) || visited_.contains(rowName(bareName(dependency.name), dependency.type))) return;
     if (const auto model = creo::ProMdlRetrieve(dependency.name, dependency.type))
       next.push_back({model.value, true});
     else

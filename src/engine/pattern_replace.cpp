@@ -17,7 +17,8 @@ constexpr std::size_t kNone = std::wstring_view::npos;
 // Where the longest match that begins at a place ends; asked with ascending places.
 class PlainScan {
  public:
-  PlainScan(std::wstring_view pattern, std::wstring_view text) : pattern_(text::lower(pattern)), text_(text::lower(text)) {}
+  PlainScan(std::wstring_view pattern, std::wstring_view text)
+      : pattern_(text::lower(pattern)), text_(text::lower(text)) {}
   std::size_t longestFrom(std::size_t from) const {
     return !pattern_.empty() && text_.compare(from, pattern_.size(), pattern_) == 0 ? from + pattern_.size() : kNone;
   }
@@ -114,7 +115,8 @@ std::size_t behindClass(std::string_view expression, std::size_t at) {
 Sensitivity sensitivityOf(std::string_view expression) {
   constexpr std::string_view kHarmlessEscapes = "dDsSwWnrtfea";
   constexpr std::size_t kGroupsWithOffsets = 80;
-  if (static_cast<std::size_t>(std::count(expression.begin(), expression.end(), '(')) > kGroupsWithOffsets) return kBoth;
+  if (static_cast<std::size_t>(std::count(expression.begin(), expression.end(), '(')) > kGroupsWithOffsets)
+    return kBoth;
   Sensitivity found;
   bool behindQuantifier = false;
   for (std::size_t at = 0; at < expression.size();) {
@@ -168,7 +170,7 @@ class ExpressionScan {
 
  private:
   // What all the tries of one replacement may cost together, in bytes looked at; then nothing matches any more.
-  static constexpr std::int64_t kBudget = 1'000'000'000;
+  static constexpr std::int64_t kBudget = 250'000'000;
   static constexpr std::int64_t kTry = 100;
   static constexpr std::int64_t kUnfinishedTry = 50'000'000;
 

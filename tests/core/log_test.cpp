@@ -57,6 +57,11 @@ TEST_F(Log, LinesSayLevelPlaceActionAndModel) {
       world_.log());
 }
 
+TEST_F(Log, TheFileHasCrLfAndUtf8) {
+  logWrite(L"Gr\u00f6\u00dfe", core::kTitle);
+  EXPECT_EQ("9 Gr\xC3\xB6\xC3\x9F" "e\r\n", test::readBytes(World::machine(pluginState().logFile)));
+}
+
 TEST_F(Log, DebugLinesReachTheFileOnlyWhenAskedFor) {
   pluginState().loglevel = 8;
   logWrite(L"hidden", core::kDebug);
@@ -88,10 +93,10 @@ TEST_F(Log, LongLinesAreCutAndNoPairIsSplit) {
 
 TEST_F(Log, TwoRunsInOneSecondGetTwoFiles) {
   logWrite(L"first", core::kTitle);
-  EXPECT_EQ(L"t:\\kvd_log - tester - 1700000000_1.txt", pluginState().logFile);
+  EXPECT_EQ(L"t:\\kvd_log - tester - 1700000000.txt", pluginState().logFile);
   core::logCloseFile();
   logWrite(L"second", core::kTitle);
-  EXPECT_EQ(L"t:\\kvd_log - tester - 1700000000_2.txt", pluginState().logFile);
+  EXPECT_EQ(L"t:\\kvd_log - tester - 1700000000_1.txt", pluginState().logFile);
   clock_->set(1700000001);
   core::logCloseFile();
   logWrite(L"third", core::kTitle);
@@ -115,13 +120,13 @@ TEST_F(Log, ErrorsMarkAllTheirAncestors) {
   pluginState().showNoWarnings = 0;
   core::logRender();
   EXPECT_EQ(
-      L"Log [kvaneParentErr]\n"
-      L"  Run Body [kvaneParentErr]\n"
-      L"    B0 Save model [kvaneParentErr]\n"
-      L"      step [kvaneParentErr]\n"
-      L"        (ERR) B0 Save model -  - broken [kvaneChildErr]\n"
-      L"    B0 Second [kvaneParentWar]\n"
-      L"      (WAR) B0 Second -  - careful [kvaneChildWar]\n",
+      L"Log (kvaneParentErr)\n"
+      L"  Run Body (kvaneParentErr)\n"
+      L"    B0 Save model (kvaneParentErr)\n"
+      L"      step (kvaneParentErr)\n"
+      L"        (ERR) B0 Save model -  - broken (kvaneChildErr)\n"
+      L"    B0 Second (kvaneParentWar)\n"
+      L"      (WAR) B0 Second -  - careful (kvaneChildWar)\n",
       tree());
 }
 
@@ -132,9 +137,9 @@ TEST_F(Log, AtTheErrorLevelTheTreeHoldsTitlesAndErrors) {
   logWrite(L"broken", core::kError);
   world_.session().ui().choose("kvanerunner", "kvaneLayerLogFilterChooser", "2");
   EXPECT_EQ(
-      L"Log [kvaneParentErr]\n"
-      L"  Run Body [kvaneParentErr]\n"
-      L"    (ERR) B0 Save model -  - broken [kvaneChildErr]\n",
+      L"Log (kvaneParentErr)\n"
+      L"  Run Body (kvaneParentErr)\n"
+      L"    (ERR) B0 Save model -  - broken (kvaneChildErr)\n",
       tree());
 }
 

@@ -169,7 +169,7 @@ TEST(Xml, Files) {
   const os::SurroundingsGuard guard;
   const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "kvd_xml_test";
   std::filesystem::create_directories(folder);
-  os::mounts().set(L'q', folder);
+  os::mounts().set(L'q', folder.string());
   ASSERT_FALSE(os::files().write(L"q:\\list.xml",
                                  "\xEF\xBB\xBF<list name=\"Pr\xC3\xBC"
                                  "fung\"/>"));

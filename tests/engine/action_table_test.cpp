@@ -40,18 +40,5 @@ TEST(ActionTable, CarriesOutWhatTheFamiliesContribute) {
   EXPECT_NE(nullptr, findAction(L"asmFastOpen")->function);
 }
 
-TEST(ActionTable, NamesTheNearestKey) {
-  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-      {L"delModelParameter", L"deleteModelParameter"},
-      {L"savemodel", L"saveModel"},
-      {L"exportStp", L"exportStep"},
-      {L"somethingElse", L""},
-      {L"x", L""},
-      {L"", L""},
-  };
-  for (const auto& [wrong, nearest] : cases) EXPECT_EQ(nearest, nearestAction(wrong)) << text::toUtf8(wrong);
-  EXPECT_EQ(L"", nearestAction(std::wstring(100000, L'a')));
-}
-
 }  // namespace
 }  // namespace engine

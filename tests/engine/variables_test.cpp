@@ -163,8 +163,12 @@ TEST(ReplaceAllText, ReadsAsFarAsItsRoomGoes) {
     std::size_t size;
     const wchar_t* expected;
   } cases[] = {
-      {L"a.b.c", L".", L"--", 20, L"a--b--c"}, {L"aaa", L"aa", L"a", 20, L"aa"}, {L"abc", L"", L"x", 20, L"abc"},
-      {L"a.b.c", L".", L"", 4, L"ab"},         {L"abcd", L"cd", L"x", 4, L"abx"}, {L"abc", L"a", L"xyz", 3, L"xy"},
+      {L"a.b.c", L".", L"--", 20, L"a--b--c"},
+      {L"aaa", L"aa", L"a", 20, L"aa"},
+      {L"abc", L"", L"x", 20, L"abc"},
+      {L"a.b.c", L".", L"", 4, L"ab"},
+      {L"abcd", L"cd", L"x", 4, L"abx"},
+      {L"abc", L"a", L"xyz", 3, L"xy"},
       {L"abc", L"a", L"x", 0, L""},
   };
   for (const auto& row : cases)

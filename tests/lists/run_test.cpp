@@ -90,7 +90,7 @@ TEST(Run, OneChosenRowOpensNoWindow) {
   world.choose("say.xml");
   world.session().ui().press("kvanerunner", "SelectNoneBtn_MenuRMBChooser");
   world.session().ui().setCheck("kvanerunner", "SHAFT.PRT_cb", true);
-  world.run("say.xml");
+  world.pressStart();
   EXPECT_EQ(L"work now on SHAFT.PRT\n", linesWith(world, L"work now on"));
   EXPECT_EQ(0, world.session().calls("ProObjectwindowCreate"));
 }
@@ -120,8 +120,7 @@ TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
   world.openTool();
   world.choose("say.xml");
   world.session().failNext("ProMdlRetrieve", ProNotFound);
-  world.run("say.xml");
-  EXPECT_EQ(1, std::count(world.log().begin(), world.log().end(), L'2') > 0 ? 1 : 0);
+  world.pressStart();
   EXPECT_TRUE(world.logHas(L"Can't retrieve model"));
   EXPECT_EQ(L"work now on SHAFT.PRT\nwork now on GEARBOX.ASM\n", linesWith(world, L"work now on"));
   EXPECT_TRUE(world.logHas(L"9 Run finished"));
@@ -181,7 +180,6 @@ TEST(Run, AnActionOfAnotherVersionIsLeftOutAndTheNextOneRuns) {
                    L"Kelvane User and Kelvane to the newest version\n0   B1 Write To Creo Log\n"));
   EXPECT_FALSE(world.logHas(L"off"));
   EXPECT_TRUE(world.logHas(L"CAN'T FIND THIS FUNCTION, FAILURE IN DLL\n"));
-  EXPECT_EQ(1, std::count(world.log().begin(), world.log().end(), L'L') >= 1 ? 1 : 0);
 }
 
 TEST(Run, BreakpointsStopWhereTheySay) {

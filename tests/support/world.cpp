@@ -219,6 +219,10 @@ void World::choose(const std::string& list) {
 void World::run(const std::string& list) {
   if (!core::pluginState().toolOpen) openTool();
   choose(list);
+  pressStart();
+}
+
+void World::pressStart() {
   session_->ui().press(core::pluginState().dialogName, "kvaneStart");
   session_->settle();
 }
@@ -233,7 +237,11 @@ std::vector<std::string> World::rows() const {
   return creo::ProUITableRownamesGet(core::pluginState().dialogName, engine::kModelTable).value;
 }
 
-std::wstring World::log() const { return os::readText(core::pluginState().logFile).value; }
+std::wstring World::log() const {
+  std::wstring content = os::readText(core::pluginState().logFile).value;
+  std::erase(content, L'\r');
+  return content;
+}
 
 std::wstring World::messages() const {
   std::wstring all;

@@ -94,13 +94,15 @@ class World {
   void endSession() { session_.reset(); }
   // Selects a list in the open tool.
   void choose(const std::string& list);
+  // Presses start and lets the session settle.
+  void pressStart();
   // Opens the tool where it isn't, selects the list, presses start, lets the session settle.
   void run(const std::string& list);
   // All of it for one part: start, open, run.
   void runOn(const std::wstring& name, creo::ProMdlType type, const std::string& list);
 
   [[nodiscard]] std::vector<std::string> rows() const;
-  // Text of the last log; its lines as they stand in the file.
+  // Text of the last log, without the CR of its line ends.
   [[nodiscard]] std::wstring log() const;
   [[nodiscard]] bool logHas(std::wstring_view piece) const { return log().find(piece) != std::wstring::npos; }
   // The message area, a line each.

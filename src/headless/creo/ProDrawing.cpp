@@ -25,4 +25,14 @@ Got<std::vector<ProMdl>> ProDrawingSolidsCollect(ProMdl drawing) {
   });
 }
 
+// A drawing's document doesn't say which of its models is current: it is the first.
+Got<ProMdl> ProDrawingCurrentsolidGet(ProMdl drawing) {
+  return headless::onModel("ProDrawingCurrentsolidGet", drawing, [](State& state, Model& m) -> Got<ProMdl> {
+    if (m.type() != ProMdlType::drawing) return ProBadInputs;
+    const auto used = headless::Models::dependencies(m);
+    if (used.empty()) return ProNotFound;
+    return state.models.retrieve(used.front().name, used.front().type);
+  });
+}
+
 }  // namespace creo

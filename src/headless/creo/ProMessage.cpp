@@ -32,4 +32,14 @@ Got<std::wstring> ProMessageToBuffer(const std::wstring& file, const std::string
   });
 }
 
+Got<int> ProUIMessageDialogDisplay(const std::wstring& title, const std::wstring& text,
+                                   const std::vector<std::wstring>& buttons) {
+  return operation("ProUIMessageDialogDisplay", [&](State& state) -> Got<int> {
+    if (buttons.empty()) return ProBadInputs;
+    const int pressed = state.ui.state().ask({{}, title, text, buttons});
+    if (pressed < 0 || pressed >= static_cast<int>(buttons.size())) return ProBadInputs;
+    return pressed;
+  });
+}
+
 }  // namespace creo

@@ -130,7 +130,7 @@ ProError ProUIProgressbarIntegerSet(const std::string& dialog, const std::string
     Progress& progress = c.progress();
     if (value < progress.minimum || value > progress.maximum) return ProBadInputs;
     progress.value = value;
-    headless::Session::current().progressMoved(value, progress.maximum);
+    if (auto* observer = headless::Session::current().state().observer) observer->progress(value, progress.maximum);
     return ProNoError;
   });
 }

@@ -9,20 +9,29 @@ namespace creo {
 using headless::ask;
 using headless::Cell;
 using headless::change;
+using headless::changeDialog;
 using headless::Component;
 using headless::Dialog;
 using headless::Kind;
-using headless::uiState;
 
 namespace {
+
+// Does `deed` to a table's dialog and the table.
+template <class Deed>
+ProError changeTable(std::string_view operation, const std::string& dialog, const std::string& table, Deed&& deed) {
+  return changeDialog(operation, dialog, [&](Dialog& owner) -> ProError {
+    const auto found = owner.find(table, Kind::table);
+    return found ? deed(owner, found.value->table()) : found.error;
+  });
+}
 
 // Does `deed` to a cell; ProNotFound where row or column isn't there.
 template <class Deed>
 ProError changeCell(std::string_view operation, const std::string& dialog, const std::string& table,
                     const std::string& row, const std::string& column, Deed&& deed) {
-  return change(operation, dialog, table, Kind::table, [&](Component& c) {
-    Cell* cell = c.table().cell(row, column);
-    return cell ? deed(*uiState().find(dialog).value, *cell) : ProNotFound;
+  return changeTable(operation, dialog, table, [&](Dialog& owner, headless::Table& found) {
+    Cell* cell = found.cell(row, column);
+    return cell ? deed(owner, *cell) : ProNotFound;
   });
 }
 
@@ -98,13 +107,13 @@ ProError ProUITableColumnWidthSet(const std::string& dialog, const std::string& 
 }
 
 ProError ProUITableLabelRemove(const std::string& dialog, const std::string& table, const std::string& label) {
-  return change("ProUITableLabelRemove", dialog, table, Kind::table,
-                [&](Component&) { return uiState().find(dialog).value->remove(label, Kind::label); });
+  return changeTable("ProUITableLabelRemove", dialog, table,
+                     [&](Dialog& owner, headless::Table&) { return owner.remove(label, Kind::label); });
 }
 
 ProError ProUITableCheckbuttonRemove(const std::string& dialog, const std::string& table, const std::string& button) {
-  return change("ProUITableCheckbuttonRemove", dialog, table, Kind::table,
-                [&](Component&) { return uiState().find(dialog).value->remove(button, Kind::checkbutton); });
+  return changeTable("ProUITableCheckbuttonRemove", dialog, table,
+                     [&](Dialog& owner, headless::Table&) { return owner.remove(button, Kind::checkbutton); });
 }
 
 Got<std::vector<std::string>> ProUITableSelectednamesGet(const std::string& dialog, const std::string& table) {

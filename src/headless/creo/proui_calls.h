@@ -1,54 +1,57 @@
-// What the operations on components share: the call's first line, and the way to the component.
+// The frames of the operations on dialogs: operation.h's, with the way to the dialog or component.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 
+#include "headless/creo/operation.h"
 #include "headless/proui/ui_state.h"
-#include "headless/session/call.h"
-#include "headless/session/session.h"
 
 namespace headless {
 
-inline Ui::State& uiState() { return Session::current().ui().state(); }
+// Does `deed` to a dialog; gives its result, where it has one. name: a literal.
+template <class Deed>
+creo::ProError changeDialog(std::string_view name, const std::string& dialog, Deed&& deed) {
+  return operation(name, [&](Session::State& state) -> creo::ProError {
+    const auto found = state.ui.state().find(dialog);
+    if (!found) return found.error;
+    if constexpr (std::is_void_v<std::invoke_result_t<Deed, Dialog&>>) {
+      deed(*found.value);
+      return creo::ProNoError;
+    } else {
+      return deed(*found.value);
+    }
+  });
+}
 
-// Does `change` to the component of that kind and gives its result, where it has one. operation: a literal.
-template <class Change>
-creo::ProError change(std::string_view operation, const std::string& dialog, const std::string& component, Kind kind,
-                      Change&& change) {
-  Call call(operation);
-  if (call.failed()) return call.error();
-  const auto found = uiState().find(dialog, component, kind);
-  if (!found) return found.error;
-  if constexpr (std::is_void_v<std::invoke_result_t<Change, Component&>>) {
-    std::forward<Change>(change)(*found.value);
-    return creo::ProNoError;
-  } else {
-    return std::forward<Change>(change)(*found.value);
-  }
+// Does `deed` to the component of that kind; gives its result, where it has one.
+template <class Deed>
+creo::ProError change(std::string_view name, const std::string& dialog, const std::string& component, Kind kind,
+                      Deed&& deed) {
+  return changeDialog(name, dialog, [&](Dialog& owner) -> creo::ProError {
+    const auto found = owner.find(component, kind);
+    if (!found) return found.error;
+    if constexpr (std::is_void_v<std::invoke_result_t<Deed, Component&>>) {
+      deed(*found.value);
+      return creo::ProNoError;
+    } else {
+      return deed(*found.value);
+    }
+  });
 }
 
 // What `read` gives of the component: a value, or a Got of one.
 template <class T, class Read>
-creo::Got<T> ask(std::string_view operation, const std::string& dialog, const std::string& component, Kind kind,
+creo::Got<T> ask(std::string_view name, const std::string& dialog, const std::string& component, Kind kind,
                  Read&& read) {
-  Call call(operation);
-  if (call.failed()) return call.error();
-  const auto found = uiState().find(dialog, component, kind);
-  if (!found) return found.error;
-  return std::forward<Read>(read)(std::as_const(*found.value));
-}
-
-// Does `change` to a dialog.
-template <class Change>
-creo::ProError changeDialog(std::string_view operation, const std::string& dialog, Change&& change) {
-  Call call(operation);
-  if (call.failed()) return call.error();
-  const auto found = uiState().find(dialog);
-  if (found) std::forward<Change>(change)(*found.value);
-  return found.error;
+  return operation(name, [&](Session::State& state) -> creo::Got<T> {
+    const auto found = state.ui.state().find(dialog, component, kind);
+    if (!found) return found.error;
+    return read(std::as_const(*found.value));
+  });
 }
 
 inline Action shared(creo::ProUIAction action) { return std::make_shared<const creo::ProUIAction>(std::move(action)); }

@@ -3,6 +3,10 @@
 #include <algorithm>
 
 #include "headless/proui/ui_state.h"
+#include "headless/session/events.h"
+#include "headless/session/session.h"
+#include "text/encoding.h"
+#include "text/format.h"
 
 namespace headless {
 namespace {
@@ -26,11 +30,19 @@ creo::Got<Component*> Ui::State::find(std::string_view dialog, std::string_view 
 int Ui::State::ask(const Question& question) {
   questions.push_back(question);
   const auto asked = answer;  // it may set another one while it answers
-  return asked ? asked(question) : 0;
+  const int button = asked ? asked(question) : 0;
+  return button > 0 && static_cast<std::size_t>(button) < question.buttons.size() ? button : 0;
 }
 
-void run(std::shared_ptr<Dialog> dialog, Action action, std::string component) {
-  if (action && *action) (*action)(dialog->name(), component);
+creo::ProError run(std::shared_ptr<Dialog> dialog, Action action, std::string component) {
+  if (!action || !*action) return creo::ProNoError;
+  const std::wstring fault = guarded([&] { (*action)(dialog->name(), component); });
+  if (fault.empty()) return creo::ProNoError;
+  if (Session* session = Session::currentOrNull()) {
+    session->showMessage(text::format(L"the action of '%s' in dialog '%s' ended with an exception: %s",
+                                      text::fromUtf8(component), text::fromUtf8(dialog->name()), fault));
+  }
+  return creo::ProGeneralError;
 }
 
 Ui::Ui() : state_(std::make_unique<State>()) {}
@@ -55,16 +67,14 @@ creo::Got<Component*> Ui::usableComponent(const std::string& dialog, const std::
 
 creo::ProError Ui::press(const std::string& dialog, const std::string& button) {
   const auto found = usableComponent(dialog, button, Kind::pushbutton);
-  if (found) run(state_->find(dialog).value, found.value->action, button);
-  return found.error;
+  return found ? run(state_->find(dialog).value, found.value->action, button) : found.error;
 }
 
 creo::ProError Ui::setCheck(const std::string& dialog, const std::string& button, bool on) {
   const auto found = usableComponent(dialog, button, Kind::checkbutton);
   if (!found || found.value->checked == on) return found.error;
   found.value->checked = on;
-  run(state_->find(dialog).value, found.value->action, button);
-  return creo::ProNoError;
+  return run(state_->find(dialog).value, found.value->action, button);
 }
 
 creo::ProError Ui::choose(const std::string& dialog, const std::string& menu, const std::string& name) {
@@ -73,14 +83,12 @@ creo::ProError Ui::choose(const std::string& dialog, const std::string& menu, co
   Choices& choices = found.value->choices();
   if (std::find(choices.names.begin(), choices.names.end(), name) == choices.names.end()) return creo::ProNotFound;
   choices.selected = {name};
-  run(state_->find(dialog).value, found.value->action, menu);
-  return creo::ProNoError;
+  return run(state_->find(dialog).value, found.value->action, menu);
 }
 
 creo::ProError Ui::close(const std::string& dialog) {
   const auto found = state_->find(dialog);
-  if (found) run(found.value, found.value->closeAction, "");
-  return found.error;
+  return found ? run(found.value, found.value->closeAction, "") : found.error;
 }
 
 creo::ProError Ui::selectRows(const std::string& dialog, const std::string& table,
@@ -108,8 +116,7 @@ creo::ProError Ui::onNode(const std::string& dialog, const std::string& tree, co
       touched->selected = true;
       break;
   }
-  run(state_->find(dialog).value, found.value->treeContent().actions[static_cast<std::size_t>(event)], tree);
-  return creo::ProNoError;
+  return run(state_->find(dialog).value, found.value->treeContent().actions[static_cast<std::size_t>(event)], tree);
 }
 
 void Ui::answerQuestions(std::function<int(const Question&)> answer) { state_->answer = std::move(answer); }

@@ -20,11 +20,13 @@ struct Ui::State {
   [[nodiscard]] creo::Got<std::shared_ptr<Dialog>> find(std::string_view dialog) const;
   // The component of a created dialog, as Dialog::find.
   [[nodiscard]] creo::Got<Component*> find(std::string_view dialog, std::string_view component, Kind kind) const;
-  // Records the question and has it answered; 0 without someone who answers.
+  // Records the question and has it answered. The first button, 0, without someone who answers, and for an answer that
+  // is none of its buttons.
   int ask(const Question& question);
 };
 
-// Runs an action, if there is one. Dialog and action live until it returns, whatever it destroys or sets anew.
-void run(std::shared_ptr<Dialog> dialog, Action action, std::string component);
+// Runs an action, if there is one. Dialog and action live until it returns, whatever it destroys or sets anew. An
+// exception that leaves it becomes a line of the message area and gives ProGeneralError.
+creo::ProError run(std::shared_ptr<Dialog> dialog, Action action, std::string component);
 
 }  // namespace headless

@@ -80,8 +80,6 @@ class Session {
   // The lines of the message area since the start.
   [[nodiscard]] const std::vector<std::wstring>& messages() const;
   void showMessage(const std::wstring& text);
-  // A dialog's progress bar moved; told to the observer.
-  void progressMoved(int value, int maximum);
   // Macro steps that the session doesn't know, each once, in order.
   [[nodiscard]] const std::vector<std::wstring>& unknownSteps() const;
   // All steps that ran, in order.

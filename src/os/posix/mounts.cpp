@@ -1,11 +1,10 @@
 // Paths between the system's form and this machine's, where names have one separator, no letters and one spelling.
-#include <dirent.h>
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <memory>
 
 #include "os/paths.h"
+#include "os/posix/folder_names.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -15,34 +14,6 @@ namespace {
 bool isThere(const std::string& path) {
   struct stat found {};
   return ::lstat(path.c_str(), &found) == 0;
-}
-
-// A byte of an UTF-8 name without its case: ASCII, and the second bytes of the three umlauts.
-unsigned char foldedByte(std::string_view name, std::size_t at) {
-  const auto byte = static_cast<unsigned char>(name[at]);
-  if (byte >= 'A' && byte <= 'Z') return static_cast<unsigned char>(byte + 0x20);
-  const bool isUmlaut = at > 0 && name[at - 1] == '\xC3' && (byte == 0x84 || byte == 0x96 || byte == 0x9C);
-  return isUmlaut ? static_cast<unsigned char>(byte + 0x20) : byte;
-}
-
-// Case-blind without decoding, as a folder may hold thousands of names.
-bool isSameName(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t at = 0; at < a.size(); ++at) {
-    if (foldedByte(a, at) != foldedByte(b, at)) return false;
-  }
-  return true;
-}
-
-// The name of an entry of the folder that is `name` case-blind, the first in byte order; empty when there is none.
-std::string spelledOnDisk(const std::string& folder, std::string_view name) {
-  const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.c_str()), &::closedir);
-  std::string best;
-  while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
-    const std::string_view candidate(entry->d_name);
-    if (isSameName(candidate, name) && (best.empty() || candidate < best)) best = candidate;
-  }
-  return best;
 }
 
 std::string withSlash(std::string folder) {

@@ -1,0 +1,29 @@
+#include "kelvane/changes.h"
+
+#include "text/encoding.h"
+
+namespace kelvane {
+
+ModelChanges compared(std::string model, std::string_view before, std::string_view after) {
+  return {std::move(model), Presence::both, headless::compareTexts(before, after, {.history = false})};
+}
+
+void show(Console& console, const ModelChanges& changes) {
+  const std::string head = console.inked(Ink::bold, changes.model) + ": ";
+  if (changes.presence == Presence::onlyBefore) return console.result(head + console.inked(Ink::red, "is gone"));
+  if (changes.presence == Presence::onlyAfter) return console.result(head + console.inked(Ink::green, "is new"));
+  for (const headless::Change& change : changes.changes) {
+    const std::string path = text::toUtf8(change.path);
+    const std::string before = console.inked(Ink::red, text::toUtf8(change.before));
+    const std::string after = console.inked(Ink::green, text::toUtf8(change.after));
+    if (change.before.empty()) {
+      console.result(head + "+ " + path + ": " + after);
+    } else if (change.after.empty()) {
+      console.result(head + "- " + path + ": " + before);
+    } else {
+      console.result(head + path + ": " + before + " -> " + after);
+    }
+  }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,26 @@
+// What two states of a model differ in, as lines. Dry runs, events and the comparison of folders show the same.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "headless/store/compare.h"
+#include "kelvane/console.h"
+
+namespace kelvane {
+
+enum class Presence { both, onlyBefore, onlyAfter };
+struct ModelChanges {
+  std::string model;  // "SHAFT.PRT"
+  Presence presence = Presence::both;
+  std::vector<headless::Change> changes;
+  [[nodiscard]] bool any() const { return presence != Presence::both || !changes.empty(); }
+};
+
+// By content, history aside.
+ModelChanges compared(std::string model, std::string_view before, std::string_view after);
+// "SHAFT.PRT: parameters/MASS/value: 2.5 -> 3", "SHAFT.PRT: + parameters/NORM/value: WN-100", "SHAFT.PRT: - ...".
+void show(Console& console, const ModelChanges& changes);
+
+}  // namespace kelvane

@@ -1,0 +1,13 @@
+// Aligned columns of text.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kelvane {
+
+// One line a row; columns are parted by two blanks, the last one isn't padded, and a line has no blanks at its end.
+// Widths count characters.
+std::vector<std::string> aligned(const std::vector<std::vector<std::string>>& rows);
+
+}  // namespace kelvane

@@ -1,0 +1,35 @@
+// A folder of models as the verbs that only look at it need it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "headless/session/session.h"
+#include "headless/store/folder.h"
+
+namespace kelvane {
+
+// The letter under which a run's models lie.
+constexpr wchar_t kModelsLetter = L'd';
+
+// Mounts the folder as d: and gives it in the system's form, "d:\". A Fault when there is no such folder.
+std::wstring mountModels(const std::string& folder);
+
+struct ModelFileName {
+  std::wstring name;  // upper case
+  creo::ProMdlType type = creo::ProMdlType::unused;
+};
+// "shaft.prt" taken apart; a Fault for what is no model's name.
+ModelFileName modelFileName(const std::string& text);
+// "SHAFT.PRT"
+std::string label(const std::wstring& name, creo::ProMdlType type);
+
+// A session without the plug-in on a folder.
+headless::SessionOptions lookingAt(const std::wstring& folder);
+// The model; a Fault with the session's reason when it can't be had.
+creo::ProMdl retrieved(headless::Session& session, const std::string& nameAndExtension);
+
+// A line of the session as a person reads it: paths of the models' folder without it.
+std::string readable(std::wstring_view message);
+
+}  // namespace kelvane

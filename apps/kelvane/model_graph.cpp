@@ -1,0 +1,98 @@
+#include "kelvane/model_graph.h"
+
+#include "kelvane/fault.h"
+#include "kelvane/nearest.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+bool isWorkable(const headless::FolderDocument& document) {
+  return document.fault.empty() && document.file.type != creo::ProMdlType::manufacturing;
+}
+
+}  // namespace
+
+ModelGraph::ModelGraph(std::vector<headless::FolderDocument> documents) : documents_(std::move(documents)) {
+  for (std::size_t i = 0; i < documents_.size(); ++i) {
+    const headless::DocumentFile& file = documents_[i].file;
+    byKey_[headless::modelKey(file.name, file.type)] = i;
+  }
+  for (std::size_t i = 0; i < documents_.size(); ++i) {
+    for (const auto& instance : documents_[i].instances) {
+      byKey_.try_emplace(headless::modelKey(instance.name, documents_[i].file.type), i);
+    }
+  }
+  uses_.resize(documents_.size());
+  for (std::size_t i = 0; i < documents_.size(); ++i) {
+    for (const creo::ProDependency& used : documents_[i].uses) {
+      const std::size_t target = at(used.name, used.type);
+      if (target != kNone && target != i) uses_[i].push_back(target);
+    }
+  }
+}
+
+std::size_t ModelGraph::at(std::wstring_view name, creo::ProMdlType type) const {
+  const auto found = byKey_.find(headless::modelKey(headless::modelName(name).name, type));
+  return found == byKey_.end() ? kNone : found->second;
+}
+
+void ModelGraph::reach(std::size_t from, Reached& reached) const {
+  std::vector<std::size_t> open{from};
+  while (!open.empty()) {
+    const std::size_t next = open.back();
+    open.pop_back();
+    if (reached[next]) continue;
+    reached[next] = true;
+    open.insert(open.end(), uses_[next].begin(), uses_[next].end());
+  }
+}
+
+std::vector<ModelFileName> ModelGraph::starts() const {
+  std::vector<bool> used(documents_.size());
+  for (const auto& targets : uses_) {
+    for (const std::size_t target : targets) used[target] = true;
+  }
+  std::vector<ModelFileName> starts;
+  Reached reached(documents_.size());
+  const auto take = [&](std::size_t i) {
+    if (reached[i] || !isWorkable(documents_[i])) return;
+    starts.push_back({documents_[i].file.name, documents_[i].file.type});
+    reach(i, reached);
+  };
+  for (std::size_t i = 0; i < documents_.size(); ++i) {
+    if (!used[i]) take(i);
+  }
+  for (std::size_t i = 0; i < documents_.size(); ++i) take(i);
+  return starts;
+}
+
+ModelFileName ModelGraph::start(const std::string& written) const {
+  ModelFileName model = modelFileName(written);
+  if (at(model.name, model.type) != kNone) return model;
+  std::vector<std::string> known;
+  for (const auto& document : documents_) known.push_back(label(document.file.name, document.file.type));
+  const std::string wanted = label(model.name, model.type);
+  throw Fault("--start: there is no model " + wanted + didYouMean(wanted, known));
+}
+
+ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) const {
+  Reached reached(documents_.size(), from.empty());
+  for (const ModelFileName& model : from) reach(at(model.name, model.type), reached);
+  Trouble trouble;
+  for (std::size_t i = 0; i < documents_.size(); ++i) {
+    if (!reached[i]) continue;
+    const headless::FolderDocument& document = documents_[i];
+    if (!document.fault.empty()) trouble.damaged.push_back(readable(document.fault));
+    for (const creo::ProDependency& used : document.uses) {
+      if (at(used.name, used.type) != kNone) continue;
+      trouble.missing.push_back(label(document.file.name, document.file.type) + " uses " + label(used.name, used.type) +
+                                ", which isn't there");
+    }
+  }
+  return trouble;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,22 @@
+// What a run came to.
+#pragma once
+
+#include <string>
+
+namespace kelvane {
+
+struct Recap {
+  int models = 0;   // rows that were chosen, and documents that can't be read
+  int changed = 0;  // models whose document has another content now, or in a dry run would have
+  int unchanged = 0;
+  int skipped = 0;               // the list worked them before
+  int failed = 0;                // they couldn't be worked, or not be saved
+  int saved = 0;                 // documents written, each counted once
+  int errors = 0, warnings = 0;  // lines of the log
+  double seconds = 0;
+};
+
+// "done  models=120 changed=37 unchanged=80 skipped=2 failed=1 saved=37  errors=3 warnings=12  seconds=4.2"
+std::string recapLine(const Recap& recap, const std::string& word);
+
+}  // namespace kelvane

@@ -1,0 +1,57 @@
+// Notes which files a run writes.
+#pragma once
+
+#include <map>
+#include <unordered_map>
+
+#include "os/files_wrapper.h"
+#include "text/letters.h"
+
+namespace kelvane {
+
+class RecordedFiles : public os::FilesWrapper {
+ public:
+  explicit RecordedFiles(std::shared_ptr<os::Files> under) : FilesWrapper(*under), owned_(std::move(under)) {}
+
+  std::error_code write(std::wstring_view path, std::string_view bytes) override {
+    return noted(path, under_.write(path, bytes));
+  }
+  os::Result<std::unique_ptr<os::Appender>> append(std::wstring_view path) override {
+    auto opened = under_.append(path);
+    noted(path, opened.error);
+    return opened;
+  }
+  std::error_code rename(std::wstring_view from, std::wstring_view to) override {
+    const std::error_code error = under_.rename(from, to);
+    if (!error) forget(from);
+    return noted(to, error);
+  }
+  std::error_code remove(std::wstring_view path) override {
+    const std::error_code error = under_.remove(path);
+    if (!error) forget(path);
+    return error;
+  }
+
+  void forgetAll() { places_.clear(); }
+  // Each once, in the order of their first writing; what was removed again isn't among them.
+  [[nodiscard]] std::vector<std::wstring> written() const {
+    std::map<std::size_t, std::wstring> ordered;
+    for (const auto& [path, place] : places_) ordered.emplace(place, path);
+    std::vector<std::wstring> paths;
+    for (auto& [place, path] : ordered) paths.push_back(std::move(path));
+    return paths;
+  }
+
+ private:
+  std::error_code noted(std::wstring_view path, std::error_code error) {
+    if (!error && places_.try_emplace(std::wstring(path), next_).second) ++next_;
+    return error;
+  }
+  void forget(std::wstring_view path) { places_.erase(std::wstring(path)); }
+
+  std::shared_ptr<os::Files> owned_;
+  std::unordered_map<std::wstring, std::size_t, text::HashNoCase, text::EqualNoCase> places_;
+  std::size_t next_ = 0;
+};
+
+}  // namespace kelvane

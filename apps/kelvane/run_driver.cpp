@@ -1,0 +1,91 @@
+#include "kelvane/run_driver.h"
+
+#include "core/state.h"
+#include "creo/ProUITable.h"
+#include "engine/compare.h"
+#include "engine/model_table.h"
+#include "headless/proui/ui.h"
+#include "kelvane/fault.h"
+#include "kelvane/interrupt.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+constexpr const char* kTool = "kvanerunner";
+constexpr const char* kFilterDialog = "kvanefilter";
+constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
+
+}  // namespace
+
+void RunDriver::require(creo::ProError error, const std::string& what) const {
+  if (error == creo::ProNoError) return;
+  const auto& messages = session_.messages();
+  throw Fault(what + (messages.empty() ? "" : ": " + text::toUtf8(messages.back())));
+}
+
+bool RunDriver::isChecked(const std::string& button) const {
+  return creo::ProUICheckbuttonGetState(kTool, button).value;
+}
+
+void RunDriver::openTool(const std::vector<ModelFileName>& starts) {
+  require(session_.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
+  session_.settle();
+  const ModelFileName& first = starts.front();
+  require(session_.open(first.name, first.type).error, label(first.name, first.type) + " can't be opened");
+  session_.settle();
+  require(session_.runCommand(kStartCommand), "the tool doesn't open");
+  session_.settle();
+  if (!session_.ui().dialog(kTool)) require(creo::ProGeneralError, "the tool doesn't open");
+  choosePackage();
+}
+
+// A chooser that stands right already is left alone, as each choice rebuilds the table.
+void RunDriver::choosePackage() {
+  const auto choose = [this](const char* dialog, const char* chooser, const std::string& name) {
+    const auto selected = creo::ProUIOptionmenuSelectednamesGet(dialog, chooser);
+    if (selected && selected.value == std::vector<std::string>{name}) return;
+    require(session_.ui().choose(dialog, chooser, name), "'" + name + "' can't be chosen");
+    session_.settle();
+  };
+  choose(kTool, "kvaneKVZChooser", place_.package);
+  choose(kTool, "kvaneActionlistChooser", place_.list);
+  if (!place_.filter.empty()) choose(kFilterDialog, "kvaneFilterChooser", place_.filter);
+}
+
+void RunDriver::fill(const std::vector<ModelFileName>& starts) {
+  if (starts.size() == 1) return;  // opening the tool did it
+  engine::clearModelTable();
+  // The one that stands before Creo comes last: for it the table counts as built.
+  for (std::size_t i = starts.size(); i-- > 0 && Interrupt::code() == 0;) {
+    if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type)) engine::rebuildModelTable(model.value);
+  }
+}
+
+RunDriver::Choice RunDriver::choose(const RunOptions& options) {
+  const std::wstring pattern = text::fromUtf8(options.select);
+  Choice choice;
+  std::size_t taken = 0;
+  const auto all = creo::ProUITableRownamesGet(kTool, engine::kModelTable).value;
+  for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
+    for (const std::string& row : all) {
+      if (!row.ends_with(extension)) continue;
+      const bool fits = pattern.empty() || engine::wildcardCompare(pattern, text::fromUtf8(row)) == 1;
+      const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
+      const bool before = isChecked(row + "_lock");
+      const bool works = wanted && (options.again || !before);
+      if (wanted && !works) ++choice.skipped;
+      if (works) ++taken;
+      if (works) choice.rows.push_back(row);
+      session_.ui().setCheck(kTool, row + "_cb", works);
+    }
+  }
+  return choice;
+}
+
+void RunDriver::start() {
+  require(session_.ui().press(kTool, "kvaneStart"), "start can't be pressed");
+  session_.settle();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,37 @@
+// What `kelvane run` was asked.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kelvane {
+
+struct RunOptions {
+  std::string package, list, folder;
+
+  // Which models.
+  std::vector<std::string> starts;  // "GEARBOX.ASM"; none: each model that no other one uses
+  std::string select;               // pattern on the rows' names
+  int limit = 0;                    // 0: no limit
+  std::string filter;               // a filter file of the package
+  bool again = false;               // those too that the list worked before
+
+  // What is kept.
+  std::string save = "touched";  // touched, all, none
+  std::string into;              // works on a copy there
+  bool readOnly = false, dryRun = false;
+  std::string collect;
+
+  // Surroundings.
+  std::string config;
+  std::vector<std::string> settings;  // "kvd_log_level=8"
+
+  // Output.
+  std::string log, events;
+  bool trace = false;
+  int maxErrors = 20;  // lines shown; 0: all
+
+  [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
+};
+
+}  // namespace kelvane

@@ -1,0 +1,105 @@
+#include "kelvane/run_place.h"
+
+#include <filesystem>
+#include <set>
+
+#include "core/xml.h"
+#include "kelvane/fault.h"
+#include "kelvane/model_folder.h"
+#include "kelvane/package_place.h"
+#include "kelvane/package_source.h"
+#include "kelvane/places.h"
+#include "kelvane/run_config.h"
+#include "os/processes.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kLockName = ".kelvane.lock";
+constexpr const char* kLogName = "kelvane.log";
+
+std::unique_ptr<os::FileLock> locked(const std::wstring& file, const std::string& folder) {
+  auto lock = os::lockFile(file);
+  if (lock.error == std::errc::device_or_resource_busy) throw Fault("another run works on " + folder);
+  if (!lock) throw Fault(folder + " can't be written: " + lock.error.message());
+  return std::move(lock.value);
+}
+
+// The current version of each model, and what lies beside them; made under another name, so that a copy is whole or
+// isn't there.
+void copyModels(const std::string& from, const std::string& to) {
+  std::error_code error;
+  if (fs::exists(to, error) && !fs::is_empty(to, error)) throw Fault("--into: " + to + " is there already");
+  const fs::path part = fs::path(to).lexically_normal().string() + ".part";
+  fs::remove_all(part, error);
+  fs::create_directories(part);
+  const std::wstring folder = mountModels(from);
+  std::set<std::string> current;
+  for (const auto& document : headless::readFolder(folder)) current.insert(fs::path(shown(document.path)).filename());
+  for (const auto& entry : fs::directory_iterator(from)) {
+    const std::string name = entry.path().filename().string();
+    const bool isOld = headless::documentFile(text::fromUtf8(name)) && !current.contains(name);
+    if (isOld || name == kLockName || name == kLogName) continue;
+    fs::copy(entry.path(), part / name, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  }
+  fs::remove(to, error);
+  fs::rename(part, to);
+}
+
+std::string modelsFolder(const RunOptions& options) {
+  (void)systemFolder(options.folder);
+  if (options.into.empty()) return options.folder;
+  copyModels(options.folder, options.into);
+  return options.into;
+}
+
+// A list that can't be read would run nothing and still count as having been run.
+void requireReadable(const PackageSource& package, const std::string& list) {
+  const std::string member = "actionlists/" + list;
+  const core::XmlLoaded loaded = core::xmlParse(text::fromTextFile(package.read(member)));
+  if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
+  if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
+}
+
+void makeFolders(const std::string& work) {
+  for (const char* name : {"packages", "temp", "temp/conf"}) {
+    std::error_code error;
+    fs::create_directories(fs::path(work) / name, error);
+    if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
+  }
+}
+
+}  // namespace
+
+RunPlace prepareRun(const RunOptions& options) {
+  RunPlace place;
+  const std::unique_ptr<PackageSource> package = openPackage(options.package);
+  place.package = packageFileName(options.package);
+  place.list = chosenName(options.list, actionLists(*package), "list");
+  requireReadable(*package, place.list);
+  if (!options.filter.empty()) place.filter = chosenName(options.filter, filters(*package), "filter");
+  const std::string config = configText(options);
+
+  const std::string models = modelsFolder(options);
+  place.models = mountModels(models);
+  const std::string work = workFolder(models);
+  makeFolders(work);
+  if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
+  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+
+  os::mounts().set(L'p', work + "/packages");
+  os::mounts().set(L't', work + "/temp");
+  os::mounts().set(L'i', installationFolder());
+  placePackage(options.package, *package, work);
+  if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
+    throw Fault("the temp folder " + work + " can't be written: " + error.message());
+  }
+  os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
+  return place;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,26 @@
+// What a run stands on: the folder of models, locked; the package alone in a package folder; a configuration.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kelvane/run_options.h"
+#include "os/lock.h"
+
+namespace kelvane {
+
+// Letters of a run: d: models, p: packages, t: temp folder, i: what is installed.
+struct RunPlace {
+  std::wstring models;  // "d:\"
+  std::string package;  // "standards.kvz"
+  std::string list;     // "clean.xml"
+  std::string filter;   // empty: none
+  std::vector<std::unique_ptr<os::FileLock>> locks;
+};
+
+// Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or
+// another run works on the folder.
+RunPlace prepareRun(const RunOptions& options);
+
+}  // namespace kelvane

@@ -1,0 +1,180 @@
+#include "kelvane/run_watch.h"
+
+#include <nlohmann/json.hpp>
+
+#include "core/state.h"
+#include "creo/ProUITable.h"
+#include "headless/model/models.h"
+#include "headless/proui/ui.h"
+#include "kelvane/interrupt.h"
+#include "kelvane/log_lines.h"
+#include "kelvane/model_folder.h"
+#include "kelvane/places.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+using nlohmann::ordered_json;
+
+std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
+
+// The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
+std::wstring versionBefore(const std::wstring& path, int version) {
+  const std::wstring stem = path.substr(0, path.rfind(L'.'));
+  return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
+}
+
+}  // namespace
+
+RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events)
+    : session_(session), options_(options), console_(console), events_(events), progress_(console) {
+  session_.observe(this);
+}
+
+void RunWatch::begin(std::vector<std::string> rows) {
+  rows_ = std::move(rows);
+  running_ = true;
+  log_.begin(core::pluginState().logFile);
+  progress_.begin(static_cast<int>(rows_.size()));
+}
+
+void RunWatch::message(const std::wstring& text) {
+  // A document that can't be read or written; all other lines are in the log or the events.
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) tellTrouble(readable(text));
+  if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
+}
+
+void RunWatch::tellTrouble(const std::string& line) {
+  if (told_.insert(line).second) console_.trouble("error: " + line);
+}
+
+void RunWatch::operation(std::string_view name, int result, long long nanoseconds) {
+  events_.tell("operation", {{"name", name}, {"result", result}, {"nanoseconds", nanoseconds}});
+}
+
+void RunWatch::saved(const headless::SavedDocument& document) {
+  if (options_.readOnly) return;
+  const std::string name = label(document.name, document.type);
+  Document& known = saved_[name];
+  if (known.firstVersion == 0) known.firstVersion = document.version;
+  known.name = document.name;
+  known.type = document.type;
+  known.path = document.path;
+  paths_.insert(document.path);
+  noteWritten(name);
+}
+
+// A document was written, or withheld; then it stands nowhere but in memory, where it may go on changing.
+void RunWatch::noteWritten(const std::string& name) {
+  uncompared_.insert(name);
+  if (options_.writesModels()) return;
+  const headless::Models& models = session_.models();
+  const auto model = models.inMemory(saved_[name].name, saved_[name].type);
+  if (model) saved_[name].withheld = models.documentText(model.value).value;
+}
+
+void RunWatch::progress(int value, int /*maximum*/) {
+  while (running_ && done_ < rows_.size() && done_ < static_cast<std::size_t>(std::max(value, 0))) {
+    finishModel(rows_[done_++]);
+  }
+}
+
+void RunWatch::finishModel(const std::string& row) {
+  const ModelFileName name = modelFileName(row);
+  const auto model = session_.models().inMemory(name.name, name.type);
+  Worked worked{row, row, !model};
+  if (model) {
+    worked.document = labelOf(*session_.models().find(model.value)->document);
+    worked.failed = !keepHistory(model.value, worked.document);
+  }
+  followLog();
+  compareSaved();
+  const bool changed = changes_.contains(worked.document);
+  const std::string outcome = worked.failed ? "failed" : changed ? "changed" : "unchanged";
+  if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
+  worked_.push_back(std::move(worked));
+  progress_.step(static_cast<int>(done_), row, outcome);
+  stopIfAsked();
+}
+
+// Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
+bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
+  headless::Models& models = session_.models();
+  const bool modified = models.find(model)->document->isModified(nullptr);
+  if (!modified || options_.save == "none") return true;
+  if (saved_.contains(document)) {
+    const bool good = models.saveReplacing(model) == creo::ProNoError;
+    noteWritten(document);
+    return good;
+  }
+  return options_.save != "all" || models.save(model) == creo::ProNoError;
+}
+
+ModelChanges RunWatch::changesOf(const std::string& label, const Document& document) const {
+  const auto before = os::files().read(versionBefore(document.path, document.firstVersion));
+  if (!before) return {label, Presence::onlyAfter, {}};
+  if (!options_.writesModels()) return compared(label, before.value, document.withheld);
+  return compared(label, before.value, os::files().read(document.path).value);
+}
+
+void RunWatch::compareSaved() {
+  for (const std::string& name : uncompared_) {
+    ModelChanges changes = changesOf(name, saved_[name]);
+    tellChanges(changes);
+    changes_.erase(name);
+    if (changes.any()) changes_.emplace(name, std::move(changes));
+  }
+  uncompared_.clear();
+}
+
+void RunWatch::tellChanges(const ModelChanges& changes) {
+  if (!events_.on()) return;
+  if (changes.presence == Presence::onlyAfter) events_.tell("created", {{"model", changes.model}});
+  for (const headless::Change& change : changes.changes) {
+    events_.tell("changed", {{"model", changes.model},
+                             {"path", text::toUtf8(change.path)},
+                             {"old", text::toUtf8(change.before)},
+                             {"new", text::toUtf8(change.after)}});
+  }
+}
+
+void RunWatch::followLog() {
+  for (const std::wstring& line : log_.more(core::pluginState().logFile)) {
+    const std::vector<LogLine> taken = logLines(line);
+    if (taken.empty()) continue;
+    const std::string text = text::toUtf8(taken[0].text);
+    if (events_.on()) events_.tell("log", {{"level", taken[0].level}, {"text", text}});
+    if (taken[0].level != 2) continue;
+    const bool shows = options_.maxErrors == 0 || shownErrors_ < options_.maxErrors;
+    ++(shows ? shownErrors_ : hiddenErrors_);
+    if (shows) console_.trouble("error: " + text);
+  }
+}
+
+// The rows that are left lose their check mark, so that the run comes to its own end: Foot, reports closed.
+void RunWatch::stopIfAsked() {
+  if (Interrupt::code() == 0) return;
+  const std::string& dialog = core::pluginState().dialogName;
+  for (std::size_t i = done_; i < rows_.size(); ++i) session_.ui().setCheck(dialog, rows_[i] + "_cb", false);
+}
+
+void RunWatch::end(Recap& recap) {
+  followLog();
+  compareSaved();
+  running_ = false;
+  if (hiddenErrors_ > 0) console_.trouble("... and " + std::to_string(hiddenErrors_) + " more error lines in the log");
+  for (const Worked& worked : worked_) {
+    if (worked.failed) {
+      ++recap.failed;
+    } else {
+      ++(changes_.contains(worked.document) ? recap.changed : recap.unchanged);
+    }
+  }
+  recap.models += static_cast<int>(worked_.size());
+  recap.saved = static_cast<int>(saved_.size());
+  recap.seconds = progress_.seconds();
+}
+
+}  // namespace kelvane

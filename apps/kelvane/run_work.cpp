@@ -1,0 +1,193 @@
+#include "kelvane/run_work.h"
+
+#include <nlohmann/json.hpp>
+
+#include "core/log.h"
+#include "kelvane/exit_codes.h"
+#include "kelvane/fault.h"
+#include "kelvane/interrupt.h"
+#include "kelvane/model_graph.h"
+#include "kelvane/places.h"
+#include "kelvane/recorded_files.h"
+#include "kelvane/run_driver.h"
+#include "kelvane/run_files.h"
+#include "kelvane/run_place.h"
+#include "kelvane/run_watch.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+// The files of a run: noted, and in a dry run withheld.
+struct RunFiles {
+  std::shared_ptr<os::Files> disk = os::surroundings().files;
+  std::shared_ptr<os::DryFiles> dry;
+  std::shared_ptr<RecordedFiles> recorded;
+
+  explicit RunFiles(bool dryRun) {
+    if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
+    recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
+    os::surroundings().files = recorded;
+  }
+  ~RunFiles() { os::surroundings().files = disk; }
+  RunFiles(const RunFiles&) = delete;
+  RunFiles& operator=(const RunFiles&) = delete;
+};
+
+// "write d:\\a.csv" and "rename d:\\a to d:\\b" with the machine's paths.
+std::string withheldLine(const std::wstring& line) {
+  const std::size_t blank = line.find(L' ');
+  const std::string verb = text::toUtf8(line.substr(0, blank)) + " ";
+  const std::wstring rest = line.substr(blank + 1);
+  const std::size_t to = rest.find(L" to ");
+  if (verb != "rename " || to == rest.npos) return verb + shown(rest);
+  return verb + shown(rest.substr(0, to)) + " to " + shown(rest.substr(to + 4));
+}
+
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
+  headless::SessionOptions session;
+  session.modelFolder = place.models;
+  session.textFolder = L"i:\\text\\";
+  session.withholdSaves = !options.writesModels();
+  return session;
+}
+
+class RunWork {
+ public:
+  RunWork(const RunOptions& options, Console& console)
+      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun) {
+    if (!options.events.empty()) events_.open(options.events);
+  }
+
+  int run() {
+    const ModelGraph graph(headless::readFolder(place_.models));
+    std::vector<ModelFileName> starts;
+    for (const std::string& start : options_.starts) starts.push_back(graph.start(start));
+    const ModelGraph::Trouble trouble = graph.trouble(starts);
+    if (starts.empty()) starts = graph.starts();
+    headless::Session session(sessionOptions(options_, place_));
+    RunWatch watch(session, options_, console_, events_);
+    tellTrouble(trouble, watch);
+    if (starts.empty()) {
+      console_.note("no model is left to work");
+      return finish(0);
+    }
+    console_.passing("reading the models");
+    session.trace(options_.trace && events_.on());
+    const int code = drive(session, watch, starts);
+    session.observe(nullptr);
+    return code;
+  }
+
+ private:
+  void tellTrouble(const ModelGraph::Trouble& trouble, RunWatch& watch) {
+    for (const std::string& line : trouble.damaged) {
+      watch.tellTrouble(line);
+      if (events_.on()) events_.tell("model", {{"fault", line}, {"outcome", "failed"}});
+    }
+    for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
+    recap_.models = recap_.failed = static_cast<int>(trouble.damaged.size());
+  }
+
+  int drive(headless::Session& session, RunWatch& watch, const std::vector<ModelFileName>& starts) {
+    RunDriver driver(session, place_);
+    driver.openTool(starts);
+    driver.fill(starts);
+    const RunDriver::Choice choice = driver.choose(options_);
+    recap_.skipped = choice.skipped;
+    recap_.models += choice.skipped;
+    if (choice.skipped > 0) {
+      console_.note("warning: " + std::to_string(choice.skipped) +
+                    " models were worked by this list before and are left out; --again works them once more");
+    }
+    if (Interrupt::code() != 0) return finish(Interrupt::code());
+    if (choice.rows.empty()) {
+      console_.note("no model is left to work");
+      return finish(0);
+    }
+    files_.recorded->forgetAll();
+    watch.begin(choice.rows);
+    const std::string broke = started(driver);
+    watch.end(recap_);
+    recap_.errors = core::logCounts().errors;
+    recap_.warnings = core::logCounts().warnings;
+    if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
+    showResults(watch);
+    return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  // Empty, or why the run didn't come to its end; its log and its recap are wanted all the same.
+  static std::string started(RunDriver& driver) {
+    try {
+      driver.start();
+    } catch (const std::exception& fault) {
+      return fault.what();
+    }
+    return {};
+  }
+
+  // Files that the list wrote: no documents of models, and nothing of the log.
+  std::vector<std::wstring> listFiles(const RunWatch& watch) const {
+    std::vector<std::wstring> files;
+    for (const std::wstring& path : files_.recorded->written()) {
+      const bool isLog = os::nameOf(path).starts_with(L"kvd_log - ");
+      if (!isLog && !watch.isModel(path)) files.push_back(path);
+    }
+    return files;
+  }
+
+  void showResults(const RunWatch& watch) {
+    if (options_.dryRun) {
+      for (const auto& [name, changes] : watch.changes()) show(console_, changes);
+      for (const std::wstring& line : files_.dry->withheld()) {
+        console_.result("would " + withheldLine(line));
+      }
+    }
+    log_ = keepLog(watch.logFile(), options_, place_.models, console_);
+    const std::vector<std::wstring> files = listFiles(watch);
+    if (!options_.dryRun) showPlaces(files, console_, events_);
+    if (!options_.collect.empty() && !options_.dryRun) {
+      std::vector<std::wstring> all = files_.recorded->written();
+      std::erase_if(all, [](const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd_log - "); });
+      collect(all, options_.collect);
+      console_.result("collected  " + shown(systemPath(options_.collect)));
+    }
+  }
+
+  // The recap, and the exit code: that of a signal, or what the run came to.
+  int finish(int code) {
+    if (!log_.empty()) console_.result("log  " + log_);
+    console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
+    if (events_.on()) {
+      events_.tell("recap", {{"models", recap_.models},
+                             {"changed", recap_.changed},
+                             {"unchanged", recap_.unchanged},
+                             {"skipped", recap_.skipped},
+                             {"failed", recap_.failed},
+                             {"saved", recap_.saved},
+                             {"errors", recap_.errors},
+                             {"warnings", recap_.warnings},
+                             {"seconds", recap_.seconds}});
+    }
+    if (code != 0) return code;
+    return recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
+  }
+
+  const RunOptions& options_;
+  Console& console_;
+  RunPlace place_;
+  RunFiles files_;
+  Events events_;
+  Recap recap_;
+  std::string log_;
+};
+
+}  // namespace
+
+int runList(const RunOptions& options, Console& console) {
+  const Interrupt interrupt;
+  return RunWork(options, console).run();
+}
+
+}  // namespace kelvane

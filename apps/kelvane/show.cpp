@@ -1,0 +1,151 @@
+// kelvane show: one model, readable.
+#include "engine/history.h"
+#include "headless/model/family.h"
+#include "headless/model/models.h"
+#include "kelvane/columns.h"
+#include "kelvane/model_folder.h"
+#include "kelvane/values.h"
+#include "kelvane/verb.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+std::string scalarText(const headless::Scalar& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
+  if (const auto* real = std::get_if<double>(&value)) return headless::realText(*real);
+  if (const auto* integer = std::get_if<int>(&value)) return std::to_string(*integer);
+  if (const auto* boolean = std::get_if<bool>(&value)) return *boolean ? "true" : "false";
+  return {};
+}
+
+Rows parametersOf(const creo::ProModelitem& owner) {
+  Rows rows;
+  creo::ProParameterVisit(owner, [&](const creo::ProParameter& parameter) {
+    const auto value = creo::ProParameterValueGet(parameter);
+    const auto units = creo::ProParameterUnitsGet(parameter);
+    const auto description = creo::ProParameterDescriptionGet(parameter);
+    const auto designated = creo::ProParameterDesignationVerify(parameter);
+    rows.push_back({text::toUtf8(parameter.id), typeWord(value.value.type), valueText(value.value),
+                    units ? text::toUtf8(units.value) : "", designated.value ? "designated" : "",
+                    description ? text::toUtf8(description.value) : ""});
+    return creo::ProNoError;
+  });
+  return rows;
+}
+
+Rows featuresOf(const headless::ModelRecord& record) {
+  Rows rows;
+  for (const headless::FeatureRecord& feature : record.features) {
+    rows.push_back({std::to_string(feature.id), feature.name, "type " + std::to_string(feature.type), feature.status});
+  }
+  return rows;
+}
+
+Rows dimensionsOf(const headless::ModelRecord& record) {
+  Rows rows;
+  for (const headless::DimensionRecord& dimension : record.dimensions) {
+    const std::string symbol = dimension.symbol.empty() ? "d" + std::to_string(dimension.id) : dimension.symbol;
+    rows.push_back({symbol, scalarText(dimension.value), dimension.reference ? "reference" : ""});
+  }
+  return rows;
+}
+
+Rows relationsOf(const headless::ModelRecord& record) {
+  Rows rows;
+  for (const std::string& line : record.relations) rows.push_back({line});
+  return rows;
+}
+
+void addFamilyRows(const headless::FamilyTableRecord& table, const std::string& indent, Rows& rows) {
+  std::vector<std::string> head = {indent + "instance"};
+  for (const headless::ColumnRecord& column : table.items.list) head.push_back(column.name);
+  rows.push_back(head);
+  for (const auto& instance : table.instances) {
+    std::vector<std::string> row = {indent + instance->name};
+    for (const headless::ColumnRecord& column : table.items.list) {
+      std::string value = "*";  // the generic's own
+      for (const auto& member : instance->values) {
+        if (headless::sameName(member.name, column.name)) value = scalarText(member.value);
+      }
+      row.push_back(value);
+    }
+    rows.push_back(row);
+    if (instance->familyTable) addFamilyRows(*instance->familyTable, indent + "  ", rows);
+  }
+}
+
+Rows usesOf(creo::ProMdl model) {
+  Rows rows;
+  for (const creo::ProDependency& used : creo::ProMdlDependenciesList(model).value) {
+    rows.push_back({label(used.name, used.type)});
+  }
+  return rows;
+}
+
+Rows historyOf(creo::ProMdl model) {
+  std::vector<engine::HistoryRecord> records;
+  engine::readHistory(model, records);
+  Rows rows;
+  for (const engine::HistoryRecord& record : records) {
+    rows.push_back({text::toUtf8(record.date), text::toUtf8(record.package), text::toUtf8(record.list),
+                    text::toUtf8(record.user)});
+  }
+  return rows;
+}
+
+class Show : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    return {{"folder", "DIR", "folder of models", &folder_}, {"model", "NAME.EXT", "the model", &model_}};
+  }
+  int run(Console& console) override {
+    headless::Session session(lookingAt(mountModels(folder_)));
+    const creo::ProMdl handle = retrieved(session, model_);
+    const headless::Model& model = *session.models().find(handle);
+    const headless::ModelRecord& record = model.document->record;
+    showHead(console, model);
+    const auto owner = creo::ProMdlToModelitem(handle);
+    section(console, "parameters", parametersOf(owner.value));
+    section(console, "features", featuresOf(record));
+    section(console, "dimensions", dimensionsOf(record));
+    section(console, "relations", relationsOf(record));
+    Rows family;
+    if (const headless::FamilyTableRecord* table = model.document->tableOf(model.row))
+      addFamilyRows(*table, "", family);
+    section(console, "family table", family);
+    section(console, "uses", usesOf(handle));
+    section(console, "history", historyOf(handle));
+    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
+    return kFine;
+  }
+
+ private:
+  static void showHead(Console& console, const headless::Model& model) {
+    const headless::ModelRecord& record = model.document->record;
+    std::string line = console.inked(Ink::bold, label(model.name, model.type()));
+    line += "  version " + std::to_string(model.document->version);
+    if (model.row) line += "  instance of " + text::toUtf8(headless::genericName(model));
+    if (!record.units.empty()) line += "  units " + record.units;
+    if (!record.material.empty()) line += "  material " + record.material;
+    if (record.skeleton) line += "  skeleton";
+    if (record.readOnly) line += "  read-only";
+    console.result(line);
+  }
+  static void section(Console& console, const char* title, const Rows& rows) {
+    if (rows.empty()) return;
+    console.result("");
+    console.result(console.inked(Ink::cyan, title));
+    for (const std::string& line : aligned(rows)) console.result("  " + line);
+  }
+
+  std::string folder_, model_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeShow() { return std::make_unique<Show>(); }
+
+}  // namespace kelvane

@@ -1,0 +1,71 @@
+// Actions on the surroundings of a run: variables, the working folder, Creo's message area.
+#include <filesystem>
+
+#include "actions/action_fixture.h"
+#include "core/xml.h"
+#include "creo/ProUtil.h"
+#include "engine/dispatch.h"
+#include "engine/variables.h"
+
+namespace test {
+namespace {
+
+class Environment : public ActionTest {
+ protected:
+  void SetUp() override { world.part(L"BRACKET").with(L"COLOR", L"red"); }
+  static std::string set(const std::string& attributes) { return task("setUserVariableDirect", attributes); }
+  static std::wstring variable(std::wstring_view name) {
+    const std::wstring* value = engine::userVariables().find(name);
+    return value ? *value : L"(none)";
+  }
+};
+
+TEST_F(Environment, VariablesAreSetAndCounted) {
+  run(set("name='@mdln@' value='%COLOR%!'") + set("name='bracket' value='blue'") +     // overwritten in place
+      set("name='N' inc='true' incno='5'") + set("name='n' inc='true' incno='5'") +    // counted up
+      set("name='TEXT' value='x'") + set("name='TEXT' inc='true' incno='-2'") +        // no number counts as 0
+      set("name='BIG' value='2147483647'") + set("name='BIG' inc='true' incno='1'") +  // stays in range
+      set("name='EQUAL' value='1' inc='false' incno='9'") + set("name='%MISSING%' value='1'") +
+      set("name='KEPT' value='old'") + set("name='KEPT' value='%MISSING%'") +
+      set("name='LONG' value='" + std::string(300, 'v') + "'"));
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {L"BRACKET", L"blue"}, {L"N", L"10"},           {L"TEXT", L"-2"},  {L"BIG", L"2147483647"},
+      {L"EQUAL", L"1"},      {L"MISSING", L"(none)"}, {L"KEPT", L"old"}, {L"LONG", L"(none)"},
+  };
+  for (const auto& [name, value] : cases) EXPECT_EQ(value, variable(name));
+  EXPECT_TRUE(world.logHas(L"set BRACKET = red!"));
+  EXPECT_EQ(6U, engine::userVariables().count());
+}
+
+TEST_F(Environment, TheWorkingFolderStaysChanged) {
+  std::filesystem::create_directories(world.models() + "/red");
+  EXPECT_EQ(L"B0 Set working directory|B1 Set working directory|E:Can't set path as current path",
+            run(task("setWorkingDirectory", "path='d:/%COLOR%'") + task("setWorkingDirectory", "path='d:/none'")));
+  EXPECT_EQ(L"d:\\red\\", creo::ProDirectoryCurrentGet().value);
+}
+
+TEST_F(Environment, TheWorkingFolderIsTakenAsItStandsWithoutAModel) {
+  std::filesystem::create_directories(world.models() + "/%COLOR%");
+  world.start();
+  const core::XmlLoaded list =
+      core::xmlParse(L"<task type=\"setWorkingDirectory\" version=\"3\" path=\"d:\\%COLOR%\"/>");
+  engine::Subject none;
+  EXPECT_EQ(engine::done, engine::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  EXPECT_EQ(L"d:\\%COLOR%\\", creo::ProDirectoryCurrentGet().value);
+  EXPECT_EQ(L" 0 Set working directory|W:Set working directory without model. !!No variable replacements!!",
+            L" " + told(world.log()));
+}
+
+TEST_F(Environment, MessagesReachCreoCutAt255) {
+  world.config("kvd_no_debug_in_creo_log=0");
+  run(task("writeToCreoLog", "message='%COLOR% a/b'") +
+      task("writeToCreoLog", "message='" + std::string(254, 'm') + "xyz'"));
+  const std::wstring shown = world.messages();
+  EXPECT_NE(std::wstring::npos, shown.find(L"red a\\b\n"));
+  EXPECT_NE(std::wstring::npos, shown.find(std::wstring(254, L'm') + L"x\n"));
+  EXPECT_TRUE(world.logHas(std::wstring(254, L'm') + L"x"));
+  EXPECT_FALSE(world.logHas(std::wstring(254, L'm') + L"xy"));
+}
+
+}  // namespace
+}  // namespace test

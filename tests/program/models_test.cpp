@@ -1,0 +1,74 @@
+// The verbs that make, list, show and compare models.
+#include "program/program_fixture.h"
+
+namespace test {
+namespace {
+
+using creo::ProMdlType;
+
+class ModelVerbs : public ProgramTest {};
+
+TEST_F(ModelVerbs, NewModelIsListedAndShown) {
+  const Ended ended = kelvane({"new", models(), "Plate.prt", "--param", "mass:Double=2.5", "--param", "NOTE=a=b",
+                               "--param", "COUNT:Integer=-3", "--param", "DONE:Boolean=yes", "--box", "80,40,5"});
+  EXPECT_EQ(models() + "/plate.prt.1\n", ended.err);
+  EXPECT_EQ(0, ended.code);
+  EXPECT_EQ("PLATE.PRT  .1  Double  2.5\n", kelvane({"models", models(), "--param", "MASS"}).out);
+  EXPECT_EQ(
+      "PLATE.PRT  version 1\n\nparameters\n  MASS   Double   2.5\n  NOTE   String   a=b\n  COUNT  Integer  -3\n"
+      "  DONE   Boolean  true\n",
+      kelvane({"show", models(), "plate.prt"}).out);
+  EXPECT_EQ("kelvane: PLATE.PRT is there already\n", kelvane({"new", models(), "PLATE.PRT"}).err);
+  EXPECT_EQ("kelvane: there is no model PLATTE.PRT; did you mean 'PLATE.PRT'?\n",
+            kelvane({"show", models(), "PLATTE.PRT"}).err);
+}
+
+TEST_F(ModelVerbs, ShowTellsFamilyTableUsesAndInstances) {
+  const Ended bolt = kelvane({"show", example("workspace"), "BOLT_DIN933.PRT"});
+  EXPECT_THAT(bolt.out, testing::HasSubstr("family table\n"
+                                           "  instance     DIAMETER  LENGTH  SUPPLIER_NO     MASS\n"
+                                           "  BOLT_M6X20   6.0       20.0    DIN 933 M6x20   0.0065\n"
+                                           "  BOLT_M8X25   *         *       *               *\n"));
+  const Ended instance = kelvane({"show", example("workspace"), "BOLT_M8X30.PRT"});
+  EXPECT_THAT(instance.out, testing::StartsWith("BOLT_M8X30.PRT  version 2  instance of BOLT_DIN933"));
+  EXPECT_THAT(instance.out, testing::ContainsRegex("SUPPLIER_NO +String +DIN 933 M8x30\n"));
+  EXPECT_THAT(kelvane({"show", example("workspace"), "OUTPUT_SHAFT.ASM"}).out,
+              testing::HasSubstr("uses\n  SHAFT_OUT.PRT\n  GEAR.PRT\n  KEY_14X9X28.PRT\n  BEARING_6207.PRT\n"));
+}
+
+TEST_F(ModelVerbs, DamagedDocumentIsNamedWithItsLine) {
+  part(L"GOOD");
+  file("models/bad.prt.3", "{\n  \"format\": 1,\n  \"parameters\": 7\n}\n");
+  const Ended ended = kelvane({"models", models()});
+  EXPECT_EQ(1, ended.code);
+  EXPECT_EQ("BAD.PRT   .3\nGOOD.PRT  .1\n", ended.out);
+  EXPECT_EQ("bad.prt.3:3: 'parameters' must be an array\n", ended.err);
+  EXPECT_EQ("kelvane: bad.prt.3:3: 'parameters' must be an array\n", kelvane({"show", models(), "BAD.PRT"}).err);
+}
+
+TEST_F(ModelVerbs, DiffComparesContentAlone) {
+  part(L"SAME").with(L"A", 1);
+  part(L"CHANGED").with(L"MASS", 2.5).with(L"OLD", L"x");
+  part(L"GONE");
+  const std::string other = path("other");
+  file("other/same.prt.7", readBytes(models() + "/SAME.prt.1"));
+  ModelBuilder(other, L"changed", ProMdlType::part).with(L"MASS", 3.0).with(L"NEU", L"y");
+  ModelBuilder(other, L"NEW", ProMdlType::part);
+  const Ended ended = kelvane({"diff", models(), other});
+  EXPECT_EQ(1, ended.code);
+  EXPECT_EQ(
+      "CHANGED.PRT: parameters/MASS/value: 2.5 -> 3.0\n"
+      "CHANGED.PRT: + parameters/NEU/name: NEU\nCHANGED.PRT: + parameters/NEU/type: string\n"
+      "CHANGED.PRT: + parameters/NEU/value: y\nCHANGED.PRT: - parameters/OLD/name: OLD\n"
+      "CHANGED.PRT: - parameters/OLD/type: string\nCHANGED.PRT: - parameters/OLD/value: x\n"
+      "GONE.PRT: is gone\nNEW.PRT: is new\n",
+      ended.out);
+  EXPECT_EQ("CHANGED.PRT  7\nGONE.PRT     gone\nNEW.PRT      new\n3 models differ\n",
+            kelvane({"diff", models(), other, "--stat"}).out);
+  EXPECT_THAT(kelvane({"diff", models(), other, "--json"}).out,
+              testing::HasSubstr("\"path\": \"parameters/MASS/value\""));
+  EXPECT_EQ(0, kelvane({"diff", models(), models()}).code);
+}
+
+}  // namespace
+}  // namespace test

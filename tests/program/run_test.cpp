@@ -1,0 +1,151 @@
+// `kelvane run`: what a run does to a folder of models.
+#include "program/run_fixture.h"
+
+namespace test {
+namespace {
+
+using creo::ProMdlType;
+namespace fs = std::filesystem;
+
+class Run : public RunFixture {};
+
+TEST_F(Run, ExampleLeavesOneNewVersionWithItsHistory) {
+  workspace();
+  const std::vector<std::string> before = filesIn("models");
+  const Ended first = runExample("title_block");
+  EXPECT_EQ(0, first.code) << first.err;
+  EXPECT_EQ("done  models=21 changed=20 unchanged=1 skipped=0 failed=0 saved=20  errors=0 warnings=7", recapOf(first));
+  EXPECT_THAT(first.out, testing::HasSubstr("log  " + models() + "/kelvane.log\n"));
+  EXPECT_EQ(before.size() + 20 + 1, filesIn("models").size());
+  const std::string gear = kelvane({"show", models(), "GEAR.PRT"}).out;
+  EXPECT_THAT(gear, testing::ContainsRegex("STANDARD +String +WN-100"));
+  EXPECT_THAT(gear, testing::ContainsRegex("history\n  .* standards.kvz +title_block.xml"));
+
+  // The history is in the saved documents, so that a second run finds only what it couldn't touch.
+  const Ended second = runExample("title_block");
+  EXPECT_EQ("done  models=21 changed=0 unchanged=1 skipped=20 failed=0 saved=0  errors=0 warnings=0", recapOf(second));
+  EXPECT_THAT(second.err, testing::HasSubstr("warning: 20 models were worked by this list before"));
+  const Ended again = runExample("title_block", {"--again"});
+  EXPECT_EQ("done  models=21 changed=0 unchanged=21 skipped=0 failed=0 saved=20  errors=0 warnings=7", recapOf(again));
+}
+
+TEST_F(Run, DryRunNamesExactlyWhatTheRunThenDoes) {
+  workspace();
+  const std::vector<std::string> before = filesIn("models");
+  const Ended dry = runExample("title_block", {"-n"});
+  EXPECT_EQ(before, filesIn("models"));
+  const Ended real = runExample("title_block");
+  const Ended diff = kelvane({"diff", example("workspace"), models()});
+  EXPECT_EQ(1, diff.code);
+  EXPECT_EQ(diff.out, dry.out.substr(0, dry.out.find("dry  models=")));
+  EXPECT_EQ(recapOf(real).substr(4), recapOf(dry).substr(3));
+}
+
+TEST_F(Run, SaveOptionsSayWhatIsKept) {
+  const std::string changed = "done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0";
+  const std::string kept = "done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=0 warnings=0";
+  struct Case {
+    std::string list, save, recap;
+    bool history;
+  };
+  const std::vector<Case> cases = {{"norm", "touched", changed, true},
+                                   {"norm", "all", changed, true},
+                                   {"norm", "none", changed, false},
+                                   {"unsaved", "touched", kept, false},
+                                   {"unsaved", "all", changed, true}};
+  for (const Case& c : cases) {
+    fs::remove_all(models());
+    part(L"PLATE");
+    EXPECT_EQ(c.recap, recapOf(run(c.list, {"--save", c.save, "--log", path("log")}))) << c.list << " " << c.save;
+    EXPECT_EQ(c.recap == kept ? 1U : 2U, filesIn("models").size()) << c.list << " " << c.save;
+    const std::string shown = kelvane({"show", models(), "PLATE.PRT"}).out;
+    EXPECT_EQ(c.history, shown.find("history") != shown.npos) << c.list << " " << c.save;
+  }
+}
+
+TEST_F(Run, RowsAreChosenByPatternNumberAndStart) {
+  struct Case {
+    std::vector<std::string> options;
+    std::string worked;
+  };
+  const std::vector<Case> cases = {
+      {{}, "A1.PRT A2.PRT B1.PRT TOP.ASM"},
+      {{"--select", "a*"}, "A1.PRT A2.PRT"},
+      {{"--select", "/1\\.PRT$/"}, "A1.PRT B1.PRT"},
+      {{"--limit", "2"}, "A1.PRT A2.PRT"},
+      {{"--select", "*.asm", "--limit", "2"}, "TOP.ASM"},
+      {{"--start", "b1.prt"}, "B1.PRT"},
+      {{"--start", "B1.PRT", "--start", "A2.PRT"}, "A2.PRT B1.PRT"},
+      {{"--set", "kvd_filter_asm=0"}, "A1.PRT A2.PRT B1.PRT"},
+      {{"--select", "none"}, ""},
+  };
+  for (const Case& c : cases) {
+    fs::remove_all(models());
+    part(L"A1");
+    part(L"A2");
+    part(L"B1");
+    assembly(L"TOP").uses(L"A1", ProMdlType::part).uses(L"A2", ProMdlType::part);
+    const Ended ended = run("norm", c.options);
+    EXPECT_EQ(0, ended.code) << ended.err;
+    EXPECT_EQ(c.worked, workedOf(ended)) << testing::PrintToString(c.options) << ended.err;
+    if (c.worked.empty()) EXPECT_EQ("no model is left to work\n", ended.err);
+  }
+}
+
+TEST_F(Run, FilterFileOfThePackageDecides) {
+  workspace();
+  EXPECT_EQ("BOLT_DIN933.PRT", workedOf(runExample("inventory", {"--filter", "fasteners", "-n"})));
+}
+
+TEST_F(Run, EventsTellChangesLogAndRecap) {
+  part(L"PLATE").with(L"MASS", 2.5);
+  run("norm", {"--events", path("events"), "--trace"});
+  const std::string events = readBytes(path("events"));
+  for (const char* piece :
+       {"{\"event\":\"changed\",\"model\":\"PLATE.PRT\",\"path\":\"parameters/NORM/"
+        "value\",\"old\":\"\",\"new\":\"WN-100\"}\n"
+        "{\"event\":\"model\",\"model\":\"PLATE.PRT\",\"outcome\":\"changed\"}\n",
+        "{\"event\":\"log\",\"level\":9,", "{\"event\":\"operation\",\"name\":\"ProMdlSave\",\"result\":0,",
+        "{\"event\":\"recap\",\"models\":1,\"changed\":1,"}) {
+    EXPECT_NE(std::string::npos, events.find(piece)) << piece;
+  }
+}
+
+TEST_F(Run, CopiesAndCollectedFilesLeaveTheFolderAlone) {
+  part(L"PLATE").with(L"MASS", 2.5);
+  file("models/PLATE.prt.0", "an old one");
+  const std::vector<std::string> before = filesIn("models");
+  EXPECT_EQ(0, run("norm", {"--into", path("copy"), "--collect", path("out")}).code);
+  EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.2", "kelvane.log"}), filesIn("copy"));
+  EXPECT_EQ(std::vector<std::string>{"PLATE.prt.2"}, filesIn("out"));
+  EXPECT_EQ(readBytes(path("copy/PLATE.prt.2")), readBytes(path("out/PLATE.prt.2")));
+  EXPECT_EQ("kelvane: --into: " + path("copy") + " is there already\n", run("norm", {"--into", path("copy")}).err);
+  EXPECT_EQ("done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=0 warnings=0",
+            recapOf(run("norm", {"--read-only", "--log", path("log")})));
+  EXPECT_EQ(before, filesIn("models"));
+}
+
+TEST_F(Run, ConfigurationOfTheSiteCountsAndSetWins) {
+  part(L"PLATE");
+  file("config/kvd_main.cfg", "kvd_write_history_in_models=0\nkvd_show_no_debug_in_log=0");
+  run("norm", {"--config", path("config"), "--set", "kvd_show_no_debug_in_log=1"});
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::Not(testing::HasSubstr("history")));
+  EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::Not(testing::HasSubstr("(DBG)")));
+}
+
+TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
+  part(L"PLATE");
+  run("norm", {"-n"});
+  const fs::path unpacked = fs::directory_iterator(path("cache/kelvane"))->path() / "temp/open_kvz_standards";
+  writeBytes(unpacked / "left.txt", "stays while nothing is unpacked");
+  fs::last_write_time(path("standards/system/index.kvane"), fs::file_time_type::clock::now());
+  run("norm", {"-n"});
+  EXPECT_TRUE(fs::exists(unpacked / "left.txt"));
+  list("norm.xml", kSave);
+  EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=1  errors=0 warnings=0",
+            recapOf(run("norm", {"-n"})));
+  EXPECT_FALSE(fs::exists(unpacked / "left.txt"));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,122 @@
+// `kelvane run` where something is wrong: requests, models, disks, signals.
+#include <csignal>
+
+#include "os/lock.h"
+#include "os/surroundings.h"
+#include "program/run_fixture.h"
+
+namespace test {
+namespace {
+
+using creo::ProMdlType;
+
+class RunTrouble : public RunFixture {};
+
+TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
+  part(L"PLATE");
+  file("config/readme", "no configuration");
+  file("standards/actionlists/empty.xml", "");
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{"norn"}, "there is no list 'norn'; did you mean 'norm'?; there are empty, norm, unsaved"},
+      {{"empty"}, "actionlists/empty.xml: it holds no element"},
+      {{"norm", "--filter", "x"}, "there is no filter 'x'; the package has none"},
+      {{"norm", "--start", "PLAT.PRT"}, "--start: there is no model PLAT.PRT; did you mean 'PLATE.PRT'?"},
+      {{"norm", "--set", "kvd_log_levl=8"}, "--set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?"},
+      {{"norm", "--set", "kvd_lang=a=b"}, "--set kvd_lang: a value holds no '=' and no line break"},
+      {{"norm", "--config", path("config")},
+       "--config: " + path("config") + "/kvd_main.cfg can't be read: No such file or directory"},
+      {{"norm", "--events", path("none/events")}, "the events' file " + path("none/events") + " can't be written"},
+  };
+  for (const auto& [words, line] : cases) {
+    const Ended ended = run(words[0], {words.begin() + 1, words.end()});
+    EXPECT_EQ(2, ended.code) << line;
+    EXPECT_EQ("kelvane: " + line + "\n", ended.err);
+    EXPECT_EQ(std::vector<std::string>{"PLATE.prt.1"}, filesIn("models")) << line;
+  }
+}
+
+TEST_F(RunTrouble, FolderIsLockedAgainstASecondRun) {
+  part(L"PLATE");
+  {
+    const auto held = os::lockFile(os::mounts().system(models() + "/.kelvane.lock"));
+    ASSERT_TRUE(held);
+    EXPECT_EQ("kelvane: another run works on " + models() + "\n", run("norm").err);
+  }
+  EXPECT_EQ(0, run("norm").code);
+  EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.2", "kelvane.log"}), filesIn("models"));
+}
+
+TEST_F(RunTrouble, TroubledModelsAreCountedAndTheOthersWorked) {
+  part(L"GOOD");
+  file("models/bad.prt.2", "{\n\"format\": 1,\n\"parameters\": 7}\n");
+  assembly(L"RING_A").uses(L"RING_B", ProMdlType::assembly);
+  assembly(L"RING_B").uses(L"RING_A", ProMdlType::assembly).uses(L"NUT", ProMdlType::part);
+  part(L"FIXED").readOnly();
+  const Ended ended = run("norm");
+  EXPECT_EQ(1, ended.code);
+  EXPECT_EQ("done  models=5 changed=3 unchanged=1 skipped=0 failed=1 saved=3  errors=0 warnings=0", recapOf(ended));
+  EXPECT_THAT(ended.err, testing::StartsWith("error: bad.prt.2:3: 'parameters' must be an array\n"
+                                             "warning: RING_B.ASM uses NUT.PRT, which isn't there\n"));
+}
+
+TEST_F(RunTrouble, ErrorLinesAreShownUpToTheLimitAndMakeTheExitCode) {
+  part(L"A");
+  part(L"B");
+  list("wrong.xml", "<task type='hammer' version='3'/>");
+  const Ended ended = run("wrong", {"--max-errors", "1", "-q"});
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::MatchesRegex("error: [^\n]*CAN'T FIND THIS FUNCTION, FAILURE IN DLL\n"
+                                               "... and [0-9] more error lines in the log\n"));
+}
+
+TEST_F(RunTrouble, DiskThatRefusesWritingLeavesTheOldVersionsWhole) {
+  part(L"A").with(L"MASS", 1.5);
+  const std::string before = readBytes(models() + "/A.prt.1");
+  const os::SurroundingsGuard guard;
+  const auto disk = os::surroundings().files;
+  const auto full = std::make_shared<os::FaultyFiles>(*disk);
+  // The program calls the folder d:, as all of a run does.
+  full->denyWrites(L"d:\\");
+  os::surroundings().files = full;
+  const Ended ended = run("norm", {"--log", path("log")});
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("error: A.prt.2: can't be written: Permission denied\n"));
+  EXPECT_THAT(recapOf(ended), testing::StartsWith("done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0"));
+  EXPECT_EQ(std::vector<std::string>{"A.prt.1"}, filesIn("models"));
+  EXPECT_EQ(before, readBytes(models() + "/A.prt.1"));
+}
+
+// Raises a signal when the first model is reported.
+class SignallingBuffer : public std::stringbuf {
+ public:
+  int sync() override {
+    if (!raised_ && str().find("[1/") != std::string::npos) {
+      raised_ = true;
+      std::raise(SIGTERM);
+    }
+    return 0;
+  }
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override {
+    const std::streamsize put = std::stringbuf::xsputn(bytes, count);
+    sync();
+    return put;
+  }
+
+ private:
+  bool raised_ = false;
+};
+
+TEST_F(RunTrouble, SignalEndsTheRunBetweenTwoModelsAndTheNextOneFinishesIt) {
+  for (int i = 0; i < 5; ++i) part(L"P" + std::to_wstring(i));
+  SignallingBuffer buffer;
+  std::ostream err(&buffer);
+  std::ostringstream out;
+  EXPECT_EQ(143, kelvane::program({"run", path("standards"), "norm", models()}, out, err));
+  const std::string first = recapOf({143, out.str(), ""});
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0", first);
+  EXPECT_EQ("done  models=5 changed=4 unchanged=0 skipped=1 failed=0 saved=4  errors=0 warnings=0",
+            recapOf(run("norm")));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,121 @@
+// The program's words, and the verbs that look at packages and logs.
+#include "program/program_fixture.h"
+
+namespace test {
+namespace {
+
+class Verbs : public ProgramTest {};
+
+TEST_F(Verbs, WrongWordsEndWithOneLineThatSaysWhy) {
+  struct Case {
+    std::vector<std::string> words;
+    std::string line;
+  };
+  const std::vector<Case> cases = {
+      {{}, "kelvane: a verb is missing; 'kelvane -h' tells which there are\n"},
+      {{"modles"}, "kelvane: there is no verb 'modles'; did you mean 'models'?\n"},
+      {{"lists"}, "kelvane: lists: package is required ('kelvane lists -h' tells more)\n"},
+      {{"lists", path("none")}, "kelvane: there is no package " + path("none") + "\n"},
+      {{"models", path("none")}, "kelvane: there is no folder " + path("none") + "\n"},
+      {{"new", path("x"), "PLATE"}, "kelvane: 'PLATE' is no model's name; it ends in .PRT, .ASM or .DRW\n"},
+      {{"new", path("x"), "P.PRT", "--param", "2A=1"},
+       "kelvane: '2A' is no parameter's name; at most 31 letters, digits and '_', no digit first\n"},
+      {{"new", path("x"), "P.PRT", "--param", "A:Integer=1.5"},
+       "kelvane: 'A:Integer=1.5': the value is no whole number\n"},
+      {{"new", path("x"), "P.PRT", "--param", "A:Real=1"},
+       "kelvane: 'A:Real=1': the type is one of String, Integer, Double, Boolean\n"},
+      {{"new", path("x"), "P.PRT", "--param", "A=1", "--param", "a=2"}, "kelvane: parameter 'A' is given twice\n"},
+      {{"new", path("x"), "P.PRT", "--box", "1,2"}, "kelvane: --box takes three sides over 0, as 80,40,5; not '1,2'\n"},
+      {{"new", path("x"), "A.ASM", "--box", "1,2,3"}, "kelvane: --box: only a part has a body of its own\n"},
+  };
+  for (const Case& c : cases) {
+    const Ended ended = kelvane(c.words);
+    EXPECT_EQ(2, ended.code) << c.line;
+    EXPECT_EQ(c.line, ended.err);
+    EXPECT_EQ("", ended.out) << c.line;
+  }
+}
+
+TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
+  EXPECT_THAT(kelvane({"-h"}).out, testing::HasSubstr("\n  run       runs a list on the models of a folder\n"));
+  const Ended run = kelvane({"run", "-h"});
+  EXPECT_EQ(0, run.code);
+  EXPECT_THAT(run.out, testing::HasSubstr("--start NAME.EXT"));
+  EXPECT_THAT(run.out, testing::HasSubstr("Example: kelvane run standards.kvz clean models --dry-run"));
+  EXPECT_EQ("kelvane 8.0.1.1\n", kelvane({"--version"}).out);
+}
+
+TEST_F(Verbs, ListsShowsDescriptionsInColumns) {
+  const Ended ended = kelvane({"lists", example("packages/standards")});
+  EXPECT_EQ(
+      "inventory.xml    Counts the models and names the generics and the steel parts in Creo's message area. Changes "
+      "nothing.\n"
+      "title_block.xml  Gives every model the parameters of the title block and saves it.\n"
+      "                 Skeletons are left out; instances get them from their generics.\n",
+      ended.out);
+}
+
+TEST_F(Verbs, PackedPackageDependsOnItsContentAlone) {
+  std::filesystem::copy(example("packages/standards"), path("a"), std::filesystem::copy_options::recursive);
+  std::filesystem::copy(example("packages/standards"), path("b"), std::filesystem::copy_options::recursive);
+  std::filesystem::remove_all(path("b/models"));  // pack adds the readme
+  file("b/.git/config", "no part of it");
+  std::filesystem::last_write_time(path("b/system/index.kvane"),
+                                   std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000));
+  EXPECT_EQ(0, kelvane({"pack", path("a"), path("a.kvz")}).code);
+  EXPECT_EQ(0, kelvane({"pack", path("b"), path("b")}).code);
+  EXPECT_NE("", readBytes(path("a.kvz")));
+  EXPECT_EQ(kelvane({"lists", path("a")}).out, kelvane({"lists", path("a.kvz")}).out);
+  // Their readme texts are the same, so the bytes are.
+  EXPECT_EQ(readBytes(path("a.kvz")), readBytes(path("b.kvz")));
+  std::filesystem::remove(path("a/system/index.kvane"));
+  EXPECT_EQ("kelvane: the package needs a file system/index.kvane\n", kelvane({"pack", path("a"), path("c")}).err);
+}
+
+TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
+  writeZip(path("up.kvz"), {{"../up.txt", "x"}});
+  writeZip(path("letter.kvz"), {{"c:/up.txt", "x"}});
+  writeZip(path("bomb.kvz"), {{"bomb", std::string(8 << 20, 'x')}});
+  file("text.kvz", "this is no zip file");
+  kelvane({"pack", example("packages/standards"), path("whole.kvz")});
+  const std::string whole = readBytes(path("whole.kvz"));
+  file("short.kvz", whole.substr(0, whole.size() / 2));
+  std::string torn = whole;
+  torn[whole.find("actionlists/title_block.xml") + 60] ^= 0x55;
+  file("torn.kvz", torn);
+  const std::map<std::string, std::string> cases = {
+      {"up.kvz", " is refused: its member '../up.txt' would leave the package's folder"},
+      {"letter.kvz", " is refused: its member 'c:/up.txt' would leave the package's folder"},
+      {"bomb.kvz", " is refused: 'bomb' unpacks to more than a package may hold"},
+      {"text.kvz", " is no package: it isn't a whole zip file"},
+      {"short.kvz", " is no package: it isn't a whole zip file"},
+      {"torn.kvz", " is damaged: actionlists/title_block.xml can't be unpacked"},
+  };
+  std::filesystem::create_directories(models());
+  for (const auto& [name, why] : cases) {
+    const Ended ended = kelvane({"run", path(name), "title_block", models()});
+    EXPECT_EQ(2, ended.code) << name;
+    EXPECT_EQ("kelvane: " + path(name) + why + "\n", ended.err);
+  }
+}
+
+TEST_F(Verbs, LogIsATreeOfTheAskedLevel) {
+  file("run.log",
+       "9 Start\r\n9 work now on A.PRT\r\n0   B0 Save model\r\n0     Filter\r\n1(WAR) B0 Save - A.PRT - odd\r\n"
+       "2(ERR) B0 Save - A.PRT - wrong\r\n8(DBG) inner\r\n0   B1 Next\r\n");
+  const Ended all = kelvane({"log", path("run.log")});
+  EXPECT_EQ(1, all.code);  // it holds an error
+  EXPECT_EQ(
+      "Start\nwork now on A.PRT\n  B0 Save model\n    Filter\n      (WAR) B0 Save - A.PRT - odd\n"
+      "      (ERR) B0 Save - A.PRT - wrong\n  B1 Next\n",
+      all.out);
+  EXPECT_EQ("Start\nwork now on A.PRT\n      (ERR) B0 Save - A.PRT - wrong\n",
+            kelvane({"log", path("run.log"), "--level", "2"}).out);
+  EXPECT_THAT(kelvane({"log", path("run.log"), "--color", "always", "--level", "2"}).out,
+              testing::HasSubstr("\x1b[31m(ERR) B0 Save - A.PRT - wrong\x1b[0m"));
+  file("other.txt", "no log\n");
+  EXPECT_EQ(2, kelvane({"log", path("other.txt")}).code);
+}
+
+}  // namespace
+}  // namespace test

@@ -13,6 +13,7 @@ struct ProFamtableItem { ProFamitemType type = ProFamitemType::unused; std::wstr
 
 // ProNoError: the solid has a family table with rows. ProNotFound: none. ProBadInputs: no solid.
 ProError ProSolidFamtableCheck(ProMdl solid);
+// ProNotFound: the solid has no family table.
 Got<ProFamtable> ProFamtableInit(ProMdl solid);
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor);
 // The instance as a model in memory; it shares the generic's document. ProGeneralError: the row can't be built.

@@ -39,7 +39,8 @@ Got<ProParameter> ProParameterCreate(const ProModelitem& owner, const std::wstri
 // units: at most 32 characters. ProGeneralError: a unit that isn't known.
 Got<ProParameter> ProParameterWithUnitsCreate(const ProModelitem& owner, const std::wstring& name,
                                               const ProParamvalue& value, const std::wstring& units);
-// ProGeneralError: a driver or a relation holds it.
+// With its column, if there is one. ProGeneralError: a driver or a relation holds it, or it is the generic's, seen from
+// an instance.
 ProError ProParameterDelete(const ProParameter& parameter);
 // The stored value, in the parameter's own units. ProNotFound: it has gone.
 Got<ProParamvalue> ProParameterValueGet(const ProParameter& parameter);

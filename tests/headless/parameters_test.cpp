@@ -1,5 +1,5 @@
-#include "creo/ProFamtable.h"
 #include "creo/ProExtdata.h"
+#include "creo/ProFamtable.h"
 #include "headless/model/units.h"
 #include "headless/session_fixture.h"
 
@@ -10,30 +10,39 @@ using namespace creo;
 
 class ParametersAndInstances : public test::HeadlessSession {
  protected:
-  static ProParameter parameter(ProMdl model, const std::wstring& name) { return ProParameterInit(item(model), name).value; }
+  static ProParameter parameter(ProMdl model, const std::wstring& name) {
+    return ProParameterInit(item(model), name).value;
+  }
 };
 
 TEST_F(ParametersAndInstances, NamesOfNewParameters) {
   model("a.prt.1", R"("parameters": [{"name": "MASS", "type": "double"}])");
   const ProMdl part = retrieve(L"A");
-  const std::pair<std::wstring, ProError> rows[] = {
-      {L"Länge_2", ProNoError}, {L"_x", ProNoError},    {L"mass", ProExists}, {L"LÄNGE_2", ProExists},
-      {L"", ProBadInputs},      {L"2x", ProBadInputs},  {L"a b", ProBadInputs}, {L"a-b", ProBadInputs},
-      {std::wstring(31, L'A'), ProNoError}, {std::wstring(32, L'B'), ProBadInputs}};
+  const std::pair<std::wstring, ProError> rows[] = {{L"Länge_2", ProNoError},
+                                                    {L"_x", ProNoError},
+                                                    {L"mass", ProExists},
+                                                    {L"LÄNGE_2", ProExists},
+                                                    {L"", ProBadInputs},
+                                                    {L"2x", ProBadInputs},
+                                                    {L"a b", ProBadInputs},
+                                                    {L"a-b", ProBadInputs},
+                                                    {std::wstring(31, L'A'), ProNoError},
+                                                    {std::wstring(32, L'B'), ProBadInputs}};
   for (const auto& [name, expected] : rows)
     EXPECT_EQ(expected, ProParameterCreate(item(part), name, real(1)).error) << text::toUtf8(name);
   EXPECT_EQ("MASS=0 LÄNGE_2=1 _X=1 " + std::string(31, 'A') + "=1", parameters(part));
 }
 
 TEST_F(ParametersAndInstances, TwoOfOneNameAreToldApart) {
-  model("a.prt.1", R"("parameters": [{"name": "X", "type": "integer", "value": 1}, {"name": "Y", "type": "integer", "value": 2},
+  model("a.prt.1",
+        R"("parameters": [{"name": "X", "type": "integer", "value": 1}, {"name": "Y", "type": "integer", "value": 2},
       {"name": "x", "type": "integer", "value": 3}])");
   const ProMdl part = retrieve(L"A");
   std::vector<ProParameter> found;
   EXPECT_EQ(ProStopVisit, ProParameterVisit(item(part), [&](const ProParameter& one) {
-    found.push_back(one);
-    return found.size() == 3 ? ProStopVisit : ProNoError;
-  }));
+              found.push_back(one);
+              return found.size() == 3 ? ProStopVisit : ProNoError;
+            }));
   EXPECT_EQ(3, ProParameterValueGet(found[2]).value.integer);
   EXPECT_EQ(ProNoError, ProParameterDelete(found[2]));
   EXPECT_EQ(ProNotFound, ProParameterValueGet(found[2]).error);
@@ -99,11 +108,13 @@ TEST_F(ParametersAndInstances, ScaledValuesAreInTheModelsUnits) {
     const char* system;
     double expected;
   };
-  const Row rows[] = {{2, "in", "", 50.8},        {2, "mm", "mmKs", 2},      {1, "t", "mmKs", 1000}, {1, "t", "mmNs", 1},
-                      {1, "N", "mks", 1},         {1, "N", "mmNs", 1},       {1, "N", "mmKs", 1000}, {100, "C", "inlbs", 212},
-                      {32, "F", "mmKs", 0},       {1, "kg/m^3", "cgs", 1e-3}, {1, "N*mm", "mks", 1e-3}, {1, "h", "mks", 3600},
-                      {1, "MPa", "mmNs", 1},      {180, "deg", "", 180},     {5, "furlong", "", 5},  {5, "mm^", "", 5}};
-  for (const Row& row : rows) EXPECT_NEAR(row.expected, inSystem(row.value, row.unit, row.system), 1e-9) << row.unit << " in " << row.system;
+  const Row rows[] = {
+      {2, "in", "", 50.8},   {2, "mm", "mmKs", 2},       {1, "t", "mmKs", 1000},   {1, "t", "mmNs", 1},
+      {1, "N", "mks", 1},    {1, "N", "mmNs", 1},        {1, "N", "mmKs", 1000},   {100, "C", "inlbs", 212},
+      {32, "F", "mmKs", 0},  {1, "kg/m^3", "cgs", 1e-3}, {1, "N*mm", "mks", 1e-3}, {1, "h", "mks", 3600},
+      {1, "MPa", "mmNs", 1}, {180, "deg", "", 180},      {5, "furlong", "", 5},    {5, "mm^", "", 5}};
+  for (const Row& row : rows)
+    EXPECT_NEAR(row.expected, inSystem(row.value, row.unit, row.system), 1e-9) << row.unit << " in " << row.system;
   model("a.prt.1", R"("units": "inlbs", "parameters": [{"name": "X", "type": "double", "value": 254, "units": "mm"},
       {"name": "Y", "type": "double", "value": 254}])");
   const ProMdl part = retrieve(L"A");
@@ -125,7 +136,8 @@ TEST_F(ParametersAndInstances, ValuesFromTexts) {
   EXPECT_EQ(ProParamvalueType::boolean, value.type);
 }
 
-constexpr const char* kBolts = R"("parameters": [{"name": "LEN", "type": "double", "value": 10}, {"name": "MAT", "type": "string",
+constexpr const char* kBolts =
+    R"("parameters": [{"name": "LEN", "type": "double", "value": 10}, {"name": "MAT", "type": "string",
     "value": "steel"}], "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [
     {"name": "b20", "values": {"LEN": 20}, "familyTable": {"items": [{"type": "parameter", "name": "MAT"}],
       "instances": [{"name": "b20_zinc", "values": {"MAT": "zinc"}}]}},
@@ -214,7 +226,8 @@ TEST_F(ParametersAndInstances, ComponentColumnsLeaveOutOrReplace) {
   const std::pair<const wchar_t*, const wchar_t*> rows[] = {{L"TOP", L"PQ"}, {L"I1", L"Q"}, {L"I2", L"Q"}};
   for (const auto& [name, expected] : rows) {
     std::wstring used;
-    for (const ProDependency& one : ProMdlDependenciesList(retrieve(name, ProMdlType::assembly)).value) used += one.name;
+    for (const ProDependency& one : ProMdlDependenciesList(retrieve(name, ProMdlType::assembly)).value)
+      used += one.name;
     EXPECT_EQ(expected, used) << text::toUtf8(name);
   }
 }

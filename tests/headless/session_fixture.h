@@ -103,10 +103,17 @@ class HeadlessSession : public ::testing::Test {
       const auto value = creo::ProParameterValueGet(one).value;
       out << (out.tellp() > 0 ? " " : "") << text::toUtf8(one.id) << '=';
       switch (value.type) {
-        case creo::ProParamvalueType::string: out << text::toUtf8(value.string); break;
-        case creo::ProParamvalueType::real: out << value.real; break;
-        case creo::ProParamvalueType::boolean: out << (value.boolean ? "true" : "false"); break;
-        default: out << value.integer;
+        case creo::ProParamvalueType::string:
+          out << text::toUtf8(value.string);
+          break;
+        case creo::ProParamvalueType::real:
+          out << value.real;
+          break;
+        case creo::ProParamvalueType::boolean:
+          out << (value.boolean ? "true" : "false");
+          break;
+        default:
+          out << value.integer;
       }
       return creo::ProNoError;
     });

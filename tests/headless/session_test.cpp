@@ -24,8 +24,8 @@ class SessionOfModels : public test::HeadlessSession {
   void listen() {
     for (const int type : {24, 26, 29, 41, 90, 94, 103, 110})
       ProNotificationSet(ProNotifyType{type}, [this](const ProNotification& told) {
-        heard += std::to_string(static_cast<int>(told.type)) + ":" + text::toUtf8(ProMdlNameGet(told.model).value) + "/" +
-                 std::to_string(told.window) + " ";
+        heard += std::to_string(static_cast<int>(told.type)) + ":" + text::toUtf8(ProMdlNameGet(told.model).value) +
+                 "/" + std::to_string(told.window) + " ";
         return ProNoError;
       });
   }
@@ -210,8 +210,12 @@ TEST_F(SessionOfModels, CommandsOfTheMenu) {
   int runs = 0, access = kCommandAvailable;
   EXPECT_EQ(ProNoError, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"kvusermsg.txt"));
   EXPECT_EQ(ProExists, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"kvusermsg.txt"));
-  const ProCommand start = ProCmdActionAdd("Start", [&] { ++runs; }, [&] { return access; }).value;
-  const ProCommand bad = ProCmdActionAdd("Bad", [] { throw std::runtime_error("no"); }, nullptr).value;
+  const ProCommand start = ProCmdActionAdd(
+                               "Start", [&] { ++runs; }, [&] { return access; })
+                               .value;
+  const ProCommand bad = ProCmdActionAdd(
+                             "Bad", [] { throw std::runtime_error("no"); }, nullptr)
+                             .value;
   EXPECT_EQ(ProNotFound, ProMenubarmenuPushbuttonAdd("Other", "b", "l", "h", L"kvusermsg.txt", start));
   EXPECT_EQ(ProNoError, ProMenubarmenuPushbuttonAdd("Menu", "b", "l", "h", L"kvusermsg.txt", start));
   EXPECT_EQ(ProNoError, ProCmdDesignate(bad, "l", "h", "d", L"kvusermsg.txt"));

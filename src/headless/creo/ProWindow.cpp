@@ -57,10 +57,10 @@ ProError ProWindowCurrentClose() {
 ProError ProWindowActivate(int window) {
   return operation("ProWindowActivate", [&](State& state) -> ProError {
     if (!state.options.graphics) return ProNoGraphics;
-    if (!state.windows.has(window)) return ProBadInputs;
+    if (!isWindow(state, window)) return ProBadInputs;
     headless::Event event;
     event.notification.type = ProNotifyType::windowActivated;
-    event.notification.window = window;
+    event.notification.window = window == kAnyWindow ? state.windows.current() : window;
     event.activates = true;
     state.events.queue(std::move(event));
     return ProNoError;

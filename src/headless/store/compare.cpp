@@ -14,7 +14,8 @@ bool isContainer(const Json& value) { return value.is(JsonKind::object) || value
 
 // Numbers are compared as numbers: 5 and 5.0 are one value.
 bool equal(const Json& a, const Json& b) {
-  if (a.isNumber() && b.isNumber()) return a.is(b.kind) && a.is(JsonKind::integer) ? a.integer == b.integer : a.real == b.real;
+  if (a.isNumber() && b.isNumber())
+    return a.is(b.kind) && a.is(JsonKind::integer) ? a.integer == b.integer : a.real == b.real;
   return a.kind == b.kind && a.boolean == b.boolean && a.text == b.text;
 }
 

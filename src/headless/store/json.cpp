@@ -80,10 +80,10 @@ class Builder : public nlohmann::json_sax<Parser> {
     return true;
   }
   bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& e) override {
-    // The library's text begins with its own name and place; what is wrong stands behind the last ": ".
+    // The library's text begins with its own name and, of wrong syntax, with the place.
     std::string_view what = e.what();
-    if (const auto cut = what.find(": ", what.find("column")); cut != std::string_view::npos)
-      what.remove_prefix(cut + 2);
+    if (const auto cut = what.find("] "); cut != std::string_view::npos) what.remove_prefix(cut + 2);
+    if (what.starts_with("parse error")) what.remove_prefix(std::min(what.size(), what.find(": ") + 2));
     return fail(position > 0 ? position - 1 : 0, text::fromUtf8(what));
   }
 

@@ -24,13 +24,15 @@ std::wstring placeBelow(std::wstring_view path) {
 
 }  // namespace
 
-std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console) {
+std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console,
+                    bool& troubled) {
   // A dry run leaves the models' folder alone.
   if (log.empty() || (options.log.empty() && options.dryRun)) return {};
   const std::wstring target = options.log.empty() ? models + L"kelvane.log" : systemPath(options.log);
   const auto read = os::files().read(log);
   const std::error_code error = read ? os::diskFiles()->write(target, read.value) : read.error;
   if (!error) return shown(target);
+  troubled = true;
   console.trouble("error: the log can't be written to " + shown(target) + ": " + error.message());
   return {};
 }

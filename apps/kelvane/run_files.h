@@ -11,8 +11,9 @@
 namespace kelvane {
 
 // Copies the log to where it is wanted and gives that place in the machine's form; empty where there is nothing to
-// copy. A log that can't be put there is trouble on the console, no more.
-std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console);
+// copy. A log that can't be put there is trouble on the console and for the caller, and no more.
+std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console,
+                    bool& troubled);
 
 // Shows a line for each folder that the run wrote into, and tells an event for each file.
 void showPlaces(const std::vector<std::wstring>& written, Console& console, Events& events);

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "core/xml.h"
+#include "engine/compare.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_place.h"
@@ -82,6 +83,9 @@ RunPlace prepareRun(const RunOptions& options) {
   place.list = chosenName(options.list, actionLists(*package), "list");
   requireReadable(*package, place.list);
   if (!options.filter.empty()) place.filter = chosenName(options.filter, filters(*package), "filter");
+  if (!options.select.empty() && engine::wildcardCompare(text::fromUtf8(options.select), L"") < 0) {
+    throw Fault("--select: '" + options.select + "' is no expression");
+  }
   const std::string config = configText(options);
 
   const std::string models = modelsFolder(options);

@@ -45,6 +45,8 @@ std::string withheldLine(const std::wstring& line) {
   return verb + shown(rest.substr(0, to)) + " to " + shown(rest.substr(to + 4));
 }
 
+bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd_log - "); }
+
 headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
   headless::SessionOptions session;
   session.modelFolder = place.models;
@@ -131,8 +133,7 @@ class RunWork {
   std::vector<std::wstring> listFiles(const RunWatch& watch) const {
     std::vector<std::wstring> files;
     for (const std::wstring& path : files_.recorded->written()) {
-      const bool isLog = os::nameOf(path).starts_with(L"kvd_log - ");
-      if (!isLog && !watch.isModel(path)) files.push_back(path);
+      if (!isLog(path) && !watch.isModel(path)) files.push_back(path);
     }
     return files;
   }
@@ -144,14 +145,21 @@ class RunWork {
         console_.result("would " + withheldLine(line));
       }
     }
-    log_ = keepLog(watch.logFile(), options_, place_.models, console_);
+    log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);
     const std::vector<std::wstring> files = listFiles(watch);
     if (!options_.dryRun) showPlaces(files, console_, events_);
-    if (!options_.collect.empty() && !options_.dryRun) {
-      std::vector<std::wstring> all = files_.recorded->written();
-      std::erase_if(all, [](const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd_log - "); });
+    if (!options_.collect.empty() && !options_.dryRun) collectAll();
+  }
+
+  void collectAll() {
+    std::vector<std::wstring> all = files_.recorded->written();
+    std::erase_if(all, isLog);
+    try {
       collect(all, options_.collect);
       console_.result("collected  " + shown(systemPath(options_.collect)));
+    } catch (const Fault& fault) {
+      console_.trouble(std::string("error: ") + fault.what());
+      troubled_ = true;
     }
   }
 
@@ -171,7 +179,7 @@ class RunWork {
                              {"seconds", recap_.seconds}});
     }
     if (code != 0) return code;
-    return recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
+    return troubled_ || recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
   }
 
   const RunOptions& options_;
@@ -181,6 +189,7 @@ class RunWork {
   Events events_;
   Recap recap_;
   std::string log_;
+  bool troubled_ = false;  // something beside the run itself failed
 };
 
 }  // namespace

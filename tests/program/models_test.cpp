@@ -1,4 +1,5 @@
 // The verbs that make, list, show and compare models.
+#include "headless/store/document.h"
 #include "program/program_fixture.h"
 
 namespace test {
@@ -68,6 +69,18 @@ TEST_F(ModelVerbs, DiffComparesContentAlone) {
   EXPECT_THAT(kelvane({"diff", models(), other, "--json"}).out,
               testing::HasSubstr("\"path\": \"parameters/MASS/value\""));
   EXPECT_EQ(0, kelvane({"diff", models(), models()}).code);
+}
+
+TEST_F(ModelVerbs, ExampleDocumentsAreWrittenAsTheyStand) {
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(example("workspace"))) {
+    const std::string bytes = readBytes(entry.path().string());
+    headless::ModelRecord record;
+    EXPECT_FALSE(headless::readDocument(bytes, record)) << entry.path();
+    EXPECT_EQ(bytes, headless::writeDocument(record)) << entry.path();
+    ++count;
+  }
+  EXPECT_EQ(23, count);
 }
 
 }  // namespace

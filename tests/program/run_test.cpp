@@ -147,5 +147,18 @@ TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
   EXPECT_FALSE(fs::exists(unpacked / "left.txt"));
 }
 
+TEST_F(Run, TerminalShowsABarAndColoursUnlessTheyAreRefused) {
+  part(L"PLATE");
+  std::ostringstream out, err;
+  kelvane::program({"run", path("standards"), "norm", models(), "-n"}, out, err, {true, true});
+  EXPECT_THAT(err.str(), testing::HasSubstr("\r\x1b[K[########################] 1/1  "));
+  EXPECT_THAT(out.str(), testing::HasSubstr("\x1b[32mWN-100\x1b[0m\n"));
+  os::setEnvironment(L"NO_COLOR", L"1");
+  std::ostringstream plain;
+  kelvane::program({"run", path("standards"), "norm", models(), "-n", "-q"}, plain, err, {true, true});
+  os::setEnvironment(L"NO_COLOR", L"");
+  EXPECT_THAT(plain.str(), testing::HasSubstr("PLATE.PRT: + parameters/NORM/value: WN-100\n"));
+}
+
 }  // namespace
 }  // namespace test

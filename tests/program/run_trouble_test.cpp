@@ -22,6 +22,7 @@ TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
       {{"norm", "--filter", "x"}, "there is no filter 'x'; the package has none"},
       {{"norm", "--start", "PLAT.PRT"}, "--start: there is no model PLAT.PRT; did you mean 'PLATE.PRT'?"},
       {{"norm", "--set", "kvd_log_levl=8"}, "--set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?"},
+      {{"norm", "--select", "/(/"}, "--select: '/(/' is no expression"},
       {{"norm", "--set", "kvd_lang=a=b"}, "--set kvd_lang: a value holds no '=' and no line break"},
       {{"norm", "--config", path("config")},
        "--config: " + path("config") + "/kvd_main.cfg can't be read: No such file or directory"},
@@ -33,6 +34,20 @@ TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
     EXPECT_EQ("kelvane: " + line + "\n", ended.err);
     EXPECT_EQ(std::vector<std::string>{"PLATE.prt.1"}, filesIn("models")) << line;
   }
+}
+
+TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {
+  part(L"PLATE");
+  file("plain", "a file where a folder should be");
+  const Ended ended = run("norm", {"--log", path("plain/log"), "--collect", path("plain/out")});
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("error: the log can't be written to " + path("plain/log") + ": "));
+  EXPECT_THAT(ended.err,
+              testing::HasSubstr("error: --collect: " + path("plain/out/PLATE.prt.2") + " can't be written: "));
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("changed=1"));
+  os::setEnvironment(L"XDG_CACHE_HOME", text::fromUtf8(path("plain")));
+  EXPECT_THAT(run("norm").err, testing::MatchesRegex("kelvane: the temp folder " + path("plain/kelvane/") +
+                                                     "[0-9a-f]+ can't be made: Not a directory\n"));
 }
 
 TEST_F(RunTrouble, FolderIsLockedAgainstASecondRun) {

@@ -12,7 +12,10 @@ struct ProExtdataValue {
   std::wstring text;
 };
 // A class of a model, addressed by name.
-struct ProExtdataClass { std::wstring name; ProMdl model; };
+struct ProExtdataClass {
+  std::wstring name;
+  ProMdl model;
+};
 
 ProError ProExtdataInit(ProMdl model);
 ProError ProExtdataLoadAll(ProMdl model);

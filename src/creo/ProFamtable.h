@@ -5,11 +5,19 @@
 
 namespace creo {
 
-struct ProFamtable { ProMdl owner; };
+struct ProFamtable {
+  ProMdl owner;
+};
 // A row of a generic's table.
-struct ProFaminstance { std::wstring name; ProMdl owner; };
+struct ProFaminstance {
+  std::wstring name;
+  ProMdl owner;
+};
 enum class ProFamitemType : int { unused = 0, parameter = 1, dimension = 2, feature = 3, component = 4 };
-struct ProFamtableItem { ProFamitemType type = ProFamitemType::unused; std::wstring name; };
+struct ProFamtableItem {
+  ProFamitemType type = ProFamitemType::unused;
+  std::wstring name;
+};
 
 // ProNoError: the solid has a family table with rows. ProNotFound: none. ProBadInputs: no solid.
 ProError ProSolidFamtableCheck(ProMdl solid);
@@ -22,7 +30,10 @@ Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance);
 // model is no instance.
 Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate);
 // Name and version of the immediate generic. ProNotFound: the model is no instance.
-struct ProGenericInfo { std::wstring name; int version = 0; };
+struct ProGenericInfo {
+  std::wstring name;
+  int version = 0;
+};
 Got<ProGenericInfo> ProFaminstanceImmediategenericinfoGet(ProMdl instance);
 
 Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter);

@@ -23,8 +23,9 @@ Got<ProMdl> ProMdlCurrentGet();
 // A model that is in memory. ProNotFound: it isn't.
 Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
 // Brings a model into memory, with the models it uses; one that is there already is given as it is. The working folder
-// is looked in first, then the session's folder of models; "NAME<GENERIC>" or an instance's bare name gives an instance.
-// ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and reason.
+// is looked in first, then the session's folder of models; "NAME<GENERIC>" or an instance's bare name gives an
+// instance. ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and
+// reason.
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
 // ProBadInputs for a handle that has gone, here and below. Upper case.
 Got<std::wstring> ProMdlNameGet(ProMdl model);
@@ -33,7 +34,8 @@ Got<ProMdlData> ProMdlDataGet(ProMdl model);
 // Saves the model as the next version of its document; an instance saves its generic. Raises notification 103 before.
 // ProGeneralError: not written (the old versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
-// Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its generic.
+// Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its
+// generic.
 ProError ProMdlErase(ProMdl model);
 // May the model be changed? False: a read-only document. askUser: Creo may ask the user to resolve a conflict.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);

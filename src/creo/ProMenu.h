@@ -7,7 +7,9 @@ namespace creo {
 
 // What an access function answers: 3 is available.
 constexpr int kCommandAvailable = 3;
-struct ProCommand { int id = 0; };
+struct ProCommand {
+  int id = 0;
+};
 
 // ProExists: the menu is there already. Texts are keys of the message file.
 ProError ProMenubarMenuAdd(const std::string& menu, const std::string& labelKey, const std::string& before,

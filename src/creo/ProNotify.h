@@ -16,10 +16,10 @@ enum class ProNotifyType : int {
   windowClosed = 29,
   modelDisplayed = 41,
   windowOccupied = 90,
-  pageControlShown = 94,     // a drawing's update shows a tab; its name is given
-  modelCreated = 100,        // name and type text are given
+  pageControlShown = 94,  // a drawing's update shows a tab; its name is given
+  modelCreated = 100,     // name and type text are given
   saveBefore = 103,
-  modelOpened = 110,         // retrieved by the user
+  modelOpened = 110,  // retrieved by the user
 };
 
 // What a handler is told; what an event doesn't know stays empty.

@@ -5,7 +5,10 @@
 
 namespace creo {
 
-struct ProServerStatus { bool checkedOut = false; bool modified = false; };
+struct ProServerStatus {
+  bool checkedOut = false;
+  bool modified = false;
+};
 
 // Alias of the active server. ProNotFound: none.
 Got<std::wstring> ProServerActiveGet();

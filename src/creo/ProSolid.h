@@ -5,7 +5,11 @@
 
 namespace creo {
 
-struct ProDimension { ProMdl owner; int id = 0; bool reference = false; };
+struct ProDimension {
+  ProMdl owner;
+  int id = 0;
+  bool reference = false;
+};
 
 // Dimensions, or the reference dimensions, of a solid.
 ProError ProSolidDimensionVisit(ProMdl solid, bool reference, Visitor<ProDimension> visitor);

@@ -15,15 +15,15 @@ namespace creo {
 // Results. The numbers are those that logs and callbacks show.
 enum ProError : int {
   ProNoError = 0,
-  ProGeneralError = -1,   // the message area has the reason
-  ProBadInputs = -2,      // also: a handle whose object has gone; an external-data class or slot that exists already
+  ProGeneralError = -1,  // the message area has the reason
+  ProBadInputs = -2,     // also: a handle whose object has gone; an external-data class or slot that exists already
   ProUserAbort = -3,
   ProNotFound = -4,
   ProExists = -5,
   ProNoGraphics = -8,
-  ProNoFamtable = -12,    // no family table, or the item is in it already
-  ProStopVisit = -25,     // a visit's usual stop; also "not handled"
-  ProConflicts = -49,     // a check-out that the server refuses
+  ProNoFamtable = -12,  // no family table, or the item is in it already
+  ProStopVisit = -25,   // a visit's usual stop; also "not handled"
+  ProConflicts = -49,   // a check-out that the server refuses
   ProRegenFailed = -55,
   ProRegenAgain = -56,
 };
@@ -58,8 +58,8 @@ template <class R, class... Args>
 class FunctionRef<R(Args...)> {
  public:
   template <class F>
-    requires(!std::is_same_v<std::remove_cvref_t<F>, FunctionRef> && std::is_invocable_r_v<R, F&, Args...>)
-  FunctionRef(F&& f)
+  requires(!std::is_same_v<std::remove_cvref_t<F>, FunctionRef> && std::is_invocable_r_v<R, F&, Args...>)
+      FunctionRef(F&& f)
       : object_(const_cast<void*>(static_cast<const void*>(std::addressof(f)))),
         call_([](void* object, Args... args) -> R {
           return (*static_cast<std::remove_reference_t<F>*>(object))(std::forward<Args>(args)...);
@@ -88,11 +88,16 @@ struct ProModelitem {
 // Creo's number for model item types that serve as text: "PRT", "ASM", "DRW", "MFG"; empty for none.
 constexpr const wchar_t* typeExtension(ProMdlType type) {
   switch (type) {
-    case ProMdlType::part: return L"PRT";
-    case ProMdlType::assembly: return L"ASM";
-    case ProMdlType::drawing: return L"DRW";
-    case ProMdlType::manufacturing: return L"MFG";
-    case ProMdlType::unused: break;
+    case ProMdlType::part:
+      return L"PRT";
+    case ProMdlType::assembly:
+      return L"ASM";
+    case ProMdlType::drawing:
+      return L"DRW";
+    case ProMdlType::manufacturing:
+      return L"MFG";
+    case ProMdlType::unused:
+      break;
   }
   return L"";
 }

@@ -12,9 +12,9 @@ namespace engine {
 
 // What an action gives back; nothing stops a list.
 enum Outcome : int {
-  done = 0,              // also after a failure that was logged
+  done = 0,  // also after a failure that was logged
   wrongVersion = 1,
-  refused = 2,           // by the filter, or the action doesn't apply
+  refused = 2,  // by the filter, or the action doesn't apply
   notHandled = -25,
 };
 

@@ -32,8 +32,8 @@ class Task {
   [[nodiscard]] bool isTrue(std::wstring_view name) const { return attribute(name) == L"true"; }
   // The attribute `pattern` with a number, as "name_%d"; nothing when it is absent.
   [[nodiscard]] std::optional<std::wstring_view> numbered(std::wstring_view pattern, int number) const;
-  // The numbers from 0 up to but not including count for which the attribute `stem` with the number is there, ascending:
-  // with stem "name_" those of name_0, name_7. Its cost is that of the attributes, however large count is.
+  // The numbers from 0 up to but not including count for which the attribute `stem` with the number is there,
+  // ascending: with stem "name_" those of name_0, name_7. Its cost is that of the attributes, however large count is.
   [[nodiscard]] std::vector<int> numbers(std::wstring_view stem, int count) const;
   // The attribute through the template engine.
   [[nodiscard]] Replaced text(std::wstring_view name, std::size_t size = text::kTextSize) const;

@@ -34,7 +34,7 @@ UserVariableTable& userVariables();
 // What a substitution came to. text is set only when `written` is true: a failure that leaves early writes nothing, and
 // the caller keeps what it had. A result that doesn't fit is the text "FAILURE" with tooLong set.
 struct Replaced {
-  int status = 0;          // 0, or 1 after a failure that was logged
+  int status = 0;  // 0, or 1 after a failure that was logged
   bool written = false;
   bool tooLong = false;
   std::wstring text;

@@ -59,7 +59,10 @@ TEST_F(Log, LinesSayLevelPlaceActionAndModel) {
 
 TEST_F(Log, TheFileHasCrLfAndUtf8) {
   logWrite(L"Gr\u00f6\u00dfe", core::kTitle);
-  EXPECT_EQ("9 Gr\xC3\xB6\xC3\x9F" "e\r\n", test::readBytes(World::machine(pluginState().logFile)));
+  EXPECT_EQ(
+      "9 Gr\xC3\xB6\xC3\x9F"
+      "e\r\n",
+      test::readBytes(World::machine(pluginState().logFile)));
 }
 
 TEST_F(Log, DebugLinesReachTheFileOnlyWhenAskedFor) {

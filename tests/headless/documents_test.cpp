@@ -170,8 +170,7 @@ TEST(Documents, FaultsNameLineAndReason) {
     ModelRecord record;
     const JsonFault fault = readDocument(row.content, record);
     EXPECT_EQ(row.line, fault.line) << row.content;
-    EXPECT_TRUE(fault.reason.starts_with(row.reason))
-        << row.content << text::toUtf8(fault.reason);
+    EXPECT_TRUE(fault.reason.starts_with(row.reason)) << row.content << text::toUtf8(fault.reason);
   }
 }
 

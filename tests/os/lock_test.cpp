@@ -1,6 +1,6 @@
 #include "os/lock.h"
 
-#include "os/disk.h"
+#include "disk.h"
 
 namespace os {
 namespace {

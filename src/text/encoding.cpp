@@ -1,5 +1,7 @@
 #include "text/encoding.h"
 
+#include <algorithm>
+
 #include <array>
 #include <cstdint>
 
@@ -59,12 +61,24 @@ std::string toSingleBytes(std::wstring_view text, ToByte toByte) {
   return bytes;
 }
 
+// Length of the ASCII characters at the start: nearly all of most texts, and copied as they are.
+std::size_t asciiRun(std::string_view bytes) {
+  return static_cast<std::size_t>(
+      std::find_if(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }) -
+      bytes.begin());
+}
+
 }  // namespace
 
 std::wstring fromUtf8(std::string_view bytes) {
   std::wstring text;
   text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t plain = asciiRun(bytes.substr(at));
+    text.resize(text.size() + plain);
+    std::copy_n(bytes.data() + at, plain, text.end() - static_cast<std::ptrdiff_t>(plain));
+    at += plain;
+    if (at == bytes.size()) break;
     const Sequence next = sequenceAt(bytes, at);
     appendCodePoint(text, next.length == 0 ? kReplacement : next.code);
     at += next.length == 0 ? 1 : next.length;

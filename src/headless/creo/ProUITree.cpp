@@ -46,7 +46,8 @@ ProError ProUITreeNodeDelete(const std::string& dialog, const std::string& tree,
 }
 
 Got<std::string> ProUITreeNodeTypeGet(const std::string& dialog, const std::string& tree, const std::string& node) {
-  return askNode<std::string>("ProUITreeNodeTypeGet", dialog, tree, node, [](const Tree::Node& n) { return n.type; });
+  return askNode<std::string>("ProUITreeNodeTypeGet", dialog, tree, node,
+                              [](const Tree::Node& n) { return n.type->name; });
 }
 
 ProError ProUITreeNodeTypeSet(const std::string& dialog, const std::string& tree, const std::string& node,
@@ -54,8 +55,9 @@ ProError ProUITreeNodeTypeSet(const std::string& dialog, const std::string& tree
   return change("ProUITreeNodeTypeSet", dialog, tree, Kind::tree, [&](Component& c) {
     Tree::Node* found = c.tree().find(node);
     if (!found) return ProNotFound;
-    if (!c.tree().hasType(type)) return ProBadInputs;
-    found->type = type;
+    const Tree::Type* look = c.tree().typeOf(type);
+    if (!look) return ProBadInputs;
+    found->type = look;
     return ProNoError;
   });
 }

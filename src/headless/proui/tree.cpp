@@ -6,20 +6,22 @@
 
 namespace headless {
 
-bool Tree::hasType(std::string_view type) const {
-  return std::any_of(types_.begin(), types_.end(), [&](const Type& known) { return known.name == type; });
+const Tree::Type* Tree::typeOf(std::string_view name) const {
+  const auto found = std::find_if(types_.begin(), types_.end(), [&](const Type& known) { return known.name == name; });
+  return found == types_.end() ? nullptr : &*found;
 }
 
 creo::ProError Tree::add(std::string_view parent, const std::string& name, const std::wstring& label,
                          const std::string& type) {
   Node* above = parent.empty() ? nullptr : find(parent);
   if (!above && !parent.empty()) return creo::ProNotFound;
-  if (name.empty() || !hasType(type)) return creo::ProBadInputs;
+  const Type* look = typeOf(type);
+  if (name.empty() || !look) return creo::ProBadInputs;
   const auto [made, fresh] = nodes_.try_emplace(name);
   if (!fresh) return creo::ProExists;
   Node& node = made->second;
-  node.label = label;
-  node.type = type;
+  node.label = text::toUtf8(label);
+  node.type = look;
   node.name = made->first;
   node.parent = above;
   node.previous = lastOf(above);
@@ -79,8 +81,8 @@ std::wstring Tree::dump() const {
   std::wstring lines;
   int depth = 0;
   for (const Node* node = first_; node; node = after(node, depth)) {
-    lines.append(static_cast<std::size_t>(2 * depth), L' ').append(node->label);
-    lines.append(L" (").append(text::fromUtf8(node->type)).append(L")\n");
+    lines.append(static_cast<std::size_t>(2 * depth), L' ').append(text::fromUtf8(node->label));
+    lines.append(L" (").append(text::fromUtf8(node->type->name)).append(L")\n");
   }
   return lines;
 }

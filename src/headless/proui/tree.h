@@ -13,9 +13,15 @@ namespace headless {
 
 class Tree {
  public:
+  // A look that nodes may have.
+  struct Type {
+    std::string name;
+    std::string image;
+  };
+  // The log of a long run has hundreds of thousands of nodes: each keeps its label in UTF-8 and refers to its type.
   struct Node {
-    std::wstring label;
-    std::string type;
+    std::string label;
+    const Type* type = nullptr;
     bool expanded = false;
     bool selected = false;
 
@@ -25,18 +31,13 @@ class Tree {
     Node *parent = nullptr, *first = nullptr, *last = nullptr, *previous = nullptr, *next = nullptr;
   };
 
-  // A look that nodes may have.
-  struct Type {
-    std::string name;
-    std::string image;
-  };
-
   explicit Tree(std::vector<Type> types) : types_(std::move(types)) {}
   Tree(const Tree&) = delete;  // nodes point at each other
   Tree& operator=(const Tree&) = delete;
 
   [[nodiscard]] const std::vector<Type>& types() const { return types_; }
-  [[nodiscard]] bool hasType(std::string_view type) const;
+  // Null where there is none.
+  [[nodiscard]] const Type* typeOf(std::string_view name) const;
   // Behind its brothers; parent "" adds a root. ProNotFound: no such parent; ProExists; ProBadInputs: no such type.
   creo::ProError add(std::string_view parent, const std::string& name, const std::wstring& label,
                      const std::string& type);

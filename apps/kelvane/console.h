@@ -14,7 +14,10 @@ class Console {
   Console(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
 
   // A line of the result.
-  void result(std::string_view line) { out_ << line << '\n'; }
+  void result(std::string_view line) {
+    if (passing_) clearedErr() << std::flush;
+    out_ << line << '\n';
+  }
   // A line for the person who waits; left out when quiet.
   void note(std::string_view line) {
     if (!quiet_) clearedErr() << line << '\n';

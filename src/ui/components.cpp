@@ -42,14 +42,7 @@ void choosePackage() {
   documents::selectPackage(name);
 }
 
-void chooseList() {
-  const std::string name = chosen("kvaneActionlistChooser");
-  PluginState& state = pluginState();
-  state.currentList = text::fromUtf8(name);
-  state.useGlobFilterNow = state.useGlobFilter;
-  engine::loadListFilter(name);
-  documents::readActionListInfo(name);
-}
+void chooseList() { documents::selectActionList(chosen("kvaneActionlistChooser")); }
 
 void chooseLogLevel() {
   pluginState().loglevel = text::parseInt(chosen("kvaneLayerLogFilterChooser"));

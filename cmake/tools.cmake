@@ -1,8 +1,11 @@
 # Compiler cache and a fast linker where they are installed; warnings and sanitizers for our own targets.
 file(WRITE ${CMAKE_BINARY_DIR}/empty.cpp "")
+# One cache serves every clone: paths count from the clone's root, and the precompiled header is known by what makes it.
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+    CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+    CCACHE_PCH_EXTSUM=1 ${CCACHE})
 endif()
 find_program(MOLD mold)
 if(MOLD)
@@ -28,6 +31,8 @@ target_link_libraries(kvd_pch PRIVATE kvd_flags)
 target_precompile_headers(kvd_pch PRIVATE
   <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory> <optional> <set> <span> <string>
   <string_view> <system_error> <unordered_map> <unordered_set> <utility> <variant> <vector>)
+file(WRITE ${CMAKE_BINARY_DIR}/CMakeFiles/kvd_pch.dir/cmake_pch.hxx.gch.sum
+  "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} ${CMAKE_BUILD_TYPE} ${KVD_SANITIZE} ${CMAKE_CXX_FLAGS}")
 
 # kvd_layer(NAME FOLDERS... [LINKS targets...]): a static library of all sources of these folders.
 function(kvd_layer name)

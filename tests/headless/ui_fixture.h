@@ -9,6 +9,7 @@
 #include "headless/proui/ui.h"
 #include "headless/session/session.h"
 #include "os/surroundings.h"
+#include "support/folders.h"
 #include "support/world.h"
 
 namespace test {
@@ -17,7 +18,7 @@ class UiTest : public testing::Test {
  protected:
   explicit UiTest(const std::string& language = "usascii")
       : session_({.modelFolder = os::mounts().system(folder_.path()),
-                  .textFolder = os::mounts().system(KVD_SOURCE_DIR "/installation/text"),
+                  .textFolder = os::mounts().system(sourceFolder() + "/installation/text"),
                   .language = language}) {}
 
   headless::Ui& ui() { return session_.ui(); }

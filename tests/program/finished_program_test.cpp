@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "program/program_fixture.h"
+#include "support/folders.h"
 
 namespace test {
 namespace {
@@ -10,8 +11,8 @@ class FinishedProgram : public ProgramTest {
  protected:
   // A command of the shell in which "kelvane" is the program, run in this test's folder.
   Ended shell(const std::string& command) const {
-    file("do.sh", "cd '" + path("") + "'\nkelvane() { '" + std::string(KVD_BINARY_DIR) + "/kelvane' \"$@\"; }\n" +
-                      command + " > out 2> err\necho $? > code\n");
+    file("do.sh", "cd '" + path("") + "'\nkelvane() { '" + binaryFolder() + "/kelvane' \"$@\"; }\n" + command +
+                      " > out 2> err\necho $? > code\n");
     if (std::system(("sh '" + path("do.sh") + "'").c_str()) != 0) return {-1, "", "no shell"};
     return {std::stoi(readBytes(path("code"))), readBytes(path("out")), readBytes(path("err"))};
   }

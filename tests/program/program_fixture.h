@@ -9,6 +9,7 @@
 
 #include "kelvane/program.h"
 #include "os/processes.h"
+#include "support/folders.h"
 #include "support/world.h"
 #include "text/encoding.h"
 
@@ -23,7 +24,7 @@ class ProgramTest : public testing::Test {
  protected:
   ProgramTest() {
     os::setEnvironment(L"XDG_CACHE_HOME", text::fromUtf8(path("cache")));
-    os::setEnvironment(L"KELVANE_INSTALLATION", text::fromUtf8(std::string(KVD_SOURCE_DIR) + "/installation"));
+    os::setEnvironment(L"KELVANE_INSTALLATION", text::fromUtf8(sourceFolder() + "/installation"));
   }
 
   static Ended kelvane(const std::vector<std::string>& words) {
@@ -33,7 +34,7 @@ class ProgramTest : public testing::Test {
   }
 
   [[nodiscard]] std::string path(const std::string& name) const { return folder_.path() + "/" + name; }
-  static std::string example(const std::string& name) { return std::string(KVD_SOURCE_DIR) + "/examples/" + name; }
+  static std::string example(const std::string& name) { return sourceFolder() + "/examples/" + name; }
 
   void file(const std::string& name, const std::string& content) const {
     std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());

@@ -15,6 +15,7 @@
 #include "engine/variables.h"
 #include "headless/proui/ui.h"
 #include "os/text_files.h"
+#include "support/folders.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -148,7 +149,7 @@ World::World() : realFiles_(os::surroundings().files) {
   mounts.set(L'd', models());
   mounts.set(L'p', packages());
   mounts.set(L't', temp());
-  mounts.set(L'i', std::string(KVD_SOURCE_DIR) + "/installation");
+  mounts.set(L'i', sourceFolder() + "/installation");
   mounts.set(L'c', folder_.path());
   disk_ = std::make_shared<os::FaultyFiles>(*realFiles_);
   os::surroundings().files = disk_;

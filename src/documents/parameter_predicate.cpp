@@ -1,0 +1,114 @@
+// The predicate "parameter", with its numeric comparisons.
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProDrawing.h"
+#include "creo/ProMdl.h"
+#include "creo/ProParameter.h"
+#include "documents/predicate_families.h"
+#include "documents/predicate_words.h"
+#include "engine/compare.h"
+#include "engine/variables.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace documents {
+namespace {
+
+constexpr int kParameterFound = 36, kTitleParameter = 37;
+constexpr std::wstring_view kCurrentModelPrefix = L"curmod:";
+
+// How a parameter is compared, read once for all parameters that the pattern meets.
+struct Comparison {
+  std::wstring value;
+  std::wstring_view ncomp, epsilon;
+};
+
+bool comparesNumber(const Comparison& with, double number, double target, double margin) {
+  const double low = target - margin, high = target + margin;
+  if (with.ncomp == L"1") return number < high;
+  if (with.ncomp == L"2") return number <= high;
+  if (with.ncomp == L"3") return low <= number && number <= high;
+  if (with.ncomp == L"4") return number >= low;
+  if (with.ncomp == L"5") return number > low;
+  return false;
+}
+
+bool comparesBoolean(const Comparison& with, bool state) {
+  static constexpr std::wstring_view kWords[2][7] = {{L"false", L"0", L"no", L"nein", L"f", L"n", L"*"},
+                                                     {L"true", L"1", L"yes", L"ja", L"j", L"y", L"*"}};
+  const auto& words = kWords[state ? 1 : 0];
+  return std::any_of(std::begin(words), std::end(words),
+                     [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
+}
+
+bool comparesInteger(const Comparison& with, int number) {
+  if (!matches(engine::kIntegerPattern, with.value)) return matches(with.value, text::format(L"%d", number));
+  // A double holds every integer of the parameter's range, and a value beyond it still lies on its side.
+  return comparesNumber(with, number, text::parseDouble(with.value), text::parseInt(with.epsilon));
+}
+
+bool comparesReal(const Comparison& with, double number) {
+  if (!matches(engine::kDoublePattern, with.value)) return matches(with.value, text::format(L"%f", number));
+  return comparesNumber(with, number, text::parseDouble(with.value), text::parseDouble(with.epsilon));
+}
+
+// The visit's answer: stop at a hit, and at a kind that can't be compared.
+creo::ProError compareParameter(const Comparison& with, const creo::ProParameter& parameter, bool& held) {
+  const auto value = creo::ProParameterValueGet(parameter);
+  if (!value) return creo::ProNoError;
+  switch (value.value.type) {
+    case creo::ProParamvalueType::boolean:
+      held = comparesBoolean(with, value.value.boolean);
+      break;
+    case creo::ProParamvalueType::string:
+      held = matches(with.value, value.value.string);
+      break;
+    case creo::ProParamvalueType::integer:
+      held = comparesInteger(with, value.value.integer);
+      break;
+    case creo::ProParamvalueType::real:
+      held = comparesReal(with, value.value.real);
+      break;
+    case creo::ProParamvalueType::none:
+    case creo::ProParamvalueType::noteId:
+      core::logWrite(L"Deletion test of NoteID is not supported", core::kWarning);
+      return creo::ProStopVisit;
+  }
+  return held ? creo::ProStopVisit : creo::ProNoError;
+}
+
+}  // namespace
+
+int parameterPredicate(creo::ProMdl model, const core::XmlNode& item) {
+  title(kTitleParameter);
+  const auto value = engine::replaceVariables(valueOf(item, L"value"), model);
+  auto name = engine::replaceVariables(valueOf(item, L"param"), model);
+  if (!value || !name) return kFalse;
+  const auto type = applicableType(model, AppliesTo::any);
+  if (!type) return kNotApplicable;
+  if (*type == creo::ProMdlType::drawing && name.text.starts_with(kCurrentModelPrefix)) {
+    const auto solid = creo::ProDrawingCurrentsolidGet(model);
+    if (!solid) return kFalse;
+    model = solid.value;
+    name.text.erase(0, kCurrentModelPrefix.size());
+  }
+  const auto owner = creo::ProMdlToModelitem(model);
+  if (!owner) return kFalse;
+
+  const Comparison with{value.text, valueOf(item, L"ncomp", L"3"), valueOf(item, L"epsilon")};
+  bool met = false, held = false;
+  creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
+    if (!matches(name.text, parameter.id)) return creo::ProNoError;
+    met = true;
+    core::logMsgId(kParameterFound, core::kDebug, 1);
+    return compareParameter(with, parameter, held);
+  });
+  // A name that holds a star or slashes of its own isn't met as a pattern.
+  if (!met) {
+    if (const auto plain = creo::ProParameterInit(owner.value, name.text)) compareParameter(with, plain.value, held);
+  }
+  return held ? kTrue : kFalse;
+}
+
+}  // namespace documents

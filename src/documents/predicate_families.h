@@ -1,0 +1,19 @@
+// The predicates that the table names, by the file that holds them. Each gets the model and the filter item and answers
+// kFalse, kTrue or kNotApplicable.
+#pragma once
+
+#include "core/xml.h"
+#include "creo/ProTypes.h"
+
+namespace documents {
+
+// model_predicates.cpp
+int instancePredicate(creo::ProMdl model, const core::XmlNode& item);
+int genericPredicate(creo::ProMdl model, const core::XmlNode& item);
+int skeletonPredicate(creo::ProMdl model, const core::XmlNode& item);
+int filenamePredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// parameter_predicate.cpp
+int parameterPredicate(creo::ProMdl model, const core::XmlNode& item);
+
+}  // namespace documents

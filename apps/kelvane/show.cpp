@@ -39,7 +39,9 @@ Rows parametersOf(const creo::ProModelitem& owner) {
 Rows featuresOf(const headless::ModelRecord& record) {
   Rows rows;
   for (const headless::FeatureRecord& feature : record.features) {
-    rows.push_back({std::to_string(feature.id), feature.name, "type " + std::to_string(feature.type), feature.status});
+    const bool active = feature.status == creo::ProFeatureStatus::active;
+    rows.push_back({std::to_string(feature.id), feature.name, "type " + std::to_string(feature.type),
+                    active ? std::string() : std::string(headless::textOf(feature.status))});
   }
   return rows;
 }

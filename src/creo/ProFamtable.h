@@ -24,6 +24,11 @@ ProError ProSolidFamtableCheck(ProMdl solid);
 // ProNotFound: the solid has no family table.
 Got<ProFamtable> ProFamtableInit(ProMdl solid);
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor);
+// Was the instance regenerated and found good? 0 is a yes.
+enum class ProVerification : int { verified = 0, failed = 1, notVerified = 2 };
+Got<ProVerification> ProFaminstanceIsVerified(const ProFaminstance& instance);
+// Builds the instance in memory, also one that lies on disk. ProGeneralError: the row can't be built.
+Got<ProMdl> ProFaminstanceCreate(const ProFaminstance& instance);
 // The instance as a model in memory; it shares the generic's document. ProGeneralError: the row can't be built.
 Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance);
 // An instance's generic as a model. immediate: the one whose table has the row, else the topmost. ProNotFound: the

@@ -27,16 +27,30 @@ Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
 // instance. ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and
 // reason.
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
+// As ProMdlRetrieve with the master representation, which becomes the active one.
+Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type);
 // ProBadInputs for a handle that has gone, here and below. Upper case.
 Got<std::wstring> ProMdlNameGet(ProMdl model);
 Got<ProMdlType> ProMdlTypeGet(ProMdl model);
 Got<ProMdlData> ProMdlDataGet(ProMdl model);
+// As the model is called in its family table and on disk; upper case. The same as ProMdlNameGet for a native model.
+Got<std::wstring> ProMdlMdlnameGet(ProMdl model);
+// The extension by type, upper case: "PRT".
+Got<std::wstring> ProMdlExtensionGet(ProMdl model);
+// The name that the PDM system shows. ProNotFound: it has none.
+Got<std::wstring> ProMdlCommonnameGet(ProMdl model);
+// Creo's number of the kind of part or assembly, from 1.
+Got<int> ProMdlSubtypeGet(ProMdl model);
+// The file that the model was read from, with its path; empty for a new model.
+Got<std::wstring> ProMdlOriginGet(ProMdl model);
 // Saves the model as the next version of its document; an instance saves its generic. Raises notification 103 before.
 // ProGeneralError: not written (the old versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
 // Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its
 // generic.
 ProError ProMdlErase(ProMdl model);
+// The same with all that it uses and that no other model in memory uses.
+ProError ProMdlEraseAll(ProMdl model);
 // May the model be changed? False: a read-only document. askUser: Creo may ask the user to resolve a conflict.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
 Got<bool> ProMdlIsSkeleton(ProMdl model);
@@ -45,6 +59,15 @@ Got<bool> ProMdlModificationVerify(ProMdl model);
 // What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them.
 // Each once, in the document's order.
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model);
+// The same as files: with type code and name; another kind of file that the model refers to has a type of its own.
+struct ProDependencyData {
+  std::wstring name;
+  std::wstring typeText;
+  int type = 0;  // 1 assembly, 2 part, 4 drawing, 19 layout
+};
+Got<std::vector<ProDependencyData>> ProMdlDependenciesDataList(ProMdl model);
+// Names of parameters as the object interface lists them; one that is defined twice is there twice.
+Got<std::vector<std::wstring>> pfcListParams(ProMdl model);
 // The model itself as an owner of parameters.
 Got<ProModelitem> ProMdlToModelitem(ProMdl model);
 

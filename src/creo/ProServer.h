@@ -16,6 +16,9 @@ Got<std::wstring> ProServerWorkspaceGet(const std::wstring& server);
 // file: "bracket.prt". ProNotFound: the server has no such object.
 Got<ProServerStatus> ProServerObjectStatusGet(const std::wstring& server, const std::wstring& workspace,
                                               const std::wstring& file);
+// "wtpub://..." of an object, and the web address behind such a URL. ProNotFound: the server has no such object.
+Got<std::wstring> ProServerModelNameToAliasedURL(const std::wstring& file);
+Got<std::wstring> ProServerAliasedURLToURL(const std::wstring& aliased);
 // ProConflicts: refused.
 ProError ProServerObjectsCheckout(ProMdl model, bool includeInstances);
 

@@ -1,19 +1,61 @@
-// What parts and assemblies hold.
+// What parts and assemblies hold as a whole. Every operation gives ProBadInputs for a model that is no solid.
 #pragma once
 
 #include "creo/ProTypes.h"
 
 namespace creo {
 
+// ---- dimensions, of solids and drawings
+
 struct ProDimension {
   ProMdl owner;
   int id = 0;
   bool reference = false;
+};
+struct ProDimensionTolerance {
+  double upper = 0, lower = 0;
 };
 
 // Dimensions, or the reference dimensions, of a solid.
 ProError ProSolidDimensionVisit(ProMdl solid, bool reference, Visitor<ProDimension> visitor);
 // Such as "d12", or the name it was given.
 Got<std::wstring> ProDimensionSymbolGet(const ProDimension& dimension);
+// The lines of its text; "@D" stands for the value.
+Got<std::vector<std::wstring>> ProDimensionTextGet(const ProDimension& dimension);
+// ProNotFound: it has none.
+Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimension);
+
+// ---- accuracy and tolerance
+
+enum class ProAccuracyKind : int { relative = 1, absolute = 2 };
+struct ProAccuracy {
+  ProAccuracyKind kind = ProAccuracyKind::relative;
+  double value = 0;
+};
+// ProNotFound: nothing is set.
+Got<ProAccuracy> ProSolidAccuracyGet(ProMdl solid);
+
+// Classes of the ISO 2768 tables.
+enum class ProToleranceClass : int { none = -1, fine = 0, medium = 1, coarse = 2, veryCoarse = 3 };
+// ProNotFound: the model has no class.
+Got<ProToleranceClass> ProSolidModelclassGet(ProMdl solid);
+
+// ---- regeneration
+
+enum class ProRegenerationStatus : int { regenerated = 0, needed = 1, failed = 2, connectFailed = 3 };
+// Flags of ProSolidRegenerate; they add up.
+constexpr unsigned kRegenerateNoFlags = 0;
+constexpr unsigned kRegenerateForce = 16;
+constexpr unsigned kRegenerateUpdateInstances = 256;
+
+Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid);
+// Raises notifications 21 and 22. ProRegenFailed: a relation or a feature fails, the message area says which;
+// ProRegenAgain: the model needs another pass.
+ProError ProSolidRegenerate(ProMdl solid, unsigned flags);
+// Is a feature other than the last the place where new ones come?
+Got<bool> ProInsertModeIsActive(ProMdl solid);
+
+// Name of the principal system of units: "millimeter Newton Second (mmNs)".
+Got<std::wstring> ProMdlPrincipalunitsystemGet(ProMdl model);
 
 }  // namespace creo

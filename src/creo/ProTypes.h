@@ -76,8 +76,23 @@ template <class Item>
 using Visitor = FunctionRef<ProError(const Item&)>;
 
 // Kinds of model items.
-enum class ProItemType : int { none = -1, feature = 3, model = 100, material = 17001 };
-// An owner of parameters: a model, a feature of it, or a material of it (by name).
+enum class ProItemType : int {
+  none = -1,
+  feature = 3,
+  dimension = 8,
+  crossSection = 18,
+  referenceDimension = 28,
+  view = 92,
+  model = 100,
+  layer = 117,
+  explodedState = 500,
+  material = 17001,
+  // Nothing shows these numbers.
+  simplifiedRep = 20001,
+  combinedState = 20002,
+  styleState = 20003,
+};
+// A model or a thing in it, by id; a material by name. Models, features and materials own parameters.
 struct ProModelitem {
   ProItemType type = ProItemType::none;
   int id = 0;

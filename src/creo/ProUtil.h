@@ -15,6 +15,9 @@ Got<std::wstring> ProDirectoryCurrentGet();
 // ProNotFound: no such folder.
 ProError ProDirectoryChange(const std::wstring& path);
 
+// The first value of an option, its name case-blind. ProNotFound: it isn't set.
+Got<std::wstring> ProConfigoptGet(const std::wstring& option);
+
 enum class ProInputFileType : int { configuration = 5 };
 // Reads a file of settings into the session. ProNotFound: no such file. The model is that of model settings, or none.
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type);

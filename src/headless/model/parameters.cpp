@@ -131,7 +131,7 @@ Got<Parameters::Owner> Parameters::owner(const ProModelitem& item) const {
       out.parts.push_back({list, nullptr});
       return out;
     }
-    case creo::ProItemType::none:
+    default:
       break;
   }
   return creo::ProBadInputs;

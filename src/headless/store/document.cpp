@@ -1,50 +1,13 @@
 #include "headless/store/document.h"
 
+#include "headless/store/enum_texts.h"
+#include "headless/store/tables_drawing.h"
+#include "headless/store/tables_solid.h"
+
 namespace headless {
 
 using creo::ProExtdataType;
-using creo::ProFamitemType;
-using creo::ProMdlType;
-using creo::ProParameterDriver;
 using creo::ProParamvalueType;
-
-template <class E>
-using Texts = std::pair<std::string_view, E>;
-
-template <>
-struct EnumTexts<ProParamvalueType> {
-  static constexpr Texts<ProParamvalueType> texts[] = {{"string", ProParamvalueType::string},
-                                                       {"integer", ProParamvalueType::integer},
-                                                       {"double", ProParamvalueType::real},
-                                                       {"boolean", ProParamvalueType::boolean},
-                                                       {"note", ProParamvalueType::noteId}};
-};
-template <>
-struct EnumTexts<ProParameterDriver> {
-  static constexpr Texts<ProParameterDriver> texts[] = {{"none", ProParameterDriver::none},
-                                                        {"parameter", ProParameterDriver::parameter},
-                                                        {"function", ProParameterDriver::function},
-                                                        {"relation", ProParameterDriver::relation}};
-};
-template <>
-struct EnumTexts<ProExtdataType> {
-  static constexpr Texts<ProExtdataType> texts[] = {{"integer", ProExtdataType::integer},
-                                                    {"text", ProExtdataType::text}};
-};
-template <>
-struct EnumTexts<ProFamitemType> {
-  static constexpr Texts<ProFamitemType> texts[] = {{"parameter", ProFamitemType::parameter},
-                                                    {"dimension", ProFamitemType::dimension},
-                                                    {"feature", ProFamitemType::feature},
-                                                    {"component", ProFamitemType::component}};
-};
-template <>
-struct EnumTexts<ProMdlType> {
-  static constexpr Texts<ProMdlType> texts[] = {{"prt", ProMdlType::part},
-                                                {"asm", ProMdlType::assembly},
-                                                {"drw", ProMdlType::drawing},
-                                                {"mfg", ProMdlType::manufacturing}};
-};
 
 namespace {
 
@@ -79,26 +42,16 @@ struct RecordTable<SlotRecord> {
   }
 };
 template <>
-struct RecordTable<FeatureRecord> {
-  using R = FeatureRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired),
-                                        field<&R::number>("number"),
-                                        field<&R::name>("name"),
-                                        field<&R::type>("type"),
-                                        field<&R::status>("status"),
-                                        field<&R::dimensions>("dimensions"),
-                                        field<&R::parameters>("parameters")};
+struct RecordTable<ToleranceRecord> {
+  using R = ToleranceRecord;
+  static constexpr std::array fields = {field<&R::upper>("upper"), field<&R::lower>("lower")};
 };
 template <>
 struct RecordTable<DimensionRecord> {
   using R = DimensionRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::symbol>("symbol"),
-                                        field<&R::value>("value"), field<&R::reference>("reference")};
-};
-template <>
-struct RecordTable<MaterialRecord> {
-  using R = MaterialRecord;
-  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::parameters>("parameters")};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),    field<&R::symbol>("symbol"),
+                                        field<&R::value>("value"),         field<&R::reference>("reference"),
+                                        field<&R::tolerance>("tolerance"), field<&R::text>("text")};
 };
 template <>
 struct RecordTable<ColumnRecord> {
@@ -108,9 +61,9 @@ struct RecordTable<ColumnRecord> {
 template <>
 struct RecordTable<RowRecord> {
   using R = RowRecord;
-  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::values>("values"),
-                                        field<&R::parameters>("parameters"), field<&R::externalData>("externalData"),
-                                        field<&R::familyTable>("familyTable")};
+  static constexpr std::array fields = {field<&R::name>("name", kRequired),    field<&R::values>("values"),
+                                        field<&R::parameters>("parameters"),   field<&R::externalData>("externalData"),
+                                        field<&R::familyTable>("familyTable"), field<&R::verification>("verification")};
 };
 template <>
 struct RecordTable<FamilyTableRecord> {
@@ -121,7 +74,8 @@ template <>
 struct RecordTable<UsedModelRecord> {
   using R = UsedModelRecord;
   static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),
-                                        field<&R::feature>("feature"), field<&R::placement>("placement")};
+                                        field<&R::feature>("feature"), field<&R::flexible>("flexible"),
+                                        field<&R::placement>("placement")};
 };
 template <>
 struct RecordTable<ModelRecord> {
@@ -129,16 +83,37 @@ struct RecordTable<ModelRecord> {
   static constexpr std::array fields = {field<&R::format>("format", kRequired),
                                         field<&R::readOnly>("readOnly"),
                                         field<&R::skeleton>("skeleton"),
+                                        field<&R::subtype>("subtype"),
+                                        field<&R::commonName>("commonName"),
                                         field<&R::units>("units"),
                                         field<&R::parameters>("parameters"),
                                         field<&R::material>("material"),
                                         field<&R::materials>("materials"),
+                                        field<&R::accuracy>("accuracy"),
+                                        field<&R::toleranceClass>("toleranceClass"),
                                         field<&R::features>("features"),
+                                        field<&R::insertAfter>("insertAfter"),
                                         field<&R::dimensions>("dimensions"),
                                         field<&R::relations>("relations"),
+                                        field<&R::postRelations>("postRelations"),
+                                        field<&R::regeneration>("regeneration"),
                                         field<&R::components>("components"),
                                         field<&R::models>("models"),
+                                        field<&R::currentModel>("currentModel"),
+                                        field<&R::currentSheet>("currentSheet"),
                                         field<&R::sheets>("sheets"),
+                                        field<&R::tables>("tables"),
+                                        field<&R::symbolDefinitions>("symbolDefinitions"),
+                                        field<&R::symbols>("symbols"),
+                                        field<&R::shownDimensions>("shownDimensions"),
+                                        field<&R::layers>("layers"),
+                                        field<&R::layerStates>("layerStates"),
+                                        field<&R::views>("views"),
+                                        field<&R::simplifiedReps>("simplifiedReps"),
+                                        field<&R::explodedStates>("explodedStates"),
+                                        field<&R::styleStates>("styleStates"),
+                                        field<&R::combinedStates>("combinedStates"),
+                                        field<&R::crossSections>("crossSections"),
                                         field<&R::solid>("solid"),
                                         field<&R::familyTable>("familyTable"),
                                         field<&R::externalData>("externalData")};
@@ -159,6 +134,12 @@ bool fitsType(const Scalar& value, ProParamvalueType type) {
       break;
   }
   return false;
+}
+
+std::string_view textOf(creo::ProFeatureStatus status) {
+  for (const auto& [name, value] : EnumTexts<creo::ProFeatureStatus>::texts)
+    if (value == status) return name;
+  return {};
 }
 
 std::span<const Migration> knownMigrations() { return {}; }

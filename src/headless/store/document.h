@@ -17,6 +17,9 @@ struct Migration {
 // Those that this version knows, in ascending order.
 std::span<const Migration> knownMigrations();
 
+// The word that documents use for a status.
+std::string_view textOf(creo::ProFeatureStatus status);
+
 // Reads a document of any format up to the current one. `into` is meaningful only without a fault.
 JsonFault readDocument(std::string_view source, ModelRecord& into,
                        std::span<const Migration> migrations = knownMigrations());

@@ -22,6 +22,11 @@ void readValue(int& into, const Json& json, Reader& in) {
   into = static_cast<int>(json.integer);
 }
 
+void readValue(double& into, const Json& json, Reader& in) {
+  if (!json.isNumber()) return in.failKind(json, L"a number");
+  into = json.real;
+}
+
 void readValue(bool& into, const Json& json, Reader& in) {
   if (!json.is(JsonKind::boolean)) return in.failKind(json, L"true or false");
   into = json.boolean;
@@ -56,6 +61,7 @@ void readValue(RawJson& into, const Json& json, Reader& in) { into.text = in.asW
 
 void writeValue(const std::string& value, std::string& out, int) { appendQuoted(out, value); }
 void writeValue(int value, std::string& out, int) { out += std::to_string(value); }
+void writeValue(double value, std::string& out, int) { out += realText(value); }
 void writeValue(bool value, std::string& out, int) { out += value ? "true" : "false"; }
 void writeValue(const RawJson& value, std::string& out, int) { out += value.text; }
 

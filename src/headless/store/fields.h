@@ -95,17 +95,17 @@ struct RecordTable;
 
 void readValue(std::string& into, const Json& json, Reader& in);
 void readValue(int& into, const Json& json, Reader& in);
+void readValue(double& into, const Json& json, Reader& in);
 void readValue(bool& into, const Json& json, Reader& in);
 void readValue(Scalar& into, const Json& json, Reader& in);
 void readValue(RawJson& into, const Json& json, Reader& in);
 void writeValue(const std::string& value, std::string& out, int level);
 void writeValue(int value, std::string& out, int level);
+void writeValue(double value, std::string& out, int level);
 void writeValue(bool value, std::string& out, int level);
 void writeValue(const Scalar& value, std::string& out, int level);
 void writeValue(const RawJson& value, std::string& out, int level);
 inline bool isDefault(const std::string& v) { return v.empty(); }
-inline bool isDefault(int v) { return v == 0; }
-inline bool isDefault(bool v) { return !v; }
 inline bool isDefault(const Scalar& v) { return v.index() == 0; }
 inline bool isDefault(const RawJson& v) { return v.text.empty(); }
 
@@ -137,10 +137,6 @@ void writeValue(E value, std::string& out, int) {
     if (v == value) return appendQuoted(out, name);
   out += "null";
 }
-template <class E>
-requires std::is_enum_v<E>
-bool isDefault(E value) { return value == E{}; }
-
 // ---- records, lists and objects; declared first, as they hold one another
 
 template <class R>
@@ -314,12 +310,26 @@ struct ClassOfMember<T R::*> {
   using type = R;
 };
 
+// The members of a record that nothing was read into.
+template <class R>
+const R& blank() {
+  static const R record{};
+  return record;
+}
+template <class R, class T>
+bool holdsDefault(const R& record, T R::*member) {
+  if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>)
+    return record.*member == blank<R>().*member;
+  else
+    return isDefault(record.*member);
+}
+
 template <auto M>
 constexpr auto field(std::string_view name, bool required = false) {
   using R = typename ClassOfMember<decltype(M)>::type;
   return Field<R>{name, required, [](R& record, const Json& json, Reader& in) { readValue(record.*M, json, in); },
                   [](const R& record, std::string& out, int level) { writeValue(record.*M, out, level); },
-                  [](const R& record) { return isDefault(record.*M); }};
+                  [](const R& record) { return holdsDefault(record, M); }};
 }
 constexpr bool kRequired = true;
 

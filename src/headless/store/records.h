@@ -1,4 +1,4 @@
-// A model document as records. docs/model-document.md describes each member for users; the tables are in document.cpp.
+// A model document as records. docs/model-document.md describes each member for users; the tables stand in document.cpp and the tables_ headers.
 #pragma once
 
 #include <cstdint>
@@ -10,22 +10,13 @@
 #include "creo/ProFamtable.h"
 #include "creo/ProParameter.h"
 #include "headless/store/fields.h"
+#include "headless/store/parameter_record.h"
+#include "headless/store/records_drawing.h"
+#include "headless/store/records_solid.h"
 
 namespace headless {
 
 constexpr int kDocumentFormat = 1;
-
-struct ParameterRecord : Open {
-  std::string name;
-  creo::ProParamvalueType type = creo::ProParamvalueType::none;
-  Scalar value;
-  std::string units, description;
-  bool designated = false;
-  creo::ProParameterDriver driver = creo::ProParameterDriver::none;
-};
-// A double's value may stand there without its point; any other value must be of its type.
-bool fitsType(const Scalar& value, creo::ProParamvalueType type);
-using ParameterList = NamedList<ParameterRecord>;
 
 // A slot that nothing was written to has no value.
 struct SlotRecord : Open {
@@ -35,23 +26,17 @@ struct SlotRecord : Open {
 using SlotList = Members<SlotRecord>;
 using ExternalData = Members<SlotList>;
 
-struct FeatureRecord : Open {
-  int id = 0, number = 0, type = 0;
-  std::string name, status;
-  std::vector<int> dimensions;
-  std::unique_ptr<ParameterList> parameters;
+// How far a dimension may be off.
+struct ToleranceRecord : Open {
+  double upper = 0, lower = 0;
 };
-
 struct DimensionRecord : Open {
   int id = 0;
   std::string symbol;
   Scalar value;
   bool reference = false;
-};
-
-struct MaterialRecord : Open {
-  std::string name;
-  ParameterList parameters;
+  std::unique_ptr<ToleranceRecord> tolerance;
+  std::vector<std::string> text;  // lines; none: "@D" alone
 };
 
 struct ColumnRecord : Open {
@@ -66,6 +51,7 @@ struct RowRecord : Open {
   std::unique_ptr<ParameterList> parameters;
   std::unique_ptr<ExternalData> externalData;
   std::unique_ptr<FamilyTableRecord> familyTable;
+  creo::ProVerification verification = creo::ProVerification::notVerified;
   // Not written: where the row hangs, and whether it differs from what is on disk.
   RowRecord* parent = nullptr;
   bool changed = false;
@@ -79,23 +65,46 @@ struct FamilyTableRecord : Open {
 struct UsedModelRecord : Open {
   std::string name;
   creo::ProMdlType type = creo::ProMdlType::unused;
-  int feature = 0;    // components only
-  RawJson placement;  // components only
+  // Components only.
+  int feature = 0;
+  bool flexible = false;
+  RawJson placement;
 };
 
 struct ModelRecord : Open {
   int format = kDocumentFormat;
   bool readOnly = false, skeleton = false;
-  std::string units, material;
+  int subtype = 1;
+  std::string commonName, units, material;
   ParameterList parameters;
-  std::vector<FeatureRecord> features;
   std::vector<DimensionRecord> dimensions;
-  std::vector<MaterialRecord> materials;
-  std::vector<std::string> relations;
+  std::vector<std::string> relations, postRelations;
+  std::vector<LayerRecord> layers;
+  std::vector<LayerStateRecord> layerStates;
+  std::vector<ViewRecord> views;
   std::unique_ptr<FamilyTableRecord> familyTable;
-  std::vector<UsedModelRecord> components, models;
-  RawJson sheets, solid;
   ExternalData externalData;
+
+  // ---- parts and assemblies
+  std::vector<FeatureRecord> features;
+  std::vector<MaterialRecord> materials;
+  std::unique_ptr<AccuracyRecord> accuracy;
+  creo::ProToleranceClass toleranceClass = creo::ProToleranceClass::none;
+  creo::ProRegenerationStatus regeneration = creo::ProRegenerationStatus::regenerated;
+  int insertAfter = 0;  // number of the feature behind which new ones come; 0: insert mode is off
+  std::vector<StateRecord> simplifiedReps, explodedStates, styleStates, combinedStates, crossSections;
+  std::vector<UsedModelRecord> components;
+  RawJson solid;
+
+  // ---- drawings
+  std::vector<UsedModelRecord> models;
+  std::string currentModel;  // "GEAR.prt"; empty: the first
+  int currentSheet = 1;
+  std::vector<SheetRecord> sheets;
+  std::vector<TableRecord> tables;
+  std::vector<SymbolDefinitionRecord> symbolDefinitions;
+  std::vector<SymbolRecord> symbols;
+  std::vector<ShownDimensionRecord> shownDimensions;
 };
 
 }  // namespace headless

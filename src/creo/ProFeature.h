@@ -1,0 +1,53 @@
+// Features: what a solid is built of, one by one. An assembly's components are features too, of the type kComponent.
+#pragma once
+
+#include "creo/ProTypes.h"
+
+namespace creo {
+
+// Creo's number of the feature type of an assembly's component.
+constexpr int kComponentFeature = 1000;
+
+enum class ProFeatureStatus : int {
+  active = 0,
+  inactive = 1,
+  familyTableSuppressed = 2,
+  simplifiedRepSuppressed = 3,
+  programSuppressed = 4,
+  suppressed = 5,
+  unregenerated = 6,
+};
+
+struct ProFeature {
+  ProMdl owner;
+  int id = 0;
+};
+// An entity of a sketch.
+struct ProSectionEntity {
+  int id = 0, type = 0;
+};
+
+// In the order of the model tree. ProBadInputs: no solid. Below, ProNotFound: the feature has gone.
+ProError ProSolidFeatVisit(ProMdl solid, Visitor<ProFeature> visitor);
+// Its name; a component's is its model's. ProNotFound: it has none.
+Got<std::wstring> ProFeatureNameGet(const ProFeature& feature);
+// Creo's number of the type.
+Got<int> ProFeatureTypeGet(const ProFeature& feature);
+// The type in words: "HOLE". Empty where nothing is known.
+Got<std::wstring> ProFeatureTypenameGet(const ProFeature& feature);
+Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature);
+// Its number in the tree, from 1.
+Got<int> ProFeatureNumberGet(const ProFeature& feature);
+Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature);
+// Does it have geometry checks, such as tiny edges?
+Got<bool> ProFeatureHasGeomchks(const ProFeature& feature);
+// How many sketches it has.
+Got<int> ProFeatureNumSectionsGet(const ProFeature& feature);
+// The entities of a sketch. section: from 0. ProNotFound: the feature has no such sketch.
+Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature& feature, int section);
+
+// The model of a component. ProBadInputs: no component; ProNotFound: its model can't be retrieved.
+Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component);
+Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
+
+}  // namespace creo

@@ -1,0 +1,121 @@
+// The texts of enumerations in documents.
+#pragma once
+
+#include <string_view>
+#include <utility>
+
+#include "headless/store/records.h"
+
+namespace headless {
+
+template <class E>
+using Texts = std::pair<std::string_view, E>;
+
+template <>
+struct EnumTexts<creo::ProParamvalueType> {
+  static constexpr Texts<creo::ProParamvalueType> texts[] = {{"string", creo::ProParamvalueType::string},
+                                                             {"integer", creo::ProParamvalueType::integer},
+                                                             {"double", creo::ProParamvalueType::real},
+                                                             {"boolean", creo::ProParamvalueType::boolean},
+                                                             {"note", creo::ProParamvalueType::noteId}};
+};
+template <>
+struct EnumTexts<creo::ProParameterDriver> {
+  static constexpr Texts<creo::ProParameterDriver> texts[] = {{"none", creo::ProParameterDriver::none},
+                                                              {"parameter", creo::ProParameterDriver::parameter},
+                                                              {"function", creo::ProParameterDriver::function},
+                                                              {"relation", creo::ProParameterDriver::relation}};
+};
+template <>
+struct EnumTexts<creo::ProExtdataType> {
+  static constexpr Texts<creo::ProExtdataType> texts[] = {{"integer", creo::ProExtdataType::integer},
+                                                          {"text", creo::ProExtdataType::text}};
+};
+template <>
+struct EnumTexts<creo::ProFamitemType> {
+  static constexpr Texts<creo::ProFamitemType> texts[] = {{"parameter", creo::ProFamitemType::parameter},
+                                                          {"dimension", creo::ProFamitemType::dimension},
+                                                          {"feature", creo::ProFamitemType::feature},
+                                                          {"component", creo::ProFamitemType::component}};
+};
+template <>
+struct EnumTexts<creo::ProMdlType> {
+  static constexpr Texts<creo::ProMdlType> texts[] = {{"prt", creo::ProMdlType::part},
+                                                      {"asm", creo::ProMdlType::assembly},
+                                                      {"drw", creo::ProMdlType::drawing},
+                                                      {"mfg", creo::ProMdlType::manufacturing}};
+};
+
+template <>
+struct EnumTexts<creo::ProVerification> {
+  static constexpr Texts<creo::ProVerification> texts[] = {{"verified", creo::ProVerification::verified},
+                                                           {"failed", creo::ProVerification::failed},
+                                                           {"notVerified", creo::ProVerification::notVerified}};
+};
+template <>
+struct EnumTexts<creo::ProItemType> {
+  using E = creo::ProItemType;
+  static constexpr Texts<E> texts[] = {
+      {"feature", E::feature}, {"dimension", E::dimension},       {"referenceDimension", E::referenceDimension},
+      {"layer", E::layer},     {"crossSection", E::crossSection}, {"view", E::view}};
+};
+template <>
+struct EnumTexts<creo::ProFeatureStatus> {
+  using E = creo::ProFeatureStatus;
+  static constexpr Texts<E> texts[] = {{"active", E::active},
+                                       {"inactive", E::inactive},
+                                       {"familyTableSuppressed", E::familyTableSuppressed},
+                                       {"simplifiedRepSuppressed", E::simplifiedRepSuppressed},
+                                       {"programSuppressed", E::programSuppressed},
+                                       {"suppressed", E::suppressed},
+                                       {"unregenerated", E::unregenerated}};
+};
+template <>
+struct EnumTexts<creo::ProAccuracyKind> {
+  using E = creo::ProAccuracyKind;
+  static constexpr Texts<E> texts[] = {{"relative", E::relative}, {"absolute", E::absolute}};
+};
+template <>
+struct EnumTexts<creo::ProToleranceClass> {
+  using E = creo::ProToleranceClass;
+  static constexpr Texts<E> texts[] = {{"none", E::none},
+                                       {"fine", E::fine},
+                                       {"medium", E::medium},
+                                       {"coarse", E::coarse},
+                                       {"veryCoarse", E::veryCoarse}};
+};
+template <>
+struct EnumTexts<creo::ProRegenerationStatus> {
+  using E = creo::ProRegenerationStatus;
+  static constexpr Texts<E> texts[] = {{"regenerated", E::regenerated},
+                                       {"needed", E::needed},
+                                       {"failed", E::failed},
+                                       {"connectFailed", E::connectFailed}};
+};
+template <>
+struct EnumTexts<creo::ProLayerDisplay> {
+  using E = creo::ProLayerDisplay;
+  static constexpr Texts<E> texts[] = {
+      {"normal", E::normal}, {"display", E::display}, {"blank", E::blank}, {"hidden", E::hidden}};
+};
+template <>
+struct EnumTexts<creo::ProSheetSize> {
+  using E = creo::ProSheetSize;
+  static constexpr Texts<E> texts[] = {{"A0", E::a0},
+                                       {"A1", E::a1},
+                                       {"A2", E::a2},
+                                       {"A3", E::a3},
+                                       {"A4", E::a4},
+                                       {"A", E::a},
+                                       {"B", E::b},
+                                       {"C", E::c},
+                                       {"D", E::d},
+                                       {"E", E::e},
+                                       {"F", E::f},
+                                       {"empty", E::empty},
+                                       {"emptyMm", E::emptyMm},
+                                       {"variable", E::variable},
+                                       {"variableMm", E::variableMm}};
+};
+
+}  // namespace headless

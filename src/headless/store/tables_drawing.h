@@ -1,0 +1,84 @@
+// The tables of the records of drawings.
+#pragma once
+
+#include "headless/store/enum_texts.h"
+
+namespace headless {
+
+template <>
+struct RecordTable<PointRecord> {
+  using R = PointRecord;
+  static constexpr std::array fields = {field<&R::x>("x", kRequired), field<&R::y>("y", kRequired)};
+};
+template <>
+struct RecordTable<SheetMatrixRecord> {
+  using R = SheetMatrixRecord;
+  static constexpr std::array fields = {field<&R::scaleX>("scaleX"), field<&R::scaleY>("scaleY"),
+                                        field<&R::offsetX>("offsetX"), field<&R::offsetY>("offsetY")};
+  static void check(R& record, const Json& json, Reader& in) {
+    if (record.scaleX == 0 || record.scaleY == 0) in.fail(json, L"a sheet's scale can't be 0");
+  }
+};
+template <>
+struct RecordTable<SheetRecord> {
+  using R = SheetRecord;
+  static constexpr std::array fields = {field<&R::name>("name"),         field<&R::size>("size"),
+                                        field<&R::portrait>("portrait"), field<&R::width>("width"),
+                                        field<&R::height>("height"),     field<&R::scale>("scale"),
+                                        field<&R::format>("format"),     field<&R::formatBlanked>("formatBlanked"),
+                                        field<&R::matrix>("matrix")};
+};
+template <>
+struct RecordTable<ViewRecord> {
+  using R = ViewRecord;
+  static constexpr std::array fields = {field<&R::id>("id"),
+                                        field<&R::name>("name", kRequired),
+                                        field<&R::alternateName>("alternateName"),
+                                        field<&R::sheet>("sheet"),
+                                        field<&R::model>("model"),
+                                        field<&R::scale>("scale"),
+                                        field<&R::position>("position")};
+};
+template <>
+struct RecordTable<CellRecord> {
+  using R = CellRecord;
+  static constexpr std::array fields = {field<&R::row>("row", kRequired), field<&R::column>("column", kRequired),
+                                        field<&R::lines>("lines")};
+};
+template <>
+struct RecordTable<SegmentRecord> {
+  using R = SegmentRecord;
+  static constexpr std::array fields = {field<&R::sheet>("sheet"), field<&R::position>("position")};
+};
+template <>
+struct RecordTable<RepeatRegionRecord> {
+  using R = RepeatRegionRecord;
+  static constexpr std::array fields = {field<&R::model>("model", kRequired)};
+};
+template <>
+struct RecordTable<TableRecord> {
+  using R = TableRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),      field<&R::name>("name"),
+                                        field<&R::fromFormat>("fromFormat"), field<&R::segments>("segments"),
+                                        field<&R::columns>("columns"),       field<&R::rows>("rows"),
+                                        field<&R::cells>("cells"),           field<&R::repeatRegions>("repeatRegions")};
+};
+template <>
+struct RecordTable<SymbolDefinitionRecord> {
+  using R = SymbolDefinitionRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired)};
+};
+template <>
+struct RecordTable<SymbolRecord> {
+  using R = SymbolRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::definition>("definition", kRequired),
+                                        field<&R::sheet>("sheet"), field<&R::position>("position")};
+};
+template <>
+struct RecordTable<ShownDimensionRecord> {
+  using R = ShownDimensionRecord;
+  static constexpr std::array fields = {field<&R::model>("model", kRequired), field<&R::id>("id", kRequired),
+                                        field<&R::reference>("reference")};
+};
+
+}  // namespace headless

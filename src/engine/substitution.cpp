@@ -181,7 +181,8 @@ bool modelPass(Substitution& call) {
     return false;
   }
   facts.type = type.value;
-  return !hasTokens || replaceTokens(call, kModelTokens, facts);
+  if (hasTokens && !replaceTokens(call, kModelTokens, facts)) return false;
+  return !hasTokens || facts.type != creo::ProMdlType::drawing || drawingTokens(call);
 }
 
 }  // namespace engine

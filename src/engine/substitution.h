@@ -42,4 +42,7 @@ bool sessionPass(Substitution& call);      // @curworkdir@
 bool modelPass(Substitution& call);        // @mdln@ ...; needs a model
 bool parameterPass(Substitution& call);    // %NAME%, %user:NAME%; needs a model
 
+// The part of the model pass that concerns drawings: @sheetno@ ...; the model is one.
+bool drawingTokens(Substitution& call);
+
 }  // namespace engine

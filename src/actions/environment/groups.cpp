@@ -1,6 +1,7 @@
 // Groups: a list of tasks inside a task, run once or again and again.
 #include <algorithm>
 
+#include "actions/environment/group_modes.h"
 #include "actions/families.h"
 #include "core/log.h"
 #include "engine/task.h"
@@ -55,7 +56,7 @@ constexpr Mode kModes[] = {
     {L"3", L"each dependency", nullptr},
     {L"4", L"loop", &runLoop},
     {L"5", L"other model", nullptr},
-    {L"6", L"each drawing sheet", nullptr},
+    {L"6", L"each drawing sheet", &runEachSheet},
     {L"7", L"simplified representation", nullptr},
 };
 

@@ -10,9 +10,7 @@ namespace creo {
 class DirectoryGuard {
  public:
   DirectoryGuard() : saved_(ProDirectoryCurrentGet()) {}
-  ~DirectoryGuard() {
-    if (changed_ && saved_) ProDirectoryChange(saved_.value);
-  }
+  ~DirectoryGuard() { back(); }
   DirectoryGuard(const DirectoryGuard&) = delete;
   DirectoryGuard& operator=(const DirectoryGuard&) = delete;
   // As ProDirectoryChange.
@@ -20,6 +18,10 @@ class DirectoryGuard {
     const ProError result = ProDirectoryChange(path);
     changed_ = changed_ || result == ProNoError;
     return result;
+  }
+  // Goes back now; the destructor does it once more, for what went elsewhere meanwhile.
+  void back() const {
+    if (changed_ && saved_) ProDirectoryChange(saved_.value);
   }
 
  private:

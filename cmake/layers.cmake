@@ -2,6 +2,7 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PCRE REQUIRED IMPORTED_TARGET libpcre)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
 
@@ -26,7 +27,7 @@ kvd_layer(creo_headless
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
           src/reports src/ui
-  LINKS creo kvd_os PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP)
+  LINKS creo kvd_os PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP PkgConfig::CRYPTO)
 
 # What a host loads: the plug-in over the headless session, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)

@@ -37,9 +37,9 @@ Got<ProMdlData> ProMdlDataGet(ProMdl model);
 Got<std::wstring> ProMdlMdlnameGet(ProMdl model);
 // The extension by type, upper case: "PRT".
 Got<std::wstring> ProMdlExtensionGet(ProMdl model);
-// The name that the PDM system shows. ProNotFound: it has none.
+// The name that the PDM system shows. ProNotFound: it has none; an instance doesn't have its generic's.
 Got<std::wstring> ProMdlCommonnameGet(ProMdl model);
-// Creo's number of the kind of part or assembly, from 1.
+// Creo's number of the kind of part or assembly, from 1. ProBadInputs for a drawing.
 Got<int> ProMdlSubtypeGet(ProMdl model);
 // The file that the model was read from, with its path; empty for a new model.
 Got<std::wstring> ProMdlOriginGet(ProMdl model);

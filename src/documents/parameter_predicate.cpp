@@ -1,4 +1,6 @@
-// The predicate "parameter", with its numeric comparisons.
+// Predicates on parameters: "parameter" with its numeric comparisons, their type, their number.
+#include <unordered_set>
+
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -109,6 +111,35 @@ int parameterPredicate(creo::ProMdl model, const core::XmlNode& item) {
     if (const auto plain = creo::ProParameterInit(owner.value, name.text)) compareParameter(with, plain.value, held);
   }
   return held ? kTrue : kFalse;
+}
+
+int parameterTypePredicate(creo::ProMdl model, const core::XmlNode& item) {
+  title(L"Extended filter: Parameter type");
+  static constexpr std::pair<std::wstring_view, creo::ProParamvalueType> kTypes[] = {
+      {L"0", creo::ProParamvalueType::string},
+      {L"1", creo::ProParamvalueType::integer},
+      {L"2", creo::ProParamvalueType::real},
+      {L"3", creo::ProParamvalueType::boolean},
+  };
+  const auto owner = creo::ProMdlToModelitem(model);
+  if (!owner) return kFalse;
+  const auto parameter = creo::ProParameterInit(owner.value, std::wstring(valueOf(item, L"pname")));
+  if (!parameter) return kFalse;
+  const auto value = creo::ProParameterValueGet(parameter.value);
+  if (!value) return kFalse;
+  const std::wstring_view wanted = valueOf(item, L"ptype");
+  return std::any_of(std::begin(kTypes), std::end(kTypes),
+                     [&](const auto& row) { return row.first == wanted && row.second == value.value.type; })
+             ? kTrue
+             : kFalse;
+}
+
+int doubleDefinedPredicate(creo::ProMdl model, const core::XmlNode&) {
+  title(L"Extended filter: Double defined parameters");
+  std::unordered_set<std::wstring, text::HashNoCase, text::EqualNoCase> met;
+  for (const std::wstring& name : creo::pfcListParams(model).value)
+    if (!met.insert(name).second) return kTrue;
+  return kFalse;
 }
 
 }  // namespace documents

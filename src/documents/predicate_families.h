@@ -7,14 +7,34 @@
 
 namespace documents {
 
-// model_predicates.cpp
+// family_predicates.cpp
 int instancePredicate(creo::ProMdl model, const core::XmlNode& item);
 int genericPredicate(creo::ProMdl model, const core::XmlNode& item);
 int skeletonPredicate(creo::ProMdl model, const core::XmlNode& item);
+int instanceNamePredicate(creo::ProMdl model, const core::XmlNode& item);
+int unregeneratedInstancePredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// file_predicates.cpp
+int pathPredicate(creo::ProMdl model, const core::XmlNode& item);
 int filenamePredicate(creo::ProMdl model, const core::XmlNode& item);
+int fileExistsPredicate(creo::ProMdl model, const core::XmlNode& item);
+int modelExistsPredicate(creo::ProMdl model, const core::XmlNode& item);
+int modifiedPredicate(creo::ProMdl model, const core::XmlNode& item);
+int circularReferencesPredicate(creo::ProMdl model, const core::XmlNode& item);
 
 // parameter_predicate.cpp
 int parameterPredicate(creo::ProMdl model, const core::XmlNode& item);
+int parameterTypePredicate(creo::ProMdl model, const core::XmlNode& item);
+int doubleDefinedPredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// pdm_predicates.cpp
+int pdmObjectPredicate(creo::ProMdl model, const core::XmlNode& item);
+int pdmObject2Predicate(creo::ProMdl model, const core::XmlNode& item);
+
+// session_predicates.cpp
+int userVariablePredicate(creo::ProMdl model, const core::XmlNode& item);
+int creoVersionPredicate(creo::ProMdl model, const core::XmlNode& item);
+int environmentVariablePredicate(creo::ProMdl model, const core::XmlNode& item);
 
 // drawing_predicates.cpp
 int multiModelDrawingPredicate(creo::ProMdl model, const core::XmlNode& item);

@@ -1,11 +1,17 @@
-// %NAME% and %user:NAME%, with the prefixes that change a value.
+// %NAME%, %user:NAME% and %b64:FILE%, with the prefixes that change a value or where it is looked for.
 #include <algorithm>
+#include <optional>
 
 #include "core/log.h"
+#include "creo/ProDrawing.h"
+#include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
+#include "engine/base64.h"
 #include "engine/substitution.h"
 #include "engine/variables.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -17,7 +23,9 @@ namespace {
 // What stands between two "%": prefixes and a name.
 struct Reference {
   std::wstring token, name;  // the token as it stands, signs and prefixes included
-  bool isUser = false, length = false, toUpper = false, toLower = false, noZero = false, exponent = false;
+  bool ofCurrentModel = false, ofMaterial = false;
+  bool isUser = false, isFile = false, isUrlSafeFile = false;
+  bool length = false, toUpper = false, toLower = false, noZero = false, exponent = false;
 };
 struct Prefix {
   std::wstring_view text;
@@ -25,8 +33,11 @@ struct Prefix {
 };
 // Taken off in this order, each once.
 constexpr Prefix kPrefixes[] = {
-    {L"user:", &Reference::isUser},     {L"length:", &Reference::length}, {L"toupper:", &Reference::toUpper},
-    {L"tolower:", &Reference::toLower}, {L"nozero:", &Reference::noZero}, {L"dubase:", &Reference::exponent},
+    {L"curmod:", &Reference::ofCurrentModel}, {L"curmat:", &Reference::ofMaterial},
+    {L"user:", &Reference::isUser},           {L"b64:", &Reference::isFile},
+    {L"b64uc:", &Reference::isUrlSafeFile},   {L"length:", &Reference::length},
+    {L"toupper:", &Reference::toUpper},       {L"tolower:", &Reference::toLower},
+    {L"nozero:", &Reference::noZero},         {L"dubase:", &Reference::exponent},
 };
 
 void takePrefixes(Reference& reference) {
@@ -58,6 +69,41 @@ bool failure(std::wstring_view pattern, const Reference& reference) {
   return false;
 }
 
+// ---- where a parameter is looked for
+
+// The item whose parameter is asked; ProMdlToModelitem's own error where the model has gone. Nothing: a prefix doesn't
+// apply, which has its line in the log.
+std::optional<creo::Got<creo::ProModelitem>> ownerOf(const Substitution& call, const Reference& reference) {
+  const auto refused = [](std::wstring_view line) {
+    core::logWrite(line, core::kError);
+    return std::nullopt;
+  };
+  const auto isA = [](creo::ProMdl model, creo::ProMdlType wanted) {
+    const auto type = creo::ProMdlTypeGet(model);
+    return type && type.value == wanted;
+  };
+  creo::ProMdl model = call.model;
+  if (reference.ofCurrentModel) {
+    if (!isA(model, creo::ProMdlType::drawing)) return refused(L"Model needs to be a drawing for the curmod option");
+    const auto solid = creo::ProDrawingCurrentsolidGet(model);
+    if (!solid) return refused(L"Can't get the current model from the drawing");
+    model = solid.value;
+  }
+  if (!reference.ofMaterial) return creo::ProMdlToModelitem(model);
+  if (!isA(model, creo::ProMdlType::part)) return refused(L"Model needs to be a part for the curmat option");
+  const auto material = creo::ProMaterialCurrentGet(model);
+  if (!material) return refused(L"Can't get the current material from the part");
+  return creo::ProModelitemByNameInit(model, creo::ProItemType::material, material.value.name);
+}
+
+// Parameters with units count in the model's own.
+creo::Got<creo::ProParamvalue> valueInModelUnits(const creo::ProParameter& parameter) {
+  const bool hasUnits = creo::ProParameterUnitsGet(parameter).error != creo::ProNotFound;
+  return hasUnits ? creo::ProParameterScaledvalueGet(parameter) : creo::ProParameterValueGet(parameter);
+}
+
+// ---- the three look-ups
+
 bool replaceUserVariable(Substitution& call, const Reference& reference) {
   const std::wstring* value = userVariables().find(reference.name);
   if (!value)
@@ -66,34 +112,34 @@ bool replaceUserVariable(Substitution& call, const Reference& reference) {
   return call.replace(reference.token, modified(reference, *value));
 }
 
-// Parameters with units count in the model's own.
-creo::Got<creo::ProParamvalue> valueOf(const creo::ProParameter& parameter) {
-  const bool hasUnits = creo::ProParameterUnitsGet(parameter).error != creo::ProNotFound;
-  return hasUnits ? creo::ProParameterScaledvalueGet(parameter) : creo::ProParameterValueGet(parameter);
+bool replaceFile(Substitution& call, const Reference& reference) {
+  const auto content = os::files().read(reference.name);
+  if (!content) return call.replace(reference.token, L"file_not_found_or_readable");
+  const Base64 alphabet = reference.isUrlSafeFile ? Base64::urlSafe : Base64::standard;
+  return call.replace(reference.token, text::fromUtf8(base64(content.value, alphabet)));
 }
 
-bool replaceParameter(Substitution& call, const Reference& reference) {
+bool replaceParameter(Substitution& call, const Reference& reference, const creo::Got<creo::ProModelitem>& owner) {
   constexpr std::wstring_view kUnreadable = L"Failure while read parameter: %s";
-  const auto owner = creo::ProMdlToModelitem(call.model);
   if (!owner) return failure(kUnreadable, reference);
   const auto parameter = creo::ProParameterInit(owner.value, reference.name);
   if (parameter.error == creo::ProNotFound) return failure(L"Can't find parameter: %s", reference);
   if (!parameter) return failure(kUnreadable, reference);
-  const auto got = valueOf(parameter.value);
+  const auto got = valueInModelUnits(parameter.value);
   if (!got) return failure(kUnreadable, reference);
 
   const creo::ProParamvalue& value = got.value;
   const auto written = [&](std::wstring_view kind, std::wstring_view text) {
     core::logWrite(kind, core::kDebug);
-    return call.replace(reference.token, text::cut(text, text::kTextSize - 1));
+    return call.replace(reference.token, text);
   };
   using enum creo::ProParamvalueType;
   switch (value.type) {
     case string:
-      return written(L"TYPE = PRO_PARAM_STRING", modified(reference, value.string));
+      return written(L"TYPE = PRO_PARAM_STRING", text::cut(modified(reference, value.string), text::kTextSize - 1));
     case integer:
       return written(L"TYPE = PRO_PARAM_INTEGER", text::format(L"%d", value.integer));
-    case real:
+    case real:  // a huge number is too long for most fields, but never cut to another number
       return written(L"TYPE = PRO_PARAM_DOUBLE", text::format(reference.exponent ? L"%e" : L"%f", value.real));
     case boolean:
       return written(L"TYPE = PRO_PARAM_BOOLEAN", value.boolean ? L"true" : L"false");
@@ -104,6 +150,32 @@ bool replaceParameter(Substitution& call, const Reference& reference) {
   return failure(kUnreadable, reference);
 }
 
+// Where the scan goes on behind a name; nothing: the call fails.
+std::optional<std::size_t> replaceReference(Substitution& call, std::size_t open, std::size_t close) {
+  Reference reference;
+  reference.token = call.text.substr(open, close - open + 1);
+  reference.name = call.nameBetween(open, close);
+  if (reference.name.empty()) return std::nullopt;
+  core::logWrite(L"FOUND PARAMETER", core::kDebug);
+  core::logWrite(reference.name, core::kDebug);
+  takePrefixes(reference);
+
+  std::optional<creo::Got<creo::ProModelitem>> owner;
+  const bool isParameter = !reference.isUser && !reference.isFile && !reference.isUrlSafeFile;
+  if (isParameter || reference.ofCurrentModel || reference.ofMaterial) {
+    owner = ownerOf(call, reference);
+    if (!owner) return std::nullopt;
+  }
+  const auto onlyIf = [](bool replaced, std::size_t next) {
+    return replaced ? std::optional<std::size_t>(next) : std::nullopt;
+  };
+  if (reference.isUser) return onlyIf(replaceUserVariable(call, reference), open + 1);
+  // What a file gave isn't searched, and nothing behind it either.
+  if (!isParameter) return onlyIf(replaceFile(call, reference), call.text.npos);
+  // A parameter's value may hold further names, so the scan begins anew behind the first character.
+  return onlyIf(replaceParameter(call, reference, *owner), 1);
+}
+
 }  // namespace
 
 bool parameterPass(Substitution& call) {
@@ -112,18 +184,11 @@ bool parameterPass(Substitution& call) {
     const std::size_t close = call.closingSign(i, L'%');
     std::size_t next = i + 1;
     if (close != call.text.npos) {
-      Reference reference;
-      reference.token = call.text.substr(i, close - i + 1);
-      reference.name = call.nameBetween(i, close);
-      if (reference.name.empty()) return false;
-      core::logWrite(L"FOUND PARAMETER", core::kDebug);
-      core::logWrite(reference.name, core::kDebug);
-      takePrefixes(reference);
-      if (!(reference.isUser ? replaceUserVariable : replaceParameter)(call, reference)) return false;
-      // A parameter's value may hold further names, so the scan begins anew behind the first character.
-      if (!reference.isUser) next = 1;
+      const auto behind = replaceReference(call, i, close);
+      if (!behind) return false;
+      next = *behind;
     }
-    i = call.text.find(L'%', next);
+    i = next < call.text.size() ? call.text.find(L'%', next) : call.text.npos;
   }
   call.text = text::replaceAll(call.text, L"%%", L"%");
   return true;

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "creo/ProTypes.h"
 
@@ -19,10 +20,14 @@ class Substitution {
 
   std::wstring text;
   const creo::ProMdl model;
+  int status = 0;  // 1 after a failed text function, whose text is delivered all the same
 
   [[nodiscard]] bool holds(std::wstring_view token) const { return text.find(token) != text.npos; }
-  // Every occurrence of the token. False, with its line in the log, when the call has replaced too often.
+  // Every occurrence of the token. False, with its line in the log, when the call has replaced too often, or a value
+  // that comes back in itself has outgrown the room.
   [[nodiscard]] bool replace(std::wstring_view token, std::wstring_view value);
+  // Makes a new text the call's, cut to the room.
+  void setText(std::wstring replaced);
   // The index of the sign that closes the name opened at an index. None (npos) when no sign stands there, a second one
   // follows it at once, or a blank or the text's end comes before the closing one.
   [[nodiscard]] std::size_t closingSign(std::size_t open, wchar_t sign) const;
@@ -30,17 +35,21 @@ class Substitution {
   [[nodiscard]] std::wstring nameBetween(std::size_t open, std::size_t close) const;
 
  private:
+  [[nodiscard]] bool comesBack(std::wstring_view token, std::wstring_view value);
+
   std::size_t capacity_;
   int replacements_ = 0;
+  std::vector<std::wstring> expanded_;  // tokens whose value held their sign
 };
 
 // Passes in their order. False: a failure that was logged ends the call without a result.
 bool counterPass(Substitution& call);      // @number@
 bool environmentPass(Substitution& call);  // §NAME§
 bool clockPass(Substitution& call);        // @date@ ...
-bool sessionPass(Substitution& call);      // @curworkdir@
+bool sessionPass(Substitution& call);      // @curworkdir@ ...
 bool modelPass(Substitution& call);        // @mdln@ ...; needs a model
-bool parameterPass(Substitution& call);    // %NAME%, %user:NAME%; needs a model
+bool parameterPass(Substitution& call);    // %NAME%, %user:NAME%, %b64:FILE%; needs a model
+bool functionPass(Substitution& call);     // $$sub$1$2$text$$ ...; needs a model
 
 // The part of the model pass that concerns drawings: @sheetno@ ...; the model is one.
 bool drawingTokens(Substitution& call);

@@ -26,10 +26,21 @@ constexpr Pass kPasses[] = {
     {L'@', false, &counterPass}, {L'\u00A7', false, &environmentPass},
     {L'@', false, &clockPass},   {L'@', false, &sessionPass},
     {0, true, &modelPass},       {L'%', true, &parameterPass},
+    {L'$', true, &functionPass},
 };
 
-Replaced finished(std::wstring text, std::size_t outSize) {
+// Read in one go, without a branch in the loop: most texts hold no form at all.
+bool holdsMarks(std::wstring_view text) {
+  unsigned found = 0;
+  for (const wchar_t c : text)
+    found |= static_cast<unsigned>(c == L'@') | static_cast<unsigned>(c == L'%') | static_cast<unsigned>(c == L'$') |
+             static_cast<unsigned>(c == L'\u00A7');
+  return found != 0;
+}
+
+Replaced finished(std::wstring text, int status, std::size_t outSize) {
   Replaced result;
+  result.status = status;
   result.written = true;
   result.tooLong = !text::fits(text, outSize);
   if (result.tooLong) {
@@ -47,12 +58,16 @@ Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size
   Replaced failed;
   failed.status = 1;
   Substitution call(input, model, kGrowth * outSize);
+  if (!holdsMarks(call.text)) {
+    if (model && !modelPass(call)) return failed;
+    return finished(std::move(call.text), 0, outSize);
+  }
   for (const Pass& pass : kPasses) {
     if (pass.needsModel && !model) break;
     if (pass.mark != 0 && call.text.find(pass.mark) == call.text.npos) continue;
     if (!pass.run(call)) return failed;
   }
-  return finished(std::move(call.text), outSize);
+  return finished(std::move(call.text), call.status, outSize);
 }
 
 Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::wstring_view lineText,

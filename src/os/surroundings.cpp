@@ -3,7 +3,7 @@
 namespace os {
 
 Surroundings& surroundings() {
-  static Surroundings current{{}, diskFiles(), machineClock(), machineProcesses()};
+  static Surroundings current{{}, diskFiles(), machineClock(), machineProcesses(), machineClipboard()};
   return current;
 }
 

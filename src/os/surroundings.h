@@ -1,9 +1,10 @@
-// What this process stands on: mounts, files, clock, programs. One record; a program replaces a part of it (a dry run,
+// What this process stands on: mounts, files, clock, programs, clipboard. One record; a program replaces a part of it (a dry run,
 // a fault, a fixed clock) for the time that a guard lives.
 #pragma once
 
 #include <memory>
 
+#include "os/clipboard.h"
 #include "os/clock.h"
 #include "os/files.h"
 #include "os/paths.h"
@@ -16,6 +17,7 @@ struct Surroundings {
   std::shared_ptr<Files> files;
   std::shared_ptr<Clock> clock;
   std::shared_ptr<Processes> processes;
+  std::shared_ptr<Clipboard> clipboard;
 };
 
 // The record in force; the machine's own until replaced.
@@ -24,6 +26,7 @@ Surroundings& surroundings();
 inline Files& files() { return *surroundings().files; }
 inline Clock& clock() { return *surroundings().clock; }
 inline Processes& processes() { return *surroundings().processes; }
+inline Clipboard& clipboard() { return *surroundings().clipboard; }
 inline Mounts& mounts() { return surroundings().mounts; }
 
 // Puts the whole record back as it was when the guard was made.

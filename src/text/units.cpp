@@ -32,8 +32,9 @@ std::size_t units(std::wstring_view text) {
 }
 
 std::wstring_view cut(std::wstring_view text, std::size_t most) {
-  // No character takes more than two units, so that most texts are known to fit by their length alone.
-  if (text.size() <= most / 2) return text;
+  // No character takes more than two units, so that most texts are known to fit by their length alone; counting is
+  // much faster than walking.
+  if (text.size() <= most / 2 || units(text) <= most) return text;
   return text.substr(0, walk(text, most).index);
 }
 

@@ -127,7 +127,7 @@ TEST_F(Variables, FailWithTheModelTheyAsk) {
   EXPECT_EQ(L"1", outcome(replaceVariables(L"abc", model)));
   EXPECT_TRUE(world.logHas(L"Failure while get Modeltype"));
   world.session().failNext("ProMdlNameGet", creo::ProGeneralError);
-  EXPECT_EQ(L"0:@mdln@ BRACKET", outcome(replaceVariables(L"@mdln@ @filename@", model)));
+  EXPECT_EQ(L"0:@mdln@ @filename@", outcome(replaceVariables(L"@mdln@ @filename@", model)));
   for (const char* operation : {"ProMdlToModelitem", "ProParameterInit", "ProParameterValueGet"}) {
     world.session().failNext(operation, creo::ProGeneralError);
     EXPECT_EQ(L"1", outcome(replaceVariables(L"%COLOR%", model))) << operation;

@@ -154,6 +154,7 @@ World::World() : realFiles_(os::surroundings().files) {
   disk_ = std::make_shared<os::FaultyFiles>(*realFiles_);
   os::surroundings().files = disk_;
   os::surroundings().processes = std::make_shared<os::RecordedProcesses>();
+  os::surroundings().clipboard = std::make_shared<os::FixedClipboard>();
   members_ = {{"system/index.kvane", "1\nA package for tests;;second line\n"},
               {"models/readme.txt", "models"},
               {"reports/readme.txt", "reports"},

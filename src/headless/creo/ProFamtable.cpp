@@ -23,6 +23,21 @@ FamilyTableRecord* tableOf(const Model& model) {
   return table && !table->instances.empty() ? table : nullptr;
 }
 
+// Null for a row that the model's own table doesn't have.
+headless::RowRecord* rowOf(const Model& model, const ProFaminstance& instance) {
+  headless::RowRecord* row = model.document->row(instance.name);
+  return row && row->parent == model.row ? row : nullptr;
+}
+
+Got<ProMdl> inMemory(std::string_view operationName, const ProFaminstance& instance) {
+  return onModel(operationName, instance.owner, [&](State& state, Model& m) -> Got<ProMdl> {
+    headless::RowRecord* row = rowOf(m, instance);
+    if (!row) return ProNotFound;
+    const auto document = m.document;  // the model may move while another one comes in
+    return state.models.instance(document, *row);
+  });
+}
+
 }  // namespace
 
 ProError ProSolidFamtableCheck(ProMdl solid) {
@@ -49,13 +64,17 @@ ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstan
   });
 }
 
-Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance) {
-  return onModel("ProFaminstanceRetrieve", instance.owner, [&](State& state, Model& m) -> Got<ProMdl> {
-    headless::RowRecord* row = m.document->row(instance.name);
-    if (!row || row->parent != m.row) return ProNotFound;
-    const auto document = m.document;
-    return state.models.instance(document, *row);
+Got<ProVerification> ProFaminstanceIsVerified(const ProFaminstance& instance) {
+  return onModel("ProFaminstanceIsVerified", instance.owner, [&](State&, Model& m) -> Got<ProVerification> {
+    const headless::RowRecord* row = rowOf(m, instance);
+    return row ? Got<ProVerification>(row->verification) : ProNotFound;
   });
+}
+
+Got<ProMdl> ProFaminstanceCreate(const ProFaminstance& instance) { return inMemory("ProFaminstanceCreate", instance); }
+
+Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance) {
+  return inMemory("ProFaminstanceRetrieve", instance);
 }
 
 Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate) {

@@ -2,6 +2,8 @@
 
 #include "headless/creo/operation.h"
 #include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
 
 namespace creo {
 
@@ -50,6 +52,40 @@ Got<ProMdlData> ProMdlDataGet(ProMdl model) {
   });
 }
 
+Got<std::wstring> ProMdlMdlnameGet(ProMdl model) {
+  return onModel("ProMdlMdlnameGet", model, [](State&, Model& m) -> Got<std::wstring> { return m.name; });
+}
+
+Got<std::wstring> ProMdlExtensionGet(ProMdl model) {
+  return onModel("ProMdlExtensionGet", model,
+                 [](State&, Model& m) -> Got<std::wstring> { return std::wstring(typeExtension(m.type())); });
+}
+
+Got<std::wstring> ProMdlCommonnameGet(ProMdl model) {
+  return onModel("ProMdlCommonnameGet", model, [](State&, Model& m) -> Got<std::wstring> {
+    const std::string& name = m.document->record.commonName;
+    if (m.row || name.empty()) return ProNotFound;
+    return text::fromUtf8(name);
+  });
+}
+
+Got<int> ProMdlSubtypeGet(ProMdl model) {
+  return onModel("ProMdlSubtypeGet", model, [](State&, Model& m) -> Got<int> {
+    if (m.type() == ProMdlType::drawing) return ProBadInputs;
+    return m.document->record.subtype;
+  });
+}
+
+Got<std::wstring> ProMdlOriginGet(ProMdl model) {
+  return onModel("ProMdlOriginGet", model, [](State&, Model& m) -> Got<std::wstring> {
+    const headless::ModelDocument& document = *m.document;
+    std::wstring path = document.folder + headless::documentFileName(document, document.version);
+    // A file without a number has version 0, as a model that was never saved.
+    if (document.version == 0 && !os::files().exists(path)) path.clear();
+    return path;
+  });
+}
+
 ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
     ProNotification before;
@@ -84,6 +120,25 @@ Got<bool> ProMdlModificationVerify(ProMdl model) {
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model) {
   return onModel("ProMdlDependenciesList", model,
                  [](State&, Model& m) -> Got<std::vector<ProDependency>> { return headless::Models::dependencies(m); });
+}
+
+Got<std::vector<ProDependencyData>> ProMdlDependenciesDataList(ProMdl model) {
+  return onModel("ProMdlDependenciesDataList", model, [](State&, Model& m) -> Got<std::vector<ProDependencyData>> {
+    std::vector<ProDependencyData> files;
+    for (ProDependency& used : headless::Models::dependencies(m))
+      files.push_back({std::move(used.name), std::move(used.typeText), static_cast<int>(used.type)});
+    return files;
+  });
+}
+
+Got<std::vector<std::wstring>> pfcListParams(ProMdl model) {
+  return onModel("pfcListParams", model, [&](State& state, Model&) -> Got<std::vector<std::wstring>> {
+    const auto parameters = state.parameters.all({ProItemType::model, 0, model, {}});
+    if (!parameters) return parameters.error;
+    std::vector<std::wstring> names;
+    for (const ProParameter& one : parameters.value) names.push_back(one.id);
+    return names;
+  });
 }
 
 Got<ProModelitem> ProMdlToModelitem(ProMdl model) {

@@ -21,6 +21,14 @@ Got<ProServerStatus> ProServerObjectStatusGet(const std::wstring& /*server*/, co
   return operation("ProServerObjectStatusGet", [](State&) -> Got<ProServerStatus> { return ProNotFound; });
 }
 
+Got<std::wstring> ProServerModelNameToAliasedURL(const std::wstring& /*file*/) {
+  return operation("ProServerModelNameToAliasedURL", [](State&) -> Got<std::wstring> { return ProNotFound; });
+}
+
+Got<std::wstring> ProServerAliasedURLToURL(const std::wstring& /*aliased*/) {
+  return operation("ProServerAliasedURLToURL", [](State&) -> Got<std::wstring> { return ProNotFound; });
+}
+
 ProError ProServerObjectsCheckout(ProMdl model, bool /*includeInstances*/) {
   return headless::onModel("ProServerObjectsCheckout", model, [](State&, headless::Model&) { return ProNotFound; });
 }

@@ -28,6 +28,14 @@ ProError ProDirectoryChange(const std::wstring& path) {
                    [&](State& state) { return state.models.changeFolder(path) ? ProNoError : ProNotFound; });
 }
 
+Got<std::wstring> ProConfigoptGet(const std::wstring& option) {
+  return operation("ProConfigoptGet", [&](State& state) -> Got<std::wstring> {
+    auto values = state.configuration.values(option);
+    if (values.empty()) return ProNotFound;
+    return std::move(values.front());
+  });
+}
+
 ProError ProInputFileRead(ProMdl /*model*/, const std::wstring& path, ProInputFileType type) {
   return operation("ProInputFileRead", [&](State& state) -> ProError {
     if (type != ProInputFileType::configuration) return ProBadInputs;

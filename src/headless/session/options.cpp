@@ -14,6 +14,10 @@ void ConfigOptions::read(std::wstring_view content) {
   }
 }
 
+void ConfigOptions::set(std::wstring_view name, std::wstring_view value) {
+  options_[std::wstring(name)] = {std::wstring(value)};
+}
+
 std::vector<std::wstring> ConfigOptions::values(std::wstring_view name) const {
   const auto found = options_.find(name);
   return found == options_.end() ? std::vector<std::wstring>() : found->second;

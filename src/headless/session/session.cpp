@@ -133,6 +133,9 @@ void Session::settle() {
   }
 }
 
+void Session::setOption(const std::wstring& name, const std::wstring& value) { state_->configuration.set(name, value); }
+void Session::select(std::vector<creo::ProSelection> selections) { state_->selections = std::move(selections); }
+
 Models& Session::models() { return state_->models; }
 Ui& Session::ui() { return state_->ui; }
 const SessionOptions& Session::options() const { return state_->options; }

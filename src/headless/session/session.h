@@ -11,6 +11,7 @@
 
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
+#include "creo/ProSelection.h"
 
 namespace headless {
 
@@ -72,6 +73,11 @@ class Session {
   // Control goes back to Creo: queued window changes, notifications and macros are worked until nothing is left.
   // A million events in a row are taken for a loop and end it with std::runtime_error.
   void settle();
+
+  // Sets an option of Creo's configuration; its name is case-blind.
+  void setOption(const std::wstring& name, const std::wstring& value);
+  // As a person selects, in place of what was selected; nothing clears the selection.
+  void select(std::vector<creo::ProSelection> selections);
 
   Models& models();
   Ui& ui();

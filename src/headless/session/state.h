@@ -35,6 +35,7 @@ struct Session::State {
   Macros macros;
   MessageFiles messageFiles;
   ConfigOptions configuration;
+  std::vector<creo::ProSelection> selections;
   Models models;
   Parameters parameters;
   Ui ui;

@@ -1,0 +1,36 @@
+#include "creo/ProSelection.h"
+
+#include "headless/creo/operation.h"
+
+namespace creo {
+
+using headless::operation;
+using State = headless::Session::State;
+
+Got<std::vector<ProSelection>> ProSelbufferSelectionsGet() {
+  return operation("ProSelbufferSelectionsGet", [](State& state) -> Got<std::vector<ProSelection>> {
+    if (state.selections.empty()) return ProNotFound;
+    return state.selections;
+  });
+}
+
+Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection) {
+  return headless::onModel("ProSelectionModelitemGet", selection.item.owner,
+                           [&](State&, headless::Model&) -> Got<ProModelitem> { return selection.item; });
+}
+
+Got<std::vector<ProMdl>> ProSelectionAsmcomppathGet(const ProSelection& selection) {
+  return operation("ProSelectionAsmcomppathGet", [&](State&) -> Got<std::vector<ProMdl>> {
+    if (selection.componentPath.empty()) return ProNotFound;
+    return selection.componentPath;
+  });
+}
+
+Got<ProMdl> ProAsmcomppathMdlGet(const std::vector<ProMdl>& path) {
+  return operation("ProAsmcomppathMdlGet", [&](State& state) -> Got<ProMdl> {
+    if (path.empty() || !state.models.find(path.back())) return ProBadInputs;
+    return path.back();
+  });
+}
+
+}  // namespace creo

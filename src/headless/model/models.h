@@ -89,7 +89,9 @@ class Models {
   void bringUsed(Retrieval& retrieval);
   Model& add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name);
   void countUses(const Model& model, int by);
-  creo::ProError write(ModelDocument& document, int version);
+  // The highest number of the document's files and the one that it was read from.
+  int newestVersion(const ModelDocument& document);
+  void noteSaved(ModelDocument& document, int version);
   std::vector<Folder*> searched();
 
   ModelsHost host_;

@@ -32,7 +32,7 @@ std::wstring fileLabel(std::wstring_view name, ProMdlType type) {
 
 }  // namespace
 
-Models::Models(ModelsHost host, std::wstring folder)
+Models::Models(ModelsHost host, const std::wstring& folder)
     : host_(std::move(host)),
       store_(host_.withholdSaves),
       working_(os::asFolder(os::withBackslashes(folder))),

@@ -46,7 +46,7 @@ struct ModelsHost {
 
 class Models {
  public:
-  Models(ModelsHost host, std::wstring folder);
+  Models(ModelsHost host, const std::wstring& folder);
 
   // ---- for programs and tests
   [[nodiscard]] std::vector<ModelInMemory> list() const;

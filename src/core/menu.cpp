@@ -67,14 +67,14 @@ void addHiddenCommand(const char* name, const std::string& texts, const char* ic
   ProCmdDesignate(command.value, texts + "Btn", texts + "Hlp", texts + "Desc", pluginState().msgFile);
 }
 
+}  // namespace
+
 void openHelp() {
   const std::wstring program = useGerman() ? L"help\\ol_kvd_help_de.exe" : L"help\\ol_kvd_help_en.exe";
   std::wstring folder = pluginState().binPath;  // beside the plug-in's own folder
   folder.resize(folder.size() - std::min<std::size_t>(folder.size(), 4));
   os::processes().open(folder + program);
 }
-
-}  // namespace
 
 ProError setUpMenu() {
   const ProError error = ProMenubarMenuAdd(kMenu, "KVD KVANEMenubarMenu", "Info", pluginState().msgFile);

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "core/state.h"
+#include "headless/proui/ui.h"
 #include "support/world.h"
 
 namespace {
@@ -82,6 +83,18 @@ TEST(Start, ASecondPressBringsTheOpenDialogForward) {
   EXPECT_EQ(1, world.session().calls("ProUIDialogHide"));
 }
 
+TEST(Start, AToolWithoutItsDialogCanBeOpenedLater) {
+  World world;
+  world.list("a.xml", "");
+  world.start();
+  world.session().failNext("ProUIDialogCreate", ProGeneralError);
+  world.openTool();
+  EXPECT_FALSE(pluginState().toolOpen);
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"Failure happend\n"));
+  world.openTool();
+  EXPECT_TRUE(pluginState().toolOpen);
+}
+
 TEST(Start, TheSidesComeBackAsTheyWere) {
   World world;
   world.list("a.xml", "");
@@ -95,6 +108,35 @@ TEST(Start, TheSidesComeBackAsTheyWere) {
   world.openTool();
   EXPECT_EQ(0, pluginState().logVisible);
   EXPECT_EQ(1, pluginState().treeVisible);
+}
+
+TEST(Start, ASideFoldsAwayWithAllItHolds) {
+  for (const bool asTree : {true, false}) {
+    World world;
+    world.list("a.xml", "");
+    world.config(asTree ? "kvd_log_as_tree=1" : "kvd_log_as_tree=0");
+    world.start();
+    world.openTool();
+    headless::Ui& ui = world.session().ui();
+    const headless::Dialog& main = *ui.dialog("kvanerunner");
+    const auto shown = [&](std::initializer_list<const char*> names) {
+      std::string text;
+      for (const char* name : names) text += main.shown(name) ? '1' : '0';
+      return text + (main.mapped("kvaneLayerLeft") ? " t" : " -") + (main.mapped("kvaneLayerLog") ? "l" : "-");
+    };
+    const auto table = {"kvaneLayerLeft", "kvaneCurModFilterLbl", "kvanePrtFilter", "kvaneExtFilter", "LargeTable"};
+    const auto log = {"kvaneLayerLog",      "kvaneLayerLogTitle", "kvaneLogLbl", "kvaneLayerLogFilterChooser",
+                      "kvaneOpenLogFolder", "kvaneLogTT",         "kvaneLogTA"};
+    EXPECT_EQ("11111 tl", shown(table));
+    ui.press("kvanerunner", "kvaneShowTree");
+    EXPECT_EQ("00000 -l", shown(table));
+    ui.press("kvanerunner", "kvaneShowLog_hide");
+    EXPECT_EQ("0000000 --", shown(log));
+    ui.press("kvanerunner", "kvaneShowTree_show");
+    ui.press("kvanerunner", "kvaneShowLog");
+    EXPECT_EQ("11111 tl", shown(table));
+    EXPECT_EQ(asTree ? "1111110 tl" : "1111101 tl", shown(log));
+  }
 }
 
 TEST(Start, TheEndRemovesTheLogsAndNothingElse) {

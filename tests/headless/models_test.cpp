@@ -143,6 +143,49 @@ TEST_F(ModelsInMemory, SavingOnceMoreReplacesOnlyTheSessionsOwnVersion) {
   EXPECT_EQ(read("models/a.prt.2"), session().models().documentText(part).value);
 }
 
+TEST_F(ModelsInMemory, WhatAnotherProgramWroteMeanwhileIsNeverReplaced) {
+  model("a.prt.1", kMass);
+  model("b.prt.1", kMass);
+  const ProMdl part = retrieve(L"A");
+  const auto time = [this] { return std::filesystem::last_write_time(folder_ + "/models"); };
+  const auto foreign = [&](const char* file, bool unseen) {
+    const auto before = time();
+    model(file, R"("description": "foreign")");
+    // A write in the same moment as one of the session's own leaves the folder the time that the session knows.
+    if (unseen) std::filesystem::last_write_time(folder_ + "/models", before);
+  };
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // the folder's time has settled
+  retrieve(L"B");
+  foreign("a.prt.4", false);
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ("d:\\models\\a.prt.5: another program wrote version 4 meanwhile; its changes aren't in this one\n",
+            messages());
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  retrieve(L"A");
+  ASSERT_EQ(ProNotFound, ProMdlRetrieve(L"C", ProMdlType::part).error);
+  foreign("a.prt.6", true);
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  foreign("a.prt.8", false);
+  EXPECT_EQ(ProNoError, session().models().saveReplacing(part));
+  EXPECT_EQ(9, ProMdlDataGet(part).value.version);
+  EXPECT_EQ("a.prt.1 a.prt.4 a.prt.5 a.prt.6 a.prt.7 a.prt.8 a.prt.9 b.prt.1", files());
+  for (const char* file : {"models/a.prt.4", "models/a.prt.6", "models/a.prt.8"})
+    EXPECT_NE(std::string::npos, read(file).find("foreign")) << file;
+  std::filesystem::create_directory(folder_ + "/models/a.prt.10");
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(11, ProMdlDataGet(part).value.version) << "a folder has the number";
+}
+
+TEST_F(ModelsInMemory, AModelIsReadInTheVersionThatAnotherProgramWroteMeanwhile) {
+  model("a.prt.1", kMass);
+  model("b.prt.1", kMass);
+  retrieve(L"A");
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  ASSERT_EQ(ProNotFound, ProMdlRetrieve(L"C", ProMdlType::part).error);
+  model("b.prt.2", R"("parameters": [{"name": "MASS", "type": "double", "value": 7}])");
+  EXPECT_EQ("MASS=7", parameters(retrieve(L"B")));
+}
+
 TEST_F(ModelsInMemory, ADryRunGoesOnAsIfItHadWritten) {
   model("a.prt.1", kMass);
   options.withholdSaves = true;

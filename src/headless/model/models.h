@@ -46,7 +46,7 @@ struct ModelsHost {
 
 class Models {
  public:
-  Models(ModelsHost host, std::wstring folder);
+  Models(ModelsHost host, const std::wstring& folder);
 
   // ---- for programs and tests
   [[nodiscard]] std::vector<ModelInMemory> list() const;
@@ -99,7 +99,9 @@ class Models {
   // The models in memory that a model uses, its generic among them.
   [[nodiscard]] std::vector<const Model*> usedBy(const Model& model) const;
   creo::ProError readTemplate(std::wstring_view name, ModelRecord& into);
-  creo::ProError write(ModelDocument& document, int version);
+  // The highest number of the document's files and the one that it was read from.
+  int newestVersion(const ModelDocument& document);
+  void noteSaved(ModelDocument& document, int version);
   std::vector<Folder*> searched();
 
   ModelsHost host_;

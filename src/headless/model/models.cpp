@@ -26,10 +26,6 @@ DocumentFile fileOf(const ModelDocument& document, int version) {
   return {document.name, document.type, version, documentFileName(document, version)};
 }
 
-std::wstring fileLabel(std::wstring_view name, ProMdlType type) {
-  return std::wstring(name) + L'.' + creo::typeExtension(type);
-}
-
 }  // namespace
 
 Models::Models(ModelsHost host, const std::wstring& folder)

@@ -26,6 +26,8 @@ class Relations {
  public:
   // lookup: the model's names.
   explicit Relations(RelationLookup lookup);
+  Relations(const Relations&) = delete;
+  Relations& operator=(const Relations&) = delete;
   // What an earlier set assigned is known to the next one. Ends at the first fault.
   RelationFault run(const std::vector<std::string>& lines);
   // The last value of each name, in the order of the first one.

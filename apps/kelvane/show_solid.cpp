@@ -55,7 +55,8 @@ Section materialsOf(const headless::Model& model) {
 Section layersOf(const ModelRecord& record) {
   Section section{"layers", {}};
   for (const headless::LayerRecord& layer : record.layers)
-    section.rows.push_back({layer.name, word(layer.status), std::to_string(layer.items.size()) + " items"});
+    section.rows.push_back({layer.name, word(layer.status),
+                            std::to_string(layer.items.size()) + (layer.items.size() == 1 ? " item" : " items")});
   return section;
 }
 

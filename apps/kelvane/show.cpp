@@ -4,6 +4,7 @@
 #include "headless/model/models.h"
 #include "kelvane/columns.h"
 #include "kelvane/model_folder.h"
+#include "kelvane/show_drawing.h"
 #include "kelvane/values.h"
 #include "kelvane/verb.h"
 #include "text/encoding.h"
@@ -118,6 +119,7 @@ class Show : public Verb {
     if (const headless::FamilyTableRecord* table = model.document->tableOf(model.row))
       addFamilyRows(*table, "", family);
     section(console, "family table", family);
+    for (const Section& own : drawingSections(handle)) section(console, own.title, own.rows);
     section(console, "uses", usesOf(handle));
     section(console, "history", historyOf(handle));
     for (const std::wstring& message : session.messages()) console.trouble(readable(message));
@@ -136,7 +138,7 @@ class Show : public Verb {
     if (record.readOnly) line += "  read-only";
     console.result(line);
   }
-  static void section(Console& console, const char* title, const Rows& rows) {
+  static void section(Console& console, std::string_view title, const Rows& rows) {
     if (rows.empty()) return;
     console.result("");
     console.result(console.inked(Ink::cyan, title));

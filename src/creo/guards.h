@@ -1,6 +1,7 @@
 // Guards put back what an action changes in the session, on every path.
 #pragma once
 
+#include "creo/ProDrawing.h"
 #include "creo/ProUtil.h"
 
 namespace creo {
@@ -9,9 +10,7 @@ namespace creo {
 class DirectoryGuard {
  public:
   DirectoryGuard() : saved_(ProDirectoryCurrentGet()) {}
-  ~DirectoryGuard() {
-    if (changed_ && saved_) ProDirectoryChange(saved_.value);
-  }
+  ~DirectoryGuard() { back(); }
   DirectoryGuard(const DirectoryGuard&) = delete;
   DirectoryGuard& operator=(const DirectoryGuard&) = delete;
   // As ProDirectoryChange.
@@ -20,9 +19,57 @@ class DirectoryGuard {
     changed_ = changed_ || result == ProNoError;
     return result;
   }
+  // Goes back now; the destructor does it once more, for what went elsewhere meanwhile.
+  void back() const {
+    if (changed_ && saved_) ProDirectoryChange(saved_.value);
+  }
 
  private:
   Got<std::wstring> saved_;
+  bool changed_ = false;
+};
+
+// Remembers a drawing's current sheet; change() makes another one current; the destructor goes back.
+class SheetGuard {
+ public:
+  explicit SheetGuard(ProMdl drawing) : drawing_(drawing), saved_(ProDrawingCurrentSheetGet(drawing)) {}
+  ~SheetGuard() {
+    if (changed_ && saved_) ProDrawingCurrentSheetSet(drawing_, saved_.value);
+  }
+  SheetGuard(const SheetGuard&) = delete;
+  SheetGuard& operator=(const SheetGuard&) = delete;
+  // As ProDrawingCurrentSheetSet.
+  ProError change(int sheet) {
+    const ProError result = ProDrawingCurrentSheetSet(drawing_, sheet);
+    changed_ = changed_ || result == ProNoError;
+    return result;
+  }
+
+ private:
+  ProMdl drawing_;
+  Got<int> saved_;
+  bool changed_ = false;
+};
+
+// The same for a drawing's current model.
+class SolidGuard {
+ public:
+  explicit SolidGuard(ProMdl drawing) : drawing_(drawing), saved_(ProDrawingCurrentsolidGet(drawing)) {}
+  ~SolidGuard() {
+    if (changed_ && saved_) ProDrawingCurrentsolidSet(drawing_, saved_.value);
+  }
+  SolidGuard(const SolidGuard&) = delete;
+  SolidGuard& operator=(const SolidGuard&) = delete;
+  // As ProDrawingCurrentsolidSet.
+  ProError change(ProMdl solid) {
+    const ProError result = ProDrawingCurrentsolidSet(drawing_, solid);
+    changed_ = changed_ || result == ProNoError;
+    return result;
+  }
+
+ private:
+  ProMdl drawing_;
+  Got<ProMdl> saved_;
   bool changed_ = false;
 };
 

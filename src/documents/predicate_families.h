@@ -36,4 +36,22 @@ int userVariablePredicate(creo::ProMdl model, const core::XmlNode& item);
 int creoVersionPredicate(creo::ProMdl model, const core::XmlNode& item);
 int environmentVariablePredicate(creo::ProMdl model, const core::XmlNode& item);
 
+// drawing_predicates.cpp
+int multiModelDrawingPredicate(creo::ProMdl model, const core::XmlNode& item);
+int formatNamePredicate(creo::ProMdl model, const core::XmlNode& item);
+int formatsOnSheetsPredicate(creo::ProMdl model, const core::XmlNode& item);
+int currentModelPredicate(creo::ProMdl model, const core::XmlNode& item);
+int symbolOnDrawingPredicate(creo::ProMdl model, const core::XmlNode& item);
+int symbolInDrawingPredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// sheet_predicate.cpp
+int sheetSizePredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// table_predicate.cpp
+int tableOnDrawingPredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// dimension_predicates.cpp
+int dimensionTextPredicate(creo::ProMdl model, const core::XmlNode& item);
+int dimensionTolerancePredicate(creo::ProMdl model, const core::XmlNode& item);
+
 }  // namespace documents

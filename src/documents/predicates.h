@@ -26,5 +26,7 @@ int isInstance(creo::ProMdl model);
 // 1 when the solid has a family table, 0 not, 3 for a drawing.
 int isGeneric(creo::ProMdl model);
 int isSkeleton(creo::ProMdl model);
+// 1 for a drawing of more than one model.
+int isMultiModelDrawing(creo::ProMdl model);
 
 }  // namespace documents

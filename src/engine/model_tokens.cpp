@@ -211,7 +211,8 @@ bool modelPass(Substitution& call) {
   ModelFacts facts(call.model);
   facts.type = type.value;
   return replaceTokens(call, kModelTokens, facts) && replaceWorkerFolder(call) &&
-         replaceTokens(call, kSelectionTokens, facts);
+         replaceTokens(call, kSelectionTokens, facts) &&
+         (facts.type != creo::ProMdlType::drawing || drawingTokens(call));
 }
 
 }  // namespace engine

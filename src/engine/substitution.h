@@ -52,4 +52,7 @@ bool modelPass(Substitution& call);        // @mdln@ ...; needs a model
 bool parameterPass(Substitution& call);    // %NAME%, %user:NAME%, %b64:FILE%; needs a model
 bool functionPass(Substitution& call);     // $$sub$1$2$text$$ ...; needs a model
 
+// The part of the model pass that concerns drawings: @sheetno@ ...; the model is one.
+bool drawingTokens(Substitution& call);
+
 }  // namespace engine

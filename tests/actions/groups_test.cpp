@@ -29,8 +29,7 @@ TEST_F(Groups, RunTheirTasksInTheirModes) {
       {group("reworkMode='4' forcount='%ROUNDS%'", "<task type='unknown'/>"),
        L"loop no - 0|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL|"
        L"loop no - 1|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL"},
-      {group("reworkMode='6'", set),
-       L"E:groupActions: this version doesn't carry out the rework mode 6 (each drawing sheet)"},
+      {group("reworkMode='6'", set), L""},
       {group("reworkMode='9'", set), L""},
       {task("groupActions"), L""},
       {"<task type='groupActions' version='3'><subtasks>" + set + "</subtasks></task>", done},

@@ -4,6 +4,7 @@
 #include "creo/ProMdl.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
+#include "documents/parsed.h"
 #include "documents/predicates.h"
 #include "support/world.h"
 #include "text/encoding.h"
@@ -14,16 +15,10 @@ namespace {
 using namespace creo;
 using documents::kFilterHolds;
 using documents::kFilterRefuses;
+using test::element;
+using test::parsed;
+using test::predicate;
 using test::World;
-
-// The document of an element; single quotes stand for double ones.
-std::unique_ptr<core::XmlDocument> parsed(std::wstring text) {
-  std::replace(text.begin(), text.end(), L'\'', L'"');
-  auto loaded = core::xmlParse(std::move(text));
-  if (!loaded) throw std::invalid_argument(text::toUtf8(loaded.fault));
-  return std::move(loaded.document);
-}
-const core::XmlNode& element(const core::XmlDocument& document) { return *document.root()->next; }
 
 // "T and not F or N | T": T holds and F doesn't on a drawing, N isn't applicable to one, U is no key; "|" ends a group.
 std::wstring block(const std::wstring& items) {
@@ -166,12 +161,6 @@ TEST(FilterCheck, AnActionMustBeOpenForTheTypeAndItsFilterHold) {
     const auto document = parsed(L"<task " + std::wstring(c.attributes) + L">" + refusing + L"</task>");
     EXPECT_EQ(c.result, documents::filterCheck(element(*document), L"PRT", c.model)) << text::toUtf8(c.attributes);
   }
-}
-
-int predicate(const std::wstring& attributes, ProMdl model) {
-  const auto document = parsed(L"<i " + attributes + L"/>");
-  const core::XmlNode& item = element(*document);
-  return documents::runPredicate(item, core::attrFind(item.attributes, L"type")->value, model);
 }
 
 TEST(Predicates, ParametersAreComparedByTheirType) {

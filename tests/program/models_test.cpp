@@ -37,6 +37,24 @@ TEST_F(ModelVerbs, ShowTellsFamilyTableUsesAndInstances) {
               testing::HasSubstr("uses\n  SHAFT_OUT.PRT\n  GEAR.PRT\n  KEY_14X9X28.PRT\n  BEARING_6207.PRT\n"));
 }
 
+TEST_F(ModelVerbs, ShowTellsTheSheetsTablesAndSymbolsOfADrawing) {
+  EXPECT_THAT(kelvane({"show", example("workspace"), "GEAR.DRW"}).out,
+              testing::HasSubstr("sheets\n"
+                                 "  1  GEAR    A3  420 x 297  scale 1  frame_a3  current\n"
+                                 "  2  PINION  A4  210 x 297  scale 2  frame_a4\n"
+                                 "\ntable TITLE_BLOCK, sheet 1 at 230, 10, from the format\n"
+                                 "  Name                       Gear z=100 m=2  Drawing  GB-120-22\n"
+                                 "  Material                   16MnCr5         Mass     6.05 kg\n"
+                                 "  Model                      GEAR            Scale    1\n"
+                                 "  OSTELO Works / Gear units  GEAR            Sheet    1 of 2\n"));
+  EXPECT_THAT(kelvane({"show", example("workspace"), "HOUSING_LOWER.DRW"}).out,
+              testing::HasSubstr("symbols\n"
+                                 "  projection_first  sheet 1 at 400, 15\n"
+                                 "  surface_machined  sheet 1 at 210, 260\n"
+                                 "  surface_machined  sheet 1 at 380, 120\n"
+                                 "  edges_iso13715    not used\n"));
+}
+
 TEST_F(ModelVerbs, DamagedDocumentIsNamedWithItsLine) {
   part(L"GOOD");
   file("models/bad.prt.3", "{\n  \"format\": 1,\n  \"parameters\": 7\n}\n");

@@ -1,8 +1,11 @@
-// Groups: a list of tasks inside a task, run once or again and again.
+// Groups: a list of tasks inside a task, run once, again and again, or on other models.
 #include <algorithm>
+#include <vector>
 
+#include "actions/environment/group_modes.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "creo/ProMdl.h"
 #include "engine/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -13,18 +16,19 @@ namespace {
 using namespace engine;
 
 // Groups nested deeper are refused: each level takes its share of the stack, and a list may come from anywhere.
-constexpr int kDeepestGroup = 64;
+constexpr std::size_t kDeepestGroup = 64;
 
-int& groupLevel() {
-  static int level = 0;
-  return level;
+// The models of the groups that run, the innermost last; none for a group without a model.
+std::vector<creo::ProMdl>& modelsUnderWork() {
+  static std::vector<creo::ProMdl> models;
+  return models;
 }
-class LevelGuard {
+class GroupGuard {
  public:
-  LevelGuard() { ++groupLevel(); }
-  ~LevelGuard() { --groupLevel(); }
-  LevelGuard(const LevelGuard&) = delete;
-  LevelGuard& operator=(const LevelGuard&) = delete;
+  explicit GroupGuard(creo::ProMdl model) { modelsUnderWork().push_back(model); }
+  ~GroupGuard() { modelsUnderWork().pop_back(); }
+  GroupGuard(const GroupGuard&) = delete;
+  GroupGuard& operator=(const GroupGuard&) = delete;
 };
 
 void runPlain(const Task& task) { runSubtasks(task.node(), task.subject()); }
@@ -44,19 +48,19 @@ void runLoop(const Task& task) {
 
 struct Mode {
   std::wstring_view value;  // of `reworkMode`
-  std::wstring_view name;
-  void (*run)(const Task& task);  // null: this version doesn't carry the mode out
+  void (*run)(const Task& task);
+  bool needsModel = false;
 };
 constexpr Mode kModes[] = {
-    {L"", L"plain", &runPlain},
-    {L"0", L"plain", &runPlain},
-    {L"1", L"each family-table instance", nullptr},
-    {L"2", L"on a new drawing", nullptr},
-    {L"3", L"each dependency", nullptr},
-    {L"4", L"loop", &runLoop},
-    {L"5", L"other model", nullptr},
-    {L"6", L"each drawing sheet", nullptr},
-    {L"7", L"simplified representation", nullptr},
+    {L"", &runPlain},
+    {L"0", &runPlain},
+    {L"1", &runOnInstances, true},
+    {L"2", &runOnNewDrawing, true},
+    {L"3", &runOnDependencies, true},
+    {L"4", &runLoop},
+    {L"5", &runOnOtherModel},
+    {L"6", &runEachSheet},
+    {L"7", &runOnRepresentation, true},
 };
 
 // A group for all kinds of models without a filter of its own runs as it is, without a model too.
@@ -72,8 +76,8 @@ Outcome groupActions(const Task& task) {
   } else if (passFilter(task)) {
     return done;
   }
-  const LevelGuard level;
-  if (groupLevel() > kDeepestGroup) {
+  const GroupGuard group(task.model());
+  if (modelsUnderWork().size() > kDeepestGroup) {
     core::logWrite(text::format(L"Groups nested deeper than %d levels aren't carried out", kDeepestGroup),
                    core::kError);
     return done;
@@ -82,19 +86,33 @@ Outcome groupActions(const Task& task) {
   const auto* mode =
       std::find_if(std::begin(kModes), std::end(kModes), [&](const Mode& m) { return m.value == value; });
   if (mode == std::end(kModes)) return done;
-  if (mode->run) {
+  if (mode->needsModel && !task.model())
+    core::logWrite(L"This function need a model to get worked on it", core::kError);
+  else
     mode->run(task);
-  } else {
-    core::logWrite(
-        text::format(L"groupActions: this version doesn't carry out the rework mode %s (%s)", mode->value, mode->name),
-        core::kError);
-  }
   return done;
 }
 
 constexpr ActionFunction kActions[] = {{L"groupActions", &groupActions}};
 
 }  // namespace
+
+void runTasksOn(const Task& task, creo::ProMdl model, std::wstring_view name, std::wstring_view extension) {
+  creo::ProMdlDisplay(model);
+  runSubtasks(task.node(), {model, std::wstring(name), std::wstring(extension)});
+}
+
+std::wstring_view solidExtension(creo::ProMdl model) {
+  const auto type = creo::ProMdlTypeGet(model);
+  if (!type) return {};
+  if (type.value == creo::ProMdlType::part) return L".PRT";
+  return type.value == creo::ProMdlType::assembly ? L".ASM" : L"";
+}
+
+bool isUnderWork(creo::ProMdl model) {
+  const auto& models = modelsUnderWork();
+  return std::find(models.begin(), models.end(), model) != models.end();
+}
 
 std::span<const ActionFunction> groupActionsFamily() { return kActions; }
 

@@ -1,37 +1,72 @@
+// The models of drawings.
 #include "creo/ProDrawing.h"
 
-#include "headless/creo/operation.h"
+#include <algorithm>
+
+#include "headless/creo/drawing_operation.h"
 #include "text/format.h"
 
 namespace creo {
 
 using headless::Model;
+using headless::onDrawing;
 using State = headless::Session::State;
 
+namespace {
+
+std::vector<ProMdl> solidsOf(State& state, const Model& drawing) {
+  std::vector<ProMdl> solids;
+  for (const ProDependency& used : headless::Models::dependencies(drawing)) {
+    if (const auto model = state.models.retrieve(used.name, used.type))
+      solids.push_back(model.value);
+    else
+      state.showMessage(
+          text::format(L"%s.DRW shows %s.%s, which can't be retrieved", drawing.name, used.name, used.typeText));
+  }
+  return solids;
+}
+
+}  // namespace
+
 Got<std::vector<ProMdl>> ProDrawingSolidsCollect(ProMdl drawing) {
-  return headless::onModel("ProDrawingSolidsCollect", drawing, [](State& state, Model& m) -> Got<std::vector<ProMdl>> {
-    if (m.type() != ProMdlType::drawing) return ProBadInputs;
-    const std::wstring name = m.name;
-    std::vector<ProMdl> solids;
-    for (const ProDependency& used : headless::Models::dependencies(m)) {
-      const auto model = state.models.retrieve(used.name, used.type);
-      if (model)
-        solids.push_back(model.value);
-      else
-        state.showMessage(
-            text::format(L"%s.DRW shows %s.%s, which can't be retrieved", name, used.name, used.typeText));
-    }
-    return solids;
+  return onDrawing("ProDrawingSolidsCollect", drawing,
+                   [](State& state, Model& m) -> Got<std::vector<ProMdl>> { return solidsOf(state, m); });
+}
+
+ProError ProDrawingSolidsVisit(ProMdl drawing, Visitor<ProMdl> visitor) {
+  return onDrawing("ProDrawingSolidsVisit", drawing, [&](State& state, Model& m) -> ProError {
+    return headless::visit<ProMdl>(solidsOf(state, m), visitor);
   });
 }
 
-// A drawing's document doesn't say which of its models is current: it is the first.
 Got<ProMdl> ProDrawingCurrentsolidGet(ProMdl drawing) {
-  return headless::onModel("ProDrawingCurrentsolidGet", drawing, [](State& state, Model& m) -> Got<ProMdl> {
-    if (m.type() != ProMdlType::drawing) return ProBadInputs;
-    const auto used = headless::Models::dependencies(m);
-    if (used.empty()) return ProNotFound;
-    return state.models.retrieve(used.front().name, used.front().type);
+  return onDrawing("ProDrawingCurrentsolidGet", drawing, [](State& state, Model& m) -> Got<ProMdl> {
+    const auto current = headless::currentModelOf(m);
+    if (!current) return ProNotFound;
+    return state.models.retrieve(current->name, current->type);
+  });
+}
+
+ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
+  return onDrawing("ProDrawingCurrentsolidSet", drawing, [&](State& state, Model& m) -> ProError {
+    const Model* wanted = state.models.find(solid);
+    if (!wanted) return ProBadInputs;
+    const auto is = [&](const ProDependency& used) { return used.name == wanted->name && used.type == wanted->type(); };
+    const auto models = headless::Models::dependencies(m);
+    if (std::none_of(models.begin(), models.end(), is)) return ProNotFound;
+    if (is(*headless::currentModelOf(m))) return ProNoError;
+    // The first needs no mention: a drawing that was put back to it is as it was.
+    m.document->record.currentModel =
+        is(models.front()) ? std::string() : headless::modelLabel(wanted->name, wanted->type());
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
+ProError ProDwgDraftRegenerate(ProMdl drawing) {
+  return onDrawing("ProDwgDraftRegenerate", drawing, [](State& state, Model& m) -> ProError {
+    const std::size_t wanted = headless::Models::dependencies(m).size();
+    return solidsOf(state, m).size() == wanted ? ProNoError : ProRegenFailed;
   });
 }
 

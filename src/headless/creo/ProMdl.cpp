@@ -43,7 +43,9 @@ Got<ProMdlData> ProMdlDataGet(ProMdl model) {
     const os::DevicePath place = os::splitDevice(m.document->folder);
     data.name = m.name;
     data.type = typeExtension(m.type());
-    data.device = place.device.empty() ? L"z" : place.device;  // "z:" is the root, where paths without a device lie
+    // "z:" is the root, where paths without a device lie; a model that was never saved lies nowhere.
+    const bool isNew = m.document->folder.empty();
+    data.device = place.device.empty() && !isNew ? L"z" : place.device;
     data.path = place.path;
     data.version = m.document->version;
     return data;

@@ -18,10 +18,11 @@ class ModelDocument {
   std::wstring name;  // upper case
   creo::ProMdlType type = creo::ProMdlType::unused;
   int version = 0;         // of the file; 0 for one that was never saved
-  std::wstring folder;     // with its closing backslash
+  std::wstring folder;     // with its closing backslash; empty for one that was never saved
   std::wstring fileStem;   // "bracket.prt", as the file is written on disk
   int writtenVersion = 0;  // the version that this session wrote last; 0: none
   ModelRecord record;
+  std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
 
   // The row of that name, in this table or one below it; null for none.
   RowRecord* row(std::wstring_view rowName);

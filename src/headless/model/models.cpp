@@ -17,14 +17,6 @@ using creo::ProError;
 using creo::ProMdl;
 using creo::ProMdlType;
 
-namespace {
-
-std::wstring fileLabel(std::wstring_view name, ProMdlType type) {
-  return std::wstring(name) + L'.' + creo::typeExtension(type);
-}
-
-}  // namespace
-
 Models::Models(ModelsHost host, std::wstring folder)
     : host_(std::move(host)),
       store_(host_.withholdSaves),
@@ -105,32 +97,19 @@ std::vector<creo::ProDependency> Models::dependencies(const Model& model) {
   return out;
 }
 
-ProError Models::erase(ProMdl handle) {
-  Model* model = find(handle);
-  if (!model) return creo::ProBadInputs;
-  const std::wstring key = modelKey(model->name, model->type());
-  if (const auto used = uses_.find(key); used != uses_.end() && used->second > 0) {
-    message(text::format(L"%s isn't erased: another model in memory uses it", fileLabel(model->name, model->type())));
-    return creo::ProGeneralError;
-  }
-  countUses(*model, -1);
-  byKey_.erase(key);
-  const auto at = static_cast<std::uint32_t>((handle.value & 0xFFFFFFFFu) - 1);
-  places_[at].model.reset();
-  ++places_[at].generation;
-  free_.push_back(at);
-  host_.erased(handle);
-  return creo::ProNoError;
-}
-
 ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
+  const bool isNew = document.folder.empty();
+  if (isNew) document.folder = working_;
   // A file that another program wrote meanwhile isn't overwritten.
   const DocumentFile* newest = store_.folder(document.folder).find(document.name, document.type);
   const int version = std::max(document.version, newest ? newest->version : 0) + 1;
-  if (const ProError error = write(document, version)) return error;
+  if (const ProError error = write(document, version)) {
+    if (isNew) document.folder.clear();
+    return error;
+  }
   document.version = document.writtenVersion = version;
   document.markSaved();
   host_.saved({document.name, document.type, version, document.folder + documentFileName(document, version)});

@@ -65,6 +65,12 @@ class Models {
   creo::Got<creo::ProMdl> instance(const std::shared_ptr<ModelDocument>& document, RowRecord& row);
   creo::ProError save(creo::ProMdl model);
   creo::ProError erase(creo::ProMdl model);
+  // As erase, with all that it uses; what another model in memory uses and what `stays` names is left, with what that
+  // uses.
+  creo::ProError eraseAll(creo::ProMdl model, creo::FunctionRef<bool(creo::ProMdl)> stays);
+  // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It has
+  // no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file.
+  creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);
   // Each once, in the document's order; an instance leaves out or replaces components by its row.
   [[nodiscard]] static std::vector<creo::ProDependency> dependencies(const Model& model);
 
@@ -89,6 +95,10 @@ class Models {
   void bringUsed(Retrieval& retrieval);
   Model& add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name);
   void countUses(const Model& model, int by);
+  void remove(const Model& model);
+  // The models in memory that a model uses, its generic among them.
+  [[nodiscard]] std::vector<const Model*> usedBy(const Model& model) const;
+  creo::ProError readTemplate(std::wstring_view name, ModelRecord& into);
   creo::ProError write(ModelDocument& document, int version);
   std::vector<Folder*> searched();
 

@@ -24,6 +24,7 @@ class Windows {
   [[nodiscard]] creo::ProMdl model(int window) const;
   // The window that shows a model or is kept for it; 0: none.
   [[nodiscard]] int of(creo::ProMdl model, const std::wstring& key) const;
+  [[nodiscard]] bool shows(creo::ProMdl model) const { return byModel_.contains(model.value); }
   // True when the window showed another model before.
   bool show(int window, creo::ProMdl model);
   // The model has gone: its windows are empty.

@@ -1,0 +1,31 @@
+// groupActions on a simplified representation of the model.
+#include "actions/environment/group_modes.h"
+#include "core/log.h"
+#include "creo/ProMdl.h"
+#include "creo/ProSolid.h"
+#include "creo/ProState.h"
+#include "text/format.h"
+
+namespace actions {
+
+using namespace engine;
+
+void runOnRepresentation(const Task& task) {
+  const Replaced rep = task.text(L"simprepname");
+  if (!rep.hasText()) return;
+  const auto name = creo::ProMdlNameGet(task.model());
+  const auto type = creo::ProMdlTypeGet(task.model());
+  const bool isAssembly = type && type.value == creo::ProMdlType::assembly;
+  const auto model = isAssembly ? creo::ProAssemblySimprepMdlnameRetrieve(name.value, rep.text)
+                                : creo::ProSimprepMdlnameRetrieve(name.value, type.value, rep.text);
+  if (!model) {
+    core::logWrite(text::format(L"Simp rep not found : %d", static_cast<int>(model.error)), core::kError);
+  } else {
+    creo::ProSolidRegenerate(model.value, creo::kRegenerateForce);
+    runTasksOn(task, model.value, task.subject().name, task.subject().extension);
+    if (isAssembly) creo::ProMdlnameRetrieve(name.value, type.value);
+  }
+  creo::ProMdlDisplay(task.model());
+}
+
+}  // namespace actions

@@ -1,0 +1,90 @@
+// Dimensions, of solids and of drawings.
+#include <algorithm>
+
+#include "creo/ProDrawing.h"
+#include "creo/ProSolid.h"
+#include "headless/creo/drawing_operation.h"
+#include "text/encoding.h"
+
+namespace creo {
+
+using headless::DimensionRecord;
+using headless::Model;
+using headless::onModel;
+using State = headless::Session::State;
+
+namespace {
+
+ProError visitDimensions(const Model& model, bool reference, Visitor<ProDimension> visitor) {
+  std::vector<ProDimension> dimensions;
+  for (const DimensionRecord& one : model.document->record.dimensions)
+    if (one.reference == reference) dimensions.push_back({model.handle, one.id, reference});
+  return headless::visit<ProDimension>(dimensions, visitor);
+}
+
+// body: (record). ProNotFound for a dimension that has gone.
+template <class Body>
+auto onDimension(std::string_view name, const ProDimension& dimension, Body&& body)
+    -> std::invoke_result_t<Body, const DimensionRecord&> {
+  using Result = std::invoke_result_t<Body, const DimensionRecord&>;
+  return onModel(name, dimension.owner, [&](State&, Model& m) -> Result {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return Result(ProNotFound);
+    return body(*record);
+  });
+}
+
+}  // namespace
+
+ProError ProSolidDimensionVisit(ProMdl solid, bool reference, Visitor<ProDimension> visitor) {
+  return onModel("ProSolidDimensionVisit", solid, [&](State&, Model& m) -> ProError {
+    if (m.type() != ProMdlType::part && m.type() != ProMdlType::assembly) return ProBadInputs;
+    return visitDimensions(m, reference, visitor);
+  });
+}
+
+ProError ProDrawingDimensionVisit(ProMdl drawing, bool reference, Visitor<ProDimension> visitor) {
+  return headless::onDrawing("ProDrawingDimensionVisit", drawing,
+                             [&](State&, Model& m) -> ProError { return visitDimensions(m, reference, visitor); });
+}
+
+Got<bool> ProAnnotationIsShown(const ProDimension& dimension, ProMdl drawing) {
+  return headless::onDrawing("ProAnnotationIsShown", drawing, [&](State& state, Model& m) -> Got<bool> {
+    const Model* owner = state.models.find(dimension.owner);
+    if (!owner) return ProBadInputs;
+    if (!owner->document->dimension(dimension.id, dimension.reference)) return ProNotFound;
+    if (owner == &m) return true;
+    const auto& shown = m.document->record.shownDimensions;
+    return std::any_of(shown.begin(), shown.end(), [&](const headless::ShownDimensionRecord& one) {
+      return one.id == dimension.id && one.reference == dimension.reference &&
+             headless::isLabelOf(one.model, owner->name, owner->type());
+    });
+  });
+}
+
+Got<std::wstring> ProDimensionSymbolGet(const ProDimension& dimension) {
+  return onDimension("ProDimensionSymbolGet", dimension, [](const DimensionRecord& record) -> Got<std::wstring> {
+    if (record.symbol.empty()) return (record.reference ? L"rd" : L"d") + std::to_wstring(record.id);
+    return text::fromUtf8(record.symbol);
+  });
+}
+
+Got<std::vector<std::wstring>> ProDimensionTextGet(const ProDimension& dimension) {
+  using Lines = std::vector<std::wstring>;
+  return onDimension("ProDimensionTextGet", dimension, [](const DimensionRecord& record) -> Got<Lines> {
+    if (record.text.empty()) return Lines{L"@D"};
+    Lines lines;
+    for (const std::string& line : record.text) lines.push_back(text::fromUtf8(line));
+    return lines;
+  });
+}
+
+Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimension) {
+  return onDimension("ProDimensionToleranceGet", dimension,
+                     [](const DimensionRecord& record) -> Got<ProDimensionTolerance> {
+                       if (!record.tolerance) return ProNotFound;
+                       return ProDimensionTolerance{record.tolerance->upper, record.tolerance->lower};
+                     });
+}
+
+}  // namespace creo

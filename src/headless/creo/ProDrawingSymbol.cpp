@@ -1,0 +1,57 @@
+// The symbols of drawings.
+#include <algorithm>
+
+#include "creo/ProDrawing.h"
+#include "headless/creo/drawing_operation.h"
+#include "headless/store/names.h"
+#include "text/encoding.h"
+
+namespace creo {
+
+using headless::Model;
+using headless::onDrawing;
+using headless::onSheet;
+using headless::SymbolDefinitionRecord;
+using headless::SymbolRecord;
+using State = headless::Session::State;
+
+Got<std::vector<ProDtlsymdef>> ProDrawingDtlsymdefsCollect(ProMdl drawing) {
+  return onDrawing("ProDrawingDtlsymdefsCollect", drawing, [](State&, Model& m) -> Got<std::vector<ProDtlsymdef>> {
+    std::vector<ProDtlsymdef> definitions;
+    for (const SymbolDefinitionRecord& one : m.document->record.symbolDefinitions)
+      definitions.push_back({m.handle, one.id});
+    return definitions;
+  });
+}
+
+Got<std::wstring> ProDtlsymdefNameGet(const ProDtlsymdef& definition) {
+  return onDrawing("ProDtlsymdefNameGet", definition.drawing, [&](State&, Model& m) -> Got<std::wstring> {
+    for (const SymbolDefinitionRecord& one : m.document->record.symbolDefinitions)
+      if (one.id == definition.id) return text::fromUtf8(one.name);
+    return ProNotFound;
+  });
+}
+
+Got<std::vector<ProDtlsyminst>> ProDrawingDtlsyminstsCollect(ProMdl drawing, int sheet) {
+  return onSheet("ProDrawingDtlsyminstsCollect", drawing, sheet,
+                 [&](State&, Model& m, const headless::SheetRecord&) -> Got<std::vector<ProDtlsyminst>> {
+                   std::vector<ProDtlsyminst> symbols;
+                   for (const SymbolRecord& one : m.document->record.symbols)
+                     if (one.sheet == sheet) symbols.push_back({m.handle, one.id});
+                   return symbols;
+                 });
+}
+
+Got<ProDtlsymdef> ProDtlsyminstDefGet(const ProDtlsyminst& symbol) {
+  return onDrawing("ProDtlsyminstDefGet", symbol.drawing, [&](State&, Model& m) -> Got<ProDtlsymdef> {
+    const auto& record = m.document->record;
+    const auto found = std::find_if(record.symbols.begin(), record.symbols.end(),
+                                    [&](const SymbolRecord& one) { return one.id == symbol.id; });
+    if (found == record.symbols.end()) return ProNotFound;
+    for (const SymbolDefinitionRecord& one : record.symbolDefinitions)
+      if (headless::sameName(one.name, found->definition)) return ProDtlsymdef{m.handle, one.id};
+    return ProNotFound;
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,72 @@
+// Models that are made in memory.
+#include "headless/model/models.h"
+#include "headless/store/faults.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::Got;
+using creo::ProError;
+using creo::ProMdl;
+using creo::ProMdlType;
+
+namespace {
+
+// A name becomes that of a file, so it must not lead to another folder.
+bool isFileName(std::wstring_view name) {
+  if (name.empty() || name.find_first_of(L"\\/:*?\"<>|.") != name.npos) return false;
+  for (const wchar_t c : name)
+    if (c < L' ') return false;
+  return true;
+}
+
+// As a drawing's document names a model; an instance is found by its generic's.
+std::wstring nameInDocument(const Model& model) {
+  return model.row ? model.name + L'<' + model.document->name + L'>' : model.name;
+}
+
+}  // namespace
+
+ProError Models::readTemplate(std::wstring_view name, ModelRecord& into) {
+  for (Folder* folder : searched()) {
+    const DocumentFile* file = folder->find(name, ProMdlType::drawing);
+    if (!file) continue;
+    const std::wstring path = folder->path() + file->fileName;
+    const auto bytes = store_.read(path);
+    const JsonFault fault = bytes ? readDocument(bytes.value, into) : JsonFault();
+    if (bytes && !fault) return creo::ProNoError;
+    message(bytes ? cantRead(path, fault) : cantRead(path, bytes.error));
+    return creo::ProGeneralError;
+  }
+  return creo::ProNotFound;
+}
+
+Got<ProMdl> Models::createDrawing(std::wstring_view name, std::wstring_view templateName, ProMdl handle) {
+  const Model* solid = find(handle);
+  if (!solid || (solid->type() != ProMdlType::part && solid->type() != ProMdlType::assembly)) return creo::ProBadInputs;
+  if (!isFileName(name)) return creo::ProBadInputs;
+  if (inMemory(name, ProMdlType::drawing)) return creo::ProExists;
+  ModelRecord source;
+  if (const ProError error = readTemplate(templateName, source)) return error;
+
+  auto document = std::make_shared<ModelDocument>();
+  document->name = text::upper(name);
+  document->type = ProMdlType::drawing;
+  document->fileStem = text::lower(name) + L".drw";
+  ModelRecord& record = document->record;
+  record.units = std::move(source.units);
+  record.parameters = std::move(source.parameters);
+  record.sheets = std::move(source.sheets);
+  record.tables = std::move(source.tables);
+  record.symbolDefinitions = std::move(source.symbolDefinitions);
+  record.symbols = std::move(source.symbols);
+  UsedModelRecord& shown = record.models.emplace_back();
+  shown.name = text::toUtf8(nameInDocument(*solid));
+  shown.type = solid->type();
+  document->touch(nullptr);
+  std::wstring upper = document->name;
+  return add(std::move(document), nullptr, std::move(upper)).handle;
+}
+
+}  // namespace headless

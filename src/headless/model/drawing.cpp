@@ -1,0 +1,104 @@
+#include "headless/model/drawing.h"
+
+#include <algorithm>
+
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::ProMdlType;
+using creo::ProSheetSize;
+
+namespace {
+
+// Landscape. ISO 216 in mm, ASME Y14.1 in inches.
+struct SizeFacts {
+  ProSheetSize size;
+  double width, height;
+};
+constexpr SizeFacts kSizes[] = {
+    {ProSheetSize::a0, 1189, 841}, {ProSheetSize::a1, 841, 594}, {ProSheetSize::a2, 594, 420},
+    {ProSheetSize::a3, 420, 297},  {ProSheetSize::a4, 297, 210}, {ProSheetSize::a, 11, 8.5},
+    {ProSheetSize::b, 17, 11},     {ProSheetSize::c, 22, 17},    {ProSheetSize::d, 34, 22},
+    {ProSheetSize::e, 44, 34},     {ProSheetSize::f, 40, 28},
+};
+
+}  // namespace
+
+std::string modelLabel(std::wstring_view name, ProMdlType type) {
+  return text::toUtf8(std::wstring(name) + L"." + text::lower(creo::typeExtension(type)));
+}
+
+bool isLabelOf(const std::string& label, std::wstring_view name, ProMdlType type) {
+  const auto file = documentFile(text::fromUtf8(label));
+  return file && file->type == type && modelName(file->name).name == name;
+}
+
+std::optional<creo::ProDependency> currentModelOf(const Model& drawing) {
+  const std::string& label = drawing.document->record.currentModel;
+  auto models = Models::dependencies(drawing);
+  if (models.empty()) return std::nullopt;
+  const auto found =
+      std::find_if(models.begin(), models.end(), [&](const auto& one) { return isLabelOf(label, one.name, one.type); });
+  return found == models.end() ? models.front() : *found;
+}
+
+int sheetCount(const ModelDocument& drawing) { return std::max(1, static_cast<int>(drawing.record.sheets.size())); }
+
+int currentSheetOf(const ModelDocument& drawing) {
+  return std::clamp(drawing.record.currentSheet, 1, sheetCount(drawing));
+}
+
+const SheetRecord* sheetOf(const ModelDocument& drawing, int number) {
+  static const SheetRecord blankSheet;
+  if (number < 1 || number > sheetCount(drawing)) return nullptr;
+  return drawing.record.sheets.empty() ? &blankSheet : &drawing.record.sheets[static_cast<std::size_t>(number - 1)];
+}
+
+creo::ProSheetDimensions sheetDimensions(const SheetRecord& sheet) {
+  creo::ProSheetDimensions out{.size = sheet.size};
+  for (const SizeFacts& facts : kSizes) {
+    if (facts.size != sheet.size) continue;
+    out.width = facts.width;
+    out.height = facts.height;
+  }
+  if (sheet.portrait) std::swap(out.width, out.height);
+  if (sheet.width != 0) out.width = sheet.width;
+  if (sheet.height != 0) out.height = sheet.height;
+  return out;
+}
+
+std::wstring sheetName(const SheetRecord& sheet, int number) {
+  return sheet.name.empty() ? L"SHEET" + std::to_wstring(number) : text::fromUtf8(sheet.name);
+}
+
+double scaleOnSheet(const ModelDocument& drawing, int sheet, std::wstring_view name, ProMdlType type) {
+  const auto& views = drawing.record.views;
+  const auto view = std::find_if(views.begin(), views.end(), [&](const ViewRecord& one) {
+    return one.sheet == sheet && isLabelOf(one.model, name, type);
+  });
+  if (view != views.end() && view->scale != 0) return view->scale;
+  const SheetRecord* record = sheetOf(drawing, sheet);
+  return record ? record->scale : 1;
+}
+
+TableRecord* tableOf(ModelDocument& drawing, int id) {
+  auto& tables = drawing.record.tables;
+  const auto found = std::find_if(tables.begin(), tables.end(), [id](const TableRecord& one) { return one.id == id; });
+  return found == tables.end() ? nullptr : &*found;
+}
+
+const SegmentRecord* segmentOf(const TableRecord& table, int segment) {
+  if (segment == -1 && table.segments.size() == 1) segment = 0;
+  if (segment < 0 || static_cast<std::size_t>(segment) >= table.segments.size()) return nullptr;
+  return &table.segments[static_cast<std::size_t>(segment)];
+}
+
+CellRecord* cellOf(TableRecord& table, int column, int row) {
+  const auto found = std::find_if(table.cells.begin(), table.cells.end(),
+                                  [&](const CellRecord& cell) { return cell.column == column && cell.row == row; });
+  return found == table.cells.end() ? nullptr : &*found;
+}
+
+}  // namespace headless

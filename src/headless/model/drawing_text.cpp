@@ -1,0 +1,148 @@
+#include "headless/model/drawing_text.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "headless/model/drawing.h"
+#include "os/surroundings.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace headless {
+namespace {
+
+// Where a text stands, and what can be asked for it.
+struct Place {
+  Models& models;
+  const Parameters& parameters;
+  const Model& drawing;
+  int sheet;
+};
+
+// "&NAME" taken apart. end is where the form ends without, endOfSuffix where it ends with what follows its colon.
+struct Form {
+  std::wstring_view name;
+  std::optional<int> number;  // "&NAME:2"
+  bool ofDrawing = false;     // "&NAME:d"
+  std::size_t end = 0, endOfSuffix = 0;
+};
+using Value = std::optional<std::wstring>;
+
+bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+bool isNamePart(wchar_t c) {
+  return isDigit(c) || c == L'_' || (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || c > 0x7F;
+}
+
+Form formAt(std::wstring_view text, std::size_t sign) {
+  const auto past = [&](std::size_t at, bool (*belongs)(wchar_t)) {
+    while (at < text.size() && belongs(text[at])) ++at;
+    return at;
+  };
+  Form form;
+  form.end = form.endOfSuffix = past(sign + 1, &isNamePart);
+  form.name = text.substr(sign + 1, form.end - sign - 1);
+  if (form.end >= text.size() || text[form.end] != L':') return form;
+  const std::size_t suffix = form.end + 1, digits = past(suffix, &isDigit), word = past(suffix, &isNamePart);
+  if (digits > suffix) {
+    form.number = text::parseInt(text.substr(suffix, digits - suffix));
+    form.endOfSuffix = digits;
+  } else if (text::equalNoCase(text.substr(suffix, word - suffix), L"d")) {
+    form.ofDrawing = true;
+    form.endOfSuffix = word;
+  }
+  return form;
+}
+
+// The model that the form means: the numbered one, or the current one.
+std::optional<creo::ProDependency> modelOf(const Place& place, const Form& form) {
+  if (!form.number) return currentModelOf(place.drawing);
+  const auto models = Models::dependencies(place.drawing);
+  if (*form.number < 1 || static_cast<std::size_t>(*form.number) > models.size()) return std::nullopt;
+  return models[static_cast<std::size_t>(*form.number - 1)];
+}
+
+Value modelName(const Place& place, const Form& form) {
+  const auto model = modelOf(place, form);
+  return model ? Value(model->name) : Value();
+}
+Value modelTypeWord(const Place& place, const Form& form) {
+  const auto model = modelOf(place, form);
+  if (model && model->type == creo::ProMdlType::part) return L"PART";
+  if (model && model->type == creo::ProMdlType::assembly) return L"ASSEM";
+  return std::nullopt;
+}
+Value drawingName(const Place& place, const Form&) { return place.drawing.name; }
+Value scale(const Place& place, const Form&) {
+  const SheetRecord* sheet = sheetOf(*place.drawing.document, place.sheet);
+  return sheet ? Value(text::shortest(sheet->scale)) : Value();
+}
+Value currentSheet(const Place& place, const Form&) { return std::to_wstring(place.sheet); }
+Value totalSheets(const Place& place, const Form&) { return std::to_wstring(sheetCount(*place.drawing.document)); }
+Value todaysDate(const Place&, const Form&) { return os::localTime(os::clock().seconds(), "%Y-%m-%d"); }
+
+struct SystemForm {
+  std::wstring_view name;
+  bool takesNumber;
+  Value (*value)(const Place& place, const Form& form);
+};
+constexpr SystemForm kSystemForms[] = {
+    {L"model_name", true, &modelName},        {L"type", true, &modelTypeWord},
+    {L"dwg_name", false, &drawingName},       {L"scale", false, &scale},
+    {L"current_sheet", false, &currentSheet}, {L"total_sheets", false, &totalSheets},
+    {L"todays_date", false, &todaysDate},
+};
+
+Value parameterText(const Place& place, creo::ProMdl owner, std::wstring_view name) {
+  const auto found = place.parameters.find({std::wstring(name), {creo::ProItemType::model, 0, owner, {}}, 0});
+  if (!found) return std::nullopt;
+  const creo::ProParamvalue value = Parameters::value(found.value);
+  switch (value.type) {
+    case creo::ProParamvalueType::string:
+      return value.string;
+    case creo::ProParamvalueType::real:
+      return text::shortest(value.real);
+    case creo::ProParamvalueType::boolean:
+      return value.boolean ? L"YES" : L"NO";
+    case creo::ProParamvalueType::integer:
+    case creo::ProParamvalueType::noteId:
+      return std::to_wstring(value.integer);
+    case creo::ProParamvalueType::none:
+      break;
+  }
+  return std::nullopt;
+}
+
+Value parameter(const Place& place, const Form& form) {
+  if (!form.ofDrawing) {
+    const auto current = currentModelOf(place.drawing);
+    const auto model = current ? place.models.retrieve(current->name, current->type) : creo::ProNotFound;
+    if (model)
+      if (Value value = parameterText(place, model.value, form.name)) return value;
+  }
+  return parameterText(place, place.drawing.handle, form.name);
+}
+
+}  // namespace
+
+std::wstring displayedText(Models& models, const Parameters& parameters, const Model& drawing, int sheet,
+                           std::wstring_view line) {
+  const Place place{models, parameters, drawing, sheet};
+  std::wstring out;
+  std::size_t done = 0;
+  for (std::size_t sign = line.find(L'&'); sign != line.npos; sign = line.find(L'&', std::max(done, sign + 1))) {
+    const Form form = formAt(line, sign);
+    if (form.name.empty()) continue;
+    const auto* system = std::find_if(std::begin(kSystemForms), std::end(kSystemForms),
+                                      [&](const auto& row) { return text::equalNoCase(row.name, form.name); });
+    const bool isSystem = system != std::end(kSystemForms);
+    const Value value = isSystem ? system->value(place, form) : parameter(place, form);
+    if (!value) continue;
+    const bool takesSuffix = isSystem ? system->takesNumber && form.number : form.ofDrawing;
+    out.append(line.substr(done, sign - done)).append(*value);
+    done = takesSuffix ? form.endOfSuffix : form.end;
+  }
+  return out.append(line.substr(done));
+}
+
+}  // namespace headless

@@ -1,0 +1,21 @@
+// The texts of a drawing's cells as a sheet shows them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "headless/model/models.h"
+#include "headless/model/parameters.h"
+
+namespace headless {
+
+// Replaces the "&" forms of a line on a sheet (the first word that fits, case-blind):
+//   &dwg_name &scale &current_sheet &total_sheets &todays_date   the drawing and the sheet
+//   &model_name &type, also with ":2"                            the current model, or the drawing's second
+//   &NAME                                                        a parameter of the current model, else the drawing's
+//   &NAME:d                                                      a parameter of the drawing
+// What can't be resolved stays as it stands.
+std::wstring displayedText(Models& models, const Parameters& parameters, const Model& drawing, int sheet,
+                           std::wstring_view line);
+
+}  // namespace headless

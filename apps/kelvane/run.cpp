@@ -30,6 +30,7 @@ class Run : public Verb {
         // surroundings
         {"--config", "DIR", "a folder with kvd_main.cfg", &o.config},
         {"--set", "KVD_KEY=VALUE", "a key of the configuration", &o.settings},
+        {"--creo-option", "NAME=VALUE", "an option of Creo's own configuration", &o.creoOptions},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
         {"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &o.events},

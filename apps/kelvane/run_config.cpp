@@ -67,4 +67,14 @@ std::string configText(const RunOptions& options) {
   return text;
 }
 
+std::vector<std::pair<std::wstring, std::wstring>> creoOptions(const RunOptions& options) {
+  std::vector<std::pair<std::wstring, std::wstring>> all;
+  for (const std::string& option : options.creoOptions) {
+    const std::size_t equals = option.find('=');
+    if (equals == option.npos || equals == 0) throw Fault("--creo-option " + option + ": write NAME=VALUE");
+    all.emplace_back(text::fromUtf8(option.substr(0, equals)), text::fromUtf8(option.substr(equals + 1)));
+  }
+  return all;
+}
+
 }  // namespace kelvane

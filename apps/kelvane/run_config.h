@@ -2,6 +2,8 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "kelvane/run_options.h"
 
@@ -10,5 +12,8 @@ namespace kelvane {
 // What kvd_main.cfg of a run holds: the installed one, that of --config, the run's own folders, then --set; a later
 // line wins. A Fault for a key that isn't known or a folder without the file.
 std::string configText(const RunOptions& options);
+
+// Names and values of --creo-option, in the order given. A Fault for one without a name or a "=".
+std::vector<std::pair<std::wstring, std::wstring>> creoOptions(const RunOptions& options);
 
 }  // namespace kelvane

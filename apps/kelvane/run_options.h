@@ -24,7 +24,8 @@ struct RunOptions {
 
   // Surroundings.
   std::string config;
-  std::vector<std::string> settings;  // "kvd_log_level=8"
+  std::vector<std::string> settings;     // "kvd_log_level=8"
+  std::vector<std::string> creoOptions;  // "pro_format_dir=d:\\formats"
 
   // Output.
   std::string log, events;

@@ -87,6 +87,7 @@ RunPlace prepareRun(const RunOptions& options) {
     throw Fault("--select: '" + options.select + "' is no expression");
   }
   const std::string config = configText(options);
+  place.creoOptions = creoOptions(options);
 
   const std::string models = modelsFolder(options);
   place.models = mountModels(models);

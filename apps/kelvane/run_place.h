@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kelvane/run_options.h"
@@ -16,6 +17,7 @@ struct RunPlace {
   std::string package;  // "standards.kvz"
   std::string list;     // "clean.xml"
   std::string filter;   // empty: none
+  std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
   std::vector<std::unique_ptr<os::FileLock>> locks;
 };
 

@@ -69,6 +69,7 @@ class RunWork {
     const ModelGraph::Trouble trouble = graph.trouble(starts);
     if (starts.empty()) starts = graph.starts();
     headless::Session session(sessionOptions(options_, place_));
+    for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
     RunWatch watch(session, options_, console_, events_);
     tellTrouble(trouble, watch);
     if (starts.empty()) {

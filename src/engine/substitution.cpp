@@ -10,7 +10,7 @@
 namespace engine {
 
 Substitution::Substitution(std::wstring_view input, creo::ProMdl mdl, std::size_t capacity)
-    : text(text::cut(input, capacity > 0 ? capacity - 1 : 0)), model(mdl), capacity_(capacity) {}
+    : text(text::cut(input, capacity - 1)), model(mdl), outgrown(text.size() < input.size()), capacity_(capacity) {}
 
 // A token that has put its own sign into the text before and is met again: its value leads back to it.
 bool Substitution::comesBack(std::wstring_view token, std::wstring_view value) {
@@ -21,20 +21,22 @@ bool Substitution::comesBack(std::wstring_view token, std::wstring_view value) {
 }
 
 bool Substitution::replace(std::wstring_view token, std::wstring_view value) {
-  std::wstring replaced = replaceAllText(text, token, value, capacity_);
-  // A longer value of a text that is full was cut; one that comes back has filled it, and would go on for ever.
-  const bool full = text::units(replaced) + 1 >= capacity_;
-  if (++replacements_ > kMostReplacements || (comesBack(token, value) && full)) {
+  // With room for one more character, so that a text that doesn't fit is told from one that just does.
+  std::wstring replaced = replaceAllText(text, token, value, capacity_ + 2);
+  const bool fits = text::fits(replaced, capacity_);
+  if (++replacements_ > kMostReplacements || (comesBack(token, value) && !fits)) {
     core::logWrite(L"The text takes too many replacements, perhaps a value holds its own name", core::kError);
     return false;
   }
-  text = std::move(replaced);
+  setText(std::move(replaced));
   return true;
 }
 
 void Substitution::setText(std::wstring replaced) {
   text = std::move(replaced);
-  text.resize(text::cut(text, capacity_ > 0 ? capacity_ - 1 : 0).size());
+  const std::size_t room = text::cut(text, capacity_ - 1).size();
+  outgrown = outgrown || room < text.size();
+  text.resize(room);
 }
 
 std::size_t Substitution::closingSign(std::size_t open, wchar_t sign) const {

@@ -15,18 +15,19 @@ constexpr int kMostReplacements = 10000;
 
 class Substitution {
  public:
-  // capacity: room of the text on its way in UTF-16 units, its zero included; what is longer is cut.
+  // capacity: room of the text on its way in UTF-16 units, its zero included.
   Substitution(std::wstring_view input, creo::ProMdl model, std::size_t capacity);
 
   std::wstring text;
   const creo::ProMdl model;
-  int status = 0;  // 1 after a failed text function, whose text is delivered all the same
+  int status = 0;         // 1 after a failed text function, whose text is delivered all the same
+  bool outgrown = false;  // the text was longer than its room once: it was cut, and is no result
 
   [[nodiscard]] bool holds(std::wstring_view token) const { return text.find(token) != text.npos; }
   // Every occurrence of the token. False, with its line in the log, when the call has replaced too often, or a value
   // that comes back in itself has outgrown the room.
   [[nodiscard]] bool replace(std::wstring_view token, std::wstring_view value);
-  // Makes a new text the call's, cut to the room.
+  // Makes another text the call's.
   void setText(std::wstring replaced);
   // The index of the sign that closes the name opened at an index. None (npos) when no sign stands there, a second one
   // follows it at once, or a blank or the text's end comes before the closing one.

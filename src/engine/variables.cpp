@@ -38,16 +38,16 @@ bool holdsMarks(std::wstring_view text) {
   return found != 0;
 }
 
-Replaced finished(std::wstring text, int status, std::size_t outSize) {
+Replaced finished(Substitution call, std::size_t outSize) {
   Replaced result;
-  result.status = status;
+  result.status = call.status;
   result.written = true;
-  result.tooLong = !text::fits(text, outSize);
+  result.tooLong = call.outgrown || !text::fits(call.text, outSize);
   if (result.tooLong) {
     core::logWrite(L"The replaced output is to large for this task", core::kError);
     result.text = L"FAILURE";
   } else {
-    result.text = std::move(text);
+    result.text = std::move(call.text);
   }
   return result;
 }
@@ -57,17 +57,17 @@ Replaced finished(std::wstring text, int status, std::size_t outSize) {
 Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size_t outSize) {
   Replaced failed;
   failed.status = 1;
-  Substitution call(input, model, kGrowth * outSize);
+  Substitution call(input, model, kGrowth * std::max<std::size_t>(outSize, 1));
   if (!holdsMarks(call.text)) {
     if (model && !modelPass(call)) return failed;
-    return finished(std::move(call.text), 0, outSize);
+    return finished(std::move(call), outSize);
   }
   for (const Pass& pass : kPasses) {
     if (pass.needsModel && !model) break;
     if (pass.mark != 0 && call.text.find(pass.mark) == call.text.npos) continue;
     if (!pass.run(call)) return failed;
   }
-  return finished(std::move(call.text), call.status, outSize);
+  return finished(std::move(call), outSize);
 }
 
 Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::wstring_view lineText,

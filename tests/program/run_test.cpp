@@ -133,6 +133,15 @@ TEST_F(Run, ConfigurationOfTheSiteCountsAndSetWins) {
   EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::Not(testing::HasSubstr("(DBG)")));
 }
 
+TEST_F(Run, OptionsOfCreoAreThoseOfTheSession) {
+  part(L"PLATE");
+  std::string task = kAddNorm;
+  task.replace(task.find("WN-100"), 6, "@pro_format_dir@");
+  list("format.xml", task + kSave);
+  EXPECT_EQ(0, run("format", {"--creo-option", "pro_format_dir=d:/a", "--creo-option", "PRO_FORMAT_DIR=d:/b=c"}).code);
+  EXPECT_THAT(kelvane({"models", models(), "--param", "NORM"}).out, testing::HasSubstr("d:/b=c\\"));
+}
+
 TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
   part(L"PLATE");
   run("norm", {"-n"});

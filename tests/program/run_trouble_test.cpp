@@ -24,6 +24,7 @@ TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
       {{"norm", "--set", "kvd_log_levl=8"}, "--set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?"},
       {{"norm", "--select", "/(/"}, "--select: '/(/' is no expression"},
       {{"norm", "--set", "kvd_lang=a=b"}, "--set kvd_lang: a value holds no '=' and no line break"},
+      {{"norm", "--creo-option", "pro_format_dir"}, "--creo-option pro_format_dir: write NAME=VALUE"},
       {{"norm", "--config", path("config")},
        "--config: " + path("config") + "/kvd_main.cfg can't be read: No such file or directory"},
       {{"norm", "--events", path("none/events")}, "the events' file " + path("none/events") + " can't be written"},

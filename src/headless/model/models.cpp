@@ -116,6 +116,11 @@ ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
+  if (document.record.readOnly) {
+    const std::wstring& folder = document.folder.empty() ? working_ : document.folder;
+    message(cantWriteReadOnly(folder + documentFileName(document, newestVersion(document) + 1)));
+    return creo::ProGeneralError;
+  }
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
   Folder& folder = store_.folder(document.folder);

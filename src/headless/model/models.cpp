@@ -117,8 +117,7 @@ ProError Models::save(ProMdl handle) {
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
   if (document.record.readOnly) {
-    const std::wstring& folder = document.folder.empty() ? working_ : document.folder;
-    message(cantWriteReadOnly(folder + documentFileName(document, newestVersion(document) + 1)));
+    message(cantWriteReadOnly(document.folder + documentFileName(document, newestVersion(document) + 1)));
     return creo::ProGeneralError;
   }
   const bool isNew = document.folder.empty();

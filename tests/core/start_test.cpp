@@ -7,6 +7,7 @@
 #include "core/state.h"
 #include "headless/proui/ui.h"
 #include "support/world.h"
+#include "text/encoding.h"
 
 namespace {
 
@@ -66,11 +67,30 @@ TEST(Start, OtherWideCharactersAreRefused) {
   EXPECT_EQ(L"<KVD> main - Incorrect size of wchar_t: 4/2.", other.startError());
 }
 
-TEST(Start, WithoutGraphicsTheToolOpensByItsCommandOnly) {
+TEST(Start, WithoutGraphicsTheToolOpensUnseen) {
   World world;
+  world.list("a.xml", "");
   ASSERT_EQ(0, world.start(false));
   EXPECT_TRUE(pluginState().workerMode);
   EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> No Graphics Mode detected\n"));
+  for (int press = 0; press < 2; ++press) {
+    world.openTool();
+    EXPECT_TRUE(pluginState().toolOpen);
+    EXPECT_FALSE(world.session().ui().dialog("kvanerunner")->visible);
+  }
+}
+
+TEST(Start, HelpLiesBesideTheTextFolderWhateverTheConfigurationSays) {
+  for (const char* language : {"en", "de"}) {
+    World world;
+    world.config("kvd_bin_path=d:\\elsewhere\\");
+    world.config(std::string("kvd_lang=") + language);
+    world.start();
+    world.session().runCommand("KVDHelpCmd");
+    const auto& asked = dynamic_cast<os::RecordedProcesses&>(os::processes()).asked();
+    ASSERT_EQ(1U, asked.size());
+    EXPECT_EQ(L"i:\\help\\ol_kvd_help_" + text::fromUtf8(language) + L".exe", asked[0]);
+  }
 }
 
 TEST(Start, ASecondPressBringsTheOpenDialogForward) {

@@ -52,6 +52,20 @@ TEST_F(ModelsInMemory, TheHighestVersionIsCurrentAndASaveWritesTheNextOne) {
   EXPECT_EQ(L"d:\\models\\bracket.prt.11", session().savedDocuments()[0].path);
 }
 
+TEST_F(ModelsInMemory, AReadOnlyModelIsNotSavedNorAreItsInstances) {
+  model("norm.prt.3", std::string(kMass) + R"(, "readOnly": true,
+      "familyTable": {"items": [], "instances": [{"name": "n1", "values": {}}]})");
+  for (const wchar_t* name : {L"NORM", L"N1"}) {
+    const ProMdl part = retrieve(name);
+    ASSERT_EQ(ProNoError, set(part, L"mass", real(4)));
+    EXPECT_EQ(ProGeneralError, ProMdlSave(part)) << name;
+    EXPECT_TRUE(ProMdlModificationVerify(part).value);
+    EXPECT_EQ(L"d:\\models\\norm.prt.4: can't be written: the model is read-only", session().messages().back());
+  }
+  EXPECT_EQ("norm.prt.3", files());
+  EXPECT_TRUE(session().savedDocuments().empty());
+}
+
 TEST_F(ModelsInMemory, ADocumentThatCantBeReadNamesFileLineAndReason) {
   write("models/cut.prt.3", "{\n\"format\": 1,\n\"parameters\": [");
   write("models/kind.prt.1", "{\n\"format\": 1,\n\"readOnly\": \"no\"}");

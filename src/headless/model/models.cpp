@@ -112,6 +112,10 @@ ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
+  if (document.record.readOnly) {
+    message(cantWriteReadOnly(document.folder + documentFileName(document, newestVersion(document) + 1)));
+    return creo::ProGeneralError;
+  }
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
   Folder& folder = store_.folder(document.folder);

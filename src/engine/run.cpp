@@ -286,13 +286,14 @@ void runWaitingRow() {
   finishModel();
 }
 
-// Goes on until a window has to be waited for, pass by pass: parts, assemblies, drawings.
-void advance(bool fromWindow) {
+// Goes on until a window has to be waited for, pass by pass: parts, assemblies, drawings. bodyRan: the row before the
+// next one had its Body; the notification for the drawing refresh is set only behind a row that was passed over.
+void advance(bool bodyRan) {
   while (Run* state = run().get()) {
     if (state->row == state->rows.size()) {
       state->row = 0;
       if (++state->pass < kPasses.size()) continue;
-      if (fromWindow) {
+      if (bodyRan) {
         runRefreshMacros();
       } else {
         refreshDrawing();
@@ -301,6 +302,7 @@ void advance(bool fromWindow) {
       return;
     }
     const std::string& row = state->rows[state->row++];
+    bodyRan = false;
     if (rowType(row) != kPasses[state->pass] || stopsAt(insteadOfOpening)) continue;
     if (!isChosen(row)) {
       logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
@@ -309,7 +311,7 @@ void advance(bool fromWindow) {
     const Opening opening = openRow(row);
     if (opening == Opening::asked) return;
     if (opening == Opening::here) runWaitingRow();
-    fromWindow = opening == Opening::here;
+    bodyRan = opening == Opening::here;
   }
 }
 

@@ -399,8 +399,7 @@ void runSection(const XmlNode* section, const std::string& rowName) {
   if (section) {
     xmlEachChild(*section, [&](const XmlNode& task) {
       state.actionIndex = index++;
-      Subject own = subject;
-      if (dispatchAction(task, own) == wrongVersion) {
+      if (dispatchAction(task, subject) == wrongVersion) {
         logWrite(
             L"Function isn't used because false version code, please update Kelvane User and Kelvane to the newest "
             L"version",

@@ -77,9 +77,9 @@ Relations::Relations(RelationLookup lookup) : model_(std::move(lookup)) {
   known_ = [this](std::string_view name) -> std::optional<RelationValue> {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
-    if (auto held = model_(name)) return held;
-    if (announced_.contains(key)) return RelationValue();
-    return {};
+    std::optional<RelationValue> held = model_(name);
+    if (!held && announced_.contains(key)) held.emplace();  // assigned further down: it is a name without a value
+    return held;
   };
 }
 

@@ -1,9 +1,11 @@
 #include "core/menu.h"
 
+#include "core/config.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
 #include "creo/ProMenu.h"
+#include "creo/ProUtil.h"
 #include "os/surroundings.h"
 #include "ui/main_dialog.h"
 
@@ -70,10 +72,8 @@ void addHiddenCommand(const char* name, const std::string& texts, const char* ic
 }  // namespace
 
 void openHelp() {
-  const std::wstring program = useGerman() ? L"help\\ol_kvd_help_de.exe" : L"help\\ol_kvd_help_en.exe";
-  std::wstring folder = pluginState().binPath;  // beside the plug-in's own folder
-  folder.resize(folder.size() - std::min<std::size_t>(folder.size(), 4));
-  os::processes().open(folder + program);
+  const std::wstring folder = normalisedTextPath(ProToolkitApplTextPathGet().value);
+  os::processes().open(folder + (useGerman() ? L"help\\ol_kvd_help_de.exe" : L"help\\ol_kvd_help_en.exe"));
 }
 
 ProError setUpMenu() {

@@ -41,12 +41,13 @@ void showLog() {
   if (pluginState().triggerType == 0) logRender();
 }
 
-// A trigger's dialog stays hidden unless its setting shows it.
+// A trigger's dialog stays hidden unless its setting shows it; without graphics there is nobody to show one to.
 void activateDialog() {
   PluginState& state = pluginState();
   creoLog(L"Activate Dialog", kDebug);
   const bool byTrigger = state.triggerType != 0;
   if (byTrigger && state.triggers[static_cast<std::size_t>(state.triggerType - 1)].startShowUI != 1) return;
+  if (!byTrigger && state.workerMode) return;
   state.triggerType = 0;
   if (!ProUIDialogActivate(dialog())) creoLog(L"<KVD> main - Error at ProUIDialogActivate");
 }
@@ -120,6 +121,7 @@ int toolStart() {
 void pressStartEntry() {
   PluginState& state = pluginState();
   if (state.toolOpen) {
+    if (state.workerMode) return;
     ProUIDialogHide(dialog());
     ProUIDialogShow(dialog());
     return;

@@ -62,6 +62,12 @@ void setRowValue(ModelDocument& document, RowRecord& row, ProFamitemType type, s
     row.values.push_back({table.items.list[column].name, std::move(value)});
 }
 
+bool hasColumn(const ModelDocument& document, const RowRecord* row, ProFamitemType type, std::string_view name) {
+  for (; row; row = row->parent)
+    if (columnAt(*document.tableAbove(row), type, name) != NameIndex::kNone) return true;
+  return false;
+}
+
 creo::ProError addColumn(FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
   if (columnAt(table, type, name) != NameIndex::kNone) return creo::ProExists;
   ColumnRecord& column = table.items.list.emplace_back();
@@ -90,6 +96,14 @@ void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view
   });
 }
 
+std::optional<bool> yesOrNo(const Scalar& value) {
+  if (const bool* there = std::get_if<bool>(&value)) return *there;
+  const auto* word = std::get_if<std::string>(&value);
+  if (word && sameName(*word, "Y")) return true;
+  if (word && sameName(*word, "N")) return false;
+  return {};
+}
+
 std::wstring rowFault(const ModelDocument& document, const RowRecord& row) {
   for (const RowRecord* level = &row; level; level = level->parent) {
     FamilyTableRecord& table = *document.tableAbove(level);
@@ -112,11 +126,10 @@ std::wstring genericName(const Model& model) {
 std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
   const Scalar* value = rowValue(*model.document, model.row, ProFamitemType::component, component.name);
   if (value) {
-    if (const bool* there = std::get_if<bool>(value); there && !*there) return {};
-    if (const auto* other = std::get_if<std::string>(value)) {
-      if (sameName(*other, "N")) return {};
-      if (!sameName(*other, "Y")) return modelName(text::fromUtf8(*other)).name;
-    }
+    const auto there = yesOrNo(*value);
+    if (there && !*there) return {};
+    if (const auto* other = std::get_if<std::string>(value); other && !there)
+      return modelName(text::fromUtf8(*other)).name;
   }
   return modelName(text::fromUtf8(component.name)).name;
 }

@@ -26,10 +26,6 @@ DocumentFile fileOf(const ModelDocument& document, int version) {
   return {document.name, document.type, version, documentFileName(document, version)};
 }
 
-std::wstring fileLabel(std::wstring_view name, ProMdlType type) {
-  return std::wstring(name) + L'.' + creo::typeExtension(type);
-}
-
 }  // namespace
 
 Models::Models(ModelsHost host, const std::wstring& folder)
@@ -116,6 +112,10 @@ ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
+  if (document.record.readOnly) {
+    message(cantWriteReadOnly(document.folder + documentFileName(document, newestVersion(document) + 1)));
+    return creo::ProGeneralError;
+  }
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
   Folder& folder = store_.folder(document.folder);
@@ -125,8 +125,8 @@ ProError Models::save(ProMdl handle) {
   // Another program took the number meanwhile; the folder's list doesn't show it yet.
   for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
     folder.forget();
-    newest = std::max(newestVersion(document), version);
-    version = newest + 1;
+    newest = newestVersion(document);
+    version = std::max(newest, version) + 1;
     error = store_.create(folder, fileOf(document, version), bytes);
   }
   const std::wstring path = document.folder + documentFileName(document, version);
@@ -135,7 +135,7 @@ ProError Models::save(ProMdl handle) {
     message(cantWrite(path, error));
     return creo::ProGeneralError;
   }
-  if (newest > document.version)
+  if (!isNew && newest > document.version)
     message(
         text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
   document.version = document.writtenVersion = version;

@@ -38,6 +38,7 @@ std::vector<Statement> statementsOf(const std::vector<std::string>& lines) {
     statements.back().text.append(text);
     if (!continued && statements.back().text.empty()) statements.pop_back();
   }
+  if (continued && statements.back().text.empty()) statements.pop_back();
   return statements;
 }
 

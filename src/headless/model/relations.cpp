@@ -79,7 +79,7 @@ Relations::Relations(RelationLookup lookup) : model_(std::move(lookup)) {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
     if (auto held = model_(name)) return held;
-    if (announced_.contains(key)) return RelationValue();
+    if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
     return {};
   };
 }

@@ -38,6 +38,7 @@ std::vector<Statement> statementsOf(const std::vector<std::string>& lines) {
     statements.back().text.append(text);
     if (!continued && statements.back().text.empty()) statements.pop_back();
   }
+  if (continued && statements.back().text.empty()) statements.pop_back();
   return statements;
 }
 
@@ -77,9 +78,9 @@ Relations::Relations(RelationLookup lookup) : model_(std::move(lookup)) {
   known_ = [this](std::string_view name) -> std::optional<RelationValue> {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
-    std::optional<RelationValue> held = model_(name);
-    if (!held && announced_.contains(key)) held.emplace();  // assigned further down: it is a name without a value
-    return held;
+    if (auto held = model_(name)) return held;
+    if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
+    return {};
   };
 }
 

@@ -20,4 +20,6 @@ std::span<const ActionFunction> groupActionsFamily();    // environment/groups.c
 std::span<const ActionFunction> saveActions();           // model/save.cpp
 std::span<const ActionFunction> parameterActions();      // model/parameters.cpp
 
+std::span<const ActionFunction> openReportActions();      // reports/open_report.cpp
+
 }  // namespace actions

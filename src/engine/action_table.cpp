@@ -211,7 +211,8 @@ std::vector<ActionRow> buildTable() {
   for (const auto& family :
        {std::span<const actions::ActionFunction>(kRemoved), actions::creoLogActions(), actions::workingFolderActions(),
         actions::userVariableActions(), actions::groupActionsFamily(), actions::saveActions(),
-        actions::parameterActions(), actions::openReportActions()})
+        actions::parameterActions(), actions::editParameterActions(), actions::deleteParameterActions(),
+        actions::openReportActions()})
     for (const auto& row : family) functions.emplace(row.key, row.function);
 
   std::vector<ActionRow> table;

@@ -23,16 +23,15 @@ class Macros {
   [[nodiscard]] const std::vector<std::wstring>& ran() const { return ran_; }
   [[nodiscard]] const std::vector<std::wstring>& unknown() const { return unknown_; }
   // The tab that a drawing's control bar shows.
-  [[nodiscard]] const std::wstring& pageControl() const {
-    return pageControl_;
-    std::wstring chosenRow_;  // of the parameters that a family table may take }
+  [[nodiscard]] const std::wstring& pageControl() const { return pageControl_; }
 
-   private:
-    friend struct MacroRun;
-    std::deque<std::wstring> steps_;
-    std::vector<std::wstring> ran_, unknown_;
-    std::unordered_set<std::wstring> reported_;
-    std::wstring pageControl_ = L"page_Layout";
-  };
+ private:
+  friend struct MacroRun;
+  std::deque<std::wstring> steps_;
+  std::vector<std::wstring> ran_, unknown_;
+  std::unordered_set<std::wstring> reported_;
+  std::wstring pageControl_ = L"page_Layout";
+  std::wstring chosenRow_;  // of the parameters that a family table may take
+};
 
 }  // namespace headless

@@ -17,10 +17,12 @@
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
+#include "engine/csv_table.h"
 #include "engine/dispatch.h"
 #include "engine/history.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -127,6 +129,7 @@ bool isCheckedOut(const std::string& row) {
 void leaveRun() {
   PluginState& state = pluginState();
   state.reports.reset();
+  freeCsvTables();
   state.section = L' ';
   run().reset();
 }
@@ -217,6 +220,7 @@ void runOnlyRow() {
       logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
       continue;
     }
+    reports::reportsNextRowAll(reports::reportRegistry());
     runSection(kept->list.body, row);
     if (!run()) return;  // an action closed the tool
     finishModel();
@@ -273,6 +277,7 @@ Opening openRow(const std::string& row) {
 void runWaitingRow() {
   const std::shared_ptr<Run> kept = run();
   Run& state = *kept;
+  reports::reportsNextRowAll(reports::reportRegistry());
   if (const auto current = ProMdlCurrentGet()) creoLog(ProMdlNameGet(current.value).value);
   if (!stopsAt(insteadOfBody)) runSection(state.list.body, state.waitingRow);
   if (!run()) return;  // an action closed the tool
@@ -417,6 +422,7 @@ void finishRun() {
   state.section = L'F';
   runSection(kept->list.foot, "");
   if (!run()) return;
+  reports::reportsCloseAll(reports::reportRegistry());
   state.section = L' ';
   logWrite(L"Free all option space", kDebug);
   logWrite(L"finished", kDebug);

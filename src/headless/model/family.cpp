@@ -76,23 +76,31 @@ creo::ProError addColumn(FamilyTableRecord& table, ProFamitemType type, std::str
   return creo::ProNoError;
 }
 
+RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, ProFamitemType type, std::string_view name) {
+  const std::size_t column = columnAt(*document.tableAbove(&row), type, name);
+  if (column == NameIndex::kNone) return {};
+  return {true, valueAt(row, column, name) != NameIndex::kNone};
+}
+
+bool removeColumn(ModelDocument& document, FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
+  const std::size_t column = columnAt(table, type, name);
+  if (column == NameIndex::kNone) return false;
+  for (const auto& row : table.instances) {
+    const std::size_t value = valueAt(*row, column, name);
+    if (value == NameIndex::kNone) continue;
+    row->values.erase(row->values.begin() + static_cast<std::ptrdiff_t>(value));
+    document.touch(row.get());
+  }
+  table.items.list.erase(table.items.list.begin() + static_cast<std::ptrdiff_t>(column));
+  table.items.index.drop();
+  return true;
+}
+
 void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view name) {
-  const auto from = [&](FamilyTableRecord& table) {
-    const std::size_t column = columnAt(table, type, name);
-    if (column == NameIndex::kNone) return;
-    for (const auto& row : table.instances) {
-      const std::size_t value = valueAt(*row, column, name);
-      if (value == NameIndex::kNone) continue;
-      row->values.erase(row->values.begin() + static_cast<std::ptrdiff_t>(value));
-      document.touch(row.get());
-    }
-    table.items.list.erase(table.items.list.begin() + static_cast<std::ptrdiff_t>(column));
-    table.items.index.drop();
-  };
   if (!document.record.familyTable) return;
-  from(*document.record.familyTable);
+  removeColumn(document, *document.record.familyTable, type, name);
   eachRow(*document.record.familyTable, [&](RowRecord& row) {
-    if (row.familyTable) from(*row.familyTable);
+    if (row.familyTable) removeColumn(document, *row.familyTable, type, name);
   });
 }
 

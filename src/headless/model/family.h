@@ -19,7 +19,14 @@ void setRowValue(ModelDocument& document, RowRecord& row, creo::ProFamitemType t
 bool hasColumn(const ModelDocument& document, const RowRecord* row, creo::ProFamitemType type, std::string_view name);
 // ProExists: the column is there.
 creo::ProError addColumn(FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
-// Takes a column away with all values in it.
+// Is there such a column in the table that lists the row, and has the row a value of its own in it?
+struct RowColumn {
+  bool isColumn = false, hasValue = false;
+};
+RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, creo::ProFamitemType type,
+                    std::string_view name);
+// Takes a column away with all values in it: of one table (false: it isn't there), or of all.
+bool removeColumn(ModelDocument& document, FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
 void removeColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view name);
 
 // What a column of features or components says: true or "Y", false or "N". Nothing for any other value.

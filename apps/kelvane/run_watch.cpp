@@ -102,8 +102,9 @@ void RunWatch::finishModel(const std::string& row) {
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
 bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
   headless::Models& models = session_.models();
-  const bool modified = models.find(model)->document->isModified(nullptr);
-  if (!modified || options_.save == "none") return true;
+  const headless::ModelDocument& held = *models.find(model)->document;
+  // A read-only model isn't worked; looking for its history leaves nothing that is worth a version.
+  if (!held.isModified(nullptr) || held.record.readOnly || options_.save == "none") return true;
   if (saved_.contains(document)) {
     const bool good = models.saveReplacing(model) == creo::ProNoError;
     noteWritten(document);

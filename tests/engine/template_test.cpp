@@ -283,7 +283,7 @@ TEST_F(Templates, OfAHundredThousandCharactersEndSoon) {
   for (const std::wstring_view piece : {L"x", L"\u00A7", L"\u00A7a", L"$", L"$$", L"%", L"%%", L"% a", L"@", L"@mdl",
                                         L"$$pre$1$a$$", L"$$repl$", L"@workerdir:", L"\n@number", L"/"}) {
     const std::wstring text = repeated(piece);
-    EXPECT_EQ(L"0:FAILURE", outcome(replaceVariables(text.substr(0, 100000), plate))) << text::toUtf8(piece);
+    EXPECT_TRUE(outcome(replaceVariables(text.substr(0, 100000), plate)).ends_with(L":FAILURE")) << text::toUtf8(piece);
     EXPECT_FALSE(replaceVariables(text, plate, kRoom).tooLong) << text::toUtf8(piece);
   }
   EXPECT_EQ(100000u, replaceVariables(std::wstring(100000, L'x'), plate, kRoom).text.size());

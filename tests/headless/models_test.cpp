@@ -55,11 +55,12 @@ TEST_F(ModelsInMemory, TheHighestVersionIsCurrentAndASaveWritesTheNextOne) {
 TEST_F(ModelsInMemory, AReadOnlyModelIsNotSavedNorAreItsInstances) {
   model("norm.prt.3", std::string(kMass) + R"(, "readOnly": true,
       "familyTable": {"items": [], "instances": [{"name": "n1", "values": {}}]})");
+  double mass = 4;
   for (const wchar_t* name : {L"NORM", L"N1"}) {
     const ProMdl part = retrieve(name);
-    ASSERT_EQ(ProNoError, set(part, L"mass", real(4)));
+    ASSERT_EQ(ProNoError, set(part, L"mass", real(++mass)));
     EXPECT_EQ(ProGeneralError, ProMdlSave(part)) << name;
-    EXPECT_TRUE(ProMdlModificationVerify(part).value);
+    EXPECT_TRUE(ProMdlModificationVerify(part).value) << name;
     EXPECT_EQ(L"d:\\models\\norm.prt.4: can't be written: the model is read-only", session().messages().back());
   }
   EXPECT_EQ("norm.prt.3", files());

@@ -12,8 +12,10 @@ std::string task(const std::string& type, const std::string& attributes, const s
 }
 // A parameter for drawings for which the item holds.
 std::string mark(const std::string& name, const std::string& value, const std::string& item) {
-  return task("addModelParameter", "forEF='true' name_0='" + name + "' type_0='String' value_0='" + value + "'",
-              "<filter><i filtertype='true' " + item + "/></filter>");
+  const std::string filter = "<filter><i filtertype='true' " + item + "/></filter>";
+  return task("addModelParameter", "forEF='true' name_0='" + name + "' type_0='String'", filter) +
+         task("editModelParameter", "forEF='true' searchin='1' name='" + name + "' totype='0' value='" + value + "'",
+              filter);
 }
 
 TEST(RunOnADrawing, MarksItByItsSheetsTablesAndModels) {

@@ -34,7 +34,8 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='getRegExpCheck' version='3'/>", ":4: B0: action 'getRegExpCheck' does nothing"},
       {"<task type='openXLSReport' version='3'/>",
        ":4: B0: action 'openXLSReport' was removed; 'openCSVReport' takes its place"},
-      {"<task type='saveModel' version='3' forPRT='true' forEF='true'><filter>\n<f type='isInstanze'/></filter></task>",
+      {"<task type='saveModel' version='3' forPRT='true' forEF='true'><filter>\n<f type='isInstanze' "
+       "filtertype='true'/></filter></task>",
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
       {"<task type='saveModel' version='3' forPRT='true' forEF='true'><root><f/></root></task>",
        ":4: B0: a filter item without 'type'"},

@@ -152,7 +152,8 @@ TEST_F(Why, TheTableSaysWhyAModelHasNoRow) {
       {"SHAFT.PRT", {"--filter", "broken"}, "no   table: no row: the filter file can't be read\n"},
   };
   for (const Case& one : cases) EXPECT_EQ(one.line, why(one.model, one.more, 1));
-  EXPECT_EQ(0, kelvane({"run", path("standards"), "clean", models(), "--save", "all"}).code);
+  const Ended ran = kelvane({"run", path("standards"), "clean", models(), "--save", "all"});
+  EXPECT_EQ(0, ran.code) << ran.out << ran.err;
   EXPECT_EQ("no   table: a row, not selected: its history says that this list has worked it\n",
             why("SHAFT.PRT", {}, 1));
   const Ended missing = kelvane({"why", path("standards"), "clean", models(), "SHAF.PRT"});

@@ -135,9 +135,10 @@ TEST_F(Run, ConfigurationOfTheSiteCountsAndSetWins) {
 
 TEST_F(Run, OptionsOfCreoAreThoseOfTheSession) {
   part(L"PLATE");
-  std::string task = kAddNorm;
-  task.replace(task.find("WN-100"), 6, "@pro_format_dir@");
-  list("format.xml", task + kSave);
+  const std::string edit =
+      "<task type=\"editModelParameter\" version=\"3\" forPRT=\"true\" forEF=\"false\" searchin=\"1\" name=\"NORM\" "
+      "totype=\"0\" value=\"@pro_format_dir@\"/>";
+  list("format.xml", kAddNorm + edit + kSave);
   EXPECT_EQ(0, run("format", {"--creo-option", "pro_format_dir=d:/a", "--creo-option", "PRO_FORMAT_DIR=d:/b=c"}).code);
   EXPECT_THAT(kelvane({"models", models(), "--param", "NORM"}).out, testing::HasSubstr("d:/b=c\\"));
 }

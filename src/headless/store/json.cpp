@@ -263,8 +263,12 @@ void appendQuoted(std::string& out, std::string_view text) {
 
 std::string realText(double value) {
   if (!std::isfinite(value)) return "null";
+  // Common magnitudes are written as people write them, without an exponent.
+  const double size = std::abs(value);
+  const bool isCommon = size == 0 || (size >= 1e-5 && size < 1e15);
   char buffer[40];
-  const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
+  const auto written = isCommon ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+                                : std::to_chars(buffer, buffer + sizeof buffer, value);
   std::string out(buffer, written.ptr);
   if (out.find_first_of(".e") == std::string::npos) out += ".0";
   return out;

@@ -103,8 +103,9 @@ void RunWatch::finishModel(const std::string& row) {
 bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
   headless::Models& models = session_.models();
   const headless::ModelDocument& held = *models.find(model)->document;
-  // A read-only model isn't worked; looking for its history leaves nothing that is worth a version.
-  if (!held.isModified(nullptr) || held.record.readOnly || options_.save == "none") return true;
+  // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
+  const bool wasPassedOver = held.record.readOnly && core::pluginState().checkModifiable;
+  if (!held.isModified(nullptr) || wasPassedOver || options_.save == "none") return true;
   if (saved_.contains(document)) {
     const bool good = models.saveReplacing(model) == creo::ProNoError;
     noteWritten(document);

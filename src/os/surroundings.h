@@ -1,5 +1,5 @@
-// What this process stands on: mounts, files, clock, programs, clipboard. One record; a program replaces a part of it (a dry run,
-// a fault, a fixed clock) for the time that a guard lives.
+// What this process stands on: mounts, files, clock, programs, clipboard. One record; a program replaces a part of it
+// (a dry run, a fault, a fixed clock) for the time that a guard lives.
 #pragma once
 
 #include <memory>

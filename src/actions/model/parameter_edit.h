@@ -20,11 +20,11 @@ struct ParameterEditContext {
   const engine::Task& currentAction;
   creo::ProMdl currentModel;
   enum Pass { retype = 1, setValue = 2 } editPass = retype;
-  int visitRepeats = 1;      // how often this pass visits the parameters; each conversion adds one
-  int editHits = 0;          // parameters that the search by name found
-  bool editHandled = false;  // the visit reached a parameter
-  bool rename = false;       // a hit gets a new name in place of a value
-  bool familyAware = false;  // a conversion carries the family table's values across
+  int visitRepeats = 1;        // how often this pass visits the parameters; each conversion adds one
+  int editHits = 0;            // parameters that the search by name found
+  bool editHandled = false;    // the visit reached a parameter
+  bool rename = false;         // a hit gets a new name in place of a value
+  bool familyAware = false;    // a conversion carries the family table's values across
   std::wstring workingName{};  // of a conversion: the new name
   std::optional<ParameterOverride> override{};
   std::optional<std::wstring> searched{};  // `name` as it was substituted for this visit

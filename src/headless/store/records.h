@@ -1,4 +1,5 @@
-// A model document as records. docs/model-document.md describes each member for users; the tables stand in document.cpp and the tables_ headers.
+// A model document as records. docs/model-document.md describes each member for users; the tables stand in document.cpp
+// and the tables_ headers.
 #pragma once
 
 #include <cstdint>

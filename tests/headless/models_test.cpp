@@ -236,6 +236,7 @@ TEST_F(ModelsInMemory, ExternalDataIsKeptWithTheModel) {
   EXPECT_EQ(ProNoError, ProExtdataInit(part));
   const ProExtdataClass cls = ProExtdataClassRegister(part, L"kvpslot").value;
   EXPECT_EQ(ProBadInputs, ProExtdataClassRegister(part, L"kvpslot").error);
+  EXPECT_FALSE(ProMdlModificationVerify(part).value) << "a class without slots says nothing";
   EXPECT_EQ(ProNotFound, ProExtdataSlotWrite(cls, L"N", {}, 1));
   EXPECT_EQ(ProNoError, ProExtdataSlotCreate(cls, L"N"));
   EXPECT_EQ(ProBadInputs, ProExtdataSlotCreate(cls, L"N"));

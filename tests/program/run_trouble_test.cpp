@@ -85,6 +85,8 @@ TEST_F(RunTrouble, ReadOnlyModelsAreNotSavedAndTheRunSaysSo) {
   const Ended allSaved = run("unsaved", {"--set", "kvd_check_modifyable=0", "--save", "all"});
   EXPECT_EQ(1, allSaved.code);
   EXPECT_EQ("done  models=1 changed=0 unchanged=0 skipped=0 failed=1 saved=0  errors=0 warnings=0", recapOf(allSaved));
+  const Ended leftOut = run("unsaved", {"--save", "all"});
+  EXPECT_EQ(0, leftOut.code) << leftOut.err;
   EXPECT_FALSE(std::filesystem::exists(models() + "/FIXED.prt.2"));
 }
 

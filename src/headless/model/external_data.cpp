@@ -35,11 +35,11 @@ SlotRecord* slotOf(Model& model, const std::wstring& name, const std::wstring& s
 
 }  // namespace
 
+// An empty class says nothing about the model: reading a history must not make a model one that needs saving.
 ProError registerClass(Model& model, const std::wstring& name) {
   if (name.empty() || classOf(model, name)) return creo::ProBadInputs;
   if (model.row && !model.row->externalData) model.row->externalData = std::make_unique<ExternalData>();
   dataOf(model)->list.emplace_back().name = text::toUtf8(name);
-  model.document->touch(model.row);
   return creo::ProNoError;
 }
 

@@ -43,13 +43,13 @@ std::wstring_view indent(int depth) {
   return std::wstring_view(blanks).substr(0, static_cast<std::size_t>(2 * depth));
 }
 
-// One event is one line: line breaks inside a text become blanks.
-std::wstring oneLine(std::wstring_view text) {
-  std::wstring line(text);
+// One event is one line: line breaks inside a text become blanks, and what is too long is cut.
+std::wstring oneLine(std::wstring line) {
   for (wchar_t& c : line) {
     if (c == L'\n' || c == L'\r') c = L' ';
   }
-  return line;
+  line.resize(text::cut(line, text::kLogLineSize - 1).size());
+  return line += kLineEnd;
 }
 
 std::wstring formatted(std::wstring_view text, int level) {
@@ -106,8 +106,7 @@ void logWrite(std::wstring_view text, int level) {
   PluginState& state = pluginState();
   if (level == kDebug && state.noDebugInLogFile == 1) return;
   count(level);
-  const std::wstring whole = oneLine(formatted(text, level));
-  const std::wstring line = std::wstring(text::cut(whole, text::kLogLineSize - 1)).append(kLineEnd);
+  const std::wstring line = oneLine(formatted(text, level));
   if (state.logToTextArea == 1) {
     logToTextArea(line, level);
     return;

@@ -10,7 +10,6 @@
 #include "os/text_files.h"
 #include "text/format.h"
 #include "text/numbers.h"
-#include "text/pieces.h"
 
 namespace core {
 namespace {
@@ -56,7 +55,7 @@ void clearTree() {
 // below the last line of all.
 class TreeBuilder {
  public:
-  TreeBuilder() { parents_[0] = kRootNode; }
+  TreeBuilder() { at(0) = {kRootNode, ProUITreeNodeTypeGet(dialog(), kTree, kRootNode).value}; }
 
   void add(std::wstring_view label, int level) {
     const std::size_t blanks = std::min(label.find_first_not_of(L' '), label.size());
@@ -64,15 +63,16 @@ class TreeBuilder {
     const std::string node = nodeName(nodeCount());
     if (level == kNormal || level == kTitle) {
       int depth = std::min((static_cast<int>(std::min<std::size_t>(blanks, 100)) + 1) / 2 - 1, kDepths - 1);
-      while (depth > 0 && at(depth).empty()) --depth;
+      while (depth > 0 && at(depth).node.empty()) --depth;
       if (depth < 0) depth = 0;
-      insert(at(depth), node, label, level == kNormal ? "kvaneChildChk" : "kvaneChild");
+      const char* const type = level == kNormal ? "kvaneChildChk" : "kvaneChild";
+      insert(at(depth), node, label, type);
       becomeParent(at(depth));
-      for (int i = depth + 1; i < kDepths; ++i) at(i).clear();
-      if (depth + 1 < kDepths) at(depth + 1) = node;
+      for (int i = depth + 1; i < kDepths; ++i) at(i) = {};
+      if (depth + 1 < kDepths) at(depth + 1) = {node, type};
       last_ = depth;
     } else {
-      const int depth = last_ + 1 < kDepths && !at(last_ + 1).empty() ? last_ + 1 : last_;
+      const int depth = last_ + 1 < kDepths && !at(last_ + 1).node.empty() ? last_ + 1 : last_;
       insert(at(depth), node, label,
              level == kError   ? "kvaneChildErr"
              : level == kDebug ? "kvaneChild"
@@ -83,53 +83,65 @@ class TreeBuilder {
   }
 
  private:
-  std::string& at(int depth) { return parents_[static_cast<std::size_t>(depth)]; }
+  // A node that others may hang below, with its present type, which nobody else changes meanwhile.
+  struct Parent {
+    std::string node;
+    std::string type;
+  };
 
-  static void insert(const std::string& parent, const std::string& node, std::wstring_view label, const char* type) {
-    ProUITreeNodeAdd(dialog(), kTree, parent, node, std::wstring(label), type);
+  Parent& at(int depth) { return parents_[static_cast<std::size_t>(depth)]; }
+
+  void insert(const Parent& parent, const std::string& node, std::wstring_view label, const char* type) {
+    label_ = label;
+    ProUITreeNodeAdd(dialog(), kTree, parent.node, node, label_, type);
   }
 
-  static std::string typeOf(const std::string& node) { return ProUITreeNodeTypeGet(dialog(), kTree, node).value; }
-  static void setType(const std::string& node, const char* type) { ProUITreeNodeTypeSet(dialog(), kTree, node, type); }
+  static void setType(Parent& parent, const char* type) {
+    if (ProUITreeNodeTypeSet(dialog(), kTree, parent.node, type) == ProNoError) parent.type = type;
+  }
 
-  static void becomeParent(const std::string& node) {
-    const std::string type = typeOf(node);
-    if (type == "kvaneChild") setType(node, "kvaneParent");
-    if (type == "kvaneChildChk") setType(node, "kvaneParentChk");
+  static void becomeParent(Parent& parent) {
+    if (parent.type == "kvaneChild")
+      setType(parent, "kvaneParent");
+    else if (parent.type == "kvaneChildChk")
+      setType(parent, "kvaneParentChk");
   }
 
   void markParents(int depth, int level) {
     if (level == kDebug) {
       becomeParent(at(depth));
     } else if (level == kFilterNote && pluginState().filterWarningOnParent != 1) {
-      if (typeOf(at(depth)) == "kvaneChildChk") setType(at(depth), "kvaneParentChk");
+      if (at(depth).type == "kvaneChildChk") setType(at(depth), "kvaneParentChk");
     } else {
       for (int i = 0; i <= depth; ++i) markParent(at(i), level == kError);
     }
   }
 
   // Errors outrank warnings, warnings outrank the rest.
-  static void markParent(const std::string& node, bool error) {
-    const std::string type = typeOf(node);
+  static void markParent(Parent& parent, bool error) {
+    const std::string& type = parent.type;
     const bool plain =
         type == "kvaneParent" || type == "kvaneChild" || type == "kvaneChildChk" || type == "kvaneParentChk";
-    if (error && (plain || type == "kvaneParentWar")) setType(node, "kvaneParentErr");
-    if (!error && plain) setType(node, "kvaneParentWar");
+    if (error && (plain || type == "kvaneParentWar"))
+      setType(parent, "kvaneParentErr");
+    else if (!error && plain)
+      setType(parent, "kvaneParentWar");
   }
 
-  std::array<std::string, kDepths> parents_;
+  std::array<Parent, kDepths> parents_;
+  std::wstring label_;  // its memory is used again
   int last_ = 0;
 };
 
-void renderTree(const std::wstring& content) {
+// A line at a time: the log of a long run has hundreds of thousands.
+void renderTree() {
   TreeBuilder tree;
-  for (const std::wstring& line : text::lines(content)) {
+  os::readLines(pluginState().logFile, [&tree](std::wstring_view line) {
     const text::ParsedInt level = text::readInt(line);
     if (level.fault == text::NumberFault::outOfRange) creoLog(L"<KVD> LOG ERANGE FEHLER");
-    if (!treeTakes(level.value)) continue;
-    if (pluginState().logType == 1)
-      tree.add(std::wstring_view(line).substr(std::min<std::size_t>(1, line.size())), level.value);
-  }
+    if (treeTakes(level.value) && pluginState().logType == 1)
+      tree.add(line.substr(std::min<std::size_t>(1, line.size())), level.value);
+  });
 }
 
 }  // namespace
@@ -149,9 +161,8 @@ void logRender() {
   if (state.logToTextArea != 1 && state.triggerType == 0) {
     ProUITreeHide(dialog(), kTree);
     clearTree();
-    const auto content = os::readText(state.logFile);
-    if (content) renderTree(content.value);
-    if (state.logType == 0) logToTextArea(content.value, kWholeText);
+    renderTree();
+    if (state.logType == 0) logToTextArea(os::readText(state.logFile).value, kWholeText);
   }
   ProUITreeShow(dialog(), kTree);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,6 +43,8 @@ class Files {
   virtual Result<FileTime> modified(std::wstring_view path) = 0;
   // The whole content. A folder is is_a_directory.
   virtual Result<std::string> read(std::wstring_view path) = 0;
+  // The same, handed over in pieces of any size from front to back; for large files, that need no place as a whole.
+  virtual std::error_code readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) = 0;
   // Replaces the whole file: written to a temporary name beside it, flushed to the disk, renamed. After a failure the
   // old file is as it was and no temporary one is left.
   virtual std::error_code write(std::wstring_view path, std::string_view bytes) = 0;

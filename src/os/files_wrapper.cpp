@@ -108,6 +108,10 @@ Result<std::string> FaultyFiles::read(std::wstring_view path) {
   return under_.read(path);
 }
 
+std::error_code FaultyFiles::readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) {
+  return isInsideAny(path, unreadable_) ? kDenied : under_.readPieces(path, take);
+}
+
 std::error_code FaultyFiles::write(std::wstring_view path, std::string_view bytes) {
   if (const auto error = change(path)) return error;
   if (const auto error = take(bytes.size())) return error;

@@ -16,6 +16,9 @@ class FilesWrapper : public Files {
   Result<std::uint64_t> size(std::wstring_view path) override { return under_.size(path); }
   Result<FileTime> modified(std::wstring_view path) override { return under_.modified(path); }
   Result<std::string> read(std::wstring_view path) override { return under_.read(path); }
+  std::error_code readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) override {
+    return under_.readPieces(path, take);
+  }
   std::error_code write(std::wstring_view path, std::string_view bytes) override { return under_.write(path, bytes); }
   std::error_code create(std::wstring_view path, std::string_view bytes) override { return under_.create(path, bytes); }
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override { return under_.append(path); }
@@ -76,6 +79,7 @@ class FaultyFiles : public FilesWrapper {
     limited_ = false;
   }
   Result<std::string> read(std::wstring_view path) override;
+  std::error_code readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) override;
   std::error_code write(std::wstring_view path, std::string_view bytes) override;
   std::error_code create(std::wstring_view path, std::string_view bytes) override;
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override;

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "disk.h"
+#include "os/files_wrapper.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 
@@ -70,6 +71,29 @@ TEST(TextFiles, EachFormIsWrittenAndRead) {
     EXPECT_EQ(expected, readText(L"d:\\a.txt").value);
   }
   EXPECT_EQ(std::errc::no_such_file_or_directory, readText(L"d:\\none").error);
+}
+
+TEST(TextFiles, LinesAreWholeWhereverTheFileWasCut) {
+  const Disk disk;
+  std::string bytes =
+      "\xEF\xBB\xBF"
+      "first\r\n\n\xE4 1252\n";
+  std::vector<std::wstring> expected = {L"first", L"", L"\u00E4 1252"};
+  for (int i = 0; i < 9000; ++i) {
+    bytes += "\xC3\xA4 line " + std::to_string(i) + "\r\n";
+    expected.push_back(L"\u00E4 line " + std::to_wstring(i));
+  }
+  disk.file("long", bytes + "last");
+  expected.push_back(L"last");
+  std::vector<std::wstring> lines;
+  const auto take = [&lines](std::wstring_view line) { lines.emplace_back(line); };
+  EXPECT_FALSE(readLines(L"d:\\long", take));
+  EXPECT_EQ(expected, lines);
+  FaultyFiles faulty(files());
+  faulty.denyReads(L"d:\\");
+  EXPECT_EQ(std::errc::permission_denied, faulty.readPieces(L"d:\\long", [](std::string_view) {}));
+  EXPECT_EQ(std::errc::no_such_file_or_directory, readLines(L"d:\\none", take));
+  EXPECT_EQ(expected.size(), lines.size());
 }
 
 TEST(Clock, LocalTimeExpandsItsOwnConversions) {

@@ -171,6 +171,19 @@ Result<std::string> readWhole(const std::string& path) {
   return result;
 }
 
+std::error_code readInPieces(const std::string& path, const std::function<void(std::string_view)>& take) {
+  const auto file = openPlain(path, O_RDONLY);
+  if (file.error) return file.error;
+  std::string piece(std::size_t{1} << 16, '\0');
+  while (true) {
+    const ssize_t count = ::read(file.value.number(), piece.data(), piece.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return lastError();
+    if (count == 0) return {};
+    take(std::string_view(piece).substr(0, static_cast<std::size_t>(count)));
+  }
+}
+
 std::error_code makeFolders(const std::string& path) {
   const Found found = look(path);
   if (!found.error) return found.isFolder() ? std::error_code{} : kInTheWay;
@@ -215,6 +228,9 @@ class DiskFiles : public Files {
   }
 
   Result<std::string> read(std::wstring_view path) override { return readWhole(machine(path)); }
+  std::error_code readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) override {
+    return readInPieces(machine(path), take);
+  }
   std::error_code write(std::wstring_view path, std::string_view bytes) override {
     return writeWhole(machine(path), bytes);
   }

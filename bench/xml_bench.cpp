@@ -49,15 +49,9 @@ void fromWideText(benchmark::State& state) {
 void fromFileBytes(benchmark::State& state) {
   const std::string bytes = actionList(static_cast<std::size_t>(state.range(0)) << 20);
   for (auto _ : state) {
-    auto loaded = core::xmlParse(text::fromTextFile(bytes));
+    auto loaded = core::xmlParse(bytes);
     benchmark::DoNotOptimize(loaded.document->root()->next);
   }
-  setBytes(state, bytes.size());
-}
-
-void decoding(benchmark::State& state) {
-  const std::string bytes = actionList(static_cast<std::size_t>(state.range(0)) << 20);
-  for (auto _ : state) benchmark::DoNotOptimize(text::fromTextFile(bytes));
   setBytes(state, bytes.size());
 }
 
@@ -73,7 +67,6 @@ void pugixml(benchmark::State& state) {
 
 BENCHMARK(fromWideText)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(fromFileBytes)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
-BENCHMARK(decoding)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(pugixml)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -16,13 +16,15 @@ void show(Console& console, const ModelChanges& changes) {
     const std::string path = text::toUtf8(change.path);
     const std::string before = console.inked(Ink::red, text::toUtf8(change.before));
     const std::string after = console.inked(Ink::green, text::toUtf8(change.after));
+    std::string line = head;
     if (change.before.empty()) {
-      console.result(head + "+ " + path + ": " + after);
+      line.append("+ ").append(path).append(": ").append(after);
     } else if (change.after.empty()) {
-      console.result(head + "- " + path + ": " + before);
+      line.append("- ").append(path).append(": ").append(before);
     } else {
-      console.result(head + path + ": " + before + " -> " + after);
+      line.append(path).append(": ").append(before).append(" -> ").append(after);
     }
+    console.result(line);
   }
 }
 

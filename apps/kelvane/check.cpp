@@ -18,7 +18,11 @@ class Check : public Verb {
     if (json_) {
       nlohmann::ordered_json all = nlohmann::ordered_json::array();
       for (const Finding& finding : findings) {
-        all.push_back({{"file", finding.file}, {"line", finding.line}, {"text", finding.text}});
+        nlohmann::ordered_json one = {{"file", finding.file}, {"line", finding.line}, {"text", finding.text}};
+        if (!finding.section.empty()) one["section"] = finding.section;
+        if (finding.action >= 0) one["action"] = finding.action;
+        if (!finding.place.empty()) one["place"] = finding.place;
+        all.push_back(std::move(one));
       }
       console.result(all.dump(2));
     } else {

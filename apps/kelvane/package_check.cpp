@@ -1,27 +1,38 @@
 #include "kelvane/package_check.h"
 
+#include "actions/environment/group_modes.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
+#include "documents/predicate_attributes.h"
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
 #include "kelvane/nearest.h"
+#include "kelvane/task_verdict.h"
+#include "kelvane/text_check.h"
 #include "text/encoding.h"
+#include "text/letters.h"
+#include "text/pieces.h"
 
 namespace kelvane {
 namespace {
 
 using core::XmlNode;
 
-constexpr const char* kOrdinaryVersion = "3";
-const std::map<std::string, std::string> kOtherVersions = {
-    {"reportUniversal", "4"}, {"editSimpRep", "4"}, {"exportStep", "4"}, {"setAppearanceFromRGB", "5"}};
-
 std::string attribute(const XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* found = core::attrFind(node.attributes, name);
   return found ? text::toUtf8(found->value) : std::string();
 }
 bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(node.attributes, name) != nullptr; }
+
+// Attributes that name what must lie in a folder of the package, where "@project_dir@" is that folder.
+struct PathAttribute {
+  std::string_view action;
+  std::wstring_view attribute;
+  std::string_view folder;
+};
+constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"}, {"groupActions", L"tmpPath", "models"}};
+constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 
 std::vector<std::string> actionKeys() {
   std::vector<std::string> keys;
@@ -37,8 +48,11 @@ std::vector<std::string> predicateKeys() {
 // One document of the package.
 class Document {
  public:
-  Document(std::string member, std::string_view bytes, std::vector<Finding>& findings)
-      : member_(std::move(member)), findings_(findings), loaded_(core::xmlParse(text::fromTextFile(bytes))) {
+  Document(std::string member, const PackageSource& package, std::vector<Finding>& findings)
+      : member_(std::move(member)),
+        package_(package),
+        findings_(findings),
+        loaded_(core::xmlParse(text::fromTextFile(package.read(member_)))) {
     if (!loaded_) add(0, "it can't be read: " + text::toUtf8(loaded_.fault));
     if (loaded_ && core::xmlChildCount(loaded_.document->root()) == 0) add(0, "it holds no element");
   }
@@ -46,9 +60,12 @@ class Document {
   void checkList() {
     if (!loaded_) return;
     const documents::ActionList list = documents::actionList(*loaded_.document);
-    for (const XmlNode* section : {list.head, list.body, list.foot}) {
-      if (section) core::xmlEachChild(*section, [this](const XmlNode& task) { checkTask(task); });
-    }
+    checkSection(list.head, "head", 'H');
+    checkSection(list.body, "body", 'B');
+    checkSection(list.foot, "foot", 'F');
+    section_ = "list filter";
+    action_ = -1;
+    place_ = "list filter";
     if (list.filter) checkFilter(*list.filter);
   }
   void checkFilterFile() {
@@ -63,8 +80,20 @@ class Document {
   }
 
  private:
-  void add(std::size_t line, std::string text) { findings_.push_back({member_, line, std::move(text)}); }
+  void add(std::size_t line, std::string text) {
+    findings_.push_back({member_, line, section_, action_, place_, std::move(text)});
+  }
   void add(const XmlNode& at, std::string text) { add(loaded_.document->lineOf(at), std::move(text)); }
+
+  void checkSection(const XmlNode* section, const std::string& name, char letter) {
+    if (!section) return;
+    section_ = name;
+    action_ = -1;
+    core::xmlEachChild(*section, [&](const XmlNode& task) {
+      place_ = letter + std::to_string(++action_);
+      checkTask(task);
+    });
+  }
 
   void checkTask(const XmlNode& task) {
     // Switched off by its author: nothing of it is meant to run.
@@ -79,8 +108,60 @@ class Document {
     } else {
       add(task, "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
     }
+    if (row) checkTexts(task);
+    checkPaths(task, type);
     if (attribute(task, L"forEF") == "true") checkFilter(task);
-    checkSubtasks(task, type);
+    if (type == "groupActions") checkGroup(task);
+  }
+
+  // Every attribute of an action may be a text with variables.
+  void checkTexts(const XmlNode& task) {
+    for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
+      for (std::uint16_t i = 0; i < block->count; ++i) checkText(task, *block->items[i]);
+    }
+  }
+  void checkText(const XmlNode& at, const core::XmlAttr& attribute) {
+    for (const std::string& fault : templateFaults(attribute.value)) {
+      add(at, "'" + text::toUtf8(attribute.name) + "': " + fault);
+    }
+  }
+
+  // Where the whole path is known without a model.
+  void checkPaths(const XmlNode& task, const std::string& type) {
+    for (const PathAttribute& row : kPaths) {
+      const core::XmlAttr* found = row.action == type ? core::attrFind(task.attributes, row.attribute) : nullptr;
+      if (!found || !found->value.starts_with(kProjectDirectory)) continue;
+      const std::wstring_view rest = found->value.substr(kProjectDirectory.size());
+      if (hasVariables(rest)) continue;
+      std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
+      path = text::replaceAll(path, "//", "/");
+      if (!isFolder(path)) {
+        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no folder '" + path + "'");
+      } else if (type == "groupActions") {
+        checkTemplate(task, path);
+      }
+    }
+  }
+  bool isFolder(std::string path) const {
+    if (!path.ends_with('/')) path += '/';
+    return anyMember([&](const std::string& member) { return member.starts_with(text::lower(path)); });
+  }
+  // The drawing that serves as template, whatever its version.
+  void checkTemplate(const XmlNode& task, std::string folder) {
+    const core::XmlAttr* name = core::attrFind(task.attributes, L"tmpName");
+    if (!name || hasVariables(name->value)) return;
+    if (!folder.ends_with('/')) folder += '/';
+    const std::string file = folder + text::toUtf8(name->value) + ".drw";
+    const std::string lower = text::lower(file);
+    const bool there =
+        anyMember([&](const std::string& member) { return member == lower || member.starts_with(lower + "."); });
+    if (!there) add(task, "'tmpName': the package has no '" + file + "'");
+  }
+  template <class Test>
+  [[nodiscard]] bool anyMember(Test test) const {
+    const auto members = package_.members();
+    return std::any_of(members.begin(), members.end(),
+                       [&](const std::string& member) { return test(text::lower(member)); });
   }
 
   void checkAction(const XmlNode& task, const std::string& type, const engine::ActionRow& row) {
@@ -89,8 +170,7 @@ class Document {
     if (type == "editModelParameterFromPrueftrail") return add(task, "action '" + type + "' was removed");
     if (row.group == engine::Group::knownEmpty) return add(task, "action '" + type + "' does nothing");
     if (!row.function) return add(task, "action '" + type + "' isn't carried out by this version");
-    const auto other = kOtherVersions.find(type);
-    const std::string wanted = other == kOtherVersions.end() ? kOrdinaryVersion : other->second;
+    const std::string wanted = wantedVersion(type);
     const std::string version = attribute(task, L"version");
     if (version != wanted) {
       add(task, "action '" + type + "' has version '" + version + "'; this version carries out '" + wanted + "'");
@@ -107,17 +187,22 @@ class Document {
     return false;
   }
 
-  void checkSubtasks(const XmlNode& task, const std::string& type) {
-    if (type != "groupActions") return;
+  void checkGroup(const XmlNode& task) {
+    const std::string mode = attribute(task, L"reworkMode");
+    if (!actions::isGroupMode(text::fromUtf8(mode))) add(task, "groupActions has no rework mode '" + mode + "'");
+    const std::string outer = place_;
+    int index = -1;
     bool found = false;  // only the first element of that name runs
     core::xmlEachChild(task, [&](const XmlNode& child) {
       if (found || child.name != L"subtasks") return;
       found = true;
       core::xmlEachChild(child, [&](const XmlNode& inner) {
+        place_ = outer + " - G" + std::to_string(++index);
         if (inner.name == L"task") return checkTask(inner);
         add(inner, "element '" + text::toUtf8(inner.name) + "' among subtasks is never run; it must be 'task'");
       });
     });
+    place_ = outer;
     if (!found) add(task, "a group without 'subtasks'");
   }
 
@@ -129,6 +214,9 @@ class Document {
         const std::string type = attribute(item, L"type");
         if (!has(item, L"type")) return add(item, "a filter item without 'type'");
         checkPredicate(item, type);
+        if (!has(item, L"filtertype")) {
+          add(item, "filter '" + type + "' has no 'filtertype': its item holds where the test fails");
+        }
       });
     });
   }
@@ -136,23 +224,63 @@ class Document {
   void checkPredicate(const XmlNode& item, const std::string& type) {
     const std::wstring key = text::fromUtf8(type);
     if (!documents::isPredicate(key)) {
-      add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
-    } else if (!documents::predicateIsCarriedOut(key)) {
+      return add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
+    }
+    if (!documents::predicateIsCarriedOut(key)) {
       add(item, "filter '" + type + "' isn't carried out by this version");
+    }
+    for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
+      checkAttribute(item, type, row);
     }
   }
 
+  void checkAttribute(const XmlNode& item, const std::string& type, const documents::PredicateAttribute& row) {
+    const core::XmlAttr* found = core::attrFind(item.attributes, row.attribute);
+    const std::string name = text::toUtf8(row.attribute);
+    if (!found) {
+      if (row.required) add(item, "filter '" + type + "' has no '" + name + "'");
+      return;
+    }
+    using enum documents::AttributeKind;
+    const bool isTemplate = row.kind == templateText || row.kind == templatePattern;
+    if (isTemplate) checkText(item, *found);
+    const bool isPattern = row.kind == pattern || (row.kind == templatePattern && !hasVariables(found->value));
+    std::string fault = isPattern ? patternFault(found->value) : std::string();
+    // An optional value may be empty: it asks nothing then.
+    if (!isPattern && (row.required || !found->value.empty())) fault = valueFault(found->value, row.kind);
+    if (!fault.empty()) {
+      add(item, "filter '" + type + "', '" + name + "': " + fault + ": '" + text::toUtf8(found->value) + "'");
+    }
+  }
+  static std::string valueFault(std::wstring_view value, documents::AttributeKind kind) {
+    using enum documents::AttributeKind;
+    if (kind == integer && !isInteger(value)) return "no whole number";
+    if (kind == integerOrStar && value != L"*" && !isInteger(value)) return "neither a whole number nor '*'";
+    if (kind == number && !isNumber(value)) return "no number";
+    if (kind == truth && value != L"true" && value != L"false") return "neither 'true' nor 'false'";
+    return {};
+  }
+
   std::string member_;
+  const PackageSource& package_;
+  std::string section_, place_;
+  int action_ = -1;
   std::vector<Finding>& findings_;
   core::XmlLoaded loaded_;
 };
 
 void checkMembers(const PackageSource& package, std::vector<Finding>& findings) {
-  if (!package.has(kPackageIndex)) findings.push_back({kPackageIndex, 0, "it is missing; it holds the description"});
+  const auto add = [&findings](std::string file, std::string text) {
+    Finding finding;
+    finding.file = std::move(file);
+    finding.text = std::move(text);
+    findings.push_back(std::move(finding));
+  };
+  if (!package.has(kPackageIndex)) add(kPackageIndex, "it is missing; it holds the description");
   for (const auto& [mark, content] : folderMarks()) {
-    if (!package.has(mark)) findings.push_back({mark, 0, "it is missing; 'kelvane pack' adds it"});
+    if (!package.has(mark)) add(mark, "it is missing; 'kelvane pack' adds it");
   }
-  if (actionLists(package).empty()) findings.push_back({"actionlists", 0, "there is no action list"});
+  if (actionLists(package).empty()) add("actionlists", "there is no action list");
 }
 
 }  // namespace
@@ -162,11 +290,11 @@ std::vector<Finding> checkPackage(const PackageSource& package) {
   checkMembers(package, findings);
   for (const std::string& list : actionLists(package)) {
     const std::string member = "actionlists/" + list;
-    Document(member, package.read(member), findings).checkList();
+    Document(member, package, findings).checkList();
   }
   for (const std::string& filter : filters(package)) {
     const std::string member = "filters/" + filter;
-    Document(member, package.read(member), findings).checkFilterFile();
+    Document(member, package, findings).checkFilterFile();
   }
   std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
     return std::pair(std::string_view(a.file), a.line) < std::pair(std::string_view(b.file), b.line);
@@ -176,7 +304,8 @@ std::vector<Finding> checkPackage(const PackageSource& package) {
 
 std::string shown(const Finding& finding) {
   const std::string line = finding.line == 0 ? "" : ":" + std::to_string(finding.line);
-  return finding.file + line + ": " + finding.text;
+  const std::string place = finding.place.empty() ? "" : finding.place + ": ";
+  return finding.file + line + ": " + place + finding.text;
 }
 
 }  // namespace kelvane

@@ -12,11 +12,14 @@ namespace kelvane {
 struct Finding {
   std::string file;      // member of the package
   std::size_t line = 0;  // from 1; 0 concerns the whole file
+  std::string section;   // "head", "body", "foot", "list filter"; empty outside a list's sections
+  int action = -1;       // its number in the section, from 0; -1: none
+  std::string place;     // the action as the log names it: "B3", "B3 - G0"
   std::string text;
 };
 // In the order of the members, within a member by line.
 std::vector<Finding> checkPackage(const PackageSource& package);
-// "actionlists/clean.xml:12: unknown action 'delModelParameter'; did you mean 'deleteModelParameter'?"
+// "actionlists/clean.xml:12: B3: unknown action 'delModelParameter'; did you mean 'deleteModelParameter'?"
 std::string shown(const Finding& finding);
 
 }  // namespace kelvane

@@ -46,7 +46,7 @@ std::wstring systemFolder(const std::string& argument) {
 std::string shown(std::wstring_view path) { return os::mounts().machine(path); }
 
 std::string installationFolder() {
-  if (const std::string set = variable(L"KELVANE_INSTALLATION"); !set.empty()) {
+  if (std::string set = variable(L"KELVANE_INSTALLATION"); !set.empty()) {
     if (!isInstallation(set)) throw Fault("KELVANE_INSTALLATION names " + set + ", which has no folder 'text'");
     return set;
   }

@@ -1,5 +1,7 @@
 #include "kelvane/progress.h"
 
+#include <cmath>
+
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -10,7 +12,7 @@ constexpr int kBarWidth = 24;  // characters
 
 // "45s", "3m20s"
 std::wstring duration(double seconds) {
-  const int whole = static_cast<int>(seconds + 0.5);
+  const int whole = static_cast<int>(std::lround(seconds));
   return whole < 60 ? text::format(L"%ds", whole) : text::format(L"%dm%02ds", whole / 60, whole % 60);
 }
 

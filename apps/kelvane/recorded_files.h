@@ -16,6 +16,9 @@ class RecordedFiles : public os::FilesWrapper {
   std::error_code write(std::wstring_view path, std::string_view bytes) override {
     return noted(path, under_.write(path, bytes));
   }
+  std::error_code create(std::wstring_view path, std::string_view bytes) override {
+    return noted(path, under_.create(path, bytes));
+  }
   os::Result<std::unique_ptr<os::Appender>> append(std::wstring_view path) override {
     auto opened = under_.append(path);
     noted(path, opened.error);
@@ -38,6 +41,7 @@ class RecordedFiles : public os::FilesWrapper {
     std::map<std::size_t, std::wstring> ordered;
     for (const auto& [path, place] : places_) ordered.emplace(place, path);
     std::vector<std::wstring> paths;
+    paths.reserve(ordered.size());
     for (auto& [place, path] : ordered) paths.push_back(std::move(path));
     return paths;
   }

@@ -5,6 +5,7 @@
 #include "kelvane/columns.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/show_drawing.h"
+#include "kelvane/show_solid.h"
 #include "kelvane/values.h"
 #include "kelvane/verb.h"
 #include "text/encoding.h"
@@ -119,6 +120,7 @@ class Show : public Verb {
     if (const headless::FamilyTableRecord* table = model.document->tableOf(model.row))
       addFamilyRows(*table, "", family);
     section(console, "family table", family);
+    for (const Section& own : solidSections(handle)) section(console, own.title, own.rows);
     for (const Section& own : drawingSections(handle)) section(console, own.title, own.rows);
     section(console, "uses", usesOf(handle));
     section(console, "history", historyOf(handle));

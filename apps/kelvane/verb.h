@@ -43,6 +43,8 @@ struct VerbRow {
 std::unique_ptr<Verb> makeRun();
 std::unique_ptr<Verb> makeLists();
 std::unique_ptr<Verb> makeCheck();
+std::unique_ptr<Verb> makeEval();
+std::unique_ptr<Verb> makeWhy();
 std::unique_ptr<Verb> makeModels();
 std::unique_ptr<Verb> makeShow();
 std::unique_ptr<Verb> makeNew();

@@ -20,4 +20,8 @@ std::span<const ActionFunction> groupActionsFamily();    // environment/groups.c
 std::span<const ActionFunction> saveActions();           // model/save.cpp
 std::span<const ActionFunction> parameterActions();      // model/parameters.cpp
 
+std::span<const ActionFunction> editParameterActions();    // model/edit_parameters.cpp
+std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
+std::span<const ActionFunction> openReportActions();       // reports/open_report.cpp
+
 }  // namespace actions

@@ -1,9 +1,11 @@
 #include "core/menu.h"
 
+#include "core/config.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
 #include "creo/ProMenu.h"
+#include "creo/ProUtil.h"
 #include "os/surroundings.h"
 #include "ui/main_dialog.h"
 
@@ -67,14 +69,12 @@ void addHiddenCommand(const char* name, const std::string& texts, const char* ic
   ProCmdDesignate(command.value, texts + "Btn", texts + "Hlp", texts + "Desc", pluginState().msgFile);
 }
 
-void openHelp() {
-  const std::wstring program = useGerman() ? L"help\\ol_kvd_help_de.exe" : L"help\\ol_kvd_help_en.exe";
-  std::wstring folder = pluginState().binPath;  // beside the plug-in's own folder
-  folder.resize(folder.size() - std::min<std::size_t>(folder.size(), 4));
-  os::processes().open(folder + program);
-}
-
 }  // namespace
+
+void openHelp() {
+  const std::wstring folder = normalisedTextPath(ProToolkitApplTextPathGet().value);
+  os::processes().open(folder + (useGerman() ? L"help\\ol_kvd_help_de.exe" : L"help\\ol_kvd_help_en.exe"));
+}
 
 ProError setUpMenu() {
   const ProError error = ProMenubarMenuAdd(kMenu, "KVD KVANEMenubarMenu", "Info", pluginState().msgFile);

@@ -12,4 +12,7 @@ void addInstallCommand();
 // The invisible command of the parameter indicator; only where a parameter is to be checked.
 void addIndicatorCommand();
 
+// The help program beside the plug-in's folder, in the user's language.
+void openHelp();
+
 }  // namespace core

@@ -127,18 +127,28 @@ void endPlugin() {
 
 }  // namespace core
 
+namespace {
+
+// Creo shows the text when the start has failed.
+void fillErrorBuffer(wchar_t* buffer, std::wstring_view fault) {
+  if (!buffer) return;
+  const std::size_t length = std::min<std::size_t>(fault.size(), creo::kErrorBufferSize - 1);
+  std::copy_n(fault.begin(), length, buffer);
+  buffer[length] = L'\0';
+}
+
+}  // namespace
+
 extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* version, const char* build,
                                     wchar_t* errbuf) {
   try {
     const core::StartResult result = core::startPlugin(version ? version : "", build ? build : "");
-    if (errbuf && result.status != 0) {
-      const std::size_t length = std::min<std::size_t>(result.fault.size(), creo::kErrorBufferSize - 1);
-      std::copy_n(result.fault.begin(), length, errbuf);
-      errbuf[length] = L'\0';
-    }
+    if (result.status != 0) fillErrorBuffer(errbuf, result.fault);
     return result.status;
   } catch (const std::exception& fault) {
-    core::creoLog(text::fromUtf8(fault.what()));
+    const std::wstring text = text::fromUtf8(fault.what());
+    fillErrorBuffer(errbuf, text);
+    core::creoLog(text);
     return -1;
   }
 }

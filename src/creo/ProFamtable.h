@@ -45,4 +45,18 @@ Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter);
 // Adds a column. ProExists: it is there; ProNoFamtable: the model has no family table.
 ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item);
 
+// The columns of a generic's own table.
+ProError ProFamtableItemVisit(const ProFamtable& table, Visitor<ProFamtableItem> visitor);
+// With its values in all rows of that table. ProBadInputs: it is no column of the table.
+ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& item);
+
+// An instance's value of a parameter column: its own, or the one it takes over from its generic. ProNotFound: it is no
+// column of the table that lists the instance.
+Got<ProParamvalue> ProFaminstanceValueGet(const ProFaminstance& instance, const ProFamtableItem& item);
+// ProBadInputs: the value is of another kind than the parameter.
+ProError ProFaminstanceValueSet(const ProFaminstance& instance, const ProFamtableItem& item,
+                                const ProParamvalue& value);
+// Does the instance take the value over from its generic?
+Got<bool> ProFaminstanceFamtableItemIsDefault(const ProFaminstance& instance, const ProFamtableItem& item);
+
 }  // namespace creo

@@ -21,8 +21,9 @@ std::wstring_view valueOf(const core::XmlNode& node, std::wstring_view name) {
 
 bool isGroup(const core::XmlNode& node) { return node.name == L"filter" || node.name == L"root"; }
 
-// The attribute that opens an action to models of a type; empty for a type that has none.
-std::wstring_view switchOf(creo::ProMdlType type) {
+}  // namespace
+
+std::wstring_view typeSwitch(creo::ProMdlType type) {
   switch (type) {
     case creo::ProMdlType::part:
       return L"forPRT";
@@ -37,6 +38,8 @@ std::wstring_view switchOf(creo::ProMdlType type) {
   return {};
 }
 
+namespace {
+
 // A predicate that isn't applicable fails its item also under negation.
 bool itemFails(const core::XmlNode& item, int result) {
   if (result == kNotApplicable) return true;
@@ -44,21 +47,27 @@ bool itemFails(const core::XmlNode& item, int result) {
 }
 
 // The state after a group; it is handed on from one group to the next.
-int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, bool silent) {
+int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, bool silent, FilterWatch& watch) {
   const auto note = [silent](int id) {
     if (!silent) core::logMsgId(id, core::kNormal, 1);
   };
   std::vector<const core::XmlNode*> items;
   core::xmlEachChild(group, [&items](const core::XmlNode& item) { items.push_back(&item); });
+  watch.groupBegins();
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const bool fails = itemFails(*items[i], runPredicate(*items[i], valueOf(*items[i], L"type"), model));
+    watch.itemBegins(*items[i]);
+    const int result = runPredicate(*items[i], valueOf(*items[i], L"type"), model);
+    const bool fails = itemFails(*items[i], result);
+    watch.itemEnds(*items[i], result, fails);
     if (fails) state = kFilterRefuses;
     note(fails ? kItemFails : kItemHolds);
     if (i + 1 == items.size()) break;
     if (valueOf(*items[i], L"opand") == L"true") {
       note(kLinkedByAnd);
+      watch.linked(FilterWatch::Link::withAnd);
       continue;
     }
+    watch.linked(state == kFilterHolds ? FilterWatch::Link::settled : FilterWatch::Link::withOr);
     if (state == kFilterHolds) break;
     note(kLinkedByOr);
     state = kFilterHolds;
@@ -83,7 +92,7 @@ int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::Pr
   core::logIndented(L"Filter", core::kNormal, 1);
   if (model) {
     if (const auto type = creo::ProMdlTypeGet(model)) {
-      const std::wstring_view name = switchOf(type.value);
+      const std::wstring_view name = typeSwitch(type.value);
       if (!name.empty()) {
         const core::XmlAttr* applies = core::attrFind(task.attributes, name);
         if (!applies || applies->value == L"false") return kFilterRefuses;
@@ -93,10 +102,12 @@ int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::Pr
   return valueOf(task, L"forEF") == L"true" ? evaluateFilter(task, extension, model, true) : kFilterHolds;
 }
 
-int evaluateFilter(const core::XmlNode& block, std::wstring_view /*extension*/, creo::ProMdl model, bool silent) {
+int evaluateFilter(const core::XmlNode& block, std::wstring_view /*extension*/, creo::ProMdl model, bool silent,
+                   FilterWatch* watch) {
+  FilterWatch nobody;
   int state = kFilterHolds;
   core::xmlEachChild(block, [&](const core::XmlNode& child) {
-    if (isGroup(child)) state = evaluateGroup(child, model, state, silent);
+    if (isGroup(child)) state = evaluateGroup(child, model, state, silent, watch ? *watch : nobody);
   });
   return state;
 }

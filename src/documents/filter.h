@@ -15,9 +15,25 @@ constexpr int kFilterRefuses = 2;
 
 // The gate of each action: the type switches, then, with forEF "true", the filter block. 0 or 2.
 int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::ProMdl model);
+// Told how an evaluation goes, item by item.
+class FilterWatch {
+ public:
+  virtual ~FilterWatch() = default;
+  virtual void groupBegins() {}
+  virtual void itemBegins(const core::XmlNode& /*item*/) {}
+  // result: the predicate's answer. fails: with the item's negation.
+  virtual void itemEnds(const core::XmlNode& /*item*/, int /*result*/, bool /*fails*/) {}
+  // What stands between an item and the next one. settled: the group holds, the items behind aren't evaluated.
+  enum class Link { withAnd, withOr, settled };
+  virtual void linked(Link /*link*/) {}
+};
+
 // Items are read left to right as groups of ANDs joined by ORs, without brackets. silent: no numbered log lines. 0
 // or 2.
-int evaluateFilter(const core::XmlNode& block, std::wstring_view extension, creo::ProMdl model, bool silent);
+int evaluateFilter(const core::XmlNode& block, std::wstring_view extension, creo::ProMdl model, bool silent,
+                   FilterWatch* watch = nullptr);
+// The attribute that opens an action to models of a type: "forPRT"; empty for a type that has none.
+std::wstring_view typeSwitch(creo::ProMdlType type);
 // The block of a filter file: the document itself where the file's element is a group of items, else that element.
 // Null for an empty file.
 const core::XmlNode* filterFileBlock(const core::XmlDocument& document);

@@ -41,6 +41,7 @@ bool isListFile(std::wstring_view name) { return contains(name, L".xml") && !con
 
 void fillChooser(const std::string& inDialog, const char* chooser, const std::vector<std::wstring>& labels) {
   std::vector<std::string> names;
+  names.reserve(labels.size());
   for (const std::wstring& label : labels) names.push_back(text::toUtf8(label));
   if (creo::ProUIOptionmenuNamesSet(inDialog, chooser, names) ||
       creo::ProUIOptionmenuLabelsSet(inDialog, chooser, labels))

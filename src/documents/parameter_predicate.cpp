@@ -36,23 +36,40 @@ bool comparesNumber(const Comparison& with, double number, double target, double
   return false;
 }
 
+// The same, told to whoever watches comparisons.
+bool comparesNumber(const Comparison& with, std::wstring_view shown, double number, double target, double margin) {
+  const bool held = comparesNumber(with, number, target, margin);
+  if (!engine::ComparisonWatch::on()) return held;
+  static constexpr std::wstring_view kSigns[] = {L"<", L"<=", L"=", L">=", L">"};
+  const bool known = with.ncomp.size() == 1 && with.ncomp[0] >= L'1' && with.ncomp[0] <= L'5';
+  const std::wstring_view sign = known ? kSigns[with.ncomp[0] - L'1'] : L"no known comparison";
+  const std::wstring wanted = text::format(L"%s %s", sign, with.value);
+  engine::ComparisonWatch::note(margin == 0 ? wanted : text::format(L"%s, margin %s", wanted, with.epsilon), shown,
+                                held);
+  return held;
+}
+
 bool comparesBoolean(const Comparison& with, bool state) {
   static constexpr std::wstring_view kWords[2][7] = {{L"false", L"0", L"no", L"nein", L"f", L"n", L"*"},
                                                      {L"true", L"1", L"yes", L"ja", L"j", L"y", L"*"}};
   const auto& words = kWords[state ? 1 : 0];
-  return std::any_of(std::begin(words), std::end(words),
-                     [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
+  const bool held = std::any_of(std::begin(words), std::end(words),
+                                [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
+  engine::ComparisonWatch::note(with.value, words[0], held);
+  return held;
 }
 
 bool comparesInteger(const Comparison& with, int number) {
-  if (!matches(engine::kIntegerPattern, with.value)) return matches(with.value, text::format(L"%d", number));
+  const std::wstring shown = text::format(L"%d", number);
+  if (!matches(engine::kIntegerPattern, with.value)) return matches(with.value, shown);
   // A double holds every integer of the parameter's range, and a value beyond it still lies on its side.
-  return comparesNumber(with, number, text::parseDouble(with.value), text::parseInt(with.epsilon));
+  return comparesNumber(with, shown, number, text::parseDouble(with.value), text::parseInt(with.epsilon));
 }
 
 bool comparesReal(const Comparison& with, double number) {
-  if (!matches(engine::kDoublePattern, with.value)) return matches(with.value, text::format(L"%f", number));
-  return comparesNumber(with, number, text::parseDouble(with.value), text::parseDouble(with.epsilon));
+  const std::wstring shown = text::format(L"%f", number);
+  if (!matches(engine::kDoublePattern, with.value)) return matches(with.value, shown);
+  return comparesNumber(with, shown, number, text::parseDouble(with.value), text::parseDouble(with.epsilon));
 }
 
 // The visit's answer: stop at a hit, and at a kind that can't be compared.

@@ -54,4 +54,34 @@ int tableOnDrawingPredicate(creo::ProMdl model, const core::XmlNode& item);
 int dimensionTextPredicate(creo::ProMdl model, const core::XmlNode& item);
 int dimensionTolerancePredicate(creo::ProMdl model, const core::XmlNode& item);
 
+// solid_predicates.cpp
+int relationPredicate(creo::ProMdl model, const core::XmlNode& item);
+int currentMaterialPredicate(creo::ProMdl model, const core::XmlNode& item);
+int materialParameterPredicate(creo::ProMdl model, const core::XmlNode& item);
+int unitSystemPredicate(creo::ProMdl model, const core::XmlNode& item);
+int modelSubtypePredicate(creo::ProMdl model, const core::XmlNode& item);
+int accuracyPredicate(creo::ProMdl model, const core::XmlNode& item);
+int tolerancePredicate(creo::ProMdl model, const core::XmlNode& item);
+int insertModePredicate(creo::ProMdl model, const core::XmlNode& item);
+int regeneratePredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// feature_predicates.cpp
+int featureExistsPredicate(creo::ProMdl model, const core::XmlNode& item);
+int featureSuppressedPredicate(creo::ProMdl model, const core::XmlNode& item);
+int featureFromTypePredicate(creo::ProMdl model, const core::XmlNode& item);
+int geometryCheckPredicate(creo::ProMdl model, const core::XmlNode& item);
+int flexibleComponentPredicate(creo::ProMdl model, const core::XmlNode& item);
+int sketchEntitiesPredicate(creo::ProMdl model, const core::XmlNode& item);
+
+// state_predicates.cpp
+int layerPredicate(creo::ProMdl model, const core::XmlNode& item);
+int layerStatePredicate(creo::ProMdl model, const core::XmlNode& item);
+int viewPredicate(creo::ProMdl model, const core::XmlNode& item);
+int combinedStatePredicate(creo::ProMdl model, const core::XmlNode& item);
+int combinedStateExistsPredicate(creo::ProMdl model, const core::XmlNode& item);
+int simplifiedRepPredicate(creo::ProMdl model, const core::XmlNode& item);
+int styleStatePredicate(creo::ProMdl model, const core::XmlNode& item);
+int crossSectionPredicate(creo::ProMdl model, const core::XmlNode& item);
+int explodedStatePredicate(creo::ProMdl model, const core::XmlNode& item);
+
 }  // namespace documents

@@ -63,9 +63,7 @@ bool wildcardMatches(View pattern, View text) {
 
 int asNumber(Answer answer) { return answer == Answer::match ? 1 : 0; }
 
-}  // namespace
-
-int wildcardCompare(std::wstring_view pattern, std::wstring_view text) {
+int compared(std::wstring_view pattern, std::wstring_view text) {
   switch (kindOf(pattern)) {
     case PatternKind::plain:
       return text::equalNoCase(pattern, text) ? 1 : 0;
@@ -80,6 +78,25 @@ int wildcardCompare(std::wstring_view pattern, std::wstring_view text) {
   narrowInto(narrow, text);
   if (expression->foldsText) foldUmlauts(narrow);
   return asNumber(expression->code.match(narrow));
+}
+
+// A filter over a large model compares without end; what is noted of it is for a person to read.
+constexpr std::size_t kMostNoted = 1000;
+
+}  // namespace
+
+int wildcardCompare(std::wstring_view pattern, std::wstring_view text) {
+  const int result = compared(pattern, text);
+  if (ComparisonWatch::on()) ComparisonWatch::note(pattern, text, result == 1);
+  return result;
+}
+
+ComparisonWatch* ComparisonWatch::current_ = nullptr;
+ComparisonWatch::ComparisonWatch() : outer_(std::exchange(current_, this)) {}
+ComparisonWatch::~ComparisonWatch() { current_ = outer_; }
+void ComparisonWatch::note(std::wstring_view pattern, std::wstring_view text, bool matched) {
+  if (on() && current_->noted_.size() < kMostNoted)
+    current_->noted_.push_back({std::wstring(pattern), std::wstring(text), matched});
 }
 
 int narrowCompare(std::string_view pattern, std::string_view text) {

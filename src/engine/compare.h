@@ -6,6 +6,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace engine {
 
@@ -21,6 +23,30 @@ int regexMatch(std::string_view expression, std::string_view text);
 // text with each match of the pattern replaced: at each position, left to right, the longest piece of text that
 // wildcardCompare accepts. Replacements aren't searched again.
 std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, std::wstring_view replacement);
+
+// What was compared while somebody watched.
+struct NotedComparison {
+  std::wstring pattern, text;
+  bool matched = false;
+};
+// Notes each wildcardCompare for as long as it lives; a watch inside another one notes in its place.
+class ComparisonWatch {
+ public:
+  ComparisonWatch();
+  ~ComparisonWatch();
+  ComparisonWatch(const ComparisonWatch&) = delete;
+  ComparisonWatch& operator=(const ComparisonWatch&) = delete;
+  // What was noted since the last call.
+  std::vector<NotedComparison> take() { return std::exchange(noted_, {}); }
+  [[nodiscard]] static bool on() { return current_ != nullptr; }
+  // Also for what is compared otherwise, such as numbers; nothing where nobody watches.
+  static void note(std::wstring_view pattern, std::wstring_view text, bool matched);
+
+ private:
+  static ComparisonWatch* current_;
+  ComparisonWatch* outer_;
+  std::vector<NotedComparison> noted_;
+};
 
 // "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in UTF-8.
 void foldUmlauts(std::string& text);

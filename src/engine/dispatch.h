@@ -15,6 +15,7 @@ enum Outcome : int {
   done = 0,  // also after a failure that was logged
   wrongVersion = 1,
   refused = 2,  // by the filter, or the action doesn't apply
+  failed = 98,  // a visit that Creo ended; nobody asks
   notHandled = -25,
 };
 

@@ -103,15 +103,8 @@ bool readCheck(const char* button, bool otherwise) {
   return state ? state.value : otherwise;
 }
 
-bool passesFilters(const WalkedModel& walked, creo::ProMdl model) {
-  const core::XmlNode* block = table().globalFilter.block;
-  if (table().globalFilter.broken) return false;
-  if (!block && listFilterIsOn()) block = table().listFilter.block;
-  return !block ||
-         documents::evaluateFilter(*block, creo::typeExtension(walked.type), model, true) == documents::kFilterHolds;
-}
-
 bool typeIsShown(creo::ProMdlType type, const Basis& basis) {
+  if (!hasRows(type)) return false;
   if (type == creo::ProMdlType::part) return basis.part;
   return type == creo::ProMdlType::assembly ? basis.assembly : basis.drawing;
 }
@@ -120,6 +113,20 @@ FamilyRole roleOf(creo::ProMdl model, bool isInstance, bool fromDependency) {
   if (isInstance) return FamilyRole::instance;
   if (documents::isGeneric(model) != documents::kTrue) return FamilyRole::plain;
   return fromDependency ? FamilyRole::genericAsDependency : FamilyRole::generic;
+}
+
+bool isInstance(creo::ProMdl model, creo::ProMdlType type) {
+  return type != creo::ProMdlType::drawing && documents::isInstance(model) == documents::kTrue;
+}
+
+RowVerdict judge(creo::ProMdl model, creo::ProMdlType type, const Basis& basis) {
+  if (!typeIsShown(type, basis)) return RowVerdict::typeIsOff;
+  if (table().globalFilter.broken) return RowVerdict::filterUnreadable;
+  const core::XmlNode* block = filterInForce();
+  if (block && documents::evaluateFilter(*block, creo::typeExtension(type), model, true) != documents::kFilterHolds)
+    return table().globalFilter.block ? RowVerdict::filterRefuses : RowVerdict::listFilterRefuses;
+  if (!basis.instance && isInstance(model, type)) return RowVerdict::instancesAreOff;
+  return isAlreadyReworked(model) ? RowVerdict::alreadyReworked : RowVerdict::selected;
 }
 
 void addRow(const WalkedModel& walked, const Basis& basis) {
@@ -133,13 +140,12 @@ void addRow(const WalkedModel& walked, const Basis& basis) {
   const creo::ProMdl model = documents::retrieveByFileName(walked.row, creo::typeExtension(walked.type));
   bool added = static_cast<bool>(model);
   if (added) {
-    if (!passesFilters(walked, model)) return;
-    const bool isInstance =
-        walked.type != creo::ProMdlType::drawing && documents::isInstance(model) == documents::kTrue;
-    if (isInstance && !basis.instance) return;
-    const FamilyRole role =
-        walked.type == creo::ProMdlType::drawing ? FamilyRole::plain : roleOf(model, isInstance, walked.fromDependency);
-    added = rows.insert({walked.row, model, walked.type, role, !isAlreadyReworked(model)});
+    const RowVerdict verdict = judge(model, walked.type, basis);
+    if (verdict != RowVerdict::selected && verdict != RowVerdict::alreadyReworked) return;
+    const FamilyRole role = walked.type == creo::ProMdlType::drawing
+                                ? FamilyRole::plain
+                                : roleOf(model, isInstance(model, walked.type), walked.fromDependency);
+    added = rows.insert({walked.row, model, walked.type, role, verdict == RowVerdict::selected});
   }
   if (!added) core::creoLog(L"<KVD> sourceData - Failure while ProTKGDUIStatusTableRowAdd");
 }
@@ -207,6 +213,16 @@ creo::ProError rebuildModelTable(creo::ProMdl start) {
                                               filtered ? "act_filter24.png" : "act_filterdeac24.png"),
                L"ProUIPushbuttonBitmapSet");
   return t.rows.status();
+}
+
+const core::XmlNode* filterInForce() {
+  if (globalFilterIsOn()) return table().globalFilter.block;
+  return listFilterIsOn() ? table().listFilter.block : nullptr;
+}
+
+RowVerdict judgeModel(creo::ProMdl model) {
+  const auto type = creo::ProMdlTypeGet(model);
+  return type ? judge(model, type.value, currentBasis()) : RowVerdict::typeIsOff;
 }
 
 void clearModelTable() {

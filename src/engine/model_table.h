@@ -38,6 +38,20 @@ void setGlobalFilter(std::string_view name);
 // Takes the filter block of an action list ("clean.xml"); clears and rebuilds unless a run is starting.
 void loadListFilter(std::string_view name);
 
+// How the table takes a model under its present buttons and filters.
+enum class RowVerdict {
+  selected,
+  alreadyReworked,  // it has a row that starts unselected: its history holds the list
+  typeIsOff,        // the button of its type is off, or the type has no rows
+  filterUnreadable,
+  filterRefuses,      // the filter file of the package
+  listFilterRefuses,  // the list's own filter
+  instancesAreOff,
+};
+RowVerdict judgeModel(creo::ProMdl model);
+// The block that judges now: that of the filter file, else that of the list where it is in force; null: none does.
+const core::XmlNode* filterInForce();
+
 // Checks out the models of the rows whose check button is set, where a server is active, and redraws their states.
 void checkOutSelected();
 

@@ -17,10 +17,12 @@
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
+#include "engine/csv_table.h"
 #include "engine/dispatch.h"
 #include "engine/history.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -127,6 +129,7 @@ bool isCheckedOut(const std::string& row) {
 void leaveRun() {
   PluginState& state = pluginState();
   state.reports.reset();
+  freeCsvTables();
   state.section = L' ';
   run().reset();
 }
@@ -176,6 +179,14 @@ void openList() {
   run()->list = documents::actionList(*run()->document);
 }
 
+// The current model as the Body's title names it; empty without one.
+std::wstring bodyTitle() {
+  const auto current = ProMdlCurrentGet();
+  if (!current) return {};
+  return text::format(msgText(55), ProMdlNameGet(current.value).value,
+                      typeExtension(ProMdlTypeGet(current.value).value));
+}
+
 void runHead() {
   logMsgPlain(54, kTitle);
   pluginState().section = L'H';
@@ -196,15 +207,6 @@ bool countChosen(int& chosen) {
   return true;
 }
 
-void announceBody() {
-  const auto current = ProMdlCurrentGet();
-  if (!current) return;
-  logWrite(
-      text::format(msgText(55), ProMdlNameGet(current.value).value, typeExtension(ProMdlTypeGet(current.value).value)),
-      kTitle);
-  pluginState().section = L'B';
-}
-
 void finishModel() {
   ++run()->progress;
   showProgress();
@@ -218,7 +220,7 @@ void runOnlyRow() {
       logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
       continue;
     }
-    pluginState().section = L'B';
+    reports::reportsNextRowAll(reports::reportRegistry());
     runSection(kept->list.body, row);
     if (!run()) return;  // an action closed the tool
     finishModel();
@@ -275,8 +277,8 @@ Opening openRow(const std::string& row) {
 void runWaitingRow() {
   const std::shared_ptr<Run> kept = run();
   Run& state = *kept;
+  reports::reportsNextRowAll(reports::reportRegistry());
   if (const auto current = ProMdlCurrentGet()) creoLog(ProMdlNameGet(current.value).value);
-  pluginState().section = L'B';
   if (!stopsAt(insteadOfBody)) runSection(state.list.body, state.waitingRow);
   if (!run()) return;  // an action closed the tool
   if (state.windowCreated) {
@@ -286,13 +288,14 @@ void runWaitingRow() {
   finishModel();
 }
 
-// Goes on until a window has to be waited for, pass by pass: parts, assemblies, drawings.
-void advance(bool fromWindow) {
+// Goes on until a window has to be waited for, pass by pass: parts, assemblies, drawings. bodyRan: the row before the
+// next one had its Body; the notification for the drawing refresh is set only behind a row that was passed over.
+void advance(bool bodyRan) {
   while (Run* state = run().get()) {
     if (state->row == state->rows.size()) {
       state->row = 0;
       if (++state->pass < kPasses.size()) continue;
-      if (fromWindow) {
+      if (bodyRan) {
         runRefreshMacros();
       } else {
         refreshDrawing();
@@ -301,6 +304,7 @@ void advance(bool fromWindow) {
       return;
     }
     const std::string& row = state->rows[state->row++];
+    bodyRan = false;
     if (rowType(row) != kPasses[state->pass] || stopsAt(insteadOfOpening)) continue;
     if (!isChosen(row)) {
       logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
@@ -309,7 +313,7 @@ void advance(bool fromWindow) {
     const Opening opening = openRow(row);
     if (opening == Opening::asked) return;
     if (opening == Opening::here) runWaitingRow();
-    fromWindow = opening == Opening::here;
+    bodyRan = opening == Opening::here;
   }
 }
 
@@ -358,10 +362,12 @@ void startRun() {
   openList();
   if (stopsAt(afterListOpened)) return endEarly();
   pluginState().controlName.clear();
+  const std::wstring title = bodyTitle();  // Head may leave another model current
   runHead();
   if (!run()) return;
   if (stopsAt(afterHead)) return endEarly();
-  announceBody();
+  if (!title.empty()) logWrite(title, kTitle);
+  pluginState().section = L'B';
   runBodies();
 }
 
@@ -397,8 +403,7 @@ void runSection(const XmlNode* section, const std::string& rowName) {
   if (section) {
     xmlEachChild(*section, [&](const XmlNode& task) {
       state.actionIndex = index++;
-      Subject own = subject;
-      if (dispatchAction(task, own) == wrongVersion) {
+      if (dispatchAction(task, subject) == wrongVersion) {
         logWrite(
             L"Function isn't used because false version code, please update Kelvane User and Kelvane to the newest "
             L"version",
@@ -417,8 +422,10 @@ void finishRun() {
   state.section = L'F';
   runSection(kept->list.foot, "");
   if (!run()) return;
+  reports::reportsCloseAll(reports::reportRegistry());
   state.section = L' ';
   logWrite(L"Free all option space", kDebug);
+  logWrite(L"finished", kDebug);
   leaveRun();
   logMsgPlain(57, kTitle);
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);

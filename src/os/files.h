@@ -45,6 +45,9 @@ class Files {
   // Replaces the whole file: written to a temporary name beside it, flushed to the disk, renamed. After a failure the
   // old file is as it was and no temporary one is left.
   virtual std::error_code write(std::wstring_view path, std::string_view bytes) = 0;
+  // The same for a file that isn't there yet. file_exists where the name is taken, be it at this very moment and by
+  // another program; what is there stays as it is.
+  virtual std::error_code create(std::wstring_view path, std::string_view bytes) = 0;
   // Creates the file where it isn't there. Null with an error where it can't be opened.
   virtual Result<std::unique_ptr<Appender>> append(std::wstring_view path) = 0;
   // The folder and all above it; one that is there is no error.

@@ -8,6 +8,7 @@ namespace {
 const auto kNoSuch = std::make_error_code(std::errc::no_such_file_or_directory);
 const auto kDenied = std::make_error_code(std::errc::permission_denied);
 const auto kNoSpace = std::make_error_code(std::errc::no_space_on_device);
+const auto kTaken = std::make_error_code(std::errc::file_exists);
 const auto kRefused = std::make_error_code(std::errc::operation_not_permitted);
 
 class WithheldAppender : public Appender {
@@ -37,6 +38,11 @@ bool DryFiles::wouldBeThere(std::wstring_view path) {
 
 std::error_code DryFiles::write(std::wstring_view path, std::string_view bytes) {
   return withhold(L"write", path) ? std::error_code{} : under_.write(path, bytes);
+}
+
+std::error_code DryFiles::create(std::wstring_view path, std::string_view bytes) {
+  if (wouldBeThere(path)) return kTaken;
+  return withhold(L"write", path) ? std::error_code{} : under_.create(path, bytes);
 }
 
 Result<std::unique_ptr<Appender>> DryFiles::append(std::wstring_view path) {
@@ -106,6 +112,12 @@ std::error_code FaultyFiles::write(std::wstring_view path, std::string_view byte
   if (const auto error = change(path)) return error;
   if (const auto error = take(bytes.size())) return error;
   return under_.write(path, bytes);
+}
+
+std::error_code FaultyFiles::create(std::wstring_view path, std::string_view bytes) {
+  if (const auto error = change(path)) return error;
+  if (const auto error = take(bytes.size())) return error;
+  return under_.create(path, bytes);
 }
 
 Result<std::unique_ptr<Appender>> FaultyFiles::append(std::wstring_view path) {

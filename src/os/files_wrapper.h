@@ -17,6 +17,7 @@ class FilesWrapper : public Files {
   Result<FileTime> modified(std::wstring_view path) override { return under_.modified(path); }
   Result<std::string> read(std::wstring_view path) override { return under_.read(path); }
   std::error_code write(std::wstring_view path, std::string_view bytes) override { return under_.write(path, bytes); }
+  std::error_code create(std::wstring_view path, std::string_view bytes) override { return under_.create(path, bytes); }
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override { return under_.append(path); }
   std::error_code createFolders(std::wstring_view path) override { return under_.createFolders(path); }
   std::error_code remove(std::wstring_view path) override { return under_.remove(path); }
@@ -37,6 +38,7 @@ class DryFiles : public FilesWrapper {
   // Changes inside `freeFolder` (the temp folder) are carried out.
   DryFiles(Files& under, std::wstring freeFolder) : FilesWrapper(under), free_(std::move(freeFolder)) {}
   std::error_code write(std::wstring_view path, std::string_view bytes) override;
+  std::error_code create(std::wstring_view path, std::string_view bytes) override;
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override;
   std::error_code createFolders(std::wstring_view path) override;
   std::error_code remove(std::wstring_view path) override;
@@ -75,6 +77,7 @@ class FaultyFiles : public FilesWrapper {
   }
   Result<std::string> read(std::wstring_view path) override;
   std::error_code write(std::wstring_view path, std::string_view bytes) override;
+  std::error_code create(std::wstring_view path, std::string_view bytes) override;
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override;
   std::error_code createFolders(std::wstring_view path) override;
   std::error_code remove(std::wstring_view path) override;

@@ -32,14 +32,21 @@ constexpr CodePoint codePointAt(std::wstring_view text, std::size_t at) {
   return {first, 1, first > 0xFFFF ? std::size_t{2} : std::size_t{1}};
 }
 
+// Writes a character, at most kLastCodePoint; the place behind it.
+constexpr wchar_t* putCodePoint(wchar_t* to, char32_t code) {
+  if (sizeof(wchar_t) == 2 && code > 0xFFFF) {
+    *to++ = static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
+    *to++ = static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+  } else {
+    *to++ = static_cast<wchar_t>(code);
+  }
+  return to;
+}
+
 // Appends a character; code is at most kLastCodePoint.
 inline void appendCodePoint(std::wstring& to, char32_t code) {
-  if (sizeof(wchar_t) == 2 && code > 0xFFFF) {
-    to += static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
-    to += static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
-  } else {
-    to += static_cast<wchar_t>(code);
-  }
+  wchar_t letters[2];
+  to.append(letters, putCodePoint(letters, code));
 }
 
 }  // namespace text

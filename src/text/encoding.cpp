@@ -1,11 +1,11 @@
 #include "text/encoding.h"
 
 #include <algorithm>
-
 #include <array>
 #include <cstdint>
 
 #include "text/code_points.h"
+#include "text/sixteen.h"
 
 namespace text {
 namespace {
@@ -63,27 +63,32 @@ std::string toSingleBytes(std::wstring_view text, ToByte toByte) {
 
 // Length of the ASCII characters at the start: nearly all of most texts, and copied as they are.
 std::size_t asciiRun(std::string_view bytes) {
-  return static_cast<std::size_t>(
-      std::find_if(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }) -
-      bytes.begin());
+  std::size_t at = 0;
+  while (bytes.size() - at >= Sixteen::kSize && Sixteen(bytes.data() + at).high() == 0) at += Sixteen::kSize;
+  while (at < bytes.size() && byteAt(bytes, at) < 0x80) ++at;
+  return at;
 }
 
 }  // namespace
 
 std::wstring fromUtf8(std::string_view bytes) {
-  std::wstring text;
-  text.reserve(bytes.size());
-  for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t plain = asciiRun(bytes.substr(at));
-    text.resize(text.size() + plain);
-    std::copy_n(bytes.data() + at, plain, text.end() - static_cast<std::ptrdiff_t>(plain));
-    at += plain;
-    if (at == bytes.size()) break;
-    const Sequence next = sequenceAt(bytes, at);
-    appendCodePoint(text, next.length == 0 ? kReplacement : next.code);
-    at += next.length == 0 ? 1 : next.length;
-  }
+  std::wstring text(bytes.size(), L'\0');
+  text.resize(fromUtf8(bytes, text.data()));
   return text;
+}
+
+std::size_t fromUtf8(std::string_view bytes, wchar_t* out) {
+  wchar_t* const begin = out;
+  while (!bytes.empty()) {
+    const std::size_t plain = asciiRun(bytes);
+    out = std::copy_n(bytes.data(), plain, out);
+    bytes.remove_prefix(plain);
+    if (bytes.empty()) break;
+    const Sequence next = sequenceAt(bytes, 0);
+    out = putCodePoint(out, next.length == 0 ? kReplacement : next.code);
+    bytes.remove_prefix(next.length == 0 ? 1 : next.length);
+  }
+  return static_cast<std::size_t>(out - begin);
 }
 
 std::string toUtf8(std::wstring_view text) {
@@ -115,10 +120,12 @@ std::string toUtf8(std::wstring_view text) {
 }
 
 bool isUtf8(std::string_view bytes) {
-  for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t length = sequenceAt(bytes, at).length;
+  while (!bytes.empty()) {
+    bytes.remove_prefix(asciiRun(bytes));
+    if (bytes.empty()) break;
+    const std::size_t length = sequenceAt(bytes, 0).length;
     if (length == 0) return false;
-    at += length;
+    bytes.remove_prefix(length);
   }
   return true;
 }

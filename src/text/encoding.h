@@ -1,6 +1,7 @@
 // Bytes to wide texts and back. None of these fails: what can't be read or written is replaced by a mark.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,8 @@ namespace text {
 
 // UTF-8 to wide; each byte that isn't part of a valid sequence becomes U+FFFD. A byte-order mark is kept.
 std::wstring fromUtf8(std::string_view bytes);
+// The same into a buffer that has room for a character a byte; the number of characters.
+std::size_t fromUtf8(std::string_view bytes, wchar_t* out);
 // Wide to UTF-8; lone surrogates and numbers beyond U+10FFFF become U+FFFD.
 std::string toUtf8(std::wstring_view text);
 // True when the bytes are valid UTF-8.

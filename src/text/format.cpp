@@ -89,7 +89,7 @@ std::string_view signOf(const Placeholder& form, bool negative) {
 void putInteger(std::wstring& to, Placeholder form, long long value) {
   std::array<char, 32> buffer{};
   char* const first = buffer.data();
-  char* end = first;
+  char* end = nullptr;
   std::string_view before;
   if (form.conversion == L'd' || form.conversion == L'i') {
     before = signOf(form, value < 0);

@@ -4,7 +4,9 @@
 
 #include "core/log.h"
 #include "core/log_view.h"
+#include "core/menu.h"
 #include "core/state.h"
+#include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
 #include "creo/ProServer.h"
 #include "creo/ProUI.h"
@@ -62,7 +64,7 @@ void setAllRows(bool on) {
   }
 }
 
-// Rows of models in a workspace stay as they are set; those from the disk are unset.
+// Rows of checked-out models are set, those of models from the disk unset; others stay as they are.
 void setOnlyServerRows() {
   const auto rows = ProUITableRownamesGet(dialog(), engine::kModelTable);
   for (const std::string& row : rows.value) {
@@ -72,11 +74,25 @@ void setOnlyServerRows() {
   }
 }
 
-void setCurrentRow() {
-  const auto model = ProMdlCurrentGet();
-  if (!model) return;
-  const std::string row = engine::rowName(ProMdlNameGet(model.value).value, ProMdlTypeGet(model.value).value);
+void setRow(ProMdl model) {
+  const std::string row = engine::rowName(ProMdlNameGet(model).value, ProMdlTypeGet(model).value);
   ProUICheckbuttonSet(dialog(), row + "_cb");
+}
+
+void setCurrentRow() {
+  if (const auto model = ProMdlCurrentGet()) setRow(model.value);
+}
+
+void setRowsOfDrawing() {
+  const auto drawing = ProMdlCurrentGet();
+  if (!drawing || ProMdlTypeGet(drawing.value).value != ProMdlType::drawing) return;
+  for (const ProMdl solid : ProDrawingSolidsCollect(drawing.value).value) setRow(solid);
+}
+
+// It looks like a check button, but nothing stays on.
+void pressHelp() {
+  openHelp();
+  ProUICheckbuttonUnset(dialog(), "kvaneHelp");
 }
 
 void include(int PluginState::*what) {
@@ -87,6 +103,7 @@ void include(int PluginState::*what) {
 struct ButtonAction {
   const char* button;
   void (*action)();
+  const char* fault = nullptr;  // its name in the line of a failure; none: the button's
 };
 
 constexpr ButtonAction kPushbuttons[] = {
@@ -94,12 +111,12 @@ constexpr ButtonAction kPushbuttons[] = {
     {"kvaneCancel", toolClose},
     {"kvaneCheckout", engine::checkOutSelected},
     {"kvaneExtFilter", openFilterDialog},
-    {"kvaneShowLog", [] { showLogSide(pluginState().logVisible == 0); }},
-    {"kvaneShowLog_show", [] { showLogSide(true); }},
-    {"kvaneShowLog_hide", [] { showLogSide(false); }},
-    {"kvaneShowTree", [] { showTableSide(pluginState().treeVisible == 0); }},
-    {"kvaneShowTree_show", [] { showTableSide(true); }},
-    {"kvaneShowTree_hide", [] { showTableSide(false); }},
+    {"kvaneShowLog", [] { showLogSide(pluginState().logVisible == 0); }, "showandhideLog"},
+    {"kvaneShowLog_show", [] { showLogSide(true); }, "showandhideLog"},
+    {"kvaneShowLog_hide", [] { showLogSide(false); }, "showandhideLog"},
+    {"kvaneShowTree", [] { showTableSide(pluginState().treeVisible == 0); }, "showandhideTree"},
+    {"kvaneShowTree_show", [] { showTableSide(true); }, "showandhideTree"},
+    {"kvaneShowTree_hide", [] { showTableSide(false); }, "showandhideTree"},
     {"kvaneActivateAutoclose", [] { pluginState().autoclose = 1; }},
     {"kvaneOpenLogFolder", [] { os::processes().open(pluginState().tempPath); }},
     {"SelectAllBtn_MenuRMBChooser", [] { setAllRows(true); }},
@@ -107,6 +124,7 @@ constexpr ButtonAction kPushbuttons[] = {
     {"SelectNoneBtn_MenuRMBChooser", [] { setAllRows(false); }},
     {"HistoryBtn_MenuRMBChooser", openHistoryDialog},
     {"AddCurrentBtn_MenuRMBChooser", setCurrentRow},
+    {"AddAllDrawingMdlsBtn_MenuRMBChooser", setRowsOfDrawing},
     {"AddAllInstancesBtn_MenuRMBChooser", [] { include(&PluginState::addInstances); }},
     {"AddAllDrawingsBtn_MenuRMBChooser", [] { include(&PluginState::addDrawings); }},
     {"AddAllInheritedBtn_MenuRMBChooser", [] { include(&PluginState::addInherited); }},
@@ -118,6 +136,7 @@ constexpr ButtonAction kCheckbuttons[] = {
     {"kvaneDrwFilter", engine::refreshModelTable},
     {"kvaneInstFilter", engine::refreshModelTable},
     {"kvaneCurModFilter", engine::refreshModelTable},
+    {"kvaneHelp", pressHelp},
     {"kvaneWriteExtData", [] { pluginState().writeExtData = isSet("kvaneWriteExtData") ? 1 : 0; }},
 };
 
@@ -141,9 +160,11 @@ void setStartStates() {
   }
   ProUIProgressbarMinintegerSet(dialog(), "kvaneProgressBar", 0);
   ProUIProgressbarIntegerSet(dialog(), "kvaneProgressBar", 0);
-  const bool server = static_cast<bool>(ProServerActiveGet());
-  report(server ? ProUIPushbuttonEnable(dialog(), "kvaneCheckout") : ProUIPushbuttonDisable(dialog(), "kvaneCheckout"),
-         "kvaneCheckout");
+  const auto server = ProServerActiveGet();
+  const bool workspace = server && ProServerWorkspaceGet(server.value);
+  report(
+      workspace ? ProUIPushbuttonEnable(dialog(), "kvaneCheckout") : ProUIPushbuttonDisable(dialog(), "kvaneCheckout"),
+      "kvaneCheckout");
 }
 
 void prepareLogTree() {
@@ -169,24 +190,14 @@ void prepareColumns() {
   }
 }
 
-// Maps or unmaps the layout of a side; hidden first, shown last.
-void mapSide(const char* layout, bool show) {
-  if (show) {
-    ProUILayoutShow(dialog(), layout);
-    ProUILayoutMappedSet(dialog(), layout);
-  } else {
-    ProUILayoutMappedUnset(dialog(), layout);
-    ProUILayoutHide(dialog(), layout);
-  }
-}
-
 }  // namespace
 
 void prepareMainDialog() {
   ProUIDialogBitmapSet(dialog(), "kvanetool.png");
   report(ProUIDialogCloseActionSet(dialog(), calls(toolClose)), dialog());
   for (const ButtonAction& row : kPushbuttons) {
-    report(ProUIPushbuttonActivateActionSet(dialog(), row.button, calls(row.action)), row.button);
+    report(ProUIPushbuttonActivateActionSet(dialog(), row.button, calls(row.action)),
+           row.fault ? row.fault : row.button);
   }
   for (const ButtonAction& row : kCheckbuttons) {
     report(ProUICheckbuttonActivateActionSet(dialog(), row.button, calls(row.action)), row.button);
@@ -210,16 +221,6 @@ void connectChoosers() {
   for (const Chooser& row : kChoosers) {
     if (ProUIOptionmenuSelectActionSet(dialog(), row.menu, calls(row.action)) != ProNoError) creoLog(row.fault);
   }
-}
-
-void showLogSide(bool show) {
-  mapSide("kvaneLayerLog", show);
-  pluginState().logVisible = show ? 1 : 0;
-}
-
-void showTableSide(bool show) {
-  mapSide("kvaneLayerLeft", show);
-  pluginState().treeVisible = show ? 1 : 0;
 }
 
 }  // namespace ui

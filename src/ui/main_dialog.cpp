@@ -41,12 +41,13 @@ void showLog() {
   if (pluginState().triggerType == 0) logRender();
 }
 
-// A trigger's dialog stays hidden unless its setting shows it.
+// A trigger's dialog stays hidden unless its setting shows it; without graphics there is nobody to show one to.
 void activateDialog() {
   PluginState& state = pluginState();
   creoLog(L"Activate Dialog", kDebug);
   const bool byTrigger = state.triggerType != 0;
   if (byTrigger && state.triggers[static_cast<std::size_t>(state.triggerType - 1)].startShowUI != 1) return;
+  if (!byTrigger && state.workerMode) return;
   state.triggerType = 0;
   if (!ProUIDialogActivate(dialog())) creoLog(L"<KVD> main - Error at ProUIDialogActivate");
 }
@@ -65,15 +66,18 @@ void repaintCreo() {
   ProMacroLoad(L"~ Command `ProCmdViewRepaint`;");
 }
 
-void createDialog() {
+// False without its resource; one that was left standing is taken over.
+bool createDialog() {
   creoProgress(L"<KVD> create dialog");
-  ProUIDialogCreate(dialog(), kDialog);
+  const ProError created = ProUIDialogCreate(dialog(), kDialog);
+  if (created != ProNoError && created != ProExists) return false;
   for (const ProUIDialogTrait trait :
        {ProUIDialogTrait::modeless, ProUIDialogTrait::keepsLayout, ProUIDialogTrait::keepsPosition,
         ProUIDialogTrait::keepsSize, ProUIDialogTrait::resizable}) {
     ProUIDialogTraitSet(dialog(), trait, true);
   }
   ProUIDialogTitleSet(dialog(), L"Kelvane User - " + pluginState().version);
+  return true;
 }
 
 void toggleSides() {
@@ -90,7 +94,7 @@ int toolStart() {
   creoProgress(L"<KVD> start KVD");
   creoProgress(L"<KVD> first write runner log");
   logWrite(text::format(L"Visit Kelvane %i times", state.visitCount), kDebug);
-  createDialog();
+  if (!createDialog()) return 1;
   creoProgress(L"<KVD> set user data");
   state.currentDate = os::localTime(os::clock().seconds(), "%d.%m.%Y %H:%M");
   creoProgress(L"<KVD> add button actions");
@@ -117,6 +121,7 @@ int toolStart() {
 void pressStartEntry() {
   PluginState& state = pluginState();
   if (state.toolOpen) {
+    if (state.workerMode) return;
     ProUIDialogHide(dialog());
     ProUIDialogShow(dialog());
     return;
@@ -146,6 +151,7 @@ void toolClose() {
   for (const char* side : {"kvanefilter", "kvanehistory", "kvaneinfo"}) endDialog(side);
   creoLog(L"UsrCancelAction-2", kDebug);
   engine::unsetRefreshNotifications();
+  engine::abandonRun();  // before a window comes forward that it may wait for
   creoLog(L"UsrCancelAction-3", kDebug);
   endDialog(dialog());
   engine::resetModelTable();
@@ -155,7 +161,6 @@ void toolClose() {
   repaintCreo();
   state.autoclose = 0;
   creoLog(L"UsrCancelAction-5", kDebug);
-  engine::abandonRun();
   logCloseFile();
 }
 

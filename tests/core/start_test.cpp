@@ -5,7 +5,9 @@
 #include <filesystem>
 
 #include "core/state.h"
+#include "headless/proui/ui.h"
 #include "support/world.h"
+#include "text/encoding.h"
 
 namespace {
 
@@ -65,11 +67,30 @@ TEST(Start, OtherWideCharactersAreRefused) {
   EXPECT_EQ(L"<KVD> main - Incorrect size of wchar_t: 4/2.", other.startError());
 }
 
-TEST(Start, WithoutGraphicsTheToolOpensByItsCommandOnly) {
+TEST(Start, WithoutGraphicsTheToolOpensUnseen) {
   World world;
+  world.list("a.xml", "");
   ASSERT_EQ(0, world.start(false));
   EXPECT_TRUE(pluginState().workerMode);
   EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> No Graphics Mode detected\n"));
+  for (int press = 0; press < 2; ++press) {
+    world.openTool();
+    EXPECT_TRUE(pluginState().toolOpen);
+    EXPECT_FALSE(world.session().ui().dialog("kvanerunner")->visible);
+  }
+}
+
+TEST(Start, HelpLiesBesideTheTextFolderWhateverTheConfigurationSays) {
+  for (const char* language : {"en", "de"}) {
+    World world;
+    world.config("kvd_bin_path=d:\\elsewhere\\");
+    world.config(std::string("kvd_lang=") + language);
+    world.start();
+    world.session().runCommand("KVDHelpCmd");
+    const auto& asked = dynamic_cast<os::RecordedProcesses&>(os::processes()).asked();
+    ASSERT_EQ(1U, asked.size());
+    EXPECT_EQ(L"i:\\help\\ol_kvd_help_" + text::fromUtf8(language) + L".exe", asked[0]);
+  }
 }
 
 TEST(Start, ASecondPressBringsTheOpenDialogForward) {
@@ -80,6 +101,18 @@ TEST(Start, ASecondPressBringsTheOpenDialogForward) {
   world.openTool();
   EXPECT_EQ(1, pluginState().visitCount);
   EXPECT_EQ(1, world.session().calls("ProUIDialogHide"));
+}
+
+TEST(Start, AToolWithoutItsDialogCanBeOpenedLater) {
+  World world;
+  world.list("a.xml", "");
+  world.start();
+  world.session().failNext("ProUIDialogCreate", ProGeneralError);
+  world.openTool();
+  EXPECT_FALSE(pluginState().toolOpen);
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"Failure happend\n"));
+  world.openTool();
+  EXPECT_TRUE(pluginState().toolOpen);
 }
 
 TEST(Start, TheSidesComeBackAsTheyWere) {
@@ -95,6 +128,35 @@ TEST(Start, TheSidesComeBackAsTheyWere) {
   world.openTool();
   EXPECT_EQ(0, pluginState().logVisible);
   EXPECT_EQ(1, pluginState().treeVisible);
+}
+
+TEST(Start, ASideFoldsAwayWithAllItHolds) {
+  for (const bool asTree : {true, false}) {
+    World world;
+    world.list("a.xml", "");
+    world.config(asTree ? "kvd_log_as_tree=1" : "kvd_log_as_tree=0");
+    world.start();
+    world.openTool();
+    headless::Ui& ui = world.session().ui();
+    const headless::Dialog& main = *ui.dialog("kvanerunner");
+    const auto shown = [&](std::initializer_list<const char*> names) {
+      std::string text;
+      for (const char* name : names) text += main.shown(name) ? '1' : '0';
+      return text + (main.mapped("kvaneLayerLeft") ? " t" : " -") + (main.mapped("kvaneLayerLog") ? "l" : "-");
+    };
+    const auto table = {"kvaneLayerLeft", "kvaneCurModFilterLbl", "kvanePrtFilter", "kvaneExtFilter", "LargeTable"};
+    const auto log = {"kvaneLayerLog",      "kvaneLayerLogTitle", "kvaneLogLbl", "kvaneLayerLogFilterChooser",
+                      "kvaneOpenLogFolder", "kvaneLogTT",         "kvaneLogTA"};
+    EXPECT_EQ("11111 tl", shown(table));
+    ui.press("kvanerunner", "kvaneShowTree");
+    EXPECT_EQ("00000 -l", shown(table));
+    ui.press("kvanerunner", "kvaneShowLog_hide");
+    EXPECT_EQ("0000000 --", shown(log));
+    ui.press("kvanerunner", "kvaneShowTree_show");
+    ui.press("kvanerunner", "kvaneShowLog");
+    EXPECT_EQ("11111 tl", shown(table));
+    EXPECT_EQ(asTree ? "1111110 tl" : "1111101 tl", shown(log));
+  }
 }
 
 TEST(Start, TheEndRemovesTheLogsAndNothingElse) {

@@ -77,7 +77,28 @@ TEST(Xml, TextsAndTheirTrees) {
       {L"<a x=\"&#65; &apos; & &a&\"/>", L"root(a[x=&#65; &apos; & &a&])"},
       {L"<ä ö=\"ü&amp;\U0001F600\"/>", L"root(ä[ö=ü&\U0001F600])"},
   };
-  for (const auto& [text, expected] : cases) EXPECT_EQ(expected, shapeOf(text)) << text;
+  for (const auto& [text, expected] : cases) {
+    EXPECT_EQ(expected, shapeOf(text)) << text;
+    // What is read in steps of many bytes gives the same far from the end.
+    const std::wstring whole = text;
+    if (whole.ends_with(L'>')) {
+      EXPECT_EQ(expected, shapeOf(whole + std::wstring(64, L' '))) << text;
+    }
+  }
+}
+
+TEST(Xml, AttributesOfAnyLengthComeAgainAsTheyWere) {
+  for (const wchar_t* piece : {L"v", L"ü", L"&amp;", L" ", L"\n", L"=", L"\U0001F600", L">"}) {
+    const std::wstring letters = std::wstring_view(piece) == L"&amp;" ? L"&" : piece;
+    std::wstring task = L"<t", expected = L"t[";
+    for (std::size_t size = 0; size < 40; ++size) {
+      const std::wstring name = std::wstring(1 + size % 5, L'n') + std::to_wstring(size);
+      task += L" " + name + L"=\"" + times(size, piece) + L"\"";
+      expected += (size == 0 ? L"" : L" ") + name + L"=" + times(size, letters);
+    }
+    expected += L"]";
+    EXPECT_EQ(L"root(" + expected + L" " + expected + L" " + expected + L")", shapeOf(times(3, task + L"/>"))) << piece;
+  }
 }
 
 TEST(Xml, NodesAreChainedInDocumentOrder) {
@@ -146,11 +167,12 @@ TEST(Xml, WhatExceedsALimitIsRefusedWithItsLine) {
 }
 
 TEST(Xml, LinesOfNodes) {
-  const auto loaded = core::xmlParse(L"<a>\n\n  <b\n x=\"1\"/><c/>\n</a>\n<d/>");
+  const auto loaded = core::xmlParse(
+      L"<?xml\n?><a>\n\n  <b\n x=\"1\"/><c/>\n</a\n>\n<d x=\"two\nlines\"\n\ty\n=\"2\"/><e/>" + std::wstring(64, L' '));
   std::wstring lines;
   for (const XmlNode* node = loaded.document->root()->next; node; node = node->next)
     lines += std::wstring(node->name) + std::to_wstring(loaded.document->lineOf(*node)) + L" ";
-  EXPECT_EQ(L"a1 b3 c4 d6 ", lines);
+  EXPECT_EQ(L"a2 b4 c5 d8 e11 ", lines);
 }
 
 TEST(Xml, AMillionTagsNeedNoStack) {
@@ -176,6 +198,11 @@ TEST(Xml, Files) {
   const auto loaded = core::xmlLoadFile(L"q:\\list.xml");
   ASSERT_TRUE(loaded);
   EXPECT_EQ(L"root(list[name=Prüfung])", shape(*loaded.document->root()));
+
+  ASSERT_FALSE(os::files().write(L"q:\\list.xml",
+                                 "<list name=\"Pr\xFC"
+                                 "fung \x80\"/>"));  // Windows-1252
+  EXPECT_EQ(L"root(list[name=Prüfung €])", shape(*core::xmlLoadFile(L"q:\\list.xml").document->root()));
 
   ASSERT_FALSE(os::files().write(L"q:\\list.xml", "<a>\n<" + std::string(260, 'n')));
   EXPECT_EQ(L"q:\\list.xml: line 2: a name holds more than 259 characters", core::xmlLoadFile(L"q:\\list.xml").fault);

@@ -114,6 +114,17 @@ TEST_F(Packages, AnUnchangedFileIsUnpackedOnceAndAChangedOneAnew) {
   EXPECT_TRUE(fs::exists(unpacked("models/readme.txt"))) << "a folder that lost a required member isn't whole";
 }
 
+TEST_F(Packages, AMarkerNamesTheTimeWithMillisecondsForSeconds) {
+  pack(file("x.kvz"), requiredMembers());
+  // 2023-02-03 04:05:06.078 UTC
+  const auto written = std::chrono::sys_days{std::chrono::February / 3 / 2023} + std::chrono::hours(4) +
+                       std::chrono::minutes(5) + std::chrono::seconds(6) + std::chrono::milliseconds(78);
+  fs::last_write_time(file("x.kvz"), std::chrono::file_clock::from_sys(written));
+  EXPECT_EQ(Unpacked::ready, unpackPackage("x.kvz"));
+  EXPECT_EQ("f", test::readBytes(unpacked("2023_2_3_4_5_78")));
+  EXPECT_EQ(1, markers());
+}
+
 TEST_F(Packages, WhatIsHostileOrNoZipIsRefusedAndWritesNothing) {
   const std::string whole = [&] {
     pack(file("x.kvz"), requiredMembers());

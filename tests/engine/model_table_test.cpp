@@ -118,6 +118,14 @@ TEST_F(ModelTable, TheMenuAddsInstancesAndDrawings) {
   EXPECT_EQ("BOLT.PRT BOLT_M6.PRT BOLT_M8.PRT SHAFT.DRW SHAFT.PRT UNIT.ASM", rows());
 }
 
+TEST_F(ModelTable, TheMenuChoosesTheRowsOfADrawingsModels) {
+  show(L"SHAFT", ProMdlType::drawing);
+  ui().press(kMain, "SelectNoneBtn_MenuRMBChooser");
+  ui().press(kMain, "AddAllDrawingMdlsBtn_MenuRMBChooser");
+  EXPECT_TRUE(main().checked("SHAFT.PRT_cb"));
+  EXPECT_FALSE(main().checked("SHAFT.DRW_cb"));
+}
+
 TEST_F(ModelTable, AGenericHasItsLooksAsStartAndAsDependency) {
   world.assembly(L"BOX").uses(L"BOLT", ProMdlType::part);
   show(L"BOX", ProMdlType::assembly);

@@ -52,6 +52,20 @@ TEST_F(ModelsInMemory, TheHighestVersionIsCurrentAndASaveWritesTheNextOne) {
   EXPECT_EQ(L"d:\\models\\bracket.prt.11", session().savedDocuments()[0].path);
 }
 
+TEST_F(ModelsInMemory, AReadOnlyModelIsNotSavedNorAreItsInstances) {
+  model("norm.prt.3", std::string(kMass) + R"(, "readOnly": true,
+      "familyTable": {"items": [], "instances": [{"name": "n1", "values": {}}]})");
+  for (const wchar_t* name : {L"NORM", L"N1"}) {
+    const ProMdl part = retrieve(name);
+    ASSERT_EQ(ProNoError, set(part, L"mass", real(4)));
+    EXPECT_EQ(ProGeneralError, ProMdlSave(part)) << name;
+    EXPECT_TRUE(ProMdlModificationVerify(part).value);
+    EXPECT_EQ(L"d:\\models\\norm.prt.4: can't be written: the model is read-only", session().messages().back());
+  }
+  EXPECT_EQ("norm.prt.3", files());
+  EXPECT_TRUE(session().savedDocuments().empty());
+}
+
 TEST_F(ModelsInMemory, ADocumentThatCantBeReadNamesFileLineAndReason) {
   write("models/cut.prt.3", "{\n\"format\": 1,\n\"parameters\": [");
   write("models/kind.prt.1", "{\n\"format\": 1,\n\"readOnly\": \"no\"}");
@@ -141,6 +155,49 @@ TEST_F(ModelsInMemory, SavingOnceMoreReplacesOnlyTheSessionsOwnVersion) {
   EXPECT_NE(std::string::npos, read("models/a.prt.2").find("9.0"));
   EXPECT_EQ(1u, session().savedDocuments().size());
   EXPECT_EQ(read("models/a.prt.2"), session().models().documentText(part).value);
+}
+
+TEST_F(ModelsInMemory, WhatAnotherProgramWroteMeanwhileIsNeverReplaced) {
+  model("a.prt.1", kMass);
+  model("b.prt.1", kMass);
+  const ProMdl part = retrieve(L"A");
+  const auto time = [this] { return std::filesystem::last_write_time(folder_ + "/models"); };
+  const auto foreign = [&](const char* file, bool unseen) {
+    const auto before = time();
+    model(file, R"("description": "foreign")");
+    // A write in the same moment as one of the session's own leaves the folder the time that the session knows.
+    if (unseen) std::filesystem::last_write_time(folder_ + "/models", before);
+  };
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // the folder's time has settled
+  retrieve(L"B");
+  foreign("a.prt.4", false);
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ("d:\\models\\a.prt.5: another program wrote version 4 meanwhile; its changes aren't in this one\n",
+            messages());
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  retrieve(L"A");
+  ASSERT_EQ(ProNotFound, ProMdlRetrieve(L"C", ProMdlType::part).error);
+  foreign("a.prt.6", true);
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  foreign("a.prt.8", false);
+  EXPECT_EQ(ProNoError, session().models().saveReplacing(part));
+  EXPECT_EQ(9, ProMdlDataGet(part).value.version);
+  EXPECT_EQ("a.prt.1 a.prt.4 a.prt.5 a.prt.6 a.prt.7 a.prt.8 a.prt.9 b.prt.1", files());
+  for (const char* file : {"models/a.prt.4", "models/a.prt.6", "models/a.prt.8"})
+    EXPECT_NE(std::string::npos, read(file).find("foreign")) << file;
+  std::filesystem::create_directory(folder_ + "/models/a.prt.10");
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(11, ProMdlDataGet(part).value.version) << "a folder has the number";
+}
+
+TEST_F(ModelsInMemory, AModelIsReadInTheVersionThatAnotherProgramWroteMeanwhile) {
+  model("a.prt.1", kMass);
+  model("b.prt.1", kMass);
+  retrieve(L"A");
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  ASSERT_EQ(ProNotFound, ProMdlRetrieve(L"C", ProMdlType::part).error);
+  model("b.prt.2", R"("parameters": [{"name": "MASS", "type": "double", "value": 7}])");
+  EXPECT_EQ("MASS=7", parameters(retrieve(L"B")));
 }
 
 TEST_F(ModelsInMemory, ADryRunGoesOnAsIfItHadWritten) {

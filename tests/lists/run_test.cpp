@@ -80,6 +80,18 @@ TEST(Run, PartsThenAssembliesThenDrawings) {
             linesWith(world, L"work now on"));
 }
 
+TEST(Run, TheDrawingRefreshGoesBackToItsTabOnlyBehindARowThatWasPassedOver) {
+  for (const bool passedOver : {true, false}) {
+    World world;
+    world.part(passedOver ? L"Z" : L"A");
+    world.drawing(L"M").uses(passedOver ? L"Z" : L"A", ProMdlType::part);
+    world.list("say.xml", say("x"));
+    world.runOn(L"M", ProMdlType::drawing, "say.xml");
+    EXPECT_EQ(L"9 Run finished\n", linesWith(world, L"9 Run finished"));
+    EXPECT_EQ(passedOver, !pluginState().controlName.empty());
+  }
+}
+
 TEST(Run, OneChosenRowOpensNoWindow) {
   World world;
   gearbox(world);

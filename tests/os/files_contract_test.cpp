@@ -45,6 +45,16 @@ TEST_P(FilesContract, WhatIsWrittenIsReadAndReplacesTheOld) {
   EXPECT_EQ("a.txt empty", disk_.tree());
 }
 
+TEST_P(FilesContract, CreatingReplacesNothing) {
+  EXPECT_FALSE(files_->create(L"d:\\a.txt", "first"));
+  EXPECT_FALSE(files_->createFolders(L"d:\\sub"));
+  disk_.link("link", "nowhere");
+  for (const wchar_t* taken : {L"d:\\a.txt", L"d:\\A.TXT", L"d:\\sub", L"d:\\link"})
+    EXPECT_EQ(errc::file_exists, files_->create(taken, "second")) << text::toUtf8(taken);
+  EXPECT_EQ("first", files_->read(L"d:\\a.txt").value);
+  EXPECT_EQ("a.txt link sub/", disk_.tree());
+}
+
 TEST_P(FilesContract, WhatIsNotThereSaysSo) {
   const auto missing = errc::no_such_file_or_directory;
   EXPECT_FALSE(files_->exists(L"d:\\no") || files_->isFolder(L"d:\\no"));
@@ -55,6 +65,7 @@ TEST_P(FilesContract, WhatIsNotThereSaysSo) {
   EXPECT_EQ(missing, files_->rename(L"d:\\no", L"d:\\yes"));
   EXPECT_EQ(missing, files_->list(L"d:\\no").error);
   EXPECT_EQ(missing, files_->write(L"d:\\no\\a", "x"));
+  EXPECT_EQ(missing, files_->create(L"d:\\no\\a", "x"));
   EXPECT_EQ(missing, files_->append(L"d:\\no\\a").error);
   EXPECT_FALSE(files_->removeFolder(L"d:\\no", L"d:\\"));
   EXPECT_EQ("", disk_.tree());

@@ -22,25 +22,25 @@ TEST_F(Check, ExamplePackageIsClean) {
 TEST_F(Check, EachFaultIsPlacedInItsLine) {
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"<task type='delModelParameter' version='3'/>",
-       ":4: unknown action 'delModelParameter'; did you mean 'deleteModelParameter'?"},
-      {"<task type='hammer' version='3'/>", ":4: unknown action 'hammer'"},
-      {"\n<task version='3'/>", ":5: an action without 'type'"},
+       ":4: B0: unknown action 'delModelParameter'; did you mean 'deleteModelParameter'?"},
+      {"<task type='hammer' version='3'/>", ":4: B0: unknown action 'hammer'"},
+      {"\n<task version='3'/>", ":5: B0: an action without 'type'"},
       {"<task type='writeToCreoLog' version='2'/>",
-       ":4: action 'writeToCreoLog' has version '2'; this version carries out '3'"},
+       ":4: B0: action 'writeToCreoLog' has version '2'; this version carries out '3'"},
       {"<task type='saveModel' version='3' forPRT='false'/>",
-       ":4: action 'saveModel' is for no model: forPRT, forASM and forDRW are all missing or 'false'"},
+       ":4: B0: action 'saveModel' is for no model: forPRT, forASM and forDRW are all missing or 'false'"},
       {"<task type='exportStep' version='4' forPRT='true'/>",
-       ":4: action 'exportStep' isn't carried out by this version"},
-      {"<task type='getRegExpCheck' version='3'/>", ":4: action 'getRegExpCheck' does nothing"},
+       ":4: B0: action 'exportStep' isn't carried out by this version"},
+      {"<task type='getRegExpCheck' version='3'/>", ":4: B0: action 'getRegExpCheck' does nothing"},
       {"<task type='openXLSReport' version='3'/>",
-       ":4: action 'openXLSReport' was removed; 'openCSVReport' takes its place"},
+       ":4: B0: action 'openXLSReport' was removed; 'openCSVReport' takes its place"},
       {"<task type='saveModel' version='3' forPRT='true' forEF='true'><filter>\n<f type='isInstanze'/></filter></task>",
-       ":5: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
+       ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
       {"<task type='saveModel' version='3' forPRT='true' forEF='true'><root><f/></root></task>",
-       ":4: a filter item without 'type'"},
+       ":4: B0: a filter item without 'type'"},
       {"<task type='groupActions' version='3'><subtasks>\n<task type='savModel' version='3'/></subtasks></task>",
-       ":5: unknown action 'savModel'; did you mean 'saveModel'?"},
-      {"<task type='groupActions' version='3'/>", ":4: a group without 'subtasks'"},
+       ":5: B0 - G0: unknown action 'savModel'; did you mean 'saveModel'?"},
+      {"<task type='groupActions' version='3'/>", ":4: B0: a group without 'subtasks'"},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},
@@ -53,15 +53,84 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
   }
 }
 
+TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
+  const std::string task = "<task type='writeToCreoLog' version='3' forPRT='true' ";
+  const auto message = [&](const std::string& text) { return task + "message='" + text + "'/>"; };
+  const auto filtered = [&](const std::string& item) {
+    return task + "forEF='true'><filter>\n<item filtertype='true' " + item + "/></filter></task>";
+  };
+  const std::string folder = "<task type='setWorkingDirectory' version='3' path='@project_dir@";
+  const std::string group = "<task type='groupActions' version='3' ";
+  const std::string drawing = group + "reworkMode='2' drwName='A' tmpPath='@project_dir@/forms' tmpName='";
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {message("@mdlm@"), ":4: B0: 'message': unknown token '@mdlm@'; did you mean '@mdln@'?"},
+      {message("mail ann@mill.com @ 5, @mdln@ @date@ %A@x% 50 % @workerdir:C@"), ""},
+      {message("$$prex$3$abc$$"), ":4: B0: 'message': unknown text function '$$prex$'; did you mean 'pre'?"},
+      {message("$$pre$3$abc$$def$ and $$$sub$1$2$x$$"), ""},
+      {message("/^a$$b$/"), ""},
+      {message("%A\nB%"),
+       ":4: B0: 'message': a line break stands inside a name between two '%', behind 'A'; only a blank ends such a "
+       "name"},
+      {message("50 %\n and 20 %, %A%\n%B%"), ""},
+      {folder + "/forms'/>", ""},
+      {folder + "\\FORMS\\'/>", ""},
+      {folder + "/@mdln@'/>", ""},
+      {folder + "/nowhere'/>", ":4: B0: 'path': the package has no folder 'models/nowhere'"},
+      {drawing + "A3'><subtasks/></task>", ""},
+      {drawing + "%FORM%'><subtasks/></task>", ""},
+      {drawing + "A4'><subtasks/></task>", ":4: B0: 'tmpName': the package has no 'models/forms/A4.drw'"},
+      {group + "reworkMode='9'><subtasks/></task>", ":4: B0: groupActions has no rework mode '9'"},
+      {task + "forEF='true'><filter>\n<f type='isInstance'/></filter></task>",
+       ":5: B0: filter 'isInstance' has no 'filtertype': its item holds where the test fails"},
+      {filtered("type='filename'"), ":5: B0: filter 'filename' has no 'filename'"},
+      {filtered("type='filename' filename='/(/'"),
+       ":5: B0: filter 'filename', 'filename': an expression that doesn't compile: '/(/'"},
+      {filtered("type='filename' filename='//'"),
+       ":5: B0: filter 'filename', 'filename': an expression that holds nothing: '//'"},
+      {filtered("type='parameter' param='A' value='/%B%(/'"), ""},
+      {filtered("type='parameter' param='@mdl@' value='1' epsilon='1,5' ncomp=''"),
+       ":5: B0: 'param': unknown token '@mdl@'; did you mean '@mdln@'?\n"
+       "actionlists/clean.xml:5: B0: filter 'parameter', 'epsilon': no number: '1,5'"},
+      {filtered("type='parameter' param='A' value='1' epsilon='-1.5e-3' ncomp='x'"),
+       ":5: B0: filter 'parameter', 'ncomp': no whole number: 'x'"},
+  };
+  file("standards/models/forms/a3.drw.7", "{}");
+  for (const auto& [body, line] : cases) {
+    list("clean.xml", body);
+    const Ended ended = kelvane({"check", path("standards")});
+    EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml" + line + "\n", ended.out) << body;
+  }
+}
+
+TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {
+  const std::string inner = "<task type='savModel' version='3'/>";
+  list("clean.xml",
+       "<task type='isInstance'/>\n<task type='groupActions' version='3'><subtasks>\n" + inner + "</subtasks></task>");
+  EXPECT_EQ(R"([
+  {
+    "file": "actionlists/clean.xml",
+    "line": 6,
+    "text": "unknown action 'savModel'; did you mean 'saveModel'?",
+    "section": "body",
+    "action": 1,
+    "place": "B1 - G0"
+  }
+]
+)",
+            kelvane({"check", path("standards"), "--json"}).out);
+}
+
 TEST_F(Check, MembersAndFilterFilesAreChecked) {
   list("empty.xml", "");
   file("standards/actionlists/empty.xml", "");
   file("standards/filters/parts.xml", "<parts>\n<root/></parts>");
+  file("standards/filters/steel.xml", "<root>\n<item type=\"parametr\" filtertype=\"true\"/></root>");
   std::filesystem::remove(path("standards/reports/readme.txt"));
   std::filesystem::remove(path("standards/system/index.kvane"));
   EXPECT_EQ(
       "actionlists/empty.xml: it holds no element\n"
       "filters/parts.xml:1: element 'parts' is never read; a filter's element is 'root' or 'filter'\n"
+      "filters/steel.xml:2: unknown filter 'parametr'; did you mean 'parameter'?\n"
       "reports/readme.txt: it is missing; 'kelvane pack' adds it\n"
       "system/index.kvane: it is missing; it holds the description\n",
       kelvane({"check", path("standards")}).out);

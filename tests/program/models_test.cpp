@@ -55,6 +55,28 @@ TEST_F(ModelVerbs, ShowTellsTheSheetsTablesAndSymbolsOfADrawing) {
                                  "  edges_iso13715    not used\n"));
 }
 
+TEST_F(ModelVerbs, ShowTellsMaterialsLayersAndStatesOfASolid) {
+  EXPECT_THAT(kelvane({"show", example("workspace"), "HOUSING_LOWER.PRT"}).out,
+              testing::AllOf(testing::HasSubstr("settings\n"
+                                                "  accuracy         absolute 0.01\n"
+                                                "  tolerance class  medium\n"),
+                             testing::HasSubstr("materials\n"
+                                                "  EN-GJL-250                  current\n"
+                                                "    PTC_MASS_DENSITY          7.2e-06 kg/mm^3\n"),
+                             testing::HasSubstr("states\n"
+                                                "  view                       FRONT, TOP, RIGHT, ISO\n"
+                                                "  simplified representation  ENVELOPE, NO_ROUNDS\n"
+                                                "  combined state             MACHINING\n"
+                                                "  cross section              A, B\n"),
+                             testing::HasSubstr("layers\n"
+                                                "  01_DATUMS    blank   0 items\n"
+                                                "  02_MACHINED  normal  2 items\n"
+                                                "  03_ROUNDS    normal  1 item\n"
+                                                "\nlayer states\n"
+                                                "  CASTING    02_MACHINED blank, 03_ROUNDS display\n")));
+  EXPECT_EQ(std::string::npos, kelvane({"show", example("workspace"), "GEAR.DRW"}).out.find("settings"));
+}
+
 TEST_F(ModelVerbs, DamagedDocumentIsNamedWithItsLine) {
   part(L"GOOD");
   file("models/bad.prt.3", "{\n  \"format\": 1,\n  \"parameters\": 7\n}\n");

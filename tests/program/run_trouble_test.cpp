@@ -75,6 +75,19 @@ TEST_F(RunTrouble, TroubledModelsAreCountedAndTheOthersWorked) {
                                              "warning: RING_B.ASM uses NUT.PRT, which isn't there\n"));
 }
 
+TEST_F(RunTrouble, ReadOnlyModelsAreNotSavedAndTheRunSaysSo) {
+  part(L"FIXED").readOnly();
+  const Ended listSaves = run("norm", {"--set", "kvd_check_modifyable=0", "--log", path("log")});
+  EXPECT_EQ(1, listSaves.code);
+  EXPECT_THAT(listSaves.err, testing::HasSubstr("error: FIXED.prt.2: can't be written: the model is read-only\n"));
+  EXPECT_EQ("done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=1 warnings=0", recapOf(listSaves));
+  EXPECT_THAT(readBytes(path("log")), testing::HasSubstr("Failure while save model"));
+  const Ended allSaved = run("unsaved", {"--set", "kvd_check_modifyable=0", "--save", "all"});
+  EXPECT_EQ(1, allSaved.code);
+  EXPECT_EQ("done  models=1 changed=0 unchanged=0 skipped=0 failed=1 saved=0  errors=0 warnings=0", recapOf(allSaved));
+  EXPECT_FALSE(std::filesystem::exists(models() + "/FIXED.prt.2"));
+}
+
 TEST_F(RunTrouble, ErrorLinesAreShownUpToTheLimitAndMakeTheExitCode) {
   part(L"A");
   part(L"B");

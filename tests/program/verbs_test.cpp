@@ -48,10 +48,12 @@ TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
 TEST_F(Verbs, ListsShowsDescriptionsInColumns) {
   const Ended ended = kelvane({"lists", example("packages/standards")});
   EXPECT_EQ(
-      "inventory.xml    Counts the models and names the generics and the steel parts in Creo's message area. Changes "
+      "drawing_check.xml  Checks drawings sheet by sheet, and the models behind them: numbers, sizes, scales.\n"
+      "                   Changes nothing.\n"
+      "inventory.xml      Counts the models and names the generics and the steel parts in Creo's message area. Changes "
       "nothing.\n"
-      "title_block.xml  Gives every model the parameters of the title block and saves it.\n"
-      "                 Skeletons are left out; instances get them from their generics.\n",
+      "title_block.xml    Gives every model the parameters of the title block and saves it.\n"
+      "                   Skeletons are left out; instances get them from their generics.\n",
       ended.out);
 }
 

@@ -23,4 +23,9 @@ std::wstring_view solidExtension(creo::ProMdl model);
 // Does this group or one around it work on the model? Then it isn't to be taken out of memory.
 bool isUnderWork(creo::ProMdl model);
 
+// Is it a value of `reworkMode`?
+bool isGroupMode(std::wstring_view value);
+// Do the tasks of a group in that mode run on the group's own model?
+bool groupKeepsModel(std::wstring_view value);
+
 }  // namespace actions

@@ -63,6 +63,12 @@ constexpr Mode kModes[] = {
     {L"7", &runOnRepresentation, true},
 };
 
+const Mode* findMode(std::wstring_view value) {
+  const auto* mode =
+      std::find_if(std::begin(kModes), std::end(kModes), [&](const Mode& m) { return m.value == value; });
+  return mode == std::end(kModes) ? nullptr : mode;
+}
+
 // A group for all kinds of models without a filter of its own runs as it is, without a model too.
 bool isUnfiltered(const Task& task) {
   const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
@@ -82,10 +88,8 @@ Outcome groupActions(const Task& task) {
                    core::kError);
     return done;
   }
-  const std::wstring_view value = task.attribute(L"reworkMode");
-  const auto* mode =
-      std::find_if(std::begin(kModes), std::end(kModes), [&](const Mode& m) { return m.value == value; });
-  if (mode == std::end(kModes)) return done;
+  const Mode* mode = findMode(task.attribute(L"reworkMode"));
+  if (!mode) return done;
   if (mode->needsModel && !task.model())
     core::logWrite(L"This function need a model to get worked on it", core::kError);
   else
@@ -112,6 +116,13 @@ std::wstring_view solidExtension(creo::ProMdl model) {
 bool isUnderWork(creo::ProMdl model) {
   const auto& models = modelsUnderWork();
   return std::find(models.begin(), models.end(), model) != models.end();
+}
+
+bool isGroupMode(std::wstring_view value) { return findMode(value) != nullptr; }
+
+bool groupKeepsModel(std::wstring_view value) {
+  const Mode* mode = findMode(value);
+  return mode && (mode->run == &runPlain || mode->run == &runLoop || mode->run == &runEachSheet);
 }
 
 std::span<const ActionFunction> groupActionsFamily() { return kActions; }

@@ -35,7 +35,7 @@ class InstanceVisit {
  private:
   void work(const creo::ProFaminstance& row, int depth) {
     core::logIndented(row.name, core::kNormal, 1);
-    const auto built = creo::ProFaminstanceRetrieve(row);
+    const auto built = creo::ProFaminstanceCreate(row);
     if (!built) return core::logWrite(L"Can't create Instance", core::kError);
     const creo::ProMdl instance = built.value;
     if (nested_) run(instance, depth + 1);

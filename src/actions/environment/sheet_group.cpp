@@ -98,8 +98,12 @@ void runOnSheet(const Task& task, int sheet) {
   creo::SolidGuard current(drawing);
   const auto solid = solidOfSheet(drawing, sheet);
   if (solid) {
-    if (const auto name = creo::ProMdlNameGet(*solid)) core::logIndented(name.value, core::kNormal, 2);
-    current.change(*solid);
+    const auto name = creo::ProMdlNameGet(*solid);
+    core::logIndented(name.value, core::kNormal, 2);
+    if (current.change(*solid) != creo::ProNoError) {
+      core::logWrite(text::format(L"Can't make %s the current model", name.value), core::kError);
+      return;
+    }
   } else if (!task.isTrue(L"framelessSheets")) {
     core::logWrite(L"No model found", core::kError);
     return;

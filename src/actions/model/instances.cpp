@@ -1,6 +1,7 @@
 #include "actions/model/instances.h"
 
 #include "core/log.h"
+#include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "documents/predicates.h"
 
@@ -26,6 +27,28 @@ std::optional<engine::Outcome> passInstances(const engine::Task& task, bool& gen
             documents::isGeneric(task.model()) == documents::kTrue;
   if (generic) core::logMsgId(kIsGenericMessage, core::kNormal, 1);
   return std::nullopt;
+}
+
+bool visitInstances(creo::ProMdl generic,
+                    creo::FunctionRef<void(const creo::ProFaminstance& instance, creo::ProMdl model)> visit) {
+  const auto table = creo::ProFamtableInit(generic);
+  if (table.error == creo::ProNotFound) return true;
+  const auto type = creo::ProMdlTypeGet(generic);
+  if (!table || !type) return false;
+  bool all = true;
+  const creo::ProError result = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
+    const bool wasThere = static_cast<bool>(creo::ProMdlInit(instance.name, type.value));
+    const auto model = creo::ProFaminstanceCreate(instance);
+    if (!model) {
+      core::logWrite(L"Can't create Instance", core::kError);
+      all = false;
+      return creo::ProNoError;
+    }
+    visit(instance, model.value);
+    if (!wasThere) creo::ProMdlErase(model.value);
+    return creo::ProNoError;
+  });
+  return all && (result == creo::ProNoError || result == creo::ProNotFound);
 }
 
 }  // namespace actions

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "creo/ProFamtable.h"
 #include "engine/task.h"
 
 namespace actions {
@@ -11,5 +12,10 @@ namespace actions {
 // the reason. Instances and generics are named in the log. generic: set to whether the model is a part or an assembly
 // with a family table and forInstances is "true".
 std::optional<engine::Outcome> passInstances(const engine::Task& task, bool& generic);
+
+// Each instance of a model's own family table, built in memory for the time of the call. One that can't be built has
+// its line and is passed over; one that was in memory stays there. False: not all of them were visited.
+bool visitInstances(creo::ProMdl generic,
+                    creo::FunctionRef<void(const creo::ProFaminstance& instance, creo::ProMdl model)> visit);
 
 }  // namespace actions

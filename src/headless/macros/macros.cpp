@@ -1,6 +1,10 @@
 #include "headless/macros/macros.h"
 
+#include <algorithm>
+
+#include "headless/model/family.h"
 #include "headless/session/state.h"
+#include "text/encoding.h"
 #include "text/format.h"
 #include "text/pieces.h"
 
@@ -56,12 +60,32 @@ struct MacroRun {
     state.notify(told);
   }
 
+  // The dialog of the family table: the parameter that is chosen in its list becomes a column when it is inserted.
+  [[nodiscard]] bool familyTableDialog(const Step& step) const {
+    static constexpr std::wstring_view kDialogs[] = {L"ftb_edit_table", L"ftb_delete_item", L"params_dlg"};
+    if (step.names.empty() || std::find(std::begin(kDialogs), std::end(kDialogs), step.names[0]) == std::end(kDialogs))
+      return false;
+    if (step.verb == L"Select" && step.names.size() == 4 && step.names[1] == L"ParamsPHLay.ParTable")
+      macros.chosenRow_ = step.names[2];
+    if (step.verb == L"Activate" && step.names.size() == 2 && step.names[1] == L"PBInsert") insertChosenColumn();
+    return true;
+  }
+  void insertChosenColumn() const {
+    constexpr std::wstring_view kRow = L"row";
+    Session::State& state = session.state();
+    const Model* model = state.models.find(state.windows.model(state.windows.current()));
+    FamilyTableRecord* table = model ? model->document->tableOf(model->row) : nullptr;
+    if (!table || !macros.chosenRow_.starts_with(kRow)) return;
+    const std::string column = text::toUtf8(macros.chosenRow_.substr(kRow.size()));
+    if (addColumn(*table, creo::ProFamitemType::parameter, column) == creo::ProNoError)
+      model->document->touch(model->row);
+  }
+
   [[nodiscard]] bool command(const std::wstring& name) const {
     static constexpr std::pair<std::wstring_view, void (MacroRun::*)() const> kCommands[] = {
-        {L"ProCmdViewRepaint", &MacroRun::nothing},
-        {L"ProCmdDwgUpdateSheets", &MacroRun::nothing},
-        {L"ProCmdDwgRegenDraft", &MacroRun::nothing},
-        {L"ProCmdDwgTblRegUpd", &MacroRun::updateTables},
+        {L"ProCmdViewRepaint", &MacroRun::nothing},   {L"ProCmdDwgUpdateSheets", &MacroRun::nothing},
+        {L"ProCmdDwgRegenDraft", &MacroRun::nothing}, {L"ProCmdDwgTblRegUpd", &MacroRun::updateTables},
+        {L"ProCmdMmFamTab", &MacroRun::nothing},
     };
     for (const auto& [known, run] : kCommands) {
       if (known != name) continue;
@@ -79,7 +103,7 @@ struct MacroRun {
       macros.pageControl_ = step.names[1].substr(0, step.names[1].size() - kPageControlEnd.size());
       return true;
     }
-    return false;
+    return familyTableDialog(step);
   }
 };
 

@@ -31,6 +31,7 @@ class Macros {
   std::vector<std::wstring> ran_, unknown_;
   std::unordered_set<std::wstring> reported_;
   std::wstring pageControl_ = L"page_Layout";
+  std::wstring chosenRow_;  // of the parameters that a family table may take
 };
 
 }  // namespace headless

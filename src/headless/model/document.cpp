@@ -93,6 +93,11 @@ const ModelDocument::RelationNames& ModelDocument::relationNames() {
   return *relationNames_;
 }
 
+std::string symbolOf(const DimensionRecord& dimension) {
+  if (!dimension.symbol.empty()) return dimension.symbol;
+  return (dimension.reference ? "rd" : "d") + std::to_string(dimension.id);
+}
+
 std::wstring documentFileName(const ModelDocument& document, int version) {
   return version > 0 ? document.fileStem + L'.' + std::to_wstring(version) : document.fileStem;
 }

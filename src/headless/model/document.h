@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "creo/ProTypes.h"
+#include "headless/model/feature_tree.h"
 #include "headless/store/document.h"
 
 namespace headless {
@@ -35,6 +36,7 @@ class ModelDocument {
   // Rows were added or taken away.
   void rowsChanged() { rowsByName_.clear(); }
 
+  FeatureTree tree;
   // Null for none.
   const DimensionRecord* dimension(int id, bool reference);
 
@@ -59,6 +61,8 @@ class ModelDocument {
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
 };
 
+// What a dimension is called in relations: its symbol, else "d12" or "rd12".
+std::string symbolOf(const DimensionRecord& dimension);
 // "bracket.prt.3"
 std::wstring documentFileName(const ModelDocument& document, int version);
 // Sets the rows' parents after reading.

@@ -62,6 +62,12 @@ void setRowValue(ModelDocument& document, RowRecord& row, ProFamitemType type, s
     row.values.push_back({table.items.list[column].name, std::move(value)});
 }
 
+bool hasColumn(const ModelDocument& document, const RowRecord* row, ProFamitemType type, std::string_view name) {
+  for (; row; row = row->parent)
+    if (columnAt(*document.tableAbove(row), type, name) != NameIndex::kNone) return true;
+  return false;
+}
+
 creo::ProError addColumn(FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
   if (columnAt(table, type, name) != NameIndex::kNone) return creo::ProExists;
   ColumnRecord& column = table.items.list.emplace_back();
@@ -70,24 +76,40 @@ creo::ProError addColumn(FamilyTableRecord& table, ProFamitemType type, std::str
   return creo::ProNoError;
 }
 
+RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, ProFamitemType type, std::string_view name) {
+  const std::size_t column = columnAt(*document.tableAbove(&row), type, name);
+  if (column == NameIndex::kNone) return {};
+  return {true, valueAt(row, column, name) != NameIndex::kNone};
+}
+
+bool removeColumn(ModelDocument& document, FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
+  const std::size_t column = columnAt(table, type, name);
+  if (column == NameIndex::kNone) return false;
+  for (const auto& row : table.instances) {
+    const std::size_t value = valueAt(*row, column, name);
+    if (value == NameIndex::kNone) continue;
+    row->values.erase(row->values.begin() + static_cast<std::ptrdiff_t>(value));
+    document.touch(row.get());
+  }
+  table.items.list.erase(table.items.list.begin() + static_cast<std::ptrdiff_t>(column));
+  table.items.index.drop();
+  return true;
+}
+
 void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view name) {
-  const auto from = [&](FamilyTableRecord& table) {
-    const std::size_t column = columnAt(table, type, name);
-    if (column == NameIndex::kNone) return;
-    for (const auto& row : table.instances) {
-      const std::size_t value = valueAt(*row, column, name);
-      if (value == NameIndex::kNone) continue;
-      row->values.erase(row->values.begin() + static_cast<std::ptrdiff_t>(value));
-      document.touch(row.get());
-    }
-    table.items.list.erase(table.items.list.begin() + static_cast<std::ptrdiff_t>(column));
-    table.items.index.drop();
-  };
   if (!document.record.familyTable) return;
-  from(*document.record.familyTable);
+  removeColumn(document, *document.record.familyTable, type, name);
   eachRow(*document.record.familyTable, [&](RowRecord& row) {
-    if (row.familyTable) from(*row.familyTable);
+    if (row.familyTable) removeColumn(document, *row.familyTable, type, name);
   });
+}
+
+std::optional<bool> yesOrNo(const Scalar& value) {
+  if (const bool* there = std::get_if<bool>(&value)) return *there;
+  const auto* word = std::get_if<std::string>(&value);
+  if (word && sameName(*word, "Y")) return true;
+  if (word && sameName(*word, "N")) return false;
+  return {};
 }
 
 std::wstring rowFault(const ModelDocument& document, const RowRecord& row) {
@@ -112,11 +134,10 @@ std::wstring genericName(const Model& model) {
 std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
   const Scalar* value = rowValue(*model.document, model.row, ProFamitemType::component, component.name);
   if (value) {
-    if (const bool* there = std::get_if<bool>(value); there && !*there) return {};
-    if (const auto* other = std::get_if<std::string>(value)) {
-      if (sameName(*other, "N")) return {};
-      if (!sameName(*other, "Y")) return modelName(text::fromUtf8(*other)).name;
-    }
+    const auto there = yesOrNo(*value);
+    if (there && !*there) return {};
+    if (const auto* other = std::get_if<std::string>(value); other && !there)
+      return modelName(text::fromUtf8(*other)).name;
   }
   return modelName(text::fromUtf8(component.name)).name;
 }

@@ -1,6 +1,7 @@
 // What rows of family tables mean for the models they stand for.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,10 +15,22 @@ const Scalar* rowValue(const ModelDocument& document, const RowRecord* row, creo
 // Gives the row a value, adding the column to its table where there is none.
 void setRowValue(ModelDocument& document, RowRecord& row, creo::ProFamitemType type, std::string_view name,
                  Scalar value);
+// Does the table that the row hangs in, or one above it, have the column?
+bool hasColumn(const ModelDocument& document, const RowRecord* row, creo::ProFamitemType type, std::string_view name);
 // ProExists: the column is there.
 creo::ProError addColumn(FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
-// Takes a column away with all values in it.
+// Is there such a column in the table that lists the row, and has the row a value of its own in it?
+struct RowColumn {
+  bool isColumn = false, hasValue = false;
+};
+RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, creo::ProFamitemType type,
+                    std::string_view name);
+// Takes a column away with all values in it: of one table (false: it isn't there), or of all.
+bool removeColumn(ModelDocument& document, FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
 void removeColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view name);
+
+// What a column of features or components says: true or "Y", false or "N". Nothing for any other value.
+std::optional<bool> yesOrNo(const Scalar& value);
 
 // Why the row can't be built, with the column's name; empty: it can.
 std::wstring rowFault(const ModelDocument& document, const RowRecord& row);

@@ -17,7 +17,18 @@ using creo::ProError;
 using creo::ProMdl;
 using creo::ProMdlType;
 
-Models::Models(ModelsHost host, std::wstring folder)
+namespace {
+
+// Numbers in a row that are taken although no document shows it: folders, say. Then saving gives up.
+constexpr int kMostTaken = 100;
+
+DocumentFile fileOf(const ModelDocument& document, int version) {
+  return {document.name, document.type, version, documentFileName(document, version)};
+}
+
+}  // namespace
+
+Models::Models(ModelsHost host, const std::wstring& folder)
     : host_(std::move(host)),
       store_(host_.withholdSaves),
       working_(os::asFolder(os::withBackslashes(folder))),
@@ -101,18 +112,35 @@ ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
+  if (document.record.readOnly) {
+    message(cantWriteReadOnly(document.folder + documentFileName(document, newestVersion(document) + 1)));
+    return creo::ProGeneralError;
+  }
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
-  // A file that another program wrote meanwhile isn't overwritten.
-  const DocumentFile* newest = store_.folder(document.folder).find(document.name, document.type);
-  const int version = std::max(document.version, newest ? newest->version : 0) + 1;
-  if (const ProError error = write(document, version)) {
-    if (isNew) document.folder.clear();
-    return error;
+  Folder& folder = store_.folder(document.folder);
+  const std::string bytes = writeDocument(document.record);
+  int newest = newestVersion(document), version = newest + 1;
+  std::error_code error = store_.create(folder, fileOf(document, version), bytes);
+  // Another program took the number meanwhile; the folder's list doesn't show it yet.
+  for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
+    folder.forget();
+    newest = newestVersion(document);
+    version = std::max(newest, version) + 1;
+    error = store_.create(folder, fileOf(document, version), bytes);
   }
+  const std::wstring path = document.folder + documentFileName(document, version);
+  if (error) {
+    if (isNew) document.folder.clear();
+    message(cantWrite(path, error));
+    return creo::ProGeneralError;
+  }
+  if (!isNew && newest > document.version)
+    message(
+        text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
   document.version = document.writtenVersion = version;
-  document.markSaved();
-  host_.saved({document.name, document.type, version, document.folder + documentFileName(document, version)});
+  noteSaved(document, version);
+  host_.saved({document.name, document.type, version, path});
   return creo::ProNoError;
 }
 
@@ -121,20 +149,25 @@ ProError Models::saveReplacing(ProMdl handle) {
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
   if (document.writtenVersion == 0) return creo::ProNotFound;
-  if (const ProError error = write(document, document.writtenVersion)) return error;
-  document.markSaved();
+  if (newestVersion(document) > document.writtenVersion) return save(handle);
+  const DocumentFile file = fileOf(document, document.writtenVersion);
+  if (const auto error = store_.replace(store_.folder(document.folder), file, writeDocument(document.record))) {
+    message(cantWrite(document.folder + file.fileName, error));
+    return creo::ProGeneralError;
+  }
+  noteSaved(document, document.writtenVersion);
   return creo::ProNoError;
 }
 
-ProError Models::write(ModelDocument& document, int version) {
-  Folder& folder = store_.folder(document.folder);
-  const DocumentFile file{document.name, document.type, version, documentFileName(document, version)};
-  if (const std::error_code error = store_.write(folder, file, writeDocument(document.record))) {
-    message(cantWrite(folder.path() + file.fileName, error));
-    return creo::ProGeneralError;
-  }
-  if (document.record.familyTable) folder.enterInstances(file, document.rowNames());
-  return creo::ProNoError;
+int Models::newestVersion(const ModelDocument& document) {
+  const DocumentFile* newest = store_.folder(document.folder).find(document.name, document.type);
+  return std::max(document.version, newest ? newest->version : 0);
+}
+
+void Models::noteSaved(ModelDocument& document, int version) {
+  document.markSaved();
+  if (document.record.familyTable)
+    store_.folder(document.folder).enterInstances(fileOf(document, version), document.rowNames());
 }
 
 bool Models::changeFolder(std::wstring_view path) {

@@ -46,7 +46,7 @@ struct ModelsHost {
 
 class Models {
  public:
-  Models(ModelsHost host, std::wstring folder);
+  Models(ModelsHost host, const std::wstring& folder);
 
   // ---- for programs and tests
   [[nodiscard]] std::vector<ModelInMemory> list() const;
@@ -68,8 +68,8 @@ class Models {
   // As erase, with all that it uses; what another model in memory uses and what `stays` names is left, with what that
   // uses.
   creo::ProError eraseAll(creo::ProMdl model, creo::FunctionRef<bool(creo::ProMdl)> stays);
-  // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It has
-  // no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file.
+  // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It
+  // has no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file.
   creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);
   // Each once, in the document's order; an instance leaves out or replaces components by its row.
   [[nodiscard]] static std::vector<creo::ProDependency> dependencies(const Model& model);
@@ -99,7 +99,9 @@ class Models {
   // The models in memory that a model uses, its generic among them.
   [[nodiscard]] std::vector<const Model*> usedBy(const Model& model) const;
   creo::ProError readTemplate(std::wstring_view name, ModelRecord& into);
-  creo::ProError write(ModelDocument& document, int version);
+  // The highest number of the document's files and the one that it was read from.
+  int newestVersion(const ModelDocument& document);
+  void noteSaved(ModelDocument& document, int version);
   std::vector<Folder*> searched();
 
   ModelsHost host_;

@@ -105,6 +105,23 @@ ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* r
   return nullptr;
 }
 
+Got<ProParamvalue> parameterOfRow(const ModelDocument& document, const RowRecord& row, std::string_view name) {
+  const ParameterRecord* record = findParameter(document, &row, name);
+  if (!record) return creo::ProNotFound;
+  const Scalar* value = rowValue(document, &row, ProFamitemType::parameter, name);
+  return fromScalar(value && fitsType(*value, record->type) ? *value : record->value, record->type);
+}
+
+ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_view name, const ProParamvalue& value) {
+  const ParameterRecord* record = findParameter(document, &row, name);
+  if (!record) return creo::ProNotFound;
+  Scalar wanted = toScalar(value);
+  if (value.type != record->type || isDefault(wanted)) return creo::ProBadInputs;
+  setRowValue(document, row, ProFamitemType::parameter, name, std::move(wanted));
+  document.touch(&row);
+  return creo::ProNoError;
+}
+
 Got<Parameters::Owner> Parameters::owner(const ProModelitem& item) const {
   Owner out;
   out.model = models_.find(item.owner);

@@ -13,6 +13,14 @@ namespace headless {
 // The first parameter of that name that the document, or a row of it, has; null for none.
 ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* row, std::string_view name);
 
+// What a row makes of a parameter: its own value, or that of the rows and the model above it. ProNotFound: the model
+// has no such parameter.
+creo::Got<creo::ProParamvalue> parameterOfRow(const ModelDocument& document, const RowRecord& row,
+                                              std::string_view name);
+// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter.
+creo::ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_view name,
+                                 const creo::ProParamvalue& value);
+
 // A parameter where it is kept.
 struct ParameterPlace {
   Model* model = nullptr;

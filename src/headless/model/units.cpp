@@ -74,13 +74,17 @@ constexpr Row kUnits[] = {
 
 // How large a system's own length, mass and time are in metre, kilogram and second, and which temperature it uses.
 struct System {
-  std::string_view name;
+  std::string_view name, fullName;
   double length, mass, time;
   std::string_view temperature;
 };
 constexpr System kSystems[] = {
-    {"mmKs", 1e-3, 1, 1, "C"},   {"mmNs", 1e-3, 1e3, 1, "C"},      {"mks", 1, 1, 1, "K"},
-    {"cgs", 1e-2, 1e-3, 1, "C"}, {"inlbs", kInch, kPound, 1, "F"}, {"fps", 12 * kInch, kPound, 1, "F"},
+    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C"},
+    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C"},
+    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K"},
+    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C"},
+    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F"},
+    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F"},
 };
 
 const Row* rowOf(std::string_view name) {
@@ -136,6 +140,13 @@ double inSystem(double value, std::string_view unit, std::string_view system) {
                std::pow(target->time, scale->powers[2]);
   if (scale->powers[3] != 0 && target->temperature == "F") own *= std::pow(5.0 / 9, scale->powers[3]);
   return scale->factor == own ? value : value * (scale->factor / own);
+}
+
+std::string systemName(std::string_view system) {
+  if (system.empty()) return std::string(kSystems[0].fullName);
+  for (const System& one : kSystems)
+    if (one.name == system) return std::string(one.fullName);
+  return std::string(system);
 }
 
 }  // namespace headless

@@ -22,6 +22,7 @@ class Events {
  public:
   void set(creo::ProNotifyType type, creo::ProNotificationHandler handler) { handlers_[type] = std::move(handler); }
   bool unset(creo::ProNotifyType type) { return handlers_.erase(type) > 0; }
+  [[nodiscard]] bool isHeard(creo::ProNotifyType type) const { return handlers_.contains(type); }
   void queue(Event event) { queue_.push_back(std::move(event)); }
   std::optional<Event> next();
   // Calls the handler that hangs there now, if one does. The text of an exception that left it; empty: none did.

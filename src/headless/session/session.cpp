@@ -115,10 +115,12 @@ void Session::settle() {
     explicit Settling(bool& f) : flag(f) { flag = true; }
     ~Settling() { flag = false; }
   } settling(state_->settling);
-  for (int worked = 0;; ++worked) {
+  for (int worked = 0;;) {
     if (worked == kEventLimit) throw std::runtime_error("a million events without an end");
     if (const auto event = state_->events.next()) {
       creo::ProNotification told = event->notification;
+      // Nobody answers what nobody hears, so it is no part of a loop, however many models a run displays.
+      if (state_->events.isHeard(told.type)) ++worked;
       if (event->activates) {
         if (!state_->windows.has(told.window)) continue;  // closed meanwhile
         state_->windows.setCurrent(told.window);
@@ -126,6 +128,7 @@ void Session::settle() {
       }
       state_->notify(told);
     } else if (state_->macros.waiting()) {
+      ++worked;
       state_->macros.runStep(*this);
     } else {
       return;

@@ -14,5 +14,8 @@ std::wstring cantRead(const std::wstring& path, std::error_code error) {
 std::wstring cantWrite(const std::wstring& path, std::error_code error) {
   return text::format(L"%s: can't be written: %s", path, text::fromUtf8(error.message()));
 }
+std::wstring cantWriteReadOnly(const std::wstring& path) {
+  return text::format(L"%s: can't be written: the model is read-only", path);
+}
 
 }  // namespace headless

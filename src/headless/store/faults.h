@@ -13,5 +13,7 @@ std::wstring cantRead(const std::wstring& path, const JsonFault& fault);
 // "d:\models\bracket.prt.3: can't be read: Permission denied"
 std::wstring cantRead(const std::wstring& path, std::error_code error);
 std::wstring cantWrite(const std::wstring& path, std::error_code error);
+// "d:\models\bracket.prt.4: can't be written: the model is read-only"
+std::wstring cantWriteReadOnly(const std::wstring& path);
 
 }  // namespace headless

@@ -101,13 +101,8 @@ std::optional<DocumentFile> documentFile(std::wstring_view fileName) {
 }
 
 const DocumentFile* Folder::find(std::wstring_view name, ProMdlType type) {
-  if (!listed_) list();
-  const std::wstring key = modelKey(name, type);
-  auto found = files_.find(key);
-  if (found == files_.end()) {
-    refreshIfNewer();
-    found = files_.find(key);
-  }
+  refresh();
+  const auto found = files_.find(modelKey(name, type));
   return found == files_.end() ? nullptr : &found->second;
 }
 
@@ -138,8 +133,8 @@ void Folder::list() {
   for (const DocumentFile& file : withheld_) add(file);
 }
 
-void Folder::refreshIfNewer() {
-  if (unsettled_ || stampOf(path_).text != stamp_) list();
+void Folder::refresh() {
+  if (!listed_ || unsettled_ || stampOf(path_).text != stamp_) list();
 }
 
 void Folder::add(const DocumentFile& file) {
@@ -218,11 +213,19 @@ os::Result<std::string> Store::read(const std::wstring& path) const {
   return os::files().read(path);
 }
 
-std::error_code Store::write(Folder& folder, const DocumentFile& file, std::string_view bytes) {
+std::error_code Store::create(Folder& folder, const DocumentFile& file, std::string_view bytes) {
+  return put(folder, file, bytes, &os::Files::create);
+}
+
+std::error_code Store::replace(Folder& folder, const DocumentFile& file, std::string_view bytes) {
+  return put(folder, file, bytes, &os::Files::write);
+}
+
+std::error_code Store::put(Folder& folder, const DocumentFile& file, std::string_view bytes, Writing writing) {
   const std::wstring path = folder.path() + file.fileName;
   if (withhold_) {
     withheld_[path] = bytes;
-  } else if (const std::error_code error = os::files().write(path, bytes)) {
+  } else if (const std::error_code error = (os::files().*writing)(path, bytes)) {
     return error;
   }
   folder.enter(file, !withhold_);

@@ -1,5 +1,6 @@
-// Folders of model documents. A folder is listed once and kept; what the session itself writes is entered by hand, what
-// others write is seen when a name isn't found and the folder has a newer time.
+// Folders of model documents. A folder's list is kept as long as the folder's time stands; what the session itself
+// writes is entered by hand. What others write at the very moment of such a write may stay unseen until the folder
+// changes again: who writes a new version creates its file, which shows a number that is taken.
 #pragma once
 
 #include <memory>
@@ -54,7 +55,7 @@ class Folder {
 
  private:
   void list();
-  void refreshIfNewer();
+  void refresh();
   void add(const DocumentFile& file);
   std::wstring path_;
   bool listed_ = false, unsettled_ = false, instancesKnown_ = false;
@@ -85,9 +86,14 @@ class Store {
   explicit Store(bool withhold) : withhold_(withhold) {}
   Folder& folder(std::wstring_view path);
   os::Result<std::string> read(const std::wstring& path) const;
-  std::error_code write(Folder& folder, const DocumentFile& file, std::string_view bytes);
+  // A new document: file_exists where a file of that name is there.
+  std::error_code create(Folder& folder, const DocumentFile& file, std::string_view bytes);
+  // One that this session wrote.
+  std::error_code replace(Folder& folder, const DocumentFile& file, std::string_view bytes);
 
  private:
+  using Writing = std::error_code (os::Files::*)(std::wstring_view path, std::string_view bytes);
+  std::error_code put(Folder& folder, const DocumentFile& file, std::string_view bytes, Writing writing);
   bool withhold_;
   std::unordered_map<std::wstring, std::unique_ptr<Folder>> folders_;
   std::unordered_map<std::wstring, std::string> withheld_;  // bytes by path

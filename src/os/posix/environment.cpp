@@ -62,7 +62,7 @@ std::optional<std::wstring> configurationFolder() {
 
 std::optional<std::wstring> environment(std::wstring_view name) {
   if (const std::string known = knownName(text::toUtf8(name)); !known.empty()) {
-    return text::fromUtf8(std::getenv(known.c_str()));
+    return text::fromUtf8(variable(known.c_str()));
   }
   if (text::equalNoCase(name, L"username")) return userName();
   if (text::equalNoCase(name, L"appdata")) return configurationFolder();

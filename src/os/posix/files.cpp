@@ -93,13 +93,28 @@ class TemporaryFile {
   std::error_code become(const std::string& target) {
     if (::rename(path_.c_str(), target.c_str()) != 0) return lastError();
     path_.clear();
-    // The content is in place; a folder that can't be flushed is no failure of the writing.
-    const Descriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.number() >= 0) ::fsync(folder.number());
+    flushFolder();
+    return {};
+  }
+
+  // Fails where the target is there, without a moment between the look and the deed.
+  std::error_code becomeNew(const std::string& target) {
+    if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+      path_.clear();
+    } else if ((errno != EINVAL && errno != ENOSYS) || ::link(path_.c_str(), target.c_str()) != 0) {
+      return lastError();  // a disk that knows neither way can't promise it
+    }
+    flushFolder();
     return {};
   }
 
  private:
+  // The content is in place; a folder that can't be flushed is no failure of the writing.
+  void flushFolder() const {
+    const Descriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.number() >= 0) ::fsync(folder.number());
+  }
+
   std::string folder_;
   std::string path_;
 };
@@ -114,6 +129,14 @@ std::error_code writeWhole(std::string target, std::string_view bytes) {
   TemporaryFile temporary(parentOf(target));
   if (const auto error = temporary.fill(bytes, old)) return error;
   return temporary.become(target);
+}
+
+std::error_code writeNew(const std::string& target, std::string_view bytes) {
+  const Found old = lookAtLink(target);
+  if (old.error != kNoSuch) return old.error ? old.error : kInTheWay;
+  TemporaryFile temporary(parentOf(target));
+  if (const auto error = temporary.fill(bytes, old)) return error;
+  return temporary.becomeNew(target);
 }
 
 class DiskAppender : public Appender {
@@ -194,6 +217,10 @@ class DiskFiles : public Files {
   Result<std::string> read(std::wstring_view path) override { return readWhole(machine(path)); }
   std::error_code write(std::wstring_view path, std::string_view bytes) override {
     return writeWhole(machine(path), bytes);
+  }
+
+  std::error_code create(std::wstring_view path, std::string_view bytes) override {
+    return writeNew(machine(path), bytes);
   }
 
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override {

@@ -73,7 +73,10 @@ std::string Mounts::machine(std::wstring_view path) const {
   for (const std::wstring& part : partsOf(path)) names.push_back(machineName(part));
 
   std::string exact = found;
-  for (const std::string& name : names) exact = withSlash(std::move(exact)) + name;
+  for (const std::string& name : names) {
+    exact = withSlash(std::move(exact));
+    exact += name;
+  }
   if (isThere(exact)) return exact;
   bool lost = false;
   for (const std::string& name : names) {

@@ -1,0 +1,73 @@
+#include "kelvane/captured_log.h"
+
+#include "core/log.h"
+#include "core/state.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/pieces.h"
+
+namespace kelvane {
+namespace {
+
+// A letter that nothing is mounted under.
+constexpr std::wstring_view kLogFolder = L"l:\\";
+
+class MemoryAppender : public os::Appender {
+ public:
+  explicit MemoryAppender(std::string& into) : into_(into) {}
+  std::error_code write(std::string_view bytes) override {
+    into_ += bytes;
+    return {};
+  }
+
+ private:
+  std::string& into_;
+};
+
+class LogInMemory : public os::FilesWrapper {
+ public:
+  LogInMemory(os::Files& under, std::string& into) : FilesWrapper(under), into_(into) {}
+  bool exists(std::wstring_view path) override { return !path.starts_with(kLogFolder) && FilesWrapper::exists(path); }
+  os::Result<std::unique_ptr<os::Appender>> append(std::wstring_view path) override {
+    if (!path.starts_with(kLogFolder)) return FilesWrapper::append(path);
+    os::Result<std::unique_ptr<os::Appender>> result;
+    result.value = std::make_unique<MemoryAppender>(into_);
+    return result;
+  }
+
+ private:
+  std::string& into_;
+};
+
+}  // namespace
+
+CapturedLog::CapturedLog() : disk_(os::surroundings().files) {
+  core::logReset();
+  core::pluginState().reset();
+  core::pluginState().tempPath = kLogFolder;
+  os::surroundings().files = std::make_shared<LogInMemory>(*disk_, bytes_);
+}
+
+CapturedLog::~CapturedLog() {
+  core::logReset();
+  core::pluginState().reset();
+  os::surroundings().files = disk_;
+}
+
+std::vector<LogLine> CapturedLog::takeTrouble() {
+  std::vector<LogLine> lines;
+  for (const std::wstring& wide : text::lines(text::fromUtf8(std::exchange(bytes_, {})))) {
+    const std::string line = text::toUtf8(wide);
+    if (!line.starts_with("1(") && !line.starts_with("2(")) continue;
+    // "2(ERR)  0  -  - text": section and number, then action and model, which are empty here.
+    std::size_t at = line.find(" - ");
+    if (at != line.npos) at = line.find("- ", at + 3);
+    LogLine& taken = lines.emplace_back();
+    taken.level = line[0] - '0';
+    taken.text = at == line.npos ? line : line.substr(at + 2);
+    taken.text.erase(0, taken.text.find_first_not_of(' '));
+  }
+  return lines;
+}
+
+}  // namespace kelvane

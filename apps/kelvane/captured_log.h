@@ -1,0 +1,32 @@
+// The plug-in's log, kept in memory, for verbs that ask the plug-in without loading it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "os/files_wrapper.h"
+
+namespace kelvane {
+
+struct LogLine {
+  int level = 0;
+  std::string text;  // without level, place and action
+};
+
+// While it lives log lines go nowhere else. The plug-in's state is that of its start, before and after.
+class CapturedLog {
+ public:
+  CapturedLog();
+  ~CapturedLog();
+  CapturedLog(const CapturedLog&) = delete;
+  CapturedLog& operator=(const CapturedLog&) = delete;
+  // What was written since the last call: warnings and errors.
+  std::vector<LogLine> takeTrouble();
+
+ private:
+  std::shared_ptr<os::Files> disk_;
+  std::string bytes_;
+};
+
+}  // namespace kelvane

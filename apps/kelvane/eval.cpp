@@ -1,0 +1,113 @@
+// kelvane eval: what a text, or a filter, gives on a model.
+#include <filesystem>
+#include <fstream>
+
+#include "documents/filter.h"
+#include "engine/variables.h"
+#include "kelvane/captured_log.h"
+#include "kelvane/fault.h"
+#include "kelvane/filter_explanation.h"
+#include "kelvane/model_folder.h"
+#include "kelvane/package_source.h"
+#include "kelvane/verb.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string fileBytes(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  if (!file) throw Fault(path.string() + " can't be read");
+  return bytes;
+}
+
+// A file, or "PACKAGE/NAME": a filter of a package, with or without "filters/" and ".xml".
+std::string filterBytes(const std::string& written) {
+  std::error_code error;
+  const fs::path path(written);
+  if (fs::is_regular_file(path, error)) return fileBytes(path);
+  std::string name = path.filename().string();
+  fs::path package = path.parent_path();
+  if (package.filename() == "filters") package = package.parent_path();
+  if (package.empty() || !fs::exists(package, error)) throw Fault("there is no filter " + written);
+  const std::unique_ptr<PackageSource> source = openPackage(package.string());
+  return source->read("filters/" + chosenName(name, filters(*source), "filter"));
+}
+
+// User variables for the text; they go with the object.
+class GivenVariables {
+ public:
+  explicit GivenVariables(const std::vector<std::string>& written) {
+    for (const std::string& one : written) {
+      const std::size_t sign = one.find('=');
+      if (sign == one.npos || sign == 0) throw Fault("--user: '" + one + "' is no NAME=VALUE");
+      engine::userVariables().set(text::fromUtf8(one.substr(0, sign)), text::fromUtf8(one.substr(sign + 1)));
+    }
+  }
+  ~GivenVariables() { engine::userVariables().clear(); }
+  GivenVariables(const GivenVariables&) = delete;
+  GivenVariables& operator=(const GivenVariables&) = delete;
+};
+
+class Eval : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    return {{"folder", "DIR", "folder of models", &folder_},
+            {"model", "NAME.EXT", "the model", &model_},
+            {"text", "TEXT", "a text with variables", &texts_},
+            {"--filter", "FILE", "a filter file, or PACKAGE/NAME: how it decides, item by item", &filter_},
+            {"--user", "NAME=VALUE", "a user variable", &variables_}};
+  }
+
+  int run(Console& console) override {
+    if (texts_.size() != (filter_.empty() ? 1u : 0u)) {
+      throw Fault(filter_.empty() ? "eval: one text is needed, or --filter"
+                                  : "eval: a text and --filter don't go together");
+    }
+    const std::string filter = filter_.empty() ? std::string() : filterBytes(filter_);
+    const GivenVariables variables(variables_);
+    headless::Session session(lookingAt(mountModels(folder_)));
+    CapturedLog log;
+    const creo::ProMdl model = retrieved(session, model_);
+    // Creo has the model open when a list works on it.
+    creo::ProMdlDisplay(model);
+    const int code = filter_.empty() ? evaluateText(model, log, console) : evaluateFilter(filter, model, log, console);
+    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
+    return code;
+  }
+
+ private:
+  int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
+    const engine::Replaced result = engine::replaceVariables(text::fromUtf8(texts_.front()), model);
+    for (const LogLine& line : log.takeTrouble()) {
+      console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
+    }
+    if (result.hasText()) console.result(text::toUtf8(result.text));
+    return result ? kFine : kErrors;
+  }
+
+  int evaluateFilter(const std::string& bytes, creo::ProMdl model, CapturedLog& log, Console& console) const {
+    const core::XmlLoaded loaded = core::xmlParse(text::fromTextFile(bytes));
+    if (!loaded) throw Fault(filter_ + ": " + text::toUtf8(loaded.fault));
+    const core::XmlNode* block = documents::filterFileBlock(*loaded.document);
+    if (!block) throw Fault(filter_ + ": it holds no element");
+    const FilterExplanation told = explainFilter(*block, model, [&log] { return log.takeTrouble(); });
+    for (const std::string& line : told.lines) console.result(line);
+    console.result(console.inked(told.holds ? Ink::green : Ink::red, told.holds ? "holds" : "refuses") + ": " +
+                   told.reason);
+    return told.holds ? kFine : kErrors;
+  }
+
+  std::string folder_, model_, filter_;
+  std::vector<std::string> texts_, variables_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeEval() { return std::make_unique<Eval>(); }
+
+}  // namespace kelvane

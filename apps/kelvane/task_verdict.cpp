@@ -1,0 +1,126 @@
+#include "kelvane/task_verdict.h"
+
+#include <map>
+
+#include "actions/environment/group_modes.h"
+#include "creo/ProMdl.h"
+#include "documents/filter.h"
+#include "engine/dispatch.h"
+#include "kelvane/filter_explanation.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+using core::XmlNode;
+
+std::wstring_view valueOf(const XmlNode& node, std::wstring_view name) {
+  const core::XmlAttr* found = core::attrFind(node.attributes, name);
+  return found ? found->value : std::wstring_view();
+}
+bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(node.attributes, name) != nullptr; }
+
+class Judge {
+ public:
+  explicit Judge(creo::ProMdl model) : model_(model), modelType_(creo::ProMdlTypeGet(model).value) {}
+  std::vector<TaskVerdict> verdicts;
+
+  void task(const XmlNode& node, const std::string& place, const std::string& outer) {
+    const std::size_t at = verdicts.size();
+    TaskVerdict verdict;
+    verdict.place = place;
+    verdict.type = text::toUtf8(valueOf(node, L"type"));
+    if (outer.empty()) {
+      judge(node, verdict);
+    } else {
+      verdict.reason = outer;
+    }
+    verdicts.push_back(verdict);
+    if (verdict.type == "groupActions")
+      group(node, place, outer.empty() && !verdicts[at].runs ? "its group doesn't run" : outer);
+  }
+
+ private:
+  void group(const XmlNode& node, const std::string& place, std::string outer) {
+    const std::wstring_view mode = valueOf(node, L"reworkMode");
+    if (outer.empty() && !actions::groupKeepsModel(mode)) outer = "its group runs it on other models";
+    bool found = false;
+    core::xmlEachChild(node, [&](const XmlNode& child) {
+      if (found || child.name != L"subtasks") return;
+      found = true;
+      int index = -1;
+      core::xmlEachChild(child, [&](const XmlNode& inner) {
+        ++index;
+        if (inner.name == L"task") task(inner, place + " - G" + std::to_string(index), outer);
+      });
+    });
+  }
+
+  // Reasons in the order in which the dispatch and the frame of an action ask.
+  void judge(const XmlNode& node, TaskVerdict& verdict) {
+    if (has(node, L"deak") && valueOf(node, L"deak") != L"false") return void(verdict.reason = "it is switched off");
+    const std::wstring_view type = valueOf(node, L"type");
+    const engine::ActionRow* row = engine::findAction(type);
+    if (!row) {
+      verdict.reason =
+          documents::isPredicate(type) ? "it is a filter: its answer is dropped" : "there is no such action";
+      return;
+    }
+    if (!row->function || row->group == engine::Group::knownEmpty) {
+      return void(verdict.reason = "this version doesn't carry it out");
+    }
+    const std::string wanted = wantedVersion(verdict.type), given = text::toUtf8(valueOf(node, L"version"));
+    if (given != wanted)
+      return void(verdict.reason = "its version is '" + given + "', this version carries out '" + wanted + "'");
+    verdict.runs = isOpenGroup(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
+    if (verdict.runs && verdict.type == "groupActions" && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
+      verdict.runs = false;
+      verdict.reason = "there is no such rework mode";
+    }
+  }
+
+  // A group for all kinds of models, without a filter of its own, doesn't ask.
+  static bool isOpenGroup(const XmlNode& node, const std::string& type) {
+    if (type != "groupActions" || valueOf(node, L"forEF") == L"true") return false;
+    for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW"}) {
+      if (valueOf(node, name) == L"false") return false;
+    }
+    return true;
+  }
+
+  bool typeFits(const XmlNode& node, TaskVerdict& verdict) const {
+    const std::wstring_view name = documents::typeSwitch(modelType_);
+    if (name.empty() || (has(node, name) && valueOf(node, name) != L"false")) return true;
+    verdict.reason = text::toUtf8(name) + (has(node, name) ? " is 'false'" : " is missing");
+    return false;
+  }
+
+  bool filterFits(const XmlNode& node, TaskVerdict& verdict) const {
+    if (valueOf(node, L"forEF") != L"true") return true;
+    FilterExplanation told = explainFilter(node, model_);
+    verdict.reason = (told.holds ? "its filter holds: " : "its filter refuses: ") + told.reason;
+    verdict.details = std::move(told.lines);
+    return told.holds;
+  }
+
+  creo::ProMdl model_;
+  creo::ProMdlType modelType_;
+};
+
+}  // namespace
+
+std::vector<TaskVerdict> judgeSection(const core::XmlNode& section, char letter, creo::ProMdl model) {
+  Judge judge(model);
+  int index = -1;
+  core::xmlEachChild(section, [&](const XmlNode& node) { judge.task(node, letter + std::to_string(++index), ""); });
+  return std::move(judge.verdicts);
+}
+
+std::string wantedVersion(const std::string& type) {
+  static const std::map<std::string, std::string> others = {
+      {"reportUniversal", "4"}, {"editSimpRep", "4"}, {"exportStep", "4"}, {"setAppearanceFromRGB", "5"}};
+  const auto other = others.find(type);
+  return other == others.end() ? "3" : other->second;
+}
+
+}  // namespace kelvane

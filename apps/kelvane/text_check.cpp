@@ -1,0 +1,116 @@
+#include "kelvane/text_check.h"
+
+#include <algorithm>
+
+#include "engine/compare.h"
+#include "engine/known_tokens.h"
+#include "kelvane/nearest.h"
+#include "text/encoding.h"
+#include "text/pieces.h"
+
+namespace kelvane {
+namespace {
+
+constexpr std::wstring_view kSigns = L"%\u00A7";
+constexpr std::wstring_view kFunctionSign = L"$$";
+
+bool isLetter(wchar_t c) { return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || c == L'_'; }
+
+std::vector<std::string> narrowed(std::span<const std::wstring_view> words) {
+  std::vector<std::string> all;
+  for (const std::wstring_view word : words) all.push_back(text::toUtf8(word));
+  return all;
+}
+
+bool isKnown(std::span<const std::wstring_view> words, std::wstring_view word) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+// "@word@" of letters, which nothing else than a token looks like.
+void findTokens(std::wstring_view text, std::vector<std::string>& faults) {
+  for (std::size_t at = text.find(L'@'); at != text.npos;) {
+    std::size_t end = at + 1;
+    while (end < text.size() && isLetter(text[end])) ++end;
+    if (end == at + 1 || end == text.size() || text[end] != L'@') {
+      at = text.find(L'@', at + 1);
+      continue;
+    }
+    const std::wstring_view token = text.substr(at, end + 1 - at);
+    if (!isKnown(engine::knownTokens(), token)) {
+      const std::string shown = text::toUtf8(token);
+      faults.push_back("unknown token '" + shown + "'" + didYouMean(shown, narrowed(engine::knownTokens())));
+    }
+    at = text.find(L'@', end + 1);
+  }
+}
+
+// A known function runs to the next "$$"; what merely closes nothing is dropped by the engine without harm.
+void findFunctions(std::wstring_view text, std::vector<std::string>& faults) {
+  if (text.starts_with(L'/') && text.ends_with(L'/')) return;  // the sign is an expression's there
+  for (std::size_t at = text.find(kFunctionSign); at != text.npos; at = text.find(kFunctionSign, at)) {
+    at += kFunctionSign.size();
+    std::size_t end = at;
+    while (end < text.size() && isLetter(text[end])) ++end;
+    if (end == at || end == text.size() || text[end] != L'$') continue;
+    const std::wstring_view name = text.substr(at, end - at);
+    if (!isKnown(engine::knownFunctions(), name)) {
+      const std::string shown = text::toUtf8(name);
+      faults.push_back("unknown text function '$$" + shown + "$'" +
+                       didYouMean(shown, narrowed(engine::knownFunctions())));
+    } else {
+      const std::size_t close = text.find(kFunctionSign, end);
+      if (close == text.npos) return;
+      at = close + kFunctionSign.size();
+    }
+  }
+}
+
+// A name ends at its closing sign, and a blank before it says that the sign was just a sign. A line break doesn't: it
+// becomes a part of the name.
+void findBrokenNames(std::wstring_view text, std::vector<std::string>& faults) {
+  for (const wchar_t sign : kSigns) {
+    for (std::size_t at = text.find(sign); at != text.npos; at = text.find(sign, at + 1)) {
+      const std::size_t end = text.find_first_of(std::wstring({sign, L' '}), at + 1);
+      if (end == text.npos || text[end] != sign || end == at + 1) continue;
+      const std::wstring_view name = text.substr(at + 1, end - at - 1);
+      const std::size_t broken = name.find_first_of(L"\r\n");
+      if (broken != name.npos) {
+        faults.push_back("a line break stands inside a name between two '" + text::toUtf8(std::wstring(1, sign)) +
+                         "', behind '" + text::toUtf8(name.substr(0, broken)) + "'; only a blank ends such a name");
+      }
+      at = end;
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> templateFaults(std::wstring_view text) {
+  std::vector<std::string> faults;
+  findTokens(text, faults);
+  findFunctions(text, faults);
+  findBrokenNames(text, faults);
+  return faults;
+}
+
+bool hasVariables(std::wstring_view text) {
+  if (text.find(kFunctionSign) != text.npos && !(text.starts_with(L'/') && text.ends_with(L'/'))) return true;
+  for (const wchar_t sign : std::wstring(kSigns) + L'@') {
+    const std::size_t first = text.find(sign);
+    if (first != text.npos && text.find(sign, first + 1) != text.npos) return true;
+  }
+  return false;
+}
+
+std::string patternFault(std::wstring_view text) {
+  if (engine::wildcardCompare(text, L"") >= 0) return {};
+  return text.size() < 3 ? "an expression that holds nothing" : "an expression that doesn't compile";
+}
+
+bool isInteger(std::wstring_view text) { return engine::wildcardCompare(engine::kIntegerPattern, text) == 1; }
+
+bool isNumber(std::wstring_view text) {
+  return engine::wildcardCompare(L"/^-?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?$/", text) == 1;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,190 @@
+// Actions that take parameters away.
+#include <unordered_map>
+#include <unordered_set>
+
+#include "actions/families.h"
+#include "actions/model/instances.h"
+#include "actions/model/parameter_values.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProFamtable.h"
+#include "creo/ProFeature.h"
+#include "creo/ProMdl.h"
+#include "creo/ProParameter.h"
+#include "engine/compare.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using namespace creo;
+
+constexpr int kDeleteTitle = 96, kDeleteFeatureTitle = 221;
+constexpr int kSearchInName = 97, kSearchInValue = 98, kDeleted = 99;
+constexpr int kNotInTable = 100, kColumnFailed = 101, kColumnDeleted = 102;
+constexpr int kDeleteFailed = 103, kParameterNeedsIt = 104, kFunctionNeedsIt = 105, kRelationNeedsIt = 106;
+constexpr int kMostEntries = 100;
+constexpr std::wstring_view kNumberPattern = L"/(?i)\\d+\\.{0,1}\\d*/";
+
+bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
+
+// Whether an entry names a value. Nothing: the kind can't be compared.
+std::optional<bool> namesValue(std::wstring_view entry, const ProParamvalue& value) {
+  switch (value.type) {
+    case ProParamvalueType::boolean:
+      return namesTruth(entry, value.boolean);
+    case ProParamvalueType::string:
+      return entry == value.string;
+    case ProParamvalueType::integer:
+      return matches(kIntegerPattern, entry) ? text::parseInt(entry) == value.integer : matches(entry, textOf(value));
+    case ProParamvalueType::real:
+      return matches(kNumberPattern, entry) ? text::parseDouble(entry) == value.real : matches(entry, textOf(value));
+    case ProParamvalueType::noteId:
+      core::logWrite(L"Deletion test of NoteID is not supported", core::kError);
+      return std::nullopt;
+    case ProParamvalueType::none:
+      break;
+  }
+  return false;
+}
+
+// The entries of a list and how they are searched, read once for all parameters.
+class Search {
+ public:
+  explicit Search(const Task& task) : how_(task.attribute(L"searchin")) {
+    for (const int index : task.numbers(L"name_", kMostEntries)) entries_.push_back(*task.numbered(L"name_%d", index));
+    if (how_ == L"1") core::logMsgId(kSearchInName, core::kNormal, 1);
+    if (how_ == L"2") core::logMsgId(kSearchInValue, core::kNormal, 1);
+  }
+
+  [[nodiscard]] bool finds(const ProParameter& parameter) const {
+    if (how_ != L"1" && how_ != L"2") {
+      core::logWrite(L"Error in xml", core::kError);
+      return false;
+    }
+    const auto value = how_ == L"2" ? ProParameterValueGet(parameter) : Got<ProParamvalue>(ProNotFound);
+    if (how_ == L"2" && !value) return false;
+    for (const std::wstring_view entry : entries_) {
+      const auto fits = how_ == L"1" ? std::optional(matches(entry, parameter.id)) : namesValue(entry, value.value);
+      if (!fits) return false;
+      if (*fits) return true;
+    }
+    return false;
+  }
+
+ private:
+  std::wstring_view how_;
+  std::vector<std::wstring_view> entries_;
+};
+
+ProError removeColumn(ProMdl model, const ProParameter& parameter) {
+  const auto table = ProFamtableInit(model);
+  if (!table) return ProNoFamtable;
+  const auto item = ProParameterToFamtableItem(parameter);
+  return item ? ProFamtableItemRemove(table.value, item.value) : item.error;
+}
+
+void deleteColumn(ProMdl model, const ProParameter& parameter) {
+  const ProError result = removeColumn(model, parameter);
+  if (result == ProNoError)
+    core::logMsgId(kColumnDeleted, core::kNormal, 2);
+  else if (result == ProNotFound)
+    core::logMsgPlain(kColumnFailed, core::kError);
+  else
+    core::logMsgPlain(kNotInTable, core::kWarning);
+}
+
+// True: it is gone.
+bool deleteWhole(const ProParameter& parameter) {
+  if (ProParameterDelete(parameter) == ProNoError) {
+    core::logMsgId(kDeleted, core::kNormal, 2);
+    return true;
+  }
+  int message = kDeleteFailed;
+  if (const auto driver = ProParameterDriverGet(parameter)) {
+    if (driver.value == ProParameterDriver::parameter) message = kParameterNeedsIt;
+    if (driver.value == ProParameterDriver::function) message = kFunctionNeedsIt;
+    if (driver.value == ProParameterDriver::relation) message = kRelationNeedsIt;
+  }
+  core::logWrite(text::format(core::msgText(message), parameter.id), core::kError);
+  return false;
+}
+
+// Works an owner's parameters; work says whether it deleted its one. That moves the later ones of that name up by one.
+ProError visitAndDelete(const ProModelitem& owner, FunctionRef<bool(const ProParameter&)> work) {
+  std::unordered_map<std::wstring, int, text::HashNoCase, text::EqualNoCase> gone;
+  return ProParameterVisit(owner, [&](const ProParameter& found) {
+    ProParameter parameter = found;
+    if (const auto before = gone.find(found.id); before != gone.end()) parameter.ordinal -= before->second;
+    if (work(parameter)) ++gone[found.id];
+    return ProNoError;
+  });
+}
+
+// All of an owner's parameters that the search finds go, or their columns alone.
+ProError deleteFound(const Task& task, const Search& search, const ProModelitem& owner) {
+  const bool onlyColumn = task.isTrue(L"oiFamtab");
+  return visitAndDelete(owner, [&](const ProParameter& parameter) {
+    if (!search.finds(parameter)) return false;
+    core::logIndented(parameter.id, core::kNormal, 2);
+    if (!onlyColumn) return deleteWhole(parameter);
+    deleteColumn(task.model(), parameter);
+    return false;
+  });
+}
+
+bool went(ProError visited) { return visited == ProNoError || visited == ProNotFound; }
+
+Outcome deleteModelParameter(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kDeleteTitle)})) return *ended;
+  bool generic = false;
+  if (const auto ended = passInstances(task, generic)) return *ended;
+  const auto owner = ProMdlToModelitem(task.model());
+  if (!owner) {
+    core::logWrite(L"Failure while ProMdlToMdlitem", core::kError);
+    return failed;
+  }
+  return went(deleteFound(task, Search(task), owner.value)) ? done : failed;
+}
+
+Outcome deleteFeatureParameter(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kDeleteFeatureTitle)})) return *ended;
+  bool generic = false;
+  if (const auto ended = passInstances(task, generic)) return *ended;
+  const Search search(task);
+  const ProError visited = ProSolidFeatVisit(task.model(), [&](const ProFeature& feature) {
+    const ProError result = deleteFound(task, search, {ProItemType::feature, feature.id, feature.owner, {}});
+    return went(result) ? ProNoError : result;
+  });
+  return went(visited) ? done : failed;
+}
+
+// Of parameters of one name the first stays.
+Outcome deleteDoubleDefinedParameters(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"delete double defined parameters"})) return *ended;
+  const auto owner = ProMdlToModelitem(task.model());
+  if (!owner) return done;
+  std::unordered_set<std::wstring> seen;
+  visitAndDelete(owner.value, [&](const ProParameter& parameter) {
+    if (seen.insert(parameter.id).second) return false;
+    core::logIndented(L"delete " + parameter.id, core::kNormal, 1);
+    if (ProParameterDelete(parameter) == ProNoError) return true;
+    core::logWrite(text::format(core::msgText(kDeleteFailed), parameter.id), core::kError);
+    return false;
+  });
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"deleteModelParameter", &deleteModelParameter},
+                                       {L"deleteKEParameter", &deleteFeatureParameter},
+                                       {L"deleteDoubleDefinedParameters", &deleteDoubleDefinedParameters}};
+
+}  // namespace
+
+std::span<const ActionFunction> deleteParameterActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,128 @@
+// Actions that change values, types and names of parameters.
+#include "actions/families.h"
+#include "actions/model/instances.h"
+#include "actions/model/materials.h"
+#include "actions/model/parameter_edit.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "documents/predicates.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProModelitem;
+
+constexpr int kEditTitle = 107, kEditNameTitle = 319;
+constexpr int kSearchInName = 97, kSearchInValue = 98, kReworkInstance = 308, kInstanceRefused = 5;
+constexpr int kMostNameVisits = 12;
+constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
+
+// A parameter that a visit doesn't list is reached by its name.
+void editUnlisted(ParameterEditContext& context, const ProModelitem& owner) {
+  if (context.editHandled) return;
+  const Replaced name = replaceVariables(context.currentAction.attribute(L"name"), context.currentModel);
+  if (!name) return;
+  if (const auto parameter = creo::ProParameterInit(owner, name.text)) editParameterValue(context, parameter.value);
+}
+
+// One pass: as many visits as its conversions ask for. False: a visit ended early.
+bool runPass(ParameterEditContext& context, const ProModelitem& owner, ParameterEditContext::Pass pass) {
+  context.editPass = pass;
+  context.visitRepeats = 1;
+  if (pass == ParameterEditContext::retype) context.editHits = 0;
+  for (int i = 0; i < context.visitRepeats; ++i) {
+    context.editHandled = false;
+    if (!visitAndEdit(context, owner)) return false;
+    editUnlisted(context, owner);
+  }
+  context.visitRepeats = 1;
+  return true;
+}
+
+bool runBothPasses(ParameterEditContext& context, const ProModelitem& owner) {
+  return runPass(context, owner, ParameterEditContext::retype) &&
+         runPass(context, owner, ParameterEditContext::setValue);
+}
+
+void logSearch(const Task& task) {
+  core::logMsgId(task.attribute(L"searchin") == L"1" ? kSearchInName : kSearchInValue, core::kNormal, 1);
+}
+
+// Each instance's own value, those of nested tables too.
+void editInstances(ParameterEditContext& context, creo::ProMdl generic) {
+  visitInstances(generic, [&](const creo::ProFaminstance& instance, creo::ProMdl model) {
+    core::logIndented(text::format(core::msgText(kReworkInstance), instance.name), core::kNormal, 1);
+    const creo::ProMdl before = context.currentModel;
+    context.currentModel = model;
+    context.editHandled = false;
+    if (const auto owner = creo::ProMdlToModelitem(model)) {
+      visitAndEdit(context, owner.value);
+      editUnlisted(context, owner.value);
+    }
+    editInstances(context, model);
+    context.currentModel = before;
+  });
+}
+
+Outcome editModelParameter(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kEditTitle)})) return *ended;
+  bool generic = false;
+  if (const auto ended = passInstances(task, generic)) return *ended;
+  const auto owner = creo::ProMdlToModelitem(task.model());
+  if (!owner) {
+    core::logWrite(kNoOwner, core::kError);
+    return failed;
+  }
+  logSearch(task);
+  ParameterEditContext context{.currentAction = task, .currentModel = task.model()};
+  if (!runBothPasses(context, owner.value)) return failed;
+  if (task.attribute(L"searchin") == L"1" && context.editHits == 0) {
+    core::logIndented(L"Could be alternative one, check that", core::kNormal, 2);
+    const Replaced name = task.text(L"name");
+    const auto parameter = name ? creo::ProParameterInit(owner.value, name.text) : creo::ProNotFound;
+    if (parameter && findAndEditParameter(context, parameter.value) != creo::ProNoError) return failed;
+  }
+  if (task.isTrue(L"genAllInst")) editInstances(context, task.model());
+  return done;
+}
+
+Outcome editMaterialParameter(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Edit material parameter"})) return *ended;
+  if (documents::isInstance(task.model()) == documents::kTrue) {
+    core::logMsgPlain(kInstanceRefused, core::kWarning);
+    return done;
+  }
+  const auto owner = currentMaterial(task.model(), core::kWarning);
+  if (!owner) return done;
+  logSearch(task);
+  ParameterEditContext context{.currentAction = task, .currentModel = task.model()};
+  return runBothPasses(context, *owner) ? done : failed;
+}
+
+Outcome editModelParameterName(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kEditNameTitle)})) return *ended;
+  const auto owner = creo::ProMdlToModelitem(task.model());
+  if (!owner) {
+    core::logWrite(kNoOwner, core::kError);
+    return failed;
+  }
+  ParameterEditContext context{.currentAction = task, .currentModel = task.model()};
+  context.rename = true;
+  context.familyAware = true;
+  for (int i = 0; i < context.visitRepeats && i < kMostNameVisits; ++i)
+    if (!visitAndEdit(context, owner.value)) return failed;
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"editModelParameter", &editModelParameter},
+                                       {L"editMaterialParameter", &editMaterialParameter},
+                                       {L"editModelParameterName", &editModelParameterName}};
+
+}  // namespace
+
+std::span<const ActionFunction> editParameterActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,210 @@
+#include "actions/model/parameter_edit.h"
+
+#include "actions/model/parameter_convert.h"
+#include "actions/model/parameter_values.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace creo;
+
+constexpr int kSetFailed = 1, kBooleanFailed = 71, kDoubleFailed = 72, kIntegerFailed = 73;
+constexpr int kRelationDriven = 313, kFunctionDriven = 314, kParameterDriven = 315;
+constexpr int kReplacementFailed = 316, kNoDouble = 317, kNoInteger = 318;
+constexpr std::size_t kExpressionSize = 81;
+constexpr std::wstring_view kNotEditable = L"This parameter is not editable (not completely created)";
+
+// The line of a value that couldn't be read or compared.
+void error(std::wstring_view text) { core::logWrite(text, core::kError); }
+
+enum class Fit { no, yes, endVisit };
+Fit fits(bool condition) { return condition ? Fit::yes : Fit::no; }
+
+// Numbers of a renaming are read as they are, those of an edit must look like one.
+Fit integerFits(const ParameterEditContext& context, std::wstring_view wanted, int value) {
+  if (context.rename) {
+    const auto number = text::readInt(wanted);
+    if (number.fault == text::NumberFault::none) return fits(number.value == value);
+    error(L"Failure can't cast integer value");
+    return Fit::no;
+  }
+  if (engine::wildcardCompare(engine::kIntegerPattern, wanted) == 1) return fits(text::parseInt(wanted) == value);
+  core::logWrite(text::format(L"%s - Integer can't compared with not a number", wanted), core::kWarning);
+  return Fit::no;
+}
+
+Fit doubleFits(const ParameterEditContext& context, std::wstring_view wanted, double value) {
+  if (context.rename) {
+    const auto number = text::readDouble(wanted);
+    if (number.fault == text::NumberFault::none) return fits(number.value == value);
+    error(L"Failure can't cast double value");
+    return Fit::no;
+  }
+  if (engine::wildcardCompare(engine::kDoublePattern, wanted) == 1) return fits(text::parseDouble(wanted) == value);
+  core::logWrite(text::format(L"%s - Double can't compared with not a number", wanted), core::kWarning);
+  return Fit::no;
+}
+
+Fit valueFits(const ParameterEditContext& context, std::wstring_view wanted, const ProParameter& parameter) {
+  const auto value = editedValue(parameter);
+  if (!value) {
+    error(L"Failure in ProParameterValueGet()");
+    return Fit::no;
+  }
+  switch (value.value.type) {
+    case ProParamvalueType::boolean:
+      return fits(namesTruth(wanted, value.value.boolean));
+    case ProParamvalueType::string:
+      return fits(engine::wildcardCompare(wanted, value.value.string) == 1);
+    case ProParamvalueType::integer:
+      return integerFits(context, wanted, value.value.integer);
+    case ProParamvalueType::real:
+      return doubleFits(context, wanted, value.value.real);
+    case ProParamvalueType::noteId:
+      error(L"NoteID is not supported");
+      return Fit::endVisit;
+    case ProParamvalueType::none:
+      break;
+  }
+  error(kNotEditable);
+  return Fit::endVisit;
+}
+
+// `name` for a parameter: substituted on the model that owns it, as it stands for a feature's or a material's.
+std::optional<std::wstring> searchedName(ParameterEditContext& context, const ProParameter& parameter) {
+  if (parameter.owner.type != ProItemType::model) return std::wstring(context.currentAction.attribute(L"name"));
+  if (context.searched) return context.searched;
+  engine::Replaced name = engine::replaceVariables(context.currentAction.attribute(L"name"), parameter.owner.owner);
+  if (name) context.searched = std::move(name.text);
+  return context.searched;
+}
+
+void renameParameter(ParameterEditContext& context, const ProParameter& parameter) {
+  engine::Replaced name = context.currentAction.text(L"value", text::kNameSize);
+  if (!name) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
+  context.workingName = std::move(name.text);
+  convertParameter(context, parameter, nullptr);
+}
+
+void edit(ParameterEditContext& context, const ProParameter& parameter) {
+  if (context.rename)
+    renameParameter(context, parameter);
+  else
+    editParameterValue(context, parameter);
+}
+
+// The line for a driven parameter; false for one that nothing drives.
+bool isDriven(const ProParameter& parameter) {
+  const auto driver = ProParameterDriverGet(parameter);
+  if (!driver || driver.value == ProParameterDriver::none) return false;
+  const int message = driver.value == ProParameterDriver::relation   ? kRelationDriven
+                      : driver.value == ProParameterDriver::function ? kFunctionDriven
+                                                                     : kParameterDriven;
+  error(text::format(core::msgText(message), parameter.id));
+  return true;
+}
+
+struct NewValue {
+  std::wstring text;  // that Creo takes
+  std::wstring shown;
+  std::wstring_view failure;
+};
+
+// The text as a value of the kind. Nothing, with its line, for a number that is none or out of range.
+std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_view text, ProParamvalueType type) {
+  const auto noNumber = [&](int message) {
+    error(text::format(core::msgText(message), parameter.id, text));
+    return std::nullopt;
+  };
+  if (type == ProParamvalueType::real) {
+    const auto number = text::readDouble(text);
+    if (number.fault != text::NumberFault::none) return noNumber(kNoDouble);
+    return NewValue{text::shortest(number.value), text::format(L"%f", number.value), core::msgText(kDoubleFailed)};
+  }
+  if (type == ProParamvalueType::integer) {
+    const auto number = text::readInt(text);
+    if (number.fault != text::NumberFault::none) return noNumber(kNoInteger);
+    const std::wstring shown = text::format(L"%d", number.value);
+    return NewValue{shown, shown, core::msgText(kIntegerFailed)};
+  }
+  if (type == ProParamvalueType::boolean) {
+    const std::wstring shown = namesTruth(text, true) ? L"true" : L"false";
+    return NewValue{shown, shown, core::msgText(kBooleanFailed)};
+  }
+  return NewValue{std::wstring(text), std::wstring(text), L"Parameter - Failure in ProParamvalueSet - String"};
+}
+
+void set(const ParameterEditContext& context, const ProParameter& parameter, const ProParamvalue& current) {
+  const std::wstring_view expression =
+      context.override ? std::wstring_view(context.override->value) : context.currentAction.attribute(L"value");
+  const engine::Replaced replaced =
+      engine::replaceVariablesLine(expression, context.currentModel, textOf(current), kExpressionSize);
+  if (!replaced) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
+  const auto wanted = newValue(parameter, replaced.text, current.type);
+  if (!wanted) return;
+  core::logIndented(text::format(L"set '%s' value to '%s'", parameter.id, wanted->shown), core::kNormal, 4);
+  ProParamvalue value;
+  if (ProParamvalueSet(value, wanted->text, current.type) != ProNoError) return error(wanted->failure);
+  if (ProParameterValueSet(parameter, value) != ProNoError) core::logMsgPlain(kSetFailed, core::kError);
+}
+
+}  // namespace
+
+void editParameterValue(ParameterEditContext& context, const ProParameter& parameter) {
+  context.editHandled = true;
+  if (isDriven(parameter)) return;
+  const auto value = editedValue(parameter);
+  if (!value) return error(L"Failure in ProParameterValueGet()");
+  if (value.value.type == ProParamvalueType::noteId)
+    return error(L"The Id Note Parameter is not supported by this action");
+  const ParameterKind* own = kindOfType(value.value.type);
+  if (!own) return error(kNotEditable);
+  const std::wstring_view digit = context.currentAction.attribute(L"totype");
+  const ParameterKind* target = context.override ? kindOfType(context.override->kind) : kindOfDigit(digit);
+  const bool retypes = context.editPass == ParameterEditContext::retype;
+  if (!target) {
+    if (retypes) error(text::format(L"The type '%s' isn't one of 0, 1, 2, 3", digit));
+    return;
+  }
+  if (target != own && retypes) {
+    context.familyAware = true;
+    convertParameter(context, parameter, target);
+  }
+  if (target == own && !retypes) set(context, parameter, value.value);
+  context.override.reset();
+}
+
+ProError findAndEditParameter(ParameterEditContext& context, const ProParameter& parameter) {
+  const std::wstring_view search = context.currentAction.attribute(L"searchin");
+  const auto wanted = searchedName(context, parameter);
+  if (!wanted) return ProNoError;
+  if (search == L"1") {
+    if (engine::wildcardCompare(*wanted, parameter.id) != 1) return ProNoError;
+    core::logIndented(parameter.id, core::kNormal, 3);
+    edit(context, parameter);
+    ++context.editHits;
+    return ProNoError;
+  }
+  if (search != L"2") {
+    error(L"Error in xml");
+    return ProStopVisit;
+  }
+  const Fit fit = valueFits(context, *wanted, parameter);
+  if (fit == Fit::yes) edit(context, parameter);
+  return fit == Fit::endVisit ? ProStopVisit : ProNoError;
+}
+
+bool visitAndEdit(ParameterEditContext& context, const ProModelitem& owner) {
+  context.searched.reset();
+  const ProError result =
+      ProParameterVisit(owner, [&](const ProParameter& parameter) { return findAndEditParameter(context, parameter); });
+  // A visit over nothing is none that failed.
+  return result == ProNoError || result == ProNotFound;
+}
+
+}  // namespace actions

@@ -1,0 +1,40 @@
+// Finding parameters and editing their values, as several actions do it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "creo/ProParameter.h"
+#include "engine/task.h"
+
+namespace actions {
+
+// A value that a caller sets in place of what the attributes say.
+struct ParameterOverride {
+  creo::ProParamvalueType kind = creo::ProParamvalueType::none;
+  std::wstring value;
+};
+
+// One action's work on parameters.
+struct ParameterEditContext {
+  const engine::Task& currentAction;
+  creo::ProMdl currentModel;
+  enum Pass { retype = 1, setValue = 2 } editPass = retype;
+  int visitRepeats = 1;      // how often this pass visits the parameters; each conversion adds one
+  int editHits = 0;          // parameters that the search by name found
+  bool editHandled = false;  // the visit reached a parameter
+  bool rename = false;       // a hit gets a new name in place of a value
+  bool familyAware = false;  // a conversion carries the family table's values across
+  std::wstring workingName{};  // of a conversion: the new name
+  std::optional<ParameterOverride> override{};
+  std::optional<std::wstring> searched{};  // `name` as it was substituted for this visit
+};
+
+// A visit's step: edits the parameter if the action's search finds it. ProStopVisit ends the visit.
+creo::ProError findAndEditParameter(ParameterEditContext& context, const creo::ProParameter& parameter);
+// Retypes the parameter in the retype pass, or sets its value in the other one. Driven parameters stay, with a line.
+void editParameterValue(ParameterEditContext& context, const creo::ProParameter& parameter);
+// One visit of an owner's parameters. False: it ended early.
+bool visitAndEdit(ParameterEditContext& context, const creo::ProModelitem& owner);
+
+}  // namespace actions

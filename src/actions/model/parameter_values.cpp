@@ -1,0 +1,73 @@
+#include "actions/model/parameter_values.h"
+
+#include <algorithm>
+
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using creo::ProParamvalueType;
+
+constexpr ParameterKind kKinds[] = {{ProParamvalueType::string, L"0", L"String"},
+                                    {ProParamvalueType::integer, L"1", L"Integer"},
+                                    {ProParamvalueType::real, L"2", L"Double"},
+                                    {ProParamvalueType::boolean, L"3", L"Boolean"}};
+
+template <class Test>
+const ParameterKind* findKind(Test test) {
+  const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), test);
+  return found == std::end(kKinds) ? nullptr : found;
+}
+
+}  // namespace
+
+const ParameterKind* kindOfType(ProParamvalueType type) {
+  return findKind([type](const ParameterKind& kind) { return kind.type == type; });
+}
+
+const ParameterKind* kindOfDigit(std::wstring_view digit) {
+  return findKind([digit](const ParameterKind& kind) { return kind.digit == digit; });
+}
+
+creo::Got<creo::ProParamvalue> editedValue(const creo::ProParameter& parameter) {
+  return creo::ProParameterUnitsGet(parameter) ? creo::ProParameterValueGet(parameter)
+                                               : creo::ProParameterScaledvalueGet(parameter);
+}
+
+std::wstring textOf(const creo::ProParamvalue& value) {
+  switch (value.type) {
+    case ProParamvalueType::string:
+      return value.string;
+    case ProParamvalueType::integer:
+      return text::format(L"%d", value.integer);
+    case ProParamvalueType::real:
+      return text::format(L"%f", value.real);
+    case ProParamvalueType::boolean:
+      return value.boolean ? L"true" : L"false";
+    case ProParamvalueType::none:
+    case ProParamvalueType::noteId:
+      break;
+  }
+  return {};
+}
+
+creo::ProParamvalue valueFromText(std::wstring_view text, ProParamvalueType type) {
+  static constexpr std::wstring_view kTrue[] = {L"true", L"1", L"1.000000", L"yes", L"y", L"ja"};
+  creo::ProParamvalue value;
+  value.type = type;
+  value.string = text;
+  value.integer = text::parseInt(text);
+  value.real = text::parseDouble(text);
+  value.boolean = std::find(std::begin(kTrue), std::end(kTrue), text) != std::end(kTrue);
+  return value;
+}
+
+bool namesTruth(std::wstring_view entry, bool state) {
+  const auto fits = [entry](std::wstring_view word) { return engine::wildcardCompare(entry, word) == 1; };
+  return state ? fits(L"true") || fits(L"yes") || entry == L"1" : fits(L"false") || fits(L"no") || entry == L"0";
+}
+
+}  // namespace actions

@@ -1,0 +1,32 @@
+// Values of parameters as the editing actions read, compare and convert them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "creo/ProParameter.h"
+
+namespace actions {
+
+// The kinds that can be edited, with the digit and the word by which lists name them.
+struct ParameterKind {
+  creo::ProParamvalueType type;
+  std::wstring_view digit;  // of `totype`
+  std::wstring_view word;
+};
+// Null for a kind or digit that isn't one of the four.
+const ParameterKind* kindOfType(creo::ProParamvalueType type);
+const ParameterKind* kindOfDigit(std::wstring_view digit);
+
+// What the editing actions take for the value: as it stands where the parameter has units, else in the model's.
+creo::Got<creo::ProParamvalue> editedValue(const creo::ProParameter& parameter);
+// The value as a text: "%d", "%f", "true" or "false".
+std::wstring textOf(const creo::ProParamvalue& value);
+// The text as a value of a kind; no number counts as 0, and true is "true", "1", "1.000000", "yes", "y" or "ja".
+creo::ProParamvalue valueFromText(std::wstring_view text, creo::ProParamvalueType type);
+
+// Does an entry name that state: a pattern for "true" or "yes", or "1"; for "false" or "no", or "0"?
+bool namesTruth(std::wstring_view entry, bool state);
+
+}  // namespace actions

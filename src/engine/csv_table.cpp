@@ -1,0 +1,182 @@
+#include "engine/csv_table.h"
+
+#include <algorithm>
+#include <memory>
+#include <unordered_map>
+
+#include "core/log.h"
+#include "os/surroundings.h"
+#include "os/text_files.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/units.h"
+
+namespace engine {
+namespace {
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+constexpr int kNewTable = 324;
+constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
+
+// Records are taken from bytes: quotes, line ends and what they mean are the same in every charset that is read.
+class RecordReader {
+ public:
+  explicit RecordReader(std::string_view bytes) : bytes_(bytes) {}
+
+  // The next record without its line end. False at the end.
+  bool next(std::string_view& record) {
+    if (at_ >= bytes_.size()) return false;
+    const std::size_t begin = at_;
+    firstLine_ = line_ + 1;
+    bool quoted = false;
+    std::size_t end = bytes_.size();
+    while (at_ < bytes_.size()) {
+      const std::size_t lineEnd = std::min(bytes_.find('\n', at_), bytes_.size());
+      const auto quotes = std::count(bytes_.begin() + static_cast<std::ptrdiff_t>(at_),
+                                     bytes_.begin() + static_cast<std::ptrdiff_t>(lineEnd), '"');
+      quoted ^= quotes % 2 != 0;
+      at_ = lineEnd + 1;
+      ++line_;
+      end = lineEnd;
+      if (!quoted) break;
+    }
+    isUnclosed_ = quoted;
+    record = bytes_.substr(begin, end - begin);
+    if (record.ends_with('\r')) record.remove_suffix(1);
+    return true;
+  }
+  [[nodiscard]] bool isUnclosed() const { return isUnclosed_; }
+  [[nodiscard]] std::size_t firstLine() const { return firstLine_; }
+
+ private:
+  std::string_view bytes_;
+  std::size_t at_ = 0, line_ = 0, firstLine_ = 0;
+  bool isUnclosed_ = false;
+};
+
+bool holdsNothing(std::string_view record) { return record.find_first_not_of("; \t\n\v\f\r") == record.npos; }
+
+// The surrounding quotes go, doubled ones become one, and what doesn't fit is left out.
+void setCell(std::wstring& cell, std::wstring_view field) {
+  constexpr std::size_t kMost = text::kTextSize - 1;
+  if (field.size() >= 2 && field.front() == L'"' && field.back() == L'"') field = field.substr(1, field.size() - 2);
+  cell.clear();
+  for (std::size_t i = 0; i < field.size() && cell.size() < kMost; ++i) {
+    cell += field[i];
+    if (field[i] == L'"' && i + 1 < field.size() && field[i + 1] == L'"') ++i;
+  }
+  cell.resize(text::cut(cell, kMost).size());
+}
+
+// fields keeps its texts' room from record to record.
+void splitFields(std::wstring_view record, wchar_t separator, std::vector<std::wstring>& fields) {
+  std::size_t count = 0, begin = 0;
+  bool quoted = false;
+  for (std::size_t i = 0; i <= record.size(); ++i) {
+    if (i < record.size() && record[i] == L'"') quoted = !quoted;
+    if (i < record.size() && (quoted || record[i] != separator)) continue;
+    if (count == fields.size()) fields.emplace_back();
+    setCell(fields[count++], record.substr(begin, i - begin));
+    begin = i + 1;
+  }
+  fields.resize(count);
+}
+
+struct Store {
+  std::vector<std::unique_ptr<CsvTable>> tables;
+  std::unordered_map<std::wstring, std::size_t> byFile;
+};
+Store& store() {
+  static Store kept;
+  return kept;
+}
+
+}  // namespace
+
+std::size_t CsvTable::column(std::wstring_view title) const {
+  for (std::size_t i = 0; i < columns_; ++i)
+    if (text::equalNoCase(header(i), title)) return i;
+  return columns_;
+}
+
+void CsvTable::addRecord(const std::vector<std::wstring>& fields) {
+  if (columns_ == 0) columns_ = fields.size();
+  for (std::size_t i = 0; i < columns_; ++i) {
+    Span span{text_.size(), 0};
+    if (i < fields.size()) {
+      span.length = static_cast<std::uint32_t>(fields[i].size());
+      text_ += fields[i];
+    }
+    cells_.push_back(span);
+  }
+}
+
+std::wstring_view CsvTable::at(std::size_t line, std::size_t column) const {
+  if (column >= columns_ || line >= cells_.size() / columns_) return {};
+  const Span& span = cells_[line * columns_ + column];
+  return std::wstring_view(text_).substr(span.begin, span.length);
+}
+
+CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding) {
+  const bool hasMark = bytes.starts_with(kMark);
+  if (hasMark) bytes.remove_prefix(kMark.size());
+  const bool isUtf8 = hasMark || encoding == kUtf8;
+  CsvTable table;
+  RecordReader records(bytes);
+  std::vector<std::wstring> fields;
+  for (std::string_view record; records.next(record);) {
+    if (records.isUnclosed())
+      core::logWrite(text::format(L"A quote is never closed: the record of line %d takes in the rest of the file",
+                                  static_cast<int>(records.firstLine())),
+                     core::kError);
+    if (holdsNothing(record)) continue;
+    splitFields(isUtf8 ? text::fromUtf8(record) : text::fromWindows1252(record), separator, fields);
+    table.addRecord(fields);
+  }
+  return table;
+}
+
+int readCSVtoTable(std::size_t& tableIndex, std::wstring_view path, wchar_t separator, std::wstring_view encoding) {
+  const std::wstring file(text::cut(path, text::kTextSize - 1));
+  if (const auto known = store().byFile.find(file); known != store().byFile.end()) {
+    tableIndex = known->second;
+    return 0;
+  }
+  core::logMsgId(kNewTable, core::kNormal, 1);
+  core::logWrite(text::format(L"readCSVtoTable: %d, %s with %c and %s", static_cast<int>(store().tables.size()), file,
+                              separator, encoding),
+                 core::kDebug);
+  const auto bytes = os::files().read(file);
+  if (!bytes) {
+    core::logWrite(L"Failure while read file", core::kError);
+    return 2;
+  }
+  tableIndex = store().tables.size();
+  store().tables.push_back(std::make_unique<CsvTable>(parseCsv(bytes.value, separator, encoding)));
+  store().byFile.emplace(file, tableIndex);
+  return 0;
+}
+
+const CsvTable& csvTable(std::size_t tableIndex) {
+  static const CsvTable none;
+  return tableIndex < store().tables.size() ? *store().tables[tableIndex] : none;
+}
+
+void freeCsvTables() {
+  store().tables.clear();
+  store().byFile.clear();
+}
+
+bool readTextFile(std::wstring_view path, std::wstring& content) {
+  const auto read = os::readText(path);
+  if (!read) {
+    core::logWrite(L"Failure while open the file", core::kError);
+    return false;
+  }
+  content = read.value;
+  core::logIndented(L"Have read a file", core::kNormal, 1);
+  return true;
+}
+
+}  // namespace engine

@@ -1,0 +1,52 @@
+// Tables that actions read from CSV files. A table is read once and stays in memory for the run.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace engine {
+
+// A header line and rows of as many cells. Cells lie in one text, so that a million of them stay small.
+class CsvTable {
+ public:
+  [[nodiscard]] std::size_t columnCount() const { return columns_; }
+  [[nodiscard]] std::size_t rowCount() const { return columns_ == 0 ? 0 : cells_.size() / columns_ - 1; }
+  // Columns and rows from 0; a cell that isn't there is empty.
+  [[nodiscard]] std::wstring_view header(std::size_t column) const { return at(0, column); }
+  [[nodiscard]] std::wstring_view cell(std::size_t row, std::size_t column) const { return at(row + 1, column); }
+  // The column whose header is that text, case-blind; columnCount() for none.
+  [[nodiscard]] std::size_t column(std::wstring_view title) const;
+
+  // The first record makes the columns. A later one is filled up or cut to their number.
+  void addRecord(const std::vector<std::wstring>& fields);
+
+ private:
+  struct Span {
+    std::uint64_t begin = 0;
+    std::uint32_t length = 0;
+  };
+  [[nodiscard]] std::wstring_view at(std::size_t line, std::size_t column) const;
+  std::size_t columns_ = 0;
+  std::wstring text_;
+  std::vector<Span> cells_;  // line by line, the header first
+};
+
+// Reads a table of CSV text. encoding: the suffix of the file mode, ",ccs=UTF-8" or empty for Windows-1252; a UTF-8
+// mark says UTF-8 all the same. Records that hold nothing but ";" and blanks are passed over. Cells are cut to 259
+// units. A quote that is never closed takes in the rest, with an error line that names the line where its record
+// begins.
+CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding);
+
+// The table of a file, read at the first call. tableIndex: its number, for csvTable. 0, or 2, with a line, where the
+// file can't be read.
+int readCSVtoTable(std::size_t& tableIndex, std::wstring_view path, wchar_t separator, std::wstring_view encoding);
+const CsvTable& csvTable(std::size_t tableIndex);
+// Forgets all tables; their numbers begin anew.
+void freeCsvTables();
+
+// A whole text file, UTF-8 with or without mark. False, with a line: it can't be opened.
+bool readTextFile(std::wstring_view path, std::wstring& content);
+
+}  // namespace engine

@@ -1,0 +1,338 @@
+#include "headless/model/expression.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+#include "headless/store/names.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+namespace {
+
+constexpr int kDeepest = 200;
+constexpr double kDegree = std::numbers::pi / 180;
+
+struct Function {
+  std::string_view name;
+  std::size_t arguments;
+  double (*value)(const double* arguments);
+};
+constexpr Function kFunctions[] = {
+    {"sin", 1, [](const double* a) { return std::sin(a[0] * kDegree); }},
+    {"cos", 1, [](const double* a) { return std::cos(a[0] * kDegree); }},
+    {"tan", 1, [](const double* a) { return std::tan(a[0] * kDegree); }},
+    {"asin", 1, [](const double* a) { return std::asin(a[0]) / kDegree; }},
+    {"acos", 1, [](const double* a) { return std::acos(a[0]) / kDegree; }},
+    {"atan", 1, [](const double* a) { return std::atan(a[0]) / kDegree; }},
+    {"atan2", 2, [](const double* a) { return std::atan2(a[0], a[1]) / kDegree; }},
+    {"sinh", 1, [](const double* a) { return std::sinh(a[0]); }},
+    {"cosh", 1, [](const double* a) { return std::cosh(a[0]); }},
+    {"tanh", 1, [](const double* a) { return std::tanh(a[0]); }},
+    {"sqrt", 1, [](const double* a) { return std::sqrt(a[0]); }},
+    {"log", 1, [](const double* a) { return std::log10(a[0]); }},
+    {"ln", 1, [](const double* a) { return std::log(a[0]); }},
+    {"exp", 1, [](const double* a) { return std::exp(a[0]); }},
+    {"abs", 1, [](const double* a) { return std::abs(a[0]); }},
+    {"ceil", 1, [](const double* a) { return std::ceil(a[0]); }},
+    {"floor", 1, [](const double* a) { return std::floor(a[0]); }},
+    {"max", 2, [](const double* a) { return std::max(a[0], a[1]); }},
+    {"min", 2, [](const double* a) { return std::min(a[0], a[1]); }},
+    {"mod", 2, [](const double* a) { return std::fmod(a[0], a[1]); }},
+    {"pow", 2, [](const double* a) { return std::pow(a[0], a[1]); }},
+    {"sign", 2, [](const double* a) { return std::copysign(a[0], a[1]); }},
+    {"bound", 3, [](const double* a) { return std::min(std::max(a[0], a[1]), a[2]); }},
+};
+// What asks for geometry, graphs, texts or other models: known, not worked out.
+constexpr std::string_view kOtherFunctions[] = {
+    "ceil",           "floor",          "dead",           "near",           "if",
+    "itos",           "rtos",           "search",         "extract",        "string_length",
+    "string_starts",  "string_ends",    "string_match",   "evalgraph",      "exists",
+    "rel_model_name", "rel_model_type", "material_param", "trajpar_of_pnt", "cable_len",
+    "mp_mass",        "mp_density",     "mp_volume",      "mp_surf_area",   "mp_cg_x",
+    "mp_cg_y",        "mp_cg_z",        "lookup_inst",    "comparegraphs",  "graph"};
+
+struct Constant {
+  std::string_view name;
+  RelationValue value;
+};
+const std::vector<Constant>& constants() {
+  static const std::vector<Constant> all = {{"PI", std::numbers::pi},
+                                            {"G", 9.8},
+                                            {"C1", 1.0},
+                                            {"C2", 2.0},
+                                            {"C3", 3.0},
+                                            {"C4", 4.0},
+                                            {"YES", true},
+                                            {"NO", false},
+                                            {"TRUE", true},
+                                            {"FALSE", false},
+                                            {"TRAJPAR", {}}};
+  return all;
+}
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isNameStart(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+bool isNamePart(char c) { return isNameStart(c) || isDigit(c); }
+
+bool isKnown(const RelationValue& value) { return value.index() != 0; }
+bool isText(const RelationValue& value) { return std::holds_alternative<std::string>(value); }
+
+// Reads and works out in one go. The first fault ends both.
+class Parser {
+ public:
+  Parser(std::string_view text, const RelationLookup& lookup) : rest_(text), lookup_(lookup) {}
+  Evaluated run() {
+    RelationValue value = either();
+    skipBlanks(rest_);
+    if (!rest_.empty())
+      fail(rest_.front() == ')' ? L"a bracket closes that wasn't opened"
+                                : text::format(L"'%s' isn't expected", text::fromUtf8(rest_)));
+    return {std::move(value), std::move(fault_)};
+  }
+
+ private:
+  // Counts what calls itself.
+  class Level {
+   public:
+    explicit Level(Parser& parser) : parser_(parser) {
+      if (++parser_.depth_ > kDeepest) parser_.fail(L"it is nested too deeply");
+    }
+    ~Level() { --parser_.depth_; }
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+
+   private:
+    Parser& parser_;
+  };
+
+  RelationValue fail(std::wstring reason) {
+    if (fault_.empty()) fault_ = std::move(reason);
+    rest_ = {};
+    return {};
+  }
+  bool take(std::string_view sign) {
+    skipBlanks(rest_);
+    if (!rest_.starts_with(sign)) return false;
+    rest_.remove_prefix(sign.size());
+    return true;
+  }
+  // The longest of the signs that stands next; empty for none.
+  std::string_view takeOneOf(std::initializer_list<std::string_view> signs) {
+    for (const std::string_view sign : signs)
+      if (take(sign)) return sign;
+    return {};
+  }
+
+  RelationValue either() {
+    RelationValue left = both();
+    while (take("|")) left = joined(left, both(), [](bool a, bool b) { return a || b; });
+    return left;
+  }
+  RelationValue both() {
+    RelationValue left = negation();
+    while (take("&")) left = joined(left, negation(), [](bool a, bool b) { return a && b; });
+    return left;
+  }
+  RelationValue joined(const RelationValue& left, const RelationValue& right, bool (*join)(bool, bool)) {
+    if (isText(left) || isText(right)) return fail(L"a text is neither yes nor no");
+    if (!isKnown(left) || !isKnown(right)) return {};
+    return join(truth(left).value_or(false), truth(right).value_or(false));
+  }
+  RelationValue negation() {
+    bool turned = false, any = false;
+    while (!takeOneOf({"!", "~"}).empty()) {
+      turned = !turned;
+      any = true;
+    }
+    RelationValue value = comparison();
+    if (!any || !isKnown(value)) return value;
+    if (isText(value)) return fail(L"a text is neither yes nor no");
+    return truth(value).value_or(false) != turned;
+  }
+
+  RelationValue comparison() {
+    RelationValue left = sum();
+    const std::string_view sign = takeOneOf({"==", "!=", "~=", "<>", ">=", "<=", ">", "<"});
+    if (sign.empty()) return left;
+    const RelationValue right = sum();
+    if (!isKnown(left) || !isKnown(right)) return {};
+    if (isText(left) != isText(right)) return fail(L"a text is compared with a number");
+    const int order = isText(left) ? std::get<std::string>(left).compare(std::get<std::string>(right))
+                                   : compareNumbers(*number(left), *number(right));
+    if (sign == "==") return order == 0;
+    if (sign == ">=") return order >= 0;
+    if (sign == "<=") return order <= 0;
+    if (sign == ">") return order > 0;
+    if (sign == "<") return order < 0;
+    return order != 0;
+  }
+  static int compareNumbers(double left, double right) { return left < right ? -1 : left > right ? 1 : 0; }
+
+  RelationValue sum() {
+    RelationValue left = product();
+    for (std::string_view sign = takeOneOf({"+", "-"}); !sign.empty(); sign = takeOneOf({"+", "-"})) {
+      const RelationValue right = product();
+      if (sign == "+" && isText(left) && isText(right))
+        left = std::get<std::string>(left) + std::get<std::string>(right);
+      else
+        left = computed(sign.front(), left, right);
+    }
+    return left;
+  }
+  RelationValue product() {
+    RelationValue left = signedPower();
+    for (std::string_view sign = takeOneOf({"*", "/"}); !sign.empty(); sign = takeOneOf({"*", "/"}))
+      left = computed(sign.front(), left, signedPower());
+    return left;
+  }
+  RelationValue signedPower() {
+    bool minus = false;
+    for (std::string_view sign = takeOneOf({"+", "-"}); !sign.empty(); sign = takeOneOf({"+", "-"}))
+      if (sign == "-") minus = !minus;
+    RelationValue value = power();
+    return minus ? computed('-', 0.0, value) : value;
+  }
+  RelationValue power() {
+    const Level level(*this);
+    RelationValue base = operand();
+    if (!take("^")) return base;
+    return computed('^', base, signedPower());
+  }
+  RelationValue computed(char sign, const RelationValue& left, const RelationValue& right) {
+    if (isText(left) || isText(right)) return fail(L"a text stands where a number is needed");
+    if (!isKnown(left) || !isKnown(right)) return {};
+    const double a = *number(left), b = *number(right);
+    const double result = sign == '+'   ? a + b
+                          : sign == '-' ? a - b
+                          : sign == '*' ? a * b
+                          : sign == '/' ? (b == 0 ? std::nan("") : a / b)
+                                        : std::pow(a, b);
+    return finite(result);
+  }
+  RelationValue finite(double value) {
+    if (!std::isfinite(value)) return fail(L"it gives no number");
+    return value;
+  }
+
+  RelationValue operand() {
+    const Level level(*this);
+    RelationValue value = bareOperand();
+    if (!take("[")) return value;
+    // A unit. What it makes of the number isn't worked out.
+    const auto close = rest_.find(']');
+    if (close == std::string_view::npos) return fail(L"a bracket isn't closed");
+    rest_.remove_prefix(close + 1);
+    return {};
+  }
+  RelationValue bareOperand() {
+    skipBlanks(rest_);
+    if (rest_.empty()) return fail(L"an operand is missing");
+    const char c = rest_.front();
+    if (c == '(') {
+      rest_.remove_prefix(1);
+      RelationValue value = either();
+      if (!take(")")) return fail(L"a bracket isn't closed");
+      return value;
+    }
+    if (c == '"' || c == '\'') return quoted(c);
+    if (isDigit(c) || c == '.') return literal();
+    if (c == '$' || c == '&') rest_.remove_prefix(1);
+    const std::string_view name = takeName(rest_);
+    if (name.empty()) return fail(text::format(L"an operand is missing before '%s'", text::fromUtf8(rest_)));
+    if (take("(")) return call(name);
+    return named(name);
+  }
+  RelationValue quoted(char quote) {
+    const auto close = rest_.find(quote, 1);
+    if (close == std::string_view::npos) return fail(L"a text isn't closed");
+    std::string value(rest_.substr(1, close - 1));
+    rest_.remove_prefix(close + 1);
+    return value;
+  }
+  RelationValue literal() {
+    double value = 0;
+    const auto [end, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), value);
+    if (error != std::errc()) return fail(text::format(L"'%s' is no number", text::fromUtf8(rest_)));
+    rest_.remove_prefix(static_cast<std::size_t>(end - rest_.data()));
+    if (!rest_.empty() && isNamePart(rest_.front()))
+      return fail(text::format(L"'%s' isn't expected", text::fromUtf8(rest_)));
+    return value;
+  }
+  RelationValue named(std::string_view name) {
+    if (auto found = lookup_(name)) return std::move(*found);
+    for (const Constant& one : constants())
+      if (sameName(one.name, name)) return one.value;
+    if (name.find(':') != std::string_view::npos) return {};  // of another model or feature
+    return fail(text::format(L"'%s' is neither a parameter nor a dimension", text::fromUtf8(name)));
+  }
+  RelationValue call(std::string_view name) {
+    std::vector<RelationValue> arguments;
+    if (!take(")")) {
+      do arguments.push_back(either());
+      while (take(","));
+      if (!take(")")) return fail(L"a bracket isn't closed");
+    }
+    for (const Function& one : kFunctions)
+      if (one.arguments == arguments.size() && sameName(one.name, name)) return called(one, arguments);
+    if (std::any_of(std::begin(kOtherFunctions), std::end(kOtherFunctions),
+                    [name](std::string_view other) { return sameName(other, name); }))
+      return {};
+    return fail(
+        text::format(L"'%s' is no function of %d arguments", text::fromUtf8(name), static_cast<int>(arguments.size())));
+  }
+  RelationValue called(const Function& function, const std::vector<RelationValue>& arguments) {
+    std::vector<double> numbers;
+    for (const RelationValue& one : arguments) {
+      if (isText(one)) return fail(L"a text stands where a number is needed");
+      if (!isKnown(one)) return {};
+      numbers.push_back(*number(one));
+    }
+    return finite(function.value(numbers.data()));
+  }
+
+  std::string_view rest_;
+  const RelationLookup& lookup_;
+  std::wstring fault_;
+  int depth_ = 0;
+};
+
+}  // namespace
+
+Evaluated evaluate(std::string_view expression, const RelationLookup& lookup) {
+  return Parser(expression, lookup).run();
+}
+
+std::string_view takeName(std::string_view& text) {
+  if (text.empty() || !isNameStart(text.front())) return {};
+  std::size_t end = 1;
+  while (end < text.size() &&
+         (isNamePart(text[end]) || (text[end] == ':' && end + 1 < text.size() && isNamePart(text[end + 1]))))
+    ++end;
+  const std::string_view name = text.substr(0, end);
+  text.remove_prefix(end);
+  return name;
+}
+
+void skipBlanks(std::string_view& text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  text.remove_prefix(first == std::string_view::npos ? text.size() : first);
+}
+
+std::optional<bool> truth(const RelationValue& value) {
+  const auto held = number(value);
+  return held ? std::optional<bool>(*held != 0) : std::nullopt;
+}
+
+std::optional<double> number(const RelationValue& value) {
+  if (const double* real = std::get_if<double>(&value)) return *real;
+  if (const bool* flag = std::get_if<bool>(&value)) return *flag ? 1.0 : 0.0;
+  return {};
+}
+
+}  // namespace headless

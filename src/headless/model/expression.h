@@ -1,0 +1,33 @@
+// Expressions of relations: numbers, texts in quotes, names, calls of functions, and what joins them.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace headless {
+
+// What relations compute with. None: it is there, but this session doesn't work it out, such as a mass or a value of
+// another model; whatever it goes into isn't worked out either.
+using RelationValue = std::variant<std::monostate, double, std::string, bool>;
+// The value of a name; nothing: there is no such name.
+using RelationLookup = std::function<std::optional<RelationValue>(std::string_view)>;
+
+struct Evaluated {
+  RelationValue value;
+  std::wstring fault;  // why it can't be read or worked out; empty for none
+};
+// Names are looked for by `lookup`, then among the constants. Angles are in degrees.
+Evaluated evaluate(std::string_view expression, const RelationLookup& lookup);
+
+// Letters, digits and "_", with the id of another model or feature behind a colon: "LENGTH:12". Takes it from the front
+// of `text`; empty: no name stands there.
+std::string_view takeName(std::string_view& text);
+void skipBlanks(std::string_view& text);
+// Yes and no, or a number that is 0 or isn't. Nothing for what is neither.
+std::optional<bool> truth(const RelationValue& value);
+std::optional<double> number(const RelationValue& value);
+
+}  // namespace headless

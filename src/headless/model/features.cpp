@@ -1,0 +1,76 @@
+#include "headless/model/features.h"
+
+#include "headless/model/family.h"
+#include "text/encoding.h"
+
+namespace headless {
+
+using creo::ProFeatureStatus;
+
+namespace {
+
+// An instance that leaves a component out has no such feature.
+bool isThere(const ModelFeature& feature) {
+  return !feature.isComponent() || !componentOf(*feature.model, *feature.component()).empty();
+}
+
+// Columns name a feature by its name, one without a name by its id.
+std::string columnName(const ModelFeature& feature) {
+  const FeatureRecord* record = feature.record();
+  return record && !record->name.empty() ? record->name : std::to_string(feature.place.id);
+}
+
+}  // namespace
+
+FeatureRecord* ModelFeature::record() const {
+  return place.record == TreeFeature::kNone ? nullptr : &model->document->record.features[place.record];
+}
+
+const UsedModelRecord* ModelFeature::component() const {
+  return isComponent() ? &model->document->record.components[place.component] : nullptr;
+}
+
+std::vector<ModelFeature> featuresOf(const Model& model) {
+  std::vector<ModelFeature> features;
+  for (const TreeFeature& place : model.document->tree.all(model.document->record))
+    if (const ModelFeature feature{&model, place}; isThere(feature)) features.push_back(feature);
+  return features;
+}
+
+std::optional<ModelFeature> featureOf(const Model& model, int id) {
+  const TreeFeature* place = model.document->tree.find(model.document->record, id);
+  if (!place) return {};
+  const ModelFeature feature{&model, *place};
+  if (!isThere(feature)) return {};
+  return feature;
+}
+
+std::wstring featureName(const ModelFeature& feature) {
+  if (const UsedModelRecord* component = feature.component()) return componentOf(*feature.model, *component);
+  return text::fromUtf8(feature.record()->name);
+}
+
+int featureType(const ModelFeature& feature) {
+  return feature.isComponent() ? creo::kComponentFeature : feature.record()->type;
+}
+
+ProFeatureStatus featureStatus(const ModelFeature& feature) {
+  const FeatureRecord* record = feature.record();
+  const ProFeatureStatus own = record ? record->status : ProFeatureStatus::active;
+  const Scalar* value =
+      rowValue(*feature.model->document, feature.model->row, creo::ProFamitemType::feature, columnName(feature));
+  const auto kept = value ? yesOrNo(*value) : std::nullopt;
+  if (!kept) return own;
+  if (!*kept) return ProFeatureStatus::familyTableSuppressed;
+  const bool suppressed = own == ProFeatureStatus::suppressed || own == ProFeatureStatus::familyTableSuppressed;
+  return suppressed ? ProFeatureStatus::active : own;
+}
+
+std::wstring componentLabel(const ModelFeature& feature) {
+  const UsedModelRecord& component = *feature.component();
+  const std::wstring name = componentOf(*feature.model, component);
+  const std::wstring written = text::fromUtf8(component.name);
+  return modelName(written).name == name ? written : name;
+}
+
+}  // namespace headless

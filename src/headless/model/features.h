@@ -1,0 +1,35 @@
+// The features of a model, as a plain model or an instance has them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+// A feature of the document, a component of an assembly, or both.
+struct ModelFeature {
+  const Model* model = nullptr;
+  TreeFeature place;
+  [[nodiscard]] bool isComponent() const { return place.component != TreeFeature::kNone; }
+  // Null for a component that has no record among the features.
+  [[nodiscard]] FeatureRecord* record() const;
+  // Null for a feature that is no component.
+  [[nodiscard]] const UsedModelRecord* component() const;
+};
+
+// In the order of the tree; an instance's without the components that it leaves out.
+std::vector<ModelFeature> featuresOf(const Model& model);
+std::optional<ModelFeature> featureOf(const Model& model, int id);
+
+// A component's is its model's. Empty: it has none.
+std::wstring featureName(const ModelFeature& feature);
+int featureType(const ModelFeature& feature);
+// A column of the family table suppresses a feature in an instance, or brings it back.
+creo::ProFeatureStatus featureStatus(const ModelFeature& feature);
+// How the component's model is retrieved: "NAME<GENERIC>" where the document says so.
+std::wstring componentLabel(const ModelFeature& feature);
+
+}  // namespace headless

@@ -1,0 +1,118 @@
+#include "headless/model/items.h"
+
+#include <algorithm>
+
+#include "creo/ProModelitem.h"
+#include "headless/model/features.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::Got;
+using creo::ProItemType;
+using creo::ProModelitem;
+
+namespace {
+
+struct StateListRow {
+  ProItemType type;
+  std::vector<StateRecord> ModelRecord::*list;
+};
+constexpr StateListRow kStateLists[] = {
+    {ProItemType::simplifiedRep, &ModelRecord::simplifiedReps},
+    {ProItemType::explodedState, &ModelRecord::explodedStates},
+    {ProItemType::styleState, &ModelRecord::styleStates},
+    {ProItemType::combinedState, &ModelRecord::combinedStates},
+    {ProItemType::crossSection, &ModelRecord::crossSections},
+};
+
+template <class Record>
+std::vector<NamedItem> named(const std::vector<Record>& records) {
+  std::vector<NamedItem> items;
+  for (const Record& record : records) {
+    int id = 0;
+    if constexpr (requires { record.id; }) id = record.id;
+    items.push_back({id, text::fromUtf8(record.name)});
+  }
+  return items;
+}
+
+std::vector<NamedItem> dimensions(const ModelRecord& record, bool reference) {
+  std::vector<NamedItem> items;
+  for (const DimensionRecord& one : record.dimensions)
+    if (one.reference == reference) items.push_back({one.id, text::fromUtf8(symbolOf(one))});
+  return items;
+}
+
+std::vector<NamedItem> features(const Model& model) {
+  std::vector<NamedItem> items;
+  for (const ModelFeature& feature : featuresOf(model)) items.push_back({feature.place.id, featureName(feature)});
+  return items;
+}
+
+}  // namespace
+
+std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
+  const ModelRecord& record = model.document->record;
+  for (const StateListRow& row : kStateLists)
+    if (row.type == type) return named(record.*row.list);
+  switch (type) {
+    case ProItemType::feature:
+      return features(model);
+    case ProItemType::dimension:
+      return dimensions(record, false);
+    case ProItemType::referenceDimension:
+      return dimensions(record, true);
+    case ProItemType::layer:
+      return named(record.layers);
+    case ProItemType::view:
+      return named(record.views);
+    case ProItemType::material:
+      return named(record.materials);
+    case ProItemType::model:
+      return {{0, model.name}};
+    default:
+      return {};
+  }
+}
+
+Got<std::wstring> itemName(const Model& model, const ProModelitem& item) {
+  if (item.type == ProItemType::material) {
+    const auto found = itemNamed(model, item.type, item.name);
+    if (!found) return found.error;
+    return found.value.name;
+  }
+  if (item.type == ProItemType::model) return model.name;
+  if (item.type == ProItemType::feature) {
+    const auto feature = featureOf(model, item.id);
+    std::wstring name = feature ? featureName(*feature) : std::wstring();
+    if (name.empty()) return creo::ProNotFound;
+    return name;
+  }
+  for (NamedItem& one : namedItems(model, item.type))
+    if (one.id == item.id && !one.name.empty()) return std::move(one.name);
+  return creo::ProNotFound;
+}
+
+Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wstring& name) {
+  for (NamedItem& one : namedItems(model, type)) {
+    if (name.empty() || !text::equalNoCase(one.name, name)) continue;
+    return ProModelitem{type, one.id, model.handle, type == ProItemType::material ? std::move(one.name) : L""};
+  }
+  return creo::ProNotFound;
+}
+
+std::wstring currentMaterial(const Model& model) {
+  const std::wstring name = text::fromUtf8(model.document->record.material);
+  const auto held = itemNamed(model, ProItemType::material, name);
+  return held ? held.value.name : name;
+}
+
+std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner) {
+  if (owner.type != ProItemType::model) return nullptr;
+  ModelRecord& record = model.document->record;
+  return owner.id == creo::kPostRegeneration ? &record.postRelations : &record.relations;
+}
+
+}  // namespace headless

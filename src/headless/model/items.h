@@ -1,0 +1,29 @@
+// Things in models by type, id and name.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+// The named things of one type in a model: its layers, views, states, cross sections, features, dimensions, materials.
+struct NamedItem {
+  int id = 0;
+  std::wstring name;  // empty: it has none
+};
+std::vector<NamedItem> namedItems(const Model& model, creo::ProItemType type);
+
+// ProNotFound: it has no name, or has gone.
+creo::Got<std::wstring> itemName(const Model& model, const creo::ProModelitem& item);
+// Case-blind; the first of that name. ProNotFound: none.
+creo::Got<creo::ProModelitem> itemNamed(const Model& model, creo::ProItemType type, const std::wstring& name);
+
+// The current material as the part's materials spell it; empty where none is set.
+std::wstring currentMaterial(const Model& model);
+
+// The lines that a set of relations holds. Null for an item that owns none.
+std::vector<std::string>* relationLines(const Model& model, const creo::ProModelitem& owner);
+
+}  // namespace headless

@@ -1,0 +1,264 @@
+#include "headless/model/regenerate.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <set>
+
+#include "headless/model/family.h"
+#include "headless/model/features.h"
+#include "headless/model/parameters.h"
+#include "headless/model/relations.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+
+using creo::ProFamitemType;
+using creo::ProFeatureStatus;
+using creo::ProMdl;
+using creo::ProRegenerationStatus;
+using creo::ProVerification;
+
+namespace {
+
+std::wstring fileLabel(const Model& model) { return model.name + L'.' + creo::typeExtension(model.type()); }
+
+RelationValue relationValue(const Scalar& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
+  if (const auto* real = std::get_if<double>(&value)) return *real;
+  if (const auto* integer = std::get_if<int>(&value)) return static_cast<double>(*integer);
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
+  return {};
+}
+
+// What the type makes of a value; nothing for a value that it can't hold.
+std::optional<Scalar> scalarOf(const RelationValue& value, creo::ProParamvalueType type) {
+  const auto held = number(value);
+  switch (type) {
+    case creo::ProParamvalueType::string:
+      if (const auto* text = std::get_if<std::string>(&value)) return Scalar(*text);
+      break;
+    case creo::ProParamvalueType::real:
+      if (held) return Scalar(*held);
+      break;
+    case creo::ProParamvalueType::integer:
+      if (held && std::abs(*held) <= std::numeric_limits<int>::max())
+        return Scalar(static_cast<int>(std::lround(*held)));
+      break;
+    case creo::ProParamvalueType::boolean:
+      if (held) return Scalar(*held != 0);
+      break;
+    case creo::ProParamvalueType::noteId:
+    case creo::ProParamvalueType::none:
+      break;
+  }
+  return {};
+}
+
+// A model's parameters and dimensions as its relations see them; a parameter hides a dimension of its name.
+class Names {
+ public:
+  explicit Names(Model& model) : model_(model) {
+    auto& dimensions = model.document->record.dimensions;
+    for (std::size_t i = 0; i < dimensions.size(); ++i) dimensions_.try_emplace(folded(symbolOf(dimensions[i])), i);
+  }
+
+  [[nodiscard]] std::optional<RelationValue> value(std::string_view name) const {
+    const Target target = find(name);
+    if (!target.stored) return {};
+    const Scalar* own = rowValue(*model_.document, model_.row, target.column, target.name);
+    return relationValue(own ? *own : *target.stored);
+  }
+
+  enum class Given { same, changed, wrongType };
+  // An instance takes a value where its family table has a column for it, or where the parameter is its own.
+  Given give(const Assignment& assigned) {
+    const Target target = find(assigned.name);
+    if (!target.stored || assigned.value.index() == 0) return Given::same;
+    auto wanted = scalarOf(assigned.value, target.type);
+    if (!wanted) return Given::wrongType;
+    if (value(assigned.name) == relationValue(*wanted)) return Given::same;
+    ModelDocument& document = *model_.document;
+    if (!model_.row || target.row) {
+      *target.stored = std::move(*wanted);
+    } else {
+      if (!hasColumn(document, model_.row, target.column, target.name)) return Given::same;
+      setRowValue(document, *model_.row, target.column, target.name, std::move(*wanted));
+    }
+    document.touch(model_.row);
+    return Given::changed;
+  }
+
+ private:
+  struct Target {
+    Scalar* stored = nullptr;  // null: there is no such name
+    std::string name;
+    creo::ProParamvalueType type = creo::ProParamvalueType::real;
+    ProFamitemType column = ProFamitemType::dimension;
+    bool row = false;  // the instance's own parameter
+  };
+  [[nodiscard]] Target find(std::string_view name) const {
+    ModelDocument& document = *model_.document;
+    if (ParameterRecord* parameter = findParameter(document, model_.row, name)) {
+      const bool own = model_.row && !findParameter(document, nullptr, name);
+      return {&parameter->value, parameter->name, parameter->type, ProFamitemType::parameter, own};
+    }
+    const auto dimension = dimensions_.find(folded(name));
+    if (dimension == dimensions_.end()) return {};
+    DimensionRecord& record = document.record.dimensions[dimension->second];
+    return {&record.value, symbolOf(record)};
+  }
+
+  Model& model_;
+  std::unordered_map<std::string, std::size_t> dimensions_;  // places by folded symbol
+};
+
+struct Outcome {
+  ProRegenerationStatus status = ProRegenerationStatus::regenerated;
+  std::wstring reason;  // of a failure
+};
+
+Outcome failure(std::wstring reason) { return {ProRegenerationStatus::failed, std::move(reason)}; }
+
+Outcome runRelations(Model& model) {
+  ModelDocument& document = *model.document;
+  const ModelRecord& record = document.record;
+  if (record.relations.empty() && record.postRelations.empty()) return {};
+  Names names(model);
+  Relations relations([&names](std::string_view name) { return names.value(name); });
+  const auto faulty = [](const wchar_t* what, const RelationFault& fault) {
+    return failure(text::format(L"%s line %d: %s", std::wstring(what), static_cast<int>(fault.line), fault.reason));
+  };
+  if (const RelationFault fault = relations.run(record.relations)) return faulty(L"relation", fault);
+  if (const RelationFault fault = relations.run(record.postRelations)) return faulty(L"post relation", fault);
+  Outcome outcome;
+  for (const Assignment& one : relations.assignments()) {
+    const Names::Given given = names.give(one);
+    if (given == Names::Given::wrongType)
+      return failure(text::format(L"'%s' can't take the value that a relation gives it", text::fromUtf8(one.name)));
+    if (given == Names::Given::same) continue;
+    // Only the post relations assign it, and the relations have read the old value.
+    const auto& inRelations = document.relationNames();
+    const std::string key = folded(one.name);
+    if (inRelations.read.contains(key) && !inRelations.assigned.contains(key))
+      outcome.status = ProRegenerationStatus::needed;
+  }
+  return outcome;
+}
+
+Outcome regenerateAlone(Model& model) {
+  for (const ModelFeature& feature : featuresOf(model)) {
+    if (featureStatus(feature) != ProFeatureStatus::unregenerated) continue;
+    std::wstring name = featureName(feature);
+    if (name.empty()) name = std::to_wstring(feature.place.id);
+    return failure(text::format(L"the feature %s isn't regenerated", name));
+  }
+  return runRelations(model);
+}
+
+ProVerification verificationOf(ProRegenerationStatus status) {
+  switch (status) {
+    case ProRegenerationStatus::regenerated:
+      return ProVerification::verified;
+    case ProRegenerationStatus::needed:
+      return ProVerification::notVerified;
+    case ProRegenerationStatus::failed:
+    case ProRegenerationStatus::connectFailed:
+      break;
+  }
+  return ProVerification::failed;
+}
+
+// A status that is there already leaves the document alone.
+template <class Status>
+void keep(Model& model, Status& held, Status now) {
+  if (held == now) return;
+  held = now;
+  model.document->touch(model.row);
+}
+
+ProRegenerationStatus finish(Models& models, Model& model, const Outcome& outcome) {
+  if (!outcome.reason.empty()) models.message(fileLabel(model) + L": " + outcome.reason);
+  if (model.row)
+    keep(model, model.row->verification, verificationOf(outcome.status));
+  else
+    keep(model, model.document->record.regeneration, outcome.status);
+  return outcome.status;
+}
+
+// The models of components that aren't suppressed, as far as they are in memory.
+std::vector<ProMdl> componentsOf(const Models& models, const Model& model) {
+  std::vector<ProMdl> components;
+  for (const ModelFeature& feature : featuresOf(model)) {
+    if (!feature.isComponent()) continue;
+    const ProFeatureStatus status = featureStatus(feature);
+    if (status != ProFeatureStatus::active && status != ProFeatureStatus::unregenerated) continue;
+    if (const auto used = models.inMemory(featureName(feature), feature.component()->type))
+      components.push_back(used.value);
+  }
+  return components;
+}
+
+// Components before what they are in, each once; an assembly that holds itself ends at itself.
+std::vector<ProMdl> bottomUp(const Models& models, ProMdl top) {
+  struct Step {
+    ProMdl model;
+    bool componentsDone = false;
+  };
+  std::vector<ProMdl> order;
+  std::set<ProMdl> seen;
+  std::vector<Step> steps{{top}};
+  while (!steps.empty()) {
+    Step& step = steps.back();
+    const ProMdl model = step.model;
+    if (step.componentsDone || !seen.insert(model).second) {
+      if (step.componentsDone) order.push_back(model);
+      steps.pop_back();
+      continue;
+    }
+    step.componentsDone = true;
+    for (const ProMdl component : componentsOf(models, *models.find(model)))
+      if (!seen.contains(component)) steps.push_back({component});
+  }
+  return order;
+}
+
+void regenerateInstances(Models& models, const Model& generic) {
+  for (const ModelInMemory& one : models.list()) {
+    Model* instance = models.find(one.handle);
+    if (!instance->row || instance->document != generic.document || instance->row == generic.row) continue;
+    const RowRecord* above = instance->row->parent;
+    while (above && above != generic.row) above = above->parent;
+    if (above == generic.row) finish(models, *instance, regenerateAlone(*instance));
+  }
+}
+
+}  // namespace
+
+ProRegenerationStatus regenerationStatus(const Model& model) {
+  if (model.row && model.row->verification == ProVerification::verified) return ProRegenerationStatus::regenerated;
+  if (model.row && model.row->verification == ProVerification::failed) return ProRegenerationStatus::failed;
+  return model.document->record.regeneration;
+}
+
+creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo) {
+  if (!models.find(solid)) return creo::ProBadInputs;
+  std::set<ProMdl> failed;
+  ProRegenerationStatus status = ProRegenerationStatus::regenerated;
+  for (const ProMdl handle : bottomUp(models, solid)) {
+    Model& model = *models.find(handle);
+    Outcome outcome = regenerateAlone(model);
+    for (const ProMdl component : componentsOf(models, model)) {
+      if (!outcome.reason.empty() || !failed.contains(component)) continue;
+      outcome = failure(text::format(L"its component %s fails", fileLabel(*models.find(component))));
+    }
+    status = finish(models, model, outcome);
+    if (status == ProRegenerationStatus::failed) failed.insert(handle);
+  }
+  if (instancesToo) regenerateInstances(models, *models.find(solid));
+  if (status == ProRegenerationStatus::failed) return creo::ProRegenFailed;
+  return status == ProRegenerationStatus::needed ? creo::ProRegenAgain : creo::ProNoError;
+}
+
+}  // namespace headless

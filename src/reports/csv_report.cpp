@@ -1,0 +1,164 @@
+#include "reports/csv_report.h"
+
+#include <algorithm>
+
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProFamtable.h"
+#include "creo/ProMdl.h"
+#include "os/surroundings.h"
+#include "reports/csv_text.h"
+#include "reports/side_file.h"
+
+namespace reports {
+namespace {
+
+std::uint32_t keyNumber(CsvReport& report, std::wstring_view key) {
+  const auto next = static_cast<std::uint32_t>(report.keyNumbers.size());
+  const auto [at, isNew] = report.keyNumbers.try_emplace(std::wstring(key), next);
+  if (isNew) report.isColumn.push_back(false);
+  return at->second;
+}
+
+// Null for a row without a value of that key.
+const std::wstring* valueOf(const Row& row, std::uint32_t key) {
+  const auto at =
+      std::lower_bound(row.begin(), row.end(), key, [](const Cell& c, std::uint32_t k) { return c.key < k; });
+  return at != row.end() && at->key == key ? &at->value : nullptr;
+}
+
+void beginModel(CsvReport& report, const creo::ProMdlData& data) {
+  if (!report.newRowAtNewModel) return;
+  if (report.lastModelName == data.name && report.lastModelType == data.type) return;
+  report.lastModelName = data.name;
+  report.lastModelType = data.type;
+  reportNextRow(report);
+}
+
+// "BOLT_20<BOLT>.PRT" of an instance, else "BOLT.PRT".
+std::wstring fileNameValue(creo::ProMdl model, const creo::ProMdlData& data) {
+  if (const auto generic = creo::ProFaminstanceGenericGet(model, true)) {
+    if (const auto name = creo::ProMdlNameGet(generic.value)) return data.name + L"<" + name.value + L">." + data.type;
+  }
+  return data.name + L"." + data.type;
+}
+
+// leadingFileName: the "File name" value stands before the columns too.
+void writeRows(CsvReport& report, bool leadingFileName) {
+  const std::uint32_t fileName = leadingFileName ? keyNumber(report, kFileNameColumn) : 0;
+  static const std::wstring none;
+  const auto value = [](const std::wstring* text) { return text ? std::wstring_view(*text) : std::wstring_view(none); };
+  if (report.headerPending && report.overwrite) {
+    if (leadingFileName) appendValue(report, kFileNameColumn);
+    for (const std::wstring& title : report.columnTitles) appendValue(report, title);
+    appendLineEnd(report);
+  }
+  for (std::size_t i = 0; i < report.rows.size() && i <= report.currentRow; ++i) {
+    const Row& row = report.rows[i];
+    if (row.empty()) continue;
+    if (leadingFileName) appendValue(report, value(valueOf(row, fileName)));
+    for (const std::uint32_t column : report.columnNumbers) appendValue(report, value(valueOf(row, column)));
+    appendLineEnd(report);
+  }
+  writePending(report);
+}
+
+}  // namespace
+
+CsvReport& ReportRegistry::add(std::wstring_view name) {
+  reports_.push_back(std::make_unique<CsvReport>());
+  reports_.back()->name = name;
+  return *reports_.back();
+}
+
+CsvReport* ReportRegistry::find(std::wstring_view name) const {
+  const auto at =
+      std::find_if(reports_.rbegin(), reports_.rend(), [name](const auto& report) { return report->name == name; });
+  return at == reports_.rend() ? nullptr : at->get();
+}
+
+ReportRegistry& reportRegistry() {
+  auto& reports = core::pluginState().reports;
+  if (!reports) reports = std::make_shared<ReportRegistry>();
+  return *reports;
+}
+
+CsvReport* reportForModel(std::wstring_view name, creo::ProMdl model) {
+  CsvReport* report = reportRegistry().find(name);
+  if (!report) {
+    core::logWrite(L"Report can't be found", core::kError);
+    return nullptr;
+  }
+  if (!report->form.fileNameFirst || !model) return report;
+  if (const auto data = creo::ProMdlDataGet(model)) {
+    beginModel(*report, data.value);
+    reportSetValue(*report, kFileNameColumn, fileNameValue(model, data.value));
+  }
+  return report;
+}
+
+void reportAddColumn(CsvReport& report, std::wstring_view key, std::wstring_view title, ColumnSource source) {
+  const std::uint32_t number = keyNumber(report, key);
+  if (report.isColumn[number]) return;
+  report.isColumn[number] = true;
+  report.columnNumbers.push_back(number);
+  report.columnKeys.emplace_back(key);
+  report.columnTitles.emplace_back(title);
+  core::logIndented(L"Header added: " + std::wstring(title), core::kNormal, 1);
+  if (source == ColumnSource::action) writeSideFile(report);
+}
+
+void reportSetValue(CsvReport& report, std::wstring_view key, std::wstring_view value) {
+  if (report.rows.size() <= report.currentRow) report.rows.emplace_back();
+  Row& row = report.rows[std::min(report.currentRow, report.rows.size() - 1)];
+  const std::uint32_t number = keyNumber(report, key);
+  const auto at =
+      std::lower_bound(row.begin(), row.end(), number, [](const Cell& c, std::uint32_t k) { return c.key < k; });
+  if (at != row.end() && at->key == number)
+    at->value = value;
+  else
+    row.insert(at, {number, std::wstring(value)});
+}
+
+void reportNextRow(CsvReport& report) {
+  if (!report.rows.empty() && report.rows.back().empty()) return;
+  ++report.currentRow;
+  if (report.rows.size() <= report.currentRow) report.rows.emplace_back();
+}
+
+bool reportOpenStream(CsvReport& report) {
+  auto opened = os::files().append(report.path);
+  if (opened) report.stream = std::move(opened.value);
+  if (!report.isOpen()) core::logWrite(L"Failure while open report.", core::kError);
+  return report.isOpen();
+}
+
+void reportFlush(CsvReport& report) {
+  report.atLineStart = true;
+  if (!report.isOpen() && !reportOpenStream(report)) return;
+  const bool hasColumn = !report.columnKeys.empty() && report.columnKeys.front() == kFileNameColumn;
+  writeRows(report, report.form.fileNameFirst && !hasColumn);
+  report.headerPending = false;
+  report.rows.clear();
+  report.currentRow = 0;
+}
+
+void reportClose(CsvReport& report) {
+  report.atLineStart = true;
+  if (!report.isOpen() && !reportOpenStream(report)) return;
+  writeRows(report, report.form.fileNameFirst);
+  report.stream.reset();
+  if (!report.overwrite) replaceHeaderLine(report);
+  if (report.openAfterCreation) os::processes().open(report.path);
+}
+
+void reportsNextRowAll(const ReportRegistry& registry) {
+  for (const auto& report : registry.all()) reportNextRow(*report);
+}
+
+void reportsCloseAll(ReportRegistry& registry) {
+  for (const auto& report : registry.all()) reportClose(*report);
+  registry.clear();
+}
+
+}  // namespace reports

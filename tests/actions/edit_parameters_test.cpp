@@ -1,0 +1,264 @@
+// Values, types and names of parameters changed; parameters deleted. What is on disk afterwards decides.
+#include "actions/action_fixture.h"
+#include "text/encoding.h"
+
+namespace test {
+namespace {
+
+class EditParameters : public ActionTest {
+ protected:
+  struct Case {
+    std::string tasks;
+    std::wstring saved;  // all parameters afterwards
+    std::wstring said;   // a piece of the log; empty: any
+  };
+  static void fill(World& world) {
+    world.part(L"BRACKET").with(L"COLOR", L"red").with(L"MASS", 2.5).with(L"COUNT", 7).with(L"CHECKED", true);
+  }
+  static void expectEach(const std::vector<Case>& cases) {
+    for (const Case& one : cases) {
+      World own;
+      fill(own);
+      own.list("list.xml", one.tasks + task("saveModel"));
+      own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+      EXPECT_EQ(one.saved, own.savedParameters("BRACKET.prt")) << one.tasks;
+      EXPECT_NE(std::wstring::npos, told(own.log()).find(one.said)) << one.tasks << "\n" << text::toUtf8(own.log());
+    }
+  }
+  static std::string edit(const std::string& attributes) { return task("editModelParameter", attributes); }
+  static std::string rename(const std::string& attributes) { return task("editModelParameterName", attributes); }
+  static std::string remove(const std::string& attributes) { return task("deleteModelParameter", attributes); }
+};
+
+TEST_F(EditParameters, SetsValuesByNameAndByValue) {
+  const std::wstring same = L"COLOR=red MASS=2.5 COUNT=7 CHECKED=true";
+  const std::string longest(80, 'x');
+  expectEach({
+      {edit("searchin='1' name='col*' totype='0' value='dark @para@'"), L"COLOR=dark red MASS=2.5 COUNT=7 CHECKED=true",
+       L"set 'COLOR' value to 'dark red'"},
+      {edit("searchin='1' name='MASS' totype='2' value='@line@1'"), L"COLOR=red MASS=2.5000001 COUNT=7 CHECKED=true",
+       L"set 'MASS' value to '2.500000'"},
+      {edit("searchin='2' name='7' totype='1' value='8'"), L"COLOR=red MASS=2.5 COUNT=8 CHECKED=true", L""},
+      {edit("searchin='2' name='yes' totype='3' value='no'"), L"COLOR=red MASS=2.5 COUNT=7 CHECKED=false", L""},
+      {edit("searchin='2' name='/^r.d$/' totype='0' value='blue'"), L"COLOR=blue MASS=2.5 COUNT=7 CHECKED=true",
+       L"W:/^r.d$/ - Integer can't compared with not a number"},
+      {edit("searchin='1' name='MASS' totype='2' value='abc'"), same,
+       L"E:Failure at parameter 'MASS' while cast value 'abc' to double"},
+      {edit("searchin='1' name='COUNT' totype='1' value='99999999999'"), same,
+       L"E:Failure at parameter 'COUNT' while cast value '99999999999' to integer"},
+      {edit("searchin='1' name='COLOR' totype='0' value='%NONE%'"), same,
+       L"E:The parameter 'COLOR' is not set because errors in the replacement"},
+      {edit("searchin='1' name='COLOR' totype='0' value='" + longest + "'"),
+       L"COLOR=" + std::wstring(80, L'x') + L" MASS=2.5 COUNT=7 CHECKED=true", L""},
+      {edit("searchin='1' name='COLOR' totype='0' value='" + longest + "x'"), same,
+       L"E:The parameter 'COLOR' is not set because errors in the replacement"},
+      {edit("searchin='3' name='COLOR' totype='0' value='x'"), same, L"E:Error in xml"},
+      {edit("searchin='1' name='NOBODY' totype='0' value='x'"), same, L"Could be alternative one, check that"},
+  });
+}
+
+TEST_F(EditParameters, RetypesAndRenames) {
+  const std::wstring same = L"COLOR=red MASS=2.5 COUNT=7 CHECKED=true";
+  expectEach({
+      {edit("searchin='1' name='MASS' totype='0' value='@para@ kg'"),
+       L"COLOR=red COUNT=7 CHECKED=true MASS=2.500000 kg", L"typechange from Double to String"},
+      {edit("searchin='1' name='*' totype='1' value='@para@'"), L"COUNT=7 COLOR=0 MASS=2 CHECKED=0", L""},
+      {edit("searchin='1' name='COUNT' totype='9' value='1'"), same, L"E:The type '9' isn't one of 0, 1, 2, 3"},
+      {rename("searchin='1' name='COLOR' value='COLOUR'"), L"MASS=2.5 COUNT=7 CHECKED=true COLOUR=red",
+       L"typechange from String to new Name"},
+      {rename("searchin='2' name='2.5' value='WEIGHT'"), L"COLOR=red COUNT=7 CHECKED=true WEIGHT=2.5", L""},
+      {rename("searchin='1' name='COLOR' value='mass'"), same,
+       L"E:A parameter 'mass' exists already, nothing is renamed"},
+      {rename("searchin='1' name='COLOR' value='1st'"), L"MASS=2.5 COUNT=7 CHECKED=true COLOR=red",
+       L"E:Parameter '1st' can't be created, the old one is put back"},
+  });
+}
+
+TEST_F(EditParameters, DeletesWhatTheEntriesName) {
+  expectEach({
+      {remove("searchin='1' name_0='C*' name_7='MASS'"), L"", L"COLOR|deleted"},
+      {remove("searchin='2' name_0='red' name_1='7' name_2='true' name_3='2.50'"), L"", L""},
+      {remove("searchin='2' name_0='re*' name_1='8' name_2='2.*' name_3='false'"), L"COLOR=red COUNT=7 CHECKED=true",
+       L"MASS|deleted"},
+      {remove("searchin='1' name_100='*'"), L"COLOR=red MASS=2.5 COUNT=7 CHECKED=true", L""},
+      {remove("searchin='1' name_0='MASS' oiFamtab='true'"), L"COLOR=red MASS=2.5 COUNT=7 CHECKED=true",
+       L"W:Parameter is not in Family Table"},
+  });
+}
+
+TEST_F(EditParameters, KeepDrivenOnes) {
+  world.member("dummy.txt", "");
+  writeBytes(world.models() + "/bracket.prt.1",
+             R"({"format": 1, "relations": ["MASS = LENGTH * 2", "FOO = COUNT"], "parameters": [
+  {"name": "MASS", "type": "double", "value": 4.0}, {"name": "LENGTH", "type": "double", "value": 2.0},
+  {"name": "OTHER", "type": "string", "value": "x", "driver": "function"}]})");
+  const std::wstring log =
+      run(edit("searchin='1' name='*' totype='0' value='y'") + remove("searchin='1' name_0='*'") + task("saveModel"));
+  for (const wchar_t* line : {L"E:Parameter 'MASS' can't be edit, because it is relation driven",
+                              L"E:Parameter 'OTHER' can't be edit, because it is function driven",
+                              L"E:Parameter 'LENGTH' can't be deleted, it stays as it is",
+                              L"E:Failure Parameter MASS can not be deleted, because a relation needs it",
+                              L"E:Failure Parameter OTHER can not be deleted, because a function points on it",
+                              L"E:Failure Parameter LENGTH can not be deleted"})
+    EXPECT_NE(std::wstring::npos, log.find(line)) << text::toUtf8(line);
+  EXPECT_EQ(L"MASS=4 LENGTH=2 OTHER=x", world.savedParameters("BRACKET.prt"));
+}
+
+TEST_F(EditParameters, OfOneNameTheFirstStays) {
+  writeBytes(world.models() + "/bracket.prt.1", R"({"format": 1, "parameters": [
+  {"name": "A", "type": "integer", "value": 1}, {"name": "B", "type": "integer", "value": 2},
+  {"name": "A", "type": "integer", "value": 3}, {"name": "B", "type": "integer", "value": 4},
+  {"name": "A", "type": "integer", "value": 5}]})");
+  EXPECT_EQ(L"B0 delete double defined parameters|delete A|delete B|delete A|B1 Save model",
+            run(task("deleteDoubleDefinedParameters") + task("saveModel")));
+  EXPECT_EQ(L"A=1 B=2", world.savedParameters("BRACKET.prt"));
+}
+
+class EditFamily : public EditParameters {
+ protected:
+  static std::string path(const World& world) { return world.models() + "/bolt.prt.1"; }
+  static void bolts(const World& world) {
+    writeBytes(path(world), R"({"format": 1, "parameters": [
+  {"name": "SIZE", "type": "double", "value": 3.0, "units": "mm", "description": "thread", "designated": true},
+  {"name": "GRADE", "type": "string", "value": "8.8"}],
+  "familyTable": {"items": [{"type": "parameter", "name": "SIZE"}], "instances": [
+    {"name": "M4", "values": {"SIZE": 4.0}, "familyTable": {"items": [{"type": "parameter", "name": "SIZE"}],
+      "instances": [{"name": "M4_LONG", "values": {"SIZE": 4.25}}, {"name": "M4_SHORT"}]}},
+    {"name": "M5"}]}})");
+  }
+  // The document without blanks, from "familyTable" on.
+  static std::string table(const World& world) {
+    std::string all = world.document("BOLT.prt");
+    std::erase_if(all, [](char c) { return c == ' ' || c == '\n'; });
+    const auto at = all.find("\"familyTable\"");
+    return at == std::string::npos ? all : all.substr(at, all.find("\"externalData\"") - at);
+  }
+};
+
+TEST_F(EditFamily, ARetypeCarriesColumnsAndEachOwnValue) {
+  bolts(world);
+  run(edit("searchin='1' name='SIZE' totype='0' value='@para@'") + task("saveModel"), L"BOLT");
+  EXPECT_EQ(L"GRADE=8.8 SIZE=3.000000", world.savedParameters("BOLT.prt"));
+  EXPECT_EQ(
+      R"("familyTable":{"items":[{"type":"parameter","name":"SIZE"}],"instances":[{"name":"M4","values":{"SIZE":"4.000000"},"familyTable":{"items":[{"type":"parameter","name":"SIZE"}],"instances":[{"name":"M4_LONG","values":{"SIZE":"4.250000"}},{"name":"M4_SHORT"}]}},{"name":"M5"}]},)",
+      table(world));
+  EXPECT_NE(std::string::npos, world.document("BOLT.prt").find("\"thread\""));
+  EXPECT_NE(std::string::npos, world.document("BOLT.prt").find("\"designated\": true"));
+}
+
+TEST_F(EditFamily, ARenameKeepsNumbersAndUnitsExact) {
+  bolts(world);
+  run(rename("searchin='1' name='SIZE' value='DIAMETER'") + task("saveModel"), L"BOLT");
+  EXPECT_NE(std::string::npos, table(world).find(R"("name":"M4_LONG","values":{"DIAMETER":4.25})"));
+  EXPECT_NE(std::string::npos, world.document("BOLT.prt").find("\"units\": \"mm\""));
+}
+
+TEST_F(EditFamily, EditsEachInstanceWhenAsked) {
+  bolts(world);
+  run(edit("searchin='1' name='SIZE' totype='2' value='9' genAllInst='true'") + task("saveModel"), L"BOLT");
+  for (const char* value : {R"("name":"M4","values":{"SIZE":9.0})", R"("name":"M4_LONG","values":{"SIZE":9.0})"})
+    EXPECT_NE(std::string::npos, table(world).find(value)) << table(world);
+}
+
+TEST_F(EditFamily, TakesAColumnAway) {
+  bolts(world);
+  EXPECT_EQ(L"B0 Delete Model Parameter|Search in name|SIZE|Deleted from Family Table|B1 Save model",
+            run(remove("searchin='1' name_0='SIZE' oiFamtab='true'") + task("saveModel"), L"BOLT"));
+  EXPECT_EQ(L"SIZE=3 GRADE=8.8", world.savedParameters("BOLT.prt"));
+  EXPECT_NE(std::string::npos, table(world).find(R"({"name":"M4","familyTable")"));
+}
+
+// Whatever operation fails once in the middle of a conversion: every value is there afterwards, under one type or the
+// other.
+TEST_F(EditFamily, LosesNothingWhenAnOperationFailsOnce) {
+  const char* operations[] = {"ProParameterDelete",
+                              "ProParameterCreate",
+                              "ProParameterUnitsGet",
+                              "ProParameterDescriptionGet",
+                              "ProParameterDescriptionSet",
+                              "ProParameterDesignationAdd",
+                              "ProParameterValueGet",
+                              "ProFamtableInit",
+                              "ProFamtableInstanceVisit",
+                              "ProFaminstanceCreate",
+                              "ProFaminstanceValueGet",
+                              "ProFaminstanceValueSet",
+                              "ProFaminstanceFamtableItemIsDefault",
+                              "ProFamtableItemAdd",
+                              "ProMdlTypeGet",
+                              "ProMdlToModelitem",
+                              "ProParameterVisit",
+                              "ProParameterDriverGet",
+                              "ProMdlErase"};
+  for (const char* operation : operations) {
+    World own;
+    bolts(own);
+    own.list("list.xml", edit("searchin='1' name='SIZE' totype='0' value='@para@'") + task("saveModel"));
+    own.start();
+    own.open(L"BOLT", creo::ProMdlType::part);
+    own.openTool();
+    own.choose("list.xml");
+    own.session().failNext(operation, creo::ProGeneralError);
+    own.pressStart();
+    std::string values = table(own);
+    EXPECT_NE(std::string::npos, values.find("4.25")) << operation << values;
+    EXPECT_NE(std::string::npos, values.find("{\"name\":\"M5\"}")) << operation << values;
+    const std::string document = own.document("BOLT.prt");
+    EXPECT_NE(std::string::npos, document.find("\"thread\"")) << operation;
+    EXPECT_NE(std::string::npos, document.find("\"designated\": true")) << operation;
+  }
+}
+
+TEST(AlternativeColumns, AreAddedByTheFamilyTablesDialog) {
+  World world;
+  world.part(L"BOLT").with(L"SIZE", 1.0).column(L"SIZE").instance(L"M4", {"4.0"});
+  world.list("list.xml",
+             "<task type='addModelParameterToFamilyTable' version='3' forPRT='true' mass='true' ixx='true'/>"
+             "<task type='addModelParameterToFamilyTable' version='3' forPRT='true' mass='true'/>");
+  world.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
+  EXPECT_EQ(
+      L"B0 Add alternative model parameter to family table|Parameter 'PRO_MP_ALT_MASS' added to family table|"
+      L"Parameter 'PRO_MP_ALT_IXX' added to family table|B1 Add alternative model parameter to family table|"
+      L"W:Parameter 'PRO_MP_ALT_MASS' is already in the family table",
+      told(world.log()));
+}
+
+TEST(DesignationFlags, AreSetForAllParameters) {
+  World world;
+  world.part(L"BRACKET").with(L"A", 1).with(L"B", L"x");
+  world.list("list.xml",
+             "<task type='changeAllDesignationFlags' version='3' forPRT='true' to='true'/>"
+             "<task type='changeAllDesignationFlags' version='3' forPRT='true' to='false'/>");
+  world.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+  EXPECT_EQ(
+      L"B0 Change all designation flags|Change all designations|set designated value from A to true|"
+      L"set designated value from B to true|All parameter designations are set to true|"
+      L"B1 Change all designation flags|Change all designations|set designated value from A to false|"
+      L"set designated value from B to false|All parameter designations are set to false",
+      told(world.log()));
+}
+
+TEST(FeatureAndMaterialParameters, GoToTheirOwners) {
+  World world;
+  writeBytes(world.models() + "/bracket.prt.1", R"({"format": 1, "material": "STEEL",
+  "materials": [{"name": "STEEL", "parameters": []}],
+  "features": [{"id": 5, "name": "HOLE_1", "type": 911}, {"id": 9, "name": "ROUND_1", "type": 913}]})");
+  world.list("list.xml",
+             "<task type='addKEParameter' version='3' forPRT='true' feat='4' featname='hole*' name_0='DEPTH' "
+             "type_0='Double' value_0='3'/>"
+             "<task type='addKEParameter' version='3' forPRT='true' feat='3' name_0='OK' type_0='Boolean'/>"
+             "<task type='deleteKEParameter' version='3' forPRT='true' searchin='2' name_0='3'/>"
+             "<task type='addMaterialParameter' version='3' forPRT='true' name_0='RHO' type_0='Double' value_0='7.8'/>"
+             "<task type='editMaterialParameter' version='3' forPRT='true' searchin='1' name='RHO' totype='2' "
+             "value='7.9'/><task type='saveModel' version='3' forPRT='true'/>");
+  world.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+  std::string document = world.document("BRACKET.prt");
+  std::erase_if(document, [](char c) { return c == ' ' || c == '\n'; });
+  EXPECT_EQ(std::string::npos, document.find("DEPTH")) << document;
+  EXPECT_NE(std::string::npos, document.find(R"({"name":"RHO","type":"double","value":7.9})")) << document;
+  EXPECT_TRUE(world.logHas(L"KE: 5 HOLE_1"));
+  EXPECT_NE(std::string::npos, document.rfind("\"OK\""));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,213 @@
+// Regeneration: relations are read and worked out, what is wrong fails and says so.
+#include "creo/ProFeature.h"
+#include "creo/ProNotify.h"
+#include "creo/ProSolid.h"
+#include "headless/session_fixture.h"
+
+namespace headless {
+namespace {
+
+using namespace creo;
+
+class Regeneration : public test::HeadlessSession {
+ protected:
+  static std::string quoted(const std::vector<std::string>& lines) {
+    std::string out = "[";
+    for (const std::string& line : lines) {
+      out += out.size() > 1 ? ", \"" : "\"";
+      for (const char c : line) out += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+      out += "\"";
+    }
+    return out + "]";
+  }
+  ProMdl related(const std::vector<std::string>& relations) {
+    const std::string name = "m" + std::to_string(++number_);
+    model(name + ".prt.1", R"("parameters": [{"name": "A", "type": "double", "value": 2},
+        {"name": "N", "type": "integer", "value": 3}, {"name": "T", "type": "string", "value": "x"},
+        {"name": "B", "type": "boolean", "value": false}],
+        "dimensions": [{"id": 1, "value": 10}], "relations": )" +
+                               quoted(relations));
+    return retrieve(text::fromUtf8(name));
+  }
+
+ private:
+  int number_ = 0;
+};
+
+TEST_F(Regeneration, RelationsAreWorkedOut) {
+  const struct {
+    std::vector<std::string> relations;
+    const char* parameters;
+  } cases[] = {
+      {{"A = 1 + 2 * 3 ^ 2"}, "A=19 N=3 T=x B=false"},
+      {{"a=-2^2+(1+2)*-3"}, "A=-13 N=3 T=x B=false"},
+      {{"A = 2 ^ -1 - 1 - 1"}, "A=-1.5 N=3 T=x B=false"},
+      {{"A = d1 / 4 + n"}, "A=5.5 N=3 T=x B=false"},
+      {{"A = sqrt(16) + max(1, 2) + sin(90) + C2"}, "A=9 N=3 T=x B=false"},
+      {{"A = 1.5e1 + .5"}, "A=15.5 N=3 T=x B=false"},
+      {{"T = \"a=b\" + '/*'  /* a text keeps its marks"}, "A=2 N=3 T=a=b/* B=false"},
+      {{"B = A > 1 & !(T == \"y\") | NO"}, "A=2 N=3 T=x B=true"},
+      {{"N = 7.6"}, "A=2 N=8 T=x B=false"},
+      {{"w = 4", "A = w * 2"}, "A=8 N=3 T=x B=false"},
+      {{"A = w * 2", "w = 4"}, "A=2 N=3 T=x B=false"},
+      {{"A = 1", "A = A + 1"}, "A=2 N=3 T=x B=false"},
+      {{"A = 1 + \\", "  2 \\  ", "+ 3"}, "A=6 N=3 T=x B=false"},
+      {{"IF A > 5", "N = 1", "ELSE", "IF (B)", "N = 2", "ELSE", "N = 9", "ENDIF", "ENDIF"}, "A=2 N=9 T=x B=false"},
+      {{"", "/* = (", "  "}, "A=2 N=3 T=x B=false"},
+      // What isn't worked out leaves its target alone.
+      {{"A = 5 [in]", "N = mp_mass(\"\") + 1", "T = rel_model_name()"}, "A=2 N=3 T=x B=false"},
+      {{"IF mp_mass(\"\") > 3", "A = 7", "ENDIF"}, "A=2 N=3 T=x B=false"},
+      {{"A = LENGTH:12 * 2"}, "A=2 N=3 T=x B=false"},
+      {{"SOLVE", "x + A = d1", "FOR x", "N = x"}, "A=2 N=3 T=x B=false"},
+  };
+  for (const auto& c : cases) {
+    const ProMdl part = related(c.relations);
+    EXPECT_EQ(ProNoError, ProSolidRegenerate(part, kRegenerateNoFlags)) << messages();
+    EXPECT_EQ(c.parameters, parameters(part)) << c.relations.front();
+  }
+}
+
+TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
+  const struct {
+    std::vector<std::string> relations;
+    std::string message;
+  } cases[] = {
+      {{"A = (1 + 2"}, "1: a bracket isn't closed"},
+      {{"A = 1)"}, "1: a bracket closes that wasn't opened"},
+      {{"", "A = 5 [mm"}, "2: a bracket isn't closed"},
+      {{"T = \"x"}, "1: a text isn't closed"},
+      {{"= 5"}, "1: it has no left side"},
+      {{"A + 1 = 5"}, "1: its left side is no name"},
+      {{"A == 5"}, "1: it assigns nothing"},
+      {{"/* fine", "A = 1", "A = WIDHT / 2"}, "3: 'WIDHT' is neither a parameter nor a dimension"},
+      {{"A = fine(1)"}, "1: 'fine' is no function of 1 arguments"},
+      {{"A = sin(1, 2)"}, "1: 'sin' is no function of 2 arguments"},
+      {{"A = 1 /"}, "1: an operand is missing"},
+      {{"A = * 2"}, "1: an operand is missing before '* 2'"},
+      {{"A = 1 2"}, "1: '2' isn't expected"},
+      {{"A = 1a"}, "1: 'a' isn't expected"},
+      {{"A = 1 / (N - 3)"}, "1: it gives no number"},
+      {{"A = T * 2"}, "1: a text stands where a number is needed"},
+      {{"B = T > 1"}, "1: a text is compared with a number"},
+      {{"A = 1", "IF A"}, "2: IF without ENDIF"},
+      {{"ENDIF"}, "1: ENDIF without IF"},
+      {{"IF A", "ELSE", "ELSE", "ENDIF"}, "3: ELSE without IF"},
+      {{"IF NO", "A = WIDHT", "ENDIF"}, "2: 'WIDHT' is neither a parameter nor a dimension"},
+      {{"SOLVE", "A"}, "2: it is no equation"},
+      {{"A = 1 + \\", "\\", "* 2"}, "1: an operand is missing before '* 2'"},
+      {{"A = " + std::string(100000, '(')}, "1: it is nested too deeply"},
+      {{"A = " + std::string(100000, '-')}, "1: an operand is missing"},
+      {{"A = \xC3\xA4\xF0\x9D\x94\xB8"}, "1: '\xC3\xA4\xF0\x9D\x94\xB8' is neither a parameter nor a dimension"},
+  };
+  std::size_t said = 0;
+  for (const auto& c : cases) {
+    const ProMdl part = related(c.relations);
+    EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(part, kRegenerateNoFlags)) << c.message;
+    ASSERT_EQ(++said, session().messages().size()) << c.message;
+    EXPECT_EQ(text::toUtf8(ProMdlNameGet(part).value) + ".PRT: relation line " + c.message,
+              text::toUtf8(session().messages().back()));
+    EXPECT_EQ(ProRegenerationStatus::failed, ProSolidRegenerationstatusGet(part).value);
+    EXPECT_EQ("A=2 N=3 T=x B=false", parameters(part)) << c.message;
+  }
+  const ProMdl part = related({"A = \"x\""});
+  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(part, kRegenerateNoFlags));
+  EXPECT_TRUE(session().messages().back().ends_with(L".PRT: 'A' can't take the value that a relation gives it"));
+}
+
+TEST_F(Regeneration, TheDocumentIsTouchedOnlyWhereSomethingChanges) {
+  model("good.prt.1", R"("dimensions": [{"id": 1, "symbol": "W", "value": 4}], "relations": ["W = 4"])");
+  model("bad.prt.1", R"("relations": ["W = 4 +"], "regeneration": "failed")");
+  model("new.prt.1", R"("dimensions": [{"id": 1, "symbol": "W", "value": 4}], "postRelations": ["W = 5"])");
+  const struct {
+    const wchar_t* name;
+    ProError result;
+    bool touched;
+  } cases[] = {{L"GOOD", ProNoError, false}, {L"BAD", ProRegenFailed, false}, {L"NEW", ProNoError, true}};
+  for (const auto& c : cases) {
+    const ProMdl part = retrieve(c.name);
+    EXPECT_EQ(c.result, ProSolidRegenerate(part, kRegenerateForce)) << text::toUtf8(c.name);
+    EXPECT_EQ(c.touched, ProMdlModificationVerify(part).value) << text::toUtf8(c.name);
+  }
+  EXPECT_NE(std::string::npos, session().models().documentText(retrieve(L"NEW")).value.find("\"value\": 5.0"))
+      << "a dimension is driven";
+}
+
+TEST_F(Regeneration, PostRelationsThatChangeWhatRelationsReadNeedAnotherPass) {
+  model("once.prt.1", R"("parameters": [{"name": "X", "type": "double", "value": 0}, {"name": "Y", "type": "double",
+      "value": 1}], "relations": ["X = Y"], "postRelations": ["Y = 2"])");
+  const ProMdl part = retrieve(L"ONCE");
+  EXPECT_EQ(ProRegenAgain, ProSolidRegenerate(part, 0));
+  EXPECT_EQ(ProRegenerationStatus::needed, ProSolidRegenerationstatusGet(part).value);
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(part, 0));
+  EXPECT_EQ("X=2 Y=2", parameters(part));
+}
+
+TEST_F(Regeneration, AFeatureThatIsNotRegeneratedFailsUnlessItIsTakenOut) {
+  model("a.prt.1", R"("features": [{"id": 1}, {"id": 4, "name": "BORE", "status": "unregenerated"}],
+      "familyTable": {"items": [{"type": "feature", "name": "BORE"}], "instances": [
+        {"name": "WITH"}, {"name": "WITHOUT", "values": {"BORE": "N"}}]})");
+  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(retrieve(L"A"), 0));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(retrieve(L"WITHOUT"), 0));
+  EXPECT_EQ(ProRegenerationStatus::regenerated, ProSolidRegenerationstatusGet(retrieve(L"WITHOUT")).value);
+  EXPECT_EQ(ProRegenerationStatus::failed, ProSolidRegenerationstatusGet(retrieve(L"WITH")).value) << "its generic's";
+  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(retrieve(L"A"), kRegenerateForce | kRegenerateUpdateInstances));
+  EXPECT_EQ(
+      "A.PRT: the feature BORE isn't regenerated\nA.PRT: the feature BORE isn't regenerated\n"
+      "WITH.PRT: the feature BORE isn't regenerated\n",
+      messages());
+}
+
+TEST_F(Regeneration, AnInstanceTakesDrivenValuesWhereItsTableHasAColumn) {
+  model("bolt.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 20},
+      {"name": "MASS", "type": "double", "value": 40}, {"name": "FREE", "type": "double", "value": 20}],
+      "relations": ["MASS = LEN * 2", "FREE = LEN"],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}, {"type": "parameter", "name": "MASS"}],
+        "instances": [{"name": "LONG", "values": {"LEN": 30.0}}]})");
+  const ProMdl bolt = retrieve(L"BOLT"), instance = retrieve(L"LONG");
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, 0));
+  EXPECT_EQ("LEN=30 MASS=40 FREE=20", parameters(instance)) << "it wasn't asked for";
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, kRegenerateUpdateInstances));
+  EXPECT_EQ("LEN=30 MASS=60 FREE=20", parameters(instance));
+  EXPECT_EQ("LEN=20 MASS=40 FREE=20", parameters(bolt));
+}
+
+TEST_F(Regeneration, ComponentsComeFirstAndACircleEnds) {
+  model("top.asm.1", R"("features": [{"id": 3, "status": "suppressed"}], "components": [
+      {"name": "PIN", "type": "prt"}, {"name": "SUB", "type": "asm"}, {"name": "TOP", "type": "asm"},
+      {"name": "BAD", "type": "prt", "feature": 3}])");
+  model("sub.asm.1", R"("components": [{"name": "TOP", "type": "asm"}, {"name": "PIN", "type": "prt"}])");
+  model("pin.prt.1", R"("parameters": [{"name": "X", "type": "double", "value": 0}], "relations": ["X = 7"])");
+  model("bad.prt.1", R"("relations": ["X = "])");
+  const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(top, 0)) << messages();
+  EXPECT_EQ("X=7", parameters(retrieve(L"PIN")));
+
+  model("outer.asm.1", R"("components": [{"name": "MIDDLE", "type": "asm"}])");
+  model("middle.asm.1", R"("components": [{"name": "BAD", "type": "prt"}])");
+  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(retrieve(L"OUTER", ProMdlType::assembly), 0));
+  EXPECT_EQ(
+      "BAD.PRT: relation line 1: an operand is missing\nMIDDLE.ASM: its component BAD.PRT fails\n"
+      "OUTER.ASM: its component MIDDLE.ASM fails\n",
+      messages());
+}
+
+TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {
+  model("a.prt.1", R"("relations": ["X = Y"])");
+  const ProMdl part = retrieve(L"A");
+  std::string told;
+  for (const ProNotifyType type : {ProNotifyType::regenerateBefore, ProNotifyType::regenerateAfter}) {
+    ProNotificationSet(type, [&told, type](const ProNotification& given) {
+      told += std::to_string(static_cast<int>(type)) + text::toUtf8(given.name + L"." + given.typeText) + " " +
+              std::to_string(static_cast<int>(ProSolidRegenerationstatusGet(given.model).value)) + "|";
+      return ProNoError;
+    });
+  }
+  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(part, 0));
+  EXPECT_EQ("21A.PRT 0|22A.PRT 2|", told);
+  ProNotificationSet(ProNotifyType::regenerateBefore,
+                     [](const ProNotification& given) { return ProMdlErase(given.model); });
+  EXPECT_EQ(ProBadInputs, ProSolidRegenerate(part, 0)) << "the handler took it away";
+}
+
+}  // namespace
+}  // namespace headless

@@ -1,0 +1,217 @@
+// The CSV writer against literal bytes: what stands in the report and in its side file after opening, filling, closing.
+#include "reports/csv_report.h"
+
+#include <gtest/gtest.h>
+
+#include "core/xml.h"
+#include "creo/ProMdl.h"
+#include "engine/dispatch.h"
+#include "os/surroundings.h"
+#include "support/world.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace test {
+namespace {
+
+using namespace reports;
+
+class CsvReportTest : public testing::Test {
+ protected:
+  CsvReportTest() { world_.start(); }
+
+  // The action, with further attributes; the report that it opened.
+  CsvReport& open(const std::string& attributes, const std::string& name = "audit") {
+    const std::wstring path = os::mounts().system(world_.temp() + "/" + name + ".csv");
+    const std::string xml = "<task type=\"openCSVReport\" version=\"3\" name=\"" + name + "\" file=\"" +
+                            text::toUtf8(path) + "\" " + attributes + "/>";
+    const std::wstring file = os::mounts().system(world_.temp() + "/task.xml");
+    writeBytes(World::machine(file), xml);
+    document_ = core::xmlLoadFile(file).document;
+    engine::Subject subject;
+    EXPECT_EQ(engine::dispatchAction(*core::xmlChildAt(document_->root()->children, 0), subject), engine::done);
+    return *reportRegistry().find(text::fromUtf8(name));
+  }
+  void closeAll() { reportsCloseAll(reportRegistry()); }
+  [[nodiscard]] std::string bytes(const std::string& ending = "") const {
+    return readBytes(world_.temp() + "/audit.csv" + ending);
+  }
+  void existing(const std::string& content, const std::string& ending = "") const {
+    writeBytes(world_.temp() + "/audit.csv" + ending, content);
+  }
+  // A row of two columns.
+  static void fill(CsvReport& report, std::wstring_view a, std::wstring_view b) {
+    reportNextRow(report);
+    reportAddColumn(report, L"B0a", L"A");
+    reportAddColumn(report, L"B1b", L"B");
+    reportSetValue(report, L"B0a", a);
+    reportSetValue(report, L"B1b", b);
+  }
+  World world_;
+  std::unique_ptr<core::XmlDocument> document_;
+};
+
+TEST_F(CsvReportTest, WritesEachFormByteForByte) {
+  struct Row {
+    const char* attributes;
+    const wchar_t *a, *b;
+    const char* expected;
+  };
+  const Row rows[] = {
+      {"overwrite=\"true\"", L"1", L"", "\"A\",\"B\"\r\n\"1\",\"\"\r\n"},
+      {"overwrite=\"true\" sep=\"sem\" charsetUTF=\"true\"", L"\u00E4\u20AC", L"say \"hi\"",
+       "\xEF\xBB\xBF\"A\";\"B\"\r\n\"\xC3\xA4\xE2\x82\xAC\";\"say \"\"hi\"\"\"\r\n"},
+      {"overwrite=\"true\"", L"\u00E4\u201C\u2013", L"a\nb\t\r", "\"A\",\"B\"\r\n\"\xE4\"\"-\",\"a\nb\"\r\n"},
+      {"overwrite=\"true\"", L"\u0416\U0001F600", L"x", "\"A\",\"B\"\r\n\"??\",\"x\"\r\n"},
+      {"overwrite=\"true\" changecomma=\"true\"", L"-12.5e-3", L"12.5mm 1.2.3",
+       "\"A\",\"B\"\r\n\"-12,5e-3\",\"12.5mm 1.2.3\"\r\n"},
+      {"overwrite=\"true\" changecomma=\"true\" winUnix=\"true\"", L"1.2.3", L"7.25",
+       "\"A\",\"B\"\r\n\"1.2.3\",\"7,25\"\r\n"},
+      {"sep=\"sem\"", L"new", L"file", "\"A\";\"B\"\r\n\"new\";\"file\"\r\n"},
+      {"sep=\"sem\" charsetUTF=\"true\"", L"no", L"mark", "\"A\";\"B\"\r\n\"no\";\"mark\"\r\n"},
+  };
+  for (const Row& row : rows) {
+    os::files().remove(os::mounts().system(world_.temp() + "/audit.csv"));
+    os::files().remove(os::mounts().system(world_.temp() + "/audit.csvheader"));
+    fill(open(row.attributes), row.a, row.b);
+    closeAll();
+    EXPECT_EQ(bytes(), row.expected) << row.attributes;
+    EXPECT_EQ(bytes("header"), "B0a|||||A\r\nB1b|||||B\r\n");
+  }
+}
+
+TEST_F(CsvReportTest, AReportWithoutColumnsIsAnEmptyLine) {
+  open("overwrite=\"true\"");
+  closeAll();
+  EXPECT_EQ(bytes(), "\r\n");
+  open("overwrite=\"true\" charsetUTF=\"true\"");
+  closeAll();
+  EXPECT_EQ(bytes(), "\xEF\xBB\xBF\r\n");
+}
+
+TEST_F(CsvReportTest, AppendingKeepsTheColumnsOfEarlierRuns) {
+  fill(open(""), L"1", L"2");
+  closeAll();
+  CsvReport& report = open("");
+  EXPECT_EQ(report.columnTitles, (std::vector<std::wstring>{L"A", L"B"}));
+  reportSetValue(report, L"B1b", L"4");
+  reportAddColumn(report, L"B2c", L"C \"x\"");
+  reportSetValue(report, L"B2c", L"5");
+  closeAll();
+  EXPECT_EQ(bytes(), "\"A\",\"B\",\"C \"x\"\"\r\n\"1\",\"2\"\r\n\"\",\"4\",\"5\"\r\n");
+  EXPECT_EQ(bytes("header"), "B0a|||||A\r\nB1b|||||B\r\nB2c|||||C \"x\"\r\n");
+  EXPECT_EQ(bytes("t"), bytes());
+  EXPECT_TRUE(world_.logHas(L"Replace Header Line: audit"));
+}
+
+TEST_F(CsvReportTest, WithoutItsSideFileAnAppendedReportWritesAHeaderBehindTheOldContent) {
+  existing("\xEF\xBB\xBF\"old\"\r\n\"1\"\r\n");
+  fill(open("charsetUTF=\"true\""), L"2", L"3");
+  closeAll();
+  // The test at opening replaced the first line, and with it the mark, by that of a report without columns.
+  EXPECT_EQ(bytes(), "\r\n\"1\"\r\n\"A\",\"B\"\r\n\"2\",\"3\"\r\n");
+}
+
+TEST_F(CsvReportTest, ASideFileLineWithoutASeparatorIsPassedOver) {
+  existing("\"T\"\r\n");
+  existing("broken\r\nK|||||T|||||U\r\n", "header");
+  EXPECT_EQ(open("").columnTitles, std::vector<std::wstring>{L"T|||||U"});
+  EXPECT_TRUE(world_.logHas(L"A line of the column file has no separator: broken"));
+}
+
+TEST_F(CsvReportTest, FileNamesLeadEveryLine) {
+  world_.part(L"bolt").column(L"LENGTH").with(L"LENGTH", 1.0).instance(L"BOLT_A", {"2.0"});
+  const creo::ProMdl generic = creo::ProMdlRetrieve(L"BOLT", creo::ProMdlType::part).value;
+  const creo::ProMdl instance = creo::ProMdlRetrieve(L"BOLT_A", creo::ProMdlType::part).value;
+  open("overwrite=\"true\" fnfirst=\"true\" newRowAtNewModel=\"true\" sep=\"sem\"");
+  for (const creo::ProMdl model : {generic, generic, instance}) {
+    CsvReport* report = reportForModel(L"audit", model);
+    ASSERT_TRUE(report);
+    reportAddColumn(*report, L"c", L"Title 3");
+    reportSetValue(*report, L"c", L"v");
+  }
+  EXPECT_EQ(reportForModel(L"nobody", generic), nullptr);
+  EXPECT_TRUE(world_.logHas(L"Report can't be found"));
+  closeAll();
+  EXPECT_EQ(bytes(),
+            "\"File name\";\"File name\";\"Title 3\"\r\n"
+            "\"BOLT.PRT\";\"BOLT.PRT\";\"v\"\r\n"
+            "\"BOLT_A<BOLT>.PRT\";\"BOLT_A<BOLT>.PRT\";\"v\"\r\n");
+}
+
+TEST_F(CsvReportTest, FlushingWritesTheFileNameOnceAndTheHeaderOnce) {
+  CsvReport& report = open("overwrite=\"true\" fnfirst=\"true\"");
+  reportSetValue(report, kFileNameColumn, L"A.PRT");
+  reportFlush(report);
+  reportSetValue(report, kFileNameColumn, L"B.PRT");
+  reportFlush(report);
+  EXPECT_EQ(bytes(), "\"File name\"\r\n\"A.PRT\"\r\n\"B.PRT\"\r\n");
+}
+
+TEST_F(CsvReportTest, RowsMoveOnceAndEmptyOnesAreLeftOut) {
+  CsvReport& report = open("overwrite=\"true\"");
+  for (const wchar_t* value : {L"1", L"2", L"3"}) {
+    reportNextRow(report);
+    reportNextRow(report);
+    reportAddColumn(report, L"k", L"K");
+    reportSetValue(report, L"k", L"earlier");
+    reportSetValue(report, L"k", value);
+  }
+  reportNextRow(report);
+  reportSetValue(report, L"no column", L"x");
+  closeAll();
+  EXPECT_EQ(bytes(), "\"K\"\r\n\"1\"\r\n\"2\"\r\n\"3\"\r\n\"\"\r\n");
+}
+
+TEST_F(CsvReportTest, OfTwoReportsOfOneNameTheLaterGetsTheValues) {
+  CsvReport& first = open("overwrite=\"true\"");
+  reportAddColumn(first, L"k", L"K");
+  reportSetValue(first, L"k", L"first");
+  open("");
+  reportSetValue(*reportForModel(L"audit", {}), L"k", L"second");
+  closeAll();
+  EXPECT_EQ(bytes(), "\"K\"\r\n\"first\"\r\n\"second\"\r\n");
+}
+
+TEST_F(CsvReportTest, APlaceThatCantBeWrittenLosesTheReportAndNothingElse) {
+  world_.disk().denyWrites(os::mounts().system(world_.temp() + "/audit.csv"));
+  fill(open("overwrite=\"true\""), L"1", L"2");
+  EXPECT_TRUE(world_.logHas(L"Failure while open report."));
+  EXPECT_TRUE(world_.logHas(L"Access denied, can't override file"));
+  world_.disk().heal();
+  closeAll();  // the rows were kept
+  EXPECT_EQ(bytes(), "\"A\",\"B\"\r\n\"1\",\"2\"\r\n");
+}
+
+TEST_F(CsvReportTest, AHeaderThatCantBeReplacedLeavesTheReportWhole) {
+  existing("\"A\"\r\n\"1\"\r\n");
+  existing("a|||||A\r\n", "header");
+  CsvReport& report = open("");
+  const std::string opened = bytes();
+  reportAddColumn(report, L"b", L"B");
+  world_.disk().fillAfter(3);
+  closeAll();
+  EXPECT_EQ(bytes(), opened);
+}
+
+TEST(OpenCsvReport, OfAnotherVersionOpensNothing) {
+  World world;
+  world.list("open.xml", "", "<task type='openCSVReport' version='2' name='x' file='@project_dir@/x.csv'/>");
+  world.part(L"bracket");
+  world.runOn(L"BRACKET", creo::ProMdlType::part, "open.xml");
+  EXPECT_TRUE(world.logHas(L"false version code")) << text::toUtf8(world.log());
+  EXPECT_FALSE(world.logHas(L"Mode:"));
+}
+
+TEST(ReportsOfARun, BelongToItAndAreClosedBehindFoot) {
+  World world;
+  world.list("open.xml", "",
+             "<task type='openCSVReport' version='3' name='x' overwrite='true' file='@project_dir@/x.csv'/>");
+  world.part(L"bracket");
+  world.runOn(L"BRACKET", creo::ProMdlType::part, "open.xml");
+  EXPECT_TRUE(world.logHas(L"reports\\x.csv"));
+  EXPECT_TRUE(world.logHas(L"Mode: override"));
+}
+
+}  // namespace
+}  // namespace test

@@ -123,6 +123,7 @@ void logWrite(std::wstring_view text, int level) {
 
 void logIndented(std::wstring_view text, int level, int depth) {
   PluginState& state = pluginState();
+  if (level == kDebug && state.noDebugInLogFile == 1) return;  // not even put together
   if (level != kTitle) ++depth;
   int total = depth + log().groupDepth;
   if (total > kDeepestIndent) {

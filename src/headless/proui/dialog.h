@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headless/proui/component.h"
+#include "headless/proui/names.h"
 
 namespace headless {
 

@@ -79,7 +79,7 @@ class Explainer : public documents::FilterWatch {
   }
 
  private:
-  void line(std::string text) { into_.lines.push_back(std::move(text)); }
+  void line(std::string_view text) { into_.lines.emplace_back(text); }
 
   void tellComparisons() {
     auto all = comparisons_.take();

@@ -13,15 +13,20 @@ struct ActionFunction {
   engine::Outcome (*function)(const engine::Task& task);
 };
 
-std::span<const ActionFunction> creoLogActions();        // environment/creo_log.cpp
-std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
-std::span<const ActionFunction> userVariableActions();   // environment/user_variables.cpp
-std::span<const ActionFunction> groupActionsFamily();    // environment/groups.cpp
-std::span<const ActionFunction> saveActions();           // model/save.cpp
-std::span<const ActionFunction> parameterActions();      // model/parameters.cpp
+using Family = std::span<const ActionFunction> (*)();
+// The families below.
+std::span<const Family> allFamilies();
 
-std::span<const ActionFunction> editParameterActions();    // model/edit_parameters.cpp
+// clang-format off
+std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
+std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
+std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
+std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
+std::span<const ActionFunction> saveActions();  // model/save.cpp
+std::span<const ActionFunction> parameterActions();  // model/parameters.cpp
+std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
 std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
-std::span<const ActionFunction> openReportActions();       // reports/open_report.cpp
+std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
+// clang-format on
 
 }  // namespace actions

@@ -208,12 +208,9 @@ constexpr actions::ActionFunction kRemoved[] = {
 
 std::vector<ActionRow> buildTable() {
   std::unordered_map<std::wstring_view, Function> functions;
-  for (const auto& family :
-       {std::span<const actions::ActionFunction>(kRemoved), actions::creoLogActions(), actions::workingFolderActions(),
-        actions::userVariableActions(), actions::groupActionsFamily(), actions::saveActions(),
-        actions::parameterActions(), actions::editParameterActions(), actions::deleteParameterActions(),
-        actions::openReportActions()})
-    for (const auto& row : family) functions.emplace(row.key, row.function);
+  for (const auto& row : kRemoved) functions.emplace(row.key, row.function);
+  for (const actions::Family family : actions::allFamilies())
+    for (const auto& row : family()) functions.emplace(row.key, row.function);
 
   std::vector<ActionRow> table;
   table.reserve(std::size(kKeys));

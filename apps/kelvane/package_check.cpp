@@ -235,9 +235,6 @@ class Document {
     if (!documents::isPredicate(key)) {
       return add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
     }
-    if (!documents::predicateIsCarriedOut(key)) {
-      add(item, "filter '" + type + "' isn't carried out by this version");
-    }
     for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
       checkAttribute(item, type, row);
     }

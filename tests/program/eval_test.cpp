@@ -83,6 +83,21 @@ TEST_F(Eval, AFilterTellsItemByItemHowItDecides) {
   }
 }
 
+TEST_F(Eval, NumbersAreShownWithTheSignTheyMustHave) {
+  const auto told = [this](const std::string& model, const std::string& item) {
+    file("standards/filters/x.xml", "<root><i filtertype=\"true\" opand=\"true\" " + item + "/></root>");
+    return kelvane({"eval", example("workspace"), model, "--filter", path("standards/x")}).out;
+  };
+  EXPECT_EQ(
+      "1  accuracy valtype=\"rel\" eq=\"0\" value=\"0.002\"\n    \"< 0.002\" against \"0.0012\": match\n"
+      "    true: the item holds\nholds: item 1 holds\n",
+      told("GASKET.PRT", R"(type="accuracy" valtype="rel" eq="0" value="0.002")"));
+  EXPECT_EQ(
+      "1  sheetsize he=\"297\" ws=\"420\"\n    \"= 297\" against \"297\": match\n"
+      "    \"> 420\" against \"420\": no match\n    false: the item fails\nrefuses: item 1 fails\n",
+      told("GEAR.DRW", R"(type="sheetsize" he="297" ws="420")"));
+}
+
 class Why : public ProgramTest {
  protected:
   void SetUp() override { part(L"SHAFT").with(L"MATERIAL", L"steel"); }

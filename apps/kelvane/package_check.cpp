@@ -30,8 +30,13 @@ struct PathAttribute {
   std::string_view action;
   std::wstring_view attribute;
   std::string_view folder;
+  bool isFile = false;  // else a folder
 };
-constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"}, {"groupActions", L"tmpPath", "models"}};
+constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"},
+                                    {"groupActions", L"tmpPath", "models"},
+                                    {"editModelParameterFromFile", L"path", "reports", true},
+                                    {"editParameterFromDictionary", L"path", "reports", true},
+                                    {"editModelDimensionFromFile", L"path", "reports", true}};
 constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 
 std::vector<std::string> actionKeys() {
@@ -135,8 +140,9 @@ class Document {
       if (hasVariables(rest)) continue;
       std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
       path = text::replaceAll(path, "//", "/");
-      if (!isFolder(path)) {
-        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no folder '" + path + "'");
+      if (!(row.isFile ? isFile(path) : isFolder(path))) {
+        const char* what = row.isFile ? "file" : "folder";
+        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + what + " '" + path + "'");
       } else if (type == "groupActions") {
         checkTemplate(task, path);
       }
@@ -145,6 +151,9 @@ class Document {
   bool isFolder(std::string path) const {
     if (!path.ends_with('/')) path += '/';
     return anyMember([&](const std::string& member) { return member.starts_with(text::lower(path)); });
+  }
+  bool isFile(const std::string& path) const {
+    return anyMember([&](const std::string& member) { return member == text::lower(path); });
   }
   // The drawing that serves as template, whatever its version.
   void checkTemplate(const XmlNode& task, std::string folder) {

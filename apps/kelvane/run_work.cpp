@@ -19,18 +19,24 @@
 namespace kelvane {
 namespace {
 
-// The files of a run: noted, and in a dry run withheld.
+// The files of a run: noted, and in a dry run withheld, as are other programs.
 struct RunFiles {
   std::shared_ptr<os::Files> disk = os::surroundings().files;
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
+  std::shared_ptr<os::Processes> machine = os::surroundings().processes;
+  std::shared_ptr<os::DryProcesses> programs;  // of a dry run
 
   explicit RunFiles(bool dryRun) {
     if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
+    if (dryRun) os::surroundings().processes = programs = std::make_shared<os::DryProcesses>();
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
     os::surroundings().files = recorded;
   }
-  ~RunFiles() { os::surroundings().files = disk; }
+  ~RunFiles() {
+    os::surroundings().files = disk;
+    os::surroundings().processes = machine;
+  }
   RunFiles(const RunFiles&) = delete;
   RunFiles& operator=(const RunFiles&) = delete;
 };
@@ -144,6 +150,9 @@ class RunWork {
       for (const auto& [name, changes] : watch.changes()) show(console_, changes);
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
+      }
+      for (const std::wstring& command : files_.programs->asked()) {
+        console_.result("would start " + text::toUtf8(command));
       }
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);

@@ -14,7 +14,12 @@ constexpr Family kFamilies[] = {
     &parameterActions,
     &editParameterActions,
     &deleteParameterActions,
+    &editFromTableActions,
+    &editFromFileActions,
+    &drawingParameterActions,
+    &featureReportActions,
     &openReportActions,
+    &reportTablecellActions,
 };
 // clang-format on
 

@@ -26,7 +26,12 @@ std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const ActionFunction> parameterActions();  // model/parameters.cpp
 std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
 std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
+std::span<const ActionFunction> editFromTableActions();  // model/edit_from_table.cpp
+std::span<const ActionFunction> editFromFileActions();  // model/edit_from_file.cpp
+std::span<const ActionFunction> drawingParameterActions();  // model/drawing_parameters.cpp
+std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
+std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
 // clang-format on
 
 }  // namespace actions

@@ -14,6 +14,8 @@ struct ProRelset {
 
 // ProNotFound: the item has no name, or has gone.
 Got<std::wstring> ProModelitemNameGet(const ProModelitem& item);
+// What Creo calls a feature that has no name of its own: "HOLE id 39". ProNotFound: it has gone, or is no feature.
+Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item);
 // An item of that name (case-blind). ProNotFound: none.
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name);
 

@@ -5,6 +5,8 @@
 #include <unordered_map>
 
 #include "core/log.h"
+#include "engine/compare.h"
+#include "engine/pattern_kind.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -100,8 +102,36 @@ std::size_t CsvTable::column(std::wstring_view title) const {
   return columns_;
 }
 
+const CsvTable::ColumnIndex& CsvTable::indexOf(std::size_t column) const {
+  const auto [place, isNew] = indexes_.try_emplace(column);
+  ColumnIndex& index = place->second;
+  for (std::size_t row = 0; isNew && row < rowCount(); ++row) {
+    const std::wstring_view text = cell(row, column);
+    if (kindOf(text) != PatternKind::plain)
+      index.patterns.push_back(row);
+    else if (!text.empty())
+      index.rows[std::wstring(text)].push_back(row);
+  }
+  return index;
+}
+
+std::vector<std::size_t> CsvTable::rowsFor(std::size_t column, std::span<const std::wstring> texts) const {
+  const ColumnIndex& index = indexOf(column);
+  std::vector<std::size_t> rows;
+  for (const std::wstring& text : texts)
+    if (const auto found = index.rows.find(text); found != index.rows.end())
+      rows.insert(rows.end(), found->second.begin(), found->second.end());
+  for (const std::size_t row : index.patterns)
+    if (std::any_of(texts.begin(), texts.end(),
+                    [&](const std::wstring& text) { return wildcardCompare(cell(row, column), text) == 1; }))
+      rows.push_back(row);
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
 void CsvTable::addRecord(const std::vector<std::wstring>& fields) {
   if (columns_ == 0) columns_ = fields.size();
+  indexes_.clear();
   for (std::size_t i = 0; i < columns_; ++i) {
     Span span{text_.size(), 0};
     if (i < fields.size()) {

@@ -64,6 +64,9 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
   const std::string group = "<task type='groupActions' version='3' ";
   const std::string drawing = group + "reworkMode='2' drwName='A' tmpPath='@project_dir@/forms' tmpName='";
   const std::vector<std::pair<std::string, std::string>> cases = {
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/none.csv'/>",
+       ":4: B0: 'path': the package has no file 'reports/none.csv'"},
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/%A%.csv'/>", ""},
       {message("@mdlm@"), ":4: B0: 'message': unknown token '@mdlm@'; did you mean '@mdln@'?"},
       {message("mail ann@mill.com @ 5, @mdln@ @date@ %A@x% 50 % @workerdir:C@"), ""},
       {message("$$prex$3$abc$$"), ":4: B0: 'message': unknown text function '$$prex$'; did you mean 'pre'?"},

@@ -1,9 +1,15 @@
 // Dimensions, of solids and of drawings.
+#include "creo/ProDimension.h"
+
 #include <algorithm>
+#include <cmath>
 
 #include "creo/ProDrawing.h"
 #include "creo/ProSolid.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/family.h"
+#include "headless/model/parameters.h"
+#include "headless/store/names.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -32,6 +38,21 @@ auto onDimension(std::string_view name, const ProDimension& dimension, Body&& bo
     if (!record) return Result(ProNotFound);
     return body(*record);
   });
+}
+
+// By a relation that assigns to its symbol; a parameter of that name would take the value instead.
+bool isDriven(headless::ModelDocument& document, const std::string& symbol) {
+  return document.relationNames().assigned.contains(headless::folded(symbol)) &&
+         !headless::findParameter(document, nullptr, symbol);
+}
+
+double valueOf(const Model& model, const DimensionRecord& record) {
+  const headless::Scalar* own =
+      headless::rowValue(*model.document, model.row, ProFamitemType::dimension, headless::symbolOf(record));
+  const headless::Scalar& value = own ? *own : record.value;
+  if (const auto* integer = std::get_if<int>(&value)) return *integer;
+  const auto* real = std::get_if<double>(&value);
+  return real ? *real : 0;
 }
 
 }  // namespace
@@ -85,6 +106,35 @@ Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimensio
                        if (!record.tolerance) return ProNotFound;
                        return ProDimensionTolerance{record.tolerance->upper, record.tolerance->lower};
                      });
+}
+
+Got<double> ProDimensionValueGet(const ProDimension& dimension) {
+  return onModel("ProDimensionValueGet", dimension.owner, [&](State&, Model& m) -> Got<double> {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    return valueOf(m, *record);
+  });
+}
+
+ProError ProDimensionValueSet(const ProDimension& dimension, double value) {
+  return onModel("ProDimensionValueSet", dimension.owner, [&](State& state, Model& m) -> ProError {
+    DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    if (!std::isfinite(value)) return ProBadInputs;
+    const std::string symbol = headless::symbolOf(*record);
+    if (dimension.reference || isDriven(*m.document, symbol)) {
+      state.showMessage(text::fromUtf8(symbol) +
+                        (dimension.reference ? L" is a reference dimension" : L" is driven by a relation"));
+      return ProGeneralError;
+    }
+    if (valueOf(m, *record) == value) return ProNoError;
+    if (m.row)
+      headless::setRowValue(*m.document, *m.row, ProFamitemType::dimension, symbol, value);
+    else
+      record->value = value;
+    m.document->touch(m.row);
+    return ProNoError;
+  });
 }
 
 }  // namespace creo

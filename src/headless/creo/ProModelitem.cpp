@@ -2,6 +2,7 @@
 
 #include "creo/ProMaterial.h"
 #include "headless/creo/operation.h"
+#include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "text/encoding.h"
 
@@ -14,6 +15,16 @@ using State = headless::Session::State;
 Got<std::wstring> ProModelitemNameGet(const ProModelitem& item) {
   return onModel("ProModelitemNameGet", item.owner,
                  [&](State&, Model& m) -> Got<std::wstring> { return headless::itemName(m, item); });
+}
+
+Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item) {
+  return onModel("ProModelitemDefaultnameGet", item.owner, [&](State&, Model& m) -> Got<std::wstring> {
+    const auto feature = item.type == ProItemType::feature ? headless::featureOf(m, item.id) : std::nullopt;
+    if (!feature) return ProNotFound;
+    const headless::FeatureRecord* record = feature->record();
+    const std::wstring kind = record ? text::fromUtf8(record->typeName) : std::wstring();
+    return (kind.empty() ? L"FEATURE" : kind) + L" id " + std::to_wstring(item.id);
+  });
 }
 
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name) {

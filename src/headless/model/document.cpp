@@ -63,7 +63,7 @@ std::vector<std::wstring> ModelDocument::rowNames() const {
   return names;
 }
 
-const DimensionRecord* ModelDocument::dimension(int id, bool reference) {
+DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   if (dimensions_.size() + referenceDimensions_.size() == 0)
     for (std::size_t i = 0; i < record.dimensions.size(); ++i)
       (record.dimensions[i].reference ? referenceDimensions_ : dimensions_).try_emplace(record.dimensions[i].id, i);

@@ -38,7 +38,7 @@ class ModelDocument {
 
   FeatureTree tree;
   // Null for none.
-  const DimensionRecord* dimension(int id, bool reference);
+  DimensionRecord* dimension(int id, bool reference);
 
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);

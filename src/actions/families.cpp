@@ -15,6 +15,14 @@ constexpr Family kFamilies[] = {
     &editParameterActions,
     &deleteParameterActions,
     &openReportActions,
+    &modelDataReportActions,
+    &universalReportActions,
+    &familyTableReportActions,
+    &parameterReportActions,
+    &materialReportActions,
+    &layerReportActions,
+    &dependencyReportActions,
+    &relationReportActions,
 };
 // clang-format on
 

@@ -117,6 +117,7 @@ class Document {
     checkPaths(task, type);
     if (attribute(task, L"forEF") == "true") checkFilter(task);
     if (type == "groupActions") checkGroup(task);
+    if (type == "reportUniversal") checkReportFilter(task);
   }
 
   // Every attribute of an action may be a text with variables.
@@ -213,6 +214,16 @@ class Document {
     });
     place_ = outer;
     if (!found) add(task, "a group without 'subtasks'");
+  }
+
+  // Of several the last one decides.
+  void checkReportFilter(const XmlNode& task) {
+    const XmlNode* filter = nullptr;
+    core::xmlEachChild(task, [&filter](const XmlNode& child) {
+      if (child.name == L"reportFilter") filter = &child;
+    });
+    if (!filter) return add(task, "reportUniversal without 'reportFilter': its field stays empty");
+    if (attribute(*filter, L"forEF") == "true") checkFilter(*filter);
   }
 
   // block: holds groups of items.

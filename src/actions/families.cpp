@@ -20,6 +20,14 @@ constexpr Family kFamilies[] = {
     &featureReportActions,
     &openReportActions,
     &reportTablecellActions,
+    &modelDataReportActions,
+    &universalReportActions,
+    &familyTableReportActions,
+    &parameterReportActions,
+    &materialReportActions,
+    &layerReportActions,
+    &dependencyReportActions,
+    &relationReportActions,
 };
 // clang-format on
 

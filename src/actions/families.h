@@ -32,6 +32,14 @@ std::span<const ActionFunction> drawingParameterActions();  // model/drawing_par
 std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
 std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
+std::span<const ActionFunction> modelDataReportActions();  // reports/report_model_data.cpp
+std::span<const ActionFunction> universalReportActions();  // reports/report_universal.cpp
+std::span<const ActionFunction> familyTableReportActions();  // reports/report_family_table.cpp
+std::span<const ActionFunction> parameterReportActions();  // reports/report_parameters.cpp
+std::span<const ActionFunction> materialReportActions();  // reports/report_materials.cpp
+std::span<const ActionFunction> layerReportActions();  // reports/report_layer.cpp
+std::span<const ActionFunction> dependencyReportActions();  // reports/report_dependencies.cpp
+std::span<const ActionFunction> relationReportActions();  // reports/report_relations.cpp
 // clang-format on
 
 }  // namespace actions

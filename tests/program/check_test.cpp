@@ -42,6 +42,11 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='groupActions' version='3'><subtasks>\n<task type='savModel' version='3'/></subtasks></task>",
        ":5: B0 - G0: unknown action 'savModel'; did you mean 'saveModel'?"},
       {"<task type='groupActions' version='3'/>", ":4: B0: a group without 'subtasks'"},
+      {"<task type='reportUniversal' version='4' forPRT='true'/>",
+       ":4: B0: reportUniversal without 'reportFilter': its field stays empty"},
+      {"<task type='reportUniversal' version='4' forPRT='true'><reportFilter forEF='true'><filter>\n"
+       "<f type='isInstanze' filtertype='true'/></filter></reportFilter></task>",
+       ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},

@@ -53,6 +53,7 @@ struct RowRecord : Open {
   std::unique_ptr<ExternalData> externalData;
   std::unique_ptr<FamilyTableRecord> familyTable;
   creo::ProVerification verification = creo::ProVerification::notVerified;
+  bool locked = false;
   // Not written: where the row hangs, and whether it differs from what is on disk.
   RowRecord* parent = nullptr;
   bool changed = false;
@@ -93,7 +94,9 @@ struct ModelRecord : Open {
   creo::ProToleranceClass toleranceClass = creo::ProToleranceClass::none;
   creo::ProRegenerationStatus regeneration = creo::ProRegenerationStatus::regenerated;
   int insertAfter = 0;  // number of the feature behind which new ones come; 0: insert mode is off
-  std::vector<StateRecord> simplifiedReps, explodedStates, styleStates, combinedStates, crossSections;
+  std::vector<StateRecord> simplifiedReps, explodedStates, styleStates, combinedStates;
+  std::vector<CrossSectionRecord> crossSections;
+  std::vector<LayoutRecord> layouts;
   std::vector<UsedModelRecord> components;
   RawJson solid;
 

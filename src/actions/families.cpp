@@ -15,6 +15,8 @@ constexpr Family kFamilies[] = {
     &editParameterActions,
     &deleteParameterActions,
     &openReportActions,
+    &listReportActions,
+    &drawingReportActions,
 };
 // clang-format on
 

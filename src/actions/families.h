@@ -27,6 +27,8 @@ std::span<const ActionFunction> parameterActions();  // model/parameters.cpp
 std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
 std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
+std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
+std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 // clang-format on
 
 }  // namespace actions

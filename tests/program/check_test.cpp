@@ -42,6 +42,8 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='groupActions' version='3'><subtasks>\n<task type='savModel' version='3'/></subtasks></task>",
        ":5: B0 - G0: unknown action 'savModel'; did you mean 'saveModel'?"},
       {"<task type='groupActions' version='3'/>", ":4: B0: a group without 'subtasks'"},
+      {"<task type='writeListReport' version='3' sel='14'/>", ":4: B0: writeListReport has no list '14'"},
+      {"<task type='writeListReport' version='3' sel='%LIST%'/>", ""},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},

@@ -1,9 +1,11 @@
 // Dimensions, of solids and of drawings.
 #include <algorithm>
 
+#include "creo/ProDimensionData.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProSolid.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/family.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -85,6 +87,41 @@ Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimensio
                        if (!record.tolerance) return ProNotFound;
                        return ProDimensionTolerance{record.tolerance->upper, record.tolerance->lower};
                      });
+}
+
+Got<ProToleranceType> ProDimensionTolTypeGet(const ProDimension& dimension) {
+  return onDimension("ProDimensionTolTypeGet", dimension, [](const DimensionRecord& record) -> Got<ProToleranceType> {
+    if (!record.tolerance || record.tolerance->type != ProToleranceType::none)
+      return record.tolerance ? record.tolerance->type : ProToleranceType::none;
+    const bool isEven = record.tolerance->upper == record.tolerance->lower;
+    return isEven ? ProToleranceType::symmetric : ProToleranceType::plusMinus;
+  });
+}
+
+Got<bool> ProDimensionIsAssociative(const ProDimension& dimension) {
+  return onDimension("ProDimensionIsAssociative", dimension,
+                     [](const DimensionRecord& record) -> Got<bool> { return record.associative; });
+}
+
+Got<double> ProDimensionValueGet(const ProDimension& dimension) {
+  return onModel("ProDimensionValueGet", dimension.owner, [&](State&, Model& m) -> Got<double> {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    const headless::Scalar* ofRow =
+        headless::rowValue(*m.document, m.row, ProFamitemType::dimension, headless::symbolOf(*record));
+    const headless::Scalar& value = ofRow ? *ofRow : record->value;
+    if (const double* real = std::get_if<double>(&value)) return *real;
+    if (const int* whole = std::get_if<int>(&value)) return static_cast<double>(*whole);
+    return ProNotFound;
+  });
+}
+
+Got<bool> ProDimensionIsReldriven(const ProDimension& dimension) {
+  return onModel("ProDimensionIsReldriven", dimension.owner, [&](State&, Model& m) -> Got<bool> {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    return m.document->relationNames().assigned.contains(headless::folded(headless::symbolOf(*record)));
+  });
 }
 
 }  // namespace creo

@@ -10,6 +10,7 @@
 #include "kelvane/nearest.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
+#include "reports/list_kinds.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -118,6 +119,7 @@ class Document {
     if (attribute(task, L"forEF") == "true") checkFilter(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
+    if (type == "writeListReport") checkListReport(task);
   }
 
   // Every attribute of an action may be a text with variables.
@@ -224,6 +226,12 @@ class Document {
     });
     if (!filter) return add(task, "reportUniversal without 'reportFilter': its field stays empty");
     if (attribute(*filter, L"forEF") == "true") checkFilter(*filter);
+  }
+
+  void checkListReport(const XmlNode& task) {
+    const std::wstring sel = text::fromUtf8(attribute(task, L"sel"));
+    if (!hasVariables(sel) && !reports::isListKind(sel))
+      add(task, "writeListReport has no list '" + text::toUtf8(sel) + "'");
   }
 
   // block: holds groups of items.

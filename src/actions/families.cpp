@@ -28,6 +28,8 @@ constexpr Family kFamilies[] = {
     &layerReportActions,
     &dependencyReportActions,
     &relationReportActions,
+    &listReportActions,
+    &drawingReportActions,
 };
 // clang-format on
 

@@ -40,6 +40,8 @@ std::span<const ActionFunction> materialReportActions();  // reports/report_mate
 std::span<const ActionFunction> layerReportActions();  // reports/report_layer.cpp
 std::span<const ActionFunction> dependencyReportActions();  // reports/report_dependencies.cpp
 std::span<const ActionFunction> relationReportActions();  // reports/report_relations.cpp
+std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
+std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 // clang-format on
 
 }  // namespace actions

@@ -47,6 +47,8 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='reportUniversal' version='4' forPRT='true'><reportFilter forEF='true'><filter>\n"
        "<f type='isInstanze' filtertype='true'/></filter></reportFilter></task>",
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
+      {"<task type='writeListReport' version='3' sel='14'/>", ":4: B0: writeListReport has no list '14'"},
+      {"<task type='writeListReport' version='3' sel='%LIST%'/>", ""},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},

@@ -46,13 +46,13 @@ bool isDriven(headless::ModelDocument& document, const std::string& symbol) {
          !headless::findParameter(document, nullptr, symbol);
 }
 
-double valueOf(const Model& model, const DimensionRecord& record) {
+Got<double> valueOf(const Model& model, const DimensionRecord& record) {
   const headless::Scalar* own =
       headless::rowValue(*model.document, model.row, ProFamitemType::dimension, headless::symbolOf(record));
   const headless::Scalar& value = own ? *own : record.value;
-  if (const auto* integer = std::get_if<int>(&value)) return *integer;
-  const auto* real = std::get_if<double>(&value);
-  return real ? *real : 0;
+  if (const auto* integer = std::get_if<int>(&value)) return static_cast<double>(*integer);
+  if (const auto* real = std::get_if<double>(&value)) return *real;
+  return ProNotFound;
 }
 
 }  // namespace
@@ -108,6 +108,20 @@ Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimensio
                      });
 }
 
+Got<ProToleranceType> ProDimensionTolTypeGet(const ProDimension& dimension) {
+  return onDimension("ProDimensionTolTypeGet", dimension, [](const DimensionRecord& record) -> Got<ProToleranceType> {
+    if (!record.tolerance || record.tolerance->type != ProToleranceType::none)
+      return record.tolerance ? record.tolerance->type : ProToleranceType::none;
+    const bool isEven = record.tolerance->upper == record.tolerance->lower;
+    return isEven ? ProToleranceType::symmetric : ProToleranceType::plusMinus;
+  });
+}
+
+Got<bool> ProDimensionIsAssociative(const ProDimension& dimension) {
+  return onDimension("ProDimensionIsAssociative", dimension,
+                     [](const DimensionRecord& record) -> Got<bool> { return record.associative; });
+}
+
 Got<double> ProDimensionValueGet(const ProDimension& dimension) {
   return onModel("ProDimensionValueGet", dimension.owner, [&](State&, Model& m) -> Got<double> {
     const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
@@ -127,13 +141,21 @@ ProError ProDimensionValueSet(const ProDimension& dimension, double value) {
                         (dimension.reference ? L" is a reference dimension" : L" is driven by a relation"));
       return ProGeneralError;
     }
-    if (valueOf(m, *record) == value) return ProNoError;
+    if (const auto present = valueOf(m, *record); present && present.value == value) return ProNoError;
     if (m.row)
       headless::setRowValue(*m.document, *m.row, ProFamitemType::dimension, symbol, value);
     else
       record->value = value;
     m.document->touch(m.row);
     return ProNoError;
+  });
+}
+
+Got<bool> ProDimensionIsReldriven(const ProDimension& dimension) {
+  return onModel("ProDimensionIsReldriven", dimension.owner, [&](State&, Model& m) -> Got<bool> {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    return isDriven(*m.document, headless::symbolOf(*record));
   });
 }
 

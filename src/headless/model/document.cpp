@@ -72,6 +72,16 @@ DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   return found == places.end() ? nullptr : &record.dimensions[found->second];
 }
 
+NoteRecord* ModelDocument::note(int id) {
+  if (notesIndexed_ != record.notes.size()) {
+    notes_.clear();
+    for (std::size_t i = 0; i < record.notes.size(); ++i) notes_.try_emplace(record.notes[i].id, i);
+    notesIndexed_ = record.notes.size();
+  }
+  const auto found = notes_.find(id);
+  return found == notes_.end() ? nullptr : &record.notes[found->second];
+}
+
 void ModelDocument::touch(RowRecord* row) {
   modified_ = true;
   if (!row || row->changed) return;

@@ -50,14 +50,18 @@ struct RecordTable<SlotRecord> {
 template <>
 struct RecordTable<ToleranceRecord> {
   using R = ToleranceRecord;
-  static constexpr std::array fields = {field<&R::upper>("upper"), field<&R::lower>("lower")};
+  static constexpr std::array fields = {field<&R::upper>("upper"), field<&R::lower>("lower"), field<&R::type>("type")};
 };
 template <>
 struct RecordTable<DimensionRecord> {
   using R = DimensionRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired),    field<&R::symbol>("symbol"),
-                                        field<&R::value>("value"),         field<&R::reference>("reference"),
-                                        field<&R::tolerance>("tolerance"), field<&R::text>("text")};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),
+                                        field<&R::symbol>("symbol"),
+                                        field<&R::value>("value"),
+                                        field<&R::reference>("reference"),
+                                        field<&R::associative>("associative"),
+                                        field<&R::tolerance>("tolerance"),
+                                        field<&R::text>("text")};
 };
 template <>
 struct RecordTable<ColumnRecord> {
@@ -119,6 +123,7 @@ struct RecordTable<ModelRecord> {
                                         field<&R::layers>("layers"),
                                         field<&R::layerStates>("layerStates"),
                                         field<&R::views>("views"),
+                                        field<&R::notes>("notes"),
                                         field<&R::simplifiedReps>("simplifiedReps"),
                                         field<&R::explodedStates>("explodedStates"),
                                         field<&R::styleStates>("styleStates"),

@@ -89,6 +89,15 @@ struct EnumTexts<creo::ProToleranceClass> {
                                        {"veryCoarse", E::veryCoarse}};
 };
 template <>
+struct EnumTexts<creo::ProToleranceType> {
+  using E = creo::ProToleranceType;
+  static constexpr Texts<E> texts[] = {{"standard", E::standard},
+                                       {"limits", E::limits},
+                                       {"plusMinus", E::plusMinus},
+                                       {"symmetric", E::symmetric},
+                                       {"symmetricSuperscript", E::symmetricSuperscript}};
+};
+template <>
 struct EnumTexts<creo::ProRegenerationStatus> {
   using E = creo::ProRegenerationStatus;
   static constexpr Texts<E> texts[] = {{"regenerated", E::regenerated},

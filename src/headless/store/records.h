@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "creo/ProDimension.h"
 #include "creo/ProExtdata.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProParameter.h"
@@ -30,12 +31,14 @@ using ExternalData = Members<SlotList>;
 // How far a dimension may be off.
 struct ToleranceRecord : Open {
   double upper = 0, lower = 0;
+  creo::ProToleranceType type = creo::ProToleranceType::none;  // none: what the two values say
 };
 struct DimensionRecord : Open {
   int id = 0;
   std::string symbol;
   Scalar value;
   bool reference = false;
+  bool associative = true;
   std::unique_ptr<ToleranceRecord> tolerance;
   std::vector<std::string> text;  // lines; none: "@D" alone
 };
@@ -84,6 +87,7 @@ struct ModelRecord : Open {
   std::vector<LayerRecord> layers;
   std::vector<LayerStateRecord> layerStates;
   std::vector<ViewRecord> views;
+  std::vector<NoteRecord> notes;
   std::unique_ptr<FamilyTableRecord> familyTable;
   ExternalData externalData;
 

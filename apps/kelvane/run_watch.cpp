@@ -11,6 +11,7 @@
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
 #include "os/surroundings.h"
+#include "reports/csv_report.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -94,6 +95,8 @@ void RunWatch::finishModel(const std::string& row) {
   const bool changed = changes_.contains(worked.document);
   const std::string outcome = worked.failed ? "failed" : changed ? "changed" : "unchanged";
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
+  for (const auto& report : reports::reportRegistry().all())
+    if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
   worked_.push_back(std::move(worked));
   progress_.step(static_cast<int>(done_), row, outcome);
   stopIfAsked();

@@ -36,6 +36,8 @@ class RunWatch : public headless::SessionObserver {
   // By name of the document, those that differ.
   [[nodiscard]] const std::map<std::string, ModelChanges>& changes() const { return changes_; }
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
+  // Names of the files of reports that lost what they held.
+  [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }
   // True for a path of a model's document that was saved.
   [[nodiscard]] bool isModel(const std::wstring& path) const { return paths_.contains(path); }
 
@@ -74,6 +76,7 @@ class RunWatch : public headless::SessionObserver {
   std::set<std::string> uncompared_;
   std::set<std::string> told_;
   std::set<std::wstring> paths_;
+  std::set<std::string> reportsBegunAnew_;
   std::map<std::string, ModelChanges> changes_;
   int shownErrors_ = 0, hiddenErrors_ = 0;
   bool running_ = false;

@@ -1,7 +1,6 @@
 #include "kelvane/run_work.h"
 
 #include <nlohmann/json.hpp>
-#include <set>
 
 #include "core/log.h"
 #include "kelvane/exit_codes.h"
@@ -15,7 +14,6 @@
 #include "kelvane/run_place.h"
 #include "kelvane/run_watch.h"
 #include "os/surroundings.h"
-#include "reports/csv_report.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -124,19 +122,16 @@ class RunWork {
     recap_.errors = core::logCounts().errors;
     recap_.warnings = core::logCounts().warnings;
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
-    tellWhatReportsLack();
+    tellWhatReportsLack(watch);
     showResults(watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
   }
 
   // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.
-  void tellWhatReportsLack() {
-    const std::vector<std::wstring>& reports = reports::reportRegistry().begunAnew();
-    if (recap_.skipped == 0 || reports.empty()) return;
-    std::set<std::string> names;
-    for (const std::wstring& path : reports) names.insert(text::toUtf8(os::nameOf(path)));
+  void tellWhatReportsLack(const RunWatch& watch) {
+    if (recap_.skipped == 0 || watch.reportsBegunAnew().empty()) return;
     std::string all;
-    for (const std::string& name : names) all += (all.empty() ? "" : ", ") + name;
+    for (const std::string& name : watch.reportsBegunAnew()) all += (all.empty() ? "" : ", ") + name;
     console_.trouble("warning: " + std::to_string(recap_.skipped) +
                      (recap_.skipped == 1 ? " model is" : " models are") + " missing in reports that begin anew (" +
                      all + "), as an earlier run of this list worked " + (recap_.skipped == 1 ? "it" : "them"));

@@ -58,7 +58,6 @@ void writeRows(CsvReport& report, bool leadingFileName) {
 }  // namespace
 
 CsvReport& ReportRegistry::add(std::wstring_view name) {
-  if (reports_.empty()) begunAnew_.clear();
   reports_.push_back(std::make_unique<CsvReport>());
   reports_.back()->name = name;
   return *reports_.back();

@@ -34,7 +34,8 @@ struct CsvReport {
   std::wstring name, path;
   CsvForm form;
   bool newRowAtNewModel = false;
-  bool overwrite = false;  // the file begins anew; also set where the side file is missing
+  bool beginsAnew = false;  // what the file held is gone
+  bool overwrite = false;   // a header line is written; also where the side file is missing
   bool openAfterCreation = false;
 
   std::vector<std::wstring> columnKeys, columnTitles;  // side by side, in column order
@@ -65,13 +66,9 @@ class ReportRegistry {
   [[nodiscard]] CsvReport* find(std::wstring_view name) const;
   [[nodiscard]] const std::vector<std::unique_ptr<CsvReport>>& all() const { return reports_; }
   void clear() { reports_.clear(); }
-  // Paths of the reports that the run opened to begin anew; known until the next run opens a report.
-  [[nodiscard]] const std::vector<std::wstring>& begunAnew() const { return begunAnew_; }
-  void noteBegunAnew(const CsvReport& report) { begunAnew_.push_back(report.path); }
 
  private:
   std::vector<std::unique_ptr<CsvReport>> reports_;
-  std::vector<std::wstring> begunAnew_;
 };
 // That of the plug-in's state; made at the first call.
 ReportRegistry& reportRegistry();

@@ -30,7 +30,7 @@ void openReport(CsvReport& report, const Task& task, const OpeningAttributes& at
   report.form.semicolon = task.attribute(L"sep") == L"sem";
   report.form.fileNameFirst = attributes.hasFileNameFirst && task.isTrue(L"fnfirst");
   report.form.changeComma = task.isTrue(attributes.changeComma);
-  report.overwrite = task.isTrue(L"overwrite");
+  report.beginsAnew = report.overwrite = task.isTrue(L"overwrite");
   core::logIndented(report.path, core::kNormal, 1);
   core::logIndented(report.overwrite ? L"Mode: override" : L"Mode: append", core::kNormal, 1);
 
@@ -51,7 +51,6 @@ Outcome openCsvReport(const Task& task) {
   core::countAction();
   CsvReport& report = reportRegistry().add(task.attribute(L"name"));
   openReport(report, task, {.changeComma = L"changecomma", .hasFileNameFirst = true});
-  if (task.isTrue(L"overwrite")) reportRegistry().noteBegunAnew(report);
   report.newRowAtNewModel = task.isTrue(L"newRowAtNewModel");
   return done;
 }

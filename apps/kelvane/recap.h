@@ -9,7 +9,7 @@ struct Recap {
   int models = 0;   // rows that were chosen, and documents that can't be read
   int changed = 0;  // models whose document has another content now, or in a dry run would have
   int unchanged = 0;
-  int skipped = 0;               // the list worked them before
+  int skipped = 0;               // the list worked them before, or they can't be modified
   int failed = 0;                // they couldn't be worked, or not be saved
   int saved = 0;                 // documents written, each counted once
   int errors = 0, warnings = 0;  // lines of the log

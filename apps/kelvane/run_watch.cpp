@@ -88,12 +88,16 @@ void RunWatch::finishModel(const std::string& row) {
   Worked worked{row, row, !model};
   if (model) {
     worked.document = labelOf(*session_.models().find(model.value)->document);
+    worked.passedOver = isPassedOver(model.value);
     worked.failed = !keepHistory(model.value, worked.document);
   }
   followLog();
   compareSaved();
   const bool changed = changes_.contains(worked.document);
-  const std::string outcome = worked.failed ? "failed" : changed ? "changed" : "unchanged";
+  const std::string outcome = worked.failed       ? "failed"
+                              : worked.passedOver ? "skipped"
+                              : changed           ? "changed"
+                                                  : "unchanged";
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
@@ -102,13 +106,16 @@ void RunWatch::finishModel(const std::string& row) {
   stopIfAsked();
 }
 
+bool RunWatch::isPassedOver(creo::ProMdl model) const {
+  return session_.models().find(model)->document->record.readOnly && core::pluginState().checkModifiable;
+}
+
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
 bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
   headless::Models& models = session_.models();
   const headless::ModelDocument& held = *models.find(model)->document;
   // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
-  const bool wasPassedOver = held.record.readOnly && core::pluginState().checkModifiable;
-  if (!held.isModified(nullptr) || wasPassedOver || options_.save == "none") return true;
+  if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (saved_.contains(document)) {
     const bool good = models.saveReplacing(model) == creo::ProNoError;
     noteWritten(document);
@@ -170,13 +177,18 @@ void RunWatch::end(Recap& recap) {
   compareSaved();
   running_ = false;
   if (hiddenErrors_ > 0) console_.trouble("... and " + std::to_string(hiddenErrors_) + " more error lines in the log");
+  std::string passedOver;
   for (const Worked& worked : worked_) {
     if (worked.failed) {
       ++recap.failed;
+    } else if (worked.passedOver) {
+      ++recap.skipped;
+      passedOver += (passedOver.empty() ? "" : ", ") + worked.row;
     } else {
       ++(changes_.contains(worked.document) ? recap.changed : recap.unchanged);
     }
   }
+  if (!passedOver.empty()) console_.note("warning: passed over, as it can't be modified: " + passedOver);
   recap.models += static_cast<int>(worked_.size());
   recap.saved = static_cast<int>(saved_.size());
   recap.seconds = progress_.seconds();

@@ -52,9 +52,11 @@ class RunWatch : public headless::SessionObserver {
   struct Worked {
     std::string row, document;
     bool failed = false;
+    bool passedOver = false;  // it can't be modified
   };
 
   void finishModel(const std::string& row);
+  [[nodiscard]] bool isPassedOver(creo::ProMdl model) const;
   bool keepHistory(creo::ProMdl model, const std::string& document);
   void noteWritten(const std::string& name);
   void compareSaved();

@@ -122,19 +122,19 @@ class RunWork {
     recap_.errors = core::logCounts().errors;
     recap_.warnings = core::logCounts().warnings;
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
-    tellWhatReportsLack(watch);
+    tellWhatReportsLack(watch, choice.skipped);
     showResults(watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
   }
 
   // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.
-  void tellWhatReportsLack(const RunWatch& watch) {
-    if (recap_.skipped == 0 || watch.reportsBegunAnew().empty()) return;
+  void tellWhatReportsLack(const RunWatch& watch, int workedBefore) {
+    if (workedBefore == 0 || watch.reportsBegunAnew().empty()) return;
     std::string all;
     for (const std::string& name : watch.reportsBegunAnew()) all += (all.empty() ? "" : ", ") + name;
-    console_.trouble("warning: " + std::to_string(recap_.skipped) +
-                     (recap_.skipped == 1 ? " model is" : " models are") + " missing in reports that begin anew (" +
-                     all + "), as an earlier run of this list worked " + (recap_.skipped == 1 ? "it" : "them"));
+    console_.trouble("warning: " + std::to_string(workedBefore) + (workedBefore == 1 ? " model is" : " models are") +
+                     " missing in reports that begin anew (" + all + "), as an earlier run of this list worked " +
+                     (workedBefore == 1 ? "it" : "them"));
   }
 
   // Empty, or why the run didn't come to its end; its log and its recap are wanted all the same.

@@ -30,6 +30,7 @@ constexpr Family kFamilies[] = {
     &relationReportActions,
     &listReportActions,
     &drawingReportActions,
+    &geometryReportActions,
 };
 // clang-format on
 

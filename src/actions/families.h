@@ -42,6 +42,7 @@ std::span<const ActionFunction> dependencyReportActions();  // reports/report_de
 std::span<const ActionFunction> relationReportActions();  // reports/report_relations.cpp
 std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
 std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
+std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 // clang-format on
 
 }  // namespace actions

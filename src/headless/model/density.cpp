@@ -1,14 +1,17 @@
 #include "headless/model/density.h"
 
+#include "headless/model/items.h"
 #include "headless/model/units.h"
+#include "text/encoding.h"
 
 namespace headless {
 
 std::optional<double> materialDensity(const Model& part) {
   constexpr std::string_view kDensity = "PTC_MASS_DENSITY";
   const ModelRecord& record = part.document->record;
+  const std::string current = text::toUtf8(currentMaterial(part));
   for (const MaterialRecord& material : record.materials) {
-    if (!sameName(material.name, record.material)) continue;
+    if (!sameName(material.name, current)) continue;
     for (const ParameterRecord& one : material.parameters.list) {
       if (!sameName(one.name, kDensity)) continue;
       const double* real = std::get_if<double>(&one.value);

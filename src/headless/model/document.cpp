@@ -82,6 +82,11 @@ NoteRecord* ModelDocument::note(int id) {
   return found == notes_.end() ? nullptr : &record.notes[found->second];
 }
 
+const SolidRecord& ModelDocument::solid() {
+  if (!solid_) solid_ = std::make_unique<SolidRecord>(solidRecord(record.solid));
+  return *solid_;
+}
+
 void ModelDocument::touch(RowRecord* row) {
   modified_ = true;
   if (!row || row->changed) return;

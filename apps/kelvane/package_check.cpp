@@ -10,6 +10,7 @@
 #include "kelvane/nearest.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
+#include "reports/list_kinds.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -30,8 +31,13 @@ struct PathAttribute {
   std::string_view action;
   std::wstring_view attribute;
   std::string_view folder;
+  bool isFile = false;  // else a folder
 };
-constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"}, {"groupActions", L"tmpPath", "models"}};
+constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"},
+                                    {"groupActions", L"tmpPath", "models"},
+                                    {"editModelParameterFromFile", L"path", "reports", true},
+                                    {"editParameterFromDictionary", L"path", "reports", true},
+                                    {"editModelDimensionFromFile", L"path", "reports", true}};
 constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 
 std::vector<std::string> actionKeys() {
@@ -112,6 +118,8 @@ class Document {
     checkPaths(task, type);
     if (attribute(task, L"forEF") == "true") checkFilter(task);
     if (type == "groupActions") checkGroup(task);
+    if (type == "reportUniversal") checkReportFilter(task);
+    if (type == "writeListReport") checkListReport(task);
   }
 
   // Every attribute of an action may be a text with variables.
@@ -135,8 +143,9 @@ class Document {
       if (hasVariables(rest)) continue;
       std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
       path = text::replaceAll(path, "//", "/");
-      if (!isFolder(path)) {
-        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no folder '" + path + "'");
+      if (!(row.isFile ? isFile(path) : isFolder(path))) {
+        const char* what = row.isFile ? "file" : "folder";
+        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + what + " '" + path + "'");
       } else if (type == "groupActions") {
         checkTemplate(task, path);
       }
@@ -145,6 +154,9 @@ class Document {
   bool isFolder(std::string path) const {
     if (!path.ends_with('/')) path += '/';
     return anyMember([&](const std::string& member) { return member.starts_with(text::lower(path)); });
+  }
+  bool isFile(const std::string& path) const {
+    return anyMember([&](const std::string& member) { return member == text::lower(path); });
   }
   // The drawing that serves as template, whatever its version.
   void checkTemplate(const XmlNode& task, std::string folder) {
@@ -206,6 +218,22 @@ class Document {
     if (!found) add(task, "a group without 'subtasks'");
   }
 
+  // Of several the last one decides.
+  void checkReportFilter(const XmlNode& task) {
+    const XmlNode* filter = nullptr;
+    core::xmlEachChild(task, [&filter](const XmlNode& child) {
+      if (child.name == L"reportFilter") filter = &child;
+    });
+    if (!filter) return add(task, "reportUniversal without 'reportFilter': its field stays empty");
+    if (attribute(*filter, L"forEF") == "true") checkFilter(*filter);
+  }
+
+  void checkListReport(const XmlNode& task) {
+    const std::wstring sel = text::fromUtf8(attribute(task, L"sel"));
+    if (!hasVariables(sel) && !reports::isListKind(sel))
+      add(task, "writeListReport has no list '" + text::toUtf8(sel) + "'");
+  }
+
   // block: holds groups of items.
   void checkFilter(const XmlNode& block) {
     core::xmlEachChild(block, [this](const XmlNode& group) {
@@ -225,9 +253,6 @@ class Document {
     const std::wstring key = text::fromUtf8(type);
     if (!documents::isPredicate(key)) {
       return add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
-    }
-    if (!documents::predicateIsCarriedOut(key)) {
-      add(item, "filter '" + type + "' isn't carried out by this version");
     }
     for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
       checkAttribute(item, type, row);

@@ -25,6 +25,7 @@ const VerbRow kVerbs[] = {
     {"new", "makes a model", "kelvane new workspace PLATE.PRT --param MASS:Double=2.5 --box 80,40,5", &makeNew},
     {"diff", "what two folders of models differ in", "kelvane diff before after --stat", &makeDiff},
     {"pack", "makes a package from a folder", "kelvane pack standards standards.kvz", &makePack},
+    {"report", "a report as an aligned table", "kelvane report reports/masses.csv --columns", &makeReport},
     {"log", "a log as a tree", "kelvane log workspace/kelvane.log --level 1", &makeLog},
 };
 

@@ -12,6 +12,7 @@
 #include "kelvane/places.h"
 #include "kelvane/run_config.h"
 #include "os/processes.h"
+#include "os/program.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -74,6 +75,21 @@ void makeFolders(const std::string& work) {
   }
 }
 
+// The script that turns workbooks into CSV files: the site's, else the installation's for this system. A run without
+// one says so where a workbook is read.
+void placeScript(const RunOptions& options, const std::string& work) {
+  constexpr const char* kScript = "xls2csv.vbs";
+  const fs::path target = fs::path(work) / "temp/conf" / kScript, installation = installationFolder();
+  std::error_code error;
+  fs::remove(target, error);
+  for (const fs::path& folder : {fs::path(options.config), installation / os::systemName() / "conf"}) {
+    if (folder.empty() || !fs::exists(folder / kScript, error)) continue;
+    fs::copy_file(folder / kScript, target, error);  // it stays executable
+    if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
+    return;
+  }
+}
+
 }  // namespace
 
 RunPlace prepareRun(const RunOptions& options) {
@@ -103,6 +119,7 @@ RunPlace prepareRun(const RunOptions& options) {
   if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
     throw Fault("the temp folder " + work + " can't be written: " + error.message());
   }
+  placeScript(options, work);
   os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
   return place;
 }

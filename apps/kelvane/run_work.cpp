@@ -1,6 +1,7 @@
 #include "kelvane/run_work.h"
 
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "core/log.h"
 #include "kelvane/exit_codes.h"
@@ -14,23 +15,30 @@
 #include "kelvane/run_place.h"
 #include "kelvane/run_watch.h"
 #include "os/surroundings.h"
+#include "reports/csv_report.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 namespace {
 
-// The files of a run: noted, and in a dry run withheld.
+// The files of a run: noted, and in a dry run withheld, as are other programs.
 struct RunFiles {
   std::shared_ptr<os::Files> disk = os::surroundings().files;
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
+  std::shared_ptr<os::Processes> machine = os::surroundings().processes;
+  std::shared_ptr<os::DryProcesses> programs;  // of a dry run
 
   explicit RunFiles(bool dryRun) {
     if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
+    if (dryRun) os::surroundings().processes = programs = std::make_shared<os::DryProcesses>();
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
     os::surroundings().files = recorded;
   }
-  ~RunFiles() { os::surroundings().files = disk; }
+  ~RunFiles() {
+    os::surroundings().files = disk;
+    os::surroundings().processes = machine;
+  }
   RunFiles(const RunFiles&) = delete;
   RunFiles& operator=(const RunFiles&) = delete;
 };
@@ -116,8 +124,22 @@ class RunWork {
     recap_.errors = core::logCounts().errors;
     recap_.warnings = core::logCounts().warnings;
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
+    tellWhatReportsLack();
     showResults(watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.
+  void tellWhatReportsLack() {
+    const std::vector<std::wstring>& reports = reports::reportRegistry().begunAnew();
+    if (recap_.skipped == 0 || reports.empty()) return;
+    std::set<std::string> names;
+    for (const std::wstring& path : reports) names.insert(text::toUtf8(os::nameOf(path)));
+    std::string all;
+    for (const std::string& name : names) all += (all.empty() ? "" : ", ") + name;
+    console_.trouble("warning: " + std::to_string(recap_.skipped) +
+                     (recap_.skipped == 1 ? " model is" : " models are") + " missing in reports that begin anew (" +
+                     all + "), as an earlier run of this list worked " + (recap_.skipped == 1 ? "it" : "them"));
   }
 
   // Empty, or why the run didn't come to its end; its log and its recap are wanted all the same.
@@ -144,6 +166,9 @@ class RunWork {
       for (const auto& [name, changes] : watch.changes()) show(console_, changes);
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
+      }
+      for (const std::wstring& command : files_.programs->asked()) {
+        console_.result("would start " + text::toUtf8(command));
       }
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);

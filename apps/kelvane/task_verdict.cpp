@@ -72,12 +72,16 @@ class Judge {
     const std::string wanted = wantedVersion(verdict.type), given = text::toUtf8(valueOf(node, L"version"));
     if (given != wanted)
       return void(verdict.reason = "its version is '" + given + "', this version carries out '" + wanted + "'");
-    verdict.runs = isOpenGroup(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
+    verdict.runs =
+        asksNoFilter(type) || isOpenGroup(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
     if (verdict.runs && verdict.type == "groupActions" && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
       verdict.runs = false;
       verdict.reason = "there is no such rework mode";
     }
   }
+
+  // What opens or writes a report works for any model.
+  static bool asksNoFilter(std::wstring_view type) { return type == L"openCSVReport" || type == L"writeListReport"; }
 
   // A group for all kinds of models, without a filter of its own, doesn't ask.
   static bool isOpenGroup(const XmlNode& node, const std::string& type) {

@@ -14,7 +14,22 @@ constexpr Family kFamilies[] = {
     &parameterActions,
     &editParameterActions,
     &deleteParameterActions,
+    &editFromTableActions,
+    &editFromFileActions,
+    &drawingParameterActions,
+    &featureReportActions,
     &openReportActions,
+    &reportTablecellActions,
+    &modelDataReportActions,
+    &universalReportActions,
+    &familyTableReportActions,
+    &parameterReportActions,
+    &materialReportActions,
+    &layerReportActions,
+    &dependencyReportActions,
+    &relationReportActions,
+    &listReportActions,
+    &drawingReportActions,
 };
 // clang-format on
 

@@ -11,6 +11,8 @@ struct ProMdlData {
   std::wstring name, type, device, path, host;
   int version = 0;
 };
+// Creo's number of the type of layouts. They aren't brought into memory.
+constexpr auto kLayoutType = static_cast<ProMdlType>(19);
 // A model that another one uses.
 struct ProDependency {
   std::wstring name;
@@ -43,6 +45,8 @@ Got<std::wstring> ProMdlCommonnameGet(ProMdl model);
 Got<int> ProMdlSubtypeGet(ProMdl model);
 // The file that the model was read from, with its path; empty for a new model.
 Got<std::wstring> ProMdlOriginGet(ProMdl model);
+// The folder that the model lies in, with its closing backslash. ProNotFound: it was never saved.
+Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model);
 // Saves the model as the next version of its document; an instance saves its generic. Raises notification 103 before.
 // ProGeneralError: not written (the old versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
@@ -56,8 +60,8 @@ Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
 Got<bool> ProMdlIsSkeleton(ProMdl model);
 // True when it was changed since it was read or saved.
 Got<bool> ProMdlModificationVerify(ProMdl model);
-// What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them.
-// Each once, in the document's order.
+// What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them;
+// then the layouts that it declares. Each once, in the document's order.
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model);
 // The same as files: with type code and name; another kind of file that the model refers to has a type of its own.
 struct ProDependencyData {

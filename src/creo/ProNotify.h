@@ -15,6 +15,7 @@ enum class ProNotifyType : int {
   windowActivated = 26,      // a window became current
   windowClosed = 29,
   modelDisplayed = 41,
+  featureRegenerated = 42,  // each feature, with id and name; empty for one without a name
   windowOccupied = 90,
   pageControlShown = 94,  // a drawing's update shows a tab; its name is given
   modelCreated = 100,     // name and type text are given
@@ -27,6 +28,7 @@ struct ProNotification {
   ProNotifyType type{};
   ProMdl model;
   int window = 0;
+  int feature = 0;  // its id
   std::wstring name, typeText;
 };
 using ProNotificationHandler = std::function<ProError(const ProNotification&)>;

@@ -33,7 +33,7 @@ struct FeatureTests {
   [[nodiscard]] bool hold(const creo::ProFeature& feature) const {
     return (!isTrue(item, L"featnamesel") || nameHolds(feature)) &&
            (!isTrue(item, L"featnumsel") || numberHolds(feature)) &&
-           (!isTrue(item, L"featidsel") || text::parseInt(valueOf(item, L"featid")) == feature.id) &&
+           (!isTrue(item, L"featidsel") || numberIs(L"featid", feature.id)) &&
            (!isTrue(item, L"feattypesel") || typeHolds(feature));
   }
 
@@ -44,7 +44,11 @@ struct FeatureTests {
   }
   [[nodiscard]] bool numberHolds(const creo::ProFeature& feature) const {
     const auto number = creo::ProFeatureNumberGet(feature);
-    return number && number.value == text::parseInt(valueOf(item, L"featnum"));
+    return number && numberIs(L"featnum", number.value);
+  }
+  [[nodiscard]] bool numberIs(std::wstring_view attribute, int held) const {
+    const std::wstring_view wanted = valueOf(item, attribute);
+    return noted(L"=", wanted, held, text::parseInt(wanted) == held);
   }
   [[nodiscard]] bool typeHolds(const creo::ProFeature& feature) const {
     const auto held = creo::ProFeatureTypeGet(feature);

@@ -128,19 +128,10 @@ int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl
     if (!silentLookup) core::logWrite(text::format(L"Filter not found: %s", type), core::kError);
     return kNotAKey;
   }
-  if (!predicate->function) {
-    core::logWrite(text::format(L"Filter isn't carried out by this version: %s", type), core::kError);
-    return kNotApplicable;
-  }
   return predicate->function(model, item);
 }
 
 bool isPredicate(std::wstring_view type) { return findPredicate(type) != nullptr; }
-
-bool predicateIsCarriedOut(std::wstring_view type) {
-  const Predicate* predicate = findPredicate(type);
-  return predicate && predicate->function;
-}
 
 creo::ProMdl retrieveByFileName(std::string_view fileName, std::wstring_view extension) {
   constexpr std::size_t kExtension = 4;

@@ -37,11 +37,9 @@ std::wstring_view typeSwitch(creo::ProMdlType type);
 // The block of a filter file: the document itself where the file's element is a group of items, else that element.
 // Null for an empty file.
 const core::XmlNode* filterFileBlock(const core::XmlDocument& document);
-// The predicate of that key. silentLookup: an unknown key gives kNotAKey without its line. Keys that this version
-// doesn't carry out give kNotApplicable and one error line.
+// The predicate of that key. silentLookup: an unknown key gives kNotAKey without its line.
 int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup = false);
 bool isPredicate(std::wstring_view type);
-bool predicateIsCarriedOut(std::wstring_view type);
 
 // A table row's model: "BRACKET.PRT" less its last four characters, retrieved by the type of the extension ("PRT",
 // "ASM", "DRW"; any other is a part). Null on failure.

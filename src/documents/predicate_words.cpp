@@ -4,6 +4,8 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "engine/compare.h"
+#include "text/format.h"
+#include "text/numbers.h"
 
 namespace documents {
 namespace {
@@ -23,6 +25,12 @@ std::wstring_view valueOf(const core::XmlNode& item, std::wstring_view name, std
 bool isTrue(const core::XmlNode& item, std::wstring_view name) { return valueOf(item, name) == L"true"; }
 
 bool matches(std::wstring_view pattern, std::wstring_view text) { return engine::wildcardCompare(pattern, text) == 1; }
+
+bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result) {
+  if (engine::ComparisonWatch::on())
+    engine::ComparisonWatch::note(text::format(L"%s %s", sign, wanted), text::shortest(held), result);
+  return result;
+}
 
 std::optional<creo::ProMdlType> applicableType(creo::ProMdl model, AppliesTo to) {
   const auto type = creo::ProMdlTypeGet(model);

@@ -21,6 +21,9 @@ bool isTrue(const core::XmlNode& item, std::wstring_view name);
 // By wildcardCompare.
 bool matches(std::wstring_view pattern, std::wstring_view text);
 
+// The result of a test of a number, told to whoever watches comparisons: "> 210" against "297".
+bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result);
+
 // The models that a predicate applies to. solids: all but drawings.
 enum class AppliesTo { solids, parts, drawings, any };
 // The model's type where the predicate applies. Nothing: the predicate answers kNotApplicable; a type that can't be

@@ -18,10 +18,12 @@ constexpr int kNoDouble = 26, kTitleSheetSize = 40, kSizeFits = 43, kSizeDiffers
 struct Test {
   bool (*passes)(double value, double measure);
   std::wstring_view line;
+  std::wstring_view sign;  // how the sheet's measure must stand to the value
 };
-constexpr Test kSmaller = {[](double value, double measure) { return measure > value; }, L"< TRUE"};
-constexpr Test kEqual = {[](double value, double measure) { return std::fabs(value - measure) < 0.05; }, L"= TRUE"};
-constexpr Test kBigger = {[](double value, double measure) { return value > measure; }, L"> TRUE"};
+constexpr Test kSmaller = {[](double value, double measure) { return measure > value; }, L"< TRUE", L">"};
+constexpr Test kEqual = {[](double value, double measure) { return std::fabs(value - measure) < 0.05; }, L"= TRUE",
+                         L"="};
+constexpr Test kBigger = {[](double value, double measure) { return value > measure; }, L"> TRUE", L"<"};
 
 bool passes(const Test& test, std::wstring_view value, double measure) {
   if (measure == 0) {
@@ -35,7 +37,7 @@ bool passes(const Test& test, std::wstring_view value, double measure) {
   }
   const double wanted = text::parseDouble(value);
   core::logWrite(text::format(L"%f - %f", wanted, measure), core::kDebug);
-  const bool passed = test.passes(wanted, measure);
+  const bool passed = noted(test.sign, value, measure, test.passes(wanted, measure));
   core::logWrite(passed ? test.line : L"<>= FALSE", core::kDebug);
   return passed;
 }

@@ -8,6 +8,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
+#include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
@@ -63,9 +64,11 @@ bool equals(const creo::ProParamvalue& held, std::wstring_view value) {
     case creo::ProParamvalueType::string:
       return matches(value, held.string);
     case creo::ProParamvalueType::integer:
-      return hasForm(value, engine::kIntegerPattern, kNoInteger) && text::parseInt(value) == held.integer;
+      return hasForm(value, engine::kIntegerPattern, kNoInteger) &&
+             noted(L"=", value, held.integer, text::parseInt(value) == held.integer);
     case creo::ProParamvalueType::real:
-      return hasForm(value, engine::kDoublePattern, kNoDouble) && text::parseDouble(value) == held.real;
+      return hasForm(value, engine::kDoublePattern, kNoDouble) &&
+             noted(L"=", value, held.real, text::parseDouble(value) == held.real);
     case creo::ProParamvalueType::boolean:
       return boolean(value, held.boolean);
     case creo::ProParamvalueType::none:
@@ -159,10 +162,14 @@ int accuracyPredicate(creo::ProMdl model, const core::XmlNode& item) {
   const std::wstring_view kind = valueOf(item, L"valtype"), how = valueOf(item, L"eq");
   if (kind == L"rel" && accuracy.value.kind == creo::ProAccuracyKind::absolute) return kFalse;
   if (kind == L"abs" && accuracy.value.kind == creo::ProAccuracyKind::relative) return kFalse;
-  const double wanted = text::parseDouble(valueOf(item, L"value")), held = accuracy.value.value;
-  if (how == L"0") return answer(wanted - kMargin > held);
-  if (how == L"1") return answer(held == wanted || (held < wanted + kMargin && held > wanted - kMargin));
-  return answer(how == L"2" && held > wanted + kMargin);
+  const std::wstring_view value = valueOf(item, L"value");
+  const double wanted = text::parseDouble(value), held = accuracy.value.value;
+  if (how == L"0") return answer(noted(L"<", value, held, wanted - kMargin > held));
+  if (how == L"1") {
+    const bool near = held == wanted || (held < wanted + kMargin && held > wanted - kMargin);
+    return answer(noted(L"=", value, held, near));
+  }
+  return answer(how == L"2" && noted(L">", value, held, held > wanted + kMargin));
 }
 
 int tolerancePredicate(creo::ProMdl model, const core::XmlNode& item) {

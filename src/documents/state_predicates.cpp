@@ -44,7 +44,9 @@ bool countHolds(const core::XmlNode& item, std::size_t count) {
   const std::wstring_view sign = valueOf(item, L"aomisign");
   const auto held = static_cast<long long>(count),
              wanted = static_cast<long long>(text::parseInt(valueOf(item, L"aomitf")));
-  return (sign == L"=" && held == wanted) || (sign == L">" && held > wanted) || (sign == L"<" && held < wanted);
+  const bool holds =
+      (sign == L"=" && held == wanted) || (sign == L">" && held > wanted) || (sign == L"<" && held < wanted);
+  return noted(sign, valueOf(item, L"aomitf"), static_cast<double>(count), holds);
 }
 
 bool layerHolds(const core::XmlNode& item, const creo::ProLayer& layer) {

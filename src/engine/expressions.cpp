@@ -23,7 +23,7 @@ constexpr std::size_t kMostUncountedSteps = 10'000'000;
 constexpr unsigned long kRecursionLimit = 6000;
 constexpr int kFirstJitStack = 32 * 1024;
 constexpr int kLargestJitStack = 16 * 1024 * 1024;
-constexpr std::size_t kOffsets = 243;
+constexpr int kOffsets = 243;
 
 pcre_jit_stack* jitStack() {
   static const std::unique_ptr<pcre_jit_stack, void (*)(pcre_jit_stack*)> stack(
@@ -72,11 +72,15 @@ Expression::Expression(const std::string& expression)
 int Expression::execute(std::string_view text, int options) const {
   if (text.size() > INT_MAX) return PCRE_ERROR_NOMATCH;
   pcre_extra extra = *extra_;
-  if (!fewUncountedSteps(text.size(), repeats_)) extra.flags &= ~static_cast<unsigned long>(PCRE_EXTRA_EXECUTABLE_JIT);
   extra.match_limit = std::min(kMostSteps, kMostStepsTimesLength / (text.size() + 1));
   std::array<int, kOffsets> offsets;
-  return pcre_exec(code_.get(), &extra, text.data() ? text.data() : "", static_cast<int>(text.size()), 0, options,
-                   offsets.data(), static_cast<int>(offsets.size()));
+  const char* const at = text.data() ? text.data() : "";
+  const int length = static_cast<int>(text.size());
+  // Machine code is entered without the checks of a call that might be interpreted.
+  if (options == 0 && fewUncountedSteps(text.size(), repeats_) && (extra.flags & PCRE_EXTRA_EXECUTABLE_JIT) != 0)
+    return pcre_jit_exec(code_.get(), &extra, at, length, 0, 0, offsets.data(), kOffsets, jitStack());
+  extra.flags &= ~static_cast<unsigned long>(PCRE_EXTRA_EXECUTABLE_JIT);
+  return pcre_exec(code_.get(), &extra, at, length, 0, options, offsets.data(), kOffsets);
 }
 
 Answer Expression::match(std::string_view text) const {

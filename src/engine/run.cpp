@@ -22,6 +22,7 @@
 #include "engine/history.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "engine/workbook.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -130,6 +131,7 @@ void leaveRun() {
   PluginState& state = pluginState();
   state.reports.reset();
   freeCsvTables();
+  deleteConvertedFiles();
   state.section = L' ';
   run().reset();
 }

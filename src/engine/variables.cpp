@@ -8,6 +8,7 @@
 #include "engine/substitution.h"
 #include "os/paths.h"
 #include "text/pieces.h"
+#include "text/sixteen.h"
 
 namespace engine {
 namespace {
@@ -29,25 +30,25 @@ constexpr Pass kPasses[] = {
     {L'$', true, &functionPass},
 };
 
-// Read in one go, without a branch in the loop: most texts hold no form at all.
+// Most texts hold no form at all.
 bool holdsMarks(std::wstring_view text) {
-  unsigned found = 0;
-  for (const wchar_t c : text)
-    found |= static_cast<unsigned>(c == L'@') | static_cast<unsigned>(c == L'%') | static_cast<unsigned>(c == L'$') |
-             static_cast<unsigned>(c == L'\u00A7');
-  return found != 0;
+  using text::Sixteen;
+  std::size_t at = 0;
+  for (; at + Sixteen::kSize <= text.size(); at += Sixteen::kSize)
+    if (Sixteen::narrowed(text.data() + at).anyOf('@', '%', '$', '\xA7') != 0) return true;
+  return text.find_first_of(L"@%$\u00A7", at) != text.npos;
 }
 
-Replaced finished(Substitution call, std::size_t outSize) {
+Replaced finished(std::wstring text, bool outgrown, int status, std::size_t outSize) {
   Replaced result;
-  result.status = call.status;
+  result.status = status;
   result.written = true;
-  result.tooLong = call.outgrown || !text::fits(call.text, outSize);
+  result.tooLong = outgrown || !text::fits(text, outSize);
   if (result.tooLong) {
     core::logWrite(L"The replaced output is to large for this task", core::kError);
     result.text = L"FAILURE";
   } else {
-    result.text = std::move(call.text);
+    result.text = std::move(text);
   }
   return result;
 }
@@ -55,19 +56,17 @@ Replaced finished(Substitution call, std::size_t outSize) {
 }  // namespace
 
 Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size_t outSize) {
+  const bool plain = !holdsMarks(input);
+  if (plain && !model) return finished(std::wstring(input), false, 0, outSize);
   Replaced failed;
   failed.status = 1;
   Substitution call(input, model, kGrowth * std::max<std::size_t>(outSize, 1));
-  if (!holdsMarks(call.text)) {
-    if (model && !modelPass(call)) return failed;
-    return finished(std::move(call), outSize);
-  }
   for (const Pass& pass : kPasses) {
     if (pass.needsModel && !model) break;
-    if (pass.mark != 0 && call.text.find(pass.mark) == call.text.npos) continue;
+    if (pass.mark != 0 && (plain || call.text.find(pass.mark) == call.text.npos)) continue;
     if (!pass.run(call)) return failed;
   }
-  return finished(std::move(call), outSize);
+  return finished(std::move(call.text), call.outgrown, call.status, outSize);
 }
 
 Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::wstring_view lineText,

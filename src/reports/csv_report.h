@@ -65,9 +65,13 @@ class ReportRegistry {
   [[nodiscard]] CsvReport* find(std::wstring_view name) const;
   [[nodiscard]] const std::vector<std::unique_ptr<CsvReport>>& all() const { return reports_; }
   void clear() { reports_.clear(); }
+  // Paths of the reports that the run opened to begin anew; known until the next run opens a report.
+  [[nodiscard]] const std::vector<std::wstring>& begunAnew() const { return begunAnew_; }
+  void noteBegunAnew(const CsvReport& report) { begunAnew_.push_back(report.path); }
 
  private:
   std::vector<std::unique_ptr<CsvReport>> reports_;
+  std::vector<std::wstring> begunAnew_;
 };
 // That of the plug-in's state; made at the first call.
 ReportRegistry& reportRegistry();

@@ -1,4 +1,4 @@
-// Sixteen bytes looked at in one step, for scans of long narrow texts.
+// Sixteen bytes looked at in one step, for scans of long texts.
 #pragma once
 
 #include <algorithm>
@@ -29,6 +29,13 @@ class Sixteen {
     }
   }
 
+  // Of sixteen wide characters, one a byte; those above U+00FF are 0xFF or 0.
+  static Sixteen narrowed(const wchar_t* at) {
+    Sixteen all;
+    all.narrow(at);
+    return all;
+  }
+
 #ifdef KVD_SIXTEEN_SSE2
   // Those that are one of some characters.
   template <class... Chars>
@@ -39,7 +46,19 @@ class Sixteen {
   [[nodiscard]] unsigned high() const { return mask(bytes_); }
 
  private:
+  Sixteen() = default;
   void load(const char* at) { std::memcpy(&bytes_, at, kSize); }
+  void narrow(const wchar_t* at) {
+    const auto vector = [at](std::size_t i) {
+      __m128i wide;
+      std::memcpy(&wide, at + i * (kSize / sizeof(wchar_t)), kSize);
+      return wide;
+    };
+    if constexpr (sizeof(wchar_t) == 4)
+      bytes_ = _mm_packus_epi16(_mm_packs_epi32(vector(0), vector(1)), _mm_packs_epi32(vector(2), vector(3)));
+    else
+      bytes_ = _mm_packus_epi16(vector(0), vector(1));
+  }
   static unsigned mask(__m128i bytes) { return static_cast<unsigned>(_mm_movemask_epi8(bytes)); }
   __m128i bytes_;
 #else
@@ -52,7 +71,11 @@ class Sixteen {
   }
 
  private:
+  Sixteen() = default;
   void load(const char* at) { std::copy_n(at, kSize, bytes_.data()); }
+  void narrow(const wchar_t* at) {
+    for (std::size_t i = 0; i < kSize; ++i) bytes_[i] = static_cast<char>(at[i] >= 0 && at[i] < 0xFF ? at[i] : 0xFF);
+  }
   template <class F>
   unsigned mask(F asked) const {
     unsigned bits = 0;

@@ -146,6 +146,35 @@ TEST(Processes, TheDesktopsOpenerGetsTheMachinesPath) {
   EXPECT_EQ(disk.at("it's $HOME.pdf"), disk.content("opened"));
 }
 
+// What a command line says of paths reaches the program as the machine's; the rest is the shell's.
+TEST(Processes, ACommandLineNamesPathsOfTheSystem) {
+  const Disk disk;
+  disk.folder("it's $HOME `x`");
+  disk.file("it's $HOME `x`/a.txt", "a");
+  disk.file("b.txt", "b");
+  struct Row {
+    const wchar_t* command;
+    std::string expected;
+    int status;
+  };
+  const std::string odd = disk.at("it's $HOME `x`");
+  const Row rows[] = {
+      {L"printf '%s|' \"d:\\IT'S $home `x`\\a.txt\" d:\\b.txt 'd:\\b.txt' >d:\\out",
+       odd + "/a.txt|" + disk.at("b.txt") + "|" + disk.at("b.txt") + "|", 0},
+      {L"printf '%s|' --in=d:/b.txt x:y \"a d:\\b.txt\" http://d:/b.txt '' >d:\\out; exit 3",
+       "--in=" + disk.at("b.txt") + "|x:y|a " + disk.at("b.txt") + "|http://d:/b.txt||", 3},
+      {L"cat d:\\*.txt >d:\\out", "b", 0},
+      {L"cat >d:\\out", "", 0},
+      {L"printf x >d:\\out; kill -9 $$", "x", 137},
+  };
+  for (const Row& row : rows) {
+    const auto ended = processes().run(row.command);
+    EXPECT_FALSE(ended.error);
+    EXPECT_EQ(row.status, ended.value) << row.expected;
+    EXPECT_EQ(row.expected, disk.content("out"));
+  }
+}
+
 TEST(Surroundings, TheGuardPutsEverythingBack) {
   const auto* const before = &files();
   {

@@ -42,6 +42,13 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='groupActions' version='3'><subtasks>\n<task type='savModel' version='3'/></subtasks></task>",
        ":5: B0 - G0: unknown action 'savModel'; did you mean 'saveModel'?"},
       {"<task type='groupActions' version='3'/>", ":4: B0: a group without 'subtasks'"},
+      {"<task type='reportUniversal' version='4' forPRT='true'/>",
+       ":4: B0: reportUniversal without 'reportFilter': its field stays empty"},
+      {"<task type='reportUniversal' version='4' forPRT='true'><reportFilter forEF='true'><filter>\n"
+       "<f type='isInstanze' filtertype='true'/></filter></reportFilter></task>",
+       ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
+      {"<task type='writeListReport' version='3' sel='14'/>", ":4: B0: writeListReport has no list '14'"},
+      {"<task type='writeListReport' version='3' sel='%LIST%'/>", ""},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},
@@ -64,6 +71,9 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
   const std::string group = "<task type='groupActions' version='3' ";
   const std::string drawing = group + "reworkMode='2' drwName='A' tmpPath='@project_dir@/forms' tmpName='";
   const std::vector<std::pair<std::string, std::string>> cases = {
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/none.csv'/>",
+       ":4: B0: 'path': the package has no file 'reports/none.csv'"},
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/%A%.csv'/>", ""},
       {message("@mdlm@"), ":4: B0: 'message': unknown token '@mdlm@'; did you mean '@mdln@'?"},
       {message("mail ann@mill.com @ 5, @mdln@ @date@ %A@x% 50 % @workerdir:C@"), ""},
       {message("$$prex$3$abc$$"), ":4: B0: 'message': unknown text function '$$prex$'; did you mean 'pre'?"},

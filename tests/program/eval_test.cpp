@@ -83,6 +83,21 @@ TEST_F(Eval, AFilterTellsItemByItemHowItDecides) {
   }
 }
 
+TEST_F(Eval, NumbersAreShownWithTheSignTheyMustHave) {
+  const auto told = [this](const std::string& model, const std::string& item) {
+    file("standards/filters/x.xml", "<root><i filtertype=\"true\" opand=\"true\" " + item + "/></root>");
+    return kelvane({"eval", example("workspace"), model, "--filter", path("standards/x")}).out;
+  };
+  EXPECT_EQ(
+      "1  accuracy valtype=\"rel\" eq=\"0\" value=\"0.002\"\n    \"< 0.002\" against \"0.0012\": match\n"
+      "    true: the item holds\nholds: item 1 holds\n",
+      told("GASKET.PRT", R"(type="accuracy" valtype="rel" eq="0" value="0.002")"));
+  EXPECT_EQ(
+      "1  sheetsize he=\"297\" ws=\"420\"\n    \"= 297\" against \"297\": match\n"
+      "    \"> 420\" against \"420\": no match\n    false: the item fails\nrefuses: item 1 fails\n",
+      told("GEAR.DRW", R"(type="sheetsize" he="297" ws="420")"));
+}
+
 class Why : public ProgramTest {
  protected:
   void SetUp() override { part(L"SHAFT").with(L"MATERIAL", L"steel"); }
@@ -106,7 +121,8 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
            "<task type='groupActions' version='3'><subtasks><task type='saveModel' version='3' forPRT='true'/>"
            "</subtasks></task>"
            "<task type='groupActions' version='3' reworkMode='3'><subtasks><task type='saveModel'/></subtasks></task>"
-           "<task type='groupActions' version='3' forASM='false'><subtasks><task type='saveModel'/></subtasks></task>");
+           "<task type='groupActions' version='3' forASM='false'><subtasks><task type='saveModel'/></subtasks></task>"
+           "<task type='writeListReport' version='3' sel='8'/>");
   EXPECT_EQ(
       "yes  table: a row, selected\n"
       "yes  B0 saveModel\n"
@@ -127,7 +143,8 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
       "yes  B10 groupActions\n"
       "no   B10 - G0 saveModel: its group runs it on other models\n"
       "no   B11 groupActions: forPRT is missing\n"
-      "no   B11 - G0 saveModel: its group doesn't run\n",
+      "no   B11 - G0 saveModel: its group doesn't run\n"
+      "yes  B12 writeListReport\n",
       why("SHAFT.PRT"));
 }
 

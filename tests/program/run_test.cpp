@@ -157,6 +157,26 @@ TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
   EXPECT_FALSE(fs::exists(unpacked / "left.txt"));
 }
 
+// A site's script comes with its configuration; a dry run names the command and starts nothing.
+TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
+  part(L"PLATE").with(L"COLOR", L"red");
+  list("values.xml",
+       "<task type='editModelParameterFromFile' version='3' forPRT='true' forEF='false'"
+       " path='z:" +
+           path("values.xls") + "'/>" + kSave);
+  file("values.xls", "model name;parameter name;value\nPLATE;COLOR;blue\n");
+  file("config/kvd_main.cfg", "kvd_no_user_cfg=1\n");
+  file("config/xls2csv.vbs", "#!/bin/sh\necho ran >>'" + path("ran") + "'\ncp \"$1\" \"$2\"\n");
+  fs::permissions(path("config/xls2csv.vbs"), fs::perms::owner_all);
+  const Ended dry = run("values", {"-n", "--config", path("config")});
+  EXPECT_THAT(dry.out, testing::HasSubstr("would start t:\\conf\\xls2csv.vbs \"z:\\"));
+  EXPECT_FALSE(fs::exists(path("ran")));
+  const Ended real = run("values", {"--config", path("config"), "--again"});
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0", recapOf(real));
+  EXPECT_EQ("ran\n", readBytes(path("ran")));
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::ContainsRegex("COLOR +String +blue"));
+}
+
 TEST_F(Run, TerminalShowsABarAndColoursUnlessTheyAreRefused) {
   part(L"PLATE");
   std::ostringstream out, err;

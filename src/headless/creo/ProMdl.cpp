@@ -1,9 +1,12 @@
 #include "creo/ProMdl.h"
 
+#include <unordered_set>
+
 #include "headless/creo/operation.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace creo {
 
@@ -12,6 +15,21 @@ using headless::modelKey;
 using headless::onModel;
 using headless::operation;
 using State = headless::Session::State;
+
+namespace {
+
+// The models that a model uses, then the layouts that it declares.
+std::vector<ProDependency> filesUsed(const Model& model) {
+  std::vector<ProDependency> files = headless::Models::dependencies(model);
+  std::unordered_set<std::wstring> seen;
+  for (const headless::LayoutRecord& layout : model.document->record.layouts) {
+    std::wstring name = text::upper(text::fromUtf8(layout.name));
+    if (seen.insert(name).second) files.push_back({std::move(name), L"LAY", kLayoutType});
+  }
+  return files;
+}
+
+}  // namespace
 
 Got<ProMdl> ProMdlCurrentGet() {
   return operation("ProMdlCurrentGet", [](State& state) -> Got<ProMdl> {
@@ -86,6 +104,13 @@ Got<std::wstring> ProMdlOriginGet(ProMdl model) {
   });
 }
 
+Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model) {
+  return onModel("ProMdlDirectoryPathGet", model, [](State&, Model& m) -> Got<std::wstring> {
+    if (m.document->folder.empty()) return ProNotFound;
+    return m.document->folder;
+  });
+}
+
 ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
     ProNotification before;
@@ -119,13 +144,13 @@ Got<bool> ProMdlModificationVerify(ProMdl model) {
 
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model) {
   return onModel("ProMdlDependenciesList", model,
-                 [](State&, Model& m) -> Got<std::vector<ProDependency>> { return headless::Models::dependencies(m); });
+                 [](State&, Model& m) -> Got<std::vector<ProDependency>> { return filesUsed(m); });
 }
 
 Got<std::vector<ProDependencyData>> ProMdlDependenciesDataList(ProMdl model) {
   return onModel("ProMdlDependenciesDataList", model, [](State&, Model& m) -> Got<std::vector<ProDependencyData>> {
     std::vector<ProDependencyData> files;
-    for (ProDependency& used : headless::Models::dependencies(m))
+    for (ProDependency& used : filesUsed(m))
       files.push_back({std::move(used.name), std::move(used.typeText), static_cast<int>(used.type)});
     return files;
   });

@@ -14,6 +14,19 @@ using headless::Model;
 using headless::onSolid;
 using State = headless::Session::State;
 
+namespace {
+
+void tellFeature(State& state, headless::RegeneratedFeature feature) {
+  ProNotification told;
+  told.type = ProNotifyType::featureRegenerated;
+  told.model = feature.model;
+  told.feature = feature.id;
+  told.name = std::move(feature.name);
+  state.notify(told);
+}
+
+}  // namespace
+
 Got<ProAccuracy> ProSolidAccuracyGet(ProMdl solid) {
   return onSolid("ProSolidAccuracyGet", solid, [](State&, Model& m) -> Got<ProAccuracy> {
     const auto& accuracy = m.document->record.accuracy;
@@ -58,8 +71,12 @@ ProError ProSolidRegenerate(ProMdl solid, unsigned flags) {
     told.typeText = typeExtension(m.type());
     state.notify(told);
     // A handler may have erased the model.
-    const ProError result = headless::regenerate(state.models, solid, (flags & kRegenerateUpdateInstances) != 0);
+    const bool instancesToo = (flags & kRegenerateUpdateInstances) != 0;
+    std::vector<headless::RegeneratedFeature> features;
+    const bool heard = state.events.isHeard(ProNotifyType::featureRegenerated);
+    const ProError result = headless::regenerate(state.models, solid, instancesToo, heard ? &features : nullptr);
     if (result == ProBadInputs) return result;
+    for (headless::RegeneratedFeature& feature : features) tellFeature(state, std::move(feature));
     told.type = ProNotifyType::regenerateAfter;
     state.notify(told);
     return result;

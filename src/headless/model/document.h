@@ -38,7 +38,9 @@ class ModelDocument {
 
   FeatureTree tree;
   // Null for none.
-  const DimensionRecord* dimension(int id, bool reference);
+  DimensionRecord* dimension(int id, bool reference);
+  // Of a solid, or of a drawing. Null for none.
+  NoteRecord* note(int id);
 
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);
@@ -59,6 +61,8 @@ class ModelDocument {
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;
   std::unique_ptr<RelationNames> relationNames_;
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
+  std::unordered_map<int, std::size_t> notes_;                             // the same
+  std::size_t notesIndexed_ = 0;                                           // how many there were
 };
 
 // What a dimension is called in relations: its symbol, else "d12" or "rd12".

@@ -149,9 +149,12 @@ ProError Models::saveReplacing(ProMdl handle) {
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
   if (document.writtenVersion == 0) return creo::ProNotFound;
+  Folder& folder = store_.folder(document.folder);
+  // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
+  if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
   if (newestVersion(document) > document.writtenVersion) return save(handle);
   const DocumentFile file = fileOf(document, document.writtenVersion);
-  if (const auto error = store_.replace(store_.folder(document.folder), file, writeDocument(document.record))) {
+  if (const auto error = store_.replace(folder, file, writeDocument(document.record))) {
     message(cantWrite(document.folder + file.fileName, error));
     return creo::ProGeneralError;
   }

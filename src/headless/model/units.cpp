@@ -77,14 +77,15 @@ struct System {
   std::string_view name, fullName;
   double length, mass, time;
   std::string_view temperature;
+  std::string_view lengthUnit, massUnit, timeUnit;
 };
 constexpr System kSystems[] = {
-    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C"},
-    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C"},
-    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K"},
-    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C"},
-    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F"},
-    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F"},
+    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C", "mm", "kg", "sec"},
+    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C", "mm", "tonne", "sec"},
+    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K", "m", "kg", "sec"},
+    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C", "cm", "g", "sec"},
+    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F", "in", "lbm", "sec"},
+    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F", "ft", "lbm", "sec"},
 };
 
 const Row* rowOf(std::string_view name) {
@@ -113,6 +114,13 @@ bool takeFactor(std::string_view& rest, int sign, UnitScale& into, bool alone) {
   return true;
 }
 
+// A system that isn't known counts as the first one.
+const System& systemOf(std::string_view name) {
+  for (const System& one : kSystems)
+    if (one.name == name) return one;
+  return kSystems[0];
+}
+
 }  // namespace
 
 std::optional<UnitScale> unitScale(std::string_view unit) {
@@ -129,9 +137,7 @@ std::optional<UnitScale> unitScale(std::string_view unit) {
 double inSystem(double value, std::string_view unit, std::string_view system) {
   const auto scale = unitScale(unit);
   if (!scale) return value;
-  const System* target = &kSystems[0];
-  for (const System& one : kSystems)
-    if (one.name == system) target = &one;
+  const System* target = &systemOf(system);
   if (scale->powers == kHeat) {
     const Row* own = rowOf(target->temperature);
     return own->name == unit ? value : (value * scale->factor + scale->offset - own->offset) / own->factor;
@@ -147,6 +153,23 @@ std::string systemName(std::string_view system) {
   for (const System& one : kSystems)
     if (one.name == system) return std::string(one.fullName);
   return std::string(system);
+}
+
+bool isStandardSystem(std::string_view system) { return system.empty() || systemOf(system).name == system; }
+
+std::string_view systemUnit(std::string_view system, creo::ProUnitType type) {
+  const System& held = systemOf(system);
+  switch (type) {
+    case creo::ProUnitType::length:
+      return held.lengthUnit;
+    case creo::ProUnitType::mass:
+      return held.massUnit;
+    case creo::ProUnitType::time:
+      return held.timeUnit;
+    case creo::ProUnitType::temperature:
+      return held.temperature;
+  }
+  return {};
 }
 
 }  // namespace headless

@@ -25,7 +25,9 @@ Call::~Call() {
 }
 
 creo::ProError Calls::count(std::string_view operation) {
-  ++counts_[operation];
+  Counted& counted = counts_[operation.data()];
+  counted.operation = operation;
+  ++counted.calls;
   if (!faults_.empty()) {
     if (const auto arranged = faults_.find(operation); arranged != faults_.end()) {
       const creo::ProError code = arranged->second.front();
@@ -49,8 +51,10 @@ void Calls::failEvery(int n) {
 }
 
 int Calls::of(std::string_view operation) const {
-  const auto found = counts_.find(operation);
-  return found == counts_.end() ? 0 : found->second;
+  int calls = 0;
+  for (const auto& [literal, counted] : counts_)
+    if (counted.operation == operation) calls += counted.calls;
+  return calls;
 }
 
 }  // namespace headless

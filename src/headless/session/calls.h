@@ -21,7 +21,13 @@ class Calls {
   [[nodiscard]] int of(std::string_view operation) const;
 
  private:
-  std::unordered_map<std::string_view, int> counts_;
+  struct Counted {
+    std::string_view operation;
+    int calls = 0;
+  };
+  // By the literal's address: comparing names would cost more than many an operation. A name that stands in two files
+  // may be there twice.
+  std::unordered_map<const char*, Counted> counts_;
   std::map<std::string, std::deque<creo::ProError>, std::less<>> faults_;
   int every_ = 0, sinceFault_ = 0;
 };

@@ -21,7 +21,7 @@ target_link_libraries(creo INTERFACE kvd_text)
 
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
-          src/headless/creo
+          src/headless/vault src/headless/creo
   LINKS creo kvd_os nlohmann_json::nlohmann_json)
 
 kvd_layer(kvd_plugin

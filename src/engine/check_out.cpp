@@ -46,7 +46,8 @@ void checkOutRow(ModelRows& rows, const documents::ServerWorkspace& workspace, c
     return;
   }
   rows.removeCheckOut(row);
-  if (!status.value.checkedOut && creo::ProServerObjectsCheckout(model, false) == creo::ProConflicts) {
+  std::wstring conflicts;
+  if (!status.value.checkedOut && creo::ProServerObjectsCheckout(model, {}, conflicts) == creo::ProConflicts) {
     core::creoLog(L"<KVD> Can't checkout,because conflicts");
     rows.showCheckOut(row, kRefused);
     return;

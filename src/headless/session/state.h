@@ -17,6 +17,7 @@
 #include "headless/session/options.h"
 #include "headless/session/session.h"
 #include "headless/session/windows.h"
+#include "headless/vault/servers.h"
 
 namespace headless {
 
@@ -38,6 +39,7 @@ struct Session::State {
   std::vector<creo::ProSelection> selections;
   Models models;
   Parameters parameters;
+  Servers servers;
   Ui ui;
   bool settling = false;
   std::function<void()> unloadPlugin;  // null while it isn't loaded

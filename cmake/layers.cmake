@@ -26,7 +26,7 @@ kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
-          src/headless/creo
+          src/headless/vault src/headless/creo
   LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json)
 
 kvd_layer(kvd_plugin

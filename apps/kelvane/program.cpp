@@ -27,6 +27,7 @@ const VerbRow kVerbs[] = {
     {"pack", "makes a package from a folder", "kelvane pack standards standards.kvz", &makePack},
     {"report", "a report as an aligned table", "kelvane report reports/masses.csv --columns", &makeReport},
     {"log", "a log as a tree", "kelvane log workspace/kelvane.log --level 1", &makeLog},
+    {"vault", "a PDM folder: makes it, lists it, shows who has what", "kelvane vault /srv/plm --create", &makeVault},
 };
 
 // Options that every verb has.

@@ -31,6 +31,11 @@ class Run : public Verb {
         {"--config", "DIR", "a folder with kvd_main.cfg", &o.config},
         {"--set", "KVD_KEY=VALUE", "a key of the configuration", &o.settings},
         {"--creo-option", "NAME=VALUE", "an option of Creo's own configuration", &o.creoOptions},
+        {"--vault", "VAULT", "a PDM folder whose workspace the folder of models is; the first one is active",
+         &o.vaults},
+        {"--workspace", "NAME", "the workspace's name; without it that of the folder", &o.workspace},
+        {"--user", "NAME", "who works; without it who is logged in", &o.user},
+        {"--check-out", "", "checks the chosen models out before the run, as its button does", &o.checkOut},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
         {"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &o.events},

@@ -11,6 +11,7 @@
 #include "kelvane/package_source.h"
 #include "kelvane/places.h"
 #include "kelvane/run_config.h"
+#include "kelvane/vault_place.h"
 #include "os/processes.h"
 #include "os/program.h"
 #include "os/surroundings.h"
@@ -67,6 +68,20 @@ void requireReadable(const PackageSource& package, const std::string& list) {
   if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
 }
 
+// Before a copy of the models is made: a vault that isn't there, and what only makes sense with one.
+void requireVaults(const RunOptions& options) {
+  for (const std::string& vault : options.vaults) (void)systemFolder(vault);
+  const bool asked = options.checkOut || !options.workspace.empty() || !options.user.empty();
+  if (asked && options.vaults.empty()) throw Fault("--workspace, --user and --check-out need a --vault");
+}
+
+std::vector<headless::VaultConnection> connections(const RunOptions& options, const std::string& models) {
+  std::vector<headless::VaultConnection> vaults;
+  for (const std::string& vault : options.vaults)
+    vaults.push_back(connection(vault, options.workspace, options.user, models));
+  return vaults;
+}
+
 void makeFolders(const std::string& work) {
   for (const char* name : {"packages", "temp", "temp/conf"}) {
     std::error_code error;
@@ -105,7 +120,10 @@ RunPlace prepareRun(const RunOptions& options) {
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
 
+  requireVaults(options);
+
   const std::string models = modelsFolder(options);
+  place.vaults = connections(options, models);
   place.models = mountModels(models);
   const std::string work = workFolder(models);
   makeFolders(work);

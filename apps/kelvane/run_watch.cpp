@@ -42,8 +42,10 @@ void RunWatch::begin(std::vector<std::string> rows) {
 }
 
 void RunWatch::message(const std::wstring& text) {
-  // A document that can't be read or written; all other lines are in the log or the events.
-  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) tellTrouble(readable(text));
+  // A document that can't be read or written, a vault that can't be had; all other lines are in the log or the events.
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\") || text.starts_with(L"the vault ")) {
+    tellTrouble(readable(text));
+  }
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
 
@@ -115,6 +117,8 @@ bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
   headless::Models& models = session_.models();
   const headless::ModelDocument& held = *models.find(model)->document;
   // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
+  // The vault has what the list checked in; what it left closed was passed over.
+  if (held.closed) return true;
   if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (saved_.contains(document)) {
     const bool good = models.saveReplacing(model) == creo::ProNoError;

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/log.h"
+#include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
@@ -76,6 +77,10 @@ class RunWork {
     if (starts.empty()) starts = graph.starts();
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
+    for (const auto& vault : place_.vaults) {
+      const std::wstring reason = session.state().servers.connect(vault);
+      if (!reason.empty()) throw Fault(text::toUtf8(reason));
+    }
     RunWatch watch(session, options_, console_, events_);
     tellTrouble(trouble, watch);
     if (starts.empty()) {
@@ -116,6 +121,7 @@ class RunWork {
       return finish(0);
     }
     files_.recorded->forgetAll();
+    if (options_.checkOut) driver.checkOut();
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
@@ -123,7 +129,7 @@ class RunWork {
     recap_.warnings = core::logCounts().warnings;
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
     tellWhatReportsLack(watch, choice.skipped);
-    showResults(watch);
+    showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
   }
 
@@ -156,9 +162,12 @@ class RunWork {
     return files;
   }
 
-  void showResults(const RunWatch& watch) {
+  void showResults(headless::Session& session, const RunWatch& watch) {
     if (options_.dryRun) {
       for (const auto& [name, changes] : watch.changes()) show(console_, changes);
+      for (const std::wstring& line : session.state().servers.withheld()) {
+        console_.result("would " + text::toUtf8(line));
+      }
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
       }

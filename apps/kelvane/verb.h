@@ -52,5 +52,6 @@ std::unique_ptr<Verb> makeDiff();
 std::unique_ptr<Verb> makePack();
 std::unique_ptr<Verb> makeReport();
 std::unique_ptr<Verb> makeLog();
+std::unique_ptr<Verb> makeVault();
 
 }  // namespace kelvane

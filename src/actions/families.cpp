@@ -9,6 +9,7 @@ constexpr Family kFamilies[] = {
     &creoLogActions,
     &workingFolderActions,
     &userVariableActions,
+    &pdmActions,
     &groupActionsFamily,
     &saveActions,
     &parameterActions,

@@ -6,7 +6,8 @@
 namespace creo {
 
 // Name and place of a model. type is upper case ("PRT"). A model on disk has a device that is never empty ("d"), the
-// path has its closing backslash ("\models\"); version is the number of the file that was read, 0 for a new model.
+// path has its closing backslash ("\models\"); one of a PDM workspace has the device "wtws" and the path
+// "//server/workspace/". version is the number of the file that was read, 0 for a new model.
 struct ProMdlData {
   std::wstring name, type, device, path, host;
   int version = 0;
@@ -27,7 +28,7 @@ Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
 // Brings a model into memory, with the models it uses; one that is there already is given as it is. The working folder
 // is looked in first, then the session's folder of models; "NAME<GENERIC>" or an instance's bare name gives an
 // instance. ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and
-// reason.
+// reason. With a PDM server, what isn't there is brought from it into its workspace.
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
 // As ProMdlRetrieve with the master representation, which becomes the active one.
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type);
@@ -55,7 +56,8 @@ ProError ProMdlSave(ProMdl model);
 ProError ProMdlErase(ProMdl model);
 // The same with all that it uses and that no other model in memory uses.
 ProError ProMdlEraseAll(ProMdl model);
-// May the model be changed? False: a read-only document. askUser: Creo may ask the user to resolve a conflict.
+// May the model be changed? False: a read-only document, or one of a PDM workspace that isn't checked out. askUser:
+// Creo may ask the user to resolve a conflict, who may check it out.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
 Got<bool> ProMdlIsSkeleton(ProMdl model);
 // True when it was changed since it was read or saved.

@@ -8,11 +8,11 @@
 #include "core/state.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
-#include "creo/ProServer.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "creo/ProUITree.h"
 #include "documents/package.h"
+#include "documents/server_workspace.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
 #include "engine/run.h"
@@ -160,11 +160,8 @@ void setStartStates() {
   }
   ProUIProgressbarMinintegerSet(dialog(), "kvaneProgressBar", 0);
   ProUIProgressbarIntegerSet(dialog(), "kvaneProgressBar", 0);
-  const auto server = ProServerActiveGet();
-  const bool workspace = server && ProServerWorkspaceGet(server.value);
-  report(
-      workspace ? ProUIPushbuttonEnable(dialog(), "kvaneCheckout") : ProUIPushbuttonDisable(dialog(), "kvaneCheckout"),
-      "kvaneCheckout");
+  const auto setState = documents::activeWorkspace() ? &ProUIPushbuttonEnable : &ProUIPushbuttonDisable;
+  report(setState(dialog(), "kvaneCheckout"), "kvaneCheckout");
 }
 
 void prepareLogTree() {

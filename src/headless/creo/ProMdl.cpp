@@ -56,7 +56,7 @@ Got<ProMdlType> ProMdlTypeGet(ProMdl model) {
 }
 
 Got<ProMdlData> ProMdlDataGet(ProMdl model) {
-  return onModel("ProMdlDataGet", model, [](State&, Model& m) -> Got<ProMdlData> {
+  return onModel("ProMdlDataGet", model, [](State& state, Model& m) -> Got<ProMdlData> {
     ProMdlData data;
     const os::DevicePath place = os::splitDevice(m.document->folder);
     data.name = m.name;
@@ -65,6 +65,10 @@ Got<ProMdlData> ProMdlDataGet(ProMdl model) {
     const bool isNew = m.document->folder.empty();
     data.device = place.device.empty() && !isNew ? L"z" : place.device;
     data.path = place.path;
+    if (m.document->inWorkspace) {
+      data.device = L"wtws";
+      data.path = state.servers.path();
+    }
     data.version = m.document->version;
     return data;
   });
@@ -128,9 +132,29 @@ ProError ProMdlErase(ProMdl model) {
   return operation("ProMdlErase", [&](State& state) { return state.models.erase(model); });
 }
 
-Got<bool> ProMdlIsModifiable(ProMdl model, bool /*askUser*/) {
-  return onModel("ProMdlIsModifiable", model,
-                 [](State&, Model& m) -> Got<bool> { return !m.document->record.readOnly; });
+namespace {
+
+// A model that isn't checked out: what the user would answer stands in an option, as nobody sits here.
+bool resolvedByUser(State& state, Model& model) {
+  const auto answers = state.configuration.values(L"dm_checkout_on_the_fly");
+  const std::wstring answer = answers.empty() ? std::wstring() : text::lower(answers.front());
+  if (answer == L"continue") model.document->closed = false;
+  if (answer == L"checkout") {
+    std::wstring conflicts;
+    state.servers.checkOut(model, false, conflicts);
+    if (!conflicts.empty()) state.showMessage(conflicts);
+  }
+  return !model.document->closed;
+}
+
+}  // namespace
+
+Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser) {
+  return onModel("ProMdlIsModifiable", model, [&](State& state, Model& m) -> Got<bool> {
+    if (m.document->record.readOnly) return false;
+    if (!m.document->closed) return true;
+    return askUser && resolvedByUser(state, m);
+  });
 }
 
 Got<bool> ProMdlIsSkeleton(ProMdl model) {

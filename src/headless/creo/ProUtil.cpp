@@ -24,8 +24,11 @@ Got<std::wstring> ProDirectoryCurrentGet() {
 }
 
 ProError ProDirectoryChange(const std::wstring& path) {
-  return operation("ProDirectoryChange",
-                   [&](State& state) { return state.models.changeFolder(path) ? ProNoError : ProNotFound; });
+  return operation("ProDirectoryChange", [&](State& state) {
+    // The active workspace's models lie in the session's folder of models.
+    const std::wstring folder = state.servers.isPlace(path) ? state.models.home().path() : path;
+    return state.models.changeFolder(folder) ? ProNoError : ProNotFound;
+  });
 }
 
 Got<std::wstring> ProConfigoptGet(const std::wstring& option) {

@@ -24,6 +24,8 @@ class ModelDocument {
   std::wstring fileStem;   // "bracket.prt", as the file is written on disk
   int writtenVersion = 0;  // the version that this session wrote last; 0: none
   ModelRecord record;
+  // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
+  bool inWorkspace = false, closed = false;
   std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
 
   // The row of that name, in this table or one below it; null for none.

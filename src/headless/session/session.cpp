@@ -28,10 +28,13 @@ Session::State::State(SessionOptions given)
                 saved.push_back(document);
                 if (observer) observer->saved(document);
               },
-              [this](ProMdl model) { windows.forget(model); }, options.withholdSaves},
+              [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
+              [this](ModelDocument& document) { servers.place(document); },
+              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},
              options.modelFolder),
       parameters(models),
-      bodies(models) {}
+      bodies(models),
+      servers(models, models.workingFolder(), options.withholdSaves) {}
 
 void Session::State::showMessage(const std::wstring& text) {
   messages.push_back(text);

@@ -18,6 +18,7 @@
 #include "headless/session/options.h"
 #include "headless/session/session.h"
 #include "headless/session/windows.h"
+#include "headless/vault/servers.h"
 
 namespace headless {
 
@@ -40,6 +41,7 @@ struct Session::State {
   Models models;
   Parameters parameters;
   Bodies bodies;
+  Servers servers;
   Ui ui;
   bool settling = false;
   std::function<void()> unloadPlugin;  // null while it isn't loaded

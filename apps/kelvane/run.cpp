@@ -31,6 +31,7 @@ class Run : public Verb {
         {"--config", "DIR", "a folder with kvd_main.cfg", &o.config},
         {"--set", "KVD_KEY=VALUE", "a key of the configuration", &o.settings},
         {"--creo-option", "NAME=VALUE", "an option of Creo's own configuration", &o.creoOptions},
+        {"--answer", "NAME=VALUE", "answers the list's question for that variable", &o.answers},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
         {"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &o.events},

@@ -88,6 +88,7 @@ RunPlace prepareRun(const RunOptions& options) {
   }
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
+  place.answers = answersTo(questionsOf(*package, place.list), options.answers);
 
   const std::string models = modelsFolder(options);
   place.models = mountModels(models);

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "kelvane/answers.h"
 #include "kelvane/run_options.h"
 #include "os/lock.h"
 
@@ -18,6 +19,7 @@ struct RunPlace {
   std::string list;     // "clean.xml"
   std::string filter;   // empty: none
   std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
+  std::vector<Answer> answers;  // to the list's questions
   std::vector<std::unique_ptr<os::FileLock>> locks;
 };
 

@@ -14,21 +14,27 @@
 #include "kelvane/run_place.h"
 #include "kelvane/run_watch.h"
 #include "os/surroundings.h"
+#include "os/web.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 namespace {
 
-// The files of a run: noted, and in a dry run withheld.
+// The files of a run: noted, and in a dry run withheld, as its web requests are.
 struct RunFiles {
   std::shared_ptr<os::Files> disk = os::surroundings().files;
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
+  std::shared_ptr<os::WithheldWeb> web;
+  std::optional<os::WebGuard> webGuard;
 
   explicit RunFiles(bool dryRun) {
     if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
     os::surroundings().files = recorded;
+    if (!dryRun) return;
+    web = std::make_shared<os::WithheldWeb>("");
+    webGuard.emplace(web);
   }
   ~RunFiles() { os::surroundings().files = disk; }
   RunFiles(const RunFiles&) = delete;
@@ -70,6 +76,7 @@ class RunWork {
     if (starts.empty()) starts = graph.starts();
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
+    const Answerer answerer(session, place_.answers, console_);
     RunWatch watch(session, options_, console_, events_);
     tellTrouble(trouble, watch);
     if (starts.empty()) {
@@ -80,7 +87,7 @@ class RunWork {
     session.trace(options_.trace && events_.on());
     const int code = drive(session, watch, starts);
     session.observe(nullptr);
-    return code;
+    return code == kFine && answerer.troubled() ? kErrors : code;
   }
 
  private:
@@ -145,6 +152,7 @@ class RunWork {
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
       }
+      for (const std::string& request : files_.web->asked()) console_.result("would send " + request);
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);
     const std::vector<std::wstring> files = listFiles(watch);

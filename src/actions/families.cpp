@@ -9,6 +9,8 @@ constexpr Family kFamilies[] = {
     &creoLogActions,
     &workingFolderActions,
     &userVariableActions,
+    &questionActions,
+    &webRequestActions,
     &groupActionsFamily,
     &saveActions,
     &parameterActions,

@@ -21,6 +21,8 @@ std::span<const Family> allFamilies();
 std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
 std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
 std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
+std::span<const ActionFunction> questionActions();  // environment/question.cpp
+std::span<const ActionFunction> webRequestActions();  // environment/web_request.cpp
 std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const ActionFunction> parameterActions();  // model/parameters.cpp

@@ -2,6 +2,7 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PCRE REQUIRED IMPORTED_TARGET libpcre)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
@@ -12,7 +13,7 @@ if(WIN32)
 else()
   set(KVD_SYSTEM posix)
 endif()
-kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text)
+kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text PRIVATE_LINKS PkgConfig::CURL)
 
 # Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.
 add_library(creo INTERFACE)

@@ -1,18 +1,21 @@
 #include "kelvane/package_check.h"
 
 #include "actions/environment/group_modes.h"
+#include "actions/environment/question.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
 #include "documents/predicate_attributes.h"
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
+#include "engine/task.h"
 #include "kelvane/nearest.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
 #include "reports/list_kinds.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -120,6 +123,23 @@ class Document {
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
     if (type == "writeListReport") checkListReport(task);
+    if (type == "setUserVariable") checkQuestion(task);
+  }
+
+  void checkQuestion(const XmlNode& task) {
+    using actions::QuestionKind;
+    const std::string type = attribute(task, L"varType");
+    const auto kind = actions::questionKind(text::fromUtf8(type));
+    if (!kind) return add(task, "setUserVariable has no 'varType' '" + type + "'");
+    if (*kind != QuestionKind::description && attribute(task, L"varName").empty()) {
+      add(task, "the question has no 'varName': its answer is lost");
+    }
+    const engine::Subject none;
+    const bool hasEntries =
+        !engine::Task(task, none).numbers(L"combo_value_", text::parseInt(attribute(task, L"combo_c"))).empty();
+    if (*kind == QuestionKind::choice && attribute(task, L"combo_autosel") != "1" && !hasEntries) {
+      add(task, "the question has nothing to choose from");
+    }
   }
 
   // Every attribute of an action may be a text with variables.

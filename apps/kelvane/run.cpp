@@ -36,6 +36,7 @@ class Run : public Verb {
         {"--workspace", "NAME", "the workspace's name; without it that of the folder", &o.workspace},
         {"--user", "NAME", "who works; without it who is logged in", &o.user},
         {"--check-out", "", "checks the chosen models out before the run, as its button does", &o.checkOut},
+        {"--answer", "NAME=VALUE", "answers the list's question for that variable", &o.answers},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
         {"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &o.events},

@@ -29,6 +29,7 @@ struct RunOptions {
   std::vector<std::string> vaults;       // the first one is the active server
   std::string workspace, user;           // empty: the models' folder's name, and the user's
   bool checkOut = false;                 // the chosen rows, before the run
+  std::vector<std::string> answers;      // "MATERIAL=steel"
 
   // Output.
   std::string log, events;

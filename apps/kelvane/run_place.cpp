@@ -119,6 +119,7 @@ RunPlace prepareRun(const RunOptions& options) {
   }
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
+  place.answers = answersTo(questionsOf(*package, place.list), options.answers);
 
   requireVaults(options);
 

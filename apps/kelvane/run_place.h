@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "headless/vault/servers.h"
+#include "kelvane/answers.h"
 #include "kelvane/run_options.h"
 #include "os/lock.h"
 
@@ -20,6 +21,7 @@ struct RunPlace {
   std::string filter;   // empty: none
   std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
   std::vector<headless::VaultConnection> vaults;
+  std::vector<Answer> answers;  // to the list's questions
   std::vector<std::unique_ptr<os::FileLock>> locks;
 };
 

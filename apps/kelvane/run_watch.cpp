@@ -109,7 +109,8 @@ void RunWatch::finishModel(const std::string& row) {
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) const {
-  return session_.models().find(model)->document->record.readOnly && core::pluginState().checkModifiable;
+  const headless::ModelDocument& held = *session_.models().find(model)->document;
+  return (held.record.readOnly || held.closed) && core::pluginState().checkModifiable;
 }
 
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.

@@ -15,24 +15,30 @@
 #include "kelvane/run_place.h"
 #include "kelvane/run_watch.h"
 #include "os/surroundings.h"
+#include "os/web.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 namespace {
 
-// The files of a run: noted, and in a dry run withheld, as are other programs.
+// The files of a run: noted, and in a dry run withheld, as are other programs and its web requests.
 struct RunFiles {
   std::shared_ptr<os::Files> disk = os::surroundings().files;
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
   std::shared_ptr<os::Processes> machine = os::surroundings().processes;
   std::shared_ptr<os::DryProcesses> programs;  // of a dry run
+  std::shared_ptr<os::WithheldWeb> web;
+  std::optional<os::WebGuard> webGuard;
 
   explicit RunFiles(bool dryRun) {
     if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
     if (dryRun) os::surroundings().processes = programs = std::make_shared<os::DryProcesses>();
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
     os::surroundings().files = recorded;
+    if (!dryRun) return;
+    web = std::make_shared<os::WithheldWeb>("");
+    webGuard.emplace(web);
   }
   ~RunFiles() {
     os::surroundings().files = disk;
@@ -81,6 +87,7 @@ class RunWork {
       const std::wstring reason = session.state().servers.connect(vault);
       if (!reason.empty()) throw Fault(text::toUtf8(reason));
     }
+    const Answerer answerer(session, place_.answers, console_);
     RunWatch watch(session, options_, console_, events_);
     tellTrouble(trouble, watch);
     if (starts.empty()) {
@@ -91,7 +98,7 @@ class RunWork {
     session.trace(options_.trace && events_.on());
     const int code = drive(session, watch, starts);
     session.observe(nullptr);
-    return code;
+    return code == kFine && answerer.troubled() ? kErrors : code;
   }
 
  private:
@@ -174,6 +181,7 @@ class RunWork {
       for (const std::wstring& command : files_.programs->asked()) {
         console_.result("would start " + text::toUtf8(command));
       }
+      for (const std::string& request : files_.web->asked()) console_.result("would send " + request);
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);
     const std::vector<std::wstring> files = listFiles(watch);

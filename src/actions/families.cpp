@@ -10,6 +10,8 @@ constexpr Family kFamilies[] = {
     &workingFolderActions,
     &userVariableActions,
     &pdmActions,
+    &questionActions,
+    &webRequestActions,
     &groupActionsFamily,
     &saveActions,
     &parameterActions,

@@ -22,6 +22,8 @@ std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
 std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
 std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
 std::span<const ActionFunction> pdmActions();  // environment/pdm.cpp
+std::span<const ActionFunction> questionActions();  // environment/question.cpp
+std::span<const ActionFunction> webRequestActions();  // environment/web_request.cpp
 std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const ActionFunction> parameterActions();  // model/parameters.cpp

@@ -50,18 +50,12 @@ Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid) {
 }
 
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags) {
-  return onSolid("ProSolidRegenerate", solid, [&](State& state, Model& m) -> ProError {
-    ProNotification told;
-    told.type = ProNotifyType::regenerateBefore;
-    told.model = solid;
-    told.name = m.name;
-    told.typeText = typeExtension(m.type());
-    state.notify(told);
+  return onSolid("ProSolidRegenerate", solid, [&](State& state, Model&) -> ProError {
+    state.raise(ProNotifyType::regenerateBefore, solid);
     // A handler may have erased the model.
     const ProError result = headless::regenerate(state.models, solid, (flags & kRegenerateUpdateInstances) != 0);
     if (result == ProBadInputs) return result;
-    told.type = ProNotifyType::regenerateAfter;
-    state.notify(told);
+    state.raise(ProNotifyType::regenerateAfter, solid);
     return result;
   });
 }

@@ -1,6 +1,7 @@
 // What a run came to.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 namespace kelvane {
@@ -18,5 +19,7 @@ struct Recap {
 
 // "done  models=120 changed=37 unchanged=80 skipped=2 failed=1 saved=37  errors=3 warnings=12  seconds=4.2"
 std::string recapLine(const Recap& recap, const std::string& word);
+// The same numbers by their names.
+nlohmann::ordered_json recapNumbers(const Recap& recap);
 
 }  // namespace kelvane

@@ -105,6 +105,26 @@ void placeScript(const RunOptions& options, const std::string& work) {
   }
 }
 
+// Locks the folder of models, mounts the letters, places the package if there is one, writes the configuration.
+void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
+                const PackageSource* package) {
+  place.models = mountModels(models);
+  const std::string work = workFolder(models);
+  makeFolders(work);
+  if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
+  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+
+  os::mounts().set(L'p', work + "/packages");
+  os::mounts().set(L't', work + "/temp");
+  os::mounts().set(L'i', installationFolder());
+  if (package) placePackage(options.package, *package, work);
+  if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
+    throw Fault("the temp folder " + work + " can't be written: " + error.message());
+  }
+  placeScript(options, work);
+  os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
+}
+
 }  // namespace
 
 RunPlace prepareRun(const RunOptions& options) {
@@ -120,27 +140,29 @@ RunPlace prepareRun(const RunOptions& options) {
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);
-
   requireVaults(options);
-
   const std::string models = modelsFolder(options);
   place.vaults = connections(options, models);
-  place.models = mountModels(models);
-  const std::string work = workFolder(models);
-  makeFolders(work);
-  if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
-  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
-
-  os::mounts().set(L'p', work + "/packages");
-  os::mounts().set(L't', work + "/temp");
-  os::mounts().set(L'i', installationFolder());
-  placePackage(options.package, *package, work);
-  if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
-    throw Fault("the temp folder " + work + " can't be written: " + error.message());
-  }
-  placeScript(options, work);
-  os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
+  putInPlace(place, options, models, config, package.get());
   return place;
+}
+
+RunPlace prepareWatch(const RunOptions& options) {
+  RunPlace place;
+  std::unique_ptr<PackageSource> package;
+  if (!options.package.empty()) package = openPackage(options.package);
+  const std::string config = configText(options);
+  place.creoOptions = creoOptions(options);
+  putInPlace(place, options, modelsFolder(options), config, package.get());
+  return place;
+}
+
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
+  headless::SessionOptions session;
+  session.modelFolder = place.models;
+  session.textFolder = L"i:\\text\\";
+  session.withholdSaves = !options.writesModels();
+  return session;
 }
 
 }  // namespace kelvane

@@ -8,6 +8,7 @@
 
 #include "headless/vault/servers.h"
 #include "kelvane/answers.h"
+#include "headless/session/session.h"
 #include "kelvane/run_options.h"
 #include "os/lock.h"
 
@@ -28,5 +29,11 @@ struct RunPlace {
 // Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or
 // another run works on the folder.
 RunPlace prepareRun(const RunOptions& options);
+// The same without a list, and without a package where the options name none: triggers then take theirs from the
+// package folder of the configuration.
+RunPlace prepareWatch(const RunOptions& options);
+
+// The session of such a place.
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place);
 
 }  // namespace kelvane

@@ -7,7 +7,6 @@
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/interrupt.h"
-#include "kelvane/log_lines.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
 #include "os/surroundings.h"
@@ -29,8 +28,17 @@ std::wstring versionBefore(const std::wstring& path, int version) {
 
 }  // namespace
 
+void leaveOut(headless::Session& session, const std::vector<std::string>& rows) {
+  for (const std::string& row : rows) session.ui().setCheck(core::pluginState().dialogName, row + "_cb", false);
+}
+
 RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events)
-    : session_(session), options_(options), console_(console), events_(events), progress_(console) {
+    : session_(session),
+      options_(options),
+      console_(console),
+      events_(events),
+      progress_(console),
+      log_(console, events, options.maxErrors) {
   session_.observe(this);
 }
 
@@ -93,7 +101,7 @@ void RunWatch::finishModel(const std::string& row) {
     worked.passedOver = isPassedOver(model.value);
     worked.failed = !keepHistory(model.value, worked.document);
   }
-  followLog();
+  log_.follow();
   compareSaved();
   const bool changed = changes_.contains(worked.document);
   const std::string outcome = worked.failed       ? "failed"
@@ -105,7 +113,7 @@ void RunWatch::finishModel(const std::string& row) {
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
   worked_.push_back(std::move(worked));
   progress_.step(static_cast<int>(done_), row, outcome);
-  stopIfAsked();
+  if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) const {
@@ -139,49 +147,18 @@ ModelChanges RunWatch::changesOf(const std::string& label, const Document& docum
 void RunWatch::compareSaved() {
   for (const std::string& name : uncompared_) {
     ModelChanges changes = changesOf(name, saved_[name]);
-    tellChanges(changes);
+    tell(events_, changes);
     changes_.erase(name);
     if (changes.any()) changes_.emplace(name, std::move(changes));
   }
   uncompared_.clear();
 }
 
-void RunWatch::tellChanges(const ModelChanges& changes) {
-  if (!events_.on()) return;
-  if (changes.presence == Presence::onlyAfter) events_.tell("created", {{"model", changes.model}});
-  for (const headless::Change& change : changes.changes) {
-    events_.tell("changed", {{"model", changes.model},
-                             {"path", text::toUtf8(change.path)},
-                             {"old", text::toUtf8(change.before)},
-                             {"new", text::toUtf8(change.after)}});
-  }
-}
-
-void RunWatch::followLog() {
-  for (const std::wstring& line : log_.more(core::pluginState().logFile)) {
-    const std::vector<LogLine> taken = logLines(line);
-    if (taken.empty()) continue;
-    const std::string text = text::toUtf8(taken[0].text);
-    if (events_.on()) events_.tell("log", {{"level", taken[0].level}, {"text", text}});
-    if (taken[0].level != 2) continue;
-    const bool shows = options_.maxErrors == 0 || shownErrors_ < options_.maxErrors;
-    ++(shows ? shownErrors_ : hiddenErrors_);
-    if (shows) console_.trouble("error: " + text);
-  }
-}
-
-// The rows that are left lose their check mark, so that the run comes to its own end: Foot, reports closed.
-void RunWatch::stopIfAsked() {
-  if (Interrupt::code() == 0) return;
-  const std::string& dialog = core::pluginState().dialogName;
-  for (std::size_t i = done_; i < rows_.size(); ++i) session_.ui().setCheck(dialog, rows_[i] + "_cb", false);
-}
-
 void RunWatch::end(Recap& recap) {
-  followLog();
+  log_.follow();
   compareSaved();
   running_ = false;
-  if (hiddenErrors_ > 0) console_.trouble("... and " + std::to_string(hiddenErrors_) + " more error lines in the log");
+  log_.tellHidden();
   std::string passedOver;
   for (const Worked& worked : worked_) {
     if (worked.failed) {

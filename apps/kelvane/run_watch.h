@@ -10,12 +10,16 @@
 #include "headless/session/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/events.h"
-#include "kelvane/log_follower.h"
+#include "kelvane/log_teller.h"
 #include "kelvane/progress.h"
 #include "kelvane/recap.h"
 #include "kelvane/run_options.h"
 
 namespace kelvane {
+
+// Takes the check marks from rows that haven't had their turn, so that the run comes to its own end: Foot, reports
+// closed.
+void leaveOut(headless::Session& session, const std::vector<std::string>& rows);
 
 class RunWatch : public headless::SessionObserver {
  public:
@@ -61,16 +65,13 @@ class RunWatch : public headless::SessionObserver {
   void noteWritten(const std::string& name);
   void compareSaved();
   ModelChanges changesOf(const std::string& label, const Document& document) const;
-  void tellChanges(const ModelChanges& changes);
-  void followLog();
-  void stopIfAsked();
 
   headless::Session& session_;
   const RunOptions& options_;
   Console& console_;
   Events& events_;
   Progress progress_;
-  LogFollower log_;
+  LogTeller log_;
   std::vector<std::string> rows_;
   std::size_t done_ = 0;
   std::vector<Worked> worked_;
@@ -80,7 +81,6 @@ class RunWatch : public headless::SessionObserver {
   std::set<std::wstring> paths_;
   std::set<std::string> reportsBegunAnew_;
   std::map<std::string, ModelChanges> changes_;
-  int shownErrors_ = 0, hiddenErrors_ = 0;
   bool running_ = false;
 };
 

@@ -60,14 +60,6 @@ std::string withheldLine(const std::wstring& line) {
 
 bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd_log - "); }
 
-headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
-  headless::SessionOptions session;
-  session.modelFolder = place.models;
-  session.textFolder = L"i:\\text\\";
-  session.withholdSaves = !options.writesModels();
-  return session;
-}
-
 class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
@@ -205,17 +197,7 @@ class RunWork {
   int finish(int code) {
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
-    if (events_.on()) {
-      events_.tell("recap", {{"models", recap_.models},
-                             {"changed", recap_.changed},
-                             {"unchanged", recap_.unchanged},
-                             {"skipped", recap_.skipped},
-                             {"failed", recap_.failed},
-                             {"saved", recap_.saved},
-                             {"errors", recap_.errors},
-                             {"warnings", recap_.warnings},
-                             {"seconds", recap_.seconds}});
-    }
+    if (events_.on()) events_.tell("recap", recapNumbers(recap_));
     if (code != 0) return code;
     return troubled_ || recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
   }

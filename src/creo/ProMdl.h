@@ -52,7 +52,7 @@ Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model);
 // ProGeneralError: not written (the old versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
 // Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its
-// generic.
+// generic. Raises notification 9 before, as ProMdlEraseAll does for its model.
 ProError ProMdlErase(ProMdl model);
 // The same with all that it uses and that no other model in memory uses.
 ProError ProMdlEraseAll(ProMdl model);

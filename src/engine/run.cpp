@@ -13,7 +13,6 @@
 #include "creo/ProNotify.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
@@ -23,6 +22,7 @@
 #include "engine/model_table.h"
 #include "engine/row_name.h"
 #include "engine/workbook.h"
+#include "engine/triggers.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -126,7 +126,7 @@ bool isCheckedOut(const std::string& row) {
   return image == "checkedout.gif" || image == "checkedoutmod.gif";
 }
 
-// What belongs to a run goes: its reports, its document, its place in log lines, the trigger that started it.
+// What belongs to a run goes: its reports, its document, its place in log lines.
 void leaveRun() {
   PluginState& state = pluginState();
   state.reports.reset();
@@ -138,13 +138,13 @@ void leaveRun() {
 
 // The table follows Creo again, and a trigger's dialog goes unless it is to stay.
 void leaveTool() {
-  PluginState& state = pluginState();
-  if (state.triggerType != 0) {
-    ProDirectoryChange(state.savedDirectory);
-    const bool keeps = state.triggerKeepsDialog == 1;
+  if (pluginState().triggerType != 0) {
+    const bool keeps = pluginState().triggerKeepsDialog == 1;
     if (!keeps) ui::toolClose();
-    state.triggerType = 0;
+    endTrigger();
     if (!keeps) return;
+    logReopenForRendering();  // while the trigger ran nothing was shown
+    logRender();
   }
   setRefreshNotifications();
 }
@@ -433,7 +433,7 @@ void finishRun() {
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);
   if (state.autoclose == 1) {
     ui::toolClose();
-    state.triggerType = 0;
+    endTrigger();
     return;
   }
   logRender();
@@ -445,7 +445,7 @@ void abandonRun() {
   ProNotificationUnset(ProNotifyType::windowActivated);
   ProNotificationUnset(ProNotifyType::pageControlShown);
   leaveRun();
-  pluginState().triggerType = 0;
+  endTrigger();
 }
 
 }  // namespace engine

@@ -117,19 +117,17 @@ Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model) {
 
 ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
-    ProNotification before;
-    before.type = ProNotifyType::saveBefore;
-    before.model = m.handle;
-    before.name = m.name;
-    before.typeText = typeExtension(m.type());
-    const ProMdl handle = m.handle;
-    state.notify(before);
+    const ProMdl handle = m.handle;  // a handler may erase the model
+    state.raise(ProNotifyType::saveBefore, handle);
     return state.models.save(handle);
   });
 }
 
 ProError ProMdlErase(ProMdl model) {
-  return operation("ProMdlErase", [&](State& state) { return state.models.erase(model); });
+  return operation("ProMdlErase", [&](State& state) {
+    state.raise(ProNotifyType::eraseBefore, model);
+    return state.models.erase(model);
+  });
 }
 
 namespace {
@@ -207,7 +205,9 @@ ProError ProMdlDisplay(ProMdl model) {
     }
     const bool changed = state.windows.show(window, m.handle);
     state.queue(ProNotifyType::modelDisplayed, m.handle, window);
-    if (changed) state.queue(ProNotifyType::currentModelChanged, m.handle, window);
+    if (!changed) return ProNoError;
+    state.queue(ProNotifyType::currentModelChanged, m.handle, window);
+    state.raise(ProNotifyType::windowOccupied, m.handle, window);
     return ProNoError;
   });
 }

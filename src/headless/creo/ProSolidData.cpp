@@ -63,13 +63,8 @@ Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid) {
 }
 
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags) {
-  return onSolid("ProSolidRegenerate", solid, [&](State& state, Model& m) -> ProError {
-    ProNotification told;
-    told.type = ProNotifyType::regenerateBefore;
-    told.model = solid;
-    told.name = m.name;
-    told.typeText = typeExtension(m.type());
-    state.notify(told);
+  return onSolid("ProSolidRegenerate", solid, [&](State& state, Model&) -> ProError {
+    state.raise(ProNotifyType::regenerateBefore, solid);
     // A handler may have erased the model.
     const bool instancesToo = (flags & kRegenerateUpdateInstances) != 0;
     std::vector<headless::RegeneratedFeature> features;
@@ -77,8 +72,7 @@ ProError ProSolidRegenerate(ProMdl solid, unsigned flags) {
     const ProError result = headless::regenerate(state.models, solid, instancesToo, heard ? &features : nullptr);
     if (result == ProBadInputs) return result;
     for (headless::RegeneratedFeature& feature : features) tellFeature(state, std::move(feature));
-    told.type = ProNotifyType::regenerateAfter;
-    state.notify(told);
+    state.raise(ProNotifyType::regenerateAfter, solid);
     return result;
   });
 }

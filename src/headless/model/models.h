@@ -75,6 +75,8 @@ class Models {
   // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It
   // has no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file.
   creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);
+  // A new, empty model as createDrawing makes one. ProExists: in memory, or in a folder that is searched.
+  creo::Got<creo::ProMdl> createModel(std::wstring_view name, creo::ProMdlType type);
   // Each once, in the document's order; an instance leaves out or replaces components by its row.
   [[nodiscard]] static std::vector<creo::ProDependency> dependencies(const Model& model);
 

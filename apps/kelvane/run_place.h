@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "headless/session/session.h"
 #include "headless/vault/servers.h"
 #include "kelvane/answers.h"
-#include "headless/session/session.h"
 #include "kelvane/run_options.h"
 #include "os/lock.h"
 

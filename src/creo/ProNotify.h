@@ -16,11 +16,11 @@ enum class ProNotifyType : int {
   windowClosed = 29,
   modelDisplayed = 41,
   featureRegenerated = 42,  // each feature, with id and name; empty for one without a name
-  windowOccupied = 90,    // a window shows a model that it didn't show before; inside ProMdlDisplay
-  pageControlShown = 94,  // a drawing's update shows a tab; its name is given
-  modelCreated = 100,     // name and type text are given; inside an operation that makes one
-  saveBefore = 103,       // inside ProMdlSave
-  modelOpened = 110,      // retrieved by the user
+  windowOccupied = 90,      // a window shows a model that it didn't show before; inside ProMdlDisplay
+  pageControlShown = 94,    // a drawing's update shows a tab; its name is given
+  modelCreated = 100,       // name and type text are given; inside an operation that makes one
+  saveBefore = 103,         // inside ProMdlSave
+  modelOpened = 110,        // retrieved by the user
 };
 
 // What a handler is told; what an event doesn't know stays empty.

@@ -130,7 +130,7 @@ struct RecordTable<ModelRecord> {
                                         field<&R::styleStates>("styleStates"),
                                         field<&R::combinedStates>("combinedStates"),
                                         field<&R::crossSections>("crossSections"),
-                                         field<&R::layouts>("layouts"),
+                                        field<&R::layouts>("layouts"),
                                         keptField<SolidRecord, &R::solid>("solid"),
                                         field<&R::familyTable>("familyTable"),
                                         field<&R::externalData>("externalData")};

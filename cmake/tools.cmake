@@ -25,14 +25,19 @@ if(KVD_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# The standard library alone is precompiled: it never changes, so one change of ours rebuilds only what includes it.
-add_library(kvd_pch OBJECT ${CMAKE_CURRENT_LIST_DIR}/pch.cpp)
-target_link_libraries(kvd_pch PRIVATE kvd_flags)
-target_precompile_headers(kvd_pch PRIVATE
-  <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory> <optional> <set> <span> <string>
-  <string_view> <system_error> <unordered_map> <unordered_set> <utility> <variant> <vector>)
-file(WRITE ${CMAKE_BINARY_DIR}/CMakeFiles/kvd_pch.dir/cmake_pch.hxx.gch.sum
-  "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} ${CMAKE_BUILD_TYPE} ${KVD_SANITIZE} ${CMAKE_CXX_FLAGS}")
+# kvd_precompiled(NAME): the standard library alone is precompiled: it never changes, so one change of ours rebuilds only
+# what includes it.
+function(kvd_precompiled name)
+  add_library(${name} OBJECT ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
+  target_link_libraries(${name} PRIVATE kvd_flags)
+  target_precompile_headers(${name} PRIVATE
+    <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory> <optional> <set> <span> <string>
+    <string_view> <system_error> <unordered_map> <unordered_set> <utility> <variant> <vector>)
+  target_compile_options(${name} PRIVATE ${ARGN})
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.dir/cmake_pch.hxx.gch.sum
+    "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} ${CMAKE_BUILD_TYPE} ${KVD_SANITIZE} ${CMAKE_CXX_FLAGS} ${ARGN}")
+endfunction()
+kvd_precompiled(kvd_pch)
 
 # kvd_layer(NAME FOLDERS... [LINKS targets...]): a static library of all sources of these folders.
 function(kvd_layer name)

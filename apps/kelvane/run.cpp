@@ -31,6 +31,8 @@ class Run : public Verb {
         {"--config", "DIR", "a folder with kvd_main.cfg", &o.config},
         {"--set", "KVD_KEY=VALUE", "a key of the configuration", &o.settings},
         {"--creo-option", "NAME=VALUE", "an option of Creo's own configuration", &o.creoOptions},
+        {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
+        {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
         {"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &o.events},

@@ -26,6 +26,7 @@ struct RunOptions {
   std::string config;
   std::vector<std::string> settings;     // "kvd_log_level=8"
   std::vector<std::string> creoOptions;  // "pro_format_dir=d:\\formats"
+  bool noPrograms = false, noWeb = false;
 
   // Output.
   std::string log, events;

@@ -1,5 +1,7 @@
 #include "kelvane/run_watch.h"
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
@@ -12,6 +14,7 @@
 #include "kelvane/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/units.h"
 
 namespace kelvane {
 namespace {
@@ -162,10 +165,21 @@ void RunWatch::stopIfAsked() {
   for (std::size_t i = done_; i < rows_.size(); ++i) session_.ui().setCheck(dialog, rows_[i] + "_cb", false);
 }
 
+// A macro step that nothing was done for is no part of the log: the plug-in can't know.
+void RunWatch::tellUnknownSteps() {
+  constexpr std::size_t kMost = 20, kLength = 300;
+  const std::vector<std::wstring>& steps = session_.unknownSteps();
+  for (std::size_t i = 0; i < std::min(steps.size(), kMost); ++i)
+    console_.trouble("warning: nothing was done for the macro step: " + text::toUtf8(text::cut(steps[i], kLength)));
+  if (steps.size() > kMost)
+    console_.trouble("... and for " + std::to_string(steps.size() - kMost) + " more; --events FILE has them all");
+}
+
 void RunWatch::end(Recap& recap) {
   followLog();
   compareSaved();
   running_ = false;
+  tellUnknownSteps();
   if (hiddenErrors_ > 0) console_.trouble("... and " + std::to_string(hiddenErrors_) + " more error lines in the log");
   for (const Worked& worked : worked_) {
     if (worked.failed) {

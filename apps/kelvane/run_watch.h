@@ -60,6 +60,7 @@ class RunWatch : public headless::SessionObserver {
   void tellChanges(const ModelChanges& changes);
   void followLog();
   void stopIfAsked();
+  void tellUnknownSteps();
 
   headless::Session& session_;
   const RunOptions& options_;

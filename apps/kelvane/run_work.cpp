@@ -9,6 +9,7 @@
 #include "kelvane/model_graph.h"
 #include "kelvane/places.h"
 #include "kelvane/recorded_files.h"
+#include "kelvane/run_doors.h"
 #include "kelvane/run_driver.h"
 #include "kelvane/run_files.h"
 #include "kelvane/run_place.h"
@@ -58,7 +59,7 @@ headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlac
 class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
-      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun) {
+      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
     if (!options.events.empty()) events_.open(options.events);
   }
 
@@ -145,6 +146,7 @@ class RunWork {
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
       }
+      for (const std::wstring& line : RunDoors::withheld()) console_.result("would " + text::toUtf8(line));
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);
     const std::vector<std::wstring> files = listFiles(watch);
@@ -187,6 +189,7 @@ class RunWork {
   Console& console_;
   RunPlace place_;
   RunFiles files_;
+  RunDoors doors_;
   Events events_;
   Recap recap_;
   std::string log_;

@@ -50,4 +50,9 @@ Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature
 Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component);
 Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
 
+// New features come behind this one until insert mode is cancelled; behind the last feature insert mode is off.
+ProError ProFeatureInsertModeActivate(const ProFeature& feature);
+// New features come at the end again. resume: those behind the place come back. ProNotFound: insert mode is off.
+ProError ProInsertModeCancel(ProMdl solid, bool resume);
+
 }  // namespace creo

@@ -51,6 +51,8 @@ ProError ProMdlSave(ProMdl model);
 ProError ProMdlErase(ProMdl model);
 // The same with all that it uses and that no other model in memory uses.
 ProError ProMdlEraseAll(ProMdl model);
+// Takes all out of memory that stand in no window and that no model in a window uses, changed ones too.
+ProError ProMdlEraseNotDisplayed();
 // May the model be changed? False: a read-only document. askUser: Creo may ask the user to resolve a conflict.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
 Got<bool> ProMdlIsSkeleton(ProMdl model);

@@ -12,6 +12,8 @@ struct ProServerStatus {
 
 // Alias of the active server. ProNotFound: none.
 Got<std::wstring> ProServerActiveGet();
+// By its alias. ProNotFound: no server is registered under it.
+ProError ProServerActivate(const std::wstring& server);
 Got<std::wstring> ProServerWorkspaceGet(const std::wstring& server);
 // file: "bracket.prt". ProNotFound: the server has no such object.
 Got<ProServerStatus> ProServerObjectStatusGet(const std::wstring& server, const std::wstring& workspace,

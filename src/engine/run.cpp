@@ -22,6 +22,7 @@
 #include "engine/history.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "engine/saved_options.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -130,6 +131,7 @@ void leaveRun() {
   PluginState& state = pluginState();
   state.reports.reset();
   freeCsvTables();
+  freeSavedConfigOptions();
   state.section = L' ';
   run().reset();
 }
@@ -423,9 +425,6 @@ void finishRun() {
   runSection(kept->list.foot, "");
   if (!run()) return;
   reports::reportsCloseAll(reports::reportRegistry());
-  state.section = L' ';
-  logWrite(L"Free all option space", kDebug);
-  logWrite(L"finished", kDebug);
   leaveRun();
   logMsgPlain(57, kTitle);
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);

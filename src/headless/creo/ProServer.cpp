@@ -12,6 +12,10 @@ Got<std::wstring> ProServerActiveGet() {
   return operation("ProServerActiveGet", [](State&) -> Got<std::wstring> { return ProNotFound; });
 }
 
+ProError ProServerActivate(const std::wstring& /*server*/) {
+  return operation("ProServerActivate", [](State&) { return ProNotFound; });
+}
+
 Got<std::wstring> ProServerWorkspaceGet(const std::wstring& /*server*/) {
   return operation("ProServerWorkspaceGet", [](State&) -> Got<std::wstring> { return ProNotFound; });
 }

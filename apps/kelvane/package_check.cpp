@@ -10,6 +10,7 @@
 #include "engine/dispatch.h"
 #include "engine/task.h"
 #include "kelvane/nearest.h"
+#include "kelvane/package_uses.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
 #include "reports/list_kinds.h"
@@ -28,20 +29,6 @@ std::string attribute(const XmlNode& node, std::wstring_view name) {
   return found ? text::toUtf8(found->value) : std::string();
 }
 bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(node.attributes, name) != nullptr; }
-
-// Attributes that name what must lie in a folder of the package, where "@project_dir@" is that folder.
-struct PathAttribute {
-  std::string_view action;
-  std::wstring_view attribute;
-  std::string_view folder;
-  bool isFile = false;  // else a folder
-};
-constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"},
-                                    {"groupActions", L"tmpPath", "models"},
-                                    {"editModelParameterFromFile", L"path", "reports", true},
-                                    {"editParameterFromDictionary", L"path", "reports", true},
-                                    {"editModelDimensionFromFile", L"path", "reports", true}};
-constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 
 std::vector<std::string> actionKeys() {
   std::vector<std::string> keys;
@@ -90,7 +77,12 @@ class Document {
 
  private:
   void add(std::size_t line, std::string text) {
-    findings_.push_back({member_, line, section_, action_, place_, std::move(text)});
+    findings_.push_back({member_, line, section_, action_, place_, std::move(text), {}});
+  }
+  void addUses(const XmlNode& at, std::vector<PackageUse> uses) {
+    for (PackageUse& use : uses)
+      findings_.push_back(
+          {member_, loaded_.document->lineOf(at), section_, action_, place_, std::move(use.text), std::move(use.kind)});
   }
   void add(const XmlNode& at, std::string text) { add(loaded_.document->lineOf(at), std::move(text)); }
 
@@ -119,6 +111,7 @@ class Document {
     }
     if (row) checkTexts(task);
     checkPaths(task, type);
+    addUses(task, usesOfAction(task, type));
     if (attribute(task, L"forEF") == "true") checkFilter(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
@@ -156,20 +149,29 @@ class Document {
 
   // Where the whole path is known without a model.
   void checkPaths(const XmlNode& task, const std::string& type) {
-    for (const PathAttribute& row : kPaths) {
-      const core::XmlAttr* found = row.action == type ? core::attrFind(task.attributes, row.attribute) : nullptr;
-      if (!found || !found->value.starts_with(kProjectDirectory)) continue;
-      const std::wstring_view rest = found->value.substr(kProjectDirectory.size());
-      if (hasVariables(rest)) continue;
-      std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
-      path = text::replaceAll(path, "//", "/");
-      if (!(row.isFile ? isFile(path) : isFolder(path))) {
-        const char* what = row.isFile ? "file" : "folder";
-        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + what + " '" + path + "'");
-      } else if (type == "groupActions") {
-        checkTemplate(task, path);
+    for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
+      for (std::uint16_t i = 0; i < block->count; ++i) {
+        const PathAttribute* row = pathAttribute(type, block->items[i]->name);
+        if (row && row->target != PathTarget::written) checkPath(task, *row, block->items[i]->value);
       }
     }
+  }
+  void checkPath(const XmlNode& task, const PathAttribute& row, std::wstring_view value) {
+    if (!value.starts_with(kProjectDirectory)) return;
+    const std::wstring_view rest = value.substr(kProjectDirectory.size());
+    if (hasVariables(rest)) return;
+    std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
+    path = text::replaceAll(path, "//", "/");
+    const bool isFile = row.target == PathTarget::file;
+    if (isFile ? !isFileMember(path) : !isFolder(path)) {
+      add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
+                    path + "'");
+    } else if (row.action == "groupActions") {
+      checkTemplate(task, path);
+    }
+  }
+  bool isFileMember(const std::string& path) const {
+    return anyMember([&](const std::string& member) { return member == text::lower(path); });
   }
   bool isFolder(std::string path) const {
     if (!path.ends_with('/')) path += '/';
@@ -274,6 +276,7 @@ class Document {
     if (!documents::isPredicate(key)) {
       return add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
     }
+    addUses(item, usesOfFilterItem(item));
     for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
       checkAttribute(item, type, row);
     }

@@ -35,6 +35,8 @@ class Run : public Verb {
         {"--user", "NAME", "who works; without it who is logged in", &o.user},
         {"--check-out", "", "checks the chosen models out before the run, as its button does", &o.checkOut},
         {"--answer", "NAME=VALUE", "answers the list's question for that variable", &o.answers},
+        {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
+        {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
     };

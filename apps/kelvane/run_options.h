@@ -30,6 +30,7 @@ struct RunOptions {
   std::string workspace, user;           // empty: the models' folder's name, and the user's
   bool checkOut = false;                 // the chosen rows, before the run
   std::vector<std::string> answers;      // "MATERIAL=steel"
+  bool noPrograms = false, noWeb = false;
 
   // Output.
   std::string log, events;

@@ -1,5 +1,7 @@
 #include "kelvane/run_watch.h"
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
@@ -12,6 +14,7 @@
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
+#include "text/units.h"
 
 namespace kelvane {
 namespace {
@@ -154,10 +157,21 @@ void RunWatch::compareSaved() {
   uncompared_.clear();
 }
 
+// A macro step that nothing was done for is no part of the log: the plug-in can't know.
+void RunWatch::tellUnknownSteps() {
+  constexpr std::size_t kMost = 20, kLength = 300;
+  const std::vector<std::wstring>& steps = session_.unknownSteps();
+  for (std::size_t i = 0; i < std::min(steps.size(), kMost); ++i)
+    console_.trouble("warning: nothing was done for the macro step: " + text::toUtf8(text::cut(steps[i], kLength)));
+  if (steps.size() > kMost)
+    console_.trouble("... and for " + std::to_string(steps.size() - kMost) + " more; --events FILE has them all");
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
   compareSaved();
   running_ = false;
+  tellUnknownSteps();
   log_.tellHidden();
   std::string passedOver;
   for (const Worked& worked : worked_) {

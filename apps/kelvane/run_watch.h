@@ -65,6 +65,7 @@ class RunWatch : public headless::SessionObserver {
   void noteWritten(const std::string& name);
   void compareSaved();
   ModelChanges changesOf(const std::string& label, const Document& document) const;
+  void tellUnknownSteps();
 
   headless::Session& session_;
   const RunOptions& options_;

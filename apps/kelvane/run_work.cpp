@@ -10,40 +10,29 @@
 #include "kelvane/model_graph.h"
 #include "kelvane/places.h"
 #include "kelvane/recorded_files.h"
+#include "kelvane/run_doors.h"
 #include "kelvane/run_driver.h"
 #include "kelvane/run_files.h"
 #include "kelvane/run_place.h"
 #include "kelvane/run_watch.h"
 #include "os/surroundings.h"
-#include "os/web.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 namespace {
 
-// The files of a run: noted, and in a dry run withheld, as are other programs and its web requests.
+// The files of a run: noted, and in a dry run withheld.
 struct RunFiles {
   std::shared_ptr<os::Files> disk = os::surroundings().files;
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
-  std::shared_ptr<os::Processes> machine = os::surroundings().processes;
-  std::shared_ptr<os::DryProcesses> programs;  // of a dry run
-  std::shared_ptr<os::WithheldWeb> web;
-  std::optional<os::WebGuard> webGuard;
 
   explicit RunFiles(bool dryRun) {
     if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
-    if (dryRun) os::surroundings().processes = programs = std::make_shared<os::DryProcesses>();
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
     os::surroundings().files = recorded;
-    if (!dryRun) return;
-    web = std::make_shared<os::WithheldWeb>("");
-    webGuard.emplace(web);
   }
-  ~RunFiles() {
-    os::surroundings().files = disk;
-    os::surroundings().processes = machine;
-  }
+  ~RunFiles() { os::surroundings().files = disk; }
   RunFiles(const RunFiles&) = delete;
   RunFiles& operator=(const RunFiles&) = delete;
 };
@@ -63,7 +52,7 @@ bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd
 class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
-      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun) {
+      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
     if (!options.events.empty()) events_.open(options.events);
   }
 
@@ -170,10 +159,8 @@ class RunWork {
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
       }
-      for (const std::wstring& command : files_.programs->asked()) {
-        console_.result("would start " + text::toUtf8(command));
-      }
-      for (const std::string& request : files_.web->asked()) console_.result("would send " + request);
+      for (const std::wstring& line : RunDoors::withheld()) console_.result("would " + text::toUtf8(line));
+      for (const std::string& request : doors_.requests()) console_.result("would send " + request);
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);
     const std::vector<std::wstring> files = listFiles(watch);
@@ -206,6 +193,7 @@ class RunWork {
   Console& console_;
   RunPlace place_;
   RunFiles files_;
+  RunDoors doors_;
   Events events_;
   Recap recap_;
   std::string log_;

@@ -8,6 +8,13 @@ namespace {
 constexpr Family kFamilies[] = {
     &creoLogActions,
     &workingFolderActions,
+    &configOptionActions,
+    &macroActions,
+    &trailFileActions,
+    &programActions,
+    &sessionActions,
+    &detailOptionActions,
+    &insertPositionActions,
     &userVariableActions,
     &pdmActions,
     &questionActions,

@@ -20,6 +20,13 @@ std::span<const Family> allFamilies();
 // clang-format off
 std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
 std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
+std::span<const ActionFunction> configOptionActions();  // environment/config_options.cpp
+std::span<const ActionFunction> macroActions();  // environment/mapkeys.cpp
+std::span<const ActionFunction> trailFileActions();  // environment/trail_file.cpp
+std::span<const ActionFunction> programActions();  // environment/programs.cpp
+std::span<const ActionFunction> sessionActions();  // environment/session.cpp
+std::span<const ActionFunction> detailOptionActions();  // environment/detail_options.cpp
+std::span<const ActionFunction> insertPositionActions();  // environment/insert_position.cpp
 std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
 std::span<const ActionFunction> pdmActions();  // environment/pdm.cpp
 std::span<const ActionFunction> questionActions();  // environment/question.cpp

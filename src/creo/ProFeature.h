@@ -62,4 +62,9 @@ Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
 // ProBadInputs: no component; ProNotFound: nothing varies, or its model can't be retrieved.
 ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
 
+// New features come behind this one until insert mode is cancelled; behind the last feature insert mode is off.
+ProError ProFeatureInsertModeActivate(const ProFeature& feature);
+// New features come at the end again. resume: those behind the place come back. ProNotFound: insert mode is off.
+ProError ProInsertModeCancel(ProMdl solid, bool resume);
+
 }  // namespace creo

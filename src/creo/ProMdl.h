@@ -56,6 +56,8 @@ ProError ProMdlSave(ProMdl model);
 ProError ProMdlErase(ProMdl model);
 // The same with all that it uses and that no other model in memory uses.
 ProError ProMdlEraseAll(ProMdl model);
+// Takes all out of memory that stand in no window and that no model in a window uses, changed ones too.
+ProError ProMdlEraseNotDisplayed();
 // May the model be changed? False: a read-only document, or one of a PDM workspace that isn't checked out. askUser:
 // Creo may ask the user to resolve a conflict, who may check it out.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);

@@ -21,6 +21,7 @@
 #include "engine/history.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "engine/saved_options.h"
 #include "engine/triggers.h"
 #include "engine/workbook.h"
 #include "reports/csv_report.h"
@@ -132,6 +133,7 @@ void leaveRun() {
   state.reports.reset();
   freeCsvTables();
   deleteConvertedFiles();
+  freeSavedConfigOptions();
   state.section = L' ';
   run().reset();
 }
@@ -425,9 +427,6 @@ void finishRun() {
   runSection(kept->list.foot, "");
   if (!run()) return;
   reports::reportsCloseAll(reports::reportRegistry());
-  state.section = L' ';
-  logWrite(L"Free all option space", kDebug);
-  logWrite(L"finished", kDebug);
   leaveRun();
   logMsgPlain(57, kTitle);
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);

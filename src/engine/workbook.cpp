@@ -69,7 +69,7 @@ bool runScript(std::wstring_view workbook, const std::wstring& target) {
   core::logIndented(command, core::kNormal, 1);
   // A quote in a name would end the argument, and the rest would be a command.
   if (workbook.find(L'"') != workbook.npos) return fail(L"A workbook with a quote in its name can't be converted");
-  const auto status = os::processes().run(command);
+  const auto status = os::processes().run(command, {});
   if (!status) return fail(text::format(L"%s isn't started: %s", kScript, text::fromUtf8(status.error.message())));
   core::logWrite(text::format(L"exit status %d", status.value), core::kDebug);
   if (canBeOpened(target)) return true;

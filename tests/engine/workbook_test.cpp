@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "os/doors.h"
 #include "os/surroundings.h"
 #include "support/folders.h"
 #include "support/world.h"
@@ -88,7 +89,8 @@ TEST_F(Workbooks, ThatCantBeConvertedAreSaidToBe) {
   EXPECT_TRUE(world_.logHas(L"A workbook with a quote in its name can't be converted"));
   std::wstring out;
   EXPECT_EQ(convertWorkbook(out, 9, L"d:\\a.xls"), -1);
-  os::surroundings().processes = std::make_shared<os::DryProcesses>();
+  const os::DoorsGuard guard;
+  os::doors().programs = os::Door::closed;
   converted(L"d:\\a.xls", -1);
   EXPECT_TRUE(world_.logHas(L"xls2csv.vbs isn't started: "));
 }

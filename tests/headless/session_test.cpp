@@ -185,6 +185,24 @@ TEST_F(SessionOfModels, ExceptionsOfHandlersBecomeLines) {
   EXPECT_EQ(ProNotFound, ProNotificationUnset(ProNotifyType::windowActivated));
 }
 
+// Waiting steps answer Creo's message dialog; what they don't answer is asked.
+TEST_F(SessionOfModels, AMessageDialogIsAnsweredInAdvance) {
+  session();
+  const auto ask = [] { return ProUIMessageDialogDisplay(L"Title", L"Text", {L"Cancel", L"OK"}).value; };
+  const std::wstring focus = L"~Activate `UI Message Dialog` `UI Message Dialog`;";
+  ProMacroLoad(focus + L"~Activate `UI Message Dialog` `ok`;~ Command `ProCmdViewRepaint`;");
+  EXPECT_EQ(1, ask());
+  EXPECT_TRUE(session().ui().questions().empty());
+  EXPECT_EQ(0, ask());  // the repaint is no answer
+  ProMacroLoad(focus);
+  EXPECT_EQ(0, ask());
+  EXPECT_EQ(2U, session().ui().questions().size());
+  ProMacroLoad(focus);
+  session().settle();
+  EXPECT_EQ(5U, session().ranSteps().size());
+  EXPECT_EQ("", messages());
+}
+
 TEST_F(SessionOfModels, MacrosAreSplitAtSemicolonsOutsideBackquotes) {
   const std::pair<const wchar_t*, std::vector<std::wstring>> rows[] = {
       {L"", {}},

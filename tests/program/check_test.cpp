@@ -113,6 +113,41 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
   }
 }
 
+// What a package uses outside it is told, and is no fault.
+TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
+  const std::string action = "<task version='3' forPRT='true' forDRW='true' type='";
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {action + "runMSDOScommand' cmd='c:\\tools\\mail.exe' args='-s %A%'/>",
+       "it starts the program 'c:\\tools\\mail.exe -s %A%'"},
+      {action + "runMSDOScommand' cmd='@project_dir@/a.cmd' args=''/>", "it starts the program '@project_dir@/a.cmd'"},
+      {action + "setWorkingDirectory' path='%FOLDER%'/>", "'path' leaves the package: '%FOLDER%'"},
+      {action + "openCSVReport' name='a' file='k:/audit.csv'/>", "'file' leaves the package: 'k:/audit.csv'"},
+      {action + "openCSVReport' name='a' file='@project_dir@/../audit.csv'/>",
+       "'file' leaves the package: '@project_dir@/../audit.csv'"},
+      {action + "openCSVReport' name='a' file='@project_dir@/a..b.csv'/>", ""},
+      {action + "setDTL' view='\\\\server\\iso.dtl'/>", "'view' leaves the package: '\\\\server\\iso.dtl'"},
+      {action + "setEnvironmentVariable' name='A' value='d:\\x'/>", "'value' leaves the package: 'd:\\x'"},
+      {action + "setEnvironmentVariable' name='A' value='d: x'/>", ""},
+      {action +
+           "saveModel' forEF='true'><filter><f type='filename' filtertype='true' filename='d:\\x*'/></filter></task>",
+       "'filename' leaves the package: 'd:\\x*'"},
+  };
+  for (const auto& [body, line] : cases) {
+    list("clean.xml", body);
+    const Ended ended = kelvane({"check", path("standards")});
+    EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml:4: B0: " + line + "\n", ended.out) << body;
+    EXPECT_EQ(0, ended.code) << body;
+  }
+  list("clean.xml", action + "setUserVariableFromUrl' value='https://example.com/@mdln@'/>");
+  EXPECT_THAT(kelvane({"check", path("standards")}).out,
+              testing::HasSubstr(":4: B0: it asks the address 'https://example.com/@mdln@'\n"));
+  list("clean.xml", action + "runTrailfile' tf='@project_dir@/none.txt'/>");
+  EXPECT_EQ("actionlists/clean.xml:4: B0: 'tf': the package has no file 'models/none.txt'\n",
+            kelvane({"check", path("standards")}).out);
+  list("clean.xml", action + "runMSDOScommand' cmd='mail'/>");
+  EXPECT_THAT(kelvane({"check", path("standards"), "--json"}).out, testing::HasSubstr("\"use\": \"program\""));
+}
+
 TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {
   const std::string inner = "<task type='savModel' version='3'/>";
   list("clean.xml",

@@ -169,7 +169,7 @@ TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
   file("config/xls2csv.vbs", "#!/bin/sh\necho ran >>'" + path("ran") + "'\ncp \"$1\" \"$2\"\n");
   fs::permissions(path("config/xls2csv.vbs"), fs::perms::owner_all);
   const Ended dry = run("values", {"-n", "--config", path("config")});
-  EXPECT_THAT(dry.out, testing::HasSubstr("would start t:\\conf\\xls2csv.vbs \"z:\\"));
+  EXPECT_THAT(dry.out, testing::HasSubstr("would run t:\\conf\\xls2csv.vbs \"z:\\"));
   EXPECT_FALSE(fs::exists(path("ran")));
   const Ended real = run("values", {"--config", path("config"), "--again"});
   EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0", recapOf(real));

@@ -14,4 +14,11 @@ ProError ProMdlEraseAll(ProMdl model) {
   });
 }
 
+ProError ProMdlEraseNotDisplayed() {
+  return operation("ProMdlEraseNotDisplayed", [](State& state) {
+    state.models.eraseUnless([&](ProMdl model) { return state.windows.shows(model); });
+    return ProNoError;
+  });
+}
+
 }  // namespace creo

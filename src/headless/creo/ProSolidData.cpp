@@ -1,9 +1,6 @@
 // Accuracy, tolerance class, units and regeneration of solids.
-#include <algorithm>
-
 #include "creo/ProSolid.h"
 #include "headless/creo/solid_operation.h"
-#include "headless/model/features.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
@@ -45,15 +42,6 @@ Got<ProToleranceClass> ProSolidModelclassGet(ProMdl solid) {
 Got<std::wstring> ProMdlPrincipalunitsystemGet(ProMdl model) {
   return onSolid("ProMdlPrincipalunitsystemGet", model, [](State&, Model& m) -> Got<std::wstring> {
     return text::fromUtf8(headless::systemName(m.document->record.units));
-  });
-}
-
-Got<bool> ProInsertModeIsActive(ProMdl solid) {
-  return onSolid("ProInsertModeIsActive", solid, [](State&, Model& m) -> Got<bool> {
-    const int place = m.document->record.insertAfter;
-    const auto features = headless::featuresOf(m);
-    return place > 0 && std::any_of(features.begin(), features.end(),
-                                    [place](const headless::ModelFeature& one) { return one.place.number > place; });
   });
 }
 

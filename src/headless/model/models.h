@@ -72,6 +72,9 @@ class Models {
   // As erase, with all that it uses; what another model in memory uses and what `stays` names is left, with what that
   // uses.
   creo::ProError eraseAll(creo::ProMdl model, creo::FunctionRef<bool(creo::ProMdl)> stays);
+  // Erases all models but those that `stays` names and what they use. A line of the message area names each whose
+  // changes go with it.
+  void eraseUnless(creo::FunctionRef<bool(creo::ProMdl)> stays);
   // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It
   // has no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file.
   creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);

@@ -121,6 +121,7 @@ struct RecordTable<ModelRecord> {
                                         field<&R::symbolDefinitions>("symbolDefinitions"),
                                         field<&R::symbols>("symbols"),
                                         field<&R::shownDimensions>("shownDimensions"),
+                                        field<&R::detailOptions>("detailOptions"),
                                         field<&R::layers>("layers"),
                                         field<&R::layerStates>("layerStates"),
                                         field<&R::views>("views"),

@@ -113,6 +113,7 @@ struct ModelRecord : Open {
   std::vector<SymbolDefinitionRecord> symbolDefinitions;
   std::vector<SymbolRecord> symbols;
   std::vector<ShownDimensionRecord> shownDimensions;
+  std::vector<DetailOptionRecord> detailOptions;
 };
 
 }  // namespace headless

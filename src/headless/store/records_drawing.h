@@ -94,4 +94,9 @@ struct ShownDimensionRecord : Open {
   bool reference = false;
 };
 
+// A setting of the drawing's own, such as the height of its texts.
+struct DetailOptionRecord : Open {
+  std::string name, value;
+};
+
 }  // namespace headless

@@ -89,4 +89,10 @@ struct RecordTable<ShownDimensionRecord> {
                                         field<&R::reference>("reference")};
 };
 
+template <>
+struct RecordTable<DetailOptionRecord> {
+  using R = DetailOptionRecord;
+  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::value>("value")};
+};
+
 }  // namespace headless

@@ -4,66 +4,109 @@
 
 #include "os/surroundings.h"
 #include "text/encoding.h"
-#include "text/letters.h"
 
 namespace os {
 namespace {
 
-constexpr std::wstring_view kWordEnds = L" \t\n\"'<>|&;()";
-constexpr std::string_view kPlain = "/._-+,@%=:~*?";
-
-bool isWordStart(std::wstring_view command, std::size_t at) {
-  return at == 0 || kWordEnds.find(command[at - 1]) != kWordEnds.npos || command[at - 1] == L'=';
+bool isLetterOrDigit(wchar_t c) {
+  return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9');
 }
 
-bool isPath(std::wstring_view text) {
-  if (text.size() < 3 || text[1] != L':' || (text[2] != L'\\' && text[2] != L'/')) return false;
-  const wchar_t letter = text::lower(text[0]);
-  return letter >= L'a' && letter <= L'z';
-}
-
+// What a shell takes as it stands, also as a pattern for files.
 bool isPlain(char c) {
-  const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-  return isLetter || static_cast<unsigned char>(c) >= 0x80 || kPlain.find(c) != kPlain.npos;
+  static constexpr std::string_view kPlain = "_./*?@%+=:,-";
+  return isLetterOrDigit(static_cast<unsigned char>(c)) || kPlain.find(c) != kPlain.npos;
 }
 
-// quote: the one around the path, or 0.
-std::string escaped(const std::string& path, wchar_t quote) {
-  std::string out;
-  for (const char c : path) {
-    if (quote == L'\'') {
-      out += c == '\'' ? std::string("'\\''") : std::string(1, c);
-      continue;
-    }
-    const bool special = quote == L'"' ? std::string_view("\\$`\"").find(c) != std::string_view::npos : !isPlain(c);
-    if (special) out += '\\';
-    out += c;
+// A word outside quotes in which "*" and "?" keep their meaning.
+std::string wordWithPatterns(std::string_view text) {
+  std::string word;
+  for (const char c : text) {
+    if (isPlain(c))
+      word += c;
+    else
+      word += shellWord({&c, 1});
   }
-  return out;
+  return word;
 }
+
+class Translation {
+ public:
+  explicit Translation(std::wstring_view command) : command_(command) {}
+
+  std::string run() {
+    while (at_ < command_.size()) {
+      if (beginsPath())
+        takePath();
+      else
+        takeCharacter();
+    }
+    return result_ + text::toUtf8(plain_);
+  }
+
+ private:
+  [[nodiscard]] wchar_t next(std::size_t ahead) const {
+    return at_ + ahead < command_.size() ? command_[at_ + ahead] : L'\0';
+  }
+  [[nodiscard]] bool beginsPath() const {
+    const bool inWord = at_ > 0 && isLetterOrDigit(command_[at_ - 1]);
+    return !inWord && next(1) == L':' && (next(2) == L'\\' || next(2) == L'/') && mounts().has(command_[at_]);
+  }
+
+  void takePath() {
+    static constexpr std::wstring_view kEnds = L" \t\r\n\"'|&;<>()`";
+    const std::size_t end =
+        std::min(quote_ == 0 ? command_.find_first_of(kEnds, at_) : command_.find(quote_, at_), command_.size());
+    const std::string path = mounts().machine(command_.substr(at_, end - at_));
+    flush();
+    if (quote_ == 0) {
+      result_ += wordWithPatterns(path);
+    } else {
+      const char quote = static_cast<char>(quote_);
+      result_.append(1, quote).append(shellWord(path)).append(1, quote);
+    }
+    at_ = end;
+  }
+
+  void takeCharacter() {
+    const wchar_t c = command_[at_++];
+    const bool isQuote = c == L'"' || c == L'\'';
+    if (c == L'\\' && next(0) == L'"') {
+      plain_ += L"\\\"";
+      ++at_;
+    } else if (isQuote && (quote_ == 0 || quote_ == c)) {
+      quote_ = quote_ == 0 ? c : L'\0';
+      plain_ += c;
+    } else {
+      plain_ += c == L'\\' ? L'/' : c;
+    }
+  }
+
+  void flush() {
+    result_ += text::toUtf8(plain_);
+    plain_.clear();
+  }
+
+  std::wstring_view command_;
+  std::size_t at_ = 0;
+  wchar_t quote_ = 0;
+  std::wstring plain_;  // read, not yet in the result
+  std::string result_;
+};
 
 }  // namespace
 
-std::string shellCommand(std::wstring_view command) {
-  std::string out;
-  wchar_t quote = 0;
-  std::size_t kept = 0;  // from here on the text is still to be taken over
-  for (std::size_t i = 0; i < command.size(); ++i) {
-    const wchar_t c = command[i];
-    if (isWordStart(command, i) && isPath(command.substr(i))) {
-      const std::size_t end =
-          std::min(quote ? command.find(quote, i) : command.find_first_of(kWordEnds, i), command.size());
-      out += text::toUtf8(command.substr(kept, i - kept));
-      out += escaped(mounts().machine(command.substr(i, end - i)), quote);
-      kept = end;
-      i = end - 1;
-    } else if (quote == 0 && (c == L'"' || c == L'\'')) {
-      quote = c;
-    } else if (c == quote) {
-      quote = 0;
-    }
+std::string shellCommand(std::wstring_view command) { return Translation(command).run(); }
+
+std::string shellWord(std::string_view text) {
+  std::string word = "'";
+  for (const char c : text) {
+    if (c == '\'')
+      word += "'\\''";
+    else
+      word += c;
   }
-  return out + text::toUtf8(command.substr(kept));
+  return word + "'";
 }
 
 }  // namespace os

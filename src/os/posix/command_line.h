@@ -1,4 +1,4 @@
-// Command lines of the system's form for this machine's shell.
+// Command lines of the system's own form ("d:\tools\a.cmd \"d:\out x\\"") for this machine's shell.
 #pragma once
 
 #include <string>
@@ -6,9 +6,10 @@
 
 namespace os {
 
-// Each path with a letter that begins a word or a quoted text becomes the machine's, written so that the shell takes it
-// as it is: in quotes up to the closing one, else up to a blank or a sign of the shell ("*" and "?" keep their
-// meaning). The rest isn't changed.
+// Paths with a mounted letter become the machine's, kept in one piece whatever characters they hold ("*" and "?" still
+// stand for files outside quotes). Any other backslash separates names and becomes "/", but for one before a quote.
 std::string shellCommand(std::wstring_view command);
+// A text as one word of a shell's line.
+std::string shellWord(std::string_view text);
 
 }  // namespace os

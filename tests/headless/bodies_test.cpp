@@ -212,7 +212,9 @@ TEST_F(BodyTest, AnAssemblyIsItsComponentsWhereTheyStand) {
   model("top.asm.1", R"("parameters": [{"name": "GAP", "type": "double", "value": 7}], "components": [
       {"name": "SUB", "type": "asm", "feature": 4, "placement": {"position": [0, 0, "GAP"], "xAxis": [0, 1, 0]}},
       {"name": "INCH", "type": "prt"}]})");
-  const ProMdl sub = retrieve(L"SUB", ProMdlType::assembly), top = retrieve(L"TOP", ProMdlType::assembly);
+  const ProMdl sub = retrieve(L"SUB", ProMdlType::assembly);
+  std::cerr << messages() << std::endl;
+  const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
   const auto mass = ProSolidMassPropertyGet(sub).value;
   EXPECT_NEAR(12000, mass.mass, 1e-6);
   EXPECT_NEAR(4400, mass.surfaceArea, 1e-6);

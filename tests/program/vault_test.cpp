@@ -45,7 +45,7 @@ TEST_F(VaultProgram, TwoPeopleWorkOnOneVault) {
   EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(in));
   EXPECT_EQ(
       "SHAFT.PRT  A.1  /Default  -  in ann/models (A.1)\n"
-      "UNIT.ASM   A.1  /Default  -  in ann/models (A.1)\n",
+      "UNIT.ASM  A.1  /Default  -  in ann/models (A.1)\n",
       vault().out);
 
   const Ended got = getAs("bob", "mill", "unit.asm");
@@ -117,7 +117,7 @@ TEST_F(VaultProgram, TroubleIsToldInALine) {
   const Ended damaged = vault();
   EXPECT_EQ(1, damaged.code);
   EXPECT_EQ(path("plm") + "/objects/shaft.prt.json:3: 'number' must be a whole number of 32 bits\n", damaged.err);
-  EXPECT_EQ(0u, damaged.out.find("UNIT.ASM   A.1")) << damaged.out;
+  EXPECT_EQ(0u, damaged.out.find("UNIT.ASM  A.1")) << damaged.out;
 }
 
 TEST_F(VaultProgram, ALockThatAnotherProcessHoldsIsNamed) {

@@ -209,7 +209,7 @@ TEST_F(Surroundings, TheInsertPositionIsFoundInFourWays) {
     int place;
   } const cases[] = {
       {"feat='2' featid='5'", L"after feature: 5 HOLE_1", 2},
-      {"feat='1' feattype='36'", L"after feature: 11 BASE", 1},
+      {"feat='1' feattype='38'", L"after feature: 11 BASE", 1},
       {"feat='3' featnum='3'", L"after feature: 7 HOLE_2", 3},
       {"feat='4' featname='B*'", L"after feature: 11 BASE", 1},
       {"feat='2' featid='9'", L"after feature: 9", 0},  // the last one: nothing comes behind it

@@ -273,6 +273,7 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
   EXPECT_EQ(L"no_oid", oid());
   told("in.xml");
   EXPECT_EQ(L"VR%3adocument%3a1", oid());
+  EXPECT_EQ(L"BRACKET VR%3adocument%3a1", engine::replaceVariables(L"@mdln@ @oid@", part).text);
   EXPECT_EQ(L"wtws://plm/design/", engine::replaceVariables(L"@mdlpath@", part).text);
   struct Case {
     const wchar_t* attributes;

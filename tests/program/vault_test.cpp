@@ -45,7 +45,7 @@ TEST_F(VaultProgram, TwoPeopleWorkOnOneVault) {
   EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(in));
   EXPECT_EQ(
       "SHAFT.PRT  A.1  /Default  -  in ann/models (A.1)\n"
-      "UNIT.ASM  A.1  /Default  -  in ann/models (A.1)\n",
+      "UNIT.ASM   A.1  /Default  -  in ann/models (A.1)\n",
       vault().out);
 
   const Ended got = getAs("bob", "mill", "unit.asm");

@@ -19,10 +19,15 @@ add_library(creo INTERFACE)
 target_include_directories(creo INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_link_libraries(creo INTERFACE kvd_text)
 
+# The one target that knows OpenCASCADE; of its libraries those that build, measure and read bodies.
+find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
+kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
+  PRIVATE_LINKS TKSTEP TKXSBase TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
+target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
           src/headless/creo
-  LINKS creo kvd_os nlohmann_json::nlohmann_json)
+  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json)
 
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing

@@ -1,4 +1,5 @@
 // kelvane new: makes a model's first document.
+#include "headless/geometry/body.h"
 #include "headless/store/document.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
@@ -34,7 +35,8 @@ class New : public Verb {
             {"model", "NAME.EXT", "the model's name, with .PRT, .ASM or .DRW", &model_},
             {"--param", "NAME[:Type]=VALUE", "a parameter: String (also without a type), Integer, Double or Boolean",
              &parameters_},
-            {"--box", "X,Y,Z", "a part's body: a box of these sides in millimetres", &box_}};
+            {"--box", "X,Y,Z", "a part's body: a box of these sides in millimetres", &box_},
+            {"--step", "FILE", "a part's body: the solids of a STEP file, which is copied beside the model", &step_}};
   }
   int run(Console& console) override {
     const ModelFileName model = modelFileName(model_);
@@ -46,6 +48,7 @@ class New : public Verb {
     if (headless::Folder(folder).find(model.name, model.type)) {
       throw Fault(label(model.name, model.type) + " is there already");
     }
+    if (!step_.empty()) copyStep(folder + text::fromUtf8(stepFile(model)));
     const std::wstring file = text::lower(text::fromUtf8(label(model.name, model.type))) + L".1";
     if (const auto error = os::files().write(folder + file, headless::writeDocument(record))) {
       throw Fault(shown(folder + file) + " can't be written: " + error.message());
@@ -69,11 +72,33 @@ class New : public Verb {
       }
       record.parameters.list.push_back(std::move(parameter));
     }
-    if (!box_.empty()) {
-      if (model.type != creo::ProMdlType::part) throw Fault("--box: only a part has a body of its own");
-      record.solid.text = boxSolid();
-    }
+    if (!box_.empty() && !step_.empty()) throw Fault("a part's body is --box or --step, not both");
+    if (box_.empty() && step_.empty()) return record;
+    if (model.type != creo::ProMdlType::part)
+      throw Fault((box_.empty() ? std::string("--step") : "--box") + ": only a part has a body of its own");
+    record.solid.text = box_.empty() ? stepSolid(model) : boxSolid();
     return record;
+  }
+
+  static std::string stepFile(const ModelFileName& model) { return text::toUtf8(text::lower(model.name)) + ".stp"; }
+  static std::string stepSolid(const ModelFileName& model) {
+    std::string file;
+    headless::appendQuoted(file, stepFile(model));
+    return "{\"primitives\": [{\"type\": \"import\", \"file\": " + file + "}]}";
+  }
+  // A file without a body is refused before anything is written.
+  void copyStep(const std::wstring& to) const {
+    const std::wstring from = systemPath(step_);
+    const auto bytes = os::files().read(from);
+    if (!bytes) throw Fault(step_ + " can't be read: " + bytes.error.message());
+    headless::geometry::Primitive body;
+    body.kind = headless::geometry::PrimitiveKind::import;
+    body.file = from;
+    const auto built = headless::geometry::build({body});
+    if (!built.body) throw Fault("--step " + step_ + ": " + text::toUtf8(built.fault));
+    if (os::files().exists(to)) throw Fault(shown(to) + " is there already");
+    if (const auto error = os::files().write(to, bytes.value))
+      throw Fault(shown(to) + " can't be written: " + error.message());
   }
 
   [[nodiscard]] std::string boxSolid() const {
@@ -88,7 +113,7 @@ class New : public Verb {
     return "{\"primitives\": [{\"type\": \"box\", \"size\": [" + sides + "]}]}";
   }
 
-  std::string folder_, model_, box_;
+  std::string folder_, model_, box_, step_;
   std::vector<std::string> parameters_;
 };
 

@@ -1,7 +1,12 @@
 #include "kelvane/show_solid.h"
 
+#include <cmath>
+
+#include "creo/ProSolid.h"
+#include "headless/model/bodies.h"
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
+#include "headless/model/units.h"
 #include "headless/store/enum_texts.h"
 #include "kelvane/values.h"
 #include "text/encoding.h"
@@ -90,6 +95,38 @@ Section statesOf(const headless::Model& model) {
   return section;
 }
 
+// Six digits are enough for a person.
+std::string rounded(double value) {
+  constexpr double kDigits = 6;
+  if (value == 0 || !std::isfinite(value)) return text::toUtf8(text::shortest(value));
+  const double scale = std::pow(10, kDigits - 1 - std::floor(std::log10(std::abs(value))));
+  return text::toUtf8(text::shortest(std::round(value * scale) / scale));
+}
+
+std::string rounded(const creo::ProVector& v) { return rounded(v.x) + ", " + rounded(v.y) + ", " + rounded(v.z); }
+
+// Nothing for a solid without a body.
+Section bodyOf(const headless::Model& model) {
+  Section section{"body", {}};
+  const auto mass = creo::ProSolidMassPropertyGet(model.handle);
+  if (!mass) return section;
+  const headless::SystemUnits units = headless::unitsOf(model.document->record.units);
+  const std::string length(units.length), weight(units.mass);
+  const bool guessed = model.type() == creo::ProMdlType::part && !headless::densityOf(model);
+  const auto& of = mass.value;
+  section.rows = {{"mass", rounded(of.mass) + " " + weight, guessed ? "its material has no density: 1" : ""},
+                  {"volume", rounded(of.volume) + " " + length + "^3"},
+                  {"surface area", rounded(of.surfaceArea) + " " + length + "^2"},
+                  {"centre of gravity", rounded(of.gravityCenter)}};
+  if (const auto box = creo::ProSolidOutlineGet(model.handle)) {
+    const auto& [low, high] = box.value;
+    section.rows.push_back({"size", rounded(high.x - low.x) + " x " + rounded(high.y - low.y) + " x " +
+                                        rounded(high.z - low.z) + " " + length});
+    section.rows.push_back({"outline", rounded(low) + " to " + rounded(high)});
+  }
+  return section;
+}
+
 }  // namespace
 
 std::vector<Section> solidSections(creo::ProMdl handle) {
@@ -98,7 +135,7 @@ std::vector<Section> solidSections(creo::ProMdl handle) {
   const ModelRecord& record = model->document->record;
   std::vector<Section> sections = {layersOf(record), layerStatesOf(record)};
   if (model->type() != creo::ProMdlType::drawing)
-    sections.insert(sections.begin(), {settingsOf(*model), materialsOf(*model), statesOf(*model)});
+    sections.insert(sections.begin(), {settingsOf(*model), bodyOf(*model), materialsOf(*model), statesOf(*model)});
   return sections;
 }
 

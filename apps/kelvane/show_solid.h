@@ -1,12 +1,12 @@
-// What kelvane show tells of the layers and states of a model, and of a solid's material and accuracy.
+// What kelvane show tells of the layers and states of a model, and of a solid's body, material and accuracy.
 #pragma once
 
 #include "kelvane/show_drawing.h"
 
 namespace kelvane {
 
-// Material, layers, layer states, views and states, accuracy, tolerance class and regeneration; what a model hasn't is
-// an empty section.
+// Body, material, layers, layer states, views and states, accuracy, tolerance class and regeneration; what a model
+// hasn't is an empty section.
 std::vector<Section> solidSections(creo::ProMdl model);
 
 }  // namespace kelvane

@@ -15,6 +15,7 @@ constexpr Family kFamilies[] = {
     &editParameterActions,
     &deleteParameterActions,
     &openReportActions,
+    &geometryReportActions,
 };
 // clang-format on
 

@@ -27,6 +27,7 @@ std::span<const ActionFunction> parameterActions();  // model/parameters.cpp
 std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
 std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
+std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 // clang-format on
 
 }  // namespace actions

@@ -1,6 +1,7 @@
 // What parts and assemblies hold as a whole. Every operation gives ProBadInputs for a model that is no solid.
 #pragma once
 
+#include "creo/ProTransform.h"
 #include "creo/ProTypes.h"
 
 namespace creo {
@@ -54,6 +55,25 @@ Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid);
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags);
 // Is a feature other than the last the place where new ones come?
 Got<bool> ProInsertModeIsActive(ProMdl solid);
+
+// ---- geometry, in the solid's units
+
+struct ProMassProperty {
+  double volume = 0, surfaceArea = 0;
+  double density = 0, mass = 0;  // of an assembly the density is the mean one
+  ProVector gravityCenter;
+};
+struct ProOutline {
+  ProVector min, max;
+};
+
+// In the model's own coordinates. A part's density is that of its current material, 1 without one; an assembly counts
+// the components that aren't suppressed, skeletons aside. ProNotFound: there is no body; ProGeneralError: one can't be
+// built, the message area says why.
+Got<ProMassProperty> ProSolidMassPropertyGet(ProMdl solid);
+// The smallest box around the bodies, exact also for curved ones. into: leads from the model's coordinates to those in
+// which the box is wanted; null: the model's own. Results as above.
+Got<ProOutline> ProSolidOutlineGet(ProMdl solid, const ProTransform* into = nullptr);
 
 // Name of the principal system of units: "millimeter Newton Second (mmNs)".
 Got<std::wstring> ProMdlPrincipalunitsystemGet(ProMdl model);

@@ -85,7 +85,7 @@ constexpr const char* kWhole = R"({
       "name": "BOLT<BOLTS>",
       "type": "prt",
       "feature": 40,
-      "placement": [[1, 0], [0, 1]]
+      "placement": {"position": [1, 0, "A / 2"], "later": 1}
     }
   ],
   "solid": {

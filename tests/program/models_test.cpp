@@ -1,6 +1,7 @@
 // The verbs that make, list, show and compare models.
 #include "headless/store/document.h"
 #include "program/program_fixture.h"
+#include "support/step_file.h"
 
 namespace test {
 namespace {
@@ -17,11 +18,28 @@ TEST_F(ModelVerbs, NewModelIsListedAndShown) {
   EXPECT_EQ("PLATE.PRT  .1  Double  2.5\n", kelvane({"models", models(), "--param", "MASS"}).out);
   EXPECT_EQ(
       "PLATE.PRT  version 1\n\nparameters\n  MASS   Double   2.5\n  NOTE   String   a=b\n  COUNT  Integer  -3\n"
-      "  DONE   Boolean  true\n",
+      "  DONE   Boolean  true\n\nbody\n"
+      "  mass               16000 kg         its material has no density: 1\n  volume             16000 mm^3\n"
+      "  surface area       7600 mm^2\n  centre of gravity  40, 20, 2.5\n  size               80 x 40 x 5 mm\n"
+      "  outline            0, 0, 0 to 80, 40, 5\n",
       kelvane({"show", models(), "plate.prt"}).out);
   EXPECT_EQ("kelvane: PLATE.PRT is there already\n", kelvane({"new", models(), "PLATE.PRT"}).err);
   EXPECT_EQ("kelvane: there is no model PLATTE.PRT; did you mean 'PLATE.PRT'?\n",
             kelvane({"show", models(), "PLATTE.PRT"}).err);
+}
+
+TEST_F(ModelVerbs, AStepFileBecomesTheBodyAndGoesWithTheFolder) {
+  file("parts/t.step", stepTetrahedron());
+  EXPECT_EQ(0, kelvane({"new", models(), "WEDGE.PRT", "--step", path("parts/t.step")}).code);
+  std::filesystem::rename(models(), path("moved"));
+  std::filesystem::remove_all(path("parts"));
+  EXPECT_THAT(kelvane({"show", path("moved"), "WEDGE.PRT"}).out,
+              testing::AllOf(testing::ContainsRegex("volume +10000 mm"), testing::ContainsRegex("30 x 40 x 50 mm")));
+
+  file("parts/text.step", "no body\n");
+  EXPECT_EQ("kelvane: --step " + path("parts/text.step") + ": primitive 1: the file is no STEP file\n",
+            kelvane({"new", models(), "OTHER.PRT", "--step", path("parts/text.step")}).err);
+  EXPECT_TRUE(filesIn("models").empty());
 }
 
 TEST_F(ModelVerbs, ShowTellsFamilyTableUsesAndInstances) {

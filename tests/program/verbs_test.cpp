@@ -27,6 +27,9 @@ TEST_F(Verbs, WrongWordsEndWithOneLineThatSaysWhy) {
       {{"new", path("x"), "P.PRT", "--param", "A=1", "--param", "a=2"}, "kelvane: parameter 'A' is given twice\n"},
       {{"new", path("x"), "P.PRT", "--box", "1,2"}, "kelvane: --box takes three sides over 0, as 80,40,5; not '1,2'\n"},
       {{"new", path("x"), "A.ASM", "--box", "1,2,3"}, "kelvane: --box: only a part has a body of its own\n"},
+      {{"new", path("x"), "P.PRT", "--box", "1,2,3", "--step", "a.stp"},
+       "kelvane: a part's body is --box or --step, not both\n"},
+      {{"new", path("x"), "A.ASM", "--step", "a.stp"}, "kelvane: --step: only a part has a body of its own\n"},
   };
   for (const Case& c : cases) {
     const Ended ended = kelvane(c.words);

@@ -72,6 +72,11 @@ const DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   return found == places.end() ? nullptr : &record.dimensions[found->second];
 }
 
+const SolidRecord& ModelDocument::solid() {
+  if (!solid_) solid_ = std::make_unique<SolidRecord>(solidRecord(record.solid));
+  return *solid_;
+}
+
 void ModelDocument::touch(RowRecord* row) {
   modified_ = true;
   if (!row || row->changed) return;

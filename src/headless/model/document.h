@@ -11,6 +11,7 @@
 #include "creo/ProTypes.h"
 #include "headless/model/feature_tree.h"
 #include "headless/store/document.h"
+#include "headless/store/records_geometry.h"
 
 namespace headless {
 
@@ -40,6 +41,9 @@ class ModelDocument {
   // Null for none.
   const DimensionRecord* dimension(int id, bool reference);
 
+  // Read from the record's `solid` when first asked for.
+  const SolidRecord& solid();
+
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);
   // Of the document: whether anything in it changed; of a row: whether the row did.
@@ -58,6 +62,7 @@ class ModelDocument {
   std::vector<RowRecord*> changedRows_;
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;
   std::unique_ptr<RelationNames> relationNames_;
+  std::unique_ptr<SolidRecord> solid_;
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
 };
 

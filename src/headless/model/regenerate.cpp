@@ -59,7 +59,7 @@ std::optional<Scalar> scalarOf(const RelationValue& value, creo::ProParamvalueTy
 // A model's parameters and dimensions as its relations see them; a parameter hides a dimension of its name.
 class Names {
  public:
-  explicit Names(Model& model) : model_(model) {
+  explicit Names(const Model& model) : model_(model) {
     auto& dimensions = model.document->record.dimensions;
     for (std::size_t i = 0; i < dimensions.size(); ++i) dimensions_.try_emplace(folded(symbolOf(dimensions[i])), i);
   }
@@ -110,7 +110,7 @@ class Names {
     return {&record.value, symbolOf(record)};
   }
 
-  Model& model_;
+  const Model& model_;
   std::unordered_map<std::string, std::size_t> dimensions_;  // places by folded symbol
 };
 
@@ -240,6 +240,11 @@ ProRegenerationStatus regenerationStatus(const Model& model) {
   if (model.row && model.row->verification == ProVerification::verified) return ProRegenerationStatus::regenerated;
   if (model.row && model.row->verification == ProVerification::failed) return ProRegenerationStatus::failed;
   return model.document->record.regeneration;
+}
+
+RelationLookup relationNames(const Model& model) {
+  const auto names = std::make_shared<Names>(model);
+  return [names](std::string_view name) { return names->value(name); };
 }
 
 creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo) {

@@ -77,15 +77,22 @@ struct System {
   std::string_view name, fullName;
   double length, mass, time;
   std::string_view temperature;
+  SystemUnits units;
 };
 constexpr System kSystems[] = {
-    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C"},
-    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C"},
-    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K"},
-    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C"},
-    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F"},
-    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F"},
+    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C", {"mm", "kg"}},
+    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C", {"mm", "t"}},
+    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K", {"m", "kg"}},
+    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C", {"cm", "g"}},
+    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F", {"in", "lbm"}},
+    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F", {"ft", "lbm"}},
 };
+
+const System& systemOf(std::string_view name) {
+  for (const System& one : kSystems)
+    if (one.name == name) return one;
+  return kSystems[0];
+}
 
 const Row* rowOf(std::string_view name) {
   for (const Row& row : kUnits)
@@ -129,9 +136,7 @@ std::optional<UnitScale> unitScale(std::string_view unit) {
 double inSystem(double value, std::string_view unit, std::string_view system) {
   const auto scale = unitScale(unit);
   if (!scale) return value;
-  const System* target = &kSystems[0];
-  for (const System& one : kSystems)
-    if (one.name == system) target = &one;
+  const System* target = &systemOf(system);
   if (scale->powers == kHeat) {
     const Row* own = rowOf(target->temperature);
     return own->name == unit ? value : (value * scale->factor + scale->offset - own->offset) / own->factor;
@@ -141,6 +146,8 @@ double inSystem(double value, std::string_view unit, std::string_view system) {
   if (scale->powers[3] != 0 && target->temperature == "F") own *= std::pow(5.0 / 9, scale->powers[3]);
   return scale->factor == own ? value : value * (scale->factor / own);
 }
+
+SystemUnits unitsOf(std::string_view system) { return systemOf(system).units; }
 
 std::string systemName(std::string_view system) {
   if (system.empty()) return std::string(kSystems[0].fullName);

@@ -22,6 +22,11 @@ std::optional<UnitScale> unitScale(std::string_view unit);
 // A value of a unit in a system of units ("mmKs" where `system` is empty or unknown). The value itself for a unit that
 // isn't known.
 double inSystem(double value, std::string_view unit, std::string_view system);
+// The units in which a system counts, as texts: "mm" and "kg".
+struct SystemUnits {
+  std::string_view length, mass;
+};
+SystemUnits unitsOf(std::string_view system);
 // A system's name in full: "millimeter Newton Second (mmNs)". A text that isn't a known system's is a name itself.
 std::string systemName(std::string_view system);
 

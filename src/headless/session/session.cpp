@@ -30,7 +30,8 @@ Session::State::State(SessionOptions given)
               },
               [this](ProMdl model) { windows.forget(model); }, options.withholdSaves},
              options.modelFolder),
-      parameters(models) {}
+      parameters(models),
+      bodies(models) {}
 
 void Session::State::showMessage(const std::wstring& text) {
   messages.push_back(text);

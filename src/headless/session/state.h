@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "headless/macros/macros.h"
+#include "headless/model/bodies.h"
 #include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/proui/ui.h"
@@ -38,6 +39,7 @@ struct Session::State {
   std::vector<creo::ProSelection> selections;
   Models models;
   Parameters parameters;
+  Bodies bodies;
   Ui ui;
   bool settling = false;
   std::function<void()> unloadPlugin;  // null while it isn't loaded

@@ -2,6 +2,7 @@
 
 #include "headless/store/enum_texts.h"
 #include "headless/store/tables_drawing.h"
+#include "headless/store/tables_geometry.h"
 #include "headless/store/tables_solid.h"
 
 namespace headless {
@@ -75,7 +76,7 @@ struct RecordTable<UsedModelRecord> {
   using R = UsedModelRecord;
   static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),
                                         field<&R::feature>("feature"), field<&R::flexible>("flexible"),
-                                        field<&R::placement>("placement")};
+                                        keptField<PlacementRecord, &R::placement>("placement")};
 };
 template <>
 struct RecordTable<ModelRecord> {
@@ -114,7 +115,7 @@ struct RecordTable<ModelRecord> {
                                         field<&R::styleStates>("styleStates"),
                                         field<&R::combinedStates>("combinedStates"),
                                         field<&R::crossSections>("crossSections"),
-                                        field<&R::solid>("solid"),
+                                        keptField<SolidRecord, &R::solid>("solid"),
                                         field<&R::familyTable>("familyTable"),
                                         field<&R::externalData>("externalData")};
 };
@@ -141,6 +142,23 @@ std::string_view textOf(creo::ProFeatureStatus status) {
     if (value == status) return name;
   return {};
 }
+
+namespace {
+
+template <class Form>
+Form fromRaw(const RawJson& raw) {
+  Form form;
+  Json tree;
+  if (raw.text.empty() || parseJson(raw.text, tree)) return form;
+  Reader in(raw.text);
+  readValue(form, tree, in);
+  return form;
+}
+
+}  // namespace
+
+SolidRecord solidRecord(const RawJson& solid) { return fromRaw<SolidRecord>(solid); }
+PlacementRecord placementRecord(const RawJson& placement) { return fromRaw<PlacementRecord>(placement); }
 
 std::span<const Migration> knownMigrations() { return {}; }
 

@@ -1,0 +1,169 @@
+#include "headless/geometry/body.h"
+
+#include <BRepAlgoAPI_Cut.hxx>
+#include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBndLib.hxx>
+#include <BRepGProp.hxx>
+#include <Bnd_Box.hxx>
+#include <GProp_GProps.hxx>
+#include <Standard_Failure.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_ListOfShape.hxx>
+#include <cmath>
+#include <gp_Ax3.hxx>
+#include <stdexcept>
+
+#include "headless/geometry/shapes.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless::geometry {
+namespace {
+
+// Integrals go on until they are known this well, relative to the result.
+constexpr double kPrecision = 1e-9;
+
+// What is no length for the library is its rounding, and would show as "-0.000000".
+creo::ProVector cleaned(const creo::ProVector& v) {
+  constexpr double kNothing = 1e-9;
+  const auto clean = [](double x) { return std::abs(x) < kNothing ? 0 : x; };
+  return {clean(v.x), clean(v.y), clean(v.z)};
+}
+
+creo::ProOutline boxOf(const TopoDS_Shape& shape) {
+  Bnd_Box box;
+  BRepBndLib::AddOptimal(shape, box, false, false);
+  if (box.IsVoid()) return {};
+  box.SetGap(0);
+  creo::ProOutline outline;
+  box.Get(outline.min.x, outline.min.y, outline.min.z, outline.max.x, outline.max.y, outline.max.z);
+  return {cleaned(outline.min), cleaned(outline.max)};
+}
+
+// Primitives of one use that follow one another go into one operation of the library, so that a plate with a hundred
+// holes is cut once.
+class Builder {
+ public:
+  // Ends what the primitives before this one began, where it is of another use; their faults come here.
+  void begin(const Primitive& primitive) {
+    const bool cuts = primitive.use == PrimitiveUse::cut || primitive.kind == PrimitiveKind::hole;
+    if (cuts != cuts_) finish();
+    cuts_ = cuts;
+  }
+  void take(const Primitive& primitive) {
+    if (cuts_ && shape_.IsNull()) throw ShapeFault{L"there is nothing to cut yet"};
+    TopoDS_Shape made = shapeOf(primitive, cuts_ ? reach(primitive) : 0);
+    if (shape_.IsNull())
+      shape_ = std::move(made);
+    else
+      tools_.Append(made);
+  }
+  TopoDS_Shape result() {
+    finish();
+    return shape_;
+  }
+
+ private:
+  // A length from the primitive's origin that leads out of the shape in any direction.
+  double reach(const Primitive& primitive) {
+    if (primitive.kind != PrimitiveKind::hole || primitive.length != 0) return 0;
+    if (!bounds_) bounds_ = boxOf(shape_);
+    const creo::ProVector& o = primitive.placement.origin;
+    double squares = 0;
+    for (const auto& [low, high, at] : {std::array{bounds_->min.x, bounds_->max.x, o.x},
+                                        {bounds_->min.y, bounds_->max.y, o.y},
+                                        {bounds_->min.z, bounds_->max.z, o.z}}) {
+      const double far = std::max(std::abs(low - at), std::abs(high - at));
+      squares += far * far;
+    }
+    return std::sqrt(squares) * 1.1 + primitive.diameter;
+  }
+
+  void finish() {
+    if (tools_.IsEmpty()) return;
+    if (cuts_)
+      apply(BRepAlgoAPI_Cut());
+    else
+      apply(BRepAlgoAPI_Fuse());
+    tools_.Clear();
+    bounds_.reset();
+  }
+  template <class Operation>
+  void apply(Operation operation) {
+    TopTools_ListOfShape arguments;
+    arguments.Append(shape_);
+    operation.SetArguments(arguments);
+    operation.SetTools(tools_);
+    operation.Build();
+    if (!operation.IsDone() || operation.HasErrors()) throw ShapeFault{L"it can't be joined with what is there"};
+    shape_ = operation.Shape();
+    if (!TopExp_Explorer(shape_, TopAbs_SOLID).More()) throw ShapeFault{L"nothing is left of the body"};
+  }
+
+  TopoDS_Shape shape_;
+  TopTools_ListOfShape tools_;
+  bool cuts_ = false;
+  std::optional<creo::ProOutline> bounds_;
+};
+
+// The library's failures are no std::exception, which all others rely on.
+template <class Work>
+void guarded(Work work) {
+  try {
+    work();
+  } catch (const Standard_Failure& failure) {
+    throw std::runtime_error(failure.GetMessageString());
+  }
+}
+
+}  // namespace
+
+TopLoc_Location location(const creo::ProTransform& t) {
+  const auto direction = [](const creo::ProVector& v) { return gp_Dir(v.x, v.y, v.z); };
+  gp_Trsf moved;  // of no other scale, however the axes were rounded
+  moved.SetDisplacement(gp_Ax3(),
+                        gp_Ax3(gp_Pnt(t.origin.x, t.origin.y, t.origin.z), direction(t.zAxis), direction(t.xAxis)));
+  return {moved};
+}
+
+Built build(const std::vector<Primitive>& primitives) {
+  if (primitives.empty()) return {};
+  int number = 0;
+  const auto faulty = [&number](const std::wstring& reason) {
+    return Built{nullptr, text::format(L"primitive %d: %s", number, reason)};
+  };
+  try {
+    Builder builder;
+    for (const Primitive& primitive : primitives) {
+      builder.begin(primitive);
+      ++number;
+      builder.take(primitive);
+    }
+    return {std::make_shared<Body>(builder.result()), {}};
+  } catch (const ShapeFault& fault) {
+    return faulty(fault.reason);
+  } catch (const Standard_Failure& failure) {
+    return faulty(L"it can't be built: " + text::fromUtf8(failure.GetMessageString()));
+  }
+}
+
+const Measured& measure(const Body& body) {
+  if (!body.measured) {
+    guarded([&body] {
+      GProp_GProps volume, surface;
+      BRepGProp::VolumeProperties(body.shape, volume, kPrecision);
+      BRepGProp::SurfaceProperties(body.shape, surface, kPrecision);
+      const gp_Pnt centre = volume.CentreOfMass();
+      body.measured = {volume.Mass(), surface.Mass(), cleaned({centre.X(), centre.Y(), centre.Z()})};
+    });
+  }
+  return *body.measured;
+}
+
+creo::ProOutline outline(const Body& body, const creo::ProTransform& into) {
+  creo::ProOutline box;
+  guarded([&] { box = boxOf(body.shape.Moved(location(into))); });
+  return box;
+}
+
+}  // namespace headless::geometry

@@ -1,0 +1,35 @@
+// Solid bodies. This folder alone knows the library that builds and measures them.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "creo/ProSolid.h"
+#include "headless/geometry/primitive.h"
+
+namespace headless::geometry {
+
+// A body that was built; it never changes.
+class Body;
+using BodyPtr = std::shared_ptr<const Body>;
+
+// fault: why there is no body, such as "primitive 2: the diameter must be over 0"; empty for none.
+struct Built {
+  BodyPtr body;
+  std::wstring fault;
+};
+// Each primitive adds to what those before it left, or cuts from it. Gives no body where there are none.
+Built build(const std::vector<Primitive>& primitives);
+
+struct Measured {
+  double volume = 0, area = 0;
+  creo::ProVector centre;  // of the volume
+};
+// Measured once, then kept. Throws std::runtime_error, as outline does, for what the library can't measure.
+const Measured& measure(const Body& body);
+
+// The exact box around the body, in the coordinates that `into` leads to.
+creo::ProOutline outline(const Body& body, const creo::ProTransform& into);
+
+}  // namespace headless::geometry

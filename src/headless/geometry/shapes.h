@@ -1,0 +1,30 @@
+// Inside this folder only: what a body is, and how single primitives become shapes.
+#pragma once
+
+#include <TopLoc_Location.hxx>
+#include <TopoDS_Shape.hxx>
+#include <optional>
+#include <string>
+
+#include "headless/geometry/body.h"
+
+namespace headless::geometry {
+
+class Body {
+ public:
+  explicit Body(TopoDS_Shape made) : shape(std::move(made)) {}
+  const TopoDS_Shape shape;
+  mutable std::optional<Measured> measured;
+};
+
+// Why a primitive can't be built.
+struct ShapeFault {
+  std::wstring reason;
+};
+// Throws ShapeFault, or a failure of the library. reach: a length that goes through all there is, for holes.
+TopoDS_Shape shapeOf(const Primitive& primitive, double reach);
+TopLoc_Location location(const creo::ProTransform& placement);
+// The solids of a STEP file, in millimetres times scale, at a placement. Throws likewise.
+TopoDS_Shape imported(const Primitive& primitive);
+
+}  // namespace headless::geometry

@@ -1,0 +1,324 @@
+#include "headless/model/bodies.h"
+
+#include <map>
+#include <set>
+
+#include "headless/model/features.h"
+#include "headless/model/items.h"
+#include "headless/model/measures.h"
+#include "headless/model/units.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace headless {
+
+using creo::Got;
+using creo::ProMassProperty;
+using creo::ProMdl;
+using creo::ProOutline;
+using creo::ProTransform;
+using creo::ProVector;
+using geometry::Primitive;
+
+namespace {
+
+constexpr std::size_t kMostKept = 1000;
+constexpr std::string_view kDensity = "PTC_MASS_DENSITY";
+
+// ---- what a part's body is made of
+
+Primitive primitiveOf(const Model& part, const PrimitiveRecord& record, Measurer& measurer) {
+  Primitive made;
+  made.kind = record.type;
+  made.use = record.use;
+  made.size = measurer.vector(record.size, "size");
+  made.diameter = measurer.number(record.diameter, "diameter");
+  made.topDiameter = measurer.number(record.topDiameter, "topDiameter");
+  made.length = measurer.number(record.length, "length");
+  if (record.angle.index() != 0) made.angle = measurer.number(record.angle, "angle");
+  for (const Measures& point : record.profile)
+    made.profile.push_back({measurer.number(point[0], "profile"), measurer.number(point[1], "profile")});
+  if (!record.file.empty()) {
+    made.file = part.document->folder + text::fromUtf8(record.file);
+    made.scale = inSystem(1, "mm", part.document->record.units);
+  }
+  made.placement = measurer.placement(record.placement.get());
+  return made;
+}
+
+std::vector<Primitive> primitivesOf(const Model& part) {
+  std::vector<Primitive> made;
+  Measurer measurer(part);
+  int number = 0;
+  for (const PrimitiveRecord& record : part.document->solid().primitives) {
+    ++number;
+    if (!hasGeometry(part, record.feature)) continue;
+    try {
+      made.push_back(primitiveOf(part, record, measurer));
+    } catch (const MeasureFault& fault) {
+      throw MeasureFault{L"primitive " + std::to_wstring(number) + L": " + fault.reason};
+    }
+  }
+  return made;
+}
+
+// All that a body depends on, as bytes; of a file its size and time.
+std::string keyOf(const std::vector<Primitive>& primitives) {
+  std::string key;
+  const auto add = [&key](auto... values) {
+    const double numbers[] = {static_cast<double>(values)...};
+    key.append(reinterpret_cast<const char*>(numbers), sizeof numbers);
+  };
+  const auto addVector = [&add](const ProVector& v) { add(v.x, v.y, v.z); };
+  for (const Primitive& one : primitives) {
+    add(static_cast<int>(one.kind), static_cast<int>(one.use), one.diameter, one.topDiameter, one.length, one.angle);
+    add(one.scale, one.profile.size(), one.file.size());
+    for (const ProVector& v : {one.size, one.placement.xAxis, one.placement.zAxis, one.placement.origin}) addVector(v);
+    for (const auto& [a, b] : one.profile) add(a, b);
+    if (one.file.empty()) continue;
+    key += text::toUtf8(one.file);
+    const auto size = os::files().size(one.file);
+    const auto time = os::files().modified(one.file);
+    const os::FileTime& t = time.value;
+    add(size ? size.value : 0, t.year, t.month, t.day, t.hour, t.minute, t.second, t.millisecond);
+  }
+  return key;
+}
+
+// ---- assemblies
+
+// How large a unit of one system is in another one.
+double unitIn(std::string_view unit, const Model& from, const Model& to) {
+  const std::string& source = from.document->record.units;
+  const std::string& target = to.document->record.units;
+  return source == target ? 1 : inSystem(1, unit, target) / inSystem(1, unit, source);
+}
+
+// The models of the components that count, with where they stand. Throws MeasureFault.
+struct PlacedModel {
+  const Model* model = nullptr;
+  ProTransform place;
+};
+std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly) {
+  std::vector<PlacedModel> placed;
+  for (const ModelFeature& feature : featuresOf(assembly)) {
+    if (!feature.isComponent() || !hasGeometry(assembly, feature.place.id)) continue;
+    const auto handle = models.inMemory(featureName(feature), feature.component()->type);
+    const Model* model = handle ? models.find(handle.value) : nullptr;
+    if (!model || model->document->record.skeleton) continue;
+    placed.push_back({model, componentPlacement(assembly, *feature.component())});
+  }
+  return placed;
+}
+
+// Walks down from a solid and remembers what each model gave, so that the cost is that of the components, however often
+// a model is used. An assembly inside itself counts for nothing.
+template <class Key, class Value>
+class Walk {
+ public:
+  // made: () -> Got<Value>.
+  template <class Make>
+  Got<Value> once(const Key& key, ProMdl model, Make made) {
+    if (const auto known = known_.find(key); known != known_.end()) return known->second;
+    if (!inside_.insert(model).second) return creo::ProNotFound;
+    Got<Value> value = made();
+    inside_.erase(model);
+    known_.emplace(key, value);
+    return value;
+  }
+
+ private:
+  std::map<Key, Got<Value>> known_;
+  std::set<ProMdl> inside_;
+};
+
+void addWeighted(ProVector& sum, const ProVector& v, double weight) {
+  sum.x += v.x * weight;
+  sum.y += v.y * weight;
+  sum.z += v.z * weight;
+}
+
+class MassWalk {
+ public:
+  MassWalk(Bodies& bodies, const Models& models) : bodies_(bodies), models_(models) {}
+
+  Got<ProMassProperty> of(const Model& solid) {
+    return walk_.once(solid.handle, solid.handle,
+                      [&] { return solid.type() == creo::ProMdlType::part ? ofPart(solid) : ofAssembly(solid); });
+  }
+
+ private:
+  Got<ProMassProperty> ofPart(const Model& part) {
+    const auto body = bodies_.body(part);
+    if (!body) return body.error;
+    const geometry::Measured& measured = geometry::measure(*body.value);
+    const double density = densityOf(part).value_or(1);
+    return ProMassProperty{measured.volume, measured.area, density, measured.volume * density, measured.centre};
+  }
+
+  Got<ProMassProperty> ofAssembly(const Model& assembly) {
+    ProMassProperty sum;
+    for (const PlacedModel& placed : placedComponents(models_, assembly)) {
+      const auto one = of(*placed.model);
+      if (one.error == creo::ProNotFound) continue;
+      if (!one) return one.error;
+      const double length = unitIn("m", *placed.model, assembly);
+      const double mass = one.value.mass * unitIn("kg", *placed.model, assembly);
+      sum.volume += one.value.volume * length * length * length;
+      sum.surfaceArea += one.value.surfaceArea * length * length;
+      sum.mass += mass;
+      ProVector centre;
+      addWeighted(centre, one.value.gravityCenter, length);
+      addWeighted(sum.gravityCenter, creo::transformPoint(placed.place, centre), mass);
+    }
+    if (!(sum.volume > 0) || !(sum.mass > 0)) return creo::ProNotFound;
+    sum.density = sum.mass / sum.volume;
+    ProVector centre;
+    addWeighted(centre, sum.gravityCenter, 1 / sum.mass);
+    sum.gravityCenter = centre;
+    return sum;
+  }
+
+  Bodies& bodies_;
+  const Models& models_;
+  Walk<ProMdl, ProMassProperty> walk_;
+};
+
+// The box of a model depends on how it is turned; where it is shifted to only shifts the box.
+class OutlineWalk {
+ public:
+  OutlineWalk(Bodies& bodies, const Models& models) : bodies_(bodies), models_(models) {}
+
+  Got<ProOutline> of(const Model& solid, const ProTransform& into) {
+    ProTransform turned = into;
+    turned.origin = {};
+    const Key key{solid.handle,   turned.xAxis.x, turned.xAxis.y, turned.xAxis.z,
+                  turned.zAxis.x, turned.zAxis.y, turned.zAxis.z};
+    auto box = walk_.once(key, solid.handle, [&] {
+      return solid.type() == creo::ProMdlType::part ? ofPart(solid, turned) : ofAssembly(solid, turned);
+    });
+    if (!box) return box;
+    addWeighted(box.value.min, into.origin, 1);
+    addWeighted(box.value.max, into.origin, 1);
+    return box;
+  }
+
+ private:
+  using Key = std::tuple<ProMdl, double, double, double, double, double, double>;
+
+  Got<ProOutline> ofPart(const Model& part, const ProTransform& turned) {
+    const auto body = bodies_.body(part);
+    if (!body) return body.error;
+    return geometry::outline(*body.value, turned);
+  }
+
+  Got<ProOutline> ofAssembly(const Model& assembly, const ProTransform& turned) {
+    std::optional<ProOutline> sum;
+    for (const PlacedModel& placed : placedComponents(models_, assembly)) {
+      ProTransform place = creo::transformed(turned, placed.place);
+      const ProVector origin = place.origin;
+      place.origin = {};
+      const auto one = of(*placed.model, place);
+      if (one.error == creo::ProNotFound) continue;
+      if (!one) return one.error;
+      const double length = unitIn("m", *placed.model, assembly);
+      ProVector low = origin, high = origin;
+      addWeighted(low, one.value.min, length);
+      addWeighted(high, one.value.max, length);
+      if (!sum) sum = ProOutline{low, high};
+      for (const auto axis : {&ProVector::x, &ProVector::y, &ProVector::z}) {
+        sum->min.*axis = std::min(sum->min.*axis, low.*axis);
+        sum->max.*axis = std::max(sum->max.*axis, high.*axis);
+      }
+    }
+    if (!sum) return creo::ProNotFound;
+    return *sum;
+  }
+
+  Bodies& bodies_;
+  const Models& models_;
+  Walk<Key, ProOutline> walk_;
+};
+
+std::wstring faultLine(const Model& model, const std::wstring& reason) {
+  return model.name + L'.' + creo::typeExtension(model.type()) + L": " + reason;
+}
+
+}  // namespace
+
+bool hasGeometry(const Model& solid, int feature) {
+  if (feature == 0) return true;
+  const auto found = featureOf(solid, feature);
+  if (!found) return true;
+  const creo::ProFeatureStatus status = featureStatus(*found);
+  return status == creo::ProFeatureStatus::active || status == creo::ProFeatureStatus::unregenerated;
+}
+
+ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component) {
+  if (component.placement.text.empty()) return {};
+  const PlacementRecord record = placementRecord(component.placement);
+  Measurer measurer(assembly);
+  try {
+    return measurer.placement(&record);
+  } catch (const MeasureFault& fault) {
+    throw MeasureFault{L"component " + text::fromUtf8(component.name) + L": " + fault.reason};
+  }
+}
+
+std::optional<double> densityOf(const Model& part) {
+  const std::string current = text::toUtf8(currentMaterial(part));
+  for (const MaterialRecord& material : part.document->record.materials) {
+    if (!sameName(material.name, current)) continue;
+    for (const ParameterRecord& parameter : material.parameters.list) {
+      if (!sameName(parameter.name, kDensity)) continue;
+      const auto* real = std::get_if<double>(&parameter.value);
+      const auto* integer = std::get_if<int>(&parameter.value);
+      if (!real && !integer) continue;
+      return inSystem(real ? *real : *integer, parameter.units, part.document->record.units);
+    }
+  }
+  return {};
+}
+
+geometry::Built Bodies::built(const std::vector<Primitive>& primitives) {
+  std::string key = keyOf(primitives);
+  if (const auto kept = kept_.find(key); kept != kept_.end()) return kept->second;
+  if (kept_.size() >= kMostKept) keptBefore_ = std::exchange(kept_, {});
+  const auto before = keptBefore_.find(key);
+  geometry::Built made = before != keptBefore_.end() ? before->second : geometry::build(primitives);
+  return kept_.emplace(std::move(key), std::move(made)).first->second;
+}
+
+Got<geometry::BodyPtr> Bodies::body(const Model& part) {
+  std::wstring fault;
+  try {
+    geometry::Built made = built(primitivesOf(part));
+    if (made.body) return made.body;
+    fault = std::move(made.fault);
+  } catch (const MeasureFault& measure) {
+    fault = measure.reason;
+  }
+  if (fault.empty()) return creo::ProNotFound;
+  models_.message(faultLine(part, fault));
+  return creo::ProGeneralError;
+}
+
+Got<ProMassProperty> Bodies::mass(const Model& solid) {
+  try {
+    return MassWalk(*this, models_).of(solid);
+  } catch (const MeasureFault& fault) {
+    models_.message(faultLine(solid, fault.reason));
+    return creo::ProGeneralError;
+  }
+}
+
+Got<ProOutline> Bodies::outline(const Model& solid, const ProTransform& into) {
+  try {
+    return OutlineWalk(*this, models_).of(solid, into);
+  } catch (const MeasureFault& fault) {
+    models_.message(faultLine(solid, fault.reason));
+    return creo::ProGeneralError;
+  }
+}
+
+}  // namespace headless

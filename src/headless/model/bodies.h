@@ -1,0 +1,40 @@
+// The bodies of solids: built when first asked for, measured as parts and assemblies have them.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "creo/ProSolid.h"
+#include "headless/geometry/body.h"
+#include "headless/model/models.h"
+
+namespace headless {
+
+// Results of all: ProNotFound: there is no body; ProGeneralError: one can't be built, with a line of the message area.
+class Bodies {
+ public:
+  explicit Bodies(const Models& models) : models_(models) {}
+
+  creo::Got<creo::ProMassProperty> mass(const Model& solid);
+  creo::Got<creo::ProOutline> outline(const Model& solid, const creo::ProTransform& into);
+  // Of a part, as its dimensions, parameters and features are now.
+  creo::Got<geometry::BodyPtr> body(const Model& part);
+
+ private:
+  geometry::Built built(const std::vector<geometry::Primitive>& primitives);
+
+  const Models& models_;
+  // By what a body is made of: a change of the model is another key, and equal parts share one. What wasn't asked for
+  // while kMostKept new ones came is dropped.
+  std::unordered_map<std::string, geometry::Built> kept_, keptBefore_;
+};
+
+// Where a component stands in its assembly. Throws MeasureFault.
+creo::ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component);
+// Has a feature geometry: not one that is suppressed in whatever way. id 0: no feature stands behind it.
+bool hasGeometry(const Model& solid, int feature);
+
+// The density of a part's current material in the part's units; nothing where none is known.
+std::optional<double> densityOf(const Model& part);
+
+}  // namespace headless

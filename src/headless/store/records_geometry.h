@@ -1,0 +1,52 @@
+// What the document of a solid says of its geometry: what a part's body is made of, datums, where components stand. The
+// model keeps these members as written; they are read when geometry is first asked for.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "headless/geometry/primitive.h"
+#include "headless/store/fields.h"
+
+namespace headless {
+
+// A number, or an expression of the model's dimensions and parameters: "WIDTH / 2".
+using Measure = Scalar;
+using Measures = std::vector<Measure>;
+
+// Without axes those of the system around it; the y axis follows from the two.
+struct PlacementRecord : Open {
+  Measures position, xAxis, zAxis;
+};
+
+using geometry::PrimitiveKind;
+using geometry::PrimitiveUse;
+struct PrimitiveRecord : Open {
+  PrimitiveKind type = PrimitiveKind::box;
+  PrimitiveUse use = PrimitiveUse::add;
+  int feature = 0;  // it isn't there while that feature is suppressed; 0: always
+  Measures size;
+  Measure diameter, topDiameter, length, angle;
+  std::vector<Measures> profile;
+  std::string file;  // beside the document
+  std::unique_ptr<PlacementRecord> placement;
+};
+
+struct DatumRecord : Open {
+  std::string name;  // without one that of its feature
+  int feature = 0;
+  std::unique_ptr<PlacementRecord> placement;
+};
+
+struct SolidRecord : Open {
+  std::vector<PrimitiveRecord> primitives;
+  std::vector<DatumRecord> coordinateSystems, points;
+};
+
+// What a model keeps as written, as records. Nothing where nothing is kept. The text was read with its document, so
+// that it has no fault.
+SolidRecord solidRecord(const RawJson& solid);
+PlacementRecord placementRecord(const RawJson& placement);
+
+}  // namespace headless

@@ -9,6 +9,7 @@ constexpr Family kFamilies[] = {
     &creoLogActions,
     &workingFolderActions,
     &userVariableActions,
+    &boundingBoxActions,
     &groupActionsFamily,
     &saveActions,
     &parameterActions,

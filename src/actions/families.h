@@ -21,6 +21,7 @@ std::span<const Family> allFamilies();
 std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
 std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
 std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
+std::span<const ActionFunction> boundingBoxActions();  // environment/bounding_box.cpp
 std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const ActionFunction> parameterActions();  // model/parameters.cpp

@@ -2,6 +2,7 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PCRE REQUIRED IMPORTED_TARGET libpcre)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
@@ -12,7 +13,7 @@ if(WIN32)
 else()
   set(KVD_SYSTEM posix)
 endif()
-kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text)
+kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text PRIVATE_LINKS PkgConfig::CURL)
 
 # Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.
 add_library(creo INTERFACE)
@@ -26,7 +27,7 @@ kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
-          src/headless/creo
+          src/headless/vault src/headless/creo
   LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json)
 
 kvd_layer(kvd_plugin

@@ -1,5 +1,7 @@
 #include "kelvane/changes.h"
 
+#include <nlohmann/json.hpp>
+
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -25,6 +27,17 @@ void show(Console& console, const ModelChanges& changes) {
       line.append(path).append(": ").append(before).append(" -> ").append(after);
     }
     console.result(line);
+  }
+}
+
+void tell(Events& events, const ModelChanges& changes) {
+  if (!events.on()) return;
+  if (changes.presence == Presence::onlyAfter) events.tell("created", {{"model", changes.model}});
+  for (const headless::Change& change : changes.changes) {
+    events.tell("changed", {{"model", changes.model},
+                            {"path", text::toUtf8(change.path)},
+                            {"old", text::toUtf8(change.before)},
+                            {"new", text::toUtf8(change.after)}});
   }
 }
 

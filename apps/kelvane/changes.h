@@ -7,6 +7,7 @@
 
 #include "headless/store/compare.h"
 #include "kelvane/console.h"
+#include "kelvane/events.h"
 
 namespace kelvane {
 
@@ -22,5 +23,7 @@ struct ModelChanges {
 ModelChanges compared(std::string model, std::string_view before, std::string_view after);
 // "SHAFT.PRT: parameters/MASS/value: 2.5 -> 3", "SHAFT.PRT: + parameters/NORM/value: WN-100", "SHAFT.PRT: - ...".
 void show(Console& console, const ModelChanges& changes);
+// The same as events: "created", or a "changed" for each value.
+void tell(Events& events, const ModelChanges& changes);
 
 }  // namespace kelvane

@@ -1,4 +1,5 @@
-// kelvane check: what of a package would not run.
+// kelvane check: what of a package would not run, and what outside it it uses.
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "kelvane/package_check.h"
@@ -22,14 +23,17 @@ class Check : public Verb {
         if (!finding.section.empty()) one["section"] = finding.section;
         if (finding.action >= 0) one["action"] = finding.action;
         if (!finding.place.empty()) one["place"] = finding.place;
+        if (!finding.use.empty()) one["use"] = finding.use;
         all.push_back(std::move(one));
       }
       console.result(all.dump(2));
     } else {
       for (const Finding& finding : findings) console.result(shown(finding));
     }
+    const bool good =
+        std::all_of(findings.begin(), findings.end(), [](const Finding& one) { return !one.use.empty(); });
     if (findings.empty()) console.note("nothing found");
-    return findings.empty() ? kFine : kErrors;
+    return good ? kFine : kErrors;
   }
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kelvane/display_width.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -10,13 +11,13 @@ std::vector<std::string> aligned(const std::vector<std::vector<std::string>>& ro
   std::vector<std::size_t> widths;
   for (const auto& row : rows) {
     widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], text::fromUtf8(row[i]).size());
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], displayWidth(text::fromUtf8(row[i])));
   }
   std::vector<std::string> lines;
   for (const auto& row : rows) {
     std::string line;
     for (std::size_t i = 0; i < row.size(); ++i) {
-      line += row[i] + std::string(widths[i] - text::fromUtf8(row[i]).size() + 2, ' ');
+      line += row[i] + std::string(widths[i] - displayWidth(text::fromUtf8(row[i])) + 2, ' ');
     }
     line.erase(line.find_last_not_of(' ') + 1);
     lines.push_back(std::move(line));

@@ -1,6 +1,7 @@
-// Where a verb writes: results on standard output, everything else on standard error.
+// Where a verb writes: results on standard output, everything else on standard error; and where it reads.
 #pragma once
 
+#include <istream>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -11,7 +12,10 @@ enum class Ink { plain, bold, dim, red, green, yellow, cyan };
 
 class Console {
  public:
-  Console(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
+  Console(std::ostream& out, std::ostream& err, std::istream* in = nullptr) : out_(out), err_(err), in_(in) {}
+
+  // The next line of standard input; false at its end.
+  bool read(std::string& line) { return in_ && std::getline(*in_, line); }
 
   // A line of the result.
   void result(std::string_view line) {
@@ -43,6 +47,7 @@ class Console {
   std::ostream& clearedErr();
   std::ostream& out_;
   std::ostream& err_;
+  std::istream* in_;
   bool colours_ = false, quiet_ = false, errIsTerminal_ = false, passing_ = false;
 };
 

@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kelvane/package_source.h"
+#include "kelvane/questions.h"
 #include "kelvane/verb.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
@@ -24,7 +25,11 @@ class Lists : public Verb {
     const std::unique_ptr<PackageSource> package = openPackage(package_);
     nlohmann::ordered_json all = nlohmann::ordered_json::array();
     for (const std::string& list : actionLists(*package)) {
-      all.push_back({{"list", list}, {"description", described(*package, list)}});
+      nlohmann::ordered_json one = {{"list", list}, {"description", described(*package, list)}};
+      for (const ListQuestion& question : questionsOf(*package, list)) {
+        one["questions"].push_back({{"variable", question.variable}, {"asks", described(question)}});
+      }
+      all.push_back(std::move(one));
     }
     if (json_) {
       console.result(all.dump(2));
@@ -45,6 +50,11 @@ class Lists : public Verb {
       indented = text::replaceAll(indented, "\n", "\n" + std::string(width + 2, ' '));
       console.result(indented.empty() ? list["list"].get<std::string>()
                                       : console.inked(Ink::bold, name) + "  " + indented);
+      if (!list.contains("questions")) continue;
+      for (const auto& question : list["questions"]) {
+        console.result(std::string(width + 2, ' ') + "asks for " + question["variable"].get<std::string>() + ": " +
+                       question["asks"].get<std::string>());
+      }
     }
   }
 

@@ -1,17 +1,22 @@
 #include "kelvane/package_check.h"
 
 #include "actions/environment/group_modes.h"
+#include "actions/environment/question.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
 #include "documents/predicate_attributes.h"
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
+#include "engine/task.h"
 #include "kelvane/nearest.h"
+#include "kelvane/package_uses.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
+#include "reports/list_kinds.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -24,15 +29,6 @@ std::string attribute(const XmlNode& node, std::wstring_view name) {
   return found ? text::toUtf8(found->value) : std::string();
 }
 bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(node.attributes, name) != nullptr; }
-
-// Attributes that name what must lie in a folder of the package, where "@project_dir@" is that folder.
-struct PathAttribute {
-  std::string_view action;
-  std::wstring_view attribute;
-  std::string_view folder;
-};
-constexpr PathAttribute kPaths[] = {{"setWorkingDirectory", L"path", "models"}, {"groupActions", L"tmpPath", "models"}};
-constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 
 std::vector<std::string> actionKeys() {
   std::vector<std::string> keys;
@@ -81,7 +77,12 @@ class Document {
 
  private:
   void add(std::size_t line, std::string text) {
-    findings_.push_back({member_, line, section_, action_, place_, std::move(text)});
+    findings_.push_back({member_, line, section_, action_, place_, std::move(text), {}});
+  }
+  void addUses(const XmlNode& at, std::vector<PackageUse> uses) {
+    for (PackageUse& use : uses)
+      findings_.push_back(
+          {member_, loaded_.document->lineOf(at), section_, action_, place_, std::move(use.text), std::move(use.kind)});
   }
   void add(const XmlNode& at, std::string text) { add(loaded_.document->lineOf(at), std::move(text)); }
 
@@ -110,8 +111,28 @@ class Document {
     }
     if (row) checkTexts(task);
     checkPaths(task, type);
+    addUses(task, usesOfAction(task, type));
     if (attribute(task, L"forEF") == "true") checkFilter(task);
     if (type == "groupActions") checkGroup(task);
+    if (type == "reportUniversal") checkReportFilter(task);
+    if (type == "writeListReport") checkListReport(task);
+    if (type == "setUserVariable") checkQuestion(task);
+  }
+
+  void checkQuestion(const XmlNode& task) {
+    using actions::QuestionKind;
+    const std::string type = attribute(task, L"varType");
+    const auto kind = actions::questionKind(text::fromUtf8(type));
+    if (!kind) return add(task, "setUserVariable has no 'varType' '" + type + "'");
+    if (*kind != QuestionKind::description && attribute(task, L"varName").empty()) {
+      add(task, "the question has no 'varName': its answer is lost");
+    }
+    const engine::Subject none;
+    const bool hasEntries =
+        !engine::Task(task, none).numbers(L"combo_value_", text::parseInt(attribute(task, L"combo_c"))).empty();
+    if (*kind == QuestionKind::choice && attribute(task, L"combo_autosel") != "1" && !hasEntries) {
+      add(task, "the question has nothing to choose from");
+    }
   }
 
   // Every attribute of an action may be a text with variables.
@@ -128,23 +149,36 @@ class Document {
 
   // Where the whole path is known without a model.
   void checkPaths(const XmlNode& task, const std::string& type) {
-    for (const PathAttribute& row : kPaths) {
-      const core::XmlAttr* found = row.action == type ? core::attrFind(task.attributes, row.attribute) : nullptr;
-      if (!found || !found->value.starts_with(kProjectDirectory)) continue;
-      const std::wstring_view rest = found->value.substr(kProjectDirectory.size());
-      if (hasVariables(rest)) continue;
-      std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
-      path = text::replaceAll(path, "//", "/");
-      if (!isFolder(path)) {
-        add(task, "'" + text::toUtf8(row.attribute) + "': the package has no folder '" + path + "'");
-      } else if (type == "groupActions") {
-        checkTemplate(task, path);
+    for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
+      for (std::uint16_t i = 0; i < block->count; ++i) {
+        const PathAttribute* row = pathAttribute(type, block->items[i]->name);
+        if (row && row->target != PathTarget::written) checkPath(task, *row, block->items[i]->value);
       }
     }
+  }
+  void checkPath(const XmlNode& task, const PathAttribute& row, std::wstring_view value) {
+    if (!value.starts_with(kProjectDirectory)) return;
+    const std::wstring_view rest = value.substr(kProjectDirectory.size());
+    if (hasVariables(rest)) return;
+    std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
+    path = text::replaceAll(path, "//", "/");
+    const bool isFile = row.target == PathTarget::file;
+    if (isFile ? !isFileMember(path) : !isFolder(path)) {
+      add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
+                    path + "'");
+    } else if (row.action == "groupActions") {
+      checkTemplate(task, path);
+    }
+  }
+  bool isFileMember(const std::string& path) const {
+    return anyMember([&](const std::string& member) { return member == text::lower(path); });
   }
   bool isFolder(std::string path) const {
     if (!path.ends_with('/')) path += '/';
     return anyMember([&](const std::string& member) { return member.starts_with(text::lower(path)); });
+  }
+  bool isFile(const std::string& path) const {
+    return anyMember([&](const std::string& member) { return member == text::lower(path); });
   }
   // The drawing that serves as template, whatever its version.
   void checkTemplate(const XmlNode& task, std::string folder) {
@@ -206,6 +240,22 @@ class Document {
     if (!found) add(task, "a group without 'subtasks'");
   }
 
+  // Of several the last one decides.
+  void checkReportFilter(const XmlNode& task) {
+    const XmlNode* filter = nullptr;
+    core::xmlEachChild(task, [&filter](const XmlNode& child) {
+      if (child.name == L"reportFilter") filter = &child;
+    });
+    if (!filter) return add(task, "reportUniversal without 'reportFilter': its field stays empty");
+    if (attribute(*filter, L"forEF") == "true") checkFilter(*filter);
+  }
+
+  void checkListReport(const XmlNode& task) {
+    const std::wstring sel = text::fromUtf8(attribute(task, L"sel"));
+    if (!hasVariables(sel) && !reports::isListKind(sel))
+      add(task, "writeListReport has no list '" + text::toUtf8(sel) + "'");
+  }
+
   // block: holds groups of items.
   void checkFilter(const XmlNode& block) {
     core::xmlEachChild(block, [this](const XmlNode& group) {
@@ -226,6 +276,7 @@ class Document {
     if (!documents::isPredicate(key)) {
       return add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
     }
+    addUses(item, usesOfFilterItem(item));
     for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
       checkAttribute(item, type, row);
     }

@@ -1,4 +1,4 @@
-// What of a package would not run.
+// What of a package would not run, and what outside it it uses.
 #pragma once
 
 #include <cstddef>
@@ -16,6 +16,7 @@ struct Finding {
   int action = -1;       // its number in the section, from 0; -1: none
   std::string place;     // the action as the log names it: "B3", "B3 - G0"
   std::string text;
+  std::string use;  // "program", "address", "path": no fault, but something of the surroundings that it uses
 };
 // In the order of the members, within a member by line.
 std::vector<Finding> checkPackage(const PackageSource& package);

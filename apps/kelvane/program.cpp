@@ -24,8 +24,14 @@ const VerbRow kVerbs[] = {
     {"show", "one model, readable", "kelvane show workspace SHAFT.PRT", &makeShow},
     {"new", "makes a model", "kelvane new workspace PLATE.PRT --param MASS:Double=2.5 --box 80,40,5", &makeNew},
     {"diff", "what two folders of models differ in", "kelvane diff before after --stat", &makeDiff},
+    {"watch", "shows the triggers that fire while models are opened and saved",
+     "echo save | kelvane watch models SHAFT.PRT --package standards.kvz --set \"kvd_start_kvz_before_save=standards "
+     "clean\"",
+     &makeWatch},
     {"pack", "makes a package from a folder", "kelvane pack standards standards.kvz", &makePack},
+    {"report", "a report as an aligned table", "kelvane report reports/masses.csv --columns", &makeReport},
     {"log", "a log as a tree", "kelvane log workspace/kelvane.log --level 1", &makeLog},
+    {"vault", "a PDM folder: makes it, lists it, shows who has what", "kelvane vault /srv/plm --create", &makeVault},
 };
 
 // Options that every verb has.
@@ -127,9 +133,10 @@ int dispatch(const std::vector<std::string>& given, Console& console, const Term
 
 }  // namespace
 
-int program(const std::vector<std::string>& given, std::ostream& out, std::ostream& err, Terminals terminals) {
+int program(const std::vector<std::string>& given, std::ostream& out, std::ostream& err, Terminals terminals,
+            std::istream* in) {
   const os::SurroundingsGuard surroundings;
-  Console console(out, err);
+  Console console(out, err, in);
   int code = kCouldNot;
   try {
     code = dispatch(given, console, terminals);

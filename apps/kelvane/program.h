@@ -12,6 +12,8 @@ struct Terminals {
   bool out = false, err = false;
 };
 // words: without the program's own name. The machine's surroundings are as before when it returns.
-int program(const std::vector<std::string>& words, std::ostream& out, std::ostream& err, Terminals terminals = {});
+// in: standard input; null: there is none.
+int program(const std::vector<std::string>& words, std::ostream& out, std::ostream& err, Terminals terminals = {},
+            std::istream* in = nullptr);
 
 }  // namespace kelvane

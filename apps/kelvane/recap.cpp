@@ -1,5 +1,7 @@
 #include "kelvane/recap.h"
 
+#include <nlohmann/json.hpp>
+
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -11,6 +13,12 @@ std::string recapLine(const Recap& recap, const std::string& word) {
              L"  models=%d changed=%d unchanged=%d skipped=%d failed=%d saved=%d  errors=%d warnings=%d  seconds=%.1f",
              recap.models, recap.changed, recap.unchanged, recap.skipped, recap.failed, recap.saved, recap.errors,
              recap.warnings, recap.seconds));
+}
+
+nlohmann::ordered_json recapNumbers(const Recap& recap) {
+  return {{"models", recap.models},   {"changed", recap.changed},   {"unchanged", recap.unchanged},
+          {"skipped", recap.skipped}, {"failed", recap.failed},     {"saved", recap.saved},
+          {"errors", recap.errors},   {"warnings", recap.warnings}, {"seconds", recap.seconds}};
 }
 
 }  // namespace kelvane

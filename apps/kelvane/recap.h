@@ -1,6 +1,7 @@
 // What a run came to.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 namespace kelvane {
@@ -9,7 +10,7 @@ struct Recap {
   int models = 0;   // rows that were chosen, and documents that can't be read
   int changed = 0;  // models whose document has another content now, or in a dry run would have
   int unchanged = 0;
-  int skipped = 0;               // the list worked them before
+  int skipped = 0;               // the list worked them before, or they can't be modified
   int failed = 0;                // they couldn't be worked, or not be saved
   int saved = 0;                 // documents written, each counted once
   int errors = 0, warnings = 0;  // lines of the log
@@ -18,5 +19,7 @@ struct Recap {
 
 // "done  models=120 changed=37 unchanged=80 skipped=2 failed=1 saved=37  errors=3 warnings=12  seconds=4.2"
 std::string recapLine(const Recap& recap, const std::string& word);
+// The same numbers by their names.
+nlohmann::ordered_json recapNumbers(const Recap& recap);
 
 }  // namespace kelvane

@@ -1,4 +1,5 @@
 // kelvane run: a list of a package on the models of a folder.
+#include "kelvane/run_option_rows.h"
 #include "kelvane/run_work.h"
 #include "kelvane/verb.h"
 
@@ -9,7 +10,7 @@ class Run : public Verb {
  public:
   std::vector<OptionRow> options() override {
     RunOptions& o = options_;
-    return {
+    std::vector<OptionRow> rows = {
         {"package", "PACKAGE", "a .kvz, or a folder of that layout", &o.package},
         {"list", "LIST", "an action list of it, with or without .xml", &o.list},
         {"folder", "DIR", "folder of models", &o.folder},
@@ -28,15 +29,19 @@ class Run : public Verb {
         {"-n,--dry-run", "", "writes nothing and prints what would change", &o.dryRun},
         {"--collect", "OUTDIR", "copies every file that the run wrote there", &o.collect},
         // surroundings
-        {"--config", "DIR", "a folder with kvd_main.cfg", &o.config},
-        {"--set", "KVD_KEY=VALUE", "a key of the configuration", &o.settings},
-        {"--creo-option", "NAME=VALUE", "an option of Creo's own configuration", &o.creoOptions},
+        {"--vault", "VAULT", "a PDM folder whose workspace the folder of models is; the first one is active",
+         &o.vaults},
+        {"--workspace", "NAME", "the workspace's name; without it that of the folder", &o.workspace},
+        {"--user", "NAME", "who works; without it who is logged in", &o.user},
+        {"--check-out", "", "checks the chosen models out before the run, as its button does", &o.checkOut},
+        {"--answer", "NAME=VALUE", "answers the list's question for that variable", &o.answers},
+        {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
+        {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
-        {"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &o.events},
-        {"--trace", "", "every operation too among the events", &o.trace},
-        {"--max-errors", "N", "shows at most N error lines; 0 shows all", &o.maxErrors},
     };
+    for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());
+    return rows;
   }
   int run(Console& console) override { return runList(options_, console); }
 

@@ -12,8 +12,8 @@ namespace kelvane {
 namespace {
 
 // A run has its own folders, and needs the tool itself and not only its triggers.
-constexpr const char* kOwnLines =
-    "kvd_kvz_path=p:\\\nkvd_temp_path=t:\\\nkvd_start_trigger_without_kvd=0\nkvd_breakpoint=0\n";
+constexpr const char* kOwnLines = "kvd_temp_path=t:\\\nkvd_start_trigger_without_kvd=0\nkvd_breakpoint=0\n";
+constexpr const char* kOwnPackage = "kvd_kvz_path=p:\\\n";
 
 // A last line without its line feed would not be evaluated.
 std::string whole(std::string content) {
@@ -61,6 +61,7 @@ std::string configText(const RunOptions& options) {
   std::string text = fileText(installationFolder() + "/conf", false);
   if (!options.config.empty()) text += fileText(options.config, true);
   text += kOwnLines;
+  if (!options.package.empty()) text += kOwnPackage;
   // Without a site's configuration a run is the same for every user.
   if (options.config.empty()) text += "kvd_no_user_cfg=1\n";
   for (const std::string& setting : options.settings) text += settingLine(setting);

@@ -9,8 +9,9 @@
 
 namespace kelvane {
 
-// What kvd_main.cfg of a run holds: the installed one, that of --config, the run's own folders, then --set; a later
-// line wins. A Fault for a key that isn't known or a folder without the file.
+// What kvd_main.cfg of a run holds: the installed one, that of --config, the run's own folders (that of
+// packages where the options name one), then --set; a later line wins. A Fault for a key that isn't known or a folder
+// without the file.
 std::string configText(const RunOptions& options);
 
 // Names and values of --creo-option, in the order given. A Fault for one without a name or a "=".

@@ -83,6 +83,11 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   return choice;
 }
 
+void RunDriver::checkOut() {
+  require(session_.ui().press(kTool, "kvaneCheckout"), "check-out can't be pressed");
+  session_.settle();
+}
+
 void RunDriver::start() {
   require(session_.ui().press(kTool, "kvaneStart"), "start can't be pressed");
   session_.settle();

@@ -28,6 +28,9 @@ class RunDriver {
   // Sets the rows' check marks as the options say.
   Choice choose(const RunOptions& options);
 
+  // Checks out the models of the checked rows, as the tool's button does.
+  void checkOut();
+
   // Presses start and waits until everything is done.
   void start();
 

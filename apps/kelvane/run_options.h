@@ -26,6 +26,11 @@ struct RunOptions {
   std::string config;
   std::vector<std::string> settings;     // "kvd_log_level=8"
   std::vector<std::string> creoOptions;  // "pro_format_dir=d:\\formats"
+  std::vector<std::string> vaults;       // the first one is the active server
+  std::string workspace, user;           // empty: the models' folder's name, and the user's
+  bool checkOut = false;                 // the chosen rows, before the run
+  std::vector<std::string> answers;      // "MATERIAL=steel"
+  bool noPrograms = false, noWeb = false;
 
   // Output.
   std::string log, events;

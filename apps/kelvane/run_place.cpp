@@ -11,7 +11,9 @@
 #include "kelvane/package_source.h"
 #include "kelvane/places.h"
 #include "kelvane/run_config.h"
+#include "kelvane/vault_place.h"
 #include "os/processes.h"
+#include "os/program.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -66,12 +68,61 @@ void requireReadable(const PackageSource& package, const std::string& list) {
   if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
 }
 
+// Before a copy of the models is made: a vault that isn't there, and what only makes sense with one.
+void requireVaults(const RunOptions& options) {
+  for (const std::string& vault : options.vaults) (void)systemFolder(vault);
+  const bool asked = options.checkOut || !options.workspace.empty() || !options.user.empty();
+  if (asked && options.vaults.empty()) throw Fault("--workspace, --user and --check-out need a --vault");
+}
+
+std::vector<headless::VaultConnection> connections(const RunOptions& options, const std::string& models) {
+  std::vector<headless::VaultConnection> vaults;
+  for (const std::string& vault : options.vaults)
+    vaults.push_back(connection(vault, options.workspace, options.user, models));
+  return vaults;
+}
+
 void makeFolders(const std::string& work) {
   for (const char* name : {"packages", "temp", "temp/conf"}) {
     std::error_code error;
     fs::create_directories(fs::path(work) / name, error);
     if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
   }
+}
+
+// The script that turns workbooks into CSV files: the site's, else the installation's for this system. A run without
+// one says so where a workbook is read.
+void placeScript(const RunOptions& options, const std::string& work) {
+  constexpr const char* kScript = "xls2csv.vbs";
+  const fs::path target = fs::path(work) / "temp/conf" / kScript, installation = installationFolder();
+  std::error_code error;
+  fs::remove(target, error);
+  for (const fs::path& folder : {fs::path(options.config), installation / os::systemName() / "conf"}) {
+    if (folder.empty() || !fs::exists(folder / kScript, error)) continue;
+    fs::copy_file(folder / kScript, target, error);  // it stays executable
+    if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
+    return;
+  }
+}
+
+// Locks the folder of models, mounts the letters, places the package if there is one, writes the configuration.
+void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
+                const PackageSource* package) {
+  place.models = mountModels(models);
+  const std::string work = workFolder(models);
+  makeFolders(work);
+  if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
+  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+
+  os::mounts().set(L'p', work + "/packages");
+  os::mounts().set(L't', work + "/temp");
+  os::mounts().set(L'i', installationFolder());
+  if (package) placePackage(options.package, *package, work);
+  if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
+    throw Fault("the temp folder " + work + " can't be written: " + error.message());
+  }
+  placeScript(options, work);
+  os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
 }
 
 }  // namespace
@@ -88,23 +139,30 @@ RunPlace prepareRun(const RunOptions& options) {
   }
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
-
+  place.answers = answersTo(questionsOf(*package, place.list), options.answers);
+  requireVaults(options);
   const std::string models = modelsFolder(options);
-  place.models = mountModels(models);
-  const std::string work = workFolder(models);
-  makeFolders(work);
-  if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
-  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
-
-  os::mounts().set(L'p', work + "/packages");
-  os::mounts().set(L't', work + "/temp");
-  os::mounts().set(L'i', installationFolder());
-  placePackage(options.package, *package, work);
-  if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
-    throw Fault("the temp folder " + work + " can't be written: " + error.message());
-  }
-  os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
+  place.vaults = connections(options, models);
+  putInPlace(place, options, models, config, package.get());
   return place;
+}
+
+RunPlace prepareWatch(const RunOptions& options) {
+  RunPlace place;
+  std::unique_ptr<PackageSource> package;
+  if (!options.package.empty()) package = openPackage(options.package);
+  const std::string config = configText(options);
+  place.creoOptions = creoOptions(options);
+  putInPlace(place, options, modelsFolder(options), config, package.get());
+  return place;
+}
+
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
+  headless::SessionOptions session;
+  session.modelFolder = place.models;
+  session.textFolder = L"i:\\text\\";
+  session.withholdSaves = !options.writesModels();
+  return session;
 }
 
 }  // namespace kelvane

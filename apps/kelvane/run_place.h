@@ -6,6 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "headless/session/session.h"
+#include "headless/vault/servers.h"
+#include "kelvane/answers.h"
 #include "kelvane/run_options.h"
 #include "os/lock.h"
 
@@ -18,11 +21,19 @@ struct RunPlace {
   std::string list;     // "clean.xml"
   std::string filter;   // empty: none
   std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
+  std::vector<headless::VaultConnection> vaults;
+  std::vector<Answer> answers;  // to the list's questions
   std::vector<std::unique_ptr<os::FileLock>> locks;
 };
 
 // Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or
 // another run works on the folder.
 RunPlace prepareRun(const RunOptions& options);
+// The same without a list, and without a package where the options name none: triggers then take theirs from the
+// package folder of the configuration.
+RunPlace prepareWatch(const RunOptions& options);
+
+// The session of such a place.
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place);
 
 }  // namespace kelvane

@@ -1,5 +1,7 @@
 #include "kelvane/run_watch.h"
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
@@ -7,11 +9,12 @@
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/interrupt.h"
-#include "kelvane/log_lines.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
 #include "os/surroundings.h"
+#include "reports/csv_report.h"
 #include "text/encoding.h"
+#include "text/units.h"
 
 namespace kelvane {
 namespace {
@@ -28,8 +31,17 @@ std::wstring versionBefore(const std::wstring& path, int version) {
 
 }  // namespace
 
+void leaveOut(headless::Session& session, const std::vector<std::string>& rows) {
+  for (const std::string& row : rows) session.ui().setCheck(core::pluginState().dialogName, row + "_cb", false);
+}
+
 RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events)
-    : session_(session), options_(options), console_(console), events_(events), progress_(console) {
+    : session_(session),
+      options_(options),
+      console_(console),
+      events_(events),
+      progress_(console),
+      log_(console, events, options.maxErrors) {
   session_.observe(this);
 }
 
@@ -41,8 +53,10 @@ void RunWatch::begin(std::vector<std::string> rows) {
 }
 
 void RunWatch::message(const std::wstring& text) {
-  // A document that can't be read or written; all other lines are in the log or the events.
-  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) tellTrouble(readable(text));
+  // A document that can't be read or written, a vault that can't be had; all other lines are in the log or the events.
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\") || text.starts_with(L"the vault ")) {
+    tellTrouble(readable(text));
+  }
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
 
@@ -87,16 +101,27 @@ void RunWatch::finishModel(const std::string& row) {
   Worked worked{row, row, !model};
   if (model) {
     worked.document = labelOf(*session_.models().find(model.value)->document);
+    worked.passedOver = isPassedOver(model.value);
     worked.failed = !keepHistory(model.value, worked.document);
   }
-  followLog();
+  log_.follow();
   compareSaved();
   const bool changed = changes_.contains(worked.document);
-  const std::string outcome = worked.failed ? "failed" : changed ? "changed" : "unchanged";
+  const std::string outcome = worked.failed       ? "failed"
+                              : worked.passedOver ? "skipped"
+                              : changed           ? "changed"
+                                                  : "unchanged";
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
+  for (const auto& report : reports::reportRegistry().all())
+    if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
   worked_.push_back(std::move(worked));
   progress_.step(static_cast<int>(done_), row, outcome);
-  stopIfAsked();
+  if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
+}
+
+bool RunWatch::isPassedOver(creo::ProMdl model) const {
+  const headless::ModelDocument& held = *session_.models().find(model)->document;
+  return (held.record.readOnly || held.closed) && core::pluginState().checkModifiable;
 }
 
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
@@ -104,8 +129,9 @@ bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
   headless::Models& models = session_.models();
   const headless::ModelDocument& held = *models.find(model)->document;
   // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
-  const bool wasPassedOver = held.record.readOnly && core::pluginState().checkModifiable;
-  if (!held.isModified(nullptr) || wasPassedOver || options_.save == "none") return true;
+  // The vault has what the list checked in; what it left closed was passed over.
+  if (held.closed) return true;
+  if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (saved_.contains(document)) {
     const bool good = models.saveReplacing(model) == creo::ProNoError;
     noteWritten(document);
@@ -124,56 +150,41 @@ ModelChanges RunWatch::changesOf(const std::string& label, const Document& docum
 void RunWatch::compareSaved() {
   for (const std::string& name : uncompared_) {
     ModelChanges changes = changesOf(name, saved_[name]);
-    tellChanges(changes);
+    tell(events_, changes);
     changes_.erase(name);
     if (changes.any()) changes_.emplace(name, std::move(changes));
   }
   uncompared_.clear();
 }
 
-void RunWatch::tellChanges(const ModelChanges& changes) {
-  if (!events_.on()) return;
-  if (changes.presence == Presence::onlyAfter) events_.tell("created", {{"model", changes.model}});
-  for (const headless::Change& change : changes.changes) {
-    events_.tell("changed", {{"model", changes.model},
-                             {"path", text::toUtf8(change.path)},
-                             {"old", text::toUtf8(change.before)},
-                             {"new", text::toUtf8(change.after)}});
-  }
-}
-
-void RunWatch::followLog() {
-  for (const std::wstring& line : log_.more(core::pluginState().logFile)) {
-    const std::vector<LogLine> taken = logLines(line);
-    if (taken.empty()) continue;
-    const std::string text = text::toUtf8(taken[0].text);
-    if (events_.on()) events_.tell("log", {{"level", taken[0].level}, {"text", text}});
-    if (taken[0].level != 2) continue;
-    const bool shows = options_.maxErrors == 0 || shownErrors_ < options_.maxErrors;
-    ++(shows ? shownErrors_ : hiddenErrors_);
-    if (shows) console_.trouble("error: " + text);
-  }
-}
-
-// The rows that are left lose their check mark, so that the run comes to its own end: Foot, reports closed.
-void RunWatch::stopIfAsked() {
-  if (Interrupt::code() == 0) return;
-  const std::string& dialog = core::pluginState().dialogName;
-  for (std::size_t i = done_; i < rows_.size(); ++i) session_.ui().setCheck(dialog, rows_[i] + "_cb", false);
+// A macro step that nothing was done for is no part of the log: the plug-in can't know.
+void RunWatch::tellUnknownSteps() {
+  constexpr std::size_t kMost = 20, kLength = 300;
+  const std::vector<std::wstring>& steps = session_.unknownSteps();
+  for (std::size_t i = 0; i < std::min(steps.size(), kMost); ++i)
+    console_.trouble("warning: nothing was done for the macro step: " + text::toUtf8(text::cut(steps[i], kLength)));
+  if (steps.size() > kMost)
+    console_.trouble("... and for " + std::to_string(steps.size() - kMost) + " more; --events FILE has them all");
 }
 
 void RunWatch::end(Recap& recap) {
-  followLog();
+  log_.follow();
   compareSaved();
   running_ = false;
-  if (hiddenErrors_ > 0) console_.trouble("... and " + std::to_string(hiddenErrors_) + " more error lines in the log");
+  tellUnknownSteps();
+  log_.tellHidden();
+  std::string passedOver;
   for (const Worked& worked : worked_) {
     if (worked.failed) {
       ++recap.failed;
+    } else if (worked.passedOver) {
+      ++recap.skipped;
+      passedOver += (passedOver.empty() ? "" : ", ") + worked.row;
     } else {
       ++(changes_.contains(worked.document) ? recap.changed : recap.unchanged);
     }
   }
+  if (!passedOver.empty()) console_.note("warning: passed over, as it can't be modified: " + passedOver);
   recap.models += static_cast<int>(worked_.size());
   recap.saved = static_cast<int>(saved_.size());
   recap.seconds = progress_.seconds();

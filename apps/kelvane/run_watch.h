@@ -10,12 +10,16 @@
 #include "headless/session/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/events.h"
-#include "kelvane/log_follower.h"
+#include "kelvane/log_teller.h"
 #include "kelvane/progress.h"
 #include "kelvane/recap.h"
 #include "kelvane/run_options.h"
 
 namespace kelvane {
+
+// Takes the check marks from rows that haven't had their turn, so that the run comes to its own end: Foot, reports
+// closed.
+void leaveOut(headless::Session& session, const std::vector<std::string>& rows);
 
 class RunWatch : public headless::SessionObserver {
  public:
@@ -36,6 +40,8 @@ class RunWatch : public headless::SessionObserver {
   // By name of the document, those that differ.
   [[nodiscard]] const std::map<std::string, ModelChanges>& changes() const { return changes_; }
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
+  // Names of the files of reports that lost what they held.
+  [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }
   // True for a path of a model's document that was saved.
   [[nodiscard]] bool isModel(const std::wstring& path) const { return paths_.contains(path); }
 
@@ -50,23 +56,23 @@ class RunWatch : public headless::SessionObserver {
   struct Worked {
     std::string row, document;
     bool failed = false;
+    bool passedOver = false;  // it can't be modified
   };
 
   void finishModel(const std::string& row);
+  [[nodiscard]] bool isPassedOver(creo::ProMdl model) const;
   bool keepHistory(creo::ProMdl model, const std::string& document);
   void noteWritten(const std::string& name);
   void compareSaved();
   ModelChanges changesOf(const std::string& label, const Document& document) const;
-  void tellChanges(const ModelChanges& changes);
-  void followLog();
-  void stopIfAsked();
+  void tellUnknownSteps();
 
   headless::Session& session_;
   const RunOptions& options_;
   Console& console_;
   Events& events_;
   Progress progress_;
-  LogFollower log_;
+  LogTeller log_;
   std::vector<std::string> rows_;
   std::size_t done_ = 0;
   std::vector<Worked> worked_;
@@ -74,8 +80,8 @@ class RunWatch : public headless::SessionObserver {
   std::set<std::string> uncompared_;
   std::set<std::string> told_;
   std::set<std::wstring> paths_;
+  std::set<std::string> reportsBegunAnew_;
   std::map<std::string, ModelChanges> changes_;
-  int shownErrors_ = 0, hiddenErrors_ = 0;
   bool running_ = false;
 };
 

@@ -3,12 +3,14 @@
 #include <nlohmann/json.hpp>
 
 #include "core/log.h"
+#include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/model_graph.h"
 #include "kelvane/places.h"
 #include "kelvane/recorded_files.h"
+#include "kelvane/run_doors.h"
 #include "kelvane/run_driver.h"
 #include "kelvane/run_files.h"
 #include "kelvane/run_place.h"
@@ -47,18 +49,10 @@ std::string withheldLine(const std::wstring& line) {
 
 bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd_log - "); }
 
-headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
-  headless::SessionOptions session;
-  session.modelFolder = place.models;
-  session.textFolder = L"i:\\text\\";
-  session.withholdSaves = !options.writesModels();
-  return session;
-}
-
 class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
-      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun) {
+      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
     if (!options.events.empty()) events_.open(options.events);
   }
 
@@ -70,6 +64,11 @@ class RunWork {
     if (starts.empty()) starts = graph.starts();
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
+    for (const auto& vault : place_.vaults) {
+      const std::wstring reason = session.state().servers.connect(vault);
+      if (!reason.empty()) throw Fault(text::toUtf8(reason));
+    }
+    const Answerer answerer(session, place_.answers, console_);
     RunWatch watch(session, options_, console_, events_);
     tellTrouble(trouble, watch);
     if (starts.empty()) {
@@ -80,7 +79,7 @@ class RunWork {
     session.trace(options_.trace && events_.on());
     const int code = drive(session, watch, starts);
     session.observe(nullptr);
-    return code;
+    return code == kFine && answerer.troubled() ? kErrors : code;
   }
 
  private:
@@ -110,14 +109,26 @@ class RunWork {
       return finish(0);
     }
     files_.recorded->forgetAll();
+    if (options_.checkOut) driver.checkOut();
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
     recap_.errors = core::logCounts().errors;
     recap_.warnings = core::logCounts().warnings;
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
-    showResults(watch);
+    tellWhatReportsLack(watch, choice.skipped);
+    showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.
+  void tellWhatReportsLack(const RunWatch& watch, int workedBefore) {
+    if (workedBefore == 0 || watch.reportsBegunAnew().empty()) return;
+    std::string all;
+    for (const std::string& name : watch.reportsBegunAnew()) all += (all.empty() ? "" : ", ") + name;
+    console_.trouble("warning: " + std::to_string(workedBefore) + (workedBefore == 1 ? " model is" : " models are") +
+                     " missing in reports that begin anew (" + all + "), as an earlier run of this list worked " +
+                     (workedBefore == 1 ? "it" : "them"));
   }
 
   // Empty, or why the run didn't come to its end; its log and its recap are wanted all the same.
@@ -139,12 +150,17 @@ class RunWork {
     return files;
   }
 
-  void showResults(const RunWatch& watch) {
+  void showResults(headless::Session& session, const RunWatch& watch) {
     if (options_.dryRun) {
       for (const auto& [name, changes] : watch.changes()) show(console_, changes);
+      for (const std::wstring& line : session.state().servers.withheld()) {
+        console_.result("would " + text::toUtf8(line));
+      }
       for (const std::wstring& line : files_.dry->withheld()) {
         console_.result("would " + withheldLine(line));
       }
+      for (const std::wstring& line : RunDoors::withheld()) console_.result("would " + text::toUtf8(line));
+      for (const std::string& request : doors_.requests()) console_.result("would send " + request);
     }
     log_ = keepLog(watch.logFile(), options_, place_.models, console_, troubled_);
     const std::vector<std::wstring> files = listFiles(watch);
@@ -168,17 +184,7 @@ class RunWork {
   int finish(int code) {
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
-    if (events_.on()) {
-      events_.tell("recap", {{"models", recap_.models},
-                             {"changed", recap_.changed},
-                             {"unchanged", recap_.unchanged},
-                             {"skipped", recap_.skipped},
-                             {"failed", recap_.failed},
-                             {"saved", recap_.saved},
-                             {"errors", recap_.errors},
-                             {"warnings", recap_.warnings},
-                             {"seconds", recap_.seconds}});
-    }
+    if (events_.on()) events_.tell("recap", recapNumbers(recap_));
     if (code != 0) return code;
     return troubled_ || recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
   }
@@ -187,6 +193,7 @@ class RunWork {
   Console& console_;
   RunPlace place_;
   RunFiles files_;
+  RunDoors doors_;
   Events events_;
   Recap recap_;
   std::string log_;

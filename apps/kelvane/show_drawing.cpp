@@ -78,6 +78,13 @@ Section symbolsOf(const ModelRecord& record) {
   return section;
 }
 
+Section detailOptionsOf(const ModelRecord& record) {
+  Section section{"detail options", {}};
+  for (const headless::DetailOptionRecord& option : record.detailOptions)
+    section.rows.push_back({option.name, option.value});
+  return section;
+}
+
 }  // namespace
 
 std::vector<Section> drawingSections(creo::ProMdl drawing) {
@@ -87,6 +94,7 @@ std::vector<Section> drawingSections(creo::ProMdl drawing) {
   std::vector<Section> sections = {sheetsOf(*model->document)};
   for (const headless::TableRecord& table : record.tables) sections.push_back(tableOf(drawing, table));
   sections.push_back(symbolsOf(record));
+  sections.push_back(detailOptionsOf(record));
   return sections;
 }
 

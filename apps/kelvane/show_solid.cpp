@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "creo/ProSolid.h"
-#include "headless/model/bodies.h"
+#include "headless/model/density.h"
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
@@ -110,9 +110,10 @@ Section bodyOf(const headless::Model& model) {
   Section section{"body", {}};
   const auto mass = creo::ProSolidMassPropertyGet(model.handle);
   if (!mass) return section;
-  const headless::SystemUnits units = headless::unitsOf(model.document->record.units);
-  const std::string length(units.length), weight(units.mass);
-  const bool guessed = model.type() == creo::ProMdlType::part && !headless::densityOf(model);
+  const std::string& system = model.document->record.units;
+  const std::string length(headless::systemUnit(system, creo::ProUnitType::length));
+  const std::string weight(headless::systemUnit(system, creo::ProUnitType::mass));
+  const bool guessed = model.type() == creo::ProMdlType::part && !headless::materialDensity(model);
   const auto& of = mass.value;
   section.rows = {{"mass", rounded(of.mass) + " " + weight, guessed ? "its material has no density: 1" : ""},
                   {"volume", rounded(of.volume) + " " + length + "^3"},

@@ -72,16 +72,20 @@ class Judge {
     const std::string wanted = wantedVersion(verdict.type), given = text::toUtf8(valueOf(node, L"version"));
     if (given != wanted)
       return void(verdict.reason = "its version is '" + given + "', this version carries out '" + wanted + "'");
-    verdict.runs = isOpenGroup(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
+    verdict.runs = asksNothing(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
     if (verdict.runs && verdict.type == "groupActions" && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
       verdict.runs = false;
       verdict.reason = "there is no such rework mode";
     }
   }
 
-  // A group for all kinds of models, without a filter of its own, doesn't ask.
-  static bool isOpenGroup(const XmlNode& node, const std::string& type) {
-    if (type != "groupActions" || valueOf(node, L"forEF") == L"true") return false;
+  // Some actions run on whatever there is, as what opens or writes a report; some ask only where they are told not to
+  // run on all kinds of models.
+  static bool asksNothing(const XmlNode& node, const std::string& type) {
+    if (type == "clearAllWindows" || type == "eraseUndisplayedModels") return true;
+    if (type == "openCSVReport" || type == "writeListReport") return true;
+    if (type != "groupActions" && type != "runMapkey" && type != "runTrailfile") return false;
+    if (valueOf(node, L"forEF") == L"true") return false;
     for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW"}) {
       if (valueOf(node, name) == L"false") return false;
     }

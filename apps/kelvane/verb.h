@@ -49,7 +49,10 @@ std::unique_ptr<Verb> makeModels();
 std::unique_ptr<Verb> makeShow();
 std::unique_ptr<Verb> makeNew();
 std::unique_ptr<Verb> makeDiff();
+std::unique_ptr<Verb> makeWatch();
 std::unique_ptr<Verb> makePack();
+std::unique_ptr<Verb> makeReport();
 std::unique_ptr<Verb> makeLog();
+std::unique_ptr<Verb> makeVault();
 
 }  // namespace kelvane

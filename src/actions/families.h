@@ -20,14 +20,39 @@ std::span<const Family> allFamilies();
 // clang-format off
 std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
 std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
+std::span<const ActionFunction> configOptionActions();  // environment/config_options.cpp
+std::span<const ActionFunction> macroActions();  // environment/mapkeys.cpp
+std::span<const ActionFunction> trailFileActions();  // environment/trail_file.cpp
+std::span<const ActionFunction> programActions();  // environment/programs.cpp
+std::span<const ActionFunction> sessionActions();  // environment/session.cpp
+std::span<const ActionFunction> detailOptionActions();  // environment/detail_options.cpp
+std::span<const ActionFunction> insertPositionActions();  // environment/insert_position.cpp
 std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
 std::span<const ActionFunction> boundingBoxActions();  // environment/bounding_box.cpp
+std::span<const ActionFunction> pdmActions();  // environment/pdm.cpp
+std::span<const ActionFunction> questionActions();  // environment/question.cpp
+std::span<const ActionFunction> webRequestActions();  // environment/web_request.cpp
 std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const ActionFunction> parameterActions();  // model/parameters.cpp
 std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
 std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
+std::span<const ActionFunction> editFromTableActions();  // model/edit_from_table.cpp
+std::span<const ActionFunction> editFromFileActions();  // model/edit_from_file.cpp
+std::span<const ActionFunction> drawingParameterActions();  // model/drawing_parameters.cpp
+std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
+std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
+std::span<const ActionFunction> modelDataReportActions();  // reports/report_model_data.cpp
+std::span<const ActionFunction> universalReportActions();  // reports/report_universal.cpp
+std::span<const ActionFunction> familyTableReportActions();  // reports/report_family_table.cpp
+std::span<const ActionFunction> parameterReportActions();  // reports/report_parameters.cpp
+std::span<const ActionFunction> materialReportActions();  // reports/report_materials.cpp
+std::span<const ActionFunction> layerReportActions();  // reports/report_layer.cpp
+std::span<const ActionFunction> dependencyReportActions();  // reports/report_dependencies.cpp
+std::span<const ActionFunction> relationReportActions();  // reports/report_relations.cpp
+std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
+std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 // clang-format on
 

@@ -2,6 +2,7 @@
 
 #include "core/config.h"
 #include "core/messages.h"
+#include "core/web_settings.h"
 #include "os/paths.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -47,6 +48,12 @@ void beforeSaveConf(PluginState& state, const std::wstring& value) {
   if (digits.size() >= 5) digits[4] = L'1';
 }
 void language(PluginState&, const std::wstring& value) { setLanguage(text::equalNoCase(value, L"de") ? L"de" : L"en"); }
+
+// A number below 1 would be no limit at all.
+void urlTimeout(PluginState&, const std::wstring& value) {
+  if (const int seconds = text::parseInt(value); seconds > 0) webSettings().timeoutSeconds = seconds;
+}
+void urlVerify(PluginState&, const std::wstring& value) { webSettings().verifyCertificates = value == L"1"; }
 
 constexpr auto kKeys = std::to_array<ConfigKey>({
     // key, short name, source slot, what it sets
@@ -123,10 +130,17 @@ constexpr auto kKeys = std::to_array<ConfigKey>({
     {L"kvd_check_parameter_value", L"", -1, text<&PluginState::checkParameterValue>},
     {L"kvd_lang", L"lang", 35, language},
     {L"kvd_write_welcome_message", L"writeWelcomeMessage", 36, number<&PluginState::writeWelcomeMessage>},
+    {L"kvd_url_timeout", L"", -1, urlTimeout},
+    {L"kvd_url_verify", L"", -1, urlVerify},
     {L"kvd_log_as_tree", L"logType", 37, number<&PluginState::logType>},
 });
 
 }  // namespace
+
+WebSettings& webSettings() {
+  static WebSettings settings;
+  return settings;
+}
 
 std::span<const ConfigKey> configKeys() { return kKeys; }
 

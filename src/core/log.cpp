@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "core/log_silence.h"
 #include "core/log_view.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -31,6 +32,7 @@ struct Log {
   int groupDepth = 0;
   int actionCounter = 0;
   LogCounts counts;
+  int silences = 0;
 };
 
 Log& log() {
@@ -104,7 +106,7 @@ void count(int level) {
 
 void logWrite(std::wstring_view text, int level) {
   PluginState& state = pluginState();
-  if (level == kDebug && state.noDebugInLogFile == 1) return;
+  if (log().silences > 0 || (level == kDebug && state.noDebugInLogFile == 1)) return;
   count(level);
   const std::wstring line = oneLine(formatted(text, level));
   if (state.logToTextArea == 1) {
@@ -142,6 +144,9 @@ void logIndented(std::wstring_view text, int level, int depth) {
 
 void logMsgId(int id, int level, int depth) { logIndented(msgText(id), level, depth); }
 void logMsgPlain(int id, int level) { logWrite(msgText(id), level); }
+
+LogSilence::LogSilence() { ++log().silences; }
+LogSilence::~LogSilence() { --log().silences; }
 
 void logEnterGroup(std::wstring_view prefix) {
   log().groupPrefix.append(prefix);

@@ -9,6 +9,7 @@
 #include "core/menu.h"
 #include "core/messages.h"
 #include "core/state.h"
+#include "core/web_settings.h"
 #include "creo/ProUI.h"
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
@@ -122,6 +123,7 @@ void endPlugin() {
   }
   engine::resetModelTable();
   logReset();
+  webSettings() = {};
   pluginState().reset();
 }
 

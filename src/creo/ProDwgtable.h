@@ -25,6 +25,8 @@ Got<int> ProDwgtableRowsCount(const ProDwgtable& table);
 // The lines of a cell; an empty cell has none.
 Got<std::vector<std::wstring>> ProDwgtableCelltextGet(const ProDwgtable& table, int column, int row,
                                                       ProDwgtableText mode);
+// Does the table come from the sheet's format?
+Got<bool> ProDwgtableIsFromFormat(const ProDwgtable& table);
 // The numbers of the models that the table's repeat regions refer to, as in "&model_name:2"; each once.
 Got<std::vector<int>> ProDwgtableRegionModelsGet(const ProDwgtable& table);
 

@@ -23,10 +23,18 @@ struct ProFamtableItem {
 ProError ProSolidFamtableCheck(ProMdl solid);
 // ProNotFound: the solid has no family table.
 Got<ProFamtable> ProFamtableInit(ProMdl solid);
+// ProNoError: the table has rows, and each of them can be read. ProNotFound: no rows; ProGeneralError: a row can't be
+// read, the message area has the reason.
+ProError ProFamtableCheck(const ProFamtable& table);
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor);
 // Was the instance regenerated and found good? 0 is a yes.
 enum class ProVerification : int { verified = 0, failed = 1, notVerified = 2 };
 Got<ProVerification> ProFaminstanceIsVerified(const ProFaminstance& instance);
+// A locked instance can't be changed.
+enum class ProInstanceLock : int { none = 0, locked = 1 };
+Got<ProInstanceLock> ProFaminstanceCheck(const ProFaminstance& instance);
+// The instance as a model, where it is in memory. ProNotFound: it isn't.
+Got<ProMdl> ProFaminstanceMdlGet(const ProFaminstance& instance);
 // Builds the instance in memory, also one that lies on disk. ProGeneralError: the row can't be built.
 Got<ProMdl> ProFaminstanceCreate(const ProFaminstance& instance);
 // The instance as a model in memory; it shares the generic's document. ProGeneralError: the row can't be built.

@@ -7,6 +7,8 @@ namespace creo {
 
 // Creo's number of the feature type of an assembly's component.
 constexpr int kComponentFeature = 1000;
+// That of a pattern.
+constexpr int kPatternFeature = 1232;
 
 enum class ProFeatureStatus : int {
   active = 0,
@@ -17,6 +19,9 @@ enum class ProFeatureStatus : int {
   suppressed = 5,
   unregenerated = 6,
 };
+
+// Creo's number of a parameter among model items.
+constexpr auto kParameterItem = static_cast<ProItemType>(240);
 
 struct ProFeature {
   ProMdl owner;
@@ -39,6 +44,10 @@ Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature);
 // Its number in the tree, from 1.
 Got<int> ProFeatureNumberGet(const ProFeature& feature);
 Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature);
+// Does the model tree show it? Creo keeps some features to itself.
+Got<bool> ProFeatureVisibilityGet(const ProFeature& feature);
+// Is the pattern one of a group, not of a single feature?
+Got<bool> ProFeatureGrppatternStatusGet(const ProFeature& pattern);
 // Does it have geometry checks, such as tiny edges?
 Got<bool> ProFeatureHasGeomchks(const ProFeature& feature);
 // How many sketches it has.
@@ -49,5 +58,13 @@ Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature
 // The model of a component. ProBadInputs: no component; ProNotFound: its model can't be retrieved.
 Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component);
 Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
+// What a flexible component varies: items of its model; kParameterItem for a parameter, which is there by name.
+// ProBadInputs: no component; ProNotFound: nothing varies, or its model can't be retrieved.
+ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
+
+// New features come behind this one until insert mode is cancelled; behind the last feature insert mode is off.
+ProError ProFeatureInsertModeActivate(const ProFeature& feature);
+// New features come at the end again. resume: those behind the place come back. ProNotFound: insert mode is off.
+ProError ProInsertModeCancel(ProMdl solid, bool resume);
 
 }  // namespace creo

@@ -6,11 +6,14 @@
 namespace creo {
 
 // Name and place of a model. type is upper case ("PRT"). A model on disk has a device that is never empty ("d"), the
-// path has its closing backslash ("\models\"); version is the number of the file that was read, 0 for a new model.
+// path has its closing backslash ("\models\"); one of a PDM workspace has the device "wtws" and the path
+// "//server/workspace/". version is the number of the file that was read, 0 for a new model.
 struct ProMdlData {
   std::wstring name, type, device, path, host;
   int version = 0;
 };
+// Creo's number of the type of layouts. They aren't brought into memory.
+constexpr auto kLayoutType = static_cast<ProMdlType>(19);
 // A model that another one uses.
 struct ProDependency {
   std::wstring name;
@@ -25,7 +28,7 @@ Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
 // Brings a model into memory, with the models it uses; one that is there already is given as it is. The working folder
 // is looked in first, then the session's folder of models; "NAME<GENERIC>" or an instance's bare name gives an
 // instance. ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and
-// reason.
+// reason. With a PDM server, what isn't there is brought from it into its workspace.
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
 // As ProMdlRetrieve with the master representation, which becomes the active one.
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type);
@@ -43,21 +46,26 @@ Got<std::wstring> ProMdlCommonnameGet(ProMdl model);
 Got<int> ProMdlSubtypeGet(ProMdl model);
 // The file that the model was read from, with its path; empty for a new model.
 Got<std::wstring> ProMdlOriginGet(ProMdl model);
+// The folder that the model lies in, with its closing backslash. ProNotFound: it was never saved.
+Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model);
 // Saves the model as the next version of its document; an instance saves its generic. Raises notification 103 before.
 // ProGeneralError: not written (the old versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
 // Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its
-// generic.
+// generic. Raises notification 9 before, as ProMdlEraseAll does for its model.
 ProError ProMdlErase(ProMdl model);
 // The same with all that it uses and that no other model in memory uses.
 ProError ProMdlEraseAll(ProMdl model);
-// May the model be changed? False: a read-only document. askUser: Creo may ask the user to resolve a conflict.
+// Takes all out of memory that stand in no window and that no model in a window uses, changed ones too.
+ProError ProMdlEraseNotDisplayed();
+// May the model be changed? False: a read-only document, or one of a PDM workspace that isn't checked out. askUser:
+// Creo may ask the user to resolve a conflict, who may check it out.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
 Got<bool> ProMdlIsSkeleton(ProMdl model);
 // True when it was changed since it was read or saved.
 Got<bool> ProMdlModificationVerify(ProMdl model);
-// What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them.
-// Each once, in the document's order.
+// What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them;
+// then the layouts that it declares. Each once, in the document's order.
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model);
 // The same as files: with type code and name; another kind of file that the model refers to has a type of its own.
 struct ProDependencyData {

@@ -8,18 +8,19 @@ namespace creo {
 
 // Creo's numbers, with what raises them here.
 enum class ProNotifyType : int {
-  eraseBefore = 9,
-  regenerateBefore = 21,
-  regenerateAfter = 22,
+  eraseBefore = 9,           // inside ProMdlErase and ProMdlEraseAll, for the model that was given
+  regenerateBefore = 21,     // inside ProSolidRegenerate
+  regenerateAfter = 22,      // the same, also behind a failed one
   currentModelChanged = 24,  // a window shows another model
   windowActivated = 26,      // a window became current
   windowClosed = 29,
   modelDisplayed = 41,
-  windowOccupied = 90,
-  pageControlShown = 94,  // a drawing's update shows a tab; its name is given
-  modelCreated = 100,     // name and type text are given
-  saveBefore = 103,
-  modelOpened = 110,  // retrieved by the user
+  featureRegenerated = 42,  // each feature, with id and name; empty for one without a name
+  windowOccupied = 90,      // a window shows a model that it didn't show before; inside ProMdlDisplay
+  pageControlShown = 94,    // a drawing's update shows a tab; its name is given
+  modelCreated = 100,       // name and type text are given; inside an operation that makes one
+  saveBefore = 103,         // inside ProMdlSave
+  modelOpened = 110,        // retrieved by the user
 };
 
 // What a handler is told; what an event doesn't know stays empty.
@@ -27,6 +28,7 @@ struct ProNotification {
   ProNotifyType type{};
   ProMdl model;
   int window = 0;
+  int feature = 0;  // its id
   std::wstring name, typeText;
 };
 using ProNotificationHandler = std::function<ProError(const ProNotification&)>;

@@ -57,5 +57,9 @@ Got<bool> ProParameterDesignationVerify(const ProParameter& parameter);
 ProError ProParameterDesignationAdd(const ProParameter& parameter);
 ProError ProParameterDesignationRemove(const ProParameter& parameter);
 Got<ProParameterDriver> ProParameterDriverGet(const ProParameter& parameter);
+// Is its value held within a range?
+Got<bool> ProParameterRangeGet(const ProParameter& parameter);
+// Is its value one of a list?
+Got<bool> ProParameterIsEnumerated(const ProParameter& parameter);
 
 }  // namespace creo

@@ -12,6 +12,9 @@ struct ProSelection {
 
 // ProNotFound: nothing is selected.
 Got<std::vector<ProSelection>> ProSelbufferSelectionsGet();
+ProError ProSelbufferClear();
+// Behind what is selected already. ProBadInputs: its model has gone.
+ProError ProSelbufferSelectionAdd(const ProSelection& selection);
 Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection);
 // ProNotFound: it wasn't selected in an assembly.
 Got<std::vector<ProMdl>> ProSelectionAsmcomppathGet(const ProSelection& selection);

@@ -24,6 +24,22 @@ ProError ProSolidExpldstateVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 ProError ProSolidCompdisplayVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 ProError ProSolidXsecVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 
+struct ProSimprepdata {
+  std::wstring name;
+};
+// ProBadInputs: no simplified representation; ProNotFound: it has gone.
+Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep);
+
+// How a cross section cuts, and what.
+enum class ProXsecType : int { planar = 0, offset = 1 };
+enum class ProXsecObjects : int { model = 0, quilts = 1, modelAndQuilts = 2 };
+struct ProXsecData {
+  ProXsecType type = ProXsecType::planar;
+  ProXsecObjects objects = ProXsecObjects::model;
+};
+// ProBadInputs: no cross section; ProNotFound: it has gone.
+Got<ProXsecData> ProXsecDataGet(const ProModelitem& section);
+
 // The model in one of its representations; that representation is active then. "Master Rep" is there in every model.
 // ProNotFound: no model, or no representation of that name.
 Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep);

@@ -31,6 +31,7 @@ ProError ProUIPushbuttonDisable(const std::string& dialog, const std::string& bu
 ProError ProUIPushbuttonBitmapSet(const std::string& dialog, const std::string& button, const std::string& image);
 
 ProError ProUICheckbuttonActivateActionSet(const std::string& dialog, const std::string& button, ProUIAction action);
+ProError ProUICheckbuttonTextSet(const std::string& dialog, const std::string& button, const std::wstring& text);
 ProError ProUICheckbuttonSet(const std::string& dialog, const std::string& button);
 ProError ProUICheckbuttonUnset(const std::string& dialog, const std::string& button);
 Got<bool> ProUICheckbuttonGetState(const std::string& dialog, const std::string& button);

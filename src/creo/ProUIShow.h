@@ -1,5 +1,5 @@
-// Showing and hiding single components; trees and layouts have theirs in ProUITree.h and ProUI.h. ProNotFound: no such
-// dialog or component; ProBadInputs: one of another kind.
+// Showing and hiding single components, and whether they are shown themselves; trees and layouts have theirs in
+// ProUITree.h and ProUI.h. ProNotFound: no such dialog or component; ProBadInputs: one of another kind.
 #pragma once
 
 #include <string>
@@ -14,8 +14,10 @@ ProError ProUIPushbuttonShow(const std::string& dialog, const std::string& pushb
 ProError ProUIPushbuttonHide(const std::string& dialog, const std::string& pushbutton);
 ProError ProUICheckbuttonShow(const std::string& dialog, const std::string& checkbutton);
 ProError ProUICheckbuttonHide(const std::string& dialog, const std::string& checkbutton);
+Got<bool> ProUICheckbuttonIsVisible(const std::string& dialog, const std::string& checkbutton);
 ProError ProUIOptionmenuShow(const std::string& dialog, const std::string& optionmenu);
 ProError ProUIOptionmenuHide(const std::string& dialog, const std::string& optionmenu);
+Got<bool> ProUIOptionmenuIsVisible(const std::string& dialog, const std::string& optionmenu);
 ProError ProUITextareaShow(const std::string& dialog, const std::string& textarea);
 ProError ProUITextareaHide(const std::string& dialog, const std::string& textarea);
 ProError ProUITableShow(const std::string& dialog, const std::string& table);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "creo/ProDrawing.h"
+#include "creo/ProSelection.h"
 #include "creo/ProUtil.h"
 
 namespace creo {
@@ -20,9 +21,7 @@ class DirectoryGuard {
     return result;
   }
   // Goes back now; the destructor does it once more, for what went elsewhere meanwhile.
-  void back() const {
-    if (changed_ && saved_) ProDirectoryChange(saved_.value);
-  }
+  ProError back() const { return changed_ && saved_ ? ProDirectoryChange(saved_.value) : ProNoError; }
 
  private:
   Got<std::wstring> saved_;
@@ -71,6 +70,24 @@ class SolidGuard {
   ProMdl drawing_;
   Got<ProMdl> saved_;
   bool changed_ = false;
+};
+
+// Remembers what is selected; the destructor selects it again, in its order.
+class SelectionGuard {
+ public:
+  SelectionGuard() : saved_(ProSelbufferSelectionsGet()) {}
+  ~SelectionGuard() {
+    if (!saved_) return;
+    ProSelbufferClear();
+    for (const ProSelection& one : saved_.value) ProSelbufferSelectionAdd(one);
+  }
+  SelectionGuard(const SelectionGuard&) = delete;
+  SelectionGuard& operator=(const SelectionGuard&) = delete;
+  // ProNotFound: nothing was selected.
+  [[nodiscard]] const Got<std::vector<ProSelection>>& saved() const { return saved_; }
+
+ private:
+  Got<std::vector<ProSelection>> saved_;
 };
 
 }  // namespace creo

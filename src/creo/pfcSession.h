@@ -12,4 +12,19 @@ Got<std::wstring> pfcGetCurrentModelFileName();
 Got<std::vector<std::wstring>> pfcListSubdirectories(const std::wstring& path);
 Got<std::vector<std::wstring>> pfcListFiles(const std::wstring& path, const std::wstring& pattern);
 
+// A model by its name, as a session tells of one that may not be in memory.
+struct pfcModelDescriptor {
+  std::wstring name;  // upper case
+  ProMdlType type = ProMdlType::unused;
+};
+// What the session tells beside its notifications, once control is back with Creo; an empty function isn't called.
+struct pfcSessionActionListener {
+  std::function<void(const pfcModelDescriptor&)> OnAfterModelRetrieveAll;  // the user opened it; all it uses is there
+  std::function<void()> OnAfterModelDisplay;                               // a model is displayed
+};
+// Gives the listener's number.
+Got<int> pfcSessionActionListenerAdd(pfcSessionActionListener listener);
+// ProNotFound: there is none of that number.
+ProError pfcSessionActionListenerRemove(int listener);
+
 }  // namespace creo

@@ -3,10 +3,9 @@
 
 #include "core/log.h"
 #include "creo/ProMdl.h"
-#include "creo/ProParameter.h"
-#include "creo/ProServer.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
+#include "documents/server_workspace.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -21,29 +20,11 @@ bool beginsWithServerPlace(std::wstring_view text) {
                      [text](std::wstring_view place) { return text.starts_with(place); });
 }
 
-// What the active server says of a file.
-creo::Got<creo::ProServerStatus> statusOnServer(const std::wstring& file) {
-  const auto server = creo::ProServerActiveGet();
-  if (!server) return server.error;
-  const auto workspace = creo::ProServerWorkspaceGet(server.value);
-  if (!workspace) return workspace.error;
-  return creo::ProServerObjectStatusGet(server.value, workspace.value, file);
-}
-
 // "BRACKET.prt"
 std::wstring fileName(const std::wstring& name, creo::ProMdlType type) {
   const bool known =
       type == creo::ProMdlType::part || type == creo::ProMdlType::assembly || type == creo::ProMdlType::drawing;
   return known ? name + L"." + text::lower(creo::typeExtension(type)) : name;
-}
-
-bool hasText(creo::ProMdl model, const std::wstring& parameterName) {
-  const auto owner = creo::ProMdlToModelitem(model);
-  if (!owner) return false;
-  const auto parameter = creo::ProParameterInit(owner.value, parameterName);
-  if (!parameter) return false;
-  const auto value = creo::ProParameterValueGet(parameter.value);
-  return value && value.value.type == creo::ProParamvalueType::string && !value.value.string.empty();
 }
 
 }  // namespace
@@ -65,7 +46,7 @@ int pdmObjectPredicate(creo::ProMdl model, const core::XmlNode& item) {
     core::logWrite(text::format(L" -- Error %d", static_cast<int>(type.error)), core::kError);
     return kFalse;
   }
-  const auto status = statusOnServer(fileName(data.value.name, type.value));
+  const auto status = statusIn(activeWorkspace(), fileName(data.value.name, type.value));
   return status && valueOf(item, L"pdmcheckedoutsel") == L"3" && status.value.checkedOut ? kTrue : kFalse;
 }
 
@@ -75,8 +56,8 @@ int pdmObject2Predicate(creo::ProMdl model, const core::XmlNode& item) {
   const auto type = creo::ProMdlTypeGet(model);
   const auto answer = [&item](std::wstring_view attribute) { return isTrue(item, attribute) ? kTrue : kFalse; };
   if (data && type) {
-    const auto status = statusOnServer(fileName(data.value.name, type.value));
-    if (status && hasText(model, L"PTC_WM_LOCATION"))
+    const auto status = statusIn(activeWorkspace(), fileName(data.value.name, type.value));
+    if (status && hasServerLocation(model))
       return answer(status.value.checkedOut ? L"cs_checked_out" : L"cs_not_checked_out");
   }
   const auto origin = creo::ProMdlOriginGet(model);

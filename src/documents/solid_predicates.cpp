@@ -8,6 +8,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
+#include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"

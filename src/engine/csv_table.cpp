@@ -1,12 +1,14 @@
 #include "engine/csv_table.h"
 
-#include <algorithm>
 #include <memory>
 #include <unordered_map>
 
 #include "core/log.h"
+#include "engine/compare.h"
+#include "engine/pattern_kind.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
+#include "text/csv.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -19,67 +21,19 @@ constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr int kNewTable = 324;
 constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
 
-// Records are taken from bytes: quotes, line ends and what they mean are the same in every charset that is read.
-class RecordReader {
- public:
-  explicit RecordReader(std::string_view bytes) : bytes_(bytes) {}
-
-  // The next record without its line end. False at the end.
-  bool next(std::string_view& record) {
-    if (at_ >= bytes_.size()) return false;
-    const std::size_t begin = at_;
-    firstLine_ = line_ + 1;
-    bool quoted = false;
-    std::size_t end = bytes_.size();
-    while (at_ < bytes_.size()) {
-      const std::size_t lineEnd = std::min(bytes_.find('\n', at_), bytes_.size());
-      const auto quotes = std::count(bytes_.begin() + static_cast<std::ptrdiff_t>(at_),
-                                     bytes_.begin() + static_cast<std::ptrdiff_t>(lineEnd), '"');
-      quoted ^= quotes % 2 != 0;
-      at_ = lineEnd + 1;
-      ++line_;
-      end = lineEnd;
-      if (!quoted) break;
-    }
-    isUnclosed_ = quoted;
-    record = bytes_.substr(begin, end - begin);
-    if (record.ends_with('\r')) record.remove_suffix(1);
-    return true;
-  }
-  [[nodiscard]] bool isUnclosed() const { return isUnclosed_; }
-  [[nodiscard]] std::size_t firstLine() const { return firstLine_; }
-
- private:
-  std::string_view bytes_;
-  std::size_t at_ = 0, line_ = 0, firstLine_ = 0;
-  bool isUnclosed_ = false;
-};
-
 bool holdsNothing(std::string_view record) { return record.find_first_not_of("; \t\n\v\f\r") == record.npos; }
 
-// The surrounding quotes go, doubled ones become one, and what doesn't fit is left out.
-void setCell(std::wstring& cell, std::wstring_view field) {
-  constexpr std::size_t kMost = text::kTextSize - 1;
-  if (field.size() >= 2 && field.front() == L'"' && field.back() == L'"') field = field.substr(1, field.size() - 2);
-  cell.clear();
-  for (std::size_t i = 0; i < field.size() && cell.size() < kMost; ++i) {
-    cell += field[i];
-    if (field[i] == L'"' && i + 1 < field.size() && field[i + 1] == L'"') ++i;
-  }
-  cell.resize(text::cut(cell, kMost).size());
-}
-
-// fields keeps its texts' room from record to record.
+// fields keeps its texts' room from record to record. What doesn't fit into a cell is left out.
 void splitFields(std::wstring_view record, wchar_t separator, std::vector<std::wstring>& fields) {
-  std::size_t count = 0, begin = 0;
-  bool quoted = false;
-  for (std::size_t i = 0; i <= record.size(); ++i) {
-    if (i < record.size() && record[i] == L'"') quoted = !quoted;
-    if (i < record.size() && (quoted || record[i] != separator)) continue;
+  constexpr std::size_t kMost = text::kTextSize - 1;
+  std::size_t count = 0;
+  text::eachCsvField(record, separator, [&](std::wstring_view field) {
     if (count == fields.size()) fields.emplace_back();
-    setCell(fields[count++], record.substr(begin, i - begin));
-    begin = i + 1;
-  }
+    std::wstring& cell = fields[count++];
+    cell.clear();
+    text::appendCsvValue(cell, field, kMost);
+    cell.resize(text::cut(cell, kMost).size());
+  });
   fields.resize(count);
 }
 
@@ -100,8 +54,36 @@ std::size_t CsvTable::column(std::wstring_view title) const {
   return columns_;
 }
 
+const CsvTable::ColumnIndex& CsvTable::indexOf(std::size_t column) const {
+  const auto [place, isNew] = indexes_.try_emplace(column);
+  ColumnIndex& index = place->second;
+  for (std::size_t row = 0; isNew && row < rowCount(); ++row) {
+    const std::wstring_view text = cell(row, column);
+    if (kindOf(text) != PatternKind::plain)
+      index.patterns.push_back(row);
+    else if (!text.empty())
+      index.rows[std::wstring(text)].push_back(row);
+  }
+  return index;
+}
+
+std::vector<std::size_t> CsvTable::rowsFor(std::size_t column, std::span<const std::wstring> texts) const {
+  const ColumnIndex& index = indexOf(column);
+  std::vector<std::size_t> rows;
+  for (const std::wstring& text : texts)
+    if (const auto found = index.rows.find(text); found != index.rows.end())
+      rows.insert(rows.end(), found->second.begin(), found->second.end());
+  for (const std::size_t row : index.patterns)
+    if (std::any_of(texts.begin(), texts.end(),
+                    [&](const std::wstring& text) { return wildcardCompare(cell(row, column), text) == 1; }))
+      rows.push_back(row);
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
 void CsvTable::addRecord(const std::vector<std::wstring>& fields) {
   if (columns_ == 0) columns_ = fields.size();
+  indexes_.clear();
   for (std::size_t i = 0; i < columns_; ++i) {
     Span span{text_.size(), 0};
     if (i < fields.size()) {
@@ -123,7 +105,7 @@ CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view e
   if (hasMark) bytes.remove_prefix(kMark.size());
   const bool isUtf8 = hasMark || encoding == kUtf8;
   CsvTable table;
-  RecordReader records(bytes);
+  text::CsvRecords records(bytes);
   std::vector<std::wstring> fields;
   for (std::string_view record; records.next(record);) {
     if (records.isUnclosed())

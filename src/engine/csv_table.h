@@ -2,9 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
+
+#include "text/letters.h"
 
 namespace engine {
 
@@ -19,6 +23,10 @@ class CsvTable {
   // The column whose header is that text, case-blind; columnCount() for none.
   [[nodiscard]] std::size_t column(std::wstring_view title) const;
 
+  // The rows, ascending, whose cell of a column names one of the texts: it is that text, case-blind, or a pattern for
+  // wildcardCompare that fits one. An empty cell names none. Its cost is that of the rows found and of the patterns.
+  [[nodiscard]] std::vector<std::size_t> rowsFor(std::size_t column, std::span<const std::wstring> texts) const;
+
   // The first record makes the columns. A later one is filled up or cut to their number.
   void addRecord(const std::vector<std::wstring>& fields);
 
@@ -28,9 +36,16 @@ class CsvTable {
     std::uint32_t length = 0;
   };
   [[nodiscard]] std::wstring_view at(std::size_t line, std::size_t column) const;
+  // Of a column: rows by their cell, and those whose cell is a pattern.
+  struct ColumnIndex {
+    std::unordered_map<std::wstring, std::vector<std::size_t>, text::HashNoCase, text::EqualNoCase> rows;
+    std::vector<std::size_t> patterns;
+  };
+  const ColumnIndex& indexOf(std::size_t column) const;
   std::size_t columns_ = 0;
   std::wstring text_;
-  std::vector<Span> cells_;  // line by line, the header first
+  std::vector<Span> cells_;                                       // line by line, the header first
+  mutable std::unordered_map<std::size_t, ColumnIndex> indexes_;  // by column, made when first asked for
 };
 
 // Reads a table of CSV text. encoding: the suffix of the file mode, ",ccs=UTF-8" or empty for Windows-1252; a UTF-8

@@ -13,7 +13,6 @@
 #include "creo/ProNotify.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
@@ -22,6 +21,9 @@
 #include "engine/history.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "engine/saved_options.h"
+#include "engine/triggers.h"
+#include "engine/workbook.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -125,24 +127,26 @@ bool isCheckedOut(const std::string& row) {
   return image == "checkedout.gif" || image == "checkedoutmod.gif";
 }
 
-// What belongs to a run goes: its reports, its document, its place in log lines, the trigger that started it.
+// What belongs to a run goes: its reports, its document, its place in log lines.
 void leaveRun() {
   PluginState& state = pluginState();
   state.reports.reset();
   freeCsvTables();
+  deleteConvertedFiles();
+  freeSavedConfigOptions();
   state.section = L' ';
   run().reset();
 }
 
 // The table follows Creo again, and a trigger's dialog goes unless it is to stay.
 void leaveTool() {
-  PluginState& state = pluginState();
-  if (state.triggerType != 0) {
-    ProDirectoryChange(state.savedDirectory);
-    const bool keeps = state.triggerKeepsDialog == 1;
+  if (pluginState().triggerType != 0) {
+    const bool keeps = pluginState().triggerKeepsDialog == 1;
     if (!keeps) ui::toolClose();
-    state.triggerType = 0;
+    endTrigger();
     if (!keeps) return;
+    logReopenForRendering();  // while the trigger ran nothing was shown
+    logRender();
   }
   setRefreshNotifications();
 }
@@ -423,15 +427,12 @@ void finishRun() {
   runSection(kept->list.foot, "");
   if (!run()) return;
   reports::reportsCloseAll(reports::reportRegistry());
-  state.section = L' ';
-  logWrite(L"Free all option space", kDebug);
-  logWrite(L"finished", kDebug);
   leaveRun();
   logMsgPlain(57, kTitle);
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);
   if (state.autoclose == 1) {
     ui::toolClose();
-    state.triggerType = 0;
+    endTrigger();
     return;
   }
   logRender();
@@ -443,7 +444,7 @@ void abandonRun() {
   ProNotificationUnset(ProNotifyType::windowActivated);
   ProNotificationUnset(ProNotifyType::pageControlShown);
   leaveRun();
-  pluginState().triggerType = 0;
+  endTrigger();
 }
 
 }  // namespace engine

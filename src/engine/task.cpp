@@ -33,17 +33,27 @@ std::optional<std::wstring_view> Task::numbered(std::wstring_view pattern, int n
 }
 
 std::vector<int> Task::numbers(std::wstring_view stem, int count) const {
-  std::vector<int> found;
+  std::vector<int> numbers;
+  for (const Numbered& one : numberedAll(stem, count)) numbers.push_back(one.number);
+  return numbers;
+}
+
+std::vector<Task::Numbered> Task::numberedAll(std::wstring_view stem, int count) const {
+  std::vector<Numbered> found;
   for (const core::XmlAttrBlock* block = node_.attributes; block; block = block->next)
     for (std::uint16_t i = 0; i < block->count; ++i) {
       const std::wstring_view name = block->items[i]->name;
       if (!name.starts_with(stem)) continue;
       const std::wstring_view digits = name.substr(stem.size());
       const int number = text::parseInt(digits);
-      if (number >= 0 && number < count && digits == text::format(L"%d", number)) found.push_back(number);
+      if (number >= 0 && number < count && digits == text::format(L"%d", number))
+        found.push_back({number, block->items[i]->value});
     }
-  std::sort(found.begin(), found.end());
-  found.erase(std::unique(found.begin(), found.end()), found.end());
+  // Of two of one name the first counts.
+  const auto before = [](const Numbered& a, const Numbered& b) { return a.number < b.number; };
+  const auto same = [](const Numbered& a, const Numbered& b) { return a.number == b.number; };
+  std::stable_sort(found.begin(), found.end(), before);
+  found.erase(std::unique(found.begin(), found.end(), same), found.end());
   return found;
 }
 
@@ -66,6 +76,13 @@ std::optional<Outcome> passFilter(const Task& task) {
     core::logMsgPlain(kFilterRefusedMessage, core::kWarning);
     return refused;
   }
+  core::countAction();
+  return std::nullopt;
+}
+
+std::optional<Outcome> passFilterUnlessForAll(const Task& task) {
+  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
+  if (isOff(L"forPRT") || isOff(L"forASM") || isOff(L"forDRW") || task.isTrue(L"forEF")) return passFilter(task);
   core::countAction();
   return std::nullopt;
 }

@@ -35,6 +35,12 @@ class Task {
   // The numbers from 0 up to but not including count for which the attribute `stem` with the number is there,
   // ascending: with stem "name_" those of name_0, name_7. Its cost is that of the attributes, however large count is.
   [[nodiscard]] std::vector<int> numbers(std::wstring_view stem, int count) const;
+  // The same with the attributes' values.
+  struct Numbered {
+    int number = 0;
+    std::wstring_view value;
+  };
+  [[nodiscard]] std::vector<Numbered> numberedAll(std::wstring_view stem, int count) const;
   // The attribute through the template engine.
   [[nodiscard]] Replaced text(std::wstring_view name, std::size_t size = text::kTextSize) const;
   // A path attribute: with "@project_dir@", variables and backslashes.
@@ -57,5 +63,8 @@ std::optional<Outcome> begin(const Task& task, const Frame& frame);
 std::optional<Outcome> beginUnfiltered(const Task& task, const Frame& frame);
 // The filter with its cancel message, and the counting.
 std::optional<Outcome> passFilter(const Task& task);
+// The same for actions that run on any model and on none: where none of `forPRT`, `forASM` and `forDRW` is "false" and
+// `forEF` isn't "true", the filter isn't asked.
+std::optional<Outcome> passFilterUnlessForAll(const Task& task);
 
 }  // namespace engine

@@ -1,6 +1,8 @@
 #include "os/clock.h"
 
+#include <algorithm>
 #include <chrono>
+#include <thread>
 
 #include "os/local_time.h"
 #include "text/format.h"
@@ -13,6 +15,9 @@ class MachineClock : public Clock {
   std::int64_t seconds() override {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     return std::chrono::floor<std::chrono::seconds>(now).count();
+  }
+  void sleep(std::int64_t milliseconds) override {
+    std::this_thread::sleep_for(std::chrono::milliseconds(std::max<std::int64_t>(milliseconds, 0)));
   }
 };
 

@@ -13,6 +13,8 @@ class Mounts {
  public:
   // folder: absolute, in the machine's form. A letter set again is replaced.
   void set(wchar_t letter, std::string folder);
+  // In either case of the letter.
+  [[nodiscard]] bool has(wchar_t letter) const;
   // The machine's form. A path without a mounted letter is taken under the root; ".." never climbs above a mount.
   // Names are matched case-blind against what is on disk, the exact name first; a part that isn't there stays as it is.
   [[nodiscard]] std::string machine(std::wstring_view path) const;

@@ -4,10 +4,10 @@
 
 #include "core/log.h"
 #include "core/state.h"
-#include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "os/surroundings.h"
 #include "reports/csv_text.h"
+#include "reports/file_name.h"
 #include "reports/side_file.h"
 
 namespace reports {
@@ -33,14 +33,6 @@ void beginModel(CsvReport& report, const creo::ProMdlData& data) {
   report.lastModelName = data.name;
   report.lastModelType = data.type;
   reportNextRow(report);
-}
-
-// "BOLT_20<BOLT>.PRT" of an instance, else "BOLT.PRT".
-std::wstring fileNameValue(creo::ProMdl model, const creo::ProMdlData& data) {
-  if (const auto generic = creo::ProFaminstanceGenericGet(model, true)) {
-    if (const auto name = creo::ProMdlNameGet(generic.value)) return data.name + L"<" + name.value + L">." + data.type;
-  }
-  return data.name + L"." + data.type;
 }
 
 // leadingFileName: the "File name" value stands before the columns too.

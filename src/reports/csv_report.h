@@ -34,7 +34,8 @@ struct CsvReport {
   std::wstring name, path;
   CsvForm form;
   bool newRowAtNewModel = false;
-  bool overwrite = false;  // the file begins anew; also set where the side file is missing
+  bool beginsAnew = false;  // what the file held is gone
+  bool overwrite = false;   // a header line is written; also where the side file is missing
   bool openAfterCreation = false;
 
   std::vector<std::wstring> columnKeys, columnTitles;  // side by side, in column order

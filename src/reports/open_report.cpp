@@ -23,14 +23,14 @@ void beginAnew(const CsvReport& report) {
 
 }  // namespace
 
-void openReport(CsvReport& report, const Task& task, std::wstring_view changeComma) {
+void openReport(CsvReport& report, const Task& task, const OpeningAttributes& attributes) {
   report.path = task.path(L"file", L"reports");
   report.form.winUnix = task.isTrue(L"winUnix");
   report.form.charsetUtf = task.isTrue(L"charsetUTF");
   report.form.semicolon = task.attribute(L"sep") == L"sem";
-  report.form.fileNameFirst = task.isTrue(L"fnfirst");
-  report.form.changeComma = task.isTrue(changeComma);
-  report.overwrite = task.isTrue(L"overwrite");
+  report.form.fileNameFirst = attributes.hasFileNameFirst && task.isTrue(L"fnfirst");
+  report.form.changeComma = task.isTrue(attributes.changeComma);
+  report.beginsAnew = report.overwrite = task.isTrue(L"overwrite");
   core::logIndented(report.path, core::kNormal, 1);
   core::logIndented(report.overwrite ? L"Mode: override" : L"Mode: append", core::kNormal, 1);
 
@@ -50,7 +50,7 @@ Outcome openCsvReport(const Task& task) {
   if (const auto ended = beginUnfiltered(task, {.title = L"Open report"})) return *ended;
   core::countAction();
   CsvReport& report = reportRegistry().add(task.attribute(L"name"));
-  openReport(report, task, L"changecomma");
+  openReport(report, task, {.changeComma = L"changecomma", .hasFileNameFirst = true});
   report.newRowAtNewModel = task.isTrue(L"newRowAtNewModel");
   return done;
 }

@@ -6,8 +6,13 @@
 
 namespace reports {
 
+// What the attributes of the two differ in.
+struct OpeningAttributes {
+  std::wstring_view changeComma;  // the attribute that asks for it
+  bool hasFileNameFirst = false;  // is there one that asks for a leading "File name"?
+};
+
 // Reads path and form from the task, opens the file once to test it, and takes up the columns of earlier runs.
-// changeComma: the attribute that asks for it.
-void openReport(CsvReport& report, const engine::Task& task, std::wstring_view changeComma);
+void openReport(CsvReport& report, const engine::Task& task, const OpeningAttributes& attributes);
 
 }  // namespace reports

@@ -8,11 +8,11 @@
 #include "core/state.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
-#include "creo/ProServer.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "creo/ProUITree.h"
 #include "documents/package.h"
+#include "documents/server_workspace.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
 #include "engine/run.h"
@@ -31,6 +31,9 @@ using namespace creo;
 
 const std::string& dialog() { return pluginState().dialogName; }
 
+constexpr const char *kPackages = "kvaneKVZChooser", *kLists = "kvaneActionlistChooser",
+                     *kHistory = "kvaneWriteExtData";
+
 bool isSet(const char* button) { return ProUICheckbuttonGetState(dialog(), button).value; }
 
 std::string chosen(const char* menu) {
@@ -38,13 +41,13 @@ std::string chosen(const char* menu) {
   return names && !names.value.empty() ? names.value.front() : std::string();
 }
 
-void choosePackage() {
-  const std::string name = chosen("kvaneKVZChooser");
+bool choosePackage() {
+  const std::string name = chosen(kPackages);
   pluginState().currentKvz = text::fromUtf8(name);
-  documents::selectPackage(name);
+  return documents::selectPackage(name) == 0;
 }
 
-void chooseList() { documents::selectActionList(chosen("kvaneActionlistChooser")); }
+void chooseList() { documents::selectActionList(chosen(kLists)); }
 
 void chooseLogLevel() {
   pluginState().loglevel = text::parseInt(chosen("kvaneLayerLogFilterChooser"));
@@ -95,6 +98,15 @@ void pressHelp() {
   ProUICheckbuttonUnset(dialog(), "kvaneHelp");
 }
 
+void switchHistory() { pluginState().writeExtData = isSet(kHistory) ? 1 : 0; }
+void showHistorySwitch(bool on) {
+  if (on) {
+    ProUICheckbuttonSet(dialog(), kHistory);
+  } else {
+    ProUICheckbuttonUnset(dialog(), kHistory);
+  }
+}
+
 void include(int PluginState::*what) {
   pluginState().*what = 1;
   engine::refreshModelTable();
@@ -137,7 +149,7 @@ constexpr ButtonAction kCheckbuttons[] = {
     {"kvaneInstFilter", engine::refreshModelTable},
     {"kvaneCurModFilter", engine::refreshModelTable},
     {"kvaneHelp", pressHelp},
-    {"kvaneWriteExtData", [] { pluginState().writeExtData = isSet("kvaneWriteExtData") ? 1 : 0; }},
+    {kHistory, switchHistory},
 };
 
 void report(ProError error, const std::string& what) {
@@ -153,18 +165,11 @@ void setStartStates() {
   const PluginState& state = pluginState();
   engine::setTypeFilters(state.filterPrt != 0, state.filterAsm != 0, state.filterDrw != 0, state.filterInst != 0,
                          state.filterCurmod != 0);
-  if (state.writeExtData == 1) {
-    ProUICheckbuttonSet(dialog(), "kvaneWriteExtData");
-  } else {
-    ProUICheckbuttonUnset(dialog(), "kvaneWriteExtData");
-  }
+  showHistorySwitch(state.writeExtData == 1);
   ProUIProgressbarMinintegerSet(dialog(), "kvaneProgressBar", 0);
   ProUIProgressbarIntegerSet(dialog(), "kvaneProgressBar", 0);
-  const auto server = ProServerActiveGet();
-  const bool workspace = server && ProServerWorkspaceGet(server.value);
-  report(
-      workspace ? ProUIPushbuttonEnable(dialog(), "kvaneCheckout") : ProUIPushbuttonDisable(dialog(), "kvaneCheckout"),
-      "kvaneCheckout");
+  const auto setState = documents::activeWorkspace() ? &ProUIPushbuttonEnable : &ProUIPushbuttonDisable;
+  report(setState(dialog(), "kvaneCheckout"), "kvaneCheckout");
 }
 
 void prepareLogTree() {
@@ -214,13 +219,27 @@ void connectChoosers() {
     const wchar_t* fault;
   };
   constexpr Chooser kChoosers[] = {
-      {"kvaneKVZChooser", choosePackage, L"<KVD> main - Error at add KVZ Optionmenu Action"},
-      {"kvaneActionlistChooser", chooseList, L"<KVD> main - Error at add Actionlist Optionmenu Action"},
+      {kPackages, [] { choosePackage(); }, L"<KVD> main - Error at add KVZ Optionmenu Action"},
+      {kLists, chooseList, L"<KVD> main - Error at add Actionlist Optionmenu Action"},
       {"kvaneLayerLogFilterChooser", chooseLogLevel, L"<KVD> main - Error at add Loglist Optionmenu Action"},
   };
   for (const Chooser& row : kChoosers) {
     if (ProUIOptionmenuSelectActionSet(dialog(), row.menu, calls(row.action)) != ProNoError) creoLog(row.fault);
   }
+}
+
+bool takePackage(const std::string& name) {
+  return ProUIOptionmenuSelectednamesSet(dialog(), kPackages, {name}) == ProNoError && choosePackage();
+}
+
+void takeList(const std::string& name) {
+  ProUIOptionmenuSelectednamesSet(dialog(), kLists, {name});
+  chooseList();
+}
+
+void setHistoryButton(bool on) {
+  showHistorySwitch(on);
+  switchHistory();
 }
 
 }  // namespace ui

@@ -11,6 +11,7 @@
 #include "documents/package.h"
 #include "engine/model_table.h"
 #include "engine/run.h"
+#include "engine/triggers.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "ui/components.h"
@@ -151,6 +152,7 @@ void toolClose() {
   for (const char* side : {"kvanefilter", "kvanehistory", "kvaneinfo"}) endDialog(side);
   creoLog(L"UsrCancelAction-2", kDebug);
   engine::unsetRefreshNotifications();
+  engine::reattachTriggers();
   engine::abandonRun();  // before a window comes forward that it may wait for
   creoLog(L"UsrCancelAction-3", kDebug);
   endDialog(dialog());

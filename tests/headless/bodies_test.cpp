@@ -208,10 +208,10 @@ TEST_F(BodyTest, AnAssemblyIsItsComponentsWhereTheyStand) {
   model("sub.asm.1", R"("features": [{"id": 9, "status": "suppressed"}], "components": [
       {"name": "BLOCK", "type": "prt", "feature": 3, "placement": {"position": [100, 0, 0], "zAxis": [1, 0, 0], "xAxis": [0, 1, 0]}},
       {"name": "BLOCK", "type": "prt", "feature": 5}, {"name": "BARE", "type": "prt"}, {"name": "SKEL", "type": "prt"},
-      {"name": "BLOCK", "type": "prt", "feature": 9, "placement": {"position": [999, 0, 0]}}]})");
+      {"name": "BLOCK", "type": "prt", "feature": 9, "placement": {"position": [999, 0, 0]}}])");
   model("top.asm.1", R"("parameters": [{"name": "GAP", "type": "double", "value": 7}], "components": [
       {"name": "SUB", "type": "asm", "feature": 4, "placement": {"position": [0, 0, "GAP"], "xAxis": [0, 1, 0]}},
-      {"name": "INCH", "type": "prt"}]})");
+      {"name": "INCH", "type": "prt"}])");
   const ProMdl sub = retrieve(L"SUB", ProMdlType::assembly), top = retrieve(L"TOP", ProMdlType::assembly);
   const auto mass = ProSolidMassPropertyGet(sub).value;
   EXPECT_NEAR(12000, mass.mass, 1e-6);

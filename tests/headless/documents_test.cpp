@@ -27,7 +27,16 @@ constexpr const char* kWhole = R"({
       "name": "MASS",
       "type": "double",
       "value": 2.5,
-      "driver": "relation"
+      "driver": "relation",
+      "restriction": {
+        "minimum": 0.5,
+        "maximum": 5,
+        "values": [
+          1.0,
+          2.5
+        ],
+        "unit": "kg"
+      }
     },
     {
       "name": "Größe",
@@ -56,6 +65,17 @@ constexpr const char* kWhole = R"({
       "name": "HOLE",
       "type": 911,
       "status": "active",
+      "hidden": true,
+      "pattern": {
+        "group": true,
+        "regeneration": 8
+      },
+      "variantItems": [
+        {
+          "type": "parameter",
+          "name": "BORE"
+        }
+      ],
       "dimensions": [
         3
       ],
@@ -88,6 +108,19 @@ constexpr const char* kWhole = R"({
       "placement": {"position": [1, 0, "A / 2"], "later": 1}
     }
   ],
+  "crossSections": [
+    {
+      "id": 1,
+      "name": "A",
+      "type": "offset",
+      "objects": "modelAndQuilts"
+    }
+  ],
+  "layouts": [
+    {
+      "name": "PLAN"
+    }
+  ],
   "solid": {
     "box": [1, 2, 3]
   },
@@ -106,6 +139,7 @@ constexpr const char* kWhole = R"({
           "MASS": 1.0
         },
         "seen": null,
+        "locked": true,
         "familyTable": {
           "items": [],
           "instances": []

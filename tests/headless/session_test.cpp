@@ -2,8 +2,10 @@
 #include "creo/ProMenu.h"
 #include "creo/ProMessage.h"
 #include "creo/ProServer.h"
+#include "creo/ProSession.h"
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
+#include "creo/pfcSession.h"
 #include "headless/macros/macros.h"
 #include "headless/session/state.h"
 #include "headless/session_fixture.h"
@@ -22,7 +24,7 @@ class SessionOfModels : public test::HeadlessSession {
   }
   // Every notification is written down as "26:A/1 ".
   void listen() {
-    for (const int type : {24, 26, 29, 41, 90, 94, 103, 110})
+    for (const int type : {9, 24, 26, 29, 41, 90, 94, 100, 103, 110})
       ProNotificationSet(ProNotifyType{type}, [this](const ProNotification& told) {
         heard += std::to_string(static_cast<int>(told.type)) + ":" + text::toUtf8(ProMdlNameGet(told.model).value) +
                  "/" + std::to_string(told.window) + " ";
@@ -54,7 +56,7 @@ TEST_F(SessionOfModels, NotificationsComeOnceControlIsBack) {
   EXPECT_EQ(ProNoError, ProWindowActivate(window));
   EXPECT_EQ(a, ProMdlCurrentGet().value) << "the window isn't current before control is back";
   session().settle();
-  EXPECT_EQ("41:B/2 24:B/2 26:B/2 ", heardSoFar());
+  EXPECT_EQ("90:B/2 41:B/2 24:B/2 26:B/2 ", heardSoFar());
   EXPECT_EQ(b, ProMdlCurrentGet().value);
 
   EXPECT_EQ(ProNoError, ProWindowActivate(1));
@@ -72,6 +74,55 @@ TEST_F(SessionOfModels, NotificationsComeOnceControlIsBack) {
   EXPECT_EQ(b, ProMdlCurrentGet().value);
   ProMdlErase(b);
   EXPECT_EQ(ProNotFound, ProMdlCurrentGet().error) << "the window is empty";
+}
+
+TEST_F(SessionOfModels, APersonsCommandsRaiseTheirNotifications) {
+  session();
+  EXPECT_EQ(ProNotFound, session().save());
+  EXPECT_EQ(ProNotFound, session().erase());
+  listen();
+  EXPECT_TRUE(session().create(L"n", ProMdlType::part));
+  session().settle();
+  EXPECT_EQ("100:N/1 41:N/1 90:N/1 26:N/1 ", heardSoFar());
+  EXPECT_EQ(ProNoError, session().save());
+  EXPECT_EQ("a.prt.1 b.prt.1 d.drw.1 n.prt.1", files());
+  EXPECT_EQ(ProNoError, session().erase());
+  EXPECT_EQ("103:N/0 9:N/0 ", heardSoFar()) << "at once";
+  session().settle();
+  EXPECT_EQ("29:/1 ", heardSoFar());
+  session().open(L"D", ProMdlType::drawing);
+  EXPECT_EQ(ProBadInputs, session().regenerate());
+  EXPECT_EQ(ProNoError, session().close());
+  EXPECT_EQ(ProNotFound, session().close());
+  EXPECT_EQ(ProExists, session().create(L"B", ProMdlType::part).error);
+  EXPECT_EQ(ProBadInputs, session().create(L"x/y", ProMdlType::part).error);
+}
+
+TEST_F(SessionOfModels, ListenersHearOfOpeningsAndDisplays) {
+  session();
+  std::string told;
+  pfcSessionActionListener listener;
+  listener.OnAfterModelRetrieveAll = [&](const pfcModelDescriptor& model) { told += text::toUtf8(model.name) + " "; };
+  listener.OnAfterModelDisplay = [&] { told += "shown "; };
+  const int number = pfcSessionActionListenerAdd(listener).value;
+  listener = {};
+  listener.OnAfterModelDisplay = [] { throw std::runtime_error("lost"); };
+  pfcSessionActionListenerAdd(listener);
+  const ProMdl b = retrieve(L"B");
+  session().settle();
+  EXPECT_EQ("", told) << "nobody opened it";
+  session().open(L"A", ProMdlType::part);
+  session().settle();
+  EXPECT_EQ("A shown ", told);
+  EXPECT_EQ("a listener of the session ended with an exception: lost\n", messages());
+  EXPECT_EQ(ProNoError, pfcSessionActionListenerRemove(number));
+  EXPECT_EQ(ProNotFound, pfcSessionActionListenerRemove(number));
+  ProMdlDisplay(b);
+  session().settle();
+  EXPECT_EQ("A shown ", told);
+  EXPECT_EQ(b, ProWindowMdlGet(1).value);
+  EXPECT_EQ(ProBadInputs, ProWindowMdlGet(7).error);
+  EXPECT_EQ(2u, ProSessionMdlList(ProMdlType::part).value.size());
 }
 
 TEST_F(SessionOfModels, WindowsOfClosedOnesAreNotActivated) {
@@ -132,6 +183,24 @@ TEST_F(SessionOfModels, ExceptionsOfHandlersBecomeLines) {
   EXPECT_EQ(1u, session().ranSteps().size()) << "the rest is worked all the same";
   EXPECT_EQ(ProNoError, ProNotificationUnset(ProNotifyType::windowActivated));
   EXPECT_EQ(ProNotFound, ProNotificationUnset(ProNotifyType::windowActivated));
+}
+
+// Waiting steps answer Creo's message dialog; what they don't answer is asked.
+TEST_F(SessionOfModels, AMessageDialogIsAnsweredInAdvance) {
+  session();
+  const auto ask = [] { return ProUIMessageDialogDisplay(L"Title", L"Text", {L"Cancel", L"OK"}).value; };
+  const std::wstring focus = L"~Activate `UI Message Dialog` `UI Message Dialog`;";
+  ProMacroLoad(focus + L"~Activate `UI Message Dialog` `ok`;~ Command `ProCmdViewRepaint`;");
+  EXPECT_EQ(1, ask());
+  EXPECT_TRUE(session().ui().questions().empty());
+  EXPECT_EQ(0, ask());  // the repaint is no answer
+  ProMacroLoad(focus);
+  EXPECT_EQ(0, ask());
+  EXPECT_EQ(2U, session().ui().questions().size());
+  ProMacroLoad(focus);
+  session().settle();
+  EXPECT_EQ(5U, session().ranSteps().size());
+  EXPECT_EQ("", messages());
 }
 
 TEST_F(SessionOfModels, MacrosAreSplitAtSemicolonsOutsideBackquotes) {

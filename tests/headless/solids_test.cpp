@@ -3,6 +3,7 @@
 #include "creo/ProLayer.h"
 #include "creo/ProMaterial.h"
 #include "creo/ProModelitem.h"
+#include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
 #include "creo/ProState.h"
 #include "headless/session_fixture.h"

@@ -1,6 +1,8 @@
 #include <stdexcept>
 
+#include "creo/ProFileChoose.h"
 #include "creo/ProMessage.h"
+#include "creo/ProUIInputpanel.h"
 #include "creo/ProUITable.h"
 #include "creo/ProUITree.h"
 #include "headless/ui_fixture.h"
@@ -72,6 +74,41 @@ TEST_F(UiPerson, ChoosingSelectsAndRuns) {
   EXPECT_EQ(ProNoError, ui().choose(kRunner, menu, "b.xml"));  // the one that is selected acts too
   EXPECT_EQ("kvanerunner/kvaneActionlistChooser ", taken());
   EXPECT_EQ((std::vector<std::string>{"b.xml"}), ProUIOptionmenuSelectednamesGet(kRunner, menu).value);
+}
+
+TEST_F(UiPerson, TypingChangesAPanelAndEnterRunsItsAction) {
+  constexpr const char* kQuestion = "kvaneUserVariable";
+  created(kQuestion);
+  ProUIInputpanelActivateActionSet(kQuestion, "kvaneUVInputPanel", note());
+  EXPECT_EQ(ProGeneralError, ui().type(kQuestion, "kvaneUVInputPanel", L"unseen"));
+  EXPECT_FALSE(ProUIInputpanelIsVisible(kQuestion, "kvaneUVInputPanel").value);
+  ProUIInputpanelShow(kQuestion, "kvaneUVInputPanel");
+  EXPECT_EQ(ProNoError, ui().type(kQuestion, "kvaneUVInputPanel", L"seen"));
+  EXPECT_EQ("", taken());
+  EXPECT_EQ(L"seen", ProUIInputpanelValueGet(kQuestion, "kvaneUVInputPanel").value);
+  EXPECT_EQ(ProNoError, ui().pressEnter(kQuestion, "kvaneUVInputPanel"));
+  EXPECT_EQ("kvaneUserVariable/kvaneUVInputPanel ", taken());
+  EXPECT_EQ(ProBadInputs, ui().pressEnter(kQuestion, "kvaneUVCheck"));
+}
+
+TEST_F(UiPerson, FileNamesComeApart) {
+  const struct {
+    const wchar_t *path, *directory, *name, *extension;
+    int version;
+  } rows[] = {
+      {L"d:/parts/bracket.prt.12", L"d:\\parts\\", L"bracket", L"prt", 12},
+      {L"a.b.csv", L"", L"a.b", L"csv", 0},
+      {L"d:\\parts\\", L"d:\\parts\\", L"", L"", 0},
+      {L"name.3", L"", L"name", L"3", 0},
+      {L"", L"", L"", L"", 0},
+  };
+  for (const auto& row : rows) {
+    const ProFilename parts = ProFilenameParse(row.path);
+    EXPECT_EQ(row.directory, parts.directory) << row.path;
+    EXPECT_EQ(row.name, parts.name) << row.path;
+    EXPECT_EQ(row.extension, parts.extension) << row.path;
+    EXPECT_EQ(row.version, parts.version) << row.path;
+  }
 }
 
 TEST_F(UiPerson, NodesReactByTheirEvent) {

@@ -21,7 +21,7 @@ class GermanUi : public UiTest {
   GermanUi() : UiTest("german") {}
 };
 
-const char* const kDialogs[] = {"kvanerunner", "kvanefilter", "kvanehistory", "kvaneinfo"};
+const char* const kDialogs[] = {"kvanerunner", "kvanefilter", "kvanehistory", "kvaneinfo", "kvaneUserVariable"};
 
 TEST_F(UiResources, DialogsHaveTheComponentsThatTheirActionsName) {
   const struct {
@@ -59,6 +59,11 @@ TEST_F(UiResources, DialogsHaveTheComponentsThatTheirActionsName) {
       {"kvaneinfo", Kind::label, "kvaneInfoVersionFillLbl kvaneInfoConfDirFillLbl"},
       {"kvaneinfo", Kind::list, "kvaneInfoConfigList"},
       {"kvaneinfo", Kind::pushbutton, "kvaneInfoOkBtn kvaneInfoSaveBtn"},
+      {"kvaneUserVariable", Kind::inputpanel, "kvaneUVInputPanel"},
+      {"kvaneUserVariable", Kind::optionmenu, "kvaneUVChooser"},
+      {"kvaneUserVariable", Kind::checkbutton, "kvaneUVCheck"},
+      {"kvaneUserVariable", Kind::label, "kvaneUVModel kvaneUVValueLabel kvaneUVDescription_0 kvaneUVDescription_19"},
+      {"kvaneUserVariable", Kind::pushbutton, "kvaneUVOkBtn"},
   };
   for (const char* name : kDialogs) created(name);
   for (const auto& row : rows) {

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "disk.h"
+#include "os/doors.h"
 #include "os/files_wrapper.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -104,6 +105,12 @@ TEST(Clock, LocalTimeExpandsItsOwnConversions) {
   EXPECT_EQ(L"", localTime(std::numeric_limits<std::int64_t>::max(), "%Y"));
   ::unsetenv("TZ");
   EXPECT_GT(machineClock()->seconds(), 1700000000);
+  FixedClock fixed(7);
+  fixed.sleep(1500);
+  fixed.sleep(500);
+  fixed.sleep(-9);
+  EXPECT_EQ(9, fixed.seconds());
+  EXPECT_EQ(2000, fixed.slept());
 }
 
 TEST(Environment, UserAndConfigurationFolderAreAlwaysKnown) {
@@ -144,6 +151,70 @@ TEST(Processes, TheDesktopsOpenerGetsTheMachinesPath) {
   for (int i = 0; i < 500 && disk.content("opened").empty(); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   EXPECT_EQ(disk.at("it's $HOME.pdf"), disk.content("opened"));
+}
+
+// Each writes what it is given, a line an argument, beside the folder it runs in.
+TEST(Processes, CommandLinesKeepTheirPathsInOnePiece) {
+  const Disk disk;
+  for (const char* folder : {"bin", "Out x", "run"}) disk.folder(folder);
+  disk.file("bin/tell", "#!/bin/sh\n{ pwd -P; for a in \"$@\"; do echo \"$a\"; done; } >'" + disk.at("told") + "'\n");
+  std::filesystem::permissions(disk.at("bin/tell"), std::filesystem::perms::owner_all);
+  disk.file("Out x/it's $1.txt", "");
+  disk.file("run/a.csv", "");
+  disk.file("run/b.csv", "");
+  const std::string file = disk.at("Out x/it's $1.txt");
+  const std::pair<std::wstring, std::string> cases[] = {
+      {L"", ""},
+      {L"\"d:\\out x\\IT'S $1.txt\" 2", file + "\n2\n"},
+      {L"'d:\\out x'\\b", disk.at("Out x/b") + "\n"},
+      {L"--in=d:/run\\none.csv;true", "--in=" + disk.at("run/none.csv") + "\n"},
+      {L"d:\\run\\*.csv", disk.at("run/a.csv") + "\n" + disk.at("run/b.csv") + "\n"},
+      {L"https:\\\\example.com\\a \\usr\\bin x\\\"y q:\\free", "https://example.com/a\n/usr/bin\nx\"y\nq:/free\n"},
+      {L"z:" + text::fromUtf8(disk.at("run")) + L"\\a.csv", disk.at("run/a.csv") + "\n"},
+  };
+  for (const auto& [arguments, expected] : cases) {
+    const Result<int> ended = processes().run(L"D:\\bin\\tell " + arguments, L"d:\\RUN");
+    EXPECT_TRUE(ended && ended.value == 0) << text::toUtf8(arguments);
+    EXPECT_EQ(std::filesystem::canonical(disk.at("run")).string() + "\n" + expected, disk.content("told"));
+  }
+}
+
+TEST(Processes, TroubleIsTold) {
+  const Disk disk;
+  const auto status = [](std::wstring_view command) { return processes().run(command, L"d:\\").value; };
+  EXPECT_EQ(3, status(L"exit 3"));
+  EXPECT_EQ(kNoProgram, status(L"d:\\none.exe a"));
+  EXPECT_EQ(128 + 9, status(L"kill -9 $$"));
+  EXPECT_EQ(0, status(L"! read line"));  // nothing stands on its input
+  EXPECT_EQ(std::errc::no_such_file_or_directory, processes().run(L"true", L"d:\\none").error);
+  EXPECT_EQ(std::errc::no_such_file_or_directory, processes().start(L"kvd-no-such-program", L"", L"d:\\"));
+  EXPECT_EQ(std::errc::no_such_file_or_directory, processes().start(L"\"d:\\no ne.exe\"", L"a", L"d:\\"));
+  EXPECT_EQ(std::errc::invalid_argument, processes().start(L"true", L"'open", L"d:\\"));
+}
+
+TEST(Processes, AStartedProgramIsntWaitedFor) {
+  const Disk disk;
+  disk.file("tool", "#!/bin/sh\nwhile [ ! -e go ]; do sleep 0.01; done; echo \"$1\" >done\n");
+  std::filesystem::permissions(disk.at("tool"), std::filesystem::perms::owner_all);
+  EXPECT_FALSE(processes().start(L"tool", L"\"a b\"", L"d:\\"));
+  EXPECT_EQ("tool", disk.tree());
+  disk.file("go", "");
+  for (int i = 0; i < 500 && disk.content("done").empty(); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ("a b\n", disk.content("done"));
+}
+
+TEST(Processes, AClosedDoorRefusesAndADryRunNotes) {
+  const Disk disk;
+  const DoorsGuard guard;
+  doors().programs = Door::closed;
+  EXPECT_EQ(std::errc::operation_not_permitted, processes().run(L"exit 3", L"d:\\").error);
+  EXPECT_EQ(std::errc::operation_not_permitted, processes().start(L"true", L"", L"d:\\"));
+  EXPECT_EQ(std::errc::operation_not_permitted, processes().open(L"d:\\"));
+  doors().programs = Door::withheld;
+  EXPECT_EQ(0, processes().run(L"exit 3", L"d:\\").value);
+  EXPECT_FALSE(processes().start(L"mail", L"-s x", L"d:\\"));
+  EXPECT_EQ((std::vector<std::wstring>{L"run exit 3", L"start mail -s x"}), doors().noted);
 }
 
 TEST(Surroundings, TheGuardPutsEverythingBack) {

@@ -42,6 +42,13 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='groupActions' version='3'><subtasks>\n<task type='savModel' version='3'/></subtasks></task>",
        ":5: B0 - G0: unknown action 'savModel'; did you mean 'saveModel'?"},
       {"<task type='groupActions' version='3'/>", ":4: B0: a group without 'subtasks'"},
+      {"<task type='reportUniversal' version='4' forPRT='true'/>",
+       ":4: B0: reportUniversal without 'reportFilter': its field stays empty"},
+      {"<task type='reportUniversal' version='4' forPRT='true'><reportFilter forEF='true'><filter>\n"
+       "<f type='isInstanze' filtertype='true'/></filter></reportFilter></task>",
+       ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
+      {"<task type='writeListReport' version='3' sel='14'/>", ":4: B0: writeListReport has no list '14'"},
+      {"<task type='writeListReport' version='3' sel='%LIST%'/>", ""},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},
@@ -64,6 +71,9 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
   const std::string group = "<task type='groupActions' version='3' ";
   const std::string drawing = group + "reworkMode='2' drwName='A' tmpPath='@project_dir@/forms' tmpName='";
   const std::vector<std::pair<std::string, std::string>> cases = {
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/none.csv'/>",
+       ":4: B0: 'path': the package has no file 'reports/none.csv'"},
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/%A%.csv'/>", ""},
       {message("@mdlm@"), ":4: B0: 'message': unknown token '@mdlm@'; did you mean '@mdln@'?"},
       {message("mail ann@mill.com @ 5, @mdln@ @date@ %A@x% 50 % @workerdir:C@"), ""},
       {message("$$prex$3$abc$$"), ":4: B0: 'message': unknown text function '$$prex$'; did you mean 'pre'?"},
@@ -101,6 +111,41 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
     const Ended ended = kelvane({"check", path("standards")});
     EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml" + line + "\n", ended.out) << body;
   }
+}
+
+// What a package uses outside it is told, and is no fault.
+TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
+  const std::string action = "<task version='3' forPRT='true' forDRW='true' type='";
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {action + "runMSDOScommand' cmd='c:\\tools\\mail.exe' args='-s %A%'/>",
+       "it starts the program 'c:\\tools\\mail.exe -s %A%'"},
+      {action + "runMSDOScommand' cmd='@project_dir@/a.cmd' args=''/>", "it starts the program '@project_dir@/a.cmd'"},
+      {action + "setWorkingDirectory' path='%FOLDER%'/>", "'path' leaves the package: '%FOLDER%'"},
+      {action + "openCSVReport' name='a' file='k:/audit.csv'/>", "'file' leaves the package: 'k:/audit.csv'"},
+      {action + "openCSVReport' name='a' file='@project_dir@/../audit.csv'/>",
+       "'file' leaves the package: '@project_dir@/../audit.csv'"},
+      {action + "openCSVReport' name='a' file='@project_dir@/a..b.csv'/>", ""},
+      {action + "setDTL' view='\\\\server\\iso.dtl'/>", "'view' leaves the package: '\\\\server\\iso.dtl'"},
+      {action + "setEnvironmentVariable' name='A' value='d:\\x'/>", "'value' leaves the package: 'd:\\x'"},
+      {action + "setEnvironmentVariable' name='A' value='d: x'/>", ""},
+      {action +
+           "saveModel' forEF='true'><filter><f type='filename' filtertype='true' filename='d:\\x*'/></filter></task>",
+       "'filename' leaves the package: 'd:\\x*'"},
+  };
+  for (const auto& [body, line] : cases) {
+    list("clean.xml", body);
+    const Ended ended = kelvane({"check", path("standards")});
+    EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml:4: B0: " + line + "\n", ended.out) << body;
+    EXPECT_EQ(0, ended.code) << body;
+  }
+  list("clean.xml", action + "setUserVariableFromUrl' value='https://example.com/@mdln@'/>");
+  EXPECT_THAT(kelvane({"check", path("standards")}).out,
+              testing::HasSubstr(":4: B0: it asks the address 'https://example.com/@mdln@'\n"));
+  list("clean.xml", action + "runTrailfile' tf='@project_dir@/none.txt'/>");
+  EXPECT_EQ("actionlists/clean.xml:4: B0: 'tf': the package has no file 'models/none.txt'\n",
+            kelvane({"check", path("standards")}).out);
+  list("clean.xml", action + "runMSDOScommand' cmd='mail'/>");
+  EXPECT_THAT(kelvane({"check", path("standards"), "--json"}).out, testing::HasSubstr("\"use\": \"program\""));
 }
 
 TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {

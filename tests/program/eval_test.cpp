@@ -121,7 +121,8 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
            "<task type='groupActions' version='3'><subtasks><task type='saveModel' version='3' forPRT='true'/>"
            "</subtasks></task>"
            "<task type='groupActions' version='3' reworkMode='3'><subtasks><task type='saveModel'/></subtasks></task>"
-           "<task type='groupActions' version='3' forASM='false'><subtasks><task type='saveModel'/></subtasks></task>");
+           "<task type='groupActions' version='3' forASM='false'><subtasks><task type='saveModel'/></subtasks></task>"
+           "<task type='writeListReport' version='3' sel='8'/>");
   EXPECT_EQ(
       "yes  table: a row, selected\n"
       "yes  B0 saveModel\n"
@@ -142,7 +143,8 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
       "yes  B10 groupActions\n"
       "no   B10 - G0 saveModel: its group runs it on other models\n"
       "no   B11 groupActions: forPRT is missing\n"
-      "no   B11 - G0 saveModel: its group doesn't run\n",
+      "no   B11 - G0 saveModel: its group doesn't run\n"
+      "yes  B12 writeListReport\n",
       why("SHAFT.PRT"));
 }
 

@@ -14,7 +14,7 @@ TEST_F(Run, ExampleLeavesOneNewVersionWithItsHistory) {
   const std::vector<std::string> before = filesIn("models");
   const Ended first = runExample("title_block");
   EXPECT_EQ(0, first.code) << first.err;
-  EXPECT_EQ("done  models=21 changed=20 unchanged=1 skipped=0 failed=0 saved=20  errors=0 warnings=7", recapOf(first));
+  EXPECT_EQ("done  models=21 changed=20 unchanged=0 skipped=1 failed=0 saved=20  errors=0 warnings=7", recapOf(first));
   EXPECT_THAT(first.out, testing::HasSubstr("log  " + models() + "/kelvane.log\n"));
   EXPECT_EQ(before.size() + 20 + 1, filesIn("models").size());
   const std::string gear = kelvane({"show", models(), "GEAR.PRT"}).out;
@@ -23,10 +23,10 @@ TEST_F(Run, ExampleLeavesOneNewVersionWithItsHistory) {
 
   // The history is in the saved documents, so that a second run finds only what it couldn't touch.
   const Ended second = runExample("title_block");
-  EXPECT_EQ("done  models=21 changed=0 unchanged=1 skipped=20 failed=0 saved=0  errors=0 warnings=0", recapOf(second));
+  EXPECT_EQ("done  models=21 changed=0 unchanged=0 skipped=21 failed=0 saved=0  errors=0 warnings=0", recapOf(second));
   EXPECT_THAT(second.err, testing::HasSubstr("warning: 20 models were worked by this list before"));
   const Ended again = runExample("title_block", {"--again"});
-  EXPECT_EQ("done  models=21 changed=0 unchanged=21 skipped=0 failed=0 saved=20  errors=0 warnings=7", recapOf(again));
+  EXPECT_EQ("done  models=21 changed=0 unchanged=20 skipped=1 failed=0 saved=20  errors=0 warnings=7", recapOf(again));
 }
 
 TEST_F(Run, DryRunNamesExactlyWhatTheRunThenDoes) {
@@ -155,6 +155,26 @@ TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
   EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=1  errors=0 warnings=0",
             recapOf(run("norm", {"-n"})));
   EXPECT_FALSE(fs::exists(unpacked / "left.txt"));
+}
+
+// A site's script comes with its configuration; a dry run names the command and starts nothing.
+TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
+  part(L"PLATE").with(L"COLOR", L"red");
+  list("values.xml",
+       "<task type='editModelParameterFromFile' version='3' forPRT='true' forEF='false'"
+       " path='z:" +
+           path("values.xls") + "'/>" + kSave);
+  file("values.xls", "model name;parameter name;value\nPLATE;COLOR;blue\n");
+  file("config/kvd_main.cfg", "kvd_no_user_cfg=1\n");
+  file("config/xls2csv.vbs", "#!/bin/sh\necho ran >>'" + path("ran") + "'\ncp \"$1\" \"$2\"\n");
+  fs::permissions(path("config/xls2csv.vbs"), fs::perms::owner_all);
+  const Ended dry = run("values", {"-n", "--config", path("config")});
+  EXPECT_THAT(dry.out, testing::HasSubstr("would run t:\\conf\\xls2csv.vbs \"z:\\"));
+  EXPECT_FALSE(fs::exists(path("ran")));
+  const Ended real = run("values", {"--config", path("config"), "--again"});
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0", recapOf(real));
+  EXPECT_EQ("ran\n", readBytes(path("ran")));
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::ContainsRegex("COLOR +String +blue"));
 }
 
 TEST_F(Run, TerminalShowsABarAndColoursUnlessTheyAreRefused) {

@@ -70,9 +70,10 @@ TEST_F(RunTrouble, TroubledModelsAreCountedAndTheOthersWorked) {
   part(L"FIXED").readOnly();
   const Ended ended = run("norm");
   EXPECT_EQ(1, ended.code);
-  EXPECT_EQ("done  models=5 changed=3 unchanged=1 skipped=0 failed=1 saved=3  errors=0 warnings=0", recapOf(ended));
+  EXPECT_EQ("done  models=5 changed=3 unchanged=0 skipped=1 failed=1 saved=3  errors=0 warnings=0", recapOf(ended));
   EXPECT_THAT(ended.err, testing::StartsWith("error: bad.prt.2:3: 'parameters' must be an array\n"
                                              "warning: RING_B.ASM uses NUT.PRT, which isn't there\n"));
+  EXPECT_THAT(ended.err, testing::HasSubstr("warning: passed over, as it can't be modified: FIXED.PRT\n"));
 }
 
 TEST_F(RunTrouble, ReadOnlyModelsAreNotSavedAndTheRunSaysSo) {

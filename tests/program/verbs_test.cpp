@@ -49,15 +49,15 @@ TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
 }
 
 TEST_F(Verbs, ListsShowsDescriptionsInColumns) {
-  const Ended ended = kelvane({"lists", example("packages/standards")});
+  list("title_block.xml", "");
+  file("standards/actionlists/title_block.xmlinfo", "Gives every model a title block.\nSkeletons are left out.\n");
+  list("count.xml", "");
+  file("standards/actionlists/count.xmlinfo", "Counts the models.\n");
   EXPECT_EQ(
-      "drawing_check.xml  Checks drawings sheet by sheet, and the models behind them: numbers, sizes, scales.\n"
-      "                   Changes nothing.\n"
-      "inventory.xml      Counts the models and names the generics and the steel parts in Creo's message area. Changes "
-      "nothing.\n"
-      "title_block.xml    Gives every model the parameters of the title block and saves it.\n"
-      "                   Skeletons are left out; instances get them from their generics.\n",
-      ended.out);
+      "count.xml        Counts the models.\n"
+      "title_block.xml  Gives every model a title block.\n"
+      "                 Skeletons are left out.\n",
+      kelvane({"lists", path("standards")}).out);
 }
 
 TEST_F(Verbs, PackedPackageDependsOnItsContentAlone) {

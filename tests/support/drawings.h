@@ -29,8 +29,10 @@ inline const char* const kPairDrawing = R"({
     {"id": 4, "segments": [{"sheet": 3, "position": {"x": 5, "y": 6}}, {"sheet": 2, "position": {"x": 7, "y": 8}}],
      "columns": [10], "rows": [10], "repeatRegions": [{"model": 3}, {"model": 3}]}],
   "symbolDefinitions": [{"id": 1, "name": "weld"}, {"id": 2, "name": "unused"}],
-  "symbols": [{"id": 7, "definition": "weld", "sheet": 2, "position": {"x": 1, "y": 2}},
+  "symbols": [{"id": 7, "definition": "weld", "sheet": 2, "position": {"x": 1, "y": 2}, "texts": ["a5"]},
               {"id": 8, "definition": "lost", "sheet": 1, "position": {"x": 1, "y": 2}}],
+  "notes": [{"id": 3, "name": "EDGES", "lines": ["All edges", "&COLOR"], "sheet": 2, "position": {"x": 9, "y": 9}},
+            {"id": 5, "lines": ["free of burrs"], "position": {"x": 9, "y": 9}}],
   "shownDimensions": [{"model": "GEAR.prt", "id": 2}, {"model": "PINION.prt", "id": 3, "reference": true}],
   "views": [{"name": "LEFT", "sheet": 1, "model": "GEAR.prt", "position": {"x": 50, "y": 90}},
             {"name": "DETAIL", "sheet": 1, "model": "PINION.prt", "scale": 5, "position": {"x": 9, "y": 90}}]

@@ -69,19 +69,9 @@ const Mode* findMode(std::wstring_view value) {
   return mode == std::end(kModes) ? nullptr : mode;
 }
 
-// A group for all kinds of models without a filter of its own runs as it is, without a model too.
-bool isUnfiltered(const Task& task) {
-  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
-  return !isOff(L"forPRT") && !isOff(L"forASM") && !isOff(L"forDRW") && !task.isTrue(L"forEF");
-}
-
 Outcome groupActions(const Task& task) {
   if (const auto ended = beginUnfiltered(task, {.title = L"GROUP ACTION"})) return *ended;
-  if (isUnfiltered(task)) {
-    core::countAction();
-  } else if (passFilter(task)) {
-    return done;
-  }
+  if (passFilterUnlessForAll(task)) return done;
   const GroupGuard group(task.model());
   if (modelsUnderWork().size() > kDeepestGroup) {
     core::logWrite(text::format(L"Groups nested deeper than %d levels aren't carried out", kDeepestGroup),

@@ -4,6 +4,7 @@
 #include "actions/model/parameter_values.h"
 #include "core/log.h"
 #include "core/messages.h"
+#include "creo/ProMdl.h"
 #include "engine/compare.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -197,6 +198,25 @@ ProError findAndEditParameter(ParameterEditContext& context, const ProParameter&
   const Fit fit = valueFits(context, *wanted, parameter);
   if (fit == Fit::yes) edit(context, parameter);
   return fit == Fit::endVisit ? ProStopVisit : ProNoError;
+}
+
+void setParameterTo(const engine::Task& task, const ProParameter& parameter, std::wstring_view value,
+                    ProParamvalueType kind) {
+  if (kind == ProParamvalueType::none) {
+    const auto own = editedValue(parameter);
+    if (!own) return error(L"Failure in ProParameterValueGet()");
+    kind = own.value.type;
+  }
+  ParameterEditContext context{.currentAction = task, .currentModel = parameter.owner.owner};
+  context.editPass = ParameterEditContext::setValue;
+  context.override = ParameterOverride{kind, std::wstring(value)};
+  editParameterValue(context, parameter);
+}
+
+Got<ProParameter> parameterNamed(ProMdl model, std::wstring_view name) {
+  const auto owner = ProMdlToModelitem(model);
+  if (!owner) return owner.error;
+  return ProParameterInit(owner.value, std::wstring(name));
 }
 
 bool visitAndEdit(ParameterEditContext& context, const ProModelitem& owner) {

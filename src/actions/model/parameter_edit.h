@@ -34,6 +34,12 @@ struct ParameterEditContext {
 creo::ProError findAndEditParameter(ParameterEditContext& context, const creo::ProParameter& parameter);
 // Retypes the parameter in the retype pass, or sets its value in the other one. Driven parameters stay, with a line.
 void editParameterValue(ParameterEditContext& context, const creo::ProParameter& parameter);
+// Sets a parameter to a text that the caller has, as the value pass does: with variables, nothing of a driven one.
+// kind: a parameter of another one stays as it is; none: any kind will do.
+void setParameterTo(const engine::Task& task, const creo::ProParameter& parameter, std::wstring_view value,
+                    creo::ProParamvalueType kind = creo::ProParamvalueType::none);
+// A model's own parameter of that name. ProNotFound.
+creo::Got<creo::ProParameter> parameterNamed(creo::ProMdl model, std::wstring_view name);
 // One visit of an owner's parameters. False: it ended early.
 bool visitAndEdit(ParameterEditContext& context, const creo::ProModelitem& owner);
 

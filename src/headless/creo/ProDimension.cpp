@@ -1,9 +1,15 @@
 // Dimensions, of solids and of drawings.
+#include "creo/ProDimension.h"
+
 #include <algorithm>
+#include <cmath>
 
 #include "creo/ProDrawing.h"
 #include "creo/ProSolid.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/family.h"
+#include "headless/model/parameters.h"
+#include "headless/store/names.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -32,6 +38,21 @@ auto onDimension(std::string_view name, const ProDimension& dimension, Body&& bo
     if (!record) return Result(ProNotFound);
     return body(*record);
   });
+}
+
+// By a relation that assigns to its symbol; a parameter of that name would take the value instead.
+bool isDriven(headless::ModelDocument& document, const std::string& symbol) {
+  return document.relationNames().assigned.contains(headless::folded(symbol)) &&
+         !headless::findParameter(document, nullptr, symbol);
+}
+
+Got<double> valueOf(const Model& model, const DimensionRecord& record) {
+  const headless::Scalar* own =
+      headless::rowValue(*model.document, model.row, ProFamitemType::dimension, headless::symbolOf(record));
+  const headless::Scalar& value = own ? *own : record.value;
+  if (const auto* integer = std::get_if<int>(&value)) return static_cast<double>(*integer);
+  if (const auto* real = std::get_if<double>(&value)) return *real;
+  return ProNotFound;
 }
 
 }  // namespace
@@ -85,6 +106,57 @@ Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimensio
                        if (!record.tolerance) return ProNotFound;
                        return ProDimensionTolerance{record.tolerance->upper, record.tolerance->lower};
                      });
+}
+
+Got<ProToleranceType> ProDimensionTolTypeGet(const ProDimension& dimension) {
+  return onDimension("ProDimensionTolTypeGet", dimension, [](const DimensionRecord& record) -> Got<ProToleranceType> {
+    if (!record.tolerance || record.tolerance->type != ProToleranceType::none)
+      return record.tolerance ? record.tolerance->type : ProToleranceType::none;
+    const bool isEven = record.tolerance->upper == record.tolerance->lower;
+    return isEven ? ProToleranceType::symmetric : ProToleranceType::plusMinus;
+  });
+}
+
+Got<bool> ProDimensionIsAssociative(const ProDimension& dimension) {
+  return onDimension("ProDimensionIsAssociative", dimension,
+                     [](const DimensionRecord& record) -> Got<bool> { return record.associative; });
+}
+
+Got<double> ProDimensionValueGet(const ProDimension& dimension) {
+  return onModel("ProDimensionValueGet", dimension.owner, [&](State&, Model& m) -> Got<double> {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    return valueOf(m, *record);
+  });
+}
+
+ProError ProDimensionValueSet(const ProDimension& dimension, double value) {
+  return onModel("ProDimensionValueSet", dimension.owner, [&](State& state, Model& m) -> ProError {
+    DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    if (!std::isfinite(value)) return ProBadInputs;
+    const std::string symbol = headless::symbolOf(*record);
+    if (dimension.reference || isDriven(*m.document, symbol)) {
+      state.showMessage(text::fromUtf8(symbol) +
+                        (dimension.reference ? L" is a reference dimension" : L" is driven by a relation"));
+      return ProGeneralError;
+    }
+    if (const auto present = valueOf(m, *record); present && present.value == value) return ProNoError;
+    if (m.row)
+      headless::setRowValue(*m.document, *m.row, ProFamitemType::dimension, symbol, value);
+    else
+      record->value = value;
+    m.document->touch(m.row);
+    return ProNoError;
+  });
+}
+
+Got<bool> ProDimensionIsReldriven(const ProDimension& dimension) {
+  return onModel("ProDimensionIsReldriven", dimension.owner, [&](State&, Model& m) -> Got<bool> {
+    const DimensionRecord* record = m.document->dimension(dimension.id, dimension.reference);
+    if (!record) return ProNotFound;
+    return isDriven(*m.document, headless::symbolOf(*record));
+  });
 }
 
 }  // namespace creo

@@ -7,13 +7,7 @@ Got<ProMdl> ProDrawingFromTmpltCreate(const std::wstring& name, const std::wstri
                                       unsigned /*options*/) {
   return headless::operation("ProDrawingFromTmpltCreate", [&](headless::Session::State& state) -> Got<ProMdl> {
     const auto drawing = state.models.createDrawing(name, templateName, model);
-    if (!drawing) return drawing;
-    headless::Event created;
-    created.notification.type = ProNotifyType::modelCreated;
-    created.notification.model = drawing.value;
-    created.notification.name = state.models.find(drawing.value)->name;
-    created.notification.typeText = typeExtension(ProMdlType::drawing);
-    state.events.queue(std::move(created));
+    if (drawing) state.raise(ProNotifyType::modelCreated, drawing.value);
     return drawing;
   });
 }

@@ -101,6 +101,11 @@ Got<Lines> ProDwgtableCelltextGet(const ProDwgtable& table, int column, int row,
   });
 }
 
+Got<bool> ProDwgtableIsFromFormat(const ProDwgtable& table) {
+  return onTable("ProDwgtableIsFromFormat", table,
+                 [](State&, Model&, TableRecord& record) -> Got<bool> { return record.fromFormat; });
+}
+
 Got<std::vector<int>> ProDwgtableRegionModelsGet(const ProDwgtable& table) {
   return onTable("ProDwgtableRegionModelsGet", table, [](State&, Model&, TableRecord& record) -> Got<std::vector<int>> {
     std::vector<int> numbers;

@@ -3,6 +3,7 @@
 #include "headless/creo/operation.h"
 #include "headless/model/family.h"
 #include "text/encoding.h"
+#include "text/format.h"
 #include "text/letters.h"
 
 namespace creo {
@@ -55,6 +56,21 @@ Got<ProFamtable> ProFamtableInit(ProMdl solid) {
   });
 }
 
+ProError ProFamtableCheck(const ProFamtable& table) {
+  return onModel("ProFamtableCheck", table.owner, [](State& state, Model& m) -> ProError {
+    const FamilyTableRecord* held = tableOf(m);
+    if (!held) return ProNotFound;
+    ProError result = ProNoError;
+    for (const auto& row : held->instances) {
+      const std::wstring fault = headless::rowFault(*m.document, *row);
+      if (fault.empty()) continue;
+      state.models.message(text::format(L"%s: the row %s can't be read: %s", m.name, text::fromUtf8(row->name), fault));
+      result = ProGeneralError;
+    }
+    return result;
+  });
+}
+
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor) {
   return onModel("ProFamtableInstanceVisit", table.owner, [&](State&, Model& m) -> ProError {
     std::vector<ProFaminstance> rows;
@@ -68,6 +84,21 @@ Got<ProVerification> ProFaminstanceIsVerified(const ProFaminstance& instance) {
   return onModel("ProFaminstanceIsVerified", instance.owner, [&](State&, Model& m) -> Got<ProVerification> {
     const headless::RowRecord* row = rowOf(m, instance);
     return row ? Got<ProVerification>(row->verification) : ProNotFound;
+  });
+}
+
+Got<ProInstanceLock> ProFaminstanceCheck(const ProFaminstance& instance) {
+  return onModel("ProFaminstanceCheck", instance.owner, [&](State&, Model& m) -> Got<ProInstanceLock> {
+    const headless::RowRecord* row = rowOf(m, instance);
+    if (!row) return ProNotFound;
+    return row->locked ? ProInstanceLock::locked : ProInstanceLock::none;
+  });
+}
+
+Got<ProMdl> ProFaminstanceMdlGet(const ProFaminstance& instance) {
+  return onModel("ProFaminstanceMdlGet", instance.owner, [&](State& state, Model& m) -> Got<ProMdl> {
+    if (!rowOf(m, instance)) return ProNotFound;
+    return state.models.inMemory(instance.name, m.type());
   });
 }
 

@@ -1,4 +1,4 @@
-#include "creo/ProFeature.h"
+#include "creo/ProElement.h"
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
@@ -28,6 +28,22 @@ auto onFeature(std::string_view name, const ProFeature& feature, Get get)
 std::wstring recordText(const ModelFeature& feature, std::string headless::FeatureRecord::*member) {
   const headless::FeatureRecord* record = feature.record();
   return record ? text::fromUtf8(record->*member) : std::wstring();
+}
+
+decltype(ProElement::value) elementValue(const headless::Scalar& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) return text::fromUtf8(*text);
+  if (const auto* real = std::get_if<double>(&value)) return *real;
+  if (const auto* integer = std::get_if<int>(&value)) return *integer;
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
+  return {};
+}
+
+Got<ProMdl> modelOf(State& state, const ModelFeature& component) {
+  if (!component.isComponent()) return ProBadInputs;
+  const ProMdlType type = component.component()->type;
+  if (const auto there = state.models.inMemory(headless::featureName(component), type)) return there;
+  const auto model = state.models.retrieve(headless::componentLabel(component), type);
+  return model ? model : ProNotFound;
 }
 
 }  // namespace
@@ -77,6 +93,31 @@ Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature) {
                    [](State&, const ModelFeature& f) -> Got<ProFeatureStatus> { return headless::featureStatus(f); });
 }
 
+Got<bool> ProFeatureVisibilityGet(const ProFeature& feature) {
+  return onFeature("ProFeatureVisibilityGet", feature, [](State&, const ModelFeature& f) -> Got<bool> {
+    const headless::FeatureRecord* record = f.record();
+    return !record || !record->hidden;
+  });
+}
+
+Got<bool> ProFeatureGrppatternStatusGet(const ProFeature& pattern) {
+  return onFeature("ProFeatureGrppatternStatusGet", pattern, [](State&, const ModelFeature& f) -> Got<bool> {
+    const headless::FeatureRecord* record = f.record();
+    return record && record->pattern && record->pattern->group;
+  });
+}
+
+Got<ProElemtree> ProPatternElemtreeCreate(const ProFeature& pattern) {
+  return onFeature("ProPatternElemtreeCreate", pattern, [](State&, const ModelFeature& f) -> Got<ProElemtree> {
+    const headless::FeatureRecord* record = f.record();
+    if (headless::featureType(f) != kPatternFeature) return ProBadInputs;
+    ProElemtree tree;
+    if (record->pattern && record->pattern->regeneration.index() != 0)
+      tree.elements.push_back({kPatternRegeneration, elementValue(record->pattern->regeneration)});
+    return tree;
+  });
+}
+
 Got<bool> ProFeatureHasGeomchks(const ProFeature& feature) {
   return onFeature("ProFeatureHasGeomchks", feature, [](State&, const ModelFeature& f) -> Got<bool> {
     const headless::FeatureRecord* record = f.record();
@@ -104,19 +145,28 @@ Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature
 }
 
 Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component) {
-  return onFeature("ProAsmcompMdlGet", component, [](State& state, const ModelFeature& f) -> Got<ProMdl> {
-    if (!f.isComponent()) return ProBadInputs;
-    const ProMdlType type = f.component()->type;
-    if (const auto there = state.models.inMemory(headless::featureName(f), type)) return there;
-    const auto model = state.models.retrieve(headless::componentLabel(f), type);
-    return model ? model : ProNotFound;
-  });
+  return onFeature("ProAsmcompMdlGet", component,
+                   [](State& state, const ModelFeature& f) -> Got<ProMdl> { return modelOf(state, f); });
 }
 
 Got<bool> ProAsmcompIsFlexible(const ProFeature& component) {
   return onFeature("ProAsmcompIsFlexible", component, [](State&, const ModelFeature& f) -> Got<bool> {
     if (!f.isComponent()) return ProBadInputs;
     return f.component()->flexible;
+  });
+}
+
+ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor) {
+  return onFeature("ProVariantfeatItemsVisit", component, [&](State& state, const ModelFeature& f) -> ProError {
+    // Its record may move while its model comes in.
+    std::vector<ProModelitem> items;
+    if (const headless::FeatureRecord* record = f.record())
+      for (const headless::VariantItemRecord& one : record->variantItems)
+        items.push_back({one.type, one.id, {}, text::fromUtf8(one.name)});
+    const auto model = modelOf(state, f);
+    if (!model) return model.error;
+    for (ProModelitem& item : items) item.owner = model.value;
+    return headless::visit<ProModelitem>(items, visitor);
   });
 }
 

@@ -21,6 +21,17 @@ const LayerRecord* layerOf(const Model& model, int id) {
   return found == layers.end() ? nullptr : &*found;
 }
 
+Got<std::vector<ProModelitem>> itemsOf(std::string_view operation, const ProLayer& layer) {
+  using Items = std::vector<ProModelitem>;
+  return onModel(operation, layer.owner, [&](State&, Model& m) -> Got<Items> {
+    const LayerRecord* found = layerOf(m, layer.id);
+    if (!found) return ProNotFound;
+    Items items;
+    for (const headless::ItemRecord& one : found->items) items.push_back({one.type, one.id, m.handle, {}});
+    return items;
+  });
+}
+
 }  // namespace
 
 ProError ProMdlLayerVisit(ProMdl model, Visitor<ProLayer> visitor) {
@@ -39,16 +50,20 @@ Got<std::wstring> ProLayerNameGet(const ProLayer& layer) {
   });
 }
 
-Got<std::vector<ProModelitem>> ProLayerItemsGet(const ProLayer& layer) {
-  using Items = std::vector<ProModelitem>;
-  return onModel("ProLayerItemsGet", layer.owner, [&](State&, Model& m) -> Got<Items> {
+Got<ProLayerDisplay> ProLayerDisplaystatusGet(const ProLayer& layer) {
+  return onModel("ProLayerDisplaystatusGet", layer.owner, [&](State&, Model& m) -> Got<ProLayerDisplay> {
     const LayerRecord* found = layerOf(m, layer.id);
     if (!found) return ProNotFound;
-    Items items;
-    for (const headless::ItemRecord& one : found->items) items.push_back({one.type, one.id, m.handle, {}});
-    return items;
+    return found->status;
   });
 }
+
+// Layers have no rules here: what is on one was put there.
+Got<std::vector<ProModelitem>> ProLayerItemsPopulate(const ProLayer& layer) {
+  return itemsOf("ProLayerItemsPopulate", layer);
+}
+
+Got<std::vector<ProModelitem>> ProLayerItemsGet(const ProLayer& layer) { return itemsOf("ProLayerItemsGet", layer); }
 
 Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model) {
   using States = std::vector<ProLayerstate>;

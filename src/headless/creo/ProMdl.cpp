@@ -1,9 +1,12 @@
 #include "creo/ProMdl.h"
 
+#include <unordered_set>
+
 #include "headless/creo/operation.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace creo {
 
@@ -12,6 +15,21 @@ using headless::modelKey;
 using headless::onModel;
 using headless::operation;
 using State = headless::Session::State;
+
+namespace {
+
+// The models that a model uses, then the layouts that it declares.
+std::vector<ProDependency> filesUsed(const Model& model) {
+  std::vector<ProDependency> files = headless::Models::dependencies(model);
+  std::unordered_set<std::wstring> seen;
+  for (const headless::LayoutRecord& layout : model.document->record.layouts) {
+    std::wstring name = text::upper(text::fromUtf8(layout.name));
+    if (seen.insert(name).second) files.push_back({std::move(name), L"LAY", kLayoutType});
+  }
+  return files;
+}
+
+}  // namespace
 
 Got<ProMdl> ProMdlCurrentGet() {
   return operation("ProMdlCurrentGet", [](State& state) -> Got<ProMdl> {
@@ -38,7 +56,7 @@ Got<ProMdlType> ProMdlTypeGet(ProMdl model) {
 }
 
 Got<ProMdlData> ProMdlDataGet(ProMdl model) {
-  return onModel("ProMdlDataGet", model, [](State&, Model& m) -> Got<ProMdlData> {
+  return onModel("ProMdlDataGet", model, [](State& state, Model& m) -> Got<ProMdlData> {
     ProMdlData data;
     const os::DevicePath place = os::splitDevice(m.document->folder);
     data.name = m.name;
@@ -47,6 +65,10 @@ Got<ProMdlData> ProMdlDataGet(ProMdl model) {
     const bool isNew = m.document->folder.empty();
     data.device = place.device.empty() && !isNew ? L"z" : place.device;
     data.path = place.path;
+    if (m.document->inWorkspace) {
+      data.device = L"wtws";
+      data.path = state.servers.path();
+    }
     data.version = m.document->version;
     return data;
   });
@@ -86,26 +108,51 @@ Got<std::wstring> ProMdlOriginGet(ProMdl model) {
   });
 }
 
+Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model) {
+  return onModel("ProMdlDirectoryPathGet", model, [](State&, Model& m) -> Got<std::wstring> {
+    if (m.document->folder.empty()) return ProNotFound;
+    return m.document->folder;
+  });
+}
+
 ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
-    ProNotification before;
-    before.type = ProNotifyType::saveBefore;
-    before.model = m.handle;
-    before.name = m.name;
-    before.typeText = typeExtension(m.type());
-    const ProMdl handle = m.handle;
-    state.notify(before);
+    const ProMdl handle = m.handle;  // a handler may erase the model
+    state.raise(ProNotifyType::saveBefore, handle);
     return state.models.save(handle);
   });
 }
 
 ProError ProMdlErase(ProMdl model) {
-  return operation("ProMdlErase", [&](State& state) { return state.models.erase(model); });
+  return operation("ProMdlErase", [&](State& state) {
+    state.raise(ProNotifyType::eraseBefore, model);
+    return state.models.erase(model);
+  });
 }
 
-Got<bool> ProMdlIsModifiable(ProMdl model, bool /*askUser*/) {
-  return onModel("ProMdlIsModifiable", model,
-                 [](State&, Model& m) -> Got<bool> { return !m.document->record.readOnly; });
+namespace {
+
+// A model that isn't checked out: what the user would answer stands in an option, as nobody sits here.
+bool resolvedByUser(State& state, Model& model) {
+  const auto answers = state.configuration.values(L"dm_checkout_on_the_fly");
+  const std::wstring answer = answers.empty() ? std::wstring() : text::lower(answers.front());
+  if (answer == L"continue") model.document->closed = false;
+  if (answer == L"checkout") {
+    std::wstring conflicts;
+    state.servers.checkOut(model, false, conflicts);
+    if (!conflicts.empty()) state.showMessage(conflicts);
+  }
+  return !model.document->closed;
+}
+
+}  // namespace
+
+Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser) {
+  return onModel("ProMdlIsModifiable", model, [&](State& state, Model& m) -> Got<bool> {
+    if (m.document->record.readOnly) return false;
+    if (!m.document->closed) return true;
+    return askUser && resolvedByUser(state, m);
+  });
 }
 
 Got<bool> ProMdlIsSkeleton(ProMdl model) {
@@ -119,13 +166,13 @@ Got<bool> ProMdlModificationVerify(ProMdl model) {
 
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model) {
   return onModel("ProMdlDependenciesList", model,
-                 [](State&, Model& m) -> Got<std::vector<ProDependency>> { return headless::Models::dependencies(m); });
+                 [](State&, Model& m) -> Got<std::vector<ProDependency>> { return filesUsed(m); });
 }
 
 Got<std::vector<ProDependencyData>> ProMdlDependenciesDataList(ProMdl model) {
   return onModel("ProMdlDependenciesDataList", model, [](State&, Model& m) -> Got<std::vector<ProDependencyData>> {
     std::vector<ProDependencyData> files;
-    for (ProDependency& used : headless::Models::dependencies(m))
+    for (ProDependency& used : filesUsed(m))
       files.push_back({std::move(used.name), std::move(used.typeText), static_cast<int>(used.type)});
     return files;
   });
@@ -158,7 +205,9 @@ ProError ProMdlDisplay(ProMdl model) {
     }
     const bool changed = state.windows.show(window, m.handle);
     state.queue(ProNotifyType::modelDisplayed, m.handle, window);
-    if (changed) state.queue(ProNotifyType::currentModelChanged, m.handle, window);
+    if (!changed) return ProNoError;
+    state.queue(ProNotifyType::currentModelChanged, m.handle, window);
+    state.raise(ProNotifyType::windowOccupied, m.handle, window);
     return ProNoError;
   });
 }

@@ -8,8 +8,16 @@ using State = headless::Session::State;
 
 ProError ProMdlEraseAll(ProMdl model) {
   return operation("ProMdlEraseAll", [&](State& state) {
+    state.raise(ProNotifyType::eraseBefore, model);
     // Creo keeps a model that stands in a window.
     return state.models.eraseAll(model, [&](ProMdl used) { return state.windows.shows(used); });
+  });
+}
+
+ProError ProMdlEraseNotDisplayed() {
+  return operation("ProMdlEraseNotDisplayed", [](State& state) {
+    state.models.eraseUnless([&](ProMdl model) { return state.windows.shows(model); });
+    return ProNoError;
   });
 }
 

@@ -1,7 +1,7 @@
 #include "creo/ProMessage.h"
 
 #include "headless/creo/operation.h"
-#include "headless/proui/ui_state.h"
+#include "headless/macros/message_dialog.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 
@@ -36,7 +36,7 @@ Got<int> ProUIMessageDialogDisplay(const std::wstring& title, const std::wstring
                                    const std::vector<std::wstring>& buttons) {
   return operation("ProUIMessageDialogDisplay", [&](State& state) -> Got<int> {
     if (buttons.empty()) return ProBadInputs;
-    const int pressed = state.ui.state().ask({{}, title, text, buttons});
+    const int pressed = headless::messageDialog(state, {{}, title, text, buttons});
     if (pressed < 0 || pressed >= static_cast<int>(buttons.size())) return ProBadInputs;
     return pressed;
   });

@@ -134,4 +134,18 @@ Got<ProParameterDriver> ProParameterDriverGet(const ProParameter& parameter) {
   return onParameter<ProParameterDriver>("ProParameterDriverGet", parameter, &Parameters::driver);
 }
 
+Got<bool> ProParameterRangeGet(const ProParameter& parameter) {
+  return onParameter<bool>("ProParameterRangeGet", parameter, [](const ParameterPlace& place) {
+    const auto& held = place.record().restriction;
+    return held && (held->minimum.index() != 0 || held->maximum.index() != 0);
+  });
+}
+
+Got<bool> ProParameterIsEnumerated(const ProParameter& parameter) {
+  return onParameter<bool>("ProParameterIsEnumerated", parameter, [](const ParameterPlace& place) {
+    const auto& held = place.record().restriction;
+    return held && !held->values.empty();
+  });
+}
+
 }  // namespace creo

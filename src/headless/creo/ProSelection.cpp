@@ -14,6 +14,20 @@ Got<std::vector<ProSelection>> ProSelbufferSelectionsGet() {
   });
 }
 
+ProError ProSelbufferClear() {
+  return operation("ProSelbufferClear", [](State& state) {
+    state.selections.clear();
+    return ProNoError;
+  });
+}
+
+ProError ProSelbufferSelectionAdd(const ProSelection& selection) {
+  return headless::onModel("ProSelbufferSelectionAdd", selection.item.owner, [&](State& state, headless::Model&) {
+    state.selections.push_back(selection);
+    return ProNoError;
+  });
+}
+
 Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection) {
   return headless::onModel("ProSelectionModelitemGet", selection.item.owner,
                            [&](State&, headless::Model&) -> Got<ProModelitem> { return selection.item; });

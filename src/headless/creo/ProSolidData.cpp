@@ -1,9 +1,6 @@
 // Accuracy, tolerance class, units and regeneration of solids.
-#include <algorithm>
-
 #include "creo/ProSolid.h"
 #include "headless/creo/solid_operation.h"
-#include "headless/model/features.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
@@ -13,6 +10,19 @@ namespace creo {
 using headless::Model;
 using headless::onSolid;
 using State = headless::Session::State;
+
+namespace {
+
+void tellFeature(State& state, headless::RegeneratedFeature feature) {
+  ProNotification told;
+  told.type = ProNotifyType::featureRegenerated;
+  told.model = feature.model;
+  told.feature = feature.id;
+  told.name = std::move(feature.name);
+  state.notify(told);
+}
+
+}  // namespace
 
 Got<ProAccuracy> ProSolidAccuracyGet(ProMdl solid) {
   return onSolid("ProSolidAccuracyGet", solid, [](State&, Model& m) -> Got<ProAccuracy> {
@@ -35,33 +45,22 @@ Got<std::wstring> ProMdlPrincipalunitsystemGet(ProMdl model) {
   });
 }
 
-Got<bool> ProInsertModeIsActive(ProMdl solid) {
-  return onSolid("ProInsertModeIsActive", solid, [](State&, Model& m) -> Got<bool> {
-    const int place = m.document->record.insertAfter;
-    const auto features = headless::featuresOf(m);
-    return place > 0 && std::any_of(features.begin(), features.end(),
-                                    [place](const headless::ModelFeature& one) { return one.place.number > place; });
-  });
-}
-
 Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid) {
   return onSolid("ProSolidRegenerationstatusGet", solid,
                  [](State&, Model& m) -> Got<ProRegenerationStatus> { return headless::regenerationStatus(m); });
 }
 
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags) {
-  return onSolid("ProSolidRegenerate", solid, [&](State& state, Model& m) -> ProError {
-    ProNotification told;
-    told.type = ProNotifyType::regenerateBefore;
-    told.model = solid;
-    told.name = m.name;
-    told.typeText = typeExtension(m.type());
-    state.notify(told);
+  return onSolid("ProSolidRegenerate", solid, [&](State& state, Model&) -> ProError {
+    state.raise(ProNotifyType::regenerateBefore, solid);
     // A handler may have erased the model.
-    const ProError result = headless::regenerate(state.models, solid, (flags & kRegenerateUpdateInstances) != 0);
+    const bool instancesToo = (flags & kRegenerateUpdateInstances) != 0;
+    std::vector<headless::RegeneratedFeature> features;
+    const bool heard = state.events.isHeard(ProNotifyType::featureRegenerated);
+    const ProError result = headless::regenerate(state.models, solid, instancesToo, heard ? &features : nullptr);
     if (result == ProBadInputs) return result;
-    told.type = ProNotifyType::regenerateAfter;
-    state.notify(told);
+    for (headless::RegeneratedFeature& feature : features) tellFeature(state, std::move(feature));
+    state.raise(ProNotifyType::regenerateAfter, solid);
     return result;
   });
 }

@@ -45,6 +45,10 @@ ProError ProUICheckbuttonActivateActionSet(const std::string& dialog, const std:
                 [&](Component& c) { c.action = headless::shared(std::move(action)); });
 }
 
+ProError ProUICheckbuttonTextSet(const std::string& dialog, const std::string& button, const std::wstring& text) {
+  return change("ProUICheckbuttonTextSet", dialog, button, Kind::checkbutton, [&](Component& c) { c.text = text; });
+}
+
 ProError ProUICheckbuttonSet(const std::string& dialog, const std::string& button) {
   return change("ProUICheckbuttonSet", dialog, button, Kind::checkbutton, [](Component& c) { c.checked = true; });
 }

@@ -12,6 +12,10 @@ ProError show(std::string_view name, const std::string& dialog, const std::strin
   return headless::change(name, dialog, component, kind, [on](headless::Component& c) { c.shown = on; });
 }
 
+Got<bool> isShown(std::string_view name, const std::string& dialog, const std::string& component, Kind kind) {
+  return headless::ask<bool>(name, dialog, component, kind, [](const headless::Component& c) { return c.shown; });
+}
+
 }  // namespace
 
 ProError ProUILabelShow(const std::string& dialog, const std::string& label) {
@@ -44,6 +48,14 @@ ProError ProUIOptionmenuShow(const std::string& dialog, const std::string& optio
 
 ProError ProUIOptionmenuHide(const std::string& dialog, const std::string& optionmenu) {
   return show("ProUIOptionmenuHide", dialog, optionmenu, Kind::optionmenu, false);
+}
+
+Got<bool> ProUIOptionmenuIsVisible(const std::string& dialog, const std::string& optionmenu) {
+  return isShown("ProUIOptionmenuIsVisible", dialog, optionmenu, Kind::optionmenu);
+}
+
+Got<bool> ProUICheckbuttonIsVisible(const std::string& dialog, const std::string& checkbutton) {
+  return isShown("ProUICheckbuttonIsVisible", dialog, checkbutton, Kind::checkbutton);
 }
 
 ProError ProUITextareaShow(const std::string& dialog, const std::string& textarea) {

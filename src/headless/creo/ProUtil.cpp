@@ -1,8 +1,11 @@
 #include "creo/ProUtil.h"
 
 #include "headless/creo/operation.h"
+#include "headless/macros/message_dialog.h"
+#include "headless/model/detail_options.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
+#include "text/format.h"
 
 namespace creo {
 
@@ -24,8 +27,11 @@ Got<std::wstring> ProDirectoryCurrentGet() {
 }
 
 ProError ProDirectoryChange(const std::wstring& path) {
-  return operation("ProDirectoryChange",
-                   [&](State& state) { return state.models.changeFolder(path) ? ProNoError : ProNotFound; });
+  return operation("ProDirectoryChange", [&](State& state) {
+    // The active workspace's models lie in the session's folder of models.
+    const std::wstring folder = state.servers.isPlace(path) ? state.models.home().path() : path;
+    return state.models.changeFolder(folder) ? ProNoError : ProNotFound;
+  });
 }
 
 Got<std::wstring> ProConfigoptGet(const std::wstring& option) {
@@ -36,11 +42,43 @@ Got<std::wstring> ProConfigoptGet(const std::wstring& option) {
   });
 }
 
-ProError ProInputFileRead(ProMdl /*model*/, const std::wstring& path, ProInputFileType type) {
+Got<std::vector<std::wstring>> ProConfigoptArrayGet(const std::wstring& option) {
+  return operation("ProConfigoptArrayGet", [&](State& state) -> Got<std::vector<std::wstring>> {
+    auto values = state.configuration.values(option);
+    if (values.empty()) return ProNotFound;
+    return values;
+  });
+}
+
+ProError ProConfigoptSet(const std::wstring& option, const std::wstring& value) {
+  return operation("ProConfigoptSet", [&](State& state) -> ProError {
+    if (value.find_first_of(L"\r\n") != value.npos) return ProBadInputs;
+    return state.configuration.set(option, value) ? ProNoError : ProNotFound;
+  });
+}
+
+namespace {
+
+// Creo's own message dialog tells of lines that were left out; its only button goes on.
+ProError readDetails(State& state, ProMdl handle, const std::wstring& path, std::wstring_view content) {
+  headless::Model* model = state.models.find(handle);
+  if (!model || model->type() != ProMdlType::drawing) return ProBadInputs;
+  const std::size_t refused = headless::readDetailOptions(*model->document, content);
+  if (refused == 0) return ProNoError;
+  headless::messageDialog(
+      state, {{}, L"Drawing Options", text::format(L"%d lines of %s are no options", refused, path), {L"OK"}});
+  return ProNoError;
+}
+
+}  // namespace
+
+ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type) {
   return operation("ProInputFileRead", [&](State& state) -> ProError {
-    if (type != ProInputFileType::configuration) return ProBadInputs;
-    const auto content = os::readText(path);
+    const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'\\') || path.starts_with(L'/');
+    const auto content = os::readText(isWhole ? path : os::joined(state.models.workingFolder(), path));
     if (!content) return ProNotFound;
+    if (type == ProInputFileType::detailOptions) return readDetails(state, model, path, content.value);
+    if (type != ProInputFileType::configuration) return ProBadInputs;
     state.configuration.read(content.value);
     return ProNoError;
   });

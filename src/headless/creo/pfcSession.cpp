@@ -58,4 +58,14 @@ Got<std::vector<std::wstring>> pfcListFiles(const std::wstring& path, const std:
   return operation("pfcListFiles", [&](State&) { return listed(path, false, pattern); });
 }
 
+Got<int> pfcSessionActionListenerAdd(pfcSessionActionListener listener) {
+  return operation("pfcSessionActionListenerAdd",
+                   [&](State& state) -> Got<int> { return state.events.listen(std::move(listener)); });
+}
+
+ProError pfcSessionActionListenerRemove(int listener) {
+  return operation("pfcSessionActionListenerRemove",
+                   [&](State& state) { return state.events.unlisten(listener) ? ProNoError : ProNotFound; });
+}
+
 }  // namespace creo

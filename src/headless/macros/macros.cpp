@@ -1,22 +1,33 @@
 #include "headless/macros/macros.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "headless/model/family.h"
 #include "headless/session/state.h"
+#include "os/paths.h"
+#include "os/text_files.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace headless {
 namespace {
 
 constexpr std::wstring_view kPageControlEnd = L"_control_btn";
+constexpr std::wstring_view kFileDialog = L"file_open", kMessageDialog = L"UI Message Dialog";
+constexpr int kDeepestTrail = 8;  // a trail file that opens a trail file that ...
+constexpr int kMostSteps = 1'000'000;
 
 // "~ Activate `main_dlg_cur` `page_Layout_control_btn` 1" taken apart: the verb, and what stands in backquotes.
 struct Step {
   std::wstring verb;
   std::vector<std::wstring> names;
+  [[nodiscard]] bool is(std::wstring_view wanted, std::size_t count) const {
+    return verb == wanted && names.size() == count;
+  }
 };
 Step parsed(std::wstring_view text) {
   Step step;
@@ -45,6 +56,7 @@ bool drawingIsCurrent(Session::State& state) {
 struct MacroRun {
   Session& session;
   Macros& macros;
+  int depth = 0;  // of the step that runs
 
   // The screen, and the sheets and details of a drawing, are always up to date here.
   void nothing() const {}
@@ -81,11 +93,61 @@ struct MacroRun {
       model->document->touch(model->row);
   }
 
+  // The dialog that a trail file is opened with: its name is written, then "Open" is pressed.
+  [[nodiscard]] bool trailDialog(const Step& step) const {
+    auto& dialog = macros.trailDialog_;
+    if (!dialog.open || step.names.empty()) return false;
+    if (step.verb == L"Trail") return step.names.back().starts_with(kFileDialog);  // where its preview stands
+    if (step.names[0] != kFileDialog) return false;
+    if ((step.is(L"Input", 3) || step.is(L"Update", 3)) && step.names[1] == L"Inputname") {
+      dialog.path = text::replaceAll(step.names[2], L"\\\\", L"\\");
+      return true;
+    }
+    if (!step.is(L"Activate", 2) || step.names[1] != L"Open") return false;
+    dialog.open = false;
+    playTrail(dialog.path);
+    return true;
+  }
+  // Its steps come before all that waits.
+  void playTrail(const std::wstring& name) const {
+    const bool isWhole = !os::splitDevice(name).device.empty() || name.starts_with(L'\\') || name.starts_with(L'/');
+    const std::wstring path = isWhole ? name : os::joined(session.state().models.workingFolder(), name);
+    if (depth == kDeepestTrail)
+      return session.showMessage(
+          text::format(L"trail files open each other %d deep: %s isn't played", kDeepestTrail, path));
+    const auto content = os::readText(path);
+    if (!content)
+      return session.showMessage(
+          text::format(L"the trail file %s can't be read: %s", path, text::fromUtf8(content.error.message())));
+    std::vector<Macros::Waiting> steps;
+    for (const std::wstring& line : text::lines(content.value)) {
+      if (text::trimmed(line).starts_with(L'!')) continue;
+      for (std::wstring& step : macroSteps(line)) steps.push_back({std::move(step), depth + 1});
+    }
+    macros.steps_.insert(macros.steps_.begin(), std::move_iterator(steps.begin()), std::move_iterator(steps.end()));
+  }
+  void openTrailDialog() const { macros.trailDialog_ = {true, {}}; }
+
+  // "node0:view_12 92 0 -1 -1 -1" in the tree of a drawing: the view alone is selected.
+  [[nodiscard]] bool drawingTree(const Step& step) const {
+    constexpr std::wstring_view kNode = L"node0:view_";
+    Session::State& state = session.state();
+    if (!step.is(L"Select", 3) || step.names[1] != L"DrwAssyTree" || !step.names[2].starts_with(kNode) ||
+        !drawingIsCurrent(state))
+      return false;
+    const Model& drawing = *state.models.find(state.windows.model(state.windows.current()));
+    const int id = text::parseInt(std::wstring_view(step.names[2]).substr(kNode.size()));
+    const auto& views = drawing.document->record.views;
+    if (std::none_of(views.begin(), views.end(), [id](const ViewRecord& view) { return view.id == id; })) return false;
+    state.selections = {{{creo::ProItemType::view, id, drawing.handle, {}}, {}}};
+    return true;
+  }
+
   [[nodiscard]] bool command(const std::wstring& name) const {
     static constexpr std::pair<std::wstring_view, void (MacroRun::*)() const> kCommands[] = {
         {L"ProCmdViewRepaint", &MacroRun::nothing},   {L"ProCmdDwgUpdateSheets", &MacroRun::nothing},
         {L"ProCmdDwgRegenDraft", &MacroRun::nothing}, {L"ProCmdDwgTblRegUpd", &MacroRun::updateTables},
-        {L"ProCmdMmFamTab", &MacroRun::nothing},
+        {L"ProCmdMmFamTab", &MacroRun::nothing},      {L"ProCmdUtilTrailTrain", &MacroRun::openTrailDialog},
     };
     for (const auto& [known, run] : kCommands) {
       if (known != name) continue;
@@ -103,7 +165,9 @@ struct MacroRun {
       macros.pageControl_ = step.names[1].substr(0, step.names[1].size() - kPageControlEnd.size());
       return true;
     }
-    return familyTableDialog(step);
+    // An answer that no dialog asked for: there was nothing to tell.
+    if (step.is(L"Activate", 2) && step.names[0] == kMessageDialog) return true;
+    return trailDialog(step) || drawingTree(step) || familyTableDialog(step);
   }
 };
 
@@ -121,16 +185,37 @@ std::vector<std::wstring> macroSteps(std::wstring_view text) {
 }
 
 void Macros::load(std::wstring_view text) {
-  for (std::wstring& step : macroSteps(text)) steps_.push_back(std::move(step));
+  for (std::wstring& step : macroSteps(text)) steps_.push_back({std::move(step)});
 }
 
 void Macros::runStep(Session& session) {
-  const std::wstring step = std::move(steps_.front());
+  const Waiting waiting = std::move(steps_.front());
   steps_.pop_front();
-  ran_.push_back(step);
-  if (MacroRun{session, *this}.run(parsed(step)) || !reported_.insert(step).second) return;
-  unknown_.push_back(step);
-  session.showMessage(text::format(L"unknown macro step: %s", step));
+  ran_.push_back(waiting.step);
+  const bool known = MacroRun{session, *this, waiting.depth}.run(parsed(waiting.step));
+  if (!known && reported_.insert(waiting.step).second) {
+    unknown_.push_back(waiting.step);
+    session.showMessage(text::format(L"unknown macro step: %s", waiting.step));
+  }
+  if (++withoutPause_ == kMostSteps && !steps_.empty()) {
+    session.showMessage(text::format(L"%d macro steps ran without a pause; the others are dropped", kMostSteps));
+    steps_.clear();
+  }
+  if (steps_.empty()) withoutPause_ = 0;
+}
+
+std::optional<int> Macros::answerMessageDialog(const std::vector<std::wstring>& buttons) {
+  std::optional<int> pressed;
+  while (!pressed && !steps_.empty()) {
+    const Step step = parsed(steps_.front().step);
+    if (!step.is(L"Activate", 2) || step.names[0] != kMessageDialog) break;
+    const auto button = std::find_if(buttons.begin(), buttons.end(),
+                                     [&](const std::wstring& one) { return text::equalNoCase(one, step.names[1]); });
+    if (button != buttons.end()) pressed = static_cast<int>(button - buttons.begin());
+    ran_.push_back(std::move(steps_.front().step));
+    steps_.pop_front();
+  }
+  return pressed;
 }
 
 }  // namespace headless

@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "headless/model/density.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/measures.h"
@@ -23,7 +24,6 @@ using geometry::Primitive;
 namespace {
 
 constexpr std::size_t kMostKept = 1000;
-constexpr std::string_view kDensity = "PTC_MASS_DENSITY";
 
 // ---- what a part's body is made of
 
@@ -152,7 +152,7 @@ class MassWalk {
     const auto body = bodies_.body(part);
     if (!body) return body.error;
     const geometry::Measured& measured = geometry::measure(*body.value);
-    const double density = densityOf(part).value_or(1);
+    const double density = materialDensity(part).value_or(1);
     return ProMassProperty{measured.volume, measured.area, density, measured.volume * density, measured.centre};
   }
 
@@ -263,21 +263,6 @@ ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& co
   } catch (const MeasureFault& fault) {
     throw MeasureFault{L"component " + text::fromUtf8(component.name) + L": " + fault.reason};
   }
-}
-
-std::optional<double> densityOf(const Model& part) {
-  const std::string current = text::toUtf8(currentMaterial(part));
-  for (const MaterialRecord& material : part.document->record.materials) {
-    if (!sameName(material.name, current)) continue;
-    for (const ParameterRecord& parameter : material.parameters.list) {
-      if (!sameName(parameter.name, kDensity)) continue;
-      const auto* real = std::get_if<double>(&parameter.value);
-      const auto* integer = std::get_if<int>(&parameter.value);
-      if (!real && !integer) continue;
-      return inSystem(real ? *real : *integer, parameter.units, part.document->record.units);
-    }
-  }
-  return {};
 }
 
 geometry::Built Bodies::built(const std::vector<Primitive>& primitives) {

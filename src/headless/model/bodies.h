@@ -34,7 +34,4 @@ creo::ProTransform componentPlacement(const Model& assembly, const UsedModelReco
 // Has a feature geometry: not one that is suppressed in whatever way. id 0: no feature stands behind it.
 bool hasGeometry(const Model& solid, int feature);
 
-// The density of a part's current material in the part's units; nothing where none is known.
-std::optional<double> densityOf(const Model& part);
-
 }  // namespace headless

@@ -26,7 +26,26 @@ std::wstring nameInDocument(const Model& model) {
   return model.row ? model.name + L'<' + model.document->name + L'>' : model.name;
 }
 
+std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType type) {
+  auto document = std::make_shared<ModelDocument>();
+  document->name = text::upper(name);
+  document->type = type;
+  document->fileStem = text::lower(name) + L"." + text::lower(creo::typeExtension(type));
+  document->touch(nullptr);
+  return document;
+}
+
 }  // namespace
+
+Got<ProMdl> Models::createModel(std::wstring_view name, ProMdlType type) {
+  if (!isFileName(name) || type == ProMdlType::unused) return creo::ProBadInputs;
+  if (inMemory(name, type)) return creo::ProExists;
+  for (Folder* folder : searched())
+    if (folder->find(name, type)) return creo::ProExists;
+  auto document = newDocument(name, type);
+  std::wstring upper = document->name;
+  return add(std::move(document), nullptr, std::move(upper)).handle;
+}
 
 ProError Models::readTemplate(std::wstring_view name, ModelRecord& into) {
   for (Folder* folder : searched()) {
@@ -50,10 +69,7 @@ Got<ProMdl> Models::createDrawing(std::wstring_view name, std::wstring_view temp
   ModelRecord source;
   if (const ProError error = readTemplate(templateName, source)) return error;
 
-  auto document = std::make_shared<ModelDocument>();
-  document->name = text::upper(name);
-  document->type = ProMdlType::drawing;
-  document->fileStem = text::lower(name) + L".drw";
+  auto document = newDocument(name, ProMdlType::drawing);
   ModelRecord& record = document->record;
   record.units = std::move(source.units);
   record.parameters = std::move(source.parameters);
@@ -64,7 +80,6 @@ Got<ProMdl> Models::createDrawing(std::wstring_view name, std::wstring_view temp
   UsedModelRecord& shown = record.models.emplace_back();
   shown.name = text::toUtf8(nameInDocument(*solid));
   shown.type = solid->type();
-  document->touch(nullptr);
   std::wstring upper = document->name;
   return add(std::move(document), nullptr, std::move(upper)).handle;
 }

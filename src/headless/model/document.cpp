@@ -63,13 +63,23 @@ std::vector<std::wstring> ModelDocument::rowNames() const {
   return names;
 }
 
-const DimensionRecord* ModelDocument::dimension(int id, bool reference) {
+DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   if (dimensions_.size() + referenceDimensions_.size() == 0)
     for (std::size_t i = 0; i < record.dimensions.size(); ++i)
       (record.dimensions[i].reference ? referenceDimensions_ : dimensions_).try_emplace(record.dimensions[i].id, i);
   const auto& places = reference ? referenceDimensions_ : dimensions_;
   const auto found = places.find(id);
   return found == places.end() ? nullptr : &record.dimensions[found->second];
+}
+
+NoteRecord* ModelDocument::note(int id) {
+  if (notesIndexed_ != record.notes.size()) {
+    notes_.clear();
+    for (std::size_t i = 0; i < record.notes.size(); ++i) notes_.try_emplace(record.notes[i].id, i);
+    notesIndexed_ = record.notes.size();
+  }
+  const auto found = notes_.find(id);
+  return found == notes_.end() ? nullptr : &record.notes[found->second];
 }
 
 const SolidRecord& ModelDocument::solid() {

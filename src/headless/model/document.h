@@ -24,6 +24,8 @@ class ModelDocument {
   std::wstring fileStem;   // "bracket.prt", as the file is written on disk
   int writtenVersion = 0;  // the version that this session wrote last; 0: none
   ModelRecord record;
+  // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
+  bool inWorkspace = false, closed = false;
   std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
 
   // The row of that name, in this table or one below it; null for none.
@@ -39,7 +41,9 @@ class ModelDocument {
 
   FeatureTree tree;
   // Null for none.
-  const DimensionRecord* dimension(int id, bool reference);
+  DimensionRecord* dimension(int id, bool reference);
+  // Of a solid, or of a drawing. Null for none.
+  NoteRecord* note(int id);
 
   // Read from the record's `solid` when first asked for.
   const SolidRecord& solid();
@@ -64,6 +68,8 @@ class ModelDocument {
   std::unique_ptr<RelationNames> relationNames_;
   std::unique_ptr<SolidRecord> solid_;
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
+  std::unordered_map<int, std::size_t> notes_;                             // the same
+  std::size_t notesIndexed_ = 0;                                           // how many there were
 };
 
 // What a dimension is called in relations: its symbol, else "d12" or "rd12".

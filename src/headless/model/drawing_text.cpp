@@ -123,11 +123,31 @@ Value parameter(const Place& place, const Form& form) {
   return parameterText(place, place.drawing.handle, form.name);
 }
 
+// "{0:text}" marks a piece of a line; the sheet shows the piece alone.
+std::wstring withoutBraces(std::wstring_view line) {
+  std::wstring out;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == L'{') {
+      std::size_t past = i + 1;
+      while (past < line.size() && isDigit(line[past])) ++past;
+      const std::size_t end = line.find(L'}', past);
+      if (past > i + 1 && past < line.size() && line[past] == L':' && end != line.npos) {
+        out += line.substr(past + 1, end - past - 1);
+        i = end;
+        continue;
+      }
+    }
+    out += line[i];
+  }
+  return out;
+}
+
 }  // namespace
 
 std::wstring displayedText(Models& models, const Parameters& parameters, const Model& drawing, int sheet,
-                           std::wstring_view line) {
+                           std::wstring_view stored) {
   const Place place{models, parameters, drawing, sheet};
+  const std::wstring line = withoutBraces(stored);
   std::wstring out;
   std::size_t done = 0;
   for (std::size_t sign = line.find(L'&'); sign != line.npos; sign = line.find(L'&', std::max(done, sign + 1))) {
@@ -139,10 +159,10 @@ std::wstring displayedText(Models& models, const Parameters& parameters, const M
     const Value value = isSystem ? system->value(place, form) : parameter(place, form);
     if (!value) continue;
     const bool takesSuffix = isSystem ? system->takesNumber && form.number : form.ofDrawing;
-    out.append(line.substr(done, sign - done)).append(*value);
+    out.append(line, done, sign - done).append(*value);
     done = takesSuffix ? form.endOfSuffix : form.end;
   }
-  return out.append(line.substr(done));
+  return out.append(line, done);
 }
 
 }  // namespace headless

@@ -84,4 +84,27 @@ ProError Models::eraseAll(ProMdl handle, creo::FunctionRef<bool(ProMdl)> stays) 
   return creo::ProNoError;
 }
 
+void Models::eraseUnless(creo::FunctionRef<bool(ProMdl)> stays) {
+  std::unordered_set<const Model*> kept;
+  std::vector<const Model*> waiting;
+  const auto keep = [&](const Model* model) {
+    if (kept.insert(model).second) waiting.push_back(model);
+  };
+  for (const Place& place : places_)
+    if (place.model && stays(place.model->handle)) keep(place.model.get());
+  while (!waiting.empty()) {
+    const Model* model = waiting.back();
+    waiting.pop_back();
+    for (const Model* used : usedBy(*model)) keep(used);
+  }
+  for (std::size_t i = 0; i < places_.size(); ++i) {
+    const Model* model = places_[i].model.get();
+    if (!model || kept.contains(model)) continue;
+    if (model->document->isModified(model->row))
+      message(text::format(L"%s.%s is erased, and its changes with it", model->name,
+                           std::wstring(creo::typeExtension(model->type()))));
+    remove(*model);
+  }
+}
+
 }  // namespace headless

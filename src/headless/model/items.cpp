@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
-#include "creo/ProModelitem.h"
+#include "creo/ProFeature.h"
+#include "creo/ProRelset.h"
 #include "headless/model/features.h"
+#include "headless/model/parameters.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -24,7 +26,6 @@ constexpr StateListRow kStateLists[] = {
     {ProItemType::explodedState, &ModelRecord::explodedStates},
     {ProItemType::styleState, &ModelRecord::styleStates},
     {ProItemType::combinedState, &ModelRecord::combinedStates},
-    {ProItemType::crossSection, &ModelRecord::crossSections},
 };
 
 template <class Record>
@@ -64,6 +65,8 @@ std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
       return dimensions(record, false);
     case ProItemType::referenceDimension:
       return dimensions(record, true);
+    case ProItemType::crossSection:
+      return named(record.crossSections);
     case ProItemType::layer:
       return named(record.layers);
     case ProItemType::view:
@@ -82,6 +85,10 @@ Got<std::wstring> itemName(const Model& model, const ProModelitem& item) {
     const auto found = itemNamed(model, item.type, item.name);
     if (!found) return found.error;
     return found.value.name;
+  }
+  if (item.type == creo::kParameterItem) {
+    const ParameterRecord* parameter = findParameter(*model.document, model.row, text::toUtf8(item.name));
+    return parameter ? Got<std::wstring>(text::fromUtf8(parameter->name)) : creo::ProNotFound;
   }
   if (item.type == ProItemType::model) return model.name;
   if (item.type == ProItemType::feature) {

@@ -112,8 +112,9 @@ ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
-  if (document.record.readOnly) {
-    message(cantWriteReadOnly(document.folder + documentFileName(document, newestVersion(document) + 1)));
+  if (document.record.readOnly || document.closed) {
+    const std::wstring path = document.folder + documentFileName(document, newestVersion(document) + 1);
+    message(document.record.readOnly ? cantWriteReadOnly(path) : cantWriteCheckedIn(path));
     return creo::ProGeneralError;
   }
   const bool isNew = document.folder.empty();
@@ -171,6 +172,15 @@ void Models::noteSaved(ModelDocument& document, int version) {
   document.markSaved();
   if (document.record.familyTable)
     store_.folder(document.folder).enterInstances(fileOf(document, version), document.rowNames());
+}
+
+std::error_code Models::addDocument(const std::wstring& name, ProMdlType type, int version, std::string_view bytes) {
+  const std::wstring file = text::lower(modelKey(name, type)) + L'.' + std::to_wstring(version);
+  return store_.create(home(), {text::upper(name), type, version, file}, bytes);
+}
+
+std::error_code Models::removeDocuments(const std::wstring& name, ProMdlType type) {
+  return store_.removeAll(home(), name, type);
 }
 
 bool Models::changeFolder(std::wstring_view path) {

@@ -42,6 +42,10 @@ struct ModelsHost {
   std::function<void(const SavedDocument&)> saved;
   std::function<void(creo::ProMdl)> erased;
   bool withholdSaves = false;
+  // A document was read, before its model is there. Null, as the next one, without a PDM server.
+  std::function<void(ModelDocument&)> read;
+  // No folder has such a document; true when it has been put into the session's folder of models.
+  std::function<bool(const std::wstring&, creo::ProMdlType)> fetch;
 };
 
 class Models {
@@ -68,11 +72,23 @@ class Models {
   // As erase, with all that it uses; what another model in memory uses and what `stays` names is left, with what that
   // uses.
   creo::ProError eraseAll(creo::ProMdl model, creo::FunctionRef<bool(creo::ProMdl)> stays);
+  // Erases all models but those that `stays` names and what they use. A line of the message area names each whose
+  // changes go with it.
+  void eraseUnless(creo::FunctionRef<bool(creo::ProMdl)> stays);
   // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It
   // has no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file.
   creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);
+  // A new, empty model as createDrawing makes one. ProExists: in memory, or in a folder that is searched.
+  creo::Got<creo::ProMdl> createModel(std::wstring_view name, creo::ProMdlType type);
   // Each once, in the document's order; an instance leaves out or replaces components by its row.
   [[nodiscard]] static std::vector<creo::ProDependency> dependencies(const Model& model);
+
+  // The session's folder of models.
+  [[nodiscard]] Folder& home() { return store_.folder(home_); }
+  // A document that comes from elsewhere becomes that version in that folder. file_exists: it is taken.
+  std::error_code addDocument(const std::wstring& name, creo::ProMdlType type, int version, std::string_view bytes);
+  // All versions of a document go from that folder; models in memory stay.
+  std::error_code removeDocuments(const std::wstring& name, creo::ProMdlType type);
 
   [[nodiscard]] const std::wstring& workingFolder() const { return working_; }
   // A relative path goes on from the working folder. False: no such folder.
@@ -90,6 +106,8 @@ class Models {
     std::unordered_set<std::wstring> missing;
   };
   creo::Got<creo::ProMdl> bring(std::wstring_view name, creo::ProMdlType type, Retrieval& retrieval);
+  // From the folders alone.
+  creo::Got<creo::ProMdl> bringLocal(const ModelName& name, creo::ProMdlType type, Retrieval& retrieval);
   creo::Got<creo::ProMdl> bringInstance(const ModelName& name, creo::ProMdlType type, Retrieval& retrieval);
   creo::Got<creo::ProMdl> load(Folder& folder, const DocumentFile& file, Retrieval& retrieval);
   void bringUsed(Retrieval& retrieval);

@@ -121,19 +121,18 @@ struct Outcome {
 
 Outcome failure(std::wstring reason) { return {ProRegenerationStatus::failed, std::move(reason)}; }
 
-Outcome runRelations(Model& model) {
-  ModelDocument& document = *model.document;
-  const ModelRecord& record = document.record;
-  if (record.relations.empty() && record.postRelations.empty()) return {};
-  Names names(model);
-  Relations relations([&names](std::string_view name) { return names.value(name); });
-  const auto faulty = [](const wchar_t* what, const RelationFault& fault) {
-    return failure(text::format(L"%s line %d: %s", std::wstring(what), static_cast<int>(fault.line), fault.reason));
-  };
-  if (const RelationFault fault = relations.run(record.relations)) return faulty(L"relation", fault);
-  if (const RelationFault fault = relations.run(record.postRelations)) return faulty(L"post relation", fault);
+Outcome faulty(const wchar_t* what, const RelationFault& fault) {
+  return failure(text::format(L"%s line %d: %s", std::wstring(what), static_cast<int>(fault.line), fault.reason));
+}
+
+RelationLookup lookupIn(const Names& names) {
+  return [&names](std::string_view name) { return names.value(name); };
+}
+
+// Gives the model what its relations assign.
+Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignment>& assignments) {
   Outcome outcome;
-  for (const Assignment& one : relations.assignments()) {
+  for (const Assignment& one : assignments) {
     const Names::Given given = names.give(one);
     if (given == Names::Given::wrongType)
       return failure(text::format(L"'%s' can't take the value that a relation gives it", text::fromUtf8(one.name)));
@@ -147,9 +146,27 @@ Outcome runRelations(Model& model) {
   return outcome;
 }
 
-Outcome regenerateAlone(Model& model) {
+constexpr const wchar_t* kRelation = L"relation";
+constexpr const wchar_t* kPostRelation = L"post relation";
+
+Outcome runRelations(Model& model) {
+  ModelDocument& document = *model.document;
+  const ModelRecord& record = document.record;
+  if (record.relations.empty() && record.postRelations.empty()) return {};
+  Names names(model);
+  Relations relations(lookupIn(names));
+  if (const RelationFault fault = relations.run(record.relations)) return faulty(kRelation, fault);
+  if (const RelationFault fault = relations.run(record.postRelations)) return faulty(kPostRelation, fault);
+  return giveAll(document, names, relations.assignments());
+}
+
+// worked: gets the features that were regenerated; null where nobody asks.
+Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
   for (const ModelFeature& feature : featuresOf(model)) {
-    if (featureStatus(feature) != ProFeatureStatus::unregenerated) continue;
+    const ProFeatureStatus status = featureStatus(feature);
+    if (status == ProFeatureStatus::active && worked)
+      worked->push_back({model.handle, feature.place.id, featureName(feature)});
+    if (status != ProFeatureStatus::unregenerated) continue;
     std::wstring name = featureName(feature);
     if (name.empty()) name = std::to_wstring(feature.place.id);
     return failure(text::format(L"the feature %s isn't regenerated", name));
@@ -230,7 +247,7 @@ void regenerateInstances(Models& models, const Model& generic) {
     if (!instance->row || instance->document != generic.document || instance->row == generic.row) continue;
     const RowRecord* above = instance->row->parent;
     while (above && above != generic.row) above = above->parent;
-    if (above == generic.row) finish(models, *instance, regenerateAlone(*instance));
+    if (above == generic.row) finish(models, *instance, regenerateAlone(*instance, nullptr));
   }
 }
 
@@ -247,13 +264,13 @@ RelationLookup relationNames(const Model& model) {
   return [names](std::string_view name) { return names->value(name); };
 }
 
-creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo) {
+creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::vector<RegeneratedFeature>* worked) {
   if (!models.find(solid)) return creo::ProBadInputs;
   std::set<ProMdl> failed;
   ProRegenerationStatus status = ProRegenerationStatus::regenerated;
   for (const ProMdl handle : bottomUp(models, solid)) {
     Model& model = *models.find(handle);
-    Outcome outcome = regenerateAlone(model);
+    Outcome outcome = regenerateAlone(model, worked);
     for (const ProMdl component : componentsOf(models, model)) {
       if (!outcome.reason.empty() || !failed.contains(component)) continue;
       outcome = failure(text::format(L"its component %s fails", fileLabel(*models.find(component))));
@@ -264,6 +281,23 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo) {
   if (instancesToo) regenerateInstances(models, *models.find(solid));
   if (status == ProRegenerationStatus::failed) return creo::ProRegenFailed;
   return status == ProRegenerationStatus::needed ? creo::ProRegenAgain : creo::ProNoError;
+}
+
+creo::ProError regenerateRelations(const Models& models, Model& model, bool post) {
+  ModelDocument& document = *model.document;
+  Names names(model);
+  Relations relations(lookupIn(names));
+  // What the relations assign is known behind the regeneration, whatever else is wrong with them.
+  const RelationFault before = relations.run(document.record.relations);
+  const RelationFault fault = post ? relations.run(document.record.postRelations) : before;
+  Outcome outcome;
+  if (fault)
+    outcome = faulty(post ? kPostRelation : kRelation, fault);
+  else if (!before)
+    outcome = giveAll(document, names, relations.assignments());
+  if (outcome.reason.empty()) return creo::ProNoError;
+  models.message(fileLabel(model) + L": " + outcome.reason);
+  return creo::ProGeneralError;
 }
 
 }  // namespace headless

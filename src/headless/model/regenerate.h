@@ -16,7 +16,17 @@ RelationLookup relationNames(const Model& model);
 // Components first, each model once, then the solid; the status of each is kept with its document (of an instance with
 // its row). ProRegenFailed: it or one of its components fails, a line of the message area says why; ProRegenAgain: the
 // post-regeneration relations changed what the relations read; ProBadInputs: no such model. instancesToo: the
-// instances in memory as well; a failure of theirs is kept with their rows only.
-creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo);
+// instances in memory as well; a failure of theirs is kept with their rows only. worked: gets the features in their
+// order, up to one that fails; null where nobody asks.
+struct RegeneratedFeature {
+  creo::ProMdl model;
+  int id = 0;
+  std::wstring name;  // empty: it has none
+};
+creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo,
+                          std::vector<RegeneratedFeature>* worked = nullptr);
+// Runs the relations, or those behind the regeneration, and gives the model what they assign. ProGeneralError, with a
+// line: one of them fails.
+creo::ProError regenerateRelations(const Models& models, Model& model, bool post);
 
 }  // namespace headless

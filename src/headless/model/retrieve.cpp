@@ -47,6 +47,12 @@ Got<ProMdl> Models::bring(std::wstring_view text, ProMdlType type, Retrieval& re
   if (type == ProMdlType::unused || text.empty()) return creo::ProBadInputs;
   const ModelName name = modelName(text);
   if (const auto there = inMemory(name.name, type)) return there;
+  const auto local = bringLocal(name, type, retrieval);
+  const bool mayFetch = local.error == creo::ProNotFound && name.generic.empty() && host_.fetch;
+  return mayFetch && host_.fetch(name.name, type) ? bringLocal(name, type, retrieval) : local;
+}
+
+Got<ProMdl> Models::bringLocal(const ModelName& name, ProMdlType type, Retrieval& retrieval) {
   if (name.generic.empty()) {
     for (Folder* folder : searched())
       if (const DocumentFile* file = folder->find(name.name, type))
@@ -96,6 +102,7 @@ Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& re
   document->folder = folder.path();
   document->fileStem = file.version > 0 ? file.fileName.substr(0, file.fileName.rfind(L'.')) : file.fileName;
   if (document->record.familyTable) linkRows(*document->record.familyTable, nullptr);
+  if (host_.read) host_.read(*document);
   retrieval.loaded.push_back(document);
   return add(std::move(document), nullptr, file.name).handle;
 }

@@ -77,22 +77,16 @@ struct System {
   std::string_view name, fullName;
   double length, mass, time;
   std::string_view temperature;
-  SystemUnits units;
+  std::string_view lengthUnit, massUnit, timeUnit;
 };
 constexpr System kSystems[] = {
-    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C", {"mm", "kg"}},
-    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C", {"mm", "t"}},
-    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K", {"m", "kg"}},
-    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C", {"cm", "g"}},
-    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F", {"in", "lbm"}},
-    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F", {"ft", "lbm"}},
+    {"mmKs", "millimeter Kilogram Sec (mmKs)", 1e-3, 1, 1, "C", "mm", "kg", "sec"},
+    {"mmNs", "millimeter Newton Second (mmNs)", 1e-3, 1e3, 1, "C", "mm", "tonne", "sec"},
+    {"mks", "meter Kilogram Second (MKS)", 1, 1, 1, "K", "m", "kg", "sec"},
+    {"cgs", "centimeter Gram Second (CGS)", 1e-2, 1e-3, 1, "C", "cm", "g", "sec"},
+    {"inlbs", "Inch lbm Second (Creo Parametric Default)", kInch, kPound, 1, "F", "in", "lbm", "sec"},
+    {"fps", "Foot Pound Second (FPS)", 12 * kInch, kPound, 1, "F", "ft", "lbm", "sec"},
 };
-
-const System& systemOf(std::string_view name) {
-  for (const System& one : kSystems)
-    if (one.name == name) return one;
-  return kSystems[0];
-}
 
 const Row* rowOf(std::string_view name) {
   for (const Row& row : kUnits)
@@ -118,6 +112,13 @@ bool takeFactor(std::string_view& rest, int sign, UnitScale& into, bool alone) {
   // A temperature in a product is a difference of temperatures.
   if (alone && rest.empty() && power == 1) into.offset = row->offset;
   return true;
+}
+
+// A system that isn't known counts as the first one.
+const System& systemOf(std::string_view name) {
+  for (const System& one : kSystems)
+    if (one.name == name) return one;
+  return kSystems[0];
 }
 
 }  // namespace
@@ -147,13 +148,28 @@ double inSystem(double value, std::string_view unit, std::string_view system) {
   return scale->factor == own ? value : value * (scale->factor / own);
 }
 
-SystemUnits unitsOf(std::string_view system) { return systemOf(system).units; }
-
 std::string systemName(std::string_view system) {
   if (system.empty()) return std::string(kSystems[0].fullName);
   for (const System& one : kSystems)
     if (one.name == system) return std::string(one.fullName);
   return std::string(system);
+}
+
+bool isStandardSystem(std::string_view system) { return system.empty() || systemOf(system).name == system; }
+
+std::string_view systemUnit(std::string_view system, creo::ProUnitType type) {
+  const System& held = systemOf(system);
+  switch (type) {
+    case creo::ProUnitType::length:
+      return held.lengthUnit;
+    case creo::ProUnitType::mass:
+      return held.massUnit;
+    case creo::ProUnitType::time:
+      return held.timeUnit;
+    case creo::ProUnitType::temperature:
+      return held.temperature;
+  }
+  return {};
 }
 
 }  // namespace headless

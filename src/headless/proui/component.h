@@ -25,7 +25,8 @@ enum class Kind : unsigned char {
   table,
   tree,
   list,
-  menu
+  menu,
+  inputpanel
 };
 // "pushbutton" ...
 std::string_view kindName(Kind kind);
@@ -55,9 +56,9 @@ struct Component {
   bool enabled = true;
   bool mapped = true;    // layouts
   bool checked = false;  // check buttons
-  std::wstring text;     // of a button or label; the value of a text area
+  std::wstring text;     // of a button or label; the value of a text area or input panel
   std::string image;
-  Action action;  // run when it is pressed, checked or chosen by a person
+  Action action;  // run when it is pressed, checked, chosen or ended with Enter by a person
   // Empty, or by kind: progressbar, optionmenu and list, table, tree.
   std::variant<std::monostate, Progress, std::unique_ptr<Choices>, std::unique_ptr<Table>, std::unique_ptr<TreeContent>>
       content;

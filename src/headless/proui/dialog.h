@@ -32,7 +32,7 @@ class Dialog {
   [[nodiscard]] bool enabled(std::string_view component) const;
   [[nodiscard]] bool mapped(std::string_view layout) const;
   [[nodiscard]] bool checked(std::string_view checkbutton) const;
-  // A button's or label's text, a text area's value.
+  // A button's or label's text, a text area's or input panel's value.
   [[nodiscard]] const std::wstring& text(std::string_view component) const;
   [[nodiscard]] const std::string& image(std::string_view component) const;
   // Option menus and lists.

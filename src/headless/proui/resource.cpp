@@ -127,7 +127,8 @@ constexpr Member kMembers[] = {
     {"columns", bit(Kind::table), nullptr},
     {"types", bit(Kind::tree), nullptr},
     {"choices", bit(Kind::optionmenu) | bit(Kind::list), readChoices},
-    {"text", kButtons | bit(Kind::label) | bit(Kind::textarea) | bit(Kind::layout) | bit(Kind::menu),
+    {"text",
+     kButtons | bit(Kind::label) | bit(Kind::textarea) | bit(Kind::inputpanel) | bit(Kind::layout) | bit(Kind::menu),
      [](const Reader& reader, const Json& value, Component& made) { made.text = reader.shownText(value); }},
     {"image", kButtons | bit(Kind::label),
      [](const Reader&, const Json& value, Component& made) { made.image = stringOf(value); }},
@@ -139,7 +140,7 @@ constexpr Member kMembers[] = {
 
 Kind kindOf(const Json& value) {
   const std::string& name = stringOf(value);
-  for (int kind = 0; kind <= static_cast<int>(Kind::menu); ++kind) {
+  for (int kind = 0; kind <= static_cast<int>(Kind::inputpanel); ++kind) {
     if (kindName(static_cast<Kind>(kind)) == name) return static_cast<Kind>(kind);
   }
   fail(value, "unknown kind " + inQuotes(name));

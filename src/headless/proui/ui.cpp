@@ -5,6 +5,7 @@
 #include "headless/proui/ui_state.h"
 #include "headless/session/events.h"
 #include "headless/session/session.h"
+#include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -14,6 +15,18 @@ namespace {
 bool usable(const Component& component) { return component.shown && component.enabled; }
 
 }  // namespace
+
+bool canBeChosen(FileQuestion::What what, const std::wstring& path) {
+  switch (what) {
+    case FileQuestion::What::open:
+      return os::files().exists(path) && !os::files().isFolder(path);
+    case FileQuestion::What::save:
+      return !os::nameOf(path).empty() && !os::files().isFolder(path) && os::files().isFolder(os::folderOf(path));
+    case FileQuestion::What::folder:
+      return os::files().isFolder(path);
+  }
+  return false;
+}
 
 creo::Got<std::shared_ptr<Dialog>> Ui::State::find(std::string_view dialog) const {
   const auto found = dialogs.find(dialog);
@@ -32,6 +45,11 @@ int Ui::State::ask(const Question& question) {
   const auto asked = answer;  // it may set another one while it answers
   const int button = asked ? asked(question) : 0;
   return button > 0 && static_cast<std::size_t>(button) < question.buttons.size() ? button : 0;
+}
+
+std::optional<std::wstring> Ui::State::askFile(const FileQuestion& question) {
+  const auto asked = fileAnswer;
+  return asked ? asked(question) : std::nullopt;
 }
 
 creo::ProError run(std::shared_ptr<Dialog> dialog, Action action, std::string component) {
@@ -86,6 +104,17 @@ creo::ProError Ui::choose(const std::string& dialog, const std::string& menu, co
   return run(state_->find(dialog).value, found.value->action, menu);
 }
 
+creo::ProError Ui::type(const std::string& dialog, const std::string& panel, const std::wstring& text) {
+  const auto found = usableComponent(dialog, panel, Kind::inputpanel);
+  if (found) found.value->text = text;
+  return found.error;
+}
+
+creo::ProError Ui::pressEnter(const std::string& dialog, const std::string& panel) {
+  const auto found = usableComponent(dialog, panel, Kind::inputpanel);
+  return found ? run(state_->find(dialog).value, found.value->action, panel) : found.error;
+}
+
 creo::ProError Ui::close(const std::string& dialog) {
   const auto found = state_->find(dialog);
   return found ? run(found.value, found.value->closeAction, "") : found.error;
@@ -120,6 +149,10 @@ creo::ProError Ui::onNode(const std::string& dialog, const std::string& tree, co
 }
 
 void Ui::answerQuestions(std::function<int(const Question&)> answer) { state_->answer = std::move(answer); }
+
+void Ui::answerFileQuestions(std::function<std::optional<std::wstring>(const FileQuestion&)> answer) {
+  state_->fileAnswer = std::move(answer);
+}
 
 const std::vector<Question>& Ui::questions() const { return state_->questions; }
 

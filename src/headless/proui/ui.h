@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,17 @@ struct Question {
   std::vector<std::wstring> buttons;
 };
 
+// One in which a file or a folder is picked; it blocks, too.
+struct FileQuestion {
+  enum class What { open, save, folder };
+  What what = What::open;
+  std::wstring title, filter;
+  std::wstring folder, proposal;  // where the dialog starts, and a name in it
+};
+
+// A dialog offers only what can be chosen: a file that is there, a place in a folder that is there, such a folder.
+bool canBeChosen(FileQuestion::What what, const std::wstring& path);
+
 class Ui {
  public:
   Ui();
@@ -36,6 +48,9 @@ class Ui {
   creo::ProError press(const std::string& dialog, const std::string& button);
   creo::ProError setCheck(const std::string& dialog, const std::string& button, bool on);  // no action if it is so
   creo::ProError choose(const std::string& dialog, const std::string& menu, const std::string& name);  // always acts
+  // Types a text into an input panel, in place of what it holds, and presses Enter in one.
+  creo::ProError type(const std::string& dialog, const std::string& panel, const std::wstring& text);
+  creo::ProError pressEnter(const std::string& dialog, const std::string& panel);
   // By the window's cross; without a close action nothing happens.
   creo::ProError close(const std::string& dialog);
   creo::ProError selectRows(const std::string& dialog, const std::string& table, const std::vector<std::string>& rows);
@@ -46,6 +61,9 @@ class Ui {
   // Answers questions; without one a modal dialog is closed by its cross and a message dialog by its first button.
   // Returns the pressed button's number (message dialogs).
   void answerQuestions(std::function<int(const Question&)> answer);
+
+  // Answers the dialogs for files and folders with a path; nothing, as without an answerer, is their cancel.
+  void answerFileQuestions(std::function<std::optional<std::wstring>(const FileQuestion&)> answer);
 
   // Questions asked so far.
   [[nodiscard]] const std::vector<Question>& questions() const;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@ namespace headless {
 struct Ui::State {
   std::map<std::string, std::shared_ptr<Dialog>, std::less<>> dialogs;
   std::function<int(const Question&)> answer;
+  std::function<std::optional<std::wstring>(const FileQuestion&)> fileAnswer;
   std::vector<Question> questions;
 
   // ProNotFound: it isn't created.
@@ -23,6 +25,8 @@ struct Ui::State {
   // Records the question and has it answered. The first button, 0, without someone who answers, and for an answer that
   // is none of its buttons.
   int ask(const Question& question);
+  // The path, or nothing where none is chosen.
+  std::optional<std::wstring> askFile(const FileQuestion& question);
 };
 
 // Runs an action, if there is one. Dialog and action live until it returns, whatever it destroys or sets anew. An

@@ -7,6 +7,18 @@
 
 namespace headless {
 
+using creo::ProNotifyType;
+
+bool Events::isHeard(ProNotifyType type) const {
+  const bool isListenersBusiness = type == ProNotifyType::modelOpened || type == ProNotifyType::modelDisplayed;
+  return handlers_.contains(type) || (isListenersBusiness && !listeners_.empty());
+}
+
+int Events::listen(creo::pfcSessionActionListener listener) {
+  listeners_.emplace(++lastListener_, std::move(listener));
+  return lastListener_;
+}
+
 std::optional<Event> Events::next() {
   if (queue_.empty()) return std::nullopt;
   Event event = std::move(queue_.front());
@@ -22,6 +34,19 @@ std::wstring Events::call(const creo::ProNotification& notification) {
   if (fault.empty()) return {};
   return text::format(L"the handler of notification %d ended with an exception: %s",
                       static_cast<int>(notification.type), fault);
+}
+
+std::wstring Events::callListeners(ProNotifyType type, const creo::pfcModelDescriptor& model) {
+  if (listeners_.empty()) return {};
+  const auto listeners = listeners_;  // one may remove itself
+  const std::wstring fault = guarded([&] {
+    for (const auto& [number, listener] : listeners) {
+      if (type == ProNotifyType::modelOpened && listener.OnAfterModelRetrieveAll)
+        listener.OnAfterModelRetrieveAll(model);
+      if (type == ProNotifyType::modelDisplayed && listener.OnAfterModelDisplay) listener.OnAfterModelDisplay();
+    }
+  });
+  return fault.empty() ? std::wstring() : L"a listener of the session ended with an exception: " + fault;
 }
 
 std::wstring exceptionLine(std::string_view operation, const std::exception& exception) {

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "creo/ProNotify.h"
+#include "creo/pfcSession.h"
 
 namespace headless {
 
@@ -22,15 +23,23 @@ class Events {
  public:
   void set(creo::ProNotifyType type, creo::ProNotificationHandler handler) { handlers_[type] = std::move(handler); }
   bool unset(creo::ProNotifyType type) { return handlers_.erase(type) > 0; }
-  [[nodiscard]] bool isHeard(creo::ProNotifyType type) const { return handlers_.contains(type); }
+  // By a handler, or by a listener that is told of the same.
+  [[nodiscard]] bool isHeard(creo::ProNotifyType type) const;
+  // The listener's number, for its removal.
+  int listen(creo::pfcSessionActionListener listener);
+  bool unlisten(int listener) { return listeners_.erase(listener) > 0; }
   void queue(Event event) { queue_.push_back(std::move(event)); }
   std::optional<Event> next();
   // Calls the handler that hangs there now, if one does. The text of an exception that left it; empty: none did.
   std::wstring call(const creo::ProNotification& notification);
+  // The same for the listeners: a model that the user opened was retrieved, one that is displayed was displayed.
+  std::wstring callListeners(creo::ProNotifyType type, const creo::pfcModelDescriptor& model);
 
  private:
   std::map<creo::ProNotifyType, creo::ProNotificationHandler> handlers_;
   std::deque<Event> queue_;
+  std::map<int, creo::pfcSessionActionListener> listeners_;
+  int lastListener_ = 0;
 };
 
 // "ProMdlSave ended with an exception: ..."

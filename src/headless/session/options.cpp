@@ -1,8 +1,32 @@
 #include "headless/session/options.h"
 
+#include <algorithm>
+
 #include "text/pieces.h"
 
 namespace headless {
+namespace {
+
+constexpr std::wstring_view kSeveral[] = {L"search_path", L"mapkey", L"def_layer"};
+
+bool isOptionName(std::wstring_view name) {
+  const auto isInName = [](wchar_t c) {
+    return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') || c == L'_' || c == L'-' ||
+           c == L'.' || c == L'$';
+  };
+  return !name.empty() && std::all_of(name.begin(), name.end(), isInName);
+}
+
+}  // namespace
+
+ConfigOptions::Option& ConfigOptions::option(std::wstring_view name) {
+  const auto [at, fresh] = options_.try_emplace(std::wstring(name));
+  if (fresh) {
+    at->second.several = std::any_of(std::begin(kSeveral), std::end(kSeveral),
+                                     [name](std::wstring_view one) { return text::equalNoCase(one, name); });
+  }
+  return at->second;
+}
 
 void ConfigOptions::read(std::wstring_view content) {
   for (const std::wstring& whole : text::lines(content)) {
@@ -10,17 +34,23 @@ void ConfigOptions::read(std::wstring_view content) {
     if (line.empty() || line.front() == L'!') continue;
     const auto blank = line.find_first_of(L" \t");
     const std::wstring_view value = blank == std::wstring_view::npos ? L"" : text::trimmed(line.substr(blank));
-    options_[std::wstring(line.substr(0, blank))].emplace_back(value);
+    Option& read = option(line.substr(0, blank));
+    read.several = read.several || !read.values.empty();
+    read.values.emplace_back(value);
   }
 }
 
-void ConfigOptions::set(std::wstring_view name, std::wstring_view value) {
-  options_[std::wstring(name)] = {std::wstring(value)};
+bool ConfigOptions::set(std::wstring_view name, std::wstring_view value) {
+  if (!isOptionName(name)) return false;
+  Option& set = option(name);
+  if (!set.several) set.values.clear();
+  if (std::find(set.values.begin(), set.values.end(), value) == set.values.end()) set.values.emplace_back(value);
+  return true;
 }
 
 std::vector<std::wstring> ConfigOptions::values(std::wstring_view name) const {
   const auto found = options_.find(name);
-  return found == options_.end() ? std::vector<std::wstring>() : found->second;
+  return found == options_.end() ? std::vector<std::wstring>() : found->second.values;
 }
 
 }  // namespace headless

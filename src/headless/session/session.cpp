@@ -28,10 +28,13 @@ Session::State::State(SessionOptions given)
                 saved.push_back(document);
                 if (observer) observer->saved(document);
               },
-              [this](ProMdl model) { windows.forget(model); }, options.withholdSaves},
+              [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
+              [this](ModelDocument& document) { servers.place(document); },
+              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},
              options.modelFolder),
       parameters(models),
-      bodies(models) {}
+      bodies(models),
+      servers(models, models.workingFolder(), options.withholdSaves) {}
 
 void Session::State::showMessage(const std::wstring& text) {
   messages.push_back(text);
@@ -39,7 +42,24 @@ void Session::State::showMessage(const std::wstring& text) {
 }
 
 void Session::State::notify(const creo::ProNotification& notification) {
+  if (!events.isHeard(notification.type)) return;
   if (const std::wstring fault = events.call(notification); !fault.empty()) showMessage(fault);
+  creo::pfcModelDescriptor descriptor;
+  if (const Model* model = models.find(notification.model)) descriptor = {model->name, model->type()};
+  const std::wstring fault = events.callListeners(notification.type, descriptor);
+  if (!fault.empty()) showMessage(fault);
+}
+
+void Session::State::raise(ProNotifyType type, ProMdl model, int window) {
+  const Model* told = models.find(model);
+  if (!told || !events.isHeard(type)) return;
+  creo::ProNotification notification;
+  notification.type = type;
+  notification.model = model;
+  notification.window = window;
+  notification.name = told->name;
+  notification.typeText = typeExtension(told->type());
+  notify(notification);
 }
 
 void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
@@ -47,7 +67,21 @@ void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
   event.notification.type = type;
   event.notification.model = model;
   event.notification.window = window;
+  if (const Model* told = models.find(model)) {
+    event.notification.name = told->name;
+    event.notification.typeText = typeExtension(told->type());
+  }
   events.queue(std::move(event));
+}
+
+void Session::State::present(ProMdl handle, std::initializer_list<ProNotifyType> told) {
+  const Model& model = *models.find(handle);
+  const std::wstring key = modelKey(model.name, model.type());
+  int window = windows.of(handle, key);
+  if (window == 0) window = windows.create(key);
+  windows.show(window, handle);
+  windows.setCurrent(window);
+  for (const ProNotifyType one : told) queue(one, handle, window);
 }
 
 Session::Session(SessionOptions options) {
@@ -81,15 +115,8 @@ const std::wstring& Session::startError() const { return state_->startError; }
 creo::Got<ProMdl> Session::open(const std::wstring& name, creo::ProMdlType type) {
   const auto retrieved = state_->models.retrieve(name, type);
   if (!retrieved) return retrieved;
-  const Model& model = *state_->models.find(retrieved.value);
-  const std::wstring key = modelKey(model.name, type);
-  int window = state_->windows.of(model.handle, key);
-  if (window == 0) window = state_->windows.create(key);
-  state_->windows.show(window, model.handle);
-  state_->windows.setCurrent(window);
-  for (const ProNotifyType told : {ProNotifyType::modelOpened, ProNotifyType::modelDisplayed,
-                                   ProNotifyType::windowOccupied, ProNotifyType::windowActivated})
-    state_->queue(told, model.handle, window);
+  state_->present(retrieved.value, {ProNotifyType::modelOpened, ProNotifyType::modelDisplayed,
+                                    ProNotifyType::windowOccupied, ProNotifyType::windowActivated});
   return retrieved;
 }
 

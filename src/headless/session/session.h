@@ -67,6 +67,17 @@ class Session {
   // As a person opens a model: retrieved, shown in a window of its own, that window current. The notifications 110, 41,
   // 90 and 26 follow when the session settles.
   creo::Got<creo::ProMdl> open(const std::wstring& name, creo::ProMdlType type);
+  // As a person makes a model: in memory only, shown as an opened one is; notification 100 comes before 41, 90 and 26.
+  // ProExists: a model of that name is in memory or in the folder; ProBadInputs: it can't be a file's name.
+  creo::Got<creo::ProMdl> create(const std::wstring& name, creo::ProMdlType type);
+  // As a person does it to the current model, with the notifications of the operation; its result. ProNotFound: there
+  // is no current model.
+  creo::ProError save();
+  creo::ProError regenerate();
+  // Takes the model out of memory and closes its window.
+  creo::ProError erase();
+  // Closes the current window; the one used before becomes current. ProNotFound: there is no window.
+  creo::ProError close();
   // Runs a command by its name. ProNotFound: there is none; ProGeneralError: it isn't available, or an exception left
   // it (then the message area has its text).
   creo::ProError runCommand(const std::string& name);

@@ -18,6 +18,7 @@
 #include "headless/session/options.h"
 #include "headless/session/session.h"
 #include "headless/session/windows.h"
+#include "headless/vault/servers.h"
 
 namespace headless {
 
@@ -40,16 +41,21 @@ struct Session::State {
   Models models;
   Parameters parameters;
   Bodies bodies;
+  Servers servers;
   Ui ui;
   bool settling = false;
   std::function<void()> unloadPlugin;  // null while it isn't loaded
   std::wstring startError;
 
   void showMessage(const std::wstring& text);
-  // Tells the handler now; an exception that leaves it becomes a line of the message area.
+  // Tells handler and listeners now; an exception that leaves one becomes a line of the message area.
   void notify(const creo::ProNotification& notification);
+  // Tells of a model what happens to it now, inside an operation; window: the one that it is about, or 0.
+  void raise(creo::ProNotifyType type, creo::ProMdl model, int window = 0);
   // Tells it once control is back.
   void queue(creo::ProNotifyType type, creo::ProMdl model, int window);
+  // Shows the model in a window of its own, which becomes current, and queues these notifications for it.
+  void present(creo::ProMdl model, std::initializer_list<creo::ProNotifyType> told);
 };
 
 }  // namespace headless

@@ -17,12 +17,18 @@ std::wstring valueOf(std::string_view type) { return L"a value of the type '" + 
 }  // namespace
 
 template <>
+struct RecordTable<RestrictionRecord> {
+  using R = RestrictionRecord;
+  static constexpr std::array fields = {field<&R::minimum>("minimum"), field<&R::maximum>("maximum"),
+                                        field<&R::values>("values")};
+};
+template <>
 struct RecordTable<ParameterRecord> {
   using R = ParameterRecord;
   static constexpr std::array fields = {
       field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),    field<&R::value>("value"),
       field<&R::units>("units"),          field<&R::description>("description"), field<&R::designated>("designated"),
-      field<&R::driver>("driver")};
+      field<&R::driver>("driver"),        field<&R::restriction>("restriction")};
   static void check(R& record, const Json& json, Reader& in) {
     const Json* value = json.member("value");
     if (value && !fitsType(record.value, record.type)) in.failKind(*value, valueOf(json.member("type")->text));
@@ -45,14 +51,18 @@ struct RecordTable<SlotRecord> {
 template <>
 struct RecordTable<ToleranceRecord> {
   using R = ToleranceRecord;
-  static constexpr std::array fields = {field<&R::upper>("upper"), field<&R::lower>("lower")};
+  static constexpr std::array fields = {field<&R::upper>("upper"), field<&R::lower>("lower"), field<&R::type>("type")};
 };
 template <>
 struct RecordTable<DimensionRecord> {
   using R = DimensionRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired),    field<&R::symbol>("symbol"),
-                                        field<&R::value>("value"),         field<&R::reference>("reference"),
-                                        field<&R::tolerance>("tolerance"), field<&R::text>("text")};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),
+                                        field<&R::symbol>("symbol"),
+                                        field<&R::value>("value"),
+                                        field<&R::reference>("reference"),
+                                        field<&R::associative>("associative"),
+                                        field<&R::tolerance>("tolerance"),
+                                        field<&R::text>("text")};
 };
 template <>
 struct RecordTable<ColumnRecord> {
@@ -62,9 +72,13 @@ struct RecordTable<ColumnRecord> {
 template <>
 struct RecordTable<RowRecord> {
   using R = RowRecord;
-  static constexpr std::array fields = {field<&R::name>("name", kRequired),    field<&R::values>("values"),
-                                        field<&R::parameters>("parameters"),   field<&R::externalData>("externalData"),
-                                        field<&R::familyTable>("familyTable"), field<&R::verification>("verification")};
+  static constexpr std::array fields = {field<&R::name>("name", kRequired),
+                                        field<&R::values>("values"),
+                                        field<&R::parameters>("parameters"),
+                                        field<&R::externalData>("externalData"),
+                                        field<&R::familyTable>("familyTable"),
+                                        field<&R::verification>("verification"),
+                                        field<&R::locked>("locked")};
 };
 template <>
 struct RecordTable<FamilyTableRecord> {
@@ -107,14 +121,17 @@ struct RecordTable<ModelRecord> {
                                         field<&R::symbolDefinitions>("symbolDefinitions"),
                                         field<&R::symbols>("symbols"),
                                         field<&R::shownDimensions>("shownDimensions"),
+                                        field<&R::detailOptions>("detailOptions"),
                                         field<&R::layers>("layers"),
                                         field<&R::layerStates>("layerStates"),
                                         field<&R::views>("views"),
+                                        field<&R::notes>("notes"),
                                         field<&R::simplifiedReps>("simplifiedReps"),
                                         field<&R::explodedStates>("explodedStates"),
                                         field<&R::styleStates>("styleStates"),
                                         field<&R::combinedStates>("combinedStates"),
                                         field<&R::crossSections>("crossSections"),
+                                        field<&R::layouts>("layouts"),
                                         keptField<SolidRecord, &R::solid>("solid"),
                                         field<&R::familyTable>("familyTable"),
                                         field<&R::externalData>("externalData")};

@@ -55,9 +55,13 @@ struct EnumTexts<creo::ProVerification> {
 template <>
 struct EnumTexts<creo::ProItemType> {
   using E = creo::ProItemType;
-  static constexpr Texts<E> texts[] = {
-      {"feature", E::feature}, {"dimension", E::dimension},       {"referenceDimension", E::referenceDimension},
-      {"layer", E::layer},     {"crossSection", E::crossSection}, {"view", E::view}};
+  static constexpr Texts<E> texts[] = {{"feature", E::feature},
+                                       {"dimension", E::dimension},
+                                       {"referenceDimension", E::referenceDimension},
+                                       {"layer", E::layer},
+                                       {"crossSection", E::crossSection},
+                                       {"view", E::view},
+                                       {"parameter", creo::kParameterItem}};
 };
 template <>
 struct EnumTexts<creo::ProFeatureStatus> {
@@ -85,6 +89,15 @@ struct EnumTexts<creo::ProToleranceClass> {
                                        {"veryCoarse", E::veryCoarse}};
 };
 template <>
+struct EnumTexts<creo::ProToleranceType> {
+  using E = creo::ProToleranceType;
+  static constexpr Texts<E> texts[] = {{"standard", E::standard},
+                                       {"limits", E::limits},
+                                       {"plusMinus", E::plusMinus},
+                                       {"symmetric", E::symmetric},
+                                       {"symmetricSuperscript", E::symmetricSuperscript}};
+};
+template <>
 struct EnumTexts<creo::ProRegenerationStatus> {
   using E = creo::ProRegenerationStatus;
   static constexpr Texts<E> texts[] = {{"regenerated", E::regenerated},
@@ -95,8 +108,19 @@ struct EnumTexts<creo::ProRegenerationStatus> {
 template <>
 struct EnumTexts<creo::ProLayerDisplay> {
   using E = creo::ProLayerDisplay;
+  static constexpr Texts<E> texts[] = {{"normal", E::normal}, {"display", E::display}, {"blank", E::blank},
+                                       {"hidden", E::hidden}, {"skip", E::skip},       {"none", E::none}};
+};
+template <>
+struct EnumTexts<creo::ProXsecType> {
+  using E = creo::ProXsecType;
+  static constexpr Texts<E> texts[] = {{"planar", E::planar}, {"offset", E::offset}};
+};
+template <>
+struct EnumTexts<creo::ProXsecObjects> {
+  using E = creo::ProXsecObjects;
   static constexpr Texts<E> texts[] = {
-      {"normal", E::normal}, {"display", E::display}, {"blank", E::blank}, {"hidden", E::hidden}};
+      {"model", E::model}, {"quilts", E::quilts}, {"modelAndQuilts", E::modelAndQuilts}};
 };
 template <>
 struct EnumTexts<creo::ProSheetSize> {

@@ -17,5 +17,8 @@ std::wstring cantWrite(const std::wstring& path, std::error_code error) {
 std::wstring cantWriteReadOnly(const std::wstring& path) {
   return text::format(L"%s: can't be written: the model is read-only", path);
 }
+std::wstring cantWriteCheckedIn(const std::wstring& path) {
+  return text::format(L"%s: can't be written: the model isn't checked out", path);
+}
 
 }  // namespace headless

@@ -15,5 +15,7 @@ std::wstring cantRead(const std::wstring& path, std::error_code error);
 std::wstring cantWrite(const std::wstring& path, std::error_code error);
 // "d:\models\bracket.prt.4: can't be written: the model is read-only"
 std::wstring cantWriteReadOnly(const std::wstring& path);
+// "d:\models\bracket.prt.4: can't be written: the model isn't checked out"
+std::wstring cantWriteCheckedIn(const std::wstring& path);
 
 }  // namespace headless

@@ -221,6 +221,18 @@ std::error_code Store::replace(Folder& folder, const DocumentFile& file, std::st
   return put(folder, file, bytes, &os::Files::write);
 }
 
+std::error_code Store::removeAll(Folder& folder, std::wstring_view name, ProMdlType type) {
+  if (withhold_) return {};
+  std::error_code failed;
+  for (const os::Entry& entry : os::files().list(folder.path()).value) {
+    const auto file = entry.isFolder ? std::nullopt : documentFile(entry.name);
+    if (!file || modelKey(file->name, file->type) != modelKey(name, type)) continue;
+    if (const auto error = os::files().remove(folder.path() + entry.name)) failed = error;
+  }
+  folder.forget();
+  return failed;
+}
+
 std::error_code Store::put(Folder& folder, const DocumentFile& file, std::string_view bytes, Writing writing) {
   const std::wstring path = folder.path() + file.fileName;
   if (withhold_) {

@@ -90,6 +90,8 @@ class Store {
   std::error_code create(Folder& folder, const DocumentFile& file, std::string_view bytes);
   // One that this session wrote.
   std::error_code replace(Folder& folder, const DocumentFile& file, std::string_view bytes);
+  // All versions of a document; nothing is removed where writing is withheld.
+  std::error_code removeAll(Folder& folder, std::wstring_view name, creo::ProMdlType type);
 
  private:
   using Writing = std::error_code (os::Files::*)(std::wstring_view path, std::string_view bytes);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "creo/ProDimension.h"
 #include "creo/ProExtdata.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProParameter.h"
@@ -30,12 +31,14 @@ using ExternalData = Members<SlotList>;
 // How far a dimension may be off.
 struct ToleranceRecord : Open {
   double upper = 0, lower = 0;
+  creo::ProToleranceType type = creo::ProToleranceType::none;  // none: what the two values say
 };
 struct DimensionRecord : Open {
   int id = 0;
   std::string symbol;
   Scalar value;
   bool reference = false;
+  bool associative = true;
   std::unique_ptr<ToleranceRecord> tolerance;
   std::vector<std::string> text;  // lines; none: "@D" alone
 };
@@ -53,6 +56,7 @@ struct RowRecord : Open {
   std::unique_ptr<ExternalData> externalData;
   std::unique_ptr<FamilyTableRecord> familyTable;
   creo::ProVerification verification = creo::ProVerification::notVerified;
+  bool locked = false;
   // Not written: where the row hangs, and whether it differs from what is on disk.
   RowRecord* parent = nullptr;
   bool changed = false;
@@ -83,6 +87,7 @@ struct ModelRecord : Open {
   std::vector<LayerRecord> layers;
   std::vector<LayerStateRecord> layerStates;
   std::vector<ViewRecord> views;
+  std::vector<NoteRecord> notes;
   std::unique_ptr<FamilyTableRecord> familyTable;
   ExternalData externalData;
 
@@ -93,7 +98,9 @@ struct ModelRecord : Open {
   creo::ProToleranceClass toleranceClass = creo::ProToleranceClass::none;
   creo::ProRegenerationStatus regeneration = creo::ProRegenerationStatus::regenerated;
   int insertAfter = 0;  // number of the feature behind which new ones come; 0: insert mode is off
-  std::vector<StateRecord> simplifiedReps, explodedStates, styleStates, combinedStates, crossSections;
+  std::vector<StateRecord> simplifiedReps, explodedStates, styleStates, combinedStates;
+  std::vector<CrossSectionRecord> crossSections;
+  std::vector<LayoutRecord> layouts;
   std::vector<UsedModelRecord> components;
   RawJson solid;
 
@@ -106,6 +113,7 @@ struct ModelRecord : Open {
   std::vector<SymbolDefinitionRecord> symbolDefinitions;
   std::vector<SymbolRecord> symbols;
   std::vector<ShownDimensionRecord> shownDimensions;
+  std::vector<DetailOptionRecord> detailOptions;
 };
 
 }  // namespace headless

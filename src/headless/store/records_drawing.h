@@ -66,6 +66,15 @@ struct TableRecord : Open {
   std::vector<RepeatRegionRecord> repeatRegions;
 };
 
+// A note: of a solid, or on a sheet of a drawing.
+struct NoteRecord : Open {
+  int id = 0;
+  std::string name;
+  std::vector<std::string> lines;  // symbolic text: "&PART_NO"
+  int sheet = 1;                   // drawings only, as the position
+  PointRecord position;
+};
+
 struct SymbolDefinitionRecord : Open {
   int id = 0;
   std::string name;
@@ -75,6 +84,7 @@ struct SymbolRecord : Open {
   std::string definition;  // by name
   int sheet = 1;
   PointRecord position;
+  std::vector<std::string> texts;  // what its variable texts say
 };
 
 // A dimension of a model that the drawing shows.
@@ -82,6 +92,11 @@ struct ShownDimensionRecord : Open {
   std::string model;  // "GEAR.prt"
   int id = 0;
   bool reference = false;
+};
+
+// A setting of the drawing's own, such as the height of its texts.
+struct DetailOptionRecord : Open {
+  std::string name, value;
 };
 
 }  // namespace headless

@@ -8,6 +8,7 @@
 #include "creo/ProFeature.h"
 #include "creo/ProLayer.h"
 #include "creo/ProSolid.h"
+#include "creo/ProState.h"
 #include "headless/store/fields.h"
 #include "headless/store/parameter_record.h"
 
@@ -27,12 +28,27 @@ struct SectionRecord : Open {
   std::vector<EntityRecord> entities;
 };
 
+// What makes a feature a pattern.
+struct PatternRecord : Open {
+  bool group = false;   // of a group
+  Scalar regeneration;  // Creo's number of how its members regenerate
+};
+// What a flexible component varies in its model.
+struct VariantItemRecord : Open {
+  creo::ProItemType type = creo::ProItemType::none;
+  int id = 0;
+  std::string name;  // parameters only
+};
+
 struct FeatureRecord : Open {
   int id = 0, number = 0, type = 0;
   std::string name, typeName, subtype;
   creo::ProFeatureStatus status = creo::ProFeatureStatus::active;
   creo::ProFeatureStatus beforeSuppression = creo::ProFeatureStatus::active;  // not written: what a resume gives back
   bool geometryChecks = false;
+  bool hidden = false;  // the model tree doesn't show it
+  std::unique_ptr<PatternRecord> pattern;
+  std::vector<VariantItemRecord> variantItems;
   std::vector<int> dimensions;
   std::vector<SectionRecord> sections;
   std::unique_ptr<ParameterList> parameters;
@@ -63,9 +79,19 @@ struct LayerStateRecord : Open {
   std::vector<LayerStatusRecord> layers;
 };
 
-// What is kept under a name: a simplified representation, an exploded, combined or style state, a cross section.
+// What is kept under a name: a simplified representation, an exploded, combined or style state.
 struct StateRecord : Open {
   int id = 0;
+  std::string name;
+};
+struct CrossSectionRecord : Open {
+  int id = 0;
+  std::string name;
+  creo::ProXsecType type = creo::ProXsecType::planar;
+  creo::ProXsecObjects objects = creo::ProXsecObjects::model;
+};
+// A layout that the model declares.
+struct LayoutRecord : Open {
   std::string name;
 };
 

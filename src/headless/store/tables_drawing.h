@@ -64,6 +64,13 @@ struct RecordTable<TableRecord> {
                                         field<&R::cells>("cells"),           field<&R::repeatRegions>("repeatRegions")};
 };
 template <>
+struct RecordTable<NoteRecord> {
+  using R = NoteRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name"),
+                                        field<&R::lines>("lines"), field<&R::sheet>("sheet"),
+                                        field<&R::position>("position")};
+};
+template <>
 struct RecordTable<SymbolDefinitionRecord> {
   using R = SymbolDefinitionRecord;
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired)};
@@ -72,13 +79,20 @@ template <>
 struct RecordTable<SymbolRecord> {
   using R = SymbolRecord;
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::definition>("definition", kRequired),
-                                        field<&R::sheet>("sheet"), field<&R::position>("position")};
+                                        field<&R::sheet>("sheet"), field<&R::position>("position"),
+                                        field<&R::texts>("texts")};
 };
 template <>
 struct RecordTable<ShownDimensionRecord> {
   using R = ShownDimensionRecord;
   static constexpr std::array fields = {field<&R::model>("model", kRequired), field<&R::id>("id", kRequired),
                                         field<&R::reference>("reference")};
+};
+
+template <>
+struct RecordTable<DetailOptionRecord> {
+  using R = DetailOptionRecord;
+  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::value>("value")};
 };
 
 }  // namespace headless

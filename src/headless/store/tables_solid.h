@@ -21,6 +21,17 @@ struct RecordTable<SectionRecord> {
   static constexpr std::array fields = {field<&R::entities>("entities")};
 };
 template <>
+struct RecordTable<PatternRecord> {
+  using R = PatternRecord;
+  static constexpr std::array fields = {field<&R::group>("group"), field<&R::regeneration>("regeneration")};
+};
+template <>
+struct RecordTable<VariantItemRecord> {
+  using R = VariantItemRecord;
+  static constexpr std::array fields = {field<&R::type>("type", kRequired), field<&R::id>("id"),
+                                        field<&R::name>("name")};
+};
+template <>
 struct RecordTable<FeatureRecord> {
   using R = FeatureRecord;
   static constexpr std::array fields = {field<&R::id>("id", kRequired),
@@ -31,6 +42,9 @@ struct RecordTable<FeatureRecord> {
                                         field<&R::subtype>("subtype"),
                                         field<&R::status>("status"),
                                         field<&R::geometryChecks>("geometryChecks"),
+                                        field<&R::hidden>("hidden"),
+                                        field<&R::pattern>("pattern"),
+                                        field<&R::variantItems>("variantItems"),
                                         field<&R::dimensions>("dimensions"),
                                         field<&R::sections>("sections"),
                                         field<&R::parameters>("parameters")};
@@ -65,6 +79,17 @@ template <>
 struct RecordTable<StateRecord> {
   using R = StateRecord;
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired)};
+};
+template <>
+struct RecordTable<CrossSectionRecord> {
+  using R = CrossSectionRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
+                                        field<&R::type>("type"), field<&R::objects>("objects")};
+};
+template <>
+struct RecordTable<LayoutRecord> {
+  using R = LayoutRecord;
+  static constexpr std::array fields = {field<&R::name>("name", kRequired)};
 };
 
 }  // namespace headless

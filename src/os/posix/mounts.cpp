@@ -63,6 +63,10 @@ void Mounts::set(wchar_t letter, std::string folder) {
   }
 }
 
+bool Mounts::has(wchar_t letter) const {
+  return std::any_of(mounts_.begin(), mounts_.end(), [&](const Mount& m) { return m.letter == text::lower(letter); });
+}
+
 std::string Mounts::machine(std::wstring_view path) const {
   std::string found = "/";
   const std::wstring device = splitDevice(path).device;

@@ -11,6 +11,8 @@ std::string programFile() {
   return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
+std::string systemName() { return "linux"; }
+
 bool isTerminal(int stream) { return ::isatty(stream) == 1; }
 
 }  // namespace os

@@ -1,0 +1,32 @@
+// Tells what comes to a log while a run goes on: each line as an event, error lines on the console too.
+#pragma once
+
+#include "kelvane/console.h"
+#include "kelvane/events.h"
+#include "kelvane/log_follower.h"
+
+namespace kelvane {
+
+class LogTeller {
+ public:
+  // At most that many error lines reach the console; 0: all.
+  LogTeller(Console& console, Events& events, int maxErrors)
+      : console_(console), events_(events), maxErrors_(maxErrors) {}
+
+  // What stands in the log of that path now isn't told.
+  void begin(const std::wstring& path) { follower_.begin(path); }
+  // Tells the lines that came since the last look.
+  void follow();
+  // How many error lines were kept back, where some were.
+  void tellHidden();
+  // The log; empty while nothing was written.
+  [[nodiscard]] const std::wstring& path() const { return follower_.path(); }
+
+ private:
+  Console& console_;
+  Events& events_;
+  LogFollower follower_;
+  int maxErrors_ = 0, shown_ = 0, hidden_ = 0;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,106 @@
+#include "kelvane/package_uses.h"
+
+#include <algorithm>
+
+#include "os/paths.h"
+#include "text/encoding.h"
+#include "text/pieces.h"
+
+namespace kelvane {
+namespace {
+
+// clang-format off
+constexpr PathAttribute kPaths[] = {
+    {"setWorkingDirectory", L"path",    "models",  PathTarget::folder},
+    {"groupActions",        L"tmpPath", "models",  PathTarget::folder},
+    {"runTrailfile",        L"tf",      "models",  PathTarget::file},
+    {"setDTL",              L"view",    "models",  PathTarget::file},
+    {"openCSVReport",       L"file",    "reports", PathTarget::written},
+    {"writeListReport",     L"file",    "reports", PathTarget::written},
+    {"reportFeatureParameter",     L"csvFileName", "reports", PathTarget::written},
+    {"editModelParameterFromFile", L"path",        "reports", PathTarget::file},
+    {"editParameterFromDictionary", L"path",       "reports", PathTarget::file},
+    {"editModelDimensionFromFile", L"path",        "reports", PathTarget::file},
+};
+// What leaves the process: the attribute that names it, and one that follows it.
+struct OutsideAttribute {
+  std::string_view action;
+  std::wstring_view attribute, more;
+  const char* kind;
+  const char* text;
+};
+constexpr OutsideAttribute kOutside[] = {
+    {"runMSDOScommand",        L"cmd",   L"args", "program", "it starts the program"},
+    {"setUserVariableFromUrl", L"value", L"",     "address", "it asks the address"},
+};
+// clang-format on
+
+template <class F>
+void eachAttribute(const core::XmlNode& node, F f) {
+  for (const core::XmlAttrBlock* block = node.attributes; block; block = block->next) {
+    for (std::uint16_t i = 0; i < block->count; ++i) f(*block->items[i]);
+  }
+}
+
+// "d:\x", "\\server\x", in quotes or not.
+bool isWholePath(std::wstring_view value) {
+  if (value.starts_with(L'"')) value.remove_prefix(1);
+  const auto isSeparator = [&](std::size_t at) {
+    return at < value.size() && (value[at] == L'\\' || value[at] == L'/');
+  };
+  return (!os::splitDevice(value).device.empty() && isSeparator(2)) || value.starts_with(L"\\\\");
+}
+
+// Relative ones lie where Creo's working folder happens to be.
+bool leavesPackage(std::wstring_view value) {
+  if (value.starts_with(L'"')) value.remove_prefix(1);
+  if (value.empty()) return false;
+  if (!value.starts_with(kProjectDirectory)) return true;
+  for (const std::wstring& part : text::split(os::withBackslashes(value), L'\\')) {
+    if (part == L"..") return true;
+  }
+  return false;
+}
+
+std::string inQuotes(std::wstring_view value) { return "'" + text::toUtf8(value) + "'"; }
+
+PackageUse outsidePath(const core::XmlAttr& attribute) {
+  return {"path", inQuotes(attribute.name) + " leaves the package: " + inQuotes(attribute.value)};
+}
+
+}  // namespace
+
+const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute) {
+  const auto* found = std::find_if(std::begin(kPaths), std::end(kPaths), [&](const PathAttribute& row) {
+    return row.action == action && row.attribute == attribute;
+  });
+  return found == std::end(kPaths) ? nullptr : found;
+}
+
+std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::string& type) {
+  std::vector<PackageUse> uses;
+  eachAttribute(task, [&](const core::XmlAttr& attribute) {
+    for (const OutsideAttribute& row : kOutside) {
+      if (row.action != type) continue;
+      if (row.more == attribute.name) return;  // told with the attribute that it follows
+      if (row.attribute != attribute.name) continue;
+      std::wstring asked(attribute.value);
+      const core::XmlAttr* more = row.more.empty() ? nullptr : core::attrFind(task.attributes, row.more);
+      if (more && !more->value.empty()) asked.append(L" ").append(more->value);
+      return uses.push_back({row.kind, std::string(row.text) + " " + inQuotes(asked)});
+    }
+    const bool isPath = pathAttribute(type, attribute.name) != nullptr;
+    if (isPath ? leavesPackage(attribute.value) : isWholePath(attribute.value)) uses.push_back(outsidePath(attribute));
+  });
+  return uses;
+}
+
+std::vector<PackageUse> usesOfFilterItem(const core::XmlNode& item) {
+  std::vector<PackageUse> uses;
+  eachAttribute(item, [&](const core::XmlAttr& attribute) {
+    if (isWholePath(attribute.value)) uses.push_back(outsidePath(attribute));
+  });
+  return uses;
+}
+
+}  // namespace kelvane

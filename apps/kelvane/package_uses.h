@@ -1,0 +1,36 @@
+// What of the surroundings an action of a list uses: programs, addresses on the web, paths outside its package.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/xml.h"
+
+namespace kelvane {
+
+struct PackageUse {
+  std::string kind;  // "program", "address", "path"
+  std::string text;  // "it starts the program 'd:\tools\mail.cmd -q'"
+};
+// As the attributes stand, in their order; variables aren't replaced.
+std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::string& type);
+// Of an item of a filter: whole paths alone, since any attribute may be a pattern.
+std::vector<PackageUse> usesOfFilterItem(const core::XmlNode& item);
+
+// Attributes that name what lies in a folder of the package, where "@project_dir@" is that folder.
+enum class PathTarget {
+  folder,
+  file,
+  written,  // it needn't be there
+};
+struct PathAttribute {
+  std::string_view action;
+  std::wstring_view attribute;
+  std::string_view folder;
+  PathTarget target;
+};
+// Null for an attribute that is none.
+const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute);
+constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
+
+}  // namespace kelvane

@@ -1,0 +1,34 @@
+// kelvane watch: models opened, saved and regenerated as told, with the triggers of the configuration hung in.
+#include "kelvane/run_option_rows.h"
+#include "kelvane/verb.h"
+#include "kelvane/watch_work.h"
+
+namespace kelvane {
+namespace {
+
+class Watch : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    RunOptions& o = watched_.surroundings;
+    std::vector<OptionRow> rows = {
+        {"folder", "DIR", "folder of models", &o.folder},
+        {"models", "NAME.EXT", "models that are opened first; then standard input is read, a command a line",
+         &watched_.models},
+        {"--package", "PACKAGE", "the only package that triggers find; else those of the configured folder",
+         &o.package},
+        {"--json", "", "a JSON line for each trigger", &watched_.json},
+    };
+    for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());
+    return rows;
+  }
+  int run(Console& console) override { return watch(watched_, console); }
+
+ private:
+  WatchOptions watched_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeWatch() { return std::make_unique<Watch>(); }
+
+}  // namespace kelvane

@@ -1,0 +1,145 @@
+#include "kelvane/watch_firing.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "core/state.h"
+#include "creo/ProUI.h"
+#include "creo/ProUITable.h"
+#include "engine/model_table.h"
+#include "headless/model/models.h"
+#include "kelvane/changes.h"
+#include "kelvane/interrupt.h"
+#include "kelvane/model_folder.h"
+#include "kelvane/run_watch.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+bool isChecked(const std::string& button) {
+  return creo::ProUICheckbuttonGetState(core::pluginState().dialogName, button).value;
+}
+
+}  // namespace
+
+FiringWatch::FiringWatch(headless::Session& session, const RunOptions& options, bool json, Console& console,
+                         Events& events)
+    : session_(session), console_(console), events_(events), json_(json), log_(console, events, options.maxErrors) {
+  session_.observe(this);
+  engine::observeTriggers(this);
+}
+
+FiringWatch::~FiringWatch() {
+  engine::observeTriggers(nullptr);
+  session_.observe(nullptr);
+  log_.tellHidden();
+}
+
+void FiringWatch::message(const std::wstring& text) {
+  lastMessage_ = text::toUtf8(text);
+  // A document that can't be read or written.
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) console_.trouble("error: " + readable(text));
+  if (events_.on()) events_.tell("message", {{"text", lastMessage_}});
+}
+
+void FiringWatch::operation(std::string_view name, int result, long long nanoseconds) {
+  events_.tell("operation", {{"name", name}, {"result", result}, {"nanoseconds", nanoseconds}});
+}
+
+void FiringWatch::saved(const headless::SavedDocument& document) {
+  const std::string name = label(document.name, document.type);
+  if (running_) running_->saved.insert(name);
+  if (events_.on()) events_.tell("saved", {{"model", name}, {"version", document.version}});
+}
+
+void FiringWatch::triggerBegins(const Firing& firing) {
+  Running& begun = running_.emplace();
+  begun.told = firing;
+  if (const headless::Model* model = session_.models().find(firing.model))
+    begun.model = label(model->name, model->type());
+  begun.name = text::toUtf8(engine::triggerName(firing.type));
+  begun.logBefore = core::logCounts();
+  log_.begin(core::pluginState().logFile);
+  if (events_.on()) {
+    events_.tell(
+        "trigger",
+        {{"type", firing.type}, {"name", begun.name}, {"model", begun.model}, {"list", text::toUtf8(firing.list)}});
+  }
+}
+
+void FiringWatch::progress(int value, int /*maximum*/) {
+  if (!running_) return;
+  if (value == 0) return takeRows();  // the bar is set back right before the first model
+  while (running_->done < running_->rows.size() && running_->done < static_cast<std::size_t>(std::max(value, 0))) {
+    finishRow(running_->rows[running_->done++]);
+  }
+  if (Interrupt::code() == 0) return;
+  std::vector<std::string> left;
+  for (std::size_t i = running_->done; i < running_->rows.size(); ++i) left.push_back(running_->rows[i].name);
+  leaveOut(session_, left);
+}
+
+std::string FiringWatch::documentOf(const std::string& row) const {
+  const ModelFileName name = modelFileName(row);
+  const auto model = session_.models().inMemory(name.name, name.type);
+  return model ? session_.models().documentText(model.value).value : std::string();
+}
+
+void FiringWatch::takeRows() {
+  running_->rows.clear();
+  running_->recap.skipped = 0;
+  const auto all = creo::ProUITableRownamesGet(core::pluginState().dialogName, engine::kModelTable).value;
+  for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
+    for (const std::string& row : all) {
+      if (!row.ends_with(extension)) continue;
+      if (isChecked(row + "_cb")) {
+        running_->rows.push_back({row, documentOf(row)});
+      } else if (isChecked(row + "_lock")) {
+        ++running_->recap.skipped;
+      }
+    }
+  }
+}
+
+void FiringWatch::finishRow(const Row& row) {
+  Recap& recap = running_->recap;
+  ++recap.models;
+  const std::string after = documentOf(row.name);
+  const bool failed = row.before.empty() && after.empty();
+  // A model that the list took out of memory again has what was saved of it.
+  const ModelChanges changes =
+      row.before.empty() || after.empty() ? ModelChanges() : compared(row.name, row.before, after);
+  tell(events_, changes);
+  const char* outcome = failed ? "failed" : changes.any() ? "changed" : "unchanged";
+  ++(failed ? recap.failed : changes.any() ? recap.changed : recap.unchanged);
+  if (events_.on()) events_.tell("model", {{"model", row.name}, {"outcome", outcome}});
+}
+
+void FiringWatch::triggerEnds(int result) {
+  if (!running_) return;
+  log_.follow();
+  Recap& recap = running_->recap;
+  recap.models += recap.skipped;
+  recap.saved = static_cast<int>(running_->saved.size());
+  recap.errors = core::logCounts().errors - running_->logBefore.errors;
+  recap.warnings = core::logCounts().warnings - running_->logBefore.warnings;
+  recap.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - running_->start).count();
+  troubled_ = troubled_ || result != 0 || recap.errors > 0 || recap.failed > 0;
+  showEnd(result);
+  running_.reset();
+}
+
+void FiringWatch::showEnd(int result) {
+  const std::string list = text::toUtf8(running_->told.list);
+  nlohmann::ordered_json line = {
+      {"trigger", running_->name}, {"model", running_->model}, {"list", list}, {"result", result}};
+  line.update(recapNumbers(running_->recap));
+  if (result != 0) line["fault"] = lastMessage_;
+  if (events_.on()) events_.tell("recap", line);
+  if (json_) return console_.result(line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+  const std::string word = running_->name + "  " + running_->model + "  " + list;
+  console_.result(result == 0 ? recapLine(running_->recap, word) : word + "  not started: " + lastMessage_);
+}
+
+}  // namespace kelvane

@@ -1,0 +1,88 @@
+// Creo's configuration options: saved under a name, set, and set again as they were saved.
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProUtil.h"
+#include "engine/saved_options.h"
+#include "engine/task.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+// Runs f(task, its number) on each child element.
+template <class F>
+void eachChild(const Task& task, F f) {
+  int number = 0;
+  core::xmlEachChild(task.node(), [&](const XmlNode& child) { f(Task(child, task.subject()), number++); });
+}
+
+Outcome saveConfigOptions(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"save Config Options"})) return *ended;
+  const std::wstring saveName(task.attribute(L"savename"));
+  if (saveName.empty()) return done;
+  core::logIndented(text::format(L"Save configuration options to %s", saveName), core::kNormal, 1);
+  eachChild(task, [&](const Task& child, int number) {
+    const auto option = child.numbered(L"name_%d", number);
+    if (!option) return;
+    core::logIndented(text::format(L"Save %s", *option), core::kNormal, 2);
+    auto values = creo::ProConfigoptArrayGet(std::wstring(*option));
+    saveConfigOption({saveName, std::wstring(*option), std::move(values.value)});
+  });
+  return done;
+}
+
+void tellUnset(std::wstring_view option) {
+  core::logWrite(text::format(L"The configuration value for '%s' can't be set", option), core::kError);
+}
+
+void restore(std::wstring_view saveName) {
+  core::logIndented(text::format(L"Reset saved configuration options from %s", saveName), core::kNormal, 1);
+  for (const SavedConfigOption& saved : savedConfigOptions()) {
+    if (saved.saveName != saveName) continue;
+    core::logIndented(
+        text::format(L"Found %d configuration values for the option '%s'", saved.values.size(), saved.option),
+        core::kNormal, 2);
+    for (const std::wstring& value : saved.values) {
+      core::logIndented(text::format(L"Set %s to %s", saved.option, value), core::kNormal, 3);
+      if (creo::ProConfigoptSet(saved.option, value) != creo::ProNoError) tellUnset(saved.option);
+    }
+  }
+}
+
+void setDeclared(std::wstring_view option, std::wstring_view value) {
+  // A name that was cut would be another option's.
+  const bool nameFits = text::fits(option, text::kNameSize), valueFits = text::fits(value, text::kTextSize);
+  const creo::ProError result = !nameFits    ? creo::ProNotFound
+                                : !valueFits ? creo::ProBadInputs
+                                             : creo::ProConfigoptSet(std::wstring(option), std::wstring(value));
+  if (result == creo::ProNoError) {
+    core::logIndented(text::format(L"Configuration option '%s' is set to '%s'", option, value), core::kNormal, 2);
+  } else if (result == creo::ProNotFound) {
+    core::logWrite(text::format(L"The configuration option '%s' can't be found", option), core::kError);
+  } else {
+    tellUnset(option);
+  }
+}
+
+Outcome setConfigOption(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"set config option"})) return *ended;
+  if (const auto saveName = task.attribute(L"safename"); !saveName.empty()) restore(saveName);
+  core::logIndented(L"Set declared configuration options", core::kNormal, 1);
+  eachChild(task, [](const Task& child, int number) {
+    const auto option = child.numbered(L"name_%d", number);
+    const auto value = child.numbered(L"value_%d", number);
+    if (option && value) setDeclared(*option, *value);
+  });
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"setConfigOption", &setConfigOption},
+                                       {L"saveConfigOptions", &saveConfigOptions}};
+
+}  // namespace
+
+std::span<const ActionFunction> configOptionActions() { return kActions; }
+
+}  // namespace actions

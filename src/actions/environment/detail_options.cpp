@@ -1,0 +1,45 @@
+// The settings of a drawing's own, from a file.
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProMacro.h"
+#include "creo/guards.h"
+#include "engine/task.h"
+#include "os/paths.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+// Creo may ask before it takes the options over; waiting steps answer its dialog.
+constexpr const wchar_t* kAnswer =
+    L"~Activate `UI Message Dialog` `UI Message Dialog`;~Activate `UI Message Dialog` `ok`;";
+
+Outcome setDetailOptions(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set DTL"})) return *ended;
+  const std::wstring path = task.path(L"view", L"models");
+  const std::wstring folder = os::folderOf(path);
+  creo::DirectoryGuard directory;
+  // In another folder a file of that name would be another one.
+  if (!folder.empty() && directory.change(folder) != creo::ProNoError) {
+    core::logWrite(L"Can't set path as current path", core::kError);
+    return done;
+  }
+  creo::ProMacroLoad(kAnswer);
+  const creo::ProError read =
+      creo::ProInputFileRead(task.model(), os::nameOf(path), creo::ProInputFileType::detailOptions);
+  if (read == creo::ProNoError)
+    core::logIndented(L"New DTL is set", core::kNormal, 1);
+  else
+    core::logWrite(L"Failure occured while set new DTL", core::kError);
+  if (directory.back() != creo::ProNoError) core::logWrite(L"Can't reset old path", core::kWarning);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"setDTL", &setDetailOptions}};
+
+}  // namespace
+
+std::span<const ActionFunction> detailOptionActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,70 @@
+// The place in a solid's tree where new features come.
+#include "actions/families.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProDrawingView.h"
+#include "creo/ProFeature.h"
+#include "creo/ProSolid.h"
+#include "engine/compare.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+bool isWanted(const Task& task, const creo::ProFeature& feature, std::wstring_view name) {
+  const std::wstring_view how = task.attribute(L"feat");
+  if (how == L"1") {
+    const auto type = creo::ProFeatureTypeGet(feature);
+    return type && type.value == core::featureTypeFromCode(task.attribute(L"feattype"));
+  }
+  if (how == L"2") return feature.id == text::parseInt(task.attribute(L"featid"));
+  if (how == L"3") {
+    const auto number = creo::ProFeatureNumberGet(feature);
+    return number && number.value == text::parseInt(task.attribute(L"featnum"));
+  }
+  return how == L"4" && wildcardCompare(task.attribute(L"featname"), name) == 1;
+}
+
+Outcome setInsertFeaturePosition(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set insert feature position"})) return *ended;
+  const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+    const std::wstring name = creo::ProFeatureNameGet(feature).value;
+    if (!isWanted(task, feature, name)) return creo::ProNoError;
+    core::logIndented(text::format(L"after feature: %d %s", feature.id, name), core::kNormal, 1);
+    if (creo::ProFeatureInsertModeActivate(feature) != creo::ProNoError)
+      core::logWrite(L"The insert position can't be set", core::kError);
+    creo::ProTreetoolRefresh(task.model());
+    return creo::ProStopVisit;
+  });
+  if (visited != creo::ProStopVisit) core::logWrite(L"Declared feature can't be found", core::kError);
+  return done;
+}
+
+Outcome cancelFeaturePosition(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Cancel feature position"})) return *ended;
+  if (!creo::ProInsertModeIsActive(task.model()).value) {
+    core::logIndented(L"Insert mode is not active", core::kNormal, 1);
+    return done;
+  }
+  core::logIndented(L"Insert mode is active and get canceled", core::kNormal, 1);
+  if (creo::ProInsertModeCancel(task.model(), true) == creo::ProNoError) {
+    core::logIndented(L"Insert mode is canceled", core::kNormal, 1);
+    creo::ProTreetoolRefresh(task.model());
+  } else {
+    core::logWrite(L"Failure while cancel insert mode", core::kError);
+  }
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"setInsertFeaturePosition", &setInsertFeaturePosition},
+                                       {L"cancelFeaturePosition", &cancelFeaturePosition}};
+
+}  // namespace
+
+std::span<const ActionFunction> insertPositionActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,160 @@
+// Mapkeys: macros that the list holds line by line, run once or for each of several things.
+#include "actions/environment/macro.h"
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProDrawingView.h"
+#include "creo/ProFamtable.h"
+#include "creo/ProMdl.h"
+#include "creo/guards.h"
+#include "documents/predicates.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr std::size_t kLineSize = 2600;  // room of a line
+constexpr int kDeepestTable = 200;       // family tables nested deeper aren't worked
+
+void runMapkeyMacro(const Task& task, creo::ProMdl model) {
+  if (!task.has(L"mapkeyc")) return;
+  const int count = text::parseInt(task.attribute(L"mapkeyc"));
+  std::wstring macro;
+  for (const Task::Numbered& line : task.numberedAll(L"mapkey", count)) {
+    const Replaced replaced = replaceVariables(line.value, model, kLineSize);
+    // Without one of its lines it would be another macro.
+    if (!replaced.hasText())
+      return core::logWrite(text::format(L"The mapkey isn't run: its line %d can't be used", line.number),
+                            core::kError);
+    macro += replaced.text;
+  }
+  runMacro(macro, text::format(L"Failure occured while load mapkey at line %d", count),
+           L"Failure occured while execute mapkey");
+}
+
+bool isDrawing(creo::ProMdl model) {
+  const auto type = creo::ProMdlTypeGet(model);
+  return type && type.value == creo::ProMdlType::drawing;
+}
+
+void runOnce(const Task& task) { runMapkeyMacro(task, task.model()); }
+
+void runForSheets(const Task& task) {
+  if (!isDrawing(task.model()))
+    return core::logWrite(
+        L"The mapkey is canceled, because it can only be run for drawings with the 'for every sheet' option",
+        core::kError);
+  creo::SheetGuard sheets(task.model());
+  const int count = creo::ProDrawingSheetsCount(task.model()).value;
+  for (int sheet = 1; sheet <= count; ++sheet) {
+    core::logIndented(text::format(L"for drawing sheet %d", sheet), core::kNormal, 2);
+    if (sheets.change(sheet) == creo::ProNoError)
+      runMapkeyMacro(task, task.model());
+    else
+      core::logWrite(text::format(L"The sheet %d can't be made current", sheet), core::kError);
+  }
+}
+
+void runForTable(const Task& task, creo::ProMdl generic, int depth) {
+  if (depth == kDeepestTable)
+    return core::logWrite(text::format(L"Family tables nested deeper than %d levels aren't worked", kDeepestTable),
+                          core::kError);
+  const auto table = creo::ProFamtableInit(generic);
+  if (!table) return core::logWrite(L"Famtable can't be initialized", core::kError);
+  creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
+    core::logIndented(text::format(L"rework Instance %s", row.name), core::kNormal, 2);
+    const auto instance = creo::ProFaminstanceCreate(row);
+    if (!instance) {
+      core::logWrite(L"Can't create Instance", core::kError);
+      return creo::ProNoError;
+    }
+    runMapkeyMacro(task, instance.value);
+    if (documents::isGeneric(instance.value) == documents::kTrue) runForTable(task, instance.value, depth + 1);
+    return creo::ProNoError;
+  });
+}
+
+void runForInstances(const Task& task) {
+  creo::ProMdl model = task.model();
+  if (isDrawing(model)) {
+    const auto solid = creo::ProDrawingCurrentsolidGet(model);
+    if (!solid) return core::logWrite(L"No current solid found", core::kError);
+    model = solid.value;
+  }
+  const auto type = creo::ProMdlTypeGet(model);
+  if (!type || (type.value != creo::ProMdlType::part && type.value != creo::ProMdlType::assembly))
+    return core::logWrite(L"The model filetype is not supported right now", core::kError);
+  if (documents::isGeneric(model) != documents::kTrue)
+    return core::logWrite(L"Current model is no generic", core::kError);
+  runForTable(task, model, 0);
+}
+
+// The tree beside the drawing selects the view, as a person does; no operation does it.
+void selectView(int id) {
+  runMacro(text::format(L"~ Activate `main_dlg_cur` `page_Layout_control_btn` 1;~ Select `main_dlg_cur` `DrwAssyTree` "
+                        L"1 `node0:view_%d 92 0 -1 -1 -1`;",
+                        id),
+           L"Can't load macro", L"The view can't be selected");
+}
+
+void runForViews(const Task& task) {
+  const creo::ProMdl drawing = task.model();
+  if (!isDrawing(drawing)) return;
+  creo::SheetGuard sheets(drawing);
+  for (const creo::ProView& view : creo::ProDrawingViewsCollect(drawing).value) {
+    creo::ProSelbufferClear();
+    const auto id = creo::ProDrawingViewIdGet(view);
+    const auto sheet = creo::ProDrawingViewSheetGet(view);
+    if (!id || !sheet || sheets.change(sheet.value) != creo::ProNoError) {
+      core::logWrite(text::format(L"The view %d can't be shown", view.id), core::kError);
+      continue;
+    }
+    creo::ProTreetoolRefresh(drawing);
+    creo::ProDrawingtreeRefresh(drawing, -1);
+    selectView(id.value);
+    runMapkeyMacro(task, drawing);
+  }
+}
+
+void runForSelections(const Task& task) {
+  const creo::SelectionGuard selected;
+  if (!selected.saved()) return core::logWrite(L"No selections - 1", core::kError);
+  if (selected.saved().value.empty()) return core::logWrite(L"No selections - 2", core::kError);
+  for (const creo::ProSelection& one : selected.saved().value) {
+    creo::ProSelbufferClear();
+    if (creo::ProSelbufferSelectionAdd(one) == creo::ProNoError)
+      runMapkeyMacro(task, task.model());
+    else
+      core::logWrite(L"A selection can't be made again", core::kError);
+  }
+}
+
+struct Repetition {
+  std::wstring_view value;  // of `rfe`
+  void (*run)(const Task& task);
+};
+constexpr Repetition kRepetitions[] = {
+    {L"0", &runOnce}, {L"1", &runForSheets}, {L"2", &runForInstances}, {L"3", &runForViews}, {L"4", &runForSelections}};
+
+Outcome runMapkey(const Task& task) {
+  if (const auto ended = beginUnfiltered(task, {.title = L"Run Mapkey"})) return *ended;
+  if (const auto ended = passFilterUnlessForAll(task)) return *ended;
+  if (!task.isTrue(L"kvpmode")) {
+    core::logWrite(L"The mapkey isn't set to KVDMODE (flag inside the configuration)", core::kError);
+    return done;
+  }
+  for (const Repetition& row : kRepetitions)
+    if (row.value == task.attribute(L"rfe")) row.run(task);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"runMapkey", &runMapkey}};
+
+}  // namespace
+
+std::span<const ActionFunction> macroActions() { return kActions; }
+
+}  // namespace actions

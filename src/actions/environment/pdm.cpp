@@ -1,0 +1,87 @@
+// Models go in and out of the PDM server's workspace. Without an active server or workspace these actions do nothing.
+#include "actions/families.h"
+#include "core/log.h"
+#include "documents/server_workspace.h"
+#include "engine/task.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+// What came of a request: a line where it went well, the server's reasons where something hinders it.
+void tell(creo::ProError result, const std::wstring& conflicts, std::wstring_view success, std::wstring_view failure) {
+  if (result == creo::ProNoError)
+    core::logIndented(success, core::kNormal, 1);
+  else
+    core::logWrite(result == creo::ProConflicts ? std::wstring_view(conflicts) : failure, core::kError);
+}
+
+// The log has one text for both directions.
+constexpr std::wstring_view kFailed = L"Failure happend while checkin";
+
+Outcome checkinModel(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"checkinModel"})) return *ended;
+  if (!documents::activeWorkspace()) return done;
+  creo::ProServercheckinopts options;
+  if (!task.attribute(L"path").empty()) {
+    const Replaced location = task.text(L"path");
+    if (!location) {
+      core::logWrite(kFailed, core::kError);
+      return done;
+    }
+    options.defaultLocation = location.text;
+  }
+  std::wstring conflicts;
+  const auto result = creo::ProServerObjectsCheckin(task.model(), options, conflicts);
+  tell(result, conflicts, L"Model checked in", kFailed);
+  return done;
+}
+
+Outcome checkoutModel(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"checkoutModel"})) return *ended;
+  if (!documents::activeWorkspace()) return done;
+  creo::ProServercheckoutopts options;
+  if (task.attribute(L"instance_level") == L"1") options.includeInstances = creo::ProServerInstances::all;
+  std::wstring conflicts;
+  const auto result = creo::ProServerObjectsCheckout(task.model(), options, conflicts);
+  tell(result, conflicts, L"Model checked out", kFailed);
+  return done;
+}
+
+Outcome removeModelFromWorkspace(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Clear workspace"})) return *ended;
+  if (!documents::activeWorkspace()) return done;
+  std::wstring conflicts;
+  creo::ProServerObjectsRemove(conflicts);
+  if (!conflicts.empty()) core::logWrite(conflicts, core::kError);
+  return done;
+}
+
+Outcome addFileToWorkspace(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Add file to workspace"})) return *ended;
+  const auto workspace = documents::activeWorkspace();
+  if (!workspace) return done;
+  const std::wstring source = task.path(L"source", L"models");
+  const Replaced primary = task.text(L"primary");
+  const std::wstring target = text::format(L"wtws://%s/%s/", workspace.server, workspace.name);
+  const auto result = primary ? creo::ProFileCopyToWS(source, target, primary.text) : creo::ProBadInputs;
+  if (result == creo::ProNoError)
+    core::logIndented(L"ok", core::kNormal, 1);
+  else
+    core::logWrite(text::format(L"failure while add to workspace / add to primary - %d", static_cast<int>(result)),
+                   core::kError);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"checkinModel", &checkinModel},
+                                       {L"checkoutModel", &checkoutModel},
+                                       {L"removeModelFromWorkspace", &removeModelFromWorkspace},
+                                       {L"addFileToWorkspace", &addFileToWorkspace}};
+
+}  // namespace
+
+std::span<const ActionFunction> pdmActions() { return kActions; }
+
+}  // namespace actions

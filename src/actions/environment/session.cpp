@@ -1,0 +1,50 @@
+// Creo's session as a whole: its windows, its memory, its server.
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProMdl.h"
+#include "creo/ProServer.h"
+#include "engine/task.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+// Lists that were written for another program hold it.
+Outcome clearAllWindows(const Task& task) {
+  if (const auto ended = beginUnfiltered(task, {.title = L"Clear all windows"})) return *ended;
+  core::countAction();
+  core::logWrite(L"This function is senseless in Kelvane Player", core::kWarning);
+  return done;
+}
+
+Outcome eraseUndisplayedModels(const Task& task) {
+  if (const auto ended = beginUnfiltered(task, {.title = L"Erase undisplayed models"})) return *ended;
+  core::countAction();
+  // Creo refuses once where a model that it erases was still in use by one that it erases later.
+  if (creo::ProMdlEraseNotDisplayed() != creo::ProNoError && creo::ProMdlEraseNotDisplayed() != creo::ProNoError)
+    core::logWrite(L"Can't erase undisplayed models", core::kError);
+  return done;
+}
+
+Outcome setServerActive(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set server active"})) return *ended;
+  const creo::ProError result = creo::ProServerActivate(std::wstring(task.attribute(L"name")));
+  if (result == creo::ProNoError)
+    core::logIndented(L"Server activated", core::kNormal, 1);
+  else if (result == creo::ProNotFound)
+    core::logWrite(L"Server no found", core::kError);
+  else
+    core::logWrite(L"Error while searching for the server", core::kError);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"clearAllWindows", &clearAllWindows},
+                                       {L"eraseUndisplayedModels", &eraseUndisplayedModels},
+                                       {L"setServerActive", &setServerActive}};
+
+}  // namespace
+
+std::span<const ActionFunction> sessionActions() { return kActions; }
+
+}  // namespace actions

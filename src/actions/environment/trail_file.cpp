@@ -1,0 +1,43 @@
+// Trail files: recorded steps, a line each, that Creo plays.
+#include "actions/environment/macro.h"
+#include "actions/families.h"
+#include "core/log.h"
+#include "engine/task.h"
+#include "os/surroundings.h"
+#include "text/format.h"
+#include "text/pieces.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr std::size_t kPathSize = 520;
+// Creo plays a trail file by its own dialog alone.
+constexpr std::wstring_view kPlayMacro =
+    L"~ Command `ProCmdUtilTrailTrain` ;~ Trail `UI Desktop` `UI Desktop` `DLG_PREVIEW_POST` `file_open`;~ Input "
+    L"`file_open` `Inputname` ``;~ Update `file_open` `Inputname` `%s`;~ Trail `UI Desktop` `UI Desktop` "
+    L"`PREVIEW_POPUP_TIMER` `file_open:Ph_list.Filelist:<NULL>`;~ Activate `file_open` `Open`;";
+
+Outcome runTrailfile(const Task& task) {
+  if (const auto ended = beginUnfiltered(task, {.title = L"Set DTL"})) return *ended;
+  if (const auto ended = passFilterUnlessForAll(task)) return *ended;
+  const std::wstring path = task.path(L"tf", L"models", kPathSize);
+  core::logIndented(L"Run Trailfile", core::kNormal, 1);
+  // Creo's dialog would stay open over it.
+  if (!os::files().exists(path)) {
+    core::logWrite(text::format(L"The trail file isn't there: %s", path), core::kError);
+    return done;
+  }
+  runMacro(text::format(kPlayMacro, text::replaceAll(path, L"\\", L"\\\\")), L"Can't load macro",
+           L"The trail file can't be run");
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"runTrailfile", &runTrailfile}};
+
+}  // namespace
+
+std::span<const ActionFunction> trailFileActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,80 @@
+// Parameters that take their values from cells of a drawing's tables.
+#include "actions/families.h"
+#include "actions/model/parameter_edit.h"
+#include "core/log.h"
+#include "creo/ProMdl.h"
+#include "documents/predicates.h"
+#include "engine/table_location.h"
+#include "text/numbers.h"
+#include "text/units.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kInstanceRefused = 5;
+constexpr std::size_t kLineSize = 81;  // what an edit takes as a value, its closing zero included
+
+// The model that is to be changed, by `mdltorework`. Nothing for a value that names none.
+std::optional<creo::ProMdl> modelToRework(const Task& task) {
+  const std::wstring_view which = task.attribute(L"mdltorework");
+  if (which == L"1") return task.model();
+  if (which != L"2") return std::nullopt;
+  const auto current = creo::ProDrawingCurrentsolidGet(task.model());
+  if (current) return current.value;
+  core::logWrite(L"No current model found", core::kError);
+  return std::nullopt;
+}
+
+// The cell's line as a value; nothing, with its error line, where the cell has fewer.
+std::optional<std::wstring> lineOf(const creo::ProDwgtable& table, const TableCell& cell) {
+  const auto lines = creo::ProDwgtableCelltextGet(table, cell.column, cell.row, creo::ProDwgtableText::displayed);
+  if (!lines || cell.line < 0 || static_cast<std::size_t>(cell.line) >= lines.value.size()) {
+    core::logWrite(L"Less cells in row as selected cell", core::kError);
+    return std::nullopt;
+  }
+  return std::wstring(text::cut(lines.value[static_cast<std::size_t>(cell.line)], kLineSize - 1));
+}
+
+void editFromTable(const Task& task, const creo::ProDwgtable& table, const TableCell& cell, std::wstring_view name) {
+  const auto model = modelToRework(task);
+  if (!model) return;
+  const auto line = lineOf(table, cell);
+  if (!line) return;
+  core::logIndented(*line, core::kNormal, 2);
+  const auto parameter = parameterNamed(*model, name);
+  if (!parameter) return core::logWrite(L"Parameter can't be found on Model", core::kError);
+  setParameterTo(task, parameter.value, *line);
+}
+
+Outcome editModelParameterFromTablecell(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Edit model parameter from table cell"})) return *ended;
+  if (documents::isInstance(task.model()) == documents::kTrue) {
+    core::logMsgPlain(kInstanceRefused, core::kWarning);
+    return done;
+  }
+  if (!task.extensionIs(L"DRW")) return refused;
+  for (const int i : task.numbers(L"cell0_", text::parseInt(task.attribute(L"cell_n")))) {
+    const std::wstring_view where = *task.numbered(L"cell0_%d", i);
+    const std::wstring_view which = task.numbered(L"cell1_%d", i).value_or(L"");
+    const std::wstring_view name = task.numbered(L"cell2_%d", i).value_or(L"");
+    if (where.empty() || which.empty() || name.empty()) continue;
+    const auto location = parseTableLocation(where);
+    const auto cell = location ? parseTableCell(which) : std::nullopt;
+    if (!cell) continue;
+    walkTables(task.model(), *location, task.isTrue(L"onlyOnCurrentSheet"), [&](const LocatedTable& located) {
+      editFromTable(task, located.table, *cell, name);
+      return false;
+    });
+  }
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"editModelParameterFromTablecell", &editModelParameterFromTablecell}};
+
+}  // namespace
+
+std::span<const ActionFunction> editFromTableActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,26 @@
+// Workbooks (".xls") that become CSV files for the time of a run, and the tables that actions name by `path`.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "engine/csv_table.h"
+#include "engine/task.h"
+
+namespace engine {
+
+// 0: out names a readable file; 1: this workbook was converted already in this run, out names the result; -1, with a
+// line: neither. A file that is no workbook leaves out as it is. The conversion is the site's script "xls2csv.vbs" in
+// the configuration folder; its results lie in the temp folder, as "name_xls.csv". outSize: room of out in UTF-16
+// units, its zero included; a longer result is a failure.
+int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view path);
+// Removes what this run converted; at its end.
+void deleteConvertedFiles();
+
+// The table that a task names: `path` (with variables; "@project_dir@" is the package's folder reports), `sep` "com"
+// for a comma, else a semicolon, `filetype` "1" for UTF-8. A workbook is converted first. Null, with a line:
+// unreadable.
+const CsvTable* tableOf(const Task& task);
+
+}  // namespace engine

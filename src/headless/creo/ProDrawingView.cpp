@@ -1,0 +1,53 @@
+#include "creo/ProDrawingView.h"
+
+#include <algorithm>
+
+#include "headless/creo/drawing_operation.h"
+
+namespace creo {
+
+using headless::Model;
+using headless::onDrawing;
+using State = headless::Session::State;
+
+namespace {
+
+template <class Get>
+Got<int> ofView(std::string_view operation, const ProView& view, Get get) {
+  return onDrawing(operation, view.drawing, [&](State&, Model& m) -> Got<int> {
+    const auto& views = m.document->record.views;
+    const auto found = std::find_if(views.begin(), views.end(), [&](const auto& one) { return one.id == view.id; });
+    if (found == views.end()) return ProNotFound;
+    return get(*found);
+  });
+}
+
+}  // namespace
+
+Got<std::vector<ProView>> ProDrawingViewsCollect(ProMdl drawing) {
+  return onDrawing("ProDrawingViewsCollect", drawing, [](State&, Model& m) -> Got<std::vector<ProView>> {
+    std::vector<ProView> views;
+    for (const headless::ViewRecord& one : m.document->record.views) views.push_back({m.handle, one.id});
+    return views;
+  });
+}
+
+Got<int> ProDrawingViewIdGet(const ProView& view) {
+  return ofView("ProDrawingViewIdGet", view, [](const headless::ViewRecord& one) { return one.id; });
+}
+
+// A view that names no sheet stands on the first.
+Got<int> ProDrawingViewSheetGet(const ProView& view) {
+  return ofView("ProDrawingViewSheetGet", view, [](const headless::ViewRecord& one) { return std::max(one.sheet, 1); });
+}
+
+// The trees have no picture here: what is asked of them is always of this moment.
+ProError ProTreetoolRefresh(ProMdl model) {
+  return headless::onModel("ProTreetoolRefresh", model, [](State&, Model&) { return ProNoError; });
+}
+
+ProError ProDrawingtreeRefresh(ProMdl drawing, int /*sheet*/) {
+  return onDrawing("ProDrawingtreeRefresh", drawing, [](State&, Model&) { return ProNoError; });
+}
+
+}  // namespace creo

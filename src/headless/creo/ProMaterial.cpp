@@ -1,0 +1,62 @@
+#include "creo/ProMaterial.h"
+
+#include "headless/creo/operation.h"
+#include "headless/model/density.h"
+#include "headless/model/items.h"
+#include "text/encoding.h"
+
+namespace creo {
+
+using headless::Model;
+using headless::onModel;
+using State = headless::Session::State;
+
+namespace {
+
+// Runs a getter's body on a part. get: (model).
+template <class Get>
+auto onPart(std::string_view name, ProMdl part, Get get) -> std::invoke_result_t<Get, Model&> {
+  using Result = std::invoke_result_t<Get, Model&>;
+  return onModel(name, part, [&](State&, Model& m) -> Result {
+    if (m.type() != ProMdlType::part) return Result(ProBadInputs);
+    return get(m);
+  });
+}
+
+}  // namespace
+
+Got<ProMaterial> ProMaterialCurrentGet(ProMdl part) {
+  return onPart("ProMaterialCurrentGet", part, [](Model& m) -> Got<ProMaterial> {
+    std::wstring name = headless::currentMaterial(m);
+    if (name.empty()) return ProNotFound;
+    return ProMaterial{m.handle, std::move(name)};
+  });
+}
+
+Got<std::wstring> ProPartMaterialNameGet(ProMdl part) {
+  return onPart("ProPartMaterialNameGet", part, [](Model& m) -> Got<std::wstring> {
+    std::wstring name = headless::currentMaterial(m);
+    if (name.empty()) return ProNotFound;
+    return name;
+  });
+}
+
+Got<std::vector<std::wstring>> ProPartMaterialsGet(ProMdl part) {
+  using Names = std::vector<std::wstring>;
+  return onPart("ProPartMaterialsGet", part, [](Model& m) -> Got<Names> {
+    Names names;
+    for (const headless::MaterialRecord& one : m.document->record.materials) names.push_back(text::fromUtf8(one.name));
+    if (names.empty()) return ProNotFound;
+    return names;
+  });
+}
+
+Got<double> ProPartDensityGet(ProMdl part) {
+  return onPart("ProPartDensityGet", part, [](Model& m) -> Got<double> {
+    const auto density = headless::materialDensity(m);
+    if (!density) return ProNotFound;
+    return *density;
+  });
+}
+
+}  // namespace creo

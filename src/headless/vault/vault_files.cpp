@@ -1,0 +1,46 @@
+#include "headless/vault/vault_files.h"
+
+#include <set>
+
+#include "os/surroundings.h"
+
+namespace headless {
+
+os::Result<std::string> VaultFiles::read(const std::wstring& path) const {
+  const auto held = withheld_.find(path);
+  if (held == withheld_.end()) return os::files().read(path);
+  if (!held->second) return {{}, std::make_error_code(std::errc::no_such_file_or_directory)};
+  return {*held->second, {}};
+}
+
+std::error_code VaultFiles::write(const std::wstring& path, std::string_view bytes) {
+  if (withhold_) {
+    withheld_[path] = std::string(bytes);
+    return {};
+  }
+  if (const auto error = os::files().createFolders(os::folderOf(path))) return error;
+  return os::files().write(path, bytes);
+}
+
+std::error_code VaultFiles::remove(const std::wstring& path) {
+  if (!withhold_) return os::files().remove(path);
+  withheld_[path].reset();
+  return {};
+}
+
+std::vector<std::wstring> VaultFiles::names(const std::wstring& folder) const {
+  std::set<std::wstring> found;
+  for (const os::Entry& entry : os::files().list(folder).value)
+    if (!entry.isFolder) found.insert(entry.name);
+  for (auto at = withheld_.lower_bound(folder); at != withheld_.end() && at->first.starts_with(folder); ++at) {
+    const std::wstring name = at->first.substr(folder.size());
+    if (name.find(L'\\') != name.npos) continue;
+    if (at->second)
+      found.insert(name);
+    else
+      found.erase(name);
+  }
+  return {found.begin(), found.end()};
+}
+
+}  // namespace headless

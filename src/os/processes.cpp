@@ -1,0 +1,47 @@
+#include "os/processes.h"
+
+#include "os/doors.h"
+
+namespace os {
+namespace {
+
+std::wstring startLine(std::wstring_view program, std::wstring_view arguments) {
+  std::wstring line = L"start " + std::wstring(program);
+  if (!arguments.empty()) line.append(L" ").append(arguments);
+  return line;
+}
+
+}  // namespace
+
+std::error_code Processes::open(std::wstring_view path) {
+  if (const auto held = heldBack(doors().programs, L"open " + std::wstring(path))) return *held;
+  return doOpen(path);
+}
+
+Result<int> Processes::run(std::wstring_view command, std::wstring_view folder) {
+  if (const auto held = heldBack(doors().programs, L"run " + std::wstring(command))) return {0, *held};
+  return doRun(command, folder);
+}
+
+std::error_code Processes::start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) {
+  if (const auto held = heldBack(doors().programs, startLine(program, arguments))) return *held;
+  return doStart(program, arguments, folder);
+}
+
+std::error_code RecordedProcesses::doOpen(std::wstring_view path) {
+  asked_.emplace_back(path);
+  return {};
+}
+
+Result<int> RecordedProcesses::doRun(std::wstring_view command, std::wstring_view /*folder*/) {
+  asked_.push_back(L"run " + std::wstring(command));
+  return {status_, {}};
+}
+
+std::error_code RecordedProcesses::doStart(std::wstring_view program, std::wstring_view arguments,
+                                           std::wstring_view /*folder*/) {
+  asked_.push_back(startLine(program, arguments));
+  return {};
+}
+
+}  // namespace os

@@ -1,0 +1,65 @@
+// Requests to web servers: the one door. A program puts another Web in its place to refuse or withhold them.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace os {
+
+struct WebHeader {
+  std::string name, value;  // an empty value is sent as such
+};
+
+// Texts are bytes as they are sent.
+struct WebRequest {
+  std::string url;  // http or https; any other scheme is refused
+  std::vector<WebHeader> headers;
+  std::optional<std::string> body;         // with one the request is a POST, else a GET
+  std::optional<std::string> credentials;  // "user:password"
+  bool verifyCertificates = false;         // the server's certificate and name
+  int connectSeconds = 10;
+  int wholeSeconds = 120;
+  std::size_t mostKept = std::size_t{16} << 20;  // bytes of the answer; the rest is read and dropped
+};
+struct WebAnswer {
+  std::string body;   // what came, also of a request that failed on the way
+  std::string fault;  // one line; empty: there is a whole answer, whatever its status
+};
+
+class Web {
+ public:
+  virtual ~Web() = default;
+  virtual WebAnswer send(const WebRequest& request) = 0;
+};
+std::unique_ptr<Web> machineWeb();
+
+// Sends nothing: every request fails with that fault, and its address is kept, without user and password.
+class WithheldWeb : public Web {
+ public:
+  explicit WithheldWeb(std::string fault) : fault_(std::move(fault)) {}
+  WebAnswer send(const WebRequest& request) override;
+  // "GET http://host/path", "POST ...", in order.
+  [[nodiscard]] const std::vector<std::string>& asked() const { return asked_; }
+
+ private:
+  std::string fault_;
+  std::vector<std::string> asked_;
+};
+
+// The one in force; the machine's own until replaced.
+Web& web();
+// Another one for as long as it lives.
+class WebGuard {
+ public:
+  explicit WebGuard(std::shared_ptr<Web> other);
+  ~WebGuard();
+  WebGuard(const WebGuard&) = delete;
+  WebGuard& operator=(const WebGuard&) = delete;
+
+ private:
+  std::shared_ptr<Web> saved_;
+};
+
+}  // namespace os

@@ -1,0 +1,100 @@
+// writeListReport: one list about the model, in a file of its own.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProFamtable.h"
+#include "creo/ProMdl.h"
+#include "reports/list_kinds.h"
+#include "reports/list_rows.h"
+#include "reports/open_report.h"
+#include "text/letters.h"
+#include "text/pieces.h"
+
+namespace reports {
+
+using namespace engine;
+
+ModelFile modelFile(creo::ProMdl model) {
+  const auto data = creo::ProMdlDataGet(model);
+  if (!data) return {};
+  ModelFile file{data.value.name, {}};
+  if (const auto generic = creo::ProFaminstanceGenericGet(model, true))
+    if (const auto name = creo::ProMdlNameGet(generic.value)) file.name += L"<" + name.value + L">";
+  file.name += L"." + text::lower(data.value.type);
+  const std::wstring& device = data.value.device;
+  file.path = device + (device.empty() || device.ends_with(L':') ? L"" : L":") + data.value.path;
+  return file;
+}
+
+std::wstring joined(const creo::Got<std::vector<std::wstring>>& lines, std::wstring_view separator) {
+  return lines ? text::join(lines.value, separator) : std::wstring();
+}
+
+std::wstring truth(const creo::Got<bool>& value) {
+  if (!value) return {};
+  return value.value ? L"true" : L"false";
+}
+
+namespace {
+
+// What the attribute `sel` chooses.
+struct ListKind {
+  std::wstring_view sel, line;
+  bool drawingsOnly;  // for other models it adds nothing
+  ListFunction write;
+};
+constexpr ListKind kLists[] = {
+    {L"7", L"Instances", false, &instanceList},
+    {L"8", L"Sheet formats / sizes", true, &sheetList},
+    {L"10", L"All Annotations / Notes", false, &noteList},
+    {L"11", L"All models", true, &drawingModelList},
+    {L"15", L"All shown Model Dimensions", true, &shownDimensionList},
+    {L"17", L"Dimensions", false, &dimensionList},
+    {L"18", L"Dependencies", false, &dependencyList},
+};
+constexpr std::wstring_view kDeprecated = L"12";
+
+// Null for none.
+const ListKind* listKind(std::wstring_view sel) {
+  const auto* kind =
+      std::find_if(std::begin(kLists), std::end(kLists), [&](const auto& row) { return row.sel == sel; });
+  return kind == std::end(kLists) ? nullptr : kind;
+}
+
+void writeList(CsvReport& report, const Task& task) {
+  const std::wstring sel = task.text(L"sel").text;
+  if (sel == kDeprecated)
+    return core::logWrite(L"This type of report is deprecated. Please use KV Version 5.7.", core::kError);
+  const ListKind* kind = listKind(sel);
+  if (!kind) return;
+  core::logIndented(kind->line, core::kNormal, 1);
+  const auto type = creo::ProMdlTypeGet(task.model());
+  if (kind->drawingsOnly && type.value != creo::ProMdlType::drawing) return;
+  kind->write(report, {task, task.model(), type ? type.value : creo::ProMdlType::unused, modelFile(task.model())});
+}
+
+// No filter: the list is about the model whatever its kind.
+Outcome writeListReport(const Task& task) {
+  if (const auto ended = beginUnfiltered(task, {.title = L"write list report"})) return *ended;
+  core::countAction();
+  CsvReport report;
+  report.name = L"writeListReport";
+  openReport(report, task, {.changeComma = L"autochangenum"});
+  writeList(report, task);
+  reportFlush(report);
+  reportClose(report);
+  return done;
+}
+
+constexpr actions::ActionFunction kActions[] = {{L"writeListReport", &writeListReport}};
+
+}  // namespace
+
+bool isListKind(std::wstring_view sel) { return listKind(sel) != nullptr; }
+
+}  // namespace reports
+
+namespace actions {
+std::span<const ActionFunction> listReportActions() { return reports::kActions; }
+}  // namespace actions

@@ -1,0 +1,94 @@
+// The report on layers: one column, a line for each layer.
+#include "actions/families.h"
+#include "creo/ProLayer.h"
+#include "engine/compare.h"
+#include "reports/report_row.h"
+#include "text/format.h"
+
+namespace reports {
+namespace {
+
+using namespace engine;
+
+// What the column's lines hold.
+struct LayerLines {
+  std::wstring_view filter;
+  bool name, status, count;
+  explicit LayerLines(const Task& task)
+      : filter(task.attribute(L"layerFilter")),
+        name(task.isTrue(L"name")),
+        status(task.isTrue(L"status")),
+        count(task.isTrue(L"noOfElements")) {}
+};
+
+std::wstring_view statusWord(creo::ProLayerDisplay status) {
+  switch (status) {
+    case creo::ProLayerDisplay::normal:
+      return L"normal";
+    case creo::ProLayerDisplay::display:
+      return L"display";
+    case creo::ProLayerDisplay::blank:
+      return L"blank";
+    case creo::ProLayerDisplay::hidden:
+      return L"hidden";
+    case creo::ProLayerDisplay::skip:
+      return L"skip";
+    case creo::ProLayerDisplay::none:
+      break;
+  }
+  return L"none";
+}
+
+// The filter stands in the title where it tells something that the lines don't.
+std::wstring title(const LayerLines& wanted) {
+  const bool tells = !wanted.filter.empty() && !(wanted.name && wanted.filter == L"*");
+  std::wstring title = tells ? std::wstring(wanted.filter) + L" - Layer" : L"Layer";
+  if (wanted.status) title += L" - Status";
+  if (wanted.count) title += L" - Number of Elements";
+  return title;
+}
+
+std::wstring line(const LayerLines& wanted, const creo::ProLayer& layer, const std::wstring& name) {
+  constexpr std::wstring_view kBetween = L" - ";
+  std::wstring line = wanted.name ? name : std::wstring();
+  if (wanted.status) {
+    if (const auto status = creo::ProLayerDisplaystatusGet(layer))
+      line.append(wanted.name ? kBetween : L"").append(statusWord(status.value));
+  }
+  if (wanted.count) {
+    if (const auto items = creo::ProLayerItemsPopulate(layer))
+      line.append(wanted.name || wanted.status ? kBetween : L"").append(text::format(L"%d", items.value.size()));
+  }
+  return line;
+}
+
+std::wstring lines(const LayerLines& wanted, creo::ProMdl model) {
+  const bool allPass = wanted.filter.empty() || wanted.filter == L"*";
+  std::wstring lines;
+  creo::ProMdlLayerVisit(model, [&](const creo::ProLayer& layer) {
+    const auto name = creo::ProLayerNameGet(layer);
+    if (allPass || (name && wildcardCompare(wanted.filter, name.value) == 1))
+      appendLine(lines, line(wanted, layer, name.value));
+    return creo::ProNoError;
+  });
+  return lines;
+}
+
+Outcome reportLayer(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Report Layer"})) return *ended;
+  const auto row = ReportRow::of(task);
+  if (!row) return done;
+  const LayerLines wanted(task);
+  row->column(L"layer", title(wanted));
+  row->value(L"layer", lines(wanted, task.model()));
+  return done;
+}
+
+constexpr actions::ActionFunction kActions[] = {{L"reportLayer", &reportLayer}};
+
+}  // namespace
+}  // namespace reports
+
+namespace actions {
+std::span<const ActionFunction> layerReportActions() { return reports::kActions; }
+}  // namespace actions

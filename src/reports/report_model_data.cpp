@@ -1,0 +1,114 @@
+// The model report: name, file, and what a solid is as a whole.
+#include <chrono>
+
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProMaterial.h"
+#include "os/local_time.h"
+#include "os/surroundings.h"
+#include "reports/file_name.h"
+#include "reports/model_facts.h"
+#include "text/format.h"
+
+namespace reports {
+namespace {
+
+using namespace engine;
+
+std::wstring modelName(const ModelFacts& facts) {
+  const auto name = creo::ProMdlNameGet(facts.model);
+  if (!name) return {};
+  const std::wstring generic = genericName(facts.model);
+  return generic.empty() ? name.value : name.value + L"<" + generic + L">";
+}
+
+std::wstring nameAndType(const ModelFacts& facts) {
+  return facts.data ? facts.data.value.name + L"." + facts.data.value.type : std::wstring();
+}
+
+std::wstring fileVersion(const ModelFacts& facts) {
+  return facts.data ? text::format(L"%d", facts.data.value.version) : std::wstring();
+}
+
+std::wstring commonName(const ModelFacts& facts) { return creo::ProMdlCommonnameGet(facts.model).value; }
+
+std::wstring fileName(const ModelFacts& facts) {
+  return facts.data ? fileNameValue(facts.model, facts.data.value) : std::wstring();
+}
+
+std::wstring path(const ModelFacts& facts) { return facts.data ? folderOf(facts.data.value) : std::wstring(); }
+
+std::wstring fileSize(const ModelFacts& facts) {
+  constexpr std::uint64_t kKilobyte = 1024;
+  const std::wstring file = facts.data ? storedFile(facts.data.value) : std::wstring();
+  if (file.empty()) return {};
+  const auto size = os::files().size(file);
+  return size ? text::format(L"%lld kB", size.value / kKilobyte) : std::wstring();
+}
+
+std::wstring fileDate(const ModelFacts& facts) {
+  using namespace std::chrono;
+  const std::wstring file = facts.data ? storedFile(facts.data.value) : std::wstring();
+  if (file.empty()) return {};
+  const auto written = os::files().modified(file);
+  if (!written) return {};
+  const os::FileTime& t = written.value;
+  const auto at = sys_days{year{t.year} / t.month / t.day} + hours{t.hour} + minutes{t.minute} + seconds{t.second};
+  const auto local = os::localFields(at.time_since_epoch().count());
+  if (!local) return {};
+  return text::format(L"%d.%d.%d %d:%d", local->tm_mday, local->tm_mon + 1, local->tm_year + 1900, local->tm_hour,
+                      local->tm_min);
+}
+
+std::wstring isModified(const ModelFacts& facts) {
+  const auto modified = creo::ProMdlModificationVerify(facts.model);
+  if (!modified) return {};
+  return modified.value ? L"true" : L"false";
+}
+
+std::wstring density(const ModelFacts& facts) {
+  const auto density = creo::ProPartDensityGet(facts.model);
+  return density ? text::format(L"%f", density.value) : std::wstring();
+}
+
+// clang-format off
+constexpr ModelColumn kGeneralColumns[] = {
+    {L"mdlname", L"Model name", &modelName},
+    {L"mdlnameGen", L"Model name without generic", &nameAndType},
+    {L"fileversion", L"File version", &fileVersion},
+    {L"commonname", L"Common name", &commonName},
+    {L"filename", L"File name", &fileName},
+    {L"path", L"Path", &path},
+    {L"filesize", L"File size", &fileSize},
+    {L"filedatum", L"File datum", &fileDate},
+    {L"modified", L"Is modified", &isModified},
+};
+constexpr ModelColumn kPartColumns[] = {{L"mass", L"Density", &density}};
+// clang-format on
+
+Outcome reportModeldata(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Report model data"})) return *ended;
+  const auto row = ReportRow::of(task);
+  if (!row) {
+    core::logWrite(L"Can't find the specified reporter", core::kError);
+    return done;
+  }
+  const ModelFacts facts{task, task.model(), creo::ProMdlDataGet(task.model())};
+  reportColumns<ModelFacts>(*row, task, kGeneralColumns, facts);
+  const auto type = creo::ProMdlTypeGet(task.model());
+  using enum creo::ProMdlType;
+  const bool isPart = type && type.value == part;
+  if (isPart || (type && (type.value == assembly || type.value == manufacturing)))
+    reportColumns<ModelFacts>(*row, task, solidColumns(), facts);
+  if (isPart) reportColumns<ModelFacts>(*row, task, kPartColumns, facts);
+  return done;
+}
+
+constexpr actions::ActionFunction kActions[] = {{L"reportModeldata", &reportModeldata}};
+
+}  // namespace
+}  // namespace reports
+
+namespace actions {
+std::span<const ActionFunction> modelDataReportActions() { return reports::kActions; }
+}  // namespace actions

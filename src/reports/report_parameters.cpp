@@ -1,0 +1,182 @@
+// The report on parameters: a set of columns for each one that a name or a pattern tells.
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProMdl.h"
+#include "creo/ProParameter.h"
+#include "engine/compare.h"
+#include "reports/report_row.h"
+
+namespace reports {
+namespace {
+
+using namespace engine;
+using creo::ProParameter;
+
+constexpr int kMostNames = 100;
+constexpr std::size_t kNameLength = 32;  // UTF-16 units; more of a name doesn't count
+
+// A parameter under the name that its columns bear.
+struct NamedParameter {
+  std::wstring_view name;
+  const ProParameter& parameter;
+  creo::ProMdl model;
+};
+
+std::wstring_view word(const creo::Got<bool>& answer) {
+  if (!answer) return {};
+  return answer.value ? L"true" : L"false";
+}
+
+// Empty where the template engine can't tell it.
+std::wstring variable(std::wstring_view name, creo::ProMdl model) {
+  Replaced value = replaceVariables(L"%" + std::wstring(name) + L"%", model);
+  return value ? std::move(value.text) : std::wstring();
+}
+
+std::wstring value(const NamedParameter& one) { return variable(one.name, one.model); }
+
+std::wstring valueType(const NamedParameter& one) {
+  const auto value = creo::ProParameterValueGet(one.parameter);
+  if (!value) return {};
+  switch (static_cast<int>(value.value.type)) {
+    case 50:
+      return L"Double";
+    case 51:
+      return L"String";
+    case 52:
+      return L"Integer";
+    case 53:
+      return L"Boolean";
+    case 54:
+      return L"Note ID";
+    case 57:
+      return L"Void";
+    case 58:
+      return L"Not Set";
+    default:
+      return {};
+  }
+}
+
+std::wstring designated(const NamedParameter& one) {
+  return std::wstring(word(creo::ProParameterDesignationVerify(one.parameter)));
+}
+
+std::wstring description(const NamedParameter& one) { return creo::ProParameterDescriptionGet(one.parameter).value; }
+
+std::wstring driver(const NamedParameter& one) {
+  const auto driver = creo::ProParameterDriverGet(one.parameter);
+  if (!driver) return {};
+  switch (driver.value) {
+    case creo::ProParameterDriver::parameter:
+      return L"Parameter";
+    case creo::ProParameterDriver::function:
+      return L"Function";
+    case creo::ProParameterDriver::relation:
+      return L"Relation";
+    case creo::ProParameterDriver::none:
+      break;
+  }
+  return {};
+}
+
+std::wstring restriction(const NamedParameter& one) {
+  if (const auto range = creo::ProParameterRangeGet(one.parameter); range && range.value) return L"Range";
+  const auto enumerated = creo::ProParameterIsEnumerated(one.parameter);
+  return enumerated && enumerated.value ? L"Enumeration" : L"";
+}
+
+std::wstring units(const NamedParameter& one) { return creo::ProParameterUnitsGet(one.parameter).value; }
+
+struct ParameterColumn {
+  std::wstring_view attribute, title, keyEnding;
+  std::wstring (*value)(const NamedParameter& one);
+};
+// clang-format off
+constexpr ParameterColumn kColumns[] = {
+    {L"value", L" Value", L"V", &value},
+    {L"art", L" Type", L"T", &valueType},
+    {L"designated", L" Designated", L"Desig", &designated},
+    {L"paraDescription", L" Description", L"Descr", &description},
+    {L"isRelated", L" Relation driven", L"Rel", &driver},
+    {L"restric", L" Restriction type", L"Res", &restriction},
+    {L"units", L" Unit", L"U", &units},
+};
+// clang-format on
+constexpr const ParameterColumn& kValueColumn = kColumns[0];
+
+class ParameterReport {
+ public:
+  ParameterReport(const Task& task, const ReportRow& row, creo::ProModelitem owner)
+      : model_(task.model()), row_(row), owner_(std::move(owner)) {
+    for (const ParameterColumn& column : kColumns)
+      if (task.isTrue(column.attribute)) columns_.push_back(&column);
+  }
+
+  // All parameters whose names fit, each under its own name.
+  void matching(std::wstring_view pattern) const {
+    creo::ProParameterVisit(owner_, [&](const ProParameter& parameter) {
+      if (wildcardCompare(pattern, parameter.id) != 1) return creo::ProNoError;
+      addColumns(parameter.id);
+      write({parameter.id, parameter, model_});
+      return creo::ProNoError;
+    });
+  }
+
+  // Its columns are there also where the model has no such parameter.
+  void named(std::wstring_view name) const {
+    addColumns(name);
+    const bool isElsewhere = name.find(L':') != name.npos;
+    if (isElsewhere && !columns_.empty() && columns_.front() == &kValueColumn)
+      row_.value(key(name, kValueColumn), variable(name, model_));
+    if (const auto parameter = creo::ProParameterInit(owner_, std::wstring(name)))
+      write({name, parameter.value, model_});
+  }
+
+ private:
+  static std::wstring key(std::wstring_view name, const ParameterColumn& column) {
+    return L"paramName_" + std::wstring(name) + L"_" + std::wstring(column.keyEnding);
+  }
+  void addColumns(std::wstring_view name) const {
+    for (const ParameterColumn* column : columns_)
+      row_.column(key(name, *column), std::wstring(name) + std::wstring(column->title));
+  }
+  void write(const NamedParameter& one) const {
+    for (const ParameterColumn* column : columns_) row_.value(key(one.name, *column), column->value(one));
+  }
+
+  creo::ProMdl model_;
+  const ReportRow& row_;
+  creo::ProModelitem owner_;
+  std::vector<const ParameterColumn*> columns_;  // those that are on
+};
+
+Outcome writeParameters(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Report Parameter"})) return *ended;
+  const auto row = ReportRow::of(task);
+  if (!row) return done;
+  const auto owner = creo::ProMdlToModelitem(task.model());
+  if (!owner) {
+    core::logWrite(L"Can't convert mdl to mi", core::kError);
+    return done;
+  }
+  const ParameterReport report(task, *row, owner.value);
+  for (const int i : task.numbers(L"paramName_", kMostNames)) {
+    const std::wstring_view name = text::cut(*task.numbered(L"paramName_%d", i), kNameLength);
+    if (name.empty()) continue;
+    if (name.find_first_of(L"/*") != name.npos)
+      report.matching(name);
+    else
+      report.named(name);
+  }
+  return done;
+}
+
+constexpr actions::ActionFunction kActions[] = {{L"writeParameters", &writeParameters}};
+
+}  // namespace
+}  // namespace reports
+
+namespace actions {
+std::span<const ActionFunction> parameterReportActions() { return reports::kActions; }
+}  // namespace actions

@@ -1,0 +1,67 @@
+// The report on a model's relations, and on those that run after its regeneration.
+#include "actions/families.h"
+#include "creo/ProMdl.h"
+#include "creo/ProRelset.h"
+#include "engine/compare.h"
+#include "reports/report_row.h"
+
+namespace reports {
+namespace {
+
+using namespace engine;
+using RelationSet = creo::Got<creo::ProRelset>;
+
+struct RelationFacts {
+  RelationSet relations, postRelations;
+  std::wstring_view lineFilter;
+};
+
+std::wstring linesOf(const RelationFacts& facts, const RelationSet& set) {
+  std::wstring lines;
+  if (!set) return lines;
+  for (const std::wstring& line : creo::ProRelsetRelationsGet(set.value).value)
+    if (wildcardCompare(facts.lineFilter, line) == 1) appendLine(lines, line);
+  return lines;
+}
+
+std::wstring failureMark(const RelationSet& set) {
+  if (!set) return {};
+  return creo::ProRelsetRegenerate(set.value) == creo::ProNoError ? L"-" : L"X";
+}
+
+std::wstring relations(const RelationFacts& facts) { return linesOf(facts, facts.relations); }
+std::wstring postRelations(const RelationFacts& facts) { return linesOf(facts, facts.postRelations); }
+std::wstring failure(const RelationFacts& facts) { return failureMark(facts.relations); }
+std::wstring postFailure(const RelationFacts& facts) { return failureMark(facts.postRelations); }
+
+constexpr ReportColumn<RelationFacts> kColumns[] = {
+    {L"relations", L"Relations", &relations},
+    {L"postrelations", L"Post Relations", &postRelations},
+    {L"cf1", L"Failure in Relations", &failure},
+    {L"cf2", L"Failure in Post Relations", &postFailure},
+};
+
+RelationFacts factsOf(const Task& task) {
+  RelationFacts facts{creo::ProNotFound, creo::ProNotFound, task.attribute(L"linefilter")};
+  auto item = creo::ProMdlToModelitem(task.model());
+  if (!item) return facts;
+  facts.relations = creo::ProModelitemToRelset(item.value);
+  item.value.id = creo::kPostRegeneration;
+  facts.postRelations = creo::ProModelitemToRelset(item.value);
+  return facts;
+}
+
+Outcome reportRelations(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Report Relations"})) return *ended;
+  if (const auto row = ReportRow::of(task)) reportColumns<RelationFacts>(*row, task, kColumns, factsOf(task));
+  return done;
+}
+
+constexpr actions::ActionFunction kActions[] = {{L"reportRelations", &reportRelations}};
+
+}  // namespace
+}  // namespace reports
+
+namespace actions {
+std::span<const ActionFunction> relationReportActions() { return reports::kActions; }
+}  // namespace actions

@@ -1,0 +1,333 @@
+// The PDM folder as lists and the tool see it: check-in, check-out, the workspace, filters, tokens, labels.
+#include "headless/vault/vault.h"
+
+#include "actions/action_fixture.h"
+#include "creo/ProMdl.h"
+#include "creo/ProUtil.h"
+#include "documents/parsed.h"
+#include "engine/variables.h"
+#include "headless/proui/ui.h"
+#include "headless/session/state.h"
+
+namespace {
+
+using namespace creo;
+using headless::ObjectRecord;
+using headless::Vault;
+
+const std::string kSaveTask =
+    "<task type='saveModel' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false'/>";
+constexpr const char* kMain = "kvanerunner";
+
+class VaultLists : public test::ActionTest {
+ protected:
+  VaultLists() {
+    world.config("kvd_write_history_in_models=0");
+    world.config("kvd_check_modifyable=0");
+    world.part(L"BRACKET").with(L"COLOR", L"red");
+    world.list("in.xml", task("checkinModel", "path='Designs'"));
+    world.list("out.xml", task("checkoutModel"));
+    world.list("save.xml", task("addModelParameter",
+                                "forInstances='false' count='1' name_0='NORM' type_0='String' "
+                                "value_0='WN'") +
+                               kSaveTask);
+    world.list("clear.xml", task("removeModelFromWorkspace"));
+    EXPECT_TRUE(Vault::create(L"c:\\plm", "plm"));
+  }
+  void begin(const std::wstring& name = L"BRACKET") {
+    ASSERT_EQ(0, world.start());
+    ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+    world.open(name, ProMdlType::part);
+  }
+  std::wstring told(const std::string& list) {
+    world.run(list);
+    return test::told(world.log());
+  }
+  static std::unique_ptr<Vault> vault() {
+    headless::VaultAnswer answer;
+    auto opened = Vault::open(L"c:\\plm", false, answer);
+    EXPECT_TRUE(opened) << text::toUtf8(answer.reason);
+    return opened;
+  }
+  // "A.2 /Designs ann/design BRACKET": newest, location, who has it with which names.
+  static std::string object(const std::wstring& name = L"BRACKET") {
+    ObjectRecord record;
+    if (!vault()->object({name, ProMdlType::part}, record)) return "none";
+    std::string all = text::toUtf8(headless::iterationText(record, static_cast<int>(record.iterations.size()))) + " " +
+                      record.location;
+    if (!record.checkOut) return all;
+    all += " " + record.checkOut->user + "/" + record.checkOut->workspace;
+    for (const std::string& one : record.checkOut->names) all += " " + one;
+    return all;
+  }
+  // Somebody else takes what the vault has into a workspace of his own and checks it out.
+  static void checkOutByBob() {
+    const headless::ObjectName name{L"BRACKET", ProMdlType::part};
+    ASSERT_TRUE(vault()->enter(name, {"bob", "mill"}, 1));
+    ASSERT_TRUE(vault()->checkOut(name, {"bob", "mill"}, {"BRACKET"}));
+  }
+  std::string label() { return world.session().ui().dialog(kMain)->image("BRACKET.PRT_wc"); }
+  void refill() { world.session().ui().choose(kMain, "kvaneActionlistChooser", "in.xml"); }
+};
+
+TEST_F(VaultLists, AModelGoesInAndOutAndIsClosedBetween) {
+  begin();
+  EXPECT_EQ(L"checkinModel|Model checked in", told("in.xml"));
+  EXPECT_EQ("A.1 /Designs", object());
+  EXPECT_EQ(L"COLOR=red PTC_WM_LOCATION=/Designs PTC_WM_REVISION=A PTC_WM_ITERATION=1",
+            world.savedParameters("BRACKET.prt"));
+  EXPECT_EQ(2, world.version("BRACKET.prt"));
+
+  EXPECT_NE(std::wstring::npos, told("save.xml").find(L"E:Failure while save model"));
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"BRACKET.prt.3: can't be written: the model isn't checked out"));
+  EXPECT_EQ(2, world.version("BRACKET.prt"));
+
+  EXPECT_EQ(L"checkoutModel|Model checked out", told("out.xml"));
+  EXPECT_EQ("A.1 /Designs ann/design BRACKET", object());
+  told("save.xml");
+  EXPECT_EQ(3, world.version("BRACKET.prt"));
+  EXPECT_EQ(L"checkinModel|Model checked in", told("in.xml"));
+  EXPECT_EQ("A.2 /Designs", object());
+  EXPECT_EQ(3, world.version("BRACKET.prt")) << "the version that the session wrote takes the server's parameters";
+  std::string content;
+  ASSERT_TRUE(vault()->content({L"BRACKET", ProMdlType::part}, 2, content));
+  EXPECT_EQ(world.document("BRACKET.prt"), content);
+  ASSERT_TRUE(vault()->content({L"BRACKET", ProMdlType::part}, 1, content));
+  EXPECT_EQ(std::string::npos, content.find("NORM"));
+}
+
+TEST_F(VaultLists, WithoutAServerOrAWorkspaceTheActionsAreSilent) {
+  const std::string all = task("checkinModel") + task("checkoutModel") + task("removeModelFromWorkspace") +
+                          task("addFileToWorkspace", "source='d:\\bracket.prt.1'");
+  world.list("all.xml", all);
+  EXPECT_EQ(0, world.start());
+  world.open(L"BRACKET", ProMdlType::part);
+  const std::wstring titles = L"checkinModel|checkoutModel|Clear workspace|Add file to workspace";
+  EXPECT_EQ(titles, told("all.xml"));
+  EXPECT_EQ(1, world.version("BRACKET.prt"));
+  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+  for (int i = 0; i < 4; ++i) world.session().failNext("ProServerWorkspaceGet", ProGeneralError);
+  world.pressStart();
+  EXPECT_EQ(titles, test::told(world.log()));
+  EXPECT_EQ("none", object());
+}
+
+TEST_F(VaultLists, ConflictsAreToldWithTheirReason) {
+  begin();
+  told("in.xml");
+  EXPECT_EQ(L"checkinModel|E:BRACKET.PRT isn't checked out", told("in.xml"));
+  checkOutByBob();
+  EXPECT_EQ(L"checkinModel|E:BRACKET.PRT is checked out by bob in the workspace mill", told("in.xml"));
+  EXPECT_EQ(L"checkoutModel|E:BRACKET.PRT is checked out by bob in the workspace mill", told("out.xml"));
+  EXPECT_EQ("A.1 /Designs bob/mill BRACKET", object());
+  // Bob checks in: the workspace is behind.
+  headless::NextIteration next;
+  const headless::ObjectName name{L"BRACKET", ProMdlType::part};
+  const auto plm = vault();
+  ASSERT_TRUE(plm->next(name, {"BOB", "Mill"}, "", next)) << "names are case-blind";
+  ASSERT_TRUE(plm->checkIn(name, {"bob", "mill"}, next, "{}", 2));
+  EXPECT_EQ(L"checkoutModel|E:BRACKET.PRT: the workspace has A.1, the vault A.2", told("out.xml"));
+}
+
+TEST_F(VaultLists, WhatWasSavedWithoutACheckOutConflictsAtCheckIn) {
+  begin();
+  told("in.xml");
+  const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
+  EXPECT_FALSE(ProMdlIsModifiable(part, true).value) << "nobody answers";
+  world.session().setOption(L"dm_checkout_on_the_fly", L"continue");
+  EXPECT_FALSE(ProMdlIsModifiable(part, false).value) << "nobody may be asked";
+  EXPECT_TRUE(ProMdlIsModifiable(part, true).value);
+  told("save.xml");
+  EXPECT_EQ(3, world.version("BRACKET.prt"));
+  refill();
+  EXPECT_EQ("notcheckedoutmod.gif", label());
+  EXPECT_EQ(L"checkinModel|E:BRACKET.PRT isn't checked out", told("in.xml"));
+  EXPECT_EQ("A.1 /Designs", object());
+  EXPECT_NE(std::wstring::npos, world.savedParameters("BRACKET.prt").find(L"NORM=WN")) << "nothing is lost";
+}
+
+TEST_F(VaultLists, ARunMayCheckOutOnTheFly) {
+  world.config("kvd_check_modifyable=1");
+  begin();
+  told("in.xml");
+  EXPECT_EQ(L"", told("save.xml")) << "a closed model is left out";
+  world.session().setOption(L"dm_checkout_on_the_fly", L"checkout");
+  told("save.xml");
+  EXPECT_EQ("A.1 /Designs ann/design BRACKET", object());
+  EXPECT_EQ(3, world.version("BRACKET.prt"));
+}
+
+TEST_F(VaultLists, TheTableShowsEachState) {
+  begin();
+  world.openTool();
+  EXPECT_EQ("fromHDD.gif", label());
+  told("in.xml");
+  refill();
+  EXPECT_EQ("notcheckedout.gif", label());
+  ASSERT_EQ(ProNoError, world.session().ui().press(kMain, "kvaneCheckout"));
+  EXPECT_EQ("checkedout.gif", label());
+  EXPECT_EQ("A.1 /Designs ann/design BRACKET", object());
+  told("save.xml");
+  refill();
+  EXPECT_EQ("checkedoutmod.gif", label());
+  told("in.xml");
+  checkOutByBob();
+  world.session().ui().press(kMain, "kvaneCheckout");
+  EXPECT_EQ("checkoutrefused.gif", label());
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> Can't checkout,because conflicts"));
+}
+
+TEST_F(VaultLists, ARunIsCancelledWhereAModelIsNotCheckedOut) {
+  world.config("kvd_cancel_if_not_checked_out=1");
+  world.list("told.xml", task("saveModel"), task("setUserVariableDirect", "name='HEAD' value='ran'"),
+             task("setUserVariableDirect", "name='FOOT' value='ran'"));
+  begin();
+  world.run("told.xml");
+  EXPECT_TRUE(world.logHas(L"A file isn't checked out"));
+  EXPECT_NE(nullptr, engine::userVariables().find(L"HEAD"));
+  EXPECT_EQ(nullptr, engine::userVariables().find(L"FOOT"));
+  EXPECT_EQ(1, world.version("BRACKET.prt"));
+  const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
+  std::wstring conflicts;
+  ASSERT_EQ(ProNoError, ProServerObjectsCheckin(part, {}, conflicts));
+  ASSERT_EQ(ProNoError, ProServerObjectsCheckout(part, {}, conflicts));
+  world.run("told.xml");
+  EXPECT_NE(nullptr, engine::userVariables().find(L"FOOT"));
+  EXPECT_EQ(3, world.version("BRACKET.prt"));
+}
+
+TEST_F(VaultLists, InstancesComeAlongOnlyWhenAsked) {
+  world.part(L"BOLT").with(L"L", 1.0).column(L"L").instance(L"BOLT_20", {"20.0"}).instance(L"BOLT_30", {"30.0"});
+  world.list("level.xml", task("checkoutModel", "instance_level='1'"));
+  begin(L"BOLT");
+  told("in.xml");
+  told("out.xml");
+  EXPECT_EQ("A.1 /Designs ann/design BOLT", object(L"BOLT"));
+  const auto isOut = [](const wchar_t* file) {
+    return ProServerObjectStatusGet(L"plm", L"design", file).value.checkedOut;
+  };
+  ASSERT_TRUE(ProMdlRetrieve(L"BOLT_20", ProMdlType::part));
+  EXPECT_TRUE(isOut(L"bolt.prt"));
+  EXPECT_FALSE(isOut(L"bolt_20.prt"));
+  told("level.xml");
+  EXPECT_EQ("A.1 /Designs ann/design BOLT BOLT_20 BOLT_30", object(L"BOLT"));
+  EXPECT_TRUE(isOut(L"BOLT_20.PRT"));
+}
+
+TEST_F(VaultLists, AClearedWorkspaceIsFilledFromTheVaultAgain) {
+  begin();
+  told("in.xml");
+  told("out.xml");
+  EXPECT_EQ(L"Clear workspace|E:BRACKET.PRT is checked out", told("clear.xml"));
+  told("save.xml");
+  told("in.xml");
+  EXPECT_EQ(L"Clear workspace", told("clear.xml"));
+  EXPECT_EQ(0, world.version("BRACKET.prt"));
+  EXPECT_EQ("A.2 /Designs", object());
+  EXPECT_EQ(ProNotFound, ProServerObjectStatusGet(L"plm", L"design", L"bracket.prt").error);
+  ProMdlErase(ProMdlInit(L"BRACKET", ProMdlType::part).value);
+  const auto again = ProMdlRetrieve(L"bracket", ProMdlType::part);
+  ASSERT_TRUE(again);
+  EXPECT_EQ(L"COLOR=red PTC_WM_LOCATION=/Designs PTC_WM_REVISION=A PTC_WM_ITERATION=2 NORM=WN",
+            world.savedParameters("BRACKET.prt"));
+  EXPECT_FALSE(ProMdlIsModifiable(again.value, false).value);
+  EXPECT_EQ(ProNotFound, ProMdlRetrieve(L"NOWHERE", ProMdlType::part).error);
+}
+
+TEST_F(VaultLists, FilesAreAddedToTheWorkspaceAndToAPrimaryObject) {
+  test::writeBytes(world.models() + "/sheet.pdf", "%PDF");
+  const auto add = [](const std::string& attributes) { return task("addFileToWorkspace", attributes); };
+  world.list("none.xml", add("source='d:\\none.pdf'"));
+  world.list("plain.xml", add("source='d:\\sheet.pdf'"));
+  world.list("primary.xml", add("source='d:/sheet.pdf' primary='@mdln@.prt'"));
+  world.list("stranger.xml", add("source='d:\\sheet.pdf' primary='none.prt'"));
+  world.list("nonsense.xml", add("source='d:\\sheet.pdf' primary='nonsense'"));
+  begin();
+  told("in.xml");
+  const std::wstring failure = L"Add file to workspace|E:failure while add to workspace / add to primary - ";
+  EXPECT_EQ(failure + L"-4", told("none.xml"));
+  EXPECT_EQ(failure + L"-49", told("primary.xml")) << "it isn't checked out";
+  EXPECT_EQ(failure + L"-4", told("stranger.xml"));
+  EXPECT_EQ(failure + L"-2", told("nonsense.xml"));
+  EXPECT_EQ(L"Add file to workspace|ok", told("plain.xml"));
+  EXPECT_EQ(std::vector<std::wstring>{L"sheet.pdf"}, vault()->filesOf({"ann", "design"}));
+  told("out.xml");
+  EXPECT_EQ(L"Add file to workspace|ok", told("primary.xml"));
+  told("in.xml");
+  ObjectRecord record;
+  ASSERT_TRUE(vault()->object({L"BRACKET", ProMdlType::part}, record));
+  ASSERT_EQ(1u, record.iterations.back().attachments.size());
+  EXPECT_EQ("%PDF", test::readBytes(world.machine(L"c:\\plm\\attachments\\bracket.prt.2\\sheet.pdf")));
+}
+
+TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
+  begin();
+  const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
+  const auto oid = [&] { return engine::replaceVariables(L"@oid@", part).text; };
+  EXPECT_EQ(L"no_oid", oid());
+  told("in.xml");
+  EXPECT_EQ(L"VR%3adocument%3a1", oid());
+  EXPECT_EQ(L"wtws://plm/design/", engine::replaceVariables(L"@mdlpath@", part).text);
+  struct Case {
+    const wchar_t* attributes;
+    int in, out;
+  };
+  const Case cases[] = {
+      {L"type='pdmobject' pdmobj='true'", 1, 1},
+      {L"type='pdmobject' pdmobj='false'", 0, 0},
+      {L"type='pdmobject' pdmobj='true' pdmcheckedout='true' pdmcheckedoutsel='3'", 0, 1},
+      {L"type='pdmobject' pdmobj='true' pdmcheckedout='true' pdmcheckedoutsel='1'", 0, 0},
+      {L"type='pdmobject_2' cs_checked_out='true'", 0, 1},
+      {L"type='pdmobject_2' cs_not_checked_out='true'", 1, 0},
+      {L"type='pdmobject_2' hdd='true'", 0, 0},
+  };
+  for (const Case& one : cases)
+    EXPECT_EQ(one.in, test::predicate(one.attributes, part)) << text::toUtf8(one.attributes);
+  told("out.xml");
+  for (const Case& one : cases)
+    EXPECT_EQ(one.out, test::predicate(one.attributes, part)) << text::toUtf8(one.attributes);
+  EXPECT_EQ(ProNoError, ProDirectoryChange(L"wtws://plm/design/"));
+  EXPECT_EQ(L"d:\\", ProDirectoryCurrentGet().value);
+}
+
+TEST_F(VaultLists, AHeldLockAndADiskThatFailsLoseNothing) {
+  begin();
+  {
+    const auto held = os::lockFile(L"c:\\plm\\vault.lock");
+    ASSERT_TRUE(held);
+    EXPECT_EQ(L"checkinModel|E:Failure happend while checkin", told("in.xml"));
+    EXPECT_NE(std::wstring::npos, world.messages().find(L"/plm is locked by another process"));
+  }
+  EXPECT_EQ("none", object());
+  for (const wchar_t* folder : {L"c:\\plm\\contents\\", L"c:\\plm\\objects\\", L"c:\\plm\\", L"d:\\"}) {
+    world.disk().denyWrites(folder);
+    EXPECT_EQ(L"checkinModel|E:Failure happend while checkin", told("in.xml")) << text::toUtf8(folder);
+    world.disk().heal();
+    EXPECT_EQ("none", object());
+  }
+  world.session().failNext("ProServerObjectsCheckin", ProGeneralError);
+  EXPECT_EQ(L"checkinModel|E:Failure happend while checkin", told("in.xml"));
+  EXPECT_EQ(L"checkinModel|Model checked in", told("in.xml"));
+  world.disk().denyWrites(L"c:\\plm\\objects\\");
+  EXPECT_EQ(L"checkoutModel|E:Failure happend while checkin", told("out.xml"));
+  world.disk().heal();
+  EXPECT_EQ("A.1 /Designs", object());
+  EXPECT_EQ(L"checkoutModel|Model checked out", told("out.xml"));
+}
+
+TEST_F(VaultLists, TwoServersAndOneIsActive) {
+  begin();
+  EXPECT_TRUE(Vault::create(L"c:\\archive", "archive"));
+  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\archive", L"old", L"ann", 0}));
+  EXPECT_EQ(L"plm", ProServerActiveGet().value);
+  told("in.xml");
+  EXPECT_EQ(ProNotFound, ProServerActivate(L"nowhere"));
+  EXPECT_EQ(ProNoError, ProServerActivate(L"ARCHIVE"));
+  EXPECT_EQ(L"old", ProServerWorkspaceGet(L"archive").value);
+  EXPECT_EQ(ProNotFound, ProServerObjectStatusGet(L"archive", L"old", L"bracket.prt").error);
+  EXPECT_EQ(L"d", ProMdlDataGet(ProMdlInit(L"BRACKET", ProMdlType::part).value).value.device);
+  EXPECT_EQ(ProNoError, ProServerActivate(L"plm"));
+  EXPECT_EQ(L"wtws", ProMdlDataGet(ProMdlInit(L"BRACKET", ProMdlType::part).value).value.device);
+}
+
+}  // namespace

@@ -1,0 +1,133 @@
+// The PDM folder through the program: making and listing it, runs in a workspace, two people, trouble.
+#include <nlohmann/json.hpp>
+
+#include "os/lock.h"
+#include "os/surroundings.h"
+#include "program/run_fixture.h"
+
+namespace {
+
+using nlohmann::json;
+using test::Ended;
+using test::recapOf;
+
+const std::string kIn = "<task type='checkinModel' version='3' forPRT='true' forASM='true' forEF='false'/>";
+
+class VaultProgram : public test::RunFixture {
+ protected:
+  void SetUp() override {
+    RunFixture::SetUp();
+    list("in.xml", kIn);
+    list("release.xml", test::kAddNorm + test::kSave + kIn);
+    part(L"SHAFT").with(L"MASS", 2.5);
+    assembly(L"UNIT").uses(L"SHAFT", creo::ProMdlType::part);
+    ASSERT_EQ(0, kelvane({"vault", path("plm"), "--create"}).code);
+  }
+  Ended vault(std::vector<std::string> more = {}) {
+    more.insert(more.begin(), {"vault", path("plm")});
+    return kelvane(more);
+  }
+  Ended runAs(const std::string& user, const std::string& folder, const std::string& list,
+              std::vector<std::string> more = {}) {
+    more.insert(more.begin(), {"run", path("standards"), list, path(folder), "--vault", path("plm"), "--user", user,
+                               "--set", "kvd_write_history_in_models=0"});
+    return kelvane(more);
+  }
+  Ended getAs(const std::string& user, const std::string& folder, const std::string& model) {
+    return vault({"--get", model, "--models", path(folder), "--user", user});
+  }
+};
+
+TEST_F(VaultProgram, TwoPeopleWorkOnOneVault) {
+  EXPECT_EQ("", vault().out);
+  const Ended in = runAs("ann", "models", "in.xml");
+  EXPECT_EQ(0, in.code) << in.err;
+  EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(in));
+  EXPECT_EQ(
+      "SHAFT.PRT  A.1  /Default  -  in ann/models (A.1)\n"
+      "UNIT.ASM   A.1  /Default  -  in ann/models (A.1)\n",
+      vault().out);
+
+  const Ended got = getAs("bob", "mill", "unit.asm");
+  EXPECT_EQ("UNIT.ASM\nSHAFT.PRT\n", got.out) << got.err;
+  const Ended bob = runAs("bob", "mill", "norm.xml", {"--check-out", "--select", "SHAFT*"});
+  EXPECT_EQ(0, bob.code) << bob.err;
+  const json listed = json::parse(vault({"--json"}).out);
+  EXPECT_EQ("plm", listed["name"]);
+  EXPECT_EQ("bob", listed["objects"][0]["checkedOut"]["user"]);
+  EXPECT_EQ("mill", listed["objects"][0]["checkedOut"]["workspace"]);
+
+  const Ended ann = runAs("ann", "models", "release.xml", {"--check-out", "--select", "SHAFT*"});
+  EXPECT_EQ("done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(ann))
+      << "a model that somebody else has is left out";
+  EXPECT_EQ(0, runAs("bob", "mill", "release.xml", {"--select", "SHAFT*"}).code);
+  EXPECT_NE(std::string::npos, vault().out.find("SHAFT.PRT  A.2  /Default  -  in ann/models (A.1), bob/mill (A.2)"));
+
+  EXPECT_EQ(0, getAs("ann", "models", "shaft.prt").code);
+  EXPECT_NE(std::string::npos, vault().out.find("in ann/models (A.2), bob/mill (A.2)"));
+  EXPECT_EQ("NORM", json::parse(test::readBytes(path("models/shaft.prt.3")))["parameters"][4]["name"]);
+}
+
+TEST_F(VaultProgram, ADryRunTellsWhatItWouldCheckIn) {
+  const auto before = filesIn("plm/objects");
+  const Ended dry = runAs("ann", "models", "release.xml", {"-n"});
+  EXPECT_EQ(0, dry.code) << dry.err;
+  EXPECT_NE(std::string::npos, dry.out.find("would check in SHAFT.PRT as A.1\n")) << dry.out;
+  EXPECT_EQ(before, filesIn("plm/objects"));
+  EXPECT_EQ(filesIn("plm"), (std::vector<std::string>{"contents", "objects", "vault.json", "workspaces"}));
+  EXPECT_EQ(std::vector<std::string>(), filesIn("plm/workspaces"));
+  EXPECT_EQ((std::vector<std::string>{"SHAFT.prt.1", "UNIT.asm.1"}), filesIn("models"));
+}
+
+TEST_F(VaultProgram, CheckOutsAreTakenAwayAndRevisionsMade) {
+  runAs("ann", "models", "in.xml");
+  EXPECT_EQ(1, vault({"--release", "SHAFT.PRT"}).code) << "nobody has it";
+  runAs("ann", "models", "unsaved.xml", {"--check-out"});
+  const Ended refused = vault({"--revise", "SHAFT.PRT"});
+  EXPECT_EQ(2, refused.code);
+  EXPECT_EQ("kelvane: SHAFT.PRT is checked out by ann in the workspace models\n", refused.err);
+  EXPECT_EQ(0, vault({"--release", "SHAFT.PRT", "--revise", "SHAFT.PRT"}).code);
+  EXPECT_EQ(0u, vault().out.find("SHAFT.PRT  B.1  /Default  -")) << vault().out;
+}
+
+TEST_F(VaultProgram, TroubleIsToldInALine) {
+  runAs("ann", "models", "in.xml");
+  std::filesystem::copy(models(), path("copy"));
+  const struct {
+    Ended ended;
+    int code;
+    std::string line;
+  } cases[] = {
+      {kelvane({"vault", path("none")}), 2, "there is no folder"},
+      {kelvane({"vault", models()}), 2, models() + " is no vault"},
+      {vault({"--create"}), 2, path("plm") + " is a vault already"},
+      {vault({"--release", "NONE.PRT"}), 2, "the vault has no NONE.PRT"},
+      {getAs("bob", "mill", "NONE.PRT"), 2, "the vault has no NONE.PRT"},
+      {vault({"--get", "SHAFT.PRT"}), 2, "--get needs --models DIR"},
+      {runAs("ann", "copy", "in.xml", {"--workspace", "models"}), 2,
+       "the workspace models of ann belongs to " + models()},
+      {runAs("../ann", "models", "in.xml"), 2, "'../ann' is no name of a user or workspace"},
+      {run("in.xml", {"--check-out"}), 2, "--workspace, --user and --check-out need a --vault"},
+  };
+  for (const auto& one : cases) {
+    EXPECT_EQ(one.code, one.ended.code) << one.line;
+    EXPECT_NE(std::string::npos, one.ended.err.find(one.line)) << one.ended.err << one.ended.out;
+  }
+  file("plm/objects/shaft.prt.json", "{\n\"format\": 1,\n\"number\": \"one\"}");
+  const Ended damaged = vault();
+  EXPECT_EQ(1, damaged.code);
+  EXPECT_EQ(path("plm") + "/objects/shaft.prt.json:3: 'number' must be a whole number of 32 bits\n", damaged.err);
+  EXPECT_EQ(0u, damaged.out.find("UNIT.ASM   A.1")) << damaged.out;
+}
+
+TEST_F(VaultProgram, ALockThatAnotherProcessHoldsIsNamed) {
+  os::mounts().set(L'v', path("plm"));
+  runAs("ann", "models", "in.xml");
+  const auto held = os::lockFile(L"v:\\vault.lock");
+  ASSERT_TRUE(held);
+  const Ended ended = vault({"--release", "SHAFT.PRT"});
+  EXPECT_EQ(2, ended.code);
+  EXPECT_EQ("kelvane: the vault " + path("plm") + " is locked by another process\n", ended.err);
+}
+
+}  // namespace

@@ -16,6 +16,7 @@ constexpr Family kFamilies[] = {
     &detailOptionActions,
     &insertPositionActions,
     &userVariableActions,
+    &boundingBoxActions,
     &pdmActions,
     &questionActions,
     &webRequestActions,

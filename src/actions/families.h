@@ -28,6 +28,7 @@ std::span<const ActionFunction> sessionActions();  // environment/session.cpp
 std::span<const ActionFunction> detailOptionActions();  // environment/detail_options.cpp
 std::span<const ActionFunction> insertPositionActions();  // environment/insert_position.cpp
 std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
+std::span<const ActionFunction> boundingBoxActions();  // environment/bounding_box.cpp
 std::span<const ActionFunction> pdmActions();  // environment/pdm.cpp
 std::span<const ActionFunction> questionActions();  // environment/question.cpp
 std::span<const ActionFunction> webRequestActions();  // environment/web_request.cpp

@@ -11,7 +11,6 @@
 #include <TopTools_ListOfShape.hxx>
 #include <cmath>
 #include <gp_Ax3.hxx>
-#include <stdexcept>
 
 #include "headless/geometry/shapes.h"
 #include "text/encoding.h"
@@ -106,16 +105,6 @@ class Builder {
   std::optional<creo::ProOutline> bounds_;
 };
 
-// The library's failures are no std::exception, which all others rely on.
-template <class Work>
-void guarded(Work work) {
-  try {
-    work();
-  } catch (const Standard_Failure& failure) {
-    throw std::runtime_error(failure.GetMessageString());
-  }
-}
-
 }  // namespace
 
 TopLoc_Location location(const creo::ProTransform& t) {
@@ -162,8 +151,11 @@ const Measured& measure(const Body& body) {
 
 creo::ProOutline outline(const Body& body, const creo::ProTransform& into) {
   creo::ProOutline box;
-  guarded([&] { box = boxOf(body.shape.Moved(location(into))); });
-  return box;
+  guarded([&] {
+    if (!body.extent) body.extent.emplace(body.shape);
+    box = body.extent->box(into);
+  });
+  return {cleaned(box.min), cleaned(box.max)};
 }
 
 }  // namespace headless::geometry

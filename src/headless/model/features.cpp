@@ -14,12 +14,6 @@ bool isThere(const ModelFeature& feature) {
   return !feature.isComponent() || !componentOf(*feature.model, *feature.component()).empty();
 }
 
-// Columns name a feature by its name, one without a name by its id.
-std::string columnName(const ModelFeature& feature) {
-  const FeatureRecord* record = feature.record();
-  return record && !record->name.empty() ? record->name : std::to_string(feature.place.id);
-}
-
 }  // namespace
 
 FeatureRecord* ModelFeature::record() const {
@@ -54,11 +48,16 @@ int featureType(const ModelFeature& feature) {
   return feature.isComponent() ? creo::kComponentFeature : feature.record()->type;
 }
 
+std::string featureColumn(const ModelFeature& feature) {
+  const FeatureRecord* record = feature.record();
+  return record && !record->name.empty() ? record->name : std::to_string(feature.place.id);
+}
+
 ProFeatureStatus featureStatus(const ModelFeature& feature) {
   const FeatureRecord* record = feature.record();
   const ProFeatureStatus own = record ? record->status : ProFeatureStatus::active;
   const Scalar* value =
-      rowValue(*feature.model->document, feature.model->row, creo::ProFamitemType::feature, columnName(feature));
+      rowValue(*feature.model->document, feature.model->row, creo::ProFamitemType::feature, featureColumn(feature));
   const auto kept = value ? yesOrNo(*value) : std::nullopt;
   if (!kept) return own;
   if (!*kept) return ProFeatureStatus::familyTableSuppressed;

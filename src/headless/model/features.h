@@ -27,6 +27,8 @@ std::optional<ModelFeature> featureOf(const Model& model, int id);
 // A component's is its model's. Empty: it has none.
 std::wstring featureName(const ModelFeature& feature);
 int featureType(const ModelFeature& feature);
+// Columns of family tables name a feature by its name, one without a name by its id.
+std::string featureColumn(const ModelFeature& feature);
 // A column of the family table suppresses a feature in an instance, or brings it back.
 creo::ProFeatureStatus featureStatus(const ModelFeature& feature);
 // How the component's model is retrieved: "NAME<GENERIC>" where the document says so.

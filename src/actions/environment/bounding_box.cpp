@@ -1,0 +1,57 @@
+// Measures of a model's box as user variables.
+#include "actions/environment/bounding_box.h"
+
+#include "actions/environment/number_format.h"
+#include "actions/families.h"
+#include "core/log.h"
+#include "engine/task.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+struct MeasureRow {
+  const wchar_t* attribute;
+  double BoxResult::*value;
+  const wchar_t* line;
+};
+constexpr MeasureRow kMeasures[] = {
+    {L"w", &BoxResult::width, L"Set width"},
+    {L"l", &BoxResult::length, L"Set legth"},
+    {L"h", &BoxResult::height, L"Set height"},
+    {L"d", &BoxResult::diameter, L"Set diameter"},
+};
+
+// The format is a foreign text; one that could ask for more than the number is refused before anything is measured.
+Outcome setUserVariableFromBoundingBox(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set user variable from bounding box"})) return *ended;
+  const auto format = NumberFormat::read(task.attribute(L"format"));
+  if (!format) {
+    core::logWrite(text::format(L"The format isn't one of a single floating number: %s", task.attribute(L"format")),
+                   core::kError);
+    return done;
+  }
+  const auto box = task.isTrue(L"rotate") ? searchedBox(task.model(), task.isTrue(L"sort")) : modelBox(task.model());
+  if (!box) {
+    core::logWrite(L"Error while calculating the bounding box", core::kError);
+    return done;
+  }
+  core::logIndented(L"Bounding Box calculated", core::kNormal, 1);
+  for (const MeasureRow& row : kMeasures) {
+    const std::wstring_view name = task.attribute(row.attribute);
+    if (name.empty()) continue;
+    userVariables().set(name, format->apply(box.value.*row.value));
+    core::logIndented(row.line, core::kNormal, 1);
+  }
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"setUserVariableFromBoundingBox", &setUserVariableFromBoundingBox}};
+
+}  // namespace
+
+std::span<const ActionFunction> boundingBoxActions() { return kActions; }
+
+}  // namespace actions

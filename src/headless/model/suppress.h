@@ -1,0 +1,13 @@
+// Features that are suppressed and brought back.
+#pragma once
+
+#include <vector>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+// Suppresses features, or brings suppressed ones back; creo/ProSurface.h has the results.
+creo::ProError suppress(Model& solid, const std::vector<int>& features, bool away);
+
+}  // namespace headless

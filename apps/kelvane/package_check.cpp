@@ -1,6 +1,7 @@
 #include "kelvane/package_check.h"
 
 #include "actions/environment/group_modes.h"
+#include "actions/environment/number_format.h"
 #include "actions/environment/question.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
@@ -117,6 +118,14 @@ class Document {
     if (type == "reportUniversal") checkReportFilter(task);
     if (type == "writeListReport") checkListReport(task);
     if (type == "setUserVariable") checkQuestion(task);
+    if (type == "setUserVariableFromBoundingBox") checkMeasure(task);
+  }
+
+  void checkMeasure(const XmlNode& task) {
+    const std::string format = attribute(task, L"format");
+    if (!actions::NumberFormat::read(text::fromUtf8(format))) {
+      add(task, "'format': not one of a single floating number: '" + format + "'");
+    }
   }
 
   void checkQuestion(const XmlNode& task) {

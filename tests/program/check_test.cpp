@@ -49,6 +49,9 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
       {"<task type='writeListReport' version='3' sel='14'/>", ":4: B0: writeListReport has no list '14'"},
       {"<task type='writeListReport' version='3' sel='%LIST%'/>", ""},
+      {"<task type='setUserVariableFromBoundingBox' version='3' forPRT='true' format='%d mm'/>",
+       ":4: B0: 'format': not one of a single floating number: '%d mm'"},
+      {"<task type='setUserVariableFromBoundingBox' version='3' forPRT='true' format='%.2f mm'/>", ""},
       // Nothing is said about what its author switched off, nor about a filter in an action's place.
       {"<task type='hammer' deak='true'/>", ""},
       {"<task type='isInstance'/>", ""},

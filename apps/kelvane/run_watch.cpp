@@ -121,7 +121,9 @@ void RunWatch::finishModel(const std::string& row) {
 
 bool RunWatch::isPassedOver(creo::ProMdl model) const {
   const headless::ModelDocument& held = *session_.models().find(model)->document;
-  return (held.record.readOnly || held.closed) && core::pluginState().checkModifiable;
+  // What the list checked in is closed too, but behind its work.
+  const bool wasClosed = held.closed && !saved_.contains(labelOf(held));
+  return (held.record.readOnly || wasClosed) && core::pluginState().checkModifiable;
 }
 
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.

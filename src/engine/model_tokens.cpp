@@ -110,7 +110,8 @@ Value objectId(ModelFacts& facts) {
   const std::size_t mark = url ? url.value.find(kMark) : std::wstring::npos;
   if (mark == std::wstring::npos) return Value(kNone);
   const std::wstring rest = url.value.substr(mark + kMark.size());
-  return text::replaceAll(rest.substr(0, rest.find_first_of(L"\\&")), L":", L"%3a");
+  // The pass of the parameters would take "%3adocument%" for a name.
+  return text::replaceAll(rest.substr(0, rest.find_first_of(L"\\&")), L":", std::wstring(1, kClosedPercent) + L"3a");
 }
 Value genericName(ModelFacts& facts) {
   if (!isPartOrAssembly(facts.type)) return L"-";

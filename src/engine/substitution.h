@@ -12,6 +12,8 @@ namespace engine {
 
 // A value that holds its own token would be replaced for ever; no sensible text comes near this number.
 constexpr int kMostReplacements = 10000;
+// Stands for a "%" of a value that mustn't open a name; no text has this noncharacter. It becomes one at the end.
+constexpr wchar_t kClosedPercent = L'\uFDD0';
 
 class Substitution {
  public:

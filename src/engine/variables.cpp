@@ -66,6 +66,7 @@ Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size
     if (pass.mark != 0 && (plain || call.text.find(pass.mark) == call.text.npos)) continue;
     if (!pass.run(call)) return failed;
   }
+  std::replace(call.text.begin(), call.text.end(), kClosedPercent, L'%');
   return finished(std::move(call.text), call.outgrown, call.status, outSize);
 }
 

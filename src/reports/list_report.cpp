@@ -3,8 +3,8 @@
 
 #include "actions/families.h"
 #include "core/log.h"
-#include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
+#include "reports/file_name.h"
 #include "reports/list_kinds.h"
 #include "reports/list_rows.h"
 #include "reports/open_report.h"
@@ -16,24 +16,14 @@ namespace reports {
 using namespace engine;
 
 ModelFile modelFile(creo::ProMdl model) {
-  const auto data = creo::ProMdlDataGet(model);
+  auto data = creo::ProMdlDataGet(model);
   if (!data) return {};
-  ModelFile file{data.value.name, {}};
-  if (const auto generic = creo::ProFaminstanceGenericGet(model, true))
-    if (const auto name = creo::ProMdlNameGet(generic.value)) file.name += L"<" + name.value + L">";
-  file.name += L"." + text::lower(data.value.type);
-  const std::wstring& device = data.value.device;
-  file.path = device + (device.empty() || device.ends_with(L':') ? L"" : L":") + data.value.path;
-  return file;
+  data.value.type = text::lower(data.value.type);
+  return {fileNameValue(model, data.value), folderOf(data.value)};
 }
 
 std::wstring joined(const creo::Got<std::vector<std::wstring>>& lines, std::wstring_view separator) {
   return lines ? text::join(lines.value, separator) : std::wstring();
-}
-
-std::wstring truth(const creo::Got<bool>& value) {
-  if (!value) return {};
-  return value.value ? L"true" : L"false";
 }
 
 namespace {
@@ -47,9 +37,11 @@ struct ListKind {
 constexpr ListKind kLists[] = {
     {L"7", L"Instances", false, &instanceList},
     {L"8", L"Sheet formats / sizes", true, &sheetList},
+    {L"9", L"Parameters", false, &parameterList},
     {L"10", L"All Annotations / Notes", false, &noteList},
     {L"11", L"All models", true, &drawingModelList},
     {L"15", L"All shown Model Dimensions", true, &shownDimensionList},
+    {L"16", L"Layers", false, &layerList},
     {L"17", L"Dimensions", false, &dimensionList},
     {L"18", L"Dependencies", false, &dependencyList},
 };

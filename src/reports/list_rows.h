@@ -8,7 +8,7 @@
 
 #include "creo/ProDrawing.h"
 #include "engine/task.h"
-#include "reports/csv_report.h"
+#include "reports/report_row.h"
 
 namespace reports {
 
@@ -52,17 +52,17 @@ class ListRows {
 
 // Lines as one field; empty where they can't be had.
 std::wstring joined(const creo::Got<std::vector<std::wstring>>& lines, std::wstring_view separator = L"\n");
-// "true" or "false"; empty where it can't be had.
-std::wstring truth(const creo::Got<bool>& value);
 
 // A list writes its columns, also where it finds nothing, and its rows.
 using ListFunction = void (*)(CsvReport& report, const ListSubject& subject);
 
 void instanceList(CsvReport& report, const ListSubject& subject);        // list_instances.cpp
 void sheetList(CsvReport& report, const ListSubject& subject);           // list_drawing.cpp
+void parameterList(CsvReport& report, const ListSubject& subject);       // list_parameters.cpp
 void noteList(CsvReport& report, const ListSubject& subject);            // list_notes.cpp
 void drawingModelList(CsvReport& report, const ListSubject& subject);    // list_drawing.cpp
 void shownDimensionList(CsvReport& report, const ListSubject& subject);  // list_dimensions.cpp
+void layerList(CsvReport& report, const ListSubject& subject);           // list_layers.cpp
 void dimensionList(CsvReport& report, const ListSubject& subject);       // list_dimensions.cpp
 void dependencyList(CsvReport& report, const ListSubject& subject);      // list_dependencies.cpp
 

@@ -4,6 +4,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "engine/compare.h"
+#include "reports/parameter_words.h"
 #include "reports/report_row.h"
 
 namespace reports {
@@ -22,11 +23,6 @@ struct NamedParameter {
   creo::ProMdl model;
 };
 
-std::wstring_view word(const creo::Got<bool>& answer) {
-  if (!answer) return {};
-  return answer.value ? L"true" : L"false";
-}
-
 // Empty where the template engine can't tell it.
 std::wstring variable(std::wstring_view name, creo::ProMdl model) {
   Replaced value = replaceVariables(L"%" + std::wstring(name) + L"%", model);
@@ -35,32 +31,9 @@ std::wstring variable(std::wstring_view name, creo::ProMdl model) {
 
 std::wstring value(const NamedParameter& one) { return variable(one.name, one.model); }
 
-std::wstring valueType(const NamedParameter& one) {
-  const auto value = creo::ProParameterValueGet(one.parameter);
-  if (!value) return {};
-  switch (static_cast<int>(value.value.type)) {
-    case 50:
-      return L"Double";
-    case 51:
-      return L"String";
-    case 52:
-      return L"Integer";
-    case 53:
-      return L"Boolean";
-    case 54:
-      return L"Note ID";
-    case 57:
-      return L"Void";
-    case 58:
-      return L"Not Set";
-    default:
-      return {};
-  }
-}
+std::wstring valueType(const NamedParameter& one) { return parameterTypeWord(one.parameter); }
 
-std::wstring designated(const NamedParameter& one) {
-  return std::wstring(word(creo::ProParameterDesignationVerify(one.parameter)));
-}
+std::wstring designated(const NamedParameter& one) { return truth(creo::ProParameterDesignationVerify(one.parameter)); }
 
 std::wstring description(const NamedParameter& one) { return creo::ProParameterDescriptionGet(one.parameter).value; }
 
@@ -80,11 +53,7 @@ std::wstring driver(const NamedParameter& one) {
   return {};
 }
 
-std::wstring restriction(const NamedParameter& one) {
-  if (const auto range = creo::ProParameterRangeGet(one.parameter); range && range.value) return L"Range";
-  const auto enumerated = creo::ProParameterIsEnumerated(one.parameter);
-  return enumerated && enumerated.value ? L"Enumeration" : L"";
-}
+std::wstring restriction(const NamedParameter& one) { return restrictionWord(one.parameter); }
 
 std::wstring units(const NamedParameter& one) { return creo::ProParameterUnitsGet(one.parameter).value; }
 

@@ -24,6 +24,11 @@ void ReportRow::value(std::wstring_view suffix, std::wstring_view value) const {
   if (!value.empty()) reportSetValue(*report_, tag_ + std::wstring(suffix), value);
 }
 
+std::wstring truth(const creo::Got<bool>& value) {
+  if (!value) return {};
+  return value.value ? L"true" : L"false";
+}
+
 void appendLine(std::wstring& field, std::wstring_view entry) {
   if (!field.empty()) field += L'\n';
   field += entry;

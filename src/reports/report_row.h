@@ -52,6 +52,9 @@ void reportColumns(const ReportRow& row, const engine::Task& task, std::span<con
   }
 }
 
+// "true" or "false"; empty where it can't be had.
+std::wstring truth(const creo::Got<bool>& value);
+
 // Several entries of one field are lines of it.
 void appendLine(std::wstring& field, std::wstring_view entry);
 

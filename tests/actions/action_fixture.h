@@ -21,8 +21,9 @@ inline std::wstring told(const std::wstring& log) {
       // Behind action and model: "(ERR) B0 Save model - work now on BRACKET.PRT - text".
       std::size_t model = piece.find(L" - work now on ");
       model = model == piece.npos ? piece.find(L" -  - ") : model;
-      const std::size_t text = piece.find(L" - ", model + 3);
-      piece = (line[0] == L'2' ? L"E:" : L"W:") + piece.substr(text + (piece[text + 3] == L'-' ? 5 : 3));
+      const std::size_t end = piece.find(L" - ", model + 3);
+      const std::wstring_view said = std::wstring_view(piece).substr(end + (piece[end + 3] == L'-' ? 5 : 3));
+      piece = (line[0] == L'2' ? L"E:" : L"W:") + std::wstring(text::trimmed(said));
     }
     if (piece.ends_with(L"Filter")) continue;
     all += (all.empty() ? L"" : L"|") + piece;

@@ -93,7 +93,7 @@ TEST_F(Surroundings, ProgramsRunWaitedForOrNot) {
   EXPECT_EQ(
       L"B0 Run MSDos command|Run Shell Command|B1 Run MSDos command|Run Shell Command|B2 Run MSDos "
       L"command|Run Shell Command",
-      run(task("runMSDOScommand", "cmd='d:/tools/mail.cmd' args='-s \"%COLOR%\"' uncup='false' waitafter='2'") +
+      run(task("runMSDOScommand", "cmd='d:/tools/mail.cmd' args='-s &quot;%COLOR%&quot;' uncup='false' waitafter='2'") +
           task("runMSDOScommand", "cmd='echo'") +
           task("runMSDOScommand", "cmd='@project_dir@/a.cmd' args='x' uncup='true' waitafter='1'")));
   ASSERT_EQ(3U, programs().asked().size());
@@ -139,7 +139,7 @@ TEST_F(Surroundings, ACommandReachesTheMachine) {
     return task("runMSDOScommand", "cmd='" + program + "' " + more);
   };
   const std::wstring all = run(
-      task("setWorkingDirectory", "path='d:/here'") + command("echo", "args='%COLOR% &gt; \"d:/Out it.txt\"'") +
+      task("setWorkingDirectory", "path='d:/here'") + command("echo", "args='%COLOR% &gt; &quot;d:/Out it.txt&quot;'") +
       command("echo", "args='there &gt;beside.txt'") + command("d:/none.exe") + command("d:/none.exe", "uncup='true'") +
       command("rmdir", "args='d:/here'") + command("mv", "args='d:/here d:/gone'") + command("true"));
   EXPECT_EQ("red\n", readBytes(world.models() + "/Out it.txt"));
@@ -209,7 +209,7 @@ TEST_F(Surroundings, TheInsertPositionIsFoundInFourWays) {
     int place;
   } const cases[] = {
       {"feat='2' featid='5'", L"after feature: 5 HOLE_1", 2},
-      {"feat='1' feattype='36'", L"after feature: 11 BASE", 1},
+      {"feat='1' feattype='38'", L"after feature: 11 BASE", 1},
       {"feat='3' featnum='3'", L"after feature: 7 HOLE_2", 3},
       {"feat='4' featname='B*'", L"after feature: 11 BASE", 1},
       {"feat='2' featid='9'", L"after feature: 9", 0},  // the last one: nothing comes behind it

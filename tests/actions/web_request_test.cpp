@@ -140,7 +140,8 @@ TEST_F(WebRequest, WithoutATokenTheRequestStillGoesOut) {
   for (const auto& [target, lines] : rows) EXPECT_EQ("fine", valueOf(text::fromUtf8(target))) << target;
   int sent = 0;
   for (const WebAsked& one : server.asked())
-    if (one.target.find("GetCSRFToken") == std::string::npos && one.headers.at("csrf_nonce").empty()) ++sent;
+    // The server's library leaves a header without a value out.
+    if (one.target.find("GetCSRFToken") == std::string::npos && !one.headers.contains("csrf_nonce")) ++sent;
   EXPECT_EQ(4, sent);
 }
 

@@ -34,7 +34,7 @@ TEST_F(RunSurroundings, ProgramsAreRefusedOrWithheld) {
   const Ended dry = run("tell", {"-n"});
   EXPECT_THAT(dry.out, testing::HasSubstr("would run echo PLATE >d:\\told.txt; echo printed\nwould start true\n"));
   EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(dry));
-  EXPECT_EQ((std::vector<std::string>{"plate.prt.1"}), filesIn("models"));
+  EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1"}), filesIn("models"));
   // The doors are those of the run alone.
   EXPECT_EQ(os::Door::open, os::doors().programs);
   EXPECT_TRUE(os::doors().noted.empty());

@@ -73,7 +73,7 @@ TEST_F(WatchVerb, TellsJsonAndEvents) {
     const std::string name = event["event"];
     if (name != "message" && name != "log") told += name + " ";
   }
-  EXPECT_EQ("trigger saved changed model recap ", told);
+  EXPECT_EQ("trigger saved changed changed changed model recap ", told);
 }
 
 TEST_F(WatchVerb, WhatFailsIsToldAndTheNextCommandIsWorked) {
@@ -101,6 +101,7 @@ TEST_F(WatchVerb, WhatFailsIsToldAndTheNextCommandIsWorked) {
 TEST_F(WatchVerb, WithoutAPackageTheConfiguredFolderCounts) {
   part(L"PLATE");
   file("config/kvd_main.cfg", "kvd_kvz_path=" + path("packages") + "\nkvd_start_kvz_after_occupy=standards norm\n");
+  std::filesystem::create_directories(path("packages"));
   ASSERT_EQ(0, kelvane({"pack", path("standards"), path("packages/standards.kvz")}).code);
   const Ended ended = told({"watch", models(), "PLATE.PRT", "--config", path("config")}, "");
   EXPECT_EQ(

@@ -38,9 +38,9 @@ class GeometryReport : public testing::Test {
   }
   // items: of a filter.
   static std::string positions(const std::string& attributes, const std::string& items = "") {
-    return "<task type='reportFeaturePositions' version='3' forPRT='true' forASM='true' forEF='false' "
-           "reporter='audit' " +
-           attributes + "><filter>" + items + "</filter></task>";
+    return std::string("<task type='reportFeaturePositions' version='3' forPRT='true' forASM='true' forEF='") +
+           (items.empty() ? "false" : "true") + "' reporter='audit' " + attributes + "><filter>" + items +
+           "</filter></task>";
   }
 
   World world_;

@@ -103,6 +103,28 @@ TEST_F(ListReport, ListsWhatAPartHolds) {
   EXPECT_TRUE(world.logHas(L"This type of report is deprecated. Please use KV Version 5.7."));
 }
 
+TEST_F(ListReport, ListsParametersAndLayers) {
+  writeBytes(world.models() + "/plate.prt.1", R"({
+    "format": 1, "units": "mmKs",
+    "parameters": [{"name": "LENGTH", "type": "double", "value": 2.0, "units": "cm", "description": "of the \"blank\"",
+                    "designated": true, "restriction": {"minimum": 1.0}},
+                   {"name": "GRADE", "type": "string", "value": "a", "restriction": {"values": ["a", "b"]}},
+                   {"name": "DONE", "type": "boolean", "value": false}, {"name": "COUNT", "type": "integer", "value": 7},
+                   {"name": "REMARK", "type": "note", "value": 3}],
+    "layers": [{"id": 1, "name": "AXES", "status": "hidden"}, {"id": 2, "name": "DATUMS", "status": "blank"},
+               {"id": 3, "name": "HOLES", "status": "display"}, {"id": 4, "name": "REST"}]
+  })");
+  expectLists(L"PLATE", ProMdlType::part,
+              {{"sel='9'",
+                "File name|Parameter|Type|Value|Description|Is designated|Restriction type\n"
+                "PLATE.prt|LENGTH|Double|20.000000|of the blank|true|Range\n"
+                "PLATE.prt|GRADE|String|a||false|Enumeration\nPLATE.prt|DONE|Boolean|false||false|\n"
+                "PLATE.prt|COUNT|Integer|7||false|\nPLATE.prt|REMARK|Note ID|||false|\n"},
+               {"sel='16'",
+                "File name|File path|Layer|Status\nPLATE.prt|d:\\|AXES|HIDDEN\nPLATE.prt|d:\\|DATUMS|BLANK\n"
+                "PLATE.prt|d:\\|HOLES|DISPLAY\nPLATE.prt|d:\\|REST|NORMAL\n"}});
+}
+
 TEST_F(ListReport, FlagsOfDimensionsReachTheList) {
   writePair(world.models());
   writeBytes(world.models() + "/gear.prt.2", R"({"format": 1,

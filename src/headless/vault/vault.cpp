@@ -35,6 +35,7 @@ VaultAnswer readFrom(const VaultFiles& files, const std::wstring& path, R& into)
   const auto bytes = files.read(path);
   if (bytes.error == std::errc::no_such_file_or_directory) return {creo::ProNotFound, {}};
   if (!bytes) return failed(cantRead(shown(path), bytes.error));
+  into = R{};  // lists of a record are added to
   if (const JsonFault fault = readRecord(bytes.value, into)) return failed(cantRead(shown(path), fault));
   return {};
 }

@@ -1,0 +1,47 @@
+// The list of layers.
+#include "creo/ProLayer.h"
+#include "reports/list_rows.h"
+
+namespace reports {
+namespace {
+
+struct Layer {
+  const ListSubject& subject;
+  creo::ProLayer handle;
+};
+
+std::wstring status(const Layer& layer) {
+  const auto status = creo::ProLayerDisplaystatusGet(layer.handle);
+  if (!status) return {};
+  switch (status.value) {
+    case creo::ProLayerDisplay::blank:
+      return L"BLANK";
+    case creo::ProLayerDisplay::display:
+      return L"DISPLAY";
+    case creo::ProLayerDisplay::hidden:
+      return L"HIDDEN";
+    case creo::ProLayerDisplay::normal:
+      return L"NORMAL";
+    default:
+      return {};
+  }
+}
+
+constexpr ListColumn<Layer> kColumns[] = {
+    {L"File name", L"fname", [](const Layer& one) { return one.subject.file.name; }},
+    {L"File path", L"fpath", [](const Layer& one) { return one.subject.file.path; }},
+    {L"Layer", L"layer", [](const Layer& one) { return creo::ProLayerNameGet(one.handle).value; }},
+    {L"Status", L"status", &status},
+};
+
+}  // namespace
+
+void layerList(CsvReport& report, const ListSubject& subject) {
+  const ListRows<Layer> rows(report, kColumns);
+  creo::ProMdlLayerVisit(subject.model, [&](const creo::ProLayer& layer) {
+    rows.add({subject, layer});
+    return creo::ProNoError;
+  });
+}
+
+}  // namespace reports

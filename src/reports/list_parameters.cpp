@@ -1,0 +1,44 @@
+// The list of a model's parameters.
+#include "actions/model/parameter_values.h"
+#include "creo/ProMdl.h"
+#include "reports/list_rows.h"
+#include "reports/parameter_words.h"
+
+namespace reports {
+namespace {
+
+struct Parameter {
+  const ListSubject& subject;
+  const creo::ProParameter& handle;
+};
+
+// In the model's units, as variables give it.
+std::wstring value(const Parameter& one) {
+  const auto value = creo::ProParameterScaledvalueGet(one.handle);
+  return value ? actions::textOf(value.value) : std::wstring();
+}
+
+constexpr ListColumn<Parameter> kColumns[] = {
+    {L"File name", L"fname", [](const Parameter& one) { return one.subject.file.name; }},
+    {L"Parameter", L"name", [](const Parameter& one) { return one.handle.id; }},
+    {L"Type", L"type", [](const Parameter& one) { return parameterTypeWord(one.handle); }},
+    {L"Value", L"value", &value},
+    {L"Description", L"descr", [](const Parameter& one) { return creo::ProParameterDescriptionGet(one.handle).value; }},
+    {L"Is designated", L"isdesig",
+     [](const Parameter& one) { return truth(creo::ProParameterDesignationVerify(one.handle)); }},
+    {L"Restriction type", L"restriction", [](const Parameter& one) { return restrictionWord(one.handle); }},
+};
+
+}  // namespace
+
+void parameterList(CsvReport& report, const ListSubject& subject) {
+  const ListRows<Parameter> rows(report, kColumns);
+  const auto owner = creo::ProMdlToModelitem(subject.model);
+  if (!owner) return;
+  creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
+    rows.add({subject, parameter});
+    return creo::ProNoError;
+  });
+}
+
+}  // namespace reports

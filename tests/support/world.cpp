@@ -282,9 +282,3 @@ std::wstring World::savedParameters(const std::string& file) const {
 }
 
 }  // namespace test
-
-// What the library of bodies keeps for good isn't lost. The sanitizer's own library looks for this name.
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libTKernel\nleak:libTKXSBase\nleak:libTKSTEP\n"; }
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_options();
-extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }

@@ -38,8 +38,8 @@ Got<ProTransform> ProMatrixInit(const ProVector& x, const ProVector& y, const Pr
 // numbers, from 1, of the kinds of entities beside the body that don't count. Results as those of ProSolidOutlineGet.
 Got<ProOutline> ProSolidOutlineCompute(ProMdl solid, const ProTransform& into, std::span<const int> excludes);
 
-// Suppresses features, and brings suppressed ones back as they were; what is so already stays as it is. In an instance
-// whose row decides on a feature the row's value changes, else the generic's feature. Nothing is changed unless all can
+// Suppresses features, and brings suppressed ones back; what is so already stays as it is. In an instance whose row
+// decides on a feature the row's value changes, else the generic's feature. Nothing is changed unless all can
 // be. ProNotFound: a feature has gone; ProBadInputs: a component that is no entry of the document's features.
 ProError ProFeatureWithoptionsSuppress(ProMdl solid, const std::vector<int>& features);
 ProError ProFeatureResume(ProMdl solid, const std::vector<int>& features);

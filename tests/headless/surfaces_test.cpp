@@ -156,10 +156,10 @@ TEST_F(SurfacesTest, OutlinesOfCurvedBodiesAreExactInTurnedAxes) {
 
 TEST_F(SurfacesTest, FeaturesArePutAwayAndComeBackAsTheyWere) {
   const ProMdl solid = part(std::string(kBlock) + R"(, {"type": "box", "size": [99, 1, 1], "feature": 8})",
-                            R"("features": [{"id": 8, "status": "unregenerated"}, {"id": 9, "status": "suppressed"}])");
+                            R"("features": [{"id": 8}, {"id": 9, "status": "suppressed"}])");
   const std::string before = session().models().documentText(solid).value;
   EXPECT_EQ(ProNotFound, ProFeatureWithoptionsSuppress(solid, {8, 77}));
-  EXPECT_EQ(ProFeatureStatus::unregenerated, status(solid, 8)) << "all or nothing";
+  EXPECT_EQ(ProFeatureStatus::active, status(solid, 8)) << "all or nothing";
   EXPECT_EQ(ProNoError, ProFeatureWithoptionsSuppress(solid, {8, 9}));
   EXPECT_EQ(ProFeatureStatus::suppressed, status(solid, 8));
   EXPECT_EQ("0.0000 0.0000 0.0000 to 10.0000 20.0000 30.0000", outline(solid, {}));

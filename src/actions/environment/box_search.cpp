@@ -70,13 +70,12 @@ class DistortingFeatures {
       const auto status = creo::ProFeatureStatusGet(feature);
       if (!status) return status.error;
       if (status.value == ProFeatureStatus::suppressed) before_.insert(feature.id);
-      if (status.value == ProFeatureStatus::active || status.value == ProFeatureStatus::unregenerated)
-        there.insert(feature.id);
+      if (status.value == ProFeatureStatus::active) there.insert(feature.id);
     }
     for (const ProFeature& feature : features.value) {
       const auto type = creo::ProFeatureTypeGet(feature);
       if (!type) return type.error;
-      // What isn't there, for whatever reason, distorts nothing and must not be brought back.
+      // What isn't there, for whatever reason, distorts nothing, and resuming it would do more than bring it back.
       if (!isDistorting(type.value) || !there.contains(feature.id)) continue;
       pending_ = true;
       if (const ProError result = creo::ProFeatureWithoptionsSuppress(part_, {feature.id})) return result;

@@ -34,9 +34,7 @@ void change(const Model& solid, const ModelFeature& feature, bool away) {
     document.touch(row);
     return;
   }
-  FeatureRecord& record = *feature.record();
-  if (away) record.beforeSuppression = record.status;
-  record.status = away ? ProFeatureStatus::suppressed : record.beforeSuppression;
+  feature.record()->status = away ? ProFeatureStatus::suppressed : ProFeatureStatus::active;
   document.touch(nullptr);
 }
 

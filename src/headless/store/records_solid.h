@@ -44,7 +44,6 @@ struct FeatureRecord : Open {
   int id = 0, number = 0, type = 0;
   std::string name, typeName, subtype;
   creo::ProFeatureStatus status = creo::ProFeatureStatus::active;
-  creo::ProFeatureStatus beforeSuppression = creo::ProFeatureStatus::active;  // not written: what a resume gives back
   bool geometryChecks = false;
   bool hidden = false;  // the model tree doesn't show it
   std::unique_ptr<PatternRecord> pattern;

@@ -222,6 +222,20 @@ TEST_F(Triggers, AModelThatTheListWouldEraseIsKeptForItsSave) {
   EXPECT_TRUE(ProMdlCurrentGet());
 }
 
+TEST_F(Triggers, AModelThatTheListErasesIsNotSavedAndNothingBreaks) {
+  world.part(L"B");
+  world.list("gone.xml", group("reworkMode='5' mdlname='B.PRT' removeFromSession='1'", say("in")));
+  set("before_save", "standards gone");
+  world.start();
+  const ProMdl b = ProMdlRetrieve(L"B", ProMdlType::part).value;
+  openPart();
+  EXPECT_EQ(ProBadInputs, ProMdlSave(b)) << "the trigger worked on the current model and took this one away";
+  session().settle();
+  EXPECT_EQ(1, world.version("B.prt"));
+  expectQuiet("behind the save");
+  EXPECT_TRUE(ProMdlRetrieve(L"B", ProMdlType::part));
+}
+
 TEST_F(Triggers, ARegenerationFiresOnceAModelAndVersion) {
   set("after_solid_regen", "standards say");
   set("after_solid_regen_write_check_rework_history", "00");

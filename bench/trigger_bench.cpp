@@ -36,6 +36,7 @@ class Site {
       core::pluginState().trigger(trigger).startKvz = L"standards say";
       core::pluginState().trigger(trigger).startConf = L"00101";
     }
+    engine::detachTriggers();  // makes what they keep, which then outlives this object
     engine::attachTriggers();
   }
   ~Site() {

@@ -2,6 +2,7 @@
 #include "engine/variables.h"
 
 #include <algorithm>
+#include <array>
 
 #include "core/log.h"
 #include "core/state.h"
@@ -33,10 +34,15 @@ constexpr Pass kPasses[] = {
 // Most texts hold no form at all.
 bool holdsMarks(std::wstring_view text) {
   using text::Sixteen;
+  const auto isMarked = [](const wchar_t* sixteen) {
+    return Sixteen::narrowed(sixteen).anyOf('@', '%', '$', '\xA7') != 0;
+  };
   std::size_t at = 0;
   for (; at + Sixteen::kSize <= text.size(); at += Sixteen::kSize)
-    if (Sixteen::narrowed(text.data() + at).anyOf('@', '%', '$', '\xA7') != 0) return true;
-  return text.find_first_of(L"@%$\u00A7", at) != text.npos;
+    if (isMarked(text.data() + at)) return true;
+  std::array<wchar_t, Sixteen::kSize> rest{};
+  std::copy(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), rest.begin());
+  return isMarked(rest.data());
 }
 
 Replaced finished(std::wstring text, bool outgrown, int status, std::size_t outSize) {

@@ -15,7 +15,7 @@ class Check : public ProgramTest {
 
 TEST_F(Check, ExamplePackageIsClean) {
   const Ended ended = kelvane({"check", example("packages/standards")});
-  EXPECT_EQ("actionlists/raw_stock.xml:31: B0 - G1: it asks the address '%user:PRICES%/%MATERIAL%.txt'\n", ended.out);
+  EXPECT_EQ("actionlists/raw_stock.xml:24: B1: it asks the address '%user:PRICES%/%MATERIAL%.txt'\n", ended.out);
   EXPECT_EQ(0, ended.code);
 }
 

@@ -13,8 +13,6 @@
 
 namespace headless {
 
-using creo::ProMdlType;
-
 namespace {
 
 constexpr const wchar_t *kVaultFile = L"vault.json", *kObjects = L"objects\\", *kContents = L"contents\\",
@@ -240,7 +238,7 @@ VaultAnswer Vault::checkOut(const ObjectName& name, const WorkspaceName& who, co
 VaultAnswer Vault::next(const ObjectName& name, const WorkspaceName& who, const std::string& location,
                         NextIteration& into) {
   ObjectRecord record;
-  const VaultAnswer answer = object(name, record);
+  VaultAnswer answer = object(name, record);
   if (answer.error == creo::ProNotFound) {
     into = {"A", locationOf(location), 1};
     return {};
@@ -353,7 +351,7 @@ VaultAnswer Vault::addFile(const WorkspaceName& who, const std::wstring& fileNam
   if (!isPlainName(fileName)) return {creo::ProBadInputs, L"'" + fileName + L"' is no file's name"};
   if (!primary) return write(workspaceFolder(who) + kFiles + fileName, bytes);
   ObjectRecord record;
-  const VaultAnswer answer = object(*primary, record);
+  VaultAnswer answer = object(*primary, record);
   if (!answer) return answer;
   if (!record.checkOut) return conflict(primary->label() + L" isn't checked out");
   if (!isHere(record, who)) return othersCheckOut(*primary, *record.checkOut);

@@ -1,7 +1,7 @@
 // The list of the models that a model uses.
+#include <algorithm>
 #include <limits>
 #include <optional>
-#include <ranges>
 #include <unordered_map>
 
 #include "creo/ProFeature.h"
@@ -25,8 +25,9 @@ class TreeQuantities {
     collect(assembly);
     quantities_[assembly.value] = 1;
     // Users before what they use: a model's own quantity is known when it is handed down.
-    for (const auto model : std::views::reverse(order_))
+    std::for_each(order_.rbegin(), order_.rend(), [this](std::uint64_t model) {
       for (const creo::ProMdl component : components_[model]) handDown(model, component);
+    });
   }
   // 0: it doesn't stand there.
   [[nodiscard]] Quantity of(creo::ProMdl model) const {

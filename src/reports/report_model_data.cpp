@@ -60,11 +60,7 @@ std::wstring fileDate(const ModelFacts& facts) {
                       local->tm_min);
 }
 
-std::wstring isModified(const ModelFacts& facts) {
-  const auto modified = creo::ProMdlModificationVerify(facts.model);
-  if (!modified) return {};
-  return modified.value ? L"true" : L"false";
-}
+std::wstring isModified(const ModelFacts& facts) { return truth(creo::ProMdlModificationVerify(facts.model)); }
 
 std::wstring density(const ModelFacts& facts) {
   const auto density = creo::ProPartDensityGet(facts.model);

@@ -18,13 +18,6 @@ constexpr const char* kPlate = R"({"type": "box", "size": [80, 40, 5]})";
 
 class BodyTest : public test::HeadlessSession {
  protected:
-  // A part of these primitives, with further members.
-  ProMdl part(const std::string& primitives, const std::string& members = "") {
-    const std::string name = "m" + std::to_string(++number_);
-    model(name + ".prt.1",
-          (members.empty() ? "" : members + ", ") + R"("solid": {"primitives": [)" + primitives + "]}");
-    return retrieve(text::fromUtf8(name));
-  }
   static std::string numbers(const ProVector& v) { return text::toUtf8(text::format(L"%f %f %f", v.x, v.y, v.z)); }
   // "0 0 0 to 80 40 5" with six decimals.
   static std::string outline(ProMdl solid, const ProTransform* into = nullptr) {
@@ -36,9 +29,6 @@ class BodyTest : public test::HeadlessSession {
     return numbers(min) + " to " + numbers(max);
   }
   static double volume(ProMdl solid) { return ProSolidMassPropertyGet(solid).value.volume; }
-
- private:
-  int number_ = 0;
 };
 
 TEST_F(BodyTest, PrimitivesHaveTheirVolumeAreaCentreAndOutline) {

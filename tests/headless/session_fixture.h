@@ -79,6 +79,13 @@ class HeadlessSession : public ::testing::Test {
     EXPECT_EQ(creo::ProNoError, model.error) << text::toUtf8(name);
     return model.value;
   }
+  // A part of its own whose body is made of these primitives, with further members.
+  creo::ProMdl part(const std::string& primitives, const std::string& members = "") {
+    const std::string name = "m" + std::to_string(++parts_);
+    model(name + ".prt.1",
+          (members.empty() ? "" : members + ", ") + R"("solid": {"primitives": [)" + primitives + "]}");
+    return retrieve(text::fromUtf8(name));
+  }
   static creo::ProModelitem item(creo::ProMdl model) { return creo::ProMdlToModelitem(model).value; }
   static creo::ProParamvalue real(double value) {
     creo::ProParamvalue out;
@@ -130,6 +137,7 @@ class HeadlessSession : public ::testing::Test {
 
  private:
   os::SurroundingsGuard surroundings_;
+  int parts_ = 0;
   std::unique_ptr<headless::Session> session_;
 };
 

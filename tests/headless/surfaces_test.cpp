@@ -15,12 +15,6 @@ constexpr const char* kBlock = R"({"type": "box", "size": [10, 20, 30]})";
 
 class SurfacesTest : public test::HeadlessSession {
  protected:
-  ProMdl part(const std::string& primitives, const std::string& members = "") {
-    const std::string name = "m" + std::to_string(++number_);
-    model(name + ".prt.1",
-          (members.empty() ? "" : members + ", ") + R"("solid": {"primitives": [)" + primitives + "]}");
-    return retrieve(text::fromUtf8(name));
-  }
   static std::vector<ProSurface> surfaces(ProMdl solid) {
     std::vector<ProSurface> all;
     EXPECT_EQ(ProNoError, ProSolidSurfaceVisit(solid, [&](const ProSurface& one) {
@@ -38,9 +32,6 @@ class SurfacesTest : public test::HeadlessSession {
     return numbers(box.value.min) + " to " + numbers(box.value.max);
   }
   static ProFeatureStatus status(ProMdl solid, int feature) { return ProFeatureStatusGet({solid, feature}).value; }
-
- private:
-  int number_ = 0;
 };
 
 TEST_F(SurfacesTest, PlanesLookOutOfTheBodyAlongTheirLongestEdge) {

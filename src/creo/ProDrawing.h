@@ -81,6 +81,9 @@ Got<bool> ProAnnotationIsShown(const ProDimension& dimension, ProMdl drawing);
 
 // ---- symbols
 
+// Which groups of its definition a placed symbol shows; Creo's numbers.
+enum class ProSymbolGroups : int { interactive = 0, all = 1, none = 2, custom = 3 };
+
 struct ProDtlsymdef {
   ProMdl drawing;
   int id = 0;

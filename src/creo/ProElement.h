@@ -7,7 +7,7 @@
 
 namespace creo {
 
-constexpr auto ProInvalidType = static_cast<ProError>(-18);  // an element that holds no single value
+// ProInvalidType: an element that holds no single value.
 
 // The element of a pattern that says how it regenerates; what it may hold.
 constexpr int kPatternRegeneration = 3131;

@@ -24,6 +24,22 @@ ProError ProSolidExpldstateVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 ProError ProSolidCompdisplayVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 ProError ProSolidXsecVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 
+// What a representation does with a feature or a component; the numbers are Creo's action codes.
+enum class ProSimprepAction : int {
+  none = -1,
+  reverse = 0,
+  include = 1,
+  exclude = 2,
+  geometry = 3,
+  substitute = 4,
+  graphics = 5,
+  symbolic = 6,
+  boundaryBox = 7,
+  lightGraphics = 9,
+};
+// By what a component is replaced.
+enum class ProSubstitutionKind : int { none = 0, partRep = 2, assemblyRep = 3 };
+
 struct ProSimprepdata {
   std::wstring name;
 };

@@ -21,9 +21,10 @@ enum ProError : int {
   ProNotFound = -4,
   ProExists = -5,
   ProNoGraphics = -8,
-  ProNoFamtable = -12,  // no family table, or the item is in it already
-  ProStopVisit = -25,   // a visit's usual stop; also "not handled"
-  ProConflicts = -49,   // a check-out that the server refuses
+  ProNoFamtable = -12,  // no family table, or the item is in it already; nothing changed
+  ProInvalidType = -18,
+  ProStopVisit = -25,  // a visit's usual stop; also "not handled"
+  ProConflicts = -49,  // a check-out that the server refuses
   ProRegenFailed = -55,
   ProRegenAgain = -56,
 };
@@ -49,7 +50,7 @@ struct Handle {
 using ProMdl = Handle<struct MdlTag>;
 
 // Creo's numbers of model types.
-enum class ProMdlType : int { unused = -1, assembly = 1, part = 2, drawing = 4, manufacturing = 37 };
+enum class ProMdlType : int { unused = -1, assembly = 1, part = 2, drawing = 4, format = 33, manufacturing = 37 };
 
 // A reference to any callable, for visits: no copy, no allocation; it must not outlive the call it is given to.
 template <class Signature>
@@ -81,6 +82,7 @@ enum class ProItemType : int {
   feature = 3,
   dimension = 8,
   crossSection = 18,
+  coordinateSystem = 25,
   referenceDimension = 28,
   view = 92,
   model = 100,
@@ -100,7 +102,7 @@ struct ProModelitem {
   std::wstring name;  // materials only
 };
 
-// Creo's number for model item types that serve as text: "PRT", "ASM", "DRW", "MFG"; empty for none.
+// Creo's number for model item types that serve as text: "PRT", "ASM", "DRW", "FRM", "MFG"; empty for none.
 constexpr const wchar_t* typeExtension(ProMdlType type) {
   switch (type) {
     case ProMdlType::part:
@@ -109,6 +111,8 @@ constexpr const wchar_t* typeExtension(ProMdlType type) {
       return L"ASM";
     case ProMdlType::drawing:
       return L"DRW";
+    case ProMdlType::format:
+      return L"FRM";
     case ProMdlType::manufacturing:
       return L"MFG";
     case ProMdlType::unused:

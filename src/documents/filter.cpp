@@ -32,6 +32,7 @@ std::wstring_view typeSwitch(creo::ProMdlType type) {
       return L"forASM";
     case creo::ProMdlType::drawing:
       return L"forDRW";
+    case creo::ProMdlType::format:
     case creo::ProMdlType::unused:
       break;
   }

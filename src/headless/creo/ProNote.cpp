@@ -24,15 +24,19 @@ Got<std::wstring> nameOf(Model& model, int id) {
   return text::fromUtf8(note->name);
 }
 
-Lines entered(const std::vector<std::string>& stored) {
+std::wstring entered(const std::string& line) { return text::fromUtf8(line); }
+std::wstring entered(const headless::NoteLineRecord& line) { return text::fromUtf8(line.text()); }
+
+template <class Line>
+Lines entered(const std::vector<Line>& stored) {
   Lines lines;
-  for (const std::string& line : stored) lines.push_back(text::fromUtf8(line));
+  for (const Line& line : stored) lines.push_back(entered(line));
   return lines;
 }
 
 // Of a drawing, as the sheet shows them where that is wanted.
-Lines onSheetOf(State& state, const Model& drawing, int sheet, const std::vector<std::string>& stored,
-                ProDtlText mode) {
+template <class Line>
+Lines onSheetOf(State& state, const Model& drawing, int sheet, const std::vector<Line>& stored, ProDtlText mode) {
   Lines lines = entered(stored);
   if (mode == ProDtlText::symbolic) return lines;
   for (std::wstring& line : lines) line = headless::displayedText(state.models, state.parameters, drawing, sheet, line);

@@ -21,7 +21,7 @@ Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType 
     document.activeRep.clear();
     return model;
   }
-  for (const headless::StateRecord& one : document.record.simplifiedReps) {
+  for (const headless::SimplifiedRepRecord& one : document.record.simplifiedReps) {
     if (!headless::sameName(one.name, rep)) continue;
     document.activeRep = one.name;
     return model;

@@ -17,17 +17,6 @@ using creo::ProModelitem;
 
 namespace {
 
-struct StateListRow {
-  ProItemType type;
-  std::vector<StateRecord> ModelRecord::*list;
-};
-constexpr StateListRow kStateLists[] = {
-    {ProItemType::simplifiedRep, &ModelRecord::simplifiedReps},
-    {ProItemType::explodedState, &ModelRecord::explodedStates},
-    {ProItemType::styleState, &ModelRecord::styleStates},
-    {ProItemType::combinedState, &ModelRecord::combinedStates},
-};
-
 template <class Record>
 std::vector<NamedItem> named(const std::vector<Record>& records) {
   std::vector<NamedItem> items;
@@ -56,8 +45,6 @@ std::vector<NamedItem> features(const Model& model) {
 
 std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
   const ModelRecord& record = model.document->record;
-  for (const StateListRow& row : kStateLists)
-    if (row.type == type) return named(record.*row.list);
   switch (type) {
     case ProItemType::feature:
       return features(model);
@@ -65,6 +52,14 @@ std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
       return dimensions(record, false);
     case ProItemType::referenceDimension:
       return dimensions(record, true);
+    case ProItemType::simplifiedRep:
+      return named(record.simplifiedReps);
+    case ProItemType::explodedState:
+      return named(record.explodedStates);
+    case ProItemType::styleState:
+      return named(record.styleStates);
+    case ProItemType::combinedState:
+      return named(record.combinedStates);
     case ProItemType::crossSection:
       return named(record.crossSections);
     case ProItemType::layer:

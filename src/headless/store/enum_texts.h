@@ -43,6 +43,7 @@ struct EnumTexts<creo::ProMdlType> {
   static constexpr Texts<creo::ProMdlType> texts[] = {{"prt", creo::ProMdlType::part},
                                                       {"asm", creo::ProMdlType::assembly},
                                                       {"drw", creo::ProMdlType::drawing},
+                                                      {"frm", creo::ProMdlType::format},
                                                       {"mfg", creo::ProMdlType::manufacturing}};
 };
 
@@ -60,6 +61,11 @@ struct EnumTexts<creo::ProItemType> {
                                        {"referenceDimension", E::referenceDimension},
                                        {"layer", E::layer},
                                        {"crossSection", E::crossSection},
+                                       {"coordinateSystem", E::coordinateSystem},
+                                       {"explodedState", E::explodedState},
+                                       {"simplifiedRep", E::simplifiedRep},
+                                       {"combinedState", E::combinedState},
+                                       {"styleState", E::styleState},
                                        {"view", E::view},
                                        {"parameter", creo::kParameterItem}};
 };
@@ -117,10 +123,35 @@ struct EnumTexts<creo::ProXsecType> {
   static constexpr Texts<E> texts[] = {{"planar", E::planar}, {"offset", E::offset}};
 };
 template <>
+struct EnumTexts<creo::ProSimprepAction> {
+  using E = creo::ProSimprepAction;
+  static constexpr Texts<E> texts[] = {{"reverse", E::reverse},
+                                       {"include", E::include},
+                                       {"exclude", E::exclude},
+                                       {"substitute", E::substitute},
+                                       {"geometry", E::geometry},
+                                       {"graphics", E::graphics},
+                                       {"symbolic", E::symbolic},
+                                       {"boundaryBox", E::boundaryBox},
+                                       {"lightGraphics", E::lightGraphics},
+                                       {"none", E::none}};
+};
+template <>
+struct EnumTexts<creo::ProSubstitutionKind> {
+  using E = creo::ProSubstitutionKind;
+  static constexpr Texts<E> texts[] = {{"none", E::none}, {"partRep", E::partRep}, {"assemblyRep", E::assemblyRep}};
+};
+template <>
 struct EnumTexts<creo::ProXsecObjects> {
   using E = creo::ProXsecObjects;
   static constexpr Texts<E> texts[] = {
       {"model", E::model}, {"quilts", E::quilts}, {"modelAndQuilts", E::modelAndQuilts}};
+};
+template <>
+struct EnumTexts<creo::ProSymbolGroups> {
+  using E = creo::ProSymbolGroups;
+  static constexpr Texts<E> texts[] = {
+      {"interactive", E::interactive}, {"all", E::all}, {"none", E::none}, {"custom", E::custom}};
 };
 template <>
 struct EnumTexts<creo::ProSheetSize> {

@@ -84,7 +84,9 @@ struct ModelRecord : Open {
   ParameterList parameters;
   std::vector<DimensionRecord> dimensions;
   std::vector<std::string> relations, postRelations;
+  bool unitSensitive = false, postUnitSensitive = false;  // the two sets of relations
   std::vector<LayerRecord> layers;
+  std::vector<DefaultLayerRecord> defaultLayers;
   std::vector<LayerStateRecord> layerStates;
   std::vector<ViewRecord> views;
   std::vector<NoteRecord> notes;
@@ -98,8 +100,17 @@ struct ModelRecord : Open {
   creo::ProToleranceClass toleranceClass = creo::ProToleranceClass::none;
   creo::ProRegenerationStatus regeneration = creo::ProRegenerationStatus::regenerated;
   int insertAfter = 0;  // number of the feature behind which new ones come; 0: insert mode is off
-  std::vector<StateRecord> simplifiedReps, explodedStates, styleStates, combinedStates;
+  std::vector<SimplifiedRepRecord> simplifiedReps;
+  std::vector<StateRecord> explodedStates, styleStates;
+  std::vector<CombinedStateRecord> combinedStates;
   std::vector<CrossSectionRecord> crossSections;
+  // The names of those that are active; empty: none.
+  std::string activeLayerState, activeExplodedState, activeStyleState, activeCombinedState, activeCrossSection;
+  std::vector<std::string> program;  // the text of its Pro/PROGRAM; none: what the model itself says
+  double density = 0;                // that was stated for the part; 0: its material's
+  bool densityEstimated = false;     // nobody has stated it
+  std::unique_ptr<AppearanceRecord> appearance;
+  std::vector<SurfaceAppearanceRecord> surfaceAppearances;
   std::vector<LayoutRecord> layouts;
   std::vector<UsedModelRecord> components;
   RawJson solid;
@@ -112,6 +123,7 @@ struct ModelRecord : Open {
   std::vector<TableRecord> tables;
   std::vector<SymbolDefinitionRecord> symbolDefinitions;
   std::vector<SymbolRecord> symbols;
+  std::vector<DraftRecord> drafts;
   std::vector<ShownDimensionRecord> shownDimensions;
   std::vector<DetailOptionRecord> detailOptions;
 };

@@ -29,7 +29,8 @@ struct SheetRecord : Open {
   bool portrait = false;
   double width = 0, height = 0;  // 0: what the size says
   double scale = 1;
-  std::string format;  // the format's name; empty for a sheet without one
+  std::string format;   // the format's name; empty for a sheet without one
+  int formatSheet = 0;  // of a format that comes from a drawing or has several sheets: which; 0: the first
   bool formatBlanked = false;
   std::unique_ptr<SheetMatrixRecord> matrix;
 };
@@ -60,30 +61,86 @@ struct TableRecord : Open {
   int id = 0;
   std::string name;
   bool fromFormat = false;
+  bool erased = false;  // the sheet doesn't show it
   std::vector<SegmentRecord> segments;
   std::vector<double> columns, rows;  // widths and heights
   std::vector<CellRecord> cells;      // those with a text
   std::vector<RepeatRegionRecord> repeatRegions;
 };
 
+// A piece of a note's line. 0 and empty: what the drawing's detail options say. Slant in degrees.
+struct NoteTextRecord : Open {
+  std::string text;  // symbolic: "&PART_NO"
+  double height = 0, width = 0, slant = 0, thickness = 0;
+  std::string font;
+};
+// A line of a note. In a document a text alone, where it has one piece without a form of its own.
+struct NoteLineRecord {
+  std::vector<NoteTextRecord> texts;
+  [[nodiscard]] std::string text() const {  // all pieces, joined
+    std::string joined;
+    for (const NoteTextRecord& one : texts) joined += one.text;
+    return joined;
+  }
+};
+void readValue(NoteLineRecord& into, const Json& json, Reader& in);
+void writeValue(const NoteLineRecord& line, std::string& out, int level);
 // A note: of a solid, or on a sheet of a drawing.
 struct NoteRecord : Open {
   int id = 0;
   std::string name;
-  std::vector<std::string> lines;  // symbolic text: "&PART_NO"
-  int sheet = 1;                   // drawings only, as the position
+  std::vector<NoteLineRecord> lines;
+  int sheet = 1;  // drawings only, as the position
+  int view = 0;   // id of the view that it hangs on; 0: the sheet
+  bool erased = false;
   PointRecord position;
 };
 
+// A straight line of a drawing, a symbol or a format. In a document an array of numbers:
+// [x1, y1, x2, y2, width, colour method, colour]; trailing zeros are left out.
+struct LineRecord {
+  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+  double width = 0;  // of the stroke; 0: the thinnest
+  int colorMethod = 0, color = 0;
+};
+void readValue(LineRecord& into, const Json& json, Reader& in);
+void writeValue(const LineRecord& line, std::string& out, int level);
+// The lines on a sheet of a drawing or a format.
+struct DraftRecord : Open {
+  int sheet = 1;
+  std::vector<LineRecord> lines;
+};
+
+// A group of a symbol definition, with the groups inside it and what it shows.
+struct SymbolGroupRecord : Open {
+  int id = 0;
+  std::string name;
+  std::vector<LineRecord> lines;
+  std::vector<SymbolGroupRecord> groups;
+};
+struct SymbolTextRecord : Open {
+  std::string text;
+  double height = 0;
+  PointRecord position;
+};
+// In the symbol's own coordinates.
 struct SymbolDefinitionRecord : Open {
   int id = 0;
   std::string name;
+  std::string path;  // where it was retrieved from
+  std::vector<LineRecord> lines;
+  std::vector<SymbolTextRecord> texts;
+  std::vector<SymbolGroupRecord> groups;
 };
 struct SymbolRecord : Open {
   int id = 0;
   std::string definition;  // by name
   int sheet = 1;
+  int view = 0, attachment = 0;  // id of the view that it hangs on, Creo's number of how it hangs
   PointRecord position;
+  double height = 0, angle = 0;  // 0: as defined; degrees
+  creo::ProSymbolGroups groupOption = creo::ProSymbolGroups::interactive;
+  std::vector<int> groups;         // ids of those that show, for the custom option
   std::vector<std::string> texts;  // what its variable texts say
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,12 +27,20 @@ struct EntityRecord : Open {
 // A sketch.
 struct SectionRecord : Open {
   std::vector<EntityRecord> entities;
+  std::vector<std::string> relations;
 };
 
+// A member of a table pattern: its number, and what it gives the dimensions that drive the pattern.
+struct PatternMemberRecord : Open {
+  int number = 0;
+  std::vector<double> values;
+};
 // What makes a feature a pattern.
 struct PatternRecord : Open {
-  bool group = false;   // of a group
-  Scalar regeneration;  // Creo's number of how its members regenerate
+  bool group = false;           // of a group
+  Scalar regeneration;          // Creo's number of how its members regenerate
+  std::vector<int> dimensions;  // a table pattern: ids of those that drive it
+  std::vector<PatternMemberRecord> members;
 };
 // What a flexible component varies in its model.
 struct VariantItemRecord : Open {
@@ -50,7 +59,20 @@ struct FeatureRecord : Open {
   std::vector<VariantItemRecord> variantItems;
   std::vector<int> dimensions;
   std::vector<SectionRecord> sections;
+  std::vector<std::string> relations;
   std::unique_ptr<ParameterList> parameters;
+};
+
+// How a model or a surface looks.
+struct AppearanceRecord : Open {
+  std::vector<double> color;  // red, green, blue, each 0 to 1
+  double ambient = 0, diffuse = 0, highlight = 0, shininess = 0, transparency = 0;
+  std::string label;
+};
+struct SurfaceAppearanceRecord : Open {
+  int surface = 0;
+  int side = 0;
+  AppearanceRecord appearance;
 };
 
 struct MaterialRecord : Open {
@@ -68,6 +90,15 @@ struct LayerRecord : Open {
   std::string name;
   creo::ProLayerDisplay status = creo::ProLayerDisplay::normal;
   std::vector<ItemRecord> items;
+  bool ruleBased = false, associativeRules = false, independentRules = false;
+  std::vector<std::string> rules;
+  // Not written: the status that it shows in this session and that wasn't saved yet.
+  std::optional<creo::ProLayerDisplay> unsaved;
+};
+// The layer that gets new items of a type.
+struct DefaultLayerRecord : Open {
+  int type = 0;
+  std::string layer;
 };
 struct LayerStatusRecord : Open {
   std::string name;
@@ -78,16 +109,41 @@ struct LayerStateRecord : Open {
   std::vector<LayerStatusRecord> layers;
 };
 
-// What is kept under a name: a simplified representation, an exploded, combined or style state.
+// What is kept under a name alone: an exploded or a style state.
 struct StateRecord : Open {
   int id = 0;
   std::string name;
+};
+// What a simplified representation does with a feature or a component, and by what it is replaced.
+struct SimplifiedRepItemRecord : Open {
+  int feature = 0;
+  creo::ProSimprepAction action = creo::ProSimprepAction::none;
+  creo::ProSubstitutionKind substitution = creo::ProSubstitutionKind::none;
+  std::string substitute;  // the name of that representation
+};
+struct SimplifiedRepRecord : Open {
+  int id = 0;
+  std::string name;
+  creo::ProSimprepAction defaultAction = creo::ProSimprepAction::include;
+  std::vector<SimplifiedRepItemRecord> items;
+};
+// What a combined state refers to, by name; empty: it leaves that alone.
+struct CombinedStateRecord : Open {
+  int id = 0;
+  std::string name;
+  std::string view, layerState, simplifiedRep, explodedState, styleState, crossSection;
+  bool exploded = false;
+  int sectionVisibility = 0;  // Creo's number of how the cross section shows
 };
 struct CrossSectionRecord : Open {
   int id = 0;
   std::string name;
   creo::ProXsecType type = creo::ProXsecType::planar;
   creo::ProXsecObjects objects = creo::ProXsecObjects::model;
+  std::string plane;    // the datum plane's name
+  double distance = 0;  // from the plane
+  bool visible = false;
+  bool oldForm = false;  // made by an older release and not converted yet
 };
 // A layout that the model declares.
 struct LayoutRecord : Open {

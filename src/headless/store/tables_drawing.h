@@ -22,10 +22,15 @@ struct RecordTable<SheetMatrixRecord> {
 template <>
 struct RecordTable<SheetRecord> {
   using R = SheetRecord;
-  static constexpr std::array fields = {field<&R::name>("name"),         field<&R::size>("size"),
-                                        field<&R::portrait>("portrait"), field<&R::width>("width"),
-                                        field<&R::height>("height"),     field<&R::scale>("scale"),
-                                        field<&R::format>("format"),     field<&R::formatBlanked>("formatBlanked"),
+  static constexpr std::array fields = {field<&R::name>("name"),
+                                        field<&R::size>("size"),
+                                        field<&R::portrait>("portrait"),
+                                        field<&R::width>("width"),
+                                        field<&R::height>("height"),
+                                        field<&R::scale>("scale"),
+                                        field<&R::format>("format"),
+                                        field<&R::formatSheet>("formatSheet"),
+                                        field<&R::formatBlanked>("formatBlanked"),
                                         field<&R::matrix>("matrix")};
 };
 template <>
@@ -58,28 +63,63 @@ struct RecordTable<RepeatRegionRecord> {
 template <>
 struct RecordTable<TableRecord> {
   using R = TableRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired),      field<&R::name>("name"),
-                                        field<&R::fromFormat>("fromFormat"), field<&R::segments>("segments"),
-                                        field<&R::columns>("columns"),       field<&R::rows>("rows"),
-                                        field<&R::cells>("cells"),           field<&R::repeatRegions>("repeatRegions")};
+  static constexpr std::array fields = {
+      field<&R::id>("id", kRequired), field<&R::name>("name"),         field<&R::fromFormat>("fromFormat"),
+      field<&R::erased>("erased"),    field<&R::segments>("segments"), field<&R::columns>("columns"),
+      field<&R::rows>("rows"),        field<&R::cells>("cells"),       field<&R::repeatRegions>("repeatRegions")};
+};
+template <>
+struct RecordTable<NoteTextRecord> {
+  using R = NoteTextRecord;
+  static constexpr std::array fields = {field<&R::text>("text", kRequired), field<&R::height>("height"),
+                                        field<&R::width>("width"),          field<&R::slant>("slant"),
+                                        field<&R::thickness>("thickness"),  field<&R::font>("font")};
 };
 template <>
 struct RecordTable<NoteRecord> {
   using R = NoteRecord;
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name"),
-                                        field<&R::lines>("lines"), field<&R::sheet>("sheet"),
+                                        field<&R::lines>("lines"),      field<&R::sheet>("sheet"),
+                                        field<&R::view>("view"),        field<&R::erased>("erased"),
+                                        field<&R::position>("position")};
+};
+template <>
+struct RecordTable<DraftRecord> {
+  using R = DraftRecord;
+  static constexpr std::array fields = {field<&R::sheet>("sheet", kRequired), field<&R::lines>("lines")};
+};
+template <>
+struct RecordTable<SymbolGroupRecord> {
+  using R = SymbolGroupRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
+                                        field<&R::lines>("lines"), field<&R::groups>("groups")};
+};
+template <>
+struct RecordTable<SymbolTextRecord> {
+  using R = SymbolTextRecord;
+  static constexpr std::array fields = {field<&R::text>("text", kRequired), field<&R::height>("height"),
                                         field<&R::position>("position")};
 };
 template <>
 struct RecordTable<SymbolDefinitionRecord> {
   using R = SymbolDefinitionRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired)};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
+                                        field<&R::path>("path"),        field<&R::lines>("lines"),
+                                        field<&R::texts>("texts"),      field<&R::groups>("groups")};
 };
 template <>
 struct RecordTable<SymbolRecord> {
   using R = SymbolRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::definition>("definition", kRequired),
-                                        field<&R::sheet>("sheet"), field<&R::position>("position"),
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),
+                                        field<&R::definition>("definition", kRequired),
+                                        field<&R::sheet>("sheet"),
+                                        field<&R::view>("view"),
+                                        field<&R::attachment>("attachment"),
+                                        field<&R::position>("position"),
+                                        field<&R::height>("height"),
+                                        field<&R::angle>("angle"),
+                                        field<&R::groupOption>("groupOption"),
+                                        field<&R::groups>("groups"),
                                         field<&R::texts>("texts")};
 };
 template <>

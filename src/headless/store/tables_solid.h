@@ -18,12 +18,18 @@ struct RecordTable<EntityRecord> {
 template <>
 struct RecordTable<SectionRecord> {
   using R = SectionRecord;
-  static constexpr std::array fields = {field<&R::entities>("entities")};
+  static constexpr std::array fields = {field<&R::entities>("entities"), field<&R::relations>("relations")};
+};
+template <>
+struct RecordTable<PatternMemberRecord> {
+  using R = PatternMemberRecord;
+  static constexpr std::array fields = {field<&R::number>("number", kRequired), field<&R::values>("values")};
 };
 template <>
 struct RecordTable<PatternRecord> {
   using R = PatternRecord;
-  static constexpr std::array fields = {field<&R::group>("group"), field<&R::regeneration>("regeneration")};
+  static constexpr std::array fields = {field<&R::group>("group"), field<&R::regeneration>("regeneration"),
+                                        field<&R::dimensions>("dimensions"), field<&R::members>("members")};
 };
 template <>
 struct RecordTable<VariantItemRecord> {
@@ -47,7 +53,30 @@ struct RecordTable<FeatureRecord> {
                                         field<&R::variantItems>("variantItems"),
                                         field<&R::dimensions>("dimensions"),
                                         field<&R::sections>("sections"),
+                                        field<&R::relations>("relations"),
                                         field<&R::parameters>("parameters")};
+};
+template <>
+struct RecordTable<AppearanceRecord> {
+  using R = AppearanceRecord;
+  static constexpr std::array fields = {field<&R::label>("label"),
+                                        field<&R::color>("color"),
+                                        field<&R::ambient>("ambient"),
+                                        field<&R::diffuse>("diffuse"),
+                                        field<&R::highlight>("highlight"),
+                                        field<&R::shininess>("shininess"),
+                                        field<&R::transparency>("transparency")};
+  static void check(R& record, const Json& json, Reader& in) {
+    if (!record.color.empty() && record.color.size() != 3) in.fail(json, L"a color is three numbers");
+  }
+};
+// A surface's is always written.
+inline bool isDefault(const AppearanceRecord&) { return false; }
+template <>
+struct RecordTable<SurfaceAppearanceRecord> {
+  using R = SurfaceAppearanceRecord;
+  static constexpr std::array fields = {field<&R::surface>("surface", kRequired), field<&R::side>("side"),
+                                        field<&R::appearance>("appearance", kRequired)};
 };
 template <>
 struct RecordTable<MaterialRecord> {
@@ -62,8 +91,19 @@ struct RecordTable<AccuracyRecord> {
 template <>
 struct RecordTable<LayerRecord> {
   using R = LayerRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
-                                        field<&R::status>("status"), field<&R::items>("items")};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),
+                                        field<&R::name>("name", kRequired),
+                                        field<&R::status>("status"),
+                                        field<&R::items>("items"),
+                                        field<&R::ruleBased>("ruleBased"),
+                                        field<&R::associativeRules>("associativeRules"),
+                                        field<&R::independentRules>("independentRules"),
+                                        field<&R::rules>("rules")};
+};
+template <>
+struct RecordTable<DefaultLayerRecord> {
+  using R = DefaultLayerRecord;
+  static constexpr std::array fields = {field<&R::type>("type", kRequired), field<&R::layer>("layer", kRequired)};
 };
 template <>
 struct RecordTable<LayerStatusRecord> {
@@ -81,10 +121,38 @@ struct RecordTable<StateRecord> {
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired)};
 };
 template <>
+struct RecordTable<SimplifiedRepItemRecord> {
+  using R = SimplifiedRepItemRecord;
+  static constexpr std::array fields = {field<&R::feature>("feature", kRequired), field<&R::action>("action"),
+                                        field<&R::substitution>("substitution"), field<&R::substitute>("substitute")};
+};
+template <>
+struct RecordTable<SimplifiedRepRecord> {
+  using R = SimplifiedRepRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
+                                        field<&R::defaultAction>("defaultAction"), field<&R::items>("items")};
+};
+template <>
+struct RecordTable<CombinedStateRecord> {
+  using R = CombinedStateRecord;
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),
+                                        field<&R::name>("name", kRequired),
+                                        field<&R::view>("view"),
+                                        field<&R::layerState>("layerState"),
+                                        field<&R::simplifiedRep>("simplifiedRep"),
+                                        field<&R::explodedState>("explodedState"),
+                                        field<&R::styleState>("styleState"),
+                                        field<&R::crossSection>("crossSection"),
+                                        field<&R::exploded>("exploded"),
+                                        field<&R::sectionVisibility>("sectionVisibility")};
+};
+template <>
 struct RecordTable<CrossSectionRecord> {
   using R = CrossSectionRecord;
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
-                                        field<&R::type>("type"), field<&R::objects>("objects")};
+                                        field<&R::type>("type"),        field<&R::objects>("objects"),
+                                        field<&R::plane>("plane"),      field<&R::distance>("distance"),
+                                        field<&R::visible>("visible"),  field<&R::oldForm>("oldForm")};
 };
 template <>
 struct RecordTable<LayoutRecord> {

@@ -9,6 +9,9 @@ namespace creo {
 Got<std::wstring> ProModelitemNameGet(const ProModelitem& item);
 // What Creo calls a feature that has no name of its own: "HOLE id 39". ProNotFound: it has gone, or is no feature.
 Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item);
+// Renames a layer, a view, a state, a cross section or a feature. ProExists: another one of its kind has the name;
+// ProNotFound: it has gone; ProBadInputs: an item of another kind, or an empty name.
+ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name);
 // An item of that name (case-blind). ProNotFound: none.
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name);
 

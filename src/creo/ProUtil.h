@@ -23,7 +23,7 @@ Got<std::vector<std::wstring>> ProConfigoptArrayGet(const std::wstring& option);
 // called so; ProBadInputs: no option can have the value.
 ProError ProConfigoptSet(const std::wstring& option, const std::wstring& value);
 
-enum class ProInputFileType : int { configuration = 5, detailOptions = 15 };
+enum class ProInputFileType : int { program = 4, configuration = 5, detailOptions = 15 };
 // Reads a file of settings: into the session (configuration), or into a drawing, whose message dialog then tells of
 // lines that are none. ProNotFound: no such file. ProBadInputs: detail options of a model that is no drawing.
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type);

@@ -195,7 +195,7 @@ TEST(Documents, FaultsNameLineAndReason) {
       {"{\"format\": 1, \"parameters\": [{\"name\": \"A\", \"type\": \"integer\",\n\"value\": 3000000000}]}", 2,
        L"'value' must be a value of the type 'integer'"},
       {"{\"format\": 1, \"components\": [{\"name\": \"A\",\n\"type\": \"step\"}]}", 2,
-       L"unknown type 'step'; known are prt, asm, drw, mfg"},
+       L"unknown type 'step'; known are prt, asm, drw, frm, mfg"},
       {"{\"format\": 1,\n\"units\": \"a\",\n\"units\": \"b\"}", 3, L"'units' stands twice"},
       {"{\"format\": 1, \"externalData\": {\"c\": {\"s\": {\"type\": \"text\",\n\"value\": 1}}}}", 2,
        L"'value' must be a value of the type 'text'"},

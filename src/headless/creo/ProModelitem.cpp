@@ -25,6 +25,11 @@ Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item) {
   });
 }
 
+ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name) {
+  return onModel("ProModelitemNameSet", item.owner,
+                 [&](State&, Model& m) { return headless::renameItem(m, item, name); });
+}
+
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name) {
   return onModel("ProModelitemByNameInit", model,
                  [&](State&, Model& m) -> Got<ProModelitem> { return headless::itemNamed(m, type, name); });

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 
 #include "headless/model/family.h"
 #include "headless/session/state.h"
@@ -21,16 +22,8 @@ constexpr std::wstring_view kFileDialog = L"file_open", kMessageDialog = L"UI Me
 constexpr int kDeepestTrail = 8;  // a trail file that opens a trail file that ...
 constexpr int kMostSteps = 1'000'000;
 
-// "~ Activate `main_dlg_cur` `page_Layout_control_btn` 1" taken apart: the verb, and what stands in backquotes.
-struct Step {
-  std::wstring verb;
-  std::vector<std::wstring> names;
-  [[nodiscard]] bool is(std::wstring_view wanted, std::size_t count) const {
-    return verb == wanted && names.size() == count;
-  }
-};
-Step parsed(std::wstring_view text) {
-  Step step;
+MacroStep parsed(std::wstring_view text) {
+  MacroStep step;
   if (!text.starts_with(L'~')) return step;
   text = text::trimmed(text.substr(1));
   const auto end = text.find_first_of(L" \t`");
@@ -41,9 +34,13 @@ Step parsed(std::wstring_view text) {
     if (close == std::wstring_view::npos) break;
     step.names.emplace_back(text::trimmed(text.substr(open + 1, close - open - 1)));
     open = close + 1;
+    step.number = text::parseInt(text::trimmed(text.substr(open)));
   }
   return step;
 }
+
+// The dialogs with files of their own.
+constexpr std::span<const StepHandler> kDialogs;
 
 bool drawingIsCurrent(Session::State& state) {
   const Model* model = state.models.find(state.windows.model(state.windows.current()));
@@ -73,7 +70,7 @@ struct MacroRun {
   }
 
   // The dialog of the family table: the parameter that is chosen in its list becomes a column when it is inserted.
-  [[nodiscard]] bool familyTableDialog(const Step& step) const {
+  [[nodiscard]] bool familyTableDialog(const MacroStep& step) const {
     static constexpr std::wstring_view kDialogs[] = {L"ftb_edit_table", L"ftb_delete_item", L"params_dlg"};
     if (step.names.empty() || std::find(std::begin(kDialogs), std::end(kDialogs), step.names[0]) == std::end(kDialogs))
       return false;
@@ -94,7 +91,7 @@ struct MacroRun {
   }
 
   // The dialog that a trail file is opened with: its name is written, then "Open" is pressed.
-  [[nodiscard]] bool trailDialog(const Step& step) const {
+  [[nodiscard]] bool trailDialog(const MacroStep& step) const {
     auto& dialog = macros.trailDialog_;
     if (!dialog.open || step.names.empty()) return false;
     if (step.verb == L"Trail") return step.names.back().starts_with(kFileDialog);  // where its preview stands
@@ -129,7 +126,7 @@ struct MacroRun {
   void openTrailDialog() const { macros.trailDialog_ = {true, {}}; }
 
   // "node0:view_12 92 0 -1 -1 -1" in the tree of a drawing: the view alone is selected.
-  [[nodiscard]] bool drawingTree(const Step& step) const {
+  [[nodiscard]] bool drawingTree(const MacroStep& step) const {
     constexpr std::wstring_view kNode = L"node0:view_";
     Session::State& state = session.state();
     if (!step.is(L"Select", 3) || step.names[1] != L"DrwAssyTree" || !step.names[2].starts_with(kNode) ||
@@ -158,7 +155,7 @@ struct MacroRun {
   }
 
   // False: the step isn't known.
-  [[nodiscard]] bool run(const Step& step) const {
+  [[nodiscard]] bool run(const MacroStep& step) const {
     if (step.verb == L"Command" && step.names.size() == 1) return command(step.names[0]);
     if (step.verb == L"Activate" && step.names.size() == 2 && step.names[0] == L"main_dlg_cur" &&
         step.names[1].ends_with(kPageControlEnd)) {
@@ -167,7 +164,9 @@ struct MacroRun {
     }
     // An answer that no dialog asked for: there was nothing to tell.
     if (step.is(L"Activate", 2) && step.names[0] == kMessageDialog) return true;
-    return trailDialog(step) || drawingTree(step) || familyTableDialog(step);
+    if (trailDialog(step) || drawingTree(step) || familyTableDialog(step)) return true;
+    return std::any_of(kDialogs.begin(), kDialogs.end(),
+                       [&](StepHandler handler) { return handler(session, step, macros.dialogs_); });
   }
 };
 
@@ -207,7 +206,7 @@ void Macros::runStep(Session& session) {
 std::optional<int> Macros::answerMessageDialog(const std::vector<std::wstring>& buttons) {
   std::optional<int> pressed;
   while (!pressed && !steps_.empty()) {
-    const Step step = parsed(steps_.front().step);
+    const MacroStep step = parsed(steps_.front().step);
     if (!step.is(L"Activate", 2) || step.names[0] != kMessageDialog) break;
     const auto button = std::find_if(buttons.begin(), buttons.end(),
                                      [&](const std::wstring& one) { return text::equalNoCase(one, step.names[1]); });

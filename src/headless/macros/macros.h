@@ -9,9 +9,9 @@
 #include <unordered_set>
 #include <vector>
 
-namespace headless {
+#include "headless/macros/step.h"
 
-class Session;
+namespace headless {
 
 // The steps of a text: split at ";" outside backquotes, trimmed, empty ones left out.
 std::vector<std::wstring> macroSteps(std::wstring_view text);
@@ -47,6 +47,7 @@ class Macros {
   std::vector<std::wstring> ran_, unknown_;
   std::unordered_set<std::wstring> reported_;
   std::wstring pageControl_ = L"page_Layout";
+  DialogState dialogs_;
   std::wstring chosenRow_;  // of the parameters that a family table may take
 };
 

@@ -105,6 +105,51 @@ Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wst
   return creo::ProNotFound;
 }
 
+namespace {
+
+// Null for a kind that isn't renamed.
+template <class Record>
+std::string* nameIn(std::vector<Record>& records, int id) {
+  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
+  return found == records.end() ? nullptr : &found->name;
+}
+
+std::string* nameOf(ModelRecord& record, const ProModelitem& item) {
+  switch (item.type) {
+    case ProItemType::layer:
+      return nameIn(record.layers, item.id);
+    case ProItemType::view:
+      return nameIn(record.views, item.id);
+    case ProItemType::feature:
+      return nameIn(record.features, item.id);
+    case ProItemType::crossSection:
+      return nameIn(record.crossSections, item.id);
+    case ProItemType::simplifiedRep:
+      return nameIn(record.simplifiedReps, item.id);
+    case ProItemType::explodedState:
+      return nameIn(record.explodedStates, item.id);
+    case ProItemType::styleState:
+      return nameIn(record.styleStates, item.id);
+    case ProItemType::combinedState:
+      return nameIn(record.combinedStates, item.id);
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+creo::ProError renameItem(const Model& model, const ProModelitem& item, const std::wstring& name) {
+  if (name.empty()) return creo::ProBadInputs;
+  std::string* held = nameOf(model.document->record, item);
+  if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
+  const auto other = itemNamed(model, item.type, name);
+  if (other && other.value.id != item.id) return creo::ProExists;
+  *held = text::toUtf8(name);
+  model.document->touch(nullptr);
+  return creo::ProNoError;
+}
+
 std::wstring currentMaterial(const Model& model) {
   const std::wstring name = text::fromUtf8(model.document->record.material);
   const auto held = itemNamed(model, ProItemType::material, name);

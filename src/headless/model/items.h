@@ -20,6 +20,9 @@ creo::Got<std::wstring> itemName(const Model& model, const creo::ProModelitem& i
 // Case-blind; the first of that name. ProNotFound: none.
 creo::Got<creo::ProModelitem> itemNamed(const Model& model, creo::ProItemType type, const std::wstring& name);
 
+// As ProModelitemNameSet.
+creo::ProError renameItem(const Model& model, const creo::ProModelitem& item, const std::wstring& name);
+
 // The current material as the part's materials spell it; empty where none is set.
 std::wstring currentMaterial(const Model& model);
 

@@ -1,0 +1,30 @@
+// A step of a macro, taken apart, and the dialogs that know steps.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace headless {
+
+class Session;
+
+// "~ Activate `main_dlg_cur` `page_Layout_control_btn` 1" taken apart: the verb, and what stands in backquotes.
+struct MacroStep {
+  std::wstring verb;
+  std::vector<std::wstring> names;
+  int number = 0;  // what stands behind the last backquote: 1 in "~ Activate `dlg` `IndepRulesChk` 1"; 0 without one
+  [[nodiscard]] bool is(std::wstring_view wanted, std::size_t count) const {
+    return verb == wanted && names.size() == count;
+  }
+};
+
+// What is chosen and set in the dialogs that macros drive, by dialog and component ("visual_dlg0/Table"), until the
+// dialog closes.
+using DialogState = std::unordered_map<std::wstring, std::wstring>;
+
+// A dialog's steps. True: the step is one of its own and had its effect.
+using StepHandler = bool (*)(Session& session, const MacroStep& step, DialogState& dialogs);
+
+}  // namespace headless

@@ -3,11 +3,15 @@
 #include "headless/model/family.h"
 #include "headless/model/models.h"
 #include "kelvane/columns.h"
+#include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
+#include "kelvane/places.h"
+#include "kelvane/sheet_svg.h"
 #include "kelvane/show_drawing.h"
 #include "kelvane/show_solid.h"
 #include "kelvane/values.h"
 #include "kelvane/verb.h"
+#include "os/text_files.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -103,11 +107,15 @@ Rows historyOf(creo::ProMdl model) {
 class Show : public Verb {
  public:
   std::vector<OptionRow> options() override {
-    return {{"folder", "DIR", "folder of models", &folder_}, {"model", "NAME.EXT", "the model", &model_}};
+    return {{"folder", "DIR", "folder of models", &folder_},
+            {"model", "NAME.EXT", "the model", &model_},
+            {"--svg", "FILE", "draw the sheets of a drawing into that file instead", &svg_},
+            {"--sheet", "N", "with --svg: that sheet alone", &sheet_}};
   }
   int run(Console& console) override {
     headless::Session session(lookingAt(mountModels(folder_)));
     const creo::ProMdl handle = retrieved(session, model_);
+    if (!svg_.empty()) return draw(console, session, handle);
     const headless::Model& model = *session.models().find(handle);
     const headless::ModelRecord& record = model.document->record;
     showHead(console, model);
@@ -129,6 +137,15 @@ class Show : public Verb {
   }
 
  private:
+  int draw(Console& console, headless::Session& session, creo::ProMdl drawing) const {
+    const std::string picture = sheetSvg(session, drawing, sheet_);
+    if (picture.empty())
+      throw Fault(sheet_ == 0 ? model_ + " is no drawing" : model_ + " has no sheet " + std::to_string(sheet_));
+    if (const auto error = os::writeText(systemPath(svg_), text::fromUtf8(picture)))
+      throw Fault(svg_ + " can't be written: " + error.message());
+    console.result(svg_);
+    return kFine;
+  }
   static void showHead(Console& console, const headless::Model& model) {
     const headless::ModelRecord& record = model.document->record;
     std::string line = console.inked(Ink::bold, label(model.name, model.type()));
@@ -147,7 +164,8 @@ class Show : public Verb {
     for (const std::string& line : aligned(rows)) console.result("  " + line);
   }
 
-  std::string folder_, model_;
+  std::string folder_, model_, svg_;
+  int sheet_ = 0;  // 0: all
 };
 
 }  // namespace

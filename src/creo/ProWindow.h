@@ -19,9 +19,6 @@ ProError ProWindowCurrentClose();
 // notification 26 is raised. ProNoGraphics without graphics; ProBadInputs: no such window.
 ProError ProWindowActivate(int window);
 ProError ProWindowRepaint(int window);
-// The model tree, and the tree of a drawing in a window, show what has changed. ProBadInputs: no such model or window.
-ProError ProTreetoolRefresh(ProMdl model);
-ProError ProDrawingtreeRefresh(ProMdl drawing, int window);
 ProError ProWindowClear(int window);
 
 }  // namespace creo

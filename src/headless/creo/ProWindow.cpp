@@ -76,14 +76,4 @@ ProError ProWindowClear(int window) {
   return operation("ProWindowClear", [&](State& state) { return isWindow(state, window) ? ProNoError : ProBadInputs; });
 }
 
-ProError ProTreetoolRefresh(ProMdl model) {
-  return headless::onModel("ProTreetoolRefresh", model, [](State&, headless::Model&) { return ProNoError; });
-}
-
-ProError ProDrawingtreeRefresh(ProMdl drawing, int window) {
-  return headless::onModel("ProDrawingtreeRefresh", drawing, [&](State& state, headless::Model&) {
-    return isWindow(state, window) ? ProNoError : ProBadInputs;
-  });
-}
-
 }  // namespace creo

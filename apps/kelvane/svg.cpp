@@ -1,0 +1,78 @@
+#include "kelvane/svg.h"
+
+#include <cmath>
+
+#include "text/encoding.h"
+#include "text/numbers.h"
+
+namespace kelvane {
+
+std::string escaped(std::string_view text) {
+  std::string out;
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        if (static_cast<unsigned char>(c) >= ' ') out += c;
+    }
+  }
+  return out;
+}
+
+std::string svgNumber(double value) {
+  if (!std::isfinite(value)) return "0";
+  const double rounded = std::round(value * 1e4) / 1e4;
+  return text::toUtf8(text::shortest(rounded == 0 ? 0.0 : rounded));
+}
+
+namespace {
+
+std::string attribute(std::string_view name, double value) {
+  return " " + std::string(name) + "=\"" + svgNumber(value) + "\"";
+}
+
+// About as wide as a usual sans-serif face writes it.
+double widthOf(std::string_view written, double height) {
+  return 0.6 * height * static_cast<double>(text::fromUtf8(written).size());
+}
+
+}  // namespace
+
+Svg::Svg(double width, double height, std::string_view unit) {
+  out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + svgNumber(width) + std::string(unit) + "\" height=\"" +
+         svgNumber(height) + std::string(unit) + "\" viewBox=\"0 0 " + svgNumber(width) + " " + svgNumber(height) +
+         "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n";
+}
+
+void Svg::rectangle(double x, double y, double width, double height, std::string_view style) {
+  out_ += "<rect" + attribute("x", x) + attribute("y", y) + attribute("width", width) + attribute("height", height) +
+          " " + std::string(style) + "/>\n";
+}
+
+void Svg::line(double x1, double y1, double x2, double y2, double width, std::string_view color) {
+  out_ += "<line" + attribute("x1", x1) + attribute("y1", y1) + attribute("x2", x2) + attribute("y2", y2) +
+          attribute("stroke-width", width) + " stroke=\"" + std::string(color) + "\"/>\n";
+}
+
+void Svg::text(double x, double y, double height, std::string_view text, std::string_view style, double room) {
+  const double width = widthOf(text, height);
+  const double size = room > 0 && width > room ? height * room / width : height;
+  out_ += "<text" + attribute("x", x) + attribute("y", y) + attribute("font-size", size);
+  if (!style.empty()) out_ += " " + std::string(style);
+  out_ += ">" + escaped(text) + "</text>\n";
+}
+
+void Svg::open(std::string_view group) { out_ += "<g " + std::string(group) + ">\n"; }
+
+}  // namespace kelvane

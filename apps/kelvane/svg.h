@@ -1,0 +1,33 @@
+// An SVG picture, element by element. Lengths are in the picture's own units; y grows downwards.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kelvane {
+
+// Text and attribute values with what XML reserves written as entities; control characters are left out.
+std::string escaped(std::string_view text);
+// The shortest form with at most four decimals.
+std::string svgNumber(double value);
+
+class Svg {
+ public:
+  // unit: "mm" or "in"; what a width of 1 stands for.
+  Svg(double width, double height, std::string_view unit);
+  // style: attributes as written, such as `stroke="#000"`.
+  void rectangle(double x, double y, double width, double height, std::string_view style);
+  // The stroke ends square at its points.
+  void line(double x1, double y1, double x2, double y2, double width, std::string_view color);
+  // y: of the base line. A text wider than `room` becomes smaller; 0: it may be as wide as it is.
+  void text(double x, double y, double height, std::string_view text, std::string_view style, double room = 0);
+  void open(std::string_view group);  // attributes of a group
+  void close() { out_ += "</g>\n"; }
+  // The whole picture.
+  [[nodiscard]] std::string finished() const { return out_ + "</svg>\n"; }
+
+ private:
+  std::string out_;
+};
+
+}  // namespace kelvane

@@ -8,6 +8,7 @@
 #include "core/state.h"
 #include "engine/substitution.h"
 #include "os/paths.h"
+#include "text/ascii_scan.h"
 #include "text/pieces.h"
 #include "text/sixteen.h"
 
@@ -62,6 +63,9 @@ Replaced finished(std::wstring text, bool outgrown, int status, std::size_t outS
 }  // namespace
 
 Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size_t outSize) {
+  // Such a text has as many units as characters. Without a model no pass asks more than the marks say.
+  if (!model && input.size() < outSize && text::isAsciiWithoutMarks(input))
+    return {.status = 0, .written = true, .tooLong = false, .text = std::wstring(input)};
   const bool plain = !holdsMarks(input);
   if (plain && !model) return finished(std::wstring(input), false, 0, outSize);
   Replaced failed;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "text/ascii_scan.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -182,6 +183,21 @@ TEST(Numbers, ShortestReadsBack) {
   for (const auto& [value, text] : cases) {
     EXPECT_EQ(text, shortest(value));
     EXPECT_EQ(value, parseDouble(shortest(value)));
+  }
+}
+
+// Every place of every length around the sizes that are looked at in one step.
+TEST(AsciiScan, AMarkOrAWideCharacterIsFoundWhereverItStands) {
+  for (std::size_t size = 0; size < 150; ++size) {
+    std::wstring quiet(size, L'a');
+    for (std::size_t i = 0; i < size; ++i) quiet[i] = L"\x7F!#&?A 'd5"[i % 10];
+    EXPECT_TRUE(isAsciiWithoutMarks(quiet)) << size;
+    for (std::size_t at = 0; at < size; ++at) {
+      const wchar_t loud = L"$%@\x80\xA7\x124\x8025\x10040"[(at + size) % 8];
+      std::wstring other = quiet;
+      other[at] = loud;
+      ASSERT_FALSE(isAsciiWithoutMarks(other)) << size << " at " << at << " code " << static_cast<int>(loud);
+    }
   }
 }
 

@@ -5,6 +5,9 @@
 
 namespace creo {
 
+// At which end of its tolerance a dimension stands; Creo's numbers.
+enum class ProDimensionBound : int { nominal = 0, upper = 1, lower = 2, middle = 3 };
+
 // none: the dimension has no tolerance. standard: that of a table of DIN or ISO.
 enum class ProToleranceType : int {
   none = -1,

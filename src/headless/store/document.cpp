@@ -62,6 +62,7 @@ struct RecordTable<DimensionRecord> {
                                         field<&R::reference>("reference"),
                                         field<&R::associative>("associative"),
                                         field<&R::tolerance>("tolerance"),
+                                        field<&R::bound>("bound"),
                                         field<&R::text>("text")};
 };
 template <>
@@ -88,9 +89,10 @@ struct RecordTable<FamilyTableRecord> {
 template <>
 struct RecordTable<UsedModelRecord> {
   using R = UsedModelRecord;
-  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),
-                                        field<&R::feature>("feature"), field<&R::flexible>("flexible"),
-                                        keptField<PlacementRecord, &R::placement>("placement")};
+  static constexpr std::array fields = {
+      field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),
+      field<&R::feature>("feature"),      field<&R::flexible>("flexible"),
+      field<&R::packaged>("packaged"),    keptField<PlacementRecord, &R::placement>("placement")};
 };
 template <>
 struct RecordTable<ModelRecord> {
@@ -106,6 +108,8 @@ struct RecordTable<ModelRecord> {
                                         field<&R::materials>("materials"),
                                         field<&R::accuracy>("accuracy"),
                                         field<&R::toleranceClass>("toleranceClass"),
+                                        field<&R::toleranceTable>("toleranceTable"),
+                                        field<&R::unitSystems>("unitSystems"),
                                         field<&R::features>("features"),
                                         field<&R::insertAfter>("insertAfter"),
                                         field<&R::dimensions>("dimensions"),
@@ -135,6 +139,7 @@ struct RecordTable<ModelRecord> {
                                         field<&R::layerStates>("layerStates"),
                                         field<&R::activeLayerState>("activeLayerState"),
                                         field<&R::views>("views"),
+                                        field<&R::activeView>("activeView"),
                                         field<&R::notes>("notes"),
                                         field<&R::simplifiedReps>("simplifiedReps"),
                                         field<&R::explodedStates>("explodedStates"),

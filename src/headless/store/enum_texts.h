@@ -104,6 +104,12 @@ struct EnumTexts<creo::ProToleranceType> {
                                        {"symmetricSuperscript", E::symmetricSuperscript}};
 };
 template <>
+struct EnumTexts<creo::ProDimensionBound> {
+  using E = creo::ProDimensionBound;
+  static constexpr Texts<E> texts[] = {
+      {"nominal", E::nominal}, {"upper", E::upper}, {"lower", E::lower}, {"middle", E::middle}};
+};
+template <>
 struct EnumTexts<creo::ProRegenerationStatus> {
   using E = creo::ProRegenerationStatus;
   static constexpr Texts<E> texts[] = {{"regenerated", E::regenerated},

@@ -40,6 +40,7 @@ struct DimensionRecord : Open {
   bool reference = false;
   bool associative = true;
   std::unique_ptr<ToleranceRecord> tolerance;
+  creo::ProDimensionBound bound = creo::ProDimensionBound::nominal;
   std::vector<std::string> text;  // lines; none: "@D" alone
 };
 
@@ -73,6 +74,7 @@ struct UsedModelRecord : Open {
   // Components only.
   int feature = 0;
   bool flexible = false;
+  bool packaged = false;  // it stands where it was put, without references to others
   RawJson placement;
 };
 
@@ -89,6 +91,7 @@ struct ModelRecord : Open {
   std::vector<DefaultLayerRecord> defaultLayers;
   std::vector<LayerStateRecord> layerStates;
   std::vector<ViewRecord> views;
+  std::string activeView;  // the one that was shown last; empty: none
   std::vector<NoteRecord> notes;
   std::unique_ptr<FamilyTableRecord> familyTable;
   ExternalData externalData;
@@ -98,6 +101,8 @@ struct ModelRecord : Open {
   std::vector<MaterialRecord> materials;
   std::unique_ptr<AccuracyRecord> accuracy;
   creo::ProToleranceClass toleranceClass = creo::ProToleranceClass::none;
+  std::vector<ToleranceEntryRecord> toleranceTable;
+  std::vector<UnitSystemRecord> unitSystems;  // of the model's own, beside those that Creo brings
   creo::ProRegenerationStatus regeneration = creo::ProRegenerationStatus::regenerated;
   int insertAfter = 0;  // number of the feature behind which new ones come; 0: insert mode is off
   std::vector<SimplifiedRepRecord> simplifiedReps;

@@ -43,6 +43,8 @@ struct ViewRecord : Open {
   std::string model;  // "GEAR.prt"; drawings only
   double scale = 0;   // 0: the sheet's; drawings only
   PointRecord position;
+  int displayStyle = 0;        // Creo's number of how the model is drawn; 0: as the session does; drawings only
+  std::vector<double> matrix;  // of an orientation: 9 numbers, row by row; none: as the model stands
 };
 
 struct CellRecord : Open {
@@ -93,6 +95,7 @@ struct NoteRecord : Open {
   int sheet = 1;  // drawings only, as the position
   int view = 0;   // id of the view that it hangs on; 0: the sheet
   bool erased = false;
+  std::string csys;  // solids only: the coordinate system that it stands at
   PointRecord position;
 };
 

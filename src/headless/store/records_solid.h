@@ -49,6 +49,12 @@ struct VariantItemRecord : Open {
   std::string name;  // parameters only
 };
 
+// How a model, a feature or a surface looks.
+struct AppearanceRecord : Open {
+  std::vector<double> color;  // red, green, blue, each 0 to 1
+  double ambient = 0, diffuse = 0, highlight = 0, shininess = 0, transparency = 0;
+  std::string label;
+};
 struct FeatureRecord : Open {
   int id = 0, number = 0, type = 0;
   std::string name, typeName, subtype;
@@ -61,14 +67,9 @@ struct FeatureRecord : Open {
   std::vector<SectionRecord> sections;
   std::vector<std::string> relations;
   std::unique_ptr<ParameterList> parameters;
+  std::unique_ptr<AppearanceRecord> appearance;
 };
 
-// How a model or a surface looks.
-struct AppearanceRecord : Open {
-  std::vector<double> color;  // red, green, blue, each 0 to 1
-  double ambient = 0, diffuse = 0, highlight = 0, shininess = 0, transparency = 0;
-  std::string label;
-};
 struct SurfaceAppearanceRecord : Open {
   int surface = 0;
   int side = 0;
@@ -80,6 +81,15 @@ struct MaterialRecord : Open {
   ParameterList parameters;
 };
 
+// An entry of a table of tolerances that was loaded.
+struct ToleranceEntryRecord : Open {
+  std::string name;
+  double value = 0;
+};
+struct UnitSystemRecord : Open {
+  std::string name;
+  std::string length, mass, time, temperature;  // "mm", "kg", "s", "K"
+};
 struct AccuracyRecord : Open {
   creo::ProAccuracyKind kind = creo::ProAccuracyKind::relative;
   double value = 0;

@@ -42,7 +42,12 @@ struct RecordTable<ViewRecord> {
                                         field<&R::sheet>("sheet"),
                                         field<&R::model>("model"),
                                         field<&R::scale>("scale"),
-                                        field<&R::position>("position")};
+                                        field<&R::position>("position"),
+                                        field<&R::displayStyle>("displayStyle"),
+                                        field<&R::matrix>("matrix")};
+  static void check(R& record, const Json& json, Reader& in) {
+    if (!record.matrix.empty() && record.matrix.size() != 9) in.fail(json, L"a view's matrix has nine numbers");
+  }
 };
 template <>
 struct RecordTable<CellRecord> {
@@ -81,7 +86,7 @@ struct RecordTable<NoteRecord> {
   static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name"),
                                         field<&R::lines>("lines"),      field<&R::sheet>("sheet"),
                                         field<&R::view>("view"),        field<&R::erased>("erased"),
-                                        field<&R::position>("position")};
+                                        field<&R::csys>("csys"),        field<&R::position>("position")};
 };
 template <>
 struct RecordTable<DraftRecord> {

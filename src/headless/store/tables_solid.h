@@ -54,7 +54,8 @@ struct RecordTable<FeatureRecord> {
                                         field<&R::dimensions>("dimensions"),
                                         field<&R::sections>("sections"),
                                         field<&R::relations>("relations"),
-                                        field<&R::parameters>("parameters")};
+                                        field<&R::parameters>("parameters"),
+                                        field<&R::appearance>("appearance")};
 };
 template <>
 struct RecordTable<AppearanceRecord> {
@@ -82,6 +83,18 @@ template <>
 struct RecordTable<MaterialRecord> {
   using R = MaterialRecord;
   static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::parameters>("parameters")};
+};
+template <>
+struct RecordTable<ToleranceEntryRecord> {
+  using R = ToleranceEntryRecord;
+  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::value>("value", kRequired)};
+};
+template <>
+struct RecordTable<UnitSystemRecord> {
+  using R = UnitSystemRecord;
+  static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::length>("length"),
+                                        field<&R::mass>("mass"), field<&R::time>("time"),
+                                        field<&R::temperature>("temperature")};
 };
 template <>
 struct RecordTable<AccuracyRecord> {

@@ -132,8 +132,8 @@ class WatchWork {
         return "it is there already";
       case creo::ProBadInputs:
         return "that isn't possible with this model";
-      case creo::ProRegenFailed:
-        return "it fails to regenerate";
+      case creo::ProUnattachedFeats:
+        return "it is regenerated, but something lost what it was attached to";
       case creo::ProRegenAgain:
         return "it needs another regeneration";
       default:

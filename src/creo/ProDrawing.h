@@ -55,7 +55,7 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid);
 // template. Raises notification 100.
 Got<ProMdl> ProDrawingFromTmpltCreate(const std::wstring& name, const std::wstring& templateName, ProMdl model,
                                       unsigned options);
-// ProRegenFailed: a model of the drawing can't be retrieved.
+// ProGeneralError: a model of the drawing can't be retrieved.
 ProError ProDwgDraftRegenerate(ProMdl drawing);
 
 // ---- sheets

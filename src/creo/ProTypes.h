@@ -23,9 +23,9 @@ enum ProError : int {
   ProNoGraphics = -8,
   ProNoFamtable = -12,  // no family table, or the item is in it already; nothing changed
   ProInvalidType = -18,
-  ProStopVisit = -25,  // a visit's usual stop; also "not handled"
-  ProConflicts = -49,  // a check-out that the server refuses
-  ProRegenFailed = -55,
+  ProStopVisit = -25,        // a visit's usual stop; also "not handled"
+  ProConflicts = -49,        // a check-out that the server refuses
+  ProUnattachedFeats = -55,  // regenerated, but something lost what it was attached to
   ProRegenAgain = -56,
 };
 

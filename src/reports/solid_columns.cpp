@@ -110,7 +110,7 @@ std::wstring regenerationFeedback(const ModelFacts& facts) {
   switch (creo::ProSolidRegenerate(facts.model, creo::kRegenerateForce | creo::kRegenerateUpdateInstances)) {
     case creo::ProNoError:
       return L"OK";
-    case creo::ProRegenFailed:
+    case creo::ProUnattachedFeats:
       return L"Unnatached feats";
     case creo::ProRegenAgain:
       return L"regenerate again - loop ?";

@@ -73,7 +73,7 @@ TEST_F(Drawings, WithALostModelAreShownWithoutItAndDontRegenerate) {
   const ProMdl lost = retrieve(L"LOST", ProMdlType::drawing), empty = retrieve(L"EMPTY", ProMdlType::drawing);
   EXPECT_EQ(1u, ProDrawingSolidsCollect(lost).value.size());
   EXPECT_EQ(L"none", currentModel(lost));
-  EXPECT_EQ(ProRegenFailed, ProDwgDraftRegenerate(lost));
+  EXPECT_EQ(ProGeneralError, ProDwgDraftRegenerate(lost));
   EXPECT_EQ(ProNoError, ProDwgDraftRegenerate(empty));
   EXPECT_EQ(ProNotFound, ProDrawingCurrentsolidGet(empty).error);
   EXPECT_EQ(ProNotFound, ProDrawingSolidsVisit(empty, [](const ProMdl&) { return ProNoError; }));

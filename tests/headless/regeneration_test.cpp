@@ -102,7 +102,7 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
   std::size_t said = 0;
   for (const auto& c : cases) {
     const ProMdl part = related(c.relations);
-    EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(part, kRegenerateNoFlags)) << c.message;
+    EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, kRegenerateNoFlags)) << c.message;
     ASSERT_EQ(++said, session().messages().size()) << c.message;
     EXPECT_EQ(text::toUtf8(ProMdlNameGet(part).value) + ".PRT: relation line " + c.message,
               text::toUtf8(session().messages().back()));
@@ -110,7 +110,7 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
     EXPECT_EQ("A=2 N=3 T=x B=false", parameters(part)) << c.message;
   }
   const ProMdl part = related({"A = \"x\""});
-  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(part, kRegenerateNoFlags));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, kRegenerateNoFlags));
   EXPECT_TRUE(session().messages().back().ends_with(L".PRT: 'A' can't take the value that a relation gives it"));
 }
 
@@ -122,7 +122,7 @@ TEST_F(Regeneration, TheDocumentIsTouchedOnlyWhereSomethingChanges) {
     const wchar_t* name;
     ProError result;
     bool touched;
-  } cases[] = {{L"GOOD", ProNoError, false}, {L"BAD", ProRegenFailed, false}, {L"NEW", ProNoError, true}};
+  } cases[] = {{L"GOOD", ProNoError, false}, {L"BAD", ProGeneralError, false}, {L"NEW", ProNoError, true}};
   for (const auto& c : cases) {
     const ProMdl part = retrieve(c.name);
     EXPECT_EQ(c.result, ProSolidRegenerate(part, kRegenerateForce)) << text::toUtf8(c.name);
@@ -146,11 +146,11 @@ TEST_F(Regeneration, AFeatureThatIsNotRegeneratedFailsUnlessItIsTakenOut) {
   model("a.prt.1", R"("features": [{"id": 1}, {"id": 4, "name": "BORE", "status": "unregenerated"}],
       "familyTable": {"items": [{"type": "feature", "name": "BORE"}], "instances": [
         {"name": "WITH"}, {"name": "WITHOUT", "values": {"BORE": "N"}}]})");
-  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(retrieve(L"A"), 0));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(retrieve(L"A"), 0));
   EXPECT_EQ(ProNoError, ProSolidRegenerate(retrieve(L"WITHOUT"), 0));
   EXPECT_EQ(ProRegenerationStatus::regenerated, ProSolidRegenerationstatusGet(retrieve(L"WITHOUT")).value);
   EXPECT_EQ(ProRegenerationStatus::failed, ProSolidRegenerationstatusGet(retrieve(L"WITH")).value) << "its generic's";
-  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(retrieve(L"A"), kRegenerateForce | kRegenerateUpdateInstances));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(retrieve(L"A"), kRegenerateForce | kRegenerateUpdateInstances));
   EXPECT_EQ(
       "A.PRT: the feature BORE isn't regenerated\nA.PRT: the feature BORE isn't regenerated\n"
       "WITH.PRT: the feature BORE isn't regenerated\n",
@@ -184,7 +184,7 @@ TEST_F(Regeneration, ComponentsComeFirstAndACircleEnds) {
 
   model("outer.asm.1", R"("components": [{"name": "MIDDLE", "type": "asm"}])");
   model("middle.asm.1", R"("components": [{"name": "BAD", "type": "prt"}])");
-  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(retrieve(L"OUTER", ProMdlType::assembly), 0));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(retrieve(L"OUTER", ProMdlType::assembly), 0));
   EXPECT_EQ(
       "BAD.PRT: relation line 1: an operand is missing\nMIDDLE.ASM: its component BAD.PRT fails\n"
       "OUTER.ASM: its component MIDDLE.ASM fails\n",
@@ -202,7 +202,7 @@ TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {
       return ProNoError;
     });
   }
-  EXPECT_EQ(ProRegenFailed, ProSolidRegenerate(part, 0));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, 0));
   EXPECT_EQ("21A.PRT 0|22A.PRT 2|", told);
   ProNotificationSet(ProNotifyType::regenerateBefore,
                      [](const ProNotification& given) { return ProMdlErase(given.model); });

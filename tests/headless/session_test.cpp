@@ -234,9 +234,9 @@ TEST_F(SessionOfModels, KnownStepsActAndOthersAreReportedOnce) {
 
 TEST_F(SessionOfModels, ArrangedFaultsAndCounts) {
   const ProMdl a = retrieve(L"A");
-  session().failNext("ProMdlSave", ProRegenFailed);
+  session().failNext("ProMdlSave", ProUnattachedFeats);
   session().failNext("ProMdlSave", ProNotFound);
-  EXPECT_EQ(ProRegenFailed, ProMdlSave(a));
+  EXPECT_EQ(ProUnattachedFeats, ProMdlSave(a));
   EXPECT_EQ(ProNotFound, ProMdlSave(a));
   EXPECT_EQ(ProNoError, ProMdlSave(a));
   EXPECT_EQ("a.prt.1 a.prt.2 b.prt.1 d.drw.1", files());

@@ -307,8 +307,8 @@ TEST_F(UiPerson, OperationsTellWrongNamesFromWrongKinds) {
     EXPECT_EQ(ProNotFound, row.deed(kRunner, "kvaneNone")) << row.operation;
     EXPECT_EQ(ProBadInputs, row.deed(kRunner, "MenuRMBLog")) << row.operation;
     EXPECT_EQ(ProNoError, row.deed(kRunner, row.component)) << row.operation;
-    session_.failNext(row.operation, ProRegenFailed);  // the name under which it is counted
-    EXPECT_EQ(ProRegenFailed, row.deed(kRunner, row.component)) << row.operation;
+    session_.failNext(row.operation, ProUnattachedFeats);  // the name under which it is counted
+    EXPECT_EQ(ProUnattachedFeats, row.deed(kRunner, row.component)) << row.operation;
   }
 }
 

@@ -128,7 +128,7 @@ TEST_F(ModelDataReport, AFailingOperationCostsItsOwnFieldOnly) {
       {"ProElementIntegerGet", static_cast<ProError>(-18), 6, invalid.c_str()},
       {"ProElementIntegerGet", ProBadInputs, 6, bad.c_str()},
       {"ProSimprepdataGet", ProGeneralError, 8, kGearRow[8].c_str()},
-      {"ProSolidRegenerate", ProRegenFailed, 9, "Unnatached feats"},
+      {"ProSolidRegenerate", ProUnattachedFeats, 9, "Unnatached feats"},
       {"ProSolidRegenerate", ProRegenAgain, 9, "regenerate again - loop ?"},
       {"ProSolidRegenerate", ProGeneralError, 9, "failure while regenerate"},
       {"ProSolidRegenerate", ProUserAbort, 9, "failure in function"},

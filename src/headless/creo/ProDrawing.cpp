@@ -66,7 +66,7 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
 ProError ProDwgDraftRegenerate(ProMdl drawing) {
   return onDrawing("ProDwgDraftRegenerate", drawing, [](State& state, Model& m) -> ProError {
     const std::size_t wanted = headless::Models::dependencies(m).size();
-    return solidsOf(state, m).size() == wanted ? ProNoError : ProRegenFailed;
+    return solidsOf(state, m).size() == wanted ? ProNoError : ProGeneralError;
   });
 }
 

@@ -47,6 +47,8 @@ class ModelDocument {
 
   // Read from the record's `solid` when first asked for.
   const SolidRecord& solid();
+  // The record's `solid` was written anew.
+  void solidChanged() { solid_.reset(); }
 
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);

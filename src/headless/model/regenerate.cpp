@@ -279,7 +279,7 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
     if (status == ProRegenerationStatus::failed) failed.insert(handle);
   }
   if (instancesToo) regenerateInstances(models, *models.find(solid));
-  if (status == ProRegenerationStatus::failed) return creo::ProRegenFailed;
+  if (status == ProRegenerationStatus::failed) return creo::ProGeneralError;
   return status == ProRegenerationStatus::needed ? creo::ProRegenAgain : creo::ProNoError;
 }
 

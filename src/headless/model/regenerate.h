@@ -14,7 +14,7 @@ creo::ProRegenerationStatus regenerationStatus(const Model& model);
 RelationLookup relationNames(const Model& model);
 
 // Components first, each model once, then the solid; the status of each is kept with its document (of an instance with
-// its row). ProRegenFailed: it or one of its components fails, a line of the message area says why; ProRegenAgain: the
+// its row). ProGeneralError: it or one of its components fails, a line of the message area says why; ProRegenAgain: the
 // post-regeneration relations changed what the relations read; ProBadInputs: no such model. instancesToo: the
 // instances in memory as well; a failure of theirs is kept with their rows only. worked: gets the features in their
 // order, up to one that fails; null where nobody asks.

@@ -61,6 +61,7 @@ struct RecordTable<DimensionRecord> {
                                         field<&R::value>("value"),
                                         field<&R::reference>("reference"),
                                         field<&R::associative>("associative"),
+                                        field<&R::angular>("angular"),
                                         field<&R::tolerance>("tolerance"),
                                         field<&R::bound>("bound"),
                                         field<&R::text>("text")};

@@ -39,6 +39,7 @@ struct DimensionRecord : Open {
   Scalar value;
   bool reference = false;
   bool associative = true;
+  bool angular = false;  // in degrees
   std::unique_ptr<ToleranceRecord> tolerance;
   creo::ProDimensionBound bound = creo::ProDimensionBound::nominal;
   std::vector<std::string> text;  // lines; none: "@D" alone

@@ -21,6 +21,8 @@ constexpr PathAttribute kPaths[] = {
     {"editModelParameterFromFile", L"path",        "reports", PathTarget::file},
     {"editParameterFromDictionary", L"path",       "reports", PathTarget::file},
     {"editModelDimensionFromFile", L"path",        "reports", PathTarget::file},
+    {"editMaterialFromFile", L"path",    "reports", PathTarget::file},
+    {"replaceMaterial",     L"path",    "materials", PathTarget::folder},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

@@ -42,6 +42,9 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &materialActions,
+    &replaceMaterialActions,
+    &editMaterialActions,
 };
 // clang-format on
 

@@ -172,12 +172,17 @@ class Document {
     std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
     path = text::replaceAll(path, "//", "/");
     const bool isFile = row.target == PathTarget::file;
-    if (isFile ? !isFileMember(path) : !isFolder(path)) {
+    if (isFile ? !isFileOf(row, path) : !isFolder(path)) {
       add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
                     path + "'");
     } else if (row.action == "groupActions") {
       checkTemplate(task, path);
     }
+  }
+  // A material may be named without its ending.
+  bool isFileOf(const PathAttribute& row, const std::string& path) const {
+    if (isFileMember(path)) return true;
+    return row.action == "addMaterial" && (isFileMember(path + ".mtl") || isFileMember(path + ".mat"));
   }
   bool isFileMember(const std::string& path) const {
     return anyMember([&](const std::string& member) { return member == text::lower(path); });

@@ -23,6 +23,7 @@ constexpr PathAttribute kPaths[] = {
     {"editModelDimensionFromFile", L"path",        "reports", PathTarget::file},
     {"editMaterialFromFile", L"path",    "reports", PathTarget::file},
     {"replaceMaterial",     L"path",    "materials", PathTarget::folder},
+    {"addMaterial",         L"material", "materials", PathTarget::file},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

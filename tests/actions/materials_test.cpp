@@ -283,6 +283,7 @@ TEST_F(Materials, RefuseSkeletonsAndAssemblies) {
       L"B0 Add material|W:Only parts have materials|",
       log.substr(0, log.find(L"B1 Delete material|W:Only")));
   EXPECT_EQ("WOOD brass(PTC_MASS_DENSITY=8.5e-06,PTC_HARDNESS=\"90 HB\")", materials(world, "BONE.prt"));
+  EXPECT_EQ(creo::ProNotFound, creo::ProConfigoptGet(L"pro_material_dir").error);  // it wasn't set before either
 }
 
 TEST_F(Materials, RefuseInstances) {

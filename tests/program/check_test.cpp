@@ -77,6 +77,8 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/none.csv'/>",
        ":4: B0: 'path': the package has no file 'reports/none.csv'"},
       {"<task type='editModelParameterFromFile' version='3' forPRT='true' path='@project_dir@/%A%.csv'/>", ""},
+      {"<task type='addMaterial' version='3' forPRT='true' material='@project_dir@/none'/>",
+       ":4: B0: 'material': the package has no file 'materials/none'"},
       {message("@mdlm@"), ":4: B0: 'message': unknown token '@mdlm@'; did you mean '@mdln@'?"},
       {message("mail ann@mill.com @ 5, @mdln@ @date@ %A@x% 50 % @workerdir:C@"), ""},
       {message("$$prex$3$abc$$"), ":4: B0: 'message': unknown text function '$$prex$'; did you mean 'pre'?"},

@@ -153,6 +153,17 @@ TEST_F(Materials, AFileThatIsNoMaterialSaysWhy) {
   EXPECT_EQ(std::size(rows), told);
 }
 
+TEST_F(Materials, AFileThatCantBeReadLosesNothing) {
+  world.disk().denyReads(L"d:\\mat");
+  runWith(world,
+          task("addMaterial", "material='d:/mat/STEEL'") +
+              task("replaceMaterial", "path='d:/mat' namef_0='*' namet_0='brass' delreplaced='true'"),
+          L"BRACKET");
+  EXPECT_EQ(kBefore, materials(world));
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"d:\\mat\\STEEL.mtl can't be read: Permission denied"));
+  EXPECT_NE(std::wstring::npos, told(world.log()).find(L"E:There seems to be a failure in material file brass"));
+}
+
 TEST_F(Materials, ACurrentMaterialIsSetOnce) {
   const std::string add = task("addMaterial", "material='d:/mat/STEEL.mtl' currmat='true'");
   runWith(world, add + add, L"BRACKET");

@@ -42,6 +42,10 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &symbolActions,
+    &noteActions,
+    &noteTableActions,
+    &drawingModelActions,
 };
 // clang-format on
 

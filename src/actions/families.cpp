@@ -45,6 +45,10 @@ constexpr Family kFamilies[] = {
     &materialActions,
     &replaceMaterialActions,
     &editMaterialActions,
+    &symbolActions,
+    &noteActions,
+    &noteTableActions,
+    &drawingModelActions,
 };
 // clang-format on
 

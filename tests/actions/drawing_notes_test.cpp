@@ -126,6 +126,7 @@ TEST_F(Notes, StayWholeWhereAnOperationFails) {
       {"deleteNote", "ProDtlnoteDelete", L"E:Can't delete the note"},
       {"deleteNote", "ProDrawingDtlnoteVisit", L""},
       {"addNote", "ProDtlnoteCreate", created},
+      {"addNote", "ProDtlnoteShow", created},
       {"addNote", "ProDrawingOverlayviewGet", created},
       {"addNote", "ProDtlattachAlloc", created},
       {"addNote", "ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read"},

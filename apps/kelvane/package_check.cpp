@@ -151,6 +151,8 @@ class Document {
     }
   }
   void checkText(const XmlNode& at, const core::XmlAttr& attribute) {
+    // These, as whole values, name the folder of one of Creo's options and are no tokens.
+    if (attribute.value == L"@pro_symbol_dir@" || attribute.value == L"@pro_table_dir@") return;
     for (const std::string& fault : templateFaults(attribute.value)) {
       add(at, "'" + text::toUtf8(attribute.name) + "': " + fault);
     }

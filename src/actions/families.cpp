@@ -42,6 +42,13 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &materialActions,
+    &replaceMaterialActions,
+    &editMaterialActions,
+    &symbolActions,
+    &noteActions,
+    &noteTableActions,
+    &drawingModelActions,
 };
 // clang-format on
 

@@ -29,6 +29,8 @@ constexpr Family kFamilies[] = {
     &editFromFileActions,
     &drawingParameterActions,
     &featureReportActions,
+    &relationLineActions,
+    &programLineActions,
     &openReportActions,
     &reportTablecellActions,
     &modelDataReportActions,

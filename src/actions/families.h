@@ -41,6 +41,8 @@ std::span<const ActionFunction> editFromTableActions();  // model/edit_from_tabl
 std::span<const ActionFunction> editFromFileActions();  // model/edit_from_file.cpp
 std::span<const ActionFunction> drawingParameterActions();  // model/drawing_parameters.cpp
 std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
+std::span<const ActionFunction> relationLineActions();  // model/relation_lines.cpp
+std::span<const ActionFunction> programLineActions();  // model/program_lines.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
 std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
 std::span<const ActionFunction> modelDataReportActions();  // reports/report_model_data.cpp

@@ -160,7 +160,14 @@ std::wstring currentMaterial(const Model& model) {
   return held ? held.value.name : name;
 }
 
-std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner) {
+std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+  if (owner.type == ProItemType::feature) {
+    const auto feature = featureOf(model, owner.id);
+    FeatureRecord* record = feature ? feature->record() : nullptr;
+    if (!record || section < 0) return record ? &record->relations : nullptr;
+    const auto place = static_cast<std::size_t>(section);
+    return place < record->sections.size() ? &record->sections[place].relations : nullptr;
+  }
   if (owner.type != ProItemType::model) return nullptr;
   ModelRecord& record = model.document->record;
   return owner.id == creo::kPostRegeneration ? &record.postRelations : &record.relations;

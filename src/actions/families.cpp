@@ -42,6 +42,8 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &layerActions,
+    &layerStateActions,
 };
 // clang-format on
 

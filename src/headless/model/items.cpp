@@ -5,6 +5,7 @@
 #include "creo/ProFeature.h"
 #include "creo/ProRelset.h"
 #include "headless/model/features.h"
+#include "headless/model/layers.h"
 #include "headless/model/parameters.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -145,7 +146,8 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
-  *held = text::toUtf8(name);
+  std::string before = std::exchange(*held, text::toUtf8(name));
+  if (item.type == ProItemType::layer) layerRenamed(model.document->record, before, *held);
   model.document->touch(nullptr);
   return creo::ProNoError;
 }

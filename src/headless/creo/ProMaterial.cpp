@@ -53,7 +53,7 @@ Got<std::vector<std::wstring>> ProPartMaterialsGet(ProMdl part) {
 
 Got<double> ProPartDensityGet(ProMdl part) {
   return onPart("ProPartDensityGet", part, [](Model& m) -> Got<double> {
-    const auto density = headless::materialDensity(m);
+    const auto density = headless::partDensity(m);
     if (!density) return ProNotFound;
     return *density;
   });

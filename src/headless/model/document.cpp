@@ -1,5 +1,7 @@
 #include "headless/model/document.h"
 
+#include <algorithm>
+
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -61,6 +63,33 @@ std::vector<std::wstring> ModelDocument::rowNames() const {
   if (record.familyTable)
     eachRow(*record.familyTable, [&](RowRecord& one) { names.push_back(text::upper(text::fromUtf8(one.name))); });
   return names;
+}
+
+void ModelDocument::renameRow(RowRecord& row, std::string to) {
+  if (!rowsByName_.empty()) {
+    rowsByName_.erase(text::upper(text::fromUtf8(row.name)));
+    rowsByName_.try_emplace(text::upper(text::fromUtf8(to)), &row);
+  }
+  row.name = std::move(to);
+  touch(&row);
+}
+
+std::unique_ptr<RowRecord> ModelDocument::takeRow(RowRecord& row) {
+  auto& rows = tableAbove(&row)->instances;
+  const auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& one) { return one.get() == &row; });
+  std::unique_ptr<RowRecord> taken = std::move(*at);
+  rows.erase(at);
+  const auto leave = [&](RowRecord& one) {
+    const auto known = rowsByName_.find(text::upper(text::fromUtf8(one.name)));
+    if (known != rowsByName_.end() && known->second == &one) rowsByName_.erase(known);
+    if (!one.changed) return;
+    // Rows are taken in the order in which they were changed, as a rule.
+    changedRows_.erase(std::find(changedRows_.begin(), changedRows_.end(), &one));
+  };
+  leave(row);
+  if (row.familyTable) eachRow(*row.familyTable, leave);
+  touch(row.parent);
+  return taken;
 }
 
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {

@@ -44,6 +44,13 @@ constexpr Family kFamilies[] = {
     &geometryReportActions,
     &layerActions,
     &layerStateActions,
+    &materialActions,
+    &replaceMaterialActions,
+    &editMaterialActions,
+    &symbolActions,
+    &noteActions,
+    &noteTableActions,
+    &drawingModelActions,
 };
 // clang-format on
 

@@ -56,6 +56,13 @@ std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 std::span<const ActionFunction> layerActions();  // model/layers.cpp
 std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
+std::span<const ActionFunction> materialActions();  // model/add_material.cpp
+std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
+std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp
+std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
+std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
+std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
+std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
 // clang-format on
 
 }  // namespace actions

@@ -4,8 +4,10 @@
 
 #include "creo/ProFeature.h"
 #include "creo/ProRelset.h"
+#include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/layers.h"
+#include "headless/model/materials.h"
 #include "headless/model/parameters.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -153,7 +155,9 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
 }
 
 std::wstring currentMaterial(const Model& model) {
-  const std::wstring name = text::fromUtf8(model.document->record.material);
+  const Scalar* own = rowValue(*model.document, model.row, creo::ProFamitemType::parameter, kMaterialColumn);
+  const std::string* named = own ? std::get_if<std::string>(own) : nullptr;
+  const std::wstring name = text::fromUtf8(named ? *named : model.document->record.material);
   const auto held = itemNamed(model, ProItemType::material, name);
   return held ? held.value.name : name;
 }

@@ -23,7 +23,7 @@ creo::Got<creo::ProModelitem> itemNamed(const Model& model, creo::ProItemType ty
 // As ProModelitemNameSet.
 creo::ProError renameItem(const Model& model, const creo::ProModelitem& item, const std::wstring& name);
 
-// The current material as the part's materials spell it; empty where none is set.
+// The current material as the part's materials spell it; empty where none is set. An instance may have its own.
 std::wstring currentMaterial(const Model& model);
 
 // The lines that a set of relations holds. Null for an item that owns none.

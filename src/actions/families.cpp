@@ -44,6 +44,8 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &layerActions,
+    &layerStateActions,
     &materialActions,
     &replaceMaterialActions,
     &editMaterialActions,

@@ -56,6 +56,8 @@ std::span<const ActionFunction> relationReportActions();  // reports/report_rela
 std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
 std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
+std::span<const ActionFunction> layerActions();  // model/layers.cpp
+std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
 std::span<const ActionFunction> materialActions();  // model/add_material.cpp
 std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
 std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp

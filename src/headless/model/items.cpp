@@ -6,6 +6,7 @@
 #include "creo/ProRelset.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
+#include "headless/model/layers.h"
 #include "headless/model/materials.h"
 #include "headless/model/parameters.h"
 #include "text/encoding.h"
@@ -147,7 +148,8 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
-  *held = text::toUtf8(name);
+  std::string before = std::exchange(*held, text::toUtf8(name));
+  if (item.type == ProItemType::layer) layerRenamed(model.document->record, before, *held);
   model.document->touch(nullptr);
   return creo::ProNoError;
 }

@@ -44,6 +44,7 @@ constexpr Family kFamilies[] = {
     &geometryReportActions,
     &layerActions,
     &layerStateActions,
+    &layerTemplateActions,
     &materialActions,
     &replaceMaterialActions,
     &editMaterialActions,

@@ -46,6 +46,7 @@ constexpr Family kFamilies[] = {
     &geometryReportActions,
     &layerActions,
     &layerStateActions,
+    &layerTemplateActions,
     &materialActions,
     &replaceMaterialActions,
     &editMaterialActions,

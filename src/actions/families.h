@@ -58,6 +58,7 @@ std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 std::span<const ActionFunction> layerActions();  // model/layers.cpp
 std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
+std::span<const ActionFunction> layerTemplateActions();  // model/layer_template.cpp
 std::span<const ActionFunction> materialActions();  // model/add_material.cpp
 std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
 std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp

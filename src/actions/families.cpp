@@ -29,6 +29,8 @@ constexpr Family kFamilies[] = {
     &editFromFileActions,
     &drawingParameterActions,
     &featureReportActions,
+    &relationLineActions,
+    &programLineActions,
     &openReportActions,
     &reportTablecellActions,
     &modelDataReportActions,
@@ -42,6 +44,15 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &layerActions,
+    &layerStateActions,
+    &materialActions,
+    &replaceMaterialActions,
+    &editMaterialActions,
+    &symbolActions,
+    &noteActions,
+    &noteTableActions,
+    &drawingModelActions,
 };
 // clang-format on
 

@@ -3,6 +3,7 @@
 #include "headless/creo/operation.h"
 #include "headless/model/density.h"
 #include "headless/model/items.h"
+#include "headless/model/materials.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -51,9 +52,26 @@ Got<std::vector<std::wstring>> ProPartMaterialsGet(ProMdl part) {
   });
 }
 
+ProError ProMaterialCurrentSet(const ProMaterial& material) {
+  return onPart("ProMaterialCurrentSet", material.owner,
+                [&](Model& m) { return headless::setCurrentMaterial(m, material.name); });
+}
+
+ProError ProMaterialDelete(const ProMaterial& material) {
+  return onPart("ProMaterialDelete", material.owner,
+                [&](Model& m) { return headless::deleteMaterial(m, material.name); });
+}
+
+ProError ProMaterialfileRead(ProMdl part, const std::wstring& name) {
+  return onModel("ProMaterialfileRead", part, [&](State& state, Model& m) -> ProError {
+    if (m.type() != ProMdlType::part) return ProBadInputs;
+    return headless::readMaterialFile(state, m, name);
+  });
+}
+
 Got<double> ProPartDensityGet(ProMdl part) {
   return onPart("ProPartDensityGet", part, [](Model& m) -> Got<double> {
-    const auto density = headless::materialDensity(m);
+    const auto density = headless::partDensity(m);
     if (!density) return ProNotFound;
     return *density;
   });

@@ -153,7 +153,7 @@ class MassWalk {
     const auto body = bodies_.body(part);
     if (!body) return body.error;
     const geometry::Measured& measured = geometry::measure(*body.value);
-    const double density = materialDensity(part).value_or(1);
+    const double density = partDensity(part).value_or(1);
     return ProMassProperty{measured.volume, measured.area, density, measured.volume * density, measured.centre};
   }
 

@@ -23,4 +23,9 @@ std::optional<double> materialDensity(const Model& part) {
   return std::nullopt;
 }
 
+std::optional<double> partDensity(const Model& part) {
+  const double own = part.document->record.density;
+  return own > 0 ? std::optional(own) : materialDensity(part);
+}
+
 }  // namespace headless

@@ -31,6 +31,8 @@ constexpr Family kFamilies[] = {
     &featureReportActions,
     &relationLineActions,
     &programLineActions,
+    &solidSettingActions,
+    &regenerationActions,
     &openReportActions,
     &reportTablecellActions,
     &modelDataReportActions,

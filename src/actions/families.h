@@ -43,6 +43,8 @@ std::span<const ActionFunction> drawingParameterActions();  // model/drawing_par
 std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
 std::span<const ActionFunction> relationLineActions();  // model/relation_lines.cpp
 std::span<const ActionFunction> programLineActions();  // model/program_lines.cpp
+std::span<const ActionFunction> solidSettingActions();  // model/solid_settings.cpp
+std::span<const ActionFunction> regenerationActions();  // model/regeneration.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
 std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
 std::span<const ActionFunction> modelDataReportActions();  // reports/report_model_data.cpp

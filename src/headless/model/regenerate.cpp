@@ -71,6 +71,28 @@ class Names {
     return relationValue(own ? *own : *target.stored);
   }
 
+  // The same for the body: a dimension stands at its bound. The lower tolerance counts downwards.
+  [[nodiscard]] std::optional<RelationValue> bodyValue(std::string_view name) const {
+    const auto held = value(name);
+    const auto place = dimensions_.find(folded(name));
+    if (!held || place == dimensions_.end() || findParameter(*model_.document, model_.row, name)) return held;
+    const DimensionRecord& dimension = model_.document->record.dimensions[place->second];
+    const auto nominal = number(*held);
+    if (!dimension.tolerance || !nominal) return held;
+    const auto& [upper, lower] = std::pair(dimension.tolerance->upper, dimension.tolerance->lower);
+    switch (dimension.bound) {
+      case creo::ProDimensionBound::upper:
+        return RelationValue(*nominal + upper);
+      case creo::ProDimensionBound::lower:
+        return RelationValue(*nominal - lower);
+      case creo::ProDimensionBound::middle:
+        return RelationValue(*nominal + (upper - lower) / 2);
+      case creo::ProDimensionBound::nominal:
+        break;
+    }
+    return held;
+  }
+
   enum class Given { same, changed, wrongType };
   // An instance takes a value where its family table has a column for it, or where the parameter is its own.
   Given give(const Assignment& assigned) {
@@ -290,7 +312,7 @@ ProRegenerationStatus regenerationStatus(const Model& model) {
 
 RelationLookup relationNames(const Model& model) {
   const auto names = std::make_shared<Names>(model);
-  return [names](std::string_view name) { return names->value(name); };
+  return [names](std::string_view name) { return names->bodyValue(name); };
 }
 
 creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::vector<RegeneratedFeature>* worked) {

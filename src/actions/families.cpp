@@ -42,6 +42,8 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &familyTableActions,
+    &breakUpActions,
 };
 // clang-format on
 

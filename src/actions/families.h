@@ -54,6 +54,8 @@ std::span<const ActionFunction> relationReportActions();  // reports/report_rela
 std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
 std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
+std::span<const ActionFunction> familyTableActions();  // model/family_tables.cpp
+std::span<const ActionFunction> breakUpActions();  // model/break_up.cpp
 // clang-format on
 
 }  // namespace actions

@@ -233,7 +233,9 @@ TEST(BrokenUpFamilyTables, LoseNoInstanceWhenAnOperationFailsOnce) {
       const bool onDisk = !own.document(name + ".prt").empty();
       const bool inTable = own.document("BOLT.prt").find('"' + name + '"') != std::string::npos;
       EXPECT_TRUE(onDisk || inTable) << operation << " " << name;
-      if (onDisk) EXPECT_NE(L"", own.savedParameters(name + ".prt")) << operation;
+      if (onDisk) {
+        EXPECT_NE(L"", own.savedParameters(name + ".prt")) << operation;
+      }
     }
   }
 }

@@ -151,6 +151,8 @@ class Document {
     }
   }
   void checkText(const XmlNode& at, const core::XmlAttr& attribute) {
+    // These, as whole values, name the folder of one of Creo's options and are no tokens.
+    if (attribute.value == L"@pro_symbol_dir@" || attribute.value == L"@pro_table_dir@") return;
     for (const std::string& fault : templateFaults(attribute.value)) {
       add(at, "'" + text::toUtf8(attribute.name) + "': " + fault);
     }
@@ -172,12 +174,17 @@ class Document {
     std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
     path = text::replaceAll(path, "//", "/");
     const bool isFile = row.target == PathTarget::file;
-    if (isFile ? !isFileMember(path) : !isFolder(path)) {
+    if (isFile ? !isFileOf(row, path) : !isFolder(path)) {
       add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
                     path + "'");
     } else if (row.action == "groupActions") {
       checkTemplate(task, path);
     }
+  }
+  // A material may be named without its ending.
+  bool isFileOf(const PathAttribute& row, const std::string& path) const {
+    if (isFileMember(path)) return true;
+    return row.action == "addMaterial" && (isFileMember(path + ".mtl") || isFileMember(path + ".mat"));
   }
   bool isFileMember(const std::string& path) const {
     return anyMember([&](const std::string& member) { return member == text::lower(path); });

@@ -21,6 +21,12 @@ constexpr PathAttribute kPaths[] = {
     {"editModelParameterFromFile", L"path",        "reports", PathTarget::file},
     {"editParameterFromDictionary", L"path",       "reports", PathTarget::file},
     {"editModelDimensionFromFile", L"path",        "reports", PathTarget::file},
+    {"editMaterialFromFile", L"path",    "reports", PathTarget::file},
+    {"replaceMaterial",     L"path",    "materials", PathTarget::folder},
+    {"addMaterial",         L"material", "materials", PathTarget::file},
+    {"addSymbol",              L"sympath",  "models",  PathTarget::folder},
+    {"addNote",                L"notepath", "models",  PathTarget::file},
+    {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

@@ -7,6 +7,7 @@
 #include "creo/ProDwgtable.h"
 #include "creo/ProNote.h"
 #include "headless/model/drawing.h"
+#include "headless/model/sheet_units.h"
 #include "headless/session/state.h"
 #include "kelvane/svg.h"
 #include "text/encoding.h"
@@ -19,9 +20,8 @@ using headless::DraftRecord;
 using headless::LineRecord;
 using headless::PointRecord;
 
-constexpr double kGap = 10;          // between sheets, and around them, in mm
-constexpr double kThinnest = 0.18;   // the narrowest pen of ISO 128, in mm
-constexpr double kTextHeight = 3.5;  // where a drawing says nothing else, in mm
+constexpr double kGap = 10;         // between sheets, and around them, in mm
+constexpr double kThinnest = 0.18;  // the narrowest pen of ISO 128, in mm
 constexpr double kMmAnInch = 25.4;
 constexpr std::string_view kBlack = "#000";
 
@@ -71,14 +71,7 @@ class SheetPicture {
   }
 
  private:
-  [[nodiscard]] double textHeight() const {
-    for (const headless::DetailOptionRecord& option : drawing_.document->record.detailOptions) {
-      if (!headless::sameName(option.name, "text_height") && !headless::sameName(option.name, "drawing_text_height"))
-        continue;
-      if (const double height = text::parseDouble(text::fromUtf8(option.value)); height > 0) return height;
-    }
-    return kTextHeight * view_.unit;
-  }
+  [[nodiscard]] double textHeight() const { return headless::textHeight(*drawing_.document, number_); }
 
   void stroke(const LineRecord& line, const PointRecord& origin = {}, double scale = 1, double angle = 0) {
     const double c = std::cos(angle) * scale, s = std::sin(angle) * scale;
@@ -245,14 +238,6 @@ class SheetPicture {
   SheetView view_;
 };
 
-bool isInMm(creo::ProSheetSize size) {
-  using creo::ProSheetSize;
-  static constexpr ProSheetSize kInches[] = {ProSheetSize::a,     ProSheetSize::b,       ProSheetSize::c,
-                                             ProSheetSize::d,     ProSheetSize::e,       ProSheetSize::f,
-                                             ProSheetSize::empty, ProSheetSize::variable};
-  return std::find(std::begin(kInches), std::end(kInches), size) == std::end(kInches);
-}
-
 }  // namespace
 
 std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet) {
@@ -261,7 +246,7 @@ std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet
   const int count = headless::sheetCount(*model->document);
   if (sheet < 0 || sheet > count) return {};
   const int first = sheet == 0 ? 1 : sheet, last = sheet == 0 ? count : sheet;
-  const bool isMm = isInMm(headless::sheetDimensions(*headless::sheetOf(*model->document, first)).size);
+  const bool isMm = headless::isInMm(headless::sheetDimensions(*headless::sheetOf(*model->document, first)).size);
   const double unit = isMm ? 1 : 1 / kMmAnInch, gap = kGap * unit;
   double width = 0, height = gap;
   for (int number = first; number <= last; ++number) {

@@ -1,6 +1,7 @@
 // kelvane show: one model, readable.
 #include "engine/history.h"
 #include "headless/model/family.h"
+#include "headless/model/items.h"
 #include "headless/model/models.h"
 #include "kelvane/columns.h"
 #include "kelvane/fault.h"
@@ -8,6 +9,7 @@
 #include "kelvane/places.h"
 #include "kelvane/sheet_svg.h"
 #include "kelvane/show_drawing.h"
+#include "kelvane/show_relations.h"
 #include "kelvane/show_solid.h"
 #include "kelvane/values.h"
 #include "kelvane/verb.h"
@@ -18,14 +20,6 @@ namespace kelvane {
 namespace {
 
 using Rows = std::vector<std::vector<std::string>>;
-
-std::string scalarText(const headless::Scalar& value) {
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  if (const auto* real = std::get_if<double>(&value)) return headless::realText(*real);
-  if (const auto* integer = std::get_if<int>(&value)) return std::to_string(*integer);
-  if (const auto* boolean = std::get_if<bool>(&value)) return *boolean ? "true" : "false";
-  return {};
-}
 
 Rows parametersOf(const creo::ProModelitem& owner) {
   Rows rows;
@@ -59,30 +53,6 @@ Rows dimensionsOf(const headless::ModelRecord& record) {
     rows.push_back({symbol, scalarText(dimension.value), dimension.reference ? "reference" : ""});
   }
   return rows;
-}
-
-Rows relationsOf(const headless::ModelRecord& record) {
-  Rows rows;
-  for (const std::string& line : record.relations) rows.push_back({line});
-  return rows;
-}
-
-void addFamilyRows(const headless::FamilyTableRecord& table, const std::string& indent, Rows& rows) {
-  std::vector<std::string> head = {indent + "instance"};
-  for (const headless::ColumnRecord& column : table.items.list) head.push_back(column.name);
-  rows.push_back(head);
-  for (const auto& instance : table.instances) {
-    std::vector<std::string> row = {indent + instance->name};
-    for (const headless::ColumnRecord& column : table.items.list) {
-      std::string value = "*";  // the generic's own
-      for (const auto& member : instance->values) {
-        if (headless::sameName(member.name, column.name)) value = scalarText(member.value);
-      }
-      row.push_back(value);
-    }
-    rows.push_back(row);
-    if (instance->familyTable) addFamilyRows(*instance->familyTable, indent + "  ", rows);
-  }
 }
 
 Rows usesOf(creo::ProMdl model) {
@@ -123,11 +93,9 @@ class Show : public Verb {
     section(console, "parameters", parametersOf(owner.value));
     section(console, "features", featuresOf(record));
     section(console, "dimensions", dimensionsOf(record));
-    section(console, "relations", relationsOf(record));
-    Rows family;
-    if (const headless::FamilyTableRecord* table = model.document->tableOf(model.row))
-      addFamilyRows(*table, "", family);
-    section(console, "family table", family);
+    for (const Section& own : relationSections(record)) section(console, own.title, own.rows);
+    const Section family = familySection(model);
+    section(console, family.title, family.rows);
     for (const Section& own : solidSections(handle)) section(console, own.title, own.rows);
     for (const Section& own : drawingSections(handle)) section(console, own.title, own.rows);
     section(console, "uses", usesOf(handle));
@@ -152,7 +120,8 @@ class Show : public Verb {
     line += "  version " + std::to_string(model.document->version);
     if (model.row) line += "  instance of " + text::toUtf8(headless::genericName(model));
     if (!record.units.empty()) line += "  units " + record.units;
-    if (!record.material.empty()) line += "  material " + record.material;
+    const std::wstring material = headless::currentMaterial(model);
+    if (!material.empty()) line += "  material " + text::toUtf8(material);
     if (record.skeleton) line += "  skeleton";
     if (record.readOnly) line += "  read-only";
     console.result(line);

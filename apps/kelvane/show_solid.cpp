@@ -7,8 +7,9 @@
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
-#include "headless/store/enum_texts.h"
+#include "kelvane/show_states.h"
 #include "kelvane/values.h"
+#include "kelvane/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 
@@ -17,11 +18,22 @@ namespace {
 
 using headless::ModelRecord;
 
-template <class E>
-std::string word(E value) {
-  for (const auto& [name, one] : headless::EnumTexts<E>::texts)
-    if (one == value) return std::string(name);
-  return {};
+std::string number(double value) { return text::toUtf8(text::shortest(value)); }
+
+// "color 0.2, 0.4, 0.6, transparency 0.5, label STEEL"; what is 0 isn't told.
+std::string lookOf(const headless::AppearanceRecord& look) {
+  std::string text;
+  for (const double part : look.color) addPiece(text, number(part));
+  if (!text.empty()) text.insert(0, "color ");
+  const std::pair<const char*, double> parts[] = {{"ambient ", look.ambient},
+                                                  {"diffuse ", look.diffuse},
+                                                  {"highlight ", look.highlight},
+                                                  {"shininess ", look.shininess},
+                                                  {"transparency ", look.transparency}};
+  for (const auto& [what, value] : parts)
+    if (value != 0) addPiece(text, what + number(value));
+  if (!look.label.empty()) addPiece(text, "label " + look.label);
+  return text.empty() ? "default" : text;
 }
 
 Section settingsOf(const headless::Model& model) {
@@ -34,6 +46,16 @@ Section settingsOf(const headless::Model& model) {
     section.rows.push_back({"tolerance class", word(record.toleranceClass)});
   const auto status = headless::regenerationStatus(model);
   if (status != creo::ProRegenerationStatus::regenerated) section.rows.push_back({"regeneration", word(status)});
+  if (record.density != 0)
+    section.rows.push_back({"density", number(record.density), record.densityEstimated ? "estimated" : "stated"});
+  if (record.appearance) section.rows.push_back({"appearance", lookOf(*record.appearance)});
+  for (const headless::FeatureRecord& feature : record.features)
+    if (feature.appearance)
+      section.rows.push_back({"appearance of feature " + std::to_string(feature.id), lookOf(*feature.appearance)});
+  for (const headless::SurfaceAppearanceRecord& one : record.surfaceAppearances)
+    section.rows.push_back(
+        {"appearance of surface " + std::to_string(one.surface) + ", side " + std::to_string(one.side),
+         lookOf(one.appearance)});
   if (record.insertAfter > 0) section.rows.push_back({"insert mode", "after " + std::to_string(record.insertAfter)});
   return section;
 }
@@ -53,44 +75,6 @@ Section materialsOf(const headless::Model& model) {
       section.rows.push_back({"  " + text::toUtf8(parameter.id), value});
       return creo::ProNoError;
     });
-  }
-  return section;
-}
-
-Section layersOf(const ModelRecord& record) {
-  Section section{"layers", {}};
-  for (const headless::LayerRecord& layer : record.layers)
-    section.rows.push_back({layer.name, word(layer.status),
-                            std::to_string(layer.items.size()) + (layer.items.size() == 1 ? " item" : " items")});
-  return section;
-}
-
-Section layerStatesOf(const ModelRecord& record) {
-  Section section{"layer states", {}};
-  for (const headless::LayerStateRecord& state : record.layerStates) {
-    std::string layers;
-    for (const headless::LayerStatusRecord& layer : state.layers)
-      layers += (layers.empty() ? "" : ", ") + layer.name + " " + word(layer.status);
-    section.rows.push_back({state.name, layers});
-  }
-  return section;
-}
-
-Section statesOf(const headless::Model& model) {
-  static constexpr std::pair<const char*, creo::ProItemType> kKinds[] = {
-      {"view", creo::ProItemType::view},
-      {"simplified representation", creo::ProItemType::simplifiedRep},
-      {"exploded state", creo::ProItemType::explodedState},
-      {"style state", creo::ProItemType::styleState},
-      {"combined state", creo::ProItemType::combinedState},
-      {"cross section", creo::ProItemType::crossSection},
-  };
-  Section section{"states", {}};
-  for (const auto& [kind, type] : kKinds) {
-    std::string names;
-    for (const headless::NamedItem& item : headless::namedItems(model, type))
-      names += (names.empty() ? "" : ", ") + text::toUtf8(item.name);
-    if (!names.empty()) section.rows.push_back({kind, names});
   }
   return section;
 }
@@ -133,10 +117,12 @@ Section bodyOf(const headless::Model& model) {
 std::vector<Section> solidSections(creo::ProMdl handle) {
   const headless::Model* model = headless::Session::current().models().find(handle);
   if (!model) return {};
-  const ModelRecord& record = model->document->record;
-  std::vector<Section> sections = {layersOf(record), layerStatesOf(record)};
-  if (model->type() != creo::ProMdlType::drawing)
-    sections.insert(sections.begin(), {settingsOf(*model), bodyOf(*model), materialsOf(*model), statesOf(*model)});
+  std::vector<Section> sections;
+  if (model->type() != creo::ProMdlType::drawing) {
+    sections = {settingsOf(*model), bodyOf(*model), materialsOf(*model)};
+    for (Section& one : stateSections(*model)) sections.push_back(std::move(one));
+  }
+  for (Section& one : layerSections(*model)) sections.push_back(std::move(one));
   return sections;
 }
 

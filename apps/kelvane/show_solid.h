@@ -5,8 +5,8 @@
 
 namespace kelvane {
 
-// Body, material, layers, layer states, views and states, accuracy, tolerance class and regeneration; what a model
-// hasn't is an empty section.
+// Settings (accuracy, tolerance class, regeneration, density, appearances), body, materials, states and layers; what a
+// model hasn't is an empty section.
 std::vector<Section> solidSections(creo::ProMdl model);
 
 }  // namespace kelvane

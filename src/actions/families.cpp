@@ -29,6 +29,8 @@ constexpr Family kFamilies[] = {
     &editFromFileActions,
     &drawingParameterActions,
     &featureReportActions,
+    &relationLineActions,
+    &programLineActions,
     &openReportActions,
     &reportTablecellActions,
     &modelDataReportActions,
@@ -44,6 +46,15 @@ constexpr Family kFamilies[] = {
     &geometryReportActions,
     &familyTableActions,
     &breakUpActions,
+    &layerActions,
+    &layerStateActions,
+    &materialActions,
+    &replaceMaterialActions,
+    &editMaterialActions,
+    &symbolActions,
+    &noteActions,
+    &noteTableActions,
+    &drawingModelActions,
 };
 // clang-format on
 

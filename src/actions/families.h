@@ -41,6 +41,8 @@ std::span<const ActionFunction> editFromTableActions();  // model/edit_from_tabl
 std::span<const ActionFunction> editFromFileActions();  // model/edit_from_file.cpp
 std::span<const ActionFunction> drawingParameterActions();  // model/drawing_parameters.cpp
 std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
+std::span<const ActionFunction> relationLineActions();  // model/relation_lines.cpp
+std::span<const ActionFunction> programLineActions();  // model/program_lines.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
 std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
 std::span<const ActionFunction> modelDataReportActions();  // reports/report_model_data.cpp
@@ -56,6 +58,15 @@ std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 std::span<const ActionFunction> familyTableActions();  // model/family_tables.cpp
 std::span<const ActionFunction> breakUpActions();  // model/break_up.cpp
+std::span<const ActionFunction> layerActions();  // model/layers.cpp
+std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
+std::span<const ActionFunction> materialActions();  // model/add_material.cpp
+std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
+std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp
+std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
+std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
+std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
+std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
 // clang-format on
 
 }  // namespace actions

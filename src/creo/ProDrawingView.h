@@ -15,6 +15,10 @@ Got<std::vector<ProView>> ProDrawingViewsCollect(ProMdl drawing);
 Got<int> ProDrawingViewIdGet(const ProView& view);
 // Its sheet, from 1.
 Got<int> ProDrawingViewSheetGet(const ProView& view);
+// The two views that a sheet has whatever it shows: what is drawn freely belongs to the background, what is written
+// over all others to the overlay. ProDrawingViewsCollect doesn't give them. ProNotFound: no such sheet.
+Got<ProView> ProDrawingBackgroundViewGet(ProMdl drawing, int sheet);
+Got<ProView> ProDrawingOverlayviewGet(ProMdl drawing, int sheet);
 
 // Brings the model tree, and a drawing's tree of one sheet or of all (-1), up to date on the screen.
 ProError ProTreetoolRefresh(ProMdl model);

@@ -90,4 +90,36 @@ class SelectionGuard {
   Got<std::vector<ProSelection>> saved_;
 };
 
+// Remembers the values of an option; change() leaves it with one alone; back() and the destructor give it back all that
+// it had, in their order.
+class OptionGuard {
+ public:
+  explicit OptionGuard(std::wstring option) : option_(std::move(option)), saved_(ProConfigoptArrayGet(option_)) {}
+  ~OptionGuard() { back(); }
+  OptionGuard(const OptionGuard&) = delete;
+  OptionGuard& operator=(const OptionGuard&) = delete;
+  // As ProConfigoptSet; nothing is set where the former values can't be told.
+  ProError change(const std::wstring& value) {
+    if (!saved_ && saved_.error != ProNotFound) return saved_.error;
+    changed_ = true;
+    if (saved_.value.size() > 1)
+      if (const ProError cleared = ProConfigoptSet(option_, L"")) return cleared;
+    return ProConfigoptSet(option_, value);
+  }
+  // False: a value couldn't be given back.
+  bool back() {
+    if (!std::exchange(changed_, false)) return true;
+    bool all = saved_.value.size() == 1 || ProConfigoptSet(option_, L"") == ProNoError;
+    for (const std::wstring& value : saved_.value) all = ProConfigoptSet(option_, value) == ProNoError && all;
+    return all;
+  }
+  // In their order; none: it wasn't set.
+  [[nodiscard]] const std::vector<std::wstring>& saved() const { return saved_.value; }
+
+ private:
+  std::wstring option_;
+  Got<std::vector<std::wstring>> saved_;
+  bool changed_ = false;
+};
+
 }  // namespace creo

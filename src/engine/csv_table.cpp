@@ -61,7 +61,9 @@ const CsvTable::ColumnIndex& CsvTable::indexOf(std::size_t column) const {
     const std::wstring_view text = cell(row, column);
     if (kindOf(text) != PatternKind::plain)
       index.patterns.push_back(row);
-    else if (!text.empty())
+    else if (text.empty())
+      index.empty.push_back(row);
+    else
       index.rows[std::wstring(text)].push_back(row);
   }
   return index;

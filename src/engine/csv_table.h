@@ -26,6 +26,8 @@ class CsvTable {
   // The rows, ascending, whose cell of a column names one of the texts: it is that text, case-blind, or a pattern for
   // wildcardCompare that fits one. An empty cell names none. Its cost is that of the rows found and of the patterns.
   [[nodiscard]] std::vector<std::size_t> rowsFor(std::size_t column, std::span<const std::wstring> texts) const;
+  // The rows, ascending, whose cell of a column is empty.
+  [[nodiscard]] std::span<const std::size_t> rowsWithout(std::size_t column) const { return indexOf(column).empty; }
 
   // The first record makes the columns. A later one is filled up or cut to their number.
   void addRecord(const std::vector<std::wstring>& fields);
@@ -36,10 +38,10 @@ class CsvTable {
     std::uint32_t length = 0;
   };
   [[nodiscard]] std::wstring_view at(std::size_t line, std::size_t column) const;
-  // Of a column: rows by their cell, and those whose cell is a pattern.
+  // Of a column: rows by their cell, those whose cell is a pattern, and those whose cell is empty.
   struct ColumnIndex {
     std::unordered_map<std::wstring, std::vector<std::size_t>, text::HashNoCase, text::EqualNoCase> rows;
-    std::vector<std::size_t> patterns;
+    std::vector<std::size_t> patterns, empty;
   };
   const ColumnIndex& indexOf(std::size_t column) const;
   std::size_t columns_ = 0;

@@ -269,6 +269,28 @@ TEST(Documents, ComparisonNamesWhatChanged) {
        R"({"p": [{"name": "A", "v": 1}, {"name": "A", "v": 3}]})", "p/A[1]/name: a -> A\np/A[1]/v: 2 -> 3\n"},
       {R"({"f": [{"id": 4, "name": "OLD"}]})", R"({"f": [{"id": 4, "name": "NEW"}]})", "f/4/name: OLD -> NEW\n"},
       {R"({"r": ["a", "b"]})", R"({"r": ["a", "c", "d"]})", "r/[1]: b -> c\nr/[2]:  -> d\n"},
+      // Lines that stayed are found again, whatever moved around them; equal lines too.
+      {R"({"r": ["a", "IF", "x", "ENDIF", "IF", "y", "ENDIF", "z"]})",
+       R"({"r": ["new", "a", "IF", "y", "ENDIF", "IF", "y2", "ENDIF", "z"]})",
+       "r/[0]:  -> new\nr/[3]: x -> y\nr/[6]: y -> y2\n"},
+      {R"({"r": ["a", "b", "c", "b"]})", R"({"r": ["b", "c"]})", "r/[0]: a -> \nr/[3]: b -> \n"},
+      {R"({"r": ["a", "b", "c", "d"]})", R"({"r": ["c", "d", "a", "b"]})",
+       "r/[0]:  -> c\nr/[1]:  -> d\nr/[2]: c -> \nr/[3]: d -> \n"},
+      // By ids and called by names; of two with one name each by its id.
+      {R"({"l": [{"id": 1, "name": "X", "s": 1}, {"id": 2, "name": "Y", "s": 1}]})",
+       R"({"l": [{"id": 2, "name": "y", "s": 2}, {"id": 3, "name": "Z"}]})",
+       "l/y/name: Y -> y\nl/y/s: 1 -> 2\nl/Z/id:  -> 3\nl/Z/name:  -> Z\nl/X/id: 1 -> \nl/X/name: X -> \nl/X/s: 1 -> "
+       "\n"},
+      {R"({"l": [{"id": 1, "name": "X"}, {"id": 2, "name": "x", "s": 1}]})",
+       R"({"l": [{"id": 2, "name": "X", "s": 2}, {"id": 1, "name": "X"}]})", "l/2/name: x -> X\nl/2/s: 1 -> 2\n"},
+      {R"({"i": [{"type": "feature", "id": 5}, {"type": "dimension", "id": 5}]})",
+       R"({"i": [{"type": "dimension", "id": 5}]})", "i/feature 5/type: feature -> \ni/feature 5/id: 5 -> \n"},
+      {R"({"i": [{"feature": 5, "action": "include"}, {"feature": 6}]})",
+       R"({"i": [{"feature": 6, "action": "exclude"}]})",
+       "i/6/action:  -> exclude\ni/5/feature: 5 -> \ni/5/action: include -> \n"},
+      {R"({"d": [{"id": 1, "symbol": "L", "v": 1}, {"id": 1, "reference": true, "v": 1}]})",
+       R"({"d": [{"id": 1, "reference": true, "v": 2}, {"id": 1, "symbol": "L", "v": 3}]})",
+       "d/reference 1/v: 1 -> 2\nd/L/v: 1 -> 3\n"},
       {R"({"v": 1})", R"({"v": "1"})", "v: 1 -> 1\n"},
       {R"({"v": [1]})", R"({"v": {"x": []}})", "v: [1] -> {\"x\": []}\n"},
       {"", R"({"v": true})", "v:  -> true\n"},
@@ -278,6 +300,27 @@ TEST(Documents, ComparisonNamesWhatChanged) {
   for (const Row& row : rows) EXPECT_EQ(row.expected, changes(row.before, row.after)) << row.before;
   for (const char* before : {R"({"externalData": {"kvpslot": {"N": 1}}})", R"({"externalData": {}})", "{}"})
     EXPECT_EQ("", changes(before, R"({"externalData": {"kvpslot": {"N": 2}}})", {.history = false})) << before;
+}
+
+TEST(Documents, ALineMoreAmongThousandsIsOneDifference) {
+  // Every tenth line is one of a kind, the rest repeats.
+  const auto lines = [](int from, int to) {
+    std::string all;
+    for (int i = from; i < to; ++i)
+      all += (all.empty() ? "\"" : ",\"") + (i % 10 == 0 ? "L" + std::to_string(i) : std::string("ENDIF")) + "\"";
+    return all;
+  };
+  const std::string before = "{\"r\": [" + lines(0, 20000) + "]}";
+  EXPECT_EQ("r/[0]: L0 -> X\nr/[10000]:  -> NEW\nr/[20000]: ENDIF -> Y\n",
+            changes(before, "{\"r\": [\"X\"," + lines(1, 10000) + ",\"NEW\"," + lines(10000, 19999) + ",\"Y\"]}"));
+  // Nothing in common, and nothing that stands once.
+  std::string same = "\"A\"", other = "\"B\"";
+  for (int i = 1; i < 20000; ++i) {
+    same += ",\"A\"";
+    other += ",\"B\"";
+  }
+  const std::string all = changes("{\"r\": [" + same + "]}", "{\"r\": [" + other + "]}");
+  EXPECT_EQ(20000, std::count(all.begin(), all.end(), '\n'));
 }
 
 class Folders : public test::HeadlessSession {};

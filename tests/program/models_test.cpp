@@ -44,10 +44,11 @@ TEST_F(ModelVerbs, AStepFileBecomesTheBodyAndGoesWithTheFolder) {
 
 TEST_F(ModelVerbs, ShowTellsFamilyTableUsesAndInstances) {
   const Ended bolt = kelvane({"show", example("workspace"), "BOLT_DIN933.PRT"});
-  EXPECT_THAT(bolt.out, testing::HasSubstr("family table\n"
-                                           "  instance     DIAMETER  LENGTH  SUPPLIER_NO     MASS\n"
-                                           "  BOLT_M6X20   6.0       20.0    DIN 933 M6x20   0.0065\n"
-                                           "  BOLT_M8X25   *         *       *               *\n"));
+  EXPECT_THAT(bolt.out,
+              testing::HasSubstr("family table\n"
+                                 "  instance     dimension DIAMETER  dimension LENGTH  SUPPLIER_NO     MASS\n"
+                                 "  BOLT_M6X20   6.0                 20.0              DIN 933 M6x20   0.0065\n"
+                                 "  BOLT_M8X25   *                   *                 *               *\n"));
   const Ended instance = kelvane({"show", example("workspace"), "BOLT_M8X30.PRT"});
   EXPECT_THAT(instance.out, testing::StartsWith("BOLT_M8X30.PRT  version 2  instance of BOLT_DIN933"));
   EXPECT_THAT(instance.out, testing::ContainsRegex("SUPPLIER_NO +String +DIN 933 M8x30\n"));
@@ -74,25 +75,72 @@ TEST_F(ModelVerbs, ShowTellsTheSheetsTablesAndSymbolsOfADrawing) {
 }
 
 TEST_F(ModelVerbs, ShowTellsMaterialsLayersAndStatesOfASolid) {
-  EXPECT_THAT(kelvane({"show", example("workspace"), "HOUSING_LOWER.PRT"}).out,
-              testing::AllOf(testing::HasSubstr("settings\n"
-                                                "  accuracy         absolute 0.01\n"
-                                                "  tolerance class  medium\n"),
-                             testing::HasSubstr("materials\n"
-                                                "  EN-GJL-250                  current\n"
-                                                "    PTC_MASS_DENSITY          7.2e-06 kg/mm^3\n"),
-                             testing::HasSubstr("states\n"
-                                                "  view                       FRONT, TOP, RIGHT, ISO\n"
-                                                "  simplified representation  ENVELOPE, NO_ROUNDS\n"
-                                                "  combined state             MACHINING\n"
-                                                "  cross section              A, B\n"),
-                             testing::HasSubstr("layers\n"
-                                                "  01_DATUMS    blank   0 items\n"
-                                                "  02_MACHINED  normal  2 items\n"
-                                                "  03_ROUNDS    normal  1 item\n"
-                                                "\nlayer states\n"
-                                                "  CASTING    02_MACHINED blank, 03_ROUNDS display\n")));
+  EXPECT_THAT(
+      kelvane({"show", example("workspace"), "HOUSING_LOWER.PRT"}).out,
+      testing::AllOf(testing::HasSubstr("settings\n"
+                                        "  accuracy         absolute 0.01\n"
+                                        "  tolerance class  medium\n"),
+                     testing::HasSubstr("materials\n"
+                                        "  EN-GJL-250                  current\n"
+                                        "    PTC_MASS_DENSITY          7.2e-06 kg/mm^3\n"),
+                     testing::HasSubstr("states\n"
+                                        "  view  FRONT, TOP, RIGHT, ISO\n"
+                                        "\nsimplified representations\n"
+                                        "  ENVELOPE   default include\n"
+                                        "  NO_ROUNDS  default include\n"
+                                        "\ncombined states\n"
+                                        "  MACHINING\n"
+                                        "\ncross sections\n"
+                                        "  A  planar  cuts model\n"
+                                        "  B  planar  cuts model\n"),
+                     testing::HasSubstr("layers\n"
+                                        "  01_DATUMS    blank   0 items\n"
+                                        "  02_MACHINED  normal  2 items  feature 20 BORE_IN, feature 24 BORE_OUT\n"
+                                        "  03_ROUNDS    normal  1 item   feature 40 EDGES\n"
+                                        "\nlayer states\n"
+                                        "  CASTING    02_MACHINED blank, 03_ROUNDS display\n")));
   EXPECT_EQ(std::string::npos, kelvane({"show", example("workspace"), "GEAR.DRW"}).out.find("settings"));
+}
+
+TEST_F(ModelVerbs, ShowTellsWhatASolidHoldsLineByLine) {
+  file("models/plate.prt.1", R"({"format": 1, "material": "TIN", "density": 2.5, "densityEstimated": true,
+    "parameters": [{"name": "PTC_MATERIAL_NAME", "type": "string", "value": "TIN"}],
+    "materials": [{"name": "TIN", "parameters": []}, {"name": "LEAD", "parameters": []}],
+    "relations": ["A = 1", "B = 2"], "postRelations": ["C = 3"], "program": ["INPUT", "END INPUT"],
+    "features": [{"id": 7, "name": "CUT", "relations": ["D = 4"], "sections": [{}, {"relations": ["E = 5"]}],
+                  "appearance": {"color": [1, 0, 0], "transparency": 0.5}}],
+    "layers": [{"id": 1, "name": "L", "ruleBased": true, "associativeRules": true, "rules": ["name == A*"],
+                "items": [{"type": "feature", "id": 7}, {"type": "dimension", "id": 9}]}],
+    "defaultLayers": [{"type": 3, "layer": "L"}],
+    "layerStates": [{"name": "S", "layers": [{"name": "L", "status": "hidden"}]}], "activeLayerState": "s",
+    "views": [{"id": 1, "name": "V"}], "activeView": "V",
+    "simplifiedReps": [{"id": 1, "name": "R", "defaultAction": "exclude", "items": [
+      {"feature": 7, "action": "substitute", "substitution": "partRep", "substitute": "LIGHT"}]}],
+    "combinedStates": [{"id": 1, "name": "ALL", "view": "V", "layerState": "S", "crossSection": "X", "exploded": true}],
+    "activeCombinedState": "ALL",
+    "crossSections": [{"id": 1, "name": "X", "plane": "TOP", "distance": 5, "visible": true, "oldForm": true}],
+    "familyTable": {"items": [{"type": "parameter", "name": "PTC_MATERIAL_NAME"}, {"type": "feature", "name": "CUT"}],
+      "instances": [{"name": "P1", "values": {"CUT": "N"}, "locked": true, "verification": "failed"},
+                    {"name": "P2", "values": {"PTC_MATERIAL_NAME": "LEAD"}}]}})");
+  const std::string out = kelvane({"show", models(), "PLATE.PRT"}).out;
+  for (const char* piece :
+       {"\nrelations\n  1  A = 1\n  2  B = 2\n", "\npost relations\n  1  C = 3\n",
+        "\nrelations of feature 7 CUT\n  1  D = 4\n", "\nrelations of section 2 of feature 7 CUT\n  1  E = 5\n",
+        "\nprogram\n  1  INPUT\n  2  END INPUT\n",
+        "\nfamily table\n  instance  PTC_MATERIAL_NAME  feature CUT\n  P1        *                  N            "
+        "locked, "
+        "failed\n  P2        LEAD               *\n",
+        "  density                  2.5                              estimated\n",
+        "  appearance of feature 7  color 1, 0, 0, transparency 0.5\n",
+        "\nlayers\n  L  normal  2 items  feature 7 CUT, dimension 9\n             by       rules, associative\n"
+        "             rule     name == A*\n",
+        "\ndefault layers\n  type 3  L\n", "\nlayer states\n  S  L hidden  active\n", "\nstates\n  view  V (active)\n",
+        "\nsimplified representations\n  R  default exclude  feature 7 CUT substitute by LIGHT\n",
+        "\ncombined states\n  ALL  active  view V, layers S, section X, shown exploded\n",
+        "\ncross sections\n  X  planar  cuts model  plane TOP, at 5  visible, old form\n"})
+    EXPECT_THAT(out, testing::HasSubstr(piece));
+  EXPECT_THAT(kelvane({"show", models(), "P2.PRT"}).out,
+              testing::StartsWith("P2.PRT  version 1  instance of PLATE  material LEAD\n"));
 }
 
 TEST_F(ModelVerbs, DamagedDocumentIsNamedWithItsLine) {

@@ -41,6 +41,34 @@ TEST_F(Run, DryRunNamesExactlyWhatTheRunThenDoes) {
   EXPECT_EQ(recapOf(real).substr(4), recapOf(dry).substr(3));
 }
 
+TEST_F(Run, ADryRunNamesMaterialsAsTheRunDoes) {
+  file("standards/materials/TIN.mtl", "ND_MATERIAL TIN\nPTC_MASS_DENSITY = 7.3e-06 kg/mm^3\n");
+  list("tin.xml",
+       "<task type='replaceMaterial' version='3' forPRT='true' forEF='false' path='@project_dir@' namef_0='LEAD'"
+       " namet_0='TIN' delreplaced='true'/>" +
+           kSave);
+  file("models/plate.prt.1", R"({"format": 1, "material": "LEAD", "materials": [{"name": "LEAD", "parameters": [
+    {"name": "PTC_MASS_DENSITY", "type": "double", "value": 1.1e-05}]}]})");
+  std::filesystem::copy(models(), path("before"));
+  const Ended dry = run("tin", {"-n"});
+  EXPECT_EQ(0, run("tin").code);
+  const std::string diff = kelvane({"diff", path("before"), models()}).out;
+  EXPECT_EQ(diff, dry.out.substr(0, dry.out.find("dry  models=")));
+  EXPECT_EQ(
+      "PLATE.PRT: material: LEAD -> TIN\nPLATE.PRT: + materials/TIN/name: TIN\n"
+      "PLATE.PRT: + materials/TIN/parameters/PTC_MASS_DENSITY/name: PTC_MASS_DENSITY\n"
+      "PLATE.PRT: + materials/TIN/parameters/PTC_MASS_DENSITY/type: double\n"
+      "PLATE.PRT: + materials/TIN/parameters/PTC_MASS_DENSITY/value: 7.3e-06\n"
+      "PLATE.PRT: + materials/TIN/parameters/PTC_MASS_DENSITY/units: kg/mm^3\n"
+      "PLATE.PRT: - materials/LEAD/name: LEAD\n"
+      "PLATE.PRT: - materials/LEAD/parameters/PTC_MASS_DENSITY/name: PTC_MASS_DENSITY\n"
+      "PLATE.PRT: - materials/LEAD/parameters/PTC_MASS_DENSITY/type: double\n"
+      "PLATE.PRT: - materials/LEAD/parameters/PTC_MASS_DENSITY/value: 1.1e-05\n",
+      diff);
+  run("tin", {"--again"});
+  EXPECT_EQ("", kelvane({"diff", path("before"), models()}).out.substr(diff.size()));
+}
+
 TEST_F(Run, SaveOptionsSayWhatIsKept) {
   const std::string changed = "done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0";
   const std::string kept = "done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=0 warnings=0";

@@ -1,9 +1,25 @@
 #include "actions/model/materials.h"
 
+#include <algorithm>
+
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProMaterial.h"
+#include "creo/ProMdl.h"
+#include "documents/predicates.h"
+#include "os/paths.h"
+#include "text/format.h"
+#include "text/letters.h"
 
 namespace actions {
+
+namespace {
+
+constexpr int kInstanceRefused = 5;
+constexpr std::wstring_view kOption = L"pro_material_dir";
+constexpr std::wstring_view kEndings[] = {L".mtl", L".mat"};
+
+}  // namespace
 
 std::optional<creo::ProModelitem> currentMaterial(creo::ProMdl part, int level) {
   const auto material = creo::ProMaterialCurrentGet(part);
@@ -15,6 +31,96 @@ std::optional<creo::ProModelitem> currentMaterial(creo::ProMdl part, int level) 
   if (item) return item.value;
   core::logWrite(L"Failure while ProMdlToMdlitem", core::kError);
   return std::nullopt;
+}
+
+std::optional<engine::Outcome> beginOnPart(const engine::Task& task, std::wstring_view title) {
+  if (const auto ended = engine::begin(task, {.title = title})) return ended;
+  if (documents::isInstance(task.model()) == documents::kTrue) {
+    core::logMsgPlain(kInstanceRefused, core::kWarning);
+    return engine::refused;
+  }
+  if (task.extensionIs(L"PRT")) return std::nullopt;
+  core::logWrite(L"Only parts have materials", core::kWarning);
+  return engine::refused;
+}
+
+MaterialPath materialPath(std::wstring_view path) {
+  MaterialPath parts{os::folderOf(path), os::nameOf(path), {}};
+  parts.name = parts.file;
+  for (const std::wstring_view ending : kEndings)
+    if (text::endsWithNoCase(parts.file, ending)) parts.name.resize(parts.file.size() - ending.size());
+  return parts;
+}
+
+std::optional<std::vector<std::wstring>> materialsOf(creo::ProMdl part) {
+  auto names = creo::ProPartMaterialsGet(part);
+  if (names || names.error == creo::ProNotFound) return std::move(names.value);
+  core::logWrite(L"Can't get the materials of the part", core::kError);
+  return std::nullopt;
+}
+
+bool isAmong(const std::vector<std::wstring>& names, std::wstring_view name) {
+  return std::any_of(names.begin(), names.end(),
+                     [name](const std::wstring& one) { return text::equalNoCase(one, name); });
+}
+
+std::optional<bool> isCurrentMaterial(creo::ProMdl part, std::wstring_view name) {
+  const auto current = creo::ProMaterialCurrentGet(part);
+  if (!current && current.error != creo::ProNotFound) {
+    core::logWrite(L"Can't get the current material of the part", core::kError);
+    return std::nullopt;
+  }
+  return current && text::equalNoCase(current.value.name, name);
+}
+
+MaterialFolder::MaterialFolder() : option_(std::wstring(kOption)) {}
+
+bool MaterialFolder::change(const std::wstring& folder) {
+  if (option_.change(folder) == creo::ProNoError) return true;
+  core::logWrite(text::format(L"The configuration value for '%s' can't be set", kOption), core::kError);
+  return false;
+}
+
+MaterialFolder::~MaterialFolder() {
+  if (!option_.back())
+    core::logWrite(text::format(L"The configuration value for '%s' can't be set", kOption), core::kError);
+}
+
+creo::ProFamtableItem materialColumn() { return {creo::ProFamitemType::parameter, L"PTC_MATERIAL_NAME"}; }
+
+bool eachInstance(creo::ProMdl generic, creo::FunctionRef<void(const creo::ProFaminstance& instance)> visit) {
+  const auto table = creo::ProFamtableInit(generic);
+  if (table.error == creo::ProNotFound) return true;
+  const auto type = creo::ProMdlTypeGet(generic);
+  if (!table || !type) return false;
+  bool all = true;
+  const creo::ProError result = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
+    visit(instance);
+    // A table of its own is seen from the instance as a model.
+    const bool wasThere = static_cast<bool>(creo::ProMdlInit(instance.name, type.value));
+    const auto model = creo::ProFaminstanceCreate(instance);
+    if (!model) {
+      core::logWrite(L"Can't create Instance", core::kError);
+      all = false;
+      return creo::ProNoError;
+    }
+    all = eachInstance(model.value, visit) && all;
+    if (!wasThere) creo::ProMdlErase(model.value);
+    return creo::ProNoError;
+  });
+  return all && (result == creo::ProNoError || result == creo::ProNotFound);
+}
+
+std::optional<std::vector<std::wstring>> materialsOfInstances(creo::ProMdl generic) {
+  std::vector<std::wstring> names;
+  bool told = true;
+  const bool all = eachInstance(generic, [&](const creo::ProFaminstance& instance) {
+    const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
+    if (value && !isAmong(names, value.value.string)) names.push_back(value.value.string);
+    told = told && (value || value.error == creo::ProNotFound);
+  });
+  if (!all || !told) return std::nullopt;
+  return names;
 }
 
 }  // namespace actions

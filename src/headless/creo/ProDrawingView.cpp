@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/sheet_views.h"
 
 namespace creo {
 
@@ -15,6 +16,12 @@ namespace {
 template <class Get>
 Got<int> ofView(std::string_view operation, const ProView& view, Get get) {
   return onDrawing(operation, view.drawing, [&](State&, Model& m) -> Got<int> {
+    if (const int sheet = headless::sheetOfOwnView(view.id); headless::sheetOf(*m.document, sheet)) {
+      headless::ViewRecord own;
+      own.id = view.id;
+      own.sheet = sheet;
+      return get(own);
+    }
     const auto& views = m.document->record.views;
     const auto found = std::find_if(views.begin(), views.end(), [&](const auto& one) { return one.id == view.id; });
     if (found == views.end()) return ProNotFound;
@@ -39,6 +46,20 @@ Got<int> ProDrawingViewIdGet(const ProView& view) {
 // A view that names no sheet stands on the first.
 Got<int> ProDrawingViewSheetGet(const ProView& view) {
   return ofView("ProDrawingViewSheetGet", view, [](const headless::ViewRecord& one) { return std::max(one.sheet, 1); });
+}
+
+Got<ProView> ProDrawingBackgroundViewGet(ProMdl drawing, int sheet) {
+  return headless::onSheet("ProDrawingBackgroundViewGet", drawing, sheet,
+                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<ProView> {
+                             return ProView{m.handle, headless::backgroundViewId(sheet)};
+                           });
+}
+
+Got<ProView> ProDrawingOverlayviewGet(ProMdl drawing, int sheet) {
+  return headless::onSheet("ProDrawingOverlayviewGet", drawing, sheet,
+                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<ProView> {
+                             return ProView{m.handle, headless::overlayViewId(sheet)};
+                           });
 }
 
 // The trees have no picture here: what is asked of them is always of this moment.

@@ -3,6 +3,7 @@
 #include "headless/creo/operation.h"
 #include "headless/model/density.h"
 #include "headless/model/items.h"
+#include "headless/model/materials.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -48,6 +49,23 @@ Got<std::vector<std::wstring>> ProPartMaterialsGet(ProMdl part) {
     for (const headless::MaterialRecord& one : m.document->record.materials) names.push_back(text::fromUtf8(one.name));
     if (names.empty()) return ProNotFound;
     return names;
+  });
+}
+
+ProError ProMaterialCurrentSet(const ProMaterial& material) {
+  return onPart("ProMaterialCurrentSet", material.owner,
+                [&](Model& m) { return headless::setCurrentMaterial(m, material.name); });
+}
+
+ProError ProMaterialDelete(const ProMaterial& material) {
+  return onPart("ProMaterialDelete", material.owner,
+                [&](Model& m) { return headless::deleteMaterial(m, material.name); });
+}
+
+ProError ProMaterialfileRead(ProMdl part, const std::wstring& name) {
+  return onModel("ProMaterialfileRead", part, [&](State& state, Model& m) -> ProError {
+    if (m.type() != ProMdlType::part) return ProBadInputs;
+    return headless::readMaterialFile(state, m, name);
   });
 }
 

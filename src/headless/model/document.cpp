@@ -132,7 +132,14 @@ void ModelDocument::markSaved() {
 const ModelDocument::RelationNames& ModelDocument::relationNames() {
   if (!relationNames_) {
     relationNames_ = std::make_unique<RelationNames>();
-    for (const std::string& line : record.relations) collectNames(line, *relationNames_);
+    const auto collect = [this](const std::vector<std::string>& lines) {
+      for (const std::string& line : lines) collectNames(line, *relationNames_);
+    };
+    collect(record.relations);
+    for (const FeatureRecord& feature : record.features) {
+      collect(feature.relations);
+      for (const SectionRecord& section : feature.sections) collect(section.relations);
+    }
   }
   return *relationNames_;
 }

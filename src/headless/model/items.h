@@ -23,10 +23,11 @@ creo::Got<creo::ProModelitem> itemNamed(const Model& model, creo::ProItemType ty
 // As ProModelitemNameSet.
 creo::ProError renameItem(const Model& model, const creo::ProModelitem& item, const std::wstring& name);
 
-// The current material as the part's materials spell it; empty where none is set.
+// The current material as the part's materials spell it; empty where none is set. An instance may have its own.
 std::wstring currentMaterial(const Model& model);
 
-// The lines that a set of relations holds. Null for an item that owns none.
-std::vector<std::string>* relationLines(const Model& model, const creo::ProModelitem& owner);
+// The lines that a set of relations holds. section: of a feature, its sketch, from 0; -1: its own. Null for an item that
+// owns none.
+std::vector<std::string>* relationLines(const Model& model, const creo::ProModelitem& owner, int section = -1);
 
 }  // namespace headless

@@ -149,13 +149,42 @@ Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignm
 constexpr const wchar_t* kRelation = L"relation";
 constexpr const wchar_t* kPostRelation = L"post relation";
 
+// The relations of features that aren't suppressed, and of their sketches: a sketch before its feature.
+Outcome runFeatureRelations(const Model& model, Relations& relations) {
+  for (const ModelFeature& feature : featuresOf(model)) {
+    const FeatureRecord* record = feature.record();
+    if (!record || featureStatus(feature) != ProFeatureStatus::active) continue;
+    const auto fails = [&](const RelationFault& fault) {
+      const std::wstring name = featureName(feature);
+      return failure(text::format(L"feature %s, relation line %d: %s",
+                                  name.empty() ? std::to_wstring(feature.place.id) : name, static_cast<int>(fault.line),
+                                  fault.reason));
+    };
+    for (const SectionRecord& section : record->sections)
+      if (const RelationFault fault = relations.run(section.relations)) return fails(fault);
+    if (const RelationFault fault = relations.run(record->relations)) return fails(fault);
+  }
+  return {};
+}
+
+bool hasFeatureRelations(const ModelRecord& record) {
+  return std::any_of(record.features.begin(), record.features.end(), [](const FeatureRecord& feature) {
+    return !feature.relations.empty() ||
+           std::any_of(feature.sections.begin(), feature.sections.end(),
+                       [](const SectionRecord& section) { return !section.relations.empty(); });
+  });
+}
+
 Outcome runRelations(Model& model) {
   ModelDocument& document = *model.document;
   const ModelRecord& record = document.record;
-  if (record.relations.empty() && record.postRelations.empty()) return {};
+  const bool ofFeatures = hasFeatureRelations(record);
+  if (record.relations.empty() && record.postRelations.empty() && !ofFeatures) return {};
   Names names(model);
   Relations relations(lookupIn(names));
   if (const RelationFault fault = relations.run(record.relations)) return faulty(kRelation, fault);
+  if (ofFeatures)
+    if (Outcome outcome = runFeatureRelations(model, relations); !outcome.reason.empty()) return outcome;
   if (const RelationFault fault = relations.run(record.postRelations)) return faulty(kPostRelation, fault);
   return giveAll(document, names, relations.assignments());
 }
@@ -295,6 +324,18 @@ creo::ProError regenerateRelations(const Models& models, Model& model, bool post
     outcome = faulty(post ? kPostRelation : kRelation, fault);
   else if (!before)
     outcome = giveAll(document, names, relations.assignments());
+  if (outcome.reason.empty()) return creo::ProNoError;
+  models.message(fileLabel(model) + L": " + outcome.reason);
+  return creo::ProGeneralError;
+}
+
+creo::ProError regenerateOwnRelations(const Models& models, Model& model, const std::vector<std::string>& lines) {
+  Names names(model);
+  Relations relations(lookupIn(names));
+  // What the model's relations assign is known to them.
+  relations.run(model.document->record.relations);
+  const RelationFault fault = relations.run(lines);
+  const Outcome outcome = fault ? faulty(kRelation, fault) : giveAll(*model.document, names, relations.assignments());
   if (outcome.reason.empty()) return creo::ProNoError;
   models.message(fileLabel(model) + L": " + outcome.reason);
   return creo::ProGeneralError;

@@ -28,5 +28,7 @@ creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo,
 // Runs the relations, or those behind the regeneration, and gives the model what they assign. ProGeneralError, with a
 // line: one of them fails.
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post);
+// The same for those of a feature or a sketch.
+creo::ProError regenerateOwnRelations(const Models& models, Model& model, const std::vector<std::string>& lines);
 
 }  // namespace headless

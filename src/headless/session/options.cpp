@@ -17,14 +17,16 @@ bool isOptionName(std::wstring_view name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), isInName);
 }
 
+bool mayHaveSeveral(std::wstring_view name) {
+  return std::any_of(std::begin(kSeveral), std::end(kSeveral),
+                     [name](std::wstring_view one) { return text::equalNoCase(one, name); });
+}
+
 }  // namespace
 
 ConfigOptions::Option& ConfigOptions::option(std::wstring_view name) {
   const auto [at, fresh] = options_.try_emplace(std::wstring(name));
-  if (fresh) {
-    at->second.several = std::any_of(std::begin(kSeveral), std::end(kSeveral),
-                                     [name](std::wstring_view one) { return text::equalNoCase(one, name); });
-  }
+  if (fresh) at->second.several = mayHaveSeveral(name);
   return at->second;
 }
 
@@ -43,6 +45,11 @@ void ConfigOptions::read(std::wstring_view content) {
 bool ConfigOptions::set(std::wstring_view name, std::wstring_view value) {
   if (!isOptionName(name)) return false;
   Option& set = option(name);
+  // An empty text takes the values away, also of an option that only a settings file gave several of.
+  if (value.empty() && !mayHaveSeveral(name)) {
+    set.values.clear();
+    return true;
+  }
   if (!set.several) set.values.clear();
   if (std::find(set.values.begin(), set.values.end(), value) == set.values.end()) set.values.emplace_back(value);
   return true;

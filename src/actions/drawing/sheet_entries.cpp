@@ -1,0 +1,116 @@
+#include "actions/drawing/sheet_entries.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/log.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+
+using namespace engine;
+
+namespace {
+
+constexpr int kMostEntries = 100;
+constexpr double kTolerance = 5.0;
+constexpr double kRounding = 1e-9;  // what the way through a matrix and back may cost
+
+void say(std::wstring_view text) { core::logIndented(text, core::kNormal, 1); }
+void error(std::wstring_view text) { core::logWrite(text, core::kError); }
+
+// False, with a line: the entry names a sheet that can't be told.
+bool readSheet(const Task& task, SheetEntry& entry) {
+  const auto attribute = task.numbered(L"sheet_%d", entry.number);
+  if (!attribute || attribute->empty()) return true;
+  const Replaced replaced = replaceVariables(*attribute, task.model());
+  const auto number = replaced ? text::readInt(replaced.text) : text::ParsedInt{0, text::NumberFault::notANumber};
+  if (replaced && replaced.text.empty()) return true;
+  if (number.fault != text::NumberFault::none) {
+    error(text::format(L"sheet_%d is no number of a sheet: %s", entry.number, *attribute));
+    return false;
+  }
+  if (number.value != 0 && number.value != -1) entry.sheet = number.value;
+  return true;
+}
+
+bool fitsFormat(const SheetEntry& entry, std::wstring_view format, SheetWork work) {
+  if (entry.format) return entry.format->empty() || wildcardCompare(*entry.format, format) == 1;
+  if (work == SheetWork::adding) error(text::format(L"fn_%d is missing", entry.number));
+  return work == SheetWork::finding;
+}
+
+}  // namespace
+
+std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std::wstring_view> stems) {
+  std::vector<int> numbers;
+  for (const std::wstring_view stem : stems)
+    for (const int number : task.numbers(stem, kMostEntries)) numbers.push_back(number);
+  std::sort(numbers.begin(), numbers.end());
+  numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+  std::vector<SheetEntry> entries;
+  for (const int number : numbers) {
+    SheetEntry entry{number, task.numbered(L"fn_%d", number), {}};
+    if (readSheet(task, entry)) entries.push_back(entry);
+  }
+  return entries;
+}
+
+bool isForSheet(const Task& task, const SheetEntry& entry, int sheet, SheetWork work) {
+  const bool adds = work == SheetWork::adding;
+  const auto found = creo::ProDrawingFormatGet(task.model(), sheet);
+  const std::wstring format = found ? found.value : adds ? L"no_format" : L"";
+  say(text::format(adds ? L"The format of page %d is %s." : L"The format of page %d is %s", sheet, format));
+  if (!fitsFormat(entry, format, work)) return false;
+  if (adds) say(text::format(L"Check Sheet %d = %d", sheet, entry.sheet.value_or(0)));
+  return !entry.sheet || *entry.sheet == sheet;
+}
+
+std::optional<SheetFrame> sheetFrame(creo::ProMdl drawing, int sheet) {
+  const auto matrix = creo::ProDrawingSheetTrfGet(drawing, sheet);
+  if (matrix && matrix.value.scaleX != 0 && matrix.value.scaleY != 0) return SheetFrame{drawing, sheet, matrix.value};
+  error(text::format(L"The matrix of sheet %d can't be read", sheet));
+  return std::nullopt;
+}
+
+creo::ProPoint toDrawing(const SheetFrame& frame, const creo::ProPoint& onSheet) {
+  const creo::ProSheetMatrix& m = frame.matrix;
+  return {(onSheet.x - m.offsetX) / m.scaleX, (onSheet.y - m.offsetY) / m.scaleY};
+}
+
+creo::ProPoint toSheet(const SheetFrame& frame, const creo::ProPoint& inDrawing) {
+  const creo::ProSheetMatrix& m = frame.matrix;
+  return {m.scaleX * inDrawing.x + m.offsetX, m.scaleY * inDrawing.y + m.offsetY};
+}
+
+creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet) {
+  if (onSheet.x >= 0 && onSheet.y >= 0) return onSheet;
+  const auto size = creo::ProDrawingSheetInfoGet(frame.drawing, frame.sheet);
+  if (!size) return onSheet;
+  if (onSheet.x < 0) onSheet.x += size.value.width;
+  if (onSheet.y < 0) onSheet.y += size.value.height;
+  return onSheet;
+}
+
+bool isNear(const creo::ProPoint& a, const creo::ProPoint& b) {
+  return std::fabs(a.x - b.x) <= kTolerance + kRounding && std::fabs(a.y - b.y) <= kTolerance + kRounding;
+}
+
+std::optional<creo::ProPoint> placeOf(const Task& task, const SheetEntry& entry, std::wstring_view xStem,
+                                      std::wstring_view yStem) {
+  creo::ProPoint place;
+  for (const auto& [stem, into] : {std::pair{xStem, &place.x}, std::pair{yStem, &place.y}}) {
+    const std::wstring name = text::format(L"%s%d", stem, entry.number);
+    const auto number = text::readDouble(task.attribute(name));
+    if (number.fault != text::NumberFault::none || !std::isfinite(number.value)) {
+      error(text::format(L"%s is no number: %s", name, task.attribute(name)));
+      return std::nullopt;
+    }
+    *into = number.value;
+  }
+  return place;
+}
+
+}  // namespace actions

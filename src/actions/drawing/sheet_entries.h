@@ -1,0 +1,51 @@
+// The counted entries by which actions name places and sheets of a drawing: which of them concern a sheet, and what
+// their positions mean there.
+#pragma once
+
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "creo/ProDrawing.h"
+#include "engine/task.h"
+
+namespace actions {
+
+// One number's entry. Which sheets it is for: those whose format fits the pattern `fn_N` and whose number `sheet_N` is.
+struct SheetEntry {
+  int number = 0;
+  std::optional<std::wstring_view> format;  // empty: every format, and none
+  std::optional<int> sheet;                 // nothing: all
+};
+// The entries that have one of the attributes, ascending; those whose sheet can't be told get an error line and are
+// left out. The attribute `sheet_N` goes through the template engine; absent, empty, 0 and -1 are all sheets.
+std::vector<SheetEntry> sheetEntries(const engine::Task& task, std::initializer_list<std::wstring_view> stems);
+
+// adding tells more in the log, and takes an entry without `fn_N` for none.
+enum class SheetWork { adding, finding };
+// Whether the entry is for that sheet of the task's drawing.
+bool isForSheet(const engine::Task& task, const SheetEntry& entry, int sheet, SheetWork work);
+
+// A sheet with the matrix that leads from the drawing's coordinates, in which Creo keeps places, to the sheet's own, in
+// which users read them.
+struct SheetFrame {
+  creo::ProMdl drawing;
+  int sheet = 0;
+  creo::ProSheetMatrix matrix;
+};
+// Nothing, with an error line, where the matrix can't be read.
+std::optional<SheetFrame> sheetFrame(creo::ProMdl drawing, int sheet);
+creo::ProPoint toDrawing(const SheetFrame& frame, const creo::ProPoint& onSheet);
+creo::ProPoint toSheet(const SheetFrame& frame, const creo::ProPoint& inDrawing);
+// Negative values count from the far edges; they stay as they are where Creo doesn't tell the sheet's size.
+creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
+// Within 5 units of the sheet on each axis, bounds included.
+bool isNear(const creo::ProPoint& a, const creo::ProPoint& b);
+
+// The attributes `xstem` and `ystem` with the entry's number. Nothing, with an error line, where one is no number.
+std::optional<creo::ProPoint> placeOf(const engine::Task& task, const SheetEntry& entry, std::wstring_view xStem,
+                                      std::wstring_view yStem);
+
+}  // namespace actions

@@ -1,0 +1,230 @@
+// Symbols on the sheets of drawings: placed, found by place or name, moved, deleted, switched to another group.
+#include <algorithm>
+
+#include "actions/drawing/details.h"
+#include "actions/families.h"
+#include "creo/ProDrawingView.h"
+#include "creo/ProDtlsym.h"
+#include "creo/ProWindow.h"
+#include "creo/guards.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProDtlsymdef;
+using creo::ProDtlsymgroup;
+using creo::ProDtlsyminst;
+using creo::ProDtlsyminstdata;
+using creo::ProError;
+using creo::ProMdl;
+
+constexpr std::wstring_view kSymbolDirectory = L"@pro_symbol_dir@";
+
+// ---- new symbols
+
+// What all entries of a task place; retrieved when the first one needs it.
+struct Definition {
+  std::wstring folder, name;
+  creo::Got<ProDtlsymdef> found = creo::ProNotFound;
+};
+
+creo::Got<ProDtlsymdef> retrieve(ProMdl drawing, const Definition& wanted) {
+  const auto retrieved =
+      creo::ProDrawingDtlsymdefRetrieve(drawing, wanted.folder, wanted.name, creo::kNewestVersion, true);
+  if (retrieved) return retrieved;
+  // One that the drawing has already serves where no file brings it.
+  const auto definitions = creo::ProDrawingDtlsymdefsCollect(drawing);
+  for (const ProDtlsymdef& one : definitions.value) {
+    const auto name = creo::ProDtlsymdefNameGet(one);
+    if (definitions && name && text::equalNoCase(name.value, wanted.name)) return one;
+  }
+  return retrieved.error;
+}
+
+// The steps of a new symbol's data; those that fail have a line, and the others go on.
+ProDtlsyminstdata newSymbolData(ProMdl drawing, const ProDtlsymdef& definition, const creo::ProPoint& place) {
+  int step = 0;
+  const auto check = [&](ProError result) {
+    ++step;
+    if (result != creo::ProNoError) failDetail(text::format(L"SourceCode - add Symbol failure %d", step));
+  };
+  auto data = creo::ProDtlsyminstdataAlloc(drawing);
+  check(data.error);
+  check(creo::ProDtlsyminstdataDefSet(data.value, definition));
+  check(creo::ProDtlsyminstdataGroupoptionsSet(data.value, creo::ProSymbolGroups::all, {}));
+  check(creo::ProDtlsyminstdataAttachtypeSet(data.value, creo::ProDtlsymattach::free));
+  const auto attachment = creo::ProDtlattachAlloc(creo::ProDtlattachType::free, 0, place);
+  check(attachment.error);
+  check(creo::ProDtlsyminstdataAttachmentSet(data.value, attachment.value));
+  return data.value;
+}
+
+void placeSymbol(ProMdl drawing, const ProDtlsymdef& definition, const creo::ProPoint& place) {
+  const auto symbol = creo::ProDtlsyminstCreate(newSymbolData(drawing, definition, place));
+  if (symbol) creo::ProDtlsyminstShow(symbol.value);
+  tellResult(symbol.error, L"Symbol instance is created and displayed", L"Symbol can't be displayed");
+  if (symbol) creo::ProDrawingtreeRefresh(drawing, -1);
+  creo::ProWindowRepaint(creo::kAnyWindow);
+}
+
+void addSymbolOn(const Task& task, const SheetEntry& entry, const SheetFrame& frame, Definition& definition) {
+  const auto place = placeForNew(task, entry, frame);
+  if (!place) return;
+  if (!definition.found) definition.found = retrieve(task.model(), definition);
+  if (!definition.found)
+    return failDetail(
+        text::format(L"Failure while retrieving the symbol : %d", static_cast<int>(definition.found.error)));
+  sayDetail(L"Symbol is retrieved");
+  placeSymbol(task.model(), definition.found.value, *place);
+}
+
+Outcome addSymbol(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Add symbol"})) return *ended;
+  if (!isDrawing(task.model())) return done;
+  const Replaced name = task.text(L"symname");
+  if (!name.hasText()) {
+    failDetail(L"The name of the symbol can't be put together");
+    return done;
+  }
+  const std::wstring_view path = task.attribute(L"sympath");
+  const bool isOwnPath = !path.empty() && path != kSymbolDirectory;
+  Definition definition{isOwnPath ? task.path(L"sympath", L"models") : std::wstring(path), name.text};
+  const auto entries = sheetEntries(task, {L"posx_"});
+  const auto sheets = creo::ProDrawingSheetsCount(task.model());
+  creo::SheetGuard current(task.model());
+  for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet) {
+    if (current.change(sheet) != creo::ProNoError) continue;
+    for (const SheetEntry& entry : entries) {
+      if (!isForSheet(task, entry, sheet, SheetWork::adding)) continue;
+      sayDetail(text::format(L"Sheet %d is worked", sheet));
+      if (const auto frame = sheetFrame(task.model(), sheet)) addSymbolOn(task, entry, *frame, definition);
+    }
+  }
+  return done;
+}
+
+// ---- symbols that are there
+
+bool hasName(const Task& task, const SheetEntry& entry, const ProDtlsyminstdata& data) {
+  const std::wstring_view pattern = task.numbered(L"symname_%d", entry.number).value_or(L"");
+  if (pattern.empty()) return false;
+  const auto name = creo::ProDtlsymdefNameGet(data.definition);
+  if (!name) return false;
+  sayDetail(text::format(L"check %s => %s", pattern, name.value));
+  return wildcardCompare(pattern, name.value) == 1;
+}
+
+void moveSymbolTo(const Task& task, const SheetEntry& entry, const SheetFrame& frame, const ProDtlsyminst& symbol,
+                  ProDtlsyminstdata& data) {
+  const auto attachment = movedTo(task, entry, frame, data.attachment);
+  ProError result = attachment.error;
+  if (attachment) result = creo::ProDtlsyminstdataAttachmentSet(data, attachment.value);
+  if (result == creo::ProNoError) result = creo::ProDtlsyminstModify(symbol, data);
+  tellResult(result, L"Symbol is moved", L"Can't move the symbol");
+}
+
+// The first group whose name fits, behind those around it, outermost first; empty for none.
+std::vector<ProDtlsymgroup> groupsFor(const ProDtlsyminst& symbol, std::wstring_view pattern) {
+  const auto groups = creo::ProDtlsyminstSymgroupsCollect(symbol);
+  if (!groups) return {};
+  sayDetail(L"Found group");
+  std::vector<ProDtlsymgroup> chain;
+  for (const ProDtlsymgroup& group : groups.value) {
+    const auto name = creo::ProDtlsymgroupNameGet(group);
+    if (!name) continue;
+    sayDetail(name.value);
+    if (wildcardCompare(pattern, name.value) != 1) continue;
+    chain.push_back(group);
+    break;
+  }
+  while (!chain.empty()) {
+    const auto parent = creo::ProDtlsymgroupParentGet(chain.back());
+    if (!parent) break;
+    sayDetail(L"get it");
+    chain.push_back(parent.value);
+  }
+  std::reverse(chain.begin(), chain.end());
+  return chain;
+}
+
+void changeGroup(const Task& task, const SheetEntry& entry, const ProDtlsyminst& symbol, ProDtlsyminstdata& data) {
+  sayDetail(L"Change group");
+  const auto attribute = task.numbered(L"nvariant_%d", entry.number);
+  const Replaced pattern = replaceVariables(attribute.value_or(L""), task.model());
+  if (!pattern.hasText()) return failDetail(text::format(L"nvariant_%d can't be put together", entry.number));
+  const auto groups = groupsFor(symbol, pattern.text);
+  if (groups.empty()) return;
+  ProError result = creo::ProDtlsyminstdataGroupoptionsSet(data, creo::ProSymbolGroups::custom, groups);
+  if (result == creo::ProNoError) result = creo::ProDtlsyminstModify(symbol, data);
+  tellResult(result, L"Symbol is changed", L"Can't change the symbol");
+}
+
+void workSymbol(const Task& task, const SheetEntry& entry, const SheetFrame& frame, const ProDtlsyminst& symbol,
+                ProDtlsyminstdata& data, DetailWork work) {
+  switch (work) {
+    case DetailWork::move:
+      return moveSymbolTo(task, entry, frame, symbol, data);
+    case DetailWork::remove:
+      return tellResult(creo::ProDtlsyminstDelete(symbol), L"Symbol is deleted", L"Can't delete the symbol");
+    case DetailWork::changeGroup:
+      return changeGroup(task, entry, symbol, data);
+  }
+}
+
+Outcome workSymbols(const Task& task, std::wstring_view title, std::initializer_list<std::wstring_view> stems,
+                    DetailWork work) {
+  if (const auto ended = begin(task, {.title = title})) return *ended;
+  if (!isDrawing(task.model())) return done;
+  eachSheetAndEntry(task, stems, [&](const SheetFrame& frame, const SheetEntry& entry) {
+    const auto wanted = wantedPlace(task, entry, frame);
+    creo::ProDrawingDtlsyminstVisit(task.model(), frame.sheet, [&](const ProDtlsyminst& symbol) {
+      auto data = creo::ProDtlsyminstDataGet(symbol);
+      if (!data) return creo::ProNoError;
+      const bool isThere = wanted && standsAt(frame, data.value.attachment, *wanted);
+      if (!hasName(task, entry, data.value) && !isThere) return creo::ProNoError;
+      sayDetail(L"found a symbol");
+      workSymbol(task, entry, frame, symbol, data.value, work);
+      return creo::ProNoError;
+    });
+  });
+  return done;
+}
+
+Outcome moveSymbol(const Task& task) { return workSymbols(task, L"Move Symbol", {L"nposx_"}, DetailWork::move); }
+Outcome deleteSymbol(const Task& task) {
+  return workSymbols(task, L"Delete Symbol", {L"posx_", L"symname_"}, DetailWork::remove);
+}
+Outcome changeSymbolGroup(const Task& task) {
+  return workSymbols(task, L"Change Symbol Group", {L"posx_", L"symname_"}, DetailWork::changeGroup);
+}
+
+// ---- definitions
+
+Outcome updateSymbolDefinitions(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Update symbol definitions"})) return *ended;
+  if (!isDrawing(task.model()) || task.has(L"path")) return done;
+  const auto definitions = creo::ProDrawingDtlsymdefsCollect(task.model());
+  for (const ProDtlsymdef& definition : definitions.value) {
+    const auto name = creo::ProDtlsymdefNameGet(definition);
+    if (!definitions || !name) continue;
+    const auto updated = creo::ProDrawingDtlsymdefRetrieve(task.model(), L"", name.value, creo::kNewestVersion, true);
+    sayDetail(text::format(updated ? L"Update for %s found." : L"No update for %s found.", name.value));
+  }
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"addSymbol", &addSymbol},
+                                       {L"moveSymbol", &moveSymbol},
+                                       {L"changeSymbolGroup", &changeSymbolGroup},
+                                       {L"deleteSymbol", &deleteSymbol},
+                                       {L"updateSymbolDefinitions", &updateSymbolDefinitions}};
+
+}  // namespace
+
+std::span<const ActionFunction> symbolActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,118 @@
+// Materials that come into a part from files, and leave it.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "actions/model/materials.h"
+#include "core/messages.h"
+#include "creo/ProMaterial.h"
+#include "documents/predicates.h"
+#include "engine/compare.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kAddTitle = 273, kBadFile = 275, kCantSetCurrent = 276, kAdded = 277, kSetCurrent = 278,
+              kAlreadyHeld = 279, kAlreadyCurrent = 280;
+constexpr int kDeleteTitle = 223, kOnlyUnused = 224, kDeleted = 225, kNotDeleted = 226;
+constexpr int kIsSkeleton = 420;
+constexpr int kMostNames = 100;
+
+// A skeleton is worked only where the list says so.
+std::optional<Outcome> beginOnPartOrSkeleton(const Task& task, std::wstring_view title) {
+  if (const auto ended = beginOnPart(task, title)) return ended;
+  if (documents::isSkeleton(task.model()) != documents::kTrue) return std::nullopt;
+  core::logMsgPlain(kIsSkeleton, core::kWarning);
+  return task.isTrue(L"forSkel") ? std::nullopt : std::optional(refused);
+}
+
+// False, with its line: the part doesn't hold the material afterwards.
+bool readMaterial(creo::ProMdl part, const MaterialPath& material) {
+  MaterialFolder folder;
+  if (!material.folder.empty() && !folder.change(material.folder)) return false;
+  const creo::ProError result = creo::ProMaterialfileRead(part, material.file);
+  if (result == creo::ProNoError)
+    core::logMsgId(kAdded, core::kNormal, 1);
+  else if (result == creo::ProNotFound || result == creo::ProBadInputs)
+    core::logWrite(L"The defined material has not be found.", core::kError);
+  else
+    core::logMsgPlain(kBadFile, core::kError);
+  return result == creo::ProNoError;
+}
+
+Outcome addMaterial(const Task& task) {
+  if (const auto ended = beginOnPartOrSkeleton(task, core::msgText(kAddTitle))) return *ended;
+  core::logWrite(task.attribute(L"material"), core::kDebug);
+  const std::wstring path = task.path(L"material", L"materials");
+  core::logIndented(path, core::kNormal, 1);
+  const MaterialPath material = materialPath(path);
+  const auto held = materialsOf(task.model());
+  if (!held) return done;
+  if (isAmong(*held, material.name))
+    core::logMsgPlain(kAlreadyHeld, core::kWarning);
+  else if (!readMaterial(task.model(), material))
+    return done;
+  if (!task.isTrue(L"currmat")) return done;
+  if (isCurrentMaterial(task.model(), material.name).value_or(false))
+    core::logMsgId(kAlreadyCurrent, core::kNormal, 1);
+  else if (creo::ProMaterialCurrentSet({task.model(), material.name}) == creo::ProNoError)
+    core::logMsgId(kSetCurrent, core::kNormal, 1);
+  else
+    core::logMsgPlain(kCantSetCurrent, core::kError);
+  return done;
+}
+
+// Those that the part or an instance is made of; nothing, with a line, where they can't be told.
+std::optional<std::vector<std::wstring>> materialsInUse(creo::ProMdl part) {
+  auto used = materialsOfInstances(part);
+  const auto current = creo::ProMaterialCurrentGet(part);
+  if (!used || (!current && current.error != creo::ProNotFound)) {
+    core::logWrite(L"Can't find out which materials are used, none is deleted", core::kError);
+    return std::nullopt;
+  }
+  if (current) used->push_back(current.value.name);
+  return used;
+}
+
+void deleteOne(creo::ProMdl part, const std::wstring& name) {
+  if (creo::ProMaterialDelete({part, name}) == creo::ProNoError)
+    core::logIndented(text::format(core::msgText(kDeleted), name), core::kNormal, 1);
+  else
+    core::logMsgPlain(kNotDeleted, core::kWarning);
+}
+
+Outcome deleteMaterial(const Task& task) {
+  if (const auto ended = beginOnPartOrSkeleton(task, core::msgText(kDeleteTitle))) return *ended;
+  std::vector<std::wstring> used;
+  if (task.isTrue(L"deleteOnlyUnused")) {
+    core::logMsgId(kOnlyUnused, core::kNormal, 1);
+    auto found = materialsInUse(task.model());
+    if (!found) return done;
+    used = std::move(*found);
+  }
+  const auto names = task.numberedAll(L"name_", kMostNames);
+  const auto held = materialsOf(task.model());
+  if (!held) return done;
+  for (const std::wstring& material : *held) {
+    const bool fits = std::any_of(names.begin(), names.end(), [&](const Task::Numbered& name) {
+      return wildcardCompare(name.value, material) == 1;
+    });
+    if (!fits) continue;
+    if (isAmong(used, material))
+      core::logWrite(text::format(L"Don't delete %s because it's used by the model or an instance.", material),
+                     core::kWarning);
+    else
+      deleteOne(task.model(), material);
+  }
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"addMaterial", &addMaterial}, {L"deleteMaterial", &deleteMaterial}};
+
+}  // namespace
+
+std::span<const ActionFunction> materialActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,176 @@
+// Materials that take the place of others, in a part and in the instances of its family table.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "actions/model/materials.h"
+#include "core/messages.h"
+#include "creo/ProFiles.h"
+#include "creo/ProMaterial.h"
+#include "documents/predicates.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kTitle = 196, kReplace = 197, kReplaceInInstance = 198, kDeleted = 199, kNotDeleted = 200,
+              kFileNotFound = 201, kBadFile = 202, kCantSetCurrent = 203, kInstanceNotSet = 204, kInstanceNotRead = 206,
+              kSetCurrent = 209, kIsSkeleton = 420;
+constexpr int kMostPairs = 100;
+
+void tell(int message, const std::wstring& a, const std::wstring& b = {}) {
+  core::logIndented(text::format(core::msgText(message), a, b), core::kNormal, 1);
+}
+void tellError(int message, const std::wstring& a, const std::wstring& b = {}) {
+  core::logWrite(text::format(core::msgText(message), a, b), core::kError);
+}
+
+// One material that comes in the place of those that a pattern fits.
+class Replacement {
+ public:
+  Replacement(const Task& task, std::wstring_view from, std::wstring to)
+      : task_(task), part_(task.model()), from_(from), to_(std::move(to)) {}
+
+  void run() {
+    const auto held = materialsOf(part_);
+    if (!held) return;
+    std::vector<std::wstring> old;
+    for (const std::wstring& name : *held) {
+      if (!fits(name)) continue;
+      if (isNew(name))
+        refresh();
+      else if (replaceInPart(name))
+        old.push_back(name);
+    }
+    if (task_.isTrue(L"instances") && !(wasRead_ && !isThere_)) replaceInInstances();
+    if (task_.isTrue(L"delreplaced")) deleteAll(old);
+  }
+  // The file's content in the place of what the material of its name says.
+  void refresh() {
+    if (wasRead_) return;
+    tell(kReplace, to_, to_);
+    isRead();
+  }
+
+ private:
+  [[nodiscard]] bool fits(const std::wstring& name) const { return wildcardCompare(from_, name) == 1; }
+  [[nodiscard]] bool isNew(const std::wstring& name) const { return text::equalNoCase(name, to_); }
+
+  // Reads the file when it is first asked for.
+  bool isRead() {
+    if (std::exchange(wasRead_, true)) return isThere_;
+    const creo::ProError result = creo::ProMaterialfileRead(part_, to_);
+    isThere_ = result == creo::ProNoError;
+    const bool isMissing = result == creo::ProNotFound || result == creo::ProBadInputs;
+    if (!isThere_) tellError(isMissing ? kFileNotFound : kBadFile, to_);
+    return isThere_;
+  }
+
+  // False: the old material is still what it was.
+  bool replaceInPart(const std::wstring& name) {
+    tell(kReplace, name, to_);
+    if (!isRead()) return false;
+    const auto isCurrent = isCurrentMaterial(part_, name);
+    if (!isCurrent || !*isCurrent) return isCurrent.has_value();
+    if (creo::ProMaterialCurrentSet({part_, to_}) != creo::ProNoError) return tellError(kCantSetCurrent, to_), false;
+    tell(kSetCurrent, to_);
+    return true;
+  }
+
+  void replaceInInstances() {
+    eachInstance(part_, [&](const creo::ProFaminstance& instance) {
+      const auto own = creo::ProFaminstanceFamtableItemIsDefault(instance, materialColumn());
+      if (own.error == creo::ProNotFound || (own && own.value)) return;  // it has the generic's
+      const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
+      if (!own || !value) return tellError(kInstanceNotRead, instance.name);
+      const std::wstring& name = value.value.string;
+      if (!fits(name) || isNew(name) || !isRead()) return;
+      core::logIndented(text::format(core::msgText(kReplaceInInstance), instance.name, name, to_), core::kNormal, 1);
+      creo::ProParamvalue wanted = value.value;
+      wanted.string = to_;
+      if (creo::ProFaminstanceValueSet(instance, materialColumn(), wanted) != creo::ProNoError)
+        tellError(kInstanceNotSet, to_, instance.name);
+    });
+  }
+
+  // An instance that stayed with its material keeps it.
+  void deleteAll(const std::vector<std::wstring>& old) {
+    if (old.empty()) return;
+    const auto used = materialsOfInstances(part_);
+    for (const std::wstring& name : old) {
+      if (!used || isAmong(*used, name))
+        core::logWrite(text::format(L"Don't delete %s because it's used by the model or an instance.", name),
+                       core::kWarning);
+      else if (creo::ProMaterialDelete({part_, name}) == creo::ProNoError)
+        tell(kDeleted, name);
+      else
+        tellError(kNotDeleted, name);
+    }
+  }
+
+  const Task& task_;
+  creo::ProMdl part_;
+  std::wstring_view from_;
+  std::wstring to_;
+  bool wasRead_ = false, isThere_ = false;
+};
+
+// The names of the material files of the folders, each once.
+std::vector<std::wstring> namesInFolders(const std::vector<std::wstring>& folders) {
+  std::vector<std::wstring> names;
+  for (const std::wstring& folder : folders) {
+    const auto files = creo::ProFilesList(folder, L"*.mat,*.mtl");
+    if (!files) core::logWrite(L"Can't list folder", core::kError);
+    for (const std::wstring& file : files.value) {
+      const std::wstring name = file.substr(file.find_last_of(L"\\/") + 1);
+      names.push_back(name.substr(0, name.rfind(L'.')));
+    }
+  }
+  return names;
+}
+
+// Each material that has a file of its name becomes what the file says.
+void updateAll(const Task& task, const std::vector<std::wstring>& folders) {
+  const auto held = materialsOf(task.model());
+  if (!held) return;
+  std::vector<std::wstring> names = namesInFolders(folders);
+  const auto less = [](const std::wstring& a, const std::wstring& b) { return text::lower(a) < text::lower(b); };
+  std::sort(names.begin(), names.end(), less);
+  for (const std::wstring& name : *held)
+    if (std::binary_search(names.begin(), names.end(), name, less)) Replacement(task, {}, name).refresh();
+}
+
+Outcome replaceMaterial(const Task& task) {
+  if (const auto ended = beginOnPart(task, core::msgText(kTitle))) return *ended;
+  if (documents::isSkeleton(task.model()) == documents::kTrue) {
+    core::logMsgPlain(kIsSkeleton, core::kDebug);
+    return refused;
+  }
+  MaterialFolder option;
+  std::vector<std::wstring> folders = option.before();
+  if (task.has(L"path")) {
+    folders = {task.path(L"path", L"materials/")};
+    if (!option.change(folders.front())) return done;
+  }
+  for (const Task::Numbered& from : task.numberedAll(L"namef_", kMostPairs)) {
+    const auto to = task.numbered(L"namet_%d", from.number);
+    if (!to || to->empty()) continue;
+    const MaterialPath pattern = materialPath(from.value);
+    // A pattern may hold separators; only an ending is cut off.
+    const std::size_t ending = pattern.file.size() - pattern.name.size();
+    Replacement(task, from.value.substr(0, from.value.size() - ending), materialPath(*to).name).run();
+  }
+  if (task.isTrue(L"autoUpdate")) updateAll(task, folders);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"replaceMaterial", &replaceMaterial}};
+
+}  // namespace
+
+std::span<const ActionFunction> replaceMaterialActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,54 @@
+#include "headless/model/symbols.h"
+
+#include "headless/model/drawing.h"
+#include "headless/model/sheet_views.h"
+
+namespace headless {
+namespace {
+
+void collect(const std::vector<SymbolGroupRecord>& groups, const SymbolGroupRecord* parent,
+             std::vector<SymbolGroupPlace>& into) {
+  for (const SymbolGroupRecord& group : groups) {
+    into.push_back({&group, parent});
+    collect(group.groups, &group, into);
+  }
+}
+
+}  // namespace
+
+SymbolRecord* symbolOf(ModelDocument& drawing, int id) {
+  auto& symbols = drawing.record.symbols;
+  // Ids ascend as long as nobody wrote them by hand.
+  const auto guess = std::lower_bound(symbols.begin(), symbols.end(), id,
+                                      [](const SymbolRecord& one, int wanted) { return one.id < wanted; });
+  if (guess != symbols.end() && guess->id == id) return &*guess;
+  const auto found = std::find_if(symbols.begin(), symbols.end(), [id](const auto& one) { return one.id == id; });
+  return found == symbols.end() ? nullptr : &*found;
+}
+
+SymbolDefinitionRecord* symbolDefinitionOf(ModelDocument& drawing, int id) {
+  for (SymbolDefinitionRecord& one : drawing.record.symbolDefinitions)
+    if (one.id == id) return &one;
+  return nullptr;
+}
+
+SymbolDefinitionRecord* symbolDefinitionNamed(ModelDocument& drawing, std::string_view name) {
+  for (SymbolDefinitionRecord& one : drawing.record.symbolDefinitions)
+    if (sameName(one.name, name)) return &one;
+  return nullptr;
+}
+
+std::vector<SymbolGroupPlace> groupsOf(const SymbolDefinitionRecord& definition) {
+  std::vector<SymbolGroupPlace> places;
+  collect(definition.groups, nullptr, places);
+  return places;
+}
+
+int sheetOfView(const ModelDocument& drawing, int view, int otherwise) {
+  int sheet = view == 0 ? otherwise : sheetOfOwnView(view);
+  for (const ViewRecord& one : drawing.record.views)
+    if (view > 0 && one.id == view) sheet = std::max(one.sheet, 1);
+  return headless::sheetOf(drawing, sheet) ? sheet : 0;
+}
+
+}  // namespace headless

@@ -1,0 +1,83 @@
+// Placed symbols and notes of drawings at the operations: what an action's list can't bring about.
+#include "creo/ProDrawingView.h"
+#include "creo/ProDtlsym.h"
+#include "creo/ProNote.h"
+#include "headless/session_fixture.h"
+#include "support/drawings.h"
+
+namespace headless {
+namespace {
+
+using namespace creo;
+
+class Details : public test::HeadlessSession {
+ protected:
+  void SetUp() override {
+    test::writePair(folder_ + "/models");
+    pair = retrieve(L"PAIR", ProMdlType::drawing);
+  }
+  ProMdl pair;
+};
+
+TEST_F(Details, EverySheetHasTwoViewsOfItsOwn) {
+  std::vector<int> ids;
+  for (int sheet = 1; sheet <= 3; ++sheet)
+    for (const auto& view : {ProDrawingBackgroundViewGet(pair, sheet), ProDrawingOverlayviewGet(pair, sheet)}) {
+      ids.push_back(ProDrawingViewIdGet(view.value).value);
+      EXPECT_EQ(sheet, ProDrawingViewSheetGet(view.value).value);
+    }
+  EXPECT_EQ((std::vector{-1, -2, -3, -4, -5, -6}), ids);
+  EXPECT_EQ(ProNotFound, ProDrawingOverlayviewGet(pair, 4).error);
+  EXPECT_EQ(ProNotFound, ProDrawingBackgroundViewGet(pair, 0).error);
+  EXPECT_EQ(ProNotFound, ProDrawingViewSheetGet({pair, -7}).error);
+  EXPECT_EQ(2U, ProDrawingViewsCollect(pair).value.size());
+}
+
+TEST_F(Details, ASymbolTakesOnlyWhatItsDrawingHas) {
+  auto data = ProDtlsyminstDataGet({pair, 7});
+  ASSERT_TRUE(data);
+  const ProDtlsymdef unused{pair, 2};
+  EXPECT_EQ(ProBadInputs, ProDtlsyminstdataGroupoptionsSet(data.value, ProSymbolGroups::custom, {{unused, 1}}));
+  EXPECT_EQ(ProBadInputs, ProDtlsyminstdataDefSet(data.value, {retrieve(L"GEAR", ProMdlType::part), 1}));
+  EXPECT_EQ(ProNoError, ProDtlsyminstdataDefSet(data.value, unused));
+  data.value.attachment.view = -9;
+  EXPECT_EQ(ProNotFound, ProDtlsyminstModify({pair, 7}, data.value));
+  EXPECT_EQ(L"weld", ProDtlsymdefNameGet(ProDtlsyminstDefGet({pair, 7}).value).value);
+  data.value.attachment.view = ProDrawingOverlayviewGet(pair, 3).value.id;
+  EXPECT_EQ(ProNoError, ProDtlsyminstModify({pair, 7}, data.value));
+  EXPECT_EQ(L"unused", ProDtlsymdefNameGet(ProDtlsyminstDefGet({pair, 7}).value).value);
+  EXPECT_EQ(1U, ProDrawingDtlsyminstsCollect(pair, 3).value.size()) << "it goes to the sheet of its view";
+  EXPECT_EQ(ProNotFound, ProDtlsyminstModify({pair, 99}, data.value));
+  EXPECT_EQ(ProBadInputs, ProDtlsyminstCreate({}).error);
+}
+
+TEST_F(Details, ASymbolWithoutItsDefinitionCanBeMovedAndDeleted) {
+  auto data = ProDtlsyminstDataGet({pair, 8});
+  ASSERT_TRUE(data);
+  EXPECT_EQ(0, data.value.definition.id);
+  data.value.attachment.position = {30, 40};
+  EXPECT_EQ(ProNoError, ProDtlsyminstModify({pair, 8}, data.value));
+  EXPECT_EQ(40, ProDtlsyminstDataGet({pair, 8}).value.attachment.position.y);
+  EXPECT_EQ(ProNotFound, ProDtlsyminstSymgroupsCollect({pair, 8}).error);
+  EXPECT_EQ(ProNoError, ProDtlsyminstDelete({pair, 8}));
+  EXPECT_EQ(ProNotFound, ProDtlsyminstDelete({pair, 8}));
+}
+
+TEST_F(Details, ANoteRefusesMeasuresThatAreNone) {
+  auto data = ProDtlnoteDataGet({pair, 3});
+  ASSERT_TRUE(data);
+  ProDtlnotetext& text = data.value.lines[0].texts[0];
+  const double bad[] = {-1.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()};
+  for (const double height : bad) {
+    text.height = height;
+    EXPECT_EQ(ProBadInputs, ProDtlnoteModify({pair, 3}, data.value)) << height;
+  }
+  text.height = 0;
+  text.text = L"Every edge";
+  EXPECT_EQ(ProNoError, ProDtlnoteModify({pair, 3}, data.value));
+  EXPECT_EQ(L"Every edge", ProDtlnoteTextGet({pair, 3}, ProDtlText::symbolic).value.front());
+  EXPECT_EQ(ProBadInputs, ProDtlattachAlloc(ProDtlattachType::free, 0, {bad[1], 0}).error);
+}
+
+}  // namespace
+}  // namespace headless

@@ -46,6 +46,8 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &familyTableActions,
+    &breakUpActions,
     &layerActions,
     &layerStateActions,
     &layerTemplateActions,

@@ -58,6 +58,8 @@ std::span<const ActionFunction> relationReportActions();  // reports/report_rela
 std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
 std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
+std::span<const ActionFunction> familyTableActions();  // model/family_tables.cpp
+std::span<const ActionFunction> breakUpActions();  // model/break_up.cpp
 std::span<const ActionFunction> layerActions();  // model/layers.cpp
 std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
 std::span<const ActionFunction> layerTemplateActions();  // model/layer_template.cpp

@@ -4,6 +4,7 @@
 
 #include "headless/model/family.h"
 #include "headless/model/features.h"
+#include "headless/model/items.h"
 #include "headless/model/new_document.h"
 #include "headless/model/parameters.h"
 #include "headless/model/regenerate.h"
@@ -119,6 +120,7 @@ std::shared_ptr<ModelDocument> standAlone(const Model& model, std::wstring_view 
     takeOwn(*model.row, true, table, record);
     record.commonName.clear();
     record.regeneration = regenerationStatus(model);
+    record.material = text::toUtf8(currentMaterial(model));
     resolveParameters(model, record);
     resolveDimensions(model, record);
     resolveFeatures(model, record);

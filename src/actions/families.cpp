@@ -49,6 +49,11 @@ constexpr Family kFamilies[] = {
     &noteActions,
     &noteTableActions,
     &drawingModelActions,
+    &combinedStateActions,
+    &explodeStateActions,
+    &simplifiedRepActions,
+    &editSimplifiedRepActions,
+    &crossSectionActions,
 };
 // clang-format on
 

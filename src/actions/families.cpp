@@ -58,6 +58,11 @@ constexpr Family kFamilies[] = {
     &noteActions,
     &noteTableActions,
     &drawingModelActions,
+    &combinedStateActions,
+    &explodeStateActions,
+    &simplifiedRepActions,
+    &editSimplifiedRepActions,
+    &crossSectionActions,
 };
 // clang-format on
 

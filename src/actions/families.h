@@ -70,6 +70,11 @@ std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
 std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
 std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
 std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
+std::span<const ActionFunction> combinedStateActions();  // model/combined_states.cpp
+std::span<const ActionFunction> explodeStateActions();  // model/explode_states.cpp
+std::span<const ActionFunction> simplifiedRepActions();  // model/simp_reps.cpp
+std::span<const ActionFunction> editSimplifiedRepActions();  // model/edit_simp_rep.cpp
+std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
 // clang-format on
 
 }  // namespace actions

@@ -63,6 +63,7 @@ constexpr Family kFamilies[] = {
     &simplifiedRepActions,
     &editSimplifiedRepActions,
     &crossSectionActions,
+    &codeActions,
 };
 // clang-format on
 

@@ -75,6 +75,7 @@ std::span<const ActionFunction> explodeStateActions();  // model/explode_states.
 std::span<const ActionFunction> simplifiedRepActions();  // model/simp_reps.cpp
 std::span<const ActionFunction> editSimplifiedRepActions();  // model/edit_simp_rep.cpp
 std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
+std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 // clang-format on
 
 }  // namespace actions

@@ -10,12 +10,4 @@ namespace creo {
 // written, the message area says why.
 Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder);
 
-// "d:\models\a.prt.3": "d:\models\", "a", "prt", 3. Whatever isn't there is empty; version 0: none.
-struct ProFilename {
-  std::wstring folder, name, extension;
-  int version = 0;
-};
-// ProBadInputs: an empty path.
-Got<ProFilename> ProFilenameParse(const std::wstring& path);
-
 }  // namespace creo

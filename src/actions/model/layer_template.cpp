@@ -7,6 +7,7 @@
 #include "actions/model/layers.h"
 #include "core/messages.h"
 #include "core/state.h"
+#include "creo/ProFileChoose.h"
 #include "creo/ProMdl.h"
 #include "creo/ProMdlBackup.h"
 #include "creo/ProMdlCopy.h"
@@ -37,9 +38,9 @@ struct ModelFile {
 };
 ModelFile modelFile(const std::wstring& path) {
   const auto file = creo::ProFilenameParse(path);
-  ModelFile model{file.value.folder, file.value.name, file.value.extension};
+  ModelFile model{file.directory, file.name, file.extension};
   for (const auto type : {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing})
-    if (text::equalNoCase(file.value.extension, creo::typeExtension(type))) model.type = type;
+    if (text::equalNoCase(file.extension, creo::typeExtension(type))) model.type = type;
   return model;
 }
 

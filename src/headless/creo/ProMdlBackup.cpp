@@ -28,24 +28,4 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
   });
 }
 
-Got<ProFilename> ProFilenameParse(const std::wstring& path) {
-  return operation("ProFilenameParse", [&](State&) -> Got<ProFilename> {
-    if (path.empty()) return ProBadInputs;
-    ProFilename file;
-    file.folder = os::folderOf(path);
-    file.name = os::nameOf(path);
-    const auto last = file.name.rfind(L'.');
-    if (last != file.name.npos && last + 1 < file.name.size() &&
-        file.name.find_first_not_of(L"0123456789", last + 1) == file.name.npos) {
-      file.version = text::parseInt(std::wstring_view(file.name).substr(last + 1));
-      file.name.resize(last);
-    }
-    const auto point = file.name.rfind(L'.');
-    if (point == file.name.npos) return file;
-    file.extension = file.name.substr(point + 1);
-    file.name.resize(point);
-    return file;
-  });
-}
-
 }  // namespace creo

@@ -35,7 +35,7 @@ struct ProSheetDimensions {
 struct ProSheetInfo {
   int width = 0, height = 0;  // whole units of the sheet
 };
-// From sheet to drawing coordinates; of the matrix only what places tables and symbols.
+// From drawing to sheet coordinates; of the matrix only what places tables and symbols.
 struct ProSheetMatrix {
   double scaleX = 1, scaleY = 1, offsetX = 0, offsetY = 0;
 };

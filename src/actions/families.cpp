@@ -64,6 +64,8 @@ constexpr Family kFamilies[] = {
     &editSimplifiedRepActions,
     &crossSectionActions,
     &codeActions,
+    &drawingTableActions,
+    &replaceFormatActions,
 };
 // clang-format on
 

@@ -76,6 +76,8 @@ std::span<const ActionFunction> simplifiedRepActions();  // model/simp_reps.cpp
 std::span<const ActionFunction> editSimplifiedRepActions();  // model/edit_simp_rep.cpp
 std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
 std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
+std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
+std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
 // clang-format on
 
 }  // namespace actions

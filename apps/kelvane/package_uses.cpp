@@ -15,6 +15,7 @@ constexpr PathAttribute kPaths[] = {
     {"groupActions",        L"tmpPath", "models",  PathTarget::folder},
     {"runTrailfile",        L"tf",      "models",  PathTarget::file},
     {"setDTL",              L"view",    "models",  PathTarget::file},
+    {"addLayerFromTemplate", L"view",   "models",  PathTarget::model},
     {"openCSVReport",       L"file",    "reports", PathTarget::written},
     {"writeListReport",     L"file",    "reports", PathTarget::written},
     {"reportFeatureParameter",     L"csvFileName", "reports", PathTarget::written},
@@ -25,6 +26,8 @@ constexpr PathAttribute kPaths[] = {
     {"replaceMaterial",     L"path",    "materials", PathTarget::folder},
     {"addMaterial",         L"material", "materials", PathTarget::file},
     {"addSymbol",              L"sympath",  "models",  PathTarget::folder},
+    {"addTable",               L"tablepath", "models", PathTarget::folder},
+    {"replaceFormat",          L"path",     "models",  PathTarget::folder},
     {"addNote",                L"notepath", "models",  PathTarget::file},
     {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
 };

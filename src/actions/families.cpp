@@ -29,6 +29,10 @@ constexpr Family kFamilies[] = {
     &editFromFileActions,
     &drawingParameterActions,
     &featureReportActions,
+    &relationLineActions,
+    &programLineActions,
+    &solidSettingActions,
+    &regenerationActions,
     &openReportActions,
     &reportTablecellActions,
     &modelDataReportActions,
@@ -42,6 +46,11 @@ constexpr Family kFamilies[] = {
     &listReportActions,
     &drawingReportActions,
     &geometryReportActions,
+    &familyTableActions,
+    &breakUpActions,
+    &layerActions,
+    &layerStateActions,
+    &layerTemplateActions,
     &materialActions,
     &replaceMaterialActions,
     &editMaterialActions,
@@ -54,6 +63,9 @@ constexpr Family kFamilies[] = {
     &simplifiedRepActions,
     &editSimplifiedRepActions,
     &crossSectionActions,
+    &codeActions,
+    &drawingTableActions,
+    &replaceFormatActions,
 };
 // clang-format on
 

@@ -1,5 +1,5 @@
 // Drawings: their models, sheets, symbols and dimensions. Every operation gives ProBadInputs for a model that is no
-// drawing; those that name a sheet (from 1) give ProNotFound for one that isn't there.
+// drawing or format; those that name a sheet (from 1) give ProNotFound for one that isn't there.
 #pragma once
 
 #include "creo/ProSolid.h"
@@ -35,7 +35,7 @@ struct ProSheetDimensions {
 struct ProSheetInfo {
   int width = 0, height = 0;  // whole units of the sheet
 };
-// From sheet to drawing coordinates; of the matrix only what places tables and symbols.
+// From drawing to sheet coordinates; of the matrix only what places tables and symbols.
 struct ProSheetMatrix {
   double scaleX = 1, scaleY = 1, offsetX = 0, offsetY = 0;
 };

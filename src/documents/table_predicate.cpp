@@ -55,8 +55,9 @@ bool liesAt(const creo::ProPoint& position, creo::ProPoint wanted, creo::ProMdl 
     if (wanted.y < 0) wanted.y += size.value.height;
   }
   if (const auto matrix = creo::ProDrawingSheetTrfGet(drawing, sheet)) {
-    wanted.x = wanted.x * matrix.value.scaleX + matrix.value.offsetX;
-    wanted.y = wanted.y * matrix.value.scaleY + matrix.value.offsetY;
+    // Tables keep their places in the drawing's coordinates; the matrix leads from there to the sheet's.
+    wanted.x = (wanted.x - matrix.value.offsetX) / matrix.value.scaleX;
+    wanted.y = (wanted.y - matrix.value.offsetY) / matrix.value.scaleY;
   }
   return std::fabs(position.x - wanted.x) <= kPlaceTolerance && std::fabs(position.y - wanted.y) <= kPlaceTolerance;
 }

@@ -153,8 +153,8 @@ TEST_F(DrawingPredicates, FindTablesByPlaceAndText) {
     EXPECT_EQ(c.answer, predicate(L"type='tableOnDrawing' " + std::wstring(c.item), pair)) << text::toUtf8(c.item);
     EXPECT_TRUE(logged(c.logged)) << text::toUtf8(c.item);
   }
-  // On sheet 2 the place (-201, 14) is (9, 14), which the sheet's matrix brings to (28, 6).
-  ASSERT_EQ(ProNoError, ProDrawingTableCreate(pair, {28, 6}, {1}, {1}).error);
+  // On sheet 2 the place (-201, 14) is (9, 14), to which the sheet's matrix brings (-0.5, 30).
+  ASSERT_EQ(ProNoError, ProDrawingTableCreate(pair, {-0.5, 30}, {1}, {1}).error);
   EXPECT_EQ(1, predicate(L"type='tableOnDrawing' sheet='2' pos-x='-201' pos-y='14'", pair));
   EXPECT_EQ(0, predicate(L"type='tableOnDrawing' sheet='2' pos-x='28' pos-y='6'", pair));
 }

@@ -22,17 +22,19 @@ void say(std::wstring_view text) { core::logIndented(text, core::kNormal, 1); }
 void error(std::wstring_view text) { core::logWrite(text, core::kError); }
 
 // False, with a line: the entry names a sheet that can't be told.
-bool readSheet(const Task& task, SheetEntry& entry) {
+bool readSheet(const Task& task, SheetNumbers numbers, SheetEntry& entry) {
   const auto attribute = task.numbered(L"sheet_%d", entry.number);
   if (!attribute || attribute->empty()) return true;
-  const Replaced replaced = replaceVariables(*attribute, task.model());
+  Replaced replaced{.written = true, .text = std::wstring(*attribute)};
+  if (numbers.replaced) replaced = replaceVariables(*attribute, task.model());
   const auto number = replaced ? text::readInt(replaced.text) : text::ParsedInt{0, text::NumberFault::notANumber};
   if (replaced && replaced.text.empty()) return true;
   if (number.fault != text::NumberFault::none) {
     error(text::format(L"sheet_%d is no number of a sheet: %s", entry.number, *attribute));
     return false;
   }
-  if (number.value != 0 && number.value != -1) entry.sheet = number.value;
+  const bool isAll = number.value == -1 || (number.value == 0 && numbers.zeroIsAll);
+  if (!isAll) entry.sheet = number.value;
   return true;
 }
 
@@ -44,7 +46,8 @@ bool fitsFormat(const SheetEntry& entry, std::wstring_view format, SheetWork wor
 
 }  // namespace
 
-std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std::wstring_view> stems) {
+std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std::wstring_view> stems,
+                                     SheetNumbers sheets) {
   std::vector<int> numbers;
   for (const std::wstring_view stem : stems)
     for (const int number : task.numbers(stem, kMostEntries)) numbers.push_back(number);
@@ -53,7 +56,7 @@ std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std
   std::vector<SheetEntry> entries;
   for (const int number : numbers) {
     SheetEntry entry{number, task.numbered(L"fn_%d", number), {}};
-    if (readSheet(task, entry)) entries.push_back(entry);
+    if (readSheet(task, sheets, entry)) entries.push_back(entry);
   }
   return entries;
 }
@@ -99,10 +102,14 @@ bool isNear(const creo::ProPoint& a, const creo::ProPoint& b) {
 }
 
 std::optional<creo::ProPoint> placeOf(const Task& task, const SheetEntry& entry, std::wstring_view xStem,
-                                      std::wstring_view yStem) {
+                                      std::wstring_view yStem, std::optional<double> absent) {
   creo::ProPoint place;
   for (const auto& [stem, into] : {std::pair{xStem, &place.x}, std::pair{yStem, &place.y}}) {
     const std::wstring name = text::format(L"%s%d", stem, entry.number);
+    if (absent && task.attribute(name).empty()) {
+      *into = *absent;
+      continue;
+    }
     const auto number = text::readDouble(task.attribute(name));
     if (number.fault != text::NumberFault::none || !std::isfinite(number.value)) {
       error(text::format(L"%s is no number: %s", name, task.attribute(name)));

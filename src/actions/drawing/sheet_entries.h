@@ -19,9 +19,14 @@ struct SheetEntry {
   std::optional<std::wstring_view> format;  // empty: every format, and none
   std::optional<int> sheet;                 // nothing: all
 };
+// How `sheet_N` is read: through the template engine or as it stands, and whether 0 is all sheets or none.
+struct SheetNumbers {
+  bool replaced = true, zeroIsAll = true;
+};
 // The entries that have one of the attributes, ascending; those whose sheet can't be told get an error line and are
-// left out. The attribute `sheet_N` goes through the template engine; absent, empty, 0 and -1 are all sheets.
-std::vector<SheetEntry> sheetEntries(const engine::Task& task, std::initializer_list<std::wstring_view> stems);
+// left out. Of `sheet_N` absent, empty and -1 are all sheets.
+std::vector<SheetEntry> sheetEntries(const engine::Task& task, std::initializer_list<std::wstring_view> stems,
+                                     SheetNumbers sheets = {});
 
 // adding tells more in the log, and takes an entry without `fn_N` for none.
 enum class SheetWork { adding, finding };
@@ -44,8 +49,9 @@ creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
 // Within 5 units of the sheet on each axis, bounds included.
 bool isNear(const creo::ProPoint& a, const creo::ProPoint& b);
 
-// The attributes `xstem` and `ystem` with the entry's number. Nothing, with an error line, where one is no number.
+// The attributes `xstem` and `ystem` with the entry's number. Nothing, with an error line, where one is no number;
+// absent or empty it is what an absent one counts as, where there is such a value.
 std::optional<creo::ProPoint> placeOf(const engine::Task& task, const SheetEntry& entry, std::wstring_view xStem,
-                                      std::wstring_view yStem);
+                                      std::wstring_view yStem, std::optional<double> absent = {});
 
 }  // namespace actions

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "headless/macros/layer_steps.h"
 #include "headless/macros/view_steps.h"
 #include "headless/model/family.h"
 #include "headless/session/state.h"
@@ -40,7 +41,7 @@ MacroStep parsed(std::wstring_view text) {
 }
 
 // The dialogs with files of their own.
-constexpr StepHandler kDialogs[] = {&viewSteps};
+constexpr StepHandler kDialogs[] = {&layerSteps, &viewSteps};
 
 bool drawingIsCurrent(Session::State& state) {
   const Model* model = state.models.find(state.windows.model(state.windows.current()));

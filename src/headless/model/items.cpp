@@ -7,6 +7,7 @@
 #include "creo/ProRelset.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
+#include "headless/model/layers.h"
 #include "headless/model/materials.h"
 #include "headless/model/parameters.h"
 #include "headless/model/states.h"
@@ -153,6 +154,7 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
   const std::string former = std::exchange(*held, text::toUtf8(name));
+  if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *held);
   replaceReferences(model, item.type, former, *held);
   model.document->touch(nullptr);
   return creo::ProNoError;
@@ -166,7 +168,14 @@ std::wstring currentMaterial(const Model& model) {
   return held ? held.value.name : name;
 }
 
-std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner) {
+std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+  if (owner.type == ProItemType::feature) {
+    const auto feature = featureOf(model, owner.id);
+    FeatureRecord* record = feature ? feature->record() : nullptr;
+    if (!record || section < 0) return record ? &record->relations : nullptr;
+    const auto place = static_cast<std::size_t>(section);
+    return place < record->sections.size() ? &record->sections[place].relations : nullptr;
+  }
   if (owner.type != ProItemType::model) return nullptr;
   ModelRecord& record = model.document->record;
   return owner.id == creo::kPostRegeneration ? &record.postRelations : &record.relations;

@@ -1,6 +1,7 @@
 // Bringing models into memory: the document itself, then, without recursion, whatever it uses.
 #include <algorithm>
 
+#include "headless/model/drawing.h"
 #include "headless/model/family.h"
 #include "headless/model/models.h"
 #include "headless/store/faults.h"
@@ -58,7 +59,7 @@ Got<ProMdl> Models::bringLocal(const ModelName& name, ProMdlType type, Retrieval
       if (const DocumentFile* file = folder->find(name.name, type))
         return load(*folder, DocumentFile(*file), retrieval);
   }
-  return type == ProMdlType::drawing ? creo::ProNotFound : bringInstance(name, type, retrieval);
+  return hasSheets(type) ? creo::ProNotFound : bringInstance(name, type, retrieval);
 }
 
 Got<ProMdl> Models::bringInstance(const ModelName& name, ProMdlType type, Retrieval& retrieval) {
@@ -74,7 +75,8 @@ Got<ProMdl> Models::bringInstance(const ModelName& name, ProMdlType type, Retrie
   if (!model) return model;
   const std::shared_ptr<ModelDocument> document = find(model.value)->document;
   RowRecord* row = document->row(name.name);
-  if (!row) return creo::ProNotFound;
+  // An instance that has become a model of its own is still called by its generic in what uses it.
+  if (!row) return name.generic.empty() ? Got<ProMdl>(creo::ProNotFound) : bringLocal({name.name, {}}, type, retrieval);
   return instance(document, *row);
 }
 
@@ -109,12 +111,25 @@ Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& re
 
 Got<ProMdl> Models::instance(const std::shared_ptr<ModelDocument>& document, RowRecord& row) {
   const std::wstring name = text::upper(text::fromUtf8(row.name));
-  if (const auto there = inMemory(name, document->type)) return there;
+  if (const auto there = instanceInMemory(*document, row)) return there;
+  if (byKey_.contains(modelKey(name, document->type))) {
+    message(text::format(L"%s<%s> can't be built: another model of that name is in memory", name, document->name));
+    return creo::ProGeneralError;
+  }
   if (const std::wstring fault = rowFault(*document, row); !fault.empty()) {
     message(text::format(L"%s<%s> can't be built: %s", name, document->name, fault));
     return creo::ProGeneralError;
   }
-  return add(document, &row, name).handle;
+  const Model& built = add(document, &row, name);
+  const ProMdl handle = built.handle;
+  for (const UsedModelRecord& component : replacedComponents(built)) {
+    if (retrieve(text::fromUtf8(component.name), component.type)) continue;
+    message(text::format(L"%s<%s> can't be built: its component %s can't be retrieved", name, document->name,
+                         text::upper(text::fromUtf8(component.name))));
+    remove(*find(handle));
+    return creo::ProGeneralError;
+  }
+  return handle;
 }
 
 }  // namespace headless

@@ -18,7 +18,7 @@ struct PointRecord : Open {
 
 inline bool isDefault(const PointRecord& point) { return point.x == 0 && point.y == 0 && !point.extra; }
 
-// From a sheet's own coordinates to the drawing's: scale, then offset.
+// From the drawing's coordinates to the sheet's own: scale, then offset.
 struct SheetMatrixRecord : Open {
   double scaleX = 1, scaleY = 1, offsetX = 0, offsetY = 0;
 };

@@ -10,7 +10,8 @@ namespace {
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 bool isWorkable(const headless::FolderDocument& document) {
-  return document.fault.empty() && document.file.type != creo::ProMdlType::manufacturing;
+  const creo::ProMdlType type = document.file.type;
+  return document.fault.empty() && type != creo::ProMdlType::manufacturing && type != creo::ProMdlType::format;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ class New : public Verb {
  public:
   std::vector<OptionRow> options() override {
     return {{"folder", "DIR", "folder of models; made when it isn't there", &folder_},
-            {"model", "NAME.EXT", "the model's name, with .PRT, .ASM or .DRW", &model_},
+            {"model", "NAME.EXT", "the model's name, with .PRT, .ASM, .DRW or .FRM", &model_},
             {"--param", "NAME[:Type]=VALUE", "a parameter: String (also without a type), Integer, Double or Boolean",
              &parameters_},
             {"--box", "X,Y,Z", "a part's body: a box of these sides in millimetres", &box_},

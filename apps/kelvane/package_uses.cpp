@@ -25,6 +25,8 @@ constexpr PathAttribute kPaths[] = {
     {"replaceMaterial",     L"path",    "materials", PathTarget::folder},
     {"addMaterial",         L"material", "materials", PathTarget::file},
     {"addSymbol",              L"sympath",  "models",  PathTarget::folder},
+    {"addTable",               L"tablepath", "models", PathTarget::folder},
+    {"replaceFormat",          L"path",     "models",  PathTarget::folder},
     {"addNote",                L"notepath", "models",  PathTarget::file},
     {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
 };

@@ -7,6 +7,8 @@
 #include "creo/ProDwgtable.h"
 #include "creo/ProNote.h"
 #include "headless/model/drawing.h"
+#include "headless/model/drawing_text.h"
+#include "headless/model/formats.h"
 #include "headless/model/sheet_units.h"
 #include "headless/session/state.h"
 #include "kelvane/svg.h"
@@ -88,11 +90,17 @@ class SheetPicture {
     }
   }
 
-  // The lines of the format; its tables are the drawing's own.
+  // The lines and notes of the format, in its own coordinates; its tables are the drawing's own.
   void format(const headless::SheetRecord& sheet) {
-    const auto found = session_.state().models.retrieve(text::fromUtf8(sheet.format), creo::ProMdlType::format);
-    const headless::Model* model = found ? session_.state().models.find(found.value) : nullptr;
-    if (model) drafts(model->document->record.drafts, std::max(sheet.formatSheet, 1));
+    const headless::Model* model = headless::formatOf(session_.state().models, sheet);
+    if (!model) return;
+    const int number = headless::formatSheetOf(sheet);
+    const SheetView own = view_;
+    view_.matrix = creo::ProDrawingSheetTrfGet(model->handle, number).value;
+    drafts(model->document->record.drafts, number);
+    for (const headless::NoteRecord& one : model->document->record.notes)
+      if (one.sheet == number && !one.erased) note(one);
+    view_ = own;
   }
 
   void viewMark(const headless::ViewRecord& view) {
@@ -154,7 +162,6 @@ class SheetPicture {
   }
 
   void note(const headless::NoteRecord& note) {
-    const auto shown = creo::ProDtlnoteTextGet({drawing_.handle, note.id}, creo::ProDtlText::displayed);
     double y = view_.y(note.position.y);
     for (std::size_t i = 0; i < note.lines.size(); ++i) {
       const auto& pieces = note.lines[i].texts;
@@ -164,9 +171,15 @@ class SheetPicture {
       if (form.slant != 0) style += "font-style=\"oblique\" ";
       if (form.thickness > 0) style += "font-weight=\"bold\" ";
       if (!form.font.empty()) style += "font-family=\"" + escaped(form.font) + "\"";
-      svg_.text(view_.x(note.position.x), y, size, i < shown.value.size() ? text::toUtf8(shown.value[i]) : "", style);
+      svg_.text(view_.x(note.position.x), y, size, shown(note.lines[i]), style);
       y += size * 1.5;
     }
+  }
+  // A note of the format is about the drawing too.
+  [[nodiscard]] std::string shown(const headless::NoteLineRecord& line) const {
+    headless::Session::State& state = session_.state();
+    return text::toUtf8(
+        headless::displayedText(state.models, state.parameters, drawing_, number_, text::fromUtf8(line.text())));
   }
   static headless::NoteTextRecord copyOfForm(const headless::NoteTextRecord& piece) {
     headless::NoteTextRecord form;

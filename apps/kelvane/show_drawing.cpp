@@ -89,7 +89,7 @@ Section detailOptionsOf(const ModelRecord& record) {
 
 std::vector<Section> drawingSections(creo::ProMdl drawing) {
   const headless::Model* model = headless::Session::current().models().find(drawing);
-  if (!model || model->type() != creo::ProMdlType::drawing) return {};
+  if (!model || !headless::hasSheets(model->type())) return {};
   const ModelRecord& record = model->document->record;
   std::vector<Section> sections = {sheetsOf(*model->document)};
   for (const headless::TableRecord& table : record.tables) sections.push_back(tableOf(drawing, table));

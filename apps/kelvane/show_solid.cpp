@@ -118,7 +118,7 @@ std::vector<Section> solidSections(creo::ProMdl handle) {
   const headless::Model* model = headless::Session::current().models().find(handle);
   if (!model) return {};
   std::vector<Section> sections;
-  if (model->type() != creo::ProMdlType::drawing) {
+  if (!headless::hasSheets(model->type())) {
     sections = {settingsOf(*model), bodyOf(*model), materialsOf(*model)};
     for (Section& one : stateSections(*model)) sections.push_back(std::move(one));
   }

@@ -49,6 +49,8 @@ constexpr Family kFamilies[] = {
     &noteActions,
     &noteTableActions,
     &drawingModelActions,
+    &drawingTableActions,
+    &replaceFormatActions,
 };
 // clang-format on
 

@@ -61,6 +61,8 @@ std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
 std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
 std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
 std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
+std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
+std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
 // clang-format on
 
 }  // namespace actions

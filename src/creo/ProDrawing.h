@@ -1,5 +1,5 @@
 // Drawings: their models, sheets, symbols and dimensions. Every operation gives ProBadInputs for a model that is no
-// drawing; those that name a sheet (from 1) give ProNotFound for one that isn't there.
+// drawing or format; those that name a sheet (from 1) give ProNotFound for one that isn't there.
 #pragma once
 
 #include "creo/ProSolid.h"

@@ -36,4 +36,25 @@ Got<ProDwgtable> ProDrawingTableCreate(ProMdl drawing, const ProPoint& position,
 ProError ProDwgtableTextEnter(const ProDwgtable& table, int column, int row, const std::vector<std::wstring>& lines);
 ProError ProDwgtableDelete(const ProDwgtable& table, bool repaint);
 
+constexpr int kAnyTableVersion = 0;
+// Brings a stored table, "NAME.tbl", onto the current sheet; it shows the drawing's own models. Folder: empty is the
+// working folder. ProNotFound: no such file or version; ProBadInputs: no name of a file; ProGeneralError: unreadable,
+// the message area says file, line and reason.
+Got<ProDwgtable> ProDwgtableRetrieve(ProMdl drawing, const std::wstring& name, const std::wstring& folder, int version,
+                                     const ProPoint& origin);
+// Moves a segment on its sheet; the place is in the drawing's own coordinates. ProBadInputs: no place.
+ProError ProDwgtableSegMove(const ProDwgtable& table, int segment, const ProPoint& place, bool repaint);
+// Shows the table on its sheets again, or takes it off them; it stays in the drawing.
+ProError ProDwgtableDisplay(const ProDwgtable& table);
+ProError ProDwgtableErase(const ProDwgtable& table);
+// Brings the repeat regions of all tables up to date.
+ProError ProDrawingTablesUpdate(ProMdl drawing);
+
+// What is scaled by the inverse, then moved by it, is where it was. The scales aren't 0.
+constexpr ProSheetMatrix inverseOf(const ProSheetMatrix& m) {
+  return {1 / m.scaleX, 1 / m.scaleY, -m.offsetX / m.scaleX, -m.offsetY / m.scaleY};
+}
+// Where a matrix brings a point. ProBadInputs: nowhere, as a number is beyond all bounds.
+Got<ProPoint> ProPntTrfEval(const ProPoint& point, const ProSheetMatrix& matrix);
+
 }  // namespace creo

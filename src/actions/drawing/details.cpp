@@ -23,9 +23,9 @@ bool isDrawing(creo::ProMdl model) {
   return type && type.value == creo::ProMdlType::drawing;
 }
 
-void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems,
-                       creo::FunctionRef<void(const SheetFrame& frame, const SheetEntry& entry)> work) {
-  const auto entries = sheetEntries(task, stems);
+void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,
+                       SheetEntryWork work) {
+  const auto entries = sheetEntries(task, stems, numbers);
   const auto sheets = creo::ProDrawingSheetsCount(task.model());
   for (int sheet = 1; sheets && !entries.empty() && sheet <= sheets.value; ++sheet) {
     const auto frame = sheetFrame(task.model(), sheet);
@@ -58,14 +58,20 @@ bool standsAt(const SheetFrame& frame, const creo::ProDtlattach& attachment, con
   return isNear(place, wanted);
 }
 
-creo::Got<creo::ProDtlattach> movedTo(const Task& task, const SheetEntry& entry, const SheetFrame& frame,
-                                      const creo::ProDtlattach& attachment) {
+std::optional<creo::ProPoint> newPlace(const Task& task, const SheetEntry& entry, const SheetFrame& frame) {
   const auto given = placeOf(task, entry, L"nposx_", L"nposy_");
-  if (!given) return creo::ProBadInputs;
+  if (!given) return std::nullopt;
   sayDetail(text::format(L"values x: %f, y: %f", given->x, given->y));
   const creo::ProPoint stored = toDrawing(frame, fromEdges(frame, *given));
   sayDetail(text::format(L"set to recalc x: %f, y: %f", stored.x, stored.y));
-  return creo::ProDtlattachAlloc(attachment.type, attachment.view, stored);
+  return stored;
+}
+
+creo::Got<creo::ProDtlattach> movedTo(const Task& task, const SheetEntry& entry, const SheetFrame& frame,
+                                      const creo::ProDtlattach& attachment) {
+  const auto stored = newPlace(task, entry, frame);
+  if (!stored) return creo::ProBadInputs;
+  return creo::ProDtlattachAlloc(attachment.type, attachment.view, *stored);
 }
 
 }  // namespace actions

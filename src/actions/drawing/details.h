@@ -21,8 +21,13 @@ void tellResult(creo::ProError result, std::wstring_view success, std::wstring_v
 bool isDrawing(creo::ProMdl model);
 
 // Calls work for each sheet of the drawing and each entry that is for it, sheets first.
-void eachSheetAndEntry(const engine::Task& task, std::initializer_list<std::wstring_view> stems,
-                       creo::FunctionRef<void(const SheetFrame& frame, const SheetEntry& entry)> work);
+using SheetEntryWork = creo::FunctionRef<void(const SheetFrame& frame, const SheetEntry& entry)>;
+void eachSheetAndEntry(const engine::Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,
+                       SheetEntryWork work);
+inline void eachSheetAndEntry(const engine::Task& task, std::initializer_list<std::wstring_view> stems,
+                              SheetEntryWork work) {
+  eachSheetAndEntry(task, stems, {}, work);
+}
 
 // `posx_N` and `posy_N` on a sheet as a new detail's place, in the drawing's coordinates. Nothing, with a line, where
 // they can't be read.
@@ -31,6 +36,9 @@ std::optional<creo::ProPoint> placeForNew(const engine::Task& task, const SheetE
 std::optional<creo::ProPoint> wantedPlace(const engine::Task& task, const SheetEntry& entry, const SheetFrame& frame);
 // Whether a detail stands there.
 bool standsAt(const SheetFrame& frame, const creo::ProDtlattach& attachment, const creo::ProPoint& wanted);
+// The entry's new place `nposx_N`, `nposy_N` in the drawing's coordinates. Nothing, with a line, where it can't be
+// read.
+std::optional<creo::ProPoint> newPlace(const engine::Task& task, const SheetEntry& entry, const SheetFrame& frame);
 // The attachment with the entry's new place `nposx_N`, `nposy_N`.
 creo::Got<creo::ProDtlattach> movedTo(const engine::Task& task, const SheetEntry& entry, const SheetFrame& frame,
                                       const creo::ProDtlattach& attachment);

@@ -8,6 +8,7 @@
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "text/format.h"
+#include "text/letters.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
 
@@ -30,21 +31,6 @@ std::optional<int> numberAt(std::wstring_view line, std::size_t at) {
   return text::parseInt(line.substr(at));
 }
 
-// The model's number in "{0:&model_name:2}": what follows the second colon. A line without braces has it in a form.
-std::optional<int> modelNumber(std::wstring_view line) {
-  const std::size_t first = line.find(L':');
-  const std::size_t second = first == line.npos ? first : line.find(L':', first + 1);
-  if (second != line.npos)
-    if (const auto number = numberAt(line, second + 1)) return number;
-  for (std::size_t sign = line.find(L'&'); sign != line.npos; sign = line.find(L'&', sign + 1)) {
-    std::size_t end = sign + 1;
-    while (end < line.size() && isNamePart(line[end])) ++end;
-    if (end == sign + 1 || end >= line.size() || line[end] != L':') continue;
-    if (const auto number = numberAt(line, end + 1)) return number;
-  }
-  return std::nullopt;
-}
-
 struct Numbers {
   std::optional<int> first;
   int conflicts = 0;
@@ -64,7 +50,7 @@ bool addNumbers(const ProDwgtable& table, Numbers& numbers) {
       const auto lines = creo::ProDwgtableCelltextGet(table, column, row, ProDwgtableText::symbolic);
       if (!lines) return false;
       for (const std::wstring& line : lines.value)
-        if (const auto number = modelNumber(line)) numbers.add(*number);
+        if (const auto number = modelNumberIn(line)) numbers.add(*number);
     }
   return true;
 }
@@ -144,21 +130,42 @@ bool isOtherType(std::wstring_view word, creo::ProMdl model) {
 
 std::optional<creo::ProMdl> modelOfFrames(creo::ProMdl drawing, const std::vector<creo::ProMdl>& models) {
   const auto number = numberOfFrames(drawing);
-  if (!number) return std::nullopt;
+  return number ? modelOfNumber(drawing, models, *number, core::kError) : std::nullopt;
+}
+
+std::optional<int> modelNumberIn(std::wstring_view line) {
+  const std::size_t first = line.find(L':');
+  const std::size_t second = first == line.npos ? first : line.find(L':', first + 1);
+  if (second != line.npos)
+    if (const auto number = numberAt(line, second + 1)) return number;
+  for (std::size_t sign = line.find(L'&'); sign != line.npos; sign = line.find(L'&', sign + 1)) {
+    std::size_t end = sign + 1;
+    while (end < line.size() && isNamePart(line[end])) ++end;
+    if (end == sign + 1 || end >= line.size() || line[end] != L':') continue;
+    if (const auto number = numberAt(line, end + 1)) return number;
+  }
+  return std::nullopt;
+}
+
+std::optional<creo::ProMdl> modelOfNumber(creo::ProMdl drawing, const std::vector<creo::ProMdl>& models, int number,
+                                          int failureLevel) {
   say(L"Found a single model that should be the right one");
   const OneCellTable table(drawing);
   if (!table.isThere()) {
-    error(L"table creation failure");
+    if (failureLevel == core::kNormal)
+      say(L"table creation failure", 1);
+    else
+      core::logWrite(L"table creation failure", failureLevel);
     return std::nullopt;
   }
   say(L"table created");
-  const std::wstring name = table.shown(text::format(L"&model_name:%d", *number));
-  const std::wstring type = table.shown(text::format(L"&type:%d", *number));
+  const std::wstring name = table.shown(text::format(L"&model_name:%d", number));
+  const std::wstring type = table.shown(text::format(L"&type:%d", number));
   say(name);
   say(type);
   const auto found = std::find_if(models.begin(), models.end(), [&](creo::ProMdl model) {
     const auto own = creo::ProMdlNameGet(model);
-    return own && own.value == name && !isOtherType(type, model);
+    return own && text::equalNoCase(own.value, name) && !isOtherType(type, model);
   });
   return found == models.end() ? std::nullopt : std::optional(*found);
 }

@@ -43,8 +43,28 @@ Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type) {
   return operation("ProMdlInit", [&](State& state) { return state.models.inMemory(name, type); });
 }
 
+namespace {
+
+// Frames lie in folders of their own: formats, and drawings that serve as such.
+Got<ProMdl> retrieveFrame(State& state, const std::wstring& name, ProMdlType type) {
+  const std::wstring working = state.models.workingFolder();
+  Got<ProMdl> found = ProNotFound;
+  for (const std::wstring& folder : state.configuration.values(L"pro_format_dir")) {
+    if (found.error != ProNotFound || folder.empty() || !state.models.changeFolder(folder)) continue;
+    found = state.models.retrieve(name, type);
+    state.models.changeFolder(working);
+  }
+  return found;
+}
+
+}  // namespace
+
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type) {
-  return operation("ProMdlRetrieve", [&](State& state) { return state.models.retrieve(name, type); });
+  return operation("ProMdlRetrieve", [&](State& state) {
+    const auto found = state.models.retrieve(name, type);
+    const bool isFrame = found.error == ProNotFound && headless::hasSheets(type);
+    return isFrame ? retrieveFrame(state, name, type) : found;
+  });
 }
 
 Got<std::wstring> ProMdlNameGet(ProMdl model) {
@@ -93,7 +113,7 @@ Got<std::wstring> ProMdlCommonnameGet(ProMdl model) {
 
 Got<int> ProMdlSubtypeGet(ProMdl model) {
   return onModel("ProMdlSubtypeGet", model, [](State&, Model& m) -> Got<int> {
-    if (m.type() == ProMdlType::drawing) return ProBadInputs;
+    if (headless::hasSheets(m.type())) return ProBadInputs;
     return m.document->record.subtype;
   });
 }

@@ -48,7 +48,7 @@ Lines onSheetOf(State& state, const Model& drawing, int sheet, const std::vector
 ProError ProMdlNoteVisit(ProMdl model, Visitor<ProNote> visitor) {
   return onModel("ProMdlNoteVisit", model, [&](State&, Model& m) -> ProError {
     std::vector<ProNote> notes;
-    if (m.type() != ProMdlType::drawing)
+    if (!headless::hasSheets(m.type()))
       for (const NoteRecord& one : m.document->record.notes) notes.push_back({m.handle, one.id});
     return headless::visit<ProNote>(notes, visitor);
   });

@@ -6,13 +6,13 @@
 
 namespace headless {
 
-// As onModel; ProBadInputs for a model that is no drawing.
+// As onModel; ProBadInputs for a model that is no drawing and no format.
 template <class Body>
 auto onDrawing(std::string_view name, creo::ProMdl drawing, Body&& body)
     -> std::invoke_result_t<Body, Session::State&, Model&> {
   using Result = std::invoke_result_t<Body, Session::State&, Model&>;
   return onModel(name, drawing, [&](Session::State& state, Model& model) -> Result {
-    if (model.type() != creo::ProMdlType::drawing) return Result(creo::ProBadInputs);
+    if (!hasSheets(model.type())) return Result(creo::ProBadInputs);
     return body(state, model);
   });
 }

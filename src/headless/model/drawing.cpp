@@ -1,6 +1,7 @@
 #include "headless/model/drawing.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -85,6 +86,10 @@ double scaleOnSheet(const ModelDocument& drawing, int sheet, std::wstring_view n
 
 TableRecord* tableOf(ModelDocument& drawing, int id) {
   auto& tables = drawing.record.tables;
+  // Ids ascend as long as nobody wrote them by hand.
+  const auto guess = std::lower_bound(tables.begin(), tables.end(), id,
+                                      [](const TableRecord& one, int wanted) { return one.id < wanted; });
+  if (guess != tables.end() && guess->id == id) return &*guess;
   const auto found = std::find_if(tables.begin(), tables.end(), [id](const TableRecord& one) { return one.id == id; });
   return found == tables.end() ? nullptr : &*found;
 }
@@ -93,6 +98,10 @@ const SegmentRecord* segmentOf(const TableRecord& table, int segment) {
   if (segment == -1 && table.segments.size() == 1) segment = 0;
   if (segment < 0 || static_cast<std::size_t>(segment) >= table.segments.size()) return nullptr;
   return &table.segments[static_cast<std::size_t>(segment)];
+}
+
+SegmentRecord* segmentOf(TableRecord& table, int segment) {
+  return const_cast<SegmentRecord*>(segmentOf(std::as_const(table), segment));
 }
 
 CellRecord* cellOf(TableRecord& table, int column, int row) {

@@ -16,6 +16,10 @@ bool isLabelOf(const std::string& label, std::wstring_view name, creo::ProMdlTyp
 // The current model, or the first where the document names none that it shows. Nothing: the drawing has no model.
 std::optional<creo::ProDependency> currentModelOf(const Model& drawing);
 
+// Drawings and formats, which are laid out alike.
+constexpr bool hasSheets(creo::ProMdlType type) {
+  return type == creo::ProMdlType::drawing || type == creo::ProMdlType::format;
+}
 // A drawing always has a sheet: the document of one that names none stands for a blank A4.
 int sheetCount(const ModelDocument& drawing);
 // From 1, never beyond the last.
@@ -33,6 +37,7 @@ double scaleOnSheet(const ModelDocument& drawing, int sheet, std::wstring_view n
 TableRecord* tableOf(ModelDocument& drawing, int id);
 // -1 is a table's only segment. Null for one that isn't there.
 const SegmentRecord* segmentOf(const TableRecord& table, int segment);
+SegmentRecord* segmentOf(TableRecord& table, int segment);
 // Null for an empty cell.
 CellRecord* cellOf(TableRecord& table, int column, int row);
 

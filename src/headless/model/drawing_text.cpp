@@ -123,6 +123,31 @@ Value parameter(const Place& place, const Form& form) {
   return parameterText(place, place.drawing.handle, form.name);
 }
 
+// One of the numbered model, where it has it.
+Value numberedParameter(const Place& place, const Form& form) {
+  const auto named = form.number ? modelOf(place, form) : std::nullopt;
+  const auto model = named ? place.models.retrieve(named->name, named->type) : creo::ProNotFound;
+  return model ? parameterText(place, model.value, form.name) : Value();
+}
+
+const SystemForm* systemForm(std::wstring_view name) {
+  const auto* found = std::find_if(std::begin(kSystemForms), std::end(kSystemForms),
+                                   [&](const auto& row) { return text::equalNoCase(row.name, name); });
+  return found == std::end(kSystemForms) ? nullptr : found;
+}
+
+// What a form shows, and whether what follows its colon belongs to it.
+struct Shown {
+  Value value;
+  bool withSuffix = false;
+};
+Shown shownBy(const Place& place, const Form& form) {
+  if (const SystemForm* system = systemForm(form.name))
+    return {system->value(place, form), system->takesNumber && form.number};
+  if (Value numbered = numberedParameter(place, form)) return {std::move(numbered), true};
+  return {parameter(place, form), form.ofDrawing};
+}
+
 // "{0:text}" marks a piece of a line; the sheet shows the piece alone.
 std::wstring withoutBraces(std::wstring_view line) {
   std::wstring out;
@@ -153,14 +178,24 @@ std::wstring displayedText(Models& models, const Parameters& parameters, const M
   for (std::size_t sign = line.find(L'&'); sign != line.npos; sign = line.find(L'&', std::max(done, sign + 1))) {
     const Form form = formAt(line, sign);
     if (form.name.empty()) continue;
-    const auto* system = std::find_if(std::begin(kSystemForms), std::end(kSystemForms),
-                                      [&](const auto& row) { return text::equalNoCase(row.name, form.name); });
-    const bool isSystem = system != std::end(kSystemForms);
-    const Value value = isSystem ? system->value(place, form) : parameter(place, form);
-    if (!value) continue;
-    const bool takesSuffix = isSystem ? system->takesNumber && form.number : form.ofDrawing;
-    out.append(line, done, sign - done).append(*value);
-    done = takesSuffix ? form.endOfSuffix : form.end;
+    const Shown shown = shownBy(place, form);
+    if (!shown.value) continue;
+    out.append(line, done, sign - done).append(*shown.value);
+    done = shown.withSuffix ? form.endOfSuffix : form.end;
+  }
+  return out.append(line, done);
+}
+
+std::wstring boundToModel(std::wstring_view line, int number) {
+  std::wstring out;
+  std::size_t done = 0;
+  for (std::size_t sign = line.find(L'&'); sign != line.npos; sign = line.find(L'&', sign + 1)) {
+    const Form form = formAt(line, sign);
+    const SystemForm* system = systemForm(form.name);
+    const bool isBound = form.end != form.endOfSuffix;
+    if (form.name.empty() || isBound || (system && !system->takesNumber)) continue;
+    out.append(line, done, form.end - done).append(L":" + std::to_wstring(number));
+    done = form.end;
   }
   return out.append(line, done);
 }

@@ -13,9 +13,14 @@ namespace headless {
 //   &dwg_name &scale &current_sheet &total_sheets &todays_date   the drawing and the sheet
 //   &model_name &type, also with ":2"                            the current model, or the drawing's second
 //   &NAME                                                        a parameter of the current model, else the drawing's
+//   &NAME:2                                                      one of the drawing's second model, where it has it
 //   &NAME:d                                                      a parameter of the drawing
 // What can't be resolved stays as it stands.
 std::wstring displayedText(Models& models, const Parameters& parameters, const Model& drawing, int sheet,
                            std::wstring_view line);
+
+// The line with its forms that could be about any model bound to the one with that number: "&model_name:2". Those that
+// say already what they are about, and those of the drawing and its sheets, stay.
+std::wstring boundToModel(std::wstring_view line, int number);
 
 }  // namespace headless

@@ -1,6 +1,7 @@
 // Bringing models into memory: the document itself, then, without recursion, whatever it uses.
 #include <algorithm>
 
+#include "headless/model/drawing.h"
 #include "headless/model/family.h"
 #include "headless/model/models.h"
 #include "headless/store/faults.h"
@@ -58,7 +59,7 @@ Got<ProMdl> Models::bringLocal(const ModelName& name, ProMdlType type, Retrieval
       if (const DocumentFile* file = folder->find(name.name, type))
         return load(*folder, DocumentFile(*file), retrieval);
   }
-  return type == ProMdlType::drawing ? creo::ProNotFound : bringInstance(name, type, retrieval);
+  return hasSheets(type) ? creo::ProNotFound : bringInstance(name, type, retrieval);
 }
 
 Got<ProMdl> Models::bringInstance(const ModelName& name, ProMdlType type, Retrieval& retrieval) {

@@ -18,7 +18,7 @@ using creo::ProMdlType;
 
 namespace {
 
-constexpr ProMdlType kTypes[] = {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing,
+constexpr ProMdlType kTypes[] = {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing, ProMdlType::format,
                                  ProMdlType::manufacturing};
 
 bool isNumber(std::wstring_view text) {
@@ -156,7 +156,7 @@ std::wstring Folder::genericOf(std::wstring_view instance, ProMdlType type) {
     instancesKnown_ = true;
     instances_.clear();
     for (const DocumentFile& file : documents()) {
-      if (file.type == ProMdlType::drawing) continue;
+      if (file.type == ProMdlType::drawing || file.type == ProMdlType::format) continue;
       const auto bytes = os::files().read(path_ + file.fileName);
       // Most documents have no table; those needn't be read as JSON.
       if (!bytes || bytes.value.find("\"familyTable\"") == std::string::npos) continue;

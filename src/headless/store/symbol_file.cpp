@@ -2,6 +2,7 @@
 
 #include <unordered_set>
 
+#include "headless/store/bare_record.h"
 #include "headless/store/enum_texts.h"
 #include "headless/store/tables_drawing.h"
 
@@ -17,27 +18,13 @@ int repeatedId(const std::vector<SymbolGroupRecord>& groups, std::unordered_set<
   return 0;
 }
 
-// What a document must say of a definition and a file needn't.
-void complete(Json& tree, std::string name) {
-  std::erase_if(tree.items, [](const Json& member) {
-    return member.name == "id" || member.name == "name" || member.name == "path";
-  });
-  Json id, text;
-  id.name = "id";
-  id.kind = JsonKind::integer;
-  text.name = "name";
-  text.kind = JsonKind::text;
-  text.text = std::move(name);
-  tree.items.insert(tree.items.begin(), {std::move(id), std::move(text)});
-}
-
 }  // namespace
 
 JsonFault readSymbol(std::string_view source, std::string name, SymbolDefinitionRecord& into) {
   Json tree;
   if (JsonFault fault = parseJson(source, tree)) return fault;
   if (!tree.is(JsonKind::object)) return {1, L"a symbol definition is an object"};
-  complete(tree, std::move(name));
+  nameRecord(tree, std::move(name), {"path"});
   Reader in(source);
   readValue(into, tree, in);
   std::unordered_set<int> seen;

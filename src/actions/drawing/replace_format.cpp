@@ -1,0 +1,167 @@
+// The formats of a drawing's sheets, exchanged for others.
+#include <set>
+
+#include "actions/drawing/details.h"
+#include "actions/drawing/format_tables.h"
+#include "actions/drawing/table_finder.h"
+#include "actions/families.h"
+#include "actions/model/frame_search.h"
+#include "core/messages.h"
+#include "creo/ProDrawingFormat.h"
+#include "creo/ProMdl.h"
+#include "creo/guards.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProDwgtable;
+using creo::ProMdl;
+
+constexpr int kTitle = 320, kBlanked = 321, kCantRetrieve = 322;
+constexpr int kMostEntries = 100;
+constexpr std::size_t kNameSize = 66;  // of a new format's name, with what follows it
+constexpr std::size_t kMostOfName = 63, kMostDigits = 9;
+constexpr std::wstring_view kNoFormat = L"noFormatFound";
+constexpr std::wstring_view kSearchInFrames = L"3";
+
+// ---- the source of a new format
+
+// "frame_a3", "frame_a3.frm:2", "sheet.drw:3" taken apart.
+struct FormatSource {
+  std::wstring name;
+  creo::ProMdlType type = creo::ProMdlType::format;
+  int sheet = 0;  // 0: the first
+};
+
+FormatSource formatSource(std::wstring_view text) {
+  FormatSource source;
+  const std::size_t point = text.substr(0, kMostOfName).find(L'.');
+  source.name = text.substr(0, point);
+  if (point == text.npos) return source;
+  const std::wstring_view ending = text.substr(point + 1);
+  if (text::equalNoCase(ending.substr(0, 3), L"drw")) source.type = creo::ProMdlType::drawing;
+  if (ending.size() > 4 && ending[3] == L':') source.sheet = text::parseInt(ending.substr(4, kMostDigits));
+  return source;
+}
+
+// ---- the model that a format is about
+
+// The models that the tables of the sheet's format name by number.
+std::set<int> numbersInFrame(ProMdl drawing, int sheet) {
+  std::set<int> numbers;
+  const auto addFrom = [&](const ProDwgtable& table) {
+    const int columns = creo::ProDwgtableColumnsCount(table).value, rows = creo::ProDwgtableRowsCount(table).value;
+    for (int row = 1; row <= rows; ++row)
+      for (int column = 1; column <= columns; ++column)
+        for (const std::wstring& line :
+             creo::ProDwgtableCelltextGet(table, column, row, creo::ProDwgtableText::symbolic).value)
+          if (const auto number = modelNumberIn(line)) {
+            sayDetail(text::format(L"Number : %d", *number));
+            numbers.insert(*number);
+          }
+  };
+  creo::ProDrawingTableVisit(drawing, [&](const ProDwgtable& table) {
+    const auto fromFormat = creo::ProDwgtableIsFromFormat(table);
+    const auto on = placedSegment(table).sheet;
+    if (fromFormat && fromFormat.value && on && on.value == sheet) addFrom(table);
+    return creo::ProNoError;
+  });
+  return numbers;
+}
+
+// None: the drawing has no model.
+ProMdl modelForFormat(const Task& task, int sheet) {
+  const ProMdl active = creo::ProDrawingCurrentsolidGet(task.model()).value;
+  if (task.attribute(L"multiModelsSel") != kSearchInFrames) return active;
+  const auto models = creo::ProDrawingSolidsCollect(task.model());
+  if (models.value.size() < 2) return active;
+  sayDetail(L"- search in frames");
+  const std::set<int> numbers = numbersInFrame(task.model(), sheet);
+  if (numbers.size() == 1)
+    return modelOfNumber(task.model(), models.value, *numbers.begin(), core::kNormal).value_or(active);
+  core::logWrite(L"Found multiple or no possible model, use active one.", core::kWarning);
+  return active;
+}
+
+// ---- the exchange
+
+void exchange(const Task& task, int sheet, int number, ProMdl solid) {
+  const Replaced replaced = replaceVariables(task.numbered(L"namet_%d", number).value_or(L""), task.model(), kNameSize);
+  const FormatSource source = formatSource(replaced.hasText() ? std::wstring_view(replaced.text) : L"");
+  if (source.name.empty()) return failDetail(L"Can't detect frame_name");
+  const auto model = creo::ProMdlRetrieve(source.name, source.type);
+  if (!model) return failDetail(text::format(core::msgText(kCantRetrieve), source.name));
+  const auto rule = formatTableRule(task.numbered(L"tab_%d", number).value_or(L""));
+  deleteFormatTables(task.model(), sheet, rule);
+  if (creo::ProDrawingFormatAdd(task.model(), sheet, solid, model.value, source.sheet) != creo::ProNoError)
+    failDetail(L"An unknown error happened");
+  deleteRepeatedTables(task.model(), sheet, rule);
+}
+
+std::wstring presentFormat(ProMdl drawing, int sheet) {
+  const auto format = creo::ProDrawingFormatGet(drawing, sheet);
+  if (format && !format.value.empty()) return format.value;
+  sayDetail(kNoFormat);
+  return std::wstring(kNoFormat);
+}
+
+void exchangeOnSheet(const Task& task, int sheet) {
+  const std::wstring format = presentFormat(task.model(), sheet);
+  const ProMdl solid = modelForFormat(task, sheet);
+  for (const Task::Numbered& entry : task.numberedAll(L"namef_", kMostEntries))
+    if (wildcardCompare(entry.value, format) == 1) exchange(task, sheet, entry.number, solid);
+}
+
+// A hidden format is shown while it is worked.
+void workSheet(const Task& task, int sheet) {
+  const auto blanked = creo::ProDrawingSheetFormatIsBlanked(task.model(), sheet);
+  const bool hide = blanked && blanked.value;
+  if (hide && creo::ProDrawingSheetFormatShow(task.model(), sheet) != creo::ProNoError)
+    return failDetail(text::format(core::msgText(kBlanked), sheet));
+  exchangeOnSheet(task, sheet);
+  if (hide && creo::ProDrawingSheetFormatHide(task.model(), sheet) != creo::ProNoError)
+    failDetail(text::format(L"The format of sheet %d can't be hidden again", sheet));
+}
+
+void workSheets(const Task& task) {
+  const auto count = creo::ProDrawingSheetsCount(task.model()), before = creo::ProDrawingCurrentSheetGet(task.model());
+  const bool currentOnly = task.isTrue(L"onlyCurrentSheet");
+  if (!count || !before) return failDetail(L"The sheets of the drawing can't be read");
+  creo::SheetGuard current(task.model());
+  const int first = currentOnly ? before.value : 1, last = currentOnly ? before.value : count.value;
+  for (int sheet = first; sheet <= last; ++sheet) {
+    if (current.change(sheet) == creo::ProNoError)
+      workSheet(task, sheet);
+    else
+      failDetail(text::format(L"Can't make sheet %d the current one", sheet));
+  }
+}
+
+Outcome replaceFormat(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
+  if (!isDrawing(task.model())) return done;
+  creo::OptionGuard folder(L"pro_format_dir");
+  if (!task.attribute(L"path").empty()) {
+    const std::wstring path = task.path(L"path", L"models");
+    if (folder.change(path) != creo::ProNoError) {
+      failDetail(text::format(L"Can't look for formats in %s", path));
+      return done;
+    }
+  }
+  workSheets(task);
+  if (!folder.back()) failDetail(L"pro_format_dir can't be put back");
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"replaceFormat", &replaceFormat}};
+
+}  // namespace
+
+std::span<const ActionFunction> replaceFormatActions() { return kActions; }
+
+}  // namespace actions

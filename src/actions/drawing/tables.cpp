@@ -1,0 +1,150 @@
+// Tables on the sheets of drawings: brought from files, found by place or text, moved, deleted.
+#include "actions/drawing/details.h"
+#include "actions/drawing/table_finder.h"
+#include "actions/families.h"
+#include "creo/guards.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProDwgtable;
+using creo::ProMdl;
+
+constexpr std::wstring_view kTableDirectory = L"@pro_table_dir@";
+
+// ---- new tables
+
+// Makes the folder of stored tables the working folder and gives it in full. Nothing, with a line: it isn't there.
+std::optional<std::wstring> tableFolder(const Task& task, creo::DirectoryGuard& working) {
+  const std::wstring_view given = task.attribute(L"tablepath");
+  std::wstring folder;
+  if (!given.empty() && given != kTableDirectory) {
+    folder = task.path(L"tablepath", L"models");
+    sayDetail(folder);
+  } else {
+    sayDetail(L"Insert from PRO_TABLE_DIR");
+    folder = creo::ProConfigoptGet(L"PRO_TABLE_DIR").value;
+  }
+  // Where the option isn't set Creo takes the working folder; a folder that has gone must not become another one.
+  if (!folder.empty() && working.change(folder) != creo::ProNoError) {
+    failDetail(text::format(L"Can't set path as current path: %s", folder));
+    return std::nullopt;
+  }
+  const auto whole = creo::ProDirectoryCurrentGet();
+  return whole ? std::optional(whole.value) : std::nullopt;
+}
+
+// Puts a table that was just retrieved where the entry wants it, and shows it.
+void placeTable(const ProDwgtable& table, const creo::ProPoint& place) {
+  const PlacedSegment segment = placedSegment(table);
+  if (!creo::ProDwgtableInfoGet(table, segment.number)) return failDetail(L"Can't get Table info");
+  if (creo::ProDwgtableSegMove(table, segment.number, place, true) != creo::ProNoError)
+    failDetail(L"Can't move table segment");
+  tellResult(creo::ProDwgtableDisplay(table), L"Table is retrieved and displayed", L"Table is can't be displayed");
+}
+
+void addTableOn(const Task& task, const std::wstring& folder, const SheetEntry& entry, int sheet) {
+  const auto given = placeOf(task, entry, L"posx_", L"posy_");
+  const auto frame = given ? sheetFrame(task.model(), sheet) : std::nullopt;
+  if (!frame) return;
+  const creo::ProPoint place = fromEdges(*frame, *given);
+  const auto origin = creo::ProPntTrfEval(place, creo::inverseOf(frame->matrix));
+  if (!origin)
+    return failDetail(text::format(L"posx_%d, posy_%d is no place on sheet %d", entry.number, entry.number, sheet));
+  const auto table = creo::ProDwgtableRetrieve(task.model(), std::wstring(task.attribute(L"tablename")), folder,
+                                               creo::kAnyTableVersion, origin.value);
+  if (!table)
+    return failDetail(text::format(L"Failure while retrieving the table : %d", static_cast<int>(table.error)));
+  placeTable(table.value, toDrawing(*frame, place));
+}
+
+void addTables(const Task& task, const std::wstring& folder) {
+  const auto sheets = creo::ProDrawingSheetsCount(task.model());
+  creo::SheetGuard current(task.model());
+  for (const SheetEntry& entry : sheetEntries(task, {L"posx_"}))
+    for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet) {
+      if (!isForSheet(task, entry, sheet, SheetWork::adding)) continue;
+      if (current.change(sheet) != creo::ProNoError) {
+        failDetail(text::format(L"Can't make sheet %d the current one", sheet));
+        continue;
+      }
+      sayDetail(text::format(L"Sheet %d is worked", sheet));
+      addTableOn(task, folder, entry, sheet);
+    }
+}
+
+Outcome addTable(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Add table"})) return *ended;
+  creo::DirectoryGuard working;
+  const auto folder = tableFolder(task, working);
+  if (folder && isDrawing(task.model())) addTables(task, *folder);
+  working.back();
+  creo::ProDrawingTablesUpdate(task.model());
+  return done;
+}
+
+// ---- tables that are there
+
+// What is done with a table that an entry found on a sheet.
+using TableWork = creo::FunctionRef<void(const SheetFrame&, const SheetEntry&, const ProDwgtable&, int segment)>;
+
+// Whether an entry looks at tables of that sheet while the drawing's sheet `current` is worked.
+using LooksAt = bool (*)(const SheetEntry& entry, int tableSheet, int current);
+
+void eachFoundTable(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,
+                    LooksAt looksAt, TableWork work) {
+  const auto body = [&](const SheetFrame& frame, const SheetEntry& entry) {
+    const TableFinder finder(task, entry, frame);
+    if (finder.isIdle()) return;
+    const auto tables = creo::ProDrawingTablesCollect(task.model());
+    for (const ProDwgtable& table : tables.value) {
+      const PlacedSegment segment = placedSegment(table);
+      if (!segment.sheet || !looksAt(entry, segment.sheet.value, frame.sheet)) continue;
+      if (!finder.finds(table, segment)) continue;
+      sayDetail(L"found a table");
+      work(frame, entry, table, segment.number);
+    }
+  };
+  eachSheetAndEntry(task, stems, numbers, body);
+}
+
+Outcome moveTable(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Move table"})) return *ended;
+  if (!isDrawing(task.model())) return done;
+  const auto lieThere = [](const SheetEntry&, int tableSheet, int current) { return tableSheet == current; };
+  eachFoundTable(task, {L"nposx_"}, {.replaced = false, .zeroIsAll = false}, lieThere,
+                 [&](const SheetFrame& frame, const SheetEntry& entry, const ProDwgtable& table, int segment) {
+                   const auto place = newPlace(task, entry, frame);
+                   if (!place) return;
+                   tellResult(creo::ProDwgtableSegMove(table, segment, *place, true), L"Table is moved",
+                              L"Can't move the table");
+                 });
+  return done;
+}
+
+Outcome deleteTable(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Delete table"})) return *ended;
+  if (!isDrawing(task.model())) return done;
+  const auto named = [](const SheetEntry& entry, int tableSheet, int) {
+    return !entry.sheet || *entry.sheet == tableSheet;
+  };
+  eachFoundTable(task, {L"posx_", L"text_"}, {.replaced = false, .zeroIsAll = true}, named,
+                 [&](const SheetFrame&, const SheetEntry&, const ProDwgtable& table, int) {
+                   creo::ProDwgtableErase(table);
+                   const creo::ProError result = creo::ProDwgtableDelete(table, false);
+                   if (result != creo::ProNoError) creo::ProDwgtableDisplay(table);  // it stays, and is seen
+                   tellResult(result, L"Table is deleted", L"Can't delete the table");
+                 });
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {
+    {L"addTable", &addTable}, {L"moveTable", &moveTable}, {L"deleteTable", &deleteTable}};
+
+}  // namespace
+
+std::span<const ActionFunction> drawingTableActions() { return kActions; }
+
+}  // namespace actions

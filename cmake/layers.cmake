@@ -4,6 +4,7 @@ pkg_check_modules(PCRE REQUIRED IMPORTED_TARGET libpcre)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
 pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
+pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
 
@@ -14,6 +15,9 @@ else()
   set(KVD_SYSTEM posix)
 endif()
 kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text PRIVATE_LINKS PkgConfig::CURL)
+
+# Two-dimensional codes; it knows nothing of models.
+kvd_layer(kvd_barcode FOLDERS src/barcode PRIVATE_LINKS PkgConfig::QRENCODE)
 
 # Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.
 add_library(creo INTERFACE)
@@ -33,7 +37,7 @@ kvd_layer(creo_headless
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
           src/reports src/ui
-  LINKS creo kvd_os PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP PkgConfig::CRYPTO)
+  LINKS creo kvd_os kvd_barcode PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP PkgConfig::CRYPTO)
 
 # What a host loads: the plug-in over the headless session, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)

@@ -151,6 +151,8 @@ class Document {
     }
   }
   void checkText(const XmlNode& at, const core::XmlAttr& attribute) {
+    // These, as whole values, name the folder of one of Creo's options and are no tokens.
+    if (attribute.value == L"@pro_symbol_dir@" || attribute.value == L"@pro_table_dir@") return;
     for (const std::string& fault : templateFaults(attribute.value)) {
       add(at, "'" + text::toUtf8(attribute.name) + "': " + fault);
     }
@@ -171,7 +173,7 @@ class Document {
     if (hasVariables(rest)) return;
     std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
     path = text::replaceAll(path, "//", "/");
-    const bool isFile = row.target == PathTarget::file;
+    const bool isFile = row.target != PathTarget::folder;
     if (isFile ? !isFileOf(row, path) : !isFolder(path)) {
       add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
                     path + "'");
@@ -179,13 +181,18 @@ class Document {
       checkTemplate(task, path);
     }
   }
-  // A material may be named without its ending.
+  // A material may be named without its ending, a model without its version.
   bool isFileOf(const PathAttribute& row, const std::string& path) const {
-    if (isFileMember(path)) return true;
+    if (isFileMember(path) || (row.target == PathTarget::model && isModelMember(path))) return true;
     return row.action == "addMaterial" && (isFileMember(path + ".mtl") || isFileMember(path + ".mat"));
   }
   bool isFileMember(const std::string& path) const {
     return anyMember([&](const std::string& member) { return member == text::lower(path); });
+  }
+  // Whatever its version.
+  bool isModelMember(const std::string& path) const {
+    const std::string lower = text::lower(path);
+    return anyMember([&](const std::string& member) { return member == lower || member.starts_with(lower + "."); });
   }
   bool isFolder(std::string path) const {
     if (!path.ends_with('/')) path += '/';
@@ -200,10 +207,7 @@ class Document {
     if (!name || hasVariables(name->value)) return;
     if (!folder.ends_with('/')) folder += '/';
     const std::string file = folder + text::toUtf8(name->value) + ".drw";
-    const std::string lower = text::lower(file);
-    const bool there =
-        anyMember([&](const std::string& member) { return member == lower || member.starts_with(lower + "."); });
-    if (!there) add(task, "'tmpName': the package has no '" + file + "'");
+    if (!isModelMember(file)) add(task, "'tmpName': the package has no '" + file + "'");
   }
   template <class Test>
   [[nodiscard]] bool anyMember(Test test) const {

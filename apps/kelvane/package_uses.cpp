@@ -15,6 +15,7 @@ constexpr PathAttribute kPaths[] = {
     {"groupActions",        L"tmpPath", "models",  PathTarget::folder},
     {"runTrailfile",        L"tf",      "models",  PathTarget::file},
     {"setDTL",              L"view",    "models",  PathTarget::file},
+    {"addLayerFromTemplate", L"view",   "models",  PathTarget::model},
     {"openCSVReport",       L"file",    "reports", PathTarget::written},
     {"writeListReport",     L"file",    "reports", PathTarget::written},
     {"reportFeatureParameter",     L"csvFileName", "reports", PathTarget::written},

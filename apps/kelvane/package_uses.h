@@ -21,6 +21,7 @@ std::vector<PackageUse> usesOfFilterItem(const core::XmlNode& item);
 enum class PathTarget {
   folder,
   file,
+  model,    // a file of any version
   written,  // it needn't be there
 };
 struct PathAttribute {

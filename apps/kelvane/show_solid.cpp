@@ -4,6 +4,7 @@
 
 #include "creo/ProSolid.h"
 #include "headless/model/density.h"
+#include "headless/model/drawing.h"
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
@@ -95,8 +96,8 @@ Section bodyOf(const headless::Model& model) {
   const auto mass = creo::ProSolidMassPropertyGet(model.handle);
   if (!mass) return section;
   const std::string& system = model.document->record.units;
-  const std::string length(headless::systemUnit(system, creo::ProUnitType::length));
-  const std::string weight(headless::systemUnit(system, creo::ProUnitType::mass));
+  const std::string length(headless::systemUnit(model.document->record, system, creo::ProUnitType::length));
+  const std::string weight(headless::systemUnit(model.document->record, system, creo::ProUnitType::mass));
   const bool guessed = model.type() == creo::ProMdlType::part && !headless::materialDensity(model);
   const auto& of = mass.value;
   section.rows = {{"mass", rounded(of.mass) + " " + weight, guessed ? "its material has no density: 1" : ""},

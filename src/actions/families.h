@@ -41,6 +41,10 @@ std::span<const ActionFunction> editFromTableActions();  // model/edit_from_tabl
 std::span<const ActionFunction> editFromFileActions();  // model/edit_from_file.cpp
 std::span<const ActionFunction> drawingParameterActions();  // model/drawing_parameters.cpp
 std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
+std::span<const ActionFunction> relationLineActions();  // model/relation_lines.cpp
+std::span<const ActionFunction> programLineActions();  // model/program_lines.cpp
+std::span<const ActionFunction> solidSettingActions();  // model/solid_settings.cpp
+std::span<const ActionFunction> regenerationActions();  // model/regeneration.cpp
 std::span<const ActionFunction> openReportActions();  // reports/open_report.cpp
 std::span<const ActionFunction> reportTablecellActions();  // reports/report_tablecell.cpp
 std::span<const ActionFunction> modelDataReportActions();  // reports/report_model_data.cpp
@@ -54,6 +58,11 @@ std::span<const ActionFunction> relationReportActions();  // reports/report_rela
 std::span<const ActionFunction> listReportActions();  // reports/list_report.cpp
 std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data.cpp
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
+std::span<const ActionFunction> familyTableActions();  // model/family_tables.cpp
+std::span<const ActionFunction> breakUpActions();  // model/break_up.cpp
+std::span<const ActionFunction> layerActions();  // model/layers.cpp
+std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
+std::span<const ActionFunction> layerTemplateActions();  // model/layer_template.cpp
 std::span<const ActionFunction> materialActions();  // model/add_material.cpp
 std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
 std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp
@@ -61,6 +70,12 @@ std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
 std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
 std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
 std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
+std::span<const ActionFunction> combinedStateActions();  // model/combined_states.cpp
+std::span<const ActionFunction> explodeStateActions();  // model/explode_states.cpp
+std::span<const ActionFunction> simplifiedRepActions();  // model/simp_reps.cpp
+std::span<const ActionFunction> editSimplifiedRepActions();  // model/edit_simp_rep.cpp
+std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
+std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
 // clang-format on

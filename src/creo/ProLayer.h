@@ -7,6 +7,9 @@ namespace creo {
 
 enum class ProLayerDisplay : int { none = -1, normal = 1, display = 2, blank = 3, hidden = 5, skip = 6 };
 
+// What saving gives where nothing differs from what was saved; -12.
+constexpr ProError ProNoChange = ProNoFamtable;
+
 struct ProLayer {
   ProMdl owner;
   int id = 0;
@@ -16,16 +19,42 @@ struct ProLayerstate {
   std::wstring name;
 };
 
+// Layers may be created and deleted while their model's visit goes on: it walks those that were there at its start.
 ProError ProMdlLayerVisit(ProMdl model, Visitor<ProLayer> visitor);
 // ProNotFound: the layer has gone.
 Got<std::wstring> ProLayerNameGet(const ProLayer& layer);
+// The status that the layer shows, saved or not.
 Got<ProLayerDisplay> ProLayerDisplaystatusGet(const ProLayer& layer);
+// What the layer shows from now on in this session. ProNotFound: the layer has gone.
+ProError ProLayerDisplaystatusSet(const ProLayer& layer, ProLayerDisplay status);
+// What the model's layers show becomes what is saved with it. ProNoChange: it is that already.
+ProError ProLayerDisplaystatusSave(ProMdl model);
+// A layer without items. One of its name in the model that the option default_layer_model names gives it its rules;
+// that model is brought into memory and stays there. ProExists: the name is taken; ProBadInputs: no layer can be called
+// so.
+Got<ProLayer> ProLayerCreate(ProMdl model, const std::wstring& name);
+// The layer goes, and with it its place on other layers and in layer states. ProNotFound: it has gone already.
+ProError ProLayerDelete(const ProLayer& layer);
 // The same as ProLayerItemsGet, with what comes from the layer's rules.
 Got<std::vector<ProModelitem>> ProLayerItemsPopulate(const ProLayer& layer);
 // What is on a layer; none is an empty list.
 Got<std::vector<ProModelitem>> ProLayerItemsGet(const ProLayer& layer);
+// A thing of a model as what lies on a layer; another layer has the type ProItemType::layer.
+Got<ProModelitem> ProLayerItemInit(ProItemType type, int id, ProMdl owner);
+// Puts something on a layer; what is on it already stays so. ProBadInputs: a thing of another model, or a layer that
+// would come to lie on itself; ProNotFound: the layer has gone, or the one that should be put on it.
+ProError ProLayerItemAdd(const ProLayer& layer, const ProModelitem& item);
+
 // ProNotFound: the model has none.
 Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model);
 Got<std::wstring> ProLayerstateNameGet(const ProLayerstate& state);
+// A layer state without layers. ProExists: the model has one of that name; ProBadInputs: an empty name.
+Got<ProLayerstate> ProLayerstateCreate(ProMdl model, const std::wstring& name);
+// The state shows a layer so. ProExists: the layer is in it already; ProNotFound: one of the two has gone.
+ProError ProLayerstateLayerAdd(const ProLayerstate& state, const ProLayer& layer, ProLayerDisplay status);
+// Combined states that refer to it leave layers alone from then on.
+ProError ProLayerstateDelete(const ProLayerstate& state);
+// Its layers show what it says, which is saved with the model; it becomes the active one.
+ProError ProLayerstateActivate(const ProLayerstate& state);
 
 }  // namespace creo

@@ -12,6 +12,8 @@ Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item);
 // Renames a layer, a view, a state, a cross section or a feature. ProExists: another one of its kind has the name;
 // ProNotFound: it has gone; ProBadInputs: an item of another kind, or an empty name.
 ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name);
+// The item of that type and id. ProNotFound: none.
+Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type);
 // An item of that name (case-blind). ProNotFound: none.
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name);
 

@@ -1,4 +1,4 @@
-// Sets of relations: those of a model, and those that run after its regeneration.
+// Sets of relations: those of a model, those that run after its regeneration, those of a feature and of its sketches.
 #pragma once
 
 #include "creo/ProTypes.h"
@@ -10,14 +10,24 @@ constexpr int kPostRegeneration = -2;
 
 struct ProRelset {
   ProModelitem owner;
+  int section = -1;  // of a feature: the sketch, from 0; -1: the feature's own
 };
 
-// The relations of a model. ProNotFound: it has none yet.
+// The relations of a model or a feature. ProNotFound: it has none yet.
 Got<ProRelset> ProModelitemToRelset(const ProModelitem& item);
 // An empty set of relations. ProExists: the model has one.
 Got<ProRelset> ProRelsetCreate(const ProModelitem& item);
 // Line by line.
 Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations);
+// The relations of a feature's sketch, from 0. ProNotFound: no such sketch, or it has none yet.
+Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section);
+// Puts other lines in place of those that it has; none takes the set away. Nothing is looked at before the set is
+// regenerated.
+ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines);
+// What owns the set. ProBadInputs: it has gone.
+Got<ProModelitem> ProRelsetToModelitem(const ProRelset& relations);
+// Are numbers with units converted? ProBadInputs: a set of a feature or a sketch.
+ProError ProRelsetUnitsSensitiveSet(const ProRelset& relations, bool sensitive);
 // Runs this set alone and gives the model what it assigns. ProGeneralError: a line fails, the message area says which
 // and why.
 ProError ProRelsetRegenerate(const ProRelset& relations);

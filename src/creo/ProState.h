@@ -1,5 +1,6 @@
 // What a model keeps under a name: views, combined states, simplified representations, exploded states, styles, cross
-// sections. The visits give items whose names ProModelitemNameGet tells.
+// sections. The visits give items whose names ProModelitemNameGet tells. What is done to them stands in ProSimprep.h,
+// ProCombstate.h, ProExpldstate.h and ProXsec.h.
 #pragma once
 
 #include "creo/ProModelitem.h"
@@ -40,12 +41,6 @@ enum class ProSimprepAction : int {
 // By what a component is replaced.
 enum class ProSubstitutionKind : int { none = 0, partRep = 2, assemblyRep = 3 };
 
-struct ProSimprepdata {
-  std::wstring name;
-};
-// ProBadInputs: no simplified representation; ProNotFound: it has gone.
-Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep);
-
 // How a cross section cuts, and what.
 enum class ProXsecType : int { planar = 0, offset = 1 };
 enum class ProXsecObjects : int { model = 0, quilts = 1, modelAndQuilts = 2 };
@@ -55,10 +50,5 @@ struct ProXsecData {
 };
 // ProBadInputs: no cross section; ProNotFound: it has gone.
 Got<ProXsecData> ProXsecDataGet(const ProModelitem& section);
-
-// The model in one of its representations; that representation is active then. "Master Rep" is there in every model.
-// ProNotFound: no model, or no representation of that name.
-Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep);
-Got<ProMdl> ProAssemblySimprepMdlnameRetrieve(const std::wstring& assembly, const std::wstring& rep);
 
 }  // namespace creo

@@ -3,6 +3,7 @@
 #include "creo/ProModelitem.h"
 #include "creo/ProNotify.h"
 #include "creo/ProSolid.h"
+#include "creo/ProSimprep.h"
 #include "creo/ProState.h"
 #include "creo/ProUnitsystem.h"
 #include "reports/file_name.h"

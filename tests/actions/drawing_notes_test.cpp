@@ -103,14 +103,14 @@ TEST_F(Notes, MoveWithAllTheyHold) {
   EXPECT_EQ(-2, record.notes[1].view);
 }
 
-// One goes, one comes, in a single run: each is still found by its own id.
+// One goes, one comes, and there are as many as before: each is still found by its own id.
 TEST_F(Notes, CanBeDeletedWrittenAndMovedInOneRun) {
   writeBytes(world.models() + "/note.txt", "new");
-  work(world, task("deleteNote", "notetext_0='All*'") +
+  work(world, task("deleteNote", "notetext_0='*1:2' sheet_0='1'") +
                   task("addNote", "notepath='d:\\note.txt' fn_0='' posx_0='1' posy_0='1' sheet_0='1'") +
-                  task("moveNote", "notetext_0='*1:2' nposx_0='2' nposy_0='2'") +
+                  task("moveNote", "notetext_0='*1:5' nposx_0='50' nposy_0='9'") +
                   task("moveNote", "notetext_0='NEW' nposx_0='3' nposy_0='3'"));
-  EXPECT_EQ("4@1(2,2)Scale 1:2 5@2(45,22)Scale 1:5 6@1(3,3)new", notes(world));
+  EXPECT_EQ(std::string(kEdges) + " 5@2(20,20)Scale 1:5 6@1(3,3)new", notes(world));
 }
 
 TEST_F(Notes, StayWholeWhereAnOperationFails) {
@@ -126,6 +126,7 @@ TEST_F(Notes, StayWholeWhereAnOperationFails) {
       {"deleteNote", "ProDtlnoteDelete", L"E:Can't delete the note"},
       {"deleteNote", "ProDrawingDtlnoteVisit", L""},
       {"addNote", "ProDtlnoteCreate", created},
+      {"addNote", "ProDtlnoteShow", created},
       {"addNote", "ProDrawingOverlayviewGet", created},
       {"addNote", "ProDtlattachAlloc", created},
       {"addNote", "ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read"},

@@ -113,8 +113,11 @@ TEST_F(ParametersAndInstances, ScaledValuesAreInTheModelsUnits) {
       {1, "N", "mks", 1},    {1, "N", "mmNs", 1},        {1, "N", "mmKs", 1000},   {100, "C", "inlbs", 212},
       {32, "F", "mmKs", 0},  {1, "kg/m^3", "cgs", 1e-3}, {1, "N*mm", "mks", 1e-3}, {1, "h", "mks", 3600},
       {1, "MPa", "mmNs", 1}, {180, "deg", "", 180},      {5, "furlong", "", 5},    {5, "mm^", "", 5}};
-  for (const Row& row : rows)
-    EXPECT_NEAR(row.expected, inSystem(row.value, row.unit, row.system), 1e-9) << row.unit << " in " << row.system;
+  for (const Row& row : rows) {
+    ModelRecord record;
+    record.units = row.system;
+    EXPECT_NEAR(row.expected, inSystem(row.value, row.unit, record), 1e-9) << row.unit << " in " << row.system;
+  }
   model("a.prt.1", R"("units": "inlbs", "parameters": [{"name": "X", "type": "double", "value": 254, "units": "mm"},
       {"name": "Y", "type": "double", "value": 254}])");
   const ProMdl part = retrieve(L"A");

@@ -79,7 +79,10 @@ ProError createNote(const Task& task, const NewNote& note, int sheet, const creo
   data.attachment = attachment.value;
   for (const std::wstring& line : note.lines) data.lines.push_back(lineOf(task, note, line));
   const auto created = creo::ProDtlnoteCreate(task.model(), data);
-  return created ? creo::ProDtlnoteShow(created.value) : created.error;
+  if (!created) return created.error;
+  const ProError shown = creo::ProDtlnoteShow(created.value);
+  if (shown != creo::ProNoError) creo::ProDtlnoteDelete(created.value);  // nobody would ever see it
+  return shown;
 }
 
 void addNoteOn(const Task& task, const NewNote& note, const SheetEntry& entry, int sheet) {

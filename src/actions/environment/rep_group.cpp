@@ -3,7 +3,7 @@
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSolid.h"
-#include "creo/ProState.h"
+#include "creo/ProSimprep.h"
 #include "text/format.h"
 
 namespace actions {

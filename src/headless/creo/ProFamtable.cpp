@@ -97,8 +97,9 @@ Got<ProInstanceLock> ProFaminstanceCheck(const ProFaminstance& instance) {
 
 Got<ProMdl> ProFaminstanceMdlGet(const ProFaminstance& instance) {
   return onModel("ProFaminstanceMdlGet", instance.owner, [&](State& state, Model& m) -> Got<ProMdl> {
-    if (!rowOf(m, instance)) return ProNotFound;
-    return state.models.inMemory(instance.name, m.type());
+    const headless::RowRecord* row = rowOf(m, instance);
+    if (!row) return ProNotFound;
+    return state.models.instanceInMemory(*m.document, *row);
   });
 }
 

@@ -15,16 +15,16 @@ using State = headless::Session::State;
 
 namespace {
 
-// Runs a body where a row has a parameter column: body(document, row, name, column).
+// Runs a body where a row has a parameter column: body(state, document, row, name, column).
 template <class Result, class Body>
 Result onColumn(std::string_view operation, const ProFaminstance& instance, const ProFamtableItem& item, Body body) {
-  return onModel(operation, instance.owner, [&](State&, Model& m) -> Result {
+  return onModel(operation, instance.owner, [&](State& state, Model& m) -> Result {
     RowRecord* row = m.document->row(instance.name);
     if (!row || row->parent != m.row || item.type != ProFamitemType::parameter) return ProNotFound;
     const std::string name = text::toUtf8(item.name);
     const headless::RowColumn column = headless::rowColumn(*m.document, *row, item.type, name);
     if (!column.isColumn) return ProNotFound;
-    return body(*m.document, *row, name, column);
+    return body(state, *m.document, *row, name, column);
   });
 }
 
@@ -50,23 +50,23 @@ ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& 
 
 Got<ProParamvalue> ProFaminstanceValueGet(const ProFaminstance& instance, const ProFamtableItem& item) {
   return onColumn<Got<ProParamvalue>>("ProFaminstanceValueGet", instance, item,
-                                      [](const auto& document, const RowRecord& row, const std::string& name,
+                                      [](State&, const auto& document, const RowRecord& row, const std::string& name,
                                          const auto&) { return headless::parameterOfRow(document, row, name); });
 }
 
 ProError ProFaminstanceValueSet(const ProFaminstance& instance, const ProFamtableItem& item,
                                 const ProParamvalue& value) {
   return onColumn<ProError>("ProFaminstanceValueSet", instance, item,
-                            [&](auto& document, RowRecord& row, const std::string& name, const auto&) {
+                            [&](State& state, auto& document, RowRecord& row, const std::string& name, const auto&) {
+                              if (row.locked) return headless::refuseLocked(state.models, document, row);
                               return headless::setParameterOfRow(document, row, name, value);
                             });
 }
 
 Got<bool> ProFaminstanceFamtableItemIsDefault(const ProFaminstance& instance, const ProFamtableItem& item) {
   return onColumn<Got<bool>>("ProFaminstanceFamtableItemIsDefault", instance, item,
-                             [](const auto&, const RowRecord&, const std::string&, const headless::RowColumn& column) {
-                               return Got<bool>(!column.hasValue);
-                             });
+                             [](State&, const auto&, const RowRecord&, const std::string&,
+                                const headless::RowColumn& column) { return Got<bool>(!column.hasValue); });
 }
 
 }  // namespace creo

@@ -3,86 +3,171 @@
 #include <algorithm>
 
 #include "headless/creo/operation.h"
+#include "headless/model/layers.h"
+#include "os/paths.h"
 #include "text/encoding.h"
-#include "text/letters.h"
+#include "text/format.h"
 
 namespace creo {
 
 using headless::LayerRecord;
+using headless::LayerWalk;
 using headless::Model;
 using headless::onModel;
 using State = headless::Session::State;
 
 namespace {
 
-const LayerRecord* layerOf(const Model& model, int id) {
-  const auto& layers = model.document->record.layers;
-  const auto found = std::find_if(layers.begin(), layers.end(), [id](const LayerRecord& one) { return one.id == id; });
-  return found == layers.end() ? nullptr : &*found;
+// As onModel, for an operation on a layer; ProNotFound where the layer has gone. body: (state, model, layer).
+template <class Body>
+auto onLayer(std::string_view name, const ProLayer& layer, Body&& body)
+    -> std::invoke_result_t<Body, State&, Model&, LayerRecord&> {
+  using Result = std::invoke_result_t<Body, State&, Model&, LayerRecord&>;
+  return onModel(name, layer.owner, [&](State& state, Model& model) -> Result {
+    LayerRecord* record = headless::layerOf(*model.document, layer.id);
+    if (!record) return Result(ProNotFound);
+    return body(state, model, *record);
+  });
 }
+
+ProLayerDisplay shown(const LayerRecord& layer) { return layer.unsaved.value_or(layer.status); }
 
 Got<std::vector<ProModelitem>> itemsOf(std::string_view operation, const ProLayer& layer) {
   using Items = std::vector<ProModelitem>;
-  return onModel(operation, layer.owner, [&](State&, Model& m) -> Got<Items> {
-    const LayerRecord* found = layerOf(m, layer.id);
-    if (!found) return ProNotFound;
+  return onLayer(operation, layer, [](State&, Model& m, LayerRecord& record) -> Got<Items> {
+    const LayerWalk* walk = LayerWalk::of(*m.document);
     Items items;
-    for (const headless::ItemRecord& one : found->items) items.push_back({one.type, one.id, m.handle, {}});
+    for (const headless::ItemRecord& one : record.items) {
+      if (walk && one.type == ProItemType::layer && walk->removed(one.id)) continue;
+      items.push_back({one.type, one.id, m.handle, {}});
+    }
     return items;
   });
+}
+
+// The model that gives new layers their rules. Null: there is none; a line says why where one is named.
+Model* layerTemplate(State& state) {
+  const auto values = state.configuration.values(L"default_layer_model");
+  if (values.empty() || values.front().empty()) return nullptr;
+  const auto file = headless::documentFile(os::nameOf(values.front()));
+  const std::wstring folder = os::folderOf(values.front());
+  Got<ProMdl> model = ProBadInputs;
+  if (file) model = state.models.inMemory(file->name, file->type);
+  if (file && !model) {
+    const std::wstring before = state.models.workingFolder();
+    if (folder.empty() || state.models.changeFolder(folder)) {
+      model = state.models.retrieve(file->name, file->type);
+      state.models.changeFolder(before);
+    }
+  }
+  if (!model) {
+    state.showMessage(text::format(L"default_layer_model: there is no model %s", values.front()));
+    return nullptr;
+  }
+  return state.models.find(model.value);
+}
+
+void takeRules(LayerRecord& layer, const LayerRecord& from) {
+  layer.ruleBased = from.ruleBased;
+  layer.associativeRules = from.associativeRules;
+  layer.independentRules = from.independentRules;
+  layer.rules = from.rules;
+}
+
+int nextId(const std::vector<LayerRecord>& layers) {
+  int last = 0;
+  for (const LayerRecord& one : layers) last = std::max(last, one.id);
+  return last + 1;
 }
 
 }  // namespace
 
 ProError ProMdlLayerVisit(ProMdl model, Visitor<ProLayer> visitor) {
   return onModel("ProMdlLayerVisit", model, [&](State&, Model& m) -> ProError {
+    const ProMdl handle = m.handle;
+    const LayerWalk walk(m.document);
+    const LayerWalk* outermost = LayerWalk::of(*m.document);
     std::vector<ProLayer> layers;
-    for (const LayerRecord& one : m.document->record.layers) layers.push_back({m.handle, one.id});
+    for (const int id : outermost->ids()) layers.push_back({handle, id});
     return headless::visit<ProLayer>(layers, visitor);
   });
 }
 
 Got<std::wstring> ProLayerNameGet(const ProLayer& layer) {
-  return onModel("ProLayerNameGet", layer.owner, [&](State&, Model& m) -> Got<std::wstring> {
-    const LayerRecord* found = layerOf(m, layer.id);
-    if (!found) return ProNotFound;
-    return text::fromUtf8(found->name);
+  return onLayer("ProLayerNameGet", layer,
+                 [](State&, Model&, LayerRecord& record) -> Got<std::wstring> { return text::fromUtf8(record.name); });
+}
+
+Got<ProLayer> ProLayerCreate(ProMdl model, const std::wstring& name) {
+  return onModel("ProLayerCreate", model, [&](State& state, Model& m) -> Got<ProLayer> {
+    if (!headless::isLayerName(name)) return ProBadInputs;
+    const std::string utf8 = text::toUtf8(name);
+    if (headless::layerNamed(*m.document, utf8)) return ProExists;
+    LayerRecord layer;
+    layer.id = nextId(m.document->record.layers);
+    layer.name = utf8;
+    const Model* rules = layerTemplate(state);
+    if (rules && rules->document != m.document)
+      if (const LayerRecord* from = headless::layerNamed(*rules->document, utf8)) takeRules(layer, *from);
+    const int id = layer.id;
+    m.document->record.layers.push_back(std::move(layer));
+    m.document->touch(nullptr);
+    return ProLayer{m.handle, id};
+  });
+}
+
+ProError ProLayerDelete(const ProLayer& layer) {
+  return onLayer("ProLayerDelete", layer, [](State&, Model& m, LayerRecord& record) -> ProError {
+    headless::removeLayer(*m.document, record);
+    m.document->touch(nullptr);
+    return ProNoError;
   });
 }
 
 Got<ProLayerDisplay> ProLayerDisplaystatusGet(const ProLayer& layer) {
-  return onModel("ProLayerDisplaystatusGet", layer.owner, [&](State&, Model& m) -> Got<ProLayerDisplay> {
-    const LayerRecord* found = layerOf(m, layer.id);
-    if (!found) return ProNotFound;
-    return found->status;
+  return onLayer("ProLayerDisplaystatusGet", layer,
+                 [](State&, Model&, LayerRecord& record) -> Got<ProLayerDisplay> { return shown(record); });
+}
+
+ProError ProLayerDisplaystatusSet(const ProLayer& layer, ProLayerDisplay status) {
+  return onLayer("ProLayerDisplaystatusSet", layer, [&](State&, Model&, LayerRecord& record) -> ProError {
+    record.unsaved = status;
+    return ProNoError;
   });
 }
 
-// Layers have no rules here: what is on one was put there.
+ProError ProLayerDisplaystatusSave(ProMdl model) {
+  return onModel("ProLayerDisplaystatusSave", model, [](State&, Model& m) -> ProError {
+    bool changed = false;
+    for (LayerRecord& layer : m.document->record.layers) {
+      changed = changed || shown(layer) != layer.status;
+      layer.status = shown(layer);
+      layer.unsaved.reset();
+    }
+    if (!changed) return ProNoChange;
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
+// What the rules find isn't worked out here: what is on a layer was put there.
 Got<std::vector<ProModelitem>> ProLayerItemsPopulate(const ProLayer& layer) {
   return itemsOf("ProLayerItemsPopulate", layer);
 }
 
 Got<std::vector<ProModelitem>> ProLayerItemsGet(const ProLayer& layer) { return itemsOf("ProLayerItemsGet", layer); }
 
-Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model) {
-  using States = std::vector<ProLayerstate>;
-  return onModel("ProLayerstatesGet", model, [](State&, Model& m) -> Got<States> {
-    States states;
-    for (const headless::LayerStateRecord& one : m.document->record.layerStates)
-      states.push_back({m.handle, text::fromUtf8(one.name)});
-    if (states.empty()) return ProNotFound;
-    return states;
+Got<ProModelitem> ProLayerItemInit(ProItemType type, int id, ProMdl owner) {
+  return onModel("ProLayerItemInit", owner, [&](State&, Model& m) -> Got<ProModelitem> {
+    if (type == ProItemType::none) return ProBadInputs;
+    return ProModelitem{type, id, m.handle, {}};
   });
 }
 
-Got<std::wstring> ProLayerstateNameGet(const ProLayerstate& state) {
-  return onModel("ProLayerstateNameGet", state.owner, [&](State&, Model& m) -> Got<std::wstring> {
-    for (const headless::LayerStateRecord& one : m.document->record.layerStates) {
-      std::wstring name = text::fromUtf8(one.name);
-      if (text::equalNoCase(name, state.name)) return name;
-    }
-    return ProNotFound;
+ProError ProLayerItemAdd(const ProLayer& layer, const ProModelitem& item) {
+  return onLayer("ProLayerItemAdd", layer, [&](State&, Model& m, LayerRecord& record) -> ProError {
+    if (item.owner != m.handle) return ProBadInputs;
+    return headless::addLayerItem(*m.document, record, item);
   });
 }
 

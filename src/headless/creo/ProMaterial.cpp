@@ -71,7 +71,7 @@ ProError ProMaterialfileRead(ProMdl part, const std::wstring& name) {
 
 Got<double> ProPartDensityGet(ProMdl part) {
   return onPart("ProPartDensityGet", part, [](Model& m) -> Got<double> {
-    const auto density = headless::materialDensity(m);
+    const auto density = headless::partDensity(m);
     if (!density) return ProNotFound;
     return *density;
   });

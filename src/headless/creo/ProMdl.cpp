@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "headless/creo/operation.h"
+#include "headless/model/drawing.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"

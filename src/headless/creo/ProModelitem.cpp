@@ -30,6 +30,14 @@ ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name)
                  [&](State&, Model& m) { return headless::renameItem(m, item, name); });
 }
 
+Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type) {
+  return onModel("ProModelitemInit", model, [&](State&, Model& m) -> Got<ProModelitem> {
+    for (const headless::NamedItem& one : headless::namedItems(m, type))
+      if (one.id == id) return ProModelitem{type, id, m.handle, {}};
+    return ProNotFound;
+  });
+}
+
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name) {
   return onModel("ProModelitemByNameInit", model,
                  [&](State&, Model& m) -> Got<ProModelitem> { return headless::itemNamed(m, type, name); });

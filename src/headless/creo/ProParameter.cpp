@@ -87,7 +87,7 @@ Got<ProParamvalue> ProParameterScaledvalueGet(const ProParameter& parameter) {
   return onParameter<ProParamvalue>("ProParameterScaledvalueGet", parameter, [](const ParameterPlace& place) {
     ProParamvalue value = Parameters::value(place);
     if (value.type == ProParamvalueType::real && !place.record().units.empty())
-      value.real = headless::inSystem(value.real, place.record().units, place.model->document->record.units);
+      value.real = headless::inSystem(value.real, place.record().units, place.model->document->record);
     return value;
   });
 }

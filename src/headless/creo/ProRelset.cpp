@@ -33,7 +33,7 @@ Got<ProRelset> ProRelsetCreate(const ProModelitem& item) {
 Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations) {
   using Lines = std::vector<std::wstring>;
   return onModel("ProRelsetRelationsGet", relations.owner.owner, [&](State&, Model& m) -> Got<Lines> {
-    const auto* held = headless::relationLines(m, relations.owner);
+    const auto* held = headless::relationLines(m, relations.owner, relations.section);
     if (!held) return ProBadInputs;
     Lines lines;
     for (const std::string& line : *held) lines.push_back(text::fromUtf8(line));
@@ -43,8 +43,52 @@ Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations)
 
 ProError ProRelsetRegenerate(const ProRelset& relations) {
   return onModel("ProRelsetRegenerate", relations.owner.owner, [&](State& state, Model& m) -> ProError {
-    if (!headless::relationLines(m, relations.owner)) return ProBadInputs;
+    const auto* lines = headless::relationLines(m, relations.owner, relations.section);
+    if (!lines) return ProBadInputs;
+    if (relations.owner.type == ProItemType::feature) return headless::regenerateOwnRelations(state.models, m, *lines);
     return headless::regenerateRelations(state.models, m, relations.owner.id == kPostRegeneration);
+  });
+}
+
+Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section) {
+  return onModel("ProSectionToRelset", feature.owner, [&](State&, Model& m) -> Got<ProRelset> {
+    if (feature.type != ProItemType::feature || section < 0) return ProBadInputs;
+    const auto* lines = headless::relationLines(m, feature, section);
+    if (!lines || lines->empty()) return ProNotFound;
+    return ProRelset{feature, section};
+  });
+}
+
+ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines) {
+  return onModel("ProRelsetRelationsSet", relations.owner.owner, [&](State&, Model& m) -> ProError {
+    auto* held = headless::relationLines(m, relations.owner, relations.section);
+    if (!held) return ProBadInputs;
+    std::vector<std::string> written;
+    written.reserve(lines.size());
+    for (const std::wstring& line : lines) written.push_back(text::toUtf8(line));
+    if (written == *held) return ProNoError;
+    *held = std::move(written);
+    m.document->relationsChanged();
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
+Got<ProModelitem> ProRelsetToModelitem(const ProRelset& relations) {
+  return onModel("ProRelsetToModelitem", relations.owner.owner, [&](State&, Model& m) -> Got<ProModelitem> {
+    if (!headless::relationLines(m, relations.owner, relations.section)) return ProBadInputs;
+    return relations.owner;
+  });
+}
+
+ProError ProRelsetUnitsSensitiveSet(const ProRelset& relations, bool sensitive) {
+  return onModel("ProRelsetUnitsSensitiveSet", relations.owner.owner, [&](State&, Model& m) -> ProError {
+    if (relations.owner.type != ProItemType::model) return ProBadInputs;
+    headless::ModelRecord& record = m.document->record;
+    bool& held = relations.owner.id == kPostRegeneration ? record.postUnitSensitive : record.unitSensitive;
+    if (held != sensitive) m.document->touch(nullptr);
+    held = sensitive;
+    return ProNoError;
   });
 }
 

@@ -1,45 +1,114 @@
 // Simplified representations: which one of a model is in memory. It is the session's own state and never written.
-#include "creo/ProState.h"
-#include "headless/creo/operation.h"
+#include "creo/ProSimprep.h"
+
+#include "headless/creo/solid_operation.h"
+#include "headless/model/states.h"
 #include "text/encoding.h"
 
 namespace creo {
 
+using headless::DefaultRep;
+using headless::Model;
+using headless::ModelDocument;
+using headless::onSolid;
 using headless::operation;
+using headless::SimplifiedRepRecord;
 using State = headless::Session::State;
 
 namespace {
 
-constexpr std::string_view kMaster = "Master Rep";
+// A representation as it is called: one that Creo makes by itself, or the model's own.
+struct FoundRep {
+  int id = 0;
+  std::string name;
+};
+// isIt: says of an id and a name whether it is the one.
+template <class IsIt>
+Got<FoundRep> find(const ModelDocument& document, IsIt isIt) {
+  for (const DefaultRep& one : headless::kDefaultReps)
+    if (isIt(one.id, one.name)) return FoundRep{one.id, std::string(one.name)};
+  for (const SimplifiedRepRecord& one : document.record.simplifiedReps)
+    if (isIt(one.id, one.name)) return FoundRep{one.id, one.name};
+  return ProNotFound;
+}
+Got<FoundRep> findNamed(const ModelDocument& document, std::string_view name) {
+  return find(document, [name](int, std::string_view held) { return headless::sameName(held, name); });
+}
+Got<FoundRep> findById(const ModelDocument& document, const ProModelitem& rep) {
+  if (rep.type != ProItemType::simplifiedRep) return ProBadInputs;
+  return find(document, [&rep](int id, std::string_view) { return id == rep.id; });
+}
+
+// The document says nothing of the master representation.
+void activate(ModelDocument& document, const FoundRep& rep) {
+  document.activeRep = rep.id == kMasterRep ? std::string() : rep.name;
+}
 
 Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType type, std::string_view rep) {
   if (type != ProMdlType::part && type != ProMdlType::assembly) return ProBadInputs;
   const auto model = state.models.retrieve(name, type);
   if (!model) return model;
-  headless::ModelDocument& document = *state.models.find(model.value)->document;
-  if (headless::sameName(rep, kMaster)) {
-    document.activeRep.clear();
-    return model;
-  }
-  for (const headless::SimplifiedRepRecord& one : document.record.simplifiedReps) {
-    if (!headless::sameName(one.name, rep)) continue;
-    document.activeRep = one.name;
-    return model;
-  }
-  return ProNotFound;
+  ModelDocument& document = *state.models.find(model.value)->document;
+  const auto found = findNamed(document, rep);
+  if (!found) return found.error;
+  activate(document, found.value);
+  return model;
+}
+
+Got<ProMdl> retrieve(std::string_view operationName, const std::wstring& model, ProMdlType type, std::string_view rep) {
+  return operation(operationName, [&](State& state) { return inRepresentation(state, model, type, rep); });
 }
 
 }  // namespace
 
+Got<ProModelitem> ProSimprepInit(const std::wstring& name, int id, ProMdl solid) {
+  return onSolid("ProSimprepInit", solid, [&](State&, Model& m) -> Got<ProModelitem> {
+    const auto found = name.empty() ? findById(*m.document, {ProItemType::simplifiedRep, id, solid, {}})
+                                    : findNamed(*m.document, text::toUtf8(name));
+    if (!found) return found.error;
+    return ProModelitem{ProItemType::simplifiedRep, found.value.id, m.handle, {}};
+  });
+}
+
+Got<ProModelitem> ProSimprepActiveGet(ProMdl solid) {
+  return onSolid("ProSimprepActiveGet", solid, [](State&, Model& m) -> Got<ProModelitem> {
+    const std::string& active = m.document->activeRep;
+    const auto found = findNamed(*m.document, active.empty() ? headless::kMasterForm.name : active);
+    if (!found) return found.error;
+    return ProModelitem{ProItemType::simplifiedRep, found.value.id, m.handle, {}};
+  });
+}
+
+ProError ProSimprepActivate(const ProModelitem& rep) {
+  return onSolid("ProSimprepActivate", rep.owner, [&](State&, Model& m) -> ProError {
+    const auto found = findById(*m.document, rep);
+    if (found) activate(*m.document, found.value);
+    return found.error;
+  });
+}
+
 Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep) {
-  return operation("ProSimprepMdlnameRetrieve",
-                   [&](State& state) { return inRepresentation(state, model, type, text::toUtf8(rep)); });
+  return retrieve("ProSimprepMdlnameRetrieve", model, type, text::toUtf8(rep));
 }
 
 Got<ProMdl> ProAssemblySimprepMdlnameRetrieve(const std::wstring& assembly, const std::wstring& rep) {
-  return operation("ProAssemblySimprepMdlnameRetrieve", [&](State& state) {
-    return inRepresentation(state, assembly, ProMdlType::assembly, text::toUtf8(rep));
-  });
+  return retrieve("ProAssemblySimprepMdlnameRetrieve", assembly, ProMdlType::assembly, text::toUtf8(rep));
+}
+
+Got<ProMdl> ProPartSimprepRetrieve(const std::wstring& part, const std::wstring& rep) {
+  return retrieve("ProPartSimprepRetrieve", part, ProMdlType::part, text::toUtf8(rep));
+}
+
+Got<ProMdl> ProGraphicsSimprepRetrieve(const std::wstring& model, ProMdlType type) {
+  return retrieve("ProGraphicsSimprepRetrieve", model, type, headless::kGraphicsForm.name);
+}
+
+Got<ProMdl> ProGeomSimprepRetrieve(const std::wstring& model, ProMdlType type) {
+  return retrieve("ProGeomSimprepRetrieve", model, type, headless::kGeometryForm.name);
+}
+
+Got<ProMdl> ProSymbSimprepRetrieve(const std::wstring& model, ProMdlType type) {
+  return retrieve("ProSymbSimprepRetrieve", model, type, headless::kSymbolicForm.name);
 }
 
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type) {
@@ -48,6 +117,12 @@ Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type) {
     if (model) state.models.find(model.value)->document->activeRep.clear();
     return model;
   });
+}
+
+// All that a model uses came with it.
+ProError ProMdlRepresentationLoad(const ProModelitem& rep) {
+  return onSolid("ProMdlRepresentationLoad", rep.owner,
+                 [&](State&, Model& m) { return findById(*m.document, rep).error; });
 }
 
 }  // namespace creo

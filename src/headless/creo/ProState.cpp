@@ -72,15 +72,6 @@ ProError ProSolidXsecVisit(ProMdl solid, Visitor<ProModelitem> visitor) {
   return visitStates("ProSolidXsecVisit", solid, ProItemType::crossSection, visitor);
 }
 
-Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep) {
-  return onSolid("ProSimprepdataGet", rep.owner, [&](State&, Model& m) -> Got<ProSimprepdata> {
-    if (rep.type != ProItemType::simplifiedRep) return ProBadInputs;
-    const auto name = headless::itemName(m, rep);
-    if (!name) return name.error;
-    return ProSimprepdata{name.value};
-  });
-}
-
 Got<ProXsecData> ProXsecDataGet(const ProModelitem& section) {
   return onSolid("ProXsecDataGet", section.owner, [&](State&, Model& m) -> Got<ProXsecData> {
     if (section.type != ProItemType::crossSection) return ProBadInputs;

@@ -1,6 +1,10 @@
 #include "creo/ProUnitsystem.h"
 
+#include <array>
+#include <optional>
+
 #include "headless/creo/solid_operation.h"
+#include "headless/model/convert_units.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 
@@ -11,29 +15,91 @@ using State = headless::Session::State;
 
 namespace {
 
-// Runs a getter's body on the model's own system. get: (short name, as documents have it).
+// The name as documents have it, of one that the model may have. Nothing: there is none.
+std::optional<std::string> heldName(const headless::ModelRecord& model, const std::wstring& name) {
+  for (const std::string& one : headless::standardSystems())
+    if (text::fromUtf8(headless::systemName(one)) == name) return one;
+  const std::string own = text::toUtf8(name);
+  for (const headless::UnitSystemRecord& one : model.unitSystems)
+    if (headless::sameName(one.name, own)) return one.name;
+  // A document may name a system of a site's own without its units.
+  if (model.units == own) return own;
+  return std::nullopt;
+}
+
+// Runs a getter's body on one of the model's systems. get: (model, name as documents have it).
 template <class Get>
 auto onSystem(std::string_view name, const ProUnitsystem& system, Get get)
-    -> std::invoke_result_t<Get, const std::string&> {
-  using Result = std::invoke_result_t<Get, const std::string&>;
+    -> std::invoke_result_t<Get, const headless::ModelRecord&, const std::string&> {
+  using Result = std::invoke_result_t<Get, const headless::ModelRecord&, const std::string&>;
   return headless::onSolid(name, system.owner, [&](State&, Model& m) -> Result {
-    const std::string& held = m.document->record.units;
-    if (text::fromUtf8(headless::systemName(held)) != system.name) return Result(ProNotFound);
-    return get(held);
+    const auto held = heldName(m.document->record, system.name);
+    if (!held) return Result(ProNotFound);
+    return get(m.document->record, *held);
   });
+}
+
+bool measures(const std::wstring& unit, std::size_t base) {
+  if (unit.empty()) return true;
+  const auto scale = headless::unitScale(text::toUtf8(unit));
+  if (!scale) return false;
+  std::array<int, headless::UnitScale::kBases> powers{};
+  powers[base] = 1;
+  return scale->powers == powers;
 }
 
 }  // namespace
 
+Got<std::vector<ProUnitsystem>> ProMdlUnitsystemsCollect(ProMdl solid) {
+  using Systems = std::vector<ProUnitsystem>;
+  return headless::onSolid("ProMdlUnitsystemsCollect", solid, [](State&, Model& m) -> Got<Systems> {
+    Systems systems;
+    for (const std::string& one : headless::standardSystems())
+      systems.push_back({m.handle, text::fromUtf8(headless::systemName(one))});
+    for (const headless::UnitSystemRecord& one : m.document->record.unitSystems)
+      systems.push_back({m.handle, text::fromUtf8(one.name)});
+    return systems;
+  });
+}
+
+Got<ProUnitsystem> ProUnitsystemCreate(ProMdl solid, const std::wstring& name, const ProUnits& units) {
+  return headless::onSolid("ProUnitsystemCreate", solid, [&](State&, Model& m) -> Got<ProUnitsystem> {
+    const bool isGood = measures(units.length, 0) && measures(units.mass, 1) && measures(units.time, 2) &&
+                        measures(units.temperature, 3);
+    if (name.empty() || !isGood) return ProBadInputs;
+    if (heldName(m.document->record, name)) return ProExists;
+    headless::UnitSystemRecord made;
+    made.name = text::toUtf8(name);
+    made.length = text::toUtf8(units.length);
+    made.mass = text::toUtf8(units.mass);
+    made.time = text::toUtf8(units.time);
+    made.temperature = text::toUtf8(units.temperature);
+    m.document->record.unitSystems.push_back(std::move(made));
+    m.document->touch(nullptr);
+    return ProUnitsystem{m.handle, name};
+  });
+}
+
+ProError ProMdlPrincipalunitsystemSet(ProMdl solid, const ProUnitsystem& system, ProUnitConversion conversion) {
+  return headless::onSolid("ProMdlPrincipalunitsystemSet", solid, [&](State& state, Model& m) -> ProError {
+    const auto held = heldName(m.document->record, system.name);
+    if (!held) return ProNotFound;
+    return headless::setPrincipalSystem(state.models, m, *held, conversion == ProUnitConversion::sameSize);
+  });
+}
+
 Got<bool> ProUnitsystemIsStandard(const ProUnitsystem& system) {
   return onSystem("ProUnitsystemIsStandard", system,
-                  [](const std::string& held) -> Got<bool> { return headless::isStandardSystem(held); });
+                  [](const headless::ModelRecord&, const std::string& held) -> Got<bool> {
+                    return headless::isStandardSystem(held);
+                  });
 }
 
 Got<std::wstring> ProUnitsystemUnitGet(const ProUnitsystem& system, ProUnitType type) {
-  return onSystem("ProUnitsystemUnitGet", system, [type](const std::string& held) -> Got<std::wstring> {
-    return text::fromUtf8(headless::systemUnit(held, type));
-  });
+  return onSystem("ProUnitsystemUnitGet", system,
+                  [type](const headless::ModelRecord& model, const std::string& held) -> Got<std::wstring> {
+                    return text::fromUtf8(headless::systemUnit(model, held, type));
+                  });
 }
 
 }  // namespace creo

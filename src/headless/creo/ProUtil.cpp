@@ -1,6 +1,7 @@
 #include "creo/ProUtil.h"
 
 #include "headless/creo/operation.h"
+#include "headless/creo/program_file.h"
 #include "headless/macros/message_dialog.h"
 #include "headless/model/detail_options.h"
 #include "os/surroundings.h"
@@ -78,7 +79,7 @@ ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileTy
     const auto content = os::readText(isWhole ? path : os::joined(state.models.workingFolder(), path));
     if (!content) return ProNotFound;
     if (type == ProInputFileType::detailOptions) return readDetails(state, model, path, content.value);
-    if (type != ProInputFileType::configuration) return ProBadInputs;
+    if (type == ProInputFileType::program) return headless::readProgram(state, model, path, content.value);
     state.configuration.read(content.value);
     return ProNoError;
   });

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
-#include <span>
 
+#include "headless/macros/layer_steps.h"
+#include "headless/macros/view_steps.h"
 #include "headless/model/family.h"
 #include "headless/session/state.h"
 #include "os/paths.h"
@@ -40,7 +41,7 @@ MacroStep parsed(std::wstring_view text) {
 }
 
 // The dialogs with files of their own.
-constexpr std::span<const StepHandler> kDialogs;
+constexpr StepHandler kDialogs[] = {&layerSteps, &viewSteps};
 
 bool drawingIsCurrent(Session::State& state) {
   const Model* model = state.models.find(state.windows.model(state.windows.current()));
@@ -156,7 +157,7 @@ struct MacroRun {
 
   // False: the step isn't known.
   [[nodiscard]] bool run(const MacroStep& step) const {
-    if (step.verb == L"Command" && step.names.size() == 1) return command(step.names[0]);
+    if (step.is(L"Command", 1) && command(step.names[0])) return true;
     if (step.verb == L"Activate" && step.names.size() == 2 && step.names[0] == L"main_dlg_cur" &&
         step.names[1].ends_with(kPageControlEnd)) {
       macros.pageControl_ = step.names[1].substr(0, step.names[1].size() - kPageControlEnd.size());
@@ -165,7 +166,7 @@ struct MacroRun {
     // An answer that no dialog asked for: there was nothing to tell.
     if (step.is(L"Activate", 2) && step.names[0] == kMessageDialog) return true;
     if (trailDialog(step) || drawingTree(step) || familyTableDialog(step)) return true;
-    return std::any_of(kDialogs.begin(), kDialogs.end(),
+    return std::any_of(std::begin(kDialogs), std::end(kDialogs),
                        [&](StepHandler handler) { return handler(session, step, macros.dialogs_); });
   }
 };

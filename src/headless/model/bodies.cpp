@@ -40,7 +40,7 @@ Primitive primitiveOf(const Model& part, const PrimitiveRecord& record, Measurer
     made.profile.push_back({measurer.number(point[0], "profile"), measurer.number(point[1], "profile")});
   if (!record.file.empty()) {
     made.file = part.document->folder + text::fromUtf8(record.file);
-    made.scale = inSystem(1, "mm", part.document->record.units);
+    made.scale = inSystem(1, "mm", part.document->record);
   }
   made.placement = measurer.placement(record.placement.get());
   return made;
@@ -89,9 +89,10 @@ std::string keyOf(const std::vector<Primitive>& primitives) {
 
 // How large a unit of one system is in another one.
 double unitIn(std::string_view unit, const Model& from, const Model& to) {
-  const std::string& source = from.document->record.units;
-  const std::string& target = to.document->record.units;
-  return source == target ? 1 : inSystem(1, unit, target) / inSystem(1, unit, source);
+  const ModelRecord& source = from.document->record;
+  const ModelRecord& target = to.document->record;
+  const double there = inSystem(1, unit, target), here = inSystem(1, unit, source);
+  return there == here ? 1 : there / here;
 }
 
 // The models of the components that count, with where they stand. Throws MeasureFault.
@@ -152,7 +153,7 @@ class MassWalk {
     const auto body = bodies_.body(part);
     if (!body) return body.error;
     const geometry::Measured& measured = geometry::measure(*body.value);
-    const double density = materialDensity(part).value_or(1);
+    const double density = partDensity(part).value_or(1);
     return ProMassProperty{measured.volume, measured.area, density, measured.volume * density, measured.centre};
   }
 

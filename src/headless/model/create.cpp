@@ -1,5 +1,6 @@
 // Models that are made in memory.
 #include "headless/model/models.h"
+#include "headless/model/new_document.h"
 #include "headless/store/faults.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -13,17 +14,18 @@ using creo::ProMdlType;
 
 namespace {
 
-// A name becomes that of a file, so it must not lead to another folder.
+// As a drawing's document names a model; an instance is found by its generic's.
+std::wstring nameInDocument(const Model& model) {
+  return model.row ? model.name + L'<' + model.document->name + L'>' : model.name;
+}
+
+}  // namespace
+
 bool isFileName(std::wstring_view name) {
   if (name.empty() || name.find_first_of(L"\\/:*?\"<>|.") != name.npos) return false;
   for (const wchar_t c : name)
     if (c < L' ') return false;
   return true;
-}
-
-// As a drawing's document names a model; an instance is found by its generic's.
-std::wstring nameInDocument(const Model& model) {
-  return model.row ? model.name + L'<' + model.document->name + L'>' : model.name;
 }
 
 std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType type) {
@@ -34,8 +36,6 @@ std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType ty
   document->touch(nullptr);
   return document;
 }
-
-}  // namespace
 
 Got<ProMdl> Models::createModel(std::wstring_view name, ProMdlType type) {
   if (!isFileName(name) || type == ProMdlType::unused) return creo::ProBadInputs;

@@ -17,10 +17,15 @@ std::optional<double> materialDensity(const Model& part) {
       const double* real = std::get_if<double>(&one.value);
       const int* integer = std::get_if<int>(&one.value);
       if (!real && !integer) return std::nullopt;
-      return inSystem(real ? *real : *integer, one.units, record.units);
+      return inSystem(real ? *real : *integer, one.units, record);
     }
   }
   return std::nullopt;
+}
+
+std::optional<double> partDensity(const Model& part) {
+  const double own = part.document->record.density;
+  return own > 0 ? std::optional(own) : materialDensity(part);
 }
 
 }  // namespace headless

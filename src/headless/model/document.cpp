@@ -1,5 +1,7 @@
 #include "headless/model/document.h"
 
+#include <algorithm>
+
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -63,6 +65,33 @@ std::vector<std::wstring> ModelDocument::rowNames() const {
   return names;
 }
 
+void ModelDocument::renameRow(RowRecord& row, std::string to) {
+  if (!rowsByName_.empty()) {
+    rowsByName_.erase(text::upper(text::fromUtf8(row.name)));
+    rowsByName_.try_emplace(text::upper(text::fromUtf8(to)), &row);
+  }
+  row.name = std::move(to);
+  touch(&row);
+}
+
+std::unique_ptr<RowRecord> ModelDocument::takeRow(RowRecord& row) {
+  auto& rows = tableAbove(&row)->instances;
+  const auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& one) { return one.get() == &row; });
+  std::unique_ptr<RowRecord> taken = std::move(*at);
+  rows.erase(at);
+  const auto leave = [&](RowRecord& one) {
+    const auto known = rowsByName_.find(text::upper(text::fromUtf8(one.name)));
+    if (known != rowsByName_.end() && known->second == &one) rowsByName_.erase(known);
+    if (!one.changed) return;
+    // Rows are taken in the order in which they were changed, as a rule.
+    changedRows_.erase(std::find(changedRows_.begin(), changedRows_.end(), &one));
+  };
+  leave(row);
+  if (row.familyTable) eachRow(*row.familyTable, leave);
+  touch(row.parent);
+  return taken;
+}
+
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   if (dimensions_.size() + referenceDimensions_.size() == 0)
     for (std::size_t i = 0; i < record.dimensions.size(); ++i)
@@ -103,7 +132,14 @@ void ModelDocument::markSaved() {
 const ModelDocument::RelationNames& ModelDocument::relationNames() {
   if (!relationNames_) {
     relationNames_ = std::make_unique<RelationNames>();
-    for (const std::string& line : record.relations) collectNames(line, *relationNames_);
+    const auto collect = [this](const std::vector<std::string>& lines) {
+      for (const std::string& line : lines) collectNames(line, *relationNames_);
+    };
+    collect(record.relations);
+    for (const FeatureRecord& feature : record.features) {
+      collect(feature.relations);
+      for (const SectionRecord& section : feature.sections) collect(section.relations);
+    }
   }
   return *relationNames_;
 }

@@ -38,6 +38,10 @@ class ModelDocument {
   [[nodiscard]] std::vector<std::wstring> rowNames() const;
   // Rows were added or taken away.
   void rowsChanged() { rowsByName_.clear(); }
+  // No other row of the document has the name.
+  void renameRow(RowRecord& row, std::string to);
+  // Takes a row out of its table. Its names, and those below it, are free.
+  std::unique_ptr<RowRecord> takeRow(RowRecord& row);
 
   FeatureTree tree;
   // Null for none.

@@ -126,20 +126,40 @@ std::wstring rowFault(const ModelDocument& document, const RowRecord& row) {
   return {};
 }
 
+creo::ProError refuseLocked(const Models& models, const ModelDocument& document, const RowRecord& row) {
+  models.message(text::format(L"%s: the instance %s is locked", document.name, text::fromUtf8(row.name)));
+  return creo::ProGeneralError;
+}
+
 std::wstring genericName(const Model& model) {
   if (model.row->parent) return text::upper(text::fromUtf8(model.row->parent->name));
   return model.document->name;
 }
 
-std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
+std::optional<std::string> componentText(const Model& model, const UsedModelRecord& component) {
   const Scalar* value = rowValue(*model.document, model.row, ProFamitemType::component, component.name);
-  if (value) {
-    const auto there = yesOrNo(*value);
-    if (there && !*there) return {};
-    if (const auto* other = std::get_if<std::string>(value); other && !there)
-      return modelName(text::fromUtf8(*other)).name;
+  if (!value) return component.name;
+  const auto there = yesOrNo(*value);
+  if (there && !*there) return {};
+  const auto* other = std::get_if<std::string>(value);
+  return other && !there ? *other : component.name;
+}
+
+std::vector<UsedModelRecord> replacedComponents(const Model& model) {
+  std::vector<UsedModelRecord> replaced;
+  for (const UsedModelRecord& component : model.document->record.components) {
+    const auto text = componentText(model, component);
+    if (!text || *text == component.name) continue;
+    UsedModelRecord& one = replaced.emplace_back();
+    one.name = *text;
+    one.type = component.type;
   }
-  return modelName(text::fromUtf8(component.name)).name;
+  return replaced;
+}
+
+std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
+  const auto text = componentText(model, component);
+  return text ? modelName(text::fromUtf8(*text)).name : std::wstring();
 }
 
 }  // namespace headless

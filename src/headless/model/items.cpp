@@ -1,13 +1,16 @@
 #include "headless/model/items.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "creo/ProFeature.h"
 #include "creo/ProRelset.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
+#include "headless/model/layers.h"
 #include "headless/model/materials.h"
 #include "headless/model/parameters.h"
+#include "headless/model/states.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -77,36 +80,6 @@ std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
   }
 }
 
-Got<std::wstring> itemName(const Model& model, const ProModelitem& item) {
-  if (item.type == ProItemType::material) {
-    const auto found = itemNamed(model, item.type, item.name);
-    if (!found) return found.error;
-    return found.value.name;
-  }
-  if (item.type == creo::kParameterItem) {
-    const ParameterRecord* parameter = findParameter(*model.document, model.row, text::toUtf8(item.name));
-    return parameter ? Got<std::wstring>(text::fromUtf8(parameter->name)) : creo::ProNotFound;
-  }
-  if (item.type == ProItemType::model) return model.name;
-  if (item.type == ProItemType::feature) {
-    const auto feature = featureOf(model, item.id);
-    std::wstring name = feature ? featureName(*feature) : std::wstring();
-    if (name.empty()) return creo::ProNotFound;
-    return name;
-  }
-  for (NamedItem& one : namedItems(model, item.type))
-    if (one.id == item.id && !one.name.empty()) return std::move(one.name);
-  return creo::ProNotFound;
-}
-
-Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wstring& name) {
-  for (NamedItem& one : namedItems(model, type)) {
-    if (name.empty() || !text::equalNoCase(one.name, name)) continue;
-    return ProModelitem{type, one.id, model.handle, type == ProItemType::material ? std::move(one.name) : L""};
-  }
-  return creo::ProNotFound;
-}
-
 namespace {
 
 // Null for a kind that isn't renamed.
@@ -141,13 +114,48 @@ std::string* nameOf(ModelRecord& record, const ProModelitem& item) {
 
 }  // namespace
 
+Got<std::wstring> itemName(const Model& model, const ProModelitem& item) {
+  if (item.type == ProItemType::material) {
+    const auto found = itemNamed(model, item.type, item.name);
+    if (!found) return found.error;
+    return found.value.name;
+  }
+  if (item.type == creo::kParameterItem) {
+    const ParameterRecord* parameter = findParameter(*model.document, model.row, text::toUtf8(item.name));
+    return parameter ? Got<std::wstring>(text::fromUtf8(parameter->name)) : creo::ProNotFound;
+  }
+  if (item.type == ProItemType::model) return model.name;
+  if (item.type == ProItemType::feature) {
+    const auto feature = featureOf(model, item.id);
+    std::wstring name = feature ? featureName(*feature) : std::wstring();
+    if (name.empty()) return creo::ProNotFound;
+    return name;
+  }
+  // By the id alone: a visit that asks for each name must not make the names of all each time.
+  if (const std::string* name = nameOf(model.document->record, item))
+    return name->empty() ? Got<std::wstring>(creo::ProNotFound) : Got<std::wstring>(text::fromUtf8(*name));
+  for (NamedItem& one : namedItems(model, item.type))
+    if (one.id == item.id && !one.name.empty()) return std::move(one.name);
+  return creo::ProNotFound;
+}
+
+Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wstring& name) {
+  for (NamedItem& one : namedItems(model, type)) {
+    if (name.empty() || !text::equalNoCase(one.name, name)) continue;
+    return ProModelitem{type, one.id, model.handle, type == ProItemType::material ? std::move(one.name) : L""};
+  }
+  return creo::ProNotFound;
+}
+
 creo::ProError renameItem(const Model& model, const ProModelitem& item, const std::wstring& name) {
   if (name.empty()) return creo::ProBadInputs;
   std::string* held = nameOf(model.document->record, item);
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
-  *held = text::toUtf8(name);
+  const std::string former = std::exchange(*held, text::toUtf8(name));
+  if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *held);
+  replaceReferences(model, item.type, former, *held);
   model.document->touch(nullptr);
   return creo::ProNoError;
 }
@@ -160,7 +168,14 @@ std::wstring currentMaterial(const Model& model) {
   return held ? held.value.name : name;
 }
 
-std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner) {
+std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+  if (owner.type == ProItemType::feature) {
+    const auto feature = featureOf(model, owner.id);
+    FeatureRecord* record = feature ? feature->record() : nullptr;
+    if (!record || section < 0) return record ? &record->relations : nullptr;
+    const auto place = static_cast<std::size_t>(section);
+    return place < record->sections.size() ? &record->sections[place].relations : nullptr;
+  }
   if (owner.type != ProItemType::model) return nullptr;
   ModelRecord& record = model.document->record;
   return owner.id == creo::kPostRegeneration ? &record.postRelations : &record.relations;

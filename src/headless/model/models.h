@@ -80,6 +80,13 @@ class Models {
   creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);
   // A new, empty model as createDrawing makes one. ProExists: in memory, or in a folder that is searched.
   creo::Got<creo::ProMdl> createModel(std::wstring_view name, creo::ProMdlType type);
+  // As ProMdlRename and ProMdlCopy; creo/ProMdlCopy.h has the results.
+  creo::ProError rename(creo::ProMdl model, std::wstring_view name);
+  creo::Got<creo::ProMdl> copy(creo::ProMdl model, std::wstring_view name);
+  // The row's model. ProNotFound: it isn't in memory.
+  [[nodiscard]] creo::Got<creo::ProMdl> instanceInMemory(const ModelDocument& document, const RowRecord& row) const;
+  // Takes a row out of its table; what is in memory of it and of the rows below it becomes a model of its own.
+  void removeRow(const std::shared_ptr<ModelDocument>& document, RowRecord& row);
   // Each once, in the document's order; an instance leaves out or replaces components by its row.
   [[nodiscard]] static std::vector<creo::ProDependency> dependencies(const Model& model);
 
@@ -113,6 +120,8 @@ class Models {
   void bringUsed(Retrieval& retrieval);
   Model& add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name);
   void countUses(const Model& model, int by);
+  // Models in memory that use a renamed one know it by its new name; counts all uses anew.
+  void followRename(const std::wstring& name, creo::ProMdlType type, const std::wstring& now);
   void remove(const Model& model);
   // The models in memory that a model uses, its generic among them.
   [[nodiscard]] std::vector<const Model*> usedBy(const Model& model) const;

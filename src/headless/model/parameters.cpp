@@ -247,6 +247,7 @@ ProError Parameters::set(const ProParameter& parameter, const ProParamvalue& val
   if (driver(p) != ProParameterDriver::none) return creo::ProGeneralError;
   if (p.isInherited()) {
     if (toScalar(Parameters::value(p)) == wanted) return creo::ProNoError;
+    if (p.model->row->locked) return refuseLocked(models_, *p.model->document, *p.model->row);
     setRowValue(*p.model->document, *p.model->row, ProFamitemType::parameter, record.name, std::move(wanted));
     p.model->document->touch(p.model->row);
     return creo::ProNoError;

@@ -71,6 +71,28 @@ class Names {
     return relationValue(own ? *own : *target.stored);
   }
 
+  // The same for the body: a dimension stands at its bound. The lower tolerance counts downwards.
+  [[nodiscard]] std::optional<RelationValue> bodyValue(std::string_view name) const {
+    const auto held = value(name);
+    const auto place = dimensions_.find(folded(name));
+    if (!held || place == dimensions_.end() || findParameter(*model_.document, model_.row, name)) return held;
+    const DimensionRecord& dimension = model_.document->record.dimensions[place->second];
+    const auto nominal = number(*held);
+    if (!dimension.tolerance || !nominal) return held;
+    const auto& [upper, lower] = std::pair(dimension.tolerance->upper, dimension.tolerance->lower);
+    switch (dimension.bound) {
+      case creo::ProDimensionBound::upper:
+        return RelationValue(*nominal + upper);
+      case creo::ProDimensionBound::lower:
+        return RelationValue(*nominal - lower);
+      case creo::ProDimensionBound::middle:
+        return RelationValue(*nominal + (upper - lower) / 2);
+      case creo::ProDimensionBound::nominal:
+        break;
+    }
+    return held;
+  }
+
   enum class Given { same, changed, wrongType };
   // An instance takes a value where its family table has a column for it, or where the parameter is its own.
   Given give(const Assignment& assigned) {
@@ -149,13 +171,42 @@ Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignm
 constexpr const wchar_t* kRelation = L"relation";
 constexpr const wchar_t* kPostRelation = L"post relation";
 
+// The relations of features that aren't suppressed, and of their sketches: a sketch before its feature.
+Outcome runFeatureRelations(const Model& model, Relations& relations) {
+  for (const ModelFeature& feature : featuresOf(model)) {
+    const FeatureRecord* record = feature.record();
+    if (!record || featureStatus(feature) != ProFeatureStatus::active) continue;
+    const auto fails = [&](const RelationFault& fault) {
+      const std::wstring name = featureName(feature);
+      return failure(text::format(L"feature %s, relation line %d: %s",
+                                  name.empty() ? std::to_wstring(feature.place.id) : name, static_cast<int>(fault.line),
+                                  fault.reason));
+    };
+    for (const SectionRecord& section : record->sections)
+      if (const RelationFault fault = relations.run(section.relations)) return fails(fault);
+    if (const RelationFault fault = relations.run(record->relations)) return fails(fault);
+  }
+  return {};
+}
+
+bool hasFeatureRelations(const ModelRecord& record) {
+  return std::any_of(record.features.begin(), record.features.end(), [](const FeatureRecord& feature) {
+    return !feature.relations.empty() ||
+           std::any_of(feature.sections.begin(), feature.sections.end(),
+                       [](const SectionRecord& section) { return !section.relations.empty(); });
+  });
+}
+
 Outcome runRelations(Model& model) {
   ModelDocument& document = *model.document;
   const ModelRecord& record = document.record;
-  if (record.relations.empty() && record.postRelations.empty()) return {};
+  const bool ofFeatures = hasFeatureRelations(record);
+  if (record.relations.empty() && record.postRelations.empty() && !ofFeatures) return {};
   Names names(model);
   Relations relations(lookupIn(names));
   if (const RelationFault fault = relations.run(record.relations)) return faulty(kRelation, fault);
+  if (ofFeatures)
+    if (Outcome outcome = runFeatureRelations(model, relations); !outcome.reason.empty()) return outcome;
   if (const RelationFault fault = relations.run(record.postRelations)) return faulty(kPostRelation, fault);
   return giveAll(document, names, relations.assignments());
 }
@@ -261,7 +312,7 @@ ProRegenerationStatus regenerationStatus(const Model& model) {
 
 RelationLookup relationNames(const Model& model) {
   const auto names = std::make_shared<Names>(model);
-  return [names](std::string_view name) { return names->value(name); };
+  return [names](std::string_view name) { return names->bodyValue(name); };
 }
 
 creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::vector<RegeneratedFeature>* worked) {
@@ -295,6 +346,18 @@ creo::ProError regenerateRelations(const Models& models, Model& model, bool post
     outcome = faulty(post ? kPostRelation : kRelation, fault);
   else if (!before)
     outcome = giveAll(document, names, relations.assignments());
+  if (outcome.reason.empty()) return creo::ProNoError;
+  models.message(fileLabel(model) + L": " + outcome.reason);
+  return creo::ProGeneralError;
+}
+
+creo::ProError regenerateOwnRelations(const Models& models, Model& model, const std::vector<std::string>& lines) {
+  Names names(model);
+  Relations relations(lookupIn(names));
+  // What the model's relations assign is known to them.
+  relations.run(model.document->record.relations);
+  const RelationFault fault = relations.run(lines);
+  const Outcome outcome = fault ? faulty(kRelation, fault) : giveAll(*model.document, names, relations.assignments());
   if (outcome.reason.empty()) return creo::ProNoError;
   models.message(fileLabel(model) + L": " + outcome.reason);
   return creo::ProGeneralError;

@@ -10,7 +10,8 @@ namespace headless {
 // An instance's follows from its verification; one that was never verified has its generic's.
 creo::ProRegenerationStatus regenerationStatus(const Model& model);
 
-// The values of a model's parameters and dimensions, as its relations see them. The model must outlive it.
+// The values of a model's parameters and dimensions as its body sees them: a dimension stands at its bound. The model
+// must outlive it.
 RelationLookup relationNames(const Model& model);
 
 // Components first, each model once, then the solid; the status of each is kept with its document (of an instance with
@@ -28,5 +29,7 @@ creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo,
 // Runs the relations, or those behind the regeneration, and gives the model what they assign. ProGeneralError, with a
 // line: one of them fails.
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post);
+// The same for those of a feature or a sketch.
+creo::ProError regenerateOwnRelations(const Models& models, Model& model, const std::vector<std::string>& lines);
 
 }  // namespace headless

@@ -75,7 +75,8 @@ Got<ProMdl> Models::bringInstance(const ModelName& name, ProMdlType type, Retrie
   if (!model) return model;
   const std::shared_ptr<ModelDocument> document = find(model.value)->document;
   RowRecord* row = document->row(name.name);
-  if (!row) return creo::ProNotFound;
+  // An instance that has become a model of its own is still called by its generic in what uses it.
+  if (!row) return name.generic.empty() ? Got<ProMdl>(creo::ProNotFound) : bringLocal({name.name, {}}, type, retrieval);
   return instance(document, *row);
 }
 
@@ -110,12 +111,25 @@ Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& re
 
 Got<ProMdl> Models::instance(const std::shared_ptr<ModelDocument>& document, RowRecord& row) {
   const std::wstring name = text::upper(text::fromUtf8(row.name));
-  if (const auto there = inMemory(name, document->type)) return there;
+  if (const auto there = instanceInMemory(*document, row)) return there;
+  if (byKey_.contains(modelKey(name, document->type))) {
+    message(text::format(L"%s<%s> can't be built: another model of that name is in memory", name, document->name));
+    return creo::ProGeneralError;
+  }
   if (const std::wstring fault = rowFault(*document, row); !fault.empty()) {
     message(text::format(L"%s<%s> can't be built: %s", name, document->name, fault));
     return creo::ProGeneralError;
   }
-  return add(document, &row, name).handle;
+  const Model& built = add(document, &row, name);
+  const ProMdl handle = built.handle;
+  for (const UsedModelRecord& component : replacedComponents(built)) {
+    if (retrieve(text::fromUtf8(component.name), component.type)) continue;
+    message(text::format(L"%s<%s> can't be built: its component %s can't be retrieved", name, document->name,
+                         text::upper(text::fromUtf8(component.name))));
+    remove(*find(handle));
+    return creo::ProGeneralError;
+  }
+  return handle;
 }
 
 }  // namespace headless

@@ -121,6 +121,29 @@ const System& systemOf(std::string_view name) {
   return kSystems[0];
 }
 
+const UnitSystemRecord* ownSystem(const ModelRecord& model, std::string_view name) {
+  for (const UnitSystemRecord& one : model.unitSystems)
+    if (sameName(one.name, name)) return &one;
+  return nullptr;
+}
+
+// How large a system's length, mass and time are in metre, kilogram and second, and which temperature it uses.
+struct SystemScale {
+  double length = 1, mass = 1, time = 1;
+  std::string_view temperature;
+};
+SystemScale scaleOf(const ModelRecord& model, std::string_view system) {
+  const System& standard = systemOf(system);
+  SystemScale scale{standard.length, standard.mass, standard.time, standard.temperature};
+  const UnitSystemRecord* own = ownSystem(model, system);
+  if (!own) return scale;
+  if (const Row* row = rowOf(own->length)) scale.length = row->factor;
+  if (const Row* row = rowOf(own->mass)) scale.mass = row->factor;
+  if (const Row* row = rowOf(own->time)) scale.time = row->factor;
+  if (const Row* row = rowOf(own->temperature)) scale.temperature = row->name;
+  return scale;
+}
+
 }  // namespace
 
 std::optional<UnitScale> unitScale(std::string_view unit) {
@@ -134,17 +157,17 @@ std::optional<UnitScale> unitScale(std::string_view unit) {
   return scale;
 }
 
-double inSystem(double value, std::string_view unit, std::string_view system) {
+double inSystem(double value, std::string_view unit, const ModelRecord& model) {
   const auto scale = unitScale(unit);
   if (!scale) return value;
-  const System* target = &systemOf(system);
+  const SystemScale target = scaleOf(model, model.units);
   if (scale->powers == kHeat) {
-    const Row* own = rowOf(target->temperature);
+    const Row* own = rowOf(target.temperature);
     return own->name == unit ? value : (value * scale->factor + scale->offset - own->offset) / own->factor;
   }
-  double own = std::pow(target->length, scale->powers[0]) * std::pow(target->mass, scale->powers[1]) *
-               std::pow(target->time, scale->powers[2]);
-  if (scale->powers[3] != 0 && target->temperature == "F") own *= std::pow(5.0 / 9, scale->powers[3]);
+  double own = std::pow(target.length, scale->powers[0]) * std::pow(target.mass, scale->powers[1]) *
+               std::pow(target.time, scale->powers[2]);
+  if (scale->powers[3] != 0 && target.temperature == "F") own *= std::pow(5.0 / 9, scale->powers[3]);
   return scale->factor == own ? value : value * (scale->factor / own);
 }
 
@@ -157,19 +180,29 @@ std::string systemName(std::string_view system) {
 
 bool isStandardSystem(std::string_view system) { return system.empty() || systemOf(system).name == system; }
 
-std::string_view systemUnit(std::string_view system, creo::ProUnitType type) {
+std::string systemUnit(const ModelRecord& model, std::string_view system, creo::ProUnitType type) {
   const System& held = systemOf(system);
+  const UnitSystemRecord* own = ownSystem(model, system);
+  const auto chosen = [own](std::string UnitSystemRecord::*member, std::string_view standard) {
+    return own && !(own->*member).empty() ? own->*member : std::string(standard);
+  };
   switch (type) {
     case creo::ProUnitType::length:
-      return held.lengthUnit;
+      return chosen(&UnitSystemRecord::length, held.lengthUnit);
     case creo::ProUnitType::mass:
-      return held.massUnit;
+      return chosen(&UnitSystemRecord::mass, held.massUnit);
     case creo::ProUnitType::time:
-      return held.timeUnit;
+      return chosen(&UnitSystemRecord::time, held.timeUnit);
     case creo::ProUnitType::temperature:
-      return held.temperature;
+      return chosen(&UnitSystemRecord::temperature, held.temperature);
   }
   return {};
+}
+
+std::vector<std::string> standardSystems() {
+  std::vector<std::string> names;
+  for (const System& one : kSystems) names.emplace_back(one.name);
+  return names;
 }
 
 }  // namespace headless

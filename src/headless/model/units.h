@@ -5,8 +5,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "creo/ProUnitsystem.h"
+#include "headless/store/records.h"
 
 namespace headless {
 
@@ -21,15 +23,18 @@ struct UnitScale {
 
 // "mm", "kg/m^3", "N*mm". Nothing for a unit that isn't known.
 std::optional<UnitScale> unitScale(std::string_view unit);
-// A value of a unit in a system of units ("mmKs" where `system` is empty or unknown). The value itself for a unit that
-// isn't known.
-double inSystem(double value, std::string_view unit, std::string_view system);
+// A value of a unit in a model's principal system ("mmKs" where it has none or one that isn't known). The value itself
+// for a unit that isn't known.
+double inSystem(double value, std::string_view unit, const ModelRecord& model);
 // A system's name in full: "millimeter Newton Second (mmNs)". A text that isn't a known system's is a name itself.
 std::string systemName(std::string_view system);
 
 // Is it one of Creo's own? Nothing is: it is the default.
 bool isStandardSystem(std::string_view system);
-// A system's own unit: "mm". One that isn't known has those of "mmKs".
-std::string_view systemUnit(std::string_view system, creo::ProUnitType type);
+// The unit of a system: one of the model's own, or one that Creo brings: "mm". One that isn't known has those of
+// "mmKs".
+std::string systemUnit(const ModelRecord& model, std::string_view system, creo::ProUnitType type);
+// As documents have the systems that Creo brings: "mmNs".
+std::vector<std::string> standardSystems();
 
 }  // namespace headless

@@ -1,0 +1,170 @@
+// Dissolves a family table into models of their own, from the inside out. Nothing goes before what replaces it has been
+// saved: an instance for which a step fails stays in the table, and then the table stays too.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "actions/model/family_tables.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProAppearance.h"
+#include "creo/ProFaminstance.h"
+#include "creo/ProMdl.h"
+#include "creo/ProMdlCopy.h"
+#include "creo/ProServer.h"
+#include "creo/ProUtil.h"
+#include "engine/task.h"
+#include "os/surroundings.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using namespace creo;
+
+constexpr int kTitle = 231;
+// Numbers in a row that other models may have taken.
+constexpr int kMostTaken = 100;
+// A body's ids have gaps: surfaces beyond the highest one that is seen may have a look too.
+constexpr int kIdsBeyond = 100;
+
+struct BreakUp {
+  bool serverActive = false;
+  int writeoutCounter = 0;
+};
+
+bool breakUp(ProMdl model, BreakUp& state);
+
+bool stays(const ProFaminstance& instance, std::wstring_view why) {
+  core::logWrite(text::format(L"The instance '%s' stays in the family table: %s", instance.name, why), core::kError);
+  return false;
+}
+
+// The instance makes room for its copy. The name that it has then; ProExists: no number is free.
+Got<std::wstring> renameForWriteout(ProMdl instance, BreakUp& state) {
+  for (int tries = 0; tries < kMostTaken; ++tries) {
+    std::wstring name = text::format(L"OSTELO_WRITEOUT_%d", state.writeoutCounter++);
+    const ProError result = ProMdlRename(instance, name);
+    if (result == ProNoError) return name;
+    if (result != ProExists) return result;
+  }
+  return ProExists;
+}
+
+// Writes the copy of an instance. Empty: it is on disk; else why not.
+std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstring>& commonName) {
+  if (commonName && ProMdlCommonnameSet(copy, commonName.value) != ProNoError)
+    return L"its copy doesn't take the common name";
+  // A first version that lies there is of another time; it goes once this one is there.
+  const auto type = ProMdlTypeGet(copy);
+  const auto folder = ProDirectoryCurrentGet();
+  const std::wstring old = folder.value + text::lower(name + L'.' + typeExtension(type.value)) + L".1";
+  const bool wasThere = folder && os::files().exists(old);
+  if (ProMdlSave(copy) != ProNoError) return L"its copy can't be saved";
+  if (wasThere && os::files().remove(old)) core::logWrite(L"Failure while delete " + old, core::kWarning);
+  return {};
+}
+
+// Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
+bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
+  const auto commonName = ProMdlCommonnameGet(model);
+  const auto held = renameForWriteout(model, state);
+  if (!held) return stays(instance, L"it can't be renamed");
+  std::wstring fault = L"it can't be copied";
+  if (const auto copy = ProMdlCopy(model, instance.name)) {
+    fault = saveCopy(copy.value, instance.name, commonName);
+    ProMdlErase(copy.value);
+  }
+  const ProFaminstance renamed{held.value, instance.owner};
+  Got<ProMdl> left(model);
+  if (fault.empty()) {
+    ProMdlErase(model);
+    if (ProFaminstanceRemove(renamed) == ProNoError) return true;
+    fault = L"it can't be removed";
+    left = ProFaminstanceCreate(renamed);
+  }
+  if (!left || ProMdlRename(left.value, instance.name) != ProNoError)
+    core::logWrite(text::format(L"The instance '%s' is called '%s' now", instance.name, held.value), core::kError);
+  return stays(instance, fault);
+}
+
+void copySurfaceLooks(ProMdl from, ProMdl to) {
+  int highest = 0;
+  ProSolidSurfaceVisit(to, [&](const ProSurface& surface) {
+    highest = std::max(highest, surface.id);
+    return ProNoError;
+  });
+  for (int id = 0; id <= highest + kIdsBeyond; ++id)
+    for (const ProSurfaceSide side : {ProSurfaceSide::outer, ProSurfaceSide::inner})
+      if (const auto look = ProSurfaceSideAppearancepropsGet({from, id, nullptr}, side))
+        ProSurfaceSideAppearancepropsSet({to, id, nullptr}, side, look.value);
+}
+
+void copyLook(ProMdl from, ProMdl to) {
+  const auto source = ProMdlToModelitem(from), target = ProMdlToModelitem(to);
+  if (!source || !target) return;
+  if (const auto look = ProMdlVisibleAppearancepropsGet(source.value))
+    ProMdlVisibleAppearancepropsSet(target.value, look.value);
+  if (ProMdlTypeGet(to).value == ProMdlType::part) copySurfaceLooks(from, to);
+}
+
+// Out of its table the instance is a model of its own, which the server knows by its name.
+bool moveOut(const ProFaminstance& instance, ProMdl model) {
+  if (ProFaminstanceRemove(instance) != ProNoError) return stays(instance, L"it can't be removed");
+  copyLook(instance.owner, model);
+  if (ProMdlSave(model) == ProNoError) return true;
+  core::logWrite(text::format(L"'%s' can't be saved, the saved family table still has it", instance.name),
+                 core::kError);
+  return false;
+}
+
+bool breakUpInstance(const ProFaminstance& instance, BreakUp& state) {
+  const auto model = ProFaminstanceCreate(instance);
+  if (!model) return stays(instance, L"it can't be created");
+  bool whole = regenerated(model.value) || stays(instance, L"it fails to regenerate");
+  if (whole && !breakUp(model.value, state)) whole = stays(instance, L"its own family table has instances left");
+  if (whole) return state.serverActive ? moveOut(instance, model.value) : writeOut(instance, model.value, state);
+  ProMdlErase(model.value);
+  return false;
+}
+
+// False: something is left of the table.
+bool breakUp(ProMdl model, BreakUp& state) {
+  const auto table = tableOf(model);
+  if (!table) return true;
+  std::vector<ProFaminstance> instances;
+  ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+    instances.push_back(instance);
+    return ProNoError;
+  });
+  if (instances.empty()) return false;
+  core::logIndented(text::format(L"COUNT : %d", static_cast<int>(instances.size())), core::kNormal, 1);
+  bool all = true;
+  for (const ProFaminstance& instance : instances) all = breakUpInstance(instance, state) && all;
+  if (!all) return false;
+  if (ProFamtableErase(table.value) != ProNoError) {
+    core::logWrite(L"Failure while delete the family table", core::kError);
+    return false;
+  }
+  if (state.serverActive && ProMdlSave(model) != ProNoError)
+    core::logWrite(L"Failure while save the generic", core::kError);
+  return true;
+}
+
+Outcome breakUpFamilytable(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
+  if (!tableOf(task.model())) return done;
+  stateDensities(task.model());
+  BreakUp state{.serverActive = static_cast<bool>(ProServerActiveGet())};
+  breakUp(task.model(), state);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"breakUpFamilytable", &breakUpFamilytable}};
+
+}  // namespace
+
+std::span<const ActionFunction> breakUpActions() { return kActions; }
+
+}  // namespace actions

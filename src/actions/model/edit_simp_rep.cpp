@@ -1,0 +1,176 @@
+// A simplified representation described anew: what it does with each feature that the list chooses.
+#include <optional>
+
+#include "actions/families.h"
+#include "actions/model/named_states.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProFeature.h"
+#include "creo/ProMdl.h"
+#include "creo/ProSimprep.h"
+#include "documents/filter.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProFeature;
+using creo::ProMdl;
+using creo::ProSimprepAction;
+
+constexpr int kTitle = 403, kRedefinitionFailed = 404, kRedefined = 405, kNoneFound = 366;
+
+struct Action {
+  std::wstring_view jc;
+  ProSimprepAction action;
+};
+constexpr Action kChosenActions[] = {{L"1", ProSimprepAction::geometry},   {L"2", ProSimprepAction::graphics},
+                                     {L"3", ProSimprepAction::symbolic},   {L"4", ProSimprepAction::exclude},
+                                     {L"5", ProSimprepAction::reverse},    {L"6", ProSimprepAction::boundaryBox},
+                                     {L"7", ProSimprepAction::substitute}, {L"8", ProSimprepAction::lightGraphics}};
+
+ProSimprepAction actionFor(std::wstring_view jc, ProSimprepAction byDefault) {
+  if (jc == L"0") return byDefault;
+  for (const Action& row : kChosenActions)
+    if (row.jc == jc) return row.action;
+  return ProSimprepAction::none;
+}
+
+// What the list chooses and does, read once for all features.
+struct Edit {
+  const Task& task;
+  bool byType, byName;
+  int type;
+  std::wstring name;
+  std::wstring_view jc;
+  std::wstring substitute;  // the representation of a component that takes its place
+
+  explicit Edit(const Task& of)
+      : task(of),
+        byType(of.isTrue(L"filter_type")),
+        byName(of.isTrue(L"filter_name")),
+        type(core::featureTypeFromCode(of.attribute(L"filter_type_sel"))),
+        jc(of.attribute(L"jc")) {
+    if (byName) name = nameIn(task, L"filter_name_text");
+    if (jc == L"7") substitute = nameIn(task, L"nameTwo", text::kNameSize);
+  }
+};
+
+// A feature that is looked at; of a component with its model.
+struct Subject {
+  ProFeature feature;
+  bool isComponent = false;
+  ProMdl model;
+  creo::ProMdlType type = creo::ProMdlType::unused;
+};
+
+bool passesInsideFilters(const Task& task, const Subject& component) {
+  bool passes = true;
+  core::xmlEachChild(task.node(), [&](const core::XmlNode& child) {
+    if (passes && child.name == L"insideFilter")
+      passes = documents::filterCheck(child, creo::typeExtension(component.type), component.model) ==
+               documents::kFilterHolds;
+  });
+  return passes;
+}
+
+// Nothing: a component that is left out, because it is a skeleton or its model can't be had.
+std::optional<Subject> subjectOf(const ProFeature& feature, int type) {
+  Subject subject{feature, type == creo::kComponentFeature, {}, {}};
+  if (!subject.isComponent) return subject;
+  const auto model = creo::ProAsmcompMdlGet(feature);
+  if (!model) {
+    core::logWrite(text::format(L"The model of the component %d can't be retrieved", feature.id), core::kError);
+    return {};
+  }
+  if (creo::ProMdlIsSkeleton(model.value).value) return {};
+  subject.model = model.value;
+  subject.type = creo::ProMdlTypeGet(model.value).value;
+  return subject;
+}
+
+bool isChosen(const Edit& edit, const Subject& subject) {
+  if (edit.byName) {
+    const auto name =
+        subject.isComponent ? creo::ProMdlNameGet(subject.model) : creo::ProFeatureNameGet(subject.feature);
+    if (!fitsName(edit.name, name.value)) return false;
+  }
+  return !edit.byType || !subject.isComponent || passesInsideFilters(edit.task, subject);
+}
+
+// The representation that takes the component's place, in memory. Nothing, with a line: there is none.
+std::optional<creo::ProSubstitution> substitution(const Edit& edit, const Subject& component) {
+  const bool isPart = component.type == creo::ProMdlType::part;
+  const auto retrieved = isPart
+                             ? creo::ProPartSimprepRetrieve(creo::ProMdlNameGet(component.model).value, edit.substitute)
+                             : creo::Got<ProMdl>(component.model);
+  auto rep = retrieved && !edit.substitute.empty() ? creo::ProSimprepInit(edit.substitute, 0, component.model)
+                                                   : creo::Got<creo::ProModelitem>(creo::ProNotFound);
+  if (rep && !isPart) rep.error = creo::ProSimprepActivate(rep.value);
+  if (!rep) {
+    core::logWrite(isPart ? L"Failure while set SimpRep for prt" : L"Failure while set SimpRep for asm",
+                   core::kWarning);
+    return {};
+  }
+  const auto kind = isPart ? creo::ProSubstitutionKind::partRep : creo::ProSubstitutionKind::assemblyRep;
+  const auto made = creo::ProSubstitutionInit(kind, rep.value);
+  return made ? std::optional(made.value) : std::nullopt;
+}
+
+creo::Got<creo::ProSimprepdataitem> itemOf(const Subject& subject, const creo::ProSimprepItemAction& action) {
+  if (!subject.isComponent) return creo::ProSimprepdataitemInit({}, subject.feature.id, action);
+  const auto path = creo::ProAsmcomppathInit(subject.feature.owner, {subject.feature.id});
+  return path ? creo::ProSimprepdataitemInit(path.value, 0, action) : path.error;
+}
+
+void addItem(const Edit& edit, const Subject& subject, creo::ProSimprepdata& data) {
+  std::optional<creo::ProSubstitution> by;
+  if (edit.jc == L"7" && subject.isComponent) by = substitution(edit, subject);
+  const auto action = creo::ProSimprepActionInit(actionFor(edit.jc, data.defaultAction), by);
+  if (!action) return core::logWrite(L"Failure occured while create Simprep action", core::kWarning);
+  const auto item = itemOf(subject, action.value);
+  if (!item) return core::logWrite(L"Failure occured while ProSimprepdataitemInit", core::kError);
+  if (creo::ProSimprepdataitemAdd(data, item.value) != creo::ProNoError)
+    core::logWrite(L"Failure occured while ProSimprepdataitemAdd", core::kError);
+}
+
+creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
+  const auto held = creo::ProSimprepdataGet(rep);
+  if (!held) return held.error;
+  auto data = creo::ProSimprepdataAlloc(held.value.name, held.value.defaultAction);
+  if (!data) return data.error;
+  creo::ProSolidFeatVisit(edit.task.model(), [&](const ProFeature& feature) {
+    const auto type = creo::ProFeatureTypeGet(feature);
+    if (!type || (edit.byType && type.value != edit.type)) return creo::ProNoError;
+    const auto subject = subjectOf(feature, type.value);
+    if (subject && isChosen(edit, *subject)) addItem(edit, *subject, data.value);
+    return creo::ProNoError;
+  });
+  core::logIndented(held.value.name, core::kNormal, 1);
+  return creo::ProSimprepdataSet(rep, data.value);
+}
+
+Outcome editSimpRep(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kTitle), .version = L"4"})) return *ended;
+  const Edit edit(task);
+  const std::wstring wanted = nameIn(task, L"nameOne");
+  const creo::ProError visited = visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
+    if (!fitsName(wanted, rep.name)) return creo::ProNoError;
+    if (describeAnew(edit, rep.item) == creo::ProNoError)
+      core::logMsgId(kRedefined, core::kNormal, 1);
+    else
+      core::logMsgPlain(kRedefinitionFailed, core::kError);
+    return creo::ProNoError;
+  });
+  if (visited == creo::ProNotFound) core::logMsgId(kNoneFound, core::kNormal, 1);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"editSimpRep", &editSimpRep}};
+
+}  // namespace
+
+std::span<const ActionFunction> editSimplifiedRepActions() { return kActions; }
+
+}  // namespace actions

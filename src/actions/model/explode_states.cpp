@@ -1,0 +1,77 @@
+// Exploded states and component display styles.
+#include "actions/families.h"
+#include "actions/model/named_states.h"
+#include "core/log.h"
+#include "creo/ProExpldstate.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+Outcome setCompDisplay(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set style"})) return *ended;
+  const auto hit = firstState(task.model(), &creo::ProSolidCompdisplayVisit, nameIn(task, L"statename"));
+  if (!hit) {
+    core::logWrite(L"Style state couldn't be found", core::kError);
+    return done;
+  }
+  const auto style = creo::ProCompdisplayInit(task.model(), hit->item.id);
+  if (!style)
+    core::logWrite(L"Style state couldn't be found - i", core::kError);
+  else if (creo::ProCompdisplayActivate(style.value) != creo::ProNoError)
+    core::logWrite(L"Can't set the style", core::kError);
+  else
+    core::logIndented(L"The style is set", core::kNormal, 1);
+  return done;
+}
+
+Outcome addExplodeState(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Add explode state"})) return *ended;
+  if (creo::ProExpldstateCreate(task.model(), nameIn(task, L"statename")))
+    core::logIndented(L"Explode state created", core::kNormal, 1);
+  else
+    core::logWrite(L"Failure while create explode state. (Could be that there is already one with the same name)",
+                   core::kError);
+  return done;
+}
+
+Outcome setExplodeState(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set explode state"})) return *ended;
+  const std::wstring wanted = nameIn(task, L"statename");
+  const creo::ProError visited =
+      visitStates(task.model(), &creo::ProSolidExpldstateVisit, [&](const NamedState& state) {
+        core::logIndented(state.name, core::kNormal, 1);
+        if (!fitsName(wanted, state.name)) return creo::ProNoError;
+        if (creo::ProExpldstateActivate(state.item) != creo::ProNoError)
+          core::logWrite(L"Can't set " + state.name, core::kError);
+        return creo::ProStopVisit;
+      });
+  if (visited != creo::ProStopVisit) core::logWrite(L"Can't found the explosion state", core::kError);
+  return done;
+}
+
+Outcome deleteExplodeState(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Delete explode state"})) return *ended;
+  for (const std::wstring& wanted : namesIn(task))
+    visitStates(task.model(), &creo::ProSolidExpldstateVisit, [&](const NamedState& state) {
+      if (!fitsName(wanted, state.name)) return creo::ProNoError;
+      core::logIndented(state.name, core::kNormal, 1);
+      if (creo::ProExpldstateDelete(state.item) != creo::ProNoError)
+        core::logWrite(text::format(L"Can't delete %s", state.name), core::kError);
+      return creo::ProNoError;
+    });
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"setCompDisplay", &setCompDisplay},
+                                       {L"addExplodeState", &addExplodeState},
+                                       {L"setExplodeState", &setExplodeState},
+                                       {L"deleteExplodeState", &deleteExplodeState}};
+
+}  // namespace
+
+std::span<const ActionFunction> explodeStateActions() { return kActions; }
+
+}  // namespace actions

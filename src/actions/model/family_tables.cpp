@@ -1,0 +1,206 @@
+// Actions on whole family tables: verify, unlock, delete instances.
+#include "actions/model/family_tables.h"
+
+#include <unordered_set>
+
+#include "actions/families.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProFaminstance.h"
+#include "creo/ProMaterial.h"
+#include "creo/ProMdl.h"
+#include "creo/ProPart.h"
+#include "creo/ProSolid.h"
+#include "engine/compare.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+
+using namespace creo;
+
+namespace {
+
+using namespace engine;
+
+constexpr int kVerifyTitle = 137, kUnlockTitle = 411, kDeleteTitle = 415;
+constexpr int kCreated = 138, kNotRegenerated = 139, kRegenerated = 140, kNotCreated = 141;
+constexpr int kUnlocked = 412;
+constexpr double kNoDensity = 1;
+
+std::wstring fileLabel(const std::wstring& name, ProMdlType type) { return name + L'.' + typeExtension(type); }
+
+void stateDensity(ProMdl part, const std::wstring& label) {
+  const auto density = ProPartDensityGet(part);
+  if (!density)
+    core::logWrite(text::format(L"'%s' has no density, it is set to %f", label, kNoDensity), core::kWarning);
+  if (ProPartDensitySet(part, density ? density.value : kNoDensity) != ProNoError)
+    core::logWrite(text::format(L"Failure while set the density of '%s'", label), core::kError);
+}
+
+}  // namespace
+
+void stateDensities(ProMdl model) {
+  std::unordered_set<std::wstring> seen;
+  std::vector<ProMdl> waiting;
+  const auto meet = [&](ProMdl one, const std::wstring& name, ProMdlType type) {
+    const bool isSolid = type == ProMdlType::part || type == ProMdlType::assembly;
+    const std::wstring label = fileLabel(name, type);
+    if (!isSolid || !seen.insert(label).second) return;
+    waiting.push_back(one);
+    if (type == ProMdlType::part) stateDensity(one, label);
+  };
+  meet(model, ProMdlNameGet(model).value, ProMdlTypeGet(model).value);
+  while (!waiting.empty()) {
+    const ProMdl one = waiting.back();
+    waiting.pop_back();
+    for (const ProDependency& used : ProMdlDependenciesList(one).value)
+      if (const auto there = ProMdlInit(used.name, used.type)) meet(there.value, used.name, used.type);
+  }
+  core::logIndented(
+      text::format(L"looked on the temporary density at %d parts / assemblies", static_cast<int>(seen.size())),
+      core::kNormal, 1);
+}
+
+bool regenerated(ProMdl instance) {
+  ProError result = ProSolidRegenerate(instance, kRegenerateNoFlags);
+  if (result == ProRegenAgain) result = ProSolidRegenerate(instance, kRegenerateNoFlags);
+  return result == ProNoError || result == ProUnattachedFeats;
+}
+
+Got<ProFamtable> tableOf(ProMdl model) {
+  if (ProSolidFamtableCheck(model) != ProNoError) return ProNotFound;
+  return ProFamtableInit(model);
+}
+
+namespace {
+
+// How a verification goes.
+struct Verification {
+  bool regenerates = false;
+  bool onlyUnverified = false;
+};
+
+void verifyModel(ProMdl model, const Verification& how);
+
+// Whatever becomes of one instance, the others are looked at.
+void verifyInstance(const ProFaminstance& instance, const Verification& how) {
+  if (how.onlyUnverified) {
+    const auto state = ProFaminstanceIsVerified(instance);
+    if (state && state.value == ProVerification::verified) return;
+  }
+  const auto model = ProFaminstanceCreate(instance);
+  if (!model) return core::logWrite(instance.name + core::msgText(kNotCreated), core::kError);
+  std::wstring line = instance.name + core::msgText(kCreated);
+  bool good = true;
+  if (how.regenerates) {
+    good = regenerated(model.value);
+    line += core::msgText(good ? kRegenerated : kNotRegenerated);
+  }
+  verifyModel(model.value, how);
+  ProMdlErase(model.value);
+  if (good)
+    core::logIndented(line, core::kNormal, 1);
+  else
+    core::logWrite(line, core::kError);
+}
+
+void verifyModel(ProMdl model, const Verification& how) {
+  const auto table = tableOf(model);
+  if (!table) return;
+  ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+    verifyInstance(instance, how);
+    return ProNoError;
+  });
+}
+
+Outcome verifyFamilietable(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kVerifyTitle)})) return *ended;
+  if (!tableOf(task.model())) return done;
+  const Verification how{.regenerates = task.isTrue(L"twice"), .onlyUnverified = task.isTrue(L"onlyunverified")};
+  stateDensities(task.model());
+  verifyModel(task.model(), how);
+  return done;
+}
+
+Outcome conflateFamilietable(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Conflate family table"})) return *ended;
+  if (!tableOf(task.model())) core::logWrite(L"The model has no family table", core::kDebug);
+  return done;
+}
+
+void unlockIn(ProMdl model) {
+  const auto table = tableOf(model);
+  if (!table) return;
+  ProFamtableInstanceVisit(table.value, [](const ProFaminstance& instance) {
+    const auto lock = ProFaminstanceCheck(instance);
+    if (lock && lock.value == ProInstanceLock::locked) {
+      if (ProFaminstanceLock(instance, ProInstanceLock::none) == ProNoError)
+        core::logIndented(text::format(core::msgText(kUnlocked), instance.name), core::kNormal, 1);
+      else
+        core::logWrite(text::format(L"Failure while unlock instance '%s'", instance.name), core::kError);
+    }
+    if (const auto inner = ProFaminstanceMdlGet(instance)) unlockIn(inner.value);
+    return ProNoError;
+  });
+}
+
+Outcome unlockAllInstances(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kUnlockTitle)})) return *ended;
+  unlockIn(task.model());
+  return done;
+}
+
+// What a deletion looks for, by the instance's name or, as files are called, with its generic's.
+class InstanceSearch {
+ public:
+  explicit InstanceSearch(const Task& task) {
+    for (const auto& one : task.numberedAll(L"name_", text::parseInt(task.attribute(L"namec"))))
+      patterns_.push_back(one.value);
+  }
+  [[nodiscard]] bool finds(const ProFaminstance& instance) const {
+    const std::wstring generic = ProMdlNameGet(instance.owner).value;
+    const bool isPart = ProMdlTypeGet(instance.owner).value == ProMdlType::part;
+    const std::wstring whole = text::format(isPart ? L"%s<%s>.prt" : L"%s<%s>.asm", instance.name, generic);
+    for (const std::wstring_view pattern : patterns_)
+      if (wildcardCompare(pattern, instance.name) == 1 || wildcardCompare(pattern, whole) == 1) return true;
+    return false;
+  }
+
+ private:
+  std::vector<std::wstring_view> patterns_;
+};
+
+// The first instance that is found goes, and with it the visit ends: ProStopVisit.
+ProError deleteIn(ProMdl model, const InstanceSearch& search) {
+  const auto table = tableOf(model);
+  if (!table) return ProNotFound;
+  return ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+    if (!search.finds(instance)) {
+      const auto inner = ProFaminstanceMdlGet(instance);
+      return inner && deleteIn(inner.value, search) == ProStopVisit ? ProStopVisit : ProNoError;
+    }
+    core::logIndented(L"Delete " + instance.name, core::kNormal, 1);
+    if (ProFaminstanceRemove(instance) == ProNoError) return ProStopVisit;
+    core::logWrite(text::format(L"Failure while delete instance '%s'", instance.name), core::kError);
+    return ProNoError;
+  });
+}
+
+Outcome deleteFamilyTableInstance(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kDeleteTitle)})) return *ended;
+  deleteIn(task.model(), InstanceSearch(task));
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"verifyFamilietable", &verifyFamilietable},
+                                       {L"conflateFamilietable", &conflateFamilietable},
+                                       {L"unlockAllInstances", &unlockAllInstances},
+                                       {L"deleteFamilyTableInstance", &deleteFamilyTableInstance}};
+
+}  // namespace
+
+std::span<const ActionFunction> familyTableActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,98 @@
+// Actions on layer states: which layers show, under a name.
+#include "actions/families.h"
+#include "actions/model/layers.h"
+#include "engine/compare.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProLayerstate;
+
+// A word that is no status leaves the layer as it shows now.
+creo::ProLayerDisplay statusInState(const creo::ProLayer& layer, std::wstring_view word) {
+  if (const auto status = layerStatus(word)) return *status;
+  const auto shown = creo::ProLayerDisplaystatusGet(layer);
+  return shown ? shown.value : creo::ProLayerDisplay::normal;
+}
+
+void addToState(const ProLayerstate& state, const NamedLayer& found, std::wstring_view word) {
+  const bool added =
+      creo::ProLayerstateLayerAdd(state, found.layer, statusInState(found.layer, word)) == creo::ProNoError;
+  if (added)
+    core::logIndented(text::format(L"%s - added", found.name), core::kNormal, 2);
+  else
+    core::logWrite(text::format(L"%s - can't add to layer state, could be already inside", found.name), core::kWarning);
+}
+
+Outcome addLayerState(const Task& task) {
+  if (const auto ended = beginOnLayers(task, L"add layer state")) return *ended;
+  const auto name = filledIn(task, task.attribute(L"statename"));
+  if (!name) return done;
+  const auto state = creo::ProLayerstateCreate(task.model(), *name);
+  if (!state) {
+    core::logWrite(L"Failure while create new state (Name could be already existing)", core::kError);
+    return done;
+  }
+  core::logIndented(L"Created new state", core::kNormal, 1);
+  for (const Task::Numbered& pattern : task.numberedAll(L"name_", kMostLayerNames)) {
+    const auto word = task.numbered(L"value_%d", pattern.number);
+    if (!word) continue;
+    eachLayer(task.model(), pattern.value, [&](const NamedLayer& found) {
+      addToState(state.value, found, *word);
+      return creo::ProNoError;
+    });
+  }
+  return done;
+}
+
+struct NamedState {
+  ProLayerstate state;
+  std::wstring name;
+};
+std::vector<NamedState> statesThatFit(creo::ProMdl model, std::wstring_view pattern) {
+  std::vector<NamedState> states;
+  for (const ProLayerstate& one : creo::ProLayerstatesGet(model).value)
+    if (auto name = creo::ProLayerstateNameGet(one); name && wildcardCompare(pattern, name.value) == 1)
+      states.push_back({one, std::move(name.value)});
+  return states;
+}
+
+Outcome deleteLayerState(const Task& task) {
+  if (const auto ended = beginOnLayers(task, L"delete layer state")) return *ended;
+  for (const Task::Numbered& name : task.numberedAll(L"name_", kMostLayerNames)) {
+    const auto pattern = filledIn(task, name.value);
+    if (!pattern) continue;
+    for (const NamedState& found : statesThatFit(task.model(), *pattern)) {
+      if (creo::ProLayerstateDelete(found.state) == creo::ProNoError)
+        core::logIndented(L"Delete layerstate: " + found.name, core::kNormal, 1);
+      else
+        core::logWrite(L"Can't delete layerstate: " + found.name, core::kError);
+    }
+  }
+  return done;
+}
+
+Outcome setLayerState(const Task& task) {
+  if (const auto ended = beginOnLayers(task, L"set layer state")) return *ended;
+  const auto pattern = filledIn(task, task.attribute(L"statename"));
+  if (!pattern) return done;
+  const auto states = statesThatFit(task.model(), *pattern);
+  if (states.empty())
+    core::logWrite(L"Layerstate couldn't be found: " + *pattern, core::kError);
+  else if (creo::ProLayerstateActivate(states.front().state) == creo::ProNoError)
+    core::logIndented(L"Set layerstate: " + states.front().name, core::kNormal, 1);
+  else
+    core::logWrite(L"Can't set layerstate: " + states.front().name, core::kError);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {
+    {L"addLayerState", &addLayerState}, {L"deleteLayerState", &deleteLayerState}, {L"setLayerState", &setLayerState}};
+
+}  // namespace
+
+std::span<const ActionFunction> layerStateActions() { return kActions; }
+
+}  // namespace actions

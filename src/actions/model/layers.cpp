@@ -1,0 +1,383 @@
+// Actions on the layers of a model: they go, get other names, go below each other, are hidden.
+#include "actions/model/layers.h"
+
+#include <set>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "actions/environment/macro.h"
+#include "actions/families.h"
+#include "core/messages.h"
+#include "creo/ProUtil.h"
+#include "documents/predicates.h"
+#include "engine/compare.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace actions {
+
+using namespace engine;
+using creo::ProError;
+using creo::ProItemType;
+using creo::ProLayer;
+using creo::ProLayerDisplay;
+using creo::ProModelitem;
+
+std::optional<Outcome> beginOnLayers(const Task& task, std::wstring_view title) {
+  constexpr int kInstanceRefused = 5;
+  if (const auto ended = begin(task, {.title = title})) return ended;
+  if (!task.model()) {
+    core::logWrite(L"This function need a model to get worked on it", core::kError);
+    return refused;
+  }
+  if (documents::isInstance(task.model()) != documents::kTrue) return std::nullopt;
+  core::logMsgPlain(kInstanceRefused, core::kWarning);
+  return refused;
+}
+
+void eachLayer(creo::ProMdl model, std::wstring_view pattern, creo::FunctionRef<ProError(const NamedLayer&)> work) {
+  const ProError result = creo::ProMdlLayerVisit(model, [&](const ProLayer& layer) {
+    auto name = creo::ProLayerNameGet(layer);
+    if (!name || wildcardCompare(pattern, name.value) != 1) return creo::ProNoError;
+    return work({layer, std::move(name.value)});
+  });
+  if (result != creo::ProNoError && result != creo::ProNotFound && result != creo::ProStopVisit)
+    core::logWrite(L"The layers can't be visited", core::kError);
+}
+
+std::optional<std::wstring> filledIn(const Task& task, std::wstring_view value) {
+  Replaced replaced = replaceVariables(value, task.model());
+  if (replaced.hasText()) return std::move(replaced.text);
+  core::logWrite(text::format(L"'%s' can't be used as a name", value), core::kError);
+  return std::nullopt;
+}
+
+std::optional<ProLayerDisplay> layerStatus(std::wstring_view word) {
+  if (word == L"blank") return ProLayerDisplay::blank;
+  if (word == L"display") return ProLayerDisplay::display;
+  if (word == L"normal") return ProLayerDisplay::normal;
+  return std::nullopt;
+}
+
+namespace {
+
+constexpr int kDeleteTitle = 128, kDeleteAllEmpty = 129, kDelete = 130, kCopyItemsTo = 131;
+constexpr int kRenameTitle = 132, kRenamedFrom = 133, kCopiedFrom = 134, kTo = 135, kNameIsTaken = 136;
+constexpr int kStatusTitle = 291, kSaveStatus = 292, kStatusNotSaved = 293, kStatusChanged = 294,
+              kStatusNotChanged = 295, kNoStatusToSave = 296;
+constexpr int kGroupTitle = 354, kGrouped = 355, kNotGrouped = 356;
+constexpr int kMostDeletions = 100'000;  // a walk restarts behind each
+constexpr int kMostRenames = 100;        // the same
+
+// How often a walk over layers may start again because it changed them.
+class Restarts {
+ public:
+  explicit Restarts(int most) : most_(most) {}
+  // False, with a line at the first time: no more.
+  bool may() {
+    if (count_ == most_ && !std::exchange(told_, true))
+      core::logWrite(text::format(L"The walk over the layers started again %d times; the rest is left", most_),
+                     core::kWarning);
+    return count_ < most_;
+  }
+  void restarted() { ++count_; }
+
+ private:
+  int most_, count_ = 0;
+  bool told_ = false;
+};
+
+// Creo shows layers in a dialog of their own, or in the model tree. Neither may show one that goes.
+void takeLayerDialogAway() {
+  const auto floating = creo::ProConfigoptGet(L"floating_layer_tree");
+  const bool isFloating = floating && text::equalNoCase(floating.value, L"YES");
+  runMacro(isFloating ? L"~ Close `layer_dlg_cur` `layer_dlg_cur`;"
+                      : L"~ Select `main_dlg_cur` `PHTLeft.PHLayerUI.AssyTree` 1 `node0`;",
+           L"Can't load macro", L"The layer dialog can't be closed");
+}
+
+bool isLayer(const ProModelitem& item, int id) { return item.type == ProItemType::layer && item.id == id; }
+
+// All that is on a layer, onto another one; that one itself can't be put on it. False: something wasn't copied.
+bool copyItems(const ProLayer& from, const ProLayer& to) {
+  const auto items = creo::ProLayerItemsGet(from);
+  if (!items) return false;
+  bool all = true;
+  for (const ProModelitem& item : items.value)
+    all = (isLayer(item, to.id) || creo::ProLayerItemAdd(to, item) == creo::ProNoError) && all;
+  return all;
+}
+
+void tellNotCopied(std::wstring_view name) {
+  core::logWrite(text::format(L"There occured an Error while copy the items of layer %s, it stays", name),
+                 core::kError);
+}
+
+bool deleteNamed(const ProLayer& layer, std::wstring_view name) {
+  core::logIndented(text::format(L"%s %s", core::msgText(kDelete), name), core::kNormal, 1);
+  if (creo::ProLayerDelete(layer) == creo::ProNoError) return true;
+  core::logWrite(L"There occured an Error while delete a layer", core::kError);
+  return false;
+}
+
+// The layers that go by their names. A deletion would have the walk start again. As the layers before the deleted one
+// have been seen already, it goes on behind it: each layer is looked at once a name, and one that couldn't go isn't
+// tried again.
+class Deletion {
+ public:
+  explicit Deletion(const Task& task) : task_(task) {
+    const std::wstring_view copyTo = task.attribute(L"copyTo");
+    if (copyTo.empty()) return;
+    eachLayer(task.model(), copyTo, [&](const NamedLayer& target) {
+      targetIds_.insert(target.layer.id);
+      targets_.push_back(target);
+      return creo::ProNoError;
+    });
+    if (targets_.empty())
+      core::logWrite(text::format(L"No layer fits '%s', so no items are copied", copyTo), core::kWarning);
+  }
+
+  void run() {
+    for (const Task::Numbered& name : task_.numberedAll(L"name_", kMostLayerNames))
+      eachLayer(task_.model(), name.value, [this](const NamedLayer& found) { return work(found); });
+  }
+
+ private:
+  ProError work(const NamedLayer& found) {
+    const int id = found.layer.id;
+    if (targetIds_.contains(id) || failed_.contains(id)) return creo::ProNoError;
+    if (!restarts_.may()) return creo::ProStopVisit;
+    if (copied(found) && deleteNamed(found.layer, found.name))
+      restarts_.restarted();
+    else
+      failed_.insert(id);
+    return creo::ProNoError;
+  }
+  bool copied(const NamedLayer& found) {
+    bool all = true;
+    for (const NamedLayer& target : targets_) {
+      core::logIndented(text::format(L"%s %s", core::msgText(kCopyItemsTo), target.name), core::kNormal, 2);
+      all = copyItems(found.layer, target.layer) && all;
+    }
+    if (!all) tellNotCopied(found.name);
+    return all;
+  }
+
+  const Task& task_;
+  std::vector<NamedLayer> targets_;
+  std::unordered_set<int> targetIds_, failed_;
+  Restarts restarts_{kMostDeletions};
+};
+
+// The layers without items. Where a layer goes, those that it was on may become empty: one behind it is reached anyway,
+// one before it goes next, as if the walk had started again.
+class EmptyLayers {
+ public:
+  explicit EmptyLayers(creo::ProMdl model) : model_(model) {
+    creo::ProMdlLayerVisit(model, [this](const ProLayer& layer) {
+      places_.try_emplace(layer.id, all_.size());
+      all_.push_back({layer, 0, {}});
+      return creo::ProNoError;
+    });
+    for (std::size_t i = 0; i < all_.size(); ++i) count(i);
+  }
+
+  void run() {
+    std::size_t reached = 0;
+    creo::ProMdlLayerVisit(model_, [&](const ProLayer&) {
+      std::set<std::size_t> next = {reached};
+      while (!next.empty()) {
+        const std::size_t place = next.extract(next.begin()).value();
+        if (!isEmpty(place)) continue;
+        if (!restarts_.may()) return creo::ProStopVisit;
+        if (!deleteNamed(all_[place].layer, creo::ProLayerNameGet(all_[place].layer).value)) continue;
+        restarts_.restarted();
+        for (const std::size_t holder : all_[place].on)
+          if (--all_[holder].items == 0 && holder < reached) next.insert(holder);
+      }
+      ++reached;
+      return creo::ProNoError;
+    });
+  }
+
+ private:
+  struct Held {
+    ProLayer layer;
+    std::size_t items;
+    std::vector<std::size_t> on;  // places of the layers that it lies on
+  };
+  void count(std::size_t place) {
+    const auto items = creo::ProLayerItemsGet(all_[place].layer);
+    all_[place].items = items ? items.value.size() : all_.size() + 1;  // not known: not empty
+    for (const ProModelitem& item : items.value) {
+      const auto child = item.type == ProItemType::layer ? places_.find(item.id) : places_.end();
+      if (child != places_.end()) all_[child->second].on.push_back(place);
+    }
+  }
+  [[nodiscard]] bool isEmpty(std::size_t place) const {
+    if (all_[place].items != 0) return false;
+    const auto items = creo::ProLayerItemsGet(all_[place].layer);
+    return items && items.value.empty();
+  }
+
+  creo::ProMdl model_;
+  std::vector<Held> all_;
+  std::unordered_map<int, std::size_t> places_;  // by id
+  Restarts restarts_{kMostDeletions};
+};
+
+Outcome deleteLayer(const Task& task) {
+  if (const auto ended = beginOnLayers(task, core::msgText(kDeleteTitle))) return *ended;
+  takeLayerDialogAway();
+  Deletion(task).run();
+  if (!task.isTrue(L"delallempty")) return done;
+  core::logMsgId(kDeleteAllEmpty, core::kNormal, 1);
+  EmptyLayers(task.model()).run();
+  return done;
+}
+
+// Pairs of names, worked from the first one again behind each change: a later pair's new name may be an earlier pair's
+// old one. So the bound ends pairs that take each other's names.
+class Renaming {
+ public:
+  explicit Renaming(const Task& task) : task_(task) {}
+
+  void run() {
+    Restarts restarts(kMostRenames);
+    do {
+      if (!restarts.may()) return;
+      restarts.restarted();
+      changed_ = false;
+      for (const Task::Numbered& from : task_.numberedAll(L"namef_", kMostLayerNames))
+        if (const auto to = task_.numbered(L"namet_%d", from.number); to && !changed_) rename(from, std::wstring(*to));
+    } while (changed_);
+  }
+
+ private:
+  void rename(const Task::Numbered& from, const std::wstring& to) {
+    eachLayer(task_.model(), from.value, [&](const NamedLayer& found) {
+      if (text::equalNoCase(found.name, to)) return creo::ProNoError;
+      if (!exists(to))
+        setName(found, to);
+      else if (task_.isTrue(L"ifLayExists"))
+        merge(found, to);
+      else if (told_.insert({from.number, found.layer.id}).second)
+        core::logWrite(text::format(L"%s - %s", found.name, core::msgText(kNameIsTaken)), core::kWarning);
+      return changed_ ? creo::ProStopVisit : creo::ProNoError;
+    });
+  }
+  [[nodiscard]] bool exists(const std::wstring& name) const {
+    return creo::ProMdlLayerVisit(task_.model(), [&](const ProLayer& layer) {
+             const auto held = creo::ProLayerNameGet(layer);
+             return held && text::equalNoCase(held.value, name) ? creo::ProStopVisit : creo::ProNoError;
+           }) == creo::ProStopVisit;
+  }
+  void setName(const NamedLayer& found, const std::wstring& to) {
+    if (failed_.contains(found.layer.id)) return;
+    if (creo::ProModelitemNameSet({ProItemType::layer, found.layer.id, found.layer.owner, {}}, to) !=
+        creo::ProNoError) {
+      failed_.insert(found.layer.id);
+      return core::logWrite(text::format(L"Can't rename the layer '%s' to '%s'", found.name, to), core::kError);
+    }
+    tellChange(kRenamedFrom, found.name, to);
+  }
+  // The layer's items go to the one that has the name, and the layer goes.
+  void merge(const NamedLayer& found, const std::wstring& to) {
+    if (failed_.contains(found.layer.id)) return;
+    const auto target = creo::ProModelitemByNameInit(task_.model(), ProItemType::layer, to);
+    if (!target || !copyItems(found.layer, {target.value.owner, target.value.id})) {
+      failed_.insert(found.layer.id);
+      return tellNotCopied(found.name);
+    }
+    if (creo::ProLayerDelete(found.layer) != creo::ProNoError) {
+      failed_.insert(found.layer.id);
+      return core::logWrite(L"There occured an Error while delete a layer", core::kError);
+    }
+    tellChange(kCopiedFrom, found.name, to);
+  }
+  void tellChange(int message, std::wstring_view from, std::wstring_view to) {
+    changed_ = true;
+    core::logIndented(text::format(L"%s %s %s %s", core::msgText(message), from, core::msgText(kTo), to), core::kNormal,
+                      1);
+  }
+
+  const Task& task_;
+  bool changed_ = false;
+  std::set<std::pair<int, int>> told_;  // pair and layer
+  std::unordered_set<int> failed_;
+};
+
+Outcome renameLayer(const Task& task) {
+  if (const auto ended = beginOnLayers(task, core::msgText(kRenameTitle))) return *ended;
+  Renaming(task).run();
+  return done;
+}
+
+void changeStatus(const NamedLayer& found, std::wstring_view word) {
+  const auto status = layerStatus(word);
+  const bool changed = !status || creo::ProLayerDisplaystatusSet(found.layer, *status) == creo::ProNoError;
+  const std::wstring line =
+      text::format(L"%s - %s", found.name, core::msgText(changed ? kStatusChanged : kStatusNotChanged));
+  if (changed)
+    core::logIndented(line, core::kNormal, 1);
+  else
+    core::logWrite(line, core::kError);
+}
+
+void saveStatus(creo::ProMdl model) {
+  core::logMsgId(kSaveStatus, core::kNormal, 1);
+  const ProError result = creo::ProLayerDisplaystatusSave(model);
+  if (result == creo::ProNoChange)
+    core::logMsgPlain(kNoStatusToSave, core::kWarning);
+  else if (result != creo::ProNoError)
+    core::logMsgPlain(kStatusNotSaved, core::kError);
+}
+
+Outcome changeLayerStatus(const Task& task) {
+  if (const auto ended = beginOnLayers(task, core::msgText(kStatusTitle))) return *ended;
+  for (const Task::Numbered& name : task.numberedAll(L"name_", kMostLayerNames)) {
+    const auto word = task.numbered(L"value_%d", name.number);
+    const auto pattern = word ? filledIn(task, name.value) : std::nullopt;
+    if (!pattern) continue;
+    eachLayer(task.model(), *pattern, [&](const NamedLayer& found) {
+      changeStatus(found, *word);
+      return creo::ProNoError;
+    });
+  }
+  if (task.isTrue(L"saveLS")) saveStatus(task.model());
+  return done;
+}
+
+void putBelow(const NamedLayer& child, const NamedLayer& parent) {
+  const auto item = creo::ProLayerItemInit(ProItemType::layer, child.layer.id, child.layer.owner);
+  const bool added = item && creo::ProLayerItemAdd(parent.layer, item.value) == creo::ProNoError;
+  const std::wstring line = text::format(core::msgText(added ? kGrouped : kNotGrouped), child.name, parent.name);
+  if (added)
+    core::logIndented(line, core::kNormal, 1);
+  else
+    core::logWrite(line, core::kError);
+}
+
+Outcome groupLayer(const Task& task) {
+  if (const auto ended = beginOnLayers(task, core::msgText(kGroupTitle))) return *ended;
+  for (const Task::Numbered& name : task.numberedAll(L"name_", kMostLayerNames))
+    eachLayer(task.model(), task.attribute(L"copyTo"), [&](const NamedLayer& parent) {
+      eachLayer(task.model(), name.value, [&](const NamedLayer& child) {
+        putBelow(child, parent);
+        return creo::ProNoError;
+      });
+      return creo::ProNoError;
+    });
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"deleteLayer", &deleteLayer},
+                                       {L"renameLayer", &renameLayer},
+                                       {L"changeLayerStatus", &changeLayerStatus},
+                                       {L"groupLayer", &groupLayer}};
+
+}  // namespace
+
+std::span<const ActionFunction> layerActions() { return kActions; }
+
+}  // namespace actions

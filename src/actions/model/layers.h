@@ -1,0 +1,34 @@
+// What the actions on layers have in common.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "creo/ProLayer.h"
+#include "engine/task.h"
+
+namespace actions {
+
+constexpr int kMostLayerNames = 100;  // of a numbered list
+
+// Title, version, filter; an instance is refused, since layers are its generic's. Nothing: the action may go on.
+std::optional<engine::Outcome> beginOnLayers(const engine::Task& task, std::wstring_view title);
+
+struct NamedLayer {
+  creo::ProLayer layer;
+  std::wstring name;
+};
+// The layers whose names fit a pattern, until `work` gives something else than ProNoError. work may delete layers: the
+// walk is over those that were there at its start.
+void eachLayer(creo::ProMdl model, std::wstring_view pattern,
+               creo::FunctionRef<creo::ProError(const NamedLayer&)> work);
+
+// A numbered attribute with its variables. Nothing, with an error line: it can't be used.
+std::optional<std::wstring> filledIn(const engine::Task& task, std::wstring_view value);
+
+// "normal", "display", "blank"; nothing for any other word.
+std::optional<creo::ProLayerDisplay> layerStatus(std::wstring_view word);
+
+}  // namespace actions

@@ -1,0 +1,45 @@
+#include "actions/model/named_states.h"
+
+#include <algorithm>
+
+#include "text/format.h"
+
+namespace actions {
+
+using engine::Task;
+
+std::wstring replacedText(const Task& task, std::wstring_view text, std::size_t size) {
+  engine::Replaced replaced = engine::replaceVariables(text, task.model(), size);
+  return replaced.hasText() ? std::move(replaced.text) : std::wstring();
+}
+
+std::vector<std::wstring> namesIn(const Task& task) {
+  std::vector<std::wstring> names;
+  for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames))
+    names.push_back(replacedText(task, one.value));
+  return names;
+}
+
+bool fitsAny(const std::vector<std::wstring>& patterns, std::wstring_view name) {
+  return std::any_of(patterns.begin(), patterns.end(),
+                     [name](const std::wstring& pattern) { return fitsName(pattern, name); });
+}
+
+creo::ProError visitStates(creo::ProMdl solid, StateVisit visit, creo::Visitor<NamedState> visitor) {
+  return visit(solid, [&](const creo::ProModelitem& item) {
+    const auto name = creo::ProModelitemNameGet(item);
+    return name ? visitor({item, name.value}) : creo::ProNoError;
+  });
+}
+
+std::optional<NamedState> firstState(creo::ProMdl solid, StateVisit visit, std::wstring_view pattern) {
+  std::optional<NamedState> found;
+  visitStates(solid, visit, [&](const NamedState& state) {
+    if (!fitsName(pattern, state.name)) return creo::ProNoError;
+    found = state;
+    return creo::ProStopVisit;
+  });
+  return found;
+}
+
+}  // namespace actions

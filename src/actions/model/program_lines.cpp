@@ -1,0 +1,208 @@
+// Actions that delete lines of a model's Pro/PROGRAM. It has no other door than a text file: written, changed, read
+// back.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "actions/model/relation_set.h"
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProProgram.h"
+#include "creo/guards.h"
+#include "engine/compare.h"
+#include "os/files.h"
+#include "os/surroundings.h"
+#include "os/text_files.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/pieces.h"
+#include "text/units.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr std::wstring_view kWritten = L"proProgram.txt", kChanged = L"proProgramChanged.txt";
+constexpr std::size_t kMostDelline = 1000, kMostPattern = 260;
+constexpr int kMostNames = 10'000;
+
+// The two files in the log folder, removed at the end, whatever happened.
+class ProgramFiles {
+ public:
+  ProgramFiles()
+      : written_(core::pluginState().tempPath + std::wstring(kWritten)),
+        changed_(core::pluginState().tempPath + std::wstring(kChanged)) {}
+  ~ProgramFiles() {
+    for (const std::wstring& path : {written_, changed_}) {
+      if (!os::files().exists(path)) continue;
+      const auto error = os::files().remove(path);
+      core::logWrite(text::format(L"Delete the file '%s'.", path), error ? core::kError : core::kDebug);
+    }
+  }
+  ProgramFiles(const ProgramFiles&) = delete;
+  ProgramFiles& operator=(const ProgramFiles&) = delete;
+  [[nodiscard]] const std::wstring& written() const { return written_; }
+  [[nodiscard]] const std::wstring& changed() const { return changed_; }
+
+ private:
+  std::wstring written_, changed_;
+};
+
+bool fits(std::wstring_view pattern, std::wstring_view line) {
+  return pattern == line || wildcardCompare(pattern, line) == 1;
+}
+
+// Copies the lines that stay. stays: (line). False: the file can't be read or written.
+template <class Stays>
+bool filterFile(const ProgramFiles& files, Stays stays) {
+  const auto content = os::readText(files.written());
+  if (!content) {
+    core::logWrite(L"Failure while read file", core::kDebug);
+    return false;
+  }
+  std::wstring out;
+  // A last line without its end stays one.
+  std::wstring_view rest = content.value;
+  if (rest.starts_with(L'\xFEFF')) rest.remove_prefix(1);
+  while (!rest.empty()) {
+    const auto end = rest.find(L'\n');
+    const bool hasEnd = end != rest.npos;
+    std::wstring_view line = rest.substr(0, end);
+    rest.remove_prefix(hasEnd ? end + 1 : rest.size());
+    if (line.ends_with(L'\r')) line.remove_suffix(1);
+    if (!stays(line)) continue;
+    out += line;
+    if (hasEnd) out += L'\n';
+  }
+  return !os::writeText(files.changed(), out, {.mark = true, .crlf = true});
+}
+
+// ---- lines and blocks of lines
+
+struct ProgramLineFilter {
+  std::vector<std::wstring> patterns;
+  std::wstring_view startline, endline;
+  bool endif = false;           // a block ends with ENDIF
+  bool excl_start_end = false;  // its first and last line stay
+  bool inBlock = false;
+};
+
+// Whether the line stays.
+bool stays(ProgramLineFilter& filter, std::wstring_view line) {
+  bool isStart = false, isEnd = false, remove = false;
+  if (!filter.inBlock && !filter.startline.empty() && fits(filter.startline, line)) {
+    filter.inBlock = isStart = true;
+    remove = !filter.excl_start_end;
+  }
+  if (filter.inBlock) {
+    isEnd = filter.endif ? line.find(L"ENDIF") != line.npos : !filter.endline.empty() && fits(filter.endline, line);
+    filter.inBlock = !isEnd;
+    remove = true;
+  }
+  if (!remove)
+    remove =
+        std::any_of(filter.patterns.begin(), filter.patterns.end(), [&](const auto& one) { return fits(one, line); });
+  const bool isBorder = filter.excl_start_end && (isStart || isEnd);
+  if (!remove || isBorder) return true;
+  core::logIndented(line, core::kNormal, 2);
+  return false;
+}
+
+ProgramLineFilter filterOf(const Task& task) {
+  ProgramLineFilter filter;
+  filter.startline = task.attribute(L"startline");
+  filter.endline = task.attribute(L"endline");
+  filter.endif = task.attribute(L"endif") != L"false";
+  filter.excl_start_end = task.attribute(L"excl_start_end") != L"false";
+  const std::wstring delline = text::replaceAll(text::cut(task.attribute(L"delline"), kMostDelline), L"&#10;", L"\n");
+  for (const std::wstring& pattern : text::split(delline, L'\n'))
+    if (const auto cut = text::cut(pattern, kMostPattern); !cut.empty()) filter.patterns.emplace_back(cut);
+  return filter;
+}
+
+bool exported(const Task& task, const ProgramFiles& files) {
+  if (creo::ProOutputFileWrite(task.model(), files.written(), creo::ProInputFileType::program) == creo::ProNoError)
+    return true;
+  core::logWrite(L"Failure while writing the Pro/PROGRAM file", core::kError);
+  return false;
+}
+
+void readBack(const Task& task, const std::wstring& path) {
+  if (creo::ProInputFileRead(task.model(), path, creo::ProInputFileType::program) != creo::ProNoError)
+    core::logWrite(L"Failure while reading the Pro/PROGRAM file", core::kError);
+}
+
+Outcome deleteModelProProgramLines(const Task& task) {
+  if (const auto ended = beginOnRelations(task, L"delete Pro/PROGRAM lines")) return *ended;
+  const ProgramFiles files;
+  if (exported(task, files)) {
+    core::logIndented(L"delete the following Pro/PROGRAM lines:", core::kNormal, 1);
+    ProgramLineFilter filter = filterOf(task);
+    if (filterFile(files, [&](std::wstring_view line) { return stays(filter, line); })) {
+      creo::DirectoryGuard directory;
+      directory.change(core::pluginState().tempPath);
+      readBack(task, std::wstring(kChanged));
+    }
+  }
+  core::logIndented(L"delete the temporary files", core::kNormal, 1);
+  return done;
+}
+
+// ---- lines of the INPUT section
+
+// The first word of a line of inputs, where it is one.
+class InputSection {
+ public:
+  std::optional<std::wstring_view> name(std::wstring_view line) {
+    if (text::equalNoCase(line, L"INPUT") && state_ == State::before) {
+      state_ = State::inside;
+      return std::nullopt;
+    }
+    if (text::equalNoCase(line, L"END INPUT") && state_ == State::inside) state_ = State::behind;
+    if (state_ != State::inside) return std::nullopt;
+    const auto first = line.find_first_not_of(L' ');
+    if (first == line.npos) return std::nullopt;
+    return line.substr(first, line.find(L' ', first) - first);
+  }
+
+ private:
+  enum class State { before, inside, behind };
+  State state_ = State::before;
+};
+
+Outcome deleteModelProProgramInputLines(const Task& task) {
+  if (const auto ended = beginOnRelations(task, L"delete Pro/PROGRAM input lines")) return *ended;
+  std::vector<std::wstring_view> names;
+  for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames)) {
+    if (one.number != static_cast<int>(names.size())) break;
+    names.push_back(one.value);
+  }
+  const ProgramFiles files;
+  core::logIndented(L"Export to file", core::kNormal, 1);
+  if (exported(task, files)) {
+    core::logIndented(L"Change the file", core::kNormal, 1);
+    core::logIndented(L"delete the following Pro/PROGRAM input lines:", core::kNormal, 1);
+    InputSection section;
+    const bool filtered = filterFile(files, [&](std::wstring_view line) {
+      const auto name = section.name(line);
+      const bool goes = name && std::any_of(names.begin(), names.end(), [&](auto one) { return fits(one, *name); });
+      if (goes) core::logIndented(line, core::kNormal, 2);
+      return !goes;
+    });
+    if (filtered) {
+      core::logIndented(L"Reimport the file", core::kNormal, 1);
+      readBack(task, files.changed());
+    }
+  }
+  core::logIndented(L"Delete the file", core::kNormal, 1);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"deleteModelProProgramLines", &deleteModelProProgramLines},
+                                       {L"deleteModelProProgramInputLines", &deleteModelProProgramInputLines}};
+
+}  // namespace
+
+std::span<const ActionFunction> programLineActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,134 @@
+// Actions that regenerate models and compute their masses.
+#include <set>
+
+#include "actions/families.h"
+#include "actions/whole_model.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProDatum.h"
+#include "creo/ProDrawing.h"
+#include "creo/ProMaterial.h"
+#include "creo/ProMdl.h"
+#include "creo/ProModelitem.h"
+#include "creo/ProPart.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kMassTitle = 118, kMassSolved = 119, kNoCsys = 120, kMassFailed = 121, kNoDensity = 122;
+constexpr int kTitle = 123, kDrawingFailed = 124, kUnattached = 125, kFailed = 126, kRegenerated = 127;
+// A model that needs yet another pass after so many never settles.
+constexpr int kMostPasses = 4;
+
+creo::ProError regenerated(creo::ProMdl solid, bool force) {
+  const unsigned flags = force ? creo::kRegenerateForce | creo::kRegenerateUpdateInstances : creo::kRegenerateNoFlags;
+  creo::ProError result = creo::ProRegenAgain;
+  for (int pass = 0; pass < kMostPasses && result == creo::ProRegenAgain; ++pass)
+    result = creo::ProSolidRegenerate(solid, flags);
+  return result;
+}
+
+Outcome regenerateModel(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kTitle)}, kAllModels, {L"force"})) return *ended;
+  if (creo::ProMdlTypeGet(task.model()).value == creo::ProMdlType::drawing) {
+    if (creo::ProDwgDraftRegenerate(task.model()) == creo::ProNoError)
+      core::logMsgId(kRegenerated, core::kNormal, 1);
+    else
+      core::logMsgPlain(kDrawingFailed, core::kError);
+    return done;
+  }
+  switch (regenerated(task.model(), task.isTrue(L"force"))) {
+    case creo::ProNoError:
+      core::logMsgId(kRegenerated, core::kNormal, 1);
+      break;
+    case creo::ProUnattachedFeats:
+      core::logMsgPlain(kUnattached, core::kWarning);
+      break;
+    case creo::ProRegenAgain:
+      core::logWrite(text::format(L"%s: it needs another regeneration after %d", core::msgText(kFailed), kMostPasses),
+                     core::kError);
+      break;
+    default:
+      core::logMsgPlain(kFailed, core::kError);
+  }
+  return done;
+}
+
+// ---- masses
+
+// Gives each part of an assembly, or the part itself, a density where it has none.
+class Densities {
+ public:
+  void state(creo::ProMdl solid) {
+    if (!seen_.insert(solid).second) return;
+    if (creo::ProMdlTypeGet(solid).value == creo::ProMdlType::part) return statePart(solid);
+    for (const creo::ProDependency& used : creo::ProMdlDependenciesList(solid).value) {
+      if (used.type != creo::ProMdlType::part && used.type != creo::ProMdlType::assembly) continue;
+      if (const auto model = creo::ProMdlInit(used.name, used.type)) state(model.value);
+    }
+  }
+
+ private:
+  static void statePart(creo::ProMdl part) {
+    if (creo::ProPartDensityGet(part) || creo::ProMdlIsSkeleton(part).value) return;
+    core::logWrite(text::format(core::msgText(kNoDensity), creo::ProMdlNameGet(part).value), core::kWarning);
+    creo::ProPartDensitySet(part, 1.0);
+  }
+  std::set<creo::ProMdl> seen_;
+};
+
+std::optional<creo::ProCsys> csysNamed(creo::ProMdl solid, const std::wstring& name) {
+  std::optional<creo::ProCsys> found;
+  creo::ProSolidCsysVisit(solid, [&](const creo::ProCsys& csys) {
+    if (!text::equalNoCase(creo::ProCsysNameGet(csys).value, name)) return creo::ProNoError;
+    found = csys;
+    return creo::ProStopVisit;
+  });
+  return found;
+}
+
+// A point of the model in a coordinate system's own coordinates.
+creo::ProVector seenFrom(const creo::ProTransform& csys, const creo::ProVector& point) {
+  const creo::ProVector way{point.x - csys.origin.x, point.y - csys.origin.y, point.z - csys.origin.z};
+  const auto along = [&](const creo::ProVector& axis) { return way.x * axis.x + way.y * axis.y + way.z * axis.z; };
+  return {along(csys.xAxis), along(csys.yAxis), along(csys.zAxis)};
+}
+
+Outcome regenerateMass(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kMassTitle)}, kSolids)) return *ended;
+  std::optional<creo::ProTransform> csys;
+  if (const auto name = task.text(L"csys"); !task.attribute(L"csys").empty()) {
+    const auto found = name.hasText() ? csysNamed(task.model(), name.text) : std::nullopt;
+    const auto place = found ? creo::ProCsysDataGet(*found) : creo::Got<creo::ProTransform>(creo::ProNotFound);
+    if (!place) {
+      core::logMsgPlain(kNoCsys, core::kError);
+      return done;
+    }
+    csys = place.value;
+  }
+  Densities().state(task.model());
+  const auto mass = creo::ProSolidMassPropertyGet(task.model());
+  if (!mass) {
+    core::logMsgPlain(kMassFailed, core::kError);
+    return done;
+  }
+  core::logMsgId(kMassSolved, core::kNormal, 1);
+  const creo::ProVector center = csys ? seenFrom(*csys, mass.value.gravityCenter) : mass.value.gravityCenter;
+  core::logIndented(text::format(L"mass %f, volume %f, centre of gravity %f, %f, %f", mass.value.mass,
+                                 mass.value.volume, center.x, center.y, center.z),
+                    core::kNormal, 2);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"regenerateModel", &regenerateModel}, {L"regenerateMass", &regenerateMass}};
+
+}  // namespace
+
+std::span<const ActionFunction> regenerationActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,233 @@
+// Actions that add, delete and edit lines of relations.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "actions/model/relation_set.h"
+#include "core/log.h"
+#include "engine/compare.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
+
+Outcome addModelRelationLines(const Task& task) {
+  if (const auto ended = beginOnRelations(task, L"Add model relation lines")) return *ended;
+  core::logIndented(L"Relations:", core::kNormal, 1);
+  RelationSet relations(task, false);
+  addRelationLines(task, relations, L"relationline", std::nullopt);
+  core::logIndented(L"Post regeneration relations:", core::kNormal, 1);
+  RelationSet postRelations(task, true);
+  addRelationLines(task, postRelations, L"postline", std::nullopt);
+  return done;
+}
+
+// ---- deleting
+
+// Lines that go, or become comments. Places stay what they are until result().
+class LinesToDelete {
+ public:
+  LinesToDelete(RelationLines lines, bool commentOut)
+      : lines_(std::move(lines)), gone_(lines_.size(), false), commentOut_(commentOut) {}
+
+  [[nodiscard]] std::size_t count() const { return lines_.size(); }
+  [[nodiscard]] bool isThere(std::size_t i) const { return !gone_[i]; }
+  [[nodiscard]] const std::wstring& line(std::size_t i) const { return lines_[i]; }
+  [[nodiscard]] bool changed() const { return changed_; }
+
+  // A continued line goes with those that continue it, the last one first.
+  void remove(std::size_t first) {
+    std::vector<std::size_t> chain;
+    for (std::size_t i = first; i < lines_.size(); ++i) {
+      if (gone_[i]) continue;
+      chain.push_back(i);
+      if (!isContinued(lines_[i])) break;
+    }
+    for (std::size_t i = chain.size(); i-- > 0;) removeOne(chain[i]);
+  }
+
+  [[nodiscard]] RelationLines result() const {
+    RelationLines left;
+    for (std::size_t i = 0; i < lines_.size(); ++i)
+      if (!gone_[i]) left.push_back(lines_[i]);
+    return left;
+  }
+
+ private:
+  void removeOne(std::size_t i) {
+    std::wstring& line = lines_[i];
+    if (!commentOut_) {
+      core::logIndented(L"Delete line: " + line, core::kNormal, 1);
+      gone_[i] = changed_ = true;
+      return;
+    }
+    if (line.starts_with(L'/') || (line.size() > 1 && line[1] == L'*')) return;
+    core::logIndented(L"Comment out line: " + line, core::kNormal, 1);
+    line.insert(0, L"/* ");
+    changed_ = true;
+  }
+
+  RelationLines lines_;
+  std::vector<bool> gone_;
+  bool commentOut_, changed_ = false;
+};
+
+void deleteSingleLines(const Task& task, LinesToDelete& lines) {
+  core::logIndented(L"Delete single lines", core::kNormal, 1);
+  const int count = text::parseInt(task.attribute(L"dellinec"));
+  for (const Task::Numbered& pattern : task.numberedAll(L"delline", count))
+    for (std::size_t i = 0; i < lines.count(); ++i)
+      if (lines.isThere(i) && matches(pattern.value, lines.line(i))) lines.remove(i);
+}
+
+bool isEndIf(std::wstring_view line) {
+  static constexpr std::wstring_view kForms[] = {
+      L"/(?i)^ENDIF$/",      L"/(?i)^ENDIF\\s.*$/",       L"/(?i)^.*\\sENDIF\\s.*$/",
+      L"/(?i)^.*\\sENDIF$/", L"/(?i)^.*\\sENDIF/\\*.*$/", L"/(?i)^ENDIF/\\*.*$/"};
+  return std::any_of(std::begin(kForms), std::end(kForms), [&](auto form) { return matches(form, line); });
+}
+bool isIf(std::wstring_view line) {
+  return matches(L"/(?i)^IF\\s.*$/", line) || matches(L"/(?i)^.*\\sIF\\s.*$/", line);
+}
+
+// Finds where a block of lines ends: at a line of a pattern, or with the ENDIF of the first IF.
+class BlockEnd {
+ public:
+  explicit BlockEnd(const Task& task) : byEndIf_(task.isTrue(L"endif")), pattern_(task.attribute(L"endline")) {}
+  // Is the line, which stands behind the block's start or is it, the last of the block?
+  bool isAt(const std::wstring& line) {
+    if (!byEndIf_) return matches(pattern_, line);
+    if (!matches(L"*IF*", line)) return false;
+    if (isEndIf(line))
+      --open_;
+    else if (isIf(line))
+      ++open_;
+    else
+      return false;
+    return open_ == 0;
+  }
+  void startAgain() { open_ = 0; }
+
+ private:
+  bool byEndIf_;
+  std::wstring_view pattern_;
+  int open_ = 0;
+};
+
+void deleteBlocks(const Task& task, LinesToDelete& lines) {
+  core::logIndented(L"Delete a block of lines", core::kNormal, 1);
+  const std::wstring_view startLine = task.attribute(L"startline");
+  BlockEnd end(task);
+  std::optional<std::size_t> start;
+  for (std::size_t i = 0; i < lines.count(); ++i) {
+    if (!lines.isThere(i)) continue;
+    if (!start && matches(startLine, lines.line(i))) {
+      start = i;
+      end.startAgain();
+    }
+    // A block has two lines at least.
+    if (!start || !end.isAt(lines.line(i)) || i == *start) continue;
+    for (std::size_t inside = *start; inside <= i; ++inside)
+      if (lines.isThere(inside)) lines.remove(inside);
+    start.reset();
+  }
+}
+
+void deleteFrom(const Task& task, bool post) {
+  const RelationSet set(task, post);
+  const RelationLines old = set.lines();
+  LinesToDelete lines(old, task.isTrue(L"comment_out"));
+  if (!task.attribute(L"delline0").empty()) deleteSingleLines(task, lines);
+  if (!task.attribute(L"startline").empty()) deleteBlocks(task, lines);
+  if (lines.changed())
+    set.write(lines.result(), old);
+  else
+    core::logIndented(L"No changes done on relations", core::kNormal, 1);
+}
+
+Outcome deleteModelRelationLines(const Task& task) {
+  if (const auto ended = beginOnRelations(task, L"Delete model relation lines")) return *ended;
+  if (task.isTrue(L"rel")) deleteFrom(task, false);
+  if (task.isTrue(L"postrel")) deleteFrom(task, true);
+  return done;
+}
+
+// ---- editing
+
+void editLines(const Task& task, const RelationSet& set) {
+  core::logIndented(L"Edit lines", core::kNormal, 1);
+  const RelationLines old = set.lines();
+  RelationLines lines = old;
+  const int count = text::parseInt(task.attribute(L"editlinec"));
+  for (const Task::Numbered& pattern : task.numberedAll(L"editline", count)) {
+    for (std::wstring& line : lines) {
+      if (!matches(pattern.value, line)) continue;
+      const auto through = replaceVariablesLine(task.attribute(L"through"), task.model(), line);
+      if (!through.hasText()) continue;
+      line = patternReplace(line, task.attribute(L"replWord"), through.text);
+      core::logIndented(line, core::kNormal, 1);
+    }
+  }
+  set.write(lines, old);
+}
+
+void addAtPlace(const Task& task, RelationSet& set) {
+  core::logIndented(L"Add lines", core::kNormal, 1);
+  const RelationLines lines = set.lines();
+  const auto found = std::find_if(lines.begin(), lines.end(),
+                                  [&](const std::wstring& line) { return matches(task.attribute(L"locline"), line); });
+  if (found == lines.end()) return;
+  const auto at = static_cast<std::size_t>(found - lines.begin());
+  addRelationLines(task, set, L"addText", task.attribute(L"location") == L"1" ? at : at + 1);
+}
+
+void editRelationLines(const Task& task, bool post) {
+  RelationSet set(task, post);
+  if (!set.isThere()) {
+    core::logIndented(L"no relset found", core::kNormal, 1);
+    return;
+  }
+  if (!set.isSound()) return;
+  if (text::parseInt(task.attribute(L"editlinec")) != 1 || !task.attribute(L"editline0").empty()) editLines(task, set);
+  if (!task.attribute(L"locline").empty()) addAtPlace(task, set);
+}
+
+Outcome editModelRelationLines(const Task& task) {
+  if (const auto ended = beginOnRelations(task, L"Edit model relation lines")) return *ended;
+  if (task.isTrue(L"rel")) editRelationLines(task, false);
+  if (task.isTrue(L"postrel")) editRelationLines(task, true);
+  return done;
+}
+
+void setUnitSensitive(const Task& task, bool post, std::wstring_view changed) {
+  const RelationSet set(task, post);
+  if (!set.isThere()) {
+    core::logIndented(L"no relset found", core::kNormal, 1);
+    return;
+  }
+  if (creo::ProRelsetUnitsSensitiveSet(set.set(), task.isTrue(L"unitsensitive")) == creo::ProNoError)
+    core::logIndented(changed, core::kNormal, 1);
+  else
+    core::logWrite(L"Can't change the unit sensitivity of the relations", core::kError);
+}
+
+Outcome setRelationUnitSensitive(const Task& task) {
+  if (const auto ended = beginOnRelations(task, L"Set relation unit sensitive")) return *ended;
+  if (task.isTrue(L"rel")) setUnitSensitive(task, false, L"changed the relation unit sensitve");
+  if (task.isTrue(L"postrel")) setUnitSensitive(task, true, L"changed the post relation unit sensitve");
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"addModelRelationLines", &addModelRelationLines},
+                                       {L"deleteModelRelationLines", &deleteModelRelationLines},
+                                       {L"editModelRelationLines", &editModelRelationLines},
+                                       {L"setRelationUnitSensitive", &setRelationUnitSensitive}};
+
+}  // namespace
+
+std::span<const ActionFunction> relationLineActions() { return kActions; }
+
+}  // namespace actions

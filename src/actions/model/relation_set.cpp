@@ -1,0 +1,116 @@
+#include "actions/model/relation_set.h"
+
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "documents/predicates.h"
+#include "text/numbers.h"
+
+namespace actions {
+
+using engine::Outcome;
+using engine::Task;
+
+namespace {
+
+constexpr int kInstanceRefused = 5;
+constexpr std::wstring_view kBlanks = L" \t\r\n";
+
+// The owner of the set: the model, its id saying which.
+creo::Got<creo::ProModelitem> ownerOf(const Task& task, bool post) {
+  auto owner = creo::ProMdlToModelitem(task.model());
+  if (owner && post) owner.value.id = creo::kPostRegeneration;
+  return owner;
+}
+
+}  // namespace
+
+std::optional<Outcome> beginOnRelations(const Task& task, std::wstring_view title) {
+  if (const auto ended = engine::begin(task, {.title = title})) return ended;
+  if (documents::isInstance(task.model()) != documents::kTrue) return std::nullopt;
+  core::logMsgPlain(kInstanceRefused, core::kWarning);
+  return engine::refused;
+}
+
+RelationSet::RelationSet(const Task& task, bool post)
+    : task_(task),
+      post_(post),
+      ignoresFailure_(task.has(L"ignoreFailure") && task.attribute(L"ignoreFailure") != L"false"),
+      owner_(ownerOf(task, post)),
+      set_(owner_ ? creo::ProModelitemToRelset(owner_.value) : creo::Got<creo::ProRelset>(owner_.error)) {}
+
+void RelationSet::make() {
+  if (!set_ && owner_) set_ = creo::ProRelsetCreate(owner_.value);
+}
+
+RelationLines RelationSet::lines() const {
+  return set_ ? creo::ProRelsetRelationsGet(set_.value).value : RelationLines();
+}
+
+bool RelationSet::isSound() const {
+  if (creo::ProRelsetRegenerate(set_.value) == creo::ProNoError) return true;
+  core::logWrite(
+      post_ ? L"Failure in current post relations, the new post relation lines shouldn't be added automatically"
+            : L"Failure in current relations, the new relation lines shouldn't be added automatically",
+      ignoresFailure_ ? core::kWarning : core::kError);
+  return ignoresFailure_;
+}
+
+creo::ProError RelationSet::tried(const RelationLines& lines) const {
+  if (const auto error = creo::ProRelsetRelationsSet(set_.value, lines)) return error;
+  if (const auto owner = creo::ProRelsetToModelitem(set_.value); !owner) return owner.error;
+  return creo::ProRelsetRegenerate(set_.value);
+}
+
+void RelationSet::write(const RelationLines& lines, const RelationLines& old) const {
+  if (tried(lines) == creo::ProNoError) return;
+  core::logWrite(post_ ? L"Failure in new post relations, old post relations should be changed manually"
+                       : L"Failure in new relations, old relations should be changed manually",
+                 ignoresFailure_ ? core::kWarning : core::kError);
+  if (ignoresFailure_) return;
+  if (creo::ProRelsetRelationsSet(set_.value, old) != creo::ProNoError)
+    core::logWrite(L"The old relations can't be written back", core::kError);
+  creo::ProRelsetToModelitem(set_.value);
+  creo::ProRelsetRegenerate(set_.value);
+}
+
+bool isContinued(std::wstring_view line) {
+  const auto last = line.find_last_not_of(kBlanks);
+  return last != line.npos && line[last] == L'\\';
+}
+
+namespace {
+
+// The lines of the list with their variables replaced.
+RelationLines newLines(const Task& task, std::wstring_view key, int count) {
+  RelationLines lines;
+  for (const Task::Numbered& one : task.numberedAll(key, count)) {
+    const bool isLast = one.number == count - 1;
+    if (one.value.empty() && (isLast || (one.number == 0 && count == 1))) continue;
+    const auto replaced = engine::replaceVariables(one.value, task.model());
+    // A line that can't be told is left out: its reason stands in the log.
+    if (!replaced.hasText()) continue;
+    core::logIndented(replaced.text, core::kNormal, 2);
+    lines.push_back(replaced.text);
+  }
+  return lines;
+}
+
+}  // namespace
+
+void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key, std::optional<std::size_t> place) {
+  const int count = text::parseInt(task.attribute(std::wstring(key) + L"c"));
+  if (count < 1 || (count == 1 && task.attribute(std::wstring(key) + L"0").empty())) return;
+  set.make();
+  if (!set.isThere() || !set.isSound()) return;
+  const RelationLines old = set.lines();
+  const RelationLines added = newLines(task, key, count);
+  if (added.empty()) return;
+  const std::size_t at = place ? std::min(*place, old.size()) : task.isTrue(L"onEnd") ? old.size() : 0;
+  RelationLines lines(old.begin(), old.begin() + static_cast<std::ptrdiff_t>(at));
+  lines.insert(lines.end(), added.begin(), added.end());
+  lines.insert(lines.end(), old.begin() + static_cast<std::ptrdiff_t>(at), old.end());
+  set.write(lines, old);
+}
+
+}  // namespace actions

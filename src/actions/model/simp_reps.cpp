@@ -1,0 +1,162 @@
+// Simplified representations: created, renamed, activated, deleted.
+#include <iterator>
+
+#include "actions/families.h"
+#include "actions/model/named_states.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProDrawingView.h"
+#include "creo/ProMdl.h"
+#include "creo/ProSimprep.h"
+#include "creo/ProWindow.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProSimprepAction;
+
+constexpr int kCreateTitle = 361, kCreated = 362, kExistsAlready = 363;
+constexpr int kRenameTitle = 364, kRename = 365, kNoneFound = 366;
+
+struct DefaultAction {
+  std::wstring_view type2;
+  ProSimprepAction action;
+};
+constexpr DefaultAction kDefaultActions[] = {
+    {L"1", ProSimprepAction::exclude},  {L"2", ProSimprepAction::geometry},     {L"3", ProSimprepAction::substitute},
+    {L"4", ProSimprepAction::graphics}, {L"5", ProSimprepAction::symbolic},     {L"6", ProSimprepAction::boundaryBox},
+    {L"7", ProSimprepAction::reverse},  {L"8", ProSimprepAction::lightGraphics}};
+
+ProSimprepAction defaultAction(std::wstring_view type2) {
+  for (const DefaultAction& row : kDefaultActions)
+    if (row.type2 == type2) return row.action;
+  return ProSimprepAction::include;
+}
+
+Outcome createSimpRep(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kCreateTitle)})) return *ended;
+  const std::wstring name = nameIn(task, L"view", text::kNameSize);
+  const auto data = creo::ProSimprepdataAlloc(name, defaultAction(task.attribute(L"type2")));
+  if (!data)
+    core::logWrite(L"Can't allocate simprepdata", core::kError);
+  else if (creo::ProSimprepCreate(task.model(), data.value))
+    core::logIndented(text::format(core::msgText(kCreated), name), core::kNormal, 1);
+  else
+    core::logWrite(text::format(core::msgText(kExistsAlready), name), core::kWarning);
+  return done;
+}
+
+void rename(const NamedState& rep, std::wstring_view wanted) {
+  const std::wstring name(text::cut(wanted, text::kNameSize - 1));
+  core::logIndented(text::format(core::msgText(kRename), rep.name, name), core::kNormal, 1);
+  if (creo::ProModelitemNameSet(rep.item, name) != creo::ProNoError)
+    core::logWrite(L"Can't rename the simp rep", core::kError);
+}
+
+Outcome renameSimpRep(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kRenameTitle)})) return *ended;
+  struct Pair {
+    std::wstring pattern;
+    std::wstring_view name;
+  };
+  std::vector<Pair> pairs;
+  for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames))
+    if (const auto name = task.numbered(L"newname_%d", one.number))
+      pairs.push_back({replacedText(task, one.value), *name});
+  const creo::ProError visited = visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
+    for (const Pair& pair : pairs)
+      if (fitsName(pair.pattern, rep.name)) rename(rep, pair.name);
+    return creo::ProNoError;
+  });
+  if (visited == creo::ProNotFound) core::logMsgId(kNoneFound, core::kNormal, 1);
+  return done;
+}
+
+void showAnew(creo::ProMdl model) {
+  if (const auto window = creo::ProWindowCurrentGet()) creo::ProWindowRepaint(window.value);
+  creo::ProTreetoolRefresh(model);
+}
+
+void setNamed(const Task& task) {
+  const std::wstring wanted = nameIn(task, L"simprep", text::kNameSize);
+  if (wanted.empty()) return core::logWrite(L"Can't find the specified simp rep", core::kError);
+  if (const auto rep = creo::ProSimprepInit(wanted, 0, task.model())) {
+    core::logIndented(L"Simp rep found (by init)", core::kNormal, 1);
+    if (creo::ProSimprepActivate(rep.value) == creo::ProNoError)
+      core::logIndented(L"Simp rep set", core::kNormal, 1);
+    else
+      core::logWrite(L"Can't set the specified simp rep", core::kError);
+    return;
+  }
+  const auto hit = firstState(task.model(), &creo::ProSolidSimprepVisit, wanted);
+  if (!hit) return core::logWrite(L"Can't find the specified simp rep", core::kError);
+  core::logIndented(L"Simp rep found", core::kNormal, 1);
+  if (creo::ProMdlRepresentationLoad(hit->item) != creo::ProNoError ||
+      creo::ProSimprepActivate(hit->item) != creo::ProNoError)
+    core::logWrite(L"Can't set the specified simp rep", core::kError);
+  if (const auto window = creo::ProWindowCurrentGet()) creo::ProWindowRepaint(window.value);
+}
+
+struct DefaultForm {
+  std::wstring_view simprepc;
+  creo::Got<creo::ProMdl> (*retrieve)(const std::wstring& model, creo::ProMdlType type);
+};
+constexpr DefaultForm kForms[] = {{L"1", &creo::ProGraphicsSimprepRetrieve},
+                                  {L"2", &creo::ProGeomSimprepRetrieve},
+                                  {L"3", &creo::ProSymbSimprepRetrieve}};
+
+void setDefaultForm(const Task& task, creo::ProMdlType type) {
+  const auto name = creo::ProMdlNameGet(task.model());
+  for (const DefaultForm& form : kForms)
+    if (form.simprepc == task.attribute(L"simprepc") && !form.retrieve(name.value, type))
+      core::logWrite(L"Can't set the specified simp rep", core::kError);
+  showAnew(task.model());
+}
+
+void reset(const Task& task, const creo::Got<creo::ProModelitem>& before) {
+  core::logIndented(L"reset simp rep", core::kNormal, 1);
+  if (!before || creo::ProSimprepActivate(before.value) != creo::ProNoError)
+    core::logWrite(L"can't reset simp rep", core::kWarning);
+  showAnew(task.model());
+}
+
+Outcome setSimpRep(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Set simpliefied representation"})) return *ended;
+  const auto before = creo::ProSimprepActiveGet(task.model());
+  if (task.attribute(L"simprepc") == L"0") {
+    setNamed(task);
+  } else {
+    const auto type = creo::ProMdlTypeGet(task.model());
+    if (type.value == creo::ProMdlType::part) {
+      core::logWrite(L"This action is not allowed for parts, you can only set usernamed simpreps", core::kError);
+      return wrongVersion;
+    }
+    setDefaultForm(task, type.value);
+  }
+  if (task.isTrue(L"simprepr")) reset(task, before);
+  return done;
+}
+
+Outcome deleteSimpRep(const Task& task) {
+  if (const auto ended = begin(task, {.title = L"Delete simplified representation"})) return *ended;
+  const std::vector<std::wstring> wanted = namesIn(task);
+  visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
+    if (fitsAny(wanted, rep.name) && creo::ProSimprepDelete(rep.item) != creo::ProNoError)
+      core::logWrite(text::format(L"Can't delete simplified representation'%s'", rep.name), core::kError);
+    return creo::ProNoError;
+  });
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"createSimpRep", &createSimpRep},
+                                       {L"renameSimpRep", &renameSimpRep},
+                                       {L"setSimpRep", &setSimpRep},
+                                       {L"deleteSimpRep", &deleteSimpRep}};
+
+}  // namespace
+
+std::span<const ActionFunction> simplifiedRepActions() { return kActions; }
+
+}  // namespace actions

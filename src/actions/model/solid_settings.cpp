@@ -1,0 +1,177 @@
+// Actions that set what holds for a solid as a whole: accuracy, tolerances, bounds of dimensions, units.
+#include <algorithm>
+
+#include "actions/families.h"
+#include "actions/whole_model.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProSolidSettings.h"
+#include "creo/ProUnitsystem.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kAccuracyUnread = 0, kValueFailed = 1, kValueSet = 2, kAccuracyTitle = 3, kToleranceTitle = 53;
+constexpr int kUnitsTitle = 210, kSystemMade = 211, kSystemIsThere = 212, kUnitsSet = 213, kUnitsFailed = 214,
+              kUnitsAreSet = 215;
+
+void tell(creo::ProError result) {
+  if (result == creo::ProNoError)
+    core::logMsgId(kValueSet, core::kNormal, 1);
+  else
+    core::logMsgPlain(kValueFailed, core::kError);
+}
+
+// The level-2 line for a word that an attribute can't have.
+void unknownWord(std::wstring_view attribute, std::wstring_view value, std::wstring_view known) {
+  core::logWrite(text::format(L"'%s' can't be '%s', but %s", attribute, value, known), core::kError);
+}
+
+// ---- accuracy and tolerances
+
+Outcome setAccuracy(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kAccuracyTitle)}, kNativeSolids, {L"value"}))
+    return *ended;
+  const std::wstring_view kind = task.attribute(L"valtype");
+  if (kind != L"rel" && kind != L"abs") {
+    unknownWord(L"valtype", kind, L"rel or abs");
+    return done;
+  }
+  const auto written = task.text(L"value");
+  const auto value = text::readDouble(written.text);
+  if (!written.hasText() || value.fault != text::NumberFault::none || value.value <= 0) {
+    core::logMsgPlain(kAccuracyUnread, core::kError);
+    return done;
+  }
+  tell(creo::ProSolidAccuracySet(
+      task.model(), {kind == L"rel" ? creo::ProAccuracyKind::relative : creo::ProAccuracyKind::absolute, value.value}));
+  return done;
+}
+
+Outcome setTolerance(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kToleranceTitle)}, kNativeSolids, {L"tol"}))
+    return *ended;
+  const std::wstring_view tol = task.attribute(L"tol");
+  if (tol.size() != 1 || tol[0] < L'0' || tol[0] > L'4') {
+    unknownWord(L"tol", tol, L"0 to 4");
+    return done;
+  }
+  tell(creo::ProSolidModelclassSet(task.model(), static_cast<creo::ProToleranceClass>(tol[0] - L'1')));
+  return done;
+}
+
+Outcome loadToleranceTable(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = L"Load tolerance table"}, kNativeSolids, {L"path"})) return *ended;
+  const std::wstring path = task.path(L"path", L"models");
+  core::logIndented(path, core::kNormal, 1);
+  switch (creo::ProSolidToleranceTableLoad(task.model(), path)) {
+    case creo::ProNoError:
+      core::logIndented(L"Tolerance table is loaded", core::kNormal, 1);
+      break;
+    case creo::ProNotFound:
+      core::logWrite(L"The tolerance table can't be found", core::kError);
+      break;
+    default:
+      core::logWrite(L"The tolerance table can't be read", core::kError);
+  }
+  return done;
+}
+
+Outcome setAllDimensionBounds(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = L"Set all dimension bounds"}, kNativeSolids, {L"bound"}))
+    return *ended;
+  static constexpr std::pair<std::wstring_view, creo::ProDimensionBound> kBounds[] = {
+      {L"nominal", creo::ProDimensionBound::nominal},
+      {L"upper", creo::ProDimensionBound::upper},
+      {L"middle", creo::ProDimensionBound::middle},
+      {L"lower", creo::ProDimensionBound::lower}};
+  const std::wstring_view word = task.attribute(L"bound");
+  const auto* bound =
+      std::find_if(std::begin(kBounds), std::end(kBounds), [&](auto& one) { return one.first == word; });
+  if (bound == std::end(kBounds)) {
+    unknownWord(L"bound", word, L"nominal, upper, middle or lower");
+    return done;
+  }
+  int count = 0;
+  creo::ProSolidDimensionVisit(task.model(), false, [&](const creo::ProDimension& dimension) {
+    if (!creo::ProDimensionToleranceGet(dimension)) return creo::ProNoError;
+    if (creo::ProDimensionBoundSet(dimension, bound->second) == creo::ProNoError)
+      ++count;
+    else
+      core::logWrite(text::format(L"The bound of %s can't be set", creo::ProDimensionSymbolGet(dimension).value),
+                     core::kError);
+    return creo::ProNoError;
+  });
+  core::logIndented(text::format(L"%d dimensions stand at %s", count, word), core::kNormal, 1);
+  return done;
+}
+
+// ---- units
+
+// "millimeter Newton Second (mmNs)" by its whole name, or by what stands in brackets.
+bool isCalled(const std::wstring& system, std::wstring_view name) {
+  if (text::equalNoCase(system, name)) return true;
+  const auto open = system.rfind(L'(');
+  return open != system.npos && system.ends_with(L')') &&
+         text::equalNoCase(std::wstring_view(system).substr(open + 1, system.size() - open - 2), name);
+}
+
+creo::Got<creo::ProUnitsystem> systemOfThatName(creo::ProMdl solid, std::wstring_view name) {
+  const auto systems = creo::ProMdlUnitsystemsCollect(solid);
+  for (const creo::ProUnitsystem& one : systems.value)
+    if (isCalled(one.name, name)) return one;
+  return creo::ProNotFound;
+}
+
+// The system of that name, made where the task says of what.
+creo::Got<creo::ProUnitsystem> wantedSystem(const Task& task, const std::wstring& name) {
+  const bool hasUnits = task.has(L"length") || task.has(L"mass") || task.has(L"time") || task.has(L"temp");
+  auto system = systemOfThatName(task.model(), name);
+  if (system || !hasUnits) {
+    if (hasUnits) core::logMsgId(kSystemIsThere, core::kNormal, 1);
+    return system;
+  }
+  system = creo::ProUnitsystemCreate(task.model(), name,
+                                     {.length = std::wstring(task.attribute(L"length")),
+                                      .mass = std::wstring(task.attribute(L"mass")),
+                                      .time = std::wstring(task.attribute(L"time")),
+                                      .temperature = std::wstring(task.attribute(L"temp"))});
+  if (system) core::logIndented(text::format(core::msgText(kSystemMade), name), core::kNormal, 1);
+  return system;
+}
+
+Outcome setUnits(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kUnitsTitle)}, kNativeSolids, {L"us"})) return *ended;
+  const auto name = task.text(L"us");
+  const auto system =
+      name.hasText() ? wantedSystem(task, name.text) : creo::Got<creo::ProUnitsystem>(creo::ProNotFound);
+  const auto present = creo::ProMdlPrincipalunitsystemGet(task.model());
+  if (system && present && present.value == system.value.name) {
+    core::logMsgId(kUnitsAreSet, core::kNormal, 1);
+    return done;
+  }
+  const auto conversion =
+      task.isTrue(L"convert") ? creo::ProUnitConversion::sameSize : creo::ProUnitConversion::sameNumbers;
+  if (system && creo::ProMdlPrincipalunitsystemSet(task.model(), system.value, conversion) == creo::ProNoError)
+    core::logMsgId(kUnitsSet, core::kNormal, 1);
+  else
+    core::logMsgPlain(kUnitsFailed, core::kError);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"setAccuracy", &setAccuracy},
+                                       {L"setTolerance", &setTolerance},
+                                       {L"loadToleranceTable", &loadToleranceTable},
+                                       {L"setAllDimensionBounds", &setAllDimensionBounds},
+                                       {L"setUnits", &setUnits}};
+
+}  // namespace
+
+std::span<const ActionFunction> solidSettingActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,29 @@
+// How models and surfaces look.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "creo/ProSurface.h"
+
+namespace creo {
+
+struct ProAppearance {
+  double red = 0, green = 0, blue = 0;  // each 0 to 1, as those below
+  double ambient = 0, diffuse = 0, highlight = 0, shininess = 0, transparency = 0;
+  std::wstring label;
+};
+
+// The look of a model as a whole. ProNotFound: it has none of its own; ProBadInputs: no item of a part or an assembly,
+// or none that stands for the model.
+Got<ProAppearance> ProMdlVisibleAppearancepropsGet(const ProModelitem& item);
+ProError ProMdlVisibleAppearancepropsSet(const ProModelitem& item, const ProAppearance& appearance);
+
+enum class ProSurfaceSide : int { outer = 0, inner = 1 };
+// The look of a side of a surface, by the surface's id. ProNotFound: the body has no such surface, or it has no look of
+// its own; ProBadInputs: no part; ProGeneralError: the body can't be built, the message area says why.
+Got<ProAppearance> ProSurfaceSideAppearancepropsGet(const ProSurface& surface, ProSurfaceSide side);
+ProError ProSurfaceSideAppearancepropsSet(const ProSurface& surface, ProSurfaceSide side,
+                                          const ProAppearance& appearance);
+
+}  // namespace creo

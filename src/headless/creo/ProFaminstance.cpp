@@ -1,0 +1,67 @@
+#include "creo/ProFaminstance.h"
+
+#include "headless/creo/operation.h"
+#include "headless/model/family.h"
+
+namespace creo {
+
+using headless::FamilyTableRecord;
+using headless::Model;
+using headless::onModel;
+using headless::RowRecord;
+using State = headless::Session::State;
+
+namespace {
+
+// Runs a body on a row of the model's own table: body(state, model, row).
+template <class Body>
+ProError onRow(std::string_view operation, const ProFaminstance& instance, Body body) {
+  return onModel(operation, instance.owner, [&](State& state, Model& m) -> ProError {
+    RowRecord* row = m.document->row(instance.name);
+    if (!row || row->parent != m.row) return ProNotFound;
+    return body(state, m, *row);
+  });
+}
+
+// Null: the row and those below it are free.
+const RowRecord* lockedIn(const RowRecord& row) {
+  const RowRecord* locked = row.locked ? &row : nullptr;
+  if (row.familyTable)
+    headless::eachRow(*row.familyTable, [&](const RowRecord& one) { locked = one.locked ? &one : locked; });
+  return locked;
+}
+
+}  // namespace
+
+ProError ProFaminstanceLock(const ProFaminstance& instance, ProInstanceLock lock) {
+  return onRow("ProFaminstanceLock", instance, [&](State&, Model& m, RowRecord& row) -> ProError {
+    const bool wanted = lock == ProInstanceLock::locked;
+    if (row.locked == wanted) return ProNoError;
+    row.locked = wanted;
+    m.document->touch(&row);
+    return ProNoError;
+  });
+}
+
+ProError ProFaminstanceRemove(const ProFaminstance& instance) {
+  return onRow("ProFaminstanceRemove", instance, [](State& state, Model& m, RowRecord& row) -> ProError {
+    if (const RowRecord* locked = lockedIn(row)) return headless::refuseLocked(state.models, *m.document, *locked);
+    state.models.removeRow(m.document, row);
+    return ProNoError;
+  });
+}
+
+ProError ProFamtableErase(const ProFamtable& table) {
+  return onModel("ProFamtableErase", table.owner, [](State& state, Model& m) -> ProError {
+    FamilyTableRecord* held = m.document->tableOf(m.row);
+    if (!held) return ProNotFound;
+    for (const auto& row : held->instances)
+      if (const RowRecord* locked = lockedIn(*row)) return headless::refuseLocked(state.models, *m.document, *locked);
+    while (!held->instances.empty()) state.models.removeRow(m.document, *held->instances.front());
+    (m.row ? m.row->familyTable : m.document->record.familyTable).reset();
+    m.document->touch(m.row);
+    return ProNoError;
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,31 @@
+#include "creo/ProMdlBackup.h"
+
+#include "headless/creo/operation.h"
+#include "headless/store/faults.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/numbers.h"
+
+namespace creo {
+
+using headless::Model;
+using headless::onModel;
+using headless::operation;
+using State = headless::Session::State;
+
+Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
+  return onModel("ProMdlnameBackup", model, [&](State& state, Model& m) -> Got<std::wstring> {
+    const std::wstring target = os::asFolder(folder);
+    if (!os::files().isFolder(target)) return ProNotFound;
+    headless::Folder there(target);
+    const headless::DocumentFile* newest = there.find(m.document->name, m.type());
+    const std::wstring path = target + headless::documentFileName(*m.document, newest ? newest->version + 1 : 1);
+    const auto text = state.models.documentText(m.handle);
+    const auto error = os::files().create(path, text.value);
+    if (!error) return path;
+    state.showMessage(headless::cantWrite(path, error));
+    return ProGeneralError;
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,31 @@
+#include "creo/ProMdlCopy.h"
+
+#include "headless/creo/operation.h"
+#include "text/encoding.h"
+
+namespace creo {
+
+using headless::Model;
+using headless::onModel;
+using State = headless::Session::State;
+
+ProError ProMdlRename(ProMdl model, const std::wstring& name) {
+  return onModel("ProMdlRename", model, [&](State& state, Model& m) { return state.models.rename(m.handle, name); });
+}
+
+Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name) {
+  return onModel("ProMdlCopy", model, [&](State& state, Model& m) { return state.models.copy(m.handle, name); });
+}
+
+ProError ProMdlCommonnameSet(ProMdl model, const std::wstring& name) {
+  return onModel("ProMdlCommonnameSet", model, [&](State&, Model& m) -> ProError {
+    if (m.row) return ProBadInputs;
+    std::string wanted = text::toUtf8(name);
+    if (m.document->record.commonName == wanted) return ProNoError;
+    m.document->record.commonName = std::move(wanted);
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
+}  // namespace creo

@@ -1,0 +1,41 @@
+// A solid's Pro/PROGRAM: the text that tells what it asks for, its relations, and its features in their order.
+//
+//   VERSION 1                    the form of the text
+//   LISTING FOR PART GEAR
+//   INPUT                        what it asks for, a line each
+//   END INPUT
+//   RELATIONS
+//   END RELATIONS
+//   ADD FEATURE                  one block a feature (ADD COMPONENT for a component)
+//   INTERNAL FEATURE ID 7
+//   NAME = TEETH
+//   END ADD
+//   MASSPROP
+//   END MASSPROP
+//
+// Blocks may stand in IF ... ELSE ... END IF.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+using ProgramText = std::vector<std::string>;
+
+// The text that was taken over last, with the relations and features that the model has now.
+ProgramText programText(const Model& model);
+
+// Why a text can't be taken over.
+struct ProgramFault {
+  std::size_t line = 0;  // from 1
+  std::wstring reason;
+  explicit operator bool() const { return !reason.empty(); }
+};
+// Takes a text over: inputs, relations, conditions; a feature whose block has gone goes too. At a fault nothing
+// changes.
+ProgramFault takeProgram(const Models& models, const Model& model, const ProgramText& text);
+
+}  // namespace headless

@@ -1,0 +1,133 @@
+#include "headless/model/stand_alone.h"
+
+#include <unordered_set>
+
+#include "headless/model/family.h"
+#include "headless/model/features.h"
+#include "headless/model/items.h"
+#include "headless/model/new_document.h"
+#include "headless/model/parameters.h"
+#include "headless/model/regenerate.h"
+#include "text/encoding.h"
+
+namespace headless {
+
+using creo::ProFamitemType;
+using creo::ProFeatureStatus;
+
+namespace {
+
+// Records hold what has no copy, such as members that nobody knows; their text has it all.
+ModelRecord copyOf(const ModelRecord& record) {
+  ModelRecord copy;
+  readDocument(writeDocument(record), copy);
+  return copy;
+}
+
+// The document without its family table, however many rows that has.
+ModelRecord copyWithoutTable(ModelRecord& record) {
+  struct Lent {
+    ModelRecord& record;
+    std::unique_ptr<FamilyTableRecord> table = std::move(record.familyTable);
+    ~Lent() { record.familyTable = std::move(table); }
+  } const lent{record};
+  return copyOf(record);
+}
+
+// What a row has of its own beside values, lent to a record for as long as it is copied. table: with its table.
+class LentRow {
+ public:
+  LentRow(RowRecord& row, bool table) : row_(row), table_(table) { swap(); }
+  ~LentRow() { swap(); }
+  LentRow(const LentRow&) = delete;
+  LentRow& operator=(const LentRow&) = delete;
+  [[nodiscard]] ModelRecord copy() const { return copyOf(lent_); }
+
+ private:
+  void swap() {
+    if (row_.parameters) std::swap(lent_.parameters, *row_.parameters);
+    if (row_.externalData) std::swap(lent_.externalData, *row_.externalData);
+    if (table_) lent_.familyTable.swap(row_.familyTable);
+  }
+  RowRecord& row_;
+  bool table_;
+  ModelRecord lent_;
+};
+
+void resolveParameters(const Model& instance, ModelRecord& record) {
+  const ModelDocument& document = *instance.document;
+  for (ParameterRecord& one : record.parameters.list) {
+    const Scalar* value = rowValue(document, instance.row, ProFamitemType::parameter, one.name);
+    if (value && fitsType(*value, one.type)) one.value = *value;
+  }
+}
+
+void resolveDimensions(const Model& instance, ModelRecord& record) {
+  for (DimensionRecord& one : record.dimensions) {
+    const Scalar* value = rowValue(*instance.document, instance.row, ProFamitemType::dimension, symbolOf(one));
+    if (value && (std::holds_alternative<double>(*value) || std::holds_alternative<int>(*value))) one.value = *value;
+  }
+}
+
+// A feature that the row suppresses is one that somebody suppressed; a component that it leaves out was never there.
+void resolveFeatures(const Model& instance, ModelRecord& record) {
+  std::unordered_set<int> gone;
+  const ModelRecord& generic = instance.document->record;
+  for (const TreeFeature& place : instance.document->tree.all(generic)) {
+    const ModelFeature feature{&instance, place};
+    if (feature.isComponent() && componentOf(instance, *feature.component()).empty()) {
+      if (feature.record()) gone.insert(place.id);
+      continue;
+    }
+    if (!feature.record()) continue;
+    const ProFeatureStatus status = featureStatus(feature);
+    record.features[place.record].status =
+        status == ProFeatureStatus::familyTableSuppressed ? ProFeatureStatus::suppressed : status;
+  }
+  std::erase_if(record.features, [&](const FeatureRecord& one) { return gone.contains(one.id); });
+}
+
+void resolveComponents(const Model& instance, ModelRecord& record) {
+  std::vector<UsedModelRecord> kept;
+  for (UsedModelRecord& one : record.components) {
+    auto text = componentText(instance, one);
+    if (!text) continue;
+    one.name = std::move(*text);
+    kept.push_back(std::move(one));
+  }
+  record.components = std::move(kept);
+}
+
+// The parameters that rows have of their own, from the outermost in, then the instance's external data and its table.
+void takeOwn(RowRecord& row, bool innermost, bool table, ModelRecord& record) {
+  if (row.parent) takeOwn(*row.parent, false, false, record);
+  ModelRecord own = LentRow(row, innermost && table).copy();
+  for (ParameterRecord& one : own.parameters.list) record.parameters.list.push_back(std::move(one));
+  if (!innermost) return;
+  record.externalData = std::move(own.externalData);
+  record.familyTable = std::move(own.familyTable);
+}
+
+}  // namespace
+
+std::shared_ptr<ModelDocument> standAlone(const Model& model, std::wstring_view name, bool table) {
+  ModelRecord& source = model.document->record;
+  auto document = newDocument(name, model.type());
+  ModelRecord& record = document->record;
+  record = table && !model.row ? copyOf(source) : copyWithoutTable(source);
+  record.readOnly = false;
+  if (model.row) {
+    takeOwn(*model.row, true, table, record);
+    record.commonName.clear();
+    record.regeneration = regenerationStatus(model);
+    record.material = text::toUtf8(currentMaterial(model));
+    resolveParameters(model, record);
+    resolveDimensions(model, record);
+    resolveFeatures(model, record);
+    resolveComponents(model, record);
+  }
+  if (record.familyTable) linkRows(*record.familyTable, nullptr);
+  return document;
+}
+
+}  // namespace headless

@@ -1,0 +1,153 @@
+#include "headless/model/states.h"
+
+#include <iterator>
+#include <unordered_map>
+
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+
+using creo::ProItemType;
+
+namespace {
+
+// A kind of thing by what refers to it; null members: nothing does.
+struct Kind {
+  ProItemType type;
+  const wchar_t* word;
+  std::string CombinedStateRecord::*reference;
+  std::string ModelRecord::*active;
+};
+constexpr Kind kKinds[] = {
+    {ProItemType::view, L"view", &CombinedStateRecord::view, &ModelRecord::activeView},
+    {ProItemType::simplifiedRep, L"simplified representation", &CombinedStateRecord::simplifiedRep, nullptr},
+    {ProItemType::explodedState, L"exploded state", &CombinedStateRecord::explodedState,
+     &ModelRecord::activeExplodedState},
+    {ProItemType::styleState, L"style", &CombinedStateRecord::styleState, &ModelRecord::activeStyleState},
+    {ProItemType::crossSection, L"cross section", &CombinedStateRecord::crossSection, &ModelRecord::activeCrossSection},
+    {ProItemType::combinedState, L"combined state", nullptr, &ModelRecord::activeCombinedState},
+};
+
+bool isDefaultRep(std::string_view name) {
+  return std::any_of(std::begin(kDefaultReps), std::end(kDefaultReps),
+                     [name](const DefaultRep& one) { return sameName(one.name, name); });
+}
+
+bool isThere(ModelRecord& record, ProItemType type, std::string_view name) {
+  switch (type) {
+    case ProItemType::view:
+      return recordNamed(record.views, name);
+    case ProItemType::simplifiedRep:
+      return isDefaultRep(name) || recordNamed(record.simplifiedReps, name);
+    case ProItemType::explodedState:
+      return recordNamed(record.explodedStates, name);
+    case ProItemType::styleState:
+      return recordNamed(record.styleStates, name);
+    case ProItemType::crossSection:
+      return recordNamed(record.crossSections, name);
+    default:
+      return false;
+  }
+}
+
+// What the state refers to and isn't there, in words; empty: all is there.
+std::wstring goneFrom(ModelRecord& record, const CombinedStateRecord& state) {
+  for (const Kind& kind : kKinds)
+    if (kind.reference && !(state.*kind.reference).empty() && !isThere(record, kind.type, state.*kind.reference))
+      return text::format(L"%s %s", kind.word, text::fromUtf8(state.*kind.reference));
+  if (!state.layerState.empty() && !recordNamed(record.layerStates, state.layerState))
+    return text::format(L"layer state %s", text::fromUtf8(state.layerState));
+  return {};
+}
+
+// The layers show what the state says, until it is saved with them.
+void showLayers(ModelRecord& record, const LayerStateRecord& state) {
+  std::unordered_map<std::string, LayerRecord*> layers;
+  for (LayerRecord& layer : record.layers) layers.emplace(folded(layer.name), &layer);
+  for (const LayerStatusRecord& one : state.layers)
+    if (const auto layer = layers.find(folded(one.name)); layer != layers.end()) layer->second->unsaved = one.status;
+}
+
+template <class Record>
+creo::ProError deleteFrom(const Model& model, std::vector<Record>& records, const creo::ProModelitem& state) {
+  Record* record = recordOf(records, state.id);
+  if (!record) return creo::ProNotFound;
+  const std::string name = std::move(record->name);
+  records.erase(records.begin() + (record - records.data()));
+  replaceReferences(model, state.type, name, {});
+  model.document->touch(nullptr);
+  return creo::ProNoError;
+}
+
+}  // namespace
+
+void replaceReferences(const Model& model, ProItemType type, std::string_view from, std::string_view to) {
+  ModelRecord& record = model.document->record;
+  const auto replace = [&](std::string& name) {
+    if (!name.empty() && sameName(name, from)) name = to;
+  };
+  for (const Kind& kind : kKinds) {
+    if (kind.type != type) continue;
+    if (kind.active) replace(record.*kind.active);
+    if (kind.reference)
+      for (CombinedStateRecord& state : record.combinedStates) replace(state.*kind.reference);
+  }
+  if (type == ProItemType::simplifiedRep) replace(model.document->activeRep);
+  if (type == ProItemType::feature)
+    for (CrossSectionRecord& section : record.crossSections) replace(section.plane);
+}
+
+creo::ProError deleteState(const Model& model, const creo::ProModelitem& state) {
+  ModelRecord& record = model.document->record;
+  switch (state.type) {
+    case ProItemType::simplifiedRep:
+      return deleteFrom(model, record.simplifiedReps, state);
+    case ProItemType::explodedState:
+      return deleteFrom(model, record.explodedStates, state);
+    case ProItemType::combinedState:
+      return deleteFrom(model, record.combinedStates, state);
+    case ProItemType::crossSection:
+      return deleteFrom(model, record.crossSections, state);
+    default:
+      return creo::ProBadInputs;
+  }
+}
+
+void makeActive(const Model& model, std::string ModelRecord::*active, std::string_view name) {
+  std::string& held = model.document->record.*active;
+  if (held == name) return;
+  held = name;
+  model.document->touch(nullptr);
+}
+
+creo::ProError activateCombinedState(const Model& model, const CombinedStateRecord& state,
+                                     const std::function<void(const std::wstring&)>& message) {
+  ModelRecord& record = model.document->record;
+  if (const std::wstring gone = goneFrom(record, state); !gone.empty()) {
+    message(text::format(L"%s: the combined state %s refers to the %s, which isn't there", model.name,
+                         text::fromUtf8(state.name), gone));
+    return creo::ProNotFound;
+  }
+  if (!state.view.empty()) makeActive(model, &ModelRecord::activeView, state.view);
+  if (!state.layerState.empty()) {
+    showLayers(record, *recordNamed(record.layerStates, state.layerState));
+    makeActive(model, &ModelRecord::activeLayerState, state.layerState);
+  }
+  if (!state.simplifiedRep.empty())
+    model.document->activeRep = sameName(state.simplifiedRep, kMasterForm.name) ? std::string() : state.simplifiedRep;
+  if (!state.explodedState.empty())
+    makeActive(model, &ModelRecord::activeExplodedState, state.exploded ? state.explodedState : std::string());
+  if (!state.styleState.empty()) makeActive(model, &ModelRecord::activeStyleState, state.styleState);
+  if (!state.crossSection.empty()) {
+    makeActive(model, &ModelRecord::activeCrossSection, state.crossSection);
+    CrossSectionRecord& section = *recordNamed(record.crossSections, state.crossSection);
+    const bool visible = state.sectionVisibility != 0;
+    if (section.visible != visible) model.document->touch(nullptr);
+    section.visible = visible;
+  }
+  makeActive(model, &ModelRecord::activeCombinedState, state.name);
+  return creo::ProNoError;
+}
+
+}  // namespace headless

@@ -1,0 +1,59 @@
+// What a solid keeps under a name, and what refers to it by that name.
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+// The representations that Creo makes by itself.
+struct DefaultRep {
+  int id = 0;
+  std::string_view name;
+};
+constexpr DefaultRep kMasterForm = {-1, "Master Rep"}, kGraphicsForm = {-2, "Graphics Rep"},
+                     kGeometryForm = {-3, "Geometry Rep"}, kSymbolicForm = {-4, "Symbolic Rep"};
+constexpr DefaultRep kDefaultReps[] = {kMasterForm, kGraphicsForm, kGeometryForm, kSymbolicForm};
+
+// The record of that id; null for none.
+template <class Record>
+Record* recordOf(std::vector<Record>& records, int id) {
+  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
+  return found == records.end() ? nullptr : &*found;
+}
+template <class Record>
+Record* recordNamed(std::vector<Record>& records, std::string_view name) {
+  const auto found =
+      std::find_if(records.begin(), records.end(), [name](const Record& one) { return sameName(one.name, name); });
+  return found == records.end() ? nullptr : &*found;
+}
+// A new record at the end, with a free id. The name isn't looked for.
+template <class Record>
+Record& addRecord(std::vector<Record>& records, std::string name) {
+  int last = 0;
+  for (const Record& one : records) last = std::max(last, one.id);
+  Record& added = records.emplace_back();
+  added.id = last + 1;
+  added.name = std::move(name);
+  return added;
+}
+
+// What is active of the model, and what its combined states and cross sections refer to, has another name now; empty:
+// it has gone.
+void replaceReferences(const Model& model, creo::ProItemType type, std::string_view from, std::string_view to);
+// Takes a representation, an exploded state, a combined state or a cross section away, and what refers to it.
+// ProNotFound: it has gone; ProBadInputs: another kind.
+creo::ProError deleteState(const Model& model, const creo::ProModelitem& state);
+// Makes a name the active one, in a member of the record, and marks the model as changed where it was another one.
+void makeActive(const Model& model, std::string ModelRecord::*active, std::string_view name);
+
+// As ProCombstateActivate; what has gone is told by `message`.
+creo::ProError activateCombinedState(const Model& model, const CombinedStateRecord& state,
+                                     const std::function<void(const std::wstring&)>& message);
+
+}  // namespace headless

@@ -46,6 +46,7 @@ constexpr Family kFamilies[] = {
     &noteActions,
     &noteTableActions,
     &drawingModelActions,
+    &codeActions,
 };
 // clang-format on
 

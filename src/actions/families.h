@@ -58,6 +58,7 @@ std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
 std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
 std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
 std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
+std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 // clang-format on
 
 }  // namespace actions

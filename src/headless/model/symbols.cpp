@@ -14,22 +14,22 @@ void collect(const std::vector<SymbolGroupRecord>& groups, const SymbolGroupReco
   }
 }
 
-}  // namespace
-
-SymbolRecord* symbolOf(ModelDocument& drawing, int id) {
-  auto& symbols = drawing.record.symbols;
-  // Ids ascend as long as nobody wrote them by hand.
-  const auto guess = std::lower_bound(symbols.begin(), symbols.end(), id,
-                                      [](const SymbolRecord& one, int wanted) { return one.id < wanted; });
-  if (guess != symbols.end() && guess->id == id) return &*guess;
-  const auto found = std::find_if(symbols.begin(), symbols.end(), [id](const auto& one) { return one.id == id; });
-  return found == symbols.end() ? nullptr : &*found;
+// Ids ascend as long as nobody wrote them by hand.
+template <class Record>
+Record* withId(std::vector<Record>& records, int id) {
+  const auto guess = std::lower_bound(records.begin(), records.end(), id,
+                                      [](const Record& one, int wanted) { return one.id < wanted; });
+  if (guess != records.end() && guess->id == id) return &*guess;
+  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
+  return found == records.end() ? nullptr : &*found;
 }
 
+}  // namespace
+
+SymbolRecord* symbolOf(ModelDocument& drawing, int id) { return withId(drawing.record.symbols, id); }
+
 SymbolDefinitionRecord* symbolDefinitionOf(ModelDocument& drawing, int id) {
-  for (SymbolDefinitionRecord& one : drawing.record.symbolDefinitions)
-    if (one.id == id) return &one;
-  return nullptr;
+  return withId(drawing.record.symbolDefinitions, id);
 }
 
 SymbolDefinitionRecord* symbolDefinitionNamed(ModelDocument& drawing, std::string_view name) {

@@ -1,0 +1,63 @@
+#include "actions/drawing/code_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/log.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+
+using namespace engine;
+
+namespace {
+
+constexpr wchar_t kLastOfLatin1 = 0xff;
+constexpr int kStructuredAppend = 3;  // the mode behind which an action's numbers lag one behind libqrencode's
+
+}  // namespace
+
+std::optional<std::string> codeText(const Task& task) {
+  std::string whole;
+  bool isFirst = true;
+  for (const Task::Numbered& line : task.numberedAll(L"value", text::parseInt(task.attribute(L"valuec")))) {
+    const Replaced replaced = replaceVariables(line.value, task.model());
+    if (!replaced) {
+      core::logWrite(L"There happened a failure inside the variable replacement. Please check your used variables",
+                     core::kError);
+      return std::nullopt;
+    }
+    const auto isBeyond = [](wchar_t c) { return c > kLastOfLatin1; };
+    if (std::any_of(replaced.text.begin(), replaced.text.end(), isBeyond)) {
+      core::logWrite(text::format(L"The code can't hold a character of its line %d: %s", line.number, replaced.text),
+                     core::kError);
+      return std::nullopt;
+    }
+    if (!isFirst) whole += '\n';
+    isFirst = false;
+    whole += text::toLatin1(replaced.text);
+  }
+  return whole;
+}
+
+std::optional<barcode::QrCode> qrCodeOf(const Task& task) {
+  const auto text = codeText(task);
+  if (!text) return std::nullopt;
+  int mode = text::parseInt(task.attribute(L"encoding"));
+  if (mode > kStructuredAppend) mode = std::min(mode, 1000) + 1;
+  auto code = barcode::qrCode(*text, text::parseInt(task.attribute(L"eclevel")), mode,
+                              text::parseInt(task.attribute(L"casesensitive")) != 0);
+  if (!code) core::logWrite(L"Can't create the QR code", core::kError);
+  return code;
+}
+
+std::optional<double> codeLength(const Task& task, std::wstring_view name) {
+  const auto length = text::readDouble(task.attribute(name));
+  if (length.fault == text::NumberFault::none && std::isfinite(length.value) && length.value > 0) return length.value;
+  core::logWrite(text::format(L"%s isn't a positive number: %s", name, task.attribute(name)), core::kError);
+  return std::nullopt;
+}
+
+}  // namespace actions

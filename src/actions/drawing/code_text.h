@@ -1,0 +1,23 @@
+// What the actions that make two-dimensional codes read from their tasks.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "barcode/qr.h"
+#include "engine/task.h"
+
+namespace actions {
+
+// The lines `value0` to `value<valuec - 1>`, joined by line feeds, in Latin-1. Nothing, with an error line: the
+// variables of a line can't be replaced, or it holds a character beyond Latin-1.
+std::optional<std::string> codeText(const engine::Task& task);
+
+// The text as a QR code by the task's `eclevel`, `encoding` and `casesensitive`. Nothing, with an error line, where
+// there is none.
+std::optional<barcode::QrCode> qrCodeOf(const engine::Task& task);
+
+// A length such as `pixelsize`, above 0. Nothing, with an error line, where it is none.
+std::optional<double> codeLength(const engine::Task& task, std::wstring_view name);
+
+}  // namespace actions

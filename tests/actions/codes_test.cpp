@@ -1,0 +1,280 @@
+// Codes as symbol definitions: drawn from the saved drawing's lines and read by ZXing's reader.
+#include "actions/drawing_details_fixture.h"
+#include "support/scanner.h"
+
+namespace test {
+namespace {
+
+using headless::LineRecord;
+using headless::SymbolDefinitionRecord;
+
+// On the current sheet, the second, the sheet's own coordinates are x * 2 + 10 and y / 2 - 1.
+constexpr const char* kDrawing = R"({"format": 1, "currentSheet": 2,
+  "parameters": [{"name": "NUMBER", "type": "string", "value": "P-4711"}],
+  "sheets": [{"size": "A3"}, {"size": "A4", "portrait": true,
+              "matrix": {"scaleX": 2, "scaleY": 0.5, "offsetX": 10, "offsetY": -1}}],
+  "symbolDefinitions": [{"id": 1, "name": "Plate", "lines": [[0, 0, 5, 5]]}, {"id": 2, "name": "other"}],
+  "symbols": [{"id": 7, "definition": "Plate", "position": {"x": 1, "y": 2}}]})";
+
+// A stroke in the sheet's coordinates.
+struct Stroke {
+  double x, low, high, width;
+};
+
+class Codes : public DetailTest {
+ protected:
+  static std::string lines(const std::vector<std::string>& texts) {
+    std::string attributes = " valueh='0' valuec='" + std::to_string(texts.size()) + "'";
+    for (std::size_t i = 0; i < texts.size(); ++i) attributes += " value" + std::to_string(i) + "='" + texts[i] + "'";
+    return attributes;
+  }
+  static std::string qr(const std::string& attributes, const std::vector<std::string>& texts) {
+    return task("setQRCode", "encoding='2' casesensitive='1' " + attributes + lines(texts));
+  }
+  static std::string pdf(const std::string& attributes, const std::vector<std::string>& texts) {
+    return task("createPDF417Barcode", attributes + lines(texts));
+  }
+  // Runs the tasks and a save; what the log told.
+  static std::wstring make(World& own, const std::string& tasks, const std::string& failing = "") {
+    writeBytes(own.models() + "/sheets.drw.1", kDrawing);
+    own.list("list.xml", tasks + task("saveModel"));
+    own.start();
+    own.open(L"SHEETS", creo::ProMdlType::drawing);
+    own.openTool();
+    own.choose("list.xml");
+    if (!failing.empty()) own.session().failNext(failing, creo::ProGeneralError);
+    own.pressStart();
+    EXPECT_TRUE(failing.empty() || own.session().calls(failing) > 0) << failing;
+    return told(own.log());
+  }
+  static std::vector<Stroke> strokes(const headless::ModelRecord& record, const std::string& name) {
+    std::vector<Stroke> all;
+    for (const SymbolDefinitionRecord& definition : record.symbolDefinitions) {
+      if (definition.name != name) continue;
+      for (const LineRecord& line : definition.lines) {
+        EXPECT_EQ(line.x1, line.x2);
+        all.push_back({line.x1 * 2 + 10, line.y1 / 2 - 1, line.y2 / 2 - 1, line.width * 2});
+      }
+    }
+    return all;
+  }
+  // The strokes as a person sees them, and what a scanner reads.
+  static std::string read(const std::vector<Stroke>& strokes, double module, const std::string& format) {
+    if (strokes.empty()) return "no strokes";
+    double left = strokes[0].x, right = left, low = strokes[0].low, high = strokes[0].high;
+    for (const Stroke& one : strokes) {
+      left = std::min(left, one.x - module / 2);
+      right = std::max(right, one.x + module / 2);
+      low = std::min(low, one.low);
+      high = std::max(high, one.high);
+    }
+    const double dots = 3 / module, quiet = 4 * module;  // dots a unit of the sheet
+    Picture picture(static_cast<int>((right - left + 2 * quiet) * dots),
+                    static_cast<int>((high - low + 2 * quiet) * dots));
+    for (const Stroke& one : strokes)
+      picture.fill((one.x - one.width / 2 - left + quiet) * dots, (high - one.high + quiet) * dots, one.width * dots,
+                   (one.high - one.low) * dots);
+    return scanned(picture, format);
+  }
+  // "1:Plate(3) ...": ids, names, how many lines.
+  static std::string definitions(const World& own) {
+    std::string all;
+    for (const SymbolDefinitionRecord& one : saved(own).symbolDefinitions)
+      all += (all.empty() ? "" : " ") + std::to_string(one.id) + ":" + one.name + "(" +
+             std::to_string(one.lines.size()) + ")";
+    return all;
+  }
+};
+
+struct Reading {
+  std::string attributes;
+  std::vector<std::string> texts;
+  double module;
+  std::string read;  // Latin-1
+};
+
+std::string times(const std::string& piece, int count) {
+  std::string all;
+  while (count-- > 0) all += piece;
+  return all;
+}
+
+TEST_F(Codes, QrCodesAreReadBack) {
+  const std::string long250 = times("Bracket 4711-0815, left; ", 10);
+  const Reading readings[] = {
+      {"eclevel='0' pixelsize='1'", {"1"}, 1, "1"},
+      {"eclevel='1' pixelsize='0.5'", {"Drawing %NUMBER%", "Rev. C"}, 0.5, "Drawing P-4711\nRev. C"},
+      {"eclevel='2' pixelsize='0.25'",
+       {"Gr\xc3\xb6\xc3\x9f"
+        "e \xc3\x84\xc3\x96\xc3\x9c"},
+       0.25,
+       "Gr\xf6\xdf"
+       "e \xc4\xd6\xdc"},
+      {"eclevel='3' pixelsize='2'", {"PART 4711/B", "", "0123456789"}, 2, "PART 4711/B\n\n0123456789"},
+      {"eclevel='0' color='3'",
+       {long250, long250, long250, long250},
+       1,
+       long250 + "\n" + long250 + "\n" + long250 + "\n" + long250},
+  };
+  World own;
+  std::string tasks;
+  for (const Reading& one : readings)
+    tasks += qr("symname='%NUMBER%_" + std::to_string(&one - readings) + "' " + one.attributes, one.texts);
+  make(own, tasks);
+  const headless::ModelRecord record = saved(own);
+  for (const Reading& one : readings)
+    EXPECT_EQ(one.read, read(strokes(record, "P-4711_" + std::to_string(&one - readings)), one.module, "QRCode"));
+  EXPECT_EQ(1, record.symbolDefinitions.back().lines.front().colorMethod);
+  EXPECT_EQ(3, record.symbolDefinitions.back().lines.front().color);
+}
+
+TEST_F(Codes, Pdf417CodesAreReadBack) {
+  const std::string long249 = times("Bracket 4711-0815, left; ", 9) + "and 123456789012345 more";
+  const Reading readings[] = {
+      {"eclevel='9' pixelsize='1'", {"1"}, 1, "1"},
+      {"eclevel='0' pixelsize='0.5'", {"Drawing %NUMBER%", "Rev. C"}, 0.5, "Drawing P-4711\nRev. C"},
+      {"eclevel='4' pixelsize='0.25'",
+       {"Gr\xc3\xb6\xc3\x9f"
+        "e \xc3\x84\xc3\x96\xc3\x9c"},
+       0.25,
+       "Gr\xf6\xdf"
+       "e \xc4\xd6\xdc"},
+      {"eclevel='8' pixelsize='2' pixelslim='0.2'", {"PART 4711/B", "", "0123456789"}, 2, "PART 4711/B\n\n0123456789"},
+      {"eclevel='9' pixelsize='0.3'",
+       {long249, long249, long249, long249},
+       0.3,
+       long249 + "\n" + long249 + "\n" + long249 + "\n" + long249},
+  };
+  World own;
+  std::string tasks;
+  for (const Reading& one : readings)
+    tasks += pdf("symname='%code" + std::to_string(&one - readings) + "' " + one.attributes, one.texts);
+  make(own, tasks);
+  const headless::ModelRecord record = saved(own);
+  for (const Reading& one : readings)
+    EXPECT_EQ(one.read, read(strokes(record, "%code" + std::to_string(&one - readings)), one.module, "PDF417"));
+  EXPECT_EQ(0, record.symbolDefinitions.back().lines.front().colorMethod);
+}
+
+TEST_F(Codes, StandWhereTheyShould) {
+  World own;
+  make(own, qr("symname='one' eclevel='0' pixelsize='1'", {"1"}) +
+                qr("symname='two' eclevel='0' pixelsize='2'", {"1"}) +
+                pdf("symname='low' eclevel='0' pixelsize='2' pixelslim='0.5'", {"PDF417"}) +
+                pdf("symname='thin' eclevel='0' pixelsize='2' pixelslim='2'", {"PDF417"}));
+  const headless::ModelRecord record = saved(own);
+  const auto one = strokes(record, "one"), two = strokes(record, "two"), low = strokes(record, "low");
+  ASSERT_FALSE(one.empty() || two.empty() || low.empty());
+  // A code of 21 modules; its first row begins with a finder of seven.
+  EXPECT_DOUBLE_EQ(0, one[0].low);
+  EXPECT_DOUBLE_EQ(1, one[0].high);
+  EXPECT_DOUBLE_EQ(6, one[6].x);
+  EXPECT_DOUBLE_EQ(-20, one.back().low);
+  EXPECT_DOUBLE_EQ(21, two[0].low);
+  EXPECT_DOUBLE_EQ(23, two[0].high);
+  EXPECT_DOUBLE_EQ(2, two[0].width);
+  // Rows rise from the first, whose start pattern has eight dark modules.
+  EXPECT_DOUBLE_EQ(2, low[0].x);
+  EXPECT_DOUBLE_EQ(2, low[0].low);
+  EXPECT_DOUBLE_EQ(16, low[7].x);
+  EXPECT_DOUBLE_EQ(20, low[8].x);
+  EXPECT_DOUBLE_EQ(1.5, low[0].width);
+  EXPECT_GT(low.back().low, low[0].low);
+  EXPECT_EQ(0, strokes(record, "thin")[0].width);
+}
+
+TEST_F(Codes, TakeThePlaceOfDefinitionsOfTheirName) {
+  World own;
+  EXPECT_EQ(L"B0 Set QR Code|B1 Create PDF 417 barcode|B2 Save model",
+            make(own, qr("symname='PLATE' eclevel='0' pixelsize='1'", {"1"}) +
+                          pdf("symname='OTHER' eclevel='0' pixelsize='1'", {"1"})));
+  const headless::ModelRecord record = saved(own);
+  ASSERT_EQ(2U, record.symbolDefinitions.size());
+  EXPECT_EQ("PLATE", record.symbolDefinitions[0].name);
+  EXPECT_EQ("OTHER", record.symbolDefinitions[1].name);
+  EXPECT_EQ("7:Plate@1(1,2)", symbols(own));
+}
+
+TEST_F(Codes, ThatCantBeMadeLeaveTheOldDefinition) {
+  const std::string good = "symname='plate' eclevel='0' pixelsize='1'";
+  const std::wstring replacement =
+      L"There happened a failure inside the variable replacement. Please check your used variables";
+  struct Case {
+    std::string task;
+    std::wstring said;
+  };
+  const Case cases[] = {
+      {qr(good, {}), L"Can't create the QR code"},
+      {qr(good, {""}), L"Can't create the QR code"},
+      {qr("symname='plate' eclevel='4' pixelsize='1'", {"1"}), L"Can't create the QR code"},
+      {qr("symname='plate' eclevel='3' pixelsize='1'", std::vector<std::string>(6, times("a", 250))),
+       L"Can't create the QR code"},
+      {task("setQRCode", "encoding='4' casesensitive='1' " + good + lines({"1"})), L"Can't create the QR code"},
+      {task("setQRCode", "encoding='2147483647' casesensitive='1' " + good + lines({"1"})),
+       L"Can't create the QR code"},
+      {qr(good, {"1", "\xe2\x82\xac 5"}), L"The code can't hold a character of its line 1: \x20ac 5"},
+      {qr(good, {"%NONE%"}), replacement},
+      {qr("symname='plate' pixelsize='0'", {"1"}), L"pixelsize isn't a positive number: 0"},
+      {qr("symname='plate' pixelsize='-1'", {"1"}), L"pixelsize isn't a positive number: -1"},
+      {qr("symname='plate' pixelsize='wide'", {"1"}), L"pixelsize isn't a positive number: wide"},
+      {qr("symname='plate' pixelsize='1e999'", {"1"}), L"pixelsize isn't a positive number: 1e999"},
+      {qr("symname='' pixelsize='1'", {"1"}), L"Symdef creation failure"},
+      {pdf(good, {}), L"Can't create the Barcode"},
+      {pdf("symname='plate' eclevel='10' pixelsize='1'", {"1"}), L"Can't create the Barcode"},
+      {pdf("symname='plate' eclevel='8' pixelsize='1'", std::vector<std::string>(5, times("a;", 120))),
+       L"Can't create the Barcode"},
+      {pdf(good, {"\xce\xa9"}), L"The code can't hold a character of its line 0: \x3a9"},
+      {pdf(good, {times("%NUMBER%", 50)}), replacement},
+      {pdf("symname='plate' eclevel='0'", {"1"}), L"pixelsize isn't a positive number: "},
+      {pdf("symname='plate' eclevel='0' pixelsize='nan'", {"1"}), L"pixelsize isn't a positive number: nan"},
+      {pdf(good + " pixelslim='x'", {"1"}), L"pixelslim is no number: x"},
+  };
+  World own;
+  std::string tasks;
+  for (const Case& one : cases) tasks += one.task;
+  const std::wstring log = make(own, tasks);
+  EXPECT_EQ("1:Plate(1) 2:other(0)", definitions(own));
+  for (const Case& one : cases) {
+    const auto number = std::to_wstring(&one - cases);
+    const std::size_t begin = log.find(L"B" + number + L" "), end = log.find(L"|B", begin);
+    const std::wstring said = log.substr(begin, end - begin);
+    EXPECT_TRUE(said.find(L"E:" + std::wstring(one.said.substr(0, one.said.find_last_not_of(L' ') + 1))) != said.npos)
+        << text::toUtf8(said);
+    EXPECT_EQ(said.find(L"E:"), said.rfind(L"E:")) << text::toUtf8(said);
+  }
+}
+
+TEST_F(Codes, GoOnWithoutAModuleThatFails) {
+  struct Case {
+    const char* operation;
+    std::wstring said;
+    int lost;
+  };
+  const Case cases[] = {
+      {"ProDtlsymdefdataAlloc", L"E:Symdef creation failure", -1},
+      {"ProDtlsymdefCreate", L"E:Symdef creation failure", -1},
+      {"ProDrawingSheetTrfGet", L"E:The matrix of sheet 2 can't be read", -2},
+      {"ProDtlentitydataAlloc", L"E:1", 1},
+      {"ProCurvedataAlloc", L"E:2", 1},
+      {"ProDtlentitydataCurveSet", L"E:3", 1},
+      {"ProDtlentitydataWidthSet", L"E:Err: -1", 1},
+      {"ProDtlentityCreate", L"E:Err: -1", 1},
+      {"ProWindowRepaint", L"", 0},
+  };
+  World whole;
+  make(whole, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}));
+  const std::size_t strokes = saved(whole).symbolDefinitions.back().lines.size();
+  for (const Case& one : cases) {
+    World own;
+    const std::wstring log = make(own, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}), one.operation);
+    EXPECT_EQ(L"B0 Set QR Code|" + one.said + (one.said.empty() ? L"" : L"|") + L"B1 Save model", log);
+    const std::string left =
+        one.lost == -1   ? "2:other(0)"
+        : one.lost == -2 ? "1:Plate(1) 2:other(0)"
+                         : "2:other(0) 3:Plate(" + std::to_string(strokes - static_cast<std::size_t>(one.lost)) + ")";
+    EXPECT_EQ(left, definitions(own)) << one.operation;
+  }
+}
+
+}  // namespace
+}  // namespace test

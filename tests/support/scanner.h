@@ -1,0 +1,81 @@
+// A grey picture with modules of a code on it, and ZXing's reader to read it.
+#pragma once
+
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "barcode/pdf417.h"
+
+namespace test {
+
+class Picture {
+ public:
+  // All white.
+  Picture(int width, int height)
+      : width_(width), height_(height), dots_(std::size_t(width) * std::size_t(height), kWhite) {}
+  // Fills a box of dots, from the upper left corner; what lies outside the picture is left out.
+  void fill(double left, double top, double width, double height, bool dark = true) {
+    for (int y = dot(top, height_); y < dot(top + height, height_); ++y)
+      for (int x = dot(left, width_); x < dot(left + width, width_); ++x)
+        dots_[std::size_t(y) * std::size_t(width_) + std::size_t(x)] = dark ? kBlack : kWhite;
+  }
+  [[nodiscard]] std::string bytes() const {
+    return "P5\n" + std::to_string(width_) + " " + std::to_string(height_) + "\n255\n" + dots_;
+  }
+
+ private:
+  static constexpr char kWhite = static_cast<char>(0xff), kBlack = 0;
+  static int dot(double place, int end) { return std::min(std::max(static_cast<int>(std::lround(place)), 0), end); }
+  int width_, height_;
+  std::string dots_;
+};
+
+// The bytes that the reader finds in a code of that format ("PDF417", "QRCode"); empty for none.
+inline std::string scanned(const Picture& picture, const std::string& format) {
+  static int number = 0;
+  const std::filesystem::path file =
+      std::filesystem::temp_directory_path() /
+      ("kelvane-scan-" + std::to_string(getpid()) + "-" + std::to_string(++number) + ".pgm");
+  std::ofstream(file, std::ios::binary) << picture.bytes();
+  std::FILE* const reader = popen(("ZXingReader -format " + format + " " + file.string() + " 2>&1").c_str(), "r");
+  std::string said;
+  for (int c = reader ? std::fgetc(reader) : EOF; c != EOF; c = std::fgetc(reader)) said += static_cast<char>(c);
+  const int status = reader ? pclose(reader) : -1;
+  std::filesystem::remove(file);
+  if (status == 127 << 8) return "ZXingReader isn't installed";
+  const std::string label = "Bytes:";
+  std::size_t at = said.find(label);
+  if (at == said.npos) return "";
+  std::string bytes;
+  for (at = said.find_first_not_of(' ', at + label.size()); at + 1 < said.size() && std::isxdigit(said[at]); at += 3)
+    bytes += static_cast<char>(std::stoi(said.substr(at, 2), nullptr, 16));
+  return bytes;
+}
+
+// What a damaged code has lost: codewords of the row, from `first` on, are white.
+struct LostCodewords {
+  int row = 0, first = 0, count = 0;
+};
+
+// The code as its bitmap says, with a quiet zone.
+inline Picture pictureOf(const barcode::Pdf417& code, const std::vector<LostCodewords>& lost = {}) {
+  constexpr int kDots = 3, kQuiet = 4 * kDots;
+  const std::size_t bytesPerRow = (std::size_t(code.bitColumns) + 7) / 8;
+  const int rows = static_cast<int>(code.outBits.size() / bytesPerRow), rowHeight = rows / code.codeRows;
+  Picture picture(code.bitColumns * kDots + 2 * kQuiet, rows * kDots + 2 * kQuiet);
+  for (int y = 0; y < rows; ++y)
+    for (int x = 0; x < code.bitColumns; ++x)
+      if (!(code.outBits[std::size_t(y) * bytesPerRow + std::size_t(x) / 8] >> (7 - x % 8) & 1))
+        picture.fill(kQuiet + x * kDots, kQuiet + y * kDots, kDots, kDots);
+  for (const LostCodewords& one : lost)
+    picture.fill(kQuiet + 17 * (2 + one.first) * kDots, kQuiet + one.row * rowHeight * kDots, 17 * one.count * kDots,
+                 rowHeight * kDots, false);
+  return picture;
+}
+
+}  // namespace test

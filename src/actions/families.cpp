@@ -66,7 +66,6 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
-    &codeActions,
 };
 // clang-format on
 

@@ -78,7 +78,6 @@ std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
 std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
-std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 // clang-format on
 
 }  // namespace actions

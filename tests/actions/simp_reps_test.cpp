@@ -134,7 +134,7 @@ TEST_F(EditedRep, DescribesTheChosenFeaturesAnew) {
       {"jc='5' filter_name='true' filter_name_text='sub'", "", "12=0"},
       {"jc='6' filter_name='true' filter_name_text='sub'", "", "12=7"},
       {"jc='8' filter_name='true' filter_name_text='sub'", "", "12=9"},
-      {"jc='7' nameTwo='light' filter_name='true' filter_name_text='/GEAR|SUB/'", "", "11=4(light/2) 12=4(light/3)"},
+      {"jc='7' nameTwo='light' filter_name='true' filter_name_text='/GEAR|SUB/'", "", "11=4(LIGHT/2) 12=4(LIGHT/3)"},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(L"LIGHT|Simplified representation redefinition completed", edited(one.attributes, one.children))

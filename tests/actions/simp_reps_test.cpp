@@ -98,6 +98,7 @@ TEST_F(NamedStates, ARepresentationIsPutIntoTheSession) {
   EXPECT_EQ(
       L"B0 Set simpliefied representation|"
       L"E:This action is not allowed for parts, you can only set usernamed simpreps|"
+      L"E:Function isn't used because false version code, please update Kelvane User and Kelvane to the newest version|"
       L"B1 Set simpliefied representation|Simp rep found (by init)|Simp rep set",
       onPart(task("setSimpRep", "simprepc='2' simprepr='true'") + task("setSimpRep", "simprepc='0' simprep='LIGHT'")));
   EXPECT_EQ("LIGHT", gear().activeRep);

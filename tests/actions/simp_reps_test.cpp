@@ -98,6 +98,7 @@ TEST_F(NamedStates, ARepresentationIsPutIntoTheSession) {
   EXPECT_EQ(
       L"B0 Set simpliefied representation|"
       L"E:This action is not allowed for parts, you can only set usernamed simpreps|"
+      L"E:Function isn't used because false version code, please update Kelvane User and Kelvane to the newest version|"
       L"B1 Set simpliefied representation|Simp rep found (by init)|Simp rep set",
       onPart(task("setSimpRep", "simprepc='2' simprepr='true'") + task("setSimpRep", "simprepc='0' simprep='LIGHT'")));
   EXPECT_EQ("LIGHT", gear().activeRep);
@@ -134,7 +135,7 @@ TEST_F(EditedRep, DescribesTheChosenFeaturesAnew) {
       {"jc='5' filter_name='true' filter_name_text='sub'", "", "12=0"},
       {"jc='6' filter_name='true' filter_name_text='sub'", "", "12=7"},
       {"jc='8' filter_name='true' filter_name_text='sub'", "", "12=9"},
-      {"jc='7' nameTwo='light' filter_name='true' filter_name_text='/GEAR|SUB/'", "", "11=4(light/2) 12=4(light/3)"},
+      {"jc='7' nameTwo='light' filter_name='true' filter_name_text='/GEAR|SUB/'", "", "11=4(LIGHT/2) 12=4(LIGHT/3)"},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(L"LIGHT|Simplified representation redefinition completed", edited(one.attributes, one.children))

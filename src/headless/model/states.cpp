@@ -66,7 +66,11 @@ void showLayers(ModelRecord& record, const LayerStateRecord& state) {
   std::unordered_map<std::string, LayerRecord*> layers;
   for (LayerRecord& layer : record.layers) layers.emplace(folded(layer.name), &layer);
   for (const LayerStatusRecord& one : state.layers)
-    if (const auto layer = layers.find(folded(one.name)); layer != layers.end()) layer->second->unsaved = one.status;
+    if (const auto layer = layers.find(folded(one.name)); layer != layers.end()) {
+      // As when the layer state itself is shown: the model keeps the statuses.
+      layer->second->status = one.status;
+      layer->second->unsaved.reset();
+    }
 }
 
 template <class Record>

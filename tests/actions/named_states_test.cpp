@@ -64,7 +64,7 @@ TEST_F(NamedStates, ACombinedStateIsMadeFromWhatIsFoundAndPutsTheModelIntoIt) {
                                                       record.activeLayerState + " " + record.activeExplodedState + " " +
                                                       record.activeStyleState + " " + drive().activeRep);
   EXPECT_EQ("MIDDLE*; MIDDLE", sections(drive()));
-  EXPECT_EQ(creo::ProLayerDisplay::blank, record.layers.at(0).unsaved);
+  EXPECT_EQ(creo::ProLayerDisplay::blank, record.layers.at(0).status);
 }
 
 TEST_F(NamedStates, APartHasNoExplodedStatesOrStylesAndADrawingNoCombinedStates) {

@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -10,6 +12,7 @@
 #include <string>
 
 #include "barcode/pdf417.h"
+#include "barcode/pdf417_patterns.h"
 
 namespace test {
 
@@ -51,30 +54,42 @@ inline std::string scanned(const Picture& picture, const std::string& format) {
   const std::string label = "Bytes:";
   std::size_t at = said.find(label);
   if (at == said.npos) return "";
+  said.resize(std::min(said.find('\n', at), said.size()));
   std::string bytes;
   for (at = said.find_first_not_of(' ', at + label.size()); at + 1 < said.size() && std::isxdigit(said[at]); at += 3)
     bytes += static_cast<char>(std::stoi(said.substr(at, 2), nullptr, 16));
   return bytes;
 }
 
-// What a damaged code has lost: codewords of the row, from `first` on, are white.
-struct LostCodewords {
-  int row = 0, first = 0, count = 0;
-};
+// Puts wrong codewords at so many places, evenly over the code; the bitmap must be an inverted one.
+inline void damage(barcode::Pdf417& code, int count) {
+  const int bytesPerRow = (code.bitColumns + 7) / 8, rowHeight = code.lenBits / bytesPerRow / code.codeRows;
+  for (int i = 0; i < count; ++i) {
+    const std::size_t place = std::size_t(i) * code.codewords.size() / std::size_t(count);
+    const int row = static_cast<int>(place) / code.codeColumns, column = static_cast<int>(place) % code.codeColumns;
+    const auto wrong = std::size_t(code.codewords[place] + 1 + i % 900) % barcode::kCodewords;
+    const unsigned bars = 0x10000U | barcode::kPatterns[std::size_t(row % barcode::kClusters)][wrong];
+    for (int module = 0; module < 17; ++module) {
+      const int x = 17 * (2 + column) + module, bit = 0x80 >> x % 8;
+      const bool isDark = (bars >> (16 - module) & 1U) != 0;
+      for (int y = row * rowHeight; y < (row + 1) * rowHeight; ++y) {
+        std::uint8_t& byte = code.outBits[std::size_t(y * bytesPerRow + x / 8)];
+        byte = static_cast<std::uint8_t>(isDark ? byte & ~bit : byte | bit);
+      }
+    }
+  }
+}
 
 // The code as its bitmap says, with a quiet zone.
-inline Picture pictureOf(const barcode::Pdf417& code, const std::vector<LostCodewords>& lost = {}) {
+inline Picture pictureOf(const barcode::Pdf417& code) {
   constexpr int kDots = 3, kQuiet = 4 * kDots;
   const std::size_t bytesPerRow = (std::size_t(code.bitColumns) + 7) / 8;
-  const int rows = static_cast<int>(code.outBits.size() / bytesPerRow), rowHeight = rows / code.codeRows;
+  const int rows = static_cast<int>(code.outBits.size() / bytesPerRow);
   Picture picture(code.bitColumns * kDots + 2 * kQuiet, rows * kDots + 2 * kQuiet);
   for (int y = 0; y < rows; ++y)
     for (int x = 0; x < code.bitColumns; ++x)
       if (!(code.outBits[std::size_t(y) * bytesPerRow + std::size_t(x) / 8] >> (7 - x % 8) & 1))
         picture.fill(kQuiet + x * kDots, kQuiet + y * kDots, kDots, kDots);
-  for (const LostCodewords& one : lost)
-    picture.fill(kQuiet + 17 * (2 + one.first) * kDots, kQuiet + one.row * rowHeight * kDots, 17 * one.count * kDots,
-                 rowHeight * kDots, false);
   return picture;
 }
 

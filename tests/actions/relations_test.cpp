@@ -4,6 +4,7 @@
 #include "actions/action_fixture.h"
 #include "core/state.h"
 #include "creo/ProRelset.h"
+#include "creo/ProUtil.h"
 #include "headless/model/models.h"
 #include "os/surroundings.h"
 
@@ -131,6 +132,50 @@ TEST_F(RelationActions, WhatFailsIsRolledBackUnlessItMayFail) {
   EXPECT_EQ("A = 5|B = NOWHERE", lines());
 }
 
+TEST_F(RelationActions, NothingIsLostWhereLinesCantBeReadOrBuilt) {
+  const std::string add = "relationlinec='2' relationline0='B = 3' relationline1='";
+  const std::string tooLong = "/* " + std::string(270, 'x');
+  part({"A = 5"});
+  for (const std::string& one :
+       {task("addModelRelationLines", add + "A = 4'"),
+        task("deleteModelRelationLines", "rel='true' dellinec='1' delline0='A*'"),
+        task("editModelRelationLines", "rel='true' editlinec='1' editline0='A*' replWord='5' through='6'")}) {
+    EXPECT_THAT(go(one, "ProRelsetRelationsGet"), testing::HasSubstr(L"E:Can't read the relations")) << one;
+    EXPECT_EQ("A = 5", lines()) << one;
+  }
+  EXPECT_THAT(go(task("addModelRelationLines", add + tooLong + "'")),
+              testing::HasSubstr(L"E:The line 'relationline1' can't be built, no relation lines are added"));
+  EXPECT_EQ("A = 5", lines());
+  // A long line is edited and deleted like any other; its signs are no format.
+  part({tooLong + "%s%n", "B = 1"});
+  EXPECT_THAT(
+      go(task("editModelRelationLines", "rel='true' editlinec='1' editline0='*%s*' replWord='*' through='@line@'")),
+      testing::HasSubstr(L"can't be built, the line stays"));
+  go(task("editModelRelationLines", "rel='true' editlinec='1' editline0='*%s*' replWord='%n' through='%d'"));
+  EXPECT_EQ(tooLong + "%s%d|B = 1", lines());
+  go(task("deleteModelRelationLines", "rel='true' dellinec='1' delline0='/%s%d$/'"));
+  EXPECT_EQ("B = 1", lines());
+}
+
+TEST_F(RelationActions, AnIfWithoutItsEndStays) {
+  part({"A = 5", "IF A > 1", "B = 1"});
+  EXPECT_THAT(go(task("deleteModelRelationLines", "rel='true' startline='IF*' endif='true'")),
+              testing::HasSubstr(L"No changes done on relations"));
+  EXPECT_EQ("A = 5|IF A > 1|B = 1", lines());
+}
+
+TEST_F(RelationActions, OneContinuedRelationOfManyLinesIsWalkedOnce) {
+  std::vector<std::string> many(20000, "A \\\\");
+  many.emplace_back("B = 1");
+  part(many);
+  go(task("deleteModelRelationLines",
+          "rel='true' comment_out='true' ignoreFailure='true' dellinec='2' delline0='*' delline1='A*'"));
+  const auto& left = record().relations;
+  ASSERT_EQ(many.size(), left.size());
+  EXPECT_EQ("/* A \\", left.front());
+  EXPECT_EQ("/* B = 1", left.back());
+}
+
 TEST_F(RelationActions, PostRelationsUnitsAndRefusals) {
   part({}, R"(, "postRelations": ["A = 1"], "familyTable": {"items": [], "instances": [{"name": "INST"}]})");
   EXPECT_EQ(L"B0 Set relation unit sensitive|no relset found|changed the post relation unit sensitve",
@@ -217,6 +262,29 @@ TEST_F(Program, LinesBlocksAndFeaturesGo) {
   go(task("deleteModelProProgramLines", "startline='IF A*' endif='false' endline='END IF' excl_start_end='true'"));
   EXPECT_EQ(1U, record().features.size());
   EXPECT_EQ("BASE", record().features.front().name);
+}
+
+TEST_F(Program, OfADocumentMayLackItsEndAndFeaturesGoWithWhatIsTheirs) {
+  part({"A = 5"}, R"x(, "features": [{"id": 1, "name": "BASE", "dimensions": [4]}, {"id": 7, "name": "HOLE"}],
+      "dimensions": [{"id": 4, "symbol": "W", "value": 3}, {"id": 5, "symbol": "H", "value": 2}],
+      "familyTable": {"items": [{"type": "feature", "name": "BASE"}, {"type": "dimension", "name": "W"}],
+                      "instances": [{"name": "SMALL", "values": {"BASE": "N", "W": 2}}]},
+      "layers": [{"id": 20, "name": "L", "items": [{"type": "feature", "id": 1}, {"type": "feature", "id": 7}]}],
+      "program": ["INPUT", "B NUMBER", "A NUMBER", "END INPUT"])x");
+  go(task("deleteModelProProgramLines", "delline='*ID 1' endif='false' excl_start_end='false'"));
+  EXPECT_THAT(own_->messages(), testing::HasSubstr(L"ADD without the id of its feature"));
+  EXPECT_EQ(2U, record().features.size());
+  go(task("deleteModelProProgramInputLines", "name_0='B'"));
+  EXPECT_THAT(program(), testing::HasSubstr("INPUT|A NUMBER|END INPUT"));
+  writeBytes(own_->models() + "/p.txt",
+             "INPUT\nEND INPUT\nRELATIONS\nEND RELATIONS\nADD FEATURE\nINTERNAL FEATURE ID 7\n"
+             "END ADD\nMASSPROP\nEND MASSPROP\n");
+  const auto model = creo::ProMdlRetrieve(L"BRACKET", creo::ProMdlType::part).value;
+  ASSERT_EQ(creo::ProNoError, creo::ProInputFileRead(model, L"d:\\p.txt", creo::ProInputFileType::program));
+  EXPECT_EQ("HOLE", record().features.front().name);
+  EXPECT_EQ(1U, record().dimensions.size());
+  EXPECT_EQ(0U, record().familyTable->items.list.size());
+  EXPECT_EQ(1U, record().layers.front().items.size());
 }
 
 TEST_F(Program, WhatCantBeWrittenOrTakenBackChangesNothing) {

@@ -5,6 +5,7 @@
 #include "actions/model/relation_set.h"
 #include "core/log.h"
 #include "engine/compare.h"
+#include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
@@ -38,8 +39,8 @@ class LinesToDelete {
   [[nodiscard]] const std::wstring& line(std::size_t i) const { return lines_[i]; }
   [[nodiscard]] bool changed() const { return changed_; }
 
-  // A continued line goes with those that continue it, the last one first.
-  void remove(std::size_t first) {
+  // A continued line goes with those that continue it, the last one first. The place behind them.
+  std::size_t remove(std::size_t first) {
     std::vector<std::size_t> chain;
     for (std::size_t i = first; i < lines_.size(); ++i) {
       if (gone_[i]) continue;
@@ -47,6 +48,7 @@ class LinesToDelete {
       if (!isContinued(lines_[i])) break;
     }
     for (std::size_t i = chain.size(); i-- > 0;) removeOne(chain[i]);
+    return chain.empty() ? first + 1 : chain.back() + 1;
   }
 
   [[nodiscard]] RelationLines result() const {
@@ -79,8 +81,9 @@ void deleteSingleLines(const Task& task, LinesToDelete& lines) {
   core::logIndented(L"Delete single lines", core::kNormal, 1);
   const int count = text::parseInt(task.attribute(L"dellinec"));
   for (const Task::Numbered& pattern : task.numberedAll(L"delline", count))
-    for (std::size_t i = 0; i < lines.count(); ++i)
-      if (lines.isThere(i) && matches(pattern.value, lines.line(i))) lines.remove(i);
+    // What went, or became a comment, with a line before it isn't looked at again.
+    for (std::size_t i = 0; i < lines.count();)
+      i = lines.isThere(i) && matches(pattern.value, lines.line(i)) ? lines.remove(i) : i + 1;
 }
 
 bool isEndIf(std::wstring_view line) {
@@ -130,20 +133,20 @@ void deleteBlocks(const Task& task, LinesToDelete& lines) {
     }
     // A block has two lines at least.
     if (!start || !end.isAt(lines.line(i)) || i == *start) continue;
-    for (std::size_t inside = *start; inside <= i; ++inside)
-      if (lines.isThere(inside)) lines.remove(inside);
+    for (std::size_t inside = *start; inside <= i;) inside = lines.isThere(inside) ? lines.remove(inside) : inside + 1;
     start.reset();
   }
 }
 
 void deleteFrom(const Task& task, bool post) {
   const RelationSet set(task, post);
-  const RelationLines old = set.lines();
-  LinesToDelete lines(old, task.isTrue(L"comment_out"));
+  const auto old = set.lines();
+  if (!old) return;
+  LinesToDelete lines(*old, task.isTrue(L"comment_out"));
   if (!task.attribute(L"delline0").empty()) deleteSingleLines(task, lines);
   if (!task.attribute(L"startline").empty()) deleteBlocks(task, lines);
   if (lines.changed())
-    set.write(lines.result(), old);
+    set.write(lines.result(), *old);
   else
     core::logIndented(L"No changes done on relations", core::kNormal, 1);
 }
@@ -159,28 +162,34 @@ Outcome deleteModelRelationLines(const Task& task) {
 
 void editLines(const Task& task, const RelationSet& set) {
   core::logIndented(L"Edit lines", core::kNormal, 1);
-  const RelationLines old = set.lines();
-  RelationLines lines = old;
+  const auto old = set.lines();
+  if (!old) return;
+  RelationLines lines = *old;
   const int count = text::parseInt(task.attribute(L"editlinec"));
   for (const Task::Numbered& pattern : task.numberedAll(L"editline", count)) {
     for (std::wstring& line : lines) {
       if (!matches(pattern.value, line)) continue;
       const auto through = replaceVariablesLine(task.attribute(L"through"), task.model(), line);
-      if (!through.hasText()) continue;
+      if (!through.hasText()) {
+        core::logWrite(text::format(L"What replaces text in the line '%s' can't be built, the line stays", line),
+                       core::kError);
+        continue;
+      }
       line = patternReplace(line, task.attribute(L"replWord"), through.text);
       core::logIndented(line, core::kNormal, 1);
     }
   }
-  set.write(lines, old);
+  if (lines != *old) set.write(lines, *old);
 }
 
 void addAtPlace(const Task& task, RelationSet& set) {
   core::logIndented(L"Add lines", core::kNormal, 1);
-  const RelationLines lines = set.lines();
-  const auto found = std::find_if(lines.begin(), lines.end(),
+  const auto lines = set.lines();
+  if (!lines) return;
+  const auto found = std::find_if(lines->begin(), lines->end(),
                                   [&](const std::wstring& line) { return matches(task.attribute(L"locline"), line); });
-  if (found == lines.end()) return;
-  const auto at = static_cast<std::size_t>(found - lines.begin());
+  if (found == lines->end()) return;
+  const auto at = static_cast<std::size_t>(found - lines->begin());
   addRelationLines(task, set, L"addText", task.attribute(L"location") == L"1" ? at : at + 1);
 }
 

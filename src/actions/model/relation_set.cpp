@@ -4,6 +4,7 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
+#include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
@@ -43,8 +44,12 @@ void RelationSet::make() {
   if (!set_ && owner_) set_ = creo::ProRelsetCreate(owner_.value);
 }
 
-RelationLines RelationSet::lines() const {
-  return set_ ? creo::ProRelsetRelationsGet(set_.value).value : RelationLines();
+std::optional<RelationLines> RelationSet::lines() const {
+  if (!set_) return RelationLines();
+  auto lines = creo::ProRelsetRelationsGet(set_.value);
+  if (lines) return std::move(lines.value);
+  core::logWrite(L"Can't read the relations, they aren't changed", core::kError);
+  return std::nullopt;
 }
 
 bool RelationSet::isSound() const {
@@ -81,15 +86,19 @@ bool isContinued(std::wstring_view line) {
 
 namespace {
 
-// The lines of the list with their variables replaced.
-RelationLines newLines(const Task& task, std::wstring_view key, int count) {
+// The lines of the list with their variables replaced. Nothing, with an error line: one of them can't be built, and a
+// part of the list would be other relations than those that were meant.
+std::optional<RelationLines> newLines(const Task& task, std::wstring_view key, int count) {
   RelationLines lines;
   for (const Task::Numbered& one : task.numberedAll(key, count)) {
     const bool isLast = one.number == count - 1;
     if (one.value.empty() && (isLast || (one.number == 0 && count == 1))) continue;
     const auto replaced = engine::replaceVariables(one.value, task.model());
-    // A line that can't be told is left out: its reason stands in the log.
-    if (!replaced.hasText()) continue;
+    if (!replaced.hasText()) {
+      core::logWrite(text::format(L"The line '%s%d' can't be built, no relation lines are added", key, one.number),
+                     core::kError);
+      return std::nullopt;
+    }
     core::logIndented(replaced.text, core::kNormal, 2);
     lines.push_back(replaced.text);
   }
@@ -103,12 +112,13 @@ void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key,
   if (count < 1 || (count == 1 && task.attribute(std::wstring(key) + L"0").empty())) return;
   set.make();
   if (!set.isThere() || !set.isSound()) return;
-  const RelationLines old = set.lines();
-  const RelationLines added = newLines(task, key, count);
-  if (added.empty()) return;
+  const auto held = set.lines();
+  const auto added = newLines(task, key, count);
+  if (!held || !added || added->empty()) return;
+  const RelationLines& old = *held;
   const std::size_t at = place ? std::min(*place, old.size()) : task.isTrue(L"onEnd") ? old.size() : 0;
   RelationLines lines(old.begin(), old.begin() + static_cast<std::ptrdiff_t>(at));
-  lines.insert(lines.end(), added.begin(), added.end());
+  lines.insert(lines.end(), added->begin(), added->end());
   lines.insert(lines.end(), old.begin() + static_cast<std::ptrdiff_t>(at), old.end());
   set.write(lines, old);
 }

@@ -23,7 +23,9 @@ class RelationSet {
   [[nodiscard]] bool isThere() const { return static_cast<bool>(set_); }
   void make();
   [[nodiscard]] const creo::ProRelset& set() const { return set_.value; }
-  [[nodiscard]] RelationLines lines() const;
+  // None where there is no such set. Nothing, with an error line: they can't be read, and writing others would lose
+  // them.
+  [[nodiscard]] std::optional<RelationLines> lines() const;
 
   // Runs the set as it is. A fault has its line: a warning where `ignoreFailure` says so, and true; else an error and
   // false, and nothing may be added.

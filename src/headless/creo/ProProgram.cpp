@@ -18,8 +18,14 @@ using State = headless::Session::State;
 ProError ProOutputFileWrite(ProMdl solid, const std::wstring& path, ProInputFileType type) {
   return onSolid("ProOutputFileWrite", solid, [&](State& state, Model& m) -> ProError {
     if (type != ProInputFileType::program) return ProBadInputs;
+    const headless::HeldProgram program = headless::programText(m);
+    if (program.fault) {
+      state.showMessage(
+          text::format(L"%s: program line %d: %s", m.name, static_cast<int>(program.fault.line), program.fault.reason));
+      return ProGeneralError;
+    }
     std::wstring content;
-    for (const std::string& line : headless::programText(m)) content += text::fromUtf8(line) + L'\n';
+    for (const std::string& line : program.text) content += text::fromUtf8(line) + L'\n';
     const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'\\') || path.starts_with(L'/');
     const std::wstring whole = isWhole ? path : os::joined(state.models.workingFolder(), path);
     const auto error = os::writeText(whole, content, {.mark = true, .crlf = true});

@@ -93,12 +93,21 @@ std::unique_ptr<RowRecord> ModelDocument::takeRow(RowRecord& row) {
 }
 
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {
-  if (dimensions_.size() + referenceDimensions_.size() == 0)
-    for (std::size_t i = 0; i < record.dimensions.size(); ++i)
-      (record.dimensions[i].reference ? referenceDimensions_ : dimensions_).try_emplace(record.dimensions[i].id, i);
-  const auto& places = reference ? referenceDimensions_ : dimensions_;
-  const auto found = places.find(id);
-  return found == places.end() ? nullptr : &record.dimensions[found->second];
+  auto& held = record.dimensions;
+  // Where some have gone, others stand in their places: then the places are looked up anew.
+  for (int tries = 0; tries < 2; ++tries) {
+    if (dimensions_.size() + referenceDimensions_.size() == 0)
+      for (std::size_t i = 0; i < held.size(); ++i)
+        (held[i].reference ? referenceDimensions_ : dimensions_).try_emplace(held[i].id, i);
+    const auto& places = reference ? referenceDimensions_ : dimensions_;
+    const auto found = places.find(id);
+    if (found == places.end()) return nullptr;
+    const std::size_t at = found->second;
+    if (at < held.size() && held[at].id == id && held[at].reference == reference) return &held[at];
+    dimensions_.clear();
+    referenceDimensions_.clear();
+  }
+  return nullptr;
 }
 
 NoteRecord* ModelDocument::note(int id) {

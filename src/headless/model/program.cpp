@@ -5,6 +5,7 @@
 #include <set>
 
 #include "headless/model/features.h"
+#include "headless/model/remove_feature.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -43,14 +44,16 @@ struct Reading {
 // Reads line by line; a section that is never closed is a fault of the line that opened it.
 class ProgramReader {
  public:
-  Reading read(const ProgramText& text) {
+  // whole: the text must have its end, so that one which was cut isn't taken for one whose features have gone.
+  Reading read(const ProgramText& text, bool whole) {
+    whole_ = whole;
     for (number_ = 1; number_ <= text.size() && !out_.fault; ++number_) take(text[number_ - 1]);
     if (out_.fault) return std::move(out_);
-    if (part_ == Part::head) fail(1, L"it has no INPUT and no RELATIONS");
+    if (whole && part_ == Part::head) fail(1, L"it has no INPUT and no RELATIONS");
     if (part_ == Part::inputs) fail(opened_, L"INPUT without END INPUT");
     if (part_ == Part::relations) fail(opened_, L"RELATIONS without END RELATIONS");
     if (part_ == Part::massProperties) fail(opened_, L"MASSPROP without END MASSPROP");
-    if (part_ == Part::body) fail(number_ - 1, L"MASSPROP is missing: the text is cut");
+    if (whole && part_ == Part::body) fail(number_ - 1, L"MASSPROP is missing: the text is cut");
     endOfBody();
     return std::move(out_);
   }
@@ -86,6 +89,9 @@ class ProgramReader {
     }
     if (isLine(line, "INPUT") && block_ == 0) return enter(Part::inputs);
     if (isLine(line, "RELATIONS") && block_ == 0) return enter(Part::relations);
+    // What a document keeps may begin with its features.
+    if (part_ == Part::head && !whole_ && (begins(line, "ADD") || begins(line, "IF") || isLine(line, "MASSPROP")))
+      enter(Part::body);
     if (part_ == Part::head) return p.head.push_back(line);
     if (isLine(line, "MASSPROP") && block_ == 0) {
       endOfBody();
@@ -99,11 +105,14 @@ class ProgramReader {
     if (begins(line, "ADD")) {
       if (block_ != 0) return fail(number_, L"ADD inside ADD");
       block_ = number_;
+      hasId_ = false;
     } else if (isLine(line, "END ADD")) {
       if (block_ == 0) return fail(number_, L"END ADD without ADD");
+      if (!hasId_) return fail(block_, L"ADD without the id of its feature");
       block_ = 0;
     } else if (block_ != 0 && begins(line, kFeatureId)) {
       out_.features.insert(text::parseInt(trimmed(line).substr(kFeatureId.size())));
+      hasId_ = true;
     } else if (block_ == 0 && begins(line, "IF")) {
       conditions_.push_back(number_);
     } else if (block_ == 0 && (isLine(line, "END IF") || isLine(line, "ENDIF"))) {
@@ -113,10 +122,12 @@ class ProgramReader {
     out_.program.body.push_back(line);
   }
 
+  bool whole_ = true;
   Reading out_;
   Part part_ = Part::head;
   std::size_t number_ = 0, opened_ = 0;
   std::size_t block_ = 0;  // the line of the ADD that is open; 0: none
+  bool hasId_ = false;     // it has named its feature
   std::vector<std::size_t> conditions_;
 };
 
@@ -185,24 +196,23 @@ ProgramText written(const Model& model, const Program& program) {
   return text;
 }
 
-void removeFeatures(ModelDocument& document, const std::set<int>& gone) {
-  ModelRecord& record = document.record;
-  std::erase_if(record.features, [&](const FeatureRecord& one) { return gone.contains(one.id); });
-  std::erase_if(record.components, [&](const UsedModelRecord& one) { return gone.contains(one.feature); });
-  document.tree.changed();
-}
-
 }  // namespace
 
-ProgramText programText(const Model& model) {
-  Reading held = ProgramReader().read(model.document->record.program);
-  return written(model, held.fault ? emptyProgram(model) : held.program);
+HeldProgram programText(const Model& model) {
+  const Reading held = ProgramReader().read(model.document->record.program, false);
+  if (held.fault) return {{}, held.fault};
+  Program program = emptyProgram(model);
+  if (!held.program.head.empty()) program.head = held.program.head;
+  if (!held.program.tail.empty()) program.tail = held.program.tail;
+  program.inputs = held.program.inputs;
+  program.body = held.program.body;
+  return {written(model, program), {}};
 }
 
 ProgramFault takeProgram(const Models& models, const Model& model, const ProgramText& text) {
-  Reading reading = ProgramReader().read(text);
+  Reading reading = ProgramReader().read(text, true);
   if (reading.fault) return reading.fault;
-  std::set<int> gone;
+  std::unordered_set<int> gone;
   for (const ModelFeature& feature : featuresOf(model))
     if (!reading.features.contains(feature.place.id)) gone.insert(feature.place.id);
   ModelDocument& document = *model.document;
@@ -213,7 +223,7 @@ ProgramFault takeProgram(const Models& models, const Model& model, const Program
     record.relations = reading.program.relations;
     document.relationsChanged();
   }
-  if (!gone.empty()) removeFeatures(document, gone);
+  if (!gone.empty()) removeFeatures(model, gone);
   // A text that says no more than the model itself isn't kept.
   ProgramText kept = text == written(model, emptyProgram(model)) ? ProgramText() : text;
   const bool otherProgram = kept != record.program;

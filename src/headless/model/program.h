@@ -25,15 +25,19 @@ namespace headless {
 
 using ProgramText = std::vector<std::string>;
 
-// The text that was taken over last, with the relations and features that the model has now.
-ProgramText programText(const Model& model);
-
 // Why a text can't be taken over.
 struct ProgramFault {
   std::size_t line = 0;  // from 1
   std::wstring reason;
   explicit operator bool() const { return !reason.empty(); }
 };
+// The text that was taken over last, with the relations and features that the model has now. What a document keeps may
+// lack head, relations and MASSPROP; a fault in it is its own, and then there is no text.
+struct HeldProgram {
+  ProgramText text;
+  ProgramFault fault;
+};
+HeldProgram programText(const Model& model);
 // Takes a text over: inputs, relations, conditions; a feature whose block has gone goes too. At a fault nothing
 // changes.
 ProgramFault takeProgram(const Models& models, const Model& model, const ProgramText& text);

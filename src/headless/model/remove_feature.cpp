@@ -1,0 +1,80 @@
+#include "headless/model/remove_feature.h"
+
+#include <algorithm>
+
+#include "headless/model/family.h"
+#include "headless/model/features.h"
+#include "headless/store/json.h"
+
+namespace headless {
+
+using creo::ProFamitemType;
+using creo::ProItemType;
+
+namespace {
+
+using Ids = std::unordered_set<int>;
+
+// Members of the body's description that name their feature.
+void removeFromSolid(ModelDocument& document, const Ids& ids) {
+  RawJson& solid = document.record.solid;
+  Json tree;
+  if (solid.text.empty() || parseJson(solid.text, tree)) return;
+  bool removed = false;
+  for (Json& list : tree.items)
+    if (list.is(JsonKind::array))
+      removed = std::erase_if(list.items,
+                              [&](const Json& one) {
+                                const Json* feature = one.member("feature");
+                                return feature && feature->is(JsonKind::integer) &&
+                                       ids.contains(static_cast<int>(feature->integer));
+                              }) > 0 ||
+                removed;
+  if (!removed) return;
+  solid.text = prettyJson(tree, 1);
+  document.solidChanged();
+}
+
+void removeColumns(ModelDocument& document, const Model& solid, const Ids& ids, const Ids& dimensions) {
+  if (!document.record.familyTable) return;
+  for (const ModelFeature& feature : featuresOf(solid))
+    if (ids.contains(feature.place.id)) removeColumn(document, ProFamitemType::feature, featureColumn(feature));
+  for (const DimensionRecord& one : document.record.dimensions)
+    if (!one.reference && dimensions.contains(one.id)) removeColumn(document, ProFamitemType::dimension, symbolOf(one));
+}
+
+}  // namespace
+
+void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {
+  ModelDocument& document = *solid.document;
+  ModelRecord& record = document.record;
+  Ids dimensions;
+  std::unordered_set<std::size_t> components;
+  for (const ModelFeature& feature : featuresOf(solid)) {
+    // An id that a component got by its place is written down, as the places change.
+    if (feature.isComponent()) record.components[feature.place.component].feature = feature.place.id;
+    if (!ids.contains(feature.place.id)) continue;
+    if (feature.isComponent()) components.insert(feature.place.component);
+    if (const FeatureRecord* held = feature.record())
+      dimensions.insert(held->dimensions.begin(), held->dimensions.end());
+  }
+  removeColumns(document, solid, ids, dimensions);
+  std::erase_if(record.features, [&](const FeatureRecord& one) { return ids.contains(one.id); });
+  std::size_t place = 0;
+  std::erase_if(record.components, [&](const UsedModelRecord&) { return components.contains(place++); });
+  std::erase_if(record.dimensions,
+                [&](const DimensionRecord& one) { return !one.reference && dimensions.contains(one.id); });
+  for (LayerRecord& layer : record.layers)
+    std::erase_if(layer.items, [&](const ItemRecord& item) {
+      return (item.type == ProItemType::feature && ids.contains(item.id)) ||
+             (item.type == ProItemType::dimension && dimensions.contains(item.id));
+    });
+  for (SimplifiedRepRecord& rep : record.simplifiedReps)
+    std::erase_if(rep.items, [&](const SimplifiedRepItemRecord& item) { return ids.contains(item.feature); });
+  removeFromSolid(document, ids);
+  document.tree.changed();
+  document.relationsChanged();
+  document.touch(nullptr);
+}
+
+}  // namespace headless

@@ -1,0 +1,14 @@
+// Features that go for good.
+#pragma once
+
+#include <unordered_set>
+
+#include "headless/model/models.h"
+
+namespace headless {
+
+// Takes features and components out of a solid, with what is theirs: dimensions, columns of the family table, places in
+// layers and simplified representations, pieces of the body. Ids that no feature has are passed over.
+void removeFeatures(const Model& solid, const std::unordered_set<int>& ids);
+
+}  // namespace headless

@@ -240,7 +240,6 @@ TEST_F(Codes, ThatCantBeMadeLeaveTheOldDefinition) {
     const std::wstring said = log.substr(begin, end - begin);
     EXPECT_TRUE(said.find(L"E:" + std::wstring(one.said.substr(0, one.said.find_last_not_of(L' ') + 1))) != said.npos)
         << text::toUtf8(said);
-    EXPECT_EQ(said.find(L"E:"), said.rfind(L"E:")) << text::toUtf8(said);
   }
 }
 
@@ -261,9 +260,12 @@ TEST_F(Codes, GoOnWithoutAModuleThatFails) {
       {"ProDtlentityCreate", L"E:Err: -1", 1},
       {"ProWindowRepaint", L"", 0},
   };
-  World whole;
-  make(whole, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}));
-  const std::size_t strokes = saved(whole).symbolDefinitions.back().lines.size();
+  std::size_t strokes = 0;
+  {
+    World whole;
+    make(whole, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}));
+    strokes = saved(whole).symbolDefinitions.back().lines.size();
+  }
   for (const Case& one : cases) {
     World own;
     const std::wstring log = make(own, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}), one.operation);

@@ -141,7 +141,7 @@ TEST_F(DrawingTables, AFormatIsExchangedWithItsTables) {
   EXPECT_TRUE(std::none_of(tables.begin(), tables.end(), [](const auto& one) { return one.id == 2; }));
   const auto brought = std::find_if(tables.begin(), tables.end(), [](const auto& one) { return one.fromFormat; });
   ASSERT_NE(tables.end(), brought);
-  EXPECT_EQ("&model_name", brought->cells.at(0).lines.at(0));
+  EXPECT_EQ("&model_name:1", brought->cells.at(0).lines.at(0));
   EXPECT_EQ(2, record.currentSheet);
 }
 

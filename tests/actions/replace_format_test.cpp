@@ -116,7 +116,8 @@ TEST_F(ReplaceFormat, KeepsTheTablesThatARuleIsAbout) {
 }
 
 TEST_F(ReplaceFormat, BindsTextsToTheModelOfTheFrame) {
-  World own;
+  auto bound = std::make_unique<World>();
+  World& own = *bound;
   const std::wstring log = work(own, std::string(kFrom) + "multiModelsSel='3' onlyCurrentSheet='false'");
   EXPECT_TRUE(has(log,
                   L"- search in frames|Number : 2|Found a single model that should be the right one|"
@@ -124,6 +125,7 @@ TEST_F(ReplaceFormat, BindsTextsToTheModelOfTheFrame) {
       << text::toUtf8(log);
   EXPECT_TRUE(has(log, L"W:Found multiple or no possible model, use active one.")) << "on the other sheets";
   EXPECT_EQ("&model_name:2 of &dwg_name, &COLOR:2", saved(own).tables.at(2).cells.at(0).lines.at(0));
+  bound.reset();
   World active;
   work(active, kFrom);
   EXPECT_EQ("&model_name:1 of &dwg_name, &COLOR:1", saved(active).tables.at(2).cells.at(0).lines.at(0));

@@ -65,7 +65,8 @@ TEST_F(SolidSettings, UnitsKeepSizesOrNumbers) {
   EXPECT_EQ(
       L"B0 Set units|Unitsystem is already set|B1 Set units|New unitsystem is set|B2 Set units|E:Can't set new "
       L"unitsystem",
-      run(task("setUnits", "us='mmns' convert='true'") + task("setUnits", "us='inlbs' convert='true'") +
+      run(task("setUnits", "us='mmns' convert='true'") +
+          task("setUnits", "us='Inch lbm Second (Creo Parametric Default)' convert='true'") +
           task("setUnits", "us='furlongs' convert='true'")));
   EXPECT_NEAR(10 / 25.4, std::get<double>(record().dimensions[0].value), 1e-12);
   EXPECT_NEAR(0.5 / 25.4, record().dimensions[0].tolerance->upper, 1e-12);

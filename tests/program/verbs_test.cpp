@@ -63,7 +63,7 @@ TEST_F(Verbs, ListsShowsDescriptionsInColumns) {
 TEST_F(Verbs, PackedPackageDependsOnItsContentAlone) {
   std::filesystem::copy(example("packages/standards"), path("a"), std::filesystem::copy_options::recursive);
   std::filesystem::copy(example("packages/standards"), path("b"), std::filesystem::copy_options::recursive);
-  std::filesystem::remove_all(path("b/models"));  // pack adds the readme
+  std::filesystem::remove_all(path("b/reports"));  // pack adds the readme
   file("b/.git/config", "no part of it");
   std::filesystem::last_write_time(path("b/system/index.kvane"),
                                    std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000));

@@ -231,6 +231,13 @@ class SheetPicture {
     svg_.text(x + arm * 1.4, y + arm / 2, textHeight(), symbol.definition, {});
   }
 
+  // A text with its "&" forms as this sheet shows them.
+  [[nodiscard]] std::string shownHere(const std::string& symbolic) const {
+    headless::Session::State& state = session_.state();
+    return text::toUtf8(
+        headless::displayedText(state.models, state.parameters, drawing_, number_, text::fromUtf8(symbolic)));
+  }
+
   // The instance's texts take the places of the definition's, in their order.
   void symbolTexts(const headless::SymbolDefinitionRecord& definition, const headless::SymbolRecord& symbol,
                    double scale) {
@@ -240,7 +247,7 @@ class SheetPicture {
       svg_.text(view_.x(symbol.position.x + text.position.x * scale),
                 view_.y(symbol.position.y + text.position.y * scale),
                 text.height > 0 ? text.height * scale : textHeight(),
-                i < own.value.size() ? text::toUtf8(own.value[i]) : text.text, {});
+                i < own.value.size() ? text::toUtf8(own.value[i]) : shownHere(text.text), {});
     }
   }
 

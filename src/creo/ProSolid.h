@@ -50,8 +50,8 @@ constexpr unsigned kRegenerateForce = 16;
 constexpr unsigned kRegenerateUpdateInstances = 256;
 
 Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid);
-// Raises notifications 21, 42 for each feature, and 22. ProGeneralError: a relation or a feature fails, the message area
-// says which; ProRegenAgain: the model needs another pass.
+// Raises notifications 21, 42 for each feature, and 22. ProGeneralError: a relation or a feature fails, the message
+// area says which; ProRegenAgain: the model needs another pass.
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags);
 // Is a feature other than the last the place where new ones come?
 Got<bool> ProInsertModeIsActive(ProMdl solid);

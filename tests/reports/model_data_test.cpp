@@ -167,8 +167,9 @@ TEST_F(ModelDataReport, RegenerationIsToldAndItsFeaturesAreLogged) {
   model("top.asm", R"("components": [{"name": "GOOD", "type": "prt"}, {"name": "BAD", "type": "prt"},
       {"name": "LOOP", "type": "prt"}])");
   EXPECT_EQ(report(data(on({"mdlname", "featregen"})), L"TOP", ProMdlType::assembly),
-            line({"Model name", "Regeneration feedback"}) + line({"BAD", "failure while regenerate"}) + line({"GOOD", "OK"}) +
-                line({"LOOP", "regenerate again - loop ?"}) + line({"TOP", "failure while regenerate"}));
+            line({"Model name", "Regeneration feedback"}) + line({"BAD", "failure while regenerate"}) +
+                line({"GOOD", "OK"}) + line({"LOOP", "regenerate again - loop ?"}) +
+                line({"TOP", "failure while regenerate"}));
   const std::wstring told = log();
   EXPECT_NE(told.find(L"|1 - BODY|5 -"), std::wstring::npos) << told;
   EXPECT_EQ(told.find(L"|4 - "), std::wstring::npos);

@@ -2,8 +2,8 @@
 #include "actions/environment/group_modes.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
-#include "creo/ProSolid.h"
 #include "creo/ProSimprep.h"
+#include "creo/ProSolid.h"
 #include "text/format.h"
 
 namespace actions {

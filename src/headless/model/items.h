@@ -26,8 +26,8 @@ creo::ProError renameItem(const Model& model, const creo::ProModelitem& item, co
 // The current material as the part's materials spell it; empty where none is set. An instance may have its own.
 std::wstring currentMaterial(const Model& model);
 
-// The lines that a set of relations holds. section: of a feature, its sketch, from 0; -1: its own. Null for an item that
-// owns none.
+// The lines that a set of relations holds. section: of a feature, its sketch, from 0; -1: its own. Null for an item
+// that owns none.
 std::vector<std::string>* relationLines(const Model& model, const creo::ProModelitem& owner, int section = -1);
 
 }  // namespace headless

@@ -165,29 +165,16 @@ class SheetPicture {
     double y = view_.y(note.position.y);
     for (std::size_t i = 0; i < note.lines.size(); ++i) {
       const auto& pieces = note.lines[i].texts;
-      const headless::NoteTextRecord form = pieces.empty() ? headless::NoteTextRecord() : copyOfForm(pieces.front());
+      static const headless::NoteTextRecord plain;
+      const headless::NoteTextRecord& form = pieces.empty() ? plain : pieces.front();
       const double size = form.height > 0 ? form.height : textHeight();
       std::string style;
       if (form.slant != 0) style += "font-style=\"oblique\" ";
       if (form.thickness > 0) style += "font-weight=\"bold\" ";
       if (!form.font.empty()) style += "font-family=\"" + escaped(form.font) + "\"";
-      svg_.text(view_.x(note.position.x), y, size, shown(note.lines[i]), style);
+      svg_.text(view_.x(note.position.x), y, size, shownHere(note.lines[i].text()), style);
       y += size * 1.5;
     }
-  }
-  // A note of the format is about the drawing too.
-  [[nodiscard]] std::string shown(const headless::NoteLineRecord& line) const {
-    headless::Session::State& state = session_.state();
-    return text::toUtf8(
-        headless::displayedText(state.models, state.parameters, drawing_, number_, text::fromUtf8(line.text())));
-  }
-  static headless::NoteTextRecord copyOfForm(const headless::NoteTextRecord& piece) {
-    headless::NoteTextRecord form;
-    form.height = piece.height;
-    form.slant = piece.slant;
-    form.thickness = piece.thickness;
-    form.font = piece.font;
-    return form;
   }
 
   // The groups that a placed symbol shows: all of them, none, or those that it names with what is around them.

@@ -73,6 +73,4 @@ void Svg::text(double x, double y, double height, std::string_view text, std::st
   out_ += ">" + escaped(text) + "</text>\n";
 }
 
-void Svg::open(std::string_view group) { out_ += "<g " + std::string(group) + ">\n"; }
-
 }  // namespace kelvane

@@ -21,8 +21,6 @@ class Svg {
   void line(double x1, double y1, double x2, double y2, double width, std::string_view color);
   // y: of the base line. A text wider than `room` becomes smaller; 0: it may be as wide as it is.
   void text(double x, double y, double height, std::string_view text, std::string_view style, double room = 0);
-  void open(std::string_view group);  // attributes of a group
-  void close() { out_ += "</g>\n"; }
   // The whole picture.
   [[nodiscard]] std::string finished() const { return out_ + "</svg>\n"; }
 

@@ -16,9 +16,7 @@ struct Fits {
 };
 constexpr Fits kSolids{.parts = true, .assemblies = true};
 constexpr Fits kNativeSolids{.parts = true, .assemblies = true, .instances = false};
-constexpr Fits kDrawings{.drawings = true};
 constexpr Fits kAllModels{.parts = true, .assemblies = true, .drawings = true};
-constexpr Fits kNativeModels{.parts = true, .assemblies = true, .drawings = true, .instances = false};
 
 // Title, version and filter, then the model's kind. Another kind gives `refused`; an instance where none fits has its
 // line.

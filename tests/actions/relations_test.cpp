@@ -246,6 +246,7 @@ TEST_F(Program, LinesBlocksAndFeaturesGo) {
     std::string attributes, without, with;
   } cases[] = {
       {"delline='A NUMBER&#10;*how*' endif='false' excl_start_end='false'", "A NUMBER", "  B NUMBER"},
+      {"startline='A NUMBER' endline='A*' endif='false' excl_start_end='false'", "", "A NUMBER"},
       {"startline='INPUT' endline='END INPUT' endif='false' excl_start_end='true'", "A NUMBER", "INPUT|END INPUT"},
       {"startline='ADD FEATURE' endline='nowhere' endif='false' excl_start_end='false' delline='x'", "",
        "END MASSPROP"},

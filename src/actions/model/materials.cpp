@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "actions/model/instances.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMaterial.h"
@@ -89,26 +90,17 @@ MaterialFolder::~MaterialFolder() {
 creo::ProFamtableItem materialColumn() { return {creo::ProFamitemType::parameter, L"PTC_MATERIAL_NAME"}; }
 
 bool eachInstance(creo::ProMdl generic, creo::FunctionRef<void(const creo::ProFaminstance& instance)> visit) {
-  const auto table = creo::ProFamtableInit(generic);
-  if (table.error == creo::ProNotFound) return true;
-  const auto type = creo::ProMdlTypeGet(generic);
-  if (!table || !type) return false;
-  bool all = true;
-  const creo::ProError result = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
-    visit(instance);
-    // A table of its own is seen from the instance as a model.
-    const bool wasThere = static_cast<bool>(creo::ProMdlInit(instance.name, type.value));
-    const auto model = creo::ProFaminstanceCreate(instance);
-    if (!model) {
-      core::logWrite(L"Can't create Instance", core::kError);
-      all = false;
+  if (const auto table = creo::ProFamtableInit(generic)) {
+    creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
+      visit(instance);
       return creo::ProNoError;
-    }
-    all = eachInstance(model.value, visit) && all;
-    if (!wasThere) creo::ProMdlErase(model.value);
-    return creo::ProNoError;
-  });
-  return all && (result == creo::ProNoError || result == creo::ProNotFound);
+    });
+  }
+  // A table of its own is seen from the instance as a model.
+  bool all = true;
+  const bool visited = visitInstances(
+      generic, [&](const creo::ProFaminstance&, creo::ProMdl model) { all = eachInstance(model, visit) && all; });
+  return visited && all;
 }
 
 std::optional<std::vector<std::wstring>> materialsOfInstances(creo::ProMdl generic) {

@@ -102,8 +102,9 @@ bool stays(ProgramLineFilter& filter, std::wstring_view line) {
   if (!remove)
     remove =
         std::any_of(filter.patterns.begin(), filter.patterns.end(), [&](const auto& one) { return fits(one, line); });
-  const bool isBorder = filter.excl_start_end && (isStart || isEnd);
-  if (!remove || isBorder) return true;
+  // Two of three: a border of a block whose borders stay, or a line that is a block by itself.
+  const bool isKeptBorder = int{filter.excl_start_end} + isStart + isEnd >= 2;
+  if (!remove || isKeptBorder) return true;
   core::logIndented(line, core::kNormal, 2);
   return false;
 }

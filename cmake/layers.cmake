@@ -5,6 +5,9 @@ pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
 pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
+pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
+pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
+find_library(HPDF hpdf REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
 
@@ -24,20 +27,20 @@ add_library(creo INTERFACE)
 target_include_directories(creo INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_link_libraries(creo INTERFACE kvd_text)
 
-# The one target that knows OpenCASCADE; of its libraries those that build, measure and read bodies.
+# The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write and mesh bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
 kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
-  PRIVATE_LINKS TKSTEP TKXSBase TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
+  PRIVATE_LINKS TKXDESTEP TKXDEIGES TKSTEP TKIGES TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
-          src/headless/vault src/headless/creo
-  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json)
+          src/headless/vault src/headless/exports src/headless/pictures src/headless/creo
+  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::JPEG PkgConfig::TIFF ${HPDF})
 
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
-          src/reports src/ui
-  LINKS creo kvd_os kvd_barcode PRIVATE_LINKS PkgConfig::PCRE PkgConfig::LIBZIP PkgConfig::CRYPTO)
+          src/actions/exports src/reports src/reports/sheet src/ui
+  LINKS creo kvd_os kvd_barcode PRIVATE_LINKS ${HPDF} PkgConfig::PCRE PkgConfig::LIBZIP PkgConfig::CRYPTO)
 
 # What a host loads: the plug-in over the headless session, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
@@ -45,7 +48,8 @@ target_link_libraries(kelvane_user PRIVATE -Wl,--whole-archive kvd_plugin -Wl,--
 target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
 set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
 
-file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h)
+file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h
+  ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.h)
 list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
 add_library(kelvane_verbs STATIC ${kelvane_sources} ${CMAKE_BINARY_DIR}/empty.cpp)
 target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)

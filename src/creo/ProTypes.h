@@ -22,8 +22,10 @@ enum ProError : int {
   ProExists = -5,
   ProNoGraphics = -8,
   ProNoFamtable = -12,  // no family table, or the item is in it already; nothing changed
+  ProCantWrite = -17,
   ProInvalidType = -18,
   ProStopVisit = -25,        // a visit's usual stop; also "not handled"
+  ProNoLicense = -40,        // Creo's option for it isn't there
   ProConflicts = -49,        // a check-out that the server refuses
   ProUnattachedFeats = -55,  // regenerated, but something lost what it was attached to
   ProRegenAgain = -56,

@@ -66,6 +66,11 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &viewActions,
+    &annotationActions,
+    &appearanceActions,
+    &modelCheckActions,
+    &sheetScaleActions,
 };
 // clang-format on
 

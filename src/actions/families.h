@@ -78,6 +78,11 @@ std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
 std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
+std::span<const ActionFunction> viewActions();  // model/views.cpp
+std::span<const ActionFunction> annotationActions();  // model/annotations.cpp
+std::span<const ActionFunction> appearanceActions();  // model/appearance.cpp
+std::span<const ActionFunction> modelCheckActions();  // model/model_check.cpp
+std::span<const ActionFunction> sheetScaleActions();  // drawing/sheet_scale.cpp
 // clang-format on
 
 }  // namespace actions

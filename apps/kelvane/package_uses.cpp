@@ -30,6 +30,9 @@ constexpr PathAttribute kPaths[] = {
     {"replaceFormat",          L"path",     "models",  PathTarget::folder},
     {"addNote",                L"notepath", "models",  PathTarget::file},
     {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
+    {"loadToleranceTable",     L"path",     "models",  PathTarget::file},
+    {"setAppearance",          L"path",     "models",  PathTarget::file},
+    {"runModelCheck",          L"config",   "models",  PathTarget::file},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

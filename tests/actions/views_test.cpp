@@ -25,7 +25,7 @@ constexpr const char* kBlock = R"({"format": 1, "commonName": "block",
   "solid": {"primitives": [{"type": "box", "size": [1, 2, 3]}],
             "coordinateSystems": [{"placement": {"position": [1, 1, 1]}}, {"name": "CS_TOP"}, {"name": "CS_LOW"}]}})";
 constexpr const char* kSheets = R"({"format": 1, "sheets": [{"size": "A3", "scale": 0.5}, {"size": "A4"}],
-  "views": [{"id": 1, "name": "MAIN", "sheet": 1, "displayStyle": 1}, {"id": 2, "sheet": 2, "displayStyle": 4},
+  "views": [{"id": 1, "name": "MAIN", "sheet": 1, "displayStyle": 1}, {"id": 2, "name": "", "sheet": 2, "displayStyle": 4},
             {"id": 3, "name": "ISO", "sheet": 2}],
   "notes": [{"id": 1, "lines": ["a"]}, {"id": 2, "lines": ["b"], "sheet": 2}],
   "symbolDefinitions": [{"id": 1, "name": "weld"}],
@@ -65,13 +65,13 @@ class ViewActions : public ActionTest {
 };
 
 TEST_F(ViewActions, AViewIsShownByEitherName) {
+  world.list("more.xml", task("setView", "view='Default'"));
   EXPECT_EQ(
       L"B0 Set view|view is set|B1 Set view|E:Found no view with this name|B2 Set view|E:Found no view with this name|"
       L"B3 Set view|E:The attribute 'view' is missing",
       run(task("setView", "view='vor*'") + task("setView", "view='BACK'") + task("setView", "view=''") +
           task("setView")));
   EXPECT_EQ("FRONT", record().activeView);
-  world.list("more.xml", task("setView", "view='Default'"));
   world.run("more.xml");
   EXPECT_EQ("", record().activeView);
 }
@@ -88,7 +88,6 @@ TEST_F(ViewActions, TheOptionsOfTheAnimationComeBackOnEveryPath) {
       {"ProViewRetrieve", "SIDE", L"B0 Set view|E:The view 'SIDE' can't be shown"},
       {"ProViewReset", "default", L"B0 Set view|E:can't retrieve default view"},
   };
-  world.list("list.xml", "");
   for (const auto& c : cases)
     world.list(std::string(c.view) + (c.operation ? c.operation : "") + ".xml",
                task("setView", std::string("view='") + c.view + "'"));
@@ -107,22 +106,23 @@ TEST_F(ViewActions, TheOptionsOfTheAnimationComeBackOnEveryPath) {
 TEST_F(ViewActions, ViewsAreMadeAndChanged) {
   const std::string turned = "0.70711 -0.70711 0 0.70711 0.70711 0 0 0 1";
   EXPECT_EQ(
-      L"B0 Add views|Set 3D view 'front'|Set right|Set 3D view 'TOP_4'|Set top|"
+      L"B0 Add views|Set 3D view 'front'|Set right|Set 3D view 'TOP_FRONT'|Set top|"
       L"E:'orient_4' can't be 'above', but front, right, back, left, top, bottom or custom|"
       L"Set 3D view 'OWN'|Set custom|E:'matrix_6' isn't a rotation of 9 or 16 numbers|"
       L"E:'matrix_7' isn't a rotation of 9 or 16 numbers|E:'matrix_8' isn't a rotation of 9 or 16 numbers|"
       L"Set 3D view 'WIDE'|Set custom|E:'matrix_10' isn't a rotation of 9 or 16 numbers|"
       L"E:'name_11' gives no name",
       run(task("addEditViews",
-               "name_0='front' orient_0='right' name_2='TOP_%SIZE%' orient_2='top' name_4='A' orient_4='above' "
+               "name_0='front' orient_0='right' name_2='TOP_%WAY%' orient_2='top' name_4='A' orient_4='above' "
                "name_5='OWN' orient_5='custom' matrix_5='" +
                    turned +
                    "' name_6='B' orient_6='custom' matrix_6='1 0 0 0 1 0 0 0 -1' "
                    "name_7='C' orient_7='custom' matrix_7='1 0 0 0 1 0 0 0 2' name_8='D' orient_8='custom' "
                    "name_9='WIDE' orient_9='custom' matrix_9='0,1,0,0; -1,0,0,0; 0,0,1,0; 12,5,3,1' "
                    "name_10='E' orient_10='custom' matrix_10='1 0 0 0 0 1 0 0 0 0 1 0.5 0 0 0 1' name_11=''")));
-  EXPECT_EQ("FRONT: 0 0 1 0 1 0 -1 0 0|SIDE:|TOP_4: 1 0 0 0 0 1 0 -1 0|OWN: " + turned + "|WIDE: 0 1 0 -1 0 0 0 0 1",
-            views());
+  EXPECT_EQ(
+      "FRONT: 0 0 1 0 1 0 -1 0 0|SIDE:|TOP_FRONT: 1 0 0 0 0 1 0 -1 0|OWN: " + turned + "|WIDE: 0 1 0 -1 0 0 0 0 1",
+      views());
   EXPECT_EQ("Vorne", record().views[0].alternateName);
   EXPECT_EQ(5, record().views.back().id);
 }
@@ -166,8 +166,8 @@ TEST_F(ViewActions, RenamedViewsAreFollowed) {
 TEST_F(ViewActions, ViewsOfDrawingsAreDrawnOtherwise) {
   EXPECT_EQ(
       L"B0 Replace view model display|work on MAIN from style wireframe|replaced through nohidden|"
-      L"B1 Replace view model display|work on 2 from style shading|replaced through hidden|work on ISO from style "
-      L"default|replaced through hidden|work on MAIN from style nohidden|replaced through hidden|"
+      L"B1 Replace view model display|work on MAIN from style nohidden|replaced through hidden|work on 2 from style "
+      L"shading|replaced through hidden|work on ISO from style default|replaced through hidden|"
       L"B2 Replace view model display|E:'stylef' can't be 'thin', but *, default, wireframe, hidden, nohidden, "
       L"shading, "
       L"environment, shadingedges or their number|"
@@ -342,11 +342,11 @@ TEST_F(ModelCheck, MissesModelsAndSavesWhenAsked) {
   world.assembly(L"FRAME").uses(L"SHEET", ProMdlType::part).uses(L"LOST", ProMdlType::part);
   world.part(L"SHEET").with(L"A", 1.0);
   EXPECT_EQ(
-      L"B0 Add parameter|B1 Run model check|runs with standard configuration|error: the model LOST.PRT is missing|"
+      L"B0 Add views|Set 3D view 'A'|Set top|B1 Run model check|runs with standard configuration|error: the model "
+      L"LOST.PRT is missing|"
       L"Executed with 1 errors and 0 warnings, the model is saved",
-      run(task("addModelParameter", "name_0='B' type_0='Real Number' value_0='1'") +
-              task("runModelCheck", "save='true'"),
-          L"FRAME", ProMdlType::assembly));
+      run(task("addEditViews", "name_0='A' orient_0='top'") + task("runModelCheck", "save='true'"), L"FRAME",
+          ProMdlType::assembly));
   EXPECT_EQ(2, world.version("frame.asm"));
 }
 

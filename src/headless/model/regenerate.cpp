@@ -8,7 +8,9 @@
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/parameters.h"
+#include "headless/model/program.h"
 #include "headless/model/relations.h"
+#include "headless/model/units.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -65,6 +67,7 @@ class Names {
   }
 
   [[nodiscard]] std::optional<RelationValue> value(std::string_view name) const {
+    if (name.starts_with('[')) return unitFactor(name.substr(1, name.size() - 2));
     const Target target = find(name);
     if (!target.stored) return {};
     const Scalar* own = rowValue(*model_.document, model_.row, target.column, target.name);
@@ -113,6 +116,13 @@ class Names {
   }
 
  private:
+  // A unit with an offset, such as degrees Celsius, has no factor: what it goes into isn't worked out.
+  [[nodiscard]] std::optional<RelationValue> unitFactor(std::string_view unit) const {
+    const auto scale = unitScale(unit);
+    if (!scale) return {};
+    if (scale->offset != 0) return std::optional<RelationValue>(std::in_place);
+    return inSystem(1, unit, model_.document->record);
+  }
   struct Target {
     Scalar* stored = nullptr;  // null: there is no such name
     std::string name;
@@ -171,8 +181,48 @@ Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignm
 constexpr const wchar_t* kRelation = L"relation";
 constexpr const wchar_t* kPostRelation = L"post relation";
 
+// Runs relations of a feature: its own parameters hide the model's names, for reading and for giving.
+class FeatureRelations {
+ public:
+  FeatureRelations(Model& model, const FeatureRecord& feature, Relations& ofModel)
+      : model_(model), parameters_(feature.parameters.get()), ofModel_(ofModel), own_([this](std::string_view name) {
+          const ParameterRecord* parameter = find(name);
+          return parameter ? relationValue(parameter->value) : ofModel_.known(name);
+        }) {}
+
+  RelationFault run(const std::vector<std::string>& lines) {
+    if (!parameters_) return ofModel_.run(lines);
+    if (const RelationFault fault = own_.run(lines)) return fault;
+    for (const Assignment& one : own_.assignments()) {
+      ParameterRecord* parameter = find(one.name);
+      if (!parameter) {
+        ofModel_.assign(one.name, one.value);
+      } else if (one.value.index() != 0) {
+        auto wanted = scalarOf(one.value, parameter->type);
+        if (!wanted) return {1, text::format(L"'%s' can't take its value", text::fromUtf8(one.name))};
+        if (relationValue(parameter->value) == relationValue(*wanted)) continue;
+        parameter->value = std::move(*wanted);
+        model_.document->touch(nullptr);
+      }
+    }
+    return {};
+  }
+
+ private:
+  [[nodiscard]] ParameterRecord* find(std::string_view name) const {
+    for (ParameterRecord& one : parameters_->list)
+      if (sameName(one.name, name)) return &one;
+    return nullptr;
+  }
+
+  Model& model_;
+  ParameterList* parameters_;
+  Relations& ofModel_;
+  Relations own_;
+};
+
 // The relations of features that aren't suppressed, and of their sketches: a sketch before its feature.
-Outcome runFeatureRelations(const Model& model, Relations& relations) {
+Outcome runFeatureRelations(Model& model, Relations& relations) {
   for (const ModelFeature& feature : featuresOf(model)) {
     const FeatureRecord* record = feature.record();
     if (!record || featureStatus(feature) != ProFeatureStatus::active) continue;
@@ -182,9 +232,10 @@ Outcome runFeatureRelations(const Model& model, Relations& relations) {
                                   name.empty() ? std::to_wstring(feature.place.id) : name, static_cast<int>(fault.line),
                                   fault.reason));
     };
+    FeatureRelations own(model, *record, relations);
     for (const SectionRecord& section : record->sections)
-      if (const RelationFault fault = relations.run(section.relations)) return fails(fault);
-    if (const RelationFault fault = relations.run(record->relations)) return fails(fault);
+      if (const RelationFault fault = own.run(section.relations)) return fails(fault);
+    if (const RelationFault fault = own.run(record->relations)) return fails(fault);
   }
   return {};
 }
@@ -211,6 +262,22 @@ Outcome runRelations(Model& model) {
   return giveAll(document, names, relations.assignments());
 }
 
+// Suppresses the features whose condition in the program doesn't hold, and brings back those whose does.
+void applyProgram(Model& model) {
+  ModelDocument& document = *model.document;
+  if (model.row || document.record.program.empty()) return;
+  const Names names(model);
+  const auto conditions = programConditions(model, lookupIn(names));
+  for (FeatureRecord& feature : document.record.features) {
+    const auto found = conditions.find(feature.id);
+    if (found == conditions.end()) continue;
+    const ProFeatureStatus from = found->second ? ProFeatureStatus::programSuppressed : ProFeatureStatus::active;
+    if (feature.status != from) continue;
+    feature.status = found->second ? ProFeatureStatus::active : ProFeatureStatus::programSuppressed;
+    document.touch(nullptr);
+  }
+}
+
 // worked: gets the features that were regenerated; null where nobody asks.
 Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
   for (const ModelFeature& feature : featuresOf(model)) {
@@ -222,7 +289,9 @@ Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
     if (name.empty()) name = std::to_wstring(feature.place.id);
     return failure(text::format(L"the feature %s isn't regenerated", name));
   }
-  return runRelations(model);
+  Outcome outcome = runRelations(model);
+  if (outcome.reason.empty()) applyProgram(model);
+  return outcome;
 }
 
 ProVerification verificationOf(ProRegenerationStatus status) {

@@ -69,6 +69,7 @@ constexpr Family kFamilies[] = {
     &viewerExportActions,
     &drawingExportActions,
     &pdfExportActions,
+    &pictureExportActions,
 };
 // clang-format on
 

@@ -81,6 +81,7 @@ std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_form
 std::span<const ActionFunction> viewerExportActions();  // exports/viewer_exports.cpp
 std::span<const ActionFunction> drawingExportActions();  // exports/drawing_exports.cpp
 std::span<const ActionFunction> pdfExportActions();  // exports/pdf_exports.cpp
+std::span<const ActionFunction> pictureExportActions();  // exports/pictures.cpp
 // clang-format on
 
 }  // namespace actions

@@ -66,6 +66,9 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &viewerExportActions,
+    &drawingExportActions,
+    &pdfExportActions,
     &pictureExportActions,
 };
 // clang-format on

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "headless/model/kept_geometry.h"
 #include "headless/model/units.h"
-#include "headless/store/tables_geometry.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -80,14 +80,6 @@ void addBody(SolidRecord& solid, double length, Conversion& into) {
   for (DatumRecord& one : solid.points) addPlace(one.placement, length, into);
 }
 
-// The new text of a member that the document keeps as written. level: how deep it stands.
-template <class Record>
-RawJson rewritten(const Record& record, int level) {
-  RawJson raw;
-  writeValue(record, raw.text, level);
-  return raw;
-}
-
 }  // namespace
 
 creo::ProError setPrincipalSystem(const Models& models, const Model& model, const std::string& system, bool keepSizes) {
@@ -120,9 +112,9 @@ creo::ProError setPrincipalSystem(const Models& models, const Model& model, cons
     return creo::ProGeneralError;
   }
   conversion.apply();
-  if (keepSizes && !record.solid.text.empty()) record.solid = rewritten(solid, 1);
+  if (keepSizes && !record.solid.text.empty()) record.solid = keptSolid(solid);
   for (std::size_t i = 0; i < places.size(); ++i)
-    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = rewritten(places[i], 3);
+    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = keptPlacement(places[i]);
   document.solidChanged();
   record.units = system;
   document.touch(nullptr);

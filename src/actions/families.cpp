@@ -66,6 +66,8 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &featureActions,
+    &componentActions,
 };
 // clang-format on
 

@@ -2,7 +2,7 @@
 
 #include "creo/ProXsec.h"
 #include "headless/creo/solid_operation.h"
-#include "headless/model/datums.h"
+#include "headless/model/first_features.h"
 
 namespace creo {
 

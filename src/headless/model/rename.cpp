@@ -29,6 +29,20 @@ std::string renamed(const std::string& text, const std::wstring& name, const std
   return text::toUtf8(parts.generic.empty() ? parts.name : parts.name + L'<' + parts.generic + L'>');
 }
 
+// Columns of components are called by the component.
+void renameColumns(FamilyTableRecord& table, const std::string& name, const std::string& now) {
+  for (ColumnRecord& column : table.items.list) {
+    if (column.type != ProFamitemType::component || !sameName(column.name, name)) continue;
+    column.name = now;
+    table.items.index.drop();
+    for (const auto& row : table.instances)
+      for (auto& value : row->values)
+        if (sameName(value.name, name)) value.name = now;
+  }
+  for (const auto& row : table.instances)
+    if (row->familyTable) renameColumns(*row->familyTable, name, now);
+}
+
 // The models that instances have in place of components.
 void renameReplacements(FamilyTableRecord& table, const std::wstring& name, const std::wstring& now) {
   std::unordered_set<std::string> columns;
@@ -58,8 +72,7 @@ void follow(ModelDocument& user, const std::wstring& name, ProMdlType type, cons
   for (UsedModelRecord& one : used) {
     std::string wanted = one.type == type ? renamed(one.name, name, now) : one.name;
     if (wanted == one.name) continue;
-    // Columns of components are called by the component.
-    renameColumn(user, ProFamitemType::component, one.name, wanted);
+    if (record.familyTable) renameColumns(*record.familyTable, one.name, wanted);
     one.name = std::move(wanted);
     follows = true;
   }

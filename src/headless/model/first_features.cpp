@@ -1,4 +1,4 @@
-#include "headless/model/datums.h"
+#include "headless/model/first_features.h"
 
 #include <algorithm>
 

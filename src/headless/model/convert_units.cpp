@@ -78,13 +78,13 @@ void addBody(SolidRecord& solid, double length, Conversion& into) {
   }
   for (DatumRecord& one : solid.coordinateSystems) addPlace(one.placement, length, into);
   for (DatumRecord& one : solid.points) addPlace(one.placement, length, into);
+  for (DatumRecord& one : solid.planes) addPlace(one.placement, length, into);
 }
 
-// The new text of a member that the document keeps as written. level: how deep it stands.
-template <class Record>
-RawJson rewritten(const Record& record, int level) {
+// The new text of a component's place.
+RawJson rewritten(const PlacementRecord& record) {
   RawJson raw;
-  writeValue(record, raw.text, level);
+  writeValue(record, raw.text, 3);
   return raw;
 }
 
@@ -120,9 +120,9 @@ creo::ProError setPrincipalSystem(const Models& models, const Model& model, cons
     return creo::ProGeneralError;
   }
   conversion.apply();
-  if (keepSizes && !record.solid.text.empty()) record.solid = rewritten(solid, 1);
+  if (keepSizes && !record.solid.text.empty()) record.solid = rawSolid(solid);
   for (std::size_t i = 0; i < places.size(); ++i)
-    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = rewritten(places[i], 3);
+    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = rewritten(places[i]);
   document.solidChanged();
   record.units = system;
   document.touch(nullptr);

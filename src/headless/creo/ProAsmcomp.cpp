@@ -6,9 +6,9 @@
 #include "headless/creo/solid_operation.h"
 #include "headless/model/bodies.h"
 #include "headless/model/features.h"
-#include "headless/model/kept_geometry.h"
 #include "headless/model/measures.h"
 #include "headless/model/parameters.h"
+#include "headless/model/raw_placement.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 
@@ -80,7 +80,7 @@ ProError ProAsmcompOriginSet(const ProFeature& component, const ProVector& origi
     headless::PlacementRecord place = headless::placementRecord(record.placement);
     if (place.position == wanted) return ProNoError;
     place.position = wanted;
-    record.placement = headless::keptPlacement(place);
+    record.placement = headless::rawPlacement(place);
     m.document->touch(nullptr);
     return ProNoError;
   });

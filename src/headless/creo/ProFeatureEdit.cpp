@@ -35,12 +35,15 @@ Got<ProFeature> ProDefaultCsysCreate(ProMdl solid, const std::wstring& name) {
 Got<ProFeature> ProDefaultPlaneCreate(ProMdl solid, const std::wstring& name, ProDefaultPlane plane) {
   return onSolid("ProDefaultPlaneCreate", solid, [&](State&, Model& m) {
     static constexpr const char* kSubtypes[] = {"DEFAULT X", "DEFAULT Y", "DEFAULT Z"};
+    auto across = std::make_unique<headless::PlacementRecord>();
+    across->zAxis = {0, 0, 0};
+    across->zAxis[static_cast<std::size_t>(plane)] = 1;
     return added(m, {.type = kDatumPlaneFeature,
                      .typeName = "DATUM PLANE",
                      .subtype = kSubtypes[static_cast<int>(plane)],
                      .name = name,
-                     .list = nullptr,
-                     .placement = nullptr});
+                     .list = &headless::SolidRecord::planes,
+                     .placement = std::move(across)});
   });
 }
 

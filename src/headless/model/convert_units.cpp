@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "headless/model/kept_geometry.h"
+#include "headless/model/raw_placement.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 
@@ -78,6 +78,7 @@ void addBody(SolidRecord& solid, double length, Conversion& into) {
   }
   for (DatumRecord& one : solid.coordinateSystems) addPlace(one.placement, length, into);
   for (DatumRecord& one : solid.points) addPlace(one.placement, length, into);
+  for (DatumRecord& one : solid.planes) addPlace(one.placement, length, into);
 }
 
 }  // namespace
@@ -112,9 +113,9 @@ creo::ProError setPrincipalSystem(const Models& models, const Model& model, cons
     return creo::ProGeneralError;
   }
   conversion.apply();
-  if (keepSizes && !record.solid.text.empty()) record.solid = keptSolid(solid);
+  if (keepSizes && !record.solid.text.empty()) record.solid = rawSolid(solid);
   for (std::size_t i = 0; i < places.size(); ++i)
-    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = keptPlacement(places[i]);
+    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = rawPlacement(places[i]);
   document.solidChanged();
   record.units = system;
   document.touch(nullptr);

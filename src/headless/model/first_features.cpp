@@ -4,7 +4,6 @@
 
 #include "headless/model/features.h"
 #include "headless/model/items.h"
-#include "headless/model/kept_geometry.h"
 #include "text/encoding.h"
 #include "text/units.h"
 
@@ -50,14 +49,12 @@ creo::Got<int> addDatum(const Model& solid, NewDatum datum) {
   feature.name = text::toUtf8(datum.name);
   feature.typeName = std::move(datum.typeName);
   feature.subtype = std::move(datum.subtype);
-  if (datum.list) {
-    SolidRecord geometry = solidRecord(document.record.solid);
-    DatumRecord& record = (geometry.*datum.list).emplace_back();
-    record.feature = feature.id;
-    record.placement = std::move(datum.placement);
-    document.record.solid = keptSolid(geometry);
-    document.solidChanged();
-  }
+  SolidRecord geometry = solidRecord(document.record.solid);
+  DatumRecord& record = (geometry.*datum.list).emplace_back();
+  record.feature = feature.id;
+  record.placement = std::move(datum.placement);
+  document.record.solid = rawSolid(geometry);
+  document.solidChanged();
   document.touch(nullptr);
   return feature.id;
 }

@@ -1,4 +1,4 @@
-// Datum features that the session makes.
+// The first features of solids: their default datums.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 
 namespace headless {
 
-// A feature, and with a list its place in the geometry.
+// A feature and its place in the geometry.
 struct NewDatum {
   int type = 0;  // Creo's number
   std::string typeName, subtype;

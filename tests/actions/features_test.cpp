@@ -45,7 +45,7 @@ TEST_F(FeatureActions, ARenamedFeatureKeepsItsColumnAndItsSections) {
       L"B1 Rename feature|CUT_A -> CUT_2|CUT id 3 -> CUT_3|"
       L"B2 Rename feature|"
       L"B3 Rename feature|E:'BASE' can't become 'cut_2', another feature has that name|"
-      L"B4 Rename feature|W:No feature found|"
+      L"B4 Rename feature|No feature found|"
       L"B5 Rename feature|E:The attribute 'name' is missing|"
       L"B6 Rename feature|E:The new name is empty, too long or can't be put together",
       run(task("renameFeature", "feat='4' featname='BO*' name='BASE'") +
@@ -72,7 +72,7 @@ TEST_F(FeatureActions, ComponentsAndInstancesAreNotRenamed) {
   writeBytes(own.models() + "/bracket.prt.1", std::string(R"({"format": 1, )") + kSlots + "}");
   own.list("list.xml", task("renameFeature", "feat='3' name='MID'"));
   own.runOn(L"PLAIN", kPart, "list.xml");
-  EXPECT_EQ(L"B0 Rename feature|W:Model is an instance, action canceled", told(own.log()));
+  EXPECT_EQ(L"B0 Rename feature|W:Model is a instance, action is canceled", told(own.log()));
 }
 
 TEST_F(FeatureActions, TheFirstFeaturesAreMadeWhereThereAreNone) {
@@ -93,6 +93,9 @@ TEST_F(FeatureActions, TheFirstFeaturesAreMadeWhereThereAreNone) {
     return creo::ProNoError;
   });
   EXPECT_EQ(L"CS0 ", names);
+  const auto& planes = world.session().models().find(part)->document->solid().planes;
+  ASSERT_EQ(2U, planes.size());
+  EXPECT_EQ((headless::Measures{0, 0, 1}), planes[1].placement->zAxis) << "FRONT is normal to z";
   EXPECT_NEAR(6, creo::ProSolidMassPropertyGet(part).value.volume, 1e-9) << "the body stays";
   EXPECT_NE(std::string::npos, world.session().models().documentText(part).value.find(R"("note": "kept")"));
 }

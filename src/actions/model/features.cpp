@@ -90,7 +90,7 @@ Outcome renameFeature(const Task& task) {
   });
   if (components > 0)
     core::logWrite(text::format(L"%d components keep the names of their models", components), core::kWarning);
-  if (chosen.empty() && components == 0) core::logWrite(L"No feature found", core::kWarning);
+  if (chosen.empty() && components == 0) core::logIndented(L"No feature found", core::kNormal, 1);
   if (chosen.size() == 1) {
     if (chosen[0].name != name.text) rename(chosen[0], name.text);
   } else if (!chosen.empty()) {

@@ -76,7 +76,7 @@ class NumberedNames {
 Outcome renameFeature(const Task& task) {
   if (const auto ended = beginOn(task, {.title = core::msgText(kRenameTitle)}, kNativeSolids, {L"name"})) return *ended;
   const auto name = task.text(L"name", text::kNameSize);
-  if (!name.hasText()) {
+  if (!name.hasText() || name.text.empty()) {
     core::logWrite(L"The new name is empty, too long or can't be put together", core::kError);
     return done;
   }

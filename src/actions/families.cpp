@@ -66,6 +66,8 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &modelFileActions,
+    &replaceModelActions,
 };
 // clang-format on
 

@@ -68,6 +68,7 @@ constexpr Family kFamilies[] = {
     &replaceFormatActions,
     &modelFileActions,
     &replaceModelActions,
+    &pictureExportActions,
 };
 // clang-format on
 

@@ -28,6 +28,13 @@ ProError ProSelbufferSelectionAdd(const ProSelection& selection) {
   });
 }
 
+ProError ProSelectionHighlight(const ProSelection& selection, int color) {
+  return headless::onModel("ProSelectionHighlight", selection.item.owner, [&](State& state, headless::Model&) {
+    state.highlights.emplace_back(selection, color);
+    return ProNoError;
+  });
+}
+
 Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection) {
   return headless::onModel("ProSelectionModelitemGet", selection.item.owner,
                            [&](State&, headless::Model&) -> Got<ProModelitem> { return selection.item; });

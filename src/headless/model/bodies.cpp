@@ -7,6 +7,7 @@
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/measures.h"
+#include "headless/model/placed.h"
 #include "headless/model/units.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -87,31 +88,6 @@ std::string keyOf(const std::vector<Primitive>& primitives) {
 
 // ---- assemblies
 
-// How large a unit of one system is in another one.
-double unitIn(std::string_view unit, const Model& from, const Model& to) {
-  const ModelRecord& source = from.document->record;
-  const ModelRecord& target = to.document->record;
-  const double there = inSystem(1, unit, target), here = inSystem(1, unit, source);
-  return there == here ? 1 : there / here;
-}
-
-// The models of the components that count, with where they stand. Throws MeasureFault.
-struct PlacedModel {
-  const Model* model = nullptr;
-  ProTransform place;
-};
-std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly) {
-  std::vector<PlacedModel> placed;
-  for (const ModelFeature& feature : featuresOf(assembly)) {
-    if (!feature.isComponent() || !hasGeometry(assembly, feature.place.id)) continue;
-    const auto handle = models.inMemory(featureName(feature), feature.component()->type);
-    const Model* model = handle ? models.find(handle.value) : nullptr;
-    if (!model || model->document->record.skeleton) continue;
-    placed.push_back({model, componentPlacement(assembly, *feature.component())});
-  }
-  return placed;
-}
-
 // Walks down from a solid and remembers what each model gave, so that the cost is that of the components, however often
 // a model is used. An assembly inside itself counts for nothing.
 template <class Key, class Value>
@@ -163,8 +139,8 @@ class MassWalk {
       const auto one = of(*placed.model);
       if (one.error == creo::ProNotFound) continue;
       if (!one) return one.error;
-      const double length = unitIn("m", *placed.model, assembly);
-      const double mass = one.value.mass * unitIn("kg", *placed.model, assembly);
+      const double length = unitRatio("m", *placed.model, assembly);
+      const double mass = one.value.mass * unitRatio("kg", *placed.model, assembly);
       sum.volume += one.value.volume * length * length * length;
       sum.surfaceArea += one.value.surfaceArea * length * length;
       sum.mass += mass;
@@ -222,7 +198,7 @@ class OutlineWalk {
       const auto one = of(*placed.model, place);
       if (one.error == creo::ProNotFound) continue;
       if (!one) return one.error;
-      const double length = unitIn("m", *placed.model, assembly);
+      const double length = unitRatio("m", *placed.model, assembly);
       ProVector low = origin, high = origin;
       addWeighted(low, one.value.min, length);
       addWeighted(high, one.value.max, length);
@@ -246,25 +222,6 @@ std::wstring faultLine(const Model& model, const std::wstring& reason) {
 }
 
 }  // namespace
-
-bool hasGeometry(const Model& solid, int feature) {
-  if (feature == 0) return true;
-  const auto found = featureOf(solid, feature);
-  if (!found) return true;
-  const creo::ProFeatureStatus status = featureStatus(*found);
-  return status == creo::ProFeatureStatus::active || status == creo::ProFeatureStatus::unregenerated;
-}
-
-ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component) {
-  if (component.placement.text.empty()) return {};
-  const PlacementRecord record = placementRecord(component.placement);
-  Measurer measurer(assembly);
-  try {
-    return measurer.placement(&record);
-  } catch (const MeasureFault& fault) {
-    throw MeasureFault{L"component " + text::fromUtf8(component.name) + L": " + fault.reason};
-  }
-}
 
 geometry::Built Bodies::built(const std::vector<Primitive>& primitives) {
   std::string key = keyOf(primitives);

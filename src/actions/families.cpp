@@ -68,6 +68,9 @@ constexpr Family kFamilies[] = {
     &replaceFormatActions,
     &featureActions,
     &componentActions,
+    &modelFileActions,
+    &replaceModelActions,
+    &pictureExportActions,
 };
 // clang-format on
 

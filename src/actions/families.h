@@ -80,6 +80,9 @@ std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
 std::span<const ActionFunction> featureActions();  // model/features.cpp
 std::span<const ActionFunction> componentActions();  // model/components.cpp
+std::span<const ActionFunction> modelFileActions();  // model/model_files.cpp
+std::span<const ActionFunction> replaceModelActions();  // model/replace_model.cpp
+std::span<const ActionFunction> pictureExportActions();  // exports/pictures.cpp
 // clang-format on
 
 }  // namespace actions

@@ -71,6 +71,11 @@ constexpr Family kFamilies[] = {
     &modelFileActions,
     &replaceModelActions,
     &pictureExportActions,
+    &viewActions,
+    &annotationActions,
+    &appearanceActions,
+    &modelCheckActions,
+    &sheetScaleActions,
 };
 // clang-format on
 

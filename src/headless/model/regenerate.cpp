@@ -143,8 +143,8 @@ struct Outcome {
 
 Outcome failure(std::wstring reason) { return {ProRegenerationStatus::failed, std::move(reason)}; }
 
-Outcome faulty(const wchar_t* what, const RelationFault& fault) {
-  return failure(text::format(L"%s line %d: %s", std::wstring(what), static_cast<int>(fault.line), fault.reason));
+Outcome faulty(const std::wstring& called, const RelationFault& fault) {
+  return failure(text::format(L"%s line %d: %s", called, static_cast<int>(fault.line), fault.reason));
 }
 
 RelationLookup lookupIn(const Names& names) {
@@ -171,24 +171,6 @@ Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignm
 constexpr const wchar_t* kRelation = L"relation";
 constexpr const wchar_t* kPostRelation = L"post relation";
 
-// The relations of features that aren't suppressed, and of their sketches: a sketch before its feature.
-Outcome runFeatureRelations(const Model& model, Relations& relations) {
-  for (const ModelFeature& feature : featuresOf(model)) {
-    const FeatureRecord* record = feature.record();
-    if (!record || featureStatus(feature) != ProFeatureStatus::active) continue;
-    const auto fails = [&](const RelationFault& fault) {
-      const std::wstring name = featureName(feature);
-      return failure(text::format(L"feature %s, relation line %d: %s",
-                                  name.empty() ? std::to_wstring(feature.place.id) : name, static_cast<int>(fault.line),
-                                  fault.reason));
-    };
-    for (const SectionRecord& section : record->sections)
-      if (const RelationFault fault = relations.run(section.relations)) return fails(fault);
-    if (const RelationFault fault = relations.run(record->relations)) return fails(fault);
-  }
-  return {};
-}
-
 bool hasFeatureRelations(const ModelRecord& record) {
   return std::any_of(record.features.begin(), record.features.end(), [](const FeatureRecord& feature) {
     return !feature.relations.empty() ||
@@ -197,18 +179,43 @@ bool hasFeatureRelations(const ModelRecord& record) {
   });
 }
 
+// A set of relations, and what a fault's line calls its lines.
+struct RelationLines {
+  std::wstring called;
+  const std::vector<std::string>* lines = nullptr;
+};
+
+// The sets that have lines, in the order in which they run: the model's, those of features that aren't suppressed (a
+// sketch before its feature), those behind the regeneration.
+std::vector<RelationLines> relationSets(const Model& model) {
+  std::vector<RelationLines> sets;
+  const auto add = [&](const std::wstring& called, const std::vector<std::string>& lines) {
+    if (!lines.empty()) sets.push_back({called, &lines});
+  };
+  const ModelRecord& record = model.document->record;
+  add(kRelation, record.relations);
+  if (hasFeatureRelations(record))
+    for (const ModelFeature& feature : featuresOf(model)) {
+      const FeatureRecord* own = feature.record();
+      if (!own || featureStatus(feature) != ProFeatureStatus::active) continue;
+      const std::wstring name = featureName(feature);
+      const std::wstring called =
+          L"feature " + (name.empty() ? std::to_wstring(feature.place.id) : name) + L", " + kRelation;
+      for (const SectionRecord& section : own->sections) add(called, section.relations);
+      add(called, own->relations);
+    }
+  add(kPostRelation, record.postRelations);
+  return sets;
+}
+
 Outcome runRelations(Model& model) {
-  ModelDocument& document = *model.document;
-  const ModelRecord& record = document.record;
-  const bool ofFeatures = hasFeatureRelations(record);
-  if (record.relations.empty() && record.postRelations.empty() && !ofFeatures) return {};
+  const std::vector<RelationLines> sets = relationSets(model);
+  if (sets.empty()) return {};
   Names names(model);
   Relations relations(lookupIn(names));
-  if (const RelationFault fault = relations.run(record.relations)) return faulty(kRelation, fault);
-  if (ofFeatures)
-    if (Outcome outcome = runFeatureRelations(model, relations); !outcome.reason.empty()) return outcome;
-  if (const RelationFault fault = relations.run(record.postRelations)) return faulty(kPostRelation, fault);
-  return giveAll(document, names, relations.assignments());
+  for (const RelationLines& set : sets)
+    if (const RelationFault fault = relations.run(*set.lines)) return faulty(set.called, fault);
+  return giveAll(*model.document, names, relations.assignments());
 }
 
 // worked: gets the features that were regenerated; null where nobody asks.
@@ -332,6 +339,15 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
   if (instancesToo) regenerateInstances(models, *models.find(solid));
   if (status == ProRegenerationStatus::failed) return creo::ProGeneralError;
   return status == ProRegenerationStatus::needed ? creo::ProRegenAgain : creo::ProNoError;
+}
+
+std::vector<std::wstring> relationFaults(const Model& model) {
+  const Names names(model);
+  Relations relations(lookupIn(names));
+  std::vector<std::wstring> faults;
+  for (const RelationLines& set : relationSets(model))
+    if (const RelationFault fault = relations.run(*set.lines)) faults.push_back(faulty(set.called, fault).reason);
+  return faults;
 }
 
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post) {

@@ -69,7 +69,16 @@ constexpr Family kFamilies[] = {
     &viewerExportActions,
     &drawingExportActions,
     &pdfExportActions,
+    &featureActions,
+    &componentActions,
+    &modelFileActions,
+    &replaceModelActions,
     &pictureExportActions,
+    &viewActions,
+    &annotationActions,
+    &appearanceActions,
+    &modelCheckActions,
+    &sheetScaleActions,
 };
 // clang-format on
 

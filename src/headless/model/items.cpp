@@ -153,6 +153,10 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
+  const auto feature = item.type == ProItemType::feature ? featureOf(model, item.id) : std::nullopt;
+  if (feature && feature->isComponent()) return creo::ProBadInputs;
+  if (feature)
+    renameColumn(*model.document, creo::ProFamitemType::feature, featureColumn(*feature), text::toUtf8(name));
   const std::string former = std::exchange(*held, text::toUtf8(name));
   if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *held);
   replaceReferences(model, item.type, former, *held);

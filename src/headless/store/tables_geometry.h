@@ -73,13 +73,18 @@ template <>
 struct RecordTable<DatumRecord> {
   using R = DatumRecord;
   static constexpr std::array fields = {field<&R::name>("name"), field<&R::feature>("feature"),
-                                        field<&R::placement>("placement")};
+                                        field<&R::csys>("csys"), field<&R::placement>("placement")};
 };
 template <>
 struct RecordTable<SolidRecord> {
   using R = SolidRecord;
   static constexpr std::array fields = {field<&R::primitives>("primitives"),
-                                        field<&R::coordinateSystems>("coordinateSystems"), field<&R::points>("points")};
+                                        field<&R::coordinateSystems>("coordinateSystems"), field<&R::points>("points"),
+                                        field<&R::planes>("planes")};
+  static void check(const R& record, const Json& json, Reader& in) {
+    for (const DatumRecord& one : record.coordinateSystems)
+      if (!one.csys.empty()) in.fail(json, L"a coordinate system counts in the model's own, without 'csys'");
+  }
 };
 
 // A member that is kept as it was written, once it has been read as a record of this form without a fault.

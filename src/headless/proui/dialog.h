@@ -21,6 +21,13 @@ class Dialog {
   [[nodiscard]] const std::string& name() const { return name_; }
   // Names of the components that the resource made, in its order; those copied into cells aside.
   [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
+  // Where the resource has a component: inside a layout, a table, a tree or a menu, or, with "", in the dialog itself.
+  // Templates have no place.
+  struct Place {
+    std::string component, inside;
+  };
+  [[nodiscard]] const std::vector<Place>& places() const { return places_; }
+  void place(const std::string& component, const std::string& inside) { places_.push_back({component, inside}); }
   // Of all components, those in cells too.
   [[nodiscard]] std::size_t size() const { return components_.size(); }
   [[nodiscard]] bool has(std::string_view component) const { return components_.contains(component); }
@@ -52,6 +59,8 @@ class Dialog {
 
   // The component, ProNotFound, or ProBadInputs for one of another kind. Valid until it is removed.
   creo::Got<Component*> find(std::string_view component, Kind kind);
+  // The same of any kind; null where there is none.
+  [[nodiscard]] const Component* look(std::string_view component) const;
   // ProExists: there is one of that name.
   creo::ProError add(const std::string& component, Component content);
   // A copy of `from` (a button, label, text area) in a cell, with its look and state but without its action.
@@ -80,6 +89,7 @@ class Dialog {
 
   std::string name_;
   std::vector<std::string> names_;
+  std::vector<Place> places_;
   NameMap<Component> components_;
 };
 

@@ -79,7 +79,6 @@ class View {
     console_.result(server.address());
     console_.note("open this address in a browser of this machine; Ctrl-C ends the session");
     console_.flush();
-    if (options_.ready) options_.ready(server.address());
     screen_.live();
     return Interrupt::code() == 0 ? kFine : Interrupt::code();
   }

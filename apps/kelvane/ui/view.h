@@ -1,7 +1,6 @@
 // The work of `kelvane ui`: the session with the plug-in, shown in browsers.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "kelvane/console.h"
@@ -14,12 +13,10 @@ struct ViewOptions {
   std::string packages;     // a folder of packages, packed or not
   std::string open;         // "GEARBOX.ASM": opened first; empty: none
   std::string language = "en";
-  int port = 0;  // 0: a free one
-  // Told where the pages are, beside the line that is printed.
-  std::function<void(const std::string& address)> ready;
+  int port = 0;             // 0: a free one
 };
 
-// Serves until a signal ends it; the exit code.
+// Prints the address of the pages and serves them until a signal ends it; the exit code.
 int show(const ViewOptions& options, Console& console);
 
 }  // namespace kelvane::view

@@ -177,6 +177,7 @@ class DialogView {
     } else {
       this.element.show();
       if (back && back !== document.body) back.focus();
+      else document.activeElement?.blur(); // its first button is nobody's choice
     }
   }
 

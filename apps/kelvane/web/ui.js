@@ -37,7 +37,7 @@ function showWindows(windows) {
 function showFiles(files) {
   const lines = files.slice().reverse().map((one) => make('li', {},
     make('a', { href: '/file/' + one.id, target: '_blank', rel: 'noopener', text: one.name, title: one.folder + one.name }),
-    ' ', make('a', { class: 'download', href: `/file/${one.id}?download=1`, text: '⭳', 'aria-label': word('download') + ' ' + one.name, title: word('download') })));
+    ' ', make('a', { class: 'download', href: `/file/${one.id}?download=1`, text: '↓', 'aria-label': word('download') + ' ' + one.name, title: word('download') })));
   byId('files').replaceChildren(...(lines.length ? lines : [make('li', { class: 'dim', text: word('noFiles') })]));
 }
 

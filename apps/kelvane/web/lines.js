@@ -212,7 +212,7 @@ export function template(columns) {
   const widest = Math.max(...columns.map((column) => column.width));
   let given = false;
   return columns.map((column) => {
-    if (column.width === widest && !given) { given = true; return `minmax(${column.width}ch, 1fr)`; }
+    if (column.width === widest && !given) { given = true; return 'minmax(12ch, 1fr)'; }
     return column.width === 0 ? '0' : `${column.width + 2}ch`;
   }).join(' ');
 }

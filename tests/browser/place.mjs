@@ -14,11 +14,8 @@ export const frame = "version='3' forPRT='true' forASM='true' forDRW='true' forE
 export const tasks = {
   norm: `<task type='addModelParameter' ${frame} forInstances='false' count='1' name_0='NORM' type_0='String' value_0='WN-100'/>`,
   save: `<task type='saveModel' ${frame}/>`,
-  report: `<task type='reportLayer' ${frame} path='d:\\layers.csv'/>`,
-  // Its target isn't there: an error line in each model's log.
-  broken: `<task type='readFile' ${frame} path='d:\\missing\\none.txt' />`,
   // A program that is refused: an error line.
-  refused: `<task type='systemCommand' ${frame} command='true'/>`,
+  refused: `<task type='runMSDOScommand' ${frame} cmd='true' args='' uncup='false' waitafter='0'/>`,
   ask: `<task type='setUserVariable' ${frame} varType='1' varName='NORM' varValue='first' varDescc='1' varDesc_0='Which &lt;b&gt;norm&lt;/b&gt;?'/>`,
 };
 

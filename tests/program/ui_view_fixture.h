@@ -98,11 +98,13 @@ class Browser {
     }
     return {};
   }
-  // Does it and waits until it is worked and nothing follows from it any more, or a question is open.
+  // Does it and waits until it is worked and nothing follows from it any more, or another question is open.
   json act(const json& deed) {
+    const json before = state().at("question");
     EXPECT_EQ(202, send(deed)) << deed;
-    return waitFor([this](const json& now) {
-      return !now.at("question").is_null() || (now.at("worked") >= number_ && !now.at("busy"));
+    return waitFor([&](const json& now) {
+      const json& question = now.at("question");
+      return (!question.is_null() && question != before) || (now.at("worked") >= number_ && !now.at("busy"));
     });
   }
   json press(const std::string& component, const std::string& dialog = "kvanerunner") {

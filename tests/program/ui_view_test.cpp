@@ -122,7 +122,7 @@ TEST_F(UiView, EachPageGetsTheWholeAndThenTheChanges) {
   std::string heard;
   std::atomic<bool> enough = false;
   const auto listen = [&](bool keep) {
-    Browser other(browser);
+    Browser other(address_);
     other.client().Get("/events", other.headers(), [&, keep](const char* letters, std::size_t count) {
       const std::lock_guard lock(mutex);
       if (keep) heard.append(letters, count);

@@ -110,6 +110,7 @@ std::string Screen::carryOutAlone(const Deed& deed) {
   }
   --working_;
   written_.gather(keepsFiles_);
+  if (keepsFiles_) written_.offer(core::pluginState().logFile);
   return fault;
 }
 

@@ -39,10 +39,13 @@ bool Written::isOffered(const std::wstring& path) const {
 
 void Written::gather(bool kept) {
   for (const std::wstring& path : recorded_->written()) {
-    if (!kept || !isOffered(path)) continue;
-    if (ids_.try_emplace(path, files_.size()).second) files_.push_back(path);
+    if (kept && isOffered(path)) offer(path);
   }
   recorded_->forgetAll();
+}
+
+void Written::offer(const std::wstring& path) {
+  if (!path.empty() && ids_.try_emplace(path, files_.size()).second) files_.push_back(path);
 }
 
 nlohmann::json Written::files() const {

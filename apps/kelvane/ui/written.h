@@ -46,6 +46,8 @@ class Written {
   void noteModel(const std::wstring& path) { models_.insert(path); }
   // Takes up what was written since the last call; not `kept`: forgets it, as a choice only unpacks.
   void gather(bool kept);
+  // A file that is offered too, such as a log that was begun before. Empty: none.
+  void offer(const std::wstring& path);
   // The newest last: {"id": 3, "name": "masses.csv", "folder": "/home/...", "size": 1024}.
   [[nodiscard]] nlohmann::json files() const;
   // What the tool opened, the newest last: {"number": 2, "name": ..., "id": 3 or null}.

@@ -93,6 +93,19 @@ TEST_F(UiView, AWholeRunIsPressedAndItsFilesAreServed) {
   EXPECT_TRUE(tree.at("lines").at(0).at("children"));
 }
 
+TEST_F(UiView, WhatIsPressedDuringARunBeginsNoSecondOne) {
+  part(L"BRACKET");
+  Browser browser(start({"--set", "kvd_write_history_in_models=0"}));
+  browser.openTool("BRACKET.PRT");
+  browser.choose("kvaneKVZChooser", "standards.kvz");
+  browser.choose("kvaneActionlistChooser", "norm.xml");
+  browser.send({{"do", "press"}, {"dialog", "kvanerunner"}, {"component", "kvaneStart"}});
+  const json now = browser.press("kvaneStart");
+  EXPECT_EQ("the session was busy when that was pressed", now.at("notice").at("text"));
+  EXPECT_TRUE(std::filesystem::exists(models() + "/bracket.prt.2"));
+  EXPECT_FALSE(std::filesystem::exists(models() + "/bracket.prt.3"));
+}
+
 TEST_F(UiView, AQuestionWaitsForItsAnswerAndLetsNothingElseThrough) {
   list("ask.xml",
        "<task type='setUserVariable' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false'"

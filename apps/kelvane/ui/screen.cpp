@@ -23,8 +23,6 @@ constexpr std::size_t kMostMessages = 500;  // that a page gets at once
 constexpr milliseconds kWait{200};          // between two looks for a signal
 constexpr milliseconds kOften{50};          // between two tellings
 constexpr int kShare = 10;                  // telling takes at most this part of a run's time
-// What was pressed before a run or a question that the person couldn't see yet is not meant for what comes after it.
-constexpr milliseconds kStale{1000};
 
 const std::string& tool() { return core::pluginState().dialogName; }
 
@@ -88,7 +86,7 @@ void Screen::work(const Deed& deed) {
 }
 
 std::string Screen::carryOut(const Deed& deed) {
-  if (Clock::now() - deed.at > kStale) return "the session was busy when that was pressed";
+  if (deed.at < barrier_) return "the session was busy when that was pressed";
   if (working_ == 0) return carryOutAlone(deed);
   const Bearing bearing = judges_.back()(deed);
   if (bearing == Bearing::none) return "a question is open, and this is no answer to it";
@@ -97,7 +95,7 @@ std::string Screen::carryOut(const Deed& deed) {
 
 // No question is open: Creo gets control back behind it.
 std::string Screen::carryOutAlone(const Deed& deed) {
-  stop_ = false;
+  stop_ = ran_ = false;
   keepsFiles_ = writesResults(deed.what);
   ++working_;
   std::string fault;
@@ -109,6 +107,7 @@ std::string Screen::carryOutAlone(const Deed& deed) {
     session_.showMessage(text::fromUtf8(thrown.what()));
   }
   --working_;
+  if (ran_) barrier_ = Clock::now();
   written_.gather(keepsFiles_);
   if (keepsFiles_) written_.offer(core::pluginState().logFile);
   return fault;
@@ -118,6 +117,7 @@ void Screen::block(json question, const Judge& judge, const std::function<bool()
   open_.push_back(std::move(question));
   judges_.push_back(judge);
   ++working_;  // also where the session asks by itself
+  barrier_ = Clock::now();
   tell();
   while (!over() && Interrupt::code() == 0) {
     if (const auto deed = inbox_.take(kWait)) work(*deed);
@@ -229,6 +229,7 @@ void Screen::saved(const headless::SavedDocument& document) { written_.noteModel
 
 void Screen::progress(int value, int /*maximum*/) {
   changed_ = true;
+  if (value > 0) ran_ = true;
   if (!stop_ && Interrupt::code() == 0) return;
   std::vector<std::string> rows = chosenRows(session_);
   const auto done = std::min(static_cast<std::size_t>(std::max(value, 0)), rows.size());

@@ -71,6 +71,9 @@ class Screen : public headless::SessionObserver {
   std::vector<Judge> judges_;
   json notice_;
   std::uint64_t worked_ = 0;
+  // What was pressed before it was meant for what stood there before a run or a question, and is dropped.
+  Clock::time_point barrier_{};
+  bool ran_ = false;         // the deed that is being done has run a list
   bool keepsFiles_ = false;  // what is written now is a result
   std::string language_;
   std::atomic<bool> stop_ = false;

@@ -94,11 +94,15 @@ TEST_F(UiView, AWholeRunIsPressedAndItsFilesAreServed) {
 }
 
 TEST_F(UiView, WhatIsPressedDuringARunBeginsNoSecondOne) {
+  list("slow.xml",
+       "<task type='runMSDOScommand' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' cmd='sleep'"
+       " args='1' uncup='false' waitafter='0'/>" +
+           kAddNorm + kSave);
   part(L"BRACKET");
   Browser browser(start({"--set", "kvd_write_history_in_models=0"}));
   browser.openTool("BRACKET.PRT");
   browser.choose("kvaneKVZChooser", "standards.kvz");
-  browser.choose("kvaneActionlistChooser", "norm.xml");
+  browser.choose("kvaneActionlistChooser", "slow.xml");
   browser.send({{"do", "press"}, {"dialog", "kvanerunner"}, {"component", "kvaneStart"}});
   const json now = browser.press("kvaneStart");
   EXPECT_EQ("the session was busy when that was pressed", now.at("notice").at("text"));

@@ -67,6 +67,7 @@ constexpr Family kFamilies[] = {
     &drawingTableActions,
     &replaceFormatActions,
     &pictureExportActions,
+    &exchangeExportActions,
 };
 // clang-format on
 

@@ -79,6 +79,7 @@ constexpr Family kFamilies[] = {
     &appearanceActions,
     &modelCheckActions,
     &sheetScaleActions,
+    &exchangeExportActions,
 };
 // clang-format on
 

@@ -66,6 +66,9 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &viewerExportActions,
+    &drawingExportActions,
+    &pdfExportActions,
     &featureActions,
     &componentActions,
     &modelFileActions,
@@ -76,6 +79,7 @@ constexpr Family kFamilies[] = {
     &appearanceActions,
     &modelCheckActions,
     &sheetScaleActions,
+    &exchangeExportActions,
 };
 // clang-format on
 

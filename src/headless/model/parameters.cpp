@@ -300,8 +300,10 @@ ProError Parameters::designate(const ProParameter& parameter, bool on) {
 ProParameterDriver Parameters::driver(const ParameterPlace& place) {
   const ParameterRecord& record = place.record();
   if (record.driver != ProParameterDriver::none || !place.ofModel) return record.driver;
-  const bool assigned = place.model->document->relationNames().assigned.contains(folded(record.name));
-  return assigned ? ProParameterDriver::relation : ProParameterDriver::none;
+  const auto& names = place.model->document->relationNames();
+  const std::string key = folded(record.name);
+  return names.assigned.contains(key) || names.assignedAfter.contains(key) ? ProParameterDriver::relation
+                                                                           : ProParameterDriver::none;
 }
 
 void Parameters::touch(const ParameterPlace& place) { place.model->document->touch(place.row); }

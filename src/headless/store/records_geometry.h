@@ -30,6 +30,7 @@ struct PrimitiveRecord : Open {
   Measure diameter, topDiameter, length, angle;
   std::vector<Measures> profile;
   std::string file;  // beside the document
+  std::string step;  // the text of a STEP file, in place of `file`
   std::unique_ptr<PlacementRecord> placement;
 };
 

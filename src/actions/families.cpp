@@ -66,6 +66,7 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &dotMatrixActions,
 };
 // clang-format on
 

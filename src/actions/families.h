@@ -78,6 +78,7 @@ std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
 std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
+std::span<const ActionFunction> dotMatrixActions();  // model/dot_matrix.cpp
 // clang-format on
 
 }  // namespace actions

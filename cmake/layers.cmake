@@ -7,6 +7,8 @@ pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
 pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
 pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
+pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
 find_library(HPDF hpdf REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
@@ -35,7 +37,8 @@ target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
           src/headless/vault src/headless/exports src/headless/pictures src/headless/creo
-  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::JPEG PkgConfig::TIFF ${HPDF})
+  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG
+  PkgConfig::TIFF ${HPDF})
 
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
@@ -51,10 +54,16 @@ set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/c
 file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h
   ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.h)
 list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
-add_library(kelvane_verbs STATIC ${kelvane_sources} ${CMAKE_BINARY_DIR}/empty.cpp)
+# The pages of `kelvane ui` are part of the program.
+file(GLOB kelvane_web CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/web/*)
+set(kelvane_web_source ${CMAKE_BINARY_DIR}/web_files.cpp)
+add_custom_command(OUTPUT ${kelvane_web_source}
+  COMMAND ${CMAKE_COMMAND} "-DINPUTS=${kelvane_web}" -DOUTPUT=${kelvane_web_source} -P ${CMAKE_SOURCE_DIR}/cmake/embed.cmake
+  DEPENDS ${kelvane_web} ${CMAKE_SOURCE_DIR}/cmake/embed.cmake VERBATIM)
+add_library(kelvane_verbs STATIC ${kelvane_sources} ${kelvane_web_source} ${CMAKE_BINARY_DIR}/empty.cpp)
 target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)
 target_precompile_headers(kelvane_verbs REUSE_FROM kvd_pch)
-target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP)
+target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP PkgConfig::HTTPLIB PkgConfig::CRYPTO)
 add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)
 target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
 set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

@@ -33,6 +33,8 @@ constexpr PathAttribute kPaths[] = {
     {"loadToleranceTable",     L"path",     "models",  PathTarget::file},
     {"setAppearance",          L"path",     "models",  PathTarget::file},
     {"runModelCheck",          L"config",   "models",  PathTarget::file},
+    {"exportpdf",              L"profile",  "models",  PathTarget::file},
+    {"exportpdf2d",            L"profile",  "models",  PathTarget::file},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

@@ -80,6 +80,7 @@ constexpr Family kFamilies[] = {
     &modelCheckActions,
     &sheetScaleActions,
     &exchangeExportActions,
+    &dotMatrixActions,
 };
 // clang-format on
 

@@ -92,6 +92,7 @@ std::span<const ActionFunction> appearanceActions();  // model/appearance.cpp
 std::span<const ActionFunction> modelCheckActions();  // model/model_check.cpp
 std::span<const ActionFunction> sheetScaleActions();  // drawing/sheet_scale.cpp
 std::span<const ActionFunction> exchangeExportActions();  // exports/exchange_exports.cpp
+std::span<const ActionFunction> dotMatrixActions();  // model/dot_matrix.cpp
 // clang-format on
 
 }  // namespace actions

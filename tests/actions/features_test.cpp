@@ -1,5 +1,6 @@
 // Features that are renamed, made, suppressed and resumed; components that are moved, get parameters and are driven.
 #include "headless/model/features.h"
+#include "text/numbers.h"
 #include "actions/action_fixture.h"
 #include "creo/ProAsmcomp.h"
 #include "creo/ProDatum.h"

@@ -16,7 +16,7 @@ namespace {
 using namespace engine;
 
 constexpr int kFileTitle = 216, kModelIsSet = 219, kFeaturesAreSet = 220, kColorTitle = 419;
-constexpr std::wstring_view kVersion = L"5";
+constexpr std::wstring_view kRgbVersion = L"5";
 constexpr std::wstring_view kFailed = L"The color can't be set";
 constexpr double kFullColor = 255, kFullTransparency = 100;
 
@@ -53,9 +53,7 @@ void give(const Task& task, const creo::ProAppearance& look) {
 }
 
 Outcome setAppearance(const Task& task) {
-  if (const auto ended =
-          beginOn(task, {.title = core::msgText(kFileTitle), .version = kVersion}, kNativeSolids, {L"path"}))
-    return *ended;
+  if (const auto ended = beginOn(task, {.title = core::msgText(kFileTitle)}, kNativeSolids, {L"path"})) return *ended;
   const AppearanceFile file = readAppearanceFile(task.path(L"path", L"models"));
   if (!file.fault.empty()) {
     core::logWrite(file.fault, core::kError);
@@ -83,8 +81,8 @@ std::optional<double> share(const Task& task, std::wstring_view attribute, doubl
 }
 
 Outcome setAppearanceFromRgb(const Task& task) {
-  if (const auto ended =
-          beginOn(task, {.title = core::msgText(kColorTitle), .version = kVersion}, kNativeSolids, {L"r", L"g", L"b"}))
+  if (const auto ended = beginOn(task, {.title = core::msgText(kColorTitle), .version = kRgbVersion}, kNativeSolids,
+                                 {L"r", L"g", L"b"}))
     return *ended;
   const auto red = share(task, L"r", kFullColor), green = share(task, L"g", kFullColor),
              blue = share(task, L"b", kFullColor);
@@ -92,7 +90,10 @@ Outcome setAppearanceFromRgb(const Task& task) {
       task.attribute(L"transparency").empty() ? std::optional(0.0) : share(task, L"transparency", kFullTransparency);
   if (!red || !green || !blue || !transparency) return done;
   // How light falls on it is as Creo has it for a color of its own.
-  creo::ProAppearance look{.red = *red, .green = *green, .blue = *blue};
+  creo::ProAppearance look;
+  look.red = *red;
+  look.green = *green;
+  look.blue = *blue;
   look.ambient = 0.5;
   look.diffuse = 0.8;
   look.highlight = 0.3;

@@ -5,6 +5,8 @@
 
 #include "creo/ProFeature.h"
 #include "creo/ProRelset.h"
+#include "headless/model/bodies.h"
+#include "headless/model/datums.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/layers.h"
@@ -46,6 +48,17 @@ std::vector<NamedItem> features(const Model& model) {
   return items;
 }
 
+// Those that are there, by their places among their kind.
+std::vector<NamedItem> coordinateSystems(const Model& model) {
+  std::vector<NamedItem> items;
+  int id = 0;
+  for (const DatumRecord& one : model.document->solid().coordinateSystems) {
+    ++id;
+    if (hasGeometry(model, one.feature)) items.push_back({id, datumName(model, one)});
+  }
+  return items;
+}
+
 }  // namespace
 
 std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
@@ -53,6 +66,8 @@ std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
   switch (type) {
     case ProItemType::feature:
       return features(model);
+    case ProItemType::coordinateSystem:
+      return coordinateSystems(model);
     case ProItemType::dimension:
       return dimensions(record, false);
     case ProItemType::referenceDimension:

@@ -79,8 +79,8 @@ struct RecordTable<PrimitiveRecord> {
 template <>
 struct RecordTable<DatumRecord> {
   using R = DatumRecord;
-  static constexpr std::array fields = {field<&R::name>("name"), field<&R::feature>("feature"),
-                                        field<&R::csys>("csys"), field<&R::placement>("placement")};
+  static constexpr std::array fields = {field<&R::name>("name"), field<&R::feature>("feature"), field<&R::csys>("csys"),
+                                        field<&R::placement>("placement")};
 };
 template <>
 struct RecordTable<SolidRecord> {

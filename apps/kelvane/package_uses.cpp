@@ -14,6 +14,7 @@ constexpr PathAttribute kPaths[] = {
     {"setWorkingDirectory", L"path",    "models",  PathTarget::folder},
     {"groupActions",        L"tmpPath", "models",  PathTarget::folder},
     {"runTrailfile",        L"tf",      "models",  PathTarget::file},
+    {"exportStep",          L"config",  "models",  PathTarget::file},
     {"setDTL",              L"view",    "models",  PathTarget::file},
     {"addLayerFromTemplate", L"view",   "models",  PathTarget::model},
     {"openCSVReport",       L"file",    "reports", PathTarget::written},

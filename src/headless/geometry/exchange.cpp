@@ -143,6 +143,8 @@ ExchangeBytes stepBytes(const ExchangeDocument& document, const std::wstring& na
   APIHeaderSection_MakeHeader header(model);
   header.SetName(ascii(text::toUtf8(name)));
   header.SetOriginatingSystem(ascii("Kelvane User"));
+  header.SetAuthorValue(1, ascii(""));
+  header.SetOrganizationValue(1, ascii(""));
   StepData_StepWriter out(model);
   out.SendModel(Handle(StepData_Protocol)::DownCast(writer.ChangeWriter().WS()->Protocol()));
   std::ostringstream stream;

@@ -149,16 +149,14 @@ class TreeReader {
     Quantity_Color color;
     for (const XCAFDoc_ColorType type : {XCAFDoc_ColorSurf, XCAFDoc_ColorGen})
       if (colors_->GetColor(label, type, color)) return values(color);
-    // Some systems give it to the solid inside the product.
-    for (TopExp_Explorer at(shape, TopAbs_SOLID); at.More(); at.Next())
-      for (const XCAFDoc_ColorType type : {XCAFDoc_ColorSurf, XCAFDoc_ColorGen})
-        if (colors_->GetColor(at.Current(), type, color)) return values(color);
-    return colorOfFaces(shape);
+    // Some systems give it to the solids inside the product, or to their faces, as IGES does.
+    auto inside = commonColor(shape, TopAbs_SOLID);
+    return inside ? inside : commonColor(shape, TopAbs_FACE);
   }
-  // IGES colours faces: one that all have is the part's.
-  std::optional<std::array<double, 3>> colorOfFaces(const TopoDS_Shape& shape) {
+  // The colour that all of a kind have; nothing where one has none or another one.
+  std::optional<std::array<double, 3>> commonColor(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind) {
     std::optional<Quantity_Color> all;
-    for (TopExp_Explorer at(shape, TopAbs_FACE); at.More(); at.Next()) {
+    for (TopExp_Explorer at(shape, kind); at.More(); at.Next()) {
       Quantity_Color color;
       if (!colors_->GetColor(at.Current(), XCAFDoc_ColorSurf, color) &&
           !colors_->GetColor(at.Current(), XCAFDoc_ColorGen, color))

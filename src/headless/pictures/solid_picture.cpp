@@ -21,11 +21,12 @@ constexpr double kDeflection = 0.001;  // how far a triangle may be off its face
 // Looking from the front, the right and above.
 constexpr ProTransform kTrimetric{{0.8192, 0, -0.5736}, {-0.2424, 0.9063, -0.3462}, {0.5198, 0.4226, 0.7424}, {}};
 
+// A view's rows are where the model's axes point on the screen: the screen's axes are its columns.
 ProTransform viewOf(const ModelRecord& record) {
   for (const ViewRecord& view : record.views)
     if (view.name == record.activeView && view.matrix.size() >= 9) {
       const auto& m = view.matrix;
-      return {{m[0], m[1], m[2]}, {m[3], m[4], m[5]}, {m[6], m[7], m[8]}, {}};
+      return {{m[0], m[3], m[6]}, {m[1], m[4], m[7]}, {m[2], m[5], m[8]}, {}};
     }
   return kTrimetric;
 }

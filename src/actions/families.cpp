@@ -67,6 +67,7 @@ constexpr Family kFamilies[] = {
     &drawingTableActions,
     &replaceFormatActions,
     &pictureExportActions,
+    &informationSheetActions,
 };
 // clang-format on
 

@@ -79,6 +79,7 @@ std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
 std::span<const ActionFunction> pictureExportActions();  // exports/pictures.cpp
+std::span<const ActionFunction> informationSheetActions();  // reports/sheet/information_pdf.cpp
 // clang-format on
 
 }  // namespace actions

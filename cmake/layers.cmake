@@ -8,6 +8,7 @@ pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
 pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
 pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
+pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
 find_library(HPDF hpdf REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
@@ -53,10 +54,16 @@ set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/c
 file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h
   ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.h)
 list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
-add_library(kelvane_verbs STATIC ${kelvane_sources} ${CMAKE_BINARY_DIR}/empty.cpp)
+# The pages of `kelvane ui` are part of the program.
+file(GLOB kelvane_web CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/web/*)
+set(kelvane_web_source ${CMAKE_BINARY_DIR}/web_files.cpp)
+add_custom_command(OUTPUT ${kelvane_web_source}
+  COMMAND ${CMAKE_COMMAND} "-DINPUTS=${kelvane_web}" -DOUTPUT=${kelvane_web_source} -P ${CMAKE_SOURCE_DIR}/cmake/embed.cmake
+  DEPENDS ${kelvane_web} ${CMAKE_SOURCE_DIR}/cmake/embed.cmake VERBATIM)
+add_library(kelvane_verbs STATIC ${kelvane_sources} ${kelvane_web_source} ${CMAKE_BINARY_DIR}/empty.cpp)
 target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)
 target_precompile_headers(kelvane_verbs REUSE_FROM kvd_pch)
-target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP)
+target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP PkgConfig::HTTPLIB PkgConfig::CRYPTO)
 add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)
 target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
 set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "kelvane/fault.h"
 #include "kelvane/hash.h"
@@ -50,9 +51,9 @@ void write(const fs::path& target, const std::string& bytes) {
   if (!file) throw Fault(target.string() + " can't be written");
 }
 
-void clearOthers(const fs::path& folder, const std::string& name) {
+void clearOthers(const fs::path& folder, const std::set<std::string>& names) {
   for (const auto& entry : fs::directory_iterator(folder)) {
-    if (entry.path().filename() != name) fs::remove_all(entry.path());
+    if (!names.contains(entry.path().filename().string())) fs::remove_all(entry.path());
   }
 }
 
@@ -63,15 +64,11 @@ void forgetUnpacked(const std::string& name) {
   }
 }
 
-}  // namespace
-
-void placePackage(const std::string& path, const PackageSource& package, const std::string& work) {
-  const fs::path source(path);
-  const std::string name = packageFileName(path);
+void placeOne(const fs::path& source, const PackageSource& package, const std::string& work) {
+  const std::string name = packageFileName(source.string());
   const fs::path target = fs::path(work) / "packages" / name;
-  const fs::path note = fs::path(work) / "package.state";
+  const fs::path note = fs::path(work) / (name + ".state");
   const std::string state = name + " " + stateOf(source, package);
-  clearOthers(target.parent_path(), name);
   if (fs::exists(target) && bytesOf(note) == state) return;
 
   fs::remove(note);  // a run that breaks off here leaves nothing that looks finished
@@ -89,6 +86,34 @@ void placePackage(const std::string& path, const PackageSource& package, const s
     fs::last_write_time(target, fs::last_write_time(source));
   }
   write(note, state);
+}
+
+bool isPackage(const fs::path& path) { return path.extension() == ".kvz" || fs::is_regular_file(path / kPackageIndex); }
+
+}  // namespace
+
+void placePackage(const std::string& path, const PackageSource& package, const std::string& work) {
+  clearOthers(fs::path(work) / "packages", {packageFileName(path)});
+  placeOne(path, package, work);
+}
+
+std::vector<std::string> placePackages(const std::string& folder, const std::string& work) {
+  std::vector<fs::path> sources;
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    if (isPackage(entry.path()) && names.insert(packageFileName(entry.path().string())).second)
+      sources.push_back(entry.path());
+  }
+  clearOthers(fs::path(work) / "packages", names);
+  std::vector<std::string> faults;
+  for (const fs::path& source : sources) {
+    try {
+      placeOne(source, *openPackage(source.string()), work);
+    } catch (const std::exception& fault) {
+      faults.push_back(source.filename().string() + ": " + fault.what());
+    }
+  }
+  return faults;
 }
 
 }  // namespace kelvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "kelvane/package_source.h"
 
@@ -11,5 +12,9 @@ namespace kelvane {
 // same content stays, with its time, so that the plug-in unpacks it no second time; if it is another content, what was
 // unpacked before (under t:) goes. A damaged package is a Fault.
 void placePackage(const std::string& path, const PackageSource& package, const std::string& work);
+
+// The same for all packages of a folder: .kvz files as they are, and folders that hold a package. Gives what is wrong
+// with those that can't be placed, a line each.
+std::vector<std::string> placePackages(const std::string& folder, const std::string& work);
 
 }  // namespace kelvane

@@ -14,6 +14,7 @@ constexpr PathAttribute kPaths[] = {
     {"setWorkingDirectory", L"path",    "models",  PathTarget::folder},
     {"groupActions",        L"tmpPath", "models",  PathTarget::folder},
     {"runTrailfile",        L"tf",      "models",  PathTarget::file},
+    {"exportStep",          L"config",  "models",  PathTarget::file},
     {"setDTL",              L"view",    "models",  PathTarget::file},
     {"addLayerFromTemplate", L"view",   "models",  PathTarget::model},
     {"openCSVReport",       L"file",    "reports", PathTarget::written},
@@ -32,6 +33,11 @@ constexpr PathAttribute kPaths[] = {
     {"replaceFormat",          L"path",     "models",  PathTarget::folder},
     {"addNote",                L"notepath", "models",  PathTarget::file},
     {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
+    {"loadToleranceTable",     L"path",     "models",  PathTarget::file},
+    {"setAppearance",          L"path",     "models",  PathTarget::file},
+    {"runModelCheck",          L"config",   "models",  PathTarget::file},
+    {"exportpdf",              L"profile",  "models",  PathTarget::file},
+    {"exportpdf2d",            L"profile",  "models",  PathTarget::file},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

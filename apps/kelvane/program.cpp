@@ -28,6 +28,7 @@ const VerbRow kVerbs[] = {
      "echo save | kelvane watch models SHAFT.PRT --package standards.kvz --set \"kvd_start_kvz_before_save=standards "
      "clean\"",
      &makeWatch},
+    {"ui", "the tool's dialogs in a browser", "kelvane ui --models workspace --packages packages", &makeUi},
     {"pack", "makes a package from a folder", "kelvane pack standards standards.kvz", &makePack},
     {"report", "a report as an aligned table", "kelvane report reports/masses.csv --columns", &makeReport},
     {"log", "a log as a tree", "kelvane log workspace/kelvane.log --level 1", &makeLog},

@@ -153,7 +153,10 @@ RunPlace prepareWatch(const RunOptions& options) {
   if (!options.package.empty()) package = openPackage(options.package);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
-  putInPlace(place, options, modelsFolder(options), config, package.get());
+  requireVaults(options);
+  const std::string models = modelsFolder(options);
+  place.vaults = connections(options, models);
+  putInPlace(place, options, models, config, package.get());
   return place;
 }
 

@@ -54,5 +54,6 @@ std::unique_ptr<Verb> makePack();
 std::unique_ptr<Verb> makeReport();
 std::unique_ptr<Verb> makeLog();
 std::unique_ptr<Verb> makeVault();
+std::unique_ptr<Verb> makeUi();
 
 }  // namespace kelvane

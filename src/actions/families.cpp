@@ -66,8 +66,22 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &viewerExportActions,
+    &drawingExportActions,
+    &pdfExportActions,
+    &featureActions,
+    &componentActions,
+    &modelFileActions,
+    &replaceModelActions,
     &pictureExportActions,
     &informationSheetActions,
+    &viewActions,
+    &annotationActions,
+    &appearanceActions,
+    &modelCheckActions,
+    &sheetScaleActions,
+    &exchangeExportActions,
+    &dotMatrixActions,
 };
 // clang-format on
 

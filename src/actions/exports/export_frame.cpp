@@ -34,19 +34,16 @@ std::wstring nameTemplate(const Task& task, const ExportForm& form) {
   return path;
 }
 
-ExportTarget fault(std::wstring_view line) {
-  core::logWrite(line, core::kError);
-  return {done, {}};
-}
-
 }  // namespace
 
 ExportTarget beginNamed(const Task& task, const ExportForm& form) {
   if (const auto ended = begin(task, {.title = form.title, .version = form.version})) return {ended, {}};
-  if (task.attribute(form.nameAttribute).empty())
-    return fault(text::format(L"The attribute '%s' is missing", form.nameAttribute));
+  if (task.attribute(form.nameAttribute).empty()) {
+    core::logWrite(text::format(L"The attribute '%s' is missing", form.nameAttribute), core::kError);
+    return {done, {}};
+  }
   Replaced name = replaceVariables(nameTemplate(task, form), task.model());
-  if (!name.hasText()) return fault(L"The file's name can't be put together");
+  if (!name.hasText()) return {done, {}};  // the substitution has told why
   std::replace(name.text.begin(), name.text.end(), L'\\', L'/');
   return {std::nullopt, std::move(name.text)};
 }

@@ -113,7 +113,7 @@ Got<ProElemtree> ProPatternElemtreeCreate(const ProFeature& pattern) {
     if (headless::featureType(f) != kPatternFeature) return ProBadInputs;
     ProElemtree tree;
     if (record->pattern && record->pattern->regeneration.index() != 0)
-      tree.elements.push_back({kPatternRegeneration, elementValue(record->pattern->regeneration)});
+      tree.elements.push_back({kPatternRegeneration, elementValue(record->pattern->regeneration), {}});
     return tree;
   });
 }

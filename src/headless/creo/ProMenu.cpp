@@ -2,15 +2,27 @@
 
 #include "headless/creo/operation.h"
 #include "headless/proui/resource.h"
+#include "text/encoding.h"
 
 namespace creo {
 
 using headless::operation;
 using State = headless::Session::State;
 
-ProError ProMenubarMenuAdd(const std::string& menu, const std::string& /*labelKey*/, const std::string& /*before*/,
-                           const std::wstring& /*messageFile*/) {
-  return operation("ProMenubarMenuAdd", [&](State& state) { return state.menu.addMenu(menu); });
+namespace {
+
+// A text of the message file by its key; the key itself where there is none.
+std::wstring shownText(State& state, const std::wstring& file, const std::string& key) {
+  const std::wstring* found = state.messageFiles.find(file, text::fromUtf8(key));
+  return found ? *found : text::fromUtf8(key);
+}
+
+}  // namespace
+
+ProError ProMenubarMenuAdd(const std::string& menu, const std::string& labelKey, const std::string& /*before*/,
+                           const std::wstring& messageFile) {
+  return operation("ProMenubarMenuAdd",
+                   [&](State& state) { return state.menu.addMenu(menu, shownText(state, messageFile, labelKey)); });
 }
 
 Got<ProCommand> ProCmdActionAdd(const std::string& name, std::function<void()> action, std::function<int()> access) {
@@ -20,11 +32,16 @@ Got<ProCommand> ProCmdActionAdd(const std::string& name, std::function<void()> a
   });
 }
 
-ProError ProMenubarmenuPushbuttonAdd(const std::string& menu, const std::string& button,
-                                     const std::string& /*labelKey*/, const std::string& /*helpKey*/,
-                                     const std::wstring& /*messageFile*/, ProCommand command) {
-  return operation("ProMenubarmenuPushbuttonAdd",
-                   [&](State& state) { return state.menu.addButton(menu, button, command); });
+ProError ProMenubarmenuPushbuttonAdd(const std::string& menu, const std::string& button, const std::string& labelKey,
+                                     const std::string& helpKey, const std::wstring& messageFile, ProCommand command) {
+  return operation("ProMenubarmenuPushbuttonAdd", [&](State& state) {
+    headless::MenuButton made;
+    made.menu = menu;
+    made.name = button;
+    made.label = shownText(state, messageFile, labelKey);
+    made.help = shownText(state, messageFile, helpKey);
+    return state.menu.addButton(made, command);
+  });
 }
 
 ProError ProCmdDesignate(ProCommand command, const std::string& /*labelKey*/, const std::string& /*helpKey*/,

@@ -1,6 +1,8 @@
 #include "creo/ProSelection.h"
 
+#include "creo/ProReference.h"
 #include "headless/creo/operation.h"
+#include "headless/model/items.h"
 
 namespace creo {
 
@@ -38,6 +40,21 @@ ProError ProSelectionHighlight(const ProSelection& selection, int color) {
 Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection) {
   return headless::onModel("ProSelectionModelitemGet", selection.item.owner,
                            [&](State&, headless::Model&) -> Got<ProModelitem> { return selection.item; });
+}
+
+Got<ProSelection> ProSelectionAlloc(const ProModelitem& item) {
+  return headless::onModel("ProSelectionAlloc", item.owner, [&](State&, headless::Model&) -> Got<ProSelection> {
+    return ProSelection{item, {}};
+  });
+}
+
+Got<ProReference> ProSelectionToReference(const ProSelection& selection) {
+  const ProModelitem& item = selection.item;
+  return headless::onModel("ProSelectionToReference", item.owner, [&](State&, headless::Model& m) -> Got<ProReference> {
+    for (const headless::NamedItem& one : headless::namedItems(m, item.type))
+      if (one.id == item.id) return ProReference{item};
+    return ProNotFound;
+  });
 }
 
 Got<std::vector<ProMdl>> ProSelectionAsmcomppathGet(const ProSelection& selection) {

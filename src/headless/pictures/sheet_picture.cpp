@@ -194,8 +194,8 @@ class Painter {
       std::wstring shown = shownHere(lines[i]);
       const double wanted = textWidth(shown, size);
       const double fitted = room > 0 && wanted > room ? size * room / wanted : size;
-      write(x(left) + size * 0.3, y(top) - line * static_cast<double>(i) - (line + size * 0.7) / 2, fitted,
-            std::move(shown));
+      const double base = y(top) - line * static_cast<double>(i) - (line + size * 0.7) / 2;
+      write(x(left) + size * 0.3, base, fitted, std::move(shown)).room = std::max(room, 0.0);
     }
   }
 

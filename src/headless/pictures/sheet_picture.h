@@ -32,6 +32,7 @@ struct SheetText {
   double x = 0, y = 0;  // where the base line begins
   double height = 0;    // of the face
   double angle = 0;     // degrees, counter-clockwise
+  double room = 0;      // how wide it may be; 0: as it comes. For a usual face the height says so already
   std::wstring text;
   SheetColor color = 0;
   SheetPart part = SheetPart::notes;

@@ -84,6 +84,11 @@ creo::Got<Component*> Dialog::find(std::string_view component, Kind kind) {
   return &found->second;
 }
 
+const Component* Dialog::look(std::string_view component) const {
+  const auto found = components_.find(component);
+  return found == components_.end() ? nullptr : &found->second;
+}
+
 creo::ProError Dialog::add(const std::string& component, Component content) {
   if (!components_.try_emplace(component, std::move(content)).second) return creo::ProExists;
   names_.push_back(component);

@@ -26,6 +26,13 @@ class Dialog {
   [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
   // Those that lie on its drawing area.
   [[nodiscard]] const std::vector<std::string>& overlays() const { return overlays_; }
+  // Where the resource has a component: inside a layout, a table, a tree or a menu, or, with "", in the dialog itself.
+  // Templates have no place.
+  struct Place {
+    std::string component, inside;
+  };
+  [[nodiscard]] const std::vector<Place>& places() const { return places_; }
+  void place(const std::string& component, const std::string& inside) { places_.push_back({component, inside}); }
   // Of all components, those in cells too.
   [[nodiscard]] std::size_t size() const { return components_.size(); }
   [[nodiscard]] bool has(std::string_view component) const { return components_.contains(component); }
@@ -57,6 +64,8 @@ class Dialog {
 
   // The component, ProNotFound, or ProBadInputs for one of another kind. Valid until it is removed.
   creo::Got<Component*> find(std::string_view component, Kind kind);
+  // The same of any kind; null where there is none.
+  [[nodiscard]] const Component* look(std::string_view component) const;
   // ProExists: there is one of that name.
   creo::ProError add(const std::string& component, Component content);
   // The same, of one that may be removed again: it lies on a drawing area.
@@ -87,6 +96,7 @@ class Dialog {
 
   std::string name_;
   std::vector<std::string> names_, overlays_;
+  std::vector<Place> places_;
   NameMap<Component> components_;
 };
 

@@ -179,7 +179,8 @@ void readMembers(const Reader& reader, const Json& owner, Component& made) {
   }
 }
 
-void readComponents(const Reader& reader, const Json& list) {
+// inside: the component that holds them, "" for the dialog itself; none for templates.
+void readComponents(const Reader& reader, const Json& list, const std::string* inside) {
   for (const Json& item : listOf(list)) {
     const std::string& name = stringOf(needed(item, "name"));
     if (name.empty()) fail(item, "a component without a name");
@@ -188,7 +189,8 @@ void readComponents(const Reader& reader, const Json& list) {
     makeContent(reader, item, made);
     readMembers(reader, item, made);
     if (reader.dialog.add(name, std::move(made))) fail(item, "a second component " + inQuotes(name));
-    if (const Json* inside = item.member("components")) readComponents(reader, *inside);
+    if (inside) reader.dialog.place(name, *inside);
+    if (const Json* held = item.member("components")) readComponents(reader, *held, inside ? &name : nullptr);
   }
 }
 
@@ -199,8 +201,9 @@ void readWhole(const Reader& reader, const Json& whole) {
   if (numberOf(format) != kFormat) fail(format, "'format' isn't " + std::to_string(kFormat));
   reader.dialog.title = reader.shownText(needed(whole, "title"));
   if (const Json* image = whole.member("image")) reader.dialog.icon = stringOf(*image);
-  readComponents(reader, needed(whole, "components"));
-  if (const Json* templates = whole.member("templates")) readComponents(reader, *templates);
+  const std::string top;
+  readComponents(reader, needed(whole, "components"), &top);
+  if (const Json* templates = whole.member("templates")) readComponents(reader, *templates, nullptr);
 }
 
 }  // namespace

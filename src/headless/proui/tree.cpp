@@ -130,6 +130,16 @@ Tree::Node* Tree::after(const Node* node, const Node* top) {
   return node == top ? nullptr : node->next;
 }
 
+const Tree::Node* Tree::nextLine(const Node& node, int& level) {
+  if (node.expanded && node.first) {
+    ++level;
+    return node.first;
+  }
+  const Node* at = &node;
+  for (; at && !at->next; at = at->parent) --level;
+  return at ? at->next : nullptr;
+}
+
 void Tree::deselectAll() {
   for (Node* node = first_; node; node = after(node, nullptr)) node->selected = false;
 }

@@ -55,6 +55,12 @@ class Tree {
   // A line a node, from the top: two blanks a level, the label, a blank and the type in brackets.
   [[nodiscard]] std::wstring dump() const;
 
+  // What a person sees who looks from the top, a line a node: the first root, and the node on the next line, which of
+  // an expanded node is its first child. Null behind the last. level: of the node, and then of the next one.
+  [[nodiscard]] const Node* top() const { return first_; }
+  static const Node* nextLine(const Node& node, int& level);
+  [[nodiscard]] static bool hasChildren(const Node& node) { return node.first != nullptr; }
+
   bool redraws = true;
 
  private:

@@ -1,9 +1,11 @@
 #include "headless/session/menu.h"
 
+#include <algorithm>
+
 namespace headless {
 
-creo::ProError Menu::addMenu(const std::string& menu) {
-  return menus_.try_emplace(menu).second ? creo::ProNoError : creo::ProExists;
+creo::ProError Menu::addMenu(const std::string& menu, const std::wstring& label) {
+  return menus_.try_emplace(menu, label).second ? creo::ProNoError : creo::ProExists;
 }
 
 creo::ProCommand Menu::addCommand(const std::string& name, std::function<void()> action, std::function<int()> access) {
@@ -15,12 +17,18 @@ creo::ProCommand Menu::addCommand(const std::string& name, std::function<void()>
   return {at->second};
 }
 
-creo::ProError Menu::addButton(const std::string& menu, const std::string& button, creo::ProCommand command) {
-  const auto found = menus_.find(menu);
+creo::ProError Menu::addButton(const MenuButton& button, creo::ProCommand command) {
+  const auto menu = menus_.find(button.menu);
   Command* behind = this->command(command);
-  if (found == menus_.end() || !behind) return creo::ProNotFound;
-  if (!found->second.try_emplace(button, command.id).second) return creo::ProExists;
+  if (menu == menus_.end() || !behind) return creo::ProNotFound;
+  const bool known = std::any_of(buttons_.begin(), buttons_.end(), [&](const MenuButton& one) {
+    return one.menu == button.menu && one.name == button.name;
+  });
+  if (known) return creo::ProExists;
   behind->inMenu = true;
+  buttons_.push_back(button);
+  buttons_.back().menuLabel = menu->second;
+  buttons_.back().command = behind->name;
   return creo::ProNoError;
 }
 

@@ -18,21 +18,31 @@ struct Command {
   std::string icon;
 };
 
+// An entry of the menu bar, with its texts in the session's language.
+struct MenuButton {
+  std::string menu, name, command;
+  std::wstring menuLabel, label, help;
+};
+
 class Menu {
  public:
-  creo::ProError addMenu(const std::string& menu);
+  creo::ProError addMenu(const std::string& menu, const std::wstring& label);
   // A command of that name gets the new action.
   creo::ProCommand addCommand(const std::string& name, std::function<void()> action, std::function<int()> access);
-  creo::ProError addButton(const std::string& menu, const std::string& button, creo::ProCommand command);
+  // Of `button` the menu, its own name and its texts are taken.
+  creo::ProError addButton(const MenuButton& button, creo::ProCommand command);
   // Null: there is none.
   Command* command(creo::ProCommand command);
   Command* command(const std::string& name);
   [[nodiscard]] std::vector<std::string> names() const;
+  // In the order in which they were added.
+  [[nodiscard]] const std::vector<MenuButton>& buttons() const { return buttons_; }
   void clear() { *this = {}; }
 
  private:
-  std::map<std::string, std::map<std::string, int>> menus_;  // buttons and their commands' numbers
-  std::vector<Command> commands_;                            // number - 1
+  std::map<std::string, std::wstring> menus_;  // with their labels
+  std::vector<MenuButton> buttons_;
+  std::vector<Command> commands_;  // number - 1
   std::map<std::string, int> byName_;
 };
 

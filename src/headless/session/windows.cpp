@@ -12,6 +12,12 @@ int Windows::create(const std::wstring& key) {
   return last_;
 }
 
+std::vector<int> Windows::all() const {
+  std::vector<int> numbers;
+  for (const auto& [number, window] : windows_) numbers.push_back(number);
+  return numbers;
+}
+
 void Windows::setCurrent(int window) {
   if (window == current()) return;
   std::erase(order_, window);

@@ -15,6 +15,8 @@ class Windows {
   // A window kept for a model of that key (modelKey); the one there is already.
   int create(const std::wstring& key);
   [[nodiscard]] bool has(int window) const { return windows_.contains(window); }
+  // By number.
+  [[nodiscard]] std::vector<int> all() const;
   // 0: none.
   [[nodiscard]] int current() const { return order_.empty() ? 0 : order_.back(); }
   void setCurrent(int window);

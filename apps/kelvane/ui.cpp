@@ -1,0 +1,46 @@
+// kelvane ui: the dialogs of the plug-in in a browser.
+#include "kelvane/fault.h"
+#include "kelvane/run_option_rows.h"
+#include "kelvane/ui/view.h"
+#include "kelvane/verb.h"
+
+namespace kelvane {
+namespace {
+
+class UiVerb : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    RunOptions& o = options_.surroundings;
+    std::vector<OptionRow> rows = {
+        {"--models", "DIR", "folder of models", &o.folder},
+        {"--packages", "DIR", "a folder of packages: .kvz files, and folders of that layout", &options_.packages},
+        {"--open", "NAME.EXT", "opens this model first", &options_.open},
+        {"--port", "N", "the port on 127.0.0.1; without it a free one", &options_.port},
+        {"--language", "en|de", "the language of the dialogs", &options_.language},
+        {"--vault", "VAULT", "a PDM folder whose workspace the folder of models is; the first one is active",
+         &o.vaults},
+        {"--workspace", "NAME", "the workspace's name; without it that of the folder", &o.workspace},
+        {"--user", "NAME", "who works; without it who is logged in", &o.user},
+        {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
+        {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
+    };
+    const auto more = surroundingRows(o);
+    rows.insert(rows.end(), more.begin(), more.end());
+    return rows;
+  }
+
+  int run(Console& console) override {
+    if (options_.surroundings.folder.empty()) throw Fault("ui: --models DIR is missing");
+    if (options_.packages.empty()) throw Fault("ui: --packages DIR is missing");
+    return view::show(options_, console);
+  }
+
+ private:
+  view::ViewOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeUi() { return std::make_unique<UiVerb>(); }
+
+}  // namespace kelvane

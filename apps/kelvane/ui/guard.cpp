@@ -1,0 +1,50 @@
+#include "kelvane/ui/guard.h"
+
+#include <random>
+
+namespace kelvane::view {
+
+std::string newToken() {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  constexpr int kBytes = 32;
+  std::random_device random;  // the system's own source
+  std::uniform_int_distribution<std::size_t> digit(0, kDigits.size() - 1);
+  std::string token;
+  for (int i = 0; i < 2 * kBytes; ++i) token += kDigits[digit(random)];
+  return token;
+}
+
+Guard::Guard(std::string token, int port) : token_(std::move(token)), port_(std::to_string(port)) {}
+
+std::string Guard::cookie() const { return "kelvane_" + port_ + "=" + token_; }
+
+bool Guard::isOwnHost(std::string_view host) const {
+  return host == "127.0.0.1:" + port_ || host == "localhost:" + port_;
+}
+
+bool Guard::isOwnOrigin(std::string_view origin) const {
+  constexpr std::string_view kScheme = "http://";
+  return origin.empty() || (origin.starts_with(kScheme) && isOwnHost(origin.substr(kScheme.size())));
+}
+
+bool Guard::isToken(std::string_view given) const {
+  if (given.size() != token_.size()) return false;
+  unsigned differs = 0;
+  for (std::size_t i = 0; i < token_.size(); ++i)
+    differs |= static_cast<unsigned char>(given[i]) ^ static_cast<unsigned char>(token_[i]);
+  return differs == 0;
+}
+
+bool Guard::isCookie(std::string_view header) const {
+  const std::string name = "kelvane_" + port_ + "=";
+  for (std::size_t at = 0; at < header.size();) {
+    const std::size_t end = std::min(header.find(';', at), header.size());
+    std::string_view one = header.substr(at, end - at);
+    while (one.starts_with(' ')) one.remove_prefix(1);
+    if (one.starts_with(name) && isToken(one.substr(name.size()))) return true;
+    at = end + 1;
+  }
+  return false;
+}
+
+}  // namespace kelvane::view

@@ -1,0 +1,259 @@
+#include "kelvane/ui/screen.h"
+
+#include <algorithm>
+
+#include "core/state.h"
+#include "creo/ProUITable.h"
+#include "engine/model_table.h"
+#include "kelvane/interrupt.h"
+#include "kelvane/places.h"
+#include "kelvane/run_watch.h"
+#include "kelvane/ui/deeds.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace kelvane::view {
+namespace {
+
+using headless::FileQuestion;
+using headless::Question;
+
+constexpr std::size_t kMostMessages = 500;  // that a page gets at once
+constexpr milliseconds kWait{200};          // between two looks for a signal
+constexpr milliseconds kOften{50};          // between two tellings
+constexpr int kShare = 10;                  // telling takes at most this part of a run's time
+
+const std::string& tool() { return core::pluginState().dialogName; }
+
+// The run's rows in its order: parts, assemblies, drawings.
+std::vector<std::string> chosenRows(headless::Session& session) {
+  std::vector<std::string> rows;
+  const headless::Dialog* dialog = session.ui().dialog(tool());
+  if (!dialog) return rows;
+  const std::vector<std::string> all = dialog->rows(engine::kModelTable);
+  for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
+    for (const std::string& row : all) {
+      if (row.ends_with(extension) && dialog->has(row + "_cb") && dialog->checked(row + "_cb")) rows.push_back(row);
+    }
+  }
+  return rows;
+}
+
+// A press writes results; a choice, and the opening of the tool, only unpack.
+bool writesResults(const json& deed) {
+  const std::string what = textOf(deed, "do");
+  return what != "choose" && what != "command";
+}
+
+bool startsWithOneOf(std::string_view name, std::initializer_list<std::string_view> beginnings) {
+  return std::any_of(beginnings.begin(), beginnings.end(),
+                     [name](std::string_view one) { return name.starts_with(one); });
+}
+
+}  // namespace
+
+Screen::Screen(headless::Session& session, Inbox& inbox, Feed& feed, Written& written, std::string language)
+    : session_(session), inbox_(inbox), feed_(feed), written_(written), language_(std::move(language)) {
+  session_.observe(this);
+  session_.trace(true);  // operations are where a run is seen, and where pages get their lines meanwhile
+  session_.ui().answerQuestions([this](const Question& question) { return answer(question); });
+  session_.ui().answerFileQuestions([this](const FileQuestion& question) { return answerFile(question); });
+}
+
+Screen::~Screen() {
+  session_.ui().answerQuestions(nullptr);
+  session_.ui().answerFileQuestions(nullptr);
+  session_.trace(false);
+  session_.observe(nullptr);
+}
+
+void Screen::live() {
+  tell();
+  while (Interrupt::code() == 0) {
+    if (const auto deed = inbox_.take(kWait)) work(*deed);
+  }
+}
+
+void Screen::work(const Deed& deed) {
+  const std::string fault = carryOut(deed);
+  ++revisions_.tables;
+  ++revisions_.trees;
+  ++revisions_.texts;
+  worked_ = std::max(worked_, deed.number);
+  if (!fault.empty()) notice_ = {{"number", deed.number}, {"text", fault}};
+  tell();
+}
+
+std::string Screen::carryOut(const Deed& deed) {
+  if (deed.at < barrier_) return "the session was busy when that was pressed";
+  if (working_ == 0) return carryOutAlone(deed);
+  const Bearing bearing = judges_.back()(deed);
+  if (bearing == Bearing::none) return "a question is open, and this is no answer to it";
+  return bearing == Bearing::press ? view::carryOut(session_, deed.what) : std::string();
+}
+
+// No question is open: Creo gets control back behind it.
+std::string Screen::carryOutAlone(const Deed& deed) {
+  stop_ = ran_ = false;
+  keepsFiles_ = writesResults(deed.what);
+  ++working_;
+  std::string fault;
+  try {
+    if (beforeCommand && textOf(deed.what, "do") == "command") beforeCommand();
+    fault = view::carryOut(session_, deed.what);
+    session_.settle();
+  } catch (const std::exception& thrown) {
+    session_.showMessage(text::fromUtf8(thrown.what()));
+  }
+  --working_;
+  if (ran_) barrier_ = Clock::now();
+  written_.gather(keepsFiles_);
+  if (keepsFiles_) written_.offer(core::pluginState().logFile);
+  return fault;
+}
+
+void Screen::block(json question, const Judge& judge, const std::function<bool()>& over) {
+  open_.push_back(std::move(question));
+  judges_.push_back(judge);
+  ++working_;  // also where the session asks by itself
+  barrier_ = Clock::now();
+  tell();
+  while (!over() && Interrupt::code() == 0) {
+    if (const auto deed = inbox_.take(kWait)) work(*deed);
+  }
+  --working_;
+  judges_.pop_back();
+  open_.pop_back();
+  changed_ = true;
+}
+
+int Screen::answer(const Question& question) {
+  if (!question.dialog.empty()) {
+    const std::string name = question.dialog;
+    block(
+        {{"kind", "dialog"}, {"dialog", name}},
+        [name](const Deed& deed) { return textOf(deed.what, "dialog") == name ? Bearing::press : Bearing::none; },
+        [this, name] {
+          const headless::Dialog* dialog = session_.ui().dialog(name);
+          return !dialog || !dialog->active;
+        });
+    return 0;
+  }
+  json buttons = json::array();
+  for (const std::wstring& button : question.buttons) buttons.push_back(text::toUtf8(button));
+  int pressed = 0;
+  bool done = false;
+  block(
+      {{"kind", "message"},
+       {"title", text::toUtf8(question.title)},
+       {"text", text::toUtf8(question.text)},
+       {"buttons", buttons}},
+      [&](const Deed& deed) {
+        if (textOf(deed.what, "do") != "answer") return Bearing::none;
+        pressed = deed.what.at("button").get<int>();
+        done = true;
+        return Bearing::answer;
+      },
+      [&] { return done; });
+  return pressed;
+}
+
+std::optional<std::wstring> Screen::answerFile(const FileQuestion& question) {
+  constexpr const char* kKinds[] = {"open", "save", "folder"};
+  std::optional<std::wstring> path;
+  bool done = false;
+  const std::wstring at = question.proposal.empty() ? question.folder : os::joined(question.folder, question.proposal);
+  block(
+      {{"kind", "file"},
+       {"what", kKinds[static_cast<std::size_t>(question.what)]},
+       {"title", text::toUtf8(question.title)},
+       {"filter", text::toUtf8(question.filter)},
+       {"path", shown(at)}},
+      [&](const Deed& deed) {
+        if (textOf(deed.what, "do") != "path") return Bearing::none;
+        const json& given = deed.what.at("path");
+        if (!given.is_null()) {
+          const std::wstring chosen = systemPath(given.get<std::string>());
+          if (!headless::canBeChosen(question.what, chosen)) return Bearing::none;
+          path = chosen;
+        }
+        done = true;
+        return Bearing::answer;
+      },
+      [&] { return done; });
+  return path;
+}
+
+json Screen::picture() {
+  json now = {{"language", language_},
+              {"dialogs", dialogsOf(session_, revisions_)},
+              {"windows", windowsOf(session_)},
+              {"menu", menuOf(session_)},
+              {"files", written_.files()},
+              {"opened", written_.opened()},
+              {"busy", working_ > 0 && open_.empty()},
+              {"question", open_.empty() ? json() : open_.back()},
+              {"notice", notice_},
+              {"worked", worked_}};
+  return now;
+}
+
+void Screen::tell() {
+  const Clock::time_point begin = Clock::now();
+  json now = picture();
+  json change = changeOf(told_, now);
+  const std::size_t count = session_.messages().size();
+  if (count > messages_) change["messages"] = messagesOf(session_, messages_, kMostMessages);
+  messages_ = count;
+  if (!change.empty()) {
+    json whole = now;
+    whole["messages"] = messagesOf(session_, 0, kMostMessages);
+    feed_.tell(lineOf(whole), lineOf(change));
+    told_ = std::move(now);
+  }
+  changed_ = false;
+  last_ = Clock::now();
+  pause_ = std::max(kOften, std::chrono::duration_cast<milliseconds>(last_ - begin) * kShare);
+}
+
+void Screen::tellSometimes() {
+  if (!changed_ || Clock::now() - last_ < pause_) return;
+  written_.gather(keepsFiles_);
+  tell();
+}
+
+void Screen::message(const std::wstring& /*text*/) { changed_ = true; }
+
+void Screen::saved(const headless::SavedDocument& document) { written_.noteModel(document.path); }
+
+void Screen::progress(int value, int /*maximum*/) {
+  changed_ = true;
+  if (value > 0) ran_ = true;
+  if (!stop_ && Interrupt::code() == 0) return;
+  std::vector<std::string> rows = chosenRows(session_);
+  const auto done = std::min(static_cast<std::size_t>(std::max(value, 0)), rows.size());
+  rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(done));
+  leaveOut(session_, rows);
+}
+
+void Screen::noteOperation(std::string_view name) {
+  if (!name.starts_with("ProUI") || name.ends_with("Get") || name.ends_with("GetState")) return;
+  changed_ = true;
+  if (name.starts_with("ProUITree")) ++revisions_.trees;
+  if (name.starts_with("ProUITextarea")) ++revisions_.texts;
+  if (startsWithOneOf(name, {"ProUITable", "ProUICheckbutton", "ProUILabel", "ProUIPushbutton"})) ++revisions_.tables;
+}
+
+// An operation is over: nothing is half done, and the pages may look. It ends in a destructor, which lets nothing out.
+void Screen::operation(std::string_view name, int /*result*/, long long /*nanoseconds*/) {
+  try {
+    noteOperation(name);
+    inbox_.answer();
+    tellSometimes();
+  } catch (const std::exception&) {
+    changed_ = true;  // the next one tells it
+  }
+}
+
+}  // namespace kelvane::view

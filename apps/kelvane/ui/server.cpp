@@ -1,0 +1,279 @@
+#include "kelvane/ui/server.h"
+
+#include <httplib.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "kelvane/ui/deeds.h"
+#include "kelvane/ui/guard.h"
+#include "kelvane/ui/lines.h"
+#include "kelvane/ui/picture.h"
+
+namespace kelvane::view {
+namespace {
+
+using httplib::Request;
+using httplib::Response;
+
+constexpr const char* kHost = "127.0.0.1";
+constexpr std::size_t kMostBytes = 64U << 10U;  // of a request's body
+constexpr std::size_t kThreads = 32;            // each page's stream has one, and each connection
+constexpr milliseconds kPatience{15'000};       // for the session's thread, which may be in a long operation
+constexpr milliseconds kPulse{1'000};           // between two looks whether a page is still there
+constexpr int kPulsesBetweenSigns = 15;
+
+// Nothing of another place is loaded, and no page of another place shows this one.
+constexpr const char* kPolicy =
+    "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self'; base-uri 'none'; "
+    "form-action 'none'; frame-ancestors 'none'";
+
+struct FileType {
+  std::string_view extension;
+  const char* type;
+};
+// What a browser shows by itself, without running it; everything else is downloaded.
+constexpr FileType kShown[] = {
+    {".csv", "text/plain; charset=utf-8"},
+    {".txt", "text/plain; charset=utf-8"},
+    {".log", "text/plain; charset=utf-8"},
+    {".xml", "text/plain; charset=utf-8"},
+    {".json", "text/plain; charset=utf-8"},
+    {".csvheader", "text/plain; charset=utf-8"},
+    {".pdf", "application/pdf"},
+    {".png", "image/png"},
+    {".jpg", "image/jpeg"},
+    {".jpeg", "image/jpeg"},
+    {".gif", "image/gif"},
+};
+
+void refuse(Response& response, int status, const std::string& text) {
+  response.status = status;
+  response.set_content(text + "\n", "text/plain; charset=utf-8");
+}
+
+std::size_t number(const Request& request, const char* name) {
+  const std::string text = request.get_param_value(name);
+  constexpr std::size_t kDigits = 9;
+  const bool isNumber = !text.empty() && text.size() <= kDigits &&
+                        std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  return isNumber ? std::stoul(text) : 0;
+}
+
+// For a header: no quotes, no line ends, ASCII alone.
+std::string headerName(const std::string& name) {
+  std::string plain;
+  for (const char c : name) plain += c >= ' ' && c <= '~' && c != '"' && c != '\\' ? c : '_';
+  return plain;
+}
+
+}  // namespace
+
+class Server::Work {
+ public:
+  Work(Inbox& inbox, Feed& feed, Doors doors, std::vector<Served> files)
+      : inbox_(inbox), feed_(feed), doors_(std::move(doors)), files_(std::move(files)) {}
+  ~Work() {
+    feed_.close();
+    inbox_.close();
+    server_.stop();
+    if (thread_.joinable()) thread_.join();
+  }
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+
+  bool start(int port) {
+    server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
+    server_.set_payload_max_length(kMostBytes);
+    server_.set_keep_alive_timeout(1);
+    server_.set_tcp_nodelay(true);
+    server_.set_default_headers({{"Content-Security-Policy", kPolicy},
+                                 {"X-Content-Type-Options", "nosniff"},
+                                 {"Referrer-Policy", "no-referrer"},
+                                 {"Cross-Origin-Resource-Policy", "same-origin"},
+                                 {"Cache-Control", "no-store"}});
+    routes();
+    if (port == 0) {
+      port = server_.bind_to_any_port(kHost);
+    } else if (!server_.bind_to_port(kHost, port)) {
+      port = -1;
+    }
+    if (port < 0) return false;
+    guard_.emplace(newToken(), port);
+    address_ = "http://" + std::string(kHost) + ":" + std::to_string(port) + "/?token=" + guard_->token();
+    thread_ = std::thread([this] { server_.listen_after_bind(); });
+    while (!server_.is_running()) std::this_thread::yield();  // one that doesn't run yet can't be stopped
+    return true;
+  }
+  [[nodiscard]] const std::string& address() const { return address_; }
+
+ private:
+  using Handled = httplib::Server::HandlerResponse;
+
+  void routes() {
+    server_.set_pre_routing_handler([this](const Request& request, Response& response) {
+      return isLetIn(request, response) ? Handled::Unhandled : Handled::Handled;
+    });
+    const auto get = [this](const char* path, void (Work::*handler)(const Request&, Response&)) {
+      server_.Get(path,
+                  [this, handler](const Request& request, Response& response) { (this->*handler)(request, response); });
+    };
+    get("/", &Work::page);
+    get(R"(/(own|image)/([^/]+))", &Work::file);
+    get("/state", &Work::state);
+    get("/events", &Work::events);
+    get("/lines", &Work::lines);
+    get("/models", &Work::models);
+    get(R"(/file/(\d{1,9}))", &Work::writtenFile);
+    server_.Post("/do", [this](const Request& request, Response& response) { deed(request, response); });
+  }
+
+  bool isLetIn(const Request& request, Response& response) {
+    const bool isOwn =
+        guard_->isOwnHost(request.get_header_value("Host")) && guard_->isOwnOrigin(request.get_header_value("Origin"));
+    if (!isOwn) {
+      refuse(response, 403, "this is for pages of this address alone");
+      return false;
+    }
+    const bool enters = request.path == "/" && guard_->isToken(request.get_param_value("token"));
+    if (enters || guard_->isCookie(request.get_header_value("Cookie"))) return true;
+    refuse(response, 403, "open the address that 'kelvane ui' printed");
+    return false;
+  }
+
+  // With the token in the address: gives it as a cookie, so that it stands in no history.
+  void page(const Request& request, Response& response) {
+    if (request.has_param("token")) {
+      response.set_header("Set-Cookie", guard_->cookie() + "; Path=/; HttpOnly; SameSite=Strict");
+      response.set_redirect("/", 303);
+      return;
+    }
+    send("index.html", response);
+  }
+
+  void file(const Request& request, Response& response) { send(request.matches[2].str(), response); }
+
+  void send(const std::string& name, Response& response) const {
+    const auto found = std::find_if(files_.begin(), files_.end(), [&](const Served& one) { return one.name == name; });
+    if (found == files_.end()) return refuse(response, 404, "there is no such file");
+    response.set_content(found->bytes, found->type);
+  }
+
+  void state(const Request& /*request*/, Response& response) {
+    response.set_content(*feed_.whole(), "application/json");
+  }
+
+  void events(const Request& /*request*/, Response& response) {
+    const auto listener = feed_.listen();
+    if (!listener) return refuse(response, 503, "too many pages are open");
+    response.set_chunked_content_provider(
+        "text/event-stream",
+        [listener, idle = 0](std::size_t /*offset*/, httplib::DataSink& sink) mutable {
+          const auto event = listener->next(kPulse);
+          if (!event) {
+            if (listener->over() || !sink.is_writable()) return false;
+            idle = (idle + 1) % kPulsesBetweenSigns;
+            return idle != 0 || sink.write(":\n\n", 3);
+          }
+          const std::string text = std::string("event: ") + event->name + "\ndata: " + *event->data + "\n\n";
+          return sink.write(text.data(), text.size());
+        },
+        nullptr);
+  }
+
+  void answerRead(const std::string& what, const nlohmann::json& about, Response& response) const {
+    const auto read = doors_.read(what, about);
+    if (!read) return refuse(response, 503, "the session is busy");
+    if (*read == "null") return refuse(response, 404, "there is no such thing");
+    response.set_content(*read, "application/json");
+  }
+
+  void lines(const Request& request, Response& response) {
+    answerRead("lines",
+               {{"dialog", request.get_param_value("dialog")},
+                {"component", request.get_param_value("component")},
+                {"from", number(request, "from")},
+                {"count", number(request, "count")}},
+               response);
+  }
+
+  void models(const Request& /*request*/, Response& response) { answerRead("models", {}, response); }
+
+  // Of the files that lists wrote, by number: no path comes from a request.
+  void writtenFile(const Request& request, Response& response) {
+    const auto read = doors_.read("file", std::stoul(request.matches[1].str()));
+    const auto place = nlohmann::json::parse(read.value_or("null"));
+    if (place.is_null()) return refuse(response, 404, "there is no such file");
+    const auto input = std::make_shared<std::ifstream>(place.at("path").get<std::string>(), std::ios::binary);
+    std::error_code error;
+    const auto size = std::filesystem::file_size(place.at("path").get<std::string>(), error);
+    if (!*input || error) return refuse(response, 404, "the file can't be read");
+    const std::string name = place.at("name").get<std::string>();
+    const std::string extension = extensionOf(name);
+    const auto* known = std::find_if(std::begin(kShown), std::end(kShown),
+                                     [&](const FileType& one) { return one.extension == extension; });
+    const bool shows = known != std::end(kShown) && !request.has_param("download");
+    // A browser's own viewer of PDF files doesn't work in a sandbox.
+    response.headers.erase("Content-Security-Policy");
+    response.set_header("Content-Security-Policy",
+                        extension == ".pdf" ? "frame-ancestors 'none'" : "default-src 'none'; sandbox");
+    response.set_header("Content-Disposition",
+                        std::string(shows ? "inline" : "attachment") + "; filename=\"" + headerName(name) + "\"");
+    sendPieces(response, input, size, shows ? known->type : "application/octet-stream");
+  }
+
+  static std::string extensionOf(const std::string& name) {
+    const std::size_t dot = name.rfind('.');
+    std::string extension = dot == name.npos ? std::string() : name.substr(dot);
+    for (char& c : extension) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return extension;
+  }
+
+  static void sendPieces(Response& response, const std::shared_ptr<std::ifstream>& input, std::size_t size,
+                         const char* type) {
+    if (size == 0) return response.set_content("", type);
+    response.set_content_provider(size, type, [input](std::size_t offset, std::size_t length, httplib::DataSink& sink) {
+      constexpr std::size_t kPiece = 64U << 10U;
+      std::string bytes(std::min(length, kPiece), '\0');
+      input->seekg(static_cast<std::streamoff>(offset));
+      input->read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+      const auto got = static_cast<std::size_t>(input->gcount());
+      return got > 0 && sink.write(bytes.data(), got);
+    });
+  }
+
+  void deed(const Request& request, Response& response) {
+    const auto what = nlohmann::json::parse(request.body, nullptr, false);
+    if (what.is_object() && what.value("do", nlohmann::json()) == "stop") {
+      doors_.stopRun();
+      response.set_content("{}", "application/json");
+      return;
+    }
+    const std::string fault = what.is_discarded() ? "it is no JSON" : faultOf(what);
+    if (!fault.empty()) return refuse(response, 400, fault);
+    const std::uint64_t given = inbox_.put(what);
+    if (given == 0) return refuse(response, 503, "too much waits to be done");
+    response.status = 202;
+    response.set_content(lineOf({{"number", given}}), "application/json");
+  }
+
+  Inbox& inbox_;
+  Feed& feed_;
+  Doors doors_;
+  std::vector<Served> files_;
+  httplib::Server server_;
+  std::optional<Guard> guard_;
+  std::string address_;
+  std::thread thread_;
+};
+
+Server::Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Served> files)
+    : work_(std::make_unique<Work>(inbox, feed, std::move(doors), std::move(files))) {}
+Server::~Server() = default;
+
+bool Server::start(int port) { return work_->start(port); }
+std::string Server::address() const { return work_->address(); }
+
+}  // namespace kelvane::view

@@ -1,0 +1,153 @@
+#include "kelvane/ui/view.h"
+
+#include <filesystem>
+
+#include "headless/proui/resource.h"
+#include "headless/session/state.h"
+#include "kelvane/exit_codes.h"
+#include "kelvane/fault.h"
+#include "kelvane/interrupt.h"
+#include "kelvane/model_folder.h"
+#include "kelvane/package_place.h"
+#include "kelvane/places.h"
+#include "kelvane/run_doors.h"
+#include "kelvane/run_place.h"
+#include "kelvane/ui/lines.h"
+#include "kelvane/ui/screen.h"
+#include "kelvane/ui/server.h"
+#include "kelvane/ui/web_files.h"
+#include "text/encoding.h"
+
+namespace kelvane::view {
+namespace {
+
+constexpr milliseconds kPatience{15'000};  // for the session's thread, which may be in a long operation
+constexpr int kHighestPort = 65'535;
+
+// As a run's, but with all packages of the folder.
+RunOptions surroundings(const ViewOptions& options) {
+  RunOptions run = options.surroundings;
+  run.settings.emplace_back("kvd_kvz_path=p:\\");
+  return run;
+}
+
+headless::SessionOptions sessionOf(const RunOptions& options, const RunPlace& place, const std::string& language) {
+  headless::SessionOptions session = sessionOptions(options, place);
+  session.language = language == "de" ? "german" : "usascii";
+  return session;
+}
+
+// The images that the dialogs may name; those of the language before those of all languages.
+void addImages(std::vector<Served>& files, const std::wstring& textFolder, const std::string& language) {
+  for (const std::wstring& place : {os::joined(textFolder, text::fromUtf8(language)), textFolder}) {
+    const std::wstring folder = os::joined(place, L"resource");
+    for (const os::Entry& entry : os::files().list(folder).value) {
+      const bool isPng = entry.name.ends_with(L".png"), isGif = entry.name.ends_with(L".gif");
+      if (!isPng && !isGif) continue;
+      auto read = os::files().read(os::joined(folder, entry.name));
+      if (read) files.push_back({text::toUtf8(entry.name), isPng ? "image/png" : "image/gif", std::move(read.value)});
+    }
+  }
+}
+
+class View {
+ public:
+  View(const ViewOptions& options, Console& console)
+      : options_(options),
+        console_(console),
+        run_(surroundings(options)),
+        place_(prepareWatch(run_)),
+        doors_(run_),
+        session_(sessionOf(run_, place_, options.language)),
+        screen_(session_, inbox_, feed_, written_, options.language) {
+    for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);
+    for (const auto& vault : place_.vaults) {
+      const std::wstring reason = session_.state().servers.connect(vault);
+      if (!reason.empty()) throw Fault(text::toUtf8(reason));
+    }
+    screen_.beforeCommand = [this] { place(); };
+  }
+
+  int run() {
+    place();
+    if (session_.loadPlugin() != 0) throw Fault("the plug-in doesn't start: " + text::toUtf8(session_.startError()));
+    session_.settle();
+    if (!options_.open.empty()) open();
+    Server server(inbox_, feed_, doors(), files());
+    if (!server.start(options_.port)) throw Fault("port " + std::to_string(options_.port) + " can't be had");
+    screen_.tell();
+    console_.result(server.address());
+    console_.note("open this address in a browser of this machine; Ctrl-C ends the session");
+    console_.flush();
+    screen_.live();
+    return Interrupt::code() == 0 ? kFine : Interrupt::code();
+  }
+
+ private:
+  // Packages may change while the session lives; the tool lists them when it is opened.
+  void place() const {
+    for (const std::string& fault : placePackages(options_.packages, workFolder(shown(place_.models))))
+      console_.trouble("warning: " + fault);
+    console_.flush();
+  }
+
+  void open() {
+    const ModelFileName model = modelFileName(options_.open);
+    if (!session_.open(model.name, model.type)) {
+      const auto& messages = session_.messages();
+      throw Fault(options_.open + " can't be opened" + (messages.empty() ? "" : ": " + readable(messages.back())));
+    }
+    session_.settle();
+  }
+
+  Doors doors() {
+    return {[this](const std::string& what, const json& about) {
+              return inbox_.ask([this, what, about] { return lineOf(read(what, about)); }, kPatience);
+            },
+            [this] { screen_.stopRun(); }};
+  }
+
+  // On the session's thread.
+  json read(const std::string& what, const json& about) {
+    if (what == "lines")
+      return linesOf(session_, {about.at("dialog"), about.at("component"), about.at("from"), about.at("count")});
+    if (what == "models") return models();
+    const auto file = written_.place(about.get<std::size_t>());
+    return file ? json({{"path", file->machine}, {"name", file->name}}) : json();
+  }
+
+  [[nodiscard]] json models() const {
+    std::set<std::string> names;
+    for (const auto& document : headless::readFolder(place_.models))
+      names.insert(label(document.file.name, document.file.type));
+    return names;
+  }
+
+  std::vector<Served> files() {
+    std::vector<Served> files = webFiles();
+    addImages(files, session_.options().textFolder, session_.options().language);
+    return files;
+  }
+
+  const ViewOptions& options_;
+  Console& console_;
+  RunOptions run_;
+  RunPlace place_;
+  RunDoors doors_;
+  Written written_;
+  headless::Session session_;
+  Inbox inbox_;
+  Feed feed_;
+  Screen screen_;
+};
+
+}  // namespace
+
+int show(const ViewOptions& options, Console& console) {
+  if (options.port > kHighestPort) throw Fault("--port: there is no port " + std::to_string(options.port));
+  (void)systemFolder(options.packages);
+  const Interrupt interrupt;
+  return View(options, console).run();
+}
+
+}  // namespace kelvane::view

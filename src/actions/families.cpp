@@ -74,6 +74,7 @@ constexpr Family kFamilies[] = {
     &modelFileActions,
     &replaceModelActions,
     &pictureExportActions,
+    &informationSheetActions,
     &viewActions,
     &annotationActions,
     &appearanceActions,

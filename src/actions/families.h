@@ -86,6 +86,7 @@ std::span<const ActionFunction> componentActions();  // model/components.cpp
 std::span<const ActionFunction> modelFileActions();  // model/model_files.cpp
 std::span<const ActionFunction> replaceModelActions();  // model/replace_model.cpp
 std::span<const ActionFunction> pictureExportActions();  // exports/pictures.cpp
+std::span<const ActionFunction> informationSheetActions();  // reports/sheet/information_pdf.cpp
 std::span<const ActionFunction> viewActions();  // model/views.cpp
 std::span<const ActionFunction> annotationActions();  // model/annotations.cpp
 std::span<const ActionFunction> appearanceActions();  // model/appearance.cpp

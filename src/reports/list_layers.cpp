@@ -1,5 +1,6 @@
 // The list of layers.
 #include "creo/ProLayer.h"
+#include "reports/layer_words.h"
 #include "reports/list_rows.h"
 
 namespace reports {
@@ -10,21 +11,12 @@ struct Layer {
   creo::ProLayer handle;
 };
 
+// Empty for what isn't one of Creo's four.
 std::wstring status(const Layer& layer) {
+  using creo::ProLayerDisplay;
   const auto status = creo::ProLayerDisplaystatusGet(layer.handle);
-  if (!status) return {};
-  switch (status.value) {
-    case creo::ProLayerDisplay::blank:
-      return L"BLANK";
-    case creo::ProLayerDisplay::display:
-      return L"DISPLAY";
-    case creo::ProLayerDisplay::hidden:
-      return L"HIDDEN";
-    case creo::ProLayerDisplay::normal:
-      return L"NORMAL";
-    default:
-      return {};
-  }
+  if (!status || status.value == ProLayerDisplay::none || status.value == ProLayerDisplay::skip) return {};
+  return std::wstring(layerStatusWord(status.value));
 }
 
 constexpr ListColumn<Layer> kColumns[] = {

@@ -2,8 +2,10 @@
 #include "actions/families.h"
 #include "creo/ProLayer.h"
 #include "engine/compare.h"
+#include "reports/layer_words.h"
 #include "reports/report_row.h"
 #include "text/format.h"
+#include "text/letters.h"
 
 namespace reports {
 namespace {
@@ -21,24 +23,6 @@ struct LayerLines {
         count(task.isTrue(L"noOfElements")) {}
 };
 
-std::wstring_view statusWord(creo::ProLayerDisplay status) {
-  switch (status) {
-    case creo::ProLayerDisplay::normal:
-      return L"normal";
-    case creo::ProLayerDisplay::display:
-      return L"display";
-    case creo::ProLayerDisplay::blank:
-      return L"blank";
-    case creo::ProLayerDisplay::hidden:
-      return L"hidden";
-    case creo::ProLayerDisplay::skip:
-      return L"skip";
-    case creo::ProLayerDisplay::none:
-      break;
-  }
-  return L"none";
-}
-
 // The filter stands in the title where it tells something that the lines don't.
 std::wstring title(const LayerLines& wanted) {
   const bool tells = !wanted.filter.empty() && !(wanted.name && wanted.filter == L"*");
@@ -53,7 +37,7 @@ std::wstring line(const LayerLines& wanted, const creo::ProLayer& layer, const s
   std::wstring line = wanted.name ? name : std::wstring();
   if (wanted.status) {
     if (const auto status = creo::ProLayerDisplaystatusGet(layer))
-      line.append(wanted.name ? kBetween : L"").append(statusWord(status.value));
+      line.append(wanted.name ? kBetween : L"").append(text::lower(layerStatusWord(status.value)));
   }
   if (wanted.count) {
     if (const auto items = creo::ProLayerItemsPopulate(layer))

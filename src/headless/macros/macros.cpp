@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "headless/macros/layer_steps.h"
+#include "headless/macros/relation_steps.h"
 #include "headless/macros/view_steps.h"
 #include "headless/model/family.h"
 #include "headless/session/state.h"
@@ -41,7 +42,7 @@ MacroStep parsed(std::wstring_view text) {
 }
 
 // The dialogs with files of their own.
-constexpr StepHandler kDialogs[] = {&layerSteps, &viewSteps};
+constexpr StepHandler kDialogs[] = {&layerSteps, &viewSteps, &relationSteps};
 
 bool drawingIsCurrent(Session::State& state) {
   const Model* model = state.models.find(state.windows.model(state.windows.current()));

@@ -1,0 +1,71 @@
+#include "reports/sheet/font_file.h"
+
+#include <cstdint>
+
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace reports::sheet {
+namespace {
+
+constexpr std::size_t kHeader = 12, kEntry = 16;  // of the directory of tables, in bytes
+constexpr std::string_view kTrueType("\0\1\0\0", 4), kTrueTypeToo = "true";
+// What the PDF library reads; it trusts that they are there.
+constexpr std::string_view kNeeded[] = {"head", "maxp", "hhea", "hmtx", "cmap", "loca", "glyf", "name", "OS/2"};
+constexpr int kUnicode = 0, kWindows = 3;  // platforms whose tables map Unicode
+constexpr std::uint64_t kSegments = 4;     // the format of a table for the basic plane
+
+std::uint64_t number(std::string_view bytes, std::uint64_t at, int length) {
+  std::uint64_t value = 0;
+  for (int i = 0; i < length; ++i)
+    value = value << 8 | static_cast<unsigned char>(bytes[static_cast<std::size_t>(at) + i]);
+  return value;
+}
+
+// The tables, by name; a file that ends in the midst of one is told by `isCut`.
+struct Tables {
+  std::string_view bytes;
+  std::size_t count = 0;
+  bool isCut = false;
+
+  explicit Tables(std::string_view file) : bytes(file), count(number(file, 4, 2)) {
+    isCut = kHeader + count * kEntry > file.size();
+    for (std::size_t i = 0; i < count && !isCut; ++i)
+      isCut = number(bytes, entry(i) + 8, 4) + number(bytes, entry(i) + 12, 4) > file.size();
+  }
+  [[nodiscard]] std::string_view table(std::string_view name) const {
+    for (std::size_t i = 0; i < count; ++i)
+      if (bytes.substr(entry(i), 4) == name)
+        return bytes.substr(number(bytes, entry(i) + 8, 4), number(bytes, entry(i) + 12, 4));
+    return {};
+  }
+
+ private:
+  static std::size_t entry(std::size_t i) { return kHeader + i * kEntry; }
+};
+
+bool mapsUnicode(std::string_view cmap) {
+  if (cmap.size() < 4) return false;
+  const std::uint64_t count = number(cmap, 2, 2);
+  for (std::uint64_t i = 0; i < count && 4 + (i + 1) * 8 <= cmap.size(); ++i) {
+    const auto platform = static_cast<int>(number(cmap, 4 + i * 8, 2));
+    const std::uint64_t at = number(cmap, 4 + i * 8 + 4, 4);
+    if ((platform != kUnicode && platform != kWindows) || at + 2 > cmap.size()) continue;
+    if (number(cmap, at, 2) == kSegments) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::wstring fontFault(std::string_view bytes) {
+  if (bytes.size() < kHeader || (!bytes.starts_with(kTrueType) && !bytes.starts_with(kTrueTypeToo)))
+    return L"it is no TrueType font";
+  const Tables tables(bytes);
+  if (tables.isCut) return L"the file is cut";
+  for (const std::string_view name : kNeeded)
+    if (tables.table(name).empty()) return text::format(L"its table '%s' is missing", text::fromUtf8(name));
+  return mapsUnicode(tables.table("cmap")) ? L"" : L"it has no table of Unicode characters";
+}
+
+}  // namespace reports::sheet

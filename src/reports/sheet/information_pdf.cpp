@@ -1,0 +1,148 @@
+// writeInformationPDF: a sheet that tells a person what a model is.
+#include <algorithm>
+
+#include "actions/exports/export_frame.h"
+#include "actions/families.h"
+#include "core/config.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "creo/ProUtil.h"
+#include "os/clock.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "reports/sheet/sections.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace reports::sheet {
+namespace {
+
+using namespace engine;
+
+constexpr int kTitle = 147, kNoPath = 148, kNoRights = 149, kNoDocument = 151, kNoModel = 152;
+constexpr std::wstring_view kExtension = L".pdf", kReports = L"reports", kDefaultFont = L"text\\FreeSans.ttf";
+
+// In their order on the sheet, each with the debug line behind it; the first two have none.
+struct Part {
+  Section write;
+  std::wstring_view mark;
+};
+constexpr Part kParts[] = {
+    {&headOfSheet, L""},
+    {&unitSection, L""},
+    {&accuracySection, L""},
+    {&customTextSection, L"Check Ctext"},
+    {&materialSection, L"Check Materials"},
+    {&parameterSection, L"Check Params"},
+    {&featureParameterSection, L"Check KE Params"},
+    {&relationSection, L"Check Rels"},
+    {&viewSection, L"Check Views"},
+    {&layerSection, L"Check Layers"},
+    {&firstFeatureSection, L"Check first x Kes"},
+    {&firstNoteSection, L"Check first x Annotations"},
+    {&dependencySection, L"Check Deps"},
+    {&simplifiedRepSection, L"Check Reps"},
+    {&interfaceSection, L"Check Interfaces"},
+    {&familyTableSection, L"Check FamTab"},
+};
+
+std::wstring fileName(const Task& task) {
+  std::wstring name = task.text(L"file").text;
+  const bool hasIt = name.size() >= kExtension.size() &&
+                     text::equalNoCase(std::wstring_view(name).substr(name.size() - kExtension.size()), kExtension);
+  return hasIt ? name : name + std::wstring(kExtension);
+}
+
+// A file of a name that nothing has is made and taken away again.
+bool canWriteIn(const std::wstring& folder) {
+  std::wstring probe = folder + L"kvd_writetest";
+  while (os::files().exists(probe)) probe += L'_';
+  if (os::files().create(probe, "")) return false;
+  return !os::files().remove(probe);
+}
+
+// Where the sheet goes; empty: nowhere, and the log says why.
+std::wstring target(const Task& task) {
+  const bool fromModel = task.isTrue(L"folderFromModel");
+  std::wstring folder =
+      fromModel ? replaceVariablesPath(L"@mdlpath@", task.model(), kReports) : task.path(L"folder", kReports);
+  if (!folder.ends_with(L'/') && !folder.ends_with(L'\\')) folder += L'\\';
+  const bool exists = os::files().isFolder(folder);
+  if (!exists || (!fromModel && !canWriteIn(folder))) {
+    core::logMsgPlain(exists ? kNoRights : kNoPath, core::kError);
+    return {};
+  }
+  if (task.attribute(L"file").empty()) {
+    tellError(L"The attribute 'file' is missing");
+    return {};
+  }
+  return folder + fileName(task);
+}
+
+std::wstring fontPath(const Task& task) {
+  std::wstring path = task.path(L"font", kReports);
+  if (!path.empty()) return path;
+  return core::normalisedTextPath(creo::ProToolkitApplTextPathGet().value) + std::wstring(kDefaultFont);
+}
+
+bool beginDocument(const Task& task, Document& document) {
+  if (!document.isOpen()) {
+    core::logMsgPlain(kNoDocument, core::kError);
+    return false;
+  }
+  const std::wstring path = fontPath(task);
+  const std::wstring fault = document.useFont(path);
+  if (!fault.empty()) tellError(text::format(L"The font %s can't be used: %s", path, fault));
+  return fault.empty();
+}
+
+void describe(const Task& task, Document& document) {
+  document.describe({.title = creo::ProMdlNameGet(task.model()).value,
+                     .subject = task.text(L"description").text,
+                     .author = os::environment(L"username").value_or(L""),
+                     .created = os::clock().seconds()});
+}
+
+void save(Document& document, const std::wstring& path) {
+  tell(L"save the report to file");
+  core::logIndented(path, core::kNormal, 1);
+  const std::string bytes = document.bytes();
+  const std::error_code fault =
+      bytes.empty() ? std::make_error_code(std::errc::not_enough_memory) : os::files().write(path, bytes);
+  if (fault) tellError(text::format(L"Can't write the file %s: %s", path, text::fromUtf8(fault.message())));
+  core::logIndented(L"Check Save", core::kDebug, 1);
+}
+
+Outcome writeInformationPDF(const Task& task) {
+  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
+  if (!creo::ProMdlTypeGet(task.model())) {
+    core::logMsgPlain(kNoModel, core::kError);
+    return done;
+  }
+  const std::wstring path = target(task);
+  if (path.empty() || !actions::mayWrite(task, path)) return done;
+  Document document;
+  if (!beginDocument(task, document)) return done;
+  describe(task, document);
+  Page page(document);
+  for (const Part& part : kParts) {
+    part.write({task, task.model(), page});
+    if (!part.mark.empty()) core::logIndented(part.mark, core::kDebug, 1);
+  }
+  save(document, path);
+  if (!task.isTrue(L"oaw")) return done;
+  tell(L"start pdf");
+  os::processes().open(path);
+  return done;
+}
+
+constexpr actions::ActionFunction kActions[] = {{L"writeInformationPDF", &writeInformationPDF}};
+
+}  // namespace
+}  // namespace reports::sheet
+
+namespace actions {
+std::span<const ActionFunction> informationSheetActions() { return reports::sheet::kActions; }
+}  // namespace actions

@@ -1,0 +1,157 @@
+// What a model holds one by one: views, layers, features, notes, the models that it uses, representations, interfaces.
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "creo/ProNote.h"
+#include "creo/ProState.h"
+#include "reports/layer_words.h"
+#include "reports/sheet/items.h"
+#include "reports/sheet/sections.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace reports::sheet {
+namespace {
+
+constexpr int kViews = 191, kViewName = 193, kAlternativeName = 194;
+constexpr int kLayers = 181, kLayerName = 182, kStatus = 183;
+constexpr int kFirst = 174, kFeatures = 175, kAnnotations = 190, kName = 164, kType = 165;
+constexpr int kDependencies = 184, kSimplifiedReps = 185, kInterfaces = 186;
+constexpr double kAlternativeColumn = 150, kSecondColumn = 250, kIdColumn = 450;
+// Creo's number of the feature type of a component interface.
+constexpr int kInterfaceFeature = 1118;
+
+void debug(std::wstring_view line) { core::logIndented(line, core::kDebug, 1); }
+
+// "First 5 features".
+void firstTitle(const Subject& subject, std::wstring_view count, int what) {
+  subject.page.sectionTitle(text::format(L"%s %s %s", core::msgText(kFirst), count, core::msgText(what)));
+}
+
+void listed(Page& page, std::wstring_view name) { page.line(name, kRowSize, kMargin, kListStep); }
+
+void featureRow(Page& page, const creo::ProFeature& feature) {
+  debug(L"Start KE Write Visit Action");
+  const auto name = creo::ProModelitemNameGet(itemOf(feature));
+  if (!name && name.error != creo::ProNotFound)
+    tellError(text::format(L"Failure in pdfKEWriteVisitAction - ProModelitemNameGet %d", static_cast<int>(name.error)));
+  const auto type = creo::ProFeatureTypenameGet(feature);
+  if (!type)
+    tellError(
+        text::format(L"Failure in pdfKEWriteVisitAction - ProFeatureTypenameGet: %d", static_cast<int>(type.error)));
+  const std::wstring shown = nameOrUnknown(name), id = text::format(L"%d", feature.id);
+  page.row({{kMargin, shown}, {kSecondColumn, type.value}, {kIdColumn, id}}, kRowSize, kTableStep);
+  debug(L"End KE Write Visit Action");
+}
+
+// The lines of a note stand closer than notes do.
+void noteLines(Page& page, const creo::ProNote& note) {
+  debug(L"Start Note Write Visit Action");
+  double step = kListStep;
+  for (const std::wstring& line : creo::ProNoteTextGet(note).value) {
+    page.line(line, kRowSize, kMargin, step);
+    step = kTableStep;
+  }
+  debug(L"End Note Write Visit Action");
+}
+
+}  // namespace
+
+void viewSection(const Subject& subject) {
+  if (!subject.wants(L"views")) return;
+  tell(L"Report views");
+  title(subject, kViews);
+  subject.page.heads({{kMargin, core::msgText(kViewName)}, {kAlternativeColumn, core::msgText(kAlternativeName)}});
+  if (const auto views = creo::ProViewNamesGet(subject.model))
+    for (std::size_t i = 0; i < views.value.names.size(); ++i)
+      subject.page.row({{kMargin, views.value.names[i]}, {kAlternativeColumn, views.value.alternateNames[i]}}, kRowSize,
+                       kTableStep);
+  subject.page.endSection();
+}
+
+void layerSection(const Subject& subject) {
+  if (!subject.wants(L"layers")) return;
+  tell(L"Report layers");
+  title(subject, kLayers);
+  subject.page.heads({{kMargin, core::msgText(kLayerName)}, {kSecondColumn, core::msgText(kStatus)}});
+  creo::ProMdlLayerVisit(subject.model, [&](const creo::ProLayer& layer) {
+    const std::wstring name = creo::ProLayerNameGet(layer).value;
+    const auto status = creo::ProLayerDisplaystatusGet(layer);
+    subject.page.row({{kMargin, name}, {kSecondColumn, status ? layerStatusWord(status.value) : L""}}, kRowSize,
+                     kListStep);
+    return creo::ProNoError;
+  });
+  subject.page.endSection();
+}
+
+void firstFeatureSection(const Subject& subject) {
+  if (!subject.wants(L"firstKEs")) return;
+  tell(L"Report first # features");
+  const std::wstring_view count = subject.task.attribute(L"xKEs");
+  firstTitle(subject, count, kFeatures);
+  subject.page.heads({{kMargin, core::msgText(kName)}, {kSecondColumn, core::msgText(kType)}, {kIdColumn, L"ID"}});
+  int left = text::parseInt(count);
+  const creo::ProError result = creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
+    if (left-- <= 0) return creo::ProStopVisit;
+    featureRow(subject.page, feature);
+    return creo::ProNoError;
+  });
+  if (result == creo::ProNotFound) tell(L"no features found");
+  subject.page.endSection();
+}
+
+void firstNoteSection(const Subject& subject) {
+  if (!subject.wants(L"firstNotes")) return;
+  tell(L"Report first # annotations");
+  const std::wstring_view count = subject.task.attribute(L"xNotes");
+  firstTitle(subject, count, kAnnotations);
+  int left = text::parseInt(count);
+  const creo::ProError result = creo::ProMdlNoteVisit(subject.model, [&](const creo::ProNote& note) {
+    if (left-- <= 0) return creo::ProStopVisit;
+    noteLines(subject.page, note);
+    return creo::ProNoError;
+  });
+  if (result == creo::ProNotFound) tell(L"no notes found");
+  subject.page.endSection();
+}
+
+void dependencySection(const Subject& subject) {
+  if (!subject.wants(L"dependen")) return;
+  tell(L"Report external dependencies");
+  title(subject, kDependencies);
+  subject.page.heads({{kMargin, core::msgText(kName)}, {kSecondColumn, core::msgText(kType)}});
+  for (const creo::ProDependency& used : creo::ProMdlDependenciesList(subject.model).value)
+    subject.page.row({{kMargin, used.name}, {kSecondColumn, used.typeText}}, kRowSize, kListStep);
+  subject.page.endSection();
+}
+
+void simplifiedRepSection(const Subject& subject) {
+  if (!subject.wants(L"simreps")) return;
+  tell(L"Report simplified representations");
+  title(subject, kSimplifiedReps);
+  head(subject, kName);
+  const creo::ProError result = creo::ProSolidSimprepVisit(subject.model, [&](const creo::ProModelitem& rep) {
+    if (const auto name = creo::ProModelitemNameGet(rep))
+      listed(subject.page, name.value);
+    else
+      tellError(text::format(L"Rep visit action Error number %d", static_cast<int>(name.error)));
+    return creo::ProNoError;
+  });
+  if (result != creo::ProNoError && result != creo::ProNotFound) tellError(L"Fehler bei simp rep");
+  subject.page.endSection();
+}
+
+void interfaceSection(const Subject& subject) {
+  if (!subject.wants(L"intrfcs")) return;
+  tell(L"Report interfaces");
+  title(subject, kInterfaces);
+  head(subject, kName);
+  creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
+    if (const auto type = creo::ProFeatureTypeGet(feature); type && type.value == kInterfaceFeature)
+      listed(subject.page, itemName(itemOf(feature)));
+    return creo::ProNoError;
+  });
+  subject.page.endSection();
+}
+
+}  // namespace reports::sheet

@@ -7,6 +7,7 @@ pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
 pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
 pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
 pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
 find_library(HPDF hpdf REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
@@ -36,7 +37,8 @@ target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
           src/headless/vault src/headless/exports src/headless/pictures src/headless/creo
-  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::JPEG PkgConfig::TIFF ${HPDF})
+  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG
+  PkgConfig::TIFF ${HPDF})
 
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing

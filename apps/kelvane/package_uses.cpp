@@ -30,6 +30,8 @@ constexpr PathAttribute kPaths[] = {
     {"replaceFormat",          L"path",     "models",  PathTarget::folder},
     {"addNote",                L"notepath", "models",  PathTarget::file},
     {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
+    {"exportpdf",              L"profile",  "models",  PathTarget::file},
+    {"exportpdf2d",            L"profile",  "models",  PathTarget::file},
 };
 // What leaves the process: the attribute that names it, and one that follows it.
 struct OutsideAttribute {

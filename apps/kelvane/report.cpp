@@ -6,6 +6,7 @@
 #include "kelvane/display_width.h"
 #include "kelvane/report_file.h"
 #include "kelvane/verb.h"
+#include "kelvane/words.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -28,10 +29,6 @@ Lines shownLines(std::wstring_view field) {
 
 std::string separatorWord(wchar_t separator) {
   return separator == L'\t' ? "tab" : "\"" + text::toUtf8(std::wstring(1, separator)) + "\"";
-}
-
-std::string counted(std::size_t count, const std::string& word) {
-  return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
 }
 
 class Report : public Verb {

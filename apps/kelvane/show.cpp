@@ -13,6 +13,7 @@
 #include "kelvane/show_solid.h"
 #include "kelvane/values.h"
 #include "kelvane/verb.h"
+#include "kelvane/words.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 
@@ -40,8 +41,10 @@ Rows featuresOf(const headless::ModelRecord& record) {
   Rows rows;
   for (const headless::FeatureRecord& feature : record.features) {
     const bool active = feature.status == creo::ProFeatureStatus::active;
-    rows.push_back({std::to_string(feature.id), feature.name, "type " + std::to_string(feature.type),
-                    active ? std::string() : std::string(headless::textOf(feature.status))});
+    std::string more = active ? std::string() : std::string(headless::textOf(feature.status));
+    if (feature.pattern && !feature.pattern->members.empty())
+      addPiece(more, counted(feature.pattern->members.size(), "member"));
+    rows.push_back({std::to_string(feature.id), feature.name, "type " + std::to_string(feature.type), more});
   }
   return rows;
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "creo/ProSolid.h"
+#include "headless/model/datums.h"
 #include "headless/model/density.h"
 #include "headless/model/drawing.h"
 #include "headless/model/items.h"
@@ -113,6 +114,20 @@ Section bodyOf(const headless::Model& model) {
   return section;
 }
 
+// Coordinate systems and planes with what they count in; points are too many to be told one by one.
+Section datumsOf(const headless::Model& model) {
+  Section section{"datums", {}};
+  const headless::SolidRecord& solid = model.document->solid();
+  const auto row = [&](const char* kind, const headless::DatumRecord& datum) {
+    const std::string name = text::toUtf8(headless::datumName(model, datum));
+    section.rows.push_back({kind, name, datum.csys.empty() ? "" : "in " + datum.csys});
+  };
+  for (const headless::DatumRecord& one : solid.coordinateSystems) row("coordinate system", one);
+  for (const headless::DatumRecord& one : solid.planes) row("plane", one);
+  if (!solid.points.empty()) section.rows.push_back({"points", std::to_string(solid.points.size())});
+  return section;
+}
+
 }  // namespace
 
 std::vector<Section> solidSections(creo::ProMdl handle) {
@@ -120,7 +135,7 @@ std::vector<Section> solidSections(creo::ProMdl handle) {
   if (!model) return {};
   std::vector<Section> sections;
   if (!headless::hasSheets(model->type())) {
-    sections = {settingsOf(*model), bodyOf(*model), materialsOf(*model)};
+    sections = {settingsOf(*model), bodyOf(*model), datumsOf(*model), materialsOf(*model)};
     for (Section& one : stateSections(*model)) sections.push_back(std::move(one));
   }
   for (Section& one : layerSections(*model)) sections.push_back(std::move(one));

@@ -11,10 +11,6 @@ namespace {
 using headless::Model;
 using headless::ModelRecord;
 
-std::string counted(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 // Names of items by their ids, looked up once.
 class ItemNames {
  public:

@@ -42,11 +42,6 @@ std::string attribute(std::string_view name, double value) {
   return " " + std::string(name) + "=\"" + svgNumber(value) + "\"";
 }
 
-// About as wide as a usual sans-serif face writes it.
-double widthOf(std::string_view written, double height) {
-  return 0.6 * height * static_cast<double>(text::fromUtf8(written).size());
-}
-
 }  // namespace
 
 Svg::Svg(double width, double height, std::string_view unit) {
@@ -65,10 +60,9 @@ void Svg::line(double x1, double y1, double x2, double y2, double width, std::st
           attribute("stroke-width", width) + " stroke=\"" + std::string(color) + "\"/>\n";
 }
 
-void Svg::text(double x, double y, double height, std::string_view text, std::string_view style, double room) {
-  const double width = widthOf(text, height);
-  const double size = room > 0 && width > room ? height * room / width : height;
-  out_ += "<text" + attribute("x", x) + attribute("y", y) + attribute("font-size", size);
+void Svg::text(double x, double y, double height, std::string_view text, std::string_view style, double angle) {
+  out_ += "<text" + attribute("x", x) + attribute("y", y) + attribute("font-size", height);
+  if (angle != 0) out_ += " transform=\"rotate(" + svgNumber(-angle) + " " + svgNumber(x) + " " + svgNumber(y) + ")\"";
   if (!style.empty()) out_ += " " + std::string(style);
   out_ += ">" + escaped(text) + "</text>\n";
 }

@@ -19,8 +19,8 @@ class Svg {
   void rectangle(double x, double y, double width, double height, std::string_view style);
   // The stroke ends square at its points.
   void line(double x1, double y1, double x2, double y2, double width, std::string_view color);
-  // y: of the base line. A text wider than `room` becomes smaller; 0: it may be as wide as it is.
-  void text(double x, double y, double height, std::string_view text, std::string_view style, double room = 0);
+  // x, y: where the base line begins; angle: in degrees, counter-clockwise.
+  void text(double x, double y, double height, std::string_view text, std::string_view style, double angle = 0);
   // The whole picture.
   [[nodiscard]] std::string finished() const { return out_ + "</svg>\n"; }
 

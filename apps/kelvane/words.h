@@ -1,4 +1,4 @@
-// Words that kelvane show puts together its lines of.
+// Words that lines are put together of.
 #pragma once
 
 #include <string>
@@ -21,6 +21,11 @@ inline void addPiece(std::string& to, std::string_view piece, std::string_view b
   if (piece.empty()) return;
   if (!to.empty()) to += between;
   to += piece;
+}
+
+// "1 item", "2 items".
+inline std::string counted(std::size_t count, std::string_view what) {
+  return std::to_string(count) + " " + std::string(what) + (count == 1 ? "" : "s");
 }
 
 }  // namespace kelvane

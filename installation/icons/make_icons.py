@@ -119,6 +119,10 @@ def main():
     for name, size, shape, colour, letter in ICONS:
         image = draw(size, shape, colour, letter)
         (folder / name).write_bytes(png(image) if name.endswith(".png") else gif(image))
+    # The indicator names its image by the path of one language.
+    wrong = folder.parent / "usascii" / "resource" / "kvd_parameter_wrong.png"
+    wrong.parent.mkdir(exist_ok=True)
+    wrong.write_bytes(png(draw(32, "triangle", YELLOW, "!")))
 
 
 if __name__ == "__main__":

@@ -66,6 +66,21 @@ constexpr Family kFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
+    &viewerExportActions,
+    &drawingExportActions,
+    &pdfExportActions,
+    &featureActions,
+    &componentActions,
+    &modelFileActions,
+    &replaceModelActions,
+    &pictureExportActions,
+    &viewActions,
+    &annotationActions,
+    &appearanceActions,
+    &modelCheckActions,
+    &sheetScaleActions,
+    &exchangeExportActions,
+    &dotMatrixActions,
 };
 // clang-format on
 

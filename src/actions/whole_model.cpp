@@ -58,4 +58,8 @@ std::optional<Outcome> beginOn(const Task& task, const engine::Frame& frame, con
   return engine::done;
 }
 
+void unknownWord(std::wstring_view attribute, std::wstring_view value, std::wstring_view known) {
+  core::logWrite(text::format(L"'%s' can't be '%s', but %s", attribute, value, known), core::kError);
+}
+
 }  // namespace actions

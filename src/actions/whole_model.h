@@ -26,6 +26,9 @@ std::optional<engine::Outcome> beginOn(const engine::Task& task, const engine::F
 std::optional<engine::Outcome> beginOn(const engine::Task& task, const engine::Frame& frame, const Fits& fits,
                                        std::initializer_list<std::wstring_view> attributes);
 
+// The error line for a word that an attribute can't have. known: "rel or abs".
+void unknownWord(std::wstring_view attribute, std::wstring_view value, std::wstring_view known);
+
 // How many entries a list "name_0", "name_1", ... may have.
 constexpr int kListSize = 100;
 

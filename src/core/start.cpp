@@ -20,6 +20,7 @@
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "ui/indicator.h"
 #include "ui/main_dialog.h"
 
 namespace core {
@@ -84,7 +85,7 @@ void hangIn() {
   if (state.workerMode && withMenu) return;
   const std::wstring site = state.kvzPath + L"/kvuser_config.pro";
   if (ProInputFileRead(ProMdl(), site, ProInputFileType::configuration) == ProNoError) addInstallCommand();
-  addIndicatorCommand();
+  ui::startParameterIndicator();
 }
 
 }  // namespace
@@ -113,6 +114,7 @@ StartResult startPlugin(std::string_view version, std::string_view build) {
 void endPlugin() {
   const PluginState& state = pluginState();
   if (ProUICheckbuttonGetState("kvanefilter", "kvaneFilterGlobal")) ui::toolClose();
+  ui::stopParameterIndicator();
   engine::detachTriggers();
   if (state.deleteLogFiles) {
     const auto entries = os::files().list(state.tempPath);

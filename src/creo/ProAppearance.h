@@ -1,4 +1,4 @@
-// How models and surfaces look.
+// How models, features and surfaces look.
 #pragma once
 
 #include <string>
@@ -14,8 +14,9 @@ struct ProAppearance {
   std::wstring label;
 };
 
-// The look of a model as a whole. ProNotFound: it has none of its own; ProBadInputs: no item of a part or an assembly,
-// or none that stands for the model.
+// The look of a model as a whole, or of a feature. ProNotFound: it has none of its own, or the feature has gone or is a
+// component that the model keeps nothing more about; ProBadInputs: no item of a part or an assembly, or one of another
+// kind.
 Got<ProAppearance> ProMdlVisibleAppearancepropsGet(const ProModelitem& item);
 ProError ProMdlVisibleAppearancepropsSet(const ProModelitem& item, const ProAppearance& appearance);
 

@@ -1,9 +1,10 @@
-// Element trees: how a feature was defined, element by element.
+// Element trees: how a feature was defined, or is to be made, element by element.
 #pragma once
 
 #include <variant>
 
 #include "creo/ProFeature.h"
+#include "creo/ProReference.h"
 
 namespace creo {
 
@@ -15,7 +16,12 @@ constexpr int kGeneralPattern = 4, kVaryingPattern = 8, kIdenticalPattern = 32;
 
 struct ProElement {
   int id = 0;
-  std::variant<std::monostate, std::wstring, double, int, bool> value;
+  std::variant<std::monostate, std::wstring, double, int, bool, ProReference> value;
+  std::vector<ProElement> children;  // in their order
+};
+// What an element takes that is neither text nor number.
+struct ProValue {
+  ProReference reference;
 };
 struct ProElemtree {
   std::vector<ProElement> elements;
@@ -28,5 +34,19 @@ Got<ProElement> ProElemtreeElementGet(const ProElemtree& tree, int pathItem);
 // ProGeneralError: it holds something else than an integer; ProInvalidType: it holds no value; ProBadInputs: it is no
 // element.
 Got<int> ProElementIntegerGet(const ProElement& element);
+
+// Without a value. ProBadInputs: no element has such an id.
+Got<ProElement> ProElementAlloc(int id);
+// The operations below give ProBadInputs for something that is no element.
+ProError ProElementIntegerSet(ProElement& element, int value);
+// ProBadInputs also for a value that isn't finite.
+ProError ProElementDoubleSet(ProElement& element, double value);
+ProError ProElementWstringSet(ProElement& element, const std::wstring& value);
+Got<ProValue> ProValueAlloc();
+// ProBadInputs: a reference to nothing.
+ProError ProValueDataSet(ProValue& value, const ProReference& reference);
+ProError ProElementValueSet(ProElement& element, const ProValue& value);
+// Behind what the element holds already.
+ProError ProElemtreeElementAdd(ProElement& parent, ProElement child);
 
 }  // namespace creo

@@ -12,6 +12,9 @@ Got<std::wstring> ProFileMdlnameOpen(const std::wstring& title, const std::wstri
                                      const std::wstring& proposal);
 Got<std::wstring> ProFileMdlnameSave(const std::wstring& title, const std::wstring& filter, const std::wstring& folder,
                                      const std::wstring& proposal);
+// As ProFileMdlnameSave, for a file of any kind.
+Got<std::wstring> ProFileSave(const std::wstring& title, const std::wstring& filter, const std::wstring& folder,
+                              const std::wstring& proposal);
 Got<std::wstring> ProDirectoryChoose(const std::wstring& title, const std::wstring& folder);
 
 // "d:\parts\", "bracket", "prt", 3 of "d:\parts\bracket.prt.3". What isn't there is empty, the version 0.

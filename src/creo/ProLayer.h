@@ -45,6 +45,14 @@ Got<ProModelitem> ProLayerItemInit(ProItemType type, int id, ProMdl owner);
 // would come to lie on itself; ProNotFound: the layer has gone, or the one that should be put on it.
 ProError ProLayerItemAdd(const ProLayer& layer, const ProModelitem& item);
 
+// Kinds of new things that have a default layer each, on which they come to lie. An adapter knows Creo's own numbers.
+constexpr int kPlaneLayer = 7, kPointLayer = 9, kCsysLayer = 10, kPointFeatureLayer = 54, kPatternLayer = 55;
+// ProNotFound: things of that kind have none.
+Got<std::wstring> ProLayerDefLayerGet(ProMdl model, int kind);
+// An empty name: from then on they have none. The layer needn't be there; until it is, nothing comes to lie on it.
+// ProBadInputs: no layer can be called so.
+ProError ProLayerDefLayerSet(ProMdl model, int kind, const std::wstring& layer);
+
 // ProNotFound: the model has none.
 Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model);
 Got<std::wstring> ProLayerstateNameGet(const ProLayerstate& state);

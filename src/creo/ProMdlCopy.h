@@ -11,6 +11,23 @@ namespace creo {
 // instance, a document in a folder that is searched has the name; ProBadInputs: it can't be a file's name (of an
 // instance: it is empty); ProGeneralError: the instance is locked.
 ProError ProMdlRename(ProMdl model, const std::wstring& name);
+
+// What became of a model's documents and of those that use it, as paths.
+struct ProRenamed {
+  std::wstring reason;                 // why nothing was renamed
+  std::vector<std::wstring> followed;  // new versions of the documents that use it
+  std::vector<std::wstring> unsaved;   // "TOP.ASM": in memory, from another folder, and not written
+  std::vector<std::wstring> left;  // what couldn't be put back after a failure: these files are as they shouldn't be
+};
+// Renames a model with all versions of its document. The documents of its folder that use it follow, each as its next
+// version; what is in memory follows without being saved. Nothing is renamed where it can't be done as a whole:
+// ProExists: the name is taken, be it by an instance of a document in the folder; ProBadInputs: it can't be a file's
+// name, or the model is an instance; ProGeneralError: with the reason, such as a document that can't be read or that
+// another program has written meanwhile.
+ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& told);
+// Has another model of that type the name: in memory, in the model's folder or one that is searched, or in a family
+// table of a document there?
+Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name);
 // A model of its own in memory with the same content and without a folder; a save writes it to the working folder, as
 // the next version where there is such a document. Of an instance: with its values, features and components, those of
 // the generic that it leaves out not among them. A copy has no family table and is open to changes. ProExists: a model

@@ -10,7 +10,7 @@ Got<std::wstring> ProModelitemNameGet(const ProModelitem& item);
 // What Creo calls a feature that has no name of its own: "HOLE id 39". ProNotFound: it has gone, or is no feature.
 Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item);
 // Renames a layer, a view, a state, a cross section or a feature. ProExists: another one of its kind has the name;
-// ProNotFound: it has gone; ProBadInputs: an item of another kind, or an empty name.
+// ProNotFound: it has gone; ProBadInputs: an item of another kind, a component, or an empty name.
 ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name);
 // The item of that type and id. ProNotFound: none.
 Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type);

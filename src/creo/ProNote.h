@@ -1,6 +1,7 @@
 // Notes: those of models, and those on the sheets of drawings. ProNotFound: the note has gone.
 #pragma once
 
+#include "creo/ProDatum.h"
 #include "creo/ProDtlattach.h"
 
 namespace creo {
@@ -15,6 +16,16 @@ ProError ProMdlNoteVisit(ProMdl model, Visitor<ProNote> visitor);
 Got<std::wstring> ProNoteNameGet(const ProNote& note);
 // Its lines.
 Got<std::vector<std::wstring>> ProNoteTextGet(const ProNote& note);
+
+// A note in the space of a solid, without lines and without a place. ProExists: a note has the name, case-blind;
+// ProBadInputs: no solid, or an empty name. Below ProBadInputs: a note of a drawing.
+Got<ProNote> ProSolidNoteCreate(ProMdl solid, const std::wstring& name);
+// Other lines, each of one piece, in place of those that it has.
+ProError ProNoteTextSet(const ProNote& note, const std::vector<std::wstring>& lines);
+// It stands at a coordinate system of its solid from now on. ProNotFound also for one that has gone; ProBadInputs: one
+// of another model, or without a name, by which the note knows it.
+ProError ProNotePlacementSet(const ProNote& note, const ProCsys& csys);
+ProError ProNoteDelete(const ProNote& note);
 
 struct ProDtlnote {
   ProMdl drawing;

@@ -15,6 +15,8 @@ Got<std::vector<ProSelection>> ProSelbufferSelectionsGet();
 ProError ProSelbufferClear();
 // Behind what is selected already. ProBadInputs: its model has gone.
 ProError ProSelbufferSelectionAdd(const ProSelection& selection);
+// Draws it in one of Creo's colours, by number, until the window is repainted.
+ProError ProSelectionHighlight(const ProSelection& selection, int color);
 Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection);
 // ProNotFound: it wasn't selected in an assembly.
 Got<std::vector<ProMdl>> ProSelectionAsmcomppathGet(const ProSelection& selection);

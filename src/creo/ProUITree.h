@@ -16,6 +16,9 @@ ProError ProUITreeNodeTypeSet(const std::string& dialog, const std::string& tree
 ProError ProUITreeNodeExpand(const std::string& dialog, const std::string& tree, const std::string& node);
 ProError ProUITreeNodeCollapse(const std::string& dialog, const std::string& tree, const std::string& node);
 Got<bool> ProUITreeNodeIsExpanded(const std::string& dialog, const std::string& tree, const std::string& node);
+// Empty for a root.
+Got<std::string> ProUITreeNodeParentGet(const std::string& dialog, const std::string& tree, const std::string& node);
+Got<std::wstring> ProUITreeNodeLabelGet(const std::string& dialog, const std::string& tree, const std::string& node);
 Got<std::vector<std::string>> ProUITreeSelectednamesGet(const std::string& dialog, const std::string& tree);
 ProError ProUITreeAllnodesDeselect(const std::string& dialog, const std::string& tree);
 ProError ProUITreeShow(const std::string& dialog, const std::string& tree);

@@ -20,5 +20,7 @@ ProError ProWindowCurrentClose();
 ProError ProWindowActivate(int window);
 ProError ProWindowRepaint(int window);
 ProError ProWindowClear(int window);
+// Shows all of the model in the middle of the window.
+ProError ProWindowRefit(int window);
 
 }  // namespace creo

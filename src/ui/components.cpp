@@ -10,7 +10,6 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "creo/ProUITree.h"
 #include "documents/package.h"
 #include "documents/server_workspace.h"
 #include "engine/model_table.h"
@@ -20,7 +19,11 @@
 #include "text/encoding.h"
 #include "text/numbers.h"
 #include "ui/filter_dialog.h"
+#include "ui/highlight.h"
 #include "ui/history_dialog.h"
+#include "ui/info_dialog.h"
+#include "ui/list_print.h"
+#include "ui/log_tree.h"
 #include "ui/main_dialog.h"
 
 namespace ui {
@@ -92,10 +95,14 @@ void setRowsOfDrawing() {
   for (const ProMdl solid : ProDrawingSolidsCollect(drawing.value).value) setRow(solid);
 }
 
-// It looks like a check button, but nothing stays on.
+// They look like check buttons, but nothing stays on.
 void pressHelp() {
   openHelp();
   ProUICheckbuttonUnset(dialog(), "kvaneHelp");
+}
+void pressInfo() {
+  ProUICheckbuttonUnset(dialog(), "kvaneInfo");
+  openInfoDialog();
 }
 
 void switchHistory() { pluginState().writeExtData = isSet(kHistory) ? 1 : 0; }
@@ -131,6 +138,11 @@ constexpr ButtonAction kPushbuttons[] = {
     {"kvaneShowTree_hide", [] { showTableSide(false); }, "showandhideTree"},
     {"kvaneActivateAutoclose", [] { pluginState().autoclose = 1; }},
     {"kvaneOpenLogFolder", [] { os::processes().open(pluginState().tempPath); }},
+    {"kvaneActionlistPrint", printActionList},
+    {"LoadFileBtn_MenuRMBLog", openNodesModel},
+    {"HighlightFileBtn_MenuRMBLog", highlightNodesModel},
+    {"HighlightFileBtn_MenuRMBChooser", highlightMarkedRows},
+    {"HighlightSelectedBtn_MenuRMBChooser", highlightChosenRows},
     {"SelectAllBtn_MenuRMBChooser", [] { setAllRows(true); }},
     {"SelectOnlyPDMBtn_MenuRMBChooser", setOnlyServerRows},
     {"SelectNoneBtn_MenuRMBChooser", [] { setAllRows(false); }},
@@ -148,6 +160,7 @@ constexpr ButtonAction kCheckbuttons[] = {
     {"kvaneDrwFilter", engine::refreshModelTable},
     {"kvaneInstFilter", engine::refreshModelTable},
     {"kvaneCurModFilter", engine::refreshModelTable},
+    {"kvaneInfo", pressInfo},
     {"kvaneHelp", pressHelp},
     {kHistory, switchHistory},
 };
@@ -170,13 +183,6 @@ void setStartStates() {
   ProUIProgressbarIntegerSet(dialog(), "kvaneProgressBar", 0);
   const auto setState = documents::activeWorkspace() ? &ProUIPushbuttonEnable : &ProUIPushbuttonDisable;
   report(setState(dialog(), "kvaneCheckout"), "kvaneCheckout");
-}
-
-void prepareLogTree() {
-  ProUITreeNodeAdd(dialog(), "kvaneLogTT", "", "kvaneRootNode", L"Log", "kvaneParent");
-  ProUITreeNodeExpand(dialog(), "kvaneLogTT", "kvaneRootNode");
-  ProUITreeAllnodesDeselect(dialog(), "kvaneLogTT");
-  ProUITreeTreeredrawSet(dialog(), "kvaneLogTT", true);
 }
 
 struct ColumnWidth {

@@ -209,6 +209,25 @@ TEST_F(RelationActions, OfFeaturesAndSketchesRunAndDrive) {
   EXPECT_EQ(creo::ProParameterDriver::relation, creo::ProParameterDriverGet(b.value).value);
 }
 
+TEST_F(RelationActions, AFeaturesOwnParametersComeFirstAndPostRelationsDriveToo) {
+  part({"A = 5"}, R"(, "postRelations": ["B = W"], "features": [{"id": 4, "type": 911, "name": "HOLE",
+       "parameters": [{"name": "A", "type": "double", "value": 7}, {"name": "DEPTH", "type": "double", "value": 1}],
+       "relations": ["DEPTH = A * 2", "W = A"]}])");
+  own_->start();
+  const auto model = creo::ProMdlRetrieve(L"BRACKET", creo::ProMdlType::part).value;
+  EXPECT_EQ(creo::ProNoError, creo::ProSolidRegenerate(model, 0));
+  const creo::ProModelitem hole{creo::ProItemType::feature, 4, model, {}};
+  const auto value = [](const creo::ProModelitem& owner, const wchar_t* name) {
+    return creo::ProParameterValueGet(creo::ProParameterInit(owner, name).value).value.real;
+  };
+  const creo::ProModelitem whole = creo::ProMdlToModelitem(model).value;
+  EXPECT_EQ(14, value(hole, L"DEPTH"));
+  EXPECT_EQ(7, value(whole, L"B")) << "the feature's own A";
+  EXPECT_EQ(5, value(whole, L"A"));
+  const auto b = creo::ProParameterInit(whole, L"B");
+  EXPECT_EQ(creo::ProParameterDriver::relation, creo::ProParameterDriverGet(b.value).value);
+}
+
 // ---- Pro/PROGRAM
 
 class Program : public RelationActions {
@@ -286,6 +305,33 @@ TEST_F(Program, OfADocumentMayLackItsEndAndFeaturesGoWithWhatIsTheirs) {
   EXPECT_EQ(1U, record().dimensions.size());
   EXPECT_EQ(0U, record().familyTable->items.list.size());
   EXPECT_EQ(1U, record().layers.front().items.size());
+}
+
+TEST_F(Program, ConditionsSuppressFeaturesAndATextThatDoesntFitIsRefused) {
+  own_->start();
+  const auto model = creo::ProMdlRetrieve(L"BRACKET", creo::ProMdlType::part).value;
+  const creo::ProFeature hole{model, 7};
+  const auto a = creo::ProParameterInit(creo::ProMdlToModelitem(model).value, L"A");
+  EXPECT_EQ(creo::ProNoError, creo::ProSolidRegenerate(model, 0));
+  EXPECT_EQ(creo::ProFeatureStatus::active, creo::ProFeatureStatusGet(hole).value);
+  const auto relations = creo::ProModelitemToRelset(creo::ProMdlToModelitem(model).value);
+  ASSERT_EQ(creo::ProNoError, creo::ProRelsetRelationsSet(relations.value, {L"A = 0.5"}));
+  EXPECT_EQ(creo::ProNoError, creo::ProSolidRegenerate(model, 0));
+  EXPECT_EQ(0.5, creo::ProParameterValueGet(a.value).value.real);
+  EXPECT_EQ(creo::ProFeatureStatus::programSuppressed, creo::ProFeatureStatusGet(hole).value);
+
+  const std::wstring path = core::pluginState().tempPath + L"taken.pls";
+  const auto take = [&](const std::string& relation, const std::string& id) {
+    EXPECT_FALSE(os::files().write(path, "VERSION 1\nINPUT\nEND INPUT\nRELATIONS\n" + relation +
+                                             "\nEND RELATIONS\nADD FEATURE\nINTERNAL FEATURE ID 1\nEND ADD\n"
+                                             "ADD FEATURE\nINTERNAL FEATURE ID " +
+                                             id + "\nEND ADD\nMASSPROP\nEND MASSPROP\n"));
+    EXPECT_EQ(creo::ProGeneralError, creo::ProInputFileRead(model, path, creo::ProInputFileType::program));
+    return own_->session().messages().back();
+  };
+  EXPECT_THAT(take("A = 1", "99"), testing::HasSubstr(L":11: the model has no feature 99"));
+  EXPECT_THAT(take("A = 1", "1"), testing::HasSubstr(L":11: the feature 1 is there twice"));
+  EXPECT_THAT(take("IF A > 1", "7"), testing::HasSubstr(L":5: IF without ENDIF"));
 }
 
 TEST_F(Program, WhatCantBeWrittenOrTakenBackChangesNothing) {

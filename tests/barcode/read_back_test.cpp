@@ -1,6 +1,10 @@
-// PDF417 codes as ZXing's reader reads them.
+// PDF417 and QR codes as ZXing's reader reads them.
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
+#include "barcode/qr.h"
 #include "support/scanner.h"
 
 namespace test {
@@ -64,6 +68,55 @@ TEST(ReadBack, AllLevelsWithWhatTheyCorrectAndNoMore) {
       const std::string read = scanned(pictureOf(code), "PDF417");
       // The lowest level finds no more than one wrong codeword, and may take two for another text.
       EXPECT_EQ(beyond == 0, read == text) << "level " << level << ": " << read;
+    }
+  }
+}
+
+// The modules of the smallest QR code that hold data, in the order of their bits: up and down in strips of two columns
+// from the right, past finders, formats and the timing lines.
+std::vector<std::pair<int, int>> dataModules() {
+  constexpr int kWidth = 21, kTiming = 6, kFinder = 9, kFar = kWidth - 8;
+  std::vector<std::pair<int, int>> modules;
+  bool isUp = true;
+  for (int right = kWidth - 1; right > 0; right -= 2, isUp = !isUp) {
+    if (right == kTiming) --right;
+    for (int i = 0; i < kWidth; ++i)
+      for (const int column : {right, right - 1}) {
+        const int row = isUp ? kWidth - 1 - i : i;
+        const bool isFixed = row == kTiming || (row < kFinder && (column < kFinder || column >= kFar)) ||
+                             (row >= kFar && column < kFinder);
+        if (!isFixed) modules.emplace_back(row, column);
+      }
+  }
+  return modules;
+}
+
+Picture pictureOf(const barcode::QrCode& code) {
+  constexpr int kDots = 4, kQuiet = 4 * kDots;
+  Picture picture(code.width * kDots + 2 * kQuiet, code.width * kDots + 2 * kQuiet);
+  for (int row = 0; row < code.width; ++row)
+    for (int column = 0; column < code.width; ++column)
+      if (code.isDark(row, column)) picture.fill(kQuiet + column * kDots, kQuiet + row * kDots, kDots, kDots);
+  return picture;
+}
+
+TEST(ReadBack, QrCodesWithWhatTheirLevelCorrectsAndNoMore) {
+  const std::string text = "Rev. C7";  // fills the smallest code at the highest level
+  constexpr int kCorrection[] = {7, 10, 13, 17};
+  const auto modules = dataModules();
+  ASSERT_EQ(std::size_t(26 * 8), modules.size());
+  for (int level = 0; level < 4; ++level) {
+    // Level by level the standard lets 2, 4, 6 and 8 be corrected; what is over guards against another text.
+    const int most = kCorrection[level] / 2, standard = 2 * (level + 1);
+    for (const int wrong : {0, standard, most + 1}) {
+      auto code = barcode::qrCode(text, level, 2, true);
+      ASSERT_TRUE(code && code->width == 21);
+      for (int i = 0; i < wrong; ++i)
+        for (int bit = 0; bit < 8; ++bit) {
+          const auto [row, column] = modules[std::size_t(i * 26 / wrong * 8 + bit)];
+          code->data[std::size_t(row * code->width + column)] ^= 1U;
+        }
+      EXPECT_EQ(wrong <= most, scanned(pictureOf(*code), "QRCode") == text) << "level " << level << ", " << wrong;
     }
   }
 }

@@ -54,8 +54,19 @@ TEST_F(Regeneration, RelationsAreWorkedOut) {
       {{"A = 1 + \\", "  2 \\  ", "+ 3"}, "A=6 N=3 T=x B=false"},
       {{"IF A > 5", "N = 1", "ELSE", "IF (B)", "N = 2", "ELSE", "N = 9", "ENDIF", "ENDIF"}, "A=2 N=9 T=x B=false"},
       {{"", "/* = (", "  "}, "A=2 N=3 T=x B=false"},
+      {{"A = 5 [in] + 1", "N = (2 + 1) [cm]"}, "A=128 N=30 T=x B=false"},
+      {{"T = itos(7.6) + '/' + rtos(2.5) + '/' + rtos(1/3, 2)"}, "A=2 N=3 T=8/2.5/0.33 B=false"},
+      {{"N = search('a\xC3\xA4"
+        "bc', 'bc')",
+        "T = extract('a\xC3\xA4"
+        "bc', 2, 2)",
+        "A = string_length('\xC3\xA4')"},
+       "A=1 N=3 T=\xC3\xA4"
+       "b B=false"},
+      {{"B = string_starts(T, 'x') & string_ends('ax', T) & !string_match(T, 'y')"}, "A=2 N=3 T=x B=true"},
+      {{"A = if(exists('d1') & !exists('WIDHT'), 4, 5)"}, "A=4 N=3 T=x B=false"},
       // What isn't worked out leaves its target alone.
-      {{"A = 5 [in]", "N = mp_mass(\"\") + 1", "T = rel_model_name()"}, "A=2 N=3 T=x B=false"},
+      {{"N = mp_mass(\"\") + 1", "T = rel_model_name()"}, "A=2 N=3 T=x B=false"},
       {{"IF mp_mass(\"\") > 3", "A = 7", "ENDIF"}, "A=2 N=3 T=x B=false"},
       {{"A = LENGTH:12 * 2"}, "A=2 N=3 T=x B=false"},
       {{"SOLVE", "x + A = d1", "FOR x", "N = x"}, "A=2 N=3 T=x B=false"},
@@ -82,6 +93,10 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
       {{"/* fine", "A = 1", "A = WIDHT / 2"}, "3: 'WIDHT' is neither a parameter nor a dimension"},
       {{"A = fine(1)"}, "1: 'fine' is no function of 1 arguments"},
       {{"A = sin(1, 2)"}, "1: 'sin' is no function of 2 arguments"},
+      {{"A = 1 [smoot]"}, "1: '[smoot]' is no unit"},
+      {{"T = extract(T, 0, 1)"}, "1: a piece begins at 1 or behind, and its length isn't negative"},
+      {{"T = itos('x')"}, "1: a text stands where a number is needed"},
+      {{"A = string_length(1)"}, "1: a number stands where a text is needed"},
       {{"A = 1 /"}, "1: an operand is missing"},
       {{"A = * 2"}, "1: an operand is missing before '* 2'"},
       {{"A = 1 2"}, "1: '2' isn't expected"},

@@ -143,6 +143,47 @@ TEST_F(ModelVerbs, ShowTellsWhatASolidHoldsLineByLine) {
               testing::StartsWith("P2.PRT  version 1  instance of PLATE  material LEAD\n"));
 }
 
+TEST_F(ModelVerbs, ShowTellsDatumsAndMembersOfPatterns) {
+  file("models/plate.prt.1", R"({"format": 1,
+    "features": [{"id": 7, "name": "CS", "type": 979}, {"id": 9, "type": 1232, "status": "suppressed",
+                  "pattern": {"dimensions": [1], "members": [{"number": 1, "values": [2.5]}]}}],
+    "solid": {"coordinateSystems": [{"feature": 7}], "points": [{"feature": 9}, {"csys": "CS"}],
+              "planes": [{"name": "TOP"}, {"name": "CODE", "csys": "CS"}]}})");
+  const std::string out = kelvane({"show", models(), "PLATE.PRT"}).out;
+  EXPECT_THAT(out, testing::HasSubstr("features\n  7  CS  type 979\n  9      type 1232  suppressed, 1 member\n"));
+  EXPECT_THAT(out, testing::HasSubstr("datums\n  coordinate system  CS\n  plane              TOP\n"
+                                      "  plane              CODE  in CS\n  points             2\n"));
+  file("models/other.prt.1", "{\"format\": 1,\n\"solid\": {\"coordinateSystems\": [{\"csys\": \"CS\"}]}}");
+  EXPECT_EQ("kelvane: other.prt.1:2: a coordinate system counts in the model's own, without 'csys'\n",
+            kelvane({"show", models(), "OTHER.PRT"}).err);
+}
+
+TEST_F(ModelVerbs, FormatsAreDocumentsOfTheirOwn) {
+  const Ended ended = kelvane({"new", models(), "Frame_A3.frm", "--param", "TITLE=Frame"});
+  EXPECT_EQ(models() + "/frame_a3.frm.1\n", ended.err);
+  EXPECT_EQ("kelvane: FRAME_A3.FRM is there already\n", kelvane({"new", models(), "FRAME_A3.FRM"}).err);
+  EXPECT_EQ("kelvane: --box: only a part has a body of its own\n",
+            kelvane({"new", models(), "BOX.FRM", "--box", "1,2,3"}).err);
+  file("models/frame_a4.frm.2", R"({"format": 1, "sheets": [{"size": "A4", "portrait": true}],
+    "tables": [{"id": 1, "name": "TITLE", "segments": [{"position": {"x": 10, "y": 20}}], "columns": [15, 45],
+                "rows": [7], "cells": [{"row": 1, "column": 1, "lines": ["Name"]},
+                                       {"row": 1, "column": 2, "lines": ["&model_name"]}]}]})");
+  file("models/bad.frm.1", "{\"format\": 1,\n\"sheets\": 7}");
+  part(L"PLATE");
+  const Ended listed = kelvane({"models", models()});
+  EXPECT_EQ("BAD.FRM       .1\nFRAME_A3.FRM  .1\nFRAME_A4.FRM  .2\nPLATE.PRT     .1\n", listed.out);
+  EXPECT_EQ("bad.frm.1:2: 'sheets' must be an array\n", listed.err);
+  EXPECT_THAT(kelvane({"models", models(), "--param", "TITLE"}).out,
+              testing::HasSubstr("FRAME_A3.FRM  .1  String  Frame\n"));
+  EXPECT_EQ("kelvane: bad.frm.1:2: 'sheets' must be an array\n", kelvane({"show", models(), "BAD.FRM"}).err);
+  EXPECT_THAT(kelvane({"show", models(), "FRAME_A4.FRM"}).out,
+              testing::AllOf(testing::StartsWith("FRAME_A4.FRM  version 2\n"),
+                             testing::HasSubstr("\n  1  SHEET1  A4  210 x 297  scale 1"),
+                             testing::HasSubstr("table TITLE, sheet 1 at 10, 20\n  Name  &model_name\n")));
+  EXPECT_EQ(path("sheet.svg") + "\n", kelvane({"show", models(), "FRAME_A4.FRM", "--svg", path("sheet.svg")}).out);
+  EXPECT_THAT(readBytes(path("sheet.svg")), testing::HasSubstr(">Name<"));
+}
+
 TEST_F(ModelVerbs, DamagedDocumentIsNamedWithItsLine) {
   part(L"GOOD");
   file("models/bad.prt.3", "{\n  \"format\": 1,\n  \"parameters\": 7\n}\n");

@@ -41,6 +41,20 @@ TEST_F(Run, DryRunNamesExactlyWhatTheRunThenDoes) {
   EXPECT_EQ(recapOf(real).substr(4), recapOf(dry).substr(3));
 }
 
+TEST_F(Run, TheCleanUpDoesWhatItsDryRunNamesAndThenRests) {
+  workspace();
+  const Ended dry = runExample("clean_up", {"-n"});
+  const Ended real = runExample("clean_up");
+  EXPECT_THAT(recapOf(real), testing::HasSubstr(" failed=0 saved=20  errors=0 "));
+  const Ended diff = kelvane({"diff", example("workspace"), models()});
+  EXPECT_EQ(diff.out, dry.out.substr(0, dry.out.find("dry  models=")));
+  for (const char* change :
+       {"HOUSING_LOWER.PRT: features/3/name: BORE_IN -> SEAT_IN", "SHAFT_IN.PRT: units:  -> mmNs"})
+    EXPECT_THAT(diff.out, testing::HasSubstr(change));
+  runExample("clean_up", {"--again"});
+  EXPECT_EQ(diff.out, kelvane({"diff", example("workspace"), models()}).out);
+}
+
 TEST_F(Run, ADryRunNamesMaterialsAsTheRunDoes) {
   file("standards/materials/TIN.mtl", "ND_MATERIAL TIN\nPTC_MASS_DENSITY = 7.3e-06 kg/mm^3\n");
   list("tin.xml",

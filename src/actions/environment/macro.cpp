@@ -2,8 +2,19 @@
 
 #include "core/log.h"
 #include "creo/ProMacro.h"
+#include "text/format.h"
+#include "text/numbers.h"
 
 namespace actions {
+
+using engine::Replaced;
+using engine::Task;
+
+namespace {
+
+constexpr std::size_t kLineSize = 2600;  // room of a line
+
+}  // namespace
 
 void runMacro(const std::wstring& macro, std::wstring_view loadFailure, std::wstring_view runFailure) {
   core::logWrite(L"pro load macro", core::kDebug);
@@ -15,6 +26,22 @@ void runMacro(const std::wstring& macro, std::wstring_view loadFailure, std::wst
   }
   core::logWrite(L"free", core::kDebug);
   core::logWrite(L"fin", core::kDebug);
+}
+
+void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view count, std::wstring_view lines) {
+  if (!task.has(count)) return;
+  const int number = text::parseInt(task.attribute(count));
+  std::wstring macro;
+  for (const Task::Numbered& line : task.numberedAll(lines, number)) {
+    const Replaced replaced = engine::replaceVariables(line.value, model, kLineSize);
+    // Without one of its lines it would be another macro.
+    if (!replaced.hasText())
+      return core::logWrite(text::format(L"The mapkey isn't run: its line %d can't be used", line.number),
+                            core::kError);
+    macro += replaced.text;
+  }
+  runMacro(macro, text::format(L"Failure occured while load mapkey at line %d", number),
+           L"Failure occured while execute mapkey");
 }
 
 }  // namespace actions

@@ -9,31 +9,13 @@
 #include "documents/predicates.h"
 #include "engine/task.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
 
 using namespace engine;
 
-constexpr std::size_t kLineSize = 2600;  // room of a line
-constexpr int kDeepestTable = 200;       // family tables nested deeper aren't worked
-
-void runMapkeyMacro(const Task& task, creo::ProMdl model) {
-  if (!task.has(L"mapkeyc")) return;
-  const int count = text::parseInt(task.attribute(L"mapkeyc"));
-  std::wstring macro;
-  for (const Task::Numbered& line : task.numberedAll(L"mapkey", count)) {
-    const Replaced replaced = replaceVariables(line.value, model, kLineSize);
-    // Without one of its lines it would be another macro.
-    if (!replaced.hasText())
-      return core::logWrite(text::format(L"The mapkey isn't run: its line %d can't be used", line.number),
-                            core::kError);
-    macro += replaced.text;
-  }
-  runMacro(macro, text::format(L"Failure occured while load mapkey at line %d", count),
-           L"Failure occured while execute mapkey");
-}
+constexpr int kDeepestTable = 200;  // family tables nested deeper aren't worked
 
 bool isDrawing(creo::ProMdl model) {
   const auto type = creo::ProMdlTypeGet(model);

@@ -1,5 +1,6 @@
 // Actions that add parameters, and columns for them.
 #include "actions/families.h"
+#include "actions/model/feature_choice.h"
 #include "actions/model/instances.h"
 #include "actions/model/materials.h"
 #include "actions/model/parameter_list.h"
@@ -10,11 +11,9 @@
 #include "creo/ProMacro.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
-#include "engine/compare.h"
 #include "engine/task.h"
 #include "text/format.h"
 #include "text/letters.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -56,39 +55,13 @@ Outcome addMaterialParameter(const Task& task) {
   return done;
 }
 
-// The features that `feat` chooses.
-class FeatureChoice {
- public:
-  explicit FeatureChoice(const Task& task)
-      : how_(task.attribute(L"feat")),
-        type_(core::featureTypeFromCode(task.attribute(L"feattype"))),
-        id_(text::parseInt(task.attribute(L"featid"))),
-        name_(task.attribute(L"featname")) {}
-  [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
-    if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
-    if (how_ == L"2") return feature.id == id_;
-    if (how_ == L"4") return wildcardCompare(name_, name) == 1;
-    return how_ == L"3";
-  }
-  [[nodiscard]] bool endsAtFirst() const { return how_ == L"2" || how_ == L"4"; }
-
- private:
-  std::wstring_view how_;
-  int type_, id_;
-  std::wstring_view name_;
-};
-
 Outcome addFeatureParameter(const Task& task) {
   if (const auto ended = begin(task, {.title = core::msgText(kAddToFeatureTitle)})) return *ended;
-  const FeatureChoice choice(task);
-  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
-    const std::wstring name = creo::ProFeatureNameGet(feature).value;
-    if (!choice.takes(feature, name)) return creo::ProNoError;
+  visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& name) {
     core::logIndented(text::format(L"KE: %d %s", feature.id, name), core::kNormal, 1);
     addParametersFromAction(
         task,
         {.model = task.model(), .owner = {creo::ProItemType::feature, feature.id, feature.owner, {}}, .logDepth = 2});
-    return choice.endsAtFirst() ? creo::ProStopVisit : creo::ProNoError;
   });
   return done;
 }

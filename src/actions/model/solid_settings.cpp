@@ -27,11 +27,6 @@ void tell(creo::ProError result) {
     core::logMsgPlain(kValueFailed, core::kError);
 }
 
-// The level-2 line for a word that an attribute can't have.
-void unknownWord(std::wstring_view attribute, std::wstring_view value, std::wstring_view known) {
-  core::logWrite(text::format(L"'%s' can't be '%s', but %s", attribute, value, known), core::kError);
-}
-
 // ---- accuracy and tolerances
 
 Outcome setAccuracy(const Task& task) {

@@ -6,6 +6,7 @@
 #include "headless/creo/solid_operation.h"
 #include "headless/geometry/faces.h"
 #include "headless/model/bodies.h"
+#include "headless/model/features.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -50,12 +51,20 @@ bool give(AppearanceRecord& record, const ProAppearance& wanted) {
   return true;
 }
 
+using Look = std::unique_ptr<AppearanceRecord>;
+
+// body: (model, the item's look).
 template <class Body>
-auto onLook(std::string_view operation, const ProModelitem& item, Body body) -> std::invoke_result_t<Body, Model&> {
-  using Result = std::invoke_result_t<Body, Model&>;
+auto onLook(std::string_view operation, const ProModelitem& item, Body body)
+    -> std::invoke_result_t<Body, Model&, Look&> {
+  using Result = std::invoke_result_t<Body, Model&, Look&>;
   return onSolid(operation, item.owner, [&](State&, Model& m) -> Result {
-    if (item.type != ProItemType::model) return Result(ProBadInputs);
-    return body(m);
+    if (item.type == ProItemType::model) return body(m, m.document->record.appearance);
+    if (item.type != ProItemType::feature) return Result(ProBadInputs);
+    const auto feature = headless::featureOf(m, item.id);
+    headless::FeatureRecord* record = feature ? feature->record() : nullptr;
+    if (!record) return Result(ProNotFound);
+    return body(m, record->appearance);
   });
 }
 
@@ -80,16 +89,14 @@ auto onSide(std::string_view operation, const ProSurface& surface, ProSurfaceSid
 }  // namespace
 
 Got<ProAppearance> ProMdlVisibleAppearancepropsGet(const ProModelitem& item) {
-  return onLook("ProMdlVisibleAppearancepropsGet", item, [](Model& m) -> Got<ProAppearance> {
-    const auto& held = m.document->record.appearance;
+  return onLook("ProMdlVisibleAppearancepropsGet", item, [](Model&, const Look& held) -> Got<ProAppearance> {
     if (!held) return ProNotFound;
     return appearanceOf(*held);
   });
 }
 
 ProError ProMdlVisibleAppearancepropsSet(const ProModelitem& item, const ProAppearance& appearance) {
-  return onLook("ProMdlVisibleAppearancepropsSet", item, [&](Model& m) -> ProError {
-    auto& held = m.document->record.appearance;
+  return onLook("ProMdlVisibleAppearancepropsSet", item, [&](Model& m, Look& held) -> ProError {
     if (!held) held = std::make_unique<AppearanceRecord>();
     if (give(*held, appearance)) m.document->touch(nullptr);
     return ProNoError;

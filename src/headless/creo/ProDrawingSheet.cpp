@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "creo/ProDrawing.h"
+#include "creo/ProDrawingSheet.h"
 #include "headless/creo/drawing_operation.h"
 #include "text/encoding.h"
 
@@ -83,6 +84,18 @@ Got<double> ProDrawingScaleGet(ProMdl drawing, ProMdl solid, int sheet) {
                      [&](const ProDependency& used) { return used.name == shown->name && used.type == shown->type(); }))
       return ProNotFound;
     return headless::scaleOnSheet(*m.document, sheet, shown->name, shown->type());
+  });
+}
+
+ProError ProDrawingSheetScaleSet(ProMdl drawing, int sheet, double scale) {
+  return onSheet("ProDrawingSheetScaleSet", drawing, sheet, [&](State&, Model& m, const SheetRecord& held) -> ProError {
+    if (!std::isfinite(scale) || scale <= 0) return ProBadInputs;
+    if (held.scale == scale) return ProNoError;
+    auto& sheets = m.document->record.sheets;
+    if (sheets.empty()) sheets.emplace_back();
+    sheets[static_cast<std::size_t>(sheet) - 1].scale = scale;
+    m.document->touch(nullptr);
+    return ProNoError;
   });
 }
 

@@ -45,6 +45,13 @@ Got<std::wstring> ProFileMdlnameSave(const std::wstring& title, const std::wstri
   });
 }
 
+Got<std::wstring> ProFileSave(const std::wstring& title, const std::wstring& filter, const std::wstring& folder,
+                              const std::wstring& proposal) {
+  return operation("ProFileSave", [&](State& state) {
+    return askPath(state, {FileQuestion::What::save, title, filter, folder, proposal});
+  });
+}
+
 Got<std::wstring> ProDirectoryChoose(const std::wstring& title, const std::wstring& folder) {
   return operation("ProDirectoryChoose", [&](State& state) {
     return askPath(state, {FileQuestion::What::folder, title, {}, folder, {}});

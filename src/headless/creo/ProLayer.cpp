@@ -171,4 +171,33 @@ ProError ProLayerItemAdd(const ProLayer& layer, const ProModelitem& item) {
   });
 }
 
+Got<std::wstring> ProLayerDefLayerGet(ProMdl model, int kind) {
+  return onModel("ProLayerDefLayerGet", model, [&](State&, Model& m) -> Got<std::wstring> {
+    for (const headless::DefaultLayerRecord& one : m.document->record.defaultLayers)
+      if (one.type == kind) return text::fromUtf8(one.layer);
+    return ProNotFound;
+  });
+}
+
+ProError ProLayerDefLayerSet(ProMdl model, int kind, const std::wstring& layer) {
+  return onModel("ProLayerDefLayerSet", model, [&](State&, Model& m) -> ProError {
+    if (!layer.empty() && !headless::isLayerName(layer)) return ProBadInputs;
+    const std::string name = text::toUtf8(layer);
+    auto& held = m.document->record.defaultLayers;
+    const auto found = std::find_if(held.begin(), held.end(), [kind](const auto& one) { return one.type == kind; });
+    if (name.empty()) {
+      if (found == held.end()) return ProNoError;
+      held.erase(found);
+    } else if (found != held.end()) {
+      found->layer = name;
+    } else {
+      headless::DefaultLayerRecord& added = held.emplace_back();
+      added.type = kind;
+      added.layer = name;
+    }
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
 }  // namespace creo

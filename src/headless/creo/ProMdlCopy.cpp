@@ -2,6 +2,7 @@
 
 #include "headless/creo/operation.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace creo {
 
@@ -11,6 +12,16 @@ using State = headless::Session::State;
 
 ProError ProMdlRename(ProMdl model, const std::wstring& name) {
   return onModel("ProMdlRename", model, [&](State& state, Model& m) { return state.models.rename(m.handle, name); });
+}
+
+ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& told) {
+  return onModel("ProMdlnameRename", model,
+                 [&](State& state, Model& m) { return state.models.renameOnDisk(m.handle, name, told); });
+}
+
+Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name) {
+  return onModel("ProMdlnameIsTaken", model,
+                 [&](State& state, Model& m) -> Got<bool> { return state.models.isTaken(m, text::upper(name), true); });
 }
 
 Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name) {

@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "headless/creo/drawing_operation.h"
+#include "headless/creo/solid_operation.h"
 #include "headless/model/drawing_text.h"
+#include "headless/model/states.h"
+#include "headless/model/symbols.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -43,6 +46,15 @@ Lines onSheetOf(State& state, const Model& drawing, int sheet, const std::vector
   return lines;
 }
 
+// A note in the space of a solid. body: (model, record).
+template <class Body>
+ProError onSolidNote(std::string_view operation, const ProNote& note, Body body) {
+  return headless::onSolid(operation, note.owner, [&](State&, Model& m) -> ProError {
+    NoteRecord* record = m.document->note(note.id);
+    return record ? body(m, *record) : ProNotFound;
+  });
+}
+
 }  // namespace
 
 ProError ProMdlNoteVisit(ProMdl model, Visitor<ProNote> visitor) {
@@ -63,6 +75,54 @@ Got<Lines> ProNoteTextGet(const ProNote& note) {
     const NoteRecord* record = m.document->note(note.id);
     if (!record) return ProNotFound;
     return entered(record->lines);
+  });
+}
+
+Got<ProNote> ProSolidNoteCreate(ProMdl solid, const std::wstring& name) {
+  return headless::onSolid("ProSolidNoteCreate", solid, [&](State&, Model& m) -> Got<ProNote> {
+    auto& notes = m.document->record.notes;
+    if (name.empty()) return ProBadInputs;
+    if (headless::recordNamed(notes, text::toUtf8(name))) return ProExists;
+    const int id = headless::nextId(notes);
+    if (id == 0) return ProGeneralError;
+    NoteRecord& note = notes.emplace_back();
+    note.id = id;
+    note.name = text::toUtf8(name);
+    m.document->touch(nullptr);
+    return ProNote{m.handle, id};
+  });
+}
+
+ProError ProNoteTextSet(const ProNote& note, const Lines& lines) {
+  return onSolidNote("ProNoteTextSet", note, [&](Model& m, NoteRecord& record) {
+    if (entered(record.lines) == lines) return ProNoError;
+    record.lines.clear();
+    for (const std::wstring& line : lines) record.lines.emplace_back().texts.emplace_back().text = text::toUtf8(line);
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
+ProError ProNotePlacementSet(const ProNote& note, const ProCsys& csys) {
+  const auto name = ProCsysNameGet(csys);
+  return onSolidNote("ProNotePlacementSet", note, [&](Model& m, NoteRecord& record) -> ProError {
+    if (!name) return name.error;
+    if (csys.owner != m.handle || name.value.empty()) return ProBadInputs;
+    const std::string now = text::toUtf8(name.value);
+    if (record.csys == now) return ProNoError;
+    record.csys = now;
+    m.document->touch(nullptr);
+    return ProNoError;
+  });
+}
+
+ProError ProNoteDelete(const ProNote& note) {
+  return onSolidNote("ProNoteDelete", note, [&](Model& m, const NoteRecord& record) {
+    auto& notes = m.document->record.notes;
+    notes.erase(notes.begin() + (&record - notes.data()));
+    m.document->touch(nullptr);
+    m.document->note(note.id);  // finds the others' new places before a new note can make their number the old one
+    return ProNoError;
   });
 }
 

@@ -1,6 +1,8 @@
 #include "creo/ProSelection.h"
 
+#include "creo/ProReference.h"
 #include "headless/creo/operation.h"
+#include "headless/model/items.h"
 
 namespace creo {
 
@@ -28,9 +30,31 @@ ProError ProSelbufferSelectionAdd(const ProSelection& selection) {
   });
 }
 
+ProError ProSelectionHighlight(const ProSelection& selection, int color) {
+  return headless::onModel("ProSelectionHighlight", selection.item.owner, [&](State& state, headless::Model&) {
+    state.highlights.emplace_back(selection, color);
+    return ProNoError;
+  });
+}
+
 Got<ProModelitem> ProSelectionModelitemGet(const ProSelection& selection) {
   return headless::onModel("ProSelectionModelitemGet", selection.item.owner,
                            [&](State&, headless::Model&) -> Got<ProModelitem> { return selection.item; });
+}
+
+Got<ProSelection> ProSelectionAlloc(const ProModelitem& item) {
+  return headless::onModel("ProSelectionAlloc", item.owner, [&](State&, headless::Model&) -> Got<ProSelection> {
+    return ProSelection{item, {}};
+  });
+}
+
+Got<ProReference> ProSelectionToReference(const ProSelection& selection) {
+  const ProModelitem& item = selection.item;
+  return headless::onModel("ProSelectionToReference", item.owner, [&](State&, headless::Model& m) -> Got<ProReference> {
+    for (const headless::NamedItem& one : headless::namedItems(m, item.type))
+      if (one.id == item.id) return ProReference{item};
+    return ProNotFound;
+  });
 }
 
 Got<std::vector<ProMdl>> ProSelectionAsmcomppathGet(const ProSelection& selection) {

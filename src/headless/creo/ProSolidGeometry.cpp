@@ -3,6 +3,7 @@
 #include "creo/ProSolid.h"
 #include "headless/creo/solid_operation.h"
 #include "headless/model/bodies.h"
+#include "headless/model/datums.h"
 #include "headless/model/features.h"
 #include "headless/model/measures.h"
 #include "text/encoding.h"
@@ -46,11 +47,7 @@ auto onDatum(std::string_view operation, const Datum& datum, DatumList list, Get
   });
 }
 
-Got<std::wstring> datumName(State&, Model& m, const DatumRecord& record) {
-  if (!record.name.empty() || record.feature == 0) return text::fromUtf8(record.name);
-  const auto feature = headless::featureOf(m, record.feature);
-  return feature ? headless::featureName(*feature) : std::wstring();
-}
+Got<std::wstring> nameOf(State&, Model& m, const DatumRecord& record) { return headless::datumName(m, record); }
 
 // Runs a body that works numbers out; a fault becomes a line of the message area.
 template <class Body>
@@ -63,9 +60,8 @@ auto measuring(const State& state, const Model& m, Body body) -> std::invoke_res
   }
 }
 
-Got<ProTransform> datumPlacement(State& state, Model& m, const DatumRecord& record) {
-  return measuring(state, m,
-                   [&]() -> Got<ProTransform> { return headless::Measurer(m).placement(record.placement.get()); });
+Got<ProTransform> placementOf(State& state, Model& m, const DatumRecord& record) {
+  return measuring(state, m, [&]() -> Got<ProTransform> { return headless::datumPlacement(m, record); });
 }
 
 // One step down a path: the component's place in `assembly`, which becomes the component's model.
@@ -101,21 +97,21 @@ ProError ProSolidDatumPointVisit(ProMdl solid, Visitor<ProDatumPoint> visitor) {
 }
 
 Got<std::wstring> ProCsysNameGet(const ProCsys& csys) {
-  return onDatum("ProCsysNameGet", csys, &headless::SolidRecord::coordinateSystems, datumName);
+  return onDatum("ProCsysNameGet", csys, &headless::SolidRecord::coordinateSystems, nameOf);
 }
 
 Got<std::wstring> ProDatumPointNameGet(const ProDatumPoint& point) {
-  return onDatum("ProDatumPointNameGet", point, &headless::SolidRecord::points, datumName);
+  return onDatum("ProDatumPointNameGet", point, &headless::SolidRecord::points, nameOf);
 }
 
 Got<ProTransform> ProCsysDataGet(const ProCsys& csys) {
-  return onDatum("ProCsysDataGet", csys, &headless::SolidRecord::coordinateSystems, datumPlacement);
+  return onDatum("ProCsysDataGet", csys, &headless::SolidRecord::coordinateSystems, placementOf);
 }
 
 Got<ProVector> ProDatumPointGet(const ProDatumPoint& point) {
   return onDatum("ProDatumPointGet", point, &headless::SolidRecord::points,
                  [](State& state, Model& m, const DatumRecord& record) -> Got<ProVector> {
-                   const auto place = datumPlacement(state, m, record);
+                   const auto place = placementOf(state, m, record);
                    if (!place) return place.error;
                    return place.value.origin;
                  });

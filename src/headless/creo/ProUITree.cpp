@@ -1,6 +1,7 @@
 #include "creo/ProUITree.h"
 
 #include "headless/creo/proui_calls.h"
+#include "text/encoding.h"
 
 namespace creo {
 
@@ -72,6 +73,16 @@ ProError ProUITreeNodeCollapse(const std::string& dialog, const std::string& tre
 
 Got<bool> ProUITreeNodeIsExpanded(const std::string& dialog, const std::string& tree, const std::string& node) {
   return askNode<bool>("ProUITreeNodeIsExpanded", dialog, tree, node, [](const Tree::Node& n) { return n.expanded; });
+}
+
+Got<std::string> ProUITreeNodeParentGet(const std::string& dialog, const std::string& tree, const std::string& node) {
+  return askNode<std::string>("ProUITreeNodeParentGet", dialog, tree, node,
+                              [](const Tree::Node& n) { return std::string(Tree::parentOf(n)); });
+}
+
+Got<std::wstring> ProUITreeNodeLabelGet(const std::string& dialog, const std::string& tree, const std::string& node) {
+  return askNode<std::wstring>("ProUITreeNodeLabelGet", dialog, tree, node,
+                               [](const Tree::Node& n) { return text::fromUtf8(n.label); });
 }
 
 Got<std::vector<std::string>> ProUITreeSelectednamesGet(const std::string& dialog, const std::string& tree) {

@@ -68,12 +68,19 @@ ProError ProWindowActivate(int window) {
 }
 
 ProError ProWindowRepaint(int window) {
-  return operation("ProWindowRepaint",
-                   [&](State& state) { return isWindow(state, window) ? ProNoError : ProBadInputs; });
+  return operation("ProWindowRepaint", [&](State& state) {
+    if (!isWindow(state, window)) return ProBadInputs;
+    state.highlights.clear();
+    return ProNoError;
+  });
 }
 
 ProError ProWindowClear(int window) {
   return operation("ProWindowClear", [&](State& state) { return isWindow(state, window) ? ProNoError : ProBadInputs; });
+}
+
+ProError ProWindowRefit(int window) {
+  return operation("ProWindowRefit", [&](State& state) { return isWindow(state, window) ? ProNoError : ProBadInputs; });
 }
 
 }  // namespace creo

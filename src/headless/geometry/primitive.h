@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "creo/ProTransform.h"
@@ -22,6 +23,7 @@ struct Primitive {
   double angle = 360;                          // of a revolution, in degrees
   std::vector<std::array<double, 2>> profile;  // closed: x and y of an extrusion, radius and z of a revolution
   std::wstring file;                           // STEP, of an import; a path
+  std::string_view step;                       // the same as text, in place of a file; it outlives the primitive
   double scale = 1;                            // from the file's millimetres
   creo::ProTransform placement;
 };

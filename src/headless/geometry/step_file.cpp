@@ -26,11 +26,15 @@ TopoDS_Compound solidsOf(const TopoDS_Shape& shape) {
   return solids;
 }
 
-TopoDS_Shape read(const std::wstring& path) {
-  const auto bytes = os::files().read(path);
-  if (!bytes) throw ShapeFault{L"the file can't be read: " + text::fromUtf8(bytes.error.message())};
+TopoDS_Shape read(const Primitive& primitive) {
+  std::string bytes(primitive.step);
+  if (bytes.empty()) {
+    auto file = os::files().read(primitive.file);
+    if (!file) throw ShapeFault{L"the file can't be read: " + text::fromUtf8(file.error.message())};
+    bytes = std::move(file.value);
+  }
   Message::DefaultMessenger()->ChangePrinters().Clear();  // the program's output is its own
-  std::istringstream stream(bytes.value);
+  std::istringstream stream(std::move(bytes));
   STEPControl_Reader reader;
   if (reader.ReadStream("body", stream) != IFSelect_RetDone) throw ShapeFault{L"the file is no STEP file"};
   reader.TransferRoots();
@@ -42,7 +46,7 @@ TopoDS_Shape read(const std::wstring& path) {
 }  // namespace
 
 TopoDS_Shape imported(const Primitive& primitive) {
-  TopoDS_Shape shape = read(primitive.file);
+  TopoDS_Shape shape = read(primitive);
   if (primitive.scale != 1) {
     gp_Trsf scaled;
     scaled.SetScaleFactor(primitive.scale);

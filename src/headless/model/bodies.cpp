@@ -41,8 +41,9 @@ Primitive primitiveOf(const Model& part, const PrimitiveRecord& record, Measurer
     made.profile.push_back({measurer.number(point[0], "profile"), measurer.number(point[1], "profile")});
   if (!record.file.empty()) {
     made.file = part.document->folder + text::fromUtf8(record.file);
-    made.scale = inSystem(1, "mm", part.document->record);
   }
+  made.step = record.step;
+  if (record.type == geometry::PrimitiveKind::import) made.scale = inSystem(1, "mm", part.document->record);
   made.placement = measurer.placement(record.placement.get());
   return made;
 }
@@ -76,6 +77,7 @@ std::string keyOf(const std::vector<Primitive>& primitives) {
     add(one.scale, one.profile.size(), one.file.size());
     for (const ProVector& v : {one.size, one.placement.xAxis, one.placement.zAxis, one.placement.origin}) addVector(v);
     for (const auto& [a, b] : one.profile) add(a, b);
+    if (!one.step.empty()) add(one.step.size(), std::hash<std::string_view>()(one.step));
     if (one.file.empty()) continue;
     key += text::toUtf8(one.file);
     const auto size = os::files().size(one.file);

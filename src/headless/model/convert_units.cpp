@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "headless/model/raw_placement.h"
 #include "headless/model/units.h"
-#include "headless/store/tables_geometry.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -78,14 +78,7 @@ void addBody(SolidRecord& solid, double length, Conversion& into) {
   }
   for (DatumRecord& one : solid.coordinateSystems) addPlace(one.placement, length, into);
   for (DatumRecord& one : solid.points) addPlace(one.placement, length, into);
-}
-
-// The new text of a member that the document keeps as written. level: how deep it stands.
-template <class Record>
-RawJson rewritten(const Record& record, int level) {
-  RawJson raw;
-  writeValue(record, raw.text, level);
-  return raw;
+  for (DatumRecord& one : solid.planes) addPlace(one.placement, length, into);
 }
 
 }  // namespace
@@ -120,9 +113,9 @@ creo::ProError setPrincipalSystem(const Models& models, const Model& model, cons
     return creo::ProGeneralError;
   }
   conversion.apply();
-  if (keepSizes && !record.solid.text.empty()) record.solid = rewritten(solid, 1);
+  if (keepSizes && !record.solid.text.empty()) record.solid = rawSolid(solid);
   for (std::size_t i = 0; i < places.size(); ++i)
-    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = rewritten(places[i], 3);
+    if (RawJson& raw = record.components[i].placement; !raw.text.empty()) raw = rawPlacement(places[i]);
   document.solidChanged();
   record.units = system;
   document.touch(nullptr);

@@ -38,13 +38,23 @@ std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType ty
 }
 
 Got<ProMdl> Models::createModel(std::wstring_view name, ProMdlType type) {
+  return createModel(newDocument(name, type));
+}
+
+Got<ProMdl> Models::createModel(std::shared_ptr<ModelDocument> document) {
+  const std::wstring& name = document->name;
+  const ProMdlType type = document->type;
   if (!isFileName(name) || type == ProMdlType::unused) return creo::ProBadInputs;
-  if (inMemory(name, type)) return creo::ProExists;
-  for (Folder* folder : searched())
-    if (folder->find(name, type)) return creo::ProExists;
-  auto document = newDocument(name, type);
+  if (isKnown(name, type)) return creo::ProExists;
   std::wstring upper = document->name;
   return add(std::move(document), nullptr, std::move(upper)).handle;
+}
+
+bool Models::isKnown(std::wstring_view name, ProMdlType type) {
+  if (inMemory(name, type)) return true;
+  for (Folder* folder : searched())
+    if (folder->find(name, type)) return true;
+  return false;
 }
 
 ProError Models::readTemplate(std::wstring_view name, ModelRecord& into) {

@@ -149,6 +149,9 @@ const ModelDocument::RelationNames& ModelDocument::relationNames() {
       collect(feature.relations);
       for (const SectionRecord& section : feature.sections) collect(section.relations);
     }
+    RelationNames after;
+    for (const std::string& line : record.postRelations) collectNames(line, after);
+    relationNames_->assignedAfter = std::move(after.assigned);
   }
   return *relationNames_;
 }

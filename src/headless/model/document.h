@@ -60,9 +60,9 @@ class ModelDocument {
   [[nodiscard]] bool isModified(const RowRecord* row) const { return row ? row->changed : modified_; }
   void markSaved();
 
-  // Names that relations assign to or read, folded.
+  // Names that relations assign to or read, folded; those that post relations assign to.
   struct RelationNames {
-    std::unordered_set<std::string> assigned, read;
+    std::unordered_set<std::string> assigned, read, assignedAfter;
   };
   const RelationNames& relationNames();
   void relationsChanged() { relationNames_.reset(); }

@@ -105,9 +105,14 @@ SegmentRecord* segmentOf(TableRecord& table, int segment) {
 }
 
 CellRecord* cellOf(TableRecord& table, int column, int row) {
-  const auto found = std::find_if(table.cells.begin(), table.cells.end(),
-                                  [&](const CellRecord& cell) { return cell.column == column && cell.row == row; });
-  return found == table.cells.end() ? nullptr : &*found;
+  const auto key = [](int r, int c) {
+    return static_cast<std::uint64_t>(static_cast<std::uint32_t>(r)) << 32U | static_cast<std::uint32_t>(c);
+  };
+  // Cells come behind those that are there; none goes.
+  for (std::size_t& i = table.cellsIndexed; i < table.cells.size(); ++i)
+    table.cellPlaces.try_emplace(key(table.cells[i].row, table.cells[i].column), i);
+  const auto found = table.cellPlaces.find(key(row, column));
+  return found == table.cellPlaces.end() ? nullptr : &table.cells[found->second];
 }
 
 }  // namespace headless

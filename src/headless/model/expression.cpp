@@ -6,6 +6,7 @@
 #include <numbers>
 #include <vector>
 
+#include "headless/model/text_functions.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -46,14 +47,11 @@ constexpr Function kFunctions[] = {
     {"sign", 2, [](const double* a) { return std::copysign(a[0], a[1]); }},
     {"bound", 3, [](const double* a) { return std::min(std::max(a[0], a[1]), a[2]); }},
 };
-// What asks for geometry, graphs, texts or other models: known, not worked out.
+// What asks for geometry, graphs or other models: known, not worked out.
 constexpr std::string_view kOtherFunctions[] = {
-    "ceil",           "floor",          "dead",           "near",           "if",
-    "itos",           "rtos",           "search",         "extract",        "string_length",
-    "string_starts",  "string_ends",    "string_match",   "evalgraph",      "exists",
-    "rel_model_name", "rel_model_type", "material_param", "trajpar_of_pnt", "cable_len",
-    "mp_mass",        "mp_density",     "mp_volume",      "mp_surf_area",   "mp_cg_x",
-    "mp_cg_y",        "mp_cg_z",        "lookup_inst",    "comparegraphs",  "graph"};
+    "ceil",           "floor",          "dead",      "near",        "evalgraph",     "rel_model_name", "rel_model_type",
+    "material_param", "trajpar_of_pnt", "cable_len", "mp_mass",     "mp_density",    "mp_volume",      "mp_surf_area",
+    "mp_cg_x",        "mp_cg_y",        "mp_cg_z",   "lookup_inst", "comparegraphs", "graph"};
 
 struct Constant {
   std::string_view name;
@@ -224,11 +222,13 @@ class Parser {
     const Level level(*this);
     RelationValue value = bareOperand();
     if (!take("[")) return value;
-    // A unit. What it makes of the number isn't worked out.
     const auto close = rest_.find(']');
     if (close == std::string_view::npos) return fail(L"a bracket isn't closed");
+    const std::string unit = "[" + std::string(rest_.substr(0, close)) + "]";
     rest_.remove_prefix(close + 1);
-    return {};
+    const auto factor = lookup_(unit);
+    if (!factor) return fail(text::format(L"'%s' is no unit", text::fromUtf8(unit)));
+    return computed('*', value, *factor);
   }
   RelationValue bareOperand() {
     skipBlanks(rest_);
@@ -271,6 +271,19 @@ class Parser {
     if (name.find(':') != std::string_view::npos) return {};  // of another model or feature
     return fail(text::format(L"'%s' is neither a parameter nor a dimension", text::fromUtf8(name)));
   }
+  // exists("LENGTH"): whether the model has such a parameter or dimension.
+  RelationValue exists(const std::vector<RelationValue>& arguments) {
+    if (arguments.size() != 1 || !isText(arguments[0])) return fail(L"'exists' asks for a name in quotes");
+    const std::string& name = std::get<std::string>(arguments[0]);
+    if (name.find(':') != std::string::npos) return {};  // of another model or feature
+    return lookup_(name).has_value();
+  }
+  RelationValue chosen(const std::vector<RelationValue>& arguments) {
+    if (isText(arguments[0])) return fail(L"a text is neither yes nor no");
+    const auto holds = truth(arguments[0]);
+    if (!holds) return {};
+    return arguments[*holds ? 1 : 2];
+  }
   RelationValue call(std::string_view name) {
     std::vector<RelationValue> arguments;
     if (!take(")")) {
@@ -280,6 +293,10 @@ class Parser {
     }
     for (const Function& one : kFunctions)
       if (one.arguments == arguments.size() && sameName(one.name, name)) return called(one, arguments);
+    if (sameName(name, "exists")) return exists(arguments);
+    if (sameName(name, "if") && arguments.size() == 3) return chosen(arguments);
+    if (auto evaluated = textFunction(name, arguments))
+      return evaluated->fault.empty() ? std::move(evaluated->value) : fail(std::move(evaluated->fault));
     if (std::any_of(std::begin(kOtherFunctions), std::end(kOtherFunctions),
                     [name](std::string_view other) { return sameName(other, name); }))
       return {};

@@ -12,7 +12,8 @@ namespace headless {
 // What relations compute with. None: it is there, but this session doesn't work it out, such as a mass or a value of
 // another model; whatever it goes into isn't worked out either.
 using RelationValue = std::variant<std::monostate, double, std::string, bool>;
-// The value of a name; nothing: there is no such name.
+// The value of a name; nothing: there is no such name. A unit in its brackets, "[mm]", gives the number that turns
+// values of it into the model's units.
 using RelationLookup = std::function<std::optional<RelationValue>(std::string_view)>;
 
 struct Evaluated {

@@ -104,6 +104,23 @@ void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view
   });
 }
 
+void renameColumn(ModelDocument& document, ProFamitemType type, std::string_view from, const std::string& to) {
+  if (!document.record.familyTable) return;
+  const auto inTable = [&](FamilyTableRecord& table) {
+    const std::size_t column = columnAt(table, type, from);
+    if (column == NameIndex::kNone) return;
+    for (const auto& row : table.instances)
+      if (const std::size_t value = valueAt(*row, column, from); value != NameIndex::kNone)
+        row->values[value].name = to;
+    table.items.list[column].name = to;
+    table.items.index.drop();
+  };
+  inTable(*document.record.familyTable);
+  eachRow(*document.record.familyTable, [&](RowRecord& row) {
+    if (row.familyTable) inTable(*row.familyTable);
+  });
+}
+
 std::optional<bool> yesOrNo(const Scalar& value) {
   if (const bool* there = std::get_if<bool>(&value)) return *there;
   const auto* word = std::get_if<std::string>(&value);

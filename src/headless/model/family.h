@@ -29,6 +29,9 @@ RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, creo::P
 bool removeColumn(ModelDocument& document, FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
 void removeColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view name);
 
+// What the columns of a type stand for has another name now; in all tables.
+void renameColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view from, const std::string& to);
+
 // What a column of features or components says: true or "Y", false or "N". Nothing for any other value.
 std::optional<bool> yesOrNo(const Scalar& value);
 

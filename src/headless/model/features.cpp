@@ -39,6 +39,20 @@ std::optional<ModelFeature> featureOf(const Model& model, int id) {
   return feature;
 }
 
+void giveComponentsRecords(ModelDocument& document) {
+  ModelRecord& record = document.record;
+  for (const TreeFeature& place : std::vector<TreeFeature>(document.tree.all(record))) {
+    if (place.record != TreeFeature::kNone) continue;
+    record.components[place.component].feature = place.id;
+    // The tree has these behind all others, in this order.
+    FeatureRecord& added = record.features.emplace_back();
+    added.id = place.id;
+    added.type = creo::kComponentFeature;
+    added.typeName = "COMPONENT";
+  }
+  document.tree.changed();
+}
+
 std::wstring featureName(const ModelFeature& feature) {
   if (const UsedModelRecord* component = feature.component()) return componentOf(*feature.model, *component);
   return text::fromUtf8(feature.record()->name);

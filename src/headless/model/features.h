@@ -24,6 +24,9 @@ struct ModelFeature {
 std::vector<ModelFeature> featuresOf(const Model& model);
 std::optional<ModelFeature> featureOf(const Model& model, int id);
 
+// Gives each component of an assembly a record among the features, so that it can own things. Ids and numbers stay.
+void giveComponentsRecords(ModelDocument& document);
+
 // A component's is its model's. Empty: it has none.
 std::wstring featureName(const ModelFeature& feature);
 int featureType(const ModelFeature& feature);

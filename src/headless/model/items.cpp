@@ -5,6 +5,8 @@
 
 #include "creo/ProFeature.h"
 #include "creo/ProRelset.h"
+#include "headless/model/bodies.h"
+#include "headless/model/datums.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/layers.h"
@@ -46,6 +48,17 @@ std::vector<NamedItem> features(const Model& model) {
   return items;
 }
 
+// Those that are there, by their places among their kind.
+std::vector<NamedItem> coordinateSystems(const Model& model) {
+  std::vector<NamedItem> items;
+  int id = 0;
+  for (const DatumRecord& one : model.document->solid().coordinateSystems) {
+    ++id;
+    if (hasGeometry(model, one.feature)) items.push_back({id, datumName(model, one)});
+  }
+  return items;
+}
+
 }  // namespace
 
 std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
@@ -53,6 +66,8 @@ std::vector<NamedItem> namedItems(const Model& model, ProItemType type) {
   switch (type) {
     case ProItemType::feature:
       return features(model);
+    case ProItemType::coordinateSystem:
+      return coordinateSystems(model);
     case ProItemType::dimension:
       return dimensions(record, false);
     case ProItemType::referenceDimension:
@@ -153,6 +168,10 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
+  const auto feature = item.type == ProItemType::feature ? featureOf(model, item.id) : std::nullopt;
+  if (feature && feature->isComponent()) return creo::ProBadInputs;
+  if (feature)
+    renameColumn(*model.document, creo::ProFamitemType::feature, featureColumn(*feature), text::toUtf8(name));
   const std::string former = std::exchange(*held, text::toUtf8(name));
   if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *held);
   replaceReferences(model, item.type, former, *held);

@@ -108,6 +108,15 @@ std::vector<creo::ProDependency> Models::dependencies(const Model& model) {
   return out;
 }
 
+// An assembly on disk needs them.
+void Models::saveNewParts(const Model& assembly) {
+  for (const creo::ProDependency& used : dependencies(assembly)) {
+    const auto handle = inMemory(used.name, used.type);
+    const Model* part = handle ? find(handle.value) : nullptr;
+    if (part && part->document->folder.empty()) save(part->handle);
+  }
+}
+
 ProError Models::save(ProMdl handle) {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
@@ -119,6 +128,7 @@ ProError Models::save(ProMdl handle) {
   }
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
+  if (document.type == ProMdlType::assembly) saveNewParts(*model);
   Folder& folder = store_.folder(document.folder);
   const std::string bytes = writeDocument(document.record);
   int newest = newestVersion(document), version = newest + 1;

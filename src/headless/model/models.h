@@ -11,6 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "creo/ProMdlCopy.h"
 #include "headless/model/document.h"
 #include "headless/session/session.h"
 #include "headless/store/folder.h"
@@ -80,9 +81,20 @@ class Models {
   creo::Got<creo::ProMdl> createDrawing(std::wstring_view name, std::wstring_view templateName, creo::ProMdl solid);
   // A new, empty model as createDrawing makes one. ProExists: in memory, or in a folder that is searched.
   creo::Got<creo::ProMdl> createModel(std::wstring_view name, creo::ProMdlType type);
+  // The same for a document that was filled already, as newDocument makes it.
+  creo::Got<creo::ProMdl> createModel(std::shared_ptr<ModelDocument> document);
   // As ProMdlRename and ProMdlCopy; creo/ProMdlCopy.h has the results.
   creo::ProError rename(creo::ProMdl model, std::wstring_view name);
   creo::Got<creo::ProMdl> copy(creo::ProMdl model, std::wstring_view name);
+  // As ProMdlnameRename, with its results.
+  creo::ProError renameOnDisk(creo::ProMdl model, std::wstring_view name, creo::ProRenamed& told);
+  // Has another model the name (upper case): in memory, in the model's folder or one that is searched, in the model's
+  // own family table, or, byInstances, in those of the folders' documents?
+  bool isTaken(const Model& model, const std::wstring& name, bool byInstances);
+  // What models use was changed otherwise than by these functions.
+  void countUsesAnew();
+  // Is a model of that name in memory, or in a folder that is searched?
+  [[nodiscard]] bool isKnown(std::wstring_view name, creo::ProMdlType type);
   // The row's model. ProNotFound: it isn't in memory.
   [[nodiscard]] creo::Got<creo::ProMdl> instanceInMemory(const ModelDocument& document, const RowRecord& row) const;
   // Takes a row out of its table; what is in memory of it and of the rows below it becomes a model of its own.
@@ -122,9 +134,13 @@ class Models {
   void countUses(const Model& model, int by);
   // Models in memory that use a renamed one know it by its new name; counts all uses anew.
   void followRename(const std::wstring& name, creo::ProMdlType type, const std::wstring& now);
+  // The name is free.
+  void setName(Model& model, const std::wstring& now);
   void remove(const Model& model);
   // The models in memory that a model uses, its generic among them.
   [[nodiscard]] std::vector<const Model*> usedBy(const Model& model) const;
+  // Saves what an assembly uses and what was never saved.
+  void saveNewParts(const Model& assembly);
   creo::ProError readTemplate(std::wstring_view name, ModelRecord& into);
   // The highest number of the document's files and the one that it was read from.
   int newestVersion(const ModelDocument& document);

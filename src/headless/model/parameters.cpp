@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "headless/model/family.h"
+#include "headless/model/features.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -30,10 +31,20 @@ std::size_t indexOf(ParameterList& list, std::string_view name) {
 }
 
 // A feature's list, or null; a feature without parameters has none.
-std::unique_ptr<ParameterList>* featureList(ModelRecord& record, int id) {
-  for (FeatureRecord& feature : record.features)
-    if (feature.id == id) return &feature.parameters;
-  return nullptr;
+std::unique_ptr<ParameterList>* featureList(ModelDocument& document, int id) {
+  const TreeFeature* place = document.tree.find(document.record, id);
+  if (!place || place->record == TreeFeature::kNone) return nullptr;
+  return &document.record.features[place->record].parameters;
+}
+
+// Does a component's parameter give what the component varies its value?
+bool drivesItem(ModelDocument& document, const ProModelitem& owner, std::string_view name) {
+  if (owner.type != creo::ProItemType::feature) return false;
+  const TreeFeature* place = document.tree.find(document.record, owner.id);
+  if (!place || place->record == TreeFeature::kNone) return false;
+  const auto& items = document.record.features[place->record].variantItems;
+  return std::any_of(items.begin(), items.end(),
+                     [&](const VariantItemRecord& one) { return sameName(one.parameter, name); });
 }
 
 ParameterList* materialList(ModelRecord& record, const std::wstring& name) {
@@ -137,9 +148,11 @@ Got<Parameters::Owner> Parameters::owner(const ProModelitem& item) const {
       return out;
     }
     case creo::ProItemType::feature: {
-      const auto* list = featureList(record, item.id);
-      if (!list) return creo::ProBadInputs;
-      if (*list) out.parts.push_back({list->get(), nullptr});
+      ModelDocument& document = *out.model->document;
+      if (!document.tree.find(record, item.id)) return creo::ProBadInputs;
+      // A component without a record owns nothing yet.
+      const auto* list = featureList(document, item.id);
+      if (list && *list) out.parts.push_back({list->get(), nullptr});
       return out;
     }
     case creo::ProItemType::material: {
@@ -161,7 +174,9 @@ Parameters::Part Parameters::newPart(const Owner& owner, const ProModelitem& ite
     return {own.get(), owner.model->row};
   }
   if (!owner.parts.empty()) return owner.parts.front();
-  auto& list = *featureList(owner.model->document->record, item.id);
+  ModelDocument& document = *owner.model->document;
+  if (!featureList(document, item.id)) giveComponentsRecords(document);
+  auto& list = *featureList(document, item.id);
   list = std::make_unique<ParameterList>();
   return {list.get(), nullptr};
 }
@@ -222,6 +237,7 @@ ProError Parameters::remove(const ProParameter& parameter) {
   ModelDocument& document = *p.model->document;
   const std::string name = p.record().name;
   if (p.isInherited() || driver(p) != ProParameterDriver::none) return creo::ProGeneralError;
+  if (drivesItem(document, parameter.owner, name)) return creo::ProGeneralError;
   if (p.ofModel && document.relationNames().read.contains(folded(name))) return creo::ProGeneralError;
   if (p.ofModel && !p.row) removeColumn(document, ProFamitemType::parameter, name);
   touch(p);
@@ -284,8 +300,10 @@ ProError Parameters::designate(const ProParameter& parameter, bool on) {
 ProParameterDriver Parameters::driver(const ParameterPlace& place) {
   const ParameterRecord& record = place.record();
   if (record.driver != ProParameterDriver::none || !place.ofModel) return record.driver;
-  const bool assigned = place.model->document->relationNames().assigned.contains(folded(record.name));
-  return assigned ? ProParameterDriver::relation : ProParameterDriver::none;
+  const auto& names = place.model->document->relationNames();
+  const std::string key = folded(record.name);
+  return names.assigned.contains(key) || names.assignedAfter.contains(key) ? ProParameterDriver::relation
+                                                                           : ProParameterDriver::none;
 }
 
 void Parameters::touch(const ParameterPlace& place) { place.model->document->touch(place.row); }

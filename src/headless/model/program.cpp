@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 #include "headless/model/features.h"
+#include "headless/model/relations.h"
 #include "headless/model/remove_feature.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -37,7 +37,8 @@ enum class Part { head, inputs, relations, body, massProperties, tail };
 
 struct Reading {
   Program program;
-  std::set<int> features;
+  std::map<int, std::size_t> features;  // by id, with the line that names it
+  std::size_t relationsAt = 0;          // the line of RELATIONS
   ProgramFault fault;
 };
 
@@ -88,7 +89,10 @@ class ProgramReader {
         break;
     }
     if (isLine(line, "INPUT") && block_ == 0) return enter(Part::inputs);
-    if (isLine(line, "RELATIONS") && block_ == 0) return enter(Part::relations);
+    if (isLine(line, "RELATIONS") && block_ == 0) {
+      out_.relationsAt = number_;
+      return enter(Part::relations);
+    }
     // What a document keeps may begin with its features.
     if (part_ == Part::head && !whole_ && (begins(line, "ADD") || begins(line, "IF") || isLine(line, "MASSPROP")))
       enter(Part::body);
@@ -111,7 +115,9 @@ class ProgramReader {
       if (!hasId_) return fail(block_, L"ADD without the id of its feature");
       block_ = 0;
     } else if (block_ != 0 && begins(line, kFeatureId)) {
-      out_.features.insert(text::parseInt(trimmed(line).substr(kFeatureId.size())));
+      const int id = text::parseInt(trimmed(line).substr(kFeatureId.size()));
+      if (!out_.features.emplace(id, number_).second && whole_)
+        return fail(number_, text::format(L"the feature %d is there twice", id));
       hasId_ = true;
     } else if (block_ == 0 && begins(line, "IF")) {
       conditions_.push_back(number_);
@@ -196,6 +202,18 @@ ProgramText written(const Model& model, const Program& program) {
   return text;
 }
 
+// Features that the model lacks, and relations that no regeneration could read, whatever the names stand for.
+ProgramFault unfitting(const Model& model, const Reading& reading) {
+  std::unordered_set<int> present;
+  for (const ModelFeature& feature : featuresOf(model)) present.insert(feature.place.id);
+  for (const auto& [id, line] : reading.features)
+    if (!present.contains(id)) return {line, text::format(L"the model has no feature %d", id)};
+  Relations relations([](std::string_view) { return std::optional<RelationValue>(std::in_place); });
+  if (RelationFault fault = relations.run(reading.program.relations))
+    return {reading.relationsAt + fault.line, std::move(fault.reason)};
+  return {};
+}
+
 }  // namespace
 
 HeldProgram programText(const Model& model) {
@@ -209,9 +227,33 @@ HeldProgram programText(const Model& model) {
   return {written(model, program), {}};
 }
 
+std::unordered_map<int, bool> programConditions(const Model& model, const RelationLookup& names) {
+  std::unordered_map<int, bool> conditions;
+  const ProgramText& text = model.document->record.program;
+  if (text.empty()) return conditions;
+  std::vector<std::optional<bool>> open;  // nothing: it isn't worked out
+  for (const std::string& line : ProgramReader().read(text, false).program.body) {
+    if (begins(line, "IF")) {
+      const std::string_view condition = trimmed(line).substr(2);
+      const Evaluated evaluated = evaluate(condition.substr(0, condition.find("/*")), names);
+      open.push_back(evaluated.fault.empty() ? truth(evaluated.value) : std::nullopt);
+    } else if (isLine(line, "ELSE") && !open.empty()) {
+      if (open.back()) open.back() = !*open.back();
+    } else if ((isLine(line, "END IF") || isLine(line, "ENDIF")) && !open.empty()) {
+      open.pop_back();
+    } else if (begins(line, kFeatureId) && !open.empty()) {
+      const int id = text::parseInt(trimmed(line).substr(kFeatureId.size()));
+      const bool isKnown = std::all_of(open.begin(), open.end(), [](const auto& one) { return one.has_value(); });
+      if (isKnown) conditions[id] = std::all_of(open.begin(), open.end(), [](const auto& one) { return *one; });
+    }
+  }
+  return conditions;
+}
+
 ProgramFault takeProgram(const Models& models, const Model& model, const ProgramText& text) {
   Reading reading = ProgramReader().read(text, true);
   if (reading.fault) return reading.fault;
+  if (ProgramFault fault = unfitting(model, reading)) return fault;
   std::unordered_set<int> gone;
   for (const ModelFeature& feature : featuresOf(model))
     if (!reading.features.contains(feature.place.id)) gone.insert(feature.place.id);

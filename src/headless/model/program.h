@@ -13,12 +13,14 @@
 //   MASSPROP
 //   END MASSPROP
 //
-// Blocks may stand in IF ... ELSE ... END IF.
+// Blocks may stand in IF ... ELSE ... END IF; a regeneration suppresses the features whose condition doesn't hold.
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "headless/model/expression.h"
 #include "headless/model/models.h"
 
 namespace headless {
@@ -41,5 +43,9 @@ HeldProgram programText(const Model& model);
 // Takes a text over: inputs, relations, conditions; a feature whose block has gone goes too. At a fault nothing
 // changes.
 ProgramFault takeProgram(const Models& models, const Model& model, const ProgramText& text);
+
+// What the conditions of its program say of a model's features, by id, with the values that names have now. Features
+// under none, and those under one that isn't worked out, aren't there.
+std::unordered_map<int, bool> programConditions(const Model& model, const RelationLookup& names);
 
 }  // namespace headless

@@ -8,7 +8,9 @@
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/parameters.h"
+#include "headless/model/program.h"
 #include "headless/model/relations.h"
+#include "headless/model/units.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -65,6 +67,7 @@ class Names {
   }
 
   [[nodiscard]] std::optional<RelationValue> value(std::string_view name) const {
+    if (name.starts_with('[')) return unitFactor(name.substr(1, name.size() - 2));
     const Target target = find(name);
     if (!target.stored) return {};
     const Scalar* own = rowValue(*model_.document, model_.row, target.column, target.name);
@@ -113,6 +116,13 @@ class Names {
   }
 
  private:
+  // A unit with an offset, such as degrees Celsius, has no factor: what it goes into isn't worked out.
+  [[nodiscard]] std::optional<RelationValue> unitFactor(std::string_view unit) const {
+    const auto scale = unitScale(unit);
+    if (!scale) return {};
+    if (scale->offset != 0) return std::optional<RelationValue>(std::in_place);
+    return inSystem(1, unit, model_.document->record);
+  }
   struct Target {
     Scalar* stored = nullptr;  // null: there is no such name
     std::string name;
@@ -143,8 +153,8 @@ struct Outcome {
 
 Outcome failure(std::wstring reason) { return {ProRegenerationStatus::failed, std::move(reason)}; }
 
-Outcome faulty(const wchar_t* what, const RelationFault& fault) {
-  return failure(text::format(L"%s line %d: %s", std::wstring(what), static_cast<int>(fault.line), fault.reason));
+Outcome faulty(const std::wstring& called, const RelationFault& fault) {
+  return failure(text::format(L"%s line %d: %s", called, static_cast<int>(fault.line), fault.reason));
 }
 
 RelationLookup lookupIn(const Names& names) {
@@ -171,23 +181,59 @@ Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignm
 constexpr const wchar_t* kRelation = L"relation";
 constexpr const wchar_t* kPostRelation = L"post relation";
 
-// The relations of features that aren't suppressed, and of their sketches: a sketch before its feature.
-Outcome runFeatureRelations(const Model& model, Relations& relations) {
-  for (const ModelFeature& feature : featuresOf(model)) {
-    const FeatureRecord* record = feature.record();
-    if (!record || featureStatus(feature) != ProFeatureStatus::active) continue;
-    const auto fails = [&](const RelationFault& fault) {
-      const std::wstring name = featureName(feature);
-      return failure(text::format(L"feature %s, relation line %d: %s",
-                                  name.empty() ? std::to_wstring(feature.place.id) : name, static_cast<int>(fault.line),
-                                  fault.reason));
-    };
-    for (const SectionRecord& section : record->sections)
-      if (const RelationFault fault = relations.run(section.relations)) return fails(fault);
-    if (const RelationFault fault = relations.run(record->relations)) return fails(fault);
+// A set of relations, and what a fault's line calls its lines.
+struct RelationLines {
+  std::wstring called;
+  const std::vector<std::string>* lines = nullptr;
+  const FeatureRecord* feature = nullptr;  // whose relations they are
+};
+
+// Runs the sets one after another. A feature's own parameters hide the model's names, for reading and for giving.
+class RelationRun {
+ public:
+  explicit RelationRun(const Names& names) : ofModel_(lookupIn(names)) {}
+
+  RelationFault run(const RelationLines& set) {
+    if (!set.feature || !set.feature->parameters) return ofModel_.run(*set.lines);
+    ParameterList& own = *set.feature->parameters;
+    Relations relations([&](std::string_view name) {
+      const ParameterRecord* parameter = find(own, name);
+      return parameter ? relationValue(parameter->value) : ofModel_.known(name);
+    });
+    if (RelationFault fault = relations.run(*set.lines)) return fault;
+    for (const Assignment& one : relations.assignments()) {
+      ParameterRecord* parameter = find(own, one.name);
+      if (!parameter) {
+        ofModel_.assign(one.name, one.value);
+      } else if (one.value.index() != 0) {
+        auto wanted = scalarOf(one.value, parameter->type);
+        if (!wanted) return {1, text::format(L"'%s' can't take its value", text::fromUtf8(one.name))};
+        given_.emplace_back(parameter, std::move(*wanted));
+      }
+    }
+    return {};
   }
-  return {};
-}
+
+  // Gives parameters of features what their relations assign.
+  void giveFeatures(ModelDocument& document) {
+    for (auto& [parameter, value] : given_) {
+      if (relationValue(parameter->value) == relationValue(value)) continue;
+      parameter->value = std::move(value);
+      document.touch(nullptr);
+    }
+  }
+  [[nodiscard]] const std::vector<Assignment>& assignments() const { return ofModel_.assignments(); }
+
+ private:
+  static ParameterRecord* find(ParameterList& own, std::string_view name) {
+    for (ParameterRecord& one : own.list)
+      if (sameName(one.name, name)) return &one;
+    return nullptr;
+  }
+
+  Relations ofModel_;
+  std::vector<std::pair<ParameterRecord*, Scalar>> given_;
+};
 
 bool hasFeatureRelations(const ModelRecord& record) {
   return std::any_of(record.features.begin(), record.features.end(), [](const FeatureRecord& feature) {
@@ -197,18 +243,55 @@ bool hasFeatureRelations(const ModelRecord& record) {
   });
 }
 
+// The sets that have lines, in the order in which they run: the model's, those of features that aren't suppressed (a
+// sketch before its feature), those behind the regeneration.
+std::vector<RelationLines> relationSets(const Model& model) {
+  std::vector<RelationLines> sets;
+  const auto add = [&](const std::wstring& called, const std::vector<std::string>& lines,
+                       const FeatureRecord* feature = nullptr) {
+    if (!lines.empty()) sets.push_back({called, &lines, feature});
+  };
+  const ModelRecord& record = model.document->record;
+  add(kRelation, record.relations);
+  if (hasFeatureRelations(record))
+    for (const ModelFeature& feature : featuresOf(model)) {
+      const FeatureRecord* own = feature.record();
+      if (!own || featureStatus(feature) != ProFeatureStatus::active) continue;
+      const std::wstring name = featureName(feature);
+      const std::wstring called =
+          L"feature " + (name.empty() ? std::to_wstring(feature.place.id) : name) + L", " + kRelation;
+      for (const SectionRecord& section : own->sections) add(called, section.relations, own);
+      add(called, own->relations, own);
+    }
+  add(kPostRelation, record.postRelations);
+  return sets;
+}
+
 Outcome runRelations(Model& model) {
-  ModelDocument& document = *model.document;
-  const ModelRecord& record = document.record;
-  const bool ofFeatures = hasFeatureRelations(record);
-  if (record.relations.empty() && record.postRelations.empty() && !ofFeatures) return {};
+  const std::vector<RelationLines> sets = relationSets(model);
+  if (sets.empty()) return {};
   Names names(model);
-  Relations relations(lookupIn(names));
-  if (const RelationFault fault = relations.run(record.relations)) return faulty(kRelation, fault);
-  if (ofFeatures)
-    if (Outcome outcome = runFeatureRelations(model, relations); !outcome.reason.empty()) return outcome;
-  if (const RelationFault fault = relations.run(record.postRelations)) return faulty(kPostRelation, fault);
-  return giveAll(document, names, relations.assignments());
+  RelationRun relations(names);
+  for (const RelationLines& set : sets)
+    if (const RelationFault fault = relations.run(set)) return faulty(set.called, fault);
+  relations.giveFeatures(*model.document);
+  return giveAll(*model.document, names, relations.assignments());
+}
+
+// Suppresses the features whose condition in the program doesn't hold, and brings back those whose does.
+void applyProgram(Model& model) {
+  ModelDocument& document = *model.document;
+  if (model.row || document.record.program.empty()) return;
+  const Names names(model);
+  const auto conditions = programConditions(model, lookupIn(names));
+  for (FeatureRecord& feature : document.record.features) {
+    const auto found = conditions.find(feature.id);
+    if (found == conditions.end()) continue;
+    const ProFeatureStatus from = found->second ? ProFeatureStatus::programSuppressed : ProFeatureStatus::active;
+    if (feature.status != from) continue;
+    feature.status = found->second ? ProFeatureStatus::active : ProFeatureStatus::programSuppressed;
+    document.touch(nullptr);
+  }
 }
 
 // worked: gets the features that were regenerated; null where nobody asks.
@@ -222,7 +305,9 @@ Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
     if (name.empty()) name = std::to_wstring(feature.place.id);
     return failure(text::format(L"the feature %s isn't regenerated", name));
   }
-  return runRelations(model);
+  Outcome outcome = runRelations(model);
+  if (outcome.reason.empty()) applyProgram(model);
+  return outcome;
 }
 
 ProVerification verificationOf(ProRegenerationStatus status) {
@@ -332,6 +417,15 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
   if (instancesToo) regenerateInstances(models, *models.find(solid));
   if (status == ProRegenerationStatus::failed) return creo::ProGeneralError;
   return status == ProRegenerationStatus::needed ? creo::ProRegenAgain : creo::ProNoError;
+}
+
+std::vector<std::wstring> relationFaults(const Model& model) {
+  const Names names(model);
+  RelationRun relations(names);
+  std::vector<std::wstring> faults;
+  for (const RelationLines& set : relationSets(model))
+    if (const RelationFault fault = relations.run(set)) faults.push_back(faulty(set.called, fault).reason);
+  return faults;
 }
 
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post) {

@@ -26,6 +26,8 @@ struct RegeneratedFeature {
 };
 creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo,
                           std::vector<RegeneratedFeature>* worked = nullptr);
+// What is wrong with the model's sets of relations, the first fault of each; nothing is given to the model.
+std::vector<std::wstring> relationFaults(const Model& model);
 // Runs the relations, or those behind the regeneration, and gives the model what they assign. ProGeneralError, with a
 // line: one of them fails.
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post);

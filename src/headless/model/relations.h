@@ -33,6 +33,10 @@ class Relations {
   // The last value of each name, in the order of the first one.
   [[nodiscard]] const std::vector<Assignment>& assignments() const { return assignments_; }
 
+  // What a name stands for now: an assignment, or the model's value.
+  [[nodiscard]] std::optional<RelationValue> known(std::string_view name) const { return known_(name); }
+  void assign(std::string_view name, const RelationValue& value);
+
  private:
   // An IF that is open. holds is nothing where the condition isn't worked out.
   struct Branch {
@@ -44,7 +48,6 @@ class Relations {
   std::wstring solving(std::string_view text, std::string_view afterWord, bool isFor);
   std::wstring assignment(std::string_view text);
   void collectAssigned(std::string_view text);
-  void assign(std::string_view name, const RelationValue& value);
   // Whether the statement runs: yes, no, or it isn't known.
   [[nodiscard]] std::optional<bool> runs() const;
   [[nodiscard]] Evaluated value(std::string_view expression) const { return evaluate(expression, known_); }

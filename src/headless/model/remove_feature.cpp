@@ -50,10 +50,17 @@ void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {
   ModelRecord& record = document.record;
   Ids dimensions;
   std::unordered_set<std::size_t> components;
+  int insertId = 0, insertNumber = 0;  // the last feature before the place of insert mode that stays
   for (const ModelFeature& feature : featuresOf(solid)) {
     // An id that a component got by its place is written down, as the places change.
     if (feature.isComponent()) record.components[feature.place.component].feature = feature.place.id;
-    if (!ids.contains(feature.place.id)) continue;
+    if (!ids.contains(feature.place.id)) {
+      const int number = feature.place.number;
+      if (number > record.insertAfter || number <= insertNumber) continue;
+      insertId = feature.place.id;
+      insertNumber = number;
+      continue;
+    }
     if (feature.isComponent()) components.insert(feature.place.component);
     if (const FeatureRecord* held = feature.record())
       dimensions.insert(held->dimensions.begin(), held->dimensions.end());
@@ -73,6 +80,10 @@ void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {
     std::erase_if(rep.items, [&](const SimplifiedRepItemRecord& item) { return ids.contains(item.feature); });
   removeFromSolid(document, ids);
   document.tree.changed();
+  if (record.insertAfter > 0) {
+    const TreeFeature* kept = document.tree.find(record, insertId);
+    record.insertAfter = kept ? kept->number : 0;
+  }
   document.relationsChanged();
   document.touch(nullptr);
 }

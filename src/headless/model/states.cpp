@@ -3,6 +3,7 @@
 #include <iterator>
 #include <unordered_map>
 
+#include "headless/model/datums.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -100,6 +101,7 @@ void replaceReferences(const Model& model, ProItemType type, std::string_view fr
   if (type == ProItemType::simplifiedRep) replace(model.document->activeRep);
   if (type == ProItemType::feature)
     for (CrossSectionRecord& section : record.crossSections) replace(section.plane);
+  if (type == ProItemType::feature) csysRenamed(model, from, to);
 }
 
 creo::ProError deleteState(const Model& model, const creo::ProModelitem& state) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "creo/ProUI.h"
+#include "creo/ProUIDrawingarea.h"
 #include "headless/proui/table.h"
 #include "headless/proui/tree.h"
 
@@ -44,6 +45,14 @@ struct Progress {
   int minimum = 0, maximum = 100, value = 0;
 };
 
+// How a label lies on a drawing area.
+struct LabelPlace {
+  int x = 0, y = 0;
+  creo::ProUIAnchor anchor;
+  bool resizes = false;
+  std::wstring help;
+};
+
 struct TreeContent {
   explicit TreeContent(std::vector<Tree::Type> types) : tree(std::move(types)) {}
   Tree tree;
@@ -59,8 +68,9 @@ struct Component {
   std::wstring text;     // of a button or label; the value of a text area or input panel
   std::string image;
   Action action;  // run when it is pressed, checked, chosen or ended with Enter by a person
-  // Empty, or by kind: progressbar, optionmenu and list, table, tree.
-  std::variant<std::monostate, Progress, std::unique_ptr<Choices>, std::unique_ptr<Table>, std::unique_ptr<TreeContent>>
+  // Empty, or by kind: progressbar, optionmenu and list, table, tree, label of a drawing area.
+  std::variant<std::monostate, Progress, std::unique_ptr<Choices>, std::unique_ptr<Table>, std::unique_ptr<TreeContent>,
+               std::unique_ptr<LabelPlace>>
       content;
   bool copied = false;   // made for a cell; only such a one can be removed
   Cell* cell = nullptr;  // the cell that holds it

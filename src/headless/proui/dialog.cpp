@@ -95,6 +95,14 @@ creo::ProError Dialog::add(const std::string& component, Component content) {
   return creo::ProNoError;
 }
 
+creo::ProError Dialog::addOverlay(const std::string& component, Component content) {
+  content.copied = true;
+  const creo::ProError added = components_.try_emplace(component, std::move(content)).second ? creo::ProNoError
+                                                                                             : creo::ProExists;
+  if (added == creo::ProNoError) overlays_.push_back(component);
+  return added;
+}
+
 creo::ProError Dialog::copyIntoCell(Cell& cell, std::string_view from, const std::string& component) {
   if (component.empty()) return creo::ProBadInputs;
   const auto source = components_.find(from);
@@ -122,6 +130,7 @@ creo::ProError Dialog::remove(std::string_view component, Kind kind) {
   if (found == components_.end()) return creo::ProNotFound;
   if (found->second.kind != kind || !found->second.copied) return creo::ProBadInputs;
   if (found->second.cell) found->second.cell->component = nullptr;
+  std::erase(overlays_, component);
   components_.erase(found);
   return creo::ProNoError;
 }

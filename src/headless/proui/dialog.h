@@ -12,6 +12,9 @@
 
 namespace headless {
 
+// The dialog that stands for Creo's own window; it has the labels that lie on its drawing area.
+constexpr const char* kWindowDevice = "creo_window";
+
 class Dialog {
  public:
   explicit Dialog(std::string name) : name_(std::move(name)) {}
@@ -21,6 +24,8 @@ class Dialog {
   [[nodiscard]] const std::string& name() const { return name_; }
   // Names of the components that the resource made, in its order; those copied into cells aside.
   [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
+  // Those that lie on its drawing area.
+  [[nodiscard]] const std::vector<std::string>& overlays() const { return overlays_; }
   // Where the resource has a component: inside a layout, a table, a tree or a menu, or, with "", in the dialog itself.
   // Templates have no place.
   struct Place {
@@ -63,6 +68,8 @@ class Dialog {
   [[nodiscard]] const Component* look(std::string_view component) const;
   // ProExists: there is one of that name.
   creo::ProError add(const std::string& component, Component content);
+  // The same, of one that may be removed again: it lies on a drawing area.
+  creo::ProError addOverlay(const std::string& component, Component content);
   // A copy of `from` (a button, label, text area) in a cell, with its look and state but without its action.
   // ProNotFound: no `from`; ProBadInputs: one that no cell shows; ProExists: the cell or the dialog has such a
   // component.
@@ -88,7 +95,7 @@ class Dialog {
   [[noreturn]] void wrong(std::string_view component, std::string_view fault) const;
 
   std::string name_;
-  std::vector<std::string> names_;
+  std::vector<std::string> names_, overlays_;
   std::vector<Place> places_;
   NameMap<Component> components_;
 };

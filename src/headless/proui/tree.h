@@ -46,6 +46,8 @@ class Tree {
   // Null where there is none.
   Node* find(std::string_view name);
   [[nodiscard]] std::size_t size() const { return size_; }
+  // Empty for a root.
+  static std::string_view parentOf(const Node& node) { return node.parent ? node.parent->name : std::string_view(); }
 
   void deselectAll();
   // From the top.

@@ -73,7 +73,8 @@ Dialog* Ui::dialog(std::string_view name) {
 
 std::vector<std::string> Ui::dialogs() const {
   std::vector<std::string> names;
-  for (const auto& [name, dialog] : state_->dialogs) names.push_back(name);
+  for (const auto& [name, dialog] : state_->dialogs)
+    if (name != kWindowDevice) names.push_back(name);
   return names;
 }
 

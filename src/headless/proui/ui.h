@@ -38,7 +38,7 @@ class Ui {
  public:
   Ui();
   ~Ui();
-  // A created dialog, or null.
+  // A created dialog, or null. kWindowDevice: what lies on Creo's own window, once something did; no dialog of its own.
   Dialog* dialog(std::string_view name);
   [[nodiscard]] std::vector<std::string> dialogs() const;
 

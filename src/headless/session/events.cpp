@@ -49,6 +49,20 @@ std::wstring Events::callListeners(ProNotifyType type, const creo::pfcModelDescr
   return fault.empty() ? std::wstring() : L"a listener of the session ended with an exception: " + fault;
 }
 
+int Events::repeat(std::function<void()> callback) {
+  repeated_.emplace(++lastRepeated_, std::move(callback));
+  return lastRepeated_;
+}
+
+std::vector<std::wstring> Events::callRepeated() {
+  std::vector<std::wstring> faults;
+  const auto callbacks = repeated_;  // one may remove itself
+  for (const auto& [number, callback] : callbacks)
+    if (const std::wstring fault = guarded(callback); !fault.empty())
+      faults.push_back(L"a callback of the event loop ended with an exception: " + fault);
+  return faults;
+}
+
 std::wstring exceptionLine(std::string_view operation, const std::exception& exception) {
   return text::format(L"%s ended with an exception: %s", text::fromUtf8(operation), text::fromUtf8(exception.what()));
 }

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "creo/ProNotify.h"
 #include "creo/pfcSession.h"
@@ -28,6 +29,11 @@ class Events {
   // The listener's number, for its removal.
   int listen(creo::pfcSessionActionListener listener);
   bool unlisten(int listener) { return listeners_.erase(listener) > 0; }
+  // Called whenever there is nothing else to do; the number, for its end.
+  int repeat(std::function<void()> callback);
+  bool stopRepeating(int callback) { return repeated_.erase(callback) > 0; }
+  // The texts of exceptions that left one.
+  std::vector<std::wstring> callRepeated();
   void queue(Event event) { queue_.push_back(std::move(event)); }
   std::optional<Event> next();
   // Calls the handler that hangs there now, if one does. The text of an exception that left it; empty: none did.
@@ -40,6 +46,8 @@ class Events {
   std::deque<Event> queue_;
   std::map<int, creo::pfcSessionActionListener> listeners_;
   int lastListener_ = 0;
+  std::map<int, std::function<void()>> repeated_;
+  int lastRepeated_ = 0;
 };
 
 // "ProMdlSave ended with an exception: ..."

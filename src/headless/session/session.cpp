@@ -159,6 +159,7 @@ void Session::settle() {
       ++worked;
       state_->macros.runStep(*this);
     } else {
+      for (const std::wstring& fault : state_->events.callRepeated()) showMessage(fault);
       return;
     }
   }

@@ -38,6 +38,7 @@ struct Session::State {
   MessageFiles messageFiles;
   ConfigOptions configuration;
   std::vector<creo::ProSelection> selections;
+  std::vector<std::pair<creo::ProSelection, int>> highlights;  // with their colours, until a window is repainted
   Models models;
   Parameters parameters;
   Bodies bodies;

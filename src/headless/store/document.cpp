@@ -196,6 +196,11 @@ Form fromRaw(const RawJson& raw) {
 }  // namespace
 
 SolidRecord solidRecord(const RawJson& solid) { return fromRaw<SolidRecord>(solid); }
+RawJson rawSolid(const SolidRecord& solid) {
+  RawJson raw;
+  writeValue(solid, raw.text, 1);
+  return raw;
+}
 PlacementRecord placementRecord(const RawJson& placement) { return fromRaw<PlacementRecord>(placement); }
 
 namespace {

@@ -1,8 +1,10 @@
 // What the document of a drawing holds beside parameters and dimensions.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "creo/ProDrawing.h"
@@ -68,6 +70,9 @@ struct TableRecord : Open {
   std::vector<double> columns, rows;  // widths and heights
   std::vector<CellRecord> cells;      // those with a text
   std::vector<RepeatRegionRecord> repeatRegions;
+  // Not written: where the first `cellsIndexed` cells lie in the list, by row and column.
+  std::unordered_map<std::uint64_t, std::size_t> cellPlaces;
+  std::size_t cellsIndexed = 0;
 };
 
 // A piece of a note's line. 0 and empty: what the drawing's detail options say. Slant in degrees.

@@ -30,23 +30,28 @@ struct PrimitiveRecord : Open {
   Measure diameter, topDiameter, length, angle;
   std::vector<Measures> profile;
   std::string file;  // beside the document
+  std::string step;  // the text of a STEP file, in place of `file`
   std::unique_ptr<PlacementRecord> placement;
 };
 
 struct DatumRecord : Open {
   std::string name;  // without one that of its feature
   int feature = 0;
+  std::string csys;  // name of the coordinate system that the placement counts in; empty: the model's own
   std::unique_ptr<PlacementRecord> placement;
 };
 
 struct SolidRecord : Open {
   std::vector<PrimitiveRecord> primitives;
   std::vector<DatumRecord> coordinateSystems, points;
+  std::vector<DatumRecord> planes;  // each is the xy plane of its placement
 };
 
 // What a model keeps as written, as records. Nothing where nothing is kept. The text was read with its document, so
 // that it has no fault.
 SolidRecord solidRecord(const RawJson& solid);
+// The way back.
+RawJson rawSolid(const SolidRecord& solid);
 PlacementRecord placementRecord(const RawJson& placement);
 
 }  // namespace headless

@@ -46,7 +46,8 @@ struct PatternRecord : Open {
 struct VariantItemRecord : Open {
   creo::ProItemType type = creo::ProItemType::none;
   int id = 0;
-  std::string name;  // parameters only
+  std::string name;       // parameters only
+  std::string parameter;  // of the component: gives the item its value; empty: none
 };
 
 // How a model, a feature or a surface looks.

@@ -41,11 +41,17 @@ struct RecordTable<PlacementRecord> {
 template <>
 struct RecordTable<PrimitiveRecord> {
   using R = PrimitiveRecord;
-  static constexpr std::array fields = {field<&R::type>("type", kRequired), field<&R::use>("use"),
-                                        field<&R::feature>("feature"),      field<&R::size>("size"),
-                                        field<&R::diameter>("diameter"),    field<&R::topDiameter>("topDiameter"),
-                                        field<&R::length>("length"),        field<&R::angle>("angle"),
-                                        field<&R::profile>("profile"),      field<&R::file>("file"),
+  static constexpr std::array fields = {field<&R::type>("type", kRequired),
+                                        field<&R::use>("use"),
+                                        field<&R::feature>("feature"),
+                                        field<&R::size>("size"),
+                                        field<&R::diameter>("diameter"),
+                                        field<&R::topDiameter>("topDiameter"),
+                                        field<&R::length>("length"),
+                                        field<&R::angle>("angle"),
+                                        field<&R::profile>("profile"),
+                                        field<&R::file>("file"),
+                                        field<&R::step>("step"),
                                         field<&R::placement>("placement")};
   // What each kind can't do without.
   static constexpr std::pair<PrimitiveKind, std::string_view> needs[] = {
@@ -53,12 +59,13 @@ struct RecordTable<PrimitiveRecord> {
       {PrimitiveKind::cylinder, "length"},    {PrimitiveKind::cone, "diameter"},
       {PrimitiveKind::cone, "length"},        {PrimitiveKind::sphere, "diameter"},
       {PrimitiveKind::extrusion, "profile"},  {PrimitiveKind::extrusion, "length"},
-      {PrimitiveKind::revolution, "profile"}, {PrimitiveKind::hole, "diameter"},
-      {PrimitiveKind::import, "file"}};
+      {PrimitiveKind::revolution, "profile"}, {PrimitiveKind::hole, "diameter"}};
   static void check(const R& record, const Json& json, Reader& in) {
     for (const auto& [kind, member] : needs)
       if (kind == record.type && !json.member(member))
         in.fail(json, text::format(L"'%s' is missing", text::fromUtf8(member)));
+    if (record.type == PrimitiveKind::import && record.file.empty() == record.step.empty())
+      in.fail(json, record.file.empty() ? L"'file' is missing" : L"'file' and 'step' can't both be there");
     checkCount(record.size, 3, "size", json, in);
     const Json* profile = json.member("profile");
     if (profile && record.profile.size() < 3) in.failKind(*profile, L"an array of three points or more");
@@ -72,14 +79,19 @@ struct RecordTable<PrimitiveRecord> {
 template <>
 struct RecordTable<DatumRecord> {
   using R = DatumRecord;
-  static constexpr std::array fields = {field<&R::name>("name"), field<&R::feature>("feature"),
+  static constexpr std::array fields = {field<&R::name>("name"), field<&R::feature>("feature"), field<&R::csys>("csys"),
                                         field<&R::placement>("placement")};
 };
 template <>
 struct RecordTable<SolidRecord> {
   using R = SolidRecord;
   static constexpr std::array fields = {field<&R::primitives>("primitives"),
-                                        field<&R::coordinateSystems>("coordinateSystems"), field<&R::points>("points")};
+                                        field<&R::coordinateSystems>("coordinateSystems"), field<&R::points>("points"),
+                                        field<&R::planes>("planes")};
+  static void check(const R& record, const Json& json, Reader& in) {
+    for (const DatumRecord& one : record.coordinateSystems)
+      if (!one.csys.empty()) in.fail(json, L"a coordinate system counts in the model's own, without 'csys'");
+  }
 };
 
 // A member that is kept as it was written, once it has been read as a record of this form without a fault.

@@ -35,7 +35,7 @@ template <>
 struct RecordTable<VariantItemRecord> {
   using R = VariantItemRecord;
   static constexpr std::array fields = {field<&R::type>("type", kRequired), field<&R::id>("id"),
-                                        field<&R::name>("name")};
+                                        field<&R::name>("name"), field<&R::parameter>("parameter")};
 };
 template <>
 struct RecordTable<FeatureRecord> {

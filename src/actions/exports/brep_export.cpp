@@ -1,0 +1,73 @@
+#include "actions/exports/brep_export.h"
+
+#include "core/log.h"
+
+namespace actions {
+
+using namespace engine;
+using creo::ProOutputAssemblyConfiguration;
+
+namespace {
+
+constexpr int kAssemblyUnsupported = 235;
+constexpr int kBrepUnsupported = 236;
+
+ProOutputAssemblyConfiguration configurationOf(const Task& task) {
+  const std::wstring_view asked = task.attribute(L"assemblyConfig");
+  if (asked == L"flat file") return ProOutputAssemblyConfiguration::flatFile;
+  if (asked == L"multi files") return ProOutputAssemblyConfiguration::multiFiles;
+  return ProOutputAssemblyConfiguration::singleFile;
+}
+
+// Freed on every path.
+class Representation {
+ public:
+  Representation() : made_(creo::ProOutputBrepRepresentationAlloc()) {}
+  ~Representation() {
+    if (made_) creo::ProOutputBrepRepresentationFree(made_.value);
+  }
+  Representation(const Representation&) = delete;
+  Representation& operator=(const Representation&) = delete;
+  // False: the format can't hold what the task asks for.
+  bool fill(const Task& task, const BrepForm& form) {
+    const bool wireframe = form.choosesFaces && task.isTrue(L"wireframe");
+    const bool surfaces = form.choosesFaces && task.isTrue(L"surfaces");
+    if (!made_ || creo::ProOutputBrepRepresentationFlagsSet(made_.value, wireframe, surfaces, task.isTrue(L"solids"),
+                                                            task.isTrue(L"quilts")) != creo::ProNoError)
+      return false;
+    const auto supported = creo::ProOutputBrepRepresentationIsSupported(form.format, made_.value);
+    return supported && supported.value;
+  }
+  [[nodiscard]] const creo::ProOutputBrepRepresentation& value() const { return made_.value; }
+
+ private:
+  creo::Got<creo::ProOutputBrepRepresentation> made_;
+};
+
+creo::ProError write(const Task& task, const BrepForm& form, const std::wstring& path, const Representation& what) {
+  auto layers = creo::ProOutputLayerOptionsAlloc();
+  if (!layers) return layers.error;
+  const creo::ProError result =
+      creo::ProIntf3DFileWrite(task.model(), form.format, path, configurationOf(task), what.value(), layers.value);
+  creo::ProOutputLayerOptionsFree(layers.value);
+  return result;
+}
+
+Outcome refuse(int message) {
+  core::logMsgPlain(message, core::kError);
+  return done;
+}
+
+}  // namespace
+
+Outcome exportBrep(const Task& task, const BrepForm& form) {
+  const ExportTarget target = beginExport(task, form.file);
+  if (target.ended) return *target.ended;
+  const auto supported = creo::ProOutputAssemblyConfigurationIsSupported(form.format, configurationOf(task));
+  if (!supported || !supported.value) return refuse(kAssemblyUnsupported);
+  Representation what;
+  if (!what.fill(task, form)) return refuse(kBrepUnsupported);
+  return endExport(write(task, form, target.path, what), form.failure);
+}
+
+}  // namespace actions

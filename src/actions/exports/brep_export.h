@@ -1,0 +1,18 @@
+// The exports of solids whose structure and contents a list chooses.
+#pragma once
+
+#include "actions/exports/export_frame.h"
+#include "creo/ProIntf.h"
+
+namespace actions {
+
+struct BrepForm {
+  ExportForm file;
+  creo::ProIntfFormat format{};
+  bool choosesFaces = false;  // `surfaces` and `wireframe` count, beside `quilts` and `solids`
+  int failure = 0;            // the message of a file that can't be written
+};
+// The whole action: the target, whether the format can hold what is asked for, the file.
+engine::Outcome exportBrep(const engine::Task& task, const BrepForm& form);
+
+}  // namespace actions

@@ -1,0 +1,74 @@
+#include "actions/exports/export_frame.h"
+
+#include <algorithm>
+
+#include "core/log.h"
+#include "creo/ProUtil.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace actions {
+
+using namespace engine;
+
+namespace {
+
+constexpr int kExported = 228;
+constexpr int kExistsAlready = 230;
+
+bool carries(const ExportForm& form, std::wstring_view name) {
+  const std::wstring_view extension = form.extension;
+  const bool hasIt =
+      name.size() >= extension.size() && text::equalNoCase(name.substr(name.size() - extension.size()), extension);
+  return hasIt || (form.carriesExtension && form.carriesExtension(name));
+}
+
+// The name before its variables have their values.
+std::wstring nameTemplate(const Task& task, const ExportForm& form) {
+  std::wstring path(task.isTrue(L"folderFromModel") ? L"@mdlpath@" : task.attribute(L"folder"));
+  if (!path.ends_with(L'/') && !path.ends_with(L'\\')) path += L'/';
+  path += task.attribute(form.nameAttribute);
+  if (!carries(form, task.attribute(form.nameAttribute))) path += form.extension;
+  return path;
+}
+
+}  // namespace
+
+ExportTarget beginNamed(const Task& task, const ExportForm& form) {
+  if (const auto ended = begin(task, {.title = form.title, .version = form.version})) return {ended, {}};
+  if (task.attribute(form.nameAttribute).empty()) {
+    core::logWrite(text::format(L"The attribute '%s' is missing", form.nameAttribute), core::kError);
+    return {done, {}};
+  }
+  Replaced name = replaceVariables(nameTemplate(task, form), task.model());
+  if (!name.hasText()) return {done, {}};  // the substitution has told why
+  std::replace(name.text.begin(), name.text.end(), L'\\', L'/');
+  return {std::nullopt, std::move(name.text)};
+}
+
+ExportTarget beginExport(const Task& task, const ExportForm& form) {
+  ExportTarget target = beginNamed(task, form);
+  if (!target.ended && !mayWrite(task, target.path)) target.ended = done;
+  return target;
+}
+
+bool mayWrite(const Task& task, const std::wstring& path) {
+  if (task.isTrue(L"overwriteExisting")) return true;
+  const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'/');
+  const std::wstring whole = isWhole ? path : os::joined(creo::ProDirectoryCurrentGet().value, path);
+  if (!os::files().exists(whole) || os::files().isFolder(whole)) return true;
+  core::logMsgPlain(kExistsAlready, core::kWarning);
+  return false;
+}
+
+Outcome endExport(creo::ProError result, int failure) {
+  if (result == creo::ProNoError)
+    core::logMsgId(kExported, core::kNormal, 1);
+  else
+    core::logMsgPlain(failure, core::kError);
+  return done;
+}
+
+}  // namespace actions

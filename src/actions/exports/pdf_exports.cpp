@@ -1,0 +1,111 @@
+// Models and drawings as PDF files.
+#include "actions/exports/export_frame.h"
+#include "actions/families.h"
+#include "core/log.h"
+#include "creo/ProMdl.h"
+#include "creo/ProPDF.h"
+#include "os/processes.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+using creo::ProError;
+using creo::ProPDFproperty;
+
+// One file's properties: what the first refusal was is told instead of the export.
+class PdfOptions {
+ public:
+  PdfOptions() : made_(creo::ProPDFoptionsAlloc()), result_(made_.error) {}
+  ~PdfOptions() {
+    if (made_) creo::ProPDFoptionsFree(made_.value);
+  }
+  PdfOptions(const PdfOptions&) = delete;
+  PdfOptions& operator=(const PdfOptions&) = delete;
+  void set(ProPDFproperty property, int value) {
+    if (result_ == creo::ProNoError) result_ = creo::ProPDFoptionsIntpropertySet(made_.value, property, value);
+  }
+  void allow(ProPDFproperty property, bool value) {
+    if (result_ == creo::ProNoError) result_ = creo::ProPDFoptionsBoolpropertySet(made_.value, property, value);
+  }
+  void write(ProPDFproperty property, const std::wstring& value) {
+    if (result_ == creo::ProNoError) result_ = creo::ProPDFoptionsStringpropertySet(made_.value, property, value);
+  }
+  [[nodiscard]] ProError exportTo(creo::ProMdl model, const std::wstring& path) const {
+    return result_ == creo::ProNoError ? creo::ProPDFExport(model, path, made_.value) : result_;
+  }
+
+ private:
+  creo::Got<creo::ProPDFoptions> made_;
+  ProError result_;
+};
+
+// "1" and "2" have values of their own, everything else has that of `otherwise`.
+int choice(std::wstring_view text, int one, int two, int otherwise) {
+  return text == L"1" ? one : text == L"2" ? two : otherwise;
+}
+
+void setBody(const Task&, PdfOptions& options) {
+  options.set(ProPDFproperty::mode, static_cast<int>(creo::ProPDFmode::solid));
+  options.allow(ProPDFproperty::launchViewer, false);
+}
+
+void setSheets(const Task& task, PdfOptions& options) {
+  options.set(ProPDFproperty::mode, static_cast<int>(creo::ProPDFmode::drawing));
+  if (task.isTrue(L"archive")) options.set(ProPDFproperty::archive, 0);
+  options.set(ProPDFproperty::fonts, choice(task.attribute(L"font"), 0, 2, 1));
+  options.set(ProPDFproperty::color, choice(task.attribute(L"color"), 1, 2, 0));
+  options.set(ProPDFproperty::layers, choice(task.attribute(L"layer"), 0, 2, 1));
+  options.set(ProPDFproperty::dotsPerInch, text::parseInt(task.attribute(L"dpi")));
+  options.set(ProPDFproperty::parameters, 1);
+  options.set(ProPDFproperty::sheets, 2);
+  options.set(ProPDFproperty::printing, 1);
+  options.set(ProPDFproperty::lineCap, choice(task.attribute(L"linecap"), 0, 2, 1));
+  options.set(ProPDFproperty::lineJoin, choice(task.attribute(L"linejoin"), 0, 2, 1));
+  for (const auto yes : {ProPDFproperty::hyperlinks, ProPDFproperty::searchableText, ProPDFproperty::bookmarkViews,
+                         ProPDFproperty::bookmarkSheets, ProPDFproperty::bookmarkNotes})
+    options.allow(yes, true);
+  options.allow(ProPDFproperty::penTable, task.attribute(L"pentable") != L"false");
+  options.allow(ProPDFproperty::launchViewer, false);
+  const std::wstring name = creo::ProMdlNameGet(task.model()).value;
+  options.write(ProPDFproperty::title, name);
+  options.write(ProPDFproperty::subject, name);
+  options.write(ProPDFproperty::author, os::environment(L"username").value_or(L""));
+}
+
+Outcome exportPdf(const Task& task, std::wstring_view title, void (*fill)(const Task&, PdfOptions&),
+                  std::wstring_view failure) {
+  const ExportTarget target = beginExport(task, {.title = title, .extension = L".pdf"});
+  if (target.ended) return *target.ended;
+  creo::ProMdlDisplay(task.model());  // Creo writes what it shows; where it can't, the export tells
+  ProError result = creo::ProNoError;
+  if (const std::wstring profile = task.path(L"profile", L"models"); !profile.empty()) {
+    result = creo::ProPDFWithProfileExport(task.model(), target.path, profile);
+  } else {
+    PdfOptions options;
+    fill(task, options);
+    result = options.exportTo(task.model(), target.path);
+  }
+  if (result == creo::ProNoError)
+    core::logIndented(L"Exported", core::kNormal, 1);
+  else
+    core::logWrite(text::format(failure, static_cast<int>(result)), core::kError);
+  return done;
+}
+
+Outcome exportpdf(const Task& task) { return exportPdf(task, L"Export 3dPDF", &setBody, L"failure %d"); }
+
+Outcome exportpdf2d(const Task& task) { return exportPdf(task, L"Export 2D PDF file", &setSheets, L"Failure %d"); }
+
+constexpr ActionFunction kActions[] = {
+    {L"exportpdf", &exportpdf},
+    {L"exportpdf2d", &exportpdf2d},
+};
+
+}  // namespace
+
+std::span<const ActionFunction> pdfExportActions() { return kActions; }
+
+}  // namespace actions

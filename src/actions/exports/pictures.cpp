@@ -1,0 +1,123 @@
+// Pictures of what a model's window shows.
+#include "actions/exports/export_frame.h"
+#include "actions/exports/model_window.h"
+#include "actions/families.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "creo/ProPrint.h"
+#include "creo/ProRaster.h"
+#include "os/surroundings.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kJpgTitle = 227, kJpgFailed = 229, kTiffTitle = 232, kTiffFailed = 233;
+constexpr int kDotsPerInch = 600;
+constexpr std::wstring_view kTiff = L".tiff";
+
+// The list has dots, Creo takes inches.
+double inches(const Task& task, std::wstring_view attribute) {
+  return text::parseDouble(task.attribute(attribute)) / kDotsPerInch;
+}
+
+Outcome exportjpg(const Task& task) {
+  const ExportTarget target =
+      beginExport(task, {.title = core::msgText(kJpgTitle), .extension = L".jpg", .nameAttribute = L"exportname"});
+  if (target.ended) return *target.ended;
+  const SmallSurfacesGuard smallSurfaces;
+  const ModelWindow shown(task.model());
+  if (!shown.window()) return endExport(shown.window().error, kJpgFailed);
+  return endExport(creo::ProRasterFileWrite(shown.window().value,
+                                            {.depth = creo::ProRasterDepth::bits24Color,
+                                             .width = inches(task, L"width"),
+                                             .height = inches(task, L"height"),
+                                             .dotsPerInch = kDotsPerInch,
+                                             .type = creo::ProRasterType::jpeg},
+                                            target.path),
+                   kJpgFailed);
+}
+
+// ---- exporttiff
+
+// A step of the setup that fails leaves what Creo begins with, and its marker.
+template <class T>
+void takeOr(const creo::Got<T>& got, T& into, std::wstring_view marker) {
+  if (got)
+    into = got.value;
+  else
+    core::logIndented(marker, core::kNormal, 1);
+}
+
+void takeMode(const Task& task, creo::ProPrintMdlOptions& model) {
+  const std::wstring_view mode = task.attribute(L"printmode");
+  if (mode == L"1" || mode == L"3") {
+    model.use = creo::ProPrintUse::wholeSheet;
+    model.scaling = 0;
+  } else {
+    model.use = creo::ProPrintUse::asShown;
+  }
+  if (mode == L"2") model.scaling = 1;
+  if (mode == L"3") model.sheets = 3;
+}
+
+// A drawing is printed on paper of its sheet's size.
+void takeSheet(const Task& task, creo::ProPrintOptions& options) {
+  if (creo::ProMdlTypeGet(task.model()).value != creo::ProMdlType::drawing) return;
+  int sheet = 1;
+  takeOr(creo::ProDrawingCurrentSheetGet(task.model()), sheet, L"m6");
+  creo::ProSheetDimensions size{.size = options.paper};
+  takeOr(creo::ProDrawingSheetSizeGet(task.model(), sheet), size, L"m7");
+  options.paper = size.size;
+  options.width = size.width;
+  options.height = size.height;
+  if (task.isTrue(L"varsize")) options.paper = creo::ProSheetSize::variableMm;
+}
+
+creo::ProPrintOptions printOptions(const Task& task, int window) {
+  if (creo::ProWindowRefit(window) != creo::ProNoError) core::logIndented(L"m2", core::kNormal, 1);
+  creo::ProPrintOptions options;
+  takeOr(creo::ProPrintPrinterOptionsGet(L"TIFF"), options.printer, L"m3");
+  takeOr(creo::ProPrintMdlOptionsGet(task.model()), options.model, L"m4");
+  takeOr(creo::ProPrintPlacementOptionsGet(task.model()), options.placement, L"m5");
+  takeMode(task, options.model);
+  takeSheet(task, options);
+  return options;
+}
+
+// Creo numbers the sheets that it prints; the picture gets its own name once it is whole.
+creo::ProError printed(int window, const creo::ProPrintOptions& options, const std::wstring& path) {
+  const std::wstring numbered = path.substr(0, path.size() - kTiff.size()) + L"_1.tiff";
+  if (os::files().exists(numbered)) return creo::ProExists;
+  if (const creo::ProError result = creo::ProPrintExecute(window, options, numbered)) return result;
+  return os::files().rename(numbered, path) ? creo::ProCantWrite : creo::ProNoError;
+}
+
+Outcome exporttiff(const Task& task) {
+  const ExportTarget target =
+      beginExport(task, {.title = core::msgText(kTiffTitle), .extension = kTiff, .nameAttribute = L"exportname"});
+  if (target.ended) return *target.ended;
+  const SmallSurfacesGuard smallSurfaces;
+  const ModelWindow shown(task.model());
+  if (!shown.window()) {
+    core::logIndented(L"m1", core::kNormal, 1);
+    return endExport(shown.window().error, kTiffFailed);
+  }
+  const int window = shown.window().value;
+  const creo::ProError result = printed(window, printOptions(task, window), target.path);
+  const Outcome outcome = endExport(result, kTiffFailed);
+  if (result != creo::ProNoError) core::logWrite(text::format(L"Error %d", static_cast<int>(result)), core::kError);
+  return outcome;
+}
+
+constexpr ActionFunction kActions[] = {{L"exportjpg", exportjpg}, {L"exporttiff", exporttiff}};
+
+}  // namespace
+
+std::span<const ActionFunction> pictureExportActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,78 @@
+#include "actions/model/appearance_file.h"
+
+#include <algorithm>
+
+#include "actions/number_list.h"
+#include "os/text_files.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/pieces.h"
+
+namespace actions {
+namespace {
+
+struct Property {
+  std::wstring_view word;
+  double creo::ProAppearance::*value;
+};
+constexpr Property kProperties[] = {{L"ambient", &creo::ProAppearance::ambient},
+                                    {L"diffuse", &creo::ProAppearance::diffuse},
+                                    {L"highlight", &creo::ProAppearance::highlight},
+                                    {L"shininess", &creo::ProAppearance::shininess},
+                                    {L"transparency", &creo::ProAppearance::transparency}};
+
+// How many numbers from 0 to 1 a word asks for, and where they go. False: the line is otherwise.
+bool take(creo::ProAppearance& look, std::wstring_view word, std::wstring_view written) {
+  const auto numbers = numberList(written);
+  if (!numbers || std::any_of(numbers->begin(), numbers->end(), [](double one) { return one < 0 || one > 1; }))
+    return false;
+  if (text::equalNoCase(word, L"color")) {
+    if (numbers->size() != 3) return false;
+    look.red = (*numbers)[0];
+    look.green = (*numbers)[1];
+    look.blue = (*numbers)[2];
+    return true;
+  }
+  for (const Property& one : kProperties) {
+    if (!text::equalNoCase(word, one.word) || numbers->size() != 1) continue;
+    look.*one.value = numbers->front();
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+AppearanceFile readAppearanceFile(const std::wstring& path) {
+  AppearanceFile file;
+  const auto content = os::readText(path);
+  if (!content) {
+    file.fault = path + L": the file can't be read";
+    return file;
+  }
+  int number = 0;
+  for (const std::wstring& whole : text::lines(content.value)) {
+    ++number;
+    const std::wstring_view line = text::trimmed(whole);
+    if (line.empty() || line.starts_with(L'!')) continue;
+    if (line.starts_with(L'[') && line.ends_with(L']') && line.size() > 2) {
+      file.looks.emplace_back().label = text::trimmed(line.substr(1, line.size() - 2));
+      continue;
+    }
+    const auto blank = std::min(line.find_first_of(L" \t"), line.size());
+    if (!file.looks.empty() && take(file.looks.back(), line.substr(0, blank), line.substr(blank))) continue;
+    file.fault =
+        text::format(L"%s:%d: a line is [name], color with three numbers, or a property with one", path, number);
+    return file;
+  }
+  return file;
+}
+
+const creo::ProAppearance* lookNamed(const AppearanceFile& file, std::wstring_view name) {
+  const auto found = std::find_if(file.looks.begin(), file.looks.end(), [&](const creo::ProAppearance& one) {
+    return name.empty() || text::equalNoCase(one.label, name);
+  });
+  return found == file.looks.end() ? nullptr : &*found;
+}
+
+}  // namespace actions

@@ -1,0 +1,201 @@
+// Actions on the components of an assembly: where they stand, and their own parameters.
+#include <cmath>
+
+#include "actions/families.h"
+#include "actions/whole_model.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProAsmcomp.h"
+#include "creo/ProDimension.h"
+#include "creo/ProMdl.h"
+#include "creo/ProModelitem.h"
+#include "creo/ProParameter.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+#include "text/units.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kRescaleTitle = 262, kLeftUnread = 263, kRightUnread = 264, kNeedsReferences = 265;
+constexpr Fits kNativeAssemblies{.assemblies = true, .instances = false};
+
+// work: (component, name).
+template <class Work>
+void eachComponent(creo::ProMdl assembly, Work work) {
+  creo::ProSolidFeatVisit(assembly, [&](const creo::ProFeature& feature) {
+    if (creo::ProFeatureTypeGet(feature).value == creo::kComponentFeature)
+      work(feature, creo::ProFeatureNameGet(feature).value);
+    return creo::ProNoError;
+  });
+}
+
+// ---- positions
+
+// A number over 0; nothing, and the line of that message, where the attribute gives none.
+std::optional<double> operand(const Task& task, std::wstring_view attribute, int message) {
+  const auto written = task.text(attribute);
+  const auto read = text::readDouble(written.text);
+  if (written.hasText() && read.fault == text::NumberFault::none && std::isfinite(read.value) && read.value > 0)
+    return read.value;
+  core::logMsgPlain(message, core::kError);
+  return std::nullopt;
+}
+
+Outcome rescalePositions(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kRescaleTitle)}, kNativeAssemblies, {L"left", L"right"}))
+    return *ended;
+  const auto left = operand(task, L"left", kLeftUnread);
+  if (!left) return done;
+  const auto right = operand(task, L"right", kRightUnread);
+  if (!right) return done;
+  const double factor = *left / *right;
+  int moved = 0;
+  eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
+    if (!creo::ProAsmcompIsPackaged(component).value) {
+      core::logWrite(name + L": " + core::msgText(kNeedsReferences), core::kError);
+      return;
+    }
+    const auto now = creo::ProAsmcompPositionGet(component);
+    const creo::ProVector& at = now.value.origin;
+    if (now && creo::ProAsmcompOriginSet(component, {at.x * factor, at.y * factor, at.z * factor}) == creo::ProNoError)
+      ++moved;
+    else
+      core::logWrite(text::format(L"%s: the new position can't be set", name), core::kError);
+  });
+  core::logIndented(text::format(L"%d components have a new position", moved), core::kNormal, 1);
+  return done;
+}
+
+// ---- parameters of components
+
+std::wstring unitsOf(const creo::ProParameter& parameter) { return creo::ProParameterUnitsGet(parameter).value; }
+
+// Gives a component's parameter a value, making it where there is none.
+creo::ProError give(const creo::ProModelitem& component, const std::wstring& name, const creo::ProParamvalue& value,
+                    const std::wstring& units) {
+  const auto present = creo::ProParameterInit(component, name);
+  if (!present) return creo::ProParameterWithUnitsCreate(component, name, value, units).error;
+  return unitsOf(present.value) == units ? creo::ProParameterValueSet(present.value, value) : creo::ProBadInputs;
+}
+
+// The pairs "name_%d", "newname_%d"; without a new name the parameter has the same one.
+struct Pair {
+  std::wstring of, to;
+};
+std::vector<Pair> parameterPairs(const Task& task) {
+  std::vector<Pair> pairs;
+  for (const int number : task.numbers(L"name_", kListSize)) {
+    const auto of = task.text(text::format(L"name_%d", number), text::kNameSize);
+    const std::wstring attribute = text::format(L"newname_%d", number);
+    const auto to = task.attribute(attribute).empty() ? of : task.text(attribute, text::kNameSize);
+    if (of.hasText() && to.hasText())
+      pairs.push_back({of.text, to.text});
+    else
+      core::logWrite(text::format(L"The names of row %d can't be used", number), core::kError);
+  }
+  return pairs;
+}
+
+// Is it filled?
+bool fill(const creo::ProFeature& component, creo::ProMdl model, const std::wstring& name, const Pair& pair) {
+  const auto owner = creo::ProMdlToModelitem(model);
+  const auto source = owner ? creo::ProParameterInit(owner.value, pair.of) : creo::Got<creo::ProParameter>(owner.error);
+  if (!source) {
+    core::logWrite(text::format(L"%s has no parameter %s", name, pair.of), core::kWarning);
+    return false;
+  }
+  const auto value = creo::ProParameterValueGet(source.value);
+  const creo::ProModelitem item{creo::ProItemType::feature, component.id, component.owner, {}};
+  if (value && give(item, pair.to, value.value, unitsOf(source.value)) == creo::ProNoError) return true;
+  core::logWrite(text::format(L"%s of the component %s can't take the value", pair.to, name), core::kError);
+  return false;
+}
+
+Outcome fillComponentParameters(const Task& task) {
+  if (const auto ended =
+          beginOn(task, {.title = L"Fill component parameters by reference"}, kNativeAssemblies, {L"name_0"}))
+    return *ended;
+  const std::vector<Pair> pairs = parameterPairs(task);
+  int count = 0;
+  eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
+    const auto model = creo::ProAsmcompMdlGet(component);
+    if (!model) return core::logWrite(text::format(L"The model of %s can't be found", name), core::kError);
+    for (const Pair& pair : pairs)
+      if (fill(component, model.value, name, pair)) ++count;
+  });
+  core::logIndented(text::format(L"%d parameters are filled", count), core::kNormal, 1);
+  return done;
+}
+
+// ---- flexible components
+
+// The varied dimension of that symbol.
+std::optional<creo::ProModelitem> variedDimension(const creo::ProFeature& component, const std::wstring& symbol) {
+  std::optional<creo::ProModelitem> found;
+  creo::ProVariantfeatItemsVisit(component, [&](const creo::ProModelitem& item) {
+    if (item.type != creo::ProItemType::dimension ||
+        !text::equalNoCase(creo::ProDimensionSymbolGet({item.owner, item.id}).value, symbol))
+      return creo::ProNoError;
+    found = item;
+    return creo::ProStopVisit;
+  });
+  return found;
+}
+
+// Makes the parameter with the dimension's value where the component has none, and lets it drive.
+creo::ProError drive(const creo::ProFeature& component, const creo::ProModelitem& dimension, const std::wstring& name) {
+  const creo::ProModelitem owner{creo::ProItemType::feature, component.id, component.owner, {}};
+  const auto present = creo::ProParameterInit(owner, name);
+  if (present && creo::ProParameterValueGet(present.value).value.type != creo::ProParamvalueType::real)
+    return creo::ProBadInputs;
+  if (!present) {
+    const auto value = creo::ProDimensionValueGet({dimension.owner, dimension.id});
+    if (!value) return value.error;
+    creo::ProParamvalue start;
+    start.type = creo::ProParamvalueType::real;
+    start.real = value.value;
+    const auto made = creo::ProParameterCreate(owner, name, start);
+    if (!made) return made.error;
+  }
+  return creo::ProVariantfeatDriverSet(component, dimension, name);
+}
+
+Outcome addDrivingParameter(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = L"Add associative parameter to flexible dimension"}, kNativeAssemblies,
+                                 {L"name", L"dim"}))
+    return *ended;
+  const auto name = task.text(L"name", text::kNameSize);
+  const auto dim = task.text(L"dim", text::kNameSize);
+  if (!name.hasText() || !dim.hasText()) {
+    core::logWrite(L"The names of parameter and dimension can't be used", core::kError);
+    return done;
+  }
+  int flexible = 0;
+  eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& model) {
+    if (!creo::ProAsmcompIsFlexible(component).value) return;
+    const auto dimension = variedDimension(component, dim.text);
+    if (!dimension) return;
+    ++flexible;
+    if (drive(component, *dimension, name.text) == creo::ProNoError)
+      core::logIndented(text::format(L"%s drives %s of %s", name.text, dim.text, model), core::kNormal, 1);
+    else
+      core::logWrite(text::format(L"%s can't drive %s of %s", name.text, dim.text, model), core::kError);
+  });
+  if (flexible == 0)
+    core::logWrite(text::format(L"No flexible component varies the dimension %s", dim.text), core::kWarning);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"rescaleASMPosition", &rescalePositions},
+                                       {L"fillComponentParametersByReference", &fillComponentParameters},
+                                       {L"addassociativeparametertoflexibledimension", &addDrivingParameter}};
+
+}  // namespace
+
+std::span<const ActionFunction> componentActions() { return kActions; }
+
+}  // namespace actions

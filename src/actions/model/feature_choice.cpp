@@ -1,0 +1,47 @@
+#include "actions/model/feature_choice.h"
+
+#include "core/messages.h"
+#include "engine/compare.h"
+#include "text/numbers.h"
+
+namespace actions {
+namespace {
+
+class FeatureChoice {
+ public:
+  explicit FeatureChoice(const engine::Task& task)
+      : how_(task.attribute(L"feat")),
+        type_(core::featureTypeFromCode(task.attribute(L"feattype"))),
+        id_(text::parseInt(task.attribute(L"featid"))),
+        name_(task.attribute(L"featname")) {}
+  [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
+    if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
+    if (how_ == L"2") return feature.id == id_;
+    if (how_ == L"4") return engine::wildcardCompare(name_, name) == 1;
+    return how_ == L"3";
+  }
+  [[nodiscard]] bool endsAtFirst() const { return how_ == L"2" || how_ == L"4"; }
+
+ private:
+  std::wstring_view how_;
+  int type_, id_;
+  std::wstring_view name_;
+};
+
+}  // namespace
+
+int visitChosenFeatures(const engine::Task& task,
+                        const std::function<void(const creo::ProFeature&, const std::wstring&)>& work) {
+  const FeatureChoice choice(task);
+  int count = 0;
+  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+    const std::wstring name = creo::ProFeatureNameGet(feature).value;
+    if (!choice.takes(feature, name)) return creo::ProNoError;
+    ++count;
+    work(feature, name);
+    return choice.endsAtFirst() ? creo::ProStopVisit : creo::ProNoError;
+  });
+  return count;
+}
+
+}  // namespace actions

@@ -1,0 +1,199 @@
+// Actions that name, make, suppress and resume features.
+#include <algorithm>
+#include <set>
+
+#include "actions/families.h"
+#include "actions/model/feature_choice.h"
+#include "actions/whole_model.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProDatum.h"
+#include "creo/ProFeatureEdit.h"
+#include "creo/ProModelitem.h"
+#include "creo/ProSurface.h"
+#include "creo/ProXsec.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/units.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kRenameTitle = 266;
+
+// ---- names
+
+struct NamedFeature {
+  creo::ProFeature feature;
+  std::wstring name;
+};
+
+void rename(const NamedFeature& one, const std::wstring& name) {
+  const creo::ProModelitem item{creo::ProItemType::feature, one.feature.id, one.feature.owner, {}};
+  const std::wstring was = one.name.empty() ? creo::ProModelitemDefaultnameGet(item).value : one.name;
+  switch (creo::ProModelitemNameSet(item, name)) {
+    case creo::ProNoError:
+      core::logIndented(text::format(L"%s -> %s", was, name), core::kNormal, 1);
+      break;
+    case creo::ProExists:
+      core::logWrite(text::format(L"'%s' can't become '%s', another feature has that name", was, name), core::kError);
+      break;
+    default:
+      core::logWrite(text::format(L"'%s' can't become '%s'", was, name), core::kError);
+  }
+}
+
+// Names of the form NAME_1, NAME_2, ..., which several features take. Those that have one already keep it, so that
+// another run changes nothing.
+class NumberedNames {
+ public:
+  NumberedNames(creo::ProMdl solid, std::wstring stem) : stem_(std::move(stem)) {
+    creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
+      if (const auto name = creo::ProFeatureNameGet(feature)) taken_.insert(text::upper(name.value));
+      return creo::ProNoError;
+    });
+  }
+  [[nodiscard]] bool isOne(const std::wstring& name) const {
+    const std::wstring_view digits = std::wstring_view(name).substr(std::min(name.size(), stem_.size()));
+    return digits.size() > 1 && text::equalNoCase(name.substr(0, stem_.size()), stem_) && digits[0] == L'_' &&
+           digits.find_first_not_of(L"0123456789", 1) == digits.npos;
+  }
+  std::wstring next() {
+    std::wstring name;
+    do name = text::format(L"%s_%d", stem_, ++last_);
+    while (taken_.contains(text::upper(name)));
+    return name;
+  }
+
+ private:
+  std::wstring stem_;
+  std::set<std::wstring> taken_;
+  int last_ = 0;
+};
+
+Outcome renameFeature(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kRenameTitle)}, kNativeSolids, {L"name"})) return *ended;
+  const auto name = task.text(L"name", text::kNameSize);
+  if (!name.hasText() || name.text.empty()) {
+    core::logWrite(L"The new name is empty, too long or can't be put together", core::kError);
+    return done;
+  }
+  std::vector<NamedFeature> chosen;
+  int components = 0;
+  visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& former) {
+    if (creo::ProFeatureTypeGet(feature).value == creo::kComponentFeature)
+      ++components;
+    else
+      chosen.push_back({feature, former});
+  });
+  if (components > 0)
+    core::logWrite(text::format(L"%d components keep the names of their models", components), core::kWarning);
+  if (chosen.empty() && components == 0) core::logIndented(L"No feature found", core::kNormal, 1);
+  if (chosen.size() == 1) {
+    if (chosen[0].name != name.text) rename(chosen[0], name.text);
+  } else if (!chosen.empty()) {
+    NumberedNames names(task.model(), name.text);
+    for (const NamedFeature& one : chosen)
+      if (!names.isOne(one.name)) rename(one, names.next());
+  }
+  return done;
+}
+
+// ---- the first features
+
+bool hasFeature(creo::ProMdl solid, int type) {
+  return creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
+           return creo::ProFeatureTypeGet(feature).value == type ? creo::ProStopVisit : creo::ProNoError;
+         }) == creo::ProStopVisit;
+}
+
+bool hasCsys(creo::ProMdl solid) {
+  const auto any = [](const creo::ProCsys&) { return creo::ProStopVisit; };
+  return hasFeature(solid, creo::kCsysFeature) || creo::ProSolidCsysVisit(solid, any) == creo::ProStopVisit;
+}
+
+// make: (name). Nothing where the attribute is absent or empty.
+template <class Make>
+void makeNamed(const Task& task, std::wstring_view attribute, Make make) {
+  if (task.attribute(attribute).empty()) return;
+  const auto name = task.text(attribute, text::kNameSize);
+  const auto made = name.hasText() ? make(name.text) : creo::Got<creo::ProFeature>(creo::ProBadInputs);
+  if (made)
+    core::logIndented(text::format(L"%s is made", name.text), core::kNormal, 1);
+  else if (made.error == creo::ProExists)
+    core::logWrite(text::format(L"'%s' can't be made, another feature has that name", name.text), core::kError);
+  else
+    core::logWrite(text::format(L"The feature of '%s' can't be made", attribute), core::kError);
+}
+
+Outcome addFirstFeatures(const Task& task) {
+  static constexpr std::pair<std::wstring_view, creo::ProDefaultPlane> kPlanes[] = {
+      {L"planex", creo::ProDefaultPlane::x},
+      {L"planey", creo::ProDefaultPlane::y},
+      {L"planez", creo::ProDefaultPlane::z}};
+  if (const auto ended =
+          beginOn(task, {.title = L"Add first features"}, kNativeSolids, {L"csys", L"planex", L"planey", L"planez"}))
+    return *ended;
+  const creo::ProMdl solid = task.model();
+  if (hasCsys(solid))
+    core::logIndented(L"There is a coordinate system already", core::kNormal, 1);
+  else
+    makeNamed(task, L"csys", [&](const std::wstring& name) { return creo::ProDefaultCsysCreate(solid, name); });
+  if (hasFeature(solid, creo::kDatumPlaneFeature)) {
+    core::logIndented(L"There are datum planes already", core::kNormal, 1);
+    return done;
+  }
+  for (const auto& [attribute, plane] : kPlanes)
+    makeNamed(task, attribute,
+              [&](const std::wstring& name) { return creo::ProDefaultPlaneCreate(solid, name, plane); });
+  return done;
+}
+
+// ---- features that unbend
+
+bool unbends(const creo::ProFeature& feature) {
+  const std::wstring type = creo::ProFeatureTypenameGet(feature).value;
+  return text::equalNoCase(type, L"UNBEND") || text::equalNoCase(type, L"FLAT PATTERN");
+}
+
+bool isSuppressed(const creo::ProFeature& feature) {
+  const creo::ProFeatureStatus status = creo::ProFeatureStatusGet(feature).value;
+  return status == creo::ProFeatureStatus::suppressed || status == creo::ProFeatureStatus::familyTableSuppressed;
+}
+
+Outcome showUnbendFeatures(const Task& task) {
+  constexpr Fits kNativeParts{.parts = true, .instances = false};
+  if (const auto ended = beginOn(task, {.title = L"Show unbend features"}, kNativeParts, {L"show"})) return *ended;
+  const bool shows = task.isTrue(L"show");
+  if (!shows && task.attribute(L"show") != L"false") {
+    core::logWrite(text::format(L"'show' can't be '%s', but true or false", task.attribute(L"show")), core::kError);
+    return done;
+  }
+  std::vector<int> features;
+  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+    if (unbends(feature) && isSuppressed(feature) == shows) features.push_back(feature.id);
+    return creo::ProNoError;
+  });
+  const creo::ProError result = features.empty() ? creo::ProNoError
+                                : shows          ? creo::ProFeatureResume(task.model(), features)
+                                                 : creo::ProFeatureWithoptionsSuppress(task.model(), features);
+  if (result == creo::ProNoError)
+    core::logIndented(text::format(shows ? L"%d features are resumed" : L"%d features are suppressed",
+                                   static_cast<int>(features.size())),
+                      core::kNormal, 1);
+  else
+    core::logWrite(shows ? L"Features can't be resumed" : L"Features can't be suppressed", core::kError);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"renameFeature", &renameFeature},
+                                       {L"addFirstKEs", &addFirstFeatures},
+                                       {L"showUnbendFeatures", &showUnbendFeatures}};
+
+}  // namespace
+
+std::span<const ActionFunction> featureActions() { return kActions; }
+
+}  // namespace actions

@@ -1,0 +1,229 @@
+// Models under other names and in other places: renamed, copied, backed up, and the name that a PDM system shows.
+#include <set>
+
+#include "actions/families.h"
+#include "actions/whole_model.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "creo/ProDrawing.h"
+#include "creo/ProFamtable.h"
+#include "creo/ProMdl.h"
+#include "creo/ProMdlBackup.h"
+#include "creo/ProMdlCopy.h"
+#include "creo/guards.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+constexpr int kCommonNameTitle = 246, kCommonNameFailed = 247, kCommonNameUnread = 248;
+constexpr int kBackupTitle = 378, kBackupTo = 379, kBackedUp = 380, kNoFolder = 381, kCantWrite = 382,
+              kBackupFailed = 383;
+constexpr Fits kNativeModels{.parts = true, .assemblies = true, .drawings = true, .instances = false};
+
+// "GEAR.PRT"
+std::wstring label(creo::ProMdl model) {
+  return creo::ProMdlNameGet(model).value + L'.' + creo::ProMdlExtensionGet(model).value;
+}
+
+// The name of a new model; nothing, with its line, where it can't be put together.
+std::optional<std::wstring> newName(const Task& task) {
+  Replaced name = task.text(L"name");
+  if (name && !name.text.empty()) return text::upper(name.text);
+  core::logWrite(L"The new name can't be put together", core::kError);
+  return std::nullopt;
+}
+
+void tellRefusal(creo::ProError result, const std::wstring& name, const std::wstring& reason) {
+  if (result == creo::ProExists)
+    core::logWrite(text::format(L"Another model has the name %s", name), core::kError);
+  else if (result == creo::ProBadInputs)
+    core::logWrite(text::format(L"%s can't be a model's name", name), core::kError);
+  else
+    core::logWrite(reason, core::kError);
+}
+
+// ---- rename and copy
+
+Outcome renameModel(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = L"Rename model"}, kNativeModels, {L"name"})) return *ended;
+  const auto name = newName(task);
+  if (!name) return done;
+  const std::wstring before = label(task.model());
+  if (creo::ProMdlNameGet(task.model()).value == *name) {
+    core::logIndented(text::format(L"%s has the name already", before), core::kNormal, 1);
+    return done;
+  }
+  creo::ProRenamed told;
+  if (const auto result = creo::ProMdlnameRename(task.model(), *name, told)) {
+    tellRefusal(result, *name, told.reason.empty() ? L"The model can't be renamed" : told.reason);
+    for (const std::wstring& file : told.left)
+      core::logWrite(text::format(L"%s couldn't be put back as it was", file), core::kError);
+    return done;
+  }
+  core::logIndented(text::format(L"%s is now %s", before, label(task.model())), core::kNormal, 1);
+  for (const std::wstring& file : told.followed) core::logIndented(text::format(L"%s follows", file), core::kNormal, 2);
+  for (const std::wstring& model : told.unsaved)
+    core::logWrite(text::format(L"%s follows in memory alone, and isn't saved", model), core::kWarning);
+  return done;
+}
+
+// Writes a model that has no folder yet into that of another one, and takes it out of memory.
+creo::ProError saveBeside(creo::ProMdl copy, creo::ProMdl model) {
+  creo::DirectoryGuard folder;
+  const auto beside = creo::ProMdlDirectoryPathGet(model);
+  creo::ProError result = beside ? folder.change(beside.value) : creo::ProNoError;
+  if (!result) result = creo::ProMdlSave(copy);
+  const creo::ProError erased = creo::ProMdlErase(copy);
+  return result ? result : erased;
+}
+
+Outcome copyModel(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = L"Copy model"}, kAllModels, {L"name"})) return *ended;
+  const auto name = newName(task);
+  if (!name) return done;
+  const auto taken = creo::ProMdlnameIsTaken(task.model(), *name);
+  const auto copy = !taken        ? creo::Got<creo::ProMdl>(taken.error)
+                    : taken.value ? creo::Got<creo::ProMdl>(creo::ProExists)
+                                  : creo::ProMdlCopy(task.model(), *name);
+  if (!copy) {
+    tellRefusal(copy.error, *name, L"The model can't be copied");
+    return done;
+  }
+  const std::wstring made = label(copy.value);
+  if (saveBeside(copy.value, task.model()))
+    core::logWrite(text::format(L"%s can't be written", made), core::kError);
+  else
+    core::logIndented(text::format(L"%s is written", made), core::kNormal, 1);
+  return done;
+}
+
+// ---- backup
+
+// A model with all that it needs, each once. An instance lies in its generic's document.
+class Needed {
+ public:
+  explicit Needed(creo::ProMdl model) {
+    add(model);
+    for (std::size_t i = 0; i < waiting_.size(); ++i) {
+      const creo::ProMdl one = waiting_[i];
+      if (const auto generic = creo::ProFaminstanceGenericGet(one, false))
+        add(generic.value);
+      else
+        models_.push_back(one);
+      for (const creo::ProDependency& used : creo::ProMdlDependenciesList(one).value)
+        if (*creo::typeExtension(used.type)) bring(used, one);
+      addFormats(one);
+    }
+  }
+  [[nodiscard]] const std::vector<creo::ProMdl>& models() const { return models_; }
+  // "GEAR.PRT, which TOP.ASM uses"
+  [[nodiscard]] const std::vector<std::wstring>& missing() const { return missing_; }
+
+ private:
+  void add(creo::ProMdl model) {
+    if (seen_.insert(model).second) waiting_.push_back(model);
+  }
+  void bring(const creo::ProDependency& used, creo::ProMdl user) {
+    if (const auto model = creo::ProMdlRetrieve(used.name, used.type))
+      add(model.value);
+    else
+      missing_.push_back(text::format(L"%s.%s, which %s uses", used.name, used.typeText, label(user)));
+  }
+  // Those that lie with the models; others belong to the site.
+  void addFormats(creo::ProMdl drawing) {
+    const auto sheets = creo::ProDrawingSheetsCount(drawing);
+    for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet)
+      if (const auto format = creo::ProDrawingFormatGet(drawing, sheet))
+        if (const auto model = creo::ProMdlRetrieve(format.value, creo::ProMdlType::format)) add(model.value);
+  }
+  std::vector<creo::ProMdl> waiting_, models_;
+  std::set<creo::ProMdl> seen_;
+  std::vector<std::wstring> missing_;
+};
+
+bool liesIn(creo::ProMdl model, const std::wstring& folder) {
+  const auto own = creo::ProMdlDirectoryPathGet(model);
+  return own && text::equalNoCase(os::asFolder(own.value), folder);
+}
+
+// Nothing stays in the folder unless all of it does.
+creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstring& folder) {
+  std::vector<std::wstring> written;
+  for (const creo::ProMdl model : models) {
+    const auto file = creo::ProMdlnameBackup(model, folder);
+    if (file) {
+      written.push_back(file.value);
+      continue;
+    }
+    for (const std::wstring& one : written)
+      if (os::files().remove(one)) core::logWrite(text::format(L"%s can't be removed", one), core::kError);
+    return file.error;
+  }
+  for (const std::wstring& one : written) core::logIndented(one, core::kNormal, 2);
+  return creo::ProNoError;
+}
+
+Outcome backupAction(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kBackupTitle)}, kAllModels, {L"path"})) return *ended;
+  const std::wstring path = task.path(L"path", L"models");
+  const std::wstring folder = os::asFolder(path);
+  const Needed needed(task.model());
+  core::logIndented(text::format(core::msgText(kBackupTo), path), core::kNormal, 1);
+  for (const std::wstring& one : needed.missing())
+    core::logWrite(text::format(L"%s can't be retrieved", one), core::kError);
+  for (const creo::ProMdl model : needed.models()) {
+    if (path.empty() || !os::files().isFolder(folder) || liesIn(model, folder)) {
+      core::logMsgPlain(kNoFolder, core::kError);
+      return done;
+    }
+  }
+  switch (needed.missing().empty() ? backUp(needed.models(), folder) : creo::ProBadInputs) {
+    case creo::ProNoError:
+      core::logMsgId(kBackedUp, core::kNormal, 1);
+      break;
+    case creo::ProNotFound:
+      core::logMsgPlain(kNoFolder, core::kError);
+      break;
+    case creo::ProGeneralError:
+      core::logMsgPlain(kCantWrite, core::kError);
+      break;
+    default:
+      core::logMsgPlain(kBackupFailed, core::kError);
+  }
+  return done;
+}
+
+// ---- the common name
+
+Outcome editCommonName(const Task& task) {
+  if (const auto ended = beginOn(task, {.title = core::msgText(kCommonNameTitle)}, kNativeModels, {L"value"}))
+    return *ended;
+  const Replaced value = task.text(L"value");
+  if (!value) {
+    core::logMsgPlain(kCommonNameUnread, core::kError);
+    return done;
+  }
+  creo::OptionGuard option(L"let_proe_rename_pdm_objects");
+  if (option.change(L"yes") || creo::ProMdlCommonnameSet(task.model(), value.text))
+    core::logMsgPlain(kCommonNameFailed, core::kError);
+  else
+    core::logIndented(text::format(L"The common name is now '%s'", value.text), core::kNormal, 1);
+  return done;
+}
+
+constexpr ActionFunction kActions[] = {{L"renameModel", &renameModel},
+                                       {L"copyModel", &copyModel},
+                                       {L"backupAction", &backupAction},
+                                       {L"editCommonName", &editCommonName}};
+
+}  // namespace
+
+std::span<const ActionFunction> modelFileActions() { return kActions; }
+
+}  // namespace actions

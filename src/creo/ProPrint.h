@@ -1,0 +1,38 @@
+// Prints of what a window shows, into a file.
+#pragma once
+
+#include "creo/ProDrawing.h"
+
+namespace creo {
+
+struct ProPrintPrinterOptions {
+  std::wstring type;  // "TIFF"
+  int dotsPerInch = 300;
+};
+// What is printed, and how large: Creo's numbers.
+enum class ProPrintUse : int { wholeSheet = 1, asShown = 2 };
+struct ProPrintMdlOptions {
+  ProPrintUse use = ProPrintUse::asShown;
+  int scaling = 1;  // 0: in true size, 1: to the paper's
+  int sheets = 0;   // 3: the current one alone
+};
+struct ProPrintPlacementOptions {
+  double scale = 1;
+};
+struct ProPrintOptions {
+  ProPrintPrinterOptions printer;
+  ProPrintMdlOptions model;
+  ProPrintPlacementOptions placement;
+  ProSheetSize paper = ProSheetSize::a4;
+  double width = 0, height = 0;  // inches; of paper of a size of its own (ProSheetSize::variableMm)
+};
+
+// What the printer of that kind begins with. ProNotFound: there is no such printer; this session has "TIFF".
+Got<ProPrintPrinterOptions> ProPrintPrinterOptionsGet(const std::wstring& type);
+Got<ProPrintMdlOptions> ProPrintMdlOptionsGet(ProMdl model);
+Got<ProPrintPlacementOptions> ProPrintPlacementOptionsGet(ProMdl model);
+// Writes the print of a window; an old file is replaced once the new one is whole. The paper lies as the model's sheet
+// does, a solid's across. Fails as ProRasterFileWrite.
+ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::wstring& path);
+
+}  // namespace creo

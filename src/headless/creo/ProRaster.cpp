@@ -1,0 +1,41 @@
+#include "creo/ProRaster.h"
+
+#include <cmath>
+
+#include "creo/ProWindow.h"
+#include "headless/creo/operation.h"
+#include "headless/pictures/model_picture.h"
+#include "os/surroundings.h"
+
+namespace creo {
+
+using headless::operation;
+using State = headless::Session::State;
+
+namespace {
+
+// Dots of an edge; 0: no edge of a picture.
+int dotsOf(double inches, int dotsPerInch) {
+  const double dots = std::round(inches * dotsPerInch);
+  return dots >= 1 && dots <= headless::kMostDots ? static_cast<int>(dots) : 0;
+}
+
+}  // namespace
+
+ProError ProRasterFileWrite(int window, const ProRasterForm& form, const std::wstring& path) {
+  return operation("ProRasterFileWrite", [&](State& state) -> ProError {
+    if (!state.options.graphics) return ProNoGraphics;
+    const int width = dotsOf(form.width, form.dotsPerInch), height = dotsOf(form.height, form.dotsPerInch);
+    if (width == 0 || height == 0 || path.empty()) return ProBadInputs;
+    const ProMdl shown = state.windows.model(window == kAnyWindow ? state.windows.current() : window);
+    headless::Model* model = state.models.find(shown);
+    if (!model) return ProNotFound;
+    const auto picture = headless::modelPicture(state, *model, width, height);
+    if (!picture) return picture.error;
+    const std::string bytes = form.type == ProRasterType::tiff ? headless::tiffOf(picture.value, form.dotsPerInch)
+                                                               : headless::jpegOf(picture.value, form.dotsPerInch);
+    return os::files().write(path, bytes) ? ProCantWrite : ProNoError;
+  });
+}
+
+}  // namespace creo

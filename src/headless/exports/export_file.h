@@ -1,0 +1,17 @@
+// The files that exports write.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "creo/ProTypes.h"
+#include "headless/session/session.h"
+
+namespace headless {
+
+// With backslashes; a path that isn't whole is taken from the working folder.
+std::wstring exportPath(const Session::State& state, std::wstring_view path);
+// Writes the whole file; an old one stays until the new one is whole. ProCantWrite, with a line of the message area.
+creo::ProError writeExport(Session::State& state, std::wstring_view path, std::string_view bytes);
+
+}  // namespace headless

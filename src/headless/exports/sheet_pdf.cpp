@@ -1,0 +1,295 @@
+#include "headless/exports/sheet_pdf.h"
+
+#include <hpdf.h>
+#include <hpdf_doc.h>
+#include <hpdf_pages.h>
+
+#include <array>
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "os/clock.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/numbers.h"
+
+namespace headless {
+namespace {
+
+using creo::ProPDFcolor;
+using creo::ProPDFfonts;
+using creo::ProPDFlayers;
+
+constexpr double kPointsAMm = 72 / 25.4;
+constexpr float kFaceSize = 10;                       // texts are scaled from it, as the library bounds sizes
+constexpr double kSlant = 0.21;                       // tangent of an oblique face's angle
+constexpr double kOutlinePen = 0.1, kBoldPen = 0.03;  // mm; of the height
+constexpr double kWidestPen = HPDF_MAX_LINEWIDTH;     // points
+constexpr char kUtf8[] = "UTF-8";
+
+struct FreePdf {
+  void operator()(HPDF_Doc pdf) const { HPDF_Free(pdf); }
+};
+using PdfPtr = std::unique_ptr<HPDF_Doc_Rec, FreePdf>;
+
+struct Rgb {
+  float red = 0, green = 0, blue = 0;
+  bool operator==(const Rgb&) const = default;
+};
+
+Rgb colorFor(SheetColor color, ProPDFcolor how) {
+  if (how == ProPDFcolor::black) return {};
+  const Rgb full{static_cast<float>((color >> 16) & 255) / 255, static_cast<float>((color >> 8) & 255) / 255,
+                 static_cast<float>(color & 255) / 255};
+  if (how == ProPDFcolor::color) return full;
+  const float grey = 0.299F * full.red + 0.587F * full.green + 0.114F * full.blue;
+  return {grey, grey, grey};
+}
+
+float points(double mm) { return static_cast<float>(mm * kPointsAMm); }
+
+bool isDrawable(const SheetLine& line) {
+  return std::isfinite(line.x1) && std::isfinite(line.y1) && std::isfinite(line.x2) && std::isfinite(line.y2) &&
+         std::isfinite(line.width);
+}
+
+// The face that all texts have.
+struct Face {
+  HPDF_Font font = nullptr;
+  bool isUnicode = false;
+
+  [[nodiscard]] std::string written(const std::wstring& text) const {
+    return isUnicode ? text::toUtf8(text) : text::toWindows1252(text);
+  }
+};
+
+Face faceFor(HPDF_Doc pdf, const PdfForm& form) {
+  if (form.fonts == ProPDFfonts::byName || form.fontFile.empty())
+    return {HPDF_GetFont(pdf, "Helvetica", "WinAnsiEncoding"), false};
+  const std::string file = os::mounts().machine(form.fontFile);
+  const char* name = HPDF_LoadTTFontFromFile(pdf, file.c_str(), HPDF_TRUE);
+  return {name ? HPDF_GetFont(pdf, name, kUtf8) : nullptr, true};
+}
+
+// A layer for each kind of thing. The library knows none: they are put together from its objects.
+class Layers {
+ public:
+  explicit Layers(HPDF_Doc pdf) : pdf_(pdf) {}
+  // What is drawn now belongs to the part's layer, until leave.
+  void enter(HPDF_Page page, SheetPart part) {
+    const auto place = static_cast<std::size_t>(part);
+    if (!groups_[place]) groups_[place] = create(partName(part));
+    const std::string name = "OC" + std::to_string(place);
+    if (HPDF_Dict properties = propertiesOf(page)) HPDF_Dict_Add(properties, name.c_str(), groups_[place]);
+    write(page, "/OC /" + name + " BDC\n");
+  }
+  static void leave(HPDF_Page page) { write(page, "EMC\n"); }
+  // Tells the reader of all layers.
+  void finish() {
+    HPDF_Array all = HPDF_Array_New(pdf_->mmgr), order = HPDF_Array_New(pdf_->mmgr);
+    for (HPDF_Dict group : groups_) {
+      if (!group) continue;
+      HPDF_Array_Add(all, group);
+      HPDF_Array_Add(order, group);
+    }
+    HPDF_Dict defaults = HPDF_Dict_New(pdf_->mmgr), properties = HPDF_Dict_New(pdf_->mmgr);
+    HPDF_Dict_Add(defaults, "Order", order);
+    HPDF_Dict_Add(properties, "OCGs", all);
+    HPDF_Dict_Add(properties, "D", defaults);
+    HPDF_Dict_Add(pdf_->catalog, "OCProperties", properties);
+    pdf_->pdf_version = HPDF_VER_15;
+  }
+
+ private:
+  HPDF_Dict create(std::string_view name) {
+    HPDF_Dict group = HPDF_Dict_New(pdf_->mmgr);
+    if (!group || HPDF_Xref_Add(pdf_->xref, group) != HPDF_OK) return nullptr;
+    HPDF_Dict_AddName(group, "Type", "OCG");
+    HPDF_Dict_Add(group, "Name", HPDF_String_New(pdf_->mmgr, std::string(name).c_str(), nullptr));
+    return group;
+  }
+  HPDF_Dict propertiesOf(HPDF_Page page) {
+    auto* resources = static_cast<HPDF_Dict>(HPDF_Page_GetInheritableItem(page, "Resources", HPDF_OCLASS_DICT));
+    if (!resources) return nullptr;
+    if (void* there = HPDF_Dict_GetItem(resources, "Properties", HPDF_OCLASS_DICT))
+      return static_cast<HPDF_Dict>(there);
+    HPDF_Dict made = HPDF_Dict_New(pdf_->mmgr);
+    HPDF_Dict_Add(resources, "Properties", made);
+    return made;
+  }
+  static void write(HPDF_Page page, const std::string& code) {
+    HPDF_Stream_WriteStr(static_cast<HPDF_PageAttr>(page->attr)->stream, code.c_str());
+  }
+
+  HPDF_Doc pdf_;
+  std::array<HPDF_Dict, kSheetParts> groups_ = {};
+};
+
+class PagePainter {
+ public:
+  PagePainter(HPDF_Page page, const Face& face, const PdfForm& form) : page_(page), face_(face), form_(form) {
+    HPDF_Page_SetLineJoin(page_, static_cast<HPDF_LineJoin>(form.lineJoin));
+  }
+  // Only what belongs to the part; all for null.
+  void draw(const SheetPicture& sheet, const SheetPart* part) {
+    for (const SheetLine& line : sheet.lines)
+      if ((!part || line.part == *part) && isDrawable(line)) draw(line);
+    for (const SheetText& text : sheet.texts)
+      if (!part || text.part == *part) draw(text);
+  }
+
+ private:
+  void setPen(const Rgb& color, double widthMm, int cap) {
+    if (widthMm != width_) HPDF_Page_SetLineWidth(page_, points(widthMm));
+    if (cap != cap_) HPDF_Page_SetLineCap(page_, static_cast<HPDF_LineCap>(cap));
+    if (color != stroke_) HPDF_Page_SetRGBStroke(page_, color.red, color.green, color.blue);
+    width_ = widthMm;
+    cap_ = cap;
+    stroke_ = color;
+  }
+  void setFill(const Rgb& color) {
+    if (color != fill_) HPDF_Page_SetRGBFill(page_, color.red, color.green, color.blue);
+    fill_ = color;
+  }
+  void draw(const SheetLine& line) {
+    const Rgb color = colorFor(line.color, form_.color);
+    const double length = std::hypot(line.x2 - line.x1, line.y2 - line.y1);
+    if (line.width * kPointsAMm > kWidestPen) return drawArea(line, length, color);
+    setPen(color, line.width, line.width * 2 > length ? HPDF_BUTT_END : form_.lineCap);
+    HPDF_Page_MoveTo(page_, points(line.x1), points(line.y1));
+    HPDF_Page_LineTo(page_, points(line.x2), points(line.y2));
+    HPDF_Page_Stroke(page_);
+  }
+  // A stroke wider than the library's pens.
+  void drawArea(const SheetLine& line, double length, const Rgb& color) {
+    if (!(length > 0)) return;
+    const double acrossX = -(line.y2 - line.y1) / length * line.width / 2;
+    const double acrossY = (line.x2 - line.x1) / length * line.width / 2;
+    setFill(color);
+    HPDF_Page_MoveTo(page_, points(line.x1 + acrossX), points(line.y1 + acrossY));
+    HPDF_Page_LineTo(page_, points(line.x2 + acrossX), points(line.y2 + acrossY));
+    HPDF_Page_LineTo(page_, points(line.x2 - acrossX), points(line.y2 - acrossY));
+    HPDF_Page_LineTo(page_, points(line.x1 - acrossX), points(line.y1 - acrossY));
+    HPDF_Page_ClosePath(page_);
+    HPDF_Page_Fill(page_);
+  }
+  void draw(const SheetText& text) {
+    if (text.text.empty() || !(text.height > 0) || !std::isfinite(text.x + text.y + text.height)) return;
+    const Rgb color = colorFor(text.color, form_.color);
+    const std::string written = face_.written(text.text);
+    setFill(color);
+    const bool isOutline = form_.fonts == ProPDFfonts::outlined;
+    if (isOutline || text.isBold) setPen(color, isOutline ? kOutlinePen : text.height * kBoldPen, HPDF_BUTT_END);
+    HPDF_Page_BeginText(page_);
+    HPDF_Page_SetFontAndSize(page_, face_.font, kFaceSize);
+    HPDF_Page_SetTextRenderingMode(page_, isOutline ? HPDF_STROKE : text.isBold ? HPDF_FILL_THEN_STROKE : HPDF_FILL);
+    const double up = text.height * kPointsAMm / kFaceSize;
+    double along = up;
+    const double width = HPDF_Page_TextWidth(page_, written.c_str()) * up / kPointsAMm;
+    if (text.room > 0 && width > text.room) along *= text.room / width;
+    const double turn = text.angle * std::numbers::pi / 180, c = std::cos(turn), s = std::sin(turn);
+    const double lean = text.isOblique ? kSlant * up : 0;
+    HPDF_Page_SetTextMatrix(page_, static_cast<float>(c * along), static_cast<float>(s * along),
+                            static_cast<float>(c * lean - s * up), static_cast<float>(s * lean + c * up),
+                            points(text.x), points(text.y));
+    HPDF_Page_ShowText(page_, written.c_str());
+    HPDF_Page_EndText(page_);
+  }
+
+  HPDF_Page page_;
+  const Face& face_;
+  const PdfForm& form_;
+  Rgb stroke_, fill_;  // black at first
+  double width_ = -1;
+  int cap_ = -1;
+};
+
+bool hasPart(const SheetPicture& sheet, SheetPart part) {
+  for (const SheetLine& line : sheet.lines)
+    if (line.part == part) return true;
+  for (const SheetText& text : sheet.texts)
+    if (text.part == part) return true;
+  return false;
+}
+
+void addPage(HPDF_Doc pdf, const PdfPage& sheet, const Face& face, const PdfForm& form, Layers& layers) {
+  HPDF_Page page = HPDF_AddPage(pdf);
+  HPDF_Page_SetWidth(page, points(sheet.picture.width));
+  HPDF_Page_SetHeight(page, points(sheet.picture.height));
+  PagePainter painter(page, face, form);
+  if (form.layers == ProPDFlayers::none) {
+    painter.draw(sheet.picture, nullptr);
+  } else {
+    for (int i = 0; i < kSheetParts; ++i) {
+      const auto part = static_cast<SheetPart>(i);
+      if (form.layers == ProPDFlayers::visible && !hasPart(sheet.picture, part)) continue;
+      layers.enter(page, part);
+      painter.draw(sheet.picture, &part);
+      Layers::leave(page);
+    }
+  }
+  if (!form.bookmarks) return;
+  HPDF_Outline mark = HPDF_CreateOutline(pdf, nullptr, text::toUtf8(sheet.name).c_str(), HPDF_GetEncoder(pdf, kUtf8));
+  if (mark) HPDF_Outline_SetDestination(mark, HPDF_Page_CreateDestination(page));
+}
+
+void describe(HPDF_Doc pdf, const PdfForm& form) {
+  HPDF_SetCurrentEncoder(pdf, kUtf8);
+  const std::pair<HPDF_InfoType, const std::wstring*> texts[] = {
+      {HPDF_INFO_TITLE, &form.title}, {HPDF_INFO_AUTHOR, &form.author}, {HPDF_INFO_SUBJECT, &form.subject}};
+  for (const auto& [kind, value] : texts)
+    if (!value->empty()) HPDF_SetInfoAttr(pdf, kind, text::toUtf8(*value).c_str());
+  const std::int64_t now = os::clock().seconds();
+  const auto field = [now](const char* pattern) { return text::parseInt(os::localTime(now, pattern)); };
+  HPDF_Date date = {};
+  date.year = field("%Y");
+  date.month = field("%m");
+  date.day = field("%d");
+  date.hour = field("%H");
+  date.minutes = field("%M");
+  date.seconds = field("%S");
+  date.ind = ' ';
+  HPDF_SetInfoDateAttr(pdf, HPDF_INFO_CREATION_DATE, date);
+}
+
+std::wstring faultOf(HPDF_Doc pdf) {
+  return text::format(L"the PDF library refuses, code 0x%04X", static_cast<long long>(HPDF_GetError(pdf)));
+}
+
+std::string bytesOf(HPDF_Doc pdf) {
+  if (HPDF_SaveToStream(pdf) != HPDF_OK) return {};
+  std::string bytes(HPDF_GetStreamSize(pdf), '\0');
+  HPDF_ResetStream(pdf);
+  std::size_t read = 0;
+  while (read < bytes.size()) {
+    auto piece = static_cast<HPDF_UINT32>(bytes.size() - read);
+    const HPDF_STATUS status = HPDF_ReadFromStream(pdf, reinterpret_cast<HPDF_BYTE*>(bytes.data() + read), &piece);
+    read += piece;
+    if (status != HPDF_OK || piece == 0) break;
+  }
+  bytes.resize(read);
+  return bytes;
+}
+
+}  // namespace
+
+PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
+  const PdfPtr pdf(HPDF_New(nullptr, nullptr));
+  if (!pdf) return {{}, L"no memory for the PDF library"};
+  HPDF_SetCompressionMode(pdf.get(), HPDF_COMP_ALL);
+  HPDF_UseUTFEncodings(pdf.get());
+  const Face face = faceFor(pdf.get(), form);
+  if (!face.font) return {{}, text::format(L"%s is no font of the TrueType kind", form.fontFile)};
+  describe(pdf.get(), form);
+  Layers layers(pdf.get());
+  for (const PdfPage& page : pages) addPage(pdf.get(), page, face, form, layers);
+  if (form.layers != ProPDFlayers::none) layers.finish();
+  if (HPDF_GetError(pdf.get()) != HPDF_OK) return {{}, faultOf(pdf.get())};
+  std::string bytes = bytesOf(pdf.get());
+  if (bytes.empty()) return {{}, faultOf(pdf.get())};
+  return {std::move(bytes), {}};
+}
+
+}  // namespace headless

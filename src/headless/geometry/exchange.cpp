@@ -1,0 +1,197 @@
+// Trees of parts and assemblies become documents of the library, and those become files.
+#include "headless/geometry/exchange.h"
+
+#include <APIHeaderSection_MakeHeader.hxx>
+#include <IGESCAFControl_Writer.hxx>
+#include <IGESControl_Controller.hxx>
+#include <Interface_Static.hxx>
+#include <STEPCAFControl_Controller.hxx>
+#include <STEPCAFControl_Writer.hxx>
+#include <StepData_Protocol.hxx>
+#include <StepData_StepModel.hxx>
+#include <StepData_StepWriter.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XSControl_WorkSession.hxx>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "headless/geometry/exchange_shapes.h"
+#include "text/encoding.h"
+
+namespace headless::geometry {
+namespace {
+
+// Lengths in mm by which the library knows a unit.
+struct Unit {
+  double length;
+  const char* name;
+};
+constexpr Unit kUnits[] = {{25.4, "INCH"}, {304.8, "FT"}, {1000, "M"}, {1e6, "KM"}, {0.001, "UM"}, {10, "CM"}};
+
+const char* unitName(double length) {
+  for (const Unit& unit : kUnits)
+    if (std::abs(length - unit.length) < 1e-9 * unit.length) return unit.name;
+  return "MM";
+}
+
+// Puts a tree into a document of the library.
+class TreeWriter {
+ public:
+  TreeWriter(const ExchangeDocument& document, const ExchangeForm& form)
+      : shapes_(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
+        colors_(XCAFDoc_DocumentTool::ColorTool(document->Main())),
+        form_(form) {}
+
+  // False: the tree holds nothing that is to be written.
+  bool add(const ExchangeNode& root) {
+    const bool any = form_.flat ? addFlat(root, {}) : !label(root).IsNull();
+    shapes_->UpdateAssemblies();
+    return any;
+  }
+
+ private:
+  bool addFlat(const ExchangeNode& node, const TopLoc_Location& place) {
+    bool any = false;
+    if (node.body) {
+      const TopoDS_Shape shape = shapeOf(node);
+      if (!shape.IsNull()) entered(node, BRepBuilderAPI_Transform(shape, place.Transformation(), true).Shape());
+      any = !shape.IsNull();
+    }
+    for (const ExchangeMember& member : node.members)
+      any = addFlat(*member.node, place * location(inMillimetres(member.place, node.unit))) || any;
+    return any;
+  }
+
+  // Null for a node that holds nothing.
+  TDF_Label label(const ExchangeNode& node) {
+    if (const auto known = labels_.find(&node); known != labels_.end()) return known->second;
+    const TDF_Label made = node.body ? part(node) : assembly(node);
+    return labels_.emplace(&node, made).first->second;
+  }
+  TDF_Label part(const ExchangeNode& node) {
+    const TopoDS_Shape shape = shapeOf(node);
+    return shape.IsNull() ? TDF_Label() : entered(node, shape);
+  }
+  TDF_Label assembly(const ExchangeNode& node) {
+    std::vector<std::pair<TDF_Label, const ExchangeMember*>> members;
+    for (const ExchangeMember& member : node.members)
+      if (const TDF_Label inner = label(*member.node); !inner.IsNull()) members.emplace_back(inner, &member);
+    if (members.empty()) return {};
+    const TDF_Label made = shapes_->NewShape();
+    describe(made, node);
+    for (const auto& [inner, member] : members) {
+      const TDF_Label component = shapes_->AddComponent(made, inner, location(inMillimetres(member->place, node.unit)));
+      setName(component, member->node->name);
+    }
+    return made;
+  }
+
+  TDF_Label entered(const ExchangeNode& node, const TopoDS_Shape& shape) {
+    const TDF_Label made = shapes_->NewShape();
+    shapes_->SetShape(made, shape);
+    describe(made, node);
+    return made;
+  }
+  void describe(const TDF_Label& made, const ExchangeNode& node) {
+    setName(made, node.name);
+    if (!node.color) return;
+    const auto& [red, green, blue] = *node.color;
+    colors_->SetColor(made, Quantity_Color(red, green, blue, Quantity_TOC_sRGB), XCAFDoc_ColorSurf);
+  }
+
+  // What is to be written of a part's body, in mm. Parts that are made alike share a shape, and the library would take
+  // them for one: each node has its own.
+  TopoDS_Shape shapeOf(const ExchangeNode& node) {
+    TopoDS_Shape shape = node.body->shape;
+    if (node.unit != 1)
+      shape = scaled(shape, node.unit);
+    else if (!seen_.insert(shape.TShape().get()).second)
+      shape = BRepBuilderAPI_Copy(shape, false).Shape();
+    return form_.format == ExchangeFormat::step ? shape : chosen(shape);
+  }
+  TopoDS_Shape chosen(const TopoDS_Shape& shape) const {
+    if (form_.solids && !form_.wireframe) return shape;
+    TopoDS_Compound all;
+    const BRep_Builder builder;
+    builder.MakeCompound(all);
+    const auto take = [&](TopAbs_ShapeEnum kind) {
+      TopTools_IndexedMapOfShape found;  // an edge of two faces once
+      TopExp::MapShapes(shape, kind, found);
+      for (int i = 1; i <= found.Extent(); ++i) builder.Add(all, found(i));
+      return !found.IsEmpty();
+    };
+    bool any = form_.solids ? take(TopAbs_SOLID) : form_.surfaces && take(TopAbs_FACE);
+    any = (form_.wireframe && take(TopAbs_EDGE)) || any;
+    return any ? all : TopoDS_Shape();
+  }
+
+  Handle(XCAFDoc_ShapeTool) shapes_;
+  Handle(XCAFDoc_ColorTool) colors_;
+  const ExchangeForm& form_;
+  std::map<const ExchangeNode*, TDF_Label> labels_;
+  std::set<const void*> seen_;
+};
+
+Handle(TCollection_HAsciiString) ascii(const std::string& text) { return new TCollection_HAsciiString(text.c_str()); }
+
+ExchangeBytes stepBytes(const ExchangeDocument& document, const std::wstring& name) {
+  STEPCAFControl_Writer writer;
+  if (!writer.Transfer(document, STEPControl_AsIs)) return {{}, L"the library can't make STEP of it"};
+  const Handle(StepData_StepModel) model = writer.ChangeWriter().Model();
+  APIHeaderSection_MakeHeader header(model);
+  header.SetName(ascii(text::toUtf8(name)));
+  header.SetOriginatingSystem(ascii("Kelvane User"));
+  StepData_StepWriter out(model);
+  out.SendModel(Handle(StepData_Protocol)::DownCast(writer.ChangeWriter().WS()->Protocol()));
+  std::ostringstream stream;
+  if (!out.Print(stream)) return {{}, L"the library can't write it"};
+  return {std::move(stream).str(), {}};
+}
+
+ExchangeBytes igesBytes(const ExchangeDocument& document) {
+  IGESCAFControl_Writer writer;
+  if (!writer.Transfer(document)) return {{}, L"the library can't make IGES of it"};
+  writer.ComputeModel();
+  std::ostringstream stream;
+  if (!writer.Write(stream)) return {{}, L"the library can't write it"};
+  return {std::move(stream).str(), {}};
+}
+
+void setUp(const ExchangeForm& form, double unit) {
+  prepareLibrary();
+  Interface_Static::SetCVal("write.step.unit", unitName(unit));
+  Interface_Static::SetCVal("write.step.schema", form.ap242 ? "AP242DIS" : "AP214IS");
+  Interface_Static::SetCVal("write.iges.unit", unitName(unit));
+  Interface_Static::SetCVal("write.iges.brep.mode", form.solids ? "BRep" : "Faces");
+}
+
+}  // namespace
+
+ExchangeBytes writeExchange(const ExchangeNode& root, const ExchangeForm& form) {
+  ExchangeBytes written;
+  try {
+    guarded([&] {
+      setUp(form, root.unit);
+      const ExchangeDocument document;
+      if (!TreeWriter(document, form).add(root))
+        written.fault = L"there is no geometry to write";
+      else
+        written = form.format == ExchangeFormat::step ? stepBytes(document, root.name) : igesBytes(document);
+    });
+  } catch (const std::exception& failure) {
+    written = {{}, L"it can't be written: " + text::fromUtf8(failure.what())};
+  }
+  return written;
+}
+
+ExchangeBytes stepText(const Body& body, double unit) {
+  ExchangeNode node;
+  node.name = L"body";
+  node.unit = unit;
+  node.body = std::make_shared<Body>(body.shape);
+  return writeExchange(node, {});
+}
+
+}  // namespace headless::geometry

@@ -1,0 +1,24 @@
+// Bodies as triangles, for pictures.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "headless/geometry/body.h"
+
+namespace headless::geometry {
+
+using MeshPoint = std::array<float, 3>;
+
+struct Mesh {
+  std::vector<MeshPoint> points;                        // a corner of several faces is there for each of them
+  std::vector<MeshPoint> normals;                       // of the points, out of the body, of length 1
+  std::vector<std::array<std::uint32_t, 3>> triangles;  // of points, counter-clockwise from outside
+  std::vector<std::array<MeshPoint, 2>> edges;          // straight pieces of the edges between faces
+};
+// deflection: how far a triangle may be off its face, in the body's units. Throws std::runtime_error for what the
+// library can't mesh.
+Mesh mesh(const Body& body, double deflection);
+
+}  // namespace headless::geometry

@@ -1,0 +1,120 @@
+#include "headless/model/follow_rename.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+#include "headless/store/folder.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::ProFamitemType;
+using creo::ProMdlType;
+
+namespace {
+
+using Names = std::unordered_set<std::string>;
+
+std::string text8(const std::wstring& name) { return text::toUtf8(name); }
+
+// "NAME" or "NAME<GENERIC>" gets the new name in place of the old one. False: it has neither.
+bool renameText(std::string& text, const RenamedModel& renamed) {
+  ModelName parts = modelName(text::fromUtf8(text));
+  if (parts.name != renamed.before && parts.generic != renamed.before) return false;
+  if (parts.name == renamed.before) parts.name = renamed.now;
+  if (parts.generic == renamed.before) parts.generic = renamed.now;
+  text = text8(parts.generic.empty() ? parts.name : parts.name + L'<' + parts.generic + L'>');
+  return true;
+}
+
+// The same in "NAME.prt".
+bool renameLabel(std::string& label, const RenamedModel& renamed) {
+  const std::string ending = '.' + text8(text::lower(creo::typeExtension(renamed.type)));
+  if (label.size() <= ending.size() || !sameName(label.substr(label.size() - ending.size()), ending)) return false;
+  std::string name = label.substr(0, label.size() - ending.size());
+  if (!renameText(name, renamed)) return false;
+  label = name + ending;
+  return true;
+}
+
+// columns: what components of the model's type are called.
+bool renameReplacements(FamilyTableRecord& table, const Names& columns, const RenamedModel& renamed) {
+  bool follows = false;
+  for (const auto& row : table.instances) {
+    for (auto& value : row->values)
+      if (auto* text = std::get_if<std::string>(&value.value); text && columns.contains(folded(value.name)))
+        follows = renameText(*text, renamed) || follows;
+    if (row->familyTable) follows = renameReplacements(*row->familyTable, columns, renamed) || follows;
+  }
+  return follows;
+}
+
+// Columns of components are called by the component. names: former name, folded, to the new one.
+void renameColumns(FamilyTableRecord& table, const std::unordered_map<std::string, std::string>& names) {
+  const auto follow = [&](std::string& name) {
+    if (const auto found = names.find(folded(name)); found != names.end()) name = found->second;
+  };
+  Names columns;
+  for (ColumnRecord& column : table.items.list) {
+    if (column.type != ProFamitemType::component) continue;
+    columns.insert(folded(column.name));
+    follow(column.name);
+  }
+  table.items.index.drop();
+  for (const auto& row : table.instances) {
+    for (auto& value : row->values)
+      if (columns.contains(folded(value.name))) follow(value.name);
+    if (row->familyTable) renameColumns(*row->familyTable, names);
+  }
+}
+
+bool followInSolid(ModelRecord& record, const RenamedModel& renamed) {
+  Names columns;
+  std::unordered_map<std::string, std::string> names;
+  for (UsedModelRecord& one : record.components) {
+    if (one.type != renamed.type) continue;
+    const std::string former = folded(one.name);
+    columns.insert(former);
+    if (renameText(one.name, renamed)) names.try_emplace(former, one.name);
+  }
+  bool follows = !names.empty();
+  if (!record.familyTable || columns.empty()) return follows;
+  follows = renameReplacements(*record.familyTable, columns, renamed) || follows;
+  if (!names.empty()) renameColumns(*record.familyTable, names);
+  return follows;
+}
+
+bool followInDrawing(ModelRecord& record, const RenamedModel& renamed) {
+  bool follows = false;
+  for (UsedModelRecord& one : record.models)
+    if (one.type == renamed.type) follows = renameText(one.name, renamed) || follows;
+  for (ViewRecord& one : record.views) follows = renameLabel(one.model, renamed) || follows;
+  for (ShownDimensionRecord& one : record.shownDimensions) follows = renameLabel(one.model, renamed) || follows;
+  if (renamed.type == ProMdlType::drawing)
+    for (SheetRecord& one : record.sheets) follows = renameLabel(one.format, renamed) || follows;
+  return renameLabel(record.currentModel, renamed) || follows;
+}
+
+}  // namespace
+
+bool replaceComponents(ModelRecord& record, ProMdlType beforeType, const std::string& before, ProMdlType nowType,
+                       const std::string& now) {
+  const std::wstring name = modelName(text::fromUtf8(before)).name;
+  std::unordered_map<std::string, std::string> names;
+  for (UsedModelRecord& one : record.components) {
+    if (one.type != beforeType || modelName(text::fromUtf8(one.name)).name != name) continue;
+    names.try_emplace(folded(one.name), now);
+    one.name = now;
+    one.type = nowType;
+  }
+  if (record.familyTable && !names.empty()) renameColumns(*record.familyTable, names);
+  return !names.empty();
+}
+
+bool followRename(ModelRecord& record, ProMdlType user, const RenamedModel& renamed) {
+  const bool sheets = user == ProMdlType::drawing || user == ProMdlType::format;
+  return sheets ? followInDrawing(record, renamed) : followInSolid(record, renamed);
+}
+
+}  // namespace headless

@@ -1,0 +1,239 @@
+#include "headless/model/new_features.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "creo/ProLayer.h"
+#include "creo/ProXsec.h"
+#include "headless/model/datums.h"
+#include "headless/model/features.h"
+#include "headless/model/items.h"
+#include "headless/model/layers.h"
+#include "text/encoding.h"
+#include "text/units.h"
+
+namespace headless {
+
+using creo::Got;
+using creo::ProElement;
+using creo::ProItemType;
+
+namespace {
+
+// Kinds of default layers, and the features that are of the kind.
+struct DefaultLayerKind {
+  int kind, feature;
+};
+constexpr DefaultLayerKind kDefaultLayerKinds[] = {{creo::kPlaneLayer, creo::kDatumPlaneFeature},
+                                                   {creo::kPointLayer, creo::kDatumPointFeature},
+                                                   {creo::kPointFeatureLayer, creo::kDatumPointFeature},
+                                                   {creo::kPatternLayer, creo::kPatternFeature}};
+
+// ---- reading a tree
+
+const ProElement* childOf(const ProElement& tree, int id) {
+  const auto found =
+      std::find_if(tree.children.begin(), tree.children.end(), [id](const ProElement& one) { return one.id == id; });
+  return found == tree.children.end() ? nullptr : &*found;
+}
+
+// Null: the tree has no such element, or one of another kind.
+template <class Value>
+const Value* valueOf(const ProElement& tree, int id) {
+  const ProElement* child = childOf(tree, id);
+  return child ? std::get_if<Value>(&child->value) : nullptr;
+}
+
+// ---- what each new feature has
+
+int freeFeatureId(const Model& solid) {
+  int last = 0;
+  for (const TreeFeature& one : solid.document->tree.all(solid.document->record)) last = std::max(last, one.id);
+  return last + 1;
+}
+
+// An id whose symbol is no other dimension's name either.
+int freeDimensionId(const ModelRecord& record) {
+  int last = 0;
+  std::unordered_set<std::string> symbols;
+  for (const DimensionRecord& one : record.dimensions) {
+    if (!one.reference) last = std::max(last, one.id);
+    symbols.insert(folded(symbolOf(one)));
+  }
+  do ++last;
+  while (symbols.contains(folded("d" + std::to_string(last))));
+  return last;
+}
+
+// The symbol that the dimension got.
+std::string addDimension(ModelRecord& record, FeatureRecord& feature, double value) {
+  DimensionRecord& added = record.dimensions.emplace_back();
+  added.id = freeDimensionId(record);
+  added.value = value;
+  feature.dimensions.push_back(added.id);
+  return symbolOf(added);
+}
+
+// Puts the feature where insert mode says, at the end of the features without; the next one comes behind it.
+void insertFeature(ModelDocument& document, FeatureRecord feature) {
+  ModelRecord& record = document.record;
+  auto& held = record.features;
+  const int place = record.insertAfter;
+  // Numbers that are written down move on; a feature without one has that of its place.
+  const auto numberOf = [&](const FeatureRecord& one) {
+    return one.number > 0 ? one.number : static_cast<int>(&one - held.data()) + 1;
+  };
+  auto behind = held.end();
+  int last = 0;
+  for (auto one = held.begin(); one != held.end(); ++one) {
+    last = std::max(last, numberOf(*one));
+    if (place > 0 && numberOf(*one) == place) behind = one + 1;
+  }
+  const bool areNumbered = std::any_of(held.begin(), held.end(), [](const auto& one) { return one.number > 0; });
+  const bool isInside = place > 0 && behind != held.end();
+  if (areNumbered) {
+    for (FeatureRecord& one : held)
+      if (isInside && one.number > place) ++one.number;
+    feature.number = (isInside ? place : last) + 1;
+  }
+  if (place > 0) ++record.insertAfter;
+  held.insert(behind, std::move(feature));
+}
+
+void putOnDefaultLayers(ModelDocument& document, creo::ProMdl handle, int feature, int type) {
+  for (const auto& [kind, ofType] : kDefaultLayerKinds) {
+    if (ofType != type) continue;
+    for (const DefaultLayerRecord& one : document.record.defaultLayers)
+      if (one.type == kind)
+        if (LayerRecord* layer = layerNamed(document, one.layer))
+          addLayerItem(document, *layer, {ProItemType::feature, feature, handle, {}});
+  }
+}
+
+int finish(const Model& solid, FeatureRecord feature, const SolidRecord& datums) {
+  ModelDocument& document = *solid.document;
+  const int id = feature.id, type = feature.type;
+  insertFeature(document, std::move(feature));
+  document.tree.changed();
+  document.record.solid = rawSolid(datums);
+  document.solidChanged();
+  putOnDefaultLayers(document, solid.handle, id, type);
+  document.touch(nullptr);
+  return id;
+}
+
+DatumRecord datumAt(int feature, const std::string& csys, Measures position) {
+  DatumRecord datum;
+  datum.feature = feature;
+  datum.csys = csys;
+  datum.placement = std::make_unique<PlacementRecord>();
+  datum.placement->position = std::move(position);
+  return datum;
+}
+
+// The name of the coordinate system that a tree refers to; empty: there is none, or it has no name to be known by.
+std::string referredCsys(const Model& solid, const ProElement& tree) {
+  const auto* reference = valueOf<creo::ProReference>(tree, creo::kFeatureReferenceElement);
+  if (!reference || reference->item.type != ProItemType::coordinateSystem || reference->item.owner != solid.handle)
+    return {};
+  const auto name = itemName(solid, reference->item);
+  return name ? text::toUtf8(name.value) : std::string();
+}
+
+}  // namespace
+
+Got<int> createDatum(const Model& solid, const ProElement& tree) {
+  const int* type = valueOf<int>(tree, creo::kFeatureTypeElement);
+  const auto* name = valueOf<std::wstring>(tree, creo::kFeatureNameElement);
+  const std::string csys = referredCsys(solid, tree);
+  const bool isPoint = type && *type == creo::kDatumPointFeature;
+  if (!type || !name || csys.empty() || (!isPoint && *type != creo::kDatumPlaneFeature)) return creo::ProBadInputs;
+  if (!text::fits(*name, text::kNameSize)) return creo::ProBadInputs;
+  if (itemNamed(solid, ProItemType::feature, *name)) return creo::ProExists;
+  std::vector<double> offsets;
+  for (const int id : isPoint ? std::vector<int>{creo::kOffsetXElement, creo::kOffsetYElement, creo::kOffsetZElement}
+                              : std::vector<int>{creo::kOffsetDistanceElement}) {
+    const double* offset = valueOf<double>(tree, id);
+    if (!offset) return creo::ProBadInputs;
+    offsets.push_back(*offset);
+  }
+  FeatureRecord feature;
+  feature.id = freeFeatureId(solid);
+  feature.type = *type;
+  feature.name = text::toUtf8(*name);
+  feature.typeName = isPoint ? "DATUM POINT" : "DATUM PLANE";
+  Measures position;
+  if (!isPoint) position = {0.0, 0.0};
+  for (const double offset : offsets) position.emplace_back(addDimension(solid.document->record, feature, offset));
+  SolidRecord datums = solidRecord(solid.document->record.solid);
+  (isPoint ? datums.points : datums.planes).push_back(datumAt(feature.id, csys, std::move(position)));
+  return finish(solid, std::move(feature), datums);
+}
+
+namespace {
+
+// Reads the table; false for one that a pattern of the leader can't have.
+bool readTable(const Model& solid, const FeatureRecord& leader, const ProElement& tree, PatternRecord& into) {
+  std::unordered_set<int> numbers;
+  for (const ProElement& one : tree.children) {
+    if (one.id == creo::kTableDimensionElement) {
+      const auto* reference = std::get_if<creo::ProReference>(&one.value);
+      if (!reference || reference->item.type != ProItemType::dimension || reference->item.owner != solid.handle)
+        return false;
+      const int id = reference->item.id;
+      if (std::count(leader.dimensions.begin(), leader.dimensions.end(), id) == 0) return false;
+      if (std::count(into.dimensions.begin(), into.dimensions.end(), id) > 0) return false;
+      into.dimensions.push_back(id);
+    }
+    if (one.id != creo::kTableRowElement) continue;
+    PatternMemberRecord& member = into.members.emplace_back();
+    const int* number = valueOf<int>(one, creo::kMemberNumberElement);
+    if (!number || !numbers.insert(*number).second) return false;
+    member.number = *number;
+    for (const ProElement& value : one.children)
+      if (const auto* real = std::get_if<double>(&value.value); real && value.id == creo::kMemberValueElement)
+        member.values.push_back(*real);
+    if (member.values.size() != into.dimensions.size()) return false;
+  }
+  return !into.dimensions.empty();
+}
+
+}  // namespace
+
+Got<int> createPattern(const Model& solid, int leader, const ProElement& tree) {
+  ModelRecord& record = solid.document->record;
+  const auto found = featureOf(solid, leader);
+  const FeatureRecord* first = found ? found->record() : nullptr;
+  if (!first || first->type != creo::kDatumPointFeature) return creo::ProBadInputs;
+  auto pattern = std::make_unique<PatternRecord>();
+  if (!readTable(solid, *first, tree, *pattern)) return creo::ProBadInputs;
+  pattern->regeneration = creo::kGeneralPattern;
+
+  SolidRecord datums = solidRecord(record.solid);
+  const auto point = std::find_if(datums.points.begin(), datums.points.end(),
+                                  [&](const DatumRecord& one) { return one.feature == leader && one.placement; });
+  if (point == datums.points.end()) return creo::ProBadInputs;
+  const std::string csys = point->csys;
+  const Measures position = point->placement->position;
+  FeatureRecord feature;
+  feature.id = freeFeatureId(solid);
+  feature.type = creo::kPatternFeature;
+  feature.typeName = "PATTERN";
+  // A dimension's value takes its place in the position; the others stay as they are.
+  std::vector<std::size_t> axes;
+  for (const int id : pattern->dimensions) {
+    const DimensionRecord* dimension = solid.document->dimension(id, false);
+    const auto axis = std::find(position.begin(), position.end(), Measure(dimension ? symbolOf(*dimension) : ""));
+    if (axis == position.end()) return creo::ProBadInputs;
+    axes.push_back(static_cast<std::size_t>(axis - position.begin()));
+  }
+  for (const PatternMemberRecord& member : pattern->members) {
+    Measures place = position;
+    for (std::size_t i = 0; i < axes.size(); ++i) place[axes[i]] = member.values[i];
+    datums.points.push_back(datumAt(feature.id, csys, std::move(place)));
+  }
+  feature.pattern = std::move(pattern);
+  return finish(solid, std::move(feature), datums);
+}
+
+}  // namespace headless

@@ -1,0 +1,202 @@
+#include "headless/pictures/shaded.h"
+
+#include <cmath>
+
+namespace headless {
+
+using creo::ProTransform;
+using creo::ProVector;
+
+namespace {
+
+constexpr Color kBackground{255, 255, 255};
+constexpr Color kEdge{40, 44, 52};
+constexpr double kFilled = 0.9;  // of the width or the height
+constexpr double kAmbient = 0.38, kDiffuse = 0.62, kGloss = 0.18;
+constexpr int kGlossPower = 24;
+constexpr float kEdgeLift = 0.004F;  // towards the viewer, of the depth of all there is: edges lie on their faces
+constexpr ProVector kLight{-0.42, 0.54, 0.73};
+constexpr ProVector kHalfway{-0.226, 0.290, 0.930};  // between the light and the viewer
+
+double dot(const ProVector& a, const ProVector& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+// x and y in dots, z towards the viewer.
+struct Point {
+  float x = 0, y = 0, z = 0;
+};
+bool isFinite(const Point& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+
+struct Box {
+  Point low{HUGE_VALF, HUGE_VALF, HUGE_VALF}, high{-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
+  void take(const Point& p) {
+    if (!isFinite(p)) return;
+    low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+    high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+  }
+  [[nodiscard]] bool isEmpty() const { return !(low.x <= high.x); }
+};
+
+ProVector vectorOf(const std::array<float, 3>& v) { return {v[0], v[1], v[2]}; }
+
+// A part turned to the screen, still in the model's units.
+struct Turned {
+  const ShadedPart* part = nullptr;
+  std::vector<Point> points;
+};
+
+class Canvas {
+ public:
+  Canvas(int width, int height)
+      : image_(width, height, kBackground),
+        depth_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), -HUGE_VALF) {}
+
+  // colors: of the three corners.
+  void triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity);
+  void line(const Point& from, const Point& to);
+  Image image_;
+
+ private:
+  void put(int x, int y, float z, const std::array<float, 3>& color, float opacity);
+  std::vector<float> depth_;
+};
+
+void Canvas::put(int x, int y, float z, const std::array<float, 3>& color, float opacity) {
+  float& depth =
+      depth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.width) + static_cast<std::size_t>(x)];
+  if (z <= depth) return;
+  if (opacity >= 1) depth = z;
+  Color& dot = image_.at(x, y);
+  for (std::size_t i = 0; i < 3; ++i)
+    dot[i] = static_cast<std::uint8_t>(
+        std::clamp(color[i] * 255 * opacity + static_cast<float>(dot[i]) * (1 - opacity), 0.0F, 255.0F));
+}
+
+void Canvas::triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity) {
+  const float area = (p[1].x - p[0].x) * (p[2].y - p[0].y) - (p[2].x - p[0].x) * (p[1].y - p[0].y);
+  if (area == 0) return;
+  const auto bounds = [](float a, float b, float c, int end) {
+    return std::pair(std::max(0, static_cast<int>(std::floor(std::min({a, b, c})))),
+                     std::min(end - 1, static_cast<int>(std::ceil(std::max({a, b, c})))));
+  };
+  const auto [left, right] = bounds(p[0].x, p[1].x, p[2].x, image_.width);
+  const auto [top, bottom] = bounds(p[0].y, p[1].y, p[2].y, image_.height);
+  for (int y = top; y <= bottom; ++y)
+    for (int x = left; x <= right; ++x) {
+      const float px = static_cast<float>(x) + 0.5F, py = static_cast<float>(y) + 0.5F;
+      std::array<float, 3> share{};
+      for (std::size_t i = 0; i < 3; ++i) {
+        const Point &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
+        share[i] = ((b.x - a.x) * (py - a.y) - (px - a.x) * (b.y - a.y)) / area;
+      }
+      if (share[0] < 0 || share[1] < 0 || share[2] < 0) continue;
+      std::array<float, 3> color{};
+      for (std::size_t i = 0; i < 3; ++i)
+        color[i] = share[0] * colors[0][i] + share[1] * colors[1][i] + share[2] * colors[2][i];
+      put(x, y, share[0] * p[0].z + share[1] * p[1].z + share[2] * p[2].z, color, opacity);
+    }
+}
+
+void Canvas::line(const Point& from, const Point& to) {
+  const float length = std::max(std::abs(to.x - from.x), std::abs(to.y - from.y));
+  const int steps = std::max(1, static_cast<int>(std::ceil(length)));
+  const std::array<float, 3> color{kEdge[0] / 255.0F, kEdge[1] / 255.0F, kEdge[2] / 255.0F};
+  for (int i = 0; i <= steps; ++i) {
+    const float t = static_cast<float>(i) / static_cast<float>(steps);
+    const int x = static_cast<int>(from.x + t * (to.x - from.x)), y = static_cast<int>(from.y + t * (to.y - from.y));
+    for (const auto& [dx, dy] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}})
+      if (x + dx >= 0 && x + dx < image_.width && y + dy >= 0 && y + dy < image_.height)
+        put(x + dx, y + dy, from.z + t * (to.z - from.z), color, 1);
+  }
+}
+
+Point onScreen(const ProVector& p, const ProTransform& view) {
+  return {static_cast<float>(dot(view.xAxis, p)), static_cast<float>(dot(view.yAxis, p)),
+          static_cast<float>(dot(view.zAxis, p))};
+}
+
+Turned turnedPart(const ShadedPart& part, const ProTransform& view, Box& box) {
+  Turned turned{&part, {}};
+  turned.points.reserve(part.mesh->points.size());
+  for (const auto& point : part.mesh->points) {
+    const ProVector p = vectorOf(point);
+    turned.points.push_back(
+        onScreen(creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale}), view));
+    box.take(turned.points.back());
+  }
+  return turned;
+}
+
+// The colour of a face that looks that way: its own, lit; both sides are lit alike.
+std::array<float, 3> lit(const ShadedPart& part, const std::array<float, 3>& normal, const ProTransform& view) {
+  ProVector n = creo::transformVector(part.place, vectorOf(normal));
+  n = {dot(view.xAxis, n), dot(view.yAxis, n), dot(view.zAxis, n)};
+  if (n.z < 0) n = {-n.x, -n.y, -n.z};
+  const double light = kAmbient + kDiffuse * std::max(0.0, dot(n, kLight));
+  const double gloss = kGloss * std::pow(std::max(0.0, dot(n, kHalfway)), kGlossPower);
+  std::array<float, 3> color{};
+  for (std::size_t i = 0; i < 3; ++i) color[i] = static_cast<float>(std::min(1.0, part.color[i] * light + gloss));
+  return color;
+}
+
+// From the model's units to dots.
+struct Fit {
+  float scale = 1, x = 0, y = 0;
+  Fit(const Box& box, int width, int height) {
+    const float w = std::max(box.high.x - box.low.x, 1e-12F), h = std::max(box.high.y - box.low.y, 1e-12F);
+    scale = static_cast<float>(kFilled) * std::min(static_cast<float>(width) / w, static_cast<float>(height) / h);
+    x = static_cast<float>(width) / 2 - scale * (box.low.x + box.high.x) / 2;
+    y = static_cast<float>(height) / 2 + scale * (box.low.y + box.high.y) / 2;
+  }
+  [[nodiscard]] Point dots(const Point& p) const { return {x + scale * p.x, y - scale * p.y, scale * p.z}; }
+};
+
+void drawFaces(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view) {
+  const geometry::Mesh& mesh = *turned.part->mesh;
+  std::vector<std::array<float, 3>> colors;
+  colors.reserve(mesh.normals.size());
+  for (const auto& normal : mesh.normals) colors.push_back(lit(*turned.part, normal, view));
+  const auto opacity = static_cast<float>(1 - std::clamp(turned.part->transparency, 0.0, 1.0));
+  for (const auto& [a, b, c] : mesh.triangles) {
+    const std::array<Point, 3> corners{fit.dots(turned.points[a]), fit.dots(turned.points[b]),
+                                       fit.dots(turned.points[c])};
+    if (isFinite(corners[0]) && isFinite(corners[1]) && isFinite(corners[2]))
+      canvas.triangle(corners, {colors[a], colors[b], colors[c]}, opacity);
+  }
+}
+
+void drawEdges(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view, float lift) {
+  const ShadedPart& part = *turned.part;
+  const auto at = [&](const std::array<float, 3>& point) {
+    const ProVector p = vectorOf(point);
+    Point dots = fit.dots(
+        onScreen(creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale}), view));
+    dots.z += lift;
+    return dots;
+  };
+  for (const auto& [from, to] : part.mesh->edges) {
+    const Point a = at(from), b = at(to);
+    if (isFinite(a) && isFinite(b)) canvas.line(a, b);
+  }
+}
+
+}  // namespace
+
+Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int width, int height) {
+  Canvas canvas(2 * width, 2 * height);
+  Box box;
+  std::vector<Turned> turned;
+  for (const ShadedPart& part : parts) turned.push_back(turnedPart(part, view, box));
+  if (box.isEmpty()) return halved(canvas.image_);
+  const Fit fit(box, 2 * width, 2 * height);
+  const float size = std::max({box.high.x - box.low.x, box.high.y - box.low.y, box.high.z - box.low.z});
+  // What can be seen through is drawn over what can't.
+  std::stable_sort(turned.begin(), turned.end(),
+                   [](const Turned& a, const Turned& b) { return a.part->transparency < b.part->transparency; });
+  for (const Turned& one : turned) {
+    if (one.part->transparency <= 0) drawEdges(canvas, one, fit, view, kEdgeLift * size * fit.scale);
+    drawFaces(canvas, one, fit, view);
+  }
+  return halved(canvas.image_);
+}
+
+}  // namespace headless

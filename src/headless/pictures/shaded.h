@@ -1,0 +1,26 @@
+// Solids as shaded pictures: triangles and edges in parallel projection, lit from the viewer's upper left.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "creo/ProTransform.h"
+#include "headless/geometry/mesh.h"
+#include "headless/pictures/image.h"
+
+namespace headless {
+
+// A mesh where it stands in the picture's model.
+struct ShadedPart {
+  const geometry::Mesh* mesh = nullptr;
+  creo::ProTransform place;
+  double scale = 1;                              // from the mesh's units of length, before the placement
+  std::array<double, 3> color{0.7, 0.74, 0.78};  // 0 to 1
+  double transparency = 0;                       // 0: opaque, 1: not there
+};
+
+// view: the axes of the screen in the model's coordinates, x to the right, y up, z to the viewer; the picture shows
+// everything, in the middle, with a margin. No triangle: the background alone.
+Image shaded(const std::vector<ShadedPart>& parts, const creo::ProTransform& view, int width, int height);
+
+}  // namespace headless

@@ -1,0 +1,302 @@
+#include "headless/pictures/sheet_picture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <numeric>
+
+#include "headless/model/drawing.h"
+#include "headless/model/drawing_text.h"
+#include "headless/model/formats.h"
+#include "headless/model/sheet_units.h"
+#include "headless/session/state.h"
+#include "headless/store/names.h"
+#include "text/encoding.h"
+
+namespace headless {
+namespace {
+
+constexpr double kThinnest = 0.18;  // the narrowest pen of ISO 128, in mm
+constexpr double kMmAnInch = 25.4;
+constexpr SheetColor kBlack = 0, kViewColor = 0x6080c0;
+
+// Creo's first colours as a drawing on white paper shows them.
+SheetColor colorOf(const LineRecord& line) {
+  static constexpr SheetColor kColors[] = {0x000000, 0x000000, 0xb00000, 0x606060, 0x404040, 0x0050a0,
+                                           0x008040, 0xa06000, 0x7000a0, 0x008080, 0xa00060, 0x505000};
+  if (line.colorMethod == 0) return kBlack;
+  const auto place = static_cast<std::size_t>(std::abs(static_cast<long long>(line.color)));
+  return kColors[place % std::size(kColors)];
+}
+
+creo::ProSheetMatrix matrixOf(const SheetRecord& sheet) {
+  if (!sheet.matrix) return {};
+  return {sheet.matrix->scaleX, sheet.matrix->scaleY, sheet.matrix->offsetX, sheet.matrix->offsetY};
+}
+
+// Where a symbol's own coordinates lie on the sheet.
+struct SymbolFrame {
+  creo::ProPoint origin = {};
+  double scale = 1, angle = 0;  // degrees
+
+  [[nodiscard]] creo::ProPoint at(double x, double y) const {
+    const double turn = angle * std::numbers::pi / 180;
+    const double c = std::cos(turn) * scale, s = std::sin(turn) * scale;
+    return {origin.x + c * x - s * y, origin.y + s * x + c * y};
+  }
+};
+
+class Painter {
+ public:
+  Painter(Session::State& state, const Model& drawing, int number)
+      : state_(state),
+        drawing_(drawing),
+        number_(number),
+        textHeight_(headless::textHeight(*drawing.document, number)) {}
+
+  SheetPicture paint() {
+    const SheetRecord* sheet = sheetOf(*drawing_.document, number_);
+    if (!sheet) return {};
+    const creo::ProSheetDimensions size = sheetDimensions(*sheet);
+    picture_.isInMm = isInMm(size.size);
+    unit_ = picture_.isInMm ? 1 : kMmAnInch;
+    picture_.width = size.width * unit_;
+    picture_.height = size.height * unit_;
+    matrix_ = matrixOf(*sheet);
+    if (!sheet->format.empty() && !sheet->formatBlanked) format(*sheet);
+    contents(*sheet);
+    return std::move(picture_);
+  }
+
+ private:
+  void contents(const SheetRecord& sheet) {
+    const ModelRecord& record = drawing_.document->record;
+    part_ = SheetPart::views;
+    for (const ViewRecord& one : record.views)
+      if (one.sheet == number_) viewMark(one);
+    for (const TableRecord& one : record.tables) {
+      part_ = one.fromFormat ? SheetPart::format : SheetPart::tables;
+      if (!one.erased && !(one.fromFormat && sheet.formatBlanked)) table(one);
+    }
+    part_ = SheetPart::symbols;
+    for (const SymbolRecord& one : record.symbols)
+      if (one.sheet == number_) symbol(one);
+    part_ = SheetPart::notes;
+    for (const NoteRecord& one : record.notes)
+      if (one.sheet == number_ && !one.erased) note(one);
+    part_ = SheetPart::lines;
+    drafts(record.drafts, number_);
+  }
+
+  [[nodiscard]] double x(double stored) const { return (stored * matrix_.scaleX + matrix_.offsetX) * unit_; }
+  [[nodiscard]] double y(double stored) const { return (stored * matrix_.scaleY + matrix_.offsetY) * unit_; }
+  // The height of a text that has none of its own, in mm.
+  [[nodiscard]] double textHeight() const { return textHeight_ * unit_; }
+
+  void stroke(const LineRecord& line, const SymbolFrame& frame = {}) {
+    const creo::ProPoint from = frame.at(line.x1, line.y1), to = frame.at(line.x2, line.y2);
+    const double width = line.width * frame.scale * std::fabs(matrix_.scaleX) * unit_;
+    picture_.lines.push_back(
+        {x(from.x), y(from.y), x(to.x), y(to.y), std::max(width, kThinnest), colorOf(line), part_});
+  }
+  // A line of the picture's own, in mm.
+  void mark(double x1, double y1, double x2, double y2, SheetColor color) {
+    picture_.lines.push_back({x1, y1, x2, y2, kThinnest, color, part_});
+  }
+  SheetText& write(double left, double base, double height, std::wstring text, SheetColor color = kBlack) {
+    return picture_.texts.emplace_back(
+        SheetText{.x = left, .y = base, .height = height, .text = std::move(text), .color = color, .part = part_});
+  }
+
+  void drafts(const std::vector<DraftRecord>& drafts, int sheet) {
+    for (const DraftRecord& draft : drafts) {
+      if (draft.sheet != sheet) continue;
+      for (const LineRecord& line : draft.lines) stroke(line);
+    }
+  }
+
+  // The lines and notes of the format, in its own coordinates; its tables are the drawing's own.
+  void format(const SheetRecord& sheet) {
+    const Model* model = formatOf(state_.models, sheet);
+    if (!model) return;
+    const int number = formatSheetOf(sheet);
+    const SheetRecord* source = sheetOf(*model->document, number);
+    const creo::ProSheetMatrix own = std::exchange(matrix_, source ? matrixOf(*source) : creo::ProSheetMatrix{});
+    part_ = SheetPart::format;
+    drafts(model->document->record.drafts, number);
+    for (const NoteRecord& one : model->document->record.notes)
+      if (one.sheet == number && !one.erased) note(one);
+    matrix_ = own;
+  }
+
+  void viewMark(const ViewRecord& view) {
+    constexpr double kArm = 5;
+    const double at = x(view.position.x), up = y(view.position.y);
+    mark(at - kArm, up, at + kArm, up, kViewColor);
+    mark(at, up - kArm, at, up + kArm, kViewColor);
+    write(at + kArm / 2, up + kArm / 2, textHeight(), text::fromUtf8(view.name), kViewColor);
+  }
+
+  // Its lower left corner stands at its place; the first row is the uppermost.
+  void table(const TableRecord& table) {
+    for (const SegmentRecord& segment : table.segments) {
+      if (segment.sheet != number_) continue;
+      grid(table, segment.position);
+      cells(table, segment.position);
+    }
+  }
+
+  void rule(double x1, double y1, double x2, double y2) {
+    LineRecord line;
+    line.x1 = x1;
+    line.y1 = y1;
+    line.x2 = x2;
+    line.y2 = y2;
+    stroke(line);
+  }
+
+  void grid(const TableRecord& table, const PointRecord& at) {
+    const double width = std::accumulate(table.columns.begin(), table.columns.end(), 0.0);
+    const double height = std::accumulate(table.rows.begin(), table.rows.end(), 0.0);
+    double left = at.x, top = at.y + height;
+    rule(left, at.y, left, top);
+    for (const double column : table.columns) {
+      left += column;
+      rule(left, at.y, left, at.y + height);
+    }
+    rule(at.x, top, at.x + width, top);
+    for (const double row : table.rows) {
+      top -= row;
+      rule(at.x, top, at.x + width, top);
+    }
+  }
+
+  void cells(const TableRecord& table, const PointRecord& at) {
+    std::vector<double> lefts = {at.x}, tops = {at.y + std::accumulate(table.rows.begin(), table.rows.end(), 0.0)};
+    for (const double column : table.columns) lefts.push_back(lefts.back() + column);
+    for (const double row : table.rows) tops.push_back(tops.back() - row);
+    for (const CellRecord& cell : table.cells) {
+      if (cell.row < 1 || cell.column < 1 || static_cast<std::size_t>(cell.row) >= tops.size() ||
+          static_cast<std::size_t>(cell.column) >= lefts.size())
+        continue;
+      const auto row = static_cast<std::size_t>(cell.row - 1), column = static_cast<std::size_t>(cell.column - 1);
+      cellText(cell.lines, lefts[column], tops[row], table.columns[column], table.rows[row]);
+    }
+  }
+
+  // Lines share the cell's height.
+  void cellText(const std::vector<std::string>& lines, double left, double top, double width, double height) {
+    if (lines.empty()) return;
+    const double line = height * std::fabs(matrix_.scaleY) * unit_ / static_cast<double>(lines.size());
+    const double size = std::min(textHeight(), line * 0.7);
+    const double room = width * std::fabs(matrix_.scaleX) * unit_ - size * 0.6;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      std::wstring shown = shownHere(lines[i]);
+      const double wanted = textWidth(shown, size);
+      const double fitted = room > 0 && wanted > room ? size * room / wanted : size;
+      const double base = y(top) - line * static_cast<double>(i) - (line + size * 0.7) / 2;
+      write(x(left) + size * 0.3, base, fitted, std::move(shown)).room = std::max(room, 0.0);
+    }
+  }
+
+  void note(const NoteRecord& note) {
+    double up = y(note.position.y);
+    for (const NoteLineRecord& line : note.lines) {
+      static const NoteTextRecord plain;
+      const NoteTextRecord& form = line.texts.empty() ? plain : line.texts.front();
+      const double size = form.height > 0 ? form.height * unit_ : textHeight();
+      SheetText& text = write(x(note.position.x), up, size, shownHere(line.text()));
+      text.isOblique = form.slant != 0;
+      text.isBold = form.thickness > 0;
+      text.font = form.font;
+      up -= size * 1.5;
+    }
+  }
+
+  // The groups that a placed symbol shows: all of them, none, or those that it names with what is around them.
+  static void shownGroups(const std::vector<SymbolGroupRecord>& groups, const SymbolRecord& symbol,
+                          std::vector<const SymbolGroupRecord*>& into) {
+    using creo::ProSymbolGroups;
+    if (symbol.groupOption == ProSymbolGroups::none) return;
+    for (const SymbolGroupRecord& group : groups) {
+      const bool isNamed = std::find(symbol.groups.begin(), symbol.groups.end(), group.id) != symbol.groups.end();
+      if (symbol.groupOption == ProSymbolGroups::custom && !isNamed) continue;
+      into.push_back(&group);
+      shownGroups(group.groups, symbol, into);
+    }
+  }
+
+  const SymbolDefinitionRecord* definitionOf(const SymbolRecord& symbol) {
+    const auto& all = drawing_.document->record.symbolDefinitions;
+    const std::size_t place = definitions_.find(symbol.definition, all.size(),
+                                                [&](std::size_t i) -> const std::string& { return all[i].name; });
+    return place == NameIndex::kNone ? nullptr : &all[place];
+  }
+
+  void symbol(const SymbolRecord& symbol) {
+    const SymbolDefinitionRecord* definition = definitionOf(symbol);
+    const SymbolFrame frame{.origin = {symbol.position.x, symbol.position.y},
+                            .scale = symbol.height > 0 ? symbol.height : 1,
+                            .angle = symbol.angle};
+    std::vector<const SymbolGroupRecord*> groups;
+    if (definition) shownGroups(definition->groups, symbol, groups);
+    if (!definition || (definition->lines.empty() && definition->texts.empty() && groups.empty()))
+      return bareSymbol(symbol);
+    for (const LineRecord& line : definition->lines) stroke(line, frame);
+    for (const SymbolGroupRecord* group : groups)
+      for (const LineRecord& line : group->lines) stroke(line, frame);
+    symbolTexts(*definition, symbol, frame);
+  }
+
+  // A definition without graphics: a diamond with its name.
+  void bareSymbol(const SymbolRecord& symbol) {
+    constexpr double kArm = 2.5;
+    const double at = x(symbol.position.x), up = y(symbol.position.y);
+    mark(at - kArm, up, at, up + kArm, kBlack);
+    mark(at, up + kArm, at + kArm, up, kBlack);
+    mark(at + kArm, up, at, up - kArm, kBlack);
+    mark(at, up - kArm, at - kArm, up, kBlack);
+    write(at + kArm * 1.4, up - kArm / 2, textHeight(), text::fromUtf8(symbol.definition));
+  }
+
+  // A text with its "&" forms as this sheet shows them.
+  [[nodiscard]] std::wstring shownHere(const std::string& symbolic) const {
+    return displayedText(state_.models, state_.parameters, drawing_, number_, text::fromUtf8(symbolic));
+  }
+
+  // The instance's texts take the places of the definition's, in their order.
+  void symbolTexts(const SymbolDefinitionRecord& definition, const SymbolRecord& symbol, const SymbolFrame& frame) {
+    for (std::size_t i = 0; i < definition.texts.size(); ++i) {
+      const SymbolTextRecord& text = definition.texts[i];
+      const creo::ProPoint place = frame.at(text.position.x, text.position.y);
+      const double height = text.height > 0 ? text.height * frame.scale * unit_ : textHeight();
+      write(x(place.x), y(place.y), height, shownHere(i < symbol.texts.size() ? symbol.texts[i] : text.text)).angle =
+          frame.angle;
+    }
+  }
+
+  Session::State& state_;
+  const Model& drawing_;
+  int number_;
+  double textHeight_;  // in units of the sheet
+  double unit_ = 1;    // mm a unit of the sheet
+  creo::ProSheetMatrix matrix_;
+  SheetPart part_ = SheetPart::lines;
+  NameIndex definitions_;
+  SheetPicture picture_;
+};
+
+}  // namespace
+
+std::string_view partName(SheetPart part) {
+  static constexpr std::string_view kNames[kSheetParts] = {"FORMAT", "VIEWS", "TABLES", "SYMBOLS", "NOTES", "LINES"};
+  return kNames[static_cast<std::size_t>(part)];
+}
+
+SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet) {
+  return Painter(state, drawing, sheet).paint();
+}
+
+double textWidth(std::wstring_view text, double height) { return 0.6 * height * static_cast<double>(text.size()); }
+
+}  // namespace headless

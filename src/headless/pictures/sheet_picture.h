@@ -1,0 +1,57 @@
+// What a sheet of a drawing shows, as lines and texts that every writer of pictures can draw: SVG, DXF, PDF, images.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "headless/session/session.h"
+
+namespace headless {
+
+struct Model;  // model/models.h
+
+// What an element belongs to; writers that know layers put each on one of its own.
+enum class SheetPart { format, views, tables, symbols, notes, lines };
+constexpr int kSheetParts = 6;
+// "FORMAT", "VIEWS" ...
+std::string_view partName(SheetPart part);
+
+// Red, green and blue, 8 bits each, the red highest.
+using SheetColor = std::uint32_t;
+
+// Lengths are in mm, places from the sheet's lower left corner, y upwards.
+struct SheetLine {
+  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+  double width = 0;  // of the stroke, which ends square at its points
+  SheetColor color = 0;
+  SheetPart part = SheetPart::lines;
+};
+struct SheetText {
+  double x = 0, y = 0;  // where the base line begins
+  double height = 0;    // of the face
+  double angle = 0;     // degrees, counter-clockwise
+  double room = 0;      // how wide it may be; 0: as it comes. For a usual face the height says so already
+  std::wstring text;
+  SheetColor color = 0;
+  SheetPart part = SheetPart::notes;
+  bool isBold = false, isOblique = false;
+  std::string font = {};  // the name of a face; empty: the usual one
+};
+struct SheetPicture {
+  double width = 0, height = 0;  // of the sheet
+  bool isInMm = true;            // else the drawing measures the sheet in inches
+  std::vector<SheetLine> lines;
+  std::vector<SheetText> texts;
+};
+
+// The format's lines and tables, tables with what their cells show, notes, symbols, drawn lines, each in its place on
+// the sheet and in its width; a view is a cross with its name. A cell's text that is wider than the cell is smaller.
+// drawing: a drawing or a format; sheet: from 1 to the sheet count, one that isn't there gives an empty picture.
+SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet);
+
+// About how wide a usual sans-serif face writes it.
+double textWidth(std::wstring_view text, double height);
+
+}  // namespace headless

@@ -1,0 +1,86 @@
+#include "ui/highlight.h"
+
+#include <set>
+
+#include "core/log.h"
+#include "core/state.h"
+#include "creo/ProFeature.h"
+#include "creo/ProMdl.h"
+#include "creo/ProModelitem.h"
+#include "creo/ProSelection.h"
+#include "creo/ProUI.h"
+#include "creo/ProUITable.h"
+#include "engine/model_table.h"
+#include "engine/row_name.h"
+#include "text/letters.h"
+
+namespace ui {
+namespace {
+
+using namespace creo;
+
+constexpr int kColor = 1;
+
+using Wanted = std::set<std::pair<std::wstring, ProMdlType>>;  // names in upper case
+
+class Search {
+ public:
+  explicit Search(const Wanted& wanted) : wanted_(wanted) {}
+
+  // path: from the top assembly's component down to `assembly`.
+  void look(ProMdl assembly, std::vector<ProMdl>& path) {
+    if (!inside_.insert(assembly).second) return;  // an assembly inside itself
+    ProSolidFeatVisit(assembly, [&](const ProFeature& feature) {
+      if (ProFeatureTypeGet(feature).value == kComponentFeature) take(feature, path);
+      return ProNoError;
+    });
+    inside_.erase(assembly);
+  }
+
+ private:
+  void take(const ProFeature& component, std::vector<ProMdl>& path) {
+    const auto model = ProAsmcompMdlGet(component);
+    if (!model) return;
+    const ProMdlType type = ProMdlTypeGet(model.value).value;
+    path.push_back(model.value);
+    if (wanted_.contains({text::upper(ProMdlNameGet(model.value).value), type})) show(model.value, path);
+    if (type == ProMdlType::assembly) look(model.value, path);
+    path.pop_back();
+  }
+
+  static void show(ProMdl model, const std::vector<ProMdl>& path) {
+    const auto item = ProMdlToModelitem(model);
+    if (!item) return;
+    const ProSelection selection{item.value, path};
+    if (ProSelbufferSelectionAdd(selection) == ProNoError) ProSelectionHighlight(selection, kColor);
+  }
+
+  const Wanted& wanted_;
+  std::set<ProMdl> inside_;
+};
+
+}  // namespace
+
+void highlightModels(const std::vector<std::string>& rows) {
+  const auto current = ProMdlCurrentGet();
+  if (!current || ProMdlTypeGet(current.value).value != ProMdlType::assembly) return;
+  Wanted wanted;
+  for (const std::string& row : rows) wanted.emplace(text::upper(engine::rowModelName(row)), engine::rowType(row));
+  ProSelbufferClear();
+  std::vector<ProMdl> path;
+  Search(wanted).look(current.value, path);
+}
+
+void highlightMarkedRows() {
+  highlightModels(ProUITableSelectednamesGet(core::pluginState().dialogName, engine::kModelTable).value);
+}
+
+void highlightChosenRows() {
+  const std::string& dialog = core::pluginState().dialogName;
+  std::vector<std::string> chosen;
+  for (const std::string& row : ProUITableRownamesGet(dialog, engine::kModelTable).value)
+    if (ProUICheckbuttonGetState(dialog, row + "_cb").value) chosen.push_back(row);
+  highlightModels(chosen);
+}
+
+}  // namespace ui

@@ -1,0 +1,8 @@
+// The info dialog: the plug-in's version and what its configuration says.
+#pragma once
+
+namespace ui {
+
+void openInfoDialog();
+
+}  // namespace ui

@@ -1,0 +1,88 @@
+// Pictures of models, looked at by another program.
+#include "actions/action_fixture.h"
+#include "creo/ProMdl.h"
+#include "creo/ProUtil.h"
+#include "creo/ProWindow.h"
+#include "support/drawings.h"
+#include "support/foreign_program.h"
+
+namespace {
+
+using namespace creo;
+using test::said;
+
+constexpr const char* kRedPlate = R"({"format": 1, "appearance": {"color": [0.9, 0.1, 0.1]},
+  "solid": {"primitives": [{"type": "box", "size": [80, 40, 20]}]}})";
+
+class PictureExports : public test::ActionTest {
+ protected:
+  void SetUp() override {
+    test::writeBytes(world.models() + "/BRACKET.prt.1", kRedPlate);
+    world.config("kvd_write_history_in_models=0");
+  }
+  std::string file(const std::string& name) { return world.temp() + "/" + name; }
+  // "JPEG 600x300", and the colour of a dot.
+  static std::string form(const std::string& path) { return said("identify -format '%m %wx%h' '" + path + "'"); }
+  static std::string dot(const std::string& path, int x, int y) {
+    return said("convert '" + path + "' -format '%[fx:round(4*p{" + std::to_string(x) + "," + std::to_string(y) +
+                "}.r)] %[fx:round(4*p{" + std::to_string(x) + "," + std::to_string(y) + "}.g)]' info:");
+  }
+};
+
+TEST_F(PictureExports, AJpegShowsTheSolidInItsColourOnWhite) {
+  EXPECT_EQ(L"B0 Export jpg|Export completed",
+            run(task("exportjpg", "folder='t:\\' exportname='@mdln@' width='600' height='300'")));
+  EXPECT_EQ("JPEG 600x300", form(file("BRACKET.jpg")));
+  EXPECT_EQ("4 4", dot(file("BRACKET.jpg"), 2, 2)) << "the background is white";
+  EXPECT_EQ('0', dot(file("BRACKET.jpg"), 300, 150).back()) << "the plate has hardly any green";
+  EXPECT_GE(dot(file("BRACKET.jpg"), 300, 150).front(), '2');
+}
+
+TEST_F(PictureExports, AnOldPictureStaysUnlessItMayBeReplaced) {
+  world.list("keep.xml", task("exportjpg", "folder='t:\\' exportname='old.JPG' width='60' height='60'"));
+  world.list("replace.xml",
+             task("exportjpg", "folder='t:\\' exportname='old.JPG' width='60' height='60' overwriteExisting='true'"));
+  test::writeBytes(file("old.JPG"), "old");
+  world.runOn(L"BRACKET", ProMdlType::part, "keep.xml");
+  EXPECT_EQ(L"B0 Export jpg|W:File already exists, no new image taken", test::told(world.log()));
+  EXPECT_EQ("old", test::readBytes(file("old.JPG")));
+  world.run("replace.xml");
+  EXPECT_EQ("JPEG 60x60", form(file("old.JPG")));
+}
+
+TEST_F(PictureExports, WhatFailsLeavesNoFileAndPutsEverythingBack) {
+  world.list("jpg.xml", task("exportjpg", "folder='t:\\missing' exportname='a' width='60' height='60'") +
+                            task("exportjpg", "folder='t:\\' exportname='flat' width='60' height='0'") +
+                            task("exportjpg", "folder='t:\\' exportname='wide' width='60' height='1000000'") +
+                            task("exporttiff", "folder='t:\\missing' exportname='b'"));
+  ASSERT_EQ(0, world.start());
+  world.session().setOption(L"skip_small_surfaces", L"yes");
+  world.open(L"BRACKET", ProMdlType::part);
+  const int window = ProWindowCurrentGet().value;
+  world.run("jpg.xml");
+  const auto failed = [](int number) {
+    return L"B" + std::to_wstring(number) + L" Export jpg|E:Fehler occured while export as jpg|";
+  };
+  EXPECT_EQ(failed(0) + failed(1) + failed(2) + L"B3 Export tiff|E:Fehler occured while export as tiff|E:Error -17",
+            test::told(world.log()));
+  EXPECT_FALSE(std::filesystem::exists(file("flat.jpg")));
+  EXPECT_EQ(L"yes", ProConfigoptGet(L"skip_small_surfaces").value);
+  EXPECT_EQ(window, ProWindowCurrentGet().value);
+}
+
+TEST_F(PictureExports, ATiffShowsASheetInItsSize) {
+  test::writeBytes(world.models() + "/PLATE.drw.1", R"({"format": 1, "sheets": [{"size": "A4"}, {"size": "A3"}],
+    "currentSheet": 2, "drafts": [{"sheet": 2, "lines": [[10, 148, 410, 148, 8]]}],
+    "notes": [{"id": 1, "sheet": 2, "position": {"x": 50, "y": 60}, "lines": ["MASSSTAB"]}]})");
+  EXPECT_EQ(L"B0 Export tiff|Export completed",
+            run(task("exporttiff", "folder='t:\\' exportname='sheet' printmode='1'"), L"PLATE", ProMdlType::drawing));
+  EXPECT_EQ("TIFF 4961x3508", form(file("sheet.tiff"))) << "A3 at 300 dots an inch";
+  EXPECT_EQ("0 0", dot(file("sheet.tiff"), 2480, 1760)) << "the thick line";
+  EXPECT_EQ("4 4", dot(file("sheet.tiff"), 2480, 1600));
+  const std::string ink =
+      said("convert '" + file("sheet.tiff") + "' -crop 600x80+580+2740 -format '%[fx:mean<0.98]' info:");
+  EXPECT_EQ("1", ink) << "the note's letters";
+  EXPECT_FALSE(std::filesystem::exists(file("sheet_1.tiff"))) << "the print's own name is gone";
+}
+
+}  // namespace

@@ -12,19 +12,18 @@ class Dispatch : public ActionTest {
   void SetUp() override { world.part(L"BRACKET").with(L"COLOR", L"red"); }
 };
 
-TEST_F(Dispatch, TellsWhatItDoesntCarryOut) {
+TEST_F(Dispatch, TellsWhatItDoesntKnowOrCantRun) {
   const std::string deak = "<task type='saveModel' deak='true'/><task type='unknown' deak=''/>";
   EXPECT_EQ(
-      L"E:writeInformationPDF: this version doesn't carry out this action|"
       L"E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL|"
       L"E:The 'Open XLS Report' action is removed with Kelvane 7.0. Please change to 'Open CSV Report.'|"
       L"E:The 'Edit model parameter from audit trail' action is removed with Kelvane 7.0.'|"
-      L"B7 Save model|E:Function isn't used because false version code, please update Kelvane User and Kelvane to the "
+      L"B6 Save model|E:Function isn't used because false version code, please update Kelvane User and Kelvane to the "
       L"newest version|"
-      L"B8 Save model",
-      run(task("writeInformationPDF") + task("SaveModel") + task("openXLSReport") + task("editModelParameterFromPrueftrail") +
-          deak + task("kv_reportNewRows") + "<task type='saveModel' version='4' forPRT='true' forEF='false'/>" +
-          task("saveModel", "deak='false'")));
+      L"B7 Save model",
+      run(task("SaveModel") + task("openXLSReport") +
+          task("editModelParameterFromPrueftrail") + deak + task("kv_reportNewRows") +
+          "<task type='saveModel' version='4' forPRT='true' forEF='false'/>" + task("saveModel", "deak='false'")));
   EXPECT_EQ(2, world.version("BRACKET.prt"));
 }
 

@@ -1,10 +1,11 @@
 // Features that are renamed, made, suppressed and resumed; components that are moved, get parameters and are driven.
 #include "headless/model/features.h"
-#include "text/numbers.h"
 #include "actions/action_fixture.h"
+#include "actions/last_row.h"
 #include "creo/ProAsmcomp.h"
 #include "creo/ProDatum.h"
 #include "creo/ProFamtable.h"
+#include "text/numbers.h"
 
 namespace test {
 namespace {
@@ -161,7 +162,7 @@ class ComponentActions : public FeatureActions {
                            "dimensions": [{"id": 4, "symbol": "LENGTH", "value": 80.0}])");
     model("frame.asm", kFrame);
   }
-  std::wstring runOnFrame(const std::string& tasks) { return run(tasks, L"FRAME", kAssembly); }
+  std::wstring runOnFrame(const std::string& tasks) { return lastRow(run(tasks, L"FRAME", kAssembly)); }
   creo::ProFeature component(int number) {
     const auto& frame = loaded(L"FRAME", kAssembly);
     for (const auto& one : headless::featuresOf(frame))

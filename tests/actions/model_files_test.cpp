@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "actions/action_fixture.h"
+#include "actions/last_row.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/ProUtil.h"
 #include "headless/model/models.h"
@@ -21,7 +22,7 @@ constexpr const char* kTop = R"({"format": 1, "components": [{"name": "BRACKET",
   "familyTable": {"items": [{"type": "component", "name": "bracket"}, {"type": "component", "name": "OTHER"}],
     "instances": [{"name": "BARE", "values": {"bracket": "N", "OTHER": "THICK<BRACKET>"}}]}})";
 constexpr const char* kSheet = R"({"format": 1, "models": [{"name": "BRACKET", "type": "prt"}],
-  "currentModel": "Bracket.prt", "views": [{"id": 1, "sheet": 1, "model": "bracket.prt"}],
+  "currentModel": "Bracket.prt", "views": [{"id": 1, "name": "FRONT", "sheet": 1, "model": "bracket.prt"}],
   "shownDimensions": [{"model": "BRACKET.prt", "id": 1}]})";
 constexpr const char* kBracket = R"({"format": 1, "familyTable": {"items": [],
   "instances": [{"name": "THIN"}, {"name": "THICK"}]}})";
@@ -165,19 +166,19 @@ TEST_F(ModelFiles, ACopyLiesBesideItsModel) {
           task("copyModel", "name='a?b'") + task("copyModel")));
   EXPECT_EQ(1, world.version("WHEEL.prt"));
   EXPECT_FALSE(creo::ProMdlInit(L"WHEEL", ProMdlType::part));
-  // A disk without room: nothing in the folder, nothing in memory.
-  World full;
-  fill(full);
-  full.list("list.xml", task("copyModel", "name='wheel'"));
-  full.start();
-  full.open(L"BRACKET", ProMdlType::part);
-  full.openTool();
-  full.choose("list.xml");
-  full.disk().denyWrites(L"d:\\");
-  full.pressStart();
-  full.disk().heal();
-  EXPECT_EQ(L"B0 Copy model|E:WHEEL.PRT can't be written", told(full.log()));
-  EXPECT_EQ(0, full.version("WHEEL.prt"));
+}
+
+TEST_F(ModelFiles, ACopyWithoutRoomLeavesNothing) {
+  world.list("list.xml", task("copyModel", "name='wheel'"));
+  world.start();
+  world.open(L"BRACKET", ProMdlType::part);
+  world.openTool();
+  world.choose("list.xml");
+  world.disk().denyWrites(L"d:\\");
+  world.pressStart();
+  world.disk().heal();
+  EXPECT_EQ(L"B0 Copy model|E:WHEEL.PRT can't be written", told(world.log()));
+  EXPECT_EQ(0, world.version("WHEEL.prt"));
   EXPECT_FALSE(creo::ProMdlInit(L"WHEEL", ProMdlType::part));
 }
 
@@ -186,7 +187,7 @@ TEST_F(ModelFiles, ABackupHasWhatTheModelNeedsOrNothing) {
   std::filesystem::create_directories(world.models() + "/small");
   world.list("list.xml", task("backupAction", "path='d:/backup'") + task("backupAction", "path='d:/none'") +
                              task("backupAction", "path='d:/'") + task("backupAction"));
-  world.list("full.xml", task("backupAction", "path='d:/small'"));
+  world.list("full.xml", "<task type='backupAction' version='3' forASM='true' forEF='false' path='d:/small'/>");
   world.config("kvd_write_history_in_models=0");
   world.runOn(L"TOP", ProMdlType::assembly, "list.xml");
   EXPECT_EQ(
@@ -195,7 +196,7 @@ TEST_F(ModelFiles, ABackupHasWhatTheModelNeedsOrNothing) {
       L"B1 Backup action|Export model to d:\\none|E:The specified directory (path) is invalid.|"
       L"B2 Backup action|Export model to d:\\|E:The specified directory (path) is invalid.|"
       L"B3 Backup action|E:The attribute 'path' is missing",
-      told(world.log()));
+      lastRow(told(world.log())));
   EXPECT_THAT(readBytes(world.models() + "/backup/bracket.prt.1"), HasSubstr("THIN"));
   world.disk().fillAfter(900);
   world.run("full.xml");

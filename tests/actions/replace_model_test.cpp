@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "actions/action_fixture.h"
+#include "actions/last_row.h"
 #include "creo/ProReplace.h"
 #include "creo/ProUtil.h"
 #include "headless/model/models.h"
@@ -17,7 +18,7 @@ constexpr const char* kTop = R"({"format": 1, "components": [{"name": "GEAR", "t
     "instances": [{"name": "BARE", "values": {"GEAR": "N"}}]}})";
 constexpr const char* kSheet = R"({"format": 1, "models": [{"name": "GEAR", "type": "prt"},
     {"name": "GONE", "type": "prt"}, {"name": "NUT", "type": "prt"}, {"name": "GEAR_2", "type": "prt"}],
-  "currentModel": "GEAR.prt", "views": [{"id": 1, "sheet": 1, "model": "GEAR.prt"}],
+  "currentModel": "GEAR.prt", "views": [{"id": 1, "name": "FRONT", "sheet": 1, "model": "GEAR.prt"}],
   "shownDimensions": [{"model": "GEAR.prt", "id": 1}, {"model": "GEAR.prt", "id": 2}, {"model": "GONE.prt", "id": 1}],
   "notes": [{"id": 1, "lines": ["&model_name:4 and &model_name:1 &:2 &X:d"]}],
   "tables": [{"id": 1, "segments": [{}], "columns": [1], "rows": [1],
@@ -56,14 +57,14 @@ TEST_F(ReplaceModel, ComponentsAreReplacedUnlessItMakesACircle) {
       L"B2 Replace model|E:GEAR_2.PRT can't be replaced by TOP.ASM, which would use itself then|"
       L"B3 Replace model|GEAR_2.PRT is replaced by NUT_ROW.PRT|B4 Replace model|NUT_ROW.PRT stays as it is|"
       L"B5 Replace model|E:The attribute 'namef_0' is missing",
-      run(task("replaceModel",
-               "namef_0='gear' namet_0='wheel.asm' namef_1='GEAR_2' namet_1='lost' namef_2='X*' "
-               "namet_2='nut' namef_7='GEAR_2'") +
-              task("replaceModel", "namef_0='GEAR_2' namet_0='outer.asm'") +
-              task("replaceModel", "namef_0='GEAR_2' namet_0='top.ASM'") +
-              task("replaceModel", "namef_0='GEAR_*' namet_0='nut_row'") +
-              task("replaceModel", "namef_0='NUT_ROW' namet_0='nut_row'") + task("replaceModel"),
-          L"TOP", ProMdlType::assembly));
+      lastRow(run(task("replaceModel",
+                       "namef_0='gear' namet_0='wheel.asm' namef_1='GEAR_2' namet_1='lost' namef_2='X*' "
+                       "namet_2='nut' namef_7='GEAR_2'") +
+                      task("replaceModel", "namef_0='GEAR_2' namet_0='outer.asm'") +
+                      task("replaceModel", "namef_0='GEAR_2' namet_0='top.ASM'") +
+                      task("replaceModel", "namef_0='GEAR_*' namet_0='nut_row'") +
+                      task("replaceModel", "namef_0='NUT_ROW' namet_0='nut_row'") + task("replaceModel"),
+                  L"TOP", ProMdlType::assembly)));
   EXPECT_EQ(L"WHEEL.ASM NUT_ROW.PRT", uses(L"TOP", ProMdlType::assembly));
   const headless::ModelRecord& top = record(L"TOP", ProMdlType::assembly);
   EXPECT_EQ("NUT_ROW<NUT>", top.components[1].name);
@@ -83,7 +84,7 @@ TEST_F(ReplaceModel, TheOptionIsPutBackAfterAFailureToo) {
   world.session().setOption(L"remember_replaced_components", L"yes");
   world.session().failNext("ProAsmcompsReplace", creo::ProGeneralError);
   world.run("list.xml");
-  EXPECT_EQ(L"B0 Replace model|E:GEAR.PRT can't be replaced by NUT.PRT", told(world.log()));
+  EXPECT_EQ(L"B0 Replace model|E:GEAR.PRT can't be replaced by NUT.PRT", lastRow(told(world.log())));
   EXPECT_EQ(std::vector<std::wstring>{L"yes"}, creo::ProConfigoptArrayGet(L"remember_replaced_components").value);
   EXPECT_EQ(L"GEAR.PRT GEAR_2.PRT", uses(L"TOP", ProMdlType::assembly));
 }
@@ -92,9 +93,9 @@ TEST_F(ReplaceModel, ADrawingShowsAnotherModel) {
   EXPECT_EQ(
       L"B0 Replace model|GEAR.PRT is replaced by WHEEL.ASM|"
       L"B1 Replace model|E:WHEEL.ASM can't be replaced by NUT.PRT, which the drawing has already",
-      run(task("replaceModel", "namef_0='GEAR' namet_0='wheel.asm'") +
-              task("replaceModel", "namef_0='WHEEL' namet_0='nut.prt'"),
-          L"SHEET", ProMdlType::drawing));
+      lastRow(run(task("replaceModel", "namef_0='GEAR' namet_0='wheel.asm'") +
+                      task("replaceModel", "namef_0='WHEEL' namet_0='nut.prt'"),
+                  L"SHEET", ProMdlType::drawing)));
   const headless::ModelRecord& sheet = record(L"SHEET", ProMdlType::drawing);
   EXPECT_EQ(L"WHEEL.ASM GONE.PRT NUT.PRT GEAR_2.PRT", uses(L"SHEET", ProMdlType::drawing));
   EXPECT_EQ("WHEEL.asm", sheet.views[0].model);
@@ -111,7 +112,8 @@ TEST_F(ReplaceModel, ModelsThatNothingShowsAreRemoved) {
       L"GEAR_2.PRT stays: a table or a text refers to it|"
       L"B1 Remove unused drawing models|NUT.PRT stays: a table or a text refers to it|"
       L"GEAR_2.PRT stays: a table or a text refers to it|No model is removed",
-      run(task("removeUnusedDrawingModels") + task("removeUnusedDrawingModels"), L"SHEET", ProMdlType::drawing));
+      lastRow(
+          run(task("removeUnusedDrawingModels") + task("removeUnusedDrawingModels"), L"SHEET", ProMdlType::drawing)));
   const headless::ModelRecord& sheet = record(L"SHEET", ProMdlType::drawing);
   EXPECT_EQ(L"GEAR.PRT NUT.PRT GEAR_2.PRT", uses(L"SHEET", ProMdlType::drawing));
   EXPECT_EQ("&model_name:3 and &model_name:1 &:2 &X:d", sheet.notes[0].lines[0].text());

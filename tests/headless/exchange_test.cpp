@@ -29,7 +29,7 @@ class ExchangeTest : public test::HeadlessSession {
         {"name": "PLATE", "type": "prt"}, {"name": "BONES", "type": "prt"},
         {"name": "PIN", "type": "prt", "placement": {"position": [10, 20, 5]}},
         {"name": "PIN", "type": "prt", "placement": {"position": [30, 20, 5], "zAxis": [0, 1, 0]}},
-        {"name": "PIN", "type": "prt", "feature": 9}]})");
+        {"name": "PIN", "type": "prt", "feature": 9}])");
     return retrieve(L"GEAR", ProMdlType::assembly);
   }
   static constexpr double kPin = kPi * 0.01 * 25.4 * 25.4 * 25.4;  // of its volume in mm^3

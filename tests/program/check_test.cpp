@@ -29,8 +29,6 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
        ":4: B0: action 'writeToCreoLog' has version '2'; this version carries out '3'"},
       {"<task type='saveModel' version='3' forPRT='false'/>",
        ":4: B0: action 'saveModel' is for no model: forPRT, forASM and forDRW are all missing or 'false'"},
-      {"<task type='exportStep' version='4' forPRT='true'/>",
-       ":4: B0: action 'exportStep' isn't carried out by this version"},
       {"<task type='getRegExpCheck' version='3'/>", ":4: B0: action 'getRegExpCheck' does nothing"},
       {"<task type='openXLSReport' version='3'/>",
        ":4: B0: action 'openXLSReport' was removed; 'openCSVReport' takes its place"},

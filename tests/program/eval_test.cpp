@@ -132,7 +132,7 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
       "no   B4 saveModel: forPRT is 'false'\n"
       "no   B5 hammer: there is no such action\n"
       "no   B6 isInstance: it is a filter: its answer is dropped\n"
-      "no   B7 exportStep: this version doesn't carry it out\n"
+      "no   B7 exportStep: forPRT is missing\n"
       "no   B8 saveModel: its filter refuses: item 1 fails\n"
       "       1  parameter param=\"MATERIAL\" value=\"iron\"\n"
       "           \"MATERIAL\" against \"MATERIAL\": match\n"

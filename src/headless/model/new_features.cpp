@@ -7,6 +7,7 @@
 #include "creo/ProXsec.h"
 #include "headless/model/datums.h"
 #include "headless/model/features.h"
+#include "headless/model/insert_feature.h"
 #include "headless/model/items.h"
 #include "headless/model/layers.h"
 #include "text/encoding.h"
@@ -46,12 +47,6 @@ const Value* valueOf(const ProElement& tree, int id) {
 
 // ---- what each new feature has
 
-int freeFeatureId(const Model& solid) {
-  int last = 0;
-  for (const TreeFeature& one : solid.document->tree.all(solid.document->record)) last = std::max(last, one.id);
-  return last + 1;
-}
-
 // An id whose symbol is no other dimension's name either.
 int freeDimensionId(const ModelRecord& record) {
   int last = 0;
@@ -74,32 +69,6 @@ std::string addDimension(ModelRecord& record, FeatureRecord& feature, double val
   return symbolOf(added);
 }
 
-// Puts the feature where insert mode says, at the end of the features without; the next one comes behind it.
-void insertFeature(ModelDocument& document, FeatureRecord feature) {
-  ModelRecord& record = document.record;
-  auto& held = record.features;
-  const int place = record.insertAfter;
-  // Numbers that are written down move on; a feature without one has that of its place.
-  const auto numberOf = [&](const FeatureRecord& one) {
-    return one.number > 0 ? one.number : static_cast<int>(&one - held.data()) + 1;
-  };
-  auto behind = held.end();
-  int last = 0;
-  for (auto one = held.begin(); one != held.end(); ++one) {
-    last = std::max(last, numberOf(*one));
-    if (place > 0 && numberOf(*one) == place) behind = one + 1;
-  }
-  const bool areNumbered = std::any_of(held.begin(), held.end(), [](const auto& one) { return one.number > 0; });
-  const bool isInside = place > 0 && behind != held.end();
-  if (areNumbered) {
-    for (FeatureRecord& one : held)
-      if (isInside && one.number > place) ++one.number;
-    feature.number = (isInside ? place : last) + 1;
-  }
-  if (place > 0) ++record.insertAfter;
-  held.insert(behind, std::move(feature));
-}
-
 void putOnDefaultLayers(ModelDocument& document, creo::ProMdl handle, int feature, int type) {
   for (const auto& [kind, ofType] : kDefaultLayerKinds) {
     if (ofType != type) continue;
@@ -114,7 +83,6 @@ int finish(const Model& solid, FeatureRecord feature, const SolidRecord& datums)
   ModelDocument& document = *solid.document;
   const int id = feature.id, type = feature.type;
   insertFeature(document, std::move(feature));
-  document.tree.changed();
   document.record.solid = rawSolid(datums);
   document.solidChanged();
   putOnDefaultLayers(document, solid.handle, id, type);
@@ -158,7 +126,7 @@ Got<int> createDatum(const Model& solid, const ProElement& tree) {
     offsets.push_back(*offset);
   }
   FeatureRecord feature;
-  feature.id = freeFeatureId(solid);
+  feature.id = freeFeatureId(*solid.document);
   feature.type = *type;
   feature.name = text::toUtf8(*name);
   feature.typeName = isPoint ? "DATUM POINT" : "DATUM PLANE";
@@ -216,7 +184,7 @@ Got<int> createPattern(const Model& solid, int leader, const ProElement& tree) {
   const std::string csys = point->csys;
   const Measures position = point->placement->position;
   FeatureRecord feature;
-  feature.id = freeFeatureId(solid);
+  feature.id = freeFeatureId(*solid.document);
   feature.type = creo::kPatternFeature;
   feature.typeName = "PATTERN";
   // A dimension's value takes its place in the position; the others stay as they are.

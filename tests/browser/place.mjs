@@ -43,7 +43,7 @@ export class Place {
     const folder = path.join(this.packages, packed);
     fs.mkdirSync(path.join(folder, 'actionlists'), { recursive: true });
     fs.mkdirSync(path.join(folder, 'system'), { recursive: true });
-    fs.writeFileSync(path.join(folder, 'system/index.kvane'), 'Package <script>document.title="broken"</script>\n"Größe" & more\n');
+    fs.writeFileSync(path.join(folder, 'system/index.kvane'), 'Package\n"Größe" & <script>document.title="broken"</script>\n');
     const xml = `<list>\n<head/>\n<body>\n${body}\n</body>\n<filter/>\n<foot/>\n</list>\n`;
     fs.writeFileSync(path.join(folder, 'actionlists', name), xml.replaceAll("'", '"'));
   }

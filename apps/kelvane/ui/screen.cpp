@@ -109,7 +109,7 @@ std::string Screen::carryOutAlone(const Deed& deed) {
   --working_;
   if (ran_) barrier_ = Clock::now();
   written_.gather(keepsFiles_);
-  if (keepsFiles_) written_.offer(core::pluginState().logFile);
+  if (ran_) written_.offer(core::pluginState().logFile);
   return fault;
 }
 

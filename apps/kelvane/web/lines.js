@@ -64,7 +64,10 @@ export class Lines {
       element.dataset.line = this.from + i;
       element.classList.toggle('active', this.from + i === this.active);
       element.setAttribute('aria-selected', String(Boolean(line.selected)));
-      this.draw(line, element);
+      // One that stays as it is keeps its elements, so that a press meets what it began on.
+      const now = JSON.stringify(line) + (this.shape?.() ?? '');
+      if (element.drawn !== now) this.draw(line, element);
+      element.drawn = now;
     });
     kept.slice(this.lines.length).forEach((element) => element.remove());
     const active = this.body.querySelector('.active');
@@ -92,7 +95,8 @@ export class Lines {
     const steps = { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -this.total, End: this.total };
     if (!(event.key in steps) || event.ctrlKey || event.altKey) return false;
     event.preventDefault();
-    this.activate(this.active < 0 ? 0 : this.active + steps[event.key]);
+    const step = steps[event.key];
+    this.activate(this.active < 0 && Math.abs(step) === 1 ? 0 : Math.max(this.active, 0) + step);
     return true;
   }
 }
@@ -166,6 +170,7 @@ export function table(dialog, name, columns, menu) {
     element.replaceChildren(...row.cells.map((cell, i) => cellOf(cell, columns()[i])));
     element.style.gridTemplateColumns = template(columns());
   });
+  lines.shape = () => template(columns());
   const toggle = (row, column) => {
     const parts = row ? row.cells.map((cell) => cell.component) : [];
     const part = column == null ? parts.find((one) => one && one.kind === 'checkbutton' && one.enabled) : parts[column];
@@ -177,10 +182,12 @@ export function table(dialog, name, columns, menu) {
   lines.element.addEventListener('click', (event) => {
     const index = lines.lineOf(event), row = lines.at(index);
     if (!row) return;
+    const cell = event.target.closest('.cell');
+    const column = cell ? [...cell.parentElement.children].indexOf(cell) : -1;
     lines.activate(index);
     if (event.target.type === 'checkbox') {
       event.preventDefault(); // the session says how it stands
-      toggle(row, [...event.target.closest('.line').children].indexOf(event.target.closest('.cell')));
+      toggle(row, column);
     } else if (event.ctrlKey || event.metaKey) {
       mark(row.selected ? marked().filter((one) => one !== row.name) : [...marked(), row.name]);
     } else if (event.shiftKey && anchor >= 0) {

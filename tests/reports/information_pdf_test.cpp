@@ -300,6 +300,19 @@ TEST_F(InformationPdf, AManyPagedModelIsWrittenWhole) {
   EXPECT_THAT(said("qpdf --check '" + path() + "'"), HasSubstr("No syntax or stream encoding errors"));
 }
 
+TEST_F(InformationPdf, AnUmlautHasItsDots) {
+  write("customText='true' custextc='2' custext_0='u' custext_1='ü'");
+  const auto words = this->words();
+  // Ink of a letter, at four dots a point.
+  const auto ink = [&](const char* letter) {
+    const int top = (841 - words.find(letter)->second.y - 10) * 4;
+    return std::stod(said("pdftoppm -q -r 288 -gray '" + path() + "' 2>/dev/null | convert - -crop 28x44+400+" +
+                          std::to_string(top) + " -format '%[fx:10000*(1-mean)]' info:"));
+  };
+  ASSERT_GT(ink("u"), 100);
+  EXPECT_GT(ink("ü"), 1.1 * ink("u"));
+}
+
 TEST_F(InformationPdf, ThePictureStandsBesideTheFactsAndGoesFromTheDisk) {
   const std::wstring log = write("image='true' units='true' parameter='true'");
   EXPECT_THAT(log, testing::HasSubstr(L"Create Image|t:\\pdf_image.jpg|Report unit system"));

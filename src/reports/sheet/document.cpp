@@ -51,7 +51,7 @@ Document::~Document() {
 }
 
 std::wstring Document::useFont(const std::wstring& path) {
-  const auto file = os::files().read(path);
+  auto file = os::files().read(path);
   if (!file) return text::fromUtf8(file.error.message());
   if (std::wstring fault = fontFault(file.value); !fault.empty()) return fault;
   HPDF_Doc doc = docOf(document_);
@@ -60,6 +60,7 @@ std::wstring Document::useFont(const std::wstring& path) {
   const char* name = HPDF_LoadTTFontFromFile(doc, os::mounts().machine(path).c_str(), HPDF_TRUE);
   font_ = name ? HPDF_GetFont(doc, name, kEncoding) : nullptr;
   if (!font_) return L"it can't be used";
+  fontFile_ = std::move(file.value);
   addPage();
   return page_ ? L"" : L"there is no page";
 }
@@ -132,8 +133,15 @@ bool Document::picture(std::string_view jpeg, double x, double y, double width, 
   return image != nullptr;
 }
 
+void Document::completeGlyphs() const {
+  auto* font = static_cast<HPDF_FontAttr>(fontOf(font_)->attr);
+  auto* face = static_cast<HPDF_TTFontDefAttr>(font->fontdef->attr);
+  markComponents(fontFile_, {face->glyph_tbl.flgs, face->num_glyphs});
+}
+
 std::string Document::bytes() {
   HPDF_Doc doc = docOf(document_);
+  completeGlyphs();
   if (HPDF_SaveToStream(doc) != HPDF_OK) {
     goOn();
     return {};

@@ -48,6 +48,8 @@ class Document {
   std::string bytes();
 
  private:
+  // The library takes the glyphs in that texts show, and what these are made of, but no deeper.
+  void completeGlyphs() const;
   // After a fault the library does nothing more until it is told that it may.
   void goOn();
 
@@ -55,6 +57,7 @@ class Document {
   void* document_ = nullptr;
   void* page_ = nullptr;
   void* font_ = nullptr;
+  std::string fontFile_;  // its bytes
   double width_ = 0, height_ = 0;
   std::vector<std::int16_t> advances_;  // of each character, in thousandths of the size; -1: not asked yet
 };

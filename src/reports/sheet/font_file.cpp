@@ -1,6 +1,6 @@
 #include "reports/sheet/font_file.h"
 
-#include <cstdint>
+#include <vector>
 
 #include "text/encoding.h"
 #include "text/format.h"
@@ -56,6 +56,51 @@ bool mapsUnicode(std::string_view cmap) {
   return false;
 }
 
+// The outlines of glyphs.
+class Outlines {
+ public:
+  explicit Outlines(std::string_view font) {
+    const Tables tables(font);
+    glyphs_ = tables.table("glyf");
+    places_ = tables.table("loca");
+    const std::string_view head = tables.table("head");
+    isLong_ = head.size() >= kFormatAt + 2 && number(head, kFormatAt, 2) != 0;
+  }
+  // The numbers of the glyphs that one is made of; none for one of outlines of its own.
+  [[nodiscard]] std::vector<std::size_t> components(std::size_t glyph) const {
+    // How its pieces are described: what stands behind a flag, and in how many bytes.
+    constexpr std::uint64_t kWords = 1, kScale = 8, kMore = 32, kTwoScales = 64, kMatrix = 128;
+    const std::string_view outline = of(glyph);
+    std::vector<std::size_t> all;
+    if (outline.size() < kOutlineHeader || number(outline, 0, 2) < kComposite) return all;
+    std::uint64_t flags = kMore;
+    for (std::uint64_t at = kOutlineHeader; (flags & kMore) && at + 4 <= outline.size();) {
+      flags = number(outline, at, 2);
+      all.push_back(static_cast<std::size_t>(number(outline, at + 2, 2)));
+      at += 4 + (flags & kWords ? 4 : 2);
+      at += flags & kScale ? 2 : flags & kTwoScales ? 4 : flags & kMatrix ? 8 : 0;
+    }
+    return all;
+  }
+
+ private:
+  static constexpr std::uint64_t kFormatAt = 50, kOutlineHeader = 10;  // bytes
+  static constexpr std::uint64_t kComposite = 0x8000;                  // a negative number of contours
+
+  [[nodiscard]] std::string_view of(std::size_t glyph) const {
+    const std::size_t size = isLong_ ? 4 : 2;
+    if ((glyph + 2) * size > places_.size()) return {};
+    const auto place = [&](std::size_t i) {
+      return number(places_, i * size, static_cast<int>(size)) * (isLong_ ? 1 : 2);
+    };
+    const std::uint64_t begin = place(glyph), end = place(glyph + 1);
+    return begin < end && end <= glyphs_.size() ? glyphs_.substr(begin, end - begin) : std::string_view();
+  }
+
+  std::string_view glyphs_, places_;
+  bool isLong_ = false;
+};
+
 }  // namespace
 
 std::wstring fontFault(std::string_view bytes) {
@@ -66,6 +111,22 @@ std::wstring fontFault(std::string_view bytes) {
   for (const std::string_view name : kNeeded)
     if (tables.table(name).empty()) return text::format(L"its table '%s' is missing", text::fromUtf8(name));
   return mapsUnicode(tables.table("cmap")) ? L"" : L"it has no table of Unicode characters";
+}
+
+void markComponents(std::string_view font, std::span<std::uint8_t> used) {
+  const Outlines outlines(font);
+  std::vector<std::size_t> open;
+  for (std::size_t i = 0; i < used.size(); ++i)
+    if (used[i]) open.push_back(i);
+  while (!open.empty()) {
+    const std::size_t glyph = open.back();
+    open.pop_back();
+    for (const std::size_t part : outlines.components(glyph)) {
+      if (part >= used.size() || used[part]) continue;
+      used[part] = 1;
+      open.push_back(part);
+    }
+  }
 }
 
 }  // namespace reports::sheet

@@ -67,11 +67,20 @@ const cases = {
     return page;
   },
 
-  async 'the side dialogs: history, filter and the menu of the right button'(browser, place) {
+  async 'the side dialogs: history, filter, information, the menu of the right button, and the indicator'(browser, place) {
     place.site(2);
     place.list('norm.xml', tasks.norm + tasks.save);
-    const page = await openPage(browser, await place.start());
+    const checks = ['--set', 'kvd_check_parameter=NORM', '--set', 'kvd_check_parameter_value=WN-1'];
+    const page = await openPage(browser, await place.start(checks));
     await openTool(page, 'top.asm');
+    const warning = page.locator('#indicator .warning');
+    await warning.getByText('NORM is not set to WN-1').waitFor();
+    await page.waitForFunction(() => document.querySelector('#indicator img').naturalWidth > 0);
+    await part(page, 'kvaneInfo').click();
+    const info = page.locator('[data-dialog=kvaneinfo]');
+    await info.getByText('kvd_main.cfg: kvd_kvz_path').waitFor();
+    await info.locator('[data-name=kvaneInfoOkBtn]').click();
+    await info.waitFor({ state: 'detached' });
     await choose(page, 'kvaneKVZChooser', 'standards.kvz');
     await choose(page, 'kvaneActionlistChooser', 'norm.xml');
     await row(page, 'P0.PRT').waitFor();

@@ -3,6 +3,7 @@
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
 #include "kelvane/model_folder.h"
+#include "os/paths.h"
 #include "text/encoding.h"
 #include "text/units.h"
 
@@ -140,6 +141,21 @@ json menuOf(Session& session) {
                        {"icon", command ? command->icon : std::string()}});
   }
   return entries;
+}
+
+json indicatorOf(Session& session) {
+  json labels = json::array();
+  const Dialog* window = session.ui().dialog(headless::kWindowDevice);
+  if (!window) return labels;
+  for (const std::string& name : window->overlays()) {
+    const Component* label = window->look(name);
+    const auto* place = label ? std::get_if<std::unique_ptr<headless::LabelPlace>>(&label->content) : nullptr;
+    if (place)
+      labels.push_back({{"name", name},
+                        {"image", text::toUtf8(os::nameOf(text::fromUtf8(label->image)))},
+                        {"help", text::toUtf8((*place)->help)}});
+  }
+  return labels;
 }
 
 json messagesOf(const Session& session, std::size_t from, std::size_t most) {

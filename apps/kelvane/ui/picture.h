@@ -22,6 +22,8 @@ json dialogsOf(headless::Session& session, const Revisions& revisions);
 json windowsOf(headless::Session& session);
 // The entries of the menu bar.
 json menuOf(headless::Session& session);
+// What lies on Creo's own window: a list of name, image and help.
+json indicatorOf(headless::Session& session);
 // Lines of the message area from that one on, of a bounded length and at most `most`, the newest ones.
 json messagesOf(const headless::Session& session, std::size_t from, std::size_t most);
 

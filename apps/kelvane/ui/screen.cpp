@@ -190,6 +190,7 @@ json Screen::picture() {
               {"dialogs", dialogsOf(session_, revisions_)},
               {"windows", windowsOf(session_)},
               {"menu", menuOf(session_)},
+              {"indicator", indicatorOf(session_)},
               {"files", written_.files()},
               {"opened", written_.opened()},
               {"busy", working_ > 0 && open_.empty()},

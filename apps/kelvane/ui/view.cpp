@@ -39,7 +39,8 @@ headless::SessionOptions sessionOf(const RunOptions& options, const RunPlace& pl
 
 // The images that the dialogs may name; those of the language before those of all languages.
 void addImages(std::vector<Served>& files, const std::wstring& textFolder, const std::string& language) {
-  for (const std::wstring& place : {os::joined(textFolder, text::fromUtf8(language)), textFolder}) {
+  const std::wstring ofAll = os::joined(textFolder, L"usascii");
+  for (const std::wstring& place : {os::joined(textFolder, text::fromUtf8(language)), ofAll, textFolder}) {
     const std::wstring folder = os::joined(place, L"resource");
     for (const os::Entry& entry : os::files().list(folder).value) {
       const bool isPng = entry.name.ends_with(L".png"), isGif = entry.name.ends_with(L".gif");

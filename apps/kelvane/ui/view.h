@@ -13,7 +13,7 @@ struct ViewOptions {
   std::string packages;     // a folder of packages, packed or not
   std::string open;         // "GEARBOX.ASM": opened first; empty: none
   std::string language = "en";
-  int port = 0;             // 0: a free one
+  int port = 0;  // 0: a free one
 };
 
 // Prints the address of the pages and serves them until a signal ends it; the exit code.

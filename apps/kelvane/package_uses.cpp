@@ -19,7 +19,7 @@ constexpr PathAttribute kPaths[] = {
     {"addLayerFromTemplate", L"view",   "models",  PathTarget::model},
     {"openCSVReport",       L"file",    "reports", PathTarget::written},
     {"writeListReport",     L"file",    "reports", PathTarget::written},
-    {"writeInformationPDF", L"folder",  "reports", PathTarget::folder},
+    {"writeInformationPDF", L"folder",  "reports", PathTarget::written},
     {"writeInformationPDF", L"font",    "reports", PathTarget::file},
     {"reportFeatureParameter",     L"csvFileName", "reports", PathTarget::written},
     {"editModelParameterFromFile", L"path",        "reports", PathTarget::file},

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <map>
 #include <regex>
-#include <set>
 
 #include "actions/action_fixture.h"
 #include "core/messages.h"
@@ -103,14 +102,13 @@ TEST_F(InformationPdf, EveryTextStandsInItsPlace) {
   write("units='true' accuracy='true' customText='true' custextc='1' custext_0='mine' parameter='true'");
   const auto words = this->words();
   const std::pair<const char*, const char*> places[] = {
-      {"PLATE", "50,791 18"},   {"Length:", "50,746 14"}, {"mm", "100,746 14"},    {"Time:", "50,686 14"},
-      {"value:", "none"},       {"User", "50,616 20"},    {"mine", "100,596 10"},  {"Parameters", "50,566 20"},
-      {"Name", "50,546 15"},    {"Type", "175,546 15"},   {"Value", "225,546 15"}, {"Unit", "325,546 15"},
-      {"PDM", "375,546 15"},    {"Desc.", "425,546 15"},  {"MASS", "50,531 10"},   {"DOUB", "175,531 10"},
-      {"2.5000", "225,531 10"}, {"kg", "325,531 10"},     {"COLOR", "50,516 10"},  {"Farbe", "425,516 10"},
+      {"PLATE", "50,791 18"},  {"Length:", "50,746 14"}, {"mm", "100,746 14"},        {"Time:", "50,686 14"},
+      {"User", "50,616 20"},   {"mine", "100,596 10"},   {"Parameters", "50,566 20"}, {"Name", "50,546 15"},
+      {"Type", "175,546 15"},  {"Value", "225,546 15"},  {"Unit", "325,546 15"},      {"PDM", "375,546 15"},
+      {"Desc.", "425,546 15"}, {"MASS", "50,531 10"},    {"DOUB", "175,531 10"},      {"2.5000", "225,531 10"},
+      {"kg", "325,531 10"},    {"COLOR", "50,516 10"},   {"Farbe", "425,516 10"},
   };
-  for (const auto& [word, where] : places)
-    if (std::string_view(where) != "none") EXPECT_EQ(where, place(words, word)) << word;
+  for (const auto& [word, where] : places) EXPECT_EQ(where, place(words, word)) << word;
   const std::string all = said("pdftotext -bbox -q '" + path() + "' - 2>/dev/null");
   EXPECT_THAT(all, HasSubstr("xMax=\"545.0")) << "the date ends at the right margin";
   EXPECT_THAT(text(), HasSubstr("grün Ω"));
@@ -263,9 +261,8 @@ TEST_F(InformationPdf, LongTextsStayInTheirColumnsAndOnThePage) {
   for (int i = 0; i < 26; ++i) value += "ninechars ";
   test::writeBytes(world.models() + "/" + wide + ".prt.1",
                    R"({"format": 1, "parameters": [{"name": ")" + wide + R"(", "type": "string", "value": ")" + value +
-                       R"(", "description": ")" + std::string(80, 'M') + R"("}], "relations": ["A = ")" +
-                       std::string(0, ' ') + R"(], "features": [{"id": 1, "name": ")" + wide +
-                       R"(", "type": 911, "typeName": "HOLE"}]})");
+                       R"(", "description": ")" + std::string(80, 'M') + R"("}], "features": [{"id": 1, "name": ")" +
+                       wide + R"(", "type": 911, "typeName": "HOLE"}]})");
   run(sheet("parameter='true' rels='true' firstKEs='true' xKEs='3'"), text::fromUtf8(wide));
   const std::string all = said("pdftotext -bbox -q '" + path() + "' - 2>/dev/null");
   static const std::regex item(R"re(xMin="([\d.]+)" yMin="[\d.]+" xMax="([\d.]+)")re");
@@ -296,7 +293,6 @@ TEST_F(InformationPdf, AManyPagedModelIsWrittenWhole) {
   write("parameter='true' rels='true'");
   const std::string all = text();
   for (const char* piece : {"P0 ", "P4999", "/* line 0", "/* line 2999"}) EXPECT_THAT(all, HasSubstr(piece));
-  EXPECT_EQ(1, world.session().calls("ProParameterVisit") > 0);
   EXPECT_THAT(said("qpdf --check '" + path() + "'"), HasSubstr("No syntax or stream encoding errors"));
 }
 
@@ -336,7 +332,6 @@ TEST_F(InformationPdf, AFailingPictureLeavesASheetWithoutAndTheOptionAsItWas) {
 
 TEST_F(InformationPdf, OperationsThatFailAreToldAndTheSheetGoesOn) {
   const std::tuple<const char*, const char*, const wchar_t*> cases[] = {
-      {"ProMdlTypeGet", "", L"E:Model not found"},
       {"ProSolidAccuracyGet", "accuracy='true'", L"E:Accuracy - Error number: -1|E:Accuracy-type error"},
       {"ProParameterVisit", "parameter='true'", L"E:Error: -1"},
       {"ProParameterVisit", "keParameter='true'", L"E:Failure occured while read feature parameter: -1"},
@@ -352,11 +347,10 @@ TEST_F(InformationPdf, OperationsThatFailAreToldAndTheSheetGoesOn) {
   world.open(L"PLATE", ProMdlType::part);
   world.openTool();
   for (const auto& [operation, attributes, line] : cases) {
-    if (std::string_view(operation) == "ProMdlTypeGet") continue;  // the run itself asks before
     world.choose(std::string(operation) + attributes[0] + ".xml");
     world.session().failNext(operation, ProGeneralError);
     world.pressStart();
-    EXPECT_TRUE(world.logHas(std::wstring_view(line).substr(2, 20))) << operation << text::toUtf8(world.log());
+    EXPECT_THAT(test::told(world.log()), testing::HasSubstr(line)) << operation;
   }
 }
 

@@ -22,7 +22,7 @@ constexpr const char* kSheet = R"({"format": 1, "models": [{"name": "GEAR", "typ
   "shownDimensions": [{"model": "GEAR.prt", "id": 1}, {"model": "GEAR.prt", "id": 2}, {"model": "GONE.prt", "id": 1}],
   "notes": [{"id": 1, "lines": ["&model_name:4 and &model_name:1 &:2 &X:d"]}],
   "tables": [{"id": 1, "segments": [{}], "columns": [1], "rows": [1],
-              "repeatRegions": [{"model": 3}], "cells": [{"lines": ["&type:3"]}]}]})";
+              "repeatRegions": [{"model": 3}], "cells": [{"row": 1, "column": 1, "lines": ["&type:3"]}]}]})";
 
 class ReplaceModel : public ActionTest {
  protected:

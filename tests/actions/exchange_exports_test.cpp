@@ -113,6 +113,7 @@ TEST_F(ExchangeExports, EachRefusalHasItsLine) {
     EXPECT_TRUE(world.logHas(line)) << attributes << operation;
     EXPECT_EQ("", files());
   }
+  begin();
   EXPECT_TRUE(
       told(run(task("exportsat", "folder='d:/out' file='a' solids='true'")), L"E:Failure occured while export to sat"));
 }

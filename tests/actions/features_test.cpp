@@ -49,7 +49,8 @@ TEST_F(FeatureActions, ARenamedFeatureKeepsItsColumnAndItsSections) {
       L"B3 Rename feature|E:'BASE' can't become 'cut_2', another feature has that name|"
       L"B4 Rename feature|No feature found|"
       L"B5 Rename feature|E:The attribute 'name' is missing|"
-      L"B6 Rename feature|E:The new name is empty, too long or can't be put together",
+      L"B6 Rename feature|E:The replaced output is to large for this task|E:The new name is empty, too long or can't "
+      L"be put together",
       run(task("renameFeature", "feat='4' featname='BO*' name='BASE'") +
           task("renameFeature", "feat='1' feattype='38' name='CUT'") +
           task("renameFeature", "feat='1' feattype='38' name='CUT'") +
@@ -68,13 +69,17 @@ TEST_F(FeatureActions, ComponentsAndInstancesAreNotRenamed) {
   model("top.asm", R"("features": [{"id": 5, "type": 1000}, {"id": 6, "type": 923}],
                       "components": [{"name": "BRACKET", "type": "prt", "feature": 5}])");
   EXPECT_EQ(L"B0 Rename feature|W:1 components keep the names of their models|FEATURE id 6 -> MID",
-            run(task("renameFeature", "feat='3' name='MID'"), L"TOP", kAssembly));
+            lastRow(run(task("renameFeature", "feat='3' name='MID'"), L"TOP", kAssembly)));
   EXPECT_EQ(L"1 BRACKET|2 MID", tree(L"TOP", kAssembly));
-  World own;
-  writeBytes(own.models() + "/bracket.prt.1", std::string(R"({"format": 1, )") + kSlots + "}");
-  own.list("list.xml", task("renameFeature", "feat='3' name='MID'"));
-  own.runOn(L"PLAIN", kPart, "list.xml");
-  EXPECT_EQ(L"B0 Rename feature|W:Model is a instance, action is canceled", told(own.log()));
+}
+
+TEST_F(FeatureActions, OfAnInstanceAreNotRenamed) {
+  model("bracket.prt", kSlots);
+  const std::wstring all =
+      run("<task type='groupActions' version='3' forPRT='true' forEF='false' reworkMode='1'>"
+          "<subtasks>" +
+          task("renameFeature", "feat='3' name='MID'") + "</subtasks></task>");
+  EXPECT_NE(std::wstring::npos, all.find(L"W:Model is a instance, action is canceled"));
 }
 
 TEST_F(FeatureActions, TheFirstFeaturesAreMadeWhereThereAreNone) {
@@ -102,19 +107,19 @@ TEST_F(FeatureActions, TheFirstFeaturesAreMadeWhereThereAreNone) {
   EXPECT_NE(std::string::npos, world.session().models().documentText(part).value.find(R"("note": "kept")"));
 }
 
-TEST_F(FeatureActions, NewFeaturesComeBehindTheComponentsAndAtThePlaceOfInsertMode) {
+TEST_F(FeatureActions, NewFeaturesComeBehindTheComponents) {
   model("a.prt", R"("commonName": "a")");
   model("top.asm", R"("features": [{"id": 1, "name": "REF"}],
                       "components": [{"name": "A", "type": "prt"}, {"name": "A", "type": "prt"}])");
   const std::string first = task("addFirstKEs", "csys='CS0'");
-  EXPECT_EQ(L"B0 Add first features|CS0 is made", run(first, L"TOP", kAssembly));
+  EXPECT_EQ(L"B0 Add first features|CS0 is made", lastRow(run(first, L"TOP", kAssembly)));
   EXPECT_EQ(L"1 REF|2 A|3 A|4 CS0", tree(L"TOP", kAssembly));
+}
 
-  World own;
-  writeBytes(own.models() + "/a.prt.1", R"({"format": 1, "insertAfter": 1,
-      "features": [{"id": 1, "number": 1, "name": "FIRST"}, {"id": 2, "number": 2, "name": "LAST"}]})");
-  own.list("list.xml", first);
-  own.runOn(L"A", kPart, "list.xml");
+TEST_F(FeatureActions, NewFeaturesComeAtThePlaceOfInsertMode) {
+  model("a.prt", R"("insertAfter": 1,
+      "features": [{"id": 1, "number": 1, "name": "FIRST"}, {"id": 2, "number": 2, "name": "LAST"}])");
+  run(task("addFirstKEs", "csys='CS0'"), L"A");
   const auto model = creo::ProMdlInit(L"A", kPart).value;
   std::wstring names;
   creo::ProSolidFeatVisit(model, [&](const creo::ProFeature& one) {
@@ -122,13 +127,15 @@ TEST_F(FeatureActions, NewFeaturesComeBehindTheComponentsAndAtThePlaceOfInsertMo
     return creo::ProNoError;
   });
   EXPECT_EQ(L"1FIRST 2CS0 3LAST ", names);
-  EXPECT_EQ(2, own.session().models().find(model)->document->record.insertAfter);
+  EXPECT_EQ(2, world.session().models().find(model)->document->record.insertAfter);
 }
 
 TEST_F(FeatureActions, UnbendFeaturesAreSuppressedAndResumed) {
   model("bracket.prt", R"("features": [{"id": 1, "name": "WALL", "typeName": "WALL"},
       {"id": 2, "name": "U", "typeName": "Unbend"}, {"id": 3, "name": "F", "typeName": "FLAT PATTERN"},
       {"id": 4, "name": "GONE", "typeName": "WALL", "status": "suppressed"}])");
+  world.list("back.xml", task("showUnbendFeatures", "show='true'"));
+  world.config("kvd_write_history_in_models=0");
   EXPECT_EQ(
       L"B0 Show unbend features|2 features are suppressed|B1 Show unbend features|0 features are suppressed|"
       L"B2 Show unbend features|E:'show' can't be 'yes', but true or false",
@@ -141,7 +148,6 @@ TEST_F(FeatureActions, UnbendFeaturesAreSuppressedAndResumed) {
     return all;
   };
   EXPECT_EQ("+---", statuses());
-  world.list("back.xml", task("showUnbendFeatures", "show='true'"));
   world.run("back.xml");
   EXPECT_EQ("+++-", statuses());
 }

@@ -94,16 +94,19 @@ std::unique_ptr<RowRecord> ModelDocument::takeRow(RowRecord& row) {
 
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   auto& held = record.dimensions;
-  // Where some have gone, others stand in their places: then the places are looked up anew.
+  // Where some have gone others stand in their places, and new ones have none: then all are looked up anew.
   for (int tries = 0; tries < 2; ++tries) {
     if (dimensions_.size() + referenceDimensions_.size() == 0)
       for (std::size_t i = 0; i < held.size(); ++i)
         (held[i].reference ? referenceDimensions_ : dimensions_).try_emplace(held[i].id, i);
     const auto& places = reference ? referenceDimensions_ : dimensions_;
     const auto found = places.find(id);
-    if (found == places.end()) return nullptr;
-    const std::size_t at = found->second;
-    if (at < held.size() && held[at].id == id && held[at].reference == reference) return &held[at];
+    const bool isNoted = found != places.end();
+    if (!isNoted && dimensions_.size() + referenceDimensions_.size() == held.size()) return nullptr;
+    if (isNoted && found->second < held.size()) {
+      DimensionRecord& one = held[found->second];
+      if (one.id == id && one.reference == reference) return &one;
+    }
     dimensions_.clear();
     referenceDimensions_.clear();
   }

@@ -97,8 +97,8 @@ creo::ProError Dialog::add(const std::string& component, Component content) {
 
 creo::ProError Dialog::addOverlay(const std::string& component, Component content) {
   content.copied = true;
-  const creo::ProError added = components_.try_emplace(component, std::move(content)).second ? creo::ProNoError
-                                                                                             : creo::ProExists;
+  const creo::ProError added =
+      components_.try_emplace(component, std::move(content)).second ? creo::ProNoError : creo::ProExists;
   if (added == creo::ProNoError) overlays_.push_back(component);
   return added;
 }

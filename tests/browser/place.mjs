@@ -7,6 +7,10 @@ import { createRequire } from 'node:module';
 
 // run.mjs PROGRAM SOURCE MODULES: the program, the source tree, the folder into which npm installed.
 export const [program, source, modules] = process.argv.slice(2);
+if (!fs.existsSync(path.join(modules, 'node_modules/playwright-core'))) {
+  console.error('playwright-core is not there: run prepare first');
+  process.exit(77);
+}
 const { chromium } = createRequire(path.join(modules, 'package.json'))('playwright-core');
 const kChromium = ['/usr/bin/chromium', '/usr/bin/chromium-browser'].find((one) => fs.existsSync(one));
 

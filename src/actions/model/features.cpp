@@ -147,7 +147,7 @@ Outcome addFirstFeatures(const Task& task) {
   }
   for (const auto& [attribute, plane] : kPlanes)
     makeNamed(task, attribute,
-              [&](const std::wstring& name) { return creo::ProDefaultPlaneCreate(solid, name, plane); });
+              [&, which = plane](const std::wstring& name) { return creo::ProDefaultPlaneCreate(solid, name, which); });
   return done;
 }
 

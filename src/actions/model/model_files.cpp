@@ -110,8 +110,9 @@ class Needed {
  public:
   explicit Needed(creo::ProMdl model) {
     add(model);
-    for (std::size_t i = 0; i < waiting_.size(); ++i) {
-      const creo::ProMdl one = waiting_[i];
+    std::size_t next = 0;
+    while (next < waiting_.size()) {  // which grows meanwhile
+      const creo::ProMdl one = waiting_[next++];
       if (const auto generic = creo::ProFaminstanceGenericGet(one, false))
         add(generic.value);
       else

@@ -76,7 +76,7 @@ class Importer {
   }
   // Takes what was made out of memory again, users before what they use.
   void undo() {
-    for (auto at = made_.rbegin(); at != made_.rend(); ++at) models_.erase(*at);
+    for (; !made_.empty(); made_.pop_back()) models_.erase(made_.back());
   }
 
  private:

@@ -59,7 +59,8 @@ std::wstring featureName(const ModelFeature& feature) {
 }
 
 int featureType(const ModelFeature& feature) {
-  return feature.isComponent() ? creo::kComponentFeature : feature.record()->type;
+  const FeatureRecord* record = feature.record();
+  return record && !feature.isComponent() ? record->type : creo::kComponentFeature;
 }
 
 std::string featureColumn(const ModelFeature& feature) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headless/model/models.h"
+#include "headless/model/symbols.h"
 
 namespace headless {
 
@@ -34,12 +35,11 @@ Record* recordNamed(std::vector<Record>& records, std::string_view name) {
 }
 // A new record at the end, with a free id. The name isn't looked for.
 template <class Record>
-Record& addRecord(std::vector<Record>& records, std::string name) {
-  int last = 0;
-  for (const Record& one : records) last = std::max(last, one.id);
+Record& addRecord(std::vector<Record>& records, const std::string& name) {
+  const int id = nextId(records);
   Record& added = records.emplace_back();
-  added.id = last + 1;
-  added.name = std::move(name);
+  added.id = id;
+  added.name = name;
   return added;
 }
 

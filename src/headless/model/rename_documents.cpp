@@ -79,12 +79,12 @@ class Undo {
   void created(std::wstring path) { created_.push_back(std::move(path)); }
   void renamed(std::wstring from, std::wstring to) { renamed_.emplace_back(std::move(from), std::move(to)); }
   // Gives the files that couldn't be put back.
-  std::vector<std::wstring> back() const {
+  std::vector<std::wstring> back() {
     std::vector<std::wstring> left;
-    for (auto one = renamed_.rbegin(); one != renamed_.rend(); ++one)
-      if (os::files().rename(one->second, one->first)) left.push_back(one->second);
-    for (auto one = created_.rbegin(); one != created_.rend(); ++one)
-      if (os::files().remove(*one)) left.push_back(*one);
+    for (; !renamed_.empty(); renamed_.pop_back())
+      if (os::files().rename(renamed_.back().second, renamed_.back().first)) left.push_back(renamed_.back().second);
+    for (; !created_.empty(); created_.pop_back())
+      if (os::files().remove(created_.back())) left.push_back(created_.back());
     return left;
   }
 

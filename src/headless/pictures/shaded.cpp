@@ -185,6 +185,7 @@ Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int
   Canvas canvas(2 * width, 2 * height);
   Box box;
   std::vector<Turned> turned;
+  turned.reserve(parts.size());
   for (const ShadedPart& part : parts) turned.push_back(turnedPart(part, view, box));
   if (box.isEmpty()) return halved(canvas.image_);
   const Fit fit(box, 2 * width, 2 * height);

@@ -33,7 +33,7 @@ class Relations {
   // The last value of each name, in the order of the first one.
   [[nodiscard]] const std::vector<Assignment>& assignments() const { return assignments_; }
 
-  // What a name stands for now: an assignment, or the model's value.
+  // The value of a name: what was assigned last, or the model's.
   [[nodiscard]] std::optional<RelationValue> known(std::string_view name) const { return known_(name); }
   void assign(std::string_view name, const RelationValue& value);
 

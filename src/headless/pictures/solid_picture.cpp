@@ -13,7 +13,6 @@ namespace headless {
 
 using creo::Got;
 using creo::ProTransform;
-using creo::ProVector;
 
 namespace {
 

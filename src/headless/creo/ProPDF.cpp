@@ -5,6 +5,7 @@
 #include "headless/exports/export_file.h"
 #include "headless/exports/sheet_pdf.h"
 #include "headless/model/drawing.h"
+#include "headless/pictures/face.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 
@@ -16,15 +17,6 @@ using headless::operation;
 using State = headless::Session::State;
 
 namespace {
-
-// Beside the application's texts, or where the system has it. Empty: nowhere.
-std::wstring fontFile(const State& state) {
-  const std::wstring places[] = {state.options.textFolder + L"FreeSans.ttf",
-                                 L"z:\\usr\\share\\fonts\\truetype\\freefont\\FreeSans.ttf"};
-  for (const std::wstring& place : places)
-    if (os::files().exists(place)) return place;
-  return {};
-}
 
 int integer(const ProPDFoptions& options, ProPDFproperty property, int otherwise, int most) {
   const auto found = options.integers.find(property);
@@ -51,7 +43,7 @@ headless::PdfForm formOf(const State& state, const ProPDFoptions& options) {
   form.title = textOf(options, title);
   form.author = textOf(options, author);
   form.subject = textOf(options, subject);
-  form.fontFile = fontFile(state);
+  form.fontFile = headless::faceFile(state.options.textFolder);
   return form;
 }
 

@@ -26,18 +26,15 @@ struct Paper {
 
 // Paper of a standard size lies across; a drawing's has the sheet's own size.
 Paper paperOf(const ProPrintOptions& options, const Model& model) {
-  if (headless::hasSheets(model.type())) {
-    if (const auto* sheet = headless::sheetOf(*model.document, headless::currentSheetOf(*model.document))) {
-      const ProSheetDimensions size = headless::sheetDimensions(*sheet);
-      const double unit = headless::isInMm(size.size) ? kMmPerInch : 1;
-      return {size.width / unit, size.height / unit};
-    }
-  }
-  if (options.paper == ProSheetSize::variableMm && options.width > 0 && options.height > 0)
-    return {options.width / kMmPerInch, options.height / kMmPerInch};
   headless::SheetRecord standard;
   standard.size = options.paper;
-  const ProSheetDimensions size = headless::sheetDimensions(standard);
+  const bool isDrawing = headless::hasSheets(model.type());
+  if (!isDrawing && options.paper == ProSheetSize::variableMm && options.width > 0 && options.height > 0)
+    return {options.width / kMmPerInch, options.height / kMmPerInch};
+  const headless::ModelDocument& document = *model.document;
+  const headless::SheetRecord* sheet =
+      isDrawing ? headless::sheetOf(document, headless::currentSheetOf(document)) : nullptr;
+  const ProSheetDimensions size = headless::sheetDimensions(sheet ? *sheet : standard);
   const double unit = headless::isInMm(size.size) ? kMmPerInch : 1;
   return {size.width / unit, size.height / unit};
 }

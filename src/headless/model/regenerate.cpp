@@ -76,7 +76,7 @@ class Names {
 
   // The same for the body: a dimension stands at its bound. The lower tolerance counts downwards.
   [[nodiscard]] std::optional<RelationValue> bodyValue(std::string_view name) const {
-    const auto held = value(name);
+    auto held = value(name);
     const auto place = dimensions_.find(folded(name));
     if (!held || place == dimensions_.end() || findParameter(*model_.document, model_.row, name)) return held;
     const DimensionRecord& dimension = model_.document->record.dimensions[place->second];
@@ -226,9 +226,9 @@ class RelationRun {
 
  private:
   static ParameterRecord* find(ParameterList& own, std::string_view name) {
-    for (ParameterRecord& one : own.list)
-      if (sameName(one.name, name)) return &one;
-    return nullptr;
+    const std::size_t place =
+        own.index.find(name, own.list.size(), [&](std::size_t i) -> std::string_view { return own.list[i].name; });
+    return place < own.list.size() ? &own.list[place] : nullptr;
   }
 
   Relations ofModel_;

@@ -5,17 +5,15 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "headless/pictures/face.h"
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/sheet_picture.h"
-#include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
 namespace headless {
 namespace {
 
-// The face of texts lies in the application's text folder; without it a picture has no texts.
-constexpr const wchar_t* kFace = L"FreeSans.ttf";
 constexpr double kOblique = 0.2126;  // tangent of 12 degrees
 
 template <auto Free>
@@ -105,7 +103,7 @@ Image imageOf(cairo_surface_t* surface, int width, int height) {
 }  // namespace
 
 Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int width, int height) {
-  const Face face(os::joined(textFolder, kFace));
+  const Face face(faceFile(textFolder));
   const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
   const Canvas canvas(cairo_create(surface.get()));
   if (cairo_status(canvas.get()) != CAIRO_STATUS_SUCCESS)

@@ -1,5 +1,6 @@
 #include "engine/csv_table.h"
 
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
 
@@ -21,7 +22,31 @@ constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr int kNewTable = 324;
 constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
 
-bool holdsNothing(std::string_view record) { return record.find_first_not_of("; \t\n\v\f\r") == record.npos; }
+// Semicolons, blanks, and a separator of another kind.
+bool holdsNothing(std::string_view record, wchar_t separator) {
+  constexpr std::string_view kNothing = "; \t\n\v\f\r";
+  return std::all_of(record.begin(), record.end(), [&](char c) {
+    return kNothing.find(c) != kNothing.npos || static_cast<wchar_t>(static_cast<unsigned char>(c)) == separator;
+  });
+}
+
+// A record's text. In a file that is to be UTF-8 a record that isn't is read as Windows-1252, as in other text files,
+// with a line at the first one: no letter of it would be left otherwise.
+class RecordText {
+ public:
+  explicit RecordText(bool isUtf8) : isUtf8_(isUtf8) {}
+  std::wstring of(std::string_view record, std::size_t line) {
+    if (isUtf8_ && text::isUtf8(record)) return text::fromUtf8(record);
+    if (isUtf8_ && !told_)
+      core::logWrite(text::format(L"Line %d isn't UTF-8, it is read as Windows-1252", static_cast<int>(line)),
+                     core::kWarning);
+    told_ = true;
+    return text::fromWindows1252(record);
+  }
+
+ private:
+  bool isUtf8_, told_ = false;
+};
 
 // fields keeps its texts' room from record to record. What doesn't fit into a cell is left out.
 void splitFields(std::wstring_view record, wchar_t separator, std::vector<std::wstring>& fields) {
@@ -105,7 +130,7 @@ std::wstring_view CsvTable::at(std::size_t line, std::size_t column) const {
 CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding) {
   const bool hasMark = bytes.starts_with(kMark);
   if (hasMark) bytes.remove_prefix(kMark.size());
-  const bool isUtf8 = hasMark || encoding == kUtf8;
+  RecordText wide(hasMark || encoding == kUtf8);
   CsvTable table;
   text::CsvRecords records(bytes);
   std::vector<std::wstring> fields;
@@ -114,8 +139,8 @@ CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view e
       core::logWrite(text::format(L"A quote is never closed: the record of line %d takes in the rest of the file",
                                   static_cast<int>(records.firstLine())),
                      core::kError);
-    if (holdsNothing(record)) continue;
-    splitFields(isUtf8 ? text::fromUtf8(record) : text::fromWindows1252(record), separator, fields);
+    if (holdsNothing(record, separator)) continue;
+    splitFields(wide.of(record, records.firstLine()), separator, fields);
     table.addRecord(fields);
   }
   return table;

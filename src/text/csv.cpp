@@ -27,8 +27,10 @@ bool CsvRecords::next(std::string_view& record) {
 void appendCsvValue(std::wstring& value, std::wstring_view field, std::size_t most) {
   if (field.size() >= 2 && field.front() == L'"' && field.back() == L'"') field = field.substr(1, field.size() - 2);
   for (std::size_t i = 0; i < field.size() && value.size() < most; ++i) {
+    const wchar_t next = i + 1 < field.size() ? field[i + 1] : L'\0';
+    if (field[i] == L'\r' && next == L'\n') continue;
     value += field[i];
-    if (field[i] == L'"' && i + 1 < field.size() && field[i + 1] == L'"') ++i;
+    if (field[i] == L'"' && next == L'"') ++i;
   }
 }
 

@@ -38,8 +38,8 @@ void eachCsvField(std::wstring_view record, wchar_t separator, Take take) {
   }
 }
 
-// Appends what a field says: its surrounding quotes go, doubled ones become one. What is over `most` characters is left
-// out.
+// Appends what a field says: its surrounding quotes go, doubled ones become one, and so does CR LF, which is how a file
+// writes a line feed. What is over `most` characters is left out.
 void appendCsvValue(std::wstring& value, std::wstring_view field, std::size_t most = std::wstring::npos);
 
 }  // namespace text

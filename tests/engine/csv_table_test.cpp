@@ -32,11 +32,14 @@ TEST(ParseCsv, ReadsCellsByTheirQuotes) {
   const Row rows[] = {
       {"a;\"b;c\";d\r\n1;2;3\r\n", L';', L"", L"a|b;c|d\n1|2|3\n"},
       {"h\n\"say \"\"hi\"\"\"\n", L';', L"", L"h\nsay \"hi\"\n"},
-      {"h,k\n\"two\r\nlines\",x\n", L',', L"", L"h|k\ntwo\r\nlines|x\n"},
+      {"h,k\n\"two\r\nlines\",x\n", L',', L"", L"h|k\ntwo\nlines|x\n"},
+      {"h\n\"a\rb\r\n\"\n", L';', L"", L"h\na\rb\n\n"},
+      {",,\nh,k\n , ;\n1,2\n,,,\n;,x\n", L',', L"", L"h|k\n1|2\n;|x\n"},
       {";; \n\na;b\n ;; ;\n1\n1;2;3\n", L';', L"", L"a|b\n1|\n1|2\n"},
       {"\xEF\xBB\xBF\xC3\xA4\n\xE2\x82\xAC\n", L';', L"", L"\u00E4\n\u20AC\n"},
       {"\xE4\n\x80\n", L';', L"", L"\u00E4\n\u20AC\n"},
       {"\xC3\xA4\n", L';', L",ccs=UTF-8", L"\u00E4\n"},
+      {"\xC3\xA4\nGeh\xE4use\n\xF6\n", L';', L",ccs=UTF-8", L"\u00E4\nGeh\u00E4use\n\u00F6\n"},
       {"a;b\n\"x;1\ny;2", L';', L"", L"a|b\n\"x;1\ny;2|\n"},
       {"a\n\"\"\n\"\n", L';', L"", L"a\n\n\"\n"},
       {"", L';', L"", L"\n"},
@@ -46,6 +49,8 @@ TEST(ParseCsv, ReadsCellsByTheirQuotes) {
   for (const Row& row : rows)
     EXPECT_EQ(shown(parseCsv(row.text, row.separator, row.encoding)), row.expected) << row.text;
   EXPECT_TRUE(world.logHas(L"A quote is never closed: the record of line 2 takes in the rest of the file"));
+  EXPECT_TRUE(world.logHas(L"Line 2 isn't UTF-8, it is read as Windows-1252\n"));
+  EXPECT_FALSE(world.logHas(L"Line 3 isn't UTF-8"));
 }
 
 TEST(ParseCsv, CutsCellsAndTakesRecordsOfAnyLength) {

@@ -15,7 +15,6 @@ namespace {
 
 constexpr int kTitlePath = 17, kTitleFilename = 18;
 constexpr std::size_t kFileNameField = 101;
-constexpr int kLayoutFile = 19;  // Creo's number of a kind of file that has no dependencies to follow
 
 // What a file's name says of its model; unused: nothing.
 struct NamedModel {
@@ -77,8 +76,9 @@ class DependencyWalk {
       core::logWrite(L"Circular: '" + name, core::kWarning);
       return true;
     }
-    if (used.type == kLayoutFile || walked_.contains(name)) return false;
-    const auto model = creo::ProMdlnameRetrieve(used.name, static_cast<creo::ProMdlType>(used.type));
+    const auto type = static_cast<creo::ProMdlType>(used.type);
+    if (type == creo::kLayoutType || walked_.contains(name)) return false;
+    const auto model = creo::ProMdlnameRetrieve(used.name, type);
     if (model)
       enter(model.value, std::move(name));
     else

@@ -65,7 +65,7 @@ bool equals(const creo::ProParamvalue& held, std::wstring_view value) {
       return matches(value, held.string);
     case creo::ProParamvalueType::integer:
       return hasForm(value, engine::kIntegerPattern, kNoInteger) &&
-             noted(L"=", value, held.integer, text::parseInt(value) == held.integer);
+             noted(L"=", value, held.integer, text::parseDouble(value) == held.integer);  // beyond int, too
     case creo::ProParamvalueType::real:
       return hasForm(value, engine::kDoublePattern, kNoDouble) &&
              noted(L"=", value, held.real, text::parseDouble(value) == held.real);

@@ -123,6 +123,13 @@ const core::XmlNode* filterFileBlock(const core::XmlDocument& document) {
   return holdsGroups ? top : root;
 }
 
+bool holdsItems(const core::XmlNode& block) {
+  bool any = false;
+  core::xmlEachChild(
+      block, [&any](const core::XmlNode& child) { any = any || (isGroup(child) && core::xmlChildCount(&child) > 0); });
+  return any;
+}
+
 int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup) {
   const Predicate* predicate = findPredicate(type);
   if (!predicate) {

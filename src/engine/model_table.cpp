@@ -261,10 +261,13 @@ void setGlobalFilter(std::string_view name) {
   core::creoLog(L"glob Filter");
   const std::wstring path = pathInPackage(L"filters\\", name);
   filter = load(path);
+  if (!filter.broken) filter.block = documents::filterFileBlock(*filter.document);
+  // An empty file, as a copy that broke off leaves it, isn't a filter that lets every model pass.
+  filter.broken = !filter.block;
   if (filter.broken)
     core::logWrite(text::format(L"The filter %s can't be read, no model passes it", path), core::kError);
-  else
-    filter.block = documents::filterFileBlock(*filter.document);
+  else if (!documents::holdsItems(*filter.block))
+    core::logWrite(text::format(L"The filter %s holds no items, every model passes it", path), core::kWarning);
 }
 
 void loadGlobalFilter(std::string_view name) {

@@ -28,8 +28,8 @@ struct TypeFilters {
 };
 TypeFilters readTypeFilters();
 
-// Loads a filter file of the package ("parts.xml") for the whole table, clears and rebuilds. A file that can't be read
-// is an error line and refuses every model.
+// Loads a filter file of the package ("parts.xml") for the whole table, clears and rebuilds. A file that can't be read,
+// or has no element, is an error line and refuses every model; one without items is a warning line and lets all pass.
 void loadGlobalFilter(std::string_view name);
 // Forgets it, clears and rebuilds.
 void dropGlobalFilter(creo::ProMdl start);

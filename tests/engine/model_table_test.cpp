@@ -161,6 +161,8 @@ TEST_F(ModelTable, AFilterFileJudgesEveryCandidateUntilItIsDropped) {
   world.member("filters/shaft.xml", kOnlyShaft);
   world.config("kvd_use_global_filter=0");  // a list's empty filter counts as one in force
   world.member("filters/broken.xml", "<root><i type=\"" + std::string(30'000, 'x') + "\"/></root>");
+  world.member("filters/cut.xml", "");
+  world.member("filters/idle.xml", "<items><i type=\"isSkeleton\" filtertype=\"true\"/></items>");
   show(L"SHEET", ProMdlType::drawing);
   pluginState().useGlobFilterNow = 0;
   engine::refreshModelTable();
@@ -173,6 +175,12 @@ TEST_F(ModelTable, AFilterFileJudgesEveryCandidateUntilItIsDropped) {
   ui().choose("kvanefilter", "kvaneFilterChooser", "broken.xml");
   EXPECT_EQ("", rows()) << "a filter that can't be read lets nothing pass";
   EXPECT_TRUE(world.logHas(L"The filter t:\\open_kvz_standards\\filters\\broken.xml can't be read"));
+  ui().choose("kvanefilter", "kvaneFilterChooser", "idle.xml");
+  EXPECT_EQ("BOLT.PRT GEARBOX.ASM HOUSING.PRT SHAFT.PRT SHEET.DRW UNIT.ASM", rows());
+  EXPECT_TRUE(world.logHas(L"\\filters\\idle.xml holds no items, every model passes it"));
+  ui().choose("kvanefilter", "kvaneFilterChooser", "cut.xml");
+  EXPECT_EQ("", rows()) << "nor does one without an element";
+  EXPECT_TRUE(world.logHas(L"\\filters\\cut.xml can't be read"));
   ui().choose(kMain, "kvaneKVZChooser", "standards.kvz");
   EXPECT_EQ("BOLT.PRT GEARBOX.ASM HOUSING.PRT SHAFT.PRT SHEET.DRW UNIT.ASM", rows())
       << "a package chosen anew starts without one";

@@ -64,6 +64,19 @@ Table& table() {
   return instance;
 }
 
+// For as long as one lives the table is being filled.
+class Filling {
+ public:
+  Filling() { ++count_; }
+  ~Filling() { --count_; }
+  Filling(const Filling&) = delete;
+  Filling& operator=(const Filling&) = delete;
+  [[nodiscard]] static bool goesOn() { return count_ > 0; }
+
+ private:
+  static inline int count_ = 0;
+};
+
 const std::string& dialog() { return core::pluginState().dialogName; }
 
 FilterSource load(const std::wstring& path) {
@@ -179,7 +192,10 @@ std::wstring pathInPackage(std::wstring_view folder, std::string_view name) {
 
 }  // namespace
 
+bool tableIsBeingFilled() { return Filling::goesOn(); }
+
 creo::ProError rebuildModelTable(creo::ProMdl start) {
+  const Filling filling;
   Table& t = table();
   t.rows.resetStatus();
   const Basis basis = currentBasis();

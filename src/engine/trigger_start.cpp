@@ -195,6 +195,10 @@ int fireTrigger(ProMdl model, const std::wstring& list, const std::wstring& hist
     creoLog(L"<KVD> Already inside a run -> break trigger");
     return 0;
   }
+  if (tableIsBeingFilled()) {
+    creoLog(L"<KVD> The table is being filled -> break trigger");
+    return 0;
+  }
   const auto name = ProMdlNameGet(model);
   creoLog(name ? name.value : L"can't read name");
   state.triggerKeepsDialog = showUI;

@@ -9,6 +9,7 @@
 #include "creo/ProNotify.h"
 #include "creo/ProSession.h"
 #include "creo/pfcSession.h"
+#include "engine/model_table.h"
 #include "engine/run.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -40,8 +41,9 @@ ProError fire(Trigger trigger, ProMdl model) {
       fireTrigger(model, settings.startKvz, settings.startRework, settings.startConf, settings.startShowUI, type));
 }
 
-// What a run's own actions do is no event for those triggers that would be told of every one of them.
-bool isBusy() { return pluginState().triggerType != 0 || runGoesOn(); }
+// What a run's own actions do, or the filters that judge the table's models, is no event for those triggers that would
+// be told of every one of them.
+bool isBusy() { return pluginState().triggerType != 0 || runGoesOn() || tableIsBeingFilled(); }
 
 ProError onSave(const ProNotification& /*event*/) { return fire(Trigger::beforeSave, {}); }
 

@@ -425,6 +425,26 @@ TEST_F(Triggers, ARunOfAPersonIsNotDisturbed) {
   EXPECT_EQ("norm.xml", text::toUtf8(pluginState().currentList));
 }
 
+TEST_F(Triggers, AFilterThatRegeneratesAndErasesKeepsItsTable) {
+  world.part(L"BOLT").instance(L"BOLT_M6");
+  world.member("filters/regen.xml",
+               "<root><i type=\"isregenerateable\" filtertype=\"true\" opand=\"true\"/>"
+               "<i type=\"hasInstanceWithName\" filename=\"*M6\" filtertype=\"true\"/></root>");
+  for (const char* key : {"before_solid_regen", "after_solid_regen", "before_erase"}) set(key, "standards say");
+  world.start();
+  openPart(L"BOLT");
+  world.openTool();
+  session().ui().choose("kvanefilter", "kvaneFilterChooser", "regen.xml");
+  EXPECT_EQ(std::vector<std::string>{"BOLT.PRT"}, world.rows());
+  EXPECT_FALSE(ProMdlInit(L"BOLT_M6", ProMdlType::part)) << "the filter built and erased it";
+  EXPECT_EQ(L"", lines(L"did "));
+  EXPECT_TRUE(pluginState().toolOpen);
+  world.closeTool();
+  session().erase();
+  session().settle();
+  EXPECT_EQ(L"did BOLT.prt\n", lines(L"did "));
+}
+
 TEST_F(Triggers, OnlyNewModelsAreCreated) {
   world.drawing(L"TEMPLATE");
   set("after_create", "standards say");

@@ -25,6 +25,9 @@ namespace {
 
 using core::XmlNode;
 
+constexpr const char* kNoItems =
+    "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
+
 std::string attribute(const XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* found = core::attrFind(node.attributes, name);
   return found ? text::toUtf8(found->value) : std::string();
@@ -67,13 +70,10 @@ class Document {
   }
   void checkFilterFile() {
     if (!loaded_) return;
-    const XmlNode& root = *loaded_.document->root();
-    checkFilter(root);
-    core::xmlEachChild(root, [this](const XmlNode& element) {
-      if (element.name == L"filter" || element.name == L"root") return;
-      add(element,
-          "element '" + text::toUtf8(element.name) + "' is never read; a filter's element is 'root' or 'filter'");
-    });
+    const XmlNode* block = documents::filterFileBlock(*loaded_.document);
+    if (!block) return;
+    checkFilter(*block);
+    if (!documents::holdsItems(*block)) add(*core::xmlChildAt(loaded_.document->root()->children, 0), kNoItems);
   }
 
  private:
@@ -113,9 +113,10 @@ class Document {
     if (row) checkTexts(task);
     checkPaths(task, type);
     addUses(task, usesOfAction(task, type));
-    if (attribute(task, L"forEF") == "true") checkFilter(task);
+    checkSwitchedFilter(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
+    if (type == "editSimpRep") checkComponentFilters(task);
     if (type == "writeListReport") checkListReport(task);
     if (type == "setUserVariable") checkQuestion(task);
     if (type == "setUserVariableFromBoundingBox") checkMeasure(task);
@@ -265,13 +266,35 @@ class Document {
       if (child.name == L"reportFilter") filter = &child;
     });
     if (!filter) return add(task, "reportUniversal without 'reportFilter': its field stays empty");
-    if (attribute(*filter, L"forEF") == "true") checkFilter(*filter);
+    checkSwitchedFilter(*filter);
+  }
+
+  void checkComponentFilters(const XmlNode& task) {
+    core::xmlEachChild(task, [this](const XmlNode& child) {
+      if (child.name == L"insideFilter") checkSwitchedFilter(child);
+    });
   }
 
   void checkListReport(const XmlNode& task) {
     const std::wstring sel = text::fromUtf8(attribute(task, L"sel"));
     if (!hasVariables(sel) && !reports::isListKind(sel))
       add(task, "writeListReport has no list '" + text::toUtf8(sel) + "'");
+  }
+
+  // A switch is compared with "true" and "false" as they stand here: "True" switches a filter off, "False" a type on.
+  void checkSmallLetters(const XmlNode& at, std::wstring_view name) {
+    const std::string value = attribute(at, name), small = text::lower(value);
+    if (value != small && (small == "true" || small == "false")) {
+      add(at, "'" + text::toUtf8(name) + "': '" + value + "' isn't '" + small + "': only small letters count");
+    }
+  }
+
+  // What an action, or what is written like one, asks of a model: its type, then the filter where that is switched on.
+  void checkSwitchedFilter(const XmlNode& node) {
+    for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW", L"forEF"}) checkSmallLetters(node, name);
+    if (attribute(node, L"forEF") != "true") return;
+    checkFilter(node);
+    if (!documents::holdsItems(node)) add(node, kNoItems);
   }
 
   // block: holds groups of items.
@@ -285,6 +308,7 @@ class Document {
         if (!has(item, L"filtertype")) {
           add(item, "filter '" + type + "' has no 'filtertype': its item holds where the test fails");
         }
+        for (const wchar_t* name : {L"filtertype", L"opand"}) checkSmallLetters(item, name);
       });
     });
   }
@@ -298,6 +322,17 @@ class Document {
     for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
       checkAttribute(item, type, row);
     }
+    if (type == "parameter") checkComparedNumber(item);
+  }
+
+  // A comparison with an order or a margin is one of numbers, and reads them up to a comma.
+  void checkComparedNumber(const XmlNode& item) {
+    const std::string order = attribute(item, L"ncomp");
+    const bool isOrdered = order == "1" || order == "2" || order == "4" || order == "5";
+    if (!isOrdered && attribute(item, L"epsilon").empty()) return;
+    const std::string value = attribute(item, L"value");
+    if (value.find(',') != value.npos && isReadAsNumber(text::fromUtf8(value)))
+      add(item, "filter 'parameter', 'value': a number ends at its comma: '" + value + "'");
   }
 
   void checkAttribute(const XmlNode& item, const std::string& type, const documents::PredicateAttribute& row) {
@@ -313,18 +348,24 @@ class Document {
     const bool isPattern = row.kind == pattern || (row.kind == templatePattern && !hasVariables(found->value));
     std::string fault = isPattern ? patternFault(found->value) : std::string();
     // An optional value may be empty: it asks nothing then.
-    if (!isPattern && (row.required || !found->value.empty())) fault = valueFault(found->value, row.kind);
+    if (!isPattern && (row.required || !found->value.empty())) fault = valueFault(found->value, row);
     if (!fault.empty()) {
       add(item, "filter '" + type + "', '" + name + "': " + fault + ": '" + text::toUtf8(found->value) + "'");
     }
   }
-  static std::string valueFault(std::wstring_view value, documents::AttributeKind kind) {
+  static std::string valueFault(std::wstring_view value, const documents::PredicateAttribute& row) {
     using enum documents::AttributeKind;
+    const documents::AttributeKind kind = row.kind;
     if (kind == integer && !isInteger(value)) return "no whole number";
     if (kind == integerOrStar && value != L"*" && !isInteger(value)) return "neither a whole number nor '*'";
     if (kind == number && !isNumber(value)) return "no number";
+    if (kind == plainNumber && !(isNumber(value) && isReadAsNumber(value)))
+      return "no number such as '297' or '-1.5e2'";
     if (kind == truth && value != L"true" && value != L"false") return "neither 'true' nor 'false'";
-    return {};
+    if (row.choices.empty()) return {};
+    const auto choices = text::split(row.choices, L' ');
+    const bool isOne = std::find(choices.begin(), choices.end(), value) != choices.end();
+    return isOne ? std::string() : "none of " + text::toUtf8(text::replaceAll(row.choices, L" ", L", "));
   }
 
   std::string member_;

@@ -109,6 +109,8 @@ std::string patternFault(std::wstring_view text) {
 
 bool isInteger(std::wstring_view text) { return engine::wildcardCompare(engine::kIntegerPattern, text) == 1; }
 
+bool isReadAsNumber(std::wstring_view text) { return engine::wildcardCompare(engine::kDoublePattern, text) == 1; }
+
 bool isNumber(std::wstring_view text) {
   return engine::wildcardCompare(L"/^-?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?$/", text) == 1;
 }

@@ -14,6 +14,9 @@ bool hasVariables(std::wstring_view text);
 // Why the text is no pattern; empty: it is one.
 std::string patternFault(std::wstring_view text);
 bool isInteger(std::wstring_view text);
+// As people write one.
 bool isNumber(std::wstring_view text);
+// As filters tell one from a text: "12,5" and "1-2" are some, ".5" and "+5" aren't.
+bool isReadAsNumber(std::wstring_view text);
 
 }  // namespace kelvane

@@ -14,12 +14,14 @@ enum class AttributeKind {
   integer,
   integerOrStar,
   number,
-  truth,  // "true" or "false"
+  plainNumber,  // of the form by which a filter knows a number, digits first
+  truth,        // "true" or "false"
 };
 struct PredicateAttribute {
   std::wstring_view key, attribute;
   bool required;  // without it the predicate's answer says nothing about the model
   AttributeKind kind;
+  std::wstring_view choices = {};  // the values that mean something, a blank between two; empty: all do
 };
 // In the order of the predicates.
 std::span<const PredicateAttribute> predicateAttributes();

@@ -112,6 +112,23 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "actionlists/clean.xml:5: B0: filter 'parameter', 'epsilon': no number: '1,5'"},
       {filtered("type='parameter' param='A' value='1' epsilon='-1.5e-3' ncomp='x'"),
        ":5: B0: filter 'parameter', 'ncomp': no whole number: 'x'"},
+      {filtered("type='parameter' param='A' value='1' ncomp='6'"),
+       ":5: B0: filter 'parameter', 'ncomp': none of 1, 2, 3, 4, 5: '6'"},
+      {filtered("type='parameter' param='A' value='0,5' ncomp='2'"),
+       ":5: B0: filter 'parameter', 'value': a number ends at its comma: '0,5'"},
+      {filtered("type='parameter' param='A' value='0,5' ncomp='3'"), ""},
+      {filtered("type='sheetsize' hs='.5' he='' hb='1e2'"),
+       ":5: B0: filter 'sheetsize', 'hs': no number such as '297' or '-1.5e2': '.5'"},
+      {filtered("type='isInstance' opand='True'"), ":5: B0: 'opand': 'True' isn't 'true': only small letters count"},
+      {"<task type='saveModel' version='3' forPRT='False' forASM='true' forEF='TRUE'/>",
+       ":4: B0: 'forPRT': 'False' isn't 'false': only small letters count\n"
+       "actionlists/clean.xml:4: B0: 'forEF': 'TRUE' isn't 'true': only small letters count"},
+      {task + "forEF='true'><filtre><f type='isInstance' filtertype='true'/></filtre></task>",
+       ":4: B0: the filter holds no items, so that every model passes it; items stand in an element 'root' or "
+       "'filter'"},
+      {"<task type='editSimpRep' version='4' forASM='true'><insideFilter forPRT='true' forEF='true'><filter>\n"
+       "<f type='isInstanze' filtertype='true'/></filter></insideFilter></task>",
+       ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
   };
   file("standards/models/forms/a3.drw.7", "{}");
   for (const auto& [body, line] : cases) {
@@ -178,13 +195,20 @@ TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {
 TEST_F(Check, MembersAndFilterFilesAreChecked) {
   list("empty.xml", "");
   file("standards/actionlists/empty.xml", "");
-  file("standards/filters/parts.xml", "<parts>\n<root/></parts>");
+  file("standards/filters/cut.xml", "");
+  file("standards/filters/groups.xml", "<root>\n<filter><f type=\"path\" filtertype=\"true\"/></filter></root>");
+  file("standards/filters/named.xml", "<parts>\n<filter><f type=\"path\" filtertype=\"true\"/></filter></parts>");
+  file("standards/filters/parts.xml", "\n<parts><root/></parts>");
   file("standards/filters/steel.xml", "<root>\n<item type=\"parametr\" filtertype=\"true\"/></root>");
   std::filesystem::remove(path("standards/reports/readme.txt"));
   std::filesystem::remove(path("standards/system/index.kvane"));
   EXPECT_EQ(
       "actionlists/empty.xml: it holds no element\n"
-      "filters/parts.xml:1: element 'parts' is never read; a filter's element is 'root' or 'filter'\n"
+      "filters/cut.xml: it holds no element\n"
+      "filters/groups.xml:2: filter 'path' has no 'path'\n"
+      "filters/named.xml:2: filter 'path' has no 'path'\n"
+      "filters/parts.xml:2: the filter holds no items, so that every model passes it; items stand in an element 'root' "
+      "or 'filter'\n"
       "filters/steel.xml:2: unknown filter 'parametr'; did you mean 'parameter'?\n"
       "reports/readme.txt: it is missing; 'kelvane pack' adds it\n"
       "system/index.kvane: it is missing; it holds the description\n",

@@ -17,16 +17,17 @@ constexpr int kNotAKey = -25;
 
 struct Predicate {
   std::wstring_view key;
-  int (*function)(creo::ProMdl model, const core::XmlNode& item);  // null: not carried out by this version
+  int (*function)(creo::ProMdl model, const core::XmlNode& item);
 };
 std::span<const Predicate> predicateTable();
 
-// 1 a family instance, 0 not, 3 on failure or for a drawing.
+// 1 a family instance, 0 not, 3 for a drawing.
 int isInstance(creo::ProMdl model);
 // 1 when the solid has a family table, 0 not, 3 for a drawing.
 int isGeneric(creo::ProMdl model);
+// 1 for a skeleton, 0 for any other model.
 int isSkeleton(creo::ProMdl model);
-// 1 for a drawing of more than one model.
+// 1 for a drawing of more than one model, 0 not, 3 for a model whose type can't be read.
 int isMultiModelDrawing(creo::ProMdl model);
 
 }  // namespace documents

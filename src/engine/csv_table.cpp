@@ -62,6 +62,14 @@ void splitFields(std::wstring_view record, wchar_t separator, std::vector<std::w
   fields.resize(count);
 }
 
+// Why a file is no delimited text, by the bytes that it begins with, and what to do; empty: it may be some.
+std::wstring_view faultOf(std::string_view bytes) {
+  if (bytes.starts_with("PK\x03\x04")) return L"it is a workbook; save it as CSV, or as '.xls'";
+  if (bytes.starts_with("\xD0\xCF\x11\xE0")) return L"it is a workbook; its name must end in '.xls'";
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return L"it is UTF-16; save it as UTF-8";
+  return {};
+}
+
 struct Store {
   std::vector<std::unique_ptr<CsvTable>> tables;
   std::unordered_map<std::wstring, std::size_t> byFile;
@@ -159,6 +167,10 @@ int readCSVtoTable(std::size_t& tableIndex, std::wstring_view path, wchar_t sepa
   const auto bytes = os::files().read(file);
   if (!bytes) {
     core::logWrite(L"Failure while read file", core::kError);
+    return 2;
+  }
+  if (const std::wstring_view fault = faultOf(bytes.value); !fault.empty()) {
+    core::logWrite(text::format(L"Failure while read file %s: %s", file, fault), core::kError);
     return 2;
   }
   tableIndex = store().tables.size();

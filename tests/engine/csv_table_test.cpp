@@ -76,6 +76,18 @@ TEST(ReadCsv, ReadsAFileOnceARun) {
   std::size_t first = 9, second = 9, missing = 9;
   EXPECT_EQ(readCSVtoTable(missing, path, L';', L""), 2);
   EXPECT_TRUE(world.logHas(L"Failure while read file"));
+  const std::pair<std::string, const wchar_t*> others[] = {
+      {"PK\x03\x04...", L"t:\\t.csv: it is a workbook; save it as CSV, or as '.xls'"},
+      {"\xD0\xCF\x11\xE0...", L"t:\\t.csv: it is a workbook; its name must end in '.xls'"},
+      {"\xFF\xFE"
+       "a",
+       L"t:\\t.csv: it is UTF-16; save it as UTF-8"},
+  };
+  for (const auto& [bytes, line] : others) {
+    writeBytes(file, bytes);
+    EXPECT_EQ(readCSVtoTable(missing, path, L';', L""), 2);
+    EXPECT_TRUE(world.logHas(L"Failure while read file " + std::wstring(line)));
+  }
   writeBytes(file, "a\n1\n");
   EXPECT_EQ(readCSVtoTable(first, path, L';', L""), 0);
   writeBytes(file, "b\n2\n");

@@ -4,6 +4,7 @@
 Option Explicit
 
 Const adTypeText = 2, adSaveCreateOverWrite = 2
+Const xlDecimalSeparator = 3, xlThousandsSeparator = 4
 
 Dim excel, book
 Set excel = Nothing
@@ -21,10 +22,15 @@ Function Field(text)
   Field = """" & Replace(text, """", """""") & """"
 End Function
 
-' What a cell shows; "####" of a narrow column would be no value.
+' What a cell shows; "####" of a narrow column would be no value. Numbers have a point and no groups, whatever language
+' this Excel speaks.
 Function CellText(cell)
   CellText = cell.Text
   If Left(CellText, 2) = "##" Then CellText = CStr(cell.Value)
+  If VarType(cell.Value) = vbDouble And IsNumeric(CellText) Then
+    CellText = Replace(CellText, excel.International(xlThousandsSeparator), "")
+    CellText = Replace(CellText, excel.International(xlDecimalSeparator), ".")
+  End If
 End Function
 
 Function SheetText(sheet)

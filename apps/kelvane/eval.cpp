@@ -91,7 +91,7 @@ class Eval : public Verb {
   }
 
   int evaluateFilter(const std::string& bytes, creo::ProMdl model, CapturedLog& log, Console& console) const {
-    const core::XmlLoaded loaded = core::xmlParse(text::fromTextFile(bytes));
+    const core::XmlLoaded loaded = core::xmlParse(bytes);
     if (!loaded) throw Fault(filter_ + ": " + text::toUtf8(loaded.fault));
     const core::XmlNode* block = documents::filterFileBlock(*loaded.document);
     if (!block) throw Fault(filter_ + ": it holds no element");

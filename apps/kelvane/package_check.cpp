@@ -52,7 +52,7 @@ class Document {
       : member_(std::move(member)),
         package_(package),
         findings_(findings),
-        loaded_(core::xmlParse(text::fromTextFile(package.read(member_)))) {
+        loaded_(core::xmlParse(package.read(member_))) {
     if (!loaded_) add(0, "it can't be read: " + text::toUtf8(loaded_.fault));
     if (loaded_ && core::xmlChildCount(loaded_.document->root()) == 0) add(0, "it holds no element");
   }

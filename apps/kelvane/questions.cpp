@@ -120,7 +120,7 @@ class Collector {
 
 std::vector<ListQuestion> questionsOf(const PackageSource& package, const std::string& list) {
   const std::string member = "actionlists/" + list;
-  const core::XmlLoaded loaded = core::xmlParse(text::fromTextFile(package.read(member)));
+  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
   if (!loaded) return {};
   const documents::ActionList sections = documents::actionList(*loaded.document);
   Collector collector(member, *loaded.document);

@@ -63,7 +63,7 @@ std::string modelsFolder(const RunOptions& options) {
 // A list that can't be read would run nothing and still count as having been run.
 void requireReadable(const PackageSource& package, const std::string& list) {
   const std::string member = "actionlists/" + list;
-  const core::XmlLoaded loaded = core::xmlParse(text::fromTextFile(package.read(member)));
+  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
   if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
   if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
 }

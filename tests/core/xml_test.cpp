@@ -166,6 +166,11 @@ TEST(Xml, WhatExceedsALimitIsRefusedWithItsLine) {
   for (const auto& [text, fault] : cases) EXPECT_EQ(fault, shapeOf(text)) << text.substr(0, 10);
 }
 
+TEST(Xml, ADocumentInUtf16IsRefused) {
+  for (const char* bytes : {"\xFF\xFE<\0a\0/\0>\0", "\xFE\xFF\0<\0a\0/\0>"})
+    EXPECT_EQ(L"it is UTF-16; save it as UTF-8", core::xmlParse(std::string_view(bytes, 10)).fault);
+}
+
 TEST(Xml, LinesOfNodes) {
   const auto loaded = core::xmlParse(
       L"<?xml\n?><a>\n\n  <b\n x=\"1\"/><c/>\n</a\n>\n<d x=\"two\nlines\"\n\ty\n=\"2\"/><e/>" + std::wstring(64, L' '));

@@ -199,9 +199,6 @@ class Document {
     if (!path.ends_with('/')) path += '/';
     return anyMember([&](const std::string& member) { return member.starts_with(text::lower(path)); });
   }
-  bool isFile(const std::string& path) const {
-    return anyMember([&](const std::string& member) { return member == text::lower(path); });
-  }
   // The drawing that serves as template, whatever its version.
   void checkTemplate(const XmlNode& task, std::string folder) {
     const core::XmlAttr* name = core::attrFind(task.attributes, L"tmpName");

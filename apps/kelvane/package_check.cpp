@@ -66,7 +66,7 @@ class Document {
     section_ = "list filter";
     action_ = -1;
     place_ = "list filter";
-    if (list.filter) checkFilter(*list.filter);
+    if (list.filter) checkListFilter(*list.filter);
   }
   void checkFilterFile() {
     if (!loaded_) return;
@@ -98,6 +98,7 @@ class Document {
   }
 
   void checkTask(const XmlNode& task) {
+    if (text::lower(attribute(task, L"deak")) == "false") checkSmallLetters(task, L"deak");
     // Switched off by its author: nothing of it is meant to run.
     if (has(task, L"deak") && attribute(task, L"deak") != "false") return;
     const std::string type = attribute(task, L"type");
@@ -292,6 +293,17 @@ class Document {
     if (attribute(node, L"forEF") != "true") return;
     checkFilter(node);
     if (!documents::holdsItems(node)) add(node, kNoItems);
+  }
+
+  // An empty one is what a list without a filter has.
+  void checkListFilter(const XmlNode& filter) {
+    for (const wchar_t* name : {L"active", L"exists"}) checkSmallLetters(filter, name);
+    checkFilter(filter);
+    bool isEmpty = true;
+    core::xmlEachChild(filter, [&isEmpty](const XmlNode& child) {
+      isEmpty = isEmpty && core::xmlChildCount(&child) == 0 && !child.attributes;
+    });
+    if (!isEmpty && !documents::holdsItems(filter)) add(filter, kNoItems);
   }
 
   // block: holds groups of items.

@@ -126,6 +126,13 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {task + "forEF='true'><filtre><f type='isInstance' filtertype='true'/></filtre></task>",
        ":4: B0: the filter holds no items, so that every model passes it; items stand in an element 'root' or "
        "'filter'"},
+      {"<task type='saveModel' version='3' forPRT='true' deak='False'/>",
+       ":4: B0: 'deak': 'False' isn't 'false': only small letters count"},
+      {"</body>\n<filter active='True'><f type='isInstance' filtertype='true'/></filter><foot/></list>",
+       ":5: list filter: 'active': 'True' isn't 'true': only small letters count\n"
+       "actionlists/clean.xml:5: list filter: the filter holds no items, so that every model passes it; items stand in "
+       "an element 'root' or 'filter'"},
+      {"</body>\n<filter active='true'><root/></filter><foot/></list>", ""},
       {"<task type='editSimpRep' version='4' forASM='true'><insideFilter forPRT='true' forEF='true'><filter>\n"
        "<f type='isInstanze' filtertype='true'/></filter></insideFilter></task>",
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},

@@ -54,15 +54,15 @@ CapturedLog::~CapturedLog() {
   os::surroundings().files = disk_;
 }
 
-std::vector<LogLine> CapturedLog::takeTrouble() {
-  std::vector<LogLine> lines;
+std::vector<TroubleLine> CapturedLog::takeTrouble() {
+  std::vector<TroubleLine> lines;
   for (const std::wstring& wide : text::lines(text::fromUtf8(std::exchange(bytes_, {})))) {
     const std::string line = text::toUtf8(wide);
     if (!line.starts_with("1(") && !line.starts_with("2(")) continue;
     // "2(ERR)  0  -  - text": section and number, then action and model, which are empty here.
     std::size_t at = line.find(" - ");
     if (at != line.npos) at = line.find("- ", at + 3);
-    LogLine& taken = lines.emplace_back();
+    TroubleLine& taken = lines.emplace_back();
     taken.level = line[0] - '0';
     taken.text = at == line.npos ? line : line.substr(at + 2);
     taken.text.erase(0, taken.text.find_first_not_of(' '));

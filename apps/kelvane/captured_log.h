@@ -9,7 +9,8 @@
 
 namespace kelvane {
 
-struct LogLine {
+// A warning or an error of the log.
+struct TroubleLine {
   int level = 0;
   std::string text;  // without level, place and action
 };
@@ -22,7 +23,7 @@ class CapturedLog {
   CapturedLog(const CapturedLog&) = delete;
   CapturedLog& operator=(const CapturedLog&) = delete;
   // What was written since the last call: warnings and errors.
-  std::vector<LogLine> takeTrouble();
+  std::vector<TroubleLine> takeTrouble();
 
  private:
   std::shared_ptr<os::Files> disk_;

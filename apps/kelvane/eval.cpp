@@ -83,7 +83,7 @@ class Eval : public Verb {
  private:
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
     const engine::Replaced result = engine::replaceVariables(text::fromUtf8(texts_.front()), model);
-    for (const LogLine& line : log.takeTrouble()) {
+    for (const TroubleLine& line : log.takeTrouble()) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
     if (result.hasText()) console.result(text::toUtf8(result.text));

@@ -36,7 +36,7 @@ std::string answer(int result) {
 
 class Explainer : public documents::FilterWatch {
  public:
-  Explainer(FilterExplanation& into, const std::function<std::vector<LogLine>()>& troubleOf)
+  Explainer(FilterExplanation& into, const std::function<std::vector<TroubleLine>()>& troubleOf)
       : into_(into), troubleOf_(troubleOf) {}
 
   void itemBegins(const core::XmlNode& item) override {
@@ -50,7 +50,7 @@ class Explainer : public documents::FilterWatch {
   void itemEnds(const core::XmlNode&, int result, bool fails) override {
     tellComparisons();
     if (troubleOf_) {
-      for (const LogLine& told : troubleOf_())
+      for (const TroubleLine& told : troubleOf_())
         line(kIndent + std::string(told.level == 2 ? "error: " : "warning: ") + told.text);
     }
     const bool turned = negated_ && result != documents::kNotApplicable;
@@ -97,7 +97,7 @@ class Explainer : public documents::FilterWatch {
   }
 
   FilterExplanation& into_;
-  const std::function<std::vector<LogLine>()>& troubleOf_;
+  const std::function<std::vector<TroubleLine>()>& troubleOf_;
   engine::ComparisonWatch comparisons_;
   int number_ = 0;
   bool negated_ = false;
@@ -107,7 +107,7 @@ class Explainer : public documents::FilterWatch {
 }  // namespace
 
 FilterExplanation explainFilter(const core::XmlNode& block, creo::ProMdl model,
-                                const std::function<std::vector<LogLine>()>& troubleOf) {
+                                const std::function<std::vector<TroubleLine>()>& troubleOf) {
   FilterExplanation explanation;
   if (troubleOf) (void)troubleOf();
   Explainer explainer(explanation, troubleOf);

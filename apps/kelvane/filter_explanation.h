@@ -18,6 +18,6 @@ struct FilterExplanation {
 };
 // Evaluates the block as the plug-in does. troubleOf: warnings and errors of the log since its last call, if given.
 FilterExplanation explainFilter(const core::XmlNode& block, creo::ProMdl model,
-                                const std::function<std::vector<LogLine>()>& troubleOf = {});
+                                const std::function<std::vector<TroubleLine>()>& troubleOf = {});
 
 }  // namespace kelvane

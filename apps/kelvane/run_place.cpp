@@ -60,9 +60,9 @@ std::string modelsFolder(const RunOptions& options) {
   return options.into;
 }
 
-// A list that can't be read would run nothing and still count as having been run.
-void requireReadable(const PackageSource& package, const std::string& list) {
-  const std::string member = "actionlists/" + list;
+// A list that can't be read would run nothing and still count as having been run; a filter that can't lets nothing
+// pass.
+void requireReadable(const PackageSource& package, const std::string& member) {
   const core::XmlLoaded loaded = core::xmlParse(package.read(member));
   if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
   if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
@@ -132,8 +132,11 @@ RunPlace prepareRun(const RunOptions& options) {
   const std::unique_ptr<PackageSource> package = openPackage(options.package);
   place.package = packageFileName(options.package);
   place.list = chosenName(options.list, actionLists(*package), "list");
-  requireReadable(*package, place.list);
-  if (!options.filter.empty()) place.filter = chosenName(options.filter, filters(*package), "filter");
+  requireReadable(*package, "actionlists/" + place.list);
+  if (!options.filter.empty()) {
+    place.filter = chosenName(options.filter, filters(*package), "filter");
+    requireReadable(*package, "filters/" + place.filter);
+  }
   if (!options.select.empty() && engine::wildcardCompare(text::fromUtf8(options.select), L"") < 0) {
     throw Fault("--select: '" + options.select + "' is no expression");
   }

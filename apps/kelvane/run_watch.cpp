@@ -4,11 +4,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/interrupt.h"
+#include "kelvane/log_follower.h"
+#include "kelvane/log_lines.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
 #include "os/surroundings.h"
@@ -43,6 +46,20 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
       progress_(console),
       log_(console, events, options.maxErrors) {
   session_.observe(this);
+}
+
+void RunWatch::tellFilling() {
+  LogFollower follower;
+  int count = 0;
+  for (const std::wstring& written : follower.more(core::pluginState().logFile)) {
+    for (const LogLine& line : logLines(written)) {
+      const std::string text = text::toUtf8(line.text);
+      if (line.level != core::kError || told_.contains(text)) continue;
+      if (options_.maxErrors == 0 || ++count <= options_.maxErrors) tellTrouble(text);
+    }
+  }
+  if (options_.maxErrors > 0 && count > options_.maxErrors)
+    console_.trouble("... and more error lines in the log, from filling the table");
 }
 
 void RunWatch::begin(std::vector<std::string> rows) {

@@ -27,6 +27,8 @@ class RunWatch : public headless::SessionObserver {
 
   // An error line, once only.
   void tellTrouble(const std::string& line);
+  // The errors that filling the table has left in the log, each once: those of the filters that judged.
+  void tellFilling();
   // The rows that are about to be worked, in the run's order.
   void begin(std::vector<std::string> rows);
   // The run is over: what came behind the last model, and the models that never had their turn.

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/log.h"
+#include "core/state.h"
 #include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
@@ -97,6 +98,7 @@ class RunWork {
     driver.openTool(starts);
     driver.fill(starts);
     const RunDriver::Choice choice = driver.choose(options_);
+    watch.tellFilling();
     recap_.skipped = choice.skipped;
     recap_.models += choice.skipped;
     if (choice.skipped > 0) {
@@ -106,6 +108,8 @@ class RunWork {
     if (Interrupt::code() != 0) return finish(Interrupt::code());
     if (choice.rows.empty()) {
       console_.note("no model is left to work");
+      takeCounts();
+      if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
     files_.recorded->forgetAll();
@@ -113,12 +117,16 @@ class RunWork {
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
-    recap_.errors = core::logCounts().errors;
-    recap_.warnings = core::logCounts().warnings;
+    takeCounts();
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
     tellWhatReportsLack(watch, choice.skipped);
     showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  void takeCounts() {
+    recap_.errors = core::logCounts().errors;
+    recap_.warnings = core::logCounts().warnings;
   }
 
   // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.

@@ -166,7 +166,7 @@ TEST_F(Why, TheTableSaysWhyAModelHasNoRow) {
       {"SHAFT.PRT",
        {"--filter", "none"},
        "no   table: no row: the filter file refuses it\n       1  isSkeleton\n           false: the item fails\n"},
-      {"SHAFT.PRT", {"--filter", "broken"}, "no   table: no row: the filter file can't be read\n"},
+      {"SHAFT.PRT", {"--set", "kvd_ext_filter_file=broken.xml"}, "no   table: no row: the filter file can't be read\n"},
   };
   for (const Case& one : cases) EXPECT_EQ(one.line, why(one.model, one.more, 1));
   const Ended ran = kelvane({"run", path("standards"), "clean", models(), "--save", "all"});

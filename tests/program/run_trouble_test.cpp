@@ -37,6 +37,29 @@ TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
   }
 }
 
+TEST_F(RunTrouble, AFilterThatCantJudgeIsToldThoughItLeavesNoModel) {
+  part(L"PLATE");
+  file("standards/filters/cut.xml", "");
+  file("standards/filters/odd.xml", "<root><i type=\"hammer\" filtertype=\"false\"/></root>");
+  const Ended cut = run("norm", {"--filter", "cut"});
+  EXPECT_EQ(2, cut.code);
+  EXPECT_EQ("kelvane: filters/cut.xml: it holds no element\n", cut.err);
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{"--set", "kvd_ext_filter_file=cut.xml"}, "cut.xml can't be read, no model passes it\n"},
+      {{"--filter", "odd"}, "Filter not found: hammer\n"},
+  };
+  for (const auto& [more, line] : cases) {
+    const Ended ended = run("norm", more);
+    EXPECT_EQ(1, ended.code) << line;
+    EXPECT_THAT(recapOf(ended),
+                testing::AllOf(testing::HasSubstr("models=0"), testing::Not(testing::HasSubstr("errors=0"))));
+    const std::size_t told = ended.err.find(line);
+    EXPECT_NE(std::string::npos, told) << ended.err;
+    EXPECT_EQ(std::string::npos, ended.err.find(line, told + 1)) << "once";
+    EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("(ERR)"));
+  }
+}
+
 TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {
   part(L"PLATE");
   file("plain", "a file where a folder should be");

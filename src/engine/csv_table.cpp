@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include "core/log.h"
 #include "engine/compare.h"
@@ -48,18 +49,22 @@ class RecordText {
   bool isUtf8_, told_ = false;
 };
 
-// fields keeps its texts' room from record to record. What doesn't fit into a cell is left out.
-void splitFields(std::wstring_view record, wchar_t separator, std::vector<std::wstring>& fields) {
+// fields keeps its texts' room from record to record. What doesn't fit into a cell is left out: false.
+bool splitFields(std::wstring_view record, wchar_t separator, std::vector<std::wstring>& fields) {
   constexpr std::size_t kMost = text::kTextSize - 1;
   std::size_t count = 0;
+  bool allFit = true;
   text::eachCsvField(record, separator, [&](std::wstring_view field) {
     if (count == fields.size()) fields.emplace_back();
     std::wstring& cell = fields[count++];
     cell.clear();
-    text::appendCsvValue(cell, field, kMost);
-    cell.resize(text::cut(cell, kMost).size());
+    text::appendCsvValue(cell, field, kMost + 1);
+    const std::size_t kept = text::cut(cell, kMost).size();
+    allFit = allFit && kept == cell.size();
+    cell.resize(kept);
   });
   fields.resize(count);
+  return allFit;
 }
 
 // Why a file is no delimited text, by the bytes that it begins with, and what to do; empty: it may be some.
@@ -142,13 +147,18 @@ CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view e
   CsvTable table;
   text::CsvRecords records(bytes);
   std::vector<std::wstring> fields;
+  bool toldOfCut = false;
   for (std::string_view record; records.next(record);) {
     if (records.isUnclosed())
       core::logWrite(text::format(L"A quote is never closed: the record of line %d takes in the rest of the file",
                                   static_cast<int>(records.firstLine())),
                      core::kError);
     if (holdsNothing(record, separator)) continue;
-    splitFields(wide.of(record, records.firstLine()), separator, fields);
+    const bool fit = splitFields(wide.of(record, records.firstLine()), separator, fields);
+    if (!fit && !std::exchange(toldOfCut, true))
+      core::logWrite(text::format(L"Line %d has a cell of more than 259 characters, the rest of it is left out",
+                                  static_cast<int>(records.firstLine())),
+                     core::kWarning);
     table.addRecord(fields);
   }
   return table;

@@ -55,6 +55,10 @@ TEST(ParseCsv, ReadsCellsByTheirQuotes) {
 
 TEST(ParseCsv, CutsCellsAndTakesRecordsOfAnyLength) {
   const std::string wide(20000, 'x');
+  World world;
+  world.start();
+  parseCsv("a;b\n" + std::string(259, 'x') + ";\"" + std::string(259, 'x') + "\"\n", L';', L"");
+  EXPECT_EQ(L"", world.log());
   const CsvTable table = parseCsv(
       "a;b\n\"" + wide + "\";" + wide + "\n" + std::string(258, 'y') + "\xF0\x9F\x98\x80;z\n", L';', L",ccs=UTF-8");
   ASSERT_EQ(table.rowCount(), 2U);
@@ -62,6 +66,8 @@ TEST(ParseCsv, CutsCellsAndTakesRecordsOfAnyLength) {
   EXPECT_EQ(table.cell(0, 1), std::wstring(259, L'x'));
   EXPECT_EQ(table.cell(1, 0), std::wstring(258, L'y'));  // half a character doesn't stay
   EXPECT_EQ(table.cell(1, 1), L"z");
+  EXPECT_TRUE(world.logHas(L"Line 2 has a cell of more than 259 characters, the rest of it is left out\n"));
+  EXPECT_FALSE(world.logHas(L"Line 3"));
   EXPECT_EQ(table.cell(5, 5), L"");
   EXPECT_EQ(table.column(L"B"), 1U);
   EXPECT_EQ(table.column(L"c"), table.columnCount());

@@ -8,6 +8,7 @@
 #include "core/log.h"
 #include "engine/compare.h"
 #include "engine/pattern_kind.h"
+#include "os/paths.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
 #include "text/csv.h"
@@ -30,24 +31,6 @@ bool holdsNothing(std::string_view record, wchar_t separator) {
     return kNothing.find(c) != kNothing.npos || static_cast<wchar_t>(static_cast<unsigned char>(c)) == separator;
   });
 }
-
-// A record's text. In a file that is to be UTF-8 a record that isn't is read as Windows-1252, as in other text files,
-// with a line at the first one: no letter of it would be left otherwise.
-class RecordText {
- public:
-  explicit RecordText(bool isUtf8) : isUtf8_(isUtf8) {}
-  std::wstring of(std::string_view record, std::size_t line) {
-    if (isUtf8_ && text::isUtf8(record)) return text::fromUtf8(record);
-    if (isUtf8_ && !told_)
-      core::logWrite(text::format(L"Line %d isn't UTF-8, it is read as Windows-1252", static_cast<int>(line)),
-                     core::kWarning);
-    told_ = true;
-    return text::fromWindows1252(record);
-  }
-
- private:
-  bool isUtf8_, told_ = false;
-};
 
 // fields keeps its texts' room from record to record. What doesn't fit into a cell is left out: false.
 bool splitFields(std::wstring_view record, wchar_t separator, std::vector<std::wstring>& fields) {
@@ -140,25 +123,31 @@ std::wstring_view CsvTable::at(std::size_t line, std::size_t column) const {
   return std::wstring_view(text_).substr(span.begin, span.length);
 }
 
-CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding) {
+CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding, std::wstring_view file) {
   const bool hasMark = bytes.starts_with(kMark);
   if (hasMark) bytes.remove_prefix(kMark.size());
-  RecordText wide(hasMark || encoding == kUtf8);
+  const bool isUtf8 = hasMark || encoding == kUtf8;
   CsvTable table;
   text::CsvRecords records(bytes);
+  // form: with the record's line.
+  const auto say = [&](std::wstring_view form, int level) {
+    const std::wstring line = text::format(form, static_cast<int>(records.firstLine()));
+    core::logWrite(file.empty() ? line : os::nameOf(file) + L": " + line, level);
+  };
   std::vector<std::wstring> fields;
-  bool toldOfCut = false;
+  bool toldOfBytes = false, toldOfCut = false;
   for (std::string_view record; records.next(record);) {
     if (records.isUnclosed())
-      core::logWrite(text::format(L"A quote is never closed: the record of line %d takes in the rest of the file",
-                                  static_cast<int>(records.firstLine())),
-                     core::kError);
+      say(L"A quote is never closed: the record of line %d takes in the rest of the file", core::kError);
     if (holdsNothing(record, separator)) continue;
-    const bool fit = splitFields(wide.of(record, records.firstLine()), separator, fields);
+    // As in other text files: no letter of it would be left otherwise.
+    const bool isOther = isUtf8 && !text::isUtf8(record);
+    if (isOther && !std::exchange(toldOfBytes, true))
+      say(L"Line %d isn't UTF-8, it is read as Windows-1252", core::kWarning);
+    const std::wstring wide = isUtf8 && !isOther ? text::fromUtf8(record) : text::fromWindows1252(record);
+    const bool fit = splitFields(wide, separator, fields);
     if (!fit && !std::exchange(toldOfCut, true))
-      core::logWrite(text::format(L"Line %d has a cell of more than 259 characters, the rest of it is left out",
-                                  static_cast<int>(records.firstLine())),
-                     core::kWarning);
+      say(L"Line %d has a cell of more than 259 characters, the rest of it is left out", core::kWarning);
     table.addRecord(fields);
   }
   return table;
@@ -184,7 +173,7 @@ int readCSVtoTable(std::size_t& tableIndex, std::wstring_view path, wchar_t sepa
     return 2;
   }
   tableIndex = store().tables.size();
-  store().tables.push_back(std::make_unique<CsvTable>(parseCsv(bytes.value, separator, encoding)));
+  store().tables.push_back(std::make_unique<CsvTable>(parseCsv(bytes.value, separator, encoding, file)));
   store().byFile.emplace(file, tableIndex);
   return 0;
 }

@@ -94,8 +94,9 @@ TEST(ReadCsv, ReadsAFileOnceARun) {
     EXPECT_EQ(readCSVtoTable(missing, path, L';', L""), 2);
     EXPECT_TRUE(world.logHas(L"Failure while read file " + std::wstring(line)));
   }
-  writeBytes(file, "a\n1\n");
-  EXPECT_EQ(readCSVtoTable(first, path, L';', L""), 0);
+  writeBytes(file, "a\n1\n\n\xFF\n");
+  EXPECT_EQ(readCSVtoTable(first, path, L';', L",ccs=UTF-8"), 0);
+  EXPECT_TRUE(world.logHas(L" - t.csv: Line 4 isn't UTF-8, it is read as Windows-1252\n"));
   writeBytes(file, "b\n2\n");
   EXPECT_EQ(readCSVtoTable(second, path, L';', L""), 0);
   EXPECT_EQ(first, second);

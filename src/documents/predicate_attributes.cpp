@@ -57,7 +57,7 @@ constexpr PredicateAttribute kAttributes[] = {
     {L"keFromType", L"featidsel", kOptional, truth},
     {L"keFromType", L"featid", kOptional, integer},
     {L"keFromType", L"feattypesel", kOptional, truth},
-    {L"keFromType", L"feattype", kOptional, integer},
+    {L"keFromType", L"feattype", kOptional, featureCode},
     {L"modelsubtype", L"subtype", kRequired, pattern},
     {L"userVariable", L"param", kRequired, templatePattern},
     {L"userVariable", L"value", kRequired, templatePattern},

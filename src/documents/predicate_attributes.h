@@ -13,6 +13,7 @@ enum class AttributeKind {
   templatePattern,  // with variables, then a pattern
   integer,
   integerOrStar,
+  featureCode,  // a place in the list of feature types
   number,
   plainNumber,  // of the form by which a filter knows a number, digits first
   truth,        // "true" or "false"

@@ -3,7 +3,6 @@
 #include "actions/environment/group_modes.h"
 #include "actions/environment/number_format.h"
 #include "actions/environment/question.h"
-#include "core/messages.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
@@ -368,8 +367,9 @@ class Document {
     const documents::AttributeKind kind = row.kind;
     if (kind == integer && !isInteger(value)) return "no whole number";
     if (kind == integerOrStar && value != L"*" && !isInteger(value)) return "neither a whole number nor '*'";
-    constexpr int kNoFeatureType = 3;
-    if (kind == featureCode && core::featureTypeFromCode(value) == kNoFeatureType) return "no code of a feature type";
+    constexpr int kLastFeatureCode = 246;
+    const bool isCode = isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= kLastFeatureCode;
+    if (kind == featureCode && !isCode) return "no code of a feature type";
     if (kind == number && !isNumber(value)) return "no number";
     if (kind == plainNumber && !(isNumber(value) && isReadAsNumber(value)))
       return "no number such as '297' or '-1.5e2'";

@@ -365,10 +365,6 @@ XmlNode* XmlDocument::root() const { return &store_->root; }
 std::size_t XmlDocument::lineOf(const XmlNode& node) const { return node.line; }
 
 XmlLoaded xmlParse(std::string_view bytes) {
-  // Read as anything else it would be a document that asks for nothing.
-  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
-    return {nullptr, L"it is UTF-16; save it as UTF-8"};
-  }
   std::string recoded;
   if (!text::isUtf8(bytes)) {
     recoded = text::toUtf8(text::fromTextFile(bytes));

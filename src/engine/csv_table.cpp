@@ -54,7 +54,6 @@ bool splitFields(std::wstring_view record, wchar_t separator, std::vector<std::w
 std::wstring_view faultOf(std::string_view bytes) {
   if (bytes.starts_with("PK\x03\x04")) return L"it is a workbook; save it as CSV, or as '.xls'";
   if (bytes.starts_with("\xD0\xCF\x11\xE0")) return L"it is a workbook; its name must end in '.xls'";
-  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return L"it is UTF-16; save it as UTF-8";
   return {};
 }
 
@@ -124,6 +123,11 @@ std::wstring_view CsvTable::at(std::size_t line, std::size_t column) const {
 }
 
 CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding, std::wstring_view file) {
+  std::string recoded;
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
+    recoded = std::string(kMark) + text::toUtf8(text::fromTextFile(bytes));
+    bytes = recoded;
+  }
   const bool hasMark = bytes.starts_with(kMark);
   if (hasMark) bytes.remove_prefix(kMark.size());
   const bool isUtf8 = hasMark || encoding == kUtf8;

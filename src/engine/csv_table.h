@@ -50,12 +50,12 @@ class CsvTable {
   mutable std::unordered_map<std::size_t, ColumnIndex> indexes_;  // by column, made when first asked for
 };
 
-// Reads a table of CSV text. encoding: the suffix of the file mode, ",ccs=UTF-8" or empty for Windows-1252; a UTF-8
-// mark says UTF-8 all the same. Records that hold nothing but separators, ";" and blanks are passed over. Cells are cut
-// to 259 units, with one warning line for all, and CR LF in one is a line feed. A record that isn't UTF-8 where the
-// file should be is read as Windows-1252, with one warning line for all. A quote that is never closed takes in the
-// rest, with an error line that names the line where its record begins. file: stands before these lines' texts, by its
-// name; empty: nothing does.
+// Reads a table of CSV text. encoding: the suffix of the file mode, ",ccs=UTF-8" or empty for Windows-1252; a mark
+// of UTF-8 or UTF-16 says so all the same. Records that hold nothing but separators, ";" and blanks are passed over.
+// Cells are cut to 259 units, with one warning line for all, and CR LF in one is a line feed. A record that isn't UTF-8
+// where the file should be is read as Windows-1252, with one warning line for all. A quote that is never closed takes
+// in the rest, with an error line that names the line where its record begins. file: stands before these lines' texts,
+// by its name; empty: nothing does.
 CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding, std::wstring_view file = {});
 
 // The table of a file, read at the first call. tableIndex: its number, for csvTable. 0, or 2, with a line, where the

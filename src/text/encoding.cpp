@@ -154,7 +154,32 @@ std::wstring fromWindows1252(std::string_view bytes) {
 
 std::string toWindows1252(std::wstring_view text) { return toSingleBytes(text, toWindows1252Byte); }
 
+namespace {
+
+// low: which byte of a pair stands first. A lone surrogate becomes the replacement, half a unit at the end is left out.
+std::wstring fromUtf16(std::string_view bytes, std::size_t low) {
+  const auto unitAt = [&](std::size_t at) {
+    return static_cast<char32_t>(byteAt(bytes, at + low) | (byteAt(bytes, at + 1 - low) << 8U));
+  };
+  std::wstring text;
+  text.reserve(bytes.size() / 2);
+  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+    char32_t code = unitAt(at);
+    const char32_t next = at + 3 < bytes.size() ? unitAt(at + 2) : 0;
+    if (isHighSurrogate(code) && isLowSurrogate(next)) {
+      code = 0x10000 + ((code - 0xD800) << 10U) + (next - 0xDC00);
+      at += 2;
+    }
+    appendCodePoint(text, isSurrogate(code) ? kReplacement : code);
+  }
+  return text;
+}
+
+}  // namespace
+
 std::wstring fromTextFile(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE")) return fromUtf16(bytes.substr(2), 0);
+  if (bytes.starts_with("\xFE\xFF")) return fromUtf16(bytes.substr(2), 1);
   if (bytes.starts_with(kUtf8Mark)) return fromUtf8(bytes.substr(kUtf8Mark.size()));
   return isUtf8(bytes) ? fromUtf8(bytes) : fromWindows1252(bytes);
 }

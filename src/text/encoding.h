@@ -24,8 +24,8 @@ std::string toLatin1(std::wstring_view text);
 std::wstring fromWindows1252(std::string_view bytes);
 std::string toWindows1252(std::wstring_view text);
 
-// A text file's content: a UTF-8 mark is dropped and says UTF-8; without one valid UTF-8 is UTF-8 and anything else
-// is Windows-1252.
+// A text file's content: a mark of UTF-8 or UTF-16 is dropped and says which; without one valid UTF-8 is UTF-8 and
+// anything else is Windows-1252.
 std::wstring fromTextFile(std::string_view bytes);
 
 }  // namespace text

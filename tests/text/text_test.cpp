@@ -73,6 +73,15 @@ TEST(Encoding, ATextFileTellsItsEncoding) {
   EXPECT_EQ(L"\uFFFD", fromTextFile("\xEF\xBB\xBF\xE4"));
   EXPECT_EQ(L"\u00E4", fromTextFile("\xC3\xA4"));
   EXPECT_EQ(L"\u00E4\u20AC", fromTextFile("\xE4\x80"));
+  const std::wstring wide = L"a\u20AC\U0001F600\uFFFDb\uFFFD";
+  EXPECT_EQ(wide, fromTextFile({"\xFF\xFE"
+                                "a\0\xAC\x20\x3D\xD8\x00\xDE\x3D\xD8"
+                                "b\0\x00\xDE!",
+                                17}));
+  EXPECT_EQ(wide, fromTextFile({"\xFE\xFF"
+                                "\0a\x20\xAC\xD8\x3D\xDE\x00\xD8\x3D"
+                                "\0b\xDE\x00",
+                                16}));
 }
 
 TEST(Letters, CaseIsAsciiAndThreeUmlauts) {

@@ -21,8 +21,8 @@ creo::ProError rebuildModelTable(creo::ProMdl start);
 void clearModelTable();
 // Clears and rebuilds for the current model.
 void refreshModelTable();
-// Whether a walk fills the table right now. Filters that judge its models regenerate and erase some of them: no event of
-// that kind may take the table, or the filter that judges, away meanwhile.
+// Whether a walk fills the table right now. Filters that judge its models regenerate and erase some of them: no event
+// of that kind may take the table, or the filter that judges, away meanwhile.
 bool tableIsBeingFilled();
 
 void setTypeFilters(bool part, bool assembly, bool drawing, bool instance, bool currentOnly);

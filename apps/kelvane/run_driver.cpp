@@ -1,7 +1,9 @@
 #include "kelvane/run_driver.h"
 
 #include "core/state.h"
+#include "creo/ProUI.h"
 #include "creo/ProUITable.h"
+#include "documents/package.h"
 #include "engine/compare.h"
 #include "engine/model_table.h"
 #include "headless/proui/ui.h"
@@ -13,7 +15,8 @@ namespace kelvane {
 namespace {
 
 constexpr const char* kTool = "kvanerunner";
-constexpr const char* kFilterDialog = "kvanefilter";
+constexpr const char* kFilterDialog = documents::kFilterDialog;
+constexpr const char* kFilterChooser = "kvaneFilterChooser";
 constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
 
 }  // namespace
@@ -50,7 +53,14 @@ void RunDriver::choosePackage() {
   };
   choose(kTool, "kvaneKVZChooser", place_.package);
   choose(kTool, "kvaneActionlistChooser", place_.list);
-  if (!place_.filter.empty()) choose(kFilterDialog, "kvaneFilterChooser", place_.filter);
+  if (!place_.filter.empty()) choose(kFilterDialog, kFilterChooser, place_.filter);
+}
+
+std::string RunDriver::missingFilter() const {
+  const std::wstring& wanted = core::pluginState().extFilter;
+  const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kFilterDialog, kFilterChooser);
+  const bool judges = chosen && chosen.value != std::vector<std::string>{documents::kNoFilter};
+  return judges ? std::string() : text::toUtf8(wanted);
 }
 
 void RunDriver::fill(const std::vector<ModelFileName>& starts) {

@@ -18,6 +18,8 @@ class RunDriver {
 
   // Loads the plug-in and opens the tool on the first start that can be opened. A Fault with the reason otherwise.
   void openTool(const std::vector<ModelFileName>& starts);
+  // The filter file that the configuration names and the package lacks, so that none judges; empty: all is well.
+  [[nodiscard]] std::string missingFilter() const;
   // Fills the table from each start.
   void fill(const std::vector<ModelFileName>& starts);
 

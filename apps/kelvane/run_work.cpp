@@ -96,6 +96,8 @@ class RunWork {
   int drive(headless::Session& session, RunWatch& watch, const std::vector<ModelFileName>& starts) {
     RunDriver driver(session, place_);
     driver.openTool(starts);
+    if (const std::string missing = driver.missingFilter(); !missing.empty())
+      console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");
     driver.fill(starts);
     const RunDriver::Choice choice = driver.choose(options_);
     watch.tellFilling();

@@ -44,6 +44,10 @@ TEST_F(RunTrouble, AFilterThatCantJudgeIsToldThoughItLeavesNoModel) {
   const Ended cut = run("norm", {"--filter", "cut"});
   EXPECT_EQ(2, cut.code);
   EXPECT_EQ("kelvane: filters/cut.xml: it holds no element\n", cut.err);
+  const Ended lacking = run("norm", {"--set", "kvd_ext_filter_file=none.xml", "-n"});
+  EXPECT_EQ(0, lacking.code);
+  EXPECT_THAT(lacking.err,
+              testing::HasSubstr("warning: the package has no filter 'none.xml' (kvd_ext_filter_file); none judges\n"));
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--set", "kvd_ext_filter_file=cut.xml"}, "cut.xml can't be read, no model passes it\n"},
       {{"--filter", "odd"}, "Filter not found: hammer\n"},

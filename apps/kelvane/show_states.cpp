@@ -1,6 +1,7 @@
 #include "kelvane/show_states.h"
 
 #include "headless/model/items.h"
+#include "headless/model/layer_rules.h"
 #include "kelvane/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -42,7 +43,13 @@ Section layersOf(const Model& model) {
     if (layer.associativeRules) addPiece(kind, "associative");
     if (layer.independentRules) addPiece(kind, "independent");
     if (!kind.empty()) section.rows.push_back({"", "", "by", kind});
-    for (const std::string& rule : layer.rules) section.rows.push_back({"", "", "rule", rule});
+    for (const std::string& rule : layer.rules)
+      section.rows.push_back({"", "", headless::layerRule(rule) ? "rule" : "rule, finds nothing", rule});
+    if (!layer.associativeRules) continue;  // else all that they found lies on the layer
+    std::string found;
+    for (const creo::ProModelitem& item : headless::foundByRules(model, layer))
+      addPiece(found, names(item.type, item.id));
+    if (!found.empty()) section.rows.push_back({"", "", "found now", found});
   }
   return section;
 }

@@ -257,5 +257,24 @@ TEST_F(FamilyTables, BreakUpWithAServerKeepsLooksAndSavesTheGeneric) {
   expectNotIn("BOLT.prt", {"familyTable"});
 }
 
+// What can't be saved outside its table goes back into it, as it was.
+TEST_F(FamilyTables, BreakUpWithAServerPutsBackWhatCannotBeSaved) {
+  bolt(world, R"({"name": "M4", "values": {"SIZE": 4.0, "d1": 40.0, "SLOT": "N"},
+  "parameters": [{"name": "OWN", "type": "string", "value": "kept"}]}, {"name": "M5"})");
+  world.list("list.xml", breakUp + save);
+  ASSERT_TRUE(headless::Vault::create(L"c:\\plm", "plm"));
+  ASSERT_EQ(0, world.start());
+  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+  world.open(L"BOLT", creo::ProMdlType::part);
+  world.openTool();
+  world.choose("list.xml");
+  world.session().failNext("ProMdlSave", creo::ProGeneralError);
+  world.pressStart();
+  expectSaid(told(world.log()), {L"E:The instance 'M4' stays in the family table: it can't be saved"});
+  EXPECT_EQ("bolt.prt.1 bolt.prt.2 m5.prt.1", files());
+  expectIn("BOLT.prt", {R"("M4")", R"("d1":40.0)", R"("SLOT":"N")", R"("kept")"});
+  expectNotIn("BOLT.prt", {R"("M5")"});
+}
+
 }  // namespace
 }  // namespace test

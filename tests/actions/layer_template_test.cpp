@@ -78,6 +78,43 @@ TEST_F(LayerTemplates, GiveNewLayersTheirRules) {
   expectPutBack();
 }
 
+// What rules find is on the layer: once for all, or, where they are associative, whatever fits at the time.
+TEST_F(LayerTemplates, RulesFindWhatLiesOnTheLayer) {
+  writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1, "layers": [{"id": 4, "name": "HELD"}], "features": [
+      {"id": 5, "number": 1, "type": 923, "name": "A_TOP"}, {"id": 6, "number": 2, "type": 923, "name": "SIDE"},
+      {"id": 7, "number": 3, "type": 926, "name": "A_1"}, {"id": 8, "number": 4, "type": 911, "name": "A_HOLE"}],
+      "dimensions": [{"id": 9, "symbol": "WIDTH", "value": 2.0}]})");
+  world.member("models/company.prt.3", R"({"format": 1, "layers": [
+      {"id": 1, "name": "PLANES", "ruleBased": true, "rules": ["type = Datum Plane & name == a_*"]},
+      {"id": 2, "name": "REST", "ruleBased": true, "rules": ["type = axis", "odd", "type = feature 911", "name = *_1"]},
+      {"id": 3, "name": "SIZES", "ruleBased": true, "rules": ["type = dimension & name = w*h"]},
+      {"id": 4, "name": "NONE", "ruleBased": true, "rules": ["type = feature x", "name = ", "name = A & name = B"]}]})");
+  world.list("again.xml", task("deleteLayer", "name_0='PLANES' copyTo='HELD'") + task("saveModel"));
+  const std::string copy = "view='@project_dir@/company.prt' ";
+  startOn(add(copy + "rowc='1' name_0='PLANES' assoc='true'") +
+          add(copy + "rowc='3' name_0='REST' name_1='SIZES' name_2='NONE'") +
+          task("renameFeature", "feat='4' featname='SIDE' name='A_SIDE'") +
+          task("renameFeature", "feat='4' featname='A_1' name='OTHER'") +
+          task("deleteLayer", "name_0='SIZES' copyTo='HELD' delallempty='true'"));
+  ran();
+  ASSERT_EQ("HELD[] PLANES[type = Datum Plane & name == a_*]a REST[type = axisoddtype = feature 911name = *_1]",
+            saved());
+  // Ids of what is put on the layer of that place.
+  const auto items = [this](std::size_t layer) {
+    headless::ModelRecord record;
+    std::string ids;
+    if (headless::readDocument(world.document("BRACKET.prt"), record) || layer >= record.layers.size())
+      return ids + "?";
+    for (const headless::ItemRecord& item : record.layers[layer].items) ids += std::to_string(item.id) + " ";
+    return ids;
+  };
+  EXPECT_EQ("9 ", items(0));    // what SIZES had
+  EXPECT_EQ("", items(1));      // found, not put there
+  EXPECT_EQ("7 8 ", items(2));  // as they were called when the layer was made
+  world.run("again.xml");
+  EXPECT_EQ("9 5 6 ", items(0));  // the renamed plane, too
+}
+
 TEST_F(LayerTemplates, RulesAreCheckedInTheDialogOfEachTree) {
   for (const wchar_t* floating : {L"YES", L"NO"}) {
     World own;

@@ -139,18 +139,22 @@ TEST(DeletedLayers, ThatCantGoStayWithTheirItems) {
   EXPECT_EQ("01_DATUMS:5 OLD_A=blank:6,L1 OLD_B:L3 SELF:L7 | WORK(01_DATUMS=hidden OLD_A=normal)*", notCopied.saved);
 }
 
+// A part with that many empty layers, all in one state.
+std::string manyLayers(int count) {
+  std::string layers, inState;
+  for (int i = 1; i <= count; ++i) {
+    const std::string name = R"("name": "L)" + std::to_string(i) + '"', before = i > 1 ? "," : "";
+    layers += before + R"({"id": )" + std::to_string(i) + "," + name + "}";
+    inState += before + "{" + name + "}";
+  }
+  return R"({"format": 1, "layers": [)" + layers + R"(], "layerStates": [{"name": "ALL", "layers": [)" + inState +
+         "]}]}";
+}
+
 TEST(DeletedLayers, AreWalkedOnceHoweverManyThereAre) {
   const auto callsOver = [](int count) {
-    std::string layers, inState;
-    for (int i = 1; i <= count; ++i) {
-      const std::string name = R"("name": "L)" + std::to_string(i) + '"';
-      layers += std::string(i > 1 ? "," : "") + R"({"id": )" + std::to_string(i) + "," + name + "}";
-      inState += std::string(i > 1 ? "," : "") + "{" + name + "}";
-    }
     World world;
-    writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1, "layers": [)" + layers +
-                                                      R"(], "layerStates": [{"name": "ALL", "layers": [)" + inState +
-                                                      "]}]}");
+    writeBytes(world.models() + "/BRACKET.prt.1", manyLayers(count));
     world.list("list.xml", layerTask("deleteLayer", "name_0='*' copyTo='NONE'") + layerTask("saveModel", ""));
     world.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
     EXPECT_EQ(" | ALL()", described(world.document("BRACKET.prt")));
@@ -158,6 +162,21 @@ TEST(DeletedLayers, AreWalkedOnceHoweverManyThereAre) {
     return std::pair(world.session().calls("ProMdlLayerVisit"), world.session().calls("ProLayerNameGet") / count);
   };
   EXPECT_EQ(callsOver(30), callsOver(300));
+}
+
+// A walk that has started again a hundred thousand times ends, says so once, and the list goes on.
+TEST(DeletedLayers, EndAtTheBoundOfRestarts) {
+  constexpr int kMost = 100'000;
+  World world;
+  writeBytes(world.models() + "/BRACKET.prt.1", manyLayers(kMost + 2));
+  world.list("list.xml", layerTask("deleteLayer", "name_0='*' name_1='L*'") + layerTask("saveModel", ""));
+  world.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+  EXPECT_EQ(kMost, world.session().calls("ProLayerDelete"));
+  EXPECT_EQ("L100001 L100002 | ALL(L100001=normal L100002=normal)", described(world.document("BRACKET.prt")));
+  const std::wstring log = world.log(), line = L"The walk over the layers started again 100000 times; the rest is left";
+  const std::size_t first = log.find(line);
+  ASSERT_NE(log.npos, first);
+  EXPECT_EQ(log.npos, log.find(line, first + 1));
 }
 
 TEST(DeletedLayers, HaveTheLayerDialogTakenAwayBefore) {

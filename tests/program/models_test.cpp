@@ -109,7 +109,7 @@ TEST_F(ModelVerbs, ShowTellsWhatASolidHoldsLineByLine) {
     "relations": ["A = 1", "B = 2"], "postRelations": ["C = 3"], "program": ["INPUT", "END INPUT"],
     "features": [{"id": 7, "name": "CUT", "relations": ["D = 4"], "sections": [{}, {"relations": ["E = 5"]}],
                   "appearance": {"color": [1, 0, 0], "transparency": 0.5}}],
-    "layers": [{"id": 1, "name": "L", "ruleBased": true, "associativeRules": true, "rules": ["name == A*"],
+    "layers": [{"id": 1, "name": "L", "ruleBased": true, "associativeRules": true, "rules": ["name == V*", "type = view", "odd"],
                 "items": [{"type": "feature", "id": 7}, {"type": "dimension", "id": 9}]}],
     "defaultLayers": [{"type": 3, "layer": "L"}],
     "layerStates": [{"name": "S", "layers": [{"name": "L", "status": "hidden"}]}], "activeLayerState": "s",
@@ -132,8 +132,10 @@ TEST_F(ModelVerbs, ShowTellsWhatASolidHoldsLineByLine) {
         "failed\n  P2        LEAD               *\n",
         "  density                  2.5                              estimated\n",
         "  appearance of feature 7  color 1, 0, 0, transparency 0.5\n",
-        "\nlayers\n  L  normal  2 items  feature 7 CUT, dimension 9\n             by       rules, associative\n"
-        "             rule     name == A*\n",
+        "\nlayers\n  L  normal  2 items              feature 7 CUT, dimension 9\n"
+        "             by                   rules, associative\n             rule                 name == V*\n"
+        "             rule                 type = view\n             rule, finds nothing  odd\n"
+        "             found now            view 1 V\n",
         "\ndefault layers\n  type 3  L\n", "\nlayer states\n  S  L hidden  active\n", "\nstates\n  view  V (active)\n",
         "\nsimplified representations\n  R  default exclude  feature 7 CUT substitute by LIGHT\n",
         "\ncombined states\n  ALL  active  view V, layers S, section X, shown exploded\n",

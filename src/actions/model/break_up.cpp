@@ -109,12 +109,15 @@ void copyLook(ProMdl from, ProMdl to) {
   if (ProMdlTypeGet(to).value == ProMdlType::part) copySurfaceLooks(from, to);
 }
 
-// Out of its table the instance is a model of its own, which the server knows by its name.
+// Out of its table the instance is a model of its own, which the server knows by its name. One that can't be saved goes
+// back: a later save of the generic would else leave it nowhere.
 bool moveOut(const ProFaminstance& instance, ProMdl model) {
   if (ProFaminstanceRemove(instance) != ProNoError) return stays(instance, L"it can't be removed");
   copyLook(instance.owner, model);
   if (ProMdlSave(model) == ProNoError) return true;
-  core::logWrite(text::format(L"'%s' can't be saved, the saved family table still has it", instance.name),
+  ProMdlErase(model);
+  if (ProFaminstanceAdd(instance) == ProNoError) return stays(instance, L"it can't be saved");
+  core::logWrite(text::format(L"'%s' can't be saved, and only the saved family table has it", instance.name),
                  core::kError);
   return false;
 }

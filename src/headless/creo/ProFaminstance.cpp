@@ -52,6 +52,13 @@ ProError ProFaminstanceRemove(const ProFaminstance& instance) {
   });
 }
 
+ProError ProFaminstanceAdd(const ProFaminstance& instance) {
+  return onModel("ProFaminstanceAdd", instance.owner, [&](State& state, Model& m) -> ProError {
+    if (m.document->row(instance.name) || state.models.inMemory(instance.name, m.type())) return ProExists;
+    return m.document->returnRow(instance.name, m.row) ? ProNoError : ProNotFound;
+  });
+}
+
 ProError ProFamtableErase(const ProFamtable& table) {
   return onModel("ProFamtableErase", table.owner, [](State& state, Model& m) -> ProError {
     FamilyTableRecord* held = m.document->tableOf(m.row);

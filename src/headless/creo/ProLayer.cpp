@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "headless/creo/operation.h"
+#include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -32,6 +33,7 @@ auto onLayer(std::string_view name, const ProLayer& layer, Body&& body)
 
 ProLayerDisplay shown(const LayerRecord& layer) { return layer.unsaved.value_or(layer.status); }
 
+// Behind what was put on the layer stands what its associative rules find at the moment.
 Got<std::vector<ProModelitem>> itemsOf(std::string_view operation, const ProLayer& layer) {
   using Items = std::vector<ProModelitem>;
   return onLayer(operation, layer, [](State&, Model& m, LayerRecord& record) -> Got<Items> {
@@ -41,6 +43,8 @@ Got<std::vector<ProModelitem>> itemsOf(std::string_view operation, const ProLaye
       if (walk && one.type == ProItemType::layer && walk->removed(one.id)) continue;
       items.push_back({one.type, one.id, m.handle, {}});
     }
+    if (!record.associativeRules) return items;
+    for (ProModelitem& found : headless::foundByRules(m, record)) items.push_back(std::move(found));
     return items;
   });
 }
@@ -111,6 +115,7 @@ Got<ProLayer> ProLayerCreate(ProMdl model, const std::wstring& name) {
       if (const LayerRecord* from = headless::layerNamed(*rules->document, utf8)) takeRules(layer, *from);
     const int id = layer.id;
     m.document->record.layers.push_back(std::move(layer));
+    headless::settleRules(m, m.document->record.layers.back());
     m.document->touch(nullptr);
     return ProLayer{m.handle, id};
   });
@@ -150,7 +155,6 @@ ProError ProLayerDisplaystatusSave(ProMdl model) {
   });
 }
 
-// What the rules find isn't worked out here: what is on a layer was put there.
 Got<std::vector<ProModelitem>> ProLayerItemsPopulate(const ProLayer& layer) {
   return itemsOf("ProLayerItemsPopulate", layer);
 }

@@ -1,5 +1,6 @@
 #include "headless/macros/layer_steps.h"
 
+#include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
 #include "headless/session/state.h"
 #include "text/encoding.h"
@@ -62,7 +63,9 @@ bool acceptRules(Session& session, DialogState& dialogs) {
   if (layer) {
     const bool independent = take(dialogs, kIndependent, layer->independentRules);
     const bool associative = take(dialogs, kAssociative, layer->associativeRules);
-    if (independent || associative) currentModel(session)->document->touch(nullptr);
+    const Model& model = *currentModel(session);
+    const bool settled = settleRules(model, *layer);
+    if (independent || associative || settled) model.document->touch(nullptr);
   }
   close(dialogs);
   return layer != nullptr;

@@ -74,10 +74,10 @@ void ModelDocument::renameRow(RowRecord& row, std::string to) {
   touch(&row);
 }
 
-std::unique_ptr<RowRecord> ModelDocument::takeRow(RowRecord& row) {
+void ModelDocument::takeRow(RowRecord& row) {
   auto& rows = tableAbove(&row)->instances;
   const auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& one) { return one.get() == &row; });
-  std::unique_ptr<RowRecord> taken = std::move(*at);
+  takenRows_.push_back(std::move(*at));
   rows.erase(at);
   const auto leave = [&](RowRecord& one) {
     const auto known = rowsByName_.find(text::upper(text::fromUtf8(one.name)));
@@ -89,7 +89,21 @@ std::unique_ptr<RowRecord> ModelDocument::takeRow(RowRecord& row) {
   leave(row);
   if (row.familyTable) eachRow(*row.familyTable, leave);
   touch(row.parent);
-  return taken;
+}
+
+bool ModelDocument::returnRow(std::wstring_view rowName, RowRecord* parent) {
+  FamilyTableRecord* table = tableOf(parent);
+  const auto kept = std::find_if(takenRows_.rbegin(), takenRows_.rend(), [&](const auto& one) {
+    return one->parent == parent && text::equalNoCase(text::fromUtf8(one->name), rowName);
+  });
+  if (!table || kept == takenRows_.rend()) return false;
+  table->instances.push_back(std::move(*kept));
+  takenRows_.erase(std::next(kept).base());
+  RowRecord& row = *table->instances.back();
+  row.changed = false;  // it was taken from those that are
+  touch(&row);
+  rowsChanged();
+  return true;
 }
 
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {

@@ -40,8 +40,11 @@ class ModelDocument {
   void rowsChanged() { rowsByName_.clear(); }
   // No other row of the document has the name.
   void renameRow(RowRecord& row, std::string to);
-  // Takes a row out of its table. Its names, and those below it, are free.
-  std::unique_ptr<RowRecord> takeRow(RowRecord& row);
+  // Takes a row out of its table. Its names, and those below it, are free. It is kept for returnRow.
+  void takeRow(RowRecord& row);
+  // Puts the row that was taken out of that row's table, or for none the document's, back at its end. False: none of
+  // that name was taken, or there is no table.
+  bool returnRow(std::wstring_view rowName, RowRecord* parent);
 
   FeatureTree tree;
   // Null for none.
@@ -70,6 +73,7 @@ class ModelDocument {
  private:
   bool modified_ = false;
   std::vector<RowRecord*> changedRows_;
+  std::vector<std::unique_ptr<RowRecord>> takenRows_;
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;
   std::unique_ptr<RelationNames> relationNames_;
   std::unique_ptr<SolidRecord> solid_;

@@ -378,13 +378,15 @@ std::vector<ProMdl> bottomUp(const Models& models, ProMdl top) {
 }
 
 void regenerateInstances(Models& models, const Model& generic) {
-  for (const ModelInMemory& one : models.list()) {
-    Model* instance = models.find(one.handle);
-    if (!instance->row || instance->document != generic.document || instance->row == generic.row) continue;
-    const RowRecord* above = instance->row->parent;
-    while (above && above != generic.row) above = above->parent;
-    if (above == generic.row) finish(models, *instance, regenerateAlone(*instance, nullptr));
-  }
+  const std::shared_ptr<ModelDocument> document = generic.document;
+  const auto& table = generic.row ? generic.row->familyTable : document->record.familyTable;
+  if (!table) return;
+  eachRow(*table, [&](RowRecord& row) {
+    const auto handle = models.instanceInMemory(*document, row);
+    if (!handle) return;
+    Model& instance = *models.find(handle.value);
+    finish(models, instance, regenerateAlone(instance, nullptr));
+  });
 }
 
 }  // namespace

@@ -85,4 +85,19 @@ TEST_F(PictureExports, ATiffShowsASheetInItsSize) {
   EXPECT_FALSE(std::filesystem::exists(file("sheet_1.tiff"))) << "the print's own name is gone";
 }
 
+TEST_F(PictureExports, APathThatIsntWholeCountsFromTheWorkingFolder) {
+  std::filesystem::create_directory(world.models() + "/out");
+  test::writeBytes(world.models() + "/out/kept_1.tiff", "old");
+  EXPECT_EQ(
+      L"B0 Export jpg|Export completed|B1 Export tiff|Export completed|B2 Export tiff|"
+      L"W:File already exists, no new image taken|"
+      L"B3 Export tiff|E:d:\\out/kept_1.tiff is in the way|E:Fehler occured while export as tiff|E:Error -5",
+      run(task("exportjpg", "folder='out' exportname='a' width='60' height='30'") +
+          task("exporttiff", "folder='out' exportname='b'") + task("exporttiff", "folder='out' exportname='b'") +
+          task("exporttiff", "folder='out' exportname='kept'")));
+  EXPECT_EQ("JPEG 60x30", form(world.models() + "/out/a.jpg"));
+  EXPECT_TRUE(std::filesystem::exists(world.models() + "/out/b.tiff"));
+  EXPECT_EQ("old", test::readBytes(world.models() + "/out/kept_1.tiff"));
+}
+
 }  // namespace

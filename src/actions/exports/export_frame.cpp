@@ -54,10 +54,14 @@ ExportTarget beginExport(const Task& task, const ExportForm& form) {
   return target;
 }
 
+std::wstring wholePath(const std::wstring& path) {
+  const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'/');
+  return isWhole ? path : os::joined(creo::ProDirectoryCurrentGet().value, path);
+}
+
 bool mayWrite(const Task& task, const std::wstring& path) {
   if (task.isTrue(L"overwriteExisting")) return true;
-  const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'/');
-  const std::wstring whole = isWhole ? path : os::joined(creo::ProDirectoryCurrentGet().value, path);
+  const std::wstring whole = wholePath(path);
   if (!os::files().exists(whole) || os::files().isFolder(whole)) return true;
   core::logMsgPlain(kExistsAlready, core::kWarning);
   return false;

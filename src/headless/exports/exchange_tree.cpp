@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "creo/ProAppearance.h"
 #include "headless/model/measures.h"
 #include "headless/model/placed.h"
 #include "headless/model/units.h"
@@ -17,14 +18,21 @@ using geometry::ExchangeNodePtr;
 
 namespace {
 
+std::optional<geometry::Rgb> colorOf(const AppearanceRecord& look) {
+  if (look.color.size() != 3) return std::nullopt;
+  return geometry::Rgb{look.color[0], look.color[1], look.color[2]};
+}
+
+constexpr int kOuter = static_cast<int>(creo::ProSurfaceSide::outer);
+
 void describe(ExchangeNode& node, const Model& model) {
   const ModelRecord& record = model.document->record;
   node.name = model.name;
   node.unit = 1 / inSystem(1, "mm", record);
-  if (record.appearance && record.appearance->color.size() == 3) {
-    const auto& color = record.appearance->color;
-    node.color = {color[0], color[1], color[2]};
-  }
+  if (record.appearance) node.color = colorOf(*record.appearance);
+  for (const SurfaceAppearanceRecord& one : record.surfaceAppearances)
+    if (const auto color = colorOf(one.appearance); color && one.side == kOuter)
+      node.faceColors.emplace_back(one.surface, *color);
 }
 
 class TreeBuilder {

@@ -18,8 +18,6 @@
 namespace headless::geometry {
 namespace {
 
-constexpr double kMostTurn = 0.35;  // between neighbouring triangles of a round face, in radians
-
 MeshPoint meshPoint(const gp_XYZ& v) {
   return {static_cast<float>(v.X()), static_cast<float>(v.Y()), static_cast<float>(v.Z())};
 }
@@ -87,12 +85,12 @@ class Maker {
 
 }  // namespace
 
-Mesh mesh(const Body& body, double deflection) {
+Mesh mesh(const Body& body, double deflection, double turn) {
   Maker maker;
   guarded([&] {
     // The library keeps triangles in the shape, which many share and none may change.
     const TopoDS_Shape copy = BRepBuilderAPI_Copy(body.shape, false, false).Shape();
-    const BRepMesh_IncrementalMesh meshed(copy, deflection > 0 ? deflection : 0.1, false, kMostTurn, false);
+    const BRepMesh_IncrementalMesh meshed(copy, deflection > 0 ? deflection : 0.1, false, turn, false);
     for (TopExp_Explorer at(copy, TopAbs_FACE); at.More(); at.Next()) maker.take(TopoDS::Face(at.Current()));
   });
   return std::move(maker.mesh);

@@ -7,6 +7,7 @@
 #include "creo/ProTransform.h"
 #include "headless/geometry/mesh.h"
 #include "headless/pictures/image.h"
+#include "headless/pictures/raster.h"
 
 namespace headless {
 
@@ -18,6 +19,9 @@ struct ShadedPart {
   std::array<double, 3> color{0.7, 0.74, 0.78};  // 0 to 1
   double transparency = 0;                       // 0: opaque, 1: not there
 };
+
+// A point of the part's mesh, turned to the screen: still in the model's units, y upwards.
+ScreenPoint onScreen(const ShadedPart& part, const geometry::MeshPoint& point, const creo::ProTransform& view);
 
 // view: the axes of the screen in the model's coordinates, x to the right, y up, z to the viewer; the picture shows
 // everything, in the middle, with a margin. No triangle: the background alone.

@@ -109,12 +109,13 @@ TEST_F(DrawingTables, AreMovedWhereTheSheetSays) {
 TEST_F(DrawingTables, AreBroughtFromFilesOntoTheSheetsThatFit) {
   World own;
   EXPECT_EQ(
-      L"B0 Add table|d:\\|The format of page 1 is frame_a3.|Check Sheet 1 = 0|Sheet 1 is worked|"
+      L"B0 Add table|d:\\|The format of page 1 is frame_a3.|Check Sheet 1 = -1|Sheet 1 is worked|"
       L"Table is retrieved and displayed|The format of page 2 is no_format.|B1 Add table|d:\\|"
       L"The format of page 1 is frame_a3.|Check Sheet 1 = 2|The format of page 2 is no_format.|Check Sheet 2 = 2|"
       L"Sheet 2 is worked|Table is retrieved and displayed|B2 Save model",
-      work(own, task("addTable", "tablepath='d:\\' tablename='box' fn_0='frame*' posx_0='-50' posy_0='20'") +
-                    task("addTable", "tablepath='d:\\' tablename='BOX' fn_0='' sheet_0='2' posx_0='20' posy_0='-10'")));
+      work(own,
+           task("addTable", "tablepath='d:\\' tablename='box' fn_0='frame*' sheet_0='-1' posx_0='-50' posy_0='20'") +
+               task("addTable", "tablepath='d:\\' tablename='BOX' fn_0='' sheet_0='2' posx_0='20' posy_0='-10'")));
   EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30) 4@1(370,20) 5@2(5,100)", tables(own));
   EXPECT_EQ(2, saved(own).currentSheet);
 }

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
+#include "actions/working_path.h"
 #include "core/log.h"
-#include "creo/ProUtil.h"
-#include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -52,11 +51,6 @@ ExportTarget beginExport(const Task& task, const ExportForm& form) {
   ExportTarget target = beginNamed(task, form);
   if (!target.ended && !mayWrite(task, target.path)) target.ended = done;
   return target;
-}
-
-std::wstring wholePath(const std::wstring& path) {
-  const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'/');
-  return isWhole ? path : os::joined(creo::ProDirectoryCurrentGet().value, path);
 }
 
 bool mayWrite(const Task& task, const std::wstring& path) {

@@ -2,6 +2,7 @@
 #include "actions/exports/export_frame.h"
 #include "actions/exports/model_window.h"
 #include "actions/families.h"
+#include "actions/working_path.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"

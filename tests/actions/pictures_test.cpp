@@ -73,7 +73,9 @@ TEST_F(PictureExports, WhatFailsLeavesNoFileAndPutsEverythingBack) {
 TEST_F(PictureExports, ATiffShowsASheetInItsSize) {
   test::writeBytes(world.models() + "/PLATE.drw.1", R"({"format": 1, "sheets": [{"size": "A4"}, {"size": "A3"}],
     "currentSheet": 2, "drafts": [{"sheet": 2, "lines": [[10, 148, 410, 148, 8]]}],
-    "notes": [{"id": 1, "sheet": 2, "position": {"x": 50, "y": 60}, "lines": ["MASSSTAB"]}]})");
+    "notes": [{"id": 1, "sheet": 2, "position": {"x": 50, "y": 60}, "lines": ["MASSSTAB"]},
+              {"id": 2, "sheet": 2, "position": {"x": 1e300, "y": 5}, "lines": ["far away"]},
+              {"id": 3, "sheet": 2, "lines": [[{"text": "huge", "height": 9999999}]]}]})");
   EXPECT_EQ(L"B0 Export tiff|Export completed",
             run(task("exporttiff", "folder='t:\\' exportname='sheet' printmode='1'"), L"PLATE", ProMdlType::drawing));
   EXPECT_EQ("TIFF 4961x3508", form(file("sheet.tiff"))) << "A3 at 300 dots an inch";

@@ -53,7 +53,7 @@ ProTransform orientationFor(const ViewRecord& view, const ModelRecord& model) {
 
 }  // namespace
 
-const ShownParts* DrawnViews::shown(const Model& model) {
+const ShownParts* ShownModels::find(const Model& model) {
   const auto [known, isNew] = models_.try_emplace(model.handle);
   if (isNew) {
     try {
@@ -68,7 +68,7 @@ const ShownParts* DrawnViews::shown(const Model& model) {
 
 std::optional<std::vector<ProjectedLine>> DrawnViews::lines(const ViewRecord& view, double scale) {
   const Model* model = modelOf(state_.models, view);
-  const ShownParts* parts = model ? shown(*model) : nullptr;
+  const ShownParts* parts = model ? models_.find(*model) : nullptr;
   if (!parts) return std::nullopt;
   const double mm = (view.scale > 0 ? view.scale : scale) / inSystem(1, "mm", model->document->record);
   Projection seen = projection(parts->parts, orientationFor(view, model->document->record));

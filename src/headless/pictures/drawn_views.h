@@ -11,11 +11,24 @@
 
 namespace headless {
 
-// The views of one sheet. A model that several of them show is looked at once.
+// The models that views show, each cut up once for all of them.
+class ShownModels {
+ public:
+  explicit ShownModels(Session::State& state) : state_(state) {}
+  // Null: there is nothing to be seen.
+  const ShownParts* find(const Model& model);
+
+ private:
+  Session::State& state_;
+  std::map<creo::ProMdl, std::optional<ShownParts>> models_;
+};
+
+// The views of one sheet.
 class DrawnViews {
  public:
-  // width, height: of the sheet, in mm.
-  DrawnViews(Session::State& state, double width, double height) : state_(state), width_(width), height_(height) {}
+  // width, height: of the sheet, in mm. The models must outlive it.
+  DrawnViews(Session::State& state, ShownModels& models, double width, double height)
+      : state_(state), models_(models), width_(width), height_(height) {}
 
   // The view's lines in mm from its place, the middle of the model; those that are hidden are among them where the view
   // shows them. scale: of a view that has none of its own. Nothing: the model isn't in memory or has no geometry, or
@@ -23,12 +36,9 @@ class DrawnViews {
   std::optional<std::vector<ProjectedLine>> lines(const ViewRecord& view, double scale);
 
  private:
-  // Null: there is nothing to be seen.
-  const ShownParts* shown(const Model& model);
-
   Session::State& state_;
+  ShownModels& models_;
   double width_, height_;
-  std::map<creo::ProMdl, std::optional<ShownParts>> models_;
 };
 
 }  // namespace headless

@@ -49,8 +49,9 @@ struct SymbolFrame {
 
 class Painter {
  public:
-  Painter(Session::State& state, const Model& drawing, int number)
+  Painter(Session::State& state, ShownModels& models, const Model& drawing, int number)
       : state_(state),
+        models_(models),
         drawing_(drawing),
         number_(number),
         textHeight_(headless::textHeight(*drawing.document, number)) {}
@@ -73,7 +74,7 @@ class Painter {
   void contents(const SheetRecord& sheet) {
     const ModelRecord& record = drawing_.document->record;
     part_ = SheetPart::views;
-    DrawnViews views(state_, picture_.width, picture_.height);
+    DrawnViews views(state_, models_, picture_.width, picture_.height);
     for (const ViewRecord& one : record.views)
       if (std::max(one.sheet, 1) == number_) view(one, views.lines(one, sheet.scale));
     for (const TableRecord& one : record.tables) {
@@ -293,6 +294,7 @@ class Painter {
   }
 
   Session::State& state_;
+  ShownModels& models_;
   const Model& drawing_;
   int number_;
   double textHeight_;  // in units of the sheet
@@ -310,8 +312,13 @@ std::string_view partName(SheetPart part) {
   return kNames[static_cast<std::size_t>(part)];
 }
 
+SheetPicture sheetPicture(Session::State& state, ShownModels& models, const Model& drawing, int sheet) {
+  return Painter(state, models, drawing, sheet).paint();
+}
+
 SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet) {
-  return Painter(state, drawing, sheet).paint();
+  ShownModels models(state);
+  return sheetPicture(state, models, drawing, sheet);
 }
 
 double textWidth(std::wstring_view text, double height) { return 0.6 * height * static_cast<double>(text.size()); }

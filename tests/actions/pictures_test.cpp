@@ -38,6 +38,19 @@ TEST_F(PictureExports, AJpegShowsTheSolidInItsColourOnWhite) {
   EXPECT_GE(dot(file("BRACKET.jpg"), 300, 150).front(), '2');
 }
 
+TEST_F(PictureExports, SurfacesHaveTheirOwnColours) {
+  std::string looks;
+  for (int surface = 1; surface <= 6; ++surface)
+    looks += (looks.empty() ? "" : ", ") + (R"({"surface": )" + std::to_string(surface)) +
+             R"(, "appearance": {"color": [0, 1, 0]}})";
+  test::writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1, "appearance": {"color": [0.9, 0.1, 0.1]},
+      "solid": {"primitives": [{"type": "box", "size": [80, 40, 20]}]}, "surfaceAppearances": [)" +
+                                                          looks + "]}");
+  run(task("exportjpg", "folder='t:\\' exportname='green' width='600' height='300'"));
+  EXPECT_EQ('0', dot(file("green.jpg"), 300, 150).front());
+  EXPECT_GE(dot(file("green.jpg"), 300, 150).back(), '2');
+}
+
 TEST_F(PictureExports, AnOldPictureStaysUnlessItMayBeReplaced) {
   world.list("keep.xml", task("exportjpg", "folder='t:\\' exportname='old.JPG' width='60' height='60'"));
   world.list("replace.xml",

@@ -1,5 +1,6 @@
 #include "headless/exports/exchange_tree.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "creo/ProAppearance.h"
@@ -18,9 +19,12 @@ using geometry::ExchangeNodePtr;
 
 namespace {
 
+// A part may be beyond what a colour can be; files hold 0 to 1 alone.
 std::optional<geometry::Rgb> colorOf(const AppearanceRecord& look) {
   if (look.color.size() != 3) return std::nullopt;
-  return geometry::Rgb{look.color[0], look.color[1], look.color[2]};
+  geometry::Rgb color{};
+  for (std::size_t i = 0; i < color.size(); ++i) color[i] = std::clamp(look.color[i], 0.0, 1.0);
+  return color;
 }
 
 constexpr int kOuter = static_cast<int>(creo::ProSurfaceSide::outer);

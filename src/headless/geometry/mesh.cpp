@@ -26,6 +26,7 @@ class Maker {
  public:
   // Each edge lies on two faces, and is taken from the first.
   void take(const TopoDS_Face& face) {
+    ++number_;
     TopLoc_Location location;
     const Handle(Poly_Triangulation) triangles = BRep_Tool::Triangulation(face, location);
     if (triangles.IsNull()) return;
@@ -35,6 +36,7 @@ class Maker {
     for (int i = 1; i <= triangles->NbNodes(); ++i)
       mesh.points.push_back(meshPoint(triangles->Node(i).Transformed(place).XYZ()));
     mesh.normals.resize(mesh.points.size());
+    mesh.faces.resize(mesh.points.size(), number_);
     for (int i = 1; i <= triangles->NbTriangles(); ++i) {
       int a = 0, b = 0, c = 0;
       triangles->Triangle(i).Get(a, b, c);
@@ -81,6 +83,7 @@ class Maker {
   }
 
   TopTools_MapOfShape seen_;
+  int number_ = 0;
 };
 
 }  // namespace

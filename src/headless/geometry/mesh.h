@@ -14,6 +14,7 @@ using MeshPoint = std::array<float, 3>;
 struct Mesh {
   std::vector<MeshPoint> points;                        // a corner of several faces is there for each of them
   std::vector<MeshPoint> normals;                       // of the points, out of the body, of length 1
+  std::vector<int> faces;                               // of the points: the number of the face in faces(), from 1
   std::vector<std::array<std::uint32_t, 3>> triangles;  // of points, counter-clockwise from outside
   std::vector<std::array<MeshPoint, 2>> edges;          // straight pieces of the edges between faces
 };

@@ -70,7 +70,7 @@ std::optional<std::vector<ProjectedLine>> DrawnViews::lines(const ViewRecord& vi
   const Model* model = modelOf(state_.models, view);
   const ShownParts* parts = model ? models_.find(*model) : nullptr;
   if (!parts) return std::nullopt;
-  const double mm = (view.scale > 0 ? view.scale : scale) / inSystem(1, "mm", model->document->record);
+  const double mm = std::fabs(view.scale != 0 ? view.scale : scale) / inSystem(1, "mm", model->document->record);
   Projection seen = projection(parts->parts, orientationFor(view, model->document->record));
   if (!(seen.width * mm <= width_) || !(seen.height * mm <= height_)) return std::nullopt;
   if (view.displayStyle != kWireframe && view.displayStyle != kHiddenLines)

@@ -91,14 +91,17 @@ Turned turnedPart(const ShadedPart& part, const ProTransform& view, Box& box) {
 }
 
 // The colour of a face that looks that way: its own, lit; both sides are lit alike.
-std::array<float, 3> lit(const ShadedPart& part, const std::array<float, 3>& normal, const ProTransform& view) {
+std::array<float, 3> lit(const ShadedPart& part, std::size_t point, const ProTransform& view) {
+  const auto own = part.faceColors.find(part.mesh->faces[point]);
+  const std::array<double, 3>& face = own == part.faceColors.end() ? part.color : own->second;
+  const std::array<float, 3>& normal = part.mesh->normals[point];
   ProVector n = creo::transformVector(part.place, vectorOf(normal));
   n = {dot(view.xAxis, n), dot(view.yAxis, n), dot(view.zAxis, n)};
   if (n.z < 0) n = {-n.x, -n.y, -n.z};
   const double light = kAmbient + kDiffuse * std::max(0.0, dot(n, kLight));
   const double gloss = kGloss * std::pow(std::max(0.0, dot(n, kHalfway)), kGlossPower);
   std::array<float, 3> color{};
-  for (std::size_t i = 0; i < 3; ++i) color[i] = static_cast<float>(std::min(1.0, part.color[i] * light + gloss));
+  for (std::size_t i = 0; i < 3; ++i) color[i] = static_cast<float>(std::min(1.0, face[i] * light + gloss));
   return color;
 }
 
@@ -118,7 +121,7 @@ void drawFaces(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTr
   const geometry::Mesh& mesh = *turned.part->mesh;
   std::vector<std::array<float, 3>> colors;
   colors.reserve(mesh.normals.size());
-  for (const auto& normal : mesh.normals) colors.push_back(lit(*turned.part, normal, view));
+  for (std::size_t i = 0; i < mesh.normals.size(); ++i) colors.push_back(lit(*turned.part, i, view));
   const auto opacity = static_cast<float>(1 - std::clamp(turned.part->transparency, 0.0, 1.0));
   for (const auto& [a, b, c] : mesh.triangles) {
     const std::array<Point, 3> corners{fit.dots(turned.points[a]), fit.dots(turned.points[b]),

@@ -1,6 +1,7 @@
 // Solids as shaded pictures: triangles and edges in parallel projection, lit from the viewer's upper left.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -15,9 +16,10 @@ namespace headless {
 struct ShadedPart {
   const geometry::Mesh* mesh = nullptr;
   creo::ProTransform place;
-  double scale = 1;                              // from the mesh's units of length, before the placement
-  std::array<double, 3> color{0.7, 0.74, 0.78};  // 0 to 1
-  double transparency = 0;                       // 0: opaque, 1: not there
+  double scale = 1;                                      // from the mesh's units of length, before the placement
+  std::array<double, 3> color{0.7, 0.74, 0.78};          // 0 to 1
+  double transparency = 0;                               // 0: opaque, 1: not there
+  std::map<int, std::array<double, 3>> faceColors = {};  // of faces that look otherwise, by the mesh's numbers
 };
 
 // A point of the part's mesh, turned to the screen: still in the model's units, y upwards.

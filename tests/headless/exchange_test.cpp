@@ -100,7 +100,7 @@ TEST_F(ExchangeTest, FacesKeepTheirColours) {
     return all;
   };
   const ProMdl die = retrieve(L"DIE");
-  const std::set<std::string> wanted = {"-1 0 0: 0.0 1.0 0.0", "1 0 0: 1.0 0.0 0.0"};
+  const std::set<std::string> wanted = {"0 0 -1: 0.0 1.0 0.0", "1 0 0: 1.0 0.0 0.0"};
   ASSERT_EQ(ProNoError, writeStep(die, L"d:\\die"));
   const auto back = import(L"d:\\die.stp", ProMdlType::part, L"BACK");
   ASSERT_TRUE(back) << messages();

@@ -8,7 +8,7 @@ namespace headless {
 namespace {
 
 constexpr float kDots = 1000;            // of the longer side
-constexpr float kDepthRounding = 1e-3F;  // of the size of all there is
+constexpr float kDepthRounding = 1e-4F;  // of the size of all there is
 constexpr float kSameCorner = 1e-5F;     // of a mesh's size: corners of several faces that are one
 constexpr int kShortest = 3;             // dots of a line that is hidden elsewhere
 

@@ -109,12 +109,14 @@ class SheetViews : public SheetSvg {
         "views": [{"id": 1, "name": "TURNED", "matrix": [0, 1, 0, -1, 0, 0, 0, 0, 1]}]})");
     file("models/pin.prt.1", R"({"format": 1, "units": "inlbs",
         "solid": {"primitives": [{"type": "cylinder", "diameter": 1, "length": 2}]}})");
+    file("models/thin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [100, 50, 0.05]},
+        {"type": "box", "size": [20, 20, 5], "placement": {"position": [40, 15, -5]}}]}})");
     file("models/empty.prt.1", R"({"format": 1})");
     file("models/broken.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [0, 1, 1]}]}})");
   }
   [[nodiscard]] std::string shown(const std::string& view) const {
     return drawn(R"({"format": 1, "sheets": [{"size": "A4", "scale": 2}], "models": [{"name": "STEP", "type": "prt"},
-        {"name": "PIN", "type": "prt"}, {"name": "EMPTY", "type": "prt"}, {"name": "BROKEN", "type": "prt"}],
+        {"name": "PIN", "type": "prt"}, {"name": "THIN", "type": "prt"}, {"name": "EMPTY", "type": "prt"}, {"name": "BROKEN", "type": "prt"}],
         "views": [{"id": 1, "position": {"x": 100, "y": 100}, )" +
                  view + "}]}");
   }
@@ -132,6 +134,8 @@ TEST_F(SheetViews, ShowTheEdgesOfTheirModel) {
       {R"("name": "TURNED", "model": "STEP.prt", "scale": 1)", rectangle(10, 20)},
       {R"("name": "TURNED", "model": "STEP.prt", "scale": 1, "matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1])",
        rectangle(20, 10)},
+      // Behind a thin sheet of metal.
+      {R"("name": "FRONT", "model": "THIN.prt", "scale": 1)", rectangle(50, 25)},
       // Inches; the outline of the round face is no edge.
       {R"("name": "RIGHT", "model": "PIN.prt", "scale": 1)", rectangle(25.4, 12.7)},
   };

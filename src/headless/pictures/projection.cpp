@@ -7,7 +7,7 @@
 namespace headless {
 namespace {
 
-constexpr float kDots = 1000;            // of the longer side
+constexpr float kDots = 700;             // of the longer side
 constexpr float kDepthRounding = 1e-4F;  // of the size of all there is
 constexpr float kSameCorner = 1e-5F;     // of a mesh's size: corners of several faces that are one
 constexpr int kShortest = 3;             // dots of a line that is hidden elsewhere
@@ -237,7 +237,7 @@ class Projector {
       const std::array<ScreenPoint, 3> corners{points[a], points[b], points[c]};
       const bool isWhole = isFinite(corners[0]) && isFinite(corners[1]) && isFinite(corners[2]);
       turned.push_back(isWhole && turnOf(corners) > 0);
-      if (isWhole) triangles_.push_back(corners);
+      if (turned.back()) triangles_.push_back(corners);  // a body hides by what it turns to the viewer
     }
     for (const auto& [from, to] : mesh.edges) addSegment(onScreen(part, from, view_), onScreen(part, to, view_));
     const auto [inner, isNew] = inner_.try_emplace(&mesh);

@@ -18,7 +18,7 @@ struct Projection {
   std::vector<ProjectedLine> lines;  // the hidden ones first, and no two alike
 };
 // view: the axes of the screen in the solid's coordinates. Edges between faces are there, and where a round face turns
-// away. What is hidden is told as exactly as a picture of a thousand dots tells it. No parts: no lines.
+// away. What is hidden is told as exactly as a picture of some hundred dots tells it. No parts: no lines.
 Projection projection(const std::vector<ShadedPart>& parts, const creo::ProTransform& view);
 
 }  // namespace headless

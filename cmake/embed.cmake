@@ -1,36 +1,29 @@
-# Makes a C++ source of files: cmake -DOUTPUT=... -DINPUTS=a;b -P embed.cmake. Run while building.
-set(types_html "text/html; charset=utf-8")
-set(types_js "text/javascript; charset=utf-8")
-set(types_css "text/css; charset=utf-8")
-set(arrays "")
-set(rows "")
-foreach(input IN LISTS INPUTS)
-  get_filename_component(name ${input} NAME)
-  get_filename_component(extension ${input} LAST_EXT)
-  string(SUBSTRING ${extension} 1 -1 extension)
-  string(MAKE_C_IDENTIFIER ${name} identifier)
-  file(READ ${input} hex HEX)
-  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${hex}")
-  string(APPEND arrays "const unsigned char k_${identifier}[] = {${bytes}};\n")
-  string(APPEND rows "      {\"${name}\", \"${types_${extension}}\", bytes(k_${identifier})},\n")
+# Makes a C++ source of the page: cmake -DFOLDER=... -DSCRIPTS=a.js;b.js -DOUTPUT=... -P embed.cmake. Run while building.
+# Style and scripts go into index.html, so that a browser has the page with one answer: the scripts become one, in the
+# order given, each behind those that it imports from.
+file(READ ${FOLDER}/ui.css style)
+set(script "")
+foreach(name IN LISTS SCRIPTS)
+  file(READ ${FOLDER}/${name} text)
+  string(REGEX REPLACE "\nimport [^\n]*" "" text "\n${text}")
+  string(REGEX REPLACE "\nexport " "\n" text "${text}")
+  string(APPEND script "${text}")
 endforeach()
+file(READ ${FOLDER}/index.html page)
+string(REPLACE "<link rel=\"stylesheet\" href=\"ui.css\">" "<style nonce=\"@nonce@\">\n${style}</style>" page "${page}")
+string(REPLACE "<script type=\"module\" src=\"ui.js\"></script>" "<script type=\"module\" nonce=\"@nonce@\">${script}</script>" page "${page}")
+
+file(WRITE ${OUTPUT}.text "${page}")
+file(READ ${OUTPUT}.text hex HEX)
+string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${hex}")
 file(WRITE ${OUTPUT} "// Made from apps/kelvane/web while building.
-#include \"kelvane/ui/web_files.h\"
+#include \"kelvane/ui/page.h\"
 
 namespace kelvane::view {
-namespace {
 
-${arrays}
-template <class Array>
-std::string bytes(const Array& array) {
-  return {std::begin(array), std::end(array)};
-}
-
-}  // namespace
-
-std::vector<Served> webFiles() {
-  return {
-${rows}  };
+std::string page() {
+  static const unsigned char kBytes[] = {${bytes}};
+  return {std::begin(kBytes), std::end(kBytes)};
 }
 
 }  // namespace kelvane::view

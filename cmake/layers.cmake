@@ -54,11 +54,14 @@ set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/c
 file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h
   ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.h)
 list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
-# The pages of `kelvane ui` are part of the program.
-file(GLOB kelvane_web CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/web/*)
-set(kelvane_web_source ${CMAKE_BINARY_DIR}/web_files.cpp)
+# The page of `kelvane ui` is part of the program.
+set(kelvane_web_folder ${CMAKE_SOURCE_DIR}/apps/kelvane/web)
+file(GLOB kelvane_web CONFIGURE_DEPENDS ${kelvane_web_folder}/*)
+set(kelvane_web_scripts basics.js words.js lines.js parts.js ui.js)
+set(kelvane_web_source ${CMAKE_BINARY_DIR}/page.cpp)
 add_custom_command(OUTPUT ${kelvane_web_source}
-  COMMAND ${CMAKE_COMMAND} "-DINPUTS=${kelvane_web}" -DOUTPUT=${kelvane_web_source} -P ${CMAKE_SOURCE_DIR}/cmake/embed.cmake
+  COMMAND ${CMAKE_COMMAND} -DFOLDER=${kelvane_web_folder} "-DSCRIPTS=${kelvane_web_scripts}" -DOUTPUT=${kelvane_web_source}
+    -P ${CMAKE_SOURCE_DIR}/cmake/embed.cmake
   DEPENDS ${kelvane_web} ${CMAKE_SOURCE_DIR}/cmake/embed.cmake VERBATIM)
 add_library(kelvane_verbs STATIC ${kelvane_sources} ${kelvane_web_source} ${CMAKE_BINARY_DIR}/empty.cpp)
 target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)

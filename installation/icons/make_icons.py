@@ -6,12 +6,12 @@ import struct
 import zlib
 
 CLEAR = (0, 0, 0, 0)
-WHITE, GREY, BLACK = (255, 255, 255, 255), (128, 128, 128, 255), (40, 40, 40, 255)
+WHITE, GREY = (255, 255, 255, 255), (128, 128, 128, 255)
 BLUE, GREEN, YELLOW, RED = (40, 90, 200, 255), (30, 150, 60, 255), (230, 180, 20, 255), (200, 40, 40, 255)
 
 # Three dots wide, five high, a row of each letter a word.
 LETTERS = {
-    "I": "111 010 010 010 111", "G": "111 100 101 101 111", "D": "110 101 101 101 110", "K": "101 110 100 110 101",
+    "I": "111 010 010 010 111", "G": "111 100 101 101 111", "K": "101 110 100 110 101",
     "?": "111 001 011 000 010", "!": "010 010 010 000 010", "M": "101 111 101 101 101", "+": "000 010 111 010 000",
 }
 
@@ -38,7 +38,9 @@ SHAPES = {
     "funnel": lambda x, y: abs(x - 0.5) < max(0.45 - 0.75 * y, 0.09) and 0.1 < y < 0.95,
     "tick": lambda x, y: (x < 0.42 and abs(y - x - 0.38) < 0.13 and x > 0.1)
     or (0.38 <= x < 0.92 and abs(y + 0.9 * x - 1.14) < 0.13),
-    "disk": lambda x, y: 0.08 < x < 0.92 and 0.3 < y < 0.72,
+    # A drive: its slot and its light are left out.
+    "disk": lambda x, y: 0.06 < x < 0.94 and 0.2 < y < 0.8
+    and not (0.5 < y < 0.62 and 0.18 < x < 0.62) and not (0.5 < y < 0.66 and 0.7 < x < 0.86),
 }
 
 # file                              size  shape       colour  letter
@@ -62,7 +64,7 @@ ICONS = [
     ("checkedoutmod.gif",            16, "disc",      GREEN,  "M"),
     ("notcheckedout.gif",            16, "box",       GREY,   ""),
     ("notcheckedoutmod.gif",         16, "disc",      GREY,   "M"),
-    ("fromHDD.gif",                  16, "disk",      BLACK,  "D"),
+    ("fromHDD.gif",                  16, "disk",      GREY,   ""),
     ("checkoutrefused.gif",          16, "disc",      RED,    "!"),
     ("log_group.png",                16, "sheet",     GREY,   ""),
     ("log_done.png",                 16, "tick",      GREEN,  ""),

@@ -20,6 +20,7 @@ export const tasks = {
   save: `<task type='saveModel' ${frame}/>`,
   // A program that is refused: an error line.
   refused: `<task type='runMSDOScommand' ${frame} cmd='true' args='' uncup='false' waitafter='0'/>`,
+  variable: `<task type='setUserVariableDirect' ${frame} name='SERIES' value='A'/>`,
   ask: `<task type='setUserVariable' ${frame} varType='1' varName='NORM' varValue='first' varDescc='1' varDesc_0='Which &lt;b&gt;norm&lt;/b&gt;?'/>`,
 };
 

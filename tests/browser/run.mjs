@@ -140,6 +140,81 @@ const cases = {
     return page;
   },
 
+  async 'a file question takes a path, says what is wrong with one, and can be left'(browser, place) {
+    place.site(1);
+    place.list('norm.xml', tasks.norm);
+    const page = await openPage(browser, await place.start());
+    await openTool(page, 'p0.prt');
+    await part(page, 'kvaneInfo').click();
+    const info = page.locator('[data-dialog=kvaneinfo]'), question = page.locator('#question');
+    await info.locator('[data-name=kvaneInfoSaveBtn]').click();
+    await question.getByText('save txt').waitFor();
+    assert.match(await question.innerText(), /\*\.txt/);
+    await page.keyboard.press('Escape');
+    await question.waitFor({ state: 'detached' });
+    await info.locator('[data-name=kvaneInfoSaveBtn]').click();
+    const path = question.locator('input');
+    const proposal = await path.inputValue();
+    assert.match(proposal, /kvd_info\.txt$/);
+    await path.fill('no such folder/kvd_info.txt');
+    await path.press('Enter');
+    await page.locator('#notices').getByText("that can't be chosen").waitFor();
+    await path.fill('Übersicht <b>.txt'); // in the folder that the dialog starts in
+    await path.press('Enter');
+    await question.waitFor({ state: 'detached' });
+    assert.ok(fs.existsSync(proposal.replace('kvd_info.txt', 'Übersicht <b>.txt')));
+    const saved = page.locator('#files a', { hasText: 'Übersicht <b>.txt' }).first();
+    const answer = await page.request.get(new URL(await saved.getAttribute('href'), page.url()).href);
+    assert.match(await answer.text(), /Installed KVD Version/);
+    return page;
+  },
+
+  async 'a message waits for its button, and its end begins no run'(browser, place) {
+    place.site(2);
+    place.list('norm.xml', tasks.norm + tasks.save);
+    const alone = ['--set', 'kvd_no_pro_notifications=1', '--set', 'kvd_start_kvz_after_solid_regen_conf='];
+    const page = await openPage(browser, await place.start(alone));
+    await openTool(page, 'p0.prt');
+    await choose(page, 'kvaneKVZChooser', 'standards.kvz');
+    await choose(page, 'kvaneActionlistChooser', 'norm.xml');
+    await row(page, 'P0.PRT').waitFor();
+    await page.click('#openModel');
+    await page.fill('#modelsFilter', 'p1.prt');
+    await page.keyboard.press('Enter');
+    await page.locator('#current', { hasText: 'P1.PRT' }).waitFor();
+    await part(page, 'kvaneStart').click();
+    const question = page.locator('#question');
+    await question.getByText('Model that should worked is not current model').waitFor();
+    await page.keyboard.press('Escape'); // a message has no way round its button
+    assert.equal(await question.count(), 1);
+    await page.keyboard.press('Enter');
+    await question.waitFor({ state: 'detached' });
+    await page.locator('#busy').waitFor({ state: 'hidden' });
+    assert.deepEqual([...place.versions('p0.prt'), ...place.versions('p1.prt')], ['p0.prt.1', 'p1.prt.1']);
+    return page;
+  },
+
+  async 'a log of 200,000 lines is read from either end, and the page goes on answering'(browser, place) {
+    place.site(50);
+    place.list('log.xml', (tasks.variable + '\n').repeat(1400));
+    const page = await openPage(browser, await place.start(['--set', 'kvd_log_as_tree=0', '--set', 'kvd_write_history_in_models=0']));
+    await openTool(page, 'top.asm');
+    await choose(page, 'kvaneKVZChooser', 'standards.kvz');
+    await choose(page, 'kvaneActionlistChooser', 'log.xml');
+    await row(page, 'P49.PRT').waitFor();
+    await part(page, 'kvaneStart').click();
+    await waitForRun(page);
+    const log = part(page, 'kvaneLogTA').locator('.lines');
+    await log.press('End');
+    await page.waitForFunction(() => [...document.querySelectorAll('[data-name=kvaneLogTA] .line')].some((one) => one.dataset.line >= 200_000));
+    assert.ok((await log.locator('.line').count()) < 200);
+    await log.press('Home');
+    await log.locator('[data-line="0"]').waitFor();
+    await part(page, 'kvaneShowLog').click();
+    await log.waitFor({ state: 'hidden' });
+    return page;
+  },
+
   async 'Ctrl-C in a run leaves every model whole, and the page says that it is over'(browser, place) {
     place.site(60);
     place.list('norm.xml', tasks.norm + tasks.save);

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "core/state.h"
+#include "creo/ProUIShow.h"
 #include "headless/proui/ui.h"
 #include "support/world.h"
 #include "text/encoding.h"
@@ -150,6 +151,11 @@ TEST(Start, ASideFoldsAwayWithAllItHolds) {
     EXPECT_EQ("11111 tl", shown(table));
     ui.press("kvanerunner", "kvaneShowTree");
     EXPECT_EQ("00000 -l", shown(table));
+    // As a site's own resource shows them.
+    for (const char* name : {"kvaneShowLog_hide", "kvaneShowTree_show"}) {
+      EXPECT_FALSE(main.shown(name));
+      ASSERT_EQ(creo::ProNoError, creo::ProUIPushbuttonShow("kvanerunner", name));
+    }
     ui.press("kvanerunner", "kvaneShowLog_hide");
     EXPECT_EQ("0000000 --", shown(log));
     ui.press("kvanerunner", "kvaneShowTree_show");

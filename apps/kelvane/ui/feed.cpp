@@ -40,24 +40,24 @@ void Feed::give(Listener& listener, const Event& event) {
 void Feed::tell(std::string whole, std::string change) {
   const Event event{"change", std::make_shared<const std::string>(std::move(change))};
   const std::lock_guard lock(mutex_);
-  whole_ = std::make_shared<const std::string>(std::move(whole));
+  last_ = {last_.number + 1, std::make_shared<const std::string>(std::move(whole))};
   std::erase_if(listeners_, [](const auto& one) { return one.expired(); });
   for (const auto& one : listeners_) {
     if (const auto listener = one.lock()) give(*listener, event);
   }
 }
 
-std::shared_ptr<const std::string> Feed::whole() const {
+Told Feed::last() const {
   const std::lock_guard lock(mutex_);
-  return whole_;
+  return last_;
 }
 
-std::shared_ptr<Feed::Listener> Feed::listen() {
+std::shared_ptr<Feed::Listener> Feed::listen(std::uint64_t since) {
   const std::lock_guard lock(mutex_);
   std::erase_if(listeners_, [](const auto& one) { return one.expired(); });
   if (closed_ || listeners_.size() >= kMostListeners) return nullptr;
   auto listener = std::make_shared<Listener>();
-  give(*listener, {"whole", whole_});
+  if (since == 0 || since != last_.number) give(*listener, {"whole", last_.state});
   listeners_.push_back(listener);
   return listener;
 }

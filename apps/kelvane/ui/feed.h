@@ -2,6 +2,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -17,6 +18,12 @@ namespace kelvane::view {
 struct Event {
   const char* name = "";
   std::shared_ptr<const std::string> data;
+};
+
+// The whole state, and how many have been told until then.
+struct Told {
+  std::uint64_t number = 0;
+  std::shared_ptr<const std::string> state;
 };
 
 class Feed {
@@ -41,16 +48,17 @@ class Feed {
   // The session's thread tells the state as it is now and what of it is new.
   void tell(std::string whole, std::string change);
   // Any thread. The state that was told last.
-  [[nodiscard]] std::shared_ptr<const std::string> whole() const;
-  // Any thread. Null where too many listen, or the session ends. The state comes as the first event.
-  std::shared_ptr<Listener> listen();
+  [[nodiscard]] Told last() const;
+  // Any thread. Null where too many listen, or the session ends. The state comes as the first event, unless it is still
+  // the one of number `since`, which the page has.
+  std::shared_ptr<Listener> listen(std::uint64_t since);
   void close();
 
  private:
   static void give(Listener& listener, const Event& event);
 
   mutable std::mutex mutex_;
-  std::shared_ptr<const std::string> whole_ = std::make_shared<const std::string>("{}");
+  Told last_ = {0, std::make_shared<const std::string>("{}")};
   std::vector<std::weak_ptr<Listener>> listeners_;
   bool closed_ = false;
 };

@@ -1,6 +1,7 @@
 #include "kelvane/ui/screen.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "core/state.h"
 #include "creo/ProUITable.h"
@@ -90,6 +91,7 @@ std::string Screen::carryOut(const Deed& deed) {
   if (working_ == 0) return carryOutAlone(deed);
   const Bearing bearing = judges_.back()(deed);
   if (bearing == Bearing::none) return "a question is open, and this is no answer to it";
+  if (bearing == Bearing::wrong) return "that can't be chosen: it isn't there, or is no file or folder as is asked for";
   return bearing == Bearing::press ? view::carryOut(session_, deed.what) : std::string();
 }
 
@@ -108,7 +110,6 @@ std::string Screen::carryOutAlone(const Deed& deed) {
   }
   --working_;
   if (ran_) barrier_ = Clock::now();
-  written_.gather(keepsFiles_);
   if (ran_) written_.offer(core::pluginState().logFile);
   return fault;
 }
@@ -174,14 +175,19 @@ std::optional<std::wstring> Screen::answerFile(const FileQuestion& question) {
         if (textOf(deed.what, "do") != "path") return Bearing::none;
         const json& given = deed.what.at("path");
         if (!given.is_null()) {
-          const std::wstring chosen = systemPath(given.get<std::string>());
-          if (!headless::canBeChosen(question.what, chosen)) return Bearing::none;
+          const std::filesystem::path folder = shown(question.folder);  // for a path that doesn't begin at the root
+          const std::wstring chosen = systemPath(folder / given.get<std::string>());
+          if (!headless::canBeChosen(question.what, chosen)) return Bearing::wrong;
           path = chosen;
         }
         done = true;
         return Bearing::answer;
       },
       [&] { return done; });
+  if (path && question.what == headless::FileQuestion::What::save) {  // what goes there is a result
+    written_.gather(keepsFiles_);
+    keepsFiles_ = true;
+  }
   return path;
 }
 
@@ -201,6 +207,7 @@ json Screen::picture() {
 }
 
 void Screen::tell() {
+  written_.gather(keepsFiles_);
   const Clock::time_point begin = Clock::now();
   json now = picture();
   json change = changeOf(told_, now);
@@ -220,7 +227,6 @@ void Screen::tell() {
 
 void Screen::tellSometimes() {
   if (!changed_ || Clock::now() - last_ < pause_) return;
-  written_.gather(keepsFiles_);
   tell();
 }
 

@@ -41,7 +41,8 @@ class Screen : public headless::SessionObserver {
 
  private:
   // What a deed is to the question that is open.
-  enum class Bearing { none, answer, press };  // not meant for it; all that it waits for; a press in its dialog
+  // Not meant for it; an answer that it can't take; all that it waits for; a press in its dialog.
+  enum class Bearing { none, wrong, answer, press };
   using Judge = std::function<Bearing(const Deed&)>;
 
   void work(const Deed& deed);

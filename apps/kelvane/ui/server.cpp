@@ -10,6 +10,7 @@
 #include "kelvane/ui/deeds.h"
 #include "kelvane/ui/guard.h"
 #include "kelvane/ui/lines.h"
+#include "kelvane/ui/page.h"
 #include "kelvane/ui/picture.h"
 
 namespace kelvane::view {
@@ -27,8 +28,13 @@ constexpr int kPulsesBetweenSigns = 15;
 
 // Nothing of another place is loaded, and no page of another place shows this one.
 constexpr const char* kPolicy =
-    "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self'; base-uri 'none'; "
-    "form-action 'none'; frame-ancestors 'none'";
+    "default-src 'none'; img-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors "
+    "'none'";
+
+// That, and the page's own style and script run, which carry the nonce of this answer.
+std::string policy(const std::string& nonce) {
+  return std::string(kPolicy) + "; script-src 'nonce-" + nonce + "'; style-src 'nonce-" + nonce + "'";
+}
 
 struct FileType {
   std::string_view extension;
@@ -54,12 +60,34 @@ void refuse(Response& response, int status, const std::string& text) {
   response.set_content(text + "\n", "text/plain; charset=utf-8");
 }
 
+// A body as it is: what is handed over whole is compressed by the library for as long as a page takes to build, and on
+// the loopback that gains nothing.
+void give(Response& response, std::string body, const char* type) {
+  const auto kept = std::make_shared<const std::string>(std::move(body));
+  if (kept->empty()) return response.set_content("", type);
+  response.set_content_provider(kept->size(), type,
+                                [kept](std::size_t offset, std::size_t length, httplib::DataSink& sink) {
+                                  return sink.write(kept->data() + offset, length);
+                                });
+}
+
 std::size_t number(const Request& request, const char* name) {
   const std::string text = request.get_param_value(name);
   constexpr std::size_t kDigits = 9;
   const bool isNumber = !text.empty() && text.size() <= kDigits &&
                         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
   return isNumber ? std::stoul(text) : 0;
+}
+
+void replaceAll(std::string& text, std::string_view from, const std::string& to) {
+  for (std::size_t at = text.find(from); at != text.npos; at = text.find(from, at + to.size()))
+    text.replace(at, from.size(), to);
+}
+
+// JSON that stands in a page's script element: no "<" begins anything there.
+std::string inScript(std::string json) {
+  replaceAll(json, "<", "\\u003c");
+  return json;
 }
 
 // For a header: no quotes, no line ends, ASCII alone.
@@ -73,8 +101,8 @@ std::string headerName(const std::string& name) {
 
 class Server::Work {
  public:
-  Work(Inbox& inbox, Feed& feed, Doors doors, std::vector<Served> files)
-      : inbox_(inbox), feed_(feed), doors_(std::move(doors)), files_(std::move(files)) {}
+  Work(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images)
+      : inbox_(inbox), feed_(feed), doors_(std::move(doors)), images_(std::move(images)), page_(view::page()) {}
   ~Work() {
     feed_.close();
     inbox_.close();
@@ -121,7 +149,7 @@ class Server::Work {
                   [this, handler](const Request& request, Response& response) { (this->*handler)(request, response); });
     };
     get("/", &Work::page);
-    get(R"(/(own|image)/([^/]+))", &Work::file);
+    get(R"(/image/([^/]+))", &Work::image);
     get("/state", &Work::state);
     get("/events", &Work::events);
     get("/lines", &Work::lines);
@@ -150,23 +178,33 @@ class Server::Work {
       response.set_redirect("/", 303);
       return;
     }
-    send("index.html", response);
+    const Told last = feed_.last();
+    const std::string nonce = newToken();
+    std::string page = page_;
+    replaceAll(page, "@nonce@", nonce);
+    replaceAll(page, "@told@",
+               inScript(R"({"number":)" + std::to_string(last.number) + R"(,"state":)" + *last.state + "}"));
+    response.headers.erase("Content-Security-Policy");
+    response.set_header("Content-Security-Policy", policy(nonce));
+    give(response, std::move(page), "text/html; charset=utf-8");
   }
 
-  void file(const Request& request, Response& response) { send(request.matches[2].str(), response); }
-
-  void send(const std::string& name, Response& response) const {
-    const auto found = std::find_if(files_.begin(), files_.end(), [&](const Served& one) { return one.name == name; });
-    if (found == files_.end()) return refuse(response, 404, "there is no such file");
+  // They stay as they are as long as the session lives.
+  void image(const Request& request, Response& response) {
+    const auto found = std::find_if(images_.begin(), images_.end(),
+                                    [&](const Image& one) { return one.name == request.matches[1].str(); });
+    if (found == images_.end()) return refuse(response, 404, "there is no such image");
+    response.headers.erase("Cache-Control");
+    response.set_header("Cache-Control", "private, max-age=3600");
     response.set_content(found->bytes, found->type);
   }
 
   void state(const Request& /*request*/, Response& response) {
-    response.set_content(*feed_.whole(), "application/json");
+    give(response, *feed_.last().state, "application/json");
   }
 
-  void events(const Request& /*request*/, Response& response) {
-    const auto listener = feed_.listen();
+  void events(const Request& request, Response& response) {
+    const auto listener = feed_.listen(number(request, "since"));
     if (!listener) return refuse(response, 503, "too many pages are open");
     response.set_chunked_content_provider(
         "text/event-stream",
@@ -187,7 +225,7 @@ class Server::Work {
     const auto read = doors_.read(what, about);
     if (!read) return refuse(response, 503, "the session is busy");
     if (*read == "null") return refuse(response, 404, "there is no such thing");
-    response.set_content(*read, "application/json");
+    give(response, *read, "application/json");
   }
 
   void lines(const Request& request, Response& response) {
@@ -262,15 +300,16 @@ class Server::Work {
   Inbox& inbox_;
   Feed& feed_;
   Doors doors_;
-  std::vector<Served> files_;
+  std::vector<Image> images_;
+  std::string page_;  // with the places to fill in
   httplib::Server server_;
   std::optional<Guard> guard_;
   std::string address_;
   std::thread thread_;
 };
 
-Server::Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Served> files)
-    : work_(std::make_unique<Work>(inbox, feed, std::move(doors), std::move(files))) {}
+Server::Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images)
+    : work_(std::make_unique<Work>(inbox, feed, std::move(doors), std::move(images))) {}
 Server::~Server() = default;
 
 bool Server::start(int port) { return work_->start(port); }

@@ -11,9 +11,9 @@
 
 namespace kelvane::view {
 
-// A file that the server keeps in memory: of the page, or an image of the dialogs.
-struct Served {
-  std::string name, type, bytes;  // "ui.js", "text/javascript; charset=utf-8"
+// An image of the dialogs, which the server keeps in memory.
+struct Image {
+  std::string name, type, bytes;  // "part.png", "image/png"
 };
 
 // What the server asks of the session's side. Both are called by its own threads.
@@ -25,7 +25,7 @@ struct Doors {
 
 class Server {
  public:
-  Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Served> files);
+  Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images);
   ~Server();  // ends it
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;

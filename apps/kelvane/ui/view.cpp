@@ -15,7 +15,6 @@
 #include "kelvane/ui/lines.h"
 #include "kelvane/ui/screen.h"
 #include "kelvane/ui/server.h"
-#include "kelvane/ui/web_files.h"
 #include "text/encoding.h"
 
 namespace kelvane::view {
@@ -38,7 +37,8 @@ headless::SessionOptions sessionOf(const RunOptions& options, const RunPlace& pl
 }
 
 // The images that the dialogs may name; those of the language before those of all languages.
-void addImages(std::vector<Served>& files, const std::wstring& textFolder, const std::string& language) {
+std::vector<Image> imagesOf(const std::wstring& textFolder, const std::string& language) {
+  std::vector<Image> images;
   const std::wstring ofAll = os::joined(textFolder, L"usascii");
   for (const std::wstring& place : {os::joined(textFolder, text::fromUtf8(language)), ofAll, textFolder}) {
     const std::wstring folder = os::joined(place, L"resource");
@@ -46,9 +46,10 @@ void addImages(std::vector<Served>& files, const std::wstring& textFolder, const
       const bool isPng = entry.name.ends_with(L".png"), isGif = entry.name.ends_with(L".gif");
       if (!isPng && !isGif) continue;
       auto read = os::files().read(os::joined(folder, entry.name));
-      if (read) files.push_back({text::toUtf8(entry.name), isPng ? "image/png" : "image/gif", std::move(read.value)});
+      if (read) images.push_back({text::toUtf8(entry.name), isPng ? "image/png" : "image/gif", std::move(read.value)});
     }
   }
+  return images;
 }
 
 class View {
@@ -74,7 +75,7 @@ class View {
     if (session_.loadPlugin() != 0) throw Fault("the plug-in doesn't start: " + text::toUtf8(session_.startError()));
     session_.settle();
     if (!options_.open.empty()) open();
-    Server server(inbox_, feed_, doors(), files());
+    Server server(inbox_, feed_, doors(), imagesOf(session_.options().textFolder, session_.options().language));
     if (!server.start(options_.port)) throw Fault("port " + std::to_string(options_.port) + " can't be had");
     screen_.tell();
     console_.result(server.address());
@@ -122,12 +123,6 @@ class View {
     for (const auto& document : headless::readFolder(place_.models))
       names.insert(label(document.file.name, document.file.type));
     return names;
-  }
-
-  std::vector<Served> files() {
-    std::vector<Served> files = webFiles();
-    addImages(files, session_.options().textFolder, session_.options().language);
-    return files;
   }
 
   const ViewOptions& options_;

@@ -217,7 +217,9 @@ class DialogView {
       Object.assign(part, kinds[told.kind](this, told));
       part.element.dataset.name = told.name;
       part.element.classList.add('kind-' + told.kind);
-      (above?.inside ?? this.body).append(part.element);
+      const inside = above?.inside ?? this.body;
+      if (told.kind === 'table' && above) inside.append(make('div', { class: 'row' }, ...inside.children)); // what stands above it
+      inside.append(part.element);
     }
     part.element.hidden = !told.shown;
     part.show(told);

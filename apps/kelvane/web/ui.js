@@ -130,18 +130,19 @@ async function openModels() {
   filter.focus();
 }
 
-function follow() {
-  const stream = new EventSource('/events');
-  stream.addEventListener('whole', (event) => {
+// The page comes with what was told last, number `since`: the stream then begins with what is new.
+function follow(since) {
+  const stream = new EventSource('/events?since=' + since);
+  stream.addEventListener('open', () => {
     byId('lost').hidden = true;
     document.body.classList.remove('isLost');
-    show(JSON.parse(event.data), true);
   });
+  stream.addEventListener('whole', (event) => show(JSON.parse(event.data), true));
   stream.addEventListener('change', (event) => show(JSON.parse(event.data), false));
   stream.addEventListener('error', () => {
     byId('lost').hidden = false;
     document.body.classList.add('isLost');
-    if (stream.readyState === EventSource.CLOSED) setTimeout(follow, 2000);
+    if (stream.readyState === EventSource.CLOSED) setTimeout(follow, 2000, 0);
   });
 }
 
@@ -149,4 +150,6 @@ byId('openModel').addEventListener('click', openModels);
 byId('saveModel').addEventListener('click', () => deed({ do: 'save' }));
 byId('closeWindow').addEventListener('click', () => deed({ do: 'closeWindow' }));
 byId('stop').addEventListener('click', () => deed({ do: 'stop' }));
-follow();
+const told = JSON.parse(byId('told').textContent);
+show(told.state, true);
+follow(told.number);

@@ -16,7 +16,9 @@ using State = headless::Session::State;
 
 namespace {
 
-Got<std::wstring> askPath(State& state, const FileQuestion& question) {
+// Without a folder the dialog starts in the working directory.
+Got<std::wstring> askPath(State& state, FileQuestion question) {
+  if (question.folder.empty()) question.folder = state.models.workingFolder();
   const auto chosen = state.ui.state().askFile(question);
   if (!chosen) return ProUserAbort;
   std::wstring path = os::withBackslashes(*chosen);

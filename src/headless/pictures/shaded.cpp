@@ -14,6 +14,7 @@ constexpr Color kEdge{40, 44, 52};
 constexpr double kFilled = 0.9;  // of the width or the height
 constexpr double kAmbient = 0.38, kDiffuse = 0.62, kGloss = 0.18;
 constexpr int kGlossPower = 24;
+constexpr double kMostFineDots = 16e6;
 constexpr float kEdgeLift = 0.004F;  // towards the viewer, of the depth of all there is: edges lie on their faces
 constexpr ProVector kLight{-0.42, 0.54, 0.73};
 constexpr ProVector kHalfway{-0.226, 0.290, 0.930};  // between the light and the viewer
@@ -153,13 +154,16 @@ ScreenPoint onScreen(const ShadedPart& part, const geometry::MeshPoint& point, c
 }
 
 Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int width, int height) {
-  Canvas canvas(2 * width, 2 * height);
+  // Drawn at twice the size, so that edges are smooth; a very large picture has dots enough, and memory has an end.
+  const int fine = static_cast<double>(width) * height <= kMostFineDots ? 2 : 1;
+  Canvas canvas(fine * width, fine * height);
+  const auto finished = [&] { return fine == 2 ? halved(canvas.image_) : std::move(canvas.image_); };
   Box box;
   std::vector<Turned> turned;
   turned.reserve(parts.size());
   for (const ShadedPart& part : parts) turned.push_back(turnedPart(part, view, box));
-  if (box.isEmpty()) return halved(canvas.image_);
-  const Fit fit(box, 2 * width, 2 * height);
+  if (box.isEmpty()) return finished();
+  const Fit fit(box, fine * width, fine * height);
   // What can be seen through is drawn over what can't.
   std::stable_sort(turned.begin(), turned.end(),
                    [](const Turned& a, const Turned& b) { return a.part->transparency < b.part->transparency; });
@@ -167,7 +171,7 @@ Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int
     if (one.part->transparency <= 0) drawEdges(canvas, one, fit, view, kEdgeLift * box.size() * fit.scale);
     drawFaces(canvas, one, fit, view);
   }
-  return halved(canvas.image_);
+  return finished();
 }
 
 }  // namespace headless

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <ranges>
 
 #include "barcode/text_submodes.h"
 
@@ -247,7 +248,7 @@ std::vector<int> compacted(std::string_view text) {
     state = move.from;
   }
   Writer writer(text);
-  for (auto step = steps.rbegin(); step != steps.rend(); ++step) writer.add(step->move, step->to, step->place);
+  for (const Step& step : std::views::reverse(steps)) writer.add(step.move, step.to, step.place);
   return writer.finished();
 }
 

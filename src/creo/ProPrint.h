@@ -24,7 +24,7 @@ struct ProPrintOptions {
   ProPrintMdlOptions model;
   ProPrintPlacementOptions placement;
   ProSheetSize paper = ProSheetSize::a4;
-  double width = 0, height = 0;  // inches; of paper of a size of its own (ProSheetSize::variableMm)
+  double width = 0, height = 0;  // of paper of a size of its own (ProSheetSize::variableMm), in mm
 };
 
 // What the printer of that kind begins with. ProNotFound: there is no such printer; this session has "TIFF".

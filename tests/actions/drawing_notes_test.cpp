@@ -56,7 +56,7 @@ TEST_F(Notes, AreWrittenFromFiles) {
 TEST_F(Notes, LieOverTheViewsOfTheirSheet) {
   World own;
   writeBytes(own.models() + "/note.txt", "x");
-  work(own, task("addNote", "notepath='d:\\note.txt' fn_0='' posx_0='1' posy_0='1' sheet_0='2'"));
+  work(own, task("addNote", "notepath='note.txt' fn_0='' posx_0='1' posy_0='1' sheet_0='2'"));  // of the working folder
   EXPECT_EQ(-4, saved(own).notes.back().view);
 }
 

@@ -1,4 +1,6 @@
 // Symbols of drawings: placed from files, found by place and name, moved, deleted, switched, brought up to date.
+#include <filesystem>
+
 #include "actions/drawing_details_fixture.h"
 #include "creo/ProDtlsym.h"
 
@@ -99,6 +101,7 @@ TEST_F(Symbols, ArePlacedFromFiles) {
        " 10:arrow@1(1,2) 11:arrow@1(3,4)"},
       {"sympath='@pro_symbol_dir@' symname='ARROW' fn_0='no_format' posx_0='50' posy_0='9'", " 10:ARROW@2(20,20)"},
       {"sympath='d:\\nowhere' symname='Rough' fn_0='' posx_0='1' posy_0='2' sheet_0='1'", " 10:rough@1(1,2)"},
+      {"sympath='parts' symname='inner' fn_0='*a3' posx_0='1' posy_0='2'", " 10:inner@1(1,2)"},
       {"symname='arrow' posx_0='1' posy_0='2'", ""},
       {"symname='arrow' fn_0='' posx_0='1'", ""},
       {"symname='..\\arrow' fn_0='' posx_0='1' posy_0='2'", ""},
@@ -107,6 +110,8 @@ TEST_F(Symbols, ArePlacedFromFiles) {
     World own;
     own.member("models/packed.sym", kArrow);
     writeBytes(own.models() + "/arrow.sym", kArrow);
+    std::filesystem::create_directory(own.models() + "/parts");
+    writeBytes(own.models() + "/parts/inner.sym", kArrow);
     const std::wstring log = work(own, task("addSymbol", one.attributes));
     EXPECT_EQ(kAll + one.added, symbols(own)) << one.attributes;
     EXPECT_EQ(1, saved(own).currentSheet);

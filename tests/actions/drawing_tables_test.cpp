@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "actions/action_fixture.h"
+#include "creo/ProUtil.h"
 #include "headless/store/document.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -41,12 +42,15 @@ class DrawingTables : public ActionTest {
     writeBytes(own.models() + "/frame_a2.frm.1", kFormat);
     writeBytes(own.models() + "/torn.frm.1", "{");
   }
-  static std::wstring work(World& own, const std::string& tasks) {
+  static std::wstring work(World& own, const std::string& tasks, const std::string& failing = "") {
     fill(own);
     own.list("list.xml", tasks + task("saveModel"));
     own.start();
     own.open(L"PLAN", creo::ProMdlType::drawing);
-    own.run("list.xml");
+    own.openTool();
+    own.choose("list.xml");
+    if (!failing.empty()) own.session().failNext(failing, creo::ProGeneralError);
+    own.pressStart();
     const std::wstring log = told(own.log());
     const std::size_t begin = log.rfind(L"B0 ");
     return begin == log.npos ? log : log.substr(begin);
@@ -109,12 +113,13 @@ TEST_F(DrawingTables, AreMovedWhereTheSheetSays) {
 TEST_F(DrawingTables, AreBroughtFromFilesOntoTheSheetsThatFit) {
   World own;
   EXPECT_EQ(
-      L"B0 Add table|d:\\|The format of page 1 is frame_a3.|Check Sheet 1 = 0|Sheet 1 is worked|"
+      L"B0 Add table|d:\\|The format of page 1 is frame_a3.|Check Sheet 1 = -1|Sheet 1 is worked|"
       L"Table is retrieved and displayed|The format of page 2 is no_format.|B1 Add table|d:\\|"
       L"The format of page 1 is frame_a3.|Check Sheet 1 = 2|The format of page 2 is no_format.|Check Sheet 2 = 2|"
       L"Sheet 2 is worked|Table is retrieved and displayed|B2 Save model",
-      work(own, task("addTable", "tablepath='d:\\' tablename='box' fn_0='frame*' posx_0='-50' posy_0='20'") +
-                    task("addTable", "tablepath='d:\\' tablename='BOX' fn_0='' sheet_0='2' posx_0='20' posy_0='-10'")));
+      work(own,
+           task("addTable", "tablepath='d:\\' tablename='box' fn_0='frame*' sheet_0='-1' posx_0='-50' posy_0='20'") +
+               task("addTable", "tablepath='d:\\' tablename='BOX' fn_0='' sheet_0='2' posx_0='20' posy_0='-10'")));
   EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30) 4@1(370,20) 5@2(5,100)", tables(own));
   EXPECT_EQ(2, saved(own).currentSheet);
 }
@@ -129,6 +134,38 @@ TEST_F(DrawingTables, FilesThatArentThereOrAreCutLeaveTheDrawing) {
                      HasSubstr(L"E:Failure while retrieving the table : -1"),
                      HasSubstr(L"E:Can't set path as current path: d:\\nowhere")));
   EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30)", tables(own));
+}
+
+TEST_F(DrawingTables, WhatFailsIsToldAndTheRestStays) {
+  const std::string all = "1@1(100,50) 2@1(300,10) 3@2(45,30)", brought = all + " 4@1(370,20)";
+  const std::string add = "tablepath='d:\\' tablename='box' fn_0='' sheet_0='1' posx_0='-50' posy_0='20'",
+                    move = "posx_0='100' posy_0='50' sheet_0='1' nposx_0='1' nposy_0='2'";
+  const struct {
+    const char *action, *operation;
+    std::string attributes, left;
+    std::wstring said;
+  } cases[] = {
+      {"addTable", "ProDwgtableRetrieve", add, all, L"E:Failure while retrieving the table : -1"},
+      {"addTable", "ProDwgtableInfoGet", add, brought, L"E:Can't get Table info"},
+      {"addTable", "ProDwgtableSegMove", add, brought, L"E:Can't move table segment|Table is retrieved and displayed"},
+      {"addTable", "ProDwgtableDisplay", add, brought, L"E:Table is can't be displayed"},
+      {"addTable", "ProDrawingSheetTrfGet", add, all, L"E:The matrix of sheet 1 can't be read"},
+      {"addTable", "ProDrawingCurrentSheetSet", add, all, L"E:Can't make sheet 1 the current one"},
+      {"addTable", "ProPntTrfEval", add, all, L"E:posx_0, posy_0 is no place on sheet 1"},
+      {"moveTable", "ProDwgtableSegMove", move, all, L"E:Can't move the table"},
+      {"moveTable", "ProDwgtableSegCount", move, all, L"The format of page 1 is frame_a3|"},
+      {"moveTable", "ProDrawingTablesCollect", move, all, L"The format of page 1 is frame_a3|"},
+      {"deleteTable", "ProDwgtableInfoGet", move, all, L"The format of page 1 is frame_a3|"},
+      {"deleteTable", "ProDwgtableDelete", move, all, L"E:Can't delete the table"},
+  };
+  for (const auto& one : cases) {
+    World own;
+    EXPECT_THAT(work(own, task(one.action, one.attributes), one.operation), HasSubstr(one.said)) << one.operation;
+    EXPECT_EQ(one.left, tables(own)) << one.action << one.operation;
+    for (const headless::TableRecord& table : saved(own).tables) EXPECT_FALSE(table.erased) << one.operation;
+    EXPECT_EQ(2, saved(own).currentSheet) << one.operation;
+    EXPECT_EQ(L"d:\\", creo::ProDirectoryCurrentGet().value);
+  }
 }
 
 TEST_F(DrawingTables, AFormatIsExchangedWithItsTables) {

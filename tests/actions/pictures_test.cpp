@@ -38,6 +38,19 @@ TEST_F(PictureExports, AJpegShowsTheSolidInItsColourOnWhite) {
   EXPECT_GE(dot(file("BRACKET.jpg"), 300, 150).front(), '2');
 }
 
+TEST_F(PictureExports, SurfacesHaveTheirOwnColours) {
+  std::string looks;
+  for (int surface = 1; surface <= 6; ++surface)
+    looks += (looks.empty() ? "" : ", ") + (R"({"surface": )" + std::to_string(surface)) +
+             R"(, "appearance": {"color": [0, 1, 0]}})";
+  test::writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1, "appearance": {"color": [0.9, 0.1, 0.1]},
+      "solid": {"primitives": [{"type": "box", "size": [80, 40, 20]}]}, "surfaceAppearances": [)" +
+                                                          looks + "]}");
+  run(task("exportjpg", "folder='t:\\' exportname='green' width='600' height='300'"));
+  EXPECT_EQ('0', dot(file("green.jpg"), 300, 150).front());
+  EXPECT_GE(dot(file("green.jpg"), 300, 150).back(), '2');
+}
+
 TEST_F(PictureExports, AnOldPictureStaysUnlessItMayBeReplaced) {
   world.list("keep.xml", task("exportjpg", "folder='t:\\' exportname='old.JPG' width='60' height='60'"));
   world.list("replace.xml",
@@ -73,7 +86,9 @@ TEST_F(PictureExports, WhatFailsLeavesNoFileAndPutsEverythingBack) {
 TEST_F(PictureExports, ATiffShowsASheetInItsSize) {
   test::writeBytes(world.models() + "/PLATE.drw.1", R"({"format": 1, "sheets": [{"size": "A4"}, {"size": "A3"}],
     "currentSheet": 2, "drafts": [{"sheet": 2, "lines": [[10, 148, 410, 148, 8]]}],
-    "notes": [{"id": 1, "sheet": 2, "position": {"x": 50, "y": 60}, "lines": ["MASSSTAB"]}]})");
+    "notes": [{"id": 1, "sheet": 2, "position": {"x": 50, "y": 60}, "lines": ["MASSSTAB"]},
+              {"id": 2, "sheet": 2, "position": {"x": 1e300, "y": 5}, "lines": ["far away"]},
+              {"id": 3, "sheet": 2, "lines": [[{"text": "huge", "height": 9999999}]]}]})");
   EXPECT_EQ(L"B0 Export tiff|Export completed",
             run(task("exporttiff", "folder='t:\\' exportname='sheet' printmode='1'"), L"PLATE", ProMdlType::drawing));
   EXPECT_EQ("TIFF 4961x3508", form(file("sheet.tiff"))) << "A3 at 300 dots an inch";
@@ -83,6 +98,21 @@ TEST_F(PictureExports, ATiffShowsASheetInItsSize) {
       said("convert '" + file("sheet.tiff") + "' -crop 600x80+580+2740 -format '%[fx:mean<0.98]' info:");
   EXPECT_EQ("1", ink) << "the note's letters";
   EXPECT_FALSE(std::filesystem::exists(file("sheet_1.tiff"))) << "the print's own name is gone";
+}
+
+TEST_F(PictureExports, APathThatIsntWholeCountsFromTheWorkingFolder) {
+  std::filesystem::create_directory(world.models() + "/out");
+  test::writeBytes(world.models() + "/out/kept_1.tiff", "old");
+  EXPECT_EQ(
+      L"B0 Export jpg|Export completed|B1 Export tiff|Export completed|B2 Export tiff|"
+      L"W:File already exists, no new image taken|"
+      L"B3 Export tiff|E:d:\\out/kept_1.tiff is in the way|E:Fehler occured while export as tiff|E:Error -5",
+      run(task("exportjpg", "folder='out' exportname='a' width='60' height='30'") +
+          task("exporttiff", "folder='out' exportname='b'") + task("exporttiff", "folder='out' exportname='b'") +
+          task("exporttiff", "folder='out' exportname='kept'")));
+  EXPECT_EQ("JPEG 60x30", form(world.models() + "/out/a.jpg"));
+  EXPECT_TRUE(std::filesystem::exists(world.models() + "/out/b.tiff"));
+  EXPECT_EQ("old", test::readBytes(world.models() + "/out/kept_1.tiff"));
 }
 
 }  // namespace

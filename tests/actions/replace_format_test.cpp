@@ -151,7 +151,9 @@ TEST_F(ReplaceFormat, AFailureLeavesTheSheetAsItWas) {
     EXPECT_TRUE(has(log, one.said)) << text::toUtf8(log);
   }
   World own;
-  EXPECT_TRUE(has(work(own, kFrom, "ProDrawingFormatAdd"), L"E:An unknown error happened"));
+  const std::string kept = std::string(kFrom) + "tab_0='10:200'";
+  EXPECT_TRUE(has(work(own, kept, "ProDrawingFormatAdd"), L"E:An unknown error happened"));
+  EXPECT_EQ("old_a3 old_a4- none | *2@1(10,200) 3@1(50,60) *4@2(1,2)", outcome(own)) << "the table that was kept";
 }
 
 }  // namespace

@@ -1,13 +1,16 @@
 // Solids as STEP and IGES files, and such files as models.
 #include <cmath>
 #include <numbers>
+#include <set>
 
 #include "creo/ProAppearance.h"
 #include "creo/ProIntf.h"
 #include "creo/ProIntfimport.h"
 #include "creo/ProSolid.h"
+#include "creo/ProSurface.h"
 #include "headless/session_fixture.h"
 #include "support/step_file.h"
+#include "text/format.h"
 
 namespace headless {
 namespace {
@@ -76,6 +79,33 @@ TEST_F(ExchangeTest, AStepFileReadBackHasStructureNamesColoursAndVolume) {
   EXPECT_EQ((std::vector<double>{0.2, 0.4, 0.6}), color(retrieve(L"PLATE_1")));
   EXPECT_EQ((std::vector<double>{1, 0, 0}), color(retrieve(L"PIN_1")));
   EXPECT_NEAR(kPin, volume(retrieve(L"PIN_1")), 1e-6);
+}
+
+// The colours of a part's faces, by what tells the faces apart: where their planes look.
+TEST_F(ExchangeTest, FacesKeepTheirColours) {
+  model("die.prt.1", R"("units": "inlbs", "appearance": {"color": [0.2, 0.4, 0.6]}, "surfaceAppearances": [
+      {"surface": 2, "appearance": {"color": [255, -1, 0]}}, {"surface": 5, "appearance": {"color": [0, 1, 0]}},
+      {"surface": 6, "side": 1, "appearance": {"color": [0, 0, 1]}}, {"surface": 7, "appearance": {"color": [1, 1, 1]}}],
+      "solid": {"primitives": [{"type": "box", "size": [8, 4, 5]}]})");
+  const auto colored = [](ProMdl solid) {
+    std::set<std::string> all;
+    ProSolidSurfaceVisit(solid, [&](const ProSurface& one) {
+      const auto look = ProSurfaceSideAppearancepropsGet(one, ProSurfaceSide::outer);
+      const ProVector z = ProSurfaceDataGet(one).value.zAxis;
+      if (look)
+        all.insert(text::toUtf8(text::format(L"%.0f %.0f %.0f: %.1f %.1f %.1f", z.x + 0.0, z.y + 0.0, z.z + 0.0,
+                                             look.value.red, look.value.green, look.value.blue)));
+      return ProNoError;
+    });
+    return all;
+  };
+  const ProMdl die = retrieve(L"DIE");
+  const std::set<std::string> wanted = {"0 0 -1: 0.0 1.0 0.0", "1 0 0: 1.0 0.0 0.0"};
+  ASSERT_EQ(ProNoError, writeStep(die, L"d:\\die"));
+  const auto back = import(L"d:\\die.stp", ProMdlType::part, L"BACK");
+  ASSERT_TRUE(back) << messages();
+  EXPECT_EQ(wanted, colored(back.value));
+  EXPECT_EQ((std::vector<double>{0.2, 0.4, 0.6}), color(back.value));
 }
 
 TEST_F(ExchangeTest, AnImportIsWholeBehindSavingAndReading) {

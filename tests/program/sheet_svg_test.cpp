@@ -1,6 +1,9 @@
 // kelvane show --svg: what stands on a sheet, in its place and width.
+#include <cmath>
 #include <fstream>
 #include <iterator>
+#include <regex>
+#include <set>
 
 #include "program/program_fixture.h"
 
@@ -63,6 +66,90 @@ TEST_F(SheetSvg, ASymbolShowsTheGroupsThatItNames) {
   EXPECT_THAT(svg,
               AllOf(HasSubstr(stroke(190)), HasSubstr(stroke(188)), HasSubstr(stroke(186)), Not(HasSubstr(stroke(184))),
                     HasSubstr(">3.2</text>"), HasSubstr(">GONE</text>"), HasSubstr("height=\"230mm\"")));
+}
+
+// ---- views
+
+std::string lineText(std::string from, std::string to) {
+  if (to < from) std::swap(from, to);
+  return from + " to " + to;
+}
+std::string placeText(double x, double y) {
+  return std::to_string(std::lround(x)) + "," + std::to_string(std::lround(y));
+}
+
+using Lines = std::set<std::string>;
+// A picture's lines from the sheet's lower left corner; "~" before those that aren't black.
+Lines viewLines(const std::string& svg) {
+  Lines all;
+  const std::regex line(
+      "<line x1=\"([^\"]*)\" y1=\"([^\"]*)\" x2=\"([^\"]*)\" y2=\"([^\"]*)\"[^>]*stroke=\"([^\"]*)\"");
+  for (std::sregex_iterator at(svg.begin(), svg.end(), line), end; at != end; ++at) {
+    const auto number = [&](std::size_t i) { return std::stod((*at)[i]); };
+    all.insert(((*at)[5] == "#000" ? "" : "~") +
+               lineText(placeText(number(1) - 10, 220 - number(2)), placeText(number(3) - 10, 220 - number(4))));
+  }
+  return all;
+}
+// A rectangle around (100, 100), with one line more.
+Lines rectangle(double halfWidth, double halfHeight, const std::string& mark = "", const std::string& more = "") {
+  const auto corner = [&](int x, int y) { return placeText(100 + x * halfWidth, 100 + y * halfHeight); };
+  Lines all = {mark + lineText(corner(-1, -1), corner(1, -1)), mark + lineText(corner(1, -1), corner(1, 1)),
+               mark + lineText(corner(1, 1), corner(-1, 1)), mark + lineText(corner(-1, 1), corner(-1, -1))};
+  if (!more.empty()) all.insert(more);
+  return all;
+}
+
+// A block of 40 by 20 by 10 with a smaller one behind it, and a pin of inches.
+class SheetViews : public SheetSvg {
+ protected:
+  SheetViews() {
+    file("models/step.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [40, 20, 10]},
+        {"type": "box", "size": [20, 20, 30], "placement": {"position": [0, 0, -30]}}]},
+        "views": [{"id": 1, "name": "TURNED", "matrix": [0, 1, 0, -1, 0, 0, 0, 0, 1]}]})");
+    file("models/pin.prt.1", R"({"format": 1, "units": "inlbs",
+        "solid": {"primitives": [{"type": "cylinder", "diameter": 1, "length": 2}]}})");
+    file("models/thin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [100, 50, 0.05]},
+        {"type": "box", "size": [20, 20, 5], "placement": {"position": [40, 15, -5]}}]}})");
+    file("models/empty.prt.1", R"({"format": 1})");
+    file("models/broken.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [0, 1, 1]}]}})");
+  }
+  [[nodiscard]] std::string shown(const std::string& view) const {
+    return drawn(R"({"format": 1, "sheets": [{"size": "A4", "scale": 2}], "models": [{"name": "STEP", "type": "prt"},
+        {"name": "PIN", "type": "prt"}, {"name": "THIN", "type": "prt"}, {"name": "EMPTY", "type": "prt"}, {"name": "BROKEN", "type": "prt"}],
+        "views": [{"id": 1, "position": {"x": 100, "y": 100}, )" +
+                 view + "}]}");
+  }
+};
+
+TEST_F(SheetViews, ShowTheEdgesOfTheirModel) {
+  const std::pair<const char*, Lines> cases[] = {
+      // The block behind is hidden.
+      {R"("name": "FRONT", "model": "STEP.prt")", rectangle(40, 20)},
+      {R"("name": "FRONT", "model": "STEP.prt", "displayStyle": 2, "scale": 1)",
+       rectangle(20, 10, "", "~100,110 to 100,90")},
+      {R"("name": "front", "model": "STEP.prt", "displayStyle": 1, "scale": 1, "sheet": 1)",
+       rectangle(20, 10, "", "100,110 to 100,90")},
+      // By the model's own view, where x points up; by the sheet's.
+      {R"("name": "TURNED", "model": "STEP.prt", "scale": 1)", rectangle(10, 20)},
+      {R"("name": "TURNED", "model": "STEP.prt", "scale": 1, "matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1])",
+       rectangle(20, 10)},
+      // Behind a thin sheet of metal.
+      {R"("name": "FRONT", "model": "THIN.prt", "scale": 1)", rectangle(50, 25)},
+      // Inches; the outline of the round face is no edge.
+      {R"("name": "RIGHT", "model": "PIN.prt", "scale": 1)", rectangle(25.4, 12.7)},
+  };
+  for (const auto& [view, expected] : cases) EXPECT_EQ(expected, viewLines(shown(view))) << view;
+}
+
+TEST_F(SheetViews, AreFramesWhereThereIsNothingToShow) {
+  for (const char* model : {"EMPTY.prt", "BROKEN.prt", "GONE.prt", "", "STEP"}) {
+    const std::string svg = shown(R"("name": "A <1>", "model": ")" + std::string(model) + "\"");
+    EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(svg)) << model;
+    EXPECT_THAT(svg, AllOf(HasSubstr(">A &lt;1&gt;</text>"), HasSubstr(model))) << model;
+  }
+  // Five times as large as the sheet: a detail.
+  EXPECT_THAT(shown(R"("name": "TOP", "model": "STEP.prt", "scale": 50)"), HasSubstr(">STEP.prt</text>"));
 }
 
 TEST_F(SheetSvg, InchesAndRefusals) {

@@ -1,6 +1,7 @@
 // Notes on the sheets of drawings: written from a file, found by place or text, moved, deleted.
 #include "actions/drawing/details.h"
 #include "actions/families.h"
+#include "actions/working_path.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProNote.h"
 #include "creo/ProWindow.h"
@@ -34,7 +35,7 @@ struct NewNote {
 std::optional<std::vector<std::wstring>> linesOfFile(const Task& task) {
   const std::wstring_view given = task.attribute(L"notepath");
   const bool isPath = !given.empty() && given != kNoteDirectory;
-  const std::wstring path = isPath ? task.path(L"notepath", L"models") : std::wstring(given);
+  const std::wstring path = isPath ? wholePath(task.path(L"notepath", L"models")) : std::wstring(given);
   std::wstring content;
   if (!readTextFile(path, content)) return std::nullopt;
   if (content.find(L'\0') != content.npos) {

@@ -182,9 +182,9 @@ struct NoteEdit {
   std::vector<std::wstring> set;  // the new texts
 
   // What a line becomes; the lines behind the first one are new.
-  std::vector<ProDtlnoteline> lines(ProDtlnoteline line) {
+  std::vector<ProDtlnoteline> lines(const ProDtlnoteline& line) {
     std::vector<ProDtlnoteline> made(1);
-    for (ProDtlnotetext& text : line.texts) {
+    for (const ProDtlnotetext& text : line.texts) {
       Edited edited{text.text};
       for (const Row* row : rows)
         if (!done.contains(row->number)) replaceIn(edited, task, *row);
@@ -203,8 +203,8 @@ void setByOldValue(const Task& task, const ProDtlnote& note, const std::vector<c
   if (!data) return core::logMsgPlain(kCantSet, core::kError);
   NoteEdit edit{task, rows, done, {}};
   std::vector<ProDtlnoteline> lines;
-  for (ProDtlnoteline& line : data.value.lines)
-    for (ProDtlnoteline& made : edit.lines(std::move(line))) lines.push_back(std::move(made));
+  for (const ProDtlnoteline& line : data.value.lines)
+    for (ProDtlnoteline& made : edit.lines(line)) lines.push_back(std::move(made));
   if (edit.set.empty()) return;
   data.value.lines = std::move(lines);
   ProError result = creo::ProDtlnoteModify(note, data.value);

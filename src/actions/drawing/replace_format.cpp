@@ -98,8 +98,9 @@ void exchange(const Task& task, int sheet, int number, ProMdl solid) {
   if (!model) return failDetail(text::format(core::msgText(kCantRetrieve), source.name));
   const auto rule = formatTableRule(task.numbered(L"tab_%d", number).value_or(L""));
   deleteFormatTables(task.model(), sheet, rule);
+  // Where the former format stays, so does the table that was kept of it.
   if (creo::ProDrawingFormatAdd(task.model(), sheet, solid, model.value, source.sheet) != creo::ProNoError)
-    failDetail(L"An unknown error happened");
+    return failDetail(L"An unknown error happened");
   deleteRepeatedTables(task.model(), sheet, rule);
 }
 

@@ -34,6 +34,7 @@ bool readSheet(const Task& task, SheetNumbers numbers, SheetEntry& entry) {
     return false;
   }
   const bool isAll = number.value == -1 || (number.value == 0 && numbers.zeroIsAll);
+  entry.written = number.value;
   if (!isAll) entry.sheet = number.value;
   return true;
 }
@@ -55,7 +56,7 @@ std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std
   numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
   std::vector<SheetEntry> entries;
   for (const int number : numbers) {
-    SheetEntry entry{number, task.numbered(L"fn_%d", number), {}};
+    SheetEntry entry{number, task.numbered(L"fn_%d", number), {}, 0};
     if (readSheet(task, sheets, entry)) entries.push_back(entry);
   }
   return entries;
@@ -67,7 +68,7 @@ bool isForSheet(const Task& task, const SheetEntry& entry, int sheet, SheetWork 
   const std::wstring format = found ? found.value : adds ? L"no_format" : L"";
   say(text::format(adds ? L"The format of page %d is %s." : L"The format of page %d is %s", sheet, format));
   if (!fitsFormat(entry, format, work)) return false;
-  if (adds) say(text::format(L"Check Sheet %d = %d", sheet, entry.sheet.value_or(0)));
+  if (adds) say(text::format(L"Check Sheet %d = %d", sheet, entry.written));
   return !entry.sheet || *entry.sheet == sheet;
 }
 

@@ -18,6 +18,7 @@ struct SheetEntry {
   int number = 0;
   std::optional<std::wstring_view> format;  // empty: every format, and none
   std::optional<int> sheet;                 // nothing: all
+  int written = 0;                          // the number in `sheet_N`, also -1; 0 where it is absent or empty
 };
 // How `sheet_N` is read: through the template engine or as it stands, and whether 0 is all sheets or none.
 struct SheetNumbers {

@@ -30,6 +30,7 @@ bool readCellNumber(const Task& task, std::wstring_view stem, int number, std::o
 }  // namespace
 
 PlacedSegment placedSegment(const ProDwgtable& table) {
+  if (const auto count = creo::ProDwgtableSegCount(table); !count) return {0, count.error};  // it has gone
   PlacedSegment segment{0, creo::ProDwgtableSegSheetGet(table, 0)};
   if (!segment.sheet) segment = {-1, creo::ProDwgtableSegSheetGet(table, -1)};
   return segment;

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
+#include "actions/working_path.h"
 #include "core/log.h"
-#include "creo/ProUtil.h"
-#include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -56,8 +55,7 @@ ExportTarget beginExport(const Task& task, const ExportForm& form) {
 
 bool mayWrite(const Task& task, const std::wstring& path) {
   if (task.isTrue(L"overwriteExisting")) return true;
-  const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'/');
-  const std::wstring whole = isWhole ? path : os::joined(creo::ProDirectoryCurrentGet().value, path);
+  const std::wstring whole = wholePath(path);
   if (!os::files().exists(whole) || os::files().isFolder(whole)) return true;
   core::logMsgPlain(kExistsAlready, core::kWarning);
   return false;

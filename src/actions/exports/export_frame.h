@@ -29,8 +29,7 @@ struct ExportTarget {
 ExportTarget beginNamed(const engine::Task& task, const ExportForm& form);
 // The same, and the action ends where the file is there already and mayn't be replaced.
 ExportTarget beginExport(const engine::Task& task, const ExportForm& form);
-// False, with its warning, where the file is there already and `overwriteExisting` isn't "true". A path that isn't
-// whole is taken from the working folder.
+// False, with its warning, where the file is there already and `overwriteExisting` isn't "true".
 bool mayWrite(const engine::Task& task, const std::wstring& path);
 // Message 228 a level in, or the failure's message as an error. The task's outcome, which is the same for both.
 engine::Outcome endExport(creo::ProError result, int failure);

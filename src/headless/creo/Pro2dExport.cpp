@@ -3,6 +3,7 @@
 #include "headless/creo/drawing_operation.h"
 #include "headless/exports/dxf_file.h"
 #include "headless/exports/export_file.h"
+#include "headless/pictures/drawn_views.h"
 
 namespace creo {
 
@@ -31,7 +32,8 @@ ProError Pro2dExport(Pro2dFormat format, const std::wstring& name, ProMdl drawin
     const bool isAll = data.sheets == Pro2dSheets::all;
     const int first = isAll ? 1 : current, last = isAll ? headless::sheetCount(*m.document) : current;
     std::vector<headless::SheetPicture> sheets;
-    for (int sheet = first; sheet <= last; ++sheet) sheets.push_back(headless::sheetPicture(state, m, sheet));
+    headless::ShownModels models(state);
+    for (int sheet = first; sheet <= last; ++sheet) sheets.push_back(headless::sheetPicture(state, models, m, sheet));
     return headless::writeExport(state, name + L".dxf", headless::dxfOf(sheets));
   });
 }

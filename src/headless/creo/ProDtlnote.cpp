@@ -147,7 +147,6 @@ ProError ProDtlnoteDelete(const ProDtlnote& note) {
     auto& notes = m.document->record.notes;
     notes.erase(notes.begin() + (&record - notes.data()));
     m.document->touch(nullptr);
-    m.document->note(note.id);  // finds the others' new places before a new note can make their number the old one
     return ProNoError;
   });
 }

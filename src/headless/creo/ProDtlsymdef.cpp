@@ -1,6 +1,7 @@
 // Symbol definitions that come from files.
 #include "creo/ProDtlsym.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/exports/export_file.h"
 #include "headless/model/symbols.h"
 #include "headless/store/faults.h"
 #include "headless/store/symbol_file.h"
@@ -25,7 +26,7 @@ bool isFileName(const std::wstring& name) {
 }
 
 std::vector<std::wstring> foldersFor(const State& state, const std::wstring& folder) {
-  if (!folder.empty() && !text::equalNoCase(folder, kSymbolDirectory)) return {folder};
+  if (!folder.empty() && !text::equalNoCase(folder, kSymbolDirectory)) return {headless::exportPath(state, folder)};
   auto folders = state.configuration.values(L"pro_symbol_dir");
   std::erase(folders, L"");
   folders.push_back(state.models.workingFolder());

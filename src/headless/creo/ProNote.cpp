@@ -121,7 +121,6 @@ ProError ProNoteDelete(const ProNote& note) {
     auto& notes = m.document->record.notes;
     notes.erase(notes.begin() + (&record - notes.data()));
     m.document->touch(nullptr);
-    m.document->note(note.id);  // finds the others' new places before a new note can make their number the old one
     return ProNoError;
   });
 }

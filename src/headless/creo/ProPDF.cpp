@@ -5,6 +5,7 @@
 #include "headless/exports/export_file.h"
 #include "headless/exports/sheet_pdf.h"
 #include "headless/model/drawing.h"
+#include "headless/pictures/drawn_views.h"
 #include "headless/pictures/face.h"
 #include "os/surroundings.h"
 #include "text/format.h"
@@ -53,9 +54,10 @@ ProError writePages(State& state, Model& drawing, const std::wstring& path, cons
   const bool isAll = integer(options, ProPDFproperty::sheets, 0, 2) == 2;
   const int first = isAll ? 1 : current, last = isAll ? headless::sheetCount(*drawing.document) : current;
   std::vector<headless::PdfPage> pages;
+  headless::ShownModels models(state);
   for (int sheet = first; sheet <= last; ++sheet) {
     const headless::SheetRecord& record = *headless::sheetOf(*drawing.document, sheet);
-    pages.push_back({headless::sheetName(record, sheet), headless::sheetPicture(state, drawing, sheet)});
+    pages.push_back({headless::sheetName(record, sheet), headless::sheetPicture(state, models, drawing, sheet)});
   }
   const headless::PdfMade made = headless::sheetPdf(pages, formOf(state, options));
   if (made.fault.empty()) return headless::writeExport(state, path, made.bytes);

@@ -4,10 +4,10 @@
 
 #include "creo/ProWindow.h"
 #include "headless/creo/operation.h"
+#include "headless/exports/export_file.h"
 #include "headless/model/drawing.h"
 #include "headless/model/sheet_units.h"
 #include "headless/pictures/model_picture.h"
-#include "os/surroundings.h"
 
 namespace creo {
 
@@ -71,7 +71,7 @@ ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::
     if (width < 1 || height < 1) return ProBadInputs;
     const auto picture = headless::modelPicture(state, *model, width, height);
     if (!picture) return picture.error;
-    return os::files().write(path, headless::tiffOf(picture.value, dotsPerInch)) ? ProCantWrite : ProNoError;
+    return headless::writeExport(state, path, headless::tiffOf(picture.value, dotsPerInch));
   });
 }
 

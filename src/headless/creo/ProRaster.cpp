@@ -4,8 +4,9 @@
 
 #include "creo/ProWindow.h"
 #include "headless/creo/operation.h"
+#include "headless/exports/export_file.h"
 #include "headless/pictures/model_picture.h"
-#include "os/surroundings.h"
+#include "text/format.h"
 
 namespace creo {
 
@@ -26,7 +27,11 @@ ProError ProRasterFileWrite(int window, const ProRasterForm& form, const std::ws
   return operation("ProRasterFileWrite", [&](State& state) -> ProError {
     if (!state.options.graphics) return ProNoGraphics;
     const int width = dotsOf(form.width, form.dotsPerInch), height = dotsOf(form.height, form.dotsPerInch);
-    if (width == 0 || height == 0 || path.empty()) return ProBadInputs;
+    if (width == 0 || height == 0) {
+      state.showMessage(text::format(L"%s: a picture has 1 to %d dots along each edge", path, headless::kMostDots));
+      return ProBadInputs;
+    }
+    if (path.empty()) return ProBadInputs;
     const ProMdl shown = state.windows.model(window == kAnyWindow ? state.windows.current() : window);
     headless::Model* model = state.models.find(shown);
     if (!model) return ProNotFound;
@@ -34,7 +39,7 @@ ProError ProRasterFileWrite(int window, const ProRasterForm& form, const std::ws
     if (!picture) return picture.error;
     const std::string bytes = form.type == ProRasterType::tiff ? headless::tiffOf(picture.value, form.dotsPerInch)
                                                                : headless::jpegOf(picture.value, form.dotsPerInch);
-    return os::files().write(path, bytes) ? ProCantWrite : ProNoError;
+    return headless::writeExport(state, path, bytes);
   });
 }
 

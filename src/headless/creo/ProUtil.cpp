@@ -2,6 +2,7 @@
 
 #include "headless/creo/operation.h"
 #include "headless/creo/program_file.h"
+#include "headless/exports/export_file.h"
 #include "headless/macros/message_dialog.h"
 #include "headless/model/detail_options.h"
 #include "os/surroundings.h"
@@ -75,8 +76,7 @@ ProError readDetails(State& state, ProMdl handle, const std::wstring& path, std:
 
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type) {
   return operation("ProInputFileRead", [&](State& state) -> ProError {
-    const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'\\') || path.starts_with(L'/');
-    const auto content = os::readText(isWhole ? path : os::joined(state.models.workingFolder(), path));
+    const auto content = os::readText(headless::exportPath(state, path));
     if (!content) return ProNotFound;
     if (type == ProInputFileType::detailOptions) return readDetails(state, model, path, content.value);
     if (type == ProInputFileType::program) return headless::readProgram(state, model, path, content.value);

@@ -1,7 +1,9 @@
 #include "headless/exports/exchange_tree.h"
 
+#include <algorithm>
 #include <unordered_map>
 
+#include "creo/ProAppearance.h"
 #include "headless/model/measures.h"
 #include "headless/model/placed.h"
 #include "headless/model/units.h"
@@ -17,14 +19,24 @@ using geometry::ExchangeNodePtr;
 
 namespace {
 
+// A part may be beyond what a colour can be; files hold 0 to 1 alone.
+std::optional<geometry::Rgb> colorOf(const AppearanceRecord& look) {
+  if (look.color.size() != 3) return std::nullopt;
+  geometry::Rgb color{};
+  for (std::size_t i = 0; i < color.size(); ++i) color[i] = std::clamp(look.color[i], 0.0, 1.0);
+  return color;
+}
+
+constexpr int kOuter = static_cast<int>(creo::ProSurfaceSide::outer);
+
 void describe(ExchangeNode& node, const Model& model) {
   const ModelRecord& record = model.document->record;
   node.name = model.name;
   node.unit = 1 / inSystem(1, "mm", record);
-  if (record.appearance && record.appearance->color.size() == 3) {
-    const auto& color = record.appearance->color;
-    node.color = {color[0], color[1], color[2]};
-  }
+  if (record.appearance) node.color = colorOf(*record.appearance);
+  for (const SurfaceAppearanceRecord& one : record.surfaceAppearances)
+    if (const auto color = colorOf(one.appearance); color && one.side == kOuter)
+      node.faceColors.emplace_back(one.surface, *color);
 }
 
 class TreeBuilder {

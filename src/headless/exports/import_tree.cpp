@@ -2,6 +2,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "creo/ProAppearance.h"
 #include "headless/exports/exchange_tree.h"
 #include "headless/model/new_document.h"
 #include "headless/model/units.h"
@@ -106,9 +107,16 @@ class Importer {
     solid = R"({"primitives": [{"type": "import", "step": )";
     appendQuoted(solid, step.bytes);
     solid += "}]}";
-    if (!node.color) return;
-    document.record.appearance = std::make_unique<AppearanceRecord>();
-    document.record.appearance->color.assign(node.color->begin(), node.color->end());
+    if (node.color) {
+      document.record.appearance = std::make_unique<AppearanceRecord>();
+      document.record.appearance->color.assign(node.color->begin(), node.color->end());
+    }
+    for (const auto& [number, color] : node.faceColors) {
+      SurfaceAppearanceRecord& look = document.record.surfaceAppearances.emplace_back();
+      look.surface = number;
+      look.side = static_cast<int>(creo::ProSurfaceSide::outer);
+      look.appearance.color.assign(color.begin(), color.end());
+    }
   }
 
   void addComponents(ModelDocument& document, const ExchangeNode& assembly) {

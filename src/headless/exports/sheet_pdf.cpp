@@ -23,10 +23,11 @@ using creo::ProPDFfonts;
 using creo::ProPDFlayers;
 
 constexpr double kPointsAMm = 72 / 25.4;
-constexpr float kFaceSize = 10;                       // texts are scaled from it, as the library bounds sizes
-constexpr double kSlant = 0.21;                       // tangent of an oblique face's angle
-constexpr double kOutlinePen = 0.1, kBoldPen = 0.03;  // mm; of the height
-constexpr double kWidestPen = HPDF_MAX_LINEWIDTH;     // points
+constexpr float kFaceSize = 10;                           // texts are scaled from it, as the library bounds sizes
+constexpr double kSlant = 0.21;                           // tangent of an oblique face's angle
+constexpr double kOutlinePen = 0.1, kBoldPen = 0.03;      // mm; of the height
+constexpr double kWidestPen = HPDF_MAX_LINEWIDTH;         // points
+constexpr double kShortestEdge = 2, kLongestEdge = 5080;  // mm of a page, as the format bounds them
 constexpr char kUtf8[] = "UTF-8";
 
 struct FreePdf {
@@ -214,8 +215,17 @@ bool hasPart(const SheetPicture& sheet, SheetPart part) {
   return false;
 }
 
+// Empty: it can be a page.
+std::wstring faultOf(const PdfPage& sheet) {
+  const auto fits = [](double mm) { return mm >= kShortestEdge && mm <= kLongestEdge; };
+  if (fits(sheet.picture.width) && fits(sheet.picture.height)) return {};
+  return text::format(L"%s measures %.1f by %.1f mm, and a page has edges of %.0f to %.0f mm", sheet.name,
+                      sheet.picture.width, sheet.picture.height, kShortestEdge, kLongestEdge);
+}
+
 void addPage(HPDF_Doc pdf, const PdfPage& sheet, const Face& face, const PdfForm& form, Layers& layers) {
   HPDF_Page page = HPDF_AddPage(pdf);
+  if (!page) return;  // the document tells why
   HPDF_Page_SetWidth(page, points(sheet.picture.width));
   HPDF_Page_SetHeight(page, points(sheet.picture.height));
   PagePainter painter(page, face, form);
@@ -276,6 +286,8 @@ std::string bytesOf(HPDF_Doc pdf) {
 }  // namespace
 
 PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
+  for (const PdfPage& page : pages)
+    if (const std::wstring fault = faultOf(page); !fault.empty()) return {{}, fault};
   const PdfPtr pdf(HPDF_New(nullptr, nullptr));
   if (!pdf) return {{}, L"no memory for the PDF library"};
   HPDF_SetCompressionMode(pdf.get(), HPDF_COMP_ALL);

@@ -11,6 +11,7 @@
 #include <StepData_StepModel.hxx>
 #include <StepData_StepWriter.hxx>
 #include <TCollection_HAsciiString.hxx>
+#include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <map>
@@ -92,14 +93,27 @@ class TreeWriter {
     const TDF_Label made = shapes_->NewShape();
     shapes_->SetShape(made, shape);
     describe(made, node);
+    colorFaces(made, node, shape);
     return made;
   }
   void describe(const TDF_Label& made, const ExchangeNode& node) {
     setName(made, node.name);
     if (!node.color) return;
-    const auto& [red, green, blue] = *node.color;
-    colors_->SetColor(made, Quantity_Color(red, green, blue, Quantity_TOC_sRGB), XCAFDoc_ColorSurf);
+    colors_->SetColor(made, quantity(*node.color), XCAFDoc_ColorSurf);
   }
+  // shape: the node's, whose faces come in the order of its body's. A number that no face has colours nothing.
+  void colorFaces(const TDF_Label& made, const ExchangeNode& node, const TopoDS_Shape& shape) {
+    if (node.faceColors.empty()) return;
+    const std::map<int, Rgb> wanted(node.faceColors.begin(), node.faceColors.end());
+    int number = 0;
+    for (TopExp_Explorer at(shape, TopAbs_FACE); at.More(); at.Next()) {
+      const auto found = wanted.find(++number);
+      if (found == wanted.end()) continue;
+      const TDF_Label face = shapes_->AddSubShape(made, at.Current());
+      if (!face.IsNull()) colors_->SetColor(face, quantity(found->second), XCAFDoc_ColorSurf);
+    }
+  }
+  static Quantity_Color quantity(const Rgb& color) { return {color[0], color[1], color[2], Quantity_TOC_sRGB}; }
 
   // What is to be written of a part's body, in mm. Parts that are made alike share a shape, and the library would take
   // them for one: each node has its own.

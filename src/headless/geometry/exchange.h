@@ -14,6 +14,8 @@ namespace headless::geometry {
 
 enum class ExchangeFormat { step, iges };
 
+using Rgb = std::array<double, 3>;  // red, green, blue, each 0 to 1
+
 struct ExchangeNode;
 using ExchangeNodePtr = std::shared_ptr<const ExchangeNode>;
 
@@ -28,7 +30,8 @@ struct ExchangeNode {
   double unit = 1;  // the length of its unit in mm
   BodyPtr body;
   std::vector<ExchangeMember> members;
-  std::optional<std::array<double, 3>> color;  // red, green, blue, each 0 to 1
+  std::optional<Rgb> color;
+  std::vector<std::pair<int, Rgb>> faceColors;  // of a part's faces, in the order in which faces() gives them, from 1
 };
 
 // How a tree becomes a file.

@@ -140,12 +140,13 @@ class TreeReader {
       const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(label);
       node->body = bodyOf(shape);
       node->color = colorOf(label, shape);
+      if (node->body) node->faceColors = faceColorsOf(node->body->shape, node->color);
     }
     const bool empty = !node->body && node->members.empty();
     return nodes_[label] = empty ? nullptr : std::move(node);
   }
 
-  std::optional<std::array<double, 3>> colorOf(const TDF_Label& label, const TopoDS_Shape& shape) {
+  std::optional<Rgb> colorOf(const TDF_Label& label, const TopoDS_Shape& shape) {
     Quantity_Color color;
     for (const XCAFDoc_ColorType type : {XCAFDoc_ColorSurf, XCAFDoc_ColorGen})
       if (colors_->GetColor(label, type, color)) return values(color);
@@ -154,20 +155,34 @@ class TreeReader {
     return inside ? inside : commonColor(shape, TopAbs_FACE);
   }
   // The colour that all of a kind have; nothing where one has none or another one.
-  std::optional<std::array<double, 3>> commonColor(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind) {
+  std::optional<Rgb> commonColor(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind) {
     std::optional<Quantity_Color> all;
     for (TopExp_Explorer at(shape, kind); at.More(); at.Next()) {
-      Quantity_Color color;
-      if (!colors_->GetColor(at.Current(), XCAFDoc_ColorSurf, color) &&
-          !colors_->GetColor(at.Current(), XCAFDoc_ColorGen, color))
-        return std::nullopt;
-      if (all && *all != color) return std::nullopt;
+      const auto color = ownColor(at.Current());
+      if (!color || (all && *all != *color)) return std::nullopt;
       all = color;
     }
     if (!all) return std::nullopt;
     return values(*all);
   }
-  static std::array<double, 3> values(const Quantity_Color& color) {
+  std::optional<Quantity_Color> ownColor(const TopoDS_Shape& shape) {
+    Quantity_Color color;
+    for (const XCAFDoc_ColorType type : {XCAFDoc_ColorSurf, XCAFDoc_ColorGen})
+      if (colors_->GetColor(shape, type, color)) return color;
+    return std::nullopt;
+  }
+  // Of the faces that look otherwise than the whole.
+  std::vector<std::pair<int, Rgb>> faceColorsOf(const TopoDS_Shape& body, const std::optional<Rgb>& whole) {
+    std::vector<std::pair<int, Rgb>> found;
+    int number = 0;
+    for (TopExp_Explorer at(body, TopAbs_FACE); at.More(); at.Next()) {
+      ++number;
+      const auto color = ownColor(at.Current());
+      if (color && values(*color) != whole) found.emplace_back(number, values(*color));
+    }
+    return found;
+  }
+  static Rgb values(const Quantity_Color& color) {
     std::array<double, 3> parts{};
     color.Values(parts[0], parts[1], parts[2], Quantity_TOC_sRGB);
     // The library keeps them as floats: what it rounds off would show.

@@ -18,8 +18,6 @@
 namespace headless::geometry {
 namespace {
 
-constexpr double kMostTurn = 0.35;  // between neighbouring triangles of a round face, in radians
-
 MeshPoint meshPoint(const gp_XYZ& v) {
   return {static_cast<float>(v.X()), static_cast<float>(v.Y()), static_cast<float>(v.Z())};
 }
@@ -28,6 +26,7 @@ class Maker {
  public:
   // Each edge lies on two faces, and is taken from the first.
   void take(const TopoDS_Face& face) {
+    ++number_;
     TopLoc_Location location;
     const Handle(Poly_Triangulation) triangles = BRep_Tool::Triangulation(face, location);
     if (triangles.IsNull()) return;
@@ -37,6 +36,7 @@ class Maker {
     for (int i = 1; i <= triangles->NbNodes(); ++i)
       mesh.points.push_back(meshPoint(triangles->Node(i).Transformed(place).XYZ()));
     mesh.normals.resize(mesh.points.size());
+    mesh.faces.resize(mesh.points.size(), number_);
     for (int i = 1; i <= triangles->NbTriangles(); ++i) {
       int a = 0, b = 0, c = 0;
       triangles->Triangle(i).Get(a, b, c);
@@ -83,16 +83,17 @@ class Maker {
   }
 
   TopTools_MapOfShape seen_;
+  int number_ = 0;
 };
 
 }  // namespace
 
-Mesh mesh(const Body& body, double deflection) {
+Mesh mesh(const Body& body, double deflection, double turn) {
   Maker maker;
   guarded([&] {
     // The library keeps triangles in the shape, which many share and none may change.
     const TopoDS_Shape copy = BRepBuilderAPI_Copy(body.shape, false, false).Shape();
-    const BRepMesh_IncrementalMesh meshed(copy, deflection > 0 ? deflection : 0.1, false, kMostTurn, false);
+    const BRepMesh_IncrementalMesh meshed(copy, deflection > 0 ? deflection : 0.1, false, turn, false);
     for (TopExp_Explorer at(copy, TopAbs_FACE); at.More(); at.Next()) maker.take(TopoDS::Face(at.Current()));
   });
   return std::move(maker.mesh);

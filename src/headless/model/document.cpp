@@ -128,13 +128,23 @@ DimensionRecord* ModelDocument::dimension(int id, bool reference) {
 }
 
 NoteRecord* ModelDocument::note(int id) {
-  if (notesIndexed_ != record.notes.size()) {
-    notes_.clear();
-    for (std::size_t i = 0; i < record.notes.size(); ++i) notes_.try_emplace(record.notes[i].id, i);
-    notesIndexed_ = record.notes.size();
+  auto& held = record.notes;
+  // Ids ascend as long as nobody wrote them by hand: then the list is its own index, whatever comes and goes.
+  const auto guess = std::lower_bound(held.begin(), held.end(), id,
+                                      [](const NoteRecord& one, int wanted) { return one.id < wanted; });
+  if (guess != held.end() && guess->id == id) return &*guess;
+  for (const bool isAnew : {false, true}) {
+    if (isAnew || notesIndexed_ != held.size()) {
+      notes_.clear();
+      for (std::size_t i = 0; i < held.size(); ++i) notes_.try_emplace(held[i].id, i);
+      notesIndexed_ = held.size();
+    }
+    // One that has gone and a new one make the number the old one: what was noted is only a hint.
+    const auto found = notes_.find(id);
+    if (found != notes_.end() && found->second < held.size() && held[found->second].id == id)
+      return &held[found->second];
   }
-  const auto found = notes_.find(id);
-  return found == notes_.end() ? nullptr : &record.notes[found->second];
+  return nullptr;
 }
 
 const SolidRecord& ModelDocument::solid() {

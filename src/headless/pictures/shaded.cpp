@@ -14,27 +14,15 @@ constexpr Color kEdge{40, 44, 52};
 constexpr double kFilled = 0.9;  // of the width or the height
 constexpr double kAmbient = 0.38, kDiffuse = 0.62, kGloss = 0.18;
 constexpr int kGlossPower = 24;
+constexpr double kMostFineDots = 16e6;
 constexpr float kEdgeLift = 0.004F;  // towards the viewer, of the depth of all there is: edges lie on their faces
 constexpr ProVector kLight{-0.42, 0.54, 0.73};
 constexpr ProVector kHalfway{-0.226, 0.290, 0.930};  // between the light and the viewer
 
 double dot(const ProVector& a, const ProVector& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
-// x and y in dots, z towards the viewer.
-struct Point {
-  float x = 0, y = 0, z = 0;
-};
-bool isFinite(const Point& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
-
-struct Box {
-  Point low{HUGE_VALF, HUGE_VALF, HUGE_VALF}, high{-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
-  void take(const Point& p) {
-    if (!isFinite(p)) return;
-    low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-    high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
-  }
-  [[nodiscard]] bool isEmpty() const { return !(low.x <= high.x); }
-};
+using Point = ScreenPoint;
+using Box = ScreenBox;
 
 ProVector vectorOf(const std::array<float, 3>& v) { return {v[0], v[1], v[2]}; }
 
@@ -72,28 +60,12 @@ void Canvas::put(int x, int y, float z, const std::array<float, 3>& color, float
 }
 
 void Canvas::triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity) {
-  const float area = (p[1].x - p[0].x) * (p[2].y - p[0].y) - (p[2].x - p[0].x) * (p[1].y - p[0].y);
-  if (area == 0) return;
-  const auto bounds = [](float a, float b, float c, int end) {
-    return std::pair(std::max(0, static_cast<int>(std::floor(std::min({a, b, c})))),
-                     std::min(end - 1, static_cast<int>(std::ceil(std::max({a, b, c})))));
-  };
-  const auto [left, right] = bounds(p[0].x, p[1].x, p[2].x, image_.width);
-  const auto [top, bottom] = bounds(p[0].y, p[1].y, p[2].y, image_.height);
-  for (int y = top; y <= bottom; ++y)
-    for (int x = left; x <= right; ++x) {
-      const float px = static_cast<float>(x) + 0.5F, py = static_cast<float>(y) + 0.5F;
-      std::array<float, 3> share{};
-      for (std::size_t i = 0; i < 3; ++i) {
-        const Point &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
-        share[i] = ((b.x - a.x) * (py - a.y) - (px - a.x) * (b.y - a.y)) / area;
-      }
-      if (share[0] < 0 || share[1] < 0 || share[2] < 0) continue;
-      std::array<float, 3> color{};
-      for (std::size_t i = 0; i < 3; ++i)
-        color[i] = share[0] * colors[0][i] + share[1] * colors[1][i] + share[2] * colors[2][i];
-      put(x, y, share[0] * p[0].z + share[1] * p[1].z + share[2] * p[2].z, color, opacity);
-    }
+  eachDot(p, image_.width, image_.height, [&](int x, int y, const std::array<float, 3>& share) {
+    std::array<float, 3> color{};
+    for (std::size_t i = 0; i < 3; ++i)
+      color[i] = share[0] * colors[0][i] + share[1] * colors[1][i] + share[2] * colors[2][i];
+    put(x, y, share[0] * p[0].z + share[1] * p[1].z + share[2] * p[2].z, color, opacity);
+  });
 }
 
 void Canvas::line(const Point& from, const Point& to) {
@@ -109,32 +81,28 @@ void Canvas::line(const Point& from, const Point& to) {
   }
 }
 
-Point onScreen(const ProVector& p, const ProTransform& view) {
-  return {static_cast<float>(dot(view.xAxis, p)), static_cast<float>(dot(view.yAxis, p)),
-          static_cast<float>(dot(view.zAxis, p))};
-}
-
 Turned turnedPart(const ShadedPart& part, const ProTransform& view, Box& box) {
   Turned turned{&part, {}};
   turned.points.reserve(part.mesh->points.size());
-  for (const auto& point : part.mesh->points) {
-    const ProVector p = vectorOf(point);
-    turned.points.push_back(
-        onScreen(creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale}), view));
+  for (const geometry::MeshPoint& point : part.mesh->points) {
+    turned.points.push_back(onScreen(part, point, view));
     box.take(turned.points.back());
   }
   return turned;
 }
 
 // The colour of a face that looks that way: its own, lit; both sides are lit alike.
-std::array<float, 3> lit(const ShadedPart& part, const std::array<float, 3>& normal, const ProTransform& view) {
+std::array<float, 3> lit(const ShadedPart& part, std::size_t point, const ProTransform& view) {
+  const auto own = part.faceColors.find(part.mesh->faces[point]);
+  const std::array<double, 3>& face = own == part.faceColors.end() ? part.color : own->second;
+  const std::array<float, 3>& normal = part.mesh->normals[point];
   ProVector n = creo::transformVector(part.place, vectorOf(normal));
   n = {dot(view.xAxis, n), dot(view.yAxis, n), dot(view.zAxis, n)};
   if (n.z < 0) n = {-n.x, -n.y, -n.z};
   const double light = kAmbient + kDiffuse * std::max(0.0, dot(n, kLight));
   const double gloss = kGloss * std::pow(std::max(0.0, dot(n, kHalfway)), kGlossPower);
   std::array<float, 3> color{};
-  for (std::size_t i = 0; i < 3; ++i) color[i] = static_cast<float>(std::min(1.0, part.color[i] * light + gloss));
+  for (std::size_t i = 0; i < 3; ++i) color[i] = static_cast<float>(std::min(1.0, face[i] * light + gloss));
   return color;
 }
 
@@ -154,7 +122,7 @@ void drawFaces(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTr
   const geometry::Mesh& mesh = *turned.part->mesh;
   std::vector<std::array<float, 3>> colors;
   colors.reserve(mesh.normals.size());
-  for (const auto& normal : mesh.normals) colors.push_back(lit(*turned.part, normal, view));
+  for (std::size_t i = 0; i < mesh.normals.size(); ++i) colors.push_back(lit(*turned.part, i, view));
   const auto opacity = static_cast<float>(1 - std::clamp(turned.part->transparency, 0.0, 1.0));
   for (const auto& [a, b, c] : mesh.triangles) {
     const std::array<Point, 3> corners{fit.dots(turned.points[a]), fit.dots(turned.points[b]),
@@ -165,15 +133,12 @@ void drawFaces(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTr
 }
 
 void drawEdges(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view, float lift) {
-  const ShadedPart& part = *turned.part;
-  const auto at = [&](const std::array<float, 3>& point) {
-    const ProVector p = vectorOf(point);
-    Point dots = fit.dots(
-        onScreen(creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale}), view));
+  const auto at = [&](const geometry::MeshPoint& point) {
+    Point dots = fit.dots(onScreen(*turned.part, point, view));
     dots.z += lift;
     return dots;
   };
-  for (const auto& [from, to] : part.mesh->edges) {
+  for (const auto& [from, to] : turned.part->mesh->edges) {
     const Point a = at(from), b = at(to);
     if (isFinite(a) && isFinite(b)) canvas.line(a, b);
   }
@@ -181,23 +146,32 @@ void drawEdges(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTr
 
 }  // namespace
 
+ScreenPoint onScreen(const ShadedPart& part, const geometry::MeshPoint& point, const ProTransform& view) {
+  const ProVector p = vectorOf(point);
+  const ProVector there = creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale});
+  return {static_cast<float>(dot(view.xAxis, there)), static_cast<float>(dot(view.yAxis, there)),
+          static_cast<float>(dot(view.zAxis, there))};
+}
+
 Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int width, int height) {
-  Canvas canvas(2 * width, 2 * height);
+  // Drawn at twice the size, so that edges are smooth; a very large picture has dots enough, and memory has an end.
+  const int fine = static_cast<double>(width) * height <= kMostFineDots ? 2 : 1;
+  Canvas canvas(fine * width, fine * height);
+  const auto finished = [&] { return fine == 2 ? halved(canvas.image_) : std::move(canvas.image_); };
   Box box;
   std::vector<Turned> turned;
   turned.reserve(parts.size());
   for (const ShadedPart& part : parts) turned.push_back(turnedPart(part, view, box));
-  if (box.isEmpty()) return halved(canvas.image_);
-  const Fit fit(box, 2 * width, 2 * height);
-  const float size = std::max({box.high.x - box.low.x, box.high.y - box.low.y, box.high.z - box.low.z});
+  if (box.isEmpty()) return finished();
+  const Fit fit(box, fine * width, fine * height);
   // What can be seen through is drawn over what can't.
   std::stable_sort(turned.begin(), turned.end(),
                    [](const Turned& a, const Turned& b) { return a.part->transparency < b.part->transparency; });
   for (const Turned& one : turned) {
-    if (one.part->transparency <= 0) drawEdges(canvas, one, fit, view, kEdgeLift * size * fit.scale);
+    if (one.part->transparency <= 0) drawEdges(canvas, one, fit, view, kEdgeLift * box.size() * fit.scale);
     drawFaces(canvas, one, fit, view);
   }
-  return halved(canvas.image_);
+  return finished();
 }
 
 }  // namespace headless

@@ -29,34 +29,54 @@ using Canvas = std::unique_ptr<cairo_t, Freed<cairo_destroy>>;
 // A face with the memory that it is read from; it must outlive what is drawn with it.
 class Face {
  public:
-  explicit Face(const std::wstring& path) {
-    const auto bytes = os::files().read(path);
-    if (!bytes || FT_Init_FreeType(&library_)) return;
-    bytes_ = bytes.value;
-    const auto* data = reinterpret_cast<const FT_Byte*>(bytes_.data());
-    if (FT_New_Memory_Face(library_, data, static_cast<FT_Long>(bytes_.size()), 0, &face_)) return;
-    font_ = cairo_ft_font_face_create_for_ft_face(face_, 0);
-  }
+  explicit Face(const std::wstring& path) : read_(std::make_unique<Read>(path)) {}
   ~Face() {
-    if (font_) cairo_font_face_destroy(font_);
-    cairo_debug_reset_static_data();  // the library keeps scaled faces, which would outlive this one
-    if (face_) FT_Done_Face(face_);
-    if (library_) FT_Done_FreeType(library_);
+    if (isStuck) static_cast<void>(read_.release());
   }
   Face(const Face&) = delete;
   Face& operator=(const Face&) = delete;
 
   void use(cairo_t* canvas) const {
-    if (font_) cairo_set_font_face(canvas, font_);
+    if (read_->font) cairo_set_font_face(canvas, read_->font);
   }
-  [[nodiscard]] bool isThere() const { return font_ != nullptr; }
+  [[nodiscard]] bool isThere() const { return read_->font != nullptr; }
+  // Behind a failure the library may hold on to a face, and stops the program where it is to let go: from then on all
+  // are kept.
+  static void keepAll() { isStuck = true; }
 
  private:
-  std::string bytes_;
-  FT_Library library_ = nullptr;
-  FT_Face face_ = nullptr;
-  cairo_font_face_t* font_ = nullptr;
+  struct Read {
+    explicit Read(const std::wstring& path) {
+      const auto read = os::files().read(path);
+      if (!read || FT_Init_FreeType(&library)) return;
+      bytes = read.value;
+      const auto* data = reinterpret_cast<const FT_Byte*>(bytes.data());
+      if (FT_New_Memory_Face(library, data, static_cast<FT_Long>(bytes.size()), 0, &face)) return;
+      font = cairo_ft_font_face_create_for_ft_face(face, 0);
+    }
+    ~Read() {
+      if (font) cairo_font_face_destroy(font);
+      cairo_debug_reset_static_data();  // the library keeps scaled faces, which would outlive this one
+      if (face) FT_Done_Face(face);
+      if (library) FT_Done_FreeType(library);
+    }
+    Read(const Read&) = delete;
+    Read& operator=(const Read&) = delete;
+
+    std::string bytes;
+    FT_Library library = nullptr;
+    FT_Face face = nullptr;
+    cairo_font_face_t* font = nullptr;
+  };
+  inline static bool isStuck = false;
+  std::unique_ptr<Read> read_;
 };
+
+// The library counts in fixed numbers: what is far outside of the sheet, or larger than any, isn't for it.
+constexpr double kFarthest = 1e5, kLargest = 1e4;  // mm
+bool isDrawable(double x, double y, double size) {
+  return std::fabs(x) <= kFarthest && std::fabs(y) <= kFarthest && size > 0 && size <= kLargest;
+}
 
 void setColor(cairo_t* canvas, SheetColor color) {
   const auto part = [color](int shift) { return static_cast<double>((color >> shift) & 0xFFU) / 255; };
@@ -64,6 +84,7 @@ void setColor(cairo_t* canvas, SheetColor color) {
 }
 
 void draw(cairo_t* canvas, const SheetLine& line) {
+  if (!isDrawable(line.x1, line.y1, line.width) || !isDrawable(line.x2, line.y2, line.width)) return;
   setColor(canvas, line.color);
   cairo_set_line_width(canvas, line.width);
   cairo_move_to(canvas, line.x1, line.y1);
@@ -72,6 +93,7 @@ void draw(cairo_t* canvas, const SheetLine& line) {
 }
 
 void draw(cairo_t* canvas, const SheetText& text) {
+  if (!isDrawable(text.x, text.y, text.height) || !std::isfinite(text.angle)) return;
   setColor(canvas, text.color);
   cairo_save(canvas);
   cairo_translate(canvas, text.x, text.y);
@@ -118,6 +140,10 @@ Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int 
     for (const SheetLine& line : sheet.lines) draw(canvas.get(), line);
     if (face.isThere())
       for (const SheetText& text : sheet.texts) draw(canvas.get(), text);
+  }
+  if (const cairo_status_t status = cairo_status(canvas.get()); status != CAIRO_STATUS_SUCCESS) {
+    Face::keepAll();
+    throw std::runtime_error(cairo_status_to_string(status));
   }
   return imageOf(surface.get(), width, height);
 }

@@ -9,6 +9,7 @@
 #include "headless/model/drawing_text.h"
 #include "headless/model/formats.h"
 #include "headless/model/sheet_units.h"
+#include "headless/pictures/drawn_views.h"
 #include "headless/session/state.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
@@ -48,8 +49,9 @@ struct SymbolFrame {
 
 class Painter {
  public:
-  Painter(Session::State& state, const Model& drawing, int number)
+  Painter(Session::State& state, ShownModels& models, const Model& drawing, int number)
       : state_(state),
+        models_(models),
         drawing_(drawing),
         number_(number),
         textHeight_(headless::textHeight(*drawing.document, number)) {}
@@ -72,8 +74,9 @@ class Painter {
   void contents(const SheetRecord& sheet) {
     const ModelRecord& record = drawing_.document->record;
     part_ = SheetPart::views;
+    DrawnViews views(state_, models_, picture_.width, picture_.height);
     for (const ViewRecord& one : record.views)
-      if (one.sheet == number_) viewMark(one);
+      if (std::max(one.sheet, 1) == number_) view(one, views.lines(one, sheet.scale));
     for (const TableRecord& one : record.tables) {
       part_ = one.fromFormat ? SheetPart::format : SheetPart::tables;
       if (!one.erased && !(one.fromFormat && sheet.formatBlanked)) table(one);
@@ -129,12 +132,27 @@ class Painter {
     matrix_ = own;
   }
 
-  void viewMark(const ViewRecord& view) {
-    constexpr double kArm = 5;
+  // Its lines, or a frame with the model's name and its own.
+  void view(const ViewRecord& view, const std::optional<std::vector<ProjectedLine>>& lines) {
     const double at = x(view.position.x), up = y(view.position.y);
-    mark(at - kArm, up, at + kArm, up, kViewColor);
-    mark(at, up - kArm, at, up + kArm, kViewColor);
-    write(at + kArm / 2, up + kArm / 2, textHeight(), text::fromUtf8(view.name), kViewColor);
+    if (!lines) return viewFrame(view, at, up);
+    for (const ProjectedLine& line : *lines)
+      mark(at + line.x1, up + line.y1, at + line.x2, up + line.y2, line.isHidden ? kViewColor : kBlack);
+  }
+
+  void viewFrame(const ViewRecord& view, double at, double up) {
+    constexpr double kHalfWidth = 20, kHalfHeight = 12.5;
+    const double left = at - kHalfWidth, right = at + kHalfWidth, low = up - kHalfHeight, high = up + kHalfHeight;
+    mark(left, low, right, low, kViewColor);
+    mark(right, low, right, high, kViewColor);
+    mark(right, high, left, high, kViewColor);
+    mark(left, high, left, low, kViewColor);
+    double base = up + textHeight() / 2;
+    for (const std::string& line : {view.model, view.name}) {
+      const std::wstring words = text::fromUtf8(line);
+      if (!words.empty()) write(at - textWidth(words, textHeight()) / 2, base, textHeight(), words, kViewColor);
+      base -= textHeight() * 1.5;
+    }
   }
 
   // Its lower left corner stands at its place; the first row is the uppermost.
@@ -276,6 +294,7 @@ class Painter {
   }
 
   Session::State& state_;
+  ShownModels& models_;
   const Model& drawing_;
   int number_;
   double textHeight_;  // in units of the sheet
@@ -293,8 +312,13 @@ std::string_view partName(SheetPart part) {
   return kNames[static_cast<std::size_t>(part)];
 }
 
+SheetPicture sheetPicture(Session::State& state, ShownModels& models, const Model& drawing, int sheet) {
+  return Painter(state, models, drawing, sheet).paint();
+}
+
 SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet) {
-  return Painter(state, drawing, sheet).paint();
+  ShownModels models(state);
+  return sheetPicture(state, models, drawing, sheet);
 }
 
 double textWidth(std::wstring_view text, double height) { return 0.6 * height * static_cast<double>(text.size()); }

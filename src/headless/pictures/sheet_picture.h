@@ -10,7 +10,8 @@
 
 namespace headless {
 
-struct Model;  // model/models.h
+struct Model;       // model/models.h
+class ShownModels;  // drawn_views.h
 
 // What an element belongs to; writers that know layers put each on one of its own.
 enum class SheetPart { format, views, tables, symbols, notes, lines };
@@ -47,8 +48,11 @@ struct SheetPicture {
 };
 
 // The format's lines and tables, tables with what their cells show, notes, symbols, drawn lines, each in its place on
-// the sheet and in its width; a view is a cross with its name. A cell's text that is wider than the cell is smaller.
-// drawing: a drawing or a format; sheet: from 1 to the sheet count, one that isn't there gives an empty picture.
+// the sheet and in its width. A view shows the edges of its model; where there is nothing to show it is a frame with
+// the model's name and its own. A cell's text that is wider than the cell is smaller. drawing: a drawing or a format;
+// sheet: from 1 to the sheet count, one that isn't there gives an empty picture. models: of the drawing's other sheets,
+// so that what several of them show is cut up once.
+SheetPicture sheetPicture(Session::State& state, ShownModels& models, const Model& drawing, int sheet);
 SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet);
 
 // About how wide a usual sans-serif face writes it.

@@ -1,0 +1,97 @@
+#include "headless/pictures/shown_parts.h"
+
+#include <cmath>
+#include <set>
+
+#include "creo/ProAppearance.h"
+#include "headless/model/measures.h"
+#include "headless/model/placed.h"
+
+namespace headless {
+
+using creo::Got;
+using creo::ProTransform;
+
+namespace {
+
+constexpr double kDeflection = 0.001;  // how far a triangle may be off its face, of the body's diagonal
+
+geometry::Mesh meshOf(const geometry::Body& body, double turn) {
+  const creo::ProOutline box = geometry::outline(body, {});
+  const double diagonal = std::hypot(box.max.x - box.min.x, box.max.y - box.min.y, box.max.z - box.min.z);
+  return geometry::mesh(body, kDeflection * diagonal, turn);
+}
+
+// All parts below a solid, each as often as it is used; a mesh is made once a body.
+class Gathering {
+ public:
+  Gathering(Bodies& bodies, const Models& models, double turn) : bodies_(bodies), models_(models), turn_(turn) {}
+
+  creo::ProError gather(const Model& solid, const ProTransform& place, double scale, const AppearanceRecord* look) {
+    if (!inside_.insert(solid.handle).second) return creo::ProNoError;  // an assembly inside itself
+    if (const auto& own = solid.document->record.appearance) look = own.get();
+    const creo::ProError result = solid.type() == creo::ProMdlType::part ? takePart(solid, place, scale, look)
+                                                                         : takeAssembly(solid, place, scale, look);
+    inside_.erase(solid.handle);
+    return result;
+  }
+  ShownParts shown;
+
+ private:
+  creo::ProError takePart(const Model& part, const ProTransform& place, double scale, const AppearanceRecord* look) {
+    const auto body = bodies_.body(part);
+    if (body.error == creo::ProNotFound) return creo::ProNoError;
+    if (!body) return body.error;
+    auto [known, isNew] = shown.meshes.try_emplace(body.value);
+    if (isNew) known->second = meshOf(*body.value, turn_);
+    ShadedPart& made = shown.parts.emplace_back(ShadedPart{.mesh = &known->second, .place = place, .scale = scale});
+    if (look && look->color.size() == 3) made.color = {look->color[0], look->color[1], look->color[2]};
+    if (look) made.transparency = look->transparency;
+    for (const SurfaceAppearanceRecord& one : part.document->record.surfaceAppearances) {
+      const auto& color = one.appearance.color;
+      const bool isOuter = one.side == static_cast<int>(creo::ProSurfaceSide::outer);
+      if (isOuter && color.size() == 3)
+        made.faceColors.try_emplace(one.surface, std::array{color[0], color[1], color[2]});
+    }
+    return creo::ProNoError;
+  }
+
+  creo::ProError takeAssembly(const Model& assembly, const ProTransform& place, double scale,
+                              const AppearanceRecord* look) {
+    for (const PlacedModel& placed : placedComponents(models_, assembly)) {
+      ProTransform there = placed.place;  // in the assembly's units, which are `scale` of the picture's
+      there.origin = {there.origin.x * scale, there.origin.y * scale, there.origin.z * scale};
+      const double length = scale * unitRatio("m", *placed.model, assembly);
+      if (const creo::ProError result = gather(*placed.model, creo::transformed(place, there), length, look))
+        return result;
+    }
+    return creo::ProNoError;
+  }
+
+  Bodies& bodies_;
+  const Models& models_;
+  double turn_;
+  std::set<creo::ProMdl> inside_;
+};
+
+}  // namespace
+
+Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid, double turn) {
+  Gathering all(bodies, models, turn);
+  try {
+    if (const creo::ProError result = all.gather(solid, {}, 1, nullptr)) return result;
+  } catch (const MeasureFault& fault) {
+    models.message(solid.name + L'.' + creo::typeExtension(solid.type()) + L": " + fault.reason);
+    return creo::ProGeneralError;
+  }
+  return std::move(all.shown);
+}
+
+std::optional<ProTransform> orientationOf(const ViewRecord& view) {
+  if (view.matrix.size() < 9) return std::nullopt;
+  // Its rows are where the model's axes point on the screen: the screen's axes are its columns.
+  const auto& m = view.matrix;
+  return ProTransform{{m[0], m[3], m[6]}, {m[1], m[4], m[7]}, {m[2], m[5], m[8]}, {}};
+}
+
+}  // namespace headless

@@ -1,0 +1,31 @@
+// The parts of a solid where they stand, as pictures and views of drawings look at them.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "headless/model/bodies.h"
+#include "headless/pictures/shaded.h"
+
+namespace headless {
+
+// All parts below a solid, each as often as it is used, in the solid's coordinates and units. Moving it keeps the
+// parts' meshes where they are.
+struct ShownParts {
+  std::vector<ShadedPart> parts;
+  std::map<geometry::BodyPtr, geometry::Mesh> meshes;
+};
+// How finely round faces are cut up, as the turn from piece to piece in radians: what shades, and what draws lines.
+constexpr double kShadedTurn = 0.35, kDrawnTurn = 0.12;
+// Without those that are suppressed or aren't in memory; no parts: the solid has no geometry. ProGeneralError with a
+// line of the message area: a body can't be built.
+creo::Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid, double turn);
+
+// Looking from the front, the right and above.
+constexpr creo::ProTransform kTrimetric{{0.8192, 0, -0.5736}, {-0.2424, 0.9063, -0.3462}, {0.5198, 0.4226, 0.7424}, {}};
+
+// The axes of the screen in the model's coordinates, as a view's matrix says; nothing where it has none.
+std::optional<creo::ProTransform> orientationOf(const ViewRecord& view);
+
+}  // namespace headless

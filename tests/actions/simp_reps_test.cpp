@@ -1,5 +1,7 @@
 // Simplified representations.
 #include "actions/named_states_fixture.h"
+#include "creo/ProMdl.h"
+#include "creo/ProSolid.h"
 #include "text/encoding.h"
 
 namespace test {
@@ -102,6 +104,43 @@ TEST_F(NamedStates, ARepresentationIsPutIntoTheSession) {
       L"B1 Set simpliefied representation|Simp rep found (by init)|Simp rep set",
       onPart(task("setSimpRep", "simprepc='2' simprepr='true'") + task("setSimpRep", "simprepc='0' simprep='LIGHT'")));
   EXPECT_EQ("LIGHT", gear().activeRep);
+}
+
+// The assembly's volume and length are those of what the representation in memory shows.
+TEST_F(NamedStates, WhatARepresentationLeavesOutIsNoPartOfTheSolid) {
+  document("pin.prt.1", R"("features": [{"id": 3, "number": 1, "type": 917}, {"id": 4, "number": 2, "type": 917}],
+      "solid": {"primitives": [{"type": "box", "size": [1, 1, 1]}, {"type": "box", "size": [2, 1, 1], "feature": 3,
+        "placement": {"position": [1, 0, 0]}}, {"type": "box", "size": [4, 1, 1], "feature": 4,
+        "placement": {"position": [3, 0, 0]}}]},
+      "simplifiedReps": [{"id": 1, "name": "SHORT", "items": [{"feature": 4, "action": "exclude"}]}])");
+  document("drive.asm.1", R"("components": [{"name": "PIN", "type": "prt", "feature": 11},
+      {"name": "PIN", "type": "prt", "feature": 12, "placement": {"position": [10, 0, 0]}},
+      {"name": "SUB", "type": "asm", "feature": 13}],
+      "simplifiedReps": [
+        {"id": 1, "name": "ONE", "items": [{"feature": 12, "action": "exclude"}]},
+        {"id": 2, "name": "NONE", "defaultAction": "exclude", "items": [{"feature": 11, "action": "reverse"}]},
+        {"id": 3, "name": "SIGN", "items": [{"feature": 11, "action": "symbolic"}, {"feature": 12, "action": "graphics"}]},
+        {"id": 4, "name": "CUT", "items": [
+          {"feature": 11, "action": "substitute", "substitution": "partRep", "substitute": "SHORT"}]}])");
+  const struct {
+    const char* attributes;
+    double volume, length;
+  } cases[] = {
+      {"simprepc='0' simprep='ONE'", 7, 7},
+      {"simprepc='0' simprep='ONE' simprepr='true'", 14, 17},
+      {"simprepc='0' simprep='NONE'", 7, 7},
+      {"simprepc='0' simprep='SIGN'", 7, 7},
+      {"simprepc='0' simprep='CUT'", 6, 13},
+      {"simprepc='0' simprep='CUT' simprepr='true'", 14, 17},
+      {"simprepc='1'", 14, 17},
+  };
+  for (const auto& one : cases) {
+    onAssembly(task("setSimpRep", one.attributes));
+    const creo::ProMdl top = creo::ProMdlCurrentGet().value;
+    EXPECT_NEAR(one.volume, creo::ProSolidMassPropertyGet(top).value.volume, 1e-6) << one.attributes;
+    const creo::ProOutline box = creo::ProSolidOutlineGet(top).value;
+    EXPECT_NEAR(one.length, box.max.x - box.min.x, 1e-6) << one.attributes;
+  }
 }
 
 class EditedRep : public NamedStates {

@@ -2,6 +2,7 @@
 #include "creo/ProSimprep.h"
 
 #include "headless/creo/solid_operation.h"
+#include "headless/model/features.h"
 #include "headless/model/states.h"
 #include "text/encoding.h"
 
@@ -39,19 +40,40 @@ Got<FoundRep> findById(const ModelDocument& document, const ProModelitem& rep) {
   return find(document, [&rep](int id, std::string_view) { return id == rep.id; });
 }
 
+// Each component that the assembly's representation in memory substitutes shows that representation of its own, or, no
+// longer, its master.
+void showSubstitutes(const State& state, const Model& assembly, bool shown) {
+  ModelDocument& document = *assembly.document;
+  const auto* rep = headless::recordNamed(document.record.simplifiedReps, document.activeRep);
+  if (!rep) return;
+  for (const headless::SimplifiedRepItemRecord& item : rep->items) {
+    const auto feature = headless::featureOf(assembly, item.feature);
+    if (item.action != ProSimprepAction::substitute || !feature || !feature->isComponent()) continue;
+    const auto handle = state.models.inMemory(headless::featureName(*feature), feature->component()->type);
+    if (!handle) continue;
+    ModelDocument& component = *state.models.find(handle.value)->document;
+    if (shown)
+      component.activeRep = item.substitute;
+    else if (headless::sameName(component.activeRep, item.substitute))
+      component.activeRep.clear();
+  }
+}
+
 // The document says nothing of the master representation.
-void activate(ModelDocument& document, const FoundRep& rep) {
-  document.activeRep = rep.id == kMasterRep ? std::string() : rep.name;
+void activate(const State& state, Model& model, const FoundRep& rep) {
+  showSubstitutes(state, model, false);
+  model.document->activeRep = rep.id == kMasterRep ? std::string() : rep.name;
+  showSubstitutes(state, model, true);
 }
 
 Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType type, std::string_view rep) {
   if (type != ProMdlType::part && type != ProMdlType::assembly) return ProBadInputs;
   const auto model = state.models.retrieve(name, type);
   if (!model) return model;
-  ModelDocument& document = *state.models.find(model.value)->document;
-  const auto found = findNamed(document, rep);
+  Model& retrieved = *state.models.find(model.value);
+  const auto found = findNamed(*retrieved.document, rep);
   if (!found) return found.error;
-  activate(document, found.value);
+  activate(state, retrieved, found.value);
   return model;
 }
 
@@ -80,9 +102,9 @@ Got<ProModelitem> ProSimprepActiveGet(ProMdl solid) {
 }
 
 ProError ProSimprepActivate(const ProModelitem& rep) {
-  return onSolid("ProSimprepActivate", rep.owner, [&](State&, Model& m) -> ProError {
+  return onSolid("ProSimprepActivate", rep.owner, [&](State& state, Model& m) -> ProError {
     const auto found = findById(*m.document, rep);
-    if (found) activate(*m.document, found.value);
+    if (found) activate(state, m, found.value);
     return found.error;
   });
 }

@@ -51,9 +51,11 @@ Primitive primitiveOf(const Model& part, const PrimitiveRecord& record, Measurer
 std::vector<Primitive> primitivesOf(const Model& part) {
   std::vector<Primitive> made;
   Measurer measurer(part);
+  const LeftOut leftOut(part);
   int number = 0;
   for (const PrimitiveRecord& record : part.document->solid().primitives) {
     ++number;
+    if (record.feature != 0 && leftOut.has(record.feature)) continue;
     if (!hasGeometry(part, record.feature)) continue;
     try {
       made.push_back(primitiveOf(part, record, measurer));

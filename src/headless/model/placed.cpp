@@ -4,6 +4,7 @@
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/measures.h"
+#include "headless/model/states.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 
@@ -18,10 +19,32 @@ double unitRatio(std::string_view unit, const Model& from, const Model& to) {
   return there == here ? 1 : there / here;
 }
 
+namespace {
+
+bool leavesOut(creo::ProSimprepAction action, creo::ProSimprepAction byDefault) {
+  using creo::ProSimprepAction;
+  if (action == ProSimprepAction::reverse) return !leavesOut(byDefault, ProSimprepAction::include);
+  return action == ProSimprepAction::exclude || action == ProSimprepAction::symbolic;
+}
+
+}  // namespace
+
+LeftOut::LeftOut(const Model& solid) {
+  const SimplifiedRepRecord* rep = recordNamed(solid.document->record.simplifiedReps, solid.document->activeRep);
+  if (!rep) return;
+  byDefault_ = leavesOut(rep->defaultAction, creo::ProSimprepAction::include);
+  for (const SimplifiedRepItemRecord& item : rep->items)
+    if (leavesOut(item.action, rep->defaultAction) != byDefault_) exceptions_.insert(item.feature);
+}
+
+bool LeftOut::has(int feature) const { return exceptions_.contains(feature) != byDefault_; }
+
 std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly) {
   std::vector<PlacedModel> placed;
+  const LeftOut leftOut(assembly);
   for (const ModelFeature& feature : featuresOf(assembly)) {
-    if (!feature.isComponent() || !hasGeometry(assembly, feature.place.id)) continue;
+    const int id = feature.place.id;
+    if (!feature.isComponent() || leftOut.has(id) || !hasGeometry(assembly, id)) continue;
     const auto handle = models.inMemory(featureName(feature), feature.component()->type);
     const Model* model = handle ? models.find(handle.value) : nullptr;
     if (!model || model->document->record.skeleton) continue;

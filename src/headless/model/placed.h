@@ -1,17 +1,32 @@
 // The components of an assembly that count as geometry, with where they stand.
 #pragma once
 
+#include <unordered_set>
+
 #include "creo/ProTransform.h"
 #include "headless/model/models.h"
 
 namespace headless {
 
+// What the simplified representation in memory leaves out of a solid: features of a part, components of an assembly.
+// Symbolic ones are left out too; all others count whole. Nothing is left out of the forms that Creo makes by itself.
+class LeftOut {
+ public:
+  explicit LeftOut(const Model& solid);
+  // feature: an id; 0 for what belongs to none.
+  [[nodiscard]] bool has(int feature) const;
+
+ private:
+  bool byDefault_ = false;
+  std::unordered_set<int> exceptions_;
+};
+
 struct PlacedModel {
   const Model* model = nullptr;
   creo::ProTransform place;  // in the assembly's coordinates and units
 };
-// In the order of the features; without those that are suppressed, skeletons and what isn't in memory. Throws
-// MeasureFault.
+// In the order of the features; without those that are suppressed or left out of the representation in memory,
+// skeletons and what isn't in memory. Throws MeasureFault.
 std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly);
 
 // By what a number of `unit` in the units of one model is multiplied to become one of the other's.

@@ -31,7 +31,7 @@ TEST_F(Notes, AreWrittenFromFiles) {
       {std::string("\xFF\xFE"
                    "a\0b\0",
                    6),
-       place, "", L"is no text in UTF-8 or Windows-1252"},
+       place, " 6@1(10,290)ab", L"|ab|"},
       {"", place, "", L"E:Note can't be created"},
       {"a", "fn_0='' posx_0='1' posy_0='1'", "", L""},
       {"a", "fn_0='' posy_0='1' sheet_0='1'", "", L""},

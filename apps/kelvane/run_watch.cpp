@@ -123,7 +123,7 @@ void RunWatch::finishModel(const std::string& row) {
   }
   log_.follow();
   compareSaved();
-  const bool changed = changes_.contains(worked.document);
+  const bool changed = changed_.contains(worked.document);
   const std::string outcome = worked.failed       ? "failed"
                               : worked.passedOver ? "skipped"
                               : changed           ? "changed"
@@ -170,8 +170,11 @@ void RunWatch::compareSaved() {
   for (const std::string& name : uncompared_) {
     ModelChanges changes = changesOf(name, saved_[name]);
     tell(events_, changes);
+    changed_.erase(name);
     changes_.erase(name);
-    if (changes.any()) changes_.emplace(name, std::move(changes));
+    if (!changes.any()) continue;
+    changed_.insert(name);
+    if (options_.dryRun) changes_.emplace(name, std::move(changes));
   }
   uncompared_.clear();
 }
@@ -200,7 +203,7 @@ void RunWatch::end(Recap& recap) {
       ++recap.skipped;
       passedOver += (passedOver.empty() ? "" : ", ") + worked.row;
     } else {
-      ++(changes_.contains(worked.document) ? recap.changed : recap.unchanged);
+      ++(changed_.contains(worked.document) ? recap.changed : recap.unchanged);
     }
   }
   if (!passedOver.empty()) console_.note("warning: passed over, as it can't be modified: " + passedOver);

@@ -39,7 +39,8 @@ class RunWatch : public headless::SessionObserver {
   void progress(int value, int maximum) override;
   void operation(std::string_view name, int result, long long nanoseconds) override;
 
-  // By name of the document, those that differ.
+  // Of a dry run, by name of the document, those that differ. The lines of ten thousand models that are written would
+  // fill the memory, and on disk they can be compared.
   [[nodiscard]] const std::map<std::string, ModelChanges>& changes() const { return changes_; }
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
   // Names of the files of reports that lost what they held.
@@ -83,6 +84,7 @@ class RunWatch : public headless::SessionObserver {
   std::set<std::string> told_;
   std::set<std::wstring> paths_;
   std::set<std::string> reportsBegunAnew_;
+  std::set<std::string> changed_;  // names of documents that differ
   std::map<std::string, ModelChanges> changes_;
   bool running_ = false;
 };

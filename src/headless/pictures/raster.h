@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace headless {
 
@@ -26,6 +27,25 @@ struct ScreenBox {
   [[nodiscard]] float size() const { return std::max({high.x - low.x, high.y - low.y, high.z - low.z}); }
 };
 
+// The dots of a line of the canvas among which are all whose middle lies in the triangle. Long slivers cross a large
+// box, and most of it is none of theirs.
+inline std::pair<int, int> dotsAcross(const std::array<ScreenPoint, 3>& p, float area, float py, int left, int right) {
+  constexpr float kSpare = 2;  // dots by which the numbers here may be wrong
+  auto from = static_cast<float>(left), to = static_cast<float>(right);
+  for (std::size_t i = 0; i < 3; ++i) {
+    const ScreenPoint &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
+    const float slope = (a.y - b.y) / area, base = ((b.x - a.x) * (py - a.y) - a.x * (a.y - b.y)) / area;
+    const float zero = -base / slope;  // where the corner's share changes its sign
+    if (!std::isfinite(zero)) continue;
+    if (slope > 0)
+      from = std::max(from, zero - kSpare);
+    else
+      to = std::min(to, zero + kSpare);
+  }
+  if (!(from <= to)) return {left, left - 1};
+  return {static_cast<int>(from), static_cast<int>(to)};
+}
+
 // Calls put(x, y, share) for each dot of a canvas whose middle lies in the triangle; share: how much each of the three
 // corners counts there, in all 1.
 template <class Put>
@@ -39,9 +59,11 @@ void eachDot(const std::array<ScreenPoint, 3>& p, int width, int height, Put put
   };
   const auto [left, right] = bounds(p[0].x, p[1].x, p[2].x, width);
   const auto [top, bottom] = bounds(p[0].y, p[1].y, p[2].y, height);
-  for (int y = top; y <= bottom; ++y)
-    for (int x = left; x <= right; ++x) {
-      const float px = static_cast<float>(x) + 0.5F, py = static_cast<float>(y) + 0.5F;
+  for (int y = top; y <= bottom; ++y) {
+    const float py = static_cast<float>(y) + 0.5F;
+    const auto [from, to] = dotsAcross(p, area, py, left, right);
+    for (int x = from; x <= to; ++x) {
+      const float px = static_cast<float>(x) + 0.5F;
       std::array<float, 3> share{};
       for (std::size_t i = 0; i < 3; ++i) {
         const ScreenPoint &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
@@ -49,6 +71,7 @@ void eachDot(const std::array<ScreenPoint, 3>& p, int width, int height, Put put
       }
       if (share[0] >= 0 && share[1] >= 0 && share[2] >= 0) put(x, y, share);
     }
+  }
 }
 
 }  // namespace headless

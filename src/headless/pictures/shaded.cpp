@@ -45,14 +45,15 @@ class Canvas {
 
  private:
   void put(int x, int y, float z, const std::array<float, 3>& color, float opacity);
+  float& depth(int x, int y) {
+    return depth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.width) + static_cast<std::size_t>(x)];
+  }
   std::vector<float> depth_;
 };
 
 void Canvas::put(int x, int y, float z, const std::array<float, 3>& color, float opacity) {
-  float& depth =
-      depth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.width) + static_cast<std::size_t>(x)];
-  if (z <= depth) return;
-  if (opacity >= 1) depth = z;
+  if (z <= depth(x, y)) return;
+  if (opacity >= 1) depth(x, y) = z;
   Color& dot = image_.at(x, y);
   for (std::size_t i = 0; i < 3; ++i)
     dot[i] = static_cast<std::uint8_t>(
@@ -61,10 +62,12 @@ void Canvas::put(int x, int y, float z, const std::array<float, 3>& color, float
 
 void Canvas::triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity) {
   eachDot(p, image_.width, image_.height, [&](int x, int y, const std::array<float, 3>& share) {
+    const float z = share[0] * p[0].z + share[1] * p[1].z + share[2] * p[2].z;
+    if (z <= depth(x, y)) return;
     std::array<float, 3> color{};
     for (std::size_t i = 0; i < 3; ++i)
       color[i] = share[0] * colors[0][i] + share[1] * colors[1][i] + share[2] * colors[2][i];
-    put(x, y, share[0] * p[0].z + share[1] * p[1].z + share[2] * p[2].z, color, opacity);
+    put(x, y, z, color, opacity);
   });
 }
 

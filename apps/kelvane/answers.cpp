@@ -36,7 +36,7 @@ std::wstring valueFor(const ListQuestion& question, const std::string& value) {
   }
   const auto what = fileQuestion(question.kind);
   if (!what) return text::fromUtf8(value);
-  const std::wstring path = isSystemPath(value) ? text::fromUtf8(value) : systemPath(value);
+  std::wstring path = isSystemPath(value) ? text::fromUtf8(value) : systemPath(value);
   if (!headless::canBeChosen(*what, path))
     throw Fault(place + "'" + value + "' can't be chosen as " + described(question));
   return path;
@@ -56,6 +56,7 @@ Answer answerOf(const std::vector<ListQuestion>& questions, const std::string& g
   const ListQuestion* question = asked(questions, name);
   if (!question) {
     std::vector<std::string> names;
+    names.reserve(questions.size());
     for (const ListQuestion& one : questions) names.push_back(one.variable);
     throw Fault("--answer: the list doesn't ask for '" + name + "'" + didYouMean(name, names));
   }
@@ -81,6 +82,7 @@ void requireAll(const std::vector<ListQuestion>& questions, const std::vector<An
 
 std::vector<Answer> answersTo(const std::vector<ListQuestion>& questions, const std::vector<std::string>& given) {
   std::vector<Answer> answers;
+  answers.reserve(given.size());
   for (const std::string& one : given) answers.push_back(answerOf(questions, one));
   requireAll(questions, answers);
   return answers;

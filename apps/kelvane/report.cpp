@@ -86,6 +86,7 @@ class Report : public Verb {
     if (widths.empty()) return;
     showRow(console, header, widths, Ink::bold);
     std::vector<Lines> rule;
+    rule.reserve(widths.size());
     for (const std::size_t width : widths) rule.push_back({std::wstring(std::max<std::size_t>(width, 1), L'-')});
     showRow(console, rule, widths, Ink::dim);
     for (const auto& row : report.rows) showRow(console, cellsOf(row), widths, Ink::plain);
@@ -93,6 +94,7 @@ class Report : public Verb {
 
   static std::vector<Lines> cellsOf(const std::vector<std::wstring>& row) {
     std::vector<Lines> cells;
+    cells.reserve(row.size());
     for (const std::wstring& field : row) cells.push_back(shownLines(field));
     return cells;
   }

@@ -54,7 +54,7 @@ void FiringWatch::saved(const headless::SavedDocument& document) {
 }
 
 void FiringWatch::triggerBegins(const Firing& firing) {
-  Running& begun = running_.emplace();
+  Running& begun = running_.emplace(Running());
   begun.told = firing;
   if (const headless::Model* model = session_.models().find(firing.model))
     begun.model = label(model->name, model->type());

@@ -370,11 +370,11 @@ XmlLoaded xmlParse(std::string_view bytes) {
     recoded = text::toUtf8(text::fromTextFile(bytes));
     bytes = recoded;
   }
-  XmlLoaded loaded{std::make_unique<XmlDocument>(), {}};
-  XmlDocument::Store& store = *loaded.document->store_;
+  auto document = std::make_unique<XmlDocument>();
+  XmlDocument::Store& store = *document->store_;
   Parser parser(bytes, store.arena, store.root);
   if (!parser.run()) return {nullptr, parser.fault()};
-  return loaded;
+  return {std::move(document), {}};
 }
 
 XmlLoaded xmlParse(std::wstring_view text) { return xmlParse(std::string_view(text::toUtf8(text))); }

@@ -69,8 +69,8 @@ class DependencyWalk {
     path_.push_back({std::move(name), creo::ProMdlDependenciesDataList(model).value});
   }
 
-  // Goes on to a used model, given by value as the list that names it may move. True: it is on the path already.
-  bool closes(creo::ProDependencyData used) {
+  // Goes on to a used model; the list that names it may move with `enter`. True: it is on the path already.
+  bool closes(const creo::ProDependencyData& used) {
     std::wstring name = used.name + L"." + used.typeText;
     if (onPath_.contains(name)) {
       core::logWrite(L"Circular: '" + name, core::kWarning);

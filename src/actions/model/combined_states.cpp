@@ -51,7 +51,7 @@ void addLayerState(const Task& task, References& to) {
 // The master and the current representation have words of their own, where no representation is called so.
 creo::Got<ProModelitem> representationByWord(const Task& task) {
   const std::wstring_view word = task.attribute(L"simprepname");
-  if (const auto named = creo::ProSimprepInit(std::wstring(word), 0, task.model())) return named;
+  if (auto named = creo::ProSimprepInit(std::wstring(word), 0, task.model())) return named;
   if (word == L"MASTER") {
     core::logIndented(L"Set Master Simp Rep", core::kNormal, 1);
     return creo::ProSimprepInit(L"", creo::kMasterRep, task.model());

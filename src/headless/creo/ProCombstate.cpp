@@ -9,7 +9,6 @@ namespace creo {
 
 using headless::CombinedStateRecord;
 using headless::Model;
-using headless::ModelRecord;
 using headless::onModel;
 using headless::onSolid;
 using State = headless::Session::State;

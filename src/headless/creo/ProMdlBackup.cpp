@@ -10,7 +10,6 @@ namespace creo {
 
 using headless::Model;
 using headless::onModel;
-using headless::operation;
 using State = headless::Session::State;
 
 Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {

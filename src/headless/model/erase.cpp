@@ -97,8 +97,8 @@ void Models::eraseUnless(creo::FunctionRef<bool(ProMdl)> stays) {
     waiting.pop_back();
     for (const Model* used : usedBy(*model)) keep(used);
   }
-  for (std::size_t i = 0; i < places_.size(); ++i) {
-    const Model* model = places_[i].model.get();
+  for (const Place& place : places_) {
+    const Model* model = place.model.get();
     if (!model || kept.contains(model)) continue;
     if (model->document->isModified(model->row))
       message(text::format(L"%s.%s is erased, and its changes with it", model->name,

@@ -130,8 +130,8 @@ DimensionRecord* ModelDocument::dimension(int id, bool reference) {
 NoteRecord* ModelDocument::note(int id) {
   auto& held = record.notes;
   // Ids ascend as long as nobody wrote them by hand: then the list is its own index, whatever comes and goes.
-  const auto guess = std::lower_bound(held.begin(), held.end(), id,
-                                      [](const NoteRecord& one, int wanted) { return one.id < wanted; });
+  const auto guess =
+      std::lower_bound(held.begin(), held.end(), id, [](const NoteRecord& one, int wanted) { return one.id < wanted; });
   if (guess != held.end() && guess->id == id) return &*guess;
   for (const bool isAnew : {false, true}) {
     if (isAnew || notesIndexed_ != held.size()) {

@@ -44,6 +44,8 @@ TEST_F(EditParameters, SetsValuesByNameAndByValue) {
        L"W:/^r.d$/ - Integer can't compared with not a number"},
       {edit("searchin='1' name='MASS' totype='2' value='abc'"), same,
        L"E:Failure at parameter 'MASS' while cast value 'abc' to double"},
+      {edit("searchin='1' name='MASS' totype='2' value='12,5'"), L"COLOR=red MASS=12.0 COUNT=7 CHECKED=true",
+       L"W:'12,5' is read as 12.000000: the decimal sign is a point"},
       {edit("searchin='1' name='COUNT' totype='1' value='99999999999'"), same,
        L"E:Failure at parameter 'COUNT' while cast value '99999999999' to integer"},
       {edit("searchin='1' name='COLOR' totype='0' value='%NONE%'"), same,

@@ -125,6 +125,10 @@ std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_vie
   if (type == ProParamvalueType::real) {
     const auto number = text::readDouble(text);
     if (number.fault != text::NumberFault::none) return noNumber(kNoDouble);
+    // Of "12,5", as tables of other languages have it, 12 is left.
+    if (text.find(L',') != text.npos)
+      core::logWrite(text::format(L"'%s' is read as %f: the decimal sign is a point", text, number.value),
+                     core::kWarning);
     return NewValue{text::shortest(number.value), text::format(L"%f", number.value), core::msgText(kDoubleFailed)};
   }
   if (type == ProParamvalueType::integer) {

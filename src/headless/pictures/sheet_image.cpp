@@ -32,7 +32,7 @@ class Face {
   explicit Face(const std::wstring& path) : read_(std::make_unique<Read>(path)) {}
   ~Face() {
     if (isStuck) static_cast<void>(read_.release());
-  }
+  }  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): kept on purpose
   Face(const Face&) = delete;
   Face& operator=(const Face&) = delete;
 

@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <ranges>
 
 #include "barcode/text_submodes.h"
 
@@ -248,7 +247,8 @@ std::vector<int> compacted(std::string_view text) {
     state = move.from;
   }
   Writer writer(text);
-  for (const Step& step : std::views::reverse(steps)) writer.add(step.move, step.to, step.place);
+  std::reverse(steps.begin(), steps.end());
+  for (const Step& step : steps) writer.add(step.move, step.to, step.place);
   return writer.finished();
 }
 

@@ -58,13 +58,13 @@ class Eval : public Verb {
   std::vector<OptionRow> options() override {
     return {{"folder", "DIR", "folder of models", &folder_},
             {"model", "NAME.EXT", "the model", &model_},
-            {"text", "TEXT", "a text with variables", &texts_},
+            {"text", "TEXT", "a text with variables", &text_},
             {"--filter", "FILE", "a filter file, or PACKAGE/NAME: how it decides, item by item", &filter_},
             {"--user", "NAME=VALUE", "a user variable", &variables_}};
   }
 
   int run(Console& console) override {
-    if (texts_.size() != (filter_.empty() ? 1u : 0u)) {
+    if (text_.has_value() != filter_.empty()) {
       throw Fault(filter_.empty() ? "eval: one text is needed, or --filter"
                                   : "eval: a text and --filter don't go together");
     }
@@ -82,7 +82,7 @@ class Eval : public Verb {
 
  private:
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
-    const engine::Replaced result = engine::replaceVariables(text::fromUtf8(texts_.front()), model);
+    const engine::Replaced result = engine::replaceVariables(text::fromUtf8(*text_), model);
     for (const TroubleLine& line : log.takeTrouble()) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
@@ -103,7 +103,8 @@ class Eval : public Verb {
   }
 
   std::string folder_, model_, filter_;
-  std::vector<std::string> texts_, variables_;
+  std::optional<std::string> text_;
+  std::vector<std::string> variables_;
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -11,10 +12,10 @@
 
 namespace kelvane {
 
-using OptionTarget = std::variant<bool*, int*, std::string*, std::vector<std::string>*>;
+using OptionTarget = std::variant<bool*, int*, std::string*, std::optional<std::string>*, std::vector<std::string>*>;
 
-// "-n,--dry-run" is an option; a name without dashes is an argument, which must be given unless it is a list. An option
-// with a list as its target may be given several times.
+// "-n,--dry-run" is an option; a name without dashes is an argument, which must be given unless its target may do
+// without. An option with a list as its target may be given several times; of any other one the last counts.
 struct OptionRow {
   const char* names;
   const char* value;  // what the help shows for the value: "NAME.EXT"; "a|b|c" takes just these words
@@ -55,5 +56,7 @@ std::unique_ptr<Verb> makeReport();
 std::unique_ptr<Verb> makeLog();
 std::unique_ptr<Verb> makeVault();
 std::unique_ptr<Verb> makeUi();
+std::unique_ptr<Verb> makeCompletion();
+std::unique_ptr<Verb> makeMan();
 
 }  // namespace kelvane

@@ -31,8 +31,15 @@ target_link_libraries(creo INTERFACE kvd_text)
 
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write and mesh bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
+# From release 7.8 on STEP and IGES are one toolkit each, TKDESTEP and TKDEIGES.
+find_library(OCCT_STEP TKDESTEP)
+if(OCCT_STEP)
+  set(OCCT_EXCHANGE TKDESTEP TKDEIGES)
+else()
+  set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKIGES)
+endif()
 kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
-  PRIVATE_LINKS TKXDESTEP TKXDEIGES TKSTEP TKIGES TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
+  PRIVATE_LINKS ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui

@@ -15,7 +15,7 @@ endif()
 add_library(kvd_flags INTERFACE)
 target_compile_options(kvd_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wcast-qual -Wformat=2 -Wunused -Werror -fno-math-errno)
+  -Wcast-qual -Wformat=2 -Wunused $<$<BOOL:${KVD_WERROR}>:-Werror> -fno-math-errno)
 # Programs would be compiled with -fPIE, for which the libraries' precompiled header is no use.
 target_compile_options(kvd_flags INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang>:-fPIC>)
 # GCC 12 sees overlaps and overflows in optimised std::string code that aren't there (its bug 105651).

@@ -39,6 +39,21 @@ TEST_F(Verbs, WrongWordsEndWithOneLineThatSaysWhy) {
   }
 }
 
+TEST_F(Verbs, OptionsTakeOneValueEachAndLeaveTextsAsTheyStand) {
+  part(L"PLATE").with(L"S", L"steel");
+  part(L"BOLT");
+  list("keep.xml", "<task type='saveModel' version='3' forPRT='true' forEF='false'/>");
+  const Ended run = kelvane({"run", "--start", "PLATE.PRT", "--start", "BOLT.PRT", path("standards"), "keep", models(),
+                             "-n", "--set", "KVD_LOG_LEVEL=0", "--set", "kvd_log_level=2"});
+  EXPECT_EQ("dry  models=2 changed=0 unchanged=2 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(run))
+      << run.err;
+  const std::vector<std::pair<std::string, std::string>> texts = {
+      {"[a,b] of [@mdln@]", "[a,b] of [PLATE]"}, {"[%S%]", "[steel]"}, {"[\"x\"]", "[\"x\"]"}, {"{a},b", "{a},b"}};
+  for (const auto& [text, expected] : texts)
+    EXPECT_EQ(expected + "\n", kelvane({"eval", models(), "PLATE.PRT", text}).out);
+  EXPECT_EQ("[1,2]\n", kelvane({"eval", "--user", "X=[1,2]", models(), "PLATE.PRT", "%user:X%"}).out);
+}
+
 TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
   EXPECT_THAT(kelvane({"-h"}).out, testing::HasSubstr("\n  run       runs a list on the models of a folder\n"));
   const Ended run = kelvane({"run", "-h"});

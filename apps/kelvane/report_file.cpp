@@ -14,6 +14,7 @@ namespace kelvane {
 namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
+constexpr std::wstring_view kSeparatorLine = L"sep=";
 constexpr std::wstring_view kKeyEnd = L"|||||";  // between key and title in a column file
 
 // The separator that stands most often outside quotes in a record; 0 for a record of one field.
@@ -41,20 +42,40 @@ std::vector<std::wstring> fieldsOf(std::wstring_view record, wchar_t separator) 
 
 std::string lineOf(std::size_t line, const std::string& fault) { return ":" + std::to_string(line) + ": " + fault; }
 
-// The records as texts; the first that has several fields tells the separator.
+// The content in UTF-8, or in Latin-1; its mark goes. Lines that end in CR alone, as old programs write them, get a LF.
+std::string takeEncoding(ReportFile& report, std::string_view bytes) {
+  std::string content;
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
+    report.encoding = "UTF-16";
+    content = text::toUtf8(text::fromTextFile(bytes));
+  } else {
+    const bool hasMark = bytes.starts_with(kMark);
+    if (hasMark) bytes.remove_prefix(kMark.size());
+    report.encoding = hasMark ? "UTF-8 with mark" : text::isUtf8(bytes) ? "UTF-8" : "Latin-1";
+    content = bytes;
+  }
+  if (content.find('\n') == content.npos) std::replace(content.begin(), content.end(), '\r', '\n');
+  return content;
+}
+
+// The records as texts. The separator is what a first line "sep=;" says, else it is told by the first record that has
+// several fields.
 void readRecords(ReportFile& report, std::string_view bytes, const std::string& path) {
-  const bool hasMark = bytes.starts_with(kMark);
-  if (hasMark) bytes.remove_prefix(kMark.size());
-  const bool isUtf8 = hasMark || text::isUtf8(bytes);
-  report.encoding = hasMark ? "UTF-8 with mark" : isUtf8 ? "UTF-8" : "Latin-1";
+  const std::string content = takeEncoding(report, bytes);
+  const bool isUtf8 = report.encoding != "Latin-1";
   std::vector<std::wstring> records;
-  text::CsvRecords reader(bytes);
+  text::CsvRecords reader(content);
   for (std::string_view record; reader.next(record);) {
     if (reader.isUnclosed())
       report.faults.push_back(path + lineOf(reader.firstLine(), "a quote is never closed; it takes in the rest"));
     records.push_back(isUtf8 ? text::fromUtf8(record) : text::fromLatin1(record));
   }
   wchar_t separator = 0;
+  if (!records.empty() && records.front().size() == kSeparatorLine.size() + 1 &&
+      records.front().starts_with(kSeparatorLine)) {
+    separator = records.front().back();
+    records.erase(records.begin());
+  }
   for (std::size_t i = 0; separator == 0 && i < records.size(); ++i) separator = separatorIn(records[i]);
   if (separator != 0) report.separator = separator;
   for (const std::wstring& record : records) report.rows.push_back(fieldsOf(record, report.separator));
@@ -69,21 +90,38 @@ void takeHeader(ReportFile& report, const std::string& path) {
   if (longer > 0) report.faults.push_back(path + ": rows with more fields than the header: " + std::to_string(longer));
 }
 
-// Titles find their columns from left to right: two columns may have one title. A leading "File name" that the report
-// was opened with stands there before the one that the column file knows.
-void takeColumnFile(ReportFile& report, std::string_view bytes, const std::string& path) {
-  std::map<std::wstring, std::vector<std::size_t>> places;  // of a title, from right to left
-  for (std::size_t i = report.columns.size(); i-- > 0;) places[report.columns[i].title].push_back(i);
+struct NumberedColumn {
+  std::size_t line;
+  ReportFileColumn column;
+};
+std::vector<NumberedColumn> columnLines(ReportFile& report, std::string_view bytes, const std::string& path) {
   const std::wstring content = text::isUtf8(bytes) ? text::fromUtf8(bytes) : text::fromLatin1(bytes);
+  std::vector<NumberedColumn> result;
   std::size_t number = 0;
   for (const std::wstring& line : text::lines(content)) {
     ++number;
     const std::size_t at = line.find(kKeyEnd);
     if (at == line.npos) {
       report.faults.push_back(path + lineOf(number, "no '|||||' between key and title"));
-      continue;
+    } else {
+      result.push_back({number, {line.substr(at + kKeyEnd.size()), line.substr(0, at)}});
     }
-    ReportFileColumn column{line.substr(at + kKeyEnd.size()), line.substr(0, at)};
+  }
+  return result;
+}
+
+// Titles find their columns from left to right: several columns may have one title. Where the header has a title more
+// often than the column file, the first ones are without a key, as the leading "File name" that a report may be opened
+// with.
+void takeColumnFile(ReportFile& report, std::string_view bytes, const std::string& path) {
+  std::map<std::wstring, std::vector<std::size_t>> places;  // of a title, from right to left
+  for (std::size_t i = report.columns.size(); i-- > 0;) places[report.columns[i].title].push_back(i);
+  std::vector<NumberedColumn> lines = columnLines(report, bytes, path);
+  std::map<std::wstring, std::size_t> known;
+  for (const NumberedColumn& line : lines) ++known[line.column.title];
+  for (auto& [title, free] : places)
+    if (free.size() > known[title]) free.resize(known[title]);
+  for (auto& [number, column] : lines) {
     auto& free = places[column.title];
     if (!free.empty()) {
       report.columns[free.back()].key = column.key;

@@ -13,7 +13,7 @@ struct ReportFileColumn {
 };
 
 struct ReportFile {
-  std::string encoding;  // "UTF-8", "UTF-8 with mark", "Latin-1"
+  std::string encoding;  // "UTF-8", "UTF-8 with mark", "UTF-16", "Latin-1"
   wchar_t separator = L',';
   std::vector<ReportFileColumn> columns;        // those of the header line first, in its order
   std::vector<std::vector<std::wstring>> rows;  // a row may have fewer or more fields than there are columns

@@ -31,6 +31,14 @@ TEST_F(ReportVerb, DrawsAnAlignedTable) {
        "3 rows, 2 columns, UTF-8, separator tab, no column file"},
       {"\"C \"x\"\",\"D\"\r\n\"1\"\r\n", "C \"x\"  D\n-----  -\n1\n",
        "1 row, 2 columns, UTF-8, separator \",\", no column file"},
+      {"sep=;\r\n\"A\";\"B,C,D\"\r\n", "A  B,C,D\n-  -----\n",
+       "0 rows, 2 columns, UTF-8, separator \";\", no column file"},
+      {"A,B\r1,2\r", "A  B\n-  -\n1  2\n", "1 row, 2 columns, UTF-8, separator \",\", no column file"},
+      {std::string("\xFF\xFE\xE4\0;\0B\0\n\0"
+                   "1\0;\0"
+                   "2\0",
+                   16),
+       "\xC3\xA4  B\n-  -\n1  2\n", "1 row, 2 columns, UTF-16, separator \";\", no column file"},
       {"", "", "0 rows, 0 columns, UTF-8, separator \",\", no column file"},
   };
   for (const Case& c : cases) {
@@ -48,7 +56,7 @@ TEST_F(ReportVerb, TellsWhatTheColumnFileKnows) {
   const Ended ended =
       report("\"File name\",\"File name\",\"A\",\"X\"\r\n\"1\",\"1\",\"2\",\"3\",\"4\"\r\n", {"--columns", "-q"});
   EXPECT_EQ(
-      "1  File name  File name\n2  -          File name\n3  B0a        A\n4  -          X\n"
+      "1  -          File name\n2  File name  File name\n3  B0a        A\n4  -          X\n"
       "-  B1b        B|||||C    not in the header\n",
       ended.out);
   const std::string name = "warning: " + path("a.csv");

@@ -33,7 +33,7 @@ std::string escaped(std::string_view text, std::string_view signs) {
 }
 
 // A text inside single quotes of bash and zsh.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result = "'";
   for (const char c : text) result += c == '\'' ? std::string("'\\''") : std::string(1, c);
   return result + "'";
@@ -110,18 +110,18 @@ std::string zshValue(const OptionRow& row) {
   }
 }
 std::string zshSpecs(const OptionRow& row) {
-  if (isArgument(row)) return "        " + quoted((mayRepeat(row) ? "*" : "") + zshValue(row)) + " \\\n";
+  if (isArgument(row)) return "        " + inQuotes((mayRepeat(row) ? "*" : "") + zshValue(row)) + " \\\n";
   std::string specs;
   for (const std::string& name : names(row)) {
     const std::string spec = (mayRepeat(row) ? "*" : "") + name + "[" + escaped(row.help, "[]\\") + "]";
-    specs += "        " + quoted(spec + (takesValue(row) ? zshValue(row) : "")) + " \\\n";
+    specs += "        " + inQuotes(spec + (takesValue(row) ? zshValue(row) : "")) + " \\\n";
   }
   return specs;
 }
 std::string zsh() {
   std::string text = "#compdef kelvane\n_kelvane() {\n  local -a verbs\n  verbs=(\n";
   for (const VerbRow& verb : verbRows()) {
-    text += "    " + quoted(std::string(verb.name) + ":" + escaped(verb.help, ":\\")) + "\n";
+    text += "    " + inQuotes(std::string(verb.name) + ":" + escaped(verb.help, ":\\")) + "\n";
   }
   text += "  )\n  if (( CURRENT == 2 )); then\n    _describe verb verbs\n    return\n  fi\n";
   text += "  local verb=$words[2]\n  shift words\n  (( CURRENT-- ))\n  case $verb in\n";

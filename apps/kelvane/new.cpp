@@ -105,10 +105,10 @@ class New : public Verb {
     std::string sides;
     const std::vector<std::wstring> numbers = text::split(text::fromUtf8(box_), L',');
     for (const std::wstring& number : numbers) {
-      const auto side = text::readDouble(number);
-      const bool good = side.fault == text::NumberFault::none && side.value > 0;
-      if (!good || numbers.size() != 3) throw Fault("--box takes three sides over 0, as 80,40,5; not '" + box_ + "'");
-      sides += (sides.empty() ? "" : ", ") + headless::realText(side.value);
+      const auto side = text::wholeDouble(number);
+      if (!side || *side <= 0 || numbers.size() != 3)
+        throw Fault("--box takes three sides over 0, as 80,40,5; not '" + box_ + "'");
+      sides += (sides.empty() ? "" : ", ") + headless::realText(*side);
     }
     return "{\"primitives\": [{\"type\": \"box\", \"size\": [" + sides + "]}]}";
   }

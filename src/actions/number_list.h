@@ -7,9 +7,7 @@
 
 namespace actions {
 
-// A finite decimal number that is the whole text, blanks around it aside.
-std::optional<double> wholeNumber(std::wstring_view text);
-// Numbers with blanks, commas or semicolons between them. Nothing where a piece is no number.
+// Finite numbers with blanks, commas or semicolons between them. Nothing where a piece is no number.
 std::optional<std::vector<double>> numberList(std::wstring_view text);
 
 }  // namespace actions

@@ -61,7 +61,7 @@ ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& 
 // An instance's value of a parameter column: its own, or the one it takes over from its generic. ProNotFound: it is no
 // column of the table that lists the instance.
 Got<ProParamvalue> ProFaminstanceValueGet(const ProFaminstance& instance, const ProFamtableItem& item);
-// ProBadInputs: the value is of another kind than the parameter.
+// ProBadInputs: the value is of another kind than the parameter, or a number that isn't finite.
 ProError ProFaminstanceValueSet(const ProFaminstance& instance, const ProFamtableItem& item,
                                 const ProParamvalue& value);
 // Does the instance take the value over from its generic?

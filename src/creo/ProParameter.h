@@ -26,7 +26,8 @@ struct ProParameter {
 // What drives a value.
 enum class ProParameterDriver : int { none = 0, parameter = 1, function = 2, relation = 3 };
 
-// Puts a value together from a text: a number's text is converted. ProBadInputs: the type is none of the five.
+// Puts a value together from a text: a number's text is converted. ProBadInputs: the type is none of the five, or
+// the number isn't finite.
 ProError ProParamvalueSet(ProParamvalue& value, const std::wstring& text, ProParamvalueType type);
 
 // All parameters of an owner, in their order.
@@ -46,7 +47,7 @@ ProError ProParameterDelete(const ProParameter& parameter);
 Got<ProParamvalue> ProParameterValueGet(const ProParameter& parameter);
 // The value in the model's units; that of a parameter without units is its value.
 Got<ProParamvalue> ProParameterScaledvalueGet(const ProParameter& parameter);
-// ProBadInputs: a value of another kind. ProGeneralError: it is driven.
+// ProBadInputs: a value of another kind, or a number that isn't finite. ProGeneralError: it is driven.
 ProError ProParameterValueSet(const ProParameter& parameter, const ProParamvalue& value);
 // ProNotFound: it has no units.
 Got<std::wstring> ProParameterUnitsGet(const ProParameter& parameter);

@@ -10,7 +10,8 @@ namespace creo {
 constexpr int kDatumPlaneFeature = 923;
 
 // A cross section at a datum plane, or parallel to it, distance in the solid's units. ProExists: another one has the
-// name; ProBadInputs: the feature is no datum plane of the solid, or has gone; ProGeneralError: an empty name.
+// name; ProBadInputs: the feature is no datum plane of the solid, or has gone; ProGeneralError: an empty name, or
+// a distance that isn't finite.
 Got<ProModelitem> ProXsecPlanarCreate(ProMdl solid, const std::wstring& name, const ProFeature& plane);
 Got<ProModelitem> ProXsecParallelCreate(ProMdl solid, const std::wstring& name, const ProFeature& plane,
                                         double distance);

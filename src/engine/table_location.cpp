@@ -21,6 +21,19 @@ std::vector<std::wstring_view> fieldsOf(std::wstring_view text, std::wstring_vie
   return fields;
 }
 
+// A field's number as a whole, 0 for an empty one: the 2 of "2,5" would name another cell or table.
+std::optional<int> integerField(std::wstring_view field) {
+  return text::trimmed(field).empty() ? 0 : text::wholeInt(field);
+}
+std::optional<double> numberField(std::wstring_view field) {
+  return text::trimmed(field).empty() ? 0 : text::wholeDouble(field);
+}
+
+std::optional<TableLocation> cantParse() {
+  core::logWrite(L"Can't parse line", core::kError);
+  return std::nullopt;
+}
+
 std::optional<int> sheetOf(const creo::ProDwgtable& table) {
   auto sheet = creo::ProDwgtableSegSheetGet(table, 0);
   if (!sheet) sheet = creo::ProDwgtableSegSheetGet(table, -1);
@@ -52,26 +65,28 @@ std::optional<TableLocation> parseTableLocation(std::wstring_view text) {
   const auto byText = fieldsOf(text::cut(text, text::kTextSize - 1), L"::");
   const auto byPlace = fieldsOf(text::cut(text, text::kTextSize - 1), L"!!");
   if (byText.size() == 3) {
+    const auto row = integerField(byText[0]), column = integerField(byText[1]);
+    if (!row || !column) return cantParse();
     location.byText = true;
-    location.row = text::parseInt(byText[0]);
-    location.column = text::parseInt(byText[1]);
+    location.row = *row;
+    location.column = *column;
     location.pattern = byText[2];
     return location;
   }
-  if (byPlace.size() != 2 && byPlace.size() != 3) {
-    core::logWrite(L"Can't parse line", core::kError);
-    return std::nullopt;
-  }
-  location.place = {text::parseDouble(byPlace[0]), text::parseDouble(byPlace[1])};
-  if (byPlace.size() == 3) location.tolerance = text::parseDouble(byPlace[2]);
+  if (byPlace.size() != 2 && byPlace.size() != 3) return cantParse();
+  const auto x = numberField(byPlace[0]), y = numberField(byPlace[1]);
+  const auto tolerance = byPlace.size() == 3 ? numberField(byPlace[2]) : location.tolerance;
+  if (!x || !y || !tolerance) return cantParse();
+  location.place = {*x, *y};
+  location.tolerance = *tolerance;
   return location;
 }
 
 std::optional<TableCell> parseTableCell(std::wstring_view text) {
   const auto fields = fieldsOf(text, L":");
-  const auto number = [&](std::size_t i) { return i < fields.size() ? text::parseInt(fields[i]) : 0; };
-  const TableCell cell{number(0), number(1), number(2)};
-  if (cell.row != 0 && cell.column != 0) return cell;
+  const auto number = [&](std::size_t i) { return i < fields.size() ? integerField(fields[i]) : 0; };
+  const auto row = number(0), column = number(1), line = number(2);
+  if (row && column && line && *row != 0 && *column != 0) return TableCell{*row, *column, *line};
   core::logWrite(L"Can't parse cellcol or cellrow", core::kError);
   return std::nullopt;
 }

@@ -19,14 +19,15 @@ struct TableLocation {
   creo::ProPoint place;
   double tolerance = 5.0;  // strict, on each axis
 };
-// Nothing, with its error line, for another number of fields.
+// Nothing, with its error line, for another number of fields and for a field that isn't wholly a number; an empty one
+// is 0.
 std::optional<TableLocation> parseTableLocation(std::wstring_view text);
 
 // "row:column" or "row:column:line". A missing number is 0.
 struct TableCell {
   int row = 0, column = 0, line = 0;
 };
-// Nothing, with its error line, where row or column is 0.
+// Nothing, with its error line, where row or column is 0 or a field isn't wholly a number.
 std::optional<TableCell> parseTableCell(std::wstring_view text);
 
 struct LocatedTable {

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "text/encoding.h"
+#include "text/format.h"
 
 namespace text {
 namespace {
@@ -21,8 +22,11 @@ bool isDigit(C c) {
 }
 bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
+bool isAllBlank(std::wstring_view text) { return std::all_of(text.begin(), text.end(), &isBlank<wchar_t>); }
+
+// end: behind the last character that counts.
 template <class C>
-ParsedInt integer(std::basic_string_view<C> text) {
+ParsedInt integer(std::basic_string_view<C> text, std::size_t& end) {
   std::size_t at = 0;
   while (at < text.size() && isBlank(text[at])) ++at;
   const bool negative = at < text.size() && text[at] == C('-');
@@ -33,9 +37,16 @@ ParsedInt integer(std::basic_string_view<C> text) {
   for (; at < text.size() && isDigit(text[at]); ++at) {
     value = std::min(value * 10 + static_cast<std::int64_t>(text[at] - C('0')), kLimit + 1);
   }
+  end = at;
   if (negative) value = -value;
   const std::int64_t nearest = std::clamp(value, -kLimit, kLimit - 1);
   return {static_cast<int>(nearest), nearest == value ? NumberFault::none : NumberFault::outOfRange};
+}
+
+template <class C>
+int integer(std::basic_string_view<C> text) {
+  std::size_t end = 0;
+  return integer(text, end).value;
 }
 
 // The characters that can belong to a number, its sign apart.
@@ -75,16 +86,27 @@ bool isTooLarge(std::string_view part, bool hexadecimal) {
   }
   if (hexadecimal) magnitude *= 4;
   if (at < part.size() && (part[at] | 0x20) == exponentMark) {
-    magnitude += integer(part.substr(at + 1)).value;
+    magnitude += integer(part.substr(at + 1));
   }
   return magnitude > 0;
 }
 
 }  // namespace
 
-int parseInt(std::wstring_view text) { return integer(text).value; }
-int parseInt(std::string_view text) { return integer(text).value; }
-ParsedInt readInt(std::wstring_view text) { return integer(text); }
+int parseInt(std::wstring_view text) { return integer(text); }
+int parseInt(std::string_view text) { return integer(text); }
+
+ParsedInt readInt(std::wstring_view text) {
+  std::size_t end = 0;
+  ParsedInt read = integer(text, end);
+  if (read.fault != NumberFault::none) return read;
+  const auto sameAsAll = [&] {
+    const auto all = wholeDouble(text);
+    return all && *all == read.value;
+  };
+  read.whole = isAllBlank(text.substr(end)) || sameAsAll();
+  return read;
+}
 
 ParsedDouble readDouble(std::wstring_view text) {
   std::size_t start = 0;
@@ -100,15 +122,27 @@ ParsedDouble readDouble(std::wstring_view text) {
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value,
                                             hexadecimal ? std::chars_format::hex : std::chars_format::general);
   if (error == std::errc::invalid_argument) return {0, NumberFault::notANumber};
-  NumberFault fault = NumberFault::none;
+  NumberFault fault = std::isfinite(value) ? NumberFault::none : NumberFault::notFinite;
   if (error == std::errc::result_out_of_range) {
     value = isTooLarge(digits, hexadecimal) ? HUGE_VAL : 0;
     fault = NumberFault::outOfRange;
   }
-  return {negative ? -value : value, fault};
+  const auto length = static_cast<std::size_t>(end - part.data());
+  const bool whole = fault != NumberFault::outOfRange && isAllBlank(text.substr(start + length));
+  return {negative ? -value : value, fault, whole};
 }
 
 double parseDouble(std::wstring_view text) { return readDouble(text).value; }
+
+std::optional<int> wholeInt(std::wstring_view text) {
+  const ParsedInt read = readInt(text);
+  return read.whole && read.fault == NumberFault::none ? std::optional(read.value) : std::nullopt;
+}
+
+std::optional<double> wholeDouble(std::wstring_view text) {
+  const ParsedDouble read = readDouble(text);
+  return read.whole && read.fault == NumberFault::none ? std::optional(read.value) : std::nullopt;
+}
 
 std::wstring shortest(double value) {
   std::array<char, 64> buffer{};
@@ -120,6 +154,11 @@ std::wstring shortest(double value) {
   const auto form = plain ? std::chars_format::fixed : std::chars_format::general;
   const auto end = std::to_chars(first, last, value, form).ptr;
   return fromLatin1({first, static_cast<std::size_t>(end - first)});
+}
+
+std::wstring exactFixed(double value) {
+  std::wstring fixed = format(L"%f", value);
+  return parseDouble(fixed) == value ? fixed : shortest(value);
 }
 
 }  // namespace text

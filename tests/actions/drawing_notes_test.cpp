@@ -170,6 +170,7 @@ TEST_F(NotesFromFile, TakeTheirValues) {
       {"ID;Item value\n4;H\xF6he\n", "", edges + " 4@1(200,100)Höhe " + other},
       {"ID;Item value\n5;x\n4;y\n", "curpage='true'", edges + " 4@1(200,100)y " + other},
       {"ID;Item value\nfour;x\n99;y\n", "", all()},
+      {"ID;Item value\n4th;x\n", "", all()},
       {"ID;Item value\n4;Scale 1:2\n", "", all()},
       // By the text that they had.
       {"Item value old;Item value\nscale 1:;1 : \n", "", edges + " 4@1(200,100)1 : 2 5@2(45,22)1 : 5"},

@@ -87,6 +87,11 @@ TEST_F(DrawingTables, AreFoundByPlaceOrText) {
       {"posx_0='300' posy_0='10' text_0='Rev. A' textc_0='2' textr_0='3'", third},
       {"text_0='Title' textc_0='1' textr_0='1' fn_0='frame_a4'", all},
       {"text_0='*' textc_0='7' textr_0='*'", all},
+      {"posx_0='100mm' posy_0='50'", all},
+      {"posx_0='100' posy_0='50,5'", all},
+      {"posx_0='100' posy_0='50' sheet_0='1;2'", all},
+      {"posx_0='100' posy_0='50' sheet_0='1.0'", second + " " + third},
+      {"text_0='D-7*' textc_0='1.' textr_0='2nd'", all},
   };
   for (const auto& [attributes, left] : cases) {
     World own;
@@ -101,6 +106,7 @@ TEST_F(DrawingTables, AreMovedWhereTheSheetSays) {
       {"posx_0='100' posy_0='50' nposx_0='-20' nposy_0='7'", "1@1(400,7) 2@1(300,10) 3@2(45,30)"},
       {"posx_0='100' posy_0='60' nposx_0='30' nposy_0='20' sheet_0='2'", "1@1(100,50) 2@1(300,10) 3@2(10,10)"},
       {"posx_0='100' posy_0='50'", "1@1(100,50) 2@1(300,10) 3@2(45,30)"},
+      {"posx_0='100' posy_0='50' nposx_0='7,5' nposy_0='7'", "1@1(100,50) 2@1(300,10) 3@2(45,30)"},
       {"posx_0='100' posy_0='50' nposx_0='1' nposy_0='1' sheet_0='0'", "1@1(100,50) 2@1(300,10) 3@2(45,30)"},
   };
   for (const auto& [attributes, left] : cases) {
@@ -116,10 +122,10 @@ TEST_F(DrawingTables, AreBroughtFromFilesOntoTheSheetsThatFit) {
       L"B0 Add table|d:\\|The format of page 1 is frame_a3.|Check Sheet 1 = -1|Sheet 1 is worked|"
       L"Table is retrieved and displayed|The format of page 2 is no_format.|B1 Add table|d:\\|"
       L"The format of page 1 is frame_a3.|Check Sheet 1 = 2|The format of page 2 is no_format.|Check Sheet 2 = 2|"
-      L"Sheet 2 is worked|Table is retrieved and displayed|B2 Save model",
+      L"Sheet 2 is worked|W:'20 mm' is read as 20|Table is retrieved and displayed|B2 Save model",
       work(own,
            task("addTable", "tablepath='d:\\' tablename='box' fn_0='frame*' sheet_0='-1' posx_0='-50' posy_0='20'") +
-               task("addTable", "tablepath='d:\\' tablename='BOX' fn_0='' sheet_0='2' posx_0='20' posy_0='-10'")));
+               task("addTable", "tablepath='d:\\' tablename='BOX' fn_0='' sheet_0='2' posx_0='20 mm' posy_0='-10'")));
   EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30) 4@1(370,20) 5@2(5,100)", tables(own));
   EXPECT_EQ(2, saved(own).currentSheet);
 }

@@ -58,6 +58,7 @@ TEST_F(EditFromFile, ParametersTakeTheRowsOfTheirModel) {
            L"E:Parameter 'DRIVEN' can't be edit, because it is relation driven|E:Parameter can't be found on Model: "
            L"NONE|"
            L"Set parameter 'COUNT' to value 'many'|E:Failure at parameter 'COUNT' while cast value 'many' to integer"},
+          {titles + "BRACKET;COUNT;8.9\n", "", L"COLOR=red COUNT=8 DRIVEN=7", L"W:'8.9' is read as 8"},
           {"model name;parameter\nBRACKET;COLOR\n", "", same,
            L"E:d:\\values.csv: there is no column 'parameter name'|E:d:\\values.csv: there is no column 'value'"},
           {"", "", same, L"E:d:\\values.csv: there is no column 'model name'"},
@@ -81,15 +82,17 @@ TEST_F(EditFromFile, DimensionsTakeTheRowsOfTheirModel) {
   fill(world);
   writeBytes(world.models() + "/values.csv",
              "model name;dimension name;value\nBRACKET;length;@line@1\nBRACKET;d2;3\nBRACKET;d3;1\nBRACKET;rd1;1\n"
-             "BRACKET;d9;1\nBRACKET;d2;wide\n");
+             "BRACKET;d9;1\nBRACKET;d2;wide\nBRACKET;d2;inf\nBRACKET;d2;2,5\n");
   const std::wstring log = run(task("editModelDimensionFromFile", "path='d:\\values.csv'") + task("saveModel"));
   EXPECT_EQ(
       L"B0 Edit model dimension from file|Create new Memory Tables|set 'length' value to '10.000000'|"
       L"set 'd2' value to '3.000000'|set 'd3' value to '1.000000'|E:The dimension 'd3' can't be set|"
       L"set 'rd1' value to '1.000000'|E:The dimension 'rd1' can't be set|E:Dimension can't be found on Model: d9|"
-      L"E:Failure at dimension 'd2' while cast value 'wide' to double|B1 Save model",
+      L"E:Failure at dimension 'd2' while cast value 'wide' to double|"
+      L"E:Failure at dimension 'd2' while cast value 'inf' to double|"
+      L"W:'2,5' is read as 2: the decimal sign is a point|set 'd2' value to '2.000000'|B1 Save model",
       log);
-  EXPECT_EQ(R"({"id":1,"symbol":"LENGTH","value":10.0000001},{"id":2,"value":3.0},{"id":3,"value":4.0},)"
+  EXPECT_EQ(R"({"id":1,"symbol":"LENGTH","value":10.0000001},{"id":2,"value":2.0},{"id":3,"value":4.0},)"
             R"({"id":1,"reference":true,"value":5.0})",
             dimensions(world));
 }

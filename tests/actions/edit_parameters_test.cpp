@@ -45,7 +45,21 @@ TEST_F(EditParameters, SetsValuesByNameAndByValue) {
       {edit("searchin='1' name='MASS' totype='2' value='abc'"), same,
        L"E:Failure at parameter 'MASS' while cast value 'abc' to double"},
       {edit("searchin='1' name='MASS' totype='2' value='12,5'"), L"COLOR=red MASS=12.0 COUNT=7 CHECKED=true",
-       L"W:'12,5' is read as 12.000000: the decimal sign is a point"},
+       L"W:'12,5' is read as 12: the decimal sign is a point"},
+      {edit("searchin='1' name='MASS' totype='2' value='3.5 mm'"), L"COLOR=red MASS=3.5 COUNT=7 CHECKED=true",
+       L"MASS|W:'3.5 mm' is read as 3.5|set 'MASS' value to '3.500000'"},
+      {edit("searchin='1' name='COUNT' totype='1' value='8.9'"), L"COLOR=red MASS=2.5 COUNT=8 CHECKED=true",
+       L"COUNT|W:'8.9' is read as 8|set 'COUNT' value to '8'"},
+      {edit("searchin='1' name='COUNT' totype='1' value=' 8.0 '"), L"COLOR=red MASS=2.5 COUNT=8 CHECKED=true",
+       L"COUNT|set 'COUNT' value to '8'"},
+      {edit("searchin='1' name='MASS' totype='2' value='Information sheet'"), same,
+       L"E:Failure at parameter 'MASS' while cast value 'Information sheet' to double"},
+      {edit("searchin='1' name='MASS' totype='2' value='-nan'"), same,
+       L"E:Failure at parameter 'MASS' while cast value '-nan' to double"},
+      {edit("searchin='1' name='MASS' totype='2' value='1e999'"), same,
+       L"E:Failure at parameter 'MASS' while cast value '1e999' to double"},
+      {edit("searchin='2' name='2.5,' totype='2' value='9'"), same,
+       L"W:2.5, - Double can't compared with not a number"},
       {edit("searchin='1' name='COUNT' totype='1' value='99999999999'"), same,
        L"E:Failure at parameter 'COUNT' while cast value '99999999999' to integer"},
       {edit("searchin='1' name='COLOR' totype='0' value='%NONE%'"), same,
@@ -69,6 +83,8 @@ TEST_F(EditParameters, RetypesAndRenames) {
       {rename("searchin='1' name='COLOR' value='COLOUR'"), L"MASS=2.5 COUNT=7 CHECKED=true COLOUR=red",
        L"typechange from String to new Name"},
       {rename("searchin='2' name='2.5' value='WEIGHT'"), L"COLOR=red COUNT=7 CHECKED=true WEIGHT=2.5", L""},
+      {rename("searchin='2' name='2.5kg' value='WEIGHT'"), same, L"E:Failure can't cast double value"},
+      {rename("searchin='2' name='7x' value='NUMBER'"), same, L"E:Failure can't cast integer value"},
       {rename("searchin='1' name='COLOR' value='mass'"), same,
        L"E:A parameter 'mass' exists already, nothing is renamed"},
       {rename("searchin='1' name='COLOR' value='1st'"), L"MASS=2.5 COUNT=7 CHECKED=true COLOR=red",
@@ -86,6 +102,61 @@ TEST_F(EditParameters, DeletesWhatTheEntriesName) {
       {remove("searchin='1' name_0='MASS' oiFamtab='true'"), L"COLOR=red MASS=2.5 COUNT=7 CHECKED=true",
        L"W:Parameter is not in Family Table"},
   });
+}
+
+// "M8" has a digit, and so is compared as a number; it isn't 0.
+TEST_F(EditParameters, AnEntryThatIsntWhollyANumberDeletesNone) {
+  for (const char* entry : {"M8", "0,5", "0 mm", "0x", "1e999", "nan0", "2147483648"}) {
+    World own;
+    own.part(L"BRACKET").with(L"EMPTY", 0.0).with(L"MOST", 2147483647);
+    own.list("list.xml", remove("searchin='2' name_0='" + std::string(entry) + "'") + task("saveModel"));
+    own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+    EXPECT_EQ(L"EMPTY=0.0 MOST=2147483647", own.savedParameters("BRACKET.prt")) << entry;
+  }
+}
+
+TEST_F(EditParameters, ARetypeSaysWhatItCutsAndRefusesWhatIsNoNumber) {
+  const auto retype = [](const char* to) {
+    return edit("searchin='1' name='X' totype='" + std::string(to) + "' value='@para@'");
+  };
+  const struct {
+    const wchar_t* value;
+    std::string tasks;
+    std::wstring saved, said;
+  } texts[] = {
+      {L"50abc", retype("2"), L"X=50.0", L"W:'50abc' is read as 50"},
+      {L"7.9", retype("1"), L"X=7", L"W:'7.9' is read as 7"},
+      {L"bolt", retype("2"), L"X=0.0", L"W:'bolt' is read as 0"},
+      {L"", retype("2"), L"X=0.0", L"typechange from String to Double|X"},
+      {L"Nanocoat", retype("2"), L"X=Nanocoat", L"E:Failure at parameter 'X' while cast value 'Nanocoat' to double"},
+      {L"1e999", retype("2"), L"X=1e999", L"E:Failure at parameter 'X' while cast value '1e999' to double"},
+      {L"3000000000", retype("1"), L"X=3000000000",
+       L"E:Failure at parameter 'X' while cast value '3000000000' to integer"},
+  };
+  for (const auto& [value, tasks, saved, said] : texts) {
+    World own;
+    own.part(L"BRACKET").with(L"X", value);
+    own.list("list.xml", tasks + task("saveModel"));
+    own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+    EXPECT_EQ(saved, own.savedParameters("BRACKET.prt")) << text::toUtf8(value);
+    EXPECT_NE(std::wstring::npos, told(own.log()).find(said)) << text::toUtf8(own.log());
+  }
+}
+
+TEST_F(EditParameters, SmallNumbersComeBackWhole) {
+  const std::pair<std::string, std::wstring> cases[] = {
+      {edit("searchin='1' name='*' totype='2' value='@para@'"), L"RHO=7.85e-09 LEN=1.234567891 HALF=0.5"},
+      {edit("searchin='1' name='*' totype='0' value='@para@'"), L"RHO=7.85e-09 LEN=1.234567891 HALF=0.500000"},
+      {edit("searchin='1' name='*' totype='1' value='@para@'"), L"RHO=0 LEN=1 HALF=0"},
+      {edit("searchin='1' name='HALF' totype='2' value='%RHO%'"), L"RHO=7.85e-09 LEN=1.234567891 HALF=0.0"},
+  };
+  for (const auto& [tasks, saved] : cases) {
+    World own;
+    own.part(L"BRACKET").with(L"RHO", 7.85e-9).with(L"LEN", 1.234567891).with(L"HALF", 0.5);
+    own.list("list.xml", tasks + task("saveModel"));
+    own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+    EXPECT_EQ(saved, own.savedParameters("BRACKET.prt")) << tasks;
+  }
 }
 
 TEST_F(EditParameters, KeepDrivenOnes) {
@@ -146,6 +217,29 @@ TEST_F(EditFamily, ARetypeCarriesColumnsAndEachOwnValue) {
       table(world));
   EXPECT_NE(std::string::npos, world.document("BOLT.prt").find("\"thread\""));
   EXPECT_NE(std::string::npos, world.document("BOLT.prt").find("\"designated\": true"));
+}
+
+// What one instance can't become is told before anything is deleted; a number with all its digits comes back.
+TEST_F(EditFamily, ARetypeIsRefusedWholeForAnInstancesValue) {
+  const auto family = [](const char* type, const std::string& own, const std::string& of) {
+    World one;
+    writeBytes(path(one), R"({"format": 1, "parameters": [{"name": "SIZE", "type": ")" + std::string(type) +
+                              R"(", "value": )" + own + R"(}], "familyTable": {"items": [{"type": "parameter",
+      "name": "SIZE"}], "instances": [{"name": "M4", "values": {"SIZE": )" +
+                              of + "}}]}}");
+    const std::string target = std::string(type) == "string" ? "2" : "0";
+    one.list("list.xml", edit("searchin='1' name='SIZE' totype='" + target + "' value='@para@'") + task("saveModel"));
+    one.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
+    const std::wstring log = told(one.log());
+    const std::size_t error = log.find(L"E:");
+    return one.savedParameters("BOLT.prt") + L" " + text::fromUtf8(table(one).substr(13)) +
+           (error == log.npos ? L"" : log.substr(error, log.find(L'|', error) - error));
+  };
+  const std::wstring refused = family("string", "\"3\"", "\"inf\"");
+  for (const wchar_t* piece : {L"SIZE=3 ", LR"("name":"M4","values":{"SIZE":"inf"})",
+                               L"E:Failure at parameter 'SIZE' while cast value 'inf' to double"})
+    EXPECT_NE(std::wstring::npos, refused.find(piece)) << text::toUtf8(refused);
+  EXPECT_NE(std::wstring::npos, family("double", "3.0", "7.85e-9").find(LR"("values":{"SIZE":"7.85e-09"})"));
 }
 
 TEST_F(EditFamily, ARenameKeepsNumbersAndUnitsExact) {

@@ -47,7 +47,7 @@ TEST_F(FeatureActions, ARenamedFeatureKeepsItsColumnAndItsSections) {
       L"B1 Rename feature|CUT_A -> CUT_2|CUT id 3 -> CUT_3|"
       L"B2 Rename feature|"
       L"B3 Rename feature|E:'BASE' can't become 'cut_2', another feature has that name|"
-      L"B4 Rename feature|No feature found|"
+      L"B4 Rename feature|E:featid is no number of a feature: 1st|No feature found|"
       L"B5 Rename feature|E:The attribute 'name' is missing|"
       L"B6 Rename feature|E:The replaced output is to large for this task|E:The new name is empty, too long or can't "
       L"be put together",
@@ -55,7 +55,7 @@ TEST_F(FeatureActions, ARenamedFeatureKeepsItsColumnAndItsSections) {
           task("renameFeature", "feat='1' feattype='38' name='CUT'") +
           task("renameFeature", "feat='1' feattype='38' name='CUT'") +
           task("renameFeature", "feat='2' featid='1' name='cut_2'") +
-          task("renameFeature", "feat='2' featid='9' name='X'") + task("renameFeature", "feat='3'") +
+          task("renameFeature", "feat='2' featid='1st' name='X'") + task("renameFeature", "feat='3'") +
           task("renameFeature", "feat='3' name='" + std::string(32, 'x') + "'")));
   EXPECT_EQ(L"1 BASE|2 CUT_2|3 CUT_3|4 CUT_1", tree(L"BRACKET", kPart));
   EXPECT_EQ("BASE", loaded(L"BRACKET", kPart).document->record.crossSections[0].plane);

@@ -136,6 +136,10 @@ TEST_F(NamedStates, CrossSectionsAreMadeAtDatumPlanes) {
       {"planename='mid' name=''", L"E:Can't create cross section"},
       {"planename='mid' name='C' xsectype='parallel' distance='far'",
        L"E:Can't create cross section (The distance 'far' is no number)"},
+      {"planename='mid' name='C' xsectype='parallel' distance='infinite'",
+       L"E:Can't create cross section (The distance 'infinite' is no number)"},
+      {"planename='mid' name='D' xsectype='parallel' distance='2,5'",
+       L"W:'2,5' is read as 2: the decimal sign is a point|Created cross section"},
   };
   std::string tasks;
   std::wstring expected;
@@ -144,8 +148,8 @@ TEST_F(NamedStates, CrossSectionsAreMadeAtDatumPlanes) {
     tasks += task("addXsec", one.attributes);
     expected += L"B" + std::to_wstring(number++) + L" Add Xsec|" + one.line + L"|";
   }
-  EXPECT_EQ(expected + L"B7 Update Xsec's|Updated cross sections", onPart(tasks + task("updateXsec")));
-  EXPECT_EQ("OLD A`B A@MID B@MID+2.5; ", sections(gear()));
+  EXPECT_EQ(expected + L"B9 Update Xsec's|Updated cross sections", onPart(tasks + task("updateXsec")));
+  EXPECT_EQ("OLD A`B A@MID B@MID+2.5 D@MID+2; ", sections(gear()));
 }
 
 TEST_F(NamedStates, CrossSectionsAreActivatedShownAndDeletedWithWhatRefersToThem) {

@@ -76,6 +76,7 @@ TEST_F(ReplaceFormat, TakesSheetsFromFormatsAndDrawings) {
   const std::pair<std::string, std::string> cases[] = {
       {kFrom, "new old_a4- none |" + two + fresh},
       {"path='d:/new' namef_0='old_a3' namet_0='new.frm:2'", "new:2 old_a4- none |" + two},
+      {"path='d:/new' namef_0='old_a3' namet_0='new.frm:2nd'", "old_a3 old_a4- none | *1@1(300,10) *2@1(10,200)" + two},
       {"namef_0='OLD_A3' namet_0='other.DRW:2'", "other.drw:2 old_a4- none |" + two},
       {"path='d:/new' namef_0='old_a4' namet_0='new'",
        "old_a3 new- none | *1@1(300,10) *2@1(10,200) 3@1(50,60) *4@2(410,10) *5@2(10,200)"},
@@ -100,12 +101,18 @@ TEST_F(ReplaceFormat, KeepsTheTablesThatARuleIsAbout) {
       {"tab_0='18:200:8'", kept},
       {"tab_0='1!!1!!chang*'", kept},
       {"tab_0='1!!2!!*'", "new old_a4- none | 3@1(50,60) *4@2(1,2) *5@1(410,10) *6@1(10,200)"},
-      {"tab_0='word'", "new old_a4- none | 3@1(50,60) *4@2(1,2) *5@1(410,10) *6@1(10,200)"},
   };
   for (const auto& [rule, expected] : cases) {
     World own;
     work(own, std::string(kFrom) + rule);
     EXPECT_EQ(expected, outcome(own)) << rule;
+  }
+  // A rule that can't be read would delete as none does.
+  for (const char* rule : {"word", "10,5:200", "10:200mm", "10:200:wide", "10", "1!!1st!!chang*", "1!!chang*"}) {
+    World own;
+    const std::wstring log = work(own, std::string(kFrom) + "tab_0='" + rule + "'");
+    EXPECT_EQ("old_a3 old_a4- none | *1@1(300,10) *2@1(10,200) 3@1(50,60) *4@2(1,2)", outcome(own)) << rule;
+    EXPECT_TRUE(has(log, L"E:tab_0 is neither x:y, x:y:tolerance nor row!!column!!pattern: ")) << text::toUtf8(log);
   }
   World own;
   const std::wstring log = work(own, std::string(kFrom) + "tab_0='10:200'");

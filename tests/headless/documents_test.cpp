@@ -1,7 +1,10 @@
+#include <limits>
+
 #include "headless/session_fixture.h"
 #include "headless/store/compare.h"
 #include "headless/store/document.h"
 #include "headless/store/folder.h"
+#include "headless/store/records_geometry.h"
 
 namespace headless {
 namespace {
@@ -167,6 +170,26 @@ TEST(Documents, RoundTripKeepsEveryByte) {
   const JsonFault fault = readDocument(kWhole, record);
   ASSERT_FALSE(fault) << text::toUtf8(fault.reason) << " in line " << fault.line;
   EXPECT_EQ(kWhole, writeDocument(record));
+}
+
+// As "null" it would make a document that nobody can open.
+TEST(Documents, ANumberThatIsNoneIsNeverWritten) {
+  for (const double none : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+    ModelRecord record;
+    ASSERT_FALSE(
+        readDocument(R"({"format": 1, "parameters": [{"name": "X", "type": "double", "value": 1.0}]})", record));
+    record.density = none;
+    EXPECT_EQ("", writeDocument(record));
+    record.density = 1;
+    EXPECT_NE("", writeDocument(record));
+    record.parameters.list[0].value = none;
+    EXPECT_EQ("", writeDocument(record));
+    record.parameters.list[0].value = 1.0;
+    SolidRecord solid;
+    solid.primitives.emplace_back().length = none;
+    record.solid = rawSolid(solid);
+    EXPECT_EQ("", writeDocument(record));
+  }
 }
 
 TEST(Documents, FaultsNameLineAndReason) {

@@ -1,5 +1,10 @@
+#include <limits>
+
 #include "creo/ProExtdata.h"
 #include "creo/ProFamtable.h"
+#include "creo/ProFeature.h"
+#include "creo/ProMdl.h"
+#include "creo/ProXsec.h"
 #include "headless/model/units.h"
 #include "headless/session_fixture.h"
 
@@ -133,10 +138,35 @@ TEST_F(ParametersAndInstances, ValuesFromTexts) {
   EXPECT_EQ(2, value.real);
   ProParamvalueSet(value, L" -7x", ProParamvalueType::integer);
   EXPECT_EQ(-7, value.integer);
+  for (const wchar_t* none : {L"nan", L"Information", L"-1e999"})
+    EXPECT_EQ(ProBadInputs, ProParamvalueSet(value, none, ProParamvalueType::real)) << text::toUtf8(none);
   ProParamvalueSet(value, L"True", ProParamvalueType::boolean);
   EXPECT_FALSE(value.boolean);
   EXPECT_EQ(ProBadInputs, ProParamvalueSet(value, L"x", ProParamvalueType::none));
   EXPECT_EQ(ProParamvalueType::boolean, value.type);
+}
+
+TEST_F(ParametersAndInstances, NoNumberThatIsNoneIsEverTaken) {
+  model("bolt.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 10.0}], "features": [{"id": 1,
+    "name": "MID", "type": 923}], "familyTable": {"items": [{"type": "parameter", "name": "LEN"}],
+    "instances": [{"name": "B20", "values": {"LEN": 20.0}}]})");
+  session();
+  const ProMdl part = retrieve(L"BOLT");
+  for (const double none : {std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity()}) {
+    ProParamvalue value;
+    value.type = ProParamvalueType::real;
+    value.real = none;
+    EXPECT_EQ(ProBadInputs, ProParameterValueSet(parameter(part, L"LEN"), value));
+    EXPECT_EQ(ProBadInputs, ProParameterCreate(ProMdlToModelitem(part).value, L"NEW", value).error);
+    EXPECT_EQ(ProBadInputs, ProFaminstanceValueSet({L"B20", part}, {ProFamitemType::parameter, L"LEN"}, value));
+    const ProFeature plane{part, 1};
+    EXPECT_EQ(ProGeneralError, ProXsecParallelCreate(part, L"A", plane, none).error);
+  }
+  EXPECT_EQ(10, ProParameterValueGet(parameter(part, L"LEN")).value.real);
+  // What got in all the same never reaches the disk.
+  session().models().find(part)->document->record.density = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(ProGeneralError, ProMdlSave(part));
+  EXPECT_EQ("bolt.prt.1", files());
 }
 
 constexpr const char* kBolts =

@@ -151,7 +151,8 @@ TEST(Numbers, Doubles) {
       {L"0x10", 16, none},
       {L"0x1p-1", 0.5, none},
       {L"0x", 0, none},
-      {L"-INF", -HUGE_VAL, none},
+      {L"-INF", -HUGE_VAL, notFinite},
+      {L"Information sheet", HUGE_VAL, notFinite},
       {L"", 0, notANumber},
       {L".", 0, notANumber},
       {L"+-1", 0, notANumber},
@@ -169,7 +170,39 @@ TEST(Numbers, Doubles) {
     EXPECT_EQ(value, readDouble(text).value) << toUtf8(text);
     EXPECT_EQ(fault, readDouble(text).fault) << toUtf8(text);
   }
-  EXPECT_TRUE(std::isnan(parseDouble(L"nan")));
+  for (const wchar_t* text : {L"nan", L"Nanocoat", L"-NaN(1)"}) {
+    EXPECT_TRUE(std::isnan(parseDouble(text))) << toUtf8(text);
+    EXPECT_EQ(notFinite, readDouble(text).fault) << toUtf8(text);
+  }
+}
+
+TEST(Numbers, WholeTextsAlone) {
+  for (const auto& [text, value] : std::initializer_list<std::pair<std::wstring_view, double>>{
+           {L"7", 7}, {L" -7\t", -7}, {L"7.0", 7}, {L"007", 7}, {L"1.5e1", 15}, {L"0x10", 16}, {L"-0", 0}}) {
+    EXPECT_EQ(value, wholeDouble(text)) << toUtf8(text);
+    EXPECT_EQ(text != L"1.5e1" && text != L"0x10", wholeInt(text).has_value()) << toUtf8(text);
+    if (const auto integer = wholeInt(text)) EXPECT_EQ(value, *integer) << toUtf8(text);
+  }
+  for (const std::wstring_view text : {L"", L" ", L"2,5", L"50abc", L"3.5 mm", L"M8", L"1 2", L"7-", L"nan", L"inf",
+                                       L"1e999", L"1e-999", L"0x", L"99999999999 mm"}) {
+    EXPECT_FALSE(wholeDouble(text)) << toUtf8(text);
+    EXPECT_FALSE(wholeInt(text)) << toUtf8(text);
+  }
+  EXPECT_FALSE(wholeInt(L"7.9"));
+  EXPECT_FALSE(wholeInt(L"99999999999"));
+}
+
+TEST(Numbers, ExactFixedReadsBack) {
+  for (const auto& [value, text] :
+       std::initializer_list<std::pair<double, std::wstring_view>>{{2.5, L"2.500000"},
+                                                                   {0, L"0.000000"},
+                                                                   {-1e22, L"-10000000000000000000000.000000"},
+                                                                   {7.85e-9, L"7.85e-09"},
+                                                                   {7.85e-6, L"7.85e-06"},
+                                                                   {1.234567891, L"1.234567891"}}) {
+    EXPECT_EQ(text, exactFixed(value));
+    EXPECT_EQ(value, parseDouble(exactFixed(value)));
+  }
 }
 
 TEST(Numbers, ShortestReadsBack) {

@@ -1,9 +1,9 @@
 #include "actions/drawing/code_text.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "core/log.h"
+#include "engine/read_number.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -54,8 +54,7 @@ std::optional<barcode::QrCode> qrCodeOf(const Task& task) {
 }
 
 std::optional<double> codeLength(const Task& task, std::wstring_view name) {
-  const auto length = text::readDouble(task.attribute(name));
-  if (length.fault == text::NumberFault::none && std::isfinite(length.value) && length.value > 0) return length.value;
+  if (const auto length = engine::numberIn(task.attribute(name)); length && *length > 0) return length;
   core::logWrite(text::format(L"%s isn't a positive number: %s", name, task.attribute(name)), core::kError);
   return std::nullopt;
 }

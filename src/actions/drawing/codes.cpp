@@ -8,6 +8,7 @@
 #include "barcode/pdf417.h"
 #include "creo/ProDtlentity.h"
 #include "creo/ProWindow.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -171,8 +172,7 @@ void drawPdf417(const CodeSymbol& symbol, const barcode::Pdf417& code, double mo
 std::optional<double> narrowing(const Task& task) {
   const std::wstring_view value = task.attribute(L"pixelslim");
   if (value.empty()) return 0.0;
-  const auto number = text::readDouble(value);
-  if (number.fault == text::NumberFault::none && std::isfinite(number.value)) return number.value;
+  if (const auto number = numberIn(value)) return number;
   failDetail(text::format(L"pixelslim is no number: %s", value));
   return std::nullopt;
 }

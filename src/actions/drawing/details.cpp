@@ -36,7 +36,7 @@ void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view
 }
 
 std::optional<creo::ProPoint> placeForNew(const Task& task, const SheetEntry& entry, const SheetFrame& frame) {
-  const auto given = placeOf(task, entry, L"posx_", L"posy_");
+  const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::adding);
   if (!given) return std::nullopt;
   const creo::ProPoint place = fromEdges(frame, *given), stored = toDrawing(frame, place);
   sayDetail(text::format(L"Input position x: %f, y:%f", place.x, place.y));
@@ -46,7 +46,7 @@ std::optional<creo::ProPoint> placeForNew(const Task& task, const SheetEntry& en
 
 std::optional<creo::ProPoint> wantedPlace(const Task& task, const SheetEntry& entry, const SheetFrame& frame) {
   if (task.numbered(L"posx_%d", entry.number).value_or(L"").empty()) return std::nullopt;
-  const auto given = placeOf(task, entry, L"posx_", L"posy_");
+  const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::finding);
   if (!given) return std::nullopt;
   return fromEdges(frame, *given);
 }
@@ -59,7 +59,7 @@ bool standsAt(const SheetFrame& frame, const creo::ProDtlattach& attachment, con
 }
 
 std::optional<creo::ProPoint> newPlace(const Task& task, const SheetEntry& entry, const SheetFrame& frame) {
-  const auto given = placeOf(task, entry, L"nposx_", L"nposy_");
+  const auto given = placeOf(task, entry, L"nposx_", L"nposy_", SheetWork::finding);
   if (!given) return std::nullopt;
   sayDetail(text::format(L"values x: %f, y: %f", given->x, given->y));
   const creo::ProPoint stored = toDrawing(frame, fromEdges(frame, *given));

@@ -22,17 +22,17 @@ constexpr std::wstring_view kBetween = L"!!";
 void debug(std::wstring_view text) { core::logWrite(text, core::kDebug); }
 void say(std::wstring_view text) { core::logIndented(text, core::kNormal, 2); }
 
+// False: the text isn't wholly a number.
 bool readNumber(std::wstring_view text, double& into) {
-  const auto number = text::readDouble(text);
-  if (number.fault != text::NumberFault::none || !std::isfinite(number.value)) return false;
-  into = number.value;
-  return true;
+  const auto number = text::wholeDouble(text);
+  into = number.value_or(0);
+  return number.has_value();
 }
 
 bool readNumber(std::wstring_view text, int& into) {
-  const auto number = text::readInt(text);
-  into = number.value;
-  return number.fault == text::NumberFault::none;
+  const auto number = text::wholeInt(text);
+  into = number.value_or(0);
+  return number.has_value();
 }
 
 std::optional<FormatTableRule> cellRule(std::wstring_view text, std::size_t first) {

@@ -16,7 +16,7 @@ struct FormatTableRule {
   int row = 0, column = 0;
   std::wstring_view pattern;
 };
-// Nothing for a text of neither form.
+// Nothing for a text of neither form, or one with other than whole numbers in their places.
 std::optional<FormatTableRule> formatTableRule(std::wstring_view text);
 
 // Before the new format: deletes the tables of the sheet's format but those that the rule is about; without a rule all.

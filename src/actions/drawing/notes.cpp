@@ -8,8 +8,8 @@
 #include "creo/guards.h"
 #include "engine/compare.h"
 #include "engine/csv_table.h"
+#include "engine/read_number.h"
 #include "text/format.h"
-#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace actions {
@@ -51,9 +51,8 @@ std::optional<NewNote> newNoteOf(const Task& task) {
   NewNote note{std::move(*lines)};
   const std::wstring_view height = task.attribute(L"noteheight");
   if (height.empty()) return note;
-  const auto factor = text::readDouble(height);
-  if (factor.fault == text::NumberFault::none && factor.value > 0)
-    note.heightFactor = factor.value;
+  if (const auto factor = numberIn(height); factor && *factor > 0)
+    note.heightFactor = *factor;
   else
     failDetail(text::format(L"noteheight is no height: %s", height));
   return note;

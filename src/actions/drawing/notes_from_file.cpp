@@ -95,8 +95,11 @@ std::vector<std::size_t> rowsOfModel(const Task& task, const CsvTable& table, st
 Rows rowsFor(const Task& task, const CsvTable& table, const Columns& columns) {
   Rows rows;
   for (const std::size_t row : rowsOfModel(task, table, columns.file)) {
-    const auto id = text::readInt(table.cell(row, columns.id));
-    if (id.fault == text::NumberFault::none) rows.byId[id.value].push_back(rows.all.size());
+    const std::wstring_view written = table.cell(row, columns.id);
+    if (const auto id = text::wholeInt(written))
+      rows.byId[*id].push_back(rows.all.size());
+    else if (!text::trimmed(written).empty())
+      failDetail(text::format(L"'%s' is no number of a note", written));
     rows.all.push_back({row, std::wstring(table.cell(row, columns.value)), std::wstring(table.cell(row, columns.old))});
   }
   return rows;

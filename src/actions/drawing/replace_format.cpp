@@ -35,7 +35,7 @@ constexpr std::wstring_view kSearchInFrames = L"3";
 struct FormatSource {
   std::wstring name;
   creo::ProMdlType type = creo::ProMdlType::format;
-  int sheet = 0;  // 0: the first
+  std::optional<int> sheet = 0;  // 0: the first; nothing: what stands there is no number
 };
 
 FormatSource formatSource(std::wstring_view text) {
@@ -45,7 +45,7 @@ FormatSource formatSource(std::wstring_view text) {
   if (point == text.npos) return source;
   const std::wstring_view ending = text.substr(point + 1);
   if (text::equalNoCase(ending.substr(0, 3), L"drw")) source.type = creo::ProMdlType::drawing;
-  if (ending.size() > 4 && ending[3] == L':') source.sheet = text::parseInt(ending.substr(4, kMostDigits));
+  if (ending.size() > 4 && ending[3] == L':') source.sheet = text::wholeInt(ending.substr(4, kMostDigits));
   return source;
 }
 
@@ -94,12 +94,18 @@ void exchange(const Task& task, int sheet, int number, ProMdl solid) {
   const Replaced replaced = replaceVariables(task.numbered(L"namet_%d", number).value_or(L""), task.model(), kNameSize);
   const FormatSource source = formatSource(replaced.hasText() ? std::wstring_view(replaced.text) : L"");
   if (source.name.empty()) return failDetail(L"Can't detect frame_name");
+  if (!source.sheet) return failDetail(text::format(L"'%s' names no sheet by a number", replaced.text));
+  // A rule that can't be read must not delete as none does.
+  const std::wstring_view written = task.numbered(L"tab_%d", number).value_or(L"");
+  const auto rule = formatTableRule(written);
+  if (!rule && !written.empty())
+    return failDetail(
+        text::format(L"tab_%d is neither x:y, x:y:tolerance nor row!!column!!pattern: %s", number, written));
   const auto model = creo::ProMdlRetrieve(source.name, source.type);
   if (!model) return failDetail(text::format(core::msgText(kCantRetrieve), source.name));
-  const auto rule = formatTableRule(task.numbered(L"tab_%d", number).value_or(L""));
   deleteFormatTables(task.model(), sheet, rule);
   // Where the former format stays, so does the table that was kept of it.
-  if (creo::ProDrawingFormatAdd(task.model(), sheet, solid, model.value, source.sheet) != creo::ProNoError)
+  if (creo::ProDrawingFormatAdd(task.model(), sheet, solid, model.value, *source.sheet) != creo::ProNoError)
     return failDetail(L"An unknown error happened");
   deleteRepeatedTables(task.model(), sheet, rule);
 }

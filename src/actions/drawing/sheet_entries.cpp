@@ -5,6 +5,7 @@
 
 #include "core/log.h"
 #include "engine/compare.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -27,15 +28,15 @@ bool readSheet(const Task& task, SheetNumbers numbers, SheetEntry& entry) {
   if (!attribute || attribute->empty()) return true;
   Replaced replaced{.written = true, .text = std::wstring(*attribute)};
   if (numbers.replaced) replaced = replaceVariables(*attribute, task.model());
-  const auto number = replaced ? text::readInt(replaced.text) : text::ParsedInt{0, text::NumberFault::notANumber};
   if (replaced && replaced.text.empty()) return true;
-  if (number.fault != text::NumberFault::none) {
+  const auto number = replaced ? text::wholeInt(replaced.text) : std::nullopt;
+  if (!number) {
     error(text::format(L"sheet_%d is no number of a sheet: %s", entry.number, *attribute));
     return false;
   }
-  const bool isAll = number.value == -1 || (number.value == 0 && numbers.zeroIsAll);
-  entry.written = number.value;
-  if (!isAll) entry.sheet = number.value;
+  const bool isAll = *number == -1 || (*number == 0 && numbers.zeroIsAll);
+  entry.written = *number;
+  if (!isAll) entry.sheet = *number;
   return true;
 }
 
@@ -103,7 +104,7 @@ bool isNear(const creo::ProPoint& a, const creo::ProPoint& b) {
 }
 
 std::optional<creo::ProPoint> placeOf(const Task& task, const SheetEntry& entry, std::wstring_view xStem,
-                                      std::wstring_view yStem, std::optional<double> absent) {
+                                      std::wstring_view yStem, SheetWork work, std::optional<double> absent) {
   creo::ProPoint place;
   for (const auto& [stem, into] : {std::pair{xStem, &place.x}, std::pair{yStem, &place.y}}) {
     const std::wstring name = text::format(L"%s%d", stem, entry.number);
@@ -111,12 +112,13 @@ std::optional<creo::ProPoint> placeOf(const Task& task, const SheetEntry& entry,
       *into = *absent;
       continue;
     }
-    const auto number = text::readDouble(task.attribute(name));
-    if (number.fault != text::NumberFault::none || !std::isfinite(number.value)) {
-      error(text::format(L"%s is no number: %s", name, task.attribute(name)));
+    const std::wstring_view value = task.attribute(name);
+    const auto number = work == SheetWork::adding ? numberIn(value) : text::wholeDouble(value);
+    if (!number) {
+      error(text::format(L"%s is no number: %s", name, value));
       return std::nullopt;
     }
-    *into = number.value;
+    *into = *number;
   }
   return place;
 }

@@ -50,9 +50,10 @@ creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
 // Within 5 units of the sheet on each axis, bounds included.
 bool isNear(const creo::ProPoint& a, const creo::ProPoint& b);
 
-// The attributes `xstem` and `ystem` with the entry's number. Nothing, with an error line, where one is no number;
-// absent or empty it is what an absent one counts as, where there is such a value.
+// The attributes `xstem` and `ystem` with the entry's number. Nothing, with an error line, where one is no number: of
+// finding, where it isn't one as a whole, as it chooses what is deleted or moved. Absent or empty it is what an absent
+// one counts as, where there is such a value.
 std::optional<creo::ProPoint> placeOf(const engine::Task& task, const SheetEntry& entry, std::wstring_view xStem,
-                                      std::wstring_view yStem, std::optional<double> absent = {});
+                                      std::wstring_view yStem, SheetWork work, std::optional<double> absent = {});
 
 }  // namespace actions

@@ -2,12 +2,12 @@
 #include <cmath>
 
 #include "actions/families.h"
-#include "actions/number_list.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProDrawingSheet.h"
 #include "text/format.h"
+#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace actions {
@@ -18,9 +18,9 @@ using namespace engine;
 // "1:2", or a number.
 std::optional<double> scaleIn(std::wstring_view text) {
   const auto parts = text::split(text, L':');
-  const auto number = wholeNumber(parts[0]);
+  const auto number = text::wholeDouble(parts[0]);
   if (!number || parts.size() > 2) return std::nullopt;
-  const auto over = parts.size() == 2 ? wholeNumber(parts[1]) : 1;
+  const auto over = parts.size() == 2 ? text::wholeDouble(parts[1]) : 1;
   if (!over || *number <= 0 || *over <= 0) return std::nullopt;
   const double scale = *number / *over;
   if (!std::isfinite(scale) || scale <= 0) return std::nullopt;
@@ -41,7 +41,7 @@ std::optional<Sheets> wantedSheets(const Task& task) {
   }
   if (text::trimmed(task.attribute(L"sheet")).empty()) return Sheets{1, count.value};
   const auto written = task.text(L"sheet");
-  const auto number = wholeNumber(written.hasText() ? std::wstring_view(written.text) : L"");
+  const auto number = text::wholeDouble(written.hasText() ? std::wstring_view(written.text) : L"");
   if (number && (*number == 0 || *number == -1)) return Sheets{1, count.value};
   if (number && *number >= 1 && *number <= count.value && std::floor(*number) == *number)
     return Sheets{static_cast<int>(*number), static_cast<int>(*number)};

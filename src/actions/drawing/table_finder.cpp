@@ -20,9 +20,8 @@ bool readCellNumber(const Task& task, std::wstring_view stem, int number, std::o
   const std::wstring name = text::format(L"%s%d", stem, number);
   const std::wstring_view value = task.attribute(name);
   if (value == kAll) return true;
-  const auto parsed = text::readInt(value);
-  into = parsed.value;
-  if (parsed.fault == text::NumberFault::none) return true;
+  into = text::wholeInt(value);
+  if (into) return true;
   failDetail(text::format(L"%s is neither a number nor *: %s", name, value));
   return false;
 }
@@ -38,7 +37,8 @@ PlacedSegment placedSegment(const ProDwgtable& table) {
 
 TableFinder::TableFinder(const Task& task, const SheetEntry& entry, const SheetFrame& frame) : frame_(frame) {
   if (!task.numbered(L"posx_%d", entry.number).value_or(L"").empty())
-    if (const auto given = placeOf(task, entry, L"posx_", L"posy_", kAbsentPlace)) place_ = fromEdges(frame, *given);
+    if (const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::finding, kAbsentPlace))
+      place_ = fromEdges(frame, *given);
   const std::wstring_view text = task.numbered(L"text_%d", entry.number).value_or(L"");
   if (text.empty()) return;
   const bool column = readCellNumber(task, L"textc_", entry.number, column_);

@@ -46,7 +46,7 @@ void placeTable(const ProDwgtable& table, const creo::ProPoint& place) {
 }
 
 void addTableOn(const Task& task, const std::wstring& folder, const SheetEntry& entry, int sheet) {
-  const auto given = placeOf(task, entry, L"posx_", L"posy_");
+  const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::adding);
   const auto frame = given ? sheetFrame(task.model(), sheet) : std::nullopt;
   if (!frame) return;
   const creo::ProPoint place = fromEdges(*frame, *given);

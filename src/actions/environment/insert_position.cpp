@@ -21,10 +21,10 @@ bool isWanted(const Task& task, const creo::ProFeature& feature, std::wstring_vi
     const auto type = creo::ProFeatureTypeGet(feature);
     return type && type.value == core::featureTypeFromCode(task.attribute(L"feattype"));
   }
-  if (how == L"2") return feature.id == text::parseInt(task.attribute(L"featid"));
+  if (how == L"2") return feature.id == text::wholeInt(task.attribute(L"featid"));
   if (how == L"3") {
     const auto number = creo::ProFeatureNumberGet(feature);
-    return number && number.value == text::parseInt(task.attribute(L"featnum"));
+    return number && number.value == text::wholeInt(task.attribute(L"featnum"));
   }
   return how == L"4" && wildcardCompare(task.attribute(L"featname"), name) == 1;
 }

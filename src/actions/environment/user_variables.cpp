@@ -4,9 +4,9 @@
 
 #include "actions/families.h"
 #include "core/log.h"
+#include "engine/read_number.h"
 #include "engine/task.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -16,7 +16,7 @@ using namespace engine;
 // The variable as a number plus the step; a new one starts at 0. Beyond the range: the nearest end.
 std::wstring countedUp(std::wstring_view name, std::wstring_view step) {
   const std::wstring* old = userVariables().find(name);
-  const long long sum = static_cast<long long>(old ? text::parseInt(*old) : 0) + text::parseInt(step);
+  const long long sum = static_cast<long long>(old ? integerOrZero(*old) : 0) + integerOrZero(step);
   using Limits = std::numeric_limits<int>;
   return text::format(L"%d", std::clamp<long long>(sum, Limits::min(), Limits::max()));
 }

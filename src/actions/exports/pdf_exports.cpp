@@ -4,9 +4,9 @@
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProPDF.h"
+#include "engine/read_number.h"
 #include "os/processes.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -58,7 +58,7 @@ void setSheets(const Task& task, PdfOptions& options) {
   options.set(ProPDFproperty::fonts, choice(task.attribute(L"font"), 0, 2, 1));
   options.set(ProPDFproperty::color, choice(task.attribute(L"color"), 1, 2, 0));
   options.set(ProPDFproperty::layers, choice(task.attribute(L"layer"), 0, 2, 1));
-  options.set(ProPDFproperty::dotsPerInch, text::parseInt(task.attribute(L"dpi")));
+  options.set(ProPDFproperty::dotsPerInch, integerOrZero(task.attribute(L"dpi")));
   options.set(ProPDFproperty::parameters, 1);
   options.set(ProPDFproperty::sheets, 2);
   options.set(ProPDFproperty::printing, 1);

@@ -8,9 +8,9 @@
 #include "creo/ProMdl.h"
 #include "creo/ProPrint.h"
 #include "creo/ProRaster.h"
+#include "engine/read_number.h"
 #include "os/surroundings.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -21,9 +21,9 @@ constexpr int kJpgTitle = 227, kJpgFailed = 229, kTiffTitle = 232, kTiffFailed =
 constexpr int kDotsPerInch = 600;
 constexpr std::wstring_view kTiff = L".tiff";
 
-// The list has dots, Creo takes inches.
+// The list has dots, Creo takes inches. What is no number is none of both, which Creo refuses.
 double inches(const Task& task, std::wstring_view attribute) {
-  return text::parseDouble(task.attribute(attribute)) / kDotsPerInch;
+  return numberOrZero(task.attribute(attribute)).value_or(0) / kDotsPerInch;
 }
 
 Outcome exportjpg(const Task& task) {

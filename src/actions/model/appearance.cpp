@@ -3,12 +3,12 @@
 #include "actions/model/appearance_file.h"
 #include "actions/model/feature_choice.h"
 #include "actions/model/named_states.h"
-#include "actions/number_list.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "text/format.h"
+#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -73,7 +73,7 @@ Outcome setAppearance(const Task& task) {
 // The attribute's number over the full one, 0 to 1. Nothing, with an error line, for any other number.
 std::optional<double> share(const Task& task, std::wstring_view attribute, double full) {
   const auto written = task.text(attribute);
-  const auto number = wholeNumber(written.hasText() ? std::wstring_view(written.text) : L"");
+  const auto number = text::wholeDouble(written.hasText() ? std::wstring_view(written.text) : L"");
   if (number && *number >= 0 && *number <= full) return *number / full;
   unknownWord(attribute, written.hasText() ? std::wstring_view(written.text) : task.attribute(attribute),
               text::format(L"a number from 0 to %d", static_cast<int>(full)));

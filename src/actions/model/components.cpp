@@ -1,5 +1,4 @@
 // Actions on the components of an assembly: where they stand, and their own parameters.
-#include <cmath>
 
 #include "actions/families.h"
 #include "actions/whole_model.h"
@@ -10,9 +9,9 @@
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/letters.h"
-#include "text/numbers.h"
 #include "text/units.h"
 
 namespace actions {
@@ -38,9 +37,8 @@ void eachComponent(creo::ProMdl assembly, Work work) {
 // A number over 0; nothing, and the line of that message, where the attribute gives none.
 std::optional<double> operand(const Task& task, std::wstring_view attribute, int message) {
   const auto written = task.text(attribute);
-  const auto read = text::readDouble(written.text);
-  if (written.hasText() && read.fault == text::NumberFault::none && std::isfinite(read.value) && read.value > 0)
-    return read.value;
+  if (const auto number = written.hasText() ? numberIn(written.text) : std::nullopt; number && *number > 0)
+    return number;
   core::logMsgPlain(message, core::kError);
   return std::nullopt;
 }

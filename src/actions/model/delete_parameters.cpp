@@ -32,7 +32,8 @@ constexpr std::wstring_view kNumberPattern = L"/(?i)\\d+\\.{0,1}\\d*/";
 
 bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 
-// Whether an entry names a value. Nothing: the kind can't be compared.
+// Whether an entry names a value; one that looks like a number and isn't one as a whole ("M8") names none. Nothing: the
+// kind can't be compared.
 std::optional<bool> namesValue(std::wstring_view entry, const ProParamvalue& value) {
   switch (value.type) {
     case ProParamvalueType::boolean:
@@ -40,9 +41,9 @@ std::optional<bool> namesValue(std::wstring_view entry, const ProParamvalue& val
     case ProParamvalueType::string:
       return entry == value.string;
     case ProParamvalueType::integer:
-      return matches(kIntegerPattern, entry) ? text::parseInt(entry) == value.integer : matches(entry, textOf(value));
+      return matches(kIntegerPattern, entry) ? text::wholeInt(entry) == value.integer : matches(entry, textOf(value));
     case ProParamvalueType::real:
-      return matches(kNumberPattern, entry) ? text::parseDouble(entry) == value.real : matches(entry, textOf(value));
+      return matches(kNumberPattern, entry) ? text::wholeDouble(entry) == value.real : matches(entry, textOf(value));
     case ProParamvalueType::noteId:
       core::logWrite(L"Deletion test of NoteID is not supported", core::kError);
       return std::nullopt;

@@ -11,6 +11,7 @@
 #include "creo/ProDimension.h"
 #include "creo/ProDrawing.h"
 #include "engine/compare.h"
+#include "engine/read_number.h"
 #include "engine/workbook.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -154,14 +155,14 @@ void setDimension(const Task& task, const creo::ProDimension& dimension, const E
   const auto present = creo::ProDimensionValueGet(dimension);
   if (!present) return error(text::format(L"The value of the dimension '%s' can't be read", entry.name));
   const Replaced value =
-      replaceVariablesLine(entry.value, task.model(), text::format(L"%f", present.value), kExpressionSize);
+      replaceVariablesLine(entry.value, task.model(), text::exactFixed(present.value), kExpressionSize);
   if (!value)
     return error(text::format(L"The dimension '%s' is not set because errors in the replacement", entry.name));
-  const auto number = text::readDouble(value.text);
-  if (number.fault != text::NumberFault::none)
+  const auto number = numberIn(value.text);
+  if (!number)
     return error(text::format(L"Failure at dimension '%s' while cast value '%s' to double", entry.name, value.text));
-  core::logIndented(text::format(L"set '%s' value to '%f'", entry.name, number.value), core::kNormal, 2);
-  if (creo::ProDimensionValueSet(dimension, number.value) != creo::ProNoError)
+  core::logIndented(text::format(L"set '%s' value to '%f'", entry.name, *number), core::kNormal, 2);
+  if (creo::ProDimensionValueSet(dimension, *number) != creo::ProNoError)
     error(text::format(L"The dimension '%s' can't be set", entry.name));
 }
 

@@ -1,7 +1,11 @@
 #include "actions/model/feature_choice.h"
 
+#include <optional>
+
+#include "core/log.h"
 #include "core/messages.h"
 #include "engine/compare.h"
+#include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
@@ -12,8 +16,12 @@ class FeatureChoice {
   explicit FeatureChoice(const engine::Task& task)
       : how_(task.attribute(L"feat")),
         type_(core::featureTypeFromCode(task.attribute(L"feattype"))),
-        id_(text::parseInt(task.attribute(L"featid"))),
-        name_(task.attribute(L"featname")) {}
+        id_(text::wholeInt(task.attribute(L"featid"))),
+        name_(task.attribute(L"featname")) {
+    const std::wstring_view id = task.attribute(L"featid");
+    if (how_ == L"2" && !id_ && !id.empty())
+      core::logWrite(text::format(L"featid is no number of a feature: %s", id), core::kError);
+  }
   [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
     if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
     if (how_ == L"2") return feature.id == id_;
@@ -24,7 +32,8 @@ class FeatureChoice {
 
  private:
   std::wstring_view how_;
-  int type_, id_;
+  int type_;
+  std::optional<int> id_;
   std::wstring_view name_;
 };
 

@@ -24,10 +24,14 @@ struct Saved {
   std::wstring name, description, units;
   bool designated = false;
   ProParamvalue value;
+  ProParamvalue wanted;  // the same value, of the new kind
 };
 
-ProParamvalue converted(const ProParamvalue& value, ProParamvalueType type) {
-  return value.type == type ? value : valueFromText(textOf(value), type);
+// The value as one of the kind. Nothing, with its line: it is no number that such a parameter can hold.
+std::optional<ProParamvalue> converted(const ProParamvalue& value, ProParamvalueType type, const std::wstring& name) {
+  auto made = convertedValue(value, type);
+  if (!made) core::logWrite(text::format(core::msgText(noNumberMessage(type)), name, exactTextOf(value)), core::kError);
+  return made;
 }
 
 // Behind the deletion a refused step is tried once more: what it carries is in memory alone.
@@ -60,7 +64,20 @@ class FamilyValues {
     return all && whole;
   }
 
-  void restore(ProMdl generic, const ProParameter& parameter, ProParamvalueType type) const {
+  // Of the new kind from here on. False, with its line: one of them can't be, and all stay.
+  bool convert(ProParamvalueType type, const std::wstring& parameter) {
+    auto made = values_;
+    for (auto& [instance, value] : made) {
+      auto one = converted(value, type, parameter);
+      if (!one) return false;
+      value = std::move(*one);
+    }
+    converted_ = std::move(made);
+    return true;
+  }
+
+  // asConverted: of the new kind, else as they were.
+  void restore(ProMdl generic, const ProParameter& parameter, bool asConverted) const {
     if (columns_.empty()) return;
     core::logWrite(L"set all Parameters for instances", core::kDebug);
     const ProFamtableItem item{ProFamitemType::parameter, parameter.id};
@@ -69,8 +86,9 @@ class FamilyValues {
       if (!insists([&] { return isColumnNow(ProFamtableItemAdd(table, item)); }))
         core::logMsgPlain(kAddColumnFailed, core::kError);
       ProFamtableInstanceVisit(table, [&](const ProFaminstance& instance) {
-        const auto saved = values_.find(instance.name);
-        if (saved != values_.end()) restoreValue(instance, item, converted(saved->second, type));
+        const auto& values = asConverted ? converted_ : values_;
+        const auto saved = values.find(instance.name);
+        if (saved != values.end()) restoreValue(instance, item, saved->second);
         return ProNoError;
       });
     });
@@ -107,7 +125,7 @@ class FamilyValues {
   }
 
   std::unordered_set<std::wstring> columns_;  // names of generics
-  std::unordered_map<std::wstring, ProParamvalue> values_;
+  std::unordered_map<std::wstring, ProParamvalue> values_, converted_;
 };
 
 // Nothing: something can't be read.
@@ -115,13 +133,13 @@ std::optional<Saved> saved(const ProParameter& parameter, const ProParamvalue& v
   const auto description = ProParameterDescriptionGet(parameter);
   const auto units = ProParameterUnitsGet(parameter);
   if (!description || (!units && units.error != ProNotFound)) return std::nullopt;
-  return Saved{parameter.id, description.value, units.value, ProParameterDesignationVerify(parameter).value, value};
+  return Saved{parameter.id, description.value, units.value, ProParameterDesignationVerify(parameter).value, value,
+               value};
 }
 
 Got<ProParameter> created(const ProModelitem& owner, const Saved& from, const std::wstring& name,
-                          ProParamvalueType type) {
-  const ProParamvalue value = converted(from.value, type);
-  const bool keepsUnits = !from.units.empty() && type == from.value.type;
+                          const ProParamvalue& value) {
+  const bool keepsUnits = !from.units.empty() && value.type == from.value.type;
   return keepsUnits ? ProParameterWithUnitsCreate(owner, name, value, from.units)
                     : ProParameterCreate(owner, name, value);
 }
@@ -141,18 +159,17 @@ void refuse(std::wstring_view pattern, const std::wstring& name) {
 }
 
 // Deletes and creates. Nothing: the old one stands, or is back.
-bool rebuild(const ProParameter& parameter, const Saved& from, const std::wstring& newName, ProParamvalueType type,
-             Got<ProParameter>& made) {
+bool rebuild(const ProParameter& parameter, const Saved& from, const std::wstring& newName, Got<ProParameter>& made) {
   core::logWrite(L"delete Parameter", core::kDebug);
   if (ProParameterDelete(parameter) != ProNoError) {
     refuse(L"Parameter '%s' can't be deleted, it stays as it is", parameter.id);
     return false;
   }
   core::logWrite(L"create Parameter", core::kDebug);
-  made = created(parameter.owner, from, newName, type);
+  made = created(parameter.owner, from, newName, from.wanted);
   if (made) return true;
   refuse(L"Parameter '%s' can't be created, the old one is put back", newName);
-  insists([&] { return static_cast<bool>(made = created(parameter.owner, from, from.name, from.value.type)); });
+  insists([&] { return static_cast<bool>(made = created(parameter.owner, from, from.name, from.value)); });
   if (!made) refuse(L"Parameter '%s' can't be put back", from.name + L"' with the value '" + textOf(from.value));
   return false;
 }
@@ -174,21 +191,25 @@ void convertParameter(ParameterEditContext& context, const ProParameter& paramet
 
   const ProMdl model = parameter.owner.owner;
   const auto modelType = ProMdlTypeGet(model);
-  const auto from = saved(parameter, value.value);
+  auto from = saved(parameter, value.value);
   if (!from || !modelType) return refuse(kUnreadable, parameter.id);
+  auto wanted = converted(value.value, type, parameter.id);
+  if (!wanted) return;
+  from->wanted = std::move(*wanted);
   FamilyValues family;
   const bool isSolid = modelType.value == ProMdlType::part || modelType.value == ProMdlType::assembly;
   const bool carriesFamily = context.familyAware && isSolid && parameter.owner.type == ProItemType::model;
   if (carriesFamily) {
     core::logWrite(L"save parameter and famtab values", core::kDebug);
     if (!family.save(model, parameter.id)) return refuse(kUnreadable, parameter.id);
+    if (!family.convert(type, parameter.id)) return;
   }
   Got<ProParameter> made = ProNotFound;
-  const bool succeeded = rebuild(parameter, *from, newName, type, made);
+  const bool succeeded = rebuild(parameter, *from, newName, made);
   if (!made) return;
   complete(made.value, *from);
   if (carriesFamily) {
-    family.restore(model, made.value, succeeded ? type : own->type);
+    family.restore(model, made.value, succeeded);
     family.report(made.value.id);
   }
   if (succeeded) ++context.visitRepeats;

@@ -6,6 +6,7 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "engine/compare.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -16,7 +17,7 @@ using namespace creo;
 
 constexpr int kSetFailed = 1, kBooleanFailed = 71, kDoubleFailed = 72, kIntegerFailed = 73;
 constexpr int kRelationDriven = 313, kFunctionDriven = 314, kParameterDriven = 315;
-constexpr int kReplacementFailed = 316, kNoDouble = 317, kNoInteger = 318;
+constexpr int kReplacementFailed = 316;
 constexpr std::size_t kExpressionSize = 81;
 constexpr std::wstring_view kNotEditable = L"This parameter is not editable (not completely created)";
 
@@ -26,28 +27,24 @@ void error(std::wstring_view text) { core::logWrite(text, core::kError); }
 enum class Fit { no, yes, endVisit };
 Fit fits(bool condition) { return condition ? Fit::yes : Fit::no; }
 
-// Numbers of a renaming are read as they are, those of an edit must look like one.
-Fit integerFits(const ParameterEditContext& context, std::wstring_view wanted, int value) {
-  if (context.rename) {
-    const auto number = text::readInt(wanted);
-    if (number.fault == text::NumberFault::none) return fits(number.value == value);
-    error(L"Failure can't cast integer value");
-    return Fit::no;
-  }
-  if (engine::wildcardCompare(engine::kIntegerPattern, wanted) == 1) return fits(text::parseInt(wanted) == value);
-  core::logWrite(text::format(L"%s - Integer can't compared with not a number", wanted), core::kWarning);
-  return Fit::no;
-}
+// How a number that is searched must look, and the lines for one that doesn't: of a renaming, of an edit.
+struct NumberSearch {
+  std::wstring_view pattern, cantCast, cantCompare;
+};
+constexpr NumberSearch kIntegers{engine::kIntegerPattern, L"Failure can't cast integer value",
+                                 L"%s - Integer can't compared with not a number"};
+constexpr NumberSearch kDoubles{engine::kDoublePattern, L"Failure can't cast double value",
+                                L"%s - Double can't compared with not a number"};
 
-Fit doubleFits(const ParameterEditContext& context, std::wstring_view wanted, double value) {
-  if (context.rename) {
-    const auto number = text::readDouble(wanted);
-    if (number.fault == text::NumberFault::none) return fits(number.value == value);
-    error(L"Failure can't cast double value");
-    return Fit::no;
-  }
-  if (engine::wildcardCompare(engine::kDoublePattern, wanted) == 1) return fits(text::parseDouble(wanted) == value);
-  core::logWrite(text::format(L"%s - Double can't compared with not a number", wanted), core::kWarning);
+// number: what the whole text is. Those of a renaming are read as they are, those of an edit must look like one.
+template <class T>
+Fit numberFits(const ParameterEditContext& context, const NumberSearch& search, std::wstring_view wanted,
+               std::optional<T> number, T value) {
+  if (number && (context.rename || engine::wildcardCompare(search.pattern, wanted) == 1)) return fits(*number == value);
+  if (context.rename)
+    error(search.cantCast);
+  else
+    core::logWrite(text::format(search.cantCompare, wanted), core::kWarning);
   return Fit::no;
 }
 
@@ -63,9 +60,9 @@ Fit valueFits(const ParameterEditContext& context, std::wstring_view wanted, con
     case ProParamvalueType::string:
       return fits(engine::wildcardCompare(wanted, value.value.string) == 1);
     case ProParamvalueType::integer:
-      return integerFits(context, wanted, value.value.integer);
+      return numberFits(context, kIntegers, wanted, text::wholeInt(wanted), value.value.integer);
     case ProParamvalueType::real:
-      return doubleFits(context, wanted, value.value.real);
+      return numberFits(context, kDoubles, wanted, text::wholeDouble(wanted), value.value.real);
     case ProParamvalueType::noteId:
       error(L"NoteID is not supported");
       return Fit::endVisit;
@@ -116,25 +113,21 @@ struct NewValue {
   std::wstring_view failure;
 };
 
-// The text as a value of the kind. Nothing, with its line, for a number that is none or out of range.
+// The text as a value of the kind. Nothing, with its line, for a number that is none, isn't finite or is out of range.
 std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_view text, ProParamvalueType type) {
-  const auto noNumber = [&](int message) {
-    error(text::format(core::msgText(message), parameter.id, text));
+  const auto noNumber = [&] {
+    error(text::format(core::msgText(noNumberMessage(type)), parameter.id, text));
     return std::nullopt;
   };
   if (type == ProParamvalueType::real) {
-    const auto number = text::readDouble(text);
-    if (number.fault != text::NumberFault::none) return noNumber(kNoDouble);
-    // Of "12,5", as tables of other languages have it, 12 is left.
-    if (text.find(L',') != text.npos)
-      core::logWrite(text::format(L"'%s' is read as %f: the decimal sign is a point", text, number.value),
-                     core::kWarning);
-    return NewValue{text::shortest(number.value), text::format(L"%f", number.value), core::msgText(kDoubleFailed)};
+    const auto number = engine::numberIn(text);
+    if (!number) return noNumber();
+    return NewValue{text::shortest(*number), text::format(L"%f", *number), core::msgText(kDoubleFailed)};
   }
   if (type == ProParamvalueType::integer) {
-    const auto number = text::readInt(text);
-    if (number.fault != text::NumberFault::none) return noNumber(kNoInteger);
-    const std::wstring shown = text::format(L"%d", number.value);
+    const auto number = engine::integerIn(text);
+    if (!number) return noNumber();
+    const std::wstring shown = text::format(L"%d", *number);
     return NewValue{shown, shown, core::msgText(kIntegerFailed)};
   }
   if (type == ProParamvalueType::boolean) {
@@ -148,7 +141,7 @@ void set(const ParameterEditContext& context, const ProParameter& parameter, con
   const std::wstring_view expression =
       context.override ? std::wstring_view(context.override->value) : context.currentAction.attribute(L"value");
   const engine::Replaced replaced =
-      engine::replaceVariablesLine(expression, context.currentModel, textOf(current), kExpressionSize);
+      engine::replaceVariablesLine(expression, context.currentModel, exactTextOf(current), kExpressionSize);
   if (!replaced) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
   const auto wanted = newValue(parameter, replaced.text, current.type);
   if (!wanted) return;

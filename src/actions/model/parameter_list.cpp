@@ -1,6 +1,5 @@
 #include "actions/model/parameter_list.h"
 
-#include <cmath>
 #include <optional>
 
 #include "core/log.h"
@@ -10,6 +9,7 @@
 #include "creo/ProParameter.h"
 #include "creo/ProSolid.h"
 #include "engine/compare.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -82,15 +82,17 @@ constexpr TypeWord kTypeWords[] = {
     {L"Boolean", ProParamvalueType::boolean},
 };
 
-// The text that stands for the value in Creo: numbers as far as the list's text is one, else 0.
-std::wstring canonical(std::wstring_view text, ProParamvalueType type) {
+// The text that stands for the value in Creo: numbers as far as the list's text is one, else 0. Nothing: no number that
+// a parameter can hold.
+std::optional<std::wstring> canonical(std::wstring_view text, ProParamvalueType type) {
   switch (type) {
     case ProParamvalueType::integer:
-      return text::format(L"%d", text::parseInt(text));
+      return text::format(L"%d", engine::integerOrZero(text));
     case ProParamvalueType::real:
-      return text::shortest(text::parseDouble(text));
+      if (const auto number = engine::numberOrZero(text)) return text::shortest(*number);
+      return std::nullopt;
     case ProParamvalueType::boolean:
-      return text == L"true" ? L"true" : L"false";
+      return std::wstring(text == L"true" ? L"true" : L"false");
     default:
       return std::wstring(text::cut(text, text::kTextSize - 1));
   }
@@ -103,8 +105,8 @@ std::optional<ProParamvalue> valueOf(const Task& task, int index) {
   for (const TypeWord& row : kTypeWords) {
     if (row.word != word) continue;
     ProParamvalue value;
-    const bool isInfinite = row.type == ProParamvalueType::real && !std::isfinite(text::parseDouble(text));
-    if (!isInfinite && ProParamvalueSet(value, canonical(text, row.type), row.type) == ProNoError) return value;
+    const auto written = canonical(text, row.type);
+    if (written && ProParamvalueSet(value, *written, row.type) == ProNoError) return value;
     core::logMsgPlain(kValueFailedMessage, core::kError);
     return std::nullopt;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/compare.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -11,6 +12,7 @@ namespace {
 
 using creo::ProParamvalueType;
 
+constexpr int kNoDouble = 317, kNoInteger = 318;
 constexpr ParameterKind kKinds[] = {{ProParamvalueType::string, L"0", L"String"},
                                     {ProParamvalueType::integer, L"1", L"Integer"},
                                     {ProParamvalueType::real, L"2", L"Double"},
@@ -54,16 +56,35 @@ std::wstring textOf(const creo::ProParamvalue& value) {
   return {};
 }
 
-creo::ProParamvalue valueFromText(std::wstring_view text, ProParamvalueType type) {
-  static constexpr std::wstring_view kTrue[] = {L"true", L"1", L"1.000000", L"yes", L"y", L"ja"};
-  creo::ProParamvalue value;
-  value.type = type;
-  value.string = text;
-  value.integer = text::parseInt(text);
-  value.real = text::parseDouble(text);
-  value.boolean = std::find(std::begin(kTrue), std::end(kTrue), text) != std::end(kTrue);
-  return value;
+std::wstring exactTextOf(const creo::ProParamvalue& value) {
+  return value.type == ProParamvalueType::real ? text::exactFixed(value.real) : textOf(value);
 }
+
+std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& value, ProParamvalueType type) {
+  static constexpr std::wstring_view kTrue[] = {L"true", L"1", L"1.000000", L"yes", L"y", L"ja"};
+  if (value.type == type) return value;
+  creo::ProParamvalue made;
+  made.type = type;
+  // An integer would take the 7 of 7.85e-09.
+  const std::wstring text = type == ProParamvalueType::integer ? textOf(value) : exactTextOf(value);
+  if (type == ProParamvalueType::real) {
+    const auto number = engine::numberOrZero(text);
+    if (!number) return std::nullopt;
+    made.real = *number;
+  } else if (type == ProParamvalueType::integer) {
+    if (text::readInt(text).fault == text::NumberFault::outOfRange) return std::nullopt;
+    made.integer = engine::integerOrZero(text);
+    // "0.000000" says nothing of 7.85e-09.
+    const bool isHidden = value.type == ProParamvalueType::real && text::wholeInt(text) && value.real != made.integer;
+    if (isHidden) engine::tellCut(exactTextOf(value), made.integer);
+  } else {
+    made.boolean = std::find(std::begin(kTrue), std::end(kTrue), text) != std::end(kTrue);
+    made.string = text;
+  }
+  return made;
+}
+
+int noNumberMessage(ProParamvalueType type) { return type == ProParamvalueType::integer ? kNoInteger : kNoDouble; }
 
 bool namesTruth(std::wstring_view entry, bool state) {
   const auto fits = [entry](std::wstring_view word) { return engine::wildcardCompare(entry, word) == 1; };

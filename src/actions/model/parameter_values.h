@@ -23,8 +23,13 @@ const ParameterKind* kindOfDigit(std::wstring_view digit);
 creo::Got<creo::ProParamvalue> editedValue(const creo::ProParameter& parameter);
 // The value as a text: "%d", "%f", "true" or "false".
 std::wstring textOf(const creo::ProParamvalue& value);
-// The text as a value of a kind; no number counts as 0, and true is "true", "1", "1.000000", "yes", "y" or "ja".
-creo::ProParamvalue valueFromText(std::wstring_view text, creo::ProParamvalueType type);
+// The same, but a number that "%f" would round stands there with all its digits.
+std::wstring exactTextOf(const creo::ProParamvalue& value);
+// The value as one of another kind: its text is read, and what is cut of a number has a warning line. No number counts
+// as 0, and true is "true", "1", "1.000000", "yes", "y" or "ja". Nothing: a number that isn't finite or out of range.
+std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& value, creo::ProParamvalueType type);
+// The message for a text that is no number of that kind: '%s' is the parameter, then the text.
+int noNumberMessage(creo::ProParamvalueType type);
 
 // Does an entry name that state: a pattern for "true" or "yes", or "1"; for "false" or "no", or "0"?
 bool namesTruth(std::wstring_view entry, bool state);

@@ -48,14 +48,10 @@ bool equals(const ProParamvalue& value, std::wstring_view wanted) {
       return wanted == (value.boolean ? L"true" : L"false");
     case ProParamvalueType::string:
       return wildcardCompare(wanted, value.string) == 1;
-    case ProParamvalueType::integer: {
-      const auto number = text::readInt(wanted);
-      return number.fault == text::NumberFault::none && number.value == value.integer;
-    }
-    case ProParamvalueType::real: {
-      const auto number = text::readDouble(wanted);
-      return number.fault == text::NumberFault::none && number.value == value.real;
-    }
+    case ProParamvalueType::integer:
+      return text::wholeInt(wanted) == value.integer;
+    case ProParamvalueType::real:
+      return text::wholeDouble(wanted) == value.real;
     case ProParamvalueType::none:
     case ProParamvalueType::noteId:
       break;

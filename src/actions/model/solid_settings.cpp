@@ -7,9 +7,9 @@
 #include "core/messages.h"
 #include "creo/ProSolidSettings.h"
 #include "creo/ProUnitsystem.h"
+#include "engine/read_number.h"
 #include "text/format.h"
 #include "text/letters.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -38,13 +38,13 @@ Outcome setAccuracy(const Task& task) {
     return done;
   }
   const auto written = task.text(L"value");
-  const auto value = text::readDouble(written.text);
-  if (!written.hasText() || value.fault != text::NumberFault::none || value.value <= 0) {
+  const auto value = written.hasText() ? numberIn(written.text) : std::nullopt;
+  if (!value || *value <= 0) {
     core::logMsgPlain(kAccuracyUnread, core::kError);
     return done;
   }
   tell(creo::ProSolidAccuracySet(
-      task.model(), {kind == L"rel" ? creo::ProAccuracyKind::relative : creo::ProAccuracyKind::absolute, value.value}));
+      task.model(), {kind == L"rel" ? creo::ProAccuracyKind::relative : creo::ProAccuracyKind::absolute, *value}));
   return done;
 }
 

@@ -6,8 +6,8 @@
 #include "actions/model/named_states.h"
 #include "core/log.h"
 #include "creo/ProXsec.h"
+#include "engine/read_number.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -76,9 +76,8 @@ Outcome addXsec(const Task& task) {
     return done;
   }
   const std::wstring written = nameIn(task, L"distance");
-  const auto distance = text::readDouble(written);
-  if (distance.fault == text::NumberFault::none)
-    tellCreated(creo::ProXsecParallelCreate(task.model(), name, *plane, distance.value).error);
+  if (const auto distance = numberIn(written))
+    tellCreated(creo::ProXsecParallelCreate(task.model(), name, *plane, *distance).error);
   else
     core::logWrite(text::format(L"Can't create cross section (The distance '%s' is no number)", written), core::kError);
   return done;

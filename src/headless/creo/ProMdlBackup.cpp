@@ -20,6 +20,7 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
     const headless::DocumentFile* newest = there.find(m.document->name, m.type());
     const std::wstring path = target + headless::documentFileName(*m.document, newest ? newest->version + 1 : 1);
     const auto text = state.models.documentText(m.handle);
+    if (!text) return text.error;
     const auto error = os::files().create(path, text.value);
     if (!error) return path;
     state.showMessage(headless::cantWrite(path, error));

@@ -1,5 +1,7 @@
 #include "creo/ProParameter.h"
 
+#include <cmath>
+
 #include "headless/creo/operation.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
@@ -36,6 +38,7 @@ ProError ProParamvalueSet(ProParamvalue& value, const std::wstring& text, ProPar
         break;
       case ProParamvalueType::real:
         made.real = text::parseDouble(text);
+        if (!std::isfinite(made.real)) return ProBadInputs;
         break;
       case ProParamvalueType::integer:
       case ProParamvalueType::noteId:

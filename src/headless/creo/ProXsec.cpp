@@ -1,5 +1,6 @@
 #include "creo/ProXsec.h"
 
+#include <cmath>
 #include <utility>
 
 #include "headless/creo/solid_operation.h"
@@ -19,7 +20,7 @@ namespace {
 Got<ProModelitem> create(Model& model, const std::wstring& name, const ProFeature& plane, double distance) {
   const auto feature = plane.owner == model.handle ? headless::featureOf(model, plane.id) : std::nullopt;
   if (!feature || headless::featureType(*feature) != kDatumPlaneFeature) return ProBadInputs;
-  if (name.empty()) return ProGeneralError;
+  if (name.empty() || !std::isfinite(distance)) return ProGeneralError;
   auto& sections = model.document->record.crossSections;
   if (headless::recordNamed(sections, text::toUtf8(name))) return ProExists;
   CrossSectionRecord& added = headless::addRecord(sections, text::toUtf8(name));

@@ -68,7 +68,10 @@ std::vector<ModelInMemory> Models::list() const {
 Got<std::string> Models::documentText(ProMdl handle) const {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
-  return writeDocument(model->document->record);
+  std::string bytes = writeDocument(model->document->record);
+  if (!bytes.empty()) return bytes;
+  message(model->name + L" can't be written: it holds a number that isn't finite");
+  return creo::ProGeneralError;
 }
 
 Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name) {
@@ -126,19 +129,20 @@ ProError Models::save(ProMdl handle) {
     message(document.record.readOnly ? cantWriteReadOnly(path) : cantWriteCheckedIn(path));
     return creo::ProGeneralError;
   }
+  const auto bytes = documentText(handle);
+  if (!bytes) return bytes.error;
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
   if (document.type == ProMdlType::assembly) saveNewParts(*model);
   Folder& folder = store_.folder(document.folder);
-  const std::string bytes = writeDocument(document.record);
   int newest = newestVersion(document), version = newest + 1;
-  std::error_code error = store_.create(folder, fileOf(document, version), bytes);
+  std::error_code error = store_.create(folder, fileOf(document, version), bytes.value);
   // Another program took the number meanwhile; the folder's list doesn't show it yet.
   for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
     folder.forget();
     newest = newestVersion(document);
     version = std::max(newest, version) + 1;
-    error = store_.create(folder, fileOf(document, version), bytes);
+    error = store_.create(folder, fileOf(document, version), bytes.value);
   }
   const std::wstring path = document.folder + documentFileName(document, version);
   if (error) {
@@ -165,7 +169,9 @@ ProError Models::saveReplacing(ProMdl handle) {
   if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
   if (newestVersion(document) > document.writtenVersion) return save(handle);
   const DocumentFile file = fileOf(document, document.writtenVersion);
-  if (const auto error = store_.replace(folder, file, writeDocument(document.record))) {
+  const auto bytes = documentText(handle);
+  if (!bytes) return bytes.error;
+  if (const auto error = store_.replace(folder, file, bytes.value)) {
     message(cantWrite(document.folder + file.fileName, error));
     return creo::ProGeneralError;
   }

@@ -59,6 +59,7 @@ class Models {
   // ProNotFound: this session hasn't saved it; ProGeneralError as ProMdlSave.
   creo::ProError saveReplacing(creo::ProMdl model);
   // The document as a save would write it now; an instance's is its generic's.
+  // ProGeneralError, with a line of the message area: it holds a number that isn't finite.
   [[nodiscard]] creo::Got<std::string> documentText(creo::ProMdl model) const;
 
   // ---- for the operations

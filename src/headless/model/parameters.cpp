@@ -1,6 +1,7 @@
 #include "headless/model/parameters.h"
 
 #include <algorithm>
+#include <cmath>
 #include <unordered_map>
 
 #include "headless/model/family.h"
@@ -65,11 +66,13 @@ bool isParameterName(std::wstring_view name) {
   });
 }
 
+// Nothing for a value that no document can hold.
 Scalar toScalar(const ProParamvalue& value) {
   switch (value.type) {
     case ProParamvalueType::string:
       return text::toUtf8(value.string);
     case ProParamvalueType::real:
+      if (!std::isfinite(value.real)) break;
       return value.real;
     case ProParamvalueType::integer:
     case ProParamvalueType::noteId:

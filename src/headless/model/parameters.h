@@ -17,7 +17,8 @@ ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* r
 // has no such parameter.
 creo::Got<creo::ProParamvalue> parameterOfRow(const ModelDocument& document, const RowRecord& row,
                                               std::string_view name);
-// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter.
+// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter, or no
+// finite number.
 creo::ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_view name,
                                  const creo::ProParamvalue& value);
 

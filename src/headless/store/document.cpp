@@ -259,6 +259,7 @@ JsonFault readDocument(std::string_view source, ModelRecord& into, std::span<con
 std::string writeDocument(const ModelRecord& record) {
   std::string out;
   writeValue(record, out, 0);
+  if (out.find(kNoNumber) != out.npos) return {};
   out += '\n';
   return out;
 }

@@ -23,7 +23,8 @@ std::string_view textOf(creo::ProFeatureStatus status);
 // Reads a document of any format up to the current one. `into` is meaningful only without a fault.
 JsonFault readDocument(std::string_view source, ModelRecord& into,
                        std::span<const Migration> migrations = knownMigrations());
-// The same record gives the same bytes; a closing line feed stands at the end.
+// The same record gives the same bytes; a closing line feed stands at the end. Empty: the record holds a number that
+// isn't finite, and what no document can say must not be written.
 std::string writeDocument(const ModelRecord& record);
 
 // Calls f(RowRecord&) for each row of a table, those of nested tables among them, parents first.

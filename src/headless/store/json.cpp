@@ -262,7 +262,7 @@ void appendQuoted(std::string& out, std::string_view text) {
 }
 
 std::string realText(double value) {
-  if (!std::isfinite(value)) return "null";
+  if (!std::isfinite(value)) return {kNoNumber};
   // Common magnitudes are written as people write them, without an exponent.
   const double size = std::abs(value);
   const bool isCommon = size == 0 || (size >= 1e-5 && size < 1e15);

@@ -49,7 +49,10 @@ std::string compactJson(const Json& value);
 std::string prettyJson(const Json& value, int level = 0);
 // A quoted text; control characters are escaped.
 void appendQuoted(std::string& out, std::string_view text);
-// The shortest text that reads back as the same number, always with a point or an exponent; "null" for no number.
+// What stands where a number that isn't finite should be written: no text that holds it is JSON.
+constexpr char kNoNumber = '\x1A';
+// The shortest text that reads back as the same number, always with a point or an exponent; kNoNumber for one that
+// isn't finite.
 std::string realText(double value);
 
 }  // namespace headless

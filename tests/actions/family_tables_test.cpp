@@ -148,6 +148,7 @@ TEST(FamilyTableInstances, AreDeletedByNameAndByCompositeName) {
 }
 
 TEST_F(FamilyTables, LoseOneInstanceATable) {
+  world.config("kvd_filter_curmod=1\nkvd_filter_inst=1");
   bolt(world, R"({"name": "M4", "familyTable": {"items": [], "instances": [{"name": "M4_A"}, {"name": "M4_B"}]}},
     {"name": "M5_A"}, {"name": "M6", "familyTable": {"items": [], "instances": [{"name": "M6_A"}]}})");
   world.list("list.xml", task("deleteFamilyTableInstance", "namec='1' name_0='*_A'") + save);

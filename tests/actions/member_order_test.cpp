@@ -1,7 +1,9 @@
 // Documents that others wrote: their members stand in any order, and some of them this version doesn't know. What is
 // made from them is what is made from documents in the writer's own order, and nothing of theirs is lost.
+#include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <random>
 #include <set>
 
@@ -97,7 +99,8 @@ Documents made(const std::function<std::string(const std::string& file, const st
   for (const fs::path& path : examples)
     writeBytes(world.models() + "/" + path.filename().string(), written(path.filename(), readBytes(path)));
   world.start();
-  for (const auto& [name, type] : {std::pair(L"GEARBOX", ProMdlType::assembly), {L"SHAFT_OUT", ProMdlType::drawing}}) {
+  for (const auto& [name, type] :
+       {std::pair(L"GEARBOX", ProMdlType::assembly), std::pair(L"SHAFT_OUT", ProMdlType::drawing)}) {
     world.open(name, type);
     world.run("list.xml");
     EXPECT_EQ(std::wstring::npos, world.log().find(L"(ERR)")) << text::toUtf8(world.log());

@@ -145,7 +145,7 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
               text::toUtf8(session().messages().back()));
     EXPECT_EQ(ProRegenerationStatus::failed, ProSolidRegenerationstatusGet(part).value);
     EXPECT_EQ("A=2 N=3 T=x B=false", parameters(part)) << c.message;
-    EXPECT_EQ(10, ProDimensionValueGet({ProItemType::dimension, 1, part, {}}).value) << c.message;
+    EXPECT_EQ(10, ProDimensionValueGet({part, 1}).value) << c.message;
   }
 }
 
@@ -160,7 +160,7 @@ TEST_F(Regeneration, ASetThatFailsLeavesNothingBehind) {
   ProModelitem post = item(part);
   post.id = kPostRegeneration;
   const auto depth = [&] { return ProParameterValueGet(ProParameterInit(hole, L"DEPTH").value).value.real; };
-  const auto dimension = [&] { return ProDimensionValueGet({ProItemType::dimension, 1, part, {}}).value; };
+  const auto dimension = [&] { return ProDimensionValueGet({part, 1}).value; };
   EXPECT_EQ(ProGeneralError, ProRelsetRegenerate({item(part)}));
   EXPECT_EQ(ProGeneralError, ProRelsetRegenerate({hole}));
   EXPECT_EQ("A=2 N=3", parameters(part));

@@ -23,9 +23,8 @@ struct Assignment {
 };
 
 // A set of relations. A line that ends in "\" goes on in the next one; "/*" makes the rest a comment. IF, ELSE and
-// ENDIF choose: what isn't chosen must be readable, its values may be any, and a name may be missing for
-// which exists("...") asks somewhere in the set. The lines between SOLVE and FOR are equations, which are read but not
-// solved.
+// ENDIF choose: what isn't chosen must be readable, its values may be any, and a name for which exists("...") asks
+// somewhere in the set may be missing. The lines between SOLVE and FOR are equations, which are read but not solved.
 class Relations {
  public:
   // lookup: the names from outside.

@@ -25,9 +25,8 @@ Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name) {
 }
 
 Got<bool> ProMdlnameIsTaken(const std::wstring& name, ProMdlType type) {
-  return headless::operation("ProMdlnameIsTaken", [&](State& state) -> Got<bool> {
-    return state.models.isKnown(name, type);
-  });
+  return headless::operation("ProMdlnameIsTaken",
+                             [&](State& state) -> Got<bool> { return state.models.isKnown(name, type); });
 }
 
 Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name) {

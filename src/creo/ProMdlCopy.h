@@ -28,6 +28,8 @@ ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& to
 // Has another model of that type the name: in memory, in the model's folder or one that is searched, or in a family
 // table of a document there?
 Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name);
+// Has any model of that type the name: in memory, or as a document in a folder that is searched? Nothing is retrieved.
+Got<bool> ProMdlnameIsTaken(const std::wstring& name, ProMdlType type);
 // A model of its own in memory with the same content and without a folder; a save writes it to the working folder, as
 // the next version where there is such a document. Of an instance: with its values, features and components, those of
 // the generic that it leaves out not among them. A copy has no family table and is open to changes. ProExists: a model

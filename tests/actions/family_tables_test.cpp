@@ -122,9 +122,12 @@ TEST(FamilyTableInstances, AreDeletedByNameAndByCompositeName) {
       {"namec='1' name_0='m5'", L"Delete M5", L"M4 A<B> 1"},
       {"namec='2' name_1='M5<BOLT>.prt'", L"Delete M5", L"M4 A<B> 1"},
       {"namec='1' name_0='A<B> 1'", L"Delete A<B> 1", L"M4 M5"},
-      {"namec='1' name_0='*'", L"Delete M4|E:Failure while delete instance 'M4'|Delete M5", L"M4 A<B> 1"},
-      {"namec='1' name_0='M7' name_1='M5'", L"", L"M4 M5 A<B> 1"},
-      {"namec='x' name_0='M5'", L"", L"M4 M5 A<B> 1"},
+      {"namec='1' name_0='*'",
+       L"Delete M4|E:Failure while delete instance 'M4'|Delete M5|"
+       L"W:One instance of a table is deleted at a time: 1 more fit and stay",
+       L"M4 A<B> 1"},
+      {"namec='1' name_0='M7' name_1='M5'", L"No instance fits", L"M4 M5 A<B> 1"},
+      {"namec='x' name_0='M5'", L"No instance fits", L"M4 M5 A<B> 1"},
   };
   for (const Case& one : cases) {
     World own;
@@ -144,6 +147,21 @@ TEST(FamilyTableInstances, AreDeletedByNameAndByCompositeName) {
   }
 }
 
+TEST_F(FamilyTables, LoseOneInstanceATable) {
+  world.config("kvd_filter_curmod=1\nkvd_filter_inst=1");
+  bolt(world, R"({"name": "M4", "familyTable": {"items": [], "instances": [{"name": "M4_A"}, {"name": "M4_B"}]}},
+    {"name": "M5_A"}, {"name": "M6", "familyTable": {"items": [], "instances": [{"name": "M6_A"}]}})");
+  world.list("list.xml", task("deleteFamilyTableInstance", "namec='1' name_0='*_A'") + save);
+  world.start();
+  for (const wchar_t* name : {L"BOLT", L"M4", L"M6"}) world.open(name, creo::ProMdlType::part);
+  world.open(L"BOLT", creo::ProMdlType::part);
+  world.run("list.xml");
+  expectSaid(told(world.log()),
+             {L"Delete M4_A|Delete M5_A|W:One instance of a table is deleted at a time: 1 more fit"});
+  expectIn("BOLT.prt", {R"("M4_B")", R"("M6_A")"});
+  expectNotIn("BOLT.prt", {R"("M4_A")", R"("M5_A")"});
+}
+
 TEST_F(FamilyTables, BreakUpIntoModelsOfTheirOwn) {
   bolt(world, kFlat, R"("density": 7.8, )");
   EXPECT_EQ(L"B0 Break up family table|looked on the temporary density at 1 parts / assemblies|COUNT : 2|B1 Save model",
@@ -161,7 +179,8 @@ TEST_F(FamilyTables, BreakUpIntoModelsOfTheirOwn) {
 TEST_F(FamilyTables, BreakUpFromTheInsideOut) {
   bolt(world, kNested);
   writeBytes(world.models() + "/m5.prt.1", R"({"format": 1, "parameters": []})");
-  runOnBolt(breakUp + save);
+  expectSaid(runOnBolt(breakUp + save),
+             {L"W:A model of the name M5.PRT was on disk already: the instance replaces it"});
   // The first version of another time has gone, now that its successor is there.
   EXPECT_EQ("bolt.prt.1 bolt.prt.2 m4.prt.1 m4_long.prt.1 m5.prt.2", files());
   EXPECT_EQ(L"SIZE=4.0 GRADE=8.8", world.savedParameters("M4_LONG.prt"));
@@ -183,6 +202,9 @@ TEST_F(FamilyTables, AssembliesBreakUpWithTheirComponents) {
   world.part(L"NUT").with(L"A", 2);
   writeBytes(world.models() + "/unit.asm.1", R"({"format": 1, "components": [
   {"name": "PIN", "type": "prt", "feature": 1}, {"name": "NUT", "type": "prt", "feature": 2}],
+  "layers": [{"id": 5, "name": "SMALL", "items": [{"type": "feature", "id": 1}, {"type": "feature", "id": 2}]}],
+  "simplifiedReps": [{"id": 1, "name": "LIGHT", "items": [{"feature": 1, "action": "exclude"},
+    {"feature": 2, "action": "exclude"}]}],
   "familyTable": {"items": [{"type": "component", "name": "PIN"}, {"type": "component", "name": "NUT"}],
     "instances": [{"name": "BARE", "values": {"PIN": "N"}}, {"name": "NUTS", "values": {"PIN": "NUT"}},
       {"name": "LOST", "values": {"NUT": "NOWHERE"}}]}})");
@@ -190,6 +212,8 @@ TEST_F(FamilyTables, AssembliesBreakUpWithTheirComponents) {
   expectSaid(log, {L"E:The instance 'LOST' stays in the family table: it can't be created"});
   EXPECT_EQ("NUT.prt.1 NUT.prt.2 PIN.prt.1 PIN.prt.2 bare.asm.1 nuts.asm.1 unit.asm.1 unit.asm.2", files());
   expectNotIn("BARE.asm", {"PIN"});
+  expectIn("BARE.asm", {R"("items":[{"type":"feature","id":2}])", R"("items":[{"feature":2,"action":"exclude"}])"});
+  expectIn("NUTS.asm", {R"("items":[{"type":"feature","id":1},{"type":"feature","id":2}])"});
   expectNotIn("NUTS.asm", {"PIN"});
   expectIn("UNIT.asm", {R"("LOST")"});
   expectNotIn("UNIT.asm", {R"("BARE")", R"("NUTS")"});

@@ -260,6 +260,29 @@ TEST_F(Program, InputLinesGoByTheirFirstWord) {
   EXPECT_TRUE(filesAreGone());
 }
 
+// Without its input it would ask for the one above.
+TEST_F(Program, WhatAsksForAnInputGoesWithIt) {
+  for (const char* one : {"<task type='deleteModelProProgramInputLines' name_0='A'",
+                          "<task type='deleteModelProProgramLines' delline='A NUMBER' endif='false'"}) {
+    SetUp();
+    EXPECT_THAT(go(std::string(one) + " version='3' forPRT='true' forEF='false'/>"),
+                testing::HasSubstr(L"A NUMBER|\"how long?\""));
+    EXPECT_THAT(program(), testing::HasSubstr("INPUT|  B NUMBER|END INPUT")) << one;
+  }
+}
+
+TEST_F(Program, WithoutALineThatGoesItIsNotTouched) {
+  const std::string before = program();
+  EXPECT_EQ(
+      L"B0 delete Pro/PROGRAM input lines|Export to file|Change the file|delete the following Pro/PROGRAM input lines:|"
+      L"No changes done on the Pro/PROGRAM|Delete the file",
+      go(task("deleteModelProProgramInputLines", "name_0='NONE'")));
+  EXPECT_THAT(go(task("deleteModelProProgramLines", "delline='none' endif='false'")),
+              testing::HasSubstr(L"No changes done on the Pro/PROGRAM"));
+  EXPECT_EQ(before, program());
+  EXPECT_EQ(1, own_->version("bracket.prt"));
+}
+
 TEST_F(Program, LinesBlocksAndFeaturesGo) {
   const struct {
     std::string attributes, without, with;
@@ -278,6 +301,11 @@ TEST_F(Program, LinesBlocksAndFeaturesGo) {
     EXPECT_TRUE(filesAreGone());
     SetUp();
   }
+  // A condition as programs write it, to its end; what stands behind it stays.
+  go(task("deleteModelProProgramLines", "startline='IF A*' excl_start_end='false'"));
+  EXPECT_THAT(program(), testing::Not(testing::HasSubstr("IF A")));
+  ASSERT_EQ(1U, record().features.size());
+  SetUp();
   // The blocks of both features; the second stands in a condition, which stays.
   go(task("deleteModelProProgramLines", "startline='IF A*' endif='false' endline='END IF' excl_start_end='true'"));
   EXPECT_EQ(1U, record().features.size());

@@ -1,6 +1,8 @@
 // Regeneration: relations are read and worked out, what is wrong fails and says so.
+#include "creo/ProDimension.h"
 #include "creo/ProFeature.h"
 #include "creo/ProNotify.h"
+#include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
 #include "headless/session_fixture.h"
 
@@ -70,6 +72,16 @@ TEST_F(Regeneration, RelationsAreWorkedOut) {
       {{"IF mp_mass(\"\") > 3", "A = 7", "ENDIF"}, "A=2 N=3 T=x B=false"},
       {{"A = LENGTH:12 * 2"}, "A=2 N=3 T=x B=false"},
       {{"SOLVE", "x + A = d1", "FOR x", "N = x"}, "A=2 N=3 T=x B=false"},
+      // What isn't chosen may have any value: that is what guards are for.
+      {{"IF N > 5", "A = sqrt(-1)", "A = 1 / (N - 3)", "A = T * 2", "B = T > 1", "A = 'x'", "T = extract(T, 0, 1)",
+        "IF T", "A = 9", "ENDIF", "IF 1 / 0", "ELSE", "A = 9", "ENDIF", "ENDIF"},
+       "A=2 N=3 T=x B=false"},
+      {{"IF N == 3", "A = 7", "ELSE", "A = ln(-1)", "ENDIF"}, "A=7 N=3 T=x B=false"},
+      {{"A = if(N == 3, 4, 1 / (N - 3))"}, "A=4 N=3 T=x B=false"},
+      {{"A = if(N > 3, sqrt(-1), if(B, -T * 2, 6)) + 1"}, "A=7 N=3 T=x B=false"},
+      {{"IF mp_mass(\"\") > 3", "A = 1 / 0", "ENDIF"}, "A=2 N=3 T=x B=false"},
+      {{"IF EXISTS ( \"Width\")", "A = WIDTH", "ENDIF", "N = if(exists('width'), width, 8)"}, "A=2 N=8 T=x B=false"},
+      {{"SOLVE", "x = 1 / (N - 3)", "FOR x"}, "A=2 N=3 T=x B=false"},
   };
   for (const auto& c : cases) {
     const ProMdl part = related(c.relations);
@@ -108,6 +120,16 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
       {{"ENDIF"}, "1: ENDIF without IF"},
       {{"IF A", "ELSE", "ELSE", "ENDIF"}, "3: ELSE without IF"},
       {{"IF NO", "A = WIDHT", "ENDIF"}, "2: 'WIDHT' is neither a parameter nor a dimension"},
+      {{"IF NO", "A = (1", "ENDIF"}, "2: a bracket isn't closed"},
+      {{"IF YES", "A = 1 / (N - 3)", "ENDIF"}, "2: it gives no number"},
+      {{"IF T", "ENDIF"}, "1: a text is neither yes nor no"},
+      {{"A = if(YES, 1 / 0, 2)"}, "1: it gives no number"},
+      {{"A = if(1 / 0, 1, 2)"}, "1: it gives no number"},
+      {{"A = if(NO, fine(1), 2)"}, "1: 'fine' is no function of 1 arguments"},
+      {{"A = max(if(NO, 1, 1 / 0), T * 2) +"}, "1: an operand is missing"},
+      {{"A = 9", "d1 = 8", "N = 'x'", "B = YES"}, "3: 'N' can't take the value that a relation gives it"},
+      {{"A = 9", "d1 = 'x'"}, "2: 'd1' can't take the value that a relation gives it"},
+      {{"IF !exists('WIDTH')", "A = WIDTH", "ENDIF"}, "2: 'WIDTH' is neither a parameter nor a dimension"},
       {{"SOLVE", "A"}, "2: it is no equation"},
       {{"A = 1 + \\", "\\", "* 2"}, "1: an operand is missing before '* 2'"},
       {{"A = " + std::string(100000, '(')}, "1: it is nested too deeply"},
@@ -123,10 +145,40 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
               text::toUtf8(session().messages().back()));
     EXPECT_EQ(ProRegenerationStatus::failed, ProSolidRegenerationstatusGet(part).value);
     EXPECT_EQ("A=2 N=3 T=x B=false", parameters(part)) << c.message;
+    EXPECT_EQ(10, ProDimensionValueGet({part, 1}).value) << c.message;
   }
-  const ProMdl part = related({"A = \"x\""});
-  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, kRegenerateNoFlags));
-  EXPECT_TRUE(session().messages().back().ends_with(L".PRT: 'A' can't take the value that a relation gives it"));
+}
+
+// A set is tested as a whole before any of its values is given, be it the model's or a feature's.
+TEST_F(Regeneration, ASetThatFailsLeavesNothingBehind) {
+  model("a.prt.1", R"("parameters": [{"name": "A", "type": "double", "value": 2}, {"name": "N", "type": "integer",
+      "value": 3}], "dimensions": [{"id": 1, "value": 10}], "relations": ["A = 5", "N = 'x'"],
+      "postRelations": ["d1 = A * 2"], "features": [{"id": 4, "parameters": [{"name": "DEPTH", "type": "double",
+      "value": 1}, {"name": "COUNT", "type": "integer", "value": 1}], "relations": ["DEPTH = 9", "A = 9", "COUNT = 'x'"]}])");
+  const ProMdl part = retrieve(L"A");
+  const ProModelitem hole{ProItemType::feature, 4, part, {}};
+  ProModelitem post = item(part);
+  post.id = kPostRegeneration;
+  const auto depth = [&] { return ProParameterValueGet(ProParameterInit(hole, L"DEPTH").value).value.real; };
+  const auto dimension = [&] { return ProDimensionValueGet({part, 1}).value; };
+  EXPECT_EQ(ProGeneralError, ProRelsetRegenerate({item(part)}));
+  EXPECT_EQ(ProGeneralError, ProRelsetRegenerate({hole}));
+  EXPECT_EQ("A=2 N=3", parameters(part));
+  EXPECT_EQ(1, depth());
+  EXPECT_EQ(ProNoError, ProRelsetRegenerate({post})) << "nothing is wrong with it";
+  EXPECT_EQ(4, dimension()) << "with what the model has, not with what the failing relations began";
+  ASSERT_EQ(ProNoError, ProRelsetRelationsSet({item(part)}, {L"A = 5"}));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, 0));
+  EXPECT_EQ("A=2 N=3", parameters(part)) << "a feature's relations fail";
+  EXPECT_EQ(1, depth());
+  ASSERT_EQ(ProNoError, ProRelsetRelationsSet({hole}, {L"DEPTH = A * 2"}));
+  EXPECT_EQ(ProNoError, ProRelsetRegenerate({hole}));
+  EXPECT_EQ(10, depth()) << "its own parameter";
+  const std::string area = messages();
+  for (const char* line :
+       {"A.PRT: relation line 2: 'N' can't take the value that a relation gives it\n",
+        "A.PRT: feature 4, relation line 3: 'COUNT' can't take the value that a relation gives it\n"})
+    EXPECT_NE(std::string::npos, area.find(line)) << line << area;
 }
 
 TEST_F(Regeneration, TheDocumentIsTouchedOnlyWhereSomethingChanges) {

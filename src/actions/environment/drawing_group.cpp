@@ -3,11 +3,22 @@
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
+#include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
 
 namespace actions {
 
 using namespace engine;
+
+namespace {
+
+// In memory or on disk: saving the new drawing would put it over that one.
+bool isThere(const std::wstring& drawing) {
+  const auto taken = creo::ProMdlnameIsTaken(drawing, creo::ProMdlType::drawing);
+  return !taken || taken.value;
+}
+
+}  // namespace
 
 void runOnNewDrawing(const Task& task) {
   constexpr std::size_t kNameSize = 32;
@@ -16,7 +27,7 @@ void runOnNewDrawing(const Task& task) {
   const std::wstring templateFolder = task.path(L"tmpPath", L"models");
   creo::Got<creo::ProMdl> drawing = creo::ProGeneralError;
   creo::DirectoryGuard folder;
-  if (name.hasText() && templateName.hasText()) {
+  if (name.hasText() && templateName.hasText() && !isThere(name.text)) {
     folder.change(templateFolder);
     drawing = creo::ProDrawingFromTmpltCreate(name.text, templateName.text, task.model(), 0);
     folder.back();

@@ -72,10 +72,16 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   const auto held = renameForWriteout(model, state);
   if (!held) return stays(instance, L"it can't be renamed");
   std::wstring fault = L"it can't be copied";
+  const auto type = ProMdlTypeGet(model);
+  const auto replaces = ProMdlnameIsTaken(instance.name, type.value);
   if (const auto copy = ProMdlCopy(model, instance.name)) {
     fault = saveCopy(copy.value, instance.name, commonName);
     ProMdlErase(copy.value);
   }
+  if (fault.empty() && replaces && replaces.value)
+    core::logWrite(text::format(L"A model of the name %s.%s was on disk already: the instance replaces it",
+                                instance.name, typeExtension(type.value)),
+                   core::kWarning);
   const ProFaminstance renamed{held.value, instance.owner};
   Got<ProMdl> left(model);
   if (fault.empty()) {

@@ -172,25 +172,44 @@ class InstanceSearch {
   std::vector<std::wstring_view> patterns_;
 };
 
-// The first instance that is found goes, and with it the visit ends: ProStopVisit.
-ProError deleteIn(ProMdl model, const InstanceSearch& search) {
+struct Deletion {
+  int found = 0;
+  int left = 0;  // of these: what only was counted
+};
+
+// The first instance of a table that is found goes. Behind it the table's others are only counted.
+void deleteIn(ProMdl model, const InstanceSearch& search, Deletion& deletion, bool onlyCounts = false) {
   const auto table = tableOf(model);
-  if (!table) return ProNotFound;
-  return ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+  if (!table) return;
+  ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
     if (!search.finds(instance)) {
-      const auto inner = ProFaminstanceMdlGet(instance);
-      return inner && deleteIn(inner.value, search) == ProStopVisit ? ProStopVisit : ProNoError;
+      if (const auto inner = ProFaminstanceMdlGet(instance)) deleteIn(inner.value, search, deletion, onlyCounts);
+      return ProNoError;
+    }
+    ++deletion.found;
+    if (onlyCounts) {
+      ++deletion.left;
+      return ProNoError;
     }
     core::logIndented(L"Delete " + instance.name, core::kNormal, 1);
-    if (ProFaminstanceRemove(instance) == ProNoError) return ProStopVisit;
-    core::logWrite(text::format(L"Failure while delete instance '%s'", instance.name), core::kError);
+    if (ProFaminstanceRemove(instance) != ProNoError) {
+      core::logWrite(text::format(L"Failure while delete instance '%s'", instance.name), core::kError);
+      return ProNoError;
+    }
+    onlyCounts = true;
     return ProNoError;
   });
 }
 
 Outcome deleteFamilyTableInstance(const Task& task) {
   if (const auto ended = begin(task, {.title = core::msgText(kDeleteTitle)})) return *ended;
-  deleteIn(task.model(), InstanceSearch(task));
+  if (!tableOf(task.model())) return done;
+  Deletion deletion;
+  deleteIn(task.model(), InstanceSearch(task), deletion);
+  if (deletion.found == 0) core::logIndented(L"No instance fits", core::kNormal, 1);
+  if (deletion.left > 0)
+    core::logWrite(text::format(L"One instance of a table is deleted at a time: %d more fit and stay", deletion.left),
+                   core::kWarning);
   return done;
 }
 

@@ -52,29 +52,65 @@ bool fits(std::wstring_view pattern, std::wstring_view line) {
   return pattern == line || wildcardCompare(pattern, line) == 1;
 }
 
-// Copies the lines that stay. stays: (line). False: the file can't be read or written.
+// Where in a program a line stands, and whether it asks for the input above it.
+class InputSection {
+ public:
+  enum class Line { other, input, prompt };
+  Line take(std::wstring_view line) {
+    if (text::equalNoCase(line, L"INPUT") && state_ == State::before) {
+      state_ = State::inside;
+      return Line::other;
+    }
+    if (text::equalNoCase(line, L"END INPUT") && state_ == State::inside) state_ = State::behind;
+    if (state_ != State::inside) return Line::other;
+    return text::trimmed(line).starts_with(L'"') ? Line::prompt : Line::input;
+  }
+
+ private:
+  enum class State { before, inside, behind };
+  State state_ = State::before;
+};
+
+enum class Filtered { failed, unchanged, changed };
+
+// Copies the lines that stay. stays: (line, what it is in the section of inputs). What asks for an input that goes,
+// goes with it: it would ask for the input above. Lines that go are logged.
 template <class Stays>
-bool filterFile(const ProgramFiles& files, Stays stays) {
+Filtered filterFile(const ProgramFiles& files, Stays stays) {
   const auto content = os::readText(files.written());
   if (!content) {
     core::logWrite(L"Failure while read file", core::kDebug);
-    return false;
+    return Filtered::failed;
   }
   std::wstring out;
   // A last line without its end stays one.
   std::wstring_view rest = content.value;
   if (rest.starts_with(L'\xFEFF')) rest.remove_prefix(1);
+  InputSection section;
+  bool changed = false, inputGoes = false;
   while (!rest.empty()) {
     const auto end = rest.find(L'\n');
     const bool hasEnd = end != rest.npos;
     std::wstring_view line = rest.substr(0, end);
     rest.remove_prefix(hasEnd ? end + 1 : rest.size());
     if (line.ends_with(L'\r')) line.remove_suffix(1);
-    if (!stays(line)) continue;
+    const InputSection::Line kind = section.take(line);
+    const bool orphan = kind == InputSection::Line::prompt && inputGoes;
+    const bool goes = !stays(line, kind) || orphan;
+    if (kind != InputSection::Line::prompt) inputGoes = goes && kind == InputSection::Line::input;
+    if (goes) {
+      core::logIndented(line, core::kNormal, 2);
+      changed = true;
+      continue;
+    }
     out += line;
     if (hasEnd) out += L'\n';
   }
-  return !os::writeText(files.changed(), out, {.mark = true, .crlf = true});
+  if (!changed) {
+    core::logIndented(L"No changes done on the Pro/PROGRAM", core::kNormal, 1);
+    return Filtered::unchanged;
+  }
+  return os::writeText(files.changed(), out, {.mark = true, .crlf = true}) ? Filtered::failed : Filtered::changed;
 }
 
 // ---- lines and blocks of lines
@@ -87,6 +123,12 @@ struct ProgramLineFilter {
   bool inBlock = false;
 };
 
+// The end of a condition, as programs write it or as relations do.
+bool isEndif(std::wstring_view line) {
+  const std::wstring upper = text::upper(line);
+  return upper.find(L"ENDIF") != upper.npos || upper.find(L"END IF") != upper.npos;
+}
+
 // Whether the line stays.
 bool stays(ProgramLineFilter& filter, std::wstring_view line) {
   bool isStart = false, isEnd = false, remove = false;
@@ -95,7 +137,7 @@ bool stays(ProgramLineFilter& filter, std::wstring_view line) {
     remove = !filter.excl_start_end;
   }
   if (filter.inBlock) {
-    isEnd = filter.endif ? line.find(L"ENDIF") != line.npos : !filter.endline.empty() && fits(filter.endline, line);
+    isEnd = filter.endif ? isEndif(line) : !filter.endline.empty() && fits(filter.endline, line);
     filter.inBlock = !isEnd;
     remove = true;
   }
@@ -104,9 +146,7 @@ bool stays(ProgramLineFilter& filter, std::wstring_view line) {
         std::any_of(filter.patterns.begin(), filter.patterns.end(), [&](const auto& one) { return fits(one, line); });
   // Two of three: a border of a block whose borders stay, or a line that is a block by itself.
   const bool isKeptBorder = int{filter.excl_start_end} + isStart + isEnd >= 2;
-  if (!remove || isKeptBorder) return true;
-  core::logIndented(line, core::kNormal, 2);
-  return false;
+  return !remove || isKeptBorder;
 }
 
 ProgramLineFilter filterOf(const Task& task) {
@@ -139,7 +179,7 @@ Outcome deleteModelProProgramLines(const Task& task) {
   if (exported(task, files)) {
     core::logIndented(L"delete the following Pro/PROGRAM lines:", core::kNormal, 1);
     ProgramLineFilter filter = filterOf(task);
-    if (filterFile(files, [&](std::wstring_view line) { return stays(filter, line); })) {
+    if (filterFile(files, [&](std::wstring_view line, auto) { return stays(filter, line); }) == Filtered::changed) {
       creo::DirectoryGuard directory;
       directory.change(core::pluginState().tempPath);
       readBack(task, std::wstring(kChanged));
@@ -151,25 +191,10 @@ Outcome deleteModelProProgramLines(const Task& task) {
 
 // ---- lines of the INPUT section
 
-// The first word of a line of inputs, where it is one.
-class InputSection {
- public:
-  std::optional<std::wstring_view> name(std::wstring_view line) {
-    if (text::equalNoCase(line, L"INPUT") && state_ == State::before) {
-      state_ = State::inside;
-      return std::nullopt;
-    }
-    if (text::equalNoCase(line, L"END INPUT") && state_ == State::inside) state_ = State::behind;
-    if (state_ != State::inside) return std::nullopt;
-    const auto first = line.find_first_not_of(L' ');
-    if (first == line.npos) return std::nullopt;
-    return line.substr(first, line.find(L' ', first) - first);
-  }
-
- private:
-  enum class State { before, inside, behind };
-  State state_ = State::before;
-};
+std::wstring_view firstWord(std::wstring_view line) {
+  line.remove_prefix(std::min(line.find_first_not_of(L' '), line.size()));
+  return line.substr(0, line.find(L' '));
+}
 
 Outcome deleteModelProProgramInputLines(const Task& task) {
   if (const auto ended = beginOnRelations(task, L"delete Pro/PROGRAM input lines")) return *ended;
@@ -183,14 +208,12 @@ Outcome deleteModelProProgramInputLines(const Task& task) {
   if (exported(task, files)) {
     core::logIndented(L"Change the file", core::kNormal, 1);
     core::logIndented(L"delete the following Pro/PROGRAM input lines:", core::kNormal, 1);
-    InputSection section;
-    const bool filtered = filterFile(files, [&](std::wstring_view line) {
-      const auto name = section.name(line);
-      const bool goes = name && std::any_of(names.begin(), names.end(), [&](auto one) { return fits(one, *name); });
-      if (goes) core::logIndented(line, core::kNormal, 2);
-      return !goes;
+    const Filtered filtered = filterFile(files, [&](std::wstring_view line, InputSection::Line kind) {
+      const std::wstring_view name = firstWord(line);
+      return kind == InputSection::Line::other || name.empty() ||
+             std::none_of(names.begin(), names.end(), [&](auto one) { return fits(one, name); });
     });
-    if (filtered) {
+    if (filtered == Filtered::changed) {
       core::logIndented(L"Reimport the file", core::kNormal, 1);
       readBack(task, files.changed());
     }

@@ -2,7 +2,6 @@
 
 #include "headless/creo/operation.h"
 #include "headless/model/family.h"
-#include "headless/store/erase_member.h"
 
 namespace creo {
 
@@ -66,10 +65,7 @@ ProError ProFamtableErase(const ProFamtable& table) {
     for (const auto& row : held->instances)
       if (const RowRecord* locked = lockedIn(*row)) return headless::refuseLocked(state.models, *m.document, *locked);
     while (!held->instances.empty()) state.models.removeRow(m.document, *held->instances.front());
-    if (m.row)
-      headless::eraseFamilyTable(*m.row);
-    else
-      headless::eraseFamilyTable(m.document->record);
+    (m.row ? m.row->familyTable : m.document->record.familyTable).reset();
     m.document->touch(m.row);
     return ProNoError;
   });

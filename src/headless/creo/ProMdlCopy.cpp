@@ -24,6 +24,11 @@ Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name) {
                  [&](State& state, Model& m) -> Got<bool> { return state.models.isTaken(m, text::upper(name), true); });
 }
 
+Got<bool> ProMdlnameIsTaken(const std::wstring& name, ProMdlType type) {
+  return headless::operation("ProMdlnameIsTaken",
+                             [&](State& state) -> Got<bool> { return state.models.isKnown(name, type); });
+}
+
 Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name) {
   return onModel("ProMdlCopy", model, [&](State& state, Model& m) { return state.models.copy(m.handle, name); });
 }

@@ -45,7 +45,8 @@ ProError ProRelsetRegenerate(const ProRelset& relations) {
   return onModel("ProRelsetRegenerate", relations.owner.owner, [&](State& state, Model& m) -> ProError {
     const auto* lines = headless::relationLines(m, relations.owner, relations.section);
     if (!lines) return ProBadInputs;
-    if (relations.owner.type == ProItemType::feature) return headless::regenerateOwnRelations(state.models, m, *lines);
+    if (relations.owner.type == ProItemType::feature)
+      return headless::regenerateOwnRelations(state.models, m, relations.owner.id, *lines);
     return headless::regenerateRelations(state.models, m, relations.owner.id == kPostRegeneration);
   });
 }

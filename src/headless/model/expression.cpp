@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 #include "headless/model/text_functions.h"
@@ -81,17 +82,26 @@ bool isNamePart(char c) { return isNameStart(c) || isDigit(c); }
 bool isKnown(const RelationValue& value) { return value.index() != 0; }
 bool isText(const RelationValue& value) { return std::holds_alternative<std::string>(value); }
 
-// Reads and works out in one go. The first fault ends both.
+struct Argument {
+  RelationValue value;
+  std::wstring fault;  // of its values
+};
+
+// Reads and works out in one go. What can't be read ends both. What can't be worked out gives no value, and the reading
+// goes on: it may turn out that the value isn't wanted.
 class Parser {
  public:
-  Parser(std::string_view text, const RelationLookup& lookup) : rest_(text), lookup_(lookup) {}
+  Parser(std::string_view text, const RelationLookup& lookup, const std::unordered_set<std::string>* guarded)
+      : rest_(text), lookup_(lookup), guarded_(guarded) {}
   Evaluated run() {
     RelationValue value = either();
     skipBlanks(rest_);
     if (!rest_.empty())
       fail(rest_.front() == ')' ? L"a bracket closes that wasn't opened"
                                 : text::format(L"'%s' isn't expected", text::fromUtf8(rest_)));
-    return {std::move(value), std::move(fault_)};
+    if (!fault_.empty()) return {{}, std::move(fault_)};
+    if (!valueFault_.empty()) return {{}, std::move(valueFault_), true};
+    return {std::move(value), {}};
   }
 
  private:
@@ -112,6 +122,10 @@ class Parser {
   RelationValue fail(std::wstring reason) {
     if (fault_.empty()) fault_ = std::move(reason);
     rest_ = {};
+    return {};
+  }
+  RelationValue failByValue(std::wstring reason) {
+    if (valueFault_.empty()) valueFault_ = std::move(reason);
     return {};
   }
   bool take(std::string_view sign) {
@@ -138,7 +152,7 @@ class Parser {
     return left;
   }
   RelationValue joined(const RelationValue& left, const RelationValue& right, bool (*join)(bool, bool)) {
-    if (isText(left) || isText(right)) return fail(L"a text is neither yes nor no");
+    if (isText(left) || isText(right)) return failByValue(L"a text is neither yes nor no");
     if (!isKnown(left) || !isKnown(right)) return {};
     return join(truth(left).value_or(false), truth(right).value_or(false));
   }
@@ -150,7 +164,7 @@ class Parser {
     }
     RelationValue value = comparison();
     if (!any || !isKnown(value)) return value;
-    if (isText(value)) return fail(L"a text is neither yes nor no");
+    if (isText(value)) return failByValue(L"a text is neither yes nor no");
     return truth(value).value_or(false) != turned;
   }
 
@@ -160,7 +174,7 @@ class Parser {
     if (sign.empty()) return left;
     const RelationValue right = sum();
     if (!isKnown(left) || !isKnown(right)) return {};
-    if (isText(left) != isText(right)) return fail(L"a text is compared with a number");
+    if (isText(left) != isText(right)) return failByValue(L"a text is compared with a number");
     const int order = isText(left) ? std::get<std::string>(left).compare(std::get<std::string>(right))
                                    : compareNumbers(*number(left), *number(right));
     if (sign == "==") return order == 0;
@@ -203,7 +217,7 @@ class Parser {
     return computed('^', base, signedPower());
   }
   RelationValue computed(char sign, const RelationValue& left, const RelationValue& right) {
-    if (isText(left) || isText(right)) return fail(L"a text stands where a number is needed");
+    if (isText(left) || isText(right)) return failByValue(L"a text stands where a number is needed");
     if (!isKnown(left) || !isKnown(right)) return {};
     const double a = *number(left), b = *number(right);
     const double result = sign == '+'   ? a + b
@@ -214,7 +228,7 @@ class Parser {
     return finite(result);
   }
   RelationValue finite(double value) {
-    if (!std::isfinite(value)) return fail(L"it gives no number");
+    if (!std::isfinite(value)) return failByValue(L"it gives no number");
     return value;
   }
 
@@ -269,34 +283,55 @@ class Parser {
     for (const Constant& one : constants())
       if (sameName(one.name, name)) return one.value;
     if (name.find(':') != std::string_view::npos) return {};  // of another model or feature
-    return fail(text::format(L"'%s' is neither a parameter nor a dimension", text::fromUtf8(name)));
+    std::wstring reason = text::format(L"'%s' is neither a parameter nor a dimension", text::fromUtf8(name));
+    return guarded_ && guarded_->contains(folded(name)) ? failByValue(std::move(reason)) : fail(std::move(reason));
   }
   // exists("LENGTH"): whether the model has such a parameter or dimension.
   RelationValue exists(const std::vector<RelationValue>& arguments) {
-    if (arguments.size() != 1 || !isText(arguments[0])) return fail(L"'exists' asks for a name in quotes");
+    if (arguments.size() != 1) return fail(L"'exists' asks for a name in quotes");
+    if (!isKnown(arguments[0])) return {};
+    if (!isText(arguments[0])) return failByValue(L"'exists' asks for a name in quotes");
     const std::string& name = std::get<std::string>(arguments[0]);
     if (name.find(':') != std::string::npos) return {};  // of another model or feature
     return lookup_(name).has_value();
   }
-  RelationValue chosen(const std::vector<RelationValue>& arguments) {
-    if (isText(arguments[0])) return fail(L"a text is neither yes nor no");
-    const auto holds = truth(arguments[0]);
+  // if(condition, then, otherwise)
+  RelationValue chosen(std::vector<Argument>& arguments) {
+    Argument& condition = arguments[0];
+    if (!condition.fault.empty()) return failByValue(std::move(condition.fault));
+    if (isText(condition.value)) return failByValue(L"a text is neither yes nor no");
+    const auto holds = truth(condition.value);
     if (!holds) return {};
-    return arguments[*holds ? 1 : 2];
+    Argument& one = arguments[*holds ? 1 : 2];
+    return one.fault.empty() ? std::move(one.value) : failByValue(std::move(one.fault));
+  }
+  // An argument with the fault of its own values.
+  Argument argument() {
+    std::wstring before = std::exchange(valueFault_, {});
+    RelationValue value = either();
+    return {std::move(value), std::exchange(valueFault_, std::move(before))};
   }
   RelationValue call(std::string_view name) {
-    std::vector<RelationValue> arguments;
+    std::vector<Argument> given;
     if (!take(")")) {
-      do arguments.push_back(either());
+      do given.push_back(argument());
       while (take(","));
       if (!take(")")) return fail(L"a bracket isn't closed");
     }
+    if (sameName(name, "if") && given.size() == 3) return chosen(given);
+    std::vector<RelationValue> arguments;
+    for (Argument& one : given) {
+      if (!one.fault.empty()) failByValue(std::move(one.fault));
+      arguments.push_back(std::move(one.value));
+    }
+    return calledByName(name, arguments);
+  }
+  RelationValue calledByName(std::string_view name, const std::vector<RelationValue>& arguments) {
     for (const Function& one : kFunctions)
       if (one.arguments == arguments.size() && sameName(one.name, name)) return called(one, arguments);
     if (sameName(name, "exists")) return exists(arguments);
-    if (sameName(name, "if") && arguments.size() == 3) return chosen(arguments);
     if (auto evaluated = textFunction(name, arguments))
-      return evaluated->fault.empty() ? std::move(evaluated->value) : fail(std::move(evaluated->fault));
+      return evaluated->fault.empty() ? std::move(evaluated->value) : failByValue(std::move(evaluated->fault));
     if (std::any_of(std::begin(kOtherFunctions), std::end(kOtherFunctions),
                     [name](std::string_view other) { return sameName(other, name); }))
       return {};
@@ -306,7 +341,7 @@ class Parser {
   RelationValue called(const Function& function, const std::vector<RelationValue>& arguments) {
     std::vector<double> numbers;
     for (const RelationValue& one : arguments) {
-      if (isText(one)) return fail(L"a text stands where a number is needed");
+      if (isText(one)) return failByValue(L"a text stands where a number is needed");
       if (!isKnown(one)) return {};
       numbers.push_back(*number(one));
     }
@@ -315,14 +350,16 @@ class Parser {
 
   std::string_view rest_;
   const RelationLookup& lookup_;
-  std::wstring fault_;
+  const std::unordered_set<std::string>* guarded_;
+  std::wstring fault_, valueFault_;
   int depth_ = 0;
 };
 
 }  // namespace
 
-Evaluated evaluate(std::string_view expression, const RelationLookup& lookup) {
-  return Parser(expression, lookup).run();
+Evaluated evaluate(std::string_view expression, const RelationLookup& lookup,
+                   const std::unordered_set<std::string>* guarded) {
+  return Parser(expression, lookup, guarded).run();
 }
 
 std::string_view takeName(std::string_view& text) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <variant>
 
 namespace headless {
@@ -19,9 +20,14 @@ using RelationLookup = std::function<std::optional<RelationValue>(std::string_vi
 struct Evaluated {
   RelationValue value;
   std::wstring fault;  // why it can't be read or worked out; empty for none
+  // It can be read: the fault lies in the values that its names have now, such as a division by 0.
+  bool byValues = false;
 };
-// Names are looked for by `lookup`, then among the constants. Angles are in degrees.
-Evaluated evaluate(std::string_view expression, const RelationLookup& lookup);
+// Names are looked for by `lookup`, then among the constants. Angles are in degrees. What if(...) doesn't choose is
+// read and may have any value. guarded: folded names that somewhere exists("...") asks for; that one of them is missing
+// lies in the values, too. Null: none.
+Evaluated evaluate(std::string_view expression, const RelationLookup& lookup,
+                   const std::unordered_set<std::string>* guarded = nullptr);
 
 // Letters, digits and "_", with the id of another model or feature behind a colon: "LENGTH:12". Takes it from the front
 // of `text`; empty: no name stands there.

@@ -34,18 +34,6 @@ SheetRecord& ownSheet(ModelDocument& drawing, int number) {
   return sheets[static_cast<std::size_t>(number - 1)];
 }
 
-// Records can't be copied, as what they don't know is kept with them; their texts can.
-TableRecord copyOf(const TableRecord& table) {
-  std::string text;
-  writeValue(table, text, 0);
-  Json tree;
-  TableRecord copy;
-  if (parseJson(text, tree)) return copy;
-  Reader in(text);
-  readValue(copy, tree, in);
-  return copy;
-}
-
 bool liesOn(const TableRecord& table, int sheet) {
   return !table.segments.empty() && table.segments.front().sheet == sheet;
 }
@@ -75,7 +63,8 @@ std::vector<TableRecord> tablesFor(const Model& drawing, int sheet, const Model&
   std::vector<TableRecord> tables;
   for (const TableRecord& one : source.document->record.tables) {
     if (!liesOn(one, sourceSheet)) continue;
-    TableRecord& table = tables.emplace_back(copyOf(one));
+    TableRecord& table = tables.emplace_back();
+    copyValue(one, table);
     table.fromFormat = true;
     bringOver(table, sourceSheet, from, sheet, to);
     if (modelNumber > 0) bindTexts(table, modelNumber);

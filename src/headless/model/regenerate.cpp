@@ -96,23 +96,29 @@ class Names {
     return held;
   }
 
-  enum class Given { same, changed, wrongType };
-  // An instance takes a value where its family table has a column for it, or where the parameter is its own.
-  Given give(const Assignment& assigned) {
+  // Could the name hold the value? One that the model doesn't have, or a value that isn't worked out, is given to
+  // nothing.
+  [[nodiscard]] bool fits(const Assignment& assigned) const {
     const Target target = find(assigned.name);
-    if (!target.stored || assigned.value.index() == 0) return Given::same;
+    return !target.stored || assigned.value.index() == 0 || scalarOf(assigned.value, target.type);
+  }
+
+  // Gives a value that fits; whether something changed. An instance takes it where its family table has a column for
+  // it, or where the parameter is its own.
+  bool give(const Assignment& assigned) {
+    const Target target = find(assigned.name);
+    if (!target.stored) return false;
     auto wanted = scalarOf(assigned.value, target.type);
-    if (!wanted) return Given::wrongType;
-    if (value(assigned.name) == relationValue(*wanted)) return Given::same;
+    if (!wanted || value(assigned.name) == relationValue(*wanted)) return false;
     ModelDocument& document = *model_.document;
     if (!model_.row || target.row) {
       *target.stored = std::move(*wanted);
     } else {
-      if (!hasColumn(document, model_.row, target.column, target.name)) return Given::same;
+      if (!hasColumn(document, model_.row, target.column, target.name)) return false;
       setRowValue(document, *model_.row, target.column, target.name, std::move(*wanted));
     }
     document.touch(model_.row);
-    return Given::changed;
+    return true;
   }
 
  private:
@@ -161,23 +167,6 @@ RelationLookup lookupIn(const Names& names) {
   return [&names](std::string_view name) { return names.value(name); };
 }
 
-// Gives the model what its relations assign.
-Outcome giveAll(ModelDocument& document, Names& names, const std::vector<Assignment>& assignments) {
-  Outcome outcome;
-  for (const Assignment& one : assignments) {
-    const Names::Given given = names.give(one);
-    if (given == Names::Given::wrongType)
-      return failure(text::format(L"'%s' can't take the value that a relation gives it", text::fromUtf8(one.name)));
-    if (given == Names::Given::same) continue;
-    // Only the post relations assign it, and the relations have read the old value.
-    const auto& inRelations = document.relationNames();
-    const std::string key = folded(one.name);
-    if (inRelations.read.contains(key) && !inRelations.assigned.contains(key))
-      outcome.status = ProRegenerationStatus::needed;
-  }
-  return outcome;
-}
-
 constexpr const wchar_t* kRelation = L"relation";
 constexpr const wchar_t* kPostRelation = L"post relation";
 
@@ -188,51 +177,84 @@ struct RelationLines {
   const FeatureRecord* feature = nullptr;  // whose relations they are
 };
 
-// Runs the sets one after another. A feature's own parameters hide the model's names, for reading and for giving.
+// Runs sets one after another; each knows what those before it assigned. A feature's own parameters hide the model's
+// names, for reading and for giving. A set with a fault assigns nothing, and nothing is given before `give`.
 class RelationRun {
  public:
-  explicit RelationRun(const Names& names) : ofModel_(lookupIn(names)) {}
+  explicit RelationRun(const Model& model) : document_(*model.document), names_(model) {}
 
   RelationFault run(const RelationLines& set) {
-    if (!set.feature || !set.feature->parameters) return ofModel_.run(*set.lines);
-    ParameterList& own = *set.feature->parameters;
+    ParameterList* own = set.feature ? set.feature->parameters.get() : nullptr;
     Relations relations([&](std::string_view name) {
       const ParameterRecord* parameter = find(own, name);
-      return parameter ? relationValue(parameter->value) : ofModel_.known(name);
+      return parameter ? relationValue(parameter->value) : known(name);
     });
-    if (RelationFault fault = relations.run(*set.lines)) return fault;
-    for (const Assignment& one : relations.assignments()) {
-      ParameterRecord* parameter = find(own, one.name);
-      if (!parameter) {
-        ofModel_.assign(one.name, one.value);
-      } else if (one.value.index() != 0) {
-        auto wanted = scalarOf(one.value, parameter->type);
-        if (!wanted) return {1, text::format(L"'%s' can't take its value", text::fromUtf8(one.name))};
-        given_.emplace_back(parameter, std::move(*wanted));
-      }
-    }
+    RelationFault fault = relations.run(*set.lines);
+    for (const std::string& name : relations.announced())
+      if (!find(own, name)) announced_.insert(name);
+    const auto& assigned = relations.assignments();
+    for (std::size_t i = 0; i < assigned.size() && !fault; ++i)
+      if (!fits(own, assigned[i]))
+        fault = {assigned[i].line,
+                 text::format(L"'%s' can't take the value that a relation gives it", text::fromUtf8(assigned[i].name))};
+    if (fault) return fault;
+    for (const Assignment& one : assigned) take(own, one);
     return {};
   }
 
-  // Gives parameters of features what their relations assign.
-  void giveFeatures(ModelDocument& document) {
-    for (auto& [parameter, value] : given_) {
+  // Gives the model and its features what was assigned.
+  Outcome give() {
+    for (auto& [parameter, value] : ofFeatures_) {
       if (relationValue(parameter->value) == relationValue(value)) continue;
       parameter->value = std::move(value);
-      document.touch(nullptr);
+      document_.touch(nullptr);
     }
+    Outcome outcome;
+    for (const Assignment& one : assignments_) {
+      if (!names_.give(one)) continue;
+      // Only the post relations assign it, and the relations have read the old value.
+      const auto& inRelations = document_.relationNames();
+      const std::string key = folded(one.name);
+      if (inRelations.read.contains(key) && !inRelations.assigned.contains(key))
+        outcome.status = ProRegenerationStatus::needed;
+    }
+    return outcome;
   }
-  [[nodiscard]] const std::vector<Assignment>& assignments() const { return ofModel_.assignments(); }
 
  private:
-  static ParameterRecord* find(ParameterList& own, std::string_view name) {
+  static ParameterRecord* find(ParameterList* own, std::string_view name) {
+    if (!own) return nullptr;
     const std::size_t place =
-        own.index.find(name, own.list.size(), [&](std::size_t i) -> std::string_view { return own.list[i].name; });
-    return place < own.list.size() ? &own.list[place] : nullptr;
+        own->index.find(name, own->list.size(), [&](std::size_t i) -> std::string_view { return own->list[i].name; });
+    return place < own->list.size() ? &own->list[place] : nullptr;
+  }
+  [[nodiscard]] std::optional<RelationValue> known(std::string_view name) const {
+    const std::string key = folded(name);
+    if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
+    if (auto held = names_.value(name)) return held;
+    if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
+    return {};
+  }
+  [[nodiscard]] bool fits(ParameterList* own, const Assignment& one) const {
+    const ParameterRecord* parameter = find(own, one.name);
+    return parameter ? one.value.index() == 0 || scalarOf(one.value, parameter->type) : names_.fits(one);
+  }
+  void take(ParameterList* own, const Assignment& one) {
+    if (ParameterRecord* parameter = find(own, one.name)) {
+      if (auto wanted = scalarOf(one.value, parameter->type)) ofFeatures_.emplace_back(parameter, std::move(*wanted));
+      return;
+    }
+    const auto [place, fresh] = places_.try_emplace(folded(one.name), assignments_.size());
+    if (fresh) assignments_.emplace_back();
+    assignments_[place->second] = one;
   }
 
-  Relations ofModel_;
-  std::vector<std::pair<ParameterRecord*, Scalar>> given_;
+  ModelDocument& document_;
+  Names names_;
+  std::vector<Assignment> assignments_;
+  std::unordered_map<std::string, std::size_t> places_;  // folded names
+  std::unordered_set<std::string> announced_;            // folded names that some line assigns
+  std::vector<std::pair<ParameterRecord*, Scalar>> ofFeatures_;
 };
 
 bool hasFeatureRelations(const ModelRecord& record) {
@@ -270,12 +292,10 @@ std::vector<RelationLines> relationSets(const Model& model) {
 Outcome runRelations(Model& model) {
   const std::vector<RelationLines> sets = relationSets(model);
   if (sets.empty()) return {};
-  Names names(model);
-  RelationRun relations(names);
+  RelationRun relations(model);
   for (const RelationLines& set : sets)
     if (const RelationFault fault = relations.run(set)) return faulty(set.called, fault);
-  relations.giveFeatures(*model.document);
-  return giveAll(*model.document, names, relations.assignments());
+  return relations.give();
 }
 
 // Suppresses the features whose condition in the program doesn't hold, and brings back those whose does.
@@ -422,41 +442,45 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
 }
 
 std::vector<std::wstring> relationFaults(const Model& model) {
-  const Names names(model);
-  RelationRun relations(names);
+  RelationRun relations(model);
   std::vector<std::wstring> faults;
   for (const RelationLines& set : relationSets(model))
     if (const RelationFault fault = relations.run(set)) faults.push_back(faulty(set.called, fault).reason);
   return faults;
 }
 
-creo::ProError regenerateRelations(const Models& models, Model& model, bool post) {
-  ModelDocument& document = *model.document;
-  Names names(model);
-  Relations relations(lookupIn(names));
-  // What the relations assign is known behind the regeneration, whatever else is wrong with them.
-  const RelationFault before = relations.run(document.record.relations);
-  const RelationFault fault = post ? relations.run(document.record.postRelations) : before;
-  Outcome outcome;
-  if (fault)
-    outcome = faulty(post ? kPostRelation : kRelation, fault);
-  else if (!before)
-    outcome = giveAll(document, names, relations.assignments());
-  if (outcome.reason.empty()) return creo::ProNoError;
-  models.message(fileLabel(model) + L": " + outcome.reason);
+namespace {
+
+// Gives the model what a set assigns, or says what is wrong with it.
+creo::ProError runOneSet(const Models& models, const Model& model, RelationRun& relations, const RelationLines& set) {
+  const RelationFault fault = relations.run(set);
+  if (!fault) {
+    relations.give();
+    return creo::ProNoError;
+  }
+  models.message(fileLabel(model) + L": " + faulty(set.called, fault).reason);
   return creo::ProGeneralError;
 }
 
-creo::ProError regenerateOwnRelations(const Models& models, Model& model, const std::vector<std::string>& lines) {
-  Names names(model);
-  Relations relations(lookupIn(names));
+}  // namespace
+
+creo::ProError regenerateRelations(const Models& models, Model& model, bool post) {
+  const ModelRecord& record = model.document->record;
+  RelationRun relations(model);
+  const RelationLines ordinary{kRelation, &record.relations};
+  if (!post) return runOneSet(models, model, relations, ordinary);
+  // What the relations assign is known behind the regeneration.
+  relations.run(ordinary);
+  return runOneSet(models, model, relations, {kPostRelation, &record.postRelations});
+}
+
+creo::ProError regenerateOwnRelations(const Models& models, Model& model, int feature,
+                                      const std::vector<std::string>& lines) {
+  const auto owner = featureOf(model, feature);
+  RelationRun relations(model);
   // What the model's relations assign is known to them.
-  relations.run(model.document->record.relations);
-  const RelationFault fault = relations.run(lines);
-  const Outcome outcome = fault ? faulty(kRelation, fault) : giveAll(*model.document, names, relations.assignments());
-  if (outcome.reason.empty()) return creo::ProNoError;
-  models.message(fileLabel(model) + L": " + outcome.reason);
-  return creo::ProGeneralError;
+  relations.run({kRelation, &model.document->record.relations});
+  return runOneSet(models, model, relations, {kRelation, &lines, owner ? owner->record() : nullptr});
 }
 
 }  // namespace headless

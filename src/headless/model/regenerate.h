@@ -29,9 +29,10 @@ creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo,
 // What is wrong with the model's sets of relations, the first fault of each; nothing is given to the model.
 std::vector<std::wstring> relationFaults(const Model& model);
 // Runs the relations, or those behind the regeneration, and gives the model what they assign. ProGeneralError, with a
-// line: one of them fails.
+// line: one of them fails, and nothing is given.
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post);
-// The same for those of a feature or a sketch.
-creo::ProError regenerateOwnRelations(const Models& models, Model& model, const std::vector<std::string>& lines);
+// The same for those of a feature, by its id, or of a sketch of it.
+creo::ProError regenerateOwnRelations(const Models& models, Model& model, int feature,
+                                      const std::vector<std::string>& lines);
 
 }  // namespace headless

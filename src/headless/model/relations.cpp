@@ -74,23 +74,26 @@ std::string_view assignedName(std::string_view text, std::string_view& rest) {
 
 }  // namespace
 
-Relations::Relations(RelationLookup lookup) : model_(std::move(lookup)) {
+Relations::Relations(RelationLookup lookup) : outside_(std::move(lookup)) {
   known_ = [this](std::string_view name) -> std::optional<RelationValue> {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
-    if (auto held = model_(name)) return held;
+    if (auto held = outside_(name)) return held;
     if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
     return {};
   };
 }
 
 RelationFault Relations::run(const std::vector<std::string>& lines) {
-  branches_.clear();
-  solves_ = false;
   const std::vector<Statement> statements = statementsOf(lines);
-  for (const Statement& one : statements) collectAssigned(one.text);
-  for (const Statement& one : statements)
-    if (std::wstring reason = statement(one.text, one.line); !reason.empty()) return {one.line, std::move(reason)};
+  for (const Statement& one : statements) {
+    collectAssigned(one.text);
+    collectGuarded(one.text);
+  }
+  for (const Statement& one : statements) {
+    line_ = one.line;
+    if (std::wstring reason = statement(one.text); !reason.empty()) return {one.line, std::move(reason)};
+  }
   if (!branches_.empty()) return {branches_.back().line, L"IF without ENDIF"};
   if (solves_) return {statements.back().line, L"SOLVE without FOR"};
   return {};
@@ -99,7 +102,7 @@ RelationFault Relations::run(const std::vector<std::string>& lines) {
 // A name may be read before the line that assigns it, as long as some line does.
 void Relations::collectAssigned(std::string_view text) {
   std::string_view rest;
-  if (const std::string_view name = assignedName(text, rest); !name.empty()) announced_.emplace(folded(name), true);
+  if (const std::string_view name = assignedName(text, rest); !name.empty()) announced_.insert(folded(name));
   const std::string_view word = takeName(text);
   if (!sameName(word, "FOR")) return;
   for (skipBlanks(text); !text.empty(); skipBlanks(text)) {
@@ -107,11 +110,27 @@ void Relations::collectAssigned(std::string_view text) {
     if (name.empty())
       text.remove_prefix(1);
     else
-      announced_.emplace(folded(name), true);
+      announced_.insert(folded(name));
   }
 }
 
-std::wstring Relations::statement(std::string_view text, std::size_t line) {
+// The names in exists("NAME").
+void Relations::collectGuarded(std::string_view text) {
+  static const std::string word = folded("exists");
+  const std::string all = folded(text);
+  for (std::size_t at = all.find(word); at != std::string::npos; at = all.find(word, at + 1)) {
+    std::string_view rest = std::string_view(all).substr(at + word.size());
+    skipBlanks(rest);
+    if (!rest.starts_with('(')) continue;
+    rest.remove_prefix(1);
+    skipBlanks(rest);
+    if (rest.empty() || (rest.front() != '"' && rest.front() != '\'')) continue;
+    const auto close = rest.find(rest.front(), 1);
+    if (close != std::string_view::npos) guarded_.emplace(rest.substr(1, close - 1));
+  }
+}
+
+std::wstring Relations::statement(std::string_view text) {
   std::string_view rest = text;
   const std::string_view word = takeName(rest);
   skipBlanks(rest);
@@ -119,9 +138,11 @@ std::wstring Relations::statement(std::string_view text, std::size_t line) {
   if (solves_ || (bare && sameName(word, "SOLVE"))) return solving(text, rest, sameName(word, "FOR"));
   if (sameName(word, "IF") && !rest.starts_with('=')) {
     Evaluated condition = value(rest);
-    if (std::holds_alternative<std::string>(condition.value)) return L"a text is neither yes nor no";
-    branches_.push_back({line, truth(condition.value), false});
-    return condition.fault;
+    if (std::holds_alternative<std::string>(condition.value)) condition = {{}, L"a text is neither yes nor no", true};
+    const auto holds = truth(condition.value);
+    std::wstring fault = counted(std::move(condition));
+    branches_.push_back({line_, holds, false});
+    return fault;
   }
   if (bare && sameName(word, "ELSE")) {
     if (branches_.empty() || branches_.back().inElse) return L"ELSE without IF";
@@ -148,8 +169,9 @@ std::wstring Relations::solving(std::string_view text, std::string_view afterWor
   }
   const std::size_t equals = equalsAt(text);
   if (equals == std::string_view::npos) return L"it is no equation";
-  std::wstring fault = value(text.substr(0, equals)).fault;
-  return fault.empty() ? value(text.substr(equals + 1)).fault : fault;
+  for (const std::string_view side : {text.substr(0, equals), text.substr(equals + 1)})
+    if (Evaluated read = value(side); !read.fault.empty() && !read.byValues) return std::move(read.fault);
+  return {};
 }
 
 std::wstring Relations::assignment(std::string_view text) {
@@ -161,19 +183,21 @@ std::wstring Relations::assignment(std::string_view text) {
     return equals == 0 ? L"it has no left side" : L"its left side is no name";
   }
   Evaluated evaluated = value(expression);
-  if (!evaluated.fault.empty()) return std::move(evaluated.fault);
   const auto run = runs();
-  if (!run)
-    assign(name, RelationValue());
-  else if (*run)
-    assign(name, evaluated.value);
-  return {};
+  if (run.value_or(true)) assign(name, run ? evaluated.value : RelationValue());
+  return counted(std::move(evaluated));
 }
 
-void Relations::assign(std::string_view name, const RelationValue& value) {
+void Relations::assign(std::string_view name, RelationValue value) {
   const auto [place, fresh] = places_.try_emplace(folded(name), assignments_.size());
   if (fresh) assignments_.emplace_back().name = name;
-  assignments_[place->second].value = value;
+  assignments_[place->second].value = std::move(value);
+  assignments_[place->second].line = line_;
+}
+
+std::wstring Relations::counted(Evaluated evaluated) const {
+  if (evaluated.byValues && !runs().value_or(false)) return {};
+  return std::move(evaluated.fault);
 }
 
 std::optional<bool> Relations::runs() const {

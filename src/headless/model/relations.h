@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "headless/model/expression.h"
@@ -18,24 +19,24 @@ struct RelationFault {
 struct Assignment {
   std::string name;
   RelationValue value;
+  std::size_t line = 0;  // of the last one that assigns it
 };
 
-// A line that ends in "\" goes on in the next one; "/*" makes the rest a comment. IF, ELSE and ENDIF choose; the lines
-// between SOLVE and FOR are equations, which are read but not solved.
+// A set of relations. A line that ends in "\" goes on in the next one; "/*" makes the rest a comment. IF, ELSE and
+// ENDIF choose: what isn't chosen must be readable, its values may be any, and a name for which exists("...") asks
+// somewhere in the set may be missing. The lines between SOLVE and FOR are equations, which are read but not solved.
 class Relations {
  public:
-  // lookup: the model's names.
+  // lookup: the names from outside.
   explicit Relations(RelationLookup lookup);
   Relations(const Relations&) = delete;
   Relations& operator=(const Relations&) = delete;
-  // What an earlier set assigned is known to the next one. Ends at the first fault.
+  // Once. Ends at the first fault.
   RelationFault run(const std::vector<std::string>& lines);
   // The last value of each name, in the order of the first one.
   [[nodiscard]] const std::vector<Assignment>& assignments() const { return assignments_; }
-
-  // The value of a name: what was assigned last, or the model's.
-  [[nodiscard]] std::optional<RelationValue> known(std::string_view name) const { return known_(name); }
-  void assign(std::string_view name, const RelationValue& value);
+  // Folded names that some line assigns, whether it was chosen or not.
+  [[nodiscard]] const std::unordered_set<std::string>& announced() const { return announced_; }
 
  private:
   // An IF that is open. holds is nothing where the condition isn't worked out.
@@ -44,20 +45,25 @@ class Relations {
     std::optional<bool> holds;
     bool inElse = false;
   };
-  std::wstring statement(std::string_view text, std::size_t line);
+  std::wstring statement(std::string_view text);
   std::wstring solving(std::string_view text, std::string_view afterWord, bool isFor);
   std::wstring assignment(std::string_view text);
   void collectAssigned(std::string_view text);
+  void collectGuarded(std::string_view text);
+  void assign(std::string_view name, RelationValue value);
+  // The fault of what a statement worked out; one of its values counts only where the statement surely runs.
+  [[nodiscard]] std::wstring counted(Evaluated evaluated) const;
   // Whether the statement runs: yes, no, or it isn't known.
   [[nodiscard]] std::optional<bool> runs() const;
-  [[nodiscard]] Evaluated value(std::string_view expression) const { return evaluate(expression, known_); }
+  [[nodiscard]] Evaluated value(std::string_view expression) const { return evaluate(expression, known_, &guarded_); }
 
-  RelationLookup model_, known_;
+  RelationLookup outside_, known_;
   std::vector<Branch> branches_;
+  std::size_t line_ = 0;  // of the statement
   bool solves_ = false;
   std::vector<Assignment> assignments_;
   std::unordered_map<std::string, std::size_t> places_;  // folded names
-  std::unordered_map<std::string, bool> announced_;      // folded names that some line assigns
+  std::unordered_set<std::string> announced_, guarded_;
 };
 
 }  // namespace headless

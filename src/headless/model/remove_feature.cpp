@@ -45,6 +45,16 @@ void removeColumns(ModelDocument& document, const Model& solid, const Ids& ids, 
 
 }  // namespace
 
+void dropReferences(ModelRecord& record, const Ids& features, const Ids& dimensions) {
+  for (LayerRecord& layer : record.layers)
+    std::erase_if(layer.items, [&](const ItemRecord& item) {
+      return (item.type == ProItemType::feature && features.contains(item.id)) ||
+             (item.type == ProItemType::dimension && dimensions.contains(item.id));
+    });
+  for (SimplifiedRepRecord& rep : record.simplifiedReps)
+    std::erase_if(rep.items, [&](const SimplifiedRepItemRecord& item) { return features.contains(item.feature); });
+}
+
 void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {
   ModelDocument& document = *solid.document;
   ModelRecord& record = document.record;
@@ -71,13 +81,7 @@ void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {
   std::erase_if(record.components, [&](const UsedModelRecord&) { return components.contains(place++); });
   std::erase_if(record.dimensions,
                 [&](const DimensionRecord& one) { return !one.reference && dimensions.contains(one.id); });
-  for (LayerRecord& layer : record.layers)
-    std::erase_if(layer.items, [&](const ItemRecord& item) {
-      return (item.type == ProItemType::feature && ids.contains(item.id)) ||
-             (item.type == ProItemType::dimension && dimensions.contains(item.id));
-    });
-  for (SimplifiedRepRecord& rep : record.simplifiedReps)
-    std::erase_if(rep.items, [&](const SimplifiedRepItemRecord& item) { return ids.contains(item.feature); });
+  dropReferences(record, ids, dimensions);
   removeFromSolid(document, ids);
   document.tree.changed();
   if (record.insertAfter > 0) {

@@ -8,6 +8,7 @@
 #include "headless/model/new_document.h"
 #include "headless/model/parameters.h"
 #include "headless/model/regenerate.h"
+#include "headless/model/remove_feature.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -16,13 +17,6 @@ using creo::ProFamitemType;
 using creo::ProFeatureStatus;
 
 namespace {
-
-// Records hold what has no copy, such as members that nobody knows; their text has it all.
-ModelRecord copyOf(const ModelRecord& record) {
-  ModelRecord copy;
-  readDocument(writeDocument(record), copy);
-  return copy;
-}
 
 // The document without its family table, however many rows that has.
 ModelRecord copyWithoutTable(ModelRecord& record) {
@@ -72,11 +66,11 @@ void resolveDimensions(const Model& instance, ModelRecord& record) {
 // A feature that the row suppresses is one that somebody suppressed; a component that it leaves out was never there.
 void resolveFeatures(const Model& instance, ModelRecord& record) {
   std::unordered_set<int> gone;
-  const ModelRecord& generic = instance.document->record;
-  for (const TreeFeature& place : instance.document->tree.all(generic)) {
+  const std::vector<TreeFeature>& tree = instance.document->tree.all(instance.document->record);
+  for (const TreeFeature& place : tree) {
     const ModelFeature feature{&instance, place};
     if (feature.isComponent() && componentOf(instance, *feature.component()).empty()) {
-      if (feature.record()) gone.insert(place.id);
+      gone.insert(place.id);
       continue;
     }
     if (!feature.record()) continue;
@@ -84,7 +78,12 @@ void resolveFeatures(const Model& instance, ModelRecord& record) {
     record.features[place.record].status =
         status == ProFeatureStatus::familyTableSuppressed ? ProFeatureStatus::suppressed : status;
   }
+  if (gone.empty()) return;
+  // An id that a component got by its place is written down, as the places change.
+  for (const TreeFeature& place : tree)
+    if (place.component != TreeFeature::kNone) record.components[place.component].feature = place.id;
   std::erase_if(record.features, [&](const FeatureRecord& one) { return gone.contains(one.id); });
+  dropReferences(record, gone, {});
 }
 
 void resolveComponents(const Model& instance, ModelRecord& record) {
@@ -104,6 +103,7 @@ void takeOwn(RowRecord& row, bool innermost, bool table, ModelRecord& record) {
   ModelRecord own = LentRow(row, innermost && table).copy();
   for (ParameterRecord& one : own.parameters.list) record.parameters.list.push_back(std::move(one));
   if (!innermost) return;
+  addUnknownMembers(record, row);
   record.externalData = std::move(own.externalData);
   record.familyTable = std::move(own.familyTable);
 }

@@ -1,7 +1,6 @@
 #include "headless/store/document.h"
 
 #include "headless/store/enum_texts.h"
-#include "headless/store/erase_member.h"
 #include "headless/store/tables_drawing.h"
 #include "headless/store/tables_geometry.h"
 #include "headless/store/tables_solid.h"
@@ -203,28 +202,6 @@ RawJson rawSolid(const SolidRecord& solid) {
 }
 PlacementRecord placementRecord(const RawJson& placement) { return fromRaw<PlacementRecord>(placement); }
 
-namespace {
-
-// What was read stays in its place, empty or not; this member doesn't.
-template <class R>
-void forget(R& record, std::string_view member) {
-  if (!record.extra) return;
-  const auto& fields = RecordTable<R>::fields;
-  for (std::size_t i = 0; i < fields.size(); ++i)
-    if (fields[i].name == member) std::erase(record.extra->order, static_cast<char>(i));
-}
-
-}  // namespace
-
-void eraseFamilyTable(ModelRecord& record) {
-  record.familyTable.reset();
-  forget(record, "familyTable");
-}
-void eraseFamilyTable(RowRecord& row) {
-  row.familyTable.reset();
-  forget(row, "familyTable");
-}
-
 std::span<const Migration> knownMigrations() { return {}; }
 
 JsonFault readDocument(std::string_view source, ModelRecord& into, std::span<const Migration> migrations) {
@@ -263,5 +240,13 @@ std::string writeDocument(const ModelRecord& record) {
   out += '\n';
   return out;
 }
+
+ModelRecord copyOf(const ModelRecord& record) {
+  ModelRecord copy;
+  copyValue(record, copy);
+  return copy;
+}
+
+void addUnknownMembers(ModelRecord& record, const RowRecord& row) { addUnknown(record, row); }
 
 }  // namespace headless

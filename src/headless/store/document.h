@@ -26,6 +26,10 @@ JsonFault readDocument(std::string_view source, ModelRecord& into,
 // The same record gives the same bytes; a closing line feed stands at the end. Empty: the record holds a number that
 // isn't finite, and what no document can say must not be written.
 std::string writeDocument(const ModelRecord& record);
+// What a document of the same bytes would be read as, at once.
+ModelRecord copyOf(const ModelRecord& record);
+// Gives a document the unknown members of a row of its family table; a name that documents have stays out.
+void addUnknownMembers(ModelRecord& record, const RowRecord& row);
 
 // Calls f(RowRecord&) for each row of a table, those of nested tables among them, parents first.
 template <class F>

@@ -27,6 +27,8 @@ void writeValue(const NoteLineRecord& line, std::string& out, int level) {
   writeValue(line.texts, out, level);
 }
 
+void copyValue(const NoteLineRecord& from, NoteLineRecord& into) { copyValue(from.texts, into.texts); }
+
 void readValue(LineRecord& into, const Json& json, Reader& in) {
   if (!json.is(JsonKind::array) || json.items.size() < 4 || json.items.size() > kNumbers)
     return in.failKind(json, L"an array of four to seven numbers");

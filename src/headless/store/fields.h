@@ -84,7 +84,9 @@ struct Field {
   bool required;
   void (*read)(R&, const Json&, Reader&);
   void (*write)(const R&, std::string&, int level);
+  void (*copy)(const R& from, R& into);
   bool (*isDefault)(const R&);
+  bool (*hasText)(const R&);  // no: JSON has nothing to say of the value, such as of a record that went
 };
 // The table of a record: specialised with `static constexpr auto fields`, and `static void check(R&, const Json&,
 // Reader&)` for what concerns several members.
@@ -108,6 +110,12 @@ void writeValue(const RawJson& value, std::string& out, int level);
 inline bool isDefault(const std::string& v) { return v.empty(); }
 inline bool isDefault(const Scalar& v) { return v.index() == 0; }
 inline bool isDefault(const RawJson& v) { return v.text.empty(); }
+template <class T>
+bool hasText(const T&) {
+  return true;
+}
+inline bool hasText(const Scalar& v) { return v.index() != 0; }
+inline bool hasText(const RawJson& v) { return !v.text.empty(); }
 
 inline void newLine(std::string& out, int level) {
   out.append(1, '\n').append(static_cast<std::size_t>(level) * 2, ' ');
@@ -137,6 +145,12 @@ void writeValue(E value, std::string& out, int) {
     if (v == value) return appendQuoted(out, name);
   out += "null";
 }
+template <class E>
+requires std::is_enum_v<E>
+bool hasText(const E& value) {
+  return std::any_of(std::begin(EnumTexts<E>::texts), std::end(EnumTexts<E>::texts),
+                     [value](const auto& one) { return one.second == value; });
+}
 // ---- records, lists and objects; declared first, as they hold one another
 
 template <class R>
@@ -158,6 +172,10 @@ void writeValue(const std::unique_ptr<T>& value, std::string& out, int level) {
 template <class T>
 bool isDefault(const std::unique_ptr<T>& value) {
   return !value;
+}
+template <class T>
+bool hasText(const std::unique_ptr<T>& value) {
+  return static_cast<bool>(value);
 }
 
 template <class T>
@@ -231,6 +249,16 @@ void writeValue(const std::vector<Member<T>>& members, std::string& out, int lev
   writeMembers(members, out, level);
 }
 
+// The members that a record's table gives it, in the table's order.
+template <class R>
+std::string ownOrder(const R& record) {
+  const auto& fields = RecordTable<R>::fields;
+  std::string own;
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    if (fields[i].required || !fields[i].isDefault(record)) own += static_cast<char>(i);
+  return own;
+}
+
 template <class R>
 requires std::is_base_of_v<Open, R>
 void readValue(R& into, const Json& json, Reader& in) {
@@ -253,13 +281,10 @@ void readValue(R& into, const Json& json, Reader& in) {
     if (in.failed()) return;
     extra.order += static_cast<char>(number);
   }
-  std::string own;
-  for (std::size_t i = 0; i < fields.size(); ++i) {
+  for (std::size_t i = 0; i < fields.size(); ++i)
     if (fields[i].required && !seen[i])
       return in.fail(json, text::format(L"'%s' is missing", text::fromUtf8(fields[i].name)));
-    if (fields[i].required || !fields[i].isDefault(into)) own += static_cast<char>(i);
-  }
-  if (own != extra.order) into.extra = std::make_unique<Extra>(std::move(extra));
+  if (ownOrder(into) != extra.order) into.extra = std::make_unique<Extra>(std::move(extra));
   if constexpr (requires { RecordTable<R>::check(into, json, in); }) RecordTable<R>::check(into, json, in);
 }
 
@@ -291,14 +316,73 @@ void writeValue(const R& record, std::string& out, int level) {
         continue;
       }
       const auto number = static_cast<std::size_t>(static_cast<unsigned char>(c));
-      known(number);
       written[number] = true;
+      if (fields[number].required || fields[number].hasText(record)) known(number);
     }
   }
   for (std::size_t i = 0; i < fields.size(); ++i)
     if (!written[i] && (fields[i].required || !fields[i].isDefault(record))) known(i);
   if (!first) newLine(out, level);
   out += '}';
+}
+
+// ---- copies: all that a document would say, unknown members too; what isn't written isn't copied. They don't fail
+
+template <class T>
+void copyValue(const T& from, T& into) {
+  into = from;
+}
+template <class R>
+requires std::is_base_of_v<Open, R>
+void copyValue(const R& from, R& into);
+template <class T>
+void copyValue(const std::vector<T>& from, std::vector<T>& into) {
+  if constexpr (std::is_arithmetic_v<T>) {
+    into = from;
+  } else {
+    into.clear();
+    into.reserve(from.size());
+    for (const T& one : from) copyValue(one, into.emplace_back());
+  }
+}
+template <class T>
+void copyValue(const std::unique_ptr<T>& from, std::unique_ptr<T>& into) {
+  into.reset();
+  if (!from) return;
+  into = std::make_unique<T>();
+  copyValue(*from, *into);
+}
+template <class T>
+void copyValue(const Member<T>& from, Member<T>& into) {
+  into.name = from.name;
+  copyValue(from.value, into.value);
+}
+template <class T>
+void copyValue(const NamedList<T>& from, NamedList<T>& into) {
+  into.index.drop();
+  copyValue(from.list, into.list);
+}
+template <class R>
+requires std::is_base_of_v<Open, R>
+void copyValue(const R& from, R& into) {
+  for (const auto& field : RecordTable<R>::fields) field.copy(from, into);
+  into.extra = from.extra ? std::make_unique<Extra>(*from.extra) : nullptr;
+}
+
+// Puts the unknown members of another record behind those of this one. A name that the table knows or that is there
+// already is passed over.
+template <class R>
+void addUnknown(R& record, const Open& from) {
+  if (!from.extra) return;
+  const auto& fields = RecordTable<R>::fields;
+  for (const auto& one : from.extra->unknown) {
+    if (std::any_of(fields.begin(), fields.end(), [&](const auto& f) { return f.name == one.first; })) continue;
+    if (!record.extra) record.extra = std::make_unique<Extra>(Extra{ownOrder(record), {}});
+    auto& held = record.extra->unknown;
+    if (std::any_of(held.begin(), held.end(), [&](const auto& there) { return there.first == one.first; })) continue;
+    record.extra->order += Extra::kUnknown;
+    held.push_back(one);
+  }
 }
 
 // ---- tables
@@ -327,9 +411,13 @@ bool holdsDefault(const R& record, T R::*member) {
 template <auto M>
 constexpr auto field(std::string_view name, bool required = false) {
   using R = typename ClassOfMember<decltype(M)>::type;
-  return Field<R>{name, required, [](R& record, const Json& json, Reader& in) { readValue(record.*M, json, in); },
+  return Field<R>{name,
+                  required,
+                  [](R& record, const Json& json, Reader& in) { readValue(record.*M, json, in); },
                   [](const R& record, std::string& out, int level) { writeValue(record.*M, out, level); },
-                  [](const R& record) { return holdsDefault(record, M); }};
+                  [](const R& from, R& into) { copyValue(from.*M, into.*M); },
+                  [](const R& record) { return holdsDefault(record, M); },
+                  [](const R& record) { return hasText(record.*M); }};
 }
 constexpr bool kRequired = true;
 

@@ -92,6 +92,7 @@ struct NoteLineRecord {
 };
 void readValue(NoteLineRecord& into, const Json& json, Reader& in);
 void writeValue(const NoteLineRecord& line, std::string& out, int level);
+void copyValue(const NoteLineRecord& from, NoteLineRecord& into);
 // A note: of a solid, or on a sheet of a drawing.
 struct NoteRecord : Open {
   int id = 0;

@@ -10,6 +10,9 @@
 
 namespace kelvane {
 
+// Where the run's log is wanted: by --log, else beside the models. Empty: nowhere, in a dry run.
+std::wstring logTarget(const RunOptions& options, const std::wstring& models);
+
 // Copies the log to where it is wanted and gives that place in the machine's form; empty where there is nothing to
 // copy. A log that can't be put there is trouble on the console and for the caller, and no more.
 std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console,

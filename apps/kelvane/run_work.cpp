@@ -54,6 +54,7 @@ class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
       : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
+    files_.recorded->keep(logTarget(options, place_.models));
     if (!options.events.empty()) events_.open(options.events);
   }
 

@@ -5,6 +5,7 @@
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "engine/task.h"
+#include "engine/under_work.h"
 #include "text/format.h"
 #include "text/units.h"
 
@@ -56,6 +57,7 @@ Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
   const std::wstring_view type = text::cut(attributeOf(task, L"type"), text::kTypeSize - 1);
   if (core::pluginState().breakpoint == kBreakOnActions || isDeactivated(task)) return notHandled;
   takeCurrentModel(subject);
+  const UnderWork work(subject.model);
 
   const ActionRow* row = findAction(type);
   const Outcome result = row ? runRow(*row, task, subject) : notHandled;

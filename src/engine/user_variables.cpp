@@ -16,6 +16,17 @@ void UserVariableTable::set(std::wstring_view name, std::wstring_view value) {
   values_[at->second] = fitted(value);
 }
 
+void UserVariableTable::remove(std::wstring_view name) {
+  const auto found = index_.find(fitted(name));
+  if (found == index_.end()) return;
+  const std::size_t place = found->second;
+  names_.erase(names_.begin() + static_cast<std::ptrdiff_t>(place));
+  values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(place));
+  index_.erase(found);
+  for (auto& [other, at] : index_)
+    if (at > place) --at;
+}
+
 const std::wstring* UserVariableTable::find(std::wstring_view name) const {
   const auto found = index_.find(fitted(name));
   return found == index_.end() ? nullptr : &values_[found->second];

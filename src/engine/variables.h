@@ -18,7 +18,10 @@ namespace engine {
 class UserVariableTable {
  public:
   void set(std::wstring_view name, std::wstring_view value);
-  // Null when it was never set.
+  // What stood for another model must not answer for the next one: a name without a value isn't declared any more.
+  // Nothing where it was never set.
+  void remove(std::wstring_view name);
+  // Null when it isn't set.
   [[nodiscard]] const std::wstring* find(std::wstring_view name) const;
   [[nodiscard]] std::size_t count() const { return names_.size(); }
   [[nodiscard]] const std::vector<std::wstring>& names() const { return names_; }

@@ -7,6 +7,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
+#include "engine/output_file.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -109,7 +110,7 @@ void deleteConvertedFiles() {
 }
 
 const CsvTable* tableOf(const Task& task) {
-  const std::wstring path = task.path(L"path", L"reports");
+  const std::wstring path = wholePath(task.path(L"path", L"reports"));
   std::wstring file = path;
   if (convertWorkbook(file, text::kTextSize, path) < 0) return nullptr;
   const bool isConverted = isWorkbook(path);  // what the script writes is UTF-8 with semicolons

@@ -1,6 +1,7 @@
 #include "reports/csv_report.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "core/log.h"
 #include "core/state.h"
@@ -9,15 +10,44 @@
 #include "reports/csv_text.h"
 #include "reports/file_name.h"
 #include "reports/side_file.h"
+#include "text/encoding.h"
 
 namespace reports {
 namespace {
 
+std::uint32_t newNumber(CsvReport& report) {
+  report.isColumn.push_back(false);
+  return static_cast<std::uint32_t>(report.isColumn.size() - 1);
+}
+
+// The column of an earlier run whose key was this one before it was written; no later key gets it.
+std::optional<std::uint32_t> takeMasked(CsvReport& report, std::wstring_view key) {
+  if (report.maskedKeys.empty()) return std::nullopt;
+  const std::wstring written = text::fromLatin1(text::toLatin1(key));
+  const auto at = std::find_if(report.maskedKeys.begin(), report.maskedKeys.end(),
+                               [&](const auto& masked) { return masked.first == written; });
+  if (at == report.maskedKeys.end()) return std::nullopt;
+  const std::uint32_t number = at->second;
+  report.maskedKeys.erase(at);
+  return number;
+}
+
 std::uint32_t keyNumber(CsvReport& report, std::wstring_view key) {
-  const auto next = static_cast<std::uint32_t>(report.keyNumbers.size());
-  const auto [at, isNew] = report.keyNumbers.try_emplace(std::wstring(key), next);
-  if (isNew) report.isColumn.push_back(false);
+  const auto [at, isNew] = report.keyNumbers.try_emplace(std::wstring(key), 0);
+  if (isNew) {
+    const auto masked = takeMasked(report, key);
+    at->second = masked ? *masked : newNumber(report);
+  }
   return at->second;
+}
+
+// Of a side file: each line is a column, also where two keys were written alike.
+std::uint32_t sideFileNumber(CsvReport& report, std::wstring_view key) {
+  const bool mayBeMasked = !report.form.charsetUtf && key.find(L'?') != key.npos;
+  if (!mayBeMasked) return keyNumber(report, key);
+  const std::uint32_t number = newNumber(report);
+  report.maskedKeys.emplace_back(key, number);
+  return number;
 }
 
 // Null for a row without a value of that key.
@@ -40,6 +70,8 @@ void writeRows(CsvReport& report, bool leadingFileName) {
   const std::uint32_t fileName = leadingFileName ? keyNumber(report, kFileNameColumn) : 0;
   static const std::wstring none;
   const auto value = [](const std::wstring* text) { return text ? std::wstring_view(*text) : std::wstring_view(none); };
+  if (report.headerPending && report.headerIfEmpty && !fileEnds(report).isEmpty)
+    report.overwrite = report.headerIfEmpty = false;
   if (report.headerPending && report.overwrite) {
     if (leadingFileName) appendValue(report, kFileNameColumn);
     for (const std::wstring& title : report.columnTitles) appendValue(report, title);
@@ -90,14 +122,15 @@ CsvReport* reportForModel(std::wstring_view name, creo::ProMdl model) {
 }
 
 void reportAddColumn(CsvReport& report, std::wstring_view key, std::wstring_view title, ColumnSource source) {
-  const std::uint32_t number = keyNumber(report, key);
+  const bool isOld = source == ColumnSource::sideFile;
+  const std::uint32_t number = isOld ? sideFileNumber(report, key) : keyNumber(report, key);
   if (report.isColumn[number]) return;
   report.isColumn[number] = true;
   report.columnNumbers.push_back(number);
   report.columnKeys.emplace_back(key);
   report.columnTitles.emplace_back(title);
   core::logIndented(L"Header added: " + std::wstring(title), core::kNormal, 1);
-  if (source == ColumnSource::action) writeSideFile(report);
+  if (!isOld && !report.path.empty()) writeSideFile(report);
 }
 
 void reportSetValue(CsvReport& report, std::wstring_view key, std::wstring_view value) {
@@ -119,6 +152,7 @@ void reportNextRow(CsvReport& report) {
 }
 
 bool reportOpenStream(CsvReport& report) {
+  if (report.path.empty()) return false;
   auto opened = os::files().append(report.path);
   if (opened) report.stream = std::move(opened.value);
   if (!report.isOpen()) core::logWrite(L"Failure while open report.", core::kError);

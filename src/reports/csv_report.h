@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "creo/ProTypes.h"
@@ -31,11 +32,12 @@ struct CsvForm {
 };
 
 struct CsvReport {
-  std::wstring name, path;
+  std::wstring name;
+  std::wstring path;  // empty: no file was allowed, which was told once; what is collected goes nowhere
   CsvForm form;
   bool newRowAtNewModel = false;
   bool beginsAnew = false;  // what the file held is gone
-  bool overwrite = false;   // a header line is written; also where the side file is missing
+  bool overwrite = false;   // a header line is written; also where the side file is missing or the file is new
   bool openAfterCreation = false;
 
   std::vector<std::wstring> columnKeys, columnTitles;  // side by side, in column order
@@ -47,12 +49,18 @@ struct CsvReport {
   std::string pending;                   // bytes on their way into the stream
   bool atLineStart = true;
   bool headerPending = true;
+  bool headerIfEmpty = false;   // it is for a new file, and another report may have written it meanwhile
+  bool topIsKept = false;       // opening left the header line of earlier runs in the file
+  bool lacksLineEnd = false;    // as the file was found: its last line is still open
   bool sideFileIsOurs = false;  // written whole by this record: further columns are lines at its end
 
+  // Columns of a Latin-1 side file with "?" in the key as it was written, each until an action takes it up: the key may
+  // have held a letter that Latin-1 lacks.
+  std::vector<std::pair<std::wstring, std::uint32_t>> maskedKeys;
   // Numbers of keys, of columns and of values alike.
   std::unordered_map<std::wstring, std::uint32_t> keyNumbers;
   std::vector<std::uint32_t> columnNumbers;  // side by side with columnKeys
-  std::vector<bool> isColumn;                // by number
+  std::vector<bool> isColumn;                // by number, of which there are as many
 
   [[nodiscard]] bool isOpen() const { return stream != nullptr; }
 };
@@ -78,7 +86,8 @@ constexpr std::wstring_view kFileNameColumn = L"File name";
 // The report of that name, with the model's row begun and its "File name" set where the report has that. Null, with a
 // line, where none is open. A null model leaves the row alone.
 CsvReport* reportForModel(std::wstring_view name, creo::ProMdl model);
-// A key that is there keeps its title and place. A new one is put into the side file, unless it comes from there.
+// A key that is there keeps its title and place; so does one that an earlier run wrote in Latin-1, which may lack a
+// letter of it. A new one is put into the side file, unless it comes from there.
 enum class ColumnSource { action, sideFile };
 void reportAddColumn(CsvReport& report, std::wstring_view key, std::wstring_view title,
                      ColumnSource source = ColumnSource::action);

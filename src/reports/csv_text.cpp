@@ -1,6 +1,7 @@
 #include "reports/csv_text.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/log.h"
 #include "engine/compare.h"
@@ -55,32 +56,47 @@ void appendDoubled(std::string& out, std::string_view bytes) {
   }
 }
 
-// The header line as a report that is up to date begins with. A quote in a title stands alone here.
-std::string wantedHeader(const CsvReport& report) {
+// The header line that a report with these columns begins with. A quote in a title stands alone here.
+std::string headerLine(const CsvForm& form, const std::vector<std::wstring>& titles) {
   std::string line;
   const auto title = [&](std::wstring_view text) {
-    line.append(1, '"').append(encodedText(report.form, text)).append(1, '"');
+    line.append(1, '"').append(encodedText(form, text)).append(1, '"');
   };
-  if (report.form.fileNameFirst) {
+  if (form.fileNameFirst) {
     title(kFileNameColumn);
-    line += delimiter(report.form);
+    line += delimiter(form);
   }
-  for (std::size_t i = 0; i < report.columnTitles.size(); ++i) {
-    if (i > 0) line += delimiter(report.form);
-    title(report.columnTitles[i]);
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    if (i > 0) line += delimiter(form);
+    title(titles[i]);
   }
   return line;
 }
 
-// Where the first line ends: at a line feed outside quotes, or at the end.
-std::size_t firstLineEnd(std::string_view bytes) {
-  bool quoted = false;
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (bytes[i] == '"') quoted = !quoted;
-    if (bytes[i] == '\n' && !quoted) return i;
+// Finds where the first line ends, however the text comes in pieces: at a line feed outside quotes.
+class FirstLine {
+ public:
+  void take(std::string_view piece) {
+    std::size_t end = 0;
+    while (end < piece.size() && !isWhole_) {
+      if (piece[end] == '"') quoted_ = !quoted_;
+      isWhole_ = piece[end++] == '\n' && !quoted_;
+    }
+    text_ += piece.substr(0, end);
   }
-  return std::min(bytes.find('\n'), bytes.size());  // a quote that is never closed: the first line feed will do
-}
+  // With its end. A quote that is never closed: the first line feed ends it.
+  [[nodiscard]] std::string_view text() const {
+    const std::string_view all = text_;
+    const std::size_t feed = isWhole_ ? all.npos : all.find('\n');
+    return all.substr(0, feed == all.npos ? feed : feed + 1);
+  }
+
+ private:
+  std::string text_;
+  bool quoted_ = false, isWhole_ = false;
+};
+
+void tellOfHeader(const CsvReport& report) { core::logWrite(L"Replace Header Line: " + report.name, core::kNormal); }
 
 }  // namespace
 
@@ -114,29 +130,55 @@ void appendLineEnd(CsvReport& report) {
 }
 
 void writePending(CsvReport& report) {
-  if (report.stream && !report.pending.empty() && report.stream->write(report.pending)) {
+  if (report.pending.empty()) return;
+  // Another report may have ended the line since.
+  if (std::exchange(report.lacksLineEnd, false) && fileEnds(report).lacksLineEnd) report.pending.insert(0, "\r\n");
+  if (report.stream && report.stream->write(report.pending)) {
     core::logWrite(L"Failure while write report.", core::kError);
     report.stream.reset();
   }
   report.pending.clear();
 }
 
+FileEnds fileEnds(const CsvReport& report) {
+  FirstLine first;
+  std::string_view::value_type last = '\n';
+  const auto fault = os::files().readPieces(report.path, [&](std::string_view piece) {
+    first.take(piece);
+    if (!piece.empty()) last = piece.back();
+  });
+  FileEnds ends;
+  std::string_view line = first.text();
+  if (fault) return ends;
+  ends.topSize = line.size();
+  if (report.form.charsetUtf && line.starts_with(kMark)) line.remove_prefix(kMark.size());
+  ends.isEmpty = line.empty();
+  ends.lacksLineEnd = !ends.isEmpty && last != '\n';
+  for (const char end : {'\n', '\r'})
+    if (line.ends_with(end)) line.remove_suffix(1);
+  ends.firstLine = line;
+  return ends;
+}
+
 void replaceHeaderLine(const CsvReport& report) {
+  const FileEnds ends = fileEnds(report);
+  if (ends.isEmpty) return;
+  std::string content = headerLine(report.form, report.columnTitles);
+  const bool isRight = content == ends.firstLine;
+  if (report.topIsKept ? content != headerLine(report.form, {}) : !isRight) tellOfHeader(report);
+  if (isRight) return;
   const auto file = os::files().read(report.path);
   if (!file) return;
-  std::string_view bytes = file.value;
-  if (report.form.charsetUtf && bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
-  if (bytes.empty()) return;
-  const std::size_t end = firstLineEnd(bytes);
-  std::string_view first = bytes.substr(0, end);
-  if (first.ends_with('\r')) first.remove_suffix(1);
-  std::string content = wantedHeader(report);
-  if (content == first) return;
-  core::logWrite(L"Replace Header Line: " + report.name, core::kNormal);
   content += "\r\n";
-  content += bytes.substr(std::min(end + 1, bytes.size()));
+  content += std::string_view(file.value).substr(std::min(ends.topSize, file.value.size()));
   // The report as it will be stands beside it before the report itself is touched.
   if (!os::files().write(report.path + L"t", content)) os::files().write(report.path, content);
+}
+
+void leaveHeaderLine(CsvReport& report, const FileEnds& ends) {
+  report.stream.reset();
+  report.topIsKept = !ends.isEmpty;
+  if (report.topIsKept && ends.firstLine != headerLine(report.form, {})) tellOfHeader(report);
 }
 
 }  // namespace reports

@@ -23,7 +23,8 @@ std::wstring folderOf(const creo::ProMdlData& data) {
 
 std::wstring storedFile(const creo::ProMdlData& data) {
   std::wstring file = folderOf(data) + data.name + L"." + data.type;
-  if (data.version == 1 && os::files().exists(file)) return file;
+  // A file without a number has version 0 here, 1 in Creo.
+  if (data.version <= 1 && os::files().exists(file)) return file;
   std::wstring numbered = file + text::format(L".%d", data.version);
   return os::files().exists(numbered) ? numbered : std::wstring();
 }

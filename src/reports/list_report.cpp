@@ -72,7 +72,7 @@ Outcome writeListReport(const Task& task) {
   core::countAction();
   CsvReport report;
   report.name = L"writeListReport";
-  openReport(report, task, {.changeComma = L"autochangenum"});
+  if (!openReport(report, task, {.changeComma = L"autochangenum"})) return done;
   writeList(report, task);
   reportFlush(report);
   reportClose(report);

@@ -12,7 +12,8 @@ struct OpeningAttributes {
   bool hasFileNameFirst = false;  // is there one that asks for a leading "File name"?
 };
 
-// Reads path and form from the task, opens the file once to test it, and takes up the columns of earlier runs.
-void openReport(CsvReport& report, const engine::Task& task, const OpeningAttributes& attributes);
+// Reads path and form from the task, opens the file once to test it, and takes up the columns of earlier runs. False,
+// with one error line: there is no file, or it mayn't be written; what is then collected goes nowhere, silently.
+bool openReport(CsvReport& report, const engine::Task& task, const OpeningAttributes& attributes);
 
 }  // namespace reports

@@ -54,6 +54,7 @@ TEST_F(EditFromFile, ParametersTakeTheRowsOfTheirModel) {
            L"@para@'|set 'COLOR' value to 'dark red'|Set parameter 'COUNT' to value '8'"},
           {"value,x,parameter name,model name\ngr\xC3\xBCn,,COLOR,BRACKET\n", "sep='com' filetype='1'",
            L"COLOR=gr\u00FCn COUNT=7 DRIVEN=7", L""},
+          {titles + "BRACKET;COLOR;blue\n", "path='values.csv'", L"COLOR=blue COUNT=7 DRIVEN=7", L""},
           {titles + "BRACKET;DRIVEN;1\nBRACKET;NONE;1\nBRACKET;COUNT;many\n", "", same,
            L"E:Parameter 'DRIVEN' can't be edit, because it is relation driven|E:Parameter can't be found on Model: "
            L"NONE|"

@@ -6,6 +6,7 @@
 #include "creo/ProUtil.h"
 #include "engine/dispatch.h"
 #include "engine/variables.h"
+#include "text/encoding.h"
 
 namespace test {
 namespace {
@@ -26,15 +27,36 @@ TEST_F(Environment, VariablesAreSetAndCounted) {
       set("name='TEXT' value='x'") + set("name='TEXT' inc='true' incno='-2'") +        // no number counts as 0
       set("name='BIG' value='2147483647'") + set("name='BIG' inc='true' incno='1'") +  // stays in range
       set("name='EQUAL' value='1' inc='false' incno='9'") + set("name='%MISSING%' value='1'") +
-      set("name='KEPT' value='old'") + set("name='KEPT' value='%MISSING%'") +
       set("name='LONG' value='" + std::string(300, 'v') + "'"));
   const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-      {L"BRACKET", L"blue"}, {L"N", L"10"},           {L"TEXT", L"-2"},  {L"BIG", L"2147483647"},
-      {L"EQUAL", L"1"},      {L"MISSING", L"(none)"}, {L"KEPT", L"old"}, {L"LONG", L"(none)"},
+      {L"BRACKET", L"blue"}, {L"N", L"10"},           {L"TEXT", L"-2"},     {L"BIG", L"2147483647"},
+      {L"EQUAL", L"1"},      {L"MISSING", L"(none)"}, {L"LONG", L"(none)"},
   };
   for (const auto& [name, value] : cases) EXPECT_EQ(value, variable(name));
   EXPECT_TRUE(world.logHas(L"set BRACKET = red!"));
-  EXPECT_EQ(6U, engine::userVariables().count());
+  EXPECT_EQ(5U, engine::userVariables().count());
+}
+
+// What one model has must not pass for what the next one lacks.
+TEST_F(Environment, AFailedAnswerDoesntLeaveTheFormerOne) {
+  const std::string failures[] = {
+      set("name='v' value='%MISSING%'"),
+      set("name='V' value='" + std::string(300, 'v') + "'"),
+      task("setUserVariableFromUrl", "name='V' value='http://%MISSING%/'"),
+      task("setUserVariableFromUrl", "name='V' value='http://127.0.0.1:9/' post='%MISSING%'"),
+      task("setUserVariableFromBoundingBox", "d='V' format='%d'"),
+      task("setUserVariableFromBoundingBox", "w='W' h='V' format='%g'"),  // a part without a body
+  };
+  std::string tasks = set("name='FIRST' value='1'");
+  for (const std::string& failure : failures)
+    tasks += set("name='V' value='12.50 EUR'") + set("name='LAST' value='2'") + failure +
+             task("writeToCreoLog", "message='price %user:V%'");
+  const std::wstring told = run(tasks);
+  std::size_t undeclared = 0;
+  for (std::size_t at = 0; (at = told.find(L"E:The user variable isn't declared", at)) != told.npos; ++at) ++undeclared;
+  EXPECT_EQ(std::size(failures), undeclared) << text::toUtf8(told);
+  EXPECT_EQ(told.npos, told.find(L"price 12.50 EUR")) << text::toUtf8(told.substr(0, 2000));
+  EXPECT_EQ(L"(none) 1 2", variable(L"V") + L" " + variable(L"FIRST") + L" " + variable(L"LAST"));
 }
 
 TEST_F(Environment, TheWorkingFolderStaysChanged) {

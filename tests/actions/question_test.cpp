@@ -177,7 +177,7 @@ TEST_F(Questions, FilesAndFoldersAreChosen) {
   } rows[] = {
       {"5", "d:/%COLOR%.csv", L"d:\\", L"red.csv", L"d:\\new.csv", L"d:\\new.csv"},
       {"5", "d:\\out\\name", L"d:\\out\\", L"", L"d:\\none\\new.csv", L"old"},  // no such folder
-      {"5", "", L"d:\\", L"", std::wstring(L"d:\\") + std::wstring(280, L'x'), L"old"},
+      {"5", "", L"d:\\", L"", std::wstring(L"d:\\") + std::wstring(280, L'x'), L"(none)"},
       {"6", "d:\\%COLOR%", L"d:\\red", L"", L"d:\\", L"d:\\"},
       {"7", "d:\\a.prt.3", L"d:\\", L"a.prt", L"d:\\in.csv", L"d:\\in.csv"},
       {"7", "%NONE%", L"d:\\", L"", L"d:\\none.csv", L"old"},  // no such file

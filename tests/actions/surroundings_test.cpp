@@ -1,5 +1,6 @@
 // Actions on what a run works in: Creo's options, programs, the environment, the session's memory, insert positions,
 // settings of drawings.
+#include <algorithm>
 #include <filesystem>
 
 #include "actions/action_fixture.h"
@@ -9,6 +10,7 @@
 #include "os/doors.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace test {
 namespace {
@@ -179,6 +181,58 @@ TEST_F(Surroundings, WhatIsntDisplayedLeavesMemory) {
   EXPECT_FALSE(creo::ProMdlInit(L"OTHER", creo::ProMdlType::part));
   EXPECT_TRUE(creo::ProMdlInit(L"BRACKET", creo::ProMdlType::part));  // the assembly shows it
   EXPECT_EQ(std::wstring::npos, told(world.log()).find(L"E:"));
+}
+
+// What was changed in a model that an action is still to work on isn't lost with it.
+TEST_F(Surroundings, TheModelUnderWorkStaysInMemory) {
+  using creo::ProMdlType;
+  const std::string erase = task("eraseUndisplayedModels"), save = task("saveModel");
+  const std::string add = task("addModelParameter", "name_0='DONE' type_0='Integer' value_0='1'");
+  const auto group = [&](const std::string& attributes) {
+    return add + task("groupActions", attributes, "<subtasks>" + erase + "</subtasks>") + save;
+  };
+  struct {
+    const wchar_t* row;
+    ProMdlType type;
+    const wchar_t* shown;  // by the only window, when the run starts
+    std::string tasks;
+    std::wstring inMemory, refused;  // behind the run; the model that the error line names
+  } const rows[] = {
+      {L"LONER", ProMdlType::part, L"TOP", add + erase + save, L"LONER", L""},
+      {L"PIN", ProMdlType::part, L"TOP", add + erase + save, L"PIN TOP", L""},  // TOP keeps the window
+      {L"TOP", ProMdlType::assembly, L"TOP", group("reworkMode='4' forcount='2'"), L"PIN TOP", L""},
+      {L"TOP", ProMdlType::assembly, L"TOP", group("reworkMode='3'"), L"LONER OTHER PIN TOP", L"TOP.ASM"},
+      {L"LONER", ProMdlType::part, L"LONER", group("reworkMode='5' mdlname='OTHER.PRT'"), L"LONER OTHER", L"LONER.PRT"},
+  };
+  world.config("kvd_write_history_in_models=0\nkvd_no_pro_notifications=1");
+  for (const auto& row : rows) {
+    world.endSession();
+    std::filesystem::remove_all(world.models());
+    std::filesystem::create_directories(world.models());
+    std::filesystem::remove(world.packages() + "/standards.kvz");
+    for (const wchar_t* name : {L"PIN", L"LONER", L"OTHER"}) world.part(name);
+    world.assembly(L"TOP").uses(L"PIN", ProMdlType::part);
+    world.list("list.xml", row.tasks);
+    world.start();
+    world.open(row.row, row.type);
+    world.openTool();
+    world.session().models().retrieve(L"OTHER", ProMdlType::part);
+    if (row.shown != std::wstring(L"LONER"))
+      creo::ProMdlDisplay(world.session().models().retrieve(L"TOP", ProMdlType::assembly).value);
+    if (row.type == ProMdlType::assembly) world.session().models().retrieve(L"LONER", ProMdlType::part);
+    world.run("list.xml");
+    std::vector<std::wstring> left;
+    for (const auto& model : world.session().models().list()) left.push_back(model.name);
+    std::sort(left.begin(), left.end());
+    const std::string name = text::toUtf8(text::lower(row.row));
+    EXPECT_EQ(row.inMemory, text::join(left, L" ")) << name;
+    EXPECT_EQ(L"DONE=1", world.savedParameters(name + (row.type == ProMdlType::part ? ".prt" : ".asm"))) << row.tasks;
+    EXPECT_EQ(1U, world.session().state().windows.all().size());
+    const std::wstring told = test::told(world.log());
+    const std::wstring line = L"E:Undisplayed models aren't erased: ";
+    EXPECT_EQ(row.refused.empty(), told.find(L"E:") == told.npos) << text::toUtf8(told);
+    EXPECT_NE(told.npos, told.find(row.refused.empty() ? L"" : line + row.refused + L" is under work"));
+  }
 }
 
 TEST_F(Surroundings, ServersAndWindowsHaveTheirAnswers) {

@@ -159,7 +159,7 @@ TEST_F(WebRequest, PasswordsNeverReachTheLog) {
   EXPECT_EQ(std::string::npos, world.messages().find(L"s3c"));
   EXPECT_TRUE(world.logHas(L"--***"));
   EXPECT_EQ(2U, server.asked().size());  // what can't be put together isn't sent
-  EXPECT_EQ("", valueOf(L"ANSWER"));
+  EXPECT_EQ("(none)", valueOf(L"ANSWER"));
   EXPECT_TRUE(world.logHas(L"User name and password can't be put together"));
 }
 
@@ -169,8 +169,7 @@ TEST_F(WebRequest, WhatCantBePutTogetherIsntSent) {
       task("setUserVariableFromUrl", "name='%MISSING%' value='" + server.address() + "'") +
       task("setUserVariableFromUrl", "name='LONG' value='" + server.address() + "/" + std::string(300, 'x') + "'"));
   EXPECT_EQ(0U, server.asked().size());
-  EXPECT_EQ("", valueOf(L"ANSWER"));
-  EXPECT_EQ(1U, engine::userVariables().count());
+  EXPECT_EQ(0U, engine::userVariables().count());
 }
 
 TEST_F(WebRequest, ACertificateThatNobodySignedIsTaken) {

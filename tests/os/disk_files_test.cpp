@@ -97,6 +97,16 @@ TEST_F(DiskFilesTest, WritingKeepsModeAndLinkAndTakesTheLongestName) {
   EXPECT_EQ(errc::filename_too_long, files().write(L"d:\\" + std::wstring(256, L'n'), "x"));
 }
 
+TEST_F(DiskFilesTest, AWriteProtectedFileRefusesEverybody) {
+  disk_.file("a", "old");
+  disk_.file("b", "new");
+  ::chmod(disk_.at("a").c_str(), 0444);
+  EXPECT_EQ(errc::permission_denied, files().write(L"d:\\a", "x"));
+  EXPECT_EQ(errc::permission_denied, files().append(L"d:\\a").error);
+  EXPECT_EQ(errc::permission_denied, files().rename(L"d:\\b", L"d:\\a"));
+  EXPECT_EQ("old", files().read(L"d:\\a").value);
+}
+
 TEST_F(DiskFilesTest, PipesAndDevicesAreRefusedWithoutWaiting) {
   ASSERT_EQ(0, ::mkfifo(disk_.at("pipe").c_str(), 0600));
   EXPECT_EQ(errc::operation_not_permitted, files().read(L"d:\\pipe").error);

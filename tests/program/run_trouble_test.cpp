@@ -177,5 +177,25 @@ TEST_F(RunTrouble, SignalEndsTheRunBetweenTwoModelsAndTheNextOneFinishesIt) {
             recapOf(run("norm")));
 }
 
+// What a list writes is never what the run itself writes.
+TEST_F(RunTrouble, ReportsLeaveModelsAndTheLogAlone) {
+  const std::string norm = R"({"format": 1, "parameters": [{"name": "NORM", "type": "string", "value": "WN-1"}]})";
+  for (const char* target : {"plate.prt.1", "kelvane.log", "sub\\..\\KELVANE.LOG"}) {
+    SCOPED_TRACE(target);
+    file("models/plate.prt.1", norm);
+    file("models/kelvane.log", "");
+    list("report.xml",
+         "<task type='writeListReport' version='3' forPRT='true' forEF='false' sel='9' overwrite='true' "
+         "file='" +
+             std::string(target) + "'/>");
+    const Ended ended = run("report", {"--read-only", "--set", "kvd_write_history_in_models=0"});
+    EXPECT_EQ(1, ended.code) << ended.err;
+    EXPECT_EQ(norm, readBytes(path("models/plate.prt.1")));
+    EXPECT_THAT(readBytes(path("models/kelvane.log")), testing::HasSubstr("write list report"));
+    EXPECT_THAT(ended.err, testing::HasSubstr(std::string(target).ends_with(".1") ? "is the document of a model"
+                                                                                  : "Failure while open report."));
+  }
+}
+
 }  // namespace
 }  // namespace test

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <optional>
+
 #include "core/xml.h"
 #include "creo/ProMdl.h"
 #include "engine/dispatch.h"
@@ -112,6 +115,96 @@ TEST_F(CsvReportTest, WithoutItsSideFileAnAppendedReportWritesAHeaderBehindTheOl
   EXPECT_EQ(bytes(), "\r\n\"1\"\r\n\"A\",\"B\"\r\n\"2\",\"3\"\r\n");
 }
 
+// The file is taken away between two runs, or was written by another program.
+TEST_F(CsvReportTest, AppendingMindsWhatTheFileHolds) {
+  const std::string mark = "\xEF\xBB\xBF", side = "B0a|||||A\r\nB1b|||||B\r\n";
+  const std::string header = "\"A\",\"B\"\r\n", old = "\"1\",\"2\"", added = "\"3\",\"4\"\r\n";
+  const struct {
+    const char* name;
+    std::optional<std::string> file, side;
+    std::string expected;
+    const char* attributes = "";
+  } cases[] = {
+      {"gone", std::nullopt, side, header + added},
+      {"emptied", "", side, header + added},
+      {"a mark alone", mark, side, mark + header + added, "charsetUTF=\"true\""},
+      {"an open line", header + old, side, header + old + "\r\n" + added},
+      {"an open header line", "\"A\",\"B\"", side, header + added},
+      {"an open line without a side file", header + old, std::nullopt, "\r\n" + old + "\r\n" + header + added},
+      {"as it was left", header + old + "\r\n", side, header + old + "\r\n" + added},
+      {"a mark and a header", mark + header, side, mark + header + added, "charsetUTF=\"true\""},
+  };
+  for (const auto& one : cases) {
+    for (const char* ending : {"", "header", "t"}) std::filesystem::remove(world_.temp() + "/audit.csv" + ending);
+    if (one.file) existing(*one.file);
+    if (one.side) existing(*one.side, "header");
+    fill(open(one.attributes), L"3", L"4");
+    closeAll();
+    EXPECT_EQ(one.expected, bytes()) << one.name;
+    EXPECT_EQ(!one.side, std::filesystem::exists(world_.temp() + "/audit.csvt")) << one.name;
+  }
+}
+
+TEST_F(CsvReportTest, TwoReportsIntoANewFileWriteOneHeader) {
+  existing("B0a|||||A\r\nB1b|||||B\r\n", "header");
+  fill(open(""), L"1", L"2");
+  fill(open(""), L"3", L"4");
+  closeAll();
+  EXPECT_EQ("\"A\",\"B\"\r\n\"1\",\"2\"\r\n\"3\",\"4\"\r\n", bytes());
+}
+
+// A run that breaks off behind the opening has taken nothing away.
+TEST_F(CsvReportTest, OpeningLeavesTheFileAsItWas) {
+  const std::string before = "\"A\"\r\n\"1\"\r\n";
+  existing(before);
+  existing("a|||||A\r\n", "header");
+  CsvReport& report = open("");
+  EXPECT_EQ(before, bytes());
+  EXPECT_TRUE(world_.logHas(L"Replace Header Line: audit"));
+  reportAddColumn(report, L"b", L"B");
+  closeAll();
+  EXPECT_EQ("\"A\",\"B\"\r\n\"1\"\r\n", bytes());
+}
+
+TEST_F(CsvReportTest, AWriteProtectedReportStaysAndALinkLeadsToItsFile) {
+  const std::string file = world_.temp() + "/audit.csv", elsewhere = world_.temp() + "/shared.csv";
+  for (const char* mode : {"", "overwrite=\"true\""}) {
+    existing("\"A\",\"B\"\r\n\"old\",\"\"\r\n");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_read);
+    const std::string before = bytes();
+    fill(open(mode), L"1", L"2");
+    closeAll();
+    EXPECT_EQ(before, bytes()) << mode;
+    EXPECT_TRUE(world_.logHas(L"Failure while open report."));
+    EXPECT_EQ(*mode != 0, world_.logHas(L"Access denied, can't override file"));
+
+    std::filesystem::rename(file, elsewhere);
+    std::filesystem::permissions(elsewhere, std::filesystem::perms::owner_all);
+    std::filesystem::create_symlink(elsewhere, file);
+    fill(open(mode), L"1", L"2");
+    closeAll();
+    EXPECT_TRUE(std::filesystem::is_symlink(file)) << mode;
+    const std::string rows = *mode ? "" : "\"old\",\"\"\r\n";
+    EXPECT_EQ("\"A\",\"B\"\r\n" + rows + "\"1\",\"2\"\r\n", readBytes(elsewhere)) << mode;
+    std::filesystem::remove(file);
+  }
+}
+
+// Two letters that are written alike are two columns, this month and the next.
+TEST_F(CsvReportTest, KeysWithLettersThatLatin1LacksFindTheirColumnsAgain) {
+  for (const wchar_t* value : {L"1", L"2"}) {
+    CsvReport& report = open("");
+    for (const wchar_t* key : {L"B0\u0416", L"B0\u2126", L"B0?", L"B0b"}) {
+      reportAddColumn(report, key, key);
+      reportSetValue(report, key, value + std::wstring(key).substr(2, 1));
+    }
+    closeAll();
+  }
+  EXPECT_EQ(bytes("header"), "B0?|||||B0?\r\nB0?|||||B0?\r\nB0?|||||B0?\r\nB0b|||||B0b\r\n");
+  EXPECT_EQ(bytes(),
+            "\"B0?\",\"B0?\",\"B0?\",\"B0b\"\r\n\"1?\",\"1?\",\"1?\",\"1b\"\r\n\"2?\",\"2?\",\"2?\",\"2b\"\r\n");
+}
+
 TEST_F(CsvReportTest, ASideFileLineWithoutASeparatorIsPassedOver) {
   existing("\"T\"\r\n");
   existing("broken\r\nK|||||T|||||U\r\n", "header");
@@ -174,13 +267,14 @@ TEST_F(CsvReportTest, OfTwoReportsOfOneNameTheLaterGetsTheValues) {
 }
 
 TEST_F(CsvReportTest, APlaceThatCantBeWrittenLosesTheReportAndNothingElse) {
+  existing("old");
   world_.disk().denyWrites(os::mounts().system(world_.temp() + "/audit.csv"));
   fill(open("overwrite=\"true\""), L"1", L"2");
   EXPECT_TRUE(world_.logHas(L"Failure while open report."));
   EXPECT_TRUE(world_.logHas(L"Access denied, can't override file"));
   world_.disk().heal();
   closeAll();  // the rows were kept
-  EXPECT_EQ(bytes(), "\"A\",\"B\"\r\n\"1\",\"2\"\r\n");
+  EXPECT_EQ(bytes(), "old\r\n\"A\",\"B\"\r\n\"1\",\"2\"\r\n");
 }
 
 TEST_F(CsvReportTest, AHeaderThatCantBeReplacedLeavesTheReportWhole) {

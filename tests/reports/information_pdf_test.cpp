@@ -11,6 +11,7 @@
 #include "os/surroundings.h"
 #include "support/foreign_program.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace {
 
@@ -374,6 +375,27 @@ TEST_F(InformationPdf, FoldersAndFilesThatCantBeWrittenEndIt) {
   EXPECT_FALSE(std::filesystem::exists(path("old.PDF.pdf")));
   world.run("model.xml");
   EXPECT_TRUE(std::filesystem::exists(world.models() + "/PLATE.pdf")) << text::toUtf8(world.log());
+}
+
+// One name for all models would be one file for all.
+TEST_F(InformationPdf, WithoutANameOfItsOwnNothingIsWritten) {
+  const std::pair<std::string, std::wstring> names[] = {
+      {"%MISSING%", L"E:Failure while read parameter: MISSING"},
+      {"%MISSING%.pdf", L"E:Failure while read parameter: MISSING"},
+      {std::string(260, 'x'), L"E:The replaced output is to large for this task"},
+      {".PDF", L"E:The path names no file: 't:\\.PDF'"},
+      {"/", L"E:The path names no file: 't:\\/.pdf'"},
+  };
+  std::string tasks;
+  for (const auto& [name, line] : names) tasks += task("writeInformationPDF", "folder='t:\\' file='" + name + "'");
+  world.list("names.xml", tasks + task("writeInformationPDF", "folder='' file='beside'"));
+  world.runOn(L"PLATE", ProMdlType::part, "names.xml");
+  const std::wstring told = test::told(world.log());
+  for (const auto& [name, line] : names)
+    EXPECT_NE(told.npos, told.find(L" write informative PDF|" + line)) << name << text::toUtf8(told);
+  for (const auto& entry : std::filesystem::directory_iterator(world.temp()))
+    EXPECT_NE(".pdf", text::toUtf8(text::lower(entry.path().extension().wstring()))) << entry.path();
+  EXPECT_TRUE(std::filesystem::exists(world.models() + "/beside.pdf"));  // from the working folder
 }
 
 TEST_F(InformationPdf, AnUnwritableFolderIsToldBeforeAnythingIsWritten) {

@@ -1,6 +1,8 @@
 // writeListReport: what each list holds, by what stands in its file.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "os/surroundings.h"
 #include "support/drawings.h"
 #include "support/world.h"
@@ -215,6 +217,19 @@ TEST_F(ListReport, AppendsUnderTheColumnsOfEarlierLists) {
       fields(readBytes(file(0))));
   EXPECT_TRUE(world.logHas(L"Mode: append"));
   EXPECT_TRUE(world.logHas(L"Sheet formats / sizes"));
+}
+
+// Thousands of models go into one file: where its header line stays, nothing of it is written anew.
+TEST_F(ListReport, AppendingUnderTheSameColumnsOnlyAppends) {
+  writePair(world.models());
+  run(L"PAIR", ProMdlType::drawing, task("sel='11'") + task("sel='11'") + task("sel='11'"));
+  const std::string rows = "PAIR.drw|d:\\|GEAR.prt|d:\\\nPAIR.drw|d:\\|PINION.prt|d:\\\nPAIR.drw|d:\\|PAIR.asm|d:\\\n";
+  EXPECT_EQ("Drawing name|Drawing path|Model name|Model path\n" + rows + rows + rows, fields(readBytes(file(0))));
+  EXPECT_FALSE(std::filesystem::exists(file(0) + "t"));
+  const std::wstring log = world.log(), line = L"Replace Header Line: writeListReport";
+  std::size_t told = 0;
+  for (std::size_t at = 0; (at = log.find(line, at)) != log.npos; ++at) ++told;
+  EXPECT_EQ(4U, told);
 }
 
 TEST_F(ListReport, OverridingBeginsWithAMarkWhereItIsUtf8) {

@@ -37,6 +37,12 @@ TEST_F(ModelDataReport, FileColumnsOfAPart) {
   EXPECT_TRUE(readBytes(path() + "header").starts_with("B0mdlname|||||Model name\r\nB0mdlnameGen|||||Model name "));
 }
 
+TEST_F(ModelDataReport, AFileWithoutANumberHasItsSize) {
+  writeBytes(world.models() + "/gear.prt", R"({"format": 1, "description": ")" + std::string(3000, 'x') + R"("})");
+  EXPECT_EQ(line({"File size", "File version"}) + line({"2 kB", "0"}),
+            report(data(on({"filesize", "fileversion"})), L"GEAR"));
+}
+
 TEST_F(ModelDataReport, AnInstanceBearsItsGenericAndHasNoFileOfItsOwn) {
   model("bolt.prt", R"("familyTable": {"items": [], "instances": [{"name": "BOLT_A"}]})");
   prepare(

@@ -24,20 +24,21 @@ constexpr MeasureRow kMeasures[] = {
     {L"d", &BoxResult::diameter, L"Set diameter"},
 };
 
+// A measure that failed leaves no variable, as that of the model before would pass for this one's.
+Outcome fail(const Task& task, std::wstring_view line) {
+  core::logWrite(line, core::kError);
+  for (const MeasureRow& row : kMeasures) userVariables().remove(task.attribute(row.attribute));
+  return done;
+}
+
 // The format is a foreign text; one that could ask for more than the number is refused before anything is measured.
 Outcome setUserVariableFromBoundingBox(const Task& task) {
   if (const auto ended = begin(task, {.title = L"Set user variable from bounding box"})) return *ended;
   const auto format = NumberFormat::read(task.attribute(L"format"));
-  if (!format) {
-    core::logWrite(text::format(L"The format isn't one of a single floating number: %s", task.attribute(L"format")),
-                   core::kError);
-    return done;
-  }
+  if (!format)
+    return fail(task, text::format(L"The format isn't one of a single floating number: %s", task.attribute(L"format")));
   const auto box = task.isTrue(L"rotate") ? searchedBox(task.model(), task.isTrue(L"sort")) : modelBox(task.model());
-  if (!box) {
-    core::logWrite(L"Error while calculating the bounding box", core::kError);
-    return done;
-  }
+  if (!box) return fail(task, L"Error while calculating the bounding box");
   core::logIndented(L"Bounding Box calculated", core::kNormal, 1);
   for (const MeasureRow& row : kMeasures) {
     const std::wstring_view name = task.attribute(row.attribute);

@@ -20,7 +20,7 @@ void runEachSheet(const engine::Task& task);  // sheet_group.cpp
 void runTasksOn(const engine::Task& task, creo::ProMdl model, std::wstring_view name, std::wstring_view extension);
 // ".PRT" for a part, ".ASM" for an assembly; empty for anything else.
 std::wstring_view solidExtension(creo::ProMdl model);
-// Does this group or one around it work on the model? Then it isn't to be taken out of memory.
+// Does the run or a group work on the model? Then it isn't to be taken out of memory.
 bool isUnderWork(creo::ProMdl model);
 
 // Is it a value of `reworkMode`?

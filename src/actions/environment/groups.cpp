@@ -1,12 +1,12 @@
 // Groups: a list of tasks inside a task, run once, again and again, or on other models.
 #include <algorithm>
-#include <vector>
 
 #include "actions/environment/group_modes.h"
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "engine/task.h"
+#include "engine/under_work.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -16,19 +16,22 @@ namespace {
 using namespace engine;
 
 // Groups nested deeper are refused: each level takes its share of the stack, and a list may come from anywhere.
-constexpr std::size_t kDeepestGroup = 64;
+constexpr int kDeepestGroup = 64;
 
-// The models of the groups that run, the innermost last; none for a group without a model.
-std::vector<creo::ProMdl>& modelsUnderWork() {
-  static std::vector<creo::ProMdl> models;
-  return models;
-}
+// Counts the groups that run inside each other.
 class GroupGuard {
  public:
-  explicit GroupGuard(creo::ProMdl model) { modelsUnderWork().push_back(model); }
-  ~GroupGuard() { modelsUnderWork().pop_back(); }
+  GroupGuard() { ++depth(); }
+  ~GroupGuard() { --depth(); }
   GroupGuard(const GroupGuard&) = delete;
   GroupGuard& operator=(const GroupGuard&) = delete;
+  [[nodiscard]] static bool isTooDeep() { return depth() > kDeepestGroup; }
+
+ private:
+  static int& depth() {
+    static int groups = 0;
+    return groups;
+  }
 };
 
 void runPlain(const Task& task) { runSubtasks(task.node(), task.subject()); }
@@ -72,8 +75,8 @@ const Mode* findMode(std::wstring_view value) {
 Outcome groupActions(const Task& task) {
   if (const auto ended = beginUnfiltered(task, {.title = L"GROUP ACTION"})) return *ended;
   if (passFilterUnlessForAll(task)) return done;
-  const GroupGuard group(task.model());
-  if (modelsUnderWork().size() > kDeepestGroup) {
+  const GroupGuard group;
+  if (GroupGuard::isTooDeep()) {
     core::logWrite(text::format(L"Groups nested deeper than %d levels aren't carried out", kDeepestGroup),
                    core::kError);
     return done;
@@ -104,7 +107,7 @@ std::wstring_view solidExtension(creo::ProMdl model) {
 }
 
 bool isUnderWork(creo::ProMdl model) {
-  const auto& models = modelsUnderWork();
+  const auto& models = engine::modelsUnderWork();
   return std::find(models.begin(), models.end(), model) != models.end();
 }
 

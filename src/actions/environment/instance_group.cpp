@@ -6,6 +6,7 @@
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
+#include "engine/under_work.h"
 
 namespace actions {
 namespace {
@@ -38,7 +39,10 @@ class InstanceVisit {
     const auto built = creo::ProFaminstanceCreate(row);
     if (!built) return core::logWrite(L"Can't create Instance", core::kError);
     const creo::ProMdl instance = built.value;
-    if (nested_) run(instance, depth + 1);
+    if (nested_) {
+      const UnderWork kept(instance);  // its own turn comes behind those of its table
+      run(instance, depth + 1);
+    }
     const auto name = creo::ProMdlNameGet(instance);
     runTasksOn(task_, instance, name ? name.value : row.name, extension_);
     if (const auto generic = creo::ProFaminstanceGenericGet(instance, true)) creo::ProMdlDisplay(generic.value);

@@ -51,11 +51,12 @@ creo::Got<std::wstring> choosePath(const Task& task, QuestionKind kind) {
 void askForPath(const Task& task, QuestionKind kind) {
   const auto chosen = choosePath(task, kind);
   if (chosen.error == creo::ProUserAbort) return core::logIndented(L"Exit with - Cancel", core::kNormal, 1);
-  if (!chosen) return core::logIndented(L"The dialog for files can't be shown", core::kError, 1);
-  // Cut it would name another file.
-  if (!text::fits(chosen.value, text::kTextSize))
-    return core::logIndented(L"The chosen path is too long for a user variable", core::kError, 1);
-  userVariables().set(task.attribute(L"varName"), chosen.value);
+  // Cut a path would name another file, and the one that was chosen before isn't the answer.
+  const bool fits = text::fits(chosen.value, text::kTextSize);
+  if (chosen && fits) return userVariables().set(task.attribute(L"varName"), chosen.value);
+  userVariables().remove(task.attribute(L"varName"));
+  core::logIndented(fits ? L"The dialog for files can't be shown" : L"The chosen path is too long for a user variable",
+                    core::kError, 1);
 }
 
 Outcome setUserVariable(const Task& task) {

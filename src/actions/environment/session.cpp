@@ -1,9 +1,11 @@
 // Creo's session as a whole: its windows, its memory, its server.
+#include "actions/environment/shown_models.h"
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProServer.h"
 #include "engine/task.h"
+#include "text/format.h"
 
 namespace actions {
 namespace {
@@ -21,6 +23,14 @@ Outcome clearAllWindows(const Task& task) {
 Outcome eraseUndisplayedModels(const Task& task) {
   if (const auto ended = beginUnfiltered(task, {.title = L"Erase undisplayed models"})) return *ended;
   core::countAction();
+  // A model that an action is still to work on would be lost with what was changed in it.
+  if (const auto goes = keepModelsUnderWork()) {
+    core::logWrite(
+        text::format(L"Undisplayed models aren't erased: %s.%s is under work and stands in no window",
+                     creo::ProMdlNameGet(*goes).value, creo::typeExtension(creo::ProMdlTypeGet(*goes).value)),
+        core::kError);
+    return done;
+  }
   // Creo refuses once where a model that it erases was still in use by one that it erases later.
   if (creo::ProMdlEraseNotDisplayed() != creo::ProNoError && creo::ProMdlEraseNotDisplayed() != creo::ProNoError)
     core::logWrite(L"Can't erase undisplayed models", core::kError);

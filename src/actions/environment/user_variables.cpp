@@ -30,7 +30,10 @@ Outcome setUserVariableDirect(const Task& task) {
     value = countedUp(name.text, task.attribute(L"incno"));
   } else {
     Replaced replaced = task.text(L"value");
-    if (!replaced.hasText()) return done;
+    if (!replaced.hasText()) {
+      userVariables().remove(name.text);  // that of the model before would pass for this one's
+      return done;
+    }
     value = std::move(replaced.text);
   }
   core::logIndented(text::format(L"set %s = %s", name.text, value), core::kNormal, 1);

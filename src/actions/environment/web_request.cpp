@@ -144,15 +144,16 @@ std::optional<std::string> postOf(const Task& task) {
   return bytes;
 }
 
-// The whole exchange. A request that can't be put together isn't sent: half of it could do harm.
-std::string answerTo(const Task& task, const std::string& url, const Credentials& credentials) {
+// The whole exchange. A request that can't be put together isn't sent, as half of it could do harm: there is no answer,
+// and the reason is in the log.
+std::optional<std::string> answerTo(const Task& task, const std::string& url, const Credentials& credentials) {
   tell(L"Set configuration");
   os::WebRequest request = requestTo(url, credentials);
-  if (credentials.failed) return {};
+  if (credentials.failed) return std::nullopt;
   if (task.isTrue(L"csrf")) request.headers.push_back({"CSRF_NONCE", requestCsrfToken(url, credentials)});
   if (!task.attribute(L"post").empty()) {
     request.body = postOf(task);
-    if (!request.body) return {};
+    if (!request.body) return std::nullopt;
   }
   return performed(request, credentials);
 }
@@ -161,13 +162,21 @@ Outcome setUserVariableFromUrl(const Task& task) {
   if (const auto ended = begin(task, {.title = L"Set user variable from URL"})) return *ended;
   const Replaced name = task.text(L"name");
   const Replaced value = task.text(L"value");
-  if (!name.hasText() || !value.hasText()) return done;
+  if (!name.hasText()) return done;
+  if (!value.hasText()) {
+    userVariables().remove(name.text);
+    return done;
+  }
   tell(L"Init curl");
   const std::string url = text::replaceAll(text::toUtf8(value.text), " ", "%20");
   const Credentials credentials = credentialsOf(task);
-  const std::string answer = answerTo(task, url, credentials);
-  tell(credentials.shownHead(answer));
-  userVariables().set(name.text, headOf(answer));
+  const auto answer = answerTo(task, url, credentials);
+  if (!answer) {
+    userVariables().remove(name.text);
+    return done;
+  }
+  tell(credentials.shownHead(*answer));
+  userVariables().set(name.text, headOf(*answer));
   return done;
 }
 

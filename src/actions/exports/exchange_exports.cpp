@@ -2,6 +2,7 @@
 #include "actions/exports/brep_export.h"
 #include "actions/families.h"
 #include "core/messages.h"
+#include "engine/output_file.h"
 #include "engine/variables.h"
 #include "text/letters.h"
 
@@ -21,7 +22,8 @@ Outcome exportStep(const Task& task) {
   const ExportTarget target = beginNamed(task, {.title = core::msgText(234), .version = L"4"});
   if (target.ended) return *target.ended;
   const std::wstring path = withoutStepExtension(target.path);
-  if (!mayWrite(task, path + std::wstring(creo::kStepExtension))) return done;
+  const std::wstring file = path + std::wstring(creo::kStepExtension);
+  if (!mayBeWritten(file, creo::kStepExtension) || !mayWrite(task, file)) return done;
   creo::OptionGuard profile(L"export_profiles_step");
   creo::ProError result = creo::ProNoError;
   if (!task.attribute(L"config").empty()) result = profile.change(task.path(L"config", L"models"));

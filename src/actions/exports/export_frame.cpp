@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "actions/working_path.h"
 #include "core/log.h"
+#include "engine/output_file.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -27,7 +27,8 @@ bool carries(const ExportForm& form, std::wstring_view name) {
 // The name before its variables have their values.
 std::wstring nameTemplate(const Task& task, const ExportForm& form) {
   std::wstring path(task.isTrue(L"folderFromModel") ? L"@mdlpath@" : task.attribute(L"folder"));
-  if (!path.ends_with(L'/') && !path.ends_with(L'\\')) path += L'/';
+  // Nothing before a name: it counts from the working folder.
+  if (!path.empty() && !path.ends_with(L'/') && !path.ends_with(L'\\')) path += L'/';
   path += task.attribute(form.nameAttribute);
   if (!carries(form, task.attribute(form.nameAttribute))) path += form.extension;
   return path;
@@ -43,8 +44,10 @@ ExportTarget beginNamed(const Task& task, const ExportForm& form) {
   }
   Replaced name = replaceVariables(nameTemplate(task, form), task.model());
   if (!name.hasText()) return {done, {}};  // the substitution has told why
-  std::replace(name.text.begin(), name.text.end(), L'\\', L'/');
-  return {std::nullopt, std::move(name.text)};
+  std::wstring path = wholePath(name.text);
+  if (!mayBeWritten(path, form.extension)) return {done, {}};
+  std::replace(path.begin(), path.end(), L'\\', L'/');
+  return {std::nullopt, std::move(path)};
 }
 
 ExportTarget beginExport(const Task& task, const ExportForm& form) {
@@ -55,8 +58,7 @@ ExportTarget beginExport(const Task& task, const ExportForm& form) {
 
 bool mayWrite(const Task& task, const std::wstring& path) {
   if (task.isTrue(L"overwriteExisting")) return true;
-  const std::wstring whole = wholePath(path);
-  if (!os::files().exists(whole) || os::files().isFolder(whole)) return true;
+  if (!os::files().exists(path) || os::files().isFolder(path)) return true;
   core::logMsgPlain(kExistsAlready, core::kWarning);
   return false;
 }

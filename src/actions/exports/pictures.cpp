@@ -2,7 +2,6 @@
 #include "actions/exports/export_frame.h"
 #include "actions/exports/model_window.h"
 #include "actions/families.h"
-#include "actions/working_path.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
@@ -92,13 +91,13 @@ creo::ProPrintOptions printOptions(const Task& task, int window) {
 
 // Creo numbers the sheets that it prints; the picture gets its own name once it is whole.
 creo::ProError printed(int window, const creo::ProPrintOptions& options, const std::wstring& path) {
-  const std::wstring whole = wholePath(path), numbered = whole.substr(0, whole.size() - kTiff.size()) + L"_1.tiff";
+  const std::wstring numbered = path.substr(0, path.size() - kTiff.size()) + L"_1.tiff";
   if (os::files().exists(numbered)) {
     core::logWrite(text::format(L"%s is in the way", numbered), core::kError);
     return creo::ProExists;
   }
   if (const creo::ProError result = creo::ProPrintExecute(window, options, numbered)) return result;
-  if (!os::files().rename(numbered, whole)) return creo::ProNoError;
+  if (!os::files().rename(numbered, path)) return creo::ProNoError;
   os::files().remove(numbered);
   return creo::ProCantWrite;
 }

@@ -7,6 +7,7 @@
 #include "creo/ProFeature.h"
 #include "creo/ProModelitem.h"
 #include "engine/compare.h"
+#include "engine/output_file.h"
 #include "engine/task.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -132,11 +133,10 @@ std::wstring_view separatorOf(const Task& task) {
 Outcome reportFeatureParameter(const Task& task) {
   if (const auto ended = begin(task, {.title = L"Edit model parameter from table cell"})) return *ended;
   if (!task.extensionIs(L"PRT") && !task.extensionIs(L"ASM")) return refused;
-  const std::wstring path = task.path(L"csvFileName", L"reports");
-  const auto wanted = path.empty() ? std::nullopt : wantedBy(task);
+  const std::wstring path = wholePath(task.path(L"csvFileName", L"reports"));
   if (path.empty()) core::logWrite(L"The attribute csvFileName names no file", core::kError);
+  const auto wanted = !path.empty() && mayBeWritten(path) ? wantedBy(task) : std::nullopt;
   if (!wanted) return done;
-  os::files().remove(path);
 
   core::logIndented(L"Collect parameters", core::kNormal, 1);
   FeatureTable table;

@@ -45,6 +45,9 @@ class Descriptor {
   int number_ = -1;
 };
 
+// Protected for everybody. An administrator could write it all the same; a person who protects a file means all.
+inline bool isWriteProtected(const struct stat& info) { return (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0; }
+
 // Opens a plain file. Folders are is_a_directory; pipes and devices are refused, and never waited for.
 inline Result<Descriptor> openPlain(const std::string& path, int flags) {
   Result<Descriptor> result{Descriptor(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666)), {}};
@@ -59,6 +62,8 @@ inline Result<Descriptor> openPlain(const std::string& path, int flags) {
     result.error = std::make_error_code(std::errc::is_a_directory);
   } else if (!S_ISREG(found.st_mode)) {
     result.error = std::make_error_code(std::errc::operation_not_permitted);
+  } else if ((flags & O_ACCMODE) != O_RDONLY && isWriteProtected(found)) {
+    result.error = std::make_error_code(std::errc::permission_denied);
   }
   return result;
 }

@@ -20,6 +20,7 @@ namespace {
 const auto kNoSuch = std::make_error_code(std::errc::no_such_file_or_directory);
 const auto kIsFolder = std::make_error_code(std::errc::is_a_directory);
 const auto kRefused = std::make_error_code(std::errc::operation_not_permitted);
+const auto kDenied = std::make_error_code(std::errc::permission_denied);
 const auto kInTheWay = std::make_error_code(std::errc::file_exists);
 
 std::string machine(std::wstring_view path) { return mounts().machine(path); }
@@ -58,6 +59,7 @@ std::error_code replaceable(const std::string& path, const Found& old) {
   if (old.error) return old.error == kNoSuch ? std::error_code{} : old.error;
   if (old.isFolder()) return kIsFolder;
   if (!S_ISREG(old.info.st_mode)) return kRefused;
+  if (isWriteProtected(old.info)) return kDenied;
   return ::access(path.c_str(), W_OK) == 0 ? std::error_code{} : lastError();
 }
 

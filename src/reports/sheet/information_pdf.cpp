@@ -1,5 +1,5 @@
 // writeInformationPDF: a sheet that tells a person what a model is.
-#include <algorithm>
+#include <optional>
 
 #include "actions/exports/export_frame.h"
 #include "actions/families.h"
@@ -8,6 +8,7 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
+#include "engine/output_file.h"
 #include "os/clock.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -48,11 +49,13 @@ constexpr Part kParts[] = {
     {&familyTableSection, L"Check FamTab"},
 };
 
-std::wstring fileName(const Task& task) {
-  std::wstring name = task.text(L"file").text;
-  const bool hasIt = name.size() >= kExtension.size() &&
-                     text::equalNoCase(std::wstring_view(name).substr(name.size() - kExtension.size()), kExtension);
-  return hasIt ? name : name + std::wstring(kExtension);
+// With the extension. Nothing, with a line: it can't be put together.
+std::optional<std::wstring> fileName(const Task& task) {
+  if (task.attribute(L"file").empty()) tellError(L"The attribute 'file' is missing");
+  Replaced name = task.text(L"file");
+  if (task.attribute(L"file").empty() || !name.hasText()) return std::nullopt;
+  if (!text::endsWithNoCase(name.text, kExtension)) name.text += kExtension;
+  return std::move(name.text);
 }
 
 // A file of a name that nothing has is made and taken away again.
@@ -63,22 +66,20 @@ bool canWriteIn(const std::wstring& folder) {
   return !os::files().remove(probe);
 }
 
-// Where the sheet goes; empty: nowhere, and the log says why.
+// Where the sheet goes; empty: nowhere, and the log says why. One name for many models would be one file for all.
 std::wstring target(const Task& task) {
   const bool fromModel = task.isTrue(L"folderFromModel");
-  std::wstring folder =
-      fromModel ? replaceVariablesPath(L"@mdlpath@", task.model(), kReports) : task.path(L"folder", kReports);
+  std::wstring folder = fromModel ? replaceVariablesPath(L"@mdlpath@", task.model(), kReports)
+                                  : wholePath(task.path(L"folder", kReports));
+  if (folder.empty() && !fromModel) folder = creo::ProDirectoryCurrentGet().value;
   if (!folder.ends_with(L'/') && !folder.ends_with(L'\\')) folder += L'\\';
   const bool exists = os::files().isFolder(folder);
   if (!exists || (!fromModel && !canWriteIn(folder))) {
     core::logMsgPlain(exists ? kNoRights : kNoPath, core::kError);
     return {};
   }
-  if (task.attribute(L"file").empty()) {
-    tellError(L"The attribute 'file' is missing");
-    return {};
-  }
-  return folder + fileName(task);
+  const auto name = fileName(task);
+  return name && mayBeWritten(folder + *name, kExtension) ? folder + *name : std::wstring();
 }
 
 std::wstring fontPath(const Task& task) {

@@ -59,8 +59,12 @@ class ModelDocument {
 
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);
+  // The same of what programs keep with the model, such as a history, and that says nothing of the model itself.
+  void touchData(RowRecord* row);
   // Of the document: whether anything in it changed; of a row: whether the row did.
   [[nodiscard]] bool isModified(const RowRecord* row) const { return row ? row->changed : modified_; }
+  // Whether anything but such data did.
+  [[nodiscard]] bool isContentModified() const { return contentModified_; }
   void markSaved();
 
   // Names that relations assign to or read, folded; those that post relations assign to.
@@ -71,7 +75,7 @@ class ModelDocument {
   void relationsChanged() { relationNames_.reset(); }
 
  private:
-  bool modified_ = false;
+  bool modified_ = false, contentModified_ = false;
   std::vector<RowRecord*> changedRows_;
   std::vector<std::unique_ptr<RowRecord>> takenRows_;
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;

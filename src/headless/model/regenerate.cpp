@@ -5,6 +5,7 @@
 #include <limits>
 #include <set>
 
+#include "headless/model/bottom_up.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/parameters.h"
@@ -373,30 +374,6 @@ std::vector<ProMdl> componentsOf(const Models& models, const Model& model) {
   return components;
 }
 
-// Components before what they are in, each once; an assembly that holds itself ends at itself.
-std::vector<ProMdl> bottomUp(const Models& models, ProMdl top) {
-  struct Step {
-    ProMdl model;
-    bool componentsDone = false;
-  };
-  std::vector<ProMdl> order;
-  std::set<ProMdl> seen;
-  std::vector<Step> steps{{top}};
-  while (!steps.empty()) {
-    Step& step = steps.back();
-    const ProMdl model = step.model;
-    if (step.componentsDone || !seen.insert(model).second) {
-      if (step.componentsDone) order.push_back(model);
-      steps.pop_back();
-      continue;
-    }
-    step.componentsDone = true;
-    for (const ProMdl component : componentsOf(models, *models.find(model)))
-      if (!seen.contains(component)) steps.push_back({component});
-  }
-  return order;
-}
-
 void regenerateInstances(Models& models, const Model& generic) {
   const std::shared_ptr<ModelDocument> document = generic.document;
   const auto& table = generic.row ? generic.row->familyTable : document->record.familyTable;
@@ -426,7 +403,8 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
   if (!models.find(solid)) return creo::ProBadInputs;
   std::set<ProMdl> failed;
   ProRegenerationStatus status = ProRegenerationStatus::regenerated;
-  for (const ProMdl handle : bottomUp(models, solid)) {
+  const auto componentsBelow = [&](ProMdl one) { return componentsOf(models, *models.find(one)); };
+  for (const ProMdl handle : bottomUp(solid, componentsBelow)) {
     Model& model = *models.find(handle);
     Outcome outcome = regenerateAlone(model, worked);
     for (const ProMdl component : componentsOf(models, model)) {

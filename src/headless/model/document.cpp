@@ -154,6 +154,7 @@ const SolidRecord& ModelDocument::solid() {
 
 void ModelDocument::touch(RowRecord* row) {
   contentModified_ = true;
+  instanceValues_.clear();
   touchData(row);
 }
 

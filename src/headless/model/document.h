@@ -10,6 +10,7 @@
 
 #include "creo/ProTypes.h"
 #include "headless/model/feature_tree.h"
+#include "headless/model/instance_values.h"
 #include "headless/store/document.h"
 #include "headless/store/records_geometry.h"
 
@@ -54,6 +55,8 @@ class ModelDocument {
 
   // Read from the record's `solid` when first asked for.
   const SolidRecord& solid();
+  // Where instanceValues keeps what it has worked out for a row: null until it has, and again behind each change.
+  std::unique_ptr<InstanceValues>& valuesOf(const RowRecord& row) { return instanceValues_[&row]; }
   // The record's `solid` was written anew.
   void solidChanged() { solid_.reset(); }
 
@@ -81,6 +84,7 @@ class ModelDocument {
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;
   std::unique_ptr<RelationNames> relationNames_;
   std::unique_ptr<SolidRecord> solid_;
+  std::unordered_map<const RowRecord*, std::unique_ptr<InstanceValues>> instanceValues_;
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
   std::unordered_map<int, std::size_t> notes_;                             // the same
   std::size_t notesIndexed_ = 0;                                           // how many there were

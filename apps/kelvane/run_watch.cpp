@@ -189,11 +189,42 @@ void RunWatch::tellUnknownSteps() {
     console_.trouble("... and for " + std::to_string(steps.size() - kMost) + " more; --events FILE has them all");
 }
 
+// Does the document differ from what lies on disk, or in a dry run would lie there, its history aside?
+bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
+  if (!document.isContentModified()) return false;
+  const auto known = saved_.find(labelOf(document));
+  const bool isWithheld = known != saved_.end() && !options_.writesModels();
+  const std::string before =
+      isWithheld ? known->second.withheld
+                 : os::files().read(document.folder + headless::documentFileName(document, document.version)).value;
+  return before.empty() || compared({}, before, session_.models().documentText(model).value).any();
+}
+
+// Changes that leave with the session: nobody else would tell of them.
+void RunWatch::tellUnsaved() {
+  if (options_.readOnly) return;
+  constexpr std::size_t kMost = 20;
+  std::set<std::string> unsaved;
+  for (const headless::ModelInMemory& one : session_.models().list()) {
+    const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
+    if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, one.handle)) unsaved.insert(labelOf(document));
+  }
+  std::string line;
+  std::size_t count = 0;
+  for (const std::string& name : unsaved) {
+    if (events_.on()) events_.tell("unsaved", {{"model", name}});
+    if (count++ < kMost) line += (line.empty() ? "" : ", ") + name;
+  }
+  if (count > kMost) line += " and " + std::to_string(count - kMost) + " more; --events FILE has them all";
+  if (!line.empty()) console_.trouble("warning: changed, but not saved: " + line);
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
   compareSaved();
   running_ = false;
   tellUnknownSteps();
+  tellUnsaved();
   log_.tellHidden();
   std::string passedOver;
   for (const Worked& worked : worked_) {

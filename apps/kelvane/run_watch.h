@@ -69,6 +69,8 @@ class RunWatch : public headless::SessionObserver {
   void compareSaved();
   ModelChanges changesOf(const std::string& label, const Document& document) const;
   void tellUnknownSteps();
+  [[nodiscard]] bool isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const;
+  void tellUnsaved();
 
   headless::Session& session_;
   const RunOptions& options_;

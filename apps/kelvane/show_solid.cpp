@@ -48,8 +48,11 @@ Section settingsOf(const headless::Model& model) {
     section.rows.push_back({"tolerance class", word(record.toleranceClass)});
   const auto status = headless::regenerationStatus(model);
   if (status != creo::ProRegenerationStatus::regenerated) section.rows.push_back({"regeneration", word(status)});
-  if (record.density != 0)
-    section.rows.push_back({"density", number(record.density), record.densityEstimated ? "estimated" : "stated"});
+  if (record.density != 0) {
+    const char* how = record.densityEstimated ? "estimated" : "stated";
+    section.rows.push_back(
+        {"density", number(record.density), headless::materialDensity(model) ? "its material's counts" : how});
+  }
   if (record.appearance) section.rows.push_back({"appearance", lookOf(*record.appearance)});
   for (const headless::FeatureRecord& feature : record.features)
     if (feature.appearance)
@@ -99,9 +102,9 @@ Section bodyOf(const headless::Model& model) {
   const std::string& system = model.document->record.units;
   const std::string length(headless::systemUnit(model.document->record, system, creo::ProUnitType::length));
   const std::string weight(headless::systemUnit(model.document->record, system, creo::ProUnitType::mass));
-  const bool guessed = model.type() == creo::ProMdlType::part && !headless::materialDensity(model);
+  const bool guessed = model.type() == creo::ProMdlType::part && !headless::partDensity(model);
   const auto& of = mass.value;
-  section.rows = {{"mass", rounded(of.mass) + " " + weight, guessed ? "its material has no density: 1" : ""},
+  section.rows = {{"mass", rounded(of.mass) + " " + weight, guessed ? "it has no density: 1" : ""},
                   {"volume", rounded(of.volume) + " " + length + "^3"},
                   {"surface area", rounded(of.surfaceArea) + " " + length + "^2"},
                   {"centre of gravity", rounded(of.gravityCenter)}};

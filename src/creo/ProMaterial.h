@@ -30,8 +30,8 @@ ProError ProMaterialfileRead(ProMdl part, const std::wstring& name);
 // Without the current material the part has none. ProNotFound: it holds none of that name; ProBadInputs: no part.
 ProError ProMaterialDelete(const ProMaterial& material);
 
-// The density of the current material, in the part's system of units. ProNotFound: no material, or it tells none;
-// ProBadInputs: no part.
+// The density of the current material, where none is told that of the part itself, in the part's system of units.
+// ProNotFound: neither is stated; ProBadInputs: no part.
 Got<double> ProPartDensityGet(ProMdl part);
 
 }  // namespace creo

@@ -48,8 +48,10 @@ Got<int> ProMdlSubtypeGet(ProMdl model);
 Got<std::wstring> ProMdlOriginGet(ProMdl model);
 // The folder that the model lies in, with its closing backslash. ProNotFound: it was never saved.
 Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model);
-// Saves the model as the next version of its document; an instance saves its generic. Raises notification 103 before.
-// ProGeneralError: not written (the old versions are whole), the message area has the reason.
+// Saves the model as the next version of its document; an instance saves its generic. What it uses and what was changed
+// of that is saved before it; the option save_objects may say otherwise: "changed" and "changed_and_updated" leave out
+// an unchanged model, "all" saves unchanged ones too. Raises notification 103 before. ProGeneralError: not all was
+// written (the old versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
 // Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its
 // generic. Raises notification 9 before, as ProMdlEraseAll does for its model.

@@ -5,8 +5,9 @@
 
 namespace creo {
 
-// States the part's density, in its system of units; an estimated one counts as stated then. The density that holds
-// already, of the part or its material, changes nothing. ProBadInputs: no part, or no positive number.
+// States a density, in the part's system of units: that of the current material, else the part's own, which counts as
+// stated then where it was estimated. The density that holds already changes nothing. ProBadInputs: no part, or no
+// positive number.
 ProError ProPartDensitySet(ProMdl part, double density);
 
 }  // namespace creo

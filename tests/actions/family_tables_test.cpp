@@ -99,10 +99,11 @@ TEST_F(FamilyTables, KeepWhatAVerificationFound) {
   expectNotIn("BOLT.prt", {"\"densityEstimated\":true"});
 }
 
-TEST_F(FamilyTables, WithoutADensityBeginWithOne) {
+TEST_F(FamilyTables, WithoutADensityAreGivenNone) {
   bolt(world, kFlat);
-  expectSaid(runOnBolt(task("verifyFamilietable") + save), {L"W:'BOLT.PRT' has no density, it is set to 1.000000"});
-  expectIn("BOLT.prt", {R"("density":1.0)"});
+  const std::wstring log = runOnBolt(task("verifyFamilietable") + save);
+  expectSaid(log, {L"looked on the temporary density at 1 parts / assemblies"});
+  expectNotIn("BOLT.prt", {"density"});
 }
 
 TEST_F(FamilyTables, AreUnlocked) {
@@ -174,6 +175,20 @@ TEST_F(FamilyTables, BreakUpIntoModelsOfTheirOwn) {
   expectNotIn("M5.prt", {"suppressed", "commonName"});
   for (const char* file : {"M4.prt", "M5.prt", "BOLT.prt"}) expectNotIn(file, {"familyTable", "OSTELO"});
   EXPECT_EQ(L"SIZE=3.0 GRADE=8.8", world.savedParameters("BOLT.prt"));
+}
+
+TEST_F(FamilyTables, BreakUpWithWhatRelationsMakeOfEachRow) {
+  bolt(world, R"({"name": "M4", "values": {"SIZE": 4.0}}, {"name": "M5", "values": {"SIZE": 5.0, "d1": 1.0}})",
+       R"("relations": ["GRADE = 'M' + itos(SIZE)", "d1 = SIZE * 10"], )");
+  const std::wstring log = runOnBolt(task("verifyFamilietable", "twice='true'") + save + breakUp);
+  expectSaid(log, {L"M4 - created - regenerated", L"M5 - created - regenerated"});
+  EXPECT_EQ(L"SIZE=3.0 GRADE=8.8", world.savedParameters("BOLT.prt"));
+  expectIn("BOLT.prt", {R"("values":{"SIZE":4.0})", R"("values":{"SIZE":5.0,"d1":1.0})"});
+  for (const wchar_t* size : {L"4", L"5"}) {
+    const std::string file = "M" + text::toUtf8(size) + ".prt";
+    EXPECT_EQ(std::wstring(L"SIZE=") + size + L".0 GRADE=M" + size, world.savedParameters(file));
+    expectIn(file, {("\"value\":" + text::toUtf8(size) + "0.0").c_str()});
+  }
 }
 
 TEST_F(FamilyTables, BreakUpFromTheInsideOut) {

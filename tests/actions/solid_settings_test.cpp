@@ -126,15 +126,15 @@ TEST_F(SolidSettings, RegenerationTellsItsResultsApart) {
   }
 }
 
-TEST_F(SolidSettings, MassesStateADensityAndKnowTheirSystem) {
+TEST_F(SolidSettings, MassesWarnWhereNoDensityIsStatedAndKnowTheirSystem) {
   EXPECT_EQ(
       L"B0 Compute mass|W:Density not found at BRACKET, set Density to 1.0|Mass compution solved|"
       L"mass 50000.000000, volume 50000.000000, centre of gravity 65.400000, 25.000000, 5.000000|"
-      L"B1 Compute mass|Mass compution solved|"
+      L"B1 Compute mass|W:Density not found at BRACKET, set Density to 1.0|Mass compution solved|"
       L"mass 50000.000000, volume 50000.000000, centre of gravity 75.400000, 25.000000, 5.000000|"
       L"B2 Compute mass|E:Coordinate system not found",
       run(task("regenerateMass", "csys='cs'") + task("regenerateMass") + task("regenerateMass", "csys='NO'")));
-  EXPECT_EQ(1.0, record().density);
+  EXPECT_EQ(0.0, record().density) << "a part that is given a material later would weigh as if it had none";
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <numbers>
 
 #include "creo/ProDatum.h"
+#include "creo/ProMaterial.h"
+#include "creo/ProPart.h"
 #include "creo/ProSolid.h"
 #include "headless/session_fixture.h"
 #include "support/step_file.h"
@@ -180,6 +182,9 @@ TEST_F(BodyTest, MassFollowsTheMaterialInTheUnitsOfThePart) {
       {material(R"(7.85e-06, "units": "kg/mm^3")"), 0.1256},
       {material(R"(7850, "units": "kg/m^3")"), 0.1256},
       {material("7.85e-06"), 0.1256},
+      {R"("density": 2, "materials": [{"name": "TIN"}], "material": "TIN")", 32000},
+      {R"("density": 2, )" + material("7.85e-06"), 0.1256},  // the material's comes first
+      {R"("density": 2, )" + material("0"), 32000},
       {R"("units": "mmNs", )" + material(R"(7850, "units": "kg/m^3")"), 0.0001256},
       {R"("units": "mks", )" + material(R"(7850, "units": "kg/m^3")"), 125600000},
   };
@@ -187,6 +192,34 @@ TEST_F(BodyTest, MassFollowsTheMaterialInTheUnitsOfThePart) {
     const auto mass = ProSolidMassPropertyGet(part(kPlate, c.members)).value;
     EXPECT_NEAR(c.mass, mass.mass, 1e-9 * c.mass) << c.members;
     EXPECT_NEAR(mass.mass / mass.volume, mass.density, 1e-12) << c.members;
+  }
+}
+
+TEST_F(BodyTest, AStatedDensityIsTheCurrentMaterials) {
+  const std::string bare = R"("material": "A", "materials": [{"name": "A", "parameters": []}])";
+  const struct {
+    std::string members;
+    const char* held;  // in the document behind
+    bool ofPart;
+  } cases[] = {
+      {"", R"("density":4.0)", true},
+      {R"("density": 3, "densityEstimated": true)", R"("density":4.0)", true},
+      {R"("density": 4, "densityEstimated": true, )" + bare, R"("density":4.0)", true},  // it holds already
+      {bare, R"("units":"kg/mm^3")", false},
+      {R"("units": "mmNs", "material": "A", "materials": [{"name": "A", "parameters": [
+           {"name": "PTC_MASS_DENSITY", "type": "double", "value": 1, "units": "kg/m^3"}]}])",
+       R"("units":"kg/m^3")", false},
+  };
+  for (const auto& c : cases) {
+    const ProMdl one = part(kPlate, c.members);
+    EXPECT_EQ(ProNoError, ProPartDensitySet(one, 4)) << c.members;
+    EXPECT_DOUBLE_EQ(4, ProPartDensityGet(one).value) << c.members;
+    EXPECT_DOUBLE_EQ(4, ProSolidMassPropertyGet(one).value.density) << c.members;
+    std::string document = session().models().documentText(one).value;
+    std::erase_if(document, [](char letter) { return letter == ' ' || letter == '\n'; });
+    EXPECT_NE(std::string::npos, document.find(c.held)) << document;
+    EXPECT_EQ(c.ofPart, document.find("\"density\":") != std::string::npos) << document;
+    EXPECT_EQ(std::string::npos, document.find("densityEstimated")) << document;
   }
 }
 

@@ -1,4 +1,6 @@
 #include <chrono>
+#include <set>
+#include <sstream>
 #include <thread>
 
 #include "creo/ProDrawing.h"
@@ -143,6 +145,67 @@ TEST_F(ModelsInMemory, AFailedSaveLeavesEverythingAsItWas) {
   EXPECT_EQ(ProNoError, ProMdlSave(part));
   EXPECT_EQ("a.prt.4 a.prt.5", files());
   os::surroundings().files = real;
+}
+
+TEST_F(ModelsInMemory, SavingSavesWhatWasChangedBelow) {
+  const struct {
+    const wchar_t* objects;  // of the option
+    const char* changed;     // parts
+    const char* saved;
+  } cases[] = {
+      {L"", "", "SHEET.DRW"},
+      {L"", "PIN", "PIN.PRT SHEET.DRW"},
+      {L"changed_and_specified", "LONG", "BOLT.PRT SHEET.DRW"},  // an instance, whose document is its generic's
+      {L"", "PIN SUB LONG", "BOLT.PRT PIN.PRT SHEET.DRW SUB.ASM"},
+      {L"changed", "PIN", "PIN.PRT"},
+      {L"Changed_And_Updated", "", ""},
+      {L"all", "", "BOLT.PRT PIN.PRT SHEET.DRW SUB.ASM TOP.ASM"},
+      {L"", "STD", "SHEET.DRW"},  // read-only
+  };
+  for (const auto& c : cases) {
+    endSession();
+    std::filesystem::remove_all(folder_ + "/models");
+    std::filesystem::create_directories(folder_ + "/models");
+    model("pin.prt.1", kMass);
+    model("std.prt.1", std::string(kMass) + R"(, "readOnly": true)");
+    model("bolt.prt.1", std::string(kMass) + R"(, "familyTable": {"instances": [{"name": "LONG"}]})");
+    model("sub.asm.1", std::string(kMass) + R"(, "components": [{"name": "PIN", "type": "prt"},
+        {"name": "LONG<BOLT>", "type": "prt"}, {"name": "STD", "type": "prt"}, {"name": "TOP", "type": "asm"}])");
+    model("top.asm.1", R"("components": [{"name": "SUB", "type": "asm"}])");
+    model("sheet.drw.1", R"("models": [{"name": "TOP", "type": "asm"}], "sheets": [{"size": "A4"}])");
+    const ProMdl drawing = retrieve(L"SHEET", ProMdlType::drawing);
+    if (*c.objects != 0) ASSERT_EQ(ProNoError, ProConfigoptSet(L"save_objects", c.objects));
+    std::istringstream names(c.changed);
+    for (std::string name; names >> name;)
+      set(retrieve(text::fromUtf8(name), name == "SUB" ? ProMdlType::assembly : ProMdlType::part), L"MASS", real(9));
+    EXPECT_EQ(ProNoError, ProMdlSave(drawing)) << c.changed;
+    std::set<std::string> saved;
+    for (const SavedDocument& one : session().savedDocuments())
+      saved.insert(text::toUtf8(one.name + L"." + typeExtension(one.type)));
+    std::string all;
+    for (const std::string& one : saved) all += (all.empty() ? "" : " ") + one;
+    EXPECT_EQ(c.saved, all) << c.changed;
+    EXPECT_EQ(saved.size(), session().savedDocuments().size()) << "each once";
+    const bool isReadOnly = std::string(c.changed) == "STD";
+    EXPECT_EQ(isReadOnly ? "STD.PRT isn't saved with SHEET.DRW: it is read-only\n" : "", messages()) << c.changed;
+  }
+}
+
+TEST_F(ModelsInMemory, WhatCantBeWrittenBelowFailsTheSaveAndKeepsTheRest) {
+  model("pin.prt.1", kMass);
+  model("nut.prt.1", kMass);
+  model("top.asm.1", R"("components": [{"name": "PIN", "type": "prt"}, {"name": "NUT", "type": "prt"}])");
+  const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
+  const ProMdl pin = retrieve(L"PIN");
+  set(pin, L"MASS", real(9));
+  set(retrieve(L"NUT"), L"MASS", real(9));
+  // The number that a version would have is taken by a folder, more often than a save tries.
+  for (int version = 2; version < 110; ++version)
+    std::filesystem::create_directory(folder_ + "/models/pin.prt." + std::to_string(version));
+  EXPECT_EQ(ProGeneralError, ProMdlSave(top));
+  EXPECT_TRUE(ProMdlModificationVerify(pin).value) << "it can be saved later";
+  EXPECT_TRUE(std::filesystem::is_regular_file(folder_ + "/models/nut.prt.2"));
+  EXPECT_TRUE(std::filesystem::is_regular_file(folder_ + "/models/top.asm.2"));
 }
 
 TEST_F(ModelsInMemory, SavingOnceMoreReplacesOnlyTheSessionsOwnVersion) {

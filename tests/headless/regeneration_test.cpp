@@ -1,6 +1,7 @@
 // Regeneration: relations are read and worked out, what is wrong fails and says so.
 #include "creo/ProDimension.h"
 #include "creo/ProFeature.h"
+#include "creo/ProMdlCopy.h"
 #include "creo/ProNotify.h"
 #include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
@@ -224,7 +225,7 @@ TEST_F(Regeneration, AFeatureThatIsNotRegeneratedFailsUnlessItIsTakenOut) {
       messages());
 }
 
-TEST_F(Regeneration, AnInstanceTakesDrivenValuesWhereItsTableHasAColumn) {
+TEST_F(Regeneration, AnInstanceHasTheValuesThatItsOwnRowMakes) {
   model("bolt.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 20},
       {"name": "MASS", "type": "double", "value": 40}, {"name": "FREE", "type": "double", "value": 20}],
       "relations": ["MASS = LEN * 2", "FREE = LEN"],
@@ -232,10 +233,91 @@ TEST_F(Regeneration, AnInstanceTakesDrivenValuesWhereItsTableHasAColumn) {
         "instances": [{"name": "LONG", "values": {"LEN": 30.0}}]})");
   const ProMdl bolt = retrieve(L"BOLT"), instance = retrieve(L"LONG");
   EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, 0));
-  EXPECT_EQ("LEN=30 MASS=40 FREE=20", parameters(instance)) << "it wasn't asked for";
-  EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, kRegenerateUpdateInstances));
-  EXPECT_EQ("LEN=30 MASS=60 FREE=20", parameters(instance));
+  EXPECT_EQ("LEN=30 MASS=60 FREE=30", parameters(instance));
+  const std::string before = session().models().documentText(bolt).value;
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, kRegenerateNoFlags));
+  EXPECT_EQ(ProNoError, ProRelsetRegenerate(ProModelitemToRelset(item(instance)).value));
+  EXPECT_FALSE(ProMdlModificationVerify(bolt).value);
+  EXPECT_EQ(ProNoError, set(instance, L"LEN", real(50)));
+  EXPECT_EQ("LEN=50 MASS=100 FREE=50", parameters(instance));
   EXPECT_EQ("LEN=20 MASS=40 FREE=20", parameters(bolt));
+  EXPECT_EQ(ProNoError, set(instance, L"LEN", real(30)));
+  EXPECT_EQ(before, session().models().documentText(bolt).value) << "no column or value comes of it";
+}
+
+TEST_F(Regeneration, WhatDrivesAnInstanceIsAskedOfItsOwnRow) {
+  // D is in the row: 5 in SMALL, the generic's 20 in LARGE.
+  const auto bolt = [](const std::string& relations, const std::string& more) {
+    return R"("parameters": [{"name": "D", "type": "double", "value": 20}, {"name": "X", "type": "double", "value": 1},
+        {"name": "Y", "type": "double", "value": 1}, {"name": "N", "type": "integer", "value": 7},
+        {"name": "T", "type": "string", "value": "t"}], "relations": )" +
+           relations + more + R"(, "familyTable": {"items": [{"type": "parameter", "name": "D"}], "instances": [
+             {"name": "SMALL", "values": {"D": 5.0}, "parameters": [{"name": "OWN", "type": "double", "value": 0}]},
+             {"name": "LARGE"}]})";
+  };
+  const struct {
+    std::string relations, more, small, large;
+    ProError regenerated = ProNoError;
+  } cases[] = {
+      {quoted({"X = D * 2"}), "", "D=5 X=10 Y=1 N=7 T=t OWN=0", "D=20 X=40 Y=1 N=7 T=t"},
+      {quoted({"IF D > 10", "X = 2", "ENDIF"}), "", "D=5 X=1 Y=1 N=7 T=t OWN=0", "D=20 X=2 Y=1 N=7 T=t"},
+      {quoted({"N = D / 2", "T = 'd' + itos(D)"}), "", "D=5 X=1 Y=1 N=3 T=d5 OWN=0", "D=20 X=1 Y=1 N=10 T=d20"},
+      {quoted({"OWN = D"}), "", "D=5 X=1 Y=1 N=7 T=t OWN=5", "D=20 X=1 Y=1 N=7 T=t"},
+      {quoted({"N = N + 1"}), "", "D=5 X=1 Y=1 N=8 T=t OWN=0", "D=20 X=1 Y=1 N=8 T=t"},
+      // What is assigned behind the relations counts in them.
+      {quoted({"X = Y * 2", "N = N + 1"}), R"(, "postRelations": ["Y = D"])", "D=5 X=10 Y=5 N=8 T=t OWN=0",
+       "D=20 X=40 Y=20 N=8 T=t"},
+      {quoted({"X = Y"}), R"(, "postRelations": ["Y = Y + D"])", "D=5 X=16 Y=21 N=7 T=t OWN=0",
+       "D=20 X=61 Y=81 N=7 T=t", ProRegenAgain},
+      // One that fails has its generic's.
+      {quoted({"X = D * 2", "Y = sqrt(D - 6)"}), "", "D=5 X=1 Y=1 N=7 T=t OWN=0", "", ProGeneralError},
+  };
+  int number = 0;
+  for (const auto& c : cases) {
+    endSession();
+    std::filesystem::remove_all(folder_ + "/models");
+    std::filesystem::create_directories(folder_ + "/models");
+    model("bolt" + std::to_string(++number) + ".prt.1", bolt(c.relations, c.more));
+    const ProMdl small = retrieve(L"SMALL");
+    EXPECT_EQ(c.small, parameters(small)) << c.relations;
+    if (!c.large.empty()) EXPECT_EQ(c.large, parameters(retrieve(L"LARGE"))) << c.relations;
+    EXPECT_EQ(c.regenerated, ProSolidRegenerate(small, 0)) << c.relations;
+    EXPECT_EQ(c.small, parameters(small)) << c.relations;
+    EXPECT_EQ(c.regenerated == ProGeneralError, messages().find("SMALL.PRT: relation line 2") != std::string::npos);
+  }
+}
+
+TEST_F(Regeneration, FeaturesOfAnInstanceFollowItsRow) {
+  model("plate.prt.1", R"("parameters": [{"name": "D", "type": "double", "value": 20}], "relations": ["W = D * 2"],
+      "dimensions": [{"id": 1, "symbol": "W", "value": 40}],
+      "program": ["IF D > 10", "ADD FEATURE", "INTERNAL FEATURE ID 4", "END ADD", "END IF"],
+      "features": [{"id": 4, "name": "RIB", "relations": ["DEEP = D / 2", "W = W + 1"],
+        "parameters": [{"name": "DEEP", "type": "double", "value": 10}]},
+        {"id": 5, "name": "BASE", "relations": ["DEEP = D / 2"],
+        "parameters": [{"name": "DEEP", "type": "double", "value": 10}]}],
+      "solid": {"primitives": [{"type": "box", "size": ["W", 1, 1]}]},
+      "familyTable": {"items": [{"type": "parameter", "name": "D"}], "instances": [
+        {"name": "SMALL", "values": {"D": 6.0}}, {"name": "LARGE", "values": {"D": 30.0}}]})");
+  const ProMdl plate = retrieve(L"PLATE"), small = retrieve(L"SMALL"), large = retrieve(L"LARGE");
+  const auto told = [](ProMdl solid) {
+    std::string out;
+    for (const int id : {4, 5}) {
+      const auto deep = ProParameterInit({ProItemType::feature, id, solid, {}}, L"DEEP");
+      out += std::to_string(static_cast<int>(ProFeatureStatusGet({solid, id}).value)) + " " +
+             std::to_string(static_cast<int>(ProParameterValueGet(deep.value).value.real)) + ", ";
+    }
+    return out + std::to_string(static_cast<int>(ProSolidMassPropertyGet(solid).value.volume + 0.5));
+  };
+  EXPECT_EQ("4 10, 0 3, 12", told(small)) << "the rib isn't there, nor what it adds";
+  EXPECT_EQ("0 15, 0 15, 61", told(large));
+  EXPECT_EQ("0 10, 0 10, 40", told(plate)) << "nobody has regenerated it";
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(small, 0));
+  EXPECT_EQ("0 10, 0 10, 40", told(plate));
+  // A model of its own has what the instance had.
+  const auto copy = ProMdlCopy(small, L"ALONE");
+  ASSERT_EQ(ProNoError, copy.error);
+  EXPECT_EQ("4 10, 0 3, 12", told(copy.value));
+  EXPECT_EQ("D=6", parameters(copy.value));
 }
 
 TEST_F(Regeneration, ComponentsComeFirstAndACircleEnds) {

@@ -104,6 +104,43 @@ TEST_F(Run, SaveOptionsSayWhatIsKept) {
   }
 }
 
+TEST_F(Run, WhatChangesBelowIsSavedOrNamed) {
+  // A drawing's list changes the drawing's model, which the table doesn't show.
+  const auto onModel = [](const std::string& tasks) {
+    return "<task type='groupActions' version='3' forDRW='true' forEF='false' reworkMode='5' mdlname='PLATE.PRT'>"
+           "<subtasks>" +
+           tasks + "</subtasks></task>";
+  };
+  const struct {
+    const char* name;
+    std::string tasks;
+    const char* said;  // on standard error
+  } lists[] = {
+      {"below", onModel(kAddNorm) + kSave, ""},
+      {"left", onModel(kAddNorm), "warning: changed, but not saved: PLATE.PRT\n"},
+      {"nothing", onModel(""), ""},
+  };
+  for (const auto& c : lists) {
+    fs::remove_all(models());
+    part(L"PLATE").with(L"MASS", 2.5);
+    ModelBuilder(models(), L"PLATE", ProMdlType::drawing).uses(L"PLATE", ProMdlType::part);
+    list(std::string(c.name) + ".xml", c.tasks);
+    const Ended dry = run(c.name, {"--select", "*.DRW", "-n"});
+    const Ended ended = run(c.name, {"--select", "*.DRW", "--events", path("events")});
+    const bool saves = std::string(c.name) == "below";
+    for (const Ended* one : {&dry, &ended}) {
+      EXPECT_EQ(0, one->code) << one->err;
+      EXPECT_EQ(*c.said != 0, one->err.find("not saved") != std::string::npos) << one->err;
+      EXPECT_NE(std::string::npos, one->err.find(c.said)) << one->err;
+      EXPECT_NE(std::string::npos, one->out.find(saves ? " saved=2 " : " saved=0 ")) << c.name << one->out;
+    }
+    EXPECT_EQ(saves, dry.out.find("PLATE.PRT: + parameters/NORM/value: WN-100") != std::string::npos) << dry.out;
+    EXPECT_EQ(saves, fs::exists(models() + "/PLATE.prt.2")) << c.name;
+    EXPECT_EQ(*c.said != 0,
+              readBytes(path("events")).find("{\"event\":\"unsaved\",\"model\":\"PLATE.PRT\"}") != std::string::npos);
+  }
+}
+
 TEST_F(Run, RowsAreChosenByPatternNumberAndStart) {
   struct Case {
     std::vector<std::string> options;

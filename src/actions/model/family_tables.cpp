@@ -27,15 +27,14 @@ using namespace engine;
 constexpr int kVerifyTitle = 137, kUnlockTitle = 411, kDeleteTitle = 415;
 constexpr int kCreated = 138, kNotRegenerated = 139, kRegenerated = 140, kNotCreated = 141;
 constexpr int kUnlocked = 412;
-constexpr double kNoDensity = 1;
 
 std::wstring fileLabel(const std::wstring& name, ProMdlType type) { return name + L'.' + typeExtension(type); }
 
+// A part without a density keeps none: one that nobody stated would count as if somebody had.
 void stateDensity(ProMdl part, const std::wstring& label) {
   const auto density = ProPartDensityGet(part);
-  if (!density)
-    core::logWrite(text::format(L"'%s' has no density, it is set to %f", label, kNoDensity), core::kWarning);
-  if (ProPartDensitySet(part, density ? density.value : kNoDensity) != ProNoError)
+  if (density.error == ProNotFound) return;
+  if (!density || ProPartDensitySet(part, density.value) != ProNoError)
     core::logWrite(text::format(L"Failure while set the density of '%s'", label), core::kError);
 }
 

@@ -10,7 +10,6 @@
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
-#include "creo/ProPart.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -61,23 +60,23 @@ Outcome regenerateModel(const Task& task) {
 
 // ---- masses
 
-// Gives each part of an assembly, or the part itself, a density where it has none.
+// Warns of each part of an assembly, or of the part itself, that has no density: it counts with 1. Nothing is stated,
+// as that would go on counting when the part is given a material that tells none.
 class Densities {
  public:
-  void state(creo::ProMdl solid) {
+  void check(creo::ProMdl solid) {
     if (!seen_.insert(solid).second) return;
-    if (creo::ProMdlTypeGet(solid).value == creo::ProMdlType::part) return statePart(solid);
+    if (creo::ProMdlTypeGet(solid).value == creo::ProMdlType::part) return checkPart(solid);
     for (const creo::ProDependency& used : creo::ProMdlDependenciesList(solid).value) {
       if (used.type != creo::ProMdlType::part && used.type != creo::ProMdlType::assembly) continue;
-      if (const auto model = creo::ProMdlInit(used.name, used.type)) state(model.value);
+      if (const auto model = creo::ProMdlInit(used.name, used.type)) check(model.value);
     }
   }
 
  private:
-  static void statePart(creo::ProMdl part) {
+  static void checkPart(creo::ProMdl part) {
     if (creo::ProPartDensityGet(part) || creo::ProMdlIsSkeleton(part).value) return;
     core::logWrite(text::format(core::msgText(kNoDensity), creo::ProMdlNameGet(part).value), core::kWarning);
-    creo::ProPartDensitySet(part, 1.0);
   }
   std::set<creo::ProMdl> seen_;
 };
@@ -111,7 +110,7 @@ Outcome regenerateMass(const Task& task) {
     }
     csys = place.value;
   }
-  Densities().state(task.model());
+  Densities().check(task.model());
   const auto mass = creo::ProSolidMassPropertyGet(task.model());
   if (!mass) {
     core::logMsgPlain(kMassFailed, core::kError);

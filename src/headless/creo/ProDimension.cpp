@@ -42,14 +42,15 @@ auto onDimension(std::string_view name, const ProDimension& dimension, Body&& bo
 
 // By a relation that assigns to its symbol; a parameter of that name would take the value instead.
 bool isDriven(headless::ModelDocument& document, const std::string& symbol) {
-  return document.relationNames().assigned.contains(headless::folded(symbol)) &&
+  const auto& names = document.relationNames();
+  const std::string key = headless::folded(symbol);
+  return (names.assigned.contains(key) || names.assignedAfter.contains(key)) &&
          !headless::findParameter(document, nullptr, symbol);
 }
 
 Got<double> valueOf(const Model& model, const DimensionRecord& record) {
-  const headless::Scalar* own =
-      headless::rowValue(*model.document, model.row, ProFamitemType::dimension, headless::symbolOf(record));
-  const headless::Scalar& value = own ? *own : record.value;
+  const headless::Scalar& value =
+      headless::heldValue(model, ProFamitemType::dimension, headless::symbolOf(record), record.value);
   if (const auto* integer = std::get_if<int>(&value)) return static_cast<double>(*integer);
   if (const auto* real = std::get_if<double>(&value)) return *real;
   return ProNotFound;

@@ -136,11 +136,23 @@ Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model) {
   });
 }
 
+namespace {
+
+headless::SaveObjects saveObjects(const State& state) {
+  const auto values = state.configuration.values(L"save_objects");
+  const std::wstring value = values.empty() ? std::wstring() : text::lower(values.front());
+  if (value == L"all") return headless::SaveObjects::all;
+  if (value == L"changed" || value == L"changed_and_updated") return headless::SaveObjects::changed;
+  return headless::SaveObjects::changedAndSpecified;
+}
+
+}  // namespace
+
 ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
     const ProMdl handle = m.handle;  // a handler may erase the model
     state.raise(ProNotifyType::saveBefore, handle);
-    return state.models.save(handle);
+    return state.models.save(handle, saveObjects(state));
   });
 }
 

@@ -13,11 +13,7 @@ using State = headless::Session::State;
 ProError ProPartDensitySet(ProMdl part, double density) {
   return headless::onModel("ProPartDensitySet", part, [&](State&, Model& m) -> ProError {
     if (m.type() != ProMdlType::part || !std::isfinite(density) || density <= 0) return ProBadInputs;
-    headless::ModelRecord& record = m.document->record;
-    if (!record.densityEstimated && headless::partDensity(m) == density) return ProNoError;
-    record.density = density;
-    record.densityEstimated = false;
-    m.document->touch(nullptr);
+    headless::setPartDensity(m, density);
     return ProNoError;
   });
 }

@@ -153,6 +153,12 @@ const SolidRecord& ModelDocument::solid() {
 }
 
 void ModelDocument::touch(RowRecord* row) {
+  contentModified_ = true;
+  instanceValues_.clear();
+  touchData(row);
+}
+
+void ModelDocument::touchData(RowRecord* row) {
   modified_ = true;
   if (!row || row->changed) return;
   row->changed = true;
@@ -160,7 +166,7 @@ void ModelDocument::touch(RowRecord* row) {
 }
 
 void ModelDocument::markSaved() {
-  modified_ = false;
+  modified_ = contentModified_ = false;
   for (RowRecord* row : changedRows_) row->changed = false;
   changedRows_.clear();
 }

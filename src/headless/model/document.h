@@ -10,6 +10,7 @@
 
 #include "creo/ProTypes.h"
 #include "headless/model/feature_tree.h"
+#include "headless/model/instance_values.h"
 #include "headless/store/document.h"
 #include "headless/store/records_geometry.h"
 
@@ -54,13 +55,19 @@ class ModelDocument {
 
   // Read from the record's `solid` when first asked for.
   const SolidRecord& solid();
+  // Where instanceValues keeps what it has worked out for a row: null until it has, and again behind each change.
+  std::unique_ptr<InstanceValues>& valuesOf(const RowRecord& row) { return instanceValues_[&row]; }
   // The record's `solid` was written anew.
   void solidChanged() { solid_.reset(); }
 
   // Marks a change of the document itself, or of a row.
   void touch(RowRecord* row);
+  // The same of what programs keep with the model, such as a history, and that says nothing of the model itself.
+  void touchData(RowRecord* row);
   // Of the document: whether anything in it changed; of a row: whether the row did.
   [[nodiscard]] bool isModified(const RowRecord* row) const { return row ? row->changed : modified_; }
+  // Whether anything but such data did.
+  [[nodiscard]] bool isContentModified() const { return contentModified_; }
   void markSaved();
 
   // Names that relations assign to or read, folded; those that post relations assign to.
@@ -71,12 +78,13 @@ class ModelDocument {
   void relationsChanged() { relationNames_.reset(); }
 
  private:
-  bool modified_ = false;
+  bool modified_ = false, contentModified_ = false;
   std::vector<RowRecord*> changedRows_;
   std::vector<std::unique_ptr<RowRecord>> takenRows_;
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;
   std::unique_ptr<RelationNames> relationNames_;
   std::unique_ptr<SolidRecord> solid_;
+  std::unordered_map<const RowRecord*, std::unique_ptr<InstanceValues>> instanceValues_;
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
   std::unordered_map<int, std::size_t> notes_;                             // the same
   std::size_t notesIndexed_ = 0;                                           // how many there were

@@ -48,7 +48,7 @@ ProError createSlot(Model& model, const std::wstring& name, const std::wstring& 
   if (!slots) return creo::ProNotFound;
   if (slot.empty() || memberOf(*slots, slot)) return creo::ProBadInputs;
   slots->list.emplace_back().name = text::toUtf8(slot);
-  model.document->touch(model.row);
+  model.document->touchData(model.row);
   return creo::ProNoError;
 }
 
@@ -74,7 +74,7 @@ ProError writeSlot(Model& model, const std::wstring& name, const std::wstring& s
   if (held->type == value.type && held->value == wanted) return creo::ProNoError;
   held->type = value.type;
   held->value = std::move(wanted);
-  model.document->touch(model.row);
+  model.document->touchData(model.row);
   return creo::ProNoError;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "headless/model/parameters.h"
+#include "headless/model/regenerate.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -46,6 +47,29 @@ const Scalar* rowValue(const ModelDocument& document, const RowRecord* row, ProF
     if (value != NameIndex::kNone) return &row->values[value].value;
   }
   return nullptr;
+}
+
+namespace {
+
+// Null: relations make nothing of it.
+const Scalar* workedOut(const Model& model, const Scalar& stored) {
+  if (!model.row) return nullptr;
+  const auto& values = instanceValues(model).values;
+  const auto found = values.find(&stored);
+  return found == values.end() ? nullptr : &found->second;
+}
+
+}  // namespace
+
+const Scalar& heldValue(const Model& model, ProFamitemType type, std::string_view name, const Scalar& stored) {
+  if (const Scalar* worked = workedOut(model, stored)) return *worked;
+  const Scalar* own = rowValue(*model.document, model.row, type, name);
+  return own ? *own : stored;
+}
+
+const Scalar& heldValue(const Model& model, const Scalar& stored) {
+  const Scalar* worked = workedOut(model, stored);
+  return worked ? *worked : stored;
 }
 
 void setRowValue(ModelDocument& document, RowRecord& row, ProFamitemType type, std::string_view name, Scalar value) {

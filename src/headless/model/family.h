@@ -12,6 +12,12 @@ namespace headless {
 // The value that a row, or else a row above it, gives a column; null: the generic's own value holds.
 const Scalar* rowValue(const ModelDocument& document, const RowRecord* row, creo::ProFamitemType type,
                        std::string_view name);
+// What a model has where the document stores a value: of an instance what its generic's relations make of it, else the
+// value of its row, or of a row above it, in the column of that name. Of anything else, and where neither says
+// something, it is the stored one.
+const Scalar& heldValue(const Model& model, creo::ProFamitemType type, std::string_view name, const Scalar& stored);
+// The same of what no column stands for, such as a feature's parameter.
+const Scalar& heldValue(const Model& model, const Scalar& stored);
 // Gives the row a value, adding the column to its table where there is none.
 void setRowValue(ModelDocument& document, RowRecord& row, creo::ProFamitemType type, std::string_view name,
                  Scalar value);

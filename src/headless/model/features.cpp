@@ -1,6 +1,7 @@
 #include "headless/model/features.h"
 
 #include "headless/model/family.h"
+#include "headless/model/regenerate.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -70,7 +71,11 @@ std::string featureColumn(const ModelFeature& feature) {
 
 ProFeatureStatus featureStatus(const ModelFeature& feature) {
   const FeatureRecord* record = feature.record();
-  const ProFeatureStatus own = record ? record->status : ProFeatureStatus::active;
+  ProFeatureStatus own = record ? record->status : ProFeatureStatus::active;
+  if (record && feature.model->row) {
+    const auto& statuses = instanceValues(*feature.model).statuses;
+    if (const auto found = statuses.find(record->id); found != statuses.end()) own = found->second;
+  }
   const Scalar* value =
       rowValue(*feature.model->document, feature.model->row, creo::ProFamitemType::feature, featureColumn(feature));
   const auto kept = value ? yesOrNo(*value) : std::nullopt;

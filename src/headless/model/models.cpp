@@ -1,13 +1,8 @@
 #include "headless/model/models.h"
 
-#include <algorithm>
-
 #include "headless/model/family.h"
-#include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
-#include "text/encoding.h"
-#include "text/format.h"
 #include "text/letters.h"
 
 namespace headless {
@@ -16,17 +11,6 @@ using creo::Got;
 using creo::ProError;
 using creo::ProMdl;
 using creo::ProMdlType;
-
-namespace {
-
-// Numbers in a row that are taken although no document shows it: folders, say. Then saving gives up.
-constexpr int kMostTaken = 100;
-
-DocumentFile fileOf(const ModelDocument& document, int version) {
-  return {document.name, document.type, version, documentFileName(document, version)};
-}
-
-}  // namespace
 
 Models::Models(ModelsHost host, const std::wstring& folder)
     : host_(std::move(host)),
@@ -68,10 +52,7 @@ std::vector<ModelInMemory> Models::list() const {
 Got<std::string> Models::documentText(ProMdl handle) const {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
-  std::string bytes = writeDocument(model->document->record);
-  if (!bytes.empty()) return bytes;
-  message(model->name + L" can't be written: it holds a number that isn't finite");
-  return creo::ProGeneralError;
+  return textOf(*model->document);
 }
 
 Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name) {
@@ -109,85 +90,6 @@ std::vector<creo::ProDependency> Models::dependencies(const Model& model) {
       out.push_back({name, creo::typeExtension(used.type), used.type});
   }
   return out;
-}
-
-// An assembly on disk needs them.
-void Models::saveNewParts(const Model& assembly) {
-  for (const creo::ProDependency& used : dependencies(assembly)) {
-    const auto handle = inMemory(used.name, used.type);
-    const Model* part = handle ? find(handle.value) : nullptr;
-    if (part && part->document->folder.empty()) save(part->handle);
-  }
-}
-
-ProError Models::save(ProMdl handle) {
-  const Model* model = find(handle);
-  if (!model) return creo::ProBadInputs;
-  ModelDocument& document = *model->document;
-  if (document.record.readOnly || document.closed) {
-    const std::wstring path = document.folder + documentFileName(document, newestVersion(document) + 1);
-    message(document.record.readOnly ? cantWriteReadOnly(path) : cantWriteCheckedIn(path));
-    return creo::ProGeneralError;
-  }
-  const auto bytes = documentText(handle);
-  if (!bytes) return bytes.error;
-  const bool isNew = document.folder.empty();
-  if (isNew) document.folder = working_;
-  if (document.type == ProMdlType::assembly) saveNewParts(*model);
-  Folder& folder = store_.folder(document.folder);
-  int newest = newestVersion(document), version = newest + 1;
-  std::error_code error = store_.create(folder, fileOf(document, version), bytes.value);
-  // Another program took the number meanwhile; the folder's list doesn't show it yet.
-  for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
-    folder.forget();
-    newest = newestVersion(document);
-    version = std::max(newest, version) + 1;
-    error = store_.create(folder, fileOf(document, version), bytes.value);
-  }
-  const std::wstring path = document.folder + documentFileName(document, version);
-  if (error) {
-    if (isNew) document.folder.clear();
-    message(cantWrite(path, error));
-    return creo::ProGeneralError;
-  }
-  if (!isNew && newest > document.version)
-    message(
-        text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
-  document.version = document.writtenVersion = version;
-  noteSaved(document, version);
-  host_.saved({document.name, document.type, version, path});
-  return creo::ProNoError;
-}
-
-ProError Models::saveReplacing(ProMdl handle) {
-  const Model* model = find(handle);
-  if (!model) return creo::ProBadInputs;
-  ModelDocument& document = *model->document;
-  if (document.writtenVersion == 0) return creo::ProNotFound;
-  Folder& folder = store_.folder(document.folder);
-  // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
-  if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
-  if (newestVersion(document) > document.writtenVersion) return save(handle);
-  const DocumentFile file = fileOf(document, document.writtenVersion);
-  const auto bytes = documentText(handle);
-  if (!bytes) return bytes.error;
-  if (const auto error = store_.replace(folder, file, bytes.value)) {
-    message(cantWrite(document.folder + file.fileName, error));
-    return creo::ProGeneralError;
-  }
-  noteSaved(document, document.writtenVersion);
-  return creo::ProNoError;
-}
-
-int Models::newestVersion(const ModelDocument& document) {
-  const DocumentFile* newest = store_.folder(document.folder).find(document.name, document.type);
-  return std::max(document.version, newest ? newest->version : 0);
-}
-
-void Models::noteSaved(ModelDocument& document, int version) {
-  document.markSaved();
-  if (document.record.familyTable)
-    store_.folder(document.folder).enterInstances(fileOf(document, version), document.rowNames());
 }
 
 std::error_code Models::addDocument(const std::wstring& name, ProMdlType type, int version, std::string_view bytes) {

@@ -49,6 +49,13 @@ struct ModelsHost {
   std::function<bool(const std::wstring&, creo::ProMdlType)> fetch;
 };
 
+// Which documents a save writes, as the option save_objects says.
+enum class SaveObjects {
+  changedAndSpecified,  // the model's, and what is changed of those that it uses
+  changed,              // what is changed of both
+  all                   // all of them
+};
+
 class Models {
  public:
   Models(ModelsHost host, const std::wstring& folder);
@@ -69,7 +76,9 @@ class Models {
   creo::Got<creo::ProMdl> retrieve(std::wstring_view name, creo::ProMdlType type);
   // The row as a model. ProGeneralError, with a line: a value doesn't fit its column.
   creo::Got<creo::ProMdl> instance(const std::shared_ptr<ModelDocument>& document, RowRecord& row);
-  creo::ProError save(creo::ProMdl model);
+  // Saves the model with what it uses in memory, directly or not; an instance's document is its generic's. What is used
+  // and can't be changed (read-only, not checked out) is left out, with a line. ProGeneralError: not all was written.
+  creo::ProError save(creo::ProMdl model, SaveObjects which = SaveObjects::changedAndSpecified);
   creo::ProError erase(creo::ProMdl model);
   // As erase, with all that it uses; what another model in memory uses and what `stays` names is left, with what that
   // uses.
@@ -140,8 +149,10 @@ class Models {
   void remove(const Model& model);
   // The models in memory that a model uses, its generic among them.
   [[nodiscard]] std::vector<const Model*> usedBy(const Model& model) const;
-  // Saves what an assembly uses and what was never saved.
-  void saveNewParts(const Model& assembly);
+  creo::ProError saveBelow(const Model& model, SaveObjects which);
+  // The document as its next version. ProGeneralError: not written, with a line.
+  [[nodiscard]] creo::Got<std::string> textOf(const ModelDocument& document) const;
+  creo::ProError write(ModelDocument& document);
   creo::ProError readTemplate(std::wstring_view name, ModelRecord& into);
   // The highest number of the document's files and the one that it was read from.
   int newestVersion(const ModelDocument& document);

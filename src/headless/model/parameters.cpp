@@ -251,9 +251,9 @@ ProError Parameters::remove(const ProParameter& parameter) {
 
 ProParamvalue Parameters::value(const ParameterPlace& place) {
   const ParameterRecord& record = place.record();
-  const Scalar* value = nullptr;
-  if (place.ofModel) value = rowValue(*place.model->document, place.model->row, ProFamitemType::parameter, record.name);
-  return fromScalar(value && fitsType(*value, record.type) ? *value : record.value, record.type);
+  const Scalar& value = place.ofModel ? heldValue(*place.model, ProFamitemType::parameter, record.name, record.value)
+                                      : heldValue(*place.model, record.value);
+  return fromScalar(fitsType(value, record.type) ? value : record.value, record.type);
 }
 
 ProError Parameters::set(const ProParameter& parameter, const ProParamvalue& value) {

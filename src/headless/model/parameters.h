@@ -47,7 +47,7 @@ class Parameters {
   creo::ProError set(const creo::ProParameter& parameter, const creo::ProParamvalue& value);
   creo::ProError describe(const creo::ProParameter& parameter, const std::wstring& description);
   creo::ProError designate(const creo::ProParameter& parameter, bool on);
-  // The stored value, in the parameter's own units.
+  // The model's value, in the parameter's own units.
   [[nodiscard]] static creo::ProParamvalue value(const ParameterPlace& place);
   [[nodiscard]] static creo::ProParameterDriver driver(const ParameterPlace& place);
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <set>
 
+#include "headless/model/bottom_up.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/parameters.h"
@@ -70,8 +71,7 @@ class Names {
     if (name.starts_with('[')) return unitFactor(name.substr(1, name.size() - 2));
     const Target target = find(name);
     if (!target.stored) return {};
-    const Scalar* own = rowValue(*model_.document, model_.row, target.column, target.name);
-    return relationValue(own ? *own : *target.stored);
+    return relationValue(heldValue(model_, target.column, target.name, *target.stored));
   }
 
   // The same for the body: a dimension stands at its bound. The lower tolerance counts downwards.
@@ -103,22 +103,18 @@ class Names {
     return !target.stored || assigned.value.index() == 0 || scalarOf(assigned.value, target.type);
   }
 
-  // Gives a value that fits; whether something changed. An instance takes it where its family table has a column for
-  // it, or where the parameter is its own.
-  bool give(const Assignment& assigned) {
+  // A value that fits, and where the document has its own; null where the model has no such name.
+  struct Given {
+    Scalar* stored = nullptr;
+    Scalar value;
+    bool changes = false;  // it isn't what the model has
+  };
+  [[nodiscard]] Given given(const Assignment& assigned) const {
     const Target target = find(assigned.name);
-    if (!target.stored) return false;
-    auto wanted = scalarOf(assigned.value, target.type);
-    if (!wanted || value(assigned.name) == relationValue(*wanted)) return false;
-    ModelDocument& document = *model_.document;
-    if (!model_.row || target.row) {
-      *target.stored = std::move(*wanted);
-    } else {
-      if (!hasColumn(document, model_.row, target.column, target.name)) return false;
-      setRowValue(document, *model_.row, target.column, target.name, std::move(*wanted));
-    }
-    document.touch(model_.row);
-    return true;
+    auto wanted = target.stored ? scalarOf(assigned.value, target.type) : std::nullopt;
+    if (!wanted) return {};
+    const bool changes = value(assigned.name) != relationValue(*wanted);
+    return {target.stored, std::move(*wanted), changes};
   }
 
  private:
@@ -134,14 +130,11 @@ class Names {
     std::string name;
     creo::ProParamvalueType type = creo::ProParamvalueType::real;
     ProFamitemType column = ProFamitemType::dimension;
-    bool row = false;  // the instance's own parameter
   };
   [[nodiscard]] Target find(std::string_view name) const {
     ModelDocument& document = *model_.document;
-    if (ParameterRecord* parameter = findParameter(document, model_.row, name)) {
-      const bool own = model_.row && !findParameter(document, nullptr, name);
-      return {&parameter->value, parameter->name, parameter->type, ProFamitemType::parameter, own};
-    }
+    if (ParameterRecord* parameter = findParameter(document, model_.row, name))
+      return {&parameter->value, parameter->name, parameter->type, ProFamitemType::parameter};
     const auto dimension = dimensions_.find(folded(name));
     if (dimension == dimensions_.end()) return {};
     DimensionRecord& record = document.record.dimensions[dimension->second];
@@ -181,7 +174,8 @@ struct RelationLines {
 // names, for reading and for giving. A set with a fault assigns nothing, and nothing is given before `give`.
 class RelationRun {
  public:
-  explicit RelationRun(const Model& model) : document_(*model.document), names_(model) {}
+  explicit RelationRun(const Model& model)
+      : document_(*model.document), isInstance_(model.row != nullptr), names_(model) {}
 
   RelationFault run(const RelationLines& set) {
     ParameterList* own = set.feature ? set.feature->parameters.get() : nullptr;
@@ -202,8 +196,9 @@ class RelationRun {
     return {};
   }
 
-  // Gives the model and its features what was assigned.
+  // Gives the model and its features what was assigned. An instance is given nothing: what it has is worked out.
   Outcome give() {
+    if (isInstance_) return {};
     for (auto& [parameter, value] : ofFeatures_) {
       if (relationValue(parameter->value) == relationValue(value)) continue;
       parameter->value = std::move(value);
@@ -211,17 +206,42 @@ class RelationRun {
     }
     Outcome outcome;
     for (const Assignment& one : assignments_) {
-      if (!names_.give(one)) continue;
-      // Only the post relations assign it, and the relations have read the old value.
-      const auto& inRelations = document_.relationNames();
-      const std::string key = folded(one.name);
-      if (inRelations.read.contains(key) && !inRelations.assigned.contains(key))
-        outcome.status = ProRegenerationStatus::needed;
+      Names::Given given = names_.given(one);
+      if (!given.changes) continue;
+      *given.stored = std::move(given.value);
+      document_.touch(nullptr);
+      if (isReadBefore(one)) outcome.status = ProRegenerationStatus::needed;
     }
     return outcome;
   }
 
+  // The same for an instance.
+  struct Worked {
+    ValuesByPlace values;
+    ValuesByPlace late;   // those of them that relations read before others assign them
+    bool settled = true;  // and have read so
+  };
+  [[nodiscard]] Worked worked() const {
+    Worked out;
+    for (const auto& [parameter, value] : ofFeatures_) out.values.insert_or_assign(&parameter->value, value);
+    for (const Assignment& one : assignments_) {
+      const Names::Given given = names_.given(one);
+      if (!given.stored) continue;
+      out.values.insert_or_assign(given.stored, given.value);
+      if (!isReadBefore(one)) continue;
+      out.late.insert_or_assign(given.stored, given.value);
+      out.settled = out.settled && !given.changes;
+    }
+    return out;
+  }
+
  private:
+  // Only the post relations assign it, and the relations have read the value that it had.
+  [[nodiscard]] bool isReadBefore(const Assignment& one) const {
+    const auto& inRelations = document_.relationNames();
+    const std::string key = folded(one.name);
+    return inRelations.read.contains(key) && !inRelations.assigned.contains(key);
+  }
   static ParameterRecord* find(ParameterList* own, std::string_view name) {
     if (!own) return nullptr;
     const std::size_t place =
@@ -250,6 +270,7 @@ class RelationRun {
   }
 
   ModelDocument& document_;
+  bool isInstance_;
   Names names_;
   std::vector<Assignment> assignments_;
   std::unordered_map<std::string, std::size_t> places_;  // folded names
@@ -289,28 +310,63 @@ std::vector<RelationLines> relationSets(const Model& model) {
   return sets;
 }
 
-Outcome runRelations(Model& model) {
-  const std::vector<RelationLines> sets = relationSets(model);
-  if (sets.empty()) return {};
-  RelationRun relations(model);
-  for (const RelationLines& set : sets)
+// All sets one after another, up to a fault.
+Outcome runAll(RelationRun& relations, const Model& model) {
+  for (const RelationLines& set : relationSets(model))
     if (const RelationFault fault = relations.run(set)) return faulty(set.called, fault);
-  return relations.give();
+  return {};
 }
 
-// Suppresses the features whose condition in the program doesn't hold, and brings back those whose does.
-void applyProgram(Model& model) {
-  ModelDocument& document = *model.document;
-  if (model.row || document.record.program.empty()) return;
+// The features whose condition in the program doesn't hold and that aren't suppressed, and those that it suppresses no
+// longer, with what they become; by their ids.
+std::unordered_map<int, ProFeatureStatus> programStatuses(const Model& model) {
+  std::unordered_map<int, ProFeatureStatus> statuses;
+  const ModelRecord& record = model.document->record;
+  if (record.program.empty()) return statuses;
   const Names names(model);
   const auto conditions = programConditions(model, lookupIn(names));
-  for (FeatureRecord& feature : document.record.features) {
+  for (const FeatureRecord& feature : record.features) {
     const auto found = conditions.find(feature.id);
     if (found == conditions.end()) continue;
     const ProFeatureStatus from = found->second ? ProFeatureStatus::programSuppressed : ProFeatureStatus::active;
     if (feature.status != from) continue;
-    feature.status = found->second ? ProFeatureStatus::active : ProFeatureStatus::programSuppressed;
+    statuses[feature.id] = found->second ? ProFeatureStatus::active : ProFeatureStatus::programSuppressed;
+  }
+  return statuses;
+}
+
+void applyProgram(ModelDocument& document, const Model& model) {
+  const auto statuses = programStatuses(model);
+  for (FeatureRecord& feature : document.record.features) {
+    const auto found = statuses.find(feature.id);
+    if (found == statuses.end()) continue;
+    feature.status = found->second;
     document.touch(nullptr);
+  }
+}
+
+// Passes that an instance gets until what its relations read is what they leave.
+constexpr int kMostPasses = 4;
+
+// Whoever asks for the instance's values meanwhile is told what is there so far.
+void workOut(const Model& instance, InstanceValues& into) {
+  for (int pass = 1;; ++pass) {
+    RelationRun relations(instance);
+    if (Outcome outcome = runAll(relations, instance); !outcome.reason.empty()) {
+      into = {};
+      into.status = outcome.status;
+      into.fault = std::move(outcome.reason);
+      return;
+    }
+    RelationRun::Worked worked = relations.worked();
+    into.values = std::move(worked.values);
+    auto statuses = programStatuses(instance);
+    // A feature that comes or goes brings its relations, or takes them along.
+    const bool settled = worked.settled && statuses == into.statuses;
+    into.statuses = std::move(statuses);
+    if (!settled && pass == kMostPasses) into.status = ProRegenerationStatus::needed;
+    if (settled || pass == kMostPasses) return;
+    into.values = std::move(worked.late);
   }
 }
 
@@ -325,8 +381,14 @@ Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
     if (name.empty()) name = std::to_wstring(feature.place.id);
     return failure(text::format(L"the feature %s isn't regenerated", name));
   }
-  Outcome outcome = runRelations(model);
-  if (outcome.reason.empty()) applyProgram(model);
+  if (model.row) {
+    const InstanceValues& values = instanceValues(model);
+    return {values.status, values.fault};
+  }
+  RelationRun relations(model);
+  Outcome outcome = runAll(relations, model);
+  if (outcome.reason.empty()) outcome = relations.give();
+  if (outcome.reason.empty()) applyProgram(*model.document, model);
   return outcome;
 }
 
@@ -373,30 +435,6 @@ std::vector<ProMdl> componentsOf(const Models& models, const Model& model) {
   return components;
 }
 
-// Components before what they are in, each once; an assembly that holds itself ends at itself.
-std::vector<ProMdl> bottomUp(const Models& models, ProMdl top) {
-  struct Step {
-    ProMdl model;
-    bool componentsDone = false;
-  };
-  std::vector<ProMdl> order;
-  std::set<ProMdl> seen;
-  std::vector<Step> steps{{top}};
-  while (!steps.empty()) {
-    Step& step = steps.back();
-    const ProMdl model = step.model;
-    if (step.componentsDone || !seen.insert(model).second) {
-      if (step.componentsDone) order.push_back(model);
-      steps.pop_back();
-      continue;
-    }
-    step.componentsDone = true;
-    for (const ProMdl component : componentsOf(models, *models.find(model)))
-      if (!seen.contains(component)) steps.push_back({component});
-  }
-  return order;
-}
-
 void regenerateInstances(Models& models, const Model& generic) {
   const std::shared_ptr<ModelDocument> document = generic.document;
   const auto& table = generic.row ? generic.row->familyTable : document->record.familyTable;
@@ -417,6 +455,15 @@ ProRegenerationStatus regenerationStatus(const Model& model) {
   return model.document->record.regeneration;
 }
 
+const InstanceValues& instanceValues(const Model& instance) {
+  auto& held = instance.document->valuesOf(*instance.row);
+  if (!held) {
+    held = std::make_unique<InstanceValues>();
+    workOut(instance, *held);
+  }
+  return *held;
+}
+
 RelationLookup relationNames(const Model& model) {
   const auto names = std::make_shared<Names>(model);
   return [names](std::string_view name) { return names->bodyValue(name); };
@@ -426,7 +473,8 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
   if (!models.find(solid)) return creo::ProBadInputs;
   std::set<ProMdl> failed;
   ProRegenerationStatus status = ProRegenerationStatus::regenerated;
-  for (const ProMdl handle : bottomUp(models, solid)) {
+  const auto componentsBelow = [&](ProMdl one) { return componentsOf(models, *models.find(one)); };
+  for (const ProMdl handle : bottomUp(solid, componentsBelow)) {
     Model& model = *models.find(handle);
     Outcome outcome = regenerateAlone(model, worked);
     for (const ProMdl component : componentsOf(models, model)) {

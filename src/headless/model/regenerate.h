@@ -14,6 +14,10 @@ creo::ProRegenerationStatus regenerationStatus(const Model& model);
 // must outlive it.
 RelationLookup relationNames(const Model& model);
 
+// What the relations make of the values of an instance, and the program of its features, by its own row. Nothing is
+// given to the document. The result stays until the document changes.
+const InstanceValues& instanceValues(const Model& instance);
+
 // Components first, each model once, then the solid; the status of each is kept with its document (of an instance with
 // its row). ProGeneralError: it or one of its components fails, a line of the message area says why; ProRegenAgain: the
 // post-regeneration relations changed what the relations read; ProBadInputs: no such model. instancesToo: the

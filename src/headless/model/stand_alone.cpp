@@ -48,18 +48,39 @@ class LentRow {
   ModelRecord lent_;
 };
 
+// The model's parameters, then those that rows have of their own, from the outermost in: as a copy has them.
+std::vector<const ParameterRecord*> parametersOf(const ModelRecord& record, const RowRecord* row) {
+  std::vector<const ParameterRecord*> all;
+  if (row) {
+    all = parametersOf(record, row->parent);
+    if (row->parameters)
+      for (const ParameterRecord& one : row->parameters->list) all.push_back(&one);
+  } else {
+    for (const ParameterRecord& one : record.parameters.list) all.push_back(&one);
+  }
+  return all;
+}
+
 void resolveParameters(const Model& instance, ModelRecord& record) {
-  const ModelDocument& document = *instance.document;
-  for (ParameterRecord& one : record.parameters.list) {
-    const Scalar* value = rowValue(document, instance.row, ProFamitemType::parameter, one.name);
-    if (value && fitsType(*value, one.type)) one.value = *value;
+  const auto originals = parametersOf(instance.document->record, instance.row);
+  for (std::size_t i = 0; i < originals.size(); ++i) {
+    ParameterRecord& one = record.parameters.list[i];
+    const Scalar& value = heldValue(instance, ProFamitemType::parameter, one.name, originals[i]->value);
+    if (fitsType(value, one.type)) one.value = value;
+  }
+  for (std::size_t i = 0; i < record.features.size(); ++i) {
+    const FeatureRecord& original = instance.document->record.features[i];
+    for (std::size_t j = 0; original.parameters && j < original.parameters->list.size(); ++j)
+      record.features[i].parameters->list[j].value = heldValue(instance, original.parameters->list[j].value);
   }
 }
 
 void resolveDimensions(const Model& instance, ModelRecord& record) {
-  for (DimensionRecord& one : record.dimensions) {
-    const Scalar* value = rowValue(*instance.document, instance.row, ProFamitemType::dimension, symbolOf(one));
-    if (value && (std::holds_alternative<double>(*value) || std::holds_alternative<int>(*value))) one.value = *value;
+  for (std::size_t i = 0; i < record.dimensions.size(); ++i) {
+    DimensionRecord& one = record.dimensions[i];
+    const Scalar& stored = instance.document->record.dimensions[i].value;
+    const Scalar& value = heldValue(instance, ProFamitemType::dimension, symbolOf(one), stored);
+    if (std::holds_alternative<double>(value) || std::holds_alternative<int>(value)) one.value = value;
   }
 }
 

@@ -113,7 +113,7 @@ struct ModelRecord : Open {
   // The names of those that are active; empty: none.
   std::string activeLayerState, activeExplodedState, activeStyleState, activeCombinedState, activeCrossSection;
   std::vector<std::string> program;  // the text of its Pro/PROGRAM; none: what the model itself says
-  double density = 0;                // that was stated for the part; 0: its material's
+  double density = 0;                // that was stated for the part itself; 0: none. Its material's comes before it
   bool densityEstimated = false;     // nobody has stated it
   std::unique_ptr<AppearanceRecord> appearance;
   std::vector<SurfaceAppearanceRecord> surfaceAppearances;

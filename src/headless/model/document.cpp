@@ -154,6 +154,7 @@ const SolidRecord& ModelDocument::solid() {
 
 void ModelDocument::touch(RowRecord* row) {
   modified_ = true;
+  ++changes_;
   if (!row || row->changed) return;
   row->changed = true;
   changedRows_.push_back(row);
@@ -161,8 +162,16 @@ void ModelDocument::touch(RowRecord* row) {
 
 void ModelDocument::markSaved() {
   modified_ = false;
+  ++changes_;
   for (RowRecord* row : changedRows_) row->changed = false;
   changedRows_.clear();
+}
+
+void ModelDocument::setMarks(const Marks& before) {
+  markSaved();
+  modified_ = before.modified;
+  changedRows_ = before.rows;
+  for (RowRecord* row : changedRows_) row->changed = true;
 }
 
 const ModelDocument::RelationNames& ModelDocument::relationNames() {

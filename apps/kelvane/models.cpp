@@ -59,9 +59,11 @@ class ModelList : public Verb {
       const auto owner = creo::ProMdlToModelitem(handle.value);
       const auto parameter = creo::ProParameterInit(owner.value, text::fromUtf8(parameter_));
       if (!parameter) continue;
-      const auto value = creo::ProParameterValueGet(parameter.value);
+      const auto value = creo::ProParameterScaledvalueGet(parameter.value);
       if (value) entry["type"] = typeWord(value.value.type);
       if (value) entry["value"] = valueText(value.value);
+      const auto units = creo::ProParameterUnitsGet(parameter.value);
+      if (value && units) entry["units"] = text::toUtf8(units.value);
     }
   }
 
@@ -77,7 +79,7 @@ class ModelList : public Verb {
       std::vector<std::string> row = {text(entry, "model"), "." + std::to_string(entry["version"].get<int>())};
       if (!parameter_.empty()) {
         row.push_back(entry.contains("value") ? text(entry, "type") : "-");
-        row.push_back(text(entry, "value"));
+        row.push_back(text(entry, "value") + (entry.contains("units") ? " " + text(entry, "units") : ""));
       }
       row.push_back(generic.empty() ? "" : "instance of " + generic);
       rows.push_back(std::move(row));

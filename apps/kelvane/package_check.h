@@ -16,7 +16,8 @@ struct Finding {
   int action = -1;       // its number in the section, from 0; -1: none
   std::string place;     // the action as the log names it: "B3", "B3 - G0"
   std::string text;
-  std::string use;  // "program", "address", "path": no fault, but something of the surroundings that it uses
+  std::string use;  // no fault, but what one should know: "program", "address", "path" of the surroundings that it
+                    // uses, "units" for a number that loses its unit
 };
 // In the order of the members, within a member by line.
 std::vector<Finding> checkPackage(const PackageSource& package);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kelvane/text_check.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
@@ -85,6 +86,17 @@ PackageUse outsidePath(const core::XmlAttr& attribute) {
   return {"path", inQuotes(attribute.name) + " leaves the package: " + inQuotes(attribute.value)};
 }
 
+// A parameter's number goes into another one without its unit. Only the model tells whether it has one.
+void addNumbers(const core::XmlNode& task, const std::string& type, std::vector<PackageUse>& uses) {
+  if (type != "editModelParameter" && type != "editMaterialParameter") return;
+  const core::XmlAttr* value = core::attrFind(task.attributes, L"value");
+  const core::XmlAttr* kind = core::attrFind(task.attributes, L"totype");
+  if (!value || !kind || kind->value != L"2") return;
+  for (const std::string& name : namedParameters(value->value))
+    uses.push_back({"units", "'value': of a parameter with units " + name +
+                                 " is the number in these units; what is written counts in the model's"});
+}
+
 }  // namespace
 
 const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute) {
@@ -96,6 +108,7 @@ const PathAttribute* pathAttribute(std::string_view action, std::wstring_view at
 
 std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::string& type) {
   std::vector<PackageUse> uses;
+  addNumbers(task, type, uses);
   eachAttribute(task, [&](const core::XmlAttr& attribute) {
     for (const OutsideAttribute& row : kOutside) {
       if (row.action != type) continue;

@@ -1,4 +1,5 @@
-// What of the surroundings an action of a list uses: programs, addresses on the web, paths outside its package.
+// What of the surroundings an action of a list uses: programs, addresses on the web, paths outside its package. And
+// what else is no fault but worth knowing: numbers that lose their units.
 #pragma once
 
 #include <string>
@@ -9,7 +10,7 @@
 namespace kelvane {
 
 struct PackageUse {
-  std::string kind;  // "program", "address", "path"
+  std::string kind;  // "program", "address", "path", "units"
   std::string text;  // "it starts the program 'd:\tools\mail.cmd -q'"
 };
 // As the attributes stand, in their order; variables aren't replaced.

@@ -25,7 +25,7 @@ using Rows = std::vector<std::vector<std::string>>;
 Rows parametersOf(const creo::ProModelitem& owner) {
   Rows rows;
   creo::ProParameterVisit(owner, [&](const creo::ProParameter& parameter) {
-    const auto value = creo::ProParameterValueGet(parameter);
+    const auto value = creo::ProParameterScaledvalueGet(parameter);
     const auto units = creo::ProParameterUnitsGet(parameter);
     const auto description = creo::ProParameterDescriptionGet(parameter);
     const auto designated = creo::ProParameterDesignationVerify(parameter);

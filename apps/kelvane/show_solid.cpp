@@ -75,7 +75,7 @@ Section materialsOf(const headless::Model& model) {
     const creo::ProModelitem owner{creo::ProItemType::material, 0, model.handle, name};
     creo::ProParameterVisit(owner, [&](const creo::ProParameter& parameter) {
       const auto units = creo::ProParameterUnitsGet(parameter);
-      std::string value = valueText(creo::ProParameterValueGet(parameter).value);
+      std::string value = valueText(creo::ProParameterScaledvalueGet(parameter).value);
       if (units) value += " " + text::toUtf8(units.value);
       section.rows.push_back({"  " + text::toUtf8(parameter.id), value});
       return creo::ProNoError;

@@ -6,6 +6,7 @@
 #include "engine/known_tokens.h"
 #include "kelvane/nearest.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -65,21 +66,26 @@ void findFunctions(std::wstring_view text, std::vector<std::string>& faults) {
   }
 }
 
-// A name ends at its closing sign, and a blank before it says that the sign was just a sign. A line break doesn't: it
-// becomes a part of the name.
+// A name ends at its closing sign, and a blank before it says that the sign was just a sign.
+template <class F>
+void eachName(std::wstring_view text, wchar_t sign, F f) {
+  for (std::size_t at = text.find(sign); at != text.npos; at = text.find(sign, at + 1)) {
+    const std::size_t end = text.find_first_of(std::wstring({sign, L' '}), at + 1);
+    if (end == text.npos || text[end] != sign || end == at + 1) continue;
+    f(text.substr(at + 1, end - at - 1));
+    at = end;
+  }
+}
+
+// A line break ends no name: it becomes a part of it.
 void findBrokenNames(std::wstring_view text, std::vector<std::string>& faults) {
   for (const wchar_t sign : kSigns) {
-    for (std::size_t at = text.find(sign); at != text.npos; at = text.find(sign, at + 1)) {
-      const std::size_t end = text.find_first_of(std::wstring({sign, L' '}), at + 1);
-      if (end == text.npos || text[end] != sign || end == at + 1) continue;
-      const std::wstring_view name = text.substr(at + 1, end - at - 1);
+    eachName(text, sign, [&](std::wstring_view name) {
       const std::size_t broken = name.find_first_of(L"\r\n");
-      if (broken != name.npos) {
-        faults.push_back("a line break stands inside a name between two '" + text::toUtf8(std::wstring(1, sign)) +
-                         "', behind '" + text::toUtf8(name.substr(0, broken)) + "'; only a blank ends such a name");
-      }
-      at = end;
-    }
+      if (broken == name.npos) return;
+      faults.push_back("a line break stands inside a name between two '" + text::toUtf8(std::wstring(1, sign)) +
+                       "', behind '" + text::toUtf8(name.substr(0, broken)) + "'; only a blank ends such a name");
+    });
   }
 }
 
@@ -91,6 +97,16 @@ std::vector<std::string> templateFaults(std::wstring_view text) {
   findFunctions(text, faults);
   findBrokenNames(text, faults);
   return faults;
+}
+
+std::vector<std::string> namedParameters(std::wstring_view text) {
+  std::vector<std::string> names;
+  eachName(text, L'%', [&](std::wstring_view name) {
+    for (const wchar_t* other : {L"user:", L"b64:", L"b64uc:"})
+      if (text::startsWithNoCase(name, other)) return;
+    names.push_back("%" + text::toUtf8(name) + "%");
+  });
+  return names;
 }
 
 bool hasVariables(std::wstring_view text) {

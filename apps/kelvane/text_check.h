@@ -9,6 +9,8 @@ namespace kelvane {
 
 // Unknown tokens and text functions, and a line break inside a name between two signs.
 std::vector<std::string> templateFaults(std::wstring_view text);
+// The forms "%NAME%" in it that stand for parameters.
+std::vector<std::string> namedParameters(std::wstring_view text);
 // Holds the text a form that is replaced when it is used?
 bool hasVariables(std::wstring_view text);
 // Why the text is no pattern; empty: it is one.

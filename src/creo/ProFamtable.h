@@ -58,10 +58,11 @@ ProError ProFamtableItemVisit(const ProFamtable& table, Visitor<ProFamtableItem>
 // With its values in all rows of that table. ProBadInputs: it is no column of the table.
 ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& item);
 
-// An instance's value of a parameter column: its own, or the one it takes over from its generic. ProNotFound: it is no
-// column of the table that lists the instance.
+// An instance's value of a parameter column: its own, or the one it takes over from its generic, in the units of the
+// parameter, as the table shows it. ProNotFound: it is no column of the table that lists the instance.
 Got<ProParamvalue> ProFaminstanceValueGet(const ProFaminstance& instance, const ProFamtableItem& item);
-// ProBadInputs: the value is of another kind than the parameter, or a number that isn't finite.
+// The same. ProBadInputs: the value is of another kind than the parameter, a number that isn't finite, or its
+// restriction doesn't allow it.
 ProError ProFaminstanceValueSet(const ProFaminstance& instance, const ProFamtableItem& item,
                                 const ProParamvalue& value);
 // Does the instance take the value over from its generic?

@@ -35,20 +35,34 @@ ProError ProParameterVisit(const ProModelitem& owner, Visitor<ProParameter> visi
 // The first of that name (case-blind). ProNotFound.
 Got<ProParameter> ProParameterInit(const ProModelitem& owner, const std::wstring& name);
 // ProExists: the owner has one of that name. ProBadInputs: the name is empty, over 31 characters or not a name
-// (letters, digits, "_", not beginning with a digit), or the owner has gone.
+// (letters, digits, "_", not beginning with a digit), or the owner has gone. ProGeneralError: it is a locked instance.
 Got<ProParameter> ProParameterCreate(const ProModelitem& owner, const std::wstring& name, const ProParamvalue& value);
-// units: at most 32 characters. ProGeneralError: a unit that isn't known.
+// The value is in these units. units: at most 32 characters. ProGeneralError, too: a unit that isn't known.
 Got<ProParameter> ProParameterWithUnitsCreate(const ProModelitem& owner, const std::wstring& name,
                                               const ProParamvalue& value, const std::wstring& units);
-// With its column, if there is one. ProGeneralError: a driver or a relation holds it, or it is the generic's, seen from
-// an instance.
+// With its column, if there is one and no other of that name needs it. ProGeneralError: a driver or a relation holds
+// it, it is the generic's, seen from an instance, or a locked instance's own.
 ProError ProParameterDelete(const ProParameter& parameter);
-// The stored value, in the parameter's own units. ProNotFound: it has gone.
+// Puts the parameter back that ProParameterDelete took last, whole and at its place, with its columns and the values
+// that rows had in them. successor: one that was made in its place meanwhile and goes again; null: none.
+// ProNotFound: the last one wasn't of that owner. ProExists: another one has its name now. ProParameterDelete's codes
+// where the successor can't go.
+ProError ProParameterDeleteUndo(const ProModelitem& owner, const ProParameter* successor);
+// Gives a parameter what the one that was deleted last, of the same owner, had beside name, kind, value, units,
+// description and designation: its restriction, what else its model keeps with it, and the places of its columns.
+// ProNotFound: none was deleted. ProBadInputs: the restriction isn't for values of that kind, or doesn't allow the
+// value.
+ProError ProParameterRemainsTake(const ProParameter& parameter);
+// The value in the units of the owner's model. ProNotFound: it has gone. ProGeneralError: it is too large there.
 Got<ProParamvalue> ProParameterValueGet(const ProParameter& parameter);
-// The value in the model's units; that of a parameter without units is its value.
+// The value in the parameter's own units, as it is stored; one without units has those of the model.
 Got<ProParamvalue> ProParameterScaledvalueGet(const ProParameter& parameter);
-// ProBadInputs: a value of another kind, or a number that isn't finite. ProGeneralError: it is driven.
+// Takes the value in the units of the owner's model. ProBadInputs: a value of another kind, one that isn't finite, one
+// that the restriction doesn't allow, or one that is too large in the parameter's units. ProGeneralError: it is driven,
+// or a locked instance's.
 ProError ProParameterValueSet(const ProParameter& parameter, const ProParamvalue& value);
+// The same for a value in the parameter's own units.
+ProError ProParameterScaledvalueSet(const ProParameter& parameter, const ProParamvalue& value);
 // ProNotFound: it has no units.
 Got<std::wstring> ProParameterUnitsGet(const ProParameter& parameter);
 Got<std::wstring> ProParameterDescriptionGet(const ProParameter& parameter);

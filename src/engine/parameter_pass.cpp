@@ -96,10 +96,12 @@ std::optional<creo::Got<creo::ProModelitem>> ownerOf(const Substitution& call, c
   return creo::ProModelitemByNameInit(model, creo::ProItemType::material, material.value.name);
 }
 
-// Parameters with units count in the model's own.
-creo::Got<creo::ProParamvalue> valueInModelUnits(const creo::ProParameter& parameter) {
-  const bool hasUnits = creo::ProParameterUnitsGet(parameter).error != creo::ProNotFound;
-  return hasUnits ? creo::ProParameterScaledvalueGet(parameter) : creo::ProParameterValueGet(parameter);
+// In the parameter's own units, as Creo shows it. units: gets them.
+creo::Got<creo::ProParamvalue> shownValue(const creo::ProParameter& parameter, std::wstring& units) {
+  auto held = creo::ProParameterUnitsGet(parameter);
+  units = std::move(held.value);
+  return held.error != creo::ProNotFound ? creo::ProParameterScaledvalueGet(parameter)
+                                         : creo::ProParameterValueGet(parameter);
 }
 
 // ---- the three look-ups
@@ -125,7 +127,8 @@ bool replaceParameter(Substitution& call, const Reference& reference, const creo
   const auto parameter = creo::ProParameterInit(owner.value, reference.name);
   if (parameter.error == creo::ProNotFound) return failure(L"Can't find parameter: %s", reference);
   if (!parameter) return failure(kUnreadable, reference);
-  const auto got = valueInModelUnits(parameter.value);
+  std::wstring units;
+  const auto got = shownValue(parameter.value, units);
   if (!got) return failure(kUnreadable, reference);
 
   const creo::ProParamvalue& value = got.value;
@@ -139,7 +142,9 @@ bool replaceParameter(Substitution& call, const Reference& reference, const creo
       return written(L"TYPE = PRO_PARAM_STRING", text::cut(modified(reference, value.string), text::kTextSize - 1));
     case integer:
       return written(L"TYPE = PRO_PARAM_INTEGER", text::format(L"%d", value.integer));
-    case real:  // a huge number is too long for most fields, but never cut to another number
+    case real:
+      if (!units.empty()) call.numbers.push_back({reference.token, value.real, std::move(units), parameter.value});
+      // A huge number is too long for most fields, but never cut to another number.
       return written(L"TYPE = PRO_PARAM_DOUBLE", text::format(reference.exponent ? L"%e" : L"%f", value.real));
     case boolean:
       return written(L"TYPE = PRO_PARAM_BOOLEAN", value.boolean ? L"true" : L"false");

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "creo/ProTypes.h"
+#include "engine/variables.h"
 
 namespace engine {
 
@@ -22,7 +23,8 @@ class Substitution {
 
   std::wstring text;
   const creo::ProMdl model;
-  int status = 0;         // 1 after a failed text function, whose text is delivered all the same
+  int status = 0;  // 1 after a failed text function, whose text is delivered all the same
+  std::vector<NumberWithUnits> numbers;
   bool outgrown = false;  // the text was longer than its room once: it was cut, and is no result
 
   [[nodiscard]] bool holds(std::wstring_view token) const { return text.find(token) != text.npos; }

@@ -77,7 +77,9 @@ Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size
     if (!pass.run(call)) return failed;
   }
   std::replace(call.text.begin(), call.text.end(), kClosedPercent, L'%');
-  return finished(std::move(call.text), call.outgrown, call.status, outSize);
+  Replaced result = finished(std::move(call.text), call.outgrown, call.status, outSize);
+  result.numbers = std::move(call.numbers);
+  return result;
 }
 
 Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::wstring_view lineText,

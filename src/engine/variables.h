@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "creo/ProTypes.h"
+#include "creo/ProParameter.h"
 #include "text/letters.h"
 #include "text/units.h"
 
@@ -34,6 +34,14 @@ class UserVariableTable {
 };
 UserVariableTable& userVariables();
 
+// A number that a parameter with units gave a text: the number alone stands there.
+struct NumberWithUnits {
+  std::wstring token;  // "%LENGTH%"
+  double value = 0;
+  std::wstring units;
+  creo::ProParameter parameter;
+};
+
 // What a substitution came to. text is set only when `written` is true: a failure that leaves early writes nothing, and
 // the caller keeps what it had. A result that doesn't fit is the text "FAILURE" with tooLong set.
 struct Replaced {
@@ -41,6 +49,7 @@ struct Replaced {
   bool written = false;
   bool tooLong = false;
   std::wstring text;
+  std::vector<NumberWithUnits> numbers{};
   // True when the text may be used as a value: written and not too long. A failed text function still delivers one.
   [[nodiscard]] bool hasText() const { return written && !tooLong; }
   // The same, and nothing failed on the way.

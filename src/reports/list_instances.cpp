@@ -38,7 +38,8 @@ std::wstring valueText(const creo::Got<creo::ProParamvalue>& value) {
 creo::Got<creo::ProParamvalue> parameterValue(creo::ProMdl model, const std::wstring& name) {
   const auto owner = creo::ProMdlToModelitem(model);
   const auto parameter = owner ? creo::ProParameterInit(owner.value, name) : owner.error;
-  return parameter ? creo::ProParameterValueGet(parameter.value) : parameter.error;
+  // As the cells of the table have it.
+  return parameter ? creo::ProParameterScaledvalueGet(parameter.value) : parameter.error;
 }
 
 class FamilyRows {

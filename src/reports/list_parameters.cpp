@@ -12,7 +12,7 @@ struct Parameter {
   const creo::ProParameter& handle;
 };
 
-// In the model's units, as variables give it.
+// In its own units, as variables give it.
 std::wstring value(const Parameter& one) {
   const auto value = creo::ProParameterScaledvalueGet(one.handle);
   return value ? actions::textOf(value.value) : std::wstring();

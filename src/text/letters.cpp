@@ -73,6 +73,15 @@ bool isPrintable(wchar_t c) {
   return !isControl && !isSurrogate(code) && !isNonCharacter && code <= kLastCodePoint;
 }
 
+bool isName(std::wstring_view text) {
+  if (text.empty() || (text.front() >= L'0' && text.front() <= L'9')) return false;
+  return std::all_of(text.begin(), text.end(), [](wchar_t c) {
+    const wchar_t small = lower(c);
+    return (small >= L'a' && small <= L'z') || (c >= L'0' && c <= L'9') || c == L'_' ||
+           (c >= 0xC0 && c != 0xD7 && c != 0xF7 && isPrintable(c));
+  });
+}
+
 std::size_t HashNoCase::operator()(std::wstring_view text) const {
   std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a
   for (const wchar_t c : text) hash = (hash ^ codeOf(lower(c))) * 1099511628211ULL;

@@ -23,6 +23,10 @@ bool endsWithNoCase(std::wstring_view text, std::wstring_view end);
 // True for what a report or a note may hold: no control character (C0, DEL, C1), no surrogate, no non-character.
 bool isPrintable(wchar_t c);
 
+// What parameters may be called, but for the length: letters, digits and "_", not beginning with a digit. Beyond ASCII
+// letters are what can be shown from U+00C0 on.
+bool isName(std::wstring_view text);
+
 // Hash and equality for case-blind tables.
 struct HashNoCase {
   using is_transparent = void;

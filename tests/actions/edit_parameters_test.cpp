@@ -87,8 +87,10 @@ TEST_F(EditParameters, RetypesAndRenames) {
       {rename("searchin='2' name='7x' value='NUMBER'"), same, L"E:Failure can't cast integer value"},
       {rename("searchin='1' name='COLOR' value='mass'"), same,
        L"E:A parameter 'mass' exists already, nothing is renamed"},
-      {rename("searchin='1' name='COLOR' value='1st'"), L"MASS=2.5 COUNT=7 CHECKED=true COLOR=red",
-       L"E:Parameter '1st' can't be created, the old one is put back"},
+      {rename("searchin='1' name='COLOR' value='1st'"), same,
+       L"E:'1st' can't be the name of a parameter, 'COLOR' isn't renamed"},
+      {rename("searchin='1' name='COLOR' value='A'") + rename("searchin='1' name='A' value='MY COLOR'"),
+       L"MASS=2.5 COUNT=7 CHECKED=true A=red", L"E:'MY COLOR' can't be the name of a parameter, 'A' isn't renamed"},
   });
 }
 
@@ -185,6 +187,68 @@ TEST_F(EditParameters, OfOneNameTheFirstStays) {
   EXPECT_EQ(L"B0 delete double defined parameters|delete A|delete B|delete A|B1 Save model",
             run(task("deleteDoubleDefinedParameters") + task("saveModel")));
   EXPECT_EQ(L"A=1 B=2", world.savedParameters("BRACKET.prt"));
+}
+
+// What a conversion leaves of the document's parameters and family table: all that belongs to one goes with it, or
+// nothing is touched.
+TEST_F(EditParameters, AConversionCarriesAllOrTouchesNothing) {
+  const std::string restricted =
+      R"({"name":"LEN","type":"double","value":5.0,"units":"in","restriction":{"minimum":1.5,"step":0.5},"origin":{"by":"x"}})";
+  const std::string grade = R"({"name":"GRADE","type":"string","value":"A","restriction":{"values":["A","B"]}})";
+  const std::string table =
+      R"("familyTable":{"items":[{"type":"parameter","name":"LEN","hint":1},{"type":"parameter","name":"GRADE"}],)"
+      R"("instances":[{"name":"L7","values":{"LEN":7.1},)";
+  const std::string locked = R"("locked":true}]})", unlocked = R"("remark":2}]})";
+  const std::string twice = R"({"name":"X","type":"integer","value":1},{"name":"X","type":"integer","value":3})";
+  struct Row {
+    std::string parameters, table, tasks, parametersAfter, tableAfter;
+    std::wstring said;
+  };
+  const auto with = [](std::string text, const std::string& from, const std::string& to) {
+    return text.replace(text.find(from), from.size(), to);
+  };
+  const auto toInteger = edit("searchin='1' name='LEN' totype='1' value='@para@'");
+  const Row rows[] = {
+      {restricted + "," + grade, table + unlocked, rename("searchin='1' name='LEN' value='REACH'"),
+       grade + "," + with(restricted, "LEN", "REACH"),
+       with(with(table, "LEN", "REACH"), "{\"LEN", "{\"REACH") + unlocked, L"typechange from Double to new Name"},
+      {restricted, table + unlocked, toInteger, with(with(restricted, "double", "integer"), "5.0", "5"),
+       with(table, "7.1", "7") + unlocked, L"typechange from Double to Integer"},
+      {with(restricted, "5.0", "1.6"), table + unlocked, toInteger, "", "",
+       L"E:The restriction of 'LEN' doesn't allow '1'|E:Parameter 'LEN' is put back as it was"},
+      {restricted, with(table, "7.1", "1.7") + unlocked, toInteger, "", "",
+       L"E:The value '1' of 'LEN' can't be set in the instance 'L7'|E:Not all instances can have their values of "
+       L"'LEN'|E:Parameter 'LEN' is put back as it was"},
+      {restricted + "," + grade, table + locked, toInteger + rename("searchin='1' name='LEN' value='REACH'"), "", "",
+       L"E:Parameter 'LEN' has a value of its own in the locked instance 'L7', it stays as it is"},
+      {restricted + "," + grade, table + unlocked, edit("searchin='1' name='*' totype='3' value='true'"), "", "",
+       L"E:The restriction of 'LEN' is for its own type, it stays as it is"},
+      {restricted + "," + grade, table + unlocked, rename("searchin='1' name='LEN' value='2LEN'"), "", "",
+       L"E:'2LEN' can't be the name of a parameter"},
+      {grade, table + unlocked, edit("searchin='1' name='GRADE' totype='0' value='C'"), "", "",
+       L"E:The restriction of 'GRADE' doesn't allow 'C'"},
+      {twice, "\"q\":1", edit("searchin='1' name='X' totype='0' value='y'"), "", "",
+       L"E:There is more than one parameter 'X', they stay as they are"},
+      {twice, "\"q\":1", rename("searchin='1' name='X' value='Y'"),
+       R"({"name":"X","type":"integer","value":3},{"name":"Y","type":"integer","value":1})", "\"q\":1",
+       L"E:A parameter 'Y' exists already, nothing is renamed"},
+  };
+  for (const Row& row : rows) {
+    World own;
+    const auto document = [](const std::string& parameters, const std::string& rest) {
+      return R"({"format":1,"parameters":[)" + parameters + "]," + rest + "}";
+    };
+    const std::string before = document(row.parameters, row.table);
+    writeBytes(own.models() + "/bracket.prt.1", before);
+    own.list("list.xml", row.tasks + task("saveModel"));
+    own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+    std::string after = own.document("BRACKET.prt");
+    std::erase_if(after, [](char c) { return c == ' ' || c == '\n'; });
+    // The record of the run comes last.
+    if (const auto history = after.find(",\"externalData\""); history != after.npos) after.erase(history).append("}");
+    EXPECT_EQ(row.parametersAfter.empty() ? before : document(row.parametersAfter, row.tableAfter), after) << row.tasks;
+    EXPECT_NE(std::wstring::npos, told(own.log()).find(row.said)) << text::toUtf8(told(own.log()));
+  }
 }
 
 class EditFamily : public EditParameters {

@@ -226,6 +226,15 @@ TEST_F(ComponentActions, ComponentsTakeTheValuesOfTheirModels) {
   EXPECT_EQ(L"COLOR=red OWN_MASS=2.5kg", parameters(3));
 }
 
+TEST_F(ComponentActions, AParameterKeepsItsUnitInAnAssemblyOfOtherUnits) {
+  model("plate.prt", R"("parameters": [{"name": "REACH", "type": "double", "value": 2.5, "units": "cm"}])");
+  model("frame.asm", R"("units": "mks", "components": [{"name": "PLATE", "type": "prt", "feature": 3}],
+      "features": [{"id": 3, "type": 1000, "parameters": [
+        {"name": "REACH", "type": "double", "value": 1.0, "units": "cm"}]}])");
+  runOnFrame(task("fillComponentParametersByReference", "name_0='REACH' name_1='REACH' newname_1='NEW'"));
+  EXPECT_EQ(L"REACH=0.025cm NEW=0.025cm", parameters(1)) << "as the assembly reads it, in m";
+}
+
 TEST_F(ComponentActions, AParameterOfAnotherKindKeepsItsValue) {
   model("frame.asm", R"("components": [{"name": "PLATE", "type": "prt", "feature": 3}], "features": [{"id": 3,
       "type": 1000, "parameters": [{"name": "COLOR", "type": "integer", "value": 3}, {"name": "MASS", "type": "double",

@@ -140,8 +140,11 @@ TEST_F(ModelTable, AParameterFillsItsColumnByItsType) {
   world.part(L"PIN").with(L"MASS", L"light");
   world.part(L"CAP").with(L"MASS", false);
   world.part(L"ROD");
+  writeBytes(world.models() + "/lid.prt.1",
+             R"({"format": 1, "parameters": [{"name": "MASS", "type": "double", "value": 3.0, "units": "g"}]})");
   fill();
   world.assembly(L"ALL")
+      .uses(L"LID", ProMdlType::part)
       .uses(L"PIN", ProMdlType::part)
       .uses(L"CAP", ProMdlType::part)
       .uses(L"ROD", ProMdlType::part)
@@ -150,6 +153,7 @@ TEST_F(ModelTable, AParameterFillsItsColumnByItsType) {
   ASSERT_EQ(0, world.start());
   world.open(L"ALL", ProMdlType::assembly);
   world.openTool();
+  EXPECT_EQ(L"3.000000", cell("LID.PRT", "4")) << "in its own unit";
   EXPECT_EQ(L"light|false||2.500000|7", cell("PIN.PRT", "4") + L"|" + cell("CAP.PRT", "4") + L"|" +
                                             cell("ROD.PRT", "4") + L"|" + cell("SHAFT.PRT", "4") + L"|" +
                                             cell("HOUSING.PRT", "4"));

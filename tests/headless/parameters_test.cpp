@@ -106,29 +106,70 @@ TEST_F(ParametersAndInstances, DescriptionAndDesignation) {
   EXPECT_EQ(ProNotFound, ProParameterUnitsGet(one).error);
 }
 
-TEST_F(ParametersAndInstances, ScaledValuesAreInTheModelsUnits) {
+TEST_F(ParametersAndInstances, NumbersGoFromUnitsToSystemsAndBack) {
   struct Row {
     double value;
     const char* unit;
     const char* system;
     double expected;
   };
-  const Row rows[] = {
-      {2, "in", "", 50.8},   {2, "mm", "mmKs", 2},       {1, "t", "mmKs", 1000},   {1, "t", "mmNs", 1},
-      {1, "N", "mks", 1},    {1, "N", "mmNs", 1},        {1, "N", "mmKs", 1000},   {100, "C", "inlbs", 212},
-      {32, "F", "mmKs", 0},  {1, "kg/m^3", "cgs", 1e-3}, {1, "N*mm", "mks", 1e-3}, {1, "h", "mks", 3600},
-      {1, "MPa", "mmNs", 1}, {180, "deg", "", 180},      {5, "furlong", "", 5},    {5, "mm^", "", 5}};
+  const Row rows[] = {{2, "in", "", 50.8},        {2, "mm", "mmKs", 2},     {1, "t", "mmKs", 1000},
+                      {1, "t", "mmNs", 1},        {1, "N", "mks", 1},       {1, "N", "mmNs", 1},
+                      {1, "N", "mmKs", 1000},     {100, "C", "inlbs", 212}, {32, "F", "mmKs", 0},
+                      {1, "kg/m^3", "cgs", 1e-3}, {1, "N*mm", "mks", 1e-3}, {1, "h", "mks", 3600},
+                      {1, "MPa", "mmNs", 1},      {180, "deg", "", 180},    {5, "furlong", "", 5},
+                      {5, "mm^", "", 5},          {300, "K", "", 26.85},    {20, "C", "mks", 293.15}};
   for (const Row& row : rows) {
     ModelRecord record;
     record.units = row.system;
     EXPECT_NEAR(row.expected, inSystem(row.value, row.unit, record), 1e-9) << row.unit << " in " << row.system;
+    EXPECT_NEAR(row.value, fromSystem(row.expected, row.unit, record), 1e-9) << row.unit << " of " << row.system;
   }
-  model("a.prt.1", R"("units": "inlbs", "parameters": [{"name": "X", "type": "double", "value": 254, "units": "mm"},
-      {"name": "Y", "type": "double", "value": 254}])");
-  const ProMdl part = retrieve(L"A");
-  EXPECT_NEAR(10, ProParameterScaledvalueGet(parameter(part, L"X")).value.real, 1e-9);
-  EXPECT_EQ(254, ProParameterValueGet(parameter(part, L"X")).value.real);
-  EXPECT_EQ(254, ProParameterScaledvalueGet(parameter(part, L"Y")).value.real);
+}
+
+// Read and written plainly a value is in the units of the model, scaled in the parameter's own.
+TEST_F(ParametersAndInstances, ValuesCountInTheModelsUnitsOrInTheirOwn) {
+  struct Row {
+    double stored;
+    const char* units;
+    double inModel;         // as it is read
+    double written, after;  // a value in the model's units, and what is stored then
+  };
+  const Row rows[] = {{5, "in", 127, 25.4, 1},       {3, "in", 76.2, 76.2, 3}, {2.5, "cm", 25, 10, 1},
+                      {1.005, "m", 1005, 1500, 1.5}, {7, "mm", 7, 0.1, 0.1},   {0.1, "kg/m^3", 1e-10, 7.85e-6, 7850}};
+  for (const Row& row : rows) {
+    model("u.prt.1", R"("parameters": [{"name": "X", "type": "double", "value": )" + std::to_string(row.stored) +
+                         R"(, "units": ")" + row.units + "\"}]");
+    const ProMdl part = retrieve(L"U");
+    const ProParameter one = parameter(part, L"X");
+    const auto scaled = [&] { return ProParameterScaledvalueGet(one).value.real; };
+    EXPECT_EQ(row.inModel, ProParameterValueGet(one).value.real) << row.units;
+    EXPECT_EQ(ProNoError, ProParameterValueSet(one, real(row.inModel)));
+    EXPECT_EQ(row.stored, scaled()) << row.units << ": what was read is written";
+    EXPECT_FALSE(ProMdlModificationVerify(part).value) << row.units;
+    EXPECT_EQ(ProNoError, ProParameterValueSet(one, real(row.written)));
+    EXPECT_EQ(row.after, scaled()) << row.units;
+    EXPECT_EQ(row.written, ProParameterValueGet(one).value.real) << row.units;
+    EXPECT_EQ(ProNoError, ProParameterScaledvalueSet(one, real(row.stored)));
+    EXPECT_EQ(row.inModel, ProParameterValueGet(one).value.real) << row.units;
+    endSession();
+  }
+}
+
+TEST_F(ParametersAndInstances, UnitsOfRowsAndOfWhatIsTooLarge) {
+  model("bolt.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 1, "units": "in"},
+      {"name": "FAR", "type": "double", "value": 1e308, "units": "km"}],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [
+      {"name": "B2", "values": {"LEN": 2}}]}})");
+  const ProMdl b2 = retrieve(L"B2");
+  EXPECT_EQ(50.8, ProParameterValueGet(parameter(b2, L"LEN")).value.real);
+  EXPECT_EQ(ProNoError, set(b2, L"LEN", real(76.2)));
+  const ProFaminstance row{L"B2", ProMdlInit(L"BOLT", ProMdlType::part).value};
+  EXPECT_EQ(3, ProFaminstanceValueGet(row, {ProFamitemType::parameter, L"LEN"}).value.real) << "as the table shows it";
+  EXPECT_EQ(1, ProParameterScaledvalueGet(parameter(row.owner, L"LEN")).value.real);
+  EXPECT_EQ(ProGeneralError, ProParameterValueGet(parameter(b2, L"FAR")).error);
+  model("yard.prt.1", R"("units": "mks", "parameters": [{"name": "X", "type": "double", "units": "micron"}])");
+  EXPECT_EQ(ProBadInputs, set(retrieve(L"YARD"), L"X", real(1e304)));
 }
 
 TEST_F(ParametersAndInstances, ValuesFromTexts) {
@@ -248,6 +289,96 @@ TEST_F(ParametersAndInstances, ColumnsComeAndGoWithTheirParameters) {
   EXPECT_EQ("MAT=steel", parameters(b20));
   EXPECT_EQ(ProNoError, ProParameterCreate(item(generic), L"LEN", real(1)).error);
   EXPECT_EQ("MAT=steel LEN=1", parameters(b20)) << "the row's value went with the column";
+}
+
+TEST_F(ParametersAndInstances, ARestrictionAllowsItsValuesAlone) {
+  model("bolts.prt.1", R"("parameters": [
+      {"name": "LEN", "type": "double", "value": 2, "units": "in", "restriction": {"minimum": 1, "maximum": 3.5}},
+      {"name": "N", "type": "integer", "value": 9, "restriction": {"values": [2, 4]}},
+      {"name": "MAT", "type": "string", "value": "steel", "restriction": {"values": ["steel", "brass"]}}],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [{"name": "B2"}]}})");
+  const ProMdl part = retrieve(L"BOLTS");
+  ProParamvalue whole;
+  whole.type = ProParamvalueType::integer;
+  const auto count = [&](int number) {
+    whole.integer = number;
+    return set(part, L"N", whole);
+  };
+  EXPECT_EQ(ProNoError, set(part, L"LEN", real(25.4))) << "an end belongs to its range";
+  for (const double outside : {25.3, 89.0}) EXPECT_EQ(ProBadInputs, set(part, L"LEN", real(outside))) << outside;
+  EXPECT_EQ(ProNoError, count(9)) << "what is there already";
+  EXPECT_EQ(ProBadInputs, count(3));
+  EXPECT_EQ(ProNoError, count(4));
+  EXPECT_EQ(ProBadInputs, set(part, L"MAT", string(L"wood")));
+  EXPECT_EQ(ProNoError, set(part, L"MAT", string(L"brass")));
+  const ProFaminstance b2{L"B2", part};
+  EXPECT_EQ(ProBadInputs, ProFaminstanceValueSet(b2, {ProFamitemType::parameter, L"LEN"}, real(4)));
+  EXPECT_EQ(ProNoError, ProFaminstanceValueSet(b2, {ProFamitemType::parameter, L"LEN"}, real(3)));
+  EXPECT_EQ(ProBadInputs, set(retrieve(L"B2"), L"LEN", real(100)));
+  EXPECT_EQ("LEN=25.4 N=4 MAT=brass", parameters(part));
+  EXPECT_EQ("LEN=76.2 N=4 MAT=brass", parameters(retrieve(L"B2")));
+}
+
+TEST_F(ParametersAndInstances, ALockedInstanceKeepsItsOwnParameters) {
+  model("bolts.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 10}],
+      "familyTable": {"items": [], "instances": [{"name": "B1", "locked": true, "parameters": [
+      {"name": "OWN", "type": "double", "value": 1}]}]}})");
+  const ProMdl b1 = retrieve(L"B1");
+  const ProParameter own = parameter(b1, L"OWN");
+  const ProError results[] = {ProParameterCreate(item(b1), L"NEW", real(1)).error,
+                              ProParameterDelete(own),
+                              ProParameterValueSet(own, real(2)),
+                              ProParameterDescriptionSet(own, L"x"),
+                              ProParameterDesignationAdd(own),
+                              set(b1, L"LEN", real(11))};
+  for (const ProError one : results) EXPECT_EQ(ProGeneralError, one);
+  EXPECT_EQ("LEN=10 OWN=1", parameters(b1));
+  EXPECT_FALSE(ProMdlModificationVerify(b1).value);
+}
+
+TEST_F(ParametersAndInstances, ADeletedParameterComesBackWhole) {
+  model("bolts.prt.1", R"("parameters": [{"name": "A", "type": "double", "value": 1},
+      {"name": "LEN", "type": "double", "value": 10, "hint": [1, 2], "restriction": {"maximum": 30}},
+      {"name": "Z", "type": "double", "value": 9}],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN", "note": "x"}, {"type": "parameter", "name": "Z"}],
+      "instances": [{"name": "B20", "values": {"LEN": 20, "Z": 8}, "familyTable": {
+        "items": [{"type": "parameter", "name": "LEN"}], "instances": [{"name": "B20_L", "values": {"LEN": 21}}]}}]}})");
+  const ProMdl part = retrieve(L"BOLTS");
+  const std::string before = session().models().documentText(part).value;
+  const auto text = [&] { return session().models().documentText(part).value; };
+  EXPECT_EQ(ProNotFound, ProParameterDeleteUndo(item(part), nullptr));
+  EXPECT_EQ(ProNoError, ProParameterDelete(parameter(part, L"LEN")));
+  EXPECT_NE(before, text());
+  EXPECT_EQ(ProNoError, ProParameterDeleteUndo(item(part), nullptr));
+  EXPECT_EQ(before, text());
+  EXPECT_FALSE(ProMdlModificationVerify(part).value);
+  EXPECT_EQ(ProNotFound, ProParameterDeleteUndo(item(part), nullptr)) << "it is back already";
+
+  // One of its name in its place goes again, with what it was given.
+  EXPECT_EQ(ProNoError, ProParameterDelete(parameter(part, L"LEN")));
+  const auto successor = ProParameterCreate(item(part), L"LEN", real(40));
+  EXPECT_EQ(ProBadInputs, ProParameterRemainsTake(successor.value)) << "over the maximum";
+  EXPECT_EQ(ProExists, ProParameterDeleteUndo(item(part), nullptr));
+  EXPECT_EQ(ProNoError, ProParameterValueSet(successor.value, real(25)));
+  EXPECT_EQ(ProNoError, ProParameterRemainsTake(successor.value));
+  EXPECT_EQ(ProBadInputs, ProParameterValueSet(successor.value, real(31)));
+  EXPECT_EQ(ProNoError, ProParameterDeleteUndo(item(part), &successor.value));
+  EXPECT_EQ(before, text());
+
+  // What was changed and saved behind the deletion stays so.
+  EXPECT_EQ(ProNoError, ProParameterDelete(parameter(part, L"LEN")));
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(ProNoError, ProParameterDeleteUndo(item(part), nullptr));
+  EXPECT_TRUE(ProMdlModificationVerify(part).value);
+}
+
+TEST_F(ParametersAndInstances, AColumnStaysWhileAnotherOneHasItsName) {
+  model("bolts.prt.1", R"("parameters": [{"name": "X", "type": "integer", "value": 1},
+      {"name": "X", "type": "integer", "value": 3}],
+      "familyTable": {"items": [{"type": "parameter", "name": "X"}], "instances": [{"name": "B", "values": {"X": 7}}]}})");
+  const ProMdl part = retrieve(L"BOLTS");
+  EXPECT_EQ(ProNoError, ProParameterDelete({L"X", item(part), 1}));
+  EXPECT_EQ("X=7", parameters(retrieve(L"B")));
 }
 
 TEST_F(ParametersAndInstances, ComponentColumnsLeaveOutOrReplace) {

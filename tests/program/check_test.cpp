@@ -165,6 +165,11 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
       {action + "setDTL' view='\\\\server\\iso.dtl'/>", "'view' leaves the package: '\\\\server\\iso.dtl'"},
       {action + "setEnvironmentVariable' name='A' value='d:\\x'/>", "'value' leaves the package: 'd:\\x'"},
       {action + "setEnvironmentVariable' name='A' value='d: x'/>", ""},
+      {action + "editModelParameter' totype='2' value='%user:L% of 5 %'/>", ""},
+      {action + "editModelParameter' totype='0' value='%LEN%'/>", ""},
+      {action + "editMaterialParameter' totype='2' value='%curmat:RHO%'/>",
+       "'value': of a parameter with units %curmat:RHO% is the number in these units; what is written counts in the "
+       "model's"},
       {action +
            "saveModel' forEF='true'><filter><f type='filename' filtertype='true' filename='d:\\x*'/></filter></task>",
        "'filename' leaves the package: 'd:\\x*'"},

@@ -119,7 +119,7 @@ TEST_F(ListReport, ListsParametersAndLayers) {
   expectLists(L"PLATE", ProMdlType::part,
               {{"sel='9'",
                 "File name|Parameter|Type|Value|Description|Is designated|Restriction type\n"
-                "PLATE.prt|LENGTH|Double|20.000000|of the blank|true|Range\n"
+                "PLATE.prt|LENGTH|Double|2.000000|of the blank|true|Range\n"
                 "PLATE.prt|GRADE|String|a||false|Enumeration\nPLATE.prt|DONE|Boolean|false||false|\n"
                 "PLATE.prt|COUNT|Integer|7||false|\nPLATE.prt|REMARK|Note ID|||false|\n"},
                {"sel='16'",
@@ -142,7 +142,8 @@ TEST_F(ListReport, FlagsOfDimensionsReachTheList) {
 TEST_F(ListReport, ListsFamiliesAsTheAttributesChoose) {
   writeBytes(world.models() + "/bolt.prt.1", R"({
     "format": 1,
-    "parameters": [{"name": "LENGTH", "type": "double", "value": 10.0}, {"name": "REMARK", "type": "note", "value": 3},
+    "parameters": [{"name": "LENGTH", "type": "double", "value": 10.0, "units": "cm"},
+                   {"name": "REMARK", "type": "note", "value": 3},
                    {"name": "COATED", "type": "boolean", "value": true}],
     "familyTable": {
       "items": [{"type": "parameter", "name": "LENGTH"}, {"type": "parameter", "name": "REMARK"},

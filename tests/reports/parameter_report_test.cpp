@@ -32,7 +32,7 @@ TEST_F(ParameterReport, AllColumnsOfOneParameter) {
   EXPECT_EQ(report(parameters(on(kAll) + "paramName_7='mass'"), L"GEAR"),
             line({"mass Value", "mass Type", "mass Designated", "mass Description", "mass Relation driven",
                   "mass Restriction type", "mass Unit"}) +
-                line({"0.002500", "Double", "true", "net", "", "Range", "g"}));
+                line({"2.500000", "Double", "true", "net", "", "Range", "g"}));
   EXPECT_EQ(readBytes(path() + "header"),
             "B0paramName_mass_V|||||mass Value\r\nB0paramName_mass_T|||||mass Type\r\n"
             "B0paramName_mass_Desig|||||mass Designated\r\nB0paramName_mass_Descr|||||mass Description\r\n"
@@ -70,7 +70,7 @@ TEST_F(ParameterReport, OnlyTheFirst32CharactersOfANameCount) {
 }
 
 TEST_F(ParameterReport, AFailingOperationCostsItsFieldOnly) {
-  const std::vector<std::string> whole = {"0.002500", "Double", "true", "net", "", "Range", "g"};
+  const std::vector<std::string> whole = {"2.500000", "Double", "true", "net", "", "Range", "g"};
   const std::pair<const char*, std::size_t> cases[] = {
       {"ProParameterScaledvalueGet", 0}, {"ProParameterValueGet", 1},  {"ProParameterDesignationVerify", 2},
       {"ProParameterDescriptionGet", 3}, {"ProParameterDriverGet", 4}, {"ProParameterRangeGet", 5}};

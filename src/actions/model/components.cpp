@@ -72,12 +72,12 @@ Outcome rescalePositions(const Task& task) {
 
 std::wstring unitsOf(const creo::ProParameter& parameter) { return creo::ProParameterUnitsGet(parameter).value; }
 
-// Gives a component's parameter a value, making it where there is none.
+// Gives a component's parameter a value in these units, making it where there is none.
 creo::ProError give(const creo::ProModelitem& component, const std::wstring& name, const creo::ProParamvalue& value,
                     const std::wstring& units) {
   const auto present = creo::ProParameterInit(component, name);
   if (!present) return creo::ProParameterWithUnitsCreate(component, name, value, units).error;
-  return unitsOf(present.value) == units ? creo::ProParameterValueSet(present.value, value) : creo::ProBadInputs;
+  return unitsOf(present.value) == units ? creo::ProParameterScaledvalueSet(present.value, value) : creo::ProBadInputs;
 }
 
 // The pairs "name_%d", "newname_%d"; without a new name the parameter has the same one.
@@ -106,7 +106,8 @@ bool fill(const creo::ProFeature& component, creo::ProMdl model, const std::wstr
     core::logWrite(text::format(L"%s has no parameter %s", name, pair.of), core::kWarning);
     return false;
   }
-  const auto value = creo::ProParameterValueGet(source.value);
+  // Assembly and component may have different systems of units: the number goes with its own unit.
+  const auto value = creo::ProParameterScaledvalueGet(source.value);
   const creo::ProModelitem item{creo::ProItemType::feature, component.id, component.owner, {}};
   if (value && give(item, pair.to, value.value, unitsOf(source.value)) == creo::ProNoError) return true;
   core::logWrite(text::format(L"%s of the component %s can't take the value", pair.to, name), core::kError);

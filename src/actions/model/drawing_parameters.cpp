@@ -40,7 +40,7 @@ std::optional<Identity> identityOf(ProMdl model) {
 // The drawing's parameter says which model was chosen, or "-".
 void keepChoice(const Task& task, std::wstring_view choice) {
   if (const auto parameter = parameterNamed(task.model(), task.attribute(L"mdlNameParameter")))
-    setParameterTo(task, parameter.value, choice, ProParamvalueType::string);
+    setParameterTo(task, parameter.value, {.kind = ProParamvalueType::string, .value = std::wstring(choice)});
 }
 
 // What the drawing's parameter says; empty for no choice.
@@ -132,9 +132,9 @@ void tellMissing(const Task& task, std::wstring_view text) {
 void copyParameter(const Task& task, ProMdl model, std::wstring_view name, std::wstring_view newName) {
   const auto target = parameterNamed(task.model(), newName);
   if (!target) return tellMissing(task, L"Parameter can't be found on Drawing");
-  const Replaced value = replaceVariables(text::format(L"%%%s%%", name), model);
+  Replaced value = replaceVariables(text::format(L"%%%s%%", name), model);
   if (!value) return tellMissing(task, L"Parameter can't be found on Model");
-  setParameterTo(task, target.value, value.text);
+  setParameterTo(task, target.value, {.value = std::move(value.text), .numbers = std::move(value.numbers)});
 }
 
 Outcome editDrawingParameterFromModel(const Task& task) {

@@ -92,7 +92,7 @@ Outcome editModelParameterFromFile(const Task& task) {
       continue;
     }
     core::logIndented(text::format(core::msgText(kSetTo), parameter.value.id, entry.value), core::kNormal, 2);
-    setParameterTo(task, parameter.value, entry.value);
+    setParameterTo(task, parameter.value, {.value = entry.value});
   }
   return done;
 }
@@ -129,7 +129,7 @@ Outcome editParameterFromDictionary(const Task& task) {
     if (!present.parameter || present.isSet || wildcardCompare(entry.present, present.text) != 1) continue;
     core::logIndented(text::format(core::msgText(kSetFromTo), present.parameter.value.id, present.text, entry.value),
                       core::kNormal, 2);
-    setParameterTo(task, present.parameter.value, entry.value);
+    setParameterTo(task, present.parameter.value, {.value = entry.value});
     present.isSet = true;
   }
   return done;

@@ -45,7 +45,7 @@ void editFromTable(const Task& task, const creo::ProDwgtable& table, const Table
   core::logIndented(*line, core::kNormal, 2);
   const auto parameter = parameterNamed(*model, name);
   if (!parameter) return core::logWrite(L"Parameter can't be found on Model", core::kError);
-  setParameterTo(task, parameter.value, *line);
+  setParameterTo(task, parameter.value, {.value = *line});
 }
 
 Outcome editModelParameterFromTablecell(const Task& task) {

@@ -75,7 +75,7 @@ void editRow(const Task& task, const CsvTable& table, const Columns& columns, st
     if (!material) material = materialOfRow(task.model(), columns.material == kNone ? L"" : cell(columns.material));
     if (!material) return;
     if (const auto parameter = creo::ProParameterInit(*material, title))
-      setParameterTo(task, parameter.value, cell(column));
+      setParameterTo(task, parameter.value, {.value = cell(column)});
     else
       error(text::format(L"The material '%s' has no parameter '%s'", material->name, title));
   }

@@ -6,9 +6,10 @@
 
 namespace actions {
 
-// target: the new kind; null gives it the name `workingName` and leaves the kind. Description, designation, units of a
-// number that stays one, the family table's column and each instance's own value go with it. Where Creo refuses, the
-// parameter is put back as it was, and a line says so.
+// target: the new kind; null gives it the name `workingName` and leaves the kind. Description, designation, units,
+// restriction, what else its model keeps with it, the family table's column and each instance's own value go with it.
+// What can be seen to be refused is refused before anything is deleted; where Creo refuses later, the parameter is put
+// back whole and at its place. A line says so.
 void convertParameter(ParameterEditContext& context, const creo::ProParameter& parameter, const ParameterKind* target);
 
 }  // namespace actions

@@ -137,10 +137,44 @@ std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_vie
   return NewValue{std::wstring(text), std::wstring(text), L"Parameter - Failure in ProParamvalueSet - String"};
 }
 
+// A number with units loses them on its way into another one's text: what is written counts in the units of the model.
+// Those that aren't the same number there.
+std::vector<engine::NumberWithUnits> foreignNumbers(const ParameterEditContext& context, engine::Replaced& replaced,
+                                                    const ProParameter& target) {
+  std::vector<engine::NumberWithUnits> numbers = std::move(replaced.numbers);
+  if (context.override)
+    numbers.insert(numbers.end(), context.override->numbers.begin(), context.override->numbers.end());
+  std::erase_if(numbers, [&](const engine::NumberWithUnits& one) {
+    if (one.parameter.owner.owner != target.owner.owner) return false;
+    const auto inModel = ProParameterValueGet(one.parameter);
+    return inModel && inModel.value.real == one.value;
+  });
+  return numbers;
+}
+
+void warnOfUnits(const ProParameter& written, const std::vector<engine::NumberWithUnits>& numbers) {
+  if (numbers.empty()) return;
+  const auto units = ProParameterUnitsGet(written);
+  const auto value = ProParameterScaledvalueGet(written);
+  if (!units || !value || value.value.type != ProParamvalueType::real) return;
+  for (const engine::NumberWithUnits& one : numbers) {
+    if (one.units == units.value && one.value == value.value.real) continue;
+    core::logWrite(
+        text::format(L"'%s' is %s %s, and '%s' is %s %s now: what is written counts in the model's units", one.token,
+                     text::shortest(one.value), one.units, written.id, text::shortest(value.value.real), units.value),
+        core::kWarning);
+  }
+}
+
+// Is its value held within a range or a list?
+bool isRestricted(const ProParameter& parameter) {
+  return ProParameterRangeGet(parameter).value || ProParameterIsEnumerated(parameter).value;
+}
+
 void set(const ParameterEditContext& context, const ProParameter& parameter, const ProParamvalue& current) {
   const std::wstring_view expression =
       context.override ? std::wstring_view(context.override->value) : context.currentAction.attribute(L"value");
-  const engine::Replaced replaced =
+  engine::Replaced replaced =
       engine::replaceVariablesLine(expression, context.currentModel, exactTextOf(current), kExpressionSize);
   if (!replaced) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
   const auto wanted = newValue(parameter, replaced.text, current.type);
@@ -148,7 +182,12 @@ void set(const ParameterEditContext& context, const ProParameter& parameter, con
   core::logIndented(text::format(L"set '%s' value to '%s'", parameter.id, wanted->shown), core::kNormal, 4);
   ProParamvalue value;
   if (ProParamvalueSet(value, wanted->text, current.type) != ProNoError) return error(wanted->failure);
-  if (ProParameterValueSet(parameter, value) != ProNoError) core::logMsgPlain(kSetFailed, core::kError);
+  const auto foreign = foreignNumbers(context, replaced, parameter);
+  const ProError result = ProParameterValueSet(parameter, value);
+  if (result != ProNoError) core::logMsgPlain(kSetFailed, core::kError);
+  if (result == ProBadInputs && isRestricted(parameter))
+    error(text::format(L"The restriction of '%s' doesn't allow '%s'", parameter.id, wanted->shown));
+  if (result == ProNoError) warnOfUnits(parameter, foreign);
 }
 
 }  // namespace
@@ -178,6 +217,8 @@ void editParameterValue(ParameterEditContext& context, const ProParameter& param
 }
 
 ProError findAndEditParameter(ParameterEditContext& context, const ProParameter& parameter) {
+  // The visit is repeated behind a conversion, and meets it at its new place.
+  if (parameter.ordinal > 0 && context.renamed.contains(parameter.id)) return ProNoError;
   const std::wstring_view search = context.currentAction.attribute(L"searchin");
   const auto wanted = searchedName(context, parameter);
   if (!wanted) return ProNoError;
@@ -197,16 +238,15 @@ ProError findAndEditParameter(ParameterEditContext& context, const ProParameter&
   return fit == Fit::endVisit ? ProStopVisit : ProNoError;
 }
 
-void setParameterTo(const engine::Task& task, const ProParameter& parameter, std::wstring_view value,
-                    ProParamvalueType kind) {
-  if (kind == ProParamvalueType::none) {
+void setParameterTo(const engine::Task& task, const ProParameter& parameter, ParameterOverride value) {
+  if (value.kind == ProParamvalueType::none) {
     const auto own = editedValue(parameter);
     if (!own) return error(L"Failure in ProParameterValueGet()");
-    kind = own.value.type;
+    value.kind = own.value.type;
   }
   ParameterEditContext context{.currentAction = task, .currentModel = parameter.owner.owner};
   context.editPass = ParameterEditContext::setValue;
-  context.override = ParameterOverride{kind, std::wstring(value)};
+  context.override = std::move(value);
   editParameterValue(context, parameter);
 }
 
@@ -218,6 +258,7 @@ Got<ProParameter> parameterNamed(ProMdl model, std::wstring_view name) {
 
 bool visitAndEdit(ParameterEditContext& context, const ProModelitem& owner) {
   context.searched.reset();
+  context.renamed.clear();
   const ProError result =
       ProParameterVisit(owner, [&](const ProParameter& parameter) { return findAndEditParameter(context, parameter); });
   // A visit over nothing is none that failed.

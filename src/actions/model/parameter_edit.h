@@ -3,9 +3,13 @@
 
 #include <optional>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 #include "creo/ProParameter.h"
 #include "engine/task.h"
+#include "engine/variables.h"
+#include "text/letters.h"
 
 namespace actions {
 
@@ -13,6 +17,7 @@ namespace actions {
 struct ParameterOverride {
   creo::ProParamvalueType kind = creo::ProParamvalueType::none;
   std::wstring value;
+  std::vector<engine::NumberWithUnits> numbers{};  // that stand in it
 };
 
 // One action's work on parameters.
@@ -28,6 +33,8 @@ struct ParameterEditContext {
   std::wstring workingName{};  // of a conversion: the new name
   std::optional<ParameterOverride> override{};
   std::optional<std::wstring> searched{};  // `name` as it was substituted for this visit
+  // Names that a rename took from their first owner in this visit: the places of later ones moved up.
+  std::unordered_set<std::wstring, text::HashNoCase, text::EqualNoCase> renamed{};
 };
 
 // A visit's step: edits the parameter if the action's search finds it. ProStopVisit ends the visit.
@@ -35,9 +42,8 @@ creo::ProError findAndEditParameter(ParameterEditContext& context, const creo::P
 // Retypes the parameter in the retype pass, or sets its value in the other one. Driven parameters stay, with a line.
 void editParameterValue(ParameterEditContext& context, const creo::ProParameter& parameter);
 // Sets a parameter to a text that the caller has, as the value pass does: with variables, nothing of a driven one.
-// kind: a parameter of another one stays as it is; none: any kind will do.
-void setParameterTo(const engine::Task& task, const creo::ProParameter& parameter, std::wstring_view value,
-                    creo::ProParamvalueType kind = creo::ProParamvalueType::none);
+// Its kind: a parameter of another one stays as it is; none: any kind will do.
+void setParameterTo(const engine::Task& task, const creo::ProParameter& parameter, ParameterOverride value);
 // A model's own parameter of that name. ProNotFound.
 creo::Got<creo::ProParameter> parameterNamed(creo::ProMdl model, std::wstring_view name);
 // One visit of an owner's parameters. False: it ended early.

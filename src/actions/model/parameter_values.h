@@ -19,7 +19,7 @@ struct ParameterKind {
 const ParameterKind* kindOfType(creo::ProParamvalueType type);
 const ParameterKind* kindOfDigit(std::wstring_view digit);
 
-// What the editing actions take for the value: as it stands where the parameter has units, else in the model's.
+// What the editing actions take for the value, and what they write: in the units of the owner's model.
 creo::Got<creo::ProParamvalue> editedValue(const creo::ProParameter& parameter);
 // The value as a text: "%d", "%f", "true" or "false".
 std::wstring textOf(const creo::ProParamvalue& value);

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "headless/creo/operation.h"
-#include "headless/model/units.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 
@@ -82,21 +81,29 @@ ProError ProParameterDelete(const ProParameter& parameter) {
   return operation("ProParameterDelete", [&](State& state) { return state.parameters.remove(parameter); });
 }
 
+ProError ProParameterDeleteUndo(const ProModelitem& owner, const ProParameter* successor) {
+  return operation("ProParameterDeleteUndo",
+                   [&](State& state) { return state.parameters.undoRemoval(owner, successor); });
+}
+
+ProError ProParameterRemainsTake(const ProParameter& parameter) {
+  return operation("ProParameterRemainsTake", [&](State& state) { return state.parameters.takeRemains(parameter); });
+}
+
 Got<ProParamvalue> ProParameterValueGet(const ProParameter& parameter) {
-  return onParameter<ProParamvalue>("ProParameterValueGet", parameter, &Parameters::value);
+  return onParameter<ProParamvalue>("ProParameterValueGet", parameter, &Parameters::valueInModel);
 }
 
 Got<ProParamvalue> ProParameterScaledvalueGet(const ProParameter& parameter) {
-  return onParameter<ProParamvalue>("ProParameterScaledvalueGet", parameter, [](const ParameterPlace& place) {
-    ProParamvalue value = Parameters::value(place);
-    if (value.type == ProParamvalueType::real && !place.record().units.empty())
-      value.real = headless::inSystem(value.real, place.record().units, place.model->document->record);
-    return value;
-  });
+  return onParameter<ProParamvalue>("ProParameterScaledvalueGet", parameter, &Parameters::value);
 }
 
 ProError ProParameterValueSet(const ProParameter& parameter, const ProParamvalue& value) {
-  return operation("ProParameterValueSet", [&](State& state) { return state.parameters.set(parameter, value); });
+  return operation("ProParameterValueSet", [&](State& state) { return state.parameters.setInModel(parameter, value); });
+}
+
+ProError ProParameterScaledvalueSet(const ProParameter& parameter, const ProParamvalue& value) {
+  return operation("ProParameterScaledvalueSet", [&](State& state) { return state.parameters.set(parameter, value); });
 }
 
 Got<std::wstring> ProParameterUnitsGet(const ProParameter& parameter) {

@@ -160,6 +160,7 @@ void ModelDocument::touch(RowRecord* row) {
 
 void ModelDocument::touchData(RowRecord* row) {
   modified_ = true;
+  ++changes_;
   if (!row || row->changed) return;
   row->changed = true;
   changedRows_.push_back(row);
@@ -167,8 +168,16 @@ void ModelDocument::touchData(RowRecord* row) {
 
 void ModelDocument::markSaved() {
   modified_ = contentModified_ = false;
+  ++changes_;
   for (RowRecord* row : changedRows_) row->changed = false;
   changedRows_.clear();
+}
+
+void ModelDocument::setMarks(const Marks& before) {
+  markSaved();
+  modified_ = before.modified;
+  changedRows_ = before.rows;
+  for (RowRecord* row : changedRows_) row->changed = true;
 }
 
 const ModelDocument::RelationNames& ModelDocument::relationNames() {

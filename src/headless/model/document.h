@@ -69,6 +69,15 @@ class ModelDocument {
   // Whether anything but such data did.
   [[nodiscard]] bool isContentModified() const { return contentModified_; }
   void markSaved();
+  // What is marked, and how often marks were set or cleared, for who puts back what was changed.
+  struct Marks {
+    bool modified = false;
+    std::vector<RowRecord*> rows;
+    std::size_t changes = 0;
+  };
+  [[nodiscard]] Marks marks() const { return {modified_, changedRows_, changes_}; }
+  // As it was marked then. Nothing was changed since but what has been put back.
+  void setMarks(const Marks& before);
 
   // Names that relations assign to or read, folded; those that post relations assign to.
   struct RelationNames {
@@ -79,6 +88,7 @@ class ModelDocument {
 
  private:
   bool modified_ = false, contentModified_ = false;
+  std::size_t changes_ = 0;
   std::vector<RowRecord*> changedRows_;
   std::vector<std::unique_ptr<RowRecord>> takenRows_;
   std::unordered_map<std::wstring, RowRecord*> rowsByName_;

@@ -120,12 +120,56 @@ bool removeColumn(ModelDocument& document, FamilyTableRecord& table, ProFamitemT
   return true;
 }
 
-void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view name) {
-  if (!document.record.familyTable) return;
-  removeColumn(document, *document.record.familyTable, type, name);
+std::vector<TakenColumn> takeColumns(ModelDocument& document, ProFamitemType type, std::string_view name) {
+  std::vector<TakenColumn> taken;
+  if (!document.record.familyTable) return taken;
+  const auto take = [&](FamilyTableRecord& table, std::string_view generic) {
+    const std::size_t at = columnAt(table, type, name);
+    if (at == NameIndex::kNone) return;
+    TakenColumn& one = taken.emplace_back();
+    one.generic = generic;
+    one.at = at;
+    for (const auto& row : table.instances)
+      if (const std::size_t value = valueAt(*row, at, name); value != NameIndex::kNone)
+        one.values.push_back({row->name, value, row->values[value].value});
+    one.column.type = type;
+    one.column.extra = std::move(table.items.list[at].extra);
+    removeColumn(document, table, type, name);
+  };
+  take(*document.record.familyTable, {});
   eachRow(*document.record.familyTable, [&](RowRecord& row) {
-    if (row.familyTable) removeColumn(document, *row.familyTable, type, name);
+    if (row.familyTable) take(*row.familyTable, row.name);
   });
+  return taken;
+}
+
+void returnColumns(ModelDocument& document, const std::vector<TakenColumn>& taken, const std::string& name,
+                   bool withValues) {
+  const auto placed = [](auto& list, std::size_t at) {
+    return list.begin() + static_cast<std::ptrdiff_t>(std::min(at, list.size()));
+  };
+  for (const TakenColumn& one : taken) {
+    RowRecord* generic = one.generic.empty() ? nullptr : document.row(text::fromUtf8(one.generic));
+    FamilyTableRecord* table = one.generic.empty() || generic ? document.tableOf(generic) : nullptr;
+    if (!table || columnAt(*table, one.column.type, name) != NameIndex::kNone) continue;
+    auto& columns = table->items.list;
+    ColumnRecord& column = *columns.emplace(placed(columns, one.at));
+    column.type = one.column.type;
+    column.name = name;
+    if (one.column.extra) column.extra = std::make_unique<Extra>(*one.column.extra);
+    table->items.index.drop();
+    document.touch(generic);
+    for (const TakenColumn::Value& value : one.values) {
+      RowRecord* row = withValues ? document.row(text::fromUtf8(value.row)) : nullptr;
+      if (!row || document.tableAbove(row) != table) continue;
+      row->values.insert(placed(row->values, value.at), {name, value.value});
+      document.touch(row);
+    }
+  }
+}
+
+void removeColumn(ModelDocument& document, ProFamitemType type, std::string_view name) {
+  takeColumns(document, type, name);
 }
 
 void renameColumn(ModelDocument& document, ProFamitemType type, std::string_view from, const std::string& to) {

@@ -35,6 +35,25 @@ RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, creo::P
 bool removeColumn(ModelDocument& document, FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
 void removeColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view name);
 
+// A column that was taken away, with the values in it; rows by their names.
+struct TakenColumn {
+  std::string generic;  // whose table it was; empty: the document's own
+  std::size_t at = 0;   // its place in it
+  ColumnRecord column;
+  struct Value {
+    std::string row;
+    std::size_t at = 0;  // its place among the row's values
+    Scalar value;
+  };
+  std::vector<Value> values;
+};
+// Takes a column away from all tables.
+std::vector<TakenColumn> takeColumns(ModelDocument& document, creo::ProFamitemType type, std::string_view name);
+// Puts columns back at their places, under that name; withValues: as they were, else no row has a value in them.
+// Tables and rows that have gone meanwhile are passed over, and tables that have such a column.
+void returnColumns(ModelDocument& document, const std::vector<TakenColumn>& taken, const std::string& name,
+                   bool withValues);
+
 // What the columns of a type stand for has another name now; in all tables.
 void renameColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view from, const std::string& to);
 

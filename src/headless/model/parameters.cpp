@@ -1,10 +1,13 @@
 #include "headless/model/parameters.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
+#include <optional>
 #include <unordered_map>
+#include <utility>
 
-#include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
@@ -55,17 +58,6 @@ ParameterList* materialList(ModelRecord& record, const std::wstring& name) {
   return nullptr;
 }
 
-// Letters, digits and "_", not beginning with a digit. Beyond ASCII letters are what can be shown from U+00C0 on.
-bool isParameterName(std::wstring_view name) {
-  if (name.empty() || !text::fits(name, text::kNameSize)) return false;
-  if (name.front() >= L'0' && name.front() <= L'9') return false;
-  return std::all_of(name.begin(), name.end(), [](wchar_t c) {
-    const wchar_t small = text::lower(c);
-    return (small >= L'a' && small <= L'z') || (c >= L'0' && c <= L'9') || c == L'_' ||
-           (c >= 0xC0 && c != 0xD7 && c != 0xF7 && text::isPrintable(c));
-  });
-}
-
 // Nothing for a value that no document can hold.
 Scalar toScalar(const ProParamvalue& value) {
   switch (value.type) {
@@ -98,11 +90,64 @@ ProParamvalue fromScalar(const Scalar& value, ProParamvalueType type) {
   return out;
 }
 
+std::optional<double> number(const Scalar& value) {
+  if (const auto* real = std::get_if<double>(&value)) return *real;
+  if (const auto* integer = std::get_if<int>(&value)) return *integer;
+  return {};
+}
+bool isNumber(ProParamvalueType type) { return type == ProParamvalueType::real || type == ProParamvalueType::integer; }
+
 // Equal as values of a type, however they are stored.
 bool sameValue(const Scalar& stored, const Scalar& wanted) {
-  if (const auto* integer = std::get_if<int>(&stored); integer && std::holds_alternative<double>(wanted))
-    return static_cast<double>(*integer) == std::get<double>(wanted);
-  return stored == wanted;
+  const auto a = number(stored), b = number(wanted);
+  return a && b ? *a == *b : stored == wanted;
+}
+
+// The ends of a range belong to it. A restriction counts in the units of its parameter.
+bool allows(const RestrictionRecord& held, const Scalar& value) {
+  if (const auto wanted = number(value)) {
+    const auto least = number(held.minimum), most = number(held.maximum);
+    if ((least && *wanted < *least) || (most && *wanted > *most)) return false;
+  }
+  return held.values.empty() ||
+         std::any_of(held.values.begin(), held.values.end(), [&](const Scalar& one) { return sameValue(one, value); });
+}
+
+std::unique_ptr<RestrictionRecord> copyOf(const RestrictionRecord& held) {
+  auto copy = std::make_unique<RestrictionRecord>();
+  copy->minimum = held.minimum;
+  copy->maximum = held.maximum;
+  copy->values = held.values;
+  if (held.extra) copy->extra = std::make_unique<Extra>(*held.extra);
+  return copy;
+}
+
+bool sameOwner(const ProModelitem& a, const ProModelitem& b) {
+  return a.type == b.type && a.id == b.id && a.owner == b.owner && text::equalNoCase(a.name, b.name);
+}
+
+// A converted number without the digits that only the conversion gives it: 3 in are 76.2 mm, not 76.19999999999999.
+double cleaned(double value) {
+  constexpr int kDigits = 15;  // what a double holds of any decimal number
+  std::array<char, 32> text{};
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, kDigits - 1);
+  std::from_chars(text.data(), end.ptr, value);
+  return value;
+}
+
+double inModel(double value, const ParameterPlace& place) {
+  const std::string& units = place.record().units;
+  if (units.empty()) return value;
+  const double there = inSystem(value, units, place.model->document->record);
+  return there == value ? value : cleaned(there);
+}
+
+// The number in the parameter's units that inModel gives that value for.
+double inUnits(double value, const ParameterPlace& place) {
+  const double own = fromSystem(value, place.record().units, place.model->document->record);
+  const double clean = own == value ? value : cleaned(own);
+  return inModel(clean, place) == value ? clean : own;
 }
 
 }  // namespace
@@ -131,6 +176,7 @@ ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_
   if (!record) return creo::ProNotFound;
   Scalar wanted = toScalar(value);
   if (value.type != record->type || isDefault(wanted)) return creo::ProBadInputs;
+  if (record->restriction && !allows(*record->restriction, wanted)) return creo::ProBadInputs;
   setRowValue(document, row, ProFamitemType::parameter, name, std::move(wanted));
   document.touch(&row);
   return creo::ProNoError;
@@ -220,9 +266,12 @@ Got<ProParameter> Parameters::create(const ProModelitem& item, const std::wstrin
   const auto owned = owner(item);
   if (!owned) return owned.error;
   const Scalar stored = toScalar(value);
-  if (!isParameterName(name) || isDefault(stored) || !text::fits(units, kUnitNameLength + 1)) return creo::ProBadInputs;
+  if (!text::isName(name) || !text::fits(name, text::kNameSize)) return creo::ProBadInputs;
+  if (isDefault(stored) || !text::fits(units, kUnitNameLength + 1)) return creo::ProBadInputs;
   if (find({name, item, 0})) return creo::ProExists;
   if (!units.empty() && !unitScale(text::toUtf8(units))) return creo::ProGeneralError;
+  if (const RowRecord* row = owned.value.ofModel ? owned.value.model->row : nullptr; row && row->locked)
+    return refuseLocked(models_, *owned.value.model->document, *row);
   const Part part = newPart(owned.value, item);
   ParameterRecord& record = part.list->list.emplace_back();
   record.name = text::toUtf8(text::upper(name));
@@ -240,12 +289,66 @@ ProError Parameters::remove(const ProParameter& parameter) {
   ModelDocument& document = *p.model->document;
   const std::string name = p.record().name;
   if (p.isInherited() || driver(p) != ProParameterDriver::none) return creo::ProGeneralError;
+  if (p.row && p.row->locked) return refuseLocked(models_, document, *p.row);
   if (drivesItem(document, parameter.owner, name)) return creo::ProGeneralError;
   if (p.ofModel && document.relationNames().read.contains(folded(name))) return creo::ProGeneralError;
-  if (p.ofModel && !p.row) removeColumn(document, ProFamitemType::parameter, name);
+  auto removed = std::make_unique<RemovedParameter>();
+  removed->owner = parameter.owner;
+  removed->at = p.at;
+  removed->wasAlone = !find({parameter.id, parameter.owner, 1});
+  removed->before = document.marks();
+  if (p.ofModel && !p.row && removed->wasAlone)
+    removed->columns = takeColumns(document, ProFamitemType::parameter, name);
   touch(p);
+  removed->record = std::move(p.record());
+  removed->changes = document.marks().changes;
   p.list->list.erase(p.list->list.begin() + static_cast<std::ptrdiff_t>(p.at));
   p.list->index.drop();
+  removed_ = std::move(removed);
+  return creo::ProNoError;
+}
+
+ProError Parameters::undoRemoval(const ProModelitem& item, const ProParameter* successor) {
+  if (!removed_ || !sameOwner(removed_->owner, item)) return creo::ProNotFound;
+  const auto owned = owner(item);
+  if (!owned) return owned.error;
+  auto removed = std::move(removed_);
+  const std::string name = removed->record.name;
+  ProError result = successor ? remove(*successor) : creo::ProNoError;
+  if (result == creo::ProNoError && removed->wasAlone && find({text::fromUtf8(name), item, 0}))
+    result = creo::ProExists;
+  if (result != creo::ProNoError) {
+    removed_ = std::move(removed);
+    return result;
+  }
+  removed_.reset();
+  ModelDocument& document = *owned.value.model->document;
+  const bool wasUntouched = document.marks().changes == removed->changes;
+  const Part part = newPart(owned.value, item);
+  auto& records = part.list->list;
+  const auto at = static_cast<std::ptrdiff_t>(std::min(removed->at, records.size()));
+  records.insert(records.begin() + at, std::move(removed->record));
+  part.list->index.drop();
+  returnColumns(document, removed->columns, name, true);
+  document.touch(part.row);
+  if (wasUntouched) document.setMarks(removed->before);
+  return creo::ProNoError;
+}
+
+ProError Parameters::takeRemains(const ProParameter& parameter) {
+  const auto place = find(parameter);
+  if (!place) return place.error;
+  if (!removed_ || !sameOwner(removed_->owner, parameter.owner)) return creo::ProNotFound;
+  ParameterRecord& record = place.value.record();
+  if (const auto& held = removed_->record.restriction) {
+    const bool fits =
+        record.type == removed_->record.type || (isNumber(record.type) && isNumber(removed_->record.type));
+    if (!fits || !allows(*held, record.value)) return creo::ProBadInputs;
+    record.restriction = copyOf(*held);
+  }
+  if (removed_->record.extra) record.extra = std::make_unique<Extra>(*removed_->record.extra);
+  returnColumns(*place.value.model->document, removed_->columns, record.name, false);
+  touch(place.value);
   return creo::ProNoError;
 }
 
@@ -256,6 +359,27 @@ ProParamvalue Parameters::value(const ParameterPlace& place) {
   return fromScalar(fitsType(value, record.type) ? value : record.value, record.type);
 }
 
+Got<ProParamvalue> Parameters::valueInModel(const ParameterPlace& place) {
+  ProParamvalue held = value(place);
+  if (held.type != ProParamvalueType::real) return held;
+  held.real = inModel(held.real, place);
+  if (!std::isfinite(held.real)) return creo::ProGeneralError;
+  return held;
+}
+
+ProError Parameters::setInModel(const ProParameter& parameter, ProParamvalue value) {
+  const auto place = find(parameter);
+  if (!place) return place.error;
+  if (value.type == ProParamvalueType::real && !place.value.record().units.empty()) {
+    const auto held = valueInModel(place.value);
+    // What was read is the number that stands there, whatever its last digits come to on the way back.
+    value.real = held && held.value.type == value.type && held.value.real == value.real
+                     ? Parameters::value(place.value).real
+                     : inUnits(value.real, place.value);
+  }
+  return set(parameter, value);
+}
+
 ProError Parameters::set(const ProParameter& parameter, const ProParamvalue& value) {
   const auto place = find(parameter);
   if (!place) return place.error;
@@ -263,40 +387,42 @@ ProError Parameters::set(const ProParameter& parameter, const ProParamvalue& val
   ParameterRecord& record = p.record();
   Scalar wanted = toScalar(value);
   if (value.type != record.type || isDefault(wanted)) return creo::ProBadInputs;
+  if (const double* real = std::get_if<double>(&wanted); real && !std::isfinite(*real)) return creo::ProBadInputs;
   if (driver(p) != ProParameterDriver::none) return creo::ProGeneralError;
+  if (sameValue(p.isInherited() ? toScalar(Parameters::value(p)) : record.value, wanted)) return creo::ProNoError;
+  if (record.restriction && !allows(*record.restriction, wanted)) return creo::ProBadInputs;
+  const RowRecord* row = p.isInherited() ? p.model->row : p.row;
+  if (row && row->locked) return refuseLocked(models_, *p.model->document, *row);
   if (p.isInherited()) {
-    if (toScalar(Parameters::value(p)) == wanted) return creo::ProNoError;
-    if (p.model->row->locked) return refuseLocked(models_, *p.model->document, *p.model->row);
     setRowValue(*p.model->document, *p.model->row, ProFamitemType::parameter, record.name, std::move(wanted));
     p.model->document->touch(p.model->row);
     return creo::ProNoError;
   }
-  if (sameValue(record.value, wanted)) return creo::ProNoError;
   record.value = std::move(wanted);
   touch(p);
   return creo::ProNoError;
 }
 
-ProError Parameters::describe(const ProParameter& parameter, const std::wstring& description) {
-  if (!text::fits(description, kDescriptionLength + 1)) return creo::ProBadInputs;
+template <class Change>
+ProError Parameters::onRecord(const ProParameter& parameter, Change change) {
   const auto place = find(parameter);
   if (!place) return place.error;
-  std::string& stored = place.value.record().description;
-  std::string wanted = text::toUtf8(description);
-  if (stored == wanted) return creo::ProNoError;
-  stored = std::move(wanted);
-  touch(place.value);
+  const ParameterPlace& p = place.value;
+  if (p.row && !p.isInherited() && p.row->locked) return refuseLocked(models_, *p.model->document, *p.row);
+  if (change(p.record())) touch(p);
   return creo::ProNoError;
 }
 
+ProError Parameters::describe(const ProParameter& parameter, const std::wstring& description) {
+  if (!text::fits(description, kDescriptionLength + 1)) return creo::ProBadInputs;
+  return onRecord(parameter, [&](ParameterRecord& record) {
+    std::string wanted = text::toUtf8(description);
+    return std::exchange(record.description, wanted) != wanted;
+  });
+}
+
 ProError Parameters::designate(const ProParameter& parameter, bool on) {
-  const auto place = find(parameter);
-  if (!place) return place.error;
-  bool& stored = place.value.record().designated;
-  if (stored == on) return creo::ProNoError;
-  stored = on;
-  touch(place.value);
-  return creo::ProNoError;
+  return onRecord(parameter, [on](ParameterRecord& record) { return std::exchange(record.designated, on) != on; });
 }
 
 // A document may name the driver; else a relation that assigns the parameter drives it.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "creo/ProParameter.h"
+#include "headless/model/family.h"
 #include "headless/model/models.h"
 
 namespace headless {
@@ -17,8 +18,8 @@ ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* r
 // has no such parameter.
 creo::Got<creo::ProParamvalue> parameterOfRow(const ModelDocument& document, const RowRecord& row,
                                               std::string_view name);
-// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter, or no
-// finite number.
+// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter, no finite number, or
+// one that its restriction doesn't allow.
 creo::ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_view name,
                                  const creo::ProParamvalue& value);
 
@@ -34,6 +35,17 @@ struct ParameterPlace {
   [[nodiscard]] bool isInherited() const { return ofModel && model->row && row != model->row; }
 };
 
+// A parameter that was deleted, for putting it back. Owner and rows are told by their names: they may have gone.
+struct RemovedParameter {
+  creo::ProModelitem owner;
+  std::size_t at = 0;    // its place in its list
+  bool wasAlone = true;  // no other one had its name
+  ParameterRecord record;
+  std::vector<TakenColumn> columns;
+  ModelDocument::Marks before;
+  std::size_t changes = 0;  // of the document, right behind the deletion
+};
+
 // The operations of creo/ProParameter.h, with its results.
 class Parameters {
  public:
@@ -44,11 +56,17 @@ class Parameters {
   creo::Got<creo::ProParameter> create(const creo::ProModelitem& owner, const std::wstring& name,
                                        const creo::ProParamvalue& value, const std::wstring& units);
   creo::ProError remove(const creo::ProParameter& parameter);
+  creo::ProError undoRemoval(const creo::ProModelitem& owner, const creo::ProParameter* successor);
+  creo::ProError takeRemains(const creo::ProParameter& parameter);
+  // In the parameter's own units.
   creo::ProError set(const creo::ProParameter& parameter, const creo::ProParamvalue& value);
+  creo::ProError setInModel(const creo::ProParameter& parameter, creo::ProParamvalue value);
   creo::ProError describe(const creo::ProParameter& parameter, const std::wstring& description);
   creo::ProError designate(const creo::ProParameter& parameter, bool on);
   // The model's value, in the parameter's own units.
   [[nodiscard]] static creo::ProParamvalue value(const ParameterPlace& place);
+  // The same in the model's units. ProGeneralError: too large.
+  [[nodiscard]] static creo::Got<creo::ProParamvalue> valueInModel(const ParameterPlace& place);
   [[nodiscard]] static creo::ProParameterDriver driver(const ParameterPlace& place);
 
  private:
@@ -65,9 +83,14 @@ class Parameters {
   [[nodiscard]] creo::Got<Owner> owner(const creo::ProModelitem& item) const;
   // The list that a new parameter goes into, made where there is none.
   static Part newPart(const Owner& owner, const creo::ProModelitem& item);
+  // Runs a change on a parameter's record; change says whether it changed anything. ProGeneralError: it is a locked
+  // instance's own.
+  template <class Change>
+  creo::ProError onRecord(const creo::ProParameter& parameter, Change change);
   static void touch(const ParameterPlace& place);
 
   Models& models_;
+  std::unique_ptr<RemovedParameter> removed_;  // the one that was deleted last
 };
 
 }  // namespace headless

@@ -144,6 +144,26 @@ SystemScale scaleOf(const ModelRecord& model, std::string_view system) {
   return scale;
 }
 
+// How a number of a unit becomes one of a model's system: (number * unit + offset) / system. A unit that isn't known
+// is the system's own.
+struct Conversion {
+  double unit = 1, system = 1, offset = 0;
+};
+Conversion conversionOf(std::string_view unit, const ModelRecord& model) {
+  const auto scale = unitScale(unit);
+  if (!scale) return {};
+  const SystemScale target = scaleOf(model, model.units);
+  if (scale->powers == kHeat) {
+    const Row* own = rowOf(target.temperature);
+    if (own->name == unit) return {};
+    return {scale->factor, own->factor, scale->offset - own->offset};
+  }
+  double system = std::pow(target.length, scale->powers[0]) * std::pow(target.mass, scale->powers[1]) *
+                  std::pow(target.time, scale->powers[2]);
+  if (scale->powers[3] != 0 && target.temperature == "F") system *= std::pow(5.0 / 9, scale->powers[3]);
+  return {scale->factor, system, 0};
+}
+
 }  // namespace
 
 std::optional<UnitScale> unitScale(std::string_view unit) {
@@ -158,17 +178,16 @@ std::optional<UnitScale> unitScale(std::string_view unit) {
 }
 
 double inSystem(double value, std::string_view unit, const ModelRecord& model) {
-  const auto scale = unitScale(unit);
-  if (!scale) return value;
-  const SystemScale target = scaleOf(model, model.units);
-  if (scale->powers == kHeat) {
-    const Row* own = rowOf(target.temperature);
-    return own->name == unit ? value : (value * scale->factor + scale->offset - own->offset) / own->factor;
-  }
-  double own = std::pow(target.length, scale->powers[0]) * std::pow(target.mass, scale->powers[1]) *
-               std::pow(target.time, scale->powers[2]);
-  if (scale->powers[3] != 0 && target.temperature == "F") own *= std::pow(5.0 / 9, scale->powers[3]);
-  return scale->factor == own ? value : value * (scale->factor / own);
+  const Conversion to = conversionOf(unit, model);
+  if (to.unit == to.system && to.offset == 0) return value;
+  if (to.offset == 0) return value * (to.unit / to.system);
+  return (value * to.unit + to.offset) / to.system;
+}
+
+double fromSystem(double value, std::string_view unit, const ModelRecord& model) {
+  const Conversion to = conversionOf(unit, model);
+  if (to.unit == to.system && to.offset == 0) return value;
+  return (value * to.system - to.offset) / to.unit;
 }
 
 std::string systemName(std::string_view system) {

@@ -26,6 +26,8 @@ std::optional<UnitScale> unitScale(std::string_view unit);
 // A value of a unit in a model's principal system ("mmKs" where it has none or one that isn't known). The value itself
 // for a unit that isn't known.
 double inSystem(double value, std::string_view unit, const ModelRecord& model);
+// The other way round: a number of the model's principal system in a unit.
+double fromSystem(double value, std::string_view unit, const ModelRecord& model);
 // A system's name in full: "millimeter Newton Second (mmNs)". A text that isn't a known system's is a name itself.
 std::string systemName(std::string_view system);
 

@@ -61,7 +61,8 @@ void heads(Page& page, const ParameterForm& form) {
 
 // fault: the line of a parameter that can't be read, with its code.
 void row(Page& page, const ParameterForm& form, const creo::ProParameter& parameter, std::wstring_view fault) {
-  const auto value = actions::editedValue(parameter);
+  // In the unit that stands beside it.
+  const auto value = creo::ProParameterScaledvalueGet(parameter);
   if (!value) tellError(text::format(fault, static_cast<int>(value.error)));
   const KindAndText shown = value ? valueOf(value.value) : KindAndText();
   if (form.isShort) return page.row({{kMargin, parameter.id}, {kShortValueColumn, shown.text}}, kRowSize, kStep);

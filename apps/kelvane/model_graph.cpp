@@ -86,7 +86,8 @@ ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) 
   for (std::size_t i = 0; i < documents_.size(); ++i) {
     if (!reached[i]) continue;
     const headless::FolderDocument& document = documents_[i];
-    if (!document.fault.empty()) trouble.damaged.push_back(readable(document.fault));
+    if (!document.fault.empty())
+      trouble.damaged.push_back({label(document.file.name, document.file.type), readable(document.fault)});
     for (const creo::ProDependency& used : document.uses) {
       if (at(used.name, used.type) != kNone) continue;
       trouble.missing.push_back(label(document.file.name, document.file.type) + " uses " + label(used.name, used.type) +

@@ -23,7 +23,11 @@ class ModelGraph {
   // What is wrong with the models that these lead to, or, without any, with all: documents that can't be read, models
   // that aren't there.
   struct Trouble {
-    std::vector<std::string> damaged;  // "bad.prt.1:12: 'name' must be a text"
+    struct Damaged {
+      std::string model;  // "BAD.PRT"
+      std::string fault;  // "bad.prt.1:12: 'name' must be a text"
+    };
+    std::vector<Damaged> damaged;
     std::vector<std::string> missing;  // "GEARBOX.ASM uses NUT.PRT, which isn't there"
   };
   [[nodiscard]] Trouble trouble(const std::vector<ModelFileName>& from) const;

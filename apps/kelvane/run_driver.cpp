@@ -6,6 +6,7 @@
 #include "documents/package.h"
 #include "engine/compare.h"
 #include "engine/model_table.h"
+#include "engine/triggers.h"
 #include "headless/proui/ui.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
@@ -19,6 +20,12 @@ constexpr const char* kFilterDialog = documents::kFilterDialog;
 constexpr const char* kFilterChooser = "kvaneFilterChooser";
 constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
 
+// Opening the first model would run their lists on it, in the very dialog that was opened for another one.
+void leaveTriggersOut() {
+  engine::detachTriggers();
+  for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
+}
+
 }  // namespace
 
 void RunDriver::require(creo::ProError error, const std::string& what) const {
@@ -31,11 +38,9 @@ bool RunDriver::isChecked(const std::string& button) const {
   return creo::ProUICheckbuttonGetState(kTool, button).value;
 }
 
-void RunDriver::openTool(const std::vector<ModelFileName>& starts) {
+void RunDriver::openTool() {
   require(session_.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
-  session_.settle();
-  const ModelFileName& first = starts.front();
-  require(session_.open(first.name, first.type).error, label(first.name, first.type) + " can't be opened");
+  leaveTriggersOut();
   session_.settle();
   require(session_.runCommand(kStartCommand), "the tool doesn't open");
   session_.settle();
@@ -43,7 +48,7 @@ void RunDriver::openTool(const std::vector<ModelFileName>& starts) {
   choosePackage();
 }
 
-// A chooser that stands right already is left alone, as each choice rebuilds the table.
+// A chooser that stands right already is left alone, as each choice reads package and list anew.
 void RunDriver::choosePackage() {
   const auto choose = [this](const char* dialog, const char* chooser, const std::string& name) {
     const auto selected = creo::ProUIOptionmenuSelectednamesGet(dialog, chooser);
@@ -63,13 +68,38 @@ std::string RunDriver::missingFilter() const {
   return judges ? std::string() : text::toUtf8(wanted);
 }
 
-void RunDriver::fill(const std::vector<ModelFileName>& starts) {
-  if (starts.size() == 1) return;  // opening the tool did it
+RunDriver::Unopened RunDriver::unopened(const ModelFileName& model, std::size_t messages) const {
+  const auto& told = session_.messages();
+  return {label(model.name, model.type), told.size() > messages ? readable(told.back()) : std::string()};
+}
+
+std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName>& starts) {
+  const engine::TableHold hold;
+  std::vector<Unopened> failed;
+  for (const ModelFileName& start : starts) {
+    const std::size_t messages = session_.messages().size();
+    if (session_.open(start.name, start.type)) {
+      session_.settle();
+      break;
+    }
+    failed.push_back(unopened(start, messages));
+  }
+  return failed;
+}
+
+std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName>& starts) {
+  std::vector<Unopened> failed = open(starts);
+  const std::size_t current = failed.size();
   engine::clearModelTable();
   // The one that stands before Creo comes last: for it the table counts as built.
-  for (std::size_t i = starts.size(); i-- > 0 && Interrupt::code() == 0;) {
-    if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type)) engine::rebuildModelTable(model.value);
+  for (std::size_t i = starts.size(); i-- > current && Interrupt::code() == 0;) {
+    const std::size_t messages = session_.messages().size();
+    if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type))
+      engine::rebuildModelTable(model.value);
+    else
+      failed.push_back(unopened(starts[i], messages));
   }
+  return failed;
 }
 
 RunDriver::Choice RunDriver::choose(const RunOptions& options) {

@@ -1,4 +1,4 @@
-// Drives the plug-in as a person does: opens a model and the tool, chooses package, list and filter, checks rows,
+// Drives the plug-in as a person does: opens the tool, chooses package, list and filter, opens a model, checks rows,
 // presses start and waits.
 #pragma once
 
@@ -16,12 +16,20 @@ class RunDriver {
  public:
   RunDriver(headless::Session& session, const RunPlace& place) : session_(session), place_(place) {}
 
-  // Loads the plug-in and opens the tool on the first start that can be opened. A Fault with the reason otherwise.
-  void openTool(const std::vector<ModelFileName>& starts);
+  // Loads the plug-in, opens the tool and chooses. That is done before any model is there, as choosers show other lists
+  // on the way, whose filters must judge nothing. The site's triggers are left out. A Fault with the reason otherwise.
+  void openTool();
   // The filter file that the configuration names and the package lacks, so that none judges; empty: all is well.
   [[nodiscard]] std::string missingFilter() const;
-  // Fills the table from each start.
-  void fill(const std::vector<ModelFileName>& starts);
+  // A start that can't be had.
+  struct Unopened {
+    std::string model;   // "SHAFT.PRT"
+    std::string reason;  // what the session said; empty: nothing
+  };
+  // Opens the first of the starts that can be opened; it is the current model. Gives those before it.
+  std::vector<Unopened> open(const std::vector<ModelFileName>& starts);
+  // Opens it too, and fills the table once from each. Gives all that can't be had.
+  std::vector<Unopened> fill(const std::vector<ModelFileName>& starts);
 
   struct Choice {
     std::vector<std::string> rows;  // those that will be worked, in the run's order: parts, assemblies, drawings
@@ -38,6 +46,7 @@ class RunDriver {
 
  private:
   void choosePackage();
+  [[nodiscard]] Unopened unopened(const ModelFileName& model, std::size_t messages) const;
   void require(creo::ProError error, const std::string& what) const;
   bool isChecked(const std::string& button) const;
 

@@ -26,9 +26,14 @@ using nlohmann::ordered_json;
 
 std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
 
+// "d:\shaft.prt" of "d:\shaft.prt.4"; a document of version 0 has no number.
+std::wstring stemOf(const std::wstring& path) {
+  const auto file = headless::documentFile(os::nameOf(path));
+  return file && file->version > 0 ? path.substr(0, path.rfind(L'.')) : path;
+}
+
 // The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
-std::wstring versionBefore(const std::wstring& path, int version) {
-  const std::wstring stem = path.substr(0, path.rfind(L'.'));
+std::wstring versionBefore(const std::wstring& stem, int version) {
   return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
 }
 
@@ -48,6 +53,14 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
   session_.observe(this);
 }
 
+// It is told of all that happens, to the session's end, unless the run breaks off before.
+RunWatch::~RunWatch() { session_.observe(nullptr); }
+
+void RunWatch::countDamaged(Recap& recap) const {
+  recap.models += static_cast<int>(damaged_.size());
+  recap.failed += static_cast<int>(damaged_.size());
+}
+
 void RunWatch::tellFilling() {
   LogFollower follower;
   int count = 0;
@@ -65,11 +78,13 @@ void RunWatch::tellFilling() {
 void RunWatch::begin(std::vector<std::string> rows) {
   rows_ = std::move(rows);
   running_ = true;
+  working_ = rows_.empty() ? std::string() : rows_.front();
   log_.begin(core::pluginState().logFile);
   progress_.begin(static_cast<int>(rows_.size()));
 }
 
 void RunWatch::message(const std::wstring& text) {
+  lastMessage_ = readable(text);
   // A document that can't be read or written, a vault that can't be had; all other lines are in the log or the events.
   if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\") || text.starts_with(L"the vault ")) {
     tellTrouble(readable(text));
@@ -85,25 +100,63 @@ void RunWatch::operation(std::string_view name, int result, long long nanosecond
   events_.tell("operation", {{"name", name}, {"result", result}, {"nanoseconds", nanoseconds}});
 }
 
-void RunWatch::saved(const headless::SavedDocument& document) {
-  if (options_.readOnly) return;
-  const std::string name = label(document.name, document.type);
-  Document& known = saved_[name];
-  if (known.firstVersion == 0) known.firstVersion = document.version;
-  known.name = document.name;
-  known.type = document.type;
-  known.path = document.path;
-  paths_.insert(document.path);
-  noteWritten(name);
+RunWatch::Document& RunWatch::documentOf(const std::string& model) {
+  Document*& place = byLabel_[model];
+  if (!place) {
+    place = &documents_.emplace_back();
+    place->label = model;
+  }
+  return *place;
 }
 
-// A document was written, or withheld; then it stands nowhere but in memory, where it may go on changing.
-void RunWatch::noteWritten(const std::string& name) {
-  uncompared_.insert(name);
-  if (options_.writesModels()) return;
-  const headless::Models& models = session_.models();
-  const auto model = models.inMemory(saved_[name].name, saved_[name].type);
-  if (model) saved_[name].withheld = models.documentText(model.value).value;
+void RunWatch::saved(const headless::SavedDocument& document) {
+  if (options_.readOnly) return;
+  Document& known = documentOf(label(document.name, document.type));
+  if (!known.isSaved()) known.firstVersion = document.version;
+  if (known.stem.empty()) known.stem = stemOf(document.path);
+  known.path = document.path;
+  paths_.insert(document.path);
+  noteWritten(known);
+}
+
+// The model stays the same one: what was saved under its old name, and its row, are followed.
+void RunWatch::renamed(const headless::RenamedModel& model) {
+  const std::string before = label(model.before, model.type), now = label(model.now, model.type);
+  if (working_ == before) working_ = now;
+  if (options_.readOnly) return;
+  Document& known = documentOf(before);
+  byLabel_.erase(before);
+  byLabel_[now] = &known;
+  known.label = now;
+  if (known.before.empty()) known.before = before;
+  if (known.before == now) known.before.clear();  // and back
+  // Where nothing is written, the versions that the run found still lie under their old name.
+  const std::wstring stem = stemOf(options_.writesModels() ? model.path : model.pathBefore);
+  if (known.stem.empty() || options_.writesModels()) known.stem = stem;
+  known.path = model.path;
+  if (!model.path.empty()) renamedStems_.insert(stemOf(model.path));
+  if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
+}
+
+void RunWatch::tellDamaged(const std::string& model, const std::string& fault) {
+  if (!damaged_.insert(model).second) return;
+  tellTrouble(fault);
+  if (events_.on()) events_.tell("model", {{"model", model}, {"fault", fault}, {"outcome", "failed"}});
+}
+
+// One that was good when the folder was read may not be any more. A row's own model is found failed behind its turn.
+void RunWatch::unreadable(const std::wstring& path) {
+  const auto file = headless::documentFile(os::nameOf(path));
+  if (!running_ && file) tellDamaged(label(file->name, file->type), lastMessage_);
+}
+
+bool RunWatch::isModel(const std::wstring& path) const {
+  return paths_.contains(path) || renamedStems_.contains(stemOf(path));
+}
+
+void RunWatch::noteWritten(Document& document) {
+  if (document.compared) uncompared_.push_back(&document);
+  document.compared = false;
 }
 
 void RunWatch::progress(int value, int /*maximum*/) {
@@ -112,71 +165,88 @@ void RunWatch::progress(int value, int /*maximum*/) {
   }
 }
 
+std::string RunWatch::outcomeOf(const Worked& worked) {
+  if (worked.failed) return "failed";
+  if (worked.passedOver) return "skipped";
+  if (!worked.isChanged()) return "unchanged";
+  return worked.document->before.empty() ? "changed" : "renamed";
+}
+
 void RunWatch::finishModel(const std::string& row) {
-  const ModelFileName name = modelFileName(row);
+  const ModelFileName name = modelFileName(working_);
   const auto model = session_.models().inMemory(name.name, name.type);
-  Worked worked{row, row, !model};
+  Worked worked{row, nullptr, !model};
   if (model) {
-    worked.document = labelOf(*session_.models().find(model.value)->document);
+    Document& document = documentOf(labelOf(*session_.models().find(model.value)->document));
+    worked.document = &document;
     worked.passedOver = isPassedOver(model.value);
-    worked.failed = !keepHistory(model.value, worked.document);
+    worked.failed = !keepHistory(model.value, document);
   }
   log_.follow();
   compareSaved();
-  const bool changed = changed_.contains(worked.document);
-  const std::string outcome = worked.failed       ? "failed"
-                              : worked.passedOver ? "skipped"
-                              : changed           ? "changed"
-                                                  : "unchanged";
+  const std::string outcome = outcomeOf(worked);
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
   worked_.push_back(std::move(worked));
   progress_.step(static_cast<int>(done_), row, outcome);
+  working_ = done_ < rows_.size() ? rows_[done_] : std::string();
   if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
-bool RunWatch::isPassedOver(creo::ProMdl model) const {
+bool RunWatch::isPassedOver(creo::ProMdl model) {
   const headless::ModelDocument& held = *session_.models().find(model)->document;
   // What the list checked in is closed too, but behind its work.
-  const bool wasClosed = held.closed && !saved_.contains(labelOf(held));
+  const bool wasClosed = held.closed && !documentOf(labelOf(held)).isSaved();
   return (held.record.readOnly || wasClosed) && core::pluginState().checkModifiable;
 }
 
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
-bool RunWatch::keepHistory(creo::ProMdl model, const std::string& document) {
+bool RunWatch::keepHistory(creo::ProMdl model, Document& document) {
   headless::Models& models = session_.models();
   const headless::ModelDocument& held = *models.find(model)->document;
   // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
   // The vault has what the list checked in; what it left closed was passed over.
   if (held.closed) return true;
   if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
-  if (saved_.contains(document)) {
+  if (document.isSaved()) {
     const bool good = models.saveReplacing(model) == creo::ProNoError;
     noteWritten(document);
     return good;
   }
-  return options_.save != "all" || models.save(model) == creo::ProNoError;
+  // A renamed model has changed on disk: without its history the next run would rename it once more.
+  const bool isTouched = !document.before.empty();
+  return (options_.save != "all" && !isTouched) || models.save(model) == creo::ProNoError;
 }
 
-ModelChanges RunWatch::changesOf(const std::string& label, const Document& document) const {
-  const auto before = os::files().read(versionBefore(document.path, document.firstVersion));
-  if (!before) return {label, Presence::onlyAfter, {}};
-  if (!options_.writesModels()) return compared(label, before.value, document.withheld);
-  return compared(label, before.value, os::files().read(document.path).value);
+ModelChanges RunWatch::changesOf(const Document& document) const {
+  const auto before = os::files().read(versionBefore(document.stem, document.firstVersion));
+  if (!before) return {document.label, Presence::onlyAfter, {}};
+  return compared(document.label, before.value, session_.models().written(document.path).value);
 }
 
 void RunWatch::compareSaved() {
-  for (const std::string& name : uncompared_) {
-    ModelChanges changes = changesOf(name, saved_[name]);
+  for (Document* document : uncompared_) {
+    document->compared = true;
+    ModelChanges changes = changesOf(*document);
     tell(events_, changes);
-    changed_.erase(name);
-    changes_.erase(name);
-    if (!changes.any()) continue;
-    changed_.insert(name);
-    if (options_.dryRun) changes_.emplace(name, std::move(changes));
+    document->differs = changes.any();
+    if (options_.dryRun) document->changes = std::move(changes);
   }
   uncompared_.clear();
+}
+
+void RunWatch::showChanges() const {
+  std::vector<const Document*> ordered;
+  for (const Document& document : documents_)
+    if (document.isChanged()) ordered.push_back(&document);
+  std::sort(ordered.begin(), ordered.end(), [](const Document* a, const Document* b) { return a->label < b->label; });
+  for (const Document* document : ordered) {
+    if (!document->before.empty())
+      console_.result(console_.inked(Ink::bold, document->before) + ": renamed to " + document->label);
+  }
+  for (const Document* document : ordered)
+    if (document->differs) show(console_, document->changes);
 }
 
 // A macro step that nothing was done for is no part of the log: the plug-in can't know.
@@ -234,12 +304,13 @@ void RunWatch::end(Recap& recap) {
       ++recap.skipped;
       passedOver += (passedOver.empty() ? "" : ", ") + worked.row;
     } else {
-      ++(changed_.contains(worked.document) ? recap.changed : recap.unchanged);
+      ++(worked.isChanged() ? recap.changed : recap.unchanged);
     }
   }
   if (!passedOver.empty()) console_.note("warning: passed over, as it can't be modified: " + passedOver);
   recap.models += static_cast<int>(worked_.size());
-  recap.saved = static_cast<int>(saved_.size());
+  recap.saved = static_cast<int>(
+      std::count_if(documents_.begin(), documents_.end(), [](const Document& document) { return document.isSaved(); }));
   recap.seconds = progress_.seconds();
 }
 

@@ -2,9 +2,10 @@
 // run end early when the user asks for it.
 #pragma once
 
-#include <map>
+#include <deque>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "headless/session/session.h"
@@ -24,9 +25,16 @@ void leaveOut(headless::Session& session, const std::vector<std::string>& rows);
 class RunWatch : public headless::SessionObserver {
  public:
   RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events);
+  ~RunWatch() override;
+  RunWatch(const RunWatch&) = delete;
+  RunWatch& operator=(const RunWatch&) = delete;
 
   // An error line, once only.
   void tellTrouble(const std::string& line);
+  // A model that can't be read: an error line, and it counts as failed, however often it is told.
+  void tellDamaged(const std::string& model, const std::string& fault);
+  // Adds those to a recap.
+  void countDamaged(Recap& recap) const;
   // The errors that filling the table has left in the log, each once: those of the filters that judged.
   void tellFilling();
   // The rows that are about to be worked, in the run's order.
@@ -36,38 +44,51 @@ class RunWatch : public headless::SessionObserver {
 
   void message(const std::wstring& text) override;
   void saved(const headless::SavedDocument& document) override;
+  void renamed(const headless::RenamedModel& model) override;
+  void unreadable(const std::wstring& path) override;
   void progress(int value, int maximum) override;
   void operation(std::string_view name, int result, long long nanoseconds) override;
 
-  // Of a dry run, by name of the document, those that differ. The lines of ten thousand models that are written would
-  // fill the memory, and on disk they can be compared.
-  [[nodiscard]] const std::map<std::string, ModelChanges>& changes() const { return changes_; }
+  // Of a dry run: what would be renamed, then what would differ, by name of the document. The lines of ten thousand
+  // models that are written would fill the memory, and on disk they can be compared.
+  void showChanges() const;
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
   // Names of the files of reports that lost what they held.
   [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }
-  // True for a path of a model's document that was saved.
-  [[nodiscard]] bool isModel(const std::wstring& path) const { return paths_.contains(path); }
+  // True for a path of a model's document that was saved or renamed.
+  [[nodiscard]] bool isModel(const std::wstring& path) const;
 
  private:
+  // One that was met, whatever it is called by now.
   struct Document {
-    std::wstring name;
-    creo::ProMdlType type = creo::ProMdlType::unused;
-    int firstVersion = 0;
-    std::wstring path;
-    std::string withheld;  // where models aren't written
+    std::string label;       // "BRACKET.PRT", as it is now
+    std::string before;      // what it was called before the run; empty: the same
+    std::wstring stem;       // "d:\bracket.prt", where the versions that the run found lie
+    std::wstring path;       // of the version that was saved last
+    int firstVersion = 0;    // that this run wrote; 0: none
+    bool compared = true;    // since it was written
+    ModelChanges changes{};  // of a dry run
+    bool differs = false;
+    [[nodiscard]] bool isSaved() const { return firstVersion > 0; }
+    [[nodiscard]] bool isChanged() const { return differs || !before.empty(); }
   };
   struct Worked {
-    std::string row, document;
+    std::string row;
+    const Document* document = nullptr;  // null: it isn't in memory
     bool failed = false;
     bool passedOver = false;  // it can't be modified
+    [[nodiscard]] bool isChanged() const { return document && document->isChanged(); }
   };
 
   void finishModel(const std::string& row);
-  [[nodiscard]] bool isPassedOver(creo::ProMdl model) const;
-  bool keepHistory(creo::ProMdl model, const std::string& document);
-  void noteWritten(const std::string& name);
+  static std::string outcomeOf(const Worked& worked);
+  // By its name of now, "BRACKET.PRT".
+  Document& documentOf(const std::string& model);
+  [[nodiscard]] bool isPassedOver(creo::ProMdl model);
+  bool keepHistory(creo::ProMdl model, Document& document);
+  void noteWritten(Document& document);
   void compareSaved();
-  ModelChanges changesOf(const std::string& label, const Document& document) const;
+  [[nodiscard]] ModelChanges changesOf(const Document& document) const;
   void tellUnknownSteps();
   [[nodiscard]] bool isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const;
   void tellUnsaved();
@@ -80,14 +101,16 @@ class RunWatch : public headless::SessionObserver {
   LogTeller log_;
   std::vector<std::string> rows_;
   std::size_t done_ = 0;
+  std::string working_;  // the model of the row that is worked, by its name of now
   std::vector<Worked> worked_;
-  std::map<std::string, Document> saved_;  // by label of the document
-  std::set<std::string> uncompared_;
+  std::deque<Document> documents_;                      // they stay where they are
+  std::unordered_map<std::string, Document*> byLabel_;  // by their names of now
+  std::vector<Document*> uncompared_;
   std::set<std::string> told_;
-  std::set<std::wstring> paths_;
+  std::string lastMessage_;
+  std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed
+  std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked
   std::set<std::string> reportsBegunAnew_;
-  std::set<std::string> changed_;  // names of documents that differ
-  std::map<std::string, ModelChanges> changes_;
   bool running_ = false;
 };
 

@@ -72,36 +72,30 @@ class RunWork {
     }
     const Answerer answerer(session, place_.answers, console_);
     RunWatch watch(session, options_, console_, events_);
-    tellTrouble(trouble, watch);
+    for (const auto& damaged : trouble.damaged) watch.tellDamaged(damaged.model, damaged.fault);
+    for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
     if (starts.empty()) {
       console_.note("no model is left to work");
+      watch.countDamaged(recap_);
       return finish(0);
     }
     console_.passing("reading the models");
     session.trace(options_.trace && events_.on());
     const int code = drive(session, watch, starts);
-    session.observe(nullptr);
     return code == kFine && answerer.troubled() ? kErrors : code;
   }
 
  private:
-  void tellTrouble(const ModelGraph::Trouble& trouble, RunWatch& watch) {
-    for (const std::string& line : trouble.damaged) {
-      watch.tellTrouble(line);
-      if (events_.on()) events_.tell("model", {{"fault", line}, {"outcome", "failed"}});
-    }
-    for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
-    recap_.models = recap_.failed = static_cast<int>(trouble.damaged.size());
-  }
-
   int drive(headless::Session& session, RunWatch& watch, const std::vector<ModelFileName>& starts) {
     RunDriver driver(session, place_);
-    driver.openTool(starts);
+    driver.openTool();
     if (const std::string missing = driver.missingFilter(); !missing.empty())
       console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");
-    driver.fill(starts);
+    for (const auto& [model, reason] : driver.fill(starts))
+      watch.tellDamaged(model, reason.empty() ? model + " can't be opened" : reason);
     const RunDriver::Choice choice = driver.choose(options_);
     watch.tellFilling();
+    watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
     recap_.models += choice.skipped;
     if (choice.skipped > 0) {
@@ -163,7 +157,7 @@ class RunWork {
 
   void showResults(headless::Session& session, const RunWatch& watch) {
     if (options_.dryRun) {
-      for (const auto& [name, changes] : watch.changes()) show(console_, changes);
+      watch.showChanges();
       for (const std::wstring& line : session.state().servers.withheld()) {
         console_.result("would " + text::toUtf8(line));
       }

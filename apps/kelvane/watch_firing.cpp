@@ -53,6 +53,23 @@ void FiringWatch::saved(const headless::SavedDocument& document) {
   if (events_.on()) events_.tell("saved", {{"model", name}, {"version", document.version}});
 }
 
+// What the trigger's run works on is followed under its new name.
+void FiringWatch::renamed(const headless::RenamedModel& model) {
+  const std::string before = label(model.before, model.type), now = label(model.now, model.type);
+  if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
+  if (!running_) return;
+  if (running_->saved.erase(before) > 0) running_->saved.insert(now);
+  for (Row& row : running_->rows) {
+    if ((row.now.empty() ? row.name : row.now) == before) row.now = now;
+  }
+}
+
+// Its line was told as a message. In a trigger's run it is a model that wasn't worked.
+void FiringWatch::unreadable(const std::wstring& path) {
+  troubled_ = true;
+  if (running_ && running_->unreadable.insert(path).second) ++running_->recap.failed;
+}
+
 void FiringWatch::triggerBegins(const Firing& firing) {
   Running& begun = running_.emplace(Running());
   begun.told = firing;
@@ -105,14 +122,15 @@ void FiringWatch::takeRows() {
 void FiringWatch::finishRow(const Row& row) {
   Recap& recap = running_->recap;
   ++recap.models;
-  const std::string after = documentOf(row.name);
+  const bool isRenamed = !row.now.empty() && row.now != row.name;
+  const std::string& name = isRenamed ? row.now : row.name;
+  const std::string after = documentOf(name);
   const bool failed = row.before.empty() && after.empty();
   // A model that the list took out of memory again has what was saved of it.
-  const ModelChanges changes =
-      row.before.empty() || after.empty() ? ModelChanges() : compared(row.name, row.before, after);
+  const ModelChanges changes = row.before.empty() || after.empty() ? ModelChanges() : compared(name, row.before, after);
   tell(events_, changes);
-  const char* outcome = failed ? "failed" : changes.any() ? "changed" : "unchanged";
-  ++(failed ? recap.failed : changes.any() ? recap.changed : recap.unchanged);
+  const char* outcome = failed ? "failed" : isRenamed ? "renamed" : changes.any() ? "changed" : "unchanged";
+  ++(failed ? recap.failed : isRenamed || changes.any() ? recap.changed : recap.unchanged);
   if (events_.on()) events_.tell("model", {{"model", row.name}, {"outcome", outcome}});
 }
 
@@ -120,7 +138,7 @@ void FiringWatch::triggerEnds(int result) {
   if (!running_) return;
   log_.follow();
   Recap& recap = running_->recap;
-  recap.models += recap.skipped;
+  recap.models += recap.skipped + static_cast<int>(running_->unreadable.size());
   recap.saved = static_cast<int>(running_->saved.size());
   recap.errors = core::logCounts().errors - running_->logBefore.errors;
   recap.warnings = core::logCounts().warnings - running_->logBefore.warnings;

@@ -30,6 +30,8 @@ class FiringWatch : public headless::SessionObserver, public engine::TriggerObse
 
   void message(const std::wstring& text) override;
   void saved(const headless::SavedDocument& document) override;
+  void renamed(const headless::RenamedModel& model) override;
+  void unreadable(const std::wstring& path) override;
   void progress(int value, int maximum) override;
   void operation(std::string_view name, int result, long long nanoseconds) override;
   void triggerBegins(const Firing& firing) override;
@@ -39,6 +41,7 @@ class FiringWatch : public headless::SessionObserver, public engine::TriggerObse
   struct Row {
     std::string name;    // "SHAFT.PRT"
     std::string before;  // the document's text; empty: the model isn't in memory
+    std::string now{};   // what it is called since it was renamed; empty: the same
   };
   struct Running {
     Firing told;
@@ -46,6 +49,7 @@ class FiringWatch : public headless::SessionObserver, public engine::TriggerObse
     std::vector<Row> rows;  // those that are worked, in the run's order
     std::size_t done = 0;
     std::set<std::string> saved;
+    std::set<std::wstring> unreadable;  // paths of documents
     core::LogCounts logBefore;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     Recap recap;

@@ -65,7 +65,9 @@ class Why : public Verb {
     sessionOptions.textFolder = L"i:\\text\\";
     headless::Session session(sessionOptions);
     const creo::ProMdl model = retrieved(session, model_);
-    RunDriver(session, place).openTool({wanted});
+    RunDriver driver(session, place);
+    driver.openTool();
+    driver.open({wanted});
     console.result(console.inked(Ink::bold, label(wanted.name, wanted.type)) + "  " + place.list + " of " +
                    place.package);
     const TableVerdict table = judgedByTable(model);

@@ -21,7 +21,7 @@ struct ProRenamed {
 };
 // Renames a model with all versions of its document. The documents of its folder that use it follow, each as its next
 // version; what is in memory follows without being saved. Nothing is renamed where it can't be done as a whole:
-// ProExists: the name is taken, be it by an instance of a document in the folder; ProBadInputs: it can't be a file's
+// ProExists: the name is taken, be it by an instance of a document in the folder; ProBadInputs: Creo takes no such
 // name, or the model is an instance; ProGeneralError: with the reason, such as a document that can't be read or that
 // another program has written meanwhile.
 ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& told);
@@ -33,7 +33,7 @@ Got<bool> ProMdlnameIsTaken(const std::wstring& name, ProMdlType type);
 // A model of its own in memory with the same content and without a folder; a save writes it to the working folder, as
 // the next version where there is such a document. Of an instance: with its values, features and components, those of
 // the generic that it leaves out not among them. A copy has no family table and is open to changes. ProExists: a model
-// in memory, or a row of the same document, has the name; ProBadInputs: it can't be a file's name.
+// in memory, or a row of the same document, has the name; ProBadInputs: Creo takes no such name.
 Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name);
 // An empty name takes it away. ProBadInputs: an instance, which has none.
 ProError ProMdlCommonnameSet(ProMdl model, const std::wstring& name);

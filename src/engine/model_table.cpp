@@ -52,6 +52,8 @@ struct Table {
   FilterSource globalFilter, listFilter;
   std::optional<Basis> basis;
   std::unordered_set<std::string> visited, starts;  // row names
+  int holds = 0;                                    // that live
+  bool behind = false;
 
   void forgetWalks() {
     basis.reset();
@@ -186,11 +188,26 @@ void enableHighlighting(bool on) {
   }
 }
 
+// Clears and rebuilds from a start, unless that is held back.
+void refill(creo::ProMdl start) {
+  if (table().holds > 0) {
+    table().behind = true;
+    return;
+  }
+  clearModelTable();
+  rebuildModelTable(start);
+}
+
 std::wstring pathInPackage(std::wstring_view folder, std::string_view name) {
   return os::joined(core::pluginState().openKvzPath, folder) + text::fromUtf8(name);
 }
 
 }  // namespace
+
+TableHold::TableHold() { ++table().holds; }
+TableHold::~TableHold() { --table().holds; }
+
+bool tableIsBehind() { return table().behind; }
 
 bool tableIsBeingFilled() { return Filling::goesOn(); }
 
@@ -242,14 +259,12 @@ RowVerdict judgeModel(creo::ProMdl model) {
 }
 
 void clearModelTable() {
+  table().behind = false;
   table().rows.clear();
   table().forgetWalks();
 }
 
-void refreshModelTable() {
-  clearModelTable();
-  rebuildModelTable({});
-}
+void refreshModelTable() { refill({}); }
 
 void setTypeFilters(bool part, bool assembly, bool drawing, bool instance, bool currentOnly) {
   setCheck(dialog(), kPartFilter, part);
@@ -293,8 +308,7 @@ void loadGlobalFilter(std::string_view name) {
 
 void dropGlobalFilter(creo::ProMdl start) {
   setGlobalFilter({});
-  clearModelTable();
-  rebuildModelTable(start);
+  refill(start);
 }
 
 void loadListFilter(std::string_view name) {
@@ -307,6 +321,10 @@ void loadListFilter(std::string_view name) {
 
 void checkOutSelected() { checkOutRows(table().rows); }
 
-void resetModelTable() { table() = Table(); }
+void resetModelTable() {
+  const int holds = table().holds;  // whoever holds still does
+  table() = Table();
+  table().holds = holds;
+}
 
 }  // namespace engine

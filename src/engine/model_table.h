@@ -19,8 +19,20 @@ constexpr const char* kModelTable = "LargeTable";
 creo::ProError rebuildModelTable(creo::ProMdl start);
 // Deletes all rows with the components of their cells.
 void clearModelTable();
-// Clears and rebuilds for the current model.
+// Clears and rebuilds for the current model, unless the filling is held back.
 void refreshModelTable();
+// For as long as one lives a choice of package, list or filter, or another current model, doesn't fill the table: a
+// package brings its first list with it, and filters of a list that nobody runs would judge, and may change, all
+// models. Who holds the filling back fills the table himself in the end.
+class TableHold {
+ public:
+  TableHold();
+  ~TableHold();
+  TableHold(const TableHold&) = delete;
+  TableHold& operator=(const TableHold&) = delete;
+};
+// A filling was held back, and none has come since: the rows are those of an earlier choice.
+bool tableIsBehind();
 // Whether a walk fills the table right now. Filters that judge its models regenerate and erase some of them: no event
 // of that kind may take the table, or the filter that judges, away meanwhile.
 bool tableIsBeingFilled();

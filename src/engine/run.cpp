@@ -1,6 +1,7 @@
 #include "engine/run.h"
 
 #include <array>
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -151,8 +152,10 @@ void leaveTool() {
   setRefreshNotifications();
 }
 
+// What the log holds by now is shown: it says why.
 void endEarly() {
   leaveRun();
+  logRender();
   leaveTool();
 }
 
@@ -169,18 +172,21 @@ bool refusesForeignModel() {
   return true;
 }
 
-// Reads the selected list. One that can't be read leaves nothing to run.
-void openList() {
+// Reads the selected list. False, with an error line, for one that can't be read or is an empty file: a run of nothing
+// would still leave its record in every model.
+bool openList() {
   const std::wstring path = documents::selectedListPath();
   creoLog(L"<KVD> Kelvane - open Selected XML", kError);
   XmlLoaded loaded = xmlLoadFile(path);
   logWrite(path, kDebug);
-  if (!loaded) {
+  if (loaded && xmlChildCount(loaded.document->root()) == 0) loaded.fault = path + L": it holds no element";
+  if (!loaded.fault.empty()) {
     logWrite(loaded.fault, kError);
-    return;
+    return false;
   }
   run()->document = std::move(loaded.document);
   run()->list = documents::actionList(*run()->document);
+  return true;
 }
 
 // The current model as the Body's title names it; empty without one.
@@ -242,16 +248,45 @@ bool isCurrentModel(const std::wstring& name, ProMdlType type) {
 
 enum class Opening { here, asked, skipped };
 
-// Brings a row's model before Creo. `asked`: its window comes forward once control is back with Creo.
+// The row's model gets a window, or has one. False: there is none, as without graphics.
+bool takeWindow(ProMdl model, const std::wstring& name, ProMdlType type) {
+  Run& state = *run();
+  if (const auto window = ProMdlWindowGet(model)) {
+    state.window = window.value;
+    return true;
+  }
+  const auto created = ProObjectwindowCreate(name, type);
+  state.window = created.value;
+  state.windowCreated = static_cast<bool>(created);
+  return state.windowCreated;
+}
+
+// Asks for the run's window. False: it won't come forward, and nothing may wait for it.
+bool windowIsAskedFor() {
+  const int window = run()->window;
+  const ProError heard = ProNotificationSet(ProNotifyType::windowActivated, [](const ProNotification&) {
+    onWindowActivated();
+    return ProNoError;
+  });
+  const auto before = ProWindowCurrentGet();
+  if (heard == ProNoError && ProWindowActivate(window) == ProNoError) {
+    if (before && before.value == window) ProWindowRepaint(window);
+    return true;
+  }
+  ProNotificationUnset(ProNotifyType::windowActivated);
+  return false;
+}
+
+// Brings a row's model before Creo. `asked`: its window comes forward once control is back with Creo. Without a window
+// the row is worked where Creo stands, as an only row is.
 Opening openRow(const std::string& row) {
   Run& state = *run();
   state.windowCreated = false;
   const std::wstring name = rowModelName(row);
   const ProMdlType type = rowType(row);
   state.waitingRow = row;
-  const auto currentWindow = ProWindowCurrentGet();
   if (isCurrentModel(name, type)) {
-    state.window = currentWindow.value;
+    state.window = ProWindowCurrentGet().value;
     return Opening::here;
   }
   const auto model = ProMdlRetrieve(name, type);
@@ -260,21 +295,12 @@ Opening openRow(const std::string& row) {
     finishModel();
     return Opening::skipped;
   }
-  if (const auto window = ProMdlWindowGet(model.value)) {
-    state.window = window.value;
-  } else if (const auto created = ProObjectwindowCreate(name, type)) {
-    state.window = created.value;
-    state.windowCreated = true;
-  }
-  ProMdlDisplay(model.value);
+  const bool hasWindow = takeWindow(model.value, name, type);
+  if (hasWindow) ProMdlDisplay(model.value);
   if (stopsAt(afterDisplay)) return Opening::skipped;
-  ProNotificationSet(ProNotifyType::windowActivated, [](const ProNotification&) {
-    onWindowActivated();
-    return ProNoError;
-  });
-  ProWindowActivate(state.window);
-  if (currentWindow && currentWindow.value == state.window) ProWindowRepaint(state.window);
-  return Opening::asked;
+  if (hasWindow && windowIsAskedFor()) return Opening::asked;
+  if (!pluginState().workerMode) creoLog(L"<KVD> main - no window comes forward for " + text::fromUtf8(row));
+  return Opening::here;
 }
 
 // Body on the model that stands before Creo now.
@@ -337,6 +363,18 @@ void runBodies() {
   advance(false);
 }
 
+// An action that breaks off is a failure like any other: the run goes on, and Creo gets no exception of ours.
+void carryOut(const XmlNode& task, Subject& subject) {
+  try {
+    if (dispatchAction(task, subject) != wrongVersion) return;
+    logWrite(
+        L"Function isn't used because false version code, please update Kelvane User and Kelvane to the newest version",
+        kError);
+  } catch (const std::exception& fault) {
+    logWrite(text::fromUtf8(fault.what()), kError);
+  }
+}
+
 }  // namespace
 
 void setRefreshNotifications() {
@@ -363,8 +401,7 @@ void startRun() {
   logClearView();
   run() = std::make_shared<Run>();
   const std::shared_ptr<Run> kept = run();
-  openList();
-  if (stopsAt(afterListOpened)) return endEarly();
+  if (!openList() || stopsAt(afterListOpened)) return endEarly();
   pluginState().controlName.clear();
   const std::wstring title = bodyTitle();  // Head may leave another model current
   runHead();
@@ -407,12 +444,7 @@ void runSection(const XmlNode* section, const std::string& rowName) {
   if (section) {
     xmlEachChild(*section, [&](const XmlNode& task) {
       state.actionIndex = index++;
-      if (dispatchAction(task, subject) == wrongVersion) {
-        logWrite(
-            L"Function isn't used because false version code, please update Kelvane User and Kelvane to the newest "
-            L"version",
-            kError);
-      }
+      carryOut(task, subject);
     });
   }
   if (!stopsAt(afterActions) && !rowName.empty()) writeHistory(subject.model);

@@ -128,14 +128,21 @@ void setCheckButtons(const std::wstring& conf) {
   }
 }
 
-// From the opening of the tool to the press on start. 0, or ProStopVisit with a line.
-int start(ProMdl model, const std::wstring& list, const std::wstring& history, const std::wstring& conf, int type) {
+// Opens the tool and chooses the list. 0, or ProStopVisit with a line. The table is filled for none of the lists that
+// are chosen on the way: theirs aren't the filters that the trigger asks for.
+int openWith(const std::wstring& list, int type) {
+  const TableHold hold;
   PluginState& state = pluginState();
   if (list.find(L' ') == list.npos) return refused(L"<KVD> Failure while split list, please correct the configuration");
   if (!state.toolOpen) ui::pressStartEntry();
   if (!state.toolOpen) return ProStopVisit;  // the entry has told why
   state.triggerType = type;                  // a dialog that is shown has cleared it
-  if (const int fault = chooseList(list)) return fault;
+  return chooseList(list);
+}
+
+// From the opening of the tool to the press on start. 0, or ProStopVisit with a line.
+int start(ProMdl model, const std::wstring& list, const std::wstring& history, const std::wstring& conf, int type) {
+  if (const int fault = openWith(list, type)) return fault;
   const ReworkSwitch rework(history);
   setHistorySwitch(history);
   setCheckButtons(conf);
@@ -145,7 +152,8 @@ int start(ProMdl model, const std::wstring& list, const std::wstring& history, c
   return 0;
 }
 
-// As start; nothing leaves it, and a trigger that couldn't start leaves no hidden dialog behind.
+// As start; nothing leaves it. A trigger that couldn't start leaves no hidden dialog behind, and in one that stays the
+// rows that its choosers now stand for.
 int startOrTell(ProMdl model, const std::wstring& list, const std::wstring& history, const std::wstring& conf,
                 int showUI, int type) {
   const bool wasOpen = pluginState().toolOpen;
@@ -156,8 +164,11 @@ int startOrTell(ProMdl model, const std::wstring& list, const std::wstring& hist
     creoLog(L"<KVD> " + text::fromUtf8(fault.what()));
     abandonRun();
   }
-  if (result != 0 && !wasOpen && pluginState().toolOpen && showUI != 1) {
+  if (result == 0 || !pluginState().toolOpen) return result;
+  if (!wasOpen && showUI != 1) {
     ui::toolClose();
+  } else if (tableIsBehind()) {
+    refreshModelTable();
   }
   return result;
 }

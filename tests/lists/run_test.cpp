@@ -1,13 +1,18 @@
 // Whole runs, from the press on start to the last line.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <stdexcept>
+
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
 #include "creo/ProUI.h"
 #include "creo/ProWindow.h"
+#include "engine/history.h"
 #include "engine/run.h"
 #include "headless/proui/ui.h"
+#include "os/processes.h"
 #include "support/world.h"
 #include "text/pieces.h"
 
@@ -235,19 +240,93 @@ TEST(Run, ClosingTheToolWhileARunWaitsEndsTheRun) {
   EXPECT_FALSE(world.session().ui().dialog("kvanerunner"));
 }
 
-TEST(Run, AListThatHasGoneWritesItsLineAndEnds) {
+TEST(Run, AListThatCantBeReadEndsBehindItsLineAndLeavesNoRecord) {
+  const struct {
+    const char* what;
+    void (*spoil)(World&);
+    const wchar_t* line;
+  } cases[] = {
+      {"gone", [](World& w) { std::filesystem::remove(w.temp() + "/open_kvz_standards/actionlists/say.xml"); },
+       L"say.xml: No such file or directory"},
+      {"broken", [](World& w) { w.choose("broken.xml"); }, L"broken.xml: line 2: "},
+      {"empty", [](World& w) { w.choose("empty.xml"); }, L"empty.xml: it holds no element"},
+      {"its package is refused",
+       [](World& w) { w.session().ui().choose("kvanerunner", "kvaneKVZChooser", "torn.kvz"); }, L"say.xml: "},
+  };
+  for (const auto& [what, spoil, line] : cases) {
+    World world;
+    const bool several = what == std::string("broken");  // the run over several rows ends so too
+    gearbox(world);
+    world.list("say.xml", say("body"), say("head"), say("foot"));
+    world.member("actionlists/broken.xml", "<list>\n<" + std::string(300, 'a') + "/></list>");
+    world.member("actionlists/empty.xml", "");
+    test::writeBytes(world.packages() + "/torn.kvz", "no zip");
+    world.start();
+    const ProMdl model =
+        several ? world.open(L"GEARBOX", ProMdlType::assembly) : world.open(L"SHAFT", ProMdlType::part);
+    world.openTool();
+    world.choose("say.xml");
+    spoil(world);
+    world.pressStart();
+    EXPECT_NE(std::wstring::npos, linesWith(world, L"(ERR)").find(line)) << what;
+    for (const wchar_t* piece : {L"head", L"body", L"foot", L"work now on", L"Run finished"})
+      EXPECT_FALSE(world.logHas(piece)) << what;
+    EXPECT_NE(std::wstring::npos, world.session().ui().dialog("kvanerunner")->tree("kvaneLogTT").find(line)) << what;
+    std::vector<engine::HistoryRecord> records;
+    engine::readHistory(model, records);
+    EXPECT_EQ(0U, records.size()) << what;
+    EXPECT_FALSE(engine::runGoesOn()) << what;
+  }
+}
+
+TEST(Run, RowsAreWorkedWithoutAWindowWhereNoneComesForward) {
+  const std::wstring all = L"work now on HOUSING.PRT\nwork now on SHAFT.PRT\nwork now on GEARBOX.ASM\n";
+  const struct {
+    bool graphics;
+    const char* fails;  // operation; none: all go well
+  } cases[] = {{false, ""},
+               {true, "ProObjectwindowCreate"},
+               {true, "ProWindowActivate"},
+               {true, "ProNotificationSet"},
+               {true, "ProMdlDisplay"}};
+  for (const auto& [graphics, fails] : cases) {
+    World world;
+    gearbox(world);
+    world.list("say.xml", say("@mdln@"), "", say("foot"));
+    ASSERT_EQ(0, world.start(graphics));
+    const ProMdl box = world.open(L"GEARBOX", ProMdlType::assembly);
+    world.openTool();
+    world.choose("say.xml");
+    if (*fails) world.session().failNext(fails, ProGeneralError);
+    world.pressStart();
+    EXPECT_FALSE(engine::runGoesOn()) << fails;
+    EXPECT_EQ(all, linesWith(world, L"work now on")) << fails;
+    EXPECT_TRUE(world.logHas(L"9 Run finished")) << fails;
+    EXPECT_TRUE(ProMdlWindowGet(box)) << fails << " its window still shows it";
+    EXPECT_FALSE(ProMdlWindowGet(ProMdlInit(L"SHAFT", ProMdlType::part).value)) << fails;
+  }
+}
+
+TEST(Run, AnActionThatBreaksOffIsAnErrorLineAndTheNextOneRuns) {
+  class Broken : public os::Processes {
+    std::error_code doOpen(std::wstring_view) override { throw std::runtime_error("no memory is left"); }
+    os::Result<int> doRun(std::wstring_view, std::wstring_view) override {
+      throw std::runtime_error("no memory is left");
+    }
+    std::error_code doStart(std::wstring_view, std::wstring_view, std::wstring_view) override {
+      throw std::runtime_error("no memory is left");
+    }
+  };
   World world;
-  world.part(L"A");
-  world.list("say.xml", say("body"));
+  gearbox(world);
+  world.list("break.xml", task("runMSDOScommand", "cmd='d:/a.cmd' uncup='false' waitafter='1'") + say("behind it"));
   world.start();
-  world.open(L"A", ProMdlType::part);
-  world.openTool();
-  world.choose("say.xml");
-  world.disk().denyReads(L"t:\\");
-  world.run("say.xml");
-  world.disk().heal();
-  EXPECT_TRUE(world.logHas(L"(ERR)"));
-  EXPECT_TRUE(world.logHas(L"9 Run finished"));
+  os::surroundings().processes = std::make_shared<Broken>();
+  world.open(L"GEARBOX", ProMdlType::assembly);
+  world.run("break.xml");
+  EXPECT_EQ(L"no memory is left\nno memory is left\nno memory is left\n", linesWith(world, L"no memory is left"));
+  EXPECT_EQ(L"behind it\nbehind it\nbehind it\n", linesWith(world, L"behind it"));
+  EXPECT_FALSE(engine::runGoesOn());
 }
 
 TEST(Run, ASecondRunFindsTheRowWorkedAndItsHistoryHoldsBoth) {

@@ -78,8 +78,6 @@ class Triggers : public testing::Test {
   }
 
   World world;
-
- private:
   std::size_t seen_ = 0;
 };
 
@@ -294,6 +292,68 @@ TEST_F(Triggers, ARunOverSeveralModelsOutlivesItsEvent) {
   session().settle();
   EXPECT_EQ(L"did A.prt\ndid B.prt\ndid TOP.asm\n", lines(L"did "));
   expectQuiet("at the run's end");
+}
+
+TEST_F(Triggers, TheTableIsFilledOnceAndByTheFilterOfItsList) {
+  world.part(L"B");
+  world.assembly(L"TOP").uses(L"A", ProMdlType::part).uses(L"B", ProMdlType::part);
+  world.list("a.xml", say("no"), "", "", "<f type='isregenerateable' filtertype='true'/><f type='hammer'/>");
+  world.list("only_b.xml", say("did @mdln@"), "", "", "<f type='filename' filename='B*' filtertype='true'/>");
+  set("after_occupy", "standards only_b");
+  set("after_occupy_conf", "11100");
+  for (const bool isOpen : {false, true}) {
+    SCOPED_TRACE(isOpen);
+    world.start();
+    if (isOpen) {
+      world.openTool();
+      world.choose("only_b.xml");
+    }
+    world.open(L"TOP", ProMdlType::assembly);
+    EXPECT_EQ(L"did B\n", lines(L"did "));
+    EXPECT_EQ(isOpen ? 2 : 1, session().calls("ProMdlDependenciesList")) << "an open dialog follows the opening itself";
+    EXPECT_EQ(0, session().calls("ProSolidRegenerate"));
+    EXPECT_FALSE(world.logHas(L"hammer"));
+    expectQuiet("behind the run");
+    world.endSession();
+    seen_ = 0;
+  }
+}
+
+TEST_F(Triggers, ADialogThatStaysShowsTheRowsOfItsChoosers) {
+  world.list("a.xml", say("no"), "", "", "<f type='filename' filename='NONE*' filtertype='true'/>");
+  set("before_save", "standards none");
+  world.start();
+  openPart();
+  world.openTool();
+  world.choose("say.xml");
+  EXPECT_EQ(std::vector<std::string>{"A.PRT"}, world.rows());
+  EXPECT_EQ(ProNoError, save());
+  EXPECT_TRUE(said(L"<KVD> Can't find the described actionlist"));
+  EXPECT_EQ("a.xml", text::toUtf8(pluginState().currentList)) << "the choice of the package took it";
+  EXPECT_EQ(std::vector<std::string>{}, world.rows());
+}
+
+TEST_F(Triggers, ARunWithoutGraphicsOrWithoutItsListEndsAndTheNextEventFires) {
+  world.part(L"B");
+  world.assembly(L"TOP").uses(L"A", ProMdlType::part).uses(L"B", ProMdlType::part);
+  world.member("actionlists/empty.xml", "");
+  for (const std::string list : {"say", "empty"}) {
+    set("before_solid_regen", "standards " + list);
+    set("before_solid_regen_conf", "11100");
+    ASSERT_EQ(0, world.start(list == "empty"));
+    const ProMdl top = world.open(L"TOP", ProMdlType::assembly);
+    EXPECT_EQ(ProNoError, session().regenerate());
+    expectQuiet(list);
+    EXPECT_EQ(list == "say" ? L"did A.prt\ndid B.prt\ndid TOP.asm\n" : L"", lines(L"did ")) << list;
+    std::vector<engine::HistoryRecord> records;
+    engine::readHistory(top, records);
+    EXPECT_EQ(list == "say" ? 1U : 0U, records.size()) << list;
+    lines(L"");
+    session().regenerate();
+    EXPECT_NE(L"", lines(L"<KVD> start trigger before solid")) << list;
+    world.endSession();
+    seen_ = 0;
+  }
 }
 
 TEST_F(Triggers, ClosingTheToolEndsATriggersRun) {

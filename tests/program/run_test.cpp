@@ -170,6 +170,66 @@ TEST_F(Run, RowsAreChosenByPatternNumberAndStart) {
   }
 }
 
+// What the choosers pass on their way to the wanted list, and what the site has for people at Creo.
+TEST_F(Run, AnotherListsFilterAndTheTriggersActOnNothing) {
+  file("standards/actionlists/aaa.xml", R"(<list><head/><body/><filter><f type="isregenerateable" filtertype="true"/>)"
+                                        R"(<f type="hammer" filtertype="true"/></filter><foot/></list>)");
+  list("rename.xml", "<task type='renameModel' version='3' forPRT='true' forEF='false' name='TRIGGERED'/>");
+  part(L"PLATE");
+  part(L"BOLT");
+  const Ended ended =
+      run("norm", {"--set", "kvd_start_kvz_after_open=standards rename", "--set",
+                   "kvd_start_kvz_after_occupy=standards rename", "--events", path("events"), "--trace"});
+  EXPECT_EQ(0, ended.code) << ended.err;
+  EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(ended));
+  EXPECT_THAT(readBytes(path("events")), testing::Not(testing::HasSubstr("\"ProSolidRegenerate\"")));
+  EXPECT_EQ((std::vector<std::string>{"BOLT.prt.1", "BOLT.prt.2", "PLATE.prt.1", "PLATE.prt.2", "kelvane.log"}),
+            filesIn("models"));
+  EXPECT_EQ(0, kelvane({"why", path("standards"), "unsaved", models(), "PLATE.PRT"}).code);
+  for (const std::string none : {"0", "1"}) {
+    const Ended again = run("norm", {"--again", "-n", "--set", "kvd_no_pro_notifications=" + none});
+    EXPECT_THAT(recapOf(again), testing::HasSubstr("models=2 ")) << none;
+  }
+}
+
+TEST_F(Run, ARenamedModelKeepsItsRowAndItsRecord) {
+  const std::string rename = "<task type='renameModel' version='3' forPRT='true' forEF='false' name='@mdln@_X'/>";
+  const std::string add =
+      "<task type='addModelParameter' version='3' forPRT='true' forEF='false' count='1' name_0='NORM' type_0='String'"
+      " value_0='WN-100'/><task type='saveModel' version='3' forPRT='true' forEF='false'/>";
+  for (const std::string& tasks : {rename, add + rename, rename + add}) {
+    fs::remove_all(models());
+    file("models/plate.prt.2", R"({"format": 1, "parameters": [{"name": "A", "type": "integer", "value": 2}]})");
+    file("models/plate.prt.1", R"({"format": 1, "parameters": [{"name": "A", "type": "integer", "value": 1}]})");
+    assembly(L"TOP").uses(L"PLATE", ProMdlType::part);
+    list("rename.xml", tasks);
+    const std::vector<std::string> before = filesIn("models");
+    const Ended dry = run("rename", {"-n"});
+    EXPECT_THAT(dry.out, testing::StartsWith("PLATE.PRT: renamed to PLATE_X.PRT\n")) << tasks;
+    EXPECT_THAT(dry.out, testing::ContainsRegex("TOP.ASM: [^\n]*PLATE_X\n")) << tasks;
+    EXPECT_EQ(before, filesIn("models"));
+    const Ended real = run("rename", {"--events", path("events")});
+    EXPECT_EQ(0, real.code) << tasks << real.err;
+    EXPECT_EQ(recapOf(dry).substr(3), recapOf(real).substr(4));
+    EXPECT_THAT(recapOf(real),
+                testing::StartsWith("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 "));
+    EXPECT_THAT(real.err, testing::HasSubstr("] PLATE.PRT  renamed\n"));
+    EXPECT_THAT(real.out, testing::Not(testing::HasSubstr("files  "))) << "they are models";
+    EXPECT_THAT(readBytes(path("events")),
+                testing::HasSubstr(R"({"event":"renamed","model":"PLATE.PRT","to":"PLATE_X.PRT"})"));
+    EXPECT_EQ((std::vector<std::string>{"TOP.asm.1", "TOP.asm.2", "kelvane.log", "plate_x.prt.1", "plate_x.prt.2",
+                                        "plate_x.prt.3"}),
+              filesIn("models"))
+        << tasks;
+    EXPECT_EQ(tasks != rename,
+              kelvane({"models", models(), "--param", "NORM"}).out.find("WN-100") != std::string::npos);
+    // Its record is found, so that it isn't renamed once more.
+    EXPECT_EQ("done  models=2 changed=0 unchanged=0 skipped=2 failed=0 saved=0  errors=0 warnings=0",
+              recapOf(run("rename")))
+        << tasks;
+  }
+}
+
 TEST_F(Run, FilterFileOfThePackageDecides) {
   workspace();
   EXPECT_EQ("BOLT_DIN933.PRT", workedOf(runExample("inventory", {"--filter", "fasteners", "-n"})));

@@ -1,6 +1,9 @@
 // `kelvane run` where something is wrong: requests, models, disks, signals.
 #include <csignal>
+#include <set>
 
+#include "headless/session/session.h"
+#include "os/files_wrapper.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
 #include "program/run_fixture.h"
@@ -101,6 +104,96 @@ TEST_F(RunTrouble, TroubledModelsAreCountedAndTheOthersWorked) {
   EXPECT_THAT(ended.err, testing::StartsWith("error: bad.prt.2:3: 'parameters' must be an array\n"
                                              "warning: RING_B.ASM uses NUT.PRT, which isn't there\n"));
   EXPECT_THAT(ended.err, testing::HasSubstr("warning: passed over, as it can't be modified: FIXED.PRT\n"));
+}
+
+// A file that is good when the folder is looked through, and damaged from then on.
+class DamagedLater : public os::FilesWrapper {
+ public:
+  DamagedLater(std::shared_ptr<os::Files> under, std::wstring path)
+      : FilesWrapper(*under), owned_(std::move(under)), path_(std::move(path)) {}
+  os::Result<std::string> read(std::wstring_view path) override {
+    auto read = under_.read(path);
+    if (path == path_ && ++reads_ > 1) read.value = "{\n\"format\": 1,\n\"parameters\": 7}\n";
+    return read;
+  }
+
+ private:
+  std::shared_ptr<os::Files> owned_;
+  std::wstring path_;
+  int reads_ = 0;
+};
+
+TEST_F(RunTrouble, AModelThatIsDamagedMeanwhileFailsAndTheOthersAreWorked) {
+  const std::pair<const wchar_t*, const char*> cases[] = {{L"d:\\A.prt.1", "A.prt.1"},     // the first start
+                                                          {L"d:\\C.prt.1", "C.prt.1"},     // another one
+                                                          {L"d:\\IN.prt.1", "IN.prt.1"}};  // what the assembly uses
+  for (const auto& [damaged, name] : cases) {
+    std::filesystem::remove_all(models());
+    for (const wchar_t* each : {L"A", L"B", L"C", L"IN"}) part(each);
+    assembly(L"TOP").uses(L"IN", ProMdlType::part).uses(L"B", ProMdlType::part);
+    const os::SurroundingsGuard guard;
+    os::surroundings().files = std::make_shared<DamagedLater>(os::surroundings().files, damaged);
+    const Ended ended = run("norm");
+    EXPECT_EQ(1, ended.code) << name;
+    EXPECT_EQ("done  models=5 changed=4 unchanged=0 skipped=0 failed=1 saved=4  errors=0 warnings=0", recapOf(ended))
+        << name << ended.err;
+    const std::string line = "error: " + std::string(name) + ":3: 'parameters' must be an array\n";
+    EXPECT_EQ(0U, ended.err.find(line)) << ended.err;
+    EXPECT_EQ(std::string::npos, ended.err.find(line, 1)) << "once";
+  }
+}
+
+// Arranges a fault of an operation when the run begins to read its models.
+class ArrangingBuffer : public std::stringbuf {
+ public:
+  explicit ArrangingBuffer(std::string operation) : operation_(std::move(operation)) {}
+  int sync() override {
+    if (!arranged_ && str().find("reading the models") != std::string::npos) {
+      arranged_ = true;
+      headless::Session::current().failNext(operation_, creo::ProGeneralError);
+    }
+    return 0;
+  }
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override {
+    const std::streamsize put = std::stringbuf::xsputn(bytes, count);
+    sync();
+    return put;
+  }
+  [[nodiscard]] bool arranged() const { return arranged_; }
+
+ private:
+  std::string operation_;
+  bool arranged_ = false;
+};
+
+TEST_F(RunTrouble, AnyOperationOfTheStartMayFail) {
+  part(L"A");
+  part(L"B");
+  run("norm", {"--read-only", "--events", path("events"), "--trace", "--log", path("log")});
+  std::set<std::string> operations;
+  std::istringstream lines(readBytes(path("events")));
+  for (std::string line; std::getline(lines, line);) {
+    constexpr std::string_view kStart = R"({"event":"operation","name":")";
+    if (line.starts_with(kStart))
+      operations.insert(line.substr(kStart.size(), line.find('"', kStart.size()) - kStart.size()));
+  }
+  ASSERT_TRUE(operations.contains("ProMenubarMenuAdd") && operations.contains("ProUIDialogCreate"));
+  int refused = 0;
+  for (const std::string& operation : operations) {
+    ArrangingBuffer buffer(operation);
+    std::ostream err(&buffer);
+    std::ostringstream out;
+    const int code = kelvane::program({"run", path("standards"), "norm", models(), "--read-only", "--log", path("log")},
+                                      out, err, {false, true});
+    EXPECT_TRUE(buffer.arranged()) << operation;
+    EXPECT_EQ(nullptr, headless::Session::currentOrNull()) << operation;
+    EXPECT_TRUE(code == 0 || code == 1 || code == 2) << operation << " " << code;
+    if (code == 2) EXPECT_THAT(buffer.str(), testing::HasSubstr("kelvane: ")) << operation;
+    refused += code == 2 ? 1 : 0;
+  }
+  EXPECT_GT(refused, 0) << "some of them are needed";
+  EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0",
+            recapOf(run("norm")));
 }
 
 TEST_F(RunTrouble, ReadOnlyModelsAreNotSavedAndTheRunSaysSo) {

@@ -55,6 +55,18 @@ TEST_F(WatchVerb, ShowsWhatFiredWhichListAndWithWhatResult) {
   EXPECT_THAT(readBytes(path("models/PLATE.prt.2")), testing::HasSubstr("\"NORM\""));
 }
 
+TEST_F(WatchVerb, ARenamedModelIsFollowed) {
+  part(L"PLATE");
+  list("rename.xml", "<task type='renameModel' version='3' forPRT='true' forEF='false' name='@mdln@_X'/>" + kSave);
+  const Ended ended =
+      watch("regenerate\nsave\n", {"PLATE.PRT", "--set", "kvd_start_kvz_before_solid_regen=standards rename"});
+  EXPECT_EQ(
+      "before solid regenerate  PLATE.PRT  standards rename  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1"
+      "  errors=0 warnings=0\n",
+      firings(ended));
+  EXPECT_THAT(ended.err, testing::EndsWith("saved PLATE_X.PRT\n"));
+}
+
 TEST_F(WatchVerb, TellsJsonAndEvents) {
   part(L"PLATE");
   const Ended ended = watch(

@@ -234,6 +234,8 @@ void Screen::message(const std::wstring& /*text*/) { changed_ = true; }
 
 void Screen::saved(const headless::SavedDocument& document) { written_.noteModel(document.path); }
 
+void Screen::renamed(const headless::RenamedModel& model) { written_.noteModel(model.path); }
+
 void Screen::progress(int value, int /*maximum*/) {
   changed_ = true;
   if (value > 0) ran_ = true;

@@ -41,6 +41,8 @@ struct ModelInMemory {
 struct ModelsHost {
   std::function<void(const std::wstring&)> message;
   std::function<void(const SavedDocument&)> saved;
+  std::function<void(const RenamedModel&)> renamed;
+  std::function<void(const std::wstring&)> unreadable;  // the path; its message was told
   std::function<void(creo::ProMdl)> erased;
   bool withholdSaves = false;
   // A document was read, before its model is there. Null, as the next one, without a PDM server.
@@ -68,6 +70,8 @@ class Models {
   // The document as a save would write it now; an instance's is its generic's.
   // ProGeneralError, with a line of the message area: it holds a number that isn't finite.
   [[nodiscard]] creo::Got<std::string> documentText(creo::ProMdl model) const;
+  // The bytes of a document that lies at that path, or would lie there if saves weren't withheld.
+  [[nodiscard]] os::Result<std::string> written(const std::wstring& path) const { return store_.read(path); }
 
   // ---- for the operations
   // Null for a handle that has gone.

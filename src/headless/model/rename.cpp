@@ -79,7 +79,7 @@ ProError Models::rename(ProMdl handle, std::wstring_view wanted) {
 
 Got<ProMdl> Models::copy(ProMdl handle, std::wstring_view wanted) {
   const Model* model = find(handle);
-  if (!model || !isFileName(wanted)) return creo::ProBadInputs;
+  if (!model || !isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring name = text::upper(wanted);
   if (byKey_.contains(modelKey(name, model->type())) || model->document->row(name)) return creo::ProExists;
   return add(standAlone(*model, wanted, false), nullptr, name).handle;

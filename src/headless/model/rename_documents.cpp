@@ -224,7 +224,7 @@ struct FolderRename {
 
 ProError Models::renameOnDisk(creo::ProMdl handle, std::wstring_view wanted, ProRenamed& told) {
   Model* model = find(handle);
-  if (!model || model->row || !isFileName(wanted)) return creo::ProBadInputs;
+  if (!model || model->row || !isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring now = text::upper(wanted), before = model->name;
   ModelDocument& document = *model->document;
   if (now == before) return creo::ProNoError;
@@ -239,7 +239,9 @@ ProError Models::renameOnDisk(creo::ProMdl handle, std::wstring_view wanted, Pro
   };
   if (document.folder.empty()) {
     noteUnsaved();
-    return rename(handle, wanted);
+    const ProError result = rename(handle, wanted);
+    if (result == creo::ProNoError) host_.renamed({before, now, model->type(), {}, {}});
+    return result;
   }
   FolderRename work{*this, host_, store_, store_.folder(document.folder), {before, now, model->type()}, told, {}};
   const DocumentFile* newest = work.folder.find(before, model->type());
@@ -249,9 +251,11 @@ ProError Models::renameOnDisk(creo::ProMdl handle, std::wstring_view wanted, Pro
   if (const ProError result = work.carryOut(document)) return result;
   work.takeUpInMemory();
   noteUnsaved();
+  const std::wstring pathBefore = document.folder + documentFileName(document, document.version);
   setName(*model, now);
   if (host_.read) host_.read(document);
-  host_.saved({now, model->type(), document.version, document.folder + documentFileName(document, document.version)});
+  host_.renamed(
+      {before, now, model->type(), pathBefore, document.folder + documentFileName(document, document.version)});
   followRename(before, model->type(), now);
   return creo::ProNoError;
 }

@@ -91,11 +91,13 @@ Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& re
       if (other->fileName != file.fileName) return load(folder, DocumentFile(*other), retrieval);
     }
     message(cantRead(path, bytes.error));
+    host_.unreadable(path);
     return creo::ProGeneralError;
   }
   auto document = std::make_shared<ModelDocument>();
   if (const JsonFault fault = readDocument(bytes.value, document->record)) {
     message(cantRead(path, fault));
+    host_.unreadable(path);
     return creo::ProGeneralError;
   }
   document->name = file.name;

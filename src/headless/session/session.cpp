@@ -28,6 +28,12 @@ Session::State::State(SessionOptions given)
                 saved.push_back(document);
                 if (observer) observer->saved(document);
               },
+              [this](const RenamedModel& model) {
+                if (observer) observer->renamed(model);
+              },
+              [this](const std::wstring& path) {
+                if (observer) observer->unreadable(path);
+              },
               [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
               [this](ModelDocument& document) { servers.place(document); },
               [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},

@@ -37,12 +37,22 @@ struct SavedDocument {
   std::wstring path;  // of the document
 };
 
+// A model that got another name, with its documents, or in a dry run would have got it.
+struct RenamedModel {
+  std::wstring before, now;  // "BRACKET"
+  creo::ProMdlType type{};
+  std::wstring pathBefore, path;  // of the newest document; empty for a model that was never saved
+};
+
 // Told as things happen; every function has a body that does nothing.
 class SessionObserver {
  public:
   virtual ~SessionObserver() = default;
   virtual void message(const std::wstring& /*text*/) {}  // the message area
   virtual void saved(const SavedDocument& /*document*/) {}
+  virtual void renamed(const RenamedModel& /*model*/) {}
+  // A document that a model was to be read from can't be read; a message says why.
+  virtual void unreadable(const std::wstring& /*path*/) {}
   virtual void progress(int /*value*/, int /*maximum*/) {}  // a dialog's progress bar moved
   virtual void operation(std::string_view /*name*/, int /*result*/, long long /*nanoseconds*/) {}  // while tracing
 };

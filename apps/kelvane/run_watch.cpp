@@ -7,6 +7,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
+#include "engine/comparison_watch.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/interrupt.h"
@@ -14,6 +15,7 @@
 #include "kelvane/log_lines.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
+#include "kelvane/text_check.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
@@ -46,6 +48,7 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
       progress_(console),
       log_(console, events, options.maxErrors) {
   session_.observe(this);
+  (void)engine::takeRefused();
 }
 
 void RunWatch::tellFilling() {
@@ -60,6 +63,14 @@ void RunWatch::tellFilling() {
   }
   if (options_.maxErrors > 0 && count > options_.maxErrors)
     console_.trouble("... and more error lines in the log, from filling the table");
+  tellRefusedExpressions();
+}
+
+void RunWatch::tellRefusedExpressions() {
+  for (const engine::RefusedExpression& one : engine::takeRefused()) {
+    const std::string line = refusal(one);
+    if (told_.insert(line).second) console_.trouble("warning: " + line);
+  }
 }
 
 void RunWatch::begin(std::vector<std::string> rows) {
@@ -122,6 +133,7 @@ void RunWatch::finishModel(const std::string& row) {
     worked.failed = !keepHistory(model.value, worked.document);
   }
   log_.follow();
+  tellRefusedExpressions();
   compareSaved();
   const bool changed = changed_.contains(worked.document);
   const std::string outcome = worked.failed       ? "failed"
@@ -191,6 +203,7 @@ void RunWatch::tellUnknownSteps() {
 
 void RunWatch::end(Recap& recap) {
   log_.follow();
+  tellRefusedExpressions();
   compareSaved();
   running_ = false;
   tellUnknownSteps();

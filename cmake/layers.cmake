@@ -1,6 +1,6 @@
 # The layers of the design. LINKS are the arrows: a layer includes only what it links.
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(PCRE REQUIRED IMPORTED_TARGET libpcre)
+pkg_check_modules(PCRE2 REQUIRED IMPORTED_TARGET libpcre2-8)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
 pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
@@ -50,7 +50,7 @@ kvd_layer(creo_headless
 kvd_layer(kvd_plugin
   FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
           src/actions/exports src/reports src/reports/sheet src/ui
-  LINKS creo kvd_os kvd_barcode PRIVATE_LINKS ${HPDF} PkgConfig::PCRE PkgConfig::LIBZIP PkgConfig::CRYPTO)
+  LINKS creo kvd_os kvd_barcode PRIVATE_LINKS ${HPDF} PkgConfig::PCRE2 PkgConfig::LIBZIP PkgConfig::CRYPTO)
 
 # What a host loads: the plug-in over the headless session, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)

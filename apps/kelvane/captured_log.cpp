@@ -2,6 +2,7 @@
 
 #include "core/log.h"
 #include "core/state.h"
+#include "engine/comparison_watch.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
@@ -45,6 +46,7 @@ CapturedLog::CapturedLog() : disk_(os::surroundings().files) {
   core::logReset();
   core::pluginState().reset();
   core::pluginState().tempPath = kLogFolder;
+  engine::forgetWhatWasGivenUp();
   os::surroundings().files = std::make_shared<LogInMemory>(*disk_, bytes_);
 }
 

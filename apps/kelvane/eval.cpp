@@ -9,6 +9,7 @@
 #include "kelvane/filter_explanation.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_source.h"
+#include "kelvane/text_check.h"
 #include "kelvane/verb.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -82,10 +83,12 @@ class Eval : public Verb {
 
  private:
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
+    (void)engine::takeRefused();
     const engine::Replaced result = engine::replaceVariables(text::fromUtf8(*text_), model);
     for (const TroubleLine& line : log.takeTrouble()) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
+    for (const engine::RefusedExpression& one : engine::takeRefused()) console.trouble("warning: " + refusal(one));
     if (result.hasText()) console.result(text::toUtf8(result.text));
     return result ? kFine : kErrors;
   }

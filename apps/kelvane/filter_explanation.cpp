@@ -2,6 +2,8 @@
 
 #include "documents/filter.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
+#include "kelvane/text_check.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -31,7 +33,20 @@ std::string answer(int result) {
   if (result == documents::kFalse) return "false";
   if (result == documents::kNotApplicable) return "not applicable to this model";
   if (result == documents::kNotAKey) return "no such filter, which counts as true";
+  if (result == documents::kUndecided) return "a comparison was given up";
   return "true";
+}
+
+std::string answer(engine::Compared result) {
+  switch (result) {
+    case engine::Compared::match:
+      return "match";
+    case engine::Compared::none:
+      return "no match";
+    case engine::Compared::givenUp:
+      break;
+  }
+  return "given up, it takes too many steps";
 }
 
 class Explainer : public documents::FilterWatch {
@@ -45,15 +60,17 @@ class Explainer : public documents::FilterWatch {
     if (const core::XmlAttr* type = core::attrFind(item.attributes, L"filtertype")) negated_ = type->value != L"true";
     line(std::to_string(number_) + "  " + (negated_ ? "not " : "") + asked(item));
     (void)comparisons_.take();
+    (void)engine::takeRefused();
   }
 
   void itemEnds(const core::XmlNode&, int result, bool fails) override {
     tellComparisons();
+    for (const engine::RefusedExpression& one : engine::takeRefused()) line(kIndent + refusal(one));
     if (troubleOf_) {
       for (const TroubleLine& told : troubleOf_())
         line(kIndent + std::string(told.level == 2 ? "error: " : "warning: ") + told.text);
     }
-    const bool turned = negated_ && result != documents::kNotApplicable;
+    const bool turned = negated_ && result != documents::kNotApplicable && result != documents::kUndecided;
     line(kIndent + answer(result) + (turned ? ", negated" : "") + ": the item " + (fails ? "fails" : "holds"));
     (fails ? failing_ : holding_).push_back(number_);
   }
@@ -88,8 +105,7 @@ class Explainer : public documents::FilterWatch {
       return one.pattern == engine::kIntegerPattern || one.pattern == engine::kDoublePattern;
     });
     for (std::size_t i = 0; i < all.size() && i < kMostComparisons; ++i) {
-      line(kIndent + inQuotes(all[i].pattern) + " against " + inQuotes(all[i].text) +
-           (all[i].matched ? ": match" : ": no match"));
+      line(kIndent + inQuotes(all[i].pattern) + " against " + inQuotes(all[i].text) + ": " + answer(all[i].result));
     }
     if (all.size() > kMostComparisons) {
       line(kIndent + ("... and " + std::to_string(all.size() - kMostComparisons)) + " more comparisons");

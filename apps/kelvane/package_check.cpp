@@ -112,6 +112,9 @@ class Document {
       add(task, "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
     }
     if (row) checkTexts(task);
+    if (row) {
+      for (const std::string& fault : expressionFaults(task, type)) add(task, fault);
+    }
     checkPaths(task, type);
     addUses(task, usesOfAction(task, type));
     checkSwitchedFilter(task);

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "core/xml.h"
-#include "engine/compare.h"
+#include "engine/expressions.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_place.h"
@@ -137,8 +137,8 @@ RunPlace prepareRun(const RunOptions& options) {
     place.filter = chosenName(options.filter, filters(*package), "filter");
     requireReadable(*package, "filters/" + place.filter);
   }
-  if (!options.select.empty() && engine::wildcardCompare(text::fromUtf8(options.select), L"") < 0) {
-    throw Fault("--select: '" + options.select + "' is no expression");
+  if (const std::string fault = engine::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
+    throw Fault("--select: '" + options.select + "' is no expression (" + fault + ")");
   }
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);

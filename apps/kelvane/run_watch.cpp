@@ -7,6 +7,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
+#include "engine/comparison_watch.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/interrupt.h"
@@ -14,6 +15,7 @@
 #include "kelvane/log_lines.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
+#include "kelvane/text_check.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
@@ -51,6 +53,7 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
       progress_(console),
       log_(console, events, options.maxErrors) {
   session_.observe(this);
+  (void)engine::takeRefused();
 }
 
 // It is told of all that happens, to the session's end, unless the run breaks off before.
@@ -73,6 +76,14 @@ void RunWatch::tellFilling() {
   }
   if (options_.maxErrors > 0 && count > options_.maxErrors)
     console_.trouble("... and more error lines in the log, from filling the table");
+  tellRefusedExpressions();
+}
+
+void RunWatch::tellRefusedExpressions() {
+  for (const engine::RefusedExpression& one : engine::takeRefused()) {
+    const std::string line = refusal(one);
+    if (told_.insert(line).second) console_.trouble("warning: " + line);
+  }
 }
 
 void RunWatch::begin(std::vector<std::string> rows) {
@@ -183,6 +194,7 @@ void RunWatch::finishModel(const std::string& row) {
     worked.failed = !keepHistory(model.value, document);
   }
   log_.follow();
+  tellRefusedExpressions();
   compareSaved();
   const std::string outcome = outcomeOf(worked);
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
@@ -291,6 +303,7 @@ void RunWatch::tellUnsaved() {
 
 void RunWatch::end(Recap& recap) {
   log_.follow();
+  tellRefusedExpressions();
   compareSaved();
   running_ = false;
   tellUnknownSteps();

@@ -37,6 +37,8 @@ class RunWatch : public headless::SessionObserver {
   void countDamaged(Recap& recap) const;
   // The errors that filling the table has left in the log, each once: those of the filters that judged.
   void tellFilling();
+  // The expressions that don't compile, each once: they match nothing, which the log doesn't tell.
+  void tellRefusedExpressions();
   // The rows that are about to be worked, in the run's order.
   void begin(std::vector<std::string> rows);
   // The run is over: what came behind the last model, and the models that never had their turn.

@@ -1,5 +1,7 @@
 #include "kelvane/task_verdict.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 
 #include "actions/environment/group_modes.h"
@@ -7,6 +9,7 @@
 #include "documents/filter.h"
 #include "engine/dispatch.h"
 #include "kelvane/filter_explanation.h"
+#include "kelvane/text_check.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -73,6 +76,8 @@ class Judge {
     if (given != wanted)
       return void(verdict.reason = "its version is '" + given + "', this version carries out '" + wanted + "'");
     verdict.runs = asksNothing(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
+    // It runs, but what such a pattern should find isn't found.
+    if (verdict.runs) std::ranges::copy(expressionFaults(node, verdict.type), std::back_inserter(verdict.details));
     if (verdict.runs && verdict.type == "groupActions" && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
       verdict.runs = false;
       verdict.reason = "there is no such rework mode";

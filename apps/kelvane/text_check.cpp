@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "engine/compare.h"
+#include "engine/expressions.h"
 #include "engine/known_tokens.h"
 #include "kelvane/nearest.h"
+#include "kelvane/package_uses.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -13,7 +15,7 @@ namespace kelvane {
 namespace {
 
 constexpr std::wstring_view kSigns = L"%\u00A7";
-constexpr std::wstring_view kFunctionSign = L"$$";
+constexpr std::wstring_view kFunctionSign = L"$$", kReplace = L"repl";
 
 bool isLetter(wchar_t c) { return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || c == L'_'; }
 
@@ -45,6 +47,20 @@ void findTokens(std::wstring_view text, std::vector<std::string>& faults) {
   }
 }
 
+// Slashes alone are a text, and what is put together when it is used can't be told.
+std::string expressionFault(std::wstring_view text) {
+  const std::string fault = text.size() < 3 || hasVariables(text) ? std::string() : patternFault(text);
+  return fault.empty() ? fault : fault + ": '" + text::toUtf8(text) + "'";
+}
+
+// What "$$repl$" looks for: up to a sign, "$!" standing for the sign itself.
+void findExpression(std::wstring_view arguments, std::vector<std::string>& faults) {
+  std::size_t end = arguments.find(L'$');
+  while (end != arguments.npos && arguments.substr(end + 1).starts_with(L'!')) end = arguments.find(L'$', end + 1);
+  const std::wstring pattern = text::replaceAll(std::wstring(arguments.substr(0, end)), L"$!", L"$");
+  if (std::string fault = expressionFault(pattern); !fault.empty()) faults.push_back(std::move(fault));
+}
+
 // A known function runs to the next "$$"; what merely closes nothing is dropped by the engine without harm.
 void findFunctions(std::wstring_view text, std::vector<std::string>& faults) {
   if (text.starts_with(L'/') && text.ends_with(L'/')) return;  // the sign is an expression's there
@@ -54,6 +70,7 @@ void findFunctions(std::wstring_view text, std::vector<std::string>& faults) {
     while (end < text.size() && isLetter(text[end])) ++end;
     if (end == at || end == text.size() || text[end] != L'$') continue;
     const std::wstring_view name = text.substr(at, end - at);
+    if (name == kReplace) findExpression(text.substr(end + 1), faults);
     if (!isKnown(engine::knownFunctions(), name)) {
       const std::string shown = text::toUtf8(name);
       faults.push_back("unknown text function '$$" + shown + "$'" +
@@ -119,8 +136,26 @@ bool hasVariables(std::wstring_view text) {
 }
 
 std::string patternFault(std::wstring_view text) {
-  if (engine::wildcardCompare(text, L"") >= 0) return {};
-  return text.size() < 3 ? "an expression that holds nothing" : "an expression that doesn't compile";
+  const std::string reason = engine::expressionFault(text);
+  if (reason.empty()) return {};
+  return text.size() < 3 ? "an expression that holds nothing" : "an expression that doesn't compile (" + reason + ")";
+}
+
+std::vector<std::string> expressionFaults(const core::XmlNode& task, std::string_view type) {
+  std::vector<std::string> faults;
+  for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
+    for (std::uint16_t i = 0; i < block->count; ++i) {
+      const core::XmlAttr& one = *block->items[i];
+      const std::string fault = pathAttribute(type, one.name) ? std::string() : expressionFault(one.value);
+      if (!fault.empty()) faults.push_back("'" + text::toUtf8(one.name) + "': " + fault);
+    }
+  }
+  return faults;
+}
+
+std::string refusal(const engine::RefusedExpression& refused) {
+  return "the expression '" + text::toUtf8(refused.pattern) + "' doesn't compile (" + refused.reason +
+         "), so that it matches nothing";
 }
 
 bool isInteger(std::wstring_view text) { return engine::wildcardCompare(engine::kIntegerPattern, text) == 1; }

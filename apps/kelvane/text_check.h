@@ -5,9 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "core/xml.h"
+#include "engine/comparison_watch.h"
+
 namespace kelvane {
 
-// Unknown tokens and text functions, and a line break inside a name between two signs.
+// Unknown tokens and text functions, a line break inside a name between two signs, the expression of a text function
+// that replaces where it doesn't compile.
 std::vector<std::string> templateFaults(std::wstring_view text);
 // The forms "%NAME%" in it that stand for parameters.
 std::vector<std::string> namedParameters(std::wstring_view text);
@@ -15,6 +19,12 @@ std::vector<std::string> namedParameters(std::wstring_view text);
 bool hasVariables(std::wstring_view text);
 // Why the text is no pattern; empty: it is one.
 std::string patternFault(std::wstring_view text);
+// "'name_0': an expression that doesn't compile (its reason): '/(/'", for each attribute of an action that stands in
+// slashes. Which of them are patterns only the action knows; paths are none, nor is what is put together when it is
+// used.
+std::vector<std::string> expressionFaults(const core::XmlNode& task, std::string_view type);
+// "the expression '/[/' doesn't compile (its reason), so that it matches nothing".
+std::string refusal(const engine::RefusedExpression& refused);
 bool isInteger(std::wstring_view text);
 // As people write one.
 bool isNumber(std::wstring_view text);

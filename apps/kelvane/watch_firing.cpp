@@ -12,6 +12,7 @@
 #include "kelvane/interrupt.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/run_watch.h"
+#include "kelvane/text_check.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -137,6 +138,7 @@ void FiringWatch::finishRow(const Row& row) {
 void FiringWatch::triggerEnds(int result) {
   if (!running_) return;
   log_.follow();
+  for (const engine::RefusedExpression& one : engine::takeRefused()) console_.trouble("warning: " + refusal(one));
   Recap& recap = running_->recap;
   recap.models += recap.skipped + static_cast<int>(running_->unreadable.size());
   recap.saved = static_cast<int>(running_->saved.size());

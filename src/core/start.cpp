@@ -14,6 +14,7 @@
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "creo/entry.h"
+#include "engine/comparison_watch.h"
 #include "engine/model_table.h"
 #include "engine/run.h"
 #include "engine/triggers.h"
@@ -124,6 +125,7 @@ void endPlugin() {
     }
   }
   engine::resetModelTable();
+  engine::forgetWhatWasGivenUp();
   logReset();
   webSettings() = {};
   pluginState().reset();

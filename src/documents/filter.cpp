@@ -4,6 +4,7 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
+#include "engine/comparison_watch.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -41,9 +42,9 @@ std::wstring_view typeSwitch(creo::ProMdlType type) {
 
 namespace {
 
-// A predicate that isn't applicable fails its item also under negation.
+// A predicate that isn't applicable, or that came to no answer, fails its item also under negation.
 bool itemFails(const core::XmlNode& item, int result) {
-  if (result == kNotApplicable) return true;
+  if (result == kNotApplicable || result == kUndecided) return true;
   return valueOf(item, L"filtertype") == L"true" ? result == kFalse : result != kFalse;
 }
 
@@ -136,7 +137,9 @@ int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl
     if (!silentLookup) core::logWrite(text::format(L"Filter not found: %s", type), core::kError);
     return kNotAKey;
   }
-  return predicate->function(model, item);
+  const engine::GivenUp givenUp;
+  const int result = predicate->function(model, item);
+  return givenUp.any() ? kUndecided : result;
 }
 
 bool isPredicate(std::wstring_view type) { return findPredicate(type) != nullptr; }

@@ -39,7 +39,8 @@ std::wstring_view typeSwitch(creo::ProMdlType type);
 const core::XmlNode* filterFileBlock(const core::XmlDocument& document);
 // Whether a block has an item at all; without one it holds for every model.
 bool holdsItems(const core::XmlNode& block);
-// The predicate of that key. silentLookup: an unknown key gives kNotAKey without its line.
+// The predicate of that key; kUndecided where a comparison was given up. silentLookup: an unknown key gives kNotAKey
+// without its line.
 int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup = false);
 bool isPredicate(std::wstring_view type);
 

@@ -9,6 +9,7 @@
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "engine/variables.h"
 #include "text/format.h"
 #include "text/letters.h"

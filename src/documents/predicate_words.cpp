@@ -4,6 +4,7 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "text/format.h"
 #include "text/numbers.h"
 

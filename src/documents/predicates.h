@@ -9,11 +9,12 @@
 
 namespace documents {
 
-// Predicates' answers. Any other value counts as true; kNotAKey is notHandled.
+// Predicates' answers. Any other value counts as true; kNotAKey is notHandled. kUndecided: a comparison was given up.
 constexpr int kFalse = 0;
 constexpr int kTrue = 1;
 constexpr int kNotApplicable = 3;
 constexpr int kNotAKey = -25;
+constexpr int kUndecided = -26;
 
 struct Predicate {
   std::wstring_view key;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/comparison_watch.h"
 #include "engine/expressions.h"
 #include "engine/pattern_kind.h"
 #include "text/letters.h"
@@ -33,7 +34,7 @@ bool equalFolded(std::string_view a, std::string_view b) {
 }
 
 // Anchored and case-blind: "**" is a star, any other "*" a run of characters other than line feeds; a line feed that
-// ends the text may stand there unmatched. That is what PCRE makes of "^(?i)", the text with ".*" for the runs, "$".
+// ends the text may stand there unmatched. That is what PCRE2 makes of "^(?i)", the text with ".*" for the runs, "$".
 //
 // Only the last run is ever widened: where a run can grow up to a later place of what follows it, the earlier place
 // leaves no fewer ways to go on.
@@ -61,7 +62,12 @@ bool wildcardMatches(View pattern, View text) {
   }
 }
 
-int asNumber(Answer answer) { return answer == Answer::match ? 1 : 0; }
+constexpr int kMatch = 1, kNone = 0, kRefused = -1, kGivenUp = -2;
+
+int asNumber(Answer answer) {
+  if (answer == Answer::unfinished) return kGivenUp;
+  return answer == Answer::match ? kMatch : kNone;
+}
 
 int compared(std::wstring_view pattern, std::wstring_view text) {
   switch (kindOf(pattern)) {
@@ -73,30 +79,26 @@ int compared(std::wstring_view pattern, std::wstring_view text) {
       break;
   }
   const UserExpression* expression = keptExpression(pattern);
-  if (!expression) return -1;
+  if (!expression) return kRefused;
   static std::string narrow;
   narrowInto(narrow, text);
   if (expression->foldsText) foldUmlauts(narrow);
   return asNumber(expression->code.match(narrow));
 }
 
-// A filter over a large model compares without end; what is noted of it is for a person to read.
-constexpr std::size_t kMostNoted = 1000;
+Compared noted(int result) {
+  if (result == kGivenUp) return Compared::givenUp;
+  return result == kMatch ? Compared::match : Compared::none;
+}
 
 }  // namespace
 
 int wildcardCompare(std::wstring_view pattern, std::wstring_view text) {
   const int result = compared(pattern, text);
-  if (ComparisonWatch::on()) ComparisonWatch::note(pattern, text, result == 1);
+  if (result == kRefused) noteRefused(pattern);
+  if (result == kGivenUp) noteGivenUp(pattern, text);
+  if (ComparisonWatch::on()) ComparisonWatch::note(pattern, text, noted(result));
   return result;
-}
-
-ComparisonWatch* ComparisonWatch::current_ = nullptr;
-ComparisonWatch::ComparisonWatch() : outer_(std::exchange(current_, this)) {}
-ComparisonWatch::~ComparisonWatch() { current_ = outer_; }
-void ComparisonWatch::note(std::wstring_view pattern, std::wstring_view text, bool matched) {
-  if (on() && current_->noted_.size() < kMostNoted)
-    current_->noted_.push_back({std::wstring(pattern), std::wstring(text), matched});
 }
 
 int narrowCompare(std::string_view pattern, std::string_view text) {
@@ -108,7 +110,7 @@ int narrowCompare(std::string_view pattern, std::string_view text) {
     case PatternKind::expression:
       break;
   }
-  if (pattern.size() < 3) return -1;
+  if (pattern.size() < 3) return kRefused;
   const std::string_view between = pattern.substr(1, pattern.size() - 2);
   if (!isCaseBlind(between)) return regexMatch(between, text);
   std::string foldedExpression(between), foldedText(text);
@@ -119,8 +121,8 @@ int narrowCompare(std::string_view pattern, std::string_view text) {
 
 int regexMatch(std::string_view expression, std::string_view text) {
   static PatternCache<char, Expression> cache;
-  const Expression& kept = cache.get(expression, [](std::string_view e) { return Expression(std::string(e)); });
-  return kept.compiled() ? asNumber(kept.match(text)) : -1;
+  const Expression& kept = cache.get(expression, [](std::string_view e) { return Expression(e); });
+  return kept.compiled() ? asNumber(kept.match(text)) : kRefused;
 }
 
 void foldUmlauts(std::string& text) {

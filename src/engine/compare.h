@@ -1,52 +1,28 @@
 // The one comparison for texts that a user wrote. A pattern says by its form how it is matched:
-//   "/x/"        a PCRE expression, unanchored; "(?i)" in it makes umlauts case-blind too
+//   "/x/"        a PCRE2 expression, unanchored; "(?i)" in it makes umlauts case-blind too
 //   with a "*"   anchored, case-blind, "*" for any run, "**" for one literal star
 //   else         equality without regard to case
 #pragma once
 
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace engine {
 
-// 1 match, 0 none, -1 an expression that doesn't compile or holds nothing. Callers test for 1.
-// Compiled patterns are kept in a bounded cache; the results are those of compiling anew. Matching is bounded: an
-// expression that backtracks without end gives 0.
+// 1 match, 0 none, -1 an expression that doesn't compile or holds nothing, -2 a match that was given up. Callers test
+// for 1. Compiled patterns are kept in a bounded cache; the results are those of compiling anew. Matching is bounded:
+// what backtracks without end is given up, with an error line; see comparison_watch.h.
 int wildcardCompare(std::wstring_view pattern, std::wstring_view text);
 // The same on UTF-8.
 int narrowCompare(std::string_view pattern, std::string_view text);
-// PCRE on UTF-8 bytes, no options, from position 0. 1, 0, or -1 where it doesn't compile.
+// PCRE2 on UTF-8 bytes, no options, from position 0. 1, 0, -1 where it doesn't compile, -2 where it is given up, which
+// has no line here.
 int regexMatch(std::string_view expression, std::string_view text);
 
 // text with each match of the pattern replaced: at each position, left to right, the longest piece of text that
-// wildcardCompare accepts. Replacements aren't searched again.
+// wildcardCompare accepts. Replacements aren't searched again. Where the search is given up the text comes back as it
+// is.
 std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, std::wstring_view replacement);
-
-// What was compared while somebody watched.
-struct NotedComparison {
-  std::wstring pattern, text;
-  bool matched = false;
-};
-// Notes each wildcardCompare for as long as it lives; a watch inside another one notes in its place.
-class ComparisonWatch {
- public:
-  ComparisonWatch();
-  ~ComparisonWatch();
-  ComparisonWatch(const ComparisonWatch&) = delete;
-  ComparisonWatch& operator=(const ComparisonWatch&) = delete;
-  // What was noted since the last call.
-  std::vector<NotedComparison> take() { return std::exchange(noted_, {}); }
-  [[nodiscard]] static bool on() { return current_ != nullptr; }
-  // Also for what is compared otherwise, such as numbers; nothing where nobody watches.
-  static void note(std::wstring_view pattern, std::wstring_view text, bool matched);
-
- private:
-  static ComparisonWatch* current_;
-  ComparisonWatch* outer_;
-  std::vector<NotedComparison> noted_;
-};
 
 // "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in UTF-8.
 void foldUmlauts(std::string& text);

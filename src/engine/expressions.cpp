@@ -1,52 +1,108 @@
 #include "engine/expressions.h"
 
-#include <pcre.h>
+// Matching works on the bytes of UTF-8, on every system.
+#define PCRE2_CODE_UNIT_WIDTH 8
+#include <pcre2.h>
 
 #include <algorithm>
 #include <array>
-#include <climits>
+#include <new>
 
 #include "engine/compare.h"
+#include "engine/lasting_syntax.h"
+#include "engine/pattern_kind.h"
+#include "os/freed.h"
 #include "text/encoding.h"
 
 namespace engine {
 namespace {
 
-// Steps that a match may take: PCRE's own default, so that what a plain call decides is decided likewise. In a long
-// text a single step can go over the whole of it, so that fewer are allowed.
+// Steps that a match may take: the library's own default, so that what a plain call decides is decided likewise. In a
+// long text a single step can go over the whole of it, so that fewer are allowed.
 constexpr std::size_t kMostSteps = 10'000'000;
 constexpr std::size_t kMostStepsTimesLength = 20'000'000'000;
-// Machine code doesn't count the steps back in repeats of single characters. It is used where these can't be more than
-// this, each repeat and the start taking any place in the text; elsewhere PCRE's interpreter counts all of them.
+// Machine code doesn't count the steps back in repeats of single characters, nor those from one alternative to the
+// next. It is used where these can't be more than this, each repeat and the start taking any place in the text;
+// elsewhere the interpreter counts all of them.
 constexpr std::size_t kMostUncountedSteps = 10'000'000;
-// Of the interpreter, which takes about half a kilobyte of the stack a level; compiled code has a stack of its own.
-constexpr unsigned long kRecursionLimit = 6000;
-constexpr int kFirstJitStack = 32 * 1024;
-constexpr int kLargestJitStack = 16 * 1024 * 1024;
-constexpr int kOffsets = 243;
+// Of the interpreter, which keeps its way back on the heap; machine code has a stack of its own.
+constexpr std::uint32_t kMostHeap = 64 * 1024;  // KB
+constexpr std::uint32_t kMostDepth = 1'000'000;
+constexpr std::size_t kFirstJitStack = 32 * 1024;
+constexpr std::size_t kLargestJitStack = 16 * 1024 * 1024;
+constexpr std::uint32_t kGroups = 81;  // the whole match is the first
+constexpr std::uint32_t kMostNesting = 250;
 
-pcre_jit_stack* jitStack() {
-  static const std::unique_ptr<pcre_jit_stack, void (*)(pcre_jit_stack*)> stack(
-      pcre_jit_stack_alloc(kFirstJitStack, kLargestJitStack), [](pcre_jit_stack* s) { pcre_jit_stack_free(s); });
-  return stack.get();
+using CompileContext = std::unique_ptr<pcre2_compile_context, os::Freed<pcre2_compile_context_free>>;
+
+// Line ends are fixed here, as each build of the library has its own default; "\K" may stand in assertions, as ever.
+pcre2_compile_context* howToCompile() {
+  static const CompileContext context = [] {
+    CompileContext made(pcre2_compile_context_create(nullptr));
+    if (!made) throw std::bad_alloc();
+    pcre2_set_newline(made.get(), PCRE2_NEWLINE_LF);
+    pcre2_set_bsr(made.get(), PCRE2_BSR_UNICODE);
+    pcre2_set_parens_nest_limit(made.get(), kMostNesting);
+    pcre2_set_compile_extra_options(made.get(), PCRE2_EXTRA_ALLOW_LOOKAROUND_BSK);
+    return made;
+  }();
+  return context.get();
 }
 
-pcre* compile(const std::string& expression) {
-  const char* reason = nullptr;
-  int position = 0;
-  return pcre_compile(expression.c_str(), 0, &reason, &position, nullptr);
+// What matches need beside their expression.
+struct Matching {
+  std::unique_ptr<pcre2_match_context, os::Freed<pcre2_match_context_free>> limits{pcre2_match_context_create(nullptr)};
+  std::unique_ptr<pcre2_match_data, os::Freed<pcre2_match_data_free>> groups{pcre2_match_data_create(kGroups, nullptr)};
+  std::unique_ptr<pcre2_jit_stack, os::Freed<pcre2_jit_stack_free>> jitStack{
+      pcre2_jit_stack_create(kFirstJitStack, kLargestJitStack, nullptr)};
+
+  Matching() {
+    if (!limits || !groups) throw std::bad_alloc();
+    pcre2_set_heap_limit(limits.get(), kMostHeap);
+    pcre2_set_depth_limit(limits.get(), kMostDepth);
+    if (jitStack) pcre2_jit_stack_assign(limits.get(), nullptr, jitStack.get());
+  }
+};
+
+Matching& matching() {
+  static Matching kept;
+  return kept;
 }
 
-pcre_extra* study(const pcre* code) {
-  const char* reason = nullptr;
-  pcre_extra* extra = pcre_study(code, PCRE_STUDY_JIT_COMPILE | PCRE_STUDY_EXTRA_NEEDED, &reason);
-  if (!extra) return nullptr;
-  extra->flags |= PCRE_EXTRA_MATCH_LIMIT | PCRE_EXTRA_MATCH_LIMIT_RECURSION;
-  extra->match_limit_recursion = kRecursionLimit;
-  pcre_assign_jit_stack(extra, nullptr, jitStack());
-  return extra;
+bool refersBack(std::string_view expression) {
+  for (std::size_t at = expression.find('\\'); at != expression.npos; at = expression.find('\\', at + 2))
+    if (expression.substr(at + 1).find_first_of("123456789gk") == 0) return true;
+  return expression.find("(?P=") != std::string_view::npos;
 }
 
+pcre2_code* compile(std::string_view expression, std::string& fault) {
+  const std::string lasting = inLastingSyntax(expression);
+  // The library's short cuts at the start expect too long a text of a group that refers to itself.
+  const std::uint32_t options = refersBack(lasting) ? PCRE2_NO_START_OPTIMIZE : 0;
+  int error = 0;
+  PCRE2_SIZE place = 0;
+  pcre2_code* code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>(lasting.data()), lasting.size(), options, &error,
+                                   &place, howToCompile());
+  if (code) {
+    pcre2_jit_compile(code, PCRE2_JIT_COMPLETE);  // what it can't do is interpreted
+    return code;
+  }
+  std::array<PCRE2_UCHAR, 256> reason{};
+  pcre2_get_error_message(error, reason.data(), reason.size());
+  fault = reinterpret_cast<const char*>(reason.data());
+  return nullptr;
+}
+
+bool callsGroups(std::string_view expression) {
+  for (std::size_t at = expression.find("(?"); at != expression.npos; at = expression.find("(?", at + 1)) {
+    const std::string_view rest = expression.substr(at + 2);
+    if (rest.starts_with('-') ? rest.find_first_of("0123456789") == 1 : rest.find_first_of("0123456789+R&P") == 0)
+      return true;
+  }
+  return expression.find("\\g") != expression.npos;
+}
+
+// Repeats of single characters.
 std::size_t countRepeats(std::string_view expression) {
   std::size_t count = 0;
   for (std::size_t i = 1; i < expression.size(); ++i)
@@ -54,50 +110,73 @@ std::size_t countRepeats(std::string_view expression) {
   return count;
 }
 
-bool fewUncountedSteps(std::size_t length, std::size_t repeats) {
-  std::size_t steps = length + 1;
-  for (; repeats > 0 && steps <= kMostUncountedSteps; --repeats) steps *= length + 1;
-  return steps <= kMostUncountedSteps;
+PCRE2_SPTR bytesOf(std::string_view text) { return reinterpret_cast<PCRE2_SPTR>(text.data() ? text.data() : ""); }
+
+pcre2_match_context* limitsFor(std::string_view text) {
+  pcre2_match_context* limits = matching().limits.get();
+  const std::size_t steps = std::min(kMostSteps, kMostStepsTimesLength / (text.size() + 1));
+  pcre2_set_match_limit(limits, static_cast<std::uint32_t>(steps));
+  return limits;
+}
+
+int interpreted(const pcre2_code* code, std::string_view text, std::uint32_t options) {
+  // The way back in a long text takes much memory, which goes with the data of its match.
+  constexpr std::size_t kLongText = 4096;
+  std::unique_ptr<pcre2_match_data, os::Freed<pcre2_match_data_free>> own;
+  if (text.size() > kLongText) {
+    own.reset(pcre2_match_data_create(kGroups, nullptr));
+    if (!own) return PCRE2_ERROR_NOMEMORY;
+  }
+  pcre2_match_data* groups = own ? own.get() : matching().groups.get();
+  return pcre2_match(code, bytesOf(text), text.size(), 0, options | PCRE2_NO_JIT, groups, limitsFor(text));
 }
 
 }  // namespace
 
-Expression::Expression(const std::string& expression)
+Expression::Expression(std::string_view expression)
     : repeats_(countRepeats(expression)),
-      code_(compile(expression), [](pcre* code) { pcre_free(code); }),
-      extra_(code_ ? study(code_.get()) : nullptr, [](pcre_extra* extra) { pcre_free_study(extra); }) {
-  if (!extra_) code_.reset();  // without it nothing would bound a match
+      alternatives_(static_cast<std::size_t>(std::count(expression.begin(), expression.end(), '|'))),
+      // What stands in a group that is repeated by a number, or called from elsewhere, is there more often than
+      // written.
+      hidesSteps_(expression.find("){") != expression.npos || callsGroups(expression)),
+      code_(compile(expression, fault_), [](pcre2_code* code) { pcre2_code_free(code); }) {
+  std::uint32_t options = 0;
+  isUtf_ = code_ && pcre2_pattern_info(code_.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 && (options & PCRE2_UTF) != 0;
 }
 
-int Expression::execute(std::string_view text, int options) const {
-  if (text.size() > INT_MAX) return PCRE_ERROR_NOMATCH;
-  pcre_extra extra = *extra_;
-  extra.match_limit = std::min(kMostSteps, kMostStepsTimesLength / (text.size() + 1));
-  std::array<int, kOffsets> offsets;
-  const char* const at = text.data() ? text.data() : "";
-  const int length = static_cast<int>(text.size());
-  // Machine code is entered without the checks of a call that might be interpreted.
-  if (options == 0 && fewUncountedSteps(text.size(), repeats_) && (extra.flags & PCRE_EXTRA_EXECUTABLE_JIT) != 0)
-    return pcre_jit_exec(code_.get(), &extra, at, length, 0, 0, offsets.data(), kOffsets, jitStack());
-  extra.flags &= ~static_cast<unsigned long>(PCRE_EXTRA_EXECUTABLE_JIT);
-  return pcre_exec(code_.get(), &extra, at, length, 0, options, offsets.data(), kOffsets);
+bool Expression::mayRunUncounted(std::size_t length) const {
+  if (hidesSteps_ || isUtf_ || !matching().jitStack) return false;  // the fast call doesn't check what is UTF
+  std::size_t steps = length + 1;
+  for (std::size_t i = repeats_; i > 0 && steps <= kMostUncountedSteps; --i) steps *= length + 1;
+  for (std::size_t i = alternatives_; i > 0 && steps <= kMostUncountedSteps; --i) steps *= 2;
+  return steps <= kMostUncountedSteps;
+}
+
+int Expression::execute(std::string_view text) const {
+  if (mayRunUncounted(text.size())) {
+    const int result =
+        pcre2_jit_match(code_.get(), bytesOf(text), text.size(), 0, 0, matching().groups.get(), limitsFor(text));
+    // It may have no machine code, or that may need more room than it has.
+    if (result != PCRE2_ERROR_JIT_BADOPTION && result != PCRE2_ERROR_JIT_STACKLIMIT) return result;
+  }
+  return interpreted(code_.get(), text, 0);
 }
 
 Answer Expression::match(std::string_view text) const {
-  const int result = execute(text, 0);
+  const int result = execute(text);
   if (result > 0) return Answer::match;
-  return result == 0 || result == PCRE_ERROR_NOMATCH ? Answer::none : Answer::unfinished;
+  return result == 0 || result == PCRE2_ERROR_NOMATCH ? Answer::none : Answer::unfinished;
 }
 
 bool Expression::anchored() const {
-  unsigned long options = 0;
-  return pcre_fullinfo(code_.get(), extra_.get(), PCRE_INFO_OPTIONS, &options) == 0 && (options & PCRE_ANCHORED) != 0;
+  std::uint32_t options = 0;
+  return pcre2_pattern_info(code_.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 && (options & PCRE2_ANCHORED) != 0;
 }
 
 bool Expression::refusesAllThatStartWith(std::string_view text) const {
-  // With this option PCRE stops as soon as it looks at the text's end; "no match" then was found without its help, and
-  // more text changes nothing. Only an end at the place where the match starts is looked at unnoticed.
-  return text.size() >= 2 && execute(text, PCRE_PARTIAL_HARD) == PCRE_ERROR_NOMATCH;
+  // With this option the library stops as soon as it looks at the text's end; "no match" then was found without its
+  // help, and more text changes nothing. Only an end at the place where the match starts is looked at unnoticed.
+  return text.size() >= 2 && interpreted(code_.get(), text, PCRE2_PARTIAL_HARD) == PCRE2_ERROR_NOMATCH;
 }
 
 bool isCaseBlind(std::string_view expression) { return expression.find("(?i)") != std::string_view::npos; }
@@ -107,6 +186,12 @@ std::string folded(std::string text) {
   foldUmlauts(text);
   return text;
 }
+
+const UserExpression* fromCache(std::wstring_view pattern) {
+  static PatternCache<wchar_t, UserExpression> cache;
+  return &cache.get(
+      pattern, [](std::wstring_view whole) { return UserExpression(text::toUtf8(whole.substr(1, whole.size() - 2))); });
+}
 }  // namespace
 
 UserExpression::UserExpression(std::string between)
@@ -114,10 +199,13 @@ UserExpression::UserExpression(std::string between)
 
 const UserExpression* keptExpression(std::wstring_view pattern) {
   if (pattern.size() < 3) return nullptr;
-  static PatternCache<wchar_t, UserExpression> cache;
-  const UserExpression& kept = cache.get(
-      pattern, [](std::wstring_view whole) { return UserExpression(text::toUtf8(whole.substr(1, whole.size() - 2))); });
-  return kept.code.compiled() ? &kept : nullptr;
+  const UserExpression* kept = fromCache(pattern);
+  return kept->code.compiled() ? kept : nullptr;
+}
+
+std::string expressionFault(std::wstring_view pattern) {
+  if (kindOf(pattern) != PatternKind::expression) return {};
+  return pattern.size() < 3 ? "nothing stands between its slashes" : fromCache(pattern)->code.fault();
 }
 
 void narrowInto(std::string& buffer, std::wstring_view text) {

@@ -1,4 +1,4 @@
-// PCRE expressions, compiled once and matched within limits.
+// PCRE2 expressions, compiled once and matched within limits.
 #pragma once
 
 #include <functional>
@@ -7,19 +7,20 @@
 #include <string_view>
 #include <unordered_map>
 
-struct real_pcre;
-struct pcre_extra;
+struct pcre2_real_code_8;
 
 namespace engine {
 
-// unfinished: the expression backtracked beyond the limits. Callers take it for no match.
+// unfinished: the match was given up, beyond the limits of steps, depth or memory; whether there is one isn't known.
 enum class Answer { none, match, unfinished };
 
 // An expression on UTF-8 bytes, compiled without options.
 class Expression {
  public:
-  explicit Expression(const std::string& expression);
+  explicit Expression(std::string_view expression);
   [[nodiscard]] bool compiled() const { return code_ != nullptr; }
+  // Why it isn't compiled, in the library's words; empty: it is.
+  [[nodiscard]] const std::string& fault() const { return fault_; }
   // From position 0, unanchored. A match that sets a group beyond the 80th doesn't count.
   [[nodiscard]] Answer match(std::string_view text) const;
   // True when it can match at the very start of a text only.
@@ -29,11 +30,15 @@ class Expression {
   [[nodiscard]] bool refusesAllThatStartWith(std::string_view text) const;
 
  private:
-  int execute(std::string_view text, int options) const;
+  [[nodiscard]] bool mayRunUncounted(std::size_t length) const;
+  [[nodiscard]] int execute(std::string_view text) const;
 
-  std::size_t repeats_;  // how many repeats of single characters it has
-  std::unique_ptr<real_pcre, void (*)(real_pcre*)> code_;
-  std::unique_ptr<pcre_extra, void (*)(pcre_extra*)> extra_;
+  std::size_t repeats_;  // of single characters
+  std::size_t alternatives_;
+  bool hidesSteps_;  // more than these tell
+  std::string fault_;
+  std::unique_ptr<pcre2_real_code_8, void (*)(pcre2_real_code_8*)> code_;
+  bool isUtf_ = false;
 };
 
 // "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in the bytes of an expression that is case-blind, and in its texts.
@@ -69,9 +74,11 @@ class PatternCache {
   std::unordered_map<std::basic_string<Char>, Value, Hash, std::equal_to<>> kept_;
 };
 
-// The compiled form of a pattern in slashes, the slashes included; null when nothing stands between them or PCRE
+// The compiled form of a pattern in slashes, the slashes included; null when nothing stands between them or PCRE2
 // refuses it. Valid until the next call.
 const UserExpression* keptExpression(std::wstring_view pattern);
+// Why a pattern in slashes is no expression; empty: it is one, or the pattern has another form.
+std::string expressionFault(std::wstring_view pattern);
 
 // Replaces buffer by text in UTF-8; no memory is taken once the buffer has grown.
 void narrowInto(std::string& buffer, std::wstring_view text);

@@ -4,6 +4,7 @@
 
 #include "core/log.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "engine/substitution.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -149,7 +150,9 @@ Ended repl(Call& call) {
   if (!call.fits(pattern) || !call.fits(replacement) || !call.fits(text)) return Ended::unusable;
   if (pattern.empty()) return failed(L"repl - Failure a can't be an empty string");
   core::logWrite(text::format(L"%s - %s - %s", pattern, replacement, text), core::kDebug);
+  const GivenUp givenUp;
   call.yield = patternReplace(text, pattern, replacement);
+  if (givenUp.any()) return Ended::without;
   return call.fits(call.yield) ? Ended::well : Ended::unusable;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "engine/expressions.h"
 #include "engine/pattern_kind.h"
 #include "text/letters.h"
@@ -160,6 +161,7 @@ class ExpressionScan {
     if (expression.foldsText) foldUmlauts(bytes_);
   }
 
+  [[nodiscard]] bool givenUp() const { return budget_ <= 0; }
   std::size_t longestFrom(std::size_t from) {
     const std::size_t size = offsets_.size() - 1;
     if (!toEnd_) return matches(from, size) ? size : kNone;
@@ -169,27 +171,27 @@ class ExpressionScan {
   }
 
  private:
-  // What all the tries of one replacement may cost together, in bytes looked at; then nothing matches any more.
+  // What all the tries of one replacement may cost together, in bytes looked at; then it is given up.
   static constexpr std::int64_t kBudget = 250'000'000;
   static constexpr std::int64_t kTry = 100;
-  static constexpr std::int64_t kUnfinishedTry = 50'000'000;
 
   std::string_view piece(std::size_t from, std::size_t end) const {
     return std::string_view(bytes_).substr(offsets_[from], offsets_[end] - offsets_[from]);
   }
 
   bool matches(std::size_t from, std::size_t end) {
-    if (budget_ <= 0) return false;
+    if (givenUp()) return false;
     const auto text = piece(from, end);
     const Answer answer = code_.match(text);
-    budget_ -= kTry + static_cast<std::int64_t>(text.size()) + (answer == Answer::unfinished ? kUnfinishedTry : 0);
+    // Whether a longer piece would have matched isn't known: none can be taken for the longest.
+    budget_ = answer == Answer::unfinished ? 0 : budget_ - kTry - static_cast<std::int64_t>(text.size());
     return answer == Answer::match;
   }
 
   // An anchored expression mostly refuses after a few characters, whatever follows them; doubling finds how many.
   std::size_t lastEndWorthTrying(std::size_t from) {
     const std::size_t size = offsets_.size() - 1;
-    for (std::size_t length = 2; anchored_ && length < size - from && budget_ > 0; length *= 2) {
+    for (std::size_t length = 2; anchored_ && length < size - from && !givenUp(); length *= 2) {
       const auto start = piece(from, from + length);
       budget_ -= kTry + static_cast<std::int64_t>(start.size());
       if (code_.refusesAllThatStartWith(start)) return from + length - 1;
@@ -206,7 +208,7 @@ class ExpressionScan {
 
 // once: the first match, sought from the start of the text, is the only one.
 template <class Scan>
-std::wstring replaced(std::wstring_view text, std::wstring_view replacement, Scan scan, bool once = false) {
+std::wstring replaced(std::wstring_view text, std::wstring_view replacement, Scan& scan, bool once = false) {
   std::wstring out;
   std::size_t at = 0;
   while (at < text.size()) {
@@ -225,19 +227,30 @@ std::wstring replaced(std::wstring_view text, std::wstring_view replacement, Sca
 
 std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, std::wstring_view replacement) {
   switch (kindOf(pattern)) {
-    case PatternKind::plain:
-      return replaced(text, replacement, PlainScan(pattern, text));
-    case PatternKind::wildcard:
-      return replaced(text, replacement, WildcardScan(pattern, text));
+    case PatternKind::plain: {
+      PlainScan scan(pattern, text);
+      return replaced(text, replacement, scan);
+    }
+    case PatternKind::wildcard: {
+      WildcardScan scan(pattern, text);
+      return replaced(text, replacement, scan);
+    }
     case PatternKind::expression:
       break;
   }
   const UserExpression* expression = keptExpression(pattern);
-  if (!expression) return std::wstring(text);
+  if (!expression) {
+    noteRefused(pattern);
+    return std::wstring(text);
+  }
   std::string between;
   narrowInto(between, pattern.substr(1, pattern.size() - 2));
   const Sensitivity sensitivity = sensitivityOf(between);
-  return replaced(text, replacement, ExpressionScan(*expression, sensitivity, text), !sensitivity.toStart);
+  ExpressionScan scan(*expression, sensitivity, text);
+  std::wstring out = replaced(text, replacement, scan, !sensitivity.toStart);
+  if (!scan.givenUp()) return out;
+  noteGivenUp(pattern, text);
+  return std::wstring(text);
 }
 
 }  // namespace engine

@@ -17,6 +17,7 @@
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
+#include "engine/comparison_watch.h"
 #include "engine/csv_table.h"
 #include "engine/dispatch.h"
 #include "engine/history.h"
@@ -399,6 +400,7 @@ void startRun() {
   }
   if (refusesForeignModel()) return endEarly();
   logClearView();
+  forgetWhatWasGivenUp();
   run() = std::make_shared<Run>();
   const std::shared_ptr<Run> kept = run();
   if (!openList() || stopsAt(afterListOpened)) return endEarly();

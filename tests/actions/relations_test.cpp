@@ -11,6 +11,9 @@
 namespace test {
 namespace {
 
+// Matches the text; what is longer than that is given up.
+std::string givenUpButOn(const std::string& text) { return "/(*LIMIT_MATCH=40)^(?:" + text + "$|(?:.?){7}#)/"; }
+
 class RelationActions : public testing::Test {
  protected:
   RelationActions() : own_(std::make_unique<World>()) {}
@@ -103,6 +106,10 @@ TEST_F(RelationActions, ContinuedLinesCommentsAndBlocksGoAsAWhole) {
        "IF A > 1|B = 1|/* IF A > 2|/* B = 2|/* ENDIF/* inner|ELSE|B = 3|endif|DIFF = 4 * 100%|A = 7"},
       {{"A = 1", "B = 1", "A = 2", "A = 1", "A = 2"}, "startline='A = 1' endline='A = 2'", ""},
       {{"A = 2", "A = 1", "B = 1"}, "startline='A = 1' endline='A = 2'", "A = 2|A = 1|B = 1"},
+      // an end that can't be told: the block stays
+      {{"A = 1", "B = 2 * 1", "A = 2", "B = A"},
+       "startline='A = 1' endline='" + givenUpButOn("A = 2") + "'",
+       "A = 1|B = 2 * 1|A = 2|B = A"},
   };
   for (const auto& c : cases) {
     part(c.relations, R"(, "dimensions": [{"id": 1, "symbol": "DIFF", "value": 1.0}])");
@@ -364,6 +371,10 @@ TEST_F(Program, ConditionsSuppressFeaturesAndATextThatDoesntFitIsRefused) {
 
 TEST_F(Program, WhatCantBeWrittenOrTakenBackChangesNothing) {
   const std::string before = program();
+  EXPECT_THAT(go(task("deleteModelProProgramLines", "startline='INPUT' endline='" + givenUpButOn("END INPUT") +
+                                                        "' endif='false' excl_start_end='false'")),
+              testing::HasSubstr(L"E:The program stays as it is, as a pattern was given up"));
+  EXPECT_EQ(before, program());
   EXPECT_THAT(go(task("deleteModelProProgramLines", "delline='END IF' endif='false' excl_start_end='false'")),
               testing::HasSubstr(L"E:Failure while reading the Pro/PROGRAM file"));
   EXPECT_THAT(own_->session().messages().back(), testing::HasSubstr(L":15: IF without END IF"));

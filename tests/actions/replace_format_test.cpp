@@ -101,6 +101,8 @@ TEST_F(ReplaceFormat, KeepsTheTablesThatARuleIsAbout) {
       {"tab_0='18:200:8'", kept},
       {"tab_0='1!!1!!chang*'", kept},
       {"tab_0='1!!2!!*'", "new old_a4- none | 3@1(50,60) *4@2(1,2) *5@1(410,10) *6@1(10,200)"},
+      {"tab_0='1!!1!!/(*LIMIT_MATCH=5)(?:.?){9}[#~]/'",
+       "new old_a4- none | 1@1(300,10) 2@1(10,200) 3@1(50,60) *4@2(1,2) *5@1(410,10) *6@1(10,200)"},
   };
   for (const auto& [rule, expected] : cases) {
     World own;

@@ -20,7 +20,8 @@ using test::parsed;
 using test::predicate;
 using test::World;
 
-// "T and not F or N | T": T holds and F doesn't on a drawing, N isn't applicable to one, U is no key; "|" ends a group.
+// "T and not F or N | T": T holds and F doesn't on a drawing, N isn't applicable to one, U is no key, G is given up;
+// "|" ends a group.
 std::wstring block(const std::wstring& items) {
   std::wstring xml = L"<block><filter>", open;
   bool negated = false;
@@ -37,6 +38,7 @@ std::wstring block(const std::wstring& items) {
       const std::wstring test = word == L"T"   ? L"type='filename' filename='*.drw'"
                                 : word == L"F" ? L"type='filename' filename='other'"
                                 : word == L"N" ? L"type='isGeneric'"
+                                : word == L"G" ? L"type='filename' filename='/(*LIMIT_MATCH=5)(?:.?){9}\\d/'"
                                                : L"type='unheard'";
       xml += L"<i " + test + L" filtertype='" + (negated ? L"false" : L"true") + L"'";
       open = L"/>";
@@ -67,6 +69,10 @@ TEST(FilterLogic, ItemsAreGroupsOfAndsJoinedByOrs) {
       {L"not N", false, 0},
       {L"U", true, 0},
       {L"not U", false, 0},
+      {L"G", false, 1},
+      {L"not G", false, 1},
+      {L"not G or T", true, 2},
+      {L"not F and not G", false, 2},
       {L"F or T", true, 2},
       {L"T or F", true, 1},
       {L"F and T", false, 2},

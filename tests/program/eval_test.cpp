@@ -23,6 +23,16 @@ TEST_F(Eval, ATextGivesItsValueOrItsErrors) {
       {{"@mdln@.@mdltype@ of %MATERIAL%, %MASS%"}, 0, "SHAFT.prt of 42CrMo4, 2.500000\n", ""},
       {{""}, 0, "\n", ""},
       {{"%NONE%"}, 1, "", "error: Can't find parameter: NONE\n"},
+      {{"$$repl$/[/$x$a[b$$"},
+       0,
+       "a[b\n",
+       "warning: the expression '/[/' doesn't compile (missing terminating ] for character class), so that it matches "
+       "nothing\n"},
+      {{"$$repl$/(*LIMIT_MATCH=5)(?:.?){9}[#~]/$x$SHAFT.PRT$$"},
+       1,
+       "SHAFT.PRT\n",
+       "error: The pattern '/(*LIMIT_MATCH=5)(?:.?){9}[#~]/' was given up on the text 'SHAFT.PRT': it takes too many "
+       "steps\n"},
       {{"a - %BAD% - b"}, 1, "", "error: Can't find parameter: NONE\n"},
       {{"%user:x%", "--user", "X=7=8"}, 0, "7=8\n", ""},
       {{"%user:x%"},
@@ -71,6 +81,17 @@ TEST_F(Eval, AFilterTellsItemByItemHowItDecides) {
       {R"(<i type="hammer" filtertype="true" opand="false"/>)" + steel, 0,
        "1  hammer\n    error: Filter not found: hammer\n    no such filter, which counts as true: the item holds\n"
        "OR  (it holds already: what follows in this group isn't asked)\nholds: item 1 holds\n"},
+      {R"(<i type="filename" filtertype="false" filename="/[/"/>)", 0,
+       "1  not filename filename=\"/[/\"\n    \"/[/\" against \"SHAFT.PRT\": no match\n"
+       "    the expression '/[/' doesn't compile (missing terminating ] for character class), so that it matches "
+       "nothing\n"
+       "    false, negated: the item holds\nholds: item 1 holds\n"},
+      {R"(<i type="filename" filtertype="false" filename="/(*LIMIT_MATCH=5)(?:.?){9}[#~]/"/>)", 1,
+       "1  not filename filename=\"/(*LIMIT_MATCH=5)(?:.?){9}[#~]/\"\n"
+       "    \"/(*LIMIT_MATCH=5)(?:.?){9}[#~]/\" against \"SHAFT.PRT\": given up, it takes too many steps\n"
+       "    error: The pattern '/(*LIMIT_MATCH=5)(?:.?){9}[#~]/' was given up on the text 'SHAFT.PRT': it takes too "
+       "many "
+       "steps\n    a comparison was given up: the item fails\nrefuses: item 1 fails\n"},
       {"", 0, "holds: it has no items\n"},
   };
   for (const Case& one : cases) {
@@ -122,7 +143,8 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
            "</subtasks></task>"
            "<task type='groupActions' version='3' reworkMode='3'><subtasks><task type='saveModel'/></subtasks></task>"
            "<task type='groupActions' version='3' forASM='false'><subtasks><task type='saveModel'/></subtasks></task>"
-           "<task type='writeListReport' version='3' sel='8'/>");
+           "<task type='writeListReport' version='3' sel='8'/>"
+           "<task type='deleteLayer' version='3' forPRT='true' name_0='/(/'/>");
   EXPECT_EQ(
       "yes  table: a row, selected\n"
       "yes  B0 saveModel\n"
@@ -144,7 +166,9 @@ TEST_F(Why, EachActionSaysItsFirstReason) {
       "no   B10 - G0 saveModel: its group runs it on other models\n"
       "no   B11 groupActions: forPRT is missing\n"
       "no   B11 - G0 saveModel: its group doesn't run\n"
-      "yes  B12 writeListReport\n",
+      "yes  B12 writeListReport\n"
+      "yes  B13 deleteLayer\n"
+      "       'name_0': an expression that doesn't compile (missing closing parenthesis): '/(/'\n",
       why("SHAFT.PRT"));
 }
 

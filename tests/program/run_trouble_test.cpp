@@ -7,6 +7,7 @@
 #include "os/lock.h"
 #include "os/surroundings.h"
 #include "program/run_fixture.h"
+#include "text/pieces.h"
 
 namespace test {
 namespace {
@@ -25,7 +26,7 @@ TEST_F(RunTrouble, WrongRequestsEndBeforeAnythingRuns) {
       {{"norm", "--filter", "x"}, "there is no filter 'x'; the package has none"},
       {{"norm", "--start", "PLAT.PRT"}, "--start: there is no model PLAT.PRT; did you mean 'PLATE.PRT'?"},
       {{"norm", "--set", "kvd_log_levl=8"}, "--set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?"},
-      {{"norm", "--select", "/(/"}, "--select: '/(/' is no expression"},
+      {{"norm", "--select", "/(/"}, "--select: '/(/' is no expression (missing closing parenthesis)"},
       {{"norm", "--set", "kvd_lang=a=b"}, "--set kvd_lang: a value holds no '=' and no line break"},
       {{"norm", "--creo-option", "pro_format_dir"}, "--creo-option pro_format_dir: write NAME=VALUE"},
       {{"norm", "--config", path("config")},
@@ -65,6 +66,42 @@ TEST_F(RunTrouble, AFilterThatCantJudgeIsToldThoughItLeavesNoModel) {
     EXPECT_EQ(std::string::npos, ended.err.find(line, told + 1)) << "once";
     EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("(ERR)"));
   }
+}
+
+// The log says nothing of such an expression, as of anything else that matches nothing.
+TEST_F(RunTrouble, AnExpressionThatDoesntCompileIsToldOnceOnTheConsole) {
+  for (const wchar_t* name : {L"PLATE", L"SHAFT"}) part(name).with(L"A", 1.0);
+  const std::string filter = "<filter><i type='filename' filtertype='false' filename='/[/'/></filter>";
+  list("broken.xml",
+       "<task type='deleteModelParameter' version='3' forPRT='true' forEF='true' searchin='1' count='1' "
+       "name_0='/(/'>" +
+           filter + "</task>" + kAddNorm);
+  const Ended ended = run("broken");
+  EXPECT_EQ(0, ended.code) << ended.err;
+  for (const std::string expression : {"'/[/'", "'/(/'"}) {
+    const std::string line = "warning: the expression " + expression + " doesn't compile (missing ";
+    const std::size_t told = ended.err.find(line);
+    ASSERT_NE(std::string::npos, told) << ended.err;
+    EXPECT_EQ(std::string::npos, ended.err.find(line, told + 1)) << "once";
+  }
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("errors=0"));
+}
+
+// No model passes for want of an answer, also where the filter asks for the contrary.
+TEST_F(RunTrouble, AMatchThatIsGivenUpIsAnErrorOfTheRun) {
+  for (const wchar_t* name : {L"PLATE", L"SHAFT"}) part(name).with(L"TEXT", std::wstring(60, L'a').c_str());
+  const std::string filtered = text::replaceAll(kAddNorm, "forEF='false'", "forEF='true'");
+  list("slow.xml",
+       text::replaceAll(filtered, "/>", ">") +
+           "<filter><i type='parameter' filtertype='false' param='TEXT' value='/^(a+)+[^a]/'/></filter></task>" +
+           kSave);
+  const Ended ended = run("slow");
+  EXPECT_EQ(1, ended.code) << ended.err;
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("errors=1"));
+  for (const std::string& name : filesIn("models"))
+    EXPECT_THAT(readBytes(models() + "/" + name), testing::Not(testing::HasSubstr("WN-100"))) << name;
+  EXPECT_THAT(ended.err, testing::HasSubstr("The pattern '/^(a+)+[^a]/' was given up on the text '" +
+                                            std::string(60, 'a') + "': it takes too many steps"));
 }
 
 TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {

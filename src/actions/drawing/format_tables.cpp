@@ -7,6 +7,7 @@
 #include "actions/drawing/table_finder.h"
 #include "core/log.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -73,6 +74,12 @@ bool isAbout(const FormatTableRule& rule, const ProDwgtable& table, const ProPoi
   return std::fabs(place.x - rule.x) <= rule.tolerance && std::fabs(place.y - rule.y) <= rule.tolerance;
 }
 
+// Also where the rule's pattern was given up: a table that may be the one to keep isn't deleted.
+bool mayBeAbout(const FormatTableRule& rule, const ProDwgtable& table, const ProPoint& place) {
+  const engine::GivenUp givenUp;
+  return isAbout(rule, table, place) || givenUp.any();
+}
+
 struct FormatTable {
   ProDwgtable table;
   ProPoint place;
@@ -117,7 +124,7 @@ void deleteFormatTables(creo::ProMdl drawing, int sheet, const std::optional<For
     if (!rule) {
       say(text::format(L"delete table found with x => %f ; y => %f", one.place.x, one.place.y));
       remove(one.table);
-    } else if (isAbout(*rule, one.table, one.place)) {
+    } else if (mayBeAbout(*rule, one.table, one.place)) {
       say(text::format(L"table found with %s (not deleted)", compared(*rule, one.place)));
     } else {
       say(text::format(L"delete table found with %s", compared(*rule, one.place)));

@@ -9,6 +9,7 @@
 #include "creo/ProProgram.h"
 #include "creo/guards.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "os/files.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
@@ -179,7 +180,12 @@ Outcome deleteModelProProgramLines(const Task& task) {
   if (exported(task, files)) {
     core::logIndented(L"delete the following Pro/PROGRAM lines:", core::kNormal, 1);
     ProgramLineFilter filter = filterOf(task);
-    if (filterFile(files, [&](std::wstring_view line, auto) { return stays(filter, line); }) == Filtered::changed) {
+    const GivenUp givenUp;
+    const Filtered filtered = filterFile(files, [&](std::wstring_view line, auto) { return stays(filter, line); });
+    // Where a block ends isn't known then, and more would go than was meant.
+    if (givenUp.any()) {
+      core::logWrite(L"The program stays as it is, as a pattern was given up", core::kError);
+    } else if (filtered == Filtered::changed) {
       creo::DirectoryGuard directory;
       directory.change(core::pluginState().tempPath);
       readBack(task, std::wstring(kChanged));

@@ -5,6 +5,7 @@
 #include "actions/model/relation_set.h"
 #include "core/log.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -124,6 +125,7 @@ void deleteBlocks(const Task& task, LinesToDelete& lines) {
   core::logIndented(L"Delete a block of lines", core::kNormal, 1);
   const std::wstring_view startLine = task.attribute(L"startline");
   BlockEnd end(task);
+  const GivenUp givenUp;
   std::optional<std::size_t> start;
   for (std::size_t i = 0; i < lines.count(); ++i) {
     if (!lines.isThere(i)) continue;
@@ -131,8 +133,11 @@ void deleteBlocks(const Task& task, LinesToDelete& lines) {
       start = i;
       end.startAgain();
     }
+    const bool ends = start && end.isAt(lines.line(i));
+    // Where the block ends isn't known: at a later line that fits, more would go than was meant.
+    if (givenUp.any()) return;
     // A block has two lines at least.
-    if (!start || !end.isAt(lines.line(i)) || i == *start) continue;
+    if (!ends || i == *start) continue;
     for (std::size_t inside = *start; inside <= i;) inside = lines.isThere(inside) ? lines.remove(inside) : inside + 1;
     start.reset();
   }

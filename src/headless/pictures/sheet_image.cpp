@@ -8,6 +8,7 @@
 #include "headless/pictures/face.h"
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/sheet_picture.h"
+#include "os/freed.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -16,15 +17,8 @@ namespace {
 
 constexpr double kOblique = 0.2126;  // tangent of 12 degrees
 
-template <auto Free>
-struct Freed {
-  template <class T>
-  void operator()(T* one) const {
-    Free(one);
-  }
-};
-using Surface = std::unique_ptr<cairo_surface_t, Freed<cairo_surface_destroy>>;
-using Canvas = std::unique_ptr<cairo_t, Freed<cairo_destroy>>;
+using Surface = std::unique_ptr<cairo_surface_t, os::Freed<cairo_surface_destroy>>;
+using Canvas = std::unique_ptr<cairo_t, os::Freed<cairo_destroy>>;
 
 // A face with the memory that it is read from; it must outlive what is drawn with it.
 class Face {

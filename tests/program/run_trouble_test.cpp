@@ -1,9 +1,11 @@
 // `kelvane run` where something is wrong: requests, models, disks, signals.
 #include <csignal>
 
+#include "headless/geometry/foreign_place.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
 #include "program/run_fixture.h"
+#include "support/step_file.h"
 
 namespace test {
 namespace {
@@ -62,6 +64,22 @@ TEST_F(RunTrouble, AFilterThatCantJudgeIsToldThoughItLeavesNoModel) {
     EXPECT_EQ(std::string::npos, ended.err.find(line, told + 1)) << "once";
     EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("(ERR)"));
   }
+}
+
+TEST_F(RunTrouble, AFileThatEndsItsReaderIsNamedAndTheListGoesOn) {
+  part(L"PLATE");
+  file("wedge.stp", stepTetrahedron());
+  list("import.xml",
+       "<task type='groupActions' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' reworkMode='5' "
+       "mdlname='z:" +
+           path("wedge.stp") + "'><subtasks/></task>" + kAddNorm + kSave);
+  const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::foreignPlace().program = "/bin/true";
+  const Ended ended = run("import");
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("wedge.stp: it ended the program that reads it: the file is damaged\n"));
+  EXPECT_THAT(ended.err, testing::HasSubstr("The file that isn't imported: z:" + path("wedge.stp")));
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("changed=1"));
 }
 
 TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {

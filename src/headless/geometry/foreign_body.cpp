@@ -115,9 +115,9 @@ double openPart(const TopoDS_Shape& solid, const Box& box, double area) {
   }
   return std::sqrt(squares) / area;
 }
-// More is no error of the summing up.
-constexpr double kOpen = 1e-3;
-// Less volume, as a part of that of a ball as wide as the box, is none.
+// More of it is no error of the summing up; with more still the volume means nothing.
+constexpr double kDoubtful = 1e-3, kOpen = 1e-2;
+// Less volume, as a part of that of a cube with the box's diagonal as side, is none.
 constexpr double kLeastRoom = 1e-12;
 
 bool isClosed(const TopoDS_Shape& solid) {
@@ -127,15 +127,17 @@ bool isClosed(const TopoDS_Shape& solid) {
   return any;
 }
 
-// The solid, its faces looking out of it.
-TopoDS_Solid withRoom(const TopoDS_Solid& solid) {
+// The solid, its faces looking out of it. doubtful: counts it where its faces hardly meet.
+TopoDS_Solid withRoom(const TopoDS_Solid& solid, int& doubtful) {
   const Box box = boxOf(solid);
   if (!isClosed(solid)) throw ShapeFault{L"a body of it isn't closed: its volume is unknown"};
   const double volume = volumeOf(solid), area = areaOf(solid);
   if (!std::isfinite(volume) || !std::isfinite(area)) throw ShapeFault{L"the volume of a body isn't finite"};
   if (!(std::abs(volume) > kLeastRoom * box.diagonal * box.diagonal * box.diagonal))
     throw ShapeFault{L"a body of it has no volume"};
-  if (!(openPart(solid, box, area) < kOpen)) throw ShapeFault{L"the faces of a body don't meet: its volume is unknown"};
+  const double open = openPart(solid, box, area);
+  if (!(open < kOpen)) throw ShapeFault{L"the faces of a body don't meet: its volume is unknown"};
+  doubtful += open < kDoubtful ? 0 : 1;
   return volume > 0 ? solid : TopoDS::Solid(solid.Reversed());
 }
 
@@ -170,7 +172,7 @@ TopoDS_Shape ForeignBodies::take(const TopoDS_Shape& shape) {
 }
 
 void ForeignBodies::takeSolid(TopoDS_Compound& into, const TopoDS_Solid& solid) {
-  BRep_Builder().Add(into, withRoom(solid));
+  BRep_Builder().Add(into, withRoom(solid, doubtful_));
 }
 
 void ForeignBodies::takeLoose(TopoDS_Compound& solids, TopoDS_Compound& quilts, const TopoDS_Shape& shape) {
@@ -201,6 +203,7 @@ void ForeignBodies::takeLoose(TopoDS_Compound& solids, TopoDS_Compound& quilts, 
 std::vector<std::wstring> ForeignBodies::warnings() const {
   std::vector<std::wstring> all;
   if (faulty_ > 0) all.push_back(counted(faulty_, L"face fails", L"faces fail") + L" the shape check");
+  if (doubtful_ > 0) all.push_back(counted(doubtful_, L"body has", L"bodies have") + L" faces that hardly meet");
   if (quilts_ > 0)
     all.push_back(counted(quilts_, L"open shell is kept as quilt", L"open shells are kept as quilts") +
                   L" without volume");

@@ -28,7 +28,7 @@ class ForeignBodies {
   void takeLoose(TopoDS_Compound& solids, TopoDS_Compound& quilts, const TopoDS_Shape& shape);
 
   double resolution_;
-  int faulty_ = 0, quilts_ = 0;
+  int faulty_ = 0, doubtful_ = 0, quilts_ = 0;
 };
 
 }  // namespace headless::geometry

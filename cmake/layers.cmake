@@ -32,7 +32,7 @@ target_link_libraries(creo INTERFACE kvd_text)
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write and mesh bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
 kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
-  PRIVATE_LINKS nlohmann_json::nlohmann_json TKXDESTEP TKXDEIGES TKSTEP TKIGES TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
+  PRIVATE_LINKS nlohmann_json::nlohmann_json TKXDESTEP TKXDEIGES TKSTEP TKSTEPBase TKIGES TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo TKBRep TKG3d TKG2d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 # STEP and IGES are read by a program of its own, which is looked for beside the code that asks and in the folder above.
 add_executable(kelvane-import ${CMAKE_SOURCE_DIR}/apps/import/main.cpp)

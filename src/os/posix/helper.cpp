@@ -62,7 +62,7 @@ class Wire {
       if (errno != EINTR) return lastError();
     }
   }
-  static bool again() { return errno == EINTR || errno == EAGAIN || errno == EWOULDBLOCK; }
+  static bool again() { return errno == EINTR || errno == EAGAIN; }
 
   std::error_code sendAll(std::string_view bytes) {
     while (!bytes.empty()) {

@@ -36,11 +36,18 @@ find_library(OCCT_STEP TKDESTEP)
 if(OCCT_STEP)
   set(OCCT_EXCHANGE TKDESTEP TKDEIGES)
 else()
-  set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKIGES)
+  set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKSTEPBase TKIGES)
 endif()
 kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
-  PRIVATE_LINKS ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo TKBRep TKG3d TKMath TKernel)
+  PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo
+  TKBRep TKG3d TKG2d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
+# STEP and IGES are read by a program of its own, which is looked for beside the code that asks and in the folder above.
+add_executable(kelvane-import ${CMAKE_SOURCE_DIR}/apps/import/main.cpp)
+target_link_libraries(kelvane-import PRIVATE kvd_geometry kvd_flags)
+target_link_options(kelvane-import PRIVATE LINKER:--as-needed)  # what isn't loaded costs no start
+set_target_properties(kelvane-import PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+
 kvd_layer(creo_headless
   FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
           src/headless/vault src/headless/exports src/headless/pictures src/headless/creo
@@ -56,6 +63,7 @@ kvd_layer(kvd_plugin
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
 target_link_libraries(kelvane_user PRIVATE -Wl,--whole-archive kvd_plugin -Wl,--no-whole-archive creo_headless)
 target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
+add_dependencies(kelvane_user kelvane-import)
 set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
 
 file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h
@@ -77,3 +85,4 @@ target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_
 add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)
 target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
 set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+add_dependencies(kelvane kelvane-import)

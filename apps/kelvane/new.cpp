@@ -48,7 +48,7 @@ class New : public Verb {
     if (headless::Folder(folder).find(model.name, model.type)) {
       throw Fault(label(model.name, model.type) + " is there already");
     }
-    if (!step_.empty()) copyStep(folder + text::fromUtf8(stepFile(model)));
+    if (!step_.empty()) copyStep(console, folder + text::fromUtf8(stepFile(model)));
     const std::wstring file = text::lower(text::fromUtf8(label(model.name, model.type))) + L".1";
     if (const auto error = os::files().write(folder + file, headless::writeDocument(record))) {
       throw Fault(shown(folder + file) + " can't be written: " + error.message());
@@ -87,7 +87,7 @@ class New : public Verb {
     return "{\"primitives\": [{\"type\": \"import\", \"file\": " + file + "}]}";
   }
   // A file without a body is refused before anything is written.
-  void copyStep(const std::wstring& to) const {
+  void copyStep(Console& console, const std::wstring& to) const {
     const std::wstring from = systemPath(step_);
     const auto bytes = os::files().read(from);
     if (!bytes) throw Fault(step_ + " can't be read: " + bytes.error.message());
@@ -96,6 +96,8 @@ class New : public Verb {
     body.file = from;
     const auto built = headless::geometry::build({body});
     if (!built.body) throw Fault("--step " + step_ + ": " + text::toUtf8(built.fault));
+    for (const std::wstring& warning : built.warnings)
+      console.trouble("warning: --step " + step_ + ": " + text::toUtf8(warning));
     if (os::files().exists(to)) throw Fault(shown(to) + " is there already");
     if (const auto error = os::files().write(to, bytes.value))
       throw Fault(shown(to) + " can't be written: " + error.message());

@@ -244,6 +244,8 @@ class Document {
   void checkGroup(const XmlNode& task) {
     const std::string mode = attribute(task, L"reworkMode");
     if (!actions::isGroupMode(text::fromUtf8(mode))) add(task, "groupActions has no rework mode '" + mode + "'");
+    if (mode == "5" && attribute(task, L"mdlname").find(text::toUtf8(kProjectDirectory)) != std::string::npos)
+      add(task, "'mdlname': '@project_dir@' stays as it is in the name of another model; no file is found there");
     const std::string outer = place_;
     int index = -1;
     bool found = false;  // only the first element of that name runs

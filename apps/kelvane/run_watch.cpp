@@ -96,10 +96,11 @@ void RunWatch::begin(std::vector<std::string> rows) {
 
 void RunWatch::message(const std::wstring& text) {
   lastMessage_ = readable(text);
-  // A document that can't be read or written, a vault that can't be had; all other lines are in the log or the events.
-  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\") || text.starts_with(L"the vault ")) {
-    tellTrouble(readable(text));
-  }
+  // A document that can't be read or written, a vault that can't be had, what a file of another system is like; all
+  // other lines are in the log or the events.
+  const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
+  if (isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ")) tellTrouble(readable(text));
+  if (text.starts_with(L"warning: ") && told_.insert(text::toUtf8(text)).second) console_.trouble(readable(text));
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
 

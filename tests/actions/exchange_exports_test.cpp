@@ -132,12 +132,13 @@ TEST_F(ExchangeExports, AGroupWorksOnWhatItImports) {
   EXPECT_NEAR(16000, creo::ProSolidMassPropertyGet(plate.value).value.volume, 1e-6);
 }
 
-TEST_F(ExchangeExports, AGroupThatCantImportIsTwoErrors) {
+TEST_F(ExchangeExports, AGroupThatCantImportNamesTheFile) {
   const std::string whole = stepTetrahedron();
   writeBytes(world.models() + "/out/cut.stp", whole.substr(0, whole.size() / 2));
   const std::string group = "reworkMode='5' mdlname='d:\\out\\cut.stp'";
   const auto log = run(task("groupActions", group, "<subtasks>" + task("saveModel") + "</subtasks>"));
   EXPECT_TRUE(told(log, L"E:Can't load model"));
+  EXPECT_TRUE(told(log, L"E:The file that isn't imported: d:\\out\\cut.stp"));
   EXPECT_TRUE(world.logHas(L" - -1"));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"cut.stp: the file is cut: its end is missing"));
   EXPECT_EQ("cut.stp", files());

@@ -2,11 +2,13 @@
 #include <csignal>
 #include <set>
 
+#include "headless/geometry/foreign_place.h"
 #include "headless/session/session.h"
 #include "os/files_wrapper.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
 #include "program/run_fixture.h"
+#include "support/step_file.h"
 #include "text/pieces.h"
 
 namespace test {
@@ -102,6 +104,22 @@ TEST_F(RunTrouble, AMatchThatIsGivenUpIsAnErrorOfTheRun) {
     EXPECT_THAT(readBytes(models() + "/" + name), testing::Not(testing::HasSubstr("WN-100"))) << name;
   EXPECT_THAT(ended.err, testing::HasSubstr("The pattern '/^(a+)+[^a]/' was given up on the text '" +
                                             std::string(60, 'a') + "': it takes too many steps"));
+}
+
+TEST_F(RunTrouble, AFileThatEndsItsReaderIsNamedAndTheListGoesOn) {
+  part(L"PLATE");
+  file("wedge.stp", stepTetrahedron());
+  list("import.xml",
+       "<task type='groupActions' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' reworkMode='5' "
+       "mdlname='z:" +
+           path("wedge.stp") + "'><subtasks/></task>" + kAddNorm + kSave);
+  const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::foreignPlace().program = "/bin/true";
+  const Ended ended = run("import");
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("wedge.stp: it ended the program that reads it: the file is damaged\n"));
+  EXPECT_THAT(ended.err, testing::HasSubstr("The file that isn't imported: z:" + path("wedge.stp")));
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("changed=1"));
 }
 
 TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {

@@ -79,6 +79,7 @@ std::optional<OtherModel> import(const Task& task, const std::wstring& file, con
   if (!model) {
     core::logWrite(text::format(L"%d", static_cast<int>(model.error)), core::kError);
     core::logWrite(L"Can't load model", core::kError);
+    core::logWrite(L"The file that isn't imported: " + file, core::kError);
     return std::nullopt;
   }
   return OtherModel{model.value, std::move(name), creo::typeExtension(type)};

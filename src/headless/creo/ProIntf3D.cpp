@@ -129,6 +129,7 @@ ProError ProIntf3DFileWrite(ProMdl solid, ProIntfFormat format, const std::wstri
     form.format = format == ProIntfFormat::iges ? ExchangeFormat::iges : ExchangeFormat::step;
     form.flat = configuration == ProOutputAssemblyConfiguration::flatFile;
     form.solids = representation.solids;
+    form.quilts = representation.quilts;
     form.surfaces = representation.surfaces;
     form.wireframe = representation.wireframe;
     return writeSolid(state, m, form, path, configuration == ProOutputAssemblyConfiguration::multiFiles);

@@ -10,6 +10,7 @@ namespace creo {
 
 using State = headless::Session::State;
 using headless::geometry::ExchangeFormat;
+using headless::geometry::ImportAs;
 
 Got<ProMdl> ProIntfimportModelWithOptionsCreate(const std::wstring& path, ProIntfType fileType, ProMdlType type,
                                                 const std::wstring& name) {
@@ -18,10 +19,13 @@ Got<ProMdl> ProIntfimportModelWithOptionsCreate(const std::wstring& path, ProInt
     const std::wstring whole = headless::exportPath(state, path);
     if (!os::files().exists(whole) || os::files().isFolder(whole)) return ProNotFound;
     const auto format = fileType == ProIntfType::iges ? ExchangeFormat::iges : ExchangeFormat::step;
-    const auto read = headless::geometry::readExchange(whole, format);
-    if (read.root) return headless::importTree(state.models, read, name, type);
-    state.showMessage(whole + L": " + read.fault);
-    return ProGeneralError;
+    const auto as = type == ProMdlType::part ? ImportAs::part : ImportAs::assembly;
+    const auto read = headless::geometry::readExchange(whole, format, as);
+    const std::wstring about = L"import of " + whole + L": ";
+    for (const std::wstring& warning : read.warnings) state.showMessage(L"warning: " + about + warning);
+    if (!read.root) state.showMessage(about + read.fault);
+    if (!read.root) return ProGeneralError;
+    return headless::importTree(state.models, read, name, type);
   });
 }
 

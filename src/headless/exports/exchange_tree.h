@@ -13,7 +13,7 @@ namespace headless {
 // ProNotFound: it has no geometry; ProGeneralError: a body can't be built. The message area has a line for each.
 creo::Got<geometry::ExchangeNodePtr> exchangeTree(const Models& models, Bodies& bodies, const Model& solid);
 
-// Makes models of a tree; creo/ProIntfimport.h has the results.
+// Makes models of a tree that was read for this type; creo/ProIntfimport.h has the results.
 creo::Got<creo::ProMdl> importTree(Models& models, const geometry::ExchangeRead& read, std::wstring_view name,
                                    creo::ProMdlType type);
 

@@ -44,6 +44,8 @@ std::wstring modelNameOf(const std::wstring& product) {
   return name.empty() ? L"PART" : name;
 }
 
+bool isPart(const ExchangeNode& node) { return !node.step.empty(); }
+
 std::string vectorText(const ProVector& v) {
   return "[" + realText(v.x) + ", " + realText(v.y) + ", " + realText(v.z) + "]";
 }
@@ -69,7 +71,7 @@ class Importer {
   // A tree that is a part alone becomes the assembly's only component.
   ProMdl assembly(const ExchangeNodePtr& root, const std::wstring& name) {
     const auto document = begin(name, ProMdlType::assembly);
-    if (root->body)
+    if (isPart(*root))
       addComponent(*document, root, {});
     else
       addComponents(*document, *root);
@@ -99,13 +101,9 @@ class Importer {
   }
 
   static void fillPart(ModelDocument& document, const ExchangeNode& node) {
-    const geometry::BodyPtr body = geometry::joined(node);
-    if (!body) throw ImportFault{creo::ProGeneralError, L"the file holds no solid body"};
-    const geometry::ExchangeBytes step = geometry::stepText(*body, 1);
-    if (!step.fault.empty()) throw ImportFault{creo::ProGeneralError, step.fault};
     std::string& solid = document.record.solid.text;
     solid = R"({"primitives": [{"type": "import", "step": )";
-    appendQuoted(solid, step.bytes);
+    appendQuoted(solid, node.step);
     solid += "}]}";
     if (node.color) {
       document.record.appearance = std::make_unique<AppearanceRecord>();
@@ -137,9 +135,9 @@ class Importer {
   // The model of a product. Assemblies of a file aren't deeper than what reads it lets through.
   const Used& made(const ExchangeNodePtr& node) {
     if (const auto known = used_.find(node.get()); known != used_.end()) return known->second;
-    const ProMdlType type = node->body ? ProMdlType::part : ProMdlType::assembly;
+    const ProMdlType type = isPart(*node) ? ProMdlType::part : ProMdlType::assembly;
     const auto document = begin(freeName(modelNameOf(node->name), type), type);
-    if (node->body)
+    if (isPart(*node))
       fillPart(*document, *node);
     else
       addComponents(*document, *node);

@@ -4,11 +4,13 @@
 #include <BRepAlgoAPI_Fuse.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepGProp.hxx>
+#include <BRep_Builder.hxx>
 #include <Bnd_Box.hxx>
 #include <GProp_GProps.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_ListOfShape.hxx>
+#include <TopoDS_Compound.hxx>
 #include <cmath>
 #include <gp_Ax3.hxx>
 
@@ -51,18 +53,37 @@ class Builder {
   }
   void take(const Primitive& primitive) {
     if (cuts_ && shape_.IsNull()) throw ShapeFault{L"there is nothing to cut yet"};
-    TopoDS_Shape made = shapeOf(primitive, cuts_ ? reach(primitive) : 0);
+    TopoDS_Shape made = primitive.kind == PrimitiveKind::import ? solidsOfImport(primitive)
+                                                                : shapeOf(primitive, cuts_ ? reach(primitive) : 0);
     if (shape_.IsNull())
       shape_ = std::move(made);
-    else
+    else if (!made.IsNull())
       tools_.Append(made);
   }
+  // The solids, then the quilts.
   TopoDS_Shape result() {
     finish();
-    return shape_;
+    if (quilts_.empty()) return shape_;
+    TopoDS_Compound all;
+    const BRep_Builder builder;
+    builder.MakeCompound(all);
+    if (!shape_.IsNull()) builder.Add(all, shape_);
+    for (const TopoDS_Shape& quilt : quilts_) builder.Add(all, quilt);
+    return all;
   }
+  std::vector<std::wstring> warnings;  // of the primitive that was taken last
 
  private:
+  // Null for quilts alone. No primitive cuts or joins a quilt.
+  TopoDS_Shape solidsOfImport(const Primitive& primitive) {
+    const TopoDS_Shape all = imported(primitive, warnings);
+    TopoDS_Shape solids = solidsIn(all);
+    if (cuts_ && solids.IsNull()) throw ShapeFault{L"the file holds no solid body"};
+    if (cuts_) return solids;
+    for (TopExp_Explorer at(all, TopAbs_SHELL, TopAbs_SOLID); at.More(); at.Next()) quilts_.push_back(at.Current());
+    return solids;
+  }
+
   // A length from the primitive's origin that leads out of the shape in any direction.
   double reach(const Primitive& primitive) {
     if (primitive.kind != PrimitiveKind::hole || primitive.length != 0) return 0;
@@ -101,6 +122,7 @@ class Builder {
 
   TopoDS_Shape shape_;
   TopTools_ListOfShape tools_;
+  std::vector<TopoDS_Shape> quilts_;
   bool cuts_ = false;
   std::optional<creo::ProOutline> bounds_;
 };
@@ -118,17 +140,20 @@ TopLoc_Location location(const creo::ProTransform& t) {
 Built build(const std::vector<Primitive>& primitives) {
   if (primitives.empty()) return {};
   int number = 0;
-  const auto faulty = [&number](const std::wstring& reason) {
-    return Built{nullptr, text::format(L"primitive %d: %s", number, reason)};
+  const auto named = [&number](const std::wstring& reason) {
+    return text::format(L"primitive %d: %s", number, reason);
   };
+  const auto faulty = [&named](const std::wstring& reason) { return Built{nullptr, named(reason), {}}; };
   try {
     Builder builder;
+    std::vector<std::wstring> warnings;
     for (const Primitive& primitive : primitives) {
       builder.begin(primitive);
       ++number;
       builder.take(primitive);
+      for (const std::wstring& warning : std::exchange(builder.warnings, {})) warnings.push_back(named(warning));
     }
-    return {std::make_shared<Body>(builder.result()), {}};
+    return {std::make_shared<Body>(builder.result()), {}, std::move(warnings)};
   } catch (const ShapeFault& fault) {
     return faulty(fault.reason);
   } catch (const Standard_Failure& failure) {
@@ -140,8 +165,14 @@ const Measured& measure(const Body& body) {
   if (!body.measured) {
     guarded([&body] {
       GProp_GProps volume, surface;
-      BRepGProp::VolumeProperties(body.shape, volume, kPrecision);
-      BRepGProp::SurfaceProperties(body.shape, surface, kPrecision);
+      const bool hasQuilts = TopExp_Explorer(body.shape, TopAbs_SHELL, TopAbs_SOLID).More();
+      const TopoDS_Shape solids = hasQuilts ? solidsIn(body.shape) : body.shape;
+      if (solids.IsNull()) {
+        body.measured = Measured{};
+        return;
+      }
+      BRepGProp::VolumeProperties(solids, volume, kPrecision);
+      BRepGProp::SurfaceProperties(solids, surface, kPrecision);
       const gp_Pnt centre = volume.CentreOfMass();
       body.measured = {volume.Mass(), surface.Mass(), cleaned({centre.X(), centre.Y(), centre.Z()})};
     });

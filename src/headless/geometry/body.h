@@ -14,14 +14,17 @@ namespace headless::geometry {
 class Body;
 using BodyPtr = std::shared_ptr<const Body>;
 
-// fault: why there is no body, such as "primitive 2: the diameter must be over 0"; empty for none.
+// fault: why there is no body, such as "primitive 2: the diameter must be over 0"; empty for none. warnings: what of an
+// import is doubtful, named likewise.
 struct Built {
   BodyPtr body;
   std::wstring fault;
+  std::vector<std::wstring> warnings;
 };
 // Each primitive adds to what those before it left, or cuts from it. Gives no body where there are none.
 Built build(const std::vector<Primitive>& primitives);
 
+// Of the solids alone: quilts have no volume, and 0 is that of a body of quilts alone.
 struct Measured {
   double volume = 0, area = 0;
   creo::ProVector centre;  // of the volume

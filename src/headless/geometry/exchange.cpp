@@ -126,19 +126,22 @@ class TreeWriter {
     return form_.format == ExchangeFormat::step ? shape : chosen(shape);
   }
   TopoDS_Shape chosen(const TopoDS_Shape& shape) const {
-    if (form_.solids && !form_.wireframe) return shape;
+    const bool hasQuilts = TopExp_Explorer(shape, TopAbs_SHELL, TopAbs_SOLID).More();
+    if (form_.solids && !form_.wireframe && (form_.quilts || !hasQuilts)) return shape;
     TopoDS_Compound all;
     const BRep_Builder builder;
     builder.MakeCompound(all);
-    const auto take = [&](TopAbs_ShapeEnum kind) {
+    const auto take = [&](TopAbs_ShapeEnum kind, TopAbs_ShapeEnum except = TopAbs_SHAPE) {
       TopTools_IndexedMapOfShape found;  // an edge of two faces once
-      TopExp::MapShapes(shape, kind, found);
+      for (TopExp_Explorer at(shape, kind, except); at.More(); at.Next()) found.Add(at.Current());
       for (int i = 1; i <= found.Extent(); ++i) builder.Add(all, found(i));
       return !found.IsEmpty();
     };
-    bool any = form_.solids ? take(TopAbs_SOLID) : form_.surfaces && take(TopAbs_FACE);
-    any = (form_.wireframe && take(TopAbs_EDGE)) || any;
-    return any ? all : TopoDS_Shape();
+    const bool solids = form_.solids && take(TopAbs_SOLID);
+    const bool faces = !form_.solids && form_.surfaces && take(TopAbs_FACE);
+    const bool quilts = form_.quilts && !faces && take(TopAbs_SHELL, TopAbs_SOLID);
+    const bool edges = form_.wireframe && take(TopAbs_EDGE);
+    return solids || faces || quilts || edges ? all : TopoDS_Shape();
   }
 
   Handle(XCAFDoc_ShapeTool) shapes_;

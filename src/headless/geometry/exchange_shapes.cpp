@@ -7,7 +7,6 @@
 #include <STEPCAFControl_Controller.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Application.hxx>
-#include <TopExp_Explorer.hxx>
 #include <UnitsMethods_LengthUnit.hxx>
 #include <XCAFApp_Application.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
@@ -59,15 +58,6 @@ TopoDS_Shape scaled(const TopoDS_Shape& shape, double factor) {
 creo::ProTransform inMillimetres(creo::ProTransform place, double unit) {
   place.origin = {place.origin.x * unit, place.origin.y * unit, place.origin.z * unit};
   return place;
-}
-
-TopoDS_Shape solidsIn(const TopoDS_Shape& shape) {
-  TopoDS_Compound solids;
-  const BRep_Builder builder;
-  builder.MakeCompound(solids);
-  bool any = false;
-  for (TopExp_Explorer at(shape, TopAbs_SOLID); at.More(); at.Next(), any = true) builder.Add(solids, at.Current());
-  return any ? solids : TopoDS_Shape();
 }
 
 }  // namespace headless::geometry

@@ -40,7 +40,5 @@ std::wstring nameOf(const TDF_Label& label);
 
 TopoDS_Shape scaled(const TopoDS_Shape& shape, double factor);
 creo::ProTransform inMillimetres(creo::ProTransform place, double unit);
-// Null where there is none.
-TopoDS_Shape solidsIn(const TopoDS_Shape& shape);
 
 }  // namespace headless::geometry

@@ -9,6 +9,9 @@
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
+#include <BRep_Builder.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS_Compound.hxx>
 #include <TopoDS_Face.hxx>
 #include <algorithm>
 #include <gp_Ax2.hxx>
@@ -126,9 +129,18 @@ TopoDS_Shape shapeOf(const Primitive& primitive, double reach) {
     case PrimitiveKind::hole:
       return hole(primitive, reach);
     case PrimitiveKind::import:
-      return imported(primitive);
+      break;
   }
   throw ShapeFault{L"it is of no known type"};
+}
+
+TopoDS_Shape solidsIn(const TopoDS_Shape& shape) {
+  TopoDS_Compound solids;
+  const BRep_Builder builder;
+  builder.MakeCompound(solids);
+  bool any = false;
+  for (TopExp_Explorer at(shape, TopAbs_SOLID); at.More(); at.Next(), any = true) builder.Add(solids, at.Current());
+  return any ? solids : TopoDS_Shape();
 }
 
 }  // namespace headless::geometry

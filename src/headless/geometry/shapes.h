@@ -39,10 +39,14 @@ void guarded(Work work) {
 struct ShapeFault {
   std::wstring reason;
 };
-// Throws ShapeFault, or a failure of the library. reach: a length that goes through all there is, for holes.
+// Of any but an import. Throws ShapeFault, or a failure of the library. reach: a length that goes through all there is,
+// for holes.
 TopoDS_Shape shapeOf(const Primitive& primitive, double reach);
 TopLoc_Location location(const creo::ProTransform& placement);
-// The solids of a STEP file, in millimetres times scale, at a placement. Throws likewise.
-TopoDS_Shape imported(const Primitive& primitive);
+// The solids and quilts of a STEP file, in millimetres times scale, at a placement. Throws likewise. warnings: what is
+// doubtful comes to them.
+TopoDS_Shape imported(const Primitive& primitive, std::vector<std::wstring>& warnings);
+// Null where there is none.
+TopoDS_Shape solidsIn(const TopoDS_Shape& shape);
 
 }  // namespace headless::geometry

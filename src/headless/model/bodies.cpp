@@ -133,6 +133,7 @@ class MassWalk {
     const auto body = bodies_.body(part);
     if (!body) return body.error;
     const geometry::Measured& measured = geometry::measure(*body.value);
+    if (measured.volume == 0) return creo::ProNotFound;  // quilts alone
     const double density = partDensity(part).value_or(1);
     return ProMassProperty{measured.volume, measured.area, density, measured.volume * density, measured.centre};
   }
@@ -227,19 +228,23 @@ std::wstring faultLine(const Model& model, const std::wstring& reason) {
 
 }  // namespace
 
-geometry::Built Bodies::built(const std::vector<Primitive>& primitives) {
+geometry::Built Bodies::built(const Model& part) {
+  const std::vector<Primitive> primitives = primitivesOf(part);
   std::string key = keyOf(primitives);
   if (const auto kept = kept_.find(key); kept != kept_.end()) return kept->second;
   if (kept_.size() >= kMostKept) keptBefore_ = std::exchange(kept_, {});
   const auto before = keptBefore_.find(key);
-  geometry::Built made = before != keptBefore_.end() ? before->second : geometry::build(primitives);
+  const bool isNew = before == keptBefore_.end();
+  geometry::Built made = isNew ? geometry::build(primitives) : before->second;
+  if (isNew)
+    for (const std::wstring& warning : made.warnings) models_.message(L"warning: " + faultLine(part, warning));
   return kept_.emplace(std::move(key), std::move(made)).first->second;
 }
 
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {
   std::wstring fault;
   try {
-    geometry::Built made = built(primitivesOf(part));
+    geometry::Built made = built(part);
     if (made.body) return made.body;
     fault = std::move(made.fault);
   } catch (const MeasureFault& measure) {

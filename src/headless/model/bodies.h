@@ -21,7 +21,8 @@ class Bodies {
   creo::Got<geometry::BodyPtr> body(const Model& part);
 
  private:
-  geometry::Built built(const std::vector<geometry::Primitive>& primitives);
+  // Warnings are told once, for the first part that is made so.
+  geometry::Built built(const Model& part);
 
   const Models& models_;
   // By what a body is made of: a change of the model is another key, and equal parts share one. What wasn't asked for

@@ -1,0 +1,33 @@
+// Inside this folder only: what the program and kelvane-import tell one another: a line of JSON, and behind it the
+// bytes of files and bodies as they are.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "headless/geometry/foreign.h"
+
+namespace headless::geometry {
+
+enum class ForeignJob { file, body };
+struct ForeignRequest {
+  ForeignJob job = ForeignJob::body;
+  ExchangeFormat format = ExchangeFormat::step;
+  ImportAs as = ImportAs::part;
+  std::string path;             // of an IGES file
+  std::uint64_t memory = 0;     // bytes
+  std::int64_t processor = 60;  // seconds
+  std::string_view bytes;       // of a STEP file; they outlive the request
+};
+std::string written(const ForeignRequest& request);
+ForeignRequest readRequest(std::string_view wire);
+
+// Bodies of the tree stand as texts.
+std::string written(const ExchangeRead& read);
+std::string written(const ForeignBody& body);
+// These throw std::exception for what no kelvane-import writes.
+ExchangeRead readTree(std::string_view wire);
+ForeignBody readBody(std::string_view wire);
+
+}  // namespace headless::geometry

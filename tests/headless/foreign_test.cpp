@@ -1,0 +1,140 @@
+// Files of other systems that are damaged or hostile, and what reads them when it ends or hangs.
+#include "creo/ProIntf.h"
+#include "creo/ProIntfimport.h"
+#include "creo/ProSolid.h"
+#include "headless/geometry/foreign_place.h"
+#include "headless/session_fixture.h"
+#include "support/folders.h"
+#include "support/step_file.h"
+#include "text/pieces.h"
+
+namespace headless {
+namespace {
+
+using namespace creo;
+
+class ForeignTest : public test::HeadlessSession {
+ protected:
+  // The tetrahedron with a piece of its text changed.
+  static std::string changed(const std::string& from, const std::string& to) {
+    const std::string whole = test::stepTetrahedron();
+    EXPECT_NE(whole.npos, whole.find(from)) << from;
+    return text::replaceAll(whole, from, to);
+  }
+  ProError import(const std::string& file, const std::wstring& name = L"NEW") {
+    session();
+    const auto kind = file.ends_with(".igs") ? ProIntfType::iges : ProIntfType::step;
+    const auto made = ProIntfimportModelWithOptionsCreate(L"d:\\" + text::fromUtf8(file), kind, ProMdlType::part, name);
+    made_ = made.value;
+    return made.error;
+  }
+  // A part whose document holds the text.
+  ProMdl stored(const std::string& step) {
+    return part(R"({"type": "import", "step": ")" +
+                text::replaceAll(text::replaceAll(step, "\"", "\\\""), "\n", "\\n") + "\"}");
+  }
+
+  ProMdl made_;
+  geometry::ForeignPlaceGuard place_;
+};
+
+// Each either has the right volume, or a line says what is wrong with it.
+TEST_F(ForeignTest, DamagedFilesAreRefusedOrWarnedOf) {
+  const struct {
+    std::string name, step;
+    const char* line;  // of the message area; it holds the fault that a stored text has too
+  } cases[] = {
+      {"nan", changed("(30.,0.,0.)", "(NaN,0.,0.)"), ""},
+      {"huge", changed("(30.,0.,0.)", "(1E308,0.,0.)"), "a point of it lies farther than any part reaches"},
+      {"far", changed("(30.,0.,0.)", "(-1E15,0.,0.)"), "a point of it lies farther than any part reaches"},
+      {"overflow", changed("(30.,0.,0.)", "(1E999,0.,0.)"), "a point of it lies farther than any part reaches"},
+      {"moved", changed("(30.,0.,0.)", "(90.,0.,0.)"), ""},
+      {"flat", changed("(0.,0.,50.)", "(0.,0.,0.)"), ""},
+      {"open", changed("(#31,#32,#33,#34)", "(#31,#32,#33)"), ""},
+      {"twice", changed("(#31,#32,#33,#34)", "(#31,#32,#33,#33)"), ""},
+      {"dangling", changed("#34=FACE_SURFACE", "#35=FACE_SURFACE"), ""},
+      {"itself", changed("#22=CLOSED_SHELL('',(#31,", "#22=CLOSED_SHELL('',(#22,"), ""},
+      {"letter", changed("#41=FACE_OUTER_BOUND", "#41=FACE_OUTXR_BOUND"), ""},
+      {"direction", changed("(20.,15.,12.)", "(0.,0.,0.)"), ""},
+  };
+  geometry::foreignPlace().time = std::chrono::seconds(10);
+  for (const auto& [name, step, line] : cases) {
+    const std::string file = name + ".stp";
+    write(file, step);
+    const ProError error = import(file, text::fromUtf8(name));
+    const std::string told = messages();
+    EXPECT_NE(told.npos, told.find(file + ": " + line)) << name << "\n" << told;
+    EXPECT_TRUE(error == ProGeneralError || told.find("warning: import of d:\\" + file) != told.npos) << told;
+    const std::size_t before = told.size();
+    const auto mass = ProSolidMassPropertyGet(stored(step));
+    EXPECT_TRUE(!mass || messages().size() > before) << name << ": " << mass.value.volume;
+  }
+  write("good.stp", test::stepTetrahedron());
+  ASSERT_EQ(ProNoError, import("good.stp")) << messages();
+  EXPECT_NEAR(10000, ProSolidMassPropertyGet(made_).value.volume, 1e-6);
+}
+
+TEST_F(ForeignTest, AReaderThatEndsHangsOrIsMissingIsAFaultOfTheFile) {
+  write("plate.stp", test::stepTetrahedron());
+  const struct {
+    const char* program;
+    const char* line;
+  } cases[] = {
+      {"/bin/true", "it ended the program that reads it"},
+      {"/usr/bin/yes", "reading it wasn't done within 1 seconds"},
+      {"/bin/no-such-reader", "the program that reads it doesn't start: /bin/no-such-reader"},
+  };
+  for (const auto& [program, line] : cases) {
+    geometry::foreignPlace().program = program;
+    geometry::foreignPlace().time = std::chrono::seconds(1);
+    EXPECT_EQ(ProGeneralError, import("plate.stp"));
+    EXPECT_NE(std::string::npos, messages().find(std::string("import of d:\\plate.stp: ") + line)) << messages();
+    EXPECT_EQ(ProGeneralError, ProSolidMassPropertyGet(stored(test::stepTetrahedron())).error);
+    EXPECT_NE(std::string::npos, messages().find(std::string("primitive 1: ") + line)) << messages();
+    endSession();
+  }
+  geometry::foreignPlace() = {};
+  EXPECT_EQ(ProNoError, import("plate.stp")) << messages();
+}
+
+TEST_F(ForeignTest, AFileThatTakesMoreMemoryThanItShouldIsRefused) {
+  write("plate.stp", test::stepTetrahedron());
+  geometry::foreignPlace().program = test::binaryFolder() + "/./kelvane-import";  // one that has read nothing yet
+  geometry::foreignPlace().memory = 0;
+  geometry::foreignPlace().memoryPerByte = 1;
+  EXPECT_EQ(ProGeneralError, import("plate.stp"));
+  EXPECT_NE(std::string::npos, messages().find("import of d:\\plate.stp: ")) << messages();
+}
+
+TEST_F(ForeignTest, OpenShellsStayAsQuilts) {
+  write("sheets.stp",
+        text::replaceAll(text::replaceAll(text::replaceAll(changed("(#31,#32,#33,#34)", "(#31,#32,#33)"),
+                                                           "FACETED_BREP_SHAPE_", "MANIFOLD_SURFACE_SHAPE_"),
+                                          "FACETED_BREP('',#22)", "SHELL_BASED_SURFACE_MODEL('',(#22))"),
+                         "CLOSED_SHELL", "OPEN_SHELL"));
+  ASSERT_EQ(ProNoError, import("sheets.stp", L"SHEETS")) << messages();
+  const ProMdl sheets = made_;
+  ASSERT_EQ(ProNoError, ProIntf3DFileWrite(sheets, ProIntfFormat::iges, L"d:\\sheets.igs",
+                                           ProOutputAssemblyConfiguration::singleFile, {.quilts = true}, {}))
+      << messages();
+  ASSERT_EQ(ProNoError, import("sheets.igs", L"BACK")) << messages();
+  for (const char* file : {"sheets.stp", "sheets.igs"})
+    EXPECT_NE(std::string::npos, messages().find(std::string("warning: import of d:\\") + file +
+                                                 ": 1 open shell is kept as quilt without volume"))
+        << messages();
+  for (const ProMdl solid : {sheets, made_}) {
+    EXPECT_EQ(ProNotFound, ProSolidMassPropertyGet(solid).error);
+    const auto box = ProSolidOutlineGet(solid);
+    EXPECT_NEAR(30, box.value.max.x, 1e-6);
+    EXPECT_NEAR(50, box.value.max.z, 1e-6);
+  }
+  // What adds to it leaves them as they are.
+  const ProMdl both = part(R"({"type": "import", "file": "sheets.stp"}, {"type": "box", "size": [1, 1, 1]},
+      {"type": "box", "use": "cut", "size": [1, 1, 0.5]})");
+  std::filesystem::copy(folder_ + "/sheets.stp", folder_ + "/models/sheets.stp");
+  EXPECT_NEAR(0.5, ProSolidMassPropertyGet(both).value.volume, 1e-9) << messages();
+  EXPECT_NEAR(50, ProSolidOutlineGet(both).value.max.z, 1e-6);
+}
+
+}  // namespace
+}  // namespace headless

@@ -132,7 +132,7 @@ void RunWatch::saved(const headless::SavedDocument& document) {
 }
 
 // The model stays the same one: what was saved under its old name, and its row, are followed.
-void RunWatch::renamed(const headless::RenamedModel& model) {
+void RunWatch::renamed(const headless::RenamedDocument& model) {
   const std::string before = label(model.before, model.type), now = label(model.now, model.type);
   if (working_ == before) working_ = now;
   if (options_.readOnly) return;

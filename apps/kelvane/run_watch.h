@@ -46,7 +46,7 @@ class RunWatch : public headless::SessionObserver {
 
   void message(const std::wstring& text) override;
   void saved(const headless::SavedDocument& document) override;
-  void renamed(const headless::RenamedModel& model) override;
+  void renamed(const headless::RenamedDocument& model) override;
   void unreadable(const std::wstring& path) override;
   void progress(int value, int maximum) override;
   void operation(std::string_view name, int result, long long nanoseconds) override;

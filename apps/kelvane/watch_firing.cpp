@@ -55,7 +55,7 @@ void FiringWatch::saved(const headless::SavedDocument& document) {
 }
 
 // What the trigger's run works on is followed under its new name.
-void FiringWatch::renamed(const headless::RenamedModel& model) {
+void FiringWatch::renamed(const headless::RenamedDocument& model) {
   const std::string before = label(model.before, model.type), now = label(model.now, model.type);
   if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
   if (!running_) return;

@@ -234,7 +234,7 @@ void Screen::message(const std::wstring& /*text*/) { changed_ = true; }
 
 void Screen::saved(const headless::SavedDocument& document) { written_.noteModel(document.path); }
 
-void Screen::renamed(const headless::RenamedModel& model) { written_.noteModel(model.path); }
+void Screen::renamed(const headless::RenamedDocument& model) { written_.noteModel(model.path); }
 
 void Screen::progress(int value, int /*maximum*/) {
   changed_ = true;

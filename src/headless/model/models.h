@@ -41,7 +41,7 @@ struct ModelInMemory {
 struct ModelsHost {
   std::function<void(const std::wstring&)> message;
   std::function<void(const SavedDocument&)> saved;
-  std::function<void(const RenamedModel&)> renamed;
+  std::function<void(const RenamedDocument&)> renamed;
   std::function<void(const std::wstring&)> unreadable;  // the path; its message was told
   std::function<void(creo::ProMdl)> erased;
   bool withholdSaves = false;

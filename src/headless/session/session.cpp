@@ -28,7 +28,7 @@ Session::State::State(SessionOptions given)
                 saved.push_back(document);
                 if (observer) observer->saved(document);
               },
-              [this](const RenamedModel& model) {
+              [this](const RenamedDocument& model) {
                 if (observer) observer->renamed(model);
               },
               [this](const std::wstring& path) {

@@ -38,7 +38,7 @@ struct SavedDocument {
 };
 
 // A model that got another name, with its documents, or in a dry run would have got it.
-struct RenamedModel {
+struct RenamedDocument {
   std::wstring before, now;  // "BRACKET"
   creo::ProMdlType type{};
   std::wstring pathBefore, path;  // of the newest document; empty for a model that was never saved
@@ -50,7 +50,7 @@ class SessionObserver {
   virtual ~SessionObserver() = default;
   virtual void message(const std::wstring& /*text*/) {}  // the message area
   virtual void saved(const SavedDocument& /*document*/) {}
-  virtual void renamed(const RenamedModel& /*model*/) {}
+  virtual void renamed(const RenamedDocument& /*model*/) {}
   // A document that a model was to be read from can't be read; a message says why.
   virtual void unreadable(const std::wstring& /*path*/) {}
   virtual void progress(int /*value*/, int /*maximum*/) {}  // a dialog's progress bar moved

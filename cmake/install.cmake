@@ -19,12 +19,9 @@ add_custom_target(manual ALL DEPENDS ${manual}/made)
 
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 install(TARGETS kelvane kelvane-import RUNTIME_DEPENDENCY_SET libraries RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-# The plug-in and, beside it, the program that reads files of other systems.
-set(plugin_folder ${CMAKE_INSTALL_LIBDIR}/kelvane)
-install(TARGETS kelvane_user LIBRARY DESTINATION ${plugin_folder})
-file(RELATIVE_PATH import_link /${plugin_folder} /${CMAKE_INSTALL_BINDIR}/kelvane-import)
-file(CREATE_LINK ${import_link} ${CMAKE_BINARY_DIR}/kelvane-import.link SYMBOLIC)
-install(FILES ${CMAKE_BINARY_DIR}/kelvane-import.link DESTINATION ${plugin_folder} RENAME kelvane-import)
+install(TARGETS kelvane_user LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/kelvane)
+# A host that loads the library finds the program that reads STEP and IGES beside it.
+install(TARGETS kelvane-import RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/kelvane)
 install(DIRECTORY installation/ DESTINATION ${CMAKE_INSTALL_DATADIR}/kelvane PATTERN "icons" EXCLUDE)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
@@ -35,10 +32,11 @@ install(FILES ${manual}/zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-comp
 install(FILES ${manual}/fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME kelvane.fish)
 
 # The libraries go into the archive alone; the C library and what belongs to it are the machine's.
-set_target_properties(kelvane kelvane-import PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/kelvane")
+set_target_properties(kelvane kelvane-import PROPERTIES
+  INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/kelvane;$ORIGIN")
 install(RUNTIME_DEPENDENCY_SET libraries
   PRE_EXCLUDE_REGEXES "^ld-linux" "^lib(c|m|dl|rt|pthread|resolv|util)\\.so"
-  LIBRARY DESTINATION ${plugin_folder} COMPONENT libraries EXCLUDE_FROM_ALL)
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/kelvane COMPONENT libraries EXCLUDE_FROM_ALL)
 
 set(CPACK_PACKAGE_NAME kelvane)
 set(CPACK_PACKAGE_VENDOR "Kelvane User")

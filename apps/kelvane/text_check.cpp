@@ -53,6 +53,12 @@ std::string expressionFault(std::wstring_view text) {
   return fault.empty() ? fault : fault + ": '" + text::toUtf8(text) + "'";
 }
 
+// Lines that go into relations as they stand: what stands there in slashes is a comment.
+bool isLineOfRelations(std::wstring_view attribute) {
+  constexpr std::wstring_view kLines[] = {L"relationline", L"postline", L"addText", L"through"};
+  return std::any_of(std::begin(kLines), std::end(kLines), [&](auto line) { return attribute.starts_with(line); });
+}
+
 // What "$$repl$" looks for: up to a sign, "$!" standing for the sign itself.
 void findExpression(std::wstring_view arguments, std::vector<std::string>& faults) {
   std::size_t end = arguments.find(L'$');
@@ -146,8 +152,11 @@ std::vector<std::string> expressionFaults(const core::XmlNode& task, std::string
   for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
     for (std::uint16_t i = 0; i < block->count; ++i) {
       const core::XmlAttr& one = *block->items[i];
-      const std::string fault = pathAttribute(type, one.name) ? std::string() : expressionFault(one.value);
-      if (!fault.empty()) faults.push_back("'" + text::toUtf8(one.name) + "': " + fault);
+      if (pathAttribute(type, one.name) || isLineOfRelations(one.name)) continue;
+      // An attribute may hold a pattern a line.
+      for (const std::wstring& pattern : text::split(text::replaceAll(one.value, L"&#10;", L"\n"), L'\n'))
+        if (const std::string fault = expressionFault(pattern); !fault.empty())
+          faults.push_back("'" + text::toUtf8(one.name) + "': " + fault);
     }
   }
   return faults;

@@ -103,6 +103,11 @@ TEST(DeletedLayers, GoFromOtherLayersAndStatesToo) {
        {"name_0='*'", L"|Delete: 01_DATUMS|Delete: 02_AXES|Delete: OLD_A|Delete: OLD_B|Delete: SELF", " | WORK()*"},
        {"name_0='02*' copyTo='OLD_?' ", L"|W:No layer fits 'OLD_?', so no items are copied|Delete: 02_AXES",
         "01_DATUMS:5 OLD_A=blank OLD_B:L3 SELF:L7 | WORK(01_DATUMS=hidden OLD_A=normal)*"},
+       {"name_0='OLD*' copyTo='/(*LIMIT_MATCH=5)(?:.?){9}[#~]|OLD_A/'",
+        L"|E:The pattern '/(*LIMIT_MATCH=5)(?:.?){9}[#~]|OLD_A/' was given up on the text '01_DATUMS': it takes too "
+        L"many "
+        L"steps|E:No layer is deleted, as a pattern was given up",
+        kUntouched},
        // Each layer's items come to the two that stay, though the pattern fits those as well.
        {"name_0='*' copyTo='/SELF|OLD_A/'",
         L"|Copy Items to: OLD_A|Copy Items to: SELF|Delete: 01_DATUMS|Copy Items to: OLD_A|Copy Items to: SELF|Delete: "

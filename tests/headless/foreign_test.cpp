@@ -97,6 +97,24 @@ TEST_F(ForeignTest, AReaderThatEndsHangsOrIsMissingIsAFaultOfTheFile) {
   EXPECT_EQ(ProNoError, import("plate.stp")) << messages();
 }
 
+// A program that ended is tried once more without what earlier files left in it; one that is late isn't waited for
+// twice.
+TEST_F(ForeignTest, WhatTakesTooLongIsNotTriedAgain) {
+  write("plate.stp", test::stepTetrahedron());
+  const std::string answer = R"({"fault": "", "warnings": [], "unit": 1.0, "nodes": []})"
+                             "\n";
+  const std::uint64_t length = answer.size();
+  write("answer", std::string(reinterpret_cast<const char*>(&length), sizeof length) + answer);
+  write("reader", "#!/bin/sh\necho >> " + folder_ + "/starts\ncat " + folder_ + "/answer >&0\nexec sleep 60\n");
+  geometry::foreignPlace().program = folder_ + "/reader";
+  std::filesystem::permissions(geometry::foreignPlace().program, std::filesystem::perms::owner_all);
+  (void)import("plate.stp");
+  geometry::foreignPlace().time = std::chrono::seconds(1);
+  EXPECT_EQ(ProGeneralError, import("plate.stp"));
+  EXPECT_NE(std::string::npos, messages().find("plate.stp: reading it wasn't done within 1 seconds")) << messages();
+  EXPECT_EQ("\n", read("starts"));
+}
+
 TEST_F(ForeignTest, AFileThatTakesMoreMemoryThanItShouldIsRefused) {
   write("plate.stp", test::stepTetrahedron());
   geometry::foreignPlace().program = test::binaryFolder() + "/./kelvane-import";  // one that has read nothing yet

@@ -111,6 +111,12 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "'/(/'"},
       {"<task type='deleteLayer' version='3' forPRT='true' name_0='/(/' name_1='/%A%(/' name_2='//'/>",
        ":4: B0: 'name_0': an expression that doesn't compile (missing closing parenthesis): '/(/'"},
+      {"<task type='deleteModelProProgramLines' version='3' forPRT='true' delline='/A/&amp;#10;/(/'/>",
+       ":4: B0: 'delline': an expression that doesn't compile (missing closing parenthesis): '/(/'"},
+      {"<task type='addModelRelationLines' version='3' forPRT='true' relationline0='/* ---- (masses ---- */'/>", ""},
+      {"<task type='deleteModelRelationLines' version='3' forPRT='true' delline0='/* old */'/>",
+       ":4: B0: 'delline0': an expression that doesn't compile (quantifier does not follow a repeatable item): '/* old "
+       "*/'"},
       {message("$$repl$/a($!/$b$%A%$$"),
        ":4: B0: 'message': an expression that doesn't compile (missing closing parenthesis): '/a($/'"},
       {message("$$repl$/a$!/$b$%A%$$"), ""},

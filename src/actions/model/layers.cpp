@@ -11,6 +11,7 @@
 #include "creo/ProUtil.h"
 #include "documents/predicates.h"
 #include "engine/compare.h"
+#include "engine/comparison_watch.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -128,16 +129,20 @@ class Deletion {
   explicit Deletion(const Task& task) : task_(task) {
     const std::wstring_view copyTo = task.attribute(L"copyTo");
     if (copyTo.empty()) return;
+    const engine::GivenUp givenUp;
     eachLayer(task.model(), copyTo, [&](const NamedLayer& target) {
       targetIds_.insert(target.layer.id);
       targets_.push_back(target);
       return creo::ProNoError;
     });
-    if (targets_.empty())
+    knowsTargets_ = !givenUp.any();
+    if (targets_.empty() && knowsTargets_)
       core::logWrite(text::format(L"No layer fits '%s', so no items are copied", copyTo), core::kWarning);
   }
 
   void run() {
+    // One that should stay, or get their items, might go.
+    if (!knowsTargets_) return core::logWrite(L"No layer is deleted, as a pattern was given up", core::kError);
     for (const Task::Numbered& name : task_.numberedAll(L"name_", kMostLayerNames))
       eachLayer(task_.model(), name.value, [this](const NamedLayer& found) { return work(found); });
   }
@@ -166,6 +171,7 @@ class Deletion {
   const Task& task_;
   std::vector<NamedLayer> targets_;
   std::unordered_set<int> targetIds_, failed_;
+  bool knowsTargets_ = true;
   Restarts restarts_{kMostDeletions};
 };
 

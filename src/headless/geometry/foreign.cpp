@@ -37,6 +37,7 @@ class Reader {
   struct Answer {
     std::string wire;
     std::wstring fault;
+    bool isLate = false;
   };
   // size: of what is read.
   Answer ask(ForeignRequest request, std::uint64_t size) {
@@ -47,8 +48,8 @@ class Reader {
     if (program_ != programFor(place)) helper_.reset();
     const bool isUsed = helper_ != nullptr;
     Answer answer = askOnce(request, time);
-    // What an earlier file left behind is no fault of this one.
-    return !answer.fault.empty() && isUsed ? askOnce(request, time) : answer;
+    // What an earlier file left behind is no fault of this one; what takes too long would take as long again.
+    return !answer.fault.empty() && !answer.isLate && isUsed ? askOnce(request, time) : answer;
   }
   void end() { helper_.reset(); }
 
@@ -60,13 +61,14 @@ class Reader {
       if (!started)
         return {{},
                 text::format(L"the program that reads it doesn't start: %s: %s", text::fromUtf8(program_),
-                             text::fromUtf8(started.error.message()))};
+                             text::fromUtf8(started.error.message())),
+                false};
       helper_ = std::move(started.value);
     }
     auto answer = helper_->ask(written(request), time);
-    if (answer) return {std::move(answer.value), {}};
+    if (answer) return {std::move(answer.value), {}, false};
     helper_.reset();
-    return {{}, faultOf(answer.error, time)};
+    return {{}, faultOf(answer.error, time), answer.error == std::errc::timed_out};
   }
 
   std::string program_;
@@ -99,7 +101,7 @@ Said asked(const ForeignRequest& request, std::uint64_t size, Said (*read)(std::
 // ---- is the file whole?
 
 std::string_view withoutBlanksAtEnd(std::string_view text) {
-  const auto last = text.find_last_not_of(" \t\r\n\0");
+  const auto last = text.find_last_not_of(std::string_view(" \t\r\n\0", 5));
   return text.substr(0, last == text.npos ? 0 : last + 1);
 }
 

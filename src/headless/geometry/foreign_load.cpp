@@ -9,6 +9,7 @@
 #include <TColStd_SequenceOfAsciiString.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -63,8 +64,9 @@ void checkTransfer(const Handle(XSControl_WorkSession) & session, Loaded& loaded
 void refuseFarPoints(const Handle(Interface_InterfaceModel) & model, double unit) {
   for (int i = 1; i <= model->NbEntities(); ++i) {
     const auto point = Handle(StepGeom_CartesianPoint)::DownCast(model->Value(i));
-    if (point.IsNull() || point->Coordinates().IsNull()) continue;
-    for (int axis = 1; axis <= point->NbCoordinates(); ++axis) {
+    if (point.IsNull()) continue;
+    // Points on surfaces have two; the library's array of all of them has room for no third one then.
+    for (int axis = 1; axis <= std::min(point->NbCoordinates(), 3); ++axis) {
       if (!(std::abs(point->CoordinatesValue(axis)) * unit < kFarthest))
         throw ShapeFault{L"a point of it lies farther than any part reaches, or nowhere"};
     }

@@ -22,7 +22,8 @@ constexpr std::array<TypeWord, 5> kWords = {{{"String", ProParamvalueType::strin
                                              {"Boolean", ProParamvalueType::boolean},
                                              {"Note", ProParamvalueType::noteId}}};
 
-bool isWholeNumber(const std::wstring& text, bool fraction) {
+// No blanks, no other base: a value is written as it will be shown.
+bool hasNumberForm(const std::wstring& text, bool fraction) {
   const std::wstring_view allowed = fraction ? L"0123456789+-.eE" : L"0123456789+-";
   return !text.empty() && text.find_first_not_of(allowed) == text.npos;
 }
@@ -43,13 +44,13 @@ void setValue(creo::ProParamvalue& value, const std::wstring& text, const std::s
   if (value.type == ProParamvalueType::string) {
     value.string = text;
   } else if (value.type == ProParamvalueType::integer) {
-    const auto read = text::readInt(text);
-    if (read.fault != text::NumberFault::none || !isWholeNumber(text, false)) refuse("whole number");
-    value.integer = read.value;
+    const auto read = hasNumberForm(text, false) ? text::wholeInt(text) : std::nullopt;
+    if (!read) return refuse("whole number");
+    value.integer = *read;
   } else if (value.type == ProParamvalueType::real) {
-    const auto read = text::readDouble(text);
-    if (read.fault != text::NumberFault::none || !isWholeNumber(text, true)) refuse("number");
-    value.real = read.value;
+    const auto read = hasNumberForm(text, true) ? text::wholeDouble(text) : std::nullopt;
+    if (!read) return refuse("number");
+    value.real = *read;
   } else {
     value.boolean = text::equalNoCase(text, L"true") || text::equalNoCase(text, L"yes");
     const bool isNo = text::equalNoCase(text, L"false") || text::equalNoCase(text, L"no");

@@ -45,8 +45,8 @@ Got<ProParameter> ProParameterWithUnitsCreate(const ProModelitem& owner, const s
 ProError ProParameterDelete(const ProParameter& parameter);
 // Puts the parameter back that ProParameterDelete took last, whole and at its place, with its columns and the values
 // that rows had in them. successor: one that was made in its place meanwhile and goes again; null: none.
-// ProNotFound: the last one wasn't of that owner. ProExists: another one has its name now. ProParameterDelete's codes
-// where the successor can't go.
+// ProNotFound: the last one wasn't of that owner, or the successor has gone. ProExists: another one has its name now,
+// which isn't the successor.
 ProError ProParameterDeleteUndo(const ProModelitem& owner, const ProParameter* successor);
 // Gives a parameter what the one that was deleted last, of the same owner, had beside name, kind, value, units,
 // description and designation: its restriction, what else its model keeps with it, and the places of its columns.

@@ -221,6 +221,11 @@ TEST_F(EditParameters, AConversionCarriesAllOrTouchesNothing) {
        L"'LEN'|E:Parameter 'LEN' is put back as it was"},
       {restricted + "," + grade, table + locked, toInteger + rename("searchin='1' name='LEN' value='REACH'"), "", "",
        L"E:Parameter 'LEN' has a value of its own in the locked instance 'L7', it stays as it is"},
+      // A relation that has the new name already doesn't keep the old parameter from coming back.
+      {restricted, R"("relations":["W=REACH"],)" + with(table, "7.1", "1.1") + unlocked,
+       rename("searchin='1' name='LEN' value='REACH'"), "", "",
+       L"E:The value '1.100000' of 'REACH' can't be set in the instance 'L7'|E:Not all instances can have their "
+       L"values of 'REACH'|E:Parameter 'LEN' is put back as it was"},
       {restricted + "," + grade, table + unlocked, edit("searchin='1' name='*' totype='3' value='true'"), "", "",
        L"E:The restriction of 'LEN' is for its own type, it stays as it is"},
       {restricted + "," + grade, table + unlocked, rename("searchin='1' name='LEN' value='2LEN'"), "", "",

@@ -29,6 +29,10 @@ TEST_F(Groups, RunTheirTasksInTheirModes) {
       {group("reworkMode='4' forcount='%ROUNDS%'", "<task type='unknown'/>"),
        L"loop no - 0|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL|"
        L"loop no - 1|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL"},
+      {group("reworkMode='4' forcount='2,5'", "<task type='unknown'/>"),
+       L"W:'2,5' is read as 2: the decimal sign is a point|loop no - 0|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL|"
+       L"loop no - 1|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL"},
+      {group("reworkMode='4' forcount='twice'", set), L"W:'twice' is read as 0"},
       {group("reworkMode='6'", set), L""},
       {group("reworkMode='9'", set), L""},
       {task("groupActions"), L""},

@@ -94,10 +94,10 @@ TEST_F(Surroundings, ProgramsRunWaitedForOrNot) {
   os::surroundings().clock = clock;
   EXPECT_EQ(
       L"B0 Run MSDos command|Run Shell Command|B1 Run MSDos command|Run Shell Command|B2 Run MSDos "
-      L"command|Run Shell Command",
+      L"command|W:'1 s' is read as 1|Run Shell Command",
       run(task("runMSDOScommand", "cmd='d:/tools/mail.cmd' args='-s &quot;%COLOR%&quot;' uncup='false' waitafter='2'") +
           task("runMSDOScommand", "cmd='echo'") +
-          task("runMSDOScommand", "cmd='@project_dir@/a.cmd' args='x' uncup='true' waitafter='1'")));
+          task("runMSDOScommand", "cmd='@project_dir@/a.cmd' args='x' uncup='true' waitafter='1 s'")));
   ASSERT_EQ(3U, programs().asked().size());
   EXPECT_EQ(L"run d:\\tools\\mail.cmd -s \"red\"", programs().asked()[0]);
   EXPECT_EQ(L"run echo ", programs().asked()[1]);

@@ -5,6 +5,7 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
+#include "engine/read_number.h"
 #include "engine/task.h"
 #include "engine/under_work.h"
 #include "text/format.h"
@@ -37,13 +38,17 @@ class GroupGuard {
 void runPlain(const Task& task) { runSubtasks(task.node(), task.subject()); }
 
 // The bound is read anew each round, so that a variable set in the loop changes it. One that can't be replaced ends
-// the loop.
-int roundsOf(const Task& task) {
-  const Replaced count = task.text(L"forcount");
-  return count.hasText() ? text::parseInt(count.text) : 0;
+// the loop. told: the one before; what is cut of a bound is told once.
+int roundsOf(const Task& task, std::wstring& told) {
+  Replaced count = task.text(L"forcount");
+  if (!count.hasText()) return 0;
+  const int rounds = count.text == told ? text::parseInt(count.text) : integerOrZero(count.text);
+  told = std::move(count.text);
+  return rounds;
 }
 void runLoop(const Task& task) {
-  for (int i = 0; i < roundsOf(task); ++i) {
+  std::wstring told;
+  for (int i = 0; i < roundsOf(task, told); ++i) {
     core::logIndented(text::format(L"loop no - %d", i), core::kNormal, 1);
     runSubtasks(task.node(), task.subject());
   }

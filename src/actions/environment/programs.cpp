@@ -2,12 +2,12 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProUtil.h"
+#include "engine/read_number.h"
 #include "engine/task.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace actions {
 namespace {
@@ -50,7 +50,7 @@ Outcome runShellCommand(const Task& task) {
     runAndWait(command + L" " + arguments, folder);
   else
     startDetached(command, arguments, folder);
-  waitSeconds(text::parseInt(task.attribute(L"waitafter")));
+  waitSeconds(integerOrZero(task.attribute(L"waitafter")));
   core::logIndented(L"Run Shell Command", core::kNormal, 1);
   return done;
 }

@@ -105,7 +105,7 @@ class FamilyValues {
   void report(const std::wstring& parameter) const {
     core::logWrite(L"clear memory", core::kDebug);
     for (const auto& [instance, value] : values_)
-      core::logWrite(text::format(L"for %s is %s = %s", parameter, instance, textOf(value)), core::kDebug);
+      core::logWrite(text::format(L"for %s is %s = %s", parameter, instance, exactTextOf(value)), core::kDebug);
   }
 
  private:
@@ -114,8 +114,8 @@ class FamilyValues {
   }
   static bool restoreValue(const ProFaminstance& instance, const ProFamtableItem& item, const ProParamvalue& value) {
     if (insists([&] { return ProFaminstanceValueSet(instance, item, value) == ProNoError; })) return true;
-    core::logWrite(text::format(L"The value '%s' of '%s' can't be set in the instance '%s'", textOf(value), item.name,
-                                instance.name),
+    core::logWrite(text::format(L"The value '%s' of '%s' can't be set in the instance '%s'", exactTextOf(value),
+                                item.name, instance.name),
                    core::kError);
     return false;
   }
@@ -234,7 +234,7 @@ class Conversion {
     };
     if (!insists(create)) return text::format(L"Parameter '%s' can't be created", newName_);
     if (!insists([&] { return ProParameterRemainsTake(made) == ProNoError; }))
-      return text::format(L"The restriction of '%s' doesn't allow '%s'", newName_, textOf(wanted_));
+      return text::format(L"The restriction of '%s' doesn't allow '%s'", newName_, exactTextOf(wanted_));
     const bool described = from_.description.empty() ||
                            insists([&] { return ProParameterDescriptionSet(made, from_.description) == ProNoError; });
     const bool designated =
@@ -247,10 +247,10 @@ class Conversion {
   void putBack(const ProParameter& made) const {
     const ProParameter* successor = made.id.empty() ? nullptr : &made;
     const bool isBack = insists([&] { return ProParameterDeleteUndo(parameter_.owner, successor) == ProNoError; });
-    core::logWrite(
-        isBack ? text::format(L"Parameter '%s' is put back as it was", from_.name)
-               : text::format(L"Parameter '%s' with the value '%s' can't be put back", from_.name, textOf(from_.value)),
-        core::kError);
+    core::logWrite(isBack ? text::format(L"Parameter '%s' is put back as it was", from_.name)
+                          : text::format(L"Parameter '%s' with the value '%s' can't be put back", from_.name,
+                                         exactTextOf(from_.value)),
+                   core::kError);
   }
 
   const ProParameter& parameter_;

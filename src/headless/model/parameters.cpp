@@ -126,6 +126,11 @@ bool sameOwner(const ProModelitem& a, const ProModelitem& b) {
   return a.type == b.type && a.id == b.id && a.owner == b.owner && text::equalNoCase(a.name, b.name);
 }
 
+void erase(const ParameterPlace& place) {
+  place.list->list.erase(place.list->list.begin() + static_cast<std::ptrdiff_t>(place.at));
+  place.list->index.drop();
+}
+
 // A converted number without the digits that only the conversion gives it: 3 in are 76.2 mm, not 76.19999999999999.
 double cleaned(double value) {
   constexpr int kDigits = 15;  // what a double holds of any decimal number
@@ -302,8 +307,7 @@ ProError Parameters::remove(const ProParameter& parameter) {
   touch(p);
   removed->record = std::move(p.record());
   removed->changes = document.marks().changes;
-  p.list->list.erase(p.list->list.begin() + static_cast<std::ptrdiff_t>(p.at));
-  p.list->index.drop();
+  erase(p);
   removed_ = std::move(removed);
   return creo::ProNoError;
 }
@@ -312,17 +316,19 @@ ProError Parameters::undoRemoval(const ProModelitem& item, const ProParameter* s
   if (!removed_ || !sameOwner(removed_->owner, item)) return creo::ProNotFound;
   const auto owned = owner(item);
   if (!owned) return owned.error;
-  auto removed = std::move(removed_);
-  const std::string name = removed->record.name;
-  ProError result = successor ? remove(*successor) : creo::ProNoError;
-  if (result == creo::ProNoError && removed->wasAlone && find({text::fromUtf8(name), item, 0}))
-    result = creo::ProExists;
-  if (result != creo::ProNoError) {
-    removed_ = std::move(removed);
-    return result;
-  }
-  removed_.reset();
+  const std::string name = removed_->record.name;
   ModelDocument& document = *owned.value.model->document;
+  if (successor) {
+    const auto made = find(*successor);
+    if (!made) return made.error;
+    // A relation that had the new name already doesn't hold it: the model had none of that name before.
+    touch(made.value);
+    if (made.value.ofModel && !made.value.row)
+      takeColumns(document, ProFamitemType::parameter, made.value.record().name);
+    erase(made.value);
+  }
+  if (removed_->wasAlone && find({text::fromUtf8(name), item, 0})) return creo::ProExists;
+  const auto removed = std::move(removed_);
   const bool wasUntouched = document.marks().changes == removed->changes;
   const Part part = newPart(owned.value, item);
   auto& records = part.list->list;

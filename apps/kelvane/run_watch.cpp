@@ -275,11 +275,8 @@ void RunWatch::tellUnknownSteps() {
 // Does the document differ from what lies on disk, or in a dry run would lie there, its history aside?
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
-  const auto known = saved_.find(labelOf(document));
-  const bool isWithheld = known != saved_.end() && !options_.writesModels();
-  const std::string before =
-      isWithheld ? known->second.withheld
-                 : os::files().read(document.folder + headless::documentFileName(document, document.version)).value;
+  const std::wstring path = document.folder + headless::documentFileName(document, document.version);
+  const std::string before = session_.models().written(path).value;
   return before.empty() || compared({}, before, session_.models().documentText(model).value).any();
 }
 

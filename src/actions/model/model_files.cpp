@@ -11,6 +11,7 @@
 #include "creo/ProMdlBackup.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
+#include "engine/output_file.h"
 #include "engine/run.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -176,7 +177,7 @@ creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstrin
 
 Outcome backupAction(const Task& task) {
   if (const auto ended = beginOn(task, {.title = core::msgText(kBackupTitle)}, kAllModels, {L"path"})) return *ended;
-  const std::wstring path = task.path(L"path", L"models");
+  const std::wstring path = wholePath(task.path(L"path", L"models"));
   const std::wstring folder = os::asFolder(path);
   const Needed needed(task.model());
   core::logIndented(text::format(core::msgText(kBackupTo), path), core::kNormal, 1);

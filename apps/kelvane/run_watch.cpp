@@ -8,6 +8,7 @@
 #include "core/state.h"
 #include "creo/ProUITable.h"
 #include "engine/comparison_watch.h"
+#include "engine/run.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/interrupt.h"
@@ -89,7 +90,6 @@ void RunWatch::tellRefusedExpressions() {
 void RunWatch::begin(std::vector<std::string> rows) {
   rows_ = std::move(rows);
   running_ = true;
-  working_ = rows_.empty() ? std::string() : rows_.front();
   log_.begin(core::pluginState().logFile);
   progress_.begin(static_cast<int>(rows_.size()));
 }
@@ -131,10 +131,9 @@ void RunWatch::saved(const headless::SavedDocument& document) {
   noteWritten(known);
 }
 
-// The model stays the same one: what was saved under its old name, and its row, are followed.
+// The model stays the same one: what was saved under its old name is followed.
 void RunWatch::renamed(const headless::RenamedDocument& model) {
   const std::string before = label(model.before, model.type), now = label(model.now, model.type);
-  if (working_ == before) working_ = now;
   if (options_.readOnly) return;
   Document& known = documentOf(before);
   byLabel_.erase(before);
@@ -185,7 +184,7 @@ std::string RunWatch::outcomeOf(const Worked& worked) {
 }
 
 void RunWatch::finishModel(const std::string& row) {
-  const ModelFileName name = modelFileName(working_);
+  const ModelFileName name = modelFileName(engine::rowNow(row));
   const auto model = session_.models().inMemory(name.name, name.type);
   Worked worked{row, nullptr, !model};
   if (model) {
@@ -203,7 +202,6 @@ void RunWatch::finishModel(const std::string& row) {
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
   worked_.push_back(std::move(worked));
   progress_.step(static_cast<int>(done_), row, outcome);
-  working_ = done_ < rows_.size() ? rows_[done_] : std::string();
   if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
@@ -275,11 +273,8 @@ void RunWatch::tellUnknownSteps() {
 // Does the document differ from what lies on disk, or in a dry run would lie there, its history aside?
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
-  const auto known = saved_.find(labelOf(document));
-  const bool isWithheld = known != saved_.end() && !options_.writesModels();
-  const std::string before =
-      isWithheld ? known->second.withheld
-                 : os::files().read(document.folder + headless::documentFileName(document, document.version)).value;
+  const std::wstring path = document.folder + headless::documentFileName(document, document.version);
+  const std::string before = session_.models().written(path).value;
   return before.empty() || compared({}, before, session_.models().documentText(model).value).any();
 }
 

@@ -103,7 +103,6 @@ class RunWatch : public headless::SessionObserver {
   LogTeller log_;
   std::vector<std::string> rows_;
   std::size_t done_ = 0;
-  std::string working_;  // the model of the row that is worked, by its name of now
   std::vector<Worked> worked_;
   std::deque<Document> documents_;                      // they stay where they are
   std::unordered_map<std::string, Document*> byLabel_;  // by their names of now

@@ -5,6 +5,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUtil.h"
+#include "os/links.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/format.h"
@@ -19,7 +20,7 @@ bool isSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 std::wstring_view withoutLooseEnd(std::wstring_view name) { return name.substr(0, name.find_last_not_of(L". ") + 1); }
 
 // "gear.prt" and "gear.prt.12".
-bool isModelDocument(std::wstring_view path) {
+bool isDocumentName(std::wstring_view path) {
   constexpr std::wstring_view kTypes[] = {L".prt", L".asm", L".drw", L".frm", L".mfg", L".lay", L".sec"};
   const std::wstring whole = os::nameOf(path);
   std::wstring_view name = withoutLooseEnd(whole);
@@ -29,8 +30,11 @@ bool isModelDocument(std::wstring_view path) {
                      [&](std::wstring_view type) { return text::endsWithNoCase(name, type); });
 }
 
-// One spelling for all letters that lead to a file.
-std::wstring settled(std::wstring_view path) { return text::lower(os::mounts().system(os::mounts().machine(path))); }
+// A link is written through to its file.
+bool isModelDocument(std::wstring_view path) { return isDocumentName(path) || isDocumentName(os::behindLinks(path)); }
+
+// One spelling for all letters and links that lead to a file.
+std::wstring settled(std::wstring_view path) { return text::lower(os::behindLinks(path)); }
 
 bool isLog(std::wstring_view path) { return settled(path) == settled(core::pluginState().logFile); }
 

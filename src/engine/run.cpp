@@ -1,8 +1,10 @@
 #include "engine/run.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "core/log.h"
@@ -57,13 +59,14 @@ constexpr std::array kPasses = {ProMdlType::part, ProMdlType::assembly, ProMdlTy
 struct Run {
   std::unique_ptr<XmlDocument> document;
   documents::ActionList list;
-  std::vector<std::string> rows;  // of the table; it stands still during the run
-  std::size_t row = 0;            // the next one to look at
-  std::size_t pass = 0;           // in kPasses
-  int progress = 0;               // finished models
-  std::string waitingRow;         // the row whose window was asked for
-  int window = 0;                 // that the run waits for
-  bool windowCreated = false;     // by the run, which closes it again
+  std::vector<std::string> rows;                         // of the table; it stands still during the run
+  std::size_t row = 0;                                   // the next one to look at
+  std::size_t pass = 0;                                  // in kPasses
+  int progress = 0;                                      // finished models
+  std::string waitingRow;                                // the row whose window was asked for
+  std::unordered_map<std::string, std::string> renamed;  // "OLD.PRT" to "NEW.PRT"
+  int window = 0;                                        // that the run waits for
+  bool windowCreated = false;                            // by the run, which closes it again
 };
 
 // Shared, so that a step which ends the run still stands on it.
@@ -283,7 +286,7 @@ bool windowIsAskedFor() {
 Opening openRow(const std::string& row) {
   Run& state = *run();
   state.windowCreated = false;
-  const std::wstring name = rowModelName(row);
+  const std::wstring name = rowModelName(rowNow(row));
   const ProMdlType type = rowType(row);
   state.waitingRow = row;
   if (isCurrentModel(name, type)) {
@@ -314,7 +317,9 @@ void runWaitingRow() {
   if (!run()) return;  // an action closed the tool
   if (state.windowCreated) {
     ProWindowCurrentSet(state.window);
-    ProWindowCurrentClose();
+    const auto current = ProWindowCurrentGet();
+    // Where it doesn't come forward the current window is another one, the user's.
+    if (current && current.value == state.window) ProWindowCurrentClose();
   }
   finishModel();
 }
@@ -390,6 +395,20 @@ void unsetRefreshNotifications() {
 
 bool runGoesOn() { return run() != nullptr; }
 
+void followRename(const std::string& before, const std::string& now) {
+  if (!run()) return;
+  auto& renamed = run()->renamed;
+  const auto known =
+      std::find_if(renamed.begin(), renamed.end(), [&](const auto& one) { return one.second == before; });
+  (known == renamed.end() ? renamed[before] : known->second) = now;
+}
+
+std::string rowNow(const std::string& row) {
+  if (!run()) return row;
+  const auto found = run()->renamed.find(row);
+  return found == run()->renamed.end() ? row : found->second;
+}
+
 void startRun() {
   if (runGoesOn()) return;
   unsetRefreshNotifications();
@@ -432,7 +451,7 @@ void runSection(const XmlNode* section, const std::string& rowName) {
   if (!rowName.empty()) {
     state.currentModelText = text::format(msgText(340), text::fromUtf8(rowName));
     logWrite(state.currentModelText, kTitle);
-    subject.name = rowModelName(rowName);
+    subject.name = rowModelName(rowNow(rowName));
     subject.extension = typeExtension(rowType(rowName));
     const auto model = ProMdlRetrieve(subject.name, rowType(rowName));
     if (!model) return logWrite(L"Can't retrieve model", kError);

@@ -211,11 +211,13 @@ TEST_F(ModelFiles, ACopyWithoutRoomLeavesNothing) {
 
 TEST_F(ModelFiles, ABackupHasWhatTheModelNeedsOrNothing) {
   std::filesystem::create_directories(world.models() + "/backup");
+  std::filesystem::create_directories(world.models() + "/again");
   std::filesystem::create_directories(world.models() + "/small");
   const auto backup = [](const std::string& path) {
     return "<task type='backupAction' version='3' forASM='true' forEF='false' " + path + "/>";
   };
-  world.list("list.xml", backup("path='d:/backup'") + backup("path='d:/none'") + backup("path='d:/'") + backup(""));
+  world.list("list.xml", backup("path='d:/backup'") + backup("path='d:/none'") + backup("path='d:/'") + backup("") +
+                             backup("path='again'"));
   world.list("full.xml", backup("path='d:/small'"));
   world.config("kvd_write_history_in_models=0");
   world.runOn(L"TOP", ProMdlType::assembly, "list.xml");
@@ -224,7 +226,9 @@ TEST_F(ModelFiles, ABackupHasWhatTheModelNeedsOrNothing) {
       L"d:\\backup\\bracket.asm.2|d:\\backup\\other.prt.1|Exported|"
       L"B1 Backup action|Export model to d:\\none|E:The specified directory (path) is invalid.|"
       L"B2 Backup action|Export model to d:\\|E:The specified directory (path) is invalid.|"
-      L"B3 Backup action|E:The attribute 'path' is missing",
+      L"B3 Backup action|E:The attribute 'path' is missing|"
+      L"B4 Backup action|Export model to d:\\again|d:\\again\\top.asm.1|d:\\again\\bracket.prt.1|"
+      L"d:\\again\\bracket.asm.2|d:\\again\\other.prt.1|Exported",
       lastRow(told(world.log())));
   EXPECT_THAT(readBytes(world.models() + "/backup/bracket.prt.1"), HasSubstr("THIN"));
   world.disk().fillAfter(900);

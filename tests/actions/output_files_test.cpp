@@ -23,7 +23,7 @@ class OutputFiles : public ActionTest {
   [[nodiscard]] std::map<std::string, std::string> files() const {
     std::map<std::string, std::string> all;
     for (const auto& entry : fs::recursive_directory_iterator(world.models()))
-      if (entry.is_regular_file()) all[fs::relative(entry.path(), world.models())] = readBytes(entry.path());
+      if (entry.is_regular_file() && !entry.is_symlink()) all[fs::relative(entry.path(), world.models())] = readBytes(entry.path());
     return all;
   }
   static std::size_t count(const std::wstring& text, std::wstring_view piece) {
@@ -39,28 +39,33 @@ class OutputFiles : public ActionTest {
 TEST_F(OutputFiles, OfModelsAndTheLogAreWrittenByNothingElse) {
   writeBytes(world.models() + "/gear.prt", "an old first version");
   writeBytes(world.models() + "/plan.drw.12", "a drawing");
+  fs::create_symlink("plan.drw.12", world.models() + "/plan.csv");
+  fs::create_symlink("new.asm.3", world.models() + "/new.csv");
+  fs::create_symlink(world.temp() + "/LOG - tester - 0.txt", world.models() + "/log.csv");
   const auto before = files();
   world.config("kvd_new_log_file_for_every_run=0");
-  const std::string documents[] = {"d:/bracket.prt.1", "D:\\GEAR.PRT", "gear.prt",  "d:/sub/../plan.drw.12",
-                                   "d:/new.asm.3",     "d:/gear.prt.", "d:/gear.pr"};  // the last by its "t" file
+  const std::string documents[] = {"d:/bracket.prt.1",      "D:\\GEAR.PRT", "gear.prt",
+                                   "d:/sub/../plan.drw.12", "d:/new.asm.3", "d:/gear.prt.",
+                                   "d:/plan.csv",           "d:/new.csv",   "d:/gear.pr"};  // by its "t" file
   std::string tasks;
   for (const std::string& file : documents) {
     for (const char* mode : {"", "overwrite='true'"}) {
       tasks += openReport(file, mode) + task("writeParameters", kRow);
       tasks += task("writeListReport", "sel='9' file='" + file + "' " + std::string(mode));
     }
-    if (file.ends_with(".pr")) continue;
+    if (file.ends_with(".pr") || file.ends_with(".csv")) continue;
     tasks += task("reportFeatureParameter", "csvFileName='" + file + "'");
     tasks += task("exportProductView", "folder='d:' overwriteExisting='true' exportas='.ed' file='" +
                                            file.substr(file.find_last_of("/\\") + 1) + "'");
   }
   const std::string log = "t:/LOG - tester - 0.txt";
-  tasks += openReport(log) + openReport("z:" + world.temp() + log.substr(2), "overwrite='true'");
+  tasks +=
+      openReport(log) + openReport("z:" + world.temp() + log.substr(2), "overwrite='true'") + openReport("d:/log.csv");
   const std::wstring said = run(tasks);
   EXPECT_EQ(before, files());
-  EXPECT_EQ(7 * 4U + 6 * 2U, count(said, L"is the document of a model and isn't written over")) << text::toUtf8(said);
-  EXPECT_EQ(2U, count(said, L"is the log and isn't written over")) << text::toUtf8(core::pluginState().logFile);
-  EXPECT_EQ(7 * 4U + 6 * 2U + 2U, count(said, L"E:"));  // one line each: rows for a refused report go nowhere
+  EXPECT_EQ(9 * 4U + 6 * 2U, count(said, L"is the document of a model and isn't written over")) << text::toUtf8(said);
+  EXPECT_EQ(3U, count(said, L"is the log and isn't written over")) << text::toUtf8(core::pluginState().logFile);
+  EXPECT_EQ(9 * 4U + 6 * 2U + 3U, count(said, L"E:"));  // one line each: rows for a refused report go nowhere
 }
 
 TEST_F(OutputFiles, CountFromTheWorkingFolder) {

@@ -79,7 +79,7 @@ TEST_F(Questions, EachKindShowsItsInputAndSetsWhatItHolds) {
       {"2", kChoices, "kvaneUVValueLabel=Value kvaneUVChooser=st:steel,br:brass,x:x, ", [] {}, L"st"},
       {"2", kChoices, "kvaneUVValueLabel=Value kvaneUVChooser=st:steel,br:brass,x:x, ",
        [this] { ui().choose(kDialog, kMenu, "br"); }, L"br"},
-      {"2", "", "kvaneUVValueLabel=Value kvaneUVChooser= ", [] {}, L"old"},
+      {"2", "", "kvaneUVValueLabel=Value kvaneUVChooser= ", [] {}, L"(none)"},
       {"3", "check_true='%COLOR%' check_false='%NONE%' check_def='true'",
        "kvaneUVValueLabel=Value kvaneUVCheck=red / %NONE% ", [] {}, L"red"},
       {"3", "check_true='yes' check_false='no'", "kvaneUVValueLabel=Value kvaneUVCheck=yes / no ", [] {}, L"no"},
@@ -213,7 +213,7 @@ TEST_F(Questions, AnUnknownTypeAsksNothing) {
   EXPECT_EQ(L"(none)", variable());
 }
 
-TEST_F(Questions, AFailingOperationLeavesTheVariableAndNoDialog) {
+TEST_F(Questions, AFailingOperationLeavesNoFormerAnswerAndNoDialog) {
   const struct {
     const char *operation, *type;
     const wchar_t* error;
@@ -248,7 +248,7 @@ TEST_F(Questions, AFailingOperationLeavesTheVariableAndNoDialog) {
     world.choose(std::string("list") + row.type + ".xml");
     if (row.error) world.session().failNext(row.operation, creo::ProGeneralError);
     world.pressStart();
-    EXPECT_EQ(L"old", variable()) << row.operation;
+    EXPECT_EQ(L"(none)", variable()) << row.operation;
     EXPECT_EQ(nullptr, ui().dialog(kDialog)) << row.operation;
     if (row.error) EXPECT_TRUE(world.logHas(row.error)) << row.operation;
   }

@@ -230,6 +230,26 @@ TEST_F(Run, ARenamedModelKeepsItsRowAndItsRecord) {
   }
 }
 
+// By a group of a row that comes before it.
+TEST_F(Run, ARowWhoseModelWasRenamedBeforeItsTurnIsWorkedUnderItsNewName) {
+  assembly(L"TOP");
+  file("models/sheet.drw.1", R"({"format": 1, "models": [{"name": "TOP", "type": "asm"}]})");
+  const std::string group =
+      "<task type='groupActions' version='3' forPRT='false' forASM='true' forDRW='false' forEF='false' reworkMode='5'"
+      " mdlname='SHEET.DRW'><subtasks><task type='renameModel' version='3' forDRW='true' forEF='false'"
+      " name='PLAN'/></subtasks></task>";
+  list("rename.xml", group + kAddNorm + kSave);
+  for (const std::string mode : {"-n", "--again"}) {
+    const Ended ended = run("rename", {mode});
+    EXPECT_EQ(0, ended.code) << ended.out << ended.err;
+    EXPECT_THAT(ended.err, testing::HasSubstr("] SHEET.DRW  renamed\n"));
+    EXPECT_THAT(recapOf(ended),
+                testing::HasSubstr("models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0"));
+  }
+  EXPECT_THAT(readBytes(path("models/plan.drw.2")), testing::HasSubstr("\"WN-100\""));
+  EXPECT_THAT(recapOf(run("rename")), testing::HasSubstr("models=2 changed=0 unchanged=0 skipped=2 failed=0"));
+}
+
 TEST_F(Run, FilterFileOfThePackageDecides) {
   workspace();
   EXPECT_EQ("BOLT_DIN933.PRT", workedOf(runExample("inventory", {"--filter", "fasteners", "-n"})));

@@ -132,18 +132,26 @@ void showModel(creo::ProMdl model) {
 
 // ---- the ends
 
+// Where the input that is shown gives nothing, what was answered for another model isn't the answer for this one.
 void store(const Task& task) {
-  const auto set = [&](std::wstring_view value) { userVariables().set(task.attribute(L"varName"), value); };
+  const auto take = [&](bool isThere, std::wstring_view value) {
+    if (isThere)
+      userVariables().set(task.attribute(L"varName"), value);
+    else
+      userVariables().remove(task.attribute(L"varName"));
+  };
   if (creo::ProUIInputpanelIsVisible(kDialog, kPanel).value) {
-    if (const auto typed = creo::ProUIInputpanelValueGet(kDialog, kPanel)) set(typed.value);
+    const auto typed = creo::ProUIInputpanelValueGet(kDialog, kPanel);
+    take(static_cast<bool>(typed), typed.value);
   }
   if (creo::ProUIOptionmenuIsVisible(kDialog, kMenu).value) {
     const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kMenu);
-    if (!chosen.value.empty()) set(text::fromUtf8(chosen.value.front()));
+    const bool isAny = !chosen.value.empty();
+    take(isAny, isAny ? text::fromUtf8(chosen.value.front()) : std::wstring());
   }
   if (creo::ProUICheckbuttonIsVisible(kDialog, kCheck).value) {
-    if (const auto on = creo::ProUICheckbuttonGetState(kDialog, kCheck))
-      set(replacedOrBare(task, on.value ? L"check_true" : L"check_false"));
+    const auto on = creo::ProUICheckbuttonGetState(kDialog, kCheck);
+    take(static_cast<bool>(on), replacedOrBare(task, on.value ? L"check_true" : L"check_false"));
   }
 }
 
@@ -170,16 +178,18 @@ std::wstring replacedOrBare(const Task& task, std::wstring_view attribute) {
 }
 
 void askByDialog(const Task& task, QuestionKind kind) {
-  if (creo::ProUIDialogCreate(kDialog, kResource))
-    return core::logIndented(L"Exit, with Error at PROUIDialogCreate", core::kError, 1);
+  const auto fail = [&](std::wstring_view line) {
+    if (kind != QuestionKind::description) userVariables().remove(task.attribute(L"varName"));
+    core::logIndented(line, core::kError, 1);
+  };
+  if (creo::ProUIDialogCreate(kDialog, kResource)) return fail(L"Exit, with Error at PROUIDialogCreate");
   const Held held = std::make_shared<const Task*>(&task);
   const DialogGuard guard(held);
   if (!hideInputs() || !showInput(task, kind) || !setActions(held))
-    return core::logIndented(L"Exit, the question's dialog can't be filled", core::kError, 1);
+    return fail(L"Exit, the question's dialog can't be filled");
   describe(task);
   showModel(task.model());
-  if (!creo::ProUIDialogActivate(kDialog))
-    core::logIndented(L"Exit, with Error at ProUIDialogActivate", core::kError, 1);
+  if (!creo::ProUIDialogActivate(kDialog)) fail(L"Exit, with Error at ProUIDialogActivate");
 }
 
 }  // namespace actions

@@ -11,8 +11,11 @@
 #include "creo/ProMdlBackup.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
+#include "engine/output_file.h"
+#include "engine/run.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
+#include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -66,7 +69,9 @@ Outcome renameModel(const Task& task) {
       core::logWrite(text::format(L"%s couldn't be put back as it was", file), core::kError);
     return done;
   }
-  core::logIndented(text::format(L"%s is now %s", before, label(task.model())), core::kNormal, 1);
+  const std::wstring now = label(task.model());
+  followRename(text::toUtf8(before), text::toUtf8(now));
+  core::logIndented(text::format(L"%s is now %s", before, now), core::kNormal, 1);
   for (const std::wstring& file : told.followed) core::logIndented(text::format(L"%s follows", file), core::kNormal, 2);
   for (const std::wstring& model : told.unsaved)
     core::logWrite(text::format(L"%s follows in memory alone, and isn't saved", model), core::kWarning);
@@ -172,7 +177,7 @@ creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstrin
 
 Outcome backupAction(const Task& task) {
   if (const auto ended = beginOn(task, {.title = core::msgText(kBackupTitle)}, kAllModels, {L"path"})) return *ended;
-  const std::wstring path = task.path(L"path", L"models");
+  const std::wstring path = wholePath(task.path(L"path", L"models"));
   const std::wstring folder = os::asFolder(path);
   const Needed needed(task.model());
   core::logIndented(text::format(core::msgText(kBackupTo), path), core::kNormal, 1);

@@ -1,0 +1,22 @@
+#include "os/links.h"
+
+#include <filesystem>
+
+#include "os/paths.h"
+#include "os/surroundings.h"
+
+namespace os {
+
+namespace fs = std::filesystem;
+
+std::wstring behindLinks(std::wstring_view path) {
+  constexpr int kMostLinks = 40;  // as the system follows
+  std::error_code error;
+  fs::path file = mounts().machine(path);
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(file, error)); ++i)
+    file = file.parent_path() / fs::read_symlink(file, error);
+  const fs::path whole = fs::weakly_canonical(file, error);
+  return mounts().system((error ? file : whole).string());
+}
+
+}  // namespace os

@@ -275,12 +275,9 @@ void RunWatch::tellUnknownSteps() {
 // Does the document differ from what lies on disk, or in a dry run would lie there, its history aside?
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
-  const auto known = saved_.find(labelOf(document));
-  const bool isWithheld = known != saved_.end() && !options_.writesModels();
-  const std::string before =
-      isWithheld ? known->second.withheld
-                 : os::files().read(document.folder + headless::documentFileName(document, document.version)).value;
-  return before.empty() || compared({}, before, session_.models().documentText(model).value).any();
+  const auto before =
+      session_.models().written(document.folder + headless::documentFileName(document, document.version));
+  return !before || compared({}, before.value, session_.models().documentText(model).value).any();
 }
 
 // Changes that leave with the session: nobody else would tell of them.

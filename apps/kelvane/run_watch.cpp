@@ -10,6 +10,7 @@
 #include "engine/comparison_watch.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
+#include "headless/store/faults.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/log_follower.h"
 #include "kelvane/log_lines.h"
@@ -100,6 +101,8 @@ void RunWatch::message(const std::wstring& text) {
   // other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   if (isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ")) tellTrouble(readable(text));
+  if (const std::wstring model = headless::modelErasedWithChanges(text); running_ && !model.empty())
+    erasedChanged_.insert(text::toUtf8(model));
   if (text.starts_with(L"warning: ") && told_.insert(text::toUtf8(text)).second) console_.trouble(readable(text));
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
@@ -284,7 +287,7 @@ bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProM
 void RunWatch::tellUnsaved() {
   if (options_.readOnly) return;
   constexpr std::size_t kMost = 20;
-  std::set<std::string> unsaved;
+  std::set<std::string> unsaved = erasedChanged_;
   for (const headless::ModelInMemory& one : session_.models().list()) {
     const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
     if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, one.handle)) unsaved.insert(labelOf(document));

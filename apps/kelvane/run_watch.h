@@ -112,6 +112,7 @@ class RunWatch : public headless::SessionObserver {
   std::string lastMessage_;
   std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed
   std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked
+  std::set<std::string> erasedChanged_;          // models that left the memory with changes
   std::set<std::string> reportsBegunAnew_;
   bool running_ = false;
 };

@@ -102,7 +102,7 @@ void RunWatch::message(const std::wstring& text) {
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   if (isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ")) tellTrouble(readable(text));
   if (const std::wstring model = headless::modelErasedWithChanges(text); running_ && !model.empty())
-    erasedChanged_.insert(text::toUtf8(model));
+    noteErased(text::toUtf8(model));
   if (text.starts_with(L"warning: ") && told_.insert(text::toUtf8(text)).second) console_.trouble(readable(text));
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
@@ -281,6 +281,13 @@ bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProM
   const auto before =
       session_.models().written(document.folder + headless::documentFileName(document, document.version));
   return !before || compared({}, before.value, session_.models().documentText(model).value).any();
+}
+
+// It is about to leave the memory.
+void RunWatch::noteErased(const std::string& model) {
+  const ModelFileName name = modelFileName(model);
+  const auto held = session_.models().inMemory(name.name, name.type);
+  if (held && isLeftChanged(*session_.models().find(held.value)->document, held.value)) erasedChanged_.insert(model);
 }
 
 // Changes that leave with the session: nobody else would tell of them.

@@ -93,6 +93,7 @@ class RunWatch : public headless::SessionObserver {
   [[nodiscard]] ModelChanges changesOf(const Document& document) const;
   void tellUnknownSteps();
   [[nodiscard]] bool isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const;
+  void noteErased(const std::string& model);
   void tellUnsaved();
 
   headless::Session& session_;

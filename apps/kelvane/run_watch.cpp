@@ -11,6 +11,7 @@
 #include "engine/run.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
+#include "headless/store/faults.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/log_follower.h"
 #include "kelvane/log_lines.h"
@@ -100,6 +101,8 @@ void RunWatch::message(const std::wstring& text) {
   // other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   if (isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ")) tellTrouble(readable(text));
+  if (const std::wstring model = headless::modelErasedWithChanges(text); running_ && !model.empty())
+    noteErased(text::toUtf8(model));
   if (text.starts_with(L"warning: ") && told_.insert(text::toUtf8(text)).second) console_.trouble(readable(text));
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
@@ -273,16 +276,23 @@ void RunWatch::tellUnknownSteps() {
 // Does the document differ from what lies on disk, or in a dry run would lie there, its history aside?
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
-  const std::wstring path = document.folder + headless::documentFileName(document, document.version);
-  const std::string before = session_.models().written(path).value;
-  return before.empty() || compared({}, before, session_.models().documentText(model).value).any();
+  const auto before =
+      session_.models().written(document.folder + headless::documentFileName(document, document.version));
+  return !before || compared({}, before.value, session_.models().documentText(model).value).any();
+}
+
+// It is about to leave the memory.
+void RunWatch::noteErased(const std::string& model) {
+  const ModelFileName name = modelFileName(model);
+  const auto held = session_.models().inMemory(name.name, name.type);
+  if (held && isLeftChanged(*session_.models().find(held.value)->document, held.value)) erasedChanged_.insert(model);
 }
 
 // Changes that leave with the session: nobody else would tell of them.
 void RunWatch::tellUnsaved() {
   if (options_.readOnly) return;
   constexpr std::size_t kMost = 20;
-  std::set<std::string> unsaved;
+  std::set<std::string> unsaved = erasedChanged_;
   for (const headless::ModelInMemory& one : session_.models().list()) {
     const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
     if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, one.handle)) unsaved.insert(labelOf(document));

@@ -93,6 +93,7 @@ class RunWatch : public headless::SessionObserver {
   [[nodiscard]] ModelChanges changesOf(const Document& document) const;
   void tellUnknownSteps();
   [[nodiscard]] bool isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const;
+  void noteErased(const std::string& model);
   void tellUnsaved();
 
   headless::Session& session_;
@@ -111,6 +112,7 @@ class RunWatch : public headless::SessionObserver {
   std::string lastMessage_;
   std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed
   std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked
+  std::set<std::string> erasedChanged_;          // models that left the memory with changes
   std::set<std::string> reportsBegunAnew_;
   bool running_ = false;
 };

@@ -67,9 +67,9 @@ struct ProOutline {
   ProVector min, max;
 };
 
-// In the model's own coordinates. A part's density is that of its current material, 1 without one; an assembly counts
-// the components that aren't suppressed, skeletons aside. ProNotFound: there is no body; ProGeneralError: one can't be
-// built, the message area says why.
+// In the model's own coordinates. A part's density is that of its current material, else the part's own, else 1; an
+// assembly counts the components that aren't suppressed, skeletons aside. ProNotFound: there is no body;
+// ProGeneralError: one can't be built, the message area says why.
 Got<ProMassProperty> ProSolidMassPropertyGet(ProMdl solid);
 // The smallest box around the bodies, exact also for curved ones. into: leads from the model's coordinates to those in
 // which the box is wanted; null: the model's own. Results as above.

@@ -276,6 +276,12 @@ TEST_F(Program, WhatAsksForAnInputGoesWithIt) {
                 testing::HasSubstr(L"A NUMBER|\"how long?\""));
     EXPECT_THAT(program(), testing::HasSubstr("INPUT|  B NUMBER|END INPUT")) << one;
   }
+  // A remark between them keeps them no less together.
+  part({"A = 5"},
+       R"x(, "program": ["VERSION 1", "LISTING FOR PART BRACKET", "INPUT", "B NUMBER", "A NUMBER", "/* mm", "",
+      "\"how long?\"", "END INPUT", "RELATIONS", "END RELATIONS", "MASSPROP", "END MASSPROP"])x");
+  go(task("deleteModelProProgramInputLines", "name_0='A'"));
+  EXPECT_THAT(program(), testing::HasSubstr("INPUT|B NUMBER|/* mm||END INPUT"));
 }
 
 TEST_F(Program, WithoutALineThatGoesItIsNotTouched) {

@@ -370,6 +370,13 @@ TEST_F(ParametersAndInstances, ADeletedParameterComesBackWhole) {
   EXPECT_EQ(ProNoError, ProMdlSave(part));
   EXPECT_EQ(ProNoError, ProParameterDeleteUndo(item(part), nullptr));
   EXPECT_TRUE(ProMdlModificationVerify(part).value);
+
+  // What was changed before the deletion stays told.
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(ProNoError, set(part, L"A", real(2)));
+  EXPECT_EQ(ProNoError, ProParameterDelete(parameter(part, L"LEN")));
+  EXPECT_EQ(ProNoError, ProParameterDeleteUndo(item(part), nullptr));
+  EXPECT_TRUE(session().models().find(part)->document->isContentModified());
 }
 
 TEST_F(ParametersAndInstances, AColumnStaysWhileAnotherOneHasItsName) {

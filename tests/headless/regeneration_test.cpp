@@ -287,6 +287,51 @@ TEST_F(Regeneration, WhatDrivesAnInstanceIsAskedOfItsOwnRow) {
   }
 }
 
+TEST_F(Regeneration, ParametersWithUnitsCountInThoseOfTheModel) {
+  model("rod.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 1, "units": "in"},
+      {"name": "GAP", "type": "double", "value": 2.5, "units": "cm"}, {"name": "BARE", "type": "double", "value": 3},
+      {"name": "SUM", "type": "double", "value": 0}, {"name": "OUT", "type": "double", "value": 0, "units": "in"},
+      {"name": "CUT", "type": "double", "value": 0, "units": "in"}, {"name": "HUGE", "type": "double", "value": 1e308,
+      "units": "km"}, {"name": "KEPT", "type": "double", "value": 4}],
+      "relations": ["d1 = LEN", "SUM = LEN + GAP + BARE", "OUT = d1 * 3", "CUT = 5 [in]", "KEPT = HUGE / 2"],
+      "dimensions": [{"id": 1, "value": 10}], "features": [{"id": 4, "relations": ["DEEP = LEN * 10"],
+        "parameters": [{"name": "DEEP", "type": "double", "value": 1, "units": "cm"}]}],
+      "solid": {"primitives": [{"type": "box", "size": ["LEN", 1, 1]}]},
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [
+        {"name": "LONG", "values": {"LEN": 2.0}}]})");
+  const ProMdl rod = retrieve(L"ROD"), instance = retrieve(L"LONG");
+  const auto told = [](ProMdl solid) {
+    std::string out = std::to_string(ProDimensionValueGet({solid, 1}).value);
+    const auto add = [&out](const ProModelitem& owner, const wchar_t* name) {
+      out += " " + std::to_string(ProParameterScaledvalueGet(ProParameterInit(owner, name).value).value.real);
+    };
+    for (const wchar_t* name : {L"SUM", L"OUT", L"CUT", L"KEPT"}) add(item(solid), name);
+    add({ProItemType::feature, 4, solid, {}}, L"DEEP");
+    return out + " " + std::to_string(ProSolidMassPropertyGet(solid).value.volume);
+  };
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(rod, kRegenerateNoFlags));
+  EXPECT_EQ("25.400000 53.400000 3.000000 5.000000 4.000000 25.400000 25.400000", told(rod));
+  EXPECT_EQ("50.800000 78.800000 6.000000 5.000000 4.000000 50.800000 50.800000", told(instance));
+  const std::string before = session().models().documentText(rod).value;
+  EXPECT_NE(std::string::npos, before.find("\"value\": 3.0,\n      \"units\": \"in\"")) << before;
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(rod, kRegenerateNoFlags));
+  EXPECT_EQ(before, session().models().documentText(rod).value) << "to its last digit";
+}
+
+// A sketch's relations come before its feature's, which read what they made.
+TEST_F(Regeneration, AFeatureReadsWhatItsSketchHasAssigned) {
+  model("plate.prt.1", R"("parameters": [{"name": "D", "type": "double", "value": 20}],
+      "features": [{"id": 4, "sections": [{"relations": ["H = D * 2"]}], "relations": ["V = H + 1"],
+        "parameters": [{"name": "H", "type": "double", "value": 7}, {"name": "V", "type": "double", "value": 8}]}],
+      "familyTable": {"items": [{"type": "parameter", "name": "D"}], "instances": [
+        {"name": "SMALL", "values": {"D": 5.0}}]})");
+  const ProMdl plate = retrieve(L"PLATE"), small = retrieve(L"SMALL");
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(plate, kRegenerateNoFlags));
+  for (const auto& [solid, value] : {std::pair(plate, 41.0), std::pair(small, 11.0)})
+    EXPECT_EQ(value,
+              ProParameterValueGet(ProParameterInit({ProItemType::feature, 4, solid, {}}, L"V").value).value.real);
+}
+
 TEST_F(Regeneration, FeaturesOfAnInstanceFollowItsRow) {
   model("plate.prt.1", R"("parameters": [{"name": "D", "type": "double", "value": 20}], "relations": ["W = D * 2"],
       "dimensions": [{"id": 1, "symbol": "W", "value": 40}],

@@ -164,6 +164,18 @@ TEST_F(ListReport, ListsFamiliesAsTheAttributesChoose) {
                                                  "BOLT_30|d:\\|PRT|BOLT|10.000000|not supported type|false\n"}});
 }
 
+TEST_F(ListReport, WhatRelationsDriveIsEachInstancesOwn) {
+  writeBytes(world.models() + "/bolt.prt.1", R"({"format": 1, "relations": ["VOL = D * 2"],
+    "parameters": [{"name": "D", "type": "double", "value": 2.0}, {"name": "VOL", "type": "double", "value": 4.0}],
+    "familyTable": {"items": [{"type": "parameter", "name": "D"}, {"type": "parameter", "name": "VOL"}],
+      "instances": [{"name": "B3", "values": {"D": 3.0}}, {"name": "B4", "values": {"D": 4.0, "VOL": 1.0}}]}})");
+  expectLists(L"BOLT", ProMdlType::part,
+              {{"sel='7' paras='true'",
+                "File name|File path|Extension|Generic|D VALUE|VOL VALUE\n"
+                "BOLT|d:\\|PRT||2.000000|4.000000\nB3|d:\\|PRT|BOLT|3.000000|6.000000\n"
+                "B4|d:\\|PRT|BOLT|4.000000|8.000000\n"}});
+}
+
 TEST_F(ListReport, AnInstanceIsOneRow) {
   world.part(L"BOLT").column(L"LENGTH").with(L"LENGTH", 1.0).instance(L"BOLT_20", {"20.0"});
   const std::string header = "File name|File path|Extension|Generic";

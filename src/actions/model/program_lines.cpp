@@ -56,7 +56,7 @@ bool fits(std::wstring_view pattern, std::wstring_view line) {
 // Where in a program a line stands, and whether it asks for the input above it.
 class InputSection {
  public:
-  enum class Line { other, input, prompt };
+  enum class Line { other, input, prompt, remark };
   Line take(std::wstring_view line) {
     if (text::equalNoCase(line, L"INPUT") && state_ == State::before) {
       state_ = State::inside;
@@ -64,7 +64,9 @@ class InputSection {
     }
     if (text::equalNoCase(line, L"END INPUT") && state_ == State::inside) state_ = State::behind;
     if (state_ != State::inside) return Line::other;
-    return text::trimmed(line).starts_with(L'"') ? Line::prompt : Line::input;
+    const auto bare = text::trimmed(line);
+    if (bare.empty() || bare.starts_with(L"/*")) return Line::remark;
+    return bare.starts_with(L'"') ? Line::prompt : Line::input;
   }
 
  private:
@@ -98,7 +100,7 @@ Filtered filterFile(const ProgramFiles& files, Stays stays) {
     const InputSection::Line kind = section.take(line);
     const bool orphan = kind == InputSection::Line::prompt && inputGoes;
     const bool goes = !stays(line, kind) || orphan;
-    if (kind != InputSection::Line::prompt) inputGoes = goes && kind == InputSection::Line::input;
+    if (kind == InputSection::Line::input) inputGoes = goes;
     if (goes) {
       core::logIndented(line, core::kNormal, 2);
       changed = true;

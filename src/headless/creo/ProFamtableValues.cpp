@@ -24,7 +24,7 @@ Result onColumn(std::string_view operation, const ProFaminstance& instance, cons
     const std::string name = text::toUtf8(item.name);
     const headless::RowColumn column = headless::rowColumn(*m.document, *row, item.type, name);
     if (!column.isColumn) return ProNotFound;
-    return body(state, *m.document, *row, name, column);
+    return body(state, m.document, *row, name, column);
   });
 }
 
@@ -50,7 +50,7 @@ ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& 
 
 Got<ProParamvalue> ProFaminstanceValueGet(const ProFaminstance& instance, const ProFamtableItem& item) {
   return onColumn<Got<ProParamvalue>>("ProFaminstanceValueGet", instance, item,
-                                      [](State&, const auto& document, const RowRecord& row, const std::string& name,
+                                      [](State&, const auto& document, RowRecord& row, const std::string& name,
                                          const auto&) { return headless::parameterOfRow(document, row, name); });
 }
 
@@ -58,8 +58,8 @@ ProError ProFaminstanceValueSet(const ProFaminstance& instance, const ProFamtabl
                                 const ProParamvalue& value) {
   return onColumn<ProError>("ProFaminstanceValueSet", instance, item,
                             [&](State& state, auto& document, RowRecord& row, const std::string& name, const auto&) {
-                              if (row.locked) return headless::refuseLocked(state.models, document, row);
-                              return headless::setParameterOfRow(document, row, name, value);
+                              if (row.locked) return headless::refuseLocked(state.models, *document, row);
+                              return headless::setParameterOfRow(*document, row, name, value);
                             });
 }
 

@@ -174,7 +174,9 @@ void ModelDocument::markSaved() {
 }
 
 void ModelDocument::setMarks(const Marks& before) {
+  const bool content = contentModified_ && before.modified;
   markSaved();
+  contentModified_ = content;
   modified_ = before.modified;
   changedRows_ = before.rows;
   for (RowRecord* row : changedRows_) row->changed = true;

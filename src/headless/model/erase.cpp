@@ -2,6 +2,7 @@
 #include <unordered_set>
 
 #include "headless/model/models.h"
+#include "headless/store/faults.h"
 #include "text/format.h"
 
 namespace headless {
@@ -15,8 +16,11 @@ std::wstring keyOf(const Model& model) { return modelKey(model.name, model.type(
 
 }  // namespace
 
+// What an instance changed stays with its generic, and a model that was never saved is made to be thrown away.
 void Models::remove(const Model& model) {
   const ProMdl handle = model.handle;
+  if (!model.row && model.document->isContentModified() && !model.document->folder.empty())
+    message(erasedWithChanges(model.name + L'.' + std::wstring(creo::typeExtension(model.type()))));
   countUses(model, -1);
   byKey_.erase(keyOf(model));
   const auto at = static_cast<std::uint32_t>((handle.value & 0xFFFFFFFFu) - 1);
@@ -100,9 +104,6 @@ void Models::eraseUnless(creo::FunctionRef<bool(ProMdl)> stays) {
   for (const Place& place : places_) {
     const Model* model = place.model.get();
     if (!model || kept.contains(model)) continue;
-    if (model->document->isModified(model->row))
-      message(text::format(L"%s.%s is erased, and its changes with it", model->name,
-                           std::wstring(creo::typeExtension(model->type()))));
     remove(*model);
   }
 }

@@ -1,8 +1,6 @@
 #include "headless/model/parameters.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <unordered_map>
@@ -131,28 +129,11 @@ void erase(const ParameterPlace& place) {
   place.list->index.drop();
 }
 
-// A converted number without the digits that only the conversion gives it: 3 in are 76.2 mm, not 76.19999999999999.
-double cleaned(double value) {
-  constexpr int kDigits = 15;  // what a double holds of any decimal number
-  std::array<char, 32> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, kDigits - 1);
-  std::from_chars(text.data(), end.ptr, value);
-  return value;
-}
-
 double inModel(double value, const ParameterPlace& place) {
-  const std::string& units = place.record().units;
-  if (units.empty()) return value;
-  const double there = inSystem(value, units, place.model->document->record);
-  return there == value ? value : cleaned(there);
+  return inModelUnits(value, place.record().units, place.model->document->record);
 }
-
-// The number in the parameter's units that inModel gives that value for.
 double inUnits(double value, const ParameterPlace& place) {
-  const double own = fromSystem(value, place.record().units, place.model->document->record);
-  const double clean = own == value ? value : cleaned(own);
-  return inModel(clean, place) == value ? clean : own;
+  return inOwnUnits(value, place.record().units, place.model->document->record);
 }
 
 }  // namespace
@@ -169,11 +150,13 @@ ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* r
   return nullptr;
 }
 
-Got<ProParamvalue> parameterOfRow(const ModelDocument& document, const RowRecord& row, std::string_view name) {
-  const ParameterRecord* record = findParameter(document, &row, name);
+Got<ProParamvalue> parameterOfRow(const std::shared_ptr<ModelDocument>& document, RowRecord& row,
+                                  std::string_view name) {
+  const ParameterRecord* record = findParameter(*document, &row, name);
   if (!record) return creo::ProNotFound;
-  const Scalar* value = rowValue(document, &row, ProFamitemType::parameter, name);
-  return fromScalar(value && fitsType(*value, record->type) ? *value : record->value, record->type);
+  const Model instance{{}, document, &row, {}};  // it needn't be in memory
+  const Scalar& value = heldValue(instance, ProFamitemType::parameter, name, record->value);
+  return fromScalar(fitsType(value, record->type) ? value : record->value, record->type);
 }
 
 ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_view name, const ProParamvalue& value) {

@@ -14,12 +14,12 @@ namespace headless {
 // The first parameter of that name that the document, or a row of it, has; null for none.
 ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* row, std::string_view name);
 
-// What a row makes of a parameter: its own value, or that of the rows and the model above it. ProNotFound: the model
-// has no such parameter.
-creo::Got<creo::ProParamvalue> parameterOfRow(const ModelDocument& document, const RowRecord& row,
+// What a row makes of a parameter: what relations make of it there, else its own value, or that of the rows and the
+// model above it. ProNotFound: the model has no such parameter.
+creo::Got<creo::ProParamvalue> parameterOfRow(const std::shared_ptr<ModelDocument>& document, RowRecord& row,
                                               std::string_view name);
-// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter, no finite number, or
-// one that its restriction doesn't allow.
+// Gives the row a value in a column that is there. ProBadInputs: of another kind than the parameter, no finite number,
+// or one that its restriction doesn't allow.
 creo::ProError setParameterOfRow(ModelDocument& document, RowRecord& row, std::string_view name,
                                  const creo::ProParamvalue& value);
 

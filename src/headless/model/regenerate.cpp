@@ -59,6 +59,27 @@ std::optional<Scalar> scalarOf(const RelationValue& value, creo::ProParamvalueTy
   return {};
 }
 
+bool hasUnits(const ParameterRecord* parameter) {
+  return parameter && parameter->type == creo::ProParamvalueType::real && !parameter->units.empty();
+}
+
+// What relations count with: a parameter with units in those of the model, as dimensions are. Null: no parameter.
+RelationValue countedIn(const Scalar& held, const ParameterRecord* parameter, const ModelRecord& model) {
+  RelationValue value = relationValue(held);
+  if (!hasUnits(parameter) || !std::holds_alternative<double>(value)) return value;
+  const double there = inModelUnits(std::get<double>(value), parameter->units, model);
+  return std::isfinite(there) ? RelationValue(there) : RelationValue();
+}
+
+// The way back. Nothing for a value that the parameter can't hold.
+std::optional<Scalar> givenBack(const RelationValue& value, creo::ProParamvalueType type,
+                                const ParameterRecord* parameter, const ModelRecord& model) {
+  auto wanted = scalarOf(value, type);
+  if (!wanted || !hasUnits(parameter)) return wanted;
+  const double own = inOwnUnits(std::get<double>(*wanted), parameter->units, model);
+  return std::isfinite(own) ? std::optional<Scalar>(own) : std::nullopt;
+}
+
 // A model's parameters and dimensions as its relations see them; a parameter hides a dimension of its name.
 class Names {
  public:
@@ -71,7 +92,7 @@ class Names {
     if (name.starts_with('[')) return unitFactor(name.substr(1, name.size() - 2));
     const Target target = find(name);
     if (!target.stored) return {};
-    return relationValue(heldValue(model_, target.column, target.name, *target.stored));
+    return countedIn(heldValue(model_, target.column, target.name, *target.stored), target.parameter, modelRecord());
   }
 
   // The same for the body: a dimension stands at its bound. The lower tolerance counts downwards.
@@ -100,7 +121,7 @@ class Names {
   // nothing.
   [[nodiscard]] bool fits(const Assignment& assigned) const {
     const Target target = find(assigned.name);
-    return !target.stored || assigned.value.index() == 0 || scalarOf(assigned.value, target.type);
+    return !target.stored || assigned.value.index() == 0 || scalarFor(target, assigned.value);
   }
 
   // A value that fits, and where the document has its own; null where the model has no such name.
@@ -111,9 +132,9 @@ class Names {
   };
   [[nodiscard]] Given given(const Assignment& assigned) const {
     const Target target = find(assigned.name);
-    auto wanted = target.stored ? scalarOf(assigned.value, target.type) : std::nullopt;
+    auto wanted = target.stored ? scalarFor(target, assigned.value) : std::nullopt;
     if (!wanted) return {};
-    const bool changes = value(assigned.name) != relationValue(*wanted);
+    const bool changes = value(assigned.name) != countedIn(*wanted, target.parameter, modelRecord());
     return {target.stored, std::move(*wanted), changes};
   }
 
@@ -130,16 +151,21 @@ class Names {
     std::string name;
     creo::ProParamvalueType type = creo::ProParamvalueType::real;
     ProFamitemType column = ProFamitemType::dimension;
+    const ParameterRecord* parameter = nullptr;  // null: a dimension
   };
   [[nodiscard]] Target find(std::string_view name) const {
     ModelDocument& document = *model_.document;
     if (ParameterRecord* parameter = findParameter(document, model_.row, name))
-      return {&parameter->value, parameter->name, parameter->type, ProFamitemType::parameter};
+      return {&parameter->value, parameter->name, parameter->type, ProFamitemType::parameter, parameter};
     const auto dimension = dimensions_.find(folded(name));
     if (dimension == dimensions_.end()) return {};
     DimensionRecord& record = document.record.dimensions[dimension->second];
     return {&record.value, symbolOf(record)};
   }
+  [[nodiscard]] std::optional<Scalar> scalarFor(const Target& target, const RelationValue& value) const {
+    return givenBack(value, target.type, target.parameter, modelRecord());
+  }
+  [[nodiscard]] const ModelRecord& modelRecord() const { return model_.document->record; }
 
   const Model& model_;
   std::unordered_map<std::string, std::size_t> dimensions_;  // places by folded symbol
@@ -180,8 +206,8 @@ class RelationRun {
   RelationFault run(const RelationLines& set) {
     ParameterList* own = set.feature ? set.feature->parameters.get() : nullptr;
     Relations relations([&](std::string_view name) {
-      const ParameterRecord* parameter = find(own, name);
-      return parameter ? relationValue(parameter->value) : known(name);
+      ParameterRecord* parameter = find(own, name);
+      return parameter ? ofFeature(parameter) : known(name);
     });
     RelationFault fault = relations.run(*set.lines);
     for (const std::string& name : relations.announced())
@@ -199,9 +225,10 @@ class RelationRun {
   // Gives the model and its features what was assigned. An instance is given nothing: what it has is worked out.
   Outcome give() {
     if (isInstance_) return {};
-    for (auto& [parameter, value] : ofFeatures_) {
-      if (relationValue(parameter->value) == relationValue(value)) continue;
-      parameter->value = std::move(value);
+    for (const auto& [parameter, value] : ofFeatures_) {
+      auto wanted = scalarFor(*parameter, value);
+      if (!wanted || counted(parameter->value, *parameter) == counted(*wanted, *parameter)) continue;
+      parameter->value = std::move(*wanted);
       document_.touch(nullptr);
     }
     Outcome outcome;
@@ -223,7 +250,9 @@ class RelationRun {
   };
   [[nodiscard]] Worked worked() const {
     Worked out;
-    for (const auto& [parameter, value] : ofFeatures_) out.values.insert_or_assign(&parameter->value, value);
+    for (const auto& [parameter, value] : ofFeatures_)
+      if (auto wanted = scalarFor(*parameter, value))
+        out.values.insert_or_assign(&parameter->value, std::move(*wanted));
     for (const Assignment& one : assignments_) {
       const Names::Given given = names_.given(one);
       if (!given.stored) continue;
@@ -255,13 +284,24 @@ class RelationRun {
     if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
     return {};
   }
+  // A feature's own parameter: what its sets have assigned so far, else what the document has.
+  [[nodiscard]] RelationValue ofFeature(ParameterRecord* parameter) const {
+    const auto assigned = ofFeatures_.find(parameter);
+    return assigned != ofFeatures_.end() ? assigned->second : counted(parameter->value, *parameter);
+  }
+  [[nodiscard]] RelationValue counted(const Scalar& held, const ParameterRecord& parameter) const {
+    return countedIn(held, &parameter, document_.record);
+  }
+  [[nodiscard]] std::optional<Scalar> scalarFor(const ParameterRecord& parameter, const RelationValue& value) const {
+    return givenBack(value, parameter.type, &parameter, document_.record);
+  }
   [[nodiscard]] bool fits(ParameterList* own, const Assignment& one) const {
     const ParameterRecord* parameter = find(own, one.name);
-    return parameter ? one.value.index() == 0 || scalarOf(one.value, parameter->type) : names_.fits(one);
+    return parameter ? one.value.index() == 0 || scalarFor(*parameter, one.value) : names_.fits(one);
   }
   void take(ParameterList* own, const Assignment& one) {
     if (ParameterRecord* parameter = find(own, one.name)) {
-      if (auto wanted = scalarOf(one.value, parameter->type)) ofFeatures_.emplace_back(parameter, std::move(*wanted));
+      ofFeatures_.insert_or_assign(parameter, one.value);
       return;
     }
     const auto [place, fresh] = places_.try_emplace(folded(one.name), assignments_.size());
@@ -275,7 +315,7 @@ class RelationRun {
   std::vector<Assignment> assignments_;
   std::unordered_map<std::string, std::size_t> places_;  // folded names
   std::unordered_set<std::string> announced_;            // folded names that some line assigns
-  std::vector<std::pair<ParameterRecord*, Scalar>> ofFeatures_;
+  std::unordered_map<ParameterRecord*, RelationValue> ofFeatures_;
 };
 
 bool hasFeatureRelations(const ModelRecord& record) {

@@ -24,8 +24,8 @@ DocumentFile fileOf(const ModelDocument& document, int version) {
 }
 
 bool isLocked(const ModelDocument& document) { return document.record.readOnly || document.closed; }
-// Nothing on disk says what it is now.
-bool isUnsaved(const ModelDocument& document) { return document.isModified(nullptr) || document.folder.empty(); }
+// Nothing on disk says what it is now. A history that was written alone is none of it: who works a model keeps that.
+bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.folder.empty(); }
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "headless/model/units.h"
 
+#include <charconv>
 #include <cmath>
 #include <numbers>
 
@@ -164,6 +165,16 @@ Conversion conversionOf(std::string_view unit, const ModelRecord& model) {
   return {scale->factor, system, 0};
 }
 
+// A converted number without the digits that only the conversion gives it: 3 in are 76.2 mm, not 76.19999999999999.
+double cleaned(double value) {
+  constexpr int kDigits = 15;  // what a double holds of any decimal number
+  std::array<char, 32> text{};
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, kDigits - 1);
+  std::from_chars(text.data(), end.ptr, value);
+  return value;
+}
+
 }  // namespace
 
 std::optional<UnitScale> unitScale(std::string_view unit) {
@@ -188,6 +199,18 @@ double fromSystem(double value, std::string_view unit, const ModelRecord& model)
   const Conversion to = conversionOf(unit, model);
   if (to.unit == to.system && to.offset == 0) return value;
   return (value * to.system - to.offset) / to.unit;
+}
+
+double inModelUnits(double value, std::string_view unit, const ModelRecord& model) {
+  if (unit.empty()) return value;
+  const double there = inSystem(value, unit, model);
+  return there == value ? value : cleaned(there);
+}
+
+double inOwnUnits(double value, std::string_view unit, const ModelRecord& model) {
+  const double own = fromSystem(value, unit, model);
+  const double clean = own == value ? value : cleaned(own);
+  return inModelUnits(clean, unit, model) == cleaned(value) ? clean : own;
 }
 
 std::string systemName(std::string_view system) {

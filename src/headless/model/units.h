@@ -28,6 +28,10 @@ std::optional<UnitScale> unitScale(std::string_view unit);
 double inSystem(double value, std::string_view unit, const ModelRecord& model);
 // The other way round: a number of the model's principal system in a unit.
 double fromSystem(double value, std::string_view unit, const ModelRecord& model);
+// The number of a parameter in the model's units, and the other way round: without the digits that only the conversion
+// gives, so that 3 in are 76.2 mm, and such that the one gives back what the other was given, to 15 digits.
+double inModelUnits(double value, std::string_view unit, const ModelRecord& model);
+double inOwnUnits(double value, std::string_view unit, const ModelRecord& model);
 // A system's name in full: "millimeter Newton Second (mmNs)". A text that isn't a known system's is a name itself.
 std::string systemName(std::string_view system);
 

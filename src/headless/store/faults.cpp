@@ -1,5 +1,7 @@
 #include "headless/store/faults.h"
 
+#include <string_view>
+
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -19,6 +21,17 @@ std::wstring cantWriteReadOnly(const std::wstring& path) {
 }
 std::wstring cantWriteCheckedIn(const std::wstring& path) {
   return text::format(L"%s: can't be written: the model isn't checked out", path);
+}
+
+namespace {
+
+constexpr std::wstring_view kErased = L" is erased, and its changes with it";
+
+}  // namespace
+
+std::wstring erasedWithChanges(const std::wstring& model) { return model + std::wstring(kErased); }
+std::wstring modelErasedWithChanges(const std::wstring& line) {
+  return line.ends_with(kErased) ? line.substr(0, line.size() - kErased.size()) : std::wstring();
 }
 
 }  // namespace headless

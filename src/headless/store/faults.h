@@ -18,4 +18,9 @@ std::wstring cantWriteReadOnly(const std::wstring& path);
 // "d:\models\bracket.prt.4: can't be written: the model isn't checked out"
 std::wstring cantWriteCheckedIn(const std::wstring& path);
 
+// "BRACKET.PRT is erased, and its changes with it"
+std::wstring erasedWithChanges(const std::wstring& model);
+// The model of such a line; empty: it is another line.
+std::wstring modelErasedWithChanges(const std::wstring& line);
+
 }  // namespace headless

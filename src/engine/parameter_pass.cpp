@@ -114,7 +114,16 @@ bool replaceUserVariable(Substitution& call, const Reference& reference) {
   return call.replace(reference.token, modified(reference, *value));
 }
 
+// Four characters for each three bytes: would they outgrow the text?
+bool outgrows(const Substitution& call, const Reference& reference) {
+  const auto size = os::files().size(reference.name);
+  return size && size.value / 3 * 4 >= call.capacity();
+}
+
 bool replaceFile(Substitution& call, const Reference& reference) {
+  // Such a file gives no result whatever it holds, so it isn't read.
+  call.outgrown = call.outgrown || outgrows(call, reference);
+  if (call.outgrown) return true;
   const auto content = os::files().read(reference.name);
   if (!content) return call.replace(reference.token, L"file_not_found_or_readable");
   const Base64 alphabet = reference.isUrlSafeFile ? Base64::urlSafe : Base64::standard;

@@ -28,6 +28,8 @@ class Substitution {
   bool outgrown = false;  // the text was longer than its room once: it was cut, and is no result
 
   [[nodiscard]] bool holds(std::wstring_view token) const { return text.find(token) != text.npos; }
+  // Room of the text on its way in UTF-16 units, its zero included.
+  [[nodiscard]] std::size_t capacity() const { return capacity_; }
   // Every occurrence of the token. False, with its line in the log, when the call has replaced too often, or a value
   // that comes back in itself has outgrown the room.
   [[nodiscard]] bool replace(std::wstring_view token, std::wstring_view value);

@@ -139,6 +139,11 @@ TEST_F(Templates, FindTheWorkersFolder) {
 TEST_F(Templates, LookInMaterialsModelsAndFiles) {
   test::writeBytes(world.models() + "/raw.bin", "\xfb\xff\xfe?");
   test::writeBytes(world.models() + "/empty.bin", "");
+  // Four characters for each three bytes: 1,950 of them are what a text may grow to, so the next one isn't even read.
+  test::writeBytes(world.models() + "/fits.bin", std::string(1949, 'x'));
+  test::writeBytes(world.models() + "/large/large.bin", std::string(1950, 'x'));
+  world.disk().denyReads(L"d:\\large");
+  const std::wstring tooLarge = L"The replaced output is to large for this task";
   const std::wstring wrongModel = L"Model needs to be a drawing for the curmod option";
   check({{L"%curmat:DENSITY%|%CurMat:dubase:density%", L"0:7.850000|7.850000e+00"},
          {L"%curmat:NOTHING%", L"1", L"Can't find parameter: NOTHING"},
@@ -147,6 +152,9 @@ TEST_F(Templates, LookInMaterialsModelsAndFiles) {
          {L"%b64uc:d:\\raw.bin%", L"0:-__-Pw=="},
          {L"<%b64:d:\\empty.bin%>", L"0:<>"},
          {L"%b64:d:\\none.bin%", L"0:file_not_found_or_readable"},
+         {L"%b64:d:\\large\\large.bin%", L"0:FAILURE", tooLarge},
+         {L"$$pre$2$%b64:d:\\large\\large.bin%$$", L"0:FAILURE"},
+         {L"%b64:d:\\fits.bin%", L"0:FAILURE"},
          {L"%b64:d:\\%", L"0:file_not_found_or_readable"}},
         plate);
   check({{L"%curmat:DENSITY%", L"1", L"Model needs to be a part for the curmat option"}}, frame);

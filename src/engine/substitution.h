@@ -13,7 +13,8 @@ namespace engine {
 
 // A value that holds its own token would be replaced for ever; no sensible text comes near this number.
 constexpr int kMostReplacements = 10000;
-// Stands for a "%" of a value that mustn't open a name; no text has this noncharacter. It becomes one at the end.
+// Stands for a "%" that mustn't open a name; no text has this noncharacter. It becomes one behind the pass
+// of the parameters, before the text functions read it.
 constexpr wchar_t kClosedPercent = L'\uFDD0';
 
 class Substitution {

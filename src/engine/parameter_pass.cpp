@@ -130,6 +130,13 @@ bool replaceFile(Substitution& call, const Reference& reference) {
   return call.replace(reference.token, text::fromUtf8(base64(content.value, alphabet)));
 }
 
+// A note's parameter has no text of its own: the form stays, and is passed, wherever it stands.
+bool passNote(Substitution& call, const Reference& reference) {
+  core::logWrite(text::format(L"The parameter %s is a note, %s stays as it is", reference.name, reference.token),
+                 core::kWarning);
+  return call.replace(reference.token, text::replaceAll(reference.token, L"%", std::wstring(1, kClosedPercent)));
+}
+
 bool replaceParameter(Substitution& call, const Reference& reference, const creo::Got<creo::ProModelitem>& owner) {
   constexpr std::wstring_view kUnreadable = L"Failure while read parameter: %s";
   if (!owner) return failure(kUnreadable, reference);
@@ -157,8 +164,9 @@ bool replaceParameter(Substitution& call, const Reference& reference, const creo
       return written(L"TYPE = PRO_PARAM_DOUBLE", text::format(reference.exponent ? L"%e" : L"%f", value.real));
     case boolean:
       return written(L"TYPE = PRO_PARAM_BOOLEAN", value.boolean ? L"true" : L"false");
-    case none:
     case noteId:
+      return passNote(call, reference);
+    case none:
       break;
   }
   return failure(kUnreadable, reference);

@@ -34,6 +34,7 @@ class Templates : public testing::Test {
   void SetUp() override {
     document("plate.prt.3", R"("commonName": "Grundplatte \u00c4", "regeneration": "needed", "material": "STEEL",
       "materials": [{"name": "STEEL", "parameters": [{"name": "DENSITY", "type": "double", "value": 7.85}]}],
+      "parameters": [{"name": "REMARK", "type": "note", "value": 3}, {"name": "COLOR", "type": "string", "value": "Red"}],
       "familyTable": {"items": [], "instances": [{"name": "PLATE_S"}]})");
     world.assembly(L"FRAME").uses(L"PLATE", ProMdlType::part);
     world.drawing(L"SHEET").with(L"SIZE", L"A3").uses(L"PLATE", ProMdlType::part);
@@ -163,6 +164,15 @@ TEST_F(Templates, LookInMaterialsModelsAndFiles) {
         creo::ProMdlRetrieve(L"EMPTY", ProMdlType::drawing).value);
   world.session().failNext("ProMaterialCurrentGet", creo::ProNotFound);
   check({{L"%curmat:DENSITY%", L"1", L"Can't get the current material from the part"}}, plate);
+}
+
+// What stands beside a note is replaced, and a text function reads the form as it was.
+TEST_F(Templates, LeaveNotesAsTheyAre) {
+  check({{L"x%REMARK%%COLOR%-%REMARK%", L"0:x%REMARK%Red-%REMARK%"}}, plate);
+  const std::wstring log = world.log(), told = L"The parameter REMARK is a note, %REMARK% stays as it is";
+  EXPECT_TRUE(log.find(told) != log.npos && log.find(told) == log.rfind(told)) << text::toUtf8(log);
+  EXPECT_FALSE(world.logHas(L"(ERR)"));
+  check({{L"%remark%", L"0:%remark%"}, {L"$$pre$4$%REMARK%$$", L"0:%REM"}}, plate);
 }
 
 TEST_F(Templates, CutAndReplaceInTexts) {

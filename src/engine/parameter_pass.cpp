@@ -11,6 +11,7 @@
 #include "engine/substitution.h"
 #include "engine/variables.h"
 #include "os/surroundings.h"
+#include "text/capitals.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -58,8 +59,8 @@ std::wstring withoutTrailingZeros(std::wstring value) {
 // The first modifier that applies; the others don't.
 std::wstring modified(const Reference& reference, std::wstring value) {
   if (reference.length) return text::format(L"%d", text::units(value));
-  if (reference.toLower) return text::lower(value);
-  if (reference.toUpper) return text::upper(value);
+  if (reference.toLower) return text::inSmallLetters(value);
+  if (reference.toUpper) return text::inCapitals(value);
   if (reference.noZero) return withoutTrailingZeros(std::move(value));
   return value;
 }

@@ -12,6 +12,7 @@
 #include "engine/task.h"
 #include "kelvane/nearest.h"
 #include "kelvane/package_uses.h"
+#include "kelvane/table_check.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
 #include "reports/list_kinds.h"
@@ -178,6 +179,7 @@ class Document {
     if (hasVariables(rest)) return;
     std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
     path = text::replaceAll(path, "//", "/");
+    if (readsTable(row.action) && isFileMember(path)) return checkTable(task, path);
     const bool isFile = row.target != PathTarget::folder;
     if (isFile ? !isFileOf(row, path) : !isFolder(path)) {
       add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
@@ -185,6 +187,11 @@ class Document {
     } else if (row.action == "groupActions") {
       checkTemplate(task, path);
     }
+  }
+  // A workbook shows its cells only where it is converted.
+  void checkTable(const XmlNode& task, const std::string& member) {
+    if (text::lower(member).ends_with(".xls")) return;
+    for (const std::string& fault : tableFaults(task, package_.read(member))) add(task, "'" + member + "': " + fault);
   }
   // A material may be named without its ending, a model without its version.
   bool isFileOf(const PathAttribute& row, const std::string& path) const {

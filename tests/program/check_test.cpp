@@ -150,7 +150,15 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {"<task type='editSimpRep' version='4' forASM='true'><insideFilter forPRT='true' forEF='true'><filter>\n"
        "<f type='isInstanze' filtertype='true'/></filter></insideFilter></task>",
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' sep='com' path='@project_dir@/values.csv'/>",
+       ":4: B0: 'reports/values.csv': 'model name': an expression that doesn't compile (missing terminating ] for "
+       "character class): '/GEAR[/'"},
+      {"<task type='editModelNotesFromFile' version='3' forDRW='true' path='@project_dir@/Notes.csv'/>",
+       ":4: B0: 'reports/Notes.csv': A quote is never closed: the record of line 2 takes in the rest of the file and "
+       "isn't used"},
   };
+  file("standards/reports/values.csv", "parameter name,model name,value\nA,/GEAR[/,1\nA,/GEAR/,1\n/[/,GEAR,/[/\n");
+  file("standards/reports/notes.csv", "ID;Item value\n3;\"open\n");
   file("standards/models/forms/a3.drw.7", "{}");
   for (const auto& [body, line] : cases) {
     list("clean.xml", body);

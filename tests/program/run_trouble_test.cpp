@@ -78,7 +78,7 @@ TEST_F(RunTrouble, AnExpressionThatDoesntCompileIsToldOnceOnTheConsole) {
        "<task type='deleteModelParameter' version='3' forPRT='true' forEF='true' searchin='1' count='1' "
        "name_0='/(/'>" +
            filter + "</task>" + kAddNorm +
-           "<task type='editModelParameterFromFile' version='3' forPRT='true' path='d:\\values.csv'/>");
+           "<task type='editModelParameterFromFile' version='3' forPRT='true' path='values.csv'/>");
   writeBytes(models() + "/values.csv", "model name;parameter name;value\n/PLATE(/;A;2\n");
   const Ended ended = run("broken");
   EXPECT_EQ(0, ended.code) << ended.err;

@@ -119,12 +119,27 @@ class Document {
     checkPaths(task, type);
     addUses(task, usesOfAction(task, type));
     checkSwitchedFilter(task);
+    checkUnits(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
     if (type == "editSimpRep") checkComponentFilters(task);
     if (type == "writeListReport") checkListReport(task);
     if (type == "setUserVariable") checkQuestion(task);
     if (type == "setUserVariableFromBoundingBox") checkMeasure(task);
+  }
+
+  // Of a list of new parameters.
+  void checkUnits(const XmlNode& task) {
+    for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
+      for (std::uint16_t i = 0; i < block->count; ++i) {
+        const core::XmlAttr& unit = *block->items[i];
+        if (!unit.name.starts_with(kUnit) || unit.value.empty()) continue;
+        const std::wstring number(unit.name.substr(kUnit.size()));
+        const std::string type = attribute(task, L"type_" + number);
+        if (type == "String" || type == "Boolean")
+          add(task, "'" + text::toUtf8(unit.name) + "': a " + type + " has no unit, so the parameter isn't created");
+      }
+    }
   }
 
   void checkMeasure(const XmlNode& task) {

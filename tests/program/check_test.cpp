@@ -153,6 +153,8 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {"<task type='editModelParameterFromFile' version='3' forPRT='true' sep='com' path='@project_dir@/values.csv'/>",
        ":4: B0: 'reports/values.csv': 'model name': an expression that doesn't compile (missing terminating ] for "
        "character class): '/GEAR[/'"},
+      {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='String' unit_0='mm'/>",
+       ":4: B0: 'unit_0': a String has no unit, so the parameter isn't created"},
       {"<task type='editModelNotesFromFile' version='3' forDRW='true' path='@project_dir@/Notes.csv'/>",
        ":4: B0: 'reports/Notes.csv': A quote is never closed: the record of line 2 takes in the rest of the file and "
        "isn't used"},
@@ -188,6 +190,9 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
       {action + "editMaterialParameter' totype='2' value='%curmat:RHO%'/>",
        "'value': of a parameter with units %curmat:RHO% is the number in these units; what is written counts in the "
        "model's"},
+      {action + "addKEParameter' feat='3' name_1='A' type_1='Double' unit_1='mm' unit_2=''/>",
+       "'unit_1': a parameter with a unit is created in the model, not in the feature"},
+      {action + "addModelParameter' name_1='A' type_1='Double' unit_1='mm'/>", ""},
       {action +
            "saveModel' forEF='true'><filter><f type='filename' filtertype='true' filename='d:\\x*'/></filter></task>",
        "'filename' leaves the package: 'd:\\x*'"},

@@ -29,6 +29,10 @@ using core::XmlNode;
 constexpr const char* kNoItems =
     "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
 
+constexpr const char* kSavesEachTime =
+    "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are saved "
+    "once";
+
 std::string attribute(const XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* found = core::attrFind(node.attributes, name);
   return found ? text::toUtf8(found->value) : std::string();
@@ -118,6 +122,8 @@ class Document {
     }
     checkPaths(task, type);
     addUses(task, usesOfAction(task, type));
+    // What is saved stays for the run, and a later model sets all of it again.
+    if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
     checkSwitchedFilter(task);
     checkUnits(task);
     if (type == "groupActions") checkGroup(task);

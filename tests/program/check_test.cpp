@@ -193,6 +193,10 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
       {action + "addKEParameter' feat='3' name_1='A' type_1='Double' unit_1='mm' unit_2=''/>",
        "'unit_1': a parameter with a unit is created in the model, not in the feature"},
       {action + "addModelParameter' name_1='A' type_1='Double' unit_1='mm'/>", ""},
+      {action + "saveConfigOptions' savename='s'><o name_0='search_path'/></task>",
+       "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are "
+       "saved "
+       "once"},
       {action +
            "saveModel' forEF='true'><filter><f type='filename' filtertype='true' filename='d:\\x*'/></filter></task>",
        "'filename' leaves the package: 'd:\\x*'"},

@@ -12,6 +12,7 @@
 #include "engine/task.h"
 #include "kelvane/nearest.h"
 #include "kelvane/package_uses.h"
+#include "kelvane/table_check.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/text_check.h"
 #include "reports/list_kinds.h"
@@ -27,6 +28,10 @@ using core::XmlNode;
 
 constexpr const char* kNoItems =
     "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
+
+constexpr const char* kSavesEachTime =
+    "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are saved "
+    "once";
 
 std::string attribute(const XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* found = core::attrFind(node.attributes, name);
@@ -117,13 +122,30 @@ class Document {
     }
     checkPaths(task, type);
     addUses(task, usesOfAction(task, type));
+    // What is saved stays for the run, and a later model sets all of it again.
+    if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
     checkSwitchedFilter(task);
+    checkUnits(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
     if (type == "editSimpRep") checkComponentFilters(task);
     if (type == "writeListReport") checkListReport(task);
     if (type == "setUserVariable") checkQuestion(task);
     if (type == "setUserVariableFromBoundingBox") checkMeasure(task);
+  }
+
+  // Of a list of new parameters.
+  void checkUnits(const XmlNode& task) {
+    for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
+      for (std::uint16_t i = 0; i < block->count; ++i) {
+        const core::XmlAttr& unit = *block->items[i];
+        if (!unit.name.starts_with(kUnit) || unit.value.empty()) continue;
+        const std::wstring number(unit.name.substr(kUnit.size()));
+        const std::string type = attribute(task, L"type_" + number);
+        if (type == "String" || type == "Boolean")
+          add(task, "'" + text::toUtf8(unit.name) + "': a " + type + " has no unit, so the parameter isn't created");
+      }
+    }
   }
 
   void checkMeasure(const XmlNode& task) {
@@ -178,6 +200,7 @@ class Document {
     if (hasVariables(rest)) return;
     std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
     path = text::replaceAll(path, "//", "/");
+    if (readsTable(row.action) && isFileMember(path)) return checkTable(task, path);
     const bool isFile = row.target != PathTarget::folder;
     if (isFile ? !isFileOf(row, path) : !isFolder(path)) {
       add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
@@ -185,6 +208,11 @@ class Document {
     } else if (row.action == "groupActions") {
       checkTemplate(task, path);
     }
+  }
+  // A workbook shows its cells only where it is converted.
+  void checkTable(const XmlNode& task, const std::string& member) {
+    if (text::lower(member).ends_with(".xls")) return;
+    for (const std::string& fault : tableFaults(task, package_.read(member))) add(task, "'" + member + "': " + fault);
   }
   // A material may be named without its ending, a model without its version.
   bool isFileOf(const PathAttribute& row, const std::string& path) const {

@@ -17,7 +17,8 @@ struct Finding {
   std::string place;     // the action as the log names it: "B3", "B3 - G0"
   std::string text;
   std::string use;  // no fault, but what one should know: "program", "address", "path" of the surroundings that it
-                    // uses, "units" for a number that loses its unit
+                    // uses, "units" for a number that loses its unit, or whose unit moves it, "options" for
+                    // options of Creo that are saved in the body
 };
 // In the order of the members, within a member by line.
 std::vector<Finding> checkPackage(const PackageSource& package);

@@ -97,6 +97,18 @@ void addNumbers(const core::XmlNode& task, const std::string& type, std::vector<
                                  " is the number in these units; what is written counts in the model's"});
 }
 
+// The list says feature or material, but a parameter with a unit can be made in the model alone.
+void addOwners(const core::XmlNode& task, const std::string& type, std::vector<PackageUse>& uses) {
+  const bool inFeature = type == "addKEParameter";
+  if (!inFeature && type != "addMaterialParameter") return;
+  eachAttribute(task, [&](const core::XmlAttr& attribute) {
+    if (!attribute.name.starts_with(kUnit) || attribute.value.empty()) return;
+    uses.push_back({"units", inQuotes(attribute.name) +
+                                 ": a parameter with a unit is created in the model, not in the " +
+                                 (inFeature ? "feature" : "material")});
+  });
+}
+
 }  // namespace
 
 const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute) {
@@ -109,6 +121,7 @@ const PathAttribute* pathAttribute(std::string_view action, std::wstring_view at
 std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::string& type) {
   std::vector<PackageUse> uses;
   addNumbers(task, type, uses);
+  addOwners(task, type, uses);
   eachAttribute(task, [&](const core::XmlAttr& attribute) {
     for (const OutsideAttribute& row : kOutside) {
       if (row.action != type) continue;

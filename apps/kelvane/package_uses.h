@@ -1,5 +1,5 @@
 // What of the surroundings an action of a list uses: programs, addresses on the web, paths outside its package. And
-// what else is no fault but worth knowing: numbers that lose their units.
+// what else is no fault but worth knowing: numbers that lose their units, parameters that are made elsewhere.
 #pragma once
 
 #include <string>
@@ -34,5 +34,6 @@ struct PathAttribute {
 // Null for an attribute that is none.
 const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute);
 constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
+constexpr std::wstring_view kUnit = L"unit_";  // the attributes of a new parameter's unit
 
 }  // namespace kelvane

@@ -73,7 +73,10 @@ std::vector<std::pair<std::wstring, std::wstring>> creoOptions(const RunOptions&
   for (const std::string& option : options.creoOptions) {
     const std::size_t equals = option.find('=');
     if (equals == option.npos || equals == 0) throw Fault("--creo-option " + option + ": write NAME=VALUE");
-    all.emplace_back(text::fromUtf8(option.substr(0, equals)), text::fromUtf8(option.substr(equals + 1)));
+    std::wstring name = text::fromUtf8(option.substr(0, equals));
+    // Creo would put the second value of a search path behind the first.
+    std::erase_if(all, [&name](const auto& one) { return text::equalNoCase(one.first, name); });
+    all.emplace_back(std::move(name), text::fromUtf8(option.substr(equals + 1)));
   }
   return all;
 }

@@ -14,7 +14,8 @@ namespace kelvane {
 // without the file.
 std::string configText(const RunOptions& options);
 
-// Names and values of --creo-option, in the order given. A Fault for one without a name or a "=".
+// Names and values of --creo-option, in the order given; of a name that is given twice the last value. A Fault for one
+// without a name or a "=".
 std::vector<std::pair<std::wstring, std::wstring>> creoOptions(const RunOptions& options);
 
 }  // namespace kelvane

@@ -22,6 +22,24 @@ std::wstring_view valueOf(const core::XmlNode& node, std::wstring_view name) {
 
 bool isGroup(const core::XmlNode& node) { return node.name == L"filter" || node.name == L"root"; }
 
+template <class Test>
+bool anyChild(const core::XmlNode& node, Test test) {
+  bool any = false;
+  core::xmlEachChild(node, [&](const core::XmlNode& child) { any = any || test(child); });
+  return any;
+}
+
+// What a task has beside its filter, of children with a `type`.
+bool isPartOfTask(const core::XmlNode& node) {
+  return node.name == L"subtasks" || node.name == L"insideFilter" || node.name == L"reportFilter";
+}
+
+// Does an element of a task look like an item of its filter, or like a group of them?
+bool looksLikeItems(const core::XmlNode& node) {
+  const auto isItem = [](const core::XmlNode& one) { return core::attrFind(one.attributes, L"type") != nullptr; };
+  return !isPartOfTask(node) && (isItem(node) || anyChild(node, isItem));
+}
+
 }  // namespace
 
 std::wstring_view typeSwitch(creo::ProMdlType type) {
@@ -101,7 +119,10 @@ int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::Pr
       }
     }
   }
-  return valueOf(task, L"forEF") == L"true" ? evaluateFilter(task, extension, model, true) : kFilterHolds;
+  if (valueOf(task, L"forEF") != L"true") return kFilterHolds;
+  if (lacksGroups(task) && anyChild(task, looksLikeItems))
+    core::logWrite(L"The filter of this action holds no items, every model passes it", core::kWarning);
+  return evaluateFilter(task, extension, model, true);
 }
 
 int evaluateFilter(const core::XmlNode& block, std::wstring_view /*extension*/, creo::ProMdl model, bool silent,
@@ -125,11 +146,10 @@ const core::XmlNode* filterFileBlock(const core::XmlDocument& document) {
 }
 
 bool holdsItems(const core::XmlNode& block) {
-  bool any = false;
-  core::xmlEachChild(
-      block, [&any](const core::XmlNode& child) { any = any || (isGroup(child) && core::xmlChildCount(&child) > 0); });
-  return any;
+  return anyChild(block, [](const core::XmlNode& child) { return isGroup(child) && core::xmlChildCount(&child) > 0; });
 }
+
+bool lacksGroups(const core::XmlNode& block) { return core::xmlChildCount(&block) > 0 && !anyChild(block, isGroup); }
 
 int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup) {
   const Predicate* predicate = findPredicate(type);

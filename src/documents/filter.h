@@ -13,7 +13,8 @@ namespace documents {
 constexpr int kFilterHolds = 0;
 constexpr int kFilterRefuses = 2;
 
-// The gate of each action: the type switches, then, with forEF "true", the filter block. 0 or 2.
+// The gate of each action: the type switches, then, with forEF "true", the filter block. 0 or 2. Children that look
+// like items, or groups of them, beside which there is no group get a warning line: they let every model pass.
 int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::ProMdl model);
 // Told how an evaluation goes, item by item.
 class FilterWatch {
@@ -39,6 +40,8 @@ std::wstring_view typeSwitch(creo::ProMdlType type);
 const core::XmlNode* filterFileBlock(const core::XmlDocument& document);
 // Whether a block has an item at all; without one it holds for every model.
 bool holdsItems(const core::XmlNode& block);
+// Whether a block has children none of which is a group of items: whatever they were meant for, every model passes.
+bool lacksGroups(const core::XmlNode& block);
 // The predicate of that key; kUndecided where a comparison was given up. silentLookup: an unknown key gives kNotAKey
 // without its line.
 int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup = false);

@@ -107,8 +107,8 @@ void CsvTable::addRecord(const std::vector<std::wstring>& fields) {
   if (columns_ == 0) columns_ = fields.size();
   indexes_.clear();
   for (std::size_t i = 0; i < columns_; ++i) {
-    Span span{text_.size(), 0};
-    if (i < fields.size()) {
+    Span span{text_.size(), 0, i < fields.size()};
+    if (span.isThere) {
       span.length = static_cast<std::uint32_t>(fields[i].size());
       text_ += fields[i];
     }
@@ -120,6 +120,10 @@ std::wstring_view CsvTable::at(std::size_t line, std::size_t column) const {
   if (column >= columns_ || line >= cells_.size() / columns_) return {};
   const Span& span = cells_[line * columns_ + column];
   return std::wstring_view(text_).substr(span.begin, span.length);
+}
+
+bool CsvTable::holds(std::size_t row, std::size_t column) const {
+  return column < columns_ && row < rowCount() && cells_[(row + 1) * columns_ + column].isThere;
 }
 
 CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding, std::wstring_view file) {
@@ -141,8 +145,10 @@ CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view e
   std::vector<std::wstring> fields;
   bool toldOfBytes = false, toldOfCut = false;
   for (std::string_view record; records.next(record);) {
-    if (records.isUnclosed())
-      say(L"A quote is never closed: the record of line %d takes in the rest of the file", core::kError);
+    if (records.isUnclosed()) {
+      say(L"A quote is never closed: the record of line %d takes in the rest of the file and isn't used", core::kError);
+      break;
+    }
     if (holdsNothing(record, separator)) continue;
     // As in other text files: no letter of it would be left otherwise.
     const bool isOther = isUtf8 && !text::isUtf8(record);

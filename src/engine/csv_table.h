@@ -20,6 +20,8 @@ class CsvTable {
   // Columns and rows from 0; a cell that isn't there is empty.
   [[nodiscard]] std::wstring_view header(std::size_t column) const { return at(0, column); }
   [[nodiscard]] std::wstring_view cell(std::size_t row, std::size_t column) const { return at(row + 1, column); }
+  // False where the row's record ended before that column: its cell is empty, but nobody wrote so.
+  [[nodiscard]] bool holds(std::size_t row, std::size_t column) const;
   // The column whose header is that text, case-blind; columnCount() for none.
   [[nodiscard]] std::size_t column(std::wstring_view title) const;
 
@@ -36,6 +38,7 @@ class CsvTable {
   struct Span {
     std::uint64_t begin = 0;
     std::uint32_t length = 0;
+    bool isThere = false;
   };
   [[nodiscard]] std::wstring_view at(std::size_t line, std::size_t column) const;
   // Of a column: rows by their cell, those whose cell is a pattern, and those whose cell is empty.
@@ -53,9 +56,9 @@ class CsvTable {
 // Reads a table of CSV text. encoding: the suffix of the file mode, ",ccs=UTF-8" or empty for Windows-1252; a mark
 // of UTF-8 or UTF-16 says so all the same. Records that hold nothing but separators, ";" and blanks are passed over.
 // Cells are cut to 259 units, with one warning line for all, and CR LF in one is a line feed. A record that isn't UTF-8
-// where the file should be is read as Windows-1252, with one warning line for all. A quote that is never closed takes
-// in the rest, with an error line that names the line where its record begins. file: stands before these lines' texts,
-// by its name; empty: nothing does.
+// where the file should be is read as Windows-1252, with one warning line for all. A record with a quote that is never
+// closed takes in the rest of the file: it is left out, with an error line that names the line where it begins. file:
+// stands before these lines' texts, by its name; empty: nothing does.
 CsvTable parseCsv(std::string_view bytes, wchar_t separator, std::wstring_view encoding, std::wstring_view file = {});
 
 // The table of a file, read at the first call. tableIndex: its number, for csvTable. 0, or 2, with a line, where the

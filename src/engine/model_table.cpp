@@ -38,6 +38,8 @@ struct FilterSource {
   std::unique_ptr<core::XmlDocument> document;
   const core::XmlNode* block = nullptr;
   bool broken = false;
+  std::wstring path{};  // for what is told of it
+  bool isTold = false;
 };
 
 // What a walk's outcome rests on; the visited models of one basis say nothing under another.
@@ -83,6 +85,7 @@ const std::string& dialog() { return core::pluginState().dialogName; }
 
 FilterSource load(const std::wstring& path) {
   FilterSource source;
+  source.path = path;
   auto loaded = core::xmlLoadFile(path);
   source.broken = !loaded;
   if (source.broken) core::creoLog(L"<KVD> sourceData - " + loaded.fault);
@@ -101,6 +104,14 @@ bool listFilterIsOn() {
   const int mode = core::pluginState().useGlobFilterNow;
   if (!block || mode == 0) return false;
   return mode > 0 || (isAbsentOrTrue(*block, L"active") && isAbsentOrTrue(*block, L"exists"));
+}
+
+// Once, when it judges for the first time: choosing a list passes others on its way.
+void tellOfMissingGroups(FilterSource& filter) {
+  if (filter.isTold || !filter.block || !documents::lacksGroups(*filter.block)) return;
+  filter.isTold = true;
+  core::logWrite(text::format(L"The filter of the list %s holds no items, every model passes it", filter.path),
+                 core::kWarning);
 }
 
 bool globalFilterIsOn() { return table().globalFilter.broken || table().globalFilter.block; }
@@ -234,6 +245,7 @@ creo::ProError rebuildModelTable(creo::ProMdl start) {
   if (t.listFilter.block && state.useGlobFilterNow != 0)
     setCheck(documents::kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
   enableHighlighting(type.value == creo::ProMdlType::assembly);
+  if (filterInForce() == t.listFilter.block) tellOfMissingGroups(t.listFilter);
 
   const std::string startRow = rowName(name.value, type.value);
   if (t.basis != basis || t.starts.contains(startRow)) t.forgetWalks();

@@ -11,6 +11,7 @@
 #include "engine/substitution.h"
 #include "engine/variables.h"
 #include "os/surroundings.h"
+#include "text/capitals.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -58,8 +59,8 @@ std::wstring withoutTrailingZeros(std::wstring value) {
 // The first modifier that applies; the others don't.
 std::wstring modified(const Reference& reference, std::wstring value) {
   if (reference.length) return text::format(L"%d", text::units(value));
-  if (reference.toLower) return text::lower(value);
-  if (reference.toUpper) return text::upper(value);
+  if (reference.toLower) return text::inSmallLetters(value);
+  if (reference.toUpper) return text::inCapitals(value);
   if (reference.noZero) return withoutTrailingZeros(std::move(value));
   return value;
 }
@@ -114,11 +115,27 @@ bool replaceUserVariable(Substitution& call, const Reference& reference) {
   return call.replace(reference.token, modified(reference, *value));
 }
 
+// Four characters for each three bytes: would they outgrow the text?
+bool outgrows(const Substitution& call, const Reference& reference) {
+  const auto size = os::files().size(reference.name);
+  return size && size.value / 3 * 4 >= call.capacity();
+}
+
 bool replaceFile(Substitution& call, const Reference& reference) {
+  // Such a file gives no result whatever it holds, so it isn't read.
+  call.outgrown = call.outgrown || outgrows(call, reference);
+  if (call.outgrown) return true;
   const auto content = os::files().read(reference.name);
   if (!content) return call.replace(reference.token, L"file_not_found_or_readable");
   const Base64 alphabet = reference.isUrlSafeFile ? Base64::urlSafe : Base64::standard;
   return call.replace(reference.token, text::fromUtf8(base64(content.value, alphabet)));
+}
+
+// A note's parameter has no text of its own: the form stays, and is passed, wherever it stands.
+bool passNote(Substitution& call, const Reference& reference) {
+  core::logWrite(text::format(L"The parameter %s is a note, %s stays as it is", reference.name, reference.token),
+                 core::kWarning);
+  return call.replace(reference.token, text::replaceAll(reference.token, L"%", std::wstring(1, kClosedPercent)));
 }
 
 bool replaceParameter(Substitution& call, const Reference& reference, const creo::Got<creo::ProModelitem>& owner) {
@@ -148,8 +165,9 @@ bool replaceParameter(Substitution& call, const Reference& reference, const creo
       return written(L"TYPE = PRO_PARAM_DOUBLE", text::format(reference.exponent ? L"%e" : L"%f", value.real));
     case boolean:
       return written(L"TYPE = PRO_PARAM_BOOLEAN", value.boolean ? L"true" : L"false");
-    case none:
     case noteId:
+      return passNote(call, reference);
+    case none:
       break;
   }
   return failure(kUnreadable, reference);

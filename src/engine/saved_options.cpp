@@ -1,24 +1,37 @@
 #include "engine/saved_options.h"
 
+#include <functional>
+#include <map>
+
 #include "core/log.h"
 
 namespace engine {
 namespace {
 
-std::vector<SavedConfigOption>& store() {
-  static std::vector<SavedConfigOption> saved;
+using Saved = std::map<std::wstring, std::vector<SavedConfigOption>, std::less<>>;
+
+Saved& store() {
+  static Saved saved;
   return saved;
 }
 
 }  // namespace
 
-const std::vector<SavedConfigOption>& savedConfigOptions() { return store(); }
+const std::vector<SavedConfigOption>& savedConfigOptions(std::wstring_view saveName) {
+  static const std::vector<SavedConfigOption> none;
+  const auto found = store().find(saveName);
+  return found == store().end() ? none : found->second;
+}
 
-void saveConfigOption(SavedConfigOption saved) { store().push_back(std::move(saved)); }
+void saveConfigOption(std::wstring_view saveName, SavedConfigOption saved) {
+  auto found = store().find(saveName);
+  if (found == store().end()) found = store().try_emplace(std::wstring(saveName)).first;
+  found->second.push_back(std::move(saved));
+}
 
 void freeSavedConfigOptions() {
   core::logWrite(L"Free all option space", core::kDebug);
-  std::vector<SavedConfigOption>().swap(store());
+  store().clear();
   core::logWrite(L"finished", core::kDebug);
 }
 

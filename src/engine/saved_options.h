@@ -8,12 +8,13 @@
 namespace engine {
 
 struct SavedConfigOption {
-  std::wstring saveName, option;
+  std::wstring option;
   std::vector<std::wstring> values;  // in the option's order; none: it wasn't set
 };
-// In the order of saving; the same name and option may be there several times.
-const std::vector<SavedConfigOption>& savedConfigOptions();
-void saveConfigOption(SavedConfigOption saved);
+// What was saved under exactly that name, in the order of saving; the same option may be there several times. Valid
+// until the next save.
+const std::vector<SavedConfigOption>& savedConfigOptions(std::wstring_view saveName);
+void saveConfigOption(std::wstring_view saveName, SavedConfigOption saved);
 // The run is over: a name holds within one run.
 void freeSavedConfigOptions();
 

@@ -13,7 +13,8 @@ namespace engine {
 
 // A value that holds its own token would be replaced for ever; no sensible text comes near this number.
 constexpr int kMostReplacements = 10000;
-// Stands for a "%" of a value that mustn't open a name; no text has this noncharacter. It becomes one at the end.
+// Stands for a "%" that mustn't open a name; no text has this noncharacter. It becomes one behind the pass
+// of the parameters, before the text functions read it.
 constexpr wchar_t kClosedPercent = L'\uFDD0';
 
 class Substitution {
@@ -28,6 +29,8 @@ class Substitution {
   bool outgrown = false;  // the text was longer than its room once: it was cut, and is no result
 
   [[nodiscard]] bool holds(std::wstring_view token) const { return text.find(token) != text.npos; }
+  // Room of the text on its way in UTF-16 units, its zero included.
+  [[nodiscard]] std::size_t capacity() const { return capacity_; }
   // Every occurrence of the token. False, with its line in the log, when the call has replaced too often, or a value
   // that comes back in itself has outgrown the room.
   [[nodiscard]] bool replace(std::wstring_view token, std::wstring_view value);

@@ -20,15 +20,25 @@ constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 constexpr std::size_t kGrowth = 10;
 constexpr std::size_t kLineGrowth = 6;
 
+// Behind the names.
+bool openPercents(Substitution& call) {
+  std::replace(call.text.begin(), call.text.end(), kClosedPercent, L'%');
+  return true;
+}
+
 struct Pass {
   wchar_t mark;  // a text without it has nothing for this pass; 0 runs always
   bool needsModel;
   bool (*run)(Substitution& call);
 };
 constexpr Pass kPasses[] = {
-    {L'@', false, &counterPass}, {L'\u00A7', false, &environmentPass},
-    {L'@', false, &clockPass},   {L'@', false, &sessionPass},
-    {0, true, &modelPass},       {L'%', true, &parameterPass},
+    {L'@', false, &counterPass},
+    {L'\u00A7', false, &environmentPass},
+    {L'@', false, &clockPass},
+    {L'@', false, &sessionPass},
+    {0, true, &modelPass},
+    {L'%', true, &parameterPass},
+    {kClosedPercent, true, &openPercents},
     {L'$', true, &functionPass},
 };
 
@@ -76,7 +86,6 @@ Replaced replaceVariables(std::wstring_view input, creo::ProMdl model, std::size
     if (pass.mark != 0 && (plain || call.text.find(pass.mark) == call.text.npos)) continue;
     if (!pass.run(call)) return failed;
   }
-  std::replace(call.text.begin(), call.text.end(), kClosedPercent, L'%');
   Replaced result = finished(std::move(call.text), call.outgrown, call.status, outSize);
   result.numbers = std::move(call.numbers);
   return result;

@@ -19,6 +19,7 @@ namespace {
 constexpr int kNotFound = 369, kScriptNotFound = 108, kDeleteAll = 370, kDeleted = 371, kOverridden = 373;
 constexpr std::wstring_view kScript = L"xls2csv.vbs";
 constexpr std::wstring_view kEnding = L".xls";
+constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
 
 struct Conversion {
   std::wstring workbook, target;
@@ -109,15 +110,22 @@ void deleteConvertedFiles() {
   conversions().clear();
 }
 
+TableForm tableForm(const XmlNode& task) {
+  const auto is = [&task](std::wstring_view name, std::wstring_view value) {
+    const core::XmlAttr* attribute = core::attrFind(task.attributes, name);
+    return attribute && attribute->value == value;
+  };
+  return {is(L"sep", L"com") ? L',' : L';', is(L"filetype", L"1") ? kUtf8 : std::wstring_view()};
+}
+
 const CsvTable* tableOf(const Task& task) {
   const std::wstring path = wholePath(task.path(L"path", L"reports"));
   std::wstring file = path;
   if (convertWorkbook(file, text::kTextSize, path) < 0) return nullptr;
-  const bool isConverted = isWorkbook(path);  // what the script writes is UTF-8 with semicolons
-  const bool hasComma = !isConverted && task.attribute(L"sep") == L"com";
-  const bool isUtf8 = isConverted || task.attribute(L"filetype") == L"1";
+  // What the script writes is UTF-8 with semicolons.
+  const TableForm form = isWorkbook(path) ? TableForm{L';', kUtf8} : tableForm(task.node());
   std::size_t table = 0;
-  if (readCSVtoTable(table, file, hasComma ? L',' : L';', isUtf8 ? L",ccs=UTF-8" : L"") != 0) return nullptr;
+  if (readCSVtoTable(table, file, form.separator, form.encoding) != 0) return nullptr;
   return &csvTable(table);
 }
 

@@ -18,9 +18,15 @@ int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view pa
 // Removes what this run converted; at its end.
 void deleteConvertedFiles();
 
-// The table that a task names: `path` (with variables; "@project_dir@" is the package's folder reports), `sep` "com"
-// for a comma, else a semicolon, `filetype` "1" for UTF-8. A workbook is converted first. Null, with a line:
-// unreadable.
+// How a task says that its table is to be read: `sep` "com" for a comma, else a semicolon, `filetype` "1" for UTF-8.
+struct TableForm {
+  wchar_t separator = L';';
+  std::wstring_view encoding;  // for parseCsv
+};
+TableForm tableForm(const XmlNode& task);
+
+// The table that a task names: `path` (with variables; "@project_dir@" is the package's folder reports), in its
+// form. A workbook is converted first. Null, with a line: unreadable.
 const CsvTable* tableOf(const Task& task);
 
 }  // namespace engine

@@ -21,15 +21,25 @@ struct NamedParameter {
   std::wstring_view name;
   const ProParameter& parameter;
   creo::ProMdl model;
+  bool byPattern = false;
 };
 
-// Empty where the template engine can't tell it.
+// Empty where the template engine can't tell it, or leaves the form as it is, as that of a note.
 std::wstring variable(std::wstring_view name, creo::ProMdl model) {
-  Replaced value = replaceVariables(L"%" + std::wstring(name) + L"%", model);
-  return value ? std::move(value.text) : std::wstring();
+  const std::wstring form = L"%" + std::wstring(name) + L"%";
+  Replaced value = replaceVariables(form, model);
+  return value && value.text != form ? std::move(value.text) : std::wstring();
 }
 
-std::wstring value(const NamedParameter& one) { return variable(one.name, one.model); }
+bool isNote(const ProParameter& parameter) {
+  const auto value = creo::ProParameterValueGet(parameter);
+  return value && value.value.type == creo::ProParamvalueType::noteId;
+}
+
+// A note has none, which is nothing to warn of where nobody named it.
+std::wstring value(const NamedParameter& one) {
+  return one.byPattern && isNote(one.parameter) ? std::wstring() : variable(one.name, one.model);
+}
 
 std::wstring valueType(const NamedParameter& one) { return parameterTypeWord(one.parameter); }
 
@@ -87,7 +97,7 @@ class ParameterReport {
     creo::ProParameterVisit(owner_, [&](const ProParameter& parameter) {
       if (wildcardCompare(pattern, parameter.id) != 1) return creo::ProNoError;
       addColumns(parameter.id);
-      write({parameter.id, parameter, model_});
+      write({parameter.id, parameter, model_, true});
       return creo::ProNoError;
     });
   }

@@ -172,6 +172,9 @@ TEST_F(NotesFromFile, TakeTheirValues) {
       {"ID;Item value\nfour;x\n99;y\n", "", all()},
       {"ID;Item value\n4th;x\n", "", all()},
       {"ID;Item value\n4;Scale 1:2\n", "", all()},
+      // A row that ends early empties nothing; one that says so does.
+      {"ID;Item value old;Item value\n3\n;edges\n", "", all()},
+      {"ID;Item value\n4;\n", "", edges + " 4@1(200,100) " + other},
       // By the text that they had.
       {"Item value old;Item value\nscale 1:;1 : \n", "", edges + " 4@1(200,100)1 : 2 5@2(45,22)1 : 5"},
       {"file name;Item value old;Item value\nother.drw;Scale;x\nSHEETS.DRW;burrs;%NUMBER%\n", "",
@@ -209,7 +212,8 @@ TEST_F(NotesFromFile, NeedTheirColumns) {
       {"ID;Value\n3;x\n", L"E:d:\\notes.csv: there is no column 'Item value'"},
       {"Item value\nx\n", L"E:d:\\notes.csv: there is no column 'ID' or 'Item value old'"},
       {"", L"there is no column 'Item value'"},
-      {"ID;Item value;Item value old\n3\n;;\n", L"read 1 values"},
+      {"ID;Item value;Item value old\n3\n;;\n",
+       L"read 1 values|W:d:\\notes.csv: a row for '3' ends before its value, nothing is set by it"},
   };
   for (const Case& one : cases) {
     World own;

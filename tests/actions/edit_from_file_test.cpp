@@ -60,6 +60,12 @@ TEST_F(EditFromFile, ParametersTakeTheRowsOfTheirModel) {
            L"NONE|"
            L"Set parameter 'COUNT' to value 'many'|E:Failure at parameter 'COUNT' while cast value 'many' to integer"},
           {titles + "BRACKET;COUNT;8.9\n", "", L"COLOR=red COUNT=8 DRIVEN=7", L"W:'8.9' is read as 8"},
+          // A row that ends early empties nothing; one that says so does.
+          {titles + "BRACKET;COLOR\nBRACKET;COUNT;8\n", "", L"COLOR=red COUNT=8 DRIVEN=7",
+           L"W:d:\\values.csv: a row for 'COLOR' ends before its value, nothing is set by it|Set parameter 'COUNT'"},
+          {titles + "BRACKET;COLOR;\n", "", L"COLOR= COUNT=7 DRIVEN=7", L"set 'COLOR' value to ''"},
+          {titles + "BRACKET;COUNT;8\n\"BRACKET;COLOR;blue\n*;COUNT;9\n", "", L"COLOR=red COUNT=8 DRIVEN=7",
+           L"E:values.csv: A quote is never closed: the record of line 3 takes in the rest of the file and isn't used"},
           {"model name;parameter\nBRACKET;COLOR\n", "", same,
            L"E:d:\\values.csv: there is no column 'parameter name'|E:d:\\values.csv: there is no column 'value'"},
           {"", "", same, L"E:d:\\values.csv: there is no column 'model name'"},

@@ -425,5 +425,28 @@ TEST(FeatureAndMaterialParameters, GoToTheirOwners) {
   EXPECT_NE(std::string::npos, document.rfind("\"OK\""));
 }
 
+// A unit makes it one of the model's, and the model may have it already.
+TEST(FeatureAndMaterialParameters, WithAUnitGoToTheModel) {
+  World world;
+  writeBytes(world.models() + "/bracket.prt.1", R"({"format": 1, "material": "STEEL",
+  "materials": [{"name": "STEEL", "parameters": []}], "features": [{"id": 5, "name": "HOLE_1", "type": 911}]})");
+  const std::string type = "<task version='3' forPRT='true' type_0='Double' type='",
+                    feature = type + "addKEParameter' feat='3' name_0='DEPTH' ",
+                    material = type + "addMaterialParameter' name_0='depth' ";
+  world.list("list.xml", feature + "value_0='3' unit_0='mm'/>" + feature +
+                             "value_0='4' unit_0='mm' descr='true' description_0='deep'/>" + material +
+                             "value_0='5' unit_0='mm' desig='true' designated_0='true'/>" +
+                             "<task type='saveModel' version='3' forPRT='true'/>");
+  world.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+  EXPECT_EQ(
+      L"B0 Add feature parameter|KE: 5 HOLE_1|Try to create parameter:DEPTH|Parameter created|B1 Add feature parameter|"
+      L"KE: 5 HOLE_1|Try to create parameter:DEPTH|Parameter exists already|B2 Add material parameter|"
+      L"Try to create parameter:depth|Parameter exists already|B3 Save model",
+      told(world.log()));
+  EXPECT_EQ(L"DEPTH=3", world.savedParameters("BRACKET.prt"));
+  EXPECT_NE(std::string::npos, world.document("BRACKET.prt").find("deep"));
+  EXPECT_NE(std::string::npos, world.document("BRACKET.prt").find("designated"));
+}
+
 }  // namespace
 }  // namespace test

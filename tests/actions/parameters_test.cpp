@@ -53,6 +53,9 @@ TEST_F(AddParameter, TellsWhatItCantMake) {
       {"name_0='1X' type_0='String'", L"Try to create parameter:1X|E:Can't create parameter: 1X"},
       {"name_0='X' type_0='Double' value_0='1' unit_0='parsecs'",
        L"Try to create parameter:X|E:Can't create parameter: X"},
+      {"name_0='X' type_0='String' value_0='1' unit_0='mm' name_1='Y' type_1='Integer' value_1='1' unit_1='mm'",
+       L"Try to create parameter:X|E:'X' isn't created: only numbers have a unit|Try to create parameter:Y|"
+       L"Parameter created"},
       {"name_0='%NONE%' type_0='String'", L"E:Can't find parameter: NONE"},
       {"name_0='D1' type_0='String' name_1='X' type_1='String'",
        L"Try to create parameter:D1|E:This parameter name is already used as a dimension name"},

@@ -64,7 +64,7 @@ TEST_F(Surroundings, OptionsAreSavedSetAndPutBack) {
       L"B7 set config option|Reset saved configuration options from S|Set declared configuration options|"
       L"B8 save Config Options",
       told(world.log()).substr(told(world.log()).find(L"B6 ")));
-  EXPECT_TRUE(engine::savedConfigOptions().empty());  // a name holds within one run
+  EXPECT_TRUE(engine::savedConfigOptions(L"s").empty());  // a name holds within one run
 }
 
 TEST_F(Surroundings, AnOptionThatCantBeSetIsTold) {

@@ -169,6 +169,35 @@ TEST(FilterCheck, AnActionMustBeOpenForTheTypeAndItsFilterHold) {
   }
 }
 
+// What stands outside a group is passed over. What was meant for a filter is told, what an action has beside it isn't.
+TEST(FilterCheck, TellsOfItemsWithoutAGroup) {
+  World world;
+  world.part(L"P");
+  ASSERT_EQ(0, world.start());
+  const ProMdl part = world.open(L"P", ProMdlType::part);
+  const struct {
+    const wchar_t* children;
+    bool told;
+  } cases[] = {
+      {L"<i type='filename' filename='x' filtertype='true'/>", true},
+      {L"<Filter><i type='filename' filename='x' filtertype='true'/></Filter>", true},
+      {L"<i type='filename' filename='x'/><filter><i type='filename' filename='P*' filtertype='true'/></filter>",
+       false},
+      {L"<filter/>", false},
+      {L"", false},
+      {L"<subtasks><task type='saveModel'/></subtasks>", false},
+      {L"<option name_0='a' value_0='b'/>", false},
+  };
+  for (const auto& c : cases) {
+    const auto document = parsed(L"<task forPRT='true' forEF='true'>" + std::wstring(c.children) + L"</task>");
+    const std::size_t before = world.log().size();
+    EXPECT_EQ(kFilterHolds, documents::filterCheck(element(*document), L"PRT", part)) << text::toUtf8(c.children);
+    const std::wstring log = world.log().substr(before);
+    EXPECT_EQ(c.told, log.find(L"The filter of this action holds no items, every model passes it") != log.npos)
+        << text::toUtf8(c.children);
+  }
+}
+
 TEST(Predicates, ParametersAreComparedByTheirType) {
   World world;
   world.part(L"BRACKET")

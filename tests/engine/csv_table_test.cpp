@@ -40,15 +40,17 @@ TEST(ParseCsv, ReadsCellsByTheirQuotes) {
       {"\xE4\n\x80\n", L';', L"", L"\u00E4\n\u20AC\n"},
       {"\xC3\xA4\n", L';', L",ccs=UTF-8", L"\u00E4\n"},
       {"\xC3\xA4\nGeh\xE4use\n\xF6\n", L';', L",ccs=UTF-8", L"\u00E4\nGeh\u00E4use\n\u00F6\n"},
-      {"a;b\n\"x;1\ny;2", L';', L"", L"a|b\n\"x;1\ny;2|\n"},
-      {"a\n\"\"\n\"\n", L';', L"", L"a\n\n\"\n"},
+      {"a;b\nz;0\n\"x;1\ny;2", L';', L"", L"a|b\nz|0\n"},
+      {"a\n\"\"\n\"\n", L';', L"", L"a\n\n"},
+      {"\"a;b\nx;1\n", L';', L"", L"\n"},
       {"", L';', L"", L"\n"},
   };
   World world;
   world.start();
   for (const Row& row : rows)
     EXPECT_EQ(shown(parseCsv(row.text, row.separator, row.encoding)), row.expected) << row.text;
-  EXPECT_TRUE(world.logHas(L"A quote is never closed: the record of line 2 takes in the rest of the file"));
+  EXPECT_TRUE(
+      world.logHas(L"A quote is never closed: the record of line 3 takes in the rest of the file and isn't used"));
   EXPECT_EQ(L"h\n\u00E4\n", shown(parseCsv({"\xFF\xFEh\0\n\0\xE4\0", 8}, L';', L"")));
   EXPECT_TRUE(world.logHas(L"Line 2 isn't UTF-8, it is read as Windows-1252\n"));
   EXPECT_FALSE(world.logHas(L"Line 3 isn't UTF-8"));

@@ -198,6 +198,22 @@ TEST_F(ModelTable, TheConfiguredFilterFileIsChosenFromTheStart) {
   EXPECT_EQ("SHAFT.PRT", rows());
 }
 
+// Items outside a group let every model pass; it is told once, and of a filter that judges.
+TEST_F(ModelTable, AListsFilterWithoutAGroupIsTold) {
+  for (const char* on : {"true", "false"})
+    world.member("actionlists/" + std::string(on) + ".xml",
+                 "<list><head/><body/><block active=\"" + std::string(on) +
+                     "\"><i type=\"filename\" filename=\"h*\" filtertype=\"true\"/></block><foot/></list>");
+  show(L"UNIT", ProMdlType::assembly);
+  const std::wstring line = L"true.xml holds no items, every model passes it\n";
+  world.choose("false.xml");
+  EXPECT_FALSE(world.logHas(L"holds no items"));
+  world.choose("true.xml");
+  EXPECT_EQ("BOLT.PRT SHAFT.PRT UNIT.ASM", rows());
+  const std::wstring log = world.log();
+  EXPECT_TRUE(log.find(line) != log.npos && log.find(line) == log.rfind(line)) << text::toUtf8(log);
+}
+
 TEST_F(ModelTable, TheListsFilterJudgesByItsModeAndItsOwnWords) {
   const std::string items = "<root><i type='filename' filename='h*' filtertype='true'/></root>";
   const auto list = [&](const std::string& name, const std::string& attributes) {

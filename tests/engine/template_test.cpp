@@ -34,6 +34,7 @@ class Templates : public testing::Test {
   void SetUp() override {
     document("plate.prt.3", R"("commonName": "Grundplatte \u00c4", "regeneration": "needed", "material": "STEEL",
       "materials": [{"name": "STEEL", "parameters": [{"name": "DENSITY", "type": "double", "value": 7.85}]}],
+      "parameters": [{"name": "REMARK", "type": "note", "value": 3}, {"name": "COLOR", "type": "string", "value": "Red"}],
       "familyTable": {"items": [], "instances": [{"name": "PLATE_S"}]})");
     world.assembly(L"FRAME").uses(L"PLATE", ProMdlType::part);
     world.drawing(L"SHEET").with(L"SIZE", L"A3").uses(L"PLATE", ProMdlType::part);
@@ -139,6 +140,11 @@ TEST_F(Templates, FindTheWorkersFolder) {
 TEST_F(Templates, LookInMaterialsModelsAndFiles) {
   test::writeBytes(world.models() + "/raw.bin", "\xfb\xff\xfe?");
   test::writeBytes(world.models() + "/empty.bin", "");
+  // Four characters for each three bytes: 1,950 of them are what a text may grow to, so the next one isn't even read.
+  test::writeBytes(world.models() + "/fits.bin", std::string(1949, 'x'));
+  test::writeBytes(world.models() + "/large/large.bin", std::string(1950, 'x'));
+  world.disk().denyReads(L"d:\\large");
+  const std::wstring tooLarge = L"The replaced output is to large for this task";
   const std::wstring wrongModel = L"Model needs to be a drawing for the curmod option";
   check({{L"%curmat:DENSITY%|%CurMat:dubase:density%", L"0:7.850000|7.850000e+00"},
          {L"%curmat:NOTHING%", L"1", L"Can't find parameter: NOTHING"},
@@ -147,6 +153,9 @@ TEST_F(Templates, LookInMaterialsModelsAndFiles) {
          {L"%b64uc:d:\\raw.bin%", L"0:-__-Pw=="},
          {L"<%b64:d:\\empty.bin%>", L"0:<>"},
          {L"%b64:d:\\none.bin%", L"0:file_not_found_or_readable"},
+         {L"%b64:d:\\large\\large.bin%", L"0:FAILURE", tooLarge},
+         {L"$$pre$2$%b64:d:\\large\\large.bin%$$", L"0:FAILURE"},
+         {L"%b64:d:\\fits.bin%", L"0:FAILURE"},
          {L"%b64:d:\\%", L"0:file_not_found_or_readable"}},
         plate);
   check({{L"%curmat:DENSITY%", L"1", L"Model needs to be a part for the curmat option"}}, frame);
@@ -155,6 +164,15 @@ TEST_F(Templates, LookInMaterialsModelsAndFiles) {
         creo::ProMdlRetrieve(L"EMPTY", ProMdlType::drawing).value);
   world.session().failNext("ProMaterialCurrentGet", creo::ProNotFound);
   check({{L"%curmat:DENSITY%", L"1", L"Can't get the current material from the part"}}, plate);
+}
+
+// What stands beside a note is replaced, and a text function reads the form as it was.
+TEST_F(Templates, LeaveNotesAsTheyAre) {
+  check({{L"x%REMARK%%COLOR%-%REMARK%", L"0:x%REMARK%Red-%REMARK%"}}, plate);
+  const std::wstring log = world.log(), told = L"The parameter REMARK is a note, %REMARK% stays as it is";
+  EXPECT_TRUE(log.find(told) != log.npos && log.find(told) == log.rfind(told)) << text::toUtf8(log);
+  EXPECT_FALSE(world.logHas(L"(ERR)"));
+  check({{L"%remark%", L"0:%remark%"}, {L"$$pre$4$%REMARK%$$", L"0:%REM"}}, plate);
 }
 
 TEST_F(Templates, CutAndReplaceInTexts) {

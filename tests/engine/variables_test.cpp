@@ -23,6 +23,7 @@ class Variables : public testing::Test {
         .with(L"ZEROS", L"2.5000")
         .with(L"WHOLE", L"100")
         .with(L"COUNT", 42)
+        .with(L"ALPHABET", L"\u00E9\u00F1\u0142\u0159\u00DF\u03C9\u0436\u00B5 \u00C9")
         .with(L"MASS", 2.5)
         .with(L"DONE", true);
     os::surroundings().clock = std::make_shared<os::FixedClock>(1710000000);
@@ -81,6 +82,9 @@ TEST_F(Variables, AreReplacedPassByPass) {
       {L"%length:COLOR%%toupper:COLOR%%tolower:COLOR%", L"0:3REDred"},
       {L"%nozero:ZEROS%/%nozero:WHOLE%/%nozero:MASS%", L"0:2.5/1/2.500000"},
       {L"%dubase:MASS%", L"0:2.500000e+00"},
+      {L"%toupper:ALPHABET%|%tolower:ALPHABET%",
+       L"0:\u00C9\u00D1\u0141\u0158\u00DF\u03A9\u0416\u00B5 \u00C9|"
+       L"\u00E9\u00F1\u0142\u0159\u00DF\u03C9\u0436\u00B5 \u00E9"},
       {L"%toupper:length:COLOR%", L"1", L"Can't find parameter: length:COLOR"},
       {L"%user:%", L"1", L"Can't find parameter: user:"},
   };

@@ -274,6 +274,7 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
   told("in.xml");
   EXPECT_EQ(L"VR%3adocument%3a1", oid());
   EXPECT_EQ(L"BRACKET VR%3adocument%3a1", engine::replaceVariables(L"@mdln@ @oid@", part).text);
+  EXPECT_EQ(L"VR:document:1", engine::replaceVariables(L"$$repl$%3a$:$@oid@$$", part).text);
   EXPECT_EQ(L"wtws://plm/design/", engine::replaceVariables(L"@mdlpath@", part).text);
   struct Case {
     const wchar_t* attributes;

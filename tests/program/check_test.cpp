@@ -156,7 +156,17 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {"<task type='editSimpRep' version='4' forASM='true'><insideFilter forPRT='true' forEF='true'><filter>\n"
        "<f type='isInstanze' filtertype='true'/></filter></insideFilter></task>",
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},
+      {"<task type='editModelParameterFromFile' version='3' forPRT='true' sep='com' path='@project_dir@/values.csv'/>",
+       ":4: B0: 'reports/values.csv': 'model name': an expression that doesn't compile (missing terminating ] for "
+       "character class): '/GEAR[/'"},
+      {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='String' unit_0='mm'/>",
+       ":4: B0: 'unit_0': a String has no unit, so the parameter isn't created"},
+      {"<task type='editModelNotesFromFile' version='3' forDRW='true' path='@project_dir@/Notes.csv'/>",
+       ":4: B0: 'reports/Notes.csv': A quote is never closed: the record of line 2 takes in the rest of the file and "
+       "isn't used"},
   };
+  file("standards/reports/values.csv", "parameter name,model name,value\nA,/GEAR[/,1\nA,/GEAR/,1\n/[/,GEAR,/[/\n");
+  file("standards/reports/notes.csv", "ID;Item value\n3;\"open\n");
   file("standards/models/forms/a3.drw.7", "{}");
   for (const auto& [body, line] : cases) {
     list("clean.xml", body);
@@ -186,6 +196,13 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
       {action + "editMaterialParameter' totype='2' value='%curmat:RHO%'/>",
        "'value': of a parameter with units %curmat:RHO% is the number in these units; what is written counts in the "
        "model's"},
+      {action + "addKEParameter' feat='3' name_1='A' type_1='Double' unit_1='mm' unit_2=''/>",
+       "'unit_1': a parameter with a unit is created in the model, not in the feature"},
+      {action + "addModelParameter' name_1='A' type_1='Double' unit_1='mm'/>", ""},
+      {action + "saveConfigOptions' savename='s'><o name_0='search_path'/></task>",
+       "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are "
+       "saved "
+       "once"},
       {action +
            "saveModel' forEF='true'><filter><f type='filename' filtertype='true' filename='d:\\x*'/></filter></task>",
        "'filename' leaves the package: 'd:\\x*'"},

@@ -297,9 +297,17 @@ TEST_F(Run, OptionsOfCreoAreThoseOfTheSession) {
   const std::string edit =
       "<task type=\"editModelParameter\" version=\"3\" forPRT=\"true\" forEF=\"false\" searchin=\"1\" name=\"NORM\" "
       "totype=\"0\" value=\"@pro_format_dir@\"/>";
-  list("format.xml", kAddNorm + edit + kSave);
-  EXPECT_EQ(0, run("format", {"--creo-option", "pro_format_dir=d:/a", "--creo-option", "PRO_FORMAT_DIR=d:/b=c"}).code);
+  const std::string keep =
+      "<task type='saveConfigOptions' version='3' forPRT='true' forEF='false' savename='s'><o name_0='search_path'/>"
+      "</task><task type='setConfigOption' version='3' forPRT='true' forEF='false' safename='s'/>";
+  list("format.xml", kAddNorm + edit + keep + kSave);
+  EXPECT_EQ(0, run("format", {"--creo-option", "pro_format_dir=d:/a", "--creo-option", "PRO_FORMAT_DIR=d:/b=c",
+                              "--creo-option", "search_path=d:/a", "--creo-option", "Search_Path=d:/b"})
+                   .code);
   EXPECT_THAT(kelvane({"models", models(), "--param", "NORM"}).out, testing::HasSubstr("d:/b=c\\"));
+  EXPECT_THAT(readBytes(models() + "/kelvane.log"),
+              testing::AllOf(testing::HasSubstr("Set search_path to d:/b"),
+                             testing::Not(testing::HasSubstr("Set search_path to d:/a"))));
 }
 
 TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {

@@ -77,10 +77,12 @@ TEST_F(RunTrouble, AnExpressionThatDoesntCompileIsToldOnceOnTheConsole) {
   list("broken.xml",
        "<task type='deleteModelParameter' version='3' forPRT='true' forEF='true' searchin='1' count='1' "
        "name_0='/(/'>" +
-           filter + "</task>" + kAddNorm);
+           filter + "</task>" + kAddNorm +
+           "<task type='editModelParameterFromFile' version='3' forPRT='true' path='values.csv'/>");
+  writeBytes(models() + "/values.csv", "model name;parameter name;value\n/PLATE(/;A;2\n");
   const Ended ended = run("broken");
   EXPECT_EQ(0, ended.code) << ended.err;
-  for (const std::string expression : {"'/[/'", "'/(/'"}) {
+  for (const std::string expression : {"'/[/'", "'/(/'", "'/PLATE(/'"}) {
     const std::string line = "warning: the expression " + expression + " doesn't compile (missing ";
     const std::size_t told = ended.err.find(line);
     ASSERT_NE(std::string::npos, told) << ended.err;

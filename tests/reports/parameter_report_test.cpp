@@ -63,6 +63,19 @@ TEST_F(ParameterReport, NamesPatternsAndOtherPlaces) {
                 ""}));
 }
 
+// A note has no value. Who asks for all parameters isn't told so, who names it is.
+TEST_F(ParameterReport, ANoteAmongOthersIsSilent) {
+  EXPECT_EQ(report(parameters(on({"value", "art"}) + "paramName_0='REM*'"), L"GEAR"),
+            line({"REMARK Value", "REMARK Type"}) + line({"", "Note ID"}));
+  EXPECT_FALSE(world.logHas(L"is a note")) << text::toUtf8(world.log());
+}
+TEST_F(ParameterReport, ANamedNoteIsAWarning) {
+  EXPECT_EQ(report(parameters(on({"value", "art"}) + "paramName_0='REMARK'"), L"GEAR"),
+            line({"REMARK Value", "REMARK Type"}) + line({"", "Note ID"}));
+  EXPECT_TRUE(world.logHas(L"The parameter REMARK is a note, %REMARK% stays as it is"));
+  EXPECT_FALSE(world.logHas(L"(ERR)"));
+}
+
 TEST_F(ParameterReport, OnlyTheFirst32CharactersOfANameCount) {
   const std::string name = "A234567890123456789012345678901234567";
   prepare(parameters("value='true' paramName_0='" + name + "'"), L"GEAR");

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "text/ascii_scan.h"
+#include "text/capitals.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -94,6 +95,31 @@ TEST(Letters, CaseIsAsciiAndThreeUmlauts) {
   EXPECT_TRUE(startsWithNoCase(L"KVD_LOG", L"kvd_") && endsWithNoCase(L"A.KVZ", L".kvz"));
   EXPECT_FALSE(startsWithNoCase(L"kv", L"kvd") || endsWithNoCase(L"z", L".kvz"));
   EXPECT_EQ(HashNoCase{}(L"\u00DCber"), HashNoCase{}(L"\u00FCBER"));
+}
+
+TEST(Letters, AreWrittenInCapitalsInEuropesAlphabets) {
+  struct Row {
+    const wchar_t *small, *capital;
+  };
+  const Row rows[] = {
+      {L"az0-_", L"AZ0-_"},
+      {L"\u00E9\u00F1\u00E5\u00F8\u00FE\u00FF", L"\u00C9\u00D1\u00C5\u00D8\u00DE\u0178"},  // French, Spanish, Nordic
+      {L"\u0105\u0107\u0142\u015B\u017C", L"\u0104\u0106\u0141\u015A\u017B"},              // Polish
+      {L"\u010D\u011B\u013E\u0159\u0161\u016F\u0151", L"\u010C\u011A\u013D\u0158\u0160\u016E\u0150"},
+      {L"\u011F\u015F\u0219\u021B\u01A1\u1EA1", L"\u011E\u015E\u0218\u021A\u01A0\u1EA0"},
+      {L"\u03AC\u03AD\u03CC\u03CE\u03B1\u03C9", L"\u0386\u0388\u038C\u038F\u0391\u03A9"},
+      {L"\u0430\u044F\u0451\u0456\u0491", L"\u0410\u042F\u0401\u0406\u0490"},
+      // No case, or none that stays one character: signs, sharp s, the millionth
+      {L"\u00D7\u00F7\u00DF\u00B5\u20AC\u4E2D", L"\u00D7\u00F7\u00DF\u00B5\u20AC\u4E2D"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(row.capital, inCapitals(row.small)) << toUtf8(row.small);
+    EXPECT_EQ(row.capital, inCapitals(row.capital)) << toUtf8(row.small);
+    EXPECT_EQ(row.small, inSmallLetters(row.capital)) << toUtf8(row.small);
+    EXPECT_EQ(row.small, inSmallLetters(row.small)) << toUtf8(row.small);
+  }
+  EXPECT_EQ(L"I\u03A3", inCapitals(L"\u0131\u03C2"));
+  EXPECT_EQ(L"i\u00DF", inSmallLetters(L"\u0130\u1E9E"));
 }
 
 TEST(Letters, Printable) {

@@ -95,6 +95,13 @@ std::vector<std::size_t> rowsOfModel(const Task& task, const CsvTable& table, st
 Rows rowsFor(const Task& task, const CsvTable& table, const Columns& columns) {
   Rows rows;
   for (const std::size_t row : rowsOfModel(task, table, columns.file)) {
+    // It would empty the note.
+    if (!table.holds(row, columns.value)) {
+      core::logWrite(text::format(L"%s: a row for '%s%s' ends before its value, nothing is set by it",
+                                  task.attribute(L"path"), table.cell(row, columns.id), table.cell(row, columns.old)),
+                     core::kWarning);
+      continue;
+    }
     const std::wstring_view written = table.cell(row, columns.id);
     if (const auto id = text::wholeInt(written))
       rows.byId[*id].push_back(rows.all.size());

@@ -20,7 +20,7 @@ void eachChild(const Task& task, F f) {
 
 Outcome saveConfigOptions(const Task& task) {
   if (const auto ended = begin(task, {.title = L"save Config Options"})) return *ended;
-  const std::wstring saveName(task.attribute(L"savename"));
+  const std::wstring_view saveName = task.attribute(L"savename");
   if (saveName.empty()) return done;
   core::logIndented(text::format(L"Save configuration options to %s", saveName), core::kNormal, 1);
   eachChild(task, [&](const Task& child, int number) {
@@ -28,7 +28,7 @@ Outcome saveConfigOptions(const Task& task) {
     if (!option) return;
     core::logIndented(text::format(L"Save %s", *option), core::kNormal, 2);
     auto values = creo::ProConfigoptArrayGet(std::wstring(*option));
-    saveConfigOption({saveName, std::wstring(*option), std::move(values.value)});
+    saveConfigOption(saveName, {std::wstring(*option), std::move(values.value)});
   });
   return done;
 }
@@ -39,8 +39,7 @@ void tellUnset(std::wstring_view option) {
 
 void restore(std::wstring_view saveName) {
   core::logIndented(text::format(L"Reset saved configuration options from %s", saveName), core::kNormal, 1);
-  for (const SavedConfigOption& saved : savedConfigOptions()) {
-    if (saved.saveName != saveName) continue;
+  for (const SavedConfigOption& saved : savedConfigOptions(saveName)) {
     core::logIndented(
         text::format(L"Found %d configuration values for the option '%s'", saved.values.size(), saved.option),
         core::kNormal, 2);

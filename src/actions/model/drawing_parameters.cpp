@@ -132,8 +132,10 @@ void tellMissing(const Task& task, std::wstring_view text) {
 void copyParameter(const Task& task, ProMdl model, std::wstring_view name, std::wstring_view newName) {
   const auto target = parameterNamed(task.model(), newName);
   if (!target) return tellMissing(task, L"Parameter can't be found on Drawing");
-  Replaced value = replaceVariables(text::format(L"%%%s%%", name), model);
+  const std::wstring form = text::format(L"%%%s%%", name);
+  Replaced value = replaceVariables(form, model);
   if (!value) return tellMissing(task, L"Parameter can't be found on Model");
+  if (value.text == form) return;  // a note, which has its warning
   setParameterTo(task, target.value, {.value = std::move(value.text), .numbers = std::move(value.numbers)});
 }
 

@@ -59,6 +59,13 @@ std::optional<std::vector<Entry>> entriesFor(const Task& task, std::wstring_view
   const std::size_t present = table->column(kPresent);
   std::vector<Entry> entries;
   for (const std::size_t row : table->rowsFor(columns[0], names)) {
+    // It would empty what the parameter holds.
+    if (!table->holds(row, columns[2])) {
+      core::logWrite(text::format(L"%s: a row for '%s' ends before its value, nothing is set by it",
+                                  task.attribute(L"path"), table->cell(row, columns[1])),
+                     core::kWarning);
+      continue;
+    }
     const bool asks = present < table->columnCount();
     entries.push_back({std::wstring(table->cell(row, columns[1])), std::wstring(table->cell(row, columns[2])),
                        asks ? std::wstring(table->cell(row, present)) : L"*"});

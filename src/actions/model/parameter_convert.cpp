@@ -269,6 +269,8 @@ void convertParameter(ParameterEditContext& context, const ProParameter& paramet
   const ProMdl model = parameter.owner.owner;
   const auto from = saved(parameter);
   const auto modelType = ProMdlTypeGet(model);
+  if (from && from->value.type == ProParamvalueType::noteId)
+    return refuse(L"The Id Note Parameter is not supported by this action");
   const ParameterKind* own = from ? kindOfType(from->value.type) : nullptr;
   if (!own || !modelType) return refuse(unreadable(parameter));
   core::logIndented(text::format(core::msgText(kTypechange), own->word, target ? target->word : L"new Name"),

@@ -115,13 +115,21 @@ std::optional<ProParamvalue> valueOf(const Task& task, int index) {
   return std::nullopt;
 }
 
-Got<ProParameter> create(const Task& task, int index, const ParameterTarget& target, const std::wstring& name,
-                         const ProParamvalue& value) {
-  const std::wstring_view unit = task.numbered(L"unit_%d", index).value_or(L"");
-  if (unit.empty()) return ProParameterCreate(target.owner, name, value);
-  const auto model = ProMdlToModelitem(target.model);
-  if (!model) return model.error;
-  return ProParameterWithUnitsCreate(model.value, name, value, std::wstring(text::cut(unit, kUnitLength)));
+std::wstring_view unitOf(const Task& task, int index) { return task.numbered(L"unit_%d", index).value_or(L""); }
+
+bool isNumber(const ProParamvalue& value) {
+  return value.type == ProParamvalueType::real || value.type == ProParamvalueType::integer;
+}
+
+// Where the parameter of an index is made: one with a unit always in the model.
+Got<ProModelitem> ownerOf(std::wstring_view unit, const ParameterTarget& target) {
+  return unit.empty() ? Got<ProModelitem>(target.owner) : ProMdlToModelitem(target.model);
+}
+
+Got<ProParameter> create(const ProModelitem& owner, const std::wstring& name, const ProParamvalue& value,
+                         std::wstring_view unit) {
+  if (unit.empty()) return ProParameterCreate(owner, name, value);
+  return ProParameterWithUnitsCreate(owner, name, value, std::wstring(text::cut(unit, kUnitLength)));
 }
 
 void setDescription(const ProParameter& parameter, std::wstring_view description) {
@@ -188,10 +196,16 @@ void addToFamilyTable(ProMdl model, const ProParameter& parameter, int depth) {
 
 void addParameter(const Task& task, int index, const ParameterTarget& target, const std::wstring& name,
                   const ProParamvalue& value) {
-  Got<ProParameter> parameter = create(task, index, target, name, value);
+  const std::wstring_view unit = unitOf(task, index);
+  if (!unit.empty() && !isNumber(value)) {
+    core::logWrite(text::format(L"'%s' isn't created: only numbers have a unit", name), core::kError);
+    return;
+  }
+  const auto owner = ownerOf(unit, target);
+  Got<ProParameter> parameter = owner ? create(owner.value, name, value, unit) : owner.error;
   if (parameter) {
     completeNew(task, index, parameter.value, target.logDepth);
-  } else if (parameter.error == ProExists && (parameter = ProParameterInit(target.owner, name))) {
+  } else if (parameter.error == ProExists && (parameter = ProParameterInit(owner.value, name))) {
     changeExisting(task, index, parameter.value, target.logDepth);
   } else {
     core::logWrite(text::format(L"Can't create parameter: %s", name), core::kError);

@@ -9,8 +9,13 @@
 #include "kelvane/filter_explanation.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_source.h"
+#include "kelvane/places.h"
+#include "kelvane/run_config.h"
+#include "kelvane/run_driver.h"
+#include "kelvane/run_option_rows.h"
 #include "kelvane/text_check.h"
 #include "kelvane/verb.h"
+#include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -57,11 +62,14 @@ class GivenVariables {
 class Eval : public Verb {
  public:
   std::vector<OptionRow> options() override {
-    return {{"folder", "DIR", "folder of models", &folder_},
-            {"model", "NAME.EXT", "the model", &model_},
-            {"text", "TEXT", "a text with variables", &text_},
-            {"--filter", "FILE", "a filter file, or PACKAGE/NAME: how it decides, item by item", &filter_},
-            {"--user", "NAME=VALUE", "a user variable", &variables_}};
+    std::vector<OptionRow> rows = {
+        {"folder", "DIR", "folder of models", &folder_},
+        {"model", "NAME.EXT", "the model", &model_},
+        {"text", "TEXT", "a text with variables", &text_},
+        {"--filter", "FILE", "a filter file, or PACKAGE/NAME: how it decides, item by item", &filter_},
+        {"--user", "NAME=VALUE", "a user variable", &variables_}};
+    for (const OptionRow& row : surroundingRows(options_)) rows.push_back(row);
+    return rows;
   }
 
   int run(Console& console) override {
@@ -70,18 +78,31 @@ class Eval : public Verb {
                                   : "eval: a text and --filter don't go together");
     }
     const std::string filter = filter_.empty() ? std::string() : filterBytes(filter_);
+    CapturedLog log;  // the plug-in ends before it does
+    headless::SessionOptions sessionOptions = lookingAt(mountModels(folder_));
+    os::mounts().set(L'i', installationFolder());
+    sessionOptions.textFolder = L"i:\\text\\";
+    headless::Session session(sessionOptions);
+    start(session, log);
+    const std::size_t told = session.messages().size();
     const GivenVariables variables(variables_);
-    headless::Session session(lookingAt(mountModels(folder_)));
-    CapturedLog log;
     const creo::ProMdl model = retrieved(session, model_);
     // Creo has the model open when a list works on it.
     creo::ProMdlDisplay(model);
     const int code = filter_.empty() ? evaluateText(model, log, console) : evaluateFilter(filter, model, log, console);
-    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
+    for (std::size_t i = told; i < session.messages().size(); ++i) console.trouble(readable(session.messages()[i]));
     return code;
   }
 
  private:
+  // As a run does, with its configuration and options, so that what the plug-in reads at its start is known.
+  void start(headless::Session& session, CapturedLog& log) const {
+    log.configure(configText(options_));
+    for (const auto& [name, value] : creoOptions(options_)) session.setOption(name, value);
+    startPlugin(session);
+    (void)log.takeTrouble();
+  }
+
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
     (void)engine::takeRefused();
     const engine::Replaced result = engine::replaceVariables(text::fromUtf8(*text_), model);
@@ -108,6 +129,7 @@ class Eval : public Verb {
   std::string folder_, model_, filter_;
   std::optional<std::string> text_;
   std::vector<std::string> variables_;
+  RunOptions options_;
 };
 
 }  // namespace

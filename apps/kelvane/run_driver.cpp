@@ -26,12 +26,22 @@ void leaveTriggersOut() {
   for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
 }
 
+void require(const headless::Session& session, creo::ProError error, const std::string& what) {
+  if (error == creo::ProNoError) return;
+  const auto& messages = session.messages();
+  throw Fault(what + (messages.empty() ? "" : ": " + text::toUtf8(messages.back())));
+}
+
 }  // namespace
 
+void startPlugin(headless::Session& session) {
+  require(session, session.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
+  leaveTriggersOut();
+  session.settle();
+}
+
 void RunDriver::require(creo::ProError error, const std::string& what) const {
-  if (error == creo::ProNoError) return;
-  const auto& messages = session_.messages();
-  throw Fault(what + (messages.empty() ? "" : ": " + text::toUtf8(messages.back())));
+  kelvane::require(session_, error, what);
 }
 
 bool RunDriver::isChecked(const std::string& button) const {
@@ -39,9 +49,7 @@ bool RunDriver::isChecked(const std::string& button) const {
 }
 
 void RunDriver::openTool() {
-  require(session_.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
-  leaveTriggersOut();
-  session_.settle();
+  startPlugin(session_);
   require(session_.runCommand(kStartCommand), "the tool doesn't open");
   session_.settle();
   if (!session_.ui().dialog(kTool)) require(creo::ProGeneralError, "the tool doesn't open");

@@ -83,7 +83,7 @@ class Eval : public Verb {
     os::mounts().set(L'i', installationFolder());
     sessionOptions.textFolder = L"i:\\text\\";
     headless::Session session(sessionOptions);
-    start(session, log);
+    start(session, log, console);
     const std::size_t told = session.messages().size();
     const GivenVariables variables(variables_);
     const creo::ProMdl model = retrieved(session, model_);
@@ -96,7 +96,8 @@ class Eval : public Verb {
 
  private:
   // As a run does, with its configuration and options, so that what the plug-in reads at its start is known.
-  void start(headless::Session& session, CapturedLog& log) const {
+  void start(headless::Session& session, CapturedLog& log, Console& console) const {
+    tellConfigFaults(options_, console);
     log.configure(configText(options_));
     for (const auto& [name, value] : creoOptions(options_)) session.setOption(name, value);
     startPlugin(session);

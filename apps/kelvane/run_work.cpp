@@ -11,6 +11,7 @@
 #include "kelvane/model_graph.h"
 #include "kelvane/places.h"
 #include "kelvane/recorded_files.h"
+#include "kelvane/run_config.h"
 #include "kelvane/run_doors.h"
 #include "kelvane/run_driver.h"
 #include "kelvane/run_files.h"
@@ -54,6 +55,7 @@ class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
       : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
+    tellConfigFaults(options, console);
     files_.recorded->keep(logTarget(options, place_.models));
     if (!options.events.empty()) events_.open(options.events);
   }

@@ -271,6 +271,32 @@ TEST_F(Run, ConfigurationOfTheSiteCountsAndSetWins) {
   EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::Not(testing::HasSubstr("(DBG)")));
 }
 
+// Each file is in an encoding of its own, and lines that only look like keys are told.
+TEST_F(Run, ConfigurationIsDecodedFileByFileAndItsSlipsAreNamed) {
+  part(L"PLATE");
+  std::string utf16 = "\xFF\xFE";
+  for (const char c : std::string("kvd_write_history_in_models=0\nkvd_log_levl=8\n"))
+    utf16.append(1, c).append(1, '\0');
+  file("utf16/kvd_main.cfg", utf16);
+  const Ended ended = run("norm", {"--config", path("utf16")});
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::Not(testing::HasSubstr("history")));
+  const std::string slip = path("utf16/kvd_main.cfg") +
+                           ":2: there is no key 'kvd_log_levl'; did you mean "
+                           "'kvd_log_level'?\n";
+  EXPECT_THAT(ended.err, testing::StartsWith("warning: " + slip));
+  EXPECT_EQ(0, ended.code);
+  file("remarks/kvd_main.cfg",
+       "# kvd_log_level=8\nkvd_log_level is 0 here\nauthor=Max\nKVD_LANG=de\nprt=1\n kvd_lang=de\nkvd_lang: "
+       "de\nkvd_our_own=1\n");
+  const std::string place = path("remarks/kvd_main.cfg");
+  EXPECT_THAT(kelvane({"check", path("standards"), "--config", path("remarks")}).out,
+              testing::HasSubstr(place + ":6: blanks beside the key 'kvd_lang' are taken as a part of it\n" + place +
+                                 ":7: the key 'kvd_lang' has no '=' behind it\n" + place +
+                                 ":8: there is no key 'kvd_our_own'\n"));
+  EXPECT_THAT(kelvane({"check", path("standards"), "--config", path("remarks")}).out,
+              testing::StartsWith(place + ":6"));
+}
+
 TEST_F(Run, OptionsOfCreoAreThoseOfTheSession) {
   part(L"PLATE");
   const std::string edit =

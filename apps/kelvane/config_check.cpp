@@ -24,7 +24,8 @@ std::string faultWithoutSign(std::wstring_view line) {
   const std::wstring_view rest = text::trimmed(line.substr(word.size()));
   const std::wstring_view value = rest.starts_with(L':') ? text::trimmed(rest.substr(1)) : rest;
   const bool isRemark = value.find_first_of(L" \t") != value.npos;
-  return isConfigKey(word) && !isRemark ? "the key " + inQuotes(word) + " has no '=' behind it" : std::string();
+  const bool isKey = text::startsWithNoCase(word, kStart) && isConfigKey(word);
+  return isKey && !isRemark ? "the key " + inQuotes(word) + " has no '=' behind it" : std::string();
 }
 
 std::string faultOf(std::wstring_view line) {

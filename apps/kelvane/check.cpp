@@ -1,5 +1,6 @@
 // kelvane check: what of a package would not run, and what outside it it uses.
 #include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "kelvane/config_check.h"
@@ -36,7 +37,10 @@ class Check : public Verb {
   int run(Console& console) override {
     const std::unique_ptr<PackageSource> package = openPackage(package_);
     std::vector<Finding> findings = config_.empty() ? std::vector<Finding>() : checkConfig(config_);
-    for (Finding& finding : checkPackage(*package)) findings.push_back(std::move(finding));
+    // What packing adds to a folder is no fault of it.
+    const MarkedPackage packed(*package);
+    const PackageSource& checked = std::filesystem::is_directory(package_) ? packed : *package;
+    for (Finding& finding : checkPackage(checked)) findings.push_back(std::move(finding));
     if (json_) {
       nlohmann::ordered_json all = nlohmann::ordered_json::array();
       for (const Finding& finding : findings) {

@@ -12,6 +12,7 @@
 #include "kelvane/places.h"
 #include "kelvane/run_config.h"
 #include "kelvane/vault_place.h"
+#include "kelvane/work_cache.h"
 #include "os/processes.h"
 #include "os/program.h"
 #include "os/surroundings.h"
@@ -105,7 +106,8 @@ void placeScript(const RunOptions& options, const std::string& work) {
   }
 }
 
-// Locks the folder of models, mounts the letters, places the package if there is one, writes the configuration.
+// Locks the folder of models, tidies the cache, mounts the letters, places the package if there is one, writes the
+// configuration.
 void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
                 const PackageSource* package) {
   place.models = mountModels(models);
@@ -113,6 +115,8 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   makeFolders(work);
   if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
   place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+  noteUse(work, models);
+  tidyBeside(work);
 
   os::mounts().set(L'p', work + "/packages");
   os::mounts().set(L't', work + "/temp");

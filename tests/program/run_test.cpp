@@ -321,6 +321,32 @@ TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
   EXPECT_FALSE(fs::exists(unpacked / "left.txt"));
 }
 
+TEST_F(Run, PackagesInTurnAreUnpackedOnceAndTheCacheIsBounded) {
+  part(L"PLATE");
+  for (const char* name : {"a.KVZ", "v1..2.kvz"}) EXPECT_EQ(0, kelvane({"pack", path("standards"), path(name)}).code);
+  EXPECT_EQ(0, runPackage(path("a.KVZ"), "norm", {"-n"}).code);
+  const fs::path work = fs::directory_iterator(path("cache/kelvane"))->path();
+  writeBytes(work / "temp/open_kvz_a/left.txt", "stays while nothing is unpacked");
+  const Ended dots = runPackage(path("v1..2.kvz"), "norm", {"-n"});
+  EXPECT_EQ(0, dots.code) << dots.err;
+  EXPECT_EQ(0, runPackage(path("a.KVZ"), "norm", {"-n"}).code);
+  EXPECT_TRUE(fs::exists(work / "temp/open_kvz_a/left.txt"));
+  EXPECT_EQ((std::vector<std::string>{"a.kvz"}), filesIn(fs::relative(work, path("")).string() + "/packages"));
+
+  const std::string stray = "0123456789abcde";
+  for (const char digit : std::string("0123456789abcdef")) {
+    file("cache/kelvane/" + stray + digit + "/models", path("gone"));
+    file("cache/kelvane/f" + stray.substr(1) + digit + "/models", models());
+    file("cache/kelvane/e" + stray.substr(1) + digit + "/models", models());
+  }
+  file("cache/kelvane/of/another", "program");
+  EXPECT_EQ(0, runPackage(path("a.KVZ"), "norm", {"-n"}).code);
+  const std::vector<std::string> left = filesIn("cache/kelvane");
+  EXPECT_EQ(33U, left.size()) << "32, and what is none of them";
+  EXPECT_TRUE(fs::exists(path("cache/kelvane/of/another")) && fs::exists(work / "packages/a.kvz"));
+  EXPECT_FALSE(fs::exists(path("cache/kelvane/" + stray + "0")));
+}
+
 // A site's script comes with its configuration; a dry run names the command and starts nothing.
 TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
   part(L"PLATE").with(L"COLOR", L"red");

@@ -51,7 +51,7 @@ class Check : public Verb {
         if (!finding.use.empty()) one["use"] = finding.use;
         all.push_back(std::move(one));
       }
-      console.result(all.dump(2));
+      console.resultJson(all.dump(2));
     } else {
       for (const Finding& finding : findings) console.result(shown(finding));
     }

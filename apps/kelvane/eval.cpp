@@ -1,13 +1,16 @@
 // kelvane eval: what a text, or a filter, gives on a model.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
+#include "creo/ProParameter.h"
 #include "documents/filter.h"
 #include "engine/variables.h"
 #include "kelvane/captured_log.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
 #include "kelvane/model_folder.h"
+#include "kelvane/nearest.h"
 #include "kelvane/package_source.h"
 #include "kelvane/places.h"
 #include "kelvane/run_config.h"
@@ -107,12 +110,40 @@ class Eval : public Verb {
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
     (void)engine::takeRefused();
     const engine::Replaced result = engine::replaceVariables(text::fromUtf8(*text_), model);
-    for (const TroubleLine& line : log.takeTrouble()) {
+    const std::vector<TroubleLine> trouble = log.takeTrouble();
+    for (const TroubleLine& line : trouble) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
     for (const engine::RefusedExpression& one : engine::takeRefused()) console.trouble("warning: " + refusal(one));
-    if (result.hasText()) console.result(text::toUtf8(result.text));
+    for (const std::string& fault : unknownTokens(text::fromUtf8(*text_))) console.trouble("warning: " + fault);
+    if (!trouble.empty())
+      for (const std::string& slip : slips(model)) console.trouble("warning: " + slip);
+    if (result.hasText()) console.resultLines(text::toUtf8(result.text));
     return result ? kFine : kErrors;
+  }
+
+  // What the text names that isn't there, but nearly.
+  [[nodiscard]] std::vector<std::string> slips(creo::ProMdl model) const {
+    const std::wstring text = text::fromUtf8(*text_);
+    std::vector<std::string> slips, parameters, users;
+    const auto owner = creo::ProMdlToModelitem(model);
+    creo::ProParameterVisit(owner.value, [&parameters](const creo::ProParameter& parameter) {
+      parameters.push_back(text::toUtf8(parameter.id));
+      return creo::ProNoError;
+    });
+    for (const std::wstring& name : engine::userVariables().names()) users.push_back(text::toUtf8(name));
+    for (const std::string& name : namedParameters(text)) addSlip(slips, "parameter", name, parameters);
+    for (const std::string& name : namedUserVariables(text)) addSlip(slips, "user variable", name, users);
+    return slips;
+  }
+  // sign: the name between its two signs; one with a prefix stands elsewhere.
+  static void addSlip(std::vector<std::string>& slips, const std::string& what, const std::string& sign,
+                      const std::vector<std::string>& known) {
+    const std::string name = sign.substr(1, sign.size() - 2);
+    const auto isIt = [&name](const std::string& one) { return text::equalNoCase(one, name); };
+    if (name.find(':') != name.npos || std::any_of(known.begin(), known.end(), isIt)) return;
+    if (const std::string meant = didYouMean(name, known); !meant.empty())
+      slips.push_back("there is no " + what + " '" + name + "'" + meant);
   }
 
   int evaluateFilter(const std::string& bytes, creo::ProMdl model, CapturedLog& log, Console& console) const {

@@ -117,10 +117,6 @@ void placeOne(const fs::path& source, const PackageSource& package, const std::s
   write(note, state);
 }
 
-bool isPackage(const fs::path& path) {
-  return isPackageName(path.string()) || fs::is_regular_file(path / kPackageIndex);
-}
-
 }  // namespace
 
 void placePackage(const std::string& path, const PackageSource& package, const std::string& work) {
@@ -132,7 +128,7 @@ std::vector<std::string> placePackages(const std::string& folder, const std::str
   std::vector<fs::path> sources;
   std::set<std::string> names;
   for (const auto& entry : fs::directory_iterator(folder)) {
-    if (isPackage(entry.path()) && names.insert(packageFileName(entry.path().string())).second)
+    if (isPackage(entry.path().string()) && names.insert(packageFileName(entry.path().string())).second)
       sources.push_back(entry.path());
   }
   showOnly(work, names);

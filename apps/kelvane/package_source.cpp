@@ -154,6 +154,11 @@ std::unique_ptr<PackageSource> openPackage(const std::string& path) {
   return std::make_unique<ZipPackage>(path);
 }
 
+bool isPackage(const std::string& path) {
+  std::error_code error;
+  return (isPackageName(path) && fs::exists(path, error)) || fs::is_regular_file(fs::path(path) / kPackageIndex, error);
+}
+
 void readAll(const PackageSource& package) {
   for (const std::string& member : package.members()) (void)package.read(member);
 }
@@ -170,12 +175,22 @@ bool isPackageName(std::string_view name) { return text::lower(name).ends_with("
 std::vector<std::string> actionLists(const PackageSource& package) { return filesOf(package, "actionlists/"); }
 std::vector<std::string> filters(const PackageSource& package) { return filesOf(package, "filters/"); }
 
-std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what) {
+namespace {
+// The name among `known`; null for none.
+const std::string* nameOf(const std::vector<std::string>& known, const std::string& written) {
   for (const std::string& candidate : {written, written + ".xml"}) {
     for (const std::string& name : known) {
-      if (text::equalNoCase(name, candidate)) return name;
+      if (text::equalNoCase(name, candidate)) return &name;
     }
   }
+  return nullptr;
+}
+}  // namespace
+
+bool hasName(const std::vector<std::string>& known, const std::string& written) { return nameOf(known, written); }
+
+std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what) {
+  if (const std::string* name = nameOf(known, written)) return *name;
   std::vector<std::string> plain;
   std::string all;
   for (const std::string& name : known) {

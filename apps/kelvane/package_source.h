@@ -24,6 +24,8 @@ class PackageSource {
 std::unique_ptr<PackageSource> openPackage(const std::string& path);
 // Whether a name ends as a package's does; case is no difference.
 bool isPackageName(std::string_view name);
+// Something of such a name, or a folder with a package's index.
+bool isPackage(const std::string& path);
 // Reads every member, so that damage is found before anything runs.
 void readAll(const PackageSource& package);
 
@@ -32,6 +34,8 @@ std::string packageFileName(const std::string& path);
 // The package's action lists: "clean.xml"; its filters.
 std::vector<std::string> actionLists(const PackageSource& package);
 std::vector<std::string> filters(const PackageSource& package);
+// Whether a name among `known` is meant, written with or without ".xml".
+bool hasName(const std::vector<std::string>& known, const std::string& written);
 // The name among `known` that a person wrote with or without ".xml"; a Fault that shows those there are.
 std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what);
 

@@ -1,5 +1,7 @@
 #include "kelvane/run_driver.h"
 
+#include <map>
+
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
@@ -10,6 +12,7 @@
 #include "headless/proui/ui.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
+#include "kelvane/nearest.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -24,6 +27,23 @@ constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
 void leaveTriggersOut() {
   engine::detachTriggers();
   for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
+}
+
+// "; did you mean 'BOLT_M8.PRT'?" for "BOLT_M8", and for "BOTL*", where the start of a name is meant. Nothing for an
+// expression.
+std::string nearestRow(const std::string& pattern, const std::vector<std::string>& rows) {
+  if (pattern.starts_with('/')) return {};
+  const std::size_t star = pattern.find('*');
+  const std::string meant = pattern.substr(0, star);
+  std::map<std::string, std::string> rowOf;
+  for (const std::string& row : rows) {
+    rowOf.emplace(row.substr(0, star), row);
+    if (star == pattern.npos) rowOf.emplace(row.substr(0, row.rfind('.')), row);
+  }
+  std::vector<std::string> known;
+  for (const auto& [name, row] : rowOf) known.push_back(name);
+  const std::string best = meant.empty() ? std::string() : nearest(meant, known);
+  return best.empty() ? "" : "; did you mean '" + rowOf.at(best) + "'?";
 }
 
 void require(const headless::Session& session, creo::ProError error, const std::string& what) {
@@ -114,11 +134,13 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   const std::wstring pattern = text::fromUtf8(options.select);
   Choice choice;
   std::size_t taken = 0;
+  bool anyFits = false;
   const auto all = creo::ProUITableRownamesGet(kTool, engine::kModelTable).value;
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {
       if (!row.ends_with(extension)) continue;
       const bool fits = pattern.empty() || engine::wildcardCompare(pattern, text::fromUtf8(row)) == 1;
+      anyFits = anyFits || fits;
       const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
       const bool before = isChecked(row + "_lock");
       const bool works = wanted && (options.again || !before);
@@ -128,6 +150,8 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
       session_.ui().setCheck(kTool, row + "_cb", works);
     }
   }
+  if (!anyFits && !all.empty())
+    choice.unmatched = "--select: no model matches '" + options.select + "'" + nearestRow(options.select, all);
   return choice;
 }
 

@@ -100,6 +100,7 @@ class RunWork {
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
     recap_.models += choice.skipped;
+    if (!choice.unmatched.empty()) console_.trouble("warning: " + choice.unmatched);
     if (choice.skipped > 0) {
       console_.note("warning: " + std::to_string(choice.skipped) +
                     " models were worked by this list before and are left out; --again works them once more");
@@ -192,6 +193,10 @@ class RunWork {
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
     if (events_.on()) events_.tell("recap", recapNumbers(recap_));
+    if (const std::string fault = events_.fault(); !fault.empty()) {
+      console_.trouble("error: " + fault);
+      troubled_ = true;
+    }
     if (code != 0) return code;
     return troubled_ || recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
   }

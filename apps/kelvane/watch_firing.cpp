@@ -157,7 +157,7 @@ void FiringWatch::showEnd(int result) {
   line.update(recapNumbers(running_->recap));
   if (result != 0) line["fault"] = lastMessage_;
   if (events_.on()) events_.tell("recap", line);
-  if (json_) return console_.result(line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+  if (json_) return console_.resultJson(line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
   const std::string word = running_->name + "  " + running_->model + "  " + list;
   console_.result(result == 0 ? recapLine(running_->recap, word) : word + "  not started: " + lastMessage_);
 }

@@ -81,6 +81,10 @@ class WatchWork {
       if (const int code = work(wordsOf(line))) return code;
       console_.flush();
     }
+    if (const std::string fault = events_.fault(); !fault.empty()) {
+      console_.trouble("error: " + fault);
+      troubled_ = true;
+    }
     return troubled_ || firings.troubled() ? kErrors : kFine;
   }
 

@@ -56,6 +56,22 @@ TEST_F(Verbs, OptionsTakeOneValueEachAndLeaveTextsAsTheyStand) {
   EXPECT_EQ("[1,2]\n", kelvane({"eval", "--user", "X=[1,2]", models(), "PLATE.PRT", "%user:X%"}).out);
 }
 
+// A terminal would obey them, and a line break would make two lines of one.
+TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
+  part(L"PLATE").with(L"S", L"a\x1b[2Jb\nc\u009b\u2028");
+  part(L"BOLT").with(L"S", L"steel");
+  const std::string shown = "a\\x1b[2Jb\\nc\\x9b\\u2028";
+  EXPECT_EQ("BOLT.PRT   .1  string  steel\nPLATE.PRT  .1  string  " + shown + "\n",
+            kelvane({"models", models(), "--param", "S"}).out);
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::HasSubstr(shown));
+  std::filesystem::copy(models(), path("other"));
+  part(L"PLATE").with(L"S", L"steel");
+  EXPECT_THAT(kelvane({"diff", path("other"), models(), "--color", "always"}).out,
+              testing::HasSubstr("\x1b[31m" + shown + "\x1b[0m -> "));
+  EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out, testing::HasSubstr("b\\nc\\u009b"));
+  EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\n", kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
+}
+
 TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
   EXPECT_THAT(kelvane({"-h"}).out, testing::HasSubstr("\n  run       runs a list on the models of a folder\n"));
   const Ended run = kelvane({"run", "-h"});

@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "core/log.h"
 #include "core/state.h"
 #include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
@@ -108,7 +107,7 @@ class RunWork {
     if (Interrupt::code() != 0) return finish(Interrupt::code());
     if (choice.rows.empty()) {
       console_.note("no model is left to work");
-      takeCounts();
+      takeCounts(watch);
       if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
@@ -117,16 +116,16 @@ class RunWork {
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
-    takeCounts();
+    takeCounts(watch);
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
     tellWhatReportsLack(watch, choice.skipped);
     showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
   }
 
-  void takeCounts() {
-    recap_.errors = core::logCounts().errors;
-    recap_.warnings = core::logCounts().warnings;
+  void takeCounts(const RunWatch& watch) {
+    recap_.errors = watch.counts().errors;
+    recap_.warnings = watch.counts().warnings;
   }
 
   // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.

@@ -407,6 +407,32 @@ TEST_F(RunTrouble, ArgumentsInAnotherOrderAndNamesThatAreNearlyRightAreTold) {
   }
 }
 
+// One cause: the log tells each, console and recap tell it once for each model.
+TEST_F(RunTrouble, EqualErrorsOfOneActionAndModelAreOne) {
+  part(L"A");
+  part(L"B");
+  list("twice.xml",
+       "<task type='addModelParameter' version='3' forPRT='true' forEF='false' count='3' name_0='X' type_0='String' "
+       "value_0='%NONE%' name_1='Y' type_1='String' value_1='%NONE%' name_2='Z' type_2='String' value_2='%NIL%'/>");
+  const Ended ended = run("twice", {"--events", path("events")});
+  EXPECT_EQ(1, ended.code);
+  for (const std::string model : {"A", "B"}) {
+    EXPECT_THAT(ended.err, testing::HasSubstr(model + ".PRT - Can't find parameter: NONE  (2 times)\n"));
+    EXPECT_THAT(ended.err, testing::HasSubstr(model + ".PRT - Can't find parameter: NIL\n"));
+  }
+  const std::string log = readBytes(models() + "/kelvane.log"), events = readBytes(path("events"));
+  const auto count = [](const std::string& text) {
+    int found = 0;
+    for (std::size_t at = text.find("parameter: NONE"); at != text.npos; at = text.find("parameter: NONE", at + 1))
+      ++found;
+    return found;
+  };
+  EXPECT_EQ(4, count(log));
+  EXPECT_EQ(4, count(events));
+  EXPECT_EQ(2, count(ended.err));
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("errors=4 "));
+}
+
 // What a list writes is never what the run itself writes.
 TEST_F(RunTrouble, ReportsLeaveModelsAndTheLogAlone) {
   const std::string norm = R"({"format": 1, "parameters": [{"name": "NORM", "type": "string", "value": "WN-1"}]})";

@@ -61,7 +61,7 @@ TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
   part(L"PLATE").with(L"S", L"a\x1b[2Jb\nc\u009b\u2028");
   part(L"BOLT").with(L"S", L"steel");
   const std::string shown = "a\\x1b[2Jb\\nc\\x9b\\u2028";
-  EXPECT_EQ("BOLT.PRT   .1  string  steel\nPLATE.PRT  .1  string  " + shown + "\n",
+  EXPECT_EQ("BOLT.PRT   .1  String  steel\nPLATE.PRT  .1  String  " + shown + "\n",
             kelvane({"models", models(), "--param", "S"}).out);
   EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::HasSubstr(shown));
   std::filesystem::copy(models(), path("other"));

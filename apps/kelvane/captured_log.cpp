@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "engine/comparison_watch.h"
+#include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
@@ -10,8 +11,7 @@
 namespace kelvane {
 namespace {
 
-// A letter that nothing is mounted under.
-constexpr std::wstring_view kLogFolder = L"l:\\";
+const std::wstring kConfigFile = std::wstring(kLogFolder) + L"conf\\kvd_main.cfg";
 
 class MemoryAppender : public os::Appender {
  public:
@@ -27,7 +27,15 @@ class MemoryAppender : public os::Appender {
 
 class LogInMemory : public os::FilesWrapper {
  public:
-  LogInMemory(os::Files& under, std::string& into) : FilesWrapper(under), into_(into) {}
+  LogInMemory(os::Files& under, std::string& into, const std::string& config)
+      : FilesWrapper(under), into_(into), config_(config) {}
+  os::Result<std::string> read(std::wstring_view path) override {
+    return path == kConfigFile ? os::Result<std::string>{config_, {}} : FilesWrapper::read(path);
+  }
+  // Beside the log the plug-in tries whether it can write.
+  std::error_code write(std::wstring_view path, std::string_view bytes) override {
+    return path.starts_with(kLogFolder) ? std::error_code() : FilesWrapper::write(path, bytes);
+  }
   bool exists(std::wstring_view path) override { return !path.starts_with(kLogFolder) && FilesWrapper::exists(path); }
   os::Result<std::unique_ptr<os::Appender>> append(std::wstring_view path) override {
     if (!path.starts_with(kLogFolder)) return FilesWrapper::append(path);
@@ -38,6 +46,7 @@ class LogInMemory : public os::FilesWrapper {
 
  private:
   std::string& into_;
+  const std::string& config_;
 };
 
 }  // namespace
@@ -47,7 +56,12 @@ CapturedLog::CapturedLog() : disk_(os::surroundings().files) {
   core::pluginState().reset();
   core::pluginState().tempPath = kLogFolder;
   engine::forgetWhatWasGivenUp();
-  os::surroundings().files = std::make_shared<LogInMemory>(*disk_, bytes_);
+  os::surroundings().files = std::make_shared<LogInMemory>(*disk_, bytes_, config_);
+}
+
+void CapturedLog::configure(const std::string& config) {
+  config_ = config + "kvd_temp_path=" + text::toUtf8(kLogFolder) + "\n";
+  os::setEnvironment(L"KVD_CONF_DIR", kLogFolder);
 }
 
 CapturedLog::~CapturedLog() {

@@ -3,11 +3,14 @@
 #include <algorithm>
 
 #include "kelvane/display_width.h"
+#include "kelvane/escapes.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 
-std::vector<std::string> aligned(const std::vector<std::vector<std::string>>& rows) {
+std::vector<std::string> aligned(std::vector<std::vector<std::string>> rows) {
+  for (auto& row : rows)
+    for (std::string& cell : row) cell = escaped(cell);
   std::vector<std::size_t> widths;
   for (const auto& row : rows) {
     widths.resize(std::max(widths.size(), row.size()));

@@ -172,7 +172,7 @@ class Completion : public Verb {
   int run(Console& console) override {
     std::string text = shell_ == "bash" ? bash() : shell_ == "zsh" ? zsh() : fish();
     text.pop_back();  // the console ends the last line itself
-    console.result(text);
+    console.resultLines(text);
     return kFine;
   }
 

@@ -1,4 +1,5 @@
-// Where a verb writes: results on standard output, everything else on standard error; and where it reads.
+// Where a verb writes: results on standard output, everything else on standard error; and where it reads. Control
+// characters in what is written are shown as escapes.
 #pragma once
 
 #include <istream>
@@ -18,21 +19,22 @@ class Console {
   bool read(std::string& line) { return in_ && std::getline(*in_, line); }
 
   // A line of the result.
-  void result(std::string_view line) {
-    if (passing_) clearedErr() << std::flush;
-    out_ << line << '\n';
-  }
+  void result(std::string_view line);
+  // A result of several lines, without the last one's end.
+  void resultLines(std::string_view text);
+  // JSON that is written already, without its last line's end.
+  void resultJson(std::string_view text);
   // A line for the person who waits; left out when quiet.
-  void note(std::string_view line) {
-    if (!quiet_) clearedErr() << line << '\n';
-  }
+  void note(std::string_view line);
   // A line about trouble; never left out.
-  void trouble(std::string_view line) { clearedErr() << line << '\n'; }
+  void trouble(std::string_view line);
   // A line on a terminal's standard error that the next one replaces.
   void passing(std::string_view line);
   void flush();
+  // Results that couldn't be written; known behind a flush.
+  [[nodiscard]] bool lostResults() const { return !out_; }
 
-  // The text with its colour, or as it is where results have no colours.
+  // The text with its colour, for a line that is written here; or as it is where results have no colours.
   [[nodiscard]] std::string inked(Ink ink, std::string_view text) const;
 
   // "auto": where standard output is a terminal and NO_COLOR isn't set. The program says what is a terminal.

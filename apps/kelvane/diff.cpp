@@ -100,7 +100,7 @@ class Diff : public Verb {
       }
       all.push_back(std::move(entry));
     }
-    console.result(all.dump(2));
+    console.resultJson(all.dump(2));
   }
 
   std::string before_, after_;

@@ -1,16 +1,24 @@
 // kelvane eval: what a text, or a filter, gives on a model.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
+#include "creo/ProParameter.h"
 #include "documents/filter.h"
 #include "engine/variables.h"
 #include "kelvane/captured_log.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
 #include "kelvane/model_folder.h"
+#include "kelvane/nearest.h"
 #include "kelvane/package_source.h"
+#include "kelvane/places.h"
+#include "kelvane/run_config.h"
+#include "kelvane/run_driver.h"
+#include "kelvane/run_option_rows.h"
 #include "kelvane/text_check.h"
 #include "kelvane/verb.h"
+#include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -57,11 +65,14 @@ class GivenVariables {
 class Eval : public Verb {
  public:
   std::vector<OptionRow> options() override {
-    return {{"folder", "DIR", "folder of models", &folder_},
-            {"model", "NAME.EXT", "the model", &model_},
-            {"text", "TEXT", "a text with variables", &text_},
-            {"--filter", "FILE", "a filter file, or PACKAGE/NAME: how it decides, item by item", &filter_},
-            {"--user", "NAME=VALUE", "a user variable", &variables_}};
+    std::vector<OptionRow> rows = {
+        {"folder", "DIR", "folder of models", &folder_},
+        {"model", "NAME.EXT", "the model", &model_},
+        {"text", "TEXT", "a text with variables", &text_},
+        {"--filter", "FILE", "a filter file, or PACKAGE/NAME: how it decides, item by item", &filter_},
+        {"--user", "NAME=VALUE", "a user variable", &variables_}};
+    for (const OptionRow& row : surroundingRows(options_)) rows.push_back(row);
+    return rows;
   }
 
   int run(Console& console) override {
@@ -70,27 +81,69 @@ class Eval : public Verb {
                                   : "eval: a text and --filter don't go together");
     }
     const std::string filter = filter_.empty() ? std::string() : filterBytes(filter_);
+    CapturedLog log;  // the plug-in ends before it does
+    headless::SessionOptions sessionOptions = lookingAt(mountModels(folder_));
+    os::mounts().set(L'i', installationFolder());
+    sessionOptions.textFolder = L"i:\\text\\";
+    headless::Session session(sessionOptions);
+    start(session, log, console);
+    const std::size_t told = session.messages().size();
     const GivenVariables variables(variables_);
-    headless::Session session(lookingAt(mountModels(folder_)));
-    CapturedLog log;
     const creo::ProMdl model = retrieved(session, model_);
     // Creo has the model open when a list works on it.
     creo::ProMdlDisplay(model);
     const int code = filter_.empty() ? evaluateText(model, log, console) : evaluateFilter(filter, model, log, console);
-    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
+    for (std::size_t i = told; i < session.messages().size(); ++i) console.trouble(readable(session.messages()[i]));
     return code;
   }
 
  private:
+  // As a run does, with its configuration and options, so that what the plug-in reads at its start is known.
+  void start(headless::Session& session, CapturedLog& log, Console& console) const {
+    tellConfigFaults(options_, console);
+    log.configure(configText(options_));
+    for (const auto& [name, value] : creoOptions(options_)) session.setOption(name, value);
+    startPlugin(session);
+    (void)log.takeTrouble();
+  }
+
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
     (void)engine::takeRefused();
     const engine::Replaced result = engine::replaceVariables(text::fromUtf8(*text_), model);
-    for (const TroubleLine& line : log.takeTrouble()) {
+    const std::vector<TroubleLine> trouble = log.takeTrouble();
+    for (const TroubleLine& line : trouble) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
     for (const engine::RefusedExpression& one : engine::takeRefused()) console.trouble("warning: " + refusal(one));
-    if (result.hasText()) console.result(text::toUtf8(result.text));
+    for (const std::string& fault : unknownTokens(text::fromUtf8(*text_))) console.trouble("warning: " + fault);
+    if (!trouble.empty())
+      for (const std::string& slip : slips(model)) console.trouble("warning: " + slip);
+    if (result.hasText()) console.resultLines(text::toUtf8(result.text));
     return result ? kFine : kErrors;
+  }
+
+  // What the text names that isn't there, but nearly.
+  [[nodiscard]] std::vector<std::string> slips(creo::ProMdl model) const {
+    const std::wstring text = text::fromUtf8(*text_);
+    std::vector<std::string> slips, parameters, users;
+    const auto owner = creo::ProMdlToModelitem(model);
+    creo::ProParameterVisit(owner.value, [&parameters](const creo::ProParameter& parameter) {
+      parameters.push_back(text::toUtf8(parameter.id));
+      return creo::ProNoError;
+    });
+    for (const std::wstring& name : engine::userVariables().names()) users.push_back(text::toUtf8(name));
+    for (const std::string& name : namedParameters(text)) addSlip(slips, "parameter", name, parameters);
+    for (const std::string& name : namedUserVariables(text)) addSlip(slips, "user variable", name, users);
+    return slips;
+  }
+  // sign: the name between its two signs; one with a prefix stands elsewhere.
+  static void addSlip(std::vector<std::string>& slips, const std::string& what, const std::string& sign,
+                      const std::vector<std::string>& known) {
+    const std::string name = sign.substr(1, sign.size() - 2);
+    const auto isIt = [&name](const std::string& one) { return text::equalNoCase(one, name); };
+    if (name.find(':') != name.npos || std::any_of(known.begin(), known.end(), isIt)) return;
+    if (const std::string meant = didYouMean(name, known); !meant.empty())
+      slips.push_back("there is no " + what + " '" + name + "'" + meant);
   }
 
   int evaluateFilter(const std::string& bytes, creo::ProMdl model, CapturedLog& log, Console& console) const {
@@ -108,6 +161,7 @@ class Eval : public Verb {
   std::string folder_, model_, filter_;
   std::optional<std::string> text_;
   std::vector<std::string> variables_;
+  RunOptions options_;
 };
 
 }  // namespace

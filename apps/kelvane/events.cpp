@@ -13,6 +13,11 @@ void Events::open(const std::string& path) {
   owned_ = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
   if (!*owned_) throw Fault("the events' file " + path + " can't be written");
   stream_ = owned_.get();
+  path_ = path;
+}
+
+std::string Events::fault() const {
+  return stream_ && !*stream_ ? "the events can't be written to " + path_ : std::string();
 }
 
 void Events::tell(std::string_view event, const nlohmann::ordered_json& what) {

@@ -7,6 +7,23 @@ namespace kelvane {
 namespace {
 
 constexpr int kSignalCodes = 128;  // an exit code is this and the signal's number
+constexpr int kNoSignal = 0;       // of a system that doesn't have it
+
+#ifdef SIGHUP
+constexpr int kHangUp = SIGHUP;
+#else
+constexpr int kHangUp = kNoSignal;
+#endif
+#ifdef SIGPIPE
+constexpr int kBrokenPipe = SIGPIPE;
+#else
+constexpr int kBrokenPipe = kNoSignal;
+#endif
+#ifdef SIGXFSZ
+constexpr int kFileTooLarge = SIGXFSZ;
+#else
+constexpr int kFileTooLarge = kNoSignal;
+#endif
 
 volatile std::sig_atomic_t noted = 0;
 
@@ -15,20 +32,27 @@ void note(int signal) {
   noted = signal;
 }
 
+// A function of ours, as one that is passed over would be passed over by the programs that a list starts, too.
+void goOn(int /*signal*/) {}
+
 }  // namespace
 
-Interrupt::Interrupt() {
-  noted = 0;
-  oldInterrupt_ = std::signal(SIGINT, &note);
-  oldTerminate_ = std::signal(SIGTERM, &note);
+SignalGuard::SignalGuard(int signal, void (*handler)(int)) : signal_(signal), old_(SIG_DFL) {
+  if (signal_ == kNoSignal) return;
+  old_ = std::signal(signal_, handler);
+  if (old_ == SIG_IGN) std::signal(signal_, SIG_IGN);
+}
+SignalGuard::~SignalGuard() {
+  if (signal_ != kNoSignal) std::signal(signal_, old_);
 }
 
-Interrupt::~Interrupt() {
-  std::signal(SIGINT, oldInterrupt_);
-  std::signal(SIGTERM, oldTerminate_);
-  noted = 0;
-}
+Interrupt::Interrupt()
+    : interrupt_(SIGINT, &note), terminate_(SIGTERM, &note), hangUp_(kHangUp, &note), brokenPipe_(kBrokenPipe, &goOn) {}
+
+Interrupt::~Interrupt() { noted = 0; }
 
 int Interrupt::code() { return noted == 0 ? 0 : kSignalCodes + noted; }
+
+OutOfRoom::OutOfRoom() : guard_(kFileTooLarge, &goOn) {}
 
 }  // namespace kelvane

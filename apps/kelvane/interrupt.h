@@ -1,9 +1,24 @@
-// Ctrl-C and the request to end: noted, so that the work stops between two models; a second one ends at once.
+// Signals. Ctrl-C and requests to end are noted, so that the work stops between two models; a second one ends at once.
 #pragma once
 
 namespace kelvane {
 
-// Notes SIGINT and SIGTERM for as long as it lives.
+// What a signal does, for as long as it lives. One that the caller's own caller has it pass over stays passed over, as
+// SIGHUP under nohup.
+class SignalGuard {
+ public:
+  SignalGuard(int signal, void (*handler)(int));
+  ~SignalGuard();
+  SignalGuard(const SignalGuard&) = delete;
+  SignalGuard& operator=(const SignalGuard&) = delete;
+
+ private:
+  int signal_;
+  void (*old_)(int);
+};
+
+// Notes SIGINT, SIGTERM and, where there is one, SIGHUP for as long as it lives. A reader of the output that has gone
+// doesn't end the work meanwhile.
 class Interrupt {
  public:
   Interrupt();
@@ -14,8 +29,16 @@ class Interrupt {
   [[nodiscard]] static int code();
 
  private:
-  void (*oldInterrupt_)(int);
-  void (*oldTerminate_)(int);
+  SignalGuard interrupt_, terminate_, hangUp_, brokenPipe_;
+};
+
+// A file that would outgrow what this process may write is an ordinary write error for as long as it lives.
+class OutOfRoom {
+ public:
+  OutOfRoom();
+
+ private:
+  SignalGuard guard_;
 };
 
 }  // namespace kelvane

@@ -32,7 +32,7 @@ class Lists : public Verb {
       all.push_back(std::move(one));
     }
     if (json_) {
-      console.result(all.dump(2));
+      console.resultJson(all.dump(2));
     } else {
       show(console, all);
     }
@@ -48,8 +48,8 @@ class Lists : public Verb {
       name.resize(width, ' ');
       std::string indented = text::replaceAll(list["description"].get<std::string>(), "\r\n", "\n");
       indented = text::replaceAll(indented, "\n", "\n" + std::string(width + 2, ' '));
-      console.result(indented.empty() ? list["list"].get<std::string>()
-                                      : console.inked(Ink::bold, name) + "  " + indented);
+      console.resultLines(indented.empty() ? list["list"].get<std::string>()
+                                           : console.inked(Ink::bold, name) + "  " + indented);
       if (!list.contains("questions")) continue;
       for (const auto& question : list["questions"]) {
         console.result(std::string(width + 2, ' ') + "asks for " + question["variable"].get<std::string>() + ": " +

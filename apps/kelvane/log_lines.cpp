@@ -1,5 +1,7 @@
 #include "kelvane/log_lines.h"
 
+#include <map>
+
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -29,6 +31,20 @@ std::vector<LogLine> logLines(std::wstring_view content) {
     lines.push_back(std::move(taken));
   }
   return lines;
+}
+
+std::vector<RepeatedLine> takenTogether(const std::vector<LogLine>& lines) {
+  std::vector<RepeatedLine> result;
+  std::map<std::pair<int, std::wstring_view>, std::size_t> places;
+  for (const LogLine& line : lines) {
+    const auto [known, isNew] = places.try_emplace({line.level, line.text}, result.size());
+    if (isNew) {
+      result.push_back({line});
+    } else {
+      ++result[known->second].count;
+    }
+  }
+  return result;
 }
 
 bool isShown(const LogLine& line, int level) {

@@ -3,22 +3,43 @@
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
-#include "kelvane/log_lines.h"
 #include "text/encoding.h"
 
 namespace kelvane {
+namespace {
+
+std::string times(int count) { return count == 1 ? std::string() : "  (" + std::to_string(count) + " times)"; }
+
+}  // namespace
 
 void LogTeller::follow() {
-  for (const std::wstring& line : follower_.more(core::pluginState().logFile)) {
-    const std::vector<LogLine> taken = logLines(line);
-    if (taken.empty()) continue;
-    const std::string text = text::toUtf8(taken[0].text);
-    if (events_.on()) events_.tell("log", {{"level", taken[0].level}, {"text", text}});
-    if (taken[0].level != 2) continue;
+  std::vector<LogLine> lines;
+  for (const std::wstring& written : follower_.more(core::pluginState().logFile))
+    for (LogLine& line : logLines(written)) lines.push_back(std::move(line));
+  for (const LogLine& line : lines)
+    if (events_.on()) events_.tell("log", {{"level", line.level}, {"text", text::toUtf8(line.text)}});
+  const std::vector<RepeatedLine> together = takenTogether(lines);
+  countOnce(together);
+  for (const auto& [line, count] : together) {
+    if (line.level != core::kError) continue;
     const bool shows = maxErrors_ == 0 || shown_ < maxErrors_;
-    ++(shows ? shown_ : hidden_);
-    if (shows) console_.trouble("error: " + text);
+    if (shows) console_.trouble("error: " + text::toUtf8(line.text) + times(count));
+    (shows ? shown_ : hidden_) += shows ? 1 : count;
   }
+}
+
+void LogTeller::countOnce(const std::vector<RepeatedLine>& lines) {
+  for (const auto& [line, count] : lines) {
+    if (line.level == core::kError) repeated_.errors += count - 1;
+    if (line.level == core::kWarning || line.level == core::kFilterNote) repeated_.warnings += count - 1;
+  }
+}
+
+core::LogCounts LogTeller::counts() const {
+  core::LogCounts counts = core::logCounts();
+  counts.errors -= repeated_.errors;
+  counts.warnings -= repeated_.warnings;
+  return counts;
 }
 
 void LogTeller::tellHidden() {

@@ -1,9 +1,12 @@
-// Tells what comes to a log while a run goes on: each line as an event, error lines on the console too.
+// Tells what comes to a log while a run goes on: each line as an event, error lines on the console too, equal ones once
+// with their number.
 #pragma once
 
+#include "core/log.h"
 #include "kelvane/console.h"
 #include "kelvane/events.h"
 #include "kelvane/log_follower.h"
+#include "kelvane/log_lines.h"
 
 namespace kelvane {
 
@@ -17,6 +20,10 @@ class LogTeller {
   void begin(const std::wstring& path) { follower_.begin(path); }
   // Tells the lines that came since the last look.
   void follow();
+  // Lines that were taken from the log elsewhere: of equal ones only the first counts.
+  void countOnce(const std::vector<RepeatedLine>& lines);
+  // The errors and warnings of the log since it was reset, equal lines once.
+  [[nodiscard]] core::LogCounts counts() const;
   // How many error lines were kept back, where some were.
   void tellHidden();
   // The log; empty while nothing was written.
@@ -27,6 +34,7 @@ class LogTeller {
   Events& events_;
   LogFollower follower_;
   int maxErrors_ = 0, shown_ = 0, hidden_ = 0;
+  core::LogCounts repeated_;
 };
 
 }  // namespace kelvane

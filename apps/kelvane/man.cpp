@@ -94,7 +94,7 @@ class Man : public Verb {
   int run(Console& console) override {
     std::string text = verb_ ? page(chosen()) : overview();
     text.pop_back();  // the console ends the last line itself
-    console.result(text);
+    console.resultLines(text);
     return kFine;
   }
 

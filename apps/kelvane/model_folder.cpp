@@ -44,10 +44,11 @@ headless::SessionOptions lookingAt(const std::wstring& folder) {
 
 creo::ProMdl retrieved(headless::Session& session, const std::string& nameAndExtension) {
   const ModelFileName wanted = modelFileName(nameAndExtension);
+  const std::size_t before = session.messages().size();
   const auto model = creo::ProMdlRetrieve(wanted.name, wanted.type);
   if (model) return model.value;
-  if (model.error != creo::ProNotFound && !session.messages().empty()) {
-    throw Fault(readable(session.messages().front()));
+  if (model.error != creo::ProNotFound && session.messages().size() > before) {
+    throw Fault(readable(session.messages()[before]));
   }
   std::vector<std::string> known;
   for (const headless::FolderDocument& document : headless::readFolder(session.options().modelFolder)) {

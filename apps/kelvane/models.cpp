@@ -31,7 +31,7 @@ class ModelList : public Verb {
     }
     if (!parameter_.empty()) readParameters(folder, all);
     if (json_) {
-      console.result(all.dump(2));
+      console.resultJson(all.dump(2));
     } else {
       show(console, all);
     }

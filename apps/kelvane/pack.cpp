@@ -16,7 +16,7 @@ class Pack : public Verb {
   }
   int run(Console& console) override {
     (void)systemFolder(folder_);
-    const std::string target = package_.ends_with(".kvz") ? package_ : package_ + ".kvz";
+    const std::string target = isPackageName(package_) ? package_ : package_ + ".kvz";
     const std::unique_ptr<PackageSource> source = openPackage(folder_);
     const std::string bytes = packed(*source);
     if (const auto error = os::files().write(systemPath(target), bytes)) {

@@ -1,5 +1,6 @@
 #include "kelvane/package_place.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -51,11 +52,11 @@ void write(const fs::path& target, const std::string& bytes) {
   if (!file) throw Fault(target.string() + " can't be written");
 }
 
-void clearOthers(const fs::path& folder, const std::set<std::string>& names) {
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    if (!names.contains(entry.path().filename().string())) fs::remove_all(entry.path());
-  }
-}
+constexpr std::size_t kMostAside = 16;  // packages
+
+fs::path shownIn(const std::string& work) { return fs::path(work) / "packages"; }
+fs::path asideIn(const std::string& work) { return fs::path(work) / "aside"; }
+fs::path noteOf(const std::string& work, const std::string& name) { return fs::path(work) / (name + ".state"); }
 
 void forgetUnpacked(const std::string& name) {
   const std::wstring folder = L"t:\\open_kvz_" + text::fromUtf8(name.substr(0, name.size() - 4)) + L"\\";
@@ -64,36 +65,62 @@ void forgetUnpacked(const std::string& name) {
   }
 }
 
+// The oldest of what stands aside goes, with what was unpacked of it.
+void boundAside(const std::string& work) {
+  std::vector<std::pair<fs::file_time_type, std::string>> all;
+  for (const auto& entry : fs::directory_iterator(asideIn(work))) {
+    const std::string name = entry.path().filename().string();
+    std::error_code error;
+    const auto used = fs::last_write_time(noteOf(work, name), error);
+    all.emplace_back(error ? fs::file_time_type::min() : used, name);
+  }
+  std::sort(all.begin(), all.end());
+  for (std::size_t i = 0; i + kMostAside < all.size(); ++i) {
+    const std::string& name = all[i].second;
+    forgetUnpacked(name);
+    fs::remove(noteOf(work, name));
+    fs::remove_all(asideIn(work) / name);
+  }
+}
+
+// Shows these alone. The others stand aside with their times, so that they needn't be unpacked anew when they are
+// wanted again.
+void showOnly(const std::string& work, const std::set<std::string>& names) {
+  fs::create_directories(asideIn(work));
+  for (const auto& entry : fs::directory_iterator(shownIn(work))) {
+    const fs::path name = entry.path().filename();
+    if (!names.contains(name.string())) fs::rename(entry.path(), asideIn(work) / name);
+  }
+  for (const std::string& name : names) {
+    const fs::path aside = asideIn(work) / name;
+    if (fs::exists(aside)) fs::rename(aside, shownIn(work) / name);
+  }
+  boundAside(work);
+}
+
 void placeOne(const fs::path& source, const PackageSource& package, const std::string& work) {
   const std::string name = packageFileName(source.string());
-  const fs::path target = fs::path(work) / "packages" / name;
-  const fs::path note = fs::path(work) / (name + ".state");
+  const fs::path target = shownIn(work) / name, note = noteOf(work, name);
   const std::string state = name + " " + stateOf(source, package);
-  if (fs::exists(target) && bytesOf(note) == state) return;
+  if (fs::exists(target) && bytesOf(note) == state) return write(note, state);  // used now
 
   fs::remove(note);  // a run that breaks off here leaves nothing that looks finished
-  if (fs::is_directory(source)) {
-    const std::string bytes = packed(package);
-    if (!fs::exists(target) || bytesOf(target) != bytes) {
-      forgetUnpacked(name);
-      write(target, bytes);
-      fs::last_write_time(target, timeOf(source, package));
-    }
-  } else {
-    readAll(package);
+  const bool isFolder = fs::is_directory(source);
+  if (!isFolder) readAll(package);
+  const std::string bytes = isFolder ? packed(package) : bytesOf(source);
+  if (!fs::exists(target) || bytesOf(target) != bytes) {
     forgetUnpacked(name);
-    fs::copy_file(source, target, fs::copy_options::overwrite_existing);
-    fs::last_write_time(target, fs::last_write_time(source));
+    fs::remove(target);
+    write(target, bytes);
+    fs::last_write_time(target, isFolder ? timeOf(source, package) : fs::last_write_time(source));
   }
   write(note, state);
 }
 
-bool isPackage(const fs::path& path) { return path.extension() == ".kvz" || fs::is_regular_file(path / kPackageIndex); }
-
 }  // namespace
 
 void placePackage(const std::string& path, const PackageSource& package, const std::string& work) {
-  clearOthers(fs::path(work) / "packages", {packageFileName(path)});
+  showOnly(work, {packageFileName(path)});
   placeOne(path, package, work);
 }
 
@@ -101,10 +128,10 @@ std::vector<std::string> placePackages(const std::string& folder, const std::str
   std::vector<fs::path> sources;
   std::set<std::string> names;
   for (const auto& entry : fs::directory_iterator(folder)) {
-    if (isPackage(entry.path()) && names.insert(packageFileName(entry.path().string())).second)
+    if (isPackage(entry.path().string()) && names.insert(packageFileName(entry.path().string())).second)
       sources.push_back(entry.path());
   }
-  clearOthers(fs::path(work) / "packages", names);
+  showOnly(work, names);
   std::vector<std::string> faults;
   for (const fs::path& source : sources) {
     try {

@@ -1,5 +1,6 @@
 #include "kelvane/package_source.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -36,6 +37,10 @@ bool isHostile(const std::string& member) {
   return ("/" + member + "/").find("/../") != std::string::npos;
 }
 
+std::string wouldLeave(const std::string& member) {
+  return " is refused: its member '" + member + "' would leave the package's folder";
+}
+
 class ZipPackage : public PackageSource {
  public:
   explicit ZipPackage(const std::string& path) : path_(path), zip_(documents::ZipReader::openFile(systemPath(path))) {
@@ -65,7 +70,7 @@ class ZipPackage : public PackageSource {
     const documents::ZipMember& member = zip_->members()[index];
     const std::string name = text::toUtf8(member.name);
     if (name.empty()) throw Fault(path_ + " is damaged: a member can't be read");
-    if (isHostile(name)) throw Fault(path_ + " is refused: its member '" + name + "' would leave the package's folder");
+    if (isHostile(name)) throw Fault(path_ + wouldLeave(name));
     if (member.isLink) throw Fault(path_ + " is refused: its member '" + name + "' is a link");
     if (member.isFolder) return;
     total += std::min(member.size, documents::kMostUnpacked);
@@ -82,13 +87,13 @@ class ZipPackage : public PackageSource {
 
 class FolderPackage : public PackageSource {
  public:
-  explicit FolderPackage(const fs::path& folder) {
+  explicit FolderPackage(const fs::path& folder) : folder_(folder) {
     for (auto at = fs::recursive_directory_iterator(folder); at != fs::recursive_directory_iterator(); ++at) {
       // Hidden files are of editors and version control.
       if (at->path().filename().string().starts_with('.')) {
         if (at->is_directory()) at.disable_recursion_pending();
-      } else if (at->is_regular_file()) {
-        files_.emplace(at->path().lexically_relative(folder).generic_string(), at->path());
+      } else if (at->is_symlink() || at->is_regular_file()) {
+        take(*at);
       }
     }
   }
@@ -103,6 +108,28 @@ class FolderPackage : public PackageSource {
   }
 
  private:
+  void take(const fs::directory_entry& entry) {
+    const std::string name = entry.path().lexically_relative(folder_).generic_string();
+    if (isHostile(name)) throw Fault(folder_.string() + wouldLeave(name));
+    if (const std::string fault = linkFault(entry); !fault.empty())
+      throw Fault(folder_.string() + " is refused: its member '" + name + "' is a link " + fault);
+    const auto [known, isNew] = files_.emplace(name, entry.path());
+    if (!isNew) {
+      throw Fault(folder_.string() + " is refused: '" + known->first + "' and '" + name +
+                  "' are one name in a package");
+    }
+  }
+  // What a package is made of lies in its folder; a link would bring in what happens to stand elsewhere.
+  [[nodiscard]] std::string linkFault(const fs::directory_entry& entry) const {
+    if (!entry.is_symlink()) return {};
+    std::error_code error;
+    const fs::path target = fs::canonical(entry.path(), error);
+    if (error) return "that leads nowhere";
+    if (*target.lexically_relative(fs::canonical(folder_)).begin() == "..") return "that leads out of the folder";
+    return fs::is_regular_file(target) ? "" : "to what is no file";
+  }
+
+  fs::path folder_;
   ByMember<fs::path> files_;
 };
 
@@ -127,6 +154,11 @@ std::unique_ptr<PackageSource> openPackage(const std::string& path) {
   return std::make_unique<ZipPackage>(path);
 }
 
+bool isPackage(const std::string& path) {
+  std::error_code error;
+  return (isPackageName(path) && fs::exists(path, error)) || fs::is_regular_file(fs::path(path) / kPackageIndex, error);
+}
+
 void readAll(const PackageSource& package) {
   for (const std::string& member : package.members()) (void)package.read(member);
 }
@@ -134,18 +166,31 @@ void readAll(const PackageSource& package) {
 std::string packageFileName(const std::string& path) {
   const fs::path whole = fs::absolute(path).lexically_normal();
   const std::string name = (whole.has_filename() ? whole : whole.parent_path()).filename().string();
-  return text::lower(name).ends_with(".kvz") ? name : name + ".kvz";
+  constexpr std::string_view kEnd = ".kvz";
+  return (isPackageName(name) ? name.substr(0, name.size() - kEnd.size()) : name).append(kEnd);
 }
+
+bool isPackageName(std::string_view name) { return text::lower(name).ends_with(".kvz"); }
 
 std::vector<std::string> actionLists(const PackageSource& package) { return filesOf(package, "actionlists/"); }
 std::vector<std::string> filters(const PackageSource& package) { return filesOf(package, "filters/"); }
 
-std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what) {
+namespace {
+// The name among `known`; null for none.
+const std::string* nameOf(const std::vector<std::string>& known, const std::string& written) {
   for (const std::string& candidate : {written, written + ".xml"}) {
     for (const std::string& name : known) {
-      if (text::equalNoCase(name, candidate)) return name;
+      if (text::equalNoCase(name, candidate)) return &name;
     }
   }
+  return nullptr;
+}
+}  // namespace
+
+bool hasName(const std::vector<std::string>& known, const std::string& written) { return nameOf(known, written); }
+
+std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what) {
+  if (const std::string* name = nameOf(known, written)) return *name;
   std::vector<std::string> plain;
   std::string all;
   for (const std::string& name : known) {
@@ -163,6 +208,20 @@ const std::map<std::string, std::string>& folderMarks() {
       {"reports/readme.txt", "Reports that the action lists write.\n"},
   };
   return marks;
+}
+
+std::vector<std::string> MarkedPackage::members() const {
+  std::vector<std::string> all = under_.members();
+  for (const auto& [mark, content] : folderMarks())
+    if (!under_.has(mark)) all.push_back(mark);
+  std::sort(all.begin(), all.end(), LessNoCase());
+  return all;
+}
+bool MarkedPackage::has(const std::string& member) const {
+  return under_.has(member) || folderMarks().contains(member);
+}
+std::string MarkedPackage::read(const std::string& member) const {
+  return under_.has(member) ? under_.read(member) : folderMarks().at(member);
 }
 
 }  // namespace kelvane

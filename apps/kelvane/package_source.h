@@ -18,22 +18,42 @@ class PackageSource {
   [[nodiscard]] virtual std::string read(const std::string& member) const = 0;
 };
 
-// A Fault says what is wrong: not there, no zip file, truncated, members that would leave the package's folder, more
-// bytes than any package holds.
+// A Fault says what is wrong: not there, no zip file, truncated, members that would leave the package's folder, links
+// (of a folder: those that lead out of it, to a folder or nowhere), two names that are one case-blind, more bytes than
+// any package holds.
 std::unique_ptr<PackageSource> openPackage(const std::string& path);
+// Whether a name ends as a package's does; case is no difference.
+bool isPackageName(std::string_view name);
+// Something of such a name, or a folder with a package's index.
+bool isPackage(const std::string& path);
 // Reads every member, so that damage is found before anything runs.
 void readAll(const PackageSource& package);
 
-// "standards.kvz" for "packages/standards.kvz" as for the folder "packages/standards/".
+// "standards.kvz" for "packages/standards.KVZ" as for the folder "packages/standards/".
 std::string packageFileName(const std::string& path);
 // The package's action lists: "clean.xml"; its filters.
 std::vector<std::string> actionLists(const PackageSource& package);
 std::vector<std::string> filters(const PackageSource& package);
+// Whether a name among `known` is meant, written with or without ".xml".
+bool hasName(const std::vector<std::string>& known, const std::string& written);
 // The name among `known` that a person wrote with or without ".xml"; a Fault that shows those there are.
 std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what);
 
 // What a package must hold besides system/index.kvane, with the content that a missing one gets.
 const std::map<std::string, std::string>& folderMarks();
 constexpr const char* kPackageIndex = "system/index.kvane";
+
+// A folder as its package will be: with the marks that it lacks.
+class MarkedPackage : public PackageSource {
+ public:
+  // under isn't owned and outlives it.
+  explicit MarkedPackage(const PackageSource& under) : under_(under) {}
+  [[nodiscard]] std::vector<std::string> members() const override;
+  [[nodiscard]] bool has(const std::string& member) const override;
+  [[nodiscard]] std::string read(const std::string& member) const override;
+
+ private:
+  const PackageSource& under_;
+};
 
 }  // namespace kelvane

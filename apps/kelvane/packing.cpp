@@ -14,11 +14,9 @@ using Content = std::map<std::string, std::string>;
 
 Content contentOf(const PackageSource& source) {
   if (!source.has(kPackageIndex)) throw Fault("the package needs a file " + std::string(kPackageIndex));
+  const MarkedPackage whole(source);
   Content content;
-  for (const std::string& member : source.members()) content[member] = source.read(member);
-  for (const auto& [mark, bytes] : folderMarks()) {
-    if (!source.has(mark)) content[mark] = bytes;
-  }
+  for (const std::string& member : whole.members()) content[member] = whole.read(member);
   return content;
 }
 

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "kelvane/fault.h"
+#include "kelvane/interrupt.h"
 #include "kelvane/nearest.h"
 #include "kelvane/verb_table.h"
 #include "os/surroundings.h"
@@ -65,7 +66,7 @@ int runVerb(const VerbRow& row, std::vector<std::string> arguments, Console& con
   try {
     app.parse(arguments);
   } catch (const CLI::CallForHelp&) {
-    console.result(app.help());
+    console.resultLines(app.help());
     return kFine;
   } catch (const CLI::ParseError& error) {
     throw Fault(std::string(row.name) + ": " + oneLine(error.what()) + " ('kelvane " + row.name + " -h' tells more)");
@@ -79,7 +80,7 @@ int runVerb(const VerbRow& row, std::vector<std::string> arguments, Console& con
 int dispatch(const std::vector<std::string>& given, Console& console, const Terminals& terminals) {
   const std::string first = given.empty() ? "" : given.front();
   if (first == "-h" || first == "--help" || first == "help") {
-    console.result(overview());
+    console.resultLines(overview());
     return kFine;
   }
   if (first == "--version") {
@@ -98,6 +99,7 @@ int dispatch(const std::vector<std::string>& given, Console& console, const Term
 int program(const std::vector<std::string>& given, std::ostream& out, std::ostream& err, Terminals terminals,
             std::istream* in) {
   const os::SurroundingsGuard surroundings;
+  const OutOfRoom outOfRoom;
   Console console(out, err, in);
   int code = kCouldNot;
   try {
@@ -106,6 +108,10 @@ int program(const std::vector<std::string>& given, std::ostream& out, std::ostre
     console.trouble(std::string("kelvane: ") + fault.what());
   }
   console.flush();
+  if (console.lostResults()) {
+    console.trouble("kelvane: what came of it can't be written to the standard output");
+    if (code == kFine) code = kErrors;
+  }
   return code;
 }
 

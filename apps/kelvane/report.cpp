@@ -42,7 +42,7 @@ class Report : public Verb {
   int run(Console& console) override {
     const ReportFile report = readReportFile(file_);
     if (json_) {
-      console.result(json(report).dump(2, ' ', false, Json::error_handler_t::replace));
+      console.resultJson(json(report).dump(2, ' ', false, Json::error_handler_t::replace));
     } else if (columns_) {
       showColumns(console, report);
     } else {

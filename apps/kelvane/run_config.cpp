@@ -1,12 +1,10 @@
 #include "kelvane/run_config.h"
 
-#include "core/config.h"
+#include "kelvane/config_check.h"
 #include "kelvane/fault.h"
-#include "kelvane/nearest.h"
 #include "kelvane/places.h"
-#include "os/surroundings.h"
+#include "os/text_files.h"
 #include "text/encoding.h"
-#include "text/letters.h"
 
 namespace kelvane {
 namespace {
@@ -21,38 +19,24 @@ std::string whole(std::string content) {
   return content;
 }
 
+std::string fileOf(const std::string& folder) { return folder + "/kvd_main.cfg"; }
+
+// Each file says itself how it is written; joined, one would speak for the other.
 std::string fileText(const std::string& folder, bool required) {
-  const std::string path = folder + "/kvd_main.cfg";
-  const auto read = os::files().read(systemPath(path));
-  if (!read && required) throw Fault("--config: " + path + " can't be read: " + read.error.message());
-  return whole(read.value);
-}
-
-std::vector<std::string> knownKeys() {
-  std::vector<std::string> keys;
-  for (const core::ConfigKey& key : core::configKeys()) keys.push_back(text::toUtf8(key.name));
-  return keys;
-}
-
-bool isKnown(const std::string& name) {
-  const std::wstring wide = text::fromUtf8(name);
-  for (const core::ConfigKey& key : core::configKeys()) {
-    if (text::equalNoCase(key.name, wide) || (!key.shortName.empty() && text::equalNoCase(key.shortName, wide))) {
-      return true;
-    }
-  }
-  return false;
+  const auto read = os::readText(systemPath(fileOf(folder)));
+  if (!read && required) throw Fault("--config: " + fileOf(folder) + " can't be read: " + read.error.message());
+  return whole(text::toUtf8(read.value));
 }
 
 std::string settingLine(const std::string& setting) {
   const std::size_t equals = setting.find('=');
   if (equals == setting.npos) throw Fault("--set " + setting + ": write KVD_KEY=VALUE");
   const std::string key = setting.substr(0, equals);
-  if (!isKnown(key)) throw Fault("--set: there is no key '" + key + "'" + didYouMean(key, knownKeys()));
+  if (!isConfigKey(text::fromUtf8(key))) throw Fault("--set: there is no key '" + key + "'" + nearestConfigKey(key));
   if (setting.find_first_of("=\r\n", equals + 1) != setting.npos) {
     throw Fault("--set " + key + ": a value holds no '=' and no line break");
   }
-  return setting + "\n";
+  return text::toUtf8(text::fromUtf8(setting)) + "\n";
 }
 
 }  // namespace
@@ -66,6 +50,14 @@ std::string configText(const RunOptions& options) {
   if (options.config.empty()) text += "kvd_no_user_cfg=1\n";
   for (const std::string& setting : options.settings) text += settingLine(setting);
   return text;
+}
+
+void tellConfigFaults(const RunOptions& options, Console& console) {
+  for (const std::string& folder : {installationFolder() + "/conf", options.config}) {
+    if (folder.empty()) continue;
+    for (const ConfigFault& fault : configFaults(os::readText(systemPath(fileOf(folder))).value))
+      console.trouble("warning: " + fileOf(folder) + ":" + std::to_string(fault.line) + ": " + fault.text);
+  }
 }
 
 std::vector<std::pair<std::wstring, std::wstring>> creoOptions(const RunOptions& options) {

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "kelvane/console.h"
 #include "kelvane/run_options.h"
 
 namespace kelvane {
@@ -13,6 +14,9 @@ namespace kelvane {
 // packages where the options name one), then --set; a later line wins. A Fault for a key that isn't known or a folder
 // without the file.
 std::string configText(const RunOptions& options);
+
+// A warning for each line of these files that looks like a key and isn't.
+void tellConfigFaults(const RunOptions& options, Console& console);
 
 // Names and values of --creo-option, in the order given; of a name that is given twice the last value. A Fault for one
 // without a name or a "=".

@@ -1,5 +1,7 @@
 #include "kelvane/run_driver.h"
 
+#include <map>
+
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
@@ -10,6 +12,7 @@
 #include "headless/proui/ui.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
+#include "kelvane/nearest.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -26,12 +29,39 @@ void leaveTriggersOut() {
   for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
 }
 
+// "; did you mean 'BOLT_M8.PRT'?" for "BOLT_M8", and for "BOTL*", where the start of a name is meant. Nothing for an
+// expression.
+std::string nearestRow(const std::string& pattern, const std::vector<std::string>& rows) {
+  if (pattern.starts_with('/')) return {};
+  const std::size_t star = pattern.find('*');
+  const std::string meant = pattern.substr(0, star);
+  std::map<std::string, std::string> rowOf;
+  for (const std::string& row : rows) {
+    rowOf.emplace(row.substr(0, star), row);
+    if (star == pattern.npos) rowOf.emplace(row.substr(0, row.rfind('.')), row);
+  }
+  std::vector<std::string> known;
+  for (const auto& [name, row] : rowOf) known.push_back(name);
+  const std::string best = meant.empty() ? std::string() : nearest(meant, known);
+  return best.empty() ? "" : "; did you mean '" + rowOf.at(best) + "'?";
+}
+
+void require(const headless::Session& session, creo::ProError error, const std::string& what) {
+  if (error == creo::ProNoError) return;
+  const auto& messages = session.messages();
+  throw Fault(what + (messages.empty() ? "" : ": " + text::toUtf8(messages.back())));
+}
+
 }  // namespace
 
+void startPlugin(headless::Session& session) {
+  require(session, session.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
+  leaveTriggersOut();
+  session.settle();
+}
+
 void RunDriver::require(creo::ProError error, const std::string& what) const {
-  if (error == creo::ProNoError) return;
-  const auto& messages = session_.messages();
-  throw Fault(what + (messages.empty() ? "" : ": " + text::toUtf8(messages.back())));
+  kelvane::require(session_, error, what);
 }
 
 bool RunDriver::isChecked(const std::string& button) const {
@@ -39,9 +69,7 @@ bool RunDriver::isChecked(const std::string& button) const {
 }
 
 void RunDriver::openTool() {
-  require(session_.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
-  leaveTriggersOut();
-  session_.settle();
+  startPlugin(session_);
   require(session_.runCommand(kStartCommand), "the tool doesn't open");
   session_.settle();
   if (!session_.ui().dialog(kTool)) require(creo::ProGeneralError, "the tool doesn't open");
@@ -106,11 +134,13 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   const std::wstring pattern = text::fromUtf8(options.select);
   Choice choice;
   std::size_t taken = 0;
+  bool anyFits = false;
   const auto all = creo::ProUITableRownamesGet(kTool, engine::kModelTable).value;
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {
       if (!row.ends_with(extension)) continue;
       const bool fits = pattern.empty() || engine::wildcardCompare(pattern, text::fromUtf8(row)) == 1;
+      anyFits = anyFits || fits;
       const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
       const bool before = isChecked(row + "_lock");
       const bool works = wanted && (options.again || !before);
@@ -120,6 +150,8 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
       session_.ui().setCheck(kTool, row + "_cb", works);
     }
   }
+  if (!anyFits && !all.empty())
+    choice.unmatched = "--select: no model matches '" + options.select + "'" + nearestRow(options.select, all);
   return choice;
 }
 

@@ -12,12 +12,15 @@
 
 namespace kelvane {
 
+// Starts the plug-in. The site's triggers are left out. A Fault with the reason otherwise.
+void startPlugin(headless::Session& session);
+
 class RunDriver {
  public:
   RunDriver(headless::Session& session, const RunPlace& place) : session_(session), place_(place) {}
 
-  // Loads the plug-in, opens the tool and chooses. That is done before any model is there, as choosers show other lists
-  // on the way, whose filters must judge nothing. The site's triggers are left out. A Fault with the reason otherwise.
+  // Starts the plug-in, opens the tool and chooses. That is done before any model is there, as choosers show other
+  // lists on the way, whose filters must judge nothing. A Fault with the reason otherwise.
   void openTool();
   // The filter file that the configuration names and the package lacks, so that none judges; empty: all is well.
   [[nodiscard]] std::string missingFilter() const;
@@ -34,6 +37,7 @@ class RunDriver {
   struct Choice {
     std::vector<std::string> rows;  // those that will be worked, in the run's order: parts, assemblies, drawings
     int skipped = 0;                // wanted, but the list worked them before
+    std::string unmatched;          // what to say of a pattern that no row matches; empty: one does
   };
   // Sets the rows' check marks as the options say.
   Choice choose(const RunOptions& options);

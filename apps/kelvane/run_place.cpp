@@ -12,6 +12,8 @@
 #include "kelvane/places.h"
 #include "kelvane/run_config.h"
 #include "kelvane/vault_place.h"
+#include "kelvane/work_cache.h"
+#include "os/left_files.h"
 #include "os/processes.h"
 #include "os/program.h"
 #include "os/surroundings.h"
@@ -105,18 +107,25 @@ void placeScript(const RunOptions& options, const std::string& work) {
   }
 }
 
-// Locks the folder of models, mounts the letters, places the package if there is one, writes the configuration.
+// Locks the folder of models, tidies the cache, mounts the letters, places the package if there is one, writes the
+// configuration.
 void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
                 const PackageSource* package) {
   place.models = mountModels(models);
   const std::string work = workFolder(models);
   makeFolders(work);
-  if (options.writesModels()) place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
+  if (options.writesModels()) {
+    place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
+    os::removeLeftTemporaries(place.models);
+  }
   place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+  noteUse(work, models);
+  tidyBeside(work);
 
   os::mounts().set(L'p', work + "/packages");
   os::mounts().set(L't', work + "/temp");
   os::mounts().set(L'i', installationFolder());
+  for (const wchar_t* folder : {L"t:\\", L"t:\\conf\\"}) os::removeLeftTemporaries(folder);
   if (package) placePackage(options.package, *package, work);
   if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
     throw Fault("the temp folder " + work + " can't be written: " + error.message());
@@ -125,12 +134,28 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
 }
 
+// Three plain arguments are easily given in another order.
+void requireOrder(const RunOptions& options) {
+  if (isPackage(options.package)) return;
+  for (const std::string& one : {options.list, options.folder}) {
+    if (isPackage(one))
+      throw Fault("'" + options.package + "' is no package, '" + one + "' is one; the order is PACKAGE LIST DIR");
+  }
+}
+void requireOrder(const RunOptions& options, const std::vector<std::string>& lists) {
+  if (hasName(lists, options.list) || !hasName(lists, options.folder)) return;
+  throw Fault("'" + options.list + "' is no list of the package, '" + options.folder +
+              "' is one; the order is PACKAGE LIST DIR");
+}
+
 }  // namespace
 
 RunPlace prepareRun(const RunOptions& options) {
   RunPlace place;
+  requireOrder(options);
   const std::unique_ptr<PackageSource> package = openPackage(options.package);
   place.package = packageFileName(options.package);
+  requireOrder(options, actionLists(*package));
   place.list = chosenName(options.list, actionLists(*package), "list");
   requireReadable(*package, "actionlists/" + place.list);
   if (!options.filter.empty()) {

@@ -68,13 +68,16 @@ void RunWatch::countDamaged(Recap& recap) const {
 
 void RunWatch::tellFilling() {
   LogFollower follower;
+  std::vector<LogLine> lines;
+  for (const std::wstring& written : follower.more(core::pluginState().logFile))
+    for (LogLine& line : logLines(written)) lines.push_back(std::move(line));
+  const std::vector<RepeatedLine> together = takenTogether(lines);
+  log_.countOnce(together);
   int count = 0;
-  for (const std::wstring& written : follower.more(core::pluginState().logFile)) {
-    for (const LogLine& line : logLines(written)) {
-      const std::string text = text::toUtf8(line.text);
-      if (line.level != core::kError || told_.contains(text)) continue;
-      if (options_.maxErrors == 0 || ++count <= options_.maxErrors) tellTrouble(text);
-    }
+  for (const RepeatedLine& one : together) {
+    const std::string text = text::toUtf8(one.line.text);
+    if (one.line.level != core::kError || told_.contains(text)) continue;
+    if (options_.maxErrors == 0 || ++count <= options_.maxErrors) tellTrouble(text);
   }
   if (options_.maxErrors > 0 && count > options_.maxErrors)
     console_.trouble("... and more error lines in the log, from filling the table");

@@ -54,6 +54,8 @@ class RunWatch : public headless::SessionObserver {
   // Of a dry run: what would be renamed, then what would differ, by name of the document. The lines of ten thousand
   // models that are written would fill the memory, and on disk they can be compared.
   void showChanges() const;
+  // Errors and warnings of the log so far, equal lines once.
+  [[nodiscard]] core::LogCounts counts() const { return log_.counts(); }
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
   // Names of the files of reports that lost what they held.
   [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }

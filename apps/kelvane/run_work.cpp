@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "core/log.h"
 #include "core/state.h"
 #include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
@@ -11,6 +10,7 @@
 #include "kelvane/model_graph.h"
 #include "kelvane/places.h"
 #include "kelvane/recorded_files.h"
+#include "kelvane/run_config.h"
 #include "kelvane/run_doors.h"
 #include "kelvane/run_driver.h"
 #include "kelvane/run_files.h"
@@ -54,6 +54,7 @@ class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
       : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
+    tellConfigFaults(options, console);
     files_.recorded->keep(logTarget(options, place_.models));
     if (!options.events.empty()) events_.open(options.events);
   }
@@ -98,6 +99,7 @@ class RunWork {
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
     recap_.models += choice.skipped;
+    if (!choice.unmatched.empty()) console_.trouble("warning: " + choice.unmatched);
     if (choice.skipped > 0) {
       console_.note("warning: " + std::to_string(choice.skipped) +
                     " models were worked by this list before and are left out; --again works them once more");
@@ -105,7 +107,7 @@ class RunWork {
     if (Interrupt::code() != 0) return finish(Interrupt::code());
     if (choice.rows.empty()) {
       console_.note("no model is left to work");
-      takeCounts();
+      takeCounts(watch);
       if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
@@ -114,16 +116,16 @@ class RunWork {
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
-    takeCounts();
+    takeCounts(watch);
     if (!broke.empty()) console_.trouble("error: the run broke off: " + broke);
     tellWhatReportsLack(watch, choice.skipped);
     showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
   }
 
-  void takeCounts() {
-    recap_.errors = core::logCounts().errors;
-    recap_.warnings = core::logCounts().warnings;
+  void takeCounts(const RunWatch& watch) {
+    recap_.errors = watch.counts().errors;
+    recap_.warnings = watch.counts().warnings;
   }
 
   // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.
@@ -190,6 +192,10 @@ class RunWork {
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
     if (events_.on()) events_.tell("recap", recapNumbers(recap_));
+    if (const std::string fault = events_.fault(); !fault.empty()) {
+      console_.trouble("error: " + fault);
+      troubled_ = true;
+    }
     if (code != 0) return code;
     return troubled_ || recap_.errors > 0 || recap_.failed > 0 ? kErrors : kFine;
   }

@@ -122,12 +122,27 @@ std::vector<std::string> templateFaults(std::wstring_view text) {
   return faults;
 }
 
+std::vector<std::string> unknownTokens(std::wstring_view text) {
+  std::vector<std::string> faults;
+  findTokens(text, faults);
+  return faults;
+}
+
 std::vector<std::string> namedParameters(std::wstring_view text) {
   std::vector<std::string> names;
   eachName(text, L'%', [&](std::wstring_view name) {
     for (const wchar_t* other : {L"user:", L"b64:", L"b64uc:"})
       if (text::startsWithNoCase(name, other)) return;
     names.push_back("%" + text::toUtf8(name) + "%");
+  });
+  return names;
+}
+
+std::vector<std::string> namedUserVariables(std::wstring_view text) {
+  constexpr std::wstring_view kUser = L"user:";
+  std::vector<std::string> names;
+  eachName(text, L'%', [&](std::wstring_view name) {
+    if (text::startsWithNoCase(name, kUser)) names.push_back("%" + text::toUtf8(name.substr(kUser.size())) + "%");
   });
   return names;
 }

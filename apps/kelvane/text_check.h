@@ -13,8 +13,12 @@ namespace kelvane {
 // Unknown tokens and text functions, a line break inside a name between two signs, the expression of a text function
 // that replaces where it doesn't compile.
 std::vector<std::string> templateFaults(std::wstring_view text);
+// Unknown tokens alone.
+std::vector<std::string> unknownTokens(std::wstring_view text);
 // The forms "%NAME%" in it that stand for parameters.
 std::vector<std::string> namedParameters(std::wstring_view text);
+// The user variables that it asks for: "%X%" for "%user:X%".
+std::vector<std::string> namedUserVariables(std::wstring_view text);
 // Holds the text a form that is replaced when it is used?
 bool hasVariables(std::wstring_view text);
 // Why the text is no pattern; empty: it is one.

@@ -129,7 +129,7 @@ class VaultVerb : public Verb {
       rows.push_back(rowOf(one.record));
     }
     if (json_) {
-      console.result(Entry{{"name", vault.name()}, {"objects", all}}.dump(2));
+      console.resultJson(Entry{{"name", vault.name()}, {"objects", all}}.dump(2));
     } else {
       for (const std::string& line : aligned(rows)) console.result(line);
     }

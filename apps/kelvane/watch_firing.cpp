@@ -77,8 +77,8 @@ void FiringWatch::triggerBegins(const Firing& firing) {
   if (const headless::Model* model = session_.models().find(firing.model))
     begun.model = label(model->name, model->type());
   begun.name = text::toUtf8(engine::triggerName(firing.type));
-  begun.logBefore = core::logCounts();
   log_.begin(core::pluginState().logFile);
+  begun.logBefore = log_.counts();
   if (events_.on()) {
     events_.tell(
         "trigger",
@@ -142,8 +142,8 @@ void FiringWatch::triggerEnds(int result) {
   Recap& recap = running_->recap;
   recap.models += recap.skipped + static_cast<int>(running_->unreadable.size());
   recap.saved = static_cast<int>(running_->saved.size());
-  recap.errors = core::logCounts().errors - running_->logBefore.errors;
-  recap.warnings = core::logCounts().warnings - running_->logBefore.warnings;
+  recap.errors = log_.counts().errors - running_->logBefore.errors;
+  recap.warnings = log_.counts().warnings - running_->logBefore.warnings;
   recap.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - running_->start).count();
   troubled_ = troubled_ || result != 0 || recap.errors > 0 || recap.failed > 0;
   showEnd(result);
@@ -157,7 +157,7 @@ void FiringWatch::showEnd(int result) {
   line.update(recapNumbers(running_->recap));
   if (result != 0) line["fault"] = lastMessage_;
   if (events_.on()) events_.tell("recap", line);
-  if (json_) return console_.result(line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+  if (json_) return console_.resultJson(line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
   const std::string word = running_->name + "  " + running_->model + "  " + list;
   console_.result(result == 0 ? recapLine(running_->recap, word) : word + "  not started: " + lastMessage_);
 }

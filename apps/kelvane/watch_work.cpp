@@ -9,6 +9,7 @@
 #include "kelvane/interrupt.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/nearest.h"
+#include "kelvane/run_config.h"
 #include "kelvane/run_place.h"
 #include "kelvane/watch_firing.h"
 
@@ -64,6 +65,7 @@ class WatchWork {
         console_(console),
         place_(prepareWatch(options.surroundings)),
         session_(sessionOptions(options.surroundings, place_)) {
+    tellConfigFaults(options.surroundings, console);
     if (!options.surroundings.events.empty()) events_.open(options.surroundings.events);
     for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);
   }
@@ -78,6 +80,10 @@ class WatchWork {
     for (std::string line; console_.read(line);) {
       if (const int code = work(wordsOf(line))) return code;
       console_.flush();
+    }
+    if (const std::string fault = events_.fault(); !fault.empty()) {
+      console_.trouble("error: " + fault);
+      troubled_ = true;
     }
     return troubled_ || firings.troubled() ? kErrors : kFine;
   }

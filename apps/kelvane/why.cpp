@@ -6,6 +6,7 @@
 #include "kelvane/columns.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
+#include "kelvane/run_config.h"
 #include "kelvane/run_driver.h"
 #include "kelvane/run_place.h"
 #include "kelvane/task_verdict.h"
@@ -61,6 +62,7 @@ class Why : public Verb {
     options_.dryRun = true;
     const ModelFileName wanted = modelFileName(model_);
     const RunPlace place = prepareRun(options_);
+    tellConfigFaults(options_, console);
     headless::SessionOptions sessionOptions = lookingAt(place.models);
     sessionOptions.textFolder = L"i:\\text\\";
     headless::Session session(sessionOptions);

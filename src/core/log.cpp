@@ -45,10 +45,15 @@ std::wstring_view indent(int depth) {
   return std::wstring_view(blanks).substr(0, static_cast<std::size_t>(2 * depth));
 }
 
-// One event is one line: line breaks inside a text become blanks, and what is too long is cut.
+// What some program takes for the end of a line, or a terminal for a command.
+bool isControl(wchar_t c) {
+  return (c < 0x20 && c != L'\t') || (c >= 0x7F && c < 0xA0) || c == L'\u2028' || c == L'\u2029';
+}
+
+// One event is one line: control characters inside a text become blanks, and what is too long is cut.
 std::wstring oneLine(std::wstring line) {
   for (wchar_t& c : line) {
-    if (c == L'\n' || c == L'\r') c = L' ';
+    if (isControl(c)) c = L' ';
   }
   line.resize(text::cut(line, text::kLogLineSize - 1).size());
   return line += kLineEnd;

@@ -85,8 +85,9 @@ int listPackages() {
     return -1;
   }
   constexpr std::wstring_view kPart = L".kvz";
-  const auto names = filesOf(
-      state.kvzPath, [kPart](std::wstring_view name) { return name.size() > kPart.size() && contains(name, kPart); });
+  const auto names = filesOf(state.kvzPath, [kPart](std::wstring_view name) {
+    return name.size() > kPart.size() && contains(text::lower(name), kPart);
+  });
   if (names.empty()) {
     core::logWrite(L"NO KVZ FILES FOUND", core::kNormal);
     core::logWrite(L"NO KVZ FILES FOUND", core::kError);

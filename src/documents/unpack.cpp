@@ -10,6 +10,7 @@
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "text/letters.h"
 #include "text/pieces.h"
 
 namespace documents {
@@ -24,14 +25,25 @@ void refuseLine(std::wstring_view name, std::wstring_view why) {
   core::creoLog(text::format(L"<KVD> Package refused: %s %s", name, why));
 }
 
-// The package's name without the folder of packages; nothing for a name that leads anywhere else.
+// A part of a path that some system takes for the folder above.
+bool leadsUp(std::wstring_view part) {
+  return part.find_first_not_of(L". ") == std::wstring_view::npos && std::count(part.begin(), part.end(), L'.') > 1;
+}
+
+std::wstring_view withoutEnd(std::wstring_view name) {
+  if (text::endsWithNoCase(name, kPackageEnd)) name.remove_suffix(kPackageEnd.size());
+  return name;
+}
+
+// The package's name without the folder of packages; nothing for a name that leads anywhere else. Some systems drop a
+// dot at a folder's end, which would then be another package's.
 std::optional<std::wstring> plainName(std::wstring_view given) {
   const std::wstring folder = os::folderOf(given);
   const std::wstring name = os::nameOf(given);
   const std::wstring& packages = core::pluginState().kvzPath;
   if (!folder.empty() && !(os::isInside(folder, packages) && os::isInside(packages, folder))) return std::nullopt;
-  if (name.empty() || name.find(L"..") != std::wstring::npos || name.find(L':') != std::wstring::npos)
-    return std::nullopt;
+  const std::wstring_view plain = withoutEnd(name);
+  if (plain.empty() || plain.ends_with(L'.') || leadsUp(plain) || plain.find(L':') != plain.npos) return std::nullopt;
   return name;
 }
 
@@ -43,9 +55,8 @@ std::wstring folderFor(std::wstring_view name) {
     const bool strictlyInside = os::isInside(state.openKvzPath, temp) && !os::isInside(temp, state.openKvzPath);
     state.unpackedSubdir = strictlyInside ? state.openKvzPath : os::joined(temp, L"open_kvz\\");
   }
-  if (name.ends_with(kPackageEnd)) name.remove_suffix(kPackageEnd.size());
   std::wstring folder = state.unpackedSubdir.substr(0, state.unpackedSubdir.size() - 1);
-  return folder.append(L"_").append(name).append(L"\\");
+  return folder.append(L"_").append(withoutEnd(name)).append(L"\\");
 }
 
 bool requiredAreThere(std::wstring_view folder) {
@@ -56,11 +67,6 @@ bool requiredAreThere(std::wstring_view folder) {
 // Names the state of the package file that was unpacked.
 std::wstring markerName(const os::FileTime& time) {
   return text::format(L"%d_%d_%d_%d_%d_%d", time.year, time.month, time.day, time.hour, time.minute, time.millisecond);
-}
-
-// A part of a path that some system takes for the folder above.
-bool leadsUp(std::wstring_view part) {
-  return part.find_first_not_of(L". ") == std::wstring_view::npos && std::count(part.begin(), part.end(), L'.') > 1;
 }
 
 // Why a member may not be unpacked; empty when it may.

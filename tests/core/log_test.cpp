@@ -45,14 +45,14 @@ TEST_F(Log, LinesSayLevelPlaceActionAndModel) {
   logWrite(L"slow", core::kWarning);
   logWrite(L"broken", core::kError);
   logWrite(L"hidden", core::kDebug);
-  logWrite(L"two\nlines", core::kTitle);
+  logWrite(L"two\nli\x1b[2Jnes\v\u0085\u2028\tone", core::kTitle);
   logWrite(L"what", 5);
   EXPECT_EQ(
       L"0   B0 Save model\n"
       L"0     step\n"
       L"1(WAR) B0 Save model - work now on A.PRT - slow\n"
       L"2(ERR) B0 Save model - work now on A.PRT - broken\n"
-      L"9 two lines\n"
+      L"9 two li [2Jnes   \tone\n"
       L"MESSAGE TYPE NOT SUPPORTED\n",
       world_.log());
 }

@@ -225,6 +225,15 @@ TEST_F(Packages, ANameThatLeadsElsewhereIsRefused) {
   EXPECT_EQ(outside, tree(fs::path(world.temp()).parent_path()));
 }
 
+TEST_F(Packages, ANameMayHoldDotsAndCapitals) {
+  pack(file("v1..2.kvz"), requiredMembers());
+  pack(file("BIG.KVZ"), requiredMembers());
+  EXPECT_EQ(Unpacked::ready, unpackPackage("v1..2.kvz"));
+  EXPECT_EQ(L"t:\\open_kvz_v1..2\\", pluginState().openKvzPath);
+  EXPECT_EQ(Unpacked::ready, unpackPackage("BIG.KVZ"));
+  EXPECT_EQ(L"t:\\open_kvz_BIG\\", pluginState().openKvzPath);
+}
+
 TEST_F(Packages, AFolderOutsideTheTempFolderIsNeverUsed) {
   pack(file("x.kvz"), requiredMembers());
   pluginState().openKvzPath = L"t:\\";  // as without a main configuration
@@ -254,12 +263,13 @@ TEST(PackageChoosers, ShowPackagesListsFiltersAndDescriptions) {
   world.member("filters/p.txt", "no filter");
   ASSERT_EQ(0, world.start());
   pack(world.packages() + "/a.kvz.bak", withRequired({"actionlists/old.xml", "<a/>"}));
+  pack(world.packages() + "/zz.KVZ", withRequired({"actionlists/big.xml", "<a/>"}));
   test::writeBytes(world.packages() + "/.kvz", "too short a name");
   test::writeBytes(world.packages() + "/a.zip", "another kind");
   world.openTool();
   headless::Ui& ui = world.session().ui();
   const auto& main = *ui.dialog("kvanerunner");
-  EXPECT_EQ("a.kvz.bak standards.kvz", joinedNames(main.choices("kvaneKVZChooser")));
+  EXPECT_EQ("a.kvz.bak standards.kvz zz.KVZ", joinedNames(main.choices("kvaneKVZChooser")));
   EXPECT_EQ("old.xml", joinedNames(main.choices("kvaneActionlistChooser")));
   EXPECT_EQ(L"a.kvz.bak", pluginState().currentKvz);
   EXPECT_EQ(L"No info file.", main.text("kvaneALInfoTa"));

@@ -259,9 +259,12 @@ TEST_F(Check, MembersAndFilterFilesAreChecked) {
       "filters/parts.xml:2: the filter holds no items, so that every model passes it; items stand in an element 'root' "
       "or 'filter'\n"
       "filters/steel.xml:2: unknown filter 'parametr'; did you mean 'parameter'?\n"
-      "reports/readme.txt: it is missing; 'kelvane pack' adds it\n"
       "system/index.kvane: it is missing; it holds the description\n",
       kelvane({"check", path("standards")}).out);
+  // Packing adds it to the folder, but nobody to a package.
+  writeZip(path("plain.kvz"), {{"system/index.kvane", "1\nabout\n"}, {"actionlists/a.xml", "<list/>"}});
+  EXPECT_THAT(kelvane({"check", path("plain.kvz")}).out,
+              testing::HasSubstr("reports/readme.txt: it is missing; 'kelvane pack' adds it\n"));
 }
 
 }  // namespace

@@ -39,6 +39,22 @@ TEST_F(Eval, ATextGivesItsValueOrItsErrors) {
        1,
        "",
        "error: The user variable isn't declared with a 'set user variable' action from the environment group.\n"},
+      {{"@pro_material_dir@", "--creo-option", "pro_material_dir=k:\\mat"}, 0, "k:\\mat\\\n", ""},
+      {{"%MATRIAL% @mdlm@"},
+       1,
+       "",
+       "error: Can't find parameter: MATRIAL\n"
+       "warning: unknown token '@mdlm@'; did you mean '@mdln@'?\n"
+       "warning: there is no parameter 'MATRIAL'; did you mean 'MATERIAL'?\n"},
+      {{"%user:clour%", "--user", "COLOR=red"},
+       1,
+       "",
+       "error: The user variable isn't declared with a 'set user variable' action from the environment group.\n"
+       "warning: there is no user variable 'clour'; did you mean 'COLOR'?\n"},
+      {{"a", "--set", "kvd_log_levl=8"},
+       2,
+       "",
+       "kelvane: --set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?\n"},
       {{std::string(260, 'x')}, 1, "", "error: The replaced output is to large for this task\n"},
       {{}, 2, "", "kelvane: eval: one text is needed, or --filter\n"},
       {{"a", "b"}, 2, "", "kelvane: eval: one text is needed, or --filter\n"},
@@ -92,6 +108,8 @@ TEST_F(Eval, AFilterTellsItemByItemHowItDecides) {
        "    error: The pattern '/(*LIMIT_MATCH=5)(?:.?){9}[#~]/' was given up on the text 'SHAFT.PRT': it takes too "
        "many "
        "steps\n    a comparison was given up: the item fails\nrefuses: item 1 fails\n"},
+      {R"(<i type="creoVersion" filtertype="true" creo8="true"/>)", 0,
+       "1  creoVersion creo8=\"true\"\n    true: the item holds\nholds: item 1 holds\n"},
       {"", 0, "holds: it has no items\n"},
   };
   for (const Case& one : cases) {

@@ -292,6 +292,32 @@ TEST_F(Run, ConfigurationOfTheSiteCountsAndSetWins) {
   EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::Not(testing::HasSubstr("(DBG)")));
 }
 
+// Each file is in an encoding of its own, and lines that only look like keys are told.
+TEST_F(Run, ConfigurationIsDecodedFileByFileAndItsSlipsAreNamed) {
+  part(L"PLATE");
+  std::string utf16 = "\xFF\xFE";
+  for (const char c : std::string("kvd_write_history_in_models=0\nkvd_log_levl=8\n"))
+    utf16.append(1, c).append(1, '\0');
+  file("utf16/kvd_main.cfg", utf16);
+  const Ended ended = run("norm", {"--config", path("utf16")});
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::Not(testing::HasSubstr("history")));
+  const std::string slip = path("utf16/kvd_main.cfg") +
+                           ":2: there is no key 'kvd_log_levl'; did you mean "
+                           "'kvd_log_level'?\n";
+  EXPECT_THAT(ended.err, testing::StartsWith("warning: " + slip));
+  EXPECT_EQ(0, ended.code);
+  file("remarks/kvd_main.cfg",
+       "# kvd_log_level=8\nkvd_log_level is 0 here\nauthor=Max\nKVD_LANG=de\nprt=1\n kvd_lang=de\nkvd_lang: "
+       "de\nkvd_our_own=1\n");
+  const std::string place = path("remarks/kvd_main.cfg");
+  EXPECT_THAT(kelvane({"check", path("standards"), "--config", path("remarks")}).out,
+              testing::HasSubstr(place + ":6: blanks beside the key 'kvd_lang' are taken as a part of it\n" + place +
+                                 ":7: the key 'kvd_lang' has no '=' behind it\n" + place +
+                                 ":8: there is no key 'kvd_our_own'\n"));
+  EXPECT_THAT(kelvane({"check", path("standards"), "--config", path("remarks")}).out,
+              testing::StartsWith(place + ":6"));
+}
+
 TEST_F(Run, OptionsOfCreoAreThoseOfTheSession) {
   part(L"PLATE");
   const std::string edit =
@@ -322,6 +348,32 @@ TEST_F(Run, ChangedPackageIsUnpackedAnewAndAnUnchangedOneIsNot) {
   EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=1  errors=0 warnings=0",
             recapOf(run("norm", {"-n"})));
   EXPECT_FALSE(fs::exists(unpacked / "left.txt"));
+}
+
+TEST_F(Run, PackagesInTurnAreUnpackedOnceAndTheCacheIsBounded) {
+  part(L"PLATE");
+  for (const char* name : {"a.KVZ", "v1..2.kvz"}) EXPECT_EQ(0, kelvane({"pack", path("standards"), path(name)}).code);
+  EXPECT_EQ(0, runPackage(path("a.KVZ"), "norm", {"-n"}).code);
+  const fs::path work = fs::directory_iterator(path("cache/kelvane"))->path();
+  writeBytes(work / "temp/open_kvz_a/left.txt", "stays while nothing is unpacked");
+  const Ended dots = runPackage(path("v1..2.kvz"), "norm", {"-n"});
+  EXPECT_EQ(0, dots.code) << dots.err;
+  EXPECT_EQ(0, runPackage(path("a.KVZ"), "norm", {"-n"}).code);
+  EXPECT_TRUE(fs::exists(work / "temp/open_kvz_a/left.txt"));
+  EXPECT_EQ((std::vector<std::string>{"a.kvz"}), filesIn(fs::relative(work, path("")).string() + "/packages"));
+
+  const std::string stray = "0123456789abcde";
+  for (const char digit : std::string("0123456789abcdef")) {
+    file("cache/kelvane/" + stray + digit + "/models", path("gone"));
+    file("cache/kelvane/f" + stray.substr(1) + digit + "/models", models());
+    file("cache/kelvane/e" + stray.substr(1) + digit + "/models", models());
+  }
+  file("cache/kelvane/of/another", "program");
+  EXPECT_EQ(0, runPackage(path("a.KVZ"), "norm", {"-n"}).code);
+  const std::vector<std::string> left = filesIn("cache/kelvane");
+  EXPECT_EQ(33U, left.size()) << "32, and what is none of them";
+  EXPECT_TRUE(fs::exists(path("cache/kelvane/of/another")) && fs::exists(work / "packages/a.kvz"));
+  EXPECT_FALSE(fs::exists(path("cache/kelvane/" + stray + "0")));
 }
 
 // A site's script comes with its configuration; a dry run names the command and starts nothing.

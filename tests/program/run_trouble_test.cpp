@@ -1,4 +1,7 @@
 // `kelvane run` where something is wrong: requests, models, disks, signals.
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <set>
 
@@ -298,10 +301,11 @@ TEST_F(RunTrouble, DiskThatRefusesWritingLeavesTheOldVersionsWhole) {
 // Raises a signal when the first model is reported.
 class SignallingBuffer : public std::stringbuf {
  public:
+  explicit SignallingBuffer(int signal) : signal_(signal) {}
   int sync() override {
     if (!raised_ && str().find("[1/") != std::string::npos) {
       raised_ = true;
-      std::raise(SIGTERM);
+      std::raise(signal_);
     }
     return 0;
   }
@@ -312,19 +316,123 @@ class SignallingBuffer : public std::stringbuf {
   }
 
  private:
+  int signal_;
   bool raised_ = false;
 };
 
 TEST_F(RunTrouble, SignalEndsTheRunBetweenTwoModelsAndTheNextOneFinishesIt) {
-  for (int i = 0; i < 5; ++i) part(L"P" + std::to_wstring(i));
-  SignallingBuffer buffer;
+  for (int i = 0; i < 6; ++i) part(L"P" + std::to_wstring(i));
+  const auto ran = [this](int signal) {
+    SignallingBuffer buffer(signal);
+    std::ostream err(&buffer);
+    std::ostringstream out;
+    const int code = kelvane::program({"run", path("standards"), "norm", models()}, out, err);
+    return Ended{code, out.str(), ""};
+  };
+  const Ended hungUp = ran(SIGHUP), ended = ran(SIGTERM);
+  EXPECT_EQ(129, hungUp.code);
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0", recapOf(hungUp));
+  EXPECT_EQ(143, ended.code);
+  EXPECT_EQ("done  models=2 changed=1 unchanged=0 skipped=1 failed=0 saved=1  errors=0 warnings=0", recapOf(ended));
+  EXPECT_EQ("done  models=6 changed=4 unchanged=0 skipped=2 failed=0 saved=4  errors=0 warnings=0",
+            recapOf(run("norm")));
+}
+
+// A caller that wants one passed over gets it so, as nohup.
+TEST_F(RunTrouble, SignalsThatArePassedOverStaySo) {
+  part(L"PLATE");
+  const auto old = std::signal(SIGHUP, SIG_IGN);
+  SignallingBuffer buffer(SIGHUP);
   std::ostream err(&buffer);
   std::ostringstream out;
-  EXPECT_EQ(143, kelvane::program({"run", path("standards"), "norm", models()}, out, err));
-  const std::string first = recapOf({143, out.str(), ""});
-  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0", first);
-  EXPECT_EQ("done  models=5 changed=4 unchanged=0 skipped=1 failed=0 saved=4  errors=0 warnings=0",
-            recapOf(run("norm")));
+  EXPECT_EQ(0, kelvane::program({"run", path("standards"), "norm", models()}, out, err));
+  EXPECT_EQ(SIG_IGN, std::signal(SIGHUP, old));
+}
+
+TEST_F(RunTrouble, OutputThatIsLostIsAnError) {
+  part(L"PLATE");
+  std::ostringstream err;
+  std::ostream out(nullptr);  // it takes nothing
+  EXPECT_EQ(1, kelvane::program({"models", models()}, out, err));
+  EXPECT_EQ("kelvane: what came of it can't be written to the standard output\n", err.str());
+  const Ended events = run("norm", {"--events", "/dev/full"});
+  EXPECT_EQ(1, events.code);
+  EXPECT_THAT(events.err, testing::HasSubstr("error: the events can't be written to /dev/full\n"));
+}
+
+// A file may grow up to a bound, as under a quota: what goes beyond is an ordinary error, for which nobody dies.
+TEST_F(RunTrouble, AFileThatGrowsTooLargeIsAnOrdinaryError) {
+  part(L"PLATE");
+  rlimit old{};
+  ASSERT_EQ(0, ::getrlimit(RLIMIT_FSIZE, &old));
+  const rlimit small{64, old.rlim_max};
+  ASSERT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &small));
+  const Ended ended = kelvane({"new", models(), "BLOCK.PRT", "--box", "1,2,3"});
+  ::setrlimit(RLIMIT_FSIZE, &old);
+  EXPECT_EQ(2, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("File too large"));
+  EXPECT_EQ(std::vector<std::string>{"PLATE.prt.1"}, filesIn("models"));
+}
+
+TEST_F(RunTrouble, TemporaryFilesOfDeadRunsGo) {
+  part(L"PLATE");
+  const std::string alive = ".kvd-" + std::to_string(::getpid()) + "-7.tmp";
+  for (const std::string& name : {std::string(".kvd-999999999-0.tmp"), std::string(".kvd-x-0.tmp"), alive})
+    file("models/" + name, "half of it");
+  EXPECT_EQ(0, run("norm", {"-n"}).code);
+  EXPECT_TRUE(std::filesystem::exists(models() + "/.kvd-999999999-0.tmp")) << "what only looks holds no lock";
+  EXPECT_EQ(0, run("norm").code);
+  EXPECT_THAT(filesIn("models"),
+              testing::ElementsAre(alive, ".kvd-x-0.tmp", "PLATE.prt.1", "PLATE.prt.2", "kelvane.log"));
+}
+
+TEST_F(RunTrouble, ArgumentsInAnotherOrderAndNamesThatAreNearlyRightAreTold) {
+  part(L"BOLT_M8");
+  part(L"PLATE");
+  const std::string package = path("standards"), order = "' is one; the order is PACKAGE LIST DIR\n";
+  const std::string noPackage = "' is no package, '" + package + order;
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{"norm", package, models()}, "kelvane: 'norm" + noPackage},
+      {{models(), "norm", package}, "kelvane: '" + models() + noPackage},
+      {{package, models(), "norm"}, "kelvane: '" + models() + "' is no list of the package, 'norm" + order},
+  };
+  for (auto [words, line] : cases) {
+    words.insert(words.begin(), "run");
+    const Ended ended = kelvane(words);
+    EXPECT_EQ(2, ended.code) << line;
+    EXPECT_EQ(line, ended.err);
+  }
+  for (const std::string pattern : {"BOTL*", "BOLT_M8", "bolt-m8.prt"}) {
+    EXPECT_THAT(
+        run("norm", {"-n", "--select", pattern}).err,
+        testing::HasSubstr("warning: --select: no model matches '" + pattern + "'; did you mean 'BOLT_M8.PRT'?\n"));
+  }
+}
+
+// One cause: the log tells each, console and recap tell it once for each model.
+TEST_F(RunTrouble, EqualErrorsOfOneActionAndModelAreOne) {
+  part(L"A");
+  part(L"B");
+  list("twice.xml",
+       "<task type='addModelParameter' version='3' forPRT='true' forEF='false' count='3' name_0='X' type_0='String' "
+       "value_0='%NONE%' name_1='Y' type_1='String' value_1='%NONE%' name_2='Z' type_2='String' value_2='%NIL%'/>");
+  const Ended ended = run("twice", {"--events", path("events")});
+  EXPECT_EQ(1, ended.code);
+  for (const std::string model : {"A", "B"}) {
+    EXPECT_THAT(ended.err, testing::HasSubstr(model + ".PRT - Can't find parameter: NONE  (2 times)\n"));
+    EXPECT_THAT(ended.err, testing::HasSubstr(model + ".PRT - Can't find parameter: NIL\n"));
+  }
+  const std::string log = readBytes(models() + "/kelvane.log"), events = readBytes(path("events"));
+  const auto count = [](const std::string& text) {
+    int found = 0;
+    for (std::size_t at = text.find("parameter: NONE"); at != text.npos; at = text.find("parameter: NONE", at + 1))
+      ++found;
+    return found;
+  };
+  EXPECT_EQ(4, count(log));
+  EXPECT_EQ(4, count(events));
+  EXPECT_EQ(2, count(ended.err));
+  EXPECT_THAT(recapOf(ended), testing::HasSubstr("errors=4 "));
 }
 
 // What a list writes is never what the run itself writes.

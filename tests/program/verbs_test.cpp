@@ -4,6 +4,8 @@
 namespace test {
 namespace {
 
+constexpr const char* kSaveModel = "<task type='saveModel' version='3' forPRT='true' forEF='false'/>";
+
 class Verbs : public ProgramTest {};
 
 TEST_F(Verbs, WrongWordsEndWithOneLineThatSaysWhy) {
@@ -45,7 +47,7 @@ TEST_F(Verbs, WrongWordsEndWithOneLineThatSaysWhy) {
 TEST_F(Verbs, OptionsTakeOneValueEachAndLeaveTextsAsTheyStand) {
   part(L"PLATE").with(L"S", L"steel");
   part(L"BOLT");
-  list("keep.xml", "<task type='saveModel' version='3' forPRT='true' forEF='false'/>");
+  list("keep.xml", kSaveModel);
   const Ended run = kelvane({"run", "--start", "PLATE.PRT", "--start", "BOLT.PRT", path("standards"), "keep", models(),
                              "-n", "--set", "KVD_LOG_LEVEL=0", "--set", "kvd_log_level=2"});
   EXPECT_EQ("dry  models=2 changed=0 unchanged=2 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(run))
@@ -55,6 +57,22 @@ TEST_F(Verbs, OptionsTakeOneValueEachAndLeaveTextsAsTheyStand) {
   for (const auto& [text, expected] : texts)
     EXPECT_EQ(expected + "\n", kelvane({"eval", models(), "PLATE.PRT", text}).out);
   EXPECT_EQ("[1,2]\n", kelvane({"eval", "--user", "X=[1,2]", models(), "PLATE.PRT", "%user:X%"}).out);
+}
+
+// A terminal would obey them, and a line break would make two lines of one.
+TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
+  part(L"PLATE").with(L"S", L"a\x1b[2Jb\nc\u009b\u2028");
+  part(L"BOLT").with(L"S", L"steel");
+  const std::string shown = "a\\x1b[2Jb\\nc\\x9b\\u2028";
+  EXPECT_EQ("BOLT.PRT   .1  String  steel\nPLATE.PRT  .1  String  " + shown + "\n",
+            kelvane({"models", models(), "--param", "S"}).out);
+  EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::HasSubstr(shown));
+  std::filesystem::copy(models(), path("other"));
+  part(L"PLATE").with(L"S", L"steel");
+  EXPECT_THAT(kelvane({"diff", path("other"), models(), "--color", "always"}).out,
+              testing::HasSubstr("\x1b[31m" + shown + "\x1b[0m -> "));
+  EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out, testing::HasSubstr("b\\nc\\u009b"));
+  EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\n", kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
 }
 
 TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
@@ -93,6 +111,36 @@ TEST_F(Verbs, PackedPackageDependsOnItsContentAlone) {
   EXPECT_EQ(readBytes(path("a.kvz")), readBytes(path("b.kvz")));
   std::filesystem::remove(path("a/system/index.kvane"));
   EXPECT_EQ("kelvane: the package needs a file system/index.kvane\n", kelvane({"pack", path("a"), path("c")}).err);
+}
+
+TEST_F(Verbs, AFolderIsPackedWithoutWhatLiesElsewhere) {
+  namespace fs = std::filesystem;
+  file("secret.txt", "not of the package");
+  fs::create_directories(path("elsewhere"));
+  list("a.xml", kSaveModel);
+  const std::string refused = "kelvane: " + path("standards") + " is refused: ";
+  const std::pair<std::string, std::string> links[] = {
+      {"../../secret.txt", "its member 'models/link' is a link that leads out of the folder"},
+      {"../../elsewhere", "its member 'models/link' is a link that leads out of the folder"},
+      {"../system", "its member 'models/link' is a link to what is no file"},
+      {"none", "its member 'models/link' is a link that leads nowhere"},
+      {"../system/index.kvane", ""},
+  };
+  fs::create_directories(path("standards/models"));
+  for (const auto& [target, why] : links) {
+    fs::remove(path("standards/models/link"));
+    fs::create_symlink(target, path("standards/models/link"));
+    for (const Ended& ended :
+         {kelvane({"pack", path("standards"), path("out.KVZ")}), kelvane({"check", path("standards")})}) {
+      EXPECT_EQ(why.empty() ? 0 : 2, ended.code) << ended.out;
+      if (!why.empty()) EXPECT_EQ(refused + why + "\n", ended.err);
+    }
+  }
+  EXPECT_EQ(0, kelvane({"check", path("out.KVZ")}).code);
+  fs::remove(path("standards/models/link"));
+  file("standards/actionlists/A.XML", "");
+  EXPECT_THAT(kelvane({"pack", path("standards"), path("b")}).err, testing::HasSubstr("' are one name in a package\n"));
+  EXPECT_FALSE(fs::exists(path("b.kvz")));
 }
 
 TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {

@@ -11,6 +11,7 @@
 #include <filesystem>
 
 #include "os/posix/descriptor.h"
+#include "os/posix/temporary_name.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -78,7 +79,9 @@ class TemporaryFile {
     while (file.number() < 0) {
       static std::atomic<unsigned> counter{0};
       // Short and its own, as the target's name may be as long as names can be.
-      std::string path = folder_ + "/.kvd-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
+      std::string path = folder_ + "/";
+      path.append(kTemporaryStart).append(std::to_string(::getpid())).append("-");
+      path.append(std::to_string(counter++)).append(kTemporaryEnd);
       file = Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
       if (file.number() >= 0) {
         path_ = std::move(path);

@@ -1,0 +1,10 @@
+// What temporary files beside their targets are called: ".kvd-4711-3.tmp", with the number of the process.
+#pragma once
+
+#include <string_view>
+
+namespace os {
+
+constexpr std::string_view kTemporaryStart = ".kvd-", kTemporaryEnd = ".tmp";
+
+}  // namespace os

@@ -132,19 +132,31 @@ void showModel(creo::ProMdl model) {
 
 // ---- the ends
 
+// The variable doesn't keep what another question was answered.
+void fail(const Task& task, std::wstring_view line) {
+  userVariables().remove(task.attribute(L"varName"));
+  core::logIndented(line, core::kError, 1);
+}
+
 void store(const Task& task) {
   const auto set = [&](std::wstring_view value) { userVariables().set(task.attribute(L"varName"), value); };
+  bool isRead = true;
   if (creo::ProUIInputpanelIsVisible(kDialog, kPanel).value) {
-    if (const auto typed = creo::ProUIInputpanelValueGet(kDialog, kPanel)) set(typed.value);
+    const auto typed = creo::ProUIInputpanelValueGet(kDialog, kPanel);
+    if (typed) set(typed.value);
+    isRead = isRead && typed;
   }
   if (creo::ProUIOptionmenuIsVisible(kDialog, kMenu).value) {
     const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kMenu);
     if (!chosen.value.empty()) set(text::fromUtf8(chosen.value.front()));
+    isRead = isRead && chosen;
   }
   if (creo::ProUICheckbuttonIsVisible(kDialog, kCheck).value) {
-    if (const auto on = creo::ProUICheckbuttonGetState(kDialog, kCheck))
-      set(replacedOrBare(task, on.value ? L"check_true" : L"check_false"));
+    const auto on = creo::ProUICheckbuttonGetState(kDialog, kCheck);
+    if (on) set(replacedOrBare(task, on.value ? L"check_true" : L"check_false"));
+    isRead = isRead && on;
   }
+  if (!isRead) fail(task, L"The answer can't be read");
 }
 
 creo::ProUIAction leaveBy(const Held& held, bool ok) {
@@ -170,16 +182,19 @@ std::wstring replacedOrBare(const Task& task, std::wstring_view attribute) {
 }
 
 void askByDialog(const Task& task, QuestionKind kind) {
-  if (creo::ProUIDialogCreate(kDialog, kResource))
-    return core::logIndented(L"Exit, with Error at PROUIDialogCreate", core::kError, 1);
+  const auto end = [&](std::wstring_view line) {
+    // A dialog that only tells something sets nothing either.
+    if (kind == QuestionKind::description) return core::logIndented(line, core::kError, 1);
+    fail(task, line);
+  };
+  if (creo::ProUIDialogCreate(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
   const Held held = std::make_shared<const Task*>(&task);
   const DialogGuard guard(held);
   if (!hideInputs() || !showInput(task, kind) || !setActions(held))
-    return core::logIndented(L"Exit, the question's dialog can't be filled", core::kError, 1);
+    return end(L"Exit, the question's dialog can't be filled");
   describe(task);
   showModel(task.model());
-  if (!creo::ProUIDialogActivate(kDialog))
-    core::logIndented(L"Exit, with Error at ProUIDialogActivate", core::kError, 1);
+  if (!creo::ProUIDialogActivate(kDialog)) end(L"Exit, with Error at ProUIDialogActivate");
 }
 
 }  // namespace actions

@@ -132,27 +132,31 @@ void showModel(creo::ProMdl model) {
 
 // ---- the ends
 
-// Where the input that is shown gives nothing, what was answered for another model isn't the answer for this one.
+// The variable doesn't keep what another question was answered.
+void fail(const Task& task, std::wstring_view line) {
+  userVariables().remove(task.attribute(L"varName"));
+  core::logIndented(line, core::kError, 1);
+}
+
 void store(const Task& task) {
-  const auto take = [&](bool isThere, std::wstring_view value) {
-    if (isThere)
-      userVariables().set(task.attribute(L"varName"), value);
-    else
-      userVariables().remove(task.attribute(L"varName"));
-  };
+  const auto set = [&](std::wstring_view value) { userVariables().set(task.attribute(L"varName"), value); };
+  bool isRead = true;
   if (creo::ProUIInputpanelIsVisible(kDialog, kPanel).value) {
     const auto typed = creo::ProUIInputpanelValueGet(kDialog, kPanel);
-    take(static_cast<bool>(typed), typed.value);
+    if (typed) set(typed.value);
+    isRead = isRead && typed;
   }
   if (creo::ProUIOptionmenuIsVisible(kDialog, kMenu).value) {
     const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kMenu);
-    const bool isAny = !chosen.value.empty();
-    take(isAny, isAny ? text::fromUtf8(chosen.value.front()) : std::wstring());
+    if (!chosen.value.empty()) set(text::fromUtf8(chosen.value.front()));
+    isRead = isRead && !chosen.value.empty();
   }
   if (creo::ProUICheckbuttonIsVisible(kDialog, kCheck).value) {
     const auto on = creo::ProUICheckbuttonGetState(kDialog, kCheck);
-    take(static_cast<bool>(on), replacedOrBare(task, on.value ? L"check_true" : L"check_false"));
+    if (on) set(replacedOrBare(task, on.value ? L"check_true" : L"check_false"));
+    isRead = isRead && on;
   }
+  if (!isRead) fail(task, L"The answer can't be read");
 }
 
 creo::ProUIAction leaveBy(const Held& held, bool ok) {
@@ -178,18 +182,19 @@ std::wstring replacedOrBare(const Task& task, std::wstring_view attribute) {
 }
 
 void askByDialog(const Task& task, QuestionKind kind) {
-  const auto fail = [&](std::wstring_view line) {
-    if (kind != QuestionKind::description) userVariables().remove(task.attribute(L"varName"));
-    core::logIndented(line, core::kError, 1);
+  const auto end = [&](std::wstring_view line) {
+    // A dialog that only tells something sets nothing either.
+    if (kind == QuestionKind::description) return core::logIndented(line, core::kError, 1);
+    fail(task, line);
   };
-  if (creo::ProUIDialogCreate(kDialog, kResource)) return fail(L"Exit, with Error at PROUIDialogCreate");
+  if (creo::ProUIDialogCreate(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
   const Held held = std::make_shared<const Task*>(&task);
   const DialogGuard guard(held);
   if (!hideInputs() || !showInput(task, kind) || !setActions(held))
-    return fail(L"Exit, the question's dialog can't be filled");
+    return end(L"Exit, the question's dialog can't be filled");
   describe(task);
   showModel(task.model());
-  if (!creo::ProUIDialogActivate(kDialog)) fail(L"Exit, with Error at ProUIDialogActivate");
+  if (!creo::ProUIDialogActivate(kDialog)) end(L"Exit, with Error at ProUIDialogActivate");
 }
 
 }  // namespace actions

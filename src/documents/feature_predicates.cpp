@@ -1,6 +1,6 @@
 // Predicates on the features of solids, an assembly's components among them.
+#include "core/feature_codes.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "documents/predicate_families.h"
@@ -97,7 +97,8 @@ int featureFromTypePredicate(creo::ProMdl model, const core::XmlNode& item) {
     return kNotApplicable;
   }
   if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const FeatureTests tests{item, core::featureTypeFromCode(valueOf(item, L"feattype"))};
+  const bool byType = isTrue(item, L"feattypesel");
+  const FeatureTests tests{item, byType ? core::featureTypeOf(L"feattype", valueOf(item, L"feattype")) : 0};
   return anyFeature(model, [&tests](const creo::ProFeature& feature) { return tests.hold(feature); });
 }
 

@@ -50,13 +50,17 @@ TEST_F(FeatureActions, ARenamedFeatureKeepsItsColumnAndItsSections) {
       L"B4 Rename feature|E:featid is no number of a feature: 1st|No feature found|"
       L"B5 Rename feature|E:The attribute 'name' is missing|"
       L"B6 Rename feature|E:The replaced output is to large for this task|E:The new name is empty, too long or can't "
-      L"be put together",
+      L"be put together|"
+      L"B7 Rename feature|W:feattype: 'CUT' is no code of a feature type, which goes from 0 to 246|No feature found|"
+      L"B8 Rename feature|W:feattype: '038' is no code of a feature type, which goes from 0 to 246|No feature found",
       run(task("renameFeature", "feat='4' featname='BO*' name='BASE'") +
           task("renameFeature", "feat='1' feattype='38' name='CUT'") +
           task("renameFeature", "feat='1' feattype='38' name='CUT'") +
           task("renameFeature", "feat='2' featid='1' name='cut_2'") +
           task("renameFeature", "feat='2' featid='1st' name='X'") + task("renameFeature", "feat='3'") +
-          task("renameFeature", "feat='3' name='" + std::string(32, 'x') + "'")));
+          task("renameFeature", "feat='3' name='" + std::string(32, 'x') + "'") +
+          task("renameFeature", "feat='1' feattype='CUT' name='X'") +
+          task("renameFeature", "feat='1' feattype='038' name='X'")));
   EXPECT_EQ(L"1 BASE|2 CUT_2|3 CUT_3|4 CUT_1", tree(L"BRACKET", kPart));
   EXPECT_EQ("BASE", loaded(L"BRACKET", kPart).document->record.crossSections[0].plane);
   const headless::Model& plain = loaded(L"PLAIN", kPart);

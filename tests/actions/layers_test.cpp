@@ -325,6 +325,19 @@ TEST(LayerStates, AreShownAndDeleted) {
   }
 }
 
+// Each is found wherever the search before it ended.
+TEST(LayerStates, AreFoundInAnyOrder) {
+  std::string states;
+  for (const char name : {'A', 'B', 'C', 'D', 'E', 'F'})
+    states += std::string(states.empty() ? "" : ", ") + R"({"name": ")" + name + R"("})";
+  const Ran ran = ranOn(R"({"format": 1, "layerStates": [)" + states + "]}",
+                        layerTask("deleteLayerState", "name_0='e' name_1='B' name_2='/[DA]/' name_3='X' name_4='F'"));
+  EXPECT_EQ(
+      L"|Delete layerstate: E|Delete layerstate: B|Delete layerstate: A|Delete layerstate: D|Delete layerstate: F",
+      ran.told);
+  EXPECT_EQ(" | C()", ran.saved);
+}
+
 TEST(LayerActions, RefuseAnInstance) {
   World world;
   world.config("kvd_filter_curmod=1\nkvd_filter_inst=1");

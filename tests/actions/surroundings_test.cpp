@@ -270,6 +270,9 @@ TEST_F(Surroundings, TheInsertPositionIsFoundInFourWays) {
       {"feat='4' featname='HOLE_*'", L"after feature: 5 HOLE_1", 2},
       {"feat='2' featid='6'", L"E:Declared feature can't be found", 2},
       {"feat='5' featid='7'", L"E:Declared feature can't be found", 2},
+      {"feat='1' feattype='hole'",
+       L"W:feattype: 'hole' is no code of a feature type, which goes from 0 to 246|E:Declared feature can't be found",
+       2},
   };
   int number = 0;
   for (const auto& one : cases)

@@ -182,6 +182,9 @@ TEST_F(SolidPredicates, AFeatureHitsWhenAllEnabledTestsHold) {
     EXPECT_EQ(c.answer, predicate(L"type='keFromType' version='4' " + std::wstring(c.tests), housing))
         << text::toUtf8(c.tests);
   }
+  EXPECT_FALSE(logged(L"is no code of a feature type"));
+  EXPECT_EQ(0, predicate(L"type='keFromType' version='4' feattypesel='true' feattype='hole'", housing));
+  EXPECT_TRUE(logged(L"feattype: 'hole' is no code of a feature type"));
   EXPECT_EQ(3, predicate(L"type='keFromType' version='4'", drawing));
   EXPECT_TRUE(logged(L"Extended filter: Feature from type"));
   EXPECT_EQ(3, predicate(L"type='keFromType' version='3'", housing));

@@ -63,6 +63,32 @@ TEST_F(Details, ASymbolWithoutItsDefinitionCanBeMovedAndDeleted) {
   EXPECT_EQ(ProNotFound, ProDtlsyminstDelete({pair, 8}));
 }
 
+// A deleted note is gone for all who ask while the visit goes on, also in a visit inside it, and from the document when
+// it ends, whatever order the ids stand in.
+TEST_F(Details, NotesCanBeDeletedWhileTheyAreVisited) {
+  std::string notes;
+  for (const int id : {9, 2, 7, 4, 5})
+    notes += (notes.empty() ? "" : ", ") + R"({"id": )" + std::to_string(id) + R"(, "lines": ["n"]})";
+  model("many.drw.1", R"("sheets": [{"size": "A3"}], "notes": [)" + notes + "]");
+  const ProMdl many = retrieve(L"MANY", ProMdlType::drawing);
+  std::vector<int> visited;
+  EXPECT_EQ(ProNoError, ProDrawingDtlnoteVisit(many, 1, [&](const ProDtlnote& note) {
+              visited.push_back(note.id);
+              if (note.id != 4) EXPECT_EQ(ProNoError, ProDtlnoteDelete(note));
+              if (note.id != 4) EXPECT_EQ(ProNotFound, ProDtlnoteDelete(note));
+              EXPECT_EQ(note.id == 4, static_cast<bool>(ProDtlnoteDataGet(note)));
+              int inner = 0;
+              ProDrawingDtlnoteVisit(many, 1, [&](const ProDtlnote&) { return ++inner, ProNoError; });
+              EXPECT_EQ(inner, static_cast<int>(ProDrawingDtlnotesCollect(many, 1).value.size()));
+              EXPECT_EQ(inner, note.id == 9 ? 4 : note.id == 2 ? 3 : note.id == 5 ? 1 : 2) << note.id;
+              return ProNoError;
+            }));
+  EXPECT_EQ((std::vector{9, 2, 7, 4, 5}), visited);
+  ASSERT_EQ(1U, ProDrawingDtlnotesCollect(many, 1).value.size());
+  EXPECT_EQ(ProNoError, ProDtlnoteDelete({many, 4}));
+  EXPECT_TRUE(ProDrawingDtlnotesCollect(many, 1).value.empty());
+}
+
 TEST_F(Details, ANoteRefusesMeasuresThatAreNone) {
   auto data = ProDtlnoteDataGet({pair, 3});
   ASSERT_TRUE(data);

@@ -1,7 +1,7 @@
 // The place in a solid's tree where new features come.
 #include "actions/families.h"
+#include "core/feature_codes.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProFeature.h"
 #include "creo/ProSolid.h"
@@ -15,11 +15,12 @@ namespace {
 
 using namespace engine;
 
-bool isWanted(const Task& task, const creo::ProFeature& feature, std::wstring_view name) {
+// wantedType: of the features that are looked for by their type.
+bool isWanted(const Task& task, int wantedType, const creo::ProFeature& feature, std::wstring_view name) {
   const std::wstring_view how = task.attribute(L"feat");
   if (how == L"1") {
     const auto type = creo::ProFeatureTypeGet(feature);
-    return type && type.value == core::featureTypeFromCode(task.attribute(L"feattype"));
+    return type && type.value == wantedType;
   }
   if (how == L"2") return feature.id == text::wholeInt(task.attribute(L"featid"));
   if (how == L"3") {
@@ -31,9 +32,11 @@ bool isWanted(const Task& task, const creo::ProFeature& feature, std::wstring_vi
 
 Outcome setInsertFeaturePosition(const Task& task) {
   if (const auto ended = begin(task, {.title = L"Set insert feature position"})) return *ended;
+  const bool byType = task.attribute(L"feat") == L"1";
+  const int type = byType ? core::featureTypeOf(L"feattype", task.attribute(L"feattype")) : 0;
   const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
     const std::wstring name = creo::ProFeatureNameGet(feature).value;
-    if (!isWanted(task, feature, name)) return creo::ProNoError;
+    if (!isWanted(task, type, feature, name)) return creo::ProNoError;
     core::logIndented(text::format(L"after feature: %d %s", feature.id, name), core::kNormal, 1);
     if (creo::ProFeatureInsertModeActivate(feature) != creo::ProNoError)
       core::logWrite(L"The insert position can't be set", core::kError);

@@ -3,6 +3,7 @@
 
 #include "actions/families.h"
 #include "actions/model/named_states.h"
+#include "core/feature_codes.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFeature.h"
@@ -50,7 +51,7 @@ struct Edit {
       : task(of),
         byType(of.isTrue(L"filter_type")),
         byName(of.isTrue(L"filter_name")),
-        type(core::featureTypeFromCode(of.attribute(L"filter_type_sel"))),
+        type(byType ? core::featureTypeOf(L"filter_type_sel", of.attribute(L"filter_type_sel")) : 0),
         jc(of.attribute(L"jc")) {
     if (byName) name = nameIn(task, L"filter_name_text");
     if (jc == L"7") substitute = nameIn(task, L"nameTwo", text::kNameSize);

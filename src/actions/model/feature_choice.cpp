@@ -2,8 +2,8 @@
 
 #include <optional>
 
+#include "core/feature_codes.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "engine/compare.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -15,7 +15,7 @@ class FeatureChoice {
  public:
   explicit FeatureChoice(const engine::Task& task)
       : how_(task.attribute(L"feat")),
-        type_(core::featureTypeFromCode(task.attribute(L"feattype"))),
+        type_(how_ == L"1" ? core::featureTypeOf(L"feattype", task.attribute(L"feattype")) : 0),
         id_(text::wholeInt(task.attribute(L"featid"))),
         name_(task.attribute(L"featname")) {
     const std::wstring_view id = task.attribute(L"featid");

@@ -4,6 +4,7 @@
 
 #include "creo/ProNote.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/notes.h"
 #include "headless/model/sheet_units.h"
 #include "headless/model/symbols.h"
 #include "text/encoding.h"
@@ -25,7 +26,7 @@ auto onNote(std::string_view name, const ProDtlnote& note, Body body)
     -> std::invoke_result_t<Body, Model&, NoteRecord&> {
   using Result = std::invoke_result_t<Body, Model&, NoteRecord&>;
   return onDrawing(name, note.drawing, [&](State&, Model& m) -> Result {
-    NoteRecord* record = m.document->note(note.id);
+    NoteRecord* record = headless::noteOf(*m.document, note.id);
     if (!record) return Result(ProNotFound);
     return body(m, *record);
   });
@@ -79,6 +80,14 @@ ProError take(Model& m, NoteRecord& note, const ProDtlnotedata& data, int sheetW
   return ProNoError;
 }
 
+std::vector<ProDtlnote> notesOf(const Model& drawing, int sheet) {
+  std::vector<ProDtlnote> notes;
+  for (const NoteRecord& one : drawing.document->record.notes)
+    if (one.sheet == sheet && !headless::isRemoved(*drawing.document, one.id))
+      notes.push_back({drawing.handle, one.id});
+  return notes;
+}
+
 ProError setErased(std::string_view name, const ProDtlnote& note, bool erased) {
   return onNote(name, note, [&](Model& m, NoteRecord& record) {
     if (record.erased != erased) m.document->touch(nullptr);
@@ -92,10 +101,15 @@ ProError setErased(std::string_view name, const ProDtlnote& note, bool erased) {
 ProError ProDrawingDtlnoteVisit(ProMdl drawing, int sheet, Visitor<ProDtlnote> visitor) {
   return headless::onSheet("ProDrawingDtlnoteVisit", drawing, sheet,
                            [&](State&, Model& m, const headless::SheetRecord&) -> ProError {
-                             std::vector<ProDtlnote> notes;
-                             for (const NoteRecord& one : m.document->record.notes)
-                               if (one.sheet == sheet) notes.push_back({m.handle, one.id});
-                             return headless::visit<ProDtlnote>(notes, visitor);
+                             const headless::NoteWalk walk(m.document);
+                             return headless::visit<ProDtlnote>(notesOf(m, sheet), visitor);
+                           });
+}
+
+Got<std::vector<ProDtlnote>> ProDrawingDtlnotesCollect(ProMdl drawing, int sheet) {
+  return headless::onSheet("ProDrawingDtlnotesCollect", drawing, sheet,
+                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<std::vector<ProDtlnote>> {
+                             return notesOf(m, sheet);
                            });
 }
 
@@ -144,9 +158,7 @@ ProError ProDtlnoteErase(const ProDtlnote& note) { return setErased("ProDtlnoteE
 
 ProError ProDtlnoteDelete(const ProDtlnote& note) {
   return onNote("ProDtlnoteDelete", note, [&](Model& m, NoteRecord& record) {
-    auto& notes = m.document->record.notes;
-    notes.erase(notes.begin() + (&record - notes.data()));
-    m.document->touch(nullptr);
+    headless::removeNote(*m.document, record);
     return ProNoError;
   });
 }

@@ -20,10 +20,18 @@ using State = headless::Session::State;
 
 namespace {
 
+// Whoever works on many states asks for them in their order, so a search begins where the last one ended: all together
+// look at the list once. After a name that isn't there it has been looked at whole.
 LayerStateRecord* stateNamed(ModelRecord& record, const std::wstring& name) {
+  static std::size_t last = 0;  // of whatever record
+  auto& states = record.layerStates;
   const std::string utf8 = text::toUtf8(name);
-  for (LayerStateRecord& one : record.layerStates)
-    if (headless::sameName(one.name, utf8)) return &one;
+  for (std::size_t i = 0; i < states.size(); ++i) {
+    const std::size_t place = (last + i) % states.size();
+    if (!headless::sameName(states[place].name, utf8)) continue;
+    last = place;
+    return &states[place];
+  }
   return nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include "headless/creo/drawing_operation.h"
 #include "headless/creo/solid_operation.h"
 #include "headless/model/drawing_text.h"
+#include "headless/model/notes.h"
 #include "headless/model/states.h"
 #include "headless/model/symbols.h"
 #include "text/encoding.h"
@@ -22,7 +23,7 @@ using State = headless::Session::State;
 namespace {
 
 Got<std::wstring> nameOf(Model& model, int id) {
-  const NoteRecord* note = model.document->note(id);
+  const NoteRecord* note = headless::noteOf(*model.document, id);
   if (!note || note->name.empty()) return ProNotFound;
   return text::fromUtf8(note->name);
 }
@@ -50,7 +51,7 @@ Lines onSheetOf(State& state, const Model& drawing, int sheet, const std::vector
 template <class Body>
 ProError onSolidNote(std::string_view operation, const ProNote& note, Body body) {
   return headless::onSolid(operation, note.owner, [&](State&, Model& m) -> ProError {
-    NoteRecord* record = m.document->note(note.id);
+    NoteRecord* record = headless::noteOf(*m.document, note.id);
     return record ? body(m, *record) : ProNotFound;
   });
 }
@@ -59,9 +60,11 @@ ProError onSolidNote(std::string_view operation, const ProNote& note, Body body)
 
 ProError ProMdlNoteVisit(ProMdl model, Visitor<ProNote> visitor) {
   return onModel("ProMdlNoteVisit", model, [&](State&, Model& m) -> ProError {
+    const headless::NoteWalk walk(m.document);
     std::vector<ProNote> notes;
     if (!headless::hasSheets(m.type()))
-      for (const NoteRecord& one : m.document->record.notes) notes.push_back({m.handle, one.id});
+      for (const NoteRecord& one : m.document->record.notes)
+        if (!headless::isRemoved(*m.document, one.id)) notes.push_back({m.handle, one.id});
     return headless::visit<ProNote>(notes, visitor);
   });
 }
@@ -72,7 +75,7 @@ Got<std::wstring> ProNoteNameGet(const ProNote& note) {
 
 Got<Lines> ProNoteTextGet(const ProNote& note) {
   return onModel("ProNoteTextGet", note.owner, [&](State&, Model& m) -> Got<Lines> {
-    const NoteRecord* record = m.document->note(note.id);
+    const NoteRecord* record = headless::noteOf(*m.document, note.id);
     if (!record) return ProNotFound;
     return entered(record->lines);
   });
@@ -118,21 +121,9 @@ ProError ProNotePlacementSet(const ProNote& note, const ProCsys& csys) {
 
 ProError ProNoteDelete(const ProNote& note) {
   return onSolidNote("ProNoteDelete", note, [&](Model& m, const NoteRecord& record) {
-    auto& notes = m.document->record.notes;
-    notes.erase(notes.begin() + (&record - notes.data()));
-    m.document->touch(nullptr);
+    headless::removeNote(*m.document, record);
     return ProNoError;
   });
-}
-
-Got<std::vector<ProDtlnote>> ProDrawingDtlnotesCollect(ProMdl drawing, int sheet) {
-  return headless::onSheet("ProDrawingDtlnotesCollect", drawing, sheet,
-                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<std::vector<ProDtlnote>> {
-                             std::vector<ProDtlnote> notes;
-                             for (const NoteRecord& one : m.document->record.notes)
-                               if (one.sheet == sheet) notes.push_back({m.handle, one.id});
-                             return notes;
-                           });
 }
 
 Got<std::wstring> ProDtlnoteNameGet(const ProDtlnote& note) {
@@ -141,7 +132,7 @@ Got<std::wstring> ProDtlnoteNameGet(const ProDtlnote& note) {
 
 Got<Lines> ProDtlnoteTextGet(const ProDtlnote& note, ProDtlText mode) {
   return onDrawing("ProDtlnoteTextGet", note.drawing, [&](State& state, Model& m) -> Got<Lines> {
-    const NoteRecord* record = m.document->note(note.id);
+    const NoteRecord* record = headless::noteOf(*m.document, note.id);
     if (!record) return ProNotFound;
     return onSheetOf(state, m, record->sheet, record->lines, mode);
   });

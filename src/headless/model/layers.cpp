@@ -13,9 +13,6 @@ using creo::ProModelitem;
 
 namespace {
 
-// Walks are on the stack, one inside the other; the innermost.
-LayerWalk* innermost = nullptr;
-
 long long itemKey(ProItemType type, int id) { return static_cast<long long>(type) << 32 | static_cast<unsigned>(id); }
 
 using Ids = std::unordered_set<int>;
@@ -33,20 +30,9 @@ void dropReferences(ModelRecord& record, const Ids& ids, Names names) {
 
 }  // namespace
 
-LayerWalk::LayerWalk(std::shared_ptr<ModelDocument> document)
-    : document_(std::move(document)), outer_(std::exchange(innermost, this)) {}
-
-LayerWalk* LayerWalk::of(const ModelDocument& document) {
-  LayerWalk* found = nullptr;
-  for (LayerWalk* walk = innermost; walk; walk = walk->outer_)
-    if (walk->document_.get() == &document) found = walk;
-  return found;
-}
-
 LayerWalk::~LayerWalk() {
-  innermost = outer_;
   if (removed_.empty()) return;
-  ModelRecord& record = document_->record;
+  ModelRecord& record = document().record;
   std::sort(removed_.begin(), removed_.end());
   Names names;
   std::size_t kept = 0, next = 0;
@@ -63,7 +49,7 @@ LayerWalk::~LayerWalk() {
 }
 
 LayerRecord* LayerWalk::find(int id) {
-  auto& layers = document_->record.layers;
+  auto& layers = document().record.layers;
   for (; indexed_ < layers.size(); ++indexed_) places_.try_emplace(layers[indexed_].id, indexed_);
   const auto found = places_.find(id);
   return found == places_.end() || removed(id) ? nullptr : &layers[found->second];
@@ -76,7 +62,7 @@ void LayerWalk::remove(LayerRecord& layer) {
 
 std::vector<int> LayerWalk::ids() const {
   std::vector<int> ids;
-  for (const LayerRecord& one : document_->record.layers)
+  for (const LayerRecord& one : document().record.layers)
     if (!removed(one.id)) ids.push_back(one.id);
   return ids;
 }

@@ -7,21 +7,19 @@
 #include <unordered_set>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/walks.h"
 
 namespace headless {
 
 // A walk over a document's layers. While one goes on, layers are found by id at once, and a deleted one stays in its
 // place until the outermost walk of the document ends: deleting all of 5,000 layers moves none of them 5,000 times.
 // Walks inside a walk share what it knows.
-class LayerWalk {
+class LayerWalk : public WalkOver<LayerWalk> {
  public:
-  explicit LayerWalk(std::shared_ptr<ModelDocument> document);
+  explicit LayerWalk(std::shared_ptr<ModelDocument> document) : WalkOver(std::move(document)) {}
   ~LayerWalk();
   LayerWalk(const LayerWalk&) = delete;
   LayerWalk& operator=(const LayerWalk&) = delete;
-  // The outermost walk that goes on over a document; null without one.
-  static LayerWalk* of(const ModelDocument& document);
 
   // Null: none of that id, or a deleted one.
   LayerRecord* find(int id);
@@ -35,8 +33,6 @@ class LayerWalk {
   bool noteInState(const LayerStateRecord& state, const std::string& layer);
 
  private:
-  std::shared_ptr<ModelDocument> document_;
-  LayerWalk* outer_;  // the walk that went on when this one began, over whatever document
   std::unordered_map<int, std::size_t> places_;
   std::size_t indexed_ = 0;
   std::vector<std::size_t> removed_;  // places

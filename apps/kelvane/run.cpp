@@ -20,6 +20,7 @@ class Run : public Verb {
         {"--limit", "N", "only the first N of them", &o.limit},
         {"--filter", "FILE", "only what passes this filter file of the package", &o.filter},
         {"--again", "", "also the models that this list has worked before", &o.again},
+        {"--head-foot", "", "runs the list's Head and Foot though no model is left to work", &o.headFoot},
         // what is kept
         {"--save", "touched|all|none",
          "which models are saved with their history: those that the list saves, all that were worked, or none more",

@@ -15,6 +15,7 @@ struct RunOptions {
   int limit = 0;                    // 0: no limit
   std::string filter;               // a filter file of the package
   bool again = false;               // those too that the list worked before
+  bool headFoot = false;            // Head and Foot run without a model, too
 
   // What is kept.
   std::string save = "touched";  // touched, all, none

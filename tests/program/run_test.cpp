@@ -376,6 +376,29 @@ TEST_F(Run, PackagesInTurnAreUnpackedOnceAndTheCacheIsBounded) {
   EXPECT_FALSE(fs::exists(path("cache/kelvane/" + stray + "0")));
 }
 
+TEST_F(Run, HeadAndFootRunWithoutAModelWhereThatIsAsked) {
+  const std::string tell =
+      "<task type='runMSDOScommand' version='3' forPRT='true' forEF='false' cmd='echo' args='foot "
+      "&gt;&gt;d:/told.txt'/>";
+  list("ends.xml", kSave, tell);
+  fs::create_directories(models());
+  const std::string none = "no model is left to work; Head and Foot weren't run (--head-foot runs them)\n";
+  EXPECT_THAT(run("ends").err, testing::HasSubstr(none)) << "an empty folder";
+  EXPECT_EQ(0, run("ends", {"--head-foot"}).code);
+  EXPECT_EQ("foot\n", readBytes(models() + "/told.txt"));
+  part(L"PLATE");
+  EXPECT_EQ(0, run("ends", {"--again"}).code);
+  const Ended again = run("ends");
+  EXPECT_EQ(0, again.code);
+  EXPECT_THAT(again.err, testing::HasSubstr(none));
+  EXPECT_EQ("foot\nfoot\n", readBytes(models() + "/told.txt"));
+  const Ended ends = run("ends", {"--head-foot"});
+  EXPECT_EQ(0, ends.code);
+  EXPECT_EQ("done  models=1 changed=0 unchanged=0 skipped=1 failed=0 saved=0  errors=0 warnings=0", recapOf(ends));
+  EXPECT_EQ("foot\nfoot\nfoot\n", readBytes(models() + "/told.txt"));
+  EXPECT_THAT(run("norm", {"--select", "none*"}).err, testing::HasSubstr("no model is left to work\n"));
+}
+
 // A site's script comes with its configuration; a dry run names the command and starts nothing.
 TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
   part(L"PLATE").with(L"COLOR", L"red");

@@ -399,6 +399,35 @@ TEST_F(Run, HeadAndFootRunWithoutAModelWhereThatIsAsked) {
   EXPECT_THAT(run("norm", {"--select", "none*"}).err, testing::HasSubstr("no model is left to work\n"));
 }
 
+TEST_F(Run, WhatAnExportRenamesIsCollectedUnderItsLastName) {
+  file("models/block.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [8, 4, 2]}]}})");
+  list("tiff.xml",
+       "<task type='exporttiff' version='3' forPRT='true' forEF='false' folderFromModel='true' exportname='@mdln@' "
+       "printmode='2'/>");
+  const Ended ended = run("tiff", {"--collect", path("out"), "--events", path("events")});
+  EXPECT_EQ(0, ended.code) << ended.err;
+  EXPECT_EQ(std::vector<std::string>{"BLOCK.tiff"}, filesIn("out"));
+  EXPECT_THAT(readBytes(path("events")), testing::HasSubstr("/models/BLOCK.tiff\"}"));
+}
+
+// What the first model would have written is in the way of none behind it.
+TEST_F(Run, ADryRunOfSheetsAndBackupsHasNoErrorsOfItsOwn) {
+  part(L"PLATE");
+  assembly(L"TOP").uses(L"PLATE", creo::ProMdlType::part);
+  fs::create_directories(models() + "/backup");
+  const std::string kinds = " version='3' forPRT='true' forASM='true' forEF='false' ";
+  list("hand.xml", "<task type='writeInformationPDF'" + kinds +
+                       "folder='d:/' file='@mdln@'/><task type='backupAction'" + kinds + "path='d:/backup'/>");
+  const Ended dry = run("hand", {"-n"});
+  EXPECT_EQ(0, dry.code) << dry.err;
+  EXPECT_THAT(dry.out,
+              testing::AllOf(testing::HasSubstr("/models/PLATE.pdf\n"), testing::HasSubstr("/TOP.pdf\n"),
+                             testing::HasSubstr("/backup/plate.prt.1\n"), testing::HasSubstr("/backup/plate.prt.2\n"),
+                             testing::Not(testing::HasSubstr("writetest"))));
+  EXPECT_EQ(0, run("hand").code);
+  EXPECT_EQ((std::vector<std::string>{"plate.prt.1", "plate.prt.2", "top.asm.1"}), filesIn("models/backup"));
+}
+
 // A site's script comes with its configuration; a dry run names the command and starts nothing.
 TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
   part(L"PLATE").with(L"COLOR", L"red");

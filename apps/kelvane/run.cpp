@@ -38,6 +38,8 @@ class Run : public Verb {
         {"--answer", "NAME=VALUE", "answers the list's question for that variable", &o.answers},
         {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
         {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
+        {"--accept", "FORMATS", "counts it as a warning that no open library writes them: sat,dwg,productview,pdf3d",
+         &o.accept},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
     };

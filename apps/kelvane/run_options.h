@@ -36,7 +36,8 @@ struct RunOptions {
   // Output.
   std::string log, events;
   bool trace = false;
-  int maxErrors = 20;  // lines shown; 0: all
+  int maxErrors = 20;               // lines shown; 0: all
+  std::vector<std::string> accept;  // "sat,dwg": exports whose failures count as warnings
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
 };

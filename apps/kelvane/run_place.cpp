@@ -6,6 +6,7 @@
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "engine/expressions.h"
+#include "kelvane/accepted_exports.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_place.h"
@@ -173,6 +174,7 @@ RunPlace prepareRun(const RunOptions& options) {
   if (const std::string fault = engine::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
     throw Fault("--select: '" + options.select + "' is no expression (" + fault + ")");
   }
+  (void)AcceptedExports(options.accept);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);

@@ -39,7 +39,8 @@ class Check : public Verb {
     std::vector<Finding> findings = config_.empty() ? std::vector<Finding>() : checkConfig(config_);
     // What packing adds to a folder is no fault of it.
     const MarkedPackage packed(*package);
-    const PackageSource& checked = std::filesystem::is_directory(package_) ? packed : *package;
+    const PackageSource& checked =
+        std::filesystem::is_directory(package_) ? static_cast<const PackageSource&>(packed) : *package;
     for (Finding& finding : checkPackage(checked)) findings.push_back(std::move(finding));
     if (json_) {
       nlohmann::ordered_json all = nlohmann::ordered_json::array();

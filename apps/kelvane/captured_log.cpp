@@ -11,7 +11,7 @@
 namespace kelvane {
 namespace {
 
-const std::wstring kConfigFile = std::wstring(kLogFolder) + L"conf\\kvd_main.cfg";
+constexpr std::wstring_view kConfigFile = L"l:\\conf\\kvd_main.cfg";
 
 class MemoryAppender : public os::Appender {
  public:

@@ -37,7 +37,7 @@ void goOn(int /*signal*/) {}
 
 }  // namespace
 
-SignalGuard::SignalGuard(int signal, void (*handler)(int)) : signal_(signal), old_(SIG_DFL) {
+SignalGuard::SignalGuard(int signal, void (*handler)(int)) : signal_(signal), old_(nullptr) {
   if (signal_ == kNoSignal) return;
   old_ = std::signal(signal_, handler);
   if (old_ == SIG_IGN) std::signal(signal_, SIG_IGN);

@@ -12,7 +12,7 @@ std::string times(int count) { return count == 1 ? std::string() : "  (" + std::
 
 }  // namespace
 
-void LogTeller::follow() {
+int LogTeller::follow() {
   std::vector<LogLine> lines;
   for (const std::wstring& written : follower_.more(core::pluginState().logFile))
     for (LogLine& line : logLines(written)) lines.push_back(std::move(line));
@@ -20,17 +20,22 @@ void LogTeller::follow() {
     if (events_.on()) events_.tell("log", {{"level", line.level}, {"text", text::toUtf8(line.text)}});
   const std::vector<RepeatedLine> together = takenTogether(lines);
   countOnce(together);
+  int errors = 0;
   for (const auto& [line, count] : together) {
-    if (line.level != core::kError) continue;
+    if (line.level != core::kError || accepted_.takes(line)) continue;
+    if (line.text.starts_with(L"(ERR) B")) ++errors;
     const bool shows = maxErrors_ == 0 || shown_ < maxErrors_;
     if (shows) console_.trouble("error: " + text::toUtf8(line.text) + times(count));
     (shows ? shown_ : hidden_) += shows ? 1 : count;
   }
+  return errors;
 }
 
 void LogTeller::countOnce(const std::vector<RepeatedLine>& lines) {
   for (const auto& [line, count] : lines) {
-    if (line.level == core::kError) repeated_.errors += count - 1;
+    const bool isAccepted = accepted_.takes(line);
+    if (line.level == core::kError) repeated_.errors += isAccepted ? count : count - 1;
+    if (isAccepted) --repeated_.warnings;  // one more of them
     if (line.level == core::kWarning || line.level == core::kFilterNote) repeated_.warnings += count - 1;
   }
 }

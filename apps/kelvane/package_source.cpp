@@ -167,7 +167,7 @@ std::string packageFileName(const std::string& path) {
   const fs::path whole = fs::absolute(path).lexically_normal();
   const std::string name = (whole.has_filename() ? whole : whole.parent_path()).filename().string();
   constexpr std::string_view kEnd = ".kvz";
-  return (isPackageName(name) ? name.substr(0, name.size() - kEnd.size()) : name).append(kEnd);
+  return name.substr(0, isPackageName(name) ? name.size() - kEnd.size() : name.npos).append(kEnd);
 }
 
 bool isPackageName(std::string_view name) { return text::lower(name).ends_with(".kvz"); }
@@ -187,7 +187,9 @@ const std::string* nameOf(const std::vector<std::string>& known, const std::stri
 }
 }  // namespace
 
-bool hasName(const std::vector<std::string>& known, const std::string& written) { return nameOf(known, written); }
+bool hasName(const std::vector<std::string>& known, const std::string& written) {
+  return nameOf(known, written) != nullptr;
+}
 
 std::string chosenName(const std::string& written, const std::vector<std::string>& known, const std::string& what) {
   if (const std::string* name = nameOf(known, written)) return *name;

@@ -13,11 +13,13 @@ struct Recap {
   int skipped = 0;               // the list worked them before, or they can't be modified
   int failed = 0;                // they couldn't be worked, or not be saved
   int saved = 0;                 // documents written, each counted once
+  int troubled = 0;              // models, whatever came of them, whose actions had errors
   int errors = 0, warnings = 0;  // lines of the log, equal ones of one action and model once
   double seconds = 0;
 };
 
-// "done  models=120 changed=37 unchanged=80 skipped=2 failed=1 saved=37  errors=3 warnings=12  seconds=4.2"
+// "done  models=120 changed=37 unchanged=80 skipped=2 failed=1 saved=37  errors=3 warnings=12 troubled=2  seconds=4.2";
+// without errors of actions there is no "troubled".
 std::string recapLine(const Recap& recap, const std::string& word);
 // The same numbers by their names.
 nlohmann::ordered_json recapNumbers(const Recap& recap);

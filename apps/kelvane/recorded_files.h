@@ -62,10 +62,10 @@ class RecordedFiles : public os::FilesWrapper {
            os::mounts().machine(path) == os::mounts().machine(kept_);
   }
   std::error_code noted(std::wstring_view path, std::error_code error) {
-    if (!error && places_.try_emplace(std::wstring(path), next_).second) ++next_;
+    if (!error && places_.try_emplace(os::withBackslashes(path), next_).second) ++next_;
     return error;
   }
-  void forget(std::wstring_view path) { places_.erase(std::wstring(path)); }
+  void forget(std::wstring_view path) { places_.erase(os::withBackslashes(path)); }
 
   std::shared_ptr<os::Files> owned_;
   std::unordered_map<std::wstring, std::size_t, text::HashNoCase, text::EqualNoCase> places_;

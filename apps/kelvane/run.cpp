@@ -20,6 +20,7 @@ class Run : public Verb {
         {"--limit", "N", "only the first N of them", &o.limit},
         {"--filter", "FILE", "only what passes this filter file of the package", &o.filter},
         {"--again", "", "also the models that this list has worked before", &o.again},
+        {"--head-foot", "", "runs the list's Head and Foot though no model is left to work", &o.headFoot},
         // what is kept
         {"--save", "touched|all|none",
          "which models are saved with their history: those that the list saves, all that were worked, or none more",
@@ -37,6 +38,8 @@ class Run : public Verb {
         {"--answer", "NAME=VALUE", "answers the list's question for that variable", &o.answers},
         {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
         {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
+        {"--accept", "FORMATS", "counts it as a warning that no open library writes them: sat,dwg,productview,pdf3d",
+         &o.accept},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
     };

@@ -15,6 +15,7 @@ struct RunOptions {
   int limit = 0;                    // 0: no limit
   std::string filter;               // a filter file of the package
   bool again = false;               // those too that the list worked before
+  bool headFoot = false;            // Head and Foot run without a model, too
 
   // What is kept.
   std::string save = "touched";  // touched, all, none
@@ -35,7 +36,8 @@ struct RunOptions {
   // Output.
   std::string log, events;
   bool trace = false;
-  int maxErrors = 20;  // lines shown; 0: all
+  int maxErrors = 20;               // lines shown; 0: all
+  std::vector<std::string> accept;  // "sat,dwg": exports whose failures count as warnings
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
 };

@@ -4,7 +4,9 @@
 #include <set>
 
 #include "core/xml.h"
+#include "documents/action_list.h"
 #include "engine/expressions.h"
+#include "kelvane/accepted_exports.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/package_place.h"
@@ -68,6 +70,12 @@ void requireReadable(const PackageSource& package, const std::string& member) {
   const core::XmlLoaded loaded = core::xmlParse(package.read(member));
   if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
   if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
+}
+
+bool hasHeadOrFoot(const PackageSource& package, const std::string& member) {
+  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
+  const documents::ActionList list = documents::actionList(*loaded.document);
+  return core::xmlChildCount(list.head) > 0 || core::xmlChildCount(list.foot) > 0;
 }
 
 // Before a copy of the models is made: a vault that isn't there, and what only makes sense with one.
@@ -158,6 +166,7 @@ RunPlace prepareRun(const RunOptions& options) {
   requireOrder(options, actionLists(*package));
   place.list = chosenName(options.list, actionLists(*package), "list");
   requireReadable(*package, "actionlists/" + place.list);
+  place.hasEnds = hasHeadOrFoot(*package, "actionlists/" + place.list);
   if (!options.filter.empty()) {
     place.filter = chosenName(options.filter, filters(*package), "filter");
     requireReadable(*package, "filters/" + place.filter);
@@ -165,6 +174,7 @@ RunPlace prepareRun(const RunOptions& options) {
   if (const std::string fault = engine::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
     throw Fault("--select: '" + options.select + "' is no expression (" + fault + ")");
   }
+  (void)AcceptedExports(options.accept);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);

@@ -16,10 +16,11 @@ namespace kelvane {
 
 // Letters of a run: d: models, p: packages, t: temp folder, i: what is installed.
 struct RunPlace {
-  std::wstring models;  // "d:\"
-  std::string package;  // "standards.kvz"
-  std::string list;     // "clean.xml"
-  std::string filter;   // empty: none
+  std::wstring models;   // "d:\"
+  std::string package;   // "standards.kvz"
+  std::string list;      // "clean.xml"
+  bool hasEnds = false;  // the list has actions in Head or Foot
+  std::string filter;    // empty: none
   std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
   std::vector<headless::VaultConnection> vaults;
   std::vector<Answer> answers;  // to the list's questions

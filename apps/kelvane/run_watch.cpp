@@ -18,6 +18,7 @@
 #include "kelvane/model_folder.h"
 #include "kelvane/places.h"
 #include "kelvane/text_check.h"
+#include "kelvane/words.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
@@ -199,15 +200,16 @@ void RunWatch::finishModel(const std::string& row) {
     worked.passedOver = isPassedOver(model.value);
     worked.failed = !keepHistory(model.value, document);
   }
-  log_.follow();
+  worked.errors = log_.follow();
   tellRefusedExpressions();
   compareSaved();
   const std::string outcome = outcomeOf(worked);
-  if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}});
+  if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}, {"errors", worked.errors}});
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
+  const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
+  progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));
-  progress_.step(static_cast<int>(done_), row, outcome);
   if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
@@ -320,6 +322,7 @@ void RunWatch::end(Recap& recap) {
   log_.tellHidden();
   std::string passedOver;
   for (const Worked& worked : worked_) {
+    if (worked.errors > 0) ++recap.troubled;
     if (worked.failed) {
       ++recap.failed;
     } else if (worked.passedOver) {

@@ -39,6 +39,8 @@ class RunWatch : public headless::SessionObserver {
   void tellFilling();
   // The expressions that don't compile, each once: they match nothing, which the log doesn't tell.
   void tellRefusedExpressions();
+  // Failures of these exports count as warnings.
+  void accept(AcceptedExports accepted) { log_.accept(std::move(accepted)); }
   // The rows that are about to be worked, in the run's order.
   void begin(std::vector<std::string> rows);
   // The run is over: what came behind the last model, and the models that never had their turn.
@@ -81,6 +83,7 @@ class RunWatch : public headless::SessionObserver {
     const Document* document = nullptr;  // null: it isn't in memory
     bool failed = false;
     bool passedOver = false;  // it can't be modified
+    int errors = 0;           // that its actions had
     [[nodiscard]] bool isChanged() const { return document && document->isChanged(); }
   };
 

@@ -75,8 +75,8 @@ class RunWork {
     RunWatch watch(session, options_, console_, events_);
     for (const auto& damaged : trouble.damaged) watch.tellDamaged(damaged.model, damaged.fault);
     for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
-    if (starts.empty()) {
-      console_.note("no model is left to work");
+    if (starts.empty() && !options_.headFoot) {
+      tellNoModel();
       watch.countDamaged(recap_);
       return finish(0);
     }
@@ -90,6 +90,7 @@ class RunWork {
   int drive(headless::Session& session, RunWatch& watch, const std::vector<ModelFileName>& starts) {
     RunDriver driver(session, place_);
     driver.openTool();
+    watch.accept(AcceptedExports(options_.accept));  // the log's language is known now
     if (const std::string missing = driver.missingFilter(); !missing.empty())
       console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");
     for (const auto& [model, reason] : driver.fill(starts))
@@ -105,14 +106,14 @@ class RunWork {
                     " models were worked by this list before and are left out; --again works them once more");
     }
     if (Interrupt::code() != 0) return finish(Interrupt::code());
-    if (choice.rows.empty()) {
-      console_.note("no model is left to work");
+    if (choice.rows.empty()) tellNoModel();
+    if (choice.rows.empty() && !options_.headFoot) {
       takeCounts(watch);
       if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
     files_.recorded->forgetAll();
-    if (options_.checkOut) driver.checkOut();
+    if (options_.checkOut && !choice.rows.empty()) driver.checkOut();
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
@@ -121,6 +122,12 @@ class RunWork {
     tellWhatReportsLack(watch, choice.skipped);
     showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  void tellNoModel() {
+    const bool leavesOut = place_.hasEnds && !options_.headFoot;
+    console_.note(std::string("no model is left to work") +
+                  (leavesOut ? "; Head and Foot weren't run (--head-foot runs them)" : ""));
   }
 
   void takeCounts(const RunWatch& watch) {

@@ -132,7 +132,9 @@ void FiringWatch::finishRow(const Row& row) {
   tell(events_, changes);
   const char* outcome = failed ? "failed" : isRenamed ? "renamed" : changes.any() ? "changed" : "unchanged";
   ++(failed ? recap.failed : isRenamed || changes.any() ? recap.changed : recap.unchanged);
-  if (events_.on()) events_.tell("model", {{"model", row.name}, {"outcome", outcome}});
+  const int errors = log_.follow();
+  if (errors > 0) ++recap.troubled;
+  if (events_.on()) events_.tell("model", {{"model", row.name}, {"outcome", outcome}, {"errors", errors}});
 }
 
 void FiringWatch::triggerEnds(int result) {

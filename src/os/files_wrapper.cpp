@@ -57,6 +57,12 @@ std::error_code DryFiles::createFolders(std::wstring_view path) {
 
 std::error_code DryFiles::remove(std::wstring_view path) {
   if (!wouldBeThere(path)) return kNoSuch;
+  // Made and taken away again: nothing would come of it.
+  const std::wstring made = L"write " + withBackslashes(path);
+  if (!under_.exists(path) && seen_.erase(made) > 0) {
+    std::erase(withheld_, made);
+    return {};
+  }
   return withhold(L"remove", path) ? std::error_code{} : under_.remove(path);
 }
 

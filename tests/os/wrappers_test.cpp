@@ -37,6 +37,17 @@ TEST_F(WrappersTest, ADryRunTouchesNothingAndTellsEachChangeOnce) {
   EXPECT_EQ("models/ models/a.prt.1 models/b tmp/", disk_.tree());
 }
 
+// As a test whether a folder can be written; the next one finds nothing left of it.
+TEST_F(WrappersTest, WhatADryRunMakesAndTakesAwayAgainIsNothing) {
+  DryFiles dry(files(), L"d:\\tmp\\");
+  for (int times = 0; times < 2; ++times) {
+    EXPECT_FALSE(dry.create(L"d:\\models\\probe", ""));
+    EXPECT_EQ(errc::file_exists, dry.create(L"d:/models/probe", ""));
+    EXPECT_FALSE(dry.remove(L"d:/models/probe"));
+  }
+  EXPECT_TRUE(dry.withheld().empty());
+}
+
 TEST_F(WrappersTest, ADryRunWorksInItsFreeFolderButDoesNotLeaveItByName) {
   disk_.folder("tmp");
   DryFiles dry(files(), L"d:\\tmp\\");

@@ -376,6 +376,58 @@ TEST_F(Run, PackagesInTurnAreUnpackedOnceAndTheCacheIsBounded) {
   EXPECT_FALSE(fs::exists(path("cache/kelvane/" + stray + "0")));
 }
 
+TEST_F(Run, HeadAndFootRunWithoutAModelWhereThatIsAsked) {
+  const std::string tell =
+      "<task type='runMSDOScommand' version='3' forPRT='true' forEF='false' cmd='echo' args='foot "
+      "&gt;&gt;d:/told.txt'/>";
+  list("ends.xml", kSave, tell);
+  fs::create_directories(models());
+  const std::string none = "no model is left to work; Head and Foot weren't run (--head-foot runs them)\n";
+  EXPECT_THAT(run("ends").err, testing::HasSubstr(none)) << "an empty folder";
+  EXPECT_EQ(0, run("ends", {"--head-foot"}).code);
+  EXPECT_EQ("foot\n", readBytes(models() + "/told.txt"));
+  part(L"PLATE");
+  EXPECT_EQ(0, run("ends", {"--again"}).code);
+  const Ended again = run("ends");
+  EXPECT_EQ(0, again.code);
+  EXPECT_THAT(again.err, testing::HasSubstr(none));
+  EXPECT_EQ("foot\nfoot\n", readBytes(models() + "/told.txt"));
+  const Ended ends = run("ends", {"--head-foot"});
+  EXPECT_EQ(0, ends.code);
+  EXPECT_EQ("done  models=1 changed=0 unchanged=0 skipped=1 failed=0 saved=0  errors=0 warnings=0", recapOf(ends));
+  EXPECT_EQ("foot\nfoot\nfoot\n", readBytes(models() + "/told.txt"));
+  EXPECT_THAT(run("norm", {"--select", "none*"}).err, testing::HasSubstr("no model is left to work\n"));
+}
+
+TEST_F(Run, WhatAnExportRenamesIsCollectedUnderItsLastName) {
+  file("models/block.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [8, 4, 2]}]}})");
+  list("tiff.xml",
+       "<task type='exporttiff' version='3' forPRT='true' forEF='false' folderFromModel='true' exportname='@mdln@' "
+       "printmode='2'/>");
+  const Ended ended = run("tiff", {"--collect", path("out"), "--events", path("events")});
+  EXPECT_EQ(0, ended.code) << ended.err;
+  EXPECT_EQ(std::vector<std::string>{"BLOCK.tiff"}, filesIn("out"));
+  EXPECT_THAT(readBytes(path("events")), testing::HasSubstr("/models/BLOCK.tiff\"}"));
+}
+
+// What the first model would have written is in the way of none behind it.
+TEST_F(Run, ADryRunOfSheetsAndBackupsHasNoErrorsOfItsOwn) {
+  part(L"PLATE");
+  assembly(L"TOP").uses(L"PLATE", creo::ProMdlType::part);
+  fs::create_directories(models() + "/backup");
+  const std::string kinds = " version='3' forPRT='true' forASM='true' forEF='false' ";
+  list("hand.xml", "<task type='writeInformationPDF'" + kinds +
+                       "folder='d:/' file='@mdln@'/><task type='backupAction'" + kinds + "path='d:/backup'/>");
+  const Ended dry = run("hand", {"-n"});
+  EXPECT_EQ(0, dry.code) << dry.err;
+  EXPECT_THAT(dry.out,
+              testing::AllOf(testing::HasSubstr("/models/PLATE.pdf\n"), testing::HasSubstr("/TOP.pdf\n"),
+                             testing::HasSubstr("/backup/plate.prt.1\n"), testing::HasSubstr("/backup/plate.prt.2\n"),
+                             testing::Not(testing::HasSubstr("writetest"))));
+  EXPECT_EQ(0, run("hand").code);
+  EXPECT_EQ((std::vector<std::string>{"plate.prt.1", "plate.prt.2", "top.asm.1"}), filesIn("models/backup"));
+}
+
 // A site's script comes with its configuration; a dry run names the command and starts nothing.
 TEST_F(Run, WorkbooksGoThroughTheScriptOfTheConfiguration) {
   part(L"PLATE").with(L"COLOR", L"red");

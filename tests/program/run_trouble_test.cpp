@@ -432,7 +432,37 @@ TEST_F(RunTrouble, EqualErrorsOfOneActionAndModelAreOne) {
   EXPECT_EQ(4, count(log));
   EXPECT_EQ(4, count(events));
   EXPECT_EQ(2, count(ended.err));
-  EXPECT_THAT(recapOf(ended), testing::HasSubstr("errors=4 "));
+  EXPECT_THAT(recapOf(ended),
+              testing::EndsWith("changed=0 unchanged=2 skipped=0 failed=0 saved=0  errors=4 warnings=0 troubled=2"));
+  EXPECT_THAT(events, testing::HasSubstr(R"({"event":"model","model":"A.PRT","outcome":"unchanged","errors":2})"));
+}
+
+TEST_F(RunTrouble, ExportsThatCantBeWrittenHereMayBeAccepted) {
+  file("models/block.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [8, 4, 2]}]}})");
+  file("models/sheet.drw.1", R"({"format": 1})");
+  const auto task = [](const std::string& type, const std::string& more) {
+    return "<task type='" + type + "' version='3' forPRT='true' forEF='false' folderFromModel='true' file='@mdln@' " +
+           more + "/>";
+  };
+  const std::string sat = task("exportsat", "assemblyConfig='single file' solids='true'");
+  list("all.xml", sat + sat + task("exportProductView", "exportas='.ed'") + task("exportpdf", "") +
+                      "<task type='exportdwg' version='3' forDRW='true' forEF='false' folderFromModel='true' "
+                      "file='@mdln@' sheetoption='1'/>");
+  const Ended strict = run("all", {"-n"});
+  EXPECT_EQ(1, strict.code);
+  EXPECT_THAT(recapOf(strict), testing::HasSubstr("errors=5 warnings=0 troubled=2"));
+  EXPECT_THAT(strict.err, testing::HasSubstr("BLOCK.PRT  unchanged, 4 errors\n"));
+  for (const std::string language : {"en", "de"}) {
+    const Ended ended = run("all", {"--again", "--accept", "SAT,productview", "--accept", "pdf3d,dwg", "--set",
+                                    "kvd_lang=" + language, "--log", path("log")});
+    EXPECT_EQ(0, ended.code) << ended.err;
+    EXPECT_THAT(recapOf(ended), testing::EndsWith("errors=0 warnings=5")) << language;
+    EXPECT_THAT(readBytes(path("log")), testing::HasSubstr("2(ERR) B3 Export 3dPDF"));
+  }
+  const Ended some = run("all", {"-n", "--again", "--accept", "sat"});
+  EXPECT_THAT(recapOf(some), testing::HasSubstr("errors=3 warnings=2"));
+  EXPECT_EQ("kelvane: --accept: there is no 'satt'; did you mean 'sat'?; there are sat, dwg, productview, pdf3d\n",
+            run("all", {"--accept", "satt"}).err);
 }
 
 // What a list writes is never what the run itself writes.

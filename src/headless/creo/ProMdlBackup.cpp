@@ -12,16 +12,29 @@ using headless::Model;
 using headless::onModel;
 using State = headless::Session::State;
 
+namespace {
+
+constexpr int kMostTries = 1000;
+
+}  // namespace
+
 Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
   return onModel("ProMdlnameBackup", model, [&](State& state, Model& m) -> Got<std::wstring> {
     const std::wstring target = os::asFolder(folder);
     if (!os::files().isFolder(target)) return ProNotFound;
     headless::Folder there(target);
     const headless::DocumentFile* newest = there.find(m.document->name, m.type());
-    const std::wstring path = target + headless::documentFileName(*m.document, newest ? newest->version + 1 : 1);
+    int version = newest ? newest->version + 1 : 1;
     const auto text = state.models.documentText(m.handle);
     if (!text) return text.error;
-    const auto error = os::files().create(path, text.value);
+    // Someone else may have taken a name meanwhile; a dry run has taken names that the folder doesn't show.
+    std::wstring path;
+    std::error_code error;
+    for (int tries = 0; tries < kMostTries; ++tries, ++version) {
+      path = target + headless::documentFileName(*m.document, version);
+      error = os::files().create(path, text.value);
+      if (error != std::errc::file_exists) break;
+    }
     if (!error) return path;
     state.showMessage(headless::cantWrite(path, error));
     return ProGeneralError;

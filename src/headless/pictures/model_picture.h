@@ -11,14 +11,15 @@ namespace headless {
 // The most dots an edge of a picture may have.
 constexpr int kMostDots = 10'000;
 
-// A solid shaded, as its active view turns it; without one from the front, the right and above. One without geometry
-// is an empty picture. ProGeneralError with a line of the message area: a body can't be built.
+// A solid shaded, as its active view turns it; without one from the front, the right and above. ProNotFound:
+// there is no geometry to show. ProGeneralError with a line of the message area: a body can't be built.
 creo::Got<Image> solidPicture(Bodies& bodies, const Models& models, const Model& solid, int width, int height);
 
 // A sheet as large as it fits, in the middle, on white. textFolder: the application's, which has the face of texts
 // (FreeSans.ttf); without it there are none. Throws std::runtime_error for what the library refuses.
 Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int width, int height);
-// One or the other, of a drawing its current sheet.
+// One or the other, of a drawing its current sheet. ProGeneralError with a line of the message area, too: there is no
+// geometry to show.
 creo::Got<Image> modelPicture(Session::State& state, const Model& model, int width, int height);
 
 }  // namespace headless

@@ -2,6 +2,7 @@
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/shown_parts.h"
 #include "headless/session/state.h"
+#include "text/format.h"
 
 namespace headless {
 
@@ -21,11 +22,17 @@ creo::ProTransform activeOrientation(const ModelRecord& record) {
 Got<Image> solidPicture(Bodies& bodies, const Models& models, const Model& solid, int width, int height) {
   const auto shown = shownParts(bodies, models, solid, kShadedTurn);
   if (!shown) return shown.error;
+  if (shown.value.parts.empty()) return creo::ProNotFound;
   return shaded(shown.value.parts, activeOrientation(solid.document->record), width, height);
 }
 
 Got<Image> modelPicture(Session::State& state, const Model& model, int width, int height) {
-  if (!hasSheets(model.type())) return solidPicture(state.bodies, state.models, model, width, height);
+  if (!hasSheets(model.type())) {
+    auto picture = solidPicture(state.bodies, state.models, model, width, height);
+    if (picture.error != creo::ProNotFound) return picture;
+    state.showMessage(text::format(L"%s.%s has no geometry to show", model.name, creo::typeExtension(model.type())));
+    return creo::ProGeneralError;
+  }
   const SheetPicture sheet = sheetPicture(state, model, currentSheetOf(*model.document));
   return sheetImage(sheet, state.options.textFolder, width, height);
 }

@@ -5,6 +5,7 @@
 #include "kelvane/places.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace kelvane {
 namespace {

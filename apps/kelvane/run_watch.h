@@ -16,6 +16,9 @@
 #include "kelvane/recap.h"
 #include "kelvane/run_options.h"
 
+namespace headless {
+class ModelDocument;
+}
 namespace kelvane {
 
 // Takes the check marks from rows that haven't had their turn, so that the run comes to its own end: Foot, reports

@@ -179,7 +179,7 @@ TEST_F(FamilyTables, BreakUpIntoModelsOfTheirOwn) {
 
 TEST_F(FamilyTables, BreakUpWithWhatRelationsMakeOfEachRow) {
   bolt(world, R"({"name": "M4", "values": {"SIZE": 4.0}}, {"name": "M5", "values": {"SIZE": 5.0, "d1": 1.0}})",
-       R"("relations": ["GRADE = 'M' + itos(SIZE)", "d1 = SIZE * 10"], )");
+       R"-("relations": ["GRADE = 'M' + itos(SIZE)", "d1 = SIZE * 10"], )-");
   const std::wstring log = runOnBolt(task("verifyFamilietable", "twice='true'") + save + breakUp);
   expectSaid(log, {L"M4 - created - regenerated", L"M5 - created - regenerated"});
   EXPECT_EQ(L"SIZE=3.0 GRADE=8.8", world.savedParameters("BOLT.prt"));

@@ -134,7 +134,7 @@ TEST(MemberOrder, InstancesInUseBecomeTheSameModels) {
 
 TEST(MemberOrder, CopiesBreakUpsAndRenamesGiveTheSameAndLoseNothing) {
   const std::string tasks = Tasks::task("breakUpFamilytable") + Tasks::task("saveModel") +
-                            Tasks::task("copyModel", "name='C_@mdln@'") + task("renameModel", "name='R_@mdln@'");
+                            Tasks::task("copyModel", "name='C_@mdln@'") + Tasks::task("renameModel", "name='R_@mdln@'");
   std::map<std::string, std::set<std::string>> given;  // the unknown members of each model, by "gear.prt"
   std::mt19937 random(4711);
   int count = 0;

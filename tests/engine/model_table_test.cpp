@@ -7,6 +7,7 @@
 #include "creo/ProMdl.h"
 #include "headless/proui/ui.h"
 #include "support/world.h"
+#include "text/encoding.h"
 
 namespace {
 
@@ -140,7 +141,7 @@ TEST_F(ModelTable, AParameterFillsItsColumnByItsType) {
   world.part(L"PIN").with(L"MASS", L"light");
   world.part(L"CAP").with(L"MASS", false);
   world.part(L"ROD");
-  writeBytes(world.models() + "/lid.prt.1",
+  test::writeBytes(world.models() + "/lid.prt.1",
              R"({"format": 1, "parameters": [{"name": "MASS", "type": "double", "value": 3.0, "units": "g"}]})");
   fill();
   world.assembly(L"ALL")

@@ -68,7 +68,7 @@ TEST_F(Details, ASymbolWithoutItsDefinitionCanBeMovedAndDeleted) {
 TEST_F(Details, NotesCanBeDeletedWhileTheyAreVisited) {
   std::string notes;
   for (const int id : {9, 2, 7, 4, 5})
-    notes += (notes.empty() ? "" : ", ") + R"({"id": )" + std::to_string(id) + R"(, "lines": ["n"]})";
+    notes += std::string(notes.empty() ? "" : ", ") + R"({"id": )" + std::to_string(id) + R"(, "lines": ["n"]})";
   model("many.drw.1", R"("sheets": [{"size": "A3"}], "notes": [)" + notes + "]");
   const ProMdl many = retrieve(L"MANY", ProMdlType::drawing);
   std::vector<int> visited;

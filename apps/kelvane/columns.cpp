@@ -10,7 +10,7 @@ namespace kelvane {
 
 std::vector<std::string> aligned(std::vector<std::vector<std::string>> rows) {
   for (auto& row : rows)
-    for (std::string& cell : row) cell = escaped(cell);
+    for (std::string& cell : row) cell = withEscapes(cell);
   std::vector<std::size_t> widths;
   for (const auto& row : rows) {
     widths.resize(std::max(widths.size(), row.size()));

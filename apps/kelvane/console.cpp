@@ -47,7 +47,7 @@ std::string withInks(const std::string& text) {
   return result;
 }
 
-std::string shownLine(std::string_view line) { return withInks(escaped(line)) + '\n'; }
+std::string shownLine(std::string_view line) { return withInks(withEscapes(line)) + '\n'; }
 
 }  // namespace
 
@@ -80,7 +80,7 @@ void Console::trouble(std::string_view line) { clearedErr() << shownLine(line); 
 
 void Console::passing(std::string_view line) {
   if (!live()) return;
-  err_ << kEraseLine << withInks(escaped(line)) << std::flush;
+  err_ << kEraseLine << withInks(withEscapes(line)) << std::flush;
   passing_ = true;
 }
 

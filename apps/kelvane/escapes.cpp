@@ -47,7 +47,7 @@ std::string escapedBut(std::string_view text, std::string_view kept, const char*
 
 }  // namespace
 
-std::string escaped(std::string_view text) { return escapedBut(text, {}, kPlainStart); }
+std::string withEscapes(std::string_view text) { return escapedBut(text, {}, kPlainStart); }
 std::string escapedLines(std::string_view text) { return escapedBut(text, "\n\t", kPlainStart); }
 std::string escapedJson(std::string_view text) { return escapedBut(text, "\n", kJsonStart); }
 

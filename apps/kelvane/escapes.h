@@ -8,7 +8,7 @@ namespace kelvane {
 
 // "\n", "\r", "\t", else "\x1b" for each control character; "\u2028" for line and paragraph separators. Bytes that are
 // no UTF-8 stay.
-std::string escaped(std::string_view text);
+std::string withEscapes(std::string_view text);
 // The same, but line feeds and tabs stay: for what is a text of lines.
 std::string escapedLines(std::string_view text);
 // Of JSON that is written already: what may stand in its texts, as JSON writes it.

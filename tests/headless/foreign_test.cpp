@@ -55,6 +55,7 @@ TEST_F(ForeignTest, DamagedFilesAreRefusedOrWarnedOf) {
       {"dangling", changed("#34=FACE_SURFACE", "#35=FACE_SURFACE"), ""},
       {"itself", changed("#22=CLOSED_SHELL('',(#31,", "#22=CLOSED_SHELL('',(#22,"), ""},
       {"letter", changed("#41=FACE_OUTER_BOUND", "#41=FACE_OUTXR_BOUND"), ""},
+      {"context", changed("APPLICATION_CONTEXT('')", "APPLICATION_CONTEXT(5)"), "1 entity fails the load check"},
       {"direction", changed("(20.,15.,12.)", "(0.,0.,0.)"), ""},
   };
   geometry::foreignPlace().time = std::chrono::seconds(10);

@@ -457,7 +457,7 @@ TEST(FeatureAndMaterialParameters, WithAUnitGoToTheModel) {
       L"KE: 5 HOLE_1|Try to create parameter:DEPTH|Parameter exists already|B2 Add material parameter|"
       L"Try to create parameter:depth|Parameter exists already|B3 Save model",
       told(world.log()));
-  EXPECT_EQ(L"DEPTH=3", world.savedParameters("BRACKET.prt"));
+  EXPECT_EQ(L"DEPTH=3.0", world.savedParameters("BRACKET.prt"));
   EXPECT_NE(std::string::npos, world.document("BRACKET.prt").find("deep"));
   EXPECT_NE(std::string::npos, world.document("BRACKET.prt").find("designated"));
 }

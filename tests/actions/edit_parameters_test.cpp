@@ -145,6 +145,20 @@ TEST_F(EditParameters, ARetypeSaysWhatItCutsAndRefusesWhatIsNoNumber) {
   }
 }
 
+// A pass visits the parameters again for each one that it converted.
+TEST_F(EditParameters, WhatIsRefusedIsToldOnce) {
+  world.part(L"SPRING").with(L"A", L"99999999999").with(L"B", L"2,5").with(L"C", 1.23456789).with(L"D", 7.85e-6);
+  const std::wstring log = run(edit("searchin='1' name='*' totype='1' value='@para@'") + task("saveModel"), L"SPRING");
+  EXPECT_EQ(L"A=99999999999 B=2 C=1 D=0", world.savedParameters("SPRING.prt"));
+  for (const wchar_t* line : {L"E:Failure at parameter 'A' while cast value '99999999999' to integer",
+                              L"W:'2,5' is read as 2: the decimal sign is a point", L"W:'1.23456789' is read as 1",
+                              L"W:'7.85e-06' is read as 0"}) {
+    const std::size_t at = log.find(line);
+    ASSERT_NE(log.npos, at) << text::toUtf8(line) << text::toUtf8(log);
+    EXPECT_EQ(log.npos, log.find(line, at + 1)) << text::toUtf8(log);
+  }
+}
+
 TEST_F(EditParameters, SmallNumbersComeBackWhole) {
   const std::pair<std::string, std::wstring> cases[] = {
       {edit("searchin='1' name='*' totype='2' value='@para@'"), L"RHO=7.85e-09 LEN=1.234567891 HALF=0.5"},
@@ -443,7 +457,7 @@ TEST(FeatureAndMaterialParameters, WithAUnitGoToTheModel) {
       L"KE: 5 HOLE_1|Try to create parameter:DEPTH|Parameter exists already|B2 Add material parameter|"
       L"Try to create parameter:depth|Parameter exists already|B3 Save model",
       told(world.log()));
-  EXPECT_EQ(L"DEPTH=3", world.savedParameters("BRACKET.prt"));
+  EXPECT_EQ(L"DEPTH=3.0", world.savedParameters("BRACKET.prt"));
   EXPECT_NE(std::string::npos, world.document("BRACKET.prt").find("deep"));
   EXPECT_NE(std::string::npos, world.document("BRACKET.prt").find("designated"));
 }

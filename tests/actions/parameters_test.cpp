@@ -28,7 +28,7 @@ TEST_F(AddParameter, MakesEachTypeAndSaves) {
   EXPECT_EQ(L"COLOR=red A_BRACKET=%COLOR% B=12 C=2.5 D=true E=false", world.savedParameters("BRACKET.prt"));
   EXPECT_EQ(
       L"B0 Add model parameter|Try to create parameter:A_BRACKET|Parameter created|"
-      L"Try to create parameter:B|Parameter created|Try to create parameter:C|Parameter created|"
+      L"Try to create parameter:B|W:'12x' is read as 12|Parameter created|Try to create parameter:C|Parameter created|"
       L"Try to create parameter:D|Parameter created|Try to create parameter:E|Parameter created|B1 Save model",
       log);
 }

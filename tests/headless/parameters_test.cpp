@@ -160,7 +160,7 @@ TEST_F(ParametersAndInstances, UnitsOfRowsAndOfWhatIsTooLarge) {
   model("bolt.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 1, "units": "in"},
       {"name": "FAR", "type": "double", "value": 1e308, "units": "km"}],
       "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [
-      {"name": "B2", "values": {"LEN": 2}}]}})");
+      {"name": "B2", "values": {"LEN": 2}}]})");
   const ProMdl b2 = retrieve(L"B2");
   EXPECT_EQ(50.8, ProParameterValueGet(parameter(b2, L"LEN")).value.real);
   EXPECT_EQ(ProNoError, set(b2, L"LEN", real(76.2)));
@@ -296,7 +296,7 @@ TEST_F(ParametersAndInstances, ARestrictionAllowsItsValuesAlone) {
       {"name": "LEN", "type": "double", "value": 2, "units": "in", "restriction": {"minimum": 1, "maximum": 3.5}},
       {"name": "N", "type": "integer", "value": 9, "restriction": {"values": [2, 4]}},
       {"name": "MAT", "type": "string", "value": "steel", "restriction": {"values": ["steel", "brass"]}}],
-      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [{"name": "B2"}]}})");
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [{"name": "B2"}]})");
   const ProMdl part = retrieve(L"BOLTS");
   ProParamvalue whole;
   whole.type = ProParamvalueType::integer;
@@ -322,7 +322,7 @@ TEST_F(ParametersAndInstances, ARestrictionAllowsItsValuesAlone) {
 TEST_F(ParametersAndInstances, ALockedInstanceKeepsItsOwnParameters) {
   model("bolts.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 10}],
       "familyTable": {"items": [], "instances": [{"name": "B1", "locked": true, "parameters": [
-      {"name": "OWN", "type": "double", "value": 1}]}]}})");
+      {"name": "OWN", "type": "double", "value": 1}]}]})");
   const ProMdl b1 = retrieve(L"B1");
   const ProParameter own = parameter(b1, L"OWN");
   const ProError results[] = {ProParameterCreate(item(b1), L"NEW", real(1)).error,
@@ -342,7 +342,7 @@ TEST_F(ParametersAndInstances, ADeletedParameterComesBackWhole) {
       {"name": "Z", "type": "double", "value": 9}],
       "familyTable": {"items": [{"type": "parameter", "name": "LEN", "note": "x"}, {"type": "parameter", "name": "Z"}],
       "instances": [{"name": "B20", "values": {"LEN": 20, "Z": 8}, "familyTable": {
-        "items": [{"type": "parameter", "name": "LEN"}], "instances": [{"name": "B20_L", "values": {"LEN": 21}}]}}]}})");
+        "items": [{"type": "parameter", "name": "LEN"}], "instances": [{"name": "B20_L", "values": {"LEN": 21}}]}}]})");
   const ProMdl part = retrieve(L"BOLTS");
   const std::string before = session().models().documentText(part).value;
   const auto text = [&] { return session().models().documentText(part).value; };
@@ -382,7 +382,7 @@ TEST_F(ParametersAndInstances, ADeletedParameterComesBackWhole) {
 TEST_F(ParametersAndInstances, AColumnStaysWhileAnotherOneHasItsName) {
   model("bolts.prt.1", R"("parameters": [{"name": "X", "type": "integer", "value": 1},
       {"name": "X", "type": "integer", "value": 3}],
-      "familyTable": {"items": [{"type": "parameter", "name": "X"}], "instances": [{"name": "B", "values": {"X": 7}}]}})");
+      "familyTable": {"items": [{"type": "parameter", "name": "X"}], "instances": [{"name": "B", "values": {"X": 7}}]})");
   const ProMdl part = retrieve(L"BOLTS");
   EXPECT_EQ(ProNoError, ProParameterDelete({L"X", item(part), 1}));
   EXPECT_EQ("X=7", parameters(retrieve(L"B")));

@@ -265,6 +265,8 @@ class Conversion {
 }  // namespace
 
 void convertParameter(ParameterEditContext& context, const ProParameter& parameter, const ParameterKind* target) {
+  const bool isFirst = context.refused.insert(parameter.id).second;  // until it succeeds
+  if (!isFirst) return;
   const auto refuse = [](const std::wstring& line) { core::logWrite(line, core::kError); };
   const ProMdl model = parameter.owner.owner;
   const auto from = saved(parameter);
@@ -285,6 +287,7 @@ void convertParameter(ParameterEditContext& context, const ProParameter& paramet
   if (obstacle.empty() && carriesFamily) obstacle = conversion.carryFamily(model);
   if (!obstacle.empty()) return refuse(obstacle);
   if (!conversion.convertValues() || !conversion.carryOut()) return;
+  context.refused.erase(parameter.id);
   if (!target) context.renamed.insert(parameter.id);
   ++context.visitRepeats;
 }

@@ -35,6 +35,8 @@ struct ParameterEditContext {
   std::optional<std::wstring> searched{};  // `name` as it was substituted for this visit
   // Names that a rename took from their first owner in this visit: the places of later ones moved up.
   std::unordered_set<std::wstring, text::HashNoCase, text::EqualNoCase> renamed{};
+  // Those whose conversion was refused: told once, however often the visit is repeated.
+  std::unordered_set<std::wstring, text::HashNoCase, text::EqualNoCase> refused{};
 };
 
 // A visit's step: edits the parameter if the action's search finds it. ProStopVisit ends the visit.

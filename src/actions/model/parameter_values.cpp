@@ -65,18 +65,17 @@ std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& val
   if (value.type == type) return value;
   creo::ProParamvalue made;
   made.type = type;
-  // An integer would take the 7 of 7.85e-09.
-  const std::wstring text = type == ProParamvalueType::integer ? textOf(value) : exactTextOf(value);
+  const std::wstring text = exactTextOf(value);
   if (type == ProParamvalueType::real) {
     const auto number = engine::numberOrZero(text);
     if (!number) return std::nullopt;
     made.real = *number;
   } else if (type == ProParamvalueType::integer) {
-    if (text::readInt(text).fault == text::NumberFault::outOfRange) return std::nullopt;
-    made.integer = engine::integerOrZero(text);
-    // "0.000000" says nothing of 7.85e-09.
-    const bool isHidden = value.type == ProParamvalueType::real && text::wholeInt(text) && value.real != made.integer;
-    if (isHidden) engine::tellCut(exactTextOf(value), made.integer);
+    // "%f", as an integer would take the 7 of 7.85e-09.
+    const auto read = text::readInt(textOf(value));
+    if (read.fault == text::NumberFault::outOfRange) return std::nullopt;
+    made.integer = value.type == ProParamvalueType::real ? read.value : engine::integerOrZero(text);
+    if (value.type == ProParamvalueType::real && value.real != made.integer) engine::tellCut(text, made.integer);
   } else {
     made.boolean = std::find(std::begin(kTrue), std::end(kTrue), text) != std::end(kTrue);
     made.string = text;

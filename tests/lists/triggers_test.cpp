@@ -297,8 +297,10 @@ TEST_F(Triggers, ARunOverSeveralModelsOutlivesItsEvent) {
 TEST_F(Triggers, TheTableIsFilledOnceAndByTheFilterOfItsList) {
   world.part(L"B");
   world.assembly(L"TOP").uses(L"A", ProMdlType::part).uses(L"B", ProMdlType::part);
-  world.list("a.xml", say("no"), "", "", "<f type='isregenerateable' filtertype='true'/><f type='hammer'/>");
-  world.list("only_b.xml", say("did @mdln@"), "", "", "<f type='filename' filename='B*' filtertype='true'/>");
+  world.list("a.xml", say("no"), "", "",
+             "<root><f type='isregenerateable' filtertype='true'/><f type='hammer'/></root>");
+  world.list("only_b.xml", say("did @mdln@"), "", "",
+             "<root><f type='filename' filename='B*' filtertype='true'/></root>");
   set("after_occupy", "standards only_b");
   set("after_occupy_conf", "11100");
   for (const bool isOpen : {false, true}) {
@@ -320,7 +322,7 @@ TEST_F(Triggers, TheTableIsFilledOnceAndByTheFilterOfItsList) {
 }
 
 TEST_F(Triggers, ADialogThatStaysShowsTheRowsOfItsChoosers) {
-  world.list("a.xml", say("no"), "", "", "<f type='filename' filename='NONE*' filtertype='true'/>");
+  world.list("a.xml", say("no"), "", "", "<root><f type='filename' filename='NONE*' filtertype='true'/></root>");
   set("before_save", "standards none");
   world.start();
   openPart();

@@ -173,8 +173,9 @@ TEST_F(Run, RowsAreChosenByPatternNumberAndStart) {
 
 // What the choosers pass on their way to the wanted list, and what the site has for people at Creo.
 TEST_F(Run, AnotherListsFilterAndTheTriggersActOnNothing) {
-  file("standards/actionlists/aaa.xml", R"(<list><head/><body/><filter><f type="isregenerateable" filtertype="true"/>)"
-                                        R"(<f type="hammer" filtertype="true"/></filter><foot/></list>)");
+  file("standards/actionlists/aaa.xml",
+       R"(<list><head/><body/><filter><root><f type="isregenerateable" filtertype="true"/>)"
+       R"(<f type="hammer" filtertype="true"/></root></filter><foot/></list>)");
   list("rename.xml", "<task type='renameModel' version='3' forPRT='true' forEF='false' name='TRIGGERED'/>");
   part(L"PLATE");
   part(L"BOLT");

@@ -1,6 +1,7 @@
 // kelvane show: one model, readable.
 #include "engine/history.h"
 #include "headless/model/family.h"
+#include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/models.h"
 #include "kelvane/columns.h"
@@ -37,23 +38,29 @@ Rows parametersOf(const creo::ProModelitem& owner) {
   return rows;
 }
 
-Rows featuresOf(const headless::ModelRecord& record) {
+// An instance's are as its row and its generic's program make them.
+Rows featureRows(const headless::Model& model) {
   Rows rows;
-  for (const headless::FeatureRecord& feature : record.features) {
-    const bool active = feature.status == creo::ProFeatureStatus::active;
-    std::string more = active ? std::string() : std::string(headless::textOf(feature.status));
-    if (feature.pattern && !feature.pattern->members.empty())
-      addPiece(more, counted(feature.pattern->members.size(), "member"));
-    rows.push_back({std::to_string(feature.id), feature.name, "type " + std::to_string(feature.type), more});
+  for (const headless::ModelFeature& one : headless::featuresOf(model)) {
+    const headless::FeatureRecord* feature = one.record();
+    if (!feature) continue;
+    const creo::ProFeatureStatus status = headless::featureStatus(one);
+    const bool active = status == creo::ProFeatureStatus::active;
+    std::string more = active ? std::string() : std::string(headless::textOf(status));
+    if (feature->pattern && !feature->pattern->members.empty())
+      addPiece(more, counted(feature->pattern->members.size(), "member"));
+    rows.push_back({std::to_string(feature->id), feature->name, "type " + std::to_string(feature->type), more});
   }
   return rows;
 }
 
-Rows dimensionsOf(const headless::ModelRecord& record) {
+Rows dimensionRows(const headless::Model& model) {
   Rows rows;
-  for (const headless::DimensionRecord& dimension : record.dimensions) {
-    const std::string symbol = dimension.symbol.empty() ? "d" + std::to_string(dimension.id) : dimension.symbol;
-    rows.push_back({symbol, scalarText(dimension.value), dimension.reference ? "reference" : ""});
+  for (const headless::DimensionRecord& dimension : model.document->record.dimensions) {
+    const std::string symbol = headless::symbolOf(dimension);
+    const headless::Scalar& value =
+        headless::heldValue(model, creo::ProFamitemType::dimension, symbol, dimension.value);
+    rows.push_back({symbol, scalarText(value), dimension.reference ? "reference" : ""});
   }
   return rows;
 }
@@ -94,8 +101,8 @@ class Show : public Verb {
     showHead(console, model);
     const auto owner = creo::ProMdlToModelitem(handle);
     section(console, "parameters", parametersOf(owner.value));
-    section(console, "features", featuresOf(record));
-    section(console, "dimensions", dimensionsOf(record));
+    section(console, "features", featureRows(model));
+    section(console, "dimensions", dimensionRows(model));
     for (const Section& own : relationSections(record)) section(console, own.title, own.rows);
     const Section family = familySection(model);
     section(console, family.title, family.rows);

@@ -217,7 +217,7 @@ TEST_F(FamilyTables, AssembliesBreakUpWithTheirComponents) {
   world.part(L"NUT").with(L"A", 2);
   writeBytes(world.models() + "/unit.asm.1", R"({"format": 1, "components": [
   {"name": "PIN", "type": "prt", "feature": 1}, {"name": "NUT", "type": "prt", "feature": 2}],
-  "features": [{"id": 1, "dimensions": [7]}], "dimensions": [{"id": 7, "value": 3.0}],
+  "features": [{"id": 1, "dimensions": [7]}], "dimensions": [{"id": 7, "value": 3.0}], "relations": ["FAR = d7 * 2"],
   "layers": [{"id": 5, "name": "SMALL", "items": [{"type": "feature", "id": 1}, {"type": "feature", "id": 2},
     {"type": "dimension", "id": 7}]}],
   "simplifiedReps": [{"id": 1, "name": "LIGHT", "items": [{"feature": 1, "action": "exclude"},
@@ -228,8 +228,10 @@ TEST_F(FamilyTables, AssembliesBreakUpWithTheirComponents) {
   const std::wstring log = run(breakUp + save, L"UNIT", creo::ProMdlType::assembly);
   expectSaid(log, {L"E:The instance 'LOST' stays in the family table: it can't be created"});
   EXPECT_EQ("NUT.prt.1 NUT.prt.2 PIN.prt.1 PIN.prt.2 bare.asm.1 nuts.asm.1 unit.asm.1 unit.asm.2", files());
-  expectNotIn("BARE.asm", {"PIN", R"("id":7)"});
-  expectIn("BARE.asm", {R"("items":[{"type":"feature","id":2}])", R"("items":[{"feature":2,"action":"exclude"}])"});
+  expectNotIn("BARE.asm", {"PIN"});
+  // A dimension stays for the relations that read it.
+  expectIn("BARE.asm", {R"("items":[{"type":"feature","id":2},{"type":"dimension","id":7}])", R"({"id":7,"value":3.0})",
+                        R"("items":[{"feature":2,"action":"exclude"}])"});
   expectIn("NUTS.asm",
            {R"("items":[{"type":"feature","id":1},{"type":"feature","id":2},{"type":"dimension","id":7}])"});
   expectNotIn("NUTS.asm", {"PIN"});

@@ -52,6 +52,8 @@ TEST_F(ModelVerbs, ShowTellsFamilyTableUsesAndInstances) {
   const Ended instance = kelvane({"show", example("workspace"), "BOLT_M8X30.PRT"});
   EXPECT_THAT(instance.out, testing::StartsWith("BOLT_M8X30.PRT  version 2  instance of BOLT_DIN933"));
   EXPECT_THAT(instance.out, testing::ContainsRegex("SUPPLIER_NO +String +DIN 933 M8x30\n"));
+  EXPECT_THAT(kelvane({"show", example("workspace"), "BOLT_M6X20.PRT"}).out,
+              testing::ContainsRegex("\n  LENGTH +20.0\n"));
   EXPECT_THAT(kelvane({"show", example("workspace"), "OUTPUT_SHAFT.ASM"}).out,
               testing::HasSubstr("uses\n  SHAFT_OUT.PRT\n  GEAR.PRT\n  KEY_14X9X28.PRT\n  BEARING_6207.PRT\n"));
 }

@@ -103,13 +103,9 @@ void resolveFeatures(const Model& instance, ModelRecord& record) {
   // An id that a component got by its place is written down, as the places change.
   for (const TreeFeature& place : tree)
     if (place.component != TreeFeature::kNone) record.components[place.component].feature = place.id;
-  std::unordered_set<int> dimensions;
-  for (const FeatureRecord& one : record.features)
-    if (gone.contains(one.id)) dimensions.insert(one.dimensions.begin(), one.dimensions.end());
   std::erase_if(record.features, [&](const FeatureRecord& one) { return gone.contains(one.id); });
-  std::erase_if(record.dimensions,
-                [&](const DimensionRecord& one) { return !one.reference && dimensions.contains(one.id); });
-  dropReferences(record, gone, dimensions);
+  // Their dimensions stay: relations may read them.
+  dropReferences(record, gone, {});
 }
 
 void resolveComponents(const Model& instance, ModelRecord& record) {

@@ -149,7 +149,7 @@ void store(const Task& task) {
   if (creo::ProUIOptionmenuIsVisible(kDialog, kMenu).value) {
     const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kMenu);
     if (!chosen.value.empty()) set(text::fromUtf8(chosen.value.front()));
-    isRead = isRead && !chosen.value.empty();
+    isRead = isRead && chosen;
   }
   if (creo::ProUICheckbuttonIsVisible(kDialog, kCheck).value) {
     const auto on = creo::ProUICheckbuttonGetState(kDialog, kCheck);

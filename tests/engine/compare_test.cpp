@@ -219,7 +219,8 @@ TEST(Compare, LongTextsAndEndlessBacktrackingComeToAnEnd) {
   const std::wstring as(100'000, L'a');
   EXPECT_EQ(1, wildcardCompare(L"/^(a|b)*$/", as));
   EXPECT_EQ(1, wildcardCompare(L"/^(?:a|b)*$/", as.substr(0, 3500)));
-  EXPECT_EQ(0, wildcardCompare(L"/^(?:a|b)*$/", as + L"c"));
+  EXPECT_EQ(-2, wildcardCompare(L"/^(?:a|b)*$/", as + L"c"))
+      << "given up, which is told: it isn't known to be no match";
   EXPECT_EQ(1, wildcardCompare(L"/b$/", as + L"b"));
   EXPECT_EQ(0, wildcardCompare(L"*a*a*a*a*a*a*b", as));
   EXPECT_EQ(1, wildcardCompare(L"*a*a*a*a*a*a*b", as + L"b"));

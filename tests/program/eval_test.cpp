@@ -57,7 +57,7 @@ TEST_F(Eval, ATextGivesItsValueOrItsErrors) {
        "kelvane: --set: there is no key 'kvd_log_levl'; did you mean 'kvd_log_level'?\n"},
       {{std::string(260, 'x')}, 1, "", "error: The replaced output is to large for this task\n"},
       {{}, 2, "", "kelvane: eval: one text is needed, or --filter\n"},
-      {{"a", "b"}, 2, "", "kelvane: eval: one text is needed, or --filter\n"},
+      {{"a", "b"}, 2, "", "kelvane: eval: The following argument was not expected: b ('kelvane eval -h' tells more)\n"},
       {{"a", "--filter", "b"}, 2, "", "kelvane: eval: a text and --filter don't go together\n"},
       {{"a", "--user", "=1"}, 2, "", "kelvane: --user: '=1' is no NAME=VALUE\n"},
       {{"--filter", "nowhere/x.xml"}, 2, "", "kelvane: there is no filter nowhere/x.xml\n"},

@@ -76,7 +76,7 @@ TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
 }
 
 TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {
-  EXPECT_THAT(kelvane({"-h"}).out, testing::HasSubstr("\n  run       runs a list on the models of a folder\n"));
+  EXPECT_THAT(kelvane({"-h"}).out, testing::HasSubstr("\n  run         runs a list on the models of a folder\n"));
   const Ended run = kelvane({"run", "-h"});
   EXPECT_EQ(0, run.code);
   EXPECT_THAT(run.out, testing::HasSubstr("--start NAME.EXT"));

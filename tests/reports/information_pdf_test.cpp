@@ -380,8 +380,8 @@ TEST_F(InformationPdf, FoldersAndFilesThatCantBeWrittenEndIt) {
 // One name for all models would be one file for all.
 TEST_F(InformationPdf, WithoutANameOfItsOwnNothingIsWritten) {
   const std::pair<std::string, std::wstring> names[] = {
-      {"%MISSING%", L"E:Failure while read parameter: MISSING"},
-      {"%MISSING%.pdf", L"E:Failure while read parameter: MISSING"},
+      {"%MISSING%", L"E:Can't find parameter: MISSING"},
+      {"%MISSING%.pdf", L"E:Can't find parameter: MISSING"},
       {std::string(260, 'x'), L"E:The replaced output is to large for this task"},
       {".PDF", L"E:The path names no file: 't:\\.PDF'"},
       {"/", L"E:The path names no file: 't:\\/.pdf'"},

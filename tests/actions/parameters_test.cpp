@@ -48,6 +48,7 @@ TEST_F(AddParameter, TellsWhatItCantMake) {
        L"Try to create parameter:X|W:'7.9' is read as 7|Parameter created"},
       {"name_0='X' type_0='Integer' value_0='99999999999'",
        L"Try to create parameter:X|W:'99999999999' is read as 2147483647|Parameter created"},
+      {"name_0='COLOR' type_0='Integer' value_0='7.9'", L"Try to create parameter:COLOR|Parameter exists already"},
       {"name_0='X' type_0='Double' value_0='' name_1='Y' type_1='Integer'",
        L"Try to create parameter:X|Parameter created|Try to create parameter:Y|Parameter created"},
       {"name_0='1X' type_0='String'", L"Try to create parameter:1X|E:Can't create parameter: 1X"},

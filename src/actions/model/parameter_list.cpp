@@ -1,5 +1,6 @@
 #include "actions/model/parameter_list.h"
 
+#include <cmath>
 #include <optional>
 
 #include "core/log.h"
@@ -12,6 +13,7 @@
 #include "engine/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
+#include "text/pieces.h"
 
 namespace actions {
 namespace {
@@ -87,9 +89,9 @@ constexpr TypeWord kTypeWords[] = {
 std::optional<std::wstring> canonical(std::wstring_view text, ProParamvalueType type) {
   switch (type) {
     case ProParamvalueType::integer:
-      return text::format(L"%d", engine::integerOrZero(text));
+      return text::format(L"%d", text::parseInt(text));
     case ProParamvalueType::real:
-      if (const auto number = engine::numberOrZero(text)) return text::shortest(*number);
+      if (const double number = text::parseDouble(text); std::isfinite(number)) return text::shortest(number);
       return std::nullopt;
     case ProParamvalueType::boolean:
       return std::wstring(text == L"true" ? L"true" : L"false");
@@ -113,6 +115,15 @@ std::optional<ProParamvalue> valueOf(const Task& task, int index) {
   core::logWrite(text::format(L"The parameter type '%s' isn't one of String, Integer, Double, Boolean", word),
                  core::kError);
   return std::nullopt;
+}
+
+// What isn't in a new parameter's value of its text; one that is there takes nothing of it.
+void tellCut(const Task& task, int index, const ProParamvalue& value) {
+  const std::wstring_view text = task.numbered(L"value_%d", index).value_or(L"");
+  if (text::trimmed(text).empty()) return;
+  if (value.type == ProParamvalueType::integer && text::wholeInt(text) != value.integer)
+    engine::tellCut(text, value.integer);
+  if (value.type == ProParamvalueType::real && text::wholeDouble(text) != value.real) engine::tellCut(text, value.real);
 }
 
 std::wstring_view unitOf(const Task& task, int index) { return task.numbered(L"unit_%d", index).value_or(L""); }
@@ -204,6 +215,7 @@ void addParameter(const Task& task, int index, const ParameterTarget& target, co
   const auto owner = ownerOf(unit, target);
   Got<ProParameter> parameter = owner ? create(owner.value, name, value, unit) : owner.error;
   if (parameter) {
+    tellCut(task, index, value);
     completeNew(task, index, parameter.value, target.logDepth);
   } else if (parameter.error == ProExists && (parameter = ProParameterInit(owner.value, name))) {
     changeExisting(task, index, parameter.value, target.logDepth);

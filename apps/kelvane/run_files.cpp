@@ -25,15 +25,14 @@ std::wstring placeBelow(std::wstring_view path) {
 }  // namespace
 
 std::wstring logTarget(const RunOptions& options, const std::wstring& models) {
-  if (!options.log.empty()) return systemPath(options.log);
-  // A dry run leaves the models' folder alone.
-  return options.dryRun ? std::wstring() : models + L"kelvane.log";
+  return options.log.empty() ? models + L"kelvane.log" : systemPath(options.log);
 }
 
 std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console,
                     bool& troubled) {
+  // A dry run leaves the models' folder alone.
+  if (log.empty() || (options.dryRun && options.log.empty())) return {};
   const std::wstring target = logTarget(options, models);
-  if (log.empty() || target.empty()) return {};
   const auto read = os::files().read(log);
   const std::error_code error = read ? os::diskFiles()->write(target, read.value) : read.error;
   if (!error) return shown(target);

@@ -10,7 +10,7 @@
 
 namespace kelvane {
 
-// Where the run's log is wanted: by --log, else beside the models. Empty: nowhere, in a dry run.
+// Where a run's log is wanted: by --log, else beside the models. There a dry run writes none, but no report either.
 std::wstring logTarget(const RunOptions& options, const std::wstring& models);
 
 // Copies the log to where it is wanted and gives that place in the machine's form; empty where there is nothing to

@@ -43,10 +43,12 @@ bool liesInRoot(std::wstring_view path) {
   return os::splitDevice(path).device.empty() && os::partsOf(path).size() == 1;
 }
 
+// Dots and blanks before the extension are no name either.
 bool namesFile(std::wstring_view path, std::wstring_view extension) {
   const std::wstring whole = os::nameOf(path);
-  const std::wstring_view name = withoutLooseEnd(whole);
-  return !name.empty() && (extension.empty() || !text::equalNoCase(name, extension));
+  std::wstring_view name = withoutLooseEnd(whole);
+  if (text::endsWithNoCase(name, extension)) name.remove_suffix(extension.size());
+  return !withoutLooseEnd(name).empty();
 }
 
 bool refuse(std::wstring_view form, std::wstring_view path) {

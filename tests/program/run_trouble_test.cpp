@@ -482,6 +482,7 @@ TEST_F(RunTrouble, ReportsLeaveModelsAndTheLogAlone) {
     EXPECT_THAT(readBytes(path("models/kelvane.log")), testing::HasSubstr("write list report"));
     EXPECT_THAT(ended.err, testing::HasSubstr(std::string(target).ends_with(".1") ? "is the document of a model"
                                                                                   : "Failure while open report."));
+    EXPECT_EQ(1, run("report", {"-n", "--set", "kvd_write_history_in_models=0"}).code);
   }
 }
 

@@ -384,6 +384,7 @@ TEST_F(InformationPdf, WithoutANameOfItsOwnNothingIsWritten) {
       {"%MISSING%.pdf", L"E:Can't find parameter: MISSING"},
       {std::string(260, 'x'), L"E:The replaced output is to large for this task"},
       {".PDF", L"E:The path names no file: 't:\\.PDF'"},
+      {" ", L"E:The path names no file: 't:\\ .pdf'"},
       {"/", L"E:The path names no file: 't:\\/.pdf'"},
   };
   std::string tasks;

@@ -75,8 +75,14 @@ void tidyBeside(const std::string& work) {
     }
   }
   std::sort(others.begin(), others.end(), [](const WorkFolder& a, const WorkFolder& b) { return a.used > b.used; });
-  for (std::size_t i = 0; i < others.size(); ++i)
-    if (i + 1 >= kMostFolders || !others[i].isWanted) removeUnused(others[i]);
+  std::size_t kept = 1;  // its own
+  for (const WorkFolder& folder : others) {
+    if (folder.isWanted && kept < kMostFolders) {
+      ++kept;
+    } else {
+      removeUnused(folder);
+    }
+  }
 }
 
 }  // namespace kelvane

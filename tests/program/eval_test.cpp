@@ -46,11 +46,11 @@ TEST_F(Eval, ATextGivesItsValueOrItsErrors) {
        "error: Can't find parameter: MATRIAL\n"
        "warning: unknown token '@mdlm@'; did you mean '@mdln@'?\n"
        "warning: there is no parameter 'MATRIAL'; did you mean 'MATERIAL'?\n"},
-      {{"%user:clour%", "--user", "COLOR=red"},
+      {{"%user:colr%", "--user", "COLOR=red"},
        1,
        "",
        "error: The user variable isn't declared with a 'set user variable' action from the environment group.\n"
-       "warning: there is no user variable 'clour'; did you mean 'COLOR'?\n"},
+       "warning: there is no user variable 'colr'; did you mean 'COLOR'?\n"},
       {{"a", "--set", "kvd_log_levl=8"},
        2,
        "",

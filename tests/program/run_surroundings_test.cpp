@@ -30,7 +30,8 @@ TEST_F(RunSurroundings, ProgramsAreRefusedOrWithheld) {
   EXPECT_EQ(1, refused.code);
   EXPECT_THAT(refused.err, testing::HasSubstr("This run starts no programs: echo PLATE"));
   EXPECT_THAT(refused.err, testing::HasSubstr("This run starts no programs: true"));
-  EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=2 warnings=0", recapOf(refused));
+  EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=2 warnings=0 troubled=1",
+            recapOf(refused));
   const Ended dry = run("tell", {"-n"});
   EXPECT_THAT(dry.out, testing::HasSubstr("would run echo PLATE >d:\\told.txt; echo printed\nwould start true\n"));
   EXPECT_EQ("dry  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(dry));

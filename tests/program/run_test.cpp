@@ -167,7 +167,8 @@ TEST_F(Run, RowsAreChosenByPatternNumberAndStart) {
     const Ended ended = run("norm", c.options);
     EXPECT_EQ(0, ended.code) << ended.err;
     EXPECT_EQ(c.worked, workedOf(ended)) << testing::PrintToString(c.options) << ended.err;
-    if (c.worked.empty()) EXPECT_EQ("no model is left to work\n", ended.err);
+    if (c.worked.empty())
+      EXPECT_EQ("warning: --select: no model matches 'none'\nno model is left to work\n", ended.err);
   }
 }
 
@@ -264,7 +265,7 @@ TEST_F(Run, EventsTellChangesLogAndRecap) {
   for (const char* piece :
        {"{\"event\":\"changed\",\"model\":\"PLATE.PRT\",\"path\":\"parameters/NORM/"
         "value\",\"old\":\"\",\"new\":\"WN-100\"}\n"
-        "{\"event\":\"model\",\"model\":\"PLATE.PRT\",\"outcome\":\"changed\"}\n",
+        "{\"event\":\"model\",\"model\":\"PLATE.PRT\",\"outcome\":\"changed\",\"errors\":0}\n",
         "{\"event\":\"log\",\"level\":9,", "{\"event\":\"operation\",\"name\":\"ProMdlSave\",\"result\":0,",
         "{\"event\":\"recap\",\"models\":1,\"changed\":1,"}) {
     EXPECT_NE(std::string::npos, events.find(piece)) << piece;
@@ -423,10 +424,10 @@ TEST_F(Run, ADryRunOfSheetsAndBackupsHasNoErrorsOfItsOwn) {
   EXPECT_EQ(0, dry.code) << dry.err;
   EXPECT_THAT(dry.out,
               testing::AllOf(testing::HasSubstr("/models/PLATE.pdf\n"), testing::HasSubstr("/TOP.pdf\n"),
-                             testing::HasSubstr("/backup/plate.prt.1\n"), testing::HasSubstr("/backup/plate.prt.2\n"),
+                             testing::HasSubstr("/backup/PLATE.prt.1\n"), testing::HasSubstr("/backup/PLATE.prt.2\n"),
                              testing::Not(testing::HasSubstr("writetest"))));
   EXPECT_EQ(0, run("hand").code);
-  EXPECT_EQ((std::vector<std::string>{"plate.prt.1", "plate.prt.2", "top.asm.1"}), filesIn("models/backup"));
+  EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.2", "TOP.asm.1"}), filesIn("models/backup"));
 }
 
 // A site's script comes with its configuration; a dry run names the command and starts nothing.

@@ -103,6 +103,9 @@ void addOwners(const core::XmlNode& task, const std::string& type, std::vector<P
   if (!inFeature && type != "addMaterialParameter") return;
   eachAttribute(task, [&](const core::XmlAttr& attribute) {
     if (!attribute.name.starts_with(kUnit) || attribute.value.empty()) return;
+    const core::XmlAttr* kind =
+        core::attrFind(task.attributes, L"type_" + std::wstring(attribute.name.substr(kUnit.size())));
+    if (kind && (kind->value == L"String" || kind->value == L"Boolean")) return;  // it isn't created at all
     uses.push_back({"units", inQuotes(attribute.name) +
                                  ": a parameter with a unit is created in the model, not in the " +
                                  (inFeature ? "feature" : "material")});

@@ -75,6 +75,35 @@ TEST_F(ForeignTest, DamagedFilesAreRefusedOrWarnedOf) {
   EXPECT_NEAR(10000, ProSolidMassPropertyGet(made_).value.volume, 1e-6);
 }
 
+// The library finds nothing wrong with a cylinder between circles of another radius.
+TEST_F(ForeignTest, FacesThatLeaveTheirEdgesAreRefusedOrWarnedOf) {
+  const ProMdl pin = part(R"({"type": "cylinder", "diameter": 20, "length": 30})");
+  ASSERT_EQ(ProNoError, ProIntf3DFileWrite(pin, ProIntfFormat::step, L"d:\\pin.stp",
+                                           ProOutputAssemblyConfiguration::singleFile, {}, {}))
+      << messages();
+  const std::string whole = read("pin.stp");
+  const std::size_t face = whole.find("CYLINDRICAL_SURFACE");
+  ASSERT_NE(whole.npos, face);
+  const std::size_t radius = whole.find("10.", face);
+  ASSERT_LT(radius, whole.find(';', face));
+  const struct {
+    std::string radius;
+    ProError error;
+    std::string line;
+  } cases[] = {{"10.", ProNoError, ""},
+               {"10.1", ProNoError, "warning: import of d:\\pin.stp: 1 body has faces that hardly meet"},
+               {"5.", ProGeneralError, "the faces of a body don't meet: its volume is unknown"},
+               {"20.", ProGeneralError, "the faces of a body don't meet: its volume is unknown"}};
+  for (const auto& one : cases) {
+    write("pin.stp", whole.substr(0, radius) + one.radius + whole.substr(radius + 3));
+    const std::size_t before = messages().size();
+    EXPECT_EQ(one.error, import("pin.stp", L"PIN_" + text::fromUtf8(one.radius.substr(0, 2)) +
+                                               std::to_wstring(one.radius.size())));
+    const std::string told = messages().substr(before);
+    EXPECT_TRUE(one.line.empty() ? told.empty() : told.find(one.line) != told.npos) << one.radius << ": " << told;
+  }
+}
+
 TEST_F(ForeignTest, AReaderThatEndsHangsOrIsMissingIsAFaultOfTheFile) {
   write("plate.stp", test::stepTetrahedron());
   const struct {

@@ -187,7 +187,7 @@ std::string RunWatch::outcomeOf(const Worked& worked) {
   if (worked.failed) return "failed";
   if (worked.passedOver) return "skipped";
   if (!worked.isChanged()) return "unchanged";
-  return worked.document->before.empty() ? "changed" : "renamed";
+  return engine::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
 }
 
 void RunWatch::finishModel(const std::string& row) {

@@ -253,6 +253,16 @@ TEST_F(Run, ARowWhoseModelWasRenamedBeforeItsTurnIsWorkedUnderItsNewName) {
   EXPECT_THAT(recapOf(run("rename")), testing::HasSubstr("models=2 changed=0 unchanged=0 skipped=2 failed=0"));
 }
 
+TEST_F(Run, InstancesOfARenamedModelKeepTheirNames) {
+  file("models/gen.prt.1", R"({"format": 1, "familyTable": {"items": [], "instances": [{"name": "GEN_1"}]}})");
+  assembly(L"TOP").uses(L"GEN_1", ProMdlType::part);
+  list("rename.xml", "<task type='renameModel' version='3' forPRT='true' forEF='false' name='@mdln@_X'/>");
+  const Ended ended = run("rename", {"--set", "kvd_filter_inst=1"});
+  EXPECT_EQ(0, ended.code) << ended.out;
+  EXPECT_THAT(ended.err, testing::HasSubstr("] GEN.PRT  renamed\n"));
+  EXPECT_THAT(ended.err, testing::HasSubstr("] GEN_1.PRT  changed\n"));
+}
+
 TEST_F(Run, FilterFileOfThePackageDecides) {
   workspace();
   EXPECT_EQ("BOLT_DIN933.PRT", workedOf(runExample("inventory", {"--filter", "fasteners", "-n"})));

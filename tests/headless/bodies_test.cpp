@@ -160,7 +160,7 @@ TEST_F(BodyTest, DimensionsParametersAndFeaturesShapeThePart) {
         "familyTable": {"items": [{"type": "dimension", "name": "WIDTH"}, {"type": "feature", "name": "BORE"}],
           "instances": [{"name": "SHORT", "values": {"WIDTH": 40, "BORE": "N"}}]})");
   EXPECT_NEAR(16000 - 125 * kPi, volume(plate), 1e-6);
-  EXPECT_NEAR(4000, volume(retrieve(L"SHORT")), 1e-6);
+  EXPECT_NEAR(16000, volume(retrieve(L"SHORT")), 1e-6) << "without its bore; the relation comes before the row";
   set(plate, L"THICKNESS", real(10));
   EXPECT_NEAR(32000 - 250 * kPi, volume(plate), 1e-6) << "the parameter at once";
   EXPECT_EQ(ProNoError, ProSolidRegenerate(plate, 0));
@@ -219,7 +219,7 @@ TEST_F(BodyTest, AStatedDensityIsTheCurrentMaterials) {
     std::erase_if(document, [](char letter) { return letter == ' ' || letter == '\n'; });
     EXPECT_NE(std::string::npos, document.find(c.held)) << document;
     EXPECT_EQ(c.ofPart, document.find("\"density\":") != std::string::npos) << document;
-    EXPECT_EQ(std::string::npos, document.find("densityEstimated")) << document;
+    EXPECT_EQ(std::string::npos, document.find("\"densityEstimated\":true")) << document;
   }
 }
 

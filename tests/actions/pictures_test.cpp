@@ -116,7 +116,7 @@ TEST_F(PictureExports, APathThatIsntWholeCountsFromTheWorkingFolder) {
   EXPECT_EQ(
       L"B0 Export jpg|Export completed|B1 Export tiff|Export completed|B2 Export tiff|"
       L"W:File already exists, no new image taken|"
-      L"B3 Export tiff|E:d:\\out/kept_1.tiff is in the way|E:Fehler occured while export as tiff|E:Error -5",
+      L"B3 Export tiff|E:d:/out/kept_1.tiff is in the way|E:Fehler occured while export as tiff|E:Error -5",
       run(task("exportjpg", "folder='out' exportname='a' width='60' height='30'") +
           task("exporttiff", "folder='out' exportname='b'") + task("exporttiff", "folder='out' exportname='b'") +
           task("exporttiff", "folder='out' exportname='kept'")));

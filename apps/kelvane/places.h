@@ -14,8 +14,8 @@ std::string shown(std::wstring_view path);
 
 // The folder of what is installed beside the plug-in, in the machine's form. A Fault when it isn't found.
 std::string installationFolder();
-// A folder of this user's that lasts between runs on the same folder of models, while it is used now and then; made when
-// it isn't there.
+// A folder of this user's that lasts between runs on the same folder of models, while it is used now and then; made
+// when it isn't there.
 std::string workFolder(const std::string& models);
 
 }  // namespace kelvane

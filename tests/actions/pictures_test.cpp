@@ -53,9 +53,11 @@ TEST_F(PictureExports, SurfacesHaveTheirOwnColours) {
 
 TEST_F(PictureExports, AModelWithoutABodyGivesAnErrorAndNoPicture) {
   test::writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1})");
-  EXPECT_EQ(L"B0 Export jpg|E:Fehler occured while export as jpg|B1 Export tiff|E:Fehler occured while export as tiff|E:Error -1",
-            run(task("exportjpg", "folder='t:\\' exportname='a' width='60' height='60'") +
-                task("exporttiff", "folder='t:\\' exportname='b'")));
+  EXPECT_EQ(
+      L"B0 Export jpg|E:Fehler occured while export as jpg|B1 Export tiff|E:Fehler occured while export as "
+      L"tiff|E:Error -1",
+      run(task("exportjpg", "folder='t:\\' exportname='a' width='60' height='60'") +
+          task("exporttiff", "folder='t:\\' exportname='b'")));
   EXPECT_FALSE(std::filesystem::exists(file("a.jpg")) || std::filesystem::exists(file("b.tiff")) ||
                std::filesystem::exists(file("b_1.tiff")));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"BRACKET.PRT has no geometry to show"));

@@ -142,7 +142,7 @@ TEST_F(ModelTable, AParameterFillsItsColumnByItsType) {
   world.part(L"CAP").with(L"MASS", false);
   world.part(L"ROD");
   test::writeBytes(world.models() + "/lid.prt.1",
-             R"({"format": 1, "parameters": [{"name": "MASS", "type": "double", "value": 3.0, "units": "g"}]})");
+                   R"({"format": 1, "parameters": [{"name": "MASS", "type": "double", "value": 3.0, "units": "g"}]})");
   fill();
   world.assembly(L"ALL")
       .uses(L"LID", ProMdlType::part)

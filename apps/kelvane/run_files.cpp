@@ -42,12 +42,12 @@ std::string keepLog(const std::wstring& log, const RunOptions& options, const st
 }
 
 void showPlaces(const std::vector<std::wstring>& written, Console& console, Events& events) {
-  std::set<std::wstring> folders;
+  std::set<std::string> folders;  // as they are shown: lists may write one folder in several ways
   for (const std::wstring& path : written) {
-    folders.insert(os::folderOf(path));
+    folders.insert(shown(os::folderOf(path)));
     if (events.on()) events.tell("written", {{"path", shown(path)}});
   }
-  for (const std::wstring& folder : folders) console.result("files  " + shown(folder));
+  for (const std::string& folder : folders) console.result("files  " + folder);
 }
 
 void collect(const std::vector<std::wstring>& files, const std::string& folder) {

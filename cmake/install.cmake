@@ -33,6 +33,10 @@ install(FILES ${manual}/zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-comp
 install(FILES ${manual}/fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME kelvane.fish)
 
 # The libraries go into the archive alone; the C library and what belongs to it are the machine's.
+# The older form of the entry counts for what the libraries themselves need, too.
+foreach(program kelvane kelvane-import)
+  target_link_options(${program} PRIVATE LINKER:--disable-new-dtags)
+endforeach()
 set_target_properties(kelvane kelvane-import PROPERTIES
   INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/kelvane;$ORIGIN")
 install(RUNTIME_DEPENDENCY_SET libraries
@@ -47,6 +51,7 @@ set(CPACK_GENERATOR DEB TGZ)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
 set(CPACK_COMPONENTS_ALL program)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)

@@ -6,7 +6,9 @@
 
 #include "core/messages.h"
 #include "os/surroundings.h"
+#include "support/folders.h"
 #include "support/world.h"
+#include "text/encoding.h"
 #include "text/units.h"
 
 namespace {
@@ -121,6 +123,18 @@ TEST_F(Configuration, TheTextFolderIsCutFromThePath) {
                                        Case{L"c:/kvd/text/", L"c:/kvd/"}, Case{L"c:\\kvdtext", L"c:\\kvdtext\\"},
                                        Case{L"c:\\kvd", L"c:\\kvd\\"}, Case{L"text", L"text"}, Case{L"", L""}}) {
     EXPECT_EQ(expected, core::normalisedTextPath(path)) << path;
+  }
+}
+
+// Those of triggers stand in a document of their own, by what their names begin with.
+TEST(ConfigurationDocument, TellsEachKeyWithItsShortName) {
+  const std::string told = test::readBytes(test::sourceFolder() + "/docs/configuration.md");
+  for (const core::ConfigKey& key : core::configKeys()) {
+    if (key.name.starts_with(L"kvd_start_kvz_")) continue;
+    for (const std::wstring_view name : {key.name, key.shortName}) {
+      const std::string word = "`" + text::toUtf8(name);
+      if (!name.empty()) EXPECT_TRUE(told.find(word + '`') != told.npos || told.find(word + '=') != told.npos) << word;
+    }
   }
 }
 

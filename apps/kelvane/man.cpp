@@ -24,7 +24,7 @@ std::string plain(std::string_view text) {
 std::string bold(std::string_view text) { return "\\fB" + plain(text) + "\\fR"; }
 std::string slanted(std::string_view text) { return "\\fI" + plain(text) + "\\fR"; }
 
-std::string head(std::string name, std::string_view what) {
+std::string head(const std::string& name, std::string_view what) {
   std::string title = name;
   for (char& c : title) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
   return ".TH " + plain(title) + " 1 \"\" \"kelvane " + kVersion + "\" \"Kelvane User\"\n.SH NAME\n" + plain(name) +

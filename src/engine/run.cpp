@@ -281,6 +281,12 @@ bool windowIsAskedFor() {
   return false;
 }
 
+// The lines that follow are about this row.
+void nameRow(const std::string& row) {
+  pluginState().currentModelText = text::format(msgText(340), text::fromUtf8(row));
+  logWrite(pluginState().currentModelText, kTitle);
+}
+
 // Brings a row's model before Creo. `asked`: its window comes forward once control is back with Creo. Without a window
 // the row is worked where Creo stands, as an only row is.
 Opening openRow(const std::string& row) {
@@ -295,6 +301,7 @@ Opening openRow(const std::string& row) {
   }
   const auto model = ProMdlRetrieve(name, type);
   if (!model) {
+    nameRow(row);  // else the line would accuse the model before it
     logWrite(L"Can't retrieve model", kError);
     finishModel();
     return Opening::skipped;
@@ -449,8 +456,7 @@ void runSection(const XmlNode* section, const std::string& rowName) {
   PluginState& state = pluginState();
   Subject subject;
   if (!rowName.empty()) {
-    state.currentModelText = text::format(msgText(340), text::fromUtf8(rowName));
-    logWrite(state.currentModelText, kTitle);
+    nameRow(rowName);
     subject.name = rowModelName(rowNow(rowName));
     subject.extension = typeExtension(rowType(rowName));
     const auto model = ProMdlRetrieve(subject.name, rowType(rowName));

@@ -138,8 +138,10 @@ TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
   world.choose("say.xml");
   world.session().failNext("ProMdlRetrieve", ProNotFound);
   world.pressStart();
-  EXPECT_TRUE(world.logHas(L"Can't retrieve model"));
-  EXPECT_EQ(L"work now on SHAFT.PRT\nwork now on GEARBOX.ASM\n", linesWith(world, L"work now on"));
+  EXPECT_EQ(
+      L"work now on HOUSING.PRT\nwork now on HOUSING.PRT - Can't retrieve model\nwork now on SHAFT.PRT\n"
+      L"work now on GEARBOX.ASM\n",
+      linesWith(world, L"work now on"));
   EXPECT_TRUE(world.logHas(L"9 Run finished"));
 }
 

@@ -212,7 +212,9 @@ class Document {
   // A workbook shows its cells only where it is converted.
   void checkTable(const XmlNode& task, const std::string& member) {
     if (text::lower(member).ends_with(".xls")) return;
-    for (const std::string& fault : tableFaults(task, package_.read(member))) add(task, "'" + member + "': " + fault);
+    const std::string place = "'" + member + "': ";
+    for (const std::string& fault : tableFaults(task, package_.read(member)))
+      add(task, std::string(place).append(fault));
   }
   // A material may be named without its ending, a model without its version.
   bool isFileOf(const PathAttribute& row, const std::string& path) const {

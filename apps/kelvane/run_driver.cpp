@@ -41,6 +41,7 @@ std::string nearestRow(const std::string& pattern, const std::vector<std::string
     if (star == pattern.npos) rowOf.emplace(row.substr(0, row.rfind('.')), row);
   }
   std::vector<std::string> known;
+  known.reserve(rowOf.size());
   for (const auto& [name, row] : rowOf) known.push_back(name);
   const std::string best = meant.empty() ? std::string() : nearest(meant, known);
   return best.empty() ? "" : "; did you mean '" + rowOf.at(best) + "'?";

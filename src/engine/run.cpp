@@ -1,6 +1,5 @@
 #include "engine/run.h"
 
-#include <algorithm>
 #include <array>
 #include <exception>
 #include <memory>
@@ -64,7 +63,8 @@ struct Run {
   std::size_t pass = 0;                                  // in kPasses
   int progress = 0;                                      // finished models
   std::string waitingRow;                                // the row whose window was asked for
-  std::unordered_map<std::string, std::string> renamed;  // "OLD.PRT" to "NEW.PRT"
+  std::unordered_map<std::string, std::string> renamed;  // of a row whose model was renamed, its name of now
+  std::unordered_map<std::string, std::string> rowOf;    // the other way
   int window = 0;                                        // that the run waits for
   bool windowCreated = false;                            // by the run, which closes it again
 };
@@ -404,10 +404,10 @@ bool runGoesOn() { return run() != nullptr; }
 
 void followRename(const std::string& before, const std::string& now) {
   if (!run()) return;
-  auto& renamed = run()->renamed;
-  const auto known =
-      std::find_if(renamed.begin(), renamed.end(), [&](const auto& one) { return one.second == before; });
-  (known == renamed.end() ? renamed[before] : known->second) = now;
+  auto known = run()->rowOf.extract(before);
+  const std::string row = known.empty() ? before : std::move(known.mapped());
+  run()->renamed[row] = now;
+  run()->rowOf[now] = row;
 }
 
 std::string rowNow(const std::string& row) {

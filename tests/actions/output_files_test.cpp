@@ -72,17 +72,17 @@ TEST_F(OutputFiles, OfModelsAndTheLogAreWrittenByNothingElse) {
 TEST_F(OutputFiles, CountFromTheWorkingFolder) {
   world.config("kvd_filter_curmod=1");
   writePair(world.models());
-  fs::create_directories(world.models() + "/work/sub");
+  fs::create_directories(world.models() + "/desk/sub");
   const std::string root = "kvd_" + fs::path(world.models()).parent_path().filename().string() + ".csv";
   const std::wstring said =
-      run(task("setWorkingDirectory", "path='d:/work'") + openReport("a.csv") +
+      run(task("setWorkingDirectory", "path='d:/desk'") + openReport("a.csv") +
               task("writeListReport", "sel='9' file='sub/b.csv'") + task("exportdxf", "folder='' file='c'") +
               task("exportdxf", "folder='sub' file='d'") + task("exportpdf2d", "file='e'") + openReport("/" + root) +
               task("exportdxf", "folder='/' file='" + root + "'") + task("openCSVReport", "name='r'") +
               task("writeParameters", kRow),
           L"PAIR", creo::ProMdlType::drawing);
   for (const char* file : {"a.csv", "sub/b.csv", "c.dxf", "sub/d.dxf", "e.pdf"})
-    EXPECT_TRUE(fs::exists(world.models() + "/work/" + file)) << file << text::toUtf8(said);
+    EXPECT_TRUE(fs::exists(world.models() + "/desk/" + file)) << file << text::toUtf8(said);
   EXPECT_FALSE(fs::exists("/" + root) || fs::exists("/" + root + ".dxf") || fs::exists("/header"));
   EXPECT_EQ(2U, count(said, L" would lie in the root of the disk")) << text::toUtf8(said);
   EXPECT_EQ(1U, count(said, L"E:The attribute 'file' is missing"));

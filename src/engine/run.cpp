@@ -404,8 +404,8 @@ bool runGoesOn() { return run() != nullptr; }
 
 void followRename(const std::string& before, const std::string& now) {
   if (!run()) return;
-  auto known = run()->rowOf.extract(before);
-  const std::string row = known.empty() ? before : std::move(known.mapped());
+  const auto known = run()->rowOf.extract(before);
+  const std::string row = known.empty() ? before : known.mapped();
   run()->renamed[row] = now;
   run()->rowOf[now] = row;
 }

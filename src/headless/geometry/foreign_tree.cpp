@@ -2,11 +2,11 @@
 
 #include <BRep_Builder.hxx>
 #include <Quantity_Color.hxx>
-#include <TDF_LabelMapHasher.hxx>
+#include <TCollection_AsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
+#include <TDF_Tool.hxx>
 #include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
-#include <climits>
 #include <cmath>
 #include <unordered_map>
 
@@ -79,7 +79,8 @@ class TreeReader {
 
   ExchangeNodePtr of(const TDF_Label& label, int depth) {
     if (depth > kDeepest) throw std::runtime_error("its assemblies are nested too deep");
-    if (const auto known = nodes_.find(label); known != nodes_.end()) return known->second;
+    const std::string place = placeIn(label);
+    if (const auto known = nodes_.find(place); known != nodes_.end()) return known->second;
     auto node = std::make_shared<ExchangeNode>();
     node->name = nameOf(label);
     if (XCAFDoc_ShapeTool::IsAssembly(label)) {
@@ -90,7 +91,7 @@ class TreeReader {
       fill(*node, XCAFDoc_ShapeTool::GetShape(label), label);
     }
     const bool empty = !node->body && node->members.empty();
-    return nodes_[label] = empty ? nullptr : std::move(node);
+    return nodes_[place] = empty ? nullptr : std::move(node);
   }
 
   void fill(ExchangeNode& node, const TopoDS_Shape& shape, const TDF_Label& label) {
@@ -151,18 +152,16 @@ class TreeReader {
     return parts;
   }
 
-  struct Hash {
-    std::size_t operator()(const TDF_Label& label) const {
-      return static_cast<std::size_t>(TDF_LabelMapHasher::HashCode(label, INT_MAX));
-    }
-  };
-  struct Same {
-    bool operator()(const TDF_Label& a, const TDF_Label& b) const { return a.IsEqual(b); }
-  };
+  // "0:1:1:3". The library's own hash of labels has another name in each of its releases.
+  static std::string placeIn(const TDF_Label& label) {
+    TCollection_AsciiString entry;
+    TDF_Tool::Entry(label, entry);
+    return entry.ToCString();
+  }
   Handle(XCAFDoc_ShapeTool) shapes_;
   Handle(XCAFDoc_ColorTool) colors_;
   ForeignBodies& bodies_;
-  std::unordered_map<TDF_Label, ExchangeNodePtr, Hash, Same> nodes_;
+  std::unordered_map<std::string, ExchangeNodePtr> nodes_;  // by the places of their labels
 };
 
 // ---- bodies as texts

@@ -156,7 +156,7 @@ TEST(Run, AModelThatIsntCheckedOutEndsItBeforeBodyAndFoot) {
   EXPECT_FALSE(world.logHas(L"foot"));
   const std::wstring refusal = L"A file isn't checked out\nA file isn't checked out\n";
   EXPECT_EQ(refusal, linesWith(world, L"A file"));
-  EXPECT_EQ(L"not checked out: HOUSING.PRT\nnot checked out: SHAFT.PRT\nnot checked out: GEARBOX.ASM\n",
+  EXPECT_EQ(L"not checked out: GEARBOX.ASM\nnot checked out: HOUSING.PRT\nnot checked out: SHAFT.PRT\n",
             linesWith(world, L"not checked out"));
   EXPECT_FALSE(world.logHas(L"Write To Creo Log -")) << "Head's action isn't accused";
   const std::wstring tree = world.session().ui().dialog("kvanerunner")->tree("kvaneLogTT");

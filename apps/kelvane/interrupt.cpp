@@ -1,7 +1,11 @@
 #include "kelvane/interrupt.h"
 
+#include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
+
+#include "os/signal_safe.h"
 
 namespace kelvane {
 namespace {
@@ -27,8 +31,38 @@ constexpr int kFileTooLarge = kNoSignal;
 
 volatile std::sig_atomic_t noted = 0;
 
+// A path as the handler can read it; empty: none. One that is too long for the system is none either.
+class HandlersPath {
+ public:
+  void set(const std::string& path) {
+    bytes_[0] = '\0';
+    if (path.empty() || path.size() >= bytes_.size()) return;
+    path.copy(bytes_.data() + 1, path.size() - 1, 1);
+    bytes_[path.size()] = '\0';
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+    bytes_[0] = path[0];  // last: before that it is none
+  }
+  [[nodiscard]] bool isSet() const { return bytes_[0] != '\0'; }
+  [[nodiscard]] const char* text() const { return bytes_.data(); }
+
+ private:
+  std::array<char, 4096> bytes_{};
+};
+HandlersPath runsLog, keptLog;
+
+void keepLog() {
+  if (!runsLog.isSet() || !keptLog.isSet()) return;
+  const bool isKept = os::copyInHandler(runsLog.text(), keptLog.text());
+  os::tellInHandler(isKept ? "\nended at once; log  " : "\nended at once; the log can't be written to ");
+  os::tellInHandler(keptLog.text());
+  os::tellInHandler("\n");
+}
+
 void note(int signal) {
-  if (noted != 0) std::_Exit(kSignalCodes + signal);
+  if (noted != 0) {
+    keepLog();
+    std::_Exit(kSignalCodes + signal);
+  }
   noted = signal;
 }
 
@@ -47,11 +81,23 @@ SignalGuard::~SignalGuard() {
 }
 
 Interrupt::Interrupt()
-    : interrupt_(SIGINT, &note), terminate_(SIGTERM, &note), hangUp_(kHangUp, &note), brokenPipe_(kBrokenPipe, &goOn) {}
+    : interrupt_(SIGINT, &note),
+      terminate_(SIGTERM, &note),
+      hangUp_(kHangUp, &note),
+      brokenPipe_(kBrokenPipe, &goOn),
+      stop_([] { return code() != 0; }) {}
 
 Interrupt::~Interrupt() { noted = 0; }
 
 int Interrupt::code() { return noted == 0 ? 0 : kSignalCodes + noted; }
+
+LogKeeper::LogKeeper(const std::string& target) { keptLog.set(target); }
+LogKeeper::~LogKeeper() {
+  runsLog.set({});
+  keptLog.set({});
+}
+
+void LogKeeper::follow(const std::string& log) { runsLog.set(log); }
 
 OutOfRoom::OutOfRoom() : guard_(kFileTooLarge, &goOn) {}
 

@@ -1,6 +1,7 @@
 // Notes which files a run writes, and keeps its log from being one of them.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <unordered_map>
 
@@ -18,6 +19,9 @@ class RecordedFiles : public os::FilesWrapper {
   // Writing that file is refused (permission_denied): what it is kept for would replace what a list wrote.
   void keep(std::wstring path) { kept_ = std::move(path); }
 
+  // Told of each file that is opened for lines behind those that it has.
+  void tellAppends(std::function<void(std::wstring_view)> appends) { appends_ = std::move(appends); }
+
   std::error_code write(std::wstring_view path, std::string_view bytes) override {
     return isKept(path) ? kRefused : noted(path, under_.write(path, bytes));
   }
@@ -28,6 +32,7 @@ class RecordedFiles : public os::FilesWrapper {
     if (isKept(path)) return {nullptr, kRefused};
     auto opened = under_.append(path);
     noted(path, opened.error);
+    if (opened && appends_) appends_(path);
     return opened;
   }
   std::error_code rename(std::wstring_view from, std::wstring_view to) override {
@@ -71,6 +76,7 @@ class RecordedFiles : public os::FilesWrapper {
   std::unordered_map<std::wstring, std::size_t, text::HashNoCase, text::EqualNoCase> places_;
   std::size_t next_ = 0;
   std::wstring kept_;
+  std::function<void(std::wstring_view)> appends_;
 };
 
 }  // namespace kelvane

@@ -28,10 +28,11 @@ std::wstring logTarget(const RunOptions& options, const std::wstring& models) {
   return options.log.empty() ? models + L"kelvane.log" : systemPath(options.log);
 }
 
+bool keepsLog(const RunOptions& options) { return !options.dryRun || !options.log.empty(); }
+
 std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console,
                     bool& troubled) {
-  // A dry run leaves the models' folder alone.
-  if (log.empty() || (options.dryRun && options.log.empty())) return {};
+  if (log.empty() || !keepsLog(options)) return {};
   const std::wstring target = logTarget(options, models);
   const auto read = os::files().read(log);
   const std::error_code error = read ? os::diskFiles()->write(target, read.value) : read.error;

@@ -13,6 +13,8 @@ namespace kelvane {
 // Where a run's log is wanted: by --log, else beside the models. There a dry run writes none, but no report either.
 std::wstring logTarget(const RunOptions& options, const std::wstring& models);
 
+// False for a dry run that isn't told where to: it leaves the models' folder alone.
+bool keepsLog(const RunOptions& options);
 // Copies the log to where it is wanted and gives that place in the machine's form; empty where there is nothing to
 // copy. A log that can't be put there is trouble on the console and for the caller, and no more.
 std::string keepLog(const std::wstring& log, const RunOptions& options, const std::wstring& models, Console& console,

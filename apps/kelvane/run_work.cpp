@@ -53,8 +53,16 @@ bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd
 class RunWork {
  public:
   RunWork(const RunOptions& options, Console& console)
-      : options_(options), console_(console), place_(prepareRun(options)), files_(options.dryRun), doors_(options) {
+      : options_(options),
+        console_(console),
+        place_(prepareRun(options)),
+        files_(options.dryRun),
+        doors_(options),
+        keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
+    files_.recorded->tellAppends([](std::wstring_view path) {
+      if (path == core::pluginState().logFile) LogKeeper::follow(shown(path));
+    });
     files_.recorded->keep(logTarget(options, place_.models));
     if (!options.events.empty()) events_.open(options.events);
   }
@@ -212,6 +220,7 @@ class RunWork {
   RunPlace place_;
   RunFiles files_;
   RunDoors doors_;
+  LogKeeper keeper_;
   Events events_;
   Recap recap_;
   std::string log_;

@@ -73,9 +73,13 @@ Rows usesOf(creo::ProMdl model) {
   return rows;
 }
 
-Rows historyOf(creo::ProMdl model) {
+Rows historyOf(creo::ProMdl model, Console& console) {
   std::vector<engine::HistoryRecord> records;
   engine::readHistory(model, records);
+  const auto count = static_cast<std::size_t>(engine::historyCount(model));
+  if (count > records.size())
+    console.trouble("warning: the history is damaged: it counts " + std::to_string(count) + " runs and holds " +
+                    std::to_string(records.size()));
   Rows rows;
   for (const engine::HistoryRecord& record : records) {
     rows.push_back({text::toUtf8(record.date), text::toUtf8(record.package), text::toUtf8(record.list),
@@ -109,7 +113,7 @@ class Show : public Verb {
     for (const Section& own : solidSections(handle)) section(console, own.title, own.rows);
     for (const Section& own : drawingSections(handle)) section(console, own.title, own.rows);
     section(console, "uses", usesOf(handle));
-    section(console, "history", historyOf(handle));
+    section(console, "history", historyOf(handle, console));
     for (const std::wstring& message : session.messages()) console.trouble(readable(message));
     return kFine;
   }

@@ -1,9 +1,11 @@
 #include <array>
 
 #include "core/config.h"
+#include "core/log.h"
 #include "core/messages.h"
 #include "core/web_settings.h"
 #include "os/paths.h"
+#include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
 
@@ -22,6 +24,13 @@ void text(PluginState& state, const std::wstring& value) {
 template <auto Member>
 void path(PluginState& state, const std::wstring& value) {
   state.*Member = os::asFolder(value);
+}
+// One of the dialog's menu: any other would choose no line of its own.
+void logLevel(PluginState& state, const std::wstring& value) {
+  const int level = text::parseInt(value);
+  const bool isKnown = level == kNormal || level == kWarning || level == kError || level == kDebug;
+  state.loglevel = isKnown ? level : kNormal;
+  if (!isKnown) creoLog(text::format(L"<KVD> kvd_log_level=%d is none of 0, 1, 2 and 8 and counts as 0", level));
 }
 // The start value of a side's state: the tool's start flips it.
 template <auto Member>
@@ -63,7 +72,7 @@ constexpr auto kKeys = std::to_array<ConfigKey>({
     {L"kvd_column_parameter", L"parameter", 3, text<&PluginState::columnParameter>},
     {L"kvd_column_parameter_width", L"", -1, number<&PluginState::columnParameterWidth>},
     {L"kvd_ext_filter_file", L"extFilter", 4, text<&PluginState::extFilter>},
-    {L"kvd_log_level", L"loglevel", 5, number<&PluginState::loglevel>},
+    {L"kvd_log_level", L"loglevel", 5, logLevel},
     {L"kvd_filter_prt", L"prt", 6, number<&PluginState::filterPrt>},
     {L"kvd_filter_asm", L"asm", 7, number<&PluginState::filterAsm>},
     {L"kvd_filter_drw", L"drw", 8, number<&PluginState::filterDrw>},

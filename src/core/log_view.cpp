@@ -29,16 +29,18 @@ int& nodeCount() {
 std::string nodeName(int number) { return "kvanen" + std::to_string(number); }
 const std::string& dialog() { return pluginState().dialogName; }
 
-// The filter of the text area.
+bool isTree() { return pluginState().logType == 1; }
+
+// The filter of lines that go to the text area as they come.
 bool areaTakes(int level) {
   const int filter = pluginState().loglevel;
   return filter == kDebug || (filter == kError && level == kError) ||
-         (filter == kWarning && (level == kWarning || level == kError)) || level == kTitle || level == kWholeText ||
+         (filter == kWarning && (level == kWarning || level == kError)) || level == kTitle ||
          (filter == kNormal && level != kDebug);
 }
 
-// The filter of the tree.
-bool treeTakes(int level) {
+// The filter of a file that is shown, as a tree or as text.
+bool viewTakes(int level) {
   const PluginState& state = pluginState();
   const int filter = state.loglevel;
   return filter == kDebug || (filter == kError && level == kError) ||
@@ -49,6 +51,16 @@ bool treeTakes(int level) {
 void clearTree() {
   for (int i = 0; i < nodeCount(); ++i) ProUITreeNodeDelete(dialog(), kTree, nodeName(i));
   nodeCount() = 0;
+}
+
+void setArea(const std::wstring& text) {
+  if (ProUITextareaValueSet(dialog(), kArea, text) != ProNoError)
+    creoLog(L"<KVD> stdFunctions - Failure while ProUITextareaValueSet");
+}
+
+// Where the log is text nobody sees the tree, whatever is done to it.
+void showTree() {
+  if (isTree()) ProUITreeShow(dialog(), kTree);
 }
 
 // Builds the tree from the lines: indented lines hang below the last one that stands further left, warnings and errors
@@ -133,15 +145,29 @@ class TreeBuilder {
   int last_ = 0;
 };
 
-// A line at a time: the log of a long run has hundreds of thousands.
-void renderTree() {
-  TreeBuilder tree;
-  os::readLines(pluginState().logFile, [&tree](std::wstring_view line) {
+// Calls take(line, level) for the file's lines that the view takes, one at a time: the log of a long run has hundreds
+// of thousands.
+void eachShownLine(creo::FunctionRef<void(std::wstring_view, int)> take) {
+  os::readLines(pluginState().logFile, [&take](std::wstring_view line) {
     const text::ParsedInt level = text::readInt(line);
     if (level.fault == text::NumberFault::outOfRange) creoLog(L"<KVD> LOG ERANGE FEHLER");
-    if (treeTakes(level.value) && pluginState().logType == 1)
-      tree.add(line.substr(std::min<std::size_t>(1, line.size())), level.value);
+    if (viewTakes(level.value)) take(line, level.value);
   });
+}
+
+// Without the digit of the level.
+void renderTree() {
+  TreeBuilder tree;
+  eachShownLine([&tree](std::wstring_view line, int level) {
+    tree.add(line.substr(std::min<std::size_t>(1, line.size())), level);
+  });
+}
+
+// The lines as they stand in the file.
+void renderText() {
+  std::wstring whole;
+  eachShownLine([&whole](std::wstring_view line, int /*level*/) { whole.append(line) += L'\n'; });
+  setArea(whole);
 }
 
 }  // namespace
@@ -161,24 +187,22 @@ void logRender() {
   if (state.logToTextArea != 1 && state.triggerType == 0) {
     ProUITreeHide(dialog(), kTree);
     clearTree();
-    renderTree();
-    if (state.logType == 0) logToTextArea(os::readText(state.logFile).value, kWholeText);
+    if (isTree())
+      renderTree();
+    else
+      renderText();
   }
-  ProUITreeShow(dialog(), kTree);
+  showTree();
 }
 
-void logClearView() {
-  if (ProUITextareaValueSet(dialog(), kArea, L"") != ProNoError) {
-    creoLog(L"<KVD> stdFunctions - Failure while ProUITextareaValueSet");
-  }
-}
+void logClearView() { setArea(L""); }
 
 void logCloseFile() {
   if (logState() != kLogOpen && logState() != kLogToRender) return;
   logClose(kLogClosed);
   ProUITreeHide(dialog(), kTree);
   clearTree();
-  ProUITreeShow(dialog(), kTree);
+  showTree();
 }
 
 }  // namespace core

@@ -10,9 +10,6 @@ constexpr int kLogOpen = 0;
 constexpr int kLogClosed = 1;
 constexpr int kLogToRender = 50;  // closed, or still open, but to be rendered
 
-// The level under which a whole text is pushed to the text area; it never stands in the file.
-constexpr int kWholeText = 99;
-
 int logState();
 // Closes the file, if one is open, and takes the state.
 void logClose(int newState);

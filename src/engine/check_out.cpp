@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
+#include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "documents/filter.h"
 #include "documents/server_workspace.h"
@@ -64,6 +65,11 @@ const char* checkOutLabel(creo::ProMdl model, const std::string& row) {
   if (!status || !documents::hasServerLocation(model)) return kFromDisk;
   if (status.value.checkedOut) return status.value.modified ? "kvaneWCmodLbl" : "kvaneWCLbl";
   return status.value.modified ? "kvaneModLbl" : "kvaneNotCheckedOut";
+}
+
+bool showsCheckedOut(const std::string& row) {
+  const std::string image = creo::ProUILabelBitmapGet(core::pluginState().dialogName, row + "_wc").value;
+  return image == "checkedout.gif" || image == "checkedoutmod.gif";
 }
 
 void checkOutRows(ModelRows& rows) {

@@ -117,6 +117,11 @@ void writeHistory(creo::ProMdl model) {
   writeText(*cls, L"Company%d", number, state.company, kShortSize);
 }
 
+int historyCount(creo::ProMdl model) {
+  const auto cls = openClass(model);
+  return cls ? readCount(*cls) : 0;
+}
+
 bool isAlreadyReworked(creo::ProMdl model) {
   if (core::pluginState().autoUnsetReworkedData != 1) return false;
   const auto cls = openClass(model);
@@ -148,8 +153,9 @@ bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records) {
     const bool list = read(L"ListName%d", record.list);
     const bool date = read(L"Date%d", record.date);
     const bool user = read(L"Username%d", record.user);
+    if (!package && !list && !date && !user) return Met::missing;
     records.push_back(record);
-    return package || list || date || user ? Met::read : Met::missing;
+    return Met::read;
   });
   return true;
 }

@@ -17,7 +17,10 @@ struct HistoryRecord {
 void writeHistory(creo::ProMdl model);
 // True when the chosen package's chosen list already ran on the model.
 bool isAlreadyReworked(creo::ProMdl model);
-// All records; false when the model's data can't be opened. A slot that can't be read keeps the former record's value.
+// How many records the model says that it has; 0 also where its data can't be opened. In damaged data some are missing.
+int historyCount(creo::ProMdl model);
+// All records that are there; false when the model's data can't be opened. A slot that can't be read keeps the former
+// record's value; a record without one is left out.
 bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records);
 // What the history dialog shows for a table row ("BRACKET.PRT"): a line a record, "*" before those of the chosen
 // package and list; "No history found" without one, "No model selected" for a text that names no model.

@@ -18,6 +18,7 @@
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
+#include "engine/check_out.h"
 #include "engine/comparison_watch.h"
 #include "engine/csv_table.h"
 #include "engine/dispatch.h"
@@ -127,11 +128,6 @@ void showProgress() {
 
 bool isChosen(const std::string& row) { return ProUICheckbuttonGetState(dialog(), row + "_cb").value; }
 
-bool isCheckedOut(const std::string& row) {
-  const std::string image = ProUILabelBitmapGet(dialog(), row + "_wc").value;
-  return image == "checkedout.gif" || image == "checkedoutmod.gif";
-}
-
 // What belongs to a run goes: its reports, its document, its place in log lines.
 void leaveRun() {
   PluginState& state = pluginState();
@@ -207,18 +203,28 @@ void runHead() {
   runSection(run()->list.head, "");
 }
 
-// The chosen rows are counted; false when one of them isn't checked out but must be.
+// Why the run ends before its first Body. The lines are about no action: Head's last one isn't to blame.
+void tellNotCheckedOut(const std::vector<std::string>& rows) {
+  PluginState& state = pluginState();
+  state.currentAction.clear();
+  state.currentModelText.clear();
+  state.actionIndex = 0;
+  logWrite(L"A file isn't checked out", kError);
+  logWrite(L"A file isn't checked out", kError);
+  if (state.noPdmServerInformations == 1) return logWrite(kNoServerLabels, kError);
+  for (const std::string& row : rows) logWrite(L"not checked out: " + text::fromUtf8(row), kError);
+}
+
+// The chosen rows are counted; false, with its lines, when some of them aren't checked out but must be.
 bool countChosen(int& chosen) {
+  std::vector<std::string> refused;
   for (const std::string& row : run()->rows) {
     if (!isChosen(row)) continue;
     ++chosen;
-    if (pluginState().cancelIfNotCheckedOut == 1 && !isCheckedOut(row)) {
-      logWrite(L"A file isn't checked out", kError);
-      logWrite(L"A file isn't checked out", kError);
-      return false;
-    }
+    if (pluginState().cancelIfNotCheckedOut == 1 && !showsCheckedOut(row)) refused.push_back(row);
   }
-  return true;
+  if (!refused.empty()) tellNotCheckedOut(refused);
+  return refused.empty();
 }
 
 void finishModel() {

@@ -12,6 +12,7 @@
 #include "creo/ProUITable.h"
 #include "documents/package.h"
 #include "documents/server_workspace.h"
+#include "engine/check_out.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
 #include "engine/run.h"
@@ -70,13 +71,12 @@ void setAllRows(bool on) {
   }
 }
 
-// Rows of checked-out models are set, those of models from the disk unset; others stay as they are.
-void setOnlyServerRows() {
+// Of the chosen rows those of checked-out models stay; none is chosen that wasn't.
+void keepCheckedOutRows() {
+  if (pluginState().noPdmServerInformations == 1) creoLog(std::wstring(L"<KVD> ") + engine::kNoServerLabels);
   const auto rows = ProUITableRownamesGet(dialog(), engine::kModelTable);
   for (const std::string& row : rows.value) {
-    const std::string image = ProUILabelBitmapGet(dialog(), row + "_wc").value;
-    if (image == "checkedout.gif") ProUICheckbuttonSet(dialog(), row + "_cb");
-    if (image == "fromHDD.gif") ProUICheckbuttonUnset(dialog(), row + "_cb");
+    if (!engine::showsCheckedOut(row)) ProUICheckbuttonUnset(dialog(), row + "_cb");
   }
 }
 
@@ -144,7 +144,7 @@ constexpr ButtonAction kPushbuttons[] = {
     {"HighlightFileBtn_MenuRMBChooser", highlightMarkedRows},
     {"HighlightSelectedBtn_MenuRMBChooser", highlightChosenRows},
     {"SelectAllBtn_MenuRMBChooser", [] { setAllRows(true); }},
-    {"SelectOnlyPDMBtn_MenuRMBChooser", setOnlyServerRows},
+    {"SelectOnlyPDMBtn_MenuRMBChooser", keepCheckedOutRows},
     {"SelectNoneBtn_MenuRMBChooser", [] { setAllRows(false); }},
     {"HistoryBtn_MenuRMBChooser", openHistoryDialog},
     {"AddCurrentBtn_MenuRMBChooser", setCurrentRow},

@@ -28,9 +28,16 @@ int& callback() {
   return number;
 }
 
+// The device that the label was put on; empty: there is none. Its window may have gone meanwhile, or another one may
+// be current.
+std::string& labelsDevice() {
+  static std::string name;
+  return name;
+}
+
 std::string image() { return text::toUtf8(core::normalisedTextPath(ProToolkitApplTextPathGet().value) + kImage); }
 
-// Where the label lies; empty: there is no window.
+// Of the current window; empty: there is none.
 std::string device() {
   const auto window = ProWindowCurrentGet();
   if (!window) return {};
@@ -63,8 +70,15 @@ bool isWrong(ProMdl model) {
   return !value || !isExpected(value.value, state.checkParameterValue);
 }
 
+void hide() {
+  if (const std::string holder = std::exchange(labelsDevice(), {}); !holder.empty())
+    ProUIDrawingareaLabelRemove(holder, kModelArea, kLabel);
+}
+
 void show(const std::string& holder) {
   const core::PluginState& state = core::pluginState();
+  if (holder != labelsDevice()) hide();
+  labelsDevice() = holder;
   ProUIDrawingareaLabelAdd(holder, kModelArea, kLabel);
   ProUILabelEnableResizing(holder, kLabel);
   ProUILabelTextSet(holder, kLabel, L"");
@@ -77,13 +91,8 @@ void show(const std::string& holder) {
 void test() {
   if (core::pluginState().checkParameter.empty()) return;
   const auto model = ProMdlCurrentGet();
-  const bool warns = model && isWrong(model.value);
-  const std::string holder = device();
-  if (holder.empty()) return;
-  if (warns)
-    show(holder);
-  else
-    ProUIDrawingareaLabelRemove(holder, kModelArea, kLabel);
+  if (!model || !isWrong(model.value)) return hide();
+  if (const std::string holder = device(); !holder.empty()) show(holder);
 }
 
 }  // namespace
@@ -97,7 +106,7 @@ void startParameterIndicator() {
 void stopParameterIndicator() {
   if (callback() == 0) return;
   ProEventCallbackRemove(std::exchange(callback(), 0));
-  if (const std::string holder = device(); !holder.empty()) ProUIDrawingareaLabelRemove(holder, kModelArea, kLabel);
+  hide();
 }
 
 }  // namespace ui

@@ -146,8 +146,9 @@ void openInfoDialog() {
   if (created == ProExists) return void(ProUIDialogShow(kDialog));
   if (!isDone(1, created)) return;
   isDone(2, fill());
-  isDone(3, connect());
-  isDone(4, ProUIDialogActivate(kDialog).error);
+  // One that nothing closes would block Creo.
+  if (isDone(3, connect())) isDone(4, ProUIDialogActivate(kDialog).error);
+  ProUIDialogDestroy(kDialog);  // what a failed step left standing would keep it from coming back
 }
 
 }  // namespace ui

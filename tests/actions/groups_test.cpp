@@ -1,4 +1,5 @@
 #include "actions/action_fixture.h"
+#include "engine/stop_question.h"
 #include "engine/variables.h"
 
 namespace test {
@@ -53,6 +54,32 @@ TEST_F(Groups, ReadTheirBoundAgainEachRound) {
   run(task("setUserVariableDirect", "name='N' value='3'") +
       group("reworkMode='4' forcount='%user:N%'", count("N", "-1") + count("DONE")));
   EXPECT_EQ(L"2", *engine::userVariables().find(L"DONE"));
+}
+
+TEST_F(Groups, LoopsWithoutAnEndAreLeftWhereAStopIsAsked) {
+  const struct {
+    const char* loop;
+    const wchar_t* rounds;  // that ran, when the stop is asked for before the third
+    const wchar_t* line;
+  } cases[] = {
+      {"reworkMode='4' forcount='%user:N%'", L"3",
+       L"GROUP ACTION - work now on BRACKET.PRT - The loop is left after 3 of 4 rounds, as the run is to end"},
+      {"reworkMode='4' forcount='2000000000'", L"2",
+       L"The loop is left after 2 of 2000000000 rounds, as the run is to end"},
+      {"reworkMode='4' forcount='5'", L"5", nullptr},
+  };
+  for (const auto& c : cases) {
+    World own;
+    own.part(L"BRACKET");
+    own.list("list.xml", task("setUserVariableDirect", "name='N' value='1'") +
+                             task("setUserVariableDirect", "name='DONE' value='0'") +
+                             group(c.loop, count("N") + count("DONE")));
+    int asked = 0;
+    const engine::StopQuestion stop([&asked] { return ++asked > 2; });
+    own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
+    EXPECT_EQ(c.rounds, *engine::userVariables().find(L"DONE")) << c.loop;
+    EXPECT_EQ(c.line != nullptr, own.logHas(c.line ? c.line : L"The loop is left")) << c.loop;
+  }
 }
 
 TEST_F(Groups, NestWithTheirNumbersInTheLog) {

@@ -133,6 +133,39 @@ TEST_F(Log, ErrorsMarkAllTheirAncestors) {
       tree());
 }
 
+TEST_F(Log, AsTextItStandsAsTheLevelChoosesAndTheTreeStaysHidden) {
+  headless::Ui& ui = world_.session().ui();
+  const headless::Dialog& main = *ui.dialog("kvanerunner");
+  pluginState().logType = 0;
+  ui.press("kvanerunner", "kvaneShowLog");
+  ui.press("kvanerunner", "kvaneShowLog");
+  const auto shows = [&main](const std::wstring& text) {
+    EXPECT_EQ(text, main.text("kvaneLogTA"));
+    EXPECT_TRUE(main.shown("kvaneLogTA"));
+    EXPECT_FALSE(main.shown("kvaneLogTT"));
+  };
+  logWrite(L"Run Body", core::kTitle);
+  act(L"Save model");
+  logWrite(L"careful", core::kWarning);
+  logWrite(L"broken", core::kError);
+  core::logRender();
+  const std::wstring title = L"9 Run Body\n", step = L"0   B0 Save model\n",
+                     warning = L"1(WAR) B0 Save model -  - careful\n", error = L"2(ERR) B0 Save model -  - broken\n";
+  shows(title + step + error);  // without warnings, as the configuration has it
+  const std::pair<const char*, std::wstring> levels[] = {
+      {"1", title + warning + error}, {"2", title + error}, {"8", title + step + warning + error}};
+  for (const auto& [level, text] : levels) {
+    ui.choose("kvanerunner", "kvaneLayerLogFilterChooser", level);
+    shows(text);
+  }
+  logWrite(L"another file", core::kTitle);
+  core::logRender();
+  shows(L"9 another file\n");
+  logWrite(L"closed", core::kTitle);
+  core::logCloseFile();
+  shows(L"9 another file\n");
+}
+
 TEST_F(Log, AtTheErrorLevelTheTreeHoldsTitlesAndErrors) {
   logWrite(L"Run Body", core::kTitle);
   act(L"Save model");

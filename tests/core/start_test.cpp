@@ -26,6 +26,19 @@ TEST(Start, ReadsTheConfigurationAndAddsTheMenu) {
   EXPECT_EQ(L"<KVD> Kelvane User 8.0.1.1 started\n", world.messages());
 }
 
+TEST(Start, ALevelThatTheLogDoesntHaveCountsAsTheFirstAndIsNamed) {
+  World world;
+  world.list("a.xml", "");
+  world.config("kvd_log_level=5");
+  ASSERT_EQ(0, world.start());
+  EXPECT_EQ(L"<KVD> Kelvane User 8.0.1.1 started\n<KVD> kvd_log_level=5 is none of 0, 1, 2 and 8 and counts as 0\n",
+            world.messages());
+  world.openTool();
+  EXPECT_EQ(0, pluginState().loglevel);
+  EXPECT_NE(std::wstring::npos, world.session().ui().dialog("kvanerunner")->tree("kvaneLogTT").find(L"kvaneChild)"))
+      << "the welcome stands there";
+}
+
 TEST(Start, ASiteFileAddsTheInstallCommand) {
   World world;
   test::writeBytes(world.packages() + "/kvuser_config.pro", "menu_show yes\n");

@@ -118,6 +118,10 @@ TEST_F(History, DataThatCannotBeOpenedOrIsDamagedStopsNothing) {
   ProExtdataValue count;
   count.integer = 2'000'000'000;
   ASSERT_EQ(ProNoError, ProExtdataSlotWrite({L"kvpslot", pin}, L"NrOfLists", count, 1));
+  std::vector<engine::HistoryRecord> records;
+  EXPECT_TRUE(engine::readHistory(pin, records));
+  EXPECT_EQ(1U, records.size()) << "what isn't there is no record";
+  EXPECT_EQ(2'000'000'000, engine::historyCount(pin));
   choose(L"another.kvz", L"clean.xml", L"");
   EXPECT_FALSE(engine::isAlreadyReworked(pin)) << "ends although the count says two thousand million";
   world.session().failNext("ProExtdataInit", ProGeneralError);

@@ -154,11 +154,23 @@ TEST(Run, AModelThatIsntCheckedOutEndsItBeforeBodyAndFoot) {
   EXPECT_TRUE(world.logHas(L"0     head"));
   EXPECT_FALSE(world.logHas(L"body"));
   EXPECT_FALSE(world.logHas(L"foot"));
+  const std::wstring refusal = L"A file isn't checked out\nA file isn't checked out\n";
+  EXPECT_EQ(refusal, linesWith(world, L"A file"));
+  EXPECT_EQ(L"not checked out: GEARBOX.ASM\nnot checked out: HOUSING.PRT\nnot checked out: SHAFT.PRT\n",
+            linesWith(world, L"not checked out"));
+  EXPECT_FALSE(world.logHas(L"Write To Creo Log -")) << "Head's action isn't accused";
+  const std::wstring tree = world.session().ui().dialog("kvanerunner")->tree("kvaneLogTT");
+  EXPECT_NE(std::wstring::npos, tree.find(L"not checked out: GEARBOX.ASM (kvaneChildErr)")) << "the log is shown";
   EXPECT_FALSE(engine::runGoesOn());
   EXPECT_EQ(L' ', pluginState().section);
   // The table follows Creo again.
   world.open(L"SHAFT", ProMdlType::part);
   EXPECT_EQ((std::vector<std::string>{"SHAFT.PRT"}), world.rows());
+  pluginState().noPdmServerInformations = 1;
+  world.pressStart();
+  EXPECT_EQ(refusal, linesWith(world, L"A file"));
+  EXPECT_EQ(L"", linesWith(world, L"not checked out")) << "nobody knows";
+  EXPECT_TRUE(world.logHas(L"kvd_show_no_pdm_server_informations=1: the table doesn't show what is checked out"));
 }
 
 TEST(Run, AReadOnlyModelIsLeftOutUnlessTheTestIsOff) {

@@ -176,7 +176,20 @@ TEST_F(VaultLists, TheTableShowsEachState) {
   told("save.xml");
   refill();
   EXPECT_EQ("checkedoutmod.gif", label());
+  headless::Ui& ui = world.session().ui();
+  const auto chosenAfter = [&ui](bool before) {
+    ui.setCheck(kMain, "BRACKET.PRT_cb", before);
+    EXPECT_EQ(ProNoError, ui.press(kMain, "SelectOnlyPDMBtn_MenuRMBChooser"));
+    return ui.dialog(kMain)->checked("BRACKET.PRT_cb");
+  };
+  EXPECT_TRUE(chosenAfter(true)) << "checked out and changed stays";
+  EXPECT_FALSE(chosenAfter(false)) << "nothing is chosen anew";
+  ui.setCheck(kMain, "BRACKET.PRT_cb", true);
   told("in.xml");
+  refill();
+  EXPECT_EQ("notcheckedout.gif", label());
+  EXPECT_FALSE(chosenAfter(true));
+  ui.setCheck(kMain, "BRACKET.PRT_cb", true);
   checkOutByBob();
   world.session().ui().press(kMain, "kvaneCheckout");
   EXPECT_EQ("checkoutrefused.gif", label());

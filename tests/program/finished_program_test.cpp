@@ -18,6 +18,12 @@ class FinishedProgram : public ProgramTest {
   }
 };
 
+int occurrences(const std::string& text, const std::string& piece) {
+  int count = 0;
+  for (std::size_t at = text.find(piece); at != text.npos; at = text.find(piece, at + 1)) ++count;
+  return count;
+}
+
 TEST_F(FinishedProgram, StreamsAndExitCodesArePartedAsPromised) {
   part(L"PLATE").with(L"MASS", 2.5);
   Ended ended = shell("kelvane models models --param MASS");
@@ -37,6 +43,32 @@ TEST_F(FinishedProgram, RunFindsItsInstallationAndRecaps) {
   EXPECT_EQ("[1/1] PLATE.PRT  unchanged\n", ended.err);
   EXPECT_EQ("done  models=1 changed=0 unchanged=1 skipped=0 failed=0 saved=1  errors=0 warnings=0", recapOf(ended));
   EXPECT_EQ(0, ended.code);
+}
+
+// The list sends the signals itself, so that nothing has to be waited for.
+TEST_F(FinishedProgram, ASecondSignalEndsAtOnceAndTheLogIsKept) {
+  const std::string signal =
+      "<task type='runMSDOScommand' version='3' forPRT='true' forEF='false' cmd='kill' args='-TERM $PPID' uncup='false'"
+      " waitafter='0'/>";
+  const std::string endless =
+      "<task type='groupActions' version='3' forPRT='true' forEF='false' reworkMode='4' forcount='2000000000'>"
+      "<subtasks>" +
+      signal + "</subtasks></task>";
+  const std::string say = "<task type='writeToCreoLog' version='3' forPRT='true' forEF='false' message='on'/>";
+  part(L"A");
+  part(L"B");
+  list("twice.xml", signal + say + signal + say);
+  list("endless.xml", endless, say);
+  Ended ended = shell("kelvane run standards twice models --log kept.log");
+  EXPECT_EQ(143, ended.code);
+  EXPECT_EQ("", ended.out);
+  EXPECT_EQ("\nended at once; log  " + path("kept.log") + "\n", ended.err);
+  EXPECT_EQ(1, occurrences(readBytes(path("kept.log")), "Write To Creo Log")) << "up to the second signal";
+  ended = shell("kelvane run standards endless models --log kept.log");
+  EXPECT_EQ(143, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("The loop is left after 1 of 2000000000 rounds, as the run is to end"));
+  EXPECT_THAT(recapOf(ended), testing::StartsWith("done  models=1 "));
+  EXPECT_EQ(1, occurrences(readBytes(path("kept.log")), "F0 Write To Creo Log")) << "Foot ran";
 }
 
 }  // namespace

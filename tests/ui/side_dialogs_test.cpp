@@ -80,6 +80,26 @@ TEST_F(SideDialogs, InformationTellsEachKeyWithItsSourceAndIsSaved) {
   EXPECT_NE(std::string::npos, saved.find("kvd_main.cfg: kvd_column_parameter: MATERIAL\n")) << saved;
 }
 
+TEST_F(SideDialogs, InformationComesBackBehindAnyFailedStep) {
+  ASSERT_EQ(0, world.start());
+  world.openTool();
+  int seen = 0;
+  ui().answerQuestions([&](const headless::Question&) {
+    ++seen;
+    return ui().press("kvaneinfo", "kvaneInfoOkBtn");
+  });
+  for (const char* operation : {"ProUIDialogCreate", "ProUILabelTextSet", "ProUIListNamesSet", "ProUIListLabelsSet",
+                                "ProUIDialogCloseActionSet", "ProUIPushbuttonActivateActionSet", "ProUIDialogActivate",
+                                "ProUIDialogExit", "ProUIDialogDestroy"}) {
+    world.session().failNext(operation, ProGeneralError);
+    ui().setCheck(kMain, "kvaneInfo", true);
+    seen = 0;
+    ui().setCheck(kMain, "kvaneInfo", true);
+    EXPECT_EQ(1, seen) << operation;
+    EXPECT_EQ(nullptr, ui().dialog("kvaneinfo")) << operation;
+  }
+}
+
 TEST_F(SideDialogs, HighlightingFindsAModelWhereverItIsUsed) {
   world.part(L"PIN");
   world.part(L"PLATE");
@@ -163,6 +183,15 @@ TEST_F(SideDialogs, TheIndicatorFollowsTheCurrentModel) {
     world.open(name, ProMdlType::part);
     EXPECT_EQ(wrong, warns()) << text::toUtf8(name);
   }
+  // Its window goes with its model, and leaves none: the label would stay for ever.
+  const auto closeAll = [&] {
+    while (ProWindowCurrentGet()) world.session().close();
+    world.session().settle();
+  };
+  world.open(L"BAD", ProMdlType::part);
+  ASSERT_TRUE(warns());
+  closeAll();
+  EXPECT_FALSE(warns()) << "no model is current";
   world.open(L"BAD", ProMdlType::part);
   ASSERT_TRUE(warns());
   const std::string image = ui().dialog(headless::kWindowDevice)->image("kvd_parameter_lb");

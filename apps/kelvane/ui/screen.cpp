@@ -55,7 +55,12 @@ bool startsWithOneOf(std::string_view name, std::initializer_list<std::string_vi
 }  // namespace
 
 Screen::Screen(headless::Session& session, Inbox& inbox, Feed& feed, Written& written, std::string language)
-    : session_(session), inbox_(inbox), feed_(feed), written_(written), language_(std::move(language)) {
+    : session_(session),
+      inbox_(inbox),
+      feed_(feed),
+      written_(written),
+      language_(std::move(language)),
+      stopQuestion_([this] { return isStopAsked(); }) {
   session_.observe(this);
   session_.trace(true);  // operations are where a run is seen, and where pages get their lines meanwhile
   session_.ui().answerQuestions([this](const Question& question) { return answer(question); });
@@ -75,6 +80,8 @@ void Screen::live() {
     if (const auto deed = inbox_.take(kWait)) work(*deed);
   }
 }
+
+bool Screen::isStopAsked() const { return stop_ || Interrupt::code() != 0; }
 
 void Screen::work(const Deed& deed) {
   const std::string fault = carryOut(deed);
@@ -239,7 +246,7 @@ void Screen::renamed(const headless::RenamedDocument& model) { written_.noteMode
 void Screen::progress(int value, int /*maximum*/) {
   changed_ = true;
   if (value > 0) ran_ = true;
-  if (!stop_ && Interrupt::code() == 0) return;
+  if (!isStopAsked()) return;
   std::vector<std::string> rows = chosenRows(session_);
   const auto done = std::min(static_cast<std::size_t>(std::max(value, 0)), rows.size());
   rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(done));

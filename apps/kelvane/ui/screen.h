@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/stop_question.h"
 #include "headless/proui/ui.h"
 #include "headless/session/session.h"
 #include "kelvane/ui/feed.h"
@@ -56,6 +57,7 @@ class Screen : public headless::SessionObserver {
   std::optional<std::wstring> answerFile(const headless::FileQuestion& question);
   json picture();
   void tellSometimes();
+  [[nodiscard]] bool isStopAsked() const;
   void noteOperation(std::string_view name);
 
   headless::Session& session_;
@@ -79,6 +81,7 @@ class Screen : public headless::SessionObserver {
   bool keepsFiles_ = false;  // what is written now is a result
   std::string language_;
   std::atomic<bool> stop_ = false;
+  engine::StopQuestion stopQuestion_;
 };
 
 }  // namespace kelvane::view

@@ -1,11 +1,15 @@
 // Groups: a list of tasks inside a task, run once, again and again, or on other models.
 #include <algorithm>
+#include <optional>
 
 #include "actions/environment/group_modes.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/state.h"
 #include "creo/ProMdl.h"
 #include "engine/read_number.h"
+#include "engine/run.h"
+#include "engine/stop_question.h"
 #include "engine/task.h"
 #include "engine/under_work.h"
 #include "text/format.h"
@@ -46,9 +50,39 @@ int roundsOf(const Task& task, std::wstring& told) {
   told = std::move(count.text);
   return rounds;
 }
+
+// Says when a loop has to be left before its bound. A loop may have no end: its bound grows with its rounds, or is out
+// of reach. Others come to theirs also where a stop is asked for, as a model that is half done helps nobody.
+class LoopEnd {
+ public:
+  // Before each round, with how many were run and the bound by now.
+  bool isDue(int round, int bound) {
+    if (startedInRun_ && !runGoesOn()) return true;  // a task closed the tool
+    if (!isStopAsked()) return false;
+    bound_ = std::min(bound_.value_or(bound), bound);
+    return round >= *bound_ || *bound_ - round > kMostRoundsLeft;
+  }
+
+ private:
+  // So many are run to their end; more count as out of reach.
+  static constexpr int kMostRoundsLeft = 10'000;
+  bool startedInRun_ = runGoesOn();
+  std::optional<int> bound_;  // when the stop was asked for; from then on it may only shrink
+};
+
 void runLoop(const Task& task) {
   std::wstring told;
-  for (int i = 0; i < roundsOf(task, told); ++i) {
+  const std::wstring title = core::pluginState().currentAction;
+  LoopEnd end;
+  for (int i = 0;; ++i) {
+    const int bound = roundsOf(task, told);
+    if (i >= bound) return;
+    if (end.isDue(i, bound)) {
+      core::pluginState().currentAction = title;  // not that of the last task
+      core::logWrite(text::format(L"The loop is left after %d of %d rounds, as the run is to end", i, bound),
+                     core::kError);
+      return;
+    }
     core::logIndented(text::format(L"loop no - %d", i), core::kNormal, 1);
     runSubtasks(task.node(), task.subject());
   }

@@ -10,6 +10,7 @@
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
 #include "engine/task.h"
+#include "engine/workbook.h"
 #include "kelvane/nearest.h"
 #include "kelvane/package_uses.h"
 #include "kelvane/table_check.h"
@@ -211,7 +212,7 @@ class Document {
   }
   // A workbook shows its cells only where it is converted.
   void checkTable(const XmlNode& task, const std::string& member) {
-    if (text::lower(member).ends_with(".xls")) return;
+    if (engine::isWorkbook(text::fromUtf8(member))) return;
     const std::string place = "'" + member + "': ";
     for (const std::string& fault : tableFaults(task, package_.read(member)))
       add(task, std::string(place).append(fault));

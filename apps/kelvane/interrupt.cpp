@@ -47,7 +47,11 @@ SignalGuard::~SignalGuard() {
 }
 
 Interrupt::Interrupt()
-    : interrupt_(SIGINT, &note), terminate_(SIGTERM, &note), hangUp_(kHangUp, &note), brokenPipe_(kBrokenPipe, &goOn) {}
+    : interrupt_(SIGINT, &note),
+      terminate_(SIGTERM, &note),
+      hangUp_(kHangUp, &note),
+      brokenPipe_(kBrokenPipe, &goOn),
+      source_([] { return noted != 0; }) {}
 
 Interrupt::~Interrupt() { noted = 0; }
 

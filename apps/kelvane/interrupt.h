@@ -1,6 +1,8 @@
 // Signals. Ctrl-C and requests to end are noted, so that the work stops between two models; a second one ends at once.
 #pragma once
 
+#include "os/interrupt.h"
+
 namespace kelvane {
 
 // What a signal does, for as long as it lives. One that the caller's own caller has it pass over stays passed over, as
@@ -30,6 +32,7 @@ class Interrupt {
 
  private:
   SignalGuard interrupt_, terminate_, hangUp_, brokenPipe_;
+  os::InterruptSource source_;
 };
 
 // A file that would outgrow what this process may write is an ordinary write error for as long as it lives.

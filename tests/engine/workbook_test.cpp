@@ -134,12 +134,12 @@ TEST_F(Workbooks, GoThroughTheInstallationsScript) {
   ASSERT_EQ(std::system("command -v soffice >/dev/null"), 0) << "install libreoffice-calc-nogui";
   const std::string table = "name;value\n\"a;b\";\"say \"\"hi\"\"\"\n\xC3\xA4\xE2\x82\xAC;12.5\n";
   workbook("t\xC3\xA4 x.csv", table);
-  const std::string make = "cd '" + world_.models() + "' && for kind in xls xlsx ods; do LC_ALL=C.UTF-8 soffice " +
+  const std::string make = "cd '" + world_.models() + "' && for kind in xls xlsx; do LC_ALL=C.UTF-8 soffice " +
                            "-env:UserInstallation=file://'" + world_.temp() +
                            "/profile' --headless --infilter='CSV:59,34,76,1' --convert-to $kind 't\xC3\xA4 x.csv' "
                            ">/dev/null 2>&1 || exit 1; done";
   ASSERT_EQ(std::system(make.c_str()), 0);
-  for (const wchar_t* book : {L"d:\\t\u00E4 x.xls", L"d:\\t\u00E4 x.xlsx", L"d:\\t\u00E4 x.ods"}) expectTable(book);
+  for (const wchar_t* book : {L"d:\\t\u00E4 x.xls", L"d:\\t\u00E4 x.xlsx"}) expectTable(book);
 }
 
 TEST_F(Workbooks, TheScriptTellsWhatIsMissing) {

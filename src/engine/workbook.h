@@ -1,4 +1,5 @@
-// Workbooks (".xls", ".xlsx", ".ods") that become CSV files for the time of a run, and the tables that actions name by `path`.
+// Workbooks (".xls", ".xlsx", ".ods") that become CSV files for the time of a run, and the tables that actions name by
+// `path`.
 #pragma once
 
 #include <cstddef>

@@ -232,8 +232,8 @@ TEST_F(ListReport, AppendsUnderTheColumnsOfEarlierLists) {
   EXPECT_TRUE(world.logHas(L"Sheet formats / sizes"));
 }
 
-// Thousands of models go into one file: where its header line stays, nothing of it is written anew, and it is never read
-// whole.
+// Thousands of models go into one file: where its header line stays, nothing of it is written anew, and it is never
+// read whole.
 TEST_F(ListReport, AppendingUnderTheSameColumnsOnlyAppends) {
   writePair(world.models());
   world.disk().denyReads(os::mounts().system(file(0)));

@@ -379,7 +379,7 @@ TEST_F(RunTrouble, AMemberThatCantBeUnpackedIsToldAndTheRunGoesOn) {
   const Ended checked = kelvane({"check", path("torn.kvz")});
   EXPECT_EQ(1, checked.code);
   EXPECT_EQ("models/odd.txt: it can't be unpacked: it is damaged\n", checked.out);
-  for (const std::vector<std::string>& more : {std::vector<std::string>(), {"--again"}}) {
+  for (const auto& more : {std::vector<std::string>(), std::vector<std::string>{"--again"}}) {
     const Ended ended = runPackage(path("torn.kvz"), "norm", more);
     EXPECT_EQ(1, ended.code);
     EXPECT_THAT(ended.err,

@@ -85,7 +85,7 @@ Interrupt::Interrupt()
       terminate_(SIGTERM, &note),
       hangUp_(kHangUp, &note),
       brokenPipe_(kBrokenPipe, &goOn),
-      stop_([] { return code() != 0; }) {}
+      source_([] { return code() != 0; }) {}
 
 Interrupt::~Interrupt() { noted = 0; }
 

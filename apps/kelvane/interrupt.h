@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "engine/stop_question.h"
+#include "os/interrupt.h"
 
 namespace kelvane {
 
@@ -34,7 +34,7 @@ class Interrupt {
 
  private:
   SignalGuard interrupt_, terminate_, hangUp_, brokenPipe_;
-  engine::StopQuestion stop_;
+  os::InterruptSource source_;
 };
 
 // The log of a run that a second signal ends at once: it is copied first, and its place told. Paths in the machine's

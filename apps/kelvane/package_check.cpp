@@ -1,5 +1,9 @@
 #include "kelvane/package_check.h"
 
+#include <algorithm>
+#include <optional>
+#include <set>
+
 #include "actions/environment/group_modes.h"
 #include "actions/environment/number_format.h"
 #include "actions/environment/question.h"
@@ -10,6 +14,7 @@
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
 #include "engine/task.h"
+#include "engine/workbook.h"
 #include "kelvane/nearest.h"
 #include "kelvane/package_uses.h"
 #include "kelvane/table_check.h"
@@ -211,10 +216,19 @@ class Document {
   }
   // A workbook shows its cells only where it is converted.
   void checkTable(const XmlNode& task, const std::string& member) {
-    if (text::lower(member).ends_with(".xls")) return;
+    if (engine::isWorkbook(text::fromUtf8(member))) return;
     const std::string place = "'" + member + "': ";
-    for (const std::string& fault : tableFaults(task, package_.read(member)))
-      add(task, std::string(place).append(fault));
+    const std::optional<std::string> bytes = readable(member);
+    if (!bytes) return;
+    for (const std::string& fault : tableFaults(task, *bytes)) add(task, std::string(place).append(fault));
+  }
+  // Nothing: it can't be unpacked, which is told once for the member.
+  [[nodiscard]] std::optional<std::string> readable(const std::string& member) const {
+    try {
+      return package_.read(member);
+    } catch (const MemberFault&) {
+      return std::nullopt;
+    }
   }
   // A material may be named without its ending, a model without its version.
   bool isFileOf(const PathAttribute& row, const std::string& path) const {
@@ -423,7 +437,8 @@ class Document {
   core::XmlLoaded loaded_;
 };
 
-void checkMembers(const PackageSource& package, std::vector<Finding>& findings) {
+// The members that can't be unpacked, each of them a finding.
+std::set<std::string> checkMembers(const PackageSource& package, std::vector<Finding>& findings) {
   const auto add = [&findings](std::string file, std::string text) {
     Finding finding;
     finding.file = std::move(file);
@@ -435,20 +450,30 @@ void checkMembers(const PackageSource& package, std::vector<Finding>& findings) 
     if (!package.has(mark)) add(mark, "it is missing; 'kelvane pack' adds it");
   }
   if (actionLists(package).empty()) add("actionlists", "there is no action list");
+  std::set<std::string> unreadable;
+  for (const std::string& member : package.members()) {
+    try {
+      (void)package.read(member);
+    } catch (const MemberFault& fault) {
+      add(member, "it can't be unpacked: " + fault.why());
+      unreadable.insert(member);
+    }
+  }
+  return unreadable;
 }
 
 }  // namespace
 
 std::vector<Finding> checkPackage(const PackageSource& package) {
   std::vector<Finding> findings;
-  checkMembers(package, findings);
+  const std::set<std::string> unreadable = checkMembers(package, findings);
   for (const std::string& list : actionLists(package)) {
     const std::string member = "actionlists/" + list;
-    Document(member, package, findings).checkList();
+    if (!unreadable.contains(member)) Document(member, package, findings).checkList();
   }
   for (const std::string& filter : filters(package)) {
     const std::string member = "filters/" + filter;
-    Document(member, package, findings).checkFilterFile();
+    if (!unreadable.contains(member)) Document(member, package, findings).checkFilterFile();
   }
   std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
     return std::pair(std::string_view(a.file), a.line) < std::pair(std::string_view(b.file), b.line);

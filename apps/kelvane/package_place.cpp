@@ -34,7 +34,10 @@ std::string stateOf(const fs::path& path, const PackageSource& package) {
   if (!fs::is_directory(path)) {
     addState(hash, fs::absolute(path));
   } else {
-    for (const std::string& member : package.members()) addState(hash, fs::absolute(path / member));
+    for (const std::string& member : package.members()) {
+      addState(hash, fs::absolute(path / member));
+      hash.add(package.isExecutable(member) ? "x" : "");
+    }
   }
   return hash.hex();
 }
@@ -106,7 +109,6 @@ void placeOne(const fs::path& source, const PackageSource& package, const std::s
 
   fs::remove(note);  // a run that breaks off here leaves nothing that looks finished
   const bool isFolder = fs::is_directory(source);
-  if (!isFolder) readAll(package);
   const std::string bytes = isFolder ? packed(package) : bytesOf(source);
   if (!fs::exists(target) || bytesOf(target) != bytes) {
     forgetUnpacked(name);

@@ -4,13 +4,14 @@
 #include <filesystem>
 #include <fstream>
 
-#include "documents/package.h"
+#include "documents/package_rules.h"
 #include "documents/zip.h"
 #include "kelvane/fault.h"
 #include "kelvane/nearest.h"
 #include "kelvane/places.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/pieces.h"
 
 namespace kelvane {
 namespace {
@@ -30,23 +31,22 @@ std::vector<std::string> namesOf(const ByMember<T>& members) {
   return names;
 }
 
-// What would not stay in the package's folder, here or on a system with letters and backslashes.
-bool isHostile(const std::string& member) {
-  if (member.front() == '/' || member.find_first_of("\\:") != member.npos) return true;
-  if (std::any_of(member.begin(), member.end(), [](char c) { return static_cast<unsigned char>(c) < 32; })) return true;
-  return ("/" + member + "/").find("/../") != std::string::npos;
-}
-
-std::string wouldLeave(const std::string& member) {
-  return " is refused: its member '" + member + "' would leave the package's folder";
+// The same whether the members of a zip or the files of a folder are the fault.
+std::string refusal(const std::string& path, std::wstring_view fault) {
+  return path + " is refused: it " + text::toUtf8(fault);
 }
 
 class ZipPackage : public PackageSource {
  public:
-  explicit ZipPackage(const std::string& path) : path_(path), zip_(documents::ZipReader::openFile(systemPath(path))) {
-    if (!zip_) throw Fault(path + " is no package: it isn't a whole zip file");
-    std::uint64_t total = 0;
-    for (std::size_t i = 0; i < zip_->members().size(); ++i) take(i, total);
+  explicit ZipPackage(const std::string& path)
+      : path_(path), opened_(documents::ZipReader::openFile(systemPath(path))) {
+    if (!opened_.fault.empty()) throw Fault(path + " can't be read: " + opened_.fault);
+    if (!opened_.zip) throw Fault(path + " is no package: it isn't a whole zip file");
+    const auto& members = opened_.zip->members();
+    const std::wstring fault = documents::packageFault(members, std::filesystem::file_size(path));
+    if (!fault.empty()) throw Fault(refusal(path, fault));
+    for (std::size_t i = 0; i < members.size(); ++i)
+      if (!members[i].isFolder) take(i);
     if (members_.empty()) throw Fault(path + " holds no files");
   }
 
@@ -55,33 +55,31 @@ class ZipPackage : public PackageSource {
 
   [[nodiscard]] std::string read(const std::string& member) const override {
     const std::size_t index = members_.at(member);
-    const std::uint64_t size = zip_->members()[index].size;
+    const documents::ZipMember& entry = opened_.zip->members()[index];
     std::string bytes;
-    const bool whole = zip_->extract(index, [&](std::string_view piece) {
+    const bool whole = opened_.zip->extract(index, [&](std::string_view piece) {
       bytes += piece;
-      return bytes.size() <= size;
+      return bytes.size() <= entry.size;
     });
-    if (!whole || bytes.size() != size) throw Fault(path_ + " is damaged: " + member + " can't be unpacked");
-    return bytes;
+    if (whole && bytes.size() == entry.size) return bytes;
+    if (entry.obstacle().empty())
+      throw MemberFault(path_ + " is damaged: " + member + " can't be unpacked", "it is damaged");
+    const std::string why = text::toUtf8(entry.obstacle());
+    throw MemberFault(path_ + ": " + member + " can't be unpacked, " + why, why);
+  }
+  [[nodiscard]] bool isExecutable(const std::string& member) const override {
+    return opened_.zip->members()[members_.at(member)].isExecutable;
   }
 
  private:
-  void take(std::size_t index, std::uint64_t& total) {
-    const documents::ZipMember& member = zip_->members()[index];
-    const std::string name = text::toUtf8(member.name);
-    if (name.empty()) throw Fault(path_ + " is damaged: a member can't be read");
-    if (isHostile(name)) throw Fault(path_ + wouldLeave(name));
-    if (member.isLink) throw Fault(path_ + " is refused: its member '" + name + "' is a link");
-    if (member.isFolder) return;
-    total += std::min(member.size, documents::kMostUnpacked);
-    if (member.size / documents::kMostRatio > member.packed || total >= documents::kMostUnpacked) {
-      throw Fault(path_ + " is refused: '" + name + "' unpacks to more than a package may hold");
-    }
+  void take(std::size_t index) {
+    // Some packers write the separator of their own system.
+    const std::string name = text::replaceAll(text::toUtf8(opened_.zip->members()[index].name), "\\", "/");
     if (!members_.emplace(name, index).second) throw Fault(path_ + " is damaged: it holds '" + name + "' twice");
   }
 
   std::string path_;
-  std::unique_ptr<documents::ZipReader> zip_;
+  documents::ZipReader::Opened opened_;
   ByMember<std::size_t> members_;
 };
 
@@ -103,14 +101,22 @@ class FolderPackage : public PackageSource {
     const fs::path& path = files_.at(member);
     std::ifstream file(path, std::ios::binary);
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (!file) throw Fault(path.string() + " can't be read");
+    if (!file) throw MemberFault(path.string() + " can't be read", "it can't be read");
     return bytes;
+  }
+  [[nodiscard]] bool isExecutable(const std::string& member) const override {
+    return (fs::status(files_.at(member)).permissions() & fs::perms::owner_exec) != fs::perms::none;
   }
 
  private:
   void take(const fs::directory_entry& entry) {
     const std::string name = entry.path().lexically_relative(folder_).generic_string();
-    if (isHostile(name)) throw Fault(folder_.string() + wouldLeave(name));
+    if (name.find('\\') != name.npos)
+      throw Fault(refusal(folder_.string(), L"has a member with a backslash in its name: " + text::fromUtf8(name)));
+    documents::ZipMember member;
+    member.name = text::fromUtf8(name);
+    if (const std::wstring_view fault = documents::memberFault(member); !fault.empty())
+      throw Fault(refusal(folder_.string(), std::wstring(fault) + L": " + member.name));
     if (const std::string fault = linkFault(entry); !fault.empty())
       throw Fault(folder_.string() + " is refused: its member '" + name + "' is a link " + fault);
     const auto [known, isNew] = files_.emplace(name, entry.path());
@@ -118,6 +124,9 @@ class FolderPackage : public PackageSource {
       throw Fault(folder_.string() + " is refused: '" + known->first + "' and '" + name +
                   "' are one name in a package");
     }
+    if (files_.size() > documents::kMostMembers)
+      throw Fault(
+          refusal(folder_.string(), documents::packageFault(std::vector<documents::ZipMember>(files_.size()), 0)));
   }
   // What a package is made of lies in its folder; a link would bring in what happens to stand elsewhere.
   [[nodiscard]] std::string linkFault(const fs::directory_entry& entry) const {
@@ -157,10 +166,6 @@ std::unique_ptr<PackageSource> openPackage(const std::string& path) {
 bool isPackage(const std::string& path) {
   std::error_code error;
   return (isPackageName(path) && fs::exists(path, error)) || fs::is_regular_file(fs::path(path) / kPackageIndex, error);
-}
-
-void readAll(const PackageSource& package) {
-  for (const std::string& member : package.members()) (void)package.read(member);
 }
 
 std::string packageFileName(const std::string& path) {
@@ -221,6 +226,9 @@ std::vector<std::string> MarkedPackage::members() const {
 }
 bool MarkedPackage::has(const std::string& member) const {
   return under_.has(member) || folderMarks().contains(member);
+}
+bool MarkedPackage::isExecutable(const std::string& member) const {
+  return under_.has(member) && under_.isExecutable(member);
 }
 std::string MarkedPackage::read(const std::string& member) const {
   return under_.has(member) ? under_.read(member) : folderMarks().at(member);

@@ -6,7 +6,20 @@
 #include <string>
 #include <vector>
 
+#include "kelvane/fault.h"
+
 namespace kelvane {
+
+// A member can't be had.
+class MemberFault : public Fault {
+ public:
+  // why: what of it is true, "it is encrypted".
+  MemberFault(const std::string& text, std::string why) : Fault(text), why_(std::move(why)) {}
+  [[nodiscard]] const std::string& why() const { return why_; }
+
+ private:
+  std::string why_;
+};
 
 // Members are named as in the zip, "actionlists/clean.xml", sorted, and found case-blind.
 class PackageSource {
@@ -14,20 +27,20 @@ class PackageSource {
   virtual ~PackageSource() = default;
   [[nodiscard]] virtual std::vector<std::string> members() const = 0;
   [[nodiscard]] virtual bool has(const std::string& member) const = 0;
-  // The bytes of a member. A Fault when it is damaged.
+  // The bytes of a member. A MemberFault when it is damaged or can't be read.
   [[nodiscard]] virtual std::string read(const std::string& member) const = 0;
+  // It is a program, as its permission says.
+  [[nodiscard]] virtual bool isExecutable(const std::string& member) const = 0;
 };
 
-// A Fault says what is wrong: not there, no zip file, truncated, members that would leave the package's folder, links
-// (of a folder: those that lead out of it, to a folder or nowhere), two names that are one case-blind, more bytes than
-// any package holds.
+// A Fault says what is wrong: not there or not readable, no zip file, truncated, what no package may hold
+// (documents/package_rules.h; of a folder: links that lead out of it, to a folder or nowhere), two names that are one
+// case-blind.
 std::unique_ptr<PackageSource> openPackage(const std::string& path);
 // Whether a name ends as a package's does; case is no difference.
 bool isPackageName(std::string_view name);
 // Something of such a name, or a folder with a package's index.
 bool isPackage(const std::string& path);
-// Reads every member, so that damage is found before anything runs.
-void readAll(const PackageSource& package);
 
 // "standards.kvz" for "packages/standards.KVZ" as for the folder "packages/standards/".
 std::string packageFileName(const std::string& path);
@@ -51,6 +64,7 @@ class MarkedPackage : public PackageSource {
   [[nodiscard]] std::vector<std::string> members() const override;
   [[nodiscard]] bool has(const std::string& member) const override;
   [[nodiscard]] std::string read(const std::string& member) const override;
+  [[nodiscard]] bool isExecutable(const std::string& member) const override;
 
  private:
   const PackageSource& under_;

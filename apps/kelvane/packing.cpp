@@ -10,13 +10,20 @@ namespace {
 // 1980-01-01 00:00 in the zip format's own date, which knows no time zone.
 constexpr zip_uint16_t kMemberDate = (1 << 5) | 1;
 
-using Content = std::map<std::string, std::string>;
+// What a packer on Unix notes: a plain file that everybody may read and run.
+constexpr zip_uint32_t kProgram = zip_uint32_t{0100755} << 16;
+
+struct Member {
+  std::string bytes;
+  bool isExecutable = false;
+};
+using Content = std::map<std::string, Member>;
 
 Content contentOf(const PackageSource& source) {
   if (!source.has(kPackageIndex)) throw Fault("the package needs a file " + std::string(kPackageIndex));
   const MarkedPackage whole(source);
   Content content;
-  for (const std::string& member : whole.members()) content[member] = whole.read(member);
+  for (const std::string& member : whole.members()) content[member] = {whole.read(member), whole.isExecutable(member)};
   return content;
 }
 
@@ -30,7 +37,8 @@ void require(bool good, const char* step) {
 
 // content outlives the writing: its bytes are referred to.
 void addMembers(zip_t* zip, const Content& content) {
-  for (const auto& [name, bytes] : content) {
+  for (const auto& [name, member] : content) {
+    const std::string& bytes = member.bytes;
     zip_source_t* source = ::zip_source_buffer(zip, bytes.data(), bytes.size(), 0);
     require(source != nullptr, "no memory");
     const zip_int64_t index = ::zip_file_add(zip, name.c_str(), source, ZIP_FL_ENC_UTF_8);
@@ -39,6 +47,9 @@ void addMembers(zip_t* zip, const Content& content) {
     const auto at = static_cast<zip_uint64_t>(index);
     require(::zip_set_file_compression(zip, at, ZIP_CM_DEFLATE, 9) == 0, ::zip_strerror(zip));
     require(::zip_file_set_dostime(zip, at, 0, kMemberDate, 0) == 0, ::zip_strerror(zip));
+    // All others are left as the library writes them.
+    if (member.isExecutable)
+      require(::zip_file_set_external_attributes(zip, at, 0, ZIP_OPSYS_UNIX, kProgram) == 0, ::zip_strerror(zip));
   }
 }
 

@@ -82,6 +82,7 @@ void RunDriver::choosePackage() {
   const auto choose = [this](const char* dialog, const char* chooser, const std::string& name) {
     const auto selected = creo::ProUIOptionmenuSelectednamesGet(dialog, chooser);
     if (selected && selected.value == std::vector<std::string>{name}) return;
+    if (Interrupt::code() != 0) return;  // what would be chosen may not be unpacked
     require(session_.ui().choose(dialog, chooser, name), "'" + name + "' can't be chosen");
     session_.settle();
   };

@@ -105,14 +105,25 @@ void RunWatch::message(const std::wstring& text) {
   // other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   if (isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ")) tellTrouble(readable(text));
+  // The run goes on without it. Its log isn't open yet.
+  if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))
+    ++notUnpacked_;
   if (const std::wstring model = headless::modelErasedWithChanges(text); running_ && !model.empty())
     noteErased(text::toUtf8(model));
   if (text.starts_with(L"warning: ") && told_.insert(text::toUtf8(text)).second) console_.trouble(readable(text));
   if (events_.on()) events_.tell("message", {{"text", text::toUtf8(text)}});
 }
 
-void RunWatch::tellTrouble(const std::string& line) {
-  if (told_.insert(line).second) console_.trouble("error: " + line);
+bool RunWatch::tellTrouble(const std::string& line) {
+  if (!told_.insert(line).second) return false;
+  console_.trouble("error: " + line);
+  return true;
+}
+
+core::LogCounts RunWatch::counts() const {
+  core::LogCounts counts = log_.counts();
+  counts.errors += notUnpacked_;
+  return counts;
 }
 
 void RunWatch::operation(std::string_view name, int result, long long nanoseconds) {

@@ -32,8 +32,8 @@ class RunWatch : public headless::SessionObserver {
   RunWatch(const RunWatch&) = delete;
   RunWatch& operator=(const RunWatch&) = delete;
 
-  // An error line, once only.
-  void tellTrouble(const std::string& line);
+  // An error line, once only: false where it was told.
+  bool tellTrouble(const std::string& line);
   // A model that can't be read: an error line, and it counts as failed, however often it is told.
   void tellDamaged(const std::string& model, const std::string& fault);
   // Adds those to a recap.
@@ -59,8 +59,8 @@ class RunWatch : public headless::SessionObserver {
   // Of a dry run: what would be renamed, then what would differ, by name of the document. The lines of ten thousand
   // models that are written would fill the memory, and on disk they can be compared.
   void showChanges() const;
-  // Errors and warnings of the log so far, equal lines once.
-  [[nodiscard]] core::LogCounts counts() const { return log_.counts(); }
+  // Errors and warnings of the log so far, equal lines once, and members of the package that weren't unpacked.
+  [[nodiscard]] core::LogCounts counts() const;
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
   // Names of the files of reports that lost what they held.
   [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }
@@ -122,6 +122,7 @@ class RunWatch : public headless::SessionObserver {
   std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked
   std::set<std::string> erasedChanged_;          // models that left the memory with changes
   std::set<std::string> reportsBegunAnew_;
+  int notUnpacked_ = 0;  // members of the package
   bool running_ = false;
 };
 

@@ -98,6 +98,7 @@ class RunWork {
   int drive(headless::Session& session, RunWatch& watch, const std::vector<ModelFileName>& starts) {
     RunDriver driver(session, place_);
     driver.openTool();
+    if (Interrupt::code() != 0) return finish(Interrupt::code());
     watch.accept(AcceptedExports(options_.accept));  // the log's language is known now
     if (const std::string missing = driver.missingFilter(); !missing.empty())
       console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");

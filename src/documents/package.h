@@ -1,16 +1,10 @@
 // Packages: zip files in the package folder, unpacked under the temp folder and kept there until the file changes.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace documents {
-
-// Limits against zip bombs.
-constexpr std::uint64_t kMostUnpacked = std::uint64_t{1} << 30;  // bytes
-constexpr unsigned kMostRatio = 1000;                            // unpacked to packed
 
 // The entry of the filter chooser that stands for none.
 constexpr const char* kNoFilter = "no Filter";
@@ -19,7 +13,7 @@ constexpr const char* kFilterDialog = "kvanefilter";
 enum class Unpacked {
   ready,       // unpacked now, or as it is already
   incomplete,  // a required member is missing, or a member couldn't be extracted; the rest is there
-  refused,     // nothing was unpacked: no zip, damaged, hostile, or its folder can't be made
+  refused,     // nothing that could be used: no zip, damaged, hostile, its folder can't be made, or an interrupt
 };
 
 // Fills the package chooser and selects the first. 0; 1: none found; -1: the folder is missing.

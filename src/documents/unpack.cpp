@@ -6,12 +6,14 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "documents/package.h"
+#include "documents/package_rules.h"
 #include "documents/zip.h"
+#include "os/executable.h"
+#include "os/interrupt.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
-#include "text/pieces.h"
 
 namespace documents {
 namespace {
@@ -23,11 +25,6 @@ constexpr std::array<std::wstring_view, 4> kRequired = {L"system\\index.kvane", 
 
 void refuseLine(std::wstring_view name, std::wstring_view why) {
   core::creoLog(text::format(L"<KVD> Package refused: %s %s", name, why));
-}
-
-// A part of a path that some system takes for the folder above.
-bool leadsUp(std::wstring_view part) {
-  return part.find_first_not_of(L". ") == std::wstring_view::npos && std::count(part.begin(), part.end(), L'.') > 1;
 }
 
 std::wstring_view withoutEnd(std::wstring_view name) {
@@ -69,118 +66,100 @@ std::wstring markerName(const os::FileTime& time) {
   return text::format(L"%d_%d_%d_%d_%d_%d", time.year, time.month, time.day, time.hour, time.minute, time.millisecond);
 }
 
-// Why a member may not be unpacked; empty when it may.
-std::wstring_view memberFault(const ZipMember& member) {
-  if (member.name.empty()) return L"has a member without a name";
-  if (member.isLink) return L"has a member that is a link:";
-  if (member.name.find(L':') != std::wstring::npos) return L"has a member with a drive:";
-  const std::wstring path = os::withBackslashes(member.name);
-  if (path.starts_with(L'\\')) return L"has a member with an absolute path:";
-  const auto parts = text::split(path, L'\\');
-  if (std::any_of(parts.begin(), parts.end(), &leadsUp)) return L"has a member that leaves the package's folder:";
-  return {};
-}
-
-// How much this package may unpack to, or nothing when its own words are beyond that.
-std::optional<std::uint64_t> allowance(const std::vector<ZipMember>& members, std::uint64_t fileSize) {
-  std::uint64_t size = 0, packed = 0;
-  for (const ZipMember& member : members) {
-    if (member.size > kMostUnpacked || member.packed > fileSize) return std::nullopt;
-    size += member.size;
-    packed += member.packed;
-    if (size > kMostUnpacked) return std::nullopt;
-  }
-  // Members may claim the same packed bytes, so the file's own size is a border as well.
-  const std::uint64_t most =
-      std::min<std::uint64_t>(kMostUnpacked, std::max<std::uint64_t>(1, std::min(packed, fileSize)) * kMostRatio);
-  if (size > most) return std::nullopt;
-  return most;
-}
-
 class Unpacker {
  public:
   Unpacker(ZipReader& zip, std::wstring folder, std::uint64_t most)
       : zip_(zip), folder_(std::move(folder)), room_(most) {}
 
-  void member(std::size_t index) {
+  // False: it, and what follows, isn't wanted any more.
+  bool member(std::size_t index) {
+    if (wasInterrupted_ = os::isInterrupted(); wasInterrupted_) return false;
     const std::wstring name = os::withBackslashes(zip_.members()[index].name);
-    if (!extract(index, os::joined(folder_, name))) {
-      core::creoLog(text::format(L"failure while extract file %s", name));
-      failed_ = true;
-    }
+    if (extract(index, os::joined(folder_, name))) return true;
+    if (isBomb_ || wasInterrupted_) return false;
+    const std::wstring why = why_.empty() ? std::wstring() : L" (" + why_ + L")";
+    core::creoLog(text::format(L"failure while extract file %s", name) + why);
+    failed_ = true;
+    return true;
   }
   [[nodiscard]] bool failed() const { return failed_; }
-  [[nodiscard]] bool isBomb() const { return bomb_; }
+  [[nodiscard]] bool isBomb() const { return isBomb_; }
+  [[nodiscard]] bool wasInterrupted() const { return wasInterrupted_; }
 
  private:
   bool extract(std::size_t index, const std::wstring& target) {
+    why_ = zip_.members()[index].obstacle();
     if (std::wstring above = os::folderOf(target); above != made_) {
-      if (os::files().createFolders(above)) return false;
+      if (isFault(os::files().createFolders(above))) return false;
       made_ = std::move(above);
     }
     // A second member of that name takes the first one's place.
-    if (os::files().exists(target) && os::files().remove(target)) return false;
+    if (os::files().exists(target) && isFault(os::files().remove(target))) return false;
     auto file = os::files().append(target);
-    if (!file) return false;
-    const bool whole = zip_.extract(index, [&](std::string_view bytes) {
-      bomb_ = bytes.size() > room_;
-      if (bomb_) return false;
+    if (isFault(file.error)) return false;
+    const bool isWhole = zip_.extract(index, [&](std::string_view bytes) {
+      isBomb_ = bytes.size() > room_;
+      wasInterrupted_ = os::isInterrupted();
+      if (isBomb_ || wasInterrupted_) return false;
       room_ -= bytes.size();
-      return !file.value->write(bytes);
+      return !isFault(file.value->write(bytes));
     });
     file.value.reset();
-    if (!whole) os::files().remove(target);
-    return whole;
+    const bool isProgram = zip_.members()[index].isExecutable;
+    if (isWhole && !(isProgram && isFault(os::makeExecutable(target)))) return true;
+    os::files().remove(target);
+    return false;
+  }
+  // Keeps the reason of a failure of the disk.
+  bool isFault(std::error_code error) {
+    if (error) why_ = text::fromUtf8(error.message());
+    return static_cast<bool>(error);
   }
 
   ZipReader& zip_;
   std::wstring folder_, made_;
+  std::wstring why_;  // the last member isn't unpacked; empty: it is damaged
   std::uint64_t room_;
-  bool failed_ = false, bomb_ = false;
+  bool failed_ = false, isBomb_ = false, wasInterrupted_ = false;
 };
 
-Unpacked unpackInto(const std::wstring& folder, const std::wstring& package, std::wstring_view name) {
-  const auto zip = ZipReader::openFile(package);
-  const auto size = os::files().size(package);
-  if (!zip || !size) {
-    core::creoLog(L"zip file appears invalid...");
+Unpacked refusedWith(std::wstring_view line) {
+  core::creoLog(line);
+  return Unpacked::refused;
+}
+
+Unpacked extractAll(ZipReader& zip, const std::wstring& folder, std::wstring_view name, std::uint64_t most) {
+  Unpacker unpacker(zip, folder, most);
+  const auto& members = zip.members();
+  for (std::size_t i = 0; i < members.size(); ++i)
+    if (!members[i].isFolder && !unpacker.member(i)) break;
+  // What is there has no marker, so that the next selection begins anew.
+  if (unpacker.wasInterrupted()) return refusedWith(text::format(L"<KVD> Unpacking was interrupted: %s", name));
+  if (unpacker.isBomb()) {
+    refuseLine(name, L"unpacks to more than is allowed");
+    os::files().removeFolder(folder, core::pluginState().tempPath);
     return Unpacked::refused;
-  }
-  const auto& members = zip->members();
-  if (members.empty()) {
-    core::creoLog(L"zero files inside zip...");
-    return Unpacked::refused;
-  }
-  if (members.front().name.empty()) {
-    core::creoLog(L"can't read stat file...");
-    return Unpacked::refused;
-  }
-  // Every member is judged before the first byte is written.
-  for (const ZipMember& member : members) {
-    if (const std::wstring_view fault = memberFault(member); !fault.empty()) {
-      refuseLine(name, text::format(L"%s %s", fault, member.name));
-      return Unpacked::refused;
-    }
-  }
-  const auto most = allowance(members, size.value);
-  if (!most) {
-    refuseLine(name, L"would unpack to more than is allowed");
-    return Unpacked::refused;
-  }
-  if (os::files().createFolders(folder)) {
-    core::creoLog(L"Can't create folder");
-    return Unpacked::refused;
-  }
-  Unpacker unpacker(*zip, folder, *most);
-  for (std::size_t i = 0; i < members.size(); ++i) {
-    if (!members[i].isFolder) unpacker.member(i);
-    if (unpacker.isBomb()) {
-      refuseLine(name, L"unpacks to more than is allowed");
-      os::files().removeFolder(folder, core::pluginState().tempPath);
-      return Unpacked::refused;
-    }
   }
   return unpacker.failed() ? Unpacked::incomplete : Unpacked::ready;
+}
+
+Unpacked unpackInto(const std::wstring& folder, const std::wstring& package, std::wstring_view name) {
+  const auto [zip, unreadable] = ZipReader::openFile(package);
+  const auto size = os::files().size(package);
+  if (!zip || !size) {
+    if (!unreadable.empty()) refuseLine(name, text::format(L"can't be read: %s", text::fromUtf8(unreadable)));
+    return refusedWith(L"zip file appears invalid...");
+  }
+  const auto& members = zip->members();
+  if (members.empty()) return refusedWith(L"zero files inside zip...");
+  if (members.front().name.empty()) return refusedWith(L"can't read stat file...");
+  // Every member is judged before the first byte is written.
+  if (const std::wstring fault = packageFault(members, size.value); !fault.empty()) {
+    refuseLine(name, fault);
+    return Unpacked::refused;
+  }
+  if (os::files().createFolders(folder)) return refusedWith(L"Can't create folder");
+  return extractAll(*zip, folder, name, mostUnpacked(members, size.value));
 }
 
 }  // namespace

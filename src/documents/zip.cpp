@@ -2,6 +2,10 @@
 
 #include <zip.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -11,7 +15,29 @@ namespace {
 constexpr std::size_t kPiece = 256 * 1024;  // bytes
 
 // The file mode that Unix packers put into the upper half of the external attributes.
-constexpr zip_uint32_t kModeShift = 16, kModeKind = 0170000, kModeLink = 0120000;
+constexpr zip_uint32_t kModeShift = 16, kModeKind = 0170000, kModeLink = 0120000, kModeRun = 0111;
+
+ZipMember memberAt(zip_t* zip, zip_uint64_t index) {
+  ZipMember member;
+  zip_stat_t stat;
+  zip_stat_init(&stat);
+  if (zip_stat_index(zip, index, 0, &stat) != 0 || !(stat.valid & ZIP_STAT_NAME)) return member;
+  member.name = text::fromUtf8(stat.name);
+  if (stat.valid & ZIP_STAT_SIZE) member.size = stat.size;
+  if (stat.valid & ZIP_STAT_COMP_SIZE) member.packed = stat.comp_size;
+  member.isEncrypted = (stat.valid & ZIP_STAT_ENCRYPTION_METHOD) && stat.encryption_method != ZIP_EM_NONE;
+  member.isMethodKnown =
+      !(stat.valid & ZIP_STAT_COMP_METHOD) || zip_compression_method_supported(stat.comp_method, 0) != 0;
+  member.isFolder = member.name.ends_with(L'/') || member.name.ends_with(L'\\');
+  zip_uint8_t system = 0;
+  zip_uint32_t attributes = 0;
+  if (zip_file_get_external_attributes(zip, index, 0, &system, &attributes) == 0) {
+    const zip_uint32_t mode = attributes >> kModeShift;
+    member.isLink = (mode & kModeKind) == kModeLink;
+    member.isExecutable = !member.isFolder && (mode & kModeRun) != 0;
+  }
+  return member;
+}
 
 }  // namespace
 
@@ -23,11 +49,21 @@ struct ZipReader::Archive {
   Archive& operator=(const Archive&) = delete;
 };
 
-std::unique_ptr<ZipReader> ZipReader::openFile(std::wstring_view path) {
+std::wstring_view ZipMember::obstacle() const {
+  if (isEncrypted) return L"it is encrypted";
+  return isMethodKnown ? std::wstring_view() : L"it is packed by a method that isn't known here";
+}
+
+ZipReader::Opened ZipReader::openFile(std::wstring_view path) {
   int fault = 0;
+  errno = 0;
   zip_t* zip = zip_open(os::mounts().machine(path).c_str(), ZIP_RDONLY, &fault);
-  if (!zip) return nullptr;
-  return std::unique_ptr<ZipReader>(new ZipReader(std::make_unique<Archive>(zip)));
+  if (zip) return {std::unique_ptr<ZipReader>(new ZipReader(std::make_unique<Archive>(zip))), {}};
+  zip_error_t error;
+  zip_error_init_with_code(&error, fault);
+  const int reason = fault == ZIP_ER_NOENT ? ENOENT : zip_error_system_type(&error) == ZIP_ET_SYS ? errno : 0;
+  zip_error_fini(&error);
+  return {nullptr, reason == 0 ? std::string() : std::generic_category().message(reason)};
 }
 
 std::unique_ptr<ZipReader> ZipReader::openBytes(std::string_view bytes) {
@@ -42,24 +78,8 @@ std::unique_ptr<ZipReader> ZipReader::openBytes(std::string_view bytes) {
 }
 
 ZipReader::ZipReader(std::unique_ptr<Archive> archive) : archive_(std::move(archive)) {
-  const zip_int64_t count = zip_get_num_entries(archive_->zip, 0);
-  for (zip_int64_t i = 0; i < count; ++i) {
-    const auto index = static_cast<zip_uint64_t>(i);
-    ZipMember member;
-    zip_stat_t stat;
-    zip_stat_init(&stat);
-    if (zip_stat_index(archive_->zip, index, 0, &stat) == 0 && (stat.valid & ZIP_STAT_NAME)) {
-      member.name = text::fromUtf8(stat.name);
-      if (stat.valid & ZIP_STAT_SIZE) member.size = stat.size;
-      if (stat.valid & ZIP_STAT_COMP_SIZE) member.packed = stat.comp_size;
-      member.isFolder = member.name.ends_with(L'/') || member.name.ends_with(L'\\');
-      zip_uint8_t system = 0;
-      zip_uint32_t attributes = 0;
-      if (zip_file_get_external_attributes(archive_->zip, index, 0, &system, &attributes) == 0)
-        member.isLink = ((attributes >> kModeShift) & kModeKind) == kModeLink;
-    }
-    members_.push_back(std::move(member));
-  }
+  const auto count = std::min<zip_int64_t>(zip_get_num_entries(archive_->zip, 0), kMostMembers + 1);
+  for (zip_int64_t i = 0; i < count; ++i) members_.push_back(memberAt(archive_->zip, static_cast<zip_uint64_t>(i)));
 }
 
 ZipReader::~ZipReader() = default;

@@ -17,14 +17,27 @@ struct ZipMember {
   std::uint64_t packed = 0;
   bool isFolder = false;
   bool isLink = false;
+  bool isExecutable = false;  // by the file mode that Unix packers leave
+  bool isEncrypted = false;
+  bool isMethodKnown = true;  // how it is packed
+
+  // Why it can't be extracted, "it is encrypted", as far as its entry tells; empty: it doesn't.
+  [[nodiscard]] std::wstring_view obstacle() const;
 };
+
+// No package has more. Of a file with more the first ones are read, and one beyond.
+constexpr std::size_t kMostMembers = 100'000;
 
 class ZipReader {
  public:
-  // A file of the system's form ("d:\packages\a.kvz"), or bytes that outlive the reader.
-  static std::unique_ptr<ZipReader> openFile(std::wstring_view path);
+  struct Opened {
+    std::unique_ptr<ZipReader> zip;  // null: not a zip, a truncated one, or one that can't be read
+    std::string fault;               // why it can't be read, "Permission denied"; empty otherwise
+  };
+  // A file of the system's form ("d:\packages\a.kvz").
+  static Opened openFile(std::wstring_view path);
+  // Bytes that outlive the reader. Null: not a zip, or a truncated one.
   static std::unique_ptr<ZipReader> openBytes(std::string_view bytes);
-  // Null from both: not a zip, or a truncated one.
   ~ZipReader();
   ZipReader(const ZipReader&) = delete;
   ZipReader& operator=(const ZipReader&) = delete;

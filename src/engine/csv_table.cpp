@@ -52,7 +52,7 @@ bool splitFields(std::wstring_view record, wchar_t separator, std::vector<std::w
 
 // Why a file is no delimited text, by the bytes that it begins with, and what to do; empty: it may be some.
 std::wstring_view faultOf(std::string_view bytes) {
-  if (bytes.starts_with("PK\x03\x04")) return L"it is a workbook; save it as CSV, or as '.xls'";
+  if (bytes.starts_with("PK\x03\x04")) return L"it is a workbook; its name must end in '.xlsx' or '.ods'";
   if (bytes.starts_with("\xD0\xCF\x11\xE0")) return L"it is a workbook; its name must end in '.xls'";
   return {};
 }

@@ -1,6 +1,7 @@
 #include "engine/workbook.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "core/messages.h"
 #include "core/state.h"
 #include "engine/output_file.h"
+#include "os/doors.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -18,13 +20,15 @@ namespace {
 
 constexpr int kNotFound = 369, kScriptNotFound = 108, kDeleteAll = 370, kDeleted = 371, kOverridden = 373;
 constexpr std::wstring_view kScript = L"xls2csv.vbs";
-constexpr std::wstring_view kEnding = L".xls";
+constexpr std::wstring_view kEndings[] = {L".xls", L".xlsx", L".ods"};
 constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
 
+// How the script ended: once a run for each workbook, as one that can't be converted would be tried for each model.
 struct Conversion {
   std::wstring workbook, target;
+  std::optional<os::Result<int>> status{};  // nothing: the script wasn't started
+  bool isMade = false;
 };
-// What was made of workbooks in this run.
 std::vector<Conversion>& conversions() {
   static std::vector<Conversion> made;
   return made;
@@ -35,8 +39,11 @@ bool fail(std::wstring_view text) {
   return false;
 }
 
-bool isWorkbook(std::wstring_view path) {
-  return path.size() >= kEnding.size() && text::equalNoCase(path.substr(path.size() - kEnding.size()), kEnding);
+// As it stands above; empty for a file that is no workbook.
+std::wstring_view endingOf(std::wstring_view path) {
+  for (const std::wstring_view ending : kEndings)
+    if (text::endsWithNoCase(path, ending)) return ending;
+  return {};
 }
 
 bool canBeOpened(std::wstring_view path) { return os::files().exists(path) && !os::files().isFolder(path); }
@@ -49,8 +56,9 @@ bool isTaken(std::wstring_view target) {
 // Two workbooks of one name, from two folders, get two files.
 std::wstring targetOf(std::wstring_view path) {
   std::wstring name = os::nameOf(path);
-  name.resize(name.size() - kEnding.size());
-  const std::wstring stem = core::pluginState().tempPath + name + L"_xls";
+  const std::wstring_view ending = endingOf(path);
+  name.resize(name.size() - ending.size());
+  const std::wstring stem = core::pluginState().tempPath + name + L"_" + std::wstring(ending.substr(1));
   std::wstring target = stem + L".csv";
   for (int i = 2; isTaken(target); ++i) target = stem + text::format(L"_%d.csv", i);
   return target;
@@ -64,21 +72,37 @@ bool makeRoom(const std::wstring& target) {
   return fail(text::format(core::msgText(kDeleted), target));
 }
 
-bool runScript(std::wstring_view workbook, const std::wstring& target) {
+// A dry run converts as well: nobody could tell what its actions would do without the values. The script's result lies
+// in the temp folder.
+os::Result<int> startScript(const std::wstring& command) {
+  const os::DoorsGuard doors;
+  if (os::doors().programs == os::Door::withheld) os::doors().programs = os::Door::open;
+  return os::processes().run(command, {});
+}
+
+// A second time only the lines of the first come again.
+bool convert(Conversion& one) {
   const std::wstring script = core::pluginState().confPath + std::wstring(kScript);
   if (!canBeOpened(script)) return fail(text::format(L"%s: %s", script, core::msgText(kScriptNotFound)));
-  const std::wstring command = text::format(L"%s \"%s\" \"%s\"", script, workbook, target);
+  const std::wstring command = text::format(L"%s \"%s\" \"%s\"", script, one.workbook, one.target);
   core::logIndented(command, core::kNormal, 1);
   // A quote in a name would end the argument, and the rest would be a command.
-  if (workbook.find(L'"') != workbook.npos) return fail(L"A workbook with a quote in its name can't be converted");
-  const auto status = os::processes().run(command, {});
+  if (one.workbook.find(L'"') != std::wstring::npos)
+    return fail(L"A workbook with a quote in its name can't be converted");
+  if (!one.status) {
+    one.status = startScript(command);
+    one.isMade = *one.status && canBeOpened(one.target);
+  }
+  const os::Result<int>& status = *one.status;
   if (!status) return fail(text::format(L"%s isn't started: %s", kScript, text::fromUtf8(status.error.message())));
   core::logWrite(text::format(L"exit status %d", status.value), core::kDebug);
-  if (canBeOpened(target)) return true;
-  return fail(text::format(L"%s made no file of %s, its exit status is %d", kScript, workbook, status.value));
+  if (one.isMade) return true;
+  return fail(text::format(L"%s made no file of %s, its exit status is %d", kScript, one.workbook, status.value));
 }
 
 }  // namespace
+
+bool isWorkbook(std::wstring_view path) { return !endingOf(path).empty(); }
 
 int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view path) {
   if (!canBeOpened(path)) {
@@ -86,24 +110,24 @@ int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view pa
     return -1;
   }
   if (!isWorkbook(path)) return 0;
-  const auto known = std::find_if(conversions().begin(), conversions().end(),
-                                  [&](const Conversion& one) { return text::equalNoCase(one.workbook, path); });
-  const bool isKnown = known != conversions().end();
-  std::wstring target = isKnown ? known->target : targetOf(path);
+  auto one = std::find_if(conversions().begin(), conversions().end(),
+                          [&](const Conversion& known) { return text::equalNoCase(known.workbook, path); });
+  std::wstring target = one == conversions().end() ? targetOf(path) : one->target;
   if (!text::fits(target, outSize)) {
     fail(text::format(L"The name of the csv file of %s is too long", path));
     return -1;
   }
   out = target;
-  if (isKnown) return 1;
-  if (!makeRoom(target) || !runScript(path, target)) return -1;
-  conversions().push_back({std::wstring(path), std::move(target)});
-  return 0;
+  if (one == conversions().end()) one = conversions().insert(one, Conversion{std::wstring(path), std::move(target)});
+  if (one->isMade) return 1;
+  const bool hasRoom = one->status || makeRoom(one->target);
+  return hasRoom && convert(*one) ? 0 : -1;
 }
 
 void deleteConvertedFiles() {
   core::logMsgPlain(kDeleteAll, core::kDebug);
   for (const Conversion& one : conversions()) {
+    if (!one.isMade) continue;
     const bool removed = !os::files().remove(one.target);
     core::logWrite(text::format(core::msgText(kDeleted), one.target), removed ? core::kDebug : core::kError);
   }

@@ -1,4 +1,5 @@
-// Workbooks (".xls") that become CSV files for the time of a run, and the tables that actions name by `path`.
+// Workbooks (".xls", ".xlsx", ".ods") that become CSV files for the time of a run, and the tables that actions name by
+// `path`.
 #pragma once
 
 #include <cstddef>
@@ -10,10 +11,13 @@
 
 namespace engine {
 
+// By its ending, in either case.
+bool isWorkbook(std::wstring_view path);
 // 0: out names a readable file; 1: this workbook was converted already in this run, out names the result; -1, with a
 // line: neither. A file that is no workbook leaves out as it is. The conversion is the site's script "xls2csv.vbs" in
-// the configuration folder; its results lie in the temp folder, as "name_xls.csv". outSize: room of out in UTF-16
-// units, its zero included; a longer result is a failure.
+// the configuration folder, started once a run for each workbook, in a dry run too; its results lie in the temp folder,
+// as "name_xls.csv" or "name_xlsx.csv". outSize: room of out in UTF-16 units, its zero included; a longer result is a
+// failure.
 int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view path);
 // Removes what this run converted; at its end.
 void deleteConvertedFiles();

@@ -5,6 +5,7 @@
 
 #include "core/log.h"
 #include "engine/compare.h"
+#include "os/file_parts.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -84,6 +85,7 @@ class FirstLine {
     }
     text_ += piece.substr(0, end);
   }
+  [[nodiscard]] bool isWhole() const { return isWhole_; }
   // With its end. A quote that is never closed: the first line feed ends it.
   [[nodiscard]] std::string_view text() const {
     const std::string_view all = text_;
@@ -141,19 +143,27 @@ void writePending(CsvReport& report) {
 }
 
 FileEnds fileEnds(const CsvReport& report) {
-  FirstLine first;
-  std::string_view::value_type last = '\n';
-  const auto fault = os::files().readPieces(report.path, [&](std::string_view piece) {
-    first.take(piece);
-    if (!piece.empty()) last = piece.back();
-  });
+  constexpr std::size_t kFirstPiece = 4096, kMostAtOnce = 1 << 20;  // bytes
   FileEnds ends;
+  const auto size = os::files().size(report.path);
+  if (!size || size.value == 0) return ends;
+  const auto last = os::readPart(report.path, size.value - 1, 1);
+  if (!last) return ends;
+  // What lies between isn't read: each of thousands of models that append would read all that stands there.
+  FirstLine first;
+  std::size_t most = kFirstPiece;
+  for (std::uint64_t at = 0; at < size.value && !first.isWhole(); most = std::min(2 * most, kMostAtOnce)) {
+    const auto piece = os::readPart(report.path, at, most);
+    if (!piece) return ends;
+    if (piece.value.empty()) break;
+    first.take(piece.value);
+    at += piece.value.size();
+  }
   std::string_view line = first.text();
-  if (fault) return ends;
   ends.topSize = line.size();
   if (report.form.charsetUtf && line.starts_with(kMark)) line.remove_prefix(kMark.size());
   ends.isEmpty = line.empty();
-  ends.lacksLineEnd = !ends.isEmpty && last != '\n';
+  ends.lacksLineEnd = !ends.isEmpty && last.value != "\n";
   for (const char end : {'\n', '\r'})
     if (line.ends_with(end)) line.remove_suffix(1);
   ends.firstLine = line;

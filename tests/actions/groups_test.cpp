@@ -1,6 +1,6 @@
 #include "actions/action_fixture.h"
-#include "engine/stop_question.h"
 #include "engine/variables.h"
+#include "os/interrupt.h"
 
 namespace test {
 namespace {
@@ -75,7 +75,7 @@ TEST_F(Groups, LoopsWithoutAnEndAreLeftWhereAStopIsAsked) {
                              task("setUserVariableDirect", "name='DONE' value='0'") +
                              group(c.loop, count("N") + count("DONE")));
     int asked = 0;
-    const engine::StopQuestion stop([&asked] { return ++asked > 2; });
+    const os::InterruptSource stop([&asked] { return ++asked > 2; });
     own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
     EXPECT_EQ(c.rounds, *engine::userVariables().find(L"DONE")) << c.loop;
     EXPECT_EQ(c.line != nullptr, own.logHas(c.line ? c.line : L"The loop is left")) << c.loop;

@@ -6,7 +6,9 @@
 
 #include "core/state.h"
 #include "documents/package.h"
+#include "documents/package_rules.h"
 #include "headless/proui/ui.h"
+#include "os/interrupt.h"
 #include "support/world.h"
 #include "text/encoding.h"
 
@@ -21,6 +23,7 @@ using test::World;
 struct Member {
   std::string name, content;
   unsigned mode = 0;  // Unix file mode; 0 leaves it out
+  bool isEncrypted = false;
 };
 
 std::vector<Member> requiredMembers() {
@@ -45,6 +48,8 @@ void pack(const std::string& path, const std::vector<Member>& members) {
     ASSERT_GE(index, 0) << member.name;
     if (member.mode)
       zip_file_set_external_attributes(zip, static_cast<zip_uint64_t>(index), 0, ZIP_OPSYS_UNIX, member.mode << 16);
+    if (member.isEncrypted)
+      ASSERT_EQ(0, zip_file_set_encryption(zip, static_cast<zip_uint64_t>(index), ZIP_EM_AES_256, "secret"));
   }
   ASSERT_EQ(0, zip_close(zip)) << path;
 }
@@ -131,6 +136,8 @@ TEST_F(Packages, WhatIsHostileOrNoZipIsRefusedAndWritesNothing) {
     return test::readBytes(file("x.kvz"));
   }();
   const std::string zeros(3'000'000, '\0');
+  std::string deep;
+  while (deep.size() < 1024) deep += "d/";
   struct Case {
     const char* what;
     std::vector<Member> members;
@@ -151,6 +158,10 @@ TEST_F(Packages, WhatIsHostileOrNoZipIsRefusedAndWritesNothing) {
       {"drive", withRequired({"C:\\x", "!"}), "", L"has a member with a drive: C:\\x"},
       {"drive alone", withRequired({"C:x", "!"}), "", L"has a member with a drive:"},
       {"link", withRequired({"models/l", "/etc", 0120777}), "", L"has a member that is a link: models/l"},
+      {"control", withRequired({"models/a\nb", "!"}), "", L"has a member with a control character in its name:"},
+      {"long part", withRequired({"models/" + std::string(256, 'x'), "!"}), "",
+       L"has a member whose name is too long: models/xx"},
+      {"deep", withRequired({deep + "x", "!"}), "", L"has a member whose name is too long: d/d/"},
       {"bomb", withRequired({"models/zeros", zeros}), "", L"would unpack to more than is allowed"},
   };
   for (const Case& c : cases) {
@@ -167,6 +178,44 @@ TEST_F(Packages, WhatIsHostileOrNoZipIsRefusedAndWritesNothing) {
     EXPECT_EQ(outside, tree(fs::path(world.temp()).parent_path()));
   }
   EXPECT_EQ(Unpacked::refused, unpackPackage("x.kvz")) << "no such file";
+  EXPECT_TRUE(said(L"Package refused: x.kvz can't be read: No such file or directory"));
+}
+
+TEST(PackageRules, MoreMembersThanAnyPackageHasAreRefused) {
+  std::vector<documents::ZipMember> members(documents::kMostMembers);
+  for (documents::ZipMember& member : members) member.name = L"a";
+  EXPECT_EQ(L"", documents::packageFault(members, 1));
+  members.push_back(members.front());
+  EXPECT_EQ(L"has more than 100000 members", documents::packageFault(members, 1));
+}
+
+TEST_F(Packages, ProgramsStayProgramsAndWhatIsEncryptedIsSaidToBe) {
+  auto members = withRequired({"models/tool.sh", "#!/bin/sh\n", 0100755});
+  members.push_back({"models/plain.txt", "x", 0100644});
+  members.push_back({"models/secret.txt", "x", 0, true});
+  pack(file("x.kvz"), members);
+  EXPECT_EQ(Unpacked::incomplete, unpackPackage("x.kvz"));
+  EXPECT_TRUE(said(L"failure while extract file models\\secret.txt (it is encrypted)"));
+  const auto runs = [&](const char* name) {
+    return (fs::status(unpacked(name)).permissions() & fs::perms::owner_exec) != fs::perms::none;
+  };
+  EXPECT_TRUE(runs("models/tool.sh"));
+  EXPECT_FALSE(runs("models/plain.txt"));
+}
+
+// What is there then counts for nothing: the next selection begins anew.
+TEST_F(Packages, AnInterruptEndsUnpacking) {
+  pack(file("x.kvz"), withRequired({"models/a.prt.1", std::string(100'000, 'a')}));
+  {
+    static int asked;
+    asked = 0;
+    const os::InterruptSource source([] { return ++asked > 5; });
+    EXPECT_EQ(Unpacked::refused, unpackPackage("x.kvz"));
+  }
+  EXPECT_TRUE(said(L"<KVD> Unpacking was interrupted: x.kvz"));
+  EXPECT_FALSE(fs::exists(unpacked("models/a.prt.1")));
+  EXPECT_EQ(0, markers());
+  EXPECT_EQ(Unpacked::ready, unpackPackage("x.kvz"));
 }
 
 TEST_F(Packages, ABombThatDeclaresLittleIsStoppedWhileItUnpacks) {
@@ -209,6 +258,7 @@ TEST_F(Packages, AFullDiskLeavesNoMarker) {
   pack(file("x.kvz"), withRequired({"models/a.prt.1", std::string(100'000, 'a') + std::string(100'000, 'b')}));
   world.disk().fillAfter(5'000);
   EXPECT_EQ(Unpacked::incomplete, unpackPackage("x.kvz"));
+  EXPECT_TRUE(said(L"failure while extract file models\\a.prt.1 (No space left on device)"));
   world.disk().heal();
   EXPECT_EQ(0, markers());
   EXPECT_EQ(Unpacked::ready, unpackPackage("x.kvz"));

@@ -86,7 +86,7 @@ TEST(ReadCsv, ReadsAFileOnceARun) {
   EXPECT_EQ(readCSVtoTable(missing, path, L';', L""), 2);
   EXPECT_TRUE(world.logHas(L"Failure while read file"));
   const std::pair<std::string, const wchar_t*> others[] = {
-      {"PK\x03\x04...", L"t:\\t.csv: it is a workbook; save it as CSV, or as '.xls'"},
+      {"PK\x03\x04...", L"t:\\t.csv: it is a workbook; its name must end in '.xlsx' or '.ods'"},
       {"\xD0\xCF\x11\xE0...", L"t:\\t.csv: it is a workbook; its name must end in '.xls'"},
   };
   for (const auto& [bytes, line] : others) {

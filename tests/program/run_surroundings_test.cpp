@@ -41,6 +41,40 @@ TEST_F(RunSurroundings, ProgramsAreRefusedOrWithheld) {
   EXPECT_TRUE(os::doors().noted.empty());
 }
 
+// As long as they may be run: a package keeps the permission, also in its zip, and one more makes another package.
+TEST_F(RunSurroundings, ProgramsOfThePackageRun) {
+  namespace fs = std::filesystem;
+  const std::string ran = path("ran"), dull = "models\\dull.sh";
+  list("tools.xml", task("runMSDOScommand", "cmd='@project_dir@/tool.sh' args=''") +
+                        task("runMSDOScommand", "cmd='@project_dir@/dull.sh' args=''"));
+  for (const std::string name : {"tool", "dull"})
+    file("standards/models/" + name + ".sh", "#!/bin/sh\necho " + name + " >>'" + ran + "'\n");
+  fs::permissions(path("standards/models/tool.sh"), fs::perms::owner_all);
+  const Ended refused = run("tools");
+  EXPECT_EQ(1, refused.code);
+  EXPECT_THAT(refused.err, testing::HasSubstr("The program can't be run, it isn't executable: "));
+  EXPECT_THAT(refused.err, testing::HasSubstr(dull));
+  EXPECT_EQ("tool\n", readBytes(ran));
+  fs::permissions(path("standards/models/dull.sh"), fs::perms::owner_all);
+  EXPECT_EQ(0, run("tools", {"--again"}).code);
+  kelvane({"pack", path("standards"), path("zipped.kvz")});
+  EXPECT_EQ(0, runPackage(path("zipped.kvz"), "tools", {"--again"}).code);
+  EXPECT_EQ("tool\ntool\ndull\ntool\ndull\n", readBytes(ran));
+}
+
+// Some packers write the separator of their own system.
+TEST_F(RunSurroundings, MembersMayHaveBackslashes) {
+  list("norm.xml", kAddNorm + kSave);
+  std::map<std::string, std::string> members = {
+      {"actionlists\\norm.xml", readBytes(path("standards/actionlists/norm.xml"))}};
+  for (const char* name : {"system\\index.kvane", "models\\readme.txt", "reports\\readme.txt", "checklist\\readme.txt"})
+    members[name] = "1\n2\n";
+  writeZip(path("back.kvz"), members);
+  EXPECT_EQ(0, kelvane({"check", path("back.kvz")}).code);
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0",
+            recapOf(runPackage(path("back.kvz"), "norm", {})));
+}
+
 TEST_F(RunSurroundings, AMacroStepThatNothingWasDoneForIsToldOnce) {
   const std::string mapkey =
       task("runMapkey",

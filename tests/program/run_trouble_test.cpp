@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <set>
+#include <utility>
 
 #include "headless/geometry/foreign_place.h"
 #include "headless/session/session.h"
@@ -337,6 +338,55 @@ TEST_F(RunTrouble, SignalEndsTheRunBetweenTwoModelsAndTheNextOneFinishesIt) {
   EXPECT_EQ("done  models=2 changed=1 unchanged=0 skipped=1 failed=0 saved=1  errors=0 warnings=0", recapOf(ended));
   EXPECT_EQ("done  models=6 changed=4 unchanged=0 skipped=2 failed=0 saved=4  errors=0 warnings=0",
             recapOf(run("norm")));
+}
+
+// Raises a signal when the first member of a package is unpacked.
+class SignallingFiles : public os::FilesWrapper {
+ public:
+  using FilesWrapper::FilesWrapper;
+  os::Result<std::unique_ptr<os::Appender>> append(std::wstring_view path) override {
+    if (path.starts_with(L"t:\\open_kvz_") && !std::exchange(raised_, true)) std::raise(SIGTERM);
+    return under_.append(path);
+  }
+
+ private:
+  bool raised_ = false;
+};
+
+TEST_F(RunTrouble, SignalEndsUnpackingAndTheNextRunBeginsAnew) {
+  part(L"PLATE");
+  {
+    const os::SurroundingsGuard guard;
+    const std::shared_ptr<os::Files> disk = os::surroundings().files;
+    os::surroundings().files = std::make_shared<SignallingFiles>(*disk);
+    const Ended ended = run("norm");
+    EXPECT_EQ(143, ended.code);
+    EXPECT_EQ("done  models=0 changed=0 unchanged=0 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(ended));
+    EXPECT_EQ("", ended.err);
+  }
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0",
+            recapOf(run("norm")));
+}
+
+TEST_F(RunTrouble, AMemberThatCantBeUnpackedIsToldAndTheRunGoesOn) {
+  part(L"PLATE");
+  file("standards/models/odd.txt", "what is damaged on its way");
+  kelvane({"pack", path("standards"), path("torn.kvz")});
+  const std::string member = "models/odd.txt";
+  std::string torn = readBytes(path("torn.kvz"));
+  torn[torn.find(member) + member.size() + 8] ^= 0x55;
+  file("torn.kvz", torn);
+  const Ended checked = kelvane({"check", path("torn.kvz")});
+  EXPECT_EQ(1, checked.code);
+  EXPECT_EQ("models/odd.txt: it can't be unpacked: it is damaged\n", checked.out);
+  for (const auto& more : {std::vector<std::string>(), std::vector<std::string>{"--again"}}) {
+    const Ended ended = runPackage(path("torn.kvz"), "norm", more);
+    EXPECT_EQ(1, ended.code);
+    EXPECT_THAT(ended.err,
+                testing::HasSubstr("error: " + path("torn.kvz") + ": failure while extract file models\\odd.txt\n"));
+    EXPECT_THAT(recapOf(ended), testing::AllOf(testing::StartsWith("done  models=1 "),
+                                               testing::EndsWith("failed=0 saved=1  errors=1 warnings=0")));
+  }
 }
 
 // A caller that wants one passed over gets it so, as nohup.

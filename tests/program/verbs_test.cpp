@@ -147,6 +147,8 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
   writeZip(path("up.kvz"), {{"../up.txt", "x"}});
   writeZip(path("letter.kvz"), {{"c:/up.txt", "x"}});
   writeZip(path("bomb.kvz"), {{"bomb", std::string(8 << 20, 'x')}});
+  writeZip(path("slash.kvz"), {{"a\\..\\..\\up.txt", "x"}});
+  writeZip(path("twice.kvz"), {{"models\\a", "x"}, {"models/A", "y"}});
   file("text.kvz", "this is no zip file");
   kelvane({"pack", example("packages/standards"), path("whole.kvz")});
   const std::string whole = readBytes(path("whole.kvz"));
@@ -155,9 +157,11 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
   torn[whole.find("actionlists/title_block.xml") + 60] ^= 0x55;
   file("torn.kvz", torn);
   const std::map<std::string, std::string> cases = {
-      {"up.kvz", " is refused: its member '../up.txt' would leave the package's folder"},
-      {"letter.kvz", " is refused: its member 'c:/up.txt' would leave the package's folder"},
-      {"bomb.kvz", " is refused: 'bomb' unpacks to more than a package may hold"},
+      {"up.kvz", " is refused: it has a member that leaves the package's folder: ../up.txt"},
+      {"letter.kvz", " is refused: it has a member with a drive: c:/up.txt"},
+      {"slash.kvz", " is refused: it has a member that leaves the package's folder: a\\..\\..\\up.txt"},
+      {"twice.kvz", " is damaged: it holds 'models/a' twice"},
+      {"bomb.kvz", " is refused: it would unpack to more than is allowed"},
       {"text.kvz", " is no package: it isn't a whole zip file"},
       {"short.kvz", " is no package: it isn't a whole zip file"},
       {"torn.kvz", " is damaged: actionlists/title_block.xml can't be unpacked"},

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "engine/stop_question.h"
 #include "headless/proui/ui.h"
 #include "headless/session/session.h"
 #include "kelvane/ui/feed.h"
 #include "kelvane/ui/inbox.h"
 #include "kelvane/ui/picture.h"
 #include "kelvane/ui/written.h"
+#include "os/interrupt.h"
 
 namespace kelvane::view {
 
@@ -81,7 +81,7 @@ class Screen : public headless::SessionObserver {
   bool keepsFiles_ = false;  // what is written now is a result
   std::string language_;
   std::atomic<bool> stop_ = false;
-  engine::StopQuestion stopQuestion_;
+  os::InterruptSource stopQuestion_;
 };
 
 }  // namespace kelvane::view

@@ -25,13 +25,18 @@ work=$(mktemp -d) || fail 1 "no temporary folder can be made"
 trap 'rm -rf "$work"' EXIT
 trap 'exit 1' HUP INT TERM
 mkdir "$work/out" || fail 1 "$work can't be written"
-# The input stands under a plain name: the workbook's own could be taken for an option.
-cp -- "$workbook" "$work/in.xls" || fail 1 "$workbook can't be copied"
+# The input stands under a plain name, as the workbook's own could be taken for an option, with the ending of its kind.
+case $workbook in
+  *.[xX][lL][sS][xX]) kind=xlsx ;;
+  *.[oO][dD][sS]) kind=ods ;;
+  *) kind=xls ;;
+esac
+cp -- "$workbook" "$work/in.$kind" || fail 1 "$workbook can't be copied"
 
 # 59 semicolon, 34 double quote, 76 UTF-8, from line 1; cells as they are shown.
 "$office" "-env:UserInstallation=file://$work/profile" --headless --norestore --nolockcheck \
   --convert-to 'csv:Text - txt - csv (StarCalc):59,34,76,1,,0,false,true,false' \
-  --outdir "$work/out" "$work/in.xls" >"$work/said" 2>&1
+  --outdir "$work/out" "$work/in.$kind" >"$work/said" 2>&1
 if [ ! -f "$work/out/in.csv" ]; then
   cat "$work/said" >&2
   fail 1 "$workbook can't be converted"

@@ -9,9 +9,9 @@
 #include "creo/ProMdl.h"
 #include "engine/read_number.h"
 #include "engine/run.h"
-#include "engine/stop_question.h"
 #include "engine/task.h"
 #include "engine/under_work.h"
+#include "os/interrupt.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -58,7 +58,7 @@ class LoopEnd {
   // Before each round, with how many were run and the bound by now.
   bool isDue(int round, int bound) {
     if (startedInRun_ && !runGoesOn()) return true;  // a task closed the tool
-    if (!isStopAsked()) return false;
+    if (!os::isInterrupted()) return false;
     bound_ = std::min(bound_.value_or(bound), bound);
     return round >= *bound_ || *bound_ - round > kMostRoundsLeft;
   }

@@ -30,6 +30,9 @@ void runAndWait(const std::wstring& command, const std::wstring& folder) {
   if (!ended) return tellNotStarted(command, ended.error);
   if (ended.value == os::kNoProgram)
     return core::logWrite(text::format(L"The program can't be found: %s", command), core::kError);
+  constexpr int kNotRunnable = 126;  // of a command processor: it is there, but nobody may run it
+  if (ended.value == kNotRunnable)
+    return core::logWrite(text::format(L"The program can't be run, it isn't executable: %s", command), core::kError);
   core::logWrite(text::format(L"The program ended with status %d: %s", ended.value, command),
                  ended.value == 0 ? core::kDebug : core::kWarning);
 }

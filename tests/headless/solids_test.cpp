@@ -5,6 +5,7 @@
 #include "creo/ProModelitem.h"
 #include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
+#include "creo/ProSolidSettings.h"
 #include "creo/ProState.h"
 #include "headless/session_fixture.h"
 

@@ -1,5 +1,6 @@
 // kelvane new: makes a model's first document.
 #include "headless/geometry/body.h"
+#include "headless/model/accuracy.h"
 #include "headless/store/document.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
@@ -60,6 +61,8 @@ class New : public Verb {
  private:
   [[nodiscard]] headless::ModelRecord newRecord(const ModelFileName& model) const {
     headless::ModelRecord record;
+    if (model.type == creo::ProMdlType::part || model.type == creo::ProMdlType::assembly)
+      headless::stateAccuracyOfTemplates(record);
     for (const std::string& written : parameters_) {
       const GivenParameter given = givenParameter(written);
       headless::ParameterRecord parameter;

@@ -130,6 +130,7 @@ class Document {
     // What is saved stays for the run, and a later model sets all of it again.
     if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
     checkSwitchedFilter(task);
+    checkSmallLetters(task, L"eci");
     checkUnits(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "engine/task.h"
 #include "kelvane/text_check.h"
 #include "os/paths.h"
 #include "text/encoding.h"
+#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -112,6 +114,22 @@ void addOwners(const core::XmlNode& task, const std::string& type, std::vector<P
   });
 }
 
+// A code that doesn't say what its letters are, and whose text has some that readers take for others, or may have them.
+void addCodeLetters(const core::XmlNode& node, const std::string& type, std::vector<PackageUse>& uses) {
+  constexpr wchar_t kLastOfAscii = 0x7f;
+  if (type != "setQRCode" && type != "createPDF417Barcode" && type != "createQRdotmatrix") return;
+  const engine::Subject none;
+  const engine::Task task(node, none);
+  if (task.isTrue(L"eci")) return;
+  for (const auto& line : task.numberedAll(L"value", text::parseInt(task.attribute(L"valuec")))) {
+    const auto isBeyond = [](wchar_t c) { return c > kLastOfAscii; };
+    const bool has = std::any_of(line.value.begin(), line.value.end(), isBeyond);
+    if (!has && !hasVariables(line.value)) continue;
+    return uses.push_back({"letters", "'value" + std::to_string(line.number) + (has ? "' has" : "' may have") +
+                                          " letters beyond ASCII, which readers guess; eci=\"true\" tells them"});
+  }
+}
+
 }  // namespace
 
 const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute) {
@@ -125,6 +143,7 @@ std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::strin
   std::vector<PackageUse> uses;
   addNumbers(task, type, uses);
   addOwners(task, type, uses);
+  addCodeLetters(task, type, uses);
   eachAttribute(task, [&](const core::XmlAttr& attribute) {
     for (const OutsideAttribute& row : kOutside) {
       if (row.action != type) continue;

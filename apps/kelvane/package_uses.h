@@ -1,5 +1,6 @@
 // What of the surroundings an action of a list uses: programs, addresses on the web, paths outside its package. And
-// what else is no fault but worth knowing: numbers that lose their units, parameters that are made elsewhere.
+// what else is no fault but worth knowing: numbers that lose their units, parameters that are made elsewhere, codes
+// whose letters readers guess.
 #pragma once
 
 #include <string>
@@ -10,7 +11,7 @@
 namespace kelvane {
 
 struct PackageUse {
-  std::string kind;  // "program", "address", "path", "units"
+  std::string kind;  // "program", "address", "path", "units", "letters", "options"
   std::string text;  // "it starts the program 'd:\tools\mail.cmd -q'"
 };
 // As the attributes stand, in their order; variables aren't replaced.

@@ -11,8 +11,9 @@ namespace {
 
 constexpr int kMostCodewords = 928, kMostColumns = 30, kFewestRows = 3, kMostRows = 90, kHighestLevel = 8;
 constexpr int kPadCodeword = 900;
-constexpr int kModules = 17;               // of a symbol character
-constexpr int kFrameModules = 4 * 17 + 1;  // start and stop pattern and the two indicators of a row
+constexpr int kLetterSet = 927, kLatin1 = 3;  // what follows is of the set that the second codeword names
+constexpr int kModules = 17;                  // of a symbol character
+constexpr int kFrameModules = 4 * 17 + 1;     // start and stop pattern and the two indicators of a row
 constexpr std::uint32_t kStart = 0x1fea8, kStop = 0x3fa29;
 constexpr int kStopModules = 18;
 
@@ -147,6 +148,14 @@ void paintRows(Pdf417& code) {
   code.lenBits = static_cast<int>(code.outBits.size());
 }
 
+// What the code says, without its length, padding and correction. A text that fits no code isn't looked at.
+std::vector<int> message(const Pdf417& code) {
+  if (code.text.size() > kLongestText) return std::vector<int>(kMostCodewords);
+  std::vector<int> words = compacted(code.text);
+  if (code.options & kLatin1Stated) words.insert(words.begin(), {kLetterSet, kLatin1});
+  return words;
+}
+
 bool isUsable(const Pdf417& code) {
   constexpr double kHighest = 100;  // of row height and ratio; what is beyond is a mistake
   const auto isBetween = [](double value) { return value > 0 && value <= kHighest; };
@@ -173,7 +182,7 @@ void paintCode(Pdf417& code) {
     code.error = kPdf417BadInput;
     return;
   }
-  std::vector<int> words = code.text.size() > kLongestText ? std::vector<int>(kMostCodewords) : compacted(code.text);
+  std::vector<int> words = message(code);
   if (!chooseLevel(code, words.size())) {
     code.error = kPdf417TextTooLong;
     return;

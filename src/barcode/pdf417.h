@@ -10,6 +10,7 @@ namespace barcode {
 // Of `options`.
 constexpr int kFixedErrorLevel = 16;  // errorLevel is what is wanted; else the recommended level
 constexpr int kInvertedBitmap = 128;  // clear bits are dark; else set bits are
+constexpr int kLatin1Stated = 256;    // the code says that its letters are Latin-1; else a reader guesses
 
 enum Pdf417Error : int {
   kPdf417Done = 0,

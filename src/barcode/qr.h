@@ -22,5 +22,8 @@ struct QrCode {
 // too long text, of a level that there isn't, and of any mode but 2 (bytes; digits and capitals are found) and 3
 // (Kanji).
 std::optional<QrCode> qrCode(const std::string& text, int level, int mode, bool caseSensitive);
+// The same, where the code says that its letters are Latin-1, which a reader guesses otherwise. All of the text is
+// bytes then, in mode 3 too.
+std::optional<QrCode> latin1QrCode(const std::string& text, int level, int mode, bool caseSensitive);
 
 }  // namespace barcode

@@ -27,7 +27,8 @@ ProError ProMaterialCurrentSet(const ProMaterial& material);
 // ProGeneralError: the file can't be read or says no material, the message area has the reason, and nothing has
 // changed; ProBadInputs: no part, or no name of a file.
 ProError ProMaterialfileRead(ProMdl part, const std::wstring& name);
-// Without the current material the part has none. ProNotFound: it holds none of that name; ProBadInputs: no part.
+// Without the current material the part has none, and its parameter PTC_MATERIAL_NAME is empty. ProNotFound: it holds
+// none of that name; ProBadInputs: no part.
 ProError ProMaterialDelete(const ProMaterial& material);
 
 // The density of the current material, where none is told that of the part itself, in the part's system of units.

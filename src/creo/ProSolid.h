@@ -33,7 +33,7 @@ struct ProAccuracy {
   ProAccuracyKind kind = ProAccuracyKind::relative;
   double value = 0;
 };
-// ProNotFound: nothing is set.
+// A solid always has one; an absolute one is in the solid's units.
 Got<ProAccuracy> ProSolidAccuracyGet(ProMdl solid);
 
 // Classes of the ISO 2768 tables.

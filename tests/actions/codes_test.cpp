@@ -58,9 +58,9 @@ class Codes : public DetailTest {
     }
     return all;
   }
-  // The strokes as a person sees them, and what a scanner reads.
-  static std::string read(const std::vector<Stroke>& strokes, double module, const std::string& format) {
-    if (strokes.empty()) return "no strokes";
+  // The strokes as a person sees them.
+  static Picture picture(const std::vector<Stroke>& strokes, double module) {
+    if (strokes.empty()) return {1, 1};
     double left = strokes[0].x, right = left, low = strokes[0].low, high = strokes[0].high;
     for (const Stroke& one : strokes) {
       left = std::min(left, one.x - module / 2);
@@ -74,7 +74,10 @@ class Codes : public DetailTest {
     for (const Stroke& one : strokes)
       picture.fill((one.x - one.width / 2 - left + quiet) * dots, (high - one.high + quiet) * dots, one.width * dots,
                    (one.high - one.low) * dots);
-    return scanned(picture, format);
+    return picture;
+  }
+  static std::string read(const std::vector<Stroke>& strokes, double module, const std::string& format) {
+    return scanned(picture(strokes, module), format);
   }
   // "1:Plate(3) ...": ids, names, how many lines.
   static std::string definitions(const World& own) {
@@ -154,6 +157,23 @@ TEST_F(Codes, Pdf417CodesAreReadBack) {
   for (const Reading& one : readings)
     EXPECT_EQ(one.read, read(strokes(record, "%code" + std::to_string(&one - readings)), one.module, "PDF417"));
   EXPECT_EQ(0, record.symbolDefinitions.back().lines.front().colorMethod);
+}
+
+TEST_F(Codes, SayTheirLettersWhereAskedTo) {
+  const std::string tolerance =
+      "\xc2\xb1"
+      "0,1 \xc2\xb5m \xc3\x98"
+      "12 \xc2\xb0"
+      "C";
+  World own;
+  make(own, qr("symname='q' eclevel='1' pixelsize='1' eci='true'", {tolerance, "%NUMBER%"}) +
+                pdf("symname='p' eclevel='9' pixelsize='1' eci='true'", {tolerance, "%NUMBER%"}) +
+                qr("symname='old' eclevel='1' pixelsize='1' eci='True'", {tolerance}));
+  const headless::ModelRecord record = saved(own);
+  const std::string stated = tolerance + "\nP-4711 (stated)";
+  EXPECT_EQ(stated, scannedText(picture(strokes(record, "q"), 1), "QRCode"));
+  EXPECT_EQ(stated, scannedText(picture(strokes(record, "p"), 1), "PDF417"));
+  EXPECT_FALSE(scannedText(picture(strokes(record, "old"), 1), "QRCode").ends_with("(stated)"));
 }
 
 TEST_F(Codes, StandWhereTheyShould) {

@@ -168,6 +168,24 @@ TEST_F(LayerTemplates, TheOptionsOwnModelServes) {
   expectPutBack();
 }
 
+TEST_F(LayerTemplates, WithoutAModelOfTheOptionNothingIsRenamed) {
+  for (const wchar_t* option : {L"", L"d:\\std\\", L"d:\\std\\standard.txt"}) {
+    World own;
+    writeBytes(own.models() + "/BRACKET.prt.1", R"({"format": 1})");
+    own.member("models/company.prt.1", R"({"format": 1, "layers": [{"id": 1, "name": "DATUMS", "rules": ["r"]}]})");
+    own.list("list.xml", add(kTemplate) + task("saveModel"));
+    own.start();
+    own.open(L"BRACKET", creo::ProMdlType::part);
+    creo::ProConfigoptSet(L"default_layer_model", option);
+    own.run("list.xml");
+    const std::wstring log = told(own.log());
+    for (const wchar_t* word : {L"rename", L"File has already the name", L"W:", L"E:"})
+      EXPECT_EQ(std::wstring::npos, log.find(word)) << text::toUtf8(log);
+    EXPECT_NE(std::string::npos, own.document("BRACKET.prt").find("\"r\""));
+    EXPECT_EQ(option, creo::ProConfigoptGet(L"default_layer_model").value);
+  }
+}
+
 TEST_F(LayerTemplates, ThatArentThereMakeNoLayers) {
   world.member("models/damaged.prt.1", "{");
   startOn(add("view='@project_dir@/none.prt' rowc='1' name_0='X'") +

@@ -202,6 +202,24 @@ TEST_F(Materials, AreDeletedByPatternsAndKeptWhereUsed) {
   }
 }
 
+TEST_F(Materials, WhatNamedADeletedOneIsEmpty) {
+  runWith(world, task("deleteMaterial", "name_0='WOOD' name_1='TIN'"), L"BOLT");
+  EXPECT_EQ("ZINC LEAD", materials(world, "BOLT.prt"));
+  EXPECT_EQ(L"PTC_MATERIAL_NAME=", world.savedParameters("BOLT.prt"));
+  EXPECT_NE(std::string::npos, world.document("BOLT.prt").find("\"PTC_MATERIAL_NAME\": \"\""));
+  EXPECT_EQ("ZINC", rowValue(world, "M5X"));
+  EXPECT_EQ(
+      L"B0 Delete material|Material 'WOOD' deleted|Material 'TIN' deleted|The instance M4 has no material any more|"
+      L"B1 Save model",
+      told(world.log()));
+  for (const char* operation : {"ProFaminstanceValueGet", "ProFaminstanceValueSet", "ProFaminstanceCreate"}) {
+    World own;
+    fill(own);
+    runWith(own, task("deleteMaterial", "name_0='TIN'"), L"BOLT", operation);
+    EXPECT_NE(std::wstring::npos, told(own.log()).find(L"E:")) << operation;
+  }
+}
+
 TEST_F(Materials, AnotherOneTakesThePlaceInPartAndInstances) {
   const std::string pairs =
       "path='d:/mat' namef_0='WOOD.mtl' namet_0='both.MTL' namef_1='/^(TIN|ZINC)$/' namet_1='brass' "
@@ -228,8 +246,15 @@ TEST_F(Materials, AReplacementThatFailsLosesNothing) {
   };
   const Row rows[] = {
       {"path='d:/mat' namef_0='*' namet_0='none' delreplaced='true' instances='true'",
-       L"Replace material: WOOD -> none|E:Can't read or find file none|Replace material: TIN -> none|"
-       L"Replace material: ZINC -> none|Replace material: LEAD -> none"},
+       L"Replace material: WOOD -> none|E:Can't read or find file none|"
+       L"Replace material: TIN -> none|E:Can't read or find file none|"
+       L"Replace material: ZINC -> none|E:Can't read or find file none|"
+       L"Replace material: LEAD -> none|E:Can't read or find file none|"
+       L"Replace material in instance M4: TIN -> none|E:Can't read or find file none|"
+       L"Replace material in instance M5X: ZINC -> none|E:Can't read or find file none"},
+      {"path='d:/mat' namef_0='WOOD' namef_1='' namef_2='TIN' namet_2=''",
+       L"E:Nothing takes the place of WOOD: 'namet_0' is missing|"
+       L"E:Nothing takes the place of TIN: 'namet_2' is missing"},
       {"path='d:/mat' namef_0='WOOD' namet_0='empty' delreplaced='true'",
        L"Replace material: WOOD -> empty|E:There seems to be a failure in material file empty"},
       {"path='d:/none' autoUpdate='true'", L"E:Can't list folder"},
@@ -262,6 +287,14 @@ TEST_F(Materials, AreUpdatedFromTheFilesOfTheirNames) {
       L"B0 Replace material|Replace material: STEEL -> STEEL|Replace material: open -> open|"
       L"E:There seems to be a failure in material file open|B1 Save model",
       told(world.log()));
+}
+
+TEST_F(Materials, ArentUpdatedWithoutAFolder) {
+  EXPECT_EQ(
+      L"B0 Replace material|E:No material is updated: neither 'path' nor pro_material_dir names a folder|"
+      L"B1 Replace material|E:No material is updated: neither 'path' nor pro_material_dir names a folder",
+      run(task("replaceMaterial", "autoUpdate='true'") + task("replaceMaterial", "path='' autoUpdate='true'"),
+          L"BRACKET", creo::ProMdlType::part));
 }
 
 TEST_F(Materials, TakeTheRowsOfTheirPart) {

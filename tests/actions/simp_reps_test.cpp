@@ -49,6 +49,11 @@ TEST_F(NamedStates, RepresentationsAreCreatedWithTheirDefaultAction) {
       all.substr(all.find(L"B10 ")));
 }
 
+TEST_F(NamedStates, ADrawingHasNoRepresentations) {
+  EXPECT_EQ(L"B0 Create simplified representation|W:Only parts and assemblies have simplified representations",
+            onModel(task("createSimpRep", "view='NEW'"), L"SHEET", creo::ProMdlType::drawing));
+}
+
 TEST_F(NamedStates, RenamedRepresentationsAreFollowedByWhatRefersToThem) {
   EXPECT_EQ(
       L"B0 add combined state|combined state created|B1 Rename simplified representations|rename LIGHT to HEAVY|"

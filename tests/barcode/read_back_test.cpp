@@ -121,5 +121,53 @@ TEST(ReadBack, QrCodesWithWhatTheirLevelCorrectsAndNoMore) {
   }
 }
 
+// A reader that isn't told the letters guesses them by what stands side by side.
+TEST(ReadBack, TextsWhoseLettersAreStated) {
+  struct Case {
+    std::string latin1, utf8;
+  };
+  const Case cases[] = {
+      {"\xb1"
+       "0,1 \xb5m \xd8"
+       "12 \xb0"
+       "C",
+       "\xc2\xb1"
+       "0,1 \xc2\xb5m \xc3\x98"
+       "12 \xc2\xb0"
+       "C"},
+      {"\xb0\xb1\xb2\xb3", "\xc2\xb0\xc2\xb1\xc2\xb2\xc2\xb3"},
+      {"\xc3\x84", "\xc3\x83\xc2\x84"},  // looks like one letter of UTF-8
+      {"\xdf", "\xc3\x9f"},
+      {"PLAIN 0123456789", "PLAIN 0123456789"},
+      {repeated("123456", 100), repeated("123456", 100)},
+  };
+  const auto pdf417 = [](const std::string& text, int options) {
+    barcode::Pdf417 code;
+    code.text = text;
+    code.options = barcode::kInvertedBitmap | options;
+    barcode::paintCode(code);
+    EXPECT_EQ(barcode::kPdf417Done, code.error) << text;
+    return code;
+  };
+  for (const Case& one : cases) {
+    for (int level = 0; level < 4; ++level) {
+      const auto qr = barcode::latin1QrCode(one.latin1, level, 2, true);
+      ASSERT_TRUE(qr);
+      EXPECT_EQ(one.utf8 + " (stated)", scannedText(pictureOf(*qr), "QRCode"));
+    }
+    EXPECT_EQ(one.utf8 + " (stated)", scannedText(test::pictureOf(pdf417(one.latin1, barcode::kLatin1Stated)), "PDF417"));
+  }
+  // Not stated, the first is another text for it.
+  EXPECT_NE(cases[0].utf8, scannedText(pictureOf(*barcode::qrCode(cases[0].latin1, 0, 2, true)), "QRCode"));
+  EXPECT_NE(cases[0].utf8, scannedText(test::pictureOf(pdf417(cases[0].latin1, 0)), "PDF417"));
+  const auto small = barcode::latin1QrCode("Gr\xfc\xdf", 1, 3, false);
+  ASSERT_TRUE(small);
+  EXPECT_EQ("GR\xc3\xbc\xc3\x9f (stated)", scannedText(pictureOf(*small), "QRCode"));
+  for (const int mode : {0, 1, 4, 5}) EXPECT_FALSE(barcode::latin1QrCode("1", 0, mode, true)) << mode;
+  EXPECT_FALSE(barcode::latin1QrCode("", 0, 2, true) || barcode::latin1QrCode("1", 4, 2, true));
+  EXPECT_FALSE(barcode::latin1QrCode(repeated("a", 2953), 0, 2, true));  // fits without the statement
+  EXPECT_TRUE(barcode::qrCode(repeated("a", 2953), 0, 2, true));
+}
+
 }  // namespace
 }  // namespace test

@@ -105,6 +105,8 @@ TEST_F(ExchangeTest, FacesKeepTheirColours) {
   const auto back = import(L"d:\\die.stp", ProMdlType::part, L"BACK");
   ASSERT_TRUE(back) << messages();
   EXPECT_EQ(wanted, colored(back.value));
+  EXPECT_EQ(ProAccuracyKind::absolute, ProSolidAccuracyGet(back.value).value.kind);
+  EXPECT_EQ(0.00039, ProSolidAccuracyGet(back.value).value.value);  // in inches
   EXPECT_EQ((std::vector<double>{0.2, 0.4, 0.6}), color(back.value));
 }
 

@@ -5,6 +5,7 @@
 #include "creo/ProModelitem.h"
 #include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
+#include "creo/ProSolidSettings.h"
 #include "creo/ProState.h"
 #include "headless/session_fixture.h"
 
@@ -135,7 +136,7 @@ TEST_F(Solids, WhatAModelHasntIsNotFoundAndADrawingIsNoSolid) {
       {"layer states", [](ProMdl m) { return ProLayerstatesGet(m).error; }, ProNotFound, ProNotFound},
       {"views", [](ProMdl m) { return ProViewNamesGet(m).error; }, ProNotFound, ProNotFound},
       {"material", [](ProMdl m) { return ProMaterialCurrentGet(m).error; }, ProNotFound, ProBadInputs},
-      {"accuracy", [](ProMdl m) { return ProSolidAccuracyGet(m).error; }, ProNotFound, ProBadInputs},
+      {"accuracy", [](ProMdl m) { return ProSolidAccuracyGet(m).error; }, ProNoError, ProBadInputs},
       {"class", [](ProMdl m) { return ProSolidModelclassGet(m).error; }, ProNotFound, ProBadInputs},
       {"relations", [](ProMdl m) { return ProModelitemToRelset(item(m)).error; }, ProNotFound, ProNotFound},
       {"units", [](ProMdl m) { return ProMdlPrincipalunitsystemGet(m).error; }, ProNoError, ProBadInputs},
@@ -190,6 +191,15 @@ TEST_F(Solids, SettingsAreToldAsCreoTellsThem) {
   EXPECT_EQ(ProAccuracyKind::absolute, ProSolidAccuracyGet(part).value.kind);
   EXPECT_EQ(0.01, ProSolidAccuracyGet(part).value.value);
   EXPECT_EQ(ProToleranceClass::veryCoarse, ProSolidModelclassGet(part).value);
+  // One that states none has Creo's default; setting that changes nothing.
+  model("b.prt.1", R"("readOnly": false)");
+  const ProMdl silent = retrieve(L"B");
+  EXPECT_EQ(ProAccuracyKind::relative, ProSolidAccuracyGet(silent).value.kind);
+  EXPECT_EQ(0.0012, ProSolidAccuracyGet(silent).value.value);
+  EXPECT_EQ(ProNoError, ProSolidAccuracySet(silent, {ProAccuracyKind::relative, 0.0012}));
+  EXPECT_FALSE(ProMdlModificationVerify(silent).value);
+  EXPECT_EQ(ProNoError, ProSolidAccuracySet(silent, {ProAccuracyKind::absolute, 0.0012}));
+  EXPECT_TRUE(ProMdlModificationVerify(silent).value);
 }
 
 }  // namespace

@@ -199,6 +199,12 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
       {action + "addKEParameter' feat='3' name_1='A' type_1='Double' unit_1='mm' unit_2=''/>",
        "'unit_1': a parameter with a unit is created in the model, not in the feature"},
       {action + "addModelParameter' name_1='A' type_1='Double' unit_1='mm'/>", ""},
+      {action + "setQRCode' valuec='2' value0='P-1' value1='%TEXT%'/>",
+       "'value1' may have letters beyond ASCII, which readers guess; eci=\"true\" tells them"},
+      {action + "createPDF417Barcode' eci='false' valuec='1' value0='\xc2\xb1 0,1'/>",
+       "'value0' has letters beyond ASCII, which readers guess; eci=\"true\" tells them"},
+      {action + "createQRdotmatrix' eci='true' valuec='1' value0='%TEXT%'/>", ""},
+      {action + "setQRCode' valuec='1' value0='P-1' value1='%TEXT%'/>", ""},
       {action + "saveConfigOptions' savename='s'><o name_0='search_path'/></task>",
        "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are "
        "saved "

@@ -54,6 +54,18 @@ TEST_F(Run, TheCleanUpDoesWhatItsDryRunNamesAndThenRests) {
   EXPECT_EQ(diff.out, kelvane({"diff", example("workspace"), models()}).out);
 }
 
+// Of one name are a part, an assembly and a drawing.
+TEST_F(Run, TheHandOverGivesEachModelFilesOfItsOwn) {
+  kelvane({"new", models(), "X.PRT", "--box", "10,20,5"});
+  file("models/x.asm.1", R"({"format": 1, "components": [{"name": "X", "type": "prt", "feature": 3}]})");
+  kelvane({"new", models(), "X.DRW"});
+  EXPECT_THAT(recapOf(runExample("hand_over")), testing::HasSubstr("models=3 changed=0 "));
+  for (const char* made : {"X_prt.stp", "X_asm.stp", "X_prt.jpg", "X_asm.jpg", "X_drw.jpg", "X_prt_sheet.pdf",
+                           "X_asm_sheet.pdf", "X_drw_sheet.pdf", "X_drw.pdf"})
+    EXPECT_TRUE(fs::exists(models() + "/" + made)) << made;
+  EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::Not(testing::HasSubstr("(ERR)")));
+}
+
 TEST_F(Run, ADryRunNamesMaterialsAsTheRunDoes) {
   file("standards/materials/TIN.mtl", "ND_MATERIAL TIN\nPTC_MASS_DENSITY = 7.3e-06 kg/mm^3\n");
   list("tin.xml",

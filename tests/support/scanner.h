@@ -38,8 +38,8 @@ class Picture {
   std::string dots_;
 };
 
-// The bytes that the reader finds in a code of that format ("PDF417", "QRCode"); empty for none.
-inline std::string scanned(const Picture& picture, const std::string& format) {
+// What the reader prints of a code of that format ("PDF417", "QRCode").
+inline std::string scannerSays(const Picture& picture, const std::string& format) {
   static int number = 0;
   const std::filesystem::path file =
       std::filesystem::temp_directory_path() /
@@ -50,7 +50,21 @@ inline std::string scanned(const Picture& picture, const std::string& format) {
   for (int c = reader ? std::fgetc(reader) : EOF; c != EOF; c = std::fgetc(reader)) said += static_cast<char>(c);
   const int status = reader ? pclose(reader) : -1;
   std::filesystem::remove(file);
-  if (status == 127 << 8) return "ZXingReader isn't installed";
+  return status == 127 << 8 ? "ZXingReader isn't installed" : said;
+}
+
+// The text that the reader takes the code for, in UTF-8, and whether the code says which letters it has.
+inline std::string scannedText(const Picture& picture, const std::string& format) {
+  const std::string said = scannerSays(picture, format), label = "Text:";
+  const std::size_t from = said.find('"', said.find(label)), to = said.find("\"\nBytes:");
+  if (from >= to || to == said.npos) return said;
+  return said.substr(from + 1, to - from - 1) + (said.find("HasECI:     true") == said.npos ? "" : " (stated)");
+}
+
+// The bytes that the reader finds in a code of that format; empty for none.
+inline std::string scanned(const Picture& picture, const std::string& format) {
+  std::string said = scannerSays(picture, format);
+  if (said.starts_with("ZXingReader isn't")) return said;
   const std::string label = "Bytes:";
   std::size_t at = said.find(label);
   if (at == said.npos) return "";

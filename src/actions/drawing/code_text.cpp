@@ -47,8 +47,9 @@ std::optional<barcode::QrCode> qrCodeOf(const Task& task) {
   if (!text) return std::nullopt;
   int mode = text::parseInt(task.attribute(L"encoding"));
   if (mode > kStructuredAppend) mode = std::min(mode, 1000) + 1;
-  auto code = barcode::qrCode(*text, text::parseInt(task.attribute(L"eclevel")), mode,
-                              text::parseInt(task.attribute(L"casesensitive")) != 0);
+  const auto make = statesLetters(task) ? &barcode::latin1QrCode : &barcode::qrCode;
+  auto code = make(*text, text::parseInt(task.attribute(L"eclevel")), mode,
+                   text::parseInt(task.attribute(L"casesensitive")) != 0);
   if (!code) core::logWrite(L"Can't create the QR code", core::kError);
   return code;
 }

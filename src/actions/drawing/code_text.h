@@ -13,8 +13,11 @@ namespace actions {
 // variables of a line can't be replaced, or it holds a character beyond Latin-1.
 std::optional<std::string> codeText(const engine::Task& task);
 
-// The text as a QR code by the task's `eclevel`, `encoding` and `casesensitive`. Nothing, with an error line, where
-// there is none.
+// Does the task want its code to say that the letters are Latin-1?
+inline bool statesLetters(const engine::Task& task) { return task.isTrue(L"eci"); }
+
+// The text as a QR code by the task's `eclevel`, `encoding`, `casesensitive` and `eci`. Nothing, with an error line,
+// where there is none.
 std::optional<barcode::QrCode> qrCodeOf(const engine::Task& task);
 
 // A length such as `pixelsize`, above 0. Nothing, with an error line, where it is none.

@@ -141,7 +141,7 @@ std::optional<barcode::Pdf417> pdf417Of(const Task& task) {
   barcode::Pdf417 code;
   barcode::pdf417init(code);
   code.text = std::move(*text);
-  code.options = barcode::kInvertedBitmap;
+  code.options = barcode::kInvertedBitmap | (statesLetters(task) ? barcode::kLatin1Stated : 0);
   if (const int level = text::parseInt(task.attribute(L"eclevel")); level != kRecommendedLevel) {
     code.options |= barcode::kFixedErrorLevel;
     code.errorLevel = level;

@@ -76,11 +76,31 @@ std::optional<std::vector<std::wstring>> materialsInUse(creo::ProMdl part) {
   return used;
 }
 
-void deleteOne(creo::ProMdl part, const std::wstring& name) {
-  if (creo::ProMaterialDelete({part, name}) == creo::ProNoError)
+// False, with its line: it may still be there.
+bool deleteOne(creo::ProMdl part, const std::wstring& name) {
+  const bool isDeleted = creo::ProMaterialDelete({part, name}) == creo::ProNoError;
+  if (isDeleted)
     core::logIndented(text::format(core::msgText(kDeleted), name), core::kNormal, 1);
   else
     core::logMsgPlain(kNotDeleted, core::kWarning);
+  return isDeleted;
+}
+
+// Creo clears the part's own parameter with the material; a row of the family table would go on naming what is gone.
+void clearInstances(creo::ProMdl part, const std::vector<std::wstring>& deleted) {
+  const bool all = eachInstance(part, [&](const creo::ProFaminstance& instance) {
+    const auto inherits = creo::ProFaminstanceFamtableItemIsDefault(instance, materialColumn());
+    if (inherits.error == creo::ProNotFound || (inherits && inherits.value)) return;
+    const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
+    if (inherits && value && !isAmong(deleted, value.value.string)) return;
+    creo::ProParamvalue none = value.value;
+    none.string.clear();
+    if (inherits && value && creo::ProFaminstanceValueSet(instance, materialColumn(), none) == creo::ProNoError)
+      core::logIndented(text::format(L"The instance %s has no material any more", instance.name), core::kNormal, 1);
+    else
+      core::logWrite(text::format(L"The material of the instance %s can't be cleared", instance.name), core::kError);
+  });
+  if (!all) core::logWrite(L"Not all instances can be looked at: they may name a deleted material", core::kError);
 }
 
 Outcome deleteMaterial(const Task& task) {
@@ -95,6 +115,7 @@ Outcome deleteMaterial(const Task& task) {
   const auto names = task.numberedAll(L"name_", kMostNames);
   const auto held = materialsOf(task.model());
   if (!held) return done;
+  std::vector<std::wstring> deleted;
   for (const std::wstring& material : *held) {
     const bool fits = std::any_of(names.begin(), names.end(), [&](const Task::Numbered& name) {
       return wildcardCompare(name.value, material) == 1;
@@ -103,9 +124,10 @@ Outcome deleteMaterial(const Task& task) {
     if (isAmong(used, material))
       core::logWrite(text::format(L"Don't delete %s because it's used by the model or an instance.", material),
                      core::kWarning);
-    else
-      deleteOne(task.model(), material);
+    else if (deleteOne(task.model(), material))
+      deleted.push_back(material);
   }
+  if (!deleted.empty()) clearInstances(task.model(), deleted);
   return done;
 }
 

@@ -127,7 +127,9 @@ class LayerTemplate {
     used = os::joined(logs, name + L'.' + file_.extension);
   }
 
+  // An option without a model's name has none to give.
   bool renamed() {
+    if (old_.type == ProMdlType::unused) return false;
     if (old_.type != file_.type || text::equalNoCase(old_.name, file_.name)) {
       core::logWrite(L"File has already the name", core::kWarning);
       return false;

@@ -1,5 +1,6 @@
 // Materials that take the place of others, in a part and in the instances of its family table.
 #include <algorithm>
+#include <utility>
 
 #include "actions/families.h"
 #include "actions/model/materials.h"
@@ -45,12 +46,12 @@ class Replacement {
       else if (replaceInPart(name))
         old.push_back(name);
     }
-    if (task_.isTrue(L"instances") && !(wasRead_ && !isThere_)) replaceInInstances();
+    if (task_.isTrue(L"instances")) replaceInInstances();
     if (task_.isTrue(L"delreplaced")) deleteAll(old);
   }
   // The file's content in the place of what the material of its name says.
   void refresh() {
-    if (wasRead_) return;
+    if (wasRead_ && read_ == creo::ProNoError) return;
     tell(kReplace, to_, to_);
     isRead();
   }
@@ -59,14 +60,13 @@ class Replacement {
   [[nodiscard]] bool fits(const std::wstring& name) const { return wildcardCompare(from_, name) == 1; }
   [[nodiscard]] bool isNew(const std::wstring& name) const { return text::equalNoCase(name, to_); }
 
-  // Reads the file when it is first asked for.
+  // Reads the file when it is first asked for; each replacement that fails for it has its line.
   bool isRead() {
-    if (std::exchange(wasRead_, true)) return isThere_;
-    const creo::ProError result = creo::ProMaterialfileRead(part_, to_);
-    isThere_ = result == creo::ProNoError;
-    const bool isMissing = result == creo::ProNotFound || result == creo::ProBadInputs;
-    if (!isThere_) tellError(isMissing ? kFileNotFound : kBadFile, to_);
-    return isThere_;
+    if (!std::exchange(wasRead_, true)) read_ = creo::ProMaterialfileRead(part_, to_);
+    if (read_ == creo::ProNoError) return true;
+    const bool isMissing = read_ == creo::ProNotFound || read_ == creo::ProBadInputs;
+    tellError(isMissing ? kFileNotFound : kBadFile, to_);
+    return false;
   }
 
   // False: the old material is still what it was.
@@ -87,8 +87,9 @@ class Replacement {
       const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
       if (!own || !value) return tellError(kInstanceNotRead, instance.name);
       const std::wstring& name = value.value.string;
-      if (!fits(name) || isNew(name) || !isRead()) return;
+      if (!fits(name) || isNew(name)) return;
       core::logIndented(text::format(core::msgText(kReplaceInInstance), instance.name, name, to_), core::kNormal, 1);
+      if (!isRead()) return;
       creo::ProParamvalue wanted = value.value;
       wanted.string = to_;
       if (creo::ProFaminstanceValueSet(instance, materialColumn(), wanted) != creo::ProNoError)
@@ -115,7 +116,8 @@ class Replacement {
   creo::ProMdl part_;
   std::wstring_view from_;
   std::wstring to_;
-  bool wasRead_ = false, isThere_ = false;
+  bool wasRead_ = false;
+  creo::ProError read_ = creo::ProNotFound;  // what reading the file gave
 };
 
 // The names of the material files of the folders, each once.
@@ -134,6 +136,8 @@ std::vector<std::wstring> namesInFolders(const std::vector<std::wstring>& folder
 
 // Each material that has a file of its name becomes what the file says.
 void updateAll(const Task& task, const std::vector<std::wstring>& folders) {
+  if (folders.empty())
+    return core::logWrite(L"No material is updated: neither 'path' nor pro_material_dir names a folder", core::kError);
   const auto held = materialsOf(task.model());
   if (!held) return;
   std::vector<std::wstring> names = namesInFolders(folders);
@@ -157,12 +161,18 @@ Outcome replaceMaterial(const Task& task) {
   }
   for (const Task::Numbered& from : task.numberedAll(L"namef_", kMostPairs)) {
     const auto to = task.numbered(L"namet_%d", from.number);
-    if (!to || to->empty()) continue;
+    if (!to || to->empty()) {
+      if (!from.value.empty())
+        core::logWrite(text::format(L"Nothing takes the place of %s: 'namet_%d' is missing", from.value, from.number),
+                       core::kError);
+      continue;
+    }
     const MaterialPath pattern = materialPath(from.value);
     // A pattern may hold separators; only an ending is cut off.
     const std::size_t ending = pattern.file.size() - pattern.name.size();
     Replacement(task, from.value.substr(0, from.value.size() - ending), materialPath(*to).name).run();
   }
+  std::erase(folders, std::wstring());
   if (task.isTrue(L"autoUpdate")) updateAll(task, folders);
   return done;
 }

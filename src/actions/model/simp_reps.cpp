@@ -37,6 +37,10 @@ ProSimprepAction defaultAction(std::wstring_view type2) {
 
 Outcome createSimpRep(const Task& task) {
   if (const auto ended = begin(task, {.title = core::msgText(kCreateTitle)})) return *ended;
+  if (creo::ProMdlTypeGet(task.model()).value == creo::ProMdlType::drawing) {
+    core::logWrite(L"Only parts and assemblies have simplified representations", core::kWarning);
+    return refused;
+  }
   const std::wstring name = nameIn(task, L"view", text::kNameSize);
   const auto data = creo::ProSimprepdataAlloc(name, defaultAction(task.attribute(L"type2")));
   if (!data)

@@ -1,6 +1,7 @@
 // Accuracy, tolerance class, units and regeneration of solids.
 #include "creo/ProSolid.h"
 #include "headless/creo/solid_operation.h"
+#include "headless/model/accuracy.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
@@ -25,11 +26,8 @@ void tellFeature(State& state, headless::RegeneratedFeature feature) {
 }  // namespace
 
 Got<ProAccuracy> ProSolidAccuracyGet(ProMdl solid) {
-  return onSolid("ProSolidAccuracyGet", solid, [](State&, Model& m) -> Got<ProAccuracy> {
-    const auto& accuracy = m.document->record.accuracy;
-    if (!accuracy) return ProNotFound;
-    return ProAccuracy{accuracy->kind, accuracy->value};
-  });
+  return onSolid("ProSolidAccuracyGet", solid,
+                 [](State&, Model& m) -> Got<ProAccuracy> { return headless::accuracyOf(m.document->record); });
 }
 
 Got<ProToleranceClass> ProSolidModelclassGet(ProMdl solid) {

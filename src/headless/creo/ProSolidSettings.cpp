@@ -4,6 +4,7 @@
 #include <set>
 
 #include "headless/creo/solid_operation.h"
+#include "headless/model/accuracy.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -43,8 +44,9 @@ ProError ProSolidAccuracySet(ProMdl solid, const ProAccuracy& accuracy) {
     const bool isRelative = accuracy.kind == ProAccuracyKind::relative;
     if (!std::isfinite(accuracy.value) || accuracy.value <= 0 || (isRelative && accuracy.value > kCoarsest))
       return ProBadInputs;
+    const ProAccuracy before = headless::accuracyOf(m.document->record);
+    if (before.kind == accuracy.kind && before.value == accuracy.value) return ProNoError;
     auto& held = m.document->record.accuracy;
-    if (held && held->kind == accuracy.kind && held->value == accuracy.value) return ProNoError;
     if (!held) held = std::make_unique<headless::AccuracyRecord>();
     held->kind = accuracy.kind;
     held->value = accuracy.value;

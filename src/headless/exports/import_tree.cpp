@@ -4,6 +4,7 @@
 
 #include "creo/ProAppearance.h"
 #include "headless/exports/exchange_tree.h"
+#include "headless/model/accuracy.h"
 #include "headless/model/new_document.h"
 #include "headless/model/units.h"
 #include "headless/store/json.h"
@@ -91,6 +92,7 @@ class Importer {
   [[nodiscard]] std::shared_ptr<ModelDocument> begin(const std::wstring& name, ProMdlType type) const {
     auto document = newDocument(name, type);
     document->record.units = system_;
+    stateAccuracyOfTemplates(document->record);
     return document;
   }
   ProMdl enter(const std::shared_ptr<ModelDocument>& document) {

@@ -1,6 +1,7 @@
 // Models that are made in memory.
 #include <algorithm>
 
+#include "headless/model/accuracy.h"
 #include "headless/model/models.h"
 #include "headless/model/new_document.h"
 #include "headless/store/faults.h"
@@ -59,7 +60,9 @@ std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType ty
 }
 
 Got<ProMdl> Models::createModel(std::wstring_view name, ProMdlType type) {
-  return createModel(newDocument(name, type));
+  auto document = newDocument(name, type);
+  if (type == ProMdlType::part || type == ProMdlType::assembly) stateAccuracyOfTemplates(document->record);
+  return createModel(std::move(document));
 }
 
 Got<ProMdl> Models::createModel(std::shared_ptr<ModelDocument> document) {

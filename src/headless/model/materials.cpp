@@ -68,6 +68,13 @@ bool takeParameters(ParameterList& held, ParameterList&& read) {
   return changed;
 }
 
+// Where the part has the parameter that its table's column stands for, it says the same as the part.
+void makeCurrent(ModelDocument& document, const std::string& name) {
+  document.record.material = name;
+  ParameterRecord* parameter = findParameter(document, nullptr, kMaterialColumn);
+  if (parameter && parameter->type == creo::ProParamvalueType::string) parameter->value = name;
+}
+
 }  // namespace
 
 ProError setCurrentMaterial(Model& part, const std::wstring& name) {
@@ -79,10 +86,7 @@ ProError setCurrentMaterial(Model& part, const std::wstring& name) {
     if (!hasColumn(document, part.row, kParameter, kMaterialColumn)) return creo::ProGeneralError;
     setRowValue(document, *part.row, kParameter, kMaterialColumn, found->name);
   } else {
-    document.record.material = found->name;
-    // Where the part has the parameter that its table's column stands for, it says the same.
-    ParameterRecord* parameter = findParameter(document, nullptr, kMaterialColumn);
-    if (parameter && parameter->type == creo::ProParamvalueType::string) parameter->value = found->name;
+    makeCurrent(document, found->name);
   }
   document.touch(part.row);
   return creo::ProNoError;
@@ -92,7 +96,7 @@ ProError deleteMaterial(Model& part, const std::wstring& name) {
   ModelRecord& record = part.document->record;
   const auto found = materialNamed(record, text::toUtf8(name));
   if (found == record.materials.end()) return creo::ProNotFound;
-  if (sameName(record.material, found->name)) record.material.clear();
+  if (sameName(record.material, found->name)) makeCurrent(*part.document, {});
   record.materials.erase(found);
   part.document->touch(nullptr);
   return creo::ProNoError;

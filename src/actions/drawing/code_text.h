@@ -10,7 +10,7 @@
 namespace actions {
 
 // The lines `value0` to `value<valuec - 1>`, joined by line feeds, in Latin-1. Nothing, with an error line: the
-// variables of a line can't be replaced, or it holds a character beyond Latin-1.
+// variables of a line can't be replaced, a name of the model can't be read, or it holds a character beyond Latin-1.
 std::optional<std::string> codeText(const engine::Task& task);
 
 // The text as a QR code by the task's `eclevel`, `encoding` and `casesensitive`. Nothing, with an error line, where

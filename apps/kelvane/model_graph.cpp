@@ -1,5 +1,7 @@
 #include "kelvane/model_graph.h"
 
+#include <algorithm>
+
 #include "kelvane/fault.h"
 #include "kelvane/nearest.h"
 #include "text/encoding.h"
@@ -38,6 +40,13 @@ ModelGraph::ModelGraph(std::vector<headless::FolderDocument> documents) : docume
 std::size_t ModelGraph::at(std::wstring_view name, creo::ProMdlType type) const {
   const auto found = byKey_.find(headless::modelKey(headless::modelName(name).name, type));
   return found == byKey_.end() ? kNone : found->second;
+}
+
+bool ModelGraph::isTwice(const headless::ModelName& name, creo::ProMdlType type) const {
+  const std::size_t own = at(name.name, type), generic = name.generic.empty() ? kNone : at(name.generic, type);
+  if (generic == kNone || own == kNone || own == generic || documents_[own].file.name != name.name) return false;
+  const auto& rows = documents_[generic].instances;
+  return std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return row.name == name.name; });
 }
 
 void ModelGraph::reach(std::size_t from, Reached& reached) const {
@@ -88,10 +97,15 @@ ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) 
     const headless::FolderDocument& document = documents_[i];
     if (!document.fault.empty())
       trouble.damaged.push_back({label(document.file.name, document.file.type), readable(document.fault)});
+    const std::string user = label(document.file.name, document.file.type);
     for (const creo::ProDependency& used : document.uses) {
-      if (at(used.name, used.type) != kNone) continue;
-      trouble.missing.push_back(label(document.file.name, document.file.type) + " uses " + label(used.name, used.type) +
-                                ", which isn't there");
+      const headless::ModelName name = headless::modelName(used.name);
+      const std::string model = label(name.name, used.type);
+      if (at(used.name, used.type) == kNone) trouble.missing.push_back(user + " uses " + model + ", which isn't there");
+      if (isTwice(name, used.type))
+        trouble.damaged.push_back({model, user + " uses " + model + " as an instance of " +
+                                              label(name.generic, used.type) + ", and a document has that name: only " +
+                                              "one of them can be worked"});
     }
   }
   return trouble;

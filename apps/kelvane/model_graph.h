@@ -20,8 +20,8 @@ class ModelGraph {
   // A Fault for a name that no model has.
   [[nodiscard]] ModelFileName start(const std::string& written) const;
 
-  // What is wrong with the models that these lead to, or, without any, with all: documents that can't be read, models
-  // that aren't there.
+  // What is wrong with the models that these lead to, or, without any, with all: documents that can't be read or
+  // worked, models that aren't there.
   struct Trouble {
     struct Damaged {
       std::string model;  // "BAD.PRT"
@@ -34,6 +34,8 @@ class ModelGraph {
 
  private:
   using Reached = std::vector<bool>;
+  // Is that instance's name a document's too? A session has one model of a name.
+  [[nodiscard]] bool isTwice(const headless::ModelName& instance, creo::ProMdlType type) const;
   [[nodiscard]] std::size_t at(std::wstring_view name, creo::ProMdlType type) const;
   void reach(std::size_t from, Reached& reached) const;
 

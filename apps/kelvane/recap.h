@@ -13,7 +13,7 @@ struct Recap {
   int skipped = 0;               // the list worked them before, or they can't be modified
   int failed = 0;                // they couldn't be worked, or not be saved
   int saved = 0;                 // documents written, each counted once
-  int troubled = 0;              // models, whatever came of them, whose actions had errors
+  int troubled = 0;              // models, whatever came of them, whose actions or documents had errors
   int errors = 0, warnings = 0;  // lines of the log, equal ones of one action and model once
   double seconds = 0;
 };

@@ -1,6 +1,7 @@
 #include "kelvane/run_watch.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -104,7 +105,8 @@ void RunWatch::message(const std::wstring& text) {
   // A document that can't be read or written, a vault that can't be had, what a file of another system is like; all
   // other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
-  if (isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ")) tellTrouble(readable(text));
+  const bool isTrouble = isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
+  if (isTrouble && tellTrouble(readable(text)) && isOfModels) ++faults_;
   // The run goes on without it. Its log isn't open yet.
   if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))
     ++notUnpacked_;
@@ -212,6 +214,9 @@ void RunWatch::finishModel(const std::string& row) {
     worked.failed = !keepHistory(model.value, document);
   }
   worked.errors = log_.follow();
+  // What an action made of such a fault is in the log; a fault that it didn't notice is the model's all the same.
+  const int faults = faults_ - std::exchange(countedFaults_, faults_);
+  if (worked.errors == 0 && !worked.failed) worked.errors = faults;
   tellRefusedExpressions();
   compareSaved();
   const std::string outcome = outcomeOf(worked);

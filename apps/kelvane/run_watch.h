@@ -32,7 +32,7 @@ class RunWatch : public headless::SessionObserver {
   RunWatch(const RunWatch&) = delete;
   RunWatch& operator=(const RunWatch&) = delete;
 
-  // An error line, once only: false where it was told.
+  // An error line, once only. False: it was told before.
   bool tellTrouble(const std::string& line);
   // A model that can't be read: an error line, and it counts as failed, however often it is told.
   void tellDamaged(const std::string& model, const std::string& fault);
@@ -64,6 +64,8 @@ class RunWatch : public headless::SessionObserver {
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
   // Names of the files of reports that lost what they held.
   [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }
+  // Were there error lines about documents, which no log has?
+  [[nodiscard]] bool hadFaults() const { return faults_ > 0; }
   // True for a path of a model's document that was saved or renamed.
   [[nodiscard]] bool isModel(const std::wstring& path) const;
 
@@ -86,7 +88,7 @@ class RunWatch : public headless::SessionObserver {
     const Document* document = nullptr;  // null: it isn't in memory
     bool failed = false;
     bool passedOver = false;  // it can't be modified
-    int errors = 0;           // that its actions had
+    int errors = 0;           // that its actions had; without any, those about documents
     [[nodiscard]] bool isChanged() const { return document && document->isChanged(); }
   };
 
@@ -117,6 +119,7 @@ class RunWatch : public headless::SessionObserver {
   std::unordered_map<std::string, Document*> byLabel_;  // by their names of now
   std::vector<Document*> uncompared_;
   std::set<std::string> told_;
+  int faults_ = 0, countedFaults_ = 0;  // error lines about documents; those that models behind their turn have had
   std::string lastMessage_;
   std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed
   std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked

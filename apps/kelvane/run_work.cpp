@@ -142,6 +142,7 @@ class RunWork {
   void takeCounts(const RunWatch& watch) {
     recap_.errors = watch.counts().errors;
     recap_.warnings = watch.counts().warnings;
+    troubled_ = troubled_ || watch.hadFaults();
   }
 
   // Rows are written when a report is closed: those of an earlier run went with the file that begins anew.
@@ -225,7 +226,7 @@ class RunWork {
   Events events_;
   Recap recap_;
   std::string log_;
-  bool troubled_ = false;  // something beside the run itself failed
+  bool troubled_ = false;  // something beside the run itself failed, or went wrong without the log
 };
 
 }  // namespace

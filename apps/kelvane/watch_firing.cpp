@@ -39,8 +39,11 @@ FiringWatch::~FiringWatch() {
 
 void FiringWatch::message(const std::wstring& text) {
   lastMessage_ = text::toUtf8(text);
-  // A document that can't be read or written.
-  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) console_.trouble("error: " + readable(text));
+  // A document that can't be read or written, or lacks what another program wrote.
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) {
+    troubled_ = true;
+    console_.trouble("error: " + readable(text));
+  }
   if (events_.on()) events_.tell("message", {{"text", lastMessage_}});
 }
 

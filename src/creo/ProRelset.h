@@ -13,7 +13,7 @@ struct ProRelset {
   int section = -1;  // of a feature: the sketch, from 0; -1: the feature's own
 };
 
-// The relations of a model or a feature. ProNotFound: it has none yet.
+// The relations of a model or a feature. ProNotFound: it has none yet. ProBadInputs: it can have none.
 Got<ProRelset> ProModelitemToRelset(const ProModelitem& item);
 // An empty set of relations. ProExists: the model has one.
 Got<ProRelset> ProRelsetCreate(const ProModelitem& item);

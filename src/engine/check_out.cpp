@@ -39,8 +39,8 @@ creo::Got<creo::ProServerStatus> statusOf(const documents::ServerWorkspace& work
 
 void checkOutRow(ModelRows& rows, const documents::ServerWorkspace& workspace, const std::string& row) {
   const creo::ProMdl model = documents::retrieveByFileName(row, creo::typeExtension(rowType(row)));
-  if (!model) return;
   core::creoLog(L"<KVD> sourceData - " + text::fromUtf8(row));
+  if (!model) return core::creoLog(L"<KVD> sourceData - Failure while use ProMdlRetrieve");
   const auto status = statusOf(workspace, row);
   if (!status) {
     core::creoLog(L"File is from Hdd");
@@ -80,7 +80,7 @@ void checkOutRows(ModelRows& rows) {
   if (!rows.check(names.error, L"ProUITableRownamesGet")) return;
   for (const std::string& row : names.value) {
     const auto selected = creo::ProUICheckbuttonGetState(dialog, row + "_cb");
-    if (selected && selected.value) checkOutRow(rows, workspace, row);
+    if (rows.check(selected.error, L"ProUICheckbuttonGetState") && selected.value) checkOutRow(rows, workspace, row);
   }
 }
 

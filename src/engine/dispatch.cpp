@@ -63,9 +63,11 @@ Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
   const Outcome result = row ? runRow(*row, task, subject) : notHandled;
   if (result != notHandled || (row && row->group == Group::second)) return result;
 
-  // A filter's predicate may stand in a list: it runs for its side effects and its answer is dropped. The look-up is
-  // silent, so that an unknown key gets one line.
-  if (documents::runPredicate(task, type, subject.model, true) != documents::kNotAKey) return done;
+  // A filter's predicate may stand in a list: it runs for its side effects and its answer is dropped. A type that is no
+  // action's either is named by the look-up; an action that lacks its model is known, and has its line. What is said of
+  // either isn't about the action before.
+  if (!row) core::pluginState().currentAction = type;
+  if (documents::runPredicate(task, type, subject.model, row != nullptr) != documents::kNotAKey) return done;
   core::logWrite(L"CAN'T FIND THIS FUNCTION, FAILURE IN DLL", core::kError);
   return notHandled;
 }

@@ -125,7 +125,10 @@ int historyCount(creo::ProMdl model) {
 bool isAlreadyReworked(creo::ProMdl model) {
   if (core::pluginState().autoUnsetReworkedData != 1) return false;
   const auto cls = openClass(model);
-  if (!cls) return false;
+  if (!cls) {
+    core::creoLog(L"<KVD> sourceData - Failure while read the history");
+    return false;
+  }
   bool reworked = false;
   eachRecord(*cls, [&](int number) {
     const auto package = readText(*cls, L"KVZName%d", number);

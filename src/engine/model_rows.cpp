@@ -105,12 +105,12 @@ void ModelRows::fillParameter(const ModelRow& row) {
   const std::wstring& name = core::pluginState().columnParameter;
   if (name.empty()) return;
   const auto owner = creo::ProMdlToModelitem(row.model);
-  if (!owner) return;
+  if (!check(owner.error, L"ProMdlToModelitem")) return;
   const auto parameter = creo::ProParameterInit(owner.value, name);
-  if (!parameter) return;
+  if (parameter.error == creo::ProNotFound || !check(parameter.error, L"ProParameterInit")) return;
   auto value = creo::ProParameterScaledvalueGet(parameter.value);
   if (!value) value = creo::ProParameterValueGet(parameter.value);
-  if (!value) return;
+  if (!check(value.error, L"ProParameterValueGet")) return;
   check(creo::ProUITableCellLabelSet(dialog(), kModelTable, row.name, kParameter, shown(value.value)),
         L"ProUITableCellLabelSet");
 }

@@ -67,7 +67,7 @@ class Walk {
     if (type.value == creo::ProMdlType::unused) core::creoLog(L"<KVD> UNUSED MODEL");
     if (!hasRows(type.value)) return;
     const auto name = creo::ProMdlNameGet(step.model);
-    if (!name) return;
+    if (!name) return failureLine(L"ProMdlNameGet");
     std::string row = rowName(name.value, type.value);
     if (!visited_.insert(row).second) return;
 
@@ -92,20 +92,22 @@ class Walk {
   void addInstances(creo::ProMdl generic, std::vector<Step>& next) {
     const auto table = creo::ProFamtableInit(generic);
     if (!table) return failureLine(L"ProFamtableInit");
-    creo::ProFamtableInstanceVisit(table.value, [&next](const creo::ProFaminstance& row) {
+    const auto visited = creo::ProFamtableInstanceVisit(table.value, [&next](const creo::ProFaminstance& row) {
       if (const auto instance = creo::ProFaminstanceRetrieve(row))
         next.push_back({instance.value, false});
       else
         failureLine(L"ProFaminstanceRetrieve");
       return creo::ProNoError;
     });
+    if (visited != creo::ProNoError && visited != creo::ProNotFound) failureLine(L"ProFamtableInstanceVisit");
   }
 
-  // Looked for where Creo looks, and beside the model.
+  // Looked for where Creo looks, and beside the model; most models have none of their name.
   void addDrawings(creo::ProMdl model, const std::wstring& name, std::vector<Step>& next) {
     const auto take = [&] {
       const auto drawing = creo::ProMdlRetrieve(name, creo::ProMdlType::drawing);
       if (drawing) next.push_back({drawing.value, false});
+      if (drawing.error != creo::ProNoError && drawing.error != creo::ProNotFound) failureLine(L"ProMdlRetrieve");
       return static_cast<bool>(drawing);
     };
     if (take()) return;
@@ -119,14 +121,14 @@ class Walk {
     creo::DirectoryGuard guard;
     changeToFolderOf(model, guard);
     for (const creo::ProDependency& dependency : used.value)
-      if (dependency.type != creo::ProMdlType::drawing) addDependency(dependency, next);
+      if (dependency.type != creo::ProMdlType::drawing) addDependency(dependency, next, Miss::silent);
   }
 
   void addUsed(creo::ProMdl model, creo::ProMdlType type, std::vector<Step>& next) {
     if (type == creo::ProMdlType::assembly) {
       const auto used = creo::ProMdlDependenciesList(model);
       if (!used) return failureLine(L"ProMdlDependenciesList");
-      for (const creo::ProDependency& dependency : used.value) addDependency(dependency, next);
+      for (const creo::ProDependency& dependency : used.value) addDependency(dependency, next, Miss::told);
     } else if (type == creo::ProMdlType::drawing) {
       const auto solids = creo::ProDrawingSolidsCollect(model);
       if (!solids) return failureLine(L"ProDrawingSolidsCollect");
@@ -134,12 +136,15 @@ class Walk {
     }
   }
 
-  // A model that was met already, or that has no rows, isn't brought into memory for nothing.
-  void addDependency(const creo::ProDependency& dependency, std::vector<Step>& next) {
+  // A model that was met already, or that has no rows, isn't brought into memory for nothing. Where a miss is silent it
+  // is the normal case; other failures are told.
+  enum class Miss { told, silent };
+  void addDependency(const creo::ProDependency& dependency, std::vector<Step>& next, Miss miss) {
     if (!hasRows(dependency.type) || visited_.contains(rowName(bareName(dependency.name), dependency.type))) return;
-    if (const auto model = creo::ProMdlRetrieve(dependency.name, dependency.type))
+    const auto model = creo::ProMdlRetrieve(dependency.name, dependency.type);
+    if (model)
       next.push_back({model.value, true});
-    else
+    else if (miss == Miss::told || model.error != creo::ProNotFound)
       failureLine(L"ProMdlRetrieve");
   }
 

@@ -126,7 +126,7 @@ void showProgress() {
   }
 }
 
-bool isChosen(const std::string& row) { return ProUICheckbuttonGetState(dialog(), row + "_cb").value; }
+Got<bool> readChosen(const std::string& row) { return ProUICheckbuttonGetState(dialog(), row + "_cb"); }
 
 // What belongs to a run goes: its reports, its document, its place in log lines.
 void leaveRun() {
@@ -215,11 +215,12 @@ void tellNotCheckedOut(const std::vector<std::string>& rows) {
   for (const std::string& row : rows) logWrite(L"not checked out: " + text::fromUtf8(row), kError);
 }
 
-// The chosen rows are counted; false, with its lines, when some of them aren't checked out but must be.
+// The chosen rows are counted, and those of which that can't be told yet; false, with its lines, when some of them
+// aren't checked out but must be.
 bool countChosen(int& chosen) {
   std::vector<std::string> refused;
   for (const std::string& row : run()->rows) {
-    if (!isChosen(row)) continue;
+    if (const auto state = readChosen(row); state && !state.value) continue;
     ++chosen;
     if (pluginState().cancelIfNotCheckedOut == 1 && !showsCheckedOut(row)) refused.push_back(row);
   }
@@ -232,14 +233,30 @@ void finishModel() {
   showProgress();
 }
 
+// The lines that follow are about this row.
+void nameRow(const std::string& row) {
+  pluginState().currentModelText = text::format(msgText(340), text::fromUtf8(row));
+  logWrite(pluginState().currentModelText, kTitle);
+}
+
+// Is it the row's turn? A check button that can't be read has its line, and the model isn't worked.
+bool hasItsTurn(const std::string& row) {
+  const auto state = readChosen(row);
+  if (!state) {
+    nameRow(row);
+    logWrite(L"Can't read whether the model is chosen, it isn't worked", kError);
+    finishModel();
+  } else if (!state.value) {
+    logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
+  }
+  return state && state.value;
+}
+
 // One chosen row needs no window: Body runs where Creo stands.
 void runOnlyRow() {
   const std::shared_ptr<Run> kept = run();
   for (const std::string& row : kept->rows) {
-    if (!isChosen(row)) {
-      logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
-      continue;
-    }
+    if (!hasItsTurn(row)) continue;
     reports::reportsNextRowAll(reports::reportRegistry());
     runSection(kept->list.body, row);
     if (!run()) return;  // an action closed the tool
@@ -285,12 +302,6 @@ bool windowIsAskedFor() {
   }
   ProNotificationUnset(ProNotifyType::windowActivated);
   return false;
-}
-
-// The lines that follow are about this row.
-void nameRow(const std::string& row) {
-  pluginState().currentModelText = text::format(msgText(340), text::fromUtf8(row));
-  logWrite(pluginState().currentModelText, kTitle);
 }
 
 // Brings a row's model before Creo. `asked`: its window comes forward once control is back with Creo. Without a window
@@ -355,10 +366,7 @@ void advance(bool bodyRan) {
     const std::string& row = state->rows[state->row++];
     bodyRan = false;
     if (rowType(row) != kPasses[state->pass] || stopsAt(insteadOfOpening)) continue;
-    if (!isChosen(row)) {
-      logWrite(L"<KVD> Kelvane - the file is deaktivatet in List", kDebug);
-      continue;
-    }
+    if (!hasItsTurn(row)) continue;
     const Opening opening = openRow(row);
     if (opening == Opening::asked) return;
     if (opening == Opening::here) runWaitingRow();

@@ -11,6 +11,7 @@
 #include "reports/file_name.h"
 #include "reports/side_file.h"
 #include "text/encoding.h"
+#include "text/format.h"
 
 namespace reports {
 namespace {
@@ -52,9 +53,26 @@ std::uint32_t sideFileNumber(CsvReport& report, std::wstring_view key) {
 
 // Null for a row without a value of that key.
 const std::wstring* valueOf(const Row& row, std::uint32_t key) {
-  const auto at =
-      std::lower_bound(row.begin(), row.end(), key, [](const Cell& c, std::uint32_t k) { return c.key < k; });
-  return at != row.end() && at->key == key ? &at->value : nullptr;
+  const auto at = std::lower_bound(row.cells.begin(), row.cells.end(), key,
+                                   [](const Cell& c, std::uint32_t k) { return c.key < k; });
+  return at != row.cells.end() && at->key == key ? &at->value : nullptr;
+}
+
+// The model under work, among the report's sources.
+std::uint32_t currentSource(CsvReport& report) {
+  const std::wstring& text = core::pluginState().currentModelText;
+  if (report.sources.empty() || report.sources.back() != text) report.sources.push_back(text);
+  return static_cast<std::uint32_t>(report.sources.size() - 1);
+}
+
+// Whoever writes rows behind their models' work names them in the lines of the log that follow.
+void nameInLog(const CsvReport& report, std::wstring_view place) {
+  if (report.namesItself) core::pluginState().currentModelText = place;
+}
+void nameRowInLog(const CsvReport& report, const Row& row, int number) {
+  if (!report.namesItself) return;
+  const std::wstring& source = report.sources[row.source];
+  nameInLog(report, source.empty() ? text::format(L"row %d", number) : text::format(L"row %d (%s)", number, source));
 }
 
 void beginModel(CsvReport& report, const creo::ProMdlData& data) {
@@ -73,19 +91,45 @@ void writeRows(CsvReport& report, bool leadingFileName) {
   if (report.headerPending && report.headerIfEmpty && !fileEnds(report).isEmpty)
     report.overwrite = report.headerIfEmpty = false;
   if (report.headerPending && report.overwrite) {
+    nameInLog(report, L"header line");
     if (leadingFileName) appendValue(report, kFileNameColumn);
     for (const std::wstring& title : report.columnTitles) appendValue(report, title);
     appendLineEnd(report);
   }
+  int number = 0;
   for (std::size_t i = 0; i < report.rows.size() && i <= report.currentRow; ++i) {
     const Row& row = report.rows[i];
-    if (row.empty()) continue;
+    if (row.cells.empty()) continue;
+    nameRowInLog(report, row, ++number);
     if (leadingFileName) appendValue(report, value(valueOf(row, fileName)));
     for (const std::uint32_t column : report.columnNumbers) appendValue(report, value(valueOf(row, column)));
     appendLineEnd(report);
   }
+  nameInLog(report, report.path);
   writePending(report);
 }
+
+// Writing comes behind the last action: its lines of the log are about the report, for as long as this lives.
+class ClosingName {
+ public:
+  explicit ClosingName(CsvReport& report) : report_(report) {
+    report.namesItself = true;
+    core::PluginState& state = core::pluginState();
+    state.currentAction = L"Close report " + report.name;
+    state.currentModelText = report.path;
+  }
+  ~ClosingName() {
+    report_.namesItself = false;
+    core::pluginState().currentAction = std::move(action_);
+    core::pluginState().currentModelText = std::move(model_);
+  }
+  ClosingName(const ClosingName&) = delete;
+  ClosingName& operator=(const ClosingName&) = delete;
+
+ private:
+  CsvReport& report_;
+  std::wstring action_ = core::pluginState().currentAction, model_ = core::pluginState().currentModelText;
+};
 
 }  // namespace
 
@@ -136,17 +180,18 @@ void reportAddColumn(CsvReport& report, std::wstring_view key, std::wstring_view
 void reportSetValue(CsvReport& report, std::wstring_view key, std::wstring_view value) {
   if (report.rows.size() <= report.currentRow) report.rows.emplace_back();
   Row& row = report.rows[std::min(report.currentRow, report.rows.size() - 1)];
+  if (row.cells.empty()) row.source = currentSource(report);
   const std::uint32_t number = keyNumber(report, key);
-  const auto at =
-      std::lower_bound(row.begin(), row.end(), number, [](const Cell& c, std::uint32_t k) { return c.key < k; });
-  if (at != row.end() && at->key == number)
+  const auto at = std::lower_bound(row.cells.begin(), row.cells.end(), number,
+                                   [](const Cell& c, std::uint32_t k) { return c.key < k; });
+  if (at != row.cells.end() && at->key == number)
     at->value = value;
   else
-    row.insert(at, {number, std::wstring(value)});
+    row.cells.insert(at, {number, std::wstring(value)});
 }
 
 void reportNextRow(CsvReport& report) {
-  if (!report.rows.empty() && report.rows.back().empty()) return;
+  if (!report.rows.empty() && report.rows.back().cells.empty()) return;
   ++report.currentRow;
   if (report.rows.size() <= report.currentRow) report.rows.emplace_back();
 }
@@ -166,6 +211,7 @@ void reportFlush(CsvReport& report) {
   writeRows(report, report.form.fileNameFirst && !hasColumn);
   report.headerPending = false;
   report.rows.clear();
+  report.sources.clear();
   report.currentRow = 0;
 }
 
@@ -183,7 +229,10 @@ void reportsNextRowAll(const ReportRegistry& registry) {
 }
 
 void reportsCloseAll(ReportRegistry& registry) {
-  for (const auto& report : registry.all()) reportClose(*report);
+  for (const auto& report : registry.all()) {
+    const ClosingName name(*report);
+    reportClose(*report);
+  }
   registry.clear();
 }
 

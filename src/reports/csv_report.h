@@ -20,7 +20,10 @@ struct Cell {
   std::uint32_t key = 0;
   std::wstring value;
 };
-using Row = std::vector<Cell>;  // keys ascending, each once
+struct Row {
+  std::vector<Cell> cells;   // keys ascending, each once
+  std::uint32_t source = 0;  // in the report's sources: what was worked when the first cell came
+};
 
 // How the text is formed.
 struct CsvForm {
@@ -43,6 +46,8 @@ struct CsvReport {
   std::vector<std::wstring> columnKeys, columnTitles;  // side by side, in column order
   std::vector<Row> rows;
   std::size_t currentRow = 0;
+  std::vector<std::wstring> sources;  // models, as lines of the log name them
+  bool namesItself = false;           // lines of the log that writing gives are about this report and its rows
   std::wstring lastModelName, lastModelType;
 
   std::unique_ptr<os::Appender> stream;  // null while it is closed
@@ -105,7 +110,8 @@ void reportFlush(CsvReport& report);
 void reportClose(CsvReport& report);
 
 void reportsNextRowAll(const ReportRegistry& registry);
-// Closes all in their order and empties the registry.
+// Closes all in their order and empties the registry. Lines of the log that come of it name the report in the place of
+// the action, and its row with the model that gave it, or its file.
 void reportsCloseAll(ReportRegistry& registry);
 
 }  // namespace reports

@@ -12,6 +12,7 @@
 #include "creo/ProUITable.h"
 #include "engine/model_table.h"
 #include "engine/row_name.h"
+#include "text/encoding.h"
 #include "text/letters.h"
 
 namespace ui {
@@ -78,8 +79,11 @@ void highlightMarkedRows() {
 void highlightChosenRows() {
   const std::string& dialog = core::pluginState().dialogName;
   std::vector<std::string> chosen;
-  for (const std::string& row : ProUITableRownamesGet(dialog, engine::kModelTable).value)
-    if (ProUICheckbuttonGetState(dialog, row + "_cb").value) chosen.push_back(row);
+  for (const std::string& row : ProUITableRownamesGet(dialog, engine::kModelTable).value) {
+    const auto state = ProUICheckbuttonGetState(dialog, row + "_cb");
+    if (!state) core::creoLog(L"<KVD> Can't read whether the model is chosen: " + text::fromUtf8(row));
+    if (state && state.value) chosen.push_back(row);
+  }
   highlightModels(chosen);
 }
 

@@ -35,14 +35,14 @@ class Codes : public DetailTest {
     return task("createPDF417Barcode", attributes + lines(texts));
   }
   // Runs the tasks and a save; what the log told.
-  static std::wstring make(World& own, const std::string& tasks, const std::string& failing = "") {
+  static std::wstring make(World& own, const std::string& tasks, const std::string& failing = "", int times = 1) {
     writeBytes(own.models() + "/sheets.drw.1", kDrawing);
     own.list("list.xml", tasks + task("saveModel"));
     own.start();
     own.open(L"SHEETS", creo::ProMdlType::drawing);
     own.openTool();
     own.choose("list.xml");
-    if (!failing.empty()) own.session().failNext(failing, creo::ProGeneralError);
+    for (int i = 0; i < times && !failing.empty(); ++i) own.session().failNext(failing, creo::ProGeneralError);
     own.pressStart();
     EXPECT_TRUE(failing.empty() || own.session().calls(failing) > 0) << failing;
     return told(own.log());
@@ -263,6 +263,23 @@ TEST_F(Codes, ThatCantBeMadeLeaveTheOldDefinition) {
   }
 }
 
+// A text keeps the token, which nobody sees in a code.
+TEST_F(Codes, ThatLackTheModelsNameArentMade) {
+  constexpr int kCallsOfARun = 20;
+  const std::string form = "symname='plate' eclevel='0' pixelsize='1'";
+  const std::pair<std::string, const char*> cases[] = {
+      {qr(form, {"1", "Drawing @mdln@"}), "ProMdlNameGet"},
+      {pdf(form, {"1", "@common@ %NUMBER%"}), "ProMdlCommonnameGet"},
+  };
+  for (const auto& [one, operation] : cases) {
+    World own;
+    const std::wstring log = make(own, one, operation, kCallsOfARun);
+    EXPECT_NE(log.npos, log.find(L"E:The code can't be made, as @")) << text::toUtf8(log);
+    EXPECT_NE(log.npos, log.find(L"@ of its line 1 can't be read")) << text::toUtf8(log);
+    EXPECT_EQ("1:Plate(1) 2:other(0)", definitions(own)) << operation;
+  }
+}
+
 TEST_F(Codes, GoOnWithoutAModuleThatFails) {
   struct Case {
     const char* operation;
@@ -270,6 +287,8 @@ TEST_F(Codes, GoOnWithoutAModuleThatFails) {
     int lost;
   };
   const Case cases[] = {
+      {"ProDrawingDtlsymdefsCollect", L"E:The definitions called Plate can't be deleted", -2},
+      {"ProDtlsymdefNameGet", L"E:The definitions called Plate can't be deleted", -2},
       {"ProDtlsymdefdataAlloc", L"E:Symdef creation failure", -1},
       {"ProDtlsymdefCreate", L"E:Symdef creation failure", -1},
       {"ProDrawingSheetTrfGet", L"E:The matrix of sheet 2 can't be read", -2},

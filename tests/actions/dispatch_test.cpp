@@ -15,7 +15,7 @@ class Dispatch : public ActionTest {
 TEST_F(Dispatch, TellsWhatItDoesntKnowOrCantRun) {
   const std::string deak = "<task type='saveModel' deak='true'/><task type='unknown' deak=''/>";
   EXPECT_EQ(
-      L"E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL|"
+      L"E:Filter not found: SaveModel|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL|"
       L"E:The 'Open XLS Report' action is removed with Kelvane 7.0. Please change to 'Open CSV Report.'|"
       L"E:The 'Edit model parameter from audit trail' action is removed with Kelvane 7.0.'|"
       L"B6 Save model|E:Function isn't used because false version code, please update Kelvane User and Kelvane to the "

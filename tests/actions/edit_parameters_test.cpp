@@ -388,6 +388,23 @@ TEST_F(EditFamily, LosesNothingWhenAnOperationFailsOnce) {
   }
 }
 
+TEST(ParameterVisits, ThatFailAreErrorLines) {
+  const std::string attributes =
+      " version='3' forPRT='true' forEF='false' searchin='1' name='SIZE' totype='2' value='A'/>";
+  for (const char* type : {"editModelParameterName", "editModelParameter"}) {
+    World world;
+    world.part(L"BOLT").with(L"SIZE", 1.0);
+    world.list("list.xml", "<task type='" + std::string(type) + "'" + attributes);
+    world.start();
+    world.open(L"BOLT", creo::ProMdlType::part);
+    world.openTool();
+    world.choose("list.xml");
+    world.session().failNext("ProParameterVisit", creo::ProGeneralError);
+    world.pressStart();
+    EXPECT_TRUE(world.logHas(L"BOLT.PRT - Failure in ProParameterVisit()")) << type;
+  }
+}
+
 TEST(AlternativeColumns, AreAddedByTheFamilyTablesDialog) {
   World world;
   world.part(L"BOLT").with(L"SIZE", 1.0).column(L"SIZE").instance(L"M4", {"4.0"});

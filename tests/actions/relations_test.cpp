@@ -150,6 +150,17 @@ TEST_F(RelationActions, NothingIsLostWhereLinesCantBeReadOrBuilt) {
     EXPECT_THAT(go(one, "ProRelsetRelationsGet"), testing::HasSubstr(L"E:Can't read the relations")) << one;
     EXPECT_EQ("A = 5", lines()) << one;
   }
+  for (const std::string& one :
+       {task("addModelRelationLines", add + "A = 4'"),
+        task("deleteModelRelationLines", "rel='true' dellinec='1' delline0='A*'"),
+        task("editModelRelationLines", "rel='true' editlinec='1' editline0='A*' replWord='5' through='6'"),
+        task("setRelationUnitSensitive", "rel='true' unitsensitive='true'")}) {
+    for (const char* operation : {"ProMdlToModelitem", "ProModelitemToRelset"})
+      EXPECT_THAT(go(one, operation), testing::HasSubstr(L"E:Can't reach the relations, they aren't changed")) << one;
+    EXPECT_EQ("A = 5", lines()) << one;
+  }
+  EXPECT_THAT(go(task("addModelRelationLines", "postlinec='1' postline0='B = 3'"), "ProRelsetCreate"),
+              testing::HasSubstr(L"E:Can't reach the post relations, they aren't changed"));
   EXPECT_THAT(go(task("addModelRelationLines", add + tooLong + "'")),
               testing::HasSubstr(L"E:The line 'relationline1' can't be built, no relation lines are added"));
   EXPECT_EQ("A = 5", lines());

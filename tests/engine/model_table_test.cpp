@@ -8,6 +8,7 @@
 #include "headless/proui/ui.h"
 #include "support/world.h"
 #include "text/encoding.h"
+#include "text/pieces.h"
 
 namespace {
 
@@ -294,6 +295,35 @@ TEST_F(ModelTable, FailingCallsOfTheDialogAreLinesAndTheWalkGoesOn) {
   engine::clearModelTable();
   EXPECT_EQ(ProNoError, engine::rebuildModelTable({}));
   EXPECT_EQ("BOLT.PRT GEARBOX.ASM HOUSING.PRT SHAFT.PRT SHEET.DRW UNIT.ASM", rows());
+}
+
+// A model without a drawing of its name is no failure; one that is used and can't be had is one, told once.
+TEST_F(ModelTable, FailingCallsOfTheWalkAreLinesAndMissesAreNot) {
+  fill();
+  world.assembly(L"TOP").uses(L"UNIT", ProMdlType::assembly).uses(L"GONE", ProMdlType::part);
+  ASSERT_EQ(0, world.start());
+  world.open(L"TOP", ProMdlType::assembly);
+  world.openTool();
+  auto& state = pluginState();
+  state.addDrawings = state.addInstances = state.addInherited = 1;
+  state.columnParameter = L"MASS";
+  const auto failuresOf = [&](const char* operation) {
+    engine::clearModelTable();
+    const std::size_t before = world.messages().size();
+    if (*operation) world.session().failNext(operation, ProGeneralError);
+    engine::rebuildModelTable({});
+    std::wstring all;
+    for (const std::wstring& line : text::lines(world.messages().substr(before)))
+      if (const auto at = line.find(L"Failure while "); at != line.npos) all += line.substr(at + 14) + L"|";
+    return all;
+  };
+  EXPECT_EQ(L"use ProMdlRetrieve|", failuresOf(""));
+  for (const char* operation :
+       {"ProFamtableInstanceVisit", "ProMdlToModelitem", "ProParameterInit", "ProExtdataInit"}) {
+    const std::wstring said = failuresOf(operation);
+    const bool isHistory = std::string(operation) == "ProExtdataInit";
+    EXPECT_NE(said.npos, said.find(isHistory ? L"read the history" : text::fromUtf8(operation))) << operation;
+  }
 }
 
 TEST_F(ModelTable, ClearingLeavesNoComponentBehind) {

@@ -362,7 +362,7 @@ TEST_F(Folders, AreReadWithoutASession) {
     for (const auto& used : one.uses) out += text::toUtf8(L" uses " + used.name + L"." + used.typeText);
     out += "\n";
   }
-  EXPECT_EQ("a.asm.1  uses B1.PRT\nb.prt.2  B1<B> B2<B1>\n", out.substr(0, out.find("c.drw")));
+  EXPECT_EQ("a.asm.1  uses B1<B>.PRT\nb.prt.2  B1<B> B2<B1>\n", out.substr(0, out.find("c.drw")));
   EXPECT_NE(std::string::npos, out.find("c.drw.1 d:\\models\\c.drw.1:3: syntax error")) << out;
 }
 

@@ -145,6 +145,24 @@ TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
   EXPECT_TRUE(world.logHas(L"9 Run finished"));
 }
 
+TEST(Run, ARowWhoseCheckButtonCantBeReadGetsItsLineAndTheNextOneRuns) {
+  World world;
+  gearbox(world);
+  world.list("say.xml", say("@mdln@"));
+  world.start();
+  world.open(L"GEARBOX", ProMdlType::assembly);
+  world.openTool();
+  world.choose("say.xml");
+  // The three rows when they are counted, and the first one at its turn.
+  for (int i = 0; i < 4; ++i) world.session().failNext("ProUICheckbuttonGetState", ProGeneralError);
+  world.pressStart();
+  EXPECT_EQ(
+      L"work now on HOUSING.PRT\nwork now on HOUSING.PRT - Can't read whether the model is chosen, it isn't worked\n"
+      L"work now on SHAFT.PRT\nwork now on GEARBOX.ASM\n",
+      linesWith(world, L"work now on"));
+  EXPECT_TRUE(world.logHas(L"9 Run finished"));
+}
+
 TEST(Run, AModelThatIsntCheckedOutEndsItBeforeBodyAndFoot) {
   World world;
   gearbox(world);

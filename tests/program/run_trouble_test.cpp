@@ -279,8 +279,46 @@ TEST_F(RunTrouble, ErrorLinesAreShownUpToTheLimitAndMakeTheExitCode) {
   list("wrong.xml", "<task type='hammer' version='3'/>");
   const Ended ended = run("wrong", {"--max-errors", "1", "-q"});
   EXPECT_EQ(1, ended.code);
-  EXPECT_THAT(ended.err, testing::MatchesRegex("error: [^\n]*CAN'T FIND THIS FUNCTION, FAILURE IN DLL\n"
+  EXPECT_THAT(ended.err, testing::MatchesRegex("error: [^\n]*Filter not found: hammer\n"
                                                "... and [0-9] more error lines in the log\n"));
+}
+
+// Names are compared case-blind, "A<B>" means an instance, and a session has one model of a name: what loses isn't
+// silently left out.
+TEST_F(RunTrouble, ModelsThatCantBeWorkedForTheirNamesAreNamedAndCounted) {
+  part(L"PLATE");
+  part(L"plate");
+  part(L"A<B>");
+  part(L"OWN");
+  part(L"BOLT").instance(L"OWN");
+  assembly(L"TOP").uses(L"OWN<BOLT>", ProMdlType::part).uses(L"BOLT", ProMdlType::part);
+  const Ended ended = run("norm");
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::ContainsRegex("error: (PLATE|plate).prt.1: can't be worked: (plate|PLATE).prt.1 has "
+                                                "its name and version\n"));
+  for (const char* line :
+       {"error: A<B>.prt.1: can't be worked: a name of the form A<B> is that of an instance A of B\n",
+        "error: TOP.ASM uses OWN.PRT as an instance of BOLT.PRT, and a document has that name: only one of them can be "
+        "worked\n"})
+    EXPECT_THAT(ended.err, testing::HasSubstr(line));
+  EXPECT_THAT(recapOf(ended), testing::StartsWith("done  models=7 changed=4 unchanged=0 skipped=0 failed=3 saved="));
+}
+
+// No action notices it, so no log has it.
+TEST_F(RunTrouble, AnotherProgramsVersionUnderASaveMakesTheExitCode) {
+  part(L"PLATE");
+  list("late.xml",
+       "<task type='runMSDOScommand' version='3' forPRT='true' forEF='false' cmd='cp' "
+       "args='d:/PLATE.prt.1 d:/PLATE.prt.2'/>" +
+           kAddNorm + kSave);
+  const Ended ended = run("late");
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err,
+              testing::HasSubstr("error: PLATE.prt.3: another program wrote version 2 meanwhile; its changes "
+                                 "aren't in this one\n"));
+  EXPECT_THAT(ended.err, testing::HasSubstr("PLATE.PRT  changed, 1 error\n"));
+  EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0 troubled=1",
+            recapOf(ended));
 }
 
 TEST_F(RunTrouble, DiskThatRefusesWritingLeavesTheOldVersionsWhole) {

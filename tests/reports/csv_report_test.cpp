@@ -307,5 +307,29 @@ TEST(ReportsOfARun, BelongToItAndAreClosedBehindFoot) {
   EXPECT_TRUE(world.logHas(L"Mode: override"));
 }
 
+// The rows are written behind the last model, whose name the lines had.
+TEST(ReportsOfARun, NameThemselvesAndTheirRowsInLinesOfTheirClosing) {
+  World world;
+  world.part(L"bolt").with(L"A", L"gr\x2013n");
+  world.part(L"nut").with(L"A", L"plain");
+  world.part(L"pin").with(L"A", L"a\tb");
+  world.assembly(L"top")
+      .uses(L"bolt", creo::ProMdlType::part)
+      .uses(L"nut", creo::ProMdlType::part)
+      .uses(L"pin", creo::ProMdlType::part);
+  const std::string open = "<task type='openCSVReport' version='3' overwrite='true' name='";
+  world.list("rows.xml",
+             "<task type='writeParameters' version='3' forPRT='true' forEF='false' reporter='audit' paramName_0='A' "
+             "value='true'/>",
+             open + "audit' file='t:/audit.csv'/>" + open + "lost' file='t:/lost.csv'/>",
+             "<task type='writeToCreoLog' version='3' value='done'/>");
+  world.start();
+  world.open(L"TOP", creo::ProMdlType::assembly);
+  world.run("rows.xml");
+  EXPECT_TRUE(world.logHas(L"Close report audit - row 1 (work now on BOLT.PRT) - A character in 'gr\x2013n'"))
+      << text::toUtf8(world.log());
+  EXPECT_TRUE(world.logHas(L"Close report audit - row 3 (work now on PIN.PRT) - A character in 'a"));
+}
+
 }  // namespace
 }  // namespace test

@@ -17,6 +17,21 @@ namespace {
 constexpr wchar_t kLastOfLatin1 = 0xff;
 constexpr int kStructuredAppend = 3;  // the mode behind which an action's numbers lag one behind libqrencode's
 
+// What the model is called. A text keeps such a token where Creo doesn't answer, which nobody sees in a code.
+constexpr std::wstring_view kNames[] = {L"@mdln@",    L"@filename@", L"@common@",  L"@mdltype@",
+                                        L"@mdlpath@", L"@filepath@", L"@mdlpathr@"};
+
+// False, with an error line: a name that the line asks for couldn't be had.
+bool holdsItsNames(const Task::Numbered& line, const std::wstring& text) {
+  for (const std::wstring_view name : kNames) {
+    if (line.value.find(name) == line.value.npos || text.find(name) == text.npos) continue;
+    core::logWrite(text::format(L"The code can't be made, as %s of its line %d can't be read", name, line.number),
+                   core::kError);
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 std::optional<std::string> codeText(const Task& task) {
@@ -29,6 +44,7 @@ std::optional<std::string> codeText(const Task& task) {
                      core::kError);
       return std::nullopt;
     }
+    if (!holdsItsNames(line, replaced.text)) return std::nullopt;
     const auto isBeyond = [](wchar_t c) { return c > kLastOfLatin1; };
     if (std::any_of(replaced.text.begin(), replaced.text.end(), isBeyond)) {
       core::logWrite(text::format(L"The code can't hold a character of its line %d: %s", line.number, replaced.text),

@@ -10,7 +10,7 @@
 namespace actions {
 
 // The lines `value0` to `value<valuec - 1>`, joined by line feeds, in Latin-1. Nothing, with an error line: the
-// variables of a line can't be replaced, or it holds a character beyond Latin-1.
+// variables of a line can't be replaced, a name of the model can't be read, or it holds a character beyond Latin-1.
 std::optional<std::string> codeText(const engine::Task& task);
 
 // Does the task want its code to say that the letters are Latin-1?

@@ -28,12 +28,17 @@ struct Pen {
   int color = 0;
 };
 
-void deleteDefinitions(ProMdl drawing, const std::wstring& name) {
+// False, with an error line: one of that name may be left, and two of one name can't be told apart.
+bool deleteDefinitions(ProMdl drawing, const std::wstring& name) {
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(drawing);
+  bool isDone = definitions || definitions.error == creo::ProNotFound;
   for (const creo::ProDtlsymdef& one : definitions.value) {
     const auto found = creo::ProDtlsymdefNameGet(one);
-    if (found && text::equalNoCase(found.value, name)) creo::ProDtlsymdefDelete(one);
+    if (!found || (text::equalNoCase(found.value, name) && creo::ProDtlsymdefDelete(one) != creo::ProNoError))
+      isDone = false;
   }
+  if (!isDone) failDetail(text::format(L"The definitions called %s can't be deleted", name));
+  return isDone;
 }
 
 creo::Got<creo::ProDtlsymdef> createDefinition(ProMdl drawing, const std::wstring& name) {
@@ -49,7 +54,7 @@ class CodeSymbol {
   CodeSymbol(const SheetFrame& frame, const Pen& pen) : frame_(frame), pen_(pen) {}
   // False, with an error line, where there is no new definition.
   bool begin(const std::wstring& name) {
-    deleteDefinitions(frame_.drawing, name);
+    if (!deleteDefinitions(frame_.drawing, name)) return false;
     const auto created = createDefinition(frame_.drawing, name);
     if (!created) {
       failDetail(L"Symdef creation failure");

@@ -22,14 +22,18 @@ using namespace engine;
 constexpr int kRescaleTitle = 262, kLeftUnread = 263, kRightUnread = 264, kNeedsReferences = 265;
 constexpr Fits kNativeAssemblies{.assemblies = true, .instances = false};
 
-// work: (component, name).
+// work: (component, name). False, with an error line: the components can't be gone through.
 template <class Work>
-void eachComponent(creo::ProMdl assembly, Work work) {
-  creo::ProSolidFeatVisit(assembly, [&](const creo::ProFeature& feature) {
-    if (creo::ProFeatureTypeGet(feature).value == creo::kComponentFeature)
-      work(feature, creo::ProFeatureNameGet(feature).value);
+bool eachComponent(creo::ProMdl assembly, Work work) {
+  const creo::ProError result = creo::ProSolidFeatVisit(assembly, [&](const creo::ProFeature& feature) {
+    const auto type = creo::ProFeatureTypeGet(feature);
+    if (!type) core::logWrite(text::format(L"The type of the feature %d can't be read", feature.id), core::kError);
+    if (type && type.value == creo::kComponentFeature) work(feature, creo::ProFeatureNameGet(feature).value);
     return creo::ProNoError;
   });
+  if (result == creo::ProNoError || result == creo::ProNotFound) return true;  // none is there
+  core::logWrite(L"The components can't be visited", core::kError);
+  return false;
 }
 
 // ---- positions
@@ -52,7 +56,7 @@ Outcome rescalePositions(const Task& task) {
   if (!right) return done;
   const double factor = *left / *right;
   int moved = 0;
-  eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
+  const bool visited = eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
     if (!creo::ProAsmcompIsPackaged(component).value) {
       core::logWrite(name + L": " + core::msgText(kNeedsReferences), core::kError);
       return;
@@ -64,20 +68,25 @@ Outcome rescalePositions(const Task& task) {
     else
       core::logWrite(text::format(L"%s: the new position can't be set", name), core::kError);
   });
-  core::logIndented(text::format(L"%d components have a new position", moved), core::kNormal, 1);
+  if (visited) core::logIndented(text::format(L"%d components have a new position", moved), core::kNormal, 1);
   return done;
 }
 
 // ---- parameters of components
 
-std::wstring unitsOf(const creo::ProParameter& parameter) { return creo::ProParameterUnitsGet(parameter).value; }
+// Empty for a parameter without units.
+creo::Got<std::wstring> unitsOf(const creo::ProParameter& parameter) {
+  auto units = creo::ProParameterUnitsGet(parameter);
+  return units.error == creo::ProNotFound ? creo::Got<std::wstring>(std::wstring()) : units;
+}
 
 // Gives a component's parameter a value in these units, making it where there is none.
 creo::ProError give(const creo::ProModelitem& component, const std::wstring& name, const creo::ProParamvalue& value,
                     const std::wstring& units) {
   const auto present = creo::ProParameterInit(component, name);
   if (!present) return creo::ProParameterWithUnitsCreate(component, name, value, units).error;
-  return unitsOf(present.value) == units ? creo::ProParameterScaledvalueSet(present.value, value) : creo::ProBadInputs;
+  const auto held = unitsOf(present.value);
+  return held && held.value == units ? creo::ProParameterScaledvalueSet(present.value, value) : creo::ProBadInputs;
 }
 
 // The pairs "name_%d", "newname_%d"; without a new name the parameter has the same one.
@@ -102,14 +111,15 @@ std::vector<Pair> parameterPairs(const Task& task) {
 bool fill(const creo::ProFeature& component, creo::ProMdl model, const std::wstring& name, const Pair& pair) {
   const auto owner = creo::ProMdlToModelitem(model);
   const auto source = owner ? creo::ProParameterInit(owner.value, pair.of) : creo::Got<creo::ProParameter>(owner.error);
-  if (!source) {
+  if (owner && source.error == creo::ProNotFound) {
     core::logWrite(text::format(L"%s has no parameter %s", name, pair.of), core::kWarning);
     return false;
   }
   // Assembly and component may have different systems of units: the number goes with its own unit.
-  const auto value = creo::ProParameterScaledvalueGet(source.value);
+  const auto value = source ? creo::ProParameterScaledvalueGet(source.value) : source.error;
+  const auto units = source ? unitsOf(source.value) : source.error;
   const creo::ProModelitem item{creo::ProItemType::feature, component.id, component.owner, {}};
-  if (value && give(item, pair.to, value.value, unitsOf(source.value)) == creo::ProNoError) return true;
+  if (value && units && give(item, pair.to, value.value, units.value) == creo::ProNoError) return true;
   core::logWrite(text::format(L"%s of the component %s can't take the value", pair.to, name), core::kError);
   return false;
 }
@@ -120,13 +130,13 @@ Outcome fillComponentParameters(const Task& task) {
     return *ended;
   const std::vector<Pair> pairs = parameterPairs(task);
   int count = 0;
-  eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
+  const bool visited = eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
     const auto model = creo::ProAsmcompMdlGet(component);
     if (!model) return core::logWrite(text::format(L"The model of %s can't be found", name), core::kError);
     for (const Pair& pair : pairs)
       if (fill(component, model.value, name, pair)) ++count;
   });
-  core::logIndented(text::format(L"%d parameters are filled", count), core::kNormal, 1);
+  if (visited) core::logIndented(text::format(L"%d parameters are filled", count), core::kNormal, 1);
   return done;
 }
 
@@ -174,7 +184,7 @@ Outcome addDrivingParameter(const Task& task) {
     return done;
   }
   int flexible = 0;
-  eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& model) {
+  const bool visited = eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& model) {
     if (!creo::ProAsmcompIsFlexible(component).value) return;
     const auto dimension = variedDimension(component, dim.text);
     if (!dimension) return;
@@ -184,7 +194,7 @@ Outcome addDrivingParameter(const Task& task) {
     else
       core::logWrite(text::format(L"%s can't drive %s of %s", name.text, dim.text, model), core::kError);
   });
-  if (flexible == 0)
+  if (visited && flexible == 0)
     core::logWrite(text::format(L"No flexible component varies the dimension %s", dim.text), core::kWarning);
   return done;
 }

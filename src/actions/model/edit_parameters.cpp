@@ -1,4 +1,6 @@
 // Actions that change values, types and names of parameters.
+#include <optional>
+
 #include "actions/families.h"
 #include "actions/model/instances.h"
 #include "actions/model/materials.h"
@@ -20,12 +22,22 @@ constexpr int kSearchInName = 97, kSearchInValue = 98, kReworkInstance = 308, kI
 constexpr int kMostNameVisits = 12;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
+// The parameter of that name; nothing where there is none, as where it is a pattern, or, with its line, where that can't
+// be told.
+std::optional<creo::ProParameter> parameterIn(const ProModelitem& owner, const std::wstring& name) {
+  const auto parameter = creo::ProParameterInit(owner, name);
+  if (parameter) return parameter.value;
+  const bool isNone = parameter.error == creo::ProNotFound || parameter.error == creo::ProBadInputs;
+  if (!isNone) core::logWrite(L"Failure in ProParameterInit()", core::kError);
+  return std::nullopt;
+}
+
 // A parameter that a visit doesn't list is reached by its name.
 void editUnlisted(ParameterEditContext& context, const ProModelitem& owner) {
   if (context.editHandled) return;
   const Replaced name = replaceVariables(context.currentAction.attribute(L"name"), context.currentModel);
   if (!name) return;
-  if (const auto parameter = creo::ProParameterInit(owner, name.text)) editParameterValue(context, parameter.value);
+  if (const auto parameter = parameterIn(owner, name.text)) editParameterValue(context, *parameter);
 }
 
 // One pass: as many visits as its conversions ask for. False: a visit ended early.
@@ -61,6 +73,8 @@ void editInstances(ParameterEditContext& context, creo::ProMdl generic) {
     if (const auto owner = creo::ProMdlToModelitem(model)) {
       visitAndEdit(context, owner.value);
       editUnlisted(context, owner.value);
+    } else {
+      core::logWrite(kNoOwner, core::kError);
     }
     editInstances(context, model);
     context.currentModel = before;
@@ -82,8 +96,8 @@ Outcome editModelParameter(const Task& task) {
   if (task.attribute(L"searchin") == L"1" && context.editHits == 0) {
     core::logIndented(L"Could be alternative one, check that", core::kNormal, 2);
     const Replaced name = task.text(L"name");
-    const auto parameter = name ? creo::ProParameterInit(owner.value, name.text) : creo::ProNotFound;
-    if (parameter && findAndEditParameter(context, parameter.value) != creo::ProNoError) return failed;
+    const auto parameter = name ? parameterIn(owner.value, name.text) : std::nullopt;
+    if (parameter && findAndEditParameter(context, *parameter) != creo::ProNoError) return failed;
   }
   if (task.isTrue(L"genAllInst")) editInstances(context, task.model());
   return done;

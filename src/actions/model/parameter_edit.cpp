@@ -262,8 +262,9 @@ bool visitAndEdit(ParameterEditContext& context, const ProModelitem& owner) {
   context.renamed.clear();
   const ProError result =
       ProParameterVisit(owner, [&](const ProParameter& parameter) { return findAndEditParameter(context, parameter); });
-  // A visit over nothing is none that failed.
-  return result == ProNoError || result == ProNotFound;
+  if (result == ProNoError || result == ProNotFound) return true;  // over nothing it hasn't failed
+  if (result != ProStopVisit) error(L"Failure in ProParameterVisit()");
+  return false;
 }
 
 }  // namespace actions

@@ -204,6 +204,7 @@ void addAtPlace(const Task& task, RelationSet& set) {
 
 void editRelationLines(const Task& task, bool post) {
   RelationSet set(task, post);
+  if (set.isLost()) return;
   if (!set.isThere()) {
     core::logIndented(L"no relset found", core::kNormal, 1);
     return;
@@ -222,6 +223,7 @@ Outcome editModelRelationLines(const Task& task) {
 
 void setUnitSensitive(const Task& task, bool post, std::wstring_view changed) {
   const RelationSet set(task, post);
+  if (set.isLost()) return;
   if (!set.isThere()) {
     core::logIndented(L"no relset found", core::kNormal, 1);
     return;

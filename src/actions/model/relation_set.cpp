@@ -41,11 +41,27 @@ RelationSet::RelationSet(const Task& task, bool post)
       owner_(ownerOf(task, post)),
       set_(owner_ ? creo::ProModelitemToRelset(owner_.value) : creo::Got<creo::ProRelset>(owner_.error)) {}
 
-void RelationSet::make() {
-  if (!set_ && owner_) set_ = creo::ProRelsetCreate(owner_.value);
+bool RelationSet::make() {
+  if (isLost()) return false;
+  if (!set_) set_ = creo::ProRelsetCreate(owner_.value);
+  return set_ || !tellLost();
+}
+
+bool RelationSet::isLost() const {
+  const bool isNone = set_.error == creo::ProNotFound || set_.error == creo::ProBadInputs;
+  return !set_ && !(owner_ && isNone) && tellLost();
+}
+
+// True.
+bool RelationSet::tellLost() const {
+  core::logWrite(post_ ? L"Can't reach the post relations, they aren't changed"
+                       : L"Can't reach the relations, they aren't changed",
+                 core::kError);
+  return true;
 }
 
 std::optional<RelationLines> RelationSet::lines() const {
+  if (isLost()) return std::nullopt;
   if (!set_) return RelationLines();
   auto lines = creo::ProRelsetRelationsGet(set_.value);
   if (lines) return std::move(lines.value);
@@ -106,8 +122,7 @@ std::optional<RelationLines> newLines(const Task& task, std::wstring_view key, i
 void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key, std::optional<std::size_t> place) {
   const int count = text::parseInt(task.attribute(std::wstring(key) + L"c"));
   if (count < 1 || (count == 1 && task.attribute(std::wstring(key) + L"0").empty())) return;
-  set.make();
-  if (!set.isThere() || !set.isSound()) return;
+  if (!set.make() || !set.isSound()) return;
   const auto held = set.lines();
   const auto added = newLines(task, key, count);
   if (!held || !added || added->empty()) return;

@@ -19,12 +19,14 @@ std::optional<engine::Outcome> beginOnRelations(const engine::Task& task, std::w
 class RelationSet {
  public:
   RelationSet(const engine::Task& task, bool post);
-  // False: the model has no such set. make(): gives it an empty one.
+  // False: the model has no such set. make(): gives it an empty one; false, with an error line: it can't.
   [[nodiscard]] bool isThere() const { return static_cast<bool>(set_); }
-  void make();
+  bool make();
+  // True, with an error line: whether the model has such a set can't be told.
+  [[nodiscard]] bool isLost() const;
   [[nodiscard]] const creo::ProRelset& set() const { return set_.value; }
-  // None where there is no such set. Nothing, with an error line: they can't be read, and writing others would lose
-  // them.
+  // None where there is no such set. Nothing, with an error line: they can't be reached or read, and writing others
+  // would lose them.
   [[nodiscard]] std::optional<RelationLines> lines() const;
 
   // Runs the set as it is. A fault has its line: a warning where `ignoreFailure` says so, and true; else an error and
@@ -34,6 +36,7 @@ class RelationSet {
   void write(const RelationLines& lines, const RelationLines& old) const;
 
  private:
+  [[nodiscard]] bool tellLost() const;
   [[nodiscard]] creo::ProError tried(const RelationLines& lines) const;
 
   const engine::Task& task_;

@@ -55,7 +55,7 @@ void eachInstance(const Json& table, const std::string& generic, F f) {
 
 void collectUses(const std::vector<UsedModelRecord>& used, std::vector<creo::ProDependency>& into) {
   for (const UsedModelRecord& one : used)
-    into.push_back({modelName(text::fromUtf8(one.name)).name, creo::typeExtension(one.type), one.type});
+    into.push_back({text::upper(text::fromUtf8(one.name)), creo::typeExtension(one.type), one.type});
 }
 
 void collectRows(const FamilyTableRecord& table, const std::wstring& generic, FolderDocument& into) {
@@ -178,25 +178,53 @@ void Folder::enterInstances(const DocumentFile& generic, const std::vector<std::
   for (const std::wstring& name : instances) instances_.try_emplace(modelKey(name, generic.type), generic.name);
 }
 
-std::vector<FolderDocument> readFolder(std::wstring_view folderPath) {
-  Folder folder(os::asFolder(folderPath));
-  std::vector<FolderDocument> out;
-  for (const DocumentFile& file : folder.documents()) {
-    FolderDocument& document = out.emplace_back();
-    document.file = file;
-    document.path = folder.path() + file.fileName;
-    const auto bytes = os::files().read(document.path);
-    if (!bytes) {
-      document.fault = cantRead(document.path, bytes.error);
-      continue;
-    }
-    ModelRecord record;
-    if (const JsonFault fault = readDocument(bytes.value, record)) {
-      document.fault = cantRead(document.path, fault);
-      continue;
-    }
+namespace {
+
+FolderDocument cantWork(const std::wstring& folder, const DocumentFile& file, const std::wstring& reason) {
+  FolderDocument document;
+  document.file = file;
+  document.path = folder + file.fileName;
+  document.fault = document.path + L": can't be worked: " + reason;
+  return document;
+}
+
+FolderDocument readWhole(const std::wstring& folder, const DocumentFile& file) {
+  if (modelName(file.name).name != file.name)
+    return cantWork(folder, file, L"a name of the form A<B> is that of an instance A of B");
+  FolderDocument document;
+  document.file = file;
+  document.path = folder + file.fileName;
+  const auto bytes = os::files().read(document.path);
+  ModelRecord record;
+  if (!bytes) {
+    document.fault = cantRead(document.path, bytes.error);
+  } else if (const JsonFault fault = readDocument(bytes.value, record)) {
+    document.fault = cantRead(document.path, fault);
+  } else {
     collectUses(file.type == ProMdlType::drawing ? record.models : record.components, document.uses);
     if (record.familyTable) collectRows(*record.familyTable, file.name, document);
+  }
+  return document;
+}
+
+}  // namespace
+
+std::vector<FolderDocument> readFolder(std::wstring_view folderPath) {
+  Folder folder(os::asFolder(folderPath));
+  const std::vector<DocumentFile> current = folder.documents();
+  // Names are compared case-blind: of two files with one name and version only one is the model's document.
+  std::unordered_map<std::wstring, std::vector<DocumentFile>> byKey;
+  for (const os::Entry& entry : os::files().list(folder.path()).value) {
+    const auto file = entry.isFolder ? std::nullopt : documentFile(entry.name);
+    if (file) byKey[modelKey(file->name, file->type)].push_back(*file);
+  }
+  std::vector<FolderDocument> out;
+  for (const DocumentFile& file : current) {
+    for (const DocumentFile& other : byKey[modelKey(file.name, file.type)]) {
+      if (other.version != file.version || other.fileName == file.fileName) continue;
+      out.push_back(cantWork(folder.path(), other, file.fileName + L" has its name and version"));
+    }
+    out.push_back(readWhole(folder.path(), file));
   }
   return out;
 }

@@ -51,7 +51,7 @@ bool isFilterTest(Test test) {
 // "The attribute 'name_0' is missing": the first of those any of which is work.
 std::wstring missingLine(const Action& action) {
   const auto first = std::find_if(action.attributes.begin(), action.attributes.end(),
-                                   [](const Attribute& attribute) { return attribute.need == Need::oneOf; });
+                                  [](const Attribute& attribute) { return attribute.need == Need::oneOf; });
   const std::wstring name = first == action.attributes.end() ? std::wstring() : text::format(first->name, 0);
   return text::format(L"The attribute '%s' is missing", name);
 }
@@ -71,22 +71,6 @@ constexpr Attribute kCommon[] = {
     {.name = L"forEF", .kind = Kind::flag, .words = L"true", .about = "the filter inside the task decides too"},
     {.name = L"deak", .kind = Kind::flag, .words = L"false", .about = "anything but false switches the action off"},
 };
-
-// "name_7" and "name_%d".
-bool means(std::wstring_view name, std::wstring_view pattern) {
-  const std::size_t sign = pattern.find(kNumberSign);
-  if (sign == pattern.npos) return name == pattern;
-  const std::wstring_view before = pattern.substr(0, sign), after = pattern.substr(sign + kNumberSign.size());
-  if (name.size() <= before.size() + after.size() || !name.starts_with(before) || !name.ends_with(after)) return false;
-  name.remove_prefix(before.size());
-  name.remove_suffix(after.size());
-  return std::all_of(name.begin(), name.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
-}
-const Attribute* among(std::span<const Attribute> attributes, std::wstring_view name) {
-  const auto found = std::find_if(attributes.begin(), attributes.end(),
-                                  [&](const Attribute& attribute) { return means(name, attribute.name); });
-  return found == attributes.end() ? nullptr : &*found;
-}
 
 }  // namespace
 
@@ -155,8 +139,8 @@ Outcome carryOut(const Action& action, const Task& task) {
 std::span<const Attribute> commonAttributes() { return kCommon; }
 
 const Attribute* findAttribute(const Action& action, std::wstring_view name) {
-  const Attribute* own = among(action.attributes, name);
-  return own ? own : among(kCommon, name);
+  const Attribute* own = core::findAttribute(action.attributes, name);
+  return own ? own : core::findAttribute(kCommon, name);
 }
 
 }  // namespace engine

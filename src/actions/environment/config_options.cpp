@@ -1,15 +1,29 @@
 // Creo's configuration options: saved under a name, set, and set again as they were saved.
+#include "actions/environment/config_options.h"
+
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProUtil.h"
 #include "engine/saved_options.h"
 #include "engine/task.h"
 #include "text/format.h"
 
 namespace actions {
-namespace {
 
 using namespace engine;
+
+namespace {
+
+constexpr int kSetTitle = 297, kRestore = 298, kValuesFound = 299, kSetTo = 300, kSetDeclared = 301, kIsSet = 302,
+              kNotFound = 303, kUnset = 304;
+constexpr int kSaveTitle = 305, kSaveTo = 306, kSave = 307;
+
+}  // namespace
+
+void tellUnset(std::wstring_view option) { core::logWrite(text::format(core::msgText(kUnset), option), core::kError); }
+
+namespace {
 
 // Runs f(task, its number) on each child element.
 template <class F>
@@ -19,32 +33,26 @@ void eachChild(const Task& task, F f) {
 }
 
 Outcome saveConfigOptions(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"save Config Options"})) return *ended;
+  if (const auto ended = begin(task, {.title = core::msgText(kSaveTitle)})) return *ended;
   const std::wstring_view saveName = task.attribute(L"savename");
   if (saveName.empty()) return done;
-  core::logIndented(text::format(L"Save configuration options to %s", saveName), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(kSaveTo), saveName), core::kNormal, 1);
   eachChild(task, [&](const Task& child, int number) {
     const auto option = child.numbered(L"name_%d", number);
     if (!option) return;
-    core::logIndented(text::format(L"Save %s", *option), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(kSave), *option), core::kNormal, 2);
     auto values = creo::ProConfigoptArrayGet(std::wstring(*option));
     saveConfigOption(saveName, {std::wstring(*option), std::move(values.value)});
   });
   return done;
 }
 
-void tellUnset(std::wstring_view option) {
-  core::logWrite(text::format(L"The configuration value for '%s' can't be set", option), core::kError);
-}
-
 void restore(std::wstring_view saveName) {
-  core::logIndented(text::format(L"Reset saved configuration options from %s", saveName), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(kRestore), saveName), core::kNormal, 1);
   for (const SavedConfigOption& saved : savedConfigOptions(saveName)) {
-    core::logIndented(
-        text::format(L"Found %d configuration values for the option '%s'", saved.values.size(), saved.option),
-        core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(kValuesFound), saved.values.size(), saved.option), core::kNormal, 2);
     for (const std::wstring& value : saved.values) {
-      core::logIndented(text::format(L"Set %s to %s", saved.option, value), core::kNormal, 3);
+      core::logIndented(text::format(core::msgText(kSetTo), saved.option, value), core::kNormal, 3);
       if (creo::ProConfigoptSet(saved.option, value) != creo::ProNoError) tellUnset(saved.option);
     }
   }
@@ -57,18 +65,18 @@ void setDeclared(std::wstring_view option, std::wstring_view value) {
                                 : !valueFits ? creo::ProBadInputs
                                              : creo::ProConfigoptSet(std::wstring(option), std::wstring(value));
   if (result == creo::ProNoError) {
-    core::logIndented(text::format(L"Configuration option '%s' is set to '%s'", option, value), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(kIsSet), option, value), core::kNormal, 2);
   } else if (result == creo::ProNotFound) {
-    core::logWrite(text::format(L"The configuration option '%s' can't be found", option), core::kError);
+    core::logWrite(text::format(core::msgText(kNotFound), option), core::kError);
   } else {
     tellUnset(option);
   }
 }
 
 Outcome setConfigOption(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"set config option"})) return *ended;
+  if (const auto ended = begin(task, {.title = core::msgText(kSetTitle)})) return *ended;
   if (const auto saveName = task.attribute(L"safename"); !saveName.empty()) restore(saveName);
-  core::logIndented(L"Set declared configuration options", core::kNormal, 1);
+  core::logMsgId(kSetDeclared, core::kNormal, 1);
   eachChild(task, [](const Task& child, int number) {
     const auto option = child.numbered(L"name_%d", number);
     const auto value = child.numbered(L"value_%d", number);

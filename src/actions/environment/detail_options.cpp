@@ -1,6 +1,7 @@
 // The settings of a drawing's own, from a file.
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProMacro.h"
 #include "creo/guards.h"
 #include "engine/task.h"
@@ -11,12 +12,13 @@ namespace {
 
 using namespace engine;
 
+constexpr int kTitle = 358, kIsSet = 359, kFailed = 360;
 // Creo may ask before it takes the options over; waiting steps answer its dialog.
 constexpr const wchar_t* kAnswer =
     L"~Activate `UI Message Dialog` `UI Message Dialog`;~Activate `UI Message Dialog` `ok`;";
 
 Outcome setDetailOptions(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set DTL"})) return *ended;
+  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
   const std::wstring path = task.path(L"view", L"models");
   const std::wstring folder = os::folderOf(path);
   creo::DirectoryGuard directory;
@@ -29,9 +31,9 @@ Outcome setDetailOptions(const Task& task) {
   const creo::ProError read =
       creo::ProInputFileRead(task.model(), os::nameOf(path), creo::ProInputFileType::detailOptions);
   if (read == creo::ProNoError)
-    core::logIndented(L"New DTL is set", core::kNormal, 1);
+    core::logMsgId(kIsSet, core::kNormal, 1);
   else
-    core::logWrite(L"Failure occured while set new DTL", core::kError);
+    core::logMsgPlain(kFailed, core::kError);
   if (directory.back() != creo::ProNoError) core::logWrite(L"Can't reset old path", core::kWarning);
   return done;
 }

@@ -1,6 +1,7 @@
 #include "actions/environment/macro.h"
 
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProMacro.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -12,6 +13,7 @@ using engine::Task;
 
 namespace {
 
+constexpr int kMapkeyNotLoaded = 268, kMapkeyNotRun = 269, kNotLoaded = 376;
 constexpr std::size_t kLineSize = 2600;  // room of a line
 
 }  // namespace
@@ -28,6 +30,10 @@ void runMacro(const std::wstring& macro, std::wstring_view loadFailure, std::wst
   core::logWrite(L"fin", core::kDebug);
 }
 
+void runMacro(const std::wstring& macro, std::wstring_view runFailure) {
+  runMacro(macro, core::msgText(kNotLoaded), runFailure);
+}
+
 void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view count, std::wstring_view lines) {
   if (!task.has(count)) return;
   const int number = text::parseInt(task.attribute(count));
@@ -40,8 +46,7 @@ void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view coun
                             core::kError);
     macro += replaced.text;
   }
-  runMacro(macro, text::format(L"Failure occured while load mapkey at line %d", number),
-           L"Failure occured while execute mapkey");
+  runMacro(macro, text::format(core::msgText(kMapkeyNotLoaded), number), core::msgText(kMapkeyNotRun));
 }
 
 }  // namespace actions

@@ -10,6 +10,8 @@ namespace actions {
 
 // Loads and runs a macro; each failure has its error line.
 void runMacro(const std::wstring& macro, std::wstring_view loadFailure, std::wstring_view runFailure);
+// The same with the common line for one that can't be loaded.
+void runMacro(const std::wstring& macro, std::wstring_view runFailure);
 // The same for one that the task holds line by line: attributes `lines` with numbers from 0, as many as `count` says;
 // each may hold variables, of the model. Nothing happens without that attribute.
 void runMapkeyMacro(const engine::Task& task, creo::ProMdl model, std::wstring_view count = L"mapkeyc",

@@ -2,6 +2,7 @@
 #include "actions/environment/macro.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
@@ -15,6 +16,7 @@ namespace {
 
 using namespace engine;
 
+constexpr int kTitle = 267, kNotKvdMode = 270, kNoDrawing = 271, kForSheet = 272, kReworkInstance = 308;
 constexpr int kDeepestTable = 200;  // family tables nested deeper aren't worked
 
 bool isDrawing(creo::ProMdl model) {
@@ -25,14 +27,11 @@ bool isDrawing(creo::ProMdl model) {
 void runOnce(const Task& task) { runMapkeyMacro(task, task.model()); }
 
 void runForSheets(const Task& task) {
-  if (!isDrawing(task.model()))
-    return core::logWrite(
-        L"The mapkey is canceled, because it can only be run for drawings with the 'for every sheet' option",
-        core::kError);
+  if (!isDrawing(task.model())) return core::logMsgPlain(kNoDrawing, core::kError);
   creo::SheetGuard sheets(task.model());
   const int count = creo::ProDrawingSheetsCount(task.model()).value;
   for (int sheet = 1; sheet <= count; ++sheet) {
-    core::logIndented(text::format(L"for drawing sheet %d", sheet), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(kForSheet), sheet), core::kNormal, 2);
     if (sheets.change(sheet) == creo::ProNoError)
       runMapkeyMacro(task, task.model());
     else
@@ -47,7 +46,7 @@ void runForTable(const Task& task, creo::ProMdl generic, int depth) {
   const auto table = creo::ProFamtableInit(generic);
   if (!table) return core::logWrite(L"Famtable can't be initialized", core::kError);
   creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
-    core::logIndented(text::format(L"rework Instance %s", row.name), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(kReworkInstance), row.name), core::kNormal, 2);
     const auto instance = creo::ProFaminstanceCreate(row);
     if (!instance) {
       core::logWrite(L"Can't create Instance", core::kError);
@@ -79,7 +78,7 @@ void selectView(int id) {
   runMacro(text::format(L"~ Activate `main_dlg_cur` `page_Layout_control_btn` 1;~ Select `main_dlg_cur` `DrwAssyTree` "
                         L"1 `node0:view_%d 92 0 -1 -1 -1`;",
                         id),
-           L"Can't load macro", L"The view can't be selected");
+           L"The view can't be selected");
 }
 
 void runForViews(const Task& task) {
@@ -122,10 +121,10 @@ constexpr Repetition kRepetitions[] = {
     {L"0", &runOnce}, {L"1", &runForSheets}, {L"2", &runForInstances}, {L"3", &runForViews}, {L"4", &runForSelections}};
 
 Outcome runMapkey(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"Run Mapkey"})) return *ended;
+  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kTitle)})) return *ended;
   if (const auto ended = passFilterUnlessForAll(task)) return *ended;
   if (!task.isTrue(L"kvpmode")) {
-    core::logWrite(L"The mapkey isn't set to KVDMODE (flag inside the configuration)", core::kError);
+    core::logMsgPlain(kNotKvdMode, core::kError);
     return done;
   }
   for (const Repetition& row : kRepetitions)

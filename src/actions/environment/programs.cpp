@@ -1,6 +1,7 @@
 // Other programs, and the environment that they inherit.
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProUtil.h"
 #include "engine/read_number.h"
 #include "engine/task.h"
@@ -14,6 +15,7 @@ namespace {
 
 using namespace engine;
 
+constexpr int kTitle = 414, kIsRun = 374;
 constexpr std::size_t kCommandSize = 2600;
 
 void tellNotStarted(std::wstring_view command, std::error_code error) {
@@ -42,7 +44,7 @@ void waitSeconds(int seconds) {
 }
 
 Outcome runShellCommand(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Run MSDos command"})) return *ended;
+  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
   const std::wstring command = task.path(L"cmd", L"models", kCommandSize);
   const std::wstring arguments = task.path(L"args", L"models", kCommandSize);
   const std::wstring folder = creo::ProDirectoryCurrentGet().value;
@@ -51,7 +53,7 @@ Outcome runShellCommand(const Task& task) {
   else
     startDetached(command, arguments, folder);
   waitSeconds(integerOrZero(task.attribute(L"waitafter")));
-  core::logIndented(L"Run Shell Command", core::kNormal, 1);
+  core::logMsgId(kIsRun, core::kNormal, 1);
   return done;
 }
 

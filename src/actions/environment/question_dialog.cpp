@@ -1,6 +1,7 @@
 #include "actions/environment/question_dialog.h"
 
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUI.h"
@@ -20,6 +21,7 @@ using namespace question;
 constexpr const char* kResource = "kvaneUserVariable";
 constexpr const char* kModelLabel = "kvaneUVModel";
 constexpr const char* kValueLabel = "kvaneUVValueLabel";
+constexpr int kNoModel = 418;
 constexpr std::size_t kDescriptionReserve = 10;  // of a description line's buffer, kept free
 
 // What the dialog's callbacks work on; empty once the question is over, whatever became of the dialog.
@@ -127,7 +129,7 @@ void describe(const Task& task) {
 
 void showModel(creo::ProMdl model) {
   const auto name = creo::ProMdlNameGet(model);
-  creo::ProUILabelTextSet(kDialog, kModelLabel, name ? name.value : L"no model (head or foot)");
+  creo::ProUILabelTextSet(kDialog, kModelLabel, name ? name.value : core::msgText(kNoModel));
 }
 
 // ---- the ends

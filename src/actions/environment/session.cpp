@@ -2,6 +2,7 @@
 #include "actions/environment/shown_models.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProServer.h"
 #include "engine/task.h"
@@ -12,16 +13,18 @@ namespace {
 
 using namespace engine;
 
+constexpr int kClearTitle = 115, kSenseless = 117, kEraseTitle = 116;
+
 // Lists that were written for another program hold it.
 Outcome clearAllWindows(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"Clear all windows"})) return *ended;
+  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kClearTitle)})) return *ended;
   core::countAction();
-  core::logWrite(L"This function is senseless in Kelvane Player", core::kWarning);
+  core::logMsgPlain(kSenseless, core::kWarning);
   return done;
 }
 
 Outcome eraseUndisplayedModels(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"Erase undisplayed models"})) return *ended;
+  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kEraseTitle)})) return *ended;
   core::countAction();
   // A model that an action is still to work on would be lost with what was changed in it.
   if (const auto goes = keepModelsUnderWork()) {

@@ -2,6 +2,7 @@
 #include "actions/environment/macro.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "engine/task.h"
 #include "os/surroundings.h"
 #include "text/format.h"
@@ -12,6 +13,8 @@ namespace {
 
 using namespace engine;
 
+// Its title is that of `setDTL`.
+constexpr int kTitle = 358, kRun = 375;
 constexpr std::size_t kPathSize = 520;
 // Creo plays a trail file by its own dialog alone.
 constexpr std::wstring_view kPlayMacro =
@@ -20,17 +23,16 @@ constexpr std::wstring_view kPlayMacro =
     L"`PREVIEW_POPUP_TIMER` `file_open:Ph_list.Filelist:<NULL>`;~ Activate `file_open` `Open`;";
 
 Outcome runTrailfile(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"Set DTL"})) return *ended;
+  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kTitle)})) return *ended;
   if (const auto ended = passFilterUnlessForAll(task)) return *ended;
   const std::wstring path = task.path(L"tf", L"models", kPathSize);
-  core::logIndented(L"Run Trailfile", core::kNormal, 1);
+  core::logMsgId(kRun, core::kNormal, 1);
   // Creo's dialog would stay open over it.
   if (!os::files().exists(path)) {
     core::logWrite(text::format(L"The trail file isn't there: %s", path), core::kError);
     return done;
   }
-  runMacro(text::format(kPlayMacro, text::replaceAll(path, L"\\", L"\\\\")), L"Can't load macro",
-           L"The trail file can't be run");
+  runMacro(text::format(kPlayMacro, text::replaceAll(path, L"\\", L"\\\\")), L"The trail file can't be run");
   return done;
 }
 

@@ -2,6 +2,7 @@
 #include "actions/exports/export_frame.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProIntf.h"
 #include "os/paths.h"
 #include "text/format.h"
@@ -13,6 +14,8 @@ namespace {
 using namespace engine;
 using creo::Pro2dSheets;
 using creo::ProError;
+
+constexpr int kExported = 380;
 
 struct DrawingForm {
   ExportForm file;
@@ -37,7 +40,7 @@ ProError write(const Task& task, const DrawingForm& form, const std::wstring& na
 
 void tell(ProError result, std::wstring_view failure) {
   if (result == creo::ProNoError)
-    core::logIndented(L"Exported", core::kNormal, 1);
+    core::logMsgId(kExported, core::kNormal, 1);
   else
     core::logWrite(failure, core::kError);
 }

@@ -2,6 +2,7 @@
 #include "actions/exports/export_frame.h"
 #include "actions/families.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProPDF.h"
 #include "engine/read_number.h"
@@ -14,6 +15,8 @@ namespace {
 using namespace engine;
 using creo::ProError;
 using creo::ProPDFproperty;
+
+constexpr int kExported = 380;
 
 // One file's properties: what the first refusal was is told instead of the export.
 class PdfOptions {
@@ -89,7 +92,7 @@ Outcome exportPdf(const Task& task, std::wstring_view title, void (*fill)(const 
     result = options.exportTo(task.model(), target.path);
   }
   if (result == creo::ProNoError)
-    core::logIndented(L"Exported", core::kNormal, 1);
+    core::logMsgId(kExported, core::kNormal, 1);
   else
     core::logWrite(text::format(failure, static_cast<int>(result)), core::kError);
   return done;

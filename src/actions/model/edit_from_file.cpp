@@ -22,7 +22,7 @@ namespace {
 
 using namespace engine;
 
-constexpr int kDictionaryTitle = 81, kSetFromTo = 83, kFileTitle = 110, kSetTo = 113;
+constexpr int kDictionaryTitle = 81, kSetFromTo = 83, kFileTitle = 110, kSetTo = 113, kSetNumber = 310;
 constexpr std::size_t kExpressionSize = 81;
 constexpr std::wstring_view kModelName = L"model name", kParameterName = L"parameter name",
                             kDimensionName = L"dimension name", kPresent = L"present value", kValue = L"value";
@@ -168,7 +168,7 @@ void setDimension(const Task& task, const creo::ProDimension& dimension, const E
   const auto number = numberIn(value.text);
   if (!number)
     return error(text::format(L"Failure at dimension '%s' while cast value '%s' to double", entry.name, value.text));
-  core::logIndented(text::format(L"set '%s' value to '%f'", entry.name, *number), core::kNormal, 2);
+  core::logIndented(text::format(core::msgText(kSetNumber), entry.name, *number), core::kNormal, 2);
   if (creo::ProDimensionValueSet(dimension, *number) != creo::ProNoError)
     error(text::format(L"The dimension '%s' can't be set", entry.name));
 }

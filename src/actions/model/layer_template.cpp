@@ -2,6 +2,7 @@
 // "default_layer_model" names, and keeps that model in memory. So a copy of the list's own template takes its place.
 #include <algorithm>
 
+#include "actions/environment/config_options.h"
 #include "actions/environment/macro.h"
 #include "actions/families.h"
 #include "actions/model/layers.h"
@@ -69,7 +70,7 @@ class LayerTemplate {
     std::wstring used = os::joined(file_.folder, os::nameOf(path));
     if (!wasThere_) copy(directory, used);
     if (option_.change(used) == creo::ProNoError) return true;
-    core::logWrite(text::format(L"The configuration value for '%s' can't be set", kOption), core::kError);
+    tellUnset(kOption);
     return false;
   }
 
@@ -140,8 +141,7 @@ class LayerTemplate {
   }
 
   void cleanUp() {
-    if (!option_.back())
-      core::logWrite(text::format(L"The configuration value for '%s' can't be set", kOption), core::kError);
+    if (!option_.back()) tellUnset(kOption);
     if (!template_) return;
     tell(L"Try to delete template model");
     const auto name = creo::ProMdlNameGet(template_);
@@ -198,7 +198,7 @@ void runRules(const Task& task, std::wstring_view name, const std::vector<RuleCh
   // Cut it would be another macro.
   if (!text::fits(macro, kMacroSize))
     return core::logWrite(text::format(L"The rules of '%s' can't be set: the macro is too long", name), core::kError);
-  runMacro(macro, L"Can't load macro", L"The rules can't be set");
+  runMacro(macro, L"The rules can't be set");
 }
 
 // Macros work in the current window alone: in another model they would find another layer of that name.

@@ -81,7 +81,7 @@ void takeLayerDialogAway() {
   const bool isFloating = floating && text::equalNoCase(floating.value, L"YES");
   runMacro(isFloating ? L"~ Close `layer_dlg_cur` `layer_dlg_cur`;"
                       : L"~ Select `main_dlg_cur` `PHTLeft.PHLayerUI.AssyTree` 1 `node0`;",
-           L"Can't load macro", L"The layer dialog can't be closed");
+           L"The layer dialog can't be closed");
 }
 
 bool isLayer(const ProModelitem& item, int id) { return item.type == ProItemType::layer && item.id == id; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "actions/environment/config_options.h"
 #include "actions/model/instances.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -78,13 +79,12 @@ MaterialFolder::MaterialFolder() : option_(std::wstring(kOption)) {}
 
 bool MaterialFolder::change(const std::wstring& folder) {
   if (option_.change(folder) == creo::ProNoError) return true;
-  core::logWrite(text::format(L"The configuration value for '%s' can't be set", kOption), core::kError);
+  tellUnset(kOption);
   return false;
 }
 
 MaterialFolder::~MaterialFolder() {
-  if (!option_.back())
-    core::logWrite(text::format(L"The configuration value for '%s' can't be set", kOption), core::kError);
+  if (!option_.back()) tellUnset(kOption);
 }
 
 creo::ProFamtableItem materialColumn() { return {creo::ProFamitemType::parameter, L"PTC_MATERIAL_NAME"}; }

@@ -15,6 +15,7 @@ namespace {
 
 using namespace creo;
 
+constexpr int kNoInteger = 25, kNoDouble = 26, kSetTo = 311;
 constexpr int kSetFailed = 1, kBooleanFailed = 71, kDoubleFailed = 72, kIntegerFailed = 73;
 constexpr int kRelationDriven = 313, kFunctionDriven = 314, kParameterDriven = 315;
 constexpr int kReplacementFailed = 316;
@@ -29,12 +30,12 @@ Fit fits(bool condition) { return condition ? Fit::yes : Fit::no; }
 
 // How a number that is searched must look, and the lines for one that doesn't: of a renaming, of an edit.
 struct NumberSearch {
-  std::wstring_view pattern, cantCast, cantCompare;
+  std::wstring_view pattern;
+  int cantCast;  // a message
+  std::wstring_view cantCompare;
 };
-constexpr NumberSearch kIntegers{engine::kIntegerPattern, L"Failure can't cast integer value",
-                                 L"%s - Integer can't compared with not a number"};
-constexpr NumberSearch kDoubles{engine::kDoublePattern, L"Failure can't cast double value",
-                                L"%s - Double can't compared with not a number"};
+constexpr NumberSearch kIntegers{engine::kIntegerPattern, kNoInteger, L"%s - Integer can't compared with not a number"};
+constexpr NumberSearch kDoubles{engine::kDoublePattern, kNoDouble, L"%s - Double can't compared with not a number"};
 
 // number: what the whole text is. Those of a renaming are read as they are, those of an edit must look like one.
 template <class T>
@@ -42,7 +43,7 @@ Fit numberFits(const ParameterEditContext& context, const NumberSearch& search, 
                std::optional<T> number, T value) {
   if (number && (context.rename || engine::wildcardCompare(search.pattern, wanted) == 1)) return fits(*number == value);
   if (context.rename)
-    error(search.cantCast);
+    error(core::msgText(search.cantCast));
   else
     core::logWrite(text::format(search.cantCompare, wanted), core::kWarning);
   return Fit::no;
@@ -179,7 +180,7 @@ void set(const ParameterEditContext& context, const ProParameter& parameter, con
   if (!replaced) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
   const auto wanted = newValue(parameter, replaced.text, current.type);
   if (!wanted) return;
-  core::logIndented(text::format(L"set '%s' value to '%s'", parameter.id, wanted->shown), core::kNormal, 4);
+  core::logIndented(text::format(core::msgText(kSetTo), parameter.id, wanted->shown), core::kNormal, 4);
   ProParamvalue value;
   if (ProParamvalueSet(value, wanted->text, current.type) != ProNoError) return error(wanted->failure);
   const auto foreign = foreignNumbers(context, replaced, parameter);

@@ -23,7 +23,12 @@ using namespace engine;
 constexpr int kAddTitle = 58, kAddToFeatureTitle = 222, kAlternativeTitle = 406;
 constexpr int kDesignateTitle = 10, kDesignate = 11, kSetToFalse = 12, kSetToTrue = 13, kDesignationFailed = 14;
 constexpr int kAllTrue = 15, kAllFalse = 16;
+<<<<<<< HEAD
 constexpr int kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
+=======
+constexpr int kInstanceRefused = 5, kIsSkeleton = 420, kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409,
+              kColumnFailed = 410;
+>>>>>>> words
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
 Outcome addModelParameter(const Task& task) {
@@ -39,6 +44,18 @@ Outcome addModelParameter(const Task& task) {
 }
 
 Outcome addMaterialParameter(const Task& task) {
+<<<<<<< HEAD
+=======
+  if (const auto ended = begin(task, {.title = L"Add material parameter"})) return *ended;
+  if (documents::isSkeleton(task.model()) == documents::kTrue) {
+    core::logMsgPlain(kIsSkeleton, core::kWarning);
+    return refused;
+  }
+  if (documents::isInstance(task.model()) == documents::kTrue) {
+    core::logMsgPlain(kInstanceRefused, core::kWarning);
+    return done;
+  }
+>>>>>>> words
   if (const auto owner = currentMaterial(task.model(), core::kError))
     addParametersFromAction(task, {.model = task.model(), .owner = *owner});
   return done;

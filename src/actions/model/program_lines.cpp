@@ -5,6 +5,7 @@
 #include "actions/families.h"
 #include "actions/model/relation_set.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "core/state.h"
 #include "creo/ProProgram.h"
 #include "creo/guards.h"
@@ -23,6 +24,9 @@ namespace {
 
 using namespace engine;
 
+constexpr int kDeleteFile = 371, kTitle = 384, kDeleteLines = 385, kNotRead = 386, kNotWritten = 387,
+              kDeleteFiles = 388;
+constexpr int kInputTitle = 389, kDeleteInputLines = 390;
 constexpr std::wstring_view kWritten = L"proProgram.txt", kChanged = L"proProgramChanged.txt";
 constexpr std::size_t kMostDelline = 1000, kMostPattern = 260;
 constexpr int kMostNames = 10'000;
@@ -37,7 +41,7 @@ class ProgramFiles {
     for (const std::wstring& path : {written_, changed_}) {
       if (!os::files().exists(path)) continue;
       const auto error = os::files().remove(path);
-      core::logWrite(text::format(L"Delete the file '%s'.", path), error ? core::kError : core::kDebug);
+      core::logWrite(text::format(core::msgText(kDeleteFile), path), error ? core::kError : core::kDebug);
     }
   }
   ProgramFiles(const ProgramFiles&) = delete;
@@ -167,20 +171,20 @@ ProgramLineFilter filterOf(const Task& task) {
 bool exported(const Task& task, const ProgramFiles& files) {
   if (creo::ProOutputFileWrite(task.model(), files.written(), creo::ProInputFileType::program) == creo::ProNoError)
     return true;
-  core::logWrite(L"Failure while writing the Pro/PROGRAM file", core::kError);
+  core::logMsgPlain(kNotWritten, core::kError);
   return false;
 }
 
 void readBack(const Task& task, const std::wstring& path) {
   if (creo::ProInputFileRead(task.model(), path, creo::ProInputFileType::program) != creo::ProNoError)
-    core::logWrite(L"Failure while reading the Pro/PROGRAM file", core::kError);
+    core::logMsgPlain(kNotRead, core::kError);
 }
 
 Outcome deleteModelProProgramLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, L"delete Pro/PROGRAM lines")) return *ended;
+  if (const auto ended = beginOnRelations(task, core::msgText(kTitle))) return *ended;
   const ProgramFiles files;
   if (exported(task, files)) {
-    core::logIndented(L"delete the following Pro/PROGRAM lines:", core::kNormal, 1);
+    core::logMsgId(kDeleteLines, core::kNormal, 1);
     ProgramLineFilter filter = filterOf(task);
     const GivenUp givenUp;
     const Filtered filtered = filterFile(files, [&](std::wstring_view line, auto) { return stays(filter, line); });
@@ -193,7 +197,7 @@ Outcome deleteModelProProgramLines(const Task& task) {
       readBack(task, std::wstring(kChanged));
     }
   }
-  core::logIndented(L"delete the temporary files", core::kNormal, 1);
+  core::logMsgId(kDeleteFiles, core::kNormal, 1);
   return done;
 }
 
@@ -205,7 +209,7 @@ std::wstring_view firstWord(std::wstring_view line) {
 }
 
 Outcome deleteModelProProgramInputLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, L"delete Pro/PROGRAM input lines")) return *ended;
+  if (const auto ended = beginOnRelations(task, core::msgText(kInputTitle))) return *ended;
   std::vector<std::wstring_view> names;
   for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames)) {
     if (one.number != static_cast<int>(names.size())) break;
@@ -215,7 +219,7 @@ Outcome deleteModelProProgramInputLines(const Task& task) {
   core::logIndented(L"Export to file", core::kNormal, 1);
   if (exported(task, files)) {
     core::logIndented(L"Change the file", core::kNormal, 1);
-    core::logIndented(L"delete the following Pro/PROGRAM input lines:", core::kNormal, 1);
+    core::logMsgId(kDeleteInputLines, core::kNormal, 1);
     const Filtered filtered = filterFile(files, [&](std::wstring_view line, InputSection::Line kind) {
       const std::wstring_view name = firstWord(line);
       return kind == InputSection::Line::other || name.empty() ||

@@ -4,6 +4,7 @@
 #include "actions/families.h"
 #include "actions/model/relation_set.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "engine/compare.h"
 #include "engine/comparison_watch.h"
 #include "text/format.h"
@@ -14,14 +15,17 @@ namespace {
 
 using namespace engine;
 
+constexpr int kAddTitle = 249, kRelations = 254, kPostRelations = 255, kDeleteTitle = 256, kDeleteSingle = 257,
+              kDeleteBlock = 258, kEditTitle = 259, kAddLines = 260, kEditLines = 261;
+
 bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 
 Outcome addModelRelationLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, L"Add model relation lines")) return *ended;
-  core::logIndented(L"Relations:", core::kNormal, 1);
+  if (const auto ended = beginOnRelations(task, core::msgText(kAddTitle))) return *ended;
+  core::logMsgId(kRelations, core::kNormal, 1);
   RelationSet relations(task, false);
   addRelationLines(task, relations, L"relationline", std::nullopt);
-  core::logIndented(L"Post regeneration relations:", core::kNormal, 1);
+  core::logMsgId(kPostRelations, core::kNormal, 1);
   RelationSet postRelations(task, true);
   addRelationLines(task, postRelations, L"postline", std::nullopt);
   return done;
@@ -79,7 +83,7 @@ class LinesToDelete {
 };
 
 void deleteSingleLines(const Task& task, LinesToDelete& lines) {
-  core::logIndented(L"Delete single lines", core::kNormal, 1);
+  core::logMsgId(kDeleteSingle, core::kNormal, 1);
   const int count = text::parseInt(task.attribute(L"dellinec"));
   for (const Task::Numbered& pattern : task.numberedAll(L"delline", count))
     // What went, or became a comment, with a line before it isn't looked at again.
@@ -122,7 +126,7 @@ class BlockEnd {
 };
 
 void deleteBlocks(const Task& task, LinesToDelete& lines) {
-  core::logIndented(L"Delete a block of lines", core::kNormal, 1);
+  core::logMsgId(kDeleteBlock, core::kNormal, 1);
   const std::wstring_view startLine = task.attribute(L"startline");
   BlockEnd end(task);
   const GivenUp givenUp;
@@ -157,7 +161,7 @@ void deleteFrom(const Task& task, bool post) {
 }
 
 Outcome deleteModelRelationLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, L"Delete model relation lines")) return *ended;
+  if (const auto ended = beginOnRelations(task, core::msgText(kDeleteTitle))) return *ended;
   if (task.isTrue(L"rel")) deleteFrom(task, false);
   if (task.isTrue(L"postrel")) deleteFrom(task, true);
   return done;
@@ -166,7 +170,7 @@ Outcome deleteModelRelationLines(const Task& task) {
 // ---- editing
 
 void editLines(const Task& task, const RelationSet& set) {
-  core::logIndented(L"Edit lines", core::kNormal, 1);
+  core::logMsgId(kEditLines, core::kNormal, 1);
   const auto old = set.lines();
   if (!old) return;
   RelationLines lines = *old;
@@ -188,7 +192,7 @@ void editLines(const Task& task, const RelationSet& set) {
 }
 
 void addAtPlace(const Task& task, RelationSet& set) {
-  core::logIndented(L"Add lines", core::kNormal, 1);
+  core::logMsgId(kAddLines, core::kNormal, 1);
   const auto lines = set.lines();
   if (!lines) return;
   const auto found = std::find_if(lines->begin(), lines->end(),
@@ -210,7 +214,7 @@ void editRelationLines(const Task& task, bool post) {
 }
 
 Outcome editModelRelationLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, L"Edit model relation lines")) return *ended;
+  if (const auto ended = beginOnRelations(task, core::msgText(kEditTitle))) return *ended;
   if (task.isTrue(L"rel")) editRelationLines(task, false);
   if (task.isTrue(L"postrel")) editRelationLines(task, true);
   return done;

@@ -15,6 +15,7 @@ using engine::Task;
 namespace {
 
 constexpr int kInstanceRefused = 5;
+constexpr int kCurrentFail = 250, kCurrentPostFail = 251, kNewFail = 252, kNewPostFail = 253;
 constexpr std::wstring_view kBlanks = L" \t\r\n";
 
 // The owner of the set: the model, its id saying which.
@@ -54,10 +55,7 @@ std::optional<RelationLines> RelationSet::lines() const {
 
 bool RelationSet::isSound() const {
   if (creo::ProRelsetRegenerate(set_.value) == creo::ProNoError) return true;
-  core::logWrite(
-      post_ ? L"Failure in current post relations, the new post relation lines shouldn't be added automatically"
-            : L"Failure in current relations, the new relation lines shouldn't be added automatically",
-      ignoresFailure_ ? core::kWarning : core::kError);
+  core::logMsgPlain(post_ ? kCurrentPostFail : kCurrentFail, ignoresFailure_ ? core::kWarning : core::kError);
   return ignoresFailure_;
 }
 
@@ -69,9 +67,7 @@ creo::ProError RelationSet::tried(const RelationLines& lines) const {
 
 void RelationSet::write(const RelationLines& lines, const RelationLines& old) const {
   if (tried(lines) == creo::ProNoError) return;
-  core::logWrite(post_ ? L"Failure in new post relations, old post relations should be changed manually"
-                       : L"Failure in new relations, old relations should be changed manually",
-                 ignoresFailure_ ? core::kWarning : core::kError);
+  core::logMsgPlain(post_ ? kNewPostFail : kNewFail, ignoresFailure_ ? core::kWarning : core::kError);
   if (ignoresFailure_) return;
   if (creo::ProRelsetRelationsSet(set_.value, old) != creo::ProNoError)
     core::logWrite(L"The old relations can't be written back", core::kError);

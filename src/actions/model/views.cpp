@@ -20,6 +20,7 @@ using namespace engine;
 constexpr int kSetTitle = 142, kNoDefault = 143, kIsSet = 144, kTableFailed = 145, kNoView = 146;
 constexpr int kAddTitle = 345, kSetOrientation = 346;
 constexpr int kFront = 347, kRight = 348, kBack = 349, kLeft = 350, kTop = 351, kBottom = 352, kCustom = 353;
+constexpr int kRename = 365;
 constexpr int kDisplayTitle = 391, kWorkOn = 392, kReplaced = 393, kDisplayFailed = 394;
 
 // ---- saved views
@@ -157,7 +158,7 @@ void renameOne(const Task& task, const Task::Numbered& entry) {
                           core::kError);
   const auto view = viewThatFits(task.model(), pattern);
   if (!view) return core::logWrite(text::format(L"No view is called '%s'", pattern), core::kError);
-  const std::wstring renaming = text::format(L"rename %s to %s", view.value, to);
+  const std::wstring renaming = text::format(core::msgText(kRename), view.value, to);
   switch (creo::ProViewRename(task.model(), view.value, to)) {
     case creo::ProNoError:
       return core::logIndented(renaming, core::kNormal, 1);

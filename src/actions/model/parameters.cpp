@@ -23,12 +23,7 @@ using namespace engine;
 constexpr int kAddTitle = 58, kAddToFeatureTitle = 222, kAlternativeTitle = 406;
 constexpr int kDesignateTitle = 10, kDesignate = 11, kSetToFalse = 12, kSetToTrue = 13, kDesignationFailed = 14;
 constexpr int kAllTrue = 15, kAllFalse = 16;
-<<<<<<< HEAD
-constexpr int kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
-=======
-constexpr int kInstanceRefused = 5, kIsSkeleton = 420, kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409,
-              kColumnFailed = 410;
->>>>>>> words
+constexpr int kIsSkeleton = 420, kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
 Outcome addModelParameter(const Task& task) {
@@ -44,18 +39,6 @@ Outcome addModelParameter(const Task& task) {
 }
 
 Outcome addMaterialParameter(const Task& task) {
-<<<<<<< HEAD
-=======
-  if (const auto ended = begin(task, {.title = L"Add material parameter"})) return *ended;
-  if (documents::isSkeleton(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kIsSkeleton, core::kWarning);
-    return refused;
-  }
-  if (documents::isInstance(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kInstanceRefused, core::kWarning);
-    return done;
-  }
->>>>>>> words
   if (const auto owner = currentMaterial(task.model(), core::kError))
     addParametersFromAction(task, {.model = task.model(), .owner = *owner});
   return done;
@@ -242,7 +225,7 @@ constexpr Action kActions[] = {
      .place = 95,
      .title = L"Add material parameter",
      .conditions = {kFilter,
-                    {.test = Test::notSkeleton, .line = L"Model is an Skeleton, action canceled"},
+                    {.test = Test::notSkeleton, .line = kIsSkeleton},
                     {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}},
      .attributes = kNewParameters,
      .effects = kCreates,

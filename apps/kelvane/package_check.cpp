@@ -46,7 +46,7 @@ bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(no
 
 std::vector<std::string> actionKeys() {
   std::vector<std::string> keys;
-  for (const engine::ActionRow& row : engine::actionTable()) keys.push_back(text::toUtf8(row.key));
+  for (const engine::Action& row : engine::actionTable()) keys.push_back(text::toUtf8(row.key));
   return keys;
 }
 std::vector<std::string> predicateKeys() {
@@ -113,7 +113,7 @@ class Document {
     if (has(task, L"deak") && attribute(task, L"deak") != "false") return;
     const std::string type = attribute(task, L"type");
     if (!has(task, L"type")) return add(task, "an action without 'type'");
-    const engine::ActionRow* row = engine::findAction(text::fromUtf8(type));
+    const engine::Action* row = engine::findAction(text::fromUtf8(type));
     if (row) {
       checkAction(task, type, *row);
     } else if (documents::isPredicate(text::fromUtf8(type))) {
@@ -263,12 +263,11 @@ class Document {
                        [&](const std::string& member) { return test(text::lower(member)); });
   }
 
-  void checkAction(const XmlNode& task, const std::string& type, const engine::ActionRow& row) {
+  void checkAction(const XmlNode& task, const std::string& type, const engine::Action& row) {
     if (type == "openXLSReport")
       return add(task, "action 'openXLSReport' was removed; 'openCSVReport' takes its place");
     if (type == "editModelParameterFromPrueftrail") return add(task, "action '" + type + "' was removed");
-    if (row.group == engine::Group::knownEmpty) return add(task, "action '" + type + "' does nothing");
-    if (!row.function) return add(task, "action '" + type + "' isn't carried out by this version");
+    if (row.group == engine::Group::withoutEffect) return add(task, "action '" + type + "' does nothing");
     const std::string wanted = wantedVersion(type);
     const std::string version = attribute(task, L"version");
     if (version != wanted) {

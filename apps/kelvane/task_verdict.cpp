@@ -63,13 +63,13 @@ class Judge {
   void judge(const XmlNode& node, TaskVerdict& verdict) {
     if (has(node, L"deak") && valueOf(node, L"deak") != L"false") return void(verdict.reason = "it is switched off");
     const std::wstring_view type = valueOf(node, L"type");
-    const engine::ActionRow* row = engine::findAction(type);
+    const engine::Action* row = engine::findAction(type);
     if (!row) {
       verdict.reason =
           documents::isPredicate(type) ? "it is a filter: its answer is dropped" : "there is no such action";
       return;
     }
-    if (!row->function || row->group == engine::Group::knownEmpty) {
+    if (row->group == engine::Group::withoutEffect) {
       return void(verdict.reason = "this version doesn't carry it out");
     }
     const std::string wanted = wantedVersion(verdict.type), given = text::toUtf8(valueOf(node, L"version"));

@@ -5,7 +5,7 @@ namespace actions {
 namespace {
 
 // clang-format off
-constexpr Family kFamilies[] = {
+constexpr OldFamily kOldFamilies[] = {
     &creoLogActions,
     &workingFolderActions,
     &configOptionActions,
@@ -22,7 +22,6 @@ constexpr Family kFamilies[] = {
     &webRequestActions,
     &groupActionsFamily,
     &saveActions,
-    &parameterActions,
     &editParameterActions,
     &deleteParameterActions,
     &editFromTableActions,
@@ -48,9 +47,6 @@ constexpr Family kFamilies[] = {
     &geometryReportActions,
     &familyTableActions,
     &breakUpActions,
-    &layerActions,
-    &layerStateActions,
-    &layerTemplateActions,
     &materialActions,
     &replaceMaterialActions,
     &editMaterialActions,
@@ -83,10 +79,17 @@ constexpr Family kFamilies[] = {
     &exchangeExportActions,
     &dotMatrixActions,
 };
+constexpr Family kFamilies[] = {
+    &layerActions,
+    &layerStateActions,
+    &layerTemplateActions,
+    &parameterActions,
+};
 // clang-format on
 
 }  // namespace
 
+std::span<const OldFamily> oldFamilies() { return kOldFamilies; }
 std::span<const Family> allFamilies() { return kFamilies; }
 
 }  // namespace actions

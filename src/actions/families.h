@@ -13,7 +13,9 @@ struct ActionFunction {
   engine::Outcome (*function)(const engine::Task& task);
 };
 
-using Family = std::span<const ActionFunction> (*)();
+using OldFamily = std::span<const ActionFunction> (*)();
+std::span<const OldFamily> oldFamilies();
+using Family = std::span<const engine::Action> (*)();
 // The families below.
 std::span<const Family> allFamilies();
 
@@ -34,7 +36,7 @@ std::span<const ActionFunction> questionActions();  // environment/question.cpp
 std::span<const ActionFunction> webRequestActions();  // environment/web_request.cpp
 std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
-std::span<const ActionFunction> parameterActions();  // model/parameters.cpp
+std::span<const engine::Action> parameterActions();  // model/parameters.cpp
 std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
 std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
 std::span<const ActionFunction> editFromTableActions();  // model/edit_from_table.cpp
@@ -60,9 +62,9 @@ std::span<const ActionFunction> drawingReportActions();  // reports/drawing_data
 std::span<const ActionFunction> geometryReportActions();  // reports/geometry_report.cpp
 std::span<const ActionFunction> familyTableActions();  // model/family_tables.cpp
 std::span<const ActionFunction> breakUpActions();  // model/break_up.cpp
-std::span<const ActionFunction> layerActions();  // model/layers.cpp
-std::span<const ActionFunction> layerStateActions();  // model/layer_states.cpp
-std::span<const ActionFunction> layerTemplateActions();  // model/layer_template.cpp
+std::span<const engine::Action> layerActions();  // model/layers.cpp
+std::span<const engine::Action> layerStateActions();  // model/layer_states.cpp
+std::span<const engine::Action> layerTemplateActions();  // model/layer_template.cpp
 std::span<const ActionFunction> materialActions();  // model/add_material.cpp
 std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
 std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp

@@ -39,10 +39,10 @@ constexpr KeyRow kKeys[] = {
     {L"setServerActive", Group::withoutModel},
     {L"writeToCreoLog", Group::withoutModel},
     // Known, and empty.
-    {L"kv_reportNewRows", Group::knownEmpty},
-    {L"kv_reportCloseAll", Group::knownEmpty},
-    {L"getRegExpCheck", Group::knownEmpty},
-    {L"asmFastOpen", Group::knownEmpty},
+    {L"kv_reportNewRows", Group::withoutEffect},
+    {L"kv_reportCloseAll", Group::withoutEffect},
+    {L"getRegExpCheck", Group::withoutEffect},
+    {L"asmFastOpen", Group::withoutEffect},
     // Refused as one without a model.
     {L"reportModeldata", Group::modelNeeded},
     {L"reportDrawingdata", Group::modelNeeded},
@@ -132,57 +132,57 @@ constexpr KeyRow kKeys[] = {
     {L"editDrawingParameterFromModel", Group::modelNeeded},
     {L"deleteDoubleDefinedParameters", Group::modelNeeded},
     // Test their model themselves.
-    {L"addMaterial", Group::second},
-    {L"deleteMaterial", Group::second},
-    {L"replaceMaterial", Group::second},
-    {L"editMaterialFromFile", Group::second},
-    {L"renameLayer", Group::second},
-    {L"deleteLayer", Group::second},
-    {L"addLayerFromTemplate", Group::second},
-    {L"changeLayerStatus", Group::second},
-    {L"groupLayer", Group::second},
-    {L"addLayerState", Group::second},
-    {L"deleteLayerState", Group::second},
-    {L"setLayerState", Group::second},
-    {L"addCombState", Group::second},
-    {L"setCombState", Group::second},
-    {L"deleteCombState", Group::second},
-    {L"setCompDisplay", Group::second},
-    {L"addExplodeState", Group::second},
-    {L"setExplodeState", Group::second},
-    {L"deleteExplodeState", Group::second},
-    {L"addXsec", Group::second},
-    {L"setXsec", Group::second},
-    {L"deleteXsec", Group::second},
-    {L"updateXsec", Group::second},
-    {L"showXsec", Group::second},
-    {L"exportjpg", Group::second},
-    {L"exporttiff", Group::second},
-    {L"exportStep", Group::second},
-    {L"exportiges", Group::second},
-    {L"exportset", Group::second},
-    {L"exportsat", Group::second},
-    {L"exportProductView", Group::second},
-    {L"exportdxf", Group::second},
-    {L"exportdwg", Group::second},
-    {L"exportpdf", Group::second},
-    {L"exportpdf2d", Group::second},
-    {L"addModelRelationLines", Group::second},
-    {L"deleteModelRelationLines", Group::second},
-    {L"editModelRelationLines", Group::second},
-    {L"setRelationUnitSensitive", Group::second},
-    {L"createSimpRep", Group::second},
-    {L"editSimpRep", Group::second},
-    {L"renameSimpRep", Group::second},
-    {L"setSimpRep", Group::second},
-    {L"deleteSimpRep", Group::second},
-    {L"deleteModelProProgramLines", Group::second},
-    {L"deleteModelProProgramInputLines", Group::second},
-    {L"writeInformationPDF", Group::second},
-    {L"reportFeatureParameter", Group::second},
-    {L"writeListReport", Group::second},
-    {L"openXLSReport", Group::second},
-    {L"editModelParameterFromPrueftrail", Group::second},
+    {L"addMaterial", Group::ownModelTest},
+    {L"deleteMaterial", Group::ownModelTest},
+    {L"replaceMaterial", Group::ownModelTest},
+    {L"editMaterialFromFile", Group::ownModelTest},
+    {L"renameLayer", Group::ownModelTest},
+    {L"deleteLayer", Group::ownModelTest},
+    {L"addLayerFromTemplate", Group::ownModelTest},
+    {L"changeLayerStatus", Group::ownModelTest},
+    {L"groupLayer", Group::ownModelTest},
+    {L"addLayerState", Group::ownModelTest},
+    {L"deleteLayerState", Group::ownModelTest},
+    {L"setLayerState", Group::ownModelTest},
+    {L"addCombState", Group::ownModelTest},
+    {L"setCombState", Group::ownModelTest},
+    {L"deleteCombState", Group::ownModelTest},
+    {L"setCompDisplay", Group::ownModelTest},
+    {L"addExplodeState", Group::ownModelTest},
+    {L"setExplodeState", Group::ownModelTest},
+    {L"deleteExplodeState", Group::ownModelTest},
+    {L"addXsec", Group::ownModelTest},
+    {L"setXsec", Group::ownModelTest},
+    {L"deleteXsec", Group::ownModelTest},
+    {L"updateXsec", Group::ownModelTest},
+    {L"showXsec", Group::ownModelTest},
+    {L"exportjpg", Group::ownModelTest},
+    {L"exporttiff", Group::ownModelTest},
+    {L"exportStep", Group::ownModelTest},
+    {L"exportiges", Group::ownModelTest},
+    {L"exportset", Group::ownModelTest},
+    {L"exportsat", Group::ownModelTest},
+    {L"exportProductView", Group::ownModelTest},
+    {L"exportdxf", Group::ownModelTest},
+    {L"exportdwg", Group::ownModelTest},
+    {L"exportpdf", Group::ownModelTest},
+    {L"exportpdf2d", Group::ownModelTest},
+    {L"addModelRelationLines", Group::ownModelTest},
+    {L"deleteModelRelationLines", Group::ownModelTest},
+    {L"editModelRelationLines", Group::ownModelTest},
+    {L"setRelationUnitSensitive", Group::ownModelTest},
+    {L"createSimpRep", Group::ownModelTest},
+    {L"editSimpRep", Group::ownModelTest},
+    {L"renameSimpRep", Group::ownModelTest},
+    {L"setSimpRep", Group::ownModelTest},
+    {L"deleteSimpRep", Group::ownModelTest},
+    {L"deleteModelProProgramLines", Group::ownModelTest},
+    {L"deleteModelProProgramInputLines", Group::ownModelTest},
+    {L"writeInformationPDF", Group::ownModelTest},
+    {L"reportFeatureParameter", Group::ownModelTest},
+    {L"writeListReport", Group::ownModelTest},
+    {L"openXLSReport", Group::ownModelTest},
+    {L"editModelParameterFromPrueftrail", Group::ownModelTest},
 };
 
 Outcome announceEmpty(const Task& task) {
@@ -206,34 +206,44 @@ constexpr actions::ActionFunction kRemoved[] = {
     {L"editModelParameterFromPrueftrail", &auditTrailIsRemoved},
 };
 
-std::vector<ActionRow> buildTable() {
+std::vector<Action> buildTable() {
   std::unordered_map<std::wstring_view, Function> functions;
+  std::unordered_map<std::wstring_view, const Action*> rows;
   for (const auto& row : kRemoved) functions.emplace(row.key, row.function);
-  for (const actions::Family family : actions::allFamilies())
+  for (const actions::OldFamily family : actions::oldFamilies())
     for (const auto& row : family()) functions.emplace(row.key, row.function);
+  for (const actions::Family family : actions::allFamilies())
+    for (const Action& row : family()) rows.emplace(row.key, &row);
 
-  std::vector<ActionRow> table;
+  std::vector<Action> table;
   table.reserve(std::size(kKeys));
   for (const KeyRow& row : kKeys) {
+    if (const auto found = rows.find(row.key); found != rows.end()) {
+      table.push_back(*found->second);
+      continue;
+    }
     const auto found = functions.find(row.key);
-    Function function = found == functions.end() ? nullptr : found->second;
-    if (row.group == Group::knownEmpty) function = &announceEmpty;
-    table.push_back({row.key, row.group, function});
+    Function function = row.group == Group::withoutEffect ? &announceEmpty : found->second;
+    table.push_back({.key = row.key,
+                     .place = static_cast<int>(table.size()),
+                     .group = row.group,
+                     .function = function,
+                     .oldFrame = true});
   }
   return table;
 }
 
 }  // namespace
 
-std::span<const ActionRow> actionTable() {
-  static const std::vector<ActionRow> table = buildTable();
+std::span<const Action> actionTable() {
+  static const std::vector<Action> table = buildTable();
   return table;
 }
 
-const ActionRow* findAction(std::wstring_view key) {
+const Action* findAction(std::wstring_view key) {
   static const auto index = [] {
-    std::unordered_map<std::wstring_view, const ActionRow*> rows;
-    for (const ActionRow& row : actionTable()) rows.emplace(row.key, &row);
+    std::unordered_map<std::wstring_view, const Action*> rows;
+    for (const Action& row : actionTable()) rows.emplace(row.key, &row);
     return rows;
   }();
   const auto found = index.find(key);

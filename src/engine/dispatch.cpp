@@ -39,16 +39,13 @@ void takeCurrentModel(Subject& subject) {
     subject.extension = creo::typeExtension(type.value);
 }
 
-Outcome runRow(const ActionRow& row, const XmlNode& node, const Subject& subject) {
-  if (row.group == Group::modelNeeded && !subject.model) {
+Outcome runRow(const Action& action, const XmlNode& node, const Subject& subject) {
+  if (action.group == Group::modelNeeded && !subject.model) {
     core::logWrite(L"This function need a model to get worked on it", core::kError);
     return notHandled;
   }
-  if (!row.function) {
-    core::logWrite(text::format(L"%s: this version doesn't carry out this action", row.key), core::kError);
-    return done;
-  }
-  return row.function(Task(node, subject));
+  const Task task(node, subject);
+  return action.oldFrame ? action.function(task) : carryOut(action, task);
 }
 
 }  // namespace
@@ -59,9 +56,9 @@ Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
   takeCurrentModel(subject);
   const UnderWork work(subject.model);
 
-  const ActionRow* row = findAction(type);
-  const Outcome result = row ? runRow(*row, task, subject) : notHandled;
-  if (result != notHandled || (row && row->group == Group::second)) return result;
+  const Action* action = findAction(type);
+  const Outcome result = action ? runRow(*action, task, subject) : notHandled;
+  if (result != notHandled || (action && action->group == Group::ownModelTest)) return result;
 
   // A filter's predicate may stand in a list: it runs for its side effects and its answer is dropped. A type that is no
   // action's either is named by the look-up; an action that lacks its model is known, and has its line. What is said of

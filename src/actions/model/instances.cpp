@@ -29,6 +29,14 @@ std::optional<engine::Outcome> passInstances(const engine::Task& task, bool& gen
   return std::nullopt;
 }
 
+bool announceFamily(const engine::Task& task) {
+  if (documents::isInstance(task.model()) == documents::kTrue) core::logMsgId(kIsInstanceMessage, core::kNormal, 1);
+  const bool generic = (task.extensionIs(L"PRT") || task.extensionIs(L"ASM")) && task.isTrue(L"forInstances") &&
+                       documents::isGeneric(task.model()) == documents::kTrue;
+  if (generic) core::logMsgId(kIsGenericMessage, core::kNormal, 1);
+  return generic;
+}
+
 bool visitInstances(creo::ProMdl generic,
                     creo::FunctionRef<void(const creo::ProFaminstance& instance, creo::ProMdl model)> visit) {
   const auto table = creo::ProFamtableInit(generic);

@@ -27,7 +27,6 @@ void addToState(const ProLayerstate& state, const NamedLayer& found, std::wstrin
 }
 
 Outcome addLayerState(const Task& task) {
-  if (const auto ended = beginOnLayers(task, L"add layer state")) return *ended;
   const auto name = filledIn(task, task.attribute(L"statename"));
   if (!name) return done;
   const auto state = creo::ProLayerstateCreate(task.model(), *name);
@@ -60,7 +59,6 @@ std::vector<NamedState> statesThatFit(creo::ProMdl model, std::wstring_view patt
 }
 
 Outcome deleteLayerState(const Task& task) {
-  if (const auto ended = beginOnLayers(task, L"delete layer state")) return *ended;
   for (const Task::Numbered& name : task.numberedAll(L"name_", kMostLayerNames)) {
     const auto pattern = filledIn(task, name.value);
     if (!pattern) continue;
@@ -75,7 +73,6 @@ Outcome deleteLayerState(const Task& task) {
 }
 
 Outcome setLayerState(const Task& task) {
-  if (const auto ended = beginOnLayers(task, L"set layer state")) return *ended;
   const auto pattern = filledIn(task, task.attribute(L"statename"));
   if (!pattern) return done;
   const auto states = statesThatFit(task.model(), *pattern);
@@ -88,11 +85,54 @@ Outcome setLayerState(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {
-    {L"addLayerState", &addLayerState}, {L"deleteLayerState", &deleteLayerState}, {L"setLayerState", &setLayerState}};
+constexpr Attribute kAddAttributes[] = {
+    {.name = L"statename", .variables = true, .need = Need::needed, .about = "the state's name"},
+    {.name = L"name_%d", .kind = Kind::pattern, .need = Need::needed, .about = "layers"},
+    {.name = L"value_%d",
+     .kind = Kind::word,
+     .words = L"normal|display|blank",
+     .about = "how they show; any other word: as they show now"},
+};
+constexpr Attribute kDeleteAttributes[] = {
+    {.name = L"name_%d", .kind = Kind::pattern, .variables = true, .need = Need::needed, .about = "layer states"},
+};
+constexpr Attribute kSetAttributes[] = {
+    {.name = L"statename", .kind = Kind::pattern, .variables = true, .need = Need::needed, .about = "layer states"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"addLayerState",
+     .place = 117,
+     .group = Group::ownModelTest,
+     .title = L"add layer state",
+     .conditions = kOnLayers,
+     .attributes = kAddAttributes,
+     .effects = kEffects,
+     .about = "makes a layer state of layers and how they show",
+     .function = &addLayerState},
+    {.key = L"deleteLayerState",
+     .place = 118,
+     .group = Group::ownModelTest,
+     .title = L"delete layer state",
+     .conditions = kOnLayers,
+     .attributes = kDeleteAttributes,
+     .effects = kEffects,
+     .about = "deletes layer states",
+     .function = &deleteLayerState},
+    {.key = L"setLayerState",
+     .place = 119,
+     .group = Group::ownModelTest,
+     .title = L"set layer state",
+     .conditions = kOnLayers,
+     .attributes = kSetAttributes,
+     .effects = kEffects,
+     .about = "activates the first layer state that fits",
+     .function = &setLayerState},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> layerStateActions() { return kActions; }
+std::span<const Action> layerStateActions() { return kActions; }
 
 }  // namespace actions

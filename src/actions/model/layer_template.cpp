@@ -230,7 +230,6 @@ bool createLayer(const Task& task, std::wstring_view name) {
 }
 
 Outcome addLayerFromTemplate(const Task& task) {
-  if (const auto ended = beginOnLayers(task, core::msgText(kTitle))) return *ended;
   if (wildcardCompare(kIntegerPattern, task.attribute(L"rowc")) != 1) {
     core::logMsgPlain(kBadCount, core::kError);
     return done;
@@ -247,10 +246,38 @@ Outcome addLayerFromTemplate(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"addLayerFromTemplate", &addLayerFromTemplate}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"rowc", .kind = Kind::integer, .need = Need::needed, .about = "how many rows of names there are"},
+    {.name = L"name_%d",
+     .need = Need::needed,
+     .numbers = Numbers::counted,
+     .counter = L"rowc",
+     .about = "a layer's name, up to 31 characters"},
+    {.name = L"view",
+     .kind = Kind::model,
+     .variables = true,
+     .folder = L"models",
+     .about = "the template's file; @default_layer_model@: the model of that option; empty: layers without rules"},
+    {.name = L"indep", .kind = Kind::flag, .words = L"true", .about = "the rules become independent"},
+    {.name = L"assoc", .kind = Kind::flag, .words = L"true", .about = "they become associative"},
+    {.name = L"indeprev", .kind = Kind::flag, .words = L"true", .about = "then the independence is taken back"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"addLayerFromTemplate",
+     .place = 114,
+     .group = Group::ownModelTest,
+     .title = kTitle,
+     .conditions = kOnLayers,
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::options,
+                 .changes = Touched::model | Touched::session | Touched::options | Touched::files},
+     .about = "makes layers with the rules of a template",
+     .function = &addLayerFromTemplate},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> layerTemplateActions() { return kActions; }
+std::span<const Action> layerTemplateActions() { return kActions; }
 
 }  // namespace actions

@@ -9,7 +9,6 @@
 #include "actions/families.h"
 #include "core/messages.h"
 #include "creo/ProUtil.h"
-#include "documents/predicates.h"
 #include "engine/compare.h"
 #include "engine/comparison_watch.h"
 #include "text/format.h"
@@ -23,18 +22,6 @@ using creo::ProItemType;
 using creo::ProLayer;
 using creo::ProLayerDisplay;
 using creo::ProModelitem;
-
-std::optional<Outcome> beginOnLayers(const Task& task, std::wstring_view title) {
-  constexpr int kInstanceRefused = 5;
-  if (const auto ended = begin(task, {.title = title})) return ended;
-  if (!task.model()) {
-    core::logWrite(L"This function need a model to get worked on it", core::kError);
-    return refused;
-  }
-  if (documents::isInstance(task.model()) != documents::kTrue) return std::nullopt;
-  core::logMsgPlain(kInstanceRefused, core::kWarning);
-  return refused;
-}
 
 void eachLayer(creo::ProMdl model, std::wstring_view pattern, creo::FunctionRef<ProError(const NamedLayer&)> work) {
   const ProError result = creo::ProMdlLayerVisit(model, [&](const ProLayer& layer) {
@@ -233,7 +220,6 @@ class EmptyLayers {
 };
 
 Outcome deleteLayer(const Task& task) {
-  if (const auto ended = beginOnLayers(task, core::msgText(kDeleteTitle))) return *ended;
   takeLayerDialogAway();
   Deletion(task).run();
   if (!task.isTrue(L"delallempty")) return done;
@@ -314,7 +300,6 @@ class Renaming {
 };
 
 Outcome renameLayer(const Task& task) {
-  if (const auto ended = beginOnLayers(task, core::msgText(kRenameTitle))) return *ended;
   Renaming(task).run();
   return done;
 }
@@ -340,7 +325,6 @@ void saveStatus(creo::ProMdl model) {
 }
 
 Outcome changeLayerStatus(const Task& task) {
-  if (const auto ended = beginOnLayers(task, core::msgText(kStatusTitle))) return *ended;
   for (const Task::Numbered& name : task.numberedAll(L"name_", kMostLayerNames)) {
     const auto word = task.numbered(L"value_%d", name.number);
     const auto pattern = word ? filledIn(task, name.value) : std::nullopt;
@@ -365,7 +349,6 @@ void putBelow(const NamedLayer& child, const NamedLayer& parent) {
 }
 
 Outcome groupLayer(const Task& task) {
-  if (const auto ended = beginOnLayers(task, core::msgText(kGroupTitle))) return *ended;
   for (const Task::Numbered& name : task.numberedAll(L"name_", kMostLayerNames))
     eachLayer(task.model(), task.attribute(L"copyTo"), [&](const NamedLayer& parent) {
       eachLayer(task.model(), name.value, [&](const NamedLayer& child) {
@@ -377,13 +360,78 @@ Outcome groupLayer(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"deleteLayer", &deleteLayer},
-                                       {L"renameLayer", &renameLayer},
-                                       {L"changeLayerStatus", &changeLayerStatus},
-                                       {L"groupLayer", &groupLayer}};
+constexpr Attribute kDeleteAttributes[] = {
+    {.name = L"name_%d", .kind = Kind::pattern, .need = Need::oneOf, .about = "layers that go"},
+    {.name = L"copyTo", .kind = Kind::pattern, .about = "layers that get the deleted ones' items first"},
+    {.name = L"delallempty",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "then all layers without items go"},
+};
+constexpr Attribute kRenameAttributes[] = {
+    {.name = L"namef_%d", .kind = Kind::pattern, .need = Need::needed, .about = "layers"},
+    {.name = L"namet_%d", .need = Need::needed, .about = "their new name"},
+    {.name = L"ifLayExists",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "where another layer has the name, the items go to it; else both stay"},
+};
+constexpr Attribute kStatusAttributes[] = {
+    {.name = L"name_%d", .kind = Kind::pattern, .variables = true, .need = Need::needed, .about = "layers"},
+    {.name = L"value_%d",
+     .kind = Kind::word,
+     .words = L"normal|display|blank",
+     .need = Need::needed,
+     .about = "how they show from now on"},
+    {.name = L"saveLS", .kind = Kind::flag, .words = L"true", .about = "what they show is saved with the model"},
+};
+constexpr Attribute kGroupAttributes[] = {
+    {.name = L"copyTo", .kind = Kind::pattern, .need = Need::needed, .about = "the layers that others are put on"},
+    {.name = L"name_%d", .kind = Kind::pattern, .need = Need::needed, .about = "the layers that are put there"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"renameLayer",
+     .place = 112,
+     .group = Group::ownModelTest,
+     .title = kRenameTitle,
+     .conditions = kOnLayers,
+     .attributes = kRenameAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "renames layers",
+     .function = &renameLayer},
+    {.key = L"deleteLayer",
+     .place = 113,
+     .group = Group::ownModelTest,
+     .title = kDeleteTitle,
+     .conditions = kOnLayers,
+     .attributes = kDeleteAttributes,
+     .effects = {.changes = Touched::model | Touched::session},
+     .about = "deletes layers; what was on them stays in the model",
+     .function = &deleteLayer},
+    {.key = L"changeLayerStatus",
+     .place = 115,
+     .group = Group::ownModelTest,
+     .title = kStatusTitle,
+     .conditions = kOnLayers,
+     .attributes = kStatusAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "shows or hides layers",
+     .function = &changeLayerStatus},
+    {.key = L"groupLayer",
+     .place = 116,
+     .group = Group::ownModelTest,
+     .title = kGroupTitle,
+     .conditions = kOnLayers,
+     .attributes = kGroupAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "puts layers on other layers",
+     .function = &groupLayer},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> layerActions() { return kActions; }
+std::span<const Action> layerActions() { return kActions; }
 
 }  // namespace actions

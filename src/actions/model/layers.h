@@ -13,8 +13,8 @@ namespace actions {
 
 constexpr int kMostLayerNames = 100;  // of a numbered list
 
-// Title, version, filter; an instance is refused, since layers are its generic's. Nothing: the action may go on.
-std::optional<engine::Outcome> beginOnLayers(const engine::Task& task, std::wstring_view title);
+// An instance is refused, since layers are its generic's.
+constexpr engine::Conditions kOnLayers = {engine::kFilter, engine::kModelThere, engine::kNotInstance};
 
 struct NamedLayer {
   creo::ProLayer layer;

@@ -23,14 +23,11 @@ using namespace engine;
 constexpr int kAddTitle = 58, kAddToFeatureTitle = 222, kAlternativeTitle = 406;
 constexpr int kDesignateTitle = 10, kDesignate = 11, kSetToFalse = 12, kSetToTrue = 13, kDesignationFailed = 14;
 constexpr int kAllTrue = 15, kAllFalse = 16;
-constexpr int kInstanceRefused = 5, kIsSkeleton = 420, kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409,
-              kColumnFailed = 410;
+constexpr int kIsSkeleton = 420, kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
 Outcome addModelParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kAddTitle)})) return *ended;
-  bool generic = false;
-  if (const auto ended = passInstances(task, generic)) return *ended;
+  const bool generic = announceFamily(task);
   const auto owner = creo::ProMdlToModelitem(task.model());
   if (!owner) {
     core::logWrite(kNoOwner, core::kError);
@@ -42,22 +39,12 @@ Outcome addModelParameter(const Task& task) {
 }
 
 Outcome addMaterialParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add material parameter"})) return *ended;
-  if (documents::isSkeleton(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kIsSkeleton, core::kWarning);
-    return refused;
-  }
-  if (documents::isInstance(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kInstanceRefused, core::kWarning);
-    return done;
-  }
   if (const auto owner = currentMaterial(task.model(), core::kError))
     addParametersFromAction(task, {.model = task.model(), .owner = *owner});
   return done;
 }
 
 Outcome addFeatureParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kAddToFeatureTitle)})) return *ended;
   visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& name) {
     core::logIndented(text::format(L"KE: %d %s", feature.id, name), core::kNormal, 1);
     addParametersFromAction(
@@ -68,9 +55,7 @@ Outcome addFeatureParameter(const Task& task) {
 }
 
 Outcome changeAllDesignationFlags(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kDesignateTitle)})) return *ended;
-  bool generic = false;
-  if (const auto ended = passInstances(task, generic)) return *ended;
+  announceFamily(task);
   const bool wanted = task.isTrue(L"to");
   core::logMsgId(kDesignate, core::kNormal, 1);
   const auto owner = creo::ProMdlToModelitem(task.model());
@@ -125,12 +110,6 @@ void addAlternativeColumn(const creo::ProFamtable& table, std::wstring_view name
 }
 
 Outcome addModelParameterToFamilyTable(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kAlternativeTitle)})) return *ended;
-  if (documents::isInstance(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kInstanceRefused, core::kWarning);
-    return done;
-  }
-  if (const auto ended = passFilter(task)) return *ended;
   const auto table = creo::ProFamtableInit(task.model());
   if (!table) {
     core::logMsgPlain(kNoTable, core::kWarning);
@@ -141,14 +120,136 @@ Outcome addModelParameterToFamilyTable(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"addModelParameter", &addModelParameter},
-                                       {L"addMaterialParameter", &addMaterialParameter},
-                                       {L"addKEParameter", &addFeatureParameter},
-                                       {L"changeAllDesignationFlags", &changeAllDesignationFlags},
-                                       {L"addModelParameterToFamilyTable", &addModelParameterToFamilyTable}};
+constexpr Attribute kForInstances[] = {{.name = L"forInstances",
+                                        .kind = Kind::flag,
+                                        .words = L"true",
+                                        .about = "false: instances are left alone; true: in a generic each parameter "
+                                                 "becomes a column of the family table"}};
+constexpr Attribute kNewParameters[] = {
+    {.name = L"count", .kind = Kind::integer, .about = "how many numbers are looked at; 100 when absent or empty"},
+    {.name = L"name_%d",
+     .variables = true,
+     .need = Need::needed,
+     .numbers = Numbers::counted,
+     .counter = L"count",
+     .about = "the name"},
+    {.name = L"type_%d",
+     .kind = Kind::word,
+     .words = L"String|Integer|Double|Boolean",
+     .need = Need::needed,
+     .numbers = Numbers::counted,
+     .counter = L"count",
+     .about = "the type"},
+    {.name = L"value_%d", .numbers = Numbers::counted, .counter = L"count", .about = "the value, without variables"},
+    {.name = L"unit_%d",
+     .kind = Kind::unit,
+     .numbers = Numbers::counted,
+     .counter = L"count",
+     .about = "a unit such as mm; numbers alone have one"},
+    {.name = L"description_%d",
+     .numbers = Numbers::counted,
+     .counter = L"count",
+     .about = "a description of at most 80 characters"},
+    {.name = L"designated_%d",
+     .kind = Kind::flag,
+     .words = L"true",
+     .numbers = Numbers::counted,
+     .counter = L"count",
+     .about = "designates the parameter"},
+    {.name = L"desig",
+     .kind = Kind::present,
+     .about = "present: new parameters are designated as told; true: existing ones too"},
+    {.name = L"descr", .kind = Kind::flag, .words = L"true", .about = "existing parameters get the description too"},
+};
+constexpr Attribute kFeatures[] = {
+    {.name = L"feat",
+     .kind = Kind::word,
+     .words = L"1|2|3|4",
+     .need = Need::needed,
+     .about = "which features: 1 those of feattype, 2 the one with featid, 3 all, 4 the first that fits featname"},
+    {.name = L"feattype", .kind = Kind::feature, .about = "a code of a feature type"},
+    {.name = L"featid", .kind = Kind::integer, .about = "an id"},
+    {.name = L"featname", .kind = Kind::pattern, .about = "a feature's name"},
+};
+constexpr Attribute kDesignation[] = {
+    {.name = L"to",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::needed,
+     .about = "true designates, anything else takes it away"},
+};
+constexpr auto kModelAttributes = joined(kForInstances, kNewParameters);
+constexpr auto kFeatureAttributes = joined(kFeatures, kNewParameters);
+constexpr auto kDesignationAttributes = joined(kDesignation, kForInstances);
+
+constexpr Effects kCreates{.changes = Touched::model | Touched::family};
+
+// One of Creo's alternative mass properties.
+constexpr Attribute alternative(std::wstring_view name, std::string_view about) {
+  return {.name = name, .kind = Kind::flag, .words = L"true", .need = Need::oneOf, .about = about};
+}
+constexpr Attribute kAlternativeAttributes[] = {
+    alternative(L"source", "the column PRO_MP_SOURCE"),
+    alternative(L"mass", "the column PRO_MP_ALT_MASS"),
+    alternative(L"volume", "the column PRO_MP_ALT_VOLUME"),
+    alternative(L"area", "the column PRO_MP_ALT_AREA"),
+    alternative(L"cogx", "the centre of gravity, PRO_MP_ALT_COGX"),
+    alternative(L"cogy", "PRO_MP_ALT_COGY"),
+    alternative(L"cogz", "PRO_MP_ALT_COGZ"),
+    alternative(L"ixx", "the inertia, PRO_MP_ALT_IXX"),
+    alternative(L"iyy", "PRO_MP_ALT_IYY"),
+    alternative(L"izz", "PRO_MP_ALT_IZZ"),
+    alternative(L"ixz", "PRO_MP_ALT_IXZ"),
+    alternative(L"iyz", "PRO_MP_ALT_IYZ"),
+    alternative(L"ixy", "PRO_MP_ALT_IXY"),
+};
+
+constexpr Action kActions[] = {
+    {.key = L"changeAllDesignationFlags",
+     .place = 93,
+     .title = kDesignateTitle,
+     .conditions = {kFilter, kInstancesAsTold},
+     .attributes = kDesignationAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "designates all parameters of the model, or takes the designation from all",
+     .function = &changeAllDesignationFlags},
+    {.key = L"addModelParameter",
+     .place = 94,
+     .title = kAddTitle,
+     .conditions = {kFilter, kInstancesAsTold},
+     .attributes = kModelAttributes,
+     .effects = kCreates,
+     .about = "creates parameters in the model; one that is there keeps its value",
+     .function = &addModelParameter},
+    {.key = L"addMaterialParameter",
+     .place = 95,
+     .title = L"Add material parameter",
+     .conditions = {kFilter,
+                    {.test = Test::notSkeleton, .line = kIsSkeleton},
+                    {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}},
+     .attributes = kNewParameters,
+     .effects = kCreates,
+     .about = "creates parameters in the current material of a part",
+     .function = &addMaterialParameter},
+    {.key = L"addKEParameter",
+     .place = 97,
+     .title = kAddToFeatureTitle,
+     .attributes = kFeatureAttributes,
+     .effects = kCreates,
+     .about = "creates parameters in features",
+     .function = &addFeatureParameter},
+    {.key = L"addModelParameterToFamilyTable",
+     .place = 98,
+     .title = kAlternativeTitle,
+     .conditions = {{.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}, kFilter},
+     .attributes = kAlternativeAttributes,
+     .effects = kCreates,
+     .about = "makes alternative mass properties columns of a generic's family table",
+     .function = &addModelParameterToFamilyTable},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> parameterActions() { return kActions; }
+std::span<const Action> parameterActions() { return kActions; }
 
 }  // namespace actions

@@ -1,0 +1,146 @@
+#include "engine/action.h"
+
+#include <algorithm>
+
+#include "core/messages.h"
+#include "creo/ProMdl.h"
+#include "documents/filter.h"
+#include "documents/predicates.h"
+#include "engine/task.h"
+#include "text/format.h"
+#include "text/letters.h"
+
+namespace engine {
+namespace {
+
+using creo::ProMdlType;
+
+constexpr std::wstring_view kNumberSign = L"%d";
+
+bool hasType(const Task& task, std::initializer_list<ProMdlType> types) {
+  const auto type = creo::ProMdlTypeGet(task.model());
+  return type && std::find(types.begin(), types.end(), type.value) != types.end();
+}
+
+bool passesFilter(const Task& task) {
+  return documents::filterCheck(task.node(), task.subject().extension, task.model()) == documents::kFilterHolds;
+}
+bool isForAll(const Task& task) {
+  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
+  return !isOff(L"forPRT") && !isOff(L"forASM") && !isOff(L"forDRW") && !task.isTrue(L"forEF");
+}
+bool isInstance(const Task& task) { return documents::isInstance(task.model()) == documents::kTrue; }
+bool isSkeleton(const Task& task) { return documents::isSkeleton(task.model()) == documents::kTrue; }
+
+// "name_%d" stands for the whole list of them, which may have gaps.
+bool isThere(const Task& task, const Attribute& attribute) {
+  if (!attribute.name.ends_with(kNumberSign)) return task.has(attribute.name);
+  return !task.numbers(attribute.name.substr(0, attribute.name.size() - kNumberSign.size()), attribute.most).empty();
+}
+bool hasWork(const Action& action, const Task& task) {
+  return std::any_of(action.attributes.begin(), action.attributes.end(), [&](const Attribute& attribute) {
+    return attribute.need == Need::oneOf && isThere(task, attribute);
+  });
+}
+
+bool isFilterTest(Test test) {
+  return test == Test::filter || test == Test::filterUnlessForAll || test == Test::filterWithModel ||
+         test == Test::noFilter;
+}
+
+// "The attribute 'name_0' is missing": the first of those any of which is work.
+std::wstring missingLine(const Action& action) {
+  const auto first = std::find_if(action.attributes.begin(), action.attributes.end(),
+                                  [](const Attribute& attribute) { return attribute.need == Need::oneOf; });
+  const std::wstring name = first == action.attributes.end() ? std::wstring() : text::format(first->name, 0);
+  return text::format(L"The attribute '%s' is missing", name);
+}
+
+void tellRefusal(const Action& action, const Condition& condition) {
+  if (condition.test == Test::anyOfTheWork) return core::logWrite(missingLine(action), condition.level);
+  if (condition.line.isThere()) core::logWrite(lineText(condition.line), condition.level);
+}
+
+// The attributes that the dispatch and the filter read.
+constexpr Attribute kCommon[] = {
+    {.name = L"type", .need = Need::needed, .about = "the action's key"},
+    {.name = L"version", .need = Need::needed, .about = "the form of the action that the list was written for"},
+    {.name = L"forPRT", .kind = Kind::flag, .words = L"true", .about = "the action works on parts"},
+    {.name = L"forASM", .kind = Kind::flag, .words = L"true", .about = "the action works on assemblies"},
+    {.name = L"forDRW", .kind = Kind::flag, .words = L"true", .about = "the action works on drawings"},
+    {.name = L"forEF", .kind = Kind::flag, .words = L"true", .about = "the filter inside the task decides too"},
+    {.name = L"deak", .kind = Kind::flag, .words = L"false", .about = "anything but false switches the action off"},
+};
+
+}  // namespace
+
+std::wstring_view lineText(const Line& line) {
+  return line.message >= 0 ? std::wstring_view(core::msgText(line.message)) : line.text;
+}
+
+bool holds(const Action& action, const Condition& condition, const Task& task) {
+  using enum Test;
+  switch (condition.test) {
+    case filter:
+      return passesFilter(task);
+    case filterUnlessForAll:
+      return isForAll(task) || passesFilter(task);
+    case filterWithModel:
+      return !task.model() || passesFilter(task);
+    case noFilter:
+      return true;
+    case model:
+      return static_cast<bool>(task.model());
+    case part:
+      return task.extensionIs(L"PRT");
+    case assembly:
+      return task.extensionIs(L"ASM");
+    case drawing:
+      return task.extensionIs(L"DRW");
+    case solidType:
+      return hasType(task, {ProMdlType::part, ProMdlType::assembly, ProMdlType::manufacturing});
+    case partType:
+      return hasType(task, {ProMdlType::part});
+    case assemblyType:
+      return hasType(task, {ProMdlType::assembly, ProMdlType::manufacturing});
+    case drawingType:
+      return hasType(task, {ProMdlType::drawing});
+    case anyType:
+      return hasType(task, {ProMdlType::part, ProMdlType::assembly, ProMdlType::manufacturing, ProMdlType::drawing});
+    case solidOrDrawingUser:
+      return hasType(task, {ProMdlType::assembly, ProMdlType::manufacturing, ProMdlType::drawing});
+    case notInstance:
+      return !isInstance(task);
+    case notSkeleton:
+      return !isSkeleton(task);
+    case instancesAsTold:
+      return task.attribute(L"forInstances") != L"false" || !isInstance(task);
+    case skeletonsAsTold:
+      return task.isTrue(L"forSkel") || !isSkeleton(task);
+    case anyOfTheWork:
+      return hasWork(action, task);
+  }
+  return false;
+}
+
+Outcome carryOut(const Action& action, const Task& task) {
+  core::logIndented(lineText(action.title), core::kNormal, 0);
+  if (task.attribute(L"version") != action.version) return wrongVersion;
+  for (const Condition& condition : action.conditions) {
+    if (!holds(action, condition, task)) {
+      tellRefusal(action, condition);
+      return condition.outcome;
+    }
+    if (isFilterTest(condition.test)) core::countAction();
+  }
+  return action.function(task);
+}
+
+std::span<const Attribute> commonAttributes() { return kCommon; }
+
+const Attribute* findAttribute(const Action& action, std::wstring_view name) {
+  const Attribute* own = core::findAttribute(action.attributes, name);
+  return own ? own : core::findAttribute(kCommon, name);
+}
+
+}  // namespace engine

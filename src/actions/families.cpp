@@ -62,21 +62,16 @@ constexpr OldFamily kOldFamilies[] = {
     &codeActions,
     &drawingTableActions,
     &replaceFormatActions,
-    &viewerExportActions,
-    &drawingExportActions,
-    &pdfExportActions,
     &featureActions,
     &componentActions,
     &modelFileActions,
     &replaceModelActions,
-    &pictureExportActions,
     &informationSheetActions,
     &viewActions,
     &annotationActions,
     &appearanceActions,
     &modelCheckActions,
     &sheetScaleActions,
-    &exchangeExportActions,
     &dotMatrixActions,
 };
 constexpr Family kFamilies[] = {
@@ -84,6 +79,11 @@ constexpr Family kFamilies[] = {
     &layerStateActions,
     &layerTemplateActions,
     &parameterActions,
+    &drawingExportActions,
+    &exchangeExportActions,
+    &pdfExportActions,
+    &pictureExportActions,
+    &viewerExportActions,
 };
 // clang-format on
 

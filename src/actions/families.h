@@ -80,21 +80,21 @@ std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
 std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
 std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
 std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
-std::span<const ActionFunction> viewerExportActions();  // exports/viewer_exports.cpp
-std::span<const ActionFunction> drawingExportActions();  // exports/drawing_exports.cpp
-std::span<const ActionFunction> pdfExportActions();  // exports/pdf_exports.cpp
+std::span<const engine::Action> viewerExportActions();  // exports/viewer_exports.cpp
+std::span<const engine::Action> drawingExportActions();  // exports/drawing_exports.cpp
+std::span<const engine::Action> pdfExportActions();  // exports/pdf_exports.cpp
 std::span<const ActionFunction> featureActions();  // model/features.cpp
 std::span<const ActionFunction> componentActions();  // model/components.cpp
 std::span<const ActionFunction> modelFileActions();  // model/model_files.cpp
 std::span<const ActionFunction> replaceModelActions();  // model/replace_model.cpp
-std::span<const ActionFunction> pictureExportActions();  // exports/pictures.cpp
+std::span<const engine::Action> pictureExportActions();  // exports/pictures.cpp
 std::span<const ActionFunction> informationSheetActions();  // reports/sheet/information_pdf.cpp
 std::span<const ActionFunction> viewActions();  // model/views.cpp
 std::span<const ActionFunction> annotationActions();  // model/annotations.cpp
 std::span<const ActionFunction> appearanceActions();  // model/appearance.cpp
 std::span<const ActionFunction> modelCheckActions();  // model/model_check.cpp
 std::span<const ActionFunction> sheetScaleActions();  // drawing/sheet_scale.cpp
-std::span<const ActionFunction> exchangeExportActions();  // exports/exchange_exports.cpp
+std::span<const engine::Action> exchangeExportActions();  // exports/exchange_exports.cpp
 std::span<const ActionFunction> dotMatrixActions();  // model/dot_matrix.cpp
 // clang-format on
 

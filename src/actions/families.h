@@ -68,18 +68,18 @@ std::span<const engine::Action> layerTemplateActions();  // model/layer_template
 std::span<const ActionFunction> materialActions();  // model/add_material.cpp
 std::span<const ActionFunction> replaceMaterialActions();  // model/replace_material.cpp
 std::span<const ActionFunction> editMaterialActions();  // model/edit_material.cpp
-std::span<const ActionFunction> symbolActions();  // drawing/symbols.cpp
-std::span<const ActionFunction> noteActions();  // drawing/notes.cpp
-std::span<const ActionFunction> noteTableActions();  // drawing/notes_from_file.cpp
-std::span<const ActionFunction> drawingModelActions();  // drawing/drawing_model.cpp
+std::span<const engine::Action> symbolActions();  // drawing/symbols.cpp
+std::span<const engine::Action> noteActions();  // drawing/notes.cpp
+std::span<const engine::Action> noteTableActions();  // drawing/notes_from_file.cpp
+std::span<const engine::Action> drawingModelActions();  // drawing/drawing_model.cpp
 std::span<const ActionFunction> combinedStateActions();  // model/combined_states.cpp
 std::span<const ActionFunction> explodeStateActions();  // model/explode_states.cpp
 std::span<const ActionFunction> simplifiedRepActions();  // model/simp_reps.cpp
 std::span<const ActionFunction> editSimplifiedRepActions();  // model/edit_simp_rep.cpp
 std::span<const ActionFunction> crossSectionActions();  // model/xsecs.cpp
-std::span<const ActionFunction> codeActions();  // drawing/codes.cpp
-std::span<const ActionFunction> drawingTableActions();  // drawing/tables.cpp
-std::span<const ActionFunction> replaceFormatActions();  // drawing/replace_format.cpp
+std::span<const engine::Action> codeActions();  // drawing/codes.cpp
+std::span<const engine::Action> drawingTableActions();  // drawing/tables.cpp
+std::span<const engine::Action> replaceFormatActions();  // drawing/replace_format.cpp
 std::span<const engine::Action> viewerExportActions();  // exports/viewer_exports.cpp
 std::span<const engine::Action> drawingExportActions();  // exports/drawing_exports.cpp
 std::span<const engine::Action> pdfExportActions();  // exports/pdf_exports.cpp
@@ -93,9 +93,9 @@ std::span<const ActionFunction> viewActions();  // model/views.cpp
 std::span<const ActionFunction> annotationActions();  // model/annotations.cpp
 std::span<const ActionFunction> appearanceActions();  // model/appearance.cpp
 std::span<const ActionFunction> modelCheckActions();  // model/model_check.cpp
-std::span<const ActionFunction> sheetScaleActions();  // drawing/sheet_scale.cpp
+std::span<const engine::Action> sheetScaleActions();  // drawing/sheet_scale.cpp
 std::span<const engine::Action> exchangeExportActions();  // exports/exchange_exports.cpp
-std::span<const ActionFunction> dotMatrixActions();  // model/dot_matrix.cpp
+std::span<const engine::Action> dotMatrixActions();  // model/dot_matrix.cpp
 // clang-format on
 
 }  // namespace actions

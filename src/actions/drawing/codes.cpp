@@ -116,8 +116,6 @@ void drawQr(const CodeSymbol& symbol, const barcode::QrCode& code, double module
 }
 
 Outcome setQRCode(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set QR Code"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   const auto code = qrCodeOf(task);
   if (!code) return done;
   const Replaced name = task.text(L"symname");
@@ -183,8 +181,6 @@ std::optional<double> narrowing(const Task& task) {
 }
 
 Outcome createPDF417Barcode(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Create PDF 417 barcode"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   auto code = pdf417Of(task);
   if (!code) return done;
   const auto module = codeLength(task, L"pixelsize");
@@ -198,10 +194,57 @@ Outcome createPDF417Barcode(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setQRCode", &setQRCode}, {L"createPDF417Barcode", &createPDF417Barcode}};
+// ---- rows
+
+constexpr Attribute kNameOfQr[] = {
+    {.name = L"symname", .variables = true, .need = Need::needed, .about = "the definition's name"},
+};
+constexpr Attribute kStrokesOfQr[] = {
+    {.name = L"pixelsize",
+     .kind = Kind::number,
+     .about = "edge of a module in units of the current sheet, above 0; absent: 1"},
+    {.name = L"color", .kind = Kind::integer, .about = "number of the strokes' color"},
+};
+constexpr Attribute kNameOfPdf417[] = {
+    {.name = L"symname", .need = Need::needed, .about = "the definition's name, without variables"},
+};
+constexpr Attribute kLevelOfPdf417[] = {
+    {.name = L"eclevel",
+     .kind = Kind::integer,
+     .range = {.least = 0, .most = kRecommendedLevel},
+     .about = "0 to 8: 2, 4, 8 ... 512 codewords for correction; 9: as many as are recommended"},
+};
+constexpr Attribute kStrokesOfPdf417[] = {
+    {.name = L"pixelsize",
+     .kind = Kind::number,
+     .need = Need::needed,
+     .about = "edge of a module in units of the current sheet, above 0"},
+    {.name = L"pixelslim", .kind = Kind::number, .about = "how much narrower the strokes are; absent or empty: 0"},
+};
+constexpr auto kQrAttributes = joined(kNameOfQr, kCodeLines, kQrForm, kStatedLetters, kStrokesOfQr);
+constexpr auto kPdf417Attributes = joined(kNameOfPdf417, kCodeLines, kLevelOfPdf417, kStatedLetters, kStrokesOfPdf417);
+
+constexpr Action kActions[] = {
+    {.key = L"setQRCode",
+     .place = 79,
+     .title = L"Set QR Code",
+     .conditions = kOnDrawings,
+     .attributes = kQrAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "draws a QR code into the current drawing as a symbol definition",
+     .function = &setQRCode},
+    {.key = L"createPDF417Barcode",
+     .place = 84,
+     .title = L"Create PDF 417 barcode",
+     .conditions = kOnDrawings,
+     .attributes = kPdf417Attributes,
+     .effects = {.changes = Touched::model},
+     .about = "draws a PDF417 code into the current drawing as a symbol definition",
+     .function = &createPDF417Barcode},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> codeActions() { return kActions; }
+std::span<const Action> codeActions() { return kActions; }
 
 }  // namespace actions

@@ -1,7 +1,6 @@
 #include "actions/drawing/details.h"
 
 #include "core/log.h"
-#include "creo/ProMdl.h"
 #include "text/format.h"
 
 namespace actions {
@@ -16,11 +15,6 @@ void tellResult(creo::ProError result, std::wstring_view success, std::wstring_v
     sayDetail(success);
   else
     failDetail(failure);
-}
-
-bool isDrawing(creo::ProMdl model) {
-  const auto type = creo::ProMdlTypeGet(model);
-  return type && type.value == creo::ProMdlType::drawing;
 }
 
 void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,

@@ -7,6 +7,7 @@
 
 #include "actions/drawing/sheet_entries.h"
 #include "creo/ProDtlattach.h"
+#include "engine/action.h"
 
 namespace actions {
 
@@ -17,8 +18,6 @@ void sayDetail(std::wstring_view text);
 void failDetail(std::wstring_view text);
 // The matching one of the two.
 void tellResult(creo::ProError result, std::wstring_view success, std::wstring_view failure);
-
-bool isDrawing(creo::ProMdl model);
 
 // Calls work for each sheet of the drawing and each entry that is for it, sheets first.
 using SheetEntryWork = creo::FunctionRef<void(const SheetFrame& frame, const SheetEntry& entry)>;
@@ -42,5 +41,56 @@ std::optional<creo::ProPoint> newPlace(const engine::Task& task, const SheetEntr
 // The attachment with the entry's new place `nposx_N`, `nposy_N`.
 creo::Got<creo::ProDtlattach> movedTo(const engine::Task& task, const SheetEntry& entry, const SheetFrame& frame,
                                       const creo::ProDtlattach& attachment);
+
+// ---- what rows have in common
+
+// Another model is left alone without a word.
+constexpr engine::Conditions kOnDrawings = {engine::kFilter,
+                                            {.test = engine::Test::drawingType, .outcome = engine::done}};
+
+// Where something new stands, and on the sheets of which format.
+constexpr engine::Attribute kPlaceOfNew[] = {
+    {.name = L"posx_%d",
+     .kind = engine::Kind::number,
+     .need = engine::Need::needed,
+     .about = "where it stands, in the sheet's coordinates; below 0 from the right edge"},
+    {.name = L"posy_%d",
+     .kind = engine::Kind::number,
+     .need = engine::Need::needed,
+     .about = "the same; below 0 from the upper edge"},
+    {.name = L"fn_%d",
+     .kind = engine::Kind::pattern,
+     .need = engine::Need::needed,
+     .about = "the name of the sheet's format; empty: every sheet; no_format: one without"},
+};
+constexpr engine::Attribute kSheet[] = {
+    {.name = L"sheet_%d",
+     .kind = engine::Kind::integer,
+     .variables = true,
+     .about = "the number of the sheet; absent, empty, 0 or -1: all sheets"},
+};
+// What is looked for at a place, within 5 units; a text that it holds is the alternative.
+constexpr engine::Attribute kWantedPlace[] = {
+    {.name = L"posx_%d",
+     .kind = engine::Kind::number,
+     .need = engine::Need::oneOf,
+     .about = "a place that they stand at, within 5 units of the sheet; below 0 from the right edge"},
+    {.name = L"posy_%d", .kind = engine::Kind::number, .about = "the same; below 0 from the upper edge"},
+};
+constexpr engine::Attribute kWantedFormat[] = {
+    {.name = L"fn_%d",
+     .kind = engine::Kind::pattern,
+     .about = "the name of the sheet's format; absent or empty: every sheet"},
+};
+constexpr engine::Attribute kNewPlace[] = {
+    {.name = L"nposx_%d",
+     .kind = engine::Kind::number,
+     .need = engine::Need::needed,
+     .about = "the new place, in the sheet's coordinates; below 0 from the right edge"},
+    {.name = L"nposy_%d",
+     .kind = engine::Kind::number,
+     .need = engine::Need::needed,
+     .about = "the same; below 0 from the upper edge"},
+};
 
 }  // namespace actions

@@ -28,8 +28,6 @@ std::wstring fileNameOf(creo::ProMdl model) {
 }
 
 Outcome setCurrentDrawingModel(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set current drawing model"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   const Replaced wanted = task.text(L"value");
   const auto models = creo::ProDrawingSolidsCollect(task.model());
   if (!wanted.hasText()) failDetail(L"The name of the model can't be put together");
@@ -45,10 +43,27 @@ Outcome setCurrentDrawingModel(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setCurrentDrawingModel", &setCurrentDrawingModel}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"value",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the model's name with extension, as gear.prt; the drawing's first one that fits is taken"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setCurrentDrawingModel",
+     .place = 78,
+     .title = L"Set current drawing model",
+     .conditions = kOnDrawings,
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model},
+     .about = "makes one of a drawing's models its current one",
+     .function = &setCurrentDrawingModel},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> drawingModelActions() { return kActions; }
+std::span<const Action> drawingModelActions() { return kActions; }
 
 }  // namespace actions

@@ -94,8 +94,6 @@ void addNoteOn(const Task& task, const NewNote& note, const SheetEntry& entry, i
 }
 
 Outcome addNote(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add note"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   const auto note = newNoteOf(task);
   if (!note) return done;
   const auto sheets = creo::ProDrawingSheetsCount(task.model());
@@ -137,10 +135,7 @@ void moveNoteTo(const Task& task, const SheetEntry& entry, const SheetFrame& fra
   tellResult(result, L"Note is moved", L"Can't move the note");
 }
 
-Outcome workNotes(const Task& task, std::wstring_view title, std::initializer_list<std::wstring_view> stems,
-                  DetailWork work) {
-  if (const auto ended = begin(task, {.title = title})) return *ended;
-  if (!isDrawing(task.model())) return done;
+Outcome workNotes(const Task& task, std::initializer_list<std::wstring_view> stems, DetailWork work) {
   eachSheetAndEntry(task, stems, [&](const SheetFrame& frame, const SheetEntry& entry) {
     const auto wanted = wantedPlace(task, entry, frame);
     creo::ProDrawingDtlnoteVisit(task.model(), frame.sheet, [&](const ProDtlnote& note) {
@@ -159,15 +154,68 @@ Outcome workNotes(const Task& task, std::wstring_view title, std::initializer_li
   return done;
 }
 
-Outcome moveNote(const Task& task) { return workNotes(task, L"Move Note", {L"nposx_"}, DetailWork::move); }
-Outcome deleteNote(const Task& task) {
-  return workNotes(task, L"Delete Note", {L"posx_", L"notetext_"}, DetailWork::remove);
-}
+Outcome moveNote(const Task& task) { return workNotes(task, {L"nposx_"}, DetailWork::move); }
+Outcome deleteNote(const Task& task) { return workNotes(task, {L"posx_", L"notetext_"}, DetailWork::remove); }
 
-constexpr ActionFunction kActions[] = {{L"addNote", &addNote}, {L"moveNote", &moveNote}, {L"deleteNote", &deleteNote}};
+// ---- rows
+
+constexpr Attribute kNote[] = {
+    {.name = L"notepath",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"models",
+     .about = "a text file with the lines, each of which may hold variables"},
+    {.name = L"noteheight",
+     .kind = Kind::number,
+     .about = "above 0: that many times the drawing's height of texts; absent or empty: that height"},
+};
+constexpr Attribute kSheetOfNew[] = {
+    {.name = L"sheet_%d",
+     .kind = Kind::integer,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the number of the sheet; empty, 0 or -1: all sheets"},
+};
+constexpr Attribute kText[] = {
+    {.name = L"notetext_%d",
+     .kind = Kind::pattern,
+     .need = Need::oneOf,
+     .about = "or a text that they hold, as it was entered"},
+};
+constexpr auto kAddAttributes = joined(kNote, kPlaceOfNew, kSheetOfNew);
+constexpr auto kFindAttributes = joined(kWantedPlace, kText, kWantedFormat, kSheet);
+constexpr auto kMoveAttributes = joined(kWantedPlace, kText, kWantedFormat, kSheet, kNewPlace);
+
+constexpr Action kActions[] = {
+    {.key = L"addNote",
+     .place = 75,
+     .title = L"Add note",
+     .conditions = kOnDrawings,
+     .attributes = kAddAttributes,
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .about = "writes the lines of a text file onto sheets of a drawing",
+     .function = &addNote},
+    {.key = L"moveNote",
+     .place = 76,
+     .title = L"Move Note",
+     .conditions = kOnDrawings,
+     .attributes = kMoveAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "moves notes of a drawing",
+     .function = &moveNote},
+    {.key = L"deleteNote",
+     .place = 77,
+     .title = L"Delete Note",
+     .conditions = kOnDrawings,
+     .attributes = kFindAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "deletes notes of a drawing that stand at a place or hold a text",
+     .function = &deleteNote},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> noteActions() { return kActions; }
+std::span<const Action> noteActions() { return kActions; }
 
 }  // namespace actions

@@ -243,8 +243,6 @@ void workSheet(const Task& task, int sheet, const Rows& rows, const std::vector<
 }
 
 Outcome editModelNotesFromFile(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
-  if (!isDrawing(task.model())) return Outcome::done;
   const CsvTable* table = tableOf(task);
   if (!table) return Outcome::done;
   const Columns columns = columnsOf(*table);
@@ -266,10 +264,35 @@ Outcome editModelNotesFromFile(const Task& task) {
   return Outcome::done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editModelNotesFromFile", &editModelNotesFromFile}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"path",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"reports",
+     .about = "the table: a CSV file, or a workbook"},
+    {.name = L"sep",
+     .kind = Kind::word,
+     .words = L"com|sem|;",
+     .about = "com: a comma between fields; else a semicolon"},
+    {.name = L"filetype", .kind = Kind::word, .words = L"1|0", .about = "1: UTF-8; else Windows-1252"},
+    {.name = L"curpage", .kind = Kind::flag, .words = L"true", .about = "only notes of the current sheet"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"editModelNotesFromFile",
+     .place = 61,
+     .title = kTitle,
+     .conditions = kOnDrawings,
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::programs,
+                 .changes = Touched::model | Touched::files},
+     .about = "gives notes of a drawing texts from a table, by their ids or by the texts that they had",
+     .function = &editModelNotesFromFile},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> noteTableActions() { return kActions; }
+std::span<const Action> noteTableActions() { return kActions; }
 
 }  // namespace actions

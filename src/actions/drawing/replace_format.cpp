@@ -150,8 +150,6 @@ void workSheets(const Task& task) {
 }
 
 Outcome replaceFormat(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
-  if (!isDrawing(task.model())) return done;
   creo::OptionGuard folder(L"pro_format_dir");
   if (!task.attribute(L"path").empty()) {
     const std::wstring path = task.path(L"path", L"models");
@@ -165,10 +163,44 @@ Outcome replaceFormat(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"replaceFormat", &replaceFormat}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"namef_%d",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .about = "the name of the sheet's present format; noFormatFound: a sheet without one"},
+    {.name = L"namet_%d",
+     .variables = true,
+     .need = Need::needed,
+     .about = "the new format: frame_a3, frame_a3.frm:2 for its second sheet, sheet.drw:3 for one of a drawing"},
+    {.name = L"path",
+     .kind = Kind::folder,
+     .variables = true,
+     .folder = L"models",
+     .about = "the folder of the new formats; empty or absent: where Creo always looks"},
+    {.name = L"onlyCurrentSheet", .kind = Kind::flag, .words = L"true", .about = "only the current sheet"},
+    {.name = L"multiModelsSel",
+     .kind = Kind::word,
+     .words = L"0|1|2|3",
+     .about = "3: the format is about the model that the present one's tables name; else about the current one"},
+    {.name = L"tab_%d",
+     .about =
+         "a table of the present format that stays: x:y or x:y:tolerance where it stands, or row!!column!!pattern"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"replaceFormat",
+     .place = 60,
+     .title = kTitle,
+     .conditions = kOnDrawings,
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::options,
+                 .changes = Touched::model | Touched::session | Touched::options},
+     .about = "gives sheets of a drawing another format",
+     .function = &replaceFormat},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> replaceFormatActions() { return kActions; }
+std::span<const Action> replaceFormatActions() { return kActions; }
 
 }  // namespace actions

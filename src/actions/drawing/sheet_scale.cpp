@@ -2,10 +2,10 @@
 #include <cmath>
 
 #include "actions/families.h"
-#include "actions/whole_model.h"
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProDrawingSheet.h"
+#include "engine/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -51,7 +51,6 @@ std::optional<Sheets> wantedSheets(const Task& task) {
 }
 
 Outcome setSheetScale(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Set sheet scale"}, {.drawings = true}, {L"scale"})) return *ended;
   const auto written = task.text(L"scale");
   const auto scale = scaleIn(written.hasText() ? std::wstring_view(written.text) : L"");
   if (!scale) {
@@ -70,10 +69,31 @@ Outcome setSheetScale(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setSheetScale", &setSheetScale}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"sheet",
+     .kind = Kind::integer,
+     .variables = true,
+     .about = "the number of a sheet; absent, empty, 0 or -1: all sheets"},
+    {.name = L"scale",
+     .kind = Kind::numbers,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "1:2, or a number above 0"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setSheetScale",
+     .place = 89,
+     .title = L"Set sheet scale",
+     .conditions = {kFilter, kDrawings, kAnyOfTheWork},
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "sets the scale of sheets; views with a scale of their own keep it",
+     .function = &setSheetScale},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> sheetScaleActions() { return kActions; }
+std::span<const Action> sheetScaleActions() { return kActions; }
 
 }  // namespace actions

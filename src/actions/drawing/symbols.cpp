@@ -83,8 +83,6 @@ void addSymbolOn(const Task& task, const SheetEntry& entry, const SheetFrame& fr
 }
 
 Outcome addSymbol(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add symbol"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   const Replaced name = task.text(L"symname");
   if (!name.hasText()) {
     failDetail(L"The name of the symbol can't be put together");
@@ -175,10 +173,7 @@ void workSymbol(const Task& task, const SheetEntry& entry, const SheetFrame& fra
   }
 }
 
-Outcome workSymbols(const Task& task, std::wstring_view title, std::initializer_list<std::wstring_view> stems,
-                    DetailWork work) {
-  if (const auto ended = begin(task, {.title = title})) return *ended;
-  if (!isDrawing(task.model())) return done;
+Outcome workSymbols(const Task& task, std::initializer_list<std::wstring_view> stems, DetailWork work) {
   eachSheetAndEntry(task, stems, [&](const SheetFrame& frame, const SheetEntry& entry) {
     const auto wanted = wantedPlace(task, entry, frame);
     creo::ProDrawingDtlsyminstVisit(task.model(), frame.sheet, [&](const ProDtlsyminst& symbol) {
@@ -194,19 +189,16 @@ Outcome workSymbols(const Task& task, std::wstring_view title, std::initializer_
   return done;
 }
 
-Outcome moveSymbol(const Task& task) { return workSymbols(task, L"Move Symbol", {L"nposx_"}, DetailWork::move); }
-Outcome deleteSymbol(const Task& task) {
-  return workSymbols(task, L"Delete Symbol", {L"posx_", L"symname_"}, DetailWork::remove);
-}
+Outcome moveSymbol(const Task& task) { return workSymbols(task, {L"nposx_"}, DetailWork::move); }
+Outcome deleteSymbol(const Task& task) { return workSymbols(task, {L"posx_", L"symname_"}, DetailWork::remove); }
 Outcome changeSymbolGroup(const Task& task) {
-  return workSymbols(task, L"Change Symbol Group", {L"posx_", L"symname_"}, DetailWork::changeGroup);
+  return workSymbols(task, {L"posx_", L"symname_"}, DetailWork::changeGroup);
 }
 
 // ---- definitions
 
 Outcome updateSymbolDefinitions(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Update symbol definitions"})) return *ended;
-  if (!isDrawing(task.model()) || task.has(L"path")) return done;
+  if (task.has(L"path")) return done;
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(task.model());
   for (const ProDtlsymdef& definition : definitions.value) {
     const auto name = creo::ProDtlsymdefNameGet(definition);
@@ -217,14 +209,82 @@ Outcome updateSymbolDefinitions(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"addSymbol", &addSymbol},
-                                       {L"moveSymbol", &moveSymbol},
-                                       {L"changeSymbolGroup", &changeSymbolGroup},
-                                       {L"deleteSymbol", &deleteSymbol},
-                                       {L"updateSymbolDefinitions", &updateSymbolDefinitions}};
+// ---- rows
+
+constexpr Attribute kSymbol[] = {
+    {.name = L"symname", .variables = true, .need = Need::needed, .about = "the symbol's name"},
+    {.name = L"sympath",
+     .kind = Kind::folder,
+     .variables = true,
+     .folder = L"models",
+     .about = "its folder; empty or @pro_symbol_dir@: that of the option, then the working folder"},
+};
+constexpr Attribute kName[] = {
+    {.name = L"symname_%d",
+     .kind = Kind::pattern,
+     .need = Need::oneOf,
+     .about = "or the name of the definition that they have"},
+};
+constexpr Attribute kGroup[] = {
+    {.name = L"nvariant_%d",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the group's name; the first group that fits is shown"},
+};
+constexpr Attribute kUpdateAttributes[] = {
+    {.name = L"path", .kind = Kind::present, .about = "a task that has it does nothing"},
+};
+constexpr auto kAddAttributes = joined(kSymbol, kPlaceOfNew, kSheet);
+constexpr auto kFindAttributes = joined(kWantedPlace, kName, kWantedFormat, kSheet);
+constexpr auto kMoveAttributes = joined(kWantedPlace, kName, kWantedFormat, kSheet, kNewPlace);
+constexpr auto kGroupAttributes = joined(kWantedPlace, kName, kWantedFormat, kSheet, kGroup);
+
+constexpr Action kActions[] = {
+    {.key = L"addSymbol",
+     .place = 70,
+     .title = L"Add symbol",
+     .conditions = kOnDrawings,
+     .attributes = kAddAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::options, .changes = Touched::model},
+     .about = "places a symbol on sheets of a drawing",
+     .function = &addSymbol},
+    {.key = L"moveSymbol",
+     .place = 71,
+     .title = L"Move Symbol",
+     .conditions = kOnDrawings,
+     .attributes = kMoveAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "moves placed symbols of a drawing",
+     .function = &moveSymbol},
+    {.key = L"changeSymbolGroup",
+     .place = 72,
+     .title = L"Change Symbol Group",
+     .conditions = kOnDrawings,
+     .attributes = kGroupAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "makes placed symbols show one group of their definition",
+     .function = &changeSymbolGroup},
+    {.key = L"deleteSymbol",
+     .place = 73,
+     .title = L"Delete Symbol",
+     .conditions = kOnDrawings,
+     .attributes = kFindAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "deletes placed symbols of a drawing; their definitions stay",
+     .function = &deleteSymbol},
+    {.key = L"updateSymbolDefinitions",
+     .place = 74,
+     .title = L"Update symbol definitions",
+     .conditions = kOnDrawings,
+     .attributes = kUpdateAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::options, .changes = Touched::model},
+     .about = "brings the symbol definitions of a drawing up to what their files say",
+     .function = &updateSymbolDefinitions},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> symbolActions() { return kActions; }
+std::span<const Action> symbolActions() { return kActions; }
 
 }  // namespace actions

@@ -2,6 +2,7 @@
 #include "actions/drawing/details.h"
 #include "actions/drawing/table_finder.h"
 #include "actions/families.h"
+#include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "text/format.h"
 
@@ -75,8 +76,13 @@ void addTables(const Task& task, const std::wstring& folder) {
     }
 }
 
+bool isDrawing(ProMdl model) {
+  const auto type = creo::ProMdlTypeGet(model);
+  return type && type.value == creo::ProMdlType::drawing;
+}
+
+// Looks for the folder on every model.
 Outcome addTable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add table"})) return *ended;
   creo::DirectoryGuard working;
   const auto folder = tableFolder(task, working);
   if (folder && isDrawing(task.model())) addTables(task, *folder);
@@ -111,8 +117,6 @@ void eachFoundTable(const Task& task, std::initializer_list<std::wstring_view> s
 }
 
 Outcome moveTable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Move table"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   const auto lieThere = [](const SheetEntry&, int tableSheet, int current) { return tableSheet == current; };
   eachFoundTable(task, {L"nposx_"}, {.replaced = false, .zeroIsAll = false}, lieThere,
                  [&](const SheetFrame& frame, const SheetEntry& entry, const ProDwgtable& table, int segment) {
@@ -125,8 +129,6 @@ Outcome moveTable(const Task& task) {
 }
 
 Outcome deleteTable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Delete table"})) return *ended;
-  if (!isDrawing(task.model())) return done;
   const auto named = [](const SheetEntry& entry, int tableSheet, int) {
     return !entry.sheet || *entry.sheet == tableSheet;
   };
@@ -140,11 +142,67 @@ Outcome deleteTable(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {
-    {L"addTable", &addTable}, {L"moveTable", &moveTable}, {L"deleteTable", &deleteTable}};
+// ---- rows
+
+constexpr Attribute kTable[] = {
+    {.name = L"tablename", .need = Need::needed, .about = "the table's name, with or without .tbl"},
+    {.name = L"tablepath",
+     .kind = Kind::folder,
+     .variables = true,
+     .folder = L"models",
+     .about = "its folder; empty or @pro_table_dir@: that of the option, or the working folder"},
+};
+constexpr Attribute kCell[] = {
+    {.name = L"text_%d",
+     .kind = Kind::pattern,
+     .need = Need::oneOf,
+     .about = "or a line of a cell that they have, as the sheet shows it"},
+    {.name = L"textc_%d", .about = "with text: the cell's column from 1, or * for all"},
+    {.name = L"textr_%d", .about = "with text: its row, in the same way"},
+};
+constexpr Attribute kSheetOfMoved[] = {
+    {.name = L"sheet_%d",
+     .kind = Kind::integer,
+     .about = "the number of the sheet; absent, empty or -1: all sheets, 0: none"},
+};
+constexpr Attribute kSheetOfDeleted[] = {
+    {.name = L"sheet_%d",
+     .kind = Kind::integer,
+     .about = "the number of the sheet; absent, empty, 0 or -1: all sheets"},
+};
+constexpr auto kAddAttributes = joined(kTable, kPlaceOfNew, kSheet);
+constexpr auto kMoveAttributes = joined(kWantedPlace, kCell, kWantedFormat, kSheetOfMoved, kNewPlace);
+constexpr auto kDeleteAttributes = joined(kWantedPlace, kCell, kWantedFormat, kSheetOfDeleted);
+
+constexpr Action kActions[] = {
+    {.key = L"addTable",
+     .place = 67,
+     .title = L"Add table",
+     .attributes = kAddAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::options,
+                 .changes = Touched::model | Touched::session},
+     .about = "brings a stored table onto sheets of a drawing",
+     .function = &addTable},
+    {.key = L"moveTable",
+     .place = 68,
+     .title = L"Move table",
+     .conditions = kOnDrawings,
+     .attributes = kMoveAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "moves tables of a drawing on their sheet",
+     .function = &moveTable},
+    {.key = L"deleteTable",
+     .place = 69,
+     .title = L"Delete table",
+     .conditions = kOnDrawings,
+     .attributes = kDeleteAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "deletes tables of a drawing that stand at a place or have a text in a cell",
+     .function = &deleteTable},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> drawingTableActions() { return kActions; }
+std::span<const Action> drawingTableActions() { return kActions; }
 
 }  // namespace actions

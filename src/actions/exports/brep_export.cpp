@@ -61,13 +61,13 @@ Outcome refuse(int message) {
 }  // namespace
 
 Outcome exportBrep(const Task& task, const BrepForm& form) {
-  const ExportTarget target = beginExport(task, form.file);
-  if (target.ended) return *target.ended;
+  const auto target = exportTarget(task, form.file);
+  if (!target) return done;
   const auto supported = creo::ProOutputAssemblyConfigurationIsSupported(form.format, configurationOf(task));
   if (!supported || !supported.value) return refuse(kAssemblyUnsupported);
   Representation what;
   if (!what.fill(task, form)) return refuse(kBrepUnsupported);
-  return endExport(write(task, form, target.path, what), form.failure);
+  return endExport(write(task, form, *target, what), form.failure);
 }
 
 }  // namespace actions

@@ -12,7 +12,7 @@ struct BrepForm {
   bool choosesFaces = false;  // `surfaces` and `wireframe` count, beside `quilts` and `solids`
   int failure = 0;            // the message of a file that can't be written
 };
-// The whole action: the target, whether the format can hold what is asked for, the file.
+// From the target on: whether the format can hold what is asked for, the file.
 engine::Outcome exportBrep(const engine::Task& task, const BrepForm& form);
 
 }  // namespace actions

@@ -62,10 +62,10 @@ void writeSheets(const Task& task, const DrawingForm& form, const std::wstring& 
 }
 
 Outcome exportDrawing(const Task& task, const DrawingForm& form) {
-  const ExportTarget target = beginNamed(task, form.file);
-  if (target.ended) return *target.ended;
-  const std::wstring folder = os::folderOf(target.path);
-  std::wstring base = os::nameOf(target.path);
+  const auto target = namedTarget(task, form.file);
+  if (!target) return done;
+  const std::wstring folder = os::folderOf(*target);
+  std::wstring base = os::nameOf(*target);
   if (text::endsWithNoCase(base, form.file.extension)) base.resize(base.size() - form.file.extension.size());
   const bool bySheet = task.attribute(L"sheetoption") == L"2";
   if (!bySheet && !mayWrite(task, folder + base + std::wstring(form.file.extension))) return done;
@@ -83,24 +83,48 @@ Outcome exportDrawing(const Task& task, const DrawingForm& form) {
 }
 
 Outcome exportdxf(const Task& task) {
-  return exportDrawing(task, {.file = {.title = L"Export DXF file", .extension = L".dxf"},
-                              .format = creo::Pro2dFormat::dxf,
-                              .wholeFailure = kFailure});
+  return exportDrawing(task,
+                       {.file = {.extension = L".dxf"}, .format = creo::Pro2dFormat::dxf, .wholeFailure = kFailure});
 }
 
 Outcome exportdwg(const Task& task) {
-  return exportDrawing(task, {.file = {.title = L"Export DWG file", .extension = L".dwg"},
-                              .format = creo::Pro2dFormat::dwg,
-                              .wholeFailure = L"Exportfailure"});
+  return exportDrawing(
+      task, {.file = {.extension = L".dwg"}, .format = creo::Pro2dFormat::dwg, .wholeFailure = L"Exportfailure"});
 }
 
-constexpr ActionFunction kActions[] = {
-    {L"exportdxf", &exportdxf},
-    {L"exportdwg", &exportdwg},
+constexpr Attribute kSheets[] = {
+    {.name = L"sheetoption",
+     .kind = Kind::word,
+     .words = L"-1|0|1|2",
+     .about = "-1: all sheets in one file; 0, 1 or absent: the current sheet; 2: a file for each sheet"},
+};
+constexpr auto kAttributes = joined(kTarget, kSheets);
+// A sheet becomes the current one for its file.
+constexpr Effects kEffects{.reads = Touched::model | Touched::users,
+                           .changes = Touched::model | Touched::files | Touched::session | Touched::options,
+                           .takenBack = false};
+
+constexpr Action kActions[] = {
+    {.key = L"exportdxf",
+     .place = 139,
+     .group = Group::ownModelTest,
+     .title = L"Export DXF file",
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "writes the drawing as DXF",
+     .function = &exportdxf},
+    {.key = L"exportdwg",
+     .place = 140,
+     .group = Group::ownModelTest,
+     .title = L"Export DWG file",
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "writes the drawing as DWG",
+     .function = &exportdwg},
 };
 
 }  // namespace
 
-std::span<const ActionFunction> drawingExportActions() { return kActions; }
+std::span<const Action> drawingExportActions() { return kActions; }
 
 }  // namespace actions

@@ -1,7 +1,6 @@
 // Parts and assemblies as STEP and IGES.
 #include "actions/exports/brep_export.h"
 #include "actions/families.h"
-#include "core/messages.h"
 #include "engine/output_file.h"
 #include "engine/variables.h"
 #include "text/letters.h"
@@ -19,9 +18,9 @@ std::wstring withoutStepExtension(std::wstring path) {
 }
 
 Outcome exportStep(const Task& task) {
-  const ExportTarget target = beginNamed(task, {.title = core::msgText(234), .version = L"4"});
-  if (target.ended) return *target.ended;
-  const std::wstring path = withoutStepExtension(target.path);
+  const auto target = namedTarget(task, {});
+  if (!target) return done;
+  const std::wstring path = withoutStepExtension(*target);
   const std::wstring file = path + std::wstring(creo::kStepExtension);
   if (!mayBeWritten(file, creo::kStepExtension) || !mayWrite(task, file)) return done;
   creo::OptionGuard profile(L"export_profiles_step");
@@ -42,27 +41,90 @@ bool carriesIges(std::wstring_view name) {
 }
 
 Outcome exportiges(const Task& task) {
-  return exportBrep(task,
-                    {.file = {.title = core::msgText(240), .extension = L".igs", .carriesExtension = &carriesIges},
-                     .format = creo::ProIntfFormat::iges,
-                     .choosesFaces = true,
-                     .failure = 243});
+  return exportBrep(task, {.file = {.extension = L".igs", .carriesExtension = &carriesIges},
+                           .format = creo::ProIntfFormat::iges,
+                           .choosesFaces = true,
+                           .failure = 243});
 }
 
 Outcome exportsat(const Task& task) {
-  return exportBrep(task, {.file = {.title = core::msgText(239), .extension = L".sat"},
-                           .format = creo::ProIntfFormat::sat,
-                           .failure = 242});
+  return exportBrep(task, {.file = {.extension = L".sat"}, .format = creo::ProIntfFormat::sat, .failure = 242});
 }
 
-constexpr ActionFunction kActions[] = {
-    {L"exportStep", &exportStep},
-    {L"exportiges", &exportiges},
-    {L"exportsat", &exportsat},
+// ---- rows
+
+constexpr Attribute kConfiguration{
+    .name = L"assemblyConfig",
+    .kind = Kind::word,
+    .words = L"single file|flat file|multi files",
+    .about = "one file, the same without names of assemblies, or also a file for each part; absent: one file"};
+// What of the model is written: one of these at least.
+constexpr Attribute contents(std::wstring_view name, std::string_view about) {
+  return {.name = name, .kind = Kind::flag, .words = L"true", .need = Need::oneOf, .about = about};
+}
+constexpr Attribute kSolidBodies = contents(L"solids", "bodies are written as solids"),
+                    kQuilts = contents(L"quilts", "quilts are written");
+
+constexpr Attribute kStepAttributes[] = {
+    kFolderFromModel,
+    kTargetFolder,
+    targetFile("the file's name; it always ends in .stp"),
+    {.name = L"config",
+     .kind = Kind::file,
+     .variables = true,
+     .folder = L"models",
+     .about = "a file with an export profile; the option export_profiles_step for the time of the export"},
+    kOverwriteExisting,
+};
+constexpr Attribute kIgesAttributes[] = {
+    kFolderFromModel,
+    kTargetFolder,
+    targetFile("the file's name; .igs is appended where it has no such ending"),
+    kConfiguration,
+    kSolidBodies,
+    contents(L"surfaces", "bodies are written as surfaces"),
+    contents(L"wireframe", "edges are written, beside the others"),
+    kQuilts,
+    kOverwriteExisting,
+};
+constexpr Attribute kSatAttributes[] = {
+    kFolderFromModel,   kTargetFolder, targetFile("the file's name; .sat is appended where it is missing"),
+    kConfiguration,     kSolidBodies,  kQuilts,
+    kOverwriteExisting,
+};
+
+constexpr Action kActions[] = {
+    {.key = L"exportStep",
+     .place = 134,
+     .group = Group::ownModelTest,
+     .title = 234,
+     .version = L"4",
+     .attributes = kStepAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::options,
+                 .changes = Touched::files | Touched::options,
+                 .takenBack = false},
+     .about = "writes a part or an assembly as a STEP file",
+     .function = &exportStep},
+    {.key = L"exportiges",
+     .place = 135,
+     .group = Group::ownModelTest,
+     .title = 240,
+     .attributes = kIgesAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::files, .takenBack = false},
+     .about = "writes a part or an assembly as an IGES file",
+     .function = &exportiges},
+    {.key = L"exportsat",
+     .place = 137,
+     .group = Group::ownModelTest,
+     .title = 239,
+     .attributes = kSatAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::files, .takenBack = false},
+     .about = "writes a part or an assembly as a SAT file",
+     .function = &exportsat},
 };
 
 }  // namespace
 
-std::span<const ActionFunction> exchangeExportActions() { return kActions; }
+std::span<const Action> exchangeExportActions() { return kActions; }
 
 }  // namespace actions

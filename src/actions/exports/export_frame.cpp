@@ -36,24 +36,22 @@ std::wstring nameTemplate(const Task& task, const ExportForm& form) {
 
 }  // namespace
 
-ExportTarget beginNamed(const Task& task, const ExportForm& form) {
-  if (const auto ended = begin(task, {.title = form.title, .version = form.version})) return {ended, {}};
+std::optional<std::wstring> namedTarget(const Task& task, const ExportForm& form) {
   if (task.attribute(form.nameAttribute).empty()) {
     core::logWrite(text::format(L"The attribute '%s' is missing", form.nameAttribute), core::kError);
-    return {done, {}};
+    return std::nullopt;
   }
   Replaced name = replaceVariables(nameTemplate(task, form), task.model());
-  if (!name.hasText()) return {done, {}};  // the substitution has told why
+  if (!name.hasText()) return std::nullopt;  // the substitution has told why
   std::wstring path = wholePath(name.text);
-  if (!mayBeWritten(path, form.extension)) return {done, {}};
+  if (!mayBeWritten(path, form.extension)) return std::nullopt;
   std::replace(path.begin(), path.end(), L'\\', L'/');
-  return {std::nullopt, std::move(path)};
+  return path;
 }
 
-ExportTarget beginExport(const Task& task, const ExportForm& form) {
-  ExportTarget target = beginNamed(task, form);
-  if (!target.ended && !mayWrite(task, target.path)) target.ended = done;
-  return target;
+std::optional<std::wstring> exportTarget(const Task& task, const ExportForm& form) {
+  auto target = namedTarget(task, form);
+  return target && mayWrite(task, *target) ? target : std::nullopt;
 }
 
 bool mayWrite(const Task& task, const std::wstring& path) {

@@ -7,28 +7,23 @@
 #include <string_view>
 
 #include "creo/guards.h"
+#include "engine/action.h"
 #include "engine/task.h"
 
 namespace actions {
 
 // What tells one such action from another.
 struct ExportForm {
-  std::wstring_view title, version = L"3";
   std::wstring_view extension = {};  // ".pdf", appended to a name that lacks it; empty: names are taken as they are
   std::wstring_view nameAttribute = L"file";
   bool (*carriesExtension)(std::wstring_view name) = nullptr;  // where a name may end otherwise, too; null: only so
 };
 
-// The target's whole path, with "/" between folders.
-struct ExportTarget {
-  std::optional<engine::Outcome> ended;  // what the action returns: it has no work, or its fault was logged
-  std::wstring path;
-};
-// Title, version and filter, then the target's name from `folder` or `folderFromModel` and the name's attribute. A name
-// that is missing or can't be put together ends the action with an error line.
-ExportTarget beginNamed(const engine::Task& task, const ExportForm& form);
-// The same, and the action ends where the file is there already and mayn't be replaced.
-ExportTarget beginExport(const engine::Task& task, const ExportForm& form);
+// The target's whole path, with "/" between folders, from `folder` or `folderFromModel` and the name's attribute.
+// Nothing, with an error line: the name is missing or can't be put together.
+std::optional<std::wstring> namedTarget(const engine::Task& task, const ExportForm& form);
+// The same; nothing, with a warning, also where the file is there already and mayn't be replaced.
+std::optional<std::wstring> exportTarget(const engine::Task& task, const ExportForm& form);
 // False, with its warning, where the file is there already and `overwriteExisting` isn't "true".
 bool mayWrite(const engine::Task& task, const std::wstring& path);
 // Message 228 a level in, or the failure's message as an error. The task's outcome, which is the same for both.
@@ -42,5 +37,27 @@ class SmallSurfacesGuard {
  private:
   creo::OptionGuard option_;
 };
+
+// ---- what rows have in common
+
+constexpr engine::Attribute targetFile(std::string_view about, std::wstring_view name = L"file") {
+  return {.name = name, .variables = true, .need = engine::Need::needed, .about = about};
+}
+constexpr engine::Attribute kTargetFolder{
+    .name = L"folder",
+    .kind = engine::Kind::written,
+    .variables = true,
+    .about = "the target's folder; one that isn't whole, or is empty, counts from the working folder"};
+constexpr engine::Attribute kFolderFromModel{.name = L"folderFromModel",
+                                             .kind = engine::Kind::flag,
+                                             .words = L"true",
+                                             .about = "the target's folder is the model's; folder isn't read"};
+constexpr engine::Attribute kOverwriteExisting{
+    .name = L"overwriteExisting",
+    .kind = engine::Kind::flag,
+    .words = L"true",
+    .about = "a file that is there is replaced; else it stays, with a warning"};
+constexpr engine::Attribute kTarget[] = {targetFile("the file's name"), kTargetFolder, kFolderFromModel,
+                                         kOverwriteExisting};
 
 }  // namespace actions

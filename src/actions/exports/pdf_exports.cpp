@@ -78,18 +78,17 @@ void setSheets(const Task& task, PdfOptions& options) {
   options.write(ProPDFproperty::author, os::environment(L"username").value_or(L""));
 }
 
-Outcome exportPdf(const Task& task, std::wstring_view title, void (*fill)(const Task&, PdfOptions&),
-                  std::wstring_view failure) {
-  const ExportTarget target = beginExport(task, {.title = title, .extension = L".pdf"});
-  if (target.ended) return *target.ended;
+Outcome exportPdf(const Task& task, void (*fill)(const Task&, PdfOptions&), std::wstring_view failure) {
+  const auto target = exportTarget(task, {.extension = L".pdf"});
+  if (!target) return done;
   creo::ProMdlDisplay(task.model());  // Creo writes what it shows; where it can't, the export tells
   ProError result = creo::ProNoError;
   if (const std::wstring profile = task.path(L"profile", L"models"); !profile.empty()) {
-    result = creo::ProPDFWithProfileExport(task.model(), target.path, profile);
+    result = creo::ProPDFWithProfileExport(task.model(), *target, profile);
   } else {
     PdfOptions options;
     fill(task, options);
-    result = options.exportTo(task.model(), target.path);
+    result = options.exportTo(task.model(), *target);
   }
   if (result == creo::ProNoError)
     core::logMsgId(kExported, core::kNormal, 1);
@@ -98,17 +97,60 @@ Outcome exportPdf(const Task& task, std::wstring_view title, void (*fill)(const 
   return done;
 }
 
-Outcome exportpdf(const Task& task) { return exportPdf(task, L"Export 3dPDF", &setBody, L"failure %d"); }
+Outcome exportpdf(const Task& task) { return exportPdf(task, &setBody, L"failure %d"); }
 
-Outcome exportpdf2d(const Task& task) { return exportPdf(task, L"Export 2D PDF file", &setSheets, L"Failure %d"); }
+Outcome exportpdf2d(const Task& task) { return exportPdf(task, &setSheets, L"Failure %d"); }
 
-constexpr ActionFunction kActions[] = {
-    {L"exportpdf", &exportpdf},
-    {L"exportpdf2d", &exportpdf2d},
+// ---- rows
+
+constexpr Attribute kProfile[] = {
+    {.name = L"profile",
+     .kind = Kind::file,
+     .variables = true,
+     .folder = L"models",
+     .about = "a file of options; empty or absent: Creo's usual ones, or those of the action"},
+};
+constexpr Attribute choiceOf(std::wstring_view name, std::string_view about) {
+  return {.name = name, .kind = Kind::word, .words = L"0|1|2", .about = about};
+}
+constexpr Attribute kOptions[] = {
+    {.name = L"archive", .kind = Kind::flag, .words = L"true", .about = "for archives"},
+    choiceOf(L"font", "1: texts name their fonts; 2: texts are outlines; else the fonts are in the file"),
+    choiceOf(L"color", "1: greys; 2: black; else colours"),
+    choiceOf(L"layer", "1: a layer for each kind of thing on every page; 2: none; else one for each in all"),
+    choiceOf(L"linecap", "1: lines end butt; 2: square; else round"),
+    choiceOf(L"linejoin", "1: corners are mitred; 2: bevelled; else round"),
+    {.name = L"dpi", .kind = Kind::integer, .about = "dots per inch of shaded views"},
+    {.name = L"pentable", .kind = Kind::flag, .words = L"false", .about = "false: Creo's table of pens doesn't count"},
+};
+constexpr auto kBodyAttributes = joined(kTarget, kProfile);
+constexpr auto kSheetAttributes = joined(kTarget, kProfile, kOptions);
+
+constexpr Action kActions[] = {
+    {.key = L"exportpdf",
+     .place = 141,
+     .group = Group::ownModelTest,
+     .title = L"Export 3dPDF",
+     .attributes = kBodyAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::files,
+                 .changes = Touched::files | Touched::session,
+                 .takenBack = false},
+     .about = "writes the model as a PDF whose body the reader can turn",
+     .function = &exportpdf},
+    {.key = L"exportpdf2d",
+     .place = 142,
+     .group = Group::ownModelTest,
+     .title = L"Export 2D PDF file",
+     .attributes = kSheetAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::surroundings,
+                 .changes = Touched::files | Touched::session,
+                 .takenBack = false},
+     .about = "writes the sheets of the drawing as pages of a PDF",
+     .function = &exportpdf2d},
 };
 
 }  // namespace
 
-std::span<const ActionFunction> pdfExportActions() { return kActions; }
+std::span<const Action> pdfExportActions() { return kActions; }
 
 }  // namespace actions

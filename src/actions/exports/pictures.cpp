@@ -18,7 +18,7 @@ using namespace engine;
 
 constexpr int kJpgTitle = 227, kJpgFailed = 229, kTiffTitle = 232, kTiffFailed = 233;
 constexpr int kDotsPerInch = 600;
-constexpr std::wstring_view kTiff = L".tiff";
+constexpr std::wstring_view kTiff = L".tiff", kNameAttribute = L"exportname";
 
 // The list has dots, Creo takes inches. What is no number is none of both, which Creo refuses.
 double inches(const Task& task, std::wstring_view attribute) {
@@ -26,9 +26,8 @@ double inches(const Task& task, std::wstring_view attribute) {
 }
 
 Outcome exportjpg(const Task& task) {
-  const ExportTarget target =
-      beginExport(task, {.title = core::msgText(kJpgTitle), .extension = L".jpg", .nameAttribute = L"exportname"});
-  if (target.ended) return *target.ended;
+  const auto target = exportTarget(task, {.extension = L".jpg", .nameAttribute = kNameAttribute});
+  if (!target) return done;
   const SmallSurfacesGuard smallSurfaces;
   const ModelWindow shown(task.model());
   if (!shown.window()) return endExport(shown.window().error, kJpgFailed);
@@ -38,7 +37,7 @@ Outcome exportjpg(const Task& task) {
                                              .height = inches(task, L"height"),
                                              .dotsPerInch = kDotsPerInch,
                                              .type = creo::ProRasterType::jpeg},
-                                            target.path),
+                                            *target),
                    kJpgFailed);
 }
 
@@ -103,9 +102,8 @@ creo::ProError printed(int window, const creo::ProPrintOptions& options, const s
 }
 
 Outcome exporttiff(const Task& task) {
-  const ExportTarget target =
-      beginExport(task, {.title = core::msgText(kTiffTitle), .extension = kTiff, .nameAttribute = L"exportname"});
-  if (target.ended) return *target.ended;
+  const auto target = exportTarget(task, {.extension = kTiff, .nameAttribute = kNameAttribute});
+  if (!target) return done;
   const SmallSurfacesGuard smallSurfaces;
   const ModelWindow shown(task.model());
   if (!shown.window()) {
@@ -113,16 +111,65 @@ Outcome exporttiff(const Task& task) {
     return endExport(shown.window().error, kTiffFailed);
   }
   const int window = shown.window().value;
-  const creo::ProError result = printed(window, printOptions(task, window), target.path);
+  const creo::ProError result = printed(window, printOptions(task, window), *target);
   const Outcome outcome = endExport(result, kTiffFailed);
   if (result != creo::ProNoError) core::logWrite(text::format(L"Error %d", static_cast<int>(result)), core::kError);
   return outcome;
 }
 
-constexpr ActionFunction kActions[] = {{L"exportjpg", exportjpg}, {L"exporttiff", exporttiff}};
+// ---- rows
+
+constexpr Attribute dots(std::wstring_view name) {
+  return {.name = name,
+          .kind = Kind::number,
+          .need = Need::needed,
+          .range = {.least = 1, .most = 10'000},
+          .about = "in dots, 1 to 10,000"};
+}
+constexpr Attribute kJpgAttributes[] = {
+    kFolderFromModel,
+    kTargetFolder,
+    targetFile("the file's name; .jpg is appended where it is missing", kNameAttribute),
+    dots(L"width"),
+    dots(L"height"),
+    kOverwriteExisting,
+};
+constexpr Attribute kTiffAttributes[] = {
+    kFolderFromModel,
+    kTargetFolder,
+    kOverwriteExisting,
+    targetFile("the file's name; .tiff is appended where it is missing", kNameAttribute),
+    {.name = L"printmode",
+     .kind = Kind::word,
+     .words = L"1|2|3",
+     .about = "1: the whole sheet in true size; 3: the same, the current sheet alone; 2 or absent: as shown"},
+    {.name = L"varsize", .kind = Kind::flag, .words = L"true", .about = "the paper has the sheet's own size"},
+};
+constexpr Effects kEffects{.reads = Touched::model | Touched::users | Touched::session | Touched::options,
+                           .changes = Touched::files | Touched::session | Touched::options,
+                           .takenBack = false};
+
+constexpr Action kActions[] = {
+    {.key = L"exportjpg",
+     .place = 132,
+     .group = Group::ownModelTest,
+     .title = kJpgTitle,
+     .attributes = kJpgAttributes,
+     .effects = kEffects,
+     .about = "writes a picture of the model as a JPEG file",
+     .function = &exportjpg},
+    {.key = L"exporttiff",
+     .place = 133,
+     .group = Group::ownModelTest,
+     .title = kTiffTitle,
+     .attributes = kTiffAttributes,
+     .effects = kEffects,
+     .about = "prints the model into a TIFF file",
+     .function = &exporttiff},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> pictureExportActions() { return kActions; }
+std::span<const Action> pictureExportActions() { return kActions; }
 
 }  // namespace actions

@@ -2,7 +2,6 @@
 #include "actions/exports/export_frame.h"
 #include "actions/families.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProProductview.h"
 
 namespace actions {
@@ -12,8 +11,7 @@ using namespace engine;
 using creo::ProProductviewFormat;
 
 // The format is no longer written; lists that still ask for it are told so.
-Outcome exportset(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(238)})) return *ended;
+Outcome exportset(const Task&) {
   core::logWrite(L"'Export Set' support ended with KV 4.1. Please remove this action or downgrade to 4.1.",
                  core::kError);
   return done;
@@ -38,18 +36,36 @@ creo::ProError writeProductView(creo::ProMdl model, const std::wstring& path, st
 }
 
 Outcome exportProductView(const Task& task) {
-  const ExportTarget target = beginExport(task, {.title = core::msgText(244)});
-  if (target.ended) return *target.ended;
-  return endExport(writeProductView(task.model(), target.path, task.attribute(L"exportas")), 245);
+  const auto target = exportTarget(task, {});
+  if (!target) return done;
+  return endExport(writeProductView(task.model(), *target, task.attribute(L"exportas")), 245);
 }
 
-constexpr ActionFunction kActions[] = {
-    {L"exportset", &exportset},
-    {L"exportProductView", &exportProductView},
+constexpr Attribute kFormat[] = {
+    {.name = L"exportas", .kind = Kind::word, .words = L".ed|.edz|.pvs", .need = Need::needed, .about = "the format"},
+};
+constexpr auto kAttributes = joined(kTarget, kFormat);
+
+constexpr Action kActions[] = {
+    {.key = L"exportset",
+     .place = 136,
+     .group = Group::ownModelTest,
+     .title = 238,
+     .effects = {.reads = Touched::nothing},
+     .about = "says that its format is no longer written",
+     .function = &exportset},
+    {.key = L"exportProductView",
+     .place = 138,
+     .group = Group::ownModelTest,
+     .title = 244,
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::files, .takenBack = false},
+     .about = "writes the model for Creo's viewer",
+     .function = &exportProductView},
 };
 
 }  // namespace
 
-std::span<const ActionFunction> viewerExportActions() { return kActions; }
+std::span<const Action> viewerExportActions() { return kActions; }
 
 }  // namespace actions

@@ -6,7 +6,7 @@
 #include "actions/drawing/code_text.h"
 #include "actions/environment/macro.h"
 #include "actions/families.h"
-#include "actions/whole_model.h"
+#include "core/log.h"
 #include "creo/ProFeatureCreate.h"
 #include "creo/ProLayer.h"
 #include "creo/ProXsec.h"
@@ -252,7 +252,6 @@ class DotMatrix {
 };
 
 Outcome createQRdotmatrix(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Set QR Code"}, kSolids)) return *ended;
   const auto code = qrCodeOf(task);
   const auto module = !code ? std::nullopt : task.has(L"pixelsize") ? codeLength(task, L"pixelsize") : 1.0;
   if (!module) return done;
@@ -266,10 +265,52 @@ Outcome createQRdotmatrix(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"createQRdotmatrix", &createQRdotmatrix}};
+constexpr Attribute kPlaceOfMatrix[] = {
+    {.name = L"csn", .need = Need::needed, .about = "name of the coordinate system"},
+};
+constexpr Attribute kMatrix[] = {
+    {.name = L"pixelsize",
+     .kind = Kind::number,
+     .about = "distance of two modules in the model's units, above 0; absent: 1"},
+    {.name = L"runmapkeys", .kind = Kind::word, .words = L"0|1", .about = "1: the three lists of mapkeys run"},
+};
+constexpr Attribute countOfLines(std::wstring_view name) {
+  return {.name = name, .kind = Kind::integer, .about = "how many lines the list of mapkeys has"};
+}
+constexpr Attribute lines(std::wstring_view name, std::wstring_view counter, std::string_view about) {
+  return {.name = name,
+          .kind = Kind::macro,
+          .variables = true,
+          .numbers = Numbers::counted,
+          .counter = counter,
+          .about = about};
+}
+constexpr Attribute kMapkeys[] = {
+    countOfLines(L"mapkey1c"),
+    lines(L"mapkey1_%d", L"mapkey1c", "the lines of the first list; it finds point and plane selected"),
+    countOfLines(L"mapkey2c"),
+    lines(L"mapkey2_%d", L"mapkey2c", "those of the second one; what the first one leaves selected is still so"),
+    countOfLines(L"mapkey3c"),
+    lines(L"mapkey3_%d", L"mapkey3c", "those of the third one; it finds selected what is left, and the plane"),
+};
+constexpr auto kAttributes = joined(kPlaceOfMatrix, kCodeLines, kQrForm, kStatedLetters, kMatrix, kMapkeys);
+
+constexpr Action kActions[] = {
+    {.key = L"createQRdotmatrix",
+     .place = 82,
+     .title = L"Set QR Code",
+     .conditions = {kFilter, kSolids},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::session,
+                 .changes = Touched::model | Touched::session | Touched::programs,
+                 .known = false,
+                 .takenBack = false},
+     .about = "makes a QR code in a solid: a datum point, patterned over the code's dark modules",
+     .function = &createQRdotmatrix},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> dotMatrixActions() { return kActions; }
+std::span<const Action> dotMatrixActions() { return kActions; }
 
 }  // namespace actions

@@ -1,0 +1,241 @@
+#include "kelvane/xml_faults.h"
+
+#include <algorithm>
+#include <array>
+
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool endsName(char c) { return isBlank(c) || c == '>' || c == '/' || c == '='; }
+
+std::string inQuotes(std::string_view text) { return "'" + std::string(text) + "'"; }
+
+// Goes through a text tag by tag, as a reader of XML would, and notes where the plug-in's reads it otherwise.
+class Scan {
+ public:
+  explicit Scan(std::string_view text) : text_(text) {}
+
+  std::vector<XmlFault> run() {
+    while (!atEnd()) {
+      if (peek() == '<')
+        readMarkup();
+      else
+        readText();
+    }
+    for (const Open& open : open_)
+      add("tag-unclosed", open.line, "the element " + inQuotes(open.name) + " is never closed");
+    std::stable_sort(faults_.begin(), faults_.end(),
+                     [](const XmlFault& a, const XmlFault& b) { return a.line < b.line; });
+    return std::move(faults_);
+  }
+
+ private:
+  struct Open {
+    std::string name;
+    std::size_t line;
+  };
+
+  [[nodiscard]] bool atEnd() const { return at_ >= text_.size(); }
+  [[nodiscard]] char peek(std::size_t ahead = 0) const {
+    return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0';
+  }
+  [[nodiscard]] bool startsWith(std::string_view word) const { return text_.substr(at_).starts_with(word); }
+  void add(std::string_view rule, std::size_t line, std::string text) {
+    faults_.push_back({rule, line, std::move(text)});
+  }
+  // To the place, or to the end where there is none.
+  void goTo(std::size_t place) {
+    place = std::min(place, text_.size());
+    line_ += static_cast<std::size_t>(std::count(text_.begin() + static_cast<std::ptrdiff_t>(at_),
+                                                 text_.begin() + static_cast<std::ptrdiff_t>(place), '\n'));
+    at_ = place;
+  }
+  void goBehind(std::string_view word) {
+    const std::size_t found = text_.find(word, at_);
+    goTo(found == text_.npos ? text_.size() : found + word.size());
+  }
+  void skipBlanks() {
+    while (isBlank(peek())) goTo(at_ + 1);
+  }
+
+  // Blank, or it was meant to be something.
+  void readText() {
+    skipBlanks();
+    if (atEnd() || peek() == '<') return;
+    const std::size_t end = std::min(text_.find('<', at_), text_.size());
+    std::string_view stray = text_.substr(at_, std::min(end - at_, kShown));
+    stray = stray.substr(0, stray.find_first_of("\r\n"));
+    add("text-dropped", line_, "text between tags isn't read: " + inQuotes(stray));
+    goTo(end);
+  }
+
+  void readMarkup() {
+    if (startsWith("<?")) return goBehind("?>");
+    if (startsWith("<!--")) {
+      add("comment", line_,
+          "a comment is read as an element that holds all that follows; 'deak' switches an action off");
+      return goBehind("-->");
+    }
+    if (startsWith("<!")) {
+      add("comment", line_, "a declaration is read as an element that holds all that follows");
+      return goBehind(">");
+    }
+    goTo(at_ + 1);
+    if (peek() == '/')
+      readClosingTag();
+    else
+      readOpeningTag();
+  }
+
+  std::string readName() {
+    const std::size_t from = at_;
+    while (!atEnd() && !endsName(peek())) goTo(at_ + 1);
+    return std::string(text_.substr(from, at_ - from));
+  }
+
+  // The reader compares no names: whatever it is called, a closing tag closes the innermost element.
+  void readClosingTag() {
+    const std::size_t line = line_;
+    goTo(at_ + 1);
+    const std::string name = readName();
+    goBehind(">");
+    if (open_.empty()) return add("tag-extra", line, "'</" + name + ">' closes nothing: no element is open");
+    if (open_.back().name == name) return open_.pop_back();
+    const auto meant = std::find_if(open_.rbegin(), open_.rend(), [&](const Open& open) { return open.name == name; });
+    if (meant == open_.rend()) {
+      add("tag-crossed", line, "'</" + name + ">' closes the element " + shown(open_.back()));
+      return open_.pop_back();
+    }
+    // One tag too few inside: each later one would be told, too.
+    for (; open_.back().name != name; open_.pop_back())
+      add("tag-unclosed", open_.back().line,
+          "the element " + inQuotes(open_.back().name) + " isn't closed before '</" + name + ">' in line " +
+              std::to_string(line));
+    open_.pop_back();
+  }
+  static std::string shown(const Open& open) { return inQuotes(open.name) + " of line " + std::to_string(open.line); }
+
+  void readOpeningTag() {
+    const std::size_t line = line_;
+    const std::string name = readName();
+    names_.clear();
+    bool isEmpty = false;
+    for (skipBlanks(); !atEnd() && peek() != '>'; skipBlanks()) {
+      isEmpty = peek() == '/';
+      if (isEmpty)
+        goTo(at_ + 1);
+      else if (!readAttribute())
+        break;
+    }
+    // Broken off inside a value: the tag ends where its author meant it to.
+    if (!atEnd() && peek() == '>') {
+      isEmpty = isEmpty || (at_ > 0 && text_[at_ - 1] == '/');
+      goTo(at_ + 1);
+    }
+    if (!isEmpty) open_.push_back({name, line});
+  }
+
+  // False: the rest of the tag can't be told.
+  bool readAttribute() {
+    const std::size_t line = line_;
+    const std::string name = readName();
+    skipBlanks();
+    if (name.empty()) {
+      goTo(at_ + 1);
+      return true;
+    }
+    if (peek() != '=') {
+      add("value-missing", line,
+          "the attribute " + inQuotes(name) + " has no value; its name becomes part of the next one's");
+      return true;
+    }
+    goTo(at_ + 1);
+    if (std::find(names_.begin(), names_.end(), name) != names_.end())
+      add("attribute-twice", line, "the attribute " + inQuotes(name) + " stands here twice; the first one counts");
+    names_.push_back(name);
+    return readValue(name, line);
+  }
+
+  bool readValue(const std::string& name, std::size_t line) {
+    if (isBlank(peek())) {
+      skipBlanks();
+      if (peek() != '"' && peek() != '\'') return valueWithoutQuote(name, line);
+      add("blank-after-equals", line,
+          "a blank behind '=': neither the attribute " + inQuotes(name) + " nor the one behind it is read");
+    }
+    if (peek() == '\'') {
+      add("single-quotes", line,
+          "the attribute " + inQuotes(name) + " stands in single quotes: neither it nor the one behind it is read");
+      goTo(at_ + 1);
+      goBehind("'");
+      return true;
+    }
+    return peek() == '"' ? readQuoted(name, line) : valueWithoutQuote(name, line);
+  }
+
+  bool valueWithoutQuote(const std::string& name, std::size_t line) {
+    add("quote-missing", line,
+        "the value of " + inQuotes(name) +
+            " has no opening quote: neither it nor what follows is read as it was meant");
+    goTo(text_.find('>', at_));
+    return false;
+  }
+
+  // A value's closing quote stands before a blank or the tag's end. Where it doesn't, one was forgotten: of this value,
+  // whose quote is the opening one of the next.
+  bool readQuoted(const std::string& name, std::size_t line) {
+    goTo(at_ + 1);
+    const std::size_t from = at_;
+    const std::size_t close = text_.find('"', from);
+    const char behind = close == text_.npos || close + 1 == text_.size() ? '\0' : text_[close + 1];
+    if (close == text_.npos || !(isBlank(behind) || behind == '/' || behind == '>' || behind == '\0')) {
+      add("quote-missing", line,
+          "the value of " + inQuotes(name) + " has no closing quote: what follows isn't read as it was meant");
+      goTo(text_.find('>', from));
+      return false;
+    }
+    readEntities(text_.substr(from, close - from), line);
+    goTo(close + 1);
+    return true;
+  }
+
+  void readEntities(std::string_view value, std::size_t line) {
+    for (std::size_t at = value.find('&'); at != value.npos; at = value.find('&', at + 1)) {
+      std::size_t end = at + 1;
+      while (end < value.size() && (std::isalnum(static_cast<unsigned char>(value[end])) != 0 || value[end] == '#'))
+        ++end;
+      const std::string_view entity = value.substr(at, end + 1 - at);
+      const std::size_t there = line + static_cast<std::size_t>(std::count(
+                                           value.begin(), value.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+      if (end == at + 1 || end == value.size() || value[end] != ';')
+        add("ampersand", there, "a '&' stands for itself here; XML writes '&amp;'");
+      else if (std::find(kKnown.begin(), kKnown.end(), entity) == kKnown.end())
+        add("entity-unknown", there, inQuotes(entity) + " stays as it stands; known are &quot; &gt; &lt; and &amp;");
+    }
+  }
+
+  static constexpr std::size_t kShown = 40;  // of a stray text
+  // The last one is read by the actions whose values have lines.
+  static constexpr std::array<std::string_view, 5> kKnown = {"&quot;", "&gt;", "&lt;", "&amp;", "&#10;"};
+
+  std::string_view text_;
+  std::size_t at_ = 0, line_ = 1;
+  std::vector<Open> open_;
+  std::vector<std::string> names_;  // of the tag's attributes
+  std::vector<XmlFault> faults_;
+};
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+
+}  // namespace
+
+std::vector<XmlFault> xmlFaults(std::string_view bytes) {
+  const std::string text = text::isUtf8(bytes) ? std::string(bytes) : text::toUtf8(text::fromTextFile(bytes));
+  const std::string_view whole = text;
+  return Scan(whole.starts_with(kMark) ? whole.substr(kMark.size()) : whole).run();
+}
+
+}  // namespace kelvane

@@ -22,6 +22,7 @@ std::vector<Finding> checkConfig(const std::string& folder) {
     Finding& finding = findings.emplace_back();
     finding.file = path;
     finding.line = fault.line;
+    finding.rule = "configuration";
     finding.text = std::move(fault.text);
   }
   return findings;

@@ -5,7 +5,6 @@
 #include <set>
 
 #include "actions/environment/group_modes.h"
-#include "actions/environment/number_format.h"
 #include "actions/environment/question.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
@@ -15,12 +14,13 @@
 #include "engine/dispatch.h"
 #include "engine/task.h"
 #include "engine/workbook.h"
+#include "kelvane/attribute_check.h"
+#include "kelvane/list_names.h"
 #include "kelvane/nearest.h"
 #include "kelvane/package_uses.h"
-#include "kelvane/table_check.h"
-#include "kelvane/task_verdict.h"
+#include "kelvane/path_check.h"
 #include "kelvane/text_check.h"
-#include "reports/list_kinds.h"
+#include "kelvane/xml_faults.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -55,21 +55,32 @@ std::vector<std::string> predicateKeys() {
   return keys;
 }
 
+// The rule that tells of what a package uses.
+std::string_view useRule(const std::string& kind) {
+  const Rule* rule = findRule("uses-" + kind);
+  return rule ? rule->name : std::string_view();
+}
+std::string instead(const engine::Action& action) {
+  return action.successor.empty() ? std::string() : "; '" + text::toUtf8(action.successor) + "' takes its place";
+}
+
 // One document of the package.
 class Document {
  public:
   Document(std::string member, const PackageSource& package, std::vector<Finding>& findings)
-      : member_(std::move(member)),
-        package_(package),
-        findings_(findings),
-        loaded_(core::xmlParse(package.read(member_))) {
-    if (!loaded_) add(0, "it can't be read: " + text::toUtf8(loaded_.fault));
-    if (loaded_ && core::xmlChildCount(loaded_.document->root()) == 0) add(0, "it holds no element");
+      : member_(std::move(member)), package_(package), findings_(findings) {
+    const std::string bytes = package.read(member_);
+    loaded_ = core::xmlParse(bytes);
+    for (XmlFault& fault : xmlFaults(bytes)) add(fault.line, fault.rule, std::move(fault.text));
+    if (!loaded_) add(0, "document-unreadable", "it can't be read: " + text::toUtf8(loaded_.fault));
+    if (loaded_ && core::xmlChildCount(loaded_.document->root()) == 0) add(0, "document-empty", "it holds no element");
   }
 
   void checkList() {
     if (!loaded_) return;
     const documents::ActionList list = documents::actionList(*loaded_.document);
+    for (const XmlNode* section : {list.head, list.body, list.foot}) names_.readSection(section);
+    checkSections(list);
     checkSection(list.head, "head", 'H');
     checkSection(list.body, "body", 'B');
     checkSection(list.foot, "foot", 'F');
@@ -83,19 +94,26 @@ class Document {
     const XmlNode* block = documents::filterFileBlock(*loaded_.document);
     if (!block) return;
     checkFilter(*block);
-    if (!documents::holdsItems(*block)) add(*core::xmlChildAt(loaded_.document->root()->children, 0), kNoItems);
+    if (!documents::holdsItems(*block))
+      add(*core::xmlChildAt(loaded_.document->root()->children, 0), "filter-empty", kNoItems);
   }
 
  private:
-  void add(std::size_t line, std::string text) {
-    findings_.push_back({member_, line, section_, action_, place_, std::move(text), {}});
+  void add(std::size_t line, std::string_view rule, std::string text, std::string attribute = {}) {
+    findings_.push_back({member_, line, section_, action_, place_, std::move(text), rule, std::move(attribute), {}});
+  }
+  void add(const XmlNode& at, std::string_view rule, std::string text, std::string attribute = {}) {
+    add(loaded_.document->lineOf(at), rule, std::move(text), std::move(attribute));
+  }
+  void add(const XmlNode& at, std::vector<AttributeFault> faults) {
+    for (AttributeFault& fault : faults) add(at, fault.rule, std::move(fault.text), std::move(fault.attribute));
   }
   void addUses(const XmlNode& at, std::vector<PackageUse> uses) {
-    for (PackageUse& use : uses)
-      findings_.push_back(
-          {member_, loaded_.document->lineOf(at), section_, action_, place_, std::move(use.text), std::move(use.kind)});
+    for (PackageUse& use : uses) {
+      add(at, useRule(use.kind), std::move(use.text));
+      findings_.back().use = std::move(use.kind);
+    }
   }
-  void add(const XmlNode& at, std::string text) { add(loaded_.document->lineOf(at), std::move(text)); }
 
   void checkSection(const XmlNode* section, const std::string& name, char letter) {
     if (!section) return;
@@ -107,37 +125,52 @@ class Document {
     });
   }
 
+  // Sections are told by their order alone; names that say otherwise are slips.
+  void checkSections(const documents::ActionList& list) {
+    if (!list.foot)
+      add(1, "section-missing", "a list has four sections, head, body, filter and foot; this one has fewer");
+    const std::pair<const XmlNode*, const wchar_t*> sections[] = {
+        {list.head, L"head"}, {list.body, L"body"}, {list.filter, L"filter"}, {list.foot, L"foot"}};
+    for (const auto& [section, name] : sections) {
+      const bool isNamedAsAnother = section && section->name != name && isSectionName(section->name);
+      if (isNamedAsAnother)
+        add(*section, "section-order",
+            "'" + text::toUtf8(section->name) + "' stands where the section '" + text::toUtf8(name) + "' is read");
+    }
+  }
+  static bool isSectionName(std::wstring_view name) {
+    return name == L"head" || name == L"body" || name == L"filter" || name == L"foot";
+  }
+
   void checkTask(const XmlNode& task) {
     if (text::lower(attribute(task, L"deak")) == "false") checkSmallLetters(task, L"deak");
     // Switched off by its author: nothing of it is meant to run.
-    if (has(task, L"deak") && attribute(task, L"deak") != "false") return;
+    if (isSwitchedOff(task)) return;
     const std::string type = attribute(task, L"type");
-    if (!has(task, L"type")) return add(task, "an action without 'type'");
-    const engine::Action* row = engine::findAction(text::fromUtf8(type));
-    if (row) {
-      checkAction(task, type, *row);
-    } else if (documents::isPredicate(text::fromUtf8(type))) {
+    if (!has(task, L"type")) return add(task, "action-without-type", "an action without 'type'");
+    if (const engine::Action* action = engine::findAction(text::fromUtf8(type)))
+      checkAction(task, type, *action);
+    else if (documents::isPredicate(text::fromUtf8(type)))
       checkPredicate(task, type);
-    } else {
-      add(task, "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
-    }
-    if (row) checkTexts(task);
-    if (row) {
-      for (const std::string& fault : expressionFaults(task, type)) add(task, fault);
-    }
-    checkPaths(task, type);
-    addUses(task, usesOfAction(task, type));
+    else
+      add(task, "action-unknown", "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
+    checkSwitchedFilter(task);
+  }
+
+  void checkAction(const XmlNode& task, const std::string& type, const engine::Action& action) {
+    if (!checkRow(task, type, action)) return;
+    checkTexts(task);
+    add(task, attributeFaults(task, action));
+    add(task, names_.faults(task, action));
+    checkPaths(task, action);
+    addUses(task, usesOfAction(task, action));
+    checkUnits(task);
     // What is saved stays for the run, and a later model sets all of it again.
     if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
-    checkSwitchedFilter(task);
-    checkSmallLetters(task, L"eci");
-    checkUnits(task);
     if (type == "groupActions") checkGroup(task);
     if (type == "reportUniversal") checkReportFilter(task);
     if (type == "editSimpRep") checkComponentFilters(task);
-    if (type == "writeListReport") checkListReport(task);
     if (type == "setUserVariable") checkQuestion(task);
-    if (type == "setUserVariableFromBoundingBox") checkMeasure(task);
   }
 
   // Of a list of new parameters.
@@ -149,15 +182,9 @@ class Document {
         const std::wstring number(unit.name.substr(kUnit.size()));
         const std::string type = attribute(task, L"type_" + number);
         if (type == "String" || type == "Boolean")
-          add(task, "'" + text::toUtf8(unit.name) + "': a " + type + " has no unit, so the parameter isn't created");
+          add(task, "unit-unread",
+              "'" + text::toUtf8(unit.name) + "': a " + type + " has no unit, so the parameter isn't created");
       }
-    }
-  }
-
-  void checkMeasure(const XmlNode& task) {
-    const std::string format = attribute(task, L"format");
-    if (!actions::NumberFormat::read(text::fromUtf8(format))) {
-      add(task, "'format': not one of a single floating number: '" + format + "'");
     }
   }
 
@@ -165,15 +192,15 @@ class Document {
     using actions::QuestionKind;
     const std::string type = attribute(task, L"varType");
     const auto kind = actions::questionKind(text::fromUtf8(type));
-    if (!kind) return add(task, "setUserVariable has no 'varType' '" + type + "'");
+    if (!kind) return add(task, "question", "setUserVariable has no 'varType' '" + type + "'");
     if (*kind != QuestionKind::description && attribute(task, L"varName").empty()) {
-      add(task, "the question has no 'varName': its answer is lost");
+      add(task, "question", "the question has no 'varName': its answer is lost");
     }
     const engine::Subject none;
     const bool hasEntries =
         !engine::Task(task, none).numbers(L"combo_value_", text::parseInt(attribute(task, L"combo_c"))).empty();
     if (*kind == QuestionKind::choice && attribute(task, L"combo_autosel") != "1" && !hasEntries) {
-      add(task, "the question has nothing to choose from");
+      add(task, "question", "the question has nothing to choose from");
     }
   }
 
@@ -187,95 +214,30 @@ class Document {
     // These, as whole values, name the folder of one of Creo's options and are no tokens.
     if (attribute.value == L"@pro_symbol_dir@" || attribute.value == L"@pro_table_dir@") return;
     for (const std::string& fault : templateFaults(attribute.value)) {
-      add(at, "'" + text::toUtf8(attribute.name) + "': " + fault);
+      add(at, "template", "'" + text::toUtf8(attribute.name) + "': " + fault, text::toUtf8(attribute.name));
     }
   }
 
-  // Where the whole path is known without a model.
-  void checkPaths(const XmlNode& task, const std::string& type) {
-    for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
-      for (std::uint16_t i = 0; i < block->count; ++i) {
-        const PathAttribute* row = pathAttribute(type, block->items[i]->name);
-        if (row && row->target != PathTarget::written) checkPath(task, *row, block->items[i]->value);
-      }
-    }
-  }
-  void checkPath(const XmlNode& task, const PathAttribute& row, std::wstring_view value) {
-    if (!value.starts_with(kProjectDirectory)) return;
-    const std::wstring_view rest = value.substr(kProjectDirectory.size());
-    if (hasVariables(rest)) return;
-    std::string path = std::string(row.folder) + "/" + text::replaceAll(text::toUtf8(rest), "\\", "/");
-    path = text::replaceAll(path, "//", "/");
-    if (readsTable(row.action) && isFileMember(path)) return checkTable(task, path);
-    const bool isFile = row.target != PathTarget::folder;
-    if (isFile ? !isFileOf(row, path) : !isFolder(path)) {
-      add(task, "'" + text::toUtf8(row.attribute) + "': the package has no " + (isFile ? "file" : "folder") + " '" +
-                    path + "'");
-    } else if (row.action == "groupActions") {
-      checkTemplate(task, path);
-    }
-  }
-  // A workbook shows its cells only where it is converted.
-  void checkTable(const XmlNode& task, const std::string& member) {
-    if (engine::isWorkbook(text::fromUtf8(member))) return;
-    const std::string place = "'" + member + "': ";
-    const std::optional<std::string> bytes = readable(member);
-    if (!bytes) return;
-    for (const std::string& fault : tableFaults(task, *bytes)) add(task, std::string(place).append(fault));
-  }
-  // Nothing: it can't be unpacked, which is told once for the member.
-  [[nodiscard]] std::optional<std::string> readable(const std::string& member) const {
-    try {
-      return package_.read(member);
-    } catch (const MemberFault&) {
-      return std::nullopt;
-    }
-  }
-  // A material may be named without its ending, a model without its version.
-  bool isFileOf(const PathAttribute& row, const std::string& path) const {
-    if (isFileMember(path) || (row.target == PathTarget::model && isModelMember(path))) return true;
-    return row.action == "addMaterial" && (isFileMember(path + ".mtl") || isFileMember(path + ".mat"));
-  }
-  bool isFileMember(const std::string& path) const {
-    return anyMember([&](const std::string& member) { return member == text::lower(path); });
-  }
-  // Whatever its version.
-  bool isModelMember(const std::string& path) const {
-    const std::string lower = text::lower(path);
-    return anyMember([&](const std::string& member) { return member == lower || member.starts_with(lower + "."); });
-  }
-  bool isFolder(std::string path) const {
-    if (!path.ends_with('/')) path += '/';
-    return anyMember([&](const std::string& member) { return member.starts_with(text::lower(path)); });
-  }
-  // The drawing that serves as template, whatever its version.
-  void checkTemplate(const XmlNode& task, std::string folder) {
-    const core::XmlAttr* name = core::attrFind(task.attributes, L"tmpName");
-    if (!name || hasVariables(name->value)) return;
-    if (!folder.ends_with('/')) folder += '/';
-    const std::string file = folder + text::toUtf8(name->value) + ".drw";
-    if (!isModelMember(file)) add(task, "'tmpName': the package has no '" + file + "'");
-  }
-  template <class Test>
-  [[nodiscard]] bool anyMember(Test test) const {
-    const auto members = package_.members();
-    return std::any_of(members.begin(), members.end(),
-                       [&](const std::string& member) { return test(text::lower(member)); });
-  }
+  void checkPaths(const XmlNode& task, const engine::Action& action) { add(task, pathFaults(package_, task, action)); }
 
-  void checkAction(const XmlNode& task, const std::string& type, const engine::Action& row) {
-    if (type == "openXLSReport")
-      return add(task, "action 'openXLSReport' was removed; 'openCSVReport' takes its place");
-    if (type == "editModelParameterFromPrueftrail") return add(task, "action '" + type + "' was removed");
-    if (row.group == engine::Group::withoutEffect) return add(task, "action '" + type + "' does nothing");
-    const std::string wanted = wantedVersion(type);
-    const std::string version = attribute(task, L"version");
-    if (version != wanted) {
-      add(task, "action '" + type + "' has version '" + version + "'; this version carries out '" + wanted + "'");
+  // False: it isn't carried out whatever stands in it.
+  bool checkRow(const XmlNode& task, const std::string& type, const engine::Action& action) {
+    if (action.group == engine::Group::withoutEffect) {
+      add(task, "action-without-effect", "action '" + type + "' does nothing");
+      return false;
     }
-    if (row.group == engine::Group::modelNeeded && !isForAnyModel(task)) {
-      add(task, "action '" + type + "' is for no model: forPRT, forASM and forDRW are all missing or 'false'");
+    if (action.isRemoved) {
+      add(task, "action-removed", "action '" + type + "' was removed" + instead(action));
+      return false;
     }
+    const std::string wanted = text::toUtf8(action.version), version = attribute(task, L"version");
+    if (version != wanted)
+      add(task, "action-version",
+          "action '" + type + "' has version '" + version + "'; this version carries out '" + wanted + "'", "version");
+    if (action.group == engine::Group::modelNeeded && !isForAnyModel(task))
+      add(task, "action-for-no-model",
+          "action '" + type + "' is for no model: forPRT, forASM and forDRW are all missing or 'false'");
+    return true;
   }
 
   static bool isForAnyModel(const XmlNode& task) {
@@ -287,9 +249,11 @@ class Document {
 
   void checkGroup(const XmlNode& task) {
     const std::string mode = attribute(task, L"reworkMode");
-    if (!actions::isGroupMode(text::fromUtf8(mode))) add(task, "groupActions has no rework mode '" + mode + "'");
+    if (!actions::isGroupMode(text::fromUtf8(mode)))
+      add(task, "group", "groupActions has no rework mode '" + mode + "'");
     if (mode == "5" && attribute(task, L"mdlname").find(text::toUtf8(kProjectDirectory)) != std::string::npos)
-      add(task, "'mdlname': '@project_dir@' stays as it is in the name of another model; no file is found there");
+      add(task, "group",
+          "'mdlname': '@project_dir@' stays as it is in the name of another model; no file is found there");
     const std::string outer = place_;
     int index = -1;
     bool found = false;  // only the first element of that name runs
@@ -299,11 +263,12 @@ class Document {
       core::xmlEachChild(child, [&](const XmlNode& inner) {
         place_ = outer + " - G" + std::to_string(++index);
         if (inner.name == L"task") return checkTask(inner);
-        add(inner, "element '" + text::toUtf8(inner.name) + "' among subtasks is never run; it must be 'task'");
+        add(inner, "element-unknown",
+            "element '" + text::toUtf8(inner.name) + "' among subtasks is never run; it must be 'task'");
       });
     });
     place_ = outer;
-    if (!found) add(task, "a group without 'subtasks'");
+    if (!found) add(task, "group", "a group without 'subtasks'");
   }
 
   // Of several the last one decides.
@@ -312,7 +277,8 @@ class Document {
     core::xmlEachChild(task, [&filter](const XmlNode& child) {
       if (child.name == L"reportFilter") filter = &child;
     });
-    if (!filter) return add(task, "reportUniversal without 'reportFilter': its field stays empty");
+    if (!filter)
+      return add(task, "report-filter-missing", "reportUniversal without 'reportFilter': its field stays empty");
     checkSwitchedFilter(*filter);
   }
 
@@ -322,17 +288,12 @@ class Document {
     });
   }
 
-  void checkListReport(const XmlNode& task) {
-    const std::wstring sel = text::fromUtf8(attribute(task, L"sel"));
-    if (!hasVariables(sel) && !reports::isListKind(sel))
-      add(task, "writeListReport has no list '" + text::toUtf8(sel) + "'");
-  }
-
   // A switch is compared with "true" and "false" as they stand here: "True" switches a filter off, "False" a type on.
   void checkSmallLetters(const XmlNode& at, std::wstring_view name) {
     const std::string value = attribute(at, name), small = text::lower(value);
     if (value != small && (small == "true" || small == "false")) {
-      add(at, "'" + text::toUtf8(name) + "': '" + value + "' isn't '" + small + "': only small letters count");
+      add(at, "switch-letters",
+          "'" + text::toUtf8(name) + "': '" + value + "' isn't '" + small + "': only small letters count");
     }
   }
 
@@ -341,7 +302,7 @@ class Document {
     for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW", L"forEF"}) checkSmallLetters(node, name);
     if (attribute(node, L"forEF") != "true") return;
     checkFilter(node);
-    if (!documents::holdsItems(node)) add(node, kNoItems);
+    if (!documents::holdsItems(node)) add(node, "filter-empty", kNoItems);
   }
 
   // An empty one is what a list without a filter has.
@@ -352,7 +313,7 @@ class Document {
     core::xmlEachChild(filter, [&isEmpty](const XmlNode& child) {
       isEmpty = isEmpty && core::xmlChildCount(&child) == 0 && !child.attributes;
     });
-    if (!isEmpty && !documents::holdsItems(filter)) add(filter, kNoItems);
+    if (!isEmpty && !documents::holdsItems(filter)) add(filter, "filter-empty", kNoItems);
   }
 
   // block: holds groups of items.
@@ -361,10 +322,11 @@ class Document {
       if (group.name != L"filter" && group.name != L"root") return;
       core::xmlEachChild(group, [this](const XmlNode& item) {
         const std::string type = attribute(item, L"type");
-        if (!has(item, L"type")) return add(item, "a filter item without 'type'");
+        if (!has(item, L"type")) return add(item, "filter-without-type", "a filter item without 'type'");
         checkPredicate(item, type);
         if (!has(item, L"filtertype")) {
-          add(item, "filter '" + type + "' has no 'filtertype': its item holds where the test fails");
+          add(item, "filter-without-filtertype",
+              "filter '" + type + "' has no 'filtertype': its item holds where the test fails");
         }
         for (const wchar_t* name : {L"filtertype", L"opand"}) checkSmallLetters(item, name);
       });
@@ -374,7 +336,7 @@ class Document {
   void checkPredicate(const XmlNode& item, const std::string& type) {
     const std::wstring key = text::fromUtf8(type);
     if (!documents::isPredicate(key)) {
-      return add(item, "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
+      return add(item, "filter-unknown", "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
     }
     addUses(item, usesOfFilterItem(item));
     for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
@@ -390,14 +352,14 @@ class Document {
     if (!isOrdered && attribute(item, L"epsilon").empty()) return;
     const std::string value = attribute(item, L"value");
     if (value.find(',') != value.npos && isReadAsNumber(text::fromUtf8(value)))
-      add(item, "filter 'parameter', 'value': a number ends at its comma: '" + value + "'");
+      add(item, "filter-attribute", "filter 'parameter', 'value': a number ends at its comma: '" + value + "'");
   }
 
   void checkAttribute(const XmlNode& item, const std::string& type, const documents::PredicateAttribute& row) {
     const core::XmlAttr* found = core::attrFind(item.attributes, row.attribute);
     const std::string name = text::toUtf8(row.attribute);
     if (!found) {
-      if (row.required) add(item, "filter '" + type + "' has no '" + name + "'");
+      if (row.required) add(item, "filter-attribute", "filter '" + type + "' has no '" + name + "'");
       return;
     }
     using enum documents::AttributeKind;
@@ -408,7 +370,8 @@ class Document {
     // An optional value may be empty: it asks nothing then.
     if (!isPattern && (row.required || !found->value.empty())) fault = valueFault(found->value, row);
     if (!fault.empty()) {
-      add(item, "filter '" + type + "', '" + name + "': " + fault + ": '" + text::toUtf8(found->value) + "'");
+      add(item, "filter-attribute",
+          "filter '" + type + "', '" + name + "': " + fault + ": '" + text::toUtf8(found->value) + "'");
     }
   }
   static std::string valueFault(std::wstring_view value, const documents::PredicateAttribute& row) {
@@ -435,27 +398,29 @@ class Document {
   int action_ = -1;
   std::vector<Finding>& findings_;
   core::XmlLoaded loaded_;
+  ListNames names_;
 };
 
 // The members that can't be unpacked, each of them a finding.
 std::set<std::string> checkMembers(const PackageSource& package, std::vector<Finding>& findings) {
-  const auto add = [&findings](std::string file, std::string text) {
+  const auto add = [&findings](std::string file, std::string_view rule, std::string text) {
     Finding finding;
     finding.file = std::move(file);
+    finding.rule = rule;
     finding.text = std::move(text);
     findings.push_back(std::move(finding));
   };
-  if (!package.has(kPackageIndex)) add(kPackageIndex, "it is missing; it holds the description");
+  if (!package.has(kPackageIndex)) add(kPackageIndex, "member-missing", "it is missing; it holds the description");
   for (const auto& [mark, content] : folderMarks()) {
-    if (!package.has(mark)) add(mark, "it is missing; 'kelvane pack' adds it");
+    if (!package.has(mark)) add(mark, "member-missing", "it is missing; 'kelvane pack' adds it");
   }
-  if (actionLists(package).empty()) add("actionlists", "there is no action list");
+  if (actionLists(package).empty()) add("actionlists", "member-missing", "there is no action list");
   std::set<std::string> unreadable;
   for (const std::string& member : package.members()) {
     try {
       (void)package.read(member);
     } catch (const MemberFault& fault) {
-      add(member, "it can't be unpacked: " + fault.why());
+      add(member, "member-unreadable", "it can't be unpacked: " + fault.why());
       unreadable.insert(member);
     }
   }
@@ -479,12 +444,6 @@ std::vector<Finding> checkPackage(const PackageSource& package) {
     return std::pair(std::string_view(a.file), a.line) < std::pair(std::string_view(b.file), b.line);
   });
   return findings;
-}
-
-std::string shown(const Finding& finding) {
-  const std::string line = finding.line == 0 ? "" : ":" + std::to_string(finding.line);
-  const std::string place = finding.place.empty() ? "" : finding.place + ": ";
-  return finding.file + line + ": " + place + finding.text;
 }
 
 }  // namespace kelvane

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/task.h"
+#include "kelvane/attribute_check.h"
 #include "kelvane/text_check.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -11,56 +12,6 @@
 
 namespace kelvane {
 namespace {
-
-// clang-format off
-constexpr PathAttribute kPaths[] = {
-    {"setWorkingDirectory", L"path",    "models",  PathTarget::folder},
-    {"groupActions",        L"tmpPath", "models",  PathTarget::folder},
-    {"runTrailfile",        L"tf",      "models",  PathTarget::file},
-    {"exportStep",          L"config",  "models",  PathTarget::file},
-    {"setDTL",              L"view",    "models",  PathTarget::file},
-    {"addLayerFromTemplate", L"view",   "models",  PathTarget::model},
-    {"openCSVReport",       L"file",    "reports", PathTarget::written},
-    {"writeListReport",     L"file",    "reports", PathTarget::written},
-    {"writeInformationPDF", L"folder",  "reports", PathTarget::written},
-    {"writeInformationPDF", L"font",    "reports", PathTarget::file},
-    {"reportFeatureParameter",     L"csvFileName", "reports", PathTarget::written},
-    {"editModelParameterFromFile", L"path",        "reports", PathTarget::file},
-    {"editParameterFromDictionary", L"path",       "reports", PathTarget::file},
-    {"editModelDimensionFromFile", L"path",        "reports", PathTarget::file},
-    {"editMaterialFromFile", L"path",    "reports", PathTarget::file},
-    {"replaceMaterial",     L"path",    "materials", PathTarget::folder},
-    {"addMaterial",         L"material", "materials", PathTarget::file},
-    {"addSymbol",              L"sympath",  "models",  PathTarget::folder},
-    {"addTable",               L"tablepath", "models", PathTarget::folder},
-    {"replaceFormat",          L"path",     "models",  PathTarget::folder},
-    {"addNote",                L"notepath", "models",  PathTarget::file},
-    {"editModelNotesFromFile", L"path",     "reports", PathTarget::file},
-    {"loadToleranceTable",     L"path",     "models",  PathTarget::file},
-    {"setAppearance",          L"path",     "models",  PathTarget::file},
-    {"runModelCheck",          L"config",   "models",  PathTarget::file},
-    {"exportpdf",              L"profile",  "models",  PathTarget::file},
-    {"exportpdf2d",            L"profile",  "models",  PathTarget::file},
-};
-// What leaves the process: the attribute that names it, and one that follows it.
-struct OutsideAttribute {
-  std::string_view action;
-  std::wstring_view attribute, more;
-  const char* kind;
-  const char* text;
-};
-constexpr OutsideAttribute kOutside[] = {
-    {"runMSDOScommand",        L"cmd",   L"args", "program", "it starts the program"},
-    {"setUserVariableFromUrl", L"value", L"",     "address", "it asks the address"},
-};
-// clang-format on
-
-template <class F>
-void eachAttribute(const core::XmlNode& node, F f) {
-  for (const core::XmlAttrBlock* block = node.attributes; block; block = block->next) {
-    for (std::uint16_t i = 0; i < block->count; ++i) f(*block->items[i]);
-  }
-}
 
 // "d:\x", "\\server\x", in quotes or not.
 bool isWholePath(std::wstring_view value) {
@@ -130,32 +81,40 @@ void addCodeLetters(const core::XmlNode& node, const std::string& type, std::vec
   }
 }
 
-}  // namespace
-
-const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute) {
-  const auto* found = std::find_if(std::begin(kPaths), std::end(kPaths), [&](const PathAttribute& row) {
-    return row.action == action && row.attribute == attribute;
-  });
-  return found == std::end(kPaths) ? nullptr : found;
+// The arguments of a program are told with it.
+bool isToldWithAnother(const engine::Action& action, std::wstring_view name) {
+  return std::any_of(action.attributes.begin(), action.attributes.end(),
+                     [&](const core::Attribute& attribute) { return attribute.with == name; });
+}
+std::wstring withMore(const core::XmlNode& task, const core::XmlAttr& given, const core::Attribute& attribute) {
+  std::wstring all(given.value);
+  const core::XmlAttr* more = core::attrFind(task.attributes, attribute.with);
+  if (more && !more->value.empty()) all.append(L" ").append(more->value);
+  return all;
 }
 
-std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::string& type) {
+}  // namespace
+
+bool isPath(core::Kind kind) {
+  using enum core::Kind;
+  return kind == file || kind == model || kind == folder || kind == written;
+}
+
+std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const engine::Action& action) {
   std::vector<PackageUse> uses;
+  const std::string type = text::toUtf8(action.key);
   addNumbers(task, type, uses);
   addOwners(task, type, uses);
   addCodeLetters(task, type, uses);
-  eachAttribute(task, [&](const core::XmlAttr& attribute) {
-    for (const OutsideAttribute& row : kOutside) {
-      if (row.action != type) continue;
-      if (row.more == attribute.name) return;  // told with the attribute that it follows
-      if (row.attribute != attribute.name) continue;
-      std::wstring asked(attribute.value);
-      const core::XmlAttr* more = row.more.empty() ? nullptr : core::attrFind(task.attributes, row.more);
-      if (more && !more->value.empty()) asked.append(L" ").append(more->value);
-      return uses.push_back({row.kind, std::string(row.text) + " " + inQuotes(asked)});
-    }
-    const bool isPath = pathAttribute(type, attribute.name) != nullptr;
-    if (isPath ? leavesPackage(attribute.value) : isWholePath(attribute.value)) uses.push_back(outsidePath(attribute));
+  eachAttribute(task, [&](const core::XmlAttr& given) {
+    const core::Attribute* attribute = engine::findAttribute(action, given.name);
+    if (isToldWithAnother(action, given.name)) return;
+    if (attribute && attribute->kind == core::Kind::program)
+      return uses.push_back({"program", "it starts the program " + inQuotes(withMore(task, given, *attribute))});
+    if (attribute && attribute->kind == core::Kind::address)
+      return uses.push_back({"address", "it asks the address " + inQuotes(given.value)});
+    const bool isOfPackage = attribute && isPath(attribute->kind) && !attribute->folder.empty();
+    if (isOfPackage ? leavesPackage(given.value) : isWholePath(given.value)) uses.push_back(outsidePath(given));
   });
   return uses;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/xml.h"
+#include "engine/action.h"
 
 namespace kelvane {
 
@@ -15,25 +16,12 @@ struct PackageUse {
   std::string text;  // "it starts the program 'd:\tools\mail.cmd -q'"
 };
 // As the attributes stand, in their order; variables aren't replaced.
-std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const std::string& type);
+std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const engine::Action& action);
 // Of an item of a filter: whole paths alone, since any attribute may be a pattern.
 std::vector<PackageUse> usesOfFilterItem(const core::XmlNode& item);
 
-// Attributes that name what lies in a folder of the package, where "@project_dir@" is that folder.
-enum class PathTarget {
-  folder,
-  file,
-  model,    // a file of any version
-  written,  // it needn't be there
-};
-struct PathAttribute {
-  std::string_view action;
-  std::wstring_view attribute;
-  std::string_view folder;
-  PathTarget target;
-};
-// Null for an attribute that is none.
-const PathAttribute* pathAttribute(std::string_view action, std::wstring_view attribute);
+// Does the attribute name a file or a folder?
+bool isPath(core::Kind kind);
 constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
 constexpr std::wstring_view kUnit = L"unit_";  // the attributes of a new parameter's unit
 

@@ -18,7 +18,5 @@ struct TaskVerdict {
 };
 // The actions of a section on a model, those inside groups behind their group. letter: 'H', 'B', 'F'.
 std::vector<TaskVerdict> judgeSection(const core::XmlNode& section, char letter, creo::ProMdl model);
-// The literal that an action must have as its version.
-std::string wantedVersion(const std::string& type);
 
 }  // namespace kelvane

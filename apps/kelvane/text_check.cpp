@@ -6,7 +6,6 @@
 #include "engine/expressions.h"
 #include "engine/known_tokens.h"
 #include "kelvane/nearest.h"
-#include "kelvane/package_uses.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -45,18 +44,6 @@ void findTokens(std::wstring_view text, std::vector<std::string>& faults) {
     }
     at = text.find(L'@', end + 1);
   }
-}
-
-// Slashes alone are a text, and what is put together when it is used can't be told.
-std::string expressionFault(std::wstring_view text) {
-  const std::string fault = text.size() < 3 || hasVariables(text) ? std::string() : patternFault(text);
-  return fault.empty() ? fault : fault + ": '" + text::toUtf8(text) + "'";
-}
-
-// Lines that go into relations as they stand: what stands there in slashes is a comment.
-bool isLineOfRelations(std::wstring_view attribute) {
-  constexpr std::wstring_view kLines[] = {L"relationline", L"postline", L"addText", L"through"};
-  return std::any_of(std::begin(kLines), std::end(kLines), [&](auto line) { return attribute.starts_with(line); });
 }
 
 // What "$$repl$" looks for: up to a sign, "$!" standing for the sign itself.
@@ -162,19 +149,9 @@ std::string patternFault(std::wstring_view text) {
   return text.size() < 3 ? "an expression that holds nothing" : "an expression that doesn't compile (" + reason + ")";
 }
 
-std::vector<std::string> expressionFaults(const core::XmlNode& task, std::string_view type) {
-  std::vector<std::string> faults;
-  for (const core::XmlAttrBlock* block = task.attributes; block; block = block->next) {
-    for (std::uint16_t i = 0; i < block->count; ++i) {
-      const core::XmlAttr& one = *block->items[i];
-      if (pathAttribute(type, one.name) || isLineOfRelations(one.name)) continue;
-      // An attribute may hold a pattern a line.
-      for (const std::wstring& pattern : text::split(text::replaceAll(one.value, L"&#10;", L"\n"), L'\n'))
-        if (const std::string fault = expressionFault(pattern); !fault.empty())
-          faults.push_back("'" + text::toUtf8(one.name) + "': " + fault);
-    }
-  }
-  return faults;
+std::string expressionFault(std::wstring_view text) {
+  const std::string fault = text.size() < 3 || hasVariables(text) ? std::string() : patternFault(text);
+  return fault.empty() ? fault : fault + ": '" + text::toUtf8(text) + "'";
 }
 
 std::string refusal(const engine::RefusedExpression& refused) {

@@ -23,10 +23,9 @@ std::vector<std::string> namedUserVariables(std::wstring_view text);
 bool hasVariables(std::wstring_view text);
 // Why the text is no pattern; empty: it is one.
 std::string patternFault(std::wstring_view text);
-// "'name_0': an expression that doesn't compile (its reason): '/(/'", for each attribute of an action that stands in
-// slashes. Which of them are patterns only the action knows; paths are none, nor is what is put together when it is
-// used.
-std::vector<std::string> expressionFaults(const core::XmlNode& task, std::string_view type);
+// "an expression that doesn't compile (its reason): '/(/'"; empty for a pattern, for slashes alone, which are a text,
+// and for what is put together when it is used.
+std::string expressionFault(std::wstring_view text);
 // "the expression '/[/' doesn't compile (its reason), so that it matches nothing".
 std::string refusal(const engine::RefusedExpression& refused);
 bool isInteger(std::wstring_view text);

@@ -5,6 +5,8 @@
 
 namespace core {
 
+constexpr int kLastFeatureCode = 246;  // from 0
+
 // Creo's type by the code of an attribute. A text that is no code gives Creo's type of features that have none, as an
 // unused code does, and a warning line.
 int featureTypeOf(std::wstring_view attribute, std::wstring_view code);

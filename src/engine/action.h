@@ -157,7 +157,9 @@ struct Action {
   Conditions conditions = {kFilter};
   std::span<const Attribute> attributes = {};
   Effects effects = {};
-  std::string_view about = {};  // a sentence for people
+  std::string_view about = {};       // a sentence for people
+  bool isRemoved = false;            // lists of earlier releases hold it; it only says that it was removed
+  std::wstring_view successor = {};  // of a removed one: the key that takes its place
   Outcome (*function)(const Task& task) = nullptr;
   bool oldFrame = false;  // the function writes title and conditions itself
 };

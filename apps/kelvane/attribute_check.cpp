@@ -1,0 +1,205 @@
+#include "kelvane/attribute_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "actions/environment/number_format.h"
+#include "core/feature_codes.h"
+#include "kelvane/nearest.h"
+#include "kelvane/text_check.h"
+#include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/numbers.h"
+#include "text/pieces.h"
+
+namespace kelvane {
+namespace {
+
+using core::Attribute;
+using core::Kind;
+using core::Need;
+
+constexpr std::wstring_view kNumberSign = L"%d";
+
+std::string inQuotes(std::wstring_view text) { return "'" + text::toUtf8(text) + "'"; }
+bool isCounted(const Attribute& attribute) { return attribute.name.find(kNumberSign) != attribute.name.npos; }
+
+// The digits at the end of a name; for "name_7" "7".
+std::wstring_view numberAtEnd(std::wstring_view name) {
+  const std::size_t last = name.find_last_not_of(L"0123456789");
+  return last == name.npos ? name : name.substr(last + 1);
+}
+std::wstring numbered(const Attribute& attribute, std::wstring_view number) {
+  return text::replaceAll(std::wstring(attribute.name), kNumberSign, number);
+}
+
+std::string listed(std::wstring_view words) {
+  return text::toUtf8(text::replaceAll(text::replaceAll(std::wstring(words), L"||", L"|"), L"|", L", "));
+}
+
+class Look {
+ public:
+  Look(const core::XmlNode& task, const engine::Action& action) : task_(task), action_(action) {}
+
+  std::vector<AttributeFault> run() {
+    eachAttribute(task_, [this](const core::XmlAttr& given) {
+      if (const Attribute* attribute = engine::findAttribute(action_, given.name))
+        readKnown(given, *attribute);
+      else
+        addUnknown(given.name);
+    });
+    addMissing();
+    return std::move(faults_);
+  }
+
+ private:
+  void add(std::string_view rule, std::wstring_view attribute, std::string text) {
+    faults_.push_back({rule, text::toUtf8(attribute), std::move(text)});
+  }
+  [[nodiscard]] bool has(std::wstring_view name) const { return core::attrFind(task_.attributes, name) != nullptr; }
+  [[nodiscard]] std::wstring_view valueOf(std::wstring_view name) const {
+    const core::XmlAttr* found = core::attrFind(task_.attributes, name);
+    return found ? found->value : std::wstring_view();
+  }
+
+  void addUnknown(std::wstring_view name) {
+    std::vector<std::string> known;
+    const std::wstring_view number = numberAtEnd(name);
+    for (const auto& list : {action_.attributes, engine::commonAttributes()})
+      for (const Attribute& attribute : list)
+        known.push_back(text::toUtf8(numbered(attribute, number.empty() ? L"0" : number)));
+    add("attribute-unknown", name,
+        "action '" + text::toUtf8(action_.key) + "' has no attribute " + inQuotes(name) +
+            didYouMean(text::toUtf8(name), known));
+  }
+
+  void readKnown(const core::XmlAttr& given, const Attribute& attribute) {
+    if (isCounted(attribute)) readNumber(given.name, attribute);
+    if (given.value.empty() || (hasVariables(given.value) && attribute.kind != Kind::pattern)) return;
+    readValue(given, attribute);
+  }
+
+  // Is the number one of those that are read?
+  void readNumber(std::wstring_view name, const Attribute& attribute) {
+    const int number = text::parseInt(name.substr(attribute.name.find(kNumberSign)));
+    if (attribute.numbers != core::Numbers::counted) {
+      if (number >= attribute.most)
+        add("attribute-number", name,
+            inQuotes(name) + " isn't read: the numbers end at " + std::to_string(attribute.most - 1));
+      return;
+    }
+    const std::wstring_view count = valueOf(attribute.counter);
+    if (count.empty() || hasVariables(count) || !isInteger(count) || number < text::parseInt(count)) return;
+    if (told_.insert(attribute.counter).second)
+      add("count-below-list", attribute.counter,
+          inQuotes(attribute.counter) + " is " + text::toUtf8(count) + ", so that " + inQuotes(name) + " isn't read");
+  }
+
+  void readValue(const core::XmlAttr& given, const Attribute& attribute) {
+    switch (attribute.kind) {
+      case Kind::word:
+        return readWord(given, attribute);
+      case Kind::flag:
+        return readFlag(given);
+      case Kind::integer:
+      case Kind::number:
+        return readRange(given, attribute);
+      case Kind::feature:
+        if (!isFeatureCode(given.value)) add("number-broken", given.name, said(given, "no code of a feature type"));
+        return;
+      case Kind::pattern:
+        return readPatterns(given);
+      case Kind::format:
+        if (!actions::NumberFormat::read(given.value))
+          add("number-broken", given.name,
+              inQuotes(given.name) + ": not one of a single floating number: " + inQuotes(given.value));
+        return;
+      default:
+        return;
+    }
+  }
+  static std::string said(const core::XmlAttr& given, const std::string& fault) {
+    return inQuotes(given.name) + ": " + fault + ": " + inQuotes(given.value);
+  }
+
+  void readWord(const core::XmlAttr& given, const Attribute& attribute) {
+    const auto words = text::split(attribute.words, L'|');
+    if (std::find(words.begin(), words.end(), given.value) != words.end()) return;
+    std::vector<std::string> known;
+    for (const std::wstring& word : words) known.push_back(text::toUtf8(word));
+    add("word-unknown", given.name,
+        said(given, "none of " + listed(attribute.words)) + didYouMean(text::toUtf8(given.value), known));
+  }
+  void readFlag(const core::XmlAttr& given) {
+    if (given.value == L"true" || given.value == L"false") return;
+    const std::string small = text::lower(text::toUtf8(given.value));
+    if (small == "true" || small == "false")
+      add("switch-letters", given.name,
+          inQuotes(given.name) + ": " + inQuotes(given.value) + " isn't '" + small + "': only small letters count");
+    else
+      add("word-unknown", given.name, said(given, "neither 'true' nor 'false'"));
+  }
+  void readRange(const core::XmlAttr& given, const Attribute& attribute) {
+    const bool isWhole = attribute.kind == Kind::integer;
+    if (isWhole ? !isInteger(given.value) : !isNumber(given.value))
+      return add("number-broken", given.name, said(given, isWhole ? "no whole number" : "no number"));
+    const double number = text::parseDouble(given.value);
+    if (!attribute.range.isThere() || (number >= attribute.range.least && number <= attribute.range.most)) return;
+    add("number-range", given.name,
+        said(given, "not between " + text::toUtf8(text::shortest(attribute.range.least)) + " and " +
+                        text::toUtf8(text::shortest(attribute.range.most))));
+  }
+  static bool isFeatureCode(std::wstring_view value) {
+    return isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= core::kLastFeatureCode;
+  }
+  // An attribute may hold a pattern a line.
+  void readPatterns(const core::XmlAttr& given) {
+    for (const std::wstring& pattern : text::split(text::replaceAll(std::wstring(given.value), L"&#10;", L"\n"), L'\n'))
+      if (const std::string fault = expressionFault(pattern); !fault.empty())
+        add("pattern-broken", given.name, inQuotes(given.name) + ": " + fault);
+  }
+
+  [[nodiscard]] bool isThere(const Attribute& attribute) const {
+    if (!isCounted(attribute)) return has(attribute.name);
+    bool found = false;
+    eachAttribute(task_, [&](const core::XmlAttr& given) {
+      found = found || engine::findAttribute(action_, given.name) == &attribute;
+    });
+    return found;
+  }
+
+  void addMissing() {
+    const Attribute* first = nullptr;
+    bool hasWork = false;
+    std::string names;
+    for (const Attribute& attribute : action_.attributes) {
+      if (attribute.need == Need::needed && !isThere(attribute)) addMissing(numbered(attribute, L"0"), "");
+      if (attribute.need != Need::oneOf) continue;
+      if (!first) first = &attribute;
+      hasWork = hasWork || isThere(attribute);
+      names += (names.empty() ? "" : ", ") + inQuotes(numbered(attribute, L"0"));
+    }
+    if (first && !hasWork) addMissing(numbered(*first, L"0"), names);
+  }
+  // names: of those any of which would do; empty for the one alone.
+  void addMissing(const std::wstring& name, const std::string& names) {
+    const std::string action = "action '" + text::toUtf8(action_.key) + "' has ";
+    const bool isAlone = names.empty() || names.find(',') == names.npos;
+    add("attribute-missing", name, isAlone ? action + "no " + inQuotes(name) : action + "none of " + names);
+  }
+
+  const core::XmlNode& task_;
+  const engine::Action& action_;
+  std::set<std::wstring_view> told_;  // counters
+  std::vector<AttributeFault> faults_;
+};
+
+}  // namespace
+
+std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action) {
+  return Look(task, action).run();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,46 @@
+// What a look at a package finds, and the rules by which it looks.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace kelvane {
+
+enum class Severity {
+  error,    // it won't run as it was meant: the check fails
+  warning,  // probably a slip
+  note,     // nothing wrong, but worth knowing
+};
+struct Rule {
+  std::string_view name;  // "attribute-unknown"
+  Severity severity = Severity::error;
+  std::string_view about;         // what it finds, and why that matters
+  std::string_view example = {};  // a line that it finds; empty where one says nothing
+};
+// In the order of their names.
+std::span<const Rule> rules();
+// Null for a name that is none.
+const Rule* findRule(std::string_view name);
+// "error"
+std::string_view word(Severity severity);
+
+struct Finding {
+  std::string file;      // member of the package
+  std::size_t line = 0;  // from 1; 0 concerns the whole file
+  std::string section;   // "head", "body", "foot", "list filter"; empty outside a list's sections
+  int action = -1;       // its number in the section, from 0; -1: none
+  std::string place;     // the action as the log names it: "B3", "B3 - G0"
+  std::string text;
+  std::string_view rule;
+  std::string attribute;  // empty: it concerns the whole element
+  // What the package uses of its surroundings, or what else is no fault: "program", "address", "path", "units",
+  // "letters", "options"; empty for a fault.
+  std::string use;
+};
+Severity severityOf(const Finding& finding);
+// "actionlists/clean.xml:12: B3: unknown action 'delModelParameter'; did you mean 'deleteModelParameter'?"
+std::string shown(const Finding& finding);
+
+}  // namespace kelvane

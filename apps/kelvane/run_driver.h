@@ -42,12 +42,8 @@ class RunDriver {
   // Sets the rows' check marks as the options say.
   Choice choose(const RunOptions& options);
 
-  struct Refused {
-    std::string row, reason;
-    bool failed = false;  // the server couldn't tell, or write; otherwise somebody else has the model, say
-  };
-  // Checks out the models of the checked rows, as the tool's button does. Gives those that it couldn't.
-  std::vector<Refused> checkOut();
+  // Checks out the models of the checked rows, as the tool's button does.
+  void checkOut();
 
   // Presses start and waits until everything is done.
   void start();

@@ -1,7 +1,6 @@
 #include "kelvane/run_watch.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -33,11 +32,15 @@ using nlohmann::ordered_json;
 
 std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
 
-// Never 0.
-std::size_t hashOf(const ModelChanges& changes) {
-  std::wstring all(1, changes.presence == Presence::both ? L'b' : L'n');
-  for (const headless::Change& one : changes.changes) all += one.path + L'\n' + one.before + L'\n' + one.after + L'\n';
-  return std::hash<std::wstring>()(all) | 1U;
+// "d:\shaft.prt" of "d:\shaft.prt.4"; a document of version 0 has no number.
+std::wstring stemOf(const std::wstring& path) {
+  const auto file = headless::documentFile(os::nameOf(path));
+  return file && file->version > 0 ? path.substr(0, path.rfind(L'.')) : path;
+}
+
+// The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
+std::wstring versionBefore(const std::wstring& stem, int version) {
+  return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
 }
 
 }  // namespace
@@ -142,7 +145,7 @@ void RunWatch::saved(const headless::SavedDocument& document) {
   if (options_.readOnly) return;
   Document& known = documentOf(label(document.name, document.type));
   if (!known.isSaved()) known.firstVersion = document.version;
-  if (known.stem.empty()) known.stem = documentStem(document.path);
+  if (known.stem.empty()) known.stem = stemOf(document.path);
   known.path = document.path;
   paths_.insert(document.path);
   noteWritten(known);
@@ -159,10 +162,10 @@ void RunWatch::renamed(const headless::RenamedDocument& model) {
   if (known.before.empty()) known.before = before;
   if (known.before == now) known.before.clear();  // and back
   // Where nothing is written, the versions that the run found still lie under their old name.
-  const std::wstring stem = documentStem(options_.writesModels() ? model.path : model.pathBefore);
+  const std::wstring stem = stemOf(options_.writesModels() ? model.path : model.pathBefore);
   if (known.stem.empty() || options_.writesModels()) known.stem = stem;
   known.path = model.path;
-  if (!model.path.empty()) renamedStems_.insert(documentStem(model.path));
+  if (!model.path.empty()) renamedStems_.insert(stemOf(model.path));
   if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
 }
 
@@ -179,7 +182,7 @@ void RunWatch::unreadable(const std::wstring& path) {
 }
 
 bool RunWatch::isModel(const std::wstring& path) const {
-  return paths_.contains(path) || renamedStems_.contains(documentStem(path));
+  return paths_.contains(path) || renamedStems_.contains(stemOf(path));
 }
 
 void RunWatch::noteWritten(Document& document) {
@@ -209,7 +212,6 @@ void RunWatch::finishModel(const std::string& row) {
     worked.document = &document;
     worked.passedOver = isPassedOver(model.value);
     worked.failed = !keepHistory(model.value, document);
-    if (worked.failed) tellTrouble(lastMessage_);
   }
   worked.errors = log_.follow();
   // What an action made of such a fault is in the log; a fault that it didn't notice is the model's all the same.
@@ -243,10 +245,9 @@ bool RunWatch::keepHistory(creo::ProMdl model, Document& document) {
   if (held.closed) return true;
   if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (document.isSaved()) {
-    creo::ProError kept = models.saveReplacing(model);
-    if (kept == creo::ProNotFound) kept = models.save(model);  // it was handed out
+    const bool good = models.saveReplacing(model) == creo::ProNoError;
     noteWritten(document);
-    return kept == creo::ProNoError;
+    return good;
   }
   // A renamed model has changed on disk: without its history the next run would rename it once more.
   const bool isTouched = !document.before.empty();
@@ -263,9 +264,8 @@ void RunWatch::compareSaved() {
   for (Document* document : uncompared_) {
     document->compared = true;
     ModelChanges changes = changesOf(*document);
+    tell(events_, changes);
     document->differs = changes.any();
-    // Instances are kept with their generic's document: what its first row changed isn't told with each.
-    if (const std::size_t told = hashOf(changes); told != std::exchange(document->told, told)) tell(events_, changes);
     if (options_.dryRun) document->changes = std::move(changes);
   }
   uncompared_.clear();

@@ -80,7 +80,6 @@ class RunWatch : public headless::SessionObserver {
     bool compared = true;    // since it was written
     ModelChanges changes{};  // of a dry run
     bool differs = false;
-    std::size_t told = 0;  // a hash of the changes that the events told; 0: none
     [[nodiscard]] bool isSaved() const { return firstVersion > 0; }
     [[nodiscard]] bool isChanged() const { return differs || !before.empty(); }
   };

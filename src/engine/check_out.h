@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "creo/ProTypes.h"
 
@@ -21,12 +20,5 @@ bool showsCheckedOut(const std::string& row);
 class ModelRows;
 // Checks out the models of the rows whose check button is set.
 void checkOutRows(ModelRows& rows);
-
-struct RefusedCheckOut {
-  std::string row;
-  std::wstring conflicts;  // empty: it failed, the message area has the reason
-};
-// Those of the last time, in the table's order.
-const std::vector<RefusedCheckOut>& refusedCheckOuts();
 
 }  // namespace engine

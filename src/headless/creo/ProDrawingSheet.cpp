@@ -6,7 +6,6 @@
 #include "creo/ProDrawing.h"
 #include "creo/ProDrawingSheet.h"
 #include "headless/creo/drawing_operation.h"
-#include "headless/model/detour.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -39,7 +38,8 @@ Got<int> ProDrawingCurrentSheetGet(ProMdl drawing) {
 ProError ProDrawingCurrentSheetSet(ProMdl drawing, int sheet) {
   return onSheet("ProDrawingCurrentSheetSet", drawing, sheet, [&](State&, Model& m, const SheetRecord&) -> ProError {
     if (headless::currentSheetOf(*m.document) == sheet) return ProNoError;
-    headless::showSheet(m, sheet);
+    m.document->record.currentSheet = sheet;
+    m.document->touch(nullptr);
     return ProNoError;
   });
 }

@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "headless/creo/drawing_operation.h"
-#include "headless/model/detour.h"
 #include "headless/model/drawing_text.h"
 #include "text/encoding.h"
 
@@ -132,7 +131,7 @@ Got<ProDwgtable> ProDrawingTableCreate(ProMdl drawing, const ProPoint& position,
     segment.sheet = headless::currentSheetOf(*m.document);
     segment.position.x = position.x;
     segment.position.y = position.y;
-    headless::tableMade(m, table.id);
+    m.document->touch(nullptr);
     return ProDwgtable{m.handle, table.id};
   });
 }
@@ -149,7 +148,7 @@ ProError ProDwgtableTextEnter(const ProDwgtable& table, int column, int row, con
     }
     cell->lines.clear();
     for (const std::wstring& line : lines) cell->lines.push_back(text::toUtf8(line));
-    headless::tableWritten(m, record.id);
+    m.document->touch(nullptr);
     return ProNoError;
   });
 }
@@ -157,9 +156,8 @@ ProError ProDwgtableTextEnter(const ProDwgtable& table, int column, int row, con
 ProError ProDwgtableDelete(const ProDwgtable& table, bool /*repaint*/) {
   return onTable("ProDwgtableDelete", table, [](State&, Model& m, TableRecord& record) -> ProError {
     auto& tables = m.document->record.tables;
-    const int id = record.id;
     tables.erase(tables.begin() + (&record - tables.data()));
-    headless::tableGone(m, id);
+    m.document->touch(nullptr);
     return ProNoError;
   });
 }

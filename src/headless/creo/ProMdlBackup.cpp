@@ -1,7 +1,6 @@
 #include "creo/ProMdlBackup.h"
 
 #include "headless/creo/operation.h"
-#include "headless/model/one_version.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -36,10 +35,7 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
       error = os::files().create(path, text.value);
       if (error != std::errc::file_exists) break;
     }
-    if (!error) {
-      headless::handOut(*m.document);
-      return path;
-    }
+    if (!error) return path;
     state.showMessage(headless::cantWrite(path, error));
     return ProGeneralError;
   });

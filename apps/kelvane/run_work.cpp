@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
+#include "headless/model/one_version.h"
 #include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
@@ -65,6 +66,7 @@ class RunWork {
     for (const std::string& start : options_.starts) starts.push_back(graph.start(start));
     const ModelGraph::Trouble trouble = graph.trouble(starts);
     if (starts.empty()) starts = graph.starts();
+    const headless::OneVersion oneVersion;
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
     for (const auto& vault : place_.vaults) {

@@ -97,7 +97,7 @@ class RunWork {
       console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");
     for (const auto& [model, reason] : driver.fill(starts))
       watch.tellDamaged(model, reason.empty() ? model + " can't be opened" : reason);
-    const RunDriver::Choice choice = driver.choose(options_);
+    RunDriver::Choice choice = driver.choose(options_);
     watch.tellFilling();
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
@@ -108,6 +108,7 @@ class RunWork {
                     " models were worked by this list before and are left out; --again works them once more");
     }
     if (Interrupt::code() != 0) return finish(Interrupt::code());
+    if (options_.checkOut && !choice.rows.empty()) checkOut(session, driver, choice);
     if (choice.rows.empty()) tellNoModel();
     if (choice.rows.empty() && !options_.headFoot) {
       takeCounts(watch);
@@ -115,7 +116,6 @@ class RunWork {
       return finish(0);
     }
     files_.recorded->forgetAll();
-    if (options_.checkOut && !choice.rows.empty()) driver.checkOut();
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
@@ -124,6 +124,22 @@ class RunWork {
     tellWhatReportsLack(watch, choice.skipped);
     showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  // What isn't checked out isn't worked, unless the site gives up such a run as a whole.
+  void checkOut(headless::Session& session, RunDriver& driver, RunDriver::Choice& choice) {
+    for (const RunDriver::Refused& one : driver.checkOut()) {
+      console_.trouble(std::string(one.failed ? "error: " : "warning: ") + one.row +
+                       " can't be checked out: " + one.reason);
+      if (core::pluginState().cancelIfNotCheckedOut == 1) continue;
+      leaveOut(session, {one.row});
+      std::erase(choice.rows, one.row);
+      ++(one.failed ? recap_.failed : recap_.skipped);
+      ++recap_.models;
+      if (events_.on())
+        events_.tell("model",
+                     {{"model", one.row}, {"fault", one.reason}, {"outcome", one.failed ? "failed" : "skipped"}});
+    }
   }
 
   void tellNoModel() {

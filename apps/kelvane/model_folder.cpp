@@ -35,6 +35,15 @@ std::string label(const std::wstring& name, creo::ProMdlType type) {
   return text::toUtf8(name) + "." + text::toUtf8(creo::typeExtension(type));
 }
 
+std::wstring documentStem(const std::wstring& path) {
+  const auto file = headless::documentFile(os::nameOf(path));
+  return file && file->version > 0 ? path.substr(0, path.rfind(L'.')) : path;
+}
+
+std::wstring versionBefore(const std::wstring& stem, int version) {
+  return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
+}
+
 headless::SessionOptions lookingAt(const std::wstring& folder) {
   headless::SessionOptions options;
   options.modelFolder = folder;

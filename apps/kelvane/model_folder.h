@@ -24,6 +24,11 @@ ModelFileName modelFileName(const std::string& text);
 // "SHAFT.PRT"
 std::string label(const std::wstring& name, creo::ProMdlType type);
 
+// "d:\shaft.prt" of "d:\shaft.prt.4"; a document of version 0 has no number.
+std::wstring documentStem(const std::wstring& path);
+// The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
+std::wstring versionBefore(const std::wstring& stem, int version);
+
 // A session without the plug-in on a folder.
 headless::SessionOptions lookingAt(const std::wstring& folder);
 // The model; a Fault with the session's reason when it can't be had.

@@ -6,6 +6,7 @@
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "documents/package.h"
+#include "engine/check_out.h"
 #include "engine/compare.h"
 #include "engine/model_table.h"
 #include "engine/triggers.h"
@@ -157,9 +158,15 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   return choice;
 }
 
-void RunDriver::checkOut() {
+std::vector<RunDriver::Refused> RunDriver::checkOut() {
   require(session_.ui().press(kTool, "kvaneCheckout"), "check-out can't be pressed");
   session_.settle();
+  std::vector<Refused> refused;
+  for (const engine::RefusedCheckOut& one : engine::refusedCheckOuts()) {
+    const bool failed = one.conflicts.empty();
+    refused.push_back({one.row, failed ? "the server failed" : text::toUtf8(one.conflicts), failed});
+  }
+  return refused;
 }
 
 void RunDriver::start() {

@@ -42,8 +42,12 @@ class RunDriver {
   // Sets the rows' check marks as the options say.
   Choice choose(const RunOptions& options);
 
-  // Checks out the models of the checked rows, as the tool's button does.
-  void checkOut();
+  struct Refused {
+    std::string row, reason;
+    bool failed = false;  // the server couldn't tell, or write; otherwise somebody else has the model, say
+  };
+  // Checks out the models of the checked rows, as the tool's button does. Gives those that it couldn't.
+  std::vector<Refused> checkOut();
 
   // Presses start and waits until everything is done.
   void start();

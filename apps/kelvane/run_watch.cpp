@@ -1,6 +1,7 @@
 #include "kelvane/run_watch.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -32,15 +33,19 @@ using nlohmann::ordered_json;
 
 std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
 
-// "d:\shaft.prt" of "d:\shaft.prt.4"; a document of version 0 has no number.
-std::wstring stemOf(const std::wstring& path) {
-  const auto file = headless::documentFile(os::nameOf(path));
-  return file && file->version > 0 ? path.substr(0, path.rfind(L'.')) : path;
-}
-
-// The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
-std::wstring versionBefore(const std::wstring& stem, int version) {
-  return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
+// What the events haven't told of a document yet, by hashes of paths and values: instances are kept with their
+// generic's document, and it is compared anew behind each of its rows.
+ModelChanges untold(const ModelChanges& changes, std::unordered_map<std::size_t, std::size_t>& told) {
+  const std::hash<std::wstring> hash;
+  const auto isNews = [&](std::size_t of, std::size_t what) {
+    const auto [known, fresh] = told.try_emplace(of, what);
+    return std::exchange(known->second, what) != what || fresh;
+  };
+  ModelChanges rest{changes.model, changes.presence, {}};
+  if (changes.presence != Presence::both && !isNews(0, 0)) rest.presence = Presence::both;
+  for (const headless::Change& one : changes.changes)
+    if (isNews(hash(one.path), hash(one.before + L'\n' + one.after))) rest.changes.push_back(one);
+  return rest;
 }
 
 }  // namespace
@@ -145,7 +150,7 @@ void RunWatch::saved(const headless::SavedDocument& document) {
   if (options_.readOnly) return;
   Document& known = documentOf(label(document.name, document.type));
   if (!known.isSaved()) known.firstVersion = document.version;
-  if (known.stem.empty()) known.stem = stemOf(document.path);
+  if (known.stem.empty()) known.stem = documentStem(document.path);
   known.path = document.path;
   paths_.insert(document.path);
   noteWritten(known);
@@ -162,10 +167,10 @@ void RunWatch::renamed(const headless::RenamedDocument& model) {
   if (known.before.empty()) known.before = before;
   if (known.before == now) known.before.clear();  // and back
   // Where nothing is written, the versions that the run found still lie under their old name.
-  const std::wstring stem = stemOf(options_.writesModels() ? model.path : model.pathBefore);
+  const std::wstring stem = documentStem(options_.writesModels() ? model.path : model.pathBefore);
   if (known.stem.empty() || options_.writesModels()) known.stem = stem;
   known.path = model.path;
-  if (!model.path.empty()) renamedStems_.insert(stemOf(model.path));
+  if (!model.path.empty()) renamedStems_.insert(documentStem(model.path));
   if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
 }
 
@@ -182,7 +187,7 @@ void RunWatch::unreadable(const std::wstring& path) {
 }
 
 bool RunWatch::isModel(const std::wstring& path) const {
-  return paths_.contains(path) || renamedStems_.contains(stemOf(path));
+  return paths_.contains(path) || renamedStems_.contains(documentStem(path));
 }
 
 void RunWatch::noteWritten(Document& document) {
@@ -212,6 +217,7 @@ void RunWatch::finishModel(const std::string& row) {
     worked.document = &document;
     worked.passedOver = isPassedOver(model.value);
     worked.failed = !keepHistory(model.value, document);
+    if (worked.failed) tellTrouble(lastMessage_);
   }
   worked.errors = log_.follow();
   // What an action made of such a fault is in the log; a fault that it didn't notice is the model's all the same.
@@ -245,9 +251,10 @@ bool RunWatch::keepHistory(creo::ProMdl model, Document& document) {
   if (held.closed) return true;
   if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (document.isSaved()) {
-    const bool good = models.saveReplacing(model) == creo::ProNoError;
+    creo::ProError kept = models.saveReplacing(model);
+    if (kept == creo::ProNotFound) kept = models.save(model);  // it was handed out
     noteWritten(document);
-    return good;
+    return kept == creo::ProNoError;
   }
   // A renamed model has changed on disk: without its history the next run would rename it once more.
   const bool isTouched = !document.before.empty();
@@ -264,8 +271,8 @@ void RunWatch::compareSaved() {
   for (Document* document : uncompared_) {
     document->compared = true;
     ModelChanges changes = changesOf(*document);
-    tell(events_, changes);
     document->differs = changes.any();
+    if (events_.on()) tell(events_, untold(changes, document->told));
     if (options_.dryRun) document->changes = std::move(changes);
   }
   uncompared_.clear();

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
+#include "headless/model/one_version.h"
 #include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
@@ -73,6 +74,7 @@ class RunWork {
     for (const std::string& start : options_.starts) starts.push_back(graph.start(start));
     const ModelGraph::Trouble trouble = graph.trouble(starts);
     if (starts.empty()) starts = graph.starts();
+    const headless::OneVersion oneVersion;
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
     for (const auto& vault : place_.vaults) {
@@ -104,7 +106,7 @@ class RunWork {
       console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");
     for (const auto& [model, reason] : driver.fill(starts))
       watch.tellDamaged(model, reason.empty() ? model + " can't be opened" : reason);
-    const RunDriver::Choice choice = driver.choose(options_);
+    RunDriver::Choice choice = driver.choose(options_);
     watch.tellFilling();
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
@@ -115,6 +117,7 @@ class RunWork {
                     " models were worked by this list before and are left out; --again works them once more");
     }
     if (Interrupt::code() != 0) return finish(Interrupt::code());
+    if (options_.checkOut && !choice.rows.empty()) checkOut(session, driver, choice);
     if (choice.rows.empty()) tellNoModel();
     if (choice.rows.empty() && !options_.headFoot) {
       takeCounts(watch);
@@ -122,7 +125,6 @@ class RunWork {
       return finish(0);
     }
     files_.recorded->forgetAll();
-    if (options_.checkOut && !choice.rows.empty()) driver.checkOut();
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
@@ -131,6 +133,22 @@ class RunWork {
     tellWhatReportsLack(watch, choice.skipped);
     showResults(session, watch);
     return finish(broke.empty() ? Interrupt::code() : kErrors);
+  }
+
+  // What isn't checked out isn't worked, unless the site gives up such a run as a whole.
+  void checkOut(headless::Session& session, RunDriver& driver, RunDriver::Choice& choice) {
+    for (const RunDriver::Refused& one : driver.checkOut()) {
+      console_.trouble(std::string(one.failed ? "error: " : "warning: ") + one.row +
+                       " can't be checked out: " + one.reason);
+      if (core::pluginState().cancelIfNotCheckedOut == 1) continue;
+      leaveOut(session, {one.row});
+      std::erase(choice.rows, one.row);
+      ++(one.failed ? recap_.failed : recap_.skipped);
+      ++recap_.models;
+      if (events_.on())
+        events_.tell("model",
+                     {{"model", one.row}, {"fault", one.reason}, {"outcome", one.failed ? "failed" : "skipped"}});
+    }
   }
 
   void tellNoModel() {

@@ -22,6 +22,11 @@ bool isChecked(const std::string& button) {
   return creo::ProUICheckbuttonGetState(core::pluginState().dialogName, button).value;
 }
 
+bool isInMemory(headless::Session& session, const std::string& row) {
+  const ModelFileName name = modelFileName(row);
+  return static_cast<bool>(session.models().inMemory(name.name, name.type));
+}
+
 }  // namespace
 
 FiringWatch::FiringWatch(headless::Session& session, const RunOptions& options, bool json, Console& console,
@@ -53,7 +58,11 @@ void FiringWatch::operation(std::string_view name, int result, long long nanosec
 
 void FiringWatch::saved(const headless::SavedDocument& document) {
   const std::string name = label(document.name, document.type);
-  if (running_) running_->saved.insert(name);
+  if (running_) {
+    Saved& known = running_->saved[name];
+    if (known.firstVersion == 0) known = {documentStem(document.path), {}, document.version};
+    known.path = document.path;
+  }
   if (events_.on()) events_.tell("saved", {{"model", name}, {"version", document.version}});
 }
 
@@ -62,7 +71,16 @@ void FiringWatch::renamed(const headless::RenamedDocument& model) {
   const std::string before = label(model.before, model.type), now = label(model.now, model.type);
   if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
   if (!running_) return;
-  if (running_->saved.erase(before) > 0) running_->saved.insert(now);
+  const auto follow = [&](auto& all) {
+    auto known = all.extract(before);
+    if (!known) return;
+    known.key() = now;
+    all.insert(std::move(known));
+  };
+  follow(running_->unsavedBefore);
+  follow(running_->saved);
+  if (const auto known = running_->saved.find(now); known != running_->saved.end())
+    known->second = {documentStem(model.path), model.path, known->second.firstVersion};
   for (Row& row : running_->rows) {
     if ((row.now.empty() ? row.name : row.now) == before) row.now = now;
   }
@@ -80,6 +98,7 @@ void FiringWatch::triggerBegins(const Firing& firing) {
   if (const headless::Model* model = session_.models().find(firing.model))
     begun.model = label(model->name, model->type());
   begun.name = text::toUtf8(engine::triggerName(firing.type));
+  noteUnsaved();
   log_.begin(core::pluginState().logFile);
   begun.logBefore = log_.counts();
   if (events_.on()) {
@@ -101,10 +120,37 @@ void FiringWatch::progress(int value, int /*maximum*/) {
   leaveOut(session_, left);
 }
 
-std::string FiringWatch::documentOf(const std::string& row) const {
-  const ModelFileName name = modelFileName(row);
-  const auto model = session_.models().inMemory(name.name, name.type);
-  return model ? session_.models().documentText(model.value).value : std::string();
+void FiringWatch::noteUnsaved() {
+  for (const headless::ModelInMemory& one : session_.models().list()) {
+    if (!one.instanceOf.empty()) continue;
+    const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
+    if (document.isContentModified() || document.folder.empty())
+      running_->unsavedBefore[label(one.name, one.type)] = session_.models().documentText(one.handle).value;
+  }
+}
+
+std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string& name) const {
+  const headless::Models& models = session_.models();
+  const ModelFileName file = modelFileName(name);
+  const auto there = models.inMemory(file.name, file.type);
+  const headless::ModelDocument* document = there ? models.find(there.value)->document.get() : nullptr;
+  const std::string known = document ? label(document->name, document->type) : name;
+  const auto saved = running_->saved.find(known);
+  const bool isSaved = saved != running_->saved.end();
+  const auto unsaved = running_->unsavedBefore.find(known);
+  const bool wasUnsaved = unsaved != running_->unsavedBefore.end();
+  if (!isSaved && !wasUnsaved && document && !document->isContentModified()) return {};  // nobody touched it
+  // A model that the list took out of memory again has what was saved of it.
+  std::string now = document  ? models.documentText(there.value).value
+                    : isSaved ? models.written(saved->second.path).value
+                              : std::string();
+  if (wasUnsaved) return {unsaved->second, std::move(now)};
+  std::wstring path;
+  if (isSaved)
+    path = versionBefore(saved->second.stem, saved->second.firstVersion);
+  else if (document)
+    path = document->folder + headless::documentFileName(*document, document->version);
+  return {models.written(path).value, std::move(now)};
 }
 
 void FiringWatch::takeRows() {
@@ -115,7 +161,7 @@ void FiringWatch::takeRows() {
     for (const std::string& row : all) {
       if (!row.ends_with(extension)) continue;
       if (isChecked(row + "_cb")) {
-        running_->rows.push_back({row, documentOf(row)});
+        running_->rows.push_back({row, isInMemory(session_, row)});
       } else if (isChecked(row + "_lock")) {
         ++running_->recap.skipped;
       }
@@ -128,10 +174,9 @@ void FiringWatch::finishRow(const Row& row) {
   ++recap.models;
   const bool isRenamed = !row.now.empty() && row.now != row.name;
   const std::string& name = isRenamed ? row.now : row.name;
-  const std::string after = documentOf(name);
-  const bool failed = row.before.empty() && after.empty();
-  // A model that the list took out of memory again has what was saved of it.
-  const ModelChanges changes = row.before.empty() || after.empty() ? ModelChanges() : compared(name, row.before, after);
+  const auto [before, now] = beforeAndNow(name);
+  const bool failed = !row.isThere && !isInMemory(session_, name);
+  const ModelChanges changes = before.empty() || now.empty() ? ModelChanges() : compared(name, before, now);
   tell(events_, changes);
   const char* outcome = failed ? "failed" : isRenamed ? "renamed" : changes.any() ? "changed" : "unchanged";
   ++(failed ? recap.failed : isRenamed || changes.any() ? recap.changed : recap.unchanged);

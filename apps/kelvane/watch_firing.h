@@ -2,9 +2,11 @@
 #pragma once
 
 #include <chrono>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/log.h"
@@ -39,24 +41,33 @@ class FiringWatch : public headless::SessionObserver, public engine::TriggerObse
 
  private:
   struct Row {
-    std::string name;    // "SHAFT.PRT"
-    std::string before;  // the document's text; empty: the model isn't in memory
-    std::string now{};   // what it is called since it was renamed; empty: the same
+    std::string name;      // "SHAFT.PRT"
+    bool isThere = false;  // in memory, before the first row is worked
+    std::string now{};     // what it is called since it was renamed; empty: the same
+  };
+  struct Saved {
+    std::wstring stem, path;  // of its documents, and of the one that was saved last
+    int firstVersion = 0;     // that was saved since the trigger fired
   };
   struct Running {
     Firing told;
     std::string model, name;
     std::vector<Row> rows;  // those that are worked, in the run's order
     std::size_t done = 0;
-    std::set<std::string> saved;
+    // By labels of documents, "SHAFT.PRT". What isn't unsaved when the trigger fires lies on disk.
+    std::map<std::string, std::string> unsavedBefore;  // their texts
+    std::map<std::string, Saved> saved;
     std::set<std::wstring> unreadable;  // paths of documents
     core::LogCounts logBefore;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     Recap recap;
   };
 
-  [[nodiscard]] std::string documentOf(const std::string& row) const;
+  void noteUnsaved();
   void takeRows();
+  // What the row's document was when the trigger fired and what it is now; empty where nobody changed it, or it can't
+  // be had.
+  [[nodiscard]] std::pair<std::string, std::string> beforeAndNow(const std::string& name) const;
   void finishRow(const Row& row);
   void showEnd(int result);
 

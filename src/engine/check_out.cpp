@@ -37,6 +37,11 @@ creo::Got<creo::ProServerStatus> statusOf(const documents::ServerWorkspace& work
   return documents::statusIn(workspace, name.substr(0, dot) + text::lower(name.substr(dot)));
 }
 
+std::vector<RefusedCheckOut>& refused() {
+  static std::vector<RefusedCheckOut> all;
+  return all;
+}
+
 void checkOutRow(ModelRows& rows, const documents::ServerWorkspace& workspace, const std::string& row) {
   const creo::ProMdl model = documents::retrieveByFileName(row, creo::typeExtension(rowType(row)));
   core::creoLog(L"<KVD> sourceData - " + text::fromUtf8(row));
@@ -48,12 +53,13 @@ void checkOutRow(ModelRows& rows, const documents::ServerWorkspace& workspace, c
   }
   rows.removeCheckOut(row);
   std::wstring conflicts;
-  if (!status.value.checkedOut && creo::ProServerObjectsCheckout(model, {}, conflicts) == creo::ProConflicts) {
+  const auto result = status.value.checkedOut ? creo::ProNoError : creo::ProServerObjectsCheckout(model, {}, conflicts);
+  if (result != creo::ProNoError) refused().push_back({row, conflicts});
+  if (result == creo::ProConflicts) {
     core::creoLog(L"<KVD> Can't checkout,because conflicts");
-    rows.showCheckOut(row, kRefused);
-    return;
+    core::creoLog(conflicts);
   }
-  rows.showCheckOut(row, checkOutLabel(model, row));
+  rows.showCheckOut(row, result == creo::ProConflicts ? kRefused : checkOutLabel(model, row));
 }
 
 }  // namespace
@@ -72,7 +78,10 @@ bool showsCheckedOut(const std::string& row) {
   return image == "checkedout.gif" || image == "checkedoutmod.gif";
 }
 
+const std::vector<RefusedCheckOut>& refusedCheckOuts() { return refused(); }
+
 void checkOutRows(ModelRows& rows) {
+  refused().clear();
   const auto workspace = workspaceOrLine();
   if (!workspace) return;
   const std::string& dialog = core::pluginState().dialogName;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "creo/ProTypes.h"
 
@@ -20,5 +21,12 @@ bool showsCheckedOut(const std::string& row);
 class ModelRows;
 // Checks out the models of the rows whose check button is set.
 void checkOutRows(ModelRows& rows);
+
+struct RefusedCheckOut {
+  std::string row;
+  std::wstring conflicts;  // empty: it failed, the message area has the reason
+};
+// Those of the last time, in the table's order.
+const std::vector<RefusedCheckOut>& refusedCheckOuts();
 
 }  // namespace engine

@@ -2,6 +2,8 @@
 #include "actions/action_fixture.h"
 #include "creo/ProDwgtable.h"
 #include "creo/ProMdl.h"
+#include "headless/model/models.h"
+#include "headless/store/compare.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
 
@@ -18,6 +20,11 @@ class SheetGroup : public ActionTest {
           "list" + frameless + ".xml",
           task("groupActions", "reworkMode='6'" + (frameless.empty() ? "" : " framelessSheets='" + frameless + "'"),
                "<subtasks>" + tell + "</subtasks>"));
+    world.list("add.xml", task("groupActions", "reworkMode='6'",
+                               "<subtasks>" +
+                                   task("addModelParameter",
+                                        "forInstances='false' count='1' name_0='NORM' type_0='String' value_0='WN'") +
+                                   "</subtasks>"));
     world.config("kvd_write_history_in_models=0");  // each run works the models again
     ASSERT_EQ(0, world.start());
   }
@@ -65,6 +72,32 @@ TEST_F(SheetGroup, SkipsSheetsWithoutAModelUnlessToldOtherwise) {
                                  single + L"- G0 set AT = 2 GEAR|Sheet - 3|" + search + several +
                                  L"- G0 set AT = 3 GEAR";
   EXPECT_EQ(frameless, runGroup(L"TWO", "true"));
+}
+
+TEST_F(SheetGroup, LeavesNoTraceWhereItsTasksChangeNothing) {
+  const std::string models = R"("models": [{"name": "GEAR", "type": "prt"}, {"name": "PINION", "type": "prt"}],
+    "sheets": [{}, {}], "tables": [{"id": 1, "segments": [{"sheet": 1}], "repeatRegions": [{"model": 2}]},
+    {"id": 2, "segments": [{"sheet": 2}], "repeatRegions": [{"model": 1}]}])";
+  // What shows the first sheet or the first model, said in different ways.
+  const char* places[] = {R"("currentModel": "GEAR.prt")", R"("currentModel": "gear.PRT", "currentSheet": 9)",
+                          R"("currentModel": "GONE.prt", "currentSheet": 2)", R"("currentModel": "pinion.PRT")"};
+  int number = 0;
+  for (const std::string place : places) {
+    const std::wstring name = L"P" + std::to_wstring(++number);
+    const std::string file = text::toUtf8(name) + ".drw";
+    writeBytes(world.models() + "/" + file + ".1", R"({"format": 1, )" + models + ", " + place + "}");
+    EXPECT_NE(std::wstring::npos, runGroup(name).find(L"set AT = 2 GEAR")) << place;
+    const creo::ProMdl drawing = creo::ProMdlInit(name, creo::ProMdlType::drawing).value;
+    EXPECT_FALSE(creo::ProMdlModificationVerify(drawing).value) << place;
+    const auto differences = [&] {
+      return headless::compareTexts(world.document(file), world.session().models().documentText(drawing).value);
+    };
+    EXPECT_TRUE(differences().empty()) << place;
+    world.runOn(name, creo::ProMdlType::drawing, "add.xml");
+    EXPECT_TRUE(creo::ProMdlModificationVerify(drawing).value) << place;
+    for (const headless::Change& one : differences())
+      EXPECT_TRUE(one.path.starts_with(L"parameters/NORM/")) << place << text::toUtf8(one.path);
+  }
 }
 
 TEST_F(SheetGroup, TakesTheOnlyModelAndNothingFromOtherModels) {

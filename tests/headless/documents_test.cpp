@@ -323,6 +323,19 @@ TEST(Documents, ComparisonNamesWhatChanged) {
   for (const Row& row : rows) EXPECT_EQ(row.expected, changes(row.before, row.after)) << row.before;
   for (const char* before : {R"({"externalData": {"kvpslot": {"N": 1}}})", R"({"externalData": {}})", "{}"})
     EXPECT_EQ("", changes(before, R"({"externalData": {"kvpslot": {"N": 2}}})", {.history = false})) << before;
+  // The same of instances, at any depth, also where they come with it.
+  const std::string history = R"(, "externalData": {"kvpslot": {"N": 1}})";
+  const auto table = [](const std::string& own, const std::string& inner) {
+    return R"({"familyTable": {"instances": [{"name": "A")" + own + R"(, "familyTable": {"instances": [{"name": "B")" +
+           inner + "}]}}]}}";
+  };
+  const std::pair<std::string, std::string> places[] = {{history, ""}, {"", history}, {history, history}};
+  for (const auto& [own, inner] : places) {
+    EXPECT_EQ("", changes(table("", ""), table(own, inner), {.history = false}));
+    EXPECT_NE("", changes(table("", ""), table(own, inner), {}));
+  }
+  EXPECT_EQ("familyTable/instances/A/name:  -> A\nfamilyTable/instances/A/familyTable/instances/B/name:  -> B\n",
+            changes(R"({"familyTable": {"instances": []}})", table(history, history), {.history = false}));
 }
 
 TEST(Documents, ALineMoreAmongThousandsIsOneDifference) {

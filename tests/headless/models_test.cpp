@@ -5,9 +5,12 @@
 
 #include "creo/ProDrawing.h"
 #include "creo/ProExtdata.h"
+#include "creo/ProMdlBackup.h"
+#include "creo/ProMdlCopy.h"
 #include "creo/ProSolid.h"
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
+#include "headless/model/one_version.h"
 #include "headless/session_fixture.h"
 #include "headless/store/compare.h"
 
@@ -223,6 +226,32 @@ TEST_F(ModelsInMemory, SavingOnceMoreReplacesOnlyTheSessionsOwnVersion) {
   EXPECT_NE(std::string::npos, read("models/a.prt.2").find("9.0"));
   EXPECT_EQ(1u, session().savedDocuments().size());
   EXPECT_EQ(read("models/a.prt.2"), session().models().documentText(part).value);
+}
+
+TEST_F(ModelsInMemory, OneVersionIsLeftUnlessItWasHandedOut) {
+  model("a.prt.1", kMass);
+  const headless::OneVersion oneVersion;
+  ProMdl part = retrieve(L"A");
+  const auto save = [&](double mass) {
+    set(part, L"MASS", real(mass));
+    EXPECT_EQ(ProNoError, ProMdlSave(part));
+    return files();
+  };
+  EXPECT_EQ("a.prt.1 a.prt.2", save(9));
+  EXPECT_EQ("a.prt.1 a.prt.2", save(8));
+  EXPECT_EQ(ProNoError, ProMdlErase(part));
+  part = retrieve(L"A");
+  EXPECT_EQ("a.prt.1 a.prt.2", save(7)) << "it was out of memory";
+  EXPECT_NE(std::string::npos, read("models/a.prt.2").find("7.0"));
+  ASSERT_TRUE(ProMdlCopy(part, L"B"));
+  EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3", save(6));
+  std::filesystem::create_directories(folder_ + "/models/backup");
+  ASSERT_TRUE(ProMdlnameBackup(part, L"d:\\models\\backup"));
+  set(part, L"MASS", real(5));
+  EXPECT_EQ(ProNotFound, session().models().saveReplacing(part));
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3 a.prt.4 backup", files());
+  EXPECT_EQ(5u, session().savedDocuments().size());
 }
 
 TEST_F(ModelsInMemory, WhatAnotherProgramWroteMeanwhileIsNeverReplaced) {

@@ -265,7 +265,7 @@ TEST_F(VaultLists, FilesAreAddedToTheWorkspaceAndToAPrimaryObject) {
   told("in.xml");
   const std::wstring failure = L"Add file to workspace|E:failure while add to workspace / add to primary - ";
   EXPECT_EQ(failure + L"-4", told("none.xml"));
-  EXPECT_EQ(failure + L"-49", told("primary.xml")) << "it isn't checked out";
+  EXPECT_EQ(failure + L"-49|E:BRACKET.prt isn't checked out here", told("primary.xml"));
   EXPECT_EQ(failure + L"-4", told("stranger.xml"));
   EXPECT_EQ(failure + L"-2", told("nonsense.xml"));
   EXPECT_EQ(L"Add file to workspace|ok", told("plain.xml"));

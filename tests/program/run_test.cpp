@@ -116,6 +116,58 @@ TEST_F(Run, SaveOptionsSayWhatIsKept) {
   }
 }
 
+// An instance is kept in its generic's document, so that both want the same version.
+TEST_F(Run, EachDocumentGetsOneVersionWithAllItsHistory) {
+  const std::string set =
+      "<task type='editModelParameter' version='3' forPRT='true' forEF='false' searchin='1'"
+      " name='MASS' totype='0' value='7'/>";
+  const std::string other =
+      "<task type='groupActions' version='3' forPRT='false' forASM='true' forDRW='true' forEF='false' reworkMode='5'"
+      " mdlname='GEN.PRT'><subtasks>" +
+      set + kSave + "</subtasks></task>";
+  list("twice.xml", kAddNorm + kSave + set + kSave + other);
+  part(L"GEN").with(L"MASS", 2.5).column(L"MASS").instance(L"GEN_1", {"3.0"}).instance(L"GEN_2", {"4.0"});
+  assembly(L"A").uses(L"GEN_1", ProMdlType::part);
+  assembly(L"B").uses(L"GEN_2", ProMdlType::part);
+  fs::copy(models(), path("before"));
+  const std::vector<std::string> all = {"--set", "kvd_filter_inst=1"};
+  const auto with = [&](std::vector<std::string> more) {
+    more.insert(more.end(), all.begin(), all.end());
+    return more;
+  };
+  const Ended dry = run("twice", with({"-n"}));
+  const Ended real = run("twice", with({"--events", path("events")}));
+  EXPECT_EQ(0, real.code) << real.err;
+  EXPECT_EQ("done  models=5 changed=5 unchanged=0 skipped=0 failed=0 saved=3  errors=0 warnings=0", recapOf(real));
+  EXPECT_EQ(
+      (std::vector<std::string>{"A.asm.1", "A.asm.2", "B.asm.1", "B.asm.2", "GEN.prt.1", "GEN.prt.2", "kelvane.log"}),
+      filesIn("models"));
+  const Ended diff = kelvane({"diff", path("before"), models()});
+  EXPECT_EQ(diff.out, dry.out.substr(0, dry.out.find("dry  models=")));
+  const std::string events = readBytes(path("events"));
+  for (const std::string& told : {diff.out, events}) EXPECT_EQ(std::string::npos, told.find("kvpslot")) << told;
+  const std::string norm = R"("model":"GEN.PRT","path":"parameters/NORM/value","old":"","new":"WN-100"})";
+  EXPECT_NE(std::string::npos, events.find(norm)) << events;
+  EXPECT_EQ(events.find(norm), events.rfind(norm)) << "told once";
+  EXPECT_THAT(recapOf(run("twice", all)), testing::HasSubstr("models=5 changed=0 unchanged=0 skipped=5 failed=0"));
+}
+
+TEST_F(Run, AVersionThatWasCopiedOrBackedUpStays) {
+  const std::string of = " version='3' forPRT='true' forEF='false' ";
+  fs::create_directories(path("models/backup"));
+  for (const std::string& hands :
+       {"<task type='backupAction'" + of + "path='d:/backup'/>", "<task type='copyModel'" + of + "name='COPY'/>"}) {
+    part(L"PLATE").with(L"MASS", 2.5);
+    list("hands.xml", kAddNorm + kSave + hands);
+    const Ended ended = run("hands", {"--start", "PLATE.PRT"});
+    EXPECT_EQ(0, ended.code) << ended.err;
+    EXPECT_THAT(readBytes(path("models/PLATE.prt.2")), testing::Not(testing::HasSubstr("kvpslot")));
+    EXPECT_THAT(readBytes(path("models/PLATE.prt.3")), testing::HasSubstr("kvpslot"));
+    EXPECT_FALSE(fs::exists(path("models/PLATE.prt.4")));
+    for (const char* one : {"models/PLATE.prt.2", "models/PLATE.prt.3"}) fs::remove(path(one));
+  }
+}
+
 TEST_F(Run, WhatChangesBelowIsSavedOrNamed) {
   // A drawing's list changes the drawing's model, which the table doesn't show.
   const auto onModel = [](const std::string& tasks, const std::string& attributes = "mdlname='PLATE.PRT'") {

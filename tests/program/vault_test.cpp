@@ -68,6 +68,75 @@ TEST_F(VaultProgram, TwoPeopleWorkOnOneVault) {
   EXPECT_EQ("NORM", json::parse(test::readBytes(path("models/shaft.prt.3")))["parameters"][4]["name"]);
 }
 
+TEST_F(VaultProgram, HistoryBehindCheckInsFailsNothingAndHindersNothing) {
+  const std::string of = " version='3' forPRT='true' forASM='true' forEF='false'/>";
+  list("out.xml", test::kAddNorm + test::kSave + kIn + "<task type='checkoutModel'" + of);
+  const std::string clear = "<task type='removeModelFromWorkspace'" + of;
+  list("clear.xml", test::kAddNorm + test::kSave + kIn, clear);
+  list("empty.xml", "", clear);
+  const auto run = [&](const std::string& list) {
+    std::vector<std::string> words = {"run",     path("standards"), list,     models(),
+                                      "--vault", path("plm"),       "--user", "ann"};
+    if (list != "empty") words.push_back("--check-out");
+    return kelvane(words);
+  };
+  const Ended out = run("out");
+  EXPECT_EQ(0, out.code) << out.err;
+  EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(out));
+  EXPECT_EQ((std::vector<std::string>{"SHAFT.prt.1", "SHAFT.prt.2", "SHAFT.prt.3", "UNIT.asm.1", "UNIT.asm.2",
+                                      "UNIT.asm.3", "kelvane.log"}),
+            filesIn("models"))
+      << "what was checked in stays as it is";
+  EXPECT_EQ(test::readBytes(path("models/SHAFT.prt.2")), test::readBytes(path("plm/contents/shaft.prt.1")));
+  EXPECT_THAT(test::readBytes(path("models/SHAFT.prt.3")), testing::HasSubstr("kvpslot"));
+  EXPECT_EQ("done  models=2 changed=0 unchanged=0 skipped=2 failed=0 saved=0  errors=0 warnings=0",
+            recapOf(run("out")));
+
+  // On disk a history alone is what the workspace has and the vault hasn't; behind check-ins it is in memory.
+  EXPECT_EQ(0, vault({"--release", "SHAFT.PRT"}).code);
+  EXPECT_EQ(0, vault({"--release", "UNIT.ASM"}).code);
+  const std::vector<std::string> none = {"kelvane.log"};
+  EXPECT_EQ(0, run("empty").code);
+  EXPECT_EQ(none, filesIn("models"));
+  EXPECT_EQ(0, getAs("ann", "models", "UNIT.ASM").code);
+  EXPECT_EQ(0, run("clear").code);
+  EXPECT_EQ(none, filesIn("models"));
+  EXPECT_THAT(vault().out, testing::ContainsRegex("SHAFT.PRT +A.2 .*\nUNIT.ASM +A.2 "));
+}
+
+TEST_F(VaultProgram, ARefusedCheckOutIsToldAndLeavesTheModelOut) {
+  runAs("ann", "models", "in.xml");
+  getAs("bob", "mill", "unit.asm");
+  runAs("bob", "mill", "unsaved.xml", {"--check-out", "--select", "SHAFT*"});
+  const std::string reason = "SHAFT.PRT is checked out by bob in the workspace mill";
+  const std::string told = "warning: SHAFT.PRT can't be checked out: " + reason + "\n";
+  for (const char* modifiable : {"0", "1"}) {
+    const Ended ended = runAs("ann", "models", "norm.xml",
+                              {"--check-out", "-q", "-n", "--set", std::string("kvd_check_modifyable=") + modifiable});
+    EXPECT_EQ(0, ended.code);
+    EXPECT_EQ(told, ended.err);
+    EXPECT_EQ("dry  models=2 changed=1 unchanged=0 skipped=1 failed=0 saved=1  errors=0 warnings=0", recapOf(ended));
+  }
+  const Ended asked = runAs("ann", "models", "norm.xml",
+                            {"-q", "-n", "--select", "SHAFT*", "--creo-option", "dm_checkout_on_the_fly=checkout"});
+  EXPECT_EQ("warning: not checked out: " + reason + "\n", asked.err);
+  EXPECT_EQ("dry  models=1 changed=0 unchanged=0 skipped=1 failed=0 saved=0  errors=0 warnings=0", recapOf(asked));
+  const Ended cancelled =
+      runAs("ann", "models", "norm.xml", {"--check-out", "-n", "--set", "kvd_cancel_if_not_checked_out=1"});
+  EXPECT_EQ(1, cancelled.code);
+  EXPECT_THAT(cancelled.err, testing::HasSubstr(told));
+
+  list("note.xml",
+       "<task type='addFileToWorkspace' version='3' forPRT='true' forEF='false' source='d:/note.txt'"
+       " primary='@mdln@.prt'/>");
+  file("models/note.txt", "note");
+  const Ended added = runAs("ann", "models", "note.xml", {"--select", "SHAFT*", "--set", "kvd_check_modifyable=0"});
+  EXPECT_EQ(1, added.code);
+  EXPECT_THAT(added.err, testing::HasSubstr("warning: note.txt isn't added: " + reason + "\n"));
+  EXPECT_THAT(test::readBytes(path("models/kelvane.log")),
+              testing::ContainsRegex("add to primary - -49\r?\n[^\n]*SHAFT.prt isn't checked out here"));
+}
+
 TEST_F(VaultProgram, ADryRunTellsWhatItWouldCheckIn) {
   const auto before = filesIn("plm/objects");
   const Ended dry = runAs("ann", "models", "release.xml", {"-n"});

@@ -55,6 +55,26 @@ TEST_F(WatchVerb, ShowsWhatFiredWhichListAndWithWhatResult) {
   EXPECT_THAT(readBytes(path("models/PLATE.prt.2")), testing::HasSubstr("\"NORM\""));
 }
 
+// What filters and Head do to the models is the trigger's doing, and the history of instances is no change.
+TEST_F(WatchVerb, ModelsAreComparedWithWhatTheyWereWhenTheTriggerFired) {
+  file("models/plate.prt.1", R"({"format": 1, "parameters": [{"name": "A", "type": "double", "value": 1}],
+    "relations": ["A = 2"]})");
+  part(L"GEN").with(L"MASS", 2.5).column(L"MASS").instance(L"GEN_1", {"3.0"});
+  file(
+      "standards/actionlists/regenerates.xml",
+      R"(<list><head/><body/><filter><root><f type="isregenerateable" filtertype="true"/></root></filter><foot/></list>)");
+  list("nothing.xml", "");
+  const auto fire = [&](const std::string& list, const std::string& model) {
+    return firings(watch("save\n", {model, "--set", "kvd_start_kvz_before_save=standards " + list, "--set",
+                                    "kvd_start_kvz_before_save_conf=11111"}));
+  };
+  const std::string numbers = " skipped=0 failed=0 saved=0  errors=0 warnings=0\n";
+  EXPECT_EQ("before save  PLATE.PRT  standards regenerates  models=1 changed=1 unchanged=0" + numbers,
+            fire("regenerates", "PLATE.PRT"));
+  EXPECT_EQ("before save  GEN_1.PRT  standards nothing  models=1 changed=0 unchanged=1" + numbers,
+            fire("nothing", "GEN_1.PRT"));
+}
+
 TEST_F(WatchVerb, ARenamedModelIsFollowed) {
   part(L"PLATE");
   list("rename.xml", "<task type='renameModel' version='3' forPRT='true' forEF='false' name='@mdln@_X'/>" + kSave);

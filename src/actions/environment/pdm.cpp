@@ -72,6 +72,7 @@ Outcome addFileToWorkspace(const Task& task) {
   else
     core::logWrite(text::format(L"failure while add to workspace / add to primary - %d", static_cast<int>(result)),
                    core::kError);
+  if (result == creo::ProConflicts) core::logWrite(primary.text + L" isn't checked out here", core::kError);
   return done;
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/detour.h"
 #include "text/format.h"
 
 namespace creo {
@@ -55,10 +56,7 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
     const auto models = headless::Models::dependencies(m);
     if (std::none_of(models.begin(), models.end(), is)) return ProNotFound;
     if (is(*headless::currentModelOf(m))) return ProNoError;
-    // The first needs no mention: a drawing that was put back to it is as it was.
-    m.document->record.currentModel =
-        is(models.front()) ? std::string() : headless::modelLabel(wanted->name, wanted->type());
-    m.document->touch(nullptr);
+    headless::showModel(m, {wanted->name, {}, wanted->type()});
     return ProNoError;
   });
 }

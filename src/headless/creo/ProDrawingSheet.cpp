@@ -6,6 +6,7 @@
 #include "creo/ProDrawing.h"
 #include "creo/ProDrawingSheet.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/detour.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -38,8 +39,7 @@ Got<int> ProDrawingCurrentSheetGet(ProMdl drawing) {
 ProError ProDrawingCurrentSheetSet(ProMdl drawing, int sheet) {
   return onSheet("ProDrawingCurrentSheetSet", drawing, sheet, [&](State&, Model& m, const SheetRecord&) -> ProError {
     if (headless::currentSheetOf(*m.document) == sheet) return ProNoError;
-    m.document->record.currentSheet = sheet;
-    m.document->touch(nullptr);
+    headless::showSheet(m, sheet);
     return ProNoError;
   });
 }

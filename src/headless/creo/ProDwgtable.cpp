@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/detour.h"
 #include "headless/model/drawing_text.h"
 #include "text/encoding.h"
 
@@ -131,7 +132,7 @@ Got<ProDwgtable> ProDrawingTableCreate(ProMdl drawing, const ProPoint& position,
     segment.sheet = headless::currentSheetOf(*m.document);
     segment.position.x = position.x;
     segment.position.y = position.y;
-    m.document->touch(nullptr);
+    headless::tableMade(m, table.id);
     return ProDwgtable{m.handle, table.id};
   });
 }
@@ -148,7 +149,7 @@ ProError ProDwgtableTextEnter(const ProDwgtable& table, int column, int row, con
     }
     cell->lines.clear();
     for (const std::wstring& line : lines) cell->lines.push_back(text::toUtf8(line));
-    m.document->touch(nullptr);
+    headless::tableWritten(m, record.id);
     return ProNoError;
   });
 }
@@ -156,8 +157,9 @@ ProError ProDwgtableTextEnter(const ProDwgtable& table, int column, int row, con
 ProError ProDwgtableDelete(const ProDwgtable& table, bool /*repaint*/) {
   return onTable("ProDwgtableDelete", table, [](State&, Model& m, TableRecord& record) -> ProError {
     auto& tables = m.document->record.tables;
+    const int id = record.id;
     tables.erase(tables.begin() + (&record - tables.data()));
-    m.document->touch(nullptr);
+    headless::tableGone(m, id);
     return ProNoError;
   });
 }

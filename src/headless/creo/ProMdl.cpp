@@ -173,7 +173,7 @@ bool resolvedByUser(State& state, Model& model) {
   if (answer == L"checkout") {
     std::wstring conflicts;
     state.servers.checkOut(model, false, conflicts);
-    if (!conflicts.empty()) state.showMessage(conflicts);
+    if (!conflicts.empty()) state.showMessage(L"warning: not checked out: " + conflicts);
   }
   return !model.document->closed;
 }

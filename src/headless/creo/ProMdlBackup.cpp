@@ -1,6 +1,7 @@
 #include "creo/ProMdlBackup.h"
 
 #include "headless/creo/operation.h"
+#include "headless/model/one_version.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -35,7 +36,10 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
       error = os::files().create(path, text.value);
       if (error != std::errc::file_exists) break;
     }
-    if (!error) return path;
+    if (!error) {
+      headless::handOut(*m.document);
+      return path;
+    }
     state.showMessage(headless::cantWrite(path, error));
     return ProGeneralError;
   });

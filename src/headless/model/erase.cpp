@@ -2,6 +2,7 @@
 #include <unordered_set>
 
 #include "headless/model/models.h"
+#include "headless/model/one_version.h"
 #include "headless/store/faults.h"
 #include "text/format.h"
 
@@ -23,6 +24,7 @@ void Models::remove(const Model& model) {
     message(erasedWithChanges(model.name + L'.' + std::wstring(creo::typeExtension(model.type()))));
   countUses(model, -1);
   byKey_.erase(keyOf(model));
+  if (model.document.use_count() == 1) OneVersion::remember(*model.document);
   const auto at = static_cast<std::uint32_t>((handle.value & 0xFFFFFFFFu) - 1);
   places_[at].model.reset();
   ++places_[at].generation;

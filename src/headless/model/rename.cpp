@@ -6,6 +6,7 @@
 #include "headless/model/follow_rename.h"
 #include "headless/model/models.h"
 #include "headless/model/new_document.h"
+#include "headless/model/one_version.h"
 #include "headless/model/stand_alone.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -82,6 +83,7 @@ Got<ProMdl> Models::copy(ProMdl handle, std::wstring_view wanted) {
   if (!model || !isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring name = text::upper(wanted);
   if (byKey_.contains(modelKey(name, model->type())) || model->document->row(name)) return creo::ProExists;
+  if (!model->row) handOut(*model->document);
   return add(standAlone(*model, wanted, false), nullptr, name).handle;
 }
 

@@ -4,6 +4,7 @@
 #include "headless/model/drawing.h"
 #include "headless/model/family.h"
 #include "headless/model/models.h"
+#include "headless/model/one_version.h"
 #include "headless/store/faults.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -105,6 +106,7 @@ Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& re
   document->version = file.version;
   document->folder = folder.path();
   document->fileStem = file.version > 0 ? file.fileName.substr(0, file.fileName.rfind(L'.')) : file.fileName;
+  OneVersion::recall(*document);
   if (document->record.familyTable) linkRows(*document->record.familyTable, nullptr);
   if (host_.read) host_.read(*document);
   retrieval.loaded.push_back(document);

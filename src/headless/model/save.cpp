@@ -1,9 +1,11 @@
 // Saving models: a document as its next version, and the documents of what a model uses before its own.
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 
 #include "headless/model/bottom_up.h"
 #include "headless/model/models.h"
+#include "headless/model/one_version.h"
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
 #include "text/format.h"
@@ -26,6 +28,16 @@ DocumentFile fileOf(const ModelDocument& document, int version) {
 bool isLocked(const ModelDocument& document) { return document.record.readOnly || document.closed; }
 // Nothing on disk says what it is now. A history that was written alone is none of it: who works a model keeps that.
 bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.folder.empty(); }
+
+// Puts the bytes in place of what the session wrote last. Nothing: another program wrote a newer version meanwhile.
+std::optional<std::error_code> replaceOwn(Store& store, const ModelDocument& document, std::string_view bytes) {
+  Folder& folder = store.folder(document.folder);
+  // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
+  if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
+  const DocumentFile* newest = folder.find(document.name, document.type);
+  if (newest && newest->version > document.writtenVersion) return std::nullopt;
+  return store.replace(folder, fileOf(document, document.writtenVersion), bytes);
+}
 
 }  // namespace
 
@@ -78,6 +90,19 @@ Got<std::string> Models::textOf(const ModelDocument& document) const {
 ProError Models::write(ModelDocument& document) {
   const auto bytes = textOf(document);
   if (!bytes) return bytes.error;
+  if (OneVersion::isWanted() && document.writtenVersion > 0) {
+    const std::wstring path = document.folder + documentFileName(document, document.writtenVersion);
+    const auto error = replaceOwn(store_, document, bytes.value);
+    if (error && *error) {
+      message(cantWrite(path, *error));
+      return creo::ProGeneralError;
+    }
+    if (error) {
+      noteSaved(document, document.writtenVersion);
+      host_.saved({document.name, document.type, document.version, path});
+      return creo::ProNoError;
+    }
+  }
   const bool isNew = document.folder.empty();
   if (isNew) document.folder = working_;
   Folder& folder = store_.folder(document.folder);
@@ -110,15 +135,12 @@ ProError Models::saveReplacing(ProMdl handle) {
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
   if (document.writtenVersion == 0) return creo::ProNotFound;
-  Folder& folder = store_.folder(document.folder);
-  // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
-  if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
-  if (newestVersion(document) > document.writtenVersion) return write(document);
-  const DocumentFile file = fileOf(document, document.writtenVersion);
   const auto bytes = textOf(document);
   if (!bytes) return bytes.error;
-  if (const auto error = store_.replace(folder, file, bytes.value)) {
-    message(cantWrite(document.folder + file.fileName, error));
+  const auto error = replaceOwn(store_, document, bytes.value);
+  if (!error) return write(document);
+  if (*error) {
+    message(cantWrite(document.folder + documentFileName(document, document.writtenVersion), *error));
     return creo::ProGeneralError;
   }
   noteSaved(document, document.writtenVersion);

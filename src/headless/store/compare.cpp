@@ -10,7 +10,12 @@
 namespace headless {
 namespace {
 
-constexpr std::string_view kHistoryPath = "externalData/kvpslot";
+// Of the model itself, or of a row of its family table, at whatever depth.
+bool isHistoryPath(std::string_view path) {
+  constexpr std::string_view kHistory = "externalData/kvpslot", kRows = "familyTable/instances/";
+  if (path == kHistory) return true;
+  return path.starts_with(kRows) && path.ends_with("/" + std::string(kHistory));
+}
 
 bool isContainer(const Json& value) { return value.is(JsonKind::object) || value.is(JsonKind::array); }
 
@@ -88,7 +93,7 @@ class Comparison {
   explicit Comparison(const CompareOptions& options) : options_(options) {}
 
   void compare(const Json& before, const Json& after) {
-    if (!options_.history && path_ == kHistoryPath) return;
+    if (!options_.history && isHistoryPath(path_)) return;
     if (before.kind == after.kind && isContainer(before)) return compareItems(before, after);
     if (!equal(before, after)) add(&before, &after);
   }
@@ -167,7 +172,7 @@ class Comparison {
 
   // A whole object that came or went is told member by member, so that a new parameter's value has its own line.
   void add(const Json* before, const Json* after) {
-    if (!options_.history && path_ == kHistoryPath) return;
+    if (!options_.history && isHistoryPath(path_)) return;
     const Json* only = before ? before : after;
     if ((!before || !after) && only->is(JsonKind::object) && !only->items.empty()) {
       for (const Json& item : only->items) {

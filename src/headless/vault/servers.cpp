@@ -1,5 +1,7 @@
 #include "headless/vault/servers.h"
 
+#include "headless/model/one_version.h"
+#include "headless/store/compare.h"
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -45,6 +47,20 @@ std::wstring slashed(std::wstring_view path) {
   for (wchar_t& c : out) c = c == L'\\' ? L'/' : c;
   while (out.ends_with(L'/')) out.pop_back();
   return out;
+}
+
+// Has the model in memory, or the folder's newest document, what the vault lacks? A history alone isn't meant.
+bool isChangedInMemory(const Models& models, const ObjectName& name) {
+  const auto held = models.inMemory(name.name, name.type);
+  return held && models.find(held.value)->document->isContentModified();
+}
+bool isChangedHere(Models& models, const Vault& vault, const ObjectName& name, const MemberRecord& member) {
+  const DocumentFile* newest = models.home().find(name.name, name.type);
+  if (!newest || newest->version == member.version) return false;
+  std::string taken;
+  const auto here = models.written(models.home().path() + newest->fileName);
+  if (!here || !vault.content(name, member.base, taken)) return true;
+  return !compareTexts(taken, here.value, {.history = false}).empty();
 }
 
 void addLine(std::wstring& lines, const std::wstring& line) { lines += (lines.empty() ? L"" : L"; ") + line; }
@@ -183,7 +199,7 @@ ProError Servers::checkIn(const Model& model, const std::wstring& location, std:
   answer = server.vault->checkIn(name, server.who, next, writeDocument(document.record), document.version);
   if (!answer) return ended(answer, &conflicts);
   document.inWorkspace = document.closed = true;
-  document.writtenVersion = 0;  // the session no longer replaces it: the vault has this content
+  handOut(document);
   note(text::format(L"check in %s as %s.%d", name.label(), text::fromUtf8(next.revision), next.iteration));
   return creo::ProNoError;
 }
@@ -200,12 +216,9 @@ ProError Servers::removeAll(std::wstring& conflicts) {
     const MemberRecord* member = memberOf(one.record, server.who);
     if (!member) continue;
     const ObjectName& name = members.emplace_back(ObjectName{text::fromUtf8(one.record.name), one.record.type});
-    const auto held = models_.inMemory(name.name, name.type);
-    const bool changed = held && models_.find(held.value)->document->isModified(nullptr);
-    const int newest = newestHere(name);
     if (isCheckedOut(one.record, server.who, name.name))
       addLine(reasons, name.label() + L" is checked out");
-    else if (changed || (newest != 0 && newest != member->version))
+    else if (isChangedInMemory(models_, name) || isChangedHere(models_, *server.vault, name, *member))
       addLine(reasons, name.label() + L" has changes that aren't checked in");
   }
   if (!reasons.empty()) return ended({creo::ProConflicts, reasons}, &conflicts);
@@ -237,7 +250,9 @@ ProError Servers::addFile(const std::wstring& source, const std::wstring& target
   const std::wstring file = os::nameOf(source);
   if (answer) answer = server.vault->addFile(server.who, file, bytes.value, object ? &*object : nullptr);
   if (!answer) {
-    if (!answer.reason.empty()) models_.message(answer.reason);
+    const bool isConflict = answer.error == creo::ProConflicts;
+    if (!answer.reason.empty())
+      models_.message((isConflict ? L"warning: " + file + L" isn't added: " : std::wstring()) + answer.reason);
     return answer.error;
   }
   note(L"add " + file + L" to the workspace");
@@ -305,7 +320,7 @@ ProError Servers::refresh(const ObjectName& name, std::wstring& conflicts) {
     return creo::ProConflicts;
   }
   if (member->base == static_cast<int>(object.iterations.size())) return creo::ProNoError;
-  if (newestHere(name) != member->version) {
+  if (isChangedHere(models_, *server.vault, name, *member)) {
     conflicts = name.label() + L" has changes that aren't checked in";
     return creo::ProConflicts;
   }

@@ -1,6 +1,8 @@
 // Creo's configuration options: saved under a name, set, and set again as they were saved.
 #include "actions/environment/config_options.h"
 
+#include <limits>
+
 #include "actions/families.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -83,15 +85,16 @@ Outcome setConfigOption(const Task& task) {
   return done;
 }
 
-// The numbered ones stand in child elements: that of number N has name_N.
+// The numbered ones stand in child elements: that of number N has name_N. There may be any number of them.
+constexpr int kAnyNumber = std::numeric_limits<int>::max();
 constexpr Attribute kSetAttributes[] = {
     {.name = L"safename", .about = "a name of saveConfigOptions: what was saved under it is set first"},
-    {.name = L"name_%d", .about = "in the child element of that number: an option"},
-    {.name = L"value_%d", .about = "there too: its value, as it stands"},
+    {.name = L"name_%d", .most = kAnyNumber, .about = "in the child element of that number: an option"},
+    {.name = L"value_%d", .most = kAnyNumber, .about = "there too: its value, as it stands"},
 };
 constexpr Attribute kSaveAttributes[] = {
     {.name = L"savename", .need = Need::needed, .about = "the name under which they are kept"},
-    {.name = L"name_%d", .about = "in the child element of that number: an option"},
+    {.name = L"name_%d", .most = kAnyNumber, .about = "in the child element of that number: an option"},
 };
 
 constexpr Action kActions[] = {

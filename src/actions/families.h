@@ -20,21 +20,22 @@ using Family = std::span<const engine::Action> (*)();
 std::span<const Family> allFamilies();
 
 // clang-format off
-std::span<const ActionFunction> creoLogActions();  // environment/creo_log.cpp
-std::span<const ActionFunction> workingFolderActions();  // environment/working_folder.cpp
-std::span<const ActionFunction> configOptionActions();  // environment/config_options.cpp
-std::span<const ActionFunction> macroActions();  // environment/mapkeys.cpp
-std::span<const ActionFunction> trailFileActions();  // environment/trail_file.cpp
-std::span<const ActionFunction> programActions();  // environment/programs.cpp
-std::span<const ActionFunction> sessionActions();  // environment/session.cpp
-std::span<const ActionFunction> detailOptionActions();  // environment/detail_options.cpp
-std::span<const ActionFunction> insertPositionActions();  // environment/insert_position.cpp
-std::span<const ActionFunction> userVariableActions();  // environment/user_variables.cpp
-std::span<const ActionFunction> boundingBoxActions();  // environment/bounding_box.cpp
-std::span<const ActionFunction> pdmActions();  // environment/pdm.cpp
-std::span<const ActionFunction> questionActions();  // environment/question.cpp
-std::span<const ActionFunction> webRequestActions();  // environment/web_request.cpp
-std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
+std::span<const engine::Action> creoLogActions();  // environment/creo_log.cpp
+std::span<const engine::Action> workingFolderActions();  // environment/working_folder.cpp
+std::span<const engine::Action> configOptionActions();  // environment/config_options.cpp
+std::span<const engine::Action> macroActions();  // environment/mapkeys.cpp
+std::span<const engine::Action> trailFileActions();  // environment/trail_file.cpp
+std::span<const engine::Action> programActions();  // environment/programs.cpp
+std::span<const engine::Action> sessionActions();  // environment/session.cpp
+std::span<const engine::Action> detailOptionActions();  // environment/detail_options.cpp
+std::span<const engine::Action> insertPositionActions();  // environment/insert_position.cpp
+std::span<const engine::Action> userVariableActions();  // environment/user_variables.cpp
+std::span<const engine::Action> boundingBoxActions();  // environment/bounding_box.cpp
+std::span<const engine::Action> pdmActions();  // environment/pdm.cpp
+std::span<const engine::Action> questionActions();  // environment/question.cpp
+std::span<const engine::Action> webRequestActions();  // environment/web_request.cpp
+std::span<const engine::Action> groupActionsFamily();  // environment/groups.cpp
+std::span<const engine::Action> actionsWithoutEffect();  // environment/without_effect.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const engine::Action> parameterActions();  // model/parameters.cpp
 std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp

@@ -124,8 +124,8 @@ bool holds(const Action& action, const Condition& condition, const Task& task) {
 }
 
 Outcome carryOut(const Action& action, const Task& task) {
-  core::logIndented(lineText(action.title), core::kNormal, 0);
-  if (task.attribute(L"version") != action.version) return wrongVersion;
+  if (action.title.isThere()) core::logIndented(lineText(action.title), core::kNormal, 0);
+  if (!action.version.empty() && task.attribute(L"version") != action.version) return wrongVersion;
   for (const Condition& condition : action.conditions) {
     if (!holds(action, condition, task)) {
       tellRefusal(action, condition);

@@ -40,8 +40,8 @@ std::wstring_view lineText(const Line& line);
 
 // What can be asked before an action works.
 enum class Test : std::uint8_t {
-  // The filter of the task with its switches forPRT, forASM, forDRW and forEF. Each action has one of these four, and
-  // counts as carried out from there on.
+  // The filter of the task with its switches forPRT, forASM, forDRW and forEF. Each action that does something has one
+  // of these four, and counts as carried out from there on.
   filter,
   filterUnlessForAll,  // not asked where none of the switches of kinds is "false" and forEF isn't "true"
   filterWithModel,     // not asked without a model
@@ -152,8 +152,8 @@ struct Action {
   std::wstring_view key;
   int place = 0;  // in the order of comparison, from 0
   Group group = Group::modelNeeded;
-  Line title = {};
-  std::wstring_view version = L"3";
+  Line title = {};                   // none: it isn't told
+  std::wstring_view version = L"3";  // empty: any
   Conditions conditions = {kFilter};
   std::span<const Attribute> attributes = {};
   Effects effects = {};

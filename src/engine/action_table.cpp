@@ -3,11 +3,8 @@
 #include <vector>
 
 #include "actions/families.h"
-#include "core/log.h"
 #include "engine/dispatch.h"
 #include "engine/task.h"
-#include "text/format.h"
-#include "text/letters.h"
 
 namespace engine {
 namespace {
@@ -185,31 +182,9 @@ constexpr KeyRow kKeys[] = {
     {L"editModelParameterFromPrueftrail", Group::ownModelTest},
 };
 
-Outcome announceEmpty(const Task& task) {
-  core::creoLog(text::format(L"%s not implemented inside KVP", task.attribute(L"type")), core::kError);
-  return done;
-}
-
-Outcome openXlsReportIsRemoved(const Task&) {
-  core::logWrite(L"The 'Open XLS Report' action is removed with Kelvane 7.0. Please change to 'Open CSV Report.'",
-                 core::kError);
-  return done;
-}
-
-Outcome auditTrailIsRemoved(const Task&) {
-  core::logWrite(L"The 'Edit model parameter from audit trail' action is removed with Kelvane 7.0.'", core::kError);
-  return done;
-}
-
-constexpr actions::ActionFunction kRemoved[] = {
-    {L"openXLSReport", &openXlsReportIsRemoved},
-    {L"editModelParameterFromPrueftrail", &auditTrailIsRemoved},
-};
-
 std::vector<Action> buildTable() {
   std::unordered_map<std::wstring_view, Function> functions;
   std::unordered_map<std::wstring_view, const Action*> rows;
-  for (const auto& row : kRemoved) functions.emplace(row.key, row.function);
   for (const actions::OldFamily family : actions::oldFamilies())
     for (const auto& row : family()) functions.emplace(row.key, row.function);
   for (const actions::Family family : actions::allFamilies())
@@ -222,12 +197,10 @@ std::vector<Action> buildTable() {
       table.push_back(*found->second);
       continue;
     }
-    const auto found = functions.find(row.key);
-    Function function = row.group == Group::withoutEffect ? &announceEmpty : found->second;
     table.push_back({.key = row.key,
                      .place = static_cast<int>(table.size()),
                      .group = row.group,
-                     .function = function,
+                     .function = functions.at(row.key),
                      .oldFrame = true});
   }
   return table;

@@ -21,7 +21,7 @@ TEST_F(Dispatch, TellsWhatItDoesntKnowOrCantRun) {
       L"B6 Save model|E:Function isn't used because false version code, please update Kelvane User and Kelvane to the "
       L"newest version|"
       L"B7 Save model",
-      run(task("SaveModel") + task("openXLSReport") + task("editModelParameterFromPrueftrail") + deak +
+      run(task("SaveModel") + task("openXLSReport") + "<task type='editModelParameterFromPrueftrail'/>" + deak +
           task("kv_reportNewRows") + "<task type='saveModel' version='4' forPRT='true' forEF='false'/>" +
           task("saveModel", "deak='false'")));
   EXPECT_EQ(2, world.version("BRACKET.prt"));

@@ -33,7 +33,6 @@ Outcome fail(const Task& task, std::wstring_view line) {
 
 // The format is a foreign text; one that could ask for more than the number is refused before anything is measured.
 Outcome setUserVariableFromBoundingBox(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set user variable from bounding box"})) return *ended;
   const auto format = NumberFormat::read(task.attribute(L"format"));
   if (!format)
     return fail(task, text::format(L"The format isn't one of a single floating number: %s", task.attribute(L"format")));
@@ -49,10 +48,40 @@ Outcome setUserVariableFromBoundingBox(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setUserVariableFromBoundingBox", &setUserVariableFromBoundingBox}};
+constexpr Attribute variableFor(std::wstring_view name, std::string_view about) {
+  return {.name = name, .kind = Kind::variable, .need = Need::oneOf, .about = about};
+}
+constexpr Attribute kAttributes[] = {
+    {.name = L"rotate",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "the smallest box; else that along the model's own axes"},
+    {.name = L"sort",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "with rotate: length is the longest side, then width, then height"},
+    variableFor(L"w", "the variable of the width"),
+    variableFor(L"l", "the variable of the length"),
+    variableFor(L"h", "the variable of the height"),
+    variableFor(L"d", "the variable of the diameter"),
+    {.name = L"format", .kind = Kind::format, .need = Need::needed, .about = "how the numbers are written"},
+};
+// With "rotate" features of the model are put away and come back.
+constexpr Effects kEffects{.changes = Touched::model | Touched::variables};
+
+constexpr Action kActions[] = {
+    {.key = L"setUserVariableFromBoundingBox",
+     .place = 85,
+     .group = Group::modelNeeded,
+     .title = L"Set user variable from bounding box",
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "sets user variables from the sides of the box around the model",
+     .function = &setUserVariableFromBoundingBox},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> boundingBoxActions() { return kActions; }
+std::span<const Action> boundingBoxActions() { return kActions; }
 
 }  // namespace actions

@@ -1,6 +1,8 @@
 // Creo's configuration options: saved under a name, set, and set again as they were saved.
 #include "actions/environment/config_options.h"
 
+#include <limits>
+
 #include "actions/families.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -33,7 +35,6 @@ void eachChild(const Task& task, F f) {
 }
 
 Outcome saveConfigOptions(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kSaveTitle)})) return *ended;
   const std::wstring_view saveName = task.attribute(L"savename");
   if (saveName.empty()) return done;
   core::logIndented(text::format(core::msgText(kSaveTo), saveName), core::kNormal, 1);
@@ -74,7 +75,6 @@ void setDeclared(std::wstring_view option, std::wstring_view value) {
 }
 
 Outcome setConfigOption(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kSetTitle)})) return *ended;
   if (const auto saveName = task.attribute(L"safename"); !saveName.empty()) restore(saveName);
   core::logMsgId(kSetDeclared, core::kNormal, 1);
   eachChild(task, [](const Task& child, int number) {
@@ -85,11 +85,39 @@ Outcome setConfigOption(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setConfigOption", &setConfigOption},
-                                       {L"saveConfigOptions", &saveConfigOptions}};
+// The numbered ones stand in child elements: that of number N has name_N. There may be any number of them.
+constexpr int kAnyNumber = std::numeric_limits<int>::max();
+constexpr Attribute kSetAttributes[] = {
+    {.name = L"safename", .about = "a name of saveConfigOptions: what was saved under it is set first"},
+    {.name = L"name_%d", .most = kAnyNumber, .about = "in the child element of that number: an option"},
+    {.name = L"value_%d", .most = kAnyNumber, .about = "there too: its value, as it stands"},
+};
+constexpr Attribute kSaveAttributes[] = {
+    {.name = L"savename", .need = Need::needed, .about = "the name under which they are kept"},
+    {.name = L"name_%d", .most = kAnyNumber, .about = "in the child element of that number: an option"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setConfigOption",
+     .place = 2,
+     .group = Group::withoutModel,
+     .title = kSetTitle,
+     .attributes = kSetAttributes,
+     .effects = {.reads = Touched::options, .changes = Touched::options},
+     .about = "sets Creo's options, those that were saved first",
+     .function = &setConfigOption},
+    {.key = L"saveConfigOptions",
+     .place = 3,
+     .group = Group::withoutModel,
+     .title = kSaveTitle,
+     .attributes = kSaveAttributes,
+     .effects = {.reads = Touched::options},
+     .about = "keeps the values of Creo's options under a name",
+     .function = &saveConfigOptions},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> configOptionActions() { return kActions; }
+std::span<const Action> configOptionActions() { return kActions; }
 
 }  // namespace actions

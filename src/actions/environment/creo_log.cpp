@@ -14,7 +14,6 @@ constexpr std::size_t kMessageRead = 520;   // room of the message before it is 
 constexpr std::size_t kMessageShown = 255;  // characters that the message area takes
 
 Outcome writeToCreoLog(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Write To Creo Log"})) return *ended;
   const std::wstring message = task.path(L"message", L"models", kMessageRead);
   const std::wstring shown(text::cut(message, kMessageShown));
   core::logIndented(shown, core::kNormal, 1);
@@ -24,10 +23,26 @@ Outcome writeToCreoLog(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"writeToCreoLog", &writeToCreoLog}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"message",
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"models",
+     .about = "the text; 255 characters of it are shown"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"writeToCreoLog",
+     .place = 16,
+     .group = Group::withoutModel,
+     .title = L"Write To Creo Log",
+     .attributes = kAttributes,
+     .about = "shows a text in Creo's message area and in the log",
+     .function = &writeToCreoLog},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> creoLogActions() { return kActions; }
+std::span<const Action> creoLogActions() { return kActions; }
 
 }  // namespace actions

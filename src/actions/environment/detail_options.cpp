@@ -1,7 +1,6 @@
 // The settings of a drawing's own, from a file.
 #include "actions/families.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProMacro.h"
 #include "creo/guards.h"
 #include "engine/task.h"
@@ -18,7 +17,6 @@ constexpr const wchar_t* kAnswer =
     L"~Activate `UI Message Dialog` `UI Message Dialog`;~Activate `UI Message Dialog` `ok`;";
 
 Outcome setDetailOptions(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
   const std::wstring path = task.path(L"view", L"models");
   const std::wstring folder = os::folderOf(path);
   creo::DirectoryGuard directory;
@@ -38,10 +36,28 @@ Outcome setDetailOptions(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setDTL", &setDetailOptions}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"view",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"models",
+     .about = "the file"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setDTL",
+     .place = 33,
+     .group = Group::modelNeeded,
+     .title = kTitle,
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .about = "reads a file of detail options into a drawing",
+     .function = &setDetailOptions},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> detailOptionActions() { return kActions; }
+std::span<const Action> detailOptionActions() { return kActions; }
 
 }  // namespace actions

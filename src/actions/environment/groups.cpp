@@ -112,8 +112,6 @@ const Mode* findMode(std::wstring_view value) {
 }
 
 Outcome groupActions(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"GROUP ACTION"})) return *ended;
-  if (passFilterUnlessForAll(task)) return done;
   const GroupGuard group;
   if (GroupGuard::isTooDeep()) {
     core::logWrite(text::format(L"Groups nested deeper than %d levels aren't carried out", kDeepestGroup),
@@ -129,7 +127,53 @@ Outcome groupActions(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"groupActions", &groupActions}};
+// A group that is refused counts as done.
+constexpr Condition kGroupFilter{.test = Test::filterUnlessForAll, .line = kFilterRefused, .outcome = done};
+constexpr Attribute kAttributes[] = {
+    {.name = L"reworkMode",
+     .kind = Kind::word,
+     .words = L"|0|1|2|3|4|5|6|7",
+     .about = "absent or 0: once; 1: on each instance; 2: a new drawing; 3: each used model; 4: in a loop; 5: another "
+              "model; 6: each sheet; 7: a simplified representation"},
+    {.name = L"recsel", .kind = Kind::flag, .words = L"true", .about = "mode 1: on the instances of instances too"},
+    {.name = L"drwName", .variables = true, .about = "mode 2: the drawing's name"},
+    {.name = L"tmpName", .variables = true, .about = "mode 2: the drawing that serves as template"},
+    {.name = L"tmpPath",
+     .kind = Kind::folder,
+     .variables = true,
+     .folder = L"models",
+     .about = "mode 2: the template's folder"},
+    {.name = L"forcount", .kind = Kind::integer, .variables = true, .about = "mode 4: how many rounds"},
+    {.name = L"mdlname", .variables = true, .about = "mode 5: a model, or a file of another system, with its ending"},
+    {.name = L"otherMdlType",
+     .kind = Kind::word,
+     .words = L"PRT|ASM|DRW",
+     .about = "mode 5: what a file of another system becomes; absent: a part"},
+    {.name = L"removeFromSession",
+     .kind = Kind::word,
+     .words = L"0|1|2",
+     .about = "mode 5: 1 takes the model out of memory again, 2 all that it uses as well"},
+    {.name = L"framelessSheets",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "mode 6: also on sheets that show no one model"},
+    {.name = L"simprepname", .variables = true, .about = "mode 7: the representation's name"},
+};
+// Of the group itself; its tasks have their own.
+constexpr Effects kEffects{.reads = Touched::model | Touched::users | Touched::family | Touched::files,
+                           .changes = Touched::model | Touched::session};
+
+constexpr Action kActions[] = {
+    {.key = L"groupActions",
+     .place = 8,
+     .group = Group::withoutModel,
+     .title = L"GROUP ACTION",
+     .conditions = {kGroupFilter},
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "runs tasks of its own, once, in a loop or on other models",
+     .function = &groupActions},
+};
 
 }  // namespace
 
@@ -157,6 +201,6 @@ bool groupKeepsModel(std::wstring_view value) {
   return mode && (mode->run == &runPlain || mode->run == &runLoop || mode->run == &runEachSheet);
 }
 
-std::span<const ActionFunction> groupActionsFamily() { return kActions; }
+std::span<const Action> groupActionsFamily() { return kActions; }
 
 }  // namespace actions

@@ -31,7 +31,6 @@ bool isWanted(const Task& task, int wantedType, const creo::ProFeature& feature,
 }
 
 Outcome setInsertFeaturePosition(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set insert feature position"})) return *ended;
   const bool byType = task.attribute(L"feat") == L"1";
   const int type = byType ? core::featureTypeOf(L"feattype", task.attribute(L"feattype")) : 0;
   const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
@@ -48,7 +47,6 @@ Outcome setInsertFeaturePosition(const Task& task) {
 }
 
 Outcome cancelFeaturePosition(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Cancel feature position"})) return *ended;
   if (!creo::ProInsertModeIsActive(task.model()).value) {
     core::logIndented(L"Insert mode is not active", core::kNormal, 1);
     return done;
@@ -63,11 +61,39 @@ Outcome cancelFeaturePosition(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setInsertFeaturePosition", &setInsertFeaturePosition},
-                                       {L"cancelFeaturePosition", &cancelFeaturePosition}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"feat",
+     .kind = Kind::word,
+     .words = L"1|2|3|4",
+     .need = Need::needed,
+     .about = "which feature: 1 one of feattype, 2 that with featid, 3 that with featnum, 4 one that fits featname"},
+    {.name = L"feattype", .kind = Kind::feature, .about = "a code of a feature type"},
+    {.name = L"featid", .kind = Kind::integer, .about = "an id"},
+    {.name = L"featnum", .kind = Kind::integer, .about = "a number in the tree, from 1"},
+    {.name = L"featname", .kind = Kind::pattern, .about = "a feature's name"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"setInsertFeaturePosition",
+     .place = 34,
+     .group = Group::modelNeeded,
+     .title = L"Set insert feature position",
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "puts the place of new features behind the first that fits",
+     .function = &setInsertFeaturePosition},
+    {.key = L"cancelFeaturePosition",
+     .place = 35,
+     .group = Group::modelNeeded,
+     .title = L"Cancel feature position",
+     .effects = kEffects,
+     .about = "ends insert mode: new features come at the end of the tree",
+     .function = &cancelFeaturePosition},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> insertPositionActions() { return kActions; }
+std::span<const Action> insertPositionActions() { return kActions; }
 
 }  // namespace actions

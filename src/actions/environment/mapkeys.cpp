@@ -121,8 +121,6 @@ constexpr Repetition kRepetitions[] = {
     {L"0", &runOnce}, {L"1", &runForSheets}, {L"2", &runForInstances}, {L"3", &runForViews}, {L"4", &runForSelections}};
 
 Outcome runMapkey(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kTitle)})) return *ended;
-  if (const auto ended = passFilterUnlessForAll(task)) return *ended;
   if (!task.isTrue(L"kvpmode")) {
     core::logMsgPlain(kNotKvdMode, core::kError);
     return done;
@@ -132,10 +130,44 @@ Outcome runMapkey(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"runMapkey", &runMapkey}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"kvpmode",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::needed,
+     .about = "the mapkey was made for this program; else it isn't run"},
+    {.name = L"mapkeyc", .kind = Kind::integer, .need = Need::needed, .about = "how many lines the macro has"},
+    {.name = L"mapkey%d",
+     .kind = Kind::macro,
+     .variables = true,
+     .need = Need::needed,
+     .numbers = Numbers::counted,
+     .counter = L"mapkeyc",
+     .about = "a line; all are joined without anything between them"},
+    {.name = L"rfe",
+     .kind = Kind::word,
+     .words = L"0|1|2|3|4",
+     .need = Need::needed,
+     .about = "0: it runs once; 1: for each sheet; 2: instance; 3: view; 4: selected item"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"runMapkey",
+     .place = 7,
+     .group = Group::withoutModel,
+     .title = kTitle,
+     .conditions = {kFilterUnlessForAll},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::family,
+                 .changes = Touched::model | Touched::programs,
+                 .known = false,
+                 .takenBack = false},
+     .about = "runs a macro of Creo's, once or for each of several things",
+     .function = &runMapkey},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> macroActions() { return kActions; }
+std::span<const Action> macroActions() { return kActions; }
 
 }  // namespace actions

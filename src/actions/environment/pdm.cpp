@@ -22,7 +22,6 @@ void tell(creo::ProError result, const std::wstring& conflicts, std::wstring_vie
 constexpr std::wstring_view kFailed = L"Failure happend while checkin";
 
 Outcome checkinModel(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"checkinModel"})) return *ended;
   if (!documents::activeWorkspace()) return done;
   creo::ProServercheckinopts options;
   if (!task.attribute(L"path").empty()) {
@@ -40,7 +39,6 @@ Outcome checkinModel(const Task& task) {
 }
 
 Outcome checkoutModel(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"checkoutModel"})) return *ended;
   if (!documents::activeWorkspace()) return done;
   creo::ProServercheckoutopts options;
   if (task.attribute(L"instance_level") == L"1") options.includeInstances = creo::ProServerInstances::all;
@@ -50,8 +48,7 @@ Outcome checkoutModel(const Task& task) {
   return done;
 }
 
-Outcome removeModelFromWorkspace(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Clear workspace"})) return *ended;
+Outcome removeModelFromWorkspace(const Task&) {
   if (!documents::activeWorkspace()) return done;
   std::wstring conflicts;
   creo::ProServerObjectsRemove(conflicts);
@@ -60,7 +57,6 @@ Outcome removeModelFromWorkspace(const Task& task) {
 }
 
 Outcome addFileToWorkspace(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add file to workspace"})) return *ended;
   const auto workspace = documents::activeWorkspace();
   if (!workspace) return done;
   const std::wstring source = task.path(L"source", L"models");
@@ -76,13 +72,69 @@ Outcome addFileToWorkspace(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"checkinModel", &checkinModel},
-                                       {L"checkoutModel", &checkoutModel},
-                                       {L"removeModelFromWorkspace", &removeModelFromWorkspace},
-                                       {L"addFileToWorkspace", &addFileToWorkspace}};
+constexpr Attribute kCheckinAttributes[] = {
+    {.name = L"path",
+     .variables = true,
+     .about = "the server's folder for a model that is new there; empty or absent: its own"},
+};
+constexpr Attribute kCheckoutAttributes[] = {
+    {.name = L"instance_level",
+     .kind = Kind::word,
+     .words = L"0|1",
+     .about = "1: all instances of a generic come along"},
+};
+constexpr Attribute kFileAttributes[] = {
+    {.name = L"source",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"models",
+     .about = "the file"},
+    {.name = L"primary",
+     .variables = true,
+     .about = "the object that it is attached to when it is checked in; empty or absent: none"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"checkinModel",
+     .place = 36,
+     .group = Group::modelNeeded,
+     .title = L"checkinModel",
+     .attributes = kCheckinAttributes,
+     .effects = {.reads = Touched::model | Touched::server,
+                 .changes = Touched::files | Touched::server,
+                 .takenBack = false},
+     .about = "saves the model in the workspace and checks it in",
+     .function = &checkinModel},
+    {.key = L"checkoutModel",
+     .place = 38,
+     .group = Group::modelNeeded,
+     .title = L"checkoutModel",
+     .attributes = kCheckoutAttributes,
+     .effects = {.reads = Touched::model | Touched::server, .changes = Touched::server, .takenBack = false},
+     .about = "checks the model out",
+     .function = &checkoutModel},
+    {.key = L"removeModelFromWorkspace",
+     .place = 10,
+     .group = Group::withoutModel,
+     .title = L"Clear workspace",
+     .effects = {.reads = Touched::server, .changes = Touched::files | Touched::server, .takenBack = false},
+     .about = "empties the workspace",
+     .function = &removeModelFromWorkspace},
+    {.key = L"addFileToWorkspace",
+     .place = 81,
+     .group = Group::modelNeeded,
+     .title = L"Add file to workspace",
+     .attributes = kFileAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::server,
+                 .changes = Touched::files | Touched::server,
+                 .takenBack = false},
+     .about = "copies a file into the workspace",
+     .function = &addFileToWorkspace},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> pdmActions() { return kActions; }
+std::span<const Action> pdmActions() { return kActions; }
 
 }  // namespace actions

@@ -1,7 +1,6 @@
 // Other programs, and the environment that they inherit.
 #include "actions/families.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProUtil.h"
 #include "engine/read_number.h"
 #include "engine/task.h"
@@ -47,7 +46,6 @@ void waitSeconds(int seconds) {
 }
 
 Outcome runShellCommand(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
   const std::wstring command = task.path(L"cmd", L"models", kCommandSize);
   const std::wstring arguments = task.path(L"args", L"models", kCommandSize);
   const std::wstring folder = creo::ProDirectoryCurrentGet().value;
@@ -61,7 +59,6 @@ Outcome runShellCommand(const Task& task) {
 }
 
 Outcome setEnvironmentVariable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set environment variable"})) return *ended;
   const Replaced name = task.text(L"name");
   const std::wstring value = task.path(L"value", L"models");
   if (name.hasText()) core::logIndented(text::format(L"set %s=%s", name.text, value), core::kNormal, 1);
@@ -70,11 +67,48 @@ Outcome setEnvironmentVariable(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"runMSDOScommand", &runShellCommand},
-                                       {L"setEnvironmentVariable", &setEnvironmentVariable}};
+constexpr Attribute kCommandAttributes[] = {
+    {.name = L"cmd",
+     .kind = Kind::program,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"models",
+     .with = L"args",
+     .about = "the program"},
+    {.name = L"args", .variables = true, .folder = L"models", .about = "what follows it on the command line"},
+    {.name = L"uncup",
+     .kind = Kind::flag,
+     .words = L"false",
+     .about = "false or absent: the list waits for the program's end; else it goes on"},
+    {.name = L"waitafter", .kind = Kind::integer, .about = "seconds to wait behind it"},
+};
+constexpr Attribute kVariableAttributes[] = {
+    {.name = L"name", .variables = true, .need = Need::needed, .about = "the variable's name"},
+    {.name = L"value", .variables = true, .folder = L"models", .about = "its value"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"runMSDOScommand",
+     .place = 5,
+     .group = Group::withoutModel,
+     .title = kTitle,
+     .attributes = kCommandAttributes,
+     .effects =
+         {.reads = Touched::model | Touched::session, .changes = Touched::programs, .known = false, .takenBack = false},
+     .about = "runs another program in Creo's working folder",
+     .function = &runShellCommand},
+    {.key = L"setEnvironmentVariable",
+     .place = 13,
+     .group = Group::withoutModel,
+     .title = L"Set environment variable",
+     .attributes = kVariableAttributes,
+     .effects = {.changes = Touched::surroundings},
+     .about = "sets a variable of the environment, for Creo and the programs that it starts",
+     .function = &setEnvironmentVariable},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> programActions() { return kActions; }
+std::span<const Action> programActions() { return kActions; }
 
 }  // namespace actions

@@ -60,7 +60,6 @@ void askForPath(const Task& task, QuestionKind kind) {
 }
 
 Outcome setUserVariable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set user variable"})) return *ended;
   const auto kind = questionKind(task.attribute(L"varType"));
   if (!kind) {
     core::logIndented(L"Type not supported now", core::kError, 1);
@@ -75,7 +74,50 @@ Outcome setUserVariable(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setUserVariable", &setUserVariable}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"varType",
+     .kind = Kind::word,
+     .words = L"1|2|3|4|5|6|7",
+     .need = Need::needed,
+     .about = "1: a text; 2: a choice; 3: yes or no; 4: nothing, it tells; 5: a file to write; 6: a folder; 7: a file "
+              "to read"},
+    {.name = L"varName", .kind = Kind::variable, .about = "the variable's name; a question of type 4 needs none"},
+    {.name = L"varValue", .variables = true, .about = "the text or the path at the start"},
+    {.name = L"varDescc",
+     .kind = Kind::integer,
+     .range = {.least = 0, .most = 20},
+     .about = "how many lines the dialog shows"},
+    {.name = L"varDesc_%d",
+     .variables = true,
+     .numbers = Numbers::counted,
+     .counter = L"varDescc",
+     .about = "a line of the dialog; types 5 to 7: that of number 0 is the title"},
+    {.name = L"combo_c", .kind = Kind::integer, .about = "how many entries the choice has"},
+    {.name = L"combo_value_%d", .numbers = Numbers::counted, .counter = L"combo_c", .about = "the value of an entry"},
+    {.name = L"combo_name_%d",
+     .numbers = Numbers::counted,
+     .counter = L"combo_c",
+     .about = "what is shown for it; absent: the value"},
+    {.name = L"combo_autosel",
+     .kind = Kind::word,
+     .words = L"0|1",
+     .about = "1: the entries are the models of the drawing"},
+    {.name = L"check_true", .variables = true, .about = "the value of yes"},
+    {.name = L"check_false", .variables = true, .about = "the value of no"},
+    {.name = L"check_def", .kind = Kind::flag, .words = L"true", .about = "at first it is yes"},
+    {.name = L"extension", .about = "which files are shown"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setUserVariable",
+     .place = 6,
+     .group = Group::withoutModel,
+     .title = L"Set user variable",
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::variables, .known = false},
+     .about = "asks the user for the value of a user variable",
+     .function = &setUserVariable},
+};
 
 }  // namespace
 
@@ -86,6 +128,6 @@ std::optional<QuestionKind> questionKind(std::wstring_view varType) {
 
 const OpenQuestion* openQuestion() { return openNow(); }
 
-std::span<const ActionFunction> questionActions() { return kActions; }
+std::span<const Action> questionActions() { return kActions; }
 
 }  // namespace actions

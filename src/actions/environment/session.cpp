@@ -2,7 +2,6 @@
 #include "actions/environment/shown_models.h"
 #include "actions/families.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProServer.h"
 #include "engine/task.h"
@@ -16,16 +15,12 @@ using namespace engine;
 constexpr int kClearTitle = 115, kEraseTitle = 116, kSenseless = 117;
 
 // Lists that were written for another program hold it.
-Outcome clearAllWindows(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kClearTitle)})) return *ended;
-  core::countAction();
+Outcome clearAllWindows(const Task&) {
   core::logMsgPlain(kSenseless, core::kWarning);
   return done;
 }
 
-Outcome eraseUndisplayedModels(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kEraseTitle)})) return *ended;
-  core::countAction();
+Outcome eraseUndisplayedModels(const Task&) {
   // A model that an action is still to work on would be lost with what was changed in it.
   if (const auto goes = keepModelsUnderWork()) {
     core::logWrite(
@@ -41,7 +36,6 @@ Outcome eraseUndisplayedModels(const Task& task) {
 }
 
 Outcome setServerActive(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set server active"})) return *ended;
   const creo::ProError result = creo::ProServerActivate(std::wstring(task.attribute(L"name")));
   if (result == creo::ProNoError)
     core::logIndented(L"Server activated", core::kNormal, 1);
@@ -52,12 +46,41 @@ Outcome setServerActive(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"clearAllWindows", &clearAllWindows},
-                                       {L"eraseUndisplayedModels", &eraseUndisplayedModels},
-                                       {L"setServerActive", &setServerActive}};
+constexpr Attribute kServerAttributes[] = {
+    {.name = L"name", .need = Need::needed, .about = "the name under which Creo knows the server"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"clearAllWindows",
+     .place = 0,
+     .group = Group::withoutModel,
+     .title = kClearTitle,
+     .conditions = {kNoFilter},
+     .effects = {.reads = Touched::nothing},
+     .about = "does nothing but write a warning",
+     .function = &clearAllWindows},
+    {.key = L"eraseUndisplayedModels",
+     .place = 1,
+     .group = Group::withoutModel,
+     .title = kEraseTitle,
+     .conditions = {kNoFilter},
+     .effects = {.reads = Touched::model | Touched::users | Touched::family | Touched::session,
+                 .changes = Touched::session,
+                 .takenBack = false},
+     .about = "takes the models out of memory that no window needs",
+     .function = &eraseUndisplayedModels},
+    {.key = L"setServerActive",
+     .place = 15,
+     .group = Group::withoutModel,
+     .title = L"Set server active",
+     .attributes = kServerAttributes,
+     .effects = {.reads = Touched::server, .changes = Touched::server, .takenBack = false},
+     .about = "makes a PDM server the active one",
+     .function = &setServerActive},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> sessionActions() { return kActions; }
+std::span<const Action> sessionActions() { return kActions; }
 
 }  // namespace actions

@@ -2,7 +2,6 @@
 #include "actions/environment/macro.h"
 #include "actions/families.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "engine/task.h"
 #include "os/surroundings.h"
 #include "text/format.h"
@@ -23,8 +22,6 @@ constexpr std::wstring_view kPlayMacro =
     L"`PREVIEW_POPUP_TIMER` `file_open:Ph_list.Filelist:<NULL>`;~ Activate `file_open` `Open`;";
 
 Outcome runTrailfile(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = core::msgText(kTitle)})) return *ended;
-  if (const auto ended = passFilterUnlessForAll(task)) return *ended;
   const std::wstring path = task.path(L"tf", L"models", kPathSize);
   core::logMsgId(kRun, core::kNormal, 1);
   // Creo's dialog would stay open over it.
@@ -36,10 +33,32 @@ Outcome runTrailfile(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"runTrailfile", &runTrailfile}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"tf",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"models",
+     .about = "the file"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"runTrailfile",
+     .place = 4,
+     .group = Group::withoutModel,
+     .title = kTitle,
+     .conditions = {kFilterUnlessForAll},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::files,
+                 .changes = Touched::model | Touched::programs,
+                 .known = false,
+                 .takenBack = false},
+     .about = "plays a file of recorded steps",
+     .function = &runTrailfile},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> trailFileActions() { return kActions; }
+std::span<const Action> trailFileActions() { return kActions; }
 
 }  // namespace actions

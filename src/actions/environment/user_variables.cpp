@@ -22,7 +22,6 @@ std::wstring countedUp(std::wstring_view name, std::wstring_view step) {
 }
 
 Outcome setUserVariableDirect(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set user variable direct"})) return *ended;
   const Replaced name = task.text(L"name");
   if (!name.hasText()) return done;
   std::wstring value;
@@ -41,10 +40,30 @@ Outcome setUserVariableDirect(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setUserVariableDirect", &setUserVariableDirect}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"name", .kind = Kind::variable, .variables = true, .need = Need::needed, .about = "the variable's name"},
+    {.name = L"value", .variables = true, .need = Need::oneOf, .about = "its value"},
+    {.name = L"inc",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "it is counted up by incno instead"},
+    {.name = L"incno", .kind = Kind::integer, .about = "the step"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setUserVariableDirect",
+     .place = 12,
+     .group = Group::withoutModel,
+     .title = L"Set user variable direct",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::variables, .changes = Touched::variables},
+     .about = "sets a user variable, or counts it up",
+     .function = &setUserVariableDirect},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> userVariableActions() { return kActions; }
+std::span<const Action> userVariableActions() { return kActions; }
 
 }  // namespace actions

@@ -159,7 +159,6 @@ std::optional<std::string> answerTo(const Task& task, const std::string& url, co
 }
 
 Outcome setUserVariableFromUrl(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set user variable from URL"})) return *ended;
   const Replaced name = task.text(L"name");
   const Replaced value = task.text(L"value");
   if (!name.hasText()) return done;
@@ -180,10 +179,39 @@ Outcome setUserVariableFromUrl(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setUserVariableFromUrl", &setUserVariableFromUrl}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"name", .kind = Kind::variable, .variables = true, .need = Need::needed, .about = "the variable's name"},
+    {.name = L"value",
+     .kind = Kind::address,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the address that is asked"},
+    {.name = L"post", .variables = true, .about = "the body of a POST; without it the request is a GET"},
+    {.name = L"csrf",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "a token is fetched first from the address's service"},
+    {.name = L"usrcred", .kind = Kind::flag, .words = L"true", .about = "usrname and usrpass are sent"},
+    {.name = L"usrname", .variables = true, .about = "the user's name"},
+    {.name = L"usrpass", .variables = true, .about = "the user's password"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"setUserVariableFromUrl",
+     .place = 14,
+     .group = Group::withoutModel,
+     .title = L"Set user variable from URL",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::web,
+                 .changes = Touched::web | Touched::variables,
+                 .known = false,
+                 .takenBack = false},
+     .about = "keeps the head of a web server's answer in a user variable",
+     .function = &setUserVariableFromUrl},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> webRequestActions() { return kActions; }
+std::span<const Action> webRequestActions() { return kActions; }
 
 }  // namespace actions

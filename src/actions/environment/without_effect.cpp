@@ -1,0 +1,57 @@
+// Keys that lists still have and that do nothing: each says so. They write no title, whatever their version.
+#include "actions/families.h"
+#include "core/log.h"
+#include "engine/task.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+using namespace engine;
+
+Outcome announceEmpty(const Task& task) {
+  core::creoLog(text::format(L"%s not implemented inside KVP", task.attribute(L"type")), core::kError);
+  return done;
+}
+
+Outcome openXlsReportIsRemoved(const Task&) {
+  core::logWrite(L"The 'Open XLS Report' action is removed with Kelvane 7.0. Please change to 'Open CSV Report.'",
+                 core::kError);
+  return done;
+}
+
+Outcome auditTrailIsRemoved(const Task&) {
+  core::logWrite(L"The 'Edit model parameter from audit trail' action is removed with Kelvane 7.0.'", core::kError);
+  return done;
+}
+
+constexpr Action without(std::wstring_view key, int place, Group group, std::string_view about,
+                         Outcome (*function)(const Task& task)) {
+  return {.key = key,
+          .place = place,
+          .group = group,
+          .version = {},
+          .conditions = {},
+          .effects = {.reads = Touched::nothing},
+          .about = about,
+          .function = function};
+}
+constexpr Action empty(std::wstring_view key, int place) {
+  return without(key, place, Group::withoutEffect, "does nothing", &announceEmpty);
+}
+
+constexpr Action kActions[] = {
+    empty(L"kv_reportNewRows", 17),
+    empty(L"kv_reportCloseAll", 18),
+    empty(L"getRegExpCheck", 19),
+    empty(L"asmFastOpen", 20),
+    without(L"openXLSReport", 157, Group::ownModelTest, "was removed; openCSVReport takes its place",
+            &openXlsReportIsRemoved),
+    without(L"editModelParameterFromPrueftrail", 158, Group::ownModelTest, "was removed", &auditTrailIsRemoved),
+};
+
+}  // namespace
+
+std::span<const Action> actionsWithoutEffect() { return kActions; }
+
+}  // namespace actions

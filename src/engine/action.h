@@ -153,6 +153,7 @@ struct Action {
   int place = 0;  // in the order of comparison, from 0
   Group group = Group::modelNeeded;
   Line title = {};
+  std::wstring_view inTitle = {};  // the attribute whose text stands for the title's %s
   std::wstring_view version = L"3";
   Conditions conditions = {kFilter};
   std::span<const Attribute> attributes = {};

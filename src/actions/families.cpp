@@ -22,11 +22,6 @@ constexpr OldFamily kOldFamilies[] = {
     &webRequestActions,
     &groupActionsFamily,
     &saveActions,
-    &editParameterActions,
-    &deleteParameterActions,
-    &editFromTableActions,
-    &editFromFileActions,
-    &drawingParameterActions,
     &featureReportActions,
     &relationLineActions,
     &programLineActions,
@@ -84,6 +79,11 @@ constexpr Family kFamilies[] = {
     &sheetScaleActions,
     &symbolActions,
     &viewerExportActions,
+    &editParameterActions,
+    &deleteParameterActions,
+    &editFromTableActions,
+    &editFromFileActions,
+    &drawingParameterActions,
 };
 // clang-format on
 

@@ -37,11 +37,11 @@ std::span<const ActionFunction> webRequestActions();  // environment/web_request
 std::span<const ActionFunction> groupActionsFamily();  // environment/groups.cpp
 std::span<const ActionFunction> saveActions();  // model/save.cpp
 std::span<const engine::Action> parameterActions();  // model/parameters.cpp
-std::span<const ActionFunction> editParameterActions();  // model/edit_parameters.cpp
-std::span<const ActionFunction> deleteParameterActions();  // model/delete_parameters.cpp
-std::span<const ActionFunction> editFromTableActions();  // model/edit_from_table.cpp
-std::span<const ActionFunction> editFromFileActions();  // model/edit_from_file.cpp
-std::span<const ActionFunction> drawingParameterActions();  // model/drawing_parameters.cpp
+std::span<const engine::Action> editParameterActions();  // model/edit_parameters.cpp
+std::span<const engine::Action> deleteParameterActions();  // model/delete_parameters.cpp
+std::span<const engine::Action> editFromTableActions();  // model/edit_from_table.cpp
+std::span<const engine::Action> editFromFileActions();  // model/edit_from_file.cpp
+std::span<const engine::Action> drawingParameterActions();  // model/drawing_parameters.cpp
 std::span<const ActionFunction> featureReportActions();  // model/report_features.cpp
 std::span<const ActionFunction> relationLineActions();  // model/relation_lines.cpp
 std::span<const ActionFunction> programLineActions();  // model/program_lines.cpp

@@ -56,6 +56,11 @@ std::wstring missingLine(const Action& action) {
   return text::format(L"The attribute '%s' is missing", name);
 }
 
+std::wstring titleOf(const Action& action, const Task& task) {
+  const std::wstring_view title = lineText(action.title);
+  return action.inTitle.empty() ? std::wstring(title) : text::format(title, task.attribute(action.inTitle));
+}
+
 void tellRefusal(const Action& action, const Condition& condition) {
   if (condition.test == Test::anyOfTheWork) return core::logWrite(missingLine(action), condition.level);
   if (condition.line.isThere()) core::logWrite(lineText(condition.line), condition.level);
@@ -124,7 +129,7 @@ bool holds(const Action& action, const Condition& condition, const Task& task) {
 }
 
 Outcome carryOut(const Action& action, const Task& task) {
-  if (action.title.isThere()) core::logIndented(lineText(action.title), core::kNormal, 0);
+  if (action.title.isThere()) core::logIndented(titleOf(action, task), core::kNormal, 0);
   if (!action.version.empty() && task.attribute(L"version") != action.version) return wrongVersion;
   for (const Condition& condition : action.conditions) {
     if (!holds(action, condition, task)) {

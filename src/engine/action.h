@@ -153,6 +153,7 @@ struct Action {
   int place = 0;  // in the order of comparison, from 0
   Group group = Group::modelNeeded;
   Line title = {};                   // none: it isn't told
+  std::wstring_view inTitle = {};    // the attribute whose text stands for the title's %s
   std::wstring_view version = L"3";  // empty: any
   Conditions conditions = {kFilter};
   std::span<const Attribute> attributes = {};

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/attribute.h"
 #include "engine/csv_table.h"
 #include "engine/task.h"
 
@@ -32,5 +33,19 @@ TableForm tableForm(const XmlNode& task);
 // The table that a task names: `path` (with variables; "@project_dir@" is the package's folder reports), in its
 // form. A workbook is converted first. Null, with a line: unreadable.
 const CsvTable* tableOf(const Task& task);
+// The attributes that say it, for the rows of actions.
+constexpr core::Attribute kTableFile[] = {
+    {.name = L"path",
+     .kind = core::Kind::file,
+     .variables = true,
+     .need = core::Need::needed,
+     .folder = L"reports",
+     .about = "the table: a CSV file, or a workbook"},
+    {.name = L"sep",
+     .kind = core::Kind::word,
+     .words = L"com|sem|;",
+     .about = "com: a comma between fields; else a semicolon"},
+    {.name = L"filetype", .kind = core::Kind::word, .words = L"1|0", .about = "1: UTF-8; else Windows-1252"},
+};
 
 }  // namespace engine

@@ -264,20 +264,10 @@ Outcome editModelNotesFromFile(const Task& task) {
   return Outcome::done;
 }
 
-constexpr Attribute kAttributes[] = {
-    {.name = L"path",
-     .kind = Kind::file,
-     .variables = true,
-     .need = Need::needed,
-     .folder = L"reports",
-     .about = "the table: a CSV file, or a workbook"},
-    {.name = L"sep",
-     .kind = Kind::word,
-     .words = L"com|sem|;",
-     .about = "com: a comma between fields; else a semicolon"},
-    {.name = L"filetype", .kind = Kind::word, .words = L"1|0", .about = "1: UTF-8; else Windows-1252"},
+constexpr Attribute kSheets[] = {
     {.name = L"curpage", .kind = Kind::flag, .words = L"true", .about = "only notes of the current sheet"},
 };
+constexpr auto kAttributes = joined(kTableFile, kSheets);
 
 constexpr Action kActions[] = {
     {.key = L"editModelNotesFromFile",

@@ -17,15 +17,11 @@ using namespace engine;
 constexpr int kAddTitle = 273, kBadFile = 275, kCantSetCurrent = 276, kAdded = 277, kSetCurrent = 278,
               kAlreadyHeld = 279, kAlreadyCurrent = 280;
 constexpr int kDeleteTitle = 223, kOnlyUnused = 224, kDeleted = 225, kNotDeleted = 226;
-constexpr int kIsSkeleton = 420;
 constexpr int kMostNames = 100;
 
-// A skeleton is worked only where the list says so.
-std::optional<Outcome> beginOnPartOrSkeleton(const Task& task, std::wstring_view title) {
-  if (const auto ended = beginOnPart(task, title)) return ended;
-  if (documents::isSkeleton(task.model()) != documents::kTrue) return std::nullopt;
-  core::logMsgPlain(kIsSkeleton, core::kWarning);
-  return task.isTrue(L"forSkel") ? std::nullopt : std::optional(refused);
+// One that is worked, as the list says so, has the line of one that isn't.
+void announceSkeleton(const Task& task) {
+  if (documents::isSkeleton(task.model()) == documents::kTrue) core::logMsgPlain(kIsSkeleton, core::kWarning);
 }
 
 // False, with its line: the part doesn't hold the material afterwards.
@@ -43,7 +39,7 @@ bool readMaterial(creo::ProMdl part, const MaterialPath& material) {
 }
 
 Outcome addMaterial(const Task& task) {
-  if (const auto ended = beginOnPartOrSkeleton(task, core::msgText(kAddTitle))) return *ended;
+  announceSkeleton(task);
   core::logWrite(task.attribute(L"material"), core::kDebug);
   const std::wstring path = task.path(L"material", L"materials");
   core::logIndented(path, core::kNormal, 1);
@@ -104,7 +100,7 @@ void clearInstances(creo::ProMdl part, const std::vector<std::wstring>& deleted)
 }
 
 Outcome deleteMaterial(const Task& task) {
-  if (const auto ended = beginOnPartOrSkeleton(task, core::msgText(kDeleteTitle))) return *ended;
+  announceSkeleton(task);
   std::vector<std::wstring> used;
   if (task.isTrue(L"deleteOnlyUnused")) {
     core::logMsgId(kOnlyUnused, core::kNormal, 1);
@@ -131,10 +127,60 @@ Outcome deleteMaterial(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"addMaterial", &addMaterial}, {L"deleteMaterial", &deleteMaterial}};
+constexpr Attribute kSkeletons[] = {
+    {.name = L"forSkel", .kind = Kind::flag, .words = L"true", .about = "skeletons are worked too"},
+};
+constexpr Attribute kMaterial[] = {
+    {.name = L"material",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"materials",
+     .about = "the file, with or without its ending; a name alone is looked for in the folders of pro_material_dir"},
+    {.name = L"currmat", .kind = Kind::flag, .words = L"true", .about = "it becomes the part's current material"},
+};
+constexpr Attribute kMaterials[] = {
+    {.name = L"name_%d",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .most = kMostNames,
+     .about = "patterns for their names"},
+    {.name = L"deleteOnlyUnused",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "one that the part or an instance of its family table is made of stays"},
+};
+constexpr auto kAddAttributes = joined(kMaterial, kSkeletons);
+constexpr auto kDeleteAttributes = joined(kMaterials, kSkeletons);
+
+constexpr Conditions kOnPartsAndSkeletons = {
+    kFilter, kNotInstance, kOnlyParts, {.test = Test::skeletonsAsTold, .line = kIsSkeleton}};
+
+constexpr Action kActions[] = {
+    {.key = L"addMaterial",
+     .place = 108,
+     .group = Group::ownModelTest,
+     .title = kAddTitle,
+     .conditions = kOnPartsAndSkeletons,
+     .attributes = kAddAttributes,
+     .effects = {.reads = Touched::model | Touched::files | Touched::options,
+                 .changes = Touched::model | Touched::options},
+     .about = "reads a material from a file into a part",
+     .function = &addMaterial},
+    {.key = L"deleteMaterial",
+     .place = 109,
+     .group = Group::ownModelTest,
+     .title = kDeleteTitle,
+     .conditions = kOnPartsAndSkeletons,
+     .attributes = kDeleteAttributes,
+     .effects = {.reads = Touched::model | Touched::family,
+                 .changes = Touched::model | Touched::family | Touched::session},
+     .about = "deletes materials of a part",
+     .function = &deleteMaterial},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> materialActions() { return kActions; }
+std::span<const Action> materialActions() { return kActions; }
 
 }  // namespace actions

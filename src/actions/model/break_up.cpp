@@ -5,7 +5,6 @@
 #include "actions/families.h"
 #include "actions/model/family_tables.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProAppearance.h"
 #include "creo/ProFaminstance.h"
 #include "creo/ProMdl.h"
@@ -162,7 +161,6 @@ bool breakUp(ProMdl model, BreakUp& state) {
 }
 
 Outcome breakUpFamilytable(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
   if (!tableOf(task.model())) return done;
   stateDensities(task.model());
   BreakUp state{.serverActive = static_cast<bool>(ProServerActiveGet())};
@@ -170,10 +168,23 @@ Outcome breakUpFamilytable(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"breakUpFamilytable", &breakUpFamilytable}};
+// The copies lie on disk, or the instances in the server's workspace, when the table goes.
+constexpr Effects kEffects{
+    .reads = Touched::model | Touched::users | Touched::family | Touched::files | Touched::server,
+    .changes = Touched::model | Touched::users | Touched::family | Touched::files | Touched::session | Touched::server,
+    .takenBack = false};
+
+constexpr Action kActions[] = {
+    {.key = L"breakUpFamilytable",
+     .place = 45,
+     .title = kTitle,
+     .effects = kEffects,
+     .about = "makes each instance of a generic a model of its own, and takes the family table away",
+     .function = &breakUpFamilytable},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> breakUpActions() { return kActions; }
+std::span<const Action> breakUpActions() { return kActions; }
 
 }  // namespace actions

@@ -141,9 +141,7 @@ ProError deleteFound(const Task& task, const Search& search, const ProModelitem&
 bool went(ProError visited) { return visited == ProNoError || visited == ProNotFound; }
 
 Outcome deleteModelParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kDeleteTitle)})) return *ended;
-  bool generic = false;
-  if (const auto ended = passInstances(task, generic)) return *ended;
+  announceFamily(task);
   const auto owner = ProMdlToModelitem(task.model());
   if (!owner) {
     core::logWrite(L"Failure while ProMdlToMdlitem", core::kError);
@@ -153,9 +151,7 @@ Outcome deleteModelParameter(const Task& task) {
 }
 
 Outcome deleteFeatureParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kDeleteFeatureTitle)})) return *ended;
-  bool generic = false;
-  if (const auto ended = passInstances(task, generic)) return *ended;
+  announceFamily(task);
   const Search search(task);
   const ProError visited = ProSolidFeatVisit(task.model(), [&](const ProFeature& feature) {
     const ProError result = deleteFound(task, search, {ProItemType::feature, feature.id, feature.owner, {}});
@@ -166,7 +162,6 @@ Outcome deleteFeatureParameter(const Task& task) {
 
 // Of parameters of one name the first stays.
 Outcome deleteDoubleDefinedParameters(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"delete double defined parameters"})) return *ended;
   const auto owner = ProMdlToModelitem(task.model());
   if (!owner) return done;
   std::unordered_set<std::wstring> seen;
@@ -180,12 +175,46 @@ Outcome deleteDoubleDefinedParameters(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"deleteModelParameter", &deleteModelParameter},
-                                       {L"deleteKEParameter", &deleteFeatureParameter},
-                                       {L"deleteDoubleDefinedParameters", &deleteDoubleDefinedParameters}};
+constexpr Attribute kSearched[] = {
+    {.name = L"searchin",
+     .kind = Kind::word,
+     .words = L"1|2",
+     .need = Need::needed,
+     .about = "1: the entries are patterns for names; 2: they are compared with values"},
+    {.name = L"name_%d", .kind = Kind::pattern, .need = Need::needed, .most = kMostEntries, .about = "an entry"},
+    {.name = L"oiFamtab", .kind = Kind::flag, .words = L"true", .about = "only the column of the family table goes"},
+};
+constexpr auto kAttributes = joined(kSearched, kInstancesToo);
+
+constexpr Effects kDeletes{.changes = Touched::model | Touched::family};
+
+constexpr Action kActions[] = {
+    {.key = L"deleteModelParameter",
+     .place = 96,
+     .title = kDeleteTitle,
+     .conditions = {kFilter, kInstancesAsTold},
+     .attributes = kAttributes,
+     .effects = kDeletes,
+     .about = "deletes parameters of the model, or their columns",
+     .function = &deleteModelParameter},
+    {.key = L"deleteKEParameter",
+     .place = 99,
+     .title = kDeleteFeatureTitle,
+     .conditions = {kFilter, kInstancesAsTold},
+     .attributes = kAttributes,
+     .effects = kDeletes,
+     .about = "deletes parameters of features, or their columns",
+     .function = &deleteFeatureParameter},
+    {.key = L"deleteDoubleDefinedParameters",
+     .place = 107,
+     .title = L"delete double defined parameters",
+     .effects = kDeletes,
+     .about = "deletes parameters whose name an earlier one has",
+     .function = &deleteDoubleDefinedParameters},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> deleteParameterActions() { return kActions; }
+std::span<const Action> deleteParameterActions() { return kActions; }
 
 }  // namespace actions

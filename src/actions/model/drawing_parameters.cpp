@@ -140,8 +140,6 @@ void copyParameter(const Task& task, ProMdl model, std::wstring_view name, std::
 }
 
 Outcome editDrawingParameterFromModel(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Edit drawing parameter from model"})) return *ended;
-  if (!task.extensionIs(L"DRW")) return refused;
   const std::wstring choice = choiceOf(task);
   const auto models = creo::ProDrawingSolidsCollect(task.model());
   if (!models) {
@@ -169,10 +167,37 @@ Outcome editDrawingParameterFromModel(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editDrawingParameterFromModel", &editDrawingParameterFromModel}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"mdlNameParameter",
+     .about = "a String parameter of the drawing that names the model, and gets the name of the one that was taken"},
+    {.name = L"multiModelSelection",
+     .kind = Kind::word,
+     .words = L"1|2|3|4",
+     .about = "which of several: 1 the current one, 2 none, with an error, 3 the one that the frames name, 4 none"},
+    {.name = L"errOrWar",
+     .kind = Kind::word,
+     .words = L"0|1|2",
+     .about = "a parameter that isn't there is told: 0 plainly, 1 as a warning, else as an error"},
+    {.name = L"name_%d", .need = Need::needed, .most = kMostNames, .about = "a parameter of the model"},
+    {.name = L"newname_%d",
+     .need = Need::needed,
+     .most = kMostNames,
+     .about = "the one of the drawing that takes its value"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"editDrawingParameterFromModel",
+     .place = 106,
+     .title = L"Edit drawing parameter from model",
+     .conditions = {kFilter, {.test = Test::drawing}},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model},
+     .about = "copies parameters of one of a drawing's models to the drawing",
+     .function = &editDrawingParameterFromModel},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> drawingParameterActions() { return kActions; }
+std::span<const Action> drawingParameterActions() { return kActions; }
 
 }  // namespace actions

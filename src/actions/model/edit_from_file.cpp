@@ -38,9 +38,10 @@ struct Entry {
   std::wstring present;  // a pattern for the value before; "*" where the table doesn't ask
 };
 
-// The table's rows for the task's model: those that name it "GEAR", "GEAR.PRT" or by a pattern for one of them.
-// Nothing, with a line, where the table can't be read or lacks a column.
+// Behind the lines for instances and generics: the table's rows for the task's model, those that name it "GEAR",
+// "GEAR.PRT" or by a pattern for one of them. Nothing, with a line, where the table can't be read or lacks a column.
 std::optional<std::vector<Entry>> entriesFor(const Task& task, std::wstring_view nameTitle) {
+  announceFamily(task);
   const CsvTable* table = tableOf(task);
   if (!table) return std::nullopt;
   const std::array titles = {kModelName, nameTitle, kValue};
@@ -73,25 +74,11 @@ std::optional<std::vector<Entry>> entriesFor(const Task& task, std::wstring_view
   return entries;
 }
 
-// The frame of the three actions, and the entries for the model; ended: what the action returns where there are none.
-std::optional<std::vector<Entry>> beginWithEntries(const Task& task, std::wstring_view title,
-                                                   std::wstring_view nameTitle, Outcome& ended) {
-  ended = done;
-  bool generic = false;
-  auto early = begin(task, {.title = title});
-  if (!early) early = passInstances(task, generic);
-  if (!early) return entriesFor(task, nameTitle);
-  ended = *early;
-  return std::nullopt;
-}
-
 void noParameter(std::wstring_view name) { error(text::format(L"Parameter can't be found on Model: %s", name)); }
 
 Outcome editModelParameterFromFile(const Task& task) {
-  Outcome ended{};
-  const auto entries =
-      beginWithEntries(task, text::format(core::msgText(kFileTitle), task.attribute(L"path")), kParameterName, ended);
-  if (!entries) return ended;
+  const auto entries = entriesFor(task, kParameterName);
+  if (!entries) return done;
   for (const Entry& entry : *entries) {
     const auto parameter = parameterNamed(task.model(), entry.name);
     if (!parameter) {
@@ -125,9 +112,8 @@ Present presentOf(creo::ProMdl model, std::wstring_view name) {
 }
 
 Outcome editParameterFromDictionary(const Task& task) {
-  Outcome ended{};
-  const auto entries = beginWithEntries(task, core::msgText(kDictionaryTitle), kParameterName, ended);
-  if (!entries) return ended;
+  const auto entries = entriesFor(task, kParameterName);
+  if (!entries) return done;
   ByName<Present> parameters;
   for (const Entry& entry : *entries) {
     auto found = parameters.find(entry.name);
@@ -174,9 +160,8 @@ void setDimension(const Task& task, const creo::ProDimension& dimension, const E
 }
 
 Outcome editModelDimensionFromFile(const Task& task) {
-  Outcome ended{};
-  const auto entries = beginWithEntries(task, L"Edit model dimension from file", kDimensionName, ended);
-  if (!entries) return ended;
+  const auto entries = entriesFor(task, kDimensionName);
+  if (!entries) return done;
   const auto dimensions = entries->empty() ? ByName<creo::ProDimension>() : dimensionsOf(task);
   for (const Entry& entry : *entries) {
     const auto found = dimensions.find(entry.name);
@@ -188,12 +173,42 @@ Outcome editModelDimensionFromFile(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editModelParameterFromFile", &editModelParameterFromFile},
-                                       {L"editParameterFromDictionary", &editParameterFromDictionary},
-                                       {L"editModelDimensionFromFile", &editModelDimensionFromFile}};
+constexpr auto kAttributes = joined(kTableFile, kInstancesToo);
+constexpr Conditions kConditions = {kFilter, kInstancesAsTold};
+// A workbook becomes a CSV file first.
+constexpr Effects kEffects{.reads = Touched::model | Touched::files | Touched::programs,
+                           .changes = Touched::model | Touched::family | Touched::files};
+
+constexpr Action kActions[] = {
+    {.key = L"editModelDimensionFromFile",
+     .place = 83,
+     .title = L"Edit model dimension from file",
+     .conditions = kConditions,
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "sets dimensions to values of a table",
+     .function = &editModelDimensionFromFile},
+    {.key = L"editModelParameterFromFile",
+     .place = 104,
+     .title = kFileTitle,
+     .inTitle = L"path",
+     .conditions = kConditions,
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "sets parameters to values of a table",
+     .function = &editModelParameterFromFile},
+    {.key = L"editParameterFromDictionary",
+     .place = 105,
+     .title = kDictionaryTitle,
+     .conditions = kConditions,
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "replaces values of parameters by those of a table",
+     .function = &editParameterFromDictionary},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> editFromFileActions() { return kActions; }
+std::span<const Action> editFromFileActions() { return kActions; }
 
 }  // namespace actions

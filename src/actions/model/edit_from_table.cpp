@@ -3,7 +3,6 @@
 #include "actions/model/parameter_edit.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
-#include "documents/predicates.h"
 #include "engine/table_location.h"
 #include "text/numbers.h"
 #include "text/units.h"
@@ -13,7 +12,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kInstanceRefused = 5;
 constexpr std::size_t kLineSize = 81;  // what an edit takes as a value, its closing zero included
 
 // The model that is to be changed, by `mdltorework`. Nothing for a value that names none.
@@ -49,12 +47,6 @@ void editFromTable(const Task& task, const creo::ProDwgtable& table, const Table
 }
 
 Outcome editModelParameterFromTablecell(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Edit model parameter from table cell"})) return *ended;
-  if (documents::isInstance(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kInstanceRefused, core::kWarning);
-    return done;
-  }
-  if (!task.extensionIs(L"DRW")) return refused;
   for (const int i : task.numbers(L"cell0_", text::parseInt(task.attribute(L"cell_n")))) {
     const std::wstring_view where = *task.numbered(L"cell0_%d", i);
     const std::wstring_view which = task.numbered(L"cell1_%d", i).value_or(L"");
@@ -71,10 +63,47 @@ Outcome editModelParameterFromTablecell(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editModelParameterFromTablecell", &editModelParameterFromTablecell}};
+// The attribute "cellI_%d".
+constexpr Attribute ofCell(std::wstring_view name, Kind kind, std::string_view about) {
+  return {.name = name,
+          .kind = kind,
+          .need = Need::needed,
+          .numbers = Numbers::counted,
+          .counter = L"cell_n",
+          .about = about};
+}
+constexpr Attribute kAttributes[] = {
+    {.name = L"cell_n", .kind = Kind::integer, .need = Need::needed, .about = "how many numbers are looked at, from 0"},
+    ofCell(L"cell0_%d", Kind::text, "which table: row::column::pattern, or x!!y or x!!y!!tolerance"),
+    ofCell(L"cell1_%d", Kind::cell, "the cell, row:column:line: row and column from 1, the line in it from 0"),
+    ofCell(L"cell2_%d", Kind::text, "the parameter, which keeps its type"),
+    {.name = L"onlyOnCurrentSheet",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "tables of other sheets are passed over"},
+    {.name = L"mdltorework",
+     .kind = Kind::word,
+     .words = L"1|2",
+     .need = Need::needed,
+     .about = "1: the drawing's parameter, 2: that of its current model"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"editModelParameterFromTablecell",
+     .place = 102,
+     .title = L"Edit model parameter from table cell",
+     .conditions = {kFilter,
+                    {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done},
+                    {.test = Test::drawing}},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users,
+                 .changes = Touched::model | Touched::users | Touched::family},
+     .about = "sets parameters to lines of cells of a drawing's tables",
+     .function = &editModelParameterFromTablecell},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> editFromTableActions() { return kActions; }
+std::span<const Action> editFromTableActions() { return kActions; }
 
 }  // namespace actions

@@ -82,7 +82,6 @@ void editRow(const Task& task, const CsvTable& table, const Columns& columns, st
 }
 
 Outcome editMaterialFromFile(const Task& task) {
-  if (const auto ended = beginOnPart(task, L"Edit material from file")) return *ended;
   const CsvTable* table = tableOf(task);
   if (!table) return done;
   const Columns columns(*table);
@@ -95,10 +94,21 @@ Outcome editMaterialFromFile(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editMaterialFromFile", &editMaterialFromFile}};
+constexpr Action kActions[] = {
+    {.key = L"editMaterialFromFile",
+     .place = 111,
+     .group = Group::ownModelTest,
+     .title = L"Edit material from file",
+     .conditions = {kFilter, kNotInstance, kOnlyParts},
+     .attributes = kTableFile,
+     .effects = {.reads = Touched::model | Touched::files | Touched::options | Touched::programs,
+                 .changes = Touched::model | Touched::files},
+     .about = "gives the materials of a part the values of a table",
+     .function = &editMaterialFromFile},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> editMaterialActions() { return kActions; }
+std::span<const Action> editMaterialActions() { return kActions; }
 
 }  // namespace actions

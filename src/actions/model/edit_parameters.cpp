@@ -8,7 +8,6 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
-#include "documents/predicates.h"
 #include "text/format.h"
 
 namespace actions {
@@ -18,12 +17,12 @@ using namespace engine;
 using creo::ProModelitem;
 
 constexpr int kEditTitle = 107, kEditNameTitle = 319;
-constexpr int kSearchInName = 97, kSearchInValue = 98, kReworkInstance = 308, kInstanceRefused = 5;
+constexpr int kSearchInName = 97, kSearchInValue = 98, kReworkInstance = 308;
 constexpr int kMostNameVisits = 12;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
-// The parameter of that name; nothing where there is none, as where it is a pattern, or, with its line, where that can't
-// be told.
+// The parameter of that name; nothing where there is none, as where it is a pattern, or, with its line, where that
+// can't be told.
 std::optional<creo::ProParameter> parameterIn(const ProModelitem& owner, const std::wstring& name) {
   const auto parameter = creo::ProParameterInit(owner, name);
   if (parameter) return parameter.value;
@@ -82,9 +81,7 @@ void editInstances(ParameterEditContext& context, creo::ProMdl generic) {
 }
 
 Outcome editModelParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kEditTitle)})) return *ended;
-  bool generic = false;
-  if (const auto ended = passInstances(task, generic)) return *ended;
+  announceFamily(task);
   const auto owner = creo::ProMdlToModelitem(task.model());
   if (!owner) {
     core::logWrite(kNoOwner, core::kError);
@@ -104,11 +101,6 @@ Outcome editModelParameter(const Task& task) {
 }
 
 Outcome editMaterialParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Edit material parameter"})) return *ended;
-  if (documents::isInstance(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kInstanceRefused, core::kWarning);
-    return done;
-  }
   const auto owner = currentMaterial(task.model(), core::kWarning);
   if (!owner) return done;
   logSearch(task);
@@ -117,7 +109,6 @@ Outcome editMaterialParameter(const Task& task) {
 }
 
 Outcome editModelParameterName(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kEditNameTitle)})) return *ended;
   const auto owner = creo::ProMdlToModelitem(task.model());
   if (!owner) {
     core::logWrite(kNoOwner, core::kError);
@@ -131,12 +122,82 @@ Outcome editModelParameterName(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editModelParameter", &editModelParameter},
-                                       {L"editMaterialParameter", &editMaterialParameter},
-                                       {L"editModelParameterName", &editModelParameterName}};
+constexpr Attribute kSearch[] = {
+    {.name = L"searchin",
+     .kind = Kind::word,
+     .words = L"1|2",
+     .need = Need::needed,
+     .about = "1: the name is a pattern for names; 2: it is compared with values"},
+};
+constexpr Attribute kName[] = {
+    {.name = L"name",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the parameters, by their names or by their values"},
+};
+constexpr Attribute kMaterialName[] = {
+    {.name = L"name",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .about = "the parameters, by their names or by their values"},
+};
+constexpr Attribute kNewValue[] = {
+    {.name = L"totype",
+     .kind = Kind::word,
+     .words = L"0|1|2|3",
+     .need = Need::needed,
+     .about = "0 String, 1 Integer, 2 Double, 3 Boolean; a parameter of another type is retyped first"},
+    {.name = L"value",
+     .variables = true,
+     .need = Need::needed,
+     .about = "the new value, at most 80 characters; @para@ stands for the present one"},
+};
+constexpr Attribute kAllInstances[] = {
+    {.name = L"genAllInst",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "each instance of the family table, too, those of instances among them"},
+};
+constexpr Attribute kNewName[] = {
+    {.name = L"value",
+     .variables = true,
+     .need = Need::needed,
+     .about = "the new name, at most 31 letters, digits and _"},
+};
+constexpr auto kModelAttributes = joined(kSearch, kName, kNewValue, kAllInstances, kInstancesToo);
+constexpr auto kMaterialAttributes = joined(kSearch, kMaterialName, kNewValue);
+constexpr auto kNameAttributes = joined(kSearch, kName, kNewName);
+
+constexpr Action kActions[] = {
+    {.key = L"editModelParameter",
+     .place = 100,
+     .title = kEditTitle,
+     .conditions = {kFilter, kInstancesAsTold},
+     .attributes = kModelAttributes,
+     .effects = {.reads = Touched::model | Touched::family,
+                 .changes = Touched::model | Touched::family | Touched::session},
+     .about = "sets values of parameters, or changes their type",
+     .function = &editModelParameter},
+    {.key = L"editMaterialParameter",
+     .place = 101,
+     .title = L"Edit material parameter",
+     .conditions = {kFilter, {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}},
+     .attributes = kMaterialAttributes,
+     .effects = {.changes = Touched::model | Touched::family},
+     .about = "sets values of parameters of a part's current material, or changes their type",
+     .function = &editMaterialParameter},
+    {.key = L"editModelParameterName",
+     .place = 103,
+     .title = kEditNameTitle,
+     .attributes = kNameAttributes,
+     .effects = {.changes = Touched::model | Touched::family},
+     .about = "renames parameters, with their columns and the values of instances",
+     .function = &editModelParameterName},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> editParameterActions() { return kActions; }
+std::span<const Action> editParameterActions() { return kActions; }
 
 }  // namespace actions

@@ -115,7 +115,6 @@ void verifyModel(ProMdl model, const Verification& how) {
 }
 
 Outcome verifyFamilietable(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kVerifyTitle)})) return *ended;
   if (!tableOf(task.model())) return done;
   const Verification how{.regenerates = task.isTrue(L"twice"), .onlyUnverified = task.isTrue(L"onlyunverified")};
   stateDensities(task.model());
@@ -124,7 +123,6 @@ Outcome verifyFamilietable(const Task& task) {
 }
 
 Outcome conflateFamilietable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Conflate family table"})) return *ended;
   if (!tableOf(task.model())) core::logWrite(L"The model has no family table", core::kDebug);
   return done;
 }
@@ -146,7 +144,6 @@ void unlockIn(ProMdl model) {
 }
 
 Outcome unlockAllInstances(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kUnlockTitle)})) return *ended;
   unlockIn(task.model());
   return done;
 }
@@ -201,7 +198,6 @@ void deleteIn(ProMdl model, const InstanceSearch& search, Deletion& deletion, bo
 }
 
 Outcome deleteFamilyTableInstance(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kDeleteTitle)})) return *ended;
   if (!tableOf(task.model())) return done;
   Deletion deletion;
   deleteIn(task.model(), InstanceSearch(task), deletion);
@@ -212,13 +208,57 @@ Outcome deleteFamilyTableInstance(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"verifyFamilietable", &verifyFamilietable},
-                                       {L"conflateFamilietable", &conflateFamilietable},
-                                       {L"unlockAllInstances", &unlockAllInstances},
-                                       {L"deleteFamilyTableInstance", &deleteFamilyTableInstance}};
+constexpr Attribute kVerifyAttributes[] = {
+    {.name = L"twice",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "each instance is regenerated too, and its verification kept"},
+    {.name = L"onlyunverified",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "instances that are verified are left out, with their own tables"},
+};
+constexpr Attribute kDeleteAttributes[] = {
+    {.name = L"namec", .kind = Kind::integer, .need = Need::needed, .about = "how many numbers are looked at, from 0"},
+    {.name = L"name_%d",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .numbers = Numbers::counted,
+     .counter = L"namec",
+     .about = "a pattern for the instance's name, or for its name with its generic's"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"verifyFamilietable",
+     .place = 43,
+     .title = kVerifyTitle,
+     .attributes = kVerifyAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::family,
+                 .changes = Touched::model | Touched::users | Touched::family | Touched::session},
+     .about = "creates each instance of a generic and says which fail",
+     .function = &verifyFamilietable},
+    {.key = L"conflateFamilietable",
+     .place = 44,
+     .title = L"Conflate family table",
+     .about = "looks whether the model is a generic; the table stays as it is",
+     .function = &conflateFamilietable},
+    {.key = L"unlockAllInstances",
+     .place = 53,
+     .title = kUnlockTitle,
+     .effects = {.reads = Touched::model | Touched::family, .changes = Touched::model | Touched::family},
+     .about = "unlocks the locked instances of a generic",
+     .function = &unlockAllInstances},
+    {.key = L"deleteFamilyTableInstance",
+     .place = 62,
+     .title = kDeleteTitle,
+     .attributes = kDeleteAttributes,
+     .effects = {.reads = Touched::model | Touched::family, .changes = Touched::model | Touched::family},
+     .about = "deletes the first instance of a generic whose name fits",
+     .function = &deleteFamilyTableInstance},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> familyTableActions() { return kActions; }
+std::span<const Action> familyTableActions() { return kActions; }
 
 }  // namespace actions

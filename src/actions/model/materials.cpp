@@ -5,19 +5,15 @@
 #include "actions/environment/config_options.h"
 #include "actions/model/instances.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
-#include "documents/predicates.h"
 #include "os/paths.h"
-#include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 
 namespace {
 
-constexpr int kInstanceRefused = 5;
 constexpr std::wstring_view kOption = L"pro_material_dir";
 constexpr std::wstring_view kEndings[] = {L".mtl", L".mat"};
 
@@ -33,17 +29,6 @@ std::optional<creo::ProModelitem> currentMaterial(creo::ProMdl part, int level) 
   if (item) return item.value;
   core::logWrite(L"Failure while ProMdlToMdlitem", core::kError);
   return std::nullopt;
-}
-
-std::optional<engine::Outcome> beginOnPart(const engine::Task& task, std::wstring_view title) {
-  if (const auto ended = engine::begin(task, {.title = title})) return ended;
-  if (documents::isInstance(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kInstanceRefused, core::kWarning);
-    return engine::refused;
-  }
-  if (task.extensionIs(L"PRT")) return std::nullopt;
-  core::logWrite(L"Only parts have materials", core::kWarning);
-  return engine::refused;
 }
 
 MaterialPath materialPath(std::wstring_view path) {

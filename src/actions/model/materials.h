@@ -16,9 +16,9 @@ namespace actions {
 // The current material as an owner of parameters. Nothing, with a line of that level: the part has none.
 std::optional<creo::ProModelitem> currentMaterial(creo::ProMdl part, int level);
 
-// The beginning of an action that changes what materials a part holds: the frame, then instances and what is no part
-// are refused. What the action returns where it ends there.
-std::optional<engine::Outcome> beginOnPart(const engine::Task& task, std::wstring_view title);
+// Of actions that change what materials a part holds: what is no part is refused.
+constexpr engine::Condition kOnlyParts{.test = engine::Test::part, .line = L"Only parts have materials"};
+constexpr int kIsSkeleton = 420;  // the line where the part is one
 
 // "d:\materials\" and "STEEL.mtl", "STEEL" of a path. file has the ending only where the path has one.
 struct MaterialPath {

@@ -23,7 +23,7 @@ using namespace engine;
 constexpr int kAddTitle = 58, kAddToFeatureTitle = 222, kAlternativeTitle = 406;
 constexpr int kDesignateTitle = 10, kDesignate = 11, kSetToFalse = 12, kSetToTrue = 13, kDesignationFailed = 14;
 constexpr int kAllTrue = 15, kAllFalse = 16;
-constexpr int kIsSkeleton = 420, kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
+constexpr int kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
 Outcome addModelParameter(const Task& task) {

@@ -181,7 +181,6 @@ void readBack(const Task& task, const std::wstring& path) {
 }
 
 Outcome deleteModelProProgramLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, core::msgText(kTitle))) return *ended;
   const ProgramFiles files;
   if (exported(task, files)) {
     core::logMsgId(kDeleteLines, core::kNormal, 1);
@@ -209,7 +208,6 @@ std::wstring_view firstWord(std::wstring_view line) {
 }
 
 Outcome deleteModelProProgramInputLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, core::msgText(kInputTitle))) return *ended;
   std::vector<std::wstring_view> names;
   for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames)) {
     if (one.number != static_cast<int>(names.size())) break;
@@ -234,11 +232,58 @@ Outcome deleteModelProProgramInputLines(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"deleteModelProProgramLines", &deleteModelProProgramLines},
-                                       {L"deleteModelProProgramInputLines", &deleteModelProProgramInputLines}};
+constexpr Attribute kLineAttributes[] = {
+    {.name = L"delline", .need = Need::oneOf, .about = "patterns of lines that go, with line feeds between them"},
+    {.name = L"startline",
+     .kind = Kind::pattern,
+     .need = Need::oneOf,
+     .about = "the first line of a block that goes; empty: no block goes"},
+    {.name = L"endline", .kind = Kind::pattern, .about = "its last line"},
+    {.name = L"endif",
+     .kind = Kind::flag,
+     .words = L"false",
+     .about = "false: the block ends at endline; anything else: at a line with ENDIF or END IF"},
+    {.name = L"excl_start_end",
+     .kind = Kind::flag,
+     .words = L"false",
+     .about = "false: the first and the last line of a block go too; anything else: they stay"},
+};
+constexpr Attribute kInputAttributes[] = {
+    {.name = L"name_%d",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .numbers = Numbers::toFirstGap,
+     .most = kMostNames,
+     .about = "patterns for the first word of lines that go"},
+};
+
+// The program goes through a text file, and into the model from Creo's working folder.
+constexpr Effects kEffects{.reads = Touched::model | Touched::files,
+                           .changes = Touched::model | Touched::files | Touched::session};
+
+constexpr Action kActions[] = {
+    {.key = L"deleteModelProProgramLines",
+     .place = 152,
+     .group = Group::ownModelTest,
+     .title = kTitle,
+     .conditions = kOnRelations,
+     .attributes = kLineAttributes,
+     .effects = kEffects,
+     .about = "deletes lines of a solid's Pro/PROGRAM",
+     .function = &deleteModelProProgramLines},
+    {.key = L"deleteModelProProgramInputLines",
+     .place = 153,
+     .group = Group::ownModelTest,
+     .title = kInputTitle,
+     .conditions = kOnRelations,
+     .attributes = kInputAttributes,
+     .effects = kEffects,
+     .about = "deletes inputs of a solid's Pro/PROGRAM",
+     .function = &deleteModelProProgramInputLines},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> programLineActions() { return kActions; }
+std::span<const Action> programLineActions() { return kActions; }
 
 }  // namespace actions

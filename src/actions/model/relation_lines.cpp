@@ -21,7 +21,6 @@ constexpr int kAddTitle = 249, kRelations = 254, kPostRelations = 255, kDeleteTi
 bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 
 Outcome addModelRelationLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, core::msgText(kAddTitle))) return *ended;
   core::logMsgId(kRelations, core::kNormal, 1);
   RelationSet relations(task, false);
   addRelationLines(task, relations, L"relationline", std::nullopt);
@@ -161,7 +160,6 @@ void deleteFrom(const Task& task, bool post) {
 }
 
 Outcome deleteModelRelationLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, core::msgText(kDeleteTitle))) return *ended;
   if (task.isTrue(L"rel")) deleteFrom(task, false);
   if (task.isTrue(L"postrel")) deleteFrom(task, true);
   return done;
@@ -215,7 +213,6 @@ void editRelationLines(const Task& task, bool post) {
 }
 
 Outcome editModelRelationLines(const Task& task) {
-  if (const auto ended = beginOnRelations(task, core::msgText(kEditTitle))) return *ended;
   if (task.isTrue(L"rel")) editRelationLines(task, false);
   if (task.isTrue(L"postrel")) editRelationLines(task, true);
   return done;
@@ -235,19 +232,141 @@ void setUnitSensitive(const Task& task, bool post, std::wstring_view changed) {
 }
 
 Outcome setRelationUnitSensitive(const Task& task) {
-  if (const auto ended = beginOnRelations(task, L"Set relation unit sensitive")) return *ended;
   if (task.isTrue(L"rel")) setUnitSensitive(task, false, L"changed the relation unit sensitve");
   if (task.isTrue(L"postrel")) setUnitSensitive(task, true, L"changed the post relation unit sensitve");
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"addModelRelationLines", &addModelRelationLines},
-                                       {L"deleteModelRelationLines", &deleteModelRelationLines},
-                                       {L"editModelRelationLines", &editModelRelationLines},
-                                       {L"setRelationUnitSensitive", &setRelationUnitSensitive}};
+constexpr Attribute countOf(std::wstring_view name, std::string_view about) {
+  return {.name = name, .kind = Kind::integer, .about = about};
+}
+constexpr Attribute kSets[] = {
+    {.name = L"rel", .kind = Kind::flag, .words = L"true", .need = Need::oneOf, .about = "in the relations"},
+    {.name = L"postrel",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "in those behind the regeneration"},
+};
+constexpr Attribute kFailure[] = {
+    {.name = L"ignoreFailure",
+     .kind = Kind::flag,
+     .words = L"false",
+     .about = "present and not false: failing relations are a warning, and the new lines stay"},
+};
+constexpr Attribute kAdded[] = {
+    countOf(L"relationlinec", "how many lines"),
+    {.name = L"relationline%d",
+     .kind = Kind::relation,
+     .variables = true,
+     .need = Need::oneOf,
+     .numbers = Numbers::counted,
+     .counter = L"relationlinec",
+     .about = "the lines; an empty last one is left out"},
+    countOf(L"postlinec", "how many lines behind the regeneration"),
+    {.name = L"postline%d",
+     .kind = Kind::relation,
+     .variables = true,
+     .need = Need::oneOf,
+     .numbers = Numbers::counted,
+     .counter = L"postlinec",
+     .about = "those lines, in the same way"},
+    {.name = L"onEnd",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "behind the lines that are there; else before them"},
+};
+constexpr Attribute kDeleted[] = {
+    countOf(L"dellinec", "how many patterns"),
+    {.name = L"delline%d",
+     .kind = Kind::pattern,
+     .numbers = Numbers::counted,
+     .counter = L"dellinec",
+     .about = "patterns of lines that go"},
+    {.name = L"startline", .kind = Kind::pattern, .about = "the first line of blocks that go; empty: no block goes"},
+    {.name = L"endline", .kind = Kind::pattern, .about = "their last line"},
+    {.name = L"endif",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "a block ends with the ENDIF of its IF in place of endline"},
+    {.name = L"comment_out", .kind = Kind::flag, .words = L"true", .about = "the lines become comments and stay"},
+};
+constexpr Attribute kEdited[] = {
+    countOf(L"editlinec", "how many patterns"),
+    {.name = L"editline%d",
+     .kind = Kind::pattern,
+     .numbers = Numbers::counted,
+     .counter = L"editlinec",
+     .about = "patterns of lines that are edited"},
+    {.name = L"replWord", .kind = Kind::pattern, .about = "what is replaced in such a line"},
+    {.name = L"through", .variables = true, .about = "what comes in its place; @line@ and @para@ are the line"},
+    {.name = L"locline",
+     .kind = Kind::pattern,
+     .about = "the first line that fits is the place for new lines; empty: none are added"},
+    {.name = L"location", .kind = Kind::word, .words = L"1|2|0", .about = "1: before that line; else behind it"},
+    countOf(L"addTextc", "how many new lines"),
+    {.name = L"addText%d",
+     .kind = Kind::relation,
+     .variables = true,
+     .numbers = Numbers::counted,
+     .counter = L"addTextc",
+     .about = "the new lines"},
+};
+constexpr Attribute kUnits[] = {
+    {.name = L"unitsensitive",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::needed,
+     .about = "true: relations heed units; anything else: they don't"},
+};
+constexpr auto kAddAttributes = joined(kAdded, kFailure);
+constexpr auto kDeleteAttributes = joined(kSets, kDeleted, kFailure);
+constexpr auto kEditAttributes = joined(kSets, kEdited, kFailure);
+constexpr auto kUnitAttributes = joined(kSets, kUnits);
+
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"addModelRelationLines",
+     .place = 143,
+     .group = Group::ownModelTest,
+     .title = kAddTitle,
+     .conditions = kOnRelations,
+     .attributes = kAddAttributes,
+     .effects = kEffects,
+     .about = "adds lines to relations",
+     .function = &addModelRelationLines},
+    {.key = L"deleteModelRelationLines",
+     .place = 144,
+     .group = Group::ownModelTest,
+     .title = kDeleteTitle,
+     .conditions = kOnRelations,
+     .attributes = kDeleteAttributes,
+     .effects = kEffects,
+     .about = "deletes lines of relations, or makes them comments",
+     .function = &deleteModelRelationLines},
+    {.key = L"editModelRelationLines",
+     .place = 145,
+     .group = Group::ownModelTest,
+     .title = kEditTitle,
+     .conditions = kOnRelations,
+     .attributes = kEditAttributes,
+     .effects = kEffects,
+     .about = "replaces text in lines of relations, and adds lines at a place",
+     .function = &editModelRelationLines},
+    {.key = L"setRelationUnitSensitive",
+     .place = 146,
+     .group = Group::ownModelTest,
+     .title = L"Set relation unit sensitive",
+     .conditions = kOnRelations,
+     .attributes = kUnitAttributes,
+     .effects = kEffects,
+     .about = "says whether relations heed units",
+     .function = &setRelationUnitSensitive},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> relationLineActions() { return kActions; }
+std::span<const Action> relationLineActions() { return kActions; }
 
 }  // namespace actions

@@ -3,18 +3,15 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
-#include "documents/predicates.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 
-using engine::Outcome;
 using engine::Task;
 
 namespace {
 
-constexpr int kInstanceRefused = 5;
 constexpr int kCurrentFail = 250, kCurrentPostFail = 251, kNewFail = 252, kNewPostFail = 253;
 constexpr std::wstring_view kBlanks = L" \t\r\n";
 
@@ -26,13 +23,6 @@ creo::Got<creo::ProModelitem> ownerOf(const Task& task, bool post) {
 }
 
 }  // namespace
-
-std::optional<Outcome> beginOnRelations(const Task& task, std::wstring_view title) {
-  if (const auto ended = engine::begin(task, {.title = title})) return ended;
-  if (documents::isInstance(task.model()) != documents::kTrue) return std::nullopt;
-  core::logMsgPlain(kInstanceRefused, core::kWarning);
-  return engine::refused;
-}
 
 RelationSet::RelationSet(const Task& task, bool post)
     : task_(task),

@@ -12,8 +12,8 @@ namespace actions {
 
 using RelationLines = std::vector<std::wstring>;
 
-// Title, version, filter; an instance is refused.
-std::optional<engine::Outcome> beginOnRelations(const engine::Task& task, std::wstring_view title);
+// Of actions on relations and programs: an instance is refused.
+constexpr engine::Conditions kOnRelations = {engine::kFilter, engine::kNotInstance};
 
 // A model's relations, or those behind its regeneration.
 class RelationSet {

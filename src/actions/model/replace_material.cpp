@@ -7,7 +7,6 @@
 #include "core/messages.h"
 #include "creo/ProFiles.h"
 #include "creo/ProMaterial.h"
-#include "documents/predicates.h"
 #include "engine/compare.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -19,7 +18,7 @@ using namespace engine;
 
 constexpr int kTitle = 196, kReplace = 197, kReplaceInInstance = 198, kDeleted = 199, kNotDeleted = 200,
               kFileNotFound = 201, kBadFile = 202, kCantSetCurrent = 203, kInstanceNotSet = 204, kInstanceNotRead = 206,
-              kSetCurrent = 209, kIsSkeleton = 420;
+              kSetCurrent = 209;
 constexpr int kMostPairs = 100;
 
 void tell(int message, const std::wstring& a, const std::wstring& b = {}) {
@@ -148,11 +147,6 @@ void updateAll(const Task& task, const std::vector<std::wstring>& folders) {
 }
 
 Outcome replaceMaterial(const Task& task) {
-  if (const auto ended = beginOnPart(task, core::msgText(kTitle))) return *ended;
-  if (documents::isSkeleton(task.model()) == documents::kTrue) {
-    core::logMsgPlain(kIsSkeleton, core::kDebug);
-    return refused;
-  }
   MaterialFolder option;
   std::vector<std::wstring> folders = option.before();
   if (task.has(L"path")) {
@@ -177,10 +171,49 @@ Outcome replaceMaterial(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"replaceMaterial", &replaceMaterial}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"path",
+     .kind = Kind::folder,
+     .variables = true,
+     .folder = L"materials",
+     .about = "the folder of the files; absent: the folders of pro_material_dir"},
+    {.name = L"namef_%d",
+     .kind = Kind::pattern,
+     .need = Need::oneOf,
+     .most = kMostPairs,
+     .about = "a pattern for the names of old materials"},
+    {.name = L"namet_%d", .most = kMostPairs, .about = "the name of the new one"},
+    {.name = L"delreplaced",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "old materials that no instance is made of any more are deleted"},
+    {.name = L"autoUpdate",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "each material that has a file of its name in the folder becomes what the file says"},
+    {.name = L"instances",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "the instances of the family table get the new materials too"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"replaceMaterial",
+     .place = 110,
+     .group = Group::ownModelTest,
+     .title = kTitle,
+     .conditions =
+         {kFilter, kNotInstance, kOnlyParts, {.test = Test::notSkeleton, .line = kIsSkeleton, .level = core::kDebug}},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::family | Touched::files | Touched::options,
+                 .changes = Touched::model | Touched::family | Touched::session | Touched::options},
+     .about = "puts materials from files in the place of others",
+     .function = &replaceMaterial},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> replaceMaterialActions() { return kActions; }
+std::span<const Action> replaceMaterialActions() { return kActions; }
 
 }  // namespace actions

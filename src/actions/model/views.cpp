@@ -248,7 +248,7 @@ constexpr Attribute kAddAttributes[] = {
     {.name = L"matrix_%d",
      .kind = Kind::numbers,
      .variables = true,
-     .about = "with custom: nine numbers of a rotation, or sixteen whose last row and column count for nothing"},
+     .about = "with custom: nine numbers of a rotation, or sixteen with a shift in the last row"},
 };
 constexpr Attribute kRenameAttributes[] = {
     {.name = L"namef_%d",

@@ -68,8 +68,6 @@ void writeNote(const creo::ProNote& note, const std::wstring& name, const NamedC
 }
 
 Outcome add3dAnnotation(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kAddTitle)}, kNativeSolids, {L"name", L"text_0"}))
-    return *ended;
   const std::wstring name = nameIn(task, L"name");
   std::vector<std::wstring> lines;
   for (const Task::Numbered& line : task.numberedAll(L"text_", kListSize))
@@ -142,8 +140,6 @@ void removeFromSolid(creo::ProMdl solid) {
 }
 
 Outcome removeAllAnnotations(const Task& task) {
-  constexpr Fits kFits{.parts = true, .assemblies = true, .drawings = true, .instances = false};
-  if (const auto ended = beginOn(task, {.title = L"Remove all annotations"}, kFits)) return *ended;
   if (creo::ProMdlTypeGet(task.model()).value == creo::ProMdlType::drawing)
     removeFromDrawing(task.model());
   else
@@ -151,11 +147,34 @@ Outcome removeAllAnnotations(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"add3dannotation", &add3dAnnotation},
-                                       {L"removeAllAnnotations", &removeAllAnnotations}};
+constexpr Attribute kAddAttributes[] = {
+    {.name = L"name", .variables = true, .need = Need::oneOf, .about = "the note's name"},
+    {.name = L"text_%d", .variables = true, .need = Need::oneOf, .about = "its lines; gaps are passed over"},
+    {.name = L"csys",
+     .variables = true,
+     .about = "the coordinate system where it stands; absent or empty: the first that has a name"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"add3dannotation",
+     .place = 50,
+     .title = kAddTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kAddAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "puts a note into the space of a solid",
+     .function = &add3dAnnotation},
+    {.key = L"removeAllAnnotations",
+     .place = 90,
+     .title = L"Remove all annotations",
+     .conditions = {kFilter, kAnyType, kNotInstance},
+     .effects = {.changes = Touched::model},
+     .about = "takes away all notes and placed symbols of a drawing, or all notes of a solid",
+     .function = &removeAllAnnotations},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> annotationActions() { return kActions; }
+std::span<const Action> annotationActions() { return kActions; }
 
 }  // namespace actions

@@ -53,7 +53,6 @@ void give(const Task& task, const creo::ProAppearance& look) {
 }
 
 Outcome setAppearance(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kFileTitle)}, kNativeSolids, {L"path"})) return *ended;
   const AppearanceFile file = readAppearanceFile(task.path(L"path", L"models"));
   if (!file.fault.empty()) {
     core::logWrite(file.fault, core::kError);
@@ -81,9 +80,6 @@ std::optional<double> share(const Task& task, std::wstring_view attribute, doubl
 }
 
 Outcome setAppearanceFromRgb(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kColorTitle), .version = kRgbVersion}, kNativeSolids,
-                                 {L"r", L"g", L"b"}))
-    return *ended;
   const auto red = share(task, L"r", kFullColor), green = share(task, L"g", kFullColor),
              blue = share(task, L"b", kFullColor);
   const auto transparency =
@@ -103,11 +99,66 @@ Outcome setAppearanceFromRgb(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setAppearance", &setAppearance},
-                                       {L"setAppearanceFromRGB", &setAppearanceFromRgb}};
+constexpr Attribute kFile[] = {
+    {.name = L"path",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::oneOf,
+     .folder = L"models",
+     .about = "a file of looks"},
+    {.name = L"name", .variables = true, .about = "the look's name in the file; absent or empty: the first one"},
+};
+// A share of red, green or blue.
+constexpr Attribute color(std::wstring_view name, std::string_view about) {
+  return {.name = name,
+          .kind = Kind::number,
+          .variables = true,
+          .need = Need::oneOf,
+          .range = {.least = 0, .most = kFullColor},
+          .about = about};
+}
+constexpr Attribute kColor[] = {
+    color(L"r", "red, 0 to 255"),
+    color(L"g", "green, 0 to 255"),
+    color(L"b", "blue, 0 to 255"),
+    {.name = L"transparency",
+     .kind = Kind::number,
+     .variables = true,
+     .range = {.least = 0, .most = kFullTransparency},
+     .about = "0 to 100, in percent; absent or empty: 0"},
+};
+constexpr Attribute kOnWhat[] = {
+    {.name = L"feat",
+     .kind = Kind::word,
+     .words = L"|0|1|2|3|4",
+     .about = "absent, empty or 0: the model as a whole; else features: 1 those of feattype, 2 the one with featid, "
+              "3 all, 4 the first that fits featname"},
+};
+constexpr auto kFileAttributes = joined(kFile, kOnWhat, kChosenFeatures);
+constexpr auto kColorAttributes = joined(kColor, kOnWhat, kChosenFeatures);
+
+constexpr Action kActions[] = {
+    {.key = L"setAppearance",
+     .place = 58,
+     .title = kFileTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kFileAttributes,
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .about = "gives a solid or features of it a look from a file",
+     .function = &setAppearance},
+    {.key = L"setAppearanceFromRGB",
+     .place = 59,
+     .title = kColorTitle,
+     .version = kRgbVersion,
+     .conditions = kOnNativeSolids,
+     .attributes = kColorAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "gives a solid or features of it a color",
+     .function = &setAppearanceFromRgb},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> appearanceActions() { return kActions; }
+std::span<const Action> appearanceActions() { return kActions; }
 
 }  // namespace actions

@@ -103,7 +103,6 @@ void addByVisit(const Task& task, const ByVisit& how, References& to) {
 }
 
 Outcome addCombState(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"add combined state"})) return *ended;
   References references;
   addOrientation(task, references);
   addLayerState(task, references);
@@ -126,7 +125,6 @@ Outcome addCombState(const Task& task) {
 }
 
 Outcome setCombState(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"set combined state"})) return *ended;
   const std::wstring wanted = nameIn(task, L"statename");
   for (const ProModelitem& state : creo::ProMdlCombstatesGet(task.model()).value) {
     const auto data = creo::ProCombstateDataGet(state);
@@ -142,7 +140,6 @@ Outcome setCombState(const Task& task) {
 }
 
 Outcome deleteCombState(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"delete combined state"})) return *ended;
   const std::vector<std::wstring> wanted = namesIn(task);
   for (const ProModelitem& state : creo::ProMdlCombstatesGet(task.model()).value) {
     const auto data = creo::ProCombstateDataGet(state);
@@ -155,11 +152,73 @@ Outcome deleteCombState(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {
-    {L"addCombState", &addCombState}, {L"setCombState", &setCombState}, {L"deleteCombState", &deleteCombState}};
+constexpr Attribute kAddAttributes[] = {
+    {.name = L"statename", .variables = true, .need = Need::needed, .about = "the new state's name"},
+    {.name = L"orientationname",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a view by its name or second name; the first that fits is taken, as of the others"},
+    {.name = L"layerstatename",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a layer state"},
+    {.name = L"simprepname",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a simplified representation; MASTER, CURRENT: the master, the one that the model is in"},
+    {.name = L"expldname",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "an exploded state of an assembly"},
+    {.name = L"stylename",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a style of an assembly"},
+    {.name = L"explshow",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "the exploded state shows when the combined state is set"},
+    {.name = L"xsecname", .kind = Kind::pattern, .variables = true, .need = Need::oneOf, .about = "a cross section"},
+    {.name = L"xsecvisi",
+     .kind = Kind::integer,
+     .about = "Creo's number of how the cross section shows; 0: not at all"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"addCombState",
+     .place = 120,
+     .group = Group::ownModelTest,
+     .title = L"add combined state",
+     .attributes = kAddAttributes,
+     .effects = kEffects,
+     .about = "makes a combined state of views, states and representations",
+     .function = &addCombState},
+    {.key = L"setCombState",
+     .place = 121,
+     .group = Group::ownModelTest,
+     .title = L"set combined state",
+     .attributes = kStateName,
+     .effects = kEffects,
+     .about = "puts the model into the first combined state that fits",
+     .function = &setCombState},
+    {.key = L"deleteCombState",
+     .place = 122,
+     .group = Group::ownModelTest,
+     .title = L"delete combined state",
+     .attributes = kStatesThatGo,
+     .effects = kEffects,
+     .about = "deletes combined states; the active one stays",
+     .function = &deleteCombState},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> combinedStateActions() { return kActions; }
+std::span<const Action> combinedStateActions() { return kActions; }
 
 }  // namespace actions

@@ -10,6 +10,7 @@
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
 #include "engine/read_number.h"
+#include "engine/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/units.h"
@@ -20,7 +21,6 @@ namespace {
 using namespace engine;
 
 constexpr int kRescaleTitle = 262, kLeftUnread = 263, kRightUnread = 264, kNeedsReferences = 265;
-constexpr Fits kNativeAssemblies{.assemblies = true, .instances = false};
 
 // work: (component, name). False, with an error line: the components can't be gone through.
 template <class Work>
@@ -48,8 +48,6 @@ std::optional<double> operand(const Task& task, std::wstring_view attribute, int
 }
 
 Outcome rescalePositions(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kRescaleTitle)}, kNativeAssemblies, {L"left", L"right"}))
-    return *ended;
   const auto left = operand(task, L"left", kLeftUnread);
   if (!left) return done;
   const auto right = operand(task, L"right", kRightUnread);
@@ -125,9 +123,6 @@ bool fill(const creo::ProFeature& component, creo::ProMdl model, const std::wstr
 }
 
 Outcome fillComponentParameters(const Task& task) {
-  if (const auto ended =
-          beginOn(task, {.title = L"Fill component parameters by reference"}, kNativeAssemblies, {L"name_0"}))
-    return *ended;
   const std::vector<Pair> pairs = parameterPairs(task);
   int count = 0;
   const bool visited = eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
@@ -174,9 +169,6 @@ creo::ProError drive(const creo::ProFeature& component, const creo::ProModelitem
 }
 
 Outcome addDrivingParameter(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Add associative parameter to flexible dimension"}, kNativeAssemblies,
-                                 {L"name", L"dim"}))
-    return *ended;
   const auto name = task.text(L"name", text::kNameSize);
   const auto dim = task.text(L"dim", text::kNameSize);
   if (!name.hasText() || !dim.hasText()) {
@@ -199,12 +191,64 @@ Outcome addDrivingParameter(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"rescaleASMPosition", &rescalePositions},
-                                       {L"fillComponentParametersByReference", &fillComponentParameters},
-                                       {L"addassociativeparametertoflexibledimension", &addDrivingParameter}};
+constexpr Conditions kOnNativeAssemblies = {kFilter, kAssemblies, kNotInstance, kAnyOfTheWork};
+
+constexpr Attribute kRescaleAttributes[] = {
+    {.name = L"left",
+     .kind = Kind::number,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a number over 0, by which positions are multiplied"},
+    {.name = L"right",
+     .kind = Kind::number,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a number over 0, by which they are divided"},
+};
+constexpr Attribute kFillAttributes[] = {
+    {.name = L"name_%d", .variables = true, .need = Need::oneOf, .about = "a parameter of the component's model"},
+    {.name = L"newname_%d",
+     .variables = true,
+     .about = "the component's own parameter; absent or empty: of the same name"},
+};
+constexpr Attribute kDrivingAttributes[] = {
+    {.name = L"name", .variables = true, .need = Need::oneOf, .about = "the parameter's name"},
+    {.name = L"dim",
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "the symbol of the dimension in the component's model"},
+};
+constexpr Effects kEffects{.reads = Touched::model | Touched::users, .changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"rescaleASMPosition",
+     .place = 54,
+     .title = kRescaleTitle,
+     .conditions = kOnNativeAssemblies,
+     .attributes = kRescaleAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "multiplies the positions of components that stand where they were put",
+     .function = &rescalePositions},
+    {.key = L"fillComponentParametersByReference",
+     .place = 88,
+     .title = L"Fill component parameters by reference",
+     .conditions = kOnNativeAssemblies,
+     .attributes = kFillAttributes,
+     .effects = kEffects,
+     .about = "copies parameters of the components' models to the components' own ones",
+     .function = &fillComponentParameters},
+    {.key = L"addassociativeparametertoflexibledimension",
+     .place = 92,
+     .title = L"Add associative parameter to flexible dimension",
+     .conditions = kOnNativeAssemblies,
+     .attributes = kDrivingAttributes,
+     .effects = kEffects,
+     .about = "gives flexible components a parameter that drives a varied dimension",
+     .function = &addDrivingParameter},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> componentActions() { return kActions; }
+std::span<const Action> componentActions() { return kActions; }
 
 }  // namespace actions

@@ -22,18 +22,18 @@ using creo::ProSimprepAction;
 
 constexpr int kTitle = 403, kRedefinitionFailed = 404, kRedefined = 405, kNoneFound = 366;
 
-struct Action {
+struct ChosenAction {
   std::wstring_view jc;
   ProSimprepAction action;
 };
-constexpr Action kChosenActions[] = {{L"1", ProSimprepAction::geometry},   {L"2", ProSimprepAction::graphics},
-                                     {L"3", ProSimprepAction::symbolic},   {L"4", ProSimprepAction::exclude},
-                                     {L"5", ProSimprepAction::reverse},    {L"6", ProSimprepAction::boundaryBox},
-                                     {L"7", ProSimprepAction::substitute}, {L"8", ProSimprepAction::lightGraphics}};
+constexpr ChosenAction kChosenActions[] = {
+    {L"1", ProSimprepAction::geometry},   {L"2", ProSimprepAction::graphics},     {L"3", ProSimprepAction::symbolic},
+    {L"4", ProSimprepAction::exclude},    {L"5", ProSimprepAction::reverse},      {L"6", ProSimprepAction::boundaryBox},
+    {L"7", ProSimprepAction::substitute}, {L"8", ProSimprepAction::lightGraphics}};
 
 ProSimprepAction actionFor(std::wstring_view jc, ProSimprepAction byDefault) {
   if (jc == L"0") return byDefault;
-  for (const Action& row : kChosenActions)
+  for (const ChosenAction& row : kChosenActions)
     if (row.jc == jc) return row.action;
   return ProSimprepAction::none;
 }
@@ -153,7 +153,6 @@ creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
 }
 
 Outcome editSimpRep(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle), .version = L"4"})) return *ended;
   const Edit edit(task);
   const std::wstring wanted = nameIn(task, L"nameOne");
   const creo::ProError visited = visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
@@ -168,10 +167,44 @@ Outcome editSimpRep(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"editSimpRep", &editSimpRep}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"nameOne", .kind = Kind::pattern, .variables = true, .need = Need::needed, .about = "representations"},
+    {.name = L"filter_type",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about =
+         "only features of the type in filter_type_sel, and components whose models pass the elements insideFilter"},
+    {.name = L"filter_type_sel", .kind = Kind::feature, .about = "a code of a feature type; 28 is a component"},
+    {.name = L"filter_name",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "only features whose names fit filter_name_text, components by their models' names"},
+    {.name = L"filter_name_text", .kind = Kind::pattern, .variables = true, .about = "names of features and models"},
+    {.name = L"jc",
+     .kind = Kind::word,
+     .words = L"0|1|2|3|4|5|6|7|8",
+     .need = Need::needed,
+     .about = "what becomes of them: 0 the representation's default, 1 geometry, 2 graphics, 3 symbolic, 4 exclude, "
+              "5 the reverse, 6 boundary box, 7 substitute, 8 light graphics"},
+    {.name = L"nameTwo",
+     .variables = true,
+     .about = "with jc 7: the representation of the component that takes its place"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"editSimpRep",
+     .place = 148,
+     .group = Group::ownModelTest,
+     .title = kTitle,
+     .version = L"4",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model | Touched::session},
+     .about = "describes simplified representations anew: what they do with each feature and component",
+     .function = &editSimpRep},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> editSimplifiedRepActions() { return kActions; }
+std::span<const Action> editSimplifiedRepActions() { return kActions; }
 
 }  // namespace actions

@@ -11,7 +11,6 @@ namespace {
 using namespace engine;
 
 Outcome setCompDisplay(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set style"})) return *ended;
   const auto hit = firstState(task.model(), &creo::ProSolidCompdisplayVisit, nameIn(task, L"statename"));
   if (!hit) {
     core::logWrite(L"Style state couldn't be found", core::kError);
@@ -28,7 +27,6 @@ Outcome setCompDisplay(const Task& task) {
 }
 
 Outcome addExplodeState(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add explode state"})) return *ended;
   if (creo::ProExpldstateCreate(task.model(), nameIn(task, L"statename")))
     core::logIndented(L"Explode state created", core::kNormal, 1);
   else
@@ -38,7 +36,6 @@ Outcome addExplodeState(const Task& task) {
 }
 
 Outcome setExplodeState(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set explode state"})) return *ended;
   const std::wstring wanted = nameIn(task, L"statename");
   const creo::ProError visited =
       visitStates(task.model(), &creo::ProSolidExpldstateVisit, [&](const NamedState& state) {
@@ -53,7 +50,6 @@ Outcome setExplodeState(const Task& task) {
 }
 
 Outcome deleteExplodeState(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Delete explode state"})) return *ended;
   for (const std::wstring& wanted : namesIn(task))
     visitStates(task.model(), &creo::ProSolidExpldstateVisit, [&](const NamedState& state) {
       if (!fitsName(wanted, state.name)) return creo::ProNoError;
@@ -65,13 +61,48 @@ Outcome deleteExplodeState(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setCompDisplay", &setCompDisplay},
-                                       {L"addExplodeState", &addExplodeState},
-                                       {L"setExplodeState", &setExplodeState},
-                                       {L"deleteExplodeState", &deleteExplodeState}};
+constexpr Attribute kAddAttributes[] = {
+    {.name = L"statename", .variables = true, .need = Need::needed, .about = "the new state's name"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"setCompDisplay",
+     .place = 123,
+     .group = Group::ownModelTest,
+     .title = L"Set style",
+     .attributes = kStateName,
+     .effects = kEffects,
+     .about = "makes the first style that fits the active one",
+     .function = &setCompDisplay},
+    {.key = L"addExplodeState",
+     .place = 124,
+     .group = Group::ownModelTest,
+     .title = L"Add explode state",
+     .attributes = kAddAttributes,
+     .effects = kEffects,
+     .about = "adds an exploded state that moves no component yet",
+     .function = &addExplodeState},
+    {.key = L"setExplodeState",
+     .place = 125,
+     .group = Group::ownModelTest,
+     .title = L"Set explode state",
+     .attributes = kStateName,
+     .effects = kEffects,
+     .about = "makes the first exploded state that fits the active one",
+     .function = &setExplodeState},
+    {.key = L"deleteExplodeState",
+     .place = 126,
+     .group = Group::ownModelTest,
+     .title = L"Delete explode state",
+     .attributes = kStatesThatGo,
+     .effects = kEffects,
+     .about = "deletes exploded states",
+     .function = &deleteExplodeState},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> explodeStateActions() { return kActions; }
+std::span<const Action> explodeStateActions() { return kActions; }
 
 }  // namespace actions

@@ -6,7 +6,6 @@
 #include "actions/model/feature_choice.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProDatum.h"
 #include "creo/ProFeatureEdit.h"
 #include "creo/ProModelitem.h"
@@ -74,7 +73,6 @@ class NumberedNames {
 };
 
 Outcome renameFeature(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kRenameTitle)}, kNativeSolids, {L"name"})) return *ended;
   const auto name = task.text(L"name", text::kNameSize);
   if (!name.hasText() || name.text.empty()) {
     core::logWrite(L"The new name is empty, too long or can't be put together", core::kError);
@@ -133,9 +131,6 @@ Outcome addFirstFeatures(const Task& task) {
       {L"planex", creo::ProDefaultPlane::x},
       {L"planey", creo::ProDefaultPlane::y},
       {L"planez", creo::ProDefaultPlane::z}};
-  if (const auto ended =
-          beginOn(task, {.title = L"Add first features"}, kNativeSolids, {L"csys", L"planex", L"planey", L"planez"}))
-    return *ended;
   const creo::ProMdl solid = task.model();
   if (hasCsys(solid))
     core::logIndented(L"There is a coordinate system already", core::kNormal, 1);
@@ -164,8 +159,6 @@ bool isSuppressed(const creo::ProFeature& feature) {
 }
 
 Outcome showUnbendFeatures(const Task& task) {
-  constexpr Fits kNativeParts{.parts = true, .instances = false};
-  if (const auto ended = beginOn(task, {.title = L"Show unbend features"}, kNativeParts, {L"show"})) return *ended;
   const bool shows = task.isTrue(L"show");
   if (!shows && task.attribute(L"show") != L"false") {
     core::logWrite(text::format(L"'show' can't be '%s', but true or false", task.attribute(L"show")), core::kError);
@@ -188,12 +181,59 @@ Outcome showUnbendFeatures(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"renameFeature", &renameFeature},
-                                       {L"addFirstKEs", &addFirstFeatures},
-                                       {L"showUnbendFeatures", &showUnbendFeatures}};
+constexpr Attribute kName[] = {
+    {.name = L"name",
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "the new name, up to 31 characters; of several features the first gets it with _1"},
+};
+constexpr auto kRenameAttributes = joined(kName, kWhichFeatures, kChosenFeatures);
+constexpr Attribute kFirstAttributes[] = {
+    {.name = L"csys", .variables = true, .need = Need::oneOf, .about = "the coordinate system's name"},
+    {.name = L"planex",
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "the name of the plane that is normal to the x axis"},
+    {.name = L"planey", .variables = true, .need = Need::oneOf, .about = "the same of the y axis"},
+    {.name = L"planez", .variables = true, .need = Need::oneOf, .about = "the same of the z axis"},
+};
+constexpr Attribute kUnbendAttributes[] = {
+    {.name = L"show",
+     .kind = Kind::word,
+     .words = L"true|false",
+     .need = Need::oneOf,
+     .about = "true: they are resumed; false: they are suppressed"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"renameFeature",
+     .place = 56,
+     .title = kRenameTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kRenameAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "renames features; components keep the names of their models",
+     .function = &renameFeature},
+    {.key = L"addFirstKEs",
+     .place = 66,
+     .title = L"Add first features",
+     .conditions = kOnNativeSolids,
+     .attributes = kFirstAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "makes the default coordinate system and the default planes where there are none",
+     .function = &addFirstFeatures},
+    {.key = L"showUnbendFeatures",
+     .place = 91,
+     .title = L"Show unbend features",
+     .conditions = {kFilter, kParts, kNotInstance, kAnyOfTheWork},
+     .attributes = kUnbendAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "resumes or suppresses the features of a part that unbend it",
+     .function = &showUnbendFeatures},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> featureActions() { return kActions; }
+std::span<const Action> featureActions() { return kActions; }
 
 }  // namespace actions

@@ -2,11 +2,11 @@
 #include <algorithm>
 
 #include "actions/families.h"
-#include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelCheck.h"
+#include "engine/task.h"
 #include "text/format.h"
 
 namespace actions {
@@ -31,7 +31,6 @@ void tellFindings(const std::vector<creo::ProModelcheckFinding>& findings) {
 }
 
 Outcome runModelCheck(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kTitle)}, kAllModels)) return *ended;
   const std::wstring settings = task.attribute(L"config").empty() ? std::wstring() : task.path(L"config", L"models");
   if (settings.empty())
     core::logMsgId(kStandard, core::kNormal, 1);
@@ -52,10 +51,32 @@ Outcome runModelCheck(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"runModelCheck", &runModelCheck}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"config",
+     .kind = Kind::file,
+     .variables = true,
+     .folder = L"models",
+     .about = "a file that gives checks another weight; absent or empty: the usual ones"},
+    {.name = L"save",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "the model is saved behind the check, whatever it found"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"runModelCheck",
+     .place = 57,
+     .title = kTitle,
+     .conditions = {kFilter, kAnyType},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::options,
+                 .changes = Touched::model | Touched::users | Touched::family},
+     .about = "checks the model as a whole and tells each finding in the log",
+     .function = &runModelCheck},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> modelCheckActions() { return kActions; }
+std::span<const Action> modelCheckActions() { return kActions; }
 
 }  // namespace actions

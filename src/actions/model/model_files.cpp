@@ -2,7 +2,6 @@
 #include <set>
 
 #include "actions/families.h"
-#include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -13,6 +12,7 @@
 #include "creo/guards.h"
 #include "engine/output_file.h"
 #include "engine/run.h"
+#include "engine/task.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -27,7 +27,6 @@ using namespace engine;
 constexpr int kCommonNameTitle = 246, kCommonNameFailed = 247, kCommonNameUnread = 248;
 constexpr int kBackupTitle = 378, kBackupTo = 379, kBackedUp = 380, kNoFolder = 381, kCantWrite = 382,
               kBackupFailed = 383;
-constexpr Fits kNativeModels{.parts = true, .assemblies = true, .drawings = true, .instances = false};
 
 // "GEAR.PRT"
 std::wstring label(creo::ProMdl model) {
@@ -54,7 +53,6 @@ void tellRefusal(creo::ProError result, const std::wstring& name, const std::wst
 // ---- rename and copy
 
 Outcome renameModel(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Rename model"}, kNativeModels, {L"name"})) return *ended;
   const auto name = newName(task);
   if (!name) return done;
   const std::wstring before = label(task.model());
@@ -89,7 +87,6 @@ creo::ProError saveBeside(creo::ProMdl copy, creo::ProMdl model) {
 }
 
 Outcome copyModel(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Copy model"}, kAllModels, {L"name"})) return *ended;
   const auto name = newName(task);
   if (!name) return done;
   const auto taken = creo::ProMdlnameIsTaken(task.model(), *name);
@@ -176,7 +173,6 @@ creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstrin
 }
 
 Outcome backupAction(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kBackupTitle)}, kAllModels, {L"path"})) return *ended;
   const std::wstring path = wholePath(task.path(L"path", L"models"));
   const std::wstring folder = os::asFolder(path);
   const Needed needed(task.model());
@@ -208,8 +204,6 @@ Outcome backupAction(const Task& task) {
 // ---- the common name
 
 Outcome editCommonName(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kCommonNameTitle)}, kNativeModels, {L"value"}))
-    return *ended;
   const Replaced value = task.text(L"value");
   if (!value) {
     core::logMsgPlain(kCommonNameUnread, core::kError);
@@ -223,13 +217,62 @@ Outcome editCommonName(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"renameModel", &renameModel},
-                                       {L"copyModel", &copyModel},
-                                       {L"backupAction", &backupAction},
-                                       {L"editCommonName", &editCommonName}};
+constexpr Conditions kOnModels = {kFilter, kAnyType, kAnyOfTheWork};
+constexpr Conditions kOnNativeModels = {kFilter, kAnyType, kNotInstance, kAnyOfTheWork};
+
+constexpr Attribute kNameAttributes[] = {
+    {.name = L"name", .variables = true, .need = Need::oneOf, .about = "the new model's name, without an ending"},
+};
+constexpr Attribute kBackupAttributes[] = {
+    {.name = L"path",
+     .kind = Kind::written,
+     .variables = true,
+     .need = Need::oneOf,
+     .folder = L"models",
+     .about = "a folder that is there and that none of the models lies in"},
+};
+constexpr Attribute kCommonNameAttributes[] = {
+    {.name = L"value", .variables = true, .need = Need::oneOf, .about = "the name; empty: it has none any more"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"backupAction",
+     .place = 51,
+     .title = kBackupTitle,
+     .conditions = kOnModels,
+     .attributes = kBackupAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::family, .changes = Touched::files},
+     .about = "copies the model and all that it needs into a folder",
+     .function = &backupAction},
+    {.key = L"editCommonName",
+     .place = 52,
+     .title = kCommonNameTitle,
+     .conditions = kOnNativeModels,
+     .attributes = kCommonNameAttributes,
+     .effects = {.reads = Touched::model | Touched::options, .changes = Touched::model | Touched::options},
+     .about = "sets the name that the PDM system shows",
+     .function = &editCommonName},
+    {.key = L"renameModel",
+     .place = 63,
+     .title = L"Rename model",
+     .conditions = kOnNativeModels,
+     .attributes = kNameAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::family | Touched::files,
+                 .changes = Touched::model | Touched::users | Touched::family},
+     .about = "renames the model with all versions of its document; what uses it follows",
+     .function = &renameModel},
+    {.key = L"copyModel",
+     .place = 65,
+     .title = L"Copy model",
+     .conditions = kOnModels,
+     .attributes = kNameAttributes,
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::files},
+     .about = "writes a copy of the model into the model's folder",
+     .function = &copyModel},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> modelFileActions() { return kActions; }
+std::span<const Action> modelFileActions() { return kActions; }
 
 }  // namespace actions

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "creo/ProState.h"
+#include "engine/action.h"
 #include "engine/compare.h"
 #include "engine/task.h"
 
@@ -37,5 +38,22 @@ using StateVisit = creo::ProError (*)(creo::ProMdl solid, creo::Visitor<creo::Pr
 creo::ProError visitStates(creo::ProMdl solid, StateVisit visit, creo::Visitor<NamedState> visitor);
 // The first one whose name fits.
 std::optional<NamedState> firstState(creo::ProMdl solid, StateVisit visit, std::wstring_view pattern);
+
+// ---- what rows have in common
+
+constexpr engine::Attribute kStateName[] = {
+    {.name = L"statename",
+     .kind = engine::Kind::pattern,
+     .variables = true,
+     .need = engine::Need::needed,
+     .about = "its name; the first that fits is taken"},
+};
+constexpr engine::Attribute kStatesThatGo[] = {
+    {.name = L"name_%d",
+     .kind = engine::Kind::pattern,
+     .variables = true,
+     .need = engine::Need::needed,
+     .about = "names; all that fit go"},
+};
 
 }  // namespace actions

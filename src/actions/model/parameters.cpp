@@ -161,16 +161,6 @@ constexpr Attribute kNewParameters[] = {
      .about = "present: new parameters are designated as told; true: existing ones too"},
     {.name = L"descr", .kind = Kind::flag, .words = L"true", .about = "existing parameters get the description too"},
 };
-constexpr Attribute kFeatures[] = {
-    {.name = L"feat",
-     .kind = Kind::word,
-     .words = L"1|2|3|4",
-     .need = Need::needed,
-     .about = "which features: 1 those of feattype, 2 the one with featid, 3 all, 4 the first that fits featname"},
-    {.name = L"feattype", .kind = Kind::feature, .about = "a code of a feature type"},
-    {.name = L"featid", .kind = Kind::integer, .about = "an id"},
-    {.name = L"featname", .kind = Kind::pattern, .about = "a feature's name"},
-};
 constexpr Attribute kDesignation[] = {
     {.name = L"to",
      .kind = Kind::flag,
@@ -179,7 +169,7 @@ constexpr Attribute kDesignation[] = {
      .about = "true designates, anything else takes it away"},
 };
 constexpr auto kModelAttributes = joined(kForInstances, kNewParameters);
-constexpr auto kFeatureAttributes = joined(kFeatures, kNewParameters);
+constexpr auto kFeatureAttributes = joined(kWhichFeatures, kChosenFeatures, kNewParameters);
 constexpr auto kDesignationAttributes = joined(kDesignation, kForInstances);
 
 constexpr Effects kCreates{.changes = Touched::model | Touched::family};

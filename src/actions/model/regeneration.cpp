@@ -2,7 +2,6 @@
 #include <set>
 
 #include "actions/families.h"
-#include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDatum.h"
@@ -10,6 +9,7 @@
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
+#include "engine/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -33,7 +33,6 @@ creo::ProError regenerated(creo::ProMdl solid, bool force) {
 }
 
 Outcome regenerateModel(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kTitle)}, kAllModels, {L"force"})) return *ended;
   if (creo::ProMdlTypeGet(task.model()).value == creo::ProMdlType::drawing) {
     if (creo::ProDwgDraftRegenerate(task.model()) == creo::ProNoError)
       core::logMsgId(kRegenerated, core::kNormal, 1);
@@ -99,7 +98,6 @@ creo::ProVector seenFrom(const creo::ProTransform& csys, const creo::ProVector& 
 }
 
 Outcome regenerateMass(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kMassTitle)}, kSolids)) return *ended;
   std::optional<creo::ProTransform> csys;
   if (const auto name = task.text(L"csys"); !task.attribute(L"csys").empty()) {
     const auto found = name.hasText() ? csysNamed(task.model(), name.text) : std::nullopt;
@@ -124,10 +122,43 @@ Outcome regenerateMass(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"regenerateModel", &regenerateModel}, {L"regenerateMass", &regenerateMass}};
+// ---- rows
+
+constexpr Attribute kMassAttributes[] = {
+    {.name = L"csys",
+     .variables = true,
+     .about = "the coordinate system in which the centre of gravity is told; absent or empty: the model's own"},
+};
+constexpr Attribute kModelAttributes[] = {
+    {.name = L"force",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "true: everything, and the instances in memory too; anything else: what needs it"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"regenerateMass",
+     .place = 41,
+     .title = kMassTitle,
+     .conditions = {kFilter, kSolids},
+     .attributes = kMassAttributes,
+     .effects = {.reads = Touched::model | Touched::users},
+     .about = "computes the mass of a solid and tells it in the log",
+     .function = &regenerateMass},
+    {.key = L"regenerateModel",
+     .place = 42,
+     .title = kTitle,
+     .conditions = {kFilter, kAnyType, kAnyOfTheWork},
+     .attributes = kModelAttributes,
+     .effects = {.reads = Touched::model | Touched::users,
+                 .changes = Touched::model | Touched::users | Touched::family},
+     .about = "regenerates a solid with its components, or the draft of a drawing",
+     .function = &regenerateModel},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> regenerationActions() { return kActions; }
+std::span<const Action> regenerationActions() { return kActions; }
 
 }  // namespace actions

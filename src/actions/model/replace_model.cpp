@@ -5,6 +5,7 @@
 #include "creo/ProReplace.h"
 #include "creo/guards.h"
 #include "engine/compare.h"
+#include "engine/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -12,9 +13,6 @@ namespace actions {
 namespace {
 
 using namespace engine;
-
-constexpr Fits kUsers{.assemblies = true, .drawings = true, .instances = false};
-constexpr Fits kDrawings{.drawings = true};
 
 std::wstring label(const creo::ProDependency& model) { return model.name + L'.' + model.typeText; }
 
@@ -79,7 +77,6 @@ void replacePair(const Task& task, const std::wstring& pattern, const std::wstri
 }
 
 Outcome replaceModel(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Replace model"}, kUsers, {L"namef_0"})) return *ended;
   creo::OptionGuard option(L"remember_replaced_components");
   if (option.change(L"no")) {
     core::logWrite(L"remember_replaced_components can't be set", core::kError);
@@ -98,7 +95,6 @@ Outcome replaceModel(const Task& task) {
 }
 
 Outcome removeUnusedDrawingModels(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Remove unused drawing models"}, kDrawings)) return *ended;
   int count = 0;
   for (const creo::ProDependency& model : solidsOf(task.model())) {
     const auto use = creo::ProDrawingModelUseGet(task.model(), model);
@@ -118,11 +114,35 @@ Outcome removeUnusedDrawingModels(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"replaceModel", &replaceModel},
-                                       {L"removeUnusedDrawingModels", &removeUnusedDrawingModels}};
+constexpr Attribute kReplaceAttributes[] = {
+    {.name = L"namef_%d", .kind = Kind::pattern, .variables = true, .need = Need::oneOf, .about = "models that go"},
+    {.name = L"namet_%d",
+     .variables = true,
+     .need = Need::needed,
+     .about = "what comes in their place: WHEEL is of their type, WHEEL.ASM of its own"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"replaceModel",
+     .place = 64,
+     .title = L"Replace model",
+     .conditions = {kFilter, kUsers, kNotInstance, kAnyOfTheWork},
+     .attributes = kReplaceAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::options,
+                 .changes = Touched::model | Touched::options},
+     .about = "replaces components of an assembly, or models of a drawing, by other models",
+     .function = &replaceModel},
+    {.key = L"removeUnusedDrawingModels",
+     .place = 87,
+     .title = L"Remove unused drawing models",
+     .conditions = {kFilter, kDrawings},
+     .effects = {.changes = Touched::model},
+     .about = "takes the models from a drawing that nothing in it shows",
+     .function = &removeUnusedDrawingModels},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> replaceModelActions() { return kActions; }
+std::span<const Action> replaceModelActions() { return kActions; }
 
 }  // namespace actions

@@ -1,7 +1,6 @@
 // Saving the model under work.
 #include "actions/families.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "engine/task.h"
 
@@ -13,15 +12,22 @@ using namespace engine;
 constexpr int kTitle = 357;
 
 Outcome saveModel(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
   if (creo::ProMdlSave(task.model()) != creo::ProNoError) core::logWrite(L"Failure while save model", core::kError);
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"saveModel", &saveModel}};
+constexpr Action kActions[] = {
+    {.key = L"saveModel",
+     .place = 37,
+     .title = kTitle,
+     .effects = {.reads = Touched::model | Touched::users | Touched::options,
+                 .changes = Touched::model | Touched::users | Touched::family},
+     .about = "saves the model, after what it uses and what was changed of that",
+     .function = &saveModel},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> saveActions() { return kActions; }
+std::span<const Action> saveActions() { return kActions; }
 
 }  // namespace actions

@@ -36,11 +36,6 @@ ProSimprepAction defaultAction(std::wstring_view type2) {
 }
 
 Outcome createSimpRep(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kCreateTitle)})) return *ended;
-  if (creo::ProMdlTypeGet(task.model()).value == creo::ProMdlType::drawing) {
-    core::logWrite(L"Only parts and assemblies have simplified representations", core::kWarning);
-    return refused;
-  }
   const std::wstring name = nameIn(task, L"view", text::kNameSize);
   const auto data = creo::ProSimprepdataAlloc(name, defaultAction(task.attribute(L"type2")));
   if (!data)
@@ -60,7 +55,6 @@ void rename(const NamedState& rep, std::wstring_view wanted) {
 }
 
 Outcome renameSimpRep(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kRenameTitle)})) return *ended;
   struct Pair {
     std::wstring pattern;
     std::wstring_view name;
@@ -127,7 +121,6 @@ void reset(const Task& task, const creo::Got<creo::ProModelitem>& before) {
 }
 
 Outcome setSimpRep(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Set simpliefied representation"})) return *ended;
   const auto before = creo::ProSimprepActiveGet(task.model());
   if (task.attribute(L"simprepc") == L"0") {
     setNamed(task);
@@ -144,7 +137,6 @@ Outcome setSimpRep(const Task& task) {
 }
 
 Outcome deleteSimpRep(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Delete simplified representation"})) return *ended;
   const std::vector<std::wstring> wanted = namesIn(task);
   visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
     if (fitsAny(wanted, rep.name) && creo::ProSimprepDelete(rep.item) != creo::ProNoError)
@@ -154,13 +146,75 @@ Outcome deleteSimpRep(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"createSimpRep", &createSimpRep},
-                                       {L"renameSimpRep", &renameSimpRep},
-                                       {L"setSimpRep", &setSimpRep},
-                                       {L"deleteSimpRep", &deleteSimpRep}};
+constexpr Attribute kCreateAttributes[] = {
+    {.name = L"view",
+     .variables = true,
+     .need = Need::needed,
+     .about = "the new representation's name, at most 31 characters"},
+    {.name = L"type2",
+     .about = "what it does by default: 1 exclude, 2 geometry, 3 substitute, 4 graphics, 5 symbolic, 6 boundary box, "
+              "7 the reverse, 8 light graphics; anything else: include"},
+};
+constexpr Attribute kRenameAttributes[] = {
+    {.name = L"name_%d", .kind = Kind::pattern, .variables = true, .need = Need::needed, .about = "representations"},
+    {.name = L"newname_%d", .need = Need::needed, .about = "their new name as it stands, cut to 31 characters"},
+};
+constexpr Attribute kSetAttributes[] = {
+    {.name = L"simprepc",
+     .kind = Kind::word,
+     .words = L"0|1|2|3",
+     .need = Need::needed,
+     .about = "0: the one that simprep names; of an assembly also 1 graphics, 2 geometry, 3 symbolic"},
+    {.name = L"simprep",
+     .kind = Kind::pattern,
+     .variables = true,
+     .about = "with simprepc 0: its name, or else a pattern, of at most 31 characters"},
+    {.name = L"simprepr",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "afterwards the former representation is active again"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"createSimpRep",
+     .place = 147,
+     .group = Group::ownModelTest,
+     .title = kCreateTitle,
+     .conditions = {kFilter,
+                    {.test = Test::solidType, .line = L"Only parts and assemblies have simplified representations"}},
+     .attributes = kCreateAttributes,
+     .effects = kEffects,
+     .about = "creates a simplified representation",
+     .function = &createSimpRep},
+    {.key = L"renameSimpRep",
+     .place = 149,
+     .group = Group::ownModelTest,
+     .title = kRenameTitle,
+     .attributes = kRenameAttributes,
+     .effects = kEffects,
+     .about = "renames simplified representations",
+     .function = &renameSimpRep},
+    {.key = L"setSimpRep",
+     .place = 150,
+     .group = Group::ownModelTest,
+     .title = L"Set simpliefied representation",
+     .attributes = kSetAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::session},
+     .about = "puts the model into a simplified representation, for as long as it is in memory",
+     .function = &setSimpRep},
+    {.key = L"deleteSimpRep",
+     .place = 151,
+     .group = Group::ownModelTest,
+     .title = L"Delete simplified representation",
+     .attributes = kStatesThatGo,
+     .effects = kEffects,
+     .about = "deletes simplified representations",
+     .function = &deleteSimpRep},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> simplifiedRepActions() { return kActions; }
+std::span<const Action> simplifiedRepActions() { return kActions; }
 
 }  // namespace actions

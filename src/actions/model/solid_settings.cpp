@@ -8,6 +8,7 @@
 #include "creo/ProSolidSettings.h"
 #include "creo/ProUnitsystem.h"
 #include "engine/read_number.h"
+#include "engine/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -30,8 +31,6 @@ void tell(creo::ProError result) {
 // ---- accuracy and tolerances
 
 Outcome setAccuracy(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kAccuracyTitle)}, kNativeSolids, {L"value"}))
-    return *ended;
   const std::wstring_view kind = task.attribute(L"valtype");
   if (kind != L"rel" && kind != L"abs") {
     unknownWord(L"valtype", kind, L"rel or abs");
@@ -49,8 +48,6 @@ Outcome setAccuracy(const Task& task) {
 }
 
 Outcome setTolerance(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kToleranceTitle)}, kNativeSolids, {L"tol"}))
-    return *ended;
   const std::wstring_view tol = task.attribute(L"tol");
   if (tol.size() != 1 || tol[0] < L'0' || tol[0] > L'4') {
     unknownWord(L"tol", tol, L"0 to 4");
@@ -61,7 +58,6 @@ Outcome setTolerance(const Task& task) {
 }
 
 Outcome loadToleranceTable(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Load tolerance table"}, kNativeSolids, {L"path"})) return *ended;
   const std::wstring path = task.path(L"path", L"models");
   core::logIndented(path, core::kNormal, 1);
   switch (creo::ProSolidToleranceTableLoad(task.model(), path)) {
@@ -78,8 +74,6 @@ Outcome loadToleranceTable(const Task& task) {
 }
 
 Outcome setAllDimensionBounds(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Set all dimension bounds"}, kNativeSolids, {L"bound"}))
-    return *ended;
   static constexpr std::pair<std::wstring_view, creo::ProDimensionBound> kBounds[] = {
       {L"nominal", creo::ProDimensionBound::nominal},
       {L"upper", creo::ProDimensionBound::upper},
@@ -141,7 +135,6 @@ creo::Got<creo::ProUnitsystem> wantedSystem(const Task& task, const std::wstring
 }
 
 Outcome setUnits(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kUnitsTitle)}, kNativeSolids, {L"us"})) return *ended;
   const auto name = task.text(L"us");
   const auto system =
       name.hasText() ? wantedSystem(task, name.text) : creo::Got<creo::ProUnitsystem>(creo::ProNotFound);
@@ -159,14 +152,103 @@ Outcome setUnits(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setAccuracy", &setAccuracy},
-                                       {L"setTolerance", &setTolerance},
-                                       {L"loadToleranceTable", &loadToleranceTable},
-                                       {L"setAllDimensionBounds", &setAllDimensionBounds},
-                                       {L"setUnits", &setUnits}};
+// ---- rows
+
+constexpr Attribute kAccuracyAttributes[] = {
+    {.name = L"valtype",
+     .kind = Kind::word,
+     .words = L"rel|abs",
+     .need = Need::needed,
+     .about = "rel: relative to the model's size, at most 0.01; abs: in its units"},
+    {.name = L"value", .kind = Kind::number, .variables = true, .need = Need::oneOf, .about = "a number over 0"},
+};
+constexpr Attribute kToleranceAttributes[] = {
+    {.name = L"tol",
+     .kind = Kind::word,
+     .words = L"0|1|2|3|4",
+     .need = Need::oneOf,
+     .about = "0: ANSI, without a class; 1 to 4: ISO 2768 fine, medium, coarse, very coarse"},
+};
+constexpr Attribute kTableAttributes[] = {
+    {.name = L"path",
+     .kind = Kind::file,
+     .variables = true,
+     .need = Need::oneOf,
+     .folder = L"models",
+     .about = "a file with a name and a number on each line"},
+};
+constexpr Attribute kBoundAttributes[] = {
+    {.name = L"bound",
+     .kind = Kind::word,
+     .words = L"nominal|upper|middle|lower",
+     .need = Need::oneOf,
+     .about = "where in its tolerance each dimension stands"},
+};
+// A unit of a new system.
+constexpr Attribute unit(std::wstring_view name, std::string_view about) {
+  return {.name = name, .kind = Kind::unit, .about = about};
+}
+constexpr Attribute kUnitsAttributes[] = {
+    {.name = L"us",
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "the system's whole name, or what it has in brackets, as mmNs"},
+    unit(L"length", "where there is no such system: the new one's unit of length; absent: mm"),
+    unit(L"mass", "the same of mass; absent: kg"),
+    unit(L"time", "the same of time; absent: sec"),
+    unit(L"temp", "the same of temperature; absent: C"),
+    {.name = L"convert",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "true: the model keeps its size; anything else: it keeps its numbers"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+
+constexpr Action kActions[] = {
+    {.key = L"setAccuracy",
+     .place = 39,
+     .title = kAccuracyTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kAccuracyAttributes,
+     .effects = kEffects,
+     .about = "sets the accuracy of a solid",
+     .function = &setAccuracy},
+    {.key = L"setTolerance",
+     .place = 40,
+     .title = kToleranceTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kToleranceAttributes,
+     .effects = kEffects,
+     .about = "sets the tolerance standard and class of a solid",
+     .function = &setTolerance},
+    {.key = L"setUnits",
+     .place = 48,
+     .title = kUnitsTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kUnitsAttributes,
+     .effects = kEffects,
+     .about = "makes a system of units the solid's principal one",
+     .function = &setUnits},
+    {.key = L"setAllDimensionBounds",
+     .place = 80,
+     .title = L"Set all dimension bounds",
+     .conditions = kOnNativeSolids,
+     .attributes = kBoundAttributes,
+     .effects = kEffects,
+     .about = "sets at which end of its tolerance each dimension stands",
+     .function = &setAllDimensionBounds},
+    {.key = L"loadToleranceTable",
+     .place = 86,
+     .title = L"Load tolerance table",
+     .conditions = kOnNativeSolids,
+     .attributes = kTableAttributes,
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .about = "reads a table of tolerances into a solid",
+     .function = &loadToleranceTable},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> solidSettingActions() { return kActions; }
+std::span<const Action> solidSettingActions() { return kActions; }
 
 }  // namespace actions

@@ -71,7 +71,6 @@ class StillOption {
 };
 
 Outcome setView(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kSetTitle)}, kSolids, {L"view"})) return *ended;
   // Without them Creo turns the model into its new view in many small steps.
   const StillOption time(L"max_animation_time", L"0"), steps(L"min_animation_steps", L"0");
   showView(task);
@@ -145,7 +144,6 @@ void storeView(const Task& task, const Task::Numbered& entry) {
 }
 
 Outcome addEditViews(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = core::msgText(kAddTitle)}, kNativeSolids, {L"name_0"})) return *ended;
   for (const Task::Numbered& entry : task.numberedAll(L"name_", kListSize)) storeView(task, entry);
   return done;
 }
@@ -170,7 +168,6 @@ void renameOne(const Task& task, const Task::Numbered& entry) {
 }
 
 Outcome renameView(const Task& task) {
-  if (const auto ended = beginOn(task, {.title = L"Rename view"}, kNativeSolids, {L"namef_0"})) return *ended;
   for (const Task::Numbered& entry : task.numberedAll(L"namef_", kListSize)) renameOne(task, entry);
   return done;
 }
@@ -220,9 +217,6 @@ void replaceStyle(const creo::ProView& view, std::optional<creo::ProDisplayStyle
 }
 
 Outcome replaceViewModelDisplay(const Task& task) {
-  if (const auto ended =
-          beginOn(task, {.title = core::msgText(kDisplayTitle)}, {.drawings = true}, {L"stylef", L"stylet"}))
-    return *ended;
   const std::wstring_view fromWord = task.attribute(L"stylef"), toWord = task.attribute(L"stylet");
   const auto from = styleCalled(fromWord), to = styleCalled(toWord);
   if (!from && fromWord != kAnyStyle) {
@@ -237,13 +231,83 @@ Outcome replaceViewModelDisplay(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"setView", &setView},
-                                       {L"addEditViews", &addEditViews},
-                                       {L"renameView", &renameView},
-                                       {L"replaceViewModelDisplay", &replaceViewModelDisplay}};
+constexpr Attribute kSetAttributes[] = {
+    {.name = L"view",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a view's name or second name; default, where no view is called so: the model as it stands"},
+};
+constexpr Attribute kAddAttributes[] = {
+    {.name = L"name_%d", .variables = true, .need = Need::oneOf, .about = "the name of a view"},
+    {.name = L"orient_%d",
+     .kind = Kind::word,
+     .words = L"front|right|back|left|top|bottom|custom",
+     .need = Need::needed,
+     .about = "how it looks at the model; custom: as the matrix says"},
+    {.name = L"matrix_%d",
+     .kind = Kind::numbers,
+     .variables = true,
+     .about = "with custom: nine numbers of a rotation, or sixteen with a shift in the last row"},
+};
+constexpr Attribute kRenameAttributes[] = {
+    {.name = L"namef_%d",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "a view's name or second name; the first that fits is renamed"},
+    {.name = L"namet_%d", .variables = true, .need = Need::needed, .about = "its new name"},
+};
+constexpr Attribute kDisplayAttributes[] = {
+    {.name = L"stylef",
+     .kind = Kind::word,
+     .words = L"*|default|wireframe|hidden|nohidden|shading|environment|shadingedges|0|1|2|3|4|5|6",
+     .need = Need::oneOf,
+     .about = "views that are drawn so, by its word or Creo's number of it; *: whatever it is"},
+    {.name = L"stylet",
+     .kind = Kind::word,
+     .words = L"default|wireframe|hidden|nohidden|shading|environment|shadingedges|0|1|2|3|4|5|6",
+     .need = Need::oneOf,
+     .about = "how they are drawn from now on"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"addEditViews",
+     .place = 46,
+     .title = kAddTitle,
+     .conditions = kOnNativeSolids,
+     .attributes = kAddAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "makes saved views, or gives those that are there another orientation",
+     .function = &addEditViews},
+    {.key = L"renameView",
+     .place = 47,
+     .title = L"Rename view",
+     .conditions = kOnNativeSolids,
+     .attributes = kRenameAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "renames saved views",
+     .function = &renameView},
+    {.key = L"setView",
+     .place = 49,
+     .title = kSetTitle,
+     .conditions = {kFilter, kSolids, kAnyOfTheWork},
+     .attributes = kSetAttributes,
+     .effects = {.changes = Touched::session | Touched::options},
+     .about = "shows a solid in a saved view",
+     .function = &setView},
+    {.key = L"replaceViewModelDisplay",
+     .place = 55,
+     .title = kDisplayTitle,
+     .conditions = {kFilter, kDrawings, kAnyOfTheWork},
+     .attributes = kDisplayAttributes,
+     .effects = {.changes = Touched::model},
+     .about = "draws views of a drawing in another way",
+     .function = &replaceViewModelDisplay},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> viewActions() { return kActions; }
+std::span<const Action> viewActions() { return kActions; }
 
 }  // namespace actions

@@ -64,7 +64,6 @@ void tellCreated(creo::ProError result) {
 }
 
 Outcome addXsec(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Add Xsec"})) return *ended;
   const auto plane = planeNamed(task.model(), nameIn(task, L"planename"));
   if (!plane) {
     core::logWrite(L"Plane couldn't be found", core::kError);
@@ -89,7 +88,6 @@ void activate(const NamedState& section) {
 }
 
 Outcome setXsec(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Activate Xsec"})) return *ended;
   if (task.isTrue(L"unsetall")) {
     runDialog(std::wstring(kUnsetMacro));
     return done;
@@ -109,7 +107,6 @@ std::wstring rowName(std::wstring name) {
 }
 
 Outcome showXsec(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Show Xsec"})) return *ended;
   const std::wstring wanted = nameIn(task, L"statename");
   bool found = false;
   visitStates(task.model(), &creo::ProSolidXsecVisit, [&](const NamedState& section) {
@@ -125,7 +122,6 @@ Outcome showXsec(const Task& task) {
 }
 
 Outcome deleteXsec(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Delete Xsec"})) return *ended;
   for (const std::wstring& wanted : namesIn(task))
     visitStates(task.model(), &creo::ProSolidXsecVisit, [&](const NamedState& section) {
       core::logIndented(section.name, core::kNormal, 1);
@@ -140,7 +136,6 @@ Outcome deleteXsec(const Task& task) {
 }
 
 Outcome updateXsec(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Update Xsec's"})) return *ended;
   if (creo::ProXsecOldToNewConvert(task.model()) == creo::ProNoError)
     core::logIndented(L"Updated cross sections", core::kNormal, 1);
   else
@@ -148,14 +143,82 @@ Outcome updateXsec(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"addXsec", &addXsec},
-                                       {L"setXsec", &setXsec},
-                                       {L"deleteXsec", &deleteXsec},
-                                       {L"updateXsec", &updateXsec},
-                                       {L"showXsec", &showXsec}};
+constexpr Attribute kAddAttributes[] = {
+    {.name = L"planename",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the datum plane; the first feature that fits is taken"},
+    {.name = L"name", .variables = true, .need = Need::needed, .about = "the new cross section's name"},
+    {.name = L"xsectype", .about = "parallel: at a distance from the plane; anything else: at the plane"},
+    {.name = L"distance",
+     .kind = Kind::number,
+     .variables = true,
+     .about = "with xsectype parallel: the distance, in the model's units"},
+};
+constexpr Attribute kSetAttributes[] = {
+    {.name = L"statename",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "its name; the first that fits is taken"},
+    {.name = L"unsetall",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "then none is active any more"},
+};
+constexpr Attribute kShowAttributes[] = {
+    {.name = L"statename", .kind = Kind::pattern, .variables = true, .need = Need::needed, .about = "cross sections"},
+    {.name = L"show", .kind = Kind::flag, .words = L"true", .about = "true: they show; anything else: they don't"},
+};
+constexpr Effects kEffects{.changes = Touched::model};
+constexpr Effects kByDialog{.changes = Touched::model | Touched::session};
+
+constexpr Action kActions[] = {
+    {.key = L"addXsec",
+     .place = 127,
+     .group = Group::ownModelTest,
+     .title = L"Add Xsec",
+     .attributes = kAddAttributes,
+     .effects = kEffects,
+     .about = "adds a cross section at a datum plane or parallel to it",
+     .function = &addXsec},
+    {.key = L"setXsec",
+     .place = 128,
+     .group = Group::ownModelTest,
+     .title = L"Activate Xsec",
+     .attributes = kSetAttributes,
+     .effects = kByDialog,
+     .about = "makes the first cross section that fits the active one, through Creo's dialog",
+     .function = &setXsec},
+    {.key = L"deleteXsec",
+     .place = 129,
+     .group = Group::ownModelTest,
+     .title = L"Delete Xsec",
+     .attributes = kStatesThatGo,
+     .effects = kEffects,
+     .about = "deletes cross sections",
+     .function = &deleteXsec},
+    {.key = L"updateXsec",
+     .place = 130,
+     .group = Group::ownModelTest,
+     .title = L"Update Xsec's",
+     .effects = kEffects,
+     .about = "converts cross sections of older releases",
+     .function = &updateXsec},
+    {.key = L"showXsec",
+     .place = 131,
+     .group = Group::ownModelTest,
+     .title = L"Show Xsec",
+     .attributes = kShowAttributes,
+     .effects = kByDialog,
+     .about = "shows or hides cross sections, through Creo's dialog",
+     .function = &showXsec},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> crossSectionActions() { return kActions; }
+std::span<const Action> crossSectionActions() { return kActions; }
 
 }  // namespace actions

@@ -102,6 +102,8 @@ bool holds(const Action& action, const Condition& condition, const Task& task) {
       return task.extensionIs(L"ASM");
     case drawing:
       return task.extensionIs(L"DRW");
+    case partOrAssembly:
+      return task.extensionIs(L"PRT") || task.extensionIs(L"ASM");
     case solidType:
       return hasType(task, {ProMdlType::part, ProMdlType::assembly, ProMdlType::manufacturing});
     case partType:
@@ -114,6 +116,8 @@ bool holds(const Action& action, const Condition& condition, const Task& task) {
       return hasType(task, {ProMdlType::part, ProMdlType::assembly, ProMdlType::manufacturing, ProMdlType::drawing});
     case solidOrDrawingUser:
       return hasType(task, {ProMdlType::assembly, ProMdlType::manufacturing, ProMdlType::drawing});
+    case typeKnown:
+      return static_cast<bool>(creo::ProMdlTypeGet(task.model()));
     case notInstance:
       return !isInstance(task);
     case notSkeleton:

@@ -51,12 +51,14 @@ enum class Test : std::uint8_t {
   part,                // by the extension that the task was given
   assembly,            // the same
   drawing,             // the same
+  partOrAssembly,      // the same
   solidType,           // by Creo's type: a part or an assembly; the following ones alike
   partType,            //
   assemblyType,        //
   drawingType,         //
   anyType,             // a part, an assembly or a drawing
   solidOrDrawingUser,  // an assembly or a drawing, which use other models
+  typeKnown,           // any type that Creo tells
   notInstance,         // it is no instance of a family table
   notSkeleton,         //
   instancesAsTold,     // it is no instance, or the attribute forInstances isn't "false"

@@ -127,35 +127,43 @@ std::wstring dimensions(const ProMdl& drawing) {
 }
 
 constexpr ReportColumn<ProMdl> kColumns[] = {
-    {L"currentsheet", L"Current sheet", &currentSheet},
-    {L"sheets", L"No. sheets", &sheetCount},
-    {L"sheetnames", L"Sheet names", &sheetNames},
-    {L"sheetsizes", L"Sheet sizes", &sheetSizes},
-    {L"formats", L"Formats", &formats},
-    {L"scales", L"Scales", &scales},
-    {L"currentmodel", L"Current model", &currentModel},
-    {L"models", L"Models", &models},
-    {L"views", L"Views", &views},
-    {L"tables", L"Tables", &tables},
-    {L"symbols", L"Symbols", &symbols},
-    {L"notes", L"Notes", &notes},
-    {L"dimensions", L"No. dimensions", &dimensions},
+    {L"currentsheet", L"Current sheet", &currentSheet, "the number of the current sheet"},
+    {L"sheets", L"No. sheets", &sheetCount, "how many sheets there are"},
+    {L"sheetnames", L"Sheet names", &sheetNames, "the names of the sheets"},
+    {L"sheetsizes", L"Sheet sizes", &sheetSizes, "the sizes of the sheets"},
+    {L"formats", L"Formats", &formats, "the formats of the sheets"},
+    {L"scales", L"Scales", &scales, "the scale of the current model on each sheet"},
+    {L"currentmodel", L"Current model", &currentModel, "the current model"},
+    {L"models", L"Models", &models, "the models that it shows"},
+    {L"views", L"Views", &views, "the names of views"},
+    {L"tables", L"Tables", &tables, "tables with their sheet, place, columns and rows"},
+    {L"symbols", L"Symbols", &symbols, "definitions of symbols that are placed, and how often"},
+    {L"notes", L"Notes", &notes, "notes as the sheets show them"},
+    {L"dimensions", L"No. dimensions", &dimensions, "how many dimensions it shows"},
 };
 
 Outcome reportDrawingdata(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report drawing data"})) return *ended;
-  const auto type = creo::ProMdlTypeGet(task.model());
-  if (!type || type.value != creo::ProMdlType::drawing) return refused;
   const auto row = ReportRow::of(task);
   if (row) reportColumns<ProMdl>(*row, task, kColumns, task.model());
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportDrawingdata", &reportDrawingdata}};
+constexpr auto kAttributes = reportAttributes(kColumns);
+
+constexpr Action kActions[] = {
+    {.key = L"reportDrawingdata",
+     .place = 22,
+     .title = L"Report drawing data",
+     .conditions = {kFilter, kDrawings},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::reports},
+     .about = "reports what a drawing holds",
+     .function = &reportDrawingdata},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> drawingReportActions() { return reports::kActions; }
+std::span<const engine::Action> drawingReportActions() { return reports::kActions; }
 }  // namespace actions

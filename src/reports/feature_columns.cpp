@@ -1,4 +1,4 @@
-// Columns of the model report that go through the features.
+// Values of the model report that go through the features.
 #include <optional>
 
 #include "actions/model/parameter_values.h"

@@ -34,15 +34,17 @@ std::wstring boundingBox(const Geometry& geometry) {
 }
 
 constexpr ReportColumn<Geometry> kGeometryColumns[] = {
-    {L"mass", L"Mass", [](const Geometry& g) { return decimals(g.mass.mass); }},
-    {L"volume", L"Volume", [](const Geometry& g) { return decimals(g.mass.volume); }},
-    {L"gravity", L"Gravity center", [](const Geometry& g) { return decimals(g.mass.gravityCenter); }},
-    {L"boundingbox", L"Bounding box", &boundingBox},
-    {L"surfacearea", L"Surface area", [](const Geometry& g) { return decimals(g.mass.surfaceArea); }},
+    {L"mass", L"Mass", [](const Geometry& g) { return decimals(g.mass.mass); }, "the mass"},
+    {L"volume", L"Volume", [](const Geometry& g) { return decimals(g.mass.volume); }, "the volume"},
+    {L"gravity", L"Gravity center", [](const Geometry& g) { return decimals(g.mass.gravityCenter); },
+     "the centre of gravity"},
+    {L"boundingbox", L"Bounding box", &boundingBox,
+     "the box along the model's axes, its distances from the origin added"},
+    {L"surfacearea", L"Surface area", [](const Geometry& g) { return decimals(g.mass.surfaceArea); },
+     "the area of the surface"},
 };
 
 Outcome reportGeometryProperties(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Geometry properties"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) return done;
   const auto mass = creo::ProSolidMassPropertyGet(task.model());
@@ -134,20 +136,44 @@ class PositionReport {
 };
 
 Outcome reportFeaturePositions(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Feature Positions"})) return *ended;
   const auto row = ReportRow::of(task);
   if (row) PositionReport(task, *row).of(task.model(), {});
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {
-    {L"reportGeometryProperties", &reportGeometryProperties},
-    {L"reportFeaturePositions", &reportFeaturePositions},
+constexpr auto kGeometryAttributes = reportAttributes(kGeometryColumns);
+constexpr Attribute kItems[] = {
+    {.name = L"fname",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .about = "names of coordinate systems, or of the points' features"},
+    columnSwitch(L"tcs", "coordinate systems"),
+    columnSwitch(L"tdp", "datum points"),
+    flag(L"recursive", "down through the components of an assembly"),
+};
+constexpr auto kPositionAttributes = reportAttributes(kItems);
+constexpr Effects kEffects{.reads = Touched::model | Touched::users, .changes = Touched::reports};
+
+constexpr Action kActions[] = {
+    {.key = L"reportGeometryProperties",
+     .place = 28,
+     .title = L"Report Geometry properties",
+     .attributes = kGeometryAttributes,
+     .effects = kEffects,
+     .about = "reports what a part or an assembly measures",
+     .function = &reportGeometryProperties},
+    {.key = L"reportFeaturePositions",
+     .place = 31,
+     .title = L"Report Feature Positions",
+     .attributes = kPositionAttributes,
+     .effects = kEffects,
+     .about = "reports where coordinate systems and datum points stand, a column each",
+     .function = &reportFeaturePositions},
 };
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> geometryReportActions() { return reports::kActions; }
+std::span<const engine::Action> geometryReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -66,10 +66,7 @@ void writeList(CsvReport& report, const Task& task) {
   kind->write(report, {task, task.model(), type ? type.value : creo::ProMdlType::unused, modelFile(task.model())});
 }
 
-// No filter: the list is about the model whatever its kind.
 Outcome writeListReport(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"write list report"})) return *ended;
-  core::countAction();
   CsvReport report;
   report.name = L"writeListReport";
   if (!openReport(report, task, {.changeComma = L"autochangenum"})) return done;
@@ -79,7 +76,40 @@ Outcome writeListReport(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"writeListReport", &writeListReport}};
+constexpr Attribute kSelection[] = {
+    {.name = L"sel",
+     .kind = Kind::word,
+     .words = L"7|8|9|10|11|15|16|17|18",
+     .variables = true,
+     .need = Need::needed,
+     .about = "which list: 7 instances, 8 sheets, 9 parameters, 10 notes, 11 models of a drawing, 15 dimensions that a "
+              "drawing shows, 16 layers, 17 dimensions, 18 dependencies"},
+};
+constexpr Attribute kOfLists[] = {
+    flag(L"autochangenum", "numbers are written with a comma"),
+    flag(L"generics", "7: the model itself, where it has a family table"),
+    flag(L"instances", "7: the instances of its table, or the model itself, where it is one without a table"),
+    flag(L"mwFamtab", "7: the model itself, where it has no family table and is no instance"),
+    flag(L"paras", "7: columns of parameters"),
+    flag(L"txtform", "10: texts as they are shown, else as they were entered"),
+    flag(L"onlyNamed", "17: only dimensions with a name of their own"),
+};
+constexpr auto kAttributes = core::joined(kSelection, kOpening, kOfLists);
+
+// No filter: the list is about the model whatever its kind.
+constexpr Action kActions[] = {
+    {.key = L"writeListReport",
+     .place = 156,
+     .group = Group::ownModelTest,
+     .title = L"write list report",
+     .conditions = {kNoFilter},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::family,
+                 .changes = Touched::reports | Touched::programs,
+                 .takenBack = false},
+     .about = "writes one list about the model into a file of its own",
+     .function = &writeListReport},
+};
 
 }  // namespace
 
@@ -88,5 +118,5 @@ bool isListKind(std::wstring_view sel) { return listKind(sel) != nullptr; }
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> listReportActions() { return reports::kActions; }
+std::span<const engine::Action> listReportActions() { return reports::kActions; }
 }  // namespace actions

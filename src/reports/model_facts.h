@@ -1,7 +1,7 @@
 // What the columns of the model report are read from.
 #pragma once
 
-#include <span>
+#include <string>
 
 #include "creo/ProMdl.h"
 #include "engine/task.h"
@@ -16,9 +16,15 @@ struct ModelFacts {
 };
 using ModelColumn = ReportColumn<ModelFacts>;
 
-// Columns of parts, assemblies and manufacturing models, features among them.
-std::span<const ModelColumn> solidColumns();  // solid_columns.cpp
-// Values of their features and components.
+// Values of parts, assemblies and manufacturing models; of a solid as a whole.
+std::wstring accuracy(const ModelFacts& facts);  // solid_columns.cpp
+std::wstring tolerance(const ModelFacts& facts);
+std::wstring unitSystem(const ModelFacts& facts);
+std::wstring crossSections(const ModelFacts& facts);
+std::wstring generic(const ModelFacts& facts);
+std::wstring simplifiedReps(const ModelFacts& facts);
+std::wstring regenerationFeedback(const ModelFacts& facts);
+// Of its features and components.
 std::wstring featureNamesAndTypes(const ModelFacts& facts);  // feature_columns.cpp
 std::wstring featureCount(const ModelFacts& facts);
 std::wstring flexibleComponents(const ModelFacts& facts);

@@ -81,19 +81,37 @@ bool openReport(CsvReport& report, const Task& task, const OpeningAttributes& at
 namespace {
 
 Outcome openCsvReport(const Task& task) {
-  if (const auto ended = beginUnfiltered(task, {.title = L"Open report"})) return *ended;
-  core::countAction();
   CsvReport& report = reportRegistry().add(task.attribute(L"name"));
   openReport(report, task, {.changeComma = L"changecomma", .hasFileNameFirst = true});
   report.newRowAtNewModel = task.isTrue(L"newRowAtNewModel");
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"openCSVReport", &openCsvReport}};
+constexpr Attribute kName[] = {
+    {.name = L"name", .need = Need::needed, .about = "by which report actions find it; of two of one name the later"},
+};
+constexpr Attribute kForm[] = {
+    flag(L"fnfirst", "each line begins with the model's file name"),
+    flag(L"changecomma", "numbers are written with a comma"),
+    flag(L"newRowAtNewModel", "with fnfirst another model begins another row"),
+};
+constexpr auto kAttributes = joined(kName, kOpening, kForm);
+
+constexpr Action kActions[] = {
+    {.key = L"openCSVReport",
+     .place = 11,
+     .group = Group::withoutModel,
+     .title = L"Open report",
+     .conditions = {kNoFilter},
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::nothing, .changes = Touched::reports | Touched::programs, .takenBack = false},
+     .about = "opens a report that the report actions fill; it is written when the run ends",
+     .function = &openCsvReport},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> openReportActions() { return reports::kActions; }
+std::span<const engine::Action> openReportActions() { return reports::kActions; }
 }  // namespace actions

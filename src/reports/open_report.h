@@ -3,6 +3,7 @@
 
 #include "engine/task.h"
 #include "reports/csv_report.h"
+#include "reports/report_attributes.h"
 
 namespace reports {
 
@@ -15,5 +16,23 @@ struct OpeningAttributes {
 // Reads path and form from the task, opens the file once to test it, and takes up the columns of earlier runs. False,
 // with one error line: there is no file, or it mayn't be written; what is then collected goes nowhere, silently.
 bool openReport(CsvReport& report, const engine::Task& task, const OpeningAttributes& attributes);
+
+// The attributes that both have.
+constexpr engine::Attribute kOpening[] = {
+    {.name = L"file",
+     .kind = engine::Kind::written,
+     .variables = true,
+     .need = engine::Need::needed,
+     .folder = L"reports",
+     .about = "the report's path"},
+    flag(L"winUnix", "kept, but changes nothing"),
+    flag(L"charsetUTF", "UTF-8, else one byte a character"),
+    {.name = L"sep",
+     .kind = engine::Kind::word,
+     .words = L"sem|,|",
+     .about = "sem: a semicolon between values, else a comma"},
+    flag(L"overwrite", "the file begins anew, else rows are put behind those of earlier runs"),
+    flag(L"openAfterCreation", "the system opens the file once it is written"),
+};
 
 }  // namespace reports

@@ -98,21 +98,20 @@ std::wstring unregenerated(const DependencyFacts& facts) { return featuresOf(fac
 
 // clang-format off
 constexpr ReportColumn<DependencyFacts> kColumns[] = {
-    {L"all", L"All dependencies", &all},
-    {L"allwithpath", L"All dependencies with path", &allWithPath},
-    {L"allpath", L"All dependency paths", &allPaths},
-    {L"layouts", L"Dependent from layouts", &layouts},
-    {L"missing", L"Missing dependencies", &missing},
+    {L"all", L"All dependencies", &all, "what the model uses directly"},
+    {L"allwithpath", L"All dependencies with path", &allWithPath, "the file of each; they are retrieved"},
+    {L"allpath", L"All dependency paths", &allPaths, "the folders of those that can be retrieved, each once"},
+    {L"layouts", L"Dependent from layouts", &layouts, "layouts that it uses"},
+    {L"missing", L"Missing dependencies", &missing, "those that can't be retrieved"},
 };
 constexpr ReportColumn<DependencyFacts> kFeatureColumns[] = {
-    {L"supfeat", L"Suppressed features", &suppressed},
-    {L"inafeat", L"Inactive features", &inactive},
-    {L"unrfeat", L"Unregenerated features", &unregenerated},
+    {L"supfeat", L"Suppressed features", &suppressed, "suppressed features; parts and assemblies only"},
+    {L"inafeat", L"Inactive features", &inactive, "inactive features, the same"},
+    {L"unrfeat", L"Unregenerated features", &unregenerated, "unregenerated features, the same"},
 };
 // clang-format on
 
 Outcome reportDependencies(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Dependencies"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) return done;
   const DependencyFacts facts{task.model(), creo::ProMdlDependenciesList(task.model()).value};
@@ -123,11 +122,21 @@ Outcome reportDependencies(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportDependencies", &reportDependencies}};
+constexpr auto kAttributes = reportAttributes(kColumns, kFeatureColumns);
+
+constexpr Action kActions[] = {
+    {.key = L"reportDependencies",
+     .place = 29,
+     .title = L"Report Dependencies",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::reports | Touched::session},
+     .about = "reports what the model uses, and features that aren't there as they should be",
+     .function = &reportDependencies},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> dependencyReportActions() { return reports::kActions; }
+std::span<const engine::Action> dependencyReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -1,4 +1,5 @@
 // The report on a model's family table.
+#include <array>
 #include <optional>
 
 #include "actions/families.h"
@@ -92,8 +93,17 @@ std::wstring hasNestedTable(const FamilyFacts& facts) {
   return found ? L"true" : L"false";
 }
 
+constexpr ReportColumn<FamilyFacts> kColumns[] = {
+    {L"amount", L"No. instances", &amount, "how many instances there are"},
+    {L"amountlocked", L"No. locked instances", &amountLocked, "how many of them are locked"},
+    {L"unregenInstances", L"No. unregenerated instances", &amountUnregenerated, "how many aren't verified"},
+    {L"firstInstances", L"First %d instances", &firstInstances, "the names of the first x instances"},
+    {L"mlft", L"Multi level family table", &hasNestedTable, "whether an instance has a table of its own"},
+};
+constexpr std::size_t kFirstInstances = 3;  // of these; its title has how many
+static_assert(kColumns[kFirstInstances].attribute == L"firstInstances");
+
 Outcome reportFamilietable(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Family table"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) return done;
   FamilyFacts facts;
@@ -103,23 +113,31 @@ Outcome reportFamilietable(const Task& task) {
     facts.table = table.value;
   else
     core::logWrite(L"Model has no famtable, or there are errors while read em.", core::kWarning);
-  const std::wstring first = text::format(L"First %d instances", facts.firstOnes);
-  const ReportColumn<FamilyFacts> columns[] = {
-      {L"amount", L"No. instances", &amount},
-      {L"amountlocked", L"No. locked instances", &amountLocked},
-      {L"unregenInstances", L"No. unregenerated instances", &amountUnregenerated},
-      {L"firstInstances", first, &firstInstances},
-      {L"mlft", L"Multi level family table", &hasNestedTable},
-  };
+  const std::wstring first = text::format(kColumns[kFirstInstances].title, facts.firstOnes);
+  auto columns = std::to_array(kColumns);
+  columns[kFirstInstances].title = first;
   reportColumns<FamilyFacts>(*row, task, columns, facts);
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportFamilietable", &reportFamilietable}};
+constexpr Attribute kFirstOnes[] = {
+    {.name = L"x", .kind = Kind::integer, .about = "how many names firstInstances gives"},
+};
+constexpr auto kAttributes = reportAttributes(kColumns, kFirstOnes);
+
+constexpr Action kActions[] = {
+    {.key = L"reportFamilietable",
+     .place = 24,
+     .title = L"Report Family table",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::family, .changes = Touched::reports | Touched::session},
+     .about = "reports on the model's family table",
+     .function = &reportFamilietable},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> familyTableReportActions() { return reports::kActions; }
+std::span<const engine::Action> familyTableReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -59,7 +59,6 @@ std::wstring lines(const LayerLines& wanted, creo::ProMdl model) {
 }
 
 Outcome reportLayer(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Layer"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) return done;
   const LayerLines wanted(task);
@@ -68,11 +67,27 @@ Outcome reportLayer(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportLayer", &reportLayer}};
+constexpr Attribute kParts[] = {
+    {.name = L"layerFilter", .kind = Kind::pattern, .about = "layers; empty: all"},
+    columnSwitch(L"name", "the layer's name"),
+    columnSwitch(L"status", "how it shows"),
+    columnSwitch(L"noOfElements", "how many items are on it"),
+};
+constexpr auto kAttributes = reportAttributes(kParts);
+
+constexpr Action kActions[] = {
+    {.key = L"reportLayer",
+     .place = 27,
+     .title = L"Report Layer",
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::reports},
+     .about = "reports the model's layers in one column, a line each",
+     .function = &reportLayer},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> layerReportActions() { return reports::kActions; }
+std::span<const engine::Action> layerReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -17,21 +17,30 @@ std::wstring all(const creo::ProMdl& part) {
 }
 
 constexpr ReportColumn<creo::ProMdl> kColumns[] = {
-    {L"actual", L"Current material", &current},
-    {L"allInModel", L"All materials in model", &all},
+    {L"actual", L"Current material", &current, "the current material"},
+    {L"allInModel", L"All materials in model", &all, "all materials of the part"},
 };
 
 Outcome reportMaterials(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Material"})) return *ended;
   if (const auto row = ReportRow::of(task)) reportColumns<creo::ProMdl>(*row, task, kColumns, task.model());
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportMaterials", &reportMaterials}};
+constexpr auto kAttributes = reportAttributes(kColumns);
+
+constexpr Action kActions[] = {
+    {.key = L"reportMaterials",
+     .place = 26,
+     .title = L"Report Material",
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::reports},
+     .about = "reports a part's materials",
+     .function = &reportMaterials},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> materialReportActions() { return reports::kActions; }
+std::span<const engine::Action> materialReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -69,21 +69,34 @@ std::wstring density(const ModelFacts& facts) {
 
 // clang-format off
 constexpr ModelColumn kGeneralColumns[] = {
-    {L"mdlname", L"Model name", &modelName},
-    {L"mdlnameGen", L"Model name without generic", &nameAndType},
-    {L"fileversion", L"File version", &fileVersion},
-    {L"commonname", L"Common name", &commonName},
-    {L"filename", L"File name", &fileName},
-    {L"path", L"Path", &path},
-    {L"filesize", L"File size", &fileSize},
-    {L"filedatum", L"File datum", &fileDate},
-    {L"modified", L"Is modified", &isModified},
+    {L"mdlname", L"Model name", &modelName, "the model's name, of an instance with its generic"},
+    {L"mdlnameGen", L"Model name without generic", &nameAndType, "name and type"},
+    {L"fileversion", L"File version", &fileVersion, "the number of the file"},
+    {L"commonname", L"Common name", &commonName, "the common name"},
+    {L"filename", L"File name", &fileName, "the file's name, of an instance with its generic"},
+    {L"path", L"Path", &path, "the folder"},
+    {L"filesize", L"File size", &fileSize, "the size of the file in kB"},
+    {L"filedatum", L"File datum", &fileDate, "when the file was written"},
+    {L"modified", L"Is modified", &isModified, "whether the model was modified"},
 };
-constexpr ModelColumn kPartColumns[] = {{L"mass", L"Density", &density}};
+// Of parts, assemblies and manufacturing models.
+constexpr ModelColumn kSolidColumns[] = {
+    {L"accuracy", L"Accuracy", &accuracy, "the accuracy, relative or absolute; solids only, as what follows"},
+    {L"tol", L"Tolerance", &tolerance, "the class of tolerances"},
+    {L"unitsystem", L"Unit system", &unitSystem, "the system of units"},
+    {L"fnt", L"Feature-name/type", &featureNamesAndTypes, "name and type of the first xFeats features"},
+    {L"noOfFeats", L"Number of features", &featureCount, "how many features the model tree shows"},
+    {L"flexFeats", L"Flexible Features", &flexibleComponents, "flexible components, and what varies"},
+    {L"xsec", L"Cross Sections - intersection type - cutted objects", &crossSections, "cross sections"},
+    {L"pattern", L"Pattern", &patterns, "patterns and how they regenerate"},
+    {L"generic", L"Generic name", &generic, "the generic of an instance"},
+    {L"simprep", L"Simplified representations", &simplifiedReps, "simplified representations"},
+    {L"featregen", L"Regeneration feedback", &regenerationFeedback, "the model is regenerated, and how that ends"},
+};
+constexpr ModelColumn kPartColumns[] = {{L"mass", L"Density", &density, "the density of the material; parts only"}};
 // clang-format on
 
 Outcome reportModeldata(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report model data"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) {
     core::logWrite(L"Can't find the specified reporter", core::kError);
@@ -95,16 +108,30 @@ Outcome reportModeldata(const Task& task) {
   using enum creo::ProMdlType;
   const bool isPart = type && type.value == part;
   if (isPart || (type && (type.value == assembly || type.value == manufacturing)))
-    reportColumns<ModelFacts>(*row, task, solidColumns(), facts);
+    reportColumns<ModelFacts>(*row, task, kSolidColumns, facts);
   if (isPart) reportColumns<ModelFacts>(*row, task, kPartColumns, facts);
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportModeldata", &reportModeldata}};
+constexpr Attribute kFeatureNumber[] = {
+    {.name = L"xFeats", .kind = Kind::integer, .about = "how many features fnt gives"},
+};
+constexpr auto kAttributes = reportAttributes(kGeneralColumns, kSolidColumns, kFeatureNumber, kPartColumns);
+
+constexpr Action kActions[] = {
+    {.key = L"reportModeldata",
+     .place = 21,
+     .title = L"Report model data",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::family | Touched::files,
+                 .changes = Touched::reports | Touched::model | Touched::family},
+     .about = "reports what the model is: name, file, and what a solid is as a whole",
+     .function = &reportModeldata},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> modelDataReportActions() { return reports::kActions; }
+std::span<const engine::Action> modelDataReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -70,16 +70,17 @@ std::wstring units(const NamedParameter& one) { return creo::ProParameterUnitsGe
 struct ParameterColumn {
   std::wstring_view attribute, title, keyEnding;
   std::wstring (*value)(const NamedParameter& one);
+  std::string_view about;  // for people
 };
 // clang-format off
 constexpr ParameterColumn kColumns[] = {
-    {L"value", L" Value", L"V", &value},
-    {L"art", L" Type", L"T", &valueType},
-    {L"designated", L" Designated", L"Desig", &designated},
-    {L"paraDescription", L" Description", L"Descr", &description},
-    {L"isRelated", L" Relation driven", L"Rel", &driver},
-    {L"restric", L" Restriction type", L"Res", &restriction},
-    {L"units", L" Unit", L"U", &units},
+    {L"value", L" Value", L"V", &value, "the value; none for a note"},
+    {L"art", L" Type", L"T", &valueType, "the type"},
+    {L"designated", L" Designated", L"Desig", &designated, "whether it is designated"},
+    {L"paraDescription", L" Description", L"Descr", &description, "the description"},
+    {L"isRelated", L" Relation driven", L"Rel", &driver, "what drives it: a relation, a parameter, a function"},
+    {L"restric", L" Restriction type", L"Res", &restriction, "how its values are restricted"},
+    {L"units", L" Unit", L"U", &units, "the unit"},
 };
 // clang-format on
 constexpr const ParameterColumn& kValueColumn = kColumns[0];
@@ -131,7 +132,6 @@ class ParameterReport {
 };
 
 Outcome writeParameters(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Parameter"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) return done;
   const auto owner = creo::ProMdlToModelitem(task.model());
@@ -151,11 +151,27 @@ Outcome writeParameters(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"writeParameters", &writeParameters}};
+constexpr Attribute kNames[] = {
+    {.name = L"paramName_%d",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .about = "a parameter's name of up to 32 characters; with * or / in it a pattern, with a colon another place"},
+};
+constexpr auto kAttributes = reportAttributes(kNames, kColumns);
+
+constexpr Action kActions[] = {
+    {.key = L"writeParameters",
+     .place = 25,
+     .title = L"Report Parameter",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::reports},
+     .about = "reports parameters: a set of columns for each name",
+     .function = &writeParameters},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> parameterReportActions() { return reports::kActions; }
+std::span<const engine::Action> parameterReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -35,10 +35,10 @@ std::wstring failure(const RelationFacts& facts) { return failureMark(facts.rela
 std::wstring postFailure(const RelationFacts& facts) { return failureMark(facts.postRelations); }
 
 constexpr ReportColumn<RelationFacts> kColumns[] = {
-    {L"relations", L"Relations", &relations},
-    {L"postrelations", L"Post Relations", &postRelations},
-    {L"cf1", L"Failure in Relations", &failure},
-    {L"cf2", L"Failure in Post Relations", &postFailure},
+    {L"relations", L"Relations", &relations, "the lines of the relations"},
+    {L"postrelations", L"Post Relations", &postRelations, "the lines of those that run after the regeneration"},
+    {L"cf1", L"Failure in Relations", &failure, "the relations are run, and whether they fail"},
+    {L"cf2", L"Failure in Post Relations", &postFailure, "the same for those after the regeneration"},
 };
 
 RelationFacts factsOf(const Task& task) {
@@ -52,16 +52,28 @@ RelationFacts factsOf(const Task& task) {
 }
 
 Outcome reportRelations(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Relations"})) return *ended;
   if (const auto row = ReportRow::of(task)) reportColumns<RelationFacts>(*row, task, kColumns, factsOf(task));
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportRelations", &reportRelations}};
+constexpr Attribute kLineFilter[] = {
+    {.name = L"linefilter", .kind = Kind::pattern, .about = "which lines are reported, * for all"},
+};
+constexpr auto kAttributes = reportAttributes(kLineFilter, kColumns);
+
+constexpr Action kActions[] = {
+    {.key = L"reportRelations",
+     .place = 30,
+     .title = L"Report Relations",
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::reports | Touched::model},
+     .about = "reports the model's relations",
+     .function = &reportRelations},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> relationReportActions() { return reports::kActions; }
+std::span<const engine::Action> relationReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -9,6 +9,7 @@
 
 #include "engine/task.h"
 #include "reports/csv_report.h"
+#include "reports/report_attributes.h"
 
 namespace reports {
 
@@ -39,6 +40,7 @@ template <class Source>
 struct ReportColumn {
   std::wstring_view attribute, title;
   std::wstring (*value)(const Source& source);  // empty: it can't be had
+  std::string_view about;                       // for people
 };
 
 // The columns whose attributes are "true", in their order. A value is read only for them, once its column is there.

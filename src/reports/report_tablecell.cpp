@@ -41,7 +41,6 @@ std::wstring collected(const Task& task, std::wstring_view where, std::wstring_v
 }
 
 Outcome reportTablecell(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Tablecell"})) return *ended;
   const auto row = ReportRow::of(task);
   if (!row) return done;
   for (const int i : task.numbers(L"cell0_", kMostCells)) {
@@ -56,11 +55,32 @@ Outcome reportTablecell(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportTablecell", &reportTablecell}};
+constexpr Attribute kCells[] = {
+    {.name = L"cell0_%d", .need = Need::needed, .about = "which tables: row::column::pattern, or x!!y!!tolerance"},
+    {.name = L"cell1_%d", .kind = Kind::cell, .need = Need::needed, .about = "which cell: row:column, from 1"},
+    {.name = L"cell2_%d", .about = "the column's title"},
+    flag(L"onlyfirsttable", "only the first table that fits"),
+    flag(L"onlyOnCurrentSheet", "tables of other sheets are passed over"),
+    flag(L"asText", "the text as the sheet shows it, else as it was entered"),
+    flag(L"ss", "the number of the table's sheet stands before the text"),
+    flag(L"nolinebreaks", "without line breaks, else each line of the cell ends with one"),
+    flag(L"quoterepl", "two apostrophes in place of a double quote"),
+};
+constexpr auto kAttributes = reportAttributes(kCells);
+
+constexpr Action kActions[] = {
+    {.key = L"reportTablecell",
+     .place = 32,
+     .title = L"Report Tablecell",
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::reports},
+     .about = "reports cells of a drawing's tables, a column each",
+     .function = &reportTablecell},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> reportTablecellActions() { return reports::kActions; }
+std::span<const engine::Action> reportTablecellActions() { return reports::kActions; }
 }  // namespace actions

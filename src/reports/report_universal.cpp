@@ -19,7 +19,6 @@ const XmlNode* filterOf(const XmlNode& task) {
 }
 
 Outcome reportUniversal(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Report Universal", .version = L"4"})) return *ended;
   constexpr std::wstring_view kColumn = L"universal";
   const auto row = ReportRow::of(task);
   if (!row) return done;
@@ -35,11 +34,35 @@ Outcome reportUniversal(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"reportUniversal", &reportUniversal}};
+constexpr Attribute kTexts[] = {
+    {.name = L"title", .about = "the column's title"},
+    {.name = L"trueissue",
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "what stands in the field when the filter holds"},
+    {.name = L"falseissue",
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "what stands in the field when it doesn't"},
+};
+constexpr auto kAttributes = reportAttributes(kTexts);
+
+constexpr Action kActions[] = {
+    {.key = L"reportUniversal",
+     .place = 23,
+     .title = L"Report Universal",
+     .version = L"4",
+     .attributes = kAttributes,
+     .effects = {.reads = Touched::model | Touched::users | Touched::family | Touched::files | Touched::session |
+                          Touched::variables,
+                 .changes = Touched::reports},
+     .about = "reports one of two texts, by a filter of its own in the child reportFilter",
+     .function = &reportUniversal},
+};
 
 }  // namespace
 }  // namespace reports
 
 namespace actions {
-std::span<const ActionFunction> universalReportActions() { return reports::kActions; }
+std::span<const engine::Action> universalReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -1,4 +1,4 @@
-// Columns of the model report that parts and assemblies have: accuracy, units, sections, representations, regeneration.
+// Values of the model report that parts and assemblies have: accuracy, units, sections, representations, regeneration.
 #include "core/log.h"
 #include "creo/ProModelitem.h"
 #include "creo/ProNotify.h"
@@ -11,7 +11,6 @@
 #include "text/format.h"
 
 namespace reports {
-namespace {
 
 std::wstring accuracy(const ModelFacts& facts) {
   const auto accuracy = creo::ProSolidAccuracyGet(facts.model);
@@ -92,6 +91,8 @@ std::wstring simplifiedReps(const ModelFacts& facts) {
   return lines;
 }
 
+namespace {
+
 // Writes a line for each feature that regenerates, for as long as it lives.
 class FeatureLog {
  public:
@@ -105,6 +106,8 @@ class FeatureLog {
   FeatureLog(const FeatureLog&) = delete;
   FeatureLog& operator=(const FeatureLog&) = delete;
 };
+
+}  // namespace
 
 std::wstring regenerationFeedback(const ModelFacts& facts) {
   const FeatureLog log;
@@ -121,25 +124,5 @@ std::wstring regenerationFeedback(const ModelFacts& facts) {
       return L"failure in function";
   }
 }
-
-// clang-format off
-constexpr ModelColumn kColumns[] = {
-    {L"accuracy", L"Accuracy", &accuracy},
-    {L"tol", L"Tolerance", &tolerance},
-    {L"unitsystem", L"Unit system", &unitSystem},
-    {L"fnt", L"Feature-name/type", &featureNamesAndTypes},
-    {L"noOfFeats", L"Number of features", &featureCount},
-    {L"flexFeats", L"Flexible Features", &flexibleComponents},
-    {L"xsec", L"Cross Sections - intersection type - cutted objects", &crossSections},
-    {L"pattern", L"Pattern", &patterns},
-    {L"generic", L"Generic name", &generic},
-    {L"simprep", L"Simplified representations", &simplifiedReps},
-    {L"featregen", L"Regeneration feedback", &regenerationFeedback},
-};
-// clang-format on
-
-}  // namespace
-
-std::span<const ModelColumn> solidColumns() { return kColumns; }
 
 }  // namespace reports

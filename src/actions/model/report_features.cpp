@@ -131,8 +131,6 @@ std::wstring_view separatorOf(const Task& task) {
 }
 
 Outcome reportFeatureParameter(const Task& task) {
-  if (const auto ended = begin(task, {.title = L"Edit model parameter from table cell"})) return *ended;
-  if (!task.extensionIs(L"PRT") && !task.extensionIs(L"ASM")) return refused;
   const std::wstring path = wholePath(task.path(L"csvFileName", L"reports"));
   if (path.empty()) core::logWrite(L"The attribute csvFileName names no file", core::kError);
   const auto wanted = !path.empty() && mayBeWritten(path) ? wantedBy(task) : std::nullopt;
@@ -154,10 +152,41 @@ Outcome reportFeatureParameter(const Task& task) {
   return done;
 }
 
-constexpr ActionFunction kActions[] = {{L"reportFeatureParameter", &reportFeatureParameter}};
+constexpr Attribute kAttributes[] = {
+    {.name = L"csvFileName",
+     .kind = Kind::written,
+     .variables = true,
+     .need = Need::needed,
+     .folder = L"reports",
+     .about = "the file's path"},
+    {.name = L"filterFeatureName",
+     .variables = true,
+     .about = "only features that have this parameter; empty or *: all"},
+    {.name = L"filterFeatureValue",
+     .kind = Kind::pattern,
+     .variables = true,
+     .about = "and whose value of it is this: true or false, a number, or a pattern for a text; *: any"},
+    {.name = L"filterReportParameter",
+     .kind = Kind::pattern,
+     .variables = true,
+     .about = "parameters that get a column; empty: all"},
+    {.name = L"sep", .about = "what stands between fields; sem: a semicolon, empty: a comma"},
+};
+
+constexpr Action kActions[] = {
+    {.key = L"reportFeatureParameter",
+     .place = 155,
+     .group = Group::ownModelTest,
+     .title = L"Edit model parameter from table cell",
+     .conditions = {kFilter, {.test = Test::partOrAssembly}},
+     .attributes = kAttributes,
+     .effects = {.changes = Touched::files, .takenBack = false},
+     .about = "writes the parameters of features into a CSV file",
+     .function = &reportFeatureParameter},
+};
 
 }  // namespace
 
-std::span<const ActionFunction> featureReportActions() { return kActions; }
+std::span<const Action> featureReportActions() { return kActions; }
 
 }  // namespace actions

@@ -5,13 +5,13 @@
 #include "actions/families.h"
 #include "core/config.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
 #include "engine/output_file.h"
 #include "os/clock.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
+#include "reports/report_attributes.h"
 #include "reports/sheet/sections.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -117,11 +117,6 @@ void save(Document& document, const std::wstring& path) {
 }
 
 Outcome writeInformationPDF(const Task& task) {
-  if (const auto ended = begin(task, {.title = core::msgText(kTitle)})) return *ended;
-  if (!creo::ProMdlTypeGet(task.model())) {
-    core::logMsgPlain(kNoModel, core::kError);
-    return done;
-  }
   const std::wstring path = target(task);
   if (path.empty() || !actions::mayWrite(task, path)) return done;
   Document document;
@@ -139,11 +134,73 @@ Outcome writeInformationPDF(const Task& task) {
   return done;
 }
 
-constexpr actions::ActionFunction kActions[] = {{L"writeInformationPDF", &writeInformationPDF}};
+constexpr Attribute kAttributes[] = {
+    flag(L"folderFromModel", "the folder is that of the model, and folder isn't read"),
+    {.name = L"folder",
+     .kind = Kind::written,
+     .variables = true,
+     .folder = L"reports",
+     .about = "the target folder; empty: Creo's working folder"},
+    {.name = L"file", .variables = true, .need = Need::needed, .about = "the file's name; .pdf is appended"},
+    flag(L"overwriteExisting", "an old file is replaced, else it stays, with a warning"),
+    {.name = L"font",
+     .kind = Kind::file,
+     .variables = true,
+     .folder = L"reports",
+     .about = "a TrueType font; empty: FreeSans of the installation"},
+    {.name = L"description", .variables = true, .about = "the document's subject"},
+    flag(L"image", "a picture of what the current window shows"),
+    flag(L"units", "the system of units"),
+    flag(L"accuracy", "the accuracy"),
+    flag(L"customText", "lines of text"),
+    {.name = L"custextc", .kind = Kind::integer, .about = "how many lines"},
+    {.name = L"custext_%d", .variables = true, .numbers = Numbers::counted, .counter = L"custextc", .about = "a line"},
+    flag(L"actMaterials", "the current material"),
+    flag(L"materialsInModel", "all materials of a part"),
+    flag(L"parameter", "parameters"),
+    flag(L"paraFilter", "only those whose names fit paraFilterTxt"),
+    {.name = L"paraFilterTxt", .kind = Kind::pattern, .about = "names of parameters"},
+    flag(L"keParameter", "parameters of features"),
+    flag(L"keparaFilter", "only those whose names fit keparaFilterTxt"),
+    {.name = L"keparaFilterTxt", .kind = Kind::pattern, .about = "names of parameters"},
+    flag(L"parameter_sv", "of all parameters name and value alone"),
+    flag(L"rels", "relations; they are run to tell whether they fail"),
+    flag(L"postrel", "those after the regeneration, the same"),
+    flag(L"kerel", "those of features and of their sketches, the same"),
+    flag(L"views", "views"),
+    flag(L"layers", "layers"),
+    flag(L"dependen", "models that it uses"),
+    flag(L"simreps", "simplified representations"),
+    flag(L"intrfcs", "interfaces"),
+    flag(L"firstKEs", "the first features"),
+    {.name = L"xKEs", .kind = Kind::integer, .about = "how many features"},
+    flag(L"firstNotes", "the first notes"),
+    {.name = L"xNotes", .kind = Kind::integer, .about = "how many notes"},
+    flag(L"famtab", "columns and instances of the family table"),
+    flag(L"famtab_amount", "how many instances there are"),
+    flag(L"oaw", "the file is opened"),
+};
+// Relations of sketches come out by a macro, a picture under an option of its own.
+constexpr Effects kEffects{
+    .reads = Touched::model | Touched::users | Touched::family | Touched::files | Touched::session,
+    .changes = Touched::files | Touched::model | Touched::options | Touched::programs,
+    .takenBack = false};
+
+constexpr Action kActions[] = {
+    {.key = L"writeInformationPDF",
+     .place = 154,
+     .group = Group::ownModelTest,
+     .title = kTitle,
+     .conditions = {kFilter, {.test = Test::typeKnown, .line = kNoModel, .level = core::kError, .outcome = done}},
+     .attributes = kAttributes,
+     .effects = kEffects,
+     .about = "writes a sheet about the model as a PDF file",
+     .function = &writeInformationPDF},
+};
 
 }  // namespace
 }  // namespace reports::sheet
 
 namespace actions {
-std::span<const ActionFunction> informationSheetActions() { return reports::sheet::kActions; }
+std::span<const engine::Action> informationSheetActions() { return reports::sheet::kActions; }
 }  // namespace actions

@@ -33,11 +33,19 @@ using nlohmann::ordered_json;
 
 std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
 
-// Never 0.
-std::size_t hashOf(const ModelChanges& changes) {
-  std::wstring all(1, changes.presence == Presence::both ? L'b' : L'n');
-  for (const headless::Change& one : changes.changes) all += one.path + L'\n' + one.before + L'\n' + one.after + L'\n';
-  return std::hash<std::wstring>()(all) | 1U;
+// What the events haven't told of a document yet, by hashes of paths and values: instances are kept with their
+// generic's document, and it is compared anew behind each of its rows.
+ModelChanges untold(const ModelChanges& changes, std::unordered_map<std::size_t, std::size_t>& told) {
+  const std::hash<std::wstring> hash;
+  const auto isNews = [&](std::size_t of, std::size_t what) {
+    const auto [known, fresh] = told.try_emplace(of, what);
+    return std::exchange(known->second, what) != what || fresh;
+  };
+  ModelChanges rest{changes.model, changes.presence, {}};
+  if (changes.presence != Presence::both && !isNews(0, 0)) rest.presence = Presence::both;
+  for (const headless::Change& one : changes.changes)
+    if (isNews(hash(one.path), hash(one.before + L'\n' + one.after))) rest.changes.push_back(one);
+  return rest;
 }
 
 }  // namespace
@@ -264,8 +272,7 @@ void RunWatch::compareSaved() {
     document->compared = true;
     ModelChanges changes = changesOf(*document);
     document->differs = changes.any();
-    // Instances are kept with their generic's document: what its first row changed isn't told with each.
-    if (const std::size_t told = hashOf(changes); told != std::exchange(document->told, told)) tell(events_, changes);
+    if (events_.on()) tell(events_, untold(changes, document->told));
     if (options_.dryRun) document->changes = std::move(changes);
   }
   uncompared_.clear();

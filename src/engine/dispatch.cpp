@@ -63,8 +63,8 @@ Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
   // A filter's predicate may stand in a list: it runs for its side effects and its answer is dropped. A type that is no
   // action's either is named by the look-up; an action that lacks its model is known, and has its line. What is said of
   // either isn't about the action before.
-  if (!row) core::pluginState().currentAction = type;
-  if (documents::runPredicate(task, type, subject.model, row != nullptr) != documents::Answer::noKey) return done;
+  if (!action) core::pluginState().currentAction = type;
+  if (documents::runPredicate(task, type, subject.model, action != nullptr) != documents::Answer::noKey) return done;
   core::logWrite(L"CAN'T FIND THIS FUNCTION, FAILURE IN DLL", core::kError);
   return notHandled;
 }

@@ -251,7 +251,7 @@ TEST_F(ModelsInMemory, OneVersionIsLeftUnlessItWasHandedOut) {
   EXPECT_EQ(ProNotFound, session().models().saveReplacing(part));
   EXPECT_EQ(ProNoError, ProMdlSave(part));
   EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3 a.prt.4 backup", files());
-  EXPECT_EQ(6u, session().savedDocuments().size());
+  EXPECT_EQ(5u, session().savedDocuments().size());
 }
 
 TEST_F(ModelsInMemory, WhatAnotherProgramWroteMeanwhileIsNeverReplaced) {

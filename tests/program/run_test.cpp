@@ -119,7 +119,7 @@ TEST_F(Run, SaveOptionsSayWhatIsKept) {
 // An instance is kept in its generic's document, so that both want the same version.
 TEST_F(Run, EachDocumentGetsOneVersionWithAllItsHistory) {
   const std::string set =
-      "<task type='editModelParameter' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' searchin='1'"
+      "<task type='editModelParameter' version='3' forPRT='true' forEF='false' searchin='1'"
       " name='MASS' totype='0' value='7'/>";
   const std::string other =
       "<task type='groupActions' version='3' forPRT='false' forASM='true' forDRW='true' forEF='false' reworkMode='5'"
@@ -140,7 +140,7 @@ TEST_F(Run, EachDocumentGetsOneVersionWithAllItsHistory) {
   EXPECT_EQ(0, real.code) << real.err;
   EXPECT_EQ("done  models=5 changed=5 unchanged=0 skipped=0 failed=0 saved=3  errors=0 warnings=0", recapOf(real));
   EXPECT_EQ(
-      (std::vector<std::string>{"A.drw.1", "A.drw.2", "B.drw.1", "B.drw.2", "GEN.prt.1", "GEN.prt.2", "kelvane.log"}),
+      (std::vector<std::string>{"A.asm.1", "A.asm.2", "B.asm.1", "B.asm.2", "GEN.prt.1", "GEN.prt.2", "kelvane.log"}),
       filesIn("models"));
   const Ended diff = kelvane({"diff", path("before"), models()});
   EXPECT_EQ(diff.out, dry.out.substr(0, dry.out.find("dry  models=")));

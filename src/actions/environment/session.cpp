@@ -13,7 +13,7 @@ namespace {
 
 using namespace engine;
 
-constexpr int kClearTitle = 115, kSenseless = 117, kEraseTitle = 116;
+constexpr int kClearTitle = 115, kEraseTitle = 116, kSenseless = 117;
 
 // Lists that were written for another program hold it.
 Outcome clearAllWindows(const Task& task) {

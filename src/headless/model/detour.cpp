@@ -32,8 +32,12 @@ Detour& lastDetour() {
 Detour& detourOf(const Model& drawing) {
   Detour& last = lastDetour();
   const ModelDocument& document = *drawing.document;
-  if (last.drawing.lock() != drawing.document || last.changes != document.marks().changes)
+  const bool isOther = last.drawing.lock() != drawing.document;
+  const bool isDisturbed = !isOther && last.changes != document.marks().changes;
+  if (isOther || (isDisturbed && !document.isContentModified()))
     last = {drawing.document, shownBy(document), {}, document.marks(), 0};
+  else if (isDisturbed)
+    last.before = document.marks();  // what somebody else changed stays changed; the way back stays the same
   return last;
 }
 

@@ -29,11 +29,19 @@ std::string asked(const core::XmlNode& item) {
   return type + rest;
 }
 
-std::string answer(int result) {
-  if (result == documents::kFalse) return "false";
-  if (result == documents::kNotApplicable) return "not applicable to this model";
-  if (result == documents::kNotAKey) return "no such filter, which counts as true";
-  if (result == documents::kUndecided) return "a comparison was given up";
+std::string answer(documents::Answer result) {
+  switch (result) {
+    case documents::Answer::no:
+      return "false";
+    case documents::Answer::notApplicable:
+      return "not applicable to this model";
+    case documents::Answer::noKey:
+      return "no such filter, which counts as true";
+    case documents::Answer::undecided:
+      return "a comparison was given up";
+    case documents::Answer::yes:
+      break;
+  }
   return "true";
 }
 
@@ -63,14 +71,15 @@ class Explainer : public documents::FilterWatch {
     (void)engine::takeRefused();
   }
 
-  void itemEnds(const core::XmlNode&, int result, bool fails) override {
+  void itemEnds(const core::XmlNode&, documents::Answer result, bool fails) override {
     tellComparisons();
     for (const engine::RefusedExpression& one : engine::takeRefused()) line(kIndent + refusal(one));
     if (troubleOf_) {
       for (const TroubleLine& told : troubleOf_())
         line(kIndent + std::string(told.level == 2 ? "error: " : "warning: ") + told.text);
     }
-    const bool turned = negated_ && result != documents::kNotApplicable && result != documents::kUndecided;
+    const bool turned =
+        negated_ && result != documents::Answer::notApplicable && result != documents::Answer::undecided;
     line(kIndent + answer(result) + (turned ? ", negated" : "") + ": the item " + (fails ? "fails" : "holds"));
     (fails ? failing_ : holding_).push_back(number_);
   }

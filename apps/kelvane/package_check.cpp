@@ -9,7 +9,6 @@
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
-#include "documents/predicate_attributes.h"
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
 #include "engine/task.h"
@@ -334,14 +333,10 @@ class Document {
   }
 
   void checkPredicate(const XmlNode& item, const std::string& type) {
-    const std::wstring key = text::fromUtf8(type);
-    if (!documents::isPredicate(key)) {
-      return add(item, "filter-unknown", "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
-    }
+    const documents::Predicate* predicate = documents::findPredicate(text::fromUtf8(type));
+    if (!predicate) return add(item, "filter-unknown", "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
     addUses(item, usesOfFilterItem(item));
-    for (const documents::PredicateAttribute& row : documents::predicateAttributes(key)) {
-      checkAttribute(item, type, row);
-    }
+    for (const core::Attribute& row : predicate->attributes) checkAttribute(item, type, row);
     if (type == "parameter") checkComparedNumber(item);
   }
 
@@ -355,41 +350,39 @@ class Document {
       add(item, "filter-attribute", "filter 'parameter', 'value': a number ends at its comma: '" + value + "'");
   }
 
-  void checkAttribute(const XmlNode& item, const std::string& type, const documents::PredicateAttribute& row) {
-    const core::XmlAttr* found = core::attrFind(item.attributes, row.attribute);
-    const std::string name = text::toUtf8(row.attribute);
+  void checkAttribute(const XmlNode& item, const std::string& type, const core::Attribute& row) {
+    const core::XmlAttr* found = core::attrFind(item.attributes, row.name);
+    const std::string name = text::toUtf8(row.name);
+    const bool isNeeded = row.need == core::Need::needed;
     if (!found) {
-      if (row.required) add(item, "filter-attribute", "filter '" + type + "' has no '" + name + "'");
+      if (isNeeded) add(item, "filter-attribute", "filter '" + type + "' has no '" + name + "'");
       return;
     }
-    using enum documents::AttributeKind;
-    const bool isTemplate = row.kind == templateText || row.kind == templatePattern;
-    if (isTemplate) checkText(item, *found);
-    const bool isPattern = row.kind == pattern || (row.kind == templatePattern && !hasVariables(found->value));
+    if (row.variables) checkText(item, *found);
+    const bool isPattern = row.kind == core::Kind::pattern && !(row.variables && hasVariables(found->value));
     std::string fault = isPattern ? patternFault(found->value) : std::string();
     // An optional value may be empty: it asks nothing then.
-    if (!isPattern && (row.required || !found->value.empty())) fault = valueFault(found->value, row);
+    if (!isPattern && (isNeeded || !found->value.empty())) fault = valueFault(found->value, row);
     if (!fault.empty()) {
       add(item, "filter-attribute",
           "filter '" + type + "', '" + name + "': " + fault + ": '" + text::toUtf8(found->value) + "'");
     }
   }
-  static std::string valueFault(std::wstring_view value, const documents::PredicateAttribute& row) {
-    using enum documents::AttributeKind;
-    const documents::AttributeKind kind = row.kind;
+  static std::string valueFault(std::wstring_view value, const core::Attribute& row) {
+    using enum core::Kind;
+    const core::Kind kind = row.kind;
     if (kind == integer && !isInteger(value)) return "no whole number";
-    if (kind == integerOrStar && value != L"*" && !isInteger(value)) return "neither a whole number nor '*'";
+    if (kind == index && value != L"*" && !isInteger(value)) return "neither a whole number nor '*'";
     constexpr int kLastFeatureCode = 246;
     const bool isCode = isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= kLastFeatureCode;
-    if (kind == featureCode && !isCode) return "no code of a feature type";
+    if (kind == feature && !isCode) return "no code of a feature type";
     if (kind == number && !isNumber(value)) return "no number";
-    if (kind == plainNumber && !(isNumber(value) && isReadAsNumber(value)))
-      return "no number such as '297' or '-1.5e2'";
-    if (kind == truth && value != L"true" && value != L"false") return "neither 'true' nor 'false'";
-    if (row.choices.empty()) return {};
-    const auto choices = text::split(row.choices, L' ');
-    const bool isOne = std::find(choices.begin(), choices.end(), value) != choices.end();
-    return isOne ? std::string() : "none of " + text::toUtf8(text::replaceAll(row.choices, L" ", L", "));
+    if (kind == measure && !(isNumber(value) && isReadAsNumber(value))) return "no number such as '297' or '-1.5e2'";
+    if (kind == flag && value != L"true" && value != L"false") return "neither 'true' nor 'false'";
+    if (kind != word) return {};
+    const auto words = text::split(row.words, L'|');
+    const bool isOne = std::find(words.begin(), words.end(), value) != words.end();
+    return isOne ? std::string() : "none of " + text::toUtf8(text::replaceAll(row.words, L"|", L", "));
   }
 
   std::string member_;

@@ -32,6 +32,8 @@ enum class Kind : std::uint8_t {
   variable,  // the name of a user variable that gets a value
   cell,      // numbers of row, column and line with signs between them
   format,    // a format of one floating number
+  measure,   // a number of digits and a point, as a sheet's sides are compared with
+  index,     // an integer, or "*" for all
 };
 
 // Must the attribute stand there? A list that lacks one runs as it always did; the checker tells.

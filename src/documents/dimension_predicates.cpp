@@ -29,38 +29,63 @@ bool nearlyEqual(double a, double b) {
   return std::fabs(a - b) <= std::max(std::fabs(a), std::fabs(b)) * std::numeric_limits<double>::epsilon() * 3;
 }
 
-}  // namespace
-
-int dimensionTextPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Drawing dimension text");
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const std::wstring_view pattern = valueOf(item, L"ddt");
+Answer dimensionTextPredicate(const Question& question) {
+  const std::wstring_view pattern = question.value(L"ddt");
   const auto fits = [&](const creo::ProDimension& dimension) {
-    const auto shown = creo::ProAnnotationIsShown(dimension, model);
+    const auto shown = creo::ProAnnotationIsShown(dimension, question.model);
     if (!shown || !shown.value) return false;
     const auto lines = creo::ProDimensionTextGet(dimension);
     return lines && std::any_of(lines.value.begin(), lines.value.end(),
                                 [&](const std::wstring& line) { return matches(pattern, line); });
   };
-  if (anyDimension(&creo::ProDrawingDimensionVisit, model, fits)) return kTrue;
+  if (anyDimension(&creo::ProDrawingDimensionVisit, question.model, fits)) return Answer::yes;
   const auto stopAtHit = [&](const creo::ProMdl& solid) {
     return anyDimension(&creo::ProSolidDimensionVisit, solid, fits) ? creo::ProStopVisit : creo::ProNoError;
   };
-  return creo::ProDrawingSolidsVisit(model, stopAtHit) == creo::ProStopVisit ? kTrue : kFalse;
+  return answer(creo::ProDrawingSolidsVisit(question.model, stopAtHit) == creo::ProStopVisit);
 }
 
-int dimensionTolerancePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Dimension tolerance");
-  const auto type = applicableType(model, AppliesTo::any);
-  if (!type) return kNotApplicable;
-  if (!isTrue(item, L"asymmetric")) return kFalse;
+Answer dimensionTolerancePredicate(const Question& question) {
+  if (!question.isTrue(L"asymmetric")) return Answer::no;
   const auto isAsymmetric = [](const creo::ProDimension& dimension) {
     const auto tolerance = creo::ProDimensionToleranceGet(dimension);
     return tolerance && !nearlyEqual(tolerance.value.upper, tolerance.value.lower);
   };
   const DimensionVisit visit =
-      *type == creo::ProMdlType::drawing ? &creo::ProDrawingDimensionVisit : &creo::ProSolidDimensionVisit;
-  return anyDimension(visit, model, isAsymmetric) ? kTrue : kFalse;
+      question.type == creo::ProMdlType::drawing ? &creo::ProDrawingDimensionVisit : &creo::ProSolidDimensionVisit;
+  return answer(anyDimension(visit, question.model, isAsymmetric));
 }
+
+constexpr Attribute kTextAttributes[] = {
+    {.name = L"ddt", .kind = Kind::pattern, .need = Need::needed, .about = "a line of the dimension"},
+};
+constexpr Attribute kToleranceAttributes[] = {
+    {.name = L"asymmetric",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::needed,
+     .about = "without true the answer is no"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"drawingDimensionText",
+     .place = 32,
+     .title = L"Extended filter: Drawing dimension text",
+     .models = Models::drawings,
+     .attributes = kTextAttributes,
+     .about = "a line of a dimension that is shown fits",
+     .function = &dimensionTextPredicate},
+    {.key = L"dimensiontolerance",
+     .place = 50,
+     .title = L"Extended filter: Dimension tolerance",
+     .models = Models::typed,
+     .attributes = kToleranceAttributes,
+     .about = "a dimension has an upper and a lower tolerance that differ",
+     .function = &dimensionTolerancePredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> dimensionPredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -32,96 +32,151 @@ bool isNamed(const creo::Got<creo::ProDtlsymdef>& definition, std::wstring_view 
   return found && found.value == name;
 }
 
-}  // namespace
-
-int multiModelDrawingPredicate(creo::ProMdl model, const core::XmlNode&) { return isMultiModelDrawing(model); }
-
-int isMultiModelDrawing(creo::ProMdl model) {
-  title(L"Extended filter: Is multi model drawing");
-  const auto type = applicableType(model, AppliesTo::any);
-  if (!type) return kNotApplicable;
-  if (*type != creo::ProMdlType::drawing) return kFalse;
-  const auto solids = creo::ProDrawingSolidsCollect(model);
+Answer multiModelDrawingPredicate(const Question& question) {
+  if (question.type != creo::ProMdlType::drawing) return Answer::no;
+  const auto solids = creo::ProDrawingSolidsCollect(question.model);
   if (!solids) {
     core::logWrite(L"Can't collect solids", core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  return solids.value.size() > 1 ? kTrue : kFalse;
+  return answer(solids.value.size() > 1);
 }
 
-int formatNamePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleFormatName);
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const std::wstring_view pattern = valueOf(item, L"value");
-  const bool found = anySheet(model, [&](int sheet) {
-    const auto format = creo::ProDrawingFormatGet(model, sheet);
+Answer formatNamePredicate(const Question& question) {
+  const std::wstring_view pattern = question.value(L"value");
+  const bool found = anySheet(question.model, [&](int sheet) {
+    const auto format = creo::ProDrawingFormatGet(question.model, sheet);
     return matches(pattern, format ? std::wstring_view(format.value) : L"noFormatFound");
   });
-  return found ? kTrue : kFalse;
+  return answer(found);
 }
 
-int formatsOnSheetsPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleFormatsOnSheets);
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
+Answer formatsOnSheetsPredicate(const Question& question) {
   int sheets = 0, formats = 0;
-  anySheet(model, [&](int sheet) {
+  anySheet(question.model, [&](int sheet) {
     ++sheets;
-    formats += creo::ProDrawingFormatGet(model, sheet) ? 1 : 0;
+    formats += creo::ProDrawingFormatGet(question.model, sheet) ? 1 : 0;
     return false;
   });
-  const std::wstring_view wanted = valueOf(item, L"frm");
-  if (wanted == L"0") return formats > 0 ? kTrue : kFalse;
-  if (wanted == L"1") return sheets > 0 && formats == sheets ? kTrue : kFalse;
-  return kFalse;
+  const std::wstring_view wanted = question.value(L"frm");
+  if (wanted == L"0") return answer(formats > 0);
+  if (wanted == L"1") return answer(sheets > 0 && formats == sheets);
+  return Answer::no;
 }
 
-int currentModelPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleCurrentModel);
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const auto solid = creo::ProDrawingCurrentsolidGet(model);
+Answer currentModelPredicate(const Question& question) {
+  const auto solid = creo::ProDrawingCurrentsolidGet(question.model);
   if (!solid) {
     core::logMsgId(kNoSolidFound, core::kDebug, 1);
-    return isTrue(item, L"inclnoact") ? kTrue : kFalse;
+    return answer(question.isTrue(L"inclnoact"));
   }
   const auto name = creo::ProMdlNameGet(solid.value);
   if (!name) {
     core::logWrite(L"         - failure while read solid name\n", core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  const auto type = applicableType(solid.value, AppliesTo::any);
-  if (!type) return kNotApplicable;
+  const auto type = applicableType(solid.value, Models::typed);
+  if (!type) return Answer::notApplicable;
   const std::wstring file = name.value + L"." + text::lower(creo::typeExtension(*type));
-  return matches(valueOf(item, L"value"), file) ? kTrue : kFalse;
+  return answer(matches(question.value(L"value"), file));
 }
 
-int symbolOnDrawingPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleSymbolOnDrawing);
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const std::wstring_view wanted = valueOf(item, L"currmat");
+Answer symbolOnDrawingPredicate(const Question& question) {
+  const std::wstring_view wanted = question.value(L"currmat");
   bool found = false;
-  anySheet(model, [&](int sheet) {
-    const auto symbols = creo::ProDrawingDtlsyminstsCollect(model, sheet);
+  anySheet(question.model, [&](int sheet) {
+    const auto symbols = creo::ProDrawingDtlsyminstsCollect(question.model, sheet);
     if (!symbols) core::logWrite(kListFailed, core::kError);
     found = symbols && std::any_of(symbols.value.begin(), symbols.value.end(), [&](const auto& symbol) {
               return isNamed(creo::ProDtlsyminstDefGet(symbol), wanted);
             });
     return found || !symbols;
   });
-  return found ? kTrue : kFalse;
+  return answer(found);
 }
 
-int symbolInDrawingPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Symbol in drawing");
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const auto definitions = creo::ProDrawingDtlsymdefsCollect(model);
+Answer symbolInDrawingPredicate(const Question& question) {
+  const auto definitions = creo::ProDrawingDtlsymdefsCollect(question.model);
   if (!definitions) {
     core::logWrite(kListFailed, core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  const std::wstring_view wanted = valueOf(item, L"currmat");
+  const std::wstring_view wanted = question.value(L"currmat");
   const bool found = std::any_of(definitions.value.begin(), definitions.value.end(),
                                  [&](const auto& definition) { return isNamed(definition, wanted); });
-  return found ? kTrue : kFalse;
+  return answer(found);
 }
+
+constexpr Attribute kFormatName[] = {
+    {.name = L"value",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .about = "the name of the format; a sheet without one reads noFormatFound"},
+};
+constexpr Attribute kFormatsOnSheets[] = {
+    {.name = L"frm",
+     .kind = Kind::word,
+     .words = L"0|1",
+     .need = Need::needed,
+     .about = "0 asks for one sheet with a format, 1 for all"},
+};
+constexpr Attribute kCurrentModel[] = {
+    {.name = L"value", .kind = Kind::pattern, .need = Need::needed, .about = "NAME.ext of the current model"},
+    {.name = L"inclnoact",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "the answer for a drawing without a current model"},
+};
+constexpr Attribute kSymbol[] = {
+    {.name = L"currmat", .need = Need::needed, .about = "the name of the symbol, exactly"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"isMultiModelDrawing",
+     .place = 3,
+     .title = L"Extended filter: Is multi model drawing",
+     .models = Models::typed,
+     .about = "it is a drawing of more than one model",
+     .function = &multiModelDrawingPredicate},
+    {.key = L"formatName",
+     .place = 15,
+     .title = kTitleFormatName,
+     .models = Models::drawings,
+     .attributes = kFormatName,
+     .about = "the format of a sheet fits",
+     .function = &formatNamePredicate},
+    {.key = L"drawingCurrentModel",
+     .place = 16,
+     .title = kTitleCurrentModel,
+     .models = Models::drawings,
+     .attributes = kCurrentModel,
+     .about = "the name of the current model fits",
+     .function = &currentModelPredicate},
+    {.key = L"formatsOnSheets",
+     .place = 19,
+     .title = kTitleFormatsOnSheets,
+     .models = Models::drawings,
+     .attributes = kFormatsOnSheets,
+     .about = "a sheet has a format, or all sheets have",
+     .function = &formatsOnSheetsPredicate},
+    {.key = L"symbolOnDrawing",
+     .place = 20,
+     .title = kTitleSymbolOnDrawing,
+     .models = Models::drawings,
+     .attributes = kSymbol,
+     .about = "a symbol of that name stands on a sheet",
+     .function = &symbolOnDrawingPredicate},
+    {.key = L"symbolInDrawing",
+     .place = 21,
+     .title = L"Extended filter: Symbol in drawing",
+     .models = Models::drawings,
+     .attributes = kSymbol,
+     .about = "it has a symbol definition of that name",
+     .function = &symbolInDrawingPredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> drawingPredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -88,46 +88,85 @@ class FamilySearch {
   std::set<creo::ProMdl> searched_;
 };
 
+Answer instancePredicate(const Question& question) {
+  const auto generic = creo::ProFaminstanceImmediategenericinfoGet(question.model);
+  if (!generic || generic.value.version == -1) return Answer::no;
+  const auto name = creo::ProMdlNameGet(question.model);
+  return answer(name && !text::equalNoCase(name.value, generic.value.name));
+}
+
+Answer genericPredicate(const Question& question) {
+  return answer(creo::ProSolidFamtableCheck(question.model) == creo::ProNoError);
+}
+
+Answer skeletonPredicate(const Question& question) {
+  const auto skeleton = creo::ProMdlIsSkeleton(question.model);
+  return answer(skeleton && skeleton.value);
+}
+
+Answer instanceNamePredicate(const Question& question) {
+  const auto pattern = engine::replaceVariables(question.value(L"filename"), question.model);
+  return answer(pattern && FamilySearch(question.type).findsName(question.model, pattern.text));
+}
+
+Answer unregeneratedInstancePredicate(const Question& question) {
+  return answer(FamilySearch(question.type).findsUnverified(question.model, question.value(L"level") == L"all"));
+}
+
+constexpr Attribute kInstanceName[] = {
+    {.name = L"filename",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the name of the instance"},
+};
+constexpr Attribute kLevel[] = {
+    {.name = L"level", .about = "all asks the instances of instances too"},
+};
+
+constexpr Predicate kInstance = {.key = L"isInstance",
+                                 .place = 0,
+                                 .title = kTitleInstance,
+                                 .models = Models::solids,
+                                 .about = "it is an instance of a family table",
+                                 .function = &instancePredicate};
+constexpr Predicate kGeneric = {.key = L"isGeneric",
+                                .place = 1,
+                                .title = kTitleGeneric,
+                                .models = Models::solids,
+                                .about = "it has a family table",
+                                .function = &genericPredicate};
+constexpr Predicate kSkeleton = {.key = L"isSkeleton",
+                                 .place = 2,
+                                 .title = L"Extended filter: Is skeleton",
+                                 .about = "it is a skeleton",
+                                 .function = &skeletonPredicate};
+constexpr Predicate kPredicates[] = {
+    kInstance,
+    kGeneric,
+    kSkeleton,
+    {.key = L"hasInstanceWithName",
+     .place = 30,
+     .title = L"Extended filter: Has instance with name",
+     .models = Models::solids,
+     .attributes = kInstanceName,
+     .about = "an instance at any level of the family has a name that fits",
+     .function = &instanceNamePredicate},
+    {.key = L"hasUnregeneratedInstance",
+     .place = 33,
+     .title = L"Extended filter: Has unregenerated instance",
+     .models = Models::solids,
+     .attributes = kLevel,
+     .about = "an instance is not verified",
+     .function = &unregeneratedInstancePredicate},
+};
+
 }  // namespace
 
-int instancePredicate(creo::ProMdl model, const core::XmlNode&) { return isInstance(model); }
-int genericPredicate(creo::ProMdl model, const core::XmlNode&) { return isGeneric(model); }
-int skeletonPredicate(creo::ProMdl model, const core::XmlNode&) { return isSkeleton(model); }
+std::span<const Predicate> familyPredicates() { return kPredicates; }
 
-int instanceNamePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Has instance with name");
-  const auto type = applicableType(model, AppliesTo::solids);
-  if (!type) return kNotApplicable;
-  const auto pattern = engine::replaceVariables(valueOf(item, L"filename"), model);
-  return pattern && FamilySearch(*type).findsName(model, pattern.text) ? kTrue : kFalse;
-}
-
-int unregeneratedInstancePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Has unregenerated instance");
-  const auto type = applicableType(model, AppliesTo::solids);
-  if (!type) return kNotApplicable;
-  return FamilySearch(*type).findsUnverified(model, valueOf(item, L"level") == L"all") ? kTrue : kFalse;
-}
-
-int isInstance(creo::ProMdl model) {
-  title(kTitleInstance);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const auto generic = creo::ProFaminstanceImmediategenericinfoGet(model);
-  if (!generic || generic.value.version == -1) return kFalse;
-  const auto name = creo::ProMdlNameGet(model);
-  return name && !text::equalNoCase(name.value, generic.value.name) ? kTrue : kFalse;
-}
-
-int isGeneric(creo::ProMdl model) {
-  title(kTitleGeneric);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  return creo::ProSolidFamtableCheck(model) == creo::ProNoError ? kTrue : kFalse;
-}
-
-int isSkeleton(creo::ProMdl model) {
-  title(L"Extended filter: Is skeleton");
-  const auto skeleton = creo::ProMdlIsSkeleton(model);
-  return skeleton && skeleton.value ? kTrue : kFalse;
-}
+Answer isInstance(creo::ProMdl model) { return ask(kInstance, model, {}); }
+Answer isGeneric(creo::ProMdl model) { return ask(kGeneric, model, {}); }
+Answer isSkeleton(creo::ProMdl model) { return ask(kSkeleton, model, {}); }
 
 }  // namespace documents

@@ -16,13 +16,13 @@ constexpr std::wstring_view kFromTypeVersion = L"4";
 
 // Does the test hold for a feature of the solid? The first one ends the visit.
 template <class Test>
-int anyFeature(creo::ProMdl solid, Test&& holds) {
+Answer anyFeature(creo::ProMdl solid, Test&& holds) {
   bool held = false;
   creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
     held = holds(feature);
     return held ? creo::ProStopVisit : creo::ProNoError;
   });
-  return held ? kTrue : kFalse;
+  return answer(held);
 }
 
 // What keFromType asks of a feature; a test that isn't enabled always holds.
@@ -67,75 +67,131 @@ void logSketch(const creo::ProFeature& feature) {
     core::logWrite(text::format(L"%d - %d", entity.id, entity.type), core::kError);
 }
 
-}  // namespace
-
 // The feature's name is the pattern and the attribute the text.
-int featureExistsPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleExists);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  return anyFeature(model, [&](const creo::ProFeature& feature) {
+Answer featureExistsPredicate(const Question& question) {
+  return anyFeature(question.model, [&](const creo::ProFeature& feature) {
     const auto name = creo::ProFeatureNameGet(feature);
-    return name && matches(name.value, valueOf(item, L"ke"));
+    return name && matches(name.value, question.value(L"ke"));
   });
 }
 
-int featureSuppressedPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleSuppressed);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  return anyFeature(model, [&](const creo::ProFeature& feature) {
+Answer featureSuppressedPredicate(const Question& question) {
+  return anyFeature(question.model, [&](const creo::ProFeature& feature) {
     const auto name = creo::ProFeatureNameGet(feature);
-    if (!name || !matches(valueOf(item, L"ke"), name.value)) return false;
+    if (!name || !matches(question.value(L"ke"), name.value)) return false;
     const auto status = creo::ProFeatureStatusGet(feature);
     return status && status.value == creo::ProFeatureStatus::suppressed;
   });
 }
 
-int featureFromTypePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleFromType);
-  if (valueOf(item, L"version") != kFromTypeVersion) {
+Answer featureFromTypePredicate(const Question& question) {
+  if (question.value(L"version") != kFromTypeVersion) {
     core::logWrite(L"Please Update the kvz to get a compatible version", core::kError);
-    return kNotApplicable;
+    return Answer::notApplicable;
   }
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const bool byType = isTrue(item, L"feattypesel");
-  const FeatureTests tests{item, byType ? core::featureTypeOf(L"feattype", valueOf(item, L"feattype")) : 0};
-  return anyFeature(model, [&tests](const creo::ProFeature& feature) { return tests.hold(feature); });
+  if (!applicableType(question.model, Models::solids)) return Answer::notApplicable;
+  const bool byType = question.isTrue(L"feattypesel");
+  const FeatureTests tests{question.item, byType ? core::featureTypeOf(L"feattype", question.value(L"feattype")) : 0};
+  return anyFeature(question.model, [&tests](const creo::ProFeature& feature) { return tests.hold(feature); });
 }
 
-int geometryCheckPredicate(creo::ProMdl model, const core::XmlNode&) {
-  title(kTitleGeometryCheck);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  return anyFeature(model, [](const creo::ProFeature& feature) {
+Answer geometryCheckPredicate(const Question& question) {
+  return anyFeature(question.model, [](const creo::ProFeature& feature) {
     const auto checks = creo::ProFeatureHasGeomchks(feature);
     return checks && checks.value;
   });
 }
 
-int flexibleComponentPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Component is flexible");
-  const auto type = applicableType(model, AppliesTo::solids);
-  if (!type || *type != creo::ProMdlType::assembly) return kNotApplicable;
-  return anyFeature(model, [&](const creo::ProFeature& feature) {
+Answer flexibleComponentPredicate(const Question& question) {
+  return anyFeature(question.model, [&](const creo::ProFeature& feature) {
     const auto kind = creo::ProFeatureTypeGet(feature);
     if (!kind || kind.value != creo::kComponentFeature) return false;
     const auto component = creo::ProAsmcompMdlGet(feature);
     if (!component) return false;
     const auto name = creo::ProMdlNameGet(component.value);
-    if (!name || !matches(valueOf(item, L"ke"), name.value)) return false;
+    if (!name || !matches(question.value(L"ke"), name.value)) return false;
     const auto flexible = creo::ProAsmcompIsFlexible(feature);
     return flexible && flexible.value;
   });
 }
 
 // Its answer says nothing of the sketches; it is for the log's sake that lists hold it.
-int sketchEntitiesPredicate(creo::ProMdl model, const core::XmlNode&) {
-  title(L"Extended filter: Sketch has entities");
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  creo::ProSolidFeatVisit(model, [](const creo::ProFeature& feature) {
+Answer sketchEntitiesPredicate(const Question& question) {
+  creo::ProSolidFeatVisit(question.model, [](const creo::ProFeature& feature) {
     logSketch(feature);
     return creo::ProNoError;
   });
-  return kTrue;
+  return Answer::yes;
 }
+
+constexpr Attribute kExists[] = {
+    {.name = L"ke", .need = Need::needed, .about = "the text that the name, taken as a pattern, fits"},
+};
+constexpr Attribute kName[] = {
+    {.name = L"ke", .kind = Kind::pattern, .need = Need::needed, .about = "the name"},
+};
+constexpr Attribute kFromType[] = {
+    {.name = L"version",
+     .kind = Kind::word,
+     .words = L"4",
+     .need = Need::needed,
+     .about = "another one makes the filter not applicable"},
+    {.name = L"featnamesel", .kind = Kind::flag, .words = L"true", .about = "the name is tested"},
+    {.name = L"featname", .kind = Kind::pattern, .about = "the name of the feature"},
+    {.name = L"featnumsel", .kind = Kind::flag, .words = L"true", .about = "the number is tested"},
+    {.name = L"featnum", .kind = Kind::integer, .about = "the number of the feature"},
+    {.name = L"featidsel", .kind = Kind::flag, .words = L"true", .about = "the id is tested"},
+    {.name = L"featid", .kind = Kind::integer, .about = "the id of the feature"},
+    {.name = L"feattypesel", .kind = Kind::flag, .words = L"true", .about = "the type is tested"},
+    {.name = L"feattype", .kind = Kind::feature, .about = "the type of the feature"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"keExists",
+     .place = 14,
+     .title = kTitleExists,
+     .models = Models::solids,
+     .attributes = kExists,
+     .about = "the name of a feature, taken as a pattern, fits a text",
+     .function = &featureExistsPredicate},
+    {.key = L"keSuppressed",
+     .place = 17,
+     .title = kTitleSuppressed,
+     .models = Models::solids,
+     .attributes = kName,
+     .about = "a feature whose name fits is suppressed",
+     .function = &featureSuppressedPredicate},
+    {.key = L"keFromType",
+     .place = 22,
+     .title = kTitleFromType,
+     .models = Models::solids,
+     .asksTypeItself = true,
+     .attributes = kFromType,
+     .about = "a feature passes each test that is switched on",
+     .function = &featureFromTypePredicate},
+    {.key = L"geomchk",
+     .place = 23,
+     .title = kTitleGeometryCheck,
+     .models = Models::solids,
+     .about = "a feature has geometry checks",
+     .function = &geometryCheckPredicate},
+    {.key = L"keIsFlexible",
+     .place = 38,
+     .title = L"Extended filter: Component is flexible",
+     .models = Models::assemblies,
+     .attributes = kName,
+     .about = "the model of a flexible component has a name that fits",
+     .function = &flexibleComponentPredicate},
+    {.key = L"sketchhasentities",
+     .place = 47,
+     .title = L"Extended filter: Sketch has entities",
+     .models = Models::solids,
+     .about = "always; the sketches and their entities are written to the log",
+     .function = &sketchEntitiesPredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> featurePredicates() { return kPredicates; }
 
 }  // namespace documents

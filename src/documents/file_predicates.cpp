@@ -90,55 +90,105 @@ class DependencyWalk {
   std::unordered_set<std::wstring> onPath_, walked_;
 };
 
-}  // namespace
-
-int pathPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitlePath);
-  const auto data = creo::ProMdlDataGet(model);
-  if (!data) return kFalse;
-  return matches(valueOf(item, L"path"), data.value.device + L":" + data.value.path) ? kTrue : kFalse;
+Answer pathPredicate(const Question& question) {
+  const auto data = creo::ProMdlDataGet(question.model);
+  if (!data) return Answer::no;
+  return answer(matches(question.value(L"path"), data.value.device + L":" + data.value.path));
 }
 
-int filenamePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleFilename);
-  const auto data = creo::ProMdlDataGet(model);
-  if (!data) return kFalse;
+Answer filenamePredicate(const Question& question) {
+  const auto data = creo::ProMdlDataGet(question.model);
+  if (!data) return Answer::no;
   const std::wstring name = data.value.name + L"." + data.value.type;
-  return matches(valueOf(item, L"filename"), text::cut(name, kFileNameField - 1)) ? kTrue : kFalse;
+  return answer(matches(question.value(L"filename"), text::cut(name, kFileNameField - 1)));
 }
 
-int fileExistsPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Filter File exists");
-  const auto name = engine::replaceVariables(valueOf(item, L"filename"), model);
-  return name && !name.text.empty() && os::files().exists(name.text) ? kTrue : kFalse;
+Answer fileExistsPredicate(const Question& question) {
+  const auto name = engine::replaceVariables(question.value(L"filename"), question.model);
+  return answer(name && !name.text.empty() && os::files().exists(name.text));
 }
 
-int modelExistsPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Filter Model exists");
-  const auto fileName = engine::replaceVariables(valueOf(item, L"filename"), model);
-  if (!fileName) return kFalse;
+Answer modelExistsPredicate(const Question& question) {
+  const auto fileName = engine::replaceVariables(question.value(L"filename"), question.model);
+  if (!fileName) return Answer::no;
   const NamedModel wanted = namedModel(fileName.text);
   const auto other = creo::ProMdlRetrieve(wanted.name, wanted.type);
-  if (!other) return kFalse;
-  if (valueOf(item, L"vcheck") != L"1") return kTrue;
-  const auto expected = engine::replaceVariables(valueOf(item, L"vcheckvalue"), model);
-  const auto content = engine::replaceVariables(valueOf(item, L"vcheckcontent"), other.value);
-  return expected && content && expected.text == content.text ? kTrue : kFalse;
+  if (!other) return Answer::no;
+  if (question.value(L"vcheck") != L"1") return Answer::yes;
+  const auto expected = engine::replaceVariables(question.value(L"vcheckvalue"), question.model);
+  const auto content = engine::replaceVariables(question.value(L"vcheckcontent"), other.value);
+  return answer(expected && content && expected.text == content.text);
 }
 
-int modifiedPredicate(creo::ProMdl model, const core::XmlNode&) {
-  title(L"Extended filter: Is modified");
-  const auto modified = creo::ProMdlModificationVerify(model);
-  return modified && modified.value ? kTrue : kFalse;
+Answer modifiedPredicate(const Question& question) {
+  const auto modified = creo::ProMdlModificationVerify(question.model);
+  return answer(modified && modified.value);
 }
 
-int circularReferencesPredicate(creo::ProMdl model, const core::XmlNode&) {
-  title(L"Extended filter: Contains circular references");
-  const auto type = applicableType(model, AppliesTo::solids);
-  if (!type) return kNotApplicable;
-  const auto name = creo::ProMdlNameGet(model);
-  if (!name) return kFalse;
-  return DependencyWalk().findsCircle(model, name.value + L"." + creo::typeExtension(*type)) ? kTrue : kFalse;
+Answer circularReferencesPredicate(const Question& question) {
+  const auto name = creo::ProMdlNameGet(question.model);
+  if (!name) return Answer::no;
+  return answer(DependencyWalk().findsCircle(question.model, name.value + L"." + creo::typeExtension(question.type)));
 }
+
+constexpr Attribute kPath[] = {
+    {.name = L"path", .kind = Kind::pattern, .need = Need::needed, .about = "device, colon and path of the model"},
+};
+constexpr Attribute kFilename[] = {
+    {.name = L"filename", .kind = Kind::pattern, .need = Need::needed, .about = "NAME.EXT of the model"},
+};
+constexpr Attribute kFile[] = {
+    {.name = L"filename", .kind = Kind::file, .variables = true, .need = Need::needed, .about = "the file"},
+};
+constexpr Attribute kModel[] = {
+    {.name = L"filename", .variables = true, .need = Need::needed, .about = "NAME.EXT of the other model"},
+    {.name = L"vcheck", .kind = Kind::integer, .about = "1 compares two texts too"},
+    {.name = L"vcheckvalue", .variables = true, .about = "a text, put together on this model"},
+    {.name = L"vcheckcontent",
+     .variables = true,
+     .about = "the text that it must equal, put together on the other model"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"path",
+     .place = 7,
+     .title = kTitlePath,
+     .attributes = kPath,
+     .about = "where it lies fits",
+     .function = &pathPredicate},
+    {.key = L"filename",
+     .place = 8,
+     .title = kTitleFilename,
+     .attributes = kFilename,
+     .about = "the name of its file fits",
+     .function = &filenamePredicate},
+    {.key = L"fileexists",
+     .place = 39,
+     .title = L"Filter File exists",
+     .attributes = kFile,
+     .about = "there is such a file",
+     .function = &fileExistsPredicate},
+    {.key = L"modelexists",
+     .place = 40,
+     .title = L"Filter Model exists",
+     .attributes = kModel,
+     .about = "another model can be retrieved",
+     .function = &modelExistsPredicate},
+    {.key = L"ismodified",
+     .place = 51,
+     .title = L"Extended filter: Is modified",
+     .about = "it was changed since it was saved",
+     .function = &modifiedPredicate},
+    {.key = L"containsCircularReferences",
+     .place = 52,
+     .title = L"Extended filter: Contains circular references",
+     .models = Models::solids,
+     .about = "what it uses leads back to a model on the way",
+     .function = &circularReferencesPredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> filePredicates() { return kPredicates; }
 
 }  // namespace documents

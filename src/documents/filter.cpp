@@ -61,9 +61,9 @@ std::wstring_view typeSwitch(creo::ProMdlType type) {
 namespace {
 
 // A predicate that isn't applicable, or that came to no answer, fails its item also under negation.
-bool itemFails(const core::XmlNode& item, int result) {
-  if (result == kNotApplicable || result == kUndecided) return true;
-  return valueOf(item, L"filtertype") == L"true" ? result == kFalse : result != kFalse;
+bool itemFails(const core::XmlNode& item, Answer result) {
+  if (result == Answer::notApplicable || result == Answer::undecided) return true;
+  return valueOf(item, L"filtertype") == L"true" ? result == Answer::no : result != Answer::no;
 }
 
 // The state after a group; it is handed on from one group to the next.
@@ -76,7 +76,7 @@ int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, boo
   watch.groupBegins();
   for (std::size_t i = 0; i < items.size(); ++i) {
     watch.itemBegins(*items[i]);
-    const int result = runPredicate(*items[i], valueOf(*items[i], L"type"), model);
+    const Answer result = runPredicate(*items[i], valueOf(*items[i], L"type"), model);
     const bool fails = itemFails(*items[i], result);
     watch.itemEnds(*items[i], result, fails);
     if (fails) state = kFilterRefuses;
@@ -94,16 +94,6 @@ int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, boo
   }
   note(state == kFilterHolds ? kSummaryTrue : kSummaryFalse);
   return state;
-}
-
-const Predicate* findPredicate(std::wstring_view type) {
-  static const std::unordered_map<std::wstring_view, const Predicate*> rows = [] {
-    std::unordered_map<std::wstring_view, const Predicate*> map;
-    for (const Predicate& row : predicateTable()) map.emplace(row.key, &row);
-    return map;
-  }();
-  const auto found = rows.find(type);
-  return found == rows.end() ? nullptr : found->second;
 }
 
 }  // namespace
@@ -151,15 +141,15 @@ bool holdsItems(const core::XmlNode& block) {
 
 bool lacksGroups(const core::XmlNode& block) { return core::xmlChildCount(&block) > 0 && !anyChild(block, isGroup); }
 
-int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup) {
+Answer runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup) {
   const Predicate* predicate = findPredicate(type);
   if (!predicate) {
     if (!silentLookup) core::logWrite(text::format(L"Filter not found: %s", type), core::kError);
-    return kNotAKey;
+    return Answer::noKey;
   }
   const engine::GivenUp givenUp;
-  const int result = predicate->function(model, item);
-  return givenUp.any() ? kUndecided : result;
+  const Answer result = ask(*predicate, model, item);
+  return givenUp.any() ? Answer::undecided : result;
 }
 
 bool isPredicate(std::wstring_view type) { return findPredicate(type) != nullptr; }

@@ -23,7 +23,7 @@ class FilterWatch {
   virtual void groupBegins() {}
   virtual void itemBegins(const core::XmlNode& /*item*/) {}
   // result: the predicate's answer. fails: with the item's negation.
-  virtual void itemEnds(const core::XmlNode& /*item*/, int /*result*/, bool /*fails*/) {}
+  virtual void itemEnds(const core::XmlNode& /*item*/, Answer /*result*/, bool /*fails*/) {}
   // What stands between an item and the next one. settled: the group holds, the items behind aren't evaluated.
   enum class Link { withAnd, withOr, settled };
   virtual void linked(Link /*link*/) {}
@@ -42,9 +42,9 @@ const core::XmlNode* filterFileBlock(const core::XmlDocument& document);
 bool holdsItems(const core::XmlNode& block);
 // Whether a block has children none of which is a group of items: whatever they were meant for, every model passes.
 bool lacksGroups(const core::XmlNode& block);
-// The predicate of that key; kUndecided where a comparison was given up. silentLookup: an unknown key gives kNotAKey
+// The predicate of that key; undecided where a comparison was given up. silentLookup: an unknown key gives noKey
 // without its line.
-int runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup = false);
+Answer runPredicate(const core::XmlNode& item, std::wstring_view type, creo::ProMdl model, bool silentLookup = false);
 bool isPredicate(std::wstring_view type);
 
 // A table row's model: "BRACKET.PRT" less its last four characters, retrieved by the type of the extension ("PRT",

@@ -98,25 +98,23 @@ creo::ProError compareParameter(const Comparison& with, const creo::ProParameter
   return held ? creo::ProStopVisit : creo::ProNoError;
 }
 
-}  // namespace
-
-int parameterPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleParameter);
-  const auto value = engine::replaceVariables(valueOf(item, L"value"), model);
-  auto name = engine::replaceVariables(valueOf(item, L"param"), model);
-  if (!value || !name) return kFalse;
-  const auto type = applicableType(model, AppliesTo::any);
-  if (!type) return kNotApplicable;
+Answer parameterPredicate(const Question& question) {
+  const auto value = engine::replaceVariables(question.value(L"value"), question.model);
+  auto name = engine::replaceVariables(question.value(L"param"), question.model);
+  if (!value || !name) return Answer::no;
+  const auto type = applicableType(question.model, Models::typed);
+  if (!type) return Answer::notApplicable;
+  creo::ProMdl model = question.model;
   if (*type == creo::ProMdlType::drawing && name.text.starts_with(kCurrentModelPrefix)) {
-    const auto solid = creo::ProDrawingCurrentsolidGet(model);
-    if (!solid) return kFalse;
+    const auto solid = creo::ProDrawingCurrentsolidGet(question.model);
+    if (!solid) return Answer::no;
     model = solid.value;
     name.text.erase(0, kCurrentModelPrefix.size());
   }
   const auto owner = creo::ProMdlToModelitem(model);
-  if (!owner) return kFalse;
+  if (!owner) return Answer::no;
 
-  const Comparison with{value.text, valueOf(item, L"ncomp", L"3"), valueOf(item, L"epsilon")};
+  const Comparison with{value.text, question.value(L"ncomp", L"3"), question.value(L"epsilon")};
   bool met = false, held = false;
   creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
     if (!matches(name.text, parameter.id)) return creo::ProNoError;
@@ -128,36 +126,84 @@ int parameterPredicate(creo::ProMdl model, const core::XmlNode& item) {
   if (!met) {
     if (const auto plain = creo::ProParameterInit(owner.value, name.text)) compareParameter(with, plain.value, held);
   }
-  return held ? kTrue : kFalse;
+  return answer(held);
 }
 
-int parameterTypePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Parameter type");
+Answer parameterTypePredicate(const Question& question) {
   static constexpr std::pair<std::wstring_view, creo::ProParamvalueType> kTypes[] = {
       {L"0", creo::ProParamvalueType::string},
       {L"1", creo::ProParamvalueType::integer},
       {L"2", creo::ProParamvalueType::real},
       {L"3", creo::ProParamvalueType::boolean},
   };
-  const auto owner = creo::ProMdlToModelitem(model);
-  if (!owner) return kFalse;
-  const auto parameter = creo::ProParameterInit(owner.value, std::wstring(valueOf(item, L"pname")));
-  if (!parameter) return kFalse;
+  const auto owner = creo::ProMdlToModelitem(question.model);
+  if (!owner) return Answer::no;
+  const auto parameter = creo::ProParameterInit(owner.value, std::wstring(question.value(L"pname")));
+  if (!parameter) return Answer::no;
   const auto value = creo::ProParameterValueGet(parameter.value);
-  if (!value) return kFalse;
-  const std::wstring_view wanted = valueOf(item, L"ptype");
-  return std::any_of(std::begin(kTypes), std::end(kTypes),
-                     [&](const auto& row) { return row.first == wanted && row.second == value.value.type; })
-             ? kTrue
-             : kFalse;
+  if (!value) return Answer::no;
+  const std::wstring_view wanted = question.value(L"ptype");
+  return answer(std::any_of(std::begin(kTypes), std::end(kTypes),
+                            [&](const auto& row) { return row.first == wanted && row.second == value.value.type; }));
 }
 
-int doubleDefinedPredicate(creo::ProMdl model, const core::XmlNode&) {
-  title(L"Extended filter: Double defined parameters");
+Answer doubleDefinedPredicate(const Question& question) {
   std::unordered_set<std::wstring, text::HashNoCase, text::EqualNoCase> met;
-  for (const std::wstring& name : creo::pfcListParams(model).value)
-    if (!met.insert(name).second) return kTrue;
-  return kFalse;
+  for (const std::wstring& name : creo::pfcListParams(question.model).value)
+    if (!met.insert(name).second) return Answer::yes;
+  return Answer::no;
 }
+
+constexpr Attribute kParameter[] = {
+    {.name = L"param",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "the name of the parameter; on a drawing, curmod: before it means that of the current model"},
+    {.name = L"value",
+     .kind = Kind::pattern,
+     .variables = true,
+     .need = Need::needed,
+     .about = "what its value is compared with"},
+    {.name = L"epsilon", .kind = Kind::number, .about = "how far from that a number may lie"},
+    {.name = L"ncomp",
+     .kind = Kind::word,
+     .words = L"1|2|3|4|5",
+     .about = "numbers: 1 below, 2 at most, 3 equal, 4 at least, 5 above"},
+};
+constexpr Attribute kType[] = {
+    {.name = L"pname", .need = Need::needed, .about = "the name of the parameter"},
+    {.name = L"ptype",
+     .kind = Kind::word,
+     .words = L"0|1|2|3",
+     .need = Need::needed,
+     .about = "0 string, 1 integer, 2 double, 3 boolean"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"parameter",
+     .place = 4,
+     .title = kTitleParameter,
+     .models = Models::typed,
+     .asksTypeItself = true,
+     .attributes = kParameter,
+     .about = "a parameter has a name that fits and a value that compares",
+     .function = &parameterPredicate},
+    {.key = L"doubleDefinedParameters",
+     .place = 36,
+     .title = L"Extended filter: Double defined parameters",
+     .about = "two parameters have one name",
+     .function = &doubleDefinedPredicate},
+    {.key = L"parametertype",
+     .place = 48,
+     .title = L"Extended filter: Parameter type",
+     .attributes = kType,
+     .about = "the parameter has that type",
+     .function = &parameterTypePredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> parameterPredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -27,44 +27,97 @@ std::wstring fileName(const std::wstring& name, creo::ProMdlType type) {
   return known ? name + L"." + text::lower(creo::typeExtension(type)) : name;
 }
 
-}  // namespace
-
-int pdmObjectPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitlePdmObject);
-  const auto data = creo::ProMdlDataGet(model);
+Answer pdmObjectPredicate(const Question& question) {
+  const auto data = creo::ProMdlDataGet(question.model);
   if (!data) {
     core::logWrite(L"Can't read Mdl data", core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  const bool wanted = isTrue(item, L"pdmobj");
+  const bool wanted = question.isTrue(L"pdmobj");
   const bool based = data.value.device.empty() || beginsWithServerPlace(data.value.device);
-  if (!based) return wanted ? kFalse : kTrue;
-  if (!wanted) return kFalse;
-  if (!isTrue(item, L"pdmcheckedout")) return kTrue;
-  const auto type = creo::ProMdlTypeGet(model);
+  if (!based) return answer(!wanted);
+  if (!wanted) return Answer::no;
+  if (!question.isTrue(L"pdmcheckedout")) return Answer::yes;
+  const auto type = creo::ProMdlTypeGet(question.model);
   if (!type) {
     core::logWrite(text::format(L" -- Error %d", static_cast<int>(type.error)), core::kError);
-    return kFalse;
+    return Answer::no;
   }
   const auto status = statusIn(activeWorkspace(), fileName(data.value.name, type.value));
-  return status && valueOf(item, L"pdmcheckedoutsel") == L"3" && status.value.checkedOut ? kTrue : kFalse;
+  return answer(status && question.value(L"pdmcheckedoutsel") == L"3" && status.value.checkedOut);
 }
 
-int pdmObject2Predicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitlePdmObject);
-  const auto data = creo::ProMdlDataGet(model);
-  const auto type = creo::ProMdlTypeGet(model);
-  const auto answer = [&item](std::wstring_view attribute) { return isTrue(item, attribute) ? kTrue : kFalse; };
+Answer pdmObject2Predicate(const Question& question) {
+  const auto data = creo::ProMdlDataGet(question.model);
+  const auto type = creo::ProMdlTypeGet(question.model);
   if (data && type) {
     const auto status = statusIn(activeWorkspace(), fileName(data.value.name, type.value));
-    if (status && hasServerLocation(model))
-      return answer(status.value.checkedOut ? L"cs_checked_out" : L"cs_not_checked_out");
+    if (status && hasServerLocation(question.model))
+      return answer(question.isTrue(status.value.checkedOut ? L"cs_checked_out" : L"cs_not_checked_out"));
   }
-  const auto origin = creo::ProMdlOriginGet(model);
-  if (origin && origin.value.empty()) return answer(L"never_saved");
-  if (!data) return kFalse;
+  const auto origin = creo::ProMdlOriginGet(question.model);
+  if (origin && origin.value.empty()) return answer(question.isTrue(L"never_saved"));
+  if (!data) return Answer::no;
   const bool inWorkspace = beginsWithServerPlace(data.value.device) || beginsWithServerPlace(data.value.path);
-  return answer(inWorkspace ? L"ws" : L"hdd");
+  return answer(question.isTrue(inWorkspace ? L"ws" : L"hdd"));
 }
+
+constexpr Attribute kPdmObject[] = {
+    {.name = L"pdmobj",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::needed,
+     .about = "true asks for models of the PDM system, else for others"},
+    {.name = L"pdmcheckedout", .kind = Kind::flag, .words = L"true", .about = "that it is checked out is tested"},
+    {.name = L"pdmcheckedoutsel",
+     .kind = Kind::integer,
+     .about = "3 asks for a model that is checked out; any other one gives no"},
+};
+constexpr Attribute kPdmObject2[] = {
+    {.name = L"cs_checked_out",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "the answer for one that is checked out"},
+    {.name = L"cs_not_checked_out",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "the answer for one that is not"},
+    {.name = L"never_saved",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "the answer for one that was never saved"},
+    {.name = L"hdd",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "the answer for one on a disk"},
+    {.name = L"ws",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "the answer for one in a workspace"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"pdmobject",
+     .place = 5,
+     .title = kTitlePdmObject,
+     .attributes = kPdmObject,
+     .about = "it comes from the PDM system, or does not",
+     .function = &pdmObjectPredicate},
+    {.key = L"pdmobject_2",
+     .place = 6,
+     .title = kTitlePdmObject,
+     .attributes = kPdmObject2,
+     .about = "the attribute of its state in the PDM system is true",
+     .function = &pdmObject2Predicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> pdmPredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -13,10 +13,32 @@ namespace {
 
 constexpr int kTypeFailed = 7;
 
+bool applies(creo::ProMdlType type, Models to) {
+  using creo::ProMdlType;
+  switch (to) {
+    case Models::all:
+    case Models::typed:
+      return true;
+    case Models::solids:
+      return type != ProMdlType::drawing;
+    case Models::parts:
+      return type == ProMdlType::part;
+    case Models::assemblies:
+      return type == ProMdlType::assembly;
+    case Models::partsAndAssemblies:
+      return type == ProMdlType::part || type == ProMdlType::assembly;
+    case Models::drawings:
+      return type == ProMdlType::drawing;
+  }
+  return false;
+}
+
 }  // namespace
 
-void title(int id) { core::logMsgId(id, core::kDebug, 1); }
-void title(std::wstring_view text) { core::logIndented(text, core::kDebug, 1); }
+std::wstring_view Question::value(std::wstring_view name, std::wstring_view absent) const {
+  return valueOf(item, name, absent);
+}
+bool Question::isTrue(std::wstring_view name) const { return documents::isTrue(item, name); }
 
 std::wstring_view valueOf(const core::XmlNode& item, std::wstring_view name, std::wstring_view absent) {
   const core::XmlAttr* attribute = core::attrFind(item.attributes, name);
@@ -33,17 +55,13 @@ bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool r
   return result;
 }
 
-std::optional<creo::ProMdlType> applicableType(creo::ProMdl model, AppliesTo to) {
+std::optional<creo::ProMdlType> applicableType(creo::ProMdl model, Models to) {
   const auto type = creo::ProMdlTypeGet(model);
   if (!type) {
     core::logMsgPlain(kTypeFailed, core::kError);
     return {};
   }
-  const bool isDrawing = type.value == creo::ProMdlType::drawing;
-  const bool applies = to == AppliesTo::any || (to == AppliesTo::drawings && isDrawing) ||
-                       (to == AppliesTo::solids && !isDrawing) ||
-                       (to == AppliesTo::parts && type.value == creo::ProMdlType::part);
-  if (!applies) return {};
+  if (!applies(type.value, to)) return {};
   return type.value;
 }
 

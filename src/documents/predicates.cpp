@@ -1,69 +1,57 @@
 #include "documents/predicates.h"
 
+#include <algorithm>
+#include <unordered_map>
+#include <vector>
+
+#include "core/log.h"
 #include "documents/predicate_families.h"
+#include "documents/predicate_words.h"
 
 namespace documents {
 namespace {
 
-constexpr Predicate kTable[] = {
-    {L"isInstance", &instancePredicate},
-    {L"isGeneric", &genericPredicate},
-    {L"isSkeleton", &skeletonPredicate},
-    {L"isMultiModelDrawing", &multiModelDrawingPredicate},
-    {L"parameter", &parameterPredicate},
-    {L"pdmobject", &pdmObjectPredicate},
-    {L"pdmobject_2", &pdmObject2Predicate},
-    {L"path", &pathPredicate},
-    {L"filename", &filenamePredicate},
-    {L"relation", &relationPredicate},
-    {L"currentMaterialName", &currentMaterialPredicate},
-    {L"layer", &layerPredicate},
-    {L"sheetsize", &sheetSizePredicate},
-    {L"unitSystem", &unitSystemPredicate},
-    {L"keExists", &featureExistsPredicate},
-    {L"formatName", &formatNamePredicate},
-    {L"drawingCurrentModel", &currentModelPredicate},
-    {L"keSuppressed", &featureSuppressedPredicate},
-    {L"materialParameter", &materialParameterPredicate},
-    {L"formatsOnSheets", &formatsOnSheetsPredicate},
-    {L"symbolOnDrawing", &symbolOnDrawingPredicate},
-    {L"symbolInDrawing", &symbolInDrawingPredicate},
-    {L"keFromType", &featureFromTypePredicate},
-    {L"geomchk", &geometryCheckPredicate},
-    {L"modelsubtype", &modelSubtypePredicate},
-    {L"userVariable", &userVariablePredicate},
-    {L"simpRepExists", &simplifiedRepPredicate},
-    {L"creoVersion", &creoVersionPredicate},
-    {L"tableOnDrawing", &tableOnDrawingPredicate},
-    {L"accuracy", &accuracyPredicate},
-    {L"hasInstanceWithName", &instanceNamePredicate},
-    {L"environmentVariable", &environmentVariablePredicate},
-    {L"drawingDimensionText", &dimensionTextPredicate},
-    {L"hasUnregeneratedInstance", &unregeneratedInstancePredicate},
-    {L"viewexists", &viewPredicate},
-    {L"tolerance", &tolerancePredicate},
-    {L"doubleDefinedParameters", &doubleDefinedPredicate},
-    {L"combinedState", &combinedStatePredicate},
-    {L"keIsFlexible", &flexibleComponentPredicate},
-    {L"fileexists", &fileExistsPredicate},
-    {L"modelexists", &modelExistsPredicate},
-    {L"insertmodeisactive", &insertModePredicate},
-    {L"layerstateexists", &layerStatePredicate},
-    {L"combstateexists", &combinedStateExistsPredicate},
-    {L"stylestateexists", &styleStatePredicate},
-    {L"xsecexists", &crossSectionPredicate},
-    {L"explodestateexists", &explodedStatePredicate},
-    {L"sketchhasentities", &sketchEntitiesPredicate},
-    {L"parametertype", &parameterTypePredicate},
-    {L"isregenerateable", &regeneratePredicate},
-    {L"dimensiontolerance", &dimensionTolerancePredicate},
-    {L"ismodified", &modifiedPredicate},
-    {L"containsCircularReferences", &circularReferencesPredicate},
+// Their order doesn't matter.
+constexpr std::span<const Predicate> (*kFamilies[])() = {
+    &dimensionPredicates, &drawingPredicates,   &familyPredicates, &featurePredicates,
+    &filePredicates,      &parameterPredicates, &pdmPredicates,    &sessionPredicates,
+    &sheetPredicates,     &solidPredicates,     &statePredicates,  &tablePredicates,
 };
-static_assert(std::size(kTable) == 53);
+
+std::vector<Predicate> gathered() {
+  std::vector<Predicate> table;
+  for (const auto& family : kFamilies) {
+    const std::span<const Predicate> rows = family();
+    table.insert(table.end(), rows.begin(), rows.end());
+  }
+  std::sort(table.begin(), table.end(), [](const Predicate& a, const Predicate& b) { return a.place < b.place; });
+  return table;
+}
 
 }  // namespace
 
-std::span<const Predicate> predicateTable() { return kTable; }
+std::span<const Predicate> predicateTable() {
+  static const std::vector<Predicate> table = gathered();
+  return table;
+}
+
+const Predicate* findPredicate(std::wstring_view key) {
+  static const std::unordered_map<std::wstring_view, const Predicate*> rows = [] {
+    std::unordered_map<std::wstring_view, const Predicate*> map;
+    for (const Predicate& row : predicateTable()) map.emplace(row.key, &row);
+    return map;
+  }();
+  const auto found = rows.find(key);
+  return found == rows.end() ? nullptr : found->second;
+}
+
+Answer ask(const Predicate& predicate, creo::ProMdl model, const core::XmlNode& item) {
+  if (predicate.title.isThere()) core::logIndented(core::lineText(predicate.title), core::kDebug, 1);
+  if (predicate.models == Models::all || predicate.asksTypeItself)
+    return predicate.function({.model = model, .item = item});
+  const auto type = applicableType(model, predicate.models);
+  if (!type) return Answer::notApplicable;
+  return predicate.function({.model = model, .item = item, .type = *type});
+}
 
 }  // namespace documents

@@ -1,34 +1,78 @@
-// The vocabulary of filters: one row a key, in their fixed order.
+// What a predicate of a filter is, as data: a row. The evaluation asks it from the row, and all that tells about
+// filters (the checker of packages, the help) reads the same row.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
+#include "core/attribute.h"
+#include "core/line.h"
 #include "core/xml.h"
 #include "creo/ProTypes.h"
 
 namespace documents {
 
-// Predicates' answers. Any other value counts as true; kNotAKey is notHandled. kUndecided: a comparison was given up.
-constexpr int kFalse = 0;
-constexpr int kTrue = 1;
-constexpr int kNotApplicable = 3;
-constexpr int kNotAKey = -25;
-constexpr int kUndecided = -26;
+using core::Attribute;
+using core::Kind;
+using core::Need;
+
+// notApplicable and undecided fail their item, also under negation. Any other value but `no` counts as true, noKey too.
+enum class Answer : int {
+  no = 0,
+  yes = 1,
+  notApplicable = 3,  // mostly a model of another type
+  noKey = -25,        // no predicate has this key; the number of an action that nothing handled
+  undecided = -26,    // a comparison was given up
+};
+constexpr Answer answer(bool holds) { return holds ? Answer::yes : Answer::no; }
+constexpr Answer kTrue = Answer::yes;  // what the actions compare isInstance and the like with
+
+// The models that a predicate applies to, by Creo's type. Other models, and those whose type can't be read, which is
+// an error line, aren't applicable.
+enum class Models : std::uint8_t {
+  all,  // the type isn't asked
+  typed,
+  solids,  // all but drawings
+  parts,
+  assemblies,
+  partsAndAssemblies,
+  drawings,
+};
+
+// What a predicate is asked.
+struct Question {
+  creo::ProMdl model;
+  const core::XmlNode& item;
+  creo::ProMdlType type = creo::ProMdlType::unused;  // of the model, where the row asked for it
+
+  // An attribute's value.
+  [[nodiscard]] std::wstring_view value(std::wstring_view name, std::wstring_view absent = {}) const;
+  // Is it the literal "true"?
+  [[nodiscard]] bool isTrue(std::wstring_view name) const;
+};
 
 struct Predicate {
   std::wstring_view key;
-  int (*function)(creo::ProMdl model, const core::XmlNode& item);
+  int place = 0;  // in the fixed order of the vocabulary, from 0
+  core::Line title = {};
+  Models models = Models::all;
+  bool asksTypeItself = false;  // the function asks for `models`, behind a test of its own
+  std::span<const Attribute> attributes = {};
+  std::string_view about = {};  // a sentence for people: what is true of the model
+  Answer (*function)(const Question& question) = nullptr;
 };
-std::span<const Predicate> predicateTable();
 
-// 1 a family instance, 0 not, 3 for a drawing.
-int isInstance(creo::ProMdl model);
-// 1 when the solid has a family table, 0 not, 3 for a drawing.
-int isGeneric(creo::ProMdl model);
-// 1 for a skeleton, 0 for any other model.
-int isSkeleton(creo::ProMdl model);
-// 1 for a drawing of more than one model, 0 not, 3 for a model whose type can't be read.
-int isMultiModelDrawing(creo::ProMdl model);
+// All of them, in their order.
+std::span<const Predicate> predicateTable();
+// The row of that key; null: none.
+const Predicate* findPredicate(std::wstring_view key);
+// The frame of every predicate: its title, the models that it applies to, then the function.
+Answer ask(const Predicate& predicate, creo::ProMdl model, const core::XmlNode& item);
+
+// What the predicates of these names answer, for those who have no item.
+Answer isInstance(creo::ProMdl model);
+Answer isGeneric(creo::ProMdl model);
+Answer isSkeleton(creo::ProMdl model);
 
 }  // namespace documents

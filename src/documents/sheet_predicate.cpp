@@ -50,25 +50,44 @@ bool passesAll(const core::XmlNode& item, const AxisAttributes& names, double me
          passes(kEqual, valueOf(item, names.equal), measure) && passes(kBigger, valueOf(item, names.bigger), measure);
 }
 
-}  // namespace
-
-int sheetSizePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleSheetSize);
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const auto sheet = creo::ProDrawingCurrentSheetGet(model);
+Answer sheetSizePredicate(const Question& question) {
+  const auto sheet = creo::ProDrawingCurrentSheetGet(question.model);
   if (!sheet) {
     core::logWrite(L"ProDrawingCurrentSheetGet - PRO_TK_ERROR", core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  const auto size = creo::ProDrawingSheetSizeGet(model, sheet.value);
+  const auto size = creo::ProDrawingSheetSizeGet(question.model, sheet.value);
   if (!size) {
     core::logWrite(L"ProDrawingSheetSizeGet - PRO_TK_ERROR", core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  const bool fits = passesAll(item, {L"hs", L"he", L"hb"}, size.value.height) &&
-                    passesAll(item, {L"ws", L"we", L"wb"}, size.value.width);
+  const bool fits = passesAll(question.item, {L"hs", L"he", L"hb"}, size.value.height) &&
+                    passesAll(question.item, {L"ws", L"we", L"wb"}, size.value.width);
   core::logMsgId(fits ? kSizeFits : kSizeDiffers, core::kDebug, 1);
-  return fits ? kTrue : kFalse;
+  return answer(fits);
 }
+
+constexpr Attribute kSheetSize[] = {
+    {.name = L"hs", .kind = Kind::measure, .need = Need::oneOf, .about = "the height is above it"},
+    {.name = L"he", .kind = Kind::measure, .need = Need::oneOf, .about = "the height equals it"},
+    {.name = L"hb", .kind = Kind::measure, .need = Need::oneOf, .about = "the height is below it"},
+    {.name = L"ws", .kind = Kind::measure, .need = Need::oneOf, .about = "the width is above it"},
+    {.name = L"we", .kind = Kind::measure, .need = Need::oneOf, .about = "the width equals it"},
+    {.name = L"wb", .kind = Kind::measure, .need = Need::oneOf, .about = "the width is below it"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"sheetsize",
+     .place = 12,
+     .title = kTitleSheetSize,
+     .models = Models::drawings,
+     .attributes = kSheetSize,
+     .about = "height and width of the current sheet lie between bounds",
+     .function = &sheetSizePredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> sheetPredicates() { return kPredicates; }
 
 }  // namespace documents

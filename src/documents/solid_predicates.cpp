@@ -33,8 +33,6 @@ constexpr int kSubtypes = 30;
 constexpr double kMargin = 1e-9;
 constexpr int kRetries = 2;
 
-int answer(bool held) { return held ? kTrue : kFalse; }
-
 bool anyRelation(const creo::ProModelitem& owner, std::wstring_view search) {
   auto relations = creo::ProModelitemToRelset(owner);
   if (!relations) relations = creo::ProRelsetCreate(owner);
@@ -92,77 +90,65 @@ creo::ProError regenerated(creo::ProMdl solid, unsigned flags) {
   return result;
 }
 
-}  // namespace
-
-int relationPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleRelations);
-  const std::wstring_view search = valueOf(item, L"search");
-  if (search.empty()) return kFalse;
-  auto owner = creo::ProMdlToModelitem(model);
-  if (!owner) return kFalse;
-  bool held = isTrue(item, L"rel") && anyRelation(owner.value, search);
-  if (!held && isTrue(item, L"posrel")) {
-    title(kTitlePostRelations);
+Answer relationPredicate(const Question& question) {
+  const std::wstring_view search = question.value(L"search");
+  if (search.empty()) return Answer::no;
+  auto owner = creo::ProMdlToModelitem(question.model);
+  if (!owner) return Answer::no;
+  bool held = question.isTrue(L"rel") && anyRelation(owner.value, search);
+  if (!held && question.isTrue(L"posrel")) {
+    core::logMsgId(kTitlePostRelations, core::kDebug, 1);
     owner.value.id = creo::kPostRegeneration;
     held = anyRelation(owner.value, search);
   }
   return answer(held);
 }
 
-int currentMaterialPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleMaterial);
-  if (!applicableType(model, AppliesTo::parts)) return kNotApplicable;
-  const auto material = creo::ProMaterialCurrentGet(model);
-  if (!material) return answer(isTrue(item, L"whenNoCurr"));
-  const std::wstring_view pattern = valueOf(item, L"currmat");
-  if (matches(pattern, material.value.name)) return kTrue;
-  return answer(matches(pattern, kSystemMaterial) && isTrue(item, L"whenNoCurr"));
+Answer currentMaterialPredicate(const Question& question) {
+  const auto material = creo::ProMaterialCurrentGet(question.model);
+  if (!material) return answer(question.isTrue(L"whenNoCurr"));
+  const std::wstring_view pattern = question.value(L"currmat");
+  if (matches(pattern, material.value.name)) return Answer::yes;
+  return answer(matches(pattern, kSystemMaterial) && question.isTrue(L"whenNoCurr"));
 }
 
-int materialParameterPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleMaterialParameter);
-  if (!applicableType(model, AppliesTo::parts)) return kNotApplicable;
-  const auto current = creo::ProMaterialCurrentGet(model);
-  if (!current) return kFalse;
-  const auto material = creo::ProModelitemByNameInit(model, creo::ProItemType::material, current.value.name);
-  if (!material) return kFalse;
-  const std::wstring name(text::cut(valueOf(item, L"param"), text::kNameSize - 1));
+Answer materialParameterPredicate(const Question& question) {
+  const auto current = creo::ProMaterialCurrentGet(question.model);
+  if (!current) return Answer::no;
+  const auto material = creo::ProModelitemByNameInit(question.model, creo::ProItemType::material, current.value.name);
+  if (!material) return Answer::no;
+  const std::wstring name(text::cut(question.value(L"param"), text::kNameSize - 1));
   const auto parameter = creo::ProParameterInit(material.value, name);
-  if (!parameter) return kFalse;
+  if (!parameter) return Answer::no;
   const auto held = creo::ProParameterValueGet(parameter.value);
-  return answer(held && equals(held.value, valueOf(item, L"value")));
+  return answer(held && equals(held.value, question.value(L"value")));
 }
 
-int unitSystemPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleUnits);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const auto name = creo::ProMdlPrincipalunitsystemGet(model);
+Answer unitSystemPredicate(const Question& question) {
+  const auto name = creo::ProMdlPrincipalunitsystemGet(question.model);
   if (!name) {
     core::logMsgPlain(kUnitsFailed, core::kError);
-    return kFalse;
+    return Answer::no;
   }
-  return answer(matches(valueOf(item, L"us"), name.value));
+  return answer(matches(question.value(L"us"), name.value));
 }
 
-int modelSubtypePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleSubtype);
-  const auto subtype = creo::ProMdlSubtypeGet(model);
+Answer modelSubtypePredicate(const Question& question) {
+  const auto subtype = creo::ProMdlSubtypeGet(question.model);
   if (!subtype) {
     core::logMsgPlain(kTypeFailed, core::kWarning);
-    return kNotApplicable;
+    return Answer::notApplicable;
   }
-  return answer(subtypeOf(valueOf(item, L"subtype")) == subtype.value);
+  return answer(subtypeOf(question.value(L"subtype")) == subtype.value);
 }
 
-int accuracyPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Accuracy");
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const auto accuracy = creo::ProSolidAccuracyGet(model);
-  if (!accuracy) return kFalse;
-  const std::wstring_view kind = valueOf(item, L"valtype"), how = valueOf(item, L"eq");
-  if (kind == L"rel" && accuracy.value.kind == creo::ProAccuracyKind::absolute) return kFalse;
-  if (kind == L"abs" && accuracy.value.kind == creo::ProAccuracyKind::relative) return kFalse;
-  const std::wstring_view value = valueOf(item, L"value");
+Answer accuracyPredicate(const Question& question) {
+  const auto accuracy = creo::ProSolidAccuracyGet(question.model);
+  if (!accuracy) return Answer::no;
+  const std::wstring_view kind = question.value(L"valtype"), how = question.value(L"eq");
+  if (kind == L"rel" && accuracy.value.kind == creo::ProAccuracyKind::absolute) return Answer::no;
+  if (kind == L"abs" && accuracy.value.kind == creo::ProAccuracyKind::relative) return Answer::no;
+  const std::wstring_view value = question.value(L"value");
   const double wanted = text::parseDouble(value), held = accuracy.value.value;
   if (how == L"0") return answer(noted(L"<", value, held, wanted - kMargin > held));
   if (how == L"1") {
@@ -172,38 +158,140 @@ int accuracyPredicate(creo::ProMdl model, const core::XmlNode& item) {
   return answer(how == L"2" && noted(L">", value, held, held > wanted + kMargin));
 }
 
-int tolerancePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Tolerance");
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const auto held = creo::ProSolidModelclassGet(model);
+Answer tolerancePredicate(const Question& question) {
+  const auto held = creo::ProSolidModelclassGet(question.model);
   // The list counts from 1; 0 is a model without a class.
   const int number = held ? static_cast<int>(held.value) + 1 : 0;
-  return answer(valueOf(item, L"tol") == std::to_wstring(number));
+  return answer(question.value(L"tol") == std::to_wstring(number));
 }
 
-int insertModePredicate(creo::ProMdl model, const core::XmlNode&) {
-  title(L"Extended filter: Insert mode is active");
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  const auto active = creo::ProInsertModeIsActive(model);
+Answer insertModePredicate(const Question& question) {
+  const auto active = creo::ProInsertModeIsActive(question.model);
   return answer(active && active.value);
 }
 
-int regeneratePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Is regenerateable");
-  const auto type = applicableType(model, AppliesTo::any);
-  if (!type) return kNotApplicable;
-  if (*type == creo::ProMdlType::drawing) {
-    if (creo::ProDwgDraftRegenerate(model) == creo::ProNoError) return kTrue;
+Answer regeneratePredicate(const Question& question) {
+  if (question.type == creo::ProMdlType::drawing) {
+    if (creo::ProDwgDraftRegenerate(question.model) == creo::ProNoError) return Answer::yes;
     core::logMsgId(kDrawingFailed, core::kDebug, 1);
-    return kFalse;
+    return Answer::no;
   }
-  if (valueOf(item, L"force") == L"false") {
-    regenerated(model, creo::kRegenerateNoFlags);
-    const auto status = creo::ProSolidRegenerationstatusGet(model);
+  if (question.value(L"force") == L"false") {
+    regenerated(question.model, creo::kRegenerateNoFlags);
+    const auto status = creo::ProSolidRegenerationstatusGet(question.model);
     return answer(status && status.value == creo::ProRegenerationStatus::regenerated);
   }
   constexpr unsigned kFlags = creo::kRegenerateForce | creo::kRegenerateUpdateInstances;
-  return answer(regenerated(model, kFlags) == creo::ProNoError);
+  return answer(regenerated(question.model, kFlags) == creo::ProNoError);
 }
+
+constexpr Attribute kRelation[] = {
+    {.name = L"rel", .kind = Kind::flag, .words = L"true", .need = Need::oneOf, .about = "the relations are searched"},
+    {.name = L"posrel",
+     .kind = Kind::flag,
+     .words = L"true",
+     .need = Need::oneOf,
+     .about = "those after regeneration are searched"},
+    {.name = L"search", .kind = Kind::pattern, .need = Need::needed, .about = "the line"},
+};
+constexpr Attribute kMaterial[] = {
+    {.name = L"currmat", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the material"},
+    {.name = L"whenNoCurr", .kind = Kind::flag, .words = L"true", .about = "the answer for a part without a material"},
+};
+constexpr Attribute kUnitSystem[] = {
+    {.name = L"us", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the system of units"},
+};
+constexpr Attribute kMaterialParameter[] = {
+    {.name = L"param", .need = Need::needed, .about = "the name of the parameter"},
+    {.name = L"value", .kind = Kind::pattern, .need = Need::needed, .about = "its value"},
+};
+constexpr Attribute kSubtype[] = {
+    {.name = L"subtype",
+     .kind = Kind::pattern,
+     .need = Need::needed,
+     .about = "the number of the subtype, 1 to 30; the first that fits counts"},
+};
+constexpr Attribute kAccuracy[] = {
+    {.name = L"valtype", .need = Need::needed, .about = "rel or abs asks for an accuracy of that kind"},
+    {.name = L"value", .kind = Kind::number, .need = Need::needed, .about = "what the accuracy is compared with"},
+    {.name = L"eq", .kind = Kind::word, .words = L"0|1|2", .need = Need::needed, .about = "0 below, 1 equal, 2 above"},
+};
+constexpr Attribute kTolerance[] = {
+    {.name = L"tol",
+     .kind = Kind::word,
+     .words = L"0|1|2|3|4",
+     .need = Need::needed,
+     .about = "0 no class, 1 fine to 4 very coarse"},
+};
+constexpr Attribute kRegeneration[] = {
+    {.name = L"force", .kind = Kind::flag, .words = L"false", .about = "false regenerates only what has changed"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"relation",
+     .place = 9,
+     .title = kTitleRelations,
+     .attributes = kRelation,
+     .about = "a line of the relations fits",
+     .function = &relationPredicate},
+    {.key = L"currentMaterialName",
+     .place = 10,
+     .title = kTitleMaterial,
+     .models = Models::parts,
+     .attributes = kMaterial,
+     .about = "the name of the current material fits",
+     .function = &currentMaterialPredicate},
+    {.key = L"unitSystem",
+     .place = 13,
+     .title = kTitleUnits,
+     .models = Models::solids,
+     .attributes = kUnitSystem,
+     .about = "the principal system of units fits",
+     .function = &unitSystemPredicate},
+    {.key = L"materialParameter",
+     .place = 18,
+     .title = kTitleMaterialParameter,
+     .models = Models::parts,
+     .attributes = kMaterialParameter,
+     .about = "a parameter of the current material has that value",
+     .function = &materialParameterPredicate},
+    {.key = L"modelsubtype",
+     .place = 24,
+     .title = kTitleSubtype,
+     .attributes = kSubtype,
+     .about = "it is of that subtype",
+     .function = &modelSubtypePredicate},
+    {.key = L"accuracy",
+     .place = 29,
+     .title = L"Extended filter: Accuracy",
+     .models = Models::solids,
+     .attributes = kAccuracy,
+     .about = "the accuracy is below, equal to or above a value",
+     .function = &accuracyPredicate},
+    {.key = L"tolerance",
+     .place = 35,
+     .title = L"Extended filter: Tolerance",
+     .models = Models::solids,
+     .attributes = kTolerance,
+     .about = "the class of its general tolerances is that one",
+     .function = &tolerancePredicate},
+    {.key = L"insertmodeisactive",
+     .place = 41,
+     .title = L"Extended filter: Insert mode is active",
+     .models = Models::solids,
+     .about = "insert mode is on",
+     .function = &insertModePredicate},
+    {.key = L"isregenerateable",
+     .place = 49,
+     .title = L"Extended filter: Is regenerateable",
+     .models = Models::typed,
+     .attributes = kRegeneration,
+     .about = "it regenerates; it is really regenerated",
+     .function = &regeneratePredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> solidPredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -12,31 +12,29 @@ namespace {
 
 constexpr int kTitleLayer = 31;
 
-int anyMatches(std::wstring_view pattern, const std::vector<std::wstring>& names) {
-  const bool any =
-      std::any_of(names.begin(), names.end(), [pattern](const std::wstring& name) { return matches(pattern, name); });
-  return any ? kTrue : kFalse;
+bool anyMatches(std::wstring_view pattern, const std::vector<std::wstring>& names) {
+  return std::any_of(names.begin(), names.end(),
+                     [pattern](const std::wstring& name) { return matches(pattern, name); });
 }
 
 using StateVisit = creo::ProError (*)(creo::ProMdl solid, creo::Visitor<creo::ProModelitem> visitor);
 
 // Does a visit of the solid meet an item whose name fits the attribute's pattern?
-int stateNamed(creo::ProMdl solid, StateVisit visit, const core::XmlNode& item, std::wstring_view attribute) {
-  if (!applicableType(solid, AppliesTo::solids)) return kNotApplicable;
+Answer stateNamed(const Question& question, StateVisit visit, std::wstring_view attribute) {
   bool held = false;
-  visit(solid, [&](const creo::ProModelitem& state) {
+  visit(question.model, [&](const creo::ProModelitem& state) {
     const auto name = creo::ProModelitemNameGet(state);
-    held = name && matches(valueOf(item, attribute), name.value);
+    held = name && matches(question.value(attribute), name.value);
     return held ? creo::ProStopVisit : creo::ProNoError;
   });
-  return held ? kTrue : kFalse;
+  return answer(held);
 }
 
-int combinedStateNamed(creo::ProMdl model, std::wstring_view pattern) {
+Answer combinedStateNamed(creo::ProMdl model, std::wstring_view pattern) {
   std::vector<std::wstring> names;
   for (const creo::ProModelitem& state : creo::ProMdlCombstatesGet(model).value)
     if (const auto data = creo::ProCombstateDataGet(state)) names.push_back(data.value.name);
-  return anyMatches(pattern, names);
+  return answer(anyMatches(pattern, names));
 }
 
 // How many items a layer may hold, by the sign: fewer, more, or just so many as the number.
@@ -59,68 +57,152 @@ bool layerHolds(const core::XmlNode& item, const creo::ProLayer& layer) {
   return false;
 }
 
-}  // namespace
-
-int layerPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(kTitleLayer);
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
+Answer layerPredicate(const Question& question) {
   bool held = false;
-  creo::ProMdlLayerVisit(model, [&](const creo::ProLayer& layer) {
-    held = layerHolds(item, layer);
+  creo::ProMdlLayerVisit(question.model, [&](const creo::ProLayer& layer) {
+    held = layerHolds(question.item, layer);
     return held ? creo::ProStopVisit : creo::ProNoError;
   });
-  return held ? kTrue : kFalse;
+  return answer(held);
 }
 
-int layerStatePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Layer state exists");
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
+Answer layerStatePredicate(const Question& question) {
   std::vector<std::wstring> names;
-  for (const creo::ProLayerstate& state : creo::ProLayerstatesGet(model).value)
+  for (const creo::ProLayerstate& state : creo::ProLayerstatesGet(question.model).value)
     if (const auto name = creo::ProLayerstateNameGet(state)) names.push_back(name.value);
-  return anyMatches(valueOf(item, L"statename"), names);
+  return answer(anyMatches(question.value(L"statename"), names));
 }
 
-int viewPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: View exists");
-  const auto views = creo::ProViewNamesGet(model);
-  if (!views) return kFalse;
-  const std::wstring_view pattern = valueOf(item, L"viewname");
-  if (anyMatches(pattern, views.value.names) == kTrue) return kTrue;
-  return anyMatches(pattern, views.value.alternateNames);
+Answer viewPredicate(const Question& question) {
+  const auto views = creo::ProViewNamesGet(question.model);
+  if (!views) return Answer::no;
+  const std::wstring_view pattern = question.value(L"viewname");
+  return answer(anyMatches(pattern, views.value.names) || anyMatches(pattern, views.value.alternateNames));
 }
 
-int combinedStatePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Combined state");
-  const auto type = applicableType(model, AppliesTo::solids);
-  if (!type || (*type != creo::ProMdlType::part && *type != creo::ProMdlType::assembly)) return kNotApplicable;
-  return combinedStateNamed(model, valueOf(item, L"csname"));
+Answer combinedStatePredicate(const Question& question) {
+  return combinedStateNamed(question.model, question.value(L"csname"));
 }
 
-int combinedStateExistsPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Combined state exists");
-  if (!applicableType(model, AppliesTo::solids)) return kNotApplicable;
-  return combinedStateNamed(model, valueOf(item, L"statename"));
+Answer combinedStateExistsPredicate(const Question& question) {
+  return combinedStateNamed(question.model, question.value(L"statename"));
 }
 
-int simplifiedRepPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Simplified representation exists");
-  return stateNamed(model, &creo::ProSolidSimprepVisit, item, L"simpRepName");
+Answer simplifiedRepPredicate(const Question& question) {
+  return stateNamed(question, &creo::ProSolidSimprepVisit, L"simpRepName");
 }
 
-int styleStatePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Style state exists");
-  return stateNamed(model, &creo::ProSolidCompdisplayVisit, item, L"stylename");
+Answer styleStatePredicate(const Question& question) {
+  return stateNamed(question, &creo::ProSolidCompdisplayVisit, L"stylename");
 }
 
-int crossSectionPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Cross section exists");
-  return stateNamed(model, &creo::ProSolidXsecVisit, item, L"xsecname");
+Answer crossSectionPredicate(const Question& question) {
+  return stateNamed(question, &creo::ProSolidXsecVisit, L"xsecname");
 }
 
-int explodedStatePredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Explode state exists");
-  return stateNamed(model, &creo::ProSolidExpldstateVisit, item, L"expldname");
+Answer explodedStatePredicate(const Question& question) {
+  return stateNamed(question, &creo::ProSolidExpldstateVisit, L"expldname");
 }
+
+constexpr Attribute kLayer[] = {
+    {.name = L"currmat", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the layer"},
+    {.name = L"aomi",
+     .kind = Kind::flag,
+     .words = L"false",
+     .need = Need::needed,
+     .about = "unless false, the number of items is tested"},
+    {.name = L"aomisign", .kind = Kind::word, .words = L"=|>|<", .about = "how many items it has beside the number"},
+    {.name = L"aomitf", .kind = Kind::integer, .about = "the number of items"},
+};
+constexpr Attribute kSimplifiedRep[] = {
+    {.name = L"simpRepName", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the representation"},
+};
+constexpr Attribute kView[] = {
+    {.name = L"viewname", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the view"},
+};
+constexpr Attribute kCombinedState[] = {
+    {.name = L"csname", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the state"},
+};
+constexpr Attribute kStateName[] = {
+    {.name = L"statename", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the state"},
+};
+constexpr Attribute kStyleState[] = {
+    {.name = L"stylename", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the state"},
+};
+constexpr Attribute kCrossSection[] = {
+    {.name = L"xsecname", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the cross section"},
+};
+constexpr Attribute kExplodedState[] = {
+    {.name = L"expldname", .kind = Kind::pattern, .need = Need::needed, .about = "the name of the state"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"layer",
+     .place = 11,
+     .title = kTitleLayer,
+     .models = Models::solids,
+     .attributes = kLayer,
+     .about = "a layer has a name, and a number of items, that fit",
+     .function = &layerPredicate},
+    {.key = L"simpRepExists",
+     .place = 26,
+     .title = L"Extended filter: Simplified representation exists",
+     .models = Models::solids,
+     .attributes = kSimplifiedRep,
+     .about = "the name of a simplified representation fits",
+     .function = &simplifiedRepPredicate},
+    {.key = L"viewexists",
+     .place = 34,
+     .title = L"Extended filter: View exists",
+     .attributes = kView,
+     .about = "the name of a view fits",
+     .function = &viewPredicate},
+    {.key = L"combinedState",
+     .place = 37,
+     .title = L"Extended filter: Combined state",
+     .models = Models::partsAndAssemblies,
+     .attributes = kCombinedState,
+     .about = "the name of a combined state fits",
+     .function = &combinedStatePredicate},
+    {.key = L"layerstateexists",
+     .place = 42,
+     .title = L"Extended filter: Layer state exists",
+     .models = Models::solids,
+     .attributes = kStateName,
+     .about = "the name of a layer state fits",
+     .function = &layerStatePredicate},
+    {.key = L"combstateexists",
+     .place = 43,
+     .title = L"Extended filter: Combined state exists",
+     .models = Models::solids,
+     .attributes = kStateName,
+     .about = "the name of a combined state fits",
+     .function = &combinedStateExistsPredicate},
+    {.key = L"stylestateexists",
+     .place = 44,
+     .title = L"Extended filter: Style state exists",
+     .models = Models::solids,
+     .attributes = kStyleState,
+     .about = "the name of a style state fits",
+     .function = &styleStatePredicate},
+    {.key = L"xsecexists",
+     .place = 45,
+     .title = L"Extended filter: Cross section exists",
+     .models = Models::solids,
+     .attributes = kCrossSection,
+     .about = "the name of a cross section fits",
+     .function = &crossSectionPredicate},
+    {.key = L"explodestateexists",
+     .place = 46,
+     .title = L"Extended filter: Explode state exists",
+     .models = Models::solids,
+     .attributes = kExplodedState,
+     .about = "the name of an exploded state fits",
+     .function = &explodedStatePredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> statePredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -98,17 +98,37 @@ bool fits(const creo::ProDwgtable& table, const Wanted& wanted) {
   return hits >= wanted.hits();
 }
 
-}  // namespace
-
-int tableOnDrawingPredicate(creo::ProMdl model, const core::XmlNode& item) {
-  title(L"Extended filter: Table on drawing");
-  if (!applicableType(model, AppliesTo::drawings)) return kNotApplicable;
-  const auto wanted = wantedBy(item, model);
-  if (!wanted) return kFalse;
-  const auto tables = creo::ProDrawingTablesCollect(model);
+Answer tableOnDrawingPredicate(const Question& question) {
+  const auto wanted = wantedBy(question.item, question.model);
+  if (!wanted) return Answer::no;
+  const auto tables = creo::ProDrawingTablesCollect(question.model);
   const bool found = tables && std::any_of(tables.value.begin(), tables.value.end(),
                                            [&](const creo::ProDwgtable& table) { return fits(table, *wanted); });
-  return found ? kTrue : kFalse;
+  return answer(found);
 }
+
+constexpr Attribute kTable[] = {
+    {.name = L"sheet", .variables = true, .about = "the number of the sheet; 0, -1 or none: any"},
+    {.name = L"filterand", .kind = Kind::flag, .words = L"true", .about = "both the place and the text must be met"},
+    {.name = L"pos-x", .kind = Kind::number, .need = Need::oneOf, .about = "the place; negative from the far edge"},
+    {.name = L"pos-y", .kind = Kind::number, .about = "the same"},
+    {.name = L"cell-s", .kind = Kind::pattern, .need = Need::oneOf, .about = "the text of a cell"},
+    {.name = L"cell-x", .kind = Kind::index, .about = "the column of that cell"},
+    {.name = L"cell-y", .kind = Kind::index, .about = "the row of that cell"},
+};
+
+constexpr Predicate kPredicates[] = {
+    {.key = L"tableOnDrawing",
+     .place = 28,
+     .title = L"Extended filter: Table on drawing",
+     .models = Models::drawings,
+     .attributes = kTable,
+     .about = "a table stands at a place, or has a cell whose text fits",
+     .function = &tableOnDrawingPredicate},
+};
+
+}  // namespace
+
+std::span<const Predicate> tablePredicates() { return kPredicates; }
 
 }  // namespace documents

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "documents/predicates.h"
@@ -78,10 +77,6 @@ constexpr Attribute kCommon[] = {
 };
 
 }  // namespace
-
-std::wstring_view lineText(const Line& line) {
-  return line.message >= 0 ? std::wstring_view(core::msgText(line.message)) : line.text;
-}
 
 bool holds(const Action& action, const Condition& condition, const Task& task) {
   using enum Test;

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "core/attribute.h"
+#include "core/line.h"
 #include "core/log.h"
 
 namespace engine {
@@ -24,17 +25,8 @@ enum Outcome : int {
 
 class Task;  // engine/task.h
 
-// A text of the log: a number of the tables of messages, or the text itself.
-struct Line {
-  constexpr Line() = default;
-  constexpr Line(const wchar_t* literal) : text(literal) {}  // NOLINT(google-explicit-constructor)
-  constexpr Line(int number) : message(number) {}            // NOLINT(google-explicit-constructor)
-  std::wstring_view text = {};
-  int message = -1;
-  [[nodiscard]] constexpr bool isThere() const { return message >= 0 || !text.empty(); }
-};
-// In the current language.
-std::wstring_view lineText(const Line& line);
+using core::Line;
+using core::lineText;
 
 // ---- conditions
 

@@ -64,7 +64,7 @@ Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
   // action's either is named by the look-up; an action that lacks its model is known, and has its line. What is said of
   // either isn't about the action before.
   if (!action) core::pluginState().currentAction = type;
-  if (documents::runPredicate(task, type, subject.model, action != nullptr) != documents::kNotAKey) return done;
+  if (documents::runPredicate(task, type, subject.model, action != nullptr) != documents::Answer::noKey) return done;
   core::logWrite(L"CAN'T FIND THIS FUNCTION, FAILURE IN DLL", core::kError);
   return notHandled;
 }

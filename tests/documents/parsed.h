@@ -21,11 +21,11 @@ inline std::unique_ptr<core::XmlDocument> parsed(std::wstring text) {
 }
 inline const core::XmlNode& element(const core::XmlDocument& document) { return *document.root()->next; }
 
-// The answer of the predicate that the attributes name.
+// The answer, as a number, of the predicate that the attributes name.
 inline int predicate(const std::wstring& attributes, creo::ProMdl model) {
   const auto document = parsed(L"<i " + attributes + L"/>");
   const core::XmlNode& item = element(*document);
-  return documents::runPredicate(item, core::attrFind(item.attributes, L"type")->value, model);
+  return static_cast<int>(documents::runPredicate(item, core::attrFind(item.attributes, L"type")->value, model));
 }
 
 }  // namespace test

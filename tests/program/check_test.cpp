@@ -127,7 +127,7 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        ":5: B0: 'param': unknown token '@mdl@'; did you mean '@mdln@'?\n"
        "actionlists/clean.xml:5: B0: filter 'parameter', 'epsilon': no number: '1,5'"},
       {filtered("type='parameter' param='A' value='1' epsilon='-1.5e-3' ncomp='x'"),
-       ":5: B0: filter 'parameter', 'ncomp': no whole number: 'x'"},
+       ":5: B0: filter 'parameter', 'ncomp': none of 1, 2, 3, 4, 5: 'x'"},
       {filtered("type='parameter' param='A' value='1' ncomp='6'"),
        ":5: B0: filter 'parameter', 'ncomp': none of 1, 2, 3, 4, 5: '6'"},
       {filtered("type='parameter' param='A' value='0,5' ncomp='2'"),

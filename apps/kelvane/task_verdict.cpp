@@ -1,15 +1,14 @@
 #include "kelvane/task_verdict.h"
 
 #include <algorithm>
-#include <iterator>
-#include <map>
 
 #include "actions/environment/group_modes.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "engine/dispatch.h"
+#include "engine/task.h"
+#include "kelvane/attribute_check.h"
 #include "kelvane/filter_explanation.h"
-#include "kelvane/text_check.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -72,29 +71,71 @@ class Judge {
     if (row->group == engine::Group::withoutEffect) {
       return void(verdict.reason = "this version doesn't carry it out");
     }
-    const std::string wanted = wantedVersion(verdict.type), given = text::toUtf8(valueOf(node, L"version"));
-    if (given != wanted)
+    const std::string wanted = text::toUtf8(row->version), given = text::toUtf8(valueOf(node, L"version"));
+    if (!wanted.empty() && given != wanted)
       return void(verdict.reason = "its version is '" + given + "', this version carries out '" + wanted + "'");
-    verdict.runs = asksNothing(node, verdict.type) || (typeFits(node, verdict) && filterFits(node, verdict));
+    verdict.runs = conditionsHold(node, *row, verdict);
     // It runs, but what such a pattern should find isn't found.
-    if (verdict.runs) std::ranges::copy(expressionFaults(node, verdict.type), std::back_inserter(verdict.details));
+    if (verdict.runs)
+      for (AttributeFault& fault : attributeFaults(node, *row))
+        if (fault.rule == "pattern-broken") verdict.details.push_back(std::move(fault.text));
     if (verdict.runs && verdict.type == "groupActions" && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
       verdict.runs = false;
       verdict.reason = "there is no such rework mode";
     }
   }
 
-  // Some actions run on whatever there is, as what opens or writes a report; some ask only where they are told not to
-  // run on all kinds of models.
-  static bool asksNothing(const XmlNode& node, const std::string& type) {
-    if (type == "clearAllWindows" || type == "eraseUndisplayedModels") return true;
-    if (type == "openCSVReport" || type == "writeListReport") return true;
-    if (type != "groupActions" && type != "runMapkey" && type != "runTrailfile") return false;
-    if (valueOf(node, L"forEF") == L"true") return false;
-    for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW"}) {
-      if (valueOf(node, name) == L"false") return false;
+  // In the order in which the run asks them.
+  bool conditionsHold(const XmlNode& node, const engine::Action& action, TaskVerdict& verdict) const {
+    const auto name = creo::ProMdlNameGet(model_);
+    const engine::Subject subject{model_, name.value, std::wstring(creo::typeExtension(modelType_))};
+    const engine::Task task(node, subject);
+    for (const engine::Condition& condition : action.conditions) {
+      if (engine::isFilterTest(condition.test)) {
+        if (isAsked(condition.test, task) && !(typeFits(node, verdict) && filterFits(node, verdict))) return false;
+      } else if (!engine::holds(action, condition, task)) {
+        verdict.reason = reasonOf(condition.test);
+        return false;
+      }
     }
     return true;
+  }
+  // Some actions run on whatever there is, as what opens or writes a report; some ask only where they are told not to
+  // run on all kinds of models.
+  static bool isAsked(engine::Test test, const engine::Task& task) {
+    if (test == engine::Test::filterUnlessForAll) return !engine::isForAll(task);
+    return test != engine::Test::noFilter;
+  }
+  static std::string reasonOf(engine::Test test) {
+    using enum engine::Test;
+    switch (test) {
+      case part:
+      case partType:
+        return "it works on parts alone";
+      case assembly:
+      case assemblyType:
+        return "it works on assemblies alone";
+      case drawing:
+      case drawingType:
+        return "it works on drawings alone";
+      case partOrAssembly:
+      case solidType:
+        return "it works on parts and assemblies alone";
+      case solidOrDrawingUser:
+        return "it works on assemblies and drawings alone";
+      case notInstance:
+        return "it refuses instances";
+      case notSkeleton:
+        return "it refuses skeletons";
+      case instancesAsTold:
+        return "forInstances is 'false', and the model is an instance";
+      case skeletonsAsTold:
+        return "forSkel isn't 'true', and the model is a skeleton";
+      case anyOfTheWork:
+        return "none of the attributes is there that give it work";
+      default:
+        return "it doesn't work on such a model";
+    }
   }
 
   bool typeFits(const XmlNode& node, TaskVerdict& verdict) const {
@@ -123,13 +164,6 @@ std::vector<TaskVerdict> judgeSection(const core::XmlNode& section, char letter,
   int index = -1;
   core::xmlEachChild(section, [&](const XmlNode& node) { judge.task(node, letter + std::to_string(++index), ""); });
   return std::move(judge.verdicts);
-}
-
-std::string wantedVersion(const std::string& type) {
-  static const std::map<std::string, std::string> others = {
-      {"reportUniversal", "4"}, {"editSimpRep", "4"}, {"exportStep", "4"}, {"setAppearanceFromRGB", "5"}};
-  const auto other = others.find(type);
-  return other == others.end() ? "3" : other->second;
 }
 
 }  // namespace kelvane

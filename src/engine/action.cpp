@@ -24,10 +24,6 @@ bool hasType(const Task& task, std::initializer_list<ProMdlType> types) {
 bool passesFilter(const Task& task) {
   return documents::filterCheck(task.node(), task.subject().extension, task.model()) == documents::kFilterHolds;
 }
-bool isForAll(const Task& task) {
-  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
-  return !isOff(L"forPRT") && !isOff(L"forASM") && !isOff(L"forDRW") && !task.isTrue(L"forEF");
-}
 bool isInstance(const Task& task) { return documents::isInstance(task.model()) == documents::kTrue; }
 bool isSkeleton(const Task& task) { return documents::isSkeleton(task.model()) == documents::kTrue; }
 
@@ -40,11 +36,6 @@ bool hasWork(const Action& action, const Task& task) {
   return std::any_of(action.attributes.begin(), action.attributes.end(), [&](const Attribute& attribute) {
     return attribute.need == Need::oneOf && isThere(task, attribute);
   });
-}
-
-bool isFilterTest(Test test) {
-  return test == Test::filter || test == Test::filterUnlessForAll || test == Test::filterWithModel ||
-         test == Test::noFilter;
 }
 
 // "The attribute 'name_0' is missing": the first of those any of which is work.
@@ -77,6 +68,16 @@ constexpr Attribute kCommon[] = {
 };
 
 }  // namespace
+
+bool isForAll(const Task& task) {
+  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
+  return !isOff(L"forPRT") && !isOff(L"forASM") && !isOff(L"forDRW") && !task.isTrue(L"forEF");
+}
+
+bool isFilterTest(Test test) {
+  return test == Test::filter || test == Test::filterUnlessForAll || test == Test::filterWithModel ||
+         test == Test::noFilter;
+}
 
 bool holds(const Action& action, const Condition& condition, const Task& task) {
   using enum Test;

@@ -156,10 +156,13 @@ struct Action {
   bool isRemoved = false;            // lists of earlier releases hold it; it only says that it was removed
   std::wstring_view successor = {};  // of a removed one: the key that takes its place
   Outcome (*function)(const Task& task) = nullptr;
-  bool oldFrame = false;  // the function writes title and conditions itself
 };
 
-// Does it hold for the task's model, or the current one's? Without a word.
+// Is it one of the four that ask the filter, or don't?
+bool isFilterTest(Test test);
+// No switch of kinds is "false" and forEF isn't "true": then some actions don't ask the filter.
+bool isForAll(const Task& task);
+// Does it hold for the task's model? Without a word, but for the filter's own.
 bool holds(const Action& action, const Condition& condition, const Task& task);
 // The frame of every action: title, version, conditions, counting; then the function.
 Outcome carryOut(const Action& action, const Task& task);

@@ -44,8 +44,7 @@ Outcome runRow(const Action& action, const XmlNode& node, const Subject& subject
     core::logWrite(L"This function need a model to get worked on it", core::kError);
     return notHandled;
   }
-  const Task task(node, subject);
-  return action.oldFrame ? action.function(task) : carryOut(action, task);
+  return carryOut(action, Task(node, subject));
 }
 
 }  // namespace

@@ -2,18 +2,11 @@
 
 #include <algorithm>
 
-#include "documents/filter.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
 
 namespace engine {
-namespace {
-
-constexpr int kFilterRefusedMessage = 4;
-
-}  // namespace
-
 bool Task::extensionIs(std::wstring_view extension) const {
   std::wstring_view own = subject_.extension;
   if (own.starts_with(L'.')) own.remove_prefix(1);
@@ -63,33 +56,6 @@ Replaced Task::text(std::wstring_view name, std::size_t size) const {
 
 std::wstring Task::path(std::wstring_view name, std::wstring_view subdirectory, std::size_t size) const {
   return replaceVariablesPath(attribute(name), subject_.model, subdirectory, size);
-}
-
-std::optional<Outcome> beginUnfiltered(const Task& task, const Frame& frame) {
-  core::logIndented(frame.title, core::kNormal, 0);
-  if (task.attribute(L"version") != frame.version) return wrongVersion;
-  return std::nullopt;
-}
-
-std::optional<Outcome> passFilter(const Task& task) {
-  if (documents::filterCheck(task.node(), task.subject().extension, task.model()) != documents::kFilterHolds) {
-    core::logMsgPlain(kFilterRefusedMessage, core::kWarning);
-    return refused;
-  }
-  core::countAction();
-  return std::nullopt;
-}
-
-std::optional<Outcome> passFilterUnlessForAll(const Task& task) {
-  const auto isOff = [&](std::wstring_view name) { return task.attribute(name) == L"false"; };
-  if (isOff(L"forPRT") || isOff(L"forASM") || isOff(L"forDRW") || task.isTrue(L"forEF")) return passFilter(task);
-  core::countAction();
-  return std::nullopt;
-}
-
-std::optional<Outcome> begin(const Task& task, const Frame& frame) {
-  if (const auto ended = beginUnfiltered(task, frame)) return ended;
-  return passFilter(task);
 }
 
 }  // namespace engine

@@ -1,4 +1,4 @@
-// The frame of an action and its view on the task element.
+// An action's view on the task element.
 #pragma once
 
 #include <optional>
@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/log.h"
 #include "core/xml.h"
 #include "engine/dispatch.h"
 #include "engine/variables.h"
@@ -51,20 +50,5 @@ class Task {
   const XmlNode& node_;
   const Subject& subject_;
 };
-
-// The beginning of every action: title line, version, filter, counting.
-struct Frame {
-  std::wstring_view title;
-  std::wstring_view version = L"3";
-};
-// Nothing when the action may go on; else what it returns.
-std::optional<Outcome> begin(const Task& task, const Frame& frame);
-// The title and the version alone, for actions with a filter rule of their own.
-std::optional<Outcome> beginUnfiltered(const Task& task, const Frame& frame);
-// The filter with its cancel message, and the counting.
-std::optional<Outcome> passFilter(const Task& task);
-// The same for actions that run on any model and on none: where none of `forPRT`, `forASM` and `forDRW` is "false" and
-// `forEF` isn't "true", the filter isn't asked.
-std::optional<Outcome> passFilterUnlessForAll(const Task& task);
 
 }  // namespace engine

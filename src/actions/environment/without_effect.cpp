@@ -25,6 +25,7 @@ Outcome auditTrailIsRemoved(const Task&) {
   return done;
 }
 
+// A key that writes no title and asks nothing.
 constexpr Action without(std::wstring_view key, int place, Group group, std::string_view about,
                          Outcome (*function)(const Task& task)) {
   return {.key = key,
@@ -40,14 +41,21 @@ constexpr Action empty(std::wstring_view key, int place) {
   return without(key, place, Group::withoutEffect, "does nothing", &announceEmpty);
 }
 
+constexpr Action removed(std::wstring_view key, int place, std::wstring_view successor,
+                         Outcome (*function)(const Task& task)) {
+  Action row = without(key, place, Group::ownModelTest, "was removed", function);
+  row.isRemoved = true;
+  row.successor = successor;
+  return row;
+}
+
 constexpr Action kActions[] = {
     empty(L"kv_reportNewRows", 17),
     empty(L"kv_reportCloseAll", 18),
     empty(L"getRegExpCheck", 19),
     empty(L"asmFastOpen", 20),
-    without(L"openXLSReport", 157, Group::ownModelTest, "was removed; openCSVReport takes its place",
-            &openXlsReportIsRemoved),
-    without(L"editModelParameterFromPrueftrail", 158, Group::ownModelTest, "was removed", &auditTrailIsRemoved),
+    removed(L"openXLSReport", 157, L"openCSVReport", &openXlsReportIsRemoved),
+    removed(L"editModelParameterFromPrueftrail", 158, {}, &auditTrailIsRemoved),
 };
 
 }  // namespace

@@ -10,6 +10,7 @@ const VerbRow kVerbs[] = {
     {"run", "runs a list on the models of a folder", "kelvane run standards.kvz clean models --dry-run", &makeRun},
     {"lists", "a package's action lists, with their descriptions", "kelvane lists standards.kvz", &makeLists},
     {"check", "what of a package would not run", "kelvane check standards.kvz", &makeCheck},
+    {"explain", "what a rule of the check finds", "kelvane explain attribute-unknown", &makeExplain},
     {"eval", "what a text or a filter gives on a model", "kelvane eval workspace SHAFT.PRT \"%MATERIAL% of @mdln@\"",
      &makeEval},
     {"why", "why a model is or isn't worked by a list", "kelvane why standards.kvz clean workspace SHAFT.PRT",

@@ -110,6 +110,19 @@ struct Told {
   }
 };
 
+const std::string kForAll = "version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' ";
+void addIdleList(World& world) {
+  world.config("kvd_write_history_in_models=0");
+  world.list("idle.xml", "<task type='writeToCreoLog' message='idle' " + kForAll + "/>");
+}
+// What the list "example.xml" does with the tool open on a model.
+Seen watched(World& world, WatchedDoors& doors, std::set<std::wstring> underWork) {
+  world.choose("idle.xml");
+  doors.learnIdle([&] { world.pressStart(); });
+  world.choose("example.xml");
+  return doors.during(std::move(underWork), [&] { world.pressStart(); });
+}
+
 class DocumentedExample : public testing::TestWithParam<Example> {
  protected:
   // The attributes of each task are those of its row, and its version is the row's.
@@ -142,15 +155,13 @@ class DocumentedExample : public testing::TestWithParam<Example> {
   }
 
   static void prepare(World& world, const Told& told) {
-    for (const char* line : {"kvd_write_history_in_models=0", "kvd_check_modifyable=0", "kvd_filter_curmod=1"})
-      world.config(line);
+    addIdleList(world);
+    world.config("kvd_check_modifyable=0\nkvd_filter_curmod=1");
     writeExampleModels(world);
     writeExamplePackage(world);
     const std::string open =
         "<task type='openCSVReport' version='3' name='audit' file='@project_dir@/audit.csv' overwrite='true'/>";
-    const std::string flags = "version='3' forPRT='true' forASM='true' forDRW='true' forEF='false'";
-    world.list("idle.xml", "<task type='writeToCreoLog' message='idle' " + flags + "/>");
-    world.list("in.xml", "<task type='checkinModel' " + flags + "/>");
+    world.list("in.xml", "<task type='checkinModel' " + kForAll + "/>");
     world.list("example.xml", GetParam().tasks, told.hasReport ? open : "");
     if (told.hasServer) ASSERT_TRUE(headless::Vault::create(L"c:\\plm", "production"));
   }
@@ -173,13 +184,10 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     ASSERT_TRUE(world.open(kind.name, kind.type));
     world.openTool();
     if (told.hasServer && told.keys != "checkinModel") world.run("in.xml");
-    world.choose("idle.xml");
-    doors.learnIdle([&] { world.pressStart(); });
 
     std::set<std::wstring> underWork = {text::lower(kind.name)};
     if (told.hasGroup) underWork.insert({L"gb_120", L"blank"});  // the drawing and the part of its tasks
-    world.choose("example.xml");
-    const Seen seen = doors.during(underWork, [&] { world.pressStart(); });
+    const Seen seen = watched(world, doors, underWork);
     for (const auto& [door, what] : seen)
       EXPECT_TRUE(told.knows(door)) << told.keys << " changes " << doorName(door)
                                     << ", which its row doesn't tell: " << what;
@@ -197,6 +205,39 @@ TEST_P(DocumentedExample, IsCarriedOutAndTouchesWhatItsRowTells) {
     SCOPED_TRACE(text::toUtf8(kind.name));
     runOn(kind, told);
   }
+}
+
+TEST(WatchedDoors, SeeWhatGoesOutThroughThem) {
+  World world;
+  writeExampleModels(world);
+  addIdleList(world);
+  const std::pair<std::string, std::string> tasks[] = {
+      {"editModelParameter", "searchin='1' name='COLOR' totype='0' value='blue'"},
+      {"saveModel", ""},
+      {"backupAction", "path='b:\\release'"},
+      {"writeListReport", "sel='9' file='d:\\out\\list.csv'"},
+      {"setConfigOption", "><option name_0='skip_small_surfaces' value_0='yes'/"},
+      {"runMSDOScommand", "cmd='tool' args='x'"},
+      {"setUserVariableFromUrl", "name='ANSWER' value='https://pdm.example/'"},
+      {"setEnvironmentVariable", "name='KVD_TEST_MODEL' value='x'"},
+      {"setWorkingDirectory", "path='d:\\out'"},
+  };
+  std::string list;
+  for (const auto& [type, attributes] : tasks) {
+    const std::string begin = "<task type='" + type + "' " + kForAll;
+    list += begin + (attributes.starts_with(">") ? attributes + "></task>" : attributes + "/>");
+  }
+  world.list("example.xml", list);
+  WatchedDoors doors(world);
+  ASSERT_EQ(0, world.start());
+  world.open(L"BOLT", creo::ProMdlType::part);
+  world.openTool();
+  std::set<std::string> seen;
+  for (const auto& [door, what] : watched(world, doors, {L"bolt"})) seen.insert(doorName(door));
+  const std::set<std::string> expected = {"the model",  "files",   "reports",        "Creo's options",
+                                          "programs",   "the web", "user variables", "environment variables",
+                                          "the session"};
+  EXPECT_EQ(expected, seen) << text::toUtf8(world.log());
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, DocumentedExample, testing::ValuesIn(examples()),

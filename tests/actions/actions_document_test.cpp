@@ -99,6 +99,16 @@ TEST_F(ActionsDocument, HasASectionForEachKey) {
             before.find("The system knows " + std::to_string(engine::actionTable().size()) + " keys"));
 }
 
+TEST_F(ActionsDocument, NamesTheActionsOfAnotherVersion) {
+  std::set<std::string> expected, named;
+  for (const Action& row : engine::actionTable())
+    if (!row.version.empty() && row.version != L"3") expected.insert(text::toUtf8(row.key));
+  for (const AttributeLine& line : attributeLines(sections_[""]))
+    for (const std::string& name : inTicks(line.value))
+      if (line.names == "`version`" && engine::findAction(text::fromUtf8(name))) named.insert(name);
+  EXPECT_EQ(expected, named);
+}
+
 TEST_F(ActionsDocument, TellsTheAttributesOfEachRowAndNoOther) {
   for (const Action& row : engine::actionTable()) {
     const Section* section = sectionOf(row);

@@ -51,7 +51,7 @@ constexpr Action kActions[] = {
      .group = Group::modelNeeded,
      .title = kTitle,
      .attributes = kAttributes,
-     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model | Touched::session},
      .about = "reads a file of detail options into a drawing",
      .function = &setDetailOptions},
 };

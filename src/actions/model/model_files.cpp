@@ -266,7 +266,7 @@ constexpr Action kActions[] = {
      .title = L"Copy model",
      .conditions = kOnModels,
      .attributes = kNameAttributes,
-     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::files},
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::files | Touched::session},
      .about = "writes a copy of the model into the model's folder",
      .function = &copyModel},
 };

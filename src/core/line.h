@@ -11,9 +11,8 @@ namespace core {
 // A text of the table of messages, or the text itself.
 struct Line {
   constexpr Line() = default;
-  constexpr Line(const wchar_t* literal) : text(literal) {}              // NOLINT(google-explicit-constructor)
-  constexpr Line(Message named) : message(named) {}                      // NOLINT(google-explicit-constructor)
-  constexpr Line(int number) : message(static_cast<Message>(number)) {}  // NOLINT(google-explicit-constructor)
+  constexpr Line(const wchar_t* literal) : text(literal) {}  // NOLINT(google-explicit-constructor)
+  constexpr Line(Message named) : message(named) {}          // NOLINT(google-explicit-constructor)
   std::wstring_view text = {};
   std::optional<Message> message = {};
   [[nodiscard]] constexpr bool isThere() const { return message || !text.empty(); }

@@ -24,8 +24,6 @@ void logWrite(std::wstring_view text, int level);
 void logIndented(std::wstring_view text, int level, int depth);
 void logMsgId(Message message, int level, int depth);
 void logMsgPlain(Message message, int level);
-void logMsgId(int id, int level, int depth);
-void logMsgPlain(int id, int level);
 
 // The prefix stands before the text of every line until it is left.
 void logEnterGroup(std::wstring_view prefix);

@@ -19,7 +19,6 @@ extern const int langkey;  // how many rows the table has
 
 // The text in the current language.
 const wchar_t* msgText(Message message);
-inline const wchar_t* msgText(int id) { return msgText(static_cast<Message>(id)); }
 // "de", case-blind, selects German; anything else English.
 void setLanguage(std::wstring_view language);
 bool useGerman();

@@ -155,7 +155,8 @@ TEST(ReadBack, TextsWhoseLettersAreStated) {
       ASSERT_TRUE(qr);
       EXPECT_EQ(one.utf8 + " (stated)", scannedText(pictureOf(*qr), "QRCode"));
     }
-    EXPECT_EQ(one.utf8 + " (stated)", scannedText(test::pictureOf(pdf417(one.latin1, barcode::kLatin1Stated)), "PDF417"));
+    EXPECT_EQ(one.utf8 + " (stated)",
+              scannedText(test::pictureOf(pdf417(one.latin1, barcode::kLatin1Stated)), "PDF417"));
   }
   // Not stated, the first is another text for it.
   EXPECT_NE(cases[0].utf8, scannedText(pictureOf(*barcode::qrCode(cases[0].latin1, 0, 2, true)), "QRCode"));

@@ -22,8 +22,8 @@ constexpr int kSearchInName = 97, kSearchInValue = 98, kReworkInstance = 308, kI
 constexpr int kMostNameVisits = 12;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
-// The parameter of that name; nothing where there is none, as where it is a pattern, or, with its line, where that can't
-// be told.
+// The parameter of that name; nothing where there is none, as where it is a pattern, or, with its line, where that
+// can't be told.
 std::optional<creo::ProParameter> parameterIn(const ProModelitem& owner, const std::wstring& name) {
   const auto parameter = creo::ProParameterInit(owner, name);
   if (parameter) return parameter.value;

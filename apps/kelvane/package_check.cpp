@@ -34,6 +34,11 @@ using core::XmlNode;
 constexpr const char* kNoItems =
     "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
 
+constexpr const char* kWrongPlace =
+    "' stands in another section's place and isn't read as what it is called: head, body and filter are the first "
+    "three "
+    "elements of a list, the foot is the fourth, or of five the fifth";
+
 constexpr const char* kSavesEachTime =
     "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are saved "
     "once";
@@ -70,6 +75,7 @@ class Document {
   void checkList() {
     if (!loaded_) return;
     const documents::ActionList list = documents::actionList(*loaded_.document);
+    checkPlaces(list);
     checkSection(list.head, "head", 'H');
     checkSection(list.body, "body", 'B');
     checkSection(list.foot, "foot", 'F');
@@ -96,6 +102,18 @@ class Document {
           {member_, loaded_.document->lineOf(at), section_, action_, place_, std::move(use.text), std::move(use.kind)});
   }
   void add(const XmlNode& at, std::string text) { add(loaded_.document->lineOf(at), std::move(text)); }
+
+  // Sections count by their place: a "foot" without a filter before it would be taken for the filter and never run.
+  void checkPlaces(const documents::ActionList& list) {
+    const XmlNode* top = core::xmlChildAt(loaded_.document->root()->children, 0);
+    const std::pair<std::wstring_view, const XmlNode*> sections[] = {
+        {L"head", list.head}, {L"body", list.body}, {L"filter", list.filter}, {L"foot", list.foot}};
+    if (!top) return;
+    core::xmlEachChild(*top, [&](const XmlNode& child) {
+      for (const auto& [name, section] : sections)
+        if (child.name == name && &child != section) add(child, "'" + text::toUtf8(name) + kWrongPlace);
+    });
+  }
 
   void checkSection(const XmlNode* section, const std::string& name, char letter) {
     if (!section) return;

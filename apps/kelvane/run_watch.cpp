@@ -200,6 +200,9 @@ void RunWatch::progress(int value, int /*maximum*/) {
   while (running_ && done_ < rows_.size() && done_ < static_cast<std::size_t>(std::max(value, 0))) {
     finishModel(rows_[done_++]);
   }
+  // The bar is set before the first Body too: a stop that was asked for in Head leaves every row out.
+  if (running_ && Interrupt::code() != 0)
+    leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
 std::string RunWatch::outcomeOf(const Worked& worked) {
@@ -233,7 +236,6 @@ void RunWatch::finishModel(const std::string& row) {
   const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
   progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));
-  if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) {

@@ -110,7 +110,7 @@ void FiringWatch::triggerBegins(const Firing& firing) {
 
 void FiringWatch::progress(int value, int /*maximum*/) {
   if (!running_) return;
-  if (value == 0) return takeRows();  // the bar is set back right before the first model
+  if (value == 0) takeRows();  // the bar is set back right before the first model
   while (running_->done < running_->rows.size() && running_->done < static_cast<std::size_t>(std::max(value, 0))) {
     finishRow(running_->rows[running_->done++]);
   }

@@ -1,6 +1,7 @@
 #include "kelvane/run_watch.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <utility>
 
@@ -61,6 +62,8 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
       events_(events),
       progress_(console),
       log_(console, events, options.maxErrors) {
+  for (const std::string& vault : options.vaults)
+    vaults_.push_back(text::fromUtf8(std::filesystem::canonical(vault).string() + "/"));
   session_.observe(this);
   (void)engine::takeRefused();
 }
@@ -107,10 +110,12 @@ void RunWatch::begin(std::vector<std::string> rows) {
 
 void RunWatch::message(const std::wstring& text) {
   lastMessage_ = readable(text);
-  // A document that can't be read or written, a vault that can't be had, what a file of another system is like; all
-  // other lines are in the log or the events.
+  // A document that can't be read or written, a vault that can't be had, or a file of it, what a file of another system
+  // is like; all other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
-  const bool isTrouble = isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
+  const bool isOfVault =
+      std::any_of(vaults_.begin(), vaults_.end(), [&](const auto& one) { return text.starts_with(one); });
+  const bool isTrouble = isOfModels || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
   if (isTrouble && tellTrouble(readable(text)) && isOfModels) ++faults_;
   // The run goes on without it. Its log isn't open yet.
   if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))

@@ -120,6 +120,7 @@ class RunWatch : public headless::SessionObserver {
   std::unordered_map<std::string, Document*> byLabel_;  // by their names of now
   std::vector<Document*> uncompared_;
   std::set<std::string> told_;
+  std::vector<std::wstring> vaults_;    // machine paths of their folders
   int faults_ = 0, countedFaults_ = 0;  // error lines about documents; those that models behind their turn have had
   std::string lastMessage_;
   std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -33,21 +32,6 @@ namespace {
 using nlohmann::ordered_json;
 
 std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
-
-// What the events haven't told of a document yet, by hashes of paths and values: instances are kept with their
-// generic's document, and it is compared anew behind each of its rows.
-ModelChanges untold(const ModelChanges& changes, std::unordered_map<std::size_t, std::size_t>& told) {
-  const std::hash<std::wstring> hash;
-  const auto isNews = [&](std::size_t of, std::size_t what) {
-    const auto [known, fresh] = told.try_emplace(of, what);
-    return std::exchange(known->second, what) != what || fresh;
-  };
-  ModelChanges rest{changes.model, changes.presence, {}};
-  if (changes.presence != Presence::both && !isNews(0, 0)) rest.presence = Presence::both;
-  for (const headless::Change& one : changes.changes)
-    if (isNews(hash(one.path), hash(one.before + L'\n' + one.after))) rest.changes.push_back(one);
-  return rest;
-}
 
 }  // namespace
 

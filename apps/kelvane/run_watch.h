@@ -80,7 +80,7 @@ class RunWatch : public headless::SessionObserver {
     bool compared = true;    // since it was written
     ModelChanges changes{};  // of a dry run
     bool differs = false;
-    std::unordered_map<std::size_t, std::size_t> told{};  // what the events said of it
+    Told told{};  // what the events said of it
     [[nodiscard]] bool isSaved() const { return firstVersion > 0; }
     [[nodiscard]] bool isChanged() const { return differs || !before.empty(); }
   };

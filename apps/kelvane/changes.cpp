@@ -1,5 +1,8 @@
 #include "kelvane/changes.h"
 
+#include <functional>
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 #include "text/encoding.h"
@@ -39,6 +42,19 @@ void tell(Events& events, const ModelChanges& changes) {
                             {"old", text::toUtf8(change.before)},
                             {"new", text::toUtf8(change.after)}});
   }
+}
+
+ModelChanges untold(const ModelChanges& changes, Told& told) {
+  const std::hash<std::wstring> hash;
+  const auto isNews = [&](std::size_t of, std::size_t what) {
+    const auto [known, fresh] = told.try_emplace(of, what);
+    return std::exchange(known->second, what) != what || fresh;
+  };
+  ModelChanges rest{changes.model, changes.presence, {}};
+  if (changes.presence != Presence::both && !isNews(0, 0)) rest.presence = Presence::both;
+  for (const headless::Change& one : changes.changes)
+    if (isNews(hash(one.path), hash(one.before + L'\n' + one.after))) rest.changes.push_back(one);
+  return rest;
 }
 
 }  // namespace kelvane

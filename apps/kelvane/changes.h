@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "headless/store/compare.h"
@@ -25,5 +26,11 @@ ModelChanges compared(std::string model, std::string_view before, std::string_vi
 void show(Console& console, const ModelChanges& changes);
 // The same as events: "created", or a "changed" for each value.
 void tell(Events& events, const ModelChanges& changes);
+
+// What was told of a document, by hashes of paths and values.
+using Told = std::unordered_map<std::size_t, std::size_t>;
+// What wasn't yet, which is noted as told: instances are kept with their generic's document, and it is compared anew
+// behind each of its rows.
+ModelChanges untold(const ModelChanges& changes, Told& told);
 
 }  // namespace kelvane

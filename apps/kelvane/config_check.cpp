@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "core/config.h"
+#include "core/log.h"
 #include "kelvane/nearest.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -28,11 +30,20 @@ std::string faultWithoutSign(std::wstring_view line) {
   return isKey && !isRemark ? "the key " + inQuotes(word) + " has no '=' behind it" : std::string();
 }
 
+// The one key whose value is no number of its own: the dialog knows four levels.
+std::string faultOfValue(std::wstring_view key, std::wstring_view value) {
+  const bool isLevel = text::equalNoCase(key, L"kvd_log_level") || text::equalNoCase(key, L"loglevel");
+  const int level = isLevel ? text::parseInt(value) : core::kNormal;
+  if (level == core::kNormal || level == core::kWarning || level == core::kError || level == core::kDebug) return {};
+  return inQuotes(key) + ": " + std::to_string(level) + " is none of 0, 1, 2 and 8 and counts as 0";
+}
+
 std::string faultOf(std::wstring_view line) {
   const std::size_t sign = line.find(L'=');
   if (sign == line.npos) return faultWithoutSign(text::trimmed(line));
   const std::wstring_view written = line.substr(0, sign), key = text::trimmed(written);
-  if (isConfigKey(written) || key.empty() || !std::all_of(key.begin(), key.end(), &isWordSign)) return {};
+  if (isConfigKey(written)) return faultOfValue(written, line.substr(sign + 1));
+  if (key.empty() || !std::all_of(key.begin(), key.end(), &isWordSign)) return {};
   if (isConfigKey(key)) return "blanks beside the key " + inQuotes(key) + " are taken as a part of it";
   const std::string meant = nearestConfigKey(text::toUtf8(key));
   if (meant.empty() && !text::startsWithNoCase(key, kStart)) return {};

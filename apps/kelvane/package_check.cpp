@@ -34,6 +34,11 @@ using core::XmlNode;
 constexpr const char* kNoItems =
     "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
 
+constexpr const char* kWrongPlace =
+    "' stands in another section's place and isn't read as what it is called: head, body and filter are the first "
+    "three "
+    "elements of a list, the foot is the fourth, or of five the fifth";
+
 constexpr const char* kSavesEachTime =
     "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are saved "
     "once";
@@ -119,21 +124,19 @@ class Document {
     });
   }
 
-  // Sections are told by their order alone; names that say otherwise are slips.
+  // Sections count by their place: a "foot" without a filter before it would be taken for the filter and never run.
   void checkSections(const documents::ActionList& list) {
+    const XmlNode* top = core::xmlChildAt(loaded_.document->root()->children, 0);
+    const std::pair<std::wstring_view, const XmlNode*> sections[] = {
+        {L"head", list.head}, {L"body", list.body}, {L"filter", list.filter}, {L"foot", list.foot}};
+    if (!top) return;
     if (!list.foot)
       add(1, "section-missing", "a list has four sections, head, body, filter and foot; this one has fewer");
-    const std::pair<const XmlNode*, const wchar_t*> sections[] = {
-        {list.head, L"head"}, {list.body, L"body"}, {list.filter, L"filter"}, {list.foot, L"foot"}};
-    for (const auto& [section, name] : sections) {
-      const bool isNamedAsAnother = section && section->name != name && isSectionName(section->name);
-      if (isNamedAsAnother)
-        add(*section, "section-order",
-            "'" + text::toUtf8(section->name) + "' stands where the section '" + text::toUtf8(name) + "' is read");
-    }
-  }
-  static bool isSectionName(std::wstring_view name) {
-    return name == L"head" || name == L"body" || name == L"filter" || name == L"foot";
+    core::xmlEachChild(*top, [&](const XmlNode& child) {
+      for (const auto& [name, section] : sections)
+        if (child.name == name && &child != section)
+          add(child, "section-order", "'" + text::toUtf8(name) + kWrongPlace);
+    });
   }
 
   void checkTask(const XmlNode& task) {

@@ -4,6 +4,7 @@
 
 #include "kelvane/columns.h"
 #include "kelvane/display_width.h"
+#include "kelvane/escapes.h"
 #include "kelvane/report_file.h"
 #include "kelvane/verb.h"
 #include "kelvane/words.h"
@@ -17,13 +18,16 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Lines = std::vector<std::wstring>;
 
-// The lines of a field. What a terminal would take as a command is shown as a sign.
+// The lines of a field. What a terminal would take as a command is an escape, what else has no form a sign.
 Lines shownLines(std::wstring_view field) {
   Lines lines = text::lines(field);
   if (lines.empty()) lines.emplace_back();
-  for (std::wstring& line : lines)
-    for (wchar_t& c : line)
-      if (!text::isPrintable(c)) c = c == L'\t' ? L' ' : L'\uFFFD';
+  for (std::wstring& line : lines) {
+    std::replace(line.begin(), line.end(), L'\t', L' ');
+    line = text::fromUtf8(withEscapes(text::toUtf8(line)));
+    std::replace_if(
+        line.begin(), line.end(), [](wchar_t c) { return !text::isPrintable(c); }, L'\uFFFD');
+  }
   return lines;
 }
 

@@ -1,7 +1,7 @@
 #include "kelvane/run_watch.h"
 
 #include <algorithm>
-#include <functional>
+#include <filesystem>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -33,21 +33,6 @@ using nlohmann::ordered_json;
 
 std::string labelOf(const headless::ModelDocument& document) { return label(document.name, document.type); }
 
-// What the events haven't told of a document yet, by hashes of paths and values: instances are kept with their
-// generic's document, and it is compared anew behind each of its rows.
-ModelChanges untold(const ModelChanges& changes, std::unordered_map<std::size_t, std::size_t>& told) {
-  const std::hash<std::wstring> hash;
-  const auto isNews = [&](std::size_t of, std::size_t what) {
-    const auto [known, fresh] = told.try_emplace(of, what);
-    return std::exchange(known->second, what) != what || fresh;
-  };
-  ModelChanges rest{changes.model, changes.presence, {}};
-  if (changes.presence != Presence::both && !isNews(0, 0)) rest.presence = Presence::both;
-  for (const headless::Change& one : changes.changes)
-    if (isNews(hash(one.path), hash(one.before + L'\n' + one.after))) rest.changes.push_back(one);
-  return rest;
-}
-
 }  // namespace
 
 void leaveOut(headless::Session& session, const std::vector<std::string>& rows) {
@@ -61,6 +46,8 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
       events_(events),
       progress_(console),
       log_(console, events, options.maxErrors) {
+  for (const std::string& vault : options.vaults)
+    vaults_.push_back(text::fromUtf8(std::filesystem::canonical(vault).string() + "/"));
   session_.observe(this);
   (void)engine::takeRefused();
 }
@@ -108,10 +95,12 @@ void RunWatch::begin(std::vector<std::string> rows) {
 
 void RunWatch::message(const std::wstring& text) {
   lastMessage_ = readable(text);
-  // A document that can't be read or written, a vault that can't be had, what a file of another system is like; all
-  // other lines are in the log or the events.
+  // A document that can't be read or written, a vault that can't be had, or a file of it, what a file of another system
+  // is like; all other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
-  const bool isTrouble = isOfModels || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
+  const bool isOfVault =
+      std::any_of(vaults_.begin(), vaults_.end(), [&](const auto& one) { return text.starts_with(one); });
+  const bool isTrouble = isOfModels || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
   if (isTrouble && tellTrouble(readable(text)) && isOfModels) ++faults_;
   // The run goes on without it. Its log isn't open yet.
   if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))
@@ -200,6 +189,9 @@ void RunWatch::progress(int value, int /*maximum*/) {
   while (running_ && done_ < rows_.size() && done_ < static_cast<std::size_t>(std::max(value, 0))) {
     finishModel(rows_[done_++]);
   }
+  // The bar is set before the first Body too: a stop that was asked for in Head leaves every row out.
+  if (running_ && Interrupt::code() != 0)
+    leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
 std::string RunWatch::outcomeOf(const Worked& worked) {
@@ -233,7 +225,6 @@ void RunWatch::finishModel(const std::string& row) {
   const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
   progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));
-  if (Interrupt::code() != 0) leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) {

@@ -80,7 +80,7 @@ class RunWatch : public headless::SessionObserver {
     bool compared = true;    // since it was written
     ModelChanges changes{};  // of a dry run
     bool differs = false;
-    std::unordered_map<std::size_t, std::size_t> told{};  // what the events said of it
+    Told told{};  // what the events said of it
     [[nodiscard]] bool isSaved() const { return firstVersion > 0; }
     [[nodiscard]] bool isChanged() const { return differs || !before.empty(); }
   };
@@ -120,6 +120,7 @@ class RunWatch : public headless::SessionObserver {
   std::unordered_map<std::string, Document*> byLabel_;  // by their names of now
   std::vector<Document*> uncompared_;
   std::set<std::string> told_;
+  std::vector<std::wstring> vaults_;    // machine paths of their folders
   int faults_ = 0, countedFaults_ = 0;  // error lines about documents; those that models behind their turn have had
   std::string lastMessage_;
   std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed

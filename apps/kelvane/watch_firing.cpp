@@ -8,7 +8,6 @@
 #include "creo/ProUITable.h"
 #include "engine/model_table.h"
 #include "headless/model/models.h"
-#include "kelvane/changes.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/run_watch.h"
@@ -79,6 +78,7 @@ void FiringWatch::renamed(const headless::RenamedDocument& model) {
   };
   follow(running_->unsavedBefore);
   follow(running_->saved);
+  follow(running_->changesTold);
   if (const auto known = running_->saved.find(now); known != running_->saved.end())
     known->second = {documentStem(model.path), model.path, known->second.firstVersion};
   for (Row& row : running_->rows) {
@@ -110,7 +110,7 @@ void FiringWatch::triggerBegins(const Firing& firing) {
 
 void FiringWatch::progress(int value, int /*maximum*/) {
   if (!running_) return;
-  if (value == 0) return takeRows();  // the bar is set back right before the first model
+  if (value == 0) takeRows();  // the bar is set back right before the first model
   while (running_->done < running_->rows.size() && running_->done < static_cast<std::size_t>(std::max(value, 0))) {
     finishRow(running_->rows[running_->done++]);
   }
@@ -129,12 +129,20 @@ void FiringWatch::noteUnsaved() {
   }
 }
 
+std::string FiringWatch::documentOf(const std::string& name) const {
+  const ModelFileName file = modelFileName(name);
+  const auto there = session_.models().inMemory(file.name, file.type);
+  if (!there) return name;
+  const headless::ModelDocument& document = *session_.models().find(there.value)->document;
+  return label(document.name, document.type);
+}
+
 std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string& name) const {
   const headless::Models& models = session_.models();
   const ModelFileName file = modelFileName(name);
   const auto there = models.inMemory(file.name, file.type);
   const headless::ModelDocument* document = there ? models.find(there.value)->document.get() : nullptr;
-  const std::string known = document ? label(document->name, document->type) : name;
+  const std::string known = documentOf(name);
   const auto saved = running_->saved.find(known);
   const bool isSaved = saved != running_->saved.end();
   const auto unsaved = running_->unsavedBefore.find(known);
@@ -176,8 +184,9 @@ void FiringWatch::finishRow(const Row& row) {
   const std::string& name = isRenamed ? row.now : row.name;
   const auto [before, now] = beforeAndNow(name);
   const bool failed = !row.isThere && !isInMemory(session_, name);
-  const ModelChanges changes = before.empty() || now.empty() ? ModelChanges() : compared(name, before, now);
-  tell(events_, changes);
+  const std::string document = documentOf(name);
+  const ModelChanges changes = before.empty() || now.empty() ? ModelChanges() : compared(document, before, now);
+  if (events_.on()) tell(events_, untold(changes, running_->changesTold[document]));
   const char* outcome = failed ? "failed" : isRenamed ? "renamed" : changes.any() ? "changed" : "unchanged";
   ++(failed ? recap.failed : isRenamed || changes.any() ? recap.changed : recap.unchanged);
   const int errors = log_.follow();

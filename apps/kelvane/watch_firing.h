@@ -12,6 +12,7 @@
 #include "core/log.h"
 #include "engine/triggers.h"
 #include "headless/session/session.h"
+#include "kelvane/changes.h"
 #include "kelvane/console.h"
 #include "kelvane/events.h"
 #include "kelvane/log_teller.h"
@@ -57,6 +58,7 @@ class FiringWatch : public headless::SessionObserver, public engine::TriggerObse
     // By labels of documents, "SHAFT.PRT". What isn't unsaved when the trigger fires lies on disk.
     std::map<std::string, std::string> unsavedBefore;  // their texts
     std::map<std::string, Saved> saved;
+    std::map<std::string, Told> changesTold;
     std::set<std::wstring> unreadable;  // paths of documents
     core::LogCounts logBefore;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
@@ -65,6 +67,8 @@ class FiringWatch : public headless::SessionObserver, public engine::TriggerObse
 
   void noteUnsaved();
   void takeRows();
+  // The label of the document that the row is kept in: that of its generic for an instance in memory.
+  [[nodiscard]] std::string documentOf(const std::string& name) const;
   // What the row's document was when the trigger fired and what it is now; empty where nobody changed it, or it can't
   // be had.
   [[nodiscard]] std::pair<std::string, std::string> beforeAndNow(const std::string& name) const;

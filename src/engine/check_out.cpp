@@ -48,6 +48,7 @@ void checkOutRow(ModelRows& rows, const documents::ServerWorkspace& workspace, c
   if (!model) return core::creoLog(L"<KVD> sourceData - Failure while use ProMdlRetrieve");
   const auto status = statusOf(workspace, row);
   if (!status) {
+    if (status.error != creo::ProNotFound) refused().push_back({row, {}});
     core::creoLog(L"File is from Hdd");
     return;
   }

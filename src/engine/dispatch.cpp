@@ -41,6 +41,7 @@ void takeCurrentModel(Subject& subject) {
 
 Outcome runRow(const Action& action, const XmlNode& node, const Subject& subject) {
   if (action.group == Group::modelNeeded && !subject.model) {
+    core::pluginState().currentAction = action.key;  // it has no title, and the line isn't about the action before
     core::logWrite(L"This function need a model to get worked on it", core::kError);
     return notHandled;
   }

@@ -233,8 +233,10 @@ void finishModel() {
   showProgress();
 }
 
-// The lines that follow are about this row.
+// The lines that follow are about this row, and until its first action about none.
 void nameRow(const std::string& row) {
+  pluginState().currentAction.clear();
+  pluginState().actionIndex = 0;
   pluginState().currentModelText = text::format(msgText(Message::workNowOn), text::fromUtf8(row));
   logWrite(pluginState().currentModelText, kTitle);
 }

@@ -48,9 +48,12 @@ TEST_F(Dispatch, RefusesModelActionsWithoutAModel) {
   core::XmlLoaded list = core::xmlParse(L"<task type=\"saveModel\"/>");
   world.start();
   engine::Subject none;
+  core::pluginState().currentAction = L"Run Mapkey";  // the action before
   EXPECT_EQ(engine::notHandled, engine::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
   EXPECT_EQ(L"E:This function need a model to get worked on it|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL",
             told(world.log()));
+  EXPECT_FALSE(world.logHas(L"Run Mapkey"));
+  EXPECT_TRUE(world.logHas(L"saveModel -  - This function need a model"));
 }
 
 TEST_F(Dispatch, RefusesByFilterWithAWarning) {

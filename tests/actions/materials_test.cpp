@@ -212,6 +212,9 @@ TEST_F(Materials, WhatNamedADeletedOneIsEmpty) {
       L"B0 Delete material|Material 'WOOD' deleted|Material 'TIN' deleted|The instance M4 has no material any more|"
       L"B1 Save model",
       told(world.log()));
+}
+
+TEST_F(Materials, RowsThatCantBeEmptiedHaveErrorLines) {
   for (const char* operation : {"ProFaminstanceValueGet", "ProFaminstanceValueSet", "ProFaminstanceCreate"}) {
     World own;
     fill(own);

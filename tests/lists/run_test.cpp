@@ -131,7 +131,7 @@ TEST(Run, WindowsOfTheRunAreClosedAndOthersStay) {
 TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
   World world;
   gearbox(world);
-  world.list("say.xml", say("@mdln@"));
+  world.list("say.xml", say("@mdln@"), say("head"));
   world.start();
   world.open(L"GEARBOX", ProMdlType::assembly);
   world.openTool();
@@ -142,6 +142,7 @@ TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
       L"work now on HOUSING.PRT\nwork now on HOUSING.PRT - Can't retrieve model\nwork now on SHAFT.PRT\n"
       L"work now on GEARBOX.ASM\n",
       linesWith(world, L"work now on"));
+  EXPECT_TRUE(world.logHas(L"2(ERR) B0  - work now on HOUSING.PRT")) << "Head's action isn't accused";
   EXPECT_TRUE(world.logHas(L"9 Run finished"));
 }
 

@@ -153,6 +153,10 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "actionlists/clean.xml:5: list filter: the filter holds no items, so that every model passes it; items stand in "
        "an element 'root' or 'filter'"},
       {"</body>\n<filter active='true'><root/></filter><foot/></list>", ""},
+      {"</body>\n<foot/></list>",
+       ":5: 'foot' stands in another section's place and isn't read as what it is called: head, body and filter are "
+       "the "
+       "first three elements of a list, the foot is the fourth, or of five the fifth"},
       {"<task type='editSimpRep' version='4' forASM='true'><insideFilter forPRT='true' forEF='true'><filter>\n"
        "<f type='isInstanze' filtertype='true'/></filter></insideFilter></task>",
        ":5: B0: unknown filter 'isInstanze'; did you mean 'isInstance'?"},

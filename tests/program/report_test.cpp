@@ -39,6 +39,8 @@ TEST_F(ReportVerb, DrawsAnAlignedTable) {
                    "2\0",
                    16),
        "\xC3\xA4  B\n-  -\n1  2\n", "1 row, 2 columns, UTF-16, separator \";\", no column file"},
+      {"A\x1b;B\r\n1;2\r\n", "A\\x1b  B\n-----  -\n1      2\n",
+       "1 row, 2 columns, UTF-8, separator \";\", no column file"},
       {"", "", "0 rows, 0 columns, UTF-8, separator \",\", no column file"},
   };
   for (const Case& c : cases) {

@@ -384,12 +384,13 @@ TEST_F(Run, ConfigurationIsDecodedFileByFileAndItsSlipsAreNamed) {
   EXPECT_EQ(0, ended.code);
   file("remarks/kvd_main.cfg",
        "# kvd_log_level=8\nkvd_log_level is 0 here\nauthor=Max\nKVD_LANG=de\nprt=1\n kvd_lang=de\nkvd_lang: "
-       "de\nkvd_our_own=1\n");
+       "de\nkvd_our_own=1\nkvd_log_level=2\nLogLevel=5\n");
   const std::string place = path("remarks/kvd_main.cfg");
   EXPECT_THAT(kelvane({"check", path("standards"), "--config", path("remarks")}).out,
               testing::HasSubstr(place + ":6: blanks beside the key 'kvd_lang' are taken as a part of it\n" + place +
                                  ":7: the key 'kvd_lang' has no '=' behind it\n" + place +
-                                 ":8: there is no key 'kvd_our_own'\n"));
+                                 ":8: there is no key 'kvd_our_own'\n" + place +
+                                 ":10: 'LogLevel': 5 is none of 0, 1, 2 and 8 and counts as 0\n"));
   EXPECT_THAT(kelvane({"check", path("standards"), "--config", path("remarks")}).out,
               testing::StartsWith(place + ":6"));
 }

@@ -378,16 +378,17 @@ TEST_F(RunTrouble, SignalEndsTheRunBetweenTwoModelsAndTheNextOneFinishesIt) {
             recapOf(run("norm")));
 }
 
-// Raises a signal when the first member of a package is unpacked.
+// Raises a signal when the first file whose path begins so is written: a member of a package, or the log.
 class SignallingFiles : public os::FilesWrapper {
  public:
-  using FilesWrapper::FilesWrapper;
+  SignallingFiles(os::Files& under, std::wstring_view begin) : os::FilesWrapper(under), begin_(begin) {}
   os::Result<std::unique_ptr<os::Appender>> append(std::wstring_view path) override {
-    if (path.starts_with(L"t:\\open_kvz_") && !std::exchange(raised_, true)) std::raise(SIGTERM);
+    if (path.starts_with(begin_) && !std::exchange(raised_, true)) std::raise(SIGTERM);
     return under_.append(path);
   }
 
  private:
+  std::wstring begin_;
   bool raised_ = false;
 };
 
@@ -396,7 +397,7 @@ TEST_F(RunTrouble, SignalEndsUnpackingAndTheNextRunBeginsAnew) {
   {
     const os::SurroundingsGuard guard;
     const std::shared_ptr<os::Files> disk = os::surroundings().files;
-    os::surroundings().files = std::make_shared<SignallingFiles>(*disk);
+    os::surroundings().files = std::make_shared<SignallingFiles>(*disk, L"t:\\open_kvz_");
     const Ended ended = run("norm");
     EXPECT_EQ(143, ended.code);
     EXPECT_EQ("done  models=0 changed=0 unchanged=0 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(ended));
@@ -404,6 +405,20 @@ TEST_F(RunTrouble, SignalEndsUnpackingAndTheNextRunBeginsAnew) {
   }
   EXPECT_EQ("done  models=1 changed=1 unchanged=0 skipped=0 failed=0 saved=1  errors=0 warnings=0",
             recapOf(run("norm")));
+}
+
+TEST_F(RunTrouble, SignalInHeadEndsTheRunBeforeTheFirstModelAndRunsFoot) {
+  for (int count = 1; count <= 2; ++count) {  // one row is worked where Creo stands, several by their windows
+    part(L"P" + std::to_wstring(count));
+    const os::SurroundingsGuard guard;
+    const std::shared_ptr<os::Files> disk = os::surroundings().files;
+    os::surroundings().files = std::make_shared<SignallingFiles>(*disk, L"t:\\kvd_log");
+    const Ended ended = run("norm");
+    EXPECT_EQ(143, ended.code);
+    EXPECT_EQ("done  models=0 changed=0 unchanged=0 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(ended));
+    EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("Run Foot actions"));
+    EXPECT_FALSE(std::filesystem::exists(models() + "/P1.prt.2"));
+  }
 }
 
 TEST_F(RunTrouble, AMemberThatCantBeUnpackedIsToldAndTheRunGoesOn) {

@@ -187,6 +187,10 @@ TEST_F(VaultProgram, TroubleIsToldInALine) {
   EXPECT_EQ(1, damaged.code);
   EXPECT_EQ(path("plm") + "/objects/shaft.prt.json:3: 'number' must be a whole number of 32 bits\n", damaged.err);
   EXPECT_EQ(0u, damaged.out.find("UNIT.ASM  A.1")) << damaged.out;
+  const Ended out = runAs("ann", "models", "norm.xml", {"--check-out", "-q", "-n"});
+  EXPECT_EQ(1, out.code) << "nobody can tell whether it is checked out";
+  EXPECT_EQ("error: " + damaged.err + "error: SHAFT.PRT can't be checked out: the server failed\n", out.err);
+  EXPECT_EQ("dry  models=2 changed=1 unchanged=0 skipped=0 failed=1 saved=1  errors=0 warnings=0", recapOf(out));
 }
 
 TEST_F(VaultProgram, ALockThatAnotherProcessHoldsIsNamed) {

@@ -73,6 +73,16 @@ TEST_F(WatchVerb, ModelsAreComparedWithWhatTheyWereWhenTheTriggerFired) {
             fire("regenerates", "PLATE.PRT"));
   EXPECT_EQ("before save  GEN_1.PRT  standards nothing  models=1 changed=0 unchanged=1" + numbers,
             fire("nothing", "GEN_1.PRT"));
+  assembly(L"A").uses(L"GEN_1", creo::ProMdlType::part);
+  list("set.xml",
+       "<task type='editModelParameter' version='3' forPRT='true' forEF='false' searchin='1' name='MASS' totype='2'"
+       " value='7'/>");
+  watch("open A.ASM\n", {"--events", path("events"), "--set", "kvd_start_kvz_after_open=standards set", "--set",
+                         "kvd_start_kvz_after_open_conf=11110"});
+  const std::string events = readBytes(path("events"));
+  const std::string value = "familyTable/instances/GEN_1/values/MASS";
+  EXPECT_THAT(events, testing::HasSubstr(R"("model":"GEN.PRT","path":")" + value));
+  EXPECT_EQ(events.find(value), events.rfind(value)) << "the rows of instance and generic share a document";
 }
 
 TEST_F(WatchVerb, ARenamedModelIsFollowed) {

@@ -19,6 +19,7 @@
 #include "kelvane/package_uses.h"
 #include "kelvane/path_check.h"
 #include "kelvane/text_check.h"
+#include "kelvane/vocabulary_words.h"
 #include "kelvane/xml_faults.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -42,17 +43,6 @@ std::string attribute(const XmlNode& node, std::wstring_view name) {
   return found ? text::toUtf8(found->value) : std::string();
 }
 bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(node.attributes, name) != nullptr; }
-
-std::vector<std::string> actionKeys() {
-  std::vector<std::string> keys;
-  for (const engine::Action& row : engine::actionTable()) keys.push_back(text::toUtf8(row.key));
-  return keys;
-}
-std::vector<std::string> predicateKeys() {
-  std::vector<std::string> keys;
-  for (const documents::Predicate& row : documents::predicateTable()) keys.push_back(text::toUtf8(row.key));
-  return keys;
-}
 
 // The rule that tells of what a package uses.
 std::string_view useRule(const std::string& kind) {
@@ -334,7 +324,8 @@ class Document {
 
   void checkPredicate(const XmlNode& item, const std::string& type) {
     const documents::Predicate* predicate = documents::findPredicate(text::fromUtf8(type));
-    if (!predicate) return add(item, "filter-unknown", "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
+    if (!predicate)
+      return add(item, "filter-unknown", "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
     addUses(item, usesOfFilterItem(item));
     for (const core::Attribute& row : predicate->attributes) checkAttribute(item, type, row);
     if (type == "parameter") checkComparedNumber(item);

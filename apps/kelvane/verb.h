@@ -58,5 +58,8 @@ std::unique_ptr<Verb> makeVault();
 std::unique_ptr<Verb> makeUi();
 std::unique_ptr<Verb> makeCompletion();
 std::unique_ptr<Verb> makeMan();
+std::unique_ptr<Verb> makeActions();
+std::unique_ptr<Verb> makePredicates();
+std::unique_ptr<Verb> makeHelp();
 
 }  // namespace kelvane

@@ -61,5 +61,7 @@ std::unique_ptr<Verb> makeMan();
 std::unique_ptr<Verb> makeActions();
 std::unique_ptr<Verb> makePredicates();
 std::unique_ptr<Verb> makeHelp();
+std::unique_ptr<Verb> makeSchema();
+std::unique_ptr<Verb> makeInit();
 
 }  // namespace kelvane

@@ -76,7 +76,7 @@ class Grammar {
     out_.open("choice");
     out_.leaf("ref name=\"group\"");
     out_.open("element");
-    out_.leaf("anyName");
+    out_.line("<choice><name>filters</name><name>filter</name><name>root</name></choice>");
     addMany("oneOrMore", {"group"});
     out_.close();
     out_.close();

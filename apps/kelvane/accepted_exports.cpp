@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include "core/line.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "kelvane/fault.h"
 #include "kelvane/nearest.h"
 #include "text/letters.h"
@@ -12,22 +12,19 @@
 namespace kelvane {
 namespace {
 
-// The numbers of texts that are asked in the log's language, 0 where the action has a text of its own.
+using core::Message;
+
 struct Format {
   const char* name;
-  int title, failure;
-  const wchar_t* ownTitle;
-  const wchar_t* ownFailure;
+  core::Line title, failure;
 };
 constexpr Format kFormats[] = {
-    {"sat", 239, 242, L"", L""},
-    {"dwg", 0, 0, L"Export DWG file", L"Export failure"},  // of a sheet
-    {"dwg", 0, 0, L"Export DWG file", L"Exportfailure"},   // of the drawing
-    {"productview", 244, 245, L"", L""},
-    {"pdf3d", 0, 0, L"Export 3dPDF", L"failure -40"},
+    {"sat", Message::exportSat, Message::satFailed},
+    {"dwg", L"Export DWG file", L"Export failure"},  // of a sheet
+    {"dwg", L"Export DWG file", L"Exportfailure"},   // of the drawing
+    {"productview", Message::exportCreoView, Message::creoViewFailed},
+    {"pdf3d", L"Export 3dPDF", L"failure -40"},
 };
-
-std::wstring textOf(int number, const wchar_t* own) { return number == 0 ? std::wstring(own) : core::msgText(number); }
 
 std::vector<std::string> names() {
   std::vector<std::string> all;
@@ -51,7 +48,7 @@ AcceptedExports::AcceptedExports(const std::vector<std::string>& written) {
       const std::size_t before = lines_.size();
       for (const Format& format : kFormats) {
         if (text::equalNoCase(std::string_view(format.name), std::string_view(one)))
-          lines_.push_back({textOf(format.title, format.ownTitle), textOf(format.failure, format.ownFailure)});
+          lines_.push_back({std::wstring(core::lineText(format.title)), std::wstring(core::lineText(format.failure))});
       }
       if (lines_.size() == before)
         throw Fault("--accept: there is no '" + one + "'" + didYouMean(one, names()) + "; there are " +

@@ -14,6 +14,7 @@
 #include "engine/task.h"
 #include "engine/workbook.h"
 #include "kelvane/attribute_check.h"
+#include "kelvane/filter_check.h"
 #include "kelvane/list_names.h"
 #include "kelvane/nearest.h"
 #include "kelvane/package_uses.h"
@@ -140,7 +141,7 @@ class Document {
     if (const engine::Action* action = engine::findAction(text::fromUtf8(type)))
       checkAction(task, type, *action);
     else if (documents::isPredicate(text::fromUtf8(type)))
-      checkPredicate(task, type);
+      add(task, predicateFaults(task));
     else
       add(task, "action-unknown", "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
     checkSwitchedFilter(task);
@@ -310,70 +311,10 @@ class Document {
     core::xmlEachChild(block, [this](const XmlNode& group) {
       if (group.name != L"filter" && group.name != L"root") return;
       core::xmlEachChild(group, [this](const XmlNode& item) {
-        const std::string type = attribute(item, L"type");
-        if (!has(item, L"type")) return add(item, "filter-without-type", "a filter item without 'type'");
-        checkPredicate(item, type);
-        if (!has(item, L"filtertype")) {
-          add(item, "filter-without-filtertype",
-              "filter '" + type + "' has no 'filtertype': its item holds where the test fails");
-        }
-        for (const wchar_t* name : {L"filtertype", L"opand"}) checkSmallLetters(item, name);
+        if (documents::isPredicate(text::fromUtf8(attribute(item, L"type")))) addUses(item, usesOfFilterItem(item));
+        add(item, itemFaults(item));
       });
     });
-  }
-
-  void checkPredicate(const XmlNode& item, const std::string& type) {
-    const documents::Predicate* predicate = documents::findPredicate(text::fromUtf8(type));
-    if (!predicate)
-      return add(item, "filter-unknown", "unknown filter '" + type + "'" + didYouMean(type, predicateKeys()));
-    addUses(item, usesOfFilterItem(item));
-    for (const core::Attribute& row : predicate->attributes) checkAttribute(item, type, row);
-    if (type == "parameter") checkComparedNumber(item);
-  }
-
-  // A comparison with an order or a margin is one of numbers, and reads them up to a comma.
-  void checkComparedNumber(const XmlNode& item) {
-    const std::string order = attribute(item, L"ncomp");
-    const bool isOrdered = order == "1" || order == "2" || order == "4" || order == "5";
-    if (!isOrdered && attribute(item, L"epsilon").empty()) return;
-    const std::string value = attribute(item, L"value");
-    if (value.find(',') != value.npos && isReadAsNumber(text::fromUtf8(value)))
-      add(item, "filter-attribute", "filter 'parameter', 'value': a number ends at its comma: '" + value + "'");
-  }
-
-  void checkAttribute(const XmlNode& item, const std::string& type, const core::Attribute& row) {
-    const core::XmlAttr* found = core::attrFind(item.attributes, row.name);
-    const std::string name = text::toUtf8(row.name);
-    const bool isNeeded = row.need == core::Need::needed;
-    if (!found) {
-      if (isNeeded) add(item, "filter-attribute", "filter '" + type + "' has no '" + name + "'");
-      return;
-    }
-    if (row.variables) checkText(item, *found);
-    const bool isPattern = row.kind == core::Kind::pattern && !(row.variables && hasVariables(found->value));
-    std::string fault = isPattern ? patternFault(found->value) : std::string();
-    // An optional value may be empty: it asks nothing then.
-    if (!isPattern && (isNeeded || !found->value.empty())) fault = valueFault(found->value, row);
-    if (!fault.empty()) {
-      add(item, "filter-attribute",
-          "filter '" + type + "', '" + name + "': " + fault + ": '" + text::toUtf8(found->value) + "'");
-    }
-  }
-  static std::string valueFault(std::wstring_view value, const core::Attribute& row) {
-    using enum core::Kind;
-    const core::Kind kind = row.kind;
-    if (kind == integer && !isInteger(value)) return "no whole number";
-    if (kind == index && value != L"*" && !isInteger(value)) return "neither a whole number nor '*'";
-    constexpr int kLastFeatureCode = 246;
-    const bool isCode = isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= kLastFeatureCode;
-    if (kind == feature && !isCode) return "no code of a feature type";
-    if (kind == number && !isNumber(value)) return "no number";
-    if (kind == measure && !(isNumber(value) && isReadAsNumber(value))) return "no number such as '297' or '-1.5e2'";
-    if (kind == flag && value != L"true" && value != L"false") return "neither 'true' nor 'false'";
-    if (kind != word) return {};
-    const auto words = text::split(row.words, L'|');
-    const bool isOne = std::find(words.begin(), words.end(), value) != words.end();
-    return isOne ? std::string() : "none of " + text::toUtf8(text::replaceAll(row.words, L"|", L", "));
   }
 
   std::string member_;

@@ -131,6 +131,12 @@ class Grammar {
     addKey(row.key, row.about);
     std::vector<Attribute> all(row.attributes.begin(), row.attributes.end());
     all.insert(all.end(), std::begin(kItemAttributes), std::end(kItemAttributes));
+    // Some programs give items what tasks have; nothing reads it.
+    for (Attribute common :
+         chosen(engine::commonAttributes(), [](const Attribute& one) { return one.name != L"type"; })) {
+      common.need = core::Need::optional;
+      all.push_back(common);
+    }
     addAttributes(out_, all);
     out_.close();
   }

@@ -101,6 +101,7 @@ void RunWatch::tellRefusedExpressions() {
 void RunWatch::begin(std::vector<std::string> rows) {
   rows_ = std::move(rows);
   running_ = true;
+  countedFaults_ = faults_;  // what was damaged before isn't the first model's fault
   log_.begin(core::pluginState().logFile);
   progress_.begin(static_cast<int>(rows_.size()));
 }

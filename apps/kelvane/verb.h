@@ -44,6 +44,7 @@ struct VerbRow {
 std::unique_ptr<Verb> makeRun();
 std::unique_ptr<Verb> makeLists();
 std::unique_ptr<Verb> makeCheck();
+std::unique_ptr<Verb> makeExplain();
 std::unique_ptr<Verb> makeEval();
 std::unique_ptr<Verb> makeWhy();
 std::unique_ptr<Verb> makeModels();

@@ -5,7 +5,7 @@
 namespace core {
 
 std::wstring_view lineText(const Line& line) {
-  return line.message >= 0 ? std::wstring_view(msgText(line.message)) : line.text;
+  return line.message ? std::wstring_view(msgText(*line.message)) : line.text;
 }
 
 }  // namespace core

@@ -147,8 +147,8 @@ void logIndented(std::wstring_view text, int level, int depth) {
   }
 }
 
-void logMsgId(int id, int level, int depth) { logIndented(msgText(id), level, depth); }
-void logMsgPlain(int id, int level) { logWrite(msgText(id), level); }
+void logMsgId(Message message, int level, int depth) { logIndented(msgText(message), level, depth); }
+void logMsgPlain(Message message, int level) { logWrite(msgText(message), level); }
 
 LogSilence::LogSilence() { ++log().silences; }
 LogSilence::~LogSilence() { --log().silences; }

@@ -7,6 +7,8 @@
 
 namespace core {
 
+enum class Message : int;  // core/messages.h
+
 // Levels of lines.
 constexpr int kNormal = 0;
 constexpr int kWarning = 1;
@@ -20,8 +22,8 @@ constexpr int kTitle = 9;
 void logWrite(std::wstring_view text, int level);
 // With the indent of depth; at level 0 and depth 0 the line is an action's title and becomes the running action.
 void logIndented(std::wstring_view text, int level, int depth);
-void logMsgId(int id, int level, int depth);
-void logMsgPlain(int id, int level);
+void logMsgId(Message message, int level, int depth);
+void logMsgPlain(Message message, int level);
 
 // The prefix stands before the text of every line until it is left.
 void logEnterGroup(std::wstring_view prefix);

@@ -1,6 +1,7 @@
 #include "core/messages.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "core/log.h"
 #include "text/format.h"
@@ -41,6 +42,31 @@ constexpr std::array<std::int16_t, 246> kFeatureTypes = {
 // clang-format on
 constexpr int kUnknownFeatureType = 3;
 
+struct MessageRow {
+  Message message;
+  int number;
+  const wchar_t *english, *german;
+};
+constexpr MessageRow kRows[] = {
+#include "core/message_rows.inc"
+};
+constexpr bool isInOrder() {
+  int number = 0;
+  for (const MessageRow& row : kRows) {
+    if (row.number != number || static_cast<int>(row.message) != number) return false;
+    ++number;
+  }
+  return true;
+}
+static_assert(isInOrder(), "a row has another number than its place, or another name than its number");
+static_assert(std::size(kRows) <= kMessageCount);
+
+constexpr MessageTable column(const wchar_t* MessageRow::*language) {
+  MessageTable texts = {};
+  for (const MessageRow& row : kRows) texts[static_cast<std::size_t>(row.number)] = row.*language;
+  return texts;
+}
+
 bool german = false;
 
 int filled(const MessageTable& table) {
@@ -49,12 +75,11 @@ int filled(const MessageTable& table) {
 
 }  // namespace
 
-const int langkey = kMessageCount;
+constinit const MessageTable lang_de = column(&MessageRow::german);
+constinit const MessageTable lang_en = column(&MessageRow::english);
+const int langkey = static_cast<int>(std::size(kRows));
 
-const wchar_t* msgText(int id) {
-  if (id < 0 || id >= kMessageCount) return L"";
-  return (german ? lang_de : lang_en)[static_cast<std::size_t>(id)];
-}
+const wchar_t* msgText(Message message) { return (german ? lang_de : lang_en)[static_cast<std::size_t>(message)]; }
 
 void setLanguage(std::wstring_view language) { german = text::equalNoCase(language, L"de"); }
 

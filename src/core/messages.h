@@ -1,21 +1,24 @@
-// The texts of the log, in German and English, by number. Creo's own message file kvusermsg.txt is another thing: it
-// holds what Creo itself displays.
+// The texts of the log, in German and English, by name and number. Creo's own message file kvusermsg.txt is another
+// thing: it holds what Creo itself displays.
 #pragma once
 
 #include <array>
 #include <string>
 #include <string_view>
 
+#include "core/message_names.h"
+
 namespace core {
 
 constexpr int kMessageCount = 422;
 using MessageTable = std::array<const wchar_t*, kMessageCount>;
+// A language of the one table, by number.
 extern const MessageTable lang_de;
 extern const MessageTable lang_en;
-extern const int langkey;  // how many entries the tables must have
+extern const int langkey;  // how many rows the table has
 
-// The text of a number in the current language. Numbers are constants of 0 to 421.
-const wchar_t* msgText(int id);
+// The text in the current language.
+const wchar_t* msgText(Message message);
 // "de", case-blind, selects German; anything else English.
 void setLanguage(std::wstring_view language);
 bool useGerman();

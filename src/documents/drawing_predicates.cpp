@@ -11,8 +11,7 @@
 namespace documents {
 namespace {
 
-constexpr int kTitleFormatName = 22, kTitleFormatsOnSheets = 30, kTitleCurrentModel = 32, kNoSolidFound = 34,
-              kTitleSymbolOnDrawing = 35;
+using core::Message;
 
 // Calls f(sheet) for the sheets of a drawing in turn, until one gives true. False for none, and where the sheets can't
 // be counted.
@@ -67,7 +66,7 @@ Answer formatsOnSheetsPredicate(const Question& question) {
 Answer currentModelPredicate(const Question& question) {
   const auto solid = creo::ProDrawingCurrentsolidGet(question.model);
   if (!solid) {
-    core::logMsgId(kNoSolidFound, core::kDebug, 1);
+    core::logMsgId(Message::noSolidFound, core::kDebug, 1);
     return answer(question.isTrue(L"inclnoact"));
   }
   const auto name = creo::ProMdlNameGet(solid.value);
@@ -140,28 +139,28 @@ constexpr Predicate kPredicates[] = {
      .function = &multiModelDrawingPredicate},
     {.key = L"formatName",
      .place = 15,
-     .title = kTitleFormatName,
+     .title = Message::filterFormatName,
      .models = Models::drawings,
      .attributes = kFormatName,
      .about = "the format of a sheet fits",
      .function = &formatNamePredicate},
     {.key = L"drawingCurrentModel",
      .place = 16,
-     .title = kTitleCurrentModel,
+     .title = Message::filterDrawingModel,
      .models = Models::drawings,
      .attributes = kCurrentModel,
      .about = "the name of the current model fits",
      .function = &currentModelPredicate},
     {.key = L"formatsOnSheets",
      .place = 19,
-     .title = kTitleFormatsOnSheets,
+     .title = Message::filterSheetFormats,
      .models = Models::drawings,
      .attributes = kFormatsOnSheets,
      .about = "a sheet has a format, or all sheets have",
      .function = &formatsOnSheetsPredicate},
     {.key = L"symbolOnDrawing",
      .place = 20,
-     .title = kTitleSymbolOnDrawing,
+     .title = Message::filterSymbol,
      .models = Models::drawings,
      .attributes = kSymbol,
      .about = "a symbol of that name stands on a sheet",

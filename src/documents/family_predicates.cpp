@@ -13,8 +13,7 @@
 namespace documents {
 namespace {
 
-constexpr int kTitleInstance = 6, kTitleGeneric = 8;
-constexpr int kCreationFailed = 141;
+using core::Message;
 
 // An instance as a model, for as long as the object lives. One that was in memory before stays there: somebody works
 // on it.
@@ -76,7 +75,7 @@ class FamilySearch {
       if (!allLevels) continue;
       const BuiltInstance built(row, type_);
       if (!built.model())
-        core::logWrite(row.name + core::msgText(kCreationFailed), core::kError);
+        core::logWrite(row.name + core::msgText(Message::instanceNotCreated), core::kError);
       else if (findsUnverified(built.model().value, allLevels))
         return true;
     }
@@ -126,13 +125,13 @@ constexpr Attribute kLevel[] = {
 
 constexpr Predicate kInstance = {.key = L"isInstance",
                                  .place = 0,
-                                 .title = kTitleInstance,
+                                 .title = Message::filterIsInstance,
                                  .models = Models::solids,
                                  .about = "it is an instance of a family table",
                                  .function = &instancePredicate};
 constexpr Predicate kGeneric = {.key = L"isGeneric",
                                 .place = 1,
-                                .title = kTitleGeneric,
+                                .title = Message::filterIsGeneric,
                                 .models = Models::solids,
                                 .about = "it has a family table",
                                 .function = &genericPredicate};

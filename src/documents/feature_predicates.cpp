@@ -11,7 +11,8 @@
 namespace documents {
 namespace {
 
-constexpr int kTitleSuppressed = 27, kTitleExists = 28, kTitleFromType = 29, kTitleGeometryCheck = 45;
+using core::Message;
+
 constexpr std::wstring_view kFromTypeVersion = L"4";
 
 // Does the test hold for a feature of the solid? The first one ends the visit.
@@ -149,21 +150,21 @@ constexpr Attribute kFromType[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"keExists",
      .place = 14,
-     .title = kTitleExists,
+     .title = Message::filterFeatureExists,
      .models = Models::solids,
      .attributes = kExists,
      .about = "the name of a feature, taken as a pattern, fits a text",
      .function = &featureExistsPredicate},
     {.key = L"keSuppressed",
      .place = 17,
-     .title = kTitleSuppressed,
+     .title = Message::filterFeatureSuppressed,
      .models = Models::solids,
      .attributes = kName,
      .about = "a feature whose name fits is suppressed",
      .function = &featureSuppressedPredicate},
     {.key = L"keFromType",
      .place = 22,
-     .title = kTitleFromType,
+     .title = Message::filterFeatureType,
      .models = Models::solids,
      .asksTypeItself = true,
      .attributes = kFromType,
@@ -171,7 +172,7 @@ constexpr Predicate kPredicates[] = {
      .function = &featureFromTypePredicate},
     {.key = L"geomchk",
      .place = 23,
-     .title = kTitleGeometryCheck,
+     .title = Message::filterGeometryCheck,
      .models = Models::solids,
      .about = "a feature has geometry checks",
      .function = &geometryCheckPredicate},

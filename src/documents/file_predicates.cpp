@@ -13,7 +13,8 @@
 namespace documents {
 namespace {
 
-constexpr int kTitlePath = 17, kTitleFilename = 18;
+using core::Message;
+
 constexpr std::size_t kFileNameField = 101;
 
 // What a file's name says of its model; unused: nothing.
@@ -152,13 +153,13 @@ constexpr Attribute kModel[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"path",
      .place = 7,
-     .title = kTitlePath,
+     .title = Message::filterPath,
      .attributes = kPath,
      .about = "where it lies fits",
      .function = &pathPredicate},
     {.key = L"filename",
      .place = 8,
-     .title = kTitleFilename,
+     .title = Message::filterFilename,
      .attributes = kFilename,
      .about = "the name of its file fits",
      .function = &filenamePredicate},

@@ -11,9 +11,7 @@
 namespace documents {
 namespace {
 
-constexpr int kLinkedByAnd = 47, kLinkedByOr = 48;
-constexpr int kItemFails = 49, kItemHolds = 50;
-constexpr int kSummaryTrue = 51, kSummaryFalse = 52;
+using core::Message;
 
 std::wstring_view valueOf(const core::XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* attribute = core::attrFind(node.attributes, name);
@@ -68,8 +66,8 @@ bool itemFails(const core::XmlNode& item, Answer result) {
 
 // The state after a group; it is handed on from one group to the next.
 int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, bool silent, FilterWatch& watch) {
-  const auto note = [silent](int id) {
-    if (!silent) core::logMsgId(id, core::kNormal, 1);
+  const auto note = [silent](Message message) {
+    if (!silent) core::logMsgId(message, core::kNormal, 1);
   };
   std::vector<const core::XmlNode*> items;
   core::xmlEachChild(group, [&items](const core::XmlNode& item) { items.push_back(&item); });
@@ -80,19 +78,19 @@ int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, boo
     const bool fails = itemFails(*items[i], result);
     watch.itemEnds(*items[i], result, fails);
     if (fails) state = kFilterRefuses;
-    note(fails ? kItemFails : kItemHolds);
+    note(fails ? Message::filterFails : Message::filterHolds);
     if (i + 1 == items.size()) break;
     if (valueOf(*items[i], L"opand") == L"true") {
-      note(kLinkedByAnd);
+      note(Message::linkedByAnd);
       watch.linked(FilterWatch::Link::withAnd);
       continue;
     }
     watch.linked(state == kFilterHolds ? FilterWatch::Link::settled : FilterWatch::Link::withOr);
     if (state == kFilterHolds) break;
-    note(kLinkedByOr);
+    note(Message::linkedByOr);
     state = kFilterHolds;
   }
-  note(state == kFilterHolds ? kSummaryTrue : kSummaryFalse);
+  note(state == kFilterHolds ? Message::allFiltersHold : Message::allFiltersFail);
   return state;
 }
 

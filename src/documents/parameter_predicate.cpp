@@ -18,7 +18,8 @@
 namespace documents {
 namespace {
 
-constexpr int kParameterFound = 36, kTitleParameter = 37;
+using core::Message;
+
 constexpr std::wstring_view kCurrentModelPrefix = L"curmod:";
 
 // How a parameter is compared, read once for all parameters that the pattern meets.
@@ -119,7 +120,7 @@ Answer parameterPredicate(const Question& question) {
   creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
     if (!matches(name.text, parameter.id)) return creo::ProNoError;
     met = true;
-    core::logMsgId(kParameterFound, core::kDebug, 1);
+    core::logMsgId(Message::parameterFound, core::kDebug, 1);
     return compareParameter(with, parameter, held);
   });
   // A name that holds a star or slashes of its own isn't met as a pattern.
@@ -183,7 +184,7 @@ constexpr Attribute kType[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"parameter",
      .place = 4,
-     .title = kTitleParameter,
+     .title = Message::filterParameter,
      .models = Models::typed,
      .asksTypeItself = true,
      .attributes = kParameter,

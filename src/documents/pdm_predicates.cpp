@@ -12,7 +12,8 @@
 namespace documents {
 namespace {
 
-constexpr int kTitlePdmObject = 19;
+using core::Message;
+
 constexpr std::wstring_view kServerPlaces[] = {L"wtws", L"wtpub", L"ilws", L"ilcs"};
 
 bool beginsWithServerPlace(std::wstring_view text) {
@@ -104,13 +105,13 @@ constexpr Attribute kPdmObject2[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"pdmobject",
      .place = 5,
-     .title = kTitlePdmObject,
+     .title = Message::filterPdmObject,
      .attributes = kPdmObject,
      .about = "it comes from the PDM system, or does not",
      .function = &pdmObjectPredicate},
     {.key = L"pdmobject_2",
      .place = 6,
-     .title = kTitlePdmObject,
+     .title = Message::filterPdmObject,
      .attributes = kPdmObject2,
      .about = "the attribute of its state in the PDM system is true",
      .function = &pdmObject2Predicate},

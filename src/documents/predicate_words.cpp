@@ -11,7 +11,7 @@
 namespace documents {
 namespace {
 
-constexpr int kTypeFailed = 7;
+using core::Message;
 
 bool applies(creo::ProMdlType type, Models to) {
   using creo::ProMdlType;
@@ -58,7 +58,7 @@ bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool r
 std::optional<creo::ProMdlType> applicableType(creo::ProMdl model, Models to) {
   const auto type = creo::ProMdlTypeGet(model);
   if (!type) {
-    core::logMsgPlain(kTypeFailed, core::kError);
+    core::logMsgPlain(Message::typeUnread, core::kError);
     return {};
   }
   if (!applies(type.value, to)) return {};

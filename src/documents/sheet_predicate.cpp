@@ -12,7 +12,7 @@
 namespace documents {
 namespace {
 
-constexpr int kNoDouble = 26, kTitleSheetSize = 40, kSizeFits = 43, kSizeDiffers = 44;
+using core::Message;
 
 // A test of a measure against an attribute's value, with the line of one that passes.
 struct Test {
@@ -32,7 +32,7 @@ bool passes(const Test& test, std::wstring_view value, double measure) {
   }
   if (value.empty()) return true;
   if (!matches(engine::kDoublePattern, value)) {
-    core::logMsgPlain(kNoDouble, core::kError);
+    core::logMsgPlain(Message::noDouble, core::kError);
     return false;
   }
   const double wanted = text::parseDouble(value);
@@ -63,7 +63,7 @@ Answer sheetSizePredicate(const Question& question) {
   }
   const bool fits = passesAll(question.item, {L"hs", L"he", L"hb"}, size.value.height) &&
                     passesAll(question.item, {L"ws", L"we", L"wb"}, size.value.width);
-  core::logMsgId(fits ? kSizeFits : kSizeDiffers, core::kDebug, 1);
+  core::logMsgId(fits ? Message::found : Message::notTheRightOne, core::kDebug, 1);
   return answer(fits);
 }
 
@@ -79,7 +79,7 @@ constexpr Attribute kSheetSize[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"sheetsize",
      .place = 12,
-     .title = kTitleSheetSize,
+     .title = Message::filterSheetSize,
      .models = Models::drawings,
      .attributes = kSheetSize,
      .about = "height and width of the current sheet lie between bounds",

@@ -20,12 +20,7 @@
 namespace documents {
 namespace {
 
-constexpr int kTypeFailed = 7;
-constexpr int kTitleUnits = 20, kUnitsFailed = 21;
-constexpr int kTitleMaterial = 23, kTitleMaterialParameter = 24, kNoInteger = 25, kNoDouble = 26;
-constexpr int kTitleRelations = 38, kTitlePostRelations = 39;
-constexpr int kTitleSubtype = 46;
-constexpr int kDrawingFailed = 124;
+using core::Message;
 
 // What stands for the material of a part that has none.
 constexpr std::wstring_view kSystemMaterial = L"PTC_SYSTEM_MTRL_PROPS";
@@ -51,7 +46,7 @@ bool boolean(std::wstring_view value, bool state) {
 }
 
 // A value that must have the form of a number; message: what is said of one that hasn't.
-bool hasForm(std::wstring_view value, std::wstring_view pattern, int message) {
+bool hasForm(std::wstring_view value, std::wstring_view pattern, Message message) {
   if (matches(pattern, value)) return true;
   core::logMsgPlain(message, core::kError);
   return false;
@@ -62,10 +57,10 @@ bool equals(const creo::ProParamvalue& held, std::wstring_view value) {
     case creo::ProParamvalueType::string:
       return matches(value, held.string);
     case creo::ProParamvalueType::integer:
-      return hasForm(value, engine::kIntegerPattern, kNoInteger) &&
+      return hasForm(value, engine::kIntegerPattern, Message::noInteger) &&
              noted(L"=", value, held.integer, text::parseDouble(value) == held.integer);  // beyond int, too
     case creo::ProParamvalueType::real:
-      return hasForm(value, engine::kDoublePattern, kNoDouble) &&
+      return hasForm(value, engine::kDoublePattern, Message::noDouble) &&
              noted(L"=", value, held.real, text::parseDouble(value) == held.real);
     case creo::ProParamvalueType::boolean:
       return boolean(value, held.boolean);
@@ -97,7 +92,7 @@ Answer relationPredicate(const Question& question) {
   if (!owner) return Answer::no;
   bool held = question.isTrue(L"rel") && anyRelation(owner.value, search);
   if (!held && question.isTrue(L"posrel")) {
-    core::logMsgId(kTitlePostRelations, core::kDebug, 1);
+    core::logMsgId(Message::filterPostRelations, core::kDebug, 1);
     owner.value.id = creo::kPostRegeneration;
     held = anyRelation(owner.value, search);
   }
@@ -127,7 +122,7 @@ Answer materialParameterPredicate(const Question& question) {
 Answer unitSystemPredicate(const Question& question) {
   const auto name = creo::ProMdlPrincipalunitsystemGet(question.model);
   if (!name) {
-    core::logMsgPlain(kUnitsFailed, core::kError);
+    core::logMsgPlain(Message::unitSystemUnread, core::kError);
     return Answer::no;
   }
   return answer(matches(question.value(L"us"), name.value));
@@ -136,7 +131,7 @@ Answer unitSystemPredicate(const Question& question) {
 Answer modelSubtypePredicate(const Question& question) {
   const auto subtype = creo::ProMdlSubtypeGet(question.model);
   if (!subtype) {
-    core::logMsgPlain(kTypeFailed, core::kWarning);
+    core::logMsgPlain(Message::typeUnread, core::kWarning);
     return Answer::notApplicable;
   }
   return answer(subtypeOf(question.value(L"subtype")) == subtype.value);
@@ -173,7 +168,7 @@ Answer insertModePredicate(const Question& question) {
 Answer regeneratePredicate(const Question& question) {
   if (question.type == creo::ProMdlType::drawing) {
     if (creo::ProDwgDraftRegenerate(question.model) == creo::ProNoError) return Answer::yes;
-    core::logMsgId(kDrawingFailed, core::kDebug, 1);
+    core::logMsgId(Message::drawingNotRegenerated, core::kDebug, 1);
     return Answer::no;
   }
   if (question.value(L"force") == L"false") {
@@ -230,34 +225,34 @@ constexpr Attribute kRegeneration[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"relation",
      .place = 9,
-     .title = kTitleRelations,
+     .title = Message::filterRelations,
      .attributes = kRelation,
      .about = "a line of the relations fits",
      .function = &relationPredicate},
     {.key = L"currentMaterialName",
      .place = 10,
-     .title = kTitleMaterial,
+     .title = Message::filterMaterialName,
      .models = Models::parts,
      .attributes = kMaterial,
      .about = "the name of the current material fits",
      .function = &currentMaterialPredicate},
     {.key = L"unitSystem",
      .place = 13,
-     .title = kTitleUnits,
+     .title = Message::filterUnitSystem,
      .models = Models::solids,
      .attributes = kUnitSystem,
      .about = "the principal system of units fits",
      .function = &unitSystemPredicate},
     {.key = L"materialParameter",
      .place = 18,
-     .title = kTitleMaterialParameter,
+     .title = Message::filterMaterialParameter,
      .models = Models::parts,
      .attributes = kMaterialParameter,
      .about = "a parameter of the current material has that value",
      .function = &materialParameterPredicate},
     {.key = L"modelsubtype",
      .place = 24,
-     .title = kTitleSubtype,
+     .title = Message::filterSubtype,
      .attributes = kSubtype,
      .about = "it is of that subtype",
      .function = &modelSubtypePredicate},

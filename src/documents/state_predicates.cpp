@@ -10,7 +10,7 @@
 namespace documents {
 namespace {
 
-constexpr int kTitleLayer = 31;
+using core::Message;
 
 bool anyMatches(std::wstring_view pattern, const std::vector<std::wstring>& names) {
   return std::any_of(names.begin(), names.end(),
@@ -139,7 +139,7 @@ constexpr Attribute kExplodedState[] = {
 constexpr Predicate kPredicates[] = {
     {.key = L"layer",
      .place = 11,
-     .title = kTitleLayer,
+     .title = Message::filterLayer,
      .models = Models::solids,
      .attributes = kLayer,
      .about = "a layer has a name, and a number of items, that fit",

@@ -27,6 +27,7 @@ class Task;  // engine/task.h
 
 using core::Line;
 using core::lineText;
+using core::Message;
 
 // ---- conditions
 
@@ -82,13 +83,12 @@ class Conditions {
   std::size_t count_ = 0;
 };
 
-constexpr int kFilterRefused = 4, kInstanceRefused = 5;
-constexpr Condition kFilter{.test = Test::filter, .line = kFilterRefused};
-constexpr Condition kFilterUnlessForAll{.test = Test::filterUnlessForAll, .line = kFilterRefused};
-constexpr Condition kFilterWithModel{.test = Test::filterWithModel, .line = kFilterRefused};
+constexpr Condition kFilter{.test = Test::filter, .line = Message::filterRefused};
+constexpr Condition kFilterUnlessForAll{.test = Test::filterUnlessForAll, .line = Message::filterRefused};
+constexpr Condition kFilterWithModel{.test = Test::filterWithModel, .line = Message::filterRefused};
 constexpr Condition kNoFilter{.test = Test::noFilter};
-constexpr Condition kNotInstance{.test = Test::notInstance, .line = kInstanceRefused};
-constexpr Condition kInstancesAsTold{.test = Test::instancesAsTold, .line = kInstanceRefused, .outcome = done};
+constexpr Condition kNotInstance{.test = Test::notInstance, .line = Message::instanceRefused};
+constexpr Condition kInstancesAsTold{.test = Test::instancesAsTold, .line = Message::instanceRefused, .outcome = done};
 constexpr Condition kAnyOfTheWork{.test = Test::anyOfTheWork, .level = core::kError, .outcome = done};
 constexpr Condition kModelThere{
     .test = Test::model, .line = L"This function need a model to get worked on it", .level = core::kError};

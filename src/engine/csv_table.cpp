@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/log.h"
+#include "core/messages.h"
 #include "engine/compare.h"
 #include "engine/pattern_kind.h"
 #include "os/paths.h"
@@ -21,7 +22,6 @@ namespace engine {
 namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
-constexpr int kNewTable = 324;
 constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
 
 // Semicolons, blanks, and a separator of another kind.
@@ -169,7 +169,7 @@ int readCSVtoTable(std::size_t& tableIndex, std::wstring_view path, wchar_t sepa
     tableIndex = known->second;
     return 0;
   }
-  core::logMsgId(kNewTable, core::kNormal, 1);
+  core::logMsgId(core::Message::createMemoryTables, core::kNormal, 1);
   core::logWrite(text::format(L"readCSVtoTable: %d, %s with %c and %s", static_cast<int>(store().tables.size()), file,
                               separator, encoding),
                  core::kDebug);

@@ -193,12 +193,12 @@ bool openList() {
 std::wstring bodyTitle() {
   const auto current = ProMdlCurrentGet();
   if (!current) return {};
-  return text::format(msgText(55), ProMdlNameGet(current.value).value,
+  return text::format(msgText(Message::runBody), ProMdlNameGet(current.value).value,
                       typeExtension(ProMdlTypeGet(current.value).value));
 }
 
 void runHead() {
-  logMsgPlain(54, kTitle);
+  logMsgPlain(Message::runHead, kTitle);
   pluginState().section = L'H';
   runSection(run()->list.head, "");
 }
@@ -235,7 +235,7 @@ void finishModel() {
 
 // The lines that follow are about this row.
 void nameRow(const std::string& row) {
-  pluginState().currentModelText = text::format(msgText(340), text::fromUtf8(row));
+  pluginState().currentModelText = text::format(msgText(Message::workNowOn), text::fromUtf8(row));
   logWrite(pluginState().currentModelText, kTitle);
 }
 
@@ -495,13 +495,13 @@ void finishRun() {
   if (!run()) return;
   PluginState& state = pluginState();
   const std::shared_ptr<Run> kept = run();
-  logMsgPlain(56, kTitle);
+  logMsgPlain(Message::runFoot, kTitle);
   state.section = L'F';
   runSection(kept->list.foot, "");
   if (!run()) return;
   reports::reportsCloseAll(reports::reportRegistry());
   leaveRun();
-  logMsgPlain(57, kTitle);
+  logMsgPlain(Message::runFinished, kTitle);
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);
   if (state.autoclose == 1) {
     ui::toolClose();

@@ -18,7 +18,8 @@
 namespace engine {
 namespace {
 
-constexpr int kNotFound = 369, kScriptNotFound = 108, kDeleteAll = 370, kDeleted = 371, kOverridden = 373;
+using core::Message;
+
 constexpr std::wstring_view kScript = L"xls2csv.vbs";
 constexpr std::wstring_view kEndings[] = {L".xls", L".xlsx", L".ods"};
 constexpr std::wstring_view kUtf8 = L",ccs=UTF-8";
@@ -67,9 +68,9 @@ std::wstring targetOf(std::wstring_view path) {
 // An older file under the target's name would pass for the result.
 bool makeRoom(const std::wstring& target) {
   if (!os::files().exists(target)) return true;
-  core::logWrite(text::format(core::msgText(kOverridden), os::nameOf(target)), core::kWarning);
+  core::logWrite(text::format(core::msgText(Message::csvOverridden), os::nameOf(target)), core::kWarning);
   if (!os::files().remove(target)) return true;
-  return fail(text::format(core::msgText(kDeleted), target));
+  return fail(text::format(core::msgText(Message::deleteFile), target));
 }
 
 // A dry run converts as well: nobody could tell what its actions would do without the values. The script's result lies
@@ -83,7 +84,7 @@ os::Result<int> startScript(const std::wstring& command) {
 // A second time only the lines of the first come again.
 bool convert(Conversion& one) {
   const std::wstring script = core::pluginState().confPath + std::wstring(kScript);
-  if (!canBeOpened(script)) return fail(text::format(L"%s: %s", script, core::msgText(kScriptNotFound)));
+  if (!canBeOpened(script)) return fail(text::format(L"%s: %s", script, core::msgText(Message::fileNotFound)));
   const std::wstring command = text::format(L"%s \"%s\" \"%s\"", script, one.workbook, one.target);
   core::logIndented(command, core::kNormal, 1);
   // A quote in a name would end the argument, and the rest would be a command.
@@ -106,7 +107,7 @@ bool isWorkbook(std::wstring_view path) { return !endingOf(path).empty(); }
 
 int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view path) {
   if (!canBeOpened(path)) {
-    fail(text::format(core::msgText(kNotFound), path));
+    fail(text::format(core::msgText(Message::fileWasNotFound), path));
     return -1;
   }
   if (!isWorkbook(path)) return 0;
@@ -125,11 +126,11 @@ int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view pa
 }
 
 void deleteConvertedFiles() {
-  core::logMsgPlain(kDeleteAll, core::kDebug);
+  core::logMsgPlain(Message::deleteConvertedFiles, core::kDebug);
   for (const Conversion& one : conversions()) {
     if (!one.isMade) continue;
     const bool removed = !os::files().remove(one.target);
-    core::logWrite(text::format(core::msgText(kDeleted), one.target), removed ? core::kDebug : core::kError);
+    core::logWrite(text::format(core::msgText(Message::deleteFile), one.target), removed ? core::kDebug : core::kError);
   }
   conversions().clear();
 }

@@ -22,7 +22,6 @@ using namespace creo;
 
 constexpr const char* kTree = "kvaneLogTT";
 constexpr const char* kRoot = "kvaneRootNode";
-constexpr int kWorkNowOn = 340;  // "work now on %s"
 constexpr std::size_t kNameField = 66;
 
 const std::string& dialog() { return pluginState().dialogName; }
@@ -48,7 +47,7 @@ void flipSelected() {
 
 // "BRACKET.PRT" of the line with which a model's part of the log begins.
 std::optional<std::string> rowOfLabel(std::wstring_view label) {
-  const std::wstring_view form = msgText(kWorkNowOn);
+  const std::wstring_view form = msgText(Message::workNowOn);  // "work now on %s"
   const std::wstring_view before = form.substr(0, form.find(L"%s"));
   if (!label.starts_with(before)) return std::nullopt;
   label.remove_prefix(before.size());

@@ -24,14 +24,14 @@ using namespace core;
 using namespace creo;
 
 constexpr const char* kDialog = "kvanerunner";
-constexpr int kWelcome = 341;
 
 const std::string& dialog() { return pluginState().dialogName; }
 
 void writeWelcome() {
-  logMsgPlain(kWelcome, kTitle);
+  logMsgPlain(Message::welcome, kTitle);
   logWrite(L"", kTitle);
-  for (int line = 1; line <= 3; ++line) logMsgPlain(kWelcome + line, kTitle);
+  for (const Message step : {Message::selectModels, Message::selectPackage, Message::startProcess})
+    logMsgPlain(step, kTitle);
   logWrite(L"", kTitle);
 }
 

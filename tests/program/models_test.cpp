@@ -17,9 +17,8 @@ TEST_F(ModelVerbs, NewModelIsListedAndShown) {
   EXPECT_EQ(0, ended.code);
   EXPECT_EQ("PLATE.PRT  .1  Double  2.5\n", kelvane({"models", models(), "--param", "MASS"}).out);
   EXPECT_EQ(
-      "PLATE.PRT  version 1\n\nsettings\n  accuracy  absolute 0.01\n\nparameters\n  MASS   Double   2.5\n  NOTE   "
-      "String   a=b\n  COUNT  Integer  -3\n"
-      "  DONE   Boolean  true\n\nbody\n"
+      "PLATE.PRT  version 1\n\nparameters\n  MASS   Double   2.5\n  NOTE   String   a=b\n  COUNT  Integer  -3\n"
+      "  DONE   Boolean  true\n\nsettings\n  accuracy  absolute 0.01\n\nbody\n"
       "  mass               16000 kg              it has no density: 1\n  volume             16000 mm^3\n"
       "  surface area       7600 mm^2\n  centre of gravity  40, 20, 2.5\n  size               80 x 40 x 5 mm\n"
       "  outline            0, 0, 0 to 80, 40, 5\n",

@@ -150,7 +150,7 @@ TEST_F(WatchVerb, ErrorLinesOfTheListMakeTheExitCode) {
   const Ended ended = watch("regenerate\n", {"PLATE.PRT", "--set", "kvd_start_kvz_before_solid_regen=standards bad"});
   EXPECT_EQ(1, ended.code);
   EXPECT_THAT(ended.err, testing::HasSubstr("error: (ERR)"));
-  EXPECT_THAT(ended.out, testing::HasSubstr("errors=1"));
+  EXPECT_THAT(ended.out, testing::HasSubstr("errors=2"));
 }
 
 }  // namespace

@@ -106,7 +106,7 @@ TEST_F(ModelDataReport, SolidColumnsOfAPart) {
 TEST_F(ModelDataReport, ABarePartHasWhatIsThereWithoutBeingSet) {
   model("blank.prt", R"("units": "shop units")");
   EXPECT_EQ(report(data(on(kSolidColumns) + "xFeats='3'"), L"BLANK").substr(0, 10), "\"Accuracy\"");
-  EXPECT_EQ(rows(), line({"", "ANSI", "shop units (mm-kg-sec-C)", "", "0", "", "", "", "", "OK", ""}));
+  EXPECT_EQ(rows(), line({"rel: 0.001200", "ANSI", "shop units (mm-kg-sec-C)", "", "0", "", "", "", "", "OK", ""}));
 }
 
 // What fails once leaves its field empty, or short of the piece that it tells; all others are as before.

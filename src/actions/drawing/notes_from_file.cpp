@@ -25,8 +25,6 @@ using creo::ProDtlnoteline;
 using creo::ProDtlnotetext;
 using creo::ProError;
 
-constexpr int kTitle = 323, kValuesRead = 325, kFoundForId = 326, kReplace = 327, kNewLine = 328, kRemoveLine = 329,
-              kCantSet = 330, kSetTo = 331;
 constexpr std::wstring_view kLineBreak = L"\\n";  // the two characters, as cells write a line's end
 
 // A row that is for the model.
@@ -138,20 +136,20 @@ bool setLines(ProDtlnotedata& data, const std::vector<std::wstring>& lines) {
     auto& texts = data.lines[i].texts;
     if (texts.empty()) texts.push_back(inFormOf(form, {}));
     if (!isNew && texts.front().text == lines[i]) continue;
-    sayDetail(isNew ? text::format(core::msgText(kNewLine), lines[i])
-                    : text::format(core::msgText(kReplace), texts.front().text, lines[i]));
+    sayDetail(isNew ? text::format(core::msgText(Message::addNewLine), lines[i])
+                    : text::format(core::msgText(Message::replaceLine), texts.front().text, lines[i]));
     texts.front().text = lines[i];
     changed = true;
   }
   for (; data.lines.size() > lines.size(); changed = true) {
     data.lines.pop_back();
-    core::logMsgId(kRemoveLine, core::kNormal, 1);
+    core::logMsgId(Message::removeLine, core::kNormal, 1);
   }
   return changed;
 }
 
 void setById(const ProDtlnote& note, const Row& row) {
-  core::logMsgId(kFoundForId, core::kNormal, 1);
+  core::logMsgId(Message::foundForId, core::kNormal, 1);
   auto data = creo::ProDtlnoteDataGet(note);
   ProError result = data.error;
   if (data && setLines(data.value, linesOf(row.value))) {
@@ -210,7 +208,7 @@ struct NoteEdit {
 void setByOldValue(const Task& task, const ProDtlnote& note, const std::vector<const Row*>& rows,
                    const std::unordered_set<std::size_t>& done) {
   auto data = creo::ProDtlnoteDataGet(note);
-  if (!data) return core::logMsgPlain(kCantSet, core::kError);
+  if (!data) return core::logMsgPlain(Message::newValueNotSet, core::kError);
   NoteEdit edit{task, rows, done, {}};
   std::vector<ProDtlnoteline> lines;
   for (const ProDtlnoteline& line : data.value.lines)
@@ -219,8 +217,8 @@ void setByOldValue(const Task& task, const ProDtlnote& note, const std::vector<c
   data.value.lines = std::move(lines);
   ProError result = creo::ProDtlnoteModify(note, data.value);
   if (result == creo::ProNoError) result = creo::ProDtlnoteShow(note);
-  if (result != creo::ProNoError) return core::logMsgPlain(kCantSet, core::kError);
-  for (const std::wstring& text : edit.set) sayDetail(text::format(core::msgText(kSetTo), text));
+  if (result != creo::ProNoError) return core::logMsgPlain(Message::newValueNotSet, core::kError);
+  for (const std::wstring& text : edit.set) sayDetail(text::format(core::msgText(Message::setTo), text));
 }
 
 // ---- the action
@@ -246,7 +244,7 @@ Outcome editModelNotesFromFile(const Task& task) {
   const CsvTable* table = tableOf(task);
   if (!table) return Outcome::done;
   const Columns columns = columnsOf(*table);
-  sayDetail(text::format(core::msgText(kValuesRead), static_cast<int>(table->rowCount())));
+  sayDetail(text::format(core::msgText(Message::valuesRead), static_cast<int>(table->rowCount())));
   if (!areEnough(task, *table, columns)) return Outcome::done;
   const Rows rows = rowsFor(task, *table, columns);
   std::vector<const Row*> withOld;
@@ -272,7 +270,7 @@ constexpr auto kAttributes = joined(kTableFile, kSheets);
 constexpr Action kActions[] = {
     {.key = L"editModelNotesFromFile",
      .place = 61,
-     .title = kTitle,
+     .title = Message::editNotesFromFile,
      .conditions = kOnDrawings,
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::files | Touched::programs,

@@ -22,7 +22,6 @@ using namespace engine;
 using creo::ProDwgtable;
 using creo::ProMdl;
 
-constexpr int kTitle = 320, kBlanked = 321, kCantRetrieve = 322;
 constexpr int kMostEntries = 100;
 constexpr std::size_t kNameSize = 66;  // of a new format's name, with what follows it
 constexpr std::size_t kMostOfName = 63, kMostDigits = 9;
@@ -102,7 +101,7 @@ void exchange(const Task& task, int sheet, int number, ProMdl solid) {
     return failDetail(
         text::format(L"tab_%d is neither x:y, x:y:tolerance nor row!!column!!pattern: %s", number, written));
   const auto model = creo::ProMdlRetrieve(source.name, source.type);
-  if (!model) return failDetail(text::format(core::msgText(kCantRetrieve), source.name));
+  if (!model) return failDetail(text::format(core::msgText(Message::formatNotRetrieved), source.name));
   deleteFormatTables(task.model(), sheet, rule);
   // Where the former format stays, so does the table that was kept of it.
   if (creo::ProDrawingFormatAdd(task.model(), sheet, solid, model.value, *source.sheet) != creo::ProNoError)
@@ -129,7 +128,7 @@ void workSheet(const Task& task, int sheet) {
   const auto blanked = creo::ProDrawingSheetFormatIsBlanked(task.model(), sheet);
   const bool hide = blanked && blanked.value;
   if (hide && creo::ProDrawingSheetFormatShow(task.model(), sheet) != creo::ProNoError)
-    return failDetail(text::format(core::msgText(kBlanked), sheet));
+    return failDetail(text::format(core::msgText(Message::sheetBlanked), sheet));
   exchangeOnSheet(task, sheet);
   if (hide && creo::ProDrawingSheetFormatHide(task.model(), sheet) != creo::ProNoError)
     failDetail(text::format(L"The format of sheet %d can't be hidden again", sheet));
@@ -190,7 +189,7 @@ constexpr Attribute kAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"replaceFormat",
      .place = 60,
-     .title = kTitle,
+     .title = Message::replaceFormat,
      .conditions = kOnDrawings,
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::options,

@@ -15,15 +15,9 @@ namespace actions {
 
 using namespace engine;
 
-namespace {
-
-constexpr int kSetTitle = 297, kRestore = 298, kValuesFound = 299, kSetTo = 300, kSetDeclared = 301, kIsSet = 302,
-              kNotFound = 303, kUnset = 304;
-constexpr int kSaveTitle = 305, kSaveTo = 306, kSave = 307;
-
-}  // namespace
-
-void tellUnset(std::wstring_view option) { core::logWrite(text::format(core::msgText(kUnset), option), core::kError); }
+void tellUnset(std::wstring_view option) {
+  core::logWrite(text::format(core::msgText(Message::optionNotSet), option), core::kError);
+}
 
 namespace {
 
@@ -37,11 +31,11 @@ void eachChild(const Task& task, F f) {
 Outcome saveConfigOptions(const Task& task) {
   const std::wstring_view saveName = task.attribute(L"savename");
   if (saveName.empty()) return done;
-  core::logIndented(text::format(core::msgText(kSaveTo), saveName), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(Message::saveOptionsTo), saveName), core::kNormal, 1);
   eachChild(task, [&](const Task& child, int number) {
     const auto option = child.numbered(L"name_%d", number);
     if (!option) return;
-    core::logIndented(text::format(core::msgText(kSave), *option), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(Message::saveOption), *option), core::kNormal, 2);
     auto values = creo::ProConfigoptArrayGet(std::wstring(*option));
     saveConfigOption(saveName, {std::wstring(*option), std::move(values.value)});
   });
@@ -49,11 +43,12 @@ Outcome saveConfigOptions(const Task& task) {
 }
 
 void restore(std::wstring_view saveName) {
-  core::logIndented(text::format(core::msgText(kRestore), saveName), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(Message::restoreOptions), saveName), core::kNormal, 1);
   for (const SavedConfigOption& saved : savedConfigOptions(saveName)) {
-    core::logIndented(text::format(core::msgText(kValuesFound), saved.values.size(), saved.option), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(Message::optionValuesFound), saved.values.size(), saved.option),
+                      core::kNormal, 2);
     for (const std::wstring& value : saved.values) {
-      core::logIndented(text::format(core::msgText(kSetTo), saved.option, value), core::kNormal, 3);
+      core::logIndented(text::format(core::msgText(Message::setOptionTo), saved.option, value), core::kNormal, 3);
       if (creo::ProConfigoptSet(saved.option, value) != creo::ProNoError) tellUnset(saved.option);
     }
   }
@@ -66,9 +61,9 @@ void setDeclared(std::wstring_view option, std::wstring_view value) {
                                 : !valueFits ? creo::ProBadInputs
                                              : creo::ProConfigoptSet(std::wstring(option), std::wstring(value));
   if (result == creo::ProNoError) {
-    core::logIndented(text::format(core::msgText(kIsSet), option, value), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(Message::optionSet), option, value), core::kNormal, 2);
   } else if (result == creo::ProNotFound) {
-    core::logWrite(text::format(core::msgText(kNotFound), option), core::kError);
+    core::logWrite(text::format(core::msgText(Message::optionNotFound), option), core::kError);
   } else {
     tellUnset(option);
   }
@@ -76,7 +71,7 @@ void setDeclared(std::wstring_view option, std::wstring_view value) {
 
 Outcome setConfigOption(const Task& task) {
   if (const auto saveName = task.attribute(L"safename"); !saveName.empty()) restore(saveName);
-  core::logMsgId(kSetDeclared, core::kNormal, 1);
+  core::logMsgId(Message::setDeclaredOptions, core::kNormal, 1);
   eachChild(task, [](const Task& child, int number) {
     const auto option = child.numbered(L"name_%d", number);
     const auto value = child.numbered(L"value_%d", number);
@@ -101,7 +96,7 @@ constexpr Action kActions[] = {
     {.key = L"setConfigOption",
      .place = 2,
      .group = Group::withoutModel,
-     .title = kSetTitle,
+     .title = Message::setConfigOption,
      .attributes = kSetAttributes,
      .effects = {.reads = Touched::options, .changes = Touched::options},
      .about = "sets Creo's options, those that were saved first",
@@ -109,7 +104,7 @@ constexpr Action kActions[] = {
     {.key = L"saveConfigOptions",
      .place = 3,
      .group = Group::withoutModel,
-     .title = kSaveTitle,
+     .title = Message::saveConfigOptions,
      .attributes = kSaveAttributes,
      .effects = {.reads = Touched::options},
      .about = "keeps the values of Creo's options under a name",

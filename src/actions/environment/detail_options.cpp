@@ -11,7 +11,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 358, kIsSet = 359, kFailed = 360;
 // Creo may ask before it takes the options over; waiting steps answer its dialog.
 constexpr const wchar_t* kAnswer =
     L"~Activate `UI Message Dialog` `UI Message Dialog`;~Activate `UI Message Dialog` `ok`;";
@@ -29,9 +28,9 @@ Outcome setDetailOptions(const Task& task) {
   const creo::ProError read =
       creo::ProInputFileRead(task.model(), os::nameOf(path), creo::ProInputFileType::detailOptions);
   if (read == creo::ProNoError)
-    core::logMsgId(kIsSet, core::kNormal, 1);
+    core::logMsgId(Message::dtlSet, core::kNormal, 1);
   else
-    core::logMsgPlain(kFailed, core::kError);
+    core::logMsgPlain(Message::dtlNotSet, core::kError);
   if (directory.back() != creo::ProNoError) core::logWrite(L"Can't reset old path", core::kWarning);
   return done;
 }
@@ -49,9 +48,9 @@ constexpr Action kActions[] = {
     {.key = L"setDTL",
      .place = 33,
      .group = Group::modelNeeded,
-     .title = kTitle,
+     .title = Message::setDtl,
      .attributes = kAttributes,
-     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model | Touched::session},
      .about = "reads a file of detail options into a drawing",
      .function = &setDetailOptions},
 };

@@ -128,7 +128,7 @@ Outcome groupActions(const Task& task) {
 }
 
 // A group that is refused counts as done.
-constexpr Condition kGroupFilter{.test = Test::filterUnlessForAll, .line = kFilterRefused, .outcome = done};
+constexpr Condition kGroupFilter{.test = Test::filterUnlessForAll, .line = Message::filterRefused, .outcome = done};
 constexpr Attribute kAttributes[] = {
     {.name = L"reworkMode",
      .kind = Kind::word,

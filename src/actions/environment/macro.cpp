@@ -8,12 +8,12 @@
 
 namespace actions {
 
+using core::Message;
 using engine::Replaced;
 using engine::Task;
 
 namespace {
 
-constexpr int kMapkeyNotLoaded = 268, kMapkeyNotRun = 269, kNotLoaded = 376;
 constexpr std::size_t kLineSize = 2600;  // room of a line
 
 }  // namespace
@@ -31,7 +31,7 @@ void runMacro(const std::wstring& macro, std::wstring_view loadFailure, std::wst
 }
 
 void runMacro(const std::wstring& macro, std::wstring_view runFailure) {
-  runMacro(macro, core::msgText(kNotLoaded), runFailure);
+  runMacro(macro, core::msgText(Message::macroNotLoaded), runFailure);
 }
 
 void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view count, std::wstring_view lines) {
@@ -46,7 +46,7 @@ void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view coun
                             core::kError);
     macro += replaced.text;
   }
-  runMacro(macro, text::format(core::msgText(kMapkeyNotLoaded), number), core::msgText(kMapkeyNotRun));
+  runMacro(macro, text::format(core::msgText(Message::mapkeyNotLoaded), number), core::msgText(Message::mapkeyNotRun));
 }
 
 }  // namespace actions

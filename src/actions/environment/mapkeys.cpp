@@ -16,7 +16,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 267, kNotKvdMode = 270, kNoDrawing = 271, kForSheet = 272, kReworkInstance = 308;
 constexpr int kDeepestTable = 200;  // family tables nested deeper aren't worked
 
 bool isDrawing(creo::ProMdl model) {
@@ -27,11 +26,11 @@ bool isDrawing(creo::ProMdl model) {
 void runOnce(const Task& task) { runMapkeyMacro(task, task.model()); }
 
 void runForSheets(const Task& task) {
-  if (!isDrawing(task.model())) return core::logMsgPlain(kNoDrawing, core::kError);
+  if (!isDrawing(task.model())) return core::logMsgPlain(Message::mapkeyNeedsDrawing, core::kError);
   creo::SheetGuard sheets(task.model());
   const int count = creo::ProDrawingSheetsCount(task.model()).value;
   for (int sheet = 1; sheet <= count; ++sheet) {
-    core::logIndented(text::format(core::msgText(kForSheet), sheet), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(Message::forSheet), sheet), core::kNormal, 2);
     if (sheets.change(sheet) == creo::ProNoError)
       runMapkeyMacro(task, task.model());
     else
@@ -46,7 +45,7 @@ void runForTable(const Task& task, creo::ProMdl generic, int depth) {
   const auto table = creo::ProFamtableInit(generic);
   if (!table) return core::logWrite(L"Famtable can't be initialized", core::kError);
   creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
-    core::logIndented(text::format(core::msgText(kReworkInstance), row.name), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(Message::reworkInstance), row.name), core::kNormal, 2);
     const auto instance = creo::ProFaminstanceCreate(row);
     if (!instance) {
       core::logWrite(L"Can't create Instance", core::kError);
@@ -122,7 +121,7 @@ constexpr Repetition kRepetitions[] = {
 
 Outcome runMapkey(const Task& task) {
   if (!task.isTrue(L"kvpmode")) {
-    core::logMsgPlain(kNotKvdMode, core::kError);
+    core::logMsgPlain(Message::notKvdMode, core::kError);
     return done;
   }
   for (const Repetition& row : kRepetitions)
@@ -155,7 +154,7 @@ constexpr Action kActions[] = {
     {.key = L"runMapkey",
      .place = 7,
      .group = Group::withoutModel,
-     .title = kTitle,
+     .title = Message::runMapkey,
      .conditions = {kFilterUnlessForAll},
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::family,

@@ -14,7 +14,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 414, kIsRun = 374;
 constexpr std::size_t kCommandSize = 2600;
 
 void tellNotStarted(std::wstring_view command, std::error_code error) {
@@ -54,7 +53,7 @@ Outcome runShellCommand(const Task& task) {
   else
     startDetached(command, arguments, folder);
   waitSeconds(integerOrZero(task.attribute(L"waitafter")));
-  core::logMsgId(kIsRun, core::kNormal, 1);
+  core::logMsgId(Message::runShellCommand, core::kNormal, 1);
   return done;
 }
 
@@ -91,7 +90,7 @@ constexpr Action kActions[] = {
     {.key = L"runMSDOScommand",
      .place = 5,
      .group = Group::withoutModel,
-     .title = kTitle,
+     .title = Message::runMsDosCommand,
      .attributes = kCommandAttributes,
      .effects =
          {.reads = Touched::model | Touched::session, .changes = Touched::programs, .known = false, .takenBack = false},

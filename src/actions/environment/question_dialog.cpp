@@ -21,7 +21,6 @@ using namespace question;
 constexpr const char* kResource = "kvaneUserVariable";
 constexpr const char* kModelLabel = "kvaneUVModel";
 constexpr const char* kValueLabel = "kvaneUVValueLabel";
-constexpr int kNoModel = 418;
 constexpr std::size_t kDescriptionReserve = 10;  // of a description line's buffer, kept free
 
 // What the dialog's callbacks work on; empty once the question is over, whatever became of the dialog.
@@ -129,7 +128,7 @@ void describe(const Task& task) {
 
 void showModel(creo::ProMdl model) {
   const auto name = creo::ProMdlNameGet(model);
-  creo::ProUILabelTextSet(kDialog, kModelLabel, name ? name.value : core::msgText(kNoModel));
+  creo::ProUILabelTextSet(kDialog, kModelLabel, name ? name.value : core::msgText(Message::noModel));
 }
 
 // ---- the ends

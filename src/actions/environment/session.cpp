@@ -12,11 +12,9 @@ namespace {
 
 using namespace engine;
 
-constexpr int kClearTitle = 115, kEraseTitle = 116, kSenseless = 117;
-
 // Lists that were written for another program hold it.
 Outcome clearAllWindows(const Task&) {
-  core::logMsgPlain(kSenseless, core::kWarning);
+  core::logMsgPlain(Message::senselessInPlayer, core::kWarning);
   return done;
 }
 
@@ -54,7 +52,7 @@ constexpr Action kActions[] = {
     {.key = L"clearAllWindows",
      .place = 0,
      .group = Group::withoutModel,
-     .title = kClearTitle,
+     .title = Message::clearWindows,
      .conditions = {kNoFilter},
      .effects = {.reads = Touched::nothing},
      .about = "does nothing but write a warning",
@@ -62,7 +60,7 @@ constexpr Action kActions[] = {
     {.key = L"eraseUndisplayedModels",
      .place = 1,
      .group = Group::withoutModel,
-     .title = kEraseTitle,
+     .title = Message::eraseUndisplayedModels,
      .conditions = {kNoFilter},
      .effects = {.reads = Touched::model | Touched::users | Touched::family | Touched::session,
                  .changes = Touched::session,

@@ -12,8 +12,6 @@ namespace {
 
 using namespace engine;
 
-// Its title is that of `setDTL`.
-constexpr int kTitle = 358, kRun = 375;
 constexpr std::size_t kPathSize = 520;
 // Creo plays a trail file by its own dialog alone.
 constexpr std::wstring_view kPlayMacro =
@@ -23,7 +21,7 @@ constexpr std::wstring_view kPlayMacro =
 
 Outcome runTrailfile(const Task& task) {
   const std::wstring path = task.path(L"tf", L"models", kPathSize);
-  core::logMsgId(kRun, core::kNormal, 1);
+  core::logMsgId(Message::runTrailFile, core::kNormal, 1);
   // Creo's dialog would stay open over it.
   if (!os::files().exists(path)) {
     core::logWrite(text::format(L"The trail file isn't there: %s", path), core::kError);
@@ -46,7 +44,7 @@ constexpr Action kActions[] = {
     {.key = L"runTrailfile",
      .place = 4,
      .group = Group::withoutModel,
-     .title = kTitle,
+     .title = Message::setDtl,  // as ever: that of the action setDTL
      .conditions = {kFilterUnlessForAll},
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::files,

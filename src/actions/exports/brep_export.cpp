@@ -9,9 +9,6 @@ using creo::ProOutputAssemblyConfiguration;
 
 namespace {
 
-constexpr int kAssemblyUnsupported = 235;
-constexpr int kBrepUnsupported = 236;
-
 ProOutputAssemblyConfiguration configurationOf(const Task& task) {
   const std::wstring_view asked = task.attribute(L"assemblyConfig");
   if (asked == L"flat file") return ProOutputAssemblyConfiguration::flatFile;
@@ -53,7 +50,7 @@ creo::ProError write(const Task& task, const BrepForm& form, const std::wstring&
   return result;
 }
 
-Outcome refuse(int message) {
+Outcome refuse(Message message) {
   core::logMsgPlain(message, core::kError);
   return done;
 }
@@ -64,9 +61,9 @@ Outcome exportBrep(const Task& task, const BrepForm& form) {
   const auto target = exportTarget(task, form.file);
   if (!target) return done;
   const auto supported = creo::ProOutputAssemblyConfigurationIsSupported(form.format, configurationOf(task));
-  if (!supported || !supported.value) return refuse(kAssemblyUnsupported);
+  if (!supported || !supported.value) return refuse(Message::assemblyTypeUnsupported);
   Representation what;
-  if (!what.fill(task, form)) return refuse(kBrepUnsupported);
+  if (!what.fill(task, form)) return refuse(Message::brepUnsupported);
   return endExport(write(task, form, *target, what), form.failure);
 }
 

@@ -10,7 +10,7 @@ struct BrepForm {
   ExportForm file;
   creo::ProIntfFormat format{};
   bool choosesFaces = false;  // `surfaces` and `wireframe` count, beside `quilts` and `solids`
-  int failure = 0;            // the message of a file that can't be written
+  core::Message failure;      // where the file can't be written
 };
 // From the target on: whether the format can hold what is asked for, the file.
 engine::Outcome exportBrep(const engine::Task& task, const BrepForm& form);

@@ -15,8 +15,6 @@ using namespace engine;
 using creo::Pro2dSheets;
 using creo::ProError;
 
-constexpr int kExported = 380;
-
 struct DrawingForm {
   ExportForm file;
   creo::Pro2dFormat format{};
@@ -40,7 +38,7 @@ ProError write(const Task& task, const DrawingForm& form, const std::wstring& na
 
 void tell(ProError result, std::wstring_view failure) {
   if (result == creo::ProNoError)
-    core::logMsgId(kExported, core::kNormal, 1);
+    core::logMsgId(Message::exported, core::kNormal, 1);
   else
     core::logWrite(failure, core::kError);
 }

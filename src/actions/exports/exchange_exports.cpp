@@ -28,7 +28,7 @@ Outcome exportStep(const Task& task) {
   if (!task.attribute(L"config").empty()) result = profile.change(task.path(L"config", L"models"));
   if (result == creo::ProNoError)
     result = creo::ProIntf3DFileWriteWithDefaultProfile(task.model(), creo::ProIntfFormat::step, path);
-  return endExport(result, 237);
+  return endExport(result, Message::stepFailed);
 }
 
 // Does a name end in ".ig" or ".ige" and a letter, as in ".igs" and ".iges"?
@@ -44,11 +44,12 @@ Outcome exportiges(const Task& task) {
   return exportBrep(task, {.file = {.extension = L".igs", .carriesExtension = &carriesIges},
                            .format = creo::ProIntfFormat::iges,
                            .choosesFaces = true,
-                           .failure = 243});
+                           .failure = Message::igesFailed});
 }
 
 Outcome exportsat(const Task& task) {
-  return exportBrep(task, {.file = {.extension = L".sat"}, .format = creo::ProIntfFormat::sat, .failure = 242});
+  return exportBrep(
+      task, {.file = {.extension = L".sat"}, .format = creo::ProIntfFormat::sat, .failure = Message::satFailed});
 }
 
 // ---- rows
@@ -97,7 +98,7 @@ constexpr Action kActions[] = {
     {.key = L"exportStep",
      .place = 134,
      .group = Group::ownModelTest,
-     .title = 234,
+     .title = Message::exportStep,
      .version = L"4",
      .attributes = kStepAttributes,
      .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::options,
@@ -108,7 +109,7 @@ constexpr Action kActions[] = {
     {.key = L"exportiges",
      .place = 135,
      .group = Group::ownModelTest,
-     .title = 240,
+     .title = Message::exportIges,
      .attributes = kIgesAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::files, .takenBack = false},
      .about = "writes a part or an assembly as an IGES file",
@@ -116,7 +117,7 @@ constexpr Action kActions[] = {
     {.key = L"exportsat",
      .place = 137,
      .group = Group::ownModelTest,
-     .title = 239,
+     .title = Message::exportSat,
      .attributes = kSatAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::files, .takenBack = false},
      .about = "writes a part or an assembly as a SAT file",

@@ -14,9 +14,6 @@ using namespace engine;
 
 namespace {
 
-constexpr int kExported = 228;
-constexpr int kExistsAlready = 230;
-
 bool carries(const ExportForm& form, std::wstring_view name) {
   const std::wstring_view extension = form.extension;
   const bool hasIt =
@@ -57,13 +54,13 @@ std::optional<std::wstring> exportTarget(const Task& task, const ExportForm& for
 bool mayWrite(const Task& task, const std::wstring& path) {
   if (task.isTrue(L"overwriteExisting")) return true;
   if (!os::files().exists(path) || os::files().isFolder(path)) return true;
-  core::logMsgPlain(kExistsAlready, core::kWarning);
+  core::logMsgPlain(Message::imageExists, core::kWarning);
   return false;
 }
 
-Outcome endExport(creo::ProError result, int failure) {
+Outcome endExport(creo::ProError result, Message failure) {
   if (result == creo::ProNoError)
-    core::logMsgId(kExported, core::kNormal, 1);
+    core::logMsgId(Message::exportCompleted, core::kNormal, 1);
   else
     core::logMsgPlain(failure, core::kError);
   return done;

@@ -26,8 +26,9 @@ std::optional<std::wstring> namedTarget(const engine::Task& task, const ExportFo
 std::optional<std::wstring> exportTarget(const engine::Task& task, const ExportForm& form);
 // False, with its warning, where the file is there already and `overwriteExisting` isn't "true".
 bool mayWrite(const engine::Task& task, const std::wstring& path);
-// Message 228 a level in, or the failure's message as an error. The task's outcome, which is the same for both.
-engine::Outcome endExport(creo::ProError result, int failure);
+// That the export is complete, a level in, or the failure's message as an error. The task's outcome, which is the same
+// for both.
+engine::Outcome endExport(creo::ProError result, core::Message failure);
 
 // Small surfaces are exported as long as it lives.
 class SmallSurfacesGuard {

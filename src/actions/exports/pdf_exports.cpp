@@ -16,8 +16,6 @@ using namespace engine;
 using creo::ProError;
 using creo::ProPDFproperty;
 
-constexpr int kExported = 380;
-
 // One file's properties: what the first refusal was is told instead of the export.
 class PdfOptions {
  public:
@@ -91,7 +89,7 @@ Outcome exportPdf(const Task& task, void (*fill)(const Task&, PdfOptions&), std:
     result = options.exportTo(task.model(), *target);
   }
   if (result == creo::ProNoError)
-    core::logMsgId(kExported, core::kNormal, 1);
+    core::logMsgId(Message::exported, core::kNormal, 1);
   else
     core::logWrite(text::format(failure, static_cast<int>(result)), core::kError);
   return done;

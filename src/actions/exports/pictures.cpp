@@ -16,7 +16,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kJpgTitle = 227, kJpgFailed = 229, kTiffTitle = 232, kTiffFailed = 233;
 constexpr int kDotsPerInch = 600;
 constexpr std::wstring_view kTiff = L".tiff", kNameAttribute = L"exportname";
 
@@ -30,7 +29,7 @@ Outcome exportjpg(const Task& task) {
   if (!target) return done;
   const SmallSurfacesGuard smallSurfaces;
   const ModelWindow shown(task.model());
-  if (!shown.window()) return endExport(shown.window().error, kJpgFailed);
+  if (!shown.window()) return endExport(shown.window().error, Message::jpgFailed);
   return endExport(creo::ProRasterFileWrite(shown.window().value,
                                             {.depth = creo::ProRasterDepth::bits24Color,
                                              .width = inches(task, L"width"),
@@ -38,7 +37,7 @@ Outcome exportjpg(const Task& task) {
                                              .dotsPerInch = kDotsPerInch,
                                              .type = creo::ProRasterType::jpeg},
                                             *target),
-                   kJpgFailed);
+                   Message::jpgFailed);
 }
 
 // ---- exporttiff
@@ -108,11 +107,11 @@ Outcome exporttiff(const Task& task) {
   const ModelWindow shown(task.model());
   if (!shown.window()) {
     core::logIndented(L"m1", core::kNormal, 1);
-    return endExport(shown.window().error, kTiffFailed);
+    return endExport(shown.window().error, Message::tiffFailed);
   }
   const int window = shown.window().value;
   const creo::ProError result = printed(window, printOptions(task, window), *target);
-  const Outcome outcome = endExport(result, kTiffFailed);
+  const Outcome outcome = endExport(result, Message::tiffFailed);
   if (result != creo::ProNoError) core::logWrite(text::format(L"Error %d", static_cast<int>(result)), core::kError);
   return outcome;
 }
@@ -153,7 +152,7 @@ constexpr Action kActions[] = {
     {.key = L"exportjpg",
      .place = 132,
      .group = Group::ownModelTest,
-     .title = kJpgTitle,
+     .title = Message::exportJpg,
      .attributes = kJpgAttributes,
      .effects = kEffects,
      .about = "writes a picture of the model as a JPEG file",
@@ -161,7 +160,7 @@ constexpr Action kActions[] = {
     {.key = L"exporttiff",
      .place = 133,
      .group = Group::ownModelTest,
-     .title = kTiffTitle,
+     .title = Message::exportTiff,
      .attributes = kTiffAttributes,
      .effects = kEffects,
      .about = "prints the model into a TIFF file",

@@ -38,7 +38,7 @@ creo::ProError writeProductView(creo::ProMdl model, const std::wstring& path, st
 Outcome exportProductView(const Task& task) {
   const auto target = exportTarget(task, {});
   if (!target) return done;
-  return endExport(writeProductView(task.model(), *target, task.attribute(L"exportas")), 245);
+  return endExport(writeProductView(task.model(), *target, task.attribute(L"exportas")), Message::creoViewFailed);
 }
 
 constexpr Attribute kFormat[] = {
@@ -50,14 +50,14 @@ constexpr Action kActions[] = {
     {.key = L"exportset",
      .place = 136,
      .group = Group::ownModelTest,
-     .title = 238,
+     .title = Message::exportSet,
      .effects = {.reads = Touched::nothing},
      .about = "says that its format is no longer written",
      .function = &exportset},
     {.key = L"exportProductView",
      .place = 138,
      .group = Group::ownModelTest,
-     .title = 244,
+     .title = Message::exportCreoView,
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::files, .takenBack = false},
      .about = "writes the model for Creo's viewer",

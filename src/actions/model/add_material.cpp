@@ -14,14 +14,12 @@ namespace {
 
 using namespace engine;
 
-constexpr int kAddTitle = 273, kBadFile = 275, kCantSetCurrent = 276, kAdded = 277, kSetCurrent = 278,
-              kAlreadyHeld = 279, kAlreadyCurrent = 280;
-constexpr int kDeleteTitle = 223, kOnlyUnused = 224, kDeleted = 225, kNotDeleted = 226;
 constexpr int kMostNames = 100;
 
 // One that is worked, as the list says so, has the line of one that isn't.
 void announceSkeleton(const Task& task) {
-  if (documents::isSkeleton(task.model()) == documents::kTrue) core::logMsgPlain(kIsSkeleton, core::kWarning);
+  if (documents::isSkeleton(task.model()) == documents::kTrue)
+    core::logMsgPlain(Message::skeletonRefused, core::kWarning);
 }
 
 // False, with its line: the part doesn't hold the material afterwards.
@@ -30,11 +28,11 @@ bool readMaterial(creo::ProMdl part, const MaterialPath& material) {
   if (!material.folder.empty() && !folder.change(material.folder)) return false;
   const creo::ProError result = creo::ProMaterialfileRead(part, material.file);
   if (result == creo::ProNoError)
-    core::logMsgId(kAdded, core::kNormal, 1);
+    core::logMsgId(Message::materialAdded, core::kNormal, 1);
   else if (result == creo::ProNotFound || result == creo::ProBadInputs)
     core::logWrite(L"The defined material has not be found.", core::kError);
   else
-    core::logMsgPlain(kBadFile, core::kError);
+    core::logMsgPlain(Message::materialFileFaulty, core::kError);
   return result == creo::ProNoError;
 }
 
@@ -47,16 +45,16 @@ Outcome addMaterial(const Task& task) {
   const auto held = materialsOf(task.model());
   if (!held) return done;
   if (isAmong(*held, material.name))
-    core::logMsgPlain(kAlreadyHeld, core::kWarning);
+    core::logMsgPlain(Message::materialAlreadyThere, core::kWarning);
   else if (!readMaterial(task.model(), material))
     return done;
   if (!task.isTrue(L"currmat")) return done;
   if (isCurrentMaterial(task.model(), material.name).value_or(false))
-    core::logMsgId(kAlreadyCurrent, core::kNormal, 1);
+    core::logMsgId(Message::materialAlreadyCurrent, core::kNormal, 1);
   else if (creo::ProMaterialCurrentSet({task.model(), material.name}) == creo::ProNoError)
-    core::logMsgId(kSetCurrent, core::kNormal, 1);
+    core::logMsgId(Message::materialSet, core::kNormal, 1);
   else
-    core::logMsgPlain(kCantSetCurrent, core::kError);
+    core::logMsgPlain(Message::materialNotSet, core::kError);
   return done;
 }
 
@@ -76,9 +74,9 @@ std::optional<std::vector<std::wstring>> materialsInUse(creo::ProMdl part) {
 bool deleteOne(creo::ProMdl part, const std::wstring& name) {
   const bool isDeleted = creo::ProMaterialDelete({part, name}) == creo::ProNoError;
   if (isDeleted)
-    core::logIndented(text::format(core::msgText(kDeleted), name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::materialDeleted), name), core::kNormal, 1);
   else
-    core::logMsgPlain(kNotDeleted, core::kWarning);
+    core::logMsgPlain(Message::unsureIfDeleted, core::kWarning);
   return isDeleted;
 }
 
@@ -103,7 +101,7 @@ Outcome deleteMaterial(const Task& task) {
   announceSkeleton(task);
   std::vector<std::wstring> used;
   if (task.isTrue(L"deleteOnlyUnused")) {
-    core::logMsgId(kOnlyUnused, core::kNormal, 1);
+    core::logMsgId(Message::onlyUnusedMaterials, core::kNormal, 1);
     auto found = materialsInUse(task.model());
     if (!found) return done;
     used = std::move(*found);
@@ -154,13 +152,13 @@ constexpr auto kAddAttributes = joined(kMaterial, kSkeletons);
 constexpr auto kDeleteAttributes = joined(kMaterials, kSkeletons);
 
 constexpr Conditions kOnPartsAndSkeletons = {
-    kFilter, kNotInstance, kOnlyParts, {.test = Test::skeletonsAsTold, .line = kIsSkeleton}};
+    kFilter, kNotInstance, kOnlyParts, {.test = Test::skeletonsAsTold, .line = Message::skeletonRefused}};
 
 constexpr Action kActions[] = {
     {.key = L"addMaterial",
      .place = 108,
      .group = Group::ownModelTest,
-     .title = kAddTitle,
+     .title = Message::addMaterial,
      .conditions = kOnPartsAndSkeletons,
      .attributes = kAddAttributes,
      .effects = {.reads = Touched::model | Touched::files | Touched::options,
@@ -170,7 +168,7 @@ constexpr Action kActions[] = {
     {.key = L"deleteMaterial",
      .place = 109,
      .group = Group::ownModelTest,
-     .title = kDeleteTitle,
+     .title = Message::deleteMaterial,
      .conditions = kOnPartsAndSkeletons,
      .attributes = kDeleteAttributes,
      .effects = {.reads = Touched::model | Touched::family,

@@ -17,9 +17,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kAddTitle = 332, kNoteFailed = 333, kNoteMade = 334, kNoCsys = 335, kCsysFound = 336, kTextSet = 337,
-              kTextFailed = 338, kFirstCsys = 339;
-
 // ---- a note at a coordinate system
 
 struct NamedCsys {
@@ -44,11 +41,11 @@ std::optional<NamedCsys> wantedCsys(const Task& task) {
   const std::wstring name = nameIn(task, L"csys");
   auto csys = isNamed && name.empty() ? std::nullopt : csysCalled(task.model(), name);
   if (!csys)
-    core::logMsgPlain(kNoCsys, core::kError);
+    core::logMsgPlain(Message::noCsys, core::kError);
   else if (isNamed)
-    core::logIndented(text::format(core::msgText(kCsysFound), csys->name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::csysFound), csys->name), core::kNormal, 1);
   else
-    core::logMsgId(kFirstCsys, core::kNormal, 1);
+    core::logMsgId(Message::noteToFirstCsys, core::kNormal, 1);
   return csys;
 }
 
@@ -56,12 +53,12 @@ std::optional<NamedCsys> wantedCsys(const Task& task) {
 void writeNote(const creo::ProNote& note, const std::wstring& name, const NamedCsys& at,
                const std::vector<std::wstring>& lines) {
   if (creo::ProNotePlacementSet(note, at.csys) != creo::ProNoError)
-    core::logMsgPlain(kNoteFailed, core::kError);
+    core::logMsgPlain(Message::noteNotCreated, core::kError);
   else if (creo::ProNoteTextSet(note, lines) != creo::ProNoError)
-    core::logMsgPlain(kTextFailed, core::kError);
+    core::logMsgPlain(Message::noteTextNotSet, core::kError);
   else {
-    core::logIndented(text::format(core::msgText(kNoteMade), name), core::kNormal, 1);
-    core::logIndented(text::format(core::msgText(kTextSet), name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::noteCreated), name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::noteTextSet), name), core::kNormal, 1);
     return;
   }
   creo::ProNoteDelete(note);
@@ -82,9 +79,10 @@ Outcome add3dAnnotation(const Task& task) {
   if (const auto note = creo::ProSolidNoteCreate(task.model(), name))
     writeNote(note.value, name, *csys, lines);
   else if (note.error == creo::ProExists)
-    core::logWrite(text::format(L"%s: there is a note '%s'", core::msgText(kNoteFailed), name), core::kError);
+    core::logWrite(text::format(L"%s: there is a note '%s'", core::msgText(Message::noteNotCreated), name),
+                   core::kError);
   else
-    core::logMsgPlain(kNoteFailed, core::kError);
+    core::logMsgPlain(Message::noteNotCreated, core::kError);
   return done;
 }
 
@@ -158,7 +156,7 @@ constexpr Attribute kAddAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"add3dannotation",
      .place = 50,
-     .title = kAddTitle,
+     .title = Message::add3dNote,
      .conditions = kOnNativeSolids,
      .attributes = kAddAttributes,
      .effects = {.changes = Touched::model},

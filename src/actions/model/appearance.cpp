@@ -15,7 +15,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kFileTitle = 216, kModelIsSet = 219, kFeaturesAreSet = 220, kColorTitle = 419;
 constexpr std::wstring_view kRgbVersion = L"5";
 constexpr std::wstring_view kFailed = L"The color can't be set";
 constexpr double kFullColor = 255, kFullTransparency = 100;
@@ -23,7 +22,7 @@ constexpr double kFullColor = 255, kFullTransparency = 100;
 void giveModel(const Task& task, const creo::ProAppearance& look) {
   const auto item = creo::ProMdlToModelitem(task.model());
   if (item && creo::ProMdlVisibleAppearancepropsSet(item.value, look) == creo::ProNoError)
-    core::logMsgId(kModelIsSet, core::kNormal, 1);
+    core::logMsgId(Message::modelColored, core::kNormal, 1);
   else
     core::logWrite(kFailed, core::kError);
 }
@@ -41,7 +40,7 @@ void giveFeatures(const Task& task, const creo::ProAppearance& look) {
   if (chosen == 0)
     core::logWrite(L"No feature is chosen", core::kError);
   else if (failed < chosen)
-    core::logMsgId(kFeaturesAreSet, core::kNormal, 1);
+    core::logMsgId(Message::featuresColored, core::kNormal, 1);
 }
 
 // To the features that `feat` chooses; to the model as a whole where it is absent, empty or "0".
@@ -140,7 +139,7 @@ constexpr auto kColorAttributes = joined(kColor, kOnWhat, kChosenFeatures);
 constexpr Action kActions[] = {
     {.key = L"setAppearance",
      .place = 58,
-     .title = kFileTitle,
+     .title = Message::setAppearance,
      .conditions = kOnNativeSolids,
      .attributes = kFileAttributes,
      .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
@@ -148,7 +147,7 @@ constexpr Action kActions[] = {
      .function = &setAppearance},
     {.key = L"setAppearanceFromRGB",
      .place = 59,
-     .title = kColorTitle,
+     .title = Message::setAppearanceFromRgb,
      .version = kRgbVersion,
      .conditions = kOnNativeSolids,
      .attributes = kColorAttributes,

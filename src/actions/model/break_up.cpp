@@ -22,7 +22,6 @@ namespace {
 using namespace engine;
 using namespace creo;
 
-constexpr int kTitle = 231;
 // Numbers in a row that other models may have taken.
 constexpr int kMostTaken = 100;
 // A body's ids have gaps: surfaces beyond the highest one that is seen may have a look too.
@@ -177,7 +176,7 @@ constexpr Effects kEffects{
 constexpr Action kActions[] = {
     {.key = L"breakUpFamilytable",
      .place = 45,
-     .title = kTitle,
+     .title = Message::breakUpFamilyTable,
      .effects = kEffects,
      .about = "makes each instance of a generic a model of its own, and takes the family table away",
      .function = &breakUpFamilytable},

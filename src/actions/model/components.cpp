@@ -20,8 +20,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kRescaleTitle = 262, kLeftUnread = 263, kRightUnread = 264, kNeedsReferences = 265;
-
 // work: (component, name). False, with an error line: the components can't be gone through.
 template <class Work>
 bool eachComponent(creo::ProMdl assembly, Work work) {
@@ -39,7 +37,7 @@ bool eachComponent(creo::ProMdl assembly, Work work) {
 // ---- positions
 
 // A number over 0; nothing, and the line of that message, where the attribute gives none.
-std::optional<double> operand(const Task& task, std::wstring_view attribute, int message) {
+std::optional<double> operand(const Task& task, std::wstring_view attribute, Message message) {
   const auto written = task.text(attribute);
   if (const auto number = written.hasText() ? numberIn(written.text) : std::nullopt; number && *number > 0)
     return number;
@@ -48,15 +46,15 @@ std::optional<double> operand(const Task& task, std::wstring_view attribute, int
 }
 
 Outcome rescalePositions(const Task& task) {
-  const auto left = operand(task, L"left", kLeftUnread);
+  const auto left = operand(task, L"left", Message::leftOperandUnread);
   if (!left) return done;
-  const auto right = operand(task, L"right", kRightUnread);
+  const auto right = operand(task, L"right", Message::rightOperandUnread);
   if (!right) return done;
   const double factor = *left / *right;
   int moved = 0;
   const bool visited = eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& name) {
     if (!creo::ProAsmcompIsPackaged(component).value) {
-      core::logWrite(name + L": " + core::msgText(kNeedsReferences), core::kError);
+      core::logWrite(name + L": " + core::msgText(Message::needsReferences), core::kError);
       return;
     }
     const auto now = creo::ProAsmcompPositionGet(component);
@@ -223,7 +221,7 @@ constexpr Effects kEffects{.reads = Touched::model | Touched::users, .changes = 
 constexpr Action kActions[] = {
     {.key = L"rescaleASMPosition",
      .place = 54,
-     .title = kRescaleTitle,
+     .title = Message::rescalePosition,
      .conditions = kOnNativeAssemblies,
      .attributes = kRescaleAttributes,
      .effects = {.changes = Touched::model},

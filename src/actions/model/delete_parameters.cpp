@@ -23,10 +23,6 @@ namespace {
 using namespace engine;
 using namespace creo;
 
-constexpr int kDeleteTitle = 96, kDeleteFeatureTitle = 221;
-constexpr int kSearchInName = 97, kSearchInValue = 98, kDeleted = 99;
-constexpr int kNotInTable = 100, kColumnFailed = 101, kColumnDeleted = 102;
-constexpr int kDeleteFailed = 103, kParameterNeedsIt = 104, kFunctionNeedsIt = 105, kRelationNeedsIt = 106;
 constexpr int kMostEntries = 100;
 constexpr std::wstring_view kNumberPattern = L"/(?i)\\d+\\.{0,1}\\d*/";
 
@@ -58,8 +54,8 @@ class Search {
  public:
   explicit Search(const Task& task) : how_(task.attribute(L"searchin")) {
     for (const int index : task.numbers(L"name_", kMostEntries)) entries_.push_back(*task.numbered(L"name_%d", index));
-    if (how_ == L"1") core::logMsgId(kSearchInName, core::kNormal, 1);
-    if (how_ == L"2") core::logMsgId(kSearchInValue, core::kNormal, 1);
+    if (how_ == L"1") core::logMsgId(Message::searchInName, core::kNormal, 1);
+    if (how_ == L"2") core::logMsgId(Message::searchInValue, core::kNormal, 1);
   }
 
   [[nodiscard]] bool finds(const ProParameter& parameter) const {
@@ -92,24 +88,24 @@ ProError removeColumn(ProMdl model, const ProParameter& parameter) {
 void deleteColumn(ProMdl model, const ProParameter& parameter) {
   const ProError result = removeColumn(model, parameter);
   if (result == ProNoError)
-    core::logMsgId(kColumnDeleted, core::kNormal, 2);
+    core::logMsgId(Message::deletedFromTable, core::kNormal, 2);
   else if (result == ProNotFound)
-    core::logMsgPlain(kColumnFailed, core::kError);
+    core::logMsgPlain(Message::deleteFromTableFailed, core::kError);
   else
-    core::logMsgPlain(kNotInTable, core::kWarning);
+    core::logMsgPlain(Message::parameterNotInTable, core::kWarning);
 }
 
 // True: it is gone.
 bool deleteWhole(const ProParameter& parameter) {
   if (ProParameterDelete(parameter) == ProNoError) {
-    core::logMsgId(kDeleted, core::kNormal, 2);
+    core::logMsgId(Message::deleted, core::kNormal, 2);
     return true;
   }
-  int message = kDeleteFailed;
+  Message message = Message::parameterNotDeleted;
   if (const auto driver = ProParameterDriverGet(parameter)) {
-    if (driver.value == ProParameterDriver::parameter) message = kParameterNeedsIt;
-    if (driver.value == ProParameterDriver::function) message = kFunctionNeedsIt;
-    if (driver.value == ProParameterDriver::relation) message = kRelationNeedsIt;
+    if (driver.value == ProParameterDriver::parameter) message = Message::neededByParameter;
+    if (driver.value == ProParameterDriver::function) message = Message::neededByFunction;
+    if (driver.value == ProParameterDriver::relation) message = Message::neededByRelation;
   }
   core::logWrite(text::format(core::msgText(message), parameter.id), core::kError);
   return false;
@@ -169,7 +165,7 @@ Outcome deleteDoubleDefinedParameters(const Task& task) {
     if (seen.insert(parameter.id).second) return false;
     core::logIndented(L"delete " + parameter.id, core::kNormal, 1);
     if (ProParameterDelete(parameter) == ProNoError) return true;
-    core::logWrite(text::format(core::msgText(kDeleteFailed), parameter.id), core::kError);
+    core::logWrite(text::format(core::msgText(Message::parameterNotDeleted), parameter.id), core::kError);
     return false;
   });
   return done;
@@ -191,7 +187,7 @@ constexpr Effects kDeletes{.changes = Touched::model | Touched::family};
 constexpr Action kActions[] = {
     {.key = L"deleteModelParameter",
      .place = 96,
-     .title = kDeleteTitle,
+     .title = Message::deleteModelParameter,
      .conditions = {kFilter, kInstancesAsTold},
      .attributes = kAttributes,
      .effects = kDeletes,
@@ -199,7 +195,7 @@ constexpr Action kActions[] = {
      .function = &deleteModelParameter},
     {.key = L"deleteKEParameter",
      .place = 99,
-     .title = kDeleteFeatureTitle,
+     .title = Message::deleteFeatureParameter,
      .conditions = {kFilter, kInstancesAsTold},
      .attributes = kAttributes,
      .effects = kDeletes,

@@ -22,7 +22,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kDictionaryTitle = 81, kSetFromTo = 83, kFileTitle = 110, kSetTo = 113, kSetNumber = 310;
 constexpr std::size_t kExpressionSize = 81;
 constexpr std::wstring_view kModelName = L"model name", kParameterName = L"parameter name",
                             kDimensionName = L"dimension name", kPresent = L"present value", kValue = L"value";
@@ -85,7 +84,8 @@ Outcome editModelParameterFromFile(const Task& task) {
       noParameter(entry.name);
       continue;
     }
-    core::logIndented(text::format(core::msgText(kSetTo), parameter.value.id, entry.value), core::kNormal, 2);
+    core::logIndented(text::format(core::msgText(Message::setParameterTo), parameter.value.id, entry.value),
+                      core::kNormal, 2);
     setParameterTo(task, parameter.value, {.value = entry.value});
   }
   return done;
@@ -120,8 +120,9 @@ Outcome editParameterFromDictionary(const Task& task) {
     if (found == parameters.end()) found = parameters.emplace(entry.name, presentOf(task.model(), entry.name)).first;
     Present& present = found->second;
     if (!present.parameter || present.isSet || wildcardCompare(entry.present, present.text) != 1) continue;
-    core::logIndented(text::format(core::msgText(kSetFromTo), present.parameter.value.id, present.text, entry.value),
-                      core::kNormal, 2);
+    core::logIndented(
+        text::format(core::msgText(Message::setParameterFromTo), present.parameter.value.id, present.text, entry.value),
+        core::kNormal, 2);
     setParameterTo(task, present.parameter.value, {.value = entry.value});
     present.isSet = true;
   }
@@ -154,7 +155,7 @@ void setDimension(const Task& task, const creo::ProDimension& dimension, const E
   const auto number = numberIn(value.text);
   if (!number)
     return error(text::format(L"Failure at dimension '%s' while cast value '%s' to double", entry.name, value.text));
-  core::logIndented(text::format(core::msgText(kSetNumber), entry.name, *number), core::kNormal, 2);
+  core::logIndented(text::format(core::msgText(Message::setDoubleTo), entry.name, *number), core::kNormal, 2);
   if (creo::ProDimensionValueSet(dimension, *number) != creo::ProNoError)
     error(text::format(L"The dimension '%s' can't be set", entry.name));
 }
@@ -190,7 +191,7 @@ constexpr Action kActions[] = {
      .function = &editModelDimensionFromFile},
     {.key = L"editModelParameterFromFile",
      .place = 104,
-     .title = kFileTitle,
+     .title = Message::editFromFile,
      .inTitle = L"path",
      .conditions = kConditions,
      .attributes = kAttributes,
@@ -199,7 +200,7 @@ constexpr Action kActions[] = {
      .function = &editModelParameterFromFile},
     {.key = L"editParameterFromDictionary",
      .place = 105,
-     .title = kDictionaryTitle,
+     .title = Message::editFromDictionary,
      .conditions = kConditions,
      .attributes = kAttributes,
      .effects = kEffects,

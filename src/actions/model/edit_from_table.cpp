@@ -93,7 +93,7 @@ constexpr Action kActions[] = {
      .place = 102,
      .title = L"Edit model parameter from table cell",
      .conditions = {kFilter,
-                    {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done},
+                    {.test = Test::notInstance, .line = Message::instanceRefused, .outcome = done},
                     {.test = Test::drawing}},
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users,

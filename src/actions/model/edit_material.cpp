@@ -15,7 +15,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kFileNotFound = 201, kBadFile = 202, kCantSetCurrent = 203, kSetCurrent = 209;
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 void error(std::wstring_view text) { core::logWrite(text, core::kError); }
@@ -47,11 +46,12 @@ bool makeCurrent(creo::ProMdl part, const std::wstring& name) {
     const creo::ProError result = creo::ProMaterialfileRead(part, name);
     const bool isMissing = result == creo::ProNotFound || result == creo::ProBadInputs;
     if (result != creo::ProNoError)
-      return error(text::format(core::msgText(isMissing ? kFileNotFound : kBadFile), name)), false;
+      return error(text::format(core::msgText(isMissing ? Message::namedFileUnread : Message::namedFileFaulty), name)),
+             false;
   }
   if (creo::ProMaterialCurrentSet({part, name}) != creo::ProNoError)
-    return error(text::format(core::msgText(kCantSetCurrent), name)), false;
-  core::logIndented(text::format(core::msgText(kSetCurrent), name), core::kNormal, 1);
+    return error(text::format(core::msgText(Message::namedMaterialNotSet), name)), false;
+  core::logIndented(text::format(core::msgText(Message::namedMaterialSet), name), core::kNormal, 1);
   return true;
 }
 

@@ -16,8 +16,6 @@ namespace {
 using namespace engine;
 using creo::ProModelitem;
 
-constexpr int kEditTitle = 107, kEditNameTitle = 319;
-constexpr int kSearchInName = 97, kSearchInValue = 98, kReworkInstance = 308;
 constexpr int kMostNameVisits = 12;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
@@ -59,13 +57,14 @@ bool runBothPasses(ParameterEditContext& context, const ProModelitem& owner) {
 }
 
 void logSearch(const Task& task) {
-  core::logMsgId(task.attribute(L"searchin") == L"1" ? kSearchInName : kSearchInValue, core::kNormal, 1);
+  core::logMsgId(task.attribute(L"searchin") == L"1" ? Message::searchInName : Message::searchInValue, core::kNormal,
+                 1);
 }
 
 // Each instance's own value, those of nested tables too.
 void editInstances(ParameterEditContext& context, creo::ProMdl generic) {
   visitInstances(generic, [&](const creo::ProFaminstance& instance, creo::ProMdl model) {
-    core::logIndented(text::format(core::msgText(kReworkInstance), instance.name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::reworkInstance), instance.name), core::kNormal, 1);
     const creo::ProMdl before = context.currentModel;
     context.currentModel = model;
     context.editHandled = false;
@@ -172,7 +171,7 @@ constexpr auto kNameAttributes = joined(kSearch, kName, kNewName);
 constexpr Action kActions[] = {
     {.key = L"editModelParameter",
      .place = 100,
-     .title = kEditTitle,
+     .title = Message::editModelParameter,
      .conditions = {kFilter, kInstancesAsTold},
      .attributes = kModelAttributes,
      .effects = {.reads = Touched::model | Touched::family,
@@ -182,14 +181,14 @@ constexpr Action kActions[] = {
     {.key = L"editMaterialParameter",
      .place = 101,
      .title = L"Edit material parameter",
-     .conditions = {kFilter, {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}},
+     .conditions = {kFilter, {.test = Test::notInstance, .line = Message::instanceRefused, .outcome = done}},
      .attributes = kMaterialAttributes,
      .effects = {.changes = Touched::model | Touched::family},
      .about = "sets values of parameters of a part's current material, or changes their type",
      .function = &editMaterialParameter},
     {.key = L"editModelParameterName",
      .place = 103,
-     .title = kEditNameTitle,
+     .title = Message::editParameterName,
      .attributes = kNameAttributes,
      .effects = {.changes = Touched::model | Touched::family},
      .about = "renames parameters, with their columns and the values of instances",

@@ -20,8 +20,6 @@ using creo::ProFeature;
 using creo::ProMdl;
 using creo::ProSimprepAction;
 
-constexpr int kTitle = 403, kRedefinitionFailed = 404, kRedefined = 405, kNoneFound = 366;
-
 struct ChosenAction {
   std::wstring_view jc;
   ProSimprepAction action;
@@ -158,12 +156,12 @@ Outcome editSimpRep(const Task& task) {
   const creo::ProError visited = visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
     if (!fitsName(wanted, rep.name)) return creo::ProNoError;
     if (describeAnew(edit, rep.item) == creo::ProNoError)
-      core::logMsgId(kRedefined, core::kNormal, 1);
+      core::logMsgId(Message::repRedefined, core::kNormal, 1);
     else
-      core::logMsgPlain(kRedefinitionFailed, core::kError);
+      core::logMsgPlain(Message::repNotRedefined, core::kError);
     return creo::ProNoError;
   });
-  if (visited == creo::ProNotFound) core::logMsgId(kNoneFound, core::kNormal, 1);
+  if (visited == creo::ProNotFound) core::logMsgId(Message::noSimplifiedReps, core::kNormal, 1);
   return done;
 }
 
@@ -195,7 +193,7 @@ constexpr Action kActions[] = {
     {.key = L"editSimpRep",
      .place = 148,
      .group = Group::ownModelTest,
-     .title = kTitle,
+     .title = Message::editSimplifiedReps,
      .version = L"4",
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model | Touched::session},

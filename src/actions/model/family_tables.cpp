@@ -24,10 +24,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kVerifyTitle = 137, kUnlockTitle = 411, kDeleteTitle = 415;
-constexpr int kCreated = 138, kNotRegenerated = 139, kRegenerated = 140, kNotCreated = 141;
-constexpr int kUnlocked = 412;
-
 std::wstring fileLabel(const std::wstring& name, ProMdlType type) { return name + L'.' + typeExtension(type); }
 
 // A part without a density keeps none: one that nobody stated would count as if somebody had.
@@ -90,12 +86,12 @@ void verifyInstance(const ProFaminstance& instance, const Verification& how) {
     if (state && state.value == ProVerification::verified) return;
   }
   const auto model = ProFaminstanceCreate(instance);
-  if (!model) return core::logWrite(instance.name + core::msgText(kNotCreated), core::kError);
-  std::wstring line = instance.name + core::msgText(kCreated);
+  if (!model) return core::logWrite(instance.name + core::msgText(Message::instanceNotCreated), core::kError);
+  std::wstring line = instance.name + core::msgText(Message::instanceCreated);
   bool good = true;
   if (how.regenerates) {
     good = regenerated(model.value);
-    line += core::msgText(good ? kRegenerated : kNotRegenerated);
+    line += core::msgText(good ? Message::instanceRegenerated : Message::instanceNotRegenerated);
   }
   verifyModel(model.value, how);
   ProMdlErase(model.value);
@@ -134,7 +130,7 @@ void unlockIn(ProMdl model) {
     const auto lock = ProFaminstanceCheck(instance);
     if (lock && lock.value == ProInstanceLock::locked) {
       if (ProFaminstanceLock(instance, ProInstanceLock::none) == ProNoError)
-        core::logIndented(text::format(core::msgText(kUnlocked), instance.name), core::kNormal, 1);
+        core::logIndented(text::format(core::msgText(Message::unlockInstance), instance.name), core::kNormal, 1);
       else
         core::logWrite(text::format(L"Failure while unlock instance '%s'", instance.name), core::kError);
     }
@@ -231,7 +227,7 @@ constexpr Attribute kDeleteAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"verifyFamilietable",
      .place = 43,
-     .title = kVerifyTitle,
+     .title = Message::verifyFamilyTable,
      .attributes = kVerifyAttributes,
      .effects = {.reads = Touched::model | Touched::users | Touched::family,
                  .changes = Touched::model | Touched::users | Touched::family | Touched::session},
@@ -244,13 +240,13 @@ constexpr Action kActions[] = {
      .function = &conflateFamilietable},
     {.key = L"unlockAllInstances",
      .place = 53,
-     .title = kUnlockTitle,
+     .title = Message::unlockInstances,
      .effects = {.reads = Touched::model | Touched::family, .changes = Touched::model | Touched::family},
      .about = "unlocks the locked instances of a generic",
      .function = &unlockAllInstances},
     {.key = L"deleteFamilyTableInstance",
      .place = 62,
-     .title = kDeleteTitle,
+     .title = Message::deleteInstance,
      .attributes = kDeleteAttributes,
      .effects = {.reads = Touched::model | Touched::family, .changes = Touched::model | Touched::family},
      .about = "deletes the first instance of a generic whose name fits",

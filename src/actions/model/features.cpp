@@ -20,8 +20,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kRenameTitle = 266;
-
 // ---- names
 
 struct NamedFeature {
@@ -208,7 +206,7 @@ constexpr Attribute kUnbendAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"renameFeature",
      .place = 56,
-     .title = kRenameTitle,
+     .title = Message::renameFeature,
      .conditions = kOnNativeSolids,
      .attributes = kRenameAttributes,
      .effects = {.changes = Touched::model},

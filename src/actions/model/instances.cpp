@@ -6,18 +6,14 @@
 #include "documents/predicates.h"
 
 namespace actions {
-namespace {
 
-constexpr int kIsInstanceMessage = 9;
-constexpr int kIsGenericMessage = 59;
-
-}  // namespace
+using core::Message;
 
 bool announceFamily(const engine::Task& task) {
-  if (documents::isInstance(task.model()) == documents::kTrue) core::logMsgId(kIsInstanceMessage, core::kNormal, 1);
+  if (documents::isInstance(task.model()) == documents::kTrue) core::logMsgId(Message::isInstance, core::kNormal, 1);
   const bool generic = (task.extensionIs(L"PRT") || task.extensionIs(L"ASM")) && task.isTrue(L"forInstances") &&
                        documents::isGeneric(task.model()) == documents::kTrue;
-  if (generic) core::logMsgId(kIsGenericMessage, core::kNormal, 1);
+  if (generic) core::logMsgId(Message::isGeneric, core::kNormal, 1);
   return generic;
 }
 

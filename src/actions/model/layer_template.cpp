@@ -27,8 +27,6 @@ using namespace engine;
 using creo::ProMdl;
 using creo::ProMdlType;
 
-constexpr int kTitle = 281, kTryToAdd = 282, kFromPath = 283, kBadCount = 284, kTemplateNotFound = 285,
-              kTemplateNotReadable = 286, kTemplateNotOpened = 287, kBadName = 288, kNameExists = 289, kCreated = 290;
 constexpr std::wstring_view kOption = L"default_layer_model";
 constexpr std::size_t kMacroSize = 900;  // room of a macro
 
@@ -64,7 +62,7 @@ class LayerTemplate {
     const bool isOptions = task_.attribute(L"view") == L"@default_layer_model@";
     const std::wstring path = isOptions ? os::withBackslashes(ofOption) : task_.path(L"view", L"models");
     file_ = modelFile(path);
-    core::logIndented(text::format(core::msgText(kFromPath), path), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::fromPath), path), core::kNormal, 1);
     creo::DirectoryGuard directory;
     if (!retrieve(directory)) return false;
     std::wstring used = os::joined(file_.folder, os::nameOf(path));
@@ -92,16 +90,16 @@ class LayerTemplate {
 
   bool retrieve(creo::DirectoryGuard& directory) {
     if (file_.type == ProMdlType::unused || (!file_.folder.empty() && directory.change(file_.folder))) {
-      core::logMsgPlain(kTemplateNotFound, core::kError);
+      core::logMsgPlain(Message::templateNotFound, core::kError);
       return false;
     }
     core::logWrite(L"Directory changed to new one", core::kDebug);
     wasThere_ = static_cast<bool>(creo::ProMdlInit(file_.name, file_.type));
     const auto model = creo::ProMdlRetrieve(file_.name, file_.type);
     if (!model) {
-      core::logMsgPlain(model.error == creo::ProNotFound       ? kTemplateNotFound
-                        : model.error == creo::ProGeneralError ? kTemplateNotReadable
-                                                               : kTemplateNotOpened,
+      core::logMsgPlain(model.error == creo::ProNotFound       ? Message::templateNotFound
+                        : model.error == creo::ProGeneralError ? Message::templateNotPermitted
+                                                               : Message::templateNotOpened,
                         core::kError);
       return false;
     }
@@ -219,19 +217,19 @@ void setRules(const Task& task, std::wstring_view name) {
 // ---- the action
 
 bool createLayer(const Task& task, std::wstring_view name) {
-  core::logIndented(text::format(core::msgText(kTryToAdd), name), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(Message::tryToAddLayer), name), core::kNormal, 1);
   const auto layer = creo::ProLayerCreate(task.model(), std::wstring(name));
   if (layer) return true;
   if (layer.error == creo::ProExists)
-    core::logWrite(text::format(core::msgText(kNameExists), name), core::kWarning);
+    core::logWrite(text::format(core::msgText(Message::layerExists), name), core::kWarning);
   else
-    core::logWrite(text::format(core::msgText(kBadName), name), core::kError);
+    core::logWrite(text::format(core::msgText(Message::badLayerName), name), core::kError);
   return false;
 }
 
 Outcome addLayerFromTemplate(const Task& task) {
   if (wildcardCompare(kIntegerPattern, task.attribute(L"rowc")) != 1) {
-    core::logMsgPlain(kBadCount, core::kError);
+    core::logMsgPlain(Message::lineCountUnread, core::kError);
     return done;
   }
   const bool hasTemplate = !task.attribute(L"view").empty();
@@ -241,7 +239,7 @@ Outcome addLayerFromTemplate(const Task& task) {
   for (const Task::Numbered& name : task.numberedAll(L"name_", rows)) {
     if (!createLayer(task, name.value)) continue;
     if (hasTemplate) setRules(task, name.value);
-    core::logIndented(text::format(core::msgText(kCreated), name.value), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::layerCreated), name.value), core::kNormal, 1);
   }
   return done;
 }
@@ -267,7 +265,7 @@ constexpr Action kActions[] = {
     {.key = L"addLayerFromTemplate",
      .place = 114,
      .group = Group::ownModelTest,
-     .title = kTitle,
+     .title = Message::addLayer,
      .conditions = kOnLayers,
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::files | Touched::options,

@@ -49,11 +49,6 @@ std::optional<ProLayerDisplay> layerStatus(std::wstring_view word) {
 
 namespace {
 
-constexpr int kDeleteTitle = 128, kDeleteAllEmpty = 129, kDelete = 130, kCopyItemsTo = 131;
-constexpr int kRenameTitle = 132, kRenamedFrom = 133, kCopiedFrom = 134, kTo = 135, kNameIsTaken = 136;
-constexpr int kStatusTitle = 291, kSaveStatus = 292, kStatusNotSaved = 293, kStatusChanged = 294,
-              kStatusNotChanged = 295, kNoStatusToSave = 296;
-constexpr int kGroupTitle = 354, kGrouped = 355, kNotGrouped = 356;
 constexpr int kMostDeletions = 100'000;  // a walk restarts behind each
 constexpr int kMostRenames = 100;        // the same
 
@@ -102,7 +97,7 @@ void tellNotCopied(std::wstring_view name) {
 }
 
 bool deleteNamed(const ProLayer& layer, std::wstring_view name) {
-  core::logIndented(text::format(L"%s %s", core::msgText(kDelete), name), core::kNormal, 1);
+  core::logIndented(text::format(L"%s %s", core::msgText(Message::deleteNamed), name), core::kNormal, 1);
   if (creo::ProLayerDelete(layer) == creo::ProNoError) return true;
   core::logWrite(L"There occured an Error while delete a layer", core::kError);
   return false;
@@ -148,7 +143,7 @@ class Deletion {
   bool copied(const NamedLayer& found) {
     bool all = true;
     for (const NamedLayer& target : targets_) {
-      core::logIndented(text::format(L"%s %s", core::msgText(kCopyItemsTo), target.name), core::kNormal, 2);
+      core::logIndented(text::format(L"%s %s", core::msgText(Message::copyItemsTo), target.name), core::kNormal, 2);
       all = copyItems(found.layer, target.layer) && all;
     }
     if (!all) tellNotCopied(found.name);
@@ -223,7 +218,7 @@ Outcome deleteLayer(const Task& task) {
   takeLayerDialogAway();
   Deletion(task).run();
   if (!task.isTrue(L"delallempty")) return done;
-  core::logMsgId(kDeleteAllEmpty, core::kNormal, 1);
+  core::logMsgId(Message::deleteEmptyLayers, core::kNormal, 1);
   EmptyLayers(task.model()).run();
   return done;
 }
@@ -254,7 +249,7 @@ class Renaming {
       else if (task_.isTrue(L"ifLayExists"))
         merge(found, to);
       else if (told_.insert({from.number, found.layer.id}).second)
-        core::logWrite(text::format(L"%s - %s", found.name, core::msgText(kNameIsTaken)), core::kWarning);
+        core::logWrite(text::format(L"%s - %s", found.name, core::msgText(Message::layerNameTaken)), core::kWarning);
       return changed_ ? creo::ProStopVisit : creo::ProNoError;
     });
   }
@@ -271,7 +266,7 @@ class Renaming {
       failed_.insert(found.layer.id);
       return core::logWrite(text::format(L"Can't rename the layer '%s' to '%s'", found.name, to), core::kError);
     }
-    tellChange(kRenamedFrom, found.name, to);
+    tellChange(Message::layerRenamedFrom, found.name, to);
   }
   // The layer's items go to the one that has the name, and the layer goes.
   void merge(const NamedLayer& found, const std::wstring& to) {
@@ -285,12 +280,12 @@ class Renaming {
       failed_.insert(found.layer.id);
       return core::logWrite(L"There occured an Error while delete a layer", core::kError);
     }
-    tellChange(kCopiedFrom, found.name, to);
+    tellChange(Message::layerCopiedFrom, found.name, to);
   }
-  void tellChange(int message, std::wstring_view from, std::wstring_view to) {
+  void tellChange(Message message, std::wstring_view from, std::wstring_view to) {
     changed_ = true;
-    core::logIndented(text::format(L"%s %s %s %s", core::msgText(message), from, core::msgText(kTo), to), core::kNormal,
-                      1);
+    core::logIndented(text::format(L"%s %s %s %s", core::msgText(message), from, core::msgText(Message::to), to),
+                      core::kNormal, 1);
   }
 
   const Task& task_;
@@ -307,8 +302,8 @@ Outcome renameLayer(const Task& task) {
 void changeStatus(const NamedLayer& found, std::wstring_view word) {
   const auto status = layerStatus(word);
   const bool changed = !status || creo::ProLayerDisplaystatusSet(found.layer, *status) == creo::ProNoError;
-  const std::wstring line =
-      text::format(L"%s - %s", found.name, core::msgText(changed ? kStatusChanged : kStatusNotChanged));
+  const std::wstring line = text::format(
+      L"%s - %s", found.name, core::msgText(changed ? Message::layerStatusChanged : Message::layerStatusNotChanged));
   if (changed)
     core::logIndented(line, core::kNormal, 1);
   else
@@ -316,12 +311,12 @@ void changeStatus(const NamedLayer& found, std::wstring_view word) {
 }
 
 void saveStatus(creo::ProMdl model) {
-  core::logMsgId(kSaveStatus, core::kNormal, 1);
+  core::logMsgId(Message::saveLayerStatus, core::kNormal, 1);
   const ProError result = creo::ProLayerDisplaystatusSave(model);
   if (result == creo::ProNoChange)
-    core::logMsgPlain(kNoStatusToSave, core::kWarning);
+    core::logMsgPlain(Message::noLayerStatusToSave, core::kWarning);
   else if (result != creo::ProNoError)
-    core::logMsgPlain(kStatusNotSaved, core::kError);
+    core::logMsgPlain(Message::layerStatusNotSaved, core::kError);
 }
 
 Outcome changeLayerStatus(const Task& task) {
@@ -341,7 +336,8 @@ Outcome changeLayerStatus(const Task& task) {
 void putBelow(const NamedLayer& child, const NamedLayer& parent) {
   const auto item = creo::ProLayerItemInit(ProItemType::layer, child.layer.id, child.layer.owner);
   const bool added = item && creo::ProLayerItemAdd(parent.layer, item.value) == creo::ProNoError;
-  const std::wstring line = text::format(core::msgText(added ? kGrouped : kNotGrouped), child.name, parent.name);
+  const std::wstring line =
+      text::format(core::msgText(added ? Message::layerGrouped : Message::layerNotGrouped), child.name, parent.name);
   if (added)
     core::logIndented(line, core::kNormal, 1);
   else
@@ -395,7 +391,7 @@ constexpr Action kActions[] = {
     {.key = L"renameLayer",
      .place = 112,
      .group = Group::ownModelTest,
-     .title = kRenameTitle,
+     .title = Message::renameLayer,
      .conditions = kOnLayers,
      .attributes = kRenameAttributes,
      .effects = {.changes = Touched::model},
@@ -404,7 +400,7 @@ constexpr Action kActions[] = {
     {.key = L"deleteLayer",
      .place = 113,
      .group = Group::ownModelTest,
-     .title = kDeleteTitle,
+     .title = Message::deleteLayers,
      .conditions = kOnLayers,
      .attributes = kDeleteAttributes,
      .effects = {.changes = Touched::model | Touched::session},
@@ -413,7 +409,7 @@ constexpr Action kActions[] = {
     {.key = L"changeLayerStatus",
      .place = 115,
      .group = Group::ownModelTest,
-     .title = kStatusTitle,
+     .title = Message::changeLayerStatus,
      .conditions = kOnLayers,
      .attributes = kStatusAttributes,
      .effects = {.changes = Touched::model},
@@ -422,7 +418,7 @@ constexpr Action kActions[] = {
     {.key = L"groupLayer",
      .place = 116,
      .group = Group::ownModelTest,
-     .title = kGroupTitle,
+     .title = Message::groupLayer,
      .conditions = kOnLayers,
      .attributes = kGroupAttributes,
      .effects = {.changes = Touched::model},

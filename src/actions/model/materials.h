@@ -18,7 +18,6 @@ std::optional<creo::ProModelitem> currentMaterial(creo::ProMdl part, int level);
 
 // Of actions that change what materials a part holds: what is no part is refused.
 constexpr engine::Condition kOnlyParts{.test = engine::Test::part, .line = L"Only parts have materials"};
-constexpr int kIsSkeleton = 420;  // the line where the part is one
 
 // "d:\materials\" and "STEEL.mtl", "STEEL" of a path. file has the ending only where the path has one.
 struct MaterialPath {

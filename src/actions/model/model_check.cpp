@@ -14,9 +14,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 395, kStandard = 396, kOtherSettings = 397, kNotSaved = 398, kSaved = 399, kNoSettings = 400,
-              kFailed = 402;
-
 bool isSavedAfterwards(const Task& task) {
   if (!task.isTrue(L"save")) return false;
   if (creo::ProMdlSave(task.model()) == creo::ProNoError) return true;
@@ -33,21 +30,22 @@ void tellFindings(const std::vector<creo::ProModelcheckFinding>& findings) {
 Outcome runModelCheck(const Task& task) {
   const std::wstring settings = task.attribute(L"config").empty() ? std::wstring() : task.path(L"config", L"models");
   if (settings.empty())
-    core::logMsgId(kStandard, core::kNormal, 1);
+    core::logMsgId(Message::standardConfiguration, core::kNormal, 1);
   else
-    core::logIndented(text::format(core::msgText(kOtherSettings), settings), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::otherConfiguration), settings), core::kNormal, 1);
   const auto found = creo::ProModelcheckExecute(task.model(), settings);
   if (!found) {
-    core::logMsgPlain(found.error == creo::ProNotFound ? kNoSettings : kFailed, core::kError);
+    core::logMsgPlain(found.error == creo::ProNotFound ? Message::configurationNotFound : Message::generalError,
+                      core::kError);
     return done;
   }
   tellFindings(found.value);
   const auto errors = std::count_if(found.value.begin(), found.value.end(), [](auto& one) { return one.isError; });
   const auto warnings = static_cast<std::ptrdiff_t>(found.value.size()) - errors;
   const bool saved = isSavedAfterwards(task);
-  core::logIndented(
-      text::format(core::msgText(saved ? kSaved : kNotSaved), static_cast<int>(errors), static_cast<int>(warnings)),
-      core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(saved ? Message::checkedAndSaved : Message::checkedNotSaved),
+                                 static_cast<int>(errors), static_cast<int>(warnings)),
+                    core::kNormal, 1);
   return done;
 }
 
@@ -66,7 +64,7 @@ constexpr Attribute kAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"runModelCheck",
      .place = 57,
-     .title = kTitle,
+     .title = Message::runModelCheck,
      .conditions = {kFilter, kAnyType},
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users | Touched::files | Touched::options,

@@ -24,10 +24,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kCommonNameTitle = 246, kCommonNameFailed = 247, kCommonNameUnread = 248;
-constexpr int kBackupTitle = 378, kBackupTo = 379, kBackedUp = 380, kNoFolder = 381, kCantWrite = 382,
-              kBackupFailed = 383;
-
 // "GEAR.PRT"
 std::wstring label(creo::ProMdl model) {
   return creo::ProMdlNameGet(model).value + L'.' + creo::ProMdlExtensionGet(model).value;
@@ -176,27 +172,27 @@ Outcome backupAction(const Task& task) {
   const std::wstring path = wholePath(task.path(L"path", L"models"));
   const std::wstring folder = os::asFolder(path);
   const Needed needed(task.model());
-  core::logIndented(text::format(core::msgText(kBackupTo), path), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(Message::exportModelTo), path), core::kNormal, 1);
   for (const std::wstring& one : needed.missing())
     core::logWrite(text::format(L"%s can't be retrieved", one), core::kError);
   for (const creo::ProMdl model : needed.models()) {
     if (path.empty() || !os::files().isFolder(folder) || liesIn(model, folder)) {
-      core::logMsgPlain(kNoFolder, core::kError);
+      core::logMsgPlain(Message::invalidFolder, core::kError);
       return done;
     }
   }
   switch (needed.missing().empty() ? backUp(needed.models(), folder) : creo::ProBadInputs) {
     case creo::ProNoError:
-      core::logMsgId(kBackedUp, core::kNormal, 1);
+      core::logMsgId(Message::exported, core::kNormal, 1);
       break;
     case creo::ProNotFound:
-      core::logMsgPlain(kNoFolder, core::kError);
+      core::logMsgPlain(Message::invalidFolder, core::kError);
       break;
     case creo::ProGeneralError:
-      core::logMsgPlain(kCantWrite, core::kError);
+      core::logMsgPlain(Message::folderNotWritable, core::kError);
       break;
     default:
-      core::logMsgPlain(kBackupFailed, core::kError);
+      core::logMsgPlain(Message::errorOccurred, core::kError);
   }
   return done;
 }
@@ -206,12 +202,12 @@ Outcome backupAction(const Task& task) {
 Outcome editCommonName(const Task& task) {
   const Replaced value = task.text(L"value");
   if (!value) {
-    core::logMsgPlain(kCommonNameUnread, core::kError);
+    core::logMsgPlain(Message::commonNameUnread, core::kError);
     return done;
   }
   creo::OptionGuard option(L"let_proe_rename_pdm_objects");
   if (option.change(L"yes") || creo::ProMdlCommonnameSet(task.model(), value.text))
-    core::logMsgPlain(kCommonNameFailed, core::kError);
+    core::logMsgPlain(Message::commonNameNotSet, core::kError);
   else
     core::logIndented(text::format(L"The common name is now '%s'", value.text), core::kNormal, 1);
   return done;
@@ -238,7 +234,7 @@ constexpr Attribute kCommonNameAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"backupAction",
      .place = 51,
-     .title = kBackupTitle,
+     .title = Message::backUp,
      .conditions = kOnModels,
      .attributes = kBackupAttributes,
      .effects = {.reads = Touched::model | Touched::users | Touched::family, .changes = Touched::files},
@@ -246,7 +242,7 @@ constexpr Action kActions[] = {
      .function = &backupAction},
     {.key = L"editCommonName",
      .place = 52,
-     .title = kCommonNameTitle,
+     .title = Message::editCommonName,
      .conditions = kOnNativeModels,
      .attributes = kCommonNameAttributes,
      .effects = {.reads = Touched::model | Touched::options, .changes = Touched::model | Touched::options},
@@ -266,7 +262,7 @@ constexpr Action kActions[] = {
      .title = L"Copy model",
      .conditions = kOnModels,
      .attributes = kNameAttributes,
-     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::files},
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::files | Touched::session},
      .about = "writes a copy of the model into the model's folder",
      .function = &copyModel},
 };

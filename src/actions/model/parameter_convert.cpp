@@ -17,8 +17,7 @@ namespace actions {
 namespace {
 
 using namespace creo;
-
-constexpr int kAddColumnFailed = 66, kTypechange = 312;
+using core::Message;
 
 // What a parameter is, beside its kind. The value is in the parameter's own units, as are those of the table's rows.
 struct Saved {
@@ -89,7 +88,7 @@ class FamilyValues {
     const bool all = eachTable(generic, [&](const std::wstring& owner, const ProFamtable& table) {
       if (!columns_.contains(owner)) return;
       if (!insists([&] { return isColumnNow(ProFamtableItemAdd(table, item)); })) {
-        core::logMsgPlain(kAddColumnFailed, core::kError);
+        core::logMsgPlain(Message::addToTableFailed, core::kError);
         whole = false;
       }
       const ProError visited = ProFamtableInstanceVisit(table, [&](const ProFaminstance& instance) {
@@ -275,7 +274,7 @@ void convertParameter(ParameterEditContext& context, const ProParameter& paramet
     return refuse(L"The Id Note Parameter is not supported by this action");
   const ParameterKind* own = from ? kindOfType(from->value.type) : nullptr;
   if (!own || !modelType) return refuse(unreadable(parameter));
-  core::logIndented(text::format(core::msgText(kTypechange), own->word, target ? target->word : L"new Name"),
+  core::logIndented(text::format(core::msgText(Message::typeChange), own->word, target ? target->word : L"new Name"),
                     core::kNormal, 4);
   if (!target && text::equalNoCase(context.workingName, parameter.id)) return;
 

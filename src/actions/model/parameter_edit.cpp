@@ -14,11 +14,8 @@ namespace actions {
 namespace {
 
 using namespace creo;
+using core::Message;
 
-constexpr int kNoInteger = 25, kNoDouble = 26, kSetTo = 311;
-constexpr int kSetFailed = 1, kBooleanFailed = 71, kDoubleFailed = 72, kIntegerFailed = 73;
-constexpr int kRelationDriven = 313, kFunctionDriven = 314, kParameterDriven = 315;
-constexpr int kReplacementFailed = 316;
 constexpr std::size_t kExpressionSize = 81;
 constexpr std::wstring_view kNotEditable = L"This parameter is not editable (not completely created)";
 
@@ -31,11 +28,13 @@ Fit fits(bool condition) { return condition ? Fit::yes : Fit::no; }
 // How a number that is searched must look, and the lines for one that doesn't: of a renaming, of an edit.
 struct NumberSearch {
   std::wstring_view pattern;
-  int cantCast;  // a message
+  Message cantCast;
   std::wstring_view cantCompare;
 };
-constexpr NumberSearch kIntegers{engine::kIntegerPattern, kNoInteger, L"%s - Integer can't compared with not a number"};
-constexpr NumberSearch kDoubles{engine::kDoublePattern, kNoDouble, L"%s - Double can't compared with not a number"};
+constexpr NumberSearch kIntegers{engine::kIntegerPattern, Message::noInteger,
+                                 L"%s - Integer can't compared with not a number"};
+constexpr NumberSearch kDoubles{engine::kDoublePattern, Message::noDouble,
+                                L"%s - Double can't compared with not a number"};
 
 // number: what the whole text is. Those of a renaming are read as they are, those of an edit must look like one.
 template <class T>
@@ -85,7 +84,7 @@ std::optional<std::wstring> searchedName(ParameterEditContext& context, const Pr
 
 void renameParameter(ParameterEditContext& context, const ProParameter& parameter) {
   engine::Replaced name = context.currentAction.text(L"value", text::kNameSize);
-  if (!name) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
+  if (!name) return error(text::format(core::msgText(Message::replacementFaulty), parameter.id));
   context.workingName = std::move(name.text);
   convertParameter(context, parameter, nullptr);
 }
@@ -101,9 +100,9 @@ void edit(ParameterEditContext& context, const ProParameter& parameter) {
 bool isDriven(const ProParameter& parameter) {
   const auto driver = ProParameterDriverGet(parameter);
   if (!driver || driver.value == ProParameterDriver::none) return false;
-  const int message = driver.value == ProParameterDriver::relation   ? kRelationDriven
-                      : driver.value == ProParameterDriver::function ? kFunctionDriven
-                                                                     : kParameterDriven;
+  const Message message = driver.value == ProParameterDriver::relation   ? Message::relationDriven
+                          : driver.value == ProParameterDriver::function ? Message::functionDriven
+                                                                         : Message::parameterDriven;
   error(text::format(core::msgText(message), parameter.id));
   return true;
 }
@@ -123,17 +122,17 @@ std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_vie
   if (type == ProParamvalueType::real) {
     const auto number = engine::numberIn(text);
     if (!number) return noNumber();
-    return NewValue{text::shortest(*number), text::format(L"%f", *number), core::msgText(kDoubleFailed)};
+    return NewValue{text::shortest(*number), text::format(L"%f", *number), core::msgText(Message::doubleSetFailed)};
   }
   if (type == ProParamvalueType::integer) {
     const auto number = engine::integerIn(text);
     if (!number) return noNumber();
     const std::wstring shown = text::format(L"%d", *number);
-    return NewValue{shown, shown, core::msgText(kIntegerFailed)};
+    return NewValue{shown, shown, core::msgText(Message::integerSetFailed)};
   }
   if (type == ProParamvalueType::boolean) {
     const std::wstring shown = namesTruth(text, true) ? L"true" : L"false";
-    return NewValue{shown, shown, core::msgText(kBooleanFailed)};
+    return NewValue{shown, shown, core::msgText(Message::booleanSetFailed)};
   }
   return NewValue{std::wstring(text), std::wstring(text), L"Parameter - Failure in ProParamvalueSet - String"};
 }
@@ -177,15 +176,15 @@ void set(const ParameterEditContext& context, const ProParameter& parameter, con
       context.override ? std::wstring_view(context.override->value) : context.currentAction.attribute(L"value");
   engine::Replaced replaced =
       engine::replaceVariablesLine(expression, context.currentModel, exactTextOf(current), kExpressionSize);
-  if (!replaced) return error(text::format(core::msgText(kReplacementFailed), parameter.id));
+  if (!replaced) return error(text::format(core::msgText(Message::replacementFaulty), parameter.id));
   const auto wanted = newValue(parameter, replaced.text, current.type);
   if (!wanted) return;
-  core::logIndented(text::format(core::msgText(kSetTo), parameter.id, wanted->shown), core::kNormal, 4);
+  core::logIndented(text::format(core::msgText(Message::setTextTo), parameter.id, wanted->shown), core::kNormal, 4);
   ProParamvalue value;
   if (ProParamvalueSet(value, wanted->text, current.type) != ProNoError) return error(wanted->failure);
   const auto foreign = foreignNumbers(context, replaced, parameter);
   const ProError result = ProParameterValueSet(parameter, value);
-  if (result != ProNoError) core::logMsgPlain(kSetFailed, core::kError);
+  if (result != ProNoError) core::logMsgPlain(Message::valueNotSet, core::kError);
   if (result == ProBadInputs && isRestricted(parameter))
     error(text::format(L"The restriction of '%s' doesn't allow '%s'", parameter.id, wanted->shown));
   if (result == ProNoError) warnOfUnits(parameter, foreign);

@@ -19,35 +19,23 @@ namespace actions {
 namespace {
 
 using namespace creo;
+using core::Message;
 using engine::Task;
 
 constexpr int kUsualCount = 100;
 constexpr std::size_t kUnitLength = 32;
 constexpr std::size_t kDescriptionLength = 80;
 
-constexpr int kDesignationFailedMessage = 14;
-constexpr int kTryMessage = 60;
-constexpr int kExistsMessage = 61;
-constexpr int kDescriptionMessage = 62;
-constexpr int kDesignatedMessage = 63;
-constexpr int kCreatedMessage = 64;
-constexpr int kNotInTableMessage = 65;
-constexpr int kTableFailedMessage = 66;
-constexpr int kInTableMessage = 67;
-constexpr int kValueFailedMessage = 70;
-constexpr int kReferenceDimensionMessage = 94;
-constexpr int kDimensionMessage = 95;
-
 // Symbols of a model's dimensions, read once for a whole list.
 class DimensionSymbols {
  public:
   explicit DimensionSymbols(ProMdl model) : model_(model) {}
   // The message that tells who has the name; none when it is free.
-  std::optional<int> holderOf(std::wstring_view name) {
+  std::optional<Message> holderOf(std::wstring_view name) {
     if (!isRead_) read();
     for (const Symbol& symbol : symbols_)
       if (engine::wildcardCompare(name, symbol.text) == 1)
-        return symbol.reference ? kReferenceDimensionMessage : kDimensionMessage;
+        return symbol.reference ? Message::nameOfReferenceDimension : Message::nameOfDimension;
     return std::nullopt;
   }
 
@@ -109,7 +97,7 @@ std::optional<ProParamvalue> valueOf(const Task& task, int index) {
     ProParamvalue value;
     const auto written = canonical(text, row.type);
     if (written && ProParamvalueSet(value, *written, row.type) == ProNoError) return value;
-    core::logMsgPlain(kValueFailedMessage, core::kError);
+    core::logMsgPlain(Message::paramvalueSetFailed, core::kError);
     return std::nullopt;
   }
   core::logWrite(text::format(L"The parameter type '%s' isn't one of String, Integer, Double, Boolean", word),
@@ -151,7 +139,7 @@ void setDescription(const ProParameter& parameter, std::wstring_view description
 void designate(const ProParameter& parameter, bool designated) {
   const ProError result = designated ? ProParameterDesignationAdd(parameter) : ProParameterDesignationRemove(parameter);
   if (result != ProNoError)
-    core::logWrite(text::format(core::msgText(kDesignationFailedMessage), parameter.id), core::kError);
+    core::logWrite(text::format(core::msgText(Message::designationFailed), parameter.id), core::kError);
 }
 
 void designateAsAsked(const ProParameter& parameter, bool designated) {
@@ -160,22 +148,22 @@ void designateAsAsked(const ProParameter& parameter, bool designated) {
 }
 
 void completeNew(const Task& task, int index, const ProParameter& parameter, int depth) {
-  core::logMsgId(kCreatedMessage, core::kNormal, depth);
+  core::logMsgId(Message::parameterCreated, core::kNormal, depth);
   if (const auto description = task.numbered(L"description_%d", index)) {
     if (text::units(*description) <= kDescriptionLength) {
-      core::logMsgId(kDescriptionMessage, core::kNormal, depth);
+      core::logMsgId(Message::setDescription, core::kNormal, depth);
       setDescription(parameter, *description);
     } else {
       core::logWrite(L"Can't set description with more than 80 characters", core::kError);
     }
   }
   if (!task.has(L"desig")) return;
-  core::logMsgId(kDesignatedMessage, core::kNormal, depth);
+  core::logMsgId(Message::setDesignated, core::kNormal, depth);
   designateAsAsked(parameter, task.numbered(L"designated_%d", index) == L"true");
 }
 
 void changeExisting(const Task& task, int index, const ProParameter& parameter, int depth) {
-  core::logMsgId(kExistsMessage, core::kNormal, depth);
+  core::logMsgId(Message::parameterExists, core::kNormal, depth);
   if (task.isTrue(L"descr"))
     if (const auto description = task.numbered(L"description_%d", index))
       setDescription(parameter, text::cut(*description, kDescriptionLength));
@@ -194,14 +182,14 @@ ProError addColumn(ProMdl model, const ProParameter& parameter) {
 void addToFamilyTable(ProMdl model, const ProParameter& parameter, int depth) {
   switch (addColumn(model, parameter)) {
     case ProNoError:
-      core::logMsgId(kInTableMessage, core::kNormal, depth);
+      core::logMsgId(Message::addedToTable, core::kNormal, depth);
       break;
     case ProNoFamtable:
     case ProExists:
-      core::logMsgPlain(kNotInTableMessage, core::kWarning);
+      core::logMsgPlain(Message::inTableOrNoTable, core::kWarning);
       break;
     default:
-      core::logMsgPlain(kTableFailedMessage, core::kError);
+      core::logMsgPlain(Message::addToTableFailed, core::kError);
   }
 }
 
@@ -235,7 +223,8 @@ void addParametersFromAction(const Task& task, const ParameterTarget& target) {
     const engine::Replaced name =
         engine::replaceVariables(task.numbered(L"name_%d", index).value_or(L""), task.model());
     if (!name.hasText()) continue;
-    core::logIndented(text::format(L"%s:%s", core::msgText(kTryMessage), name.text), core::kNormal, target.logDepth);
+    core::logIndented(text::format(L"%s:%s", core::msgText(Message::tryToCreateParameter), name.text), core::kNormal,
+                      target.logDepth);
     const auto value = valueOf(task, index);
     if (!value) continue;
     if (const auto holder = dimensions.holderOf(name.text)) {

@@ -10,9 +10,9 @@
 namespace actions {
 namespace {
 
+using core::Message;
 using creo::ProParamvalueType;
 
-constexpr int kNoDouble = 317, kNoInteger = 318;
 constexpr ParameterKind kKinds[] = {{ProParamvalueType::string, L"0", L"String"},
                                     {ProParamvalueType::integer, L"1", L"Integer"},
                                     {ProParamvalueType::real, L"2", L"Double"},
@@ -83,7 +83,9 @@ std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& val
   return made;
 }
 
-int noNumberMessage(ProParamvalueType type) { return type == ProParamvalueType::integer ? kNoInteger : kNoDouble; }
+Message noNumberMessage(ProParamvalueType type) {
+  return type == ProParamvalueType::integer ? Message::notCastToInteger : Message::notCastToDouble;
+}
 
 bool namesTruth(std::wstring_view entry, bool state) {
   const auto fits = [entry](std::wstring_view word) { return engine::wildcardCompare(entry, word) == 1; };

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/message_names.h"
 #include "creo/ProParameter.h"
 
 namespace actions {
@@ -29,7 +30,7 @@ std::wstring exactTextOf(const creo::ProParamvalue& value);
 // as 0, and true is "true", "1", "1.000000", "yes", "y" or "ja". Nothing: a number that isn't finite or out of range.
 std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& value, creo::ProParamvalueType type);
 // The message for a text that is no number of that kind: '%s' is the parameter, then the text.
-int noNumberMessage(creo::ProParamvalueType type);
+core::Message noNumberMessage(creo::ProParamvalueType type);
 
 // Does an entry name that state: a pattern for "true" or "yes", or "1"; for "false" or "no", or "0"?
 bool namesTruth(std::wstring_view entry, bool state);

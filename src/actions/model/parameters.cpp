@@ -20,10 +20,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kAddTitle = 58, kAddToFeatureTitle = 222, kAlternativeTitle = 406;
-constexpr int kDesignateTitle = 10, kDesignate = 11, kSetToFalse = 12, kSetToTrue = 13, kDesignationFailed = 14;
-constexpr int kAllTrue = 15, kAllFalse = 16;
-constexpr int kNoTable = 407, kColumnAdded = 408, kColumnIsThere = 409, kColumnFailed = 410;
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 
 Outcome addModelParameter(const Task& task) {
@@ -57,21 +53,23 @@ Outcome addFeatureParameter(const Task& task) {
 Outcome changeAllDesignationFlags(const Task& task) {
   announceFamily(task);
   const bool wanted = task.isTrue(L"to");
-  core::logMsgId(kDesignate, core::kNormal, 1);
+  core::logMsgId(Message::changeAllDesignations, core::kNormal, 1);
   const auto owner = creo::ProMdlToModelitem(task.model());
   bool allSet = static_cast<bool>(owner);
   creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
     const auto now = creo::ProParameterDesignationVerify(parameter);
     if (now && now.value == wanted) return creo::ProNoError;
-    core::logIndented(text::format(core::msgText(wanted ? kSetToTrue : kSetToFalse), parameter.id), core::kNormal, 2);
+    core::logIndented(
+        text::format(core::msgText(wanted ? Message::designationToTrue : Message::designationToFalse), parameter.id),
+        core::kNormal, 2);
     const creo::ProError result =
         wanted ? creo::ProParameterDesignationAdd(parameter) : creo::ProParameterDesignationRemove(parameter);
     if (result == creo::ProNoError) return creo::ProNoError;
-    core::logWrite(text::format(core::msgText(kDesignationFailed), parameter.id), core::kError);
+    core::logWrite(text::format(core::msgText(Message::designationFailed), parameter.id), core::kError);
     allSet = false;
     return creo::ProNoError;
   });
-  if (allSet) core::logMsgId(wanted ? kAllTrue : kAllFalse, core::kNormal, 1);
+  if (allSet) core::logMsgId(wanted ? Message::allDesignationsTrue : Message::allDesignationsFalse, core::kNormal, 1);
   return done;
 }
 
@@ -100,19 +98,20 @@ bool hasColumn(const creo::ProFamtable& table, std::wstring_view name) {
 }
 
 void addAlternativeColumn(const creo::ProFamtable& table, std::wstring_view name) {
-  if (hasColumn(table, name)) return core::logWrite(text::format(core::msgText(kColumnIsThere), name), core::kWarning);
+  if (hasColumn(table, name))
+    return core::logWrite(text::format(core::msgText(Message::columnExists), name), core::kWarning);
   creo::ProMacroLoad(text::format(kColumnMacro, name));
   creo::ProMacroExecute();
   if (hasColumn(table, name))
-    core::logIndented(text::format(core::msgText(kColumnAdded), name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::columnAdded), name), core::kNormal, 1);
   else
-    core::logWrite(text::format(core::msgText(kColumnFailed), name), core::kError);
+    core::logWrite(text::format(core::msgText(Message::columnNotAdded), name), core::kError);
 }
 
 Outcome addModelParameterToFamilyTable(const Task& task) {
   const auto table = creo::ProFamtableInit(task.model());
   if (!table) {
-    core::logMsgPlain(kNoTable, core::kWarning);
+    core::logMsgPlain(Message::noTableFound, core::kWarning);
     return done;
   }
   for (const AlternativeColumn& row : kAlternatives)
@@ -197,7 +196,7 @@ constexpr Attribute kAlternativeAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"changeAllDesignationFlags",
      .place = 93,
-     .title = kDesignateTitle,
+     .title = Message::changeDesignations,
      .conditions = {kFilter, kInstancesAsTold},
      .attributes = kDesignationAttributes,
      .effects = {.changes = Touched::model},
@@ -205,7 +204,7 @@ constexpr Action kActions[] = {
      .function = &changeAllDesignationFlags},
     {.key = L"addModelParameter",
      .place = 94,
-     .title = kAddTitle,
+     .title = Message::addModelParameter,
      .conditions = {kFilter, kInstancesAsTold},
      .attributes = kModelAttributes,
      .effects = kCreates,
@@ -215,23 +214,23 @@ constexpr Action kActions[] = {
      .place = 95,
      .title = L"Add material parameter",
      .conditions = {kFilter,
-                    {.test = Test::notSkeleton, .line = kIsSkeleton},
-                    {.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}},
+                    {.test = Test::notSkeleton, .line = Message::skeletonRefused},
+                    {.test = Test::notInstance, .line = Message::instanceRefused, .outcome = done}},
      .attributes = kNewParameters,
      .effects = kCreates,
      .about = "creates parameters in the current material of a part",
      .function = &addMaterialParameter},
     {.key = L"addKEParameter",
      .place = 97,
-     .title = kAddToFeatureTitle,
+     .title = Message::addFeatureParameter,
      .attributes = kFeatureAttributes,
      .effects = kCreates,
      .about = "creates parameters in features",
      .function = &addFeatureParameter},
     {.key = L"addModelParameterToFamilyTable",
      .place = 98,
-     .title = kAlternativeTitle,
-     .conditions = {{.test = Test::notInstance, .line = kInstanceRefused, .outcome = done}, kFilter},
+     .title = Message::addAlternativeParameter,
+     .conditions = {{.test = Test::notInstance, .line = Message::instanceRefused, .outcome = done}, kFilter},
      .attributes = kAlternativeAttributes,
      .effects = kCreates,
      .about = "makes alternative mass properties columns of a generic's family table",

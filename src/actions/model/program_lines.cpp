@@ -24,9 +24,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kDeleteFile = 371, kTitle = 384, kDeleteLines = 385, kNotRead = 386, kNotWritten = 387,
-              kDeleteFiles = 388;
-constexpr int kInputTitle = 389, kDeleteInputLines = 390;
 constexpr std::wstring_view kWritten = L"proProgram.txt", kChanged = L"proProgramChanged.txt";
 constexpr std::size_t kMostDelline = 1000, kMostPattern = 260;
 constexpr int kMostNames = 10'000;
@@ -41,7 +38,7 @@ class ProgramFiles {
     for (const std::wstring& path : {written_, changed_}) {
       if (!os::files().exists(path)) continue;
       const auto error = os::files().remove(path);
-      core::logWrite(text::format(core::msgText(kDeleteFile), path), error ? core::kError : core::kDebug);
+      core::logWrite(text::format(core::msgText(Message::deleteFile), path), error ? core::kError : core::kDebug);
     }
   }
   ProgramFiles(const ProgramFiles&) = delete;
@@ -171,19 +168,19 @@ ProgramLineFilter filterOf(const Task& task) {
 bool exported(const Task& task, const ProgramFiles& files) {
   if (creo::ProOutputFileWrite(task.model(), files.written(), creo::ProInputFileType::program) == creo::ProNoError)
     return true;
-  core::logMsgPlain(kNotWritten, core::kError);
+  core::logMsgPlain(Message::programNotWritten, core::kError);
   return false;
 }
 
 void readBack(const Task& task, const std::wstring& path) {
   if (creo::ProInputFileRead(task.model(), path, creo::ProInputFileType::program) != creo::ProNoError)
-    core::logMsgPlain(kNotRead, core::kError);
+    core::logMsgPlain(Message::programUnread, core::kError);
 }
 
 Outcome deleteModelProProgramLines(const Task& task) {
   const ProgramFiles files;
   if (exported(task, files)) {
-    core::logMsgId(kDeleteLines, core::kNormal, 1);
+    core::logMsgId(Message::deleteTheseProgramLines, core::kNormal, 1);
     ProgramLineFilter filter = filterOf(task);
     const GivenUp givenUp;
     const Filtered filtered = filterFile(files, [&](std::wstring_view line, auto) { return stays(filter, line); });
@@ -196,7 +193,7 @@ Outcome deleteModelProProgramLines(const Task& task) {
       readBack(task, std::wstring(kChanged));
     }
   }
-  core::logMsgId(kDeleteFiles, core::kNormal, 1);
+  core::logMsgId(Message::deleteTemporaryFiles, core::kNormal, 1);
   return done;
 }
 
@@ -217,7 +214,7 @@ Outcome deleteModelProProgramInputLines(const Task& task) {
   core::logIndented(L"Export to file", core::kNormal, 1);
   if (exported(task, files)) {
     core::logIndented(L"Change the file", core::kNormal, 1);
-    core::logMsgId(kDeleteInputLines, core::kNormal, 1);
+    core::logMsgId(Message::deleteTheseInputLines, core::kNormal, 1);
     const Filtered filtered = filterFile(files, [&](std::wstring_view line, InputSection::Line kind) {
       const std::wstring_view name = firstWord(line);
       return kind == InputSection::Line::other || name.empty() ||
@@ -265,7 +262,7 @@ constexpr Action kActions[] = {
     {.key = L"deleteModelProProgramLines",
      .place = 152,
      .group = Group::ownModelTest,
-     .title = kTitle,
+     .title = Message::deleteProgramLines,
      .conditions = kOnRelations,
      .attributes = kLineAttributes,
      .effects = kEffects,
@@ -274,7 +271,7 @@ constexpr Action kActions[] = {
     {.key = L"deleteModelProProgramInputLines",
      .place = 153,
      .group = Group::ownModelTest,
-     .title = kInputTitle,
+     .title = Message::deleteInputLines,
      .conditions = kOnRelations,
      .attributes = kInputAttributes,
      .effects = kEffects,

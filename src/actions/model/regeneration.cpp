@@ -19,8 +19,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kMassTitle = 118, kMassSolved = 119, kNoCsys = 120, kMassFailed = 121, kNoDensity = 122;
-constexpr int kTitle = 123, kDrawingFailed = 124, kUnattached = 125, kFailed = 126, kRegenerated = 127;
 // A model that needs yet another pass after so many never settles.
 constexpr int kMostPasses = 4;
 
@@ -35,24 +33,25 @@ creo::ProError regenerated(creo::ProMdl solid, bool force) {
 Outcome regenerateModel(const Task& task) {
   if (creo::ProMdlTypeGet(task.model()).value == creo::ProMdlType::drawing) {
     if (creo::ProDwgDraftRegenerate(task.model()) == creo::ProNoError)
-      core::logMsgId(kRegenerated, core::kNormal, 1);
+      core::logMsgId(Message::modelRegenerated, core::kNormal, 1);
     else
-      core::logMsgPlain(kDrawingFailed, core::kError);
+      core::logMsgPlain(Message::drawingNotRegenerated, core::kError);
     return done;
   }
   switch (regenerated(task.model(), task.isTrue(L"force"))) {
     case creo::ProNoError:
-      core::logMsgId(kRegenerated, core::kNormal, 1);
+      core::logMsgId(Message::modelRegenerated, core::kNormal, 1);
       break;
     case creo::ProUnattachedFeats:
-      core::logMsgPlain(kUnattached, core::kWarning);
+      core::logMsgPlain(Message::unattachedFeatures, core::kWarning);
       break;
     case creo::ProRegenAgain:
-      core::logWrite(text::format(L"%s: it needs another regeneration after %d", core::msgText(kFailed), kMostPasses),
+      core::logWrite(text::format(L"%s: it needs another regeneration after %d",
+                                  core::msgText(Message::modelNotRegenerated), kMostPasses),
                      core::kError);
       break;
     default:
-      core::logMsgPlain(kFailed, core::kError);
+      core::logMsgPlain(Message::modelNotRegenerated, core::kError);
   }
   return done;
 }
@@ -75,7 +74,7 @@ class Densities {
  private:
   static void checkPart(creo::ProMdl part) {
     if (creo::ProPartDensityGet(part) || creo::ProMdlIsSkeleton(part).value) return;
-    core::logWrite(text::format(core::msgText(kNoDensity), creo::ProMdlNameGet(part).value), core::kWarning);
+    core::logWrite(text::format(core::msgText(Message::noDensity), creo::ProMdlNameGet(part).value), core::kWarning);
   }
   std::set<creo::ProMdl> seen_;
 };
@@ -103,7 +102,7 @@ Outcome regenerateMass(const Task& task) {
     const auto found = name.hasText() ? csysNamed(task.model(), name.text) : std::nullopt;
     const auto place = found ? creo::ProCsysDataGet(*found) : creo::Got<creo::ProTransform>(creo::ProNotFound);
     if (!place) {
-      core::logMsgPlain(kNoCsys, core::kError);
+      core::logMsgPlain(Message::csysNotFound, core::kError);
       return done;
     }
     csys = place.value;
@@ -111,10 +110,10 @@ Outcome regenerateMass(const Task& task) {
   Densities().check(task.model());
   const auto mass = creo::ProSolidMassPropertyGet(task.model());
   if (!mass) {
-    core::logMsgPlain(kMassFailed, core::kError);
+    core::logMsgPlain(Message::massFailed, core::kError);
     return done;
   }
-  core::logMsgId(kMassSolved, core::kNormal, 1);
+  core::logMsgId(Message::massComputed, core::kNormal, 1);
   const creo::ProVector center = csys ? seenFrom(*csys, mass.value.gravityCenter) : mass.value.gravityCenter;
   core::logIndented(text::format(L"mass %f, volume %f, centre of gravity %f, %f, %f", mass.value.mass,
                                  mass.value.volume, center.x, center.y, center.z),
@@ -140,7 +139,7 @@ constexpr Attribute kModelAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"regenerateMass",
      .place = 41,
-     .title = kMassTitle,
+     .title = Message::computeMass,
      .conditions = {kFilter, kSolids},
      .attributes = kMassAttributes,
      .effects = {.reads = Touched::model | Touched::users},
@@ -148,7 +147,7 @@ constexpr Action kActions[] = {
      .function = &regenerateMass},
     {.key = L"regenerateModel",
      .place = 42,
-     .title = kTitle,
+     .title = Message::regenerateModel,
      .conditions = {kFilter, kAnyType, kAnyOfTheWork},
      .attributes = kModelAttributes,
      .effects = {.reads = Touched::model | Touched::users,

@@ -15,16 +15,13 @@ namespace {
 
 using namespace engine;
 
-constexpr int kAddTitle = 249, kRelations = 254, kPostRelations = 255, kDeleteTitle = 256, kDeleteSingle = 257,
-              kDeleteBlock = 258, kEditTitle = 259, kAddLines = 260, kEditLines = 261;
-
 bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 
 Outcome addModelRelationLines(const Task& task) {
-  core::logMsgId(kRelations, core::kNormal, 1);
+  core::logMsgId(Message::inRelations, core::kNormal, 1);
   RelationSet relations(task, false);
   addRelationLines(task, relations, L"relationline", std::nullopt);
-  core::logMsgId(kPostRelations, core::kNormal, 1);
+  core::logMsgId(Message::inPostRelations, core::kNormal, 1);
   RelationSet postRelations(task, true);
   addRelationLines(task, postRelations, L"postline", std::nullopt);
   return done;
@@ -82,7 +79,7 @@ class LinesToDelete {
 };
 
 void deleteSingleLines(const Task& task, LinesToDelete& lines) {
-  core::logMsgId(kDeleteSingle, core::kNormal, 1);
+  core::logMsgId(Message::deleteSingleLines, core::kNormal, 1);
   const int count = text::parseInt(task.attribute(L"dellinec"));
   for (const Task::Numbered& pattern : task.numberedAll(L"delline", count))
     // What went, or became a comment, with a line before it isn't looked at again.
@@ -125,7 +122,7 @@ class BlockEnd {
 };
 
 void deleteBlocks(const Task& task, LinesToDelete& lines) {
-  core::logMsgId(kDeleteBlock, core::kNormal, 1);
+  core::logMsgId(Message::deleteBlock, core::kNormal, 1);
   const std::wstring_view startLine = task.attribute(L"startline");
   BlockEnd end(task);
   const GivenUp givenUp;
@@ -168,7 +165,7 @@ Outcome deleteModelRelationLines(const Task& task) {
 // ---- editing
 
 void editLines(const Task& task, const RelationSet& set) {
-  core::logMsgId(kEditLines, core::kNormal, 1);
+  core::logMsgId(Message::editLines, core::kNormal, 1);
   const auto old = set.lines();
   if (!old) return;
   RelationLines lines = *old;
@@ -190,7 +187,7 @@ void editLines(const Task& task, const RelationSet& set) {
 }
 
 void addAtPlace(const Task& task, RelationSet& set) {
-  core::logMsgId(kAddLines, core::kNormal, 1);
+  core::logMsgId(Message::addLines, core::kNormal, 1);
   const auto lines = set.lines();
   if (!lines) return;
   const auto found = std::find_if(lines->begin(), lines->end(),
@@ -330,7 +327,7 @@ constexpr Action kActions[] = {
     {.key = L"addModelRelationLines",
      .place = 143,
      .group = Group::ownModelTest,
-     .title = kAddTitle,
+     .title = Message::addRelationLines,
      .conditions = kOnRelations,
      .attributes = kAddAttributes,
      .effects = kEffects,
@@ -339,7 +336,7 @@ constexpr Action kActions[] = {
     {.key = L"deleteModelRelationLines",
      .place = 144,
      .group = Group::ownModelTest,
-     .title = kDeleteTitle,
+     .title = Message::deleteRelationLines,
      .conditions = kOnRelations,
      .attributes = kDeleteAttributes,
      .effects = kEffects,
@@ -348,7 +345,7 @@ constexpr Action kActions[] = {
     {.key = L"editModelRelationLines",
      .place = 145,
      .group = Group::ownModelTest,
-     .title = kEditTitle,
+     .title = Message::editRelationLines,
      .conditions = kOnRelations,
      .attributes = kEditAttributes,
      .effects = kEffects,

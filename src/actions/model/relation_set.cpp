@@ -8,11 +8,11 @@
 
 namespace actions {
 
+using core::Message;
 using engine::Task;
 
 namespace {
 
-constexpr int kCurrentFail = 250, kCurrentPostFail = 251, kNewFail = 252, kNewPostFail = 253;
 constexpr std::wstring_view kBlanks = L" \t\r\n";
 
 // The owner of the set: the model, its id saying which.
@@ -61,7 +61,8 @@ std::optional<RelationLines> RelationSet::lines() const {
 
 bool RelationSet::isSound() const {
   if (creo::ProRelsetRegenerate(set_.value) == creo::ProNoError) return true;
-  core::logMsgPlain(post_ ? kCurrentPostFail : kCurrentFail, ignoresFailure_ ? core::kWarning : core::kError);
+  core::logMsgPlain(post_ ? Message::currentPostRelationsFail : Message::currentRelationsFail,
+                    ignoresFailure_ ? core::kWarning : core::kError);
   return ignoresFailure_;
 }
 
@@ -73,7 +74,8 @@ creo::ProError RelationSet::tried(const RelationLines& lines) const {
 
 void RelationSet::write(const RelationLines& lines, const RelationLines& old) const {
   if (tried(lines) == creo::ProNoError) return;
-  core::logMsgPlain(post_ ? kNewPostFail : kNewFail, ignoresFailure_ ? core::kWarning : core::kError);
+  core::logMsgPlain(post_ ? Message::newPostRelationsFail : Message::newRelationsFail,
+                    ignoresFailure_ ? core::kWarning : core::kError);
   if (ignoresFailure_) return;
   if (creo::ProRelsetRelationsSet(set_.value, old) != creo::ProNoError)
     core::logWrite(L"The old relations can't be written back", core::kError);

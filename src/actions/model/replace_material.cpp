@@ -16,15 +16,12 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 196, kReplace = 197, kReplaceInInstance = 198, kDeleted = 199, kNotDeleted = 200,
-              kFileNotFound = 201, kBadFile = 202, kCantSetCurrent = 203, kInstanceNotSet = 204, kInstanceNotRead = 206,
-              kSetCurrent = 209;
 constexpr int kMostPairs = 100;
 
-void tell(int message, const std::wstring& a, const std::wstring& b = {}) {
+void tell(Message message, const std::wstring& a, const std::wstring& b = {}) {
   core::logIndented(text::format(core::msgText(message), a, b), core::kNormal, 1);
 }
-void tellError(int message, const std::wstring& a, const std::wstring& b = {}) {
+void tellError(Message message, const std::wstring& a, const std::wstring& b = {}) {
   core::logWrite(text::format(core::msgText(message), a, b), core::kError);
 }
 
@@ -51,7 +48,7 @@ class Replacement {
   // The file's content in the place of what the material of its name says.
   void refresh() {
     if (wasRead_ && read_ == creo::ProNoError) return;
-    tell(kReplace, to_, to_);
+    tell(Message::replaceMaterialFromTo, to_, to_);
     isRead();
   }
 
@@ -64,18 +61,19 @@ class Replacement {
     if (!std::exchange(wasRead_, true)) read_ = creo::ProMaterialfileRead(part_, to_);
     if (read_ == creo::ProNoError) return true;
     const bool isMissing = read_ == creo::ProNotFound || read_ == creo::ProBadInputs;
-    tellError(isMissing ? kFileNotFound : kBadFile, to_);
+    tellError(isMissing ? Message::namedFileUnread : Message::namedFileFaulty, to_);
     return false;
   }
 
   // False: the old material is still what it was.
   bool replaceInPart(const std::wstring& name) {
-    tell(kReplace, name, to_);
+    tell(Message::replaceMaterialFromTo, name, to_);
     if (!isRead()) return false;
     const auto isCurrent = isCurrentMaterial(part_, name);
     if (!isCurrent || !*isCurrent) return isCurrent.has_value();
-    if (creo::ProMaterialCurrentSet({part_, to_}) != creo::ProNoError) return tellError(kCantSetCurrent, to_), false;
-    tell(kSetCurrent, to_);
+    if (creo::ProMaterialCurrentSet({part_, to_}) != creo::ProNoError)
+      return tellError(Message::namedMaterialNotSet, to_), false;
+    tell(Message::namedMaterialSet, to_);
     return true;
   }
 
@@ -84,15 +82,16 @@ class Replacement {
       const auto own = creo::ProFaminstanceFamtableItemIsDefault(instance, materialColumn());
       if (own.error == creo::ProNotFound || (own && own.value)) return;  // it has the generic's
       const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
-      if (!own || !value) return tellError(kInstanceNotRead, instance.name);
+      if (!own || !value) return tellError(Message::instanceMaterialUnread, instance.name);
       const std::wstring& name = value.value.string;
       if (!fits(name) || isNew(name)) return;
-      core::logIndented(text::format(core::msgText(kReplaceInInstance), instance.name, name, to_), core::kNormal, 1);
+      core::logIndented(text::format(core::msgText(Message::replaceInInstance), instance.name, name, to_),
+                        core::kNormal, 1);
       if (!isRead()) return;
       creo::ProParamvalue wanted = value.value;
       wanted.string = to_;
       if (creo::ProFaminstanceValueSet(instance, materialColumn(), wanted) != creo::ProNoError)
-        tellError(kInstanceNotSet, to_, instance.name);
+        tellError(Message::instanceMaterialFailed, to_, instance.name);
     });
   }
 
@@ -105,9 +104,9 @@ class Replacement {
         core::logWrite(text::format(L"Don't delete %s because it's used by the model or an instance.", name),
                        core::kWarning);
       else if (creo::ProMaterialDelete({part_, name}) == creo::ProNoError)
-        tell(kDeleted, name);
+        tell(Message::replacedMaterialDeleted, name);
       else
-        tellError(kNotDeleted, name);
+        tellError(Message::replacedMaterialNotDeleted, name);
     }
   }
 
@@ -202,9 +201,11 @@ constexpr Action kActions[] = {
     {.key = L"replaceMaterial",
      .place = 110,
      .group = Group::ownModelTest,
-     .title = kTitle,
-     .conditions =
-         {kFilter, kNotInstance, kOnlyParts, {.test = Test::notSkeleton, .line = kIsSkeleton, .level = core::kDebug}},
+     .title = Message::replaceMaterial,
+     .conditions = {kFilter,
+                    kNotInstance,
+                    kOnlyParts,
+                    {.test = Test::notSkeleton, .line = Message::skeletonRefused, .level = core::kDebug}},
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::family | Touched::files | Touched::options,
                  .changes = Touched::model | Touched::family | Touched::session | Touched::options},

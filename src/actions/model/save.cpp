@@ -9,8 +9,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 357;
-
 Outcome saveModel(const Task& task) {
   if (creo::ProMdlSave(task.model()) != creo::ProNoError) core::logWrite(L"Failure while save model", core::kError);
   return done;
@@ -19,7 +17,7 @@ Outcome saveModel(const Task& task) {
 constexpr Action kActions[] = {
     {.key = L"saveModel",
      .place = 37,
-     .title = kTitle,
+     .title = Message::saveModel,
      .effects = {.reads = Touched::model | Touched::users | Touched::options,
                  .changes = Touched::model | Touched::users | Touched::family},
      .about = "saves the model, after what it uses and what was changed of that",

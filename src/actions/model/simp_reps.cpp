@@ -17,9 +17,6 @@ namespace {
 using namespace engine;
 using creo::ProSimprepAction;
 
-constexpr int kCreateTitle = 361, kCreated = 362, kExistsAlready = 363;
-constexpr int kRenameTitle = 364, kRename = 365, kNoneFound = 366;
-
 struct DefaultAction {
   std::wstring_view type2;
   ProSimprepAction action;
@@ -41,15 +38,15 @@ Outcome createSimpRep(const Task& task) {
   if (!data)
     core::logWrite(L"Can't allocate simprepdata", core::kError);
   else if (creo::ProSimprepCreate(task.model(), data.value))
-    core::logIndented(text::format(core::msgText(kCreated), name), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::created), name), core::kNormal, 1);
   else
-    core::logWrite(text::format(core::msgText(kExistsAlready), name), core::kWarning);
+    core::logWrite(text::format(core::msgText(Message::existsAlready), name), core::kWarning);
   return done;
 }
 
 void rename(const NamedState& rep, std::wstring_view wanted) {
   const std::wstring name(text::cut(wanted, text::kNameSize - 1));
-  core::logIndented(text::format(core::msgText(kRename), rep.name, name), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(Message::renameFromTo), rep.name, name), core::kNormal, 1);
   if (creo::ProModelitemNameSet(rep.item, name) != creo::ProNoError)
     core::logWrite(L"Can't rename the simp rep", core::kError);
 }
@@ -68,7 +65,7 @@ Outcome renameSimpRep(const Task& task) {
       if (fitsName(pair.pattern, rep.name)) rename(rep, pair.name);
     return creo::ProNoError;
   });
-  if (visited == creo::ProNotFound) core::logMsgId(kNoneFound, core::kNormal, 1);
+  if (visited == creo::ProNotFound) core::logMsgId(Message::noSimplifiedReps, core::kNormal, 1);
   return done;
 }
 
@@ -180,7 +177,7 @@ constexpr Action kActions[] = {
     {.key = L"createSimpRep",
      .place = 147,
      .group = Group::ownModelTest,
-     .title = kCreateTitle,
+     .title = Message::createSimplifiedRep,
      .conditions = {kFilter,
                     {.test = Test::solidType, .line = L"Only parts and assemblies have simplified representations"}},
      .attributes = kCreateAttributes,
@@ -190,7 +187,7 @@ constexpr Action kActions[] = {
     {.key = L"renameSimpRep",
      .place = 149,
      .group = Group::ownModelTest,
-     .title = kRenameTitle,
+     .title = Message::renameSimplifiedReps,
      .attributes = kRenameAttributes,
      .effects = kEffects,
      .about = "renames simplified representations",

@@ -17,15 +17,11 @@ namespace {
 
 using namespace engine;
 
-constexpr int kAccuracyUnread = 0, kValueFailed = 1, kValueSet = 2, kAccuracyTitle = 3, kToleranceTitle = 53;
-constexpr int kUnitsTitle = 210, kSystemMade = 211, kSystemIsThere = 212, kUnitsSet = 213, kUnitsFailed = 214,
-              kUnitsAreSet = 215;
-
 void tell(creo::ProError result) {
   if (result == creo::ProNoError)
-    core::logMsgId(kValueSet, core::kNormal, 1);
+    core::logMsgId(Message::valueSet, core::kNormal, 1);
   else
-    core::logMsgPlain(kValueFailed, core::kError);
+    core::logMsgPlain(Message::valueNotSet, core::kError);
 }
 
 // ---- accuracy and tolerances
@@ -39,7 +35,7 @@ Outcome setAccuracy(const Task& task) {
   const auto written = task.text(L"value");
   const auto value = written.hasText() ? numberIn(written.text) : std::nullopt;
   if (!value || *value <= 0) {
-    core::logMsgPlain(kAccuracyUnread, core::kError);
+    core::logMsgPlain(Message::accuracyUnread, core::kError);
     return done;
   }
   tell(creo::ProSolidAccuracySet(
@@ -122,7 +118,7 @@ creo::Got<creo::ProUnitsystem> wantedSystem(const Task& task, const std::wstring
   const bool hasUnits = task.has(L"length") || task.has(L"mass") || task.has(L"time") || task.has(L"temp");
   auto system = systemOfThatName(task.model(), name);
   if (system || !hasUnits) {
-    if (hasUnits) core::logMsgId(kSystemIsThere, core::kNormal, 1);
+    if (hasUnits) core::logMsgId(Message::unitSystemExists, core::kNormal, 1);
     return system;
   }
   system = creo::ProUnitsystemCreate(task.model(), name,
@@ -130,7 +126,7 @@ creo::Got<creo::ProUnitsystem> wantedSystem(const Task& task, const std::wstring
                                       .mass = std::wstring(task.attribute(L"mass")),
                                       .time = std::wstring(task.attribute(L"time")),
                                       .temperature = std::wstring(task.attribute(L"temp"))});
-  if (system) core::logIndented(text::format(core::msgText(kSystemMade), name), core::kNormal, 1);
+  if (system) core::logIndented(text::format(core::msgText(Message::unitSystemCreated), name), core::kNormal, 1);
   return system;
 }
 
@@ -140,15 +136,15 @@ Outcome setUnits(const Task& task) {
       name.hasText() ? wantedSystem(task, name.text) : creo::Got<creo::ProUnitsystem>(creo::ProNotFound);
   const auto present = creo::ProMdlPrincipalunitsystemGet(task.model());
   if (system && present && present.value == system.value.name) {
-    core::logMsgId(kUnitsAreSet, core::kNormal, 1);
+    core::logMsgId(Message::unitSystemAlreadySet, core::kNormal, 1);
     return done;
   }
   const auto conversion =
       task.isTrue(L"convert") ? creo::ProUnitConversion::sameSize : creo::ProUnitConversion::sameNumbers;
   if (system && creo::ProMdlPrincipalunitsystemSet(task.model(), system.value, conversion) == creo::ProNoError)
-    core::logMsgId(kUnitsSet, core::kNormal, 1);
+    core::logMsgId(Message::unitSystemSet, core::kNormal, 1);
   else
-    core::logMsgPlain(kUnitsFailed, core::kError);
+    core::logMsgPlain(Message::unitSystemNotSet, core::kError);
   return done;
 }
 
@@ -207,7 +203,7 @@ constexpr Effects kEffects{.changes = Touched::model};
 constexpr Action kActions[] = {
     {.key = L"setAccuracy",
      .place = 39,
-     .title = kAccuracyTitle,
+     .title = Message::setAccuracy,
      .conditions = kOnNativeSolids,
      .attributes = kAccuracyAttributes,
      .effects = kEffects,
@@ -215,7 +211,7 @@ constexpr Action kActions[] = {
      .function = &setAccuracy},
     {.key = L"setTolerance",
      .place = 40,
-     .title = kToleranceTitle,
+     .title = Message::setTolerance,
      .conditions = kOnNativeSolids,
      .attributes = kToleranceAttributes,
      .effects = kEffects,
@@ -223,7 +219,7 @@ constexpr Action kActions[] = {
      .function = &setTolerance},
     {.key = L"setUnits",
      .place = 48,
-     .title = kUnitsTitle,
+     .title = Message::setUnits,
      .conditions = kOnNativeSolids,
      .attributes = kUnitsAttributes,
      .effects = kEffects,

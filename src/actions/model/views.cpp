@@ -17,12 +17,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kSetTitle = 142, kNoDefault = 143, kIsSet = 144, kTableFailed = 145, kNoView = 146;
-constexpr int kAddTitle = 345, kSetOrientation = 346;
-constexpr int kFront = 347, kRight = 348, kBack = 349, kLeft = 350, kTop = 351, kBottom = 352, kCustom = 353;
-constexpr int kRename = 365;
-constexpr int kDisplayTitle = 391, kWorkOn = 392, kReplaced = 393, kDisplayFailed = 394;
-
 // ---- saved views
 
 // The first view whose name or second name fits. ProNotFound: none does, or there are no views.
@@ -37,17 +31,18 @@ creo::Got<std::wstring> viewThatFits(creo::ProMdl solid, std::wstring_view patte
 
 void showView(const Task& task) {
   const std::wstring wanted = nameIn(task, L"view");
-  if (wanted.empty()) return core::logMsgPlain(kNoView, core::kError);
+  if (wanted.empty()) return core::logMsgPlain(Message::noSuchView, core::kError);
   const auto view = viewThatFits(task.model(), wanted);
   const bool isDefault = view.error == creo::ProNotFound && text::equalNoCase(wanted, L"default");
   if (!view && !isDefault)
-    return core::logMsgPlain(view.error == creo::ProNotFound ? kNoView : kTableFailed, core::kError);
+    return core::logMsgPlain(view.error == creo::ProNotFound ? Message::noSuchView : Message::viewTableUnread,
+                             core::kError);
   const creo::ProError shown =
       isDefault ? creo::ProViewReset(task.model()) : creo::ProViewRetrieve(task.model(), view.value);
   if (shown == creo::ProNoError)
-    core::logMsgId(kIsSet, core::kNormal, 1);
+    core::logMsgId(Message::viewSet, core::kNormal, 1);
   else if (isDefault)
-    core::logMsgPlain(kNoDefault, core::kError);
+    core::logMsgPlain(Message::noDefaultView, core::kError);
   else
     core::logWrite(text::format(L"The view '%s' can't be shown", view.value), core::kError);
 }
@@ -79,17 +74,17 @@ Outcome setView(const Task& task) {
 
 struct Orientation {
   std::wstring_view word;
-  int message = 0;
+  Message message;
   creo::ProViewMatrix matrix;
 };
 constexpr Orientation kOrientations[] = {
-    {L"front", kFront, {1, 0, 0, 0, 1, 0, 0, 0, 1}},
-    {L"right", kRight, {0, 0, 1, 0, 1, 0, -1, 0, 0}},
-    {L"back", kBack, {-1, 0, 0, 0, 1, 0, 0, 0, -1}},
-    {L"left", kLeft, {0, 0, -1, 0, 1, 0, 1, 0, 0}},
-    {L"top", kTop, {1, 0, 0, 0, 0, 1, 0, -1, 0}},
-    {L"bottom", kBottom, {1, 0, 0, 0, 0, -1, 0, 1, 0}},
-    {L"custom", kCustom, {}},
+    {L"front", Message::setFront, {1, 0, 0, 0, 1, 0, 0, 0, 1}},
+    {L"right", Message::setRight, {0, 0, 1, 0, 1, 0, -1, 0, 0}},
+    {L"back", Message::setBack, {-1, 0, 0, 0, 1, 0, 0, 0, -1}},
+    {L"left", Message::setLeft, {0, 0, -1, 0, 1, 0, 1, 0, 0}},
+    {L"top", Message::setTop, {1, 0, 0, 0, 0, 1, 0, -1, 0}},
+    {L"bottom", Message::setBottom, {1, 0, 0, 0, 0, -1, 0, 1, 0}},
+    {L"custom", Message::setCustom, {}},
 };
 constexpr std::size_t kMatrixSize = 1024;  // of a matrix's text
 
@@ -116,7 +111,7 @@ std::optional<Orientation> orientationOf(const Task& task, int number) {
     return std::nullopt;
   }
   Orientation orientation = *known;
-  if (orientation.message != kCustom) return orientation;
+  if (orientation.message != Message::setCustom) return orientation;
   const auto matrix = matrixIn(replacedText(task, task.numbered(L"matrix_%d", number).value_or(L""), kMatrixSize));
   if (!matrix) {
     core::logWrite(text::format(L"'matrix_%d' isn't a rotation of 9 or 16 numbers", number), core::kError);
@@ -133,7 +128,7 @@ void storeView(const Task& task, const Task::Numbered& entry) {
   if (!orientation) return;
   switch (creo::ProViewStore(task.model(), name, orientation->matrix)) {
     case creo::ProNoError:
-      core::logIndented(text::format(L"%s '%s'", core::msgText(kSetOrientation), name), core::kNormal, 1);
+      core::logIndented(text::format(L"%s '%s'", core::msgText(Message::setOrientation), name), core::kNormal, 1);
       return core::logMsgId(orientation->message, core::kNormal, 2);
     case creo::ProBadInputs:
       return core::logWrite(text::format(L"'matrix_%d' isn't a rotation of 9 or 16 numbers", entry.number),
@@ -156,7 +151,7 @@ void renameOne(const Task& task, const Task::Numbered& entry) {
                           core::kError);
   const auto view = viewThatFits(task.model(), pattern);
   if (!view) return core::logWrite(text::format(L"No view is called '%s'", pattern), core::kError);
-  const std::wstring renaming = text::format(core::msgText(kRename), view.value, to);
+  const std::wstring renaming = text::format(core::msgText(Message::renameFromTo), view.value, to);
   switch (creo::ProViewRename(task.model(), view.value, to)) {
     case creo::ProNoError:
       return core::logIndented(renaming, core::kNormal, 1);
@@ -205,15 +200,15 @@ std::wstring wordOf(creo::ProDisplayStyle style) {
 // from: nothing stands for any style.
 void replaceStyle(const creo::ProView& view, std::optional<creo::ProDisplayStyle> from, creo::ProDisplayStyle to) {
   const auto style = creo::ProDrawingViewDisplayGet(view);
-  if (!style) return core::logMsgPlain(kDisplayFailed, core::kError);
+  if (!style) return core::logMsgPlain(Message::displayStyleNotSet, core::kError);
   if ((from && style.value != *from) || style.value == to) return;
   const auto name = creo::ProDrawingViewNameGet(view);
   const std::wstring label = name ? name.value : std::to_wstring(view.id);
-  core::logIndented(text::format(core::msgText(kWorkOn), label, wordOf(style.value)), core::kNormal, 1);
+  core::logIndented(text::format(core::msgText(Message::workOnStyle), label, wordOf(style.value)), core::kNormal, 1);
   if (creo::ProDrawingViewDisplaySet(view, to) == creo::ProNoError)
-    core::logIndented(text::format(core::msgText(kReplaced), wordOf(to)), core::kNormal, 1);
+    core::logIndented(text::format(core::msgText(Message::replacedThrough), wordOf(to)), core::kNormal, 1);
   else
-    core::logMsgPlain(kDisplayFailed, core::kError);
+    core::logMsgPlain(Message::displayStyleNotSet, core::kError);
 }
 
 Outcome replaceViewModelDisplay(const Task& task) {
@@ -274,7 +269,7 @@ constexpr Attribute kDisplayAttributes[] = {
 constexpr Action kActions[] = {
     {.key = L"addEditViews",
      .place = 46,
-     .title = kAddTitle,
+     .title = Message::addViews,
      .conditions = kOnNativeSolids,
      .attributes = kAddAttributes,
      .effects = {.changes = Touched::model},
@@ -290,7 +285,7 @@ constexpr Action kActions[] = {
      .function = &renameView},
     {.key = L"setView",
      .place = 49,
-     .title = kSetTitle,
+     .title = Message::setView,
      .conditions = {kFilter, kSolids, kAnyOfTheWork},
      .attributes = kSetAttributes,
      .effects = {.changes = Touched::session | Touched::options},
@@ -298,7 +293,7 @@ constexpr Action kActions[] = {
      .function = &setView},
     {.key = L"replaceViewModelDisplay",
      .place = 55,
-     .title = kDisplayTitle,
+     .title = Message::replaceViewDisplay,
      .conditions = {kFilter, kDrawings, kAnyOfTheWork},
      .attributes = kDisplayAttributes,
      .effects = {.changes = Touched::model},

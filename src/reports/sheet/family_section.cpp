@@ -7,8 +7,8 @@
 namespace reports::sheet {
 namespace {
 
-constexpr int kFamilyTable = 187, kColumns = 188, kVariants = 189, kNone = 195, kAmount = 176;
-constexpr int kName = 164, kType = 165;
+using core::Message;
+
 constexpr double kNameColumn = 75, kTypeColumn = 250;
 
 std::wstring_view columnWord(creo::ProFamitemType type) {
@@ -39,14 +39,14 @@ std::vector<std::wstring> instanceNames(const creo::Got<creo::ProFamtable>& tabl
 
 void tableOf(const Subject& subject, const creo::ProFamtable& table, const std::vector<std::wstring>& instances) {
   Page& page = subject.page;
-  title(subject, kFamilyTable);
-  head(subject, kColumns);
-  page.heads({{kNameColumn, core::msgText(kName)}, {kTypeColumn, core::msgText(kType)}});
+  title(subject, Message::familyTable);
+  head(subject, Message::columns);
+  page.heads({{kNameColumn, core::msgText(Message::name)}, {kTypeColumn, core::msgText(Message::type)}});
   creo::ProFamtableItemVisit(table, [&](const creo::ProFamtableItem& item) {
     page.row({{kNameColumn, item.name}, {kTypeColumn, columnWord(item.type)}}, kRowSize, kListStep);
     return creo::ProNoError;
   });
-  head(subject, kVariants);
+  head(subject, Message::variants);
   for (const std::wstring& name : instances) page.line(name, kRowSize, kNameColumn, kListStep);
 }
 
@@ -59,13 +59,14 @@ void familyTableSection(const Subject& subject) {
   const auto table = creo::ProFamtableInit(subject.model);
   const std::vector<std::wstring> instances = instanceNames(table);
   if (instances.empty())
-    head(subject, kNone);
+    head(subject, Message::noFamilyTable);
   else if (wholeTable)
     tableOf(subject, table.value, instances);
   else
-    title(subject, kFamilyTable);
+    title(subject, Message::familyTable);
   if (amount)
-    subject.page.line(text::format(L"%s: %d", core::msgText(kAmount), instances.size()), kRowSize, kMargin, kListStep);
+    subject.page.line(text::format(L"%s: %d", core::msgText(Message::amountOfVariants), instances.size()), kRowSize,
+                      kMargin, kListStep);
   subject.page.endSection();
 }
 

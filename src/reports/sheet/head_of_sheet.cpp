@@ -13,7 +13,8 @@
 namespace reports::sheet {
 namespace {
 
-constexpr int kExported = 228, kNoPicture = 229;
+using core::Message;
+
 constexpr double kNameDown = 50, kRuleDown = 60, kFolderDown = 75;  // from the upper edge
 constexpr double kPictureLeft = 210, kPictureDown = 190;            // from the right and the upper edge
 constexpr double kPictureWidth = 160, kPictureHeight = 120;
@@ -33,8 +34,8 @@ class Picture {
     const auto window = creo::ProWindowCurrentGet();
     const creo::ProError result = window ? creo::ProRasterFileWrite(window.value, kForm, path_) : window.error;
     if (result == creo::ProNoError) return;
-    core::logMsgId(kExported, core::kNormal, 1);
-    core::logMsgPlain(kNoPicture, core::kError);
+    core::logMsgId(Message::exportCompleted, core::kNormal, 1);
+    core::logMsgPlain(Message::jpgFailed, core::kError);
   }
   ~Picture() { os::files().remove(path_); }
   Picture(const Picture&) = delete;

@@ -22,7 +22,6 @@ namespace {
 
 using namespace engine;
 
-constexpr int kTitle = 147, kNoPath = 148, kNoRights = 149, kNoDocument = 151, kNoModel = 152;
 constexpr std::wstring_view kExtension = L".pdf", kReports = L"reports", kDefaultFont = L"text\\FreeSans.ttf";
 
 // In their order on the sheet, each with the debug line behind it; the first two have none.
@@ -75,7 +74,7 @@ std::wstring target(const Task& task) {
   if (!folder.ends_with(L'/') && !folder.ends_with(L'\\')) folder += L'\\';
   const bool exists = os::files().isFolder(folder);
   if (!exists || (!fromModel && !canWriteIn(folder))) {
-    core::logMsgPlain(exists ? kNoRights : kNoPath, core::kError);
+    core::logMsgPlain(exists ? Message::noWritePermission : Message::noSuchPath, core::kError);
     return {};
   }
   const auto name = fileName(task);
@@ -90,7 +89,7 @@ std::wstring fontPath(const Task& task) {
 
 bool beginDocument(const Task& task, Document& document) {
   if (!document.isOpen()) {
-    core::logMsgPlain(kNoDocument, core::kError);
+    core::logMsgPlain(Message::pdfNotCreated, core::kError);
     return false;
   }
   const std::wstring path = fontPath(task);
@@ -190,8 +189,9 @@ constexpr Action kActions[] = {
     {.key = L"writeInformationPDF",
      .place = 154,
      .group = Group::ownModelTest,
-     .title = kTitle,
-     .conditions = {kFilter, {.test = Test::typeKnown, .line = kNoModel, .level = core::kError, .outcome = done}},
+     .title = Message::writeInformationPdf,
+     .conditions = {kFilter,
+                    {.test = Test::typeKnown, .line = Message::modelNotFound, .level = core::kError, .outcome = done}},
      .attributes = kAttributes,
      .effects = kEffects,
      .about = "writes a sheet about the model as a PDF file",

@@ -13,10 +13,8 @@
 namespace reports::sheet {
 namespace {
 
-constexpr int kViews = 191, kViewName = 193, kAlternativeName = 194;
-constexpr int kLayers = 181, kLayerName = 182, kStatus = 183;
-constexpr int kFirst = 174, kFeatures = 175, kAnnotations = 190, kName = 164, kType = 165;
-constexpr int kDependencies = 184, kSimplifiedReps = 185, kInterfaces = 186;
+using core::Message;
+
 constexpr double kAlternativeColumn = 150, kSecondColumn = 250, kIdColumn = 450;
 // Creo's number of the feature type of a component interface.
 constexpr int kInterfaceFeature = 1118;
@@ -24,8 +22,8 @@ constexpr int kInterfaceFeature = 1118;
 void debug(std::wstring_view line) { core::logIndented(line, core::kDebug, 1); }
 
 // "First 5 features".
-void firstTitle(const Subject& subject, std::wstring_view count, int what) {
-  subject.page.sectionTitle(text::format(L"%s %s %s", core::msgText(kFirst), count, core::msgText(what)));
+void firstTitle(const Subject& subject, std::wstring_view count, Message what) {
+  subject.page.sectionTitle(text::format(L"%s %s %s", core::msgText(Message::first), count, core::msgText(what)));
 }
 
 void listed(Page& page, std::wstring_view name) { page.line(name, kRowSize, kMargin, kListStep); }
@@ -60,8 +58,9 @@ void noteLines(Page& page, const creo::ProNote& note) {
 void viewSection(const Subject& subject) {
   if (!subject.wants(L"views")) return;
   tell(L"Report views");
-  title(subject, kViews);
-  subject.page.heads({{kMargin, core::msgText(kViewName)}, {kAlternativeColumn, core::msgText(kAlternativeName)}});
+  title(subject, Message::views);
+  subject.page.heads(
+      {{kMargin, core::msgText(Message::viewName)}, {kAlternativeColumn, core::msgText(Message::alternativeName)}});
   if (const auto views = creo::ProViewNamesGet(subject.model))
     for (std::size_t i = 0; i < views.value.names.size(); ++i)
       subject.page.row({{kMargin, views.value.names[i]}, {kAlternativeColumn, views.value.alternateNames[i]}}, kRowSize,
@@ -72,8 +71,9 @@ void viewSection(const Subject& subject) {
 void layerSection(const Subject& subject) {
   if (!subject.wants(L"layers")) return;
   tell(L"Report layers");
-  title(subject, kLayers);
-  subject.page.heads({{kMargin, core::msgText(kLayerName)}, {kSecondColumn, core::msgText(kStatus)}});
+  title(subject, Message::layers);
+  subject.page.heads(
+      {{kMargin, core::msgText(Message::layerName)}, {kSecondColumn, core::msgText(Message::layerStatus)}});
   creo::ProMdlLayerVisit(subject.model, [&](const creo::ProLayer& layer) {
     const std::wstring name = creo::ProLayerNameGet(layer).value;
     const auto status = creo::ProLayerDisplaystatusGet(layer);
@@ -88,8 +88,9 @@ void firstFeatureSection(const Subject& subject) {
   if (!subject.wants(L"firstKEs")) return;
   tell(L"Report first # features");
   const std::wstring_view count = subject.task.attribute(L"xKEs");
-  firstTitle(subject, count, kFeatures);
-  subject.page.heads({{kMargin, core::msgText(kName)}, {kSecondColumn, core::msgText(kType)}, {kIdColumn, L"ID"}});
+  firstTitle(subject, count, Message::features);
+  subject.page.heads(
+      {{kMargin, core::msgText(Message::name)}, {kSecondColumn, core::msgText(Message::type)}, {kIdColumn, L"ID"}});
   int left = text::parseInt(count);
   const creo::ProError result = creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
     if (left-- <= 0) return creo::ProStopVisit;
@@ -104,7 +105,7 @@ void firstNoteSection(const Subject& subject) {
   if (!subject.wants(L"firstNotes")) return;
   tell(L"Report first # annotations");
   const std::wstring_view count = subject.task.attribute(L"xNotes");
-  firstTitle(subject, count, kAnnotations);
+  firstTitle(subject, count, Message::annotations);
   int left = text::parseInt(count);
   const creo::ProError result = creo::ProMdlNoteVisit(subject.model, [&](const creo::ProNote& note) {
     if (left-- <= 0) return creo::ProStopVisit;
@@ -118,8 +119,8 @@ void firstNoteSection(const Subject& subject) {
 void dependencySection(const Subject& subject) {
   if (!subject.wants(L"dependen")) return;
   tell(L"Report external dependencies");
-  title(subject, kDependencies);
-  subject.page.heads({{kMargin, core::msgText(kName)}, {kSecondColumn, core::msgText(kType)}});
+  title(subject, Message::externalDependencies);
+  subject.page.heads({{kMargin, core::msgText(Message::name)}, {kSecondColumn, core::msgText(Message::type)}});
   for (const creo::ProDependency& used : creo::ProMdlDependenciesList(subject.model).value)
     subject.page.row({{kMargin, used.name}, {kSecondColumn, used.typeText}}, kRowSize, kListStep);
   subject.page.endSection();
@@ -128,8 +129,8 @@ void dependencySection(const Subject& subject) {
 void simplifiedRepSection(const Subject& subject) {
   if (!subject.wants(L"simreps")) return;
   tell(L"Report simplified representations");
-  title(subject, kSimplifiedReps);
-  head(subject, kName);
+  title(subject, Message::simplifiedReps);
+  head(subject, Message::name);
   const creo::ProError result = creo::ProSolidSimprepVisit(subject.model, [&](const creo::ProModelitem& rep) {
     if (const auto name = creo::ProModelitemNameGet(rep))
       listed(subject.page, name.value);
@@ -144,8 +145,8 @@ void simplifiedRepSection(const Subject& subject) {
 void interfaceSection(const Subject& subject) {
   if (!subject.wants(L"intrfcs")) return;
   tell(L"Report interfaces");
-  title(subject, kInterfaces);
-  head(subject, kName);
+  title(subject, Message::interfaces);
+  head(subject, Message::name);
   creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
     if (const auto type = creo::ProFeatureTypeGet(feature); type && type.value == kInterfaceFeature)
       listed(subject.page, itemName(itemOf(feature)));

@@ -14,8 +14,7 @@ inline creo::ProModelitem itemOf(const creo::ProFeature& feature) {
 }
 // A name, or, for want of one, the words that say so.
 inline std::wstring nameOrUnknown(const creo::Got<std::wstring>& name) {
-  constexpr int kUnknownName = 172;
-  return name ? name.value : core::msgText(kUnknownName);
+  return name ? name.value : core::msgText(core::Message::unknownFeatureName);
 }
 inline std::wstring itemName(const creo::ProModelitem& item) { return nameOrUnknown(creo::ProModelitemNameGet(item)); }
 

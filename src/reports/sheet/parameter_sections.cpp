@@ -12,8 +12,8 @@
 namespace reports::sheet {
 namespace {
 
-constexpr int kParameters = 162, kParametersFiltered = 163, kFeatureParameters = 170, kFeatureParametersFiltered = 171;
-constexpr int kName = 164, kType = 165, kValue = 166, kUnit = 167, kDesignated = 168, kDescription = 169;
+using core::Message;
+
 constexpr double kTypeColumn = 175, kValueColumn = 225, kUnitColumn = 325, kDesignatedColumn = 375,
                  kDescriptionColumn = 425, kShortValueColumn = 350;
 constexpr double kStep = 5 + 10;
@@ -50,13 +50,14 @@ KindAndText valueOf(const creo::ProParamvalue& value) {
 }
 
 void heads(Page& page, const ParameterForm& form) {
-  if (form.isShort) return page.heads({{kMargin, core::msgText(kName)}, {kShortValueColumn, core::msgText(kValue)}});
-  page.heads({{kMargin, core::msgText(kName)},
-              {kTypeColumn, core::msgText(kType)},
-              {kValueColumn, core::msgText(kValue)},
-              {kUnitColumn, core::msgText(kUnit)},
-              {kDesignatedColumn, core::msgText(kDesignated)},
-              {kDescriptionColumn, core::msgText(kDescription)}});
+  if (form.isShort)
+    return page.heads({{kMargin, core::msgText(Message::name)}, {kShortValueColumn, core::msgText(Message::value)}});
+  page.heads({{kMargin, core::msgText(Message::name)},
+              {kTypeColumn, core::msgText(Message::type)},
+              {kValueColumn, core::msgText(Message::value)},
+              {kUnitColumn, core::msgText(Message::unit)},
+              {kDesignatedColumn, core::msgText(Message::designated)},
+              {kDescriptionColumn, core::msgText(Message::description)}});
 }
 
 // fault: the line of a parameter that can't be read, with its code.
@@ -102,7 +103,7 @@ void parameterSection(const Subject& subject) {
   tell(L"Report parameters");
   const ParameterForm form{subject.wants(L"paraFilter"), subject.wants(L"parameter_sv"),
                            subject.task.attribute(L"paraFilterTxt")};
-  title(subject, form.isFiltered ? kParametersFiltered : kParameters);
+  title(subject, form.isFiltered ? Message::parametersFiltered : Message::parameters);
   heads(subject.page, form);
   const auto owner = creo::ProMdlToModelitem(subject.model);
   const creo::ProError result = !owner ? owner.error : creo::ProParameterVisit(owner.value, [&](const auto& parameter) {
@@ -119,7 +120,7 @@ void featureParameterSection(const Subject& subject) {
   tell(L"Report feature parameters");
   const ParameterForm form{subject.wants(L"keparaFilter"), subject.wants(L"parameter_sv"),
                            subject.task.attribute(L"keparaFilterTxt")};
-  title(subject, form.isFiltered ? kFeatureParametersFiltered : kFeatureParameters);
+  title(subject, form.isFiltered ? Message::featureParametersFiltered : Message::featureParameters);
   creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
     featureParameters(subject, form, itemOf(feature));
     return creo::ProNoError;

@@ -16,7 +16,8 @@
 namespace reports::sheet {
 namespace {
 
-constexpr int kFailures = 173, kRelations = 177, kBefore = 178, kAfter = 179, kOfFeatures = 180;
+using core::Message;
+
 constexpr double kHeadColumn = 75;
 
 // Creo gives the relations of a sketch to its dialog alone: this macro lets the dialog export them, and names the
@@ -40,7 +41,8 @@ void relationList(const Subject& subject, const creo::ProModelitem& owner) {
   if (!lines) return tellError(text::format(L"Failure while relset relations get: %d", static_cast<int>(lines.error)));
   if (lines.value.empty()) return;
   const bool fails = creo::ProRelsetRegenerate(set.value) != creo::ProNoError;
-  head(subject, text::format(L"%s - Id: %d %s", itemName(owner), owner.id, fails ? core::msgText(kFailures) : L""));
+  head(subject, text::format(L"%s - Id: %d %s", itemName(owner), owner.id,
+                             fails ? core::msgText(Message::containFailures) : L""));
   for (const std::wstring& line : lines.value) relationLine(subject.page, line);
 }
 
@@ -73,7 +75,7 @@ void sketchRelations(const Subject& subject, const creo::ProFeature& feature, in
 
 void featureRelations(const Subject& subject) {
   tell(L"Report feature relations");
-  head(subject, kOfFeatures, kHeadColumn);
+  head(subject, Message::featureRelations, kHeadColumn);
   creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
     relationList(subject, itemOf(feature));
     const auto count = creo::ProFeatureNumSectionsGet(feature);
@@ -89,14 +91,14 @@ void relationSection(const Subject& subject) {
   const bool before = subject.wants(L"rels"), after = subject.wants(L"postrel"), ofFeatures = subject.wants(L"kerel");
   if (!before && !after && !ofFeatures) return;
   if (before) tell(L"Report relations");
-  title(subject, kRelations);
+  title(subject, Message::relations);
   auto model = creo::ProMdlToModelitem(subject.model);
   if (before) {
-    head(subject, kBefore, kHeadColumn);
+    head(subject, Message::preRelations, kHeadColumn);
     if (model) relationList(subject, model.value);
   }
   if (after) {
-    head(subject, kAfter, kHeadColumn);
+    head(subject, Message::postRelations, kHeadColumn);
     model.value.id = creo::kPostRegeneration;
     if (model) relationList(subject, model.value);
   }

@@ -17,10 +17,10 @@ struct Subject {
 // A line of the log.
 void tell(std::wstring_view line);
 void tellError(std::wstring_view line);
-// A section's title by the number of its message.
-void title(const Subject& subject, int message);
+// A section's title.
+void title(const Subject& subject, core::Message message);
 // A head over what follows, by message or as a text.
-void head(const Subject& subject, int message, double x = kMargin);
+void head(const Subject& subject, core::Message message, double x = kMargin);
 void head(const Subject& subject, std::wstring_view text, double x = kMargin);
 
 using Section = void (*)(const Subject& subject);

@@ -13,9 +13,8 @@
 namespace reports::sheet {
 namespace {
 
-constexpr int kLength = 154, kMass = 155, kTemperature = 156, kTime = 157;
-constexpr int kAccuracyError = 153, kRelative = 158, kAbsolute = 159, kAccuracyValue = 160;
-constexpr int kCustomText = 161, kMaterials = 192;
+using core::Message;
+
 constexpr int kMostAbsent = 100;  // lines told of a gap: a list may count to any number
 constexpr double kGap = 4;        // behind a word that reaches into the values' column
 
@@ -34,8 +33,8 @@ void material(const Subject& subject, std::wstring_view name) {
 void tell(std::wstring_view line) { core::logIndented(line, core::kNormal, 1); }
 void tellError(std::wstring_view line) { core::logWrite(line, core::kError); }
 
-void title(const Subject& subject, int message) { subject.page.sectionTitle(core::msgText(message)); }
-void head(const Subject& subject, int message, double x) { head(subject, core::msgText(message), x); }
+void title(const Subject& subject, Message message) { subject.page.sectionTitle(core::msgText(message)); }
+void head(const Subject& subject, Message message, double x) { head(subject, core::msgText(message), x); }
 void head(const Subject& subject, std::wstring_view text, double x) {
   subject.page.line(text, kHeadSize, x, kHeadStep);
 }
@@ -43,10 +42,10 @@ void head(const Subject& subject, std::wstring_view text, double x) {
 void unitSection(const Subject& subject) {
   if (!subject.wants(L"units")) return;
   tell(L"Report unit system");
-  constexpr std::pair<int, creo::ProUnitType> kUnits[] = {{kLength, creo::ProUnitType::length},
-                                                          {kMass, creo::ProUnitType::mass},
-                                                          {kTemperature, creo::ProUnitType::temperature},
-                                                          {kTime, creo::ProUnitType::time}};
+  constexpr std::pair<Message, creo::ProUnitType> kUnits[] = {{Message::length, creo::ProUnitType::length},
+                                                              {Message::mass, creo::ProUnitType::mass},
+                                                              {Message::temperature, creo::ProUnitType::temperature},
+                                                              {Message::time, creo::ProUnitType::time}};
   const creo::ProUnitsystem system{subject.model, creo::ProMdlPrincipalunitsystemGet(subject.model).value};
   for (const auto& [message, type] : kUnits)
     fact(subject.page, core::msgText(message), creo::ProUnitsystemUnitGet(system, type).value);
@@ -58,18 +57,19 @@ void accuracySection(const Subject& subject) {
   const auto accuracy = creo::ProSolidAccuracyGet(subject.model);
   if (!accuracy) {
     tellError(text::format(L"Accuracy - Error number: %d", static_cast<int>(accuracy.error)));
-    return core::logMsgPlain(kAccuracyError, core::kError);
+    return core::logMsgPlain(Message::accuracyTypeError, core::kError);
   }
   const bool isRelative = accuracy.value.kind == creo::ProAccuracyKind::relative;
-  subject.page.line(core::msgText(isRelative ? kRelative : kAbsolute), kFactSize, kMargin, kHeadStep);
-  subject.page.line(core::msgText(kAccuracyValue) + text::format(L" %f", accuracy.value.value), kFactSize, kMargin,
-                    kHeadStep);
+  subject.page.line(core::msgText(isRelative ? Message::relativeAccuracy : Message::absoluteAccuracy), kFactSize,
+                    kMargin, kHeadStep);
+  subject.page.line(core::msgText(Message::accuracyValue) + text::format(L" %f", accuracy.value.value), kFactSize,
+                    kMargin, kHeadStep);
 }
 
 void customTextSection(const Subject& subject) {
   if (!subject.wants(L"customText")) return;
   tell(L"Write custom text");
-  title(subject, kCustomText);
+  title(subject, Message::customText);
   const int count = text::parseInt(subject.task.attribute(L"custextc"));
   long long next = 0;
   const auto tellAbsent = [&](long long end) {
@@ -87,7 +87,7 @@ void customTextSection(const Subject& subject) {
 void materialSection(const Subject& subject) {
   const bool current = subject.wants(L"actMaterials"), all = subject.wants(L"materialsInModel");
   if (!current && !all) return;
-  title(subject, kMaterials);
+  title(subject, Message::materials);
   const auto names = creo::ProPartMaterialsGet(subject.model);
   if (current) {
     tell(L"Report active materials");

@@ -6,6 +6,7 @@
 #include "documents/predicates.h"
 #include "kelvane/nearest.h"
 #include "kelvane/text_check.h"
+#include "kelvane/vocabulary_words.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -25,12 +26,6 @@ constexpr Attribute kItemAttributes[] = {
     {.name = L"filtertype", .kind = Kind::flag},
     {.name = L"opand", .kind = Kind::flag},
 };
-
-std::vector<std::string> predicateKeys() {
-  std::vector<std::string> keys;
-  for (const documents::Predicate& row : documents::predicateTable()) keys.push_back(text::toUtf8(row.key));
-  return keys;
-}
 
 class Item {
  public:

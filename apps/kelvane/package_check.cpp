@@ -20,6 +20,7 @@
 #include "kelvane/package_uses.h"
 #include "kelvane/path_check.h"
 #include "kelvane/text_check.h"
+#include "kelvane/vocabulary_words.h"
 #include "kelvane/xml_faults.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -49,11 +50,6 @@ std::string attribute(const XmlNode& node, std::wstring_view name) {
 }
 bool has(const XmlNode& node, std::wstring_view name) { return core::attrFind(node.attributes, name) != nullptr; }
 
-std::vector<std::string> actionKeys() {
-  std::vector<std::string> keys;
-  for (const engine::Action& row : engine::actionTable()) keys.push_back(text::toUtf8(row.key));
-  return keys;
-}
 // The rule that tells of what a package uses.
 std::string_view useRule(const std::string& kind) {
   const Rule* rule = findRule("uses-" + kind);

@@ -79,7 +79,7 @@ int runVerb(const VerbRow& row, std::vector<std::string> arguments, Console& con
 
 int dispatch(const std::vector<std::string>& given, Console& console, const Terminals& terminals) {
   const std::string first = given.empty() ? "" : given.front();
-  if (first == "-h" || first == "--help" || first == "help") {
+  if (first == "-h" || first == "--help" || (first == "help" && given.size() == 1)) {
     console.resultLines(overview());
     return kFine;
   }
@@ -88,6 +88,10 @@ int dispatch(const std::vector<std::string>& given, Console& console, const Term
     return kFine;
   }
   if (first.empty()) throw Fault("a verb is missing; 'kelvane -h' tells which there are");
+  const bool asksForVerb = first == "help" && given.size() == 2;
+  for (const VerbRow& row : verbRows()) {
+    if (asksForVerb && given.back() == row.name) return runVerb(row, {"-h"}, console, terminals);
+  }
   for (const VerbRow& row : verbRows()) {
     if (first == row.name) return runVerb(row, {given.begin() + 1, given.end()}, console, terminals);
   }

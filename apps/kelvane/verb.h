@@ -59,5 +59,10 @@ std::unique_ptr<Verb> makeVault();
 std::unique_ptr<Verb> makeUi();
 std::unique_ptr<Verb> makeCompletion();
 std::unique_ptr<Verb> makeMan();
+std::unique_ptr<Verb> makeActions();
+std::unique_ptr<Verb> makePredicates();
+std::unique_ptr<Verb> makeHelp();
+std::unique_ptr<Verb> makeSchema();
+std::unique_ptr<Verb> makeInit();
 
 }  // namespace kelvane

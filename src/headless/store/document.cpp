@@ -29,6 +29,12 @@ struct RecordTable<ParameterRecord> {
       field<&R::name>("name", kRequired), field<&R::type>("type", kRequired),    field<&R::value>("value"),
       field<&R::units>("units"),          field<&R::description>("description"), field<&R::designated>("designated"),
       field<&R::driver>("driver"),        field<&R::restriction>("restriction")};
+  static constexpr std::string_view schema = R"("allOf": [
+    {"if": {"properties": {"type": {"const": "string"}}}, "then": {"properties": {"value": {"type": "string"}}}},
+    {"if": {"properties": {"type": {"const": "double"}}}, "then": {"properties": {"value": {"type": "number"}}}},
+    {"if": {"properties": {"type": {"enum": ["integer", "note"]}}},
+     "then": {"properties": {"value": {"$ref": "#/$defs/int32"}}}},
+    {"if": {"properties": {"type": {"const": "boolean"}}}, "then": {"properties": {"value": {"type": "boolean"}}}}])";
   static void check(R& record, const Json& json, Reader& in) {
     const Json* value = json.member("value");
     if (value && !fitsType(record.value, record.type)) in.failKind(*value, valueOf(json.member("type")->text));
@@ -38,6 +44,10 @@ template <>
 struct RecordTable<SlotRecord> {
   using R = SlotRecord;
   static constexpr std::array fields = {field<&R::type>("type"), field<&R::value>("value")};
+  static constexpr std::string_view schema = R"("dependentRequired": {"value": ["type"]}, "allOf": [
+    {"if": {"properties": {"type": {"const": "text"}}}, "then": {"properties": {"value": {"type": "string"}}}},
+    {"if": {"properties": {"type": {"const": "integer"}}},
+     "then": {"properties": {"value": {"$ref": "#/$defs/int32"}}}}])";
   static void check(R& record, const Json& json, Reader& in) {
     const Json* value = json.member("value");
     if (!value) return;
@@ -155,6 +165,8 @@ struct RecordTable<ModelRecord> {
                                         keptField<SolidRecord, &R::solid>("solid"),
                                         field<&R::familyTable>("familyTable"),
                                         field<&R::externalData>("externalData")};
+  static_assert(kDocumentFormat == 1);
+  static constexpr std::string_view schema = R"("allOf": [{"properties": {"format": {"const": 1}}}])";
 };
 
 bool fitsType(const Scalar& value, ProParamvalueType type) {
@@ -245,6 +257,14 @@ ModelRecord copyOf(const ModelRecord& record) {
   ModelRecord copy;
   copyValue(record, copy);
   return copy;
+}
+
+std::string modelSchema() {
+  Schema schema;
+  describeValue(schema, Of<ModelRecord>{});
+  return schema.finished(
+      "a model's document",
+      "The words of a list count in any case. Members that aren't named here are kept as they stand.");
 }
 
 void addUnknownMembers(ModelRecord& record, const RowRecord& row) { addUnknown(record, row); }

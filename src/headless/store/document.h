@@ -28,6 +28,8 @@ JsonFault readDocument(std::string_view source, ModelRecord& into,
 std::string writeDocument(const ModelRecord& record);
 // What a document of the same bytes would be read as, at once.
 ModelRecord copyOf(const ModelRecord& record);
+// A JSON Schema (2020-12) of model documents, without its last line's end.
+std::string modelSchema();
 // Gives a document the unknown members of a row of its family table; a name that documents have stays out.
 void addUnknownMembers(ModelRecord& record, const RowRecord& row);
 

@@ -29,6 +29,11 @@ void writeValue(const NoteLineRecord& line, std::string& out, int level) {
 
 void copyValue(const NoteLineRecord& from, NoteLineRecord& into) { copyValue(from.texts, into.texts); }
 
+void describeValue(Schema& schema, Of<NoteLineRecord>) {
+  schema.either([&schema] { describeValue(schema, Of<std::string>{}); },
+                [&schema] { describeValue(schema, Of<std::vector<NoteTextRecord>>{}); });
+}
+
 void readValue(LineRecord& into, const Json& json, Reader& in) {
   if (!json.is(JsonKind::array) || json.items.size() < 4 || json.items.size() > kNumbers)
     return in.failKind(json, L"an array of four to seven numbers");
@@ -55,6 +60,12 @@ void writeValue(const LineRecord& line, std::string& out, int level) {
       writeValue(i == 5 ? line.colorMethod : line.color, out, level);
   }
   out += ']';
+}
+
+void describeValue(Schema& schema, Of<LineRecord>) {
+  schema.is(R"({"type": "array", "minItems": 4, "maxItems": 7,
+    "prefixItems": [{"type": "number"}, {"type": "number"}, {"type": "number"}, {"type": "number"}, {"type": "number"}],
+    "items": {"$ref": "#/$defs/int32"}})");
 }
 
 }  // namespace headless

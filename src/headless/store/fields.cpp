@@ -78,4 +78,11 @@ void writeValue(const Scalar& value, std::string& out, int level) {
   }
 }
 
+void describeValue(Schema& schema, Of<std::string>) { schema.is(R"({"type": "string"})"); }
+void describeValue(Schema& schema, Of<int>) { schema.is(R"({"$ref": "#/$defs/int32"})"); }
+void describeValue(Schema& schema, Of<double>) { schema.is(R"({"type": "number"})"); }
+void describeValue(Schema& schema, Of<bool>) { schema.is(R"({"type": "boolean"})"); }
+void describeValue(Schema& schema, Of<Scalar>) { schema.is(R"({"type": ["string", "number", "boolean"]})"); }
+void describeValue(Schema& schema, Of<RawJson>) { schema.is("true"); }
+
 }  // namespace headless

@@ -14,6 +14,7 @@
 
 #include "headless/store/json.h"
 #include "headless/store/names.h"
+#include "headless/store/schema.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -87,9 +88,11 @@ struct Field {
   void (*copy)(const R& from, R& into);
   bool (*isDefault)(const R&);
   bool (*hasText)(const R&);  // no: JSON has nothing to say of the value, such as of a record that went
+  void (*describe)(Schema&);
 };
 // The table of a record: specialised with `static constexpr auto fields`, and `static void check(R&, const Json&,
-// Reader&)` for what concerns several members.
+// Reader&)` for what concerns several members. `static constexpr std::string_view schema` says the same to a JSON
+// Schema, as members of the record's definition.
 template <class R>
 struct RecordTable;
 
@@ -385,6 +388,56 @@ void addUnknown(R& record, const Open& from) {
   }
 }
 
+// ---- what values are, for a JSON Schema
+
+template <class T>
+struct Of {};
+void describeValue(Schema& schema, Of<std::string>);
+void describeValue(Schema& schema, Of<int>);
+void describeValue(Schema& schema, Of<double>);
+void describeValue(Schema& schema, Of<bool>);
+void describeValue(Schema& schema, Of<Scalar>);
+void describeValue(Schema& schema, Of<RawJson>);
+template <class E>
+requires std::is_enum_v<E>
+void describeValue(Schema& schema, Of<E>);
+template <class R>
+requires std::is_base_of_v<Open, R>
+void describeValue(Schema& schema, Of<R>);
+template <class T>
+void describeValue(Schema& schema, Of<std::unique_ptr<T>>) {
+  describeValue(schema, Of<T>{});
+}
+template <class T>
+void describeValue(Schema& schema, Of<std::vector<T>>) {
+  schema.eachItem([&schema] { describeValue(schema, Of<T>{}); });
+}
+template <class T>
+void describeValue(Schema& schema, Of<std::vector<Member<T>>>) {
+  schema.eachMember([&schema] { describeValue(schema, Of<T>{}); });
+}
+template <class T>
+void describeValue(Schema& schema, Of<NamedList<T>>) {
+  describeValue(schema, Of<std::vector<T>>{});
+}
+template <class E>
+requires std::is_enum_v<E>
+void describeValue(Schema& schema, Of<E>) {
+  std::vector<std::string_view> words;
+  for (const auto& [name, value] : EnumTexts<E>::texts)
+    if (!name.empty()) words.push_back(name);
+  schema.words(words);
+}
+template <class R>
+requires std::is_base_of_v<Open, R>
+void describeValue(Schema& schema, Of<R>) {
+  schema.record(&RecordTable<R>::fields, [&schema] {
+    for (const auto& field : RecordTable<R>::fields)
+      schema.member(field.name, field.required, [&] { field.describe(schema); });
+    if constexpr (requires { RecordTable<R>::schema; }) schema.add(RecordTable<R>::schema);
+  });
+}
+
 // ---- tables
 
 template <class M>
@@ -411,13 +464,15 @@ bool holdsDefault(const R& record, T R::*member) {
 template <auto M>
 constexpr auto field(std::string_view name, bool required = false) {
   using R = typename ClassOfMember<decltype(M)>::type;
-  return Field<R>{name,
-                  required,
-                  [](R& record, const Json& json, Reader& in) { readValue(record.*M, json, in); },
-                  [](const R& record, std::string& out, int level) { writeValue(record.*M, out, level); },
-                  [](const R& from, R& into) { copyValue(from.*M, into.*M); },
-                  [](const R& record) { return holdsDefault(record, M); },
-                  [](const R& record) { return hasText(record.*M); }};
+  return Field<R>{
+      name,
+      required,
+      [](R& record, const Json& json, Reader& in) { readValue(record.*M, json, in); },
+      [](const R& record, std::string& out, int level) { writeValue(record.*M, out, level); },
+      [](const R& from, R& into) { copyValue(from.*M, into.*M); },
+      [](const R& record) { return holdsDefault(record, M); },
+      [](const R& record) { return hasText(record.*M); },
+      [](Schema& schema) { describeValue(schema, Of<std::remove_cvref_t<decltype(std::declval<R&>().*M)>>{}); }};
 }
 constexpr bool kRequired = true;
 

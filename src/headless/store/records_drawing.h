@@ -93,6 +93,7 @@ struct NoteLineRecord {
 void readValue(NoteLineRecord& into, const Json& json, Reader& in);
 void writeValue(const NoteLineRecord& line, std::string& out, int level);
 void copyValue(const NoteLineRecord& from, NoteLineRecord& into);
+void describeValue(Schema& schema, Of<NoteLineRecord>);
 // A note: of a solid, or on a sheet of a drawing.
 struct NoteRecord : Open {
   int id = 0;
@@ -114,6 +115,7 @@ struct LineRecord {
 };
 void readValue(LineRecord& into, const Json& json, Reader& in);
 void writeValue(const LineRecord& line, std::string& out, int level);
+void describeValue(Schema& schema, Of<LineRecord>);
 // The lines on a sheet of a drawing or a format.
 struct DraftRecord : Open {
   int sheet = 1;

@@ -15,6 +15,8 @@ struct RecordTable<SheetMatrixRecord> {
   using R = SheetMatrixRecord;
   static constexpr std::array fields = {field<&R::scaleX>("scaleX"), field<&R::scaleY>("scaleY"),
                                         field<&R::offsetX>("offsetX"), field<&R::offsetY>("offsetY")};
+  static constexpr std::string_view schema =
+      R"("allOf": [{"properties": {"scaleX": {"not": {"const": 0}}, "scaleY": {"not": {"const": 0}}}}])";
   static void check(R& record, const Json& json, Reader& in) {
     if (record.scaleX == 0 || record.scaleY == 0) in.fail(json, L"a sheet's scale can't be 0");
   }
@@ -45,6 +47,8 @@ struct RecordTable<ViewRecord> {
                                         field<&R::position>("position"),
                                         field<&R::displayStyle>("displayStyle"),
                                         field<&R::matrix>("matrix")};
+  static constexpr std::string_view schema =
+      R"("allOf": [{"properties": {"matrix": {"anyOf": [{"maxItems": 0}, {"minItems": 9, "maxItems": 9}]}}}])";
   static void check(R& record, const Json& json, Reader& in) {
     if (!record.matrix.empty() && record.matrix.size() != 9) in.fail(json, L"a view's matrix has nine numbers");
   }

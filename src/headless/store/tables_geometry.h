@@ -31,6 +31,10 @@ struct RecordTable<PlacementRecord> {
   using R = PlacementRecord;
   static constexpr std::array fields = {field<&R::position>("position"), field<&R::xAxis>("xAxis"),
                                         field<&R::zAxis>("zAxis")};
+  static constexpr std::string_view schema = R"("allOf": [{"properties": {
+    "position": {"minItems": 3, "maxItems": 3},
+    "xAxis": {"minItems": 3, "maxItems": 3},
+    "zAxis": {"minItems": 3, "maxItems": 3}}}])";
   static void check(const R& record, const Json& json, Reader& in) {
     checkCount(record.position, 3, "position", json, in);
     checkCount(record.xAxis, 3, "xAxis", json, in);
@@ -53,6 +57,18 @@ struct RecordTable<PrimitiveRecord> {
                                         field<&R::file>("file"),
                                         field<&R::step>("step"),
                                         field<&R::placement>("placement")};
+  static constexpr std::string_view schema = R"("allOf": [
+    {"properties": {"size": {"minItems": 3, "maxItems": 3},
+                    "profile": {"minItems": 3, "items": {"minItems": 2, "maxItems": 2}},
+                    "file": {"pattern": "^[^/\\\\:]*$"}}},
+    {"if": {"properties": {"type": {"const": "box"}}}, "then": {"required": ["size"]}},
+    {"if": {"properties": {"type": {"enum": ["cylinder", "cone"]}}}, "then": {"required": ["diameter", "length"]}},
+    {"if": {"properties": {"type": {"enum": ["sphere", "hole"]}}}, "then": {"required": ["diameter"]}},
+    {"if": {"properties": {"type": {"const": "extrusion"}}}, "then": {"required": ["profile", "length"]}},
+    {"if": {"properties": {"type": {"const": "revolution"}}}, "then": {"required": ["profile"]}},
+    {"if": {"properties": {"type": {"const": "import"}}},
+     "then": {"oneOf": [{"required": ["file"], "properties": {"file": {"minLength": 1}}},
+                        {"required": ["step"], "properties": {"step": {"minLength": 1}}}]}}])";
   // What each kind can't do without.
   static constexpr std::pair<PrimitiveKind, std::string_view> needs[] = {
       {PrimitiveKind::box, "size"},           {PrimitiveKind::cylinder, "diameter"},
@@ -88,6 +104,8 @@ struct RecordTable<SolidRecord> {
   static constexpr std::array fields = {field<&R::primitives>("primitives"),
                                         field<&R::coordinateSystems>("coordinateSystems"), field<&R::points>("points"),
                                         field<&R::planes>("planes")};
+  static constexpr std::string_view schema =
+      R"("allOf": [{"properties": {"coordinateSystems": {"items": {"properties": {"csys": {"const": ""}}}}}}])";
   static void check(const R& record, const Json& json, Reader& in) {
     for (const DatumRecord& one : record.coordinateSystems)
       if (!one.csys.empty()) in.fail(json, L"a coordinate system counts in the model's own, without 'csys'");
@@ -104,6 +122,7 @@ constexpr auto keptField(std::string_view name) {
     readValue(form, json, in);
     if (!in.failed()) readValue(record.*M, json, in);
   };
+  kept.describe = [](Schema& schema) { describeValue(schema, Of<Form>{}); };
   return kept;
 }
 

@@ -67,6 +67,8 @@ struct RecordTable<AppearanceRecord> {
                                         field<&R::highlight>("highlight"),
                                         field<&R::shininess>("shininess"),
                                         field<&R::transparency>("transparency")};
+  static constexpr std::string_view schema =
+      R"("allOf": [{"properties": {"color": {"anyOf": [{"maxItems": 0}, {"minItems": 3, "maxItems": 3}]}}}])";
   static void check(R& record, const Json& json, Reader& in) {
     if (!record.color.empty() && record.color.size() != 3) in.fail(json, L"a color is three numbers");
   }

@@ -1,0 +1,80 @@
+// kelvane init: the folder of a package that runs, for one's own lists to begin with.
+#include <filesystem>
+
+#include "kelvane/fault.h"
+#include "kelvane/package_source.h"
+#include "kelvane/places.h"
+#include "kelvane/relax_ng.h"
+#include "kelvane/verb.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+// Its name begins with a point, so that it is no part of the package.
+constexpr const char* kSchemas = ".schema/";
+
+std::string opening(const std::string& schema) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<?xml-model href=\"../" + (kSchemas + schema) +
+         "\" type=\"application/xml\" schematypens=\"http://relaxng.org/ns/structure/1.0\"?>\n";
+}
+
+constexpr const char* kList = R"(<actionlist>
+  <head>
+  </head>
+  <body>
+    <task type="writeToCreoLog" version="3" deak="false" forPRT="true" forASM="true" forDRW="true" forEF="false"
+          message="@mdln@.@mdltype@"/>
+  </body>
+  <filter>
+  </filter>
+  <foot>
+  </foot>
+</actionlist>
+)";
+constexpr const char* kFilter = R"(<root>
+  <item type="isInstance" filtertype="false" opand="true"/>
+</root>
+)";
+
+class Init : public Verb {
+ public:
+  std::vector<OptionRow> options() override {
+    return {{"folder", "NEWDIR", "the package's folder, which isn't there yet; its name is the package's", &folder_}};
+  }
+  int run(Console& console) override {
+    std::error_code error;
+    if (std::filesystem::exists(std::filesystem::symlink_status(folder_, error)))
+      throw Fault(folder_ + " is there already; a new package needs a folder of its own");
+    const std::string file = packageFileName(folder_);
+    const std::string name = file.substr(0, file.rfind('.'));
+    write(kPackageIndex, "Kelvane package\n" + name + "\n");
+    write("actionlists/first.xml", opening("lists.rng") + kList);
+    write("actionlists/first.xmlinfo", "Writes the name of each model to the log.\n");
+    write("filters/no_instances.xml", opening("filters.rng") + kFilter);
+    for (const auto& [mark, content] : folderMarks()) write(mark, content);
+    write(kSchemas + std::string("lists.rng"), listSchema() + "\n");
+    write(kSchemas + std::string("filters.rng"), filterSchema() + "\n");
+    console.note(folder_ + "  1 list; 'kelvane run " + folder_ + " first DIR' runs it");
+    return kFine;
+  }
+
+ private:
+  void write(const std::string& member, const std::string& content) const {
+    const std::filesystem::path path = std::filesystem::path(folder_) / member;
+    const std::string parent = path.parent_path().string();
+    if (const auto error = os::files().createFolders(os::asFolder(systemPath(parent))))
+      throw Fault(parent + " can't be made: " + error.message());
+    if (const auto error = os::files().write(systemPath(path.string()), content))
+      throw Fault(path.string() + " can't be written: " + error.message());
+  }
+
+  std::string folder_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeInit() { return std::make_unique<Init>(); }
+
+}  // namespace kelvane

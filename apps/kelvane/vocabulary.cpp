@@ -1,0 +1,160 @@
+#include "kelvane/vocabulary.h"
+
+#include "kelvane/columns.h"
+#include "kelvane/row_example.h"
+#include "kelvane/task_children.h"
+#include "kelvane/vocabulary_words.h"
+#include "kelvane/words.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+using core::Attribute;
+using nlohmann::ordered_json;
+
+ordered_json described(const Attribute& attribute) {
+  ordered_json one = {{"name", text::toUtf8(attribute.name)}};
+  if (isCounted(attribute)) one["names"] = nameWords(attribute);
+  if (const std::string need = needWords(attribute); !need.empty()) one["need"] = need;
+  one["value"] = valueWords(attribute);
+  if (const auto words = wordsOf(attribute); !words.empty()) one["words"] = words;
+  if (attribute.range.isThere()) one["range"] = {attribute.range.least, attribute.range.most};
+  if (!attribute.folder.empty()) one["folder"] = text::toUtf8(attribute.folder);
+  one["variables"] = attribute.variables;
+  one["about"] = attribute.about;
+  return one;
+}
+ordered_json describedAll(std::span<const Attribute> attributes) {
+  ordered_json all = ordered_json::array();
+  for (const Attribute& attribute : attributes) all.push_back(described(attribute));
+  return all;
+}
+
+void addTouched(ordered_json& to, const engine::Effects& effects) {
+  to["reads"] = touchedWords(effects.reads);
+  to["changes"] = touchedWords(effects.changes);
+  to["known"] = effects.known;
+  to["takenBack"] = effects.takenBack;
+}
+
+// A name and what is said of it, one line a text of several.
+class Lines {
+ public:
+  void head(std::string_view key, std::string_view about) {
+    lines_.emplace_back(key);
+    lines_.push_back("  " + std::string(about));
+    lines_.emplace_back();
+  }
+  void add(std::string_view name, const std::string& text) {
+    if (!text.empty()) rows_.push_back({std::string(name), text});
+  }
+  void add(std::string_view name, const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+      rows_.push_back({std::string(name), text});
+      name = {};
+    }
+  }
+  void flush() {
+    for (std::string& line : aligned(std::move(rows_))) lines_.push_back(std::move(line));
+    rows_.clear();
+  }
+  void addAttributes(std::span<const Attribute> attributes) {
+    flush();
+    if (attributes.empty()) return;
+    lines_.emplace_back();
+    for (const Attribute& attribute : attributes)
+      rows_.push_back(
+          {"  " + nameWords(attribute), needWords(attribute), valueWords(attribute), std::string(attribute.about)});
+    flush();
+  }
+  std::vector<std::string> finished(const std::string& example) {
+    flush();
+    if (!example.empty()) {
+      lines_.emplace_back();
+      lines_.push_back("  " + example);
+    }
+    if (lines_.back().empty()) lines_.pop_back();
+    return std::move(lines_);
+  }
+
+ private:
+  std::vector<std::string> lines_;
+  std::vector<std::vector<std::string>> rows_;
+};
+
+std::vector<std::string> conditionsOf(const engine::Action& action) {
+  std::vector<std::string> all;
+  for (const engine::Condition& condition : action.conditions) all.push_back(conditionWords(condition));
+  return all;
+}
+
+std::string joined(const std::vector<std::string>& pieces) {
+  std::string all;
+  for (const std::string& piece : pieces) addPiece(all, piece, "; ");
+  return all;
+}
+
+bool doesNothing(const engine::Action& action) {
+  return action.isRemoved || action.group == engine::Group::withoutEffect;
+}
+
+}  // namespace
+
+std::string summary(const engine::Action& action) {
+  std::string text(action.about);
+  if (action.isRemoved && !action.successor.empty()) text += "; " + text::toUtf8(action.successor) + " takes its place";
+  return text;
+}
+
+ordered_json described(const engine::Action& action) {
+  ordered_json one = {{"key", text::toUtf8(action.key)}, {"about", action.about}};
+  if (doesNothing(action)) one["removed"] = action.isRemoved;
+  if (!action.successor.empty()) one["successor"] = text::toUtf8(action.successor);
+  if (doesNothing(action)) return one;
+  one["version"] = text::toUtf8(action.version);
+  one["needsModel"] = action.group == engine::Group::modelNeeded;
+  one["conditions"] = conditionsOf(action);
+  addTouched(one, action.effects);
+  one["attributes"] = describedAll(action.attributes);
+  if (const TaskChildren* inside = childrenOf(action.key)) one["inside"] = inside->about;
+  one["example"] = example(action);
+  return one;
+}
+
+ordered_json described(const documents::Predicate& predicate) {
+  return {{"key", text::toUtf8(predicate.key)},
+          {"about", predicate.about},
+          {"models", modelsWords(predicate.models)},
+          {"attributes", describedAll(predicate.attributes)},
+          {"example", example(predicate)}};
+}
+
+std::vector<std::string> told(const engine::Action& action) {
+  Lines lines;
+  lines.head(text::toUtf8(action.key), summary(action));
+  if (doesNothing(action)) return lines.finished({});
+  const engine::Effects& effects = action.effects;
+  lines.add("version", action.version.empty() ? "any" : text::toUtf8(action.version));
+  lines.add("works where", conditionsOf(action));
+  lines.add("reads", joined(touchedWords(effects.reads)));
+  lines.add("changes", joined(touchedWords(effects.changes)));
+  if (!effects.known) lines.add("before a run", "what it will do isn't known");
+  if (effects.changes != engine::Touched::nothing)
+    lines.add("afterwards", effects.takenBack ? "what it changed can be taken back" : "it can't be taken back");
+  if (const TaskChildren* inside = childrenOf(action.key)) {
+    lines.add("inside", std::string(inside->element) + ": " + std::string(inside->about));
+  }
+  lines.addAttributes(action.attributes);
+  return lines.finished(example(action));
+}
+
+std::vector<std::string> told(const documents::Predicate& predicate) {
+  Lines lines;
+  lines.head(text::toUtf8(predicate.key), predicate.about);
+  lines.add("applies to", modelsWords(predicate.models));
+  lines.addAttributes(predicate.attributes);
+  return lines.finished(example(predicate));
+}
+
+}  // namespace kelvane

@@ -1,0 +1,24 @@
+// The actions and the filters as rows tell them: for people, and as JSON.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "documents/predicates.h"
+#include "engine/action.h"
+
+namespace kelvane {
+
+// key, about, version, removed, conditions, reads, changes, attributes, inside, example. Members that say nothing are
+// left out.
+nlohmann::ordered_json described(const engine::Action& action);
+// key, about, models, attributes, example.
+nlohmann::ordered_json described(const documents::Predicate& predicate);
+// The same as lines.
+std::vector<std::string> told(const engine::Action& action);
+std::vector<std::string> told(const documents::Predicate& predicate);
+// What it does in a line, and what has become of one that does nothing any more.
+std::string summary(const engine::Action& action);
+
+}  // namespace kelvane

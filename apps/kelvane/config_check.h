@@ -16,8 +16,8 @@ struct ConfigFault {
   std::size_t line = 0;  // from 1
   std::string text;
 };
-// Lines of kvd_main.cfg that look like keys and aren't, so that they count for nothing, and levels of the log that there
-// aren't. Any other line without a known key is a remark.
+// Lines of kvd_main.cfg that look like keys and aren't, so that they count for nothing, and levels of the log that
+// there aren't. Any other line without a known key is a remark.
 std::vector<ConfigFault> configFaults(std::wstring_view content);
 
 }  // namespace kelvane

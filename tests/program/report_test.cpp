@@ -27,7 +27,7 @@ TEST_F(ReportVerb, DrawsAnAlignedTable) {
        "1 row, 2 columns, Latin-1, separator \",\", no column file"},
       // Wide characters take two columns, a combining mark none, and a control character does nothing.
       {"n\tv\n\xE8\xBB\xB8\xE5\x8F\x97\t1\ne\xCC\x81\t2\n\x1B[2J\t3\n",
-       "n     v\n----  -\n\xE8\xBB\xB8\xE5\x8F\x97  1\ne\xCC\x81     2\n\xEF\xBF\xBD[2J  3\n",
+       "n        v\n-------  -\n\xE8\xBB\xB8\xE5\x8F\x97     1\ne\xCC\x81        2\n\\x1b[2J  3\n",
        "3 rows, 2 columns, UTF-8, separator tab, no column file"},
       {"\"C \"x\"\",\"D\"\r\n\"1\"\r\n", "C \"x\"  D\n-----  -\n1\n",
        "1 row, 2 columns, UTF-8, separator \",\", no column file"},

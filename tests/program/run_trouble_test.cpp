@@ -410,10 +410,14 @@ TEST_F(RunTrouble, SignalEndsUnpackingAndTheNextRunBeginsAnew) {
 TEST_F(RunTrouble, SignalInHeadEndsTheRunBeforeTheFirstModelAndRunsFoot) {
   for (int count = 1; count <= 2; ++count) {  // one row is worked where Creo stands, several by their windows
     part(L"P" + std::to_wstring(count));
+    file("standards/actionlists/stop.xml",
+         "<actionlist><head><task type=\"openCSVReport\" version=\"3\" name=\"stop\" file=\"d:/stop.csv\"/></head>"
+         "<body><task type=\"saveModel\" version=\"3\" forPRT=\"true\" forEF=\"false\"/></body><filter/><foot/>"
+         "</actionlist>");
     const os::SurroundingsGuard guard;
     const std::shared_ptr<os::Files> disk = os::surroundings().files;
-    os::surroundings().files = std::make_shared<SignallingFiles>(*disk, L"t:\\kvd_log");
-    const Ended ended = run("norm");
+    os::surroundings().files = std::make_shared<SignallingFiles>(*disk, L"d:\\stop");
+    const Ended ended = run("stop");
     EXPECT_EQ(143, ended.code);
     EXPECT_EQ("done  models=0 changed=0 unchanged=0 skipped=0 failed=0 saved=0  errors=0 warnings=0", recapOf(ended));
     EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("Run Foot actions"));

@@ -1,4 +1,7 @@
 // What `kelvane check` finds in a package.
+#include <nlohmann/json.hpp>
+
+#include "kelvane/finding.h"
 #include "program/program_fixture.h"
 
 namespace test {
@@ -10,6 +13,17 @@ class Check : public ProgramTest {
     for (const char* folder : {"models", "reports", "checklist"}) {
       file(std::string("standards/") + folder + "/readme.txt", "x");
     }
+  }
+  // Of a package whose actions have only the attributes that a case is about.
+  [[nodiscard]] Ended looked() const { return kelvane({"check", path("standards"), "--ignore", "attribute-missing"}); }
+  // The rules that find something, in the order of the lines: "attribute-unknown attribute-missing".
+  [[nodiscard]] std::string rulesFound(const std::vector<std::string>& more = {}) const {
+    std::vector<std::string> words = {"check", path("standards"), "--json"};
+    words.insert(words.end(), more.begin(), more.end());
+    std::string found;
+    const auto findings = nlohmann::json::parse(kelvane(words).out);
+    for (const auto& finding : findings) found += (found.empty() ? "" : " ") + finding["rule"].get<std::string>();
+    return found;
   }
 };
 
@@ -56,7 +70,7 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
   };
   for (const auto& [body, line] : cases) {
     list("clean.xml", body);
-    const Ended ended = kelvane({"check", path("standards")});
+    const Ended ended = looked();
     EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml" + line + "\n", ended.out) << body;
     EXPECT_EQ(line.empty() ? 0 : 1, ended.code) << body;
   }
@@ -154,7 +168,9 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "an element 'root' or 'filter'"},
       {"</body>\n<filter active='true'><root/></filter><foot/></list>", ""},
       {"</body>\n<foot/></list>",
-       ":5: 'foot' stands in another section's place and isn't read as what it is called: head, body and filter are "
+       ":1: a list has four sections, head, body, filter and foot; this one has fewer\n"
+       "actionlists/clean.xml:5: 'foot' stands in another section's place and isn't read as what it is called: head, "
+       "body and filter are "
        "the "
        "first three elements of a list, the foot is the fourth, or of five the fifth"},
       {"<task type='editSimpRep' version='4' forASM='true'><insideFilter forPRT='true' forEF='true'><filter>\n"
@@ -174,7 +190,7 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
   file("standards/models/forms/a3.drw.7", "{}");
   for (const auto& [body, line] : cases) {
     list("clean.xml", body);
-    const Ended ended = kelvane({"check", path("standards")});
+    const Ended ended = looked();
     EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml" + line + "\n", ended.out) << body;
   }
 }
@@ -219,16 +235,14 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
   };
   for (const auto& [body, line] : cases) {
     list("clean.xml", body);
-    const Ended ended = kelvane({"check", path("standards")});
+    const Ended ended = looked();
     EXPECT_EQ(line.empty() ? "" : "actionlists/clean.xml:4: B0: " + line + "\n", ended.out) << body;
     EXPECT_EQ(0, ended.code) << body;
   }
   list("clean.xml", action + "setUserVariableFromUrl' value='https://example.com/@mdln@'/>");
-  EXPECT_THAT(kelvane({"check", path("standards")}).out,
-              testing::HasSubstr(":4: B0: it asks the address 'https://example.com/@mdln@'\n"));
+  EXPECT_THAT(looked().out, testing::HasSubstr(":4: B0: it asks the address 'https://example.com/@mdln@'\n"));
   list("clean.xml", action + "runTrailfile' tf='@project_dir@/none.txt'/>");
-  EXPECT_EQ("actionlists/clean.xml:4: B0: 'tf': the package has no file 'models/none.txt'\n",
-            kelvane({"check", path("standards")}).out);
+  EXPECT_EQ("actionlists/clean.xml:4: B0: 'tf': the package has no file 'models/none.txt'\n", looked().out);
   list("clean.xml", action + "runMSDOScommand' cmd='mail'/>");
   EXPECT_THAT(kelvane({"check", path("standards"), "--json"}).out, testing::HasSubstr("\"use\": \"program\""));
 }
@@ -241,6 +255,8 @@ TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {
   {
     "file": "actionlists/clean.xml",
     "line": 6,
+    "rule": "action-unknown",
+    "severity": "error",
     "text": "unknown action 'savModel'; did you mean 'saveModel'?",
     "section": "body",
     "action": 1,
@@ -249,6 +265,115 @@ TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {
 ]
 )",
             kelvane({"check", path("standards"), "--json"}).out);
+}
+
+// Slips that a run would pass over in silence.
+TEST_F(Check, AttributesAreHeldAgainstTheRows) {
+  const auto task = [](const std::string& type, const std::string& rest) {
+    return "<task version='3' forPRT='true' forEF='false' type='" + type + "' " + rest + "/>";
+  };
+  const auto item = [](const std::string& rest) {
+    return "<task version='3' forPRT='true' forEF='true' type='saveModel'><filter><f " + rest + "/></filter></task>";
+  };
+  const std::string edit = "searchin='1' name='A' totype='0' ";
+  const std::pair<std::string, std::string> cases[] = {
+      {task("editModelParameter", edit + "value='1'"), ""},
+      {task("editModelParameter", edit + "valeu='1'"), "attribute-unknown attribute-missing"},
+      {task("deleteModelParameter", "searchin='1' nmae_0='A'"), "attribute-unknown attribute-missing"},
+      {task("deleteModelParameter", "searchin='1' name_0='A' name_100='B'"), "attribute-number"},
+      {task("addModelParameter", "name_0='A' type_0='Strnig'"), "word-unknown"},
+      {task("addModelParameter", "count='1' name_0='A' type_0='String' name_1='B' type_1='String'"),
+       "count-below-list"},
+      {task("addEditViews", "name_0='A' orient_0='iso'"), "word-unknown"},
+      {task("setTolerance", "tol='9'"), "word-unknown"},
+      {task("setAccuracy", "value='0,01'"), "number-broken"},
+      {task("addKEParameter", "feat='1' feattype='900' name_0='A' type_0='String'"), "number-broken"},
+      {task("renameLayer", "namef_0='/(/' namet_0='A'"), "pattern-broken"},
+      {task("renameLayer", "namef_0='%A%(' namet_0='A'"), ""},
+      {task("reportModeldata", "reporter='masses' mass='true'"), "reporter-unknown"},
+      {task("openCSVReport", "name='masses' file='@project_dir@/a.csv'") +
+           task("reportModeldata", "reporter='masses' mass='true'"),
+       ""},
+      {task("openCSVReport", "name='a' file='@project_dir@/a.csv'") +
+           task("openCSVReport", "name='b' file='@project_dir@/A.csv'"),
+       "report-path-twice"},
+      {task("writeToCreoLog", "message='%user:N%'"), "user-variable-unset"},
+      {task("setUserVariableDirect", "name='N' value='1'") + task("writeToCreoLog", "message='%user:N%'"), ""},
+      {"<task version='3' forPRT='yes' type='saveModel'/>", "word-unknown"},
+      {item("type='isInstance' filtertype='yes'"), "word-unknown"},
+      {item("type='isInstance' filtertype='true' opand='AND'"), "word-unknown"},
+      {item("type='filename' filtertype='true' filename='*'"), "predicate-constant"},
+      {item("type='filename' filtertype='true' filename='A*' fielname='B'"), "attribute-unknown"},
+  };
+  for (const auto& [body, rules] : cases) {
+    list("clean.xml", body);
+    EXPECT_EQ(rules, rulesFound()) << body;
+  }
+}
+
+// What the reader drops, each fault once.
+TEST_F(Check, FaultsOfTheTextAreToldOnce) {
+  const std::string task = R"(<task type="saveModel" version="3" forPRT="true")";
+  const auto whole = [](const std::string& body) {
+    return "<list>\n<head/>\n<body>\n" + body + "\n</body>\n<filter/>\n<foot/>\n</list>\n";
+  };
+  const std::pair<std::string, std::string> cases[] = {
+      {whole(task + "/>"), ""},
+      {whole(task + ">"), "4:tag-unclosed"},
+      {whole(task + "/></task>"), "4:tag-crossed 8:tag-extra"},
+      {whole(task + "></tsak>"), "4:tag-crossed"},
+      {whole("<!-- " + task + "/> -->"), "4:comment"},
+      {whole(task + " forASM='true' forEF=\"false\"/>"), "4:single-quotes"},
+      {whole(task + " forASM= \"true\"/>"), "4:blank-after-equals"},
+      {whole(task + " forASM=\"true forEF=\"false\"/>"), "4:quote-missing"},
+      {whole(task + " forASM=true/>"), "4:quote-missing"},
+      {whole(task + " forPRT=\"false\"/>"), "4:attribute-twice"},
+      {whole(R"(<task type="writeToCreoLog" version="3" message="it&apos;s&#10;a&amp;b"/>)"), "4:entity-unknown"},
+      {whole(R"(<task type="writeToCreoLog" version="3" message="a & b"/>)"), "4:ampersand"},
+      {whole("stray " + task + "/>"), "4:text-dropped"},
+  };
+  for (const auto& [text, faults] : cases) {
+    list("clean.xml", "");
+    file("standards/actionlists/clean.xml", text);
+    std::string found;
+    const auto findings = nlohmann::json::parse(kelvane({"check", path("standards"), "--json"}).out);
+    for (const auto& finding : findings) {
+      const std::string rule = finding["rule"];
+      const bool isOfText = rule.starts_with("tag-") || rule.starts_with("attribute-twice") || rule == "comment" ||
+                            rule.find("quote") != rule.npos || rule == "blank-after-equals" || rule == "ampersand" ||
+                            rule == "entity-unknown" || rule == "text-dropped";
+      if (isOfText) found += (found.empty() ? "" : " ") + std::to_string(finding["line"].get<int>()) + ":" + rule;
+    }
+    EXPECT_EQ(faults, found) << text;
+  }
+}
+
+TEST_F(Check, FindingsAreLeftOutByRuleOrByAnEarlierCheck) {
+  list("clean.xml",
+       "<task type='savModel' version='3'/>\n<task type='renameLayer' version='3' forPRT='true' namef_0='A'/>");
+  EXPECT_EQ("action-unknown attribute-missing", rulesFound());
+  EXPECT_EQ("attribute-missing", rulesFound({"--ignore", "action-unknown"}));
+  EXPECT_EQ(0, kelvane({"check", path("standards"), "--ignore", "action-unknown"}).code) << "a warning is left";
+  writeBytes(path("known.json"), kelvane({"check", path("standards"), "--json"}).out);
+  EXPECT_EQ("", rulesFound({"--baseline", path("known.json")}));
+  list("clean.xml", "<task type='savModel' version='3'/>\n\n<task type='renameLayer' version='3' forPRT='true'/>");
+  EXPECT_EQ("attribute-missing", rulesFound({"--baseline", path("known.json")})) << "of another attribute";
+  const Ended wrong = kelvane({"check", path("standards"), "--ignore", "action-unknwon"});
+  EXPECT_EQ(2, wrong.code);
+  EXPECT_THAT(wrong.err, testing::HasSubstr("there is no rule 'action-unknwon'"));
+  EXPECT_EQ(2, kelvane({"check", path("standards"), "--baseline", path("standards/reports/readme.txt")}).code);
+}
+
+TEST_F(Check, RulesAreExplained) {
+  const std::string all = kelvane({"explain"}).out;
+  std::string before;
+  for (const kelvane::Rule& rule : kelvane::rules()) {
+    EXPECT_LT(before, rule.name);
+    before = rule.name;
+    EXPECT_THAT(all, testing::HasSubstr(before + " ("));
+    EXPECT_THAT(kelvane({"explain", before}).out, testing::HasSubstr(std::string(rule.about)));
+  }
+  EXPECT_THAT(kelvane({"explain", "atribute-unknown"}).err, testing::HasSubstr("did you mean 'attribute-unknown'?"));
 }
 
 TEST_F(Check, MembersAndFilterFilesAreChecked) {
@@ -270,7 +395,7 @@ TEST_F(Check, MembersAndFilterFilesAreChecked) {
       "or 'filter'\n"
       "filters/steel.xml:2: unknown filter 'parametr'; did you mean 'parameter'?\n"
       "system/index.kvane: it is missing; it holds the description\n",
-      kelvane({"check", path("standards")}).out);
+      looked().out);
   // Packing adds it to the folder, but nobody to a package.
   writeZip(path("plain.kvz"), {{"system/index.kvane", "1\nabout\n"}, {"actionlists/a.xml", "<list/>"}});
   EXPECT_THAT(kelvane({"check", path("plain.kvz")}).out,

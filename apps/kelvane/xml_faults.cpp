@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "kelvane/nearest.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -36,6 +37,10 @@ class Scan {
   struct Open {
     std::string name;
     std::size_t line;
+  };
+  struct Unclosed {
+    std::string name;
+    std::size_t fault;  // its place among the faults
   };
 
   [[nodiscard]] bool atEnd() const { return at_ >= text_.size(); }
@@ -102,19 +107,37 @@ class Scan {
     goTo(at_ + 1);
     const std::string name = readName();
     goBehind(">");
-    if (open_.empty()) return add("tag-extra", line, "'</" + name + ">' closes nothing: no element is open");
-    if (open_.back().name == name) return open_.pop_back();
     const auto meant = std::find_if(open_.rbegin(), open_.rend(), [&](const Open& open) { return open.name == name; });
-    if (meant == open_.rend()) {
-      add("tag-crossed", line, "'</" + name + ">' closes the element " + shown(open_.back()));
-      return open_.pop_back();
-    }
-    // One tag too few inside: each later one would be told, too.
-    for (; open_.back().name != name; open_.pop_back())
+    if (meant != open_.rend()) return closeTo(name, line);
+    if (wasCrossed(name, line)) return;
+    // Misspelt, or one too many. The reader would close the element around; what follows from that isn't told again.
+    const std::vector<std::string> innermost = {open_.empty() ? std::string() : open_.back().name};
+    if (nearest(name, innermost).empty())
+      return add("tag-extra", line, "'</" + name + ">' closes no element of that name");
+    add("tag-crossed", line, "'</" + name + ">' closes the element " + shown(open_.back()));
+    open_.pop_back();
+  }
+
+  // Elements inside that are still open would be told by each later tag, too.
+  void closeTo(const std::string& name, std::size_t line) {
+    for (; open_.back().name != name; open_.pop_back()) {
+      unclosed_.push_back({open_.back().name, faults_.size()});
       add("tag-unclosed", open_.back().line,
           "the element " + inQuotes(open_.back().name) + " isn't closed before '</" + name + ">' in line " +
               std::to_string(line));
+    }
     open_.pop_back();
+  }
+  // The closing tag of an element that was closed by one around it: both were one slip.
+  bool wasCrossed(const std::string& name, std::size_t line) {
+    const auto found =
+        std::find_if(unclosed_.begin(), unclosed_.end(), [&](const Unclosed& one) { return one.name == name; });
+    if (found == unclosed_.end()) return false;
+    XmlFault& fault = faults_[found->fault];
+    fault.rule = "tag-crossed";
+    fault.text += ", but behind it, in line " + std::to_string(line);
+    unclosed_.erase(found);
+    return true;
   }
   static std::string shown(const Open& open) { return inQuotes(open.name) + " of line " + std::to_string(open.line); }
 
@@ -224,6 +247,7 @@ class Scan {
   std::string_view text_;
   std::size_t at_ = 0, line_ = 1;
   std::vector<Open> open_;
+  std::vector<Unclosed> unclosed_;
   std::vector<std::string> names_;  // of the tag's attributes
   std::vector<XmlFault> faults_;
 };

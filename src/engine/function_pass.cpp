@@ -17,10 +17,10 @@ constexpr std::wstring_view kSigns = L"$$";
 
 // What a call came to.
 enum class Ended {
-  well,      // the scan goes on behind its closing signs
-  badly,     // the call stays as plain text without its signs, and the whole result is marked as failed
-  without,   // as well, but the whole result is marked as failed
-  unusable,  // the whole substitution fails
+  well,         // the scan goes on behind its closing signs
+  badly,        // the call stays as plain text without its signs, and the whole result is marked as failed
+  failedWhole,  // as well, but the whole result is marked as failed
+  unusable,     // the whole substitution fails
 };
 
 // One call, read from behind its name.
@@ -138,7 +138,7 @@ Ended posts(Call& call) {
                          core::logWrite(
                              L"posts - The length of the String is not long enought for this starting position",
                              core::kWarning);
-                         return Ended::without;
+                         return Ended::failedWhole;
                        });
 }
 
@@ -152,7 +152,7 @@ Ended repl(Call& call) {
   core::logWrite(text::format(L"%s - %s - %s", pattern, replacement, text), core::kDebug);
   const GivenUp givenUp;
   call.yield = patternReplace(text, pattern, replacement);
-  if (givenUp.any()) return Ended::without;
+  if (givenUp.any()) return Ended::failedWhole;
   return call.fits(call.yield) ? Ended::well : Ended::unusable;
 }
 

@@ -35,13 +35,13 @@ constexpr std::size_t kDigits = 5, kHistoryDigits = 2;
 constexpr std::size_t kLastDigit = 4;  // its place
 
 // What a trigger's run found and gives back at its end, whenever that comes.
-struct Found {
+struct FiredTrigger {
   std::optional<int> writeExtData;  // where the trigger overrides it
   int result = 0;
 };
-Found& found() {
-  static Found one;
-  return one;
+FiredTrigger& trigger() {
+  static FiredTrigger fired;
+  return fired;
 }
 TriggerObserver*& observer() {
   static TriggerObserver* one = nullptr;
@@ -112,7 +112,7 @@ class ReworkSwitch {
 
 void setHistorySwitch(const std::wstring& history) {
   if (history.size() == kHistoryDigits) {
-    found().writeExtData = pluginState().writeExtData;
+    trigger().writeExtData = pluginState().writeExtData;
     ui::setHistoryButton(history[1] != L'0');
   } else if (!history.empty()) {
     creoLog(L"<KVD> glob_start_kvz_before_save_write_check_rework_history needs zero or two inputs [0,1]");
@@ -179,7 +179,7 @@ class Firing {
   Firing(int type, const TriggerObserver::Firing& told) {
     pluginState().triggerType = type;
     pluginState().savedDirectory = ProDirectoryCurrentGet().value;
-    found() = {};
+    trigger() = {};
     if (observer()) observer()->triggerBegins(told);
   }
   ~Firing() {
@@ -221,21 +221,21 @@ int fireTrigger(ProMdl model, const std::wstring& list, const std::wstring& hist
   if (leavesOut(model, conf)) return 0;
   const Firing firing(type, {type, model, list});
   writeStep(L"start", type);
-  found().result = startOrTell(model, list, history, conf, showUI, type);
-  if (found().result == 0) writeStep(L"end", type);
-  return found().result;
+  trigger().result = startOrTell(model, list, history, conf, showUI, type);
+  if (trigger().result == 0) writeStep(L"end", type);
+  return trigger().result;
 }
 
 void endTrigger() {
   PluginState& state = pluginState();
   if (state.triggerType == 0) return;
   if (!state.savedDirectory.empty()) ProDirectoryChange(state.savedDirectory);
-  if (const std::optional<int> before = std::exchange(found().writeExtData, std::nullopt)) {
+  if (const std::optional<int> before = std::exchange(trigger().writeExtData, std::nullopt)) {
     if (state.toolOpen) ui::setHistoryButton(*before != 0);
     state.writeExtData = *before;
   }
   state.triggerType = 0;
-  if (observer()) observer()->triggerEnds(found().result);
+  if (observer()) observer()->triggerEnds(trigger().result);
 }
 
 }  // namespace engine

@@ -153,22 +153,22 @@ void hangOn(ProNotifyType type, ProError (*handler)(const ProNotification&)) {
   }
 }
 
-void hangInCreate() {
+void attachCreate() {
   ProNotificationUnset(ProNotifyType::modelCreated);
   hangOn(ProNotifyType::modelCreated, onCreated);
   hangOn(ProNotifyType::modelDisplayed, onDisplayedNew);
 }
-void hangOutCreate() {
+void detachCreate() {
   ProNotificationUnset(ProNotifyType::modelCreated);
   ProNotificationUnset(ProNotifyType::modelDisplayed);
 }
 
-void hangOutOpen() {
+void detachOpen() {
   ProNotificationUnset(ProNotifyType::modelOpened);
   if (memory().listener != 0) pfcSessionActionListenerRemove(memory().listener);
   memory().listener = 0;
 }
-void hangInOpen() {
+void attachOpen() {
   pfcSessionActionListener listener;
   listener.OnAfterModelRetrieveAll = [](const pfcModelDescriptor& model) {
     contained([&] { return onRetrievedAll(model), ProNoError; });
@@ -180,11 +180,11 @@ void hangInOpen() {
 }
 
 template <ProNotifyType type, ProError (*handler)(const ProNotification&)>
-void hangIn() {
+void attach() {
   hangOn(type, handler);
 }
 template <ProNotifyType type>
-void hangOut() {
+void detach() {
   ProNotificationUnset(type);
 }
 
@@ -192,23 +192,23 @@ struct Row {
   Trigger trigger;
   const wchar_t* in;
   const wchar_t* out;
-  void (*hangIn)();
-  void (*hangOut)();
+  void (*attach)();
+  void (*detach)();
 };
 using N = ProNotifyType;
 constexpr Row kRows[] = {
-    {Trigger::afterOpen, L"trigger after open", L"trigger after open", hangInOpen, hangOutOpen},
-    {Trigger::afterCreate, L"trigger at new", L"trigger at new", hangInCreate, hangOutCreate},
-    {Trigger::beforeSave, L"trigger before save", L"trigger before save", hangIn<N::saveBefore, onSave>,
-     hangOut<N::saveBefore>},
-    {Trigger::afterOccupy, L"trigger after occupy", L"trigger occupy post", hangIn<N::windowOccupied, onOccupied>,
-     hangOut<N::windowOccupied>},
+    {Trigger::afterOpen, L"trigger after open", L"trigger after open", attachOpen, detachOpen},
+    {Trigger::afterCreate, L"trigger at new", L"trigger at new", attachCreate, detachCreate},
+    {Trigger::beforeSave, L"trigger before save", L"trigger before save", attach<N::saveBefore, onSave>,
+     detach<N::saveBefore>},
+    {Trigger::afterOccupy, L"trigger after occupy", L"trigger occupy post", attach<N::windowOccupied, onOccupied>,
+     detach<N::windowOccupied>},
     {Trigger::afterRegenerate, L"trigger after solid regen", L"trigger after regeneration",
-     hangIn<N::regenerateAfter, onRegenerated>, hangOut<N::regenerateAfter>},
+     attach<N::regenerateAfter, onRegenerated>, detach<N::regenerateAfter>},
     {Trigger::beforeRegenerate, L"trigger before solid regen", L"trigger before regeneration",
-     hangIn<N::regenerateBefore, onRegenerate>, hangOut<N::regenerateBefore>},
-    {Trigger::beforeErase, L"trigger before erase", L"trigger before erase", hangIn<N::eraseBefore, onErase>,
-     hangOut<N::eraseBefore>},
+     attach<N::regenerateBefore, onRegenerate>, detach<N::regenerateBefore>},
+    {Trigger::beforeErase, L"trigger before erase", L"trigger before erase", attach<N::eraseBefore, onErase>,
+     detach<N::eraseBefore>},
 };
 
 // The trigger behind an opening takes any digits: its run says what is wrong with them.
@@ -227,7 +227,7 @@ void attachTriggers() {
     if (!isWanted(row)) continue;
     creoLog(std::wstring(L"<KVD> hang in ") + row.in);
     if (digitsAreGood(row)) {
-      row.hangIn();
+      row.attach();
     } else {
       creoLog(L"<KVD> Failure while hang in because config length isn't 5 times 0 or 1");
     }
@@ -239,7 +239,7 @@ void detachTriggers() {
   for (const Row& row : kRows) {
     if (!isWanted(row)) continue;
     creoLog(std::wstring(L"<KVD> hang out ") + row.out);
-    row.hangOut();
+    row.detach();
   }
   memory() = {};
 }

@@ -64,8 +64,8 @@ constexpr Part kLogAsText[] = {
 
 const std::string& dialog() { return pluginState().dialogName; }
 
-void call(Call deed, const char* component) {
-  if (deed(dialog(), component) != ProNoError) creoLog(L"<KVD> main - Error at set " + text::fromUtf8(component));
+void call(Call operation, const char* component) {
+  if (operation(dialog(), component) != ProNoError) creoLog(L"<KVD> main - Error at set " + text::fromUtf8(component));
 }
 
 void showAll(std::span<const Part> parts) {

@@ -30,12 +30,12 @@ class Questions : public ActionTest {
   }
   headless::Ui& ui() { return world.session().ui(); }
   headless::Dialog& dialog() { return *ui().dialog(kDialog); }
-  // Runs a list with those tasks; the person does `deed` in each question.
-  std::wstring answered(const std::string& tasks, std::function<void()> deed) {
+  // Runs a list with those tasks; the person does `action` in each question.
+  std::wstring answered(const std::string& tasks, std::function<void()> action) {
     world.list("list.xml", tasks);
     world.start();
-    ui().answerQuestions([deed = std::move(deed)](const headless::Question&) {
-      deed();
+    ui().answerQuestions([action = std::move(action)](const headless::Question&) {
+      action();
       return 0;
     });
     world.open(L"BRACKET", creo::ProMdlType::part);

@@ -232,12 +232,12 @@ TEST_F(UiPerson, ProgressIsToldToTheObserver) {
 
 // Every operation on a component, with a component of its kind and one of another.
 TEST_F(UiPerson, OperationsTellWrongNamesFromWrongKinds) {
-  using Deed = std::function<ProError(const std::string&, const std::string&)>;
+  using Action = std::function<ProError(const std::string&, const std::string&)>;
   using S = const std::string&;
   const struct {
     const char* operation;
     const char* component;
-    Deed deed;
+    Action action;
   } rows[] = {
       {"ProUIPushbuttonActivateActionSet", "kvaneStart",
        [&](S d, S c) { return ProUIPushbuttonActivateActionSet(d, c, note()); }},
@@ -303,12 +303,12 @@ TEST_F(UiPerson, OperationsTellWrongNamesFromWrongKinds) {
   };
   created(kRunner);
   for (const auto& row : rows) {
-    EXPECT_EQ(ProNotFound, row.deed("kvanerun", row.component)) << row.operation;
-    EXPECT_EQ(ProNotFound, row.deed(kRunner, "kvaneNone")) << row.operation;
-    EXPECT_EQ(ProBadInputs, row.deed(kRunner, "MenuRMBLog")) << row.operation;
-    EXPECT_EQ(ProNoError, row.deed(kRunner, row.component)) << row.operation;
+    EXPECT_EQ(ProNotFound, row.action("kvanerun", row.component)) << row.operation;
+    EXPECT_EQ(ProNotFound, row.action(kRunner, "kvaneNone")) << row.operation;
+    EXPECT_EQ(ProBadInputs, row.action(kRunner, "MenuRMBLog")) << row.operation;
+    EXPECT_EQ(ProNoError, row.action(kRunner, row.component)) << row.operation;
     session_.failNext(row.operation, ProUnattachedFeats);  // the name under which it is counted
-    EXPECT_EQ(ProUnattachedFeats, row.deed(kRunner, row.component)) << row.operation;
+    EXPECT_EQ(ProUnattachedFeats, row.action(kRunner, row.component)) << row.operation;
   }
 }
 

@@ -82,9 +82,9 @@ class Browser {
     return read("/lines?dialog=kvanerunner&component=" + component + "&from=" + std::to_string(from) +
                 "&count=" + std::to_string(count));
   }
-  // Sends a deed; the answer's status.
-  int send(const json& deed) {
-    const auto answer = client_.Post("/do", headers_, deed.dump(), "application/json");
+  // Sends a action; the answer's status.
+  int send(const json& action) {
+    const auto answer = client_.Post("/do", headers_, action.dump(), "application/json");
     if (answer && answer->status == 202) number_ = json::parse(answer->body).at("number");
     return answer ? answer->status : 0;
   }
@@ -99,9 +99,9 @@ class Browser {
     return {};
   }
   // Does it and waits until it is worked and nothing follows from it any more, or another question is open.
-  json act(const json& deed) {
+  json act(const json& action) {
     const json before = state().at("question");
-    EXPECT_EQ(202, send(deed)) << deed;
+    EXPECT_EQ(202, send(action)) << action;
     return waitFor([&](const json& now) {
       const json& question = now.at("question");
       return (!question.is_null() && question != before) || (now.at("worked") >= number_ && !now.at("busy"));

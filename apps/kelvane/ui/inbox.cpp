@@ -3,7 +3,7 @@
 namespace kelvane::view {
 namespace {
 
-constexpr std::size_t kMostWaiting = 100;  // deeds, and reads
+constexpr std::size_t kMostWaiting = 100;  // actions, and reads
 
 }  // namespace
 
@@ -36,15 +36,15 @@ void Inbox::close() {
   answered_.notify_all();
 }
 
-std::optional<Deed> Inbox::take(milliseconds patience) {
+std::optional<Action> Inbox::take(milliseconds patience) {
   const Clock::time_point end = Clock::now() + patience;
   for (;;) {
     answerAll();
     std::unique_lock lock(mutex_);
     if (!deeds_.empty()) {
-      Deed deed = std::move(deeds_.front());
+      Action action = std::move(deeds_.front());
       deeds_.pop_front();
-      return deed;
+      return action;
     }
     if (closed_ || !arrived_.wait_until(lock, end, [&] { return closed_ || !deeds_.empty() || !waiting_.empty(); }))
       return std::nullopt;

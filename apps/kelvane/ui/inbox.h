@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 // One thing that a person does: {"do": "press", "dialog": ..., "component": ...}.
-struct Deed {
+struct Action {
   std::uint64_t number = 0;  // from 1
   nlohmann::json what;
   Clock::time_point at;
@@ -35,8 +35,8 @@ class Inbox {
   void close();
 
   // --- The session's thread.
-  // Waits for a deed; answers the reads that come meanwhile. Nothing when the time is over.
-  std::optional<Deed> take(milliseconds patience);
+  // Waits for a action; answers the reads that come meanwhile. Nothing when the time is over.
+  std::optional<Action> take(milliseconds patience);
   // Answers the reads that wait; costs next to nothing when none does.
   void answer() {
     if (reads_.load(std::memory_order_relaxed) > 0) answerAll();
@@ -52,7 +52,7 @@ class Inbox {
 
   std::mutex mutex_;
   std::condition_variable arrived_, answered_;
-  std::deque<Deed> deeds_;
+  std::deque<Action> deeds_;
   std::deque<std::shared_ptr<Read>> waiting_;
   std::atomic<int> reads_ = 0;
   std::uint64_t last_ = 0;

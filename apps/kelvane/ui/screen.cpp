@@ -9,7 +9,7 @@
 #include "kelvane/interrupt.h"
 #include "kelvane/places.h"
 #include "kelvane/run_watch.h"
-#include "kelvane/ui/deeds.h"
+#include "kelvane/ui/user_actions.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -42,8 +42,8 @@ std::vector<std::string> chosenRows(headless::Session& session) {
 }
 
 // A press writes results; a choice, and the opening of the tool, only unpack.
-bool writesResults(const json& deed) {
-  const std::string what = textOf(deed, "do");
+bool writesResults(const json& action) {
+  const std::string what = textOf(action, "do");
   return what != "choose" && what != "command";
 }
 
@@ -77,40 +77,40 @@ Screen::~Screen() {
 void Screen::live() {
   tell();
   while (Interrupt::code() == 0) {
-    if (const auto deed = inbox_.take(kWait)) work(*deed);
+    if (const auto action = inbox_.take(kWait)) work(*action);
   }
 }
 
 bool Screen::isStopAsked() const { return stop_ || Interrupt::code() != 0; }
 
-void Screen::work(const Deed& deed) {
-  const std::string fault = carryOut(deed);
+void Screen::work(const Action& action) {
+  const std::string fault = carryOut(action);
   ++revisions_.tables;
   ++revisions_.trees;
   ++revisions_.texts;
-  worked_ = std::max(worked_, deed.number);
-  if (!fault.empty()) notice_ = {{"number", deed.number}, {"text", fault}};
+  worked_ = std::max(worked_, action.number);
+  if (!fault.empty()) notice_ = {{"number", action.number}, {"text", fault}};
   tell();
 }
 
-std::string Screen::carryOut(const Deed& deed) {
-  if (deed.at < barrier_) return "the session was busy when that was pressed";
-  if (working_ == 0) return carryOutAlone(deed);
-  const Bearing bearing = judges_.back()(deed);
+std::string Screen::carryOut(const Action& action) {
+  if (action.at < barrier_) return "the session was busy when that was pressed";
+  if (working_ == 0) return carryOutAlone(action);
+  const Bearing bearing = judges_.back()(action);
   if (bearing == Bearing::none) return "a question is open, and this is no answer to it";
   if (bearing == Bearing::wrong) return "that can't be chosen: it isn't there, or is no file or folder as is asked for";
-  return bearing == Bearing::press ? view::carryOut(session_, deed.what) : std::string();
+  return bearing == Bearing::press ? view::carryOut(session_, action.what) : std::string();
 }
 
 // No question is open: Creo gets control back behind it.
-std::string Screen::carryOutAlone(const Deed& deed) {
+std::string Screen::carryOutAlone(const Action& action) {
   stop_ = ran_ = false;
-  keepsFiles_ = writesResults(deed.what);
+  keepsFiles_ = writesResults(action.what);
   ++working_;
   std::string fault;
   try {
-    if (beforeCommand && textOf(deed.what, "do") == "command") beforeCommand();
-    fault = view::carryOut(session_, deed.what);
+    if (beforeCommand && textOf(action.what, "do") == "command") beforeCommand();
+    fault = view::carryOut(session_, action.what);
     session_.settle();
   } catch (const std::exception& thrown) {
     session_.showMessage(text::fromUtf8(thrown.what()));
@@ -128,7 +128,7 @@ void Screen::block(json question, const Judge& judge, const std::function<bool()
   barrier_ = Clock::now();
   tell();
   while (!over() && Interrupt::code() == 0) {
-    if (const auto deed = inbox_.take(kWait)) work(*deed);
+    if (const auto action = inbox_.take(kWait)) work(*action);
   }
   --working_;
   judges_.pop_back();
@@ -141,7 +141,7 @@ int Screen::answer(const Question& question) {
     const std::string name = question.dialog;
     block(
         {{"kind", "dialog"}, {"dialog", name}},
-        [name](const Deed& deed) { return textOf(deed.what, "dialog") == name ? Bearing::press : Bearing::none; },
+        [name](const Action& action) { return textOf(action.what, "dialog") == name ? Bearing::press : Bearing::none; },
         [this, name] {
           const headless::Dialog* dialog = session_.ui().dialog(name);
           return !dialog || !dialog->active;
@@ -157,9 +157,9 @@ int Screen::answer(const Question& question) {
        {"title", text::toUtf8(question.title)},
        {"text", text::toUtf8(question.text)},
        {"buttons", buttons}},
-      [&](const Deed& deed) {
-        if (textOf(deed.what, "do") != "answer") return Bearing::none;
-        pressed = deed.what.at("button").get<int>();
+      [&](const Action& action) {
+        if (textOf(action.what, "do") != "answer") return Bearing::none;
+        pressed = action.what.at("button").get<int>();
         done = true;
         return Bearing::answer;
       },
@@ -178,9 +178,9 @@ std::optional<std::wstring> Screen::answerFile(const FileQuestion& question) {
        {"title", text::toUtf8(question.title)},
        {"filter", text::toUtf8(question.filter)},
        {"path", shown(at)}},
-      [&](const Deed& deed) {
-        if (textOf(deed.what, "do") != "path") return Bearing::none;
-        const json& given = deed.what.at("path");
+      [&](const Action& action) {
+        if (textOf(action.what, "do") != "path") return Bearing::none;
+        const json& given = action.what.at("path");
         if (!given.is_null()) {
           const std::filesystem::path folder = shown(question.folder);  // for a path that doesn't begin at the root
           const std::wstring chosen = systemPath(folder / given.get<std::string>());

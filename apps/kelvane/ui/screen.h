@@ -42,16 +42,16 @@ class Screen : public headless::SessionObserver {
   void operation(std::string_view name, int result, long long nanoseconds) override;
 
  private:
-  // What a deed is to the question that is open.
+  // What a action is to the question that is open.
   // Not meant for it; an answer that it can't take; all that it waits for; a press in its dialog.
   enum class Bearing { none, wrong, answer, press };
-  using Judge = std::function<Bearing(const Deed&)>;
+  using Judge = std::function<Bearing(const Action&)>;
 
-  void work(const Deed& deed);
+  void work(const Action& action);
   // Empty, or why nothing was done.
-  std::string carryOut(const Deed& deed);
-  std::string carryOutAlone(const Deed& deed);
-  // Takes deeds until `over`, as a question blocks all that isn't its own.
+  std::string carryOut(const Action& action);
+  std::string carryOutAlone(const Action& action);
+  // Takes actions until `over`, as a question blocks all that isn't its own.
   void block(json question, const Judge& judge, const std::function<bool()>& over);
   int answer(const headless::Question& question);
   std::optional<std::wstring> answerFile(const headless::FileQuestion& question);
@@ -70,14 +70,14 @@ class Screen : public headless::SessionObserver {
   Clock::time_point last_ = Clock::now();
   milliseconds pause_{0};  // until the next telling within an operation
   bool changed_ = true;
-  int working_ = 0;         // deeds and questions that are being done, one inside another
+  int working_ = 0;         // actions and questions that are being done, one inside another
   std::vector<json> open_;  // questions, the innermost last
   std::vector<Judge> judges_;
   json notice_;
   std::uint64_t worked_ = 0;
   // What was pressed before it was meant for what stood there before a run or a question, and is dropped.
   Clock::time_point barrier_{};
-  bool ran_ = false;         // the deed that is being done has run a list
+  bool ran_ = false;         // the action that is being done has run a list
   bool keepsFiles_ = false;  // what is written now is a result
   std::string language_;
   std::atomic<bool> stop_ = false;

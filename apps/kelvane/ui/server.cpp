@@ -7,11 +7,11 @@
 #include <fstream>
 #include <thread>
 
-#include "kelvane/ui/deeds.h"
 #include "kelvane/ui/guard.h"
 #include "kelvane/ui/lines.h"
 #include "kelvane/ui/page.h"
 #include "kelvane/ui/picture.h"
+#include "kelvane/ui/user_actions.h"
 
 namespace kelvane::view {
 namespace {
@@ -155,7 +155,7 @@ class Server::Work {
     get("/lines", &Work::lines);
     get("/models", &Work::models);
     get(R"(/file/(\d{1,9}))", &Work::writtenFile);
-    server_.Post("/do", [this](const Request& request, Response& response) { deed(request, response); });
+    server_.Post("/do", [this](const Request& request, Response& response) { action(request, response); });
   }
 
   bool isLetIn(const Request& request, Response& response) {
@@ -282,7 +282,7 @@ class Server::Work {
     });
   }
 
-  void deed(const Request& request, Response& response) {
+  void action(const Request& request, Response& response) {
     const auto what = nlohmann::json::parse(request.body, nullptr, false);
     if (what.is_object() && what.value("do", nlohmann::json()) == "stop") {
       doors_.stopRun();

@@ -26,7 +26,7 @@ export function notice(...content) {
 // One after the other, in the order in which they were done.
 let last = Promise.resolve();
 const pending = new Map(); // what was typed and isn't told yet, by input
-export function deed(what) {
+export function action(what) {
   for (const [input, typed] of pending) if (input !== what.input) { pending.delete(input); send(typed()); }
   const { input, ...told } = what;
   pending.delete(input);
@@ -43,7 +43,7 @@ function send(what) {
   });
   return last;
 }
-// Told before the next deed, at the latest when the input is left.
+// Told before the next action, at the latest when the input is left.
 export function typing(input, typed) { pending.set(input, typed); }
 
 export async function read(path, parameters = {}) {

@@ -1,5 +1,5 @@
 // Lists of any length: only the lines in sight are in the page; they are asked for as they come into sight.
-import { byId, deed, image, make, read } from './basics.js';
+import { byId, action, image, make, read } from './basics.js';
 
 const kHeight = 24; // pixels of a line; ui.css says the same
 const kSpare = 20; // lines kept above and below what is in sight
@@ -117,7 +117,7 @@ export function tree(dialog, name, menu) {
     element.replaceChildren(twist, ...(node.image ? [image(node.image)] : []), label);
   });
   lines.follows = true;
-  const tell = (what, node) => node && deed({ do: what, dialog, component: name, node: node.name });
+  const tell = (what, node) => node && action({ do: what, dialog, component: name, node: node.name });
   const fold = (node) => node && node.children && tell(node.expanded ? 'collapse' : 'expand', node);
   lines.element.addEventListener('click', (event) => {
     const index = lines.lineOf(event);
@@ -174,9 +174,9 @@ export function table(dialog, name, columns, menu) {
   const toggle = (row, column) => {
     const parts = row ? row.cells.map((cell) => cell.component) : [];
     const part = column == null ? parts.find((one) => one && one.kind === 'checkbutton' && one.enabled) : parts[column];
-    if (part) deed({ do: 'check', dialog, component: part.name, on: !part.checked });
+    if (part) action({ do: 'check', dialog, component: part.name, on: !part.checked });
   };
-  const mark = (rows) => deed({ do: 'mark', dialog, component: name, rows });
+  const mark = (rows) => action({ do: 'mark', dialog, component: name, rows });
   const marked = () => lines.lines.filter((row) => row.selected).map((row) => row.name);
   let anchor = -1;
   lines.element.addEventListener('click', (event) => {
@@ -244,7 +244,7 @@ export function popUp(dialog, entries, event, anchor) {
   const menu = make('div', { id: 'popup', role: 'menu' }, ...entries.filter((one) => one.shown).map((one) =>
     make('button', {
       type: 'button', role: 'menuitem', text: one.text, disabled: !one.enabled, 'data-name': one.name,
-      onclick: () => { leave(); deed({ do: 'press', dialog, component: one.name }); },
+      onclick: () => { leave(); action({ do: 'press', dialog, component: one.name }); },
     })));
   menu.addEventListener('keydown', (key) => {
     const items = [...menu.querySelectorAll('button:enabled')], at = items.indexOf(document.activeElement);

@@ -1,5 +1,5 @@
 // Dialogs and their components: each is made once and then follows what the session tells of it.
-import { byId, deed, image, make, setText, typing } from './basics.js';
+import { byId, action, image, make, setText, typing } from './basics.js';
 import { longText, popUp, table, template, tree } from './lines.js';
 import { word } from './words.js';
 
@@ -23,7 +23,7 @@ const kinds = {
     return { element, show: (now) => face(element, now) };
   },
   pushbutton(view, told) {
-    const element = make('button', { type: 'button', onclick: () => deed({ do: 'press', dialog: view.name, component: told.name }) });
+    const element = make('button', { type: 'button', onclick: () => action({ do: 'press', dialog: view.name, component: told.name }) });
     return {
       element,
       show: (now) => {
@@ -40,7 +40,7 @@ const kinds = {
     const element = make('label', { class: 'check' }, box, text);
     box.addEventListener('click', (event) => {
       event.preventDefault(); // the session says how it stands
-      deed({ do: 'check', dialog: view.name, component: told.name, on: !view.parts.get(told.name).told.checked });
+      action({ do: 'check', dialog: view.name, component: told.name, on: !view.parts.get(told.name).told.checked });
     });
     return {
       element,
@@ -54,7 +54,7 @@ const kinds = {
   },
   optionmenu(view, told) {
     const element = make('select', {
-      onchange: () => deed({ do: 'choose', dialog: view.name, component: told.name, name: element.value }),
+      onchange: () => action({ do: 'choose', dialog: view.name, component: told.name, name: element.value }),
     });
     let choices = '';
     return {
@@ -112,11 +112,11 @@ const kinds = {
     let known = null;
     const about = (what) => ({ do: what, dialog: view.name, component: told.name, text: element.value });
     element.addEventListener('input', () => typing(element, () => about('type')));
-    element.addEventListener('change', () => deed({ ...about('type'), input: element }));
+    element.addEventListener('change', () => action({ ...about('type'), input: element }));
     element.addEventListener('keydown', (event) => {
       if (event.key !== 'Enter') return;
       event.preventDefault();
-      deed({ ...about('enter'), input: element });
+      action({ ...about('enter'), input: element });
     });
     return {
       element,
@@ -157,11 +157,11 @@ class DialogView {
     this.parts = new Map();
     this.title = make('h2', { id: 'title.' + name });
     this.icon = make('span', {});
-    this.close = make('button', { type: 'button', class: 'cross', text: '×', onclick: () => deed({ do: 'close', dialog: name }) });
+    this.close = make('button', { type: 'button', class: 'cross', text: '×', onclick: () => action({ do: 'close', dialog: name }) });
     this.body = make('div', { class: 'dialogBody' });
     const head = make('div', { class: 'dialogHead' }, this.icon, this.title, this.close);
     this.element = make('dialog', { class: 'tool', 'data-dialog': name, 'aria-labelledby': 'title.' + name }, head, this.body);
-    this.element.addEventListener('cancel', (event) => { event.preventDefault(); deed({ do: 'close', dialog: name }); });
+    this.element.addEventListener('cancel', (event) => { event.preventDefault(); action({ do: 'close', dialog: name }); });
   }
 
   // A modal one shuts off what lies below it.

@@ -1,5 +1,5 @@
 // The page of `kelvane ui`: follows the session and shows what it tells. docs/ui.md describes what is told.
-import { byId, deed, image, make, notice, read, setText } from './basics.js';
+import { byId, action, image, make, notice, read, setText } from './basics.js';
 import { closeDialogs, showDialogs, shownDialogs } from './parts.js';
 import { speak, word } from './words.js';
 
@@ -20,7 +20,7 @@ function showWords(language) {
 
 function showMenu(entries) {
   byId('menu').replaceChildren(...entries.map((one) => make('button', {
-    type: 'button', title: one.help, 'data-command': one.command, onclick: () => deed({ do: 'command', command: one.command }),
+    type: 'button', title: one.help, 'data-command': one.command, onclick: () => action({ do: 'command', command: one.command }),
   }, ...(one.icon ? [image(one.icon)] : []), make('span', { text: one.text }))));
 }
 
@@ -30,7 +30,7 @@ function showWindows(windows) {
   byId('saveModel').disabled = byId('closeWindow').disabled = !current;
   byId('windows').replaceChildren(...windows.map((one) => make('li', {}, make('button', {
     type: 'button', text: one.model || '–', 'aria-current': one.current ? 'true' : null,
-    onclick: () => deed({ do: 'window', window: one.number }),
+    onclick: () => action({ do: 'window', window: one.number }),
   }))));
 }
 
@@ -70,16 +70,16 @@ function showQuestion(question) {
   questionBox = make('dialog', { id: 'question', 'aria-labelledby': 'questionTitle' }, title);
   if (question.kind === 'message') {
     questionBox.append(make('p', { class: 'said', text: question.text }), make('p', { class: 'tools' },
-      ...question.buttons.map((text, i) => make('button', { type: 'button', text, onclick: () => deed({ do: 'answer', button: i }) }))));
+      ...question.buttons.map((text, i) => make('button', { type: 'button', text, onclick: () => action({ do: 'answer', button: i }) }))));
     questionBox.addEventListener('cancel', (event) => event.preventDefault());
   } else {
     const path = make('input', { type: 'text', value: question.path, 'aria-label': word('path'), autocomplete: 'off' });
-    const form = make('form', { onsubmit: (event) => { event.preventDefault(); deed({ do: 'path', path: path.value }); } },
+    const form = make('form', { onsubmit: (event) => { event.preventDefault(); action({ do: 'path', path: path.value }); } },
       make('p', { class: 'dim', text: [word('ofPath')[question.what], question.filter].filter(Boolean).join(', ') }), path,
       make('p', { class: 'tools' }, make('button', { type: 'submit', text: 'OK' }),
-        make('button', { type: 'button', text: word('cancel'), onclick: () => deed({ do: 'path', path: null }) })));
+        make('button', { type: 'button', text: word('cancel'), onclick: () => action({ do: 'path', path: null }) })));
     questionBox.append(form);
-    questionBox.addEventListener('cancel', (event) => { event.preventDefault(); deed({ do: 'path', path: null }); });
+    questionBox.addEventListener('cancel', (event) => { event.preventDefault(); action({ do: 'path', path: null }); });
   }
   document.body.append(questionBox);
   questionBox.showModal();
@@ -117,7 +117,7 @@ function show(told, whole) {
 async function openModels() {
   const all = (await read('/models')) ?? [], list = byId('modelsList'), filter = byId('modelsFilter');
   const draw = () => list.replaceChildren(...all.filter((name) => name.includes(filter.value.toUpperCase())).slice(0, 500).map((name) =>
-    make('li', {}, make('button', { type: 'button', text: name, onclick: () => { byId('models').close(); deed({ do: 'open', model: name }); } }))));
+    make('li', {}, make('button', { type: 'button', text: name, onclick: () => { byId('models').close(); action({ do: 'open', model: name }); } }))));
   filter.value = '';
   filter.oninput = draw;
   filter.onkeydown = (event) => {
@@ -147,9 +147,9 @@ function follow(since) {
 }
 
 byId('openModel').addEventListener('click', openModels);
-byId('saveModel').addEventListener('click', () => deed({ do: 'save' }));
-byId('closeWindow').addEventListener('click', () => deed({ do: 'closeWindow' }));
-byId('stop').addEventListener('click', () => deed({ do: 'stop' }));
+byId('saveModel').addEventListener('click', () => action({ do: 'save' }));
+byId('closeWindow').addEventListener('click', () => action({ do: 'closeWindow' }));
+byId('stop').addEventListener('click', () => action({ do: 'stop' }));
 const told = JSON.parse(byId('told').textContent);
 show(told.state, true);
 follow(told.number);

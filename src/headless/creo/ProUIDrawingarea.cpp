@@ -16,11 +16,11 @@ using State = headless::Session::State;
 namespace {
 
 // Changes how a label lies on its area.
-template <class Deed>
-ProError changePlace(std::string_view name, const std::string& device, const std::string& label, Deed deed) {
+template <class Apply>
+ProError changePlace(std::string_view name, const std::string& device, const std::string& label, Apply apply) {
   return change(name, device, label, Kind::label, [&](Component& c) {
     auto* place = std::get_if<std::unique_ptr<LabelPlace>>(&c.content);
-    if (place) deed(**place);
+    if (place) apply(**place);
     return place ? ProNoError : ProBadInputs;
   });
 }

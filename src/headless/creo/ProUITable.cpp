@@ -16,32 +16,32 @@ using headless::Kind;
 
 namespace {
 
-// Does `deed` to a table's dialog and the table.
-template <class Deed>
-ProError changeTable(std::string_view operation, const std::string& dialog, const std::string& table, Deed&& deed) {
+// Applies `apply` to a table's dialog and the table.
+template <class Apply>
+ProError changeTable(std::string_view operation, const std::string& dialog, const std::string& table, Apply&& apply) {
   return changeDialog(operation, dialog, [&](Dialog& owner) -> ProError {
     const auto found = owner.find(table, Kind::table);
-    return found ? deed(owner, found.value->table()) : found.error;
+    return found ? apply(owner, found.value->table()) : found.error;
   });
 }
 
-// Does `deed` to a cell; ProNotFound where row or column isn't there.
-template <class Deed>
+// Applies `apply` to a cell; ProNotFound where row or column isn't there.
+template <class Apply>
 ProError changeCell(std::string_view operation, const std::string& dialog, const std::string& table,
-                    const std::string& row, const std::string& column, Deed&& deed) {
+                    const std::string& row, const std::string& column, Apply&& apply) {
   return changeTable(operation, dialog, table, [&](Dialog& owner, headless::Table& found) {
     Cell* cell = found.cell(row, column);
-    return cell ? deed(owner, *cell) : ProNotFound;
+    return cell ? apply(owner, *cell) : ProNotFound;
   });
 }
 
-// Does `deed` to a column; ProNotFound where it isn't there.
-template <class Deed>
+// Applies `apply` to a column; ProNotFound where it isn't there.
+template <class Apply>
 ProError changeColumn(std::string_view operation, const std::string& dialog, const std::string& table,
-                      const std::string& column, Deed&& deed) {
+                      const std::string& column, Apply&& apply) {
   return change(operation, dialog, table, Kind::table, [&](Component& c) {
     headless::Column* found = c.table().column(column);
-    if (found) deed(*found);
+    if (found) apply(*found);
     return found ? ProNoError : ProNotFound;
   });
 }

@@ -13,13 +13,13 @@ using headless::Tree;
 
 namespace {
 
-// Does `deed` to a node; ProNotFound where it isn't there.
-template <class Deed>
+// Applies `apply` to a node; ProNotFound where it isn't there.
+template <class Apply>
 ProError changeNode(std::string_view operation, const std::string& dialog, const std::string& tree,
-                    const std::string& node, Deed&& deed) {
+                    const std::string& node, Apply&& apply) {
   return change(operation, dialog, tree, Kind::tree, [&](Component& c) {
     Tree::Node* found = c.tree().find(node);
-    if (found) deed(*found);
+    if (found) apply(*found);
     return found ? ProNoError : ProNotFound;
   });
 }

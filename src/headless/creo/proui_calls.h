@@ -12,33 +12,33 @@
 
 namespace headless {
 
-// Does `deed` to a dialog; gives its result, where it has one. name: a literal.
-template <class Deed>
-creo::ProError changeDialog(std::string_view name, const std::string& dialog, Deed&& deed) {
+// Applies `apply` to a dialog; gives its result, where it has one. name: a literal.
+template <class Apply>
+creo::ProError changeDialog(std::string_view name, const std::string& dialog, Apply&& apply) {
   return operation(name, [&](Session::State& state) -> creo::ProError {
     const auto found = state.ui.state().find(dialog);
     if (!found) return found.error;
-    if constexpr (std::is_void_v<std::invoke_result_t<Deed, Dialog&>>) {
-      deed(*found.value);
+    if constexpr (std::is_void_v<std::invoke_result_t<Apply, Dialog&>>) {
+      apply(*found.value);
       return creo::ProNoError;
     } else {
-      return deed(*found.value);
+      return apply(*found.value);
     }
   });
 }
 
-// Does `deed` to the component of that kind; gives its result, where it has one.
-template <class Deed>
+// Applies `apply` to the component of that kind; gives its result, where it has one.
+template <class Apply>
 creo::ProError change(std::string_view name, const std::string& dialog, const std::string& component, Kind kind,
-                      Deed&& deed) {
+                      Apply&& apply) {
   return changeDialog(name, dialog, [&](Dialog& owner) -> creo::ProError {
     const auto found = owner.find(component, kind);
     if (!found) return found.error;
-    if constexpr (std::is_void_v<std::invoke_result_t<Deed, Component&>>) {
-      deed(*found.value);
+    if constexpr (std::is_void_v<std::invoke_result_t<Apply, Component&>>) {
+      apply(*found.value);
       return creo::ProNoError;
     } else {
-      return deed(*found.value);
+      return apply(*found.value);
     }
   });
 }

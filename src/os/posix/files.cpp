@@ -102,7 +102,7 @@ class TemporaryFile {
     return {};
   }
 
-  // Fails where the target is there, without a moment between the look and the deed.
+  // Fails where the target is there, without a moment between the look and the step.
   std::error_code becomeNew(const std::string& target) {
     if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
       path_.clear();

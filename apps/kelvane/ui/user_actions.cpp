@@ -1,4 +1,4 @@
-#include "kelvane/ui/deeds.h"
+#include "kelvane/ui/user_actions.h"
 
 #include <algorithm>
 #include <iterator>
@@ -16,55 +16,55 @@ using creo::ProError;
 using headless::Session;
 using nlohmann::json;
 
-std::string dialog(const json& deed) { return textOf(deed, "dialog"); }
-std::string component(const json& deed) { return textOf(deed, "component"); }
-std::wstring wide(const json& deed, const char* member) { return text::fromUtf8(textOf(deed, member)); }
+std::string dialog(const json& action) { return textOf(action, "dialog"); }
+std::string component(const json& action) { return textOf(action, "component"); }
+std::wstring wide(const json& action, const char* member) { return text::fromUtf8(textOf(action, member)); }
 
-ProError press(Session& session, const json& deed) { return session.ui().press(dialog(deed), component(deed)); }
+ProError press(Session& session, const json& action) { return session.ui().press(dialog(action), component(action)); }
 
-ProError check(Session& session, const json& deed) {
-  return session.ui().setCheck(dialog(deed), component(deed), deed.at("on").get<bool>());
+ProError check(Session& session, const json& action) {
+  return session.ui().setCheck(dialog(action), component(action), action.at("on").get<bool>());
 }
 
-ProError choose(Session& session, const json& deed) {
-  return session.ui().choose(dialog(deed), component(deed), textOf(deed, "name"));
+ProError choose(Session& session, const json& action) {
+  return session.ui().choose(dialog(action), component(action), textOf(action, "name"));
 }
 
-ProError type(Session& session, const json& deed) {
-  return session.ui().type(dialog(deed), component(deed), wide(deed, "text"));
+ProError type(Session& session, const json& action) {
+  return session.ui().type(dialog(action), component(action), wide(action, "text"));
 }
 
-ProError enter(Session& session, const json& deed) {
-  const ProError typed = type(session, deed);
-  return typed ? typed : session.ui().pressEnter(dialog(deed), component(deed));
+ProError enter(Session& session, const json& action) {
+  const ProError typed = type(session, action);
+  return typed ? typed : session.ui().pressEnter(dialog(action), component(action));
 }
 
-ProError close(Session& session, const json& deed) { return session.ui().close(dialog(deed)); }
+ProError close(Session& session, const json& action) { return session.ui().close(dialog(action)); }
 
-ProError markRows(Session& session, const json& deed) {
-  return session.ui().selectRows(dialog(deed), component(deed), deed.at("rows").get<std::vector<std::string>>());
+ProError markRows(Session& session, const json& action) {
+  return session.ui().selectRows(dialog(action), component(action), action.at("rows").get<std::vector<std::string>>());
 }
 
 template <creo::ProUITreeEvent Event>
-ProError onNode(Session& session, const json& deed) {
-  return session.ui().onNode(dialog(deed), component(deed), textOf(deed, "node"), Event);
+ProError onNode(Session& session, const json& action) {
+  return session.ui().onNode(dialog(action), component(action), textOf(action, "node"), Event);
 }
 
-ProError runCommand(Session& session, const json& deed) { return session.runCommand(textOf(deed, "command")); }
+ProError runCommand(Session& session, const json& action) { return session.runCommand(textOf(action, "command")); }
 
-ProError open(Session& session, const json& deed) {
-  const ModelFileName model = modelFileName(textOf(deed, "model"));
+ProError open(Session& session, const json& action) {
+  const ModelFileName model = modelFileName(textOf(action, "model"));
   return session.open(model.name, model.type).error;
 }
 
-ProError activate(Session& /*session*/, const json& deed) {
-  return creo::ProWindowActivate(deed.at("window").get<int>());
+ProError activate(Session& /*session*/, const json& action) {
+  return creo::ProWindowActivate(action.at("window").get<int>());
 }
 
-ProError save(Session& session, const json& /*deed*/) { return session.save(); }
-ProError closeWindow(Session& session, const json& /*deed*/) { return session.close(); }
+ProError save(Session& session, const json& /*action*/) { return session.save(); }
+ProError closeWindow(Session& session, const json& /*action*/) { return session.close(); }
 
-// The members that a deed needs beside "do", by their types.
+// The members that a action needs beside "do", by their types.
 constexpr unsigned kDialog = 1, kComponent = 2, kName = 4, kText = 8, kOn = 16, kRows = 32, kNode = 64, kCommand = 128,
                    kModel = 256, kWindow = 512, kButton = 1024, kPath = 2048;
 struct Member {
@@ -117,8 +117,8 @@ constexpr Row kRowsOfDeeds[] = {
     {"path", kPath, nullptr},
 };
 
-const Row* rowOf(const json& deed) {
-  const std::string name = textOf(deed, "do");
+const Row* rowOf(const json& action) {
+  const std::string name = textOf(action, "do");
   const auto* row =
       std::find_if(std::begin(kRowsOfDeeds), std::end(kRowsOfDeeds), [&](const Row& one) { return name == one.name; });
   return row == std::end(kRowsOfDeeds) ? nullptr : row;
@@ -137,23 +137,23 @@ std::string reason(ProError error) {
 
 }  // namespace
 
-std::string faultOf(const json& deed) {
-  if (!deed.is_object() || !deed.contains("do") || !deed["do"].is_string()) return "it says nothing to do";
-  const Row* row = rowOf(deed);
-  if (!row) return "nobody can do '" + textOf(deed, "do") + "'";
+std::string faultOf(const json& action) {
+  if (!action.is_object() || !action.contains("do") || !action["do"].is_string()) return "it says nothing to do";
+  const Row* row = rowOf(action);
+  if (!row) return "nobody can do '" + textOf(action, "do") + "'";
   for (const Member& member : kMembers) {
     if (!(row->members & member.bit)) continue;
-    const auto found = deed.find(member.name);
-    if (found == deed.end() || !member.fits(*found)) return std::string("'") + member.name + "' is missing or wrong";
+    const auto found = action.find(member.name);
+    if (found == action.end() || !member.fits(*found)) return std::string("'") + member.name + "' is missing or wrong";
   }
   return {};
 }
 
-std::string carryOut(Session& session, const json& deed) {
-  const Row* row = rowOf(deed);
+std::string carryOut(Session& session, const json& action) {
+  const Row* row = rowOf(action);
   if (!row || !row->carryOut) return "nobody asks for that";
   try {
-    const ProError error = row->carryOut(session, deed);
+    const ProError error = row->carryOut(session, action);
     return error == creo::ProNoError ? std::string() : reason(error);
   } catch (const std::exception& fault) {
     return fault.what();

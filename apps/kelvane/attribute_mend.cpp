@@ -8,7 +8,7 @@
 namespace kelvane {
 namespace {
 
-constexpr std::size_t kMostSlips = 2;
+constexpr std::size_t kMostSlips = 2, kLettersOfSlip = 4;
 
 bool isLetters(std::string_view text) {
   return std::all_of(text.begin(), text.end(),
@@ -19,7 +19,7 @@ bool isLetters(std::string_view text) {
 
 Mend wordMend(std::string_view value, std::span<const std::string> words) {
   if (!isLetters(value)) return {};
-  const std::string meant = nearestAlone(value, words, std::min(kMostSlips, value.size() / 3));
+  const std::string meant = nearestAlone(value, words, std::min(kMostSlips, value.size() / kLettersOfSlip));
   return meant.empty() || !isLetters(meant) ? Mend() : Mend{Mend::Of::value, meant};
 }
 

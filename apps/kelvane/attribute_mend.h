@@ -13,8 +13,8 @@ struct Mend {
   Of of = Of::nothing;
   std::string with;  // the new name or value; ASCII
 };
-// The word that a value was meant to be: letters alone, a slip of one or two in at least three times as many or in
-// upper and lower case alone, and no other word is as near. A number isn't the slip of another one.
+// The word that a value was meant to be: letters alone, one slip in four of them or more, two in eight, or
+// upper and lower case alone, and no other word is as near. A number isn't the slip of another one, nor "stp" of "stl".
 Mend wordMend(std::string_view value, std::span<const std::string> words);
 // "true" for "True".
 Mend flagMend(std::string_view value);

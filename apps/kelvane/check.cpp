@@ -44,12 +44,12 @@ class Check : public Verb {
   }
   int run(Console& console) override {
     refuseWhatCantBe();
+    const Chosen chosen(ignored_, baseline_);
     const std::unique_ptr<PackageSource> opened = openPackage(package_);
     // What packing adds to a folder is no fault of it.
     const MarkedPackage packed(*opened);
     const PackageSource& package = isFolder() ? static_cast<const PackageSource&>(packed) : *opened;
     std::vector<Finding> findings = found(package);
-    const Chosen chosen(ignored_, baseline_);
     if (fix_) findings = mendPackage({package_, !dryRun_, chosen}, package, std::move(findings), console);
     std::erase_if(findings, [&chosen](const Finding& one) { return !chosen(one); });
     show(findings, console);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 
 #include "actions/environment/number_format.h"
@@ -10,7 +11,6 @@
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
 #include "text/format.h"
-#include "text/letters.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
 
@@ -51,12 +51,13 @@ class Look {
         addUnknown(given.name);
     });
     addMissing();
+    dropEqualNames(faults_);
     return std::move(faults_);
   }
 
  private:
-  void add(std::string_view rule, std::wstring_view attribute, std::string text) {
-    faults_.push_back({rule, text::toUtf8(attribute), std::move(text)});
+  void add(std::string_view rule, std::wstring_view attribute, std::string text, Mend mend = {}) {
+    faults_.push_back({rule, text::toUtf8(attribute), std::move(text), std::move(mend)});
   }
   [[nodiscard]] bool has(std::wstring_view name) const { return core::attrFind(task_.attributes, name) != nullptr; }
   [[nodiscard]] std::wstring_view valueOf(std::wstring_view name) const {
@@ -66,13 +67,39 @@ class Look {
 
   void addUnknown(std::wstring_view name) {
     std::vector<std::string> known;
-    const std::wstring_view number = numberAtEnd(name);
+    const std::wstring_view atEnd = numberAtEnd(name);
+    const std::wstring_view number = atEnd.empty() ? L"0" : atEnd;
     for (const auto& list : {action_.attributes, engine::commonAttributes()})
-      for (const Attribute& attribute : list)
-        known.push_back(text::toUtf8(numbered(attribute, number.empty() ? L"0" : number)));
+      for (const Attribute& attribute : list) known.push_back(text::toUtf8(numbered(attribute, number)));
     add("attribute-unknown", name,
         "action '" + text::toUtf8(action_.key) + "' has no attribute " + inQuotes(name) +
-            didYouMean(text::toUtf8(name), known));
+            didYouMean(text::toUtf8(name), known),
+        nameMend(text::toUtf8(name), known, lacked(number)));
+  }
+
+  // The names, with that number, any of which would give the one thing that the action lacks; none where it lacks
+  // nothing, or more than one.
+  [[nodiscard]] std::vector<std::string> lacked(std::wstring_view number) const {
+    std::vector<std::string> names, choices;
+    bool hasChoice = false;
+    std::size_t count = 0;
+    for (const auto& list : {action_.attributes, engine::commonAttributes()}) {
+      for (const Attribute& attribute : list) {
+        const bool isMissing = !isThere(attribute) && !(attribute.name == L"version" && action_.version.empty());
+        if (attribute.need == Need::needed && isMissing) {
+          names.push_back(text::toUtf8(numbered(attribute, number)));
+          ++count;
+        }
+        if (attribute.need != Need::oneOf) continue;
+        hasChoice = hasChoice || !isMissing;
+        choices.push_back(text::toUtf8(numbered(attribute, number)));
+      }
+    }
+    if (!hasChoice && !choices.empty()) {
+      names.insert(names.end(), choices.begin(), choices.end());
+      ++count;
+    }
+    return count == 1 ? names : std::vector<std::string>();
   }
 
   void readKnown(const core::XmlAttr& given, const Attribute& attribute) {
@@ -130,14 +157,13 @@ class Look {
     std::vector<std::string> known;
     for (const std::wstring& word : words) known.push_back(text::toUtf8(word));
     add("word-unknown", given.name,
-        said(given, "none of " + listed(attribute.words)) + didYouMean(text::toUtf8(given.value), known));
+        said(given, "none of " + listed(attribute.words)) + didYouMean(text::toUtf8(given.value), known),
+        wordMend(text::toUtf8(given.value), known));
   }
   void readFlag(const core::XmlAttr& given) {
     if (given.value == L"true" || given.value == L"false") return;
-    const std::string small = text::lower(text::toUtf8(given.value));
-    if (small == "true" || small == "false")
-      add("switch-letters", given.name,
-          inQuotes(given.name) + ": " + inQuotes(given.value) + " isn't '" + small + "': only small letters count");
+    if (auto fault = lettersFault(given.name, given.value))
+      faults_.push_back(std::move(*fault));
     else
       add("word-unknown", given.name, said(given, "neither 'true' nor 'false'"));
   }
@@ -200,6 +226,21 @@ class Look {
 
 std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action) {
   return Look(task, action).run();
+}
+
+std::optional<AttributeFault> lettersFault(std::wstring_view name, std::wstring_view value) {
+  Mend mend = flagMend(text::toUtf8(value));
+  if (mend.of == Mend::Of::nothing) return std::nullopt;
+  std::string text = inQuotes(name) + ": " + inQuotes(value) + " isn't '" + mend.with + "': only small letters count";
+  return AttributeFault{"switch-letters", text::toUtf8(name), std::move(text), std::move(mend)};
+}
+
+void dropEqualNames(std::vector<AttributeFault>& faults) {
+  std::map<std::string, int> times;
+  for (const AttributeFault& fault : faults)
+    if (fault.mend.of == Mend::Of::name) ++times[fault.mend.with];
+  for (AttributeFault& fault : faults)
+    if (fault.mend.of == Mend::Of::name && times[fault.mend.with] > 1) fault.mend = {};
 }
 
 }  // namespace kelvane

@@ -1,12 +1,14 @@
 // An action's attributes held against its row.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/xml.h"
 #include "engine/action.h"
+#include "kelvane/attribute_mend.h"
 
 namespace kelvane {
 
@@ -14,7 +16,13 @@ struct AttributeFault {
   std::string_view rule;
   std::string attribute;  // its name in the list, or the one that is missing
   std::string text;
+  Mend mend = {};  // of what it is sure
 };
+// A switch in other letters than "true" and "false", which count as they stand here. Nothing for any other value.
+std::optional<AttributeFault> lettersFault(std::wstring_view name, std::wstring_view value);
+// Of two attributes that would get one name neither is sure.
+void dropEqualNames(std::vector<AttributeFault>& faults);
+
 // Unknown and missing attributes, words and numbers that aren't any, broken patterns, counts below their lists. What is
 // put together when the action runs can't be told and is passed over.
 std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action);

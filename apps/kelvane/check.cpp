@@ -1,12 +1,14 @@
-// kelvane check: what of a package would not run, and what outside it it uses.
+// kelvane check: what of a package would not run, and what outside it it uses; --fix mends what is sure.
 #include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "kelvane/baseline.h"
 #include "kelvane/config_check.h"
 #include "kelvane/fault.h"
 #include "kelvane/package_check.h"
+#include "kelvane/package_mend.h"
 #include "kelvane/places.h"
 #include "kelvane/verb.h"
 #include "os/text_files.h"
@@ -36,43 +38,67 @@ class Check : public Verb {
             {"--config", "DIR", "a folder with kvd_main.cfg, which is checked too", &config_},
             {"--ignore", "RULE", "findings of this rule aren't told; may be given several times", &ignored_},
             {"--baseline", "FILE", "the JSON of an earlier check: what it holds isn't told again", &baseline_},
+            {"--fix", "", "mends the files of a folder where it is sure, and shows the changed lines", &fix_},
+            {"-n,--dry-run", "", "with --fix: shows them and writes nothing", &dryRun_},
             {"--json", "", "as JSON", &json_}};
   }
   int run(Console& console) override {
-    const std::vector<Finding> findings = told();
-    if (json_)
-      console.resultJson(asJson(findings).dump(2));
-    else
-      for (const Finding& finding : findings) console.result(shown(finding));
-    if (findings.empty()) console.note("nothing found");
+    refuseWhatCantBe();
+    const Chosen chosen(ignored_, baseline_);
+    const std::unique_ptr<PackageSource> opened = openPackage(package_);
+    // What packing adds to a folder is no fault of it.
+    const MarkedPackage packed(*opened);
+    const PackageSource& package = isFolder() ? static_cast<const PackageSource&>(packed) : *opened;
+    std::vector<Finding> findings = found(package);
+    if (fix_) findings = mendPackage({package_, !dryRun_, chosen}, package, std::move(findings), console);
+    std::erase_if(findings, [&chosen](const Finding& one) { return !chosen(one); });
+    show(findings, console);
     const bool failed = std::any_of(findings.begin(), findings.end(),
                                     [](const Finding& one) { return severityOf(one) == Severity::error; });
     return failed ? kErrors : kFine;
   }
 
  private:
-  [[nodiscard]] std::vector<Finding> found() const {
-    const std::unique_ptr<PackageSource> package = openPackage(package_);
+  // Those that nobody knows yet, and nobody left out.
+  class Chosen {
+   public:
+    Chosen(const std::vector<std::string>& ignored, const std::optional<std::string>& baseline)
+        : ignored_(ignored.begin(), ignored.end()) {
+      for (const std::string& name : ignored)
+        if (!findRule(name)) throw Fault("--ignore: there is no rule '" + name + "'; 'kelvane explain' lists them");
+      if (baseline) known_.emplace(*baseline);
+    }
+    bool operator()(const Finding& one) const {
+      return !ignored_.contains(std::string(one.rule)) && !(known_ && known_->holds(one));
+    }
+
+   private:
+    std::set<std::string> ignored_;
+    std::optional<Baseline> known_;
+  };
+
+  [[nodiscard]] bool isFolder() const { return std::filesystem::is_directory(package_); }
+  void refuseWhatCantBe() const {
+    if (dryRun_ && !fix_) throw Fault("--dry-run goes with --fix; without it check writes nothing anyway");
+    if (fix_ && json_) throw Fault("--fix shows changed lines and --json findings; give one of them");
+    if (fix_ && !isFolder() && std::filesystem::exists(package_))
+      throw Fault("--fix mends the folder of a package, and " + package_ + " is a file; unpack it first");
+  }
+  [[nodiscard]] std::vector<Finding> found(const PackageSource& package) const {
     std::vector<Finding> findings = config_.empty() ? std::vector<Finding>() : checkConfig(config_);
-    // What packing adds to a folder is no fault of it.
-    const MarkedPackage packed(*package);
-    const PackageSource& checked =
-        std::filesystem::is_directory(package_) ? static_cast<const PackageSource&>(packed) : *package;
-    for (Finding& finding : checkPackage(checked)) findings.push_back(std::move(finding));
+    for (Finding& finding : checkPackage(package)) findings.push_back(std::move(finding));
     return findings;
   }
-  // Those that nobody knows yet, and nobody left out.
-  [[nodiscard]] std::vector<Finding> told() const {
-    for (const std::string& name : ignored_)
-      if (!findRule(name)) throw Fault("--ignore: there is no rule '" + name + "'; 'kelvane explain' lists them");
-    std::vector<Finding> findings = found();
-    std::erase_if(findings, [this](const Finding& one) {
-      return std::find(ignored_.begin(), ignored_.end(), one.rule) != ignored_.end();
-    });
-    if (!baseline_) return findings;
-    const Baseline known(*baseline_);
-    std::erase_if(findings, [&known](const Finding& one) { return known.holds(one); });
-    return findings;
+  // With --fix the results are changed lines; what is left to a person stands beside them.
+  void show(const std::vector<Finding>& findings, Console& console) const {
+    if (json_) console.resultJson(asJson(findings).dump(2));
+    for (const Finding& finding : findings) {
+      if (fix_)
+        console.trouble(shown(finding));
+      else if (!json_)
+        console.result(shown(finding));
+    }
+    if (findings.empty()) console.note(fix_ ? "nothing is left" : "nothing found");
   }
 
   static nlohmann::ordered_json asJson(const std::vector<Finding>& findings) {
@@ -96,7 +122,7 @@ class Check : public Verb {
   std::string package_, config_;
   std::vector<std::string> ignored_;
   std::optional<std::string> baseline_;
-  bool json_ = false;
+  bool fix_ = false, dryRun_ = false, json_ = false;
 };
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include "kelvane/text_check.h"
 #include "kelvane/vocabulary_words.h"
 #include "text/encoding.h"
-#include "text/letters.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
 
@@ -47,10 +46,13 @@ class Item {
     for (const wchar_t* name : {L"filtertype", L"opand"}) readSwitch(name);
   }
   [[nodiscard]] bool hasType() const { return has(L"type"); }
-  void add(std::string_view rule, std::string attribute, std::string text) {
-    faults_.push_back({rule, std::move(attribute), std::move(text)});
+  void add(std::string_view rule, std::string attribute, std::string text, Mend mend = {}) {
+    faults_.push_back({rule, std::move(attribute), std::move(text), std::move(mend)});
   }
-  std::vector<AttributeFault> take() { return std::move(faults_); }
+  std::vector<AttributeFault> take() {
+    dropEqualNames(faults_);
+    return std::move(faults_);
+  }
 
  private:
   [[nodiscard]] bool has(std::wstring_view name) const { return core::attrFind(item_.attributes, name) != nullptr; }
@@ -58,15 +60,16 @@ class Item {
     const core::XmlAttr* found = core::attrFind(item_.attributes, name);
     return found ? text::toUtf8(found->value) : std::string();
   }
-  void tell(const std::string& name, const std::string& fault) {
-    add(kRule, name, "filter '" + type_ + "', '" + name + "': " + fault + ": '" + valueOf(text::fromUtf8(name)) + "'");
+  void tell(const std::string& name, const std::string& fault, Mend mend) {
+    add(kRule, name, "filter '" + type_ + "', '" + name + "': " + fault + ": '" + valueOf(text::fromUtf8(name)) + "'",
+        std::move(mend));
   }
 
   void readSwitch(std::wstring_view name) {
-    const std::string value = valueOf(name), small = text::lower(value), shown = text::toUtf8(name);
+    const std::string value = valueOf(name), shown = text::toUtf8(name);
     if (value.empty() || value == "true" || value == "false") return;
-    if (small == "true" || small == "false")
-      add("switch-letters", shown, "'" + shown + "': '" + value + "' isn't '" + small + "': only small letters count");
+    if (auto fault = lettersFault(name, text::fromUtf8(value)))
+      faults_.push_back(std::move(*fault));
     else
       add("word-unknown", shown, "'" + shown + "': neither 'true' nor 'false': '" + value + "'");
   }
@@ -85,7 +88,11 @@ class Item {
     std::string fault = isPattern ? patternFault(found->value) : std::string();
     // An optional value may be empty: it asks nothing then.
     if (row.kind != Kind::pattern && (isNeeded || !found->value.empty())) fault = valueFault(found->value, row);
-    if (!fault.empty()) tell(name, fault);
+    if (!fault.empty()) tell(name, fault, mendOf(text::toUtf8(found->value), row));
+  }
+  static Mend mendOf(const std::string& value, const Attribute& row) {
+    if (row.kind == Kind::flag) return flagMend(value);
+    return row.kind == Kind::word ? wordMend(value, wordsOf(row)) : Mend();
   }
   static std::string valueFault(std::wstring_view value, const Attribute& row) {
     const bool isCode =
@@ -126,15 +133,18 @@ class Item {
   }
 
   void addUnknown(const documents::Predicate& predicate) {
-    std::vector<std::string> known;
+    std::vector<std::string> known, lacked;
+    for (const Attribute& row : predicate.attributes)
+      if (row.need == core::Need::needed && !has(row.name)) lacked.push_back(text::toUtf8(row.name));
+    if (lacked.size() > 1) lacked.clear();
     for (const auto& list :
          {predicate.attributes, engine::commonAttributes(), std::span<const Attribute>(kItemAttributes)})
       for (const Attribute& row : list) known.push_back(text::toUtf8(row.name));
     eachAttribute(item_, [&](const core::XmlAttr& given) {
       const std::string name = text::toUtf8(given.name);
       if (std::find(known.begin(), known.end(), name) != known.end()) return;
-      add("attribute-unknown", name,
-          "filter '" + type_ + "' has no attribute '" + name + "'" + didYouMean(name, known));
+      add("attribute-unknown", name, "filter '" + type_ + "' has no attribute '" + name + "'" + didYouMean(name, known),
+          nameMend(name, known, lacked));
     });
   }
 

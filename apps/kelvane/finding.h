@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "kelvane/edit.h"
+
 namespace kelvane {
 
 enum class Severity {
@@ -38,6 +40,8 @@ struct Finding {
   // What the package uses of its surroundings, or what else is no fault: "program", "address", "path", "units",
   // "letters", "options"; empty for a fault.
   std::string use;
+  int element = -1;  // of the file's elements, the one that it stands in; -1: none, or it can't be told
+  Edits mend = {};   // of the file's bytes, what surely mends it; none: a person must
 };
 Severity severityOf(const Finding& finding);
 // "actionlists/clean.xml:12: B3: unknown action 'delModelParameter'; did you mean 'deleteModelParameter'?"

@@ -1,6 +1,7 @@
 #include "kelvane/nearest.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "text/letters.h"
@@ -49,6 +50,17 @@ std::string nearest(std::string_view wrong, std::span<const std::string> known) 
     }
   }
   return best;
+}
+
+std::string nearestAlone(std::string_view wrong, std::span<const std::string> known, std::size_t most) {
+  std::string best = nearest(wrong, known);
+  if (best.empty()) return best;
+  const std::string lower = text::lower(wrong);
+  const auto distance = [&lower](const std::string& word) { return edits(lower, text::lower(word)); };
+  const std::size_t least = distance(best);
+  const bool isAlone = std::none_of(known.begin(), known.end(),
+                                    [&](const std::string& word) { return word != best && distance(word) <= least; });
+  return isAlone && least <= most ? best : std::string();
 }
 
 std::string didYouMean(std::string_view wrong, std::span<const std::string> known) {

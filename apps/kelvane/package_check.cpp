@@ -62,11 +62,20 @@ std::string instead(const engine::Action& action) {
 // One document of the package.
 class Document {
  public:
-  Document(std::string member, const PackageSource& package, std::vector<Finding>& findings)
-      : member_(std::move(member)), package_(package), findings_(findings) {
-    const std::string bytes = package.read(member_);
-    loaded_ = core::xmlParse(bytes);
-    for (XmlFault& fault : xmlFaults(bytes)) add(fault.line, fault.rule, std::move(fault.text));
+  Document(std::string member, std::string bytes, const PackageSource& package, std::vector<Finding>& findings)
+      : member_(std::move(member)),
+        bytes_(std::move(bytes)),
+        package_(package),
+        findings_(findings),
+        scan_(scanXml(bytes_)),
+        loaded_(core::xmlParse(bytes_)) {
+    for (XmlFault& fault : scan_.faults) {
+      add(fault.line, fault.rule, std::move(fault.text));
+      findings_.back().element = fault.element;
+      findings_.back().mend = std::move(fault.mend);
+      // Behind one of these the reader's elements are others than those that their author sees.
+      if (fault.rule == "comment" || fault.rule == "quote-missing") scan_.elements.clear();
+    }
     if (!loaded_) add(0, "document-unreadable", "it can't be read: " + text::toUtf8(loaded_.fault));
     if (loaded_ && core::xmlChildCount(loaded_.document->root()) == 0) add(0, "document-empty", "it holds no element");
   }
@@ -99,9 +108,39 @@ class Document {
   }
   void add(const XmlNode& at, std::string_view rule, std::string text, std::string attribute = {}) {
     add(loaded_.document->lineOf(at), rule, std::move(text), std::move(attribute));
+    findings_.back().element = elementOf(at);
+  }
+  void add(const XmlNode& at, AttributeFault fault) {
+    add(at, fault.rule, std::move(fault.text), std::move(fault.attribute));
+    Finding& finding = findings_.back();
+    finding.mend = editsOf(at, finding.element, finding.attribute, fault.mend);
   }
   void add(const XmlNode& at, std::vector<AttributeFault> faults) {
-    for (AttributeFault& fault : faults) add(at, fault.rule, std::move(fault.text), std::move(fault.attribute));
+    for (AttributeFault& fault : faults) add(at, std::move(fault));
+  }
+
+  // Its place among the elements; -1: it can't be told.
+  [[nodiscard]] int elementOf(const XmlNode& node) const {
+    std::ptrdiff_t before = 0;  // in its line
+    for (const XmlNode* one = node.prev; one && one->isElement != 0 && one->line == node.line; one = one->prev)
+      ++before;
+    const auto& all = scan_.elements;
+    const auto first = std::lower_bound(all.begin(), all.end(), node.line,
+                                        [](const XmlElementPlace& one, std::size_t line) { return one.line < line; });
+    if (all.end() - first <= before) return -1;
+    const XmlElementPlace& found = first[before];
+    const bool isSame = found.line == node.line && found.name.of(bytes_) == text::toUtf8(node.name);
+    return isSame ? static_cast<int>(first - all.begin() + before) : -1;
+  }
+  [[nodiscard]] Edits editsOf(const XmlNode& node, int element, const std::string& name, const Mend& mend) const {
+    if (mend.of == Mend::Of::nothing || element < 0) return {};
+    for (const XmlAttributePlace& place : scan_.elements[static_cast<std::size_t>(element)].attributes) {
+      if (place.name.of(bytes_) != name) continue;
+      if (mend.of == Mend::Of::name) return {{place.name, mend.with}};
+      const bool isSame = place.value.of(bytes_) == attribute(node, text::fromUtf8(name));
+      return isSame ? Edits{{place.value, mend.with}} : Edits();
+    }
+    return {};
   }
   void addUses(const XmlNode& at, std::vector<PackageUse> uses) {
     for (PackageUse& use : uses) {
@@ -283,11 +322,13 @@ class Document {
 
   // A switch is compared with "true" and "false" as they stand here: "True" switches a filter off, "False" a type on.
   void checkSmallLetters(const XmlNode& at, std::wstring_view name) {
-    const std::string value = attribute(at, name), small = text::lower(value);
-    if (value != small && (small == "true" || small == "false")) {
-      add(at, "switch-letters",
-          "'" + text::toUtf8(name) + "': '" + value + "' isn't '" + small + "': only small letters count");
-    }
+    std::optional<AttributeFault> fault = lettersFault(name, text::fromUtf8(attribute(at, name)));
+    if (!fault) return;
+    // An action's row has told it already.
+    const bool isTold = std::any_of(findings_.rbegin(), findings_.rend(), [&](const Finding& one) {
+      return one.file == member_ && one.place == place_ && one.line == at.line && one.text == fault->text;
+    });
+    if (!isTold) add(at, std::move(*fault));
   }
 
   // What an action, or what is written like one, asks of a model: its type, then the filter where that is switched on.
@@ -320,11 +361,12 @@ class Document {
     });
   }
 
-  std::string member_;
+  std::string member_, bytes_;
   const PackageSource& package_;
   std::string section_, place_;
   int action_ = -1;
   std::vector<Finding>& findings_;
+  XmlScan scan_;
   core::XmlLoaded loaded_;
   ListNames names_;
 };
@@ -355,21 +397,39 @@ std::set<std::string> checkMembers(const PackageSource& package, std::vector<Fin
   return unreadable;
 }
 
+constexpr std::string_view kLists = "actionlists/", kFilters = "filters/";
+
 }  // namespace
+
+std::vector<std::string> documentsOf(const PackageSource& package) {
+  std::vector<std::string> members;
+  for (const std::string& list : actionLists(package)) members.push_back(std::string(kLists) + list);
+  for (const std::string& filter : filters(package)) members.push_back(std::string(kFilters) + filter);
+  return members;
+}
+
+std::vector<Finding> checkDocument(const PackageSource& package, const std::string& member, std::string bytes) {
+  std::vector<Finding> findings;
+  Document document(member, std::move(bytes), package, findings);
+  if (member.starts_with(kLists))
+    document.checkList();
+  else
+    document.checkFilterFile();
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
+  return findings;
+}
 
 std::vector<Finding> checkPackage(const PackageSource& package) {
   std::vector<Finding> findings;
   const std::set<std::string> unreadable = checkMembers(package, findings);
-  for (const std::string& list : actionLists(package)) {
-    const std::string member = "actionlists/" + list;
-    if (!unreadable.contains(member)) Document(member, package, findings).checkList();
-  }
-  for (const std::string& filter : filters(package)) {
-    const std::string member = "filters/" + filter;
-    if (!unreadable.contains(member)) Document(member, package, findings).checkFilterFile();
+  for (const std::string& member : documentsOf(package)) {
+    if (unreadable.contains(member)) continue;
+    for (Finding& finding : checkDocument(package, member, package.read(member)))
+      findings.push_back(std::move(finding));
   }
   std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
-    return std::pair(std::string_view(a.file), a.line) < std::pair(std::string_view(b.file), b.line);
+    return std::string_view(a.file) < std::string_view(b.file);
   });
   return findings;
 }

@@ -11,15 +11,21 @@ namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 bool endsName(char c) { return isBlank(c) || c == '>' || c == '/' || c == '='; }
+// What stands behind a value's closing quote.
+bool endsTagPart(char c) { return isBlank(c) || c == '/' || c == '>'; }
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
 std::string inQuotes(std::string_view text) { return "'" + std::string(text) + "'"; }
 
 // Goes through a text tag by tag, as a reader of XML would, and notes where the plug-in's reads it otherwise.
 class Scan {
  public:
-  explicit Scan(std::string_view text) : text_(text) {}
+  // isUtf8: else it is Windows-1252. Its marks are the same bytes in both.
+  Scan(std::string_view text, bool isUtf8)
+      : text_(text), at_(text.starts_with(kMark) ? kMark.size() : 0), isUtf8_(isUtf8) {}
 
-  std::vector<XmlFault> run() {
+  XmlScan run() {
     while (!atEnd()) {
       if (peek() == '<')
         readMarkup();
@@ -30,7 +36,7 @@ class Scan {
       add("tag-unclosed", open.line, "the element " + inQuotes(open.name) + " is never closed");
     std::stable_sort(faults_.begin(), faults_.end(),
                      [](const XmlFault& a, const XmlFault& b) { return a.line < b.line; });
-    return std::move(faults_);
+    return {std::move(faults_), std::move(elements_)};
   }
 
  private:
@@ -48,8 +54,9 @@ class Scan {
     return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0';
   }
   [[nodiscard]] bool startsWith(std::string_view word) const { return text_.substr(at_).starts_with(word); }
-  void add(std::string_view rule, std::size_t line, std::string text) {
-    faults_.push_back({rule, line, std::move(text)});
+  void add(std::string_view rule, std::size_t line, std::string text, Edits mend = {}) {
+    if (!isUtf8_) text = text::toUtf8(text::fromWindows1252(text));
+    faults_.push_back({rule, line, std::move(text), element_, std::move(mend)});
   }
   // To the place, or to the end where there is none.
   void goTo(std::size_t place) {
@@ -142,8 +149,10 @@ class Scan {
   static std::string shown(const Open& open) { return inQuotes(open.name) + " of line " + std::to_string(open.line); }
 
   void readOpeningTag() {
-    const std::size_t line = line_;
+    const std::size_t line = line_, from = at_;
     const std::string name = readName();
+    element_ = static_cast<int>(elements_.size());
+    elements_.push_back({line, {from, at_ - from}, {}});
     names_.clear();
     bool isEmpty = false;
     for (skipBlanks(); !atEnd() && peek() != '>'; skipBlanks()) {
@@ -159,11 +168,12 @@ class Scan {
       goTo(at_ + 1);
     }
     if (!isEmpty) open_.push_back({name, line});
+    element_ = -1;
   }
 
   // False: the rest of the tag can't be told.
   bool readAttribute() {
-    const std::size_t line = line_;
+    const std::size_t line = line_, from = at_;
     const std::string name = readName();
     skipBlanks();
     if (name.empty()) {
@@ -179,24 +189,50 @@ class Scan {
     if (std::find(names_.begin(), names_.end(), name) != names_.end())
       add("attribute-twice", line, "the attribute " + inQuotes(name) + " stands here twice; the first one counts");
     names_.push_back(name);
-    return readValue(name, line);
+    return readValue(name, {from, name.size()}, line);
   }
 
-  bool readValue(const std::string& name, std::size_t line) {
-    if (isBlank(peek())) {
+  bool readValue(const std::string& name, const Piece& place, std::size_t line) {
+    const bool isBehindBlank = isBlank(peek());
+    if (isBehindBlank) {
+      const std::size_t from = at_;
       skipBlanks();
       if (peek() != '"' && peek() != '\'') return valueWithoutQuote(name, line);
       add("blank-after-equals", line,
-          "a blank behind '=': neither the attribute " + inQuotes(name) + " nor the one behind it is read");
+          "a blank behind '=': neither the attribute " + inQuotes(name) + " nor the one behind it is read",
+          withoutBlanks(from));
     }
     if (peek() == '\'') {
       add("single-quotes", line,
-          "the attribute " + inQuotes(name) + " stands in single quotes: neither it nor the one behind it is read");
+          "the attribute " + inQuotes(name) + " stands in single quotes: neither it nor the one behind it is read",
+          inDoubleQuotes());
       goTo(at_ + 1);
       goBehind("'");
       return true;
     }
-    return peek() == '"' ? readQuoted(name, line) : valueWithoutQuote(name, line);
+    if (peek() != '"') return valueWithoutQuote(name, line);
+    const std::size_t from = at_ + 1;
+    if (!readQuoted(name, line)) return false;
+    if (!isBehindBlank) elements_.back().attributes.push_back({place, {from, at_ - 1 - from}});
+    return true;
+  }
+
+  // A line's end stays, so that all that follows keeps its line.
+  [[nodiscard]] Edits withoutBlanks(std::size_t from) const {
+    const Piece blanks{from, at_ - from};
+    return blanks.of(text_).find_first_of("\r\n") == text_.npos ? Edits{{blanks, ""}} : Edits();
+  }
+  // Where what stands between the single ones is surely the value: a forgotten one takes in what follows.
+  [[nodiscard]] Edits inDoubleQuotes() const {
+    const std::size_t close = text_.find('\'', at_ + 1);
+    if (close == text_.npos || close + 1 == text_.size() || !endsTagPart(text_[close + 1])) return {};
+    const std::string_view value = text_.substr(at_ + 1, close - at_ - 1);
+    if (value.find_first_of("<\r\n") != value.npos || value.find("=\"") != value.npos) return {};
+    Edits edits = {{{at_, 1}, "\""}};
+    for (std::size_t i = value.find('"'); i != value.npos; i = value.find('"', i + 1))
+      edits.push_back({{at_ + 1 + i, 1}, "&quot;"});
+    edits.push_back({{close, 1}, "\""});
+    return edits;
   }
 
   bool valueWithoutQuote(const std::string& name, std::size_t line) {
@@ -214,18 +250,19 @@ class Scan {
     const std::size_t from = at_;
     const std::size_t close = text_.find('"', from);
     const char behind = close == text_.npos || close + 1 == text_.size() ? '\0' : text_[close + 1];
-    if (close == text_.npos || !(isBlank(behind) || behind == '/' || behind == '>' || behind == '\0')) {
+    if (close == text_.npos || !(endsTagPart(behind) || behind == '\0')) {
       add("quote-missing", line,
           "the value of " + inQuotes(name) + " has no closing quote: what follows isn't read as it was meant");
       goTo(text_.find('>', from));
       return false;
     }
-    readEntities(text_.substr(from, close - from), line);
+    readEntities({from, close - from}, line);
     goTo(close + 1);
     return true;
   }
 
-  void readEntities(std::string_view value, std::size_t line) {
+  void readEntities(const Piece& place, std::size_t line) {
+    const std::string_view value = place.of(text_);
     for (std::size_t at = value.find('&'); at != value.npos; at = value.find('&', at + 1)) {
       std::size_t end = at + 1;
       while (end < value.size() && (std::isalnum(static_cast<unsigned char>(value[end])) != 0 || value[end] == '#'))
@@ -234,7 +271,7 @@ class Scan {
       const std::size_t there = line + static_cast<std::size_t>(std::count(
                                            value.begin(), value.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
       if (end == at + 1 || end == value.size() || value[end] != ';')
-        add("ampersand", there, "a '&' stands for itself here; XML writes '&amp;'");
+        add("ampersand", there, "a '&' stands for itself here; XML writes '&amp;'", {{{place.at + at, 1}, "&amp;"}});
       else if (std::find(kKnown.begin(), kKnown.end(), entity) == kKnown.end())
         add("entity-unknown", there, inQuotes(entity) + " stays as it stands; known are &quot; &gt; &lt; and &amp;");
     }
@@ -246,20 +283,26 @@ class Scan {
 
   std::string_view text_;
   std::size_t at_ = 0, line_ = 1;
+  bool isUtf8_ = true;
+  int element_ = -1;  // the one whose tag is read
   std::vector<Open> open_;
   std::vector<Unclosed> unclosed_;
   std::vector<std::string> names_;  // of the tag's attributes
   std::vector<XmlFault> faults_;
+  std::vector<XmlElementPlace> elements_;
 };
-
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-std::vector<XmlFault> xmlFaults(std::string_view bytes) {
-  const std::string text = text::isUtf8(bytes) ? std::string(bytes) : text::toUtf8(text::fromTextFile(bytes));
-  const std::string_view whole = text;
-  return Scan(whole.starts_with(kMark) ? whole.substr(kMark.size()) : whole).run();
+bool isUtf16(std::string_view bytes) { return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"); }
+
+XmlScan scanXml(std::string_view bytes) {
+  if (!isUtf16(bytes)) return Scan(bytes, text::isUtf8(bytes)).run();
+  // Places in the text aren't those in the bytes.
+  XmlScan scan = Scan(text::toUtf8(text::fromTextFile(bytes)), true).run();
+  scan.elements.clear();
+  for (XmlFault& fault : scan.faults) fault.mend.clear();
+  return scan;
 }
 
 }  // namespace kelvane

@@ -5,7 +5,7 @@
 namespace headless {
 namespace {
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string out;
   appendQuoted(out, text);
   return out;
@@ -20,7 +20,7 @@ void addPart(std::string& to, std::string_view part) {
 
 void Schema::words(std::span<const std::string_view> words) {
   std::string all;
-  for (const std::string_view word : words) addPart(all, quoted(word));
+  for (const std::string_view word : words) addPart(all, inQuotes(word));
   out_ += "{\"enum\": [" + all + "]}";
 }
 
@@ -68,7 +68,7 @@ void Schema::record(const void* table, const Describe& members) {
     required_ = required;
     more_ = more;
   }
-  out_ += "{\"$ref\": " + quoted("#/$defs/" + name) + "}";
+  out_ += "{\"$ref\": " + inQuotes("#/$defs/" + name) + "}";
 }
 
 void Schema::member(std::string_view name, bool isRequired, const Describe& value) {
@@ -76,17 +76,17 @@ void Schema::member(std::string_view name, bool isRequired, const Describe& valu
   place_.push_back(name);
   value();
   place_.pop_back();
-  addPart(properties_, quoted(name) + ": " + out_);
+  addPart(properties_, inQuotes(name) + ": " + out_);
   out_ = out;
-  if (isRequired) addPart(required_, quoted(name));
+  if (isRequired) addPart(required_, inQuotes(name));
 }
 
 std::string Schema::finished(std::string_view title, std::string_view comment) const {
   std::string definitions = R"("int32": {"type": "integer", "minimum": -2147483648, "maximum": 2147483647})";
-  for (const auto& [name, definition] : definitions_) addPart(definitions, quoted(name) + ": " + definition);
-  const std::string whole = R"({"$schema": "https://json-schema.org/draft/2020-12/schema", "title": )" + quoted(title) +
-                            ", \"$comment\": " + quoted(comment) + ", \"allOf\": [" + out_ + "], \"$defs\": {" +
-                            definitions + "}}";
+  for (const auto& [name, definition] : definitions_) addPart(definitions, inQuotes(name) + ": " + definition);
+  const std::string whole = R"({"$schema": "https://json-schema.org/draft/2020-12/schema", "title": )" +
+                            inQuotes(title) + ", \"$comment\": " + inQuotes(comment) + ", \"allOf\": [" + out_ +
+                            "], \"$defs\": {" + definitions + "}}";
   Json tree;
   if (parseJson(whole, tree)) return whole;
   return prettyJson(tree);

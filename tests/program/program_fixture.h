@@ -45,9 +45,10 @@ class ProgramTest : public testing::Test {
   ModelBuilder assembly(std::wstring name) const { return {models(), std::move(name), creo::ProMdlType::assembly}; }
   [[nodiscard]] std::string models() const { return path("models"); }
 
-  // A package folder "standards" with that list; single quotes stand for double ones.
+  // A package folder "standards" with that list; single quotes stand for double ones. A body may bring the list's end.
   void list(const std::string& name, const std::string& body, const std::string& foot = "") const {
-    std::string xml = "<list>\n<head/>\n<body>\n" + body + "\n</body>\n<filter/>\n<foot>" + foot + "</foot>\n</list>\n";
+    std::string xml = "<list>\n<head/>\n<body>\n" + body + "\n";
+    if (!body.ends_with("</list>")) xml += "</body>\n<filter/>\n<foot>" + foot + "</foot>\n</list>\n";
     std::replace(xml.begin(), xml.end(), '\'', '"');
     file("standards/actionlists/" + name, xml);
     file("standards/system/index.kvane", "Package\nFor a test\n");

@@ -121,7 +121,7 @@ constexpr Rule kRules[] = {
      .about = "Two reports are opened on one file; each writes over the other's lines.",
      .example = R"(file="@project_dir@/a.csv", twice)"},
     {.name = "reporter-unknown",
-     .about = "No action of the list opens a report of this name, so that nothing is reported.",
+     .about = "No action of this section or one before it opens a report of this name, so that nothing is reported.",
      .example = R"(<task type="reportModeldata" version="3" forPRT="true" reporter="masses"/>)"},
     {.name = "section-missing",
      .about = "A list has four sections, or five: head, body, filter and foot, by their order alone.",
@@ -153,7 +153,9 @@ constexpr Rule kRules[] = {
      .example = R"(type_0="String" unit_0="mm")"},
     {.name = "user-variable-unset",
      .severity = warning,
-     .about = "Nothing in the list sets this user variable; it must come from an earlier list of the session.",
+     .about =
+         "Nothing in this section or one before it sets this user variable; it must come from an earlier list of the "
+         "session.",
      .example = R"(message="%user:NUMBER%")"},
     {.name = "uses-address", .severity = note, .about = "The list asks an address of the web."},
     {.name = "uses-letters", .severity = note, .about = "A code may hold letters that readers guess."},

@@ -59,16 +59,24 @@ std::vector<AttributeFault> ListNames::faults(const core::XmlNode& task, const e
     if (attribute && attribute->kind == Kind::reporter && !opensAny_ && !hasVariables(given.value) &&
         !reporters_.contains(std::wstring(given.value)))
       faults.push_back(
-          {"reporter-unknown", name, "'" + name + "': no action opens a report '" + text::toUtf8(given.value) + "'"});
-    if (setsAny_) return;
-    for (const std::string& used : namedUserVariables(given.value)) {
-      const std::string variable = used.substr(1, used.size() - 2);
-      if (!variables_.contains(text::fromUtf8(variable)))
-        faults.push_back(
-            {"user-variable-unset", name, "'" + name + "': nothing in the list sets '%user:" + variable + "%'"});
-    }
+          {"reporter-unknown", name,
+           "'" + name + "': no action up to this section opens a report '" + text::toUtf8(given.value) + "'"});
+    for (AttributeFault& fault : unsetVariables(given)) faults.push_back(std::move(fault));
   });
   addReport(task, action, faults);
+  return faults;
+}
+
+std::vector<AttributeFault> ListNames::unsetVariables(const core::XmlAttr& given) const {
+  std::vector<AttributeFault> faults;
+  if (setsAny_) return faults;
+  const std::string name = text::toUtf8(given.name);
+  for (const std::string& used : namedUserVariables(given.value)) {
+    const std::string variable = used.substr(1, used.size() - 2);
+    if (!variables_.contains(text::fromUtf8(variable)))
+      faults.push_back(
+          {"user-variable-unset", name, "'" + name + "': no action up to this section sets '%user:" + variable + "%'"});
+  }
   return faults;
 }
 

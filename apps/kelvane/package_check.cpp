@@ -83,7 +83,6 @@ class Document {
   void checkList() {
     if (!loaded_) return;
     const documents::ActionList list = documents::actionList(*loaded_.document);
-    for (const XmlNode* section : {list.head, list.body, list.foot}) names_.readSection(section);
     checkSections(list);
     checkSection(list.head, "head", 'H');
     checkSection(list.body, "body", 'B');
@@ -153,6 +152,7 @@ class Document {
     if (!section) return;
     section_ = name;
     action_ = -1;
+    names_.readSection(section);
     core::xmlEachChild(*section, [&](const XmlNode& task) {
       place_ = letter + std::to_string(++action_);
       checkTask(task);
@@ -350,14 +350,23 @@ class Document {
     if (!isEmpty && !documents::holdsItems(filter)) add(filter, "filter-empty", kNoItems);
   }
 
+  // What a filter file and a list's filter ask for may come from an earlier list.
+  void checkItem(const XmlNode& item) {
+    const documents::Predicate* predicate = documents::findPredicate(text::fromUtf8(attribute(item, L"type")));
+    if (predicate) addUses(item, usesOfFilterItem(item));
+    add(item, itemFaults(item));
+    if (!predicate || action_ < 0) return;
+    eachAttribute(item, [&](const core::XmlAttr& given) {
+      const core::Attribute* row = core::findAttribute(predicate->attributes, given.name);
+      if (row && row->variables) add(item, names_.unsetVariables(given));
+    });
+  }
+
   // block: holds groups of items.
   void checkFilter(const XmlNode& block) {
     core::xmlEachChild(block, [this](const XmlNode& group) {
       if (group.name != L"filter" && group.name != L"root") return;
-      core::xmlEachChild(group, [this](const XmlNode& item) {
-        if (documents::isPredicate(text::fromUtf8(attribute(item, L"type")))) addUses(item, usesOfFilterItem(item));
-        add(item, itemFaults(item));
-      });
+      core::xmlEachChild(group, [this](const XmlNode& item) { checkItem(item); });
     });
   }
 

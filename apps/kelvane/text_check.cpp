@@ -87,6 +87,14 @@ void eachName(std::wstring_view text, wchar_t sign, F f) {
   }
 }
 
+// Each once, and never the whole name. Was there one?
+bool takePrefixes(std::wstring_view& name, std::span<const std::wstring_view> prefixes) {
+  const std::size_t before = name.size();
+  for (const std::wstring_view prefix : prefixes)
+    if (name.size() > prefix.size() && text::startsWithNoCase(name, prefix)) name.remove_prefix(prefix.size());
+  return name.size() < before;
+}
+
 // A line break ends no name: it becomes a part of it.
 void findBrokenNames(std::wstring_view text, std::vector<std::string>& faults) {
   for (const wchar_t sign : kSigns) {
@@ -126,10 +134,16 @@ std::vector<std::string> namedParameters(std::wstring_view text) {
 }
 
 std::vector<std::string> namedUserVariables(std::wstring_view text) {
-  constexpr std::wstring_view kUser = L"user:";
+  // What may stand before "user:", and between it and the name, in the engine's order.
+  constexpr std::wstring_view kOwners[] = {L"curmod:", L"curmat:"}, kUser[] = {L"user:"};
+  constexpr std::wstring_view kChanges[] = {L"b64:",     L"b64uc:",  L"length:", L"toupper:",
+                                            L"tolower:", L"nozero:", L"dubase:"};
   std::vector<std::string> names;
   eachName(text, L'%', [&](std::wstring_view name) {
-    if (text::startsWithNoCase(name, kUser)) names.push_back("%" + text::toUtf8(name.substr(kUser.size())) + "%");
+    takePrefixes(name, kOwners);
+    if (!takePrefixes(name, kUser)) return;
+    takePrefixes(name, kChanges);
+    names.push_back("%" + text::toUtf8(name) + "%");
   });
   return names;
 }

@@ -17,7 +17,7 @@ std::vector<std::string> templateFaults(std::wstring_view text);
 std::vector<std::string> unknownTokens(std::wstring_view text);
 // The forms "%NAME%" in it that stand for parameters.
 std::vector<std::string> namedParameters(std::wstring_view text);
-// The user variables that it asks for: "%X%" for "%user:X%".
+// The user variables that it asks for: "%X%" for "%user:X%" and "%user:toupper:X%".
 std::vector<std::string> namedUserVariables(std::wstring_view text);
 // Holds the text a form that is replaced when it is used?
 bool hasVariables(std::wstring_view text);

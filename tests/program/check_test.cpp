@@ -298,7 +298,15 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
            task("openCSVReport", "name='b' file='@project_dir@/A.csv'"),
        "report-path-twice"},
       {task("writeToCreoLog", "message='%user:N%'"), "user-variable-unset"},
-      {task("setUserVariableDirect", "name='N' value='1'") + task("writeToCreoLog", "message='%user:N%'"), ""},
+      {task("setUserVariableDirect", "name='N' value='1'") + task("writeToCreoLog", "message='%user:tolower:n%'"), ""},
+      {task("writeToCreoLog", "message='%user:N%'") + "</body><filter/><foot>" +
+           task("setUserVariableDirect", "name='N' value='1'") + "</foot></list>",
+       "user-variable-unset"},
+      {"<task version='3' type='groupActions' reworkMode='2'><subtasks>" +
+           task("setUserVariable", "varType='1' varName='N'") + "</subtasks></task>" +
+           task("writeToCreoLog", "message='%user:N%'"),
+       ""},
+      {item("type='parameter' filtertype='true' param='%user:N%' value='1'"), "user-variable-unset"},
       {"<task version='3' forPRT='yes' type='saveModel'/>", "word-unknown"},
       {item("type='isInstance' filtertype='yes'"), "word-unknown"},
       {item("type='isInstance' filtertype='true' opand='AND'"), "word-unknown"},

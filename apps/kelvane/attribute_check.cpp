@@ -1,7 +1,7 @@
 #include "kelvane/attribute_check.h"
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -22,6 +22,8 @@ using core::Kind;
 using core::Need;
 
 constexpr std::wstring_view kNumberSign = L"%d";
+// Without this counter a list is read up to its end, without any other not at all.
+constexpr std::wstring_view kCountThatMayLack = L"count";
 
 std::string inQuotes(std::wstring_view text) { return "'" + text::toUtf8(text) + "'"; }
 bool isCounted(const Attribute& attribute) { return attribute.name.find(kNumberSign) != attribute.name.npos; }
@@ -110,18 +112,41 @@ class Look {
 
   // Is the number one of those that are read?
   void readNumber(std::wstring_view name, const Attribute& attribute) {
-    const int number = text::parseInt(name.substr(attribute.name.find(kNumberSign)));
-    if (attribute.numbers != core::Numbers::counted) {
-      if (number >= attribute.most)
-        add("attribute-number", name,
-            inQuotes(name) + " isn't read: the numbers end at " + std::to_string(attribute.most - 1));
-      return;
-    }
+    const std::wstring_view digits = name.substr(attribute.name.find(kNumberSign));
+    const auto tellUnread = [&](const std::string& why) {
+      add("attribute-number", name, inQuotes(name) + " isn't read: " + why);
+    };
+    const int number = text::parseInt(digits);
+    if (digits.size() > 1 && digits.front() == L'0')
+      tellUnread("its number is written " + std::to_string(number));
+    else if (attribute.numbers == core::Numbers::counted)
+      readCounted(name, number, attribute);
+    else if (number >= attribute.most)
+      tellUnread("the numbers end at " + std::to_string(attribute.most - 1));
+    else if (attribute.numbers == core::Numbers::toFirstGap)
+      for (int before = 0; before < number; ++before)
+        if (const std::wstring gap = numbered(attribute, std::to_wstring(before)); !has(gap))
+          return tellUnread("the numbers end before " + inQuotes(gap) + ", which isn't there");
+  }
+  void readCounted(std::wstring_view name, int number, const Attribute& attribute) {
+    if (number < endOf(attribute)) return;
+    if (!told_.insert(attribute.counter).second) return;
+    if (has(attribute.counter))
+      return add("count-below-list", attribute.counter,
+                 inQuotes(attribute.counter) + " is '" + text::toUtf8(valueOf(attribute.counter)) + "', so that " +
+                     inQuotes(name) + " isn't read");
+    const Attribute* counter = engine::findAttribute(action_, attribute.counter);
+    if (!counter || counter->need != Need::needed)
+      add("attribute-missing", attribute.counter,
+          "action '" + text::toUtf8(action_.key) + "' has no " + inQuotes(attribute.counter) + ", so that " +
+              inQuotes(name) + " isn't read");
+  }
+  // The first number that isn't read; beyond all where it can't be told.
+  [[nodiscard]] int endOf(const Attribute& attribute) const {
+    if (attribute.numbers != core::Numbers::counted) return attribute.most;
     const std::wstring_view count = valueOf(attribute.counter);
-    if (count.empty() || hasVariables(count) || !isInteger(count) || number < text::parseInt(count)) return;
-    if (told_.insert(attribute.counter).second)
-      add("count-below-list", attribute.counter,
-          inQuotes(attribute.counter) + " is " + text::toUtf8(count) + ", so that " + inQuotes(name) + " isn't read");
+    if (count.empty()) return attribute.counter == kCountThatMayLack ? attribute.most : 0;
+    return hasVariables(count) || !isInteger(count) ? std::numeric_limits<int>::max() : text::parseInt(count);
   }
 
   void readValue(const core::XmlAttr& given, const Attribute& attribute) {
@@ -201,13 +226,35 @@ class Look {
     bool hasWork = false;
     std::string names;
     for (const Attribute& attribute : action_.attributes) {
-      if (attribute.need == Need::needed && !isThere(attribute)) addMissing(numbered(attribute, L"0"), "");
+      if (attribute.need == Need::needed) addMissing(attribute);
       if (attribute.need != Need::oneOf) continue;
       if (!first) first = &attribute;
       hasWork = hasWork || isThere(attribute);
       names += (names.empty() ? "" : ", ") + inQuotes(numbered(attribute, L"0"));
     }
-    if (first && !hasWork) addMissing(numbered(*first, L"0"), names);
+    if (first && !hasWork) return addMissing(numbered(*first, L"0"), names);
+    // The one thing that gives work does so in each entry.
+    if (first && names.find(',') == names.npos) addMissing(*first);
+  }
+  void addMissing(const Attribute& attribute) {
+    if (!isThere(attribute)) return addMissing(numbered(attribute, L"0"), "");
+    if (!isCounted(attribute)) return;
+    for (const auto& [number, other] : entriesOf(attribute))
+      if (const std::wstring name = numbered(attribute, std::to_wstring(number)); !has(name))
+        add("attribute-missing", name,
+            "action '" + text::toUtf8(action_.key) + "' has " + inQuotes(other) + " and no " + inQuotes(name));
+  }
+  // The entries of the list that the attribute is one of: each number that is read, and an attribute that has it.
+  [[nodiscard]] std::map<int, std::wstring_view> entriesOf(const Attribute& attribute) const {
+    std::map<int, std::wstring_view> entries;
+    eachAttribute(task_, [&](const core::XmlAttr& given) {
+      const Attribute* other = engine::findAttribute(action_, given.name);
+      if (!other || !isCounted(*other) || other->counter != attribute.counter) return;
+      const int number = text::parseInt(numberAtEnd(given.name));
+      const bool isRead = number < endOf(attribute) && given.name == numbered(*other, std::to_wstring(number));
+      if (isRead) entries.emplace(number, given.name);
+    });
+    return entries;
   }
   // names: of those any of which would do; empty for the one alone.
   void addMissing(const std::wstring& name, const std::string& names) {

@@ -14,6 +14,7 @@
 #include "engine/task.h"
 #include "engine/workbook.h"
 #include "kelvane/attribute_check.h"
+#include "kelvane/child_check.h"
 #include "kelvane/filter_check.h"
 #include "kelvane/list_names.h"
 #include "kelvane/nearest.h"
@@ -194,6 +195,7 @@ class Document {
     checkTexts(task);
     add(task, attributeFaults(task, action));
     add(task, names_.faults(task, action));
+    for (ChildFault& one : childFaults(task, action)) add(*one.at, std::move(one.fault));
     checkPaths(task, action);
     addUses(task, usesOfAction(task, action));
     checkUnits(task);
@@ -311,12 +313,15 @@ class Document {
     });
     if (!filter)
       return add(task, "report-filter-missing", "reportUniversal without 'reportFilter': its field stays empty");
+    add(*filter, switchFaults(*filter));
     checkSwitchedFilter(*filter);
   }
 
   void checkComponentFilters(const XmlNode& task) {
     core::xmlEachChild(task, [this](const XmlNode& child) {
-      if (child.name == L"insideFilter") checkSwitchedFilter(child);
+      if (child.name != L"insideFilter") return;
+      add(child, switchFaults(child));
+      checkSwitchedFilter(child);
     });
   }
 

@@ -282,6 +282,13 @@ std::optional<AttributeFault> lettersFault(std::wstring_view name, std::wstring_
   return AttributeFault{"switch-letters", text::toUtf8(name), std::move(text), std::move(mend)};
 }
 
+std::string misspelt(const core::XmlNode& node, std::string_view name) {
+  std::vector<std::string> given;
+  eachAttribute(node, [&](const core::XmlAttr& one) { given.push_back(text::toUtf8(one.name)); });
+  const std::string found = nearest(name, given);
+  return found.empty() ? "" : "; '" + found + "' isn't it";
+}
+
 void dropEqualNames(std::vector<AttributeFault>& faults) {
   std::map<std::string, int> times;
   for (const AttributeFault& fault : faults)

@@ -27,6 +27,9 @@ void dropEqualNames(std::vector<AttributeFault>& faults);
 // put together when the action runs can't be told and is passed over.
 std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action);
 
+// "; 'tpye' isn't it": the attribute that was probably meant to be that one. Empty: none is.
+std::string misspelt(const core::XmlNode& node, std::string_view name);
+
 // Calls f(const core::XmlAttr&) for each attribute, in order.
 template <class F>
 void eachAttribute(const core::XmlNode& node, F f) {

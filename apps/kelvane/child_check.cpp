@@ -15,6 +15,20 @@ constexpr std::wstring_view kNumberSign = L"%d";
 
 std::string inQuotes(std::wstring_view text) { return "'" + text::toUtf8(text) + "'"; }
 
+// Other letters than small ones are told by themselves.
+bool isNoSwitch(const core::XmlAttr& given) {
+  return !given.value.empty() && given.value != L"true" && given.value != L"false" &&
+         !lettersFault(given.name, given.value);
+}
+AttributeFault brokenSwitch(const core::XmlAttr& given) {
+  return {"word-unknown", text::toUtf8(given.name),
+          inQuotes(given.name) + ": neither 'true' nor 'false': " + inQuotes(given.value)};
+}
+AttributeFault unknownAttribute(const core::XmlNode& node, const core::XmlAttr& given, const std::string& hint) {
+  return {"attribute-unknown", text::toUtf8(given.name),
+          "element " + inQuotes(node.name) + " has no attribute " + inQuotes(given.name) + hint};
+}
+
 class Children {
  public:
   Children(const core::XmlNode& task, const engine::Action& action)
@@ -118,15 +132,24 @@ std::vector<AttributeFault> switchFaults(const core::XmlNode& node) {
   for (const core::Attribute& row : engine::commonAttributes()) known.push_back(text::toUtf8(row.name));
   std::vector<AttributeFault> faults;
   eachAttribute(node, [&](const core::XmlAttr& given) {
-    const std::string name = text::toUtf8(given.name);
     const core::Attribute* row = core::findAttribute(engine::commonAttributes(), given.name);
     if (!row)
-      faults.push_back(
-          {"attribute-unknown", name,
-           "element " + inQuotes(node.name) + " has no attribute '" + name + "'" + didYouMean(name, known)});
-    else if (row->kind == core::Kind::flag && !given.value.empty() && given.value != L"true" &&
-             given.value != L"false" && !lettersFault(given.name, given.value))
-      faults.push_back({"word-unknown", name, "'" + name + "': neither 'true' nor 'false': " + inQuotes(given.value)});
+      faults.push_back(unknownAttribute(node, given, didYouMean(text::toUtf8(given.name), known)));
+    else if (row->kind == core::Kind::flag && isNoSwitch(given))
+      faults.push_back(brokenSwitch(given));
+  });
+  return faults;
+}
+
+std::vector<AttributeFault> listFilterFaults(const core::XmlNode& filter) {
+  const std::vector<std::string> known = {"active", "exists"};
+  std::vector<AttributeFault> faults;
+  eachAttribute(filter, [&](const core::XmlAttr& given) {
+    const std::string name = text::toUtf8(given.name);
+    const bool isKnown = std::find(known.begin(), known.end(), name) != known.end();
+    if (isKnown && isNoSwitch(given)) faults.push_back(brokenSwitch(given));
+    const std::string meant = isKnown ? std::string() : didYouMean(name, known);
+    if (!meant.empty()) faults.push_back(unknownAttribute(filter, given, meant));
   });
   return faults;
 }

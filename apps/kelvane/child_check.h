@@ -18,5 +18,7 @@ std::vector<ChildFault> childFaults(const core::XmlNode& task, const engine::Act
 // Of an element that has the switches of an action and a filter as it has, but is none: attributes that aren't read and
 // switches that are neither on nor off.
 std::vector<AttributeFault> switchFaults(const core::XmlNode& node);
+// The same of a list's filter; of its attributes those alone that are misspelt.
+std::vector<AttributeFault> listFilterFaults(const core::XmlNode& filter);
 
 }  // namespace kelvane

@@ -177,7 +177,7 @@ std::vector<AttributeFault> predicateFaults(const core::XmlNode& item) {
 std::vector<AttributeFault> itemFaults(const core::XmlNode& item) {
   Item look(item);
   if (!look.hasType()) {
-    look.add("filter-without-type", "type", "a filter item without 'type'");
+    look.add("filter-without-type", "type", "a filter item without 'type'" + misspelt(item, "type"));
     return look.take();
   }
   look.readPredicate();

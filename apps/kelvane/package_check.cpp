@@ -84,6 +84,7 @@ class Document {
   void checkList() {
     if (!loaded_) return;
     const documents::ActionList list = documents::actionList(*loaded_.document);
+    checkBehind();
     checkSections(list);
     checkSection(list.head, "head", 'H');
     checkSection(list.body, "body", 'B');
@@ -97,6 +98,7 @@ class Document {
     if (!loaded_) return;
     const XmlNode* block = documents::filterFileBlock(*loaded_.document);
     if (!block) return;
+    checkBehind();
     checkFilter(*block);
     if (!documents::holdsItems(*block))
       add(*core::xmlChildAt(loaded_.document->root()->children, 0), "filter-empty", kNoItems);
@@ -169,9 +171,31 @@ class Document {
     if (!list.foot)
       add(1, "section-missing", "a list has four sections, head, body, filter and foot; this one has fewer");
     core::xmlEachChild(*top, [&](const XmlNode& child) {
-      for (const auto& [name, section] : sections)
+      for (const auto& [name, section] : sections) {
         if (child.name == name && &child != section)
           add(child, "section-order", "'" + text::toUtf8(name) + kWrongPlace);
+        if (child.name != name && &child == section) checkSectionName(child, text::toUtf8(name));
+      }
+    });
+  }
+  void checkSectionName(const XmlNode& section, const std::string& place) {
+    const std::string name = text::toUtf8(section.name);
+    const std::vector<std::string> meant = {place};
+    if (const std::string hint = didYouMean(name, meant); !hint.empty())
+      add(section, "section-name", "'" + name + "' is read as the list's " + place + ", whatever it is called" + hint);
+  }
+  // What stands behind the document's element. A tag that closes too much brings it there, and is told itself.
+  void checkBehind() {
+    const auto isOfTags = [](const XmlFault& one) {
+      return one.rule.starts_with("tag-") || one.rule == "comment" || one.rule == "quote-missing";
+    };
+    if (std::any_of(scan_.faults.begin(), scan_.faults.end(), isOfTags)) return;
+    bool isBehind = false;
+    core::xmlEachChild(*loaded_.document->root(), [&](const XmlNode& one) {
+      if (isBehind)
+        add(one, "element-unknown",
+            "the element '" + text::toUtf8(one.name) + "' stands behind the document's own one and isn't read");
+      isBehind = true;
     });
   }
 
@@ -180,14 +204,20 @@ class Document {
     // Switched off by its author: nothing of it is meant to run.
     if (isSwitchedOff(task)) return;
     const std::string type = attribute(task, L"type");
-    if (!has(task, L"type")) return add(task, "action-without-type", "an action without 'type'");
+    if (!has(task, L"type"))
+      return add(task, "action-without-type", "an action without 'type'" + misspelt(task, "type"));
     if (const engine::Action* action = engine::findAction(text::fromUtf8(type)))
       checkAction(task, type, *action);
     else if (documents::isPredicate(text::fromUtf8(type)))
-      add(task, predicateFaults(task));
+      checkAsAction(task, type);
     else
       add(task, "action-unknown", "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
     checkSwitchedFilter(task);
+  }
+
+  void checkAsAction(const XmlNode& item, const std::string& type) {
+    add(item, "filter-as-action", "'" + type + "' is a filter: among the actions its answer is dropped", "type");
+    add(item, predicateFaults(item));
   }
 
   void checkAction(const XmlNode& task, const std::string& type, const engine::Action& action) {
@@ -346,6 +376,7 @@ class Document {
 
   // An empty one is what a list without a filter has.
   void checkListFilter(const XmlNode& filter) {
+    add(filter, listFilterFaults(filter));
     for (const wchar_t* name : {L"active", L"exists"}) checkSmallLetters(filter, name);
     checkFilter(filter);
     bool isEmpty = true;

@@ -64,9 +64,9 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
       {"<task type='setUserVariableFromBoundingBox' version='3' forPRT='true' format='%d mm'/>",
        ":4: B0: 'format': not one of a single floating number: '%d mm'"},
       {"<task type='setUserVariableFromBoundingBox' version='3' forPRT='true' format='%.2f mm'/>", ""},
-      // Nothing is said about what its author switched off, nor about a filter in an action's place.
+      {"<task tpye='saveModel' version='3'/>", ":4: B0: an action without 'type'; 'tpye' isn't it"},
+      // Nothing is said about what its author switched off.
       {"<task type='hammer' deak='true'/>", ""},
-      {"<task type='isInstance'/>", ""},
   };
   for (const auto& [body, line] : cases) {
     list("clean.xml", body);
@@ -249,8 +249,8 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
 
 TEST_F(Check, AFindingTellsItsPlaceInJsonToo) {
   const std::string inner = "<task type='savModel' version='3'/>";
-  list("clean.xml",
-       "<task type='isInstance'/>\n<task type='groupActions' version='3'><subtasks>\n" + inner + "</subtasks></task>");
+  list("clean.xml", "<task type='hammer' deak='true'/>\n<task type='groupActions' version='3'><subtasks>\n" + inner +
+                        "</subtasks></task>");
   EXPECT_EQ(R"([
   {
     "file": "actionlists/clean.xml",
@@ -321,9 +321,14 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
        "filtertype='true'/></fliter></task>",
        "element-unknown"},
       {"<task version='3' type='groupActions' reworkMode='2'><subtasks/><subtasks/></task>", "element-unknown"},
-      {"<task version='4' forASM='true' type='editSimpRep' nameOne='A' jc='4'><insideFilter forPTR='true' forASM='yes'/></task>",
+      {"<task version='4' forASM='true' type='editSimpRep' nameOne='A' jc='4'><insideFilter forPTR='true' "
+       "forASM='yes'/></task>",
        "attribute-unknown word-unknown"},
       {"<task version='3' forPRT='yes' type='saveModel'/>", "word-unknown"},
+      {"<task type='isInstance'/>", "filter-as-action"},
+      {"</body><fliter actvie='true' exists='no'><root/></fliter><foot/></list>",
+       "section-name attribute-unknown word-unknown"},
+      {"</body><filter/><foot/></list><list></list>", "element-unknown"},
       {item("type='isInstance' filtertype='yes'"), "word-unknown"},
       {item("type='isInstance' filtertype='true' opand='AND'"), "word-unknown"},
       {item("type='filename' filtertype='true' filename='*'"), "predicate-constant"},

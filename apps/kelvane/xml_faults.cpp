@@ -158,7 +158,7 @@ class Scan {
     for (skipBlanks(); !atEnd() && peek() != '>'; skipBlanks()) {
       isEmpty = peek() == '/';
       if (isEmpty)
-        goTo(at_ + 1);
+        readSlash(name, at_ == from + name.size());
       else if (!readAttribute())
         break;
     }
@@ -169,6 +169,16 @@ class Scan {
     }
     if (!isEmpty) open_.push_back({name, line});
     element_ = -1;
+  }
+
+  // The reader sees an element's end in "/>" alone, or where the slash stands right behind the name.
+  void readSlash(const std::string& name, bool isBehindName) {
+    const std::size_t line = line_, from = at_ + 1;
+    goTo(from);
+    skipBlanks();
+    if (at_ > from && peek() == '>' && !isBehindName)
+      add("tag-unclosed", line, "the element " + inQuotes(name) + " isn't closed: a blank stands between '/' and '>'",
+          withoutBlanks(from));
   }
 
   // False: the rest of the tag can't be told.

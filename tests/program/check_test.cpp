@@ -349,6 +349,7 @@ TEST_F(Check, FaultsOfTheTextAreToldOnce) {
   const std::pair<std::string, std::string> cases[] = {
       {whole(task + "/>"), ""},
       {whole(task + ">"), "4:tag-unclosed"},
+      {whole(task + "/ >"), "4:tag-unclosed"},
       {whole(task + "/></task>"), "4:tag-extra"},
       {whole(task + "></tsak>"), "4:tag-crossed"},
       {"<list>\n<head/>\n<body>\n" + task + ">\n</body>\n</task>\n<filter/>\n<foot/>\n</list>\n", "4:tag-crossed"},

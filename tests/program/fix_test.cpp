@@ -42,6 +42,8 @@ TEST_F(Fix, WhatIsSureIsMended) {
        R"(<task type="saveModel" version="3" forPRT="true"/><task type="saveModel" version="3" forASM="true"/>)"},
       {R"(<task type="saveModel" version=  "3" forPRT= 'True'/>)",
        R"(<task type="saveModel" version="3" forPRT="true"/>)"},
+      {R"(<task type="saveModel" version="3" forPRT="true" / >)",
+       R"(<task type="saveModel" version="3" forPRT="true" />)"},
       {log + R"(message='say "nuts & bolts" &amp; go'/>)",
        log + R"(message="say &quot;nuts &amp; bolts&quot; &amp; go"/>)"},
       {filtered + R"(filtertype="True" filenmae="A*"/></filter></task>)",

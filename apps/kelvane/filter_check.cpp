@@ -148,17 +148,29 @@ class Item {
     });
   }
 
-  // A name that may be any name says nothing about the model.
+  // What has one answer for all models.
   void addConstant(const documents::Predicate& predicate) {
-    std::size_t patterns = 0;
-    bool allFit = true;
-    for (const Attribute& row : predicate.attributes) {
-      patterns += row.kind == Kind::pattern && row.need == core::Need::needed ? 1U : 0U;
-      allFit = allFit && valueOf(row.name) == "*";
+    // Each model has one; a layer or a view of any name is still a question.
+    constexpr std::wstring_view kOfEachModel[] = {L"filename", L"path", L"unitSystem"};
+    if (std::find(std::begin(kOfEachModel), std::end(kOfEachModel), predicate.key) != std::end(kOfEachModel)) {
+      const std::string name = text::toUtf8(predicate.attributes.front().name), pattern = valueOf(text::fromUtf8(name));
+      if (pattern == "*" || pattern == "/.*/" || pattern == "/^.*$/")
+        add("predicate-constant", name, "filter '" + type_ + "': '" + pattern + "' fits everything");
     }
-    if (patterns == 1 && predicate.attributes.size() == 1 && allFit)
-      add("predicate-constant", text::toUtf8(predicate.attributes.front().name),
-          "filter '" + type_ + "': '*' fits everything");
+    addWithoutQuestion(predicate);
+  }
+  void addWithoutQuestion(const documents::Predicate& predicate) {
+    bool asks = false;
+    std::string names, first;
+    for (const Attribute& row : predicate.attributes) {
+      if (row.need != core::Need::oneOf) continue;
+      const std::string value = valueOf(row.name), name = text::toUtf8(row.name);
+      asks = asks || (!value.empty() && !(row.kind == Kind::flag && value == "false"));
+      if (names.empty()) first = name;
+      names += (names.empty() ? "'" : ", '") + name + "'";
+    }
+    if (!names.empty() && !asks)
+      add("predicate-constant", first, "filter '" + type_ + "' asks nothing: none of " + names + " is set");
   }
 
   const core::XmlNode& item_;

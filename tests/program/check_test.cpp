@@ -332,6 +332,8 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
       {item("type='isInstance' filtertype='yes'"), "word-unknown"},
       {item("type='isInstance' filtertype='true' opand='AND'"), "word-unknown"},
       {item("type='filename' filtertype='true' filename='*'"), "predicate-constant"},
+      {item("type='creoVersion' filtertype='true' creo7='false'"), "predicate-constant"},
+      {item("type='keSuppressed' filtertype='true' ke='*'"), ""},
       {item("type='filename' filtertype='true' filename='A*' fielname='B'"), "attribute-unknown"},
   };
   for (const auto& [body, rules] : cases) {

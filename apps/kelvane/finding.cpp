@@ -9,8 +9,8 @@ using enum Severity;
 
 constexpr Rule kRules[] = {
     {.name = "action-for-no-model",
-     .about = "The action works on models, but none of its switches forPRT, forASM and forDRW lets one through, so "
-              "that it never runs.",
+     .about = "The action works on models, but none of its switches forPRT, forASM and forDRW lets one through that it "
+              "works on, so that it never runs.",
      .example = R"(<task type="saveModel" version="3" forEF="false"/>)"},
     {.name = "action-removed",
      .about = "The action has been taken out of the product; the log says so and nothing else happens.",

@@ -301,14 +301,33 @@ class Document {
     if (action.group == engine::Group::modelNeeded && !isForAnyModel(task))
       add(task, "action-for-no-model",
           "action '" + type + "' is for no model: forPRT, forASM and forDRW are all missing or 'false'");
+    else
+      checkKinds(task, type, action);
     return true;
+  }
+  // Switches that let through nothing but what the action refuses.
+  void checkKinds(const XmlNode& task, const std::string& type, const engine::Action& action) {
+    const auto& asked = action.conditions;
+    const bool asksFilter = std::any_of(asked.begin(), asked.end(),
+                                        [](const engine::Condition& one) { return one.test == engine::Test::filter; });
+    if (!asksFilter || !isForAnyModel(task)) return;
+    const ModelKinds kinds = kindsOf(action);
+    const std::pair<bool, std::wstring_view> switches[] = {
+        {kinds.parts, L"forPRT"}, {kinds.assemblies, L"forASM"}, {kinds.drawings, L"forDRW"}};
+    std::string wanted;
+    for (const auto& [isWorked, name] : switches) {
+      if (isWorked && isOn(task, name)) return;
+      if (isWorked) wanted += (wanted.empty() ? "" : " or ") + text::toUtf8(name);
+    }
+    add(task, "action-for-no-model",
+        "action '" + type + "' is for no model: of those that it works on, " + wanted + " lets none through");
   }
 
   static bool isForAnyModel(const XmlNode& task) {
-    for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW"}) {
-      if (has(task, name) && attribute(task, name) != "false") return true;
-    }
-    return false;
+    return isOn(task, L"forPRT") || isOn(task, L"forASM") || isOn(task, L"forDRW");
+  }
+  static bool isOn(const XmlNode& task, std::wstring_view name) {
+    return has(task, name) && attribute(task, name) != "false";
   }
 
   void checkGroup(const XmlNode& task) {

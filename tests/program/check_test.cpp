@@ -43,6 +43,8 @@ TEST_F(Check, EachFaultIsPlacedInItsLine) {
        ":4: B0: action 'writeToCreoLog' has version '2'; this version carries out '3'"},
       {"<task type='saveModel' version='3' forPRT='false'/>",
        ":4: B0: action 'saveModel' is for no model: forPRT, forASM and forDRW are all missing or 'false'"},
+      {"<task type='setAccuracy' version='3' forPRT='false' forDRW='true' value='0.1'/>",
+       ":4: B0: action 'setAccuracy' is for no model: of those that it works on, forPRT or forASM lets none through"},
       {"<task type='getRegExpCheck' version='3'/>", ":4: B0: action 'getRegExpCheck' does nothing"},
       {"<task type='openXLSReport' version='3'/>",
        ":4: B0: action 'openXLSReport' was removed; 'openCSVReport' takes its place"},

@@ -9,6 +9,7 @@
 #include "core/feature_codes.h"
 #include "kelvane/nearest.h"
 #include "kelvane/text_check.h"
+#include "kelvane/vocabulary_words.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -26,7 +27,6 @@ constexpr std::wstring_view kNumberSign = L"%d";
 constexpr std::wstring_view kCountThatMayLack = L"count";
 
 std::string inQuotes(std::wstring_view text) { return "'" + text::toUtf8(text) + "'"; }
-bool isCounted(const Attribute& attribute) { return attribute.name.find(kNumberSign) != attribute.name.npos; }
 
 // The digits at the end of a name; for "name_7" "7".
 std::wstring_view numberAtEnd(std::wstring_view name) {
@@ -35,10 +35,6 @@ std::wstring_view numberAtEnd(std::wstring_view name) {
 }
 std::wstring numbered(const Attribute& attribute, std::wstring_view number) {
   return text::replaceAll(std::wstring(attribute.name), kNumberSign, number);
-}
-
-std::string listed(std::wstring_view words) {
-  return text::toUtf8(text::replaceAll(text::replaceAll(std::wstring(words), L"||", L"|"), L"|", L", "));
 }
 
 class Look {
@@ -125,7 +121,7 @@ class Look {
       tellUnread("the numbers end at " + std::to_string(attribute.most - 1));
     else if (attribute.numbers == core::Numbers::toFirstGap)
       for (int before = 0; before < number; ++before)
-        if (const std::wstring gap = numbered(attribute, std::to_wstring(before)); !has(gap))
+        if (const std::wstring gap = numberedName(attribute, before); !has(gap))
           return tellUnread("the numbers end before " + inQuotes(gap) + ", which isn't there");
   }
   void readCounted(std::wstring_view name, int number, const Attribute& attribute) {
@@ -177,13 +173,10 @@ class Look {
   }
 
   void readWord(const core::XmlAttr& given, const Attribute& attribute) {
-    const auto words = text::split(attribute.words, L'|');
-    if (std::find(words.begin(), words.end(), given.value) != words.end()) return;
-    std::vector<std::string> known;
-    for (const std::wstring& word : words) known.push_back(text::toUtf8(word));
-    add("word-unknown", given.name,
-        said(given, "none of " + listed(attribute.words)) + didYouMean(text::toUtf8(given.value), known),
-        wordMend(text::toUtf8(given.value), known));
+    const std::vector<std::string> known = wordsOf(attribute);
+    const std::string value = text::toUtf8(given.value);
+    if (std::find(known.begin(), known.end(), value) != known.end()) return;
+    add("word-unknown", given.name, said(given, noneOf(attribute)) + didYouMean(value, known), wordMend(value, known));
   }
   void readFlag(const core::XmlAttr& given) {
     if (given.value == L"true" || given.value == L"false") return;
@@ -201,9 +194,6 @@ class Look {
     add("number-range", given.name,
         said(given, "not between " + text::toUtf8(text::shortest(attribute.range.least)) + " and " +
                         text::toUtf8(text::shortest(attribute.range.most))));
-  }
-  static bool isFeatureCode(std::wstring_view value) {
-    return isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= core::kLastFeatureCode;
   }
   // An attribute may hold a pattern a line.
   void readPatterns(const core::XmlAttr& given) {
@@ -230,17 +220,17 @@ class Look {
       if (attribute.need != Need::oneOf) continue;
       if (!first) first = &attribute;
       hasWork = hasWork || isThere(attribute);
-      names += (names.empty() ? "" : ", ") + inQuotes(numbered(attribute, L"0"));
+      names += (names.empty() ? "" : ", ") + inQuotes(numberedName(attribute, 0));
     }
-    if (first && !hasWork) return addMissing(numbered(*first, L"0"), names);
+    if (first && !hasWork) return addMissing(numberedName(*first, 0), names);
     // The one thing that gives work does so in each entry.
     if (first && names.find(',') == names.npos) addMissing(*first);
   }
   void addMissing(const Attribute& attribute) {
-    if (!isThere(attribute)) return addMissing(numbered(attribute, L"0"), "");
+    if (!isThere(attribute)) return addMissing(numberedName(attribute, 0), "");
     if (!isCounted(attribute)) return;
     for (const auto& [number, other] : entriesOf(attribute))
-      if (const std::wstring name = numbered(attribute, std::to_wstring(number)); !has(name))
+      if (const std::wstring name = numberedName(attribute, number); !has(name))
         add("attribute-missing", name,
             "action '" + text::toUtf8(action_.key) + "' has " + inQuotes(other) + " and no " + inQuotes(name));
   }
@@ -251,7 +241,7 @@ class Look {
       const Attribute* other = engine::findAttribute(action_, given.name);
       if (!other || !isCounted(*other) || other->counter != attribute.counter) return;
       const int number = text::parseInt(numberAtEnd(given.name));
-      const bool isRead = number < endOf(attribute) && given.name == numbered(*other, std::to_wstring(number));
+      const bool isRead = number < endOf(attribute) && given.name == numberedName(*other, number);
       if (isRead) entries.emplace(number, given.name);
     });
     return entries;
@@ -273,6 +263,16 @@ class Look {
 
 std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action) {
   return Look(task, action).run();
+}
+
+bool isFeatureCode(std::wstring_view value) {
+  return isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= core::kLastFeatureCode;
+}
+
+std::string noneOf(const Attribute& attribute) {
+  std::string words;
+  for (const std::string& word : wordsOf(attribute)) words += (words.empty() ? "" : ", ") + word;
+  return "none of " + words;
 }
 
 std::optional<AttributeFault> lettersFault(std::wstring_view name, std::wstring_view value) {

@@ -18,6 +18,9 @@ struct AttributeFault {
   std::string text;
   Mend mend = {};  // of what it is sure
 };
+bool isFeatureCode(std::wstring_view value);
+// "none of 1, 2, 3": of the attribute's words.
+std::string noneOf(const core::Attribute& attribute);
 // A switch in other letters than "true" and "false", which count as they stand here. Nothing for any other value.
 std::optional<AttributeFault> lettersFault(std::wstring_view name, std::wstring_view value);
 // Of two attributes that would get one name neither is sure.

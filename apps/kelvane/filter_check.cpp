@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
-#include "core/feature_codes.h"
 #include "documents/predicates.h"
 #include "kelvane/nearest.h"
 #include "kelvane/text_check.h"
 #include "kelvane/vocabulary_words.h"
 #include "text/encoding.h"
-#include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -95,15 +93,13 @@ class Item {
     return row.kind == Kind::word ? wordMend(value, wordsOf(row)) : Mend();
   }
   static std::string valueFault(std::wstring_view value, const Attribute& row) {
-    const bool isCode =
-        isInteger(value) && text::parseInt(value) >= 0 && text::parseInt(value) <= core::kLastFeatureCode;
     switch (row.kind) {
       case Kind::integer:
         return isInteger(value) ? "" : "no whole number";
       case Kind::index:
         return value == L"*" || isInteger(value) ? "" : "neither a whole number nor '*'";
       case Kind::feature:
-        return isCode ? "" : "no code of a feature type";
+        return isFeatureCode(value) ? "" : "no code of a feature type";
       case Kind::number:
         return isNumber(value) ? "" : "no number";
       case Kind::measure:
@@ -111,15 +107,14 @@ class Item {
       case Kind::flag:
         return value == L"true" || value == L"false" ? "" : "neither 'true' nor 'false'";
       case Kind::word:
-        return wordFault(value, row.words);
+        return isWordOf(value, row) ? "" : noneOf(row);
       default:
         return {};
     }
   }
-  static std::string wordFault(std::wstring_view value, std::wstring_view known) {
-    const auto words = text::split(known, L'|');
-    if (std::find(words.begin(), words.end(), value) != words.end()) return {};
-    return "none of " + text::toUtf8(text::replaceAll(std::wstring(known), L"|", L", "));
+  static bool isWordOf(std::wstring_view value, const Attribute& row) {
+    const auto words = text::split(row.words, L'|');  // an empty one, too
+    return std::find(words.begin(), words.end(), value) != words.end();
   }
 
   // A comparison with an order or a margin is one of numbers, and reads them up to a comma.

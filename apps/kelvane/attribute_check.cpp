@@ -102,7 +102,8 @@ class Look {
 
   void readKnown(const core::XmlAttr& given, const Attribute& attribute) {
     if (isCounted(attribute)) readNumber(given.name, attribute);
-    if (given.value.empty() || (hasVariables(given.value) && attribute.kind != Kind::pattern)) return;
+    const bool isPutTogether = attribute.variables && hasVariables(given.value);
+    if (given.value.empty() || (isPutTogether && attribute.kind != Kind::pattern)) return;
     readValue(given, attribute);
   }
 
@@ -176,7 +177,9 @@ class Look {
     const std::vector<std::string> known = wordsOf(attribute);
     const std::string value = text::toUtf8(given.value);
     if (std::find(known.begin(), known.end(), value) != known.end()) return;
-    add("word-unknown", given.name, said(given, noneOf(attribute)) + didYouMean(value, known), wordMend(value, known));
+    // A number isn't the slip of another one.
+    const std::string hint = isInteger(given.value) ? std::string() : didYouMean(value, known);
+    add("word-unknown", given.name, said(given, noneOf(attribute)) + hint, wordMend(value, known));
   }
   void readFlag(const core::XmlAttr& given) {
     if (given.value == L"true" || given.value == L"false") return;

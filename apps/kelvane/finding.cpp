@@ -83,6 +83,11 @@ constexpr Rule kRules[] = {
     {.name = "filter-empty",
      .about = "A filter block holds no items where the reader looks for them: every model passes.",
      .example = R"(<filters><item type="isInstance"/></filters>)"},
+    {.name = "filter-unasked",
+     .severity = warning,
+     .about = "An action holds a filter, but lacks 'forEF', so that it works on models whatever the filter says.",
+     .example =
+         R"(<task type="saveModel" version="3" forPRT="true"><filter><item type="isInstance"/></filter></task>)"},
     {.name = "filter-unknown",
      .about = "No filter has this key. It counts as passed.",
      .example = R"(<item type="isInstanze" filtertype="true"/>)"},

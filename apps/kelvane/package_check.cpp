@@ -385,6 +385,9 @@ class Document {
   // What an action, or what is written like one, asks of a model: its type, then the filter where that is switched on.
   void checkSwitchedFilter(const XmlNode& node) {
     for (const wchar_t* name : {L"forPRT", L"forASM", L"forDRW", L"forEF"}) checkSmallLetters(node, name);
+    if (!has(node, L"forEF") && documents::holdsItems(node))
+      add(node, "filter-unasked", "the filter has items and isn't asked: there is no 'forEF'" + misspelt(node, "forEF"),
+          "forEF");
     if (attribute(node, L"forEF") != "true") return;
     checkFilter(node);
     if (!documents::holdsItems(node)) add(node, "filter-empty", kNoItems);

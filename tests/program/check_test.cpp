@@ -335,6 +335,9 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
       {"</body><fliter actvie='true' exists='no'><root/></fliter><foot/></list>",
        "section-name attribute-unknown word-unknown"},
       {"</body><filter/><foot/></list><list></list>", "element-unknown"},
+      {"<task version='3' forPRT='true' type='saveModel'><filter><f type='isInstance' "
+       "filtertype='true'/></filter></task>",
+       "filter-unasked"},
       {item("type='isInstance' filtertype='yes'"), "word-unknown"},
       {item("type='isInstance' filtertype='true' opand='AND'"), "word-unknown"},
       {item("type='filename' filtertype='true' filename='*'"), "predicate-constant"},

@@ -1,6 +1,9 @@
 #include "kelvane/list_names.h"
 
+#include <algorithm>
+
 #include "engine/dispatch.h"
+#include "kelvane/nearest.h"
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -16,6 +19,15 @@ constexpr std::wstring_view kOpensReport = L"openCSVReport";
 std::wstring_view valueOf(const core::XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* found = core::attrFind(node.attributes, name);
   return found ? found->value : std::wstring_view();
+}
+
+// In their order, whatever holds them.
+template <class Names>
+std::vector<std::string> narrowed(const Names& names) {
+  std::vector<std::string> all;
+  for (const std::wstring& name : names) all.push_back(text::toUtf8(name));
+  std::sort(all.begin(), all.end());
+  return all;
 }
 
 }  // namespace
@@ -58,9 +70,9 @@ std::vector<AttributeFault> ListNames::faults(const core::XmlNode& task, const e
     const std::string name = text::toUtf8(given.name);
     if (attribute && attribute->kind == Kind::reporter && !opensAny_ && !hasVariables(given.value) &&
         !reporters_.contains(std::wstring(given.value)))
-      faults.push_back(
-          {"reporter-unknown", name,
-           "'" + name + "': no action up to this section opens a report '" + text::toUtf8(given.value) + "'"});
+      faults.push_back({"reporter-unknown", name,
+                        "'" + name + "': no action up to this section opens a report '" + text::toUtf8(given.value) +
+                            "'" + didYouMean(text::toUtf8(given.value), narrowed(reporters_))});
     for (AttributeFault& fault : unsetVariables(given)) faults.push_back(std::move(fault));
   });
   addReport(task, action, faults);
@@ -74,8 +86,9 @@ std::vector<AttributeFault> ListNames::unsetVariables(const core::XmlAttr& given
   for (const std::string& used : namedUserVariables(given.value)) {
     const std::string variable = used.substr(1, used.size() - 2);
     if (!variables_.contains(text::fromUtf8(variable)))
-      faults.push_back(
-          {"user-variable-unset", name, "'" + name + "': no action up to this section sets '%user:" + variable + "%'"});
+      faults.push_back({"user-variable-unset", name,
+                        "'" + name + "': no action up to this section sets '%user:" + variable + "%'" +
+                            didYouMean(variable, narrowed(variables_))});
   }
   return faults;
 }

@@ -118,6 +118,9 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {drawing + "%FORM%'><subtasks/></task>", ""},
       {drawing + "A4'><subtasks/></task>", ":4: B0: 'tmpName': the package has no 'models/forms/A4.drw'"},
       {group + "reworkMode='9'><subtasks/></task>", ":4: B0: 'reworkMode': none of 0, 1, 2, 3, 4, 5, 6, 7: '9'"},
+      {"<task type='openCSVReport' version='3' name='Masses' file='@project_dir@/a.csv'/>"
+       "<task type='reportModeldata' version='3' forPRT='true' reporter='masses' mass='true'/>",
+       ":4: B1: 'reporter': no action up to this section opens a report 'masses'; did you mean 'Masses'?"},
       {group + "reworkMode='5' mdlname='@project_dir@/plate.stp'><subtasks/></task>",
        ":4: B0: 'mdlname': '@project_dir@' stays as it is in the name of another model; no file is found there"},
       {group + "reworkMode='5' mdlname='%DIR%/plate.stp'><subtasks/></task>", ""},

@@ -161,12 +161,13 @@ std::string nameWords(const Attribute& attribute) {
   return first + end + (attribute.numbers == core::Numbers::toFirstGap ? ", without gaps" : "");
 }
 
-std::string needWords(const Attribute& attribute) {
+std::string needWords(const Attribute& attribute, std::span<const Attribute> all) {
+  const auto isChoice = [](const Attribute& one) { return one.need == core::Need::oneOf; };
   switch (attribute.need) {
     case core::Need::needed:
       return "needed";
     case core::Need::oneOf:
-      return "one of these";
+      return std::count_if(all.begin(), all.end(), isChoice) == 1 ? "needed" : "one of these";
     case core::Need::optional:
       break;
   }

@@ -118,7 +118,7 @@ constexpr TestWords kTests[] = {
     {Test::notSkeleton, "the model is no skeleton", kAnyKind},
     {Test::instancesAsTold, "the model is no instance of a family table, or forInstances isn't false", kAnyKind},
     {Test::skeletonsAsTold, "the model is no skeleton, or forSkel is true", kAnyKind},
-    {Test::anyOfTheWork, "one of the attributes is there of which one is needed", kAnyKind},
+    {Test::anyOfTheWork, "one of the needed attributes is there", kAnyKind},
 };
 const TestWords& rowOf(Test test) {
   return *std::find_if(std::begin(kTests), std::end(kTests) - 1,

@@ -35,8 +35,12 @@ std::wstring numbered(const Attribute& attribute, std::wstring_view number) {
   return text::replaceAll(std::wstring(attribute.name), kNumberSign, number);
 }
 
+// The words with commas between them; an empty one can't be read among them.
 std::string listed(std::wstring_view words) {
-  return text::toUtf8(text::replaceAll(text::replaceAll(std::wstring(words), L"||", L"|"), L"|", L", "));
+  std::string all;
+  for (const std::wstring& word : text::split(words, L'|'))
+    if (!word.empty()) all += (all.empty() ? "" : ", ") + text::toUtf8(word);
+  return all;
 }
 
 class Look {
@@ -156,8 +160,11 @@ class Look {
     if (std::find(words.begin(), words.end(), given.value) != words.end()) return;
     std::vector<std::string> known;
     for (const std::wstring& word : words) known.push_back(text::toUtf8(word));
+    // A sign or two are as near to any word as to the one that was meant.
+    const bool isLong = given.value.size() > 2;
     add("word-unknown", given.name,
-        said(given, "none of " + listed(attribute.words)) + didYouMean(text::toUtf8(given.value), known),
+        said(given, "none of " + listed(attribute.words)) +
+            (isLong ? didYouMean(text::toUtf8(given.value), known) : std::string()),
         wordMend(text::toUtf8(given.value), known));
   }
   void readFlag(const core::XmlAttr& given) {

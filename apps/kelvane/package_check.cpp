@@ -4,7 +4,6 @@
 #include <optional>
 #include <set>
 
-#include "actions/environment/group_modes.h"
 #include "actions/environment/question.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
@@ -224,7 +223,9 @@ class Document {
     using actions::QuestionKind;
     const std::string type = attribute(task, L"varType");
     const auto kind = actions::questionKind(text::fromUtf8(type));
-    if (!kind) return add(task, "question", "setUserVariable has no 'varType' '" + type + "'");
+    // The row tells any other word.
+    if (hasVariables(text::fromUtf8(type))) add(task, "question", "setUserVariable has no 'varType' '" + type + "'");
+    if (!kind) return;
     if (*kind != QuestionKind::description && attribute(task, L"varName").empty()) {
       add(task, "question", "the question has no 'varName': its answer is lost");
     }
@@ -281,8 +282,8 @@ class Document {
 
   void checkGroup(const XmlNode& task) {
     const std::string mode = attribute(task, L"reworkMode");
-    if (!actions::isGroupMode(text::fromUtf8(mode)))
-      add(task, "group", "groupActions has no rework mode '" + mode + "'");
+    // The row tells any other word.
+    if (hasVariables(text::fromUtf8(mode))) add(task, "group", "groupActions has no rework mode '" + mode + "'");
     if (mode == "5" && attribute(task, L"mdlname").find(text::toUtf8(kProjectDirectory)) != std::string::npos)
       add(task, "group",
           "'mdlname': '@project_dir@' stays as it is in the name of another model; no file is found there");

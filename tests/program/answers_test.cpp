@@ -115,7 +115,7 @@ TEST_F(Answers, ListsNamesTheQuestionsAndCheckTheirFaults) {
   EXPECT_THAT(kelvane({"lists", path("standards"), "--json"}).out, HasSubstr("\"variable\": \"W\""));
   list("ask.xml", ask("9", "varName='V'") + ask("2", "varName='V' combo_c='2'") + ask("1", ""));
   const std::string found = kelvane({"check", path("standards")}).out;
-  EXPECT_THAT(found, HasSubstr("B0: setUserVariable has no 'varType' '9'"));
+  EXPECT_THAT(found, HasSubstr("B0: 'varType': none of 1, 2, 3, 4, 5, 6, 7: '9'"));
   EXPECT_THAT(found, HasSubstr("B1: the question has nothing to choose from"));
   EXPECT_THAT(found, HasSubstr("B2: the question has no 'varName': its answer is lost"));
 }

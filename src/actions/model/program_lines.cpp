@@ -230,7 +230,10 @@ Outcome deleteModelProProgramInputLines(const Task& task) {
 }
 
 constexpr Attribute kLineAttributes[] = {
-    {.name = L"delline", .need = Need::oneOf, .about = "patterns of lines that go, with line feeds between them"},
+    {.name = L"delline",
+     .kind = Kind::pattern,
+     .need = Need::oneOf,
+     .about = "patterns of lines that go, with line feeds between them"},
     {.name = L"startline",
      .kind = Kind::pattern,
      .need = Need::oneOf,

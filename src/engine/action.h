@@ -57,7 +57,7 @@ enum class Test : std::uint8_t {
   instancesAsTold,     // it is no instance, or the attribute forInstances isn't "false"
   skeletonsAsTold,     // it is no skeleton, or the attribute forSkel is "true"
   // The attributes.
-  anyOfTheWork,  // one of those is there that are marked Need::oneOf; where none is, that are marked Need::needed
+  anyOfTheWork,  // one of those is there that are marked Need::oneOf
 };
 
 // A condition, and what becomes of the action where it doesn't hold.

@@ -177,8 +177,9 @@ class Look {
     const std::vector<std::string> known = wordsOf(attribute);
     const std::string value = text::toUtf8(given.value);
     if (std::find(known.begin(), known.end(), value) != known.end()) return;
-    // A number isn't the slip of another one.
-    const std::string hint = isInteger(given.value) ? std::string() : didYouMean(value, known);
+    // A number isn't the slip of another one, and a sign or two are as near to any word as to the one that was meant.
+    const bool isSlip = value.size() > 2 && !isInteger(given.value);
+    const std::string hint = isSlip ? didYouMean(value, known) : std::string();
     add("word-unknown", given.name, said(given, noneOf(attribute)) + hint, wordMend(value, known));
   }
   void readFlag(const core::XmlAttr& given) {

@@ -13,10 +13,10 @@ namespace {
 using core::Attribute;
 using nlohmann::ordered_json;
 
-ordered_json described(const Attribute& attribute) {
+ordered_json described(const Attribute& attribute, std::span<const Attribute> all) {
   ordered_json one = {{"name", text::toUtf8(attribute.name)}};
   if (isCounted(attribute)) one["names"] = nameWords(attribute);
-  if (const std::string need = needWords(attribute); !need.empty()) one["need"] = need;
+  if (const std::string need = needWords(attribute, all); !need.empty()) one["need"] = need;
   one["value"] = valueWords(attribute);
   if (const auto words = wordsOf(attribute); !words.empty()) one["words"] = words;
   if (attribute.range.isThere()) one["range"] = {attribute.range.least, attribute.range.most};
@@ -27,7 +27,7 @@ ordered_json described(const Attribute& attribute) {
 }
 ordered_json describedAll(std::span<const Attribute> attributes) {
   ordered_json all = ordered_json::array();
-  for (const Attribute& attribute : attributes) all.push_back(described(attribute));
+  for (const Attribute& attribute : attributes) all.push_back(described(attribute, attributes));
   return all;
 }
 
@@ -64,8 +64,8 @@ class Lines {
     if (attributes.empty()) return;
     lines_.emplace_back();
     for (const Attribute& attribute : attributes)
-      rows_.push_back(
-          {"  " + nameWords(attribute), needWords(attribute), valueWords(attribute), std::string(attribute.about)});
+      rows_.push_back({"  " + nameWords(attribute), needWords(attribute, attributes), valueWords(attribute),
+                       std::string(attribute.about)});
     flush();
   }
   std::vector<std::string> finished(const std::string& example) {

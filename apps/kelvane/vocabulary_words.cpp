@@ -118,7 +118,7 @@ constexpr TestWords kTests[] = {
     {Test::notSkeleton, "the model is no skeleton", kAnyKind},
     {Test::instancesAsTold, "the model is no instance of a family table, or forInstances isn't false", kAnyKind},
     {Test::skeletonsAsTold, "the model is no skeleton, or forSkel is true", kAnyKind},
-    {Test::anyOfTheWork, "one of the attributes is there of which one is needed", kAnyKind},
+    {Test::anyOfTheWork, "one of the needed attributes is there", kAnyKind},
 };
 const TestWords& rowOf(Test test) {
   return *std::find_if(std::begin(kTests), std::end(kTests) - 1,
@@ -161,12 +161,13 @@ std::string nameWords(const Attribute& attribute) {
   return first + end + (attribute.numbers == core::Numbers::toFirstGap ? ", without gaps" : "");
 }
 
-std::string needWords(const Attribute& attribute) {
+std::string needWords(const Attribute& attribute, std::span<const Attribute> all) {
+  const auto isChoice = [](const Attribute& one) { return one.need == core::Need::oneOf; };
   switch (attribute.need) {
     case core::Need::needed:
       return "needed";
     case core::Need::oneOf:
-      return "one of these";
+      return std::count_if(all.begin(), all.end(), isChoice) == 1 ? "needed" : "one of these";
     case core::Need::optional:
       break;
   }

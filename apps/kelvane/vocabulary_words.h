@@ -17,8 +17,8 @@ std::vector<std::string> predicateKeys();
 std::string valueWords(const core::Attribute& attribute);
 // The name with its numbers: "name_0 to name_99".
 std::string nameWords(const core::Attribute& attribute);
-// "needed", "one of these"; empty for one that may be absent.
-std::string needWords(const core::Attribute& attribute);
+// "needed", "one of these"; empty for one that may be absent. all: the attributes of its row.
+std::string needWords(const core::Attribute& attribute, std::span<const core::Attribute> all);
 // The words of a list; an empty one is none.
 std::vector<std::string> wordsOf(const core::Attribute& attribute);
 bool isCounted(const core::Attribute& attribute);

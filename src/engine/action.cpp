@@ -32,16 +32,24 @@ bool isThere(const Task& task, const Attribute& attribute) {
   if (!attribute.name.ends_with(kNumberSign)) return task.has(attribute.name);
   return !task.numbers(attribute.name.substr(0, attribute.name.size() - kNumberSign.size()), attribute.most).empty();
 }
+// Attributes of which one must be there are the work; where a row has none, those that are needed together: the
+// function itself tells which of these is missing.
+Need needOfWork(const Action& action) {
+  const bool hasChoice = std::any_of(action.attributes.begin(), action.attributes.end(),
+                                     [](const Attribute& attribute) { return attribute.need == Need::oneOf; });
+  return hasChoice ? Need::oneOf : Need::needed;
+}
 bool hasWork(const Action& action, const Task& task) {
-  return std::any_of(action.attributes.begin(), action.attributes.end(), [&](const Attribute& attribute) {
-    return attribute.need == Need::oneOf && isThere(task, attribute);
-  });
+  const Need work = needOfWork(action);
+  return std::any_of(action.attributes.begin(), action.attributes.end(),
+                     [&](const Attribute& attribute) { return attribute.need == work && isThere(task, attribute); });
 }
 
 // "The attribute 'name_0' is missing": the first of those any of which is work.
 std::wstring missingLine(const Action& action) {
+  const Need work = needOfWork(action);
   const auto first = std::find_if(action.attributes.begin(), action.attributes.end(),
-                                  [](const Attribute& attribute) { return attribute.need == Need::oneOf; });
+                                  [work](const Attribute& attribute) { return attribute.need == work; });
   const std::wstring name = first == action.attributes.end() ? std::wstring() : text::format(first->name, 0);
   return text::format(L"The attribute '%s' is missing", name);
 }

@@ -78,13 +78,13 @@ class Walk {
   }
 
   void addOfSolid(creo::ProMdl model, const std::wstring& name, std::vector<Step>& next) {
-    if (!flags_.skipGenerics && documents::isInstance(model) == 1) {
+    if (!flags_.skipGenerics && documents::isInstance(model) == documents::Answer::yes) {
       if (const auto generic = creo::ProFaminstanceGenericGet(model, true))
         next.push_back({generic.value, false});
       else
         core::creoLog(text::format(L"<KVD> The generic of %s can't be used.", name));
     }
-    if (flags_.instances && documents::isGeneric(model) == 1) addInstances(model, next);
+    if (flags_.instances && documents::isGeneric(model) == documents::Answer::yes) addInstances(model, next);
     if (flags_.drawings) addDrawings(model, name, next);
     if (flags_.dependents) addDependents(model, next);
   }

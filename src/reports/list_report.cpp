@@ -5,7 +5,6 @@
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "reports/file_name.h"
-#include "reports/list_kinds.h"
 #include "reports/list_rows.h"
 #include "reports/open_report.h"
 #include "text/letters.h"
@@ -112,9 +111,6 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-
-bool isListKind(std::wstring_view sel) { return listKind(sel) != nullptr; }
-
 }  // namespace reports
 
 namespace actions {

@@ -54,7 +54,7 @@ constexpr Action kActions[] = {
      .version = L"4",
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users | Touched::family | Touched::files | Touched::session |
-                          Touched::variables,
+                          Touched::server | Touched::surroundings | Touched::variables,
                  .changes = Touched::reports},
      .about = "reports one of two texts, by a filter of its own in the child reportFilter",
      .function = &reportUniversal},

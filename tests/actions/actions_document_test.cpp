@@ -60,6 +60,11 @@ class ActionsDocument : public testing::Test {
         words.insert(std::to_string(n));
     }
   }
+  static const Attribute* named(std::span<const Attribute> attributes, std::wstring_view name) {
+    for (const Attribute& one : attributes)
+      if (one.name == name) return &one;
+    return nullptr;
+  }
   // The words that an attribute's line names, and those of the lines that it refers to: "as for `addSymbol`" is the
   // attribute of that name there, "as `stylef`" another one of the same action.
   std::set<std::string> wordsOf(const Action& action, const Attribute& attribute) const {
@@ -71,7 +76,7 @@ class ActionsDocument : public testing::Test {
     for (const std::string& name : inTicks(line->value)) {
       const Action* other = engine::findAction(text::fromUtf8(name));
       const Action& meant = other ? *other : action;
-      const Attribute* there = other ? core::findAttribute(other->attributes, attribute.name)
+      const Attribute* there = other ? named(other->attributes, attribute.name)
                                      : core::findAttribute(action.attributes, text::fromUtf8(name));
       if (!there || !sectionOf(meant)) continue;
       const std::vector<AttributeLine> lines = attributeLines(*sectionOf(meant));

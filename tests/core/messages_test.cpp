@@ -178,7 +178,7 @@ TEST(MessageLiterals, AreAskedByTheirNames) {
       "reports/report_layer.cpp: Layer",
       "reports/report_parameters.cpp: Parameter",
       "reports/report_relations.cpp: Relations",
-      "reports/solid_columns.cpp: Simplified representations",
+      "reports/report_model_data.cpp: Simplified representations",
   };
   std::map<std::wstring, std::size_t> rows;
   for (const core::MessageTable* table : {&core::lang_de, &core::lang_en})

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Holds files against a schema: validate.py SCHEMA FILE...
 
 The schema is RELAX NG (NAME.rng) or JSON Schema (any other name). Each file that isn't valid is told in a line,

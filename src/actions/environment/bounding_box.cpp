@@ -67,7 +67,7 @@ constexpr Attribute kAttributes[] = {
     {.name = L"format", .kind = Kind::format, .need = Need::needed, .about = "how the numbers are written"},
 };
 // With "rotate" features of the model are put away and come back.
-constexpr Effects kEffects{.changes = Touched::model | Touched::variables};
+constexpr Effects kEffects{.reads = Touched::model | Touched::users, .changes = Touched::model | Touched::variables};
 
 constexpr Action kActions[] = {
     {.key = L"setUserVariableFromBoundingBox",

@@ -114,7 +114,7 @@ constexpr Action kActions[] = {
      .group = Group::withoutModel,
      .title = L"Set user variable",
      .attributes = kAttributes,
-     .effects = {.changes = Touched::variables, .known = false},
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::variables, .known = false},
      .about = "asks the user for the value of a user variable",
      .function = &setUserVariable},
 };

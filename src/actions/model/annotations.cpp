@@ -146,8 +146,8 @@ Outcome removeAllAnnotations(const Task& task) {
 }
 
 constexpr Attribute kAddAttributes[] = {
-    {.name = L"name", .variables = true, .need = Need::oneOf, .about = "the note's name"},
-    {.name = L"text_%d", .variables = true, .need = Need::oneOf, .about = "its lines; gaps are passed over"},
+    {.name = L"name", .variables = true, .need = Need::needed, .about = "the note's name"},
+    {.name = L"text_%d", .variables = true, .need = Need::needed, .about = "its lines; gaps are passed over"},
     {.name = L"csys",
      .variables = true,
      .about = "the coordinate system where it stands; absent or empty: the first that has a name"},

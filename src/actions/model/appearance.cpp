@@ -112,7 +112,7 @@ constexpr Attribute color(std::wstring_view name, std::string_view about) {
   return {.name = name,
           .kind = Kind::number,
           .variables = true,
-          .need = Need::oneOf,
+          .need = Need::needed,
           .range = {.least = 0, .most = kFullColor},
           .about = about};
 }

@@ -195,12 +195,12 @@ constexpr Attribute kRescaleAttributes[] = {
     {.name = L"left",
      .kind = Kind::number,
      .variables = true,
-     .need = Need::oneOf,
+     .need = Need::needed,
      .about = "a number over 0, by which positions are multiplied"},
     {.name = L"right",
      .kind = Kind::number,
      .variables = true,
-     .need = Need::oneOf,
+     .need = Need::needed,
      .about = "a number over 0, by which they are divided"},
 };
 constexpr Attribute kFillAttributes[] = {
@@ -210,10 +210,10 @@ constexpr Attribute kFillAttributes[] = {
      .about = "the component's own parameter; absent or empty: of the same name"},
 };
 constexpr Attribute kDrivingAttributes[] = {
-    {.name = L"name", .variables = true, .need = Need::oneOf, .about = "the parameter's name"},
+    {.name = L"name", .variables = true, .need = Need::needed, .about = "the parameter's name"},
     {.name = L"dim",
      .variables = true,
-     .need = Need::oneOf,
+     .need = Need::needed,
      .about = "the symbol of the dimension in the component's model"},
 };
 constexpr Effects kEffects{.reads = Touched::model | Touched::users, .changes = Touched::model};

@@ -257,12 +257,12 @@ constexpr Attribute kDisplayAttributes[] = {
     {.name = L"stylef",
      .kind = Kind::word,
      .words = L"*|default|wireframe|hidden|nohidden|shading|environment|shadingedges|0|1|2|3|4|5|6",
-     .need = Need::oneOf,
+     .need = Need::needed,
      .about = "views that are drawn so, by its word or Creo's number of it; *: whatever it is"},
     {.name = L"stylet",
      .kind = Kind::word,
      .words = L"default|wireframe|hidden|nohidden|shading|environment|shadingedges|0|1|2|3|4|5|6",
-     .need = Need::oneOf,
+     .need = Need::needed,
      .about = "how they are drawn from now on"},
 };
 

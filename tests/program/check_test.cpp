@@ -177,7 +177,8 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
       {"</body>\n<filter active='true'><root/></filter><foot/></list>", ""},
       {"</body>\n<foot/></list>",
        ":1: a list has four sections, head, body, filter and foot; this one has fewer\n"
-       "actionlists/clean.xml:5: 'foot' stands in another section's place and isn't read as what it is called: head, "
+       "actionlists/clean.xml:5: warning: 'foot' stands in another section's place and isn't read as what it is "
+       "called: head, "
        "body and filter are "
        "the "
        "first three elements of a list, the foot is the fourth, or of five the fifth"},
@@ -232,7 +233,8 @@ TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
       {action + "createPDF417Barcode' eci='false' valuec='1' value0='\xc2\xb1 0,1'/>",
        "'value0' has letters beyond ASCII, which readers guess; eci=\"true\" tells them"},
       {action + "createQRdotmatrix' eci='true' valuec='1' value0='%TEXT%'/>", ""},
-      {action + "setQRCode' valuec='1' value0='P-1' value1='%TEXT%'/>", ""},
+      {action + "setQRCode' valuec='1' value0='P-1' value1='%TEXT%'/>",
+       "warning: 'valuec' is '1', so that 'value1' isn't read"},
       {action + "saveConfigOptions' savename='s'><o name_0='search_path'/></task>",
        "each model saves the options once more, and 'setConfigOption' puts all of that back; in the head they are "
        "saved "

@@ -288,7 +288,7 @@ constexpr Action kActions[] = {
      .title = Message::setView,
      .conditions = {kFilter, kSolids, kAnyOfTheWork},
      .attributes = kSetAttributes,
-     .effects = {.changes = Touched::session | Touched::options},
+     .effects = {.changes = Touched::model | Touched::session | Touched::options},
      .about = "shows a solid in a saved view",
      .function = &setView},
     {.key = L"replaceViewModelDisplay",

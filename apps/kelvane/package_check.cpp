@@ -35,6 +35,8 @@ using core::XmlNode;
 constexpr const char* kNoItems =
     "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
 
+constexpr std::wstring_view kValue = L"value_";
+
 constexpr const char* kWrongPlace =
     "' stands in another section's place and isn't read as what it is called: head, body and filter are the first "
     "three "
@@ -260,6 +262,7 @@ class Document {
     checkPaths(task, action);
     addUses(task, usesOfAction(task, action));
     checkUnits(task);
+    checkValues(task);
     // What is saved stays for the run, and a later model sets all of it again.
     if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
     if (type == "groupActions") checkGroup(task);
@@ -281,6 +284,21 @@ class Document {
               "'" + text::toUtf8(unit.name) + "': a " + type + " has no unit, so the parameter isn't created");
       }
     }
+  }
+
+  // Of a list of new parameters: a number is cut off where it ends, and a Boolean is true for "true" alone.
+  void checkValues(const XmlNode& task) {
+    eachAttribute(task, [&](const core::XmlAttr& value) {
+      if (!value.name.starts_with(kValue) || value.value.empty() || hasVariables(value.value)) return;
+      const std::string type = attribute(task, L"type_" + std::wstring(value.name.substr(kValue.size())));
+      const std::string name = text::toUtf8(value.name), shown = ": '" + text::toUtf8(value.value) + "'";
+      if (type == "Integer" && !isInteger(value.value))
+        add(task, "number-broken", "'" + name + "': no whole number" + shown, name);
+      if (type == "Double" && !isNumber(value.value))
+        add(task, "number-broken", "'" + name + "': no number" + shown, name);
+      if (type == "Boolean" && value.value != L"true" && value.value != L"false")
+        add(task, "word-unknown", "'" + name + "': neither 'true' nor 'false', so that it is false" + shown, name);
+    });
   }
 
   void checkQuestion(const XmlNode& task) {

@@ -194,6 +194,10 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "character class): '/GEAR[/'"},
       {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='String' unit_0='mm'/>",
        ":4: B0: 'unit_0': a String has no unit, so the parameter isn't created"},
+      {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='Integer' value_0='12,5'/>",
+       ":4: B0: 'value_0': no whole number: '12,5'"},
+      {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='Boolean' value_0='yes'/>",
+       ":4: B0: 'value_0': neither 'true' nor 'false', so that it is false: 'yes'"},
       {"<task type='editModelNotesFromFile' version='3' forDRW='true' path='@project_dir@/Notes.csv'/>",
        ":4: B0: 'reports/Notes.csv': A quote is never closed: the record of line 2 takes in the rest of the file and "
        "isn't used"},

@@ -151,6 +151,8 @@ class Item {
       const std::string name = text::toUtf8(predicate.attributes.front().name), pattern = valueOf(text::fromUtf8(name));
       if (pattern == "*" || pattern == "/.*/" || pattern == "/^.*$/")
         add("predicate-constant", name, "filter '" + type_ + "': '" + pattern + "' fits everything");
+      if (pattern.empty() && has(text::fromUtf8(name)))
+        add("predicate-constant", name, "filter '" + type_ + "': an empty text fits nothing");
     }
     addWithoutQuestion(predicate);
   }

@@ -117,7 +117,8 @@ constexpr Rule kRules[] = {
      .example = R"(name_0="/(/")"},
     {.name = "predicate-constant",
      .severity = warning,
-     .about = "The item has the same answer for every model: its pattern fits everything, or it asks nothing.",
+     .about =
+         "The item has the same answer for every model: its pattern fits everything or nothing, or it asks nothing.",
      .example = R"(<item type="filename" filename="*" filtertype="true"/>)"},
     {.name = "question",
      .about = "A question asks nothing, or its answer is lost.",

@@ -35,6 +35,8 @@ using core::XmlNode;
 constexpr const char* kNoItems =
     "the filter holds no items, so that every model passes it; items stand in an element 'root' or 'filter'";
 
+constexpr std::wstring_view kValue = L"value_";
+
 constexpr const char* kWrongPlace =
     "' stands in another section's place and isn't read as what it is called: head, body and filter are the first "
     "three "
@@ -84,6 +86,7 @@ class Document {
     if (!loaded_) return;
     const documents::ActionList list = documents::actionList(*loaded_.document);
     checkBehind();
+    isDisplaced_ = areTagsBroken() || !list.foot;
     checkSections(list);
     checkSection(list.head, "head", 'H');
     checkSection(list.body, "body", 'B');
@@ -112,6 +115,9 @@ class Document {
     findings_.back().element = elementOf(at);
   }
   void add(const XmlNode& at, AttributeFault fault) {
+    // No name has a quote: the fault of the text that brought it there is told.
+    const bool hasQuote = fault.attribute.find_first_of("'\"") != std::string::npos;
+    if (hasQuote && fault.rule == "attribute-unknown" && !scan_.faults.empty()) return;
     add(at, fault.rule, std::move(fault.text), std::move(fault.attribute));
     Finding& finding = findings_.back();
     finding.mend = editsOf(at, finding.element, finding.attribute, fault.mend);
@@ -167,15 +173,28 @@ class Document {
     const std::pair<std::wstring_view, const XmlNode*> sections[] = {
         {L"head", list.head}, {L"body", list.body}, {L"filter", list.filter}, {L"foot", list.foot}};
     if (!top) return;
-    if (!list.foot)
-      add(1, "section-missing", "a list has four sections, head, body, filter and foot; this one has fewer");
+    if (!list.foot && !areTagsBroken())
+      add(1, "section-missing",
+          "a list has four sections, head, body, filter and foot; this one has fewer" + missingSections(*top));
+    if (!list.foot && areTagsBroken()) return;
+    bool isOneTold = false;  // where one is missing those behind it follow
     core::xmlEachChild(*top, [&](const XmlNode& child) {
       for (const auto& [name, section] : sections) {
-        if (child.name == name && &child != section)
+        if (child.name == name && &child != section && (list.foot || !isOneTold)) {
           add(child, "section-order", "'" + text::toUtf8(name) + kWrongPlace);
+          isOneTold = true;
+        }
         if (child.name != name && &child == section) checkSectionName(child, text::toUtf8(name));
       }
     });
+  }
+  static std::string missingSections(const XmlNode& top) {
+    std::vector<std::string> given;
+    core::xmlEachChild(top, [&given](const XmlNode& child) { given.push_back(text::toUtf8(child.name)); });
+    std::string missing;
+    for (const char* name : {"head", "body", "filter", "foot"})
+      if (nearest(name, given).empty()) missing += (missing.empty() ? "" : ", ") + ("'" + std::string(name) + "'");
+    return missing.empty() ? missing : "; not there: " + missing;
   }
   void checkSectionName(const XmlNode& section, const std::string& place) {
     const std::string name = text::toUtf8(section.name);
@@ -183,12 +202,15 @@ class Document {
     if (const std::string hint = didYouMean(name, meant); !hint.empty())
       add(section, "section-name", "'" + name + "' is read as the list's " + place + ", whatever it is called" + hint);
   }
+  // Then elements stand in others than those that their author put them in.
+  [[nodiscard]] bool areTagsBroken() const {
+    return std::any_of(scan_.faults.begin(), scan_.faults.end(), [](const XmlFault& one) {
+      return one.rule.starts_with("tag-") || one.rule == "comment" || one.rule == "quote-missing";
+    });
+  }
   // What stands behind the document's element. A tag that closes too much brings it there, and is told itself.
   void checkBehind() {
-    const auto isOfTags = [](const XmlFault& one) {
-      return one.rule.starts_with("tag-") || one.rule == "comment" || one.rule == "quote-missing";
-    };
-    if (std::any_of(scan_.faults.begin(), scan_.faults.end(), isOfTags)) return;
+    if (areTagsBroken()) return;
     bool isBehind = false;
     core::xmlEachChild(*loaded_.document->root(), [&](const XmlNode& one) {
       if (isBehind)
@@ -199,10 +221,12 @@ class Document {
   }
 
   void checkTask(const XmlNode& task) {
-    if (text::lower(attribute(task, L"deak")) == "false") checkSmallLetters(task, L"deak");
+    checkDeak(task);
     // Switched off by its author: nothing of it is meant to run.
     if (isSwitchedOff(task)) return;
     const std::string type = attribute(task, L"type");
+    // Another section, or what a tag swallowed, was no action for its author.
+    if (!has(task, L"type") && isDisplaced_ && task.name != L"task") return;
     if (!has(task, L"type"))
       return add(task, "action-without-type", "an action without 'type'" + misspelt(task, "type"));
     if (const engine::Action* action = engine::findAction(text::fromUtf8(type)))
@@ -212,6 +236,16 @@ class Document {
     else
       add(task, "action-unknown", "unknown action '" + type + "'" + didYouMean(type, actionKeys()));
     checkSwitchedFilter(task);
+  }
+
+  // Any word but "false" switches an action off; only "true", in whatever letters, surely means that.
+  void checkDeak(const XmlNode& task) {
+    const std::string value = text::lower(attribute(task, L"deak"));
+    if (value == "false") return checkSmallLetters(task, L"deak");
+    constexpr std::string_view kMeant[] = {"", "true", "yes", "1"};
+    if (std::find(std::begin(kMeant), std::end(kMeant), value) != std::end(kMeant)) return;
+    add(task, "word-unknown",
+        "'deak': neither 'true' nor 'false': '" + attribute(task, L"deak") + "'; it switches the action off", "deak");
   }
 
   void checkAsAction(const XmlNode& item, const std::string& type) {
@@ -228,6 +262,7 @@ class Document {
     checkPaths(task, action);
     addUses(task, usesOfAction(task, action));
     checkUnits(task);
+    checkValues(task);
     // What is saved stays for the run, and a later model sets all of it again.
     if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
     if (type == "groupActions") checkGroup(task);
@@ -249,6 +284,21 @@ class Document {
               "'" + text::toUtf8(unit.name) + "': a " + type + " has no unit, so the parameter isn't created");
       }
     }
+  }
+
+  // Of a list of new parameters: a number is cut off where it ends, and a Boolean is true for "true" alone.
+  void checkValues(const XmlNode& task) {
+    eachAttribute(task, [&](const core::XmlAttr& value) {
+      if (!value.name.starts_with(kValue) || value.value.empty() || hasVariables(value.value)) return;
+      const std::string type = attribute(task, L"type_" + std::wstring(value.name.substr(kValue.size())));
+      const std::string name = text::toUtf8(value.name), shown = ": '" + text::toUtf8(value.value) + "'";
+      if (type == "Integer" && !isInteger(value.value))
+        add(task, "number-broken", "'" + name + "': no whole number" + shown, name);
+      if (type == "Double" && !isNumber(value.value))
+        add(task, "number-broken", "'" + name + "': no number" + shown, name);
+      if (type == "Boolean" && value.value != L"true" && value.value != L"false")
+        add(task, "word-unknown", "'" + name + "': neither 'true' nor 'false', so that it is false" + shown, name);
+    });
   }
 
   void checkQuestion(const XmlNode& task) {
@@ -348,7 +398,18 @@ class Document {
       });
     });
     place_ = outer;
-    if (!found) add(task, "group", "a group without 'subtasks'");
+    if (!found) add(task, "group", "a group without 'subtasks'" + misspeltChild(task, {"subtasks"}));
+  }
+
+  // The element inside that was meant to be one of these; it would be told nowhere else.
+  [[nodiscard]] std::string misspeltChild(const XmlNode& node, const std::vector<std::string>& names) const {
+    std::string told;
+    core::xmlEachChild(node, [&](const XmlNode& child) {
+      const std::string name = text::toUtf8(child.name);
+      if (told.empty() && std::find(names.begin(), names.end(), name) == names.end() && !nearest(name, names).empty())
+        told = "; '" + name + "' in line " + std::to_string(loaded_.document->lineOf(child)) + " isn't it";
+    });
+    return told;
   }
 
   // Of several the last one decides.
@@ -390,7 +451,7 @@ class Document {
           "forEF");
     if (attribute(node, L"forEF") != "true") return;
     checkFilter(node);
-    if (!documents::holdsItems(node)) add(node, "filter-empty", kNoItems);
+    if (!documents::holdsItems(node)) add(node, "filter-empty", kNoItems + misspeltChild(node, {"filter", "root"}));
   }
 
   // An empty one is what a list without a filter has.
@@ -402,7 +463,8 @@ class Document {
     core::xmlEachChild(filter, [&isEmpty](const XmlNode& child) {
       isEmpty = isEmpty && core::xmlChildCount(&child) == 0 && !child.attributes;
     });
-    if (!isEmpty && !documents::holdsItems(filter)) add(filter, "filter-empty", kNoItems);
+    if (!isEmpty && !documents::holdsItems(filter))
+      add(filter, "filter-empty", kNoItems + misspeltChild(filter, {"filter", "root"}));
   }
 
   // What a filter file and a list's filter ask for may come from an earlier list.
@@ -429,6 +491,7 @@ class Document {
   const PackageSource& package_;
   std::string section_, place_;
   int action_ = -1;
+  bool isDisplaced_ = false;  // elements of the list stand elsewhere than their author sees them
   std::vector<Finding>& findings_;
   XmlScan scan_;
   core::XmlLoaded loaded_;

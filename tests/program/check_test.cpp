@@ -167,7 +167,11 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "actionlists/clean.xml:4: B0: 'forEF': 'TRUE' isn't 'true': only small letters count"},
       {task + "forEF='true'><filtre><f type='isInstance' filtertype='true'/></filtre></task>",
        ":4: B0: the filter holds no items, so that every model passes it; items stand in an element 'root' or "
-       "'filter'"},
+       "'filter'; 'filtre' in line 4 isn't it"},
+      {group + "reworkMode='0'>\n<subtaks/></task>",
+       ":4: B0: a group without 'subtasks'; 'subtaks' in line 5 isn't it"},
+      {"<task type='saveModel' version='3' forPRT='true' deak='no'/>",
+       ":4: B0: 'deak': neither 'true' nor 'false': 'no'; it switches the action off"},
       {"<task type='saveModel' version='3' forPRT='true' deak='False'/>",
        ":4: B0: 'deak': 'False' isn't 'false': only small letters count"},
       {"</body>\n<filter active='True'><f type='isInstance' filtertype='true'/></filter><foot/></list>",
@@ -176,7 +180,7 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "an element 'root' or 'filter'"},
       {"</body>\n<filter active='true'><root/></filter><foot/></list>", ""},
       {"</body>\n<foot/></list>",
-       ":1: a list has four sections, head, body, filter and foot; this one has fewer\n"
+       ":1: a list has four sections, head, body, filter and foot; this one has fewer; not there: 'filter'\n"
        "actionlists/clean.xml:5: warning: 'foot' stands in another section's place and isn't read as what it is "
        "called: head, "
        "body and filter are "
@@ -190,6 +194,10 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
        "character class): '/GEAR[/'"},
       {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='String' unit_0='mm'/>",
        ":4: B0: 'unit_0': a String has no unit, so the parameter isn't created"},
+      {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='Integer' value_0='12,5'/>",
+       ":4: B0: 'value_0': no whole number: '12,5'"},
+      {"<task type='addModelParameter' version='3' forPRT='true' name_0='A' type_0='Boolean' value_0='yes'/>",
+       ":4: B0: 'value_0': neither 'true' nor 'false', so that it is false: 'yes'"},
       {"<task type='editModelNotesFromFile' version='3' forDRW='true' path='@project_dir@/Notes.csv'/>",
        ":4: B0: 'reports/Notes.csv': A quote is never closed: the record of line 2 takes in the rest of the file and "
        "isn't used"},
@@ -347,6 +355,7 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
       {item("type='isInstance' filtertype='yes'"), "word-unknown"},
       {item("type='isInstance' filtertype='true' opand='AND'"), "word-unknown"},
       {item("type='filename' filtertype='true' filename='*'"), "predicate-constant"},
+      {item("type='filename' filtertype='true' filename=''"), "predicate-constant"},
       {item("type='creoVersion' filtertype='true' creo7='false'"), "predicate-constant"},
       {item("type='keSuppressed' filtertype='true' ke='*'"), ""},
       {item("type='filename' filtertype='true' filename='A*' fielname='B'"), "attribute-unknown"},
@@ -389,7 +398,8 @@ TEST_F(Check, FaultsOfTheTextAreToldOnce) {
       const std::string rule = finding["rule"];
       const bool isOfText = rule.starts_with("tag-") || rule.starts_with("attribute-twice") || rule == "comment" ||
                             rule.find("quote") != rule.npos || rule == "blank-after-equals" || rule == "ampersand" ||
-                            rule == "entity-unknown" || rule == "text-dropped";
+                            rule == "entity-unknown" || rule == "text-dropped" || rule == "section-missing" ||
+                            rule == "action-without-type" || rule == "attribute-unknown";
       if (isOfText) found += (found.empty() ? "" : " ") + std::to_string(finding["line"].get<int>()) + ":" + rule;
     }
     EXPECT_EQ(faults, found) << text;

@@ -46,6 +46,11 @@ TEST_F(Vocabulary, RowIsToldInWords) {
         "true or false; only true counts", "forEF=\"false\" count=\"1\" name_0=\"NAME\" type_0=\"String\"/>\n"}},
       {{"actions", "groupActions"}, {"subtasks: the tasks of the group", "<subtasks><task "}},
       {{"actions", "openXLSReport"}, {"removed"}},
+      {{"actions", "setAccuracy"}, {"valtype=\"abs\" value=\"1\""}},
+      {{"actions", "setDTL"},
+       {"with variables; @project_dir@ is the package's folder models", "\"@project_dir@/name.txt\""}},
+      {{"actions", "openCSVReport"}, {"file=\"@project_dir@/name.csv\""}},
+      {{"actions", "changeAllDesignationFlags"}, {"false: instances are left alone\n"}},
       {{"predicates", "parameter"},
        {"applies to  all models", "pattern, with * and ?", "one of 1, 2, 3, 4, 5",
         "<item type=\"parameter\" filtertype=\"true\" opand=\"true\" param=\"NAME*\" value=\"NAME*\"/>\n"}},
@@ -58,6 +63,7 @@ TEST_F(Vocabulary, RowIsToldInWords) {
     for (const std::string& piece : c.told) EXPECT_THAT(ended.out, HasSubstr(piece));
   }
   EXPECT_EQ(kelvane({"run", "-h"}).out, kelvane({"help", "run"}).out);
+  EXPECT_EQ(kelvane({"run", "-h"}).out, kelvane({"help", "run", "--json"}).out);
   EXPECT_EQ("saveModel", json::parse(kelvane({"help", "saveModel", "--json"}).out)["action"]["key"]);
 }
 

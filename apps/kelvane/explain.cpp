@@ -7,12 +7,6 @@
 namespace kelvane {
 namespace {
 
-std::vector<std::string> ruleNames() {
-  std::vector<std::string> names;
-  for (const Rule& rule : rules()) names.emplace_back(rule.name);
-  return names;
-}
-
 class Explain : public Verb {
  public:
   std::vector<OptionRow> options() override { return {{"rule", "RULE", "a rule's name; none: all rules", &rule_}}; }

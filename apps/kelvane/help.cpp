@@ -41,7 +41,7 @@ class Help : public Verb {
     const documents::Predicate* predicate = documents::findPredicate(key);
     const Rule* rule = findRule(*key_);
     if (!action && !predicate && !rule)
-      throw Fault("'" + *key_ + "' is no action, filter, rule or verb" + didYouMean(*key_, allWords()));
+      throw Fault("'" + *key_ + "' is no action, filter, rule or verb" + didYouMean(*key_, helpKeys()));
     if (json_) {
       nlohmann::ordered_json all = nlohmann::ordered_json::object();
       if (action) all["action"] = kelvane::described(*action);
@@ -58,19 +58,19 @@ class Help : public Verb {
   }
 
  private:
-  static std::vector<std::string> allWords() {
-    std::vector<std::string> all = actionKeys();
-    for (std::string& key : predicateKeys()) all.push_back(std::move(key));
-    for (const Rule& rule : rules()) all.emplace_back(rule.name);
-    for (const VerbRow& verb : verbRows()) all.emplace_back(verb.name);
-    return all;
-  }
-
   std::optional<std::string> key_;
   bool json_ = false;
 };
 
 }  // namespace
+
+std::vector<std::string> helpKeys() {
+  std::vector<std::string> all = actionKeys();
+  for (std::string& key : predicateKeys()) all.push_back(std::move(key));
+  for (std::string& name : ruleNames()) all.push_back(std::move(name));
+  for (const VerbRow& verb : verbRows()) all.emplace_back(verb.name);
+  return all;
+}
 
 std::unique_ptr<Verb> makeHelp() { return std::make_unique<Help>(); }
 

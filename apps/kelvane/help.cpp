@@ -11,12 +11,6 @@
 namespace kelvane {
 namespace {
 
-nlohmann::ordered_json described(const Rule& rule) {
-  nlohmann::ordered_json one = {{"rule", rule.name}, {"severity", word(rule.severity)}, {"about", rule.about}};
-  if (!rule.example.empty()) one["example"] = rule.example;
-  return one;
-}
-
 void tell(Console& console, const Rule& rule) {
   console.result(std::string(rule.name));
   console.result("  " + std::string(rule.about));
@@ -44,8 +38,8 @@ class Help : public Verb {
       throw Fault("'" + *key_ + "' is no action, filter, rule or verb" + didYouMean(*key_, helpKeys()));
     if (json_) {
       nlohmann::ordered_json all = nlohmann::ordered_json::object();
-      if (action) all["action"] = kelvane::described(*action);
-      if (predicate) all["predicate"] = kelvane::described(*predicate);
+      if (action) all["action"] = described(*action);
+      if (predicate) all["predicate"] = described(*predicate);
       if (rule) all["rule"] = described(*rule);
       console.resultJson(all.dump(2));
       return kFine;

@@ -3,6 +3,7 @@
 
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
+#include "kelvane/finding.h"
 #include "program/program_fixture.h"
 
 namespace test {
@@ -65,6 +66,8 @@ TEST_F(Vocabulary, RowIsToldInWords) {
   EXPECT_EQ(kelvane({"run", "-h"}).out, kelvane({"help", "run"}).out);
   EXPECT_EQ(kelvane({"run", "-h"}).out, kelvane({"help", "run", "--json"}).out);
   EXPECT_EQ("saveModel", json::parse(kelvane({"help", "saveModel", "--json"}).out)["action"]["key"]);
+  EXPECT_EQ("warning", json::parse(kelvane({"explain", "attribute-unknown", "--json"}).out)["severity"]);
+  EXPECT_EQ(kelvane::rules().size(), json::parse(kelvane({"explain", "--json"}).out).size());
 }
 
 TEST_F(Vocabulary, UnknownWordNamesTheNearest) {

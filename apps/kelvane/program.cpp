@@ -1,6 +1,7 @@
 #include "kelvane/program.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"

@@ -1,7 +1,9 @@
 // kelvane completion: what a shell needs to complete the program's words, made from the verbs' own rows.
 #include <set>
 
+#include "kelvane/finding.h"
 #include "kelvane/verb_table.h"
+#include "kelvane/vocabulary_words.h"
 
 namespace kelvane {
 namespace {
@@ -55,6 +57,14 @@ std::vector<std::string> verbNames() {
   return result;
 }
 
+// The words that the value of a row can be: its own, or the keys that it stands for.
+std::vector<std::string> wordsOf(const VerbRow& verb, const OptionRow& row) {
+  if (row.value == std::string_view("RULE")) return ruleNames();
+  if (row.value != std::string_view("KEY")) return choices(row);
+  if (verb.name == std::string_view("actions")) return actionKeys();
+  return verb.name == std::string_view("predicates") ? predicateKeys() : helpKeys();
+}
+
 // ---- bash: what it doesn't name is completed as a file.
 std::string bashCases(const VerbRow& verb) {
   const Rows rows(verb);
@@ -62,7 +72,8 @@ std::string bashCases(const VerbRow& verb) {
   std::vector<std::string> options{"-h"};
   for (const OptionRow& row : rows.all) {
     if (isArgument(row)) {
-      if (const auto words = choices(row); !words.empty()) options.insert(options.end(), words.begin(), words.end());
+      if (const auto words = wordsOf(verb, row); !words.empty())
+        options.insert(options.end(), words.begin(), words.end());
       continue;
     }
     std::string pattern;
@@ -70,7 +81,7 @@ std::string bashCases(const VerbRow& verb) {
       options.push_back(name);
       pattern.append(pattern.empty() ? "" : "|").append("'").append(verb.name).append(" ").append(name).append("'");
     }
-    const auto words = choices(row);
+    const auto words = wordsOf(verb, row);
     if (!words.empty()) values += "    " + pattern + ") words='" + joined(words) + "' ;;\n";
     if (words.empty() && takesValue(row)) values += "    " + pattern + ") return ;;\n";
   }
@@ -97,9 +108,9 @@ std::string bash() {
 }
 
 // ---- zsh
-std::string zshValue(const OptionRow& row) {
+std::string zshValue(const VerbRow& verb, const OptionRow& row) {
   const std::string name = ":" + escaped(row.value, "[]:\\");
-  if (const auto words = choices(row); !words.empty()) return name + ":(" + joined(words) + ")";
+  if (const auto words = wordsOf(verb, row); !words.empty()) return name + ":(" + joined(words) + ")";
   switch (valueOf(row)) {
     case Value::folder:
       return name + ":_files -/";
@@ -109,12 +120,12 @@ std::string zshValue(const OptionRow& row) {
       return name + ": ";
   }
 }
-std::string zshSpecs(const OptionRow& row) {
-  if (isArgument(row)) return "        " + inQuotes((mayRepeat(row) ? "*" : "") + zshValue(row)) + " \\\n";
+std::string zshSpecs(const VerbRow& verb, const OptionRow& row) {
+  if (isArgument(row)) return "        " + inQuotes((mayRepeat(row) ? "*" : "") + zshValue(verb, row)) + " \\\n";
   std::string specs;
   for (const std::string& name : names(row)) {
     const std::string spec = (mayRepeat(row) ? "*" : "") + name + "[" + escaped(row.help, "[]\\") + "]";
-    specs += "        " + inQuotes(spec + (takesValue(row) ? zshValue(row) : "")) + " \\\n";
+    specs += "        " + inQuotes(spec + (takesValue(row) ? zshValue(verb, row) : "")) + " \\\n";
   }
   return specs;
 }
@@ -128,7 +139,7 @@ std::string zsh() {
   for (const VerbRow& verb : verbRows()) {
     text += std::string("    ") + verb.name + ")\n      _arguments \\\n";
     const Rows rows(verb);
-    for (const OptionRow& row : rows.all) text += zshSpecs(row);
+    for (const OptionRow& row : rows.all) text += zshSpecs(verb, row);
     text += "        '-h[tells all options]' ;;\n";
   }
   return text +
@@ -139,7 +150,7 @@ std::string zsh() {
 std::string fishText(std::string_view text) { return "'" + escaped(text, "'\\") + "'"; }
 std::string fishOption(const VerbRow& verb, const OptionRow& row) {
   std::string line = std::string("complete -c kelvane -n '__fish_seen_subcommand_from ") + verb.name + "'";
-  const auto words = choices(row);
+  const auto words = wordsOf(verb, row);
   if (isArgument(row)) return words.empty() ? "" : line + " -a " + fishText(joined(words)) + "\n";
   for (const std::string& name : names(row)) {
     line += name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1);

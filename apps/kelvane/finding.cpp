@@ -190,6 +190,12 @@ constexpr Rule kRules[] = {
 
 std::span<const Rule> rules() { return kRules; }
 
+std::vector<std::string> ruleNames() {
+  std::vector<std::string> names;
+  for (const Rule& rule : kRules) names.emplace_back(rule.name);
+  return names;
+}
+
 const Rule* findRule(std::string_view name) {
   const auto* found =
       std::find_if(std::begin(kRules), std::end(kRules), [&](const Rule& rule) { return rule.name == name; });

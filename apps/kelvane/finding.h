@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "kelvane/edit.h"
 
@@ -23,6 +24,7 @@ struct Rule {
 };
 // In the order of their names.
 std::span<const Rule> rules();
+std::vector<std::string> ruleNames();
 // Null for a name that is none.
 const Rule* findRule(std::string_view name);
 // "error"

@@ -11,12 +11,6 @@
 namespace kelvane {
 namespace {
 
-nlohmann::ordered_json described(const Rule& rule) {
-  nlohmann::ordered_json one = {{"rule", rule.name}, {"severity", word(rule.severity)}, {"about", rule.about}};
-  if (!rule.example.empty()) one["example"] = rule.example;
-  return one;
-}
-
 void tell(Console& console, const Rule& rule) {
   console.result(std::string(rule.name));
   console.result("  " + std::string(rule.about));
@@ -41,11 +35,11 @@ class Help : public Verb {
     const documents::Predicate* predicate = documents::findPredicate(key);
     const Rule* rule = findRule(*key_);
     if (!action && !predicate && !rule)
-      throw Fault("'" + *key_ + "' is no action, filter, rule or verb" + didYouMean(*key_, allWords()));
+      throw Fault("'" + *key_ + "' is no action, filter, rule or verb" + didYouMean(*key_, helpKeys()));
     if (json_) {
       nlohmann::ordered_json all = nlohmann::ordered_json::object();
-      if (action) all["action"] = kelvane::described(*action);
-      if (predicate) all["predicate"] = kelvane::described(*predicate);
+      if (action) all["action"] = described(*action);
+      if (predicate) all["predicate"] = described(*predicate);
       if (rule) all["rule"] = described(*rule);
       console.resultJson(all.dump(2));
       return kFine;
@@ -58,19 +52,19 @@ class Help : public Verb {
   }
 
  private:
-  static std::vector<std::string> allWords() {
-    std::vector<std::string> all = actionKeys();
-    for (std::string& key : predicateKeys()) all.push_back(std::move(key));
-    for (const Rule& rule : rules()) all.emplace_back(rule.name);
-    for (const VerbRow& verb : verbRows()) all.emplace_back(verb.name);
-    return all;
-  }
-
   std::optional<std::string> key_;
   bool json_ = false;
 };
 
 }  // namespace
+
+std::vector<std::string> helpKeys() {
+  std::vector<std::string> all = actionKeys();
+  for (std::string& key : predicateKeys()) all.push_back(std::move(key));
+  for (std::string& name : ruleNames()) all.push_back(std::move(name));
+  for (const VerbRow& verb : verbRows()) all.emplace_back(verb.name);
+  return all;
+}
 
 std::unique_ptr<Verb> makeHelp() { return std::make_unique<Help>(); }
 

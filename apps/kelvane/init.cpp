@@ -44,6 +44,7 @@ class Init : public Verb {
     return {{"folder", "NEWDIR", "the package's folder, which isn't there yet; its name is the package's", &folder_}};
   }
   int run(Console& console) override {
+    if (folder_.empty()) throw Fault("init: the new folder needs a name");
     std::error_code error;
     if (std::filesystem::exists(std::filesystem::symlink_status(folder_, error)))
       throw Fault(folder_ + " is there already; a new package needs a folder of its own");
@@ -56,7 +57,8 @@ class Init : public Verb {
     for (const auto& [mark, content] : folderMarks()) write(mark, content);
     write(kSchemas + std::string("lists.rng"), listSchema() + "\n");
     write(kSchemas + std::string("filters.rng"), filterSchema() + "\n");
-    console.note(folder_ + "  1 list; 'kelvane run " + folder_ + " first DIR' runs it");
+    const std::string word = folder_.find(' ') == folder_.npos ? folder_ : '"' + folder_ + '"';
+    console.note(folder_ + "  1 list; 'kelvane run " + word + " first DIR' runs it");
     return kFine;
   }
 

@@ -22,7 +22,8 @@ class Pack : public Verb {
     if (const auto error = os::files().write(systemPath(target), bytes)) {
       throw Fault(target + " can't be written: " + error.message());
     }
-    console.note(target + "  " + std::to_string(actionLists(*source).size()) + " lists  " +
+    const std::size_t lists = actionLists(*source).size();
+    console.note(target + "  " + std::to_string(lists) + (lists == 1 ? " list  " : " lists  ") +
                  std::to_string(bytes.size()) + " bytes");
     return kFine;
   }

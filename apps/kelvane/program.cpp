@@ -1,6 +1,7 @@
 #include "kelvane/program.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
@@ -88,9 +89,10 @@ int dispatch(const std::vector<std::string>& given, Console& console, const Term
     return kFine;
   }
   if (first.empty()) throw Fault("a verb is missing; 'kelvane -h' tells which there are");
-  const bool asksForVerb = first == "help" && given.size() == 2;
+  // A verb's help is the same whatever options stand beside it.
+  const auto words = given.begin() + (first == "help" ? 1 : static_cast<std::ptrdiff_t>(given.size()));
   for (const VerbRow& row : verbRows()) {
-    if (asksForVerb && given.back() == row.name) return runVerb(row, {"-h"}, console, terminals);
+    if (std::find(words, given.end(), row.name) != given.end()) return runVerb(row, {"-h"}, console, terminals);
   }
   for (const VerbRow& row : verbRows()) {
     if (first == row.name) return runVerb(row, {given.begin() + 1, given.end()}, console, terminals);

@@ -15,9 +15,10 @@ using core::Attribute;
 using core::Kind;
 using core::Need;
 
+// "@project_dir@" is the attribute's own folder of the package. What is written among the reports is a file.
 std::string pathIn(const Attribute& attribute, std::string_view end) {
-  const std::string folder = attribute.folder.empty() ? "" : "/" + text::toUtf8(attribute.folder);
-  return "@project_dir@" + folder + std::string(end);
+  const bool isReport = attribute.kind == Kind::written && attribute.folder == L"reports";
+  return "@project_dir@" + std::string(isReport ? std::string_view("/name.csv") : end);
 }
 
 std::string numberOf(const Attribute& attribute) {

@@ -149,6 +149,12 @@ std::vector<std::string> told(const engine::Action& action) {
   return lines.finished(example(action));
 }
 
+ordered_json described(const Rule& rule) {
+  ordered_json one = {{"rule", rule.name}, {"severity", word(rule.severity)}, {"about", rule.about}};
+  if (!rule.example.empty()) one["example"] = rule.example;
+  return one;
+}
+
 std::vector<std::string> told(const documents::Predicate& predicate) {
   Lines lines;
   lines.head(text::toUtf8(predicate.key), predicate.about);

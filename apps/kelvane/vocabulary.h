@@ -1,4 +1,4 @@
-// The actions and the filters as rows tell them: for people, and as JSON.
+// The actions, the filters and the rules of the check as rows tell them: for people, and as JSON.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -7,6 +7,7 @@
 
 #include "documents/predicates.h"
 #include "engine/action.h"
+#include "kelvane/finding.h"
 
 namespace kelvane {
 
@@ -15,7 +16,9 @@ namespace kelvane {
 nlohmann::ordered_json described(const engine::Action& action);
 // key, about, models, attributes, example.
 nlohmann::ordered_json described(const documents::Predicate& predicate);
-// The same as lines.
+// rule, severity, about, example where there is one.
+nlohmann::ordered_json described(const Rule& rule);
+// Actions and filters as lines.
 std::vector<std::string> told(const engine::Action& action);
 std::vector<std::string> told(const documents::Predicate& predicate);
 // What it does in a line, and what has become of one that does nothing any more.

@@ -146,8 +146,8 @@ std::string valueWords(const Attribute& attribute) {
                        : attribute.kind == Kind::flag ? "true or false; only " + words + " counts"
                                                       : kindWords(attribute.kind);
   if (attribute.range.isThere()) result += ", " + number(attribute.range.least) + " to " + number(attribute.range.most);
-  if (!attribute.folder.empty()) result += ", in the package's folder " + text::toUtf8(attribute.folder);
   if (attribute.variables) result += ", with variables";
+  if (!attribute.folder.empty()) result += "; @project_dir@ is the package's folder " + text::toUtf8(attribute.folder);
   return result;
 }
 

@@ -153,6 +153,9 @@ TEST_F(Init, PlaceThatExistsIsLeftAlone) {
     EXPECT_EQ("kelvane: " + place + " is there already; a new package needs a folder of its own\n", ended.err);
   }
   EXPECT_EQ(std::vector<std::string>{"mine.txt"}, filesIn("works"));
+  const Ended nameless = kelvane({"init", ""});
+  EXPECT_EQ(2, nameless.code);
+  EXPECT_EQ("kelvane: init: the new folder needs a name\n", nameless.err);
 }
 
 }  // namespace

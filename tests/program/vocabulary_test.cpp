@@ -3,6 +3,7 @@
 
 #include "documents/predicates.h"
 #include "engine/dispatch.h"
+#include "kelvane/finding.h"
 #include "program/program_fixture.h"
 
 namespace test {
@@ -46,6 +47,11 @@ TEST_F(Vocabulary, RowIsToldInWords) {
         "true or false; only true counts", "forEF=\"false\" count=\"1\" name_0=\"NAME\" type_0=\"String\"/>\n"}},
       {{"actions", "groupActions"}, {"subtasks: the tasks of the group", "<subtasks><task "}},
       {{"actions", "openXLSReport"}, {"removed"}},
+      {{"actions", "setAccuracy"}, {"valtype=\"abs\" value=\"1\""}},
+      {{"actions", "setDTL"},
+       {"with variables; @project_dir@ is the package's folder models", "\"@project_dir@/name.txt\""}},
+      {{"actions", "openCSVReport"}, {"file=\"@project_dir@/name.csv\""}},
+      {{"actions", "changeAllDesignationFlags"}, {"false: instances are left alone\n"}},
       {{"predicates", "parameter"},
        {"applies to  all models", "pattern, with * and ?", "one of 1, 2, 3, 4, 5",
         "<item type=\"parameter\" filtertype=\"true\" opand=\"true\" param=\"NAME*\" value=\"NAME*\"/>\n"}},
@@ -58,7 +64,10 @@ TEST_F(Vocabulary, RowIsToldInWords) {
     for (const std::string& piece : c.told) EXPECT_THAT(ended.out, HasSubstr(piece));
   }
   EXPECT_EQ(kelvane({"run", "-h"}).out, kelvane({"help", "run"}).out);
+  EXPECT_EQ(kelvane({"run", "-h"}).out, kelvane({"help", "run", "--json"}).out);
   EXPECT_EQ("saveModel", json::parse(kelvane({"help", "saveModel", "--json"}).out)["action"]["key"]);
+  EXPECT_EQ("warning", json::parse(kelvane({"explain", "attribute-unknown", "--json"}).out)["severity"]);
+  EXPECT_EQ(kelvane::rules().size(), json::parse(kelvane({"explain", "--json"}).out).size());
 }
 
 TEST_F(Vocabulary, UnknownWordNamesTheNearest) {

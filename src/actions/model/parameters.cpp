@@ -169,7 +169,7 @@ constexpr Attribute kDesignation[] = {
 };
 constexpr auto kModelAttributes = joined(kForInstances, kNewParameters);
 constexpr auto kFeatureAttributes = joined(kWhichFeatures, kChosenFeatures, kNewParameters);
-constexpr auto kDesignationAttributes = joined(kDesignation, kForInstances);
+constexpr auto kDesignationAttributes = joined(kDesignation, kInstancesToo);
 
 constexpr Effects kCreates{.changes = Touched::model | Touched::family};
 

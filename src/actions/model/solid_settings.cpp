@@ -153,7 +153,7 @@ Outcome setUnits(const Task& task) {
 constexpr Attribute kAccuracyAttributes[] = {
     {.name = L"valtype",
      .kind = Kind::word,
-     .words = L"rel|abs",
+     .words = L"abs|rel",
      .need = Need::needed,
      .about = "rel: relative to the model's size, at most 0.01; abs: in its units"},
     {.name = L"value", .kind = Kind::number, .variables = true, .need = Need::oneOf, .about = "a number over 0"},

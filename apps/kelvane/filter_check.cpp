@@ -81,7 +81,8 @@ class Item {
       return;
     }
     if (row.variables)
-      for (const std::string& fault : templateFaults(found->value)) add("template", name, "'" + name + "': " + fault);
+      for (const std::string& fault : templateFaults(found->value))
+        add("template", name, std::string("'").append(name).append("': ").append(fault));
     const bool isPattern = row.kind == Kind::pattern && !(row.variables && hasVariables(found->value));
     std::string fault = isPattern ? patternFault(found->value) : std::string();
     // An optional value may be empty: it asks nothing then.

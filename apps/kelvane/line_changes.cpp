@@ -38,7 +38,7 @@ std::vector<std::string> changedLines(std::string_view before, std::string_view 
     for (; next < count && next - end <= 2 * kAround; next = changeFrom(end)) end = next + 1;
     end = std::min(end + kAround, count);
     const std::string place = std::to_string(begin + 1) + "," + std::to_string(end - begin);
-    shown.push_back("@@ -" + place + " +" + place + " @@");
+    shown.push_back(std::string("@@ -").append(place).append(" +").append(place).append(" @@"));
     for (std::size_t i = begin; i < end;) {
       if (a[i] == b[i]) {
         shown.push_back(with(' ', a[i++]));

@@ -25,6 +25,7 @@ std::wstring_view valueOf(const core::XmlNode& node, std::wstring_view name) {
 template <class Names>
 std::vector<std::string> narrowed(const Names& names) {
   std::vector<std::string> all;
+  all.reserve(names.size());
   for (const std::wstring& name : names) all.push_back(text::toUtf8(name));
   std::sort(all.begin(), all.end());
   return all;
@@ -87,8 +88,8 @@ std::vector<AttributeFault> ListNames::unsetVariables(const core::XmlAttr& given
     const std::string variable = used.substr(1, used.size() - 2);
     if (!variables_.contains(text::fromUtf8(variable)))
       faults.push_back({"user-variable-unset", name,
-                        "'" + name + "': no action up to this section sets '%user:" + variable + "%'" +
-                            didYouMean(variable, narrowed(variables_))});
+                        std::string("'").append(name).append("': no action up to this section sets '%user:") +
+                            variable + "%'" + didYouMean(variable, narrowed(variables_))});
   }
   return faults;
 }

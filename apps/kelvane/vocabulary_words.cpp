@@ -152,7 +152,7 @@ std::string valueWords(const Attribute& attribute) {
 }
 
 std::string nameWords(const Attribute& attribute) {
-  const std::string first = text::toUtf8(numberedName(attribute, 0));
+  std::string first = text::toUtf8(numberedName(attribute, 0));
   if (!isCounted(attribute)) return first;
   if (attribute.numbers == core::Numbers::counted)
     return first + " ... as " + text::toUtf8(attribute.counter) + " says";
@@ -175,7 +175,7 @@ std::string needWords(const Attribute& attribute, std::span<const Attribute> all
 }
 
 std::string conditionWords(const engine::Condition& condition) {
-  const std::string words = rowOf(condition.test).words;
+  std::string words = rowOf(condition.test).words;
   if (condition.test == Test::noFilter) return words;
   const bool isTold = condition.line.isThere() || condition.test == Test::anyOfTheWork;
   const char* const line = condition.level == core::kError ? "an error line" : "a line in the log";

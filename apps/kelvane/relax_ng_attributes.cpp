@@ -62,6 +62,7 @@ std::vector<std::string> namesOf(const Attribute& attribute) {
   if (!isCounted(attribute)) return {text::toUtf8(attribute.name)};
   const int count = attribute.numbers == core::Numbers::counted ? kMostNumbers : std::min(attribute.most, kMostNumbers);
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(std::max(count, 0)));
   for (int i = 0; i < count; ++i) names.push_back(text::toUtf8(numberedName(attribute, i)));
   return names;
 }

@@ -84,9 +84,9 @@ void Schema::member(std::string_view name, bool isRequired, const Describe& valu
 std::string Schema::finished(std::string_view title, std::string_view comment) const {
   std::string definitions = R"("int32": {"type": "integer", "minimum": -2147483648, "maximum": 2147483647})";
   for (const auto& [name, definition] : definitions_) addPart(definitions, inQuotes(name) + ": " + definition);
-  const std::string whole = R"({"$schema": "https://json-schema.org/draft/2020-12/schema", "title": )" +
-                            inQuotes(title) + ", \"$comment\": " + inQuotes(comment) + ", \"allOf\": [" + out_ +
-                            "], \"$defs\": {" + definitions + "}}";
+  std::string whole = R"({"$schema": "https://json-schema.org/draft/2020-12/schema", "title": )" + inQuotes(title) +
+                      ", \"$comment\": " + inQuotes(comment) + ", \"allOf\": [" + out_ + "], \"$defs\": {" +
+                      definitions + "}}";
   Json tree;
   if (parseJson(whole, tree)) return whole;
   return prettyJson(tree);

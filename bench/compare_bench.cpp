@@ -4,7 +4,7 @@
 #include <fnmatch.h>
 #include <re2/re2.h>
 
-#include "engine/compare.h"
+#include "language/compare.h"
 
 namespace {
 
@@ -13,8 +13,8 @@ const std::string kBytes = "4711-GEHAEUSE_OBERTEIL_V02.PRT";
 static_assert(kText.size() == 30);
 
 void compare(benchmark::State& state, std::wstring_view pattern, std::wstring_view text) {
-  if (engine::wildcardCompare(pattern, text) != 1) state.SkipWithError("no match");
-  for (auto _ : state) benchmark::DoNotOptimize(engine::wildcardCompare(pattern, text));
+  if (language::wildcardCompare(pattern, text) != 1) state.SkipWithError("no match");
+  for (auto _ : state) benchmark::DoNotOptimize(language::wildcardCompare(pattern, text));
 }
 BENCHMARK_CAPTURE(compare, plain, L"4711-gehaeuse_oberteil_v02.prt", kText);
 BENCHMARK_CAPTURE(compare, wildcard, L"4711-*oberteil*.prt", kText);
@@ -41,7 +41,7 @@ BENCHMARK(withFnmatch);
 // Growing texts: the time per character should stay what it is.
 void longTexts(benchmark::State& state) {
   const std::wstring text(static_cast<std::size_t>(state.range(0)), L'a');
-  for (auto _ : state) benchmark::DoNotOptimize(engine::wildcardCompare(L"*a*a*b", text));
+  for (auto _ : state) benchmark::DoNotOptimize(language::wildcardCompare(L"*a*a*b", text));
   state.SetComplexityN(state.range(0));
 }
 BENCHMARK(longTexts)->RangeMultiplier(8)->Range(128, 65536)->Complexity(benchmark::oN);
@@ -49,7 +49,7 @@ BENCHMARK(longTexts)->RangeMultiplier(8)->Range(128, 65536)->Complexity(benchmar
 void replaceInLongTexts(benchmark::State& state, std::wstring_view pattern) {
   std::wstring text;
   while (text.size() < static_cast<std::size_t>(state.range(0))) text += L"ab12 ";
-  for (auto _ : state) benchmark::DoNotOptimize(engine::patternReplace(text, pattern, L"x"));
+  for (auto _ : state) benchmark::DoNotOptimize(language::patternReplace(text, pattern, L"x"));
   state.SetComplexityN(state.range(0));
 }
 BENCHMARK_CAPTURE(replaceInLongTexts, plain, L"b1")->RangeMultiplier(8)->Range(128, 65536)->Complexity(benchmark::oN);

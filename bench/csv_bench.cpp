@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "engine/csv_table.h"
+#include "language/csv_table.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
 
@@ -36,7 +36,7 @@ void throughput(benchmark::State& state, std::size_t bytes) {
 
 void readTable(benchmark::State& state) {
   const std::string text = tableText(static_cast<std::size_t>(state.range(0)));
-  for (auto _ : state) benchmark::DoNotOptimize(engine::parseCsv(text, L';', L",ccs=UTF-8").rowCount());
+  for (auto _ : state) benchmark::DoNotOptimize(language::parseCsv(text, L';', L",ccs=UTF-8").rowCount());
   throughput(state, text.size());
 }
 BENCHMARK(readTable)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond);

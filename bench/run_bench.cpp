@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
-#include "engine/model_table.h"
+#include "run/model_table.h"
 #include "site.h"
 
 namespace {
@@ -54,7 +54,7 @@ BENCHMARK(FillTable)->Arg(500)->Arg(5000)->Arg(20000)->Unit(benchmark::kMillisec
 void RefillTable(benchmark::State& state) {
   Site site(static_cast<int>(state.range(0)), lists());
   site.openTool();
-  for (auto _ : state) engine::refreshModelTable();
+  for (auto _ : state) run::refreshModelTable();
 }
 BENCHMARK(RefillTable)->Arg(500)->Arg(5000)->Arg(20000)->Unit(benchmark::kMillisecond);
 

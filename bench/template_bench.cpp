@@ -10,7 +10,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "headless/session/session.h"
 #include "os/surroundings.h"
 
@@ -71,13 +71,13 @@ BENCHMARK(copyOfAText)->Arg(30)->Arg(250)->Arg(2500)->Arg(100000);
 // Room enough that the text is delivered.
 void templateWithoutToken(benchmark::State& state) {
   const std::wstring text = plainText(state);
-  for (auto _ : state) benchmark::DoNotOptimize(engine::replaceVariables(text, {}, text.size() + 1));
+  for (auto _ : state) benchmark::DoNotOptimize(language::replaceVariables(text, {}, text.size() + 1));
 }
 BENCHMARK(templateWithoutToken)->Arg(30)->Arg(250)->Arg(2500)->Arg(100000);
 
 void templateOnAModel(benchmark::State& state, std::wstring_view text) {
-  if (!engine::replaceVariables(text, site().model)) state.SkipWithError("not replaced");
-  for (auto _ : state) benchmark::DoNotOptimize(engine::replaceVariables(text, site().model));
+  if (!language::replaceVariables(text, site().model)) state.SkipWithError("not replaced");
+  for (auto _ : state) benchmark::DoNotOptimize(language::replaceVariables(text, site().model));
 }
 BENCHMARK_CAPTURE(templateOnAModel, noToken, L"a text of thirty characters...");
 BENCHMARK_CAPTURE(templateOnAModel, threeTokens, L"@mdln@ of @mdlpath@ is %COLOR%");

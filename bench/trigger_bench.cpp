@@ -8,7 +8,7 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
-#include "engine/triggers.h"
+#include "run/triggers.h"
 #include "headless/session/session.h"
 #include "headless/session/state.h"
 #include "os/surroundings.h"
@@ -36,11 +36,11 @@ class Site {
       core::pluginState().trigger(trigger).startKvz = L"standards say";
       core::pluginState().trigger(trigger).startConf = L"00101";
     }
-    engine::detachTriggers();  // makes what they keep, which then outlives this object
-    engine::attachTriggers();
+    run::detachTriggers();  // makes what they keep, which then outlives this object
+    run::attachTriggers();
   }
   ~Site() {
-    engine::detachTriggers();
+    run::detachTriggers();
     core::pluginState().reset();
     session_.reset();
     fs::remove_all(root_);

@@ -1,7 +1,7 @@
 // What finding a user variable among many costs: bench/README.md has the figures.
 #include <benchmark/benchmark.h>
 
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace {
@@ -9,7 +9,7 @@ namespace {
 // The names are asked for in another case than the one in which they were set, in an order that no cache guesses.
 void findAmong(benchmark::State& state) {
   const int count = static_cast<int>(state.range(0));
-  engine::UserVariableTable table;
+  language::UserVariableTable table;
   std::vector<std::wstring> asked;
   for (int i = 0; i < count; ++i) {
     table.set(text::format(L"Variable of the list %d", i), L"value");

@@ -1,5 +1,5 @@
 // kelvane actions: the actions that lists can hold.
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "kelvane/vocabulary_verb.h"
 #include "kelvane/vocabulary_words.h"
 
@@ -14,9 +14,9 @@ class Actions : public Verb {
   }
   int run(Console& console) override {
     if (key_)
-      tellRow(console, chosenRow(&engine::findAction, *key_, "action", actionKeys()), json_);
+      tellRow(console, chosenRow(&actions::findAction, *key_, "action", actionKeys()), json_);
     else
-      tellRows(console, engine::actionTable(), json_, &summary);
+      tellRows(console, actions::actionTable(), json_, &summary);
     return kFine;
   }
 

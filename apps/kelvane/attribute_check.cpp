@@ -39,11 +39,11 @@ std::wstring numbered(const Attribute& attribute, std::wstring_view number) {
 
 class Look {
  public:
-  Look(const core::XmlNode& task, const engine::Action& action) : task_(task), action_(action) {}
+  Look(const core::XmlNode& task, const actions::Action& action) : task_(task), action_(action) {}
 
   std::vector<AttributeFault> run() {
     eachAttribute(task_, [this](const core::XmlAttr& given) {
-      if (const Attribute* attribute = engine::findAttribute(action_, given.name))
+      if (const Attribute* attribute = actions::findAttribute(action_, given.name))
         readKnown(given, *attribute);
       else
         addUnknown(given.name);
@@ -67,7 +67,7 @@ class Look {
     std::vector<std::string> known;
     const std::wstring_view atEnd = numberAtEnd(name);
     const std::wstring_view number = atEnd.empty() ? L"0" : atEnd;
-    for (const auto& list : {action_.attributes, engine::commonAttributes()})
+    for (const auto& list : {action_.attributes, actions::commonAttributes()})
       for (const Attribute& attribute : list) known.push_back(text::toUtf8(numbered(attribute, number)));
     add("attribute-unknown", name,
         "action '" + text::toUtf8(action_.key) + "' has no attribute " + inQuotes(name) +
@@ -81,7 +81,7 @@ class Look {
     std::vector<std::string> names, choices;
     bool hasChoice = false;
     std::size_t count = 0;
-    for (const auto& list : {action_.attributes, engine::commonAttributes()}) {
+    for (const auto& list : {action_.attributes, actions::commonAttributes()}) {
       for (const Attribute& attribute : list) {
         const bool isMissing = !isThere(attribute) && !(attribute.name == L"version" && action_.version.empty());
         if (attribute.need == Need::needed && isMissing) {
@@ -132,7 +132,7 @@ class Look {
       return add("count-below-list", attribute.counter,
                  inQuotes(attribute.counter) + " is '" + text::toUtf8(valueOf(attribute.counter)) + "', so that " +
                      inQuotes(name) + " isn't read");
-    const Attribute* counter = engine::findAttribute(action_, attribute.counter);
+    const Attribute* counter = actions::findAttribute(action_, attribute.counter);
     if (!counter || counter->need != Need::needed)
       add("attribute-missing", attribute.counter,
           "action '" + text::toUtf8(action_.key) + "' has no " + inQuotes(attribute.counter) + ", so that " +
@@ -210,7 +210,7 @@ class Look {
     if (!isCounted(attribute)) return has(attribute.name);
     bool found = false;
     eachAttribute(task_, [&](const core::XmlAttr& given) {
-      found = found || engine::findAttribute(action_, given.name) == &attribute;
+      found = found || actions::findAttribute(action_, given.name) == &attribute;
     });
     return found;
   }
@@ -242,7 +242,7 @@ class Look {
   [[nodiscard]] std::map<int, std::wstring_view> entriesOf(const Attribute& attribute) const {
     std::map<int, std::wstring_view> entries;
     eachAttribute(task_, [&](const core::XmlAttr& given) {
-      const Attribute* other = engine::findAttribute(action_, given.name);
+      const Attribute* other = actions::findAttribute(action_, given.name);
       if (!other || !isCounted(*other) || other->counter != attribute.counter) return;
       const int number = text::parseInt(numberAtEnd(given.name));
       const bool isRead = number < endOf(attribute) && given.name == numberedName(*other, number);
@@ -258,14 +258,14 @@ class Look {
   }
 
   const core::XmlNode& task_;
-  const engine::Action& action_;
+  const actions::Action& action_;
   std::set<std::wstring_view> told_;  // counters
   std::vector<AttributeFault> faults_;
 };
 
 }  // namespace
 
-std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action) {
+std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const actions::Action& action) {
   return Look(task, action).run();
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/xml.h"
-#include "engine/action.h"
+#include "actions/action.h"
 #include "kelvane/attribute_mend.h"
 
 namespace kelvane {
@@ -28,7 +28,7 @@ void dropEqualNames(std::vector<AttributeFault>& faults);
 
 // Unknown and missing attributes, words and numbers that aren't any, broken patterns, counts below their lists. What is
 // put together when the action runs can't be told and is passed over.
-std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const engine::Action& action);
+std::vector<AttributeFault> attributeFaults(const core::XmlNode& task, const actions::Action& action);
 
 // "; 'tpye' isn't it": the attribute that was probably meant to be that one. Empty: none is.
 std::string misspelt(const core::XmlNode& node, std::string_view name);

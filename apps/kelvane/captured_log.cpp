@@ -2,7 +2,7 @@
 
 #include "core/log.h"
 #include "core/state.h"
-#include "engine/comparison_watch.h"
+#include "language/comparison_watch.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -55,7 +55,7 @@ CapturedLog::CapturedLog() : disk_(os::surroundings().files) {
   core::logReset();
   core::pluginState().reset();
   core::pluginState().tempPath = kLogFolder;
-  engine::forgetWhatWasGivenUp();
+  language::forgetWhatWasGivenUp();
   os::surroundings().files = std::make_shared<LogInMemory>(*disk_, bytes_, config_);
 }
 

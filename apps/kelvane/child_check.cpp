@@ -31,7 +31,7 @@ AttributeFault unknownAttribute(const core::XmlNode& node, const core::XmlAttr& 
 
 class Children {
  public:
-  Children(const core::XmlNode& task, const engine::Action& action)
+  Children(const core::XmlNode& task, const actions::Action& action)
       : task_(task), action_(action), inside_(childrenOf(action.key)) {}
 
   std::vector<ChildFault> run() {
@@ -116,23 +116,23 @@ class Children {
   }
 
   const core::XmlNode& task_;
-  const engine::Action& action_;
+  const actions::Action& action_;
   const TaskChildren* inside_;
   std::vector<ChildFault> faults_;
 };
 
 }  // namespace
 
-std::vector<ChildFault> childFaults(const core::XmlNode& task, const engine::Action& action) {
+std::vector<ChildFault> childFaults(const core::XmlNode& task, const actions::Action& action) {
   return Children(task, action).run();
 }
 
 std::vector<AttributeFault> switchFaults(const core::XmlNode& node) {
   std::vector<std::string> known;
-  for (const core::Attribute& row : engine::commonAttributes()) known.push_back(text::toUtf8(row.name));
+  for (const core::Attribute& row : actions::commonAttributes()) known.push_back(text::toUtf8(row.name));
   std::vector<AttributeFault> faults;
   eachAttribute(node, [&](const core::XmlAttr& given) {
-    const core::Attribute* row = core::findAttribute(engine::commonAttributes(), given.name);
+    const core::Attribute* row = core::findAttribute(actions::commonAttributes(), given.name);
     if (!row)
       faults.push_back(unknownAttribute(node, given, didYouMean(text::toUtf8(given.name), known)));
     else if (row->kind == core::Kind::flag && isNoSwitch(given))

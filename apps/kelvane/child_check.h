@@ -13,7 +13,7 @@ struct ChildFault {
 };
 // Elements that are misspelt or that the action reads one of alone, and options that lack something or stand elsewhere
 // than they are read. Passed over are elements of other programs, and what is told where the right one is missed.
-std::vector<ChildFault> childFaults(const core::XmlNode& task, const engine::Action& action);
+std::vector<ChildFault> childFaults(const core::XmlNode& task, const actions::Action& action);
 
 // Of an element that has the switches of an action and a filter as it has, but is none: attributes that aren't read and
 // switches that are neither on nor off.

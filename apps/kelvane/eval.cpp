@@ -5,7 +5,7 @@
 
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "kelvane/captured_log.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
@@ -54,10 +54,10 @@ class GivenVariables {
     for (const std::string& one : written) {
       const std::size_t sign = one.find('=');
       if (sign == one.npos || sign == 0) throw Fault("--user: '" + one + "' is no NAME=VALUE");
-      engine::userVariables().set(text::fromUtf8(one.substr(0, sign)), text::fromUtf8(one.substr(sign + 1)));
+      language::userVariables().set(text::fromUtf8(one.substr(0, sign)), text::fromUtf8(one.substr(sign + 1)));
     }
   }
-  ~GivenVariables() { engine::userVariables().clear(); }
+  ~GivenVariables() { language::userVariables().clear(); }
   GivenVariables(const GivenVariables&) = delete;
   GivenVariables& operator=(const GivenVariables&) = delete;
 };
@@ -108,13 +108,13 @@ class Eval : public Verb {
   }
 
   int evaluateText(creo::ProMdl model, CapturedLog& log, Console& console) const {
-    (void)engine::takeRefused();
-    const engine::Replaced result = engine::replaceVariables(text::fromUtf8(*text_), model);
+    (void)language::takeRefused();
+    const language::Replaced result = language::replaceVariables(text::fromUtf8(*text_), model);
     const std::vector<TroubleLine> trouble = log.takeTrouble();
     for (const TroubleLine& line : trouble) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
-    for (const engine::RefusedExpression& one : engine::takeRefused()) console.trouble("warning: " + refusal(one));
+    for (const language::RefusedExpression& one : language::takeRefused()) console.trouble("warning: " + refusal(one));
     for (const std::string& fault : unknownTokens(text::fromUtf8(*text_))) console.trouble("warning: " + fault);
     if (!trouble.empty())
       for (const std::string& slip : slips(model)) console.trouble("warning: " + slip);
@@ -131,7 +131,7 @@ class Eval : public Verb {
       parameters.push_back(text::toUtf8(parameter.id));
       return creo::ProNoError;
     });
-    for (const std::wstring& name : engine::userVariables().names()) users.push_back(text::toUtf8(name));
+    for (const std::wstring& name : language::userVariables().names()) users.push_back(text::toUtf8(name));
     for (const std::string& name : namedParameters(text)) addSlip(slips, "parameter", name, parameters);
     for (const std::string& name : namedUserVariables(text)) addSlip(slips, "user variable", name, users);
     return slips;

@@ -134,7 +134,7 @@ class Item {
       if (row.need == core::Need::needed && !has(row.name)) lacked.push_back(text::toUtf8(row.name));
     if (lacked.size() > 1) lacked.clear();
     for (const auto& list :
-         {predicate.attributes, engine::commonAttributes(), std::span<const Attribute>(kItemAttributes)})
+         {predicate.attributes, actions::commonAttributes(), std::span<const Attribute>(kItemAttributes)})
       for (const Attribute& row : list) known.push_back(text::toUtf8(row.name));
     eachAttribute(item_, [&](const core::XmlAttr& given) {
       const std::string name = text::toUtf8(given.name);

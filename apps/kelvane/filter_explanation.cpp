@@ -1,8 +1,8 @@
 #include "kelvane/filter_explanation.h"
 
 #include "documents/filter.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
 
@@ -45,13 +45,13 @@ std::string answer(documents::Answer result) {
   return "true";
 }
 
-std::string answer(engine::Compared result) {
+std::string answer(language::Compared result) {
   switch (result) {
-    case engine::Compared::match:
+    case language::Compared::match:
       return "match";
-    case engine::Compared::none:
+    case language::Compared::none:
       return "no match";
-    case engine::Compared::givenUp:
+    case language::Compared::givenUp:
       break;
   }
   return "given up, it takes too many steps";
@@ -68,12 +68,12 @@ class Explainer : public documents::FilterWatch {
     if (const core::XmlAttr* type = core::attrFind(item.attributes, L"filtertype")) negated_ = type->value != L"true";
     line(std::to_string(number_) + "  " + (negated_ ? "not " : "") + asked(item));
     (void)comparisons_.take();
-    (void)engine::takeRefused();
+    (void)language::takeRefused();
   }
 
   void itemEnds(const core::XmlNode&, documents::Answer result, bool fails) override {
     tellComparisons();
-    for (const engine::RefusedExpression& one : engine::takeRefused()) line(kIndent + refusal(one));
+    for (const language::RefusedExpression& one : language::takeRefused()) line(kIndent + refusal(one));
     if (troubleOf_) {
       for (const TroubleLine& told : troubleOf_())
         line(kIndent + std::string(told.level == 2 ? "error: " : "warning: ") + told.text);
@@ -110,8 +110,8 @@ class Explainer : public documents::FilterWatch {
   void tellComparisons() {
     auto all = comparisons_.take();
     // By these the predicates only tell numbers from texts.
-    std::erase_if(all, [](const engine::NotedComparison& one) {
-      return one.pattern == engine::kIntegerPattern || one.pattern == engine::kDoublePattern;
+    std::erase_if(all, [](const language::NotedComparison& one) {
+      return one.pattern == language::kIntegerPattern || one.pattern == language::kDoublePattern;
     });
     for (std::size_t i = 0; i < all.size() && i < kMostComparisons; ++i) {
       line(kIndent + inQuotes(all[i].pattern) + " against " + inQuotes(all[i].text) + ": " + answer(all[i].result));
@@ -123,7 +123,7 @@ class Explainer : public documents::FilterWatch {
 
   FilterExplanation& into_;
   const std::function<std::vector<TroubleLine>()>& troubleOf_;
-  engine::ComparisonWatch comparisons_;
+  language::ComparisonWatch comparisons_;
   int number_ = 0;
   bool negated_ = false;
   std::vector<int> failing_, holding_;

@@ -1,6 +1,6 @@
 // kelvane help: what a word of a list, of a filter, of a finding or of the command line means. The verbs' own help is
 // the program's.
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "kelvane/fault.h"
 #include "kelvane/finding.h"
 #include "kelvane/nearest.h"
@@ -31,7 +31,7 @@ class Help : public Verb {
   int run(Console& console) override {
     if (!key_) throw Fault("help: a key is missing; 'kelvane help' alone tells all verbs");
     const std::wstring key = text::fromUtf8(*key_);
-    const engine::Action* action = engine::findAction(key);
+    const actions::Action* action = actions::findAction(key);
     const documents::Predicate* predicate = documents::findPredicate(key);
     const Rule* rule = findRule(*key_);
     if (!action && !predicate && !rule)

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "kelvane/nearest.h"
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
@@ -46,10 +46,10 @@ void ListNames::readSection(const core::XmlNode* section) {
 void ListNames::readTask(const core::XmlNode& task) {
   if (isSwitchedOff(task)) return;
   const std::wstring_view type = valueOf(task, L"type");
-  const engine::Action* action = engine::findAction(type);
+  const actions::Action* action = actions::findAction(type);
   if (action) {
     eachAttribute(task, [&](const core::XmlAttr& given) {
-      const core::Attribute* attribute = engine::findAttribute(*action, given.name);
+      const core::Attribute* attribute = actions::findAttribute(*action, given.name);
       if (!attribute || attribute->kind != Kind::variable || given.value.empty()) return;
       setsAny_ = setsAny_ || hasVariables(given.value);
       variables_.insert(std::wstring(given.value));
@@ -64,10 +64,10 @@ void ListNames::readTask(const core::XmlNode& task) {
   });
 }
 
-std::vector<AttributeFault> ListNames::faults(const core::XmlNode& task, const engine::Action& action) {
+std::vector<AttributeFault> ListNames::faults(const core::XmlNode& task, const actions::Action& action) {
   std::vector<AttributeFault> faults;
   eachAttribute(task, [&](const core::XmlAttr& given) {
-    const core::Attribute* attribute = engine::findAttribute(action, given.name);
+    const core::Attribute* attribute = actions::findAttribute(action, given.name);
     const std::string name = text::toUtf8(given.name);
     if (attribute && attribute->kind == Kind::reporter && !opensAny_ && !hasVariables(given.value) &&
         !reporters_.contains(std::wstring(given.value)))
@@ -95,7 +95,7 @@ std::vector<AttributeFault> ListNames::unsetVariables(const core::XmlAttr& given
 }
 
 // The same text gives the same file, but for what differs between models.
-void ListNames::addReport(const core::XmlNode& task, const engine::Action& action,
+void ListNames::addReport(const core::XmlNode& task, const actions::Action& action,
                           std::vector<AttributeFault>& faults) {
   if (action.key != kOpensReport) return;
   const std::wstring file = text::replaceAll(text::lower(std::wstring(valueOf(task, L"file"))), L"\\", L"/");

@@ -18,13 +18,13 @@ class ListNames {
   void readSection(const core::XmlNode* section);
   // Names that the action takes and no section so far gives, and a report whose file another one has already. Call it
   // once an action, in their order.
-  std::vector<AttributeFault> faults(const core::XmlNode& task, const engine::Action& action);
+  std::vector<AttributeFault> faults(const core::XmlNode& task, const actions::Action& action);
   // User variables that an attribute of an action or of its filter asks for and no section so far sets.
   [[nodiscard]] std::vector<AttributeFault> unsetVariables(const core::XmlAttr& given) const;
 
  private:
   void readTask(const core::XmlNode& task);
-  void addReport(const core::XmlNode& task, const engine::Action& action, std::vector<AttributeFault>& faults);
+  void addReport(const core::XmlNode& task, const actions::Action& action, std::vector<AttributeFault>& faults);
 
   std::set<std::wstring> reporters_;
   std::unordered_set<std::wstring, text::HashNoCase, text::EqualNoCase> variables_;

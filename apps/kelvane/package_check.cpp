@@ -9,9 +9,9 @@
 #include "documents/action_list.h"
 #include "documents/filter.h"
 #include "documents/predicates.h"
-#include "engine/dispatch.h"
-#include "engine/task.h"
-#include "engine/workbook.h"
+#include "actions/dispatch.h"
+#include "actions/task.h"
+#include "language/workbook.h"
 #include "kelvane/attribute_check.h"
 #include "kelvane/child_check.h"
 #include "kelvane/filter_check.h"
@@ -57,7 +57,7 @@ std::string_view useRule(const std::string& kind) {
   const Rule* rule = findRule("uses-" + kind);
   return rule ? rule->name : std::string_view();
 }
-std::string instead(const engine::Action& action) {
+std::string instead(const actions::Action& action) {
   return action.successor.empty() ? std::string() : "; '" + text::toUtf8(action.successor) + "' takes its place";
 }
 
@@ -229,7 +229,7 @@ class Document {
     if (!has(task, L"type") && isDisplaced_ && task.name != L"task") return;
     if (!has(task, L"type"))
       return add(task, "action-without-type", "an action without 'type'" + misspelt(task, "type"));
-    if (const engine::Action* action = engine::findAction(text::fromUtf8(type)))
+    if (const actions::Action* action = actions::findAction(text::fromUtf8(type)))
       checkAction(task, type, *action);
     else if (documents::isPredicate(text::fromUtf8(type)))
       checkAsAction(task, type);
@@ -253,7 +253,7 @@ class Document {
     add(item, predicateFaults(item));
   }
 
-  void checkAction(const XmlNode& task, const std::string& type, const engine::Action& action) {
+  void checkAction(const XmlNode& task, const std::string& type, const actions::Action& action) {
     if (!checkRow(task, type, action)) return;
     checkTexts(task);
     add(task, attributeFaults(task, action));
@@ -309,9 +309,9 @@ class Document {
     if (*kind != QuestionKind::description && attribute(task, L"varName").empty()) {
       add(task, "question", "the question has no 'varName': its answer is lost");
     }
-    const engine::Subject none;
+    const actions::Subject none;
     const bool hasEntries =
-        !engine::Task(task, none).numbers(L"combo_value_", text::parseInt(attribute(task, L"combo_c"))).empty();
+        !actions::Task(task, none).numbers(L"combo_value_", text::parseInt(attribute(task, L"combo_c"))).empty();
     if (*kind == QuestionKind::choice && attribute(task, L"combo_autosel") != "1" && !hasEntries) {
       add(task, "question", "the question has nothing to choose from");
     }
@@ -331,11 +331,11 @@ class Document {
     }
   }
 
-  void checkPaths(const XmlNode& task, const engine::Action& action) { add(task, pathFaults(package_, task, action)); }
+  void checkPaths(const XmlNode& task, const actions::Action& action) { add(task, pathFaults(package_, task, action)); }
 
   // False: it isn't carried out whatever stands in it.
-  bool checkRow(const XmlNode& task, const std::string& type, const engine::Action& action) {
-    if (action.group == engine::Group::withoutEffect) {
+  bool checkRow(const XmlNode& task, const std::string& type, const actions::Action& action) {
+    if (action.group == actions::Group::withoutEffect) {
       add(task, "action-without-effect", "action '" + type + "' does nothing");
       return false;
     }
@@ -347,7 +347,7 @@ class Document {
     if (version != wanted)
       add(task, "action-version",
           "action '" + type + "' has version '" + version + "'; this version carries out '" + wanted + "'", "version");
-    if (action.group == engine::Group::modelNeeded && !isForAnyModel(task))
+    if (action.group == actions::Group::modelNeeded && !isForAnyModel(task))
       add(task, "action-for-no-model",
           "action '" + type + "' is for no model: forPRT, forASM and forDRW are all missing or 'false'");
     else
@@ -355,10 +355,10 @@ class Document {
     return true;
   }
   // Switches that let through nothing but what the action refuses.
-  void checkKinds(const XmlNode& task, const std::string& type, const engine::Action& action) {
+  void checkKinds(const XmlNode& task, const std::string& type, const actions::Action& action) {
     const auto& asked = action.conditions;
     const bool asksFilter = std::any_of(asked.begin(), asked.end(),
-                                        [](const engine::Condition& one) { return one.test == engine::Test::filter; });
+                                        [](const actions::Condition& one) { return one.test == actions::Test::filter; });
     if (!asksFilter || !isForAnyModel(task)) return;
     const ModelKinds kinds = kindsOf(action);
     const std::pair<bool, std::wstring_view> switches[] = {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/task.h"
+#include "actions/task.h"
 #include "kelvane/attribute_check.h"
 #include "kelvane/text_check.h"
 #include "os/paths.h"
@@ -69,8 +69,8 @@ void addOwners(const core::XmlNode& task, const std::string& type, std::vector<P
 void addCodeLetters(const core::XmlNode& node, const std::string& type, std::vector<PackageUse>& uses) {
   constexpr wchar_t kLastOfAscii = 0x7f;
   if (type != "setQRCode" && type != "createPDF417Barcode" && type != "createQRdotmatrix") return;
-  const engine::Subject none;
-  const engine::Task task(node, none);
+  const actions::Subject none;
+  const actions::Task task(node, none);
   if (task.isTrue(L"eci")) return;
   for (const auto& line : task.numberedAll(L"value", text::parseInt(task.attribute(L"valuec")))) {
     const auto isBeyond = [](wchar_t c) { return c > kLastOfAscii; };
@@ -82,7 +82,7 @@ void addCodeLetters(const core::XmlNode& node, const std::string& type, std::vec
 }
 
 // The arguments of a program are told with it.
-bool isToldWithAnother(const engine::Action& action, std::wstring_view name) {
+bool isToldWithAnother(const actions::Action& action, std::wstring_view name) {
   return std::any_of(action.attributes.begin(), action.attributes.end(),
                      [&](const core::Attribute& attribute) { return attribute.with == name; });
 }
@@ -100,14 +100,14 @@ bool isPath(core::Kind kind) {
   return kind == file || kind == model || kind == folder || kind == written;
 }
 
-std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const engine::Action& action) {
+std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const actions::Action& action) {
   std::vector<PackageUse> uses;
   const std::string type = text::toUtf8(action.key);
   addNumbers(task, type, uses);
   addOwners(task, type, uses);
   addCodeLetters(task, type, uses);
   eachAttribute(task, [&](const core::XmlAttr& given) {
-    const core::Attribute* attribute = engine::findAttribute(action, given.name);
+    const core::Attribute* attribute = actions::findAttribute(action, given.name);
     if (isToldWithAnother(action, given.name)) return;
     if (attribute && attribute->kind == core::Kind::program)
       return uses.push_back({"program", "it starts the program " + inQuotes(withMore(task, given, *attribute))});

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/xml.h"
-#include "engine/action.h"
+#include "actions/action.h"
 
 namespace kelvane {
 
@@ -16,7 +16,7 @@ struct PackageUse {
   std::string text;  // "it starts the program 'd:\tools\mail.cmd -q'"
 };
 // As the attributes stand, in their order; variables aren't replaced.
-std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const engine::Action& action);
+std::vector<PackageUse> usesOfAction(const core::XmlNode& task, const actions::Action& action);
 // Of an item of a filter: whole paths alone, since any attribute may be a pattern.
 std::vector<PackageUse> usesOfFilterItem(const core::XmlNode& item);
 

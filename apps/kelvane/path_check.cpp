@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "engine/workbook.h"
+#include "language/workbook.h"
 #include "kelvane/package_uses.h"
 #include "kelvane/table_check.h"
 #include "kelvane/text_check.h"
@@ -21,12 +21,12 @@ constexpr const char* kRule = "path-missing";
 
 class Paths {
  public:
-  Paths(const PackageSource& package, const core::XmlNode& task, const engine::Action& action)
+  Paths(const PackageSource& package, const core::XmlNode& task, const actions::Action& action)
       : package_(package), task_(task), action_(action) {}
 
   std::vector<AttributeFault> run() {
     eachAttribute(task_, [this](const core::XmlAttr& given) {
-      const Attribute* attribute = engine::findAttribute(action_, given.name);
+      const Attribute* attribute = actions::findAttribute(action_, given.name);
       if (!attribute || attribute->folder.empty()) return;
       if (attribute->kind == Kind::file || attribute->kind == Kind::model || attribute->kind == Kind::folder)
         check(given, *attribute);
@@ -55,7 +55,7 @@ class Paths {
   }
   // A workbook shows its cells only where it is converted.
   void checkTable(const std::string& member) {
-    if (engine::isWorkbook(text::fromUtf8(member))) return;
+    if (language::isWorkbook(text::fromUtf8(member))) return;
     const std::string place = "'" + member + "': ";
     const std::optional<std::string> bytes = readable(member);
     if (!bytes) return;
@@ -103,14 +103,14 @@ class Paths {
 
   const PackageSource& package_;
   const core::XmlNode& task_;
-  const engine::Action& action_;
+  const actions::Action& action_;
   std::vector<AttributeFault> faults_;
 };
 
 }  // namespace
 
 std::vector<AttributeFault> pathFaults(const PackageSource& package, const core::XmlNode& task,
-                                       const engine::Action& action) {
+                                       const actions::Action& action) {
   return Paths(package, task, action).run();
 }
 

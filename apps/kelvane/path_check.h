@@ -10,6 +10,6 @@ namespace kelvane {
 
 // Files and folders that the package lacks, and faults of the tables among them.
 std::vector<AttributeFault> pathFaults(const PackageSource& package, const core::XmlNode& task,
-                                       const engine::Action& action);
+                                       const actions::Action& action);
 
 }  // namespace kelvane

@@ -4,7 +4,7 @@
 
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -99,8 +99,8 @@ class Collector {
       question.hasStart = true;  // the drawing's first model
       return;
     }
-    const engine::Subject none;
-    const engine::Task view(task, none);
+    const actions::Subject none;
+    const actions::Task view(task, none);
     for (const int i : view.numbers(L"combo_value_", text::parseInt(valueOf(task, L"combo_c")))) {
       const std::wstring_view value = *view.numbered(L"combo_value_%d", i);
       question.choices.push_back(text::toUtf8(value));

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "documents/predicates.h"
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "kelvane/relax_ng_attributes.h"
 #include "kelvane/svg.h"
 #include "kelvane/task_children.h"
@@ -27,8 +27,8 @@ constexpr Attribute kFilterSection[] = {
 bool isSwitch(const Attribute& attribute) { return attribute.name.starts_with(L"for"); }
 // In an element of its own, inside the task.
 bool isInside(const Attribute& attribute) { return attribute.most == std::numeric_limits<int>::max(); }
-bool doesSomething(const engine::Action& action) {
-  return !action.isRemoved && action.group != engine::Group::withoutEffect;
+bool doesSomething(const actions::Action& action) {
+  return !action.isRemoved && action.group != actions::Group::withoutEffect;
 }
 
 template <class Wanted>
@@ -133,7 +133,7 @@ class Grammar {
     all.insert(all.end(), std::begin(kItemAttributes), std::end(kItemAttributes));
     // Some programs give items what tasks have; nothing reads it.
     for (Attribute common :
-         chosen(engine::commonAttributes(), [](const Attribute& one) { return one.name != L"type"; })) {
+         chosen(actions::commonAttributes(), [](const Attribute& one) { return one.name != L"type"; })) {
       common.need = core::Need::optional;
       all.push_back(common);
     }
@@ -144,15 +144,15 @@ class Grammar {
   void addTask() {
     openElement("task", "task");
     out_.open("choice");
-    for (const engine::Action& row : engine::actionTable())
+    for (const actions::Action& row : actions::actionTable())
       if (doesSomething(row)) out_.leaf("ref name=\"action." + text::toUtf8(row.key) + "\"");
     out_.close();
     closeElement();
-    for (const engine::Action& row : engine::actionTable())
+    for (const actions::Action& row : actions::actionTable())
       if (doesSomething(row)) addAction(row);
   }
 
-  void addAction(const engine::Action& row) {
+  void addAction(const actions::Action& row) {
     const std::string name = "action." + text::toUtf8(row.key);
     out_.open("define name=\"" + name + "\"");
     addKey(row.key, row.about);
@@ -160,7 +160,7 @@ class Grammar {
     out_.line("<attribute name=\"version\">" +
               (version.empty() ? "<text/>" : "<value type=\"string\">" + version + "</value>") + "</attribute>");
     std::vector<Attribute> all = chosen(row.attributes, [](const Attribute& one) { return !isInside(one); });
-    for (const Attribute& common : engine::commonAttributes())
+    for (const Attribute& common : actions::commonAttributes())
       if (common.name != L"type" && common.name != L"version") all.push_back(common);
     addAttributes(out_, all);
     const TaskChildren* inside = childrenOf(row.key);
@@ -175,7 +175,7 @@ class Grammar {
     if (inside) addInside(children.back(), row, *inside);
   }
 
-  void addInside(const std::string& define, const engine::Action& row, const TaskChildren& inside) {
+  void addInside(const std::string& define, const actions::Action& row, const TaskChildren& inside) {
     const std::string element(inside.element);
     switch (inside.what) {
       case TaskChildren::What::tasks:
@@ -183,7 +183,7 @@ class Grammar {
       case TaskChildren::What::lastFilter:
       case TaskChildren::What::filters:
         openElement(define, element);
-        addAttributes(out_, chosen(engine::commonAttributes(), &isSwitch));
+        addAttributes(out_, chosen(actions::commonAttributes(), &isSwitch));
         addMany("zeroOrMore", {"group"});
         return closeElement();
       case TaskChildren::What::options:

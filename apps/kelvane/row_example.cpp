@@ -109,7 +109,7 @@ class Element {
 
 }  // namespace
 
-std::string example(const engine::Action& action) {
+std::string example(const actions::Action& action) {
   Element element("task", action.key);
   element.add("version", action.version.empty() ? "3" : text::toUtf8(action.version));
   const ModelKinds kinds = kindsOf(action);

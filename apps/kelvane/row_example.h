@@ -4,12 +4,12 @@
 #include <string>
 
 #include "documents/predicates.h"
-#include "engine/action.h"
+#include "actions/action.h"
 
 namespace kelvane {
 
 // <task type="renameLayer" version="3" forPRT="true" forASM="true" forDRW="true" forEF="false" namef_0="NAME" .../>
-std::string example(const engine::Action& action);
+std::string example(const actions::Action& action);
 // <item type="isInstance" filtertype="true" opand="true"/>
 std::string example(const documents::Predicate& predicate);
 

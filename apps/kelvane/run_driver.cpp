@@ -6,10 +6,10 @@
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "documents/package.h"
-#include "engine/check_out.h"
-#include "engine/compare.h"
-#include "engine/model_table.h"
-#include "engine/triggers.h"
+#include "run/check_out.h"
+#include "language/compare.h"
+#include "run/model_table.h"
+#include "run/triggers.h"
 #include "headless/proui/ui.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
@@ -26,7 +26,7 @@ constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
 
 // Opening the first model would run their lists on it, in the very dialog that was opened for another one.
 void leaveTriggersOut() {
-  engine::detachTriggers();
+  run::detachTriggers();
   for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
 }
 
@@ -105,7 +105,7 @@ RunDriver::Unopened RunDriver::unopened(const ModelFileName& model, std::size_t 
 }
 
 std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName>& starts) {
-  const engine::TableHold hold;
+  const run::TableHold hold;
   std::vector<Unopened> failed;
   for (const ModelFileName& start : starts) {
     const std::size_t messages = session_.messages().size();
@@ -121,12 +121,12 @@ std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName
 std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName>& starts) {
   std::vector<Unopened> failed = open(starts);
   const std::size_t current = failed.size();
-  engine::clearModelTable();
+  run::clearModelTable();
   // The one that stands before Creo comes last: for it the table counts as built.
   for (std::size_t i = starts.size(); i-- > current && Interrupt::code() == 0;) {
     const std::size_t messages = session_.messages().size();
     if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type))
-      engine::rebuildModelTable(model.value);
+      run::rebuildModelTable(model.value);
     else
       failed.push_back(unopened(starts[i], messages));
   }
@@ -138,11 +138,11 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   Choice choice;
   std::size_t taken = 0;
   bool anyFits = false;
-  const auto all = creo::ProUITableRownamesGet(kTool, engine::kModelTable).value;
+  const auto all = creo::ProUITableRownamesGet(kTool, run::kModelTable).value;
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {
       if (!row.ends_with(extension)) continue;
-      const bool fits = pattern.empty() || engine::wildcardCompare(pattern, text::fromUtf8(row)) == 1;
+      const bool fits = pattern.empty() || language::wildcardCompare(pattern, text::fromUtf8(row)) == 1;
       anyFits = anyFits || fits;
       const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
       const bool before = isChecked(row + "_lock");
@@ -162,7 +162,7 @@ std::vector<RunDriver::Refused> RunDriver::checkOut() {
   require(session_.ui().press(kTool, "kvaneCheckout"), "check-out can't be pressed");
   session_.settle();
   std::vector<Refused> refused;
-  for (const engine::RefusedCheckOut& one : engine::refusedCheckOuts()) {
+  for (const run::RefusedCheckOut& one : run::refusedCheckOuts()) {
     const bool failed = one.conflicts.empty();
     refused.push_back({one.row, failed ? "the server failed" : text::toUtf8(one.conflicts), failed});
   }

@@ -5,7 +5,7 @@
 
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "engine/expressions.h"
+#include "language/expressions.h"
 #include "kelvane/accepted_exports.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
@@ -171,7 +171,7 @@ RunPlace prepareRun(const RunOptions& options) {
     place.filter = chosenName(options.filter, filters(*package), "filter");
     requireReadable(*package, "filters/" + place.filter);
   }
-  if (const std::string fault = engine::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
+  if (const std::string fault = language::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
     throw Fault("--select: '" + options.select + "' is no expression (" + fault + ")");
   }
   (void)AcceptedExports(options.accept);

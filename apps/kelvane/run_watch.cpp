@@ -9,8 +9,8 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "engine/comparison_watch.h"
-#include "engine/run.h"
+#include "language/comparison_watch.h"
+#include "run/run.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "headless/store/faults.h"
@@ -49,7 +49,7 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
   for (const std::string& vault : options.vaults)
     vaults_.push_back(text::fromUtf8(std::filesystem::canonical(vault).string() + "/"));
   session_.observe(this);
-  (void)engine::takeRefused();
+  (void)language::takeRefused();
 }
 
 // It is told of all that happens, to the session's end, unless the run breaks off before.
@@ -79,7 +79,7 @@ void RunWatch::tellFilling() {
 }
 
 void RunWatch::tellRefusedExpressions() {
-  for (const engine::RefusedExpression& one : engine::takeRefused()) {
+  for (const language::RefusedExpression& one : language::takeRefused()) {
     const std::string line = refusal(one);
     if (told_.insert(line).second) console_.trouble("warning: " + line);
   }
@@ -198,11 +198,11 @@ std::string RunWatch::outcomeOf(const Worked& worked) {
   if (worked.failed) return "failed";
   if (worked.passedOver) return "skipped";
   if (!worked.isChanged()) return "unchanged";
-  return engine::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
+  return run::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
 }
 
 void RunWatch::finishModel(const std::string& row) {
-  const ModelFileName name = modelFileName(engine::rowNow(row));
+  const ModelFileName name = modelFileName(run::rowNow(row));
   const auto model = session_.models().inMemory(name.name, name.type);
   Worked worked{row, nullptr, !model};
   if (model) {

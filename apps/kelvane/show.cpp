@@ -1,5 +1,5 @@
 // kelvane show: one model, readable.
-#include "engine/history.h"
+#include "run/history.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
@@ -74,14 +74,14 @@ Rows usesOf(creo::ProMdl model) {
 }
 
 Rows historyOf(creo::ProMdl model, Console& console) {
-  std::vector<engine::HistoryRecord> records;
-  engine::readHistory(model, records);
-  const auto count = static_cast<std::size_t>(engine::historyCount(model));
+  std::vector<run::HistoryRecord> records;
+  run::readHistory(model, records);
+  const auto count = static_cast<std::size_t>(run::historyCount(model));
   if (count > records.size())
     console.trouble("warning: the history is damaged: it counts " + std::to_string(count) + " runs and holds " +
                     std::to_string(records.size()));
   Rows rows;
-  for (const engine::HistoryRecord& record : records) {
+  for (const run::HistoryRecord& record : records) {
     rows.push_back({text::toUtf8(record.date), text::toUtf8(record.package), text::toUtf8(record.list),
                     text::toUtf8(record.user)});
   }

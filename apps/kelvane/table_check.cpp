@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/log.h"
-#include "engine/csv_table.h"
-#include "engine/workbook.h"
+#include "language/csv_table.h"
+#include "language/workbook.h"
 #include "kelvane/captured_log.h"
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
@@ -27,8 +27,8 @@ bool readsTable(std::string_view type) {
 std::vector<std::string> tableFaults(const core::XmlNode& task, const std::string& bytes) {
   CapturedLog log;
   std::vector<std::string> faults;
-  const engine::TableForm form = engine::tableForm(task);
-  const engine::CsvTable table = engine::parseCsv(bytes, form.separator, form.encoding);
+  const language::TableForm form = language::tableForm(task);
+  const language::CsvTable table = language::parseCsv(bytes, form.separator, form.encoding);
   for (const TroubleLine& line : log.takeTrouble())
     if (line.level == core::kError) faults.push_back(line.text);
   for (const std::wstring_view title : kModelColumns) {

@@ -5,8 +5,8 @@
 #include "actions/environment/group_modes.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
-#include "engine/dispatch.h"
-#include "engine/task.h"
+#include "actions/dispatch.h"
+#include "actions/task.h"
 #include "kelvane/attribute_check.h"
 #include "kelvane/filter_explanation.h"
 #include "text/encoding.h"
@@ -62,13 +62,13 @@ class Judge {
   void judge(const XmlNode& node, TaskVerdict& verdict) {
     if (has(node, L"deak") && valueOf(node, L"deak") != L"false") return void(verdict.reason = "it is switched off");
     const std::wstring_view type = valueOf(node, L"type");
-    const engine::Action* row = engine::findAction(type);
+    const actions::Action* row = actions::findAction(type);
     if (!row) {
       verdict.reason =
           documents::isPredicate(type) ? "it is a filter: its answer is dropped" : "there is no such action";
       return;
     }
-    if (row->group == engine::Group::withoutEffect) {
+    if (row->group == actions::Group::withoutEffect) {
       return void(verdict.reason = "this version doesn't carry it out");
     }
     const std::string wanted = text::toUtf8(row->version), given = text::toUtf8(valueOf(node, L"version"));
@@ -86,14 +86,14 @@ class Judge {
   }
 
   // In the order in which the run asks them.
-  bool conditionsHold(const XmlNode& node, const engine::Action& action, TaskVerdict& verdict) const {
+  bool conditionsHold(const XmlNode& node, const actions::Action& action, TaskVerdict& verdict) const {
     const auto name = creo::ProMdlNameGet(model_);
-    const engine::Subject subject{model_, name.value, std::wstring(creo::typeExtension(modelType_))};
-    const engine::Task task(node, subject);
-    for (const engine::Condition& condition : action.conditions) {
-      if (engine::isFilterTest(condition.test)) {
+    const actions::Subject subject{model_, name.value, std::wstring(creo::typeExtension(modelType_))};
+    const actions::Task task(node, subject);
+    for (const actions::Condition& condition : action.conditions) {
+      if (actions::isFilterTest(condition.test)) {
         if (isAsked(condition.test, task) && !(typeFits(node, verdict) && filterFits(node, verdict))) return false;
-      } else if (!engine::holds(action, condition, task)) {
+      } else if (!actions::holds(action, condition, task)) {
         verdict.reason = reasonOf(condition.test);
         return false;
       }
@@ -102,12 +102,12 @@ class Judge {
   }
   // Some actions run on whatever there is, as what opens or writes a report; some ask only where they are told not to
   // run on all kinds of models.
-  static bool isAsked(engine::Test test, const engine::Task& task) {
-    if (test == engine::Test::filterUnlessForAll) return !engine::isForAll(task);
-    return test != engine::Test::noFilter;
+  static bool isAsked(actions::Test test, const actions::Task& task) {
+    if (test == actions::Test::filterUnlessForAll) return !actions::isForAll(task);
+    return test != actions::Test::noFilter;
   }
-  static std::string reasonOf(engine::Test test) {
-    using enum engine::Test;
+  static std::string reasonOf(actions::Test test) {
+    using enum actions::Test;
     switch (test) {
       case part:
       case partType:

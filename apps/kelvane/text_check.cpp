@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "engine/compare.h"
-#include "engine/expressions.h"
-#include "engine/known_tokens.h"
+#include "language/compare.h"
+#include "language/expressions.h"
+#include "language/known_tokens.h"
 #include "kelvane/nearest.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -38,9 +38,9 @@ void findTokens(std::wstring_view text, std::vector<std::string>& faults) {
       continue;
     }
     const std::wstring_view token = text.substr(at, end + 1 - at);
-    if (!isKnown(engine::knownTokens(), token)) {
+    if (!isKnown(language::knownTokens(), token)) {
       const std::string shown = text::toUtf8(token);
-      faults.push_back("unknown token '" + shown + "'" + didYouMean(shown, narrowed(engine::knownTokens())));
+      faults.push_back("unknown token '" + shown + "'" + didYouMean(shown, narrowed(language::knownTokens())));
     }
     at = text.find(L'@', end + 1);
   }
@@ -64,10 +64,10 @@ void findFunctions(std::wstring_view text, std::vector<std::string>& faults) {
     if (end == at || end == text.size() || text[end] != L'$') continue;
     const std::wstring_view name = text.substr(at, end - at);
     if (name == kReplace) findExpression(text.substr(end + 1), faults);
-    if (!isKnown(engine::knownFunctions(), name)) {
+    if (!isKnown(language::knownFunctions(), name)) {
       const std::string shown = text::toUtf8(name);
       faults.push_back("unknown text function '$$" + shown + "$'" +
-                       didYouMean(shown, narrowed(engine::knownFunctions())));
+                       didYouMean(shown, narrowed(language::knownFunctions())));
     } else {
       const std::size_t close = text.find(kFunctionSign, end);
       if (close == text.npos) return;
@@ -158,7 +158,7 @@ bool hasVariables(std::wstring_view text) {
 }
 
 std::string patternFault(std::wstring_view text) {
-  const std::string reason = engine::expressionFault(text);
+  const std::string reason = language::expressionFault(text);
   if (reason.empty()) return {};
   return text.size() < 3 ? "an expression that holds nothing" : "an expression that doesn't compile (" + reason + ")";
 }
@@ -168,17 +168,17 @@ std::string expressionFault(std::wstring_view text) {
   return fault.empty() ? fault : fault + ": '" + text::toUtf8(text) + "'";
 }
 
-std::string refusal(const engine::RefusedExpression& refused) {
+std::string refusal(const language::RefusedExpression& refused) {
   return "the expression '" + text::toUtf8(refused.pattern) + "' doesn't compile (" + refused.reason +
          "), so that it matches nothing";
 }
 
-bool isInteger(std::wstring_view text) { return engine::wildcardCompare(engine::kIntegerPattern, text) == 1; }
+bool isInteger(std::wstring_view text) { return language::wildcardCompare(language::kIntegerPattern, text) == 1; }
 
-bool isReadAsNumber(std::wstring_view text) { return engine::wildcardCompare(engine::kDoublePattern, text) == 1; }
+bool isReadAsNumber(std::wstring_view text) { return language::wildcardCompare(language::kDoublePattern, text) == 1; }
 
 bool isNumber(std::wstring_view text) {
-  return engine::wildcardCompare(L"/^-?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?$/", text) == 1;
+  return language::wildcardCompare(L"/^-?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?$/", text) == 1;
 }
 
 }  // namespace kelvane

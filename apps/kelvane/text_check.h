@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/xml.h"
-#include "engine/comparison_watch.h"
+#include "language/comparison_watch.h"
 
 namespace kelvane {
 
@@ -27,7 +27,7 @@ std::string patternFault(std::wstring_view text);
 // and for what is put together when it is used.
 std::string expressionFault(std::wstring_view text);
 // "the expression '/[/' doesn't compile (its reason), so that it matches nothing".
-std::string refusal(const engine::RefusedExpression& refused);
+std::string refusal(const language::RefusedExpression& refused);
 bool isInteger(std::wstring_view text);
 // As people write one.
 bool isNumber(std::wstring_view text);

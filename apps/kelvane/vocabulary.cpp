@@ -31,7 +31,7 @@ ordered_json describedAll(std::span<const Attribute> attributes) {
   return all;
 }
 
-void addTouched(ordered_json& to, const engine::Effects& effects) {
+void addTouched(ordered_json& to, const actions::Effects& effects) {
   to["reads"] = touchedWords(effects.reads);
   to["changes"] = touchedWords(effects.changes);
   to["known"] = effects.known;
@@ -83,9 +83,9 @@ class Lines {
   std::vector<std::vector<std::string>> rows_;
 };
 
-std::vector<std::string> conditionsOf(const engine::Action& action) {
+std::vector<std::string> conditionsOf(const actions::Action& action) {
   std::vector<std::string> all;
-  for (const engine::Condition& condition : action.conditions) all.push_back(conditionWords(condition));
+  for (const actions::Condition& condition : action.conditions) all.push_back(conditionWords(condition));
   return all;
 }
 
@@ -95,25 +95,25 @@ std::string joined(const std::vector<std::string>& pieces) {
   return all;
 }
 
-bool doesNothing(const engine::Action& action) {
-  return action.isRemoved || action.group == engine::Group::withoutEffect;
+bool doesNothing(const actions::Action& action) {
+  return action.isRemoved || action.group == actions::Group::withoutEffect;
 }
 
 }  // namespace
 
-std::string summary(const engine::Action& action) {
+std::string summary(const actions::Action& action) {
   std::string text(action.about);
   if (action.isRemoved && !action.successor.empty()) text += "; " + text::toUtf8(action.successor) + " takes its place";
   return text;
 }
 
-ordered_json described(const engine::Action& action) {
+ordered_json described(const actions::Action& action) {
   ordered_json one = {{"key", text::toUtf8(action.key)}, {"about", action.about}};
   if (doesNothing(action)) one["removed"] = action.isRemoved;
   if (!action.successor.empty()) one["successor"] = text::toUtf8(action.successor);
   if (doesNothing(action)) return one;
   one["version"] = text::toUtf8(action.version);
-  one["needsModel"] = action.group == engine::Group::modelNeeded;
+  one["needsModel"] = action.group == actions::Group::modelNeeded;
   one["conditions"] = conditionsOf(action);
   addTouched(one, action.effects);
   one["attributes"] = describedAll(action.attributes);
@@ -130,17 +130,17 @@ ordered_json described(const documents::Predicate& predicate) {
           {"example", example(predicate)}};
 }
 
-std::vector<std::string> told(const engine::Action& action) {
+std::vector<std::string> told(const actions::Action& action) {
   Lines lines;
   lines.head(text::toUtf8(action.key), summary(action));
   if (doesNothing(action)) return lines.finished({});
-  const engine::Effects& effects = action.effects;
+  const actions::Effects& effects = action.effects;
   lines.add("version", action.version.empty() ? "any" : text::toUtf8(action.version));
   lines.add("works where", conditionsOf(action));
   lines.add("reads", joined(touchedWords(effects.reads)));
   lines.add("changes", joined(touchedWords(effects.changes)));
   if (!effects.known) lines.add("before a run", "what it will do isn't known");
-  if (effects.changes != engine::Touched::nothing)
+  if (effects.changes != actions::Touched::nothing)
     lines.add("afterwards", effects.takenBack ? "what it changed can be taken back" : "it can't be taken back");
   if (const TaskChildren* inside = childrenOf(action.key)) {
     lines.add("inside", std::string(inside->element) + ": " + std::string(inside->about));

@@ -6,22 +6,22 @@
 #include <vector>
 
 #include "documents/predicates.h"
-#include "engine/action.h"
+#include "actions/action.h"
 #include "kelvane/finding.h"
 
 namespace kelvane {
 
 // key, about, version, removed, conditions, reads, changes, attributes, inside, example. Members that say nothing are
 // left out.
-nlohmann::ordered_json described(const engine::Action& action);
+nlohmann::ordered_json described(const actions::Action& action);
 // key, about, models, attributes, example.
 nlohmann::ordered_json described(const documents::Predicate& predicate);
 // rule, severity, about, example where there is one.
 nlohmann::ordered_json described(const Rule& rule);
 // Actions and filters as lines.
-std::vector<std::string> told(const engine::Action& action);
+std::vector<std::string> told(const actions::Action& action);
 std::vector<std::string> told(const documents::Predicate& predicate);
 // What it does in a line, and what has become of one that does nothing any more.
-std::string summary(const engine::Action& action);
+std::string summary(const actions::Action& action);
 
 }  // namespace kelvane

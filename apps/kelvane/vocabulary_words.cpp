@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "kelvane/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -14,8 +14,8 @@ namespace {
 
 using core::Attribute;
 using core::Kind;
-using engine::Test;
-using engine::Touched;
+using actions::Test;
+using actions::Touched;
 
 constexpr std::wstring_view kNumberSign = L"%d";
 
@@ -174,7 +174,7 @@ std::string needWords(const Attribute& attribute, std::span<const Attribute> all
   return {};
 }
 
-std::string conditionWords(const engine::Condition& condition) {
+std::string conditionWords(const actions::Condition& condition) {
   std::string words = rowOf(condition.test).words;
   if (condition.test == Test::noFilter) return words;
   const bool isTold = condition.line.isThere() || condition.test == Test::anyOfTheWork;
@@ -208,9 +208,9 @@ std::string modelsWords(documents::Models models) {
   return {};
 }
 
-ModelKinds kindsOf(const engine::Action& action) {
+ModelKinds kindsOf(const actions::Action& action) {
   ModelKinds all;
-  for (const engine::Condition& condition : action.conditions) {
+  for (const actions::Condition& condition : action.conditions) {
     const ModelKinds& asked = rowOf(condition.test).kinds;
     all.parts = all.parts && asked.parts;
     all.assemblies = all.assemblies && asked.assemblies;
@@ -221,7 +221,7 @@ ModelKinds kindsOf(const engine::Action& action) {
 
 std::vector<std::string> actionKeys() {
   std::vector<std::string> keys;
-  for (const engine::Action& row : engine::actionTable()) keys.push_back(text::toUtf8(row.key));
+  for (const actions::Action& row : actions::actionTable()) keys.push_back(text::toUtf8(row.key));
   return keys;
 }
 std::vector<std::string> predicateKeys() {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "documents/predicates.h"
-#include "engine/action.h"
+#include "actions/action.h"
 
 namespace kelvane {
 
@@ -26,15 +26,15 @@ bool isCounted(const core::Attribute& attribute);
 std::wstring numberedName(const core::Attribute& attribute, int number);
 
 // What the condition asks, and what its refusal leaves: "the model is no instance; else a warning".
-std::string conditionWords(const engine::Condition& condition);
+std::string conditionWords(const actions::Condition& condition);
 // "the model", "other files", ...
-std::vector<std::string> touchedWords(engine::Touched touched);
+std::vector<std::string> touchedWords(actions::Touched touched);
 std::string modelsWords(documents::Models models);
 
 // Which kinds of models pass all of the conditions, as far as these ask for kinds.
 struct ModelKinds {
   bool parts = true, assemblies = true, drawings = true;
 };
-ModelKinds kindsOf(const engine::Action& action);
+ModelKinds kindsOf(const actions::Action& action);
 
 }  // namespace kelvane

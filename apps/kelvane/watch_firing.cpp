@@ -6,7 +6,7 @@
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "engine/model_table.h"
+#include "run/model_table.h"
 #include "headless/model/models.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/model_folder.h"
@@ -32,11 +32,11 @@ FiringWatch::FiringWatch(headless::Session& session, const RunOptions& options, 
                          Events& events)
     : session_(session), console_(console), events_(events), json_(json), log_(console, events, options.maxErrors) {
   session_.observe(this);
-  engine::observeTriggers(this);
+  run::observeTriggers(this);
 }
 
 FiringWatch::~FiringWatch() {
-  engine::observeTriggers(nullptr);
+  run::observeTriggers(nullptr);
   session_.observe(nullptr);
   log_.tellHidden();
 }
@@ -97,7 +97,7 @@ void FiringWatch::triggerBegins(const Firing& firing) {
   begun.told = firing;
   if (const headless::Model* model = session_.models().find(firing.model))
     begun.model = label(model->name, model->type());
-  begun.name = text::toUtf8(engine::triggerName(firing.type));
+  begun.name = text::toUtf8(run::triggerName(firing.type));
   noteUnsaved();
   log_.begin(core::pluginState().logFile);
   begun.logBefore = log_.counts();
@@ -164,7 +164,7 @@ std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string&
 void FiringWatch::takeRows() {
   running_->rows.clear();
   running_->recap.skipped = 0;
-  const auto all = creo::ProUITableRownamesGet(core::pluginState().dialogName, engine::kModelTable).value;
+  const auto all = creo::ProUITableRownamesGet(core::pluginState().dialogName, run::kModelTable).value;
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {
       if (!row.ends_with(extension)) continue;
@@ -197,7 +197,7 @@ void FiringWatch::finishRow(const Row& row) {
 void FiringWatch::triggerEnds(int result) {
   if (!running_) return;
   log_.follow();
-  for (const engine::RefusedExpression& one : engine::takeRefused()) console_.trouble("warning: " + refusal(one));
+  for (const language::RefusedExpression& one : language::takeRefused()) console_.trouble("warning: " + refusal(one));
   Recap& recap = running_->recap;
   recap.models += recap.skipped + static_cast<int>(running_->unreadable.size());
   recap.saved = static_cast<int>(running_->saved.size());

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/log.h"
-#include "engine/triggers.h"
+#include "run/triggers.h"
 #include "headless/session/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/console.h"
@@ -21,7 +21,7 @@
 
 namespace kelvane {
 
-class FiringWatch : public headless::SessionObserver, public engine::TriggerObserver {
+class FiringWatch : public headless::SessionObserver, public run::TriggerObserver {
  public:
   FiringWatch(headless::Session& session, const RunOptions& options, bool json, Console& console, Events& events);
   ~FiringWatch() override;

@@ -2,7 +2,7 @@
 #include "core/state.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
-#include "engine/model_table.h"
+#include "run/model_table.h"
 #include "kelvane/columns.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
@@ -22,8 +22,8 @@ struct TableVerdict {
 };
 
 TableVerdict judgedByTable(creo::ProMdl model) {
-  using enum engine::RowVerdict;
-  switch (engine::judgeModel(model)) {
+  using enum run::RowVerdict;
+  switch (run::judgeModel(model)) {
     case typeIsOff:
       return {false, "no row: the button of its type is off"};
     case filterUnreadable:
@@ -74,7 +74,7 @@ class Why : public Verb {
                    place.package);
     const TableVerdict table = judgedByTable(model);
     show(console, "table", table.worked, table.reason);
-    if (const core::XmlNode* filter = engine::filterInForce()) {
+    if (const core::XmlNode* filter = run::filterInForce()) {
       for (const std::string& line : explainFilter(*filter, model).lines) detail(console, line);
     }
     showActions(console, model);

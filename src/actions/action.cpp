@@ -1,15 +1,15 @@
-#include "engine/action.h"
+#include "actions/action.h"
 
 #include <algorithm>
 
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "documents/predicates.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace actions {
 namespace {
 
 using creo::ProMdlType;
@@ -156,4 +156,4 @@ const Attribute* findAttribute(const Action& action, std::wstring_view name) {
   return own ? own : core::findAttribute(kCommon, name);
 }
 
-}  // namespace engine
+}  // namespace actions

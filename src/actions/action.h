@@ -12,7 +12,7 @@
 #include "core/line.h"
 #include "core/log.h"
 
-namespace engine {
+namespace actions {
 
 // What an action gives back; nothing stops a list.
 enum Outcome : int {
@@ -23,7 +23,7 @@ enum Outcome : int {
   notHandled = -25,
 };
 
-class Task;  // engine/task.h
+class Task;  // actions/task.h
 
 using core::Line;
 using core::lineText;
@@ -172,4 +172,4 @@ std::span<const Attribute> commonAttributes();
 // The attribute that the name in a list means, its own or a common one; null: none. "name_7" is "name_%d".
 const Attribute* findAttribute(const Action& action, std::wstring_view name);
 
-}  // namespace engine
+}  // namespace actions

@@ -1,15 +1,15 @@
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
-#include "engine/task.h"
-#include "engine/under_work.h"
+#include "actions/task.h"
+#include "actions/under_work.h"
 #include "text/format.h"
 #include "text/units.h"
 
-namespace engine {
+namespace actions {
 namespace {
 
 constexpr int kBreakOnActions = 8;     // the value of `breakpoint` that stops a run on each action
@@ -85,4 +85,4 @@ void runSubtasks(const core::XmlNode& task, const Subject& subject) {
   });
 }
 
-}  // namespace engine
+}  // namespace actions

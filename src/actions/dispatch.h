@@ -7,9 +7,9 @@
 
 #include "core/xml.h"
 #include "creo/ProTypes.h"
-#include "engine/action.h"
+#include "actions/action.h"
 
-namespace engine {
+namespace actions {
 
 // What an action works on. extension: "PRT", ".PRT" in some groups; name and extension are empty without a model.
 struct Subject {
@@ -27,4 +27,4 @@ Outcome dispatchAction(const core::XmlNode& task, Subject& subject);
 // Runs the tasks of the first child named "subtasks", each with a copy of the subject.
 void runSubtasks(const core::XmlNode& task, const Subject& subject);
 
-}  // namespace engine
+}  // namespace actions

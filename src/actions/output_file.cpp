@@ -1,4 +1,4 @@
-#include "engine/output_file.h"
+#include "actions/output_file.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@
 #include "text/format.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace actions {
 namespace {
 
 bool isSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
@@ -72,4 +72,4 @@ bool mayBeWritten(std::wstring_view path, std::wstring_view extension) {
   return !liesInRoot(path) || refuse(L"%s would lie in the root of the disk", path);
 }
 
-}  // namespace engine
+}  // namespace actions

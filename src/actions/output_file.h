@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace engine {
+namespace actions {
 
 // A path without a drive that doesn't begin at a root is taken from the working folder, as Creo takes it; any other one
 // stays as it is, an empty one too.
@@ -17,4 +17,4 @@ bool mayBeWritten(std::wstring_view path, std::wstring_view extension = {});
 // The same without a line: is it one of those that nothing but Creo and the log writes?
 bool isKeptFile(std::wstring_view path);
 
-}  // namespace engine
+}  // namespace actions

@@ -1,11 +1,11 @@
-#include "engine/saved_options.h"
+#include "actions/saved_options.h"
 
 #include <functional>
 #include <map>
 
 #include "core/log.h"
 
-namespace engine {
+namespace actions {
 namespace {
 
 using Saved = std::map<std::wstring, std::vector<SavedConfigOption>, std::less<>>;
@@ -35,4 +35,4 @@ void freeSavedConfigOptions() {
   core::logWrite(L"finished", core::kDebug);
 }
 
-}  // namespace engine
+}  // namespace actions

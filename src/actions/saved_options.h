@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace engine {
+namespace actions {
 
 struct SavedConfigOption {
   std::wstring option;
@@ -18,4 +18,4 @@ void saveConfigOption(std::wstring_view saveName, SavedConfigOption saved);
 // The run is over: a name holds within one run.
 void freeSavedConfigOptions();
 
-}  // namespace engine
+}  // namespace actions

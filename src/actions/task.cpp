@@ -1,4 +1,4 @@
-#include "engine/task.h"
+#include "actions/task.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 #include "text/letters.h"
 #include "text/numbers.h"
 
-namespace engine {
+namespace actions {
 bool Task::extensionIs(std::wstring_view extension) const {
   std::wstring_view own = subject_.extension;
   if (own.starts_with(L'.')) own.remove_prefix(1);
@@ -58,4 +58,4 @@ std::wstring Task::path(std::wstring_view name, std::wstring_view subdirectory, 
   return replaceVariablesPath(attribute(name), subject_.model, subdirectory, size);
 }
 
-}  // namespace engine
+}  // namespace actions

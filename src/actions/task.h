@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "core/xml.h"
-#include "engine/dispatch.h"
-#include "engine/variables.h"
+#include "actions/dispatch.h"
+#include "language/variables.h"
 
-namespace engine {
+namespace actions {
 
 using core::XmlNode;
 
@@ -51,4 +51,4 @@ class Task {
   const Subject& subject_;
 };
 
-}  // namespace engine
+}  // namespace actions

@@ -1,6 +1,6 @@
-#include "engine/under_work.h"
+#include "actions/under_work.h"
 
-namespace engine {
+namespace actions {
 namespace {
 
 std::vector<creo::ProMdl>& models() {
@@ -16,4 +16,4 @@ UnderWork::UnderWork(creo::ProMdl model) { models().push_back(model); }
 
 UnderWork::~UnderWork() { models().pop_back(); }
 
-}  // namespace engine
+}  // namespace actions

@@ -5,7 +5,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace actions {
 
 // From the row's model to that of the innermost group; none for a task without a model.
 const std::vector<creo::ProMdl>& modelsUnderWork();
@@ -19,4 +19,4 @@ class UnderWork {
   UnderWork& operator=(const UnderWork&) = delete;
 };
 
-}  // namespace engine
+}  // namespace actions

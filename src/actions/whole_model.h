@@ -3,13 +3,13 @@
 
 #include <string_view>
 
-#include "engine/action.h"
+#include "actions/action.h"
 
 namespace actions {
 
 // Parts and assemblies that are no instances, where the list gives work.
-constexpr engine::Conditions kOnNativeSolids = {engine::kFilter, engine::kSolids, engine::kNotInstance,
-                                                engine::kAnyOfTheWork};
+constexpr Conditions kOnNativeSolids = {kFilter, kSolids, kNotInstance,
+                                                kAnyOfTheWork};
 
 // The error line for a word that an attribute can't have. known: "rel or abs".
 void unknownWord(std::wstring_view attribute, std::wstring_view value, std::wstring_view known);

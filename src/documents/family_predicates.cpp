@@ -7,7 +7,7 @@
 #include "creo/ProMdl.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "text/letters.h"
 
 namespace documents {
@@ -104,7 +104,7 @@ Answer skeletonPredicate(const Question& question) {
 }
 
 Answer instanceNamePredicate(const Question& question) {
-  const auto pattern = engine::replaceVariables(question.value(L"filename"), question.model);
+  const auto pattern = language::replaceVariables(question.value(L"filename"), question.model);
   return answer(pattern && FamilySearch(question.type).findsName(question.model, pattern.text));
 }
 

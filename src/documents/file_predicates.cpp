@@ -5,7 +5,7 @@
 #include "creo/ProMdl.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/units.h"
@@ -105,19 +105,19 @@ Answer filenamePredicate(const Question& question) {
 }
 
 Answer fileExistsPredicate(const Question& question) {
-  const auto name = engine::replaceVariables(question.value(L"filename"), question.model);
+  const auto name = language::replaceVariables(question.value(L"filename"), question.model);
   return answer(name && !name.text.empty() && os::files().exists(name.text));
 }
 
 Answer modelExistsPredicate(const Question& question) {
-  const auto fileName = engine::replaceVariables(question.value(L"filename"), question.model);
+  const auto fileName = language::replaceVariables(question.value(L"filename"), question.model);
   if (!fileName) return Answer::no;
   const NamedModel wanted = namedModel(fileName.text);
   const auto other = creo::ProMdlRetrieve(wanted.name, wanted.type);
   if (!other) return Answer::no;
   if (question.value(L"vcheck") != L"1") return Answer::yes;
-  const auto expected = engine::replaceVariables(question.value(L"vcheckvalue"), question.model);
-  const auto content = engine::replaceVariables(question.value(L"vcheckcontent"), other.value);
+  const auto expected = language::replaceVariables(question.value(L"vcheckvalue"), question.model);
+  const auto content = language::replaceVariables(question.value(L"vcheckcontent"), other.value);
   return answer(expected && content && expected.text == content.text);
 }
 

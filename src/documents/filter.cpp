@@ -4,7 +4,7 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
-#include "engine/comparison_watch.h"
+#include "language/comparison_watch.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -145,7 +145,7 @@ Answer runPredicate(const core::XmlNode& item, std::wstring_view type, creo::Pro
     if (!silentLookup) core::logWrite(text::format(L"Filter not found: %s", type), core::kError);
     return Answer::noKey;
   }
-  const engine::GivenUp givenUp;
+  const language::GivenUp givenUp;
   const Answer result = ask(*predicate, model, item);
   return givenUp.any() ? Answer::undecided : result;
 }

@@ -5,7 +5,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUI.h"
-#include "engine/model_table.h"
+#include "run/model_table.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -112,7 +112,7 @@ int selectPackage(std::string_view name) {
   readPackageIndex();
   listFilters();
   // The former package's filter file must not go on judging models. A trigger's list brings its own filter.
-  engine::setGlobalFilter(core::pluginState().triggerType == 0 ? chosenFilter() : std::string());
+  run::setGlobalFilter(core::pluginState().triggerType == 0 ? chosenFilter() : std::string());
   creo::ProUIOptionmenuSelectednamesSet(dialog(), kListChooser, {lists.value.front()});
   selectActionList(lists.value.front());
   return 0;
@@ -143,7 +143,7 @@ void selectActionList(std::string_view name) {
   auto& state = core::pluginState();
   state.currentList = text::fromUtf8(name);
   state.useGlobFilterNow = state.useGlobFilter;
-  engine::loadListFilter(name);
+  run::loadListFilter(name);
   readActionListInfo(name);
 }
 

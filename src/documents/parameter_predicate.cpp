@@ -8,9 +8,9 @@
 #include "creo/ProParameter.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
-#include "engine/variables.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -41,12 +41,12 @@ bool comparesNumber(const Comparison& with, double number, double target, double
 // The same, told to whoever watches comparisons.
 bool comparesNumber(const Comparison& with, std::wstring_view shown, double number, double target, double margin) {
   const bool held = comparesNumber(with, number, target, margin);
-  if (!engine::ComparisonWatch::on()) return held;
+  if (!language::ComparisonWatch::on()) return held;
   static constexpr std::wstring_view kSigns[] = {L"<", L"<=", L"=", L">=", L">"};
   const bool known = with.ncomp.size() == 1 && with.ncomp[0] >= L'1' && with.ncomp[0] <= L'5';
   const std::wstring_view sign = known ? kSigns[with.ncomp[0] - L'1'] : L"no known comparison";
   const std::wstring wanted = text::format(L"%s %s", sign, with.value);
-  engine::ComparisonWatch::note(margin == 0 ? wanted : text::format(L"%s, margin %s", wanted, with.epsilon), shown,
+  language::ComparisonWatch::note(margin == 0 ? wanted : text::format(L"%s, margin %s", wanted, with.epsilon), shown,
                                 held);
   return held;
 }
@@ -57,20 +57,20 @@ bool comparesBoolean(const Comparison& with, bool state) {
   const auto& words = kWords[state ? 1 : 0];
   const bool held = std::any_of(std::begin(words), std::end(words),
                                 [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
-  engine::ComparisonWatch::note(with.value, words[0], held);
+  language::ComparisonWatch::note(with.value, words[0], held);
   return held;
 }
 
 bool comparesInteger(const Comparison& with, int number) {
   const std::wstring shown = text::format(L"%d", number);
-  if (!matches(engine::kIntegerPattern, with.value)) return matches(with.value, shown);
+  if (!matches(language::kIntegerPattern, with.value)) return matches(with.value, shown);
   // A double holds every integer of the parameter's range, and a value beyond it still lies on its side.
   return comparesNumber(with, shown, number, text::parseDouble(with.value), text::parseInt(with.epsilon));
 }
 
 bool comparesReal(const Comparison& with, double number) {
   const std::wstring shown = text::format(L"%f", number);
-  if (!matches(engine::kDoublePattern, with.value)) return matches(with.value, shown);
+  if (!matches(language::kDoublePattern, with.value)) return matches(with.value, shown);
   return comparesNumber(with, shown, number, text::parseDouble(with.value), text::parseDouble(with.epsilon));
 }
 
@@ -100,8 +100,8 @@ creo::ProError compareParameter(const Comparison& with, const creo::ProParameter
 }
 
 Answer parameterPredicate(const Question& question) {
-  const auto value = engine::replaceVariables(question.value(L"value"), question.model);
-  auto name = engine::replaceVariables(question.value(L"param"), question.model);
+  const auto value = language::replaceVariables(question.value(L"value"), question.model);
+  auto name = language::replaceVariables(question.value(L"param"), question.model);
   if (!value || !name) return Answer::no;
   const auto type = applicableType(question.model, Models::typed);
   if (!type) return Answer::notApplicable;

@@ -3,8 +3,8 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -47,11 +47,11 @@ std::wstring_view valueOf(const core::XmlNode& item, std::wstring_view name, std
 
 bool isTrue(const core::XmlNode& item, std::wstring_view name) { return valueOf(item, name) == L"true"; }
 
-bool matches(std::wstring_view pattern, std::wstring_view text) { return engine::wildcardCompare(pattern, text) == 1; }
+bool matches(std::wstring_view pattern, std::wstring_view text) { return language::wildcardCompare(pattern, text) == 1; }
 
 bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result) {
-  if (engine::ComparisonWatch::on())
-    engine::ComparisonWatch::note(text::format(L"%s %s", sign, wanted), text::shortest(held), result);
+  if (language::ComparisonWatch::on())
+    language::ComparisonWatch::note(text::format(L"%s %s", sign, wanted), text::shortest(held), result);
   return result;
 }
 

@@ -5,7 +5,7 @@
 #include "core/state.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "os/processes.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -15,10 +15,10 @@ namespace documents {
 namespace {
 
 Answer userVariablePredicate(const Question& question) {
-  const auto name = engine::replaceVariables(question.value(L"param"), question.model);
-  const auto value = engine::replaceVariables(question.value(L"value"), question.model);
+  const auto name = language::replaceVariables(question.value(L"param"), question.model);
+  const auto value = language::replaceVariables(question.value(L"value"), question.model);
   if (!name || !value) return Answer::no;
-  const engine::UserVariableTable& variables = engine::userVariables();
+  const language::UserVariableTable& variables = language::userVariables();
   for (std::size_t i = 0; i < variables.count(); ++i)
     if (matches(name.text, variables.names()[i]) && matches(value.text, variables.values()[i])) return Answer::yes;
   return Answer::no;
@@ -39,8 +39,8 @@ Answer creoVersionPredicate(const Question& question) {
 }
 
 Answer environmentVariablePredicate(const Question& question) {
-  const auto name = engine::replaceVariables(question.value(L"param"), question.model);
-  const auto value = engine::replaceVariables(question.value(L"value"), question.model);
+  const auto name = language::replaceVariables(question.value(L"param"), question.model);
+  const auto value = language::replaceVariables(question.value(L"value"), question.model);
   if (!name || !value) return Answer::no;
   const auto held = os::environment(name.text);
   return answer(held && matches(value.text, text::cut(*held, text::kTextSize - 1)));

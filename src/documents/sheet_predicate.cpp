@@ -5,7 +5,7 @@
 #include "creo/ProDrawing.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -31,7 +31,7 @@ bool passes(const Test& test, std::wstring_view value, double measure) {
     return false;
   }
   if (value.empty()) return true;
-  if (!matches(engine::kDoublePattern, value)) {
+  if (!matches(language::kDoublePattern, value)) {
     core::logMsgPlain(Message::noDouble, core::kError);
     return false;
   }

@@ -12,7 +12,7 @@
 #include "creo/ProSolid.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/letters.h"
 #include "text/numbers.h"
 #include "text/units.h"
@@ -57,10 +57,10 @@ bool equals(const creo::ProParamvalue& held, std::wstring_view value) {
     case creo::ProParamvalueType::string:
       return matches(value, held.string);
     case creo::ProParamvalueType::integer:
-      return hasForm(value, engine::kIntegerPattern, Message::noInteger) &&
+      return hasForm(value, language::kIntegerPattern, Message::noInteger) &&
              noted(L"=", value, held.integer, text::parseDouble(value) == held.integer);  // beyond int, too
     case creo::ProParamvalueType::real:
-      return hasForm(value, engine::kDoublePattern, Message::noDouble) &&
+      return hasForm(value, language::kDoublePattern, Message::noDouble) &&
              noted(L"=", value, held.real, text::parseDouble(value) == held.real);
     case creo::ProParamvalueType::boolean:
       return boolean(value, held.boolean);

@@ -6,7 +6,7 @@
 #include "creo/ProDwgtable.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "text/numbers.h"
 
 namespace documents {
@@ -36,7 +36,7 @@ std::optional<int> numberUnlessAll(std::wstring_view value) {
 std::optional<Wanted> wantedBy(const core::XmlNode& item, creo::ProMdl model) {
   Wanted wanted;
   if (core::attrFind(item.attributes, L"sheet")) {
-    const auto sheet = engine::replaceVariables(valueOf(item, L"sheet"), model);
+    const auto sheet = language::replaceVariables(valueOf(item, L"sheet"), model);
     if (!sheet) return std::nullopt;
     wanted.sheet = text::parseInt(sheet.text);
   }

@@ -1,11 +1,11 @@
-#include "engine/base64.h"
+#include "language/base64.h"
 
 #include <openssl/evp.h>
 
 #include <algorithm>
 #include <vector>
 
-namespace engine {
+namespace language {
 
 std::string base64(std::string_view bytes, Base64 alphabet) {
   constexpr std::size_t kPiece = 3 * 65536;  // whole groups, so that no piece but the last is padded
@@ -25,4 +25,4 @@ std::string base64(std::string_view bytes, Base64 alphabet) {
   return all;
 }
 
-}  // namespace engine
+}  // namespace language

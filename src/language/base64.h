@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-namespace engine {
+namespace language {
 
 // standard ends its alphabet in "+" and "/", urlSafe in "-" and "_".
 enum class Base64 { standard, urlSafe };
 std::string base64(std::string_view bytes, Base64 alphabet);
 
-}  // namespace engine
+}  // namespace language

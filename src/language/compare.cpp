@@ -1,13 +1,13 @@
-#include "engine/compare.h"
+#include "language/compare.h"
 
 #include <algorithm>
 
-#include "engine/comparison_watch.h"
-#include "engine/expressions.h"
-#include "engine/pattern_kind.h"
+#include "language/comparison_watch.h"
+#include "language/expressions.h"
+#include "language/pattern_kind.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 bool isSecondUmlautByte(char c) { return c == '\x84' || c == '\x96' || c == '\x9C'; }
@@ -137,4 +137,4 @@ std::wstring secondWord(std::wstring_view text) {
   return std::wstring(text.substr(0, text.find(L' ')));
 }
 
-}  // namespace engine
+}  // namespace language

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace engine {
+namespace language {
 
 // 1 match, 0 none, -1 an expression that doesn't compile or holds nothing, -2 a match that was given up. Callers test
 // for 1. Compiled patterns are kept in a bounded cache; the results are those of compiling anew. Matching is bounded:
@@ -34,4 +34,4 @@ std::wstring secondWord(std::wstring_view text);
 constexpr std::wstring_view kIntegerPattern = L"/^-{0,1}\\d+$/";
 constexpr std::wstring_view kDoublePattern = L"/^-{0,1}\\d+[\\d,e,-]*\\.{0,1}[\\d,e,-]*$/";
 
-}  // namespace engine
+}  // namespace language

@@ -1,14 +1,14 @@
-#include "engine/comparison_watch.h"
+#include "language/comparison_watch.h"
 
 #include <algorithm>
 #include <set>
 
 #include "core/log.h"
-#include "engine/expressions.h"
+#include "language/expressions.h"
 #include "text/format.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 // A filter over a large model compares without end; what is noted of it is for a person to read.
@@ -65,4 +65,4 @@ void ComparisonWatch::note(std::wstring_view pattern, std::wstring_view text, Co
     current_->noted_.push_back({std::wstring(pattern), std::wstring(text), result});
 }
 
-}  // namespace engine
+}  // namespace language

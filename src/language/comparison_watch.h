@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace engine {
+namespace language {
 
 // ---- matches that were given up
 
@@ -68,4 +68,4 @@ class ComparisonWatch {
   std::vector<NotedComparison> noted_;
 };
 
-}  // namespace engine
+}  // namespace language

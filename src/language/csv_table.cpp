@@ -1,4 +1,4 @@
-#include "engine/csv_table.h"
+#include "language/csv_table.h"
 
 #include <algorithm>
 #include <memory>
@@ -7,8 +7,8 @@
 
 #include "core/log.h"
 #include "core/messages.h"
-#include "engine/compare.h"
-#include "engine/pattern_kind.h"
+#include "language/compare.h"
+#include "language/pattern_kind.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
@@ -18,7 +18,7 @@
 #include "text/letters.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
@@ -209,4 +209,4 @@ bool readTextFile(std::wstring_view path, std::wstring& content) {
   return true;
 }
 
-}  // namespace engine
+}  // namespace language

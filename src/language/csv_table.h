@@ -10,7 +10,7 @@
 
 #include "text/letters.h"
 
-namespace engine {
+namespace language {
 
 // A header line and rows of as many cells. Cells lie in one text, so that a million of them stay small.
 class CsvTable {
@@ -71,4 +71,4 @@ void freeCsvTables();
 // A whole text file, UTF-8 with or without mark. False, with a line: it can't be opened.
 bool readTextFile(std::wstring_view path, std::wstring& content);
 
-}  // namespace engine
+}  // namespace language

@@ -5,10 +5,10 @@
 
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
-#include "engine/substitution.h"
+#include "language/substitution.h"
 #include "text/format.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 using Value = std::optional<std::wstring>;  // none: the token stays
@@ -124,4 +124,4 @@ bool drawingTokens(Substitution& call) {
   return true;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -1,4 +1,4 @@
-#include "engine/expressions.h"
+#include "language/expressions.h"
 
 // Matching works on the bytes of UTF-8, on every system.
 #define PCRE2_CODE_UNIT_WIDTH 8
@@ -8,13 +8,13 @@
 #include <array>
 #include <new>
 
-#include "engine/compare.h"
-#include "engine/lasting_syntax.h"
-#include "engine/pattern_kind.h"
+#include "language/compare.h"
+#include "language/lasting_syntax.h"
+#include "language/pattern_kind.h"
 #include "os/freed.h"
 #include "text/encoding.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 // Steps that a match may take: the library's own default, so that what a plain call decides is decided likewise. In a
@@ -219,4 +219,4 @@ void narrowInto(std::string& buffer, std::wstring_view text) {
   }
 }
 
-}  // namespace engine
+}  // namespace language

@@ -9,7 +9,7 @@
 
 struct pcre2_real_code_8;
 
-namespace engine {
+namespace language {
 
 // unfinished: the match was given up, beyond the limits of steps, depth or memory; whether there is one isn't known.
 enum class Answer { none, match, unfinished };
@@ -83,4 +83,4 @@ std::string expressionFault(std::wstring_view pattern);
 // Replaces buffer by text in UTF-8; no memory is taken once the buffer has grown.
 void narrowInto(std::string& buffer, std::wstring_view text);
 
-}  // namespace engine
+}  // namespace language

@@ -3,14 +3,14 @@
 #include <optional>
 
 #include "core/log.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
-#include "engine/substitution.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
+#include "language/substitution.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 constexpr std::wstring_view kSigns = L"$$";
@@ -197,4 +197,4 @@ bool functionPass(Substitution& substitution) {
   return true;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -1,6 +1,6 @@
-#include "engine/known_tokens.h"
+#include "language/known_tokens.h"
 
-namespace engine {
+namespace language {
 
 std::span<const std::wstring_view> knownTokens() {
   static constexpr std::wstring_view kTokens[] = {
@@ -24,4 +24,4 @@ std::span<const std::wstring_view> knownFunctions() {
   return kFunctions;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -4,11 +4,11 @@
 #include <span>
 #include <string_view>
 
-namespace engine {
+namespace language {
 
 // "@date@"; the token that takes a name stands as "@workerdir:".
 std::span<const std::wstring_view> knownTokens();
 // Names of the text functions: "sub" of "$$sub$1$3$text$$".
 std::span<const std::wstring_view> knownFunctions();
 
-}  // namespace engine
+}  // namespace language

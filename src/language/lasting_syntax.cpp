@@ -1,9 +1,9 @@
-#include "engine/lasting_syntax.h"
+#include "language/lasting_syntax.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace engine {
+namespace language {
 namespace {
 
 bool isOneOf(char c, std::string_view letters) { return letters.find(c) != std::string_view::npos; }
@@ -90,4 +90,4 @@ std::string inLastingSyntax(std::string_view expression) {
   return out;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-namespace engine {
+namespace language {
 
 // An escape that has no meaning, as "\j", is its letter. A brace that opens no quantifier stands for itself, which
 // later releases see otherwise in "{,3}" and "{ 1 }". A hyphen beside a set of characters, as in "[\w-.]", is one.
 // "(*UTF8)" at the start is "(*UTF)" now.
 std::string inLastingSyntax(std::string_view expression);
 
-}  // namespace engine
+}  // namespace language

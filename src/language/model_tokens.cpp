@@ -8,14 +8,14 @@
 #include "creo/ProServer.h"
 #include "creo/ProSolid.h"
 #include "creo/pfcSession.h"
-#include "engine/substitution.h"
+#include "language/substitution.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/pieces.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 using Value = std::optional<std::wstring>;  // none: the token stays
@@ -216,4 +216,4 @@ bool modelPass(Substitution& call) {
          (facts.type != creo::ProMdlType::drawing || drawingTokens(call));
 }
 
-}  // namespace engine
+}  // namespace language

@@ -7,9 +7,9 @@
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
-#include "engine/base64.h"
-#include "engine/substitution.h"
-#include "engine/variables.h"
+#include "language/base64.h"
+#include "language/substitution.h"
+#include "language/variables.h"
 #include "os/surroundings.h"
 #include "text/capitals.h"
 #include "text/encoding.h"
@@ -18,7 +18,7 @@
 #include "text/pieces.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 // What stands between two "%": prefixes and a name.
@@ -217,4 +217,4 @@ bool parameterPass(Substitution& call) {
   return true;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace engine {
+namespace language {
 
 enum class PatternKind { plain, wildcard, expression };
 
@@ -15,4 +15,4 @@ PatternKind kindOf(std::basic_string_view<Char> pattern) {
   return pattern.find(Char{'*'}) == pattern.npos ? PatternKind::plain : PatternKind::wildcard;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -4,13 +4,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
-#include "engine/expressions.h"
-#include "engine/pattern_kind.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
+#include "language/expressions.h"
+#include "language/pattern_kind.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 constexpr std::size_t kNone = std::wstring_view::npos;
@@ -253,4 +253,4 @@ std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, s
   return std::wstring(text);
 }
 
-}  // namespace engine
+}  // namespace language

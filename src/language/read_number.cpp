@@ -1,4 +1,4 @@
-#include "engine/read_number.h"
+#include "language/read_number.h"
 
 #include <cmath>
 
@@ -7,7 +7,7 @@
 #include "text/numbers.h"
 #include "text/pieces.h"
 
-namespace engine {
+namespace language {
 
 using text::NumberFault;
 
@@ -44,4 +44,4 @@ int integerOrZero(std::wstring_view text) {
   return read.value;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace engine {
+namespace language {
 
 // Nothing, and no line: the text doesn't begin with a number, or with one that is out of range or isn't finite.
 std::optional<double> numberIn(std::wstring_view text);
@@ -19,4 +19,4 @@ int integerOrZero(std::wstring_view text);
 // The warning line.
 void tellCut(std::wstring_view text, double taken);
 
-}  // namespace engine
+}  // namespace language

@@ -5,8 +5,8 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUtil.h"
-#include "engine/compare.h"
-#include "engine/substitution.h"
+#include "language/compare.h"
+#include "language/substitution.h"
 #include "os/paths.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
@@ -15,7 +15,7 @@
 #include "text/pieces.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 constexpr std::size_t kCounterDigits = 7;
@@ -111,4 +111,4 @@ bool sessionPass(Substitution& call) {
   return true;
 }
 
-}  // namespace engine
+}  // namespace language

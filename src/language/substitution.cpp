@@ -1,13 +1,13 @@
-#include "engine/substitution.h"
+#include "language/substitution.h"
 
 #include <algorithm>
 
 #include "core/log.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 
 Substitution::Substitution(std::wstring_view input, creo::ProMdl mdl, std::size_t capacity)
     : text(text::cut(input, capacity - 1)), model(mdl), outgrown(text.size() < input.size()), capacity_(capacity) {}
@@ -55,4 +55,4 @@ std::wstring Substitution::nameBetween(std::size_t open, std::size_t close) cons
   return {};
 }
 
-}  // namespace engine
+}  // namespace language

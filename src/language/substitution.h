@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "creo/ProTypes.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 
-namespace engine {
+namespace language {
 
 // A value that holds its own token would be replaced for ever; no sensible text comes near this number.
 constexpr int kMostReplacements = 10000;
@@ -62,4 +62,4 @@ bool functionPass(Substitution& call);     // $$sub$1$2$text$$ ...; needs a mode
 // The part of the model pass that concerns drawings: @sheetno@ ...; the model is one.
 bool drawingTokens(Substitution& call);
 
-}  // namespace engine
+}  // namespace language

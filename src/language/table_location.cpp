@@ -1,12 +1,12 @@
-#include "engine/table_location.h"
+#include "language/table_location.h"
 
 #include "core/log.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 constexpr std::size_t kCellTextSize = 780;  // of a cell's lines, one behind the other
@@ -112,4 +112,4 @@ void walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCu
   }
 }
 
-}  // namespace engine
+}  // namespace language

@@ -8,7 +8,7 @@
 
 #include "creo/ProDwgtable.h"
 
-namespace engine {
+namespace language {
 
 // Which tables are meant: by a cell's text, "row::column::pattern", or by the table's place, "x!!y" or
 // "x!!y!!tolerance" in the drawing's coordinates.
@@ -39,4 +39,4 @@ struct LocatedTable {
 void walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCurrentSheet,
                 creo::FunctionRef<bool(const LocatedTable& table)> take);
 
-}  // namespace engine
+}  // namespace language

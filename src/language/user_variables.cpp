@@ -1,6 +1,6 @@
-#include "engine/variables.h"
+#include "language/variables.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 std::wstring_view fitted(std::wstring_view text) { return text::cut(text, text::kTextSize - 1); }
@@ -43,4 +43,4 @@ UserVariableTable& userVariables() {
   return table;
 }
 
-}  // namespace engine
+}  // namespace language

@@ -1,18 +1,18 @@
 // The doors of the template engine, and the frame around its passes.
-#include "engine/variables.h"
+#include "language/variables.h"
 
 #include <algorithm>
 #include <array>
 
 #include "core/log.h"
 #include "core/state.h"
-#include "engine/substitution.h"
+#include "language/substitution.h"
 #include "os/paths.h"
 #include "text/ascii_scan.h"
 #include "text/pieces.h"
 #include "text/sixteen.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 constexpr std::wstring_view kProjectDirectory = L"@project_dir@";
@@ -134,4 +134,4 @@ std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, st
   return result;
 }
 
-}  // namespace engine
+}  // namespace language

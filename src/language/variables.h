@@ -11,7 +11,7 @@
 #include "text/letters.h"
 #include "text/units.h"
 
-namespace engine {
+namespace language {
 
 // Named texts that outlive runs and last as long as the Creo process. Names compare without regard to case; order is
 // that of their first setting. Names and values are cut to 259 units.
@@ -71,4 +71,4 @@ std::wstring replaceVariablesPath(std::wstring_view input, creo::ProMdl model, s
 std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
                             std::size_t dstSize);
 
-}  // namespace engine
+}  // namespace language

@@ -1,4 +1,4 @@
-#include "engine/workbook.h"
+#include "language/workbook.h"
 
 #include <algorithm>
 #include <optional>
@@ -8,15 +8,17 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
-#include "engine/output_file.h"
+#include "actions/output_file.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace language {
 namespace {
+
+using namespace actions;
 
 using core::Message;
 
@@ -154,4 +156,4 @@ const CsvTable* tableOf(const Task& task) {
   return &csvTable(table);
 }
 
-}  // namespace engine
+}  // namespace language

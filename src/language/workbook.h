@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "core/attribute.h"
-#include "engine/csv_table.h"
-#include "engine/task.h"
+#include "language/csv_table.h"
+#include "actions/task.h"
 
-namespace engine {
+namespace language {
 
 // By its ending, in either case.
 bool isWorkbook(std::wstring_view path);
@@ -48,4 +48,4 @@ constexpr core::Attribute kTableFile[] = {
     {.name = L"filetype", .kind = core::Kind::word, .words = L"1|0", .about = "1: UTF-8; else Windows-1252"},
 };
 
-}  // namespace engine
+}  // namespace language

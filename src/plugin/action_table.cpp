@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "actions/families.h"
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 
-namespace engine {
+namespace plugin {
+
+using namespace actions;
 
 std::span<const Action> actionTable() {
   static const std::vector<Action> table = [] {
@@ -29,4 +31,4 @@ const Action* findAction(std::wstring_view key) {
   return found == index.end() ? nullptr : found->second;
 }
 
-}  // namespace engine
+}  // namespace plugin

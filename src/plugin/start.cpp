@@ -1,4 +1,4 @@
-#include "core/start.h"
+#include "plugin/start.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 
 #include "core/config.h"
 #include "core/log.h"
-#include "core/menu.h"
+#include "ui/menu.h"
 #include "core/messages.h"
 #include "core/state.h"
 #include "core/web_settings.h"
@@ -14,10 +14,10 @@
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "creo/entry.h"
-#include "engine/comparison_watch.h"
-#include "engine/model_table.h"
-#include "engine/run.h"
-#include "engine/triggers.h"
+#include "language/comparison_watch.h"
+#include "run/model_table.h"
+#include "run/run.h"
+#include "run/triggers.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -82,7 +82,7 @@ void hangIn() {
     creoLog(L"<KVD> Error setting up menubar.");
     return;
   }
-  engine::attachTriggers();
+  run::attachTriggers();
   if (state.workerMode && withMenu) return;
   const std::wstring site = state.kvzPath + L"/kvuser_config.pro";
   if (ProInputFileRead(ProMdl(), site, ProInputFileType::configuration) == ProNoError) addInstallCommand();
@@ -116,7 +116,7 @@ void endPlugin() {
   const PluginState& state = pluginState();
   if (ProUICheckbuttonGetState("kvanefilter", "kvaneFilterGlobal")) ui::toolClose();
   ui::stopParameterIndicator();
-  engine::detachTriggers();
+  run::detachTriggers();
   if (state.deleteLogFiles) {
     const auto entries = os::files().list(state.tempPath);
     for (const os::Entry& entry : entries.value) {
@@ -124,8 +124,8 @@ void endPlugin() {
       if (isLog && !entry.isFolder) os::files().remove(state.tempPath + entry.name);
     }
   }
-  engine::resetModelTable();
-  engine::forgetWhatWasGivenUp();
+  run::resetModelTable();
+  language::forgetWhatWasGivenUp();
   logReset();
   webSettings() = {};
   pluginState().reset();

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/log.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "os/file_parts.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -109,7 +109,7 @@ std::string encodedText(const CsvForm& form, std::wstring_view text) {
 void appendValue(CsvReport& report, std::wstring_view value) {
   std::wstring changed;
   if (report.form.changeComma && value.find(L'.') != value.npos &&
-      engine::wildcardCompare(engine::kDoublePattern, value) == 1) {
+      language::wildcardCompare(language::kDoublePattern, value) == 1) {
     changed = text::replaceAll(value, L".", L",");
     value = changed;
   }

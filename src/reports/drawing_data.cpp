@@ -14,7 +14,7 @@
 
 namespace reports {
 
-using namespace engine;
+using namespace actions;
 using creo::ProMdl;
 
 namespace {
@@ -165,5 +165,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> drawingReportActions() { return reports::kActions; }
+std::span<const actions::Action> drawingReportActions() { return reports::kActions; }
 }  // namespace actions

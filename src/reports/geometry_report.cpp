@@ -4,13 +4,14 @@
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSolid.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/report_row.h"
 #include "text/format.h"
 
 namespace reports {
 
-using namespace engine;
+using namespace actions;
+using namespace language;
 
 namespace {
 
@@ -175,5 +176,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> geometryReportActions() { return reports::kActions; }
+std::span<const actions::Action> geometryReportActions() { return reports::kActions; }
 }  // namespace actions

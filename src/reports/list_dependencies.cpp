@@ -6,7 +6,7 @@
 
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/list_rows.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -98,7 +98,7 @@ struct Dependency {
 };
 
 // The file of an instance is its generic's, and named without it.
-std::wstring usedName(const creo::ProDependency& used) { return engine::patternReplace(used.name, L"/<.*>/", L""); }
+std::wstring usedName(const creo::ProDependency& used) { return language::patternReplace(used.name, L"/<.*>/", L""); }
 
 std::wstring quantity(const Dependency& one) {
   if (!one.tree || !one.model) return {};

@@ -1,7 +1,7 @@
 // The lists of a model's dimensions, and of those that a drawing shows of its models.
 #include "creo/ProDimension.h"
 #include "creo/ProMdl.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/list_rows.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -99,7 +99,7 @@ void dimensionList(CsvReport& report, const ListSubject& subject) {
   const bool onlyNamed = subject.task.isTrue(L"onlyNamed");
   const auto add = [&](const creo::ProDimension& dimension) {
     const Dimension one{subject, subject.file, dimension};
-    if (!onlyNamed || engine::regexMatch("^[dp][0-9]+$", text::toUtf8(symbol(one))) != 1) rows.add(one);
+    if (!onlyNamed || language::regexMatch("^[dp][0-9]+$", text::toUtf8(symbol(one))) != 1) rows.add(one);
     return creo::ProNoError;
   };
   if (subject.type == creo::ProMdlType::drawing)

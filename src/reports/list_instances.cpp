@@ -10,7 +10,7 @@ namespace {
 // Which models the list takes: generics, instances, models without a family table. Without any of the attributes that
 // choose, generics and instances.
 struct Wanted {
-  explicit Wanted(const engine::Task& task) : plain(task.isTrue(L"mwFamtab")), parameters(task.isTrue(L"paras")) {
+  explicit Wanted(const actions::Task& task) : plain(task.isTrue(L"mwFamtab")), parameters(task.isTrue(L"paras")) {
     const bool chosen = task.has(L"generics") || task.has(L"instances") || task.has(L"mwFamtab");
     generics = !chosen || task.isTrue(L"generics");
     instances = !chosen || task.isTrue(L"instances");

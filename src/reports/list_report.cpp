@@ -12,7 +12,7 @@
 
 namespace reports {
 
-using namespace engine;
+using namespace actions;
 
 ModelFile modelFile(creo::ProMdl model) {
   auto data = creo::ProMdlDataGet(model);
@@ -114,5 +114,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> listReportActions() { return reports::kActions; }
+std::span<const actions::Action> listReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "creo/ProDrawing.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "reports/report_row.h"
 
 namespace reports {
@@ -21,7 +21,7 @@ ModelFile modelFile(creo::ProMdl model);
 
 // The model that a list is about.
 struct ListSubject {
-  const engine::Task& task;
+  const actions::Task& task;
   creo::ProMdl model;
   creo::ProMdlType type = creo::ProMdlType::unused;
   ModelFile file;

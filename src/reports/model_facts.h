@@ -4,13 +4,13 @@
 #include <string>
 
 #include "creo/ProMdl.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "reports/report_row.h"
 
 namespace reports {
 
 struct ModelFacts {
-  const engine::Task& task;
+  const actions::Task& task;
   creo::ProMdl model;
   creo::Got<creo::ProMdlData> data;
 };

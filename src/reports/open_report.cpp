@@ -2,14 +2,14 @@
 
 #include "actions/families.h"
 #include "core/log.h"
-#include "engine/output_file.h"
+#include "actions/output_file.h"
 #include "os/surroundings.h"
 #include "reports/csv_text.h"
 #include "reports/side_file.h"
 
 namespace reports {
 
-using namespace engine;
+using namespace actions;
 
 namespace {
 
@@ -113,5 +113,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> openReportActions() { return reports::kActions; }
+std::span<const actions::Action> openReportActions() { return reports::kActions; }
 }  // namespace actions

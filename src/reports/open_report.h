@@ -1,7 +1,7 @@
 // Opening a report: by the action that names one, and by the list report.
 #pragma once
 
-#include "engine/task.h"
+#include "actions/task.h"
 #include "reports/csv_report.h"
 #include "reports/report_attributes.h"
 
@@ -15,20 +15,20 @@ struct OpeningAttributes {
 
 // Reads path and form from the task, opens the file once to test it, and takes up the columns of earlier runs. False,
 // with one error line: there is no file, or it mayn't be written; what is then collected goes nowhere, silently.
-bool openReport(CsvReport& report, const engine::Task& task, const OpeningAttributes& attributes);
+bool openReport(CsvReport& report, const actions::Task& task, const OpeningAttributes& attributes);
 
 // The attributes that both have.
-constexpr engine::Attribute kOpening[] = {
+constexpr core::Attribute kOpening[] = {
     {.name = L"file",
-     .kind = engine::Kind::written,
+     .kind = core::Kind::written,
      .variables = true,
-     .need = engine::Need::needed,
+     .need = core::Need::needed,
      .folder = L"reports",
      .about = "the report's path"},
     flag(L"winUnix", "kept, but changes nothing"),
     flag(L"charsetUTF", "UTF-8, else one byte a character"),
     {.name = L"sep",
-     .kind = engine::Kind::word,
+     .kind = core::Kind::word,
      .words = L"sem|,|",
      .about = "sem: a semicolon between values, else a comma"},
     flag(L"overwrite", "the file begins anew, else rows are put behind those of earlier runs"),

@@ -11,7 +11,7 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
 using creo::ProDependency;
 using creo::ProFeatureStatus;
 
@@ -138,5 +138,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> dependencyReportActions() { return reports::kActions; }
+std::span<const actions::Action> dependencyReportActions() { return reports::kActions; }
 }  // namespace actions

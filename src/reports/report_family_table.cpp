@@ -13,7 +13,7 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
 
 // A table that is missing or broken has no rows.
 struct FamilyFacts {
@@ -139,5 +139,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> familyTableReportActions() { return reports::kActions; }
+std::span<const actions::Action> familyTableReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -1,7 +1,7 @@
 // The report on layers: one column, a line for each layer.
 #include "actions/families.h"
 #include "creo/ProLayer.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/layer_words.h"
 #include "reports/report_row.h"
 #include "text/format.h"
@@ -10,7 +10,8 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
+using namespace language;
 
 // What the column's lines hold.
 struct LayerLines {
@@ -89,5 +90,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> layerReportActions() { return reports::kActions; }
+std::span<const actions::Action> layerReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -6,7 +6,7 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
 
 std::wstring current(const creo::ProMdl& part) { return creo::ProPartMaterialNameGet(part).value; }
 
@@ -42,5 +42,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> materialReportActions() { return reports::kActions; }
+std::span<const actions::Action> materialReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -13,7 +13,7 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
 
 std::wstring modelName(const ModelFacts& facts) {
   const auto name = creo::ProMdlNameGet(facts.model);
@@ -133,5 +133,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> modelDataReportActions() { return reports::kActions; }
+std::span<const actions::Action> modelDataReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -3,14 +3,15 @@
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/parameter_words.h"
 #include "reports/report_row.h"
 
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
+using namespace language;
 using creo::ProParameter;
 
 constexpr int kMostNames = 100;
@@ -173,5 +174,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> parameterReportActions() { return reports::kActions; }
+std::span<const actions::Action> parameterReportActions() { return reports::kActions; }
 }  // namespace actions

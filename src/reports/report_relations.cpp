@@ -2,13 +2,14 @@
 #include "actions/families.h"
 #include "creo/ProMdl.h"
 #include "creo/ProRelset.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/report_row.h"
 
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
+using namespace language;
 using RelationSet = creo::Got<creo::ProRelset>;
 
 struct RelationFacts {
@@ -75,5 +76,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> relationReportActions() { return reports::kActions; }
+std::span<const actions::Action> relationReportActions() { return reports::kActions; }
 }  // namespace actions

@@ -10,7 +10,7 @@ std::wstring actionTag() {
   return text::format(L"%c%d", state.section, state.actionIndex);
 }
 
-std::optional<ReportRow> ReportRow::of(const engine::Task& task) {
+std::optional<ReportRow> ReportRow::of(const actions::Task& task) {
   CsvReport* report = reportForModel(task.attribute(L"reporter"), task.model());
   if (report == nullptr) return std::nullopt;
   return ReportRow(*report);

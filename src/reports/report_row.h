@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/task.h"
+#include "actions/task.h"
 #include "reports/csv_report.h"
 #include "reports/report_attributes.h"
 
@@ -21,7 +21,7 @@ std::wstring actionTag();
 class ReportRow {
  public:
   // Nothing, with a line, where no such report is open.
-  static std::optional<ReportRow> of(const engine::Task& task);
+  static std::optional<ReportRow> of(const actions::Task& task);
 
   // Adds the column with the key of action and suffix; a column is there also where its value can't be had.
   void column(std::wstring_view suffix, std::wstring_view title) const;
@@ -45,7 +45,7 @@ struct ReportColumn {
 
 // The columns whose attributes are "true", in their order. A value is read only for them, once its column is there.
 template <class Source>
-void reportColumns(const ReportRow& row, const engine::Task& task, std::span<const ReportColumn<Source>> columns,
+void reportColumns(const ReportRow& row, const actions::Task& task, std::span<const ReportColumn<Source>> columns,
                    const Source& source) {
   for (const ReportColumn<Source>& column : columns) {
     if (!task.isTrue(column.attribute)) continue;

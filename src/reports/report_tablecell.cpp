@@ -1,6 +1,6 @@
 // Cells of drawing tables in a report.
 #include "actions/families.h"
-#include "engine/table_location.h"
+#include "language/table_location.h"
 #include "reports/report_row.h"
 #include "text/format.h"
 #include "text/pieces.h"
@@ -8,7 +8,8 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
+using namespace language;
 
 constexpr int kMostCells = 100;
 
@@ -82,5 +83,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> reportTablecellActions() { return reports::kActions; }
+std::span<const actions::Action> reportTablecellActions() { return reports::kActions; }
 }  // namespace actions

@@ -7,7 +7,7 @@
 namespace reports {
 namespace {
 
-using namespace engine;
+using namespace actions;
 
 // The last child of that name, or null.
 const XmlNode* filterOf(const XmlNode& task) {
@@ -64,5 +64,5 @@ constexpr Action kActions[] = {
 }  // namespace reports
 
 namespace actions {
-std::span<const engine::Action> universalReportActions() { return reports::kActions; }
+std::span<const actions::Action> universalReportActions() { return reports::kActions; }
 }  // namespace actions

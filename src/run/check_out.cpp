@@ -1,4 +1,4 @@
-#include "engine/check_out.h"
+#include "run/check_out.h"
 
 #include "core/log.h"
 #include "core/state.h"
@@ -7,13 +7,13 @@
 #include "creo/ProUITable.h"
 #include "documents/filter.h"
 #include "documents/server_workspace.h"
-#include "engine/model_rows.h"
-#include "engine/model_table.h"
-#include "engine/row_name.h"
+#include "run/model_rows.h"
+#include "run/model_table.h"
+#include "run/row_name.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 constexpr const char* kFromDisk = "kvaneFromHdd";
@@ -94,4 +94,4 @@ void checkOutRows(ModelRows& rows) {
   }
 }
 
-}  // namespace engine
+}  // namespace run

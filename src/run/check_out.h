@@ -6,7 +6,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 // The template of the label that shows a row's state. Without a server, a workspace or an object there the model counts
 // as one of the disk.
@@ -29,4 +29,4 @@ struct RefusedCheckOut {
 // Those of the last time, in the table's order.
 const std::vector<RefusedCheckOut>& refusedCheckOuts();
 
-}  // namespace engine
+}  // namespace run

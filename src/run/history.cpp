@@ -1,4 +1,4 @@
-#include "engine/history.h"
+#include "run/history.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,7 +14,7 @@
 #include "text/letters.h"
 #include "text/units.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 constexpr const wchar_t* kClass = L"kvpslot";
@@ -175,4 +175,4 @@ std::wstring historyText(std::string_view row) {
   return text;
 }
 
-}  // namespace engine
+}  // namespace run

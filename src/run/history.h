@@ -7,7 +7,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 struct HistoryRecord {
   std::wstring package, list, date, user;
@@ -26,4 +26,4 @@ bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records);
 // package and list; "No history found" without one, "No model selected" for a text that names no model.
 std::wstring historyText(std::string_view row);
 
-}  // namespace engine
+}  // namespace run

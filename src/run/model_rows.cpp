@@ -1,17 +1,17 @@
-#include "engine/model_rows.h"
+#include "run/model_rows.h"
 
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "creo/ProUITable.h"
-#include "engine/check_out.h"
-#include "engine/model_table.h"
+#include "run/check_out.h"
+#include "run/model_table.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 constexpr const char* kCheckButton = "kvaneCheckButton";
@@ -138,4 +138,4 @@ void ModelRows::clear() {
   check(creo::ProUITableRowsDelete(dialog(), kModelTable, rows.value), L"ProUITableRowsDelete");
 }
 
-}  // namespace engine
+}  // namespace run

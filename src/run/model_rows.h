@@ -7,7 +7,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 enum class FamilyRole { plain, instance, generic, genericAsDependency };
 
@@ -49,4 +49,4 @@ class ModelRows {
   creo::ProError status_ = creo::ProNoError;
 };
 
-}  // namespace engine
+}  // namespace run

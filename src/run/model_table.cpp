@@ -1,4 +1,4 @@
-#include "engine/model_table.h"
+#include "run/model_table.h"
 
 #include <memory>
 #include <optional>
@@ -12,18 +12,18 @@
 #include "documents/filter.h"
 #include "documents/package.h"
 #include "documents/predicates.h"
-#include "engine/check_out.h"
-#include "engine/history.h"
-#include "engine/model_rows.h"
-#include "engine/model_walk.h"
-#include "engine/row_name.h"
-#include "engine/run.h"
+#include "run/check_out.h"
+#include "run/history.h"
+#include "run/model_rows.h"
+#include "run/model_walk.h"
+#include "run/row_name.h"
+#include "run/run.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/units.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 constexpr std::size_t kExtensionField = 10, kNameField = 80;
@@ -339,4 +339,4 @@ void resetModelTable() {
   table().holds = holds;
 }
 
-}  // namespace engine
+}  // namespace run

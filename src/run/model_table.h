@@ -8,7 +8,7 @@
 #include "core/xml.h"
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 constexpr const char* kModelTable = "LargeTable";
 
@@ -73,4 +73,4 @@ void checkOutSelected();
 // All indexes and filters are forgotten, without a call to the dialog; for the tool's end.
 void resetModelTable();
 
-}  // namespace engine
+}  // namespace run

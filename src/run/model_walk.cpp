@@ -1,4 +1,4 @@
-#include "engine/model_walk.h"
+#include "run/model_walk.h"
 
 #include <vector>
 
@@ -8,11 +8,11 @@
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "documents/predicates.h"
-#include "engine/model_rows.h"
-#include "engine/row_name.h"
+#include "run/model_rows.h"
+#include "run/row_name.h"
 #include "text/format.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 struct Step {
@@ -160,4 +160,4 @@ void walkModels(creo::ProMdl start, const WalkFlags& flags, std::unordered_set<s
   Walk(flags, visited).run(start, leave);
 }
 
-}  // namespace engine
+}  // namespace run

@@ -6,7 +6,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 struct WalkFlags {
   bool instances = false;     // a generic leads to its instances
@@ -29,4 +29,4 @@ struct WalkedModel {
 void walkModels(creo::ProMdl start, const WalkFlags& flags, std::unordered_set<std::string>& visited,
                 creo::FunctionRef<void(const WalkedModel&)> leave);
 
-}  // namespace engine
+}  // namespace run

@@ -1,8 +1,8 @@
-#include "engine/row_name.h"
+#include "run/row_name.h"
 
 #include "text/encoding.h"
 
-namespace engine {
+namespace run {
 
 std::wstring rowModelName(std::string_view row) {
   return text::fromUtf8(row.substr(0, row.size() - std::min<std::size_t>(row.size(), 4)));
@@ -18,4 +18,4 @@ std::string rowName(std::wstring_view modelName, creo::ProMdlType type) {
   return text::toUtf8(modelName) + "." + text::toUtf8(creo::typeExtension(type));
 }
 
-}  // namespace engine
+}  // namespace run

@@ -6,7 +6,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 // The name without its last four characters.
 std::wstring rowModelName(std::string_view row);
@@ -14,4 +14,4 @@ std::wstring rowModelName(std::string_view row);
 creo::ProMdlType rowType(std::string_view row);
 std::string rowName(std::wstring_view modelName, creo::ProMdlType type);
 
-}  // namespace engine
+}  // namespace run

@@ -1,4 +1,4 @@
-#include "engine/run.h"
+#include "run/run.h"
 
 #include <array>
 #include <exception>
@@ -18,24 +18,27 @@
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
 #include "documents/package.h"
-#include "engine/check_out.h"
-#include "engine/comparison_watch.h"
-#include "engine/csv_table.h"
-#include "engine/dispatch.h"
-#include "engine/history.h"
-#include "engine/model_table.h"
-#include "engine/row_name.h"
-#include "engine/saved_options.h"
-#include "engine/triggers.h"
-#include "engine/workbook.h"
+#include "run/check_out.h"
+#include "language/comparison_watch.h"
+#include "language/csv_table.h"
+#include "actions/dispatch.h"
+#include "run/history.h"
+#include "run/model_table.h"
+#include "run/row_name.h"
+#include "actions/saved_options.h"
+#include "run/triggers.h"
+#include "language/workbook.h"
 #include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "ui/main_dialog.h"
 
-namespace engine {
+namespace run {
 namespace {
+
+using namespace actions;
+using namespace language;
 
 using namespace core;
 using namespace creo;
@@ -522,4 +525,4 @@ void abandonRun() {
   endTrigger();
 }
 
-}  // namespace engine
+}  // namespace run

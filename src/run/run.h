@@ -6,7 +6,7 @@
 
 #include "core/xml.h"
 
-namespace engine {
+namespace run {
 
 // The press on the start button.
 void startRun();
@@ -29,4 +29,4 @@ std::string rowNow(const std::string& row);
 void setRefreshNotifications();
 void unsetRefreshNotifications();
 
-}  // namespace engine
+}  // namespace run

@@ -8,15 +8,15 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUI.h"
 #include "creo/ProUtil.h"
-#include "engine/model_table.h"
-#include "engine/run.h"
-#include "engine/triggers.h"
+#include "run/model_table.h"
+#include "run/run.h"
+#include "run/triggers.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "ui/components.h"
 #include "ui/main_dialog.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 using namespace core;
@@ -238,4 +238,4 @@ void endTrigger() {
   if (observer()) observer()->triggerEnds(trigger().result);
 }
 
-}  // namespace engine
+}  // namespace run

@@ -1,4 +1,4 @@
-#include "engine/triggers.h"
+#include "run/triggers.h"
 
 #include <exception>
 #include <set>
@@ -9,12 +9,12 @@
 #include "creo/ProNotify.h"
 #include "creo/ProSession.h"
 #include "creo/pfcSession.h"
-#include "engine/model_table.h"
-#include "engine/run.h"
+#include "run/model_table.h"
+#include "run/run.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
-namespace engine {
+namespace run {
 namespace {
 
 using namespace core;
@@ -252,4 +252,4 @@ void reattachTriggers() {
   }
 }
 
-}  // namespace engine
+}  // namespace run

@@ -5,7 +5,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace engine {
+namespace run {
 
 // Hangs in a trigger for each event that has a list in the configuration. One whose digits aren't five times 0 or 1 is
 // left out, with a line.
@@ -45,4 +45,4 @@ class TriggerObserver {
 // Not owned; null takes it away.
 void observeTriggers(TriggerObserver* observer);
 
-}  // namespace engine
+}  // namespace run

@@ -4,7 +4,7 @@
 
 #include "core/log.h"
 #include "core/log_view.h"
-#include "core/menu.h"
+#include "ui/menu.h"
 #include "core/state.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
@@ -12,10 +12,10 @@
 #include "creo/ProUITable.h"
 #include "documents/package.h"
 #include "documents/server_workspace.h"
-#include "engine/check_out.h"
-#include "engine/model_table.h"
-#include "engine/row_name.h"
-#include "engine/run.h"
+#include "run/check_out.h"
+#include "run/model_table.h"
+#include "run/row_name.h"
+#include "run/run.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -61,7 +61,7 @@ void chooseLogLevel() {
 }
 
 void setAllRows(bool on) {
-  const auto rows = ProUITableRownamesGet(dialog(), engine::kModelTable);
+  const auto rows = ProUITableRownamesGet(dialog(), run::kModelTable);
   for (const std::string& row : rows.value) {
     if (on) {
       ProUICheckbuttonSet(dialog(), row + "_cb");
@@ -73,15 +73,15 @@ void setAllRows(bool on) {
 
 // Of the chosen rows those of checked-out models stay; none is chosen that wasn't.
 void keepCheckedOutRows() {
-  if (pluginState().noPdmServerInformations == 1) creoLog(std::wstring(L"<KVD> ") + engine::kNoServerLabels);
-  const auto rows = ProUITableRownamesGet(dialog(), engine::kModelTable);
+  if (pluginState().noPdmServerInformations == 1) creoLog(std::wstring(L"<KVD> ") + run::kNoServerLabels);
+  const auto rows = ProUITableRownamesGet(dialog(), run::kModelTable);
   for (const std::string& row : rows.value) {
-    if (!engine::showsCheckedOut(row)) ProUICheckbuttonUnset(dialog(), row + "_cb");
+    if (!run::showsCheckedOut(row)) ProUICheckbuttonUnset(dialog(), row + "_cb");
   }
 }
 
 void setRow(ProMdl model) {
-  const std::string row = engine::rowName(ProMdlNameGet(model).value, ProMdlTypeGet(model).value);
+  const std::string row = run::rowName(ProMdlNameGet(model).value, ProMdlTypeGet(model).value);
   ProUICheckbuttonSet(dialog(), row + "_cb");
 }
 
@@ -116,7 +116,7 @@ void showHistorySwitch(bool on) {
 
 void include(int PluginState::*what) {
   pluginState().*what = 1;
-  engine::refreshModelTable();
+  run::refreshModelTable();
 }
 
 struct ButtonAction {
@@ -126,9 +126,9 @@ struct ButtonAction {
 };
 
 constexpr ButtonAction kPushbuttons[] = {
-    {"kvaneStart", engine::startRun},
+    {"kvaneStart", run::startRun},
     {"kvaneCancel", toolClose},
-    {"kvaneCheckout", engine::checkOutSelected},
+    {"kvaneCheckout", run::checkOutSelected},
     {"kvaneExtFilter", openFilterDialog},
     {"kvaneShowLog", [] { showLogSide(pluginState().logVisible == 0); }, "showandhideLog"},
     {"kvaneShowLog_show", [] { showLogSide(true); }, "showandhideLog"},
@@ -155,11 +155,11 @@ constexpr ButtonAction kPushbuttons[] = {
 };
 
 constexpr ButtonAction kCheckbuttons[] = {
-    {"kvanePrtFilter", engine::refreshModelTable},
-    {"kvaneAsmFilter", engine::refreshModelTable},
-    {"kvaneDrwFilter", engine::refreshModelTable},
-    {"kvaneInstFilter", engine::refreshModelTable},
-    {"kvaneCurModFilter", engine::refreshModelTable},
+    {"kvanePrtFilter", run::refreshModelTable},
+    {"kvaneAsmFilter", run::refreshModelTable},
+    {"kvaneDrwFilter", run::refreshModelTable},
+    {"kvaneInstFilter", run::refreshModelTable},
+    {"kvaneCurModFilter", run::refreshModelTable},
     {"kvaneInfo", pressInfo},
     {"kvaneHelp", pressHelp},
     {kHistory, switchHistory},
@@ -176,7 +176,7 @@ ProUIAction calls(void (*action)()) {
 
 void setStartStates() {
   const PluginState& state = pluginState();
-  engine::setTypeFilters(state.filterPrt != 0, state.filterAsm != 0, state.filterDrw != 0, state.filterInst != 0,
+  run::setTypeFilters(state.filterPrt != 0, state.filterAsm != 0, state.filterDrw != 0, state.filterInst != 0,
                          state.filterCurmod != 0);
   showHistorySwitch(state.writeExtData == 1);
   ProUIProgressbarMinintegerSet(dialog(), "kvaneProgressBar", 0);
@@ -194,10 +194,10 @@ struct ColumnWidth {
 void prepareColumns() {
   const PluginState& state = pluginState();
   const bool shown = !state.columnParameter.empty();
-  ProUITableColumnLabelSet(dialog(), engine::kModelTable, "4", state.columnParameter);
-  ProUITableColumnWidthSet(dialog(), engine::kModelTable, "4", shown ? state.columnParameterWidth : 0);
+  ProUITableColumnLabelSet(dialog(), run::kModelTable, "4", state.columnParameter);
+  ProUITableColumnWidthSet(dialog(), run::kModelTable, "4", shown ? state.columnParameterWidth : 0);
   for (const ColumnWidth& width : {ColumnWidth{"1", 4, 6}, ColumnWidth{"2", 2, 4}, ColumnWidth{"5", 4, 6}}) {
-    ProUITableColumnWidthSet(dialog(), engine::kModelTable, width.column, shown ? width.withParameter : width.without);
+    ProUITableColumnWidthSet(dialog(), run::kModelTable, width.column, shown ? width.withParameter : width.without);
   }
 }
 

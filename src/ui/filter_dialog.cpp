@@ -4,7 +4,7 @@
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "documents/package.h"
-#include "engine/model_table.h"
+#include "run/model_table.h"
 
 namespace ui {
 namespace {
@@ -18,7 +18,7 @@ void pressUseListFilter(const std::string& dialog, const std::string& button) {
   const auto on = creo::ProUICheckbuttonGetState(dialog, button);
   if (!on) return;
   core::pluginState().useGlobFilterNow = on.value ? 1 : 0;
-  engine::refreshModelTable();
+  run::refreshModelTable();
 }
 
 void leave(const std::string& dialog, const std::string&) { creo::ProUIDialogExit(dialog, 0); }
@@ -49,9 +49,9 @@ void openFilterDialog() {
 void applyChosenFilter() {
   const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kChooser);
   if (!chosen || chosen.value.empty() || chosen.value.front() == documents::kNoFilter)
-    engine::dropGlobalFilter({});
+    run::dropGlobalFilter({});
   else
-    engine::loadGlobalFilter(chosen.value.front());
+    run::loadGlobalFilter(chosen.value.front());
 }
 
 }  // namespace ui

@@ -10,8 +10,8 @@
 #include "creo/ProSelection.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "engine/model_table.h"
-#include "engine/row_name.h"
+#include "run/model_table.h"
+#include "run/row_name.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -66,20 +66,20 @@ void highlightModels(const std::vector<std::string>& rows) {
   const auto current = ProMdlCurrentGet();
   if (!current || ProMdlTypeGet(current.value).value != ProMdlType::assembly) return;
   Wanted wanted;
-  for (const std::string& row : rows) wanted.emplace(text::upper(engine::rowModelName(row)), engine::rowType(row));
+  for (const std::string& row : rows) wanted.emplace(text::upper(run::rowModelName(row)), run::rowType(row));
   ProSelbufferClear();
   std::vector<ProMdl> path;
   Search(wanted).look(current.value, path);
 }
 
 void highlightMarkedRows() {
-  highlightModels(ProUITableSelectednamesGet(core::pluginState().dialogName, engine::kModelTable).value);
+  highlightModels(ProUITableSelectednamesGet(core::pluginState().dialogName, run::kModelTable).value);
 }
 
 void highlightChosenRows() {
   const std::string& dialog = core::pluginState().dialogName;
   std::vector<std::string> chosen;
-  for (const std::string& row : ProUITableRownamesGet(dialog, engine::kModelTable).value) {
+  for (const std::string& row : ProUITableRownamesGet(dialog, run::kModelTable).value) {
     const auto state = ProUICheckbuttonGetState(dialog, row + "_cb");
     if (!state) core::creoLog(L"<KVD> Can't read whether the model is chosen: " + text::fromUtf8(row));
     if (state && state.value) chosen.push_back(row);

@@ -3,8 +3,8 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "engine/history.h"
-#include "engine/model_table.h"
+#include "run/history.h"
+#include "run/model_table.h"
 
 namespace ui {
 namespace {
@@ -21,14 +21,14 @@ void leave(const std::string&, const std::string&) {
 }  // namespace
 
 void openHistoryDialog() {
-  const auto rows = creo::ProUITableSelectednamesGet(core::pluginState().dialogName, engine::kModelTable);
+  const auto rows = creo::ProUITableSelectednamesGet(core::pluginState().dialogName, run::kModelTable);
   if (!rows || rows.value.empty()) return;
   const creo::ProError created = creo::ProUIDialogCreate(kDialog, kDialog);
   if (created != creo::ProNoError && created != creo::ProExists) {
     core::creoLog(L"<KVD> main - Error at open kvanehistory");
     return;
   }
-  if (creo::ProUITextareaValueSet(kDialog, kText, engine::historyText(rows.value.front())) ||
+  if (creo::ProUITextareaValueSet(kDialog, kText, run::historyText(rows.value.front())) ||
       creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, &leave) || creo::ProUIDialogCloseActionSet(kDialog, &leave))
     core::creoLog(L"<KVD> main - Error at fill kvanehistory");
   // One that stands open already shows the new text.

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/config.h"
-#include "core/menu.h"
+#include "ui/menu.h"
 #include "core/state.h"
 #include "creo/ProEvent.h"
 #include "creo/ProMdl.h"

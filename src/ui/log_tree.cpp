@@ -9,7 +9,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUITree.h"
 #include "creo/ProWindow.h"
-#include "engine/row_name.h"
+#include "run/row_name.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "ui/highlight.h"
@@ -88,10 +88,10 @@ void prepareLogTree() {
 void openNodesModel() {
   const auto row = rowOfSelected();
   if (!row) return;
-  const auto model = ProMdlRetrieve(engine::rowModelName(*row), engine::rowType(*row));
+  const auto model = ProMdlRetrieve(run::rowModelName(*row), run::rowType(*row));
   if (!model) return creoLog(L"Can't retrieve model");
   const auto window = ProMdlWindowGet(model.value);
-  const auto shown = window ? window : ProObjectwindowCreate(engine::rowModelName(*row), engine::rowType(*row));
+  const auto shown = window ? window : ProObjectwindowCreate(run::rowModelName(*row), run::rowType(*row));
   if (shown) ProWindowActivate(shown.value);
   ProMdlDisplay(model.value);
 }

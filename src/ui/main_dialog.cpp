@@ -9,9 +9,9 @@
 #include "creo/ProUI.h"
 #include "creo/ProWindow.h"
 #include "documents/package.h"
-#include "engine/model_table.h"
-#include "engine/run.h"
-#include "engine/triggers.h"
+#include "run/model_table.h"
+#include "run/run.h"
+#include "run/triggers.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "ui/components.h"
@@ -138,7 +138,7 @@ void pressStartEntry() {
   showLog();
   activateDialog();
   creoLog(L"Set Notifications", kDebug);
-  engine::setRefreshNotifications();
+  run::setRefreshNotifications();
   if (state.logVisible == 0) ProUILayoutMappedUnset(dialog(), "kvaneLayerLog");
   if (state.treeVisible == 0) ProUILayoutMappedUnset(dialog(), "kvaneLayerLeft");
 }
@@ -151,12 +151,12 @@ void toolClose() {
   creoLog(L"UsrCancelAction-1", kDebug);
   for (const char* side : {"kvanefilter", "kvanehistory", "kvaneinfo"}) endDialog(side);
   creoLog(L"UsrCancelAction-2", kDebug);
-  engine::unsetRefreshNotifications();
-  engine::reattachTriggers();
-  engine::abandonRun();  // before a window comes forward that it may wait for
+  run::unsetRefreshNotifications();
+  run::reattachTriggers();
+  run::abandonRun();  // before a window comes forward that it may wait for
   creoLog(L"UsrCancelAction-3", kDebug);
   endDialog(dialog());
-  engine::resetModelTable();
+  run::resetModelTable();
   state.addInstances = state.addDrawings = state.addInherited = 0;
   creoLog(L"UsrCancelAction-4", kDebug);
   state.toolOpen = false;

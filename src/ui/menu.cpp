@@ -1,4 +1,4 @@
-#include "core/menu.h"
+#include "ui/menu.h"
 
 #include "core/config.h"
 #include "core/log.h"

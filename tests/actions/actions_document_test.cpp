@@ -4,7 +4,7 @@
 #include <map>
 #include <set>
 
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "support/markdown.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -14,7 +14,7 @@ namespace test {
 namespace {
 
 using core::Attribute;
-using engine::Action;
+using actions::Action;
 
 constexpr const char* kWithoutEffect = "Keys without effect";
 constexpr const char* kCodes = "Codes of feature types";
@@ -74,7 +74,7 @@ class ActionsDocument : public testing::Test {
     if (!line) return words;
     addWords(*line, words);
     for (const std::string& name : inTicks(line->value)) {
-      const Action* other = engine::findAction(text::fromUtf8(name));
+      const Action* other = actions::findAction(text::fromUtf8(name));
       const Action& meant = other ? *other : action;
       const Attribute* there = other ? named(other->attributes, attribute.name)
                                      : core::findAttribute(action.attributes, text::fromUtf8(name));
@@ -92,7 +92,7 @@ TEST_F(ActionsDocument, HasASectionForEachKey) {
   std::set<std::string> idle, keys, titles;
   for (const std::string& line : sections_[kWithoutEffect].lines)
     for (const std::string& name : inTicks(line)) idle.insert(name);
-  for (const Action& row : engine::actionTable())
+  for (const Action& row : actions::actionTable())
     if (!idle.contains(text::toUtf8(row.key))) keys.insert(text::toUtf8(row.key));
   for (const auto& [title, section] : sections_)
     if (!title.empty() && title != kWithoutEffect && title != kCodes) titles.insert(title);
@@ -101,21 +101,21 @@ TEST_F(ActionsDocument, HasASectionForEachKey) {
   std::string before;
   for (const std::string& line : sections_[""].lines) before += line + "\n";
   EXPECT_NE(std::string::npos,
-            before.find("The system knows " + std::to_string(engine::actionTable().size()) + " keys"));
+            before.find("The system knows " + std::to_string(actions::actionTable().size()) + " keys"));
 }
 
 TEST_F(ActionsDocument, NamesTheActionsOfAnotherVersion) {
   std::set<std::string> expected, named;
-  for (const Action& row : engine::actionTable())
+  for (const Action& row : actions::actionTable())
     if (!row.version.empty() && row.version != L"3") expected.insert(text::toUtf8(row.key));
   for (const AttributeLine& line : attributeLines(sections_[""]))
     for (const std::string& name : inTicks(line.value))
-      if (line.names == "`version`" && engine::findAction(text::fromUtf8(name))) named.insert(name);
+      if (line.names == "`version`" && actions::findAction(text::fromUtf8(name))) named.insert(name);
   EXPECT_EQ(expected, named);
 }
 
 TEST_F(ActionsDocument, TellsTheAttributesOfEachRowAndNoOther) {
-  for (const Action& row : engine::actionTable()) {
+  for (const Action& row : actions::actionTable()) {
     const Section* section = sectionOf(row);
     if (!section) continue;
     std::set<std::wstring_view> told;
@@ -139,7 +139,7 @@ TEST_F(ActionsDocument, TellsTheAttributesOfEachRowAndNoOther) {
 }
 
 TEST_F(ActionsDocument, NamesTheWordsOfEachAttribute) {
-  for (const Action& row : engine::actionTable()) {
+  for (const Action& row : actions::actionTable()) {
     if (!sectionOf(row)) continue;
     for (const Attribute& attribute : row.attributes) {
       if (attribute.kind != core::Kind::word) continue;

@@ -6,7 +6,7 @@
 #include "actions/action_fixture.h"
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "headless/model/models.h"
 #include "support/step_file.h"
 #include "text/format.h"
@@ -45,13 +45,13 @@ class BoundingBox : public ActionTest {
     return task("setUserVariableFromBoundingBox", "w='W' l='L' h='H' d='D' format='" + format + "' " + attributes);
   }
   static std::wstring variable(std::wstring_view name) {
-    const std::wstring* value = engine::userVariables().find(name);
+    const std::wstring* value = language::userVariables().find(name);
     return value ? *value : L"(none)";
   }
   // "width length height diameter", or the error line.
   std::wstring measured(const std::string& attributes, const std::wstring& name = L"BRACKET",
                         ProMdlType type = ProMdlType::part) {
-    engine::userVariables().clear();
+    language::userVariables().clear();
     const std::wstring log = run(measure(attributes), name, type);
     const std::size_t error = log.find(L"E:");
     if (error != log.npos) return log.substr(error);
@@ -158,7 +158,7 @@ TEST_F(BoundingBox, ADrawingHasNoBox) {
 TEST_F(BoundingBox, OnlyNamedVariablesAreSet) {
   body(kBox);
   run(task("setUserVariableFromBoundingBox", "w='' l='LONG' format='%.1f mm'"));
-  EXPECT_EQ(1U, engine::userVariables().count());
+  EXPECT_EQ(1U, language::userVariables().count());
   EXPECT_EQ(L"30.0 mm", variable(L"LONG"));
   EXPECT_FALSE(world.logHas(L"Set width"));
 }
@@ -239,7 +239,7 @@ TEST_F(DistortedBox, OfAnInstanceTouchesNoOtherRow) {
   world.open(L"BRACKET", ProMdlType::part);
   const std::string before = document();
   for (const wchar_t* instance : {L"WITH", L"WITHOUT"}) {
-    engine::userVariables().clear();
+    language::userVariables().clear();
     world.open(instance, ProMdlType::part);
     world.run("list.xml");
     EXPECT_EQ(L"20 30 10", variable(L"W") + L' ' + variable(L"L") + L' ' + variable(L"H")) << instance;

@@ -1,5 +1,5 @@
 // From a task's `type` to what happens.
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "actions/action_fixture.h"
 #include "core/state.h"
 #include "core/xml.h"
@@ -47,9 +47,9 @@ TEST_F(Dispatch, TakesTheCurrentModelInHead) {
 TEST_F(Dispatch, RefusesModelActionsWithoutAModel) {
   core::XmlLoaded list = core::xmlParse(L"<task type=\"saveModel\"/>");
   world.start();
-  engine::Subject none;
+  actions::Subject none;
   core::pluginState().currentAction = L"Run Mapkey";  // the action before
-  EXPECT_EQ(engine::notHandled, engine::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  EXPECT_EQ(actions::notHandled, actions::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
   EXPECT_EQ(L"E:This function need a model to get worked on it|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL",
             told(world.log()));
   EXPECT_FALSE(world.logHas(L"Run Mapkey"));

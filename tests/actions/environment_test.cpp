@@ -4,8 +4,8 @@
 #include "actions/action_fixture.h"
 #include "core/xml.h"
 #include "creo/ProUtil.h"
-#include "engine/dispatch.h"
-#include "engine/variables.h"
+#include "actions/dispatch.h"
+#include "language/variables.h"
 #include "text/encoding.h"
 
 namespace test {
@@ -16,7 +16,7 @@ class Environment : public ActionTest {
   void SetUp() override { world.part(L"BRACKET").with(L"COLOR", L"red"); }
   static std::string set(const std::string& attributes) { return task("setUserVariableDirect", attributes); }
   static std::wstring variable(std::wstring_view name) {
-    const std::wstring* value = engine::userVariables().find(name);
+    const std::wstring* value = language::userVariables().find(name);
     return value ? *value : L"(none)";
   }
 };
@@ -34,7 +34,7 @@ TEST_F(Environment, VariablesAreSetAndCounted) {
   };
   for (const auto& [name, value] : cases) EXPECT_EQ(value, variable(name));
   EXPECT_TRUE(world.logHas(L"set BRACKET = red!"));
-  EXPECT_EQ(5U, engine::userVariables().count());
+  EXPECT_EQ(5U, language::userVariables().count());
 }
 
 // What one model has must not pass for what the next one lacks.
@@ -71,8 +71,8 @@ TEST_F(Environment, TheWorkingFolderIsTakenAsItStandsWithoutAModel) {
   world.start();
   const core::XmlLoaded list =
       core::xmlParse(L"<task type=\"setWorkingDirectory\" version=\"3\" path=\"d:\\%COLOR%\"/>");
-  engine::Subject none;
-  EXPECT_EQ(engine::done, engine::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  actions::Subject none;
+  EXPECT_EQ(actions::done, actions::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
   EXPECT_EQ(L"d:\\%COLOR%\\", creo::ProDirectoryCurrentGet().value);
   EXPECT_EQ(L" 0 Set working directory|W:Set working directory without model. !!No variable replacements!!",
             L" " + told(world.log()));

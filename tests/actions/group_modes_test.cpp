@@ -5,8 +5,8 @@
 #include "core/xml.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
-#include "engine/dispatch.h"
-#include "engine/variables.h"
+#include "actions/dispatch.h"
+#include "language/variables.h"
 #include "headless/model/models.h"
 #include "text/encoding.h"
 
@@ -124,7 +124,7 @@ TEST_F(GroupModes, AChainOfAssembliesHasNoLimit) {
   world.assembly(L"A" + std::to_wstring(kLength));
   run(group("reworkMode='3'", task("setUserVariableDirect", "name='CHAIN' inc='true' incno='1'")), L"A0",
       ProMdlType::assembly);
-  EXPECT_EQ(std::to_wstring(kLength), *engine::userVariables().find(L"CHAIN"));
+  EXPECT_EQ(std::to_wstring(kLength), *language::userVariables().find(L"CHAIN"));
 }
 
 class NewDrawing : public GroupModes {
@@ -254,13 +254,13 @@ TEST_F(GroupModes, WithoutAModelOnlyWhatNeedsNoneRuns) {
   world.list("list.xml", task("clearAllWindows"));
   world.start();
   creo::ProMdlRetrieve(L"BRACKET", ProMdlType::part);
-  engine::Subject nothing;
+  actions::Subject nothing;
   for (const char* mode : {"3", "5"}) {
     std::string xml = group(std::string("mdlname='BRACKET.PRT' reworkMode='") + mode + "'");
     std::replace(xml.begin(), xml.end(), '\'', '"');
     const auto loaded = core::xmlParse(text::fromUtf8(xml));
-    engine::dispatchAction(*core::xmlChildAt(loaded.document->root()->children, 0), nothing);
-    EXPECT_EQ(std::string(mode) == "5", engine::userVariables().find(L"V") != nullptr);
+    actions::dispatchAction(*core::xmlChildAt(loaded.document->root()->children, 0), nothing);
+    EXPECT_EQ(std::string(mode) == "5", language::userVariables().find(L"V") != nullptr);
   }
 }
 

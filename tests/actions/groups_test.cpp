@@ -1,5 +1,5 @@
 #include "actions/action_fixture.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "os/interrupt.h"
 
 namespace test {
@@ -52,7 +52,7 @@ TEST_F(Groups, RunTheirTasksInTheirModes) {
 TEST_F(Groups, ReadTheirBoundAgainEachRound) {
   run(task("setUserVariableDirect", "name='N' value='3'") +
       group("reworkMode='4' forcount='%user:N%'", count("N", "-1") + count("DONE")));
-  EXPECT_EQ(L"2", *engine::userVariables().find(L"DONE"));
+  EXPECT_EQ(L"2", *language::userVariables().find(L"DONE"));
 }
 
 TEST_F(Groups, LoopsWithoutAnEndAreLeftWhereAStopIsAsked) {
@@ -73,13 +73,13 @@ TEST_F(Groups, LoopsWithoutAnEndAreLeftWhereAStopIsAsked) {
     own.list("list.xml", task("setUserVariableDirect", "name='N' value='1'") +
                              task("setUserVariableDirect", "name='DONE' value='0'") +
                              group(c.loop, count("N") + count("DONE")));
-    engine::userVariables().remove(L"DONE");
+    language::userVariables().remove(L"DONE");
     const os::InterruptSource stop([] {
-      const std::wstring* done = engine::userVariables().find(L"DONE");
+      const std::wstring* done = language::userVariables().find(L"DONE");
       return done && *done >= L"2";
     });
     own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
-    const auto* done = engine::userVariables().find(L"DONE");
+    const auto* done = language::userVariables().find(L"DONE");
     ASSERT_NE(nullptr, done) << c.loop;
     EXPECT_EQ(c.rounds, *done) << c.loop;
     EXPECT_EQ(c.line != nullptr, own.logHas(c.line ? c.line : L"The loop is left")) << c.loop;
@@ -105,8 +105,8 @@ TEST_F(Groups, RefuseToNestWithoutEnd) {
   list += count("DEEP") + closing;
   run(list + count("AFTER"));
   EXPECT_TRUE(world.logHas(L"Groups nested deeper than 64 levels aren't carried out"));
-  EXPECT_EQ(nullptr, engine::userVariables().find(L"DEEP"));
-  EXPECT_NE(nullptr, engine::userVariables().find(L"AFTER"));
+  EXPECT_EQ(nullptr, language::userVariables().find(L"DEEP"));
+  EXPECT_NE(nullptr, language::userVariables().find(L"AFTER"));
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 #include "core/state.h"
 #include "core/xml.h"
 #include "creo/ProUI.h"
-#include "engine/dispatch.h"
-#include "engine/variables.h"
+#include "actions/dispatch.h"
+#include "language/variables.h"
 #include "headless/proui/ui.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
@@ -44,7 +44,7 @@ class Questions : public ActionTest {
   }
   void ok() { EXPECT_EQ(creo::ProNoError, ui().press(kDialog, kOk)); }
   static std::wstring variable(std::wstring_view name = L"v") {
-    const std::wstring* value = engine::userVariables().find(name);
+    const std::wstring* value = language::userVariables().find(name);
     return value ? *value : L"(none)";
   }
   // What a person sees of the inputs: "kvaneUVInputPanel=red".
@@ -141,8 +141,8 @@ TEST_F(Questions, WithoutAModelTheDialogSaysSo) {
   });
   const core::XmlLoaded list =
       core::xmlParse(L"<task type=\"setUserVariable\" version=\"3\" varType=\"1\" varName=\"v\" varValue=\"%A%\"/>");
-  engine::Subject none;
-  EXPECT_EQ(engine::done, engine::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  actions::Subject none;
+  EXPECT_EQ(actions::done, actions::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
   EXPECT_EQ(L"no model (head or foot)", model);
   EXPECT_EQ(L"%A%", variable());
 }

@@ -5,7 +5,7 @@
 
 #include "actions/action_fixture.h"
 #include "creo/ProUtil.h"
-#include "engine/saved_options.h"
+#include "actions/saved_options.h"
 #include "headless/session/state.h"
 #include "os/doors.h"
 #include "support/drawings.h"
@@ -64,7 +64,7 @@ TEST_F(Surroundings, OptionsAreSavedSetAndPutBack) {
       L"B7 set config option|Reset saved configuration options from S|Set declared configuration options|"
       L"B8 save Config Options",
       told(world.log()).substr(told(world.log()).find(L"B6 ")));
-  EXPECT_TRUE(engine::savedConfigOptions(L"s").empty());  // a name holds within one run
+  EXPECT_TRUE(actions::savedConfigOptions(L"s").empty());  // a name holds within one run
 }
 
 TEST_F(Surroundings, AnOptionThatCantBeSetIsTold) {

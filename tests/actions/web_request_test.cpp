@@ -1,7 +1,7 @@
 // Requests to a web server that the test starts, by lists run on a part.
 #include "actions/action_fixture.h"
 #include "actions/web_server.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "os/processes.h"
 #include "os/web.h"
 #include "text/encoding.h"
@@ -22,7 +22,7 @@ class WebRequest : public ActionTest {
     return task("setUserVariableFromUrl", "name='" + name + "' value='" + url + "' " + more);
   }
   static std::string valueOf(std::wstring_view name) {
-    const std::wstring* value = engine::userVariables().find(name);
+    const std::wstring* value = language::userVariables().find(name);
     return value ? text::toUtf8(*value) : "(none)";
   }
   // What the variable is after a list of that one request.
@@ -169,7 +169,7 @@ TEST_F(WebRequest, WhatCantBePutTogetherIsntSent) {
       task("setUserVariableFromUrl", "name='%MISSING%' value='" + server.address() + "'") +
       task("setUserVariableFromUrl", "name='LONG' value='" + server.address() + "/" + std::string(300, 'x') + "'"));
   EXPECT_EQ(0U, server.asked().size());
-  EXPECT_EQ(0U, engine::userVariables().count());
+  EXPECT_EQ(0U, language::userVariables().count());
 }
 
 TEST_F(WebRequest, ACertificateThatNobodySignedIsTaken) {
@@ -217,7 +217,7 @@ TEST_F(WebRequest, AFailedRequestLeavesWhatItReceived) {
     EXPECT_EQ(row.value, row.value == "x" ? value.substr(0, 1) : value) << row.url;
     EXPECT_NE(std::wstring::npos, told.find(L"|E:" + std::wstring(row.fault))) << row.url << text::toUtf8(told);
   }
-  EXPECT_EQ(std::size(rows), engine::userVariables().count());
+  EXPECT_EQ(std::size(rows), language::userVariables().count());
 }
 
 TEST_F(WebRequest, AVeryLongAnswerIsKeptInPart) {

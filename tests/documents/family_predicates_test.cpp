@@ -6,7 +6,7 @@
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "documents/parsed.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "headless/model/models.h"
 #include "os/processes.h"
 #include "support/world.h"
@@ -44,8 +44,8 @@ TEST(SessionPredicates, AskVariablesEnvironmentAndVersion) {
   world.part(L"BRACKET").with(L"COLOR", L"red").with(L"COUNT", 3).with(L"MASS", 2.5).with(L"DONE", true);
   ASSERT_EQ(0, world.start());
   const ProMdl part = world.open(L"BRACKET", ProMdlType::part);
-  engine::userVariables().set(L"Paint", L"red");
-  engine::userVariables().set(L"Other", L"A3");
+  language::userVariables().set(L"Paint", L"red");
+  language::userVariables().set(L"Other", L"A3");
   os::setEnvironment(L"KVD_TEST_SITE", L"North");
   check(
       {

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "actions/families.h"
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "text/encoding.h"
 
 namespace engine {

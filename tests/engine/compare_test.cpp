@@ -1,19 +1,19 @@
-#include "engine/compare.h"
+#include "language/compare.h"
 
 #include <gtest/gtest.h>
 #include <pthread.h>
 
 #include <random>
 
-#include "engine/comparison_watch.h"
+#include "language/comparison_watch.h"
 #include "support/world.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 
 namespace {
 
-using engine::patternReplace;
-using engine::wildcardCompare;
+using language::patternReplace;
+using language::wildcardCompare;
 
 struct Case {
   const wchar_t *pattern, *text;
@@ -90,16 +90,16 @@ TEST(Compare, PatternsAndTexts) {
                         {L"/^(a)\\1$/", L"aa", 1},
                         {L"/(?i)(?-i)A/", L"a", 0},
                         // numbers
-                        {engine::kIntegerPattern.data(), L"-12", 1},
-                        {engine::kIntegerPattern.data(), L"1.2", 0},
-                        {engine::kIntegerPattern.data(), L"", 0},
-                        {engine::kDoublePattern.data(), L"-1.5e-3", 1},
-                        {engine::kDoublePattern.data(), L"12,5", 1},
-                        {engine::kDoublePattern.data(), L"1.2.3", 0},
+                        {language::kIntegerPattern.data(), L"-12", 1},
+                        {language::kIntegerPattern.data(), L"1.2", 0},
+                        {language::kIntegerPattern.data(), L"", 0},
+                        {language::kDoublePattern.data(), L"-1.5e-3", 1},
+                        {language::kDoublePattern.data(), L"12,5", 1},
+                        {language::kDoublePattern.data(), L"1.2.3", 0},
                         {L"/^[;\\s]*$/", L"; ;\t;", 1}};
   for (const auto& [pattern, text, expected] : cases) {
     EXPECT_EQ(expected, wildcardCompare(pattern, text)) << pattern << " against " << text;
-    EXPECT_EQ(expected, engine::narrowCompare(text::toUtf8(pattern), text::toUtf8(text)))
+    EXPECT_EQ(expected, language::narrowCompare(text::toUtf8(pattern), text::toUtf8(text)))
         << pattern << " against " << text;
   }
 }
@@ -111,9 +111,9 @@ int compareByExpression(std::string pattern, std::string text) {
       {"|", "\\|"},   {"{", "\\{"}, {"}", "\\}"}, {"[", "\\["},    {"]", "\\]"}, {"(", "\\("},
       {")", "\\)"},   {"^", "\\^"}, {"$", "\\$"}, {"#", "\\#"},    {" ", "\\ "}, {"/", "\\/"}};
   for (const auto& [from, to] : rows) pattern = text::replaceAll(pattern, from, to);
-  engine::foldUmlauts(pattern);
-  engine::foldUmlauts(text);
-  return engine::regexMatch("^(?i)" + pattern + "$", text);
+  language::foldUmlauts(pattern);
+  language::foldUmlauts(text);
+  return language::regexMatch("^(?i)" + pattern + "$", text);
 }
 
 struct Words {
@@ -133,7 +133,7 @@ TEST(Compare, WildcardsMatchAsTheirExpressionsDo) {
     const int expected = compareByExpression(text::toUtf8(pattern), text::toUtf8(text));
     matches += expected;
     ASSERT_EQ(expected, wildcardCompare(pattern, text)) << pattern << " against " << text;
-    ASSERT_EQ(expected, engine::narrowCompare(text::toUtf8(pattern), text::toUtf8(text)))
+    ASSERT_EQ(expected, language::narrowCompare(text::toUtf8(pattern), text::toUtf8(text)))
         << pattern << " against " << text;
   }
   EXPECT_GT(matches, 1000);
@@ -236,12 +236,12 @@ TEST(Compare, WhatBacktracksWithoutEndIsGivenUpAndToldOnceARun) {
   const std::wstring patterns[] = {L"/^(a+)+[^a]/", L"/(?:.?){30}(?:.?){30}\\d/", L"/^(.*)(?1)(?1)(?1)\\d/",
                                    L"/^(a?(?1)?)*[^a]/", L"/^" + repeated(L"(|a)", 40) + L"[^a]/"};
   for (const std::wstring& pattern : patterns) {
-    const engine::GivenUp givenUp;
+    const language::GivenUp givenUp;
     EXPECT_EQ(-2, wildcardCompare(pattern, as)) << pattern;
     EXPECT_TRUE(givenUp.any());
-    EXPECT_EQ(-2, engine::narrowCompare(text::toUtf8(pattern), text::toUtf8(as.substr(0, 5000)))) << pattern;
+    EXPECT_EQ(-2, language::narrowCompare(text::toUtf8(pattern), text::toUtf8(as.substr(0, 5000)))) << pattern;
   }
-  const engine::GivenUp givenUp;
+  const language::GivenUp givenUp;
   EXPECT_EQ(-2, wildcardCompare(patterns[0], as + L"a"));
   EXPECT_EQ(as, patternReplace(as, patterns[0], L"R"));
   EXPECT_EQ(0, wildcardCompare(L"/b/", L"a"));
@@ -250,10 +250,10 @@ TEST(Compare, WhatBacktracksWithoutEndIsGivenUpAndToldOnceARun) {
   const auto first = world.log().find(line);
   ASSERT_NE(std::wstring::npos, first) << world.log();
   EXPECT_EQ(std::wstring::npos, world.log().find(line, first + 1));
-  engine::forgetWhatWasGivenUp();
+  language::forgetWhatWasGivenUp();
   (void)wildcardCompare(patterns[0], as);
   EXPECT_NE(std::wstring::npos, world.log().find(line, first + 1));
-  const engine::GivenUp none;
+  const language::GivenUp none;
   EXPECT_EQ(1, wildcardCompare(L"/a/", L"a"));
   EXPECT_FALSE(none.any());
 }
@@ -378,7 +378,7 @@ TEST(Compare, SecondWords) {
   const std::pair<const wchar_t*, const wchar_t*> cases[] = {
       {L"one two three", L"two"}, {L"one two", L"two"}, {L"one", L""}, {L"", L""},
       {L" two", L"two"},          {L"one  two", L""}};
-  for (const auto& [text, word] : cases) EXPECT_EQ(word, engine::secondWord(text)) << text;
+  for (const auto& [text, word] : cases) EXPECT_EQ(word, language::secondWord(text)) << text;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Tables read from CSV text.
-#include "engine/csv_table.h"
+#include "language/csv_table.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 namespace test {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 std::wstring shown(const CsvTable& table) {
   std::wstring out;

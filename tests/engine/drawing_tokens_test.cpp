@@ -2,7 +2,7 @@
 
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
 

@@ -1,5 +1,5 @@
 // The history that runs leave in models, and what the dialog shows of it.
-#include "engine/history.h"
+#include "run/history.h"
 
 #include <gtest/gtest.h>
 
@@ -47,20 +47,20 @@ class History : public testing::Test {
 };
 
 TEST_F(History, EachRunAddsARecord) {
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   EXPECT_EQ(L"n=1 standards.kvz clean.xml 01.02.2024 10:30 00:00:00:00:00:00 tester OSTELO Works", slots(1));
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   EXPECT_EQ(L"2", slots(2).substr(2, 1));
   ASSERT_EQ(ProNoError, ProMdlSave(pin));
   EXPECT_NE(std::string::npos, world.document("PIN.prt").find("clean.xml")) << "the records go with the model";
 }
 
 TEST_F(History, TheTextMarksTheChosenListAndPadsItsColumns) {
-  EXPECT_EQ(L"No history found", engine::historyText("PIN.PRT"));
-  engine::writeHistory(pin);
+  EXPECT_EQ(L"No history found", run::historyText("PIN.PRT"));
+  run::writeHistory(pin);
   choose(L"standards.kvz", L"other.xml", L"03.04.2024 11:00");
   os::setEnvironment(L"username", L"");
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   EXPECT_EQ(
       L"n=2 standards.kvz clean.xml 01.02.2024 10:30 00:00:00:00:00:00 tester OSTELO Works"
       L" standards.kvz other.xml 03.04.2024 11:00 00:00:00:00:00:00 OSTELO Works",
@@ -69,15 +69,15 @@ TEST_F(History, TheTextMarksTheChosenListAndPadsItsColumns) {
   const std::wstring padding(41, L' ');
   EXPECT_EQ(L" 01.02.2024 10:30" + gap + package + gap + L"clean.xml" + padding + gap + L"tester\n*03.04.2024 11:00" +
                 gap + package + gap + L"other.xml" + padding + gap + L"tester\n",
-            engine::historyText("PIN.PRT"))
+            run::historyText("PIN.PRT"))
       << "a user that is missing reads as the one before";
-  EXPECT_EQ(L"No history found", engine::historyText("ABSENT.PRT"));
-  EXPECT_EQ(L"No model selected", engine::historyText("PIN"));
+  EXPECT_EQ(L"No history found", run::historyText("ABSENT.PRT"));
+  EXPECT_EQ(L"No model selected", run::historyText("PIN"));
 }
 
 TEST_F(History, TheReworkTestAsksForPackageAndList) {
-  EXPECT_FALSE(engine::isAlreadyReworked(pin)) << "a model without records";
-  engine::writeHistory(pin);
+  EXPECT_FALSE(run::isAlreadyReworked(pin)) << "a model without records";
+  run::writeHistory(pin);
   const struct {
     const wchar_t *package, *list;
     bool reworked;
@@ -89,48 +89,48 @@ TEST_F(History, TheReworkTestAsksForPackageAndList) {
   };
   for (const auto& c : cases) {
     choose(c.package, c.list, L"");
-    EXPECT_EQ(c.reworked, engine::isAlreadyReworked(pin)) << c.package << c.list;
+    EXPECT_EQ(c.reworked, run::isAlreadyReworked(pin)) << c.package << c.list;
   }
   choose(L"standards.kvz", L"clean.xml", L"");
   pluginState().writeExtData = 0;
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   EXPECT_EQ(L"1", slots(0).substr(2)) << "switched off nothing is written";
-  EXPECT_TRUE(engine::isAlreadyReworked(pin)) << "and older records are still seen";
+  EXPECT_TRUE(run::isAlreadyReworked(pin)) << "and older records are still seen";
   pluginState().autoUnsetReworkedData = 0;
-  EXPECT_FALSE(engine::isAlreadyReworked(pin));
+  EXPECT_FALSE(run::isAlreadyReworked(pin));
 }
 
 TEST_F(History, NamesLongerThanTheirSlotsAreFoundAgain) {
   const std::wstring longName(400, L'k');
   choose(longName, L"clean.xml", L"");
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   EXPECT_EQ(259u, ProExtdataSlotRead({L"kvpslot", pin}, L"KVZName1").value.text.size());
-  EXPECT_TRUE(engine::isAlreadyReworked(pin));
+  EXPECT_TRUE(run::isAlreadyReworked(pin));
 }
 
 TEST_F(History, DataThatCannotBeOpenedOrIsDamagedStopsNothing) {
   for (const char* operation : {"ProExtdataInit", "ProExtdataLoadAll", "ProExtdataClassRegister"}) {
     world.session().failNext(operation, ProGeneralError);
-    engine::writeHistory(pin);
+    run::writeHistory(pin);
     EXPECT_EQ(L"n=0", slots(1)) << operation;
   }
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   ProExtdataValue count;
   count.integer = 2'000'000'000;
   ASSERT_EQ(ProNoError, ProExtdataSlotWrite({L"kvpslot", pin}, L"NrOfLists", count, 1));
-  std::vector<engine::HistoryRecord> records;
-  EXPECT_TRUE(engine::readHistory(pin, records));
+  std::vector<run::HistoryRecord> records;
+  EXPECT_TRUE(run::readHistory(pin, records));
   EXPECT_EQ(1U, records.size()) << "what isn't there is no record";
-  EXPECT_EQ(2'000'000'000, engine::historyCount(pin));
+  EXPECT_EQ(2'000'000'000, run::historyCount(pin));
   choose(L"another.kvz", L"clean.xml", L"");
-  EXPECT_FALSE(engine::isAlreadyReworked(pin)) << "ends although the count says two thousand million";
+  EXPECT_FALSE(run::isAlreadyReworked(pin)) << "ends although the count says two thousand million";
   world.session().failNext("ProExtdataInit", ProGeneralError);
-  EXPECT_FALSE(engine::isAlreadyReworked(pin));
+  EXPECT_FALSE(run::isAlreadyReworked(pin));
 }
 
 TEST_F(History, EmptyNamesAreSaidInTheMessageArea) {
   choose(L"", L"", L"");
-  engine::writeHistory(pin);
+  run::writeHistory(pin);
   EXPECT_NE(std::wstring::npos, world.messages().find(L"currentkvzname == ''"));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"currentactname == ''"));
 }

@@ -1,12 +1,12 @@
 // The list of words is the engine's own: what it names is replaced, or waits for a place that isn't here.
-#include "engine/known_tokens.h"
+#include "language/known_tokens.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
 #include "core/state.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "support/world.h"
 #include "text/encoding.h"
 
@@ -24,12 +24,12 @@ TEST(KnownTokens, AreReplaced) {
   world.start();
   const creo::ProMdl part = world.open(L"GEAR", creo::ProMdlType::part);
   const creo::ProMdl drawing = world.open(L"SHEET", creo::ProMdlType::drawing);
-  for (const std::wstring_view token : engine::knownTokens()) {
+  for (const std::wstring_view token : language::knownTokens()) {
     if (elsewhere.contains(token)) continue;
-    const auto onPart = engine::replaceVariables(token, part), onDrawing = engine::replaceVariables(token, drawing);
+    const auto onPart = language::replaceVariables(token, part), onDrawing = language::replaceVariables(token, drawing);
     EXPECT_TRUE(onPart.text != token || onDrawing.text != token) << text::toUtf8(token);
   }
-  EXPECT_EQ(L"X", engine::replaceVariablesLine(L"@line@", part, L"X").text);
+  EXPECT_EQ(L"X", language::replaceVariablesLine(L"@line@", part, L"X").text);
 }
 
 TEST(KnownTokens, FunctionsAreUnderstood) {
@@ -37,10 +37,10 @@ TEST(KnownTokens, FunctionsAreUnderstood) {
   world.part(L"GEAR");
   world.start();
   const creo::ProMdl part = world.open(L"GEAR", creo::ProMdlType::part);
-  for (const std::wstring_view function : engine::knownFunctions()) {
+  for (const std::wstring_view function : language::knownFunctions()) {
     // A known name leaves no trace of itself; of an unknown one only the signs go.
     const std::wstring call = L"$$" + std::wstring(function) + L"$1$2$abcd$$";
-    EXPECT_EQ(std::wstring::npos, engine::replaceVariables(call, part).text.find(function)) << text::toUtf8(function);
+    EXPECT_EQ(std::wstring::npos, language::replaceVariables(call, part).text.find(function)) << text::toUtf8(function);
   }
 }
 

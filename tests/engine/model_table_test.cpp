@@ -1,5 +1,5 @@
 // The model table: which models enter it, in which order, with which cells, and at what cost.
-#include "engine/model_table.h"
+#include "run/model_table.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ class ModelTable : public testing::Test {
   const headless::Dialog& main() { return *ui().dialog(kMain); }
   std::string imageOf(const std::string& row) { return main().image(row + "_type"); }
   std::wstring cell(const std::string& row, const char* column) {
-    return main().cellText(engine::kModelTable, row, column);
+    return main().cellText(run::kModelTable, row, column);
   }
 
   World world;
@@ -62,8 +62,8 @@ TEST_F(ModelTable, HoldsWhatTheCurrentModelLeadsToSortedByBytes) {
   EXPECT_EQ("BOLT.PRT GEARBOX.ASM HOUSING.PRT SHAFT.PRT SHEET.DRW UNIT.ASM", rows())
       << "the generic of an instance, and no instance unless its button is set";
   EXPECT_EQ(L"SHAFT.prt", cell("SHAFT.PRT", "3"));
-  EXPECT_EQ("SHAFT.PRT_cb", main().cellComponent(engine::kModelTable, "SHAFT.PRT", "1"));
-  EXPECT_EQ("SHAFT.PRT_wc", main().cellComponent(engine::kModelTable, "SHAFT.PRT", "6"));
+  EXPECT_EQ("SHAFT.PRT_cb", main().cellComponent(run::kModelTable, "SHAFT.PRT", "1"));
+  EXPECT_EQ("SHAFT.PRT_wc", main().cellComponent(run::kModelTable, "SHAFT.PRT", "6"));
   EXPECT_TRUE(main().checked("SHAFT.PRT_cb"));
   EXPECT_FALSE(main().checked("SHAFT.PRT_lock"));
   EXPECT_EQ("fromHDD.gif", main().image("SHAFT.PRT_wc"));
@@ -89,8 +89,8 @@ TEST_F(ModelTable, TypeButtonsChooseRowsAndTheWalkGoesOn) {
       {false, false, false, false, false, ""},
   };
   for (const auto& c : cases) {
-    engine::setTypeFilters(c.part, c.assembly, c.drawing, c.instance, c.current);
-    engine::refreshModelTable();
+    run::setTypeFilters(c.part, c.assembly, c.drawing, c.instance, c.current);
+    run::refreshModelTable();
     EXPECT_EQ(c.rows, rows());
   }
   ui().setCheck(kMain, "kvaneAsmFilter", true);
@@ -100,12 +100,12 @@ TEST_F(ModelTable, TypeButtonsChooseRowsAndTheWalkGoesOn) {
 TEST_F(ModelTable, AnInstanceAloneWithBothFlagsAndItsGenericElse) {
   show(L"BOLT_M6", ProMdlType::part);
   EXPECT_EQ("BOLT.PRT", rows());
-  engine::setTypeFilters(true, true, true, true, false);
-  engine::refreshModelTable();
+  run::setTypeFilters(true, true, true, true, false);
+  run::refreshModelTable();
   EXPECT_EQ("BOLT.PRT BOLT_M6.PRT", rows());
   EXPECT_EQ("part_instance.png", imageOf("BOLT_M6.PRT"));
-  engine::setTypeFilters(true, true, true, true, true);
-  engine::refreshModelTable();
+  run::setTypeFilters(true, true, true, true, true);
+  run::refreshModelTable();
   EXPECT_EQ("BOLT_M6.PRT", rows());
 }
 
@@ -115,7 +115,7 @@ TEST_F(ModelTable, TheMenuAddsInstancesAndDrawings) {
   EXPECT_EQ("BOLT.PRT SHAFT.PRT UNIT.ASM", rows());
   ui().press(kMain, "AddAllDrawingsBtn_MenuRMBChooser");
   EXPECT_EQ("BOLT.PRT SHAFT.DRW SHAFT.PRT UNIT.ASM", rows());
-  engine::setTypeFilters(true, true, true, true, false);
+  run::setTypeFilters(true, true, true, true, false);
   ui().press(kMain, "AddAllInstancesBtn_MenuRMBChooser");
   EXPECT_EQ("BOLT.PRT BOLT_M6.PRT BOLT_M8.PRT SHAFT.DRW SHAFT.PRT UNIT.ASM", rows());
 }
@@ -171,7 +171,7 @@ TEST_F(ModelTable, AFilterFileJudgesEveryCandidateUntilItIsDropped) {
   world.member("filters/idle.xml", "<items><i type=\"isSkeleton\" filtertype=\"true\"/></items>");
   show(L"SHEET", ProMdlType::drawing);
   pluginState().useGlobFilterNow = 0;
-  engine::refreshModelTable();
+  run::refreshModelTable();
   EXPECT_EQ("act_filterdeac24.png", main().image("kvaneExtFilter"));
   ui().choose("kvanefilter", "kvaneFilterChooser", "shaft.xml");
   EXPECT_EQ("SHAFT.PRT", rows()) << "what a refused model uses is still reached";
@@ -285,15 +285,15 @@ TEST_F(ModelTable, FailingCallsOfTheDialogAreLinesAndTheWalkGoesOn) {
       {"ProUICheckbuttonGetState", L"<KVD> sourceData - Failure while use ProUICheckbuttonGetState", true},
   };
   for (const auto& c : cases) {
-    engine::clearModelTable();
+    run::clearModelTable();
     const std::size_t before = world.messages().size();
     world.session().failNext(c.operation, ProGeneralError);
-    EXPECT_NE(ProNoError, engine::rebuildModelTable({})) << c.operation;
+    EXPECT_NE(ProNoError, run::rebuildModelTable({})) << c.operation;
     EXPECT_EQ(c.complete ? 6u : 5u, world.rows().size()) << c.operation;
     EXPECT_NE(std::wstring::npos, world.messages().find(c.line, before)) << c.operation;
   }
-  engine::clearModelTable();
-  EXPECT_EQ(ProNoError, engine::rebuildModelTable({}));
+  run::clearModelTable();
+  EXPECT_EQ(ProNoError, run::rebuildModelTable({}));
   EXPECT_EQ("BOLT.PRT GEARBOX.ASM HOUSING.PRT SHAFT.PRT SHEET.DRW UNIT.ASM", rows());
 }
 
@@ -308,10 +308,10 @@ TEST_F(ModelTable, FailingCallsOfTheWalkAreLinesAndMissesAreNot) {
   state.addDrawings = state.addInstances = state.addInherited = 1;
   state.columnParameter = L"MASS";
   const auto failuresOf = [&](const char* operation) {
-    engine::clearModelTable();
+    run::clearModelTable();
     const std::size_t before = world.messages().size();
     if (*operation) world.session().failNext(operation, ProGeneralError);
-    engine::rebuildModelTable({});
+    run::rebuildModelTable({});
     std::wstring all;
     for (const std::wstring& line : text::lines(world.messages().substr(before)))
       if (const auto at = line.find(L"Failure while "); at != line.npos) all += line.substr(at + 14) + L"|";
@@ -329,10 +329,10 @@ TEST_F(ModelTable, FailingCallsOfTheWalkAreLinesAndMissesAreNot) {
 TEST_F(ModelTable, ClearingLeavesNoComponentBehind) {
   show(L"UNIT", ProMdlType::assembly);
   const std::size_t filled = main().size();
-  engine::clearModelTable();
+  run::clearModelTable();
   EXPECT_EQ(filled - 3 * 4, main().size()) << "four components a row";
   EXPECT_EQ("", rows());
-  engine::refreshModelTable();
+  run::refreshModelTable();
   EXPECT_EQ(filled, main().size());
 }
 
@@ -347,7 +347,7 @@ TEST_F(ModelTable, ALongNameKeepsItsRowApartFromOthers) {
 
 TEST_F(ModelTable, WithoutAServerNothingIsCheckedOut) {
   show(L"UNIT", ProMdlType::assembly);
-  engine::checkOutSelected();
+  run::checkOutSelected();
   EXPECT_EQ(0, world.session().calls("ProServerObjectsCheckout"));
   EXPECT_EQ("fromHDD.gif", main().image("UNIT.ASM_wc"));
 }
@@ -368,15 +368,15 @@ TEST_F(ModelTable, AFillFromManyStartsWalksEachModelOnce) {
   world.openTool();
   for (int i = 0; i < kStarts; ++i)
     starts.push_back(ProMdlRetrieve(L"TOP" + std::to_wstring(i), ProMdlType::assembly).value);
-  engine::clearModelTable();
+  run::clearModelTable();
   const int before = world.session().calls("ProMdlDependenciesList");
   const int named = world.session().calls("ProUITableRownamesGet");
-  for (const ProMdl start : starts) engine::rebuildModelTable(start);
+  for (const ProMdl start : starts) run::rebuildModelTable(start);
   EXPECT_EQ(kStarts + 2, world.session().calls("ProMdlDependenciesList") - before);
   EXPECT_EQ(named, world.session().calls("ProUITableRownamesGet"));
   EXPECT_EQ(kStarts + 5u, world.rows().size());
 
-  engine::rebuildModelTable(starts.front());
+  run::rebuildModelTable(starts.front());
   EXPECT_EQ(kStarts + 2 + 3, world.session().calls("ProMdlDependenciesList") - before) << "a start given again";
 }
 
@@ -393,7 +393,7 @@ TEST_F(ModelTable, MoreThanFiveThousandNamesCostTheirNumberAndNoMore) {
   const ProMdl start = ProMdlRetrieve(L"TOP", ProMdlType::assembly).value;
   auto& session = world.session();
   const int retrieved = session.calls("ProMdlRetrieve"), named = session.calls("ProUITableRownamesGet");
-  engine::rebuildModelTable(start);
+  run::rebuildModelTable(start);
   EXPECT_EQ(static_cast<std::size_t>(kParts) + 1, world.rows().size());
   EXPECT_LE(session.calls("ProMdlRetrieve") - retrieved, 2 * kParts + 1);
   EXPECT_EQ(1, session.calls("ProUITableRownamesGet") - named) << "the test's own";

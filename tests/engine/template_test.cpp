@@ -7,7 +7,7 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "os/processes.h"
 #include "support/world.h"
 #include "text/encoding.h"

@@ -1,4 +1,4 @@
-#include "engine/variables.h"
+#include "language/variables.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Workbooks that become CSV files for the time of a run.
-#include "engine/workbook.h"
+#include "language/workbook.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 namespace test {
 namespace {
 
-using namespace engine;
+using namespace language;
 namespace fs = std::filesystem;
 
 class Workbooks : public testing::Test {

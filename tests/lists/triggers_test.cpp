@@ -1,5 +1,5 @@
 // Lists that start by themselves: events of a session with the triggers of the configuration hung in.
-#include "engine/triggers.h"
+#include "run/triggers.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 #include "creo/ProMdl.h"
 #include "creo/ProSolid.h"
 #include "creo/ProUtil.h"
-#include "engine/history.h"
-#include "engine/run.h"
+#include "run/history.h"
+#include "run/run.h"
 #include "headless/proui/ui.h"
 #include "support/world.h"
 #include "text/encoding.h"
@@ -72,7 +72,7 @@ class Triggers : public testing::Test {
   // Nothing of a trigger's run is left.
   void expectQuiet(const std::string& where) {
     EXPECT_EQ(0, pluginState().triggerType) << where;
-    EXPECT_FALSE(engine::runGoesOn()) << where;
+    EXPECT_FALSE(run::runGoesOn()) << where;
     EXPECT_FALSE(pluginState().toolOpen) << where;
     EXPECT_FALSE(session().ui().dialog("kvanerunner")) << where;
   }
@@ -347,8 +347,8 @@ TEST_F(Triggers, ARunWithoutGraphicsOrWithoutItsListEndsAndTheNextEventFires) {
     EXPECT_EQ(ProNoError, session().regenerate());
     expectQuiet(list);
     EXPECT_EQ(list == "say" ? L"did A.prt\ndid B.prt\ndid TOP.asm\n" : L"", lines(L"did ")) << list;
-    std::vector<engine::HistoryRecord> records;
-    engine::readHistory(top, records);
+    std::vector<run::HistoryRecord> records;
+    run::readHistory(top, records);
     EXPECT_EQ(list == "say" ? 1U : 0U, records.size()) << list;
     lines(L"");
     session().regenerate();
@@ -367,7 +367,7 @@ TEST_F(Triggers, ClosingTheToolEndsATriggersRun) {
   world.start();
   world.open(L"TOP", ProMdlType::assembly);
   session().regenerate();
-  ASSERT_TRUE(engine::runGoesOn());
+  ASSERT_TRUE(run::runGoesOn());
   world.closeTool();
   expectQuiet("behind the closing");
 }
@@ -391,7 +391,7 @@ TEST_F(Triggers, FaultyListsAreToldAtEachEventWhichGoesOn) {
       EXPECT_EQ(event, std::count(session().messages().begin(), session().messages().end(), line)) << list;
       expectQuiet(list);
     }
-    EXPECT_EQ(-25, engine::fireTrigger({}, text::fromUtf8(list), L"", L"", 0, 3)) << list;
+    EXPECT_EQ(-25, run::fireTrigger({}, text::fromUtf8(list), L"", L"", 0, 3)) << list;
     EXPECT_FALSE(said(L"<KVD> end trigger before save")) << list;
     world.endSession();
   }
@@ -433,8 +433,8 @@ TEST_F(Triggers, HistoryDigitsHoldForOneRun) {
     own.session().save();
     const auto& messages = own.session().messages();
     EXPECT_EQ(runs, std::count(messages.begin(), messages.end(), L"did A")) << digits;
-    std::vector<engine::HistoryRecord> history;
-    engine::readHistory(a, history);
+    std::vector<run::HistoryRecord> history;
+    run::readHistory(a, history);
     EXPECT_EQ(records, static_cast<int>(history.size())) << digits;
     EXPECT_EQ(1, pluginState().writeExtData) << digits;
     EXPECT_EQ(1, pluginState().autoUnsetReworkedData) << digits;

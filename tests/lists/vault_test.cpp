@@ -5,7 +5,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
 #include "documents/parsed.h"
-#include "engine/variables.h"
+#include "language/variables.h"
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
 
@@ -203,15 +203,15 @@ TEST_F(VaultLists, ARunIsCancelledWhereAModelIsNotCheckedOut) {
   begin();
   world.run("told.xml");
   EXPECT_TRUE(world.logHas(L"A file isn't checked out"));
-  EXPECT_NE(nullptr, engine::userVariables().find(L"HEAD"));
-  EXPECT_EQ(nullptr, engine::userVariables().find(L"FOOT"));
+  EXPECT_NE(nullptr, language::userVariables().find(L"HEAD"));
+  EXPECT_EQ(nullptr, language::userVariables().find(L"FOOT"));
   EXPECT_EQ(1, world.version("BRACKET.prt"));
   const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
   std::wstring conflicts;
   ASSERT_EQ(ProNoError, ProServerObjectsCheckin(part, {}, conflicts));
   ASSERT_EQ(ProNoError, ProServerObjectsCheckout(part, {}, conflicts));
   world.run("told.xml");
-  EXPECT_NE(nullptr, engine::userVariables().find(L"FOOT"));
+  EXPECT_NE(nullptr, language::userVariables().find(L"FOOT"));
   EXPECT_EQ(3, world.version("BRACKET.prt"));
 }
 
@@ -282,13 +282,13 @@ TEST_F(VaultLists, FilesAreAddedToTheWorkspaceAndToAPrimaryObject) {
 TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
   begin();
   const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
-  const auto oid = [&] { return engine::replaceVariables(L"@oid@", part).text; };
+  const auto oid = [&] { return language::replaceVariables(L"@oid@", part).text; };
   EXPECT_EQ(L"no_oid", oid());
   told("in.xml");
   EXPECT_EQ(L"VR%3adocument%3a1", oid());
-  EXPECT_EQ(L"BRACKET VR%3adocument%3a1", engine::replaceVariables(L"@mdln@ @oid@", part).text);
-  EXPECT_EQ(L"VR:document:1", engine::replaceVariables(L"$$repl$%3a$:$@oid@$$", part).text);
-  EXPECT_EQ(L"wtws://plm/design/", engine::replaceVariables(L"@mdlpath@", part).text);
+  EXPECT_EQ(L"BRACKET VR%3adocument%3a1", language::replaceVariables(L"@mdln@ @oid@", part).text);
+  EXPECT_EQ(L"VR:document:1", language::replaceVariables(L"$$repl$%3a$:$@oid@$$", part).text);
+  EXPECT_EQ(L"wtws://plm/design/", language::replaceVariables(L"@mdlpath@", part).text);
   struct Case {
     const wchar_t* attributes;
     int in, out;

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "actions/environment/question.h"
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
 #include "headless/vault/vault.h"
@@ -18,7 +18,7 @@
 namespace test {
 namespace {
 
-using engine::Touched;
+using actions::Touched;
 
 struct Example {
   std::string name, tasks;
@@ -93,20 +93,20 @@ struct Told {
   std::string keys;
   bool hasReport = false, hasGroup = false, hasServer = false;
 
-  void add(const core::XmlNode& task, const engine::Action& row) {
+  void add(const core::XmlNode& task, const actions::Action& row) {
     // Programs, servers and addresses may be asked for what is read.
     changes = changes | row.effects.changes;
     for (const Touched asked : {Touched::programs, Touched::server, Touched::web})
-      if (engine::holds(row.effects.reads, asked)) changes = changes | asked;
+      if (actions::holds(row.effects.reads, asked)) changes = changes | asked;
     keys += (keys.empty() ? "" : ", ") + text::toUtf8(row.key);
     hasReport = hasReport || core::attrFind(task.attributes, L"reporter");
     hasGroup = hasGroup || row.key == L"groupActions";
-    hasServer = hasServer || (engine::holds(row.effects.changes, Touched::server) &&
-                              !engine::holds(row.effects.changes, Touched::family));
+    hasServer = hasServer || (actions::holds(row.effects.changes, Touched::server) &&
+                              !actions::holds(row.effects.changes, Touched::family));
   }
   // A table of values is a report, or a file that an action writes for itself.
   [[nodiscard]] bool knows(Touched door) const {
-    return engine::holds(changes, door) || (door == Touched::reports && engine::holds(changes, Touched::files));
+    return actions::holds(changes, door) || (door == Touched::reports && actions::holds(changes, Touched::files));
   }
 };
 
@@ -129,7 +129,7 @@ class DocumentedExample : public testing::TestWithParam<Example> {
   static Told readTasks(const core::XmlNode& list) {
     Told told;
     eachTask(list, [&](const core::XmlNode& task) {
-      const engine::Action* row = engine::findAction(valueOf(task, L"type"));
+      const actions::Action* row = actions::findAction(valueOf(task, L"type"));
       if (!row) {
         ADD_FAILURE() << "no action " << text::toUtf8(valueOf(task, L"type"));
         return;
@@ -180,7 +180,7 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     ASSERT_EQ(0, world.start());
     if (told.hasServer) ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
     answerQuestions(world);
-    engine::userVariables().set(L"ROUNDS", L"2");
+    language::userVariables().set(L"ROUNDS", L"2");
     ASSERT_TRUE(world.open(kind.name, kind.type));
     world.openTool();
     if (told.hasServer && told.keys != "checkinModel") world.run("in.xml");

@@ -2,7 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "documents/predicates.h"
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "kelvane/finding.h"
 #include "program/program_fixture.h"
 
@@ -18,7 +18,7 @@ TEST_F(Vocabulary, EachKeyHasALineAndARow) {
   const struct {
     const char* verb;
     std::size_t count;
-  } tables[] = {{"actions", engine::actionTable().size()}, {"predicates", documents::predicateTable().size()}};
+  } tables[] = {{"actions", actions::actionTable().size()}, {"predicates", documents::predicateTable().size()}};
   for (const auto& table : tables) {
     const std::string lines = kelvane({table.verb}).out;
     EXPECT_EQ(table.count, static_cast<std::size_t>(std::count(lines.begin(), lines.end(), '\n')));

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "engine/action.h"
-#include "engine/variables.h"
+#include "actions/action.h"
+#include "language/variables.h"
 #include "headless/model/models.h"
 #include "os/paths.h"
 #include "os/web.h"
@@ -22,7 +22,7 @@
 namespace test {
 
 // A door and what was seen there.
-using Seen = std::vector<std::pair<engine::Touched, std::string>>;
+using Seen = std::vector<std::pair<actions::Touched, std::string>>;
 
 // Notes what is written, removed and renamed, also what goes again.
 class WatchedFiles : public os::FilesWrapper {
@@ -114,7 +114,7 @@ class WatchedDoors : public headless::SessionObserver {
   }
 
  private:
-  using Touched = engine::Touched;
+  using Touched = actions::Touched;
   struct State {
     std::vector<headless::ModelInMemory> models;
     std::vector<std::wstring> names, values;  // of user variables
@@ -150,7 +150,7 @@ class WatchedDoors : public headless::SessionObserver {
     return all;
   }
   State state() {
-    const engine::UserVariableTable& variables = engine::userVariables();
+    const language::UserVariableTable& variables = language::userVariables();
     return {world_.session().models().list(), variables.names(),    variables.values(), environment(),
             processes_->asked().size(),       web_->asked().size(), documents()};
   }

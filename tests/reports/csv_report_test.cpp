@@ -8,7 +8,7 @@
 
 #include "core/xml.h"
 #include "creo/ProMdl.h"
-#include "engine/dispatch.h"
+#include "actions/dispatch.h"
 #include "os/surroundings.h"
 #include "support/world.h"
 #include "text/encoding.h"
@@ -31,8 +31,8 @@ class CsvReportTest : public testing::Test {
     const std::wstring file = os::mounts().system(world_.temp() + "/task.xml");
     writeBytes(World::machine(file), xml);
     document_ = core::xmlLoadFile(file).document;
-    engine::Subject subject;
-    EXPECT_EQ(engine::dispatchAction(*core::xmlChildAt(document_->root()->children, 0), subject), engine::done);
+    actions::Subject subject;
+    EXPECT_EQ(actions::dispatchAction(*core::xmlChildAt(document_->root()->children, 0), subject), actions::done);
     return *reportRegistry().find(text::fromUtf8(name));
   }
   void closeAll() { reportsCloseAll(reportRegistry()); }

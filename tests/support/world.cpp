@@ -11,8 +11,8 @@
 
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "engine/model_table.h"
-#include "engine/variables.h"
+#include "run/model_table.h"
+#include "language/variables.h"
 #include "headless/proui/ui.h"
 #include "os/text_files.h"
 #include "support/folders.h"
@@ -164,7 +164,7 @@ World::World() : realFiles_(os::surroundings().files) {
 
 World::~World() {
   session_.reset();
-  engine::userVariables().clear();
+  language::userVariables().clear();
 }
 
 void World::list(const std::string& name, const std::string& body, const std::string& head, const std::string& foot,
@@ -236,7 +236,7 @@ void World::runOn(const std::wstring& name, creo::ProMdlType type, const std::st
 }
 
 std::vector<std::string> World::rows() const {
-  return creo::ProUITableRownamesGet(core::pluginState().dialogName, engine::kModelTable).value;
+  return creo::ProUITableRownamesGet(core::pluginState().dialogName, run::kModelTable).value;
 }
 
 std::wstring World::log() const {

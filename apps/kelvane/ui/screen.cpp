@@ -5,7 +5,7 @@
 
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "engine/model_table.h"
+#include "run/model_table.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/places.h"
 #include "kelvane/run_watch.h"
@@ -32,7 +32,7 @@ std::vector<std::string> chosenRows(headless::Session& session) {
   std::vector<std::string> rows;
   const headless::Dialog* dialog = session.ui().dialog(tool());
   if (!dialog) return rows;
-  const std::vector<std::string> all = dialog->rows(engine::kModelTable);
+  const std::vector<std::string> all = dialog->rows(run::kModelTable);
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {
       if (row.ends_with(extension) && dialog->has(row + "_cb") && dialog->checked(row + "_cb")) rows.push_back(row);

@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "core/log.h"
-#include "engine/read_number.h"
+#include "language/read_number.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 
-using namespace engine;
+using namespace language;
 
 namespace {
 
@@ -71,7 +71,7 @@ std::optional<barcode::QrCode> qrCodeOf(const Task& task) {
 }
 
 std::optional<double> codeLength(const Task& task, std::wstring_view name) {
-  if (const auto length = engine::numberIn(task.attribute(name)); length && *length > 0) return length;
+  if (const auto length = language::numberIn(task.attribute(name)); length && *length > 0) return length;
   core::logWrite(text::format(L"%s isn't a positive number: %s", name, task.attribute(name)), core::kError);
   return std::nullopt;
 }

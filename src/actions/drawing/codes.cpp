@@ -8,7 +8,7 @@
 #include "barcode/pdf417.h"
 #include "creo/ProDtlentity.h"
 #include "creo/ProWindow.h"
-#include "engine/read_number.h"
+#include "language/read_number.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -16,7 +16,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProError;
 using creo::ProMdl;
 

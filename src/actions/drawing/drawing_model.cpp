@@ -2,13 +2,13 @@
 #include "actions/drawing/details.h"
 #include "actions/families.h"
 #include "creo/ProMdl.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 // "GEAR.prt"; empty for a model that no drawing shows.
 std::wstring fileNameOf(creo::ProMdl model) {

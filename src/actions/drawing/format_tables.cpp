@@ -6,8 +6,8 @@
 
 #include "actions/drawing/table_finder.h"
 #include "core/log.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -64,7 +64,7 @@ bool cellFits(const ProDwgtable& table, const FormatTableRule& rule) {
     if (!lines) return false;
     if (lines.value.empty()) lines.value.emplace_back();
     for (const std::wstring& line : lines.value)
-      if (engine::wildcardCompare(rule.pattern, line) != 1) return false;
+      if (language::wildcardCompare(rule.pattern, line) != 1) return false;
   }
   return true;
 }
@@ -76,7 +76,7 @@ bool isAbout(const FormatTableRule& rule, const ProDwgtable& table, const ProPoi
 
 // Also where the rule's pattern was given up: a table that may be the one to keep isn't deleted.
 bool mayBeAbout(const FormatTableRule& rule, const ProDwgtable& table, const ProPoint& place) {
-  const engine::GivenUp givenUp;
+  const language::GivenUp givenUp;
   return isAbout(rule, table, place) || givenUp.any();
 }
 

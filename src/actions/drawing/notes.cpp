@@ -5,17 +5,17 @@
 #include "creo/ProNote.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"
-#include "engine/compare.h"
-#include "engine/csv_table.h"
-#include "engine/output_file.h"
-#include "engine/read_number.h"
+#include "language/compare.h"
+#include "language/csv_table.h"
+#include "actions/output_file.h"
+#include "language/read_number.h"
 #include "text/format.h"
 #include "text/pieces.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProDtlnote;
 using creo::ProDtlnotedata;
 using creo::ProError;

@@ -8,8 +8,8 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProNote.h"
-#include "engine/compare.h"
-#include "engine/workbook.h"
+#include "language/compare.h"
+#include "language/workbook.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -18,7 +18,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProDtlnote;
 using creo::ProDtlnotedata;
 using creo::ProDtlnoteline;

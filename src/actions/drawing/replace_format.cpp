@@ -10,7 +10,7 @@
 #include "creo/ProDrawingFormat.h"
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -18,7 +18,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProDwgtable;
 using creo::ProMdl;
 

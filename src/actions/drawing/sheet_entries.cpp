@@ -4,14 +4,14 @@
 #include <cmath>
 
 #include "core/log.h"
-#include "engine/compare.h"
-#include "engine/read_number.h"
+#include "language/compare.h"
+#include "language/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 
-using namespace engine;
+using namespace language;
 
 namespace {
 

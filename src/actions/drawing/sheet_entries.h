@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "creo/ProDrawing.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
@@ -26,13 +26,13 @@ struct SheetNumbers {
 };
 // The entries that have one of the attributes, ascending; those whose sheet can't be told get an error line and are
 // left out. Of `sheet_N` absent, empty and -1 are all sheets.
-std::vector<SheetEntry> sheetEntries(const engine::Task& task, std::initializer_list<std::wstring_view> stems,
+std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std::wstring_view> stems,
                                      SheetNumbers sheets = {});
 
 // adding tells more in the log, and takes an entry without `fn_N` for none.
 enum class SheetWork { adding, finding };
 // Whether the entry is for that sheet of the task's drawing.
-bool isForSheet(const engine::Task& task, const SheetEntry& entry, int sheet, SheetWork work);
+bool isForSheet(const Task& task, const SheetEntry& entry, int sheet, SheetWork work);
 
 // A sheet with the matrix that leads from the drawing's coordinates, in which Creo keeps places, to the sheet's own, in
 // which users read them.
@@ -53,7 +53,7 @@ bool isNear(const creo::ProPoint& a, const creo::ProPoint& b);
 // The attributes `xstem` and `ystem` with the entry's number. Nothing, with an error line, where one is no number: of
 // finding, where it isn't one as a whole, as it chooses what is deleted or moved. Absent or empty it is what an absent
 // one counts as, where there is such a value.
-std::optional<creo::ProPoint> placeOf(const engine::Task& task, const SheetEntry& entry, std::wstring_view xStem,
+std::optional<creo::ProPoint> placeOf(const Task& task, const SheetEntry& entry, std::wstring_view xStem,
                                       std::wstring_view yStem, SheetWork work, std::optional<double> absent = {});
 
 }  // namespace actions

@@ -5,7 +5,7 @@
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProDrawingSheet.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -13,7 +13,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // "1:2", or a number.
 std::optional<double> scaleIn(std::wstring_view text) {

@@ -7,14 +7,14 @@
 #include "creo/ProDtlsym.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProDtlsymdef;
 using creo::ProDtlsymgroup;
 using creo::ProDtlsyminst;

@@ -1,13 +1,13 @@
 #include "actions/drawing/table_finder.h"
 
 #include "actions/drawing/details.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 
-using namespace engine;
+using namespace language;
 using creo::ProDwgtable;
 
 namespace {

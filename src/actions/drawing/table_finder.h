@@ -19,7 +19,7 @@ PlacedSegment placedSegment(const creo::ProDwgtable& table);
 // `textr_N`), or by either. Made for one sheet, whose coordinates the place is in.
 class TableFinder {
  public:
-  TableFinder(const engine::Task& task, const SheetEntry& entry, const SheetFrame& frame);
+  TableFinder(const Task& task, const SheetEntry& entry, const SheetFrame& frame);
   // Looks for nothing: no table can be found.
   [[nodiscard]] bool isIdle() const { return !place_ && text_.empty(); }
   [[nodiscard]] bool finds(const creo::ProDwgtable& table, const PlacedSegment& segment) const;

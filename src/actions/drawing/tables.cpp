@@ -9,7 +9,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProDwgtable;
 using creo::ProMdl;
 

@@ -4,13 +4,12 @@
 #include "actions/environment/number_format.h"
 #include "actions/families.h"
 #include "core/log.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 struct MeasureRow {
   const wchar_t* attribute;

@@ -7,13 +7,12 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProUtil.h"
-#include "engine/saved_options.h"
-#include "engine/task.h"
+#include "actions/saved_options.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 
-using namespace engine;
 
 void tellUnset(std::wstring_view option) {
   core::logWrite(text::format(core::msgText(Message::optionNotSet), option), core::kError);

@@ -3,12 +3,11 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMessage.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 constexpr std::size_t kMessageRead = 520;   // room of the message before it is cut
 constexpr std::size_t kMessageShown = 255;  // characters that the message area takes

@@ -3,13 +3,12 @@
 #include "core/log.h"
 #include "creo/ProMacro.h"
 #include "creo/guards.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "os/paths.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // Creo may ask before it takes the options over; waiting steps answer its dialog.
 constexpr const wchar_t* kAnswer =

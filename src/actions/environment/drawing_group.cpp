@@ -8,7 +8,6 @@
 
 namespace actions {
 
-using namespace engine;
 
 namespace {
 

@@ -4,20 +4,20 @@
 
 #include <string_view>
 
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
-void runOnInstances(const engine::Task& task);       // instance_group.cpp
-void runOnNewDrawing(const engine::Task& task);      // drawing_group.cpp
-void runOnDependencies(const engine::Task& task);    // dependency_group.cpp
-void runOnOtherModel(const engine::Task& task);      // model_group.cpp
-void runOnRepresentation(const engine::Task& task);  // rep_group.cpp
+void runOnInstances(const Task& task);       // instance_group.cpp
+void runOnNewDrawing(const Task& task);      // drawing_group.cpp
+void runOnDependencies(const Task& task);    // dependency_group.cpp
+void runOnOtherModel(const Task& task);      // model_group.cpp
+void runOnRepresentation(const Task& task);  // rep_group.cpp
 // Once on each sheet of a drawing, with the model current that the sheet shows. Nothing on another model.
-void runEachSheet(const engine::Task& task);  // sheet_group.cpp
+void runEachSheet(const Task& task);  // sheet_group.cpp
 
 // Runs the group's tasks on a model that is displayed for them. extension: as the tasks are told it.
-void runTasksOn(const engine::Task& task, creo::ProMdl model, std::wstring_view name, std::wstring_view extension);
+void runTasksOn(const Task& task, creo::ProMdl model, std::wstring_view name, std::wstring_view extension);
 // ".PRT" for a part, ".ASM" for an assembly; empty for anything else.
 std::wstring_view solidExtension(creo::ProMdl model);
 // Does the run or a group work on the model? Then it isn't to be taken out of memory.

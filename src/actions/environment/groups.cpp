@@ -7,10 +7,10 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
-#include "engine/read_number.h"
-#include "engine/run.h"
-#include "engine/task.h"
-#include "engine/under_work.h"
+#include "language/read_number.h"
+#include "run/run.h"
+#include "actions/task.h"
+#include "actions/under_work.h"
 #include "os/interrupt.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -18,7 +18,8 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
+using namespace run;
 
 // Groups nested deeper are refused: each level takes its share of the stack, and a list may come from anywhere.
 constexpr int kDeepestGroup = 64;
@@ -190,7 +191,7 @@ std::wstring_view solidExtension(creo::ProMdl model) {
 }
 
 bool isUnderWork(creo::ProMdl model) {
-  const auto& models = engine::modelsUnderWork();
+  const auto& models = modelsUnderWork();
   return std::find(models.begin(), models.end(), model) != models.end();
 }
 

@@ -5,15 +5,15 @@
 #include "creo/ProDrawingView.h"
 #include "creo/ProFeature.h"
 #include "creo/ProSolid.h"
-#include "engine/compare.h"
-#include "engine/task.h"
+#include "language/compare.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 // wantedType: of the features that are looked for by their type.
 bool isWanted(const Task& task, int wantedType, const creo::ProFeature& feature, std::wstring_view name) {

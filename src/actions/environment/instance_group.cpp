@@ -6,12 +6,11 @@
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
-#include "engine/under_work.h"
+#include "actions/under_work.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // A part inside a part inside a part: deeper nesting is refused, each level takes its share of the stack.
 constexpr int kDeepestTable = 200;

@@ -9,8 +9,8 @@
 namespace actions {
 
 using core::Message;
-using engine::Replaced;
-using engine::Task;
+using language::Replaced;
+using Task;
 
 namespace {
 
@@ -39,7 +39,7 @@ void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view coun
   const int number = text::parseInt(task.attribute(count));
   std::wstring macro;
   for (const Task::Numbered& line : task.numberedAll(lines, number)) {
-    const Replaced replaced = engine::replaceVariables(line.value, model, kLineSize);
+    const Replaced replaced = language::replaceVariables(line.value, model, kLineSize);
     // Without one of its lines it would be another macro.
     if (!replaced.hasText())
       return core::logWrite(text::format(L"The mapkey isn't run: its line %d can't be used", line.number),

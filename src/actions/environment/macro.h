@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
@@ -14,7 +14,7 @@ void runMacro(const std::wstring& macro, std::wstring_view loadFailure, std::wst
 void runMacro(const std::wstring& macro, std::wstring_view runFailure);
 // The same for one that the task holds line by line: attributes `lines` with numbers from 0, as many as `count` says;
 // each may hold variables, of the model. Nothing happens without that attribute.
-void runMapkeyMacro(const engine::Task& task, creo::ProMdl model, std::wstring_view count = L"mapkeyc",
+void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view count = L"mapkeyc",
                     std::wstring_view lines = L"mapkey");
 
 }  // namespace actions

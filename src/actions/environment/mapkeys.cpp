@@ -8,13 +8,12 @@
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "documents/predicates.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 constexpr int kDeepestTable = 200;  // family tables nested deeper aren't worked
 

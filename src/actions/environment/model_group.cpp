@@ -14,7 +14,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // What the ending of a name says about the file.
 struct Ending {

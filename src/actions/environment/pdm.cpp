@@ -2,13 +2,12 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "documents/server_workspace.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // What came of a request: a line where it went well, the server's reasons where something hinders it.
 void tell(creo::ProError result, const std::wstring& conflicts, std::wstring_view success, std::wstring_view failure) {

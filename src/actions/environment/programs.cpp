@@ -2,8 +2,8 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProUtil.h"
-#include "engine/read_number.h"
-#include "engine/task.h"
+#include "language/read_number.h"
+#include "actions/task.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -12,7 +12,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr std::size_t kCommandSize = 2600;
 

@@ -5,13 +5,12 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProFileChoose.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/units.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // What the dialogs for files take, in UTF-16 units.
 constexpr std::size_t kMostFilter = 80, kMostTitle = 31, kMostProposal = 180;

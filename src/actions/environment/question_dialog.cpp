@@ -15,7 +15,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using namespace question;
 
 constexpr const char* kResource = "kvaneUserVariable";

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "actions/environment/question.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
 // Blocks until the user has pressed OK, which sets the variable, or closed it. Failures are logged.
-void askByDialog(const engine::Task& task, QuestionKind kind);
+void askByDialog(const Task& task, QuestionKind kind);
 // An attribute through the template engine; as it stands where that fails.
-std::wstring replacedOrBare(const engine::Task& task, std::wstring_view attribute);
+std::wstring replacedOrBare(const Task& task, std::wstring_view attribute);
 
 }  // namespace actions

@@ -8,7 +8,6 @@
 
 namespace actions {
 
-using namespace engine;
 
 void runOnRepresentation(const Task& task) {
   const Replaced rep = task.text(L"simprepname");

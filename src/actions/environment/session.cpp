@@ -4,13 +4,12 @@
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProServer.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // Lists that were written for another program hold it.
 Outcome clearAllWindows(const Task&) {

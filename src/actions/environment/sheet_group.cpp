@@ -14,7 +14,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // A table that is gone when the object goes: it is there to be asked what its cell shows.
 class HelperTable {

@@ -9,7 +9,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProSession.h"
 #include "creo/ProWindow.h"
-#include "engine/under_work.h"
+#include "actions/under_work.h"
 
 namespace actions {
 namespace {
@@ -44,7 +44,7 @@ std::optional<ProMdl> wouldGo(std::vector<ProMdl> shown) {
   std::unordered_set<std::uint64_t> stay;
   const auto stays = [&](ProMdl model) { return stay.contains(model.value); };
   std::vector<ProMdl> open;
-  for (const ProMdl model : engine::modelsUnderWork())
+  for (const ProMdl model : modelsUnderWork())
     if (isThere(model)) open.push_back(model);
   for (const ProMdl model : shown) stay.insert(model.value);
   std::erase_if(open, stays);
@@ -66,7 +66,7 @@ creo::Got<int> windowFor(ProMdl model) {
 }
 
 ProMdl innermost() {
-  const auto& models = engine::modelsUnderWork();
+  const auto& models = modelsUnderWork();
   const auto last = std::find_if(models.rbegin(), models.rend(), &isThere);
   return last == models.rend() ? ProMdl{} : *last;
 }

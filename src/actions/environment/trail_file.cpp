@@ -2,7 +2,7 @@
 #include "actions/environment/macro.h"
 #include "actions/families.h"
 #include "core/log.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/pieces.h"
@@ -10,7 +10,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 constexpr std::size_t kPathSize = 520;
 // Creo plays a trail file by its own dialog alone.

@@ -4,14 +4,14 @@
 
 #include "actions/families.h"
 #include "core/log.h"
-#include "engine/read_number.h"
-#include "engine/task.h"
+#include "language/read_number.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 // The variable as a number plus the step; a new one starts at 0. Beyond the range: the nearest end.
 std::wstring countedUp(std::wstring_view name, std::wstring_view step) {

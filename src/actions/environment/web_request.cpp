@@ -5,14 +5,13 @@
 #include "core/log.h"
 #include "core/log_silence.h"
 #include "core/web_settings.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 constexpr std::size_t kPostSize = 5'242'880;                   // wide characters
 constexpr std::size_t kCredentialsSize = 2 * text::kTextSize;  // user name and password

@@ -2,12 +2,11 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProUtil.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // Unlike other actions it leaves its change standing: later actions and the user work in the new folder.
 Outcome setWorkingDirectory(const Task& task) {

@@ -4,7 +4,6 @@
 
 namespace actions {
 
-using namespace engine;
 using creo::ProOutputAssemblyConfiguration;
 
 namespace {

@@ -13,6 +13,6 @@ struct BrepForm {
   core::Message failure;      // where the file can't be written
 };
 // From the target on: whether the format can hold what is asked for, the file.
-engine::Outcome exportBrep(const engine::Task& task, const BrepForm& form);
+Outcome exportBrep(const Task& task, const BrepForm& form);
 
 }  // namespace actions

@@ -11,7 +11,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::Pro2dSheets;
 using creo::ProError;
 

@@ -1,14 +1,14 @@
 // Parts and assemblies as STEP and IGES.
 #include "actions/exports/brep_export.h"
 #include "actions/families.h"
-#include "engine/output_file.h"
-#include "engine/variables.h"
+#include "actions/output_file.h"
+#include "language/variables.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 // Without the extension that Creo appends.
 std::wstring withoutStepExtension(std::wstring path) {

@@ -3,14 +3,13 @@
 #include <algorithm>
 
 #include "core/log.h"
-#include "engine/output_file.h"
+#include "actions/output_file.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 
-using namespace engine;
 
 namespace {
 

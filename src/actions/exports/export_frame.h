@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "creo/guards.h"
-#include "engine/action.h"
-#include "engine/task.h"
+#include "actions/action.h"
+#include "actions/task.h"
 
 namespace actions {
 
@@ -21,14 +21,14 @@ struct ExportForm {
 
 // The target's whole path, with "/" between folders, from `folder` or `folderFromModel` and the name's attribute.
 // Nothing, with an error line: the name is missing or can't be put together.
-std::optional<std::wstring> namedTarget(const engine::Task& task, const ExportForm& form);
+std::optional<std::wstring> namedTarget(const Task& task, const ExportForm& form);
 // The same; nothing, with a warning, also where the file is there already and mayn't be replaced.
-std::optional<std::wstring> exportTarget(const engine::Task& task, const ExportForm& form);
+std::optional<std::wstring> exportTarget(const Task& task, const ExportForm& form);
 // False, with its warning, where the file is there already and `overwriteExisting` isn't "true".
-bool mayWrite(const engine::Task& task, const std::wstring& path);
+bool mayWrite(const Task& task, const std::wstring& path);
 // That the export is complete, a level in, or the failure's message as an error. The task's outcome, which is the same
 // for both.
-engine::Outcome endExport(creo::ProError result, core::Message failure);
+Outcome endExport(creo::ProError result, core::Message failure);
 
 // Small surfaces are exported as long as it lives.
 class SmallSurfacesGuard {
@@ -41,24 +41,24 @@ class SmallSurfacesGuard {
 
 // ---- what rows have in common
 
-constexpr engine::Attribute targetFile(std::string_view about, std::wstring_view name = L"file") {
-  return {.name = name, .variables = true, .need = engine::Need::needed, .about = about};
+constexpr core::Attribute targetFile(std::string_view about, std::wstring_view name = L"file") {
+  return {.name = name, .variables = true, .need = core::Need::needed, .about = about};
 }
-constexpr engine::Attribute kTargetFolder{
+constexpr core::Attribute kTargetFolder{
     .name = L"folder",
-    .kind = engine::Kind::written,
+    .kind = core::Kind::written,
     .variables = true,
     .about = "the target's folder; one that isn't whole, or is empty, counts from the working folder"};
-constexpr engine::Attribute kFolderFromModel{.name = L"folderFromModel",
-                                             .kind = engine::Kind::flag,
+constexpr core::Attribute kFolderFromModel{.name = L"folderFromModel",
+                                             .kind = core::Kind::flag,
                                              .words = L"true",
                                              .about = "the target's folder is the model's; folder isn't read"};
-constexpr engine::Attribute kOverwriteExisting{
+constexpr core::Attribute kOverwriteExisting{
     .name = L"overwriteExisting",
-    .kind = engine::Kind::flag,
+    .kind = core::Kind::flag,
     .words = L"true",
     .about = "a file that is there is replaced; else it stays, with a warning"};
-constexpr engine::Attribute kTarget[] = {targetFile("the file's name"), kTargetFolder, kFolderFromModel,
+constexpr core::Attribute kTarget[] = {targetFile("the file's name"), kTargetFolder, kFolderFromModel,
                                          kOverwriteExisting};
 
 }  // namespace actions

@@ -5,14 +5,14 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProPDF.h"
-#include "engine/read_number.h"
+#include "language/read_number.h"
 #include "os/processes.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProError;
 using creo::ProPDFproperty;
 

@@ -7,14 +7,14 @@
 #include "creo/ProMdl.h"
 #include "creo/ProPrint.h"
 #include "creo/ProRaster.h"
-#include "engine/read_number.h"
+#include "language/read_number.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr int kDotsPerInch = 600;
 constexpr std::wstring_view kTiff = L".tiff", kNameAttribute = L"exportname";

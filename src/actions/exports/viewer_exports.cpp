@@ -7,7 +7,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProProductviewFormat;
 
 // The format is no longer written; lists that still ask for it are told so.

@@ -6,13 +6,13 @@
 #include "core/messages.h"
 #include "creo/ProMaterial.h"
 #include "documents/predicates.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr int kMostNames = 100;
 

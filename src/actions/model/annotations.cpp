@@ -15,7 +15,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // ---- a note at a coordinate system
 

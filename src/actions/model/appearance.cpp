@@ -13,7 +13,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 constexpr std::wstring_view kRgbVersion = L"5";
 constexpr std::wstring_view kFailed = L"The color can't be set";

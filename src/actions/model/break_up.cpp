@@ -11,7 +11,7 @@
 #include "creo/ProMdlCopy.h"
 #include "creo/ProServer.h"
 #include "creo/ProUtil.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -19,7 +19,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using namespace creo;
 
 // Numbers in a row that other models may have taken.

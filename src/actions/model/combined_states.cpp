@@ -11,7 +11,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProItemType;
 using creo::ProModelitem;
 using References = std::vector<creo::ProCombstateReference>;

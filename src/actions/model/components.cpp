@@ -9,8 +9,8 @@
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
-#include "engine/read_number.h"
-#include "engine/task.h"
+#include "language/read_number.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/units.h"
@@ -18,7 +18,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 // work: (component, name). False, with an error line: the components can't be gone through.
 template <class Work>

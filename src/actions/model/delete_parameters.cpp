@@ -11,8 +11,8 @@
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
-#include "engine/compare.h"
-#include "engine/task.h"
+#include "language/compare.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -20,7 +20,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using namespace creo;
 
 constexpr int kMostEntries = 100;

@@ -16,7 +16,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProElement;
 using creo::ProError;
 using creo::ProFeature;

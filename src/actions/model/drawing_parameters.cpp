@@ -15,7 +15,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProMdl;
 using creo::ProMdlType;
 using creo::ProParamvalueType;

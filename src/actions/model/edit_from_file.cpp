@@ -10,9 +10,9 @@
 #include "core/messages.h"
 #include "creo/ProDimension.h"
 #include "creo/ProDrawing.h"
-#include "engine/compare.h"
-#include "engine/read_number.h"
-#include "engine/workbook.h"
+#include "language/compare.h"
+#include "language/read_number.h"
+#include "language/workbook.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -20,7 +20,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr std::size_t kExpressionSize = 81;
 constexpr std::wstring_view kModelName = L"model name", kParameterName = L"parameter name",

@@ -3,14 +3,14 @@
 #include "actions/model/parameter_edit.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
-#include "engine/table_location.h"
+#include "language/table_location.h"
 #include "text/numbers.h"
 #include "text/units.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr std::size_t kLineSize = 81;  // what an edit takes as a value, its closing zero included
 

@@ -7,13 +7,13 @@
 #include "core/messages.h"
 #include "creo/ProMaterial.h"
 #include "creo/ProModelitem.h"
-#include "engine/workbook.h"
+#include "language/workbook.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 

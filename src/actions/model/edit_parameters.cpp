@@ -13,7 +13,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProModelitem;
 
 constexpr int kMostNameVisits = 12;

@@ -15,7 +15,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProFeature;
 using creo::ProMdl;
 using creo::ProSimprepAction;

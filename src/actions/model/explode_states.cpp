@@ -8,7 +8,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 Outcome setCompDisplay(const Task& task) {
   const auto hit = firstState(task.model(), &creo::ProSolidCompdisplayVisit, nameIn(task, L"statename"));

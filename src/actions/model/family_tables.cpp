@@ -11,8 +11,8 @@
 #include "creo/ProMdl.h"
 #include "creo/ProPart.h"
 #include "creo/ProSolid.h"
-#include "engine/compare.h"
-#include "engine/task.h"
+#include "language/compare.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -22,7 +22,7 @@ using namespace creo;
 
 namespace {
 
-using namespace engine;
+using namespace language;
 
 std::wstring fileLabel(const std::wstring& name, ProMdlType type) { return name + L'.' + typeExtension(type); }
 

@@ -4,7 +4,7 @@
 
 #include "core/feature_codes.h"
 #include "core/log.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 class FeatureChoice {
  public:
-  explicit FeatureChoice(const engine::Task& task)
+  explicit FeatureChoice(const Task& task)
       : how_(task.attribute(L"feat")),
         type_(how_ == L"1" ? core::featureTypeOf(L"feattype", task.attribute(L"feattype")) : 0),
         id_(text::wholeInt(task.attribute(L"featid"))),
@@ -25,7 +25,7 @@ class FeatureChoice {
   [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
     if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
     if (how_ == L"2") return feature.id == id_;
-    if (how_ == L"4") return engine::wildcardCompare(name_, name) == 1;
+    if (how_ == L"4") return language::wildcardCompare(name_, name) == 1;
     return how_ == L"3";
   }
   [[nodiscard]] bool endsAtFirst() const { return how_ == L"2" || how_ == L"4"; }
@@ -39,7 +39,7 @@ class FeatureChoice {
 
 }  // namespace
 
-int visitChosenFeatures(const engine::Task& task,
+int visitChosenFeatures(const Task& task,
                         const std::function<void(const creo::ProFeature&, const std::wstring&)>& work) {
   const FeatureChoice choice(task);
   int count = 0;

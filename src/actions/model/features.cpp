@@ -18,7 +18,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // ---- names
 

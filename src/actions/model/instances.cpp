@@ -9,7 +9,7 @@ namespace actions {
 
 using core::Message;
 
-bool announceFamily(const engine::Task& task) {
+bool announceFamily(const Task& task) {
   if (documents::isInstance(task.model()) == documents::kTrue) core::logMsgId(Message::isInstance, core::kNormal, 1);
   const bool generic = (task.extensionIs(L"PRT") || task.extensionIs(L"ASM")) && task.isTrue(L"forInstances") &&
                        documents::isGeneric(task.model()) == documents::kTrue;

@@ -2,17 +2,17 @@
 #pragma once
 
 #include "creo/ProFamtable.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
 // Names instances and generics in the log. Is the model a part or an assembly with a family table, and `forInstances`
 // "true"?
-bool announceFamily(const engine::Task& task);
+bool announceFamily(const Task& task);
 // The attribute, where nothing but the log depends on "true".
-constexpr engine::Attribute kInstancesToo[] = {
+constexpr core::Attribute kInstancesToo[] = {
     {.name = L"forInstances",
-     .kind = engine::Kind::flag,
+     .kind = core::Kind::flag,
      .words = L"false",
      .about = "false: instances are left alone"},
 };

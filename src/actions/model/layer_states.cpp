@@ -1,13 +1,13 @@
 // Actions on layer states: which layers show, under a name.
 #include "actions/families.h"
 #include "actions/model/layers.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProLayerstate;
 
 // A word that is no status leaves the layer as it shows now.

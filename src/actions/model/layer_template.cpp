@@ -13,7 +13,7 @@
 #include "creo/ProMdlBackup.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/format.h"
@@ -23,7 +23,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProMdl;
 using creo::ProMdlType;
 

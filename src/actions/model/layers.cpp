@@ -9,14 +9,14 @@
 #include "actions/families.h"
 #include "core/messages.h"
 #include "creo/ProUtil.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 
-using namespace engine;
+using namespace language;
 using creo::ProError;
 using creo::ProItemType;
 using creo::ProLayer;
@@ -111,7 +111,7 @@ class Deletion {
   explicit Deletion(const Task& task) : task_(task) {
     const std::wstring_view copyTo = task.attribute(L"copyTo");
     if (copyTo.empty()) return;
-    const engine::GivenUp givenUp;
+    const language::GivenUp givenUp;
     eachLayer(task.model(), copyTo, [&](const NamedLayer& target) {
       targetIds_.insert(target.layer.id);
       targets_.push_back(target);

@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "creo/ProLayer.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
 constexpr int kMostLayerNames = 100;  // of a numbered list
 
 // An instance is refused, since layers are its generic's.
-constexpr engine::Conditions kOnLayers = {engine::kFilter, engine::kModelThere, engine::kNotInstance};
+constexpr Conditions kOnLayers = {kFilter, kModelThere, kNotInstance};
 
 struct NamedLayer {
   creo::ProLayer layer;
@@ -26,7 +26,7 @@ void eachLayer(creo::ProMdl model, std::wstring_view pattern,
                creo::FunctionRef<creo::ProError(const NamedLayer&)> work);
 
 // A numbered attribute with its variables. Nothing, with an error line: it can't be used.
-std::optional<std::wstring> filledIn(const engine::Task& task, std::wstring_view value);
+std::optional<std::wstring> filledIn(const Task& task, std::wstring_view value);
 
 // "normal", "display", "blank"; nothing for any other word.
 std::optional<creo::ProLayerDisplay> layerStatus(std::wstring_view word);

@@ -9,7 +9,7 @@
 #include "creo/ProFamtable.h"
 #include "creo/ProTypes.h"
 #include "creo/guards.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
@@ -17,7 +17,7 @@ namespace actions {
 std::optional<creo::ProModelitem> currentMaterial(creo::ProMdl part, int level);
 
 // Of actions that change what materials a part holds: what is no part is refused.
-constexpr engine::Condition kOnlyParts{.test = engine::Test::part, .line = L"Only parts have materials"};
+constexpr Condition kOnlyParts{.test = Test::part, .line = L"Only parts have materials"};
 
 // "d:\materials\" and "STEEL.mtl", "STEEL" of a path. file has the ending only where the path has one.
 struct MaterialPath {

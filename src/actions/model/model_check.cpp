@@ -6,13 +6,12 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelCheck.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 bool isSavedAfterwards(const Task& task) {
   if (!task.isTrue(L"save")) return false;

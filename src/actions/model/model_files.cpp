@@ -10,9 +10,9 @@
 #include "creo/ProMdlBackup.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
-#include "engine/output_file.h"
-#include "engine/run.h"
-#include "engine/task.h"
+#include "actions/output_file.h"
+#include "run/run.h"
+#include "actions/task.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -22,7 +22,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace run;
 
 // "GEAR.PRT"
 std::wstring label(creo::ProMdl model) {

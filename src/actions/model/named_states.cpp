@@ -6,10 +6,10 @@
 
 namespace actions {
 
-using engine::Task;
+using Task;
 
 std::wstring replacedText(const Task& task, std::wstring_view text, std::size_t size) {
-  engine::Replaced replaced = engine::replaceVariables(text, task.model(), size);
+  language::Replaced replaced = language::replaceVariables(text, task.model(), size);
   return replaced.hasText() ? std::move(replaced.text) : std::wstring();
 }
 

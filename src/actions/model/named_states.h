@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "creo/ProState.h"
-#include "engine/action.h"
-#include "engine/compare.h"
-#include "engine/task.h"
+#include "actions/action.h"
+#include "language/compare.h"
+#include "actions/task.h"
 
 namespace actions {
 
@@ -17,15 +17,15 @@ constexpr int kMostNames = 100;  // of a list "name_0", "name_1", ...
 
 // A text of the list through the variables; empty where it is absent or can't be put together, which the log tells
 // then.
-std::wstring replacedText(const engine::Task& task, std::wstring_view text, std::size_t size = text::kTextSize);
-inline std::wstring nameIn(const engine::Task& task, std::wstring_view attribute, std::size_t size = text::kTextSize) {
+std::wstring replacedText(const Task& task, std::wstring_view text, std::size_t size = text::kTextSize);
+inline std::wstring nameIn(const Task& task, std::wstring_view attribute, std::size_t size = text::kTextSize) {
   return replacedText(task, task.attribute(attribute), size);
 }
 // The texts of name_0 to name_99 that are there, in this order.
-std::vector<std::wstring> namesIn(const engine::Task& task);
+std::vector<std::wstring> namesIn(const Task& task);
 
 inline bool fitsName(std::wstring_view pattern, std::wstring_view name) {
-  return engine::wildcardCompare(pattern, name) == 1;
+  return language::wildcardCompare(pattern, name) == 1;
 }
 bool fitsAny(const std::vector<std::wstring>& patterns, std::wstring_view name);
 
@@ -41,18 +41,18 @@ std::optional<NamedState> firstState(creo::ProMdl solid, StateVisit visit, std::
 
 // ---- what rows have in common
 
-constexpr engine::Attribute kStateName[] = {
+constexpr core::Attribute kStateName[] = {
     {.name = L"statename",
-     .kind = engine::Kind::pattern,
+     .kind = core::Kind::pattern,
      .variables = true,
-     .need = engine::Need::needed,
+     .need = core::Need::needed,
      .about = "its name; the first that fits is taken"},
 };
-constexpr engine::Attribute kStatesThatGo[] = {
+constexpr core::Attribute kStatesThatGo[] = {
     {.name = L"name_%d",
-     .kind = engine::Kind::pattern,
+     .kind = core::Kind::pattern,
      .variables = true,
-     .need = engine::Need::needed,
+     .need = core::Need::needed,
      .about = "names; all that fit go"},
 };
 

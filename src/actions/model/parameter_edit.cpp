@@ -5,8 +5,8 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
-#include "engine/compare.h"
-#include "engine/read_number.h"
+#include "language/compare.h"
+#include "language/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -31,16 +31,16 @@ struct NumberSearch {
   Message cantCast;
   std::wstring_view cantCompare;
 };
-constexpr NumberSearch kIntegers{engine::kIntegerPattern, Message::noInteger,
+constexpr NumberSearch kIntegers{language::kIntegerPattern, Message::noInteger,
                                  L"%s - Integer can't compared with not a number"};
-constexpr NumberSearch kDoubles{engine::kDoublePattern, Message::noDouble,
+constexpr NumberSearch kDoubles{language::kDoublePattern, Message::noDouble,
                                 L"%s - Double can't compared with not a number"};
 
 // number: what the whole text is. Those of a renaming are read as they are, those of an edit must look like one.
 template <class T>
 Fit numberFits(const ParameterEditContext& context, const NumberSearch& search, std::wstring_view wanted,
                std::optional<T> number, T value) {
-  if (number && (context.rename || engine::wildcardCompare(search.pattern, wanted) == 1)) return fits(*number == value);
+  if (number && (context.rename || language::wildcardCompare(search.pattern, wanted) == 1)) return fits(*number == value);
   if (context.rename)
     error(core::msgText(search.cantCast));
   else
@@ -58,7 +58,7 @@ Fit valueFits(const ParameterEditContext& context, std::wstring_view wanted, con
     case ProParamvalueType::boolean:
       return fits(namesTruth(wanted, value.value.boolean));
     case ProParamvalueType::string:
-      return fits(engine::wildcardCompare(wanted, value.value.string) == 1);
+      return fits(language::wildcardCompare(wanted, value.value.string) == 1);
     case ProParamvalueType::integer:
       return numberFits(context, kIntegers, wanted, text::wholeInt(wanted), value.value.integer);
     case ProParamvalueType::real:
@@ -77,13 +77,13 @@ Fit valueFits(const ParameterEditContext& context, std::wstring_view wanted, con
 std::optional<std::wstring> searchedName(ParameterEditContext& context, const ProParameter& parameter) {
   if (parameter.owner.type != ProItemType::model) return std::wstring(context.currentAction.attribute(L"name"));
   if (context.searched) return context.searched;
-  engine::Replaced name = engine::replaceVariables(context.currentAction.attribute(L"name"), parameter.owner.owner);
+  language::Replaced name = language::replaceVariables(context.currentAction.attribute(L"name"), parameter.owner.owner);
   if (name) context.searched = std::move(name.text);
   return context.searched;
 }
 
 void renameParameter(ParameterEditContext& context, const ProParameter& parameter) {
-  engine::Replaced name = context.currentAction.text(L"value", text::kNameSize);
+  language::Replaced name = context.currentAction.text(L"value", text::kNameSize);
   if (!name) return error(text::format(core::msgText(Message::replacementFaulty), parameter.id));
   context.workingName = std::move(name.text);
   convertParameter(context, parameter, nullptr);
@@ -120,12 +120,12 @@ std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_vie
     return std::nullopt;
   };
   if (type == ProParamvalueType::real) {
-    const auto number = engine::numberIn(text);
+    const auto number = language::numberIn(text);
     if (!number) return noNumber();
     return NewValue{text::shortest(*number), text::format(L"%f", *number), core::msgText(Message::doubleSetFailed)};
   }
   if (type == ProParamvalueType::integer) {
-    const auto number = engine::integerIn(text);
+    const auto number = language::integerIn(text);
     if (!number) return noNumber();
     const std::wstring shown = text::format(L"%d", *number);
     return NewValue{shown, shown, core::msgText(Message::integerSetFailed)};
@@ -139,12 +139,12 @@ std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_vie
 
 // A number with units loses them on its way into another one's text: what is written counts in the units of the model.
 // Those that aren't the same number there.
-std::vector<engine::NumberWithUnits> foreignNumbers(const ParameterEditContext& context, engine::Replaced& replaced,
+std::vector<language::NumberWithUnits> foreignNumbers(const ParameterEditContext& context, language::Replaced& replaced,
                                                     const ProParameter& target) {
-  std::vector<engine::NumberWithUnits> numbers = std::move(replaced.numbers);
+  std::vector<language::NumberWithUnits> numbers = std::move(replaced.numbers);
   if (context.override)
     numbers.insert(numbers.end(), context.override->numbers.begin(), context.override->numbers.end());
-  std::erase_if(numbers, [&](const engine::NumberWithUnits& one) {
+  std::erase_if(numbers, [&](const language::NumberWithUnits& one) {
     if (one.parameter.owner.owner != target.owner.owner) return false;
     const auto inModel = ProParameterValueGet(one.parameter);
     return inModel && inModel.value.real == one.value;
@@ -152,12 +152,12 @@ std::vector<engine::NumberWithUnits> foreignNumbers(const ParameterEditContext& 
   return numbers;
 }
 
-void warnOfUnits(const ProParameter& written, const std::vector<engine::NumberWithUnits>& numbers) {
+void warnOfUnits(const ProParameter& written, const std::vector<language::NumberWithUnits>& numbers) {
   if (numbers.empty()) return;
   const auto units = ProParameterUnitsGet(written);
   const auto value = ProParameterScaledvalueGet(written);
   if (!units || !value || value.value.type != ProParamvalueType::real) return;
-  for (const engine::NumberWithUnits& one : numbers) {
+  for (const language::NumberWithUnits& one : numbers) {
     if (one.units == units.value && one.value == value.value.real) continue;
     core::logWrite(
         text::format(L"'%s' is %s %s, and '%s' is %s %s now: what is written counts in the model's units", one.token,
@@ -174,8 +174,8 @@ bool isRestricted(const ProParameter& parameter) {
 void set(const ParameterEditContext& context, const ProParameter& parameter, const ProParamvalue& current) {
   const std::wstring_view expression =
       context.override ? std::wstring_view(context.override->value) : context.currentAction.attribute(L"value");
-  engine::Replaced replaced =
-      engine::replaceVariablesLine(expression, context.currentModel, exactTextOf(current), kExpressionSize);
+  language::Replaced replaced =
+      language::replaceVariablesLine(expression, context.currentModel, exactTextOf(current), kExpressionSize);
   if (!replaced) return error(text::format(core::msgText(Message::replacementFaulty), parameter.id));
   const auto wanted = newValue(parameter, replaced.text, current.type);
   if (!wanted) return;
@@ -223,7 +223,7 @@ ProError findAndEditParameter(ParameterEditContext& context, const ProParameter&
   const auto wanted = searchedName(context, parameter);
   if (!wanted) return ProNoError;
   if (search == L"1") {
-    if (engine::wildcardCompare(*wanted, parameter.id) != 1) return ProNoError;
+    if (language::wildcardCompare(*wanted, parameter.id) != 1) return ProNoError;
     core::logIndented(parameter.id, core::kNormal, 3);
     edit(context, parameter);
     ++context.editHits;
@@ -238,7 +238,7 @@ ProError findAndEditParameter(ParameterEditContext& context, const ProParameter&
   return fit == Fit::endVisit ? ProStopVisit : ProNoError;
 }
 
-void setParameterTo(const engine::Task& task, const ProParameter& parameter, ParameterOverride value) {
+void setParameterTo(const Task& task, const ProParameter& parameter, ParameterOverride value) {
   if (value.kind == ProParamvalueType::none) {
     const auto own = editedValue(parameter);
     if (!own) return error(L"Failure in ProParameterValueGet()");

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "creo/ProParameter.h"
-#include "engine/task.h"
-#include "engine/variables.h"
+#include "actions/task.h"
+#include "language/variables.h"
 #include "text/letters.h"
 
 namespace actions {
@@ -17,12 +17,12 @@ namespace actions {
 struct ParameterOverride {
   creo::ProParamvalueType kind = creo::ProParamvalueType::none;
   std::wstring value;
-  std::vector<engine::NumberWithUnits> numbers{};  // that stand in it
+  std::vector<language::NumberWithUnits> numbers{};  // that stand in it
 };
 
 // One action's work on parameters.
 struct ParameterEditContext {
-  const engine::Task& currentAction;
+  const Task& currentAction;
   creo::ProMdl currentModel;
   enum Pass { retype = 1, setValue = 2 } editPass = retype;
   int visitRepeats = 1;        // how often this pass visits the parameters; each conversion adds one
@@ -45,7 +45,7 @@ creo::ProError findAndEditParameter(ParameterEditContext& context, const creo::P
 void editParameterValue(ParameterEditContext& context, const creo::ProParameter& parameter);
 // Sets a parameter to a text that the caller has, as the value pass does: with variables, nothing of a driven one.
 // Its kind: a parameter of another one stays as it is; none: any kind will do.
-void setParameterTo(const engine::Task& task, const creo::ProParameter& parameter, ParameterOverride value);
+void setParameterTo(const Task& task, const creo::ProParameter& parameter, ParameterOverride value);
 // A model's own parameter of that name. ProNotFound.
 creo::Got<creo::ProParameter> parameterNamed(creo::ProMdl model, std::wstring_view name);
 // One visit of an owner's parameters. False: it ended early.

@@ -9,8 +9,8 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "creo/ProSolid.h"
-#include "engine/compare.h"
-#include "engine/read_number.h"
+#include "language/compare.h"
+#include "language/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -20,7 +20,7 @@ namespace {
 
 using namespace creo;
 using core::Message;
-using engine::Task;
+using Task;
 
 constexpr int kUsualCount = 100;
 constexpr std::size_t kUnitLength = 32;
@@ -34,7 +34,7 @@ class DimensionSymbols {
   std::optional<Message> holderOf(std::wstring_view name) {
     if (!isRead_) read();
     for (const Symbol& symbol : symbols_)
-      if (engine::wildcardCompare(name, symbol.text) == 1)
+      if (language::wildcardCompare(name, symbol.text) == 1)
         return symbol.reference ? Message::nameOfReferenceDimension : Message::nameOfDimension;
     return std::nullopt;
   }
@@ -110,8 +110,8 @@ void tellCut(const Task& task, int index, const ProParamvalue& value) {
   const std::wstring_view text = task.numbered(L"value_%d", index).value_or(L"");
   if (text::trimmed(text).empty()) return;
   if (value.type == ProParamvalueType::integer && text::wholeInt(text) != value.integer)
-    engine::tellCut(text, value.integer);
-  if (value.type == ProParamvalueType::real && text::wholeDouble(text) != value.real) engine::tellCut(text, value.real);
+    language::tellCut(text, value.integer);
+  if (value.type == ProParamvalueType::real && text::wholeDouble(text) != value.real) language::tellCut(text, value.real);
 }
 
 std::wstring_view unitOf(const Task& task, int index) { return task.numbered(L"unit_%d", index).value_or(L""); }
@@ -220,8 +220,8 @@ void addParametersFromAction(const Task& task, const ParameterTarget& target) {
   const std::wstring_view count = task.attribute(L"count");
   DimensionSymbols dimensions(target.model);
   for (const int index : task.numbers(L"name_", count.empty() ? kUsualCount : text::parseInt(count))) {
-    const engine::Replaced name =
-        engine::replaceVariables(task.numbered(L"name_%d", index).value_or(L""), task.model());
+    const language::Replaced name =
+        language::replaceVariables(task.numbered(L"name_%d", index).value_or(L""), task.model());
     if (!name.hasText()) continue;
     core::logIndented(text::format(L"%s:%s", core::msgText(Message::tryToCreateParameter), name.text), core::kNormal,
                       target.logDepth);

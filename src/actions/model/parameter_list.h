@@ -2,7 +2,7 @@
 #pragma once
 
 #include "creo/ProTypes.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
@@ -14,6 +14,6 @@ struct ParameterTarget {
 };
 // Creates each parameter of the list. One that is there keeps its value; the switches `descr` and `desig` change its
 // description and designation. A name that a dimension has ends the list.
-void addParametersFromAction(const engine::Task& task, const ParameterTarget& target);
+void addParametersFromAction(const Task& task, const ParameterTarget& target);
 
 }  // namespace actions

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "engine/compare.h"
-#include "engine/read_number.h"
+#include "language/compare.h"
+#include "language/read_number.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -67,15 +67,15 @@ std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& val
   made.type = type;
   const std::wstring text = exactTextOf(value);
   if (type == ProParamvalueType::real) {
-    const auto number = engine::numberOrZero(text);
+    const auto number = language::numberOrZero(text);
     if (!number) return std::nullopt;
     made.real = *number;
   } else if (type == ProParamvalueType::integer) {
     // "%f", as an integer would take the 7 of 7.85e-09.
     const auto read = text::readInt(textOf(value));
     if (read.fault == text::NumberFault::outOfRange) return std::nullopt;
-    made.integer = value.type == ProParamvalueType::real ? read.value : engine::integerOrZero(text);
-    if (value.type == ProParamvalueType::real && value.real != made.integer) engine::tellCut(text, made.integer);
+    made.integer = value.type == ProParamvalueType::real ? read.value : language::integerOrZero(text);
+    if (value.type == ProParamvalueType::real && value.real != made.integer) language::tellCut(text, made.integer);
   } else {
     made.boolean = std::find(std::begin(kTrue), std::end(kTrue), text) != std::end(kTrue);
     made.string = text;
@@ -88,7 +88,7 @@ Message noNumberMessage(ProParamvalueType type) {
 }
 
 bool namesTruth(std::wstring_view entry, bool state) {
-  const auto fits = [entry](std::wstring_view word) { return engine::wildcardCompare(entry, word) == 1; };
+  const auto fits = [entry](std::wstring_view word) { return language::wildcardCompare(entry, word) == 1; };
   return state ? fits(L"true") || fits(L"yes") || entry == L"1" : fits(L"false") || fits(L"no") || entry == L"0";
 }
 

@@ -11,14 +11,13 @@
 #include "creo/ProMacro.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 

@@ -9,8 +9,8 @@
 #include "core/state.h"
 #include "creo/ProProgram.h"
 #include "creo/guards.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
 #include "os/files.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
@@ -22,7 +22,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr std::wstring_view kWritten = L"proProgram.txt", kChanged = L"proProgramChanged.txt";
 constexpr std::size_t kMostDelline = 1000, kMostPattern = 260;

@@ -9,7 +9,7 @@
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
-#include "engine/task.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -17,7 +17,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // A model that needs yet another pass after so many never settles.
 constexpr int kMostPasses = 4;

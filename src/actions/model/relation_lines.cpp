@@ -5,15 +5,15 @@
 #include "actions/model/relation_set.h"
 #include "core/log.h"
 #include "core/messages.h"
-#include "engine/compare.h"
-#include "engine/comparison_watch.h"
+#include "language/compare.h"
+#include "language/comparison_watch.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 

@@ -9,7 +9,7 @@
 namespace actions {
 
 using core::Message;
-using engine::Task;
+using Task;
 
 namespace {
 
@@ -97,7 +97,7 @@ std::optional<RelationLines> newLines(const Task& task, std::wstring_view key, i
   for (const Task::Numbered& one : task.numberedAll(key, count)) {
     const bool isLast = one.number == count - 1;
     if (one.value.empty() && (isLast || (one.number == 0 && count == 1))) continue;
-    const auto replaced = engine::replaceVariables(one.value, task.model());
+    const auto replaced = language::replaceVariables(one.value, task.model());
     if (!replaced.hasText()) {
       core::logWrite(text::format(L"The line '%s%d' can't be built, no relation lines are added", key, one.number),
                      core::kError);

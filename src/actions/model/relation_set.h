@@ -6,19 +6,19 @@
 #include <vector>
 
 #include "creo/ProRelset.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 
 using RelationLines = std::vector<std::wstring>;
 
 // Of actions on relations and programs: an instance is refused.
-constexpr engine::Conditions kOnRelations = {engine::kFilter, engine::kNotInstance};
+constexpr Conditions kOnRelations = {kFilter, kNotInstance};
 
 // A model's relations, or those behind its regeneration.
 class RelationSet {
  public:
-  RelationSet(const engine::Task& task, bool post);
+  RelationSet(const Task& task, bool post);
   // False: the model has no such set. make(): gives it an empty one; false, with an error line: it can't.
   [[nodiscard]] bool isThere() const { return static_cast<bool>(set_); }
   bool make();
@@ -39,7 +39,7 @@ class RelationSet {
   [[nodiscard]] bool tellLost() const;
   [[nodiscard]] creo::ProError tried(const RelationLines& lines) const;
 
-  const engine::Task& task_;
+  const Task& task_;
   bool post_, ignoresFailure_;
   creo::Got<creo::ProModelitem> owner_;
   creo::Got<creo::ProRelset> set_;
@@ -50,7 +50,7 @@ bool isContinued(std::wstring_view line);
 
 // Adds the lines `key`0, `key`1, ... (`key`c of them) and writes them safely. place: the line before which they come;
 // nothing: at the start, or at the end where `onEnd` is "true".
-void addRelationLines(const engine::Task& task, RelationSet& set, std::wstring_view key,
+void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key,
                       std::optional<std::size_t> place);
 
 }  // namespace actions

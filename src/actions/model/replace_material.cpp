@@ -7,14 +7,14 @@
 #include "core/messages.h"
 #include "creo/ProFiles.h"
 #include "creo/ProMaterial.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr int kMostPairs = 100;
 

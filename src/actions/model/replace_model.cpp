@@ -4,15 +4,15 @@
 #include "core/log.h"
 #include "creo/ProReplace.h"
 #include "creo/guards.h"
-#include "engine/compare.h"
-#include "engine/task.h"
+#include "language/compare.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 std::wstring label(const creo::ProDependency& model) { return model.name + L'.' + model.typeText; }
 

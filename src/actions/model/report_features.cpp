@@ -6,9 +6,9 @@
 #include "core/log.h"
 #include "creo/ProFeature.h"
 #include "creo/ProModelitem.h"
-#include "engine/compare.h"
-#include "engine/output_file.h"
-#include "engine/task.h"
+#include "language/compare.h"
+#include "actions/output_file.h"
+#include "actions/task.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -18,7 +18,7 @@
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 using creo::ProModelitem;
 using creo::ProParamvalue;
 using creo::ProParamvalueType;

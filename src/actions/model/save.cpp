@@ -2,12 +2,11 @@
 #include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
-#include "engine/task.h"
+#include "actions/task.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
 
 Outcome saveModel(const Task& task) {
   if (creo::ProMdlSave(task.model()) != creo::ProNoError) core::logWrite(L"Failure while save model", core::kError);

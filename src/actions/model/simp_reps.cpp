@@ -14,7 +14,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 using creo::ProSimprepAction;
 
 struct DefaultAction {

@@ -7,15 +7,15 @@
 #include "core/messages.h"
 #include "creo/ProSolidSettings.h"
 #include "creo/ProUnitsystem.h"
-#include "engine/read_number.h"
-#include "engine/task.h"
+#include "language/read_number.h"
+#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 void tell(creo::ProError result) {
   if (result == creo::ProNoError)

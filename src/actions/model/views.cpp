@@ -15,7 +15,6 @@
 namespace actions {
 namespace {
 
-using namespace engine;
 
 // ---- saved views
 

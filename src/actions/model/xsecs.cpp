@@ -6,13 +6,13 @@
 #include "actions/model/named_states.h"
 #include "core/log.h"
 #include "creo/ProXsec.h"
-#include "engine/read_number.h"
+#include "language/read_number.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-using namespace engine;
+using namespace language;
 
 constexpr std::wstring_view kUnsetMacro =
     L"~Command `ProCmdViewVisTool`; ~Arm `visual_dlg0` `Table` 2 `no cross section` `name_column`; ~Select "

@@ -7,7 +7,7 @@
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
-#include "engine/output_file.h"
+#include "actions/output_file.h"
 #include "os/clock.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -20,7 +20,7 @@
 namespace reports::sheet {
 namespace {
 
-using namespace engine;
+using namespace actions;
 
 constexpr std::wstring_view kExtension = L".pdf", kReports = L"reports", kDefaultFont = L"text\\FreeSans.ttf";
 
@@ -202,5 +202,5 @@ constexpr Action kActions[] = {
 }  // namespace reports::sheet
 
 namespace actions {
-std::span<const engine::Action> informationSheetActions() { return reports::sheet::kActions; }
+std::span<const actions::Action> informationSheetActions() { return reports::sheet::kActions; }
 }  // namespace actions

@@ -4,7 +4,7 @@
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
-#include "engine/compare.h"
+#include "language/compare.h"
 #include "reports/sheet/items.h"
 #include "reports/sheet/sections.h"
 #include "text/format.h"
@@ -23,7 +23,7 @@ struct ParameterForm {
   bool isFiltered = false, isShort = false;
   std::wstring_view filter;
   [[nodiscard]] bool passes(const std::wstring& name) const {
-    return !isFiltered || engine::wildcardCompare(filter, name) == 1;
+    return !isFiltered || language::wildcardCompare(filter, name) == 1;
   }
 };
 

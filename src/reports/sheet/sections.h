@@ -1,14 +1,14 @@
 // The parts of the sheet, from the head down. Each is written where the task asks for it.
 #pragma once
 
-#include "engine/task.h"
+#include "actions/task.h"
 #include "reports/sheet/page.h"
 
 namespace reports::sheet {
 
 // What a part writes from and to.
 struct Subject {
-  const engine::Task& task;
+  const actions::Task& task;
   creo::ProMdl model;
   Page& page;
   [[nodiscard]] bool wants(std::wstring_view attribute) const { return task.isTrue(attribute); }

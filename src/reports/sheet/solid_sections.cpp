@@ -78,7 +78,7 @@ void customTextSection(const Subject& subject) {
   };
   for (const auto& [number, value] : subject.task.numberedAll(L"custext_", count)) {
     tellAbsent(number);
-    subject.page.line(engine::replaceVariables(value, subject.model).text, kRowSize, kFactColumn, kWideStep);
+    subject.page.line(language::replaceVariables(value, subject.model).text, kRowSize, kFactColumn, kWideStep);
   }
   tellAbsent(count);
   subject.page.endSection();

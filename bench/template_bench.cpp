@@ -10,8 +10,8 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
-#include "language/variables.h"
 #include "headless/session/session.h"
+#include "language/variables.h"
 #include "os/surroundings.h"
 
 namespace {

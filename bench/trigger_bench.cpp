@@ -8,10 +8,10 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
-#include "run/triggers.h"
 #include "headless/session/session.h"
 #include "headless/session/state.h"
 #include "os/surroundings.h"
+#include "run/triggers.h"
 
 namespace {
 

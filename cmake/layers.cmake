@@ -1,4 +1,4 @@
-# The layers of the design. LINKS are the arrows: a layer includes only what it links.
+# The floors of the house. LINKS are the arrows: a floor includes only what it links.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PCRE2 REQUIRED IMPORTED_TARGET libpcre2-8)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
@@ -13,20 +13,20 @@ find_library(HPDF hpdf REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 REQUIRED)
 
-kvd_layer(kvd_text FOLDERS src/text)
+kvd_layer(kvd_text FOLDERS text)
 if(WIN32)
-  set(KVD_SYSTEM windows)
+  set(KVD_OTHER_SYSTEM os/posix)
 else()
-  set(KVD_SYSTEM posix)
+  set(KVD_OTHER_SYSTEM os/windows)
 endif()
-kvd_layer(kvd_os FOLDERS src/os src/os/${KVD_SYSTEM} LINKS kvd_text PRIVATE_LINKS PkgConfig::CURL)
+kvd_layer(kvd_os FOLDERS os WITHOUT ${KVD_OTHER_SYSTEM} LINKS kvd_text PRIVATE_LINKS PkgConfig::CURL)
 
 # Two-dimensional codes; it knows nothing of models.
-kvd_layer(kvd_barcode FOLDERS src/barcode PRIVATE_LINKS PkgConfig::QRENCODE)
+kvd_layer(kvd_barcode FOLDERS barcode PRIVATE_LINKS PkgConfig::QRENCODE)
 
 # Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.
 add_library(creo INTERFACE)
-target_include_directories(creo INTERFACE ${CMAKE_SOURCE_DIR}/src)
+kvd_include_path(creo INTERFACE src creo)
 target_link_libraries(creo INTERFACE kvd_text)
 
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write and mesh bodies.
@@ -38,7 +38,7 @@ if(OCCT_STEP)
 else()
   set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKSTEPBase TKIGES)
 endif()
-kvd_layer(kvd_geometry FOLDERS src/headless/geometry LINKS creo kvd_os
+kvd_layer(kvd_geometry FOLDERS headless/geometry LINKS creo kvd_os
   PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo
   TKBRep TKG3d TKG2d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
@@ -49,15 +49,23 @@ target_link_options(kelvane-import PRIVATE LINKER:--as-needed)  # what isn't loa
 set_target_properties(kelvane-import PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 
 kvd_layer(creo_headless
-  FOLDERS src/headless src/headless/session src/headless/model src/headless/store src/headless/macros src/headless/proui
-          src/headless/vault src/headless/exports src/headless/pictures src/headless/creo
+  FOLDERS headless/session headless/model headless/store headless/macros headless/proui headless/vault headless/exports
+          headless/pictures headless/creo
   LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG
   PkgConfig::TIFF ${HPDF})
 
-kvd_layer(kvd_plugin
-  FOLDERS src/core src/documents src/engine src/actions src/actions/environment src/actions/model src/actions/drawing
-          src/actions/exports src/reports src/reports/sheet src/ui
-  LINKS creo kvd_os kvd_barcode PRIVATE_LINKS ${HPDF} PkgConfig::PCRE2 PkgConfig::LIBZIP PkgConfig::CRYPTO)
+# The floors of the plug-in, from the ground up: each links, and so can include, only what lies below.
+kvd_layer(kvd_core FOLDERS core LINKS creo kvd_os kvd_text)
+# Who loads the plug-in brings the operations along; nothing of their inside can be included here.
+target_link_libraries(kvd_core INTERFACE $<LINK_ONLY:creo_headless>)
+# How users write texts, numbers, patterns and tables.
+kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2 PkgConfig::CRYPTO)
+kvd_layer(kvd_documents FOLDERS documents LINKS kvd_language PRIVATE_LINKS PkgConfig::LIBZIP)
+kvd_layer(kvd_actions FOLDERS actions LINKS kvd_documents kvd_barcode)
+kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS ${HPDF})
+kvd_layer(kvd_run FOLDERS run LINKS kvd_reports)
+kvd_layer(kvd_ui FOLDERS ui LINKS kvd_run)
+kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui)
 
 # What a host loads: the plug-in over the headless session, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
@@ -79,7 +87,7 @@ add_custom_command(OUTPUT ${kelvane_web_source}
     -P ${CMAKE_SOURCE_DIR}/cmake/embed.cmake
   DEPENDS ${kelvane_web} ${CMAKE_SOURCE_DIR}/cmake/embed.cmake VERBATIM)
 add_library(kelvane_verbs STATIC ${kelvane_sources} ${kelvane_web_source} ${CMAKE_BINARY_DIR}/empty.cpp)
-target_include_directories(kelvane_verbs PUBLIC ${CMAKE_SOURCE_DIR}/apps)
+kvd_include_path(kelvane_verbs PUBLIC apps kelvane)
 target_precompile_headers(kelvane_verbs REUSE_FROM kvd_pch)
 target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP PkgConfig::HTTPLIB PkgConfig::CRYPTO)
 add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)

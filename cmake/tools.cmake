@@ -39,17 +39,42 @@ function(kvd_precompiled name)
 endfunction()
 kvd_precompiled(kvd_pch)
 
-# kvd_layer(NAME FOLDERS... [LINKS targets...]): a static library of all sources of these folders.
+# kvd_include_path(NAME VISIBILITY TREE FOLDERS...): an include path of its own for these folders of a tree (src, apps),
+# under which they are called as ever: "actions/task.h". It holds links alone. As nothing else of the tree is found
+# there, a file can include only what its library links.
+function(kvd_include_path name visibility tree)
+  set(place ${CMAKE_BINARY_DIR}/include/${name})
+  foreach(folder ${ARGN})
+    get_filename_component(above ${place}/${folder} DIRECTORY)
+    file(MAKE_DIRECTORY ${above})
+    if(NOT EXISTS ${place}/${folder})
+      if(CMAKE_HOST_WIN32)  # where a symbolic link needs a right that few have
+        file(TO_NATIVE_PATH ${place}/${folder} link)
+        file(TO_NATIVE_PATH ${CMAKE_SOURCE_DIR}/${tree}/${folder} target)
+        execute_process(COMMAND cmd /c mklink /J ${link} ${target} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+      else()
+        file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${tree}/${folder} ${place}/${folder} SYMBOLIC)
+      endif()
+    endif()
+  endforeach()
+  target_include_directories(${name} ${visibility} ${place})
+endfunction()
+
+# kvd_layer(NAME FOLDERS... [WITHOUT folders...] [LINKS targets...] [PRIVATE_LINKS targets...]): a static library of all
+# sources of these folders of src, and of those inside them. It includes itself and what it links.
 function(kvd_layer name)
-  cmake_parse_arguments(ARG "" "" "FOLDERS;LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "FOLDERS;LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
   set(sources "")
   foreach(folder ${ARG_FOLDERS})
-    file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
+    file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/src/${folder}/*.h)
     list(APPEND sources ${found})
+  endforeach()
+  foreach(folder ${ARG_WITHOUT})
+    list(FILTER sources EXCLUDE REGEX "/src/${folder}/")
   endforeach()
   add_library(${name} STATIC ${sources} ${CMAKE_BINARY_DIR}/empty.cpp)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
-  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  kvd_include_path(${name} PUBLIC src ${ARG_FOLDERS})
   target_precompile_headers(${name} REUSE_FROM kvd_pch)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE kvd_flags ${ARG_PRIVATE_LINKS})
 endfunction()

@@ -22,7 +22,6 @@ using core::Attribute;
 using core::Kind;
 using core::Need;
 
-constexpr std::wstring_view kNumberSign = L"%d";
 // Without this counter a list is read up to its end, without any other not at all.
 constexpr std::wstring_view kCountThatMayLack = L"count";
 
@@ -34,7 +33,7 @@ std::wstring_view numberAtEnd(std::wstring_view name) {
   return last == name.npos ? name : name.substr(last + 1);
 }
 std::wstring numbered(const Attribute& attribute, std::wstring_view number) {
-  return text::replaceAll(std::wstring(attribute.name), kNumberSign, number);
+  return text::replaceAll(std::wstring(attribute.name), core::kNumberSign, number);
 }
 
 class Look {
@@ -109,7 +108,7 @@ class Look {
 
   // Is the number one of those that are read?
   void readNumber(std::wstring_view name, const Attribute& attribute) {
-    const std::wstring_view digits = name.substr(attribute.name.find(kNumberSign));
+    const std::wstring_view digits = name.substr(attribute.name.find(core::kNumberSign));
     const auto tellUnread = [&](const std::string& why) {
       add("attribute-number", name, inQuotes(name) + " isn't read: " + why);
     };

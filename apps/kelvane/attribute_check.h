@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/xml.h"
 #include "actions/action.h"
+#include "core/xml.h"
 #include "kelvane/attribute_mend.h"
 
 namespace kelvane {

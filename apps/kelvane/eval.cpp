@@ -5,7 +5,6 @@
 
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
-#include "language/variables.h"
 #include "kelvane/captured_log.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
@@ -18,6 +17,8 @@
 #include "kelvane/run_option_rows.h"
 #include "kelvane/text_check.h"
 #include "kelvane/verb.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"

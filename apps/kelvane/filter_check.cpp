@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "documents/predicates.h"
+#include "documents/predicate_table.h"
 #include "kelvane/nearest.h"
 #include "kelvane/text_check.h"
 #include "kelvane/vocabulary_words.h"

@@ -1,9 +1,9 @@
 #include "kelvane/filter_explanation.h"
 
 #include "documents/filter.h"
+#include "kelvane/text_check.h"
 #include "language/compare.h"
 #include "language/comparison_watch.h"
-#include "kelvane/text_check.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -4,14 +4,13 @@
 #include <optional>
 #include <set>
 
+#include "actions/dispatch.h"
 #include "actions/environment/question.h"
+#include "actions/task.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
-#include "documents/predicates.h"
-#include "actions/dispatch.h"
-#include "actions/task.h"
-#include "language/workbook.h"
+#include "documents/predicate_table.h"
 #include "kelvane/attribute_check.h"
 #include "kelvane/child_check.h"
 #include "kelvane/filter_check.h"
@@ -22,6 +21,7 @@
 #include "kelvane/text_check.h"
 #include "kelvane/vocabulary_words.h"
 #include "kelvane/xml_faults.h"
+#include "language/workbook.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -357,8 +357,8 @@ class Document {
   // Switches that let through nothing but what the action refuses.
   void checkKinds(const XmlNode& task, const std::string& type, const actions::Action& action) {
     const auto& asked = action.conditions;
-    const bool asksFilter = std::any_of(asked.begin(), asked.end(),
-                                        [](const actions::Condition& one) { return one.test == actions::Test::filter; });
+    const bool asksFilter = std::any_of(
+        asked.begin(), asked.end(), [](const actions::Condition& one) { return one.test == actions::Test::filter; });
     if (!asksFilter || !isForAnyModel(task)) return;
     const ModelKinds kinds = kindsOf(action);
     const std::pair<bool, std::wstring_view> switches[] = {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/xml.h"
 #include "actions/action.h"
+#include "core/xml.h"
 
 namespace kelvane {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <optional>
 
-#include "language/workbook.h"
 #include "kelvane/package_uses.h"
 #include "kelvane/table_check.h"
 #include "kelvane/text_check.h"
+#include "language/workbook.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"

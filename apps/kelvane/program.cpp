@@ -8,6 +8,7 @@
 #include "kelvane/nearest.h"
 #include "kelvane/verb_table.h"
 #include "os/surroundings.h"
+#include "plugin/action_table.h"
 
 namespace kelvane {
 namespace {
@@ -106,6 +107,7 @@ int program(const std::vector<std::string>& given, std::ostream& out, std::ostre
             std::istream* in) {
   const os::SurroundingsGuard surroundings;
   const OutOfRoom outOfRoom;
+  plugin::handDownActions();
   Console console(out, err, in);
   int code = kCouldNot;
   try {

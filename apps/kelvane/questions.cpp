@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "actions/task.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "actions/task.h"
 #include "kelvane/text_check.h"
 #include "text/encoding.h"
 #include "text/numbers.h"

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "documents/predicates.h"
 #include "actions/dispatch.h"
+#include "documents/predicate_table.h"
 #include "kelvane/relax_ng_attributes.h"
 #include "kelvane/svg.h"
 #include "kelvane/task_children.h"

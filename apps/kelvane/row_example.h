@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "documents/predicates.h"
 #include "actions/action.h"
+#include "documents/predicates.h"
 
 namespace kelvane {
 

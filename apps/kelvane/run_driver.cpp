@@ -5,22 +5,22 @@
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "documents/package.h"
-#include "run/check_out.h"
-#include "language/compare.h"
-#include "run/model_table.h"
-#include "run/triggers.h"
 #include "headless/proui/ui.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/nearest.h"
+#include "language/compare.h"
+#include "run/check_out.h"
+#include "run/choosers.h"
+#include "run/model_table.h"
+#include "run/triggers.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 namespace {
 
 constexpr const char* kTool = "kvanerunner";
-constexpr const char* kFilterDialog = documents::kFilterDialog;
+constexpr const char* kFilterDialog = run::kFilterDialog;
 constexpr const char* kFilterChooser = "kvaneFilterChooser";
 constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
 
@@ -95,7 +95,7 @@ void RunDriver::choosePackage() {
 std::string RunDriver::missingFilter() const {
   const std::wstring& wanted = core::pluginState().extFilter;
   const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kFilterDialog, kFilterChooser);
-  const bool judges = chosen && chosen.value != std::vector<std::string>{documents::kNoFilter};
+  const bool judges = chosen && chosen.value != std::vector<std::string>{run::kNoFilter};
   return judges ? std::string() : text::toUtf8(wanted);
 }
 
@@ -142,7 +142,7 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {
       if (!row.ends_with(extension)) continue;
-      const bool fits = pattern.empty() || language::wildcardCompare(pattern, text::fromUtf8(row)) == 1;
+      const bool fits = pattern.empty() || language::matches(pattern, text::fromUtf8(row));
       anyFits = anyFits || fits;
       const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
       const bool before = isChecked(row + "_lock");

@@ -5,7 +5,6 @@
 
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "language/expressions.h"
 #include "kelvane/accepted_exports.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
@@ -15,6 +14,7 @@
 #include "kelvane/run_config.h"
 #include "kelvane/vault_place.h"
 #include "kelvane/work_cache.h"
+#include "language/expressions.h"
 #include "os/left_files.h"
 #include "os/processes.h"
 #include "os/program.h"

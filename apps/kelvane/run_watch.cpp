@@ -6,11 +6,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include "actions/run_names.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "language/comparison_watch.h"
-#include "run/run.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "headless/store/faults.h"
@@ -21,8 +20,10 @@
 #include "kelvane/places.h"
 #include "kelvane/text_check.h"
 #include "kelvane/words.h"
+#include "language/comparison_watch.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
+#include "run/run.h"
 #include "text/encoding.h"
 #include "text/units.h"
 
@@ -198,11 +199,11 @@ std::string RunWatch::outcomeOf(const Worked& worked) {
   if (worked.failed) return "failed";
   if (worked.passedOver) return "skipped";
   if (!worked.isChanged()) return "unchanged";
-  return run::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
+  return actions::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
 }
 
 void RunWatch::finishModel(const std::string& row) {
-  const ModelFileName name = modelFileName(run::rowNow(row));
+  const ModelFileName name = modelFileName(actions::rowNow(row));
   const auto model = session_.models().inMemory(name.name, name.type);
   Worked worked{row, nullptr, !model};
   if (model) {

@@ -1,5 +1,4 @@
 // kelvane show: one model, readable.
-#include "run/history.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
@@ -16,6 +15,7 @@
 #include "kelvane/verb.h"
 #include "kelvane/words.h"
 #include "os/text_files.h"
+#include "run/history.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "actions/table_file.h"
 #include "creo/ProDwgtable.h"
 #include "headless/model/drawing.h"
 #include "headless/store/enum_texts.h"

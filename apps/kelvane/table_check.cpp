@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "core/log.h"
-#include "language/csv_table.h"
-#include "language/workbook.h"
 #include "kelvane/captured_log.h"
 #include "kelvane/text_check.h"
+#include "language/csv_table.h"
+#include "language/workbook.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "actions/carry_out.h"
+#include "actions/dispatch.h"
 #include "actions/environment/group_modes.h"
+#include "actions/task.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
-#include "actions/dispatch.h"
-#include "actions/task.h"
 #include "kelvane/attribute_check.h"
 #include "kelvane/filter_explanation.h"
 #include "text/encoding.h"

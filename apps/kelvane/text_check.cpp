@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "kelvane/nearest.h"
 #include "language/compare.h"
 #include "language/expressions.h"
 #include "language/known_tokens.h"
-#include "kelvane/nearest.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -173,12 +173,12 @@ std::string refusal(const language::RefusedExpression& refused) {
          "), so that it matches nothing";
 }
 
-bool isInteger(std::wstring_view text) { return language::wildcardCompare(language::kIntegerPattern, text) == 1; }
+bool isInteger(std::wstring_view text) { return language::matches(language::kIntegerPattern, text); }
 
-bool isReadAsNumber(std::wstring_view text) { return language::wildcardCompare(language::kDoublePattern, text) == 1; }
+bool isReadAsNumber(std::wstring_view text) { return language::matches(language::kDoublePattern, text); }
 
 bool isNumber(std::wstring_view text) {
-  return language::wildcardCompare(L"/^-?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?$/", text) == 1;
+  return language::matches(L"/^-?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?$/", text);
 }
 
 }  // namespace kelvane

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "documents/predicates.h"
 #include "actions/action.h"
+#include "documents/predicates.h"
 #include "kelvane/finding.h"
 
 namespace kelvane {

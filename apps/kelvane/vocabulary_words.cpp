@@ -12,12 +12,10 @@
 namespace kelvane {
 namespace {
 
-using core::Attribute;
-using core::Kind;
 using actions::Test;
 using actions::Touched;
-
-constexpr std::wstring_view kNumberSign = L"%d";
+using core::Attribute;
+using core::Kind;
 
 struct KindWords {
   Kind kind;
@@ -127,10 +125,10 @@ const TestWords& rowOf(Test test) {
 
 }  // namespace
 
-bool isCounted(const Attribute& attribute) { return attribute.name.find(kNumberSign) != attribute.name.npos; }
+bool isCounted(const Attribute& attribute) { return attribute.name.find(core::kNumberSign) != attribute.name.npos; }
 
 std::wstring numberedName(const Attribute& attribute, int number) {
-  return text::replaceAll(attribute.name, kNumberSign, std::to_wstring(number));
+  return text::replaceAll(attribute.name, core::kNumberSign, std::to_wstring(number));
 }
 
 std::vector<std::string> wordsOf(const Attribute& attribute) {

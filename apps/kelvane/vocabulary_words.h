@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "documents/predicates.h"
 #include "actions/action.h"
+#include "documents/predicates.h"
 
 namespace kelvane {
 

@@ -6,12 +6,12 @@
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "run/model_table.h"
 #include "headless/model/models.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/run_watch.h"
 #include "kelvane/text_check.h"
+#include "run/model_table.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "core/log.h"
-#include "run/triggers.h"
 #include "headless/session/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/console.h"
@@ -18,6 +17,7 @@
 #include "kelvane/log_teller.h"
 #include "kelvane/recap.h"
 #include "kelvane/run_options.h"
+#include "run/triggers.h"
 
 namespace kelvane {
 

@@ -1,8 +1,6 @@
 // kelvane why: why a model is or isn't worked by a list, from the table to each action.
 #include "core/state.h"
 #include "documents/action_list.h"
-#include "documents/package.h"
-#include "run/model_table.h"
 #include "kelvane/columns.h"
 #include "kelvane/fault.h"
 #include "kelvane/filter_explanation.h"
@@ -11,6 +9,8 @@
 #include "kelvane/run_place.h"
 #include "kelvane/task_verdict.h"
 #include "kelvane/verb.h"
+#include "run/choosers.h"
+#include "run/model_table.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -91,7 +91,7 @@ class Why : public Verb {
   }
 
   static void showActions(Console& console, creo::ProMdl model) {
-    const core::XmlLoaded loaded = core::xmlLoadFile(documents::selectedListPath());
+    const core::XmlLoaded loaded = core::xmlLoadFile(run::selectedListPath());
     if (!loaded) throw Fault(readable(loaded.fault));
     const documents::ActionList list = documents::actionList(*loaded.document);
     if (!list.body) return;

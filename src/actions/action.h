@@ -23,7 +23,7 @@ enum Outcome : int {
   notHandled = -25,
 };
 
-class Task;  // actions/task.h
+class Task;  // actions/task.h; only its name is needed here
 
 using core::Line;
 using core::lineText;
@@ -160,13 +160,6 @@ struct Action {
 
 // Is it one of the four that ask the filter, or don't?
 bool isFilterTest(Test test);
-// No switch of kinds is "false" and forEF isn't "true": then some actions don't ask the filter.
-bool isForAll(const Task& task);
-// Does it hold for the task's model? Without a word, but for the filter's own.
-bool holds(const Action& action, const Condition& condition, const Task& task);
-// The frame of every action: title, version, conditions, counting; then the function.
-Outcome carryOut(const Action& action, const Task& task);
-
 // The attributes that every action may have, in docs' order: type, version, forPRT, ...
 std::span<const Attribute> commonAttributes();
 // The attribute that the name in a list means, its own or a common one; null: none. "name_7" is "name_%d".

@@ -1,11 +1,15 @@
 #include "actions/dispatch.h"
 
+#include <algorithm>
+#include <unordered_map>
+
+#include "actions/carry_out.h"
+#include "actions/task.h"
+#include "actions/under_work.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
-#include "actions/task.h"
-#include "actions/under_work.h"
 #include "text/format.h"
 #include "text/units.h"
 
@@ -18,6 +22,15 @@ constexpr std::size_t kGroupSize = 7;  // of "- G%d ", its closing zero included
 std::wstring_view attributeOf(const XmlNode& node, std::wstring_view name) {
   const core::XmlAttr* found = core::attrFind(node.attributes, name);
   return found ? found->value : std::wstring_view();
+}
+
+struct ActionTable {
+  std::vector<Action> rows;
+  std::unordered_map<std::wstring_view, const Action*> byKey;
+};
+ActionTable& table() {
+  static ActionTable table;
+  return table;
 }
 
 bool isDeactivated(const XmlNode& node) {
@@ -49,6 +62,19 @@ Outcome runRow(const Action& action, const XmlNode& node, const Subject& subject
 }
 
 }  // namespace
+
+void setActionTable(std::vector<Action> rows) {
+  std::sort(rows.begin(), rows.end(), [](const Action& a, const Action& b) { return a.place < b.place; });
+  table() = {std::move(rows), {}};
+  for (const Action& row : table().rows) table().byKey.emplace(row.key, &row);
+}
+
+std::span<const Action> actionTable() { return table().rows; }
+
+const Action* findAction(std::wstring_view key) {
+  const auto found = table().byKey.find(key);
+  return found == table().byKey.end() ? nullptr : found->second;
+}
 
 Outcome dispatchAction(const core::XmlNode& task, Subject& subject) {
   const std::wstring_view type = text::cut(attributeOf(task, L"type"), text::kTypeSize - 1);

@@ -2,21 +2,17 @@
 #pragma once
 
 #include <span>
-#include <string>
 #include <string_view>
+#include <vector>
 
-#include "core/xml.h"
-#include "creo/ProTypes.h"
 #include "actions/action.h"
+#include "actions/subject.h"
+#include "core/xml.h"
 
 namespace actions {
 
-// What an action works on. extension: "PRT", ".PRT" in some groups; name and extension are empty without a model.
-struct Subject {
-  creo::ProMdl model;
-  std::wstring name, extension;
-};
-
+// The rows of all floors, once, by who gathers them.
+void setActionTable(std::vector<Action> rows);
 // All keys, in the order of comparison; each key once.
 std::span<const Action> actionTable();
 // The row of a key, or null. One hash probe.

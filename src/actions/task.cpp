@@ -2,11 +2,14 @@
 
 #include <algorithm>
 
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
 
 namespace actions {
+
+using namespace language;
 bool Task::extensionIs(std::wstring_view extension) const {
   std::wstring_view own = subject_.extension;
   if (own.starts_with(L'.')) own.remove_prefix(1);

@@ -6,8 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "actions/action.h"
+#include "actions/subject.h"
 #include "core/xml.h"
-#include "actions/dispatch.h"
 #include "language/variables.h"
 
 namespace actions {
@@ -41,7 +42,7 @@ class Task {
   };
   [[nodiscard]] std::vector<Numbered> numberedAll(std::wstring_view stem, int count) const;
   // The attribute through the template engine.
-  [[nodiscard]] Replaced text(std::wstring_view name, std::size_t size = text::kTextSize) const;
+  [[nodiscard]] language::Replaced text(std::wstring_view name, std::size_t size = text::kTextSize) const;
   // A path attribute: with "@project_dir@", variables and backslashes.
   [[nodiscard]] std::wstring path(std::wstring_view name, std::wstring_view subdirectory,
                                   std::size_t size = text::kTextSize) const;

@@ -8,8 +8,7 @@
 namespace actions {
 
 // Parts and assemblies that are no instances, where the list gives work.
-constexpr Conditions kOnNativeSolids = {kFilter, kSolids, kNotInstance,
-                                                kAnyOfTheWork};
+constexpr Conditions kOnNativeSolids = {kFilter, kSolids, kNotInstance, kAnyOfTheWork};
 
 // The error line for a word that an attribute can't have. known: "rel or abs".
 void unknownWord(std::wstring_view attribute, std::wstring_view value, std::wstring_view known);

@@ -5,8 +5,6 @@
 namespace core {
 namespace {
 
-constexpr std::wstring_view kNumberSign = L"%d";
-
 // "name_7" and "name_%d".
 bool means(std::wstring_view name, std::wstring_view pattern) {
   const std::size_t sign = pattern.find(kNumberSign);

@@ -39,6 +39,9 @@ enum class Kind : std::uint8_t {
 // Must the attribute stand there? A list that lacks one runs as it always did; the checker tells.
 enum class Need : std::uint8_t { optional, needed, oneOf };
 
+// Stands for the number in the name of a counted attribute: "name_%d".
+constexpr std::wstring_view kNumberSign = L"%d";
+
 // Which numbers of a counted attribute are read.
 enum class Numbers : std::uint8_t {
   bounded,     // 0 up to `most` - 1, with gaps

@@ -8,8 +8,6 @@
 #include "core/log_view.h"
 #include "core/messages.h"
 #include "core/state.h"
-#include "creo/ProMessage.h"
-#include "creo/ProUI.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -18,6 +16,11 @@
 
 namespace core {
 namespace {
+
+// States of the log's file; any other value is the error of the last opening.
+constexpr int kLogOpen = 0;
+constexpr int kLogClosed = 1;
+constexpr int kLogToRender = 50;  // closed, or still open, but to be rendered
 
 constexpr int kDeepestIndent = 11;
 constexpr int kMostLogNames = 16384;
@@ -102,6 +105,14 @@ void openFile() {
   log().file = opened ? std::move(opened.value) : nullptr;
 }
 
+// Closes the file. False: there is nothing to show.
+bool closeForView() {
+  if (log().state != kLogOpen && log().state != kLogToRender) return false;
+  log().file.reset();
+  log().state = kLogClosed;
+  return true;
+}
+
 void count(int level) {
   if (level == kError) ++log().counts.errors;
   if (level == kWarning || level == kFilterNote) ++log().counts.warnings;
@@ -167,25 +178,17 @@ void logLeaveGroup(std::wstring_view prefix) {
 void countAction() { ++log().actionCounter; }
 int actionCount() { return log().actionCounter; }
 
-void creoLog(std::wstring_view text, int level) {
-  const PluginState& state = pluginState();
-  if (level >= state.noDebugInCreoLog) return;
-  creo::ProMessageDisplay(state.msgFile, "KVD USER %0s", std::wstring(text));
-  creo::ProMessageClear();
-}
-
-void creoProgress(std::wstring_view text) {
-  if (pluginState().noDebugInLogFile == 0) creoLog(text);
-}
-
-int logState() { return log().state; }
-
-void logClose(int newState) {
-  log().file.reset();
-  log().state = newState;
-}
-
 void logReopenForRendering() { log().state = kLogToRender; }
+
+void logRender() {
+  if (closeForView()) renderLogView();
+}
+
+void logClearView() { clearLogArea(); }
+
+void logCloseFile() {
+  if (closeForView()) emptyLogTree();
+}
 
 LogCounts logCounts() { return log().counts; }
 

@@ -5,17 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "core/creo_log.h"
+#include "core/log_levels.h"
+
 namespace core {
 
 enum class Message : int;  // core/messages.h
-
-// Levels of lines.
-constexpr int kNormal = 0;
-constexpr int kWarning = 1;
-constexpr int kError = 2;
-constexpr int kFilterNote = 3;  // a warning that marks its parent only if the configuration says so
-constexpr int kDebug = 8;
-constexpr int kTitle = 9;
 
 // Formats the line by its level and writes it; the first line after a close opens (and names) the file. Warnings and
 // errors carry section, action number, group prefix, running action and running model. Lines are cut at 520 characters.
@@ -43,11 +38,6 @@ class LogGroup {
 // Every action calls it once its filter has passed.
 void countAction();
 int actionCount();
-
-// A line in Creo's message area, if level is below `noDebugInCreoLog`.
-void creoLog(std::wstring_view text, int level = 0);
-// A progress line of the start: only while `noDebugInLogFile` is 0.
-void creoProgress(std::wstring_view text);
 
 // Rebuilds the view from the file, which it closes; the next line opens one again. During a trigger's run it only
 // closes.

@@ -3,7 +3,8 @@
 #include <array>
 #include <string>
 
-#include "core/log.h"
+#include "core/creo_log.h"
+#include "core/log_levels.h"
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITree.h"
@@ -180,9 +181,7 @@ void logToTextArea(std::wstring_view text, int level) {
 
 void logForgetView() { nodeCount() = 0; }
 
-void logRender() {
-  if (logState() != kLogOpen && logState() != kLogToRender) return;
-  logClose(kLogClosed);
+void renderLogView() {
   const PluginState& state = pluginState();
   if (state.logToTextArea != 1 && state.triggerType == 0) {
     ProUITreeHide(dialog(), kTree);
@@ -195,11 +194,9 @@ void logRender() {
   showTree();
 }
 
-void logClearView() { setArea(L""); }
+void clearLogArea() { setArea(L""); }
 
-void logCloseFile() {
-  if (logState() != kLogOpen && logState() != kLogToRender) return;
-  logClose(kLogClosed);
+void emptyLogTree() {
   ProUITreeHide(dialog(), kTree);
   clearTree();
   showTree();

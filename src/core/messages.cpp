@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "core/log.h"
+#include "core/creo_log.h"
 #include "text/format.h"
 #include "text/letters.h"
 

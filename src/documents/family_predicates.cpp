@@ -6,6 +6,7 @@
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "documents/predicate_families.h"
+#include "documents/predicate_table.h"
 #include "documents/predicate_words.h"
 #include "language/variables.h"
 #include "text/letters.h"

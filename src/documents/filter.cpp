@@ -3,7 +3,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
-#include "documents/predicates.h"
+#include "documents/predicate_table.h"
 #include "language/comparison_watch.h"
 #include "text/encoding.h"
 #include "text/format.h"

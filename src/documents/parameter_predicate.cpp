@@ -47,7 +47,7 @@ bool comparesNumber(const Comparison& with, std::wstring_view shown, double numb
   const std::wstring_view sign = known ? kSigns[with.ncomp[0] - L'1'] : L"no known comparison";
   const std::wstring wanted = text::format(L"%s %s", sign, with.value);
   language::ComparisonWatch::note(margin == 0 ? wanted : text::format(L"%s, margin %s", wanted, with.epsilon), shown,
-                                held);
+                                  held);
   return held;
 }
 

@@ -47,8 +47,6 @@ std::wstring_view valueOf(const core::XmlNode& item, std::wstring_view name, std
 
 bool isTrue(const core::XmlNode& item, std::wstring_view name) { return valueOf(item, name) == L"true"; }
 
-bool matches(std::wstring_view pattern, std::wstring_view text) { return language::wildcardCompare(pattern, text) == 1; }
-
 bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result) {
   if (language::ComparisonWatch::on())
     language::ComparisonWatch::note(text::format(L"%s %s", sign, wanted), text::shortest(held), result);

@@ -7,6 +7,7 @@
 #include "core/xml.h"
 #include "creo/ProTypes.h"
 #include "documents/predicates.h"
+#include "language/compare.h"
 
 namespace documents {
 
@@ -14,8 +15,7 @@ namespace documents {
 std::wstring_view valueOf(const core::XmlNode& item, std::wstring_view name, std::wstring_view absent = {});
 // Is it the literal "true"?
 bool isTrue(const core::XmlNode& item, std::wstring_view name);
-// By wildcardCompare.
-bool matches(std::wstring_view pattern, std::wstring_view text);
+using language::matches;
 
 // The result of a test of a number, told to whoever watches comparisons: "> 210" against "297".
 bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result);

@@ -26,7 +26,6 @@ enum class Answer : int {
   undecided = -26,    // a comparison was given up
 };
 constexpr Answer answer(bool holds) { return holds ? Answer::yes : Answer::no; }
-constexpr Answer kTrue = Answer::yes;  // what the actions compare isInstance and the like with
 
 // The models that a predicate applies to, by Creo's type. Other models, and those whose type can't be read, which is
 // an error line, aren't applicable.
@@ -62,13 +61,6 @@ struct Predicate {
   std::string_view about = {};  // a sentence for people: what is true of the model
   Answer (*function)(const Question& question) = nullptr;
 };
-
-// All of them, in their order.
-std::span<const Predicate> predicateTable();
-// The row of that key; null: none.
-const Predicate* findPredicate(std::wstring_view key);
-// The frame of every predicate: its title, the models that it applies to, then the function.
-Answer ask(const Predicate& predicate, creo::ProMdl model, const core::XmlNode& item);
 
 // What the predicates of these names answer, for those who have no item.
 Answer isInstance(creo::ProMdl model);

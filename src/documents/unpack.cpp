@@ -5,8 +5,8 @@
 
 #include "core/log.h"
 #include "core/state.h"
-#include "documents/package.h"
 #include "documents/package_rules.h"
+#include "documents/unpack.h"
 #include "documents/zip.h"
 #include "os/executable.h"
 #include "os/interrupt.h"

@@ -10,19 +10,12 @@
 namespace language {
 namespace {
 
-bool isSecondUmlautByte(char c) { return c == '\x84' || c == '\x96' || c == '\x9C'; }
-
-char folded(char c, char before) {
-  const bool capital = (c >= 'A' && c <= 'Z') || (before == '\xC3' && isSecondUmlautByte(c));
-  return capital ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
 // Equality without regard to case, of ASCII letters and the three umlauts. The two cases of each differ in one bit.
 bool sameLetter(std::wstring_view a, std::size_t i, std::wstring_view b, std::size_t j) {
   return a[i] == b[j] || ((a[i] ^ b[j]) == 0x20 && text::lower(a[i]) == text::lower(b[j]));
 }
 bool sameLetter(std::string_view a, std::size_t i, std::string_view b, std::size_t j) {
-  const auto at = [](std::string_view text, std::size_t k) { return folded(text[k], k > 0 ? text[k - 1] : '\0'); };
+  const auto at = [](std::string_view text, std::size_t k) { return foldedByte(text[k], k > 0 ? text[k - 1] : '\0'); };
   return a[i] == b[j] || ((a[i] ^ b[j]) == 0x20 && at(a, i) == at(b, j));
 }
 
@@ -123,11 +116,6 @@ int regexMatch(std::string_view expression, std::string_view text) {
   static PatternCache<char, Expression> cache;
   const Expression& kept = cache.get(expression, [](std::string_view e) { return Expression(e); });
   return kept.compiled() ? asNumber(kept.match(text)) : kRefused;
-}
-
-void foldUmlauts(std::string& text) {
-  for (auto at = text.find('\xC3'); at != std::string::npos && at + 1 < text.size(); at = text.find('\xC3', at + 1))
-    if (isSecondUmlautByte(text[at + 1])) text[at + 1] = folded(text[at + 1], text[at]);
 }
 
 std::wstring secondWord(std::wstring_view text) {

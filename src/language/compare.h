@@ -9,11 +9,13 @@
 
 namespace language {
 
-// 1 match, 0 none, -1 an expression that doesn't compile or holds nothing, -2 a match that was given up. Callers test
-// for 1. Compiled patterns are kept in a bounded cache; the results are those of compiling anew. Matching is bounded:
-// what backtracks without end is given up, with an error line; see comparison_watch.h.
+// 1 match, 0 none, -1 an expression that doesn't compile or holds nothing, -2 a match that was given up. Compiled
+// patterns are kept in a bounded cache; the results are those of compiling anew. Matching is bounded: what backtracks
+// without end is given up, with an error line; see comparison_watch.h.
 int wildcardCompare(std::wstring_view pattern, std::wstring_view text);
-// The same on UTF-8.
+// A match; callers that must tell "no match" from an expression that is none ask wildcardCompare.
+inline bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
+// The same on UTF-8, as a number.
 int narrowCompare(std::string_view pattern, std::string_view text);
 // PCRE2 on UTF-8 bytes, no options, from position 0. 1, 0, -1 where it doesn't compile, -2 where it is given up, which
 // has no line here.
@@ -23,9 +25,6 @@ int regexMatch(std::string_view expression, std::string_view text);
 // wildcardCompare accepts. Replacements aren't searched again. Where the search is given up the text comes back as it
 // is.
 std::wstring patternReplace(std::wstring_view text, std::wstring_view pattern, std::wstring_view replacement);
-
-// "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in UTF-8.
-void foldUmlauts(std::string& text);
 
 // The second blank-separated word: what stands between the first blank and the next one (or the end).
 std::wstring secondWord(std::wstring_view text);

@@ -97,7 +97,7 @@ std::vector<std::size_t> CsvTable::rowsFor(std::size_t column, std::span<const s
       rows.insert(rows.end(), found->second.begin(), found->second.end());
   for (const std::size_t row : index.patterns)
     if (std::any_of(texts.begin(), texts.end(),
-                    [&](const std::wstring& text) { return wildcardCompare(cell(row, column), text) == 1; }))
+                    [&](const std::wstring& text) { return matches(cell(row, column), text); }))
       rows.push_back(row);
   std::sort(rows.begin(), rows.end());
   return rows;

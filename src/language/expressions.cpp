@@ -8,7 +8,6 @@
 #include <array>
 #include <new>
 
-#include "language/compare.h"
 #include "language/lasting_syntax.h"
 #include "language/pattern_kind.h"
 #include "os/freed.h"
@@ -16,6 +15,8 @@
 
 namespace language {
 namespace {
+
+bool isSecondUmlautByte(char c) { return c == '\x84' || c == '\x96' || c == '\x9C'; }
 
 // Steps that a match may take: the library's own default, so that what a plain call decides is decided likewise. In a
 // long text a single step can go over the whole of it, so that fewer are allowed.
@@ -177,6 +178,16 @@ bool Expression::refusesAllThatStartWith(std::string_view text) const {
   // With this option the library stops as soon as it looks at the text's end; "no match" then was found without its
   // help, and more text changes nothing. Only an end at the place where the match starts is looked at unnoticed.
   return text.size() >= 2 && interpreted(code_.get(), text, PCRE2_PARTIAL_HARD) == PCRE2_ERROR_NOMATCH;
+}
+
+char foldedByte(char c, char before) {
+  const bool capital = (c >= 'A' && c <= 'Z') || (before == '\xC3' && isSecondUmlautByte(c));
+  return capital ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+void foldUmlauts(std::string& text) {
+  for (auto at = text.find('\xC3'); at != std::string::npos && at + 1 < text.size(); at = text.find('\xC3', at + 1))
+    if (isSecondUmlautByte(text[at + 1])) text[at + 1] = foldedByte(text[at + 1], text[at]);
 }
 
 bool isCaseBlind(std::string_view expression) { return expression.find("(?i)") != std::string_view::npos; }

@@ -41,7 +41,10 @@ class Expression {
   bool isUtf_ = false;
 };
 
-// "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in the bytes of an expression that is case-blind, and in its texts.
+// A byte of UTF-8 in lower case: ASCII letters, and the second bytes of "Ä", "Ö", "Ü" behind their first one.
+char foldedByte(char c, char before);
+// "Ä" to "ä", "Ö" to "ö", "Ü" to "ü" in UTF-8: in an expression that is case-blind, and in its texts.
+void foldUmlauts(std::string& text);
 bool isCaseBlind(std::string_view expression);
 
 // What a user wrote between slashes, compiled: with "(?i)" in it umlauts are folded, here and by the caller in the

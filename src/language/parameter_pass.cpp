@@ -9,7 +9,7 @@
 #include "creo/ProParameter.h"
 #include "language/base64.h"
 #include "language/substitution.h"
-#include "language/variables.h"
+#include "language/user_variables.h"
 #include "os/surroundings.h"
 #include "text/capitals.h"
 #include "text/encoding.h"

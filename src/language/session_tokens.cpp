@@ -64,7 +64,7 @@ constexpr SessionToken kSessionTokens[] = {
 bool counterPass(Substitution& call) {
   // The comparison accepts the token in any case and counts up; only its exact form is replaced.
   if (text::lower(call.text).find(L"@number@") == call.text.npos) return true;
-  if (wildcardCompare(L"*@number@*", call.text) != 1) return true;
+  if (!matches(L"*@number@*", call.text)) return true;
   int& counter = core::pluginState().numberCounter;
   const std::wstring number = text::format(L"%i", counter);
   counter = counter == std::numeric_limits<int>::max() ? std::numeric_limits<int>::min() : counter + 1;

@@ -3,11 +3,31 @@
 #include <algorithm>
 
 #include "core/log.h"
-#include "language/variables.h"
+#include "language/number_with_units.h"
 #include "text/format.h"
 #include "text/units.h"
 
 namespace language {
+
+std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
+                            std::size_t dstSize) {
+  if (dstSize == 0) return {};
+  const std::size_t most = dstSize - 1;
+  const std::size_t end = text::cut(source, most).size();
+  // An occurrence that begins within what is read is replaced whole.
+  const std::wstring_view read = source.substr(0, end + find.size());
+  std::wstring result;
+  result.reserve(end);
+  for (std::size_t at = 0; at < end;) {
+    const std::size_t next = find.empty() ? read.npos : read.find(find, at);
+    result.append(read.substr(at, std::min(next, end) - at));
+    if (next >= end) break;
+    result.append(replacement);
+    at = next + find.size();
+  }
+  result.resize(text::cut(result, most).size());
+  return result;
+}
 
 Substitution::Substitution(std::wstring_view input, creo::ProMdl mdl, std::size_t capacity)
     : text(text::cut(input, capacity - 1)), model(mdl), outgrown(text.size() < input.size()), capacity_(capacity) {}

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "creo/ProTypes.h"
-#include "language/variables.h"
+#include "language/number_with_units.h"
 
 namespace language {
 
@@ -16,6 +16,11 @@ constexpr int kMostReplacements = 10000;
 // Stands for a "%" that mustn't open a name; no text has this noncharacter. It becomes one behind the pass
 // of the parameters, before the text functions read it.
 constexpr wchar_t kClosedPercent = L'\uFDD0';
+
+// Case-sensitive replace-all; the source is read up to dstSize - 1 units, the rest is left out, and
+// so is what the result has more.
+std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
+                            std::size_t dstSize);
 
 class Substitution {
  public:

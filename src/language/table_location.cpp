@@ -46,7 +46,7 @@ bool hasText(const creo::ProDwgtable& table, const TableLocation& location) {
       creo::ProDwgtableCelltextGet(table, location.column, location.row, creo::ProDwgtableText::displayed);
   if (!lines) return false;
   const std::wstring joined = text::join(lines.value, L"");
-  return wildcardCompare(location.pattern, text::cut(joined, kCellTextSize)) == 1;
+  return matches(location.pattern, text::cut(joined, kCellTextSize));
 }
 
 bool liesAt(const creo::ProDwgtable& table, const TableLocation& location) {

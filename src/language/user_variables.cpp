@@ -1,4 +1,6 @@
-#include "language/variables.h"
+#include "language/user_variables.h"
+
+#include "text/units.h"
 
 namespace language {
 namespace {

@@ -114,24 +114,4 @@ std::wstring replaceVariablesPath(std::wstring_view input, creo::ProMdl model, s
   return os::withBackslashes(path);
 }
 
-std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
-                            std::size_t dstSize) {
-  if (dstSize == 0) return {};
-  const std::size_t most = dstSize - 1;
-  const std::size_t end = text::cut(source, most).size();
-  // An occurrence that begins within what is read is replaced whole.
-  const std::wstring_view read = source.substr(0, end + find.size());
-  std::wstring result;
-  result.reserve(end);
-  for (std::size_t at = 0; at < end;) {
-    const std::size_t next = find.empty() ? read.npos : read.find(find, at);
-    result.append(read.substr(at, std::min(next, end) - at));
-    if (next >= end) break;
-    result.append(replacement);
-    at = next + find.size();
-  }
-  result.resize(text::cut(result, most).size());
-  return result;
-}
-
 }  // namespace language

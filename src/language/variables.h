@@ -1,46 +1,16 @@
-// Variables outside models, and the template engine that puts values into texts.
+// The template engine: it puts the values of variables into texts.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "creo/ProParameter.h"
-#include "text/letters.h"
+#include "creo/ProTypes.h"
+#include "language/number_with_units.h"
+#include "language/user_variables.h"
 #include "text/units.h"
 
 namespace language {
-
-// Named texts that outlive runs and last as long as the Creo process. Names compare without regard to case; order is
-// that of their first setting. Names and values are cut to 259 units.
-class UserVariableTable {
- public:
-  void set(std::wstring_view name, std::wstring_view value);
-  // What stood for another model must not answer for the next one: a name without a value isn't declared any more.
-  // Nothing where it was never set.
-  void remove(std::wstring_view name);
-  // Null when it isn't set.
-  [[nodiscard]] const std::wstring* find(std::wstring_view name) const;
-  [[nodiscard]] std::size_t count() const { return names_.size(); }
-  [[nodiscard]] const std::vector<std::wstring>& names() const { return names_; }
-  [[nodiscard]] const std::vector<std::wstring>& values() const { return values_; }
-  void clear();
-
- private:
-  std::vector<std::wstring> names_, values_;
-  std::unordered_map<std::wstring, std::size_t, text::HashNoCase, text::EqualNoCase> index_;
-};
-UserVariableTable& userVariables();
-
-// A number that a parameter with units gave a text: the number alone stands there.
-struct NumberWithUnits {
-  std::wstring token;  // "%LENGTH%"
-  double value = 0;
-  std::wstring units;
-  creo::ProParameter parameter;
-};
 
 // What a substitution came to. text is set only when `written` is true: a failure that leaves early writes nothing, and
 // the caller keeps what it had. A result that doesn't fit is the text "FAILURE" with tooLong set.
@@ -66,9 +36,5 @@ Replaced replaceVariablesLine(std::wstring_view input, creo::ProMdl model, std::
 // substitution leaves the text as it was; "/" becomes a backslash.
 std::wstring replaceVariablesPath(std::wstring_view input, creo::ProMdl model, std::wstring_view subdirectory,
                                   std::size_t outSize = text::kTextSize);
-// Case-sensitive replace-all; the source is read up to dstSize - 1 units, the rest is left out, and
-// so is what the result has more.
-std::wstring replaceAllText(std::wstring_view source, std::wstring_view find, std::wstring_view replacement,
-                            std::size_t dstSize);
 
 }  // namespace language

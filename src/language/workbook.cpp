@@ -8,17 +8,15 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
-#include "actions/output_file.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
+#include "text/units.h"
 
 namespace language {
 namespace {
-
-using namespace actions;
 
 using core::Message;
 
@@ -137,7 +135,7 @@ void deleteConvertedFiles() {
   conversions().clear();
 }
 
-TableForm tableForm(const XmlNode& task) {
+TableForm tableForm(const core::XmlNode& task) {
   const auto is = [&task](std::wstring_view name, std::wstring_view value) {
     const core::XmlAttr* attribute = core::attrFind(task.attributes, name);
     return attribute && attribute->value == value;
@@ -145,14 +143,13 @@ TableForm tableForm(const XmlNode& task) {
   return {is(L"sep", L"com") ? L',' : L';', is(L"filetype", L"1") ? kUtf8 : std::wstring_view()};
 }
 
-const CsvTable* tableOf(const Task& task) {
-  const std::wstring path = wholePath(task.path(L"path", L"reports"));
+const CsvTable* tableAt(const std::wstring& path, const TableForm& form) {
   std::wstring file = path;
   if (convertWorkbook(file, text::kTextSize, path) < 0) return nullptr;
   // What the script writes is UTF-8 with semicolons.
-  const TableForm form = isWorkbook(path) ? TableForm{L';', kUtf8} : tableForm(task.node());
+  const TableForm read = isWorkbook(path) ? TableForm{L';', kUtf8} : form;
   std::size_t table = 0;
-  if (readCSVtoTable(table, file, form.separator, form.encoding) != 0) return nullptr;
+  if (readCSVtoTable(table, file, read.separator, read.encoding) != 0) return nullptr;
   return &csvTable(table);
 }
 

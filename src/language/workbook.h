@@ -1,14 +1,12 @@
-// Workbooks (".xls", ".xlsx", ".ods") that become CSV files for the time of a run, and the tables that actions name by
-// `path`.
+// Workbooks (".xls", ".xlsx", ".ods") that become CSV files for the time of a run, and tables in either form.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "core/attribute.h"
+#include "core/xml.h"
 #include "language/csv_table.h"
-#include "actions/task.h"
 
 namespace language {
 
@@ -28,24 +26,10 @@ struct TableForm {
   wchar_t separator = L';';
   std::wstring_view encoding;  // for parseCsv
 };
-TableForm tableForm(const XmlNode& task);
+TableForm tableForm(const core::XmlNode& task);
 
-// The table that a task names: `path` (with variables; "@project_dir@" is the package's folder reports), in its
-// form. A workbook is converted first. Null, with a line: unreadable.
-const CsvTable* tableOf(const Task& task);
-// The attributes that say it, for the rows of actions.
-constexpr core::Attribute kTableFile[] = {
-    {.name = L"path",
-     .kind = core::Kind::file,
-     .variables = true,
-     .need = core::Need::needed,
-     .folder = L"reports",
-     .about = "the table: a CSV file, or a workbook"},
-    {.name = L"sep",
-     .kind = core::Kind::word,
-     .words = L"com|sem|;",
-     .about = "com: a comma between fields; else a semicolon"},
-    {.name = L"filetype", .kind = core::Kind::word, .words = L"1|0", .about = "1: UTF-8; else Windows-1252"},
-};
+// The table of a file in that form, which a workbook doesn't need: it is converted first. Null, with a line:
+// unreadable.
+const CsvTable* tableAt(const std::wstring& path, const TableForm& form);
 
 }  // namespace language

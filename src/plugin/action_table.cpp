@@ -1,34 +1,36 @@
-// The table of all actions: the rows of the families in their fixed order.
-#include <algorithm>
-#include <unordered_map>
+#include "plugin/action_table.h"
+
+#include <span>
 #include <vector>
 
-#include "actions/families.h"
 #include "actions/dispatch.h"
 
+// Each family, declared where its floor is.
+#define FAMILY(floor, name)                \
+  namespace floor {                        \
+  std::span<const actions::Action> name(); \
+  }
+#include "plugin/families.inc"
+#undef FAMILY
+
 namespace plugin {
+namespace {
 
-using namespace actions;
+using Family = std::span<const actions::Action> (*)();
+constexpr Family kFamilies[] = {
+#define FAMILY(floor, name) &floor::name,
+#include "plugin/families.inc"
+#undef FAMILY
+};
 
-std::span<const Action> actionTable() {
-  static const std::vector<Action> table = [] {
-    std::vector<Action> rows;
-    for (const actions::Family family : actions::allFamilies())
-      for (const Action& row : family()) rows.push_back(row);
-    std::sort(rows.begin(), rows.end(), [](const Action& a, const Action& b) { return a.place < b.place; });
-    return rows;
-  }();
-  return table;
-}
+}  // namespace
 
-const Action* findAction(std::wstring_view key) {
-  static const auto index = [] {
-    std::unordered_map<std::wstring_view, const Action*> rows;
-    for (const Action& row : actionTable()) rows.emplace(row.key, &row);
-    return rows;
-  }();
-  const auto found = index.find(key);
-  return found == index.end() ? nullptr : found->second;
+void handDownActions() {
+  if (!actions::actionTable().empty()) return;
+  std::vector<actions::Action> rows;
+  for (const Family family : kFamilies)
+    for (const actions::Action& row : family()) rows.push_back(row);
+  actions::setActionTable(std::move(rows));
 }
 
 }  // namespace plugin

@@ -6,7 +6,6 @@
 
 #include "core/config.h"
 #include "core/log.h"
-#include "ui/menu.h"
 #include "core/messages.h"
 #include "core/state.h"
 #include "core/web_settings.h"
@@ -15,18 +14,23 @@
 #include "creo/ProWindow.h"
 #include "creo/entry.h"
 #include "language/comparison_watch.h"
+#include "os/surroundings.h"
+#include "plugin/action_table.h"
 #include "run/model_table.h"
 #include "run/run.h"
+#include "run/screen.h"
 #include "run/triggers.h"
-#include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "ui/indicator.h"
 #include "ui/main_dialog.h"
+#include "ui/menu.h"
+#include "ui/screen.h"
 
-namespace core {
+namespace plugin {
 namespace {
 
+using namespace core;
 using namespace creo;
 
 constexpr int kWideCharSize = sizeof(wchar_t);
@@ -74,18 +78,18 @@ bool creoVersionIsKnown() {
 }
 
 // Menu, triggers and the commands beside them. What fails here leaves the plug-in loaded.
-void hangIn() {
+void attach() {
   const PluginState& state = pluginState();
   const bool withMenu = state.startTriggerWithoutKvd == 0;
   if (!withMenu) creoLog(L"<KVD> - start explicit Trigger mode (start_trigger_without_kvd = 1)");
-  if (withMenu && setUpMenu() != ProNoError) {
+  if (withMenu && ui::setUpMenu() != ProNoError) {
     creoLog(L"<KVD> Error setting up menubar.");
     return;
   }
   run::attachTriggers();
   if (state.workerMode && withMenu) return;
   const std::wstring site = state.kvzPath + L"/kvuser_config.pro";
-  if (ProInputFileRead(ProMdl(), site, ProInputFileType::configuration) == ProNoError) addInstallCommand();
+  if (ProInputFileRead(ProMdl(), site, ProInputFileType::configuration) == ProNoError) ui::addInstallCommand();
   ui::startParameterIndicator();
 }
 
@@ -93,6 +97,8 @@ void hangIn() {
 
 StartResult startPlugin(std::string_view version, std::string_view build) {
   PluginState& state = pluginState();
+  handDownActions();
+  run::screen() = ui::screen();
   creoLog(L"<KVD> Kelvane User " + state.version + L" started");
   const int creoSize = ProWcharSizeGet();
   if (creoSize != kWideCharSize) {
@@ -108,7 +114,7 @@ StartResult startPlugin(std::string_view version, std::string_view build) {
     return result;
   }
   testGraphics();
-  if (creoVersionIsKnown()) hangIn();
+  if (creoVersionIsKnown()) attach();
   return {};
 }
 
@@ -131,38 +137,4 @@ void endPlugin() {
   pluginState().reset();
 }
 
-}  // namespace core
-
-namespace {
-
-// Creo shows the text when the start has failed.
-void fillErrorBuffer(wchar_t* buffer, std::wstring_view fault) {
-  if (!buffer) return;
-  const std::size_t length = std::min<std::size_t>(fault.size(), creo::kErrorBufferSize - 1);
-  std::copy_n(fault.begin(), length, buffer);
-  buffer[length] = L'\0';
-}
-
-}  // namespace
-
-extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* version, const char* build,
-                                    wchar_t* errbuf) {
-  try {
-    const core::StartResult result = core::startPlugin(version ? version : "", build ? build : "");
-    if (result.status != 0) fillErrorBuffer(errbuf, result.fault);
-    return result.status;
-  } catch (const std::exception& fault) {
-    const std::wstring text = text::fromUtf8(fault.what());
-    fillErrorBuffer(errbuf, text);
-    core::creoLog(text);
-    return -1;
-  }
-}
-
-extern "C" void user_terminate_plus() {
-  try {
-    core::endPlugin();
-  } catch (const std::exception& fault) {
-    core::creoLog(text::fromUtf8(fault.what()));
-  }
-}
+}  // namespace plugin

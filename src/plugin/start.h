@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace core {
+namespace plugin {
 
 // 0: started. -1: not; fault is the text for Creo to show.
 struct StartResult {
@@ -14,4 +14,4 @@ struct StartResult {
 StartResult startPlugin(std::string_view version, std::string_view build);
 void endPlugin();
 
-}  // namespace core
+}  // namespace plugin

@@ -108,8 +108,7 @@ std::string encodedText(const CsvForm& form, std::wstring_view text) {
 
 void appendValue(CsvReport& report, std::wstring_view value) {
   std::wstring changed;
-  if (report.form.changeComma && value.find(L'.') != value.npos &&
-      language::wildcardCompare(language::kDoublePattern, value) == 1) {
+  if (report.form.changeComma && value.find(L'.') != value.npos && language::matches(language::kDoublePattern, value)) {
     changed = text::replaceAll(value, L".", L",");
     value = changed;
   }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "reports/csv_report.h"
+#include "reports/csv_data.h"
 
 namespace reports {
 

@@ -1,7 +1,6 @@
 // reportDrawingdata: columns of what a drawing holds.
 #include <map>
 
-#include "actions/families.h"
 #include "creo/ProDwgtable.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNote.h"
@@ -162,8 +161,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> drawingReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> drawingReportActions() { return kActions; }
+
+}  // namespace reports

@@ -1,5 +1,4 @@
 // Reports of what solids measure and of where their coordinate systems and datum points stand.
-#include "actions/families.h"
 #include "creo/ProDatum.h"
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
@@ -121,7 +120,7 @@ class PositionReport {
   }
 
   [[nodiscard]] bool matches(const std::wstring& name) const {
-    return wildcardCompare(task_.attribute(L"fname"), name) == 1;
+    return language::matches(task_.attribute(L"fname"), name);
   }
 
   void report(const std::wstring& model, const std::wstring& item, const creo::ProTransform& place) const {
@@ -173,8 +172,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> geometryReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> geometryReportActions() { return kActions; }
+
+}  // namespace reports

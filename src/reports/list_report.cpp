@@ -1,7 +1,6 @@
 // writeListReport: one list about the model, in a file of its own.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "reports/file_name.h"
@@ -111,8 +110,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> listReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> listReportActions() { return kActions; }
+
+}  // namespace reports

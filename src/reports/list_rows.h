@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "creo/ProDrawing.h"
 #include "actions/task.h"
+#include "creo/ProDrawing.h"
 #include "reports/report_row.h"
 
 namespace reports {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "creo/ProMdl.h"
 #include "actions/task.h"
+#include "creo/ProMdl.h"
 #include "reports/report_row.h"
 
 namespace reports {

@@ -1,8 +1,7 @@
 #include "reports/open_report.h"
 
-#include "actions/families.h"
-#include "core/log.h"
 #include "actions/output_file.h"
+#include "core/log.h"
 #include "os/surroundings.h"
 #include "reports/csv_text.h"
 #include "reports/side_file.h"
@@ -28,7 +27,9 @@ void beginAnew(CsvReport& report, bool isOpened) {
 
 // Append mode: the columns of earlier runs, and whether a header line is still to be written.
 void goOn(CsvReport& report, const FileEnds& found) {
-  const bool knowsColumns = readSideFile(report);
+  const bool knowsColumns = readSideFile(report, [&report](std::wstring_view key, std::wstring_view title) {
+    reportAddColumn(report, key, title, ColumnSource::sideFile);
+  });
   report.lacksLineEnd = found.lacksLineEnd;
   // A new report, or one whose file was taken away: the rows need their titles whatever the side file remembers.
   report.overwrite = !knowsColumns || found.isEmpty;
@@ -110,8 +111,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> openReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> openReportActions() { return kActions; }
+
+}  // namespace reports

@@ -10,8 +10,7 @@
 namespace reports {
 
 // One that is "true" or isn't.
-constexpr core::Attribute flag(std::wstring_view name, std::string_view about,
-                                 core::Need need = core::Need::optional) {
+constexpr core::Attribute flag(std::wstring_view name, std::string_view about, core::Need need = core::Need::optional) {
   return {.name = name, .kind = core::Kind::flag, .words = L"true", .need = need, .about = about};
 }
 // The same for what an action may put into a report: one of them gives it work.

@@ -1,7 +1,6 @@
 // The report on what a model uses, and on features that aren't there as they should be.
 #include <unordered_set>
 
-#include "actions/families.h"
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "reports/report_row.h"
@@ -135,8 +134,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> dependencyReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> dependencyReportActions() { return kActions; }
+
+}  // namespace reports

@@ -2,7 +2,6 @@
 #include <array>
 #include <optional>
 
-#include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
@@ -136,8 +135,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> familyTableReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> familyTableReportActions() { return kActions; }
+
+}  // namespace reports

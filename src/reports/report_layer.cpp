@@ -1,5 +1,4 @@
 // The report on layers: one column, a line for each layer.
-#include "actions/families.h"
 #include "creo/ProLayer.h"
 #include "language/compare.h"
 #include "reports/layer_words.h"
@@ -52,8 +51,7 @@ std::wstring lines(const LayerLines& wanted, creo::ProMdl model) {
   std::wstring lines;
   creo::ProMdlLayerVisit(model, [&](const creo::ProLayer& layer) {
     const auto name = creo::ProLayerNameGet(layer);
-    if (allPass || (name && wildcardCompare(wanted.filter, name.value) == 1))
-      appendLine(lines, line(wanted, layer, name.value));
+    if (allPass || (name && matches(wanted.filter, name.value))) appendLine(lines, line(wanted, layer, name.value));
     return creo::ProNoError;
   });
   return lines;
@@ -87,8 +85,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> layerReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> layerReportActions() { return kActions; }
+
+}  // namespace reports

@@ -1,5 +1,4 @@
 // The report on a part's materials.
-#include "actions/families.h"
 #include "creo/ProMaterial.h"
 #include "reports/report_row.h"
 
@@ -39,8 +38,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> materialReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> materialReportActions() { return kActions; }
+
+}  // namespace reports

@@ -1,7 +1,6 @@
 // The model report: name, file, and what a solid is as a whole.
 #include <chrono>
 
-#include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMaterial.h"
 #include "os/local_time.h"
@@ -130,8 +129,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> modelDataReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> modelDataReportActions() { return kActions; }
+
+}  // namespace reports

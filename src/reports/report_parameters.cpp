@@ -1,9 +1,9 @@
 // The report on parameters: a set of columns for each one that a name or a pattern tells.
-#include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "language/compare.h"
+#include "language/variables.h"
 #include "reports/parameter_words.h"
 #include "reports/report_row.h"
 
@@ -97,7 +97,7 @@ class ParameterReport {
   // All parameters whose names fit, each under its own name.
   void matching(std::wstring_view pattern) const {
     creo::ProParameterVisit(owner_, [&](const ProParameter& parameter) {
-      if (wildcardCompare(pattern, parameter.id) != 1) return creo::ProNoError;
+      if (!matches(pattern, parameter.id)) return creo::ProNoError;
       addColumns(parameter.id);
       write({parameter.id, parameter, model_, true});
       return creo::ProNoError;
@@ -171,8 +171,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> parameterReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> parameterReportActions() { return kActions; }
+
+}  // namespace reports

@@ -1,5 +1,4 @@
 // The report on a model's relations, and on those that run after its regeneration.
-#include "actions/families.h"
 #include "creo/ProMdl.h"
 #include "creo/ProRelset.h"
 #include "language/compare.h"
@@ -21,7 +20,7 @@ std::wstring linesOf(const RelationFacts& facts, const RelationSet& set) {
   std::wstring lines;
   if (!set) return lines;
   for (const std::wstring& line : creo::ProRelsetRelationsGet(set.value).value)
-    if (wildcardCompare(facts.lineFilter, line) == 1) appendLine(lines, line);
+    if (matches(facts.lineFilter, line)) appendLine(lines, line);
   return lines;
 }
 
@@ -73,8 +72,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> relationReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> relationReportActions() { return kActions; }
+
+}  // namespace reports

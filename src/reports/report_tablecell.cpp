@@ -1,5 +1,4 @@
 // Cells of drawing tables in a report.
-#include "actions/families.h"
 #include "language/table_location.h"
 #include "reports/report_row.h"
 #include "text/format.h"
@@ -80,8 +79,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> reportTablecellActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> reportTablecellActions() { return kActions; }
+
+}  // namespace reports

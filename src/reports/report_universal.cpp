@@ -1,12 +1,13 @@
 // One column that a filter decides.
-#include "actions/families.h"
 #include "core/log.h"
 #include "documents/filter.h"
+#include "language/variables.h"
 #include "reports/report_row.h"
 
 namespace reports {
 namespace {
 
+using namespace language;
 using namespace actions;
 
 // The last child of that name, or null.
@@ -61,8 +62,7 @@ constexpr Action kActions[] = {
 };
 
 }  // namespace
-}  // namespace reports
 
-namespace actions {
-std::span<const actions::Action> universalReportActions() { return reports::kActions; }
-}  // namespace actions
+std::span<const actions::Action> universalReportActions() { return kActions; }
+
+}  // namespace reports

@@ -32,7 +32,7 @@ void writeSideFile(CsvReport& report) {
   report.sideFileIsOurs = !os::files().write(path, content);
 }
 
-bool readSideFile(CsvReport& report) {
+bool readSideFile(CsvReport& report, creo::FunctionRef<void(std::wstring_view, std::wstring_view)> take) {
   const auto file = os::files().read(sideFilePath(report));
   if (!file) return false;
   const std::wstring content = report.form.charsetUtf ? text::fromUtf8(file.value) : text::fromLatin1(file.value);
@@ -44,8 +44,7 @@ bool readSideFile(CsvReport& report) {
       isWhole = false;
       continue;
     }
-    reportAddColumn(report, std::wstring_view(line).substr(0, at),
-                    std::wstring_view(line).substr(at + kSeparator.size()), ColumnSource::sideFile);
+    take(std::wstring_view(line).substr(0, at), std::wstring_view(line).substr(at + kSeparator.size()));
   }
   report.sideFileIsOurs = isWhole;
   return true;

@@ -5,8 +5,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "creo/ProUITable.h"
-#include "run/check_out.h"
-#include "run/model_table.h"
+#include "run/check_out_state.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -56,8 +55,6 @@ std::wstring shown(const creo::ProParamvalue& value) {
 }
 
 }  // namespace
-
-bool hasRows(creo::ProMdlType type) { return lookOf(type) != nullptr; }
 
 bool ModelRows::check(creo::ProError result, std::wstring_view call) {
   if (result == creo::ProNoError) return true;

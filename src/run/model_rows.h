@@ -5,22 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "creo/ProTypes.h"
+#include "run/model_row.h"
 
 namespace run {
-
-enum class FamilyRole { plain, instance, generic, genericAsDependency };
-
-struct ModelRow {
-  std::string name;  // "BRACKET.PRT"
-  creo::ProMdl model;
-  creo::ProMdlType type{};  // part, assembly or drawing
-  FamilyRole role = FamilyRole::plain;
-  bool allowed = true;  // false: its history forbids it, it starts unselected and locked
-};
-
-// Parts, assemblies and drawings have rows.
-bool hasRows(creo::ProMdlType type);
 
 class ModelRows {
  public:

@@ -4,21 +4,21 @@
 #include <optional>
 #include <unordered_set>
 
+#include "actions/run_names.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUITable.h"
 #include "documents/action_list.h"
 #include "documents/filter.h"
-#include "documents/package.h"
 #include "documents/predicates.h"
+#include "os/paths.h"
 #include "run/check_out.h"
+#include "run/filter_names.h"
 #include "run/history.h"
 #include "run/model_rows.h"
 #include "run/model_walk.h"
 #include "run/row_name.h"
-#include "run/run.h"
-#include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/units.h"
@@ -137,12 +137,12 @@ bool typeIsShown(creo::ProMdlType type, const Basis& basis) {
 
 FamilyRole roleOf(creo::ProMdl model, bool isInstance, bool fromDependency) {
   if (isInstance) return FamilyRole::instance;
-  if (documents::isGeneric(model) != documents::kTrue) return FamilyRole::plain;
+  if (documents::isGeneric(model) != documents::Answer::yes) return FamilyRole::plain;
   return fromDependency ? FamilyRole::genericAsDependency : FamilyRole::generic;
 }
 
 bool isInstance(creo::ProMdl model, creo::ProMdlType type) {
-  return type != creo::ProMdlType::drawing && documents::isInstance(model) == documents::kTrue;
+  return type != creo::ProMdlType::drawing && documents::isInstance(model) == documents::Answer::yes;
 }
 
 RowVerdict judge(creo::ProMdl model, creo::ProMdlType type, const Basis& basis) {
@@ -242,8 +242,7 @@ creo::ProError rebuildModelTable(creo::ProMdl start) {
   state.currentExt = text::cut(creo::typeExtension(type.value), kExtensionField - 1);
   state.currentName = text::cut(name.value, kNameField - 1);
 
-  if (t.listFilter.block && state.useGlobFilterNow != 0)
-    setCheck(documents::kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
+  if (t.listFilter.block && state.useGlobFilterNow != 0) setCheck(kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
   enableHighlighting(type.value == creo::ProMdlType::assembly);
   if (filterInForce() == t.listFilter.block) tellOfMissingGroups(t.listFilter);
 
@@ -328,7 +327,7 @@ void loadListFilter(std::string_view name) {
   filter = load(pathInPackage(L"actionlists\\", name));
   if (filter.document) filter.block = documents::actionList(*filter.document).filter;
   table().forgetWalks();
-  if (!runGoesOn()) refreshModelTable();
+  if (!actions::runGoesOn()) refreshModelTable();
 }
 
 void checkOutSelected() { checkOutRows(table().rows); }

@@ -7,10 +7,9 @@
 
 #include "core/xml.h"
 #include "creo/ProTypes.h"
+#include "run/model_row.h"
 
 namespace run {
-
-constexpr const char* kModelTable = "LargeTable";
 
 // Walks from the start model (Creo's current one when it is null) and adds what passes. Rows that are there stay, and
 // models that an earlier start led to under the same flags and filters aren't walked again: filling the table from many

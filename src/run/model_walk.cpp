@@ -8,7 +8,7 @@
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "documents/predicates.h"
-#include "run/model_rows.h"
+#include "run/model_row.h"
 #include "run/row_name.h"
 #include "text/format.h"
 

@@ -3,9 +3,11 @@
 #include <array>
 #include <exception>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
+#include "actions/dispatch.h"
+#include "actions/run_names.h"
+#include "actions/saved_options.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -17,22 +19,20 @@
 #include "creo/ProUITable.h"
 #include "creo/ProWindow.h"
 #include "documents/action_list.h"
-#include "documents/package.h"
-#include "run/check_out.h"
 #include "language/comparison_watch.h"
 #include "language/csv_table.h"
-#include "actions/dispatch.h"
+#include "language/workbook.h"
+#include "reports/csv_report.h"
+#include "run/check_out.h"
+#include "run/choosers.h"
 #include "run/history.h"
 #include "run/model_table.h"
 #include "run/row_name.h"
-#include "actions/saved_options.h"
+#include "run/screen.h"
 #include "run/triggers.h"
-#include "language/workbook.h"
-#include "reports/csv_report.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
-#include "ui/main_dialog.h"
 
 namespace run {
 namespace {
@@ -62,15 +62,13 @@ constexpr std::array kPasses = {ProMdlType::part, ProMdlType::assembly, ProMdlTy
 struct Run {
   std::unique_ptr<XmlDocument> document;
   documents::ActionList list;
-  std::vector<std::string> rows;                         // of the table; it stands still during the run
-  std::size_t row = 0;                                   // the next one to look at
-  std::size_t pass = 0;                                  // in kPasses
-  int progress = 0;                                      // finished models
-  std::string waitingRow;                                // the row whose window was asked for
-  std::unordered_map<std::string, std::string> renamed;  // of a row whose model was renamed, its name of now
-  std::unordered_map<std::string, std::string> rowOf;    // the other way
-  int window = 0;                                        // that the run waits for
-  bool windowCreated = false;                            // by the run, which closes it again
+  std::vector<std::string> rows;  // of the table; it stands still during the run
+  std::size_t row = 0;            // the next one to look at
+  std::size_t pass = 0;           // in kPasses
+  int progress = 0;               // finished models
+  std::string waitingRow;         // the row whose window was asked for
+  int window = 0;                 // that the run waits for
+  bool windowCreated = false;     // by the run, which closes it again
 };
 
 // Shared, so that a step which ends the run still stands on it.
@@ -140,13 +138,14 @@ void leaveRun() {
   freeSavedConfigOptions();
   state.section = L' ';
   run().reset();
+  noteRun(false);
 }
 
 // The table follows Creo again, and a trigger's dialog goes unless it is to stay.
 void leaveTool() {
   if (pluginState().triggerType != 0) {
     const bool keeps = pluginState().triggerKeepsDialog == 1;
-    if (!keeps) ui::toolClose();
+    if (!keeps) screen().close();
     endTrigger();
     if (!keeps) return;
     logReopenForRendering();  // while the trigger ran nothing was shown
@@ -178,7 +177,7 @@ bool refusesForeignModel() {
 // Reads the selected list. False, with an error line, for one that can't be read or is an empty file: a run of nothing
 // would still leave its record in every model.
 bool openList() {
-  const std::wstring path = documents::selectedListPath();
+  const std::wstring path = selectedListPath();
   creoLog(L"<KVD> Kelvane - open Selected XML", kError);
   XmlLoaded loaded = xmlLoadFile(path);
   logWrite(path, kDebug);
@@ -419,22 +418,6 @@ void unsetRefreshNotifications() {
   for (const ProNotifyType type : kRefreshTypes) ProNotificationUnset(type);
 }
 
-bool runGoesOn() { return run() != nullptr; }
-
-void followRename(const std::string& before, const std::string& now) {
-  if (!run()) return;
-  const auto known = run()->rowOf.extract(before);
-  const std::string row = known.empty() ? before : known.mapped();
-  run()->renamed[row] = now;
-  run()->rowOf[now] = row;
-}
-
-std::string rowNow(const std::string& row) {
-  if (!run()) return row;
-  const auto found = run()->renamed.find(row);
-  return found == run()->renamed.end() ? row : found->second;
-}
-
 void startRun() {
   if (runGoesOn()) return;
   unsetRefreshNotifications();
@@ -447,6 +430,7 @@ void startRun() {
   logClearView();
   forgetWhatWasGivenUp();
   run() = std::make_shared<Run>();
+  noteRun(true);
   const std::shared_ptr<Run> kept = run();
   if (!openList() || stopsAt(afterListOpened)) return endEarly();
   pluginState().controlName.clear();
@@ -509,7 +493,7 @@ void finishRun() {
   logMsgPlain(Message::runFinished, kTitle);
   for (int i = 0; i < 3; ++i) logWrite(L"", kTitle);
   if (state.autoclose == 1) {
-    ui::toolClose();
+    screen().close();
     endTrigger();
     return;
   }

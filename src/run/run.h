@@ -18,14 +18,8 @@ void runSection(const core::XmlNode* section, const std::string& rowName);
 void finishRun();
 // Ends a run that waits for a window: no report, notification or trigger stays behind. Nothing when none goes on.
 void abandonRun();
-bool runGoesOn();
-// The run renamed a model: rows keep their names, and those that are still to come find it under its new one.
-// "BRACKET.PRT" and "WHEEL.PRT".
-void followRename(const std::string& before, const std::string& now);
-// What a row's model is called now.
-std::string rowNow(const std::string& row);
 
-// The five notifications by which the table follows Creo's current model; hung in while no run goes on.
+// The five notifications by which the table follows Creo's current model; attached while no run goes on.
 void setRefreshNotifications();
 void unsetRefreshNotifications();
 

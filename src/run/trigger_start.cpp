@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "actions/run_names.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
@@ -10,11 +11,10 @@
 #include "creo/ProUtil.h"
 #include "run/model_table.h"
 #include "run/run.h"
+#include "run/screen.h"
 #include "run/triggers.h"
 #include "text/encoding.h"
 #include "text/letters.h"
-#include "ui/components.h"
-#include "ui/main_dialog.h"
 
 namespace run {
 namespace {
@@ -89,10 +89,10 @@ int chooseList(const std::wstring& list) {
   const std::string package = entryOf("kvaneKVZChooser", list.substr(0, blank) + L".kvz");
   if (package.empty()) return refused(L"<KVD> Can't find the described kvz file");
   // A package that can't be opened has no lists, whatever the chooser still shows of another one.
-  const bool opens = ui::takePackage(package);
+  const bool opens = screen().takePackage(package);
   const std::string name = opens ? entryOf("kvaneActionlistChooser", list.substr(blank + 1) + L".xml") : std::string();
   if (name.empty()) return refused(L"<KVD> Can't find the described actionlist");
-  ui::takeList(name);
+  screen().takeList(name);
   return 0;
 }
 
@@ -113,7 +113,7 @@ class ReworkSwitch {
 void setHistorySwitch(const std::wstring& history) {
   if (history.size() == kHistoryDigits) {
     trigger().writeExtData = pluginState().writeExtData;
-    ui::setHistoryButton(history[1] != L'0');
+    screen().setHistoryButton(history[1] != L'0');
   } else if (!history.empty()) {
     creoLog(L"<KVD> glob_start_kvz_before_save_write_check_rework_history needs zero or two inputs [0,1]");
   }
@@ -134,7 +134,7 @@ int openWith(const std::wstring& list, int type) {
   const TableHold hold;
   PluginState& state = pluginState();
   if (list.find(L' ') == list.npos) return refused(L"<KVD> Failure while split list, please correct the configuration");
-  if (!state.toolOpen) ui::pressStartEntry();
+  if (!state.toolOpen) screen().open();
   if (!state.toolOpen) return ProStopVisit;  // the entry has told why
   state.triggerType = type;                  // a dialog that is shown has cleared it
   return chooseList(list);
@@ -166,7 +166,7 @@ int startOrTell(ProMdl model, const std::wstring& list, const std::wstring& hist
   }
   if (result == 0 || !pluginState().toolOpen) return result;
   if (!wasOpen && showUI != 1) {
-    ui::toolClose();
+    screen().close();
   } else if (tableIsBehind()) {
     refreshModelTable();
   }
@@ -183,7 +183,7 @@ class Firing {
     if (observer()) observer()->triggerBegins(told);
   }
   ~Firing() {
-    if (!runGoesOn()) endTrigger();
+    if (!actions::runGoesOn()) endTrigger();
   }
   Firing(const Firing&) = delete;
   Firing& operator=(const Firing&) = delete;
@@ -202,7 +202,7 @@ int fireTrigger(ProMdl model, const std::wstring& list, const std::wstring& hist
     creoLog(L"<KVD> Already inside a trigger -> break new one");
     return 0;
   }
-  if (runGoesOn()) {
+  if (actions::runGoesOn()) {
     creoLog(L"<KVD> Already inside a run -> break trigger");
     return 0;
   }
@@ -231,7 +231,7 @@ void endTrigger() {
   if (state.triggerType == 0) return;
   if (!state.savedDirectory.empty()) ProDirectoryChange(state.savedDirectory);
   if (const std::optional<int> before = std::exchange(trigger().writeExtData, std::nullopt)) {
-    if (state.toolOpen) ui::setHistoryButton(*before != 0);
+    if (state.toolOpen) screen().setHistoryButton(*before != 0);
     state.writeExtData = *before;
   }
   state.triggerType = 0;

@@ -3,6 +3,7 @@
 #include <exception>
 #include <set>
 
+#include "actions/run_names.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
@@ -10,7 +11,6 @@
 #include "creo/ProSession.h"
 #include "creo/pfcSession.h"
 #include "run/model_table.h"
-#include "run/run.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -43,7 +43,7 @@ ProError fire(Trigger trigger, ProMdl model) {
 
 // What a run's own actions do, or the filters that judge the table's models, is no event for those triggers that would
 // be told of every one of them.
-bool isBusy() { return pluginState().triggerType != 0 || runGoesOn() || tableIsBeingFilled(); }
+bool isBusy() { return pluginState().triggerType != 0 || actions::runGoesOn() || tableIsBeingFilled(); }
 
 ProError onSave(const ProNotification& /*event*/) { return fire(Trigger::beforeSave, {}); }
 

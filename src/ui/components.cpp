@@ -3,29 +3,28 @@
 #include <string>
 
 #include "core/log.h"
-#include "core/log_view.h"
-#include "ui/menu.h"
 #include "core/state.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
-#include "documents/package.h"
 #include "documents/server_workspace.h"
+#include "os/surroundings.h"
 #include "run/check_out.h"
+#include "run/choosers.h"
 #include "run/model_table.h"
 #include "run/row_name.h"
 #include "run/run.h"
-#include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 #include "ui/filter_dialog.h"
+#include "ui/help.h"
 #include "ui/highlight.h"
 #include "ui/history_dialog.h"
 #include "ui/info_dialog.h"
 #include "ui/list_print.h"
 #include "ui/log_tree.h"
-#include "ui/main_dialog.h"
+#include "ui/sides.h"
 
 namespace ui {
 namespace {
@@ -48,10 +47,10 @@ std::string chosen(const char* menu) {
 bool choosePackage() {
   const std::string name = chosen(kPackages);
   pluginState().currentKvz = text::fromUtf8(name);
-  return documents::selectPackage(name) == 0;
+  return run::selectPackage(name) == 0;
 }
 
-void chooseList() { documents::selectActionList(chosen(kLists)); }
+void chooseList() { run::selectActionList(chosen(kLists)); }
 
 void chooseLogLevel() {
   pluginState().loglevel = text::parseInt(chosen("kvaneLayerLogFilterChooser"));
@@ -127,7 +126,6 @@ struct ButtonAction {
 
 constexpr ButtonAction kPushbuttons[] = {
     {"kvaneStart", run::startRun},
-    {"kvaneCancel", toolClose},
     {"kvaneCheckout", run::checkOutSelected},
     {"kvaneExtFilter", openFilterDialog},
     {"kvaneShowLog", [] { showLogSide(pluginState().logVisible == 0); }, "showandhideLog"},
@@ -177,7 +175,7 @@ ProUIAction calls(void (*action)()) {
 void setStartStates() {
   const PluginState& state = pluginState();
   run::setTypeFilters(state.filterPrt != 0, state.filterAsm != 0, state.filterDrw != 0, state.filterInst != 0,
-                         state.filterCurmod != 0);
+                      state.filterCurmod != 0);
   showHistorySwitch(state.writeExtData == 1);
   ProUIProgressbarMinintegerSet(dialog(), "kvaneProgressBar", 0);
   ProUIProgressbarIntegerSet(dialog(), "kvaneProgressBar", 0);
@@ -203,9 +201,10 @@ void prepareColumns() {
 
 }  // namespace
 
-void prepareMainDialog() {
+void prepareMainDialog(void (*close)()) {
   ProUIDialogBitmapSet(dialog(), "kvanetool.png");
-  report(ProUIDialogCloseActionSet(dialog(), calls(toolClose)), dialog());
+  report(ProUIDialogCloseActionSet(dialog(), calls(close)), dialog());
+  report(ProUIPushbuttonActivateActionSet(dialog(), "kvaneCancel", calls(close)), "kvaneCancel");
   for (const ButtonAction& row : kPushbuttons) {
     report(ProUIPushbuttonActivateActionSet(dialog(), row.button, calls(row.action)),
            row.fault ? row.fault : row.button);

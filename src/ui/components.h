@@ -5,6 +5,8 @@
 
 namespace ui {
 
+// Gives each component its action; close: what ends the dialog.
+void prepareMainDialog(void (*close)());
 // Connects the choosers of package, list and log level, and the list filter's check button of the filter dialog.
 void connectChoosers();
 

@@ -3,13 +3,13 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUI.h"
-#include "documents/package.h"
+#include "run/choosers.h"
 #include "run/model_table.h"
 
 namespace ui {
 namespace {
 
-constexpr const char* kDialog = documents::kFilterDialog;
+constexpr const char* kDialog = run::kFilterDialog;
 constexpr const char* kChooser = "kvaneFilterChooser";
 constexpr const char* kUseListFilter = "kvaneFilterGlobal";
 constexpr const char* kOk = "kvaneFilterOkBtn";
@@ -38,7 +38,7 @@ int createFilterDialog() {
   return 0;
 }
 
-void fillFilterChooser() { documents::listFilters(); }
+void fillFilterChooser() { run::listFilters(); }
 
 void openFilterDialog() {
   if (creo::ProUIDialogCloseActionSet(kDialog, &leave) ||
@@ -48,7 +48,7 @@ void openFilterDialog() {
 
 void applyChosenFilter() {
   const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kChooser);
-  if (!chosen || chosen.value.empty() || chosen.value.front() == documents::kNoFilter)
+  if (!chosen || chosen.value.empty() || chosen.value.front() == run::kNoFilter)
     run::dropGlobalFilter({});
   else
     run::loadGlobalFilter(chosen.value.front());

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/config.h"
-#include "ui/menu.h"
 #include "core/state.h"
 #include "creo/ProEvent.h"
 #include "creo/ProMdl.h"
@@ -14,6 +13,7 @@
 #include "creo/ProWindow.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
+#include "ui/menu.h"
 
 namespace ui {
 namespace {
@@ -100,7 +100,7 @@ void test() {
 void startParameterIndicator() {
   if (core::pluginState().checkParameter.empty()) return;
   if (const auto added = ProEventCallbackAdd(test)) callback() = added.value;
-  core::addIndicatorCommand();
+  addIndicatorCommand();
 }
 
 void stopParameterIndicator() {

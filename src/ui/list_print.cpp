@@ -6,8 +6,8 @@
 #include "core/state.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "documents/package.h"
 #include "os/surroundings.h"
+#include "run/choosers.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -57,7 +57,7 @@ std::wstring pageOf(const core::XmlDocument& document) {
 }  // namespace
 
 void printActionList() {
-  const core::XmlLoaded loaded = core::xmlLoadFile(documents::selectedListPath());
+  const core::XmlLoaded loaded = core::xmlLoadFile(run::selectedListPath());
   if (!loaded) return core::creoLog(loaded.fault);
   const std::wstring path = core::pluginState().tempPath + std::wstring(kFileName);
   if (os::files().write(path, text::toUtf8(pageOf(*loaded.document))))

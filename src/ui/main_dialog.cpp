@@ -8,14 +8,15 @@
 #include "creo/ProMacro.h"
 #include "creo/ProUI.h"
 #include "creo/ProWindow.h"
-#include "documents/package.h"
+#include "os/surroundings.h"
+#include "run/choosers.h"
 #include "run/model_table.h"
 #include "run/run.h"
 #include "run/triggers.h"
-#include "os/surroundings.h"
 #include "text/format.h"
 #include "ui/components.h"
 #include "ui/filter_dialog.h"
+#include "ui/sides.h"
 
 namespace ui {
 namespace {
@@ -99,12 +100,12 @@ int toolStart() {
   creoProgress(L"<KVD> set user data");
   state.currentDate = os::localTime(os::clock().seconds(), "%d.%m.%Y %H:%M");
   creoProgress(L"<KVD> add button actions");
-  prepareMainDialog();
+  prepareMainDialog(toolClose);
   toggleSides();
   creoProgress(L"<KVD> Create filter dialog");
   createFilterDialog();
   creoProgress(L"<KVD> Fill kvz menu");
-  if (documents::listPackages() != 0) {
+  if (run::listPackages() != 0) {
     toolClose();
     return 1;
   }

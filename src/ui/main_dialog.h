@@ -10,10 +10,4 @@ int toolStart();
 // The dialog's close and cancel action.
 void toolClose();
 
-// Gives each component its action.
-void prepareMainDialog();
-// Shows, hides or flips a side and its state.
-void showLogSide(bool show);
-void showTableSide(bool show);
-
 }  // namespace ui

@@ -1,17 +1,16 @@
 #include "ui/menu.h"
 
-#include "core/config.h"
 #include "core/log.h"
-#include "core/messages.h"
 #include "core/state.h"
 #include "creo/ProMenu.h"
 #include "creo/ProUtil.h"
-#include "os/surroundings.h"
+#include "ui/help.h"
 #include "ui/main_dialog.h"
 
-namespace core {
+namespace ui {
 namespace {
 
+using namespace core;
 using namespace creo;
 
 constexpr const char* kMenu = "KVANEMenubarMenu";
@@ -71,15 +70,10 @@ void addHiddenCommand(const char* name, const std::string& texts, const char* ic
 
 }  // namespace
 
-void openHelp() {
-  const std::wstring folder = normalisedTextPath(ProToolkitApplTextPathGet().value);
-  os::processes().open(folder + (useGerman() ? L"help\\ol_kvd_help_de.exe" : L"help\\ol_kvd_help_en.exe"));
-}
-
 ProError setUpMenu() {
   const ProError error = ProMenubarMenuAdd(kMenu, "KVD KVANEMenubarMenu", "Info", pluginState().msgFile);
   if (error != ProNoError && error != ProExists) return failed(L"<KVD> main - Failure Setup Menu Bar 1", error);
-  const ProError start = addEntry(kStart, ui::pressStartEntry);
+  const ProError start = addEntry(kStart, pressStartEntry);
   return start != ProNoError ? start : addEntry(kHelp, openHelp);
 }
 
@@ -91,4 +85,4 @@ void addIndicatorCommand() {
   if (!pluginState().checkParameter.empty()) addHiddenCommand("KVDATCmd", "KVD AT", "invisible.png", [] {});
 }
 
-}  // namespace core
+}  // namespace ui

@@ -3,7 +3,7 @@
 
 #include "creo/ProTypes.h"
 
-namespace core {
+namespace ui {
 
 // Adds the menu with its start and help entries. Each failure writes its line and gives Creo's status.
 creo::ProError setUpMenu();
@@ -12,7 +12,4 @@ void addInstallCommand();
 // The invisible command of the parameter indicator; only where a parameter is to be checked.
 void addIndicatorCommand();
 
-// The help program beside the plug-in's folder, in the user's language.
-void openHelp();
-
-}  // namespace core
+}  // namespace ui

@@ -1,4 +1,5 @@
-// The two sides of the main dialog that fold away: the table's and the log's.
+#include "ui/sides.h"
+
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -10,7 +11,6 @@
 #include "creo/ProUIShow.h"
 #include "creo/ProUITree.h"
 #include "text/encoding.h"
-#include "ui/main_dialog.h"
 
 namespace ui {
 namespace {

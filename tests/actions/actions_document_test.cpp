@@ -5,6 +5,7 @@
 #include <set>
 
 #include "actions/dispatch.h"
+#include "plugin/action_table.h"
 #include "support/markdown.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -13,8 +14,11 @@
 namespace test {
 namespace {
 
-using core::Attribute;
+// The rows are read without a plug-in.
+[[maybe_unused]] const bool kRowsAreThere = (plugin::handDownActions(), true);
+
 using actions::Action;
+using core::Attribute;
 
 constexpr const char* kWithoutEffect = "Keys without effect";
 constexpr const char* kCodes = "Codes of feature types";

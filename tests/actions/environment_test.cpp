@@ -2,9 +2,10 @@
 #include <filesystem>
 
 #include "actions/action_fixture.h"
+#include "actions/dispatch.h"
 #include "core/xml.h"
 #include "creo/ProUtil.h"
-#include "actions/dispatch.h"
+#include "language/user_variables.h"
 #include "language/variables.h"
 #include "text/encoding.h"
 

@@ -2,12 +2,13 @@
 #include <filesystem>
 
 #include "actions/action_fixture.h"
+#include "actions/dispatch.h"
 #include "core/xml.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
-#include "actions/dispatch.h"
-#include "language/variables.h"
 #include "headless/model/models.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "text/encoding.h"
 
 namespace test {

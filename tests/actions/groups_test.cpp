@@ -1,4 +1,5 @@
 #include "actions/action_fixture.h"
+#include "language/user_variables.h"
 #include "language/variables.h"
 #include "os/interrupt.h"
 

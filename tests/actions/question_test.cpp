@@ -1,12 +1,13 @@
 // Questions of a list to its user, answered as a person answers them.
 #include "actions/environment/question.h"
 #include "actions/action_fixture.h"
+#include "actions/dispatch.h"
 #include "core/state.h"
 #include "core/xml.h"
 #include "creo/ProUI.h"
-#include "actions/dispatch.h"
-#include "language/variables.h"
 #include "headless/proui/ui.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
 

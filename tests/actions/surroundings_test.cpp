@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "actions/action_fixture.h"
-#include "creo/ProUtil.h"
 #include "actions/saved_options.h"
+#include "creo/ProUtil.h"
 #include "headless/session/state.h"
 #include "os/doors.h"
 #include "support/drawings.h"

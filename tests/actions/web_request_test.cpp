@@ -1,6 +1,7 @@
 // Requests to a web server that the test starts, by lists run on a part.
 #include "actions/action_fixture.h"
 #include "actions/web_server.h"
+#include "language/user_variables.h"
 #include "language/variables.h"
 #include "os/processes.h"
 #include "os/web.h"

@@ -5,7 +5,7 @@
 #include "documents/action_list.h"
 #include "documents/filter.h"
 #include "documents/parsed.h"
-#include "documents/predicates.h"
+#include "documents/predicate_table.h"
 #include "support/world.h"
 #include "text/encoding.h"
 #include "text/pieces.h"

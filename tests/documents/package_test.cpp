@@ -5,10 +5,11 @@
 #include <filesystem>
 
 #include "core/state.h"
-#include "documents/package.h"
 #include "documents/package_rules.h"
+#include "documents/unpack.h"
 #include "headless/proui/ui.h"
 #include "os/interrupt.h"
+#include "run/choosers.h"
 #include "support/world.h"
 #include "text/encoding.h"
 
@@ -332,7 +333,7 @@ TEST(PackageChoosers, ShowPackagesListsFiltersAndDescriptions) {
   EXPECT_EQ(L"A package for tests \nsecond line", main.text("kvaneKVZInfoTa"));
   EXPECT_EQ(L"Pr\u00fcft alles", main.text("kvaneALInfoTa"));
   EXPECT_EQ("no Filter p.xml z.xml", joinedNames(ui.dialog("kvanefilter")->choices("kvaneFilterChooser")));
-  EXPECT_EQ(L"t:\\open_kvz_standards\\actionlists\\a.xml", documents::selectedListPath());
+  EXPECT_EQ(L"t:\\open_kvz_standards\\actionlists\\a.xml", run::selectedListPath());
 }
 
 TEST(PackageChoosers, ADamagedPackageKeepsTheListsThatWereThere) {
@@ -341,7 +342,7 @@ TEST(PackageChoosers, ADamagedPackageKeepsTheListsThatWereThere) {
   ASSERT_EQ(0, world.start());
   test::writeBytes(world.packages() + "/z.kvz", "no zip");
   world.openTool();
-  EXPECT_EQ(1, documents::selectPackage("z.kvz"));
+  EXPECT_EQ(1, run::selectPackage("z.kvz"));
   EXPECT_EQ("a.xml", joinedNames(world.session().ui().dialog("kvanerunner")->choices("kvaneActionlistChooser")));
   EXPECT_FALSE(fs::exists(world.temp() + "/open_kvz_z"));
 }
@@ -350,15 +351,15 @@ TEST(PackageChoosers, WithoutPackagesOrListsOrTheFolderTheLinesSaySo) {
   World world;
   ASSERT_EQ(0, world.start());
   world.openTool();
-  EXPECT_EQ(1, documents::selectPackage("standards.kvz"));
+  EXPECT_EQ(1, run::selectPackage("standards.kvz"));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> NO ACTIONLISTS"));
   fs::remove(world.packages() + "/standards.kvz");
-  EXPECT_EQ(1, documents::listPackages());
+  EXPECT_EQ(1, run::listPackages());
   EXPECT_TRUE(world.logHas(L"0 NO KVZ FILES FOUND"));
   EXPECT_TRUE(world.logHas(L"NO KVZ FILES FOUND\n2(ERR)"));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVD> No kvz files found"));
   fs::remove_all(world.packages());
-  EXPECT_EQ(-1, documents::listPackages());
+  EXPECT_EQ(-1, run::listPackages());
   EXPECT_NE(std::wstring::npos, world.messages().find(L"<KVANE> Can't find KVZ Path"));
 }
 

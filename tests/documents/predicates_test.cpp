@@ -1,5 +1,5 @@
 // The table of predicates, and what the documents tell of it.
-#include "documents/predicates.h"
+#include "documents/predicate_table.h"
 
 #include <gtest/gtest.h>
 

@@ -5,9 +5,10 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
 #include "documents/parsed.h"
-#include "language/variables.h"
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 
 namespace {
 

@@ -5,18 +5,23 @@
 #include <cctype>
 #include <functional>
 
-#include "actions/environment/question.h"
 #include "actions/dispatch.h"
+#include "actions/environment/question.h"
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
 #include "headless/vault/vault.h"
 #include "kelvane/attribute_check.h"
+#include "language/user_variables.h"
+#include "plugin/action_table.h"
 #include "program/example_world.h"
 #include "program/watched_doors.h"
 #include "support/markdown.h"
 
 namespace test {
 namespace {
+
+// The rows are read without a plug-in.
+[[maybe_unused]] const bool kRowsAreThere = (plugin::handDownActions(), true);
 
 using actions::Touched;
 

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "actions/action.h"
-#include "language/variables.h"
 #include "headless/model/models.h"
+#include "language/variables.h"
 #include "os/paths.h"
 #include "os/web.h"
 #include "support/world.h"

@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <optional>
 
+#include "actions/dispatch.h"
 #include "core/xml.h"
 #include "creo/ProMdl.h"
-#include "actions/dispatch.h"
 #include "os/surroundings.h"
 #include "support/world.h"
 #include "text/encoding.h"

@@ -11,10 +11,11 @@
 
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "run/model_table.h"
-#include "language/variables.h"
 #include "headless/proui/ui.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "os/text_files.h"
+#include "run/model_table.h"
 #include "support/folders.h"
 #include "text/encoding.h"
 #include "text/letters.h"

@@ -5,12 +5,12 @@
 
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "run/model_table.h"
 #include "kelvane/interrupt.h"
 #include "kelvane/places.h"
 #include "kelvane/run_watch.h"
 #include "kelvane/ui/user_actions.h"
 #include "os/surroundings.h"
+#include "run/model_table.h"
 #include "text/encoding.h"
 #include "text/format.h"
 

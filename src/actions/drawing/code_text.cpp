@@ -4,6 +4,7 @@
 
 #include "core/log.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"

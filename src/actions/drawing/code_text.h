@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "barcode/qr.h"
 #include "actions/action.h"
 #include "actions/task.h"
+#include "barcode/qr.h"
 
 namespace actions {
 

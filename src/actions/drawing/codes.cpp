@@ -4,11 +4,11 @@
 
 #include "actions/drawing/code_text.h"
 #include "actions/drawing/details.h"
-#include "actions/families.h"
 #include "barcode/pdf417.h"
 #include "creo/ProDtlentity.h"
 #include "creo/ProWindow.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"

@@ -5,7 +5,6 @@
 
 namespace actions {
 
-
 void sayDetail(std::wstring_view text) { core::logIndented(text, core::kNormal, 1); }
 void failDetail(std::wstring_view text) { core::logWrite(text, core::kError); }
 

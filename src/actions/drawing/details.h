@@ -5,9 +5,9 @@
 #include <optional>
 #include <string_view>
 
+#include "actions/action.h"
 #include "actions/drawing/sheet_entries.h"
 #include "creo/ProDtlattach.h"
-#include "actions/action.h"
 
 namespace actions {
 
@@ -23,8 +23,7 @@ void tellResult(creo::ProError result, std::wstring_view success, std::wstring_v
 using SheetEntryWork = creo::FunctionRef<void(const SheetFrame& frame, const SheetEntry& entry)>;
 void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,
                        SheetEntryWork work);
-inline void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems,
-                              SheetEntryWork work) {
+inline void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetEntryWork work) {
   eachSheetAndEntry(task, stems, {}, work);
 }
 
@@ -45,8 +44,7 @@ creo::Got<creo::ProDtlattach> movedTo(const Task& task, const SheetEntry& entry,
 // ---- what rows have in common
 
 // Another model is left alone without a word.
-constexpr Conditions kOnDrawings = {kFilter,
-                                            {.test = Test::drawingType, .outcome = done}};
+constexpr Conditions kOnDrawings = {kFilter, {.test = Test::drawingType, .outcome = done}};
 
 // Where something new stands, and on the sheets of which format.
 constexpr core::Attribute kPlaceOfNew[] = {

@@ -1,8 +1,8 @@
 // The current model of a drawing.
 #include "actions/drawing/details.h"
-#include "actions/families.h"
 #include "creo/ProMdl.h"
 #include "language/compare.h"
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace actions {
@@ -34,7 +34,7 @@ Outcome setCurrentDrawingModel(const Task& task) {
   if (!wanted.hasText() || !models) return done;
   for (const creo::ProMdl model : models.value) {
     const std::wstring name = fileNameOf(model);
-    if (name.empty() || wildcardCompare(wanted.text, name) != 1) continue;
+    if (name.empty() || !matches(wanted.text, name)) continue;
     sayDetail(text::format(L"set drawing model to : %s", name));
     if (creo::ProDrawingCurrentsolidSet(task.model(), model) != creo::ProNoError)
       failDetail(text::format(L"Can't set drawing model to : %s", name));

@@ -64,7 +64,7 @@ bool cellFits(const ProDwgtable& table, const FormatTableRule& rule) {
     if (!lines) return false;
     if (lines.value.empty()) lines.value.emplace_back();
     for (const std::wstring& line : lines.value)
-      if (language::wildcardCompare(rule.pattern, line) != 1) return false;
+      if (!language::matches(rule.pattern, line)) return false;
   }
   return true;
 }

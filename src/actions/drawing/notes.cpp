@@ -1,14 +1,14 @@
 // Notes on the sheets of drawings: written from a file, found by place or text, moved, deleted.
 #include "actions/drawing/details.h"
-#include "actions/families.h"
+#include "actions/output_file.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProNote.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"
 #include "language/compare.h"
 #include "language/csv_table.h"
-#include "actions/output_file.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/pieces.h"
 
@@ -119,7 +119,7 @@ bool holdsText(const Task& task, const SheetEntry& entry, const ProDtlnotedata& 
   for (const creo::ProDtlnoteline& line : data.lines)
     for (const creo::ProDtlnotetext& text : line.texts) {
       sayDetail(text::format(L"check %s => %s", pattern, text.text));
-      if (wildcardCompare(pattern, text.text) == 1) return true;
+      if (matches(pattern, text.text)) return true;
     }
   return false;
 }

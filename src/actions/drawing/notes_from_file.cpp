@@ -4,11 +4,12 @@
 #include <unordered_set>
 
 #include "actions/drawing/details.h"
-#include "actions/families.h"
+#include "actions/table_file.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProNote.h"
 #include "language/compare.h"
+#include "language/variables.h"
 #include "language/workbook.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -171,7 +172,7 @@ struct Edited {
 };
 
 void replaceIn(Edited& edited, const Task& task, const Row& row) {
-  if (wildcardCompare(text::format(L"*%s*", row.old), edited.text) != 1) return;
+  if (!matches(text::format(L"*%s*", row.old), edited.text)) return;
   const Replaced value = replaceVariables(row.value, task.model());
   if (!value.hasText())
     return failDetail(text::format(L"'%s' is not set because errors in the replacement", row.value));

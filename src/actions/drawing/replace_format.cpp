@@ -4,13 +4,13 @@
 #include "actions/drawing/details.h"
 #include "actions/drawing/format_tables.h"
 #include "actions/drawing/table_finder.h"
-#include "actions/families.h"
 #include "actions/model/frame_search.h"
 #include "core/messages.h"
 #include "creo/ProDrawingFormat.h"
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "language/compare.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -120,7 +120,7 @@ void exchangeOnSheet(const Task& task, int sheet) {
   const std::wstring format = presentFormat(task.model(), sheet);
   const ProMdl solid = modelForFormat(task, sheet);
   for (const Task::Numbered& entry : task.numberedAll(L"namef_", kMostEntries))
-    if (wildcardCompare(entry.value, format) == 1) exchange(task, sheet, entry.number, solid);
+    if (matches(entry.value, format)) exchange(task, sheet, entry.number, solid);
 }
 
 // A hidden format is shown while it is worked.

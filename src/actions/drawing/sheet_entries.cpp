@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "language/compare.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -41,7 +42,7 @@ bool readSheet(const Task& task, SheetNumbers numbers, SheetEntry& entry) {
 }
 
 bool fitsFormat(const SheetEntry& entry, std::wstring_view format, SheetWork work) {
-  if (entry.format) return entry.format->empty() || wildcardCompare(*entry.format, format) == 1;
+  if (entry.format) return entry.format->empty() || matches(*entry.format, format);
   if (work == SheetWork::adding) error(text::format(L"fn_%d is missing", entry.number));
   return work == SheetWork::finding;
 }

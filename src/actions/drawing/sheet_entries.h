@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "creo/ProDrawing.h"
 #include "actions/task.h"
+#include "creo/ProDrawing.h"
 
 namespace actions {
 

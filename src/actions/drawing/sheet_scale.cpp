@@ -1,18 +1,16 @@
 // The scale of a drawing's sheets.
 #include <cmath>
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProDrawingSheet.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
 
 namespace actions {
 namespace {
-
 
 // "1:2", or a number.
 std::optional<double> scaleIn(std::wstring_view text) {

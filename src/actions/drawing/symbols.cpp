@@ -2,12 +2,12 @@
 #include <algorithm>
 
 #include "actions/drawing/details.h"
-#include "actions/families.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProDtlsym.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"
 #include "language/compare.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -113,7 +113,7 @@ bool hasName(const Task& task, const SheetEntry& entry, const ProDtlsyminstdata&
   const auto name = creo::ProDtlsymdefNameGet(data.definition);
   if (!name) return false;
   sayDetail(text::format(L"check %s => %s", pattern, name.value));
-  return wildcardCompare(pattern, name.value) == 1;
+  return matches(pattern, name.value);
 }
 
 void moveSymbolTo(const Task& task, const SheetEntry& entry, const SheetFrame& frame, const ProDtlsyminst& symbol,
@@ -135,7 +135,7 @@ std::vector<ProDtlsymgroup> groupsFor(const ProDtlsyminst& symbol, std::wstring_
     const auto name = creo::ProDtlsymgroupNameGet(group);
     if (!name) continue;
     sayDetail(name.value);
-    if (wildcardCompare(pattern, name.value) != 1) continue;
+    if (!matches(pattern, name.value)) continue;
     chain.push_back(group);
     break;
   }

@@ -76,7 +76,7 @@ bool TableFinder::cellHoldsText(const ProDwgtable& table, int column, int row) c
   const auto lines = creo::ProDwgtableCelltextGet(table, column, row, creo::ProDwgtableText::displayed);
   if (!lines) return false;
   for (std::size_t i = 0; i < lines.value.size(); ++i) {
-    if (wildcardCompare(text_, lines.value[i]) != 1) continue;
+    if (!matches(text_, lines.value[i])) continue;
     sayDetail(text::format(L"y:%d, x:%d, lc:%d, %s", row, column, static_cast<int>(i), lines.value[i]));
     return true;
   }

@@ -1,7 +1,6 @@
 // Tables on the sheets of drawings: brought from files, found by place or text, moved, deleted.
 #include "actions/drawing/details.h"
 #include "actions/drawing/table_finder.h"
-#include "actions/families.h"
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "text/format.h"

@@ -2,15 +2,15 @@
 #include "actions/environment/bounding_box.h"
 
 #include "actions/environment/number_format.h"
-#include "actions/families.h"
-#include "core/log.h"
 #include "actions/task.h"
+#include "core/log.h"
+#include "language/user_variables.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-
+using namespace language;
 struct MeasureRow {
   const wchar_t* attribute;
   double BoxResult::*value;

@@ -3,16 +3,14 @@
 
 #include <limits>
 
-#include "actions/families.h"
+#include "actions/saved_options.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProUtil.h"
-#include "actions/saved_options.h"
-#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
-
 
 void tellUnset(std::wstring_view option) {
   core::logWrite(text::format(core::msgText(Message::optionNotSet), option), core::kError);

@@ -1,13 +1,11 @@
 // Lines for the user in Creo's own message area.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMessage.h"
-#include "actions/task.h"
 
 namespace actions {
 namespace {
-
 
 constexpr std::size_t kMessageRead = 520;   // room of the message before it is cut
 constexpr std::size_t kMessageShown = 255;  // characters that the message area takes

@@ -9,7 +9,6 @@
 namespace actions {
 namespace {
 
-
 // Depth first, without recursion: assemblies may be nested as deep as they like.
 class DependencyWalk {
  public:

@@ -1,14 +1,12 @@
 // The settings of a drawing's own, from a file.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProMacro.h"
 #include "creo/guards.h"
-#include "actions/task.h"
 #include "os/paths.h"
 
 namespace actions {
 namespace {
-
 
 // Creo may ask before it takes the options over; waiting steps answer its dialog.
 constexpr const wchar_t* kAnswer =

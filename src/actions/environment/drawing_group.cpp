@@ -5,9 +5,11 @@
 #include "creo/ProMdl.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
+#include "language/variables.h"
 
 namespace actions {
 
+using namespace language;
 
 namespace {
 

@@ -2,15 +2,16 @@
 #include <algorithm>
 #include <optional>
 
+#include "actions/dispatch.h"
 #include "actions/environment/group_modes.h"
-#include "actions/families.h"
+#include "actions/run_names.h"
+#include "actions/task.h"
+#include "actions/under_work.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "language/read_number.h"
-#include "run/run.h"
-#include "actions/task.h"
-#include "actions/under_work.h"
+#include "language/variables.h"
 #include "os/interrupt.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -19,7 +20,6 @@ namespace actions {
 namespace {
 
 using namespace language;
-using namespace run;
 
 // Groups nested deeper are refused: each level takes its share of the stack, and a list may come from anywhere.
 constexpr int kDeepestGroup = 64;

@@ -1,12 +1,11 @@
 // The place in a solid's tree where new features come.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/feature_codes.h"
 #include "core/log.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProFeature.h"
 #include "creo/ProSolid.h"
 #include "language/compare.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -27,7 +26,7 @@ bool isWanted(const Task& task, int wantedType, const creo::ProFeature& feature,
     const auto number = creo::ProFeatureNumberGet(feature);
     return number && number.value == text::wholeInt(task.attribute(L"featnum"));
   }
-  return how == L"4" && wildcardCompare(task.attribute(L"featname"), name) == 1;
+  return how == L"4" && matches(task.attribute(L"featname"), name);
 }
 
 Outcome setInsertFeaturePosition(const Task& task) {

@@ -1,16 +1,15 @@
 // groupActions on each instance of a family table.
 #include "actions/environment/group_modes.h"
+#include "actions/under_work.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
-#include "actions/under_work.h"
 
 namespace actions {
 namespace {
-
 
 // A part inside a part inside a part: deeper nesting is refused, each level takes its share of the stack.
 constexpr int kDeepestTable = 200;
@@ -21,7 +20,7 @@ class InstanceVisit {
       : task_(task), extension_(extension), nested_(task.isTrue(L"recsel")) {}
 
   void run(creo::ProMdl generic, int depth = 0) {
-    if (documents::isGeneric(generic) != documents::kTrue) return;
+    if (documents::isGeneric(generic) != documents::Answer::yes) return;
     if (depth == kDeepestTable)
       return core::logWrite(L"Family tables nested deeper than 200 levels aren't worked", core::kError);
     const auto table = creo::ProFamtableInit(generic);

@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMacro.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -10,7 +11,6 @@ namespace actions {
 
 using core::Message;
 using language::Replaced;
-using Task;
 
 namespace {
 

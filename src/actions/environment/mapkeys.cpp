@@ -1,6 +1,6 @@
 // Mapkeys: macros that the list holds line by line, run once or for each of several things.
 #include "actions/environment/macro.h"
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawingView.h"
@@ -8,12 +8,10 @@
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "documents/predicates.h"
-#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
-
 
 constexpr int kDeepestTable = 200;  // family tables nested deeper aren't worked
 
@@ -51,7 +49,7 @@ void runForTable(const Task& task, creo::ProMdl generic, int depth) {
       return creo::ProNoError;
     }
     runMapkeyMacro(task, instance.value);
-    if (documents::isGeneric(instance.value) == documents::kTrue) runForTable(task, instance.value, depth + 1);
+    if (documents::isGeneric(instance.value) == documents::Answer::yes) runForTable(task, instance.value, depth + 1);
     return creo::ProNoError;
   });
 }
@@ -66,7 +64,7 @@ void runForInstances(const Task& task) {
   const auto type = creo::ProMdlTypeGet(model);
   if (!type || (type.value != creo::ProMdlType::part && type.value != creo::ProMdlType::assembly))
     return core::logWrite(L"The model filetype is not supported right now", core::kError);
-  if (documents::isGeneric(model) != documents::kTrue)
+  if (documents::isGeneric(model) != documents::Answer::yes)
     return core::logWrite(L"Current model is no generic", core::kError);
   runForTable(task, model, 0);
 }

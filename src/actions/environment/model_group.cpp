@@ -7,6 +7,7 @@
 #include "core/log.h"
 #include "creo/ProIntfimport.h"
 #include "creo/ProMdl.h"
+#include "language/variables.h"
 #include "os/paths.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -14,7 +15,7 @@
 namespace actions {
 namespace {
 
-
+using namespace language;
 // What the ending of a name says about the file.
 struct Ending {
   std::wstring_view text;

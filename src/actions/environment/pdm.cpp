@@ -1,14 +1,14 @@
 // Models go in and out of the PDM server's workspace. Without an active server or workspace these actions do nothing.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "documents/server_workspace.h"
-#include "actions/task.h"
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
-
+using namespace language;
 // What came of a request: a line where it went well, the server's reasons where something hinders it.
 void tell(creo::ProError result, const std::wstring& conflicts, std::wstring_view success, std::wstring_view failure) {
   if (result == creo::ProNoError)

@@ -1,9 +1,9 @@
 // Other programs, and the environment that they inherit.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProUtil.h"
 #include "language/read_number.h"
-#include "actions/task.h"
+#include "language/variables.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"

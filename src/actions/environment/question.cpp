@@ -2,15 +2,17 @@
 #include "actions/environment/question.h"
 
 #include "actions/environment/question_dialog.h"
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProFileChoose.h"
-#include "actions/task.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "text/units.h"
 
 namespace actions {
 namespace {
 
+using namespace language;
 
 // What the dialogs for files take, in UTF-16 units.
 constexpr std::size_t kMostFilter = 80, kMostTitle = 31, kMostProposal = 180;

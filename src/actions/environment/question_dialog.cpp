@@ -7,6 +7,8 @@
 #include "creo/ProUI.h"
 #include "creo/ProUIInputpanel.h"
 #include "creo/ProUIShow.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -14,6 +16,8 @@
 
 namespace actions {
 namespace {
+
+using namespace language;
 
 using namespace question;
 

@@ -1,7 +1,7 @@
 // The dialog "kvd_question": a text, a choice, a check button, or a description alone.
 #pragma once
 
-#include "actions/environment/question.h"
+#include "actions/environment/question_kind.h"
 #include "actions/task.h"
 
 namespace actions {

@@ -4,10 +4,12 @@
 #include "creo/ProMdl.h"
 #include "creo/ProSimprep.h"
 #include "creo/ProSolid.h"
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace actions {
 
+using namespace language;
 
 void runOnRepresentation(const Task& task) {
   const Replaced rep = task.text(L"simprepname");

@@ -1,15 +1,13 @@
 // Creo's session as a whole: its windows, its memory, its server.
 #include "actions/environment/shown_models.h"
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProServer.h"
-#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
-
 
 // Lists that were written for another program hold it.
 Outcome clearAllWindows(const Task&) {

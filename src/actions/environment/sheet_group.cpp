@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 
+#include "actions/dispatch.h"
 #include "actions/environment/group_modes.h"
 #include "core/log.h"
 #include "creo/ProDwgtable.h"
@@ -13,7 +14,6 @@
 
 namespace actions {
 namespace {
-
 
 // A table that is gone when the object goes: it is there to be asked what its cell shows.
 class HelperTable {

@@ -5,11 +5,11 @@
 #include <unordered_set>
 #include <vector>
 
+#include "actions/under_work.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSession.h"
 #include "creo/ProWindow.h"
-#include "actions/under_work.h"
 
 namespace actions {
 namespace {

@@ -1,15 +1,13 @@
 // Trail files: recorded steps, a line each, that Creo plays.
 #include "actions/environment/macro.h"
-#include "actions/families.h"
-#include "core/log.h"
 #include "actions/task.h"
+#include "core/log.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/pieces.h"
 
 namespace actions {
 namespace {
-
 
 constexpr std::size_t kPathSize = 520;
 // Creo plays a trail file by its own dialog alone.

@@ -2,10 +2,11 @@
 #include <algorithm>
 #include <limits>
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "language/read_number.h"
-#include "actions/task.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace actions {

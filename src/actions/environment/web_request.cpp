@@ -1,18 +1,19 @@
 // The action that asks a web server and keeps the head of its answer in a user variable.
 #include "os/web.h"
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/log_silence.h"
 #include "core/web_settings.h"
-#include "actions/task.h"
+#include "language/user_variables.h"
+#include "language/variables.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 
 namespace actions {
 namespace {
 
-
+using namespace language;
 constexpr std::size_t kPostSize = 5'242'880;                   // wide characters
 constexpr std::size_t kCredentialsSize = 2 * text::kTextSize;  // user name and password
 constexpr std::size_t kHeadSize = 200;                         // bytes of an answer

@@ -1,12 +1,10 @@
 // Keys that lists still have and that do nothing: each says so. They write no title, whatever their version.
-#include "actions/families.h"
-#include "core/log.h"
 #include "actions/task.h"
+#include "core/log.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
-
 
 Outcome announceEmpty(const Task& task) {
   core::creoLog(text::format(L"%s not implemented inside KVP", task.attribute(L"type")), core::kError);

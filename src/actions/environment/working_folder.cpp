@@ -1,12 +1,10 @@
 // Creo's working folder.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProUtil.h"
-#include "actions/task.h"
 
 namespace actions {
 namespace {
-
 
 // Unlike other actions it leaves its change standing: later actions and the user work in the new folder.
 Outcome setWorkingDirectory(const Task& task) {

@@ -1,6 +1,5 @@
 // Drawings as files of other systems' drawings.
 #include "actions/exports/export_frame.h"
-#include "actions/families.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProIntf.h"

@@ -1,6 +1,5 @@
 // Parts and assemblies as STEP and IGES.
 #include "actions/exports/brep_export.h"
-#include "actions/families.h"
 #include "actions/output_file.h"
 #include "language/variables.h"
 #include "text/letters.h"

@@ -2,14 +2,16 @@
 
 #include <algorithm>
 
-#include "core/log.h"
 #include "actions/output_file.h"
+#include "core/log.h"
+#include "language/variables.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 
+using namespace language;
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "creo/guards.h"
 #include "actions/action.h"
 #include "actions/task.h"
+#include "creo/guards.h"
 
 namespace actions {
 
@@ -50,15 +50,15 @@ constexpr core::Attribute kTargetFolder{
     .variables = true,
     .about = "the target's folder; one that isn't whole, or is empty, counts from the working folder"};
 constexpr core::Attribute kFolderFromModel{.name = L"folderFromModel",
-                                             .kind = core::Kind::flag,
-                                             .words = L"true",
-                                             .about = "the target's folder is the model's; folder isn't read"};
+                                           .kind = core::Kind::flag,
+                                           .words = L"true",
+                                           .about = "the target's folder is the model's; folder isn't read"};
 constexpr core::Attribute kOverwriteExisting{
     .name = L"overwriteExisting",
     .kind = core::Kind::flag,
     .words = L"true",
     .about = "a file that is there is replaced; else it stays, with a warning"};
 constexpr core::Attribute kTarget[] = {targetFile("the file's name"), kTargetFolder, kFolderFromModel,
-                                         kOverwriteExisting};
+                                       kOverwriteExisting};
 
 }  // namespace actions

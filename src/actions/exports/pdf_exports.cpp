@@ -1,6 +1,5 @@
 // Models and drawings as PDF files.
 #include "actions/exports/export_frame.h"
-#include "actions/families.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"

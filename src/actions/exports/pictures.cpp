@@ -1,7 +1,6 @@
 // Pictures of what a model's window shows.
 #include "actions/exports/export_frame.h"
 #include "actions/exports/model_window.h"
-#include "actions/families.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"

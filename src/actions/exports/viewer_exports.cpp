@@ -1,6 +1,5 @@
 // Models for viewers and other systems of which nothing but a file leaves.
 #include "actions/exports/export_frame.h"
-#include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProProductview.h"
 

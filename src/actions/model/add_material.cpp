@@ -1,7 +1,6 @@
 // Materials that come into a part from files, and leave it.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/materials.h"
 #include "core/messages.h"
 #include "creo/ProMaterial.h"
@@ -18,7 +17,7 @@ constexpr int kMostNames = 100;
 
 // One that is worked, as the list says so, has the line of one that isn't.
 void announceSkeleton(const Task& task) {
-  if (documents::isSkeleton(task.model()) == documents::kTrue)
+  if (documents::isSkeleton(task.model()) == documents::Answer::yes)
     core::logMsgPlain(Message::skeletonRefused, core::kWarning);
 }
 
@@ -111,9 +110,8 @@ Outcome deleteMaterial(const Task& task) {
   if (!held) return done;
   std::vector<std::wstring> deleted;
   for (const std::wstring& material : *held) {
-    const bool fits = std::any_of(names.begin(), names.end(), [&](const Task::Numbered& name) {
-      return wildcardCompare(name.value, material) == 1;
-    });
+    const bool fits = std::any_of(names.begin(), names.end(),
+                                  [&](const Task::Numbered& name) { return matches(name.value, material); });
     if (!fits) continue;
     if (isAmong(used, material))
       core::logWrite(text::format(L"Don't delete %s because it's used by the model or an instance.", material),

@@ -1,7 +1,6 @@
 // Notes in the space of solids, and the notes and symbols of drawings taken away as a whole.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
@@ -14,7 +13,6 @@
 
 namespace actions {
 namespace {
-
 
 // ---- a note at a coordinate system
 

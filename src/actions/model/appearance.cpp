@@ -1,5 +1,4 @@
 // The looks of models and of their features.
-#include "actions/families.h"
 #include "actions/model/appearance_file.h"
 #include "actions/model/feature_choice.h"
 #include "actions/model/named_states.h"
@@ -12,7 +11,6 @@
 
 namespace actions {
 namespace {
-
 
 constexpr std::wstring_view kRgbVersion = L"5";
 constexpr std::wstring_view kFailed = L"The color can't be set";

@@ -2,8 +2,9 @@
 // saved: an instance for which a step fails stays in the table, and then the table stays too.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/family_tables.h"
+#include "actions/table_file.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProAppearance.h"
 #include "creo/ProFaminstance.h"
@@ -11,7 +12,6 @@
 #include "creo/ProMdlCopy.h"
 #include "creo/ProServer.h"
 #include "creo/ProUtil.h"
-#include "actions/task.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"

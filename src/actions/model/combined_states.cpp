@@ -1,5 +1,4 @@
 // Combined states.
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "core/log.h"
 #include "creo/ProCombstate.h"

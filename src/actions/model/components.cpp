@@ -1,6 +1,6 @@
 // Actions on the components of an assembly: where they stand, and their own parameters.
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -10,7 +10,6 @@
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
 #include "language/read_number.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/units.h"

@@ -2,9 +2,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "actions/families.h"
 #include "actions/model/instances.h"
 #include "actions/model/parameter_values.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
@@ -12,7 +12,6 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "language/compare.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -25,8 +24,6 @@ using namespace creo;
 
 constexpr int kMostEntries = 100;
 constexpr std::wstring_view kNumberPattern = L"/(?i)\\d+\\.{0,1}\\d*/";
-
-bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 
 // Whether an entry names a value; one that looks like a number and isn't one as a whole ("M8") names none. Nothing: the
 // kind can't be compared.

@@ -5,7 +5,6 @@
 
 #include "actions/drawing/code_text.h"
 #include "actions/environment/macro.h"
-#include "actions/families.h"
 #include "core/log.h"
 #include "creo/ProFeatureCreate.h"
 #include "creo/ProLayer.h"

@@ -1,13 +1,13 @@
 // Parameters of a drawing that take the values of its model's.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/frame_search.h"
 #include "actions/model/parameter_edit.h"
 #include "actions/model/parameter_values.h"
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -15,6 +15,7 @@
 namespace actions {
 namespace {
 
+using namespace language;
 using creo::ProMdl;
 using creo::ProMdlType;
 using creo::ProParamvalueType;

@@ -2,16 +2,17 @@
 #include <array>
 #include <unordered_map>
 
-#include "actions/families.h"
 #include "actions/model/instances.h"
 #include "actions/model/parameter_edit.h"
 #include "actions/model/parameter_values.h"
+#include "actions/table_file.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDimension.h"
 #include "creo/ProDrawing.h"
 #include "language/compare.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "language/workbook.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -119,7 +120,7 @@ Outcome editParameterFromDictionary(const Task& task) {
     auto found = parameters.find(entry.name);
     if (found == parameters.end()) found = parameters.emplace(entry.name, presentOf(task.model(), entry.name)).first;
     Present& present = found->second;
-    if (!present.parameter || present.isSet || wildcardCompare(entry.present, present.text) != 1) continue;
+    if (!present.parameter || present.isSet || !matches(entry.present, present.text)) continue;
     core::logIndented(
         text::format(core::msgText(Message::setParameterFromTo), present.parameter.value.id, present.text, entry.value),
         core::kNormal, 2);

@@ -1,5 +1,4 @@
 // Parameters that take their values from cells of a drawing's tables.
-#include "actions/families.h"
 #include "actions/model/parameter_edit.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"

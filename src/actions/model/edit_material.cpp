@@ -1,9 +1,9 @@
 // Materials that take their values from a table: a row each, by the model's name.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/materials.h"
 #include "actions/model/parameter_edit.h"
+#include "actions/table_file.h"
 #include "core/messages.h"
 #include "creo/ProMaterial.h"
 #include "creo/ProModelitem.h"

@@ -1,18 +1,19 @@
 // Actions that change values, types and names of parameters.
 #include <optional>
 
-#include "actions/families.h"
 #include "actions/model/instances.h"
 #include "actions/model/materials.h"
 #include "actions/model/parameter_edit.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
 
+using namespace language;
 using creo::ProModelitem;
 
 constexpr int kMostNameVisits = 12;

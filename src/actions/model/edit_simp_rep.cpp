@@ -1,7 +1,6 @@
 // A simplified representation described anew: what it does with each feature that the list chooses.
 #include <optional>
 
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "core/feature_codes.h"
 #include "core/log.h"

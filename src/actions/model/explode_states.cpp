@@ -1,5 +1,4 @@
 // Exploded states and component display styles.
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "core/log.h"
 #include "creo/ProExpldstate.h"
@@ -7,7 +6,6 @@
 
 namespace actions {
 namespace {
-
 
 Outcome setCompDisplay(const Task& task) {
   const auto hit = firstState(task.model(), &creo::ProSolidCompdisplayVisit, nameIn(task, L"statename"));

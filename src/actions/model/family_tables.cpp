@@ -3,7 +3,8 @@
 
 #include <unordered_set>
 
-#include "actions/families.h"
+#include "actions/table_file.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFaminstance.h"
@@ -12,7 +13,6 @@
 #include "creo/ProPart.h"
 #include "creo/ProSolid.h"
 #include "language/compare.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -156,7 +156,7 @@ class InstanceSearch {
     const bool isPart = ProMdlTypeGet(instance.owner).value == ProMdlType::part;
     const std::wstring whole = text::format(isPart ? L"%s<%s>.prt" : L"%s<%s>.asm", instance.name, generic);
     for (const std::wstring_view pattern : patterns_)
-      if (wildcardCompare(pattern, instance.name) == 1 || wildcardCompare(pattern, whole) == 1) return true;
+      if (matches(pattern, instance.name) || matches(pattern, whole)) return true;
     return false;
   }
 

@@ -25,7 +25,7 @@ class FeatureChoice {
   [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
     if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
     if (how_ == L"2") return feature.id == id_;
-    if (how_ == L"4") return language::wildcardCompare(name_, name) == 1;
+    if (how_ == L"4") return language::matches(name_, name);
     return how_ == L"3";
   }
   [[nodiscard]] bool endsAtFirst() const { return how_ == L"2" || how_ == L"4"; }

@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-#include "creo/ProFeature.h"
 #include "actions/action.h"
 #include "actions/task.h"
+#include "creo/ProFeature.h"
 
 namespace actions {
 

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <set>
 
-#include "actions/families.h"
 #include "actions/model/feature_choice.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
@@ -17,7 +16,6 @@
 
 namespace actions {
 namespace {
-
 
 // ---- names
 

@@ -10,9 +10,10 @@ namespace actions {
 using core::Message;
 
 bool announceFamily(const Task& task) {
-  if (documents::isInstance(task.model()) == documents::kTrue) core::logMsgId(Message::isInstance, core::kNormal, 1);
+  if (documents::isInstance(task.model()) == documents::Answer::yes)
+    core::logMsgId(Message::isInstance, core::kNormal, 1);
   const bool generic = (task.extensionIs(L"PRT") || task.extensionIs(L"ASM")) && task.isTrue(L"forInstances") &&
-                       documents::isGeneric(task.model()) == documents::kTrue;
+                       documents::isGeneric(task.model()) == documents::Answer::yes;
   if (generic) core::logMsgId(Message::isGeneric, core::kNormal, 1);
   return generic;
 }

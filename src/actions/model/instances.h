@@ -1,8 +1,8 @@
 // What the actions with `forInstances` have in common.
 #pragma once
 
-#include "creo/ProFamtable.h"
 #include "actions/task.h"
+#include "creo/ProFamtable.h"
 
 namespace actions {
 
@@ -11,10 +11,7 @@ namespace actions {
 bool announceFamily(const Task& task);
 // The attribute, where nothing but the log depends on "true".
 constexpr core::Attribute kInstancesToo[] = {
-    {.name = L"forInstances",
-     .kind = core::Kind::flag,
-     .words = L"false",
-     .about = "false: instances are left alone"},
+    {.name = L"forInstances", .kind = core::Kind::flag, .words = L"false", .about = "false: instances are left alone"},
 };
 
 // Each instance of a model's own family table, built in memory for the time of the call. One that can't be built has

@@ -1,5 +1,4 @@
 // Actions on layer states: which layers show, under a name.
-#include "actions/families.h"
 #include "actions/model/layers.h"
 #include "language/compare.h"
 #include "text/format.h"
@@ -53,7 +52,7 @@ struct NamedState {
 std::vector<NamedState> statesThatFit(creo::ProMdl model, std::wstring_view pattern) {
   std::vector<NamedState> states;
   for (const ProLayerstate& one : creo::ProLayerstatesGet(model).value)
-    if (auto name = creo::ProLayerstateNameGet(one); name && wildcardCompare(pattern, name.value) == 1)
+    if (auto name = creo::ProLayerstateNameGet(one); name && matches(pattern, name.value))
       states.push_back({one, std::move(name.value)});
   return states;
 }

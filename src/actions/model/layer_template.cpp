@@ -4,7 +4,6 @@
 
 #include "actions/environment/config_options.h"
 #include "actions/environment/macro.h"
-#include "actions/families.h"
 #include "actions/model/layers.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -228,7 +227,7 @@ bool createLayer(const Task& task, std::wstring_view name) {
 }
 
 Outcome addLayerFromTemplate(const Task& task) {
-  if (wildcardCompare(kIntegerPattern, task.attribute(L"rowc")) != 1) {
+  if (!matches(kIntegerPattern, task.attribute(L"rowc"))) {
     core::logMsgPlain(Message::lineCountUnread, core::kError);
     return done;
   }

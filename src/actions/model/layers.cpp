@@ -6,11 +6,11 @@
 #include <unordered_set>
 
 #include "actions/environment/macro.h"
-#include "actions/families.h"
 #include "core/messages.h"
 #include "creo/ProUtil.h"
 #include "language/compare.h"
 #include "language/comparison_watch.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -26,7 +26,7 @@ using creo::ProModelitem;
 void eachLayer(creo::ProMdl model, std::wstring_view pattern, creo::FunctionRef<ProError(const NamedLayer&)> work) {
   const ProError result = creo::ProMdlLayerVisit(model, [&](const ProLayer& layer) {
     auto name = creo::ProLayerNameGet(layer);
-    if (!name || wildcardCompare(pattern, name.value) != 1) return creo::ProNoError;
+    if (!name || !matches(pattern, name.value)) return creo::ProNoError;
     return work({layer, std::move(name.value)});
   });
   if (result != creo::ProNoError && result != creo::ProNotFound && result != creo::ProStopVisit)

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "creo/ProLayer.h"
 #include "actions/task.h"
+#include "creo/ProLayer.h"
 
 namespace actions {
 

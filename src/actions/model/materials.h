@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "actions/task.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProTypes.h"
 #include "creo/guards.h"
-#include "actions/task.h"
 
 namespace actions {
 

@@ -1,17 +1,15 @@
 // The check of a model as a whole.
 #include <algorithm>
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelCheck.h"
-#include "actions/task.h"
 #include "text/format.h"
 
 namespace actions {
 namespace {
-
 
 bool isSavedAfterwards(const Task& task) {
   if (!task.isTrue(L"save")) return false;

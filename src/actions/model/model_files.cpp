@@ -1,7 +1,9 @@
 // Models under other names and in other places: renamed, copied, backed up, and the name that a PDM system shows.
 #include <set>
 
-#include "actions/families.h"
+#include "actions/output_file.h"
+#include "actions/run_names.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -10,9 +12,7 @@
 #include "creo/ProMdlBackup.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
-#include "actions/output_file.h"
-#include "run/run.h"
-#include "actions/task.h"
+#include "language/variables.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -22,7 +22,7 @@
 namespace actions {
 namespace {
 
-using namespace run;
+using namespace language;
 
 // "GEAR.PRT"
 std::wstring label(creo::ProMdl model) {

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 
+#include "language/variables.h"
 #include "text/format.h"
 
 namespace actions {
-
-using Task;
 
 std::wstring replacedText(const Task& task, std::wstring_view text, std::size_t size) {
   language::Replaced replaced = language::replaceVariables(text, task.model(), size);

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "creo/ProState.h"
 #include "actions/action.h"
-#include "language/compare.h"
 #include "actions/task.h"
+#include "creo/ProState.h"
+#include "language/compare.h"
 
 namespace actions {
 
@@ -24,9 +24,7 @@ inline std::wstring nameIn(const Task& task, std::wstring_view attribute, std::s
 // The texts of name_0 to name_99 that are there, in this order.
 std::vector<std::wstring> namesIn(const Task& task);
 
-inline bool fitsName(std::wstring_view pattern, std::wstring_view name) {
-  return language::wildcardCompare(pattern, name) == 1;
-}
+inline bool fitsName(std::wstring_view pattern, std::wstring_view name) { return language::matches(pattern, name); }
 bool fitsAny(const std::vector<std::wstring>& patterns, std::wstring_view name);
 
 struct NamedState {

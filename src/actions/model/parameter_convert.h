@@ -1,7 +1,7 @@
 // A parameter's type and name can't be changed in place: it is deleted and built again, with all that belongs to it.
 #pragma once
 
-#include "actions/model/parameter_edit.h"
+#include "actions/model/parameter_context.h"
 #include "actions/model/parameter_values.h"
 
 namespace actions {

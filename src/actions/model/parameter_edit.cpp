@@ -6,7 +6,9 @@
 #include "core/messages.h"
 #include "creo/ProMdl.h"
 #include "language/compare.h"
+#include "language/number_with_units.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -40,7 +42,7 @@ constexpr NumberSearch kDoubles{language::kDoublePattern, Message::noDouble,
 template <class T>
 Fit numberFits(const ParameterEditContext& context, const NumberSearch& search, std::wstring_view wanted,
                std::optional<T> number, T value) {
-  if (number && (context.rename || language::wildcardCompare(search.pattern, wanted) == 1)) return fits(*number == value);
+  if (number && (context.rename || language::matches(search.pattern, wanted))) return fits(*number == value);
   if (context.rename)
     error(core::msgText(search.cantCast));
   else
@@ -58,7 +60,7 @@ Fit valueFits(const ParameterEditContext& context, std::wstring_view wanted, con
     case ProParamvalueType::boolean:
       return fits(namesTruth(wanted, value.value.boolean));
     case ProParamvalueType::string:
-      return fits(language::wildcardCompare(wanted, value.value.string) == 1);
+      return fits(language::matches(wanted, value.value.string));
     case ProParamvalueType::integer:
       return numberFits(context, kIntegers, wanted, text::wholeInt(wanted), value.value.integer);
     case ProParamvalueType::real:
@@ -140,7 +142,7 @@ std::optional<NewValue> newValue(const ProParameter& parameter, std::wstring_vie
 // A number with units loses them on its way into another one's text: what is written counts in the units of the model.
 // Those that aren't the same number there.
 std::vector<language::NumberWithUnits> foreignNumbers(const ParameterEditContext& context, language::Replaced& replaced,
-                                                    const ProParameter& target) {
+                                                      const ProParameter& target) {
   std::vector<language::NumberWithUnits> numbers = std::move(replaced.numbers);
   if (context.override)
     numbers.insert(numbers.end(), context.override->numbers.begin(), context.override->numbers.end());
@@ -223,7 +225,7 @@ ProError findAndEditParameter(ParameterEditContext& context, const ProParameter&
   const auto wanted = searchedName(context, parameter);
   if (!wanted) return ProNoError;
   if (search == L"1") {
-    if (language::wildcardCompare(*wanted, parameter.id) != 1) return ProNoError;
+    if (!language::matches(*wanted, parameter.id)) return ProNoError;
     core::logIndented(parameter.id, core::kNormal, 3);
     edit(context, parameter);
     ++context.editHits;

@@ -11,6 +11,7 @@
 #include "creo/ProSolid.h"
 #include "language/compare.h"
 #include "language/read_number.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -20,7 +21,6 @@ namespace {
 
 using namespace creo;
 using core::Message;
-using Task;
 
 constexpr int kUsualCount = 100;
 constexpr std::size_t kUnitLength = 32;
@@ -34,7 +34,7 @@ class DimensionSymbols {
   std::optional<Message> holderOf(std::wstring_view name) {
     if (!isRead_) read();
     for (const Symbol& symbol : symbols_)
-      if (language::wildcardCompare(name, symbol.text) == 1)
+      if (language::matches(name, symbol.text))
         return symbol.reference ? Message::nameOfReferenceDimension : Message::nameOfDimension;
     return std::nullopt;
   }
@@ -111,7 +111,8 @@ void tellCut(const Task& task, int index, const ProParamvalue& value) {
   if (text::trimmed(text).empty()) return;
   if (value.type == ProParamvalueType::integer && text::wholeInt(text) != value.integer)
     language::tellCut(text, value.integer);
-  if (value.type == ProParamvalueType::real && text::wholeDouble(text) != value.real) language::tellCut(text, value.real);
+  if (value.type == ProParamvalueType::real && text::wholeDouble(text) != value.real)
+    language::tellCut(text, value.real);
 }
 
 std::wstring_view unitOf(const Task& task, int index) { return task.numbered(L"unit_%d", index).value_or(L""); }

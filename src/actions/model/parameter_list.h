@@ -1,8 +1,8 @@
 // The list of parameters that the adding actions read from their attributes.
 #pragma once
 
-#include "creo/ProTypes.h"
 #include "actions/task.h"
+#include "creo/ProTypes.h"
 
 namespace actions {
 

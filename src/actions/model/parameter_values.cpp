@@ -88,7 +88,7 @@ Message noNumberMessage(ProParamvalueType type) {
 }
 
 bool namesTruth(std::wstring_view entry, bool state) {
-  const auto fits = [entry](std::wstring_view word) { return language::wildcardCompare(entry, word) == 1; };
+  const auto fits = [entry](std::wstring_view word) { return language::matches(entry, word); };
   return state ? fits(L"true") || fits(L"yes") || entry == L"1" : fits(L"false") || fits(L"no") || entry == L"0";
 }
 

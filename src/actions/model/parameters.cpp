@@ -1,9 +1,9 @@
 // Actions that add parameters, and columns for them.
-#include "actions/families.h"
 #include "actions/model/feature_choice.h"
 #include "actions/model/instances.h"
 #include "actions/model/materials.h"
 #include "actions/model/parameter_list.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
@@ -11,13 +11,11 @@
 #include "creo/ProMacro.h"
 #include "creo/ProMdl.h"
 #include "documents/predicates.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 
 namespace actions {
 namespace {
-
 
 constexpr std::wstring_view kNoOwner = L"Failure while ProMdlToMdlitem";
 

@@ -2,7 +2,6 @@
 // back.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/relation_set.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -50,9 +49,7 @@ class ProgramFiles {
   std::wstring written_, changed_;
 };
 
-bool fits(std::wstring_view pattern, std::wstring_view line) {
-  return pattern == line || wildcardCompare(pattern, line) == 1;
-}
+bool fits(std::wstring_view pattern, std::wstring_view line) { return pattern == line || matches(pattern, line); }
 
 // Where in a program a line stands, and whether it asks for the input above it.
 class InputSection {

@@ -1,7 +1,7 @@
 // Actions that regenerate models and compute their masses.
 #include <set>
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDatum.h"
@@ -9,14 +9,12 @@
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
 
 namespace actions {
 namespace {
-
 
 // A model that needs yet another pass after so many never settles.
 constexpr int kMostPasses = 4;

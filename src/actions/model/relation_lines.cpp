@@ -1,12 +1,12 @@
 // Actions that add, delete and edit lines of relations.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/relation_set.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "language/compare.h"
 #include "language/comparison_watch.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -14,8 +14,6 @@ namespace actions {
 namespace {
 
 using namespace language;
-
-bool matches(std::wstring_view pattern, std::wstring_view text) { return wildcardCompare(pattern, text) == 1; }
 
 Outcome addModelRelationLines(const Task& task) {
   core::logMsgId(Message::inRelations, core::kNormal, 1);

@@ -3,13 +3,13 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
 namespace actions {
 
 using core::Message;
-using Task;
 
 namespace {
 

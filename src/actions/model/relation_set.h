@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "creo/ProRelset.h"
 #include "actions/task.h"
+#include "creo/ProRelset.h"
 
 namespace actions {
 
@@ -50,7 +50,6 @@ bool isContinued(std::wstring_view line);
 
 // Adds the lines `key`0, `key`1, ... (`key`c of them) and writes them safely. place: the line before which they come;
 // nothing: at the start, or at the end where `onEnd` is "true".
-void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key,
-                      std::optional<std::size_t> place);
+void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key, std::optional<std::size_t> place);
 
 }  // namespace actions

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "actions/families.h"
 #include "actions/model/materials.h"
 #include "core/messages.h"
 #include "creo/ProFiles.h"
@@ -53,7 +52,7 @@ class Replacement {
   }
 
  private:
-  [[nodiscard]] bool fits(const std::wstring& name) const { return wildcardCompare(from_, name) == 1; }
+  [[nodiscard]] bool fits(const std::wstring& name) const { return matches(from_, name); }
   [[nodiscard]] bool isNew(const std::wstring& name) const { return text::equalNoCase(name, to_); }
 
   // Reads the file when it is first asked for; each replacement that fails for it has its line.

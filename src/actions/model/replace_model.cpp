@@ -1,11 +1,11 @@
 // Models that assemblies and drawings use: replaced by others, or taken away where nothing shows them.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "creo/ProReplace.h"
 #include "creo/guards.h"
 #include "language/compare.h"
-#include "actions/task.h"
+#include "language/variables.h"
 #include "text/format.h"
 #include "text/letters.h"
 
@@ -69,7 +69,7 @@ void replaceOne(creo::ProMdl user, const creo::ProDependency& from, const creo::
 void replacePair(const Task& task, const std::wstring& pattern, const std::wstring& wanted) {
   bool any = false;
   for (const creo::ProDependency& from : solidsOf(task.model())) {
-    if (wildcardCompare(pattern, from.name) != 1) continue;
+    if (!matches(pattern, from.name)) continue;
     any = true;
     replaceOne(task.model(), from, replacementFor(from, wanted));
   }

@@ -1,14 +1,14 @@
 // The parameters of features as a CSV file.
 #include <unordered_map>
 
-#include "actions/families.h"
 #include "actions/model/parameter_values.h"
+#include "actions/output_file.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProFeature.h"
 #include "creo/ProModelitem.h"
 #include "language/compare.h"
-#include "actions/output_file.h"
-#include "actions/task.h"
+#include "language/variables.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -31,7 +31,7 @@ struct Wanted {
   std::wstring name, value, reported;
   [[nodiscard]] bool anyFeature() const { return name.empty() || name == kAll; }
   [[nodiscard]] bool reports(std::wstring_view parameter) const {
-    return reported.empty() || reported == kAll || wildcardCompare(reported, parameter) == 1;
+    return reported.empty() || reported == kAll || matches(reported, parameter);
   }
 };
 
@@ -48,7 +48,7 @@ bool equals(const ProParamvalue& value, std::wstring_view wanted) {
     case ProParamvalueType::boolean:
       return wanted == (value.boolean ? L"true" : L"false");
     case ProParamvalueType::string:
-      return wildcardCompare(wanted, value.string) == 1;
+      return matches(wanted, value.string);
     case ProParamvalueType::integer:
       return text::wholeInt(wanted) == value.integer;
     case ProParamvalueType::real:

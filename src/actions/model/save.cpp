@@ -1,12 +1,10 @@
 // Saving the model under work.
-#include "actions/families.h"
+#include "actions/task.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
-#include "actions/task.h"
 
 namespace actions {
 namespace {
-
 
 Outcome saveModel(const Task& task) {
   if (creo::ProMdlSave(task.model()) != creo::ProNoError) core::logWrite(L"Failure while save model", core::kError);

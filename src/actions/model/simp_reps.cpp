@@ -1,7 +1,6 @@
 // Simplified representations: created, renamed, activated, deleted.
 #include <iterator>
 
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "core/log.h"
 #include "core/messages.h"

@@ -1,14 +1,13 @@
 // Actions that set what holds for a solid as a whole: accuracy, tolerances, bounds of dimensions, units.
 #include <algorithm>
 
-#include "actions/families.h"
+#include "actions/task.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProSolidSettings.h"
 #include "creo/ProUnitsystem.h"
 #include "language/read_number.h"
-#include "actions/task.h"
 #include "text/format.h"
 #include "text/letters.h"
 

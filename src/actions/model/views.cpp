@@ -1,7 +1,6 @@
 // Saved views of solids, and how the views of drawings are drawn.
 #include <algorithm>
 
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "actions/number_list.h"
 #include "actions/whole_model.h"
@@ -14,7 +13,6 @@
 
 namespace actions {
 namespace {
-
 
 // ---- saved views
 

@@ -2,7 +2,6 @@
 #include <optional>
 
 #include "actions/environment/macro.h"
-#include "actions/families.h"
 #include "actions/model/named_states.h"
 #include "core/log.h"
 #include "creo/ProXsec.h"

@@ -1,4 +1,5 @@
 // The family table of a generic.
+#include "actions/table_file.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
 #include "reports/sheet/sections.h"

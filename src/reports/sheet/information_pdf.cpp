@@ -2,12 +2,12 @@
 #include <optional>
 
 #include "actions/exports/export_frame.h"
-#include "actions/families.h"
+#include "actions/output_file.h"
 #include "core/config.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
-#include "actions/output_file.h"
+#include "language/variables.h"
 #include "os/clock.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -20,6 +20,7 @@
 namespace reports::sheet {
 namespace {
 
+using namespace language;
 using namespace actions;
 
 constexpr std::wstring_view kExtension = L".pdf", kReports = L"reports", kDefaultFont = L"text\\FreeSans.ttf";
@@ -201,6 +202,6 @@ constexpr Action kActions[] = {
 }  // namespace
 }  // namespace reports::sheet
 
-namespace actions {
-std::span<const actions::Action> informationSheetActions() { return reports::sheet::kActions; }
-}  // namespace actions
+namespace reports {
+std::span<const actions::Action> informationSheetActions() { return sheet::kActions; }
+}  // namespace reports

@@ -22,9 +22,7 @@ constexpr double kStep = 5 + 10;
 struct ParameterForm {
   bool isFiltered = false, isShort = false;
   std::wstring_view filter;
-  [[nodiscard]] bool passes(const std::wstring& name) const {
-    return !isFiltered || language::wildcardCompare(filter, name) == 1;
-  }
+  [[nodiscard]] bool passes(const std::wstring& name) const { return !isFiltered || language::matches(filter, name); }
 };
 
 struct KindAndText {

@@ -6,6 +6,7 @@
 #include "creo/ProMaterial.h"
 #include "creo/ProSolid.h"
 #include "creo/ProUnitsystem.h"
+#include "language/variables.h"
 #include "reports/sheet/sections.h"
 #include "text/format.h"
 #include "text/numbers.h"

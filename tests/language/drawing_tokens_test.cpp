@@ -6,7 +6,7 @@
 #include "support/drawings.h"
 #include "text/encoding.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 using creo::ProMdlType;
@@ -100,4 +100,4 @@ TEST_F(DrawingTokens, ReadADashWhereTheirSourceFailsAndAskNothingInVain) {
 }
 
 }  // namespace
-}  // namespace engine
+}  // namespace language

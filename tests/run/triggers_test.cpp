@@ -6,15 +6,16 @@
 #include <filesystem>
 #include <functional>
 
+#include "actions/run_names.h"
 #include "core/state.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProExtdata.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSolid.h"
 #include "creo/ProUtil.h"
+#include "headless/proui/ui.h"
 #include "run/history.h"
 #include "run/run.h"
-#include "headless/proui/ui.h"
 #include "support/world.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
@@ -72,7 +73,7 @@ class Triggers : public testing::Test {
   // Nothing of a trigger's run is left.
   void expectQuiet(const std::string& where) {
     EXPECT_EQ(0, pluginState().triggerType) << where;
-    EXPECT_FALSE(run::runGoesOn()) << where;
+    EXPECT_FALSE(actions::runGoesOn()) << where;
     EXPECT_FALSE(pluginState().toolOpen) << where;
     EXPECT_FALSE(session().ui().dialog("kvanerunner")) << where;
   }
@@ -367,7 +368,7 @@ TEST_F(Triggers, ClosingTheToolEndsATriggersRun) {
   world.start();
   world.open(L"TOP", ProMdlType::assembly);
   session().regenerate();
-  ASSERT_TRUE(run::runGoesOn());
+  ASSERT_TRUE(actions::runGoesOn());
   world.closeTool();
   expectQuiet("behind the closing");
 }

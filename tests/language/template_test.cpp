@@ -7,13 +7,14 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
+#include "language/user_variables.h"
 #include "language/variables.h"
 #include "os/processes.h"
 #include "support/world.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 using creo::ProMdl;
@@ -313,4 +314,4 @@ TEST_F(Templates, OfAHundredThousandCharactersEndSoon) {
 }
 
 }  // namespace
-}  // namespace engine
+}  // namespace language

@@ -12,6 +12,7 @@
 #include "support/folders.h"
 #include "support/world.h"
 #include "text/encoding.h"
+#include "text/units.h"
 
 namespace test {
 namespace {

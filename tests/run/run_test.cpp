@@ -4,15 +4,16 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "actions/run_names.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
 #include "creo/ProUI.h"
 #include "creo/ProWindow.h"
-#include "run/history.h"
-#include "run/run.h"
 #include "headless/proui/ui.h"
 #include "os/processes.h"
+#include "run/history.h"
+#include "run/run.h"
 #include "support/world.h"
 #include "text/pieces.h"
 
@@ -125,7 +126,7 @@ TEST(Run, WindowsOfTheRunAreClosedAndOthersStay) {
   EXPECT_TRUE(ProMdlWindowGet(box));
   EXPECT_EQ(1, world.session().calls("ProObjectwindowCreate"));
   EXPECT_FALSE(ProMdlWindowGet(ProMdlInit(L"HOUSING", ProMdlType::part).value));
-  EXPECT_FALSE(run::runGoesOn());
+  EXPECT_FALSE(actions::runGoesOn());
 }
 
 TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
@@ -180,7 +181,7 @@ TEST(Run, AModelThatIsntCheckedOutEndsItBeforeBodyAndFoot) {
   EXPECT_FALSE(world.logHas(L"Write To Creo Log -")) << "Head's action isn't accused";
   const std::wstring tree = world.session().ui().dialog("kvanerunner")->tree("kvaneLogTT");
   EXPECT_NE(std::wstring::npos, tree.find(L"not checked out: GEARBOX.ASM (kvaneChildErr)")) << "the log is shown";
-  EXPECT_FALSE(run::runGoesOn());
+  EXPECT_FALSE(actions::runGoesOn());
   EXPECT_EQ(L' ', pluginState().section);
   // The table follows Creo again.
   world.open(L"SHAFT", ProMdlType::part);
@@ -253,7 +254,7 @@ TEST(Run, BreakpointsStopWhereTheySay) {
     EXPECT_EQ(body, world.logHas(L"    body") && point != 5) << point;
     EXPECT_EQ(foot, world.logHas(L"    foot")) << point;
     EXPECT_EQ(finished, world.logHas(L"Run finished")) << point;
-    EXPECT_FALSE(run::runGoesOn()) << point;
+    EXPECT_FALSE(actions::runGoesOn()) << point;
   }
 }
 
@@ -266,9 +267,9 @@ TEST(Run, ClosingTheToolWhileARunWaitsEndsTheRun) {
   world.openTool();
   world.choose("say.xml");
   world.session().ui().press("kvanerunner", "kvaneStart");
-  ASSERT_TRUE(run::runGoesOn());
+  ASSERT_TRUE(actions::runGoesOn());
   world.closeTool();
-  EXPECT_FALSE(run::runGoesOn());
+  EXPECT_FALSE(actions::runGoesOn());
   EXPECT_FALSE(pluginState().toolOpen);
   EXPECT_FALSE(world.session().ui().dialog("kvanerunner"));
 }
@@ -308,7 +309,7 @@ TEST(Run, AListThatCantBeReadEndsBehindItsLineAndLeavesNoRecord) {
     std::vector<run::HistoryRecord> records;
     run::readHistory(model, records);
     EXPECT_EQ(0U, records.size()) << what;
-    EXPECT_FALSE(run::runGoesOn()) << what;
+    EXPECT_FALSE(actions::runGoesOn()) << what;
   }
 }
 
@@ -333,7 +334,7 @@ TEST(Run, RowsAreWorkedWithoutAWindowWhereNoneComesForward) {
     if (*fails) world.session().failNext(fails, ProGeneralError);
     if (*fails) world.session().failNext("ProWindowCurrentSet", ProGeneralError);
     world.pressStart();
-    EXPECT_FALSE(run::runGoesOn()) << fails;
+    EXPECT_FALSE(actions::runGoesOn()) << fails;
     EXPECT_EQ(all, linesWith(world, L"work now on")) << fails;
     EXPECT_TRUE(world.logHas(L"9 Run finished")) << fails;
     EXPECT_TRUE(ProMdlWindowGet(box)) << fails << " its window still shows it";
@@ -360,7 +361,7 @@ TEST(Run, AnActionThatBreaksOffIsAnErrorLineAndTheNextOneRuns) {
   world.run("break.xml");
   EXPECT_EQ(L"no memory is left\nno memory is left\nno memory is left\n", linesWith(world, L"no memory is left"));
   EXPECT_EQ(L"behind it\nbehind it\nbehind it\n", linesWith(world, L"behind it"));
-  EXPECT_FALSE(run::runGoesOn());
+  EXPECT_FALSE(actions::runGoesOn());
 }
 
 TEST(Run, ASecondRunFindsTheRowWorkedAndItsHistoryHoldsBoth) {

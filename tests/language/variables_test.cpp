@@ -1,13 +1,15 @@
 #include "language/variables.h"
+#include "language/substitution.h"
 
 #include <gtest/gtest.h>
 
 #include "core/state.h"
+#include "language/user_variables.h"
 #include "os/processes.h"
 #include "support/world.h"
 #include "text/encoding.h"
 
-namespace engine {
+namespace language {
 namespace {
 
 using creo::ProMdlType;
@@ -192,4 +194,4 @@ TEST(UserVariables, KeepTheirOrderAndIgnoreCase) {
 }
 
 }  // namespace
-}  // namespace engine
+}  // namespace language

@@ -1,4 +1,4 @@
-#include "documents/predicates.h"
+#include "documents/predicate_table.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,4 +1,5 @@
 #include "language/compare.h"
+#include "language/expressions.h"
 
 #include <gtest/gtest.h>
 #include <pthread.h>

@@ -1,18 +1,19 @@
-#include "documents/package.h"
+#include "run/choosers.h"
 
 #include <algorithm>
 
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUI.h"
-#include "run/model_table.h"
+#include "documents/unpack.h"
 #include "os/surroundings.h"
+#include "run/model_table.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"
 #include "text/units.h"
 
-namespace documents {
+namespace run {
 namespace {
 
 constexpr const char* kPackageChooser = "kvaneKVZChooser";
@@ -102,7 +103,7 @@ int listPackages() {
 
 int selectPackage(std::string_view name) {
   core::logWrite(L"<KVD> Read actionlists from kvz", core::kDebug);
-  if (unpackPackage(name) == Unpacked::refused) return 1;
+  if (documents::unpackPackage(name) == documents::Unpacked::refused) return 1;
   listActionLists();
   const auto lists = creo::ProUIOptionmenuNamesGet(dialog(), kListChooser);
   if (!lists || lists.value.empty()) {
@@ -112,7 +113,7 @@ int selectPackage(std::string_view name) {
   readPackageIndex();
   listFilters();
   // The former package's filter file must not go on judging models. A trigger's list brings its own filter.
-  run::setGlobalFilter(core::pluginState().triggerType == 0 ? chosenFilter() : std::string());
+  setGlobalFilter(core::pluginState().triggerType == 0 ? chosenFilter() : std::string());
   creo::ProUIOptionmenuSelectednamesSet(dialog(), kListChooser, {lists.value.front()});
   selectActionList(lists.value.front());
   return 0;
@@ -143,7 +144,7 @@ void selectActionList(std::string_view name) {
   auto& state = core::pluginState();
   state.currentList = text::fromUtf8(name);
   state.useGlobFilterNow = state.useGlobFilter;
-  run::loadListFilter(name);
+  loadListFilter(name);
   readActionListInfo(name);
 }
 
@@ -177,4 +178,4 @@ std::wstring selectedListPath() {
   return os::joined(core::pluginState().openKvzPath, L"actionlists\\" + text::fromUtf8(selected.value.front()));
 }
 
-}  // namespace documents
+}  // namespace run

@@ -1,0 +1,42 @@
+// What Creo calls: the start and the end of the plug-in. No exception leaves them.
+#include <algorithm>
+#include <exception>
+
+#include "core/log.h"
+#include "creo/entry.h"
+#include "plugin/start.h"
+#include "text/encoding.h"
+
+namespace {
+
+// Creo shows the text when the start has failed.
+void fillErrorBuffer(wchar_t* buffer, std::wstring_view fault) {
+  if (!buffer) return;
+  const std::size_t length = std::min<std::size_t>(fault.size(), creo::kErrorBufferSize - 1);
+  std::copy_n(fault.begin(), length, buffer);
+  buffer[length] = L'\0';
+}
+
+}  // namespace
+
+extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* version, const char* build,
+                                    wchar_t* errbuf) {
+  try {
+    const plugin::StartResult result = plugin::startPlugin(version ? version : "", build ? build : "");
+    if (result.status != 0) fillErrorBuffer(errbuf, result.fault);
+    return result.status;
+  } catch (const std::exception& fault) {
+    const std::wstring text = text::fromUtf8(fault.what());
+    fillErrorBuffer(errbuf, text);
+    core::creoLog(text);
+    return -1;
+  }
+}
+
+extern "C" void user_terminate_plus() {
+  try {
+    plugin::endPlugin();
+  } catch (const std::exception& fault) {
+    core::creoLog(text::fromUtf8(fault.what()));
+  }
+}

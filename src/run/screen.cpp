@@ -1,0 +1,10 @@
+#include "run/screen.h"
+
+namespace run {
+
+Screen& screen() {
+  static Screen screen;
+  return screen;
+}
+
+}  // namespace run

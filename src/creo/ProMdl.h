@@ -66,8 +66,8 @@ ProError ProMdlEraseAll(ProMdl model);
 // Takes all out of memory that stand in no window and that no model in a window uses, changed ones too.
 ProError ProMdlEraseNotDisplayed();
 // May the model be changed, which is: could it be saved? What it uses isn't looked at. False: a read-only document, or
-// one of a PDM workspace that isn't checked out. askUser: Creo may ask the user to resolve a conflict, who may check it
-// out; without, conflicts that have a usual solution don't count.
+// one of a PDM workspace that isn't checked out and can't be. askUser: Creo may ask the user to resolve a conflict, who
+// may check it out; without, the option dm_checkout_on_the_fly has the answer, which a save goes by.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
 // ProNoLicense: Creo's option for skeletons isn't there.
 Got<bool> ProMdlIsSkeleton(ProMdl model);

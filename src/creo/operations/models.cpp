@@ -172,10 +172,13 @@ Operations modelOperations() {
        .codes = {ProBadInputs, ProGeneralError},
        .source = Source::page,
        .documented =
-           "Could the model be saved? What is below it isn't looked at. Without a question, conflicts that can "
-           "be overridden or have a usual solution don't count; with it, a generic's instances are looked at "
-           "too.",
-       .ours = "No for each model of the workspace that isn't checked out; instances are never looked at.",
+           "Could the model be saved? What is below it isn't looked at. Without a question, conflicts that have a "
+           "usual solution don't count: a model that isn't checked out has one, which "
+           "dm_checkout_on_the_fly names (checkout, unless it says continue). With a question, a generic's "
+           "instances are looked at too.",
+       .ours =
+           "No for each model of the workspace that isn't checked out; with a question the option is the answer, and "
+           "without a value the answer is no. Instances are never looked at.",
        .verdict = Verdict::differs,
        .test = "ModelsInMemory.SmallQuestions"},
       {.name = "ProMdlIsSkeleton",
@@ -270,7 +273,7 @@ Operations modelOperations() {
        .documented =
            "Superseded by ProMdlnameRename, which does the same. Names have at most 31 characters; a read-only "
            "model is refused. What follows in memory and on disk, and a taken name, aren't spoken of.",
-       .ours = "Takes longer names, too, and any that a file can have.",
+       .ours = "Takes longer names, too, and any that a file can have; renames a read-only model.",
        .verdict = Verdict::differs,
        .test = "LayerTemplates.ServeThemselvesWhereTheyCantBeCopied"},
       {.name = "ProMdlnameRename",
@@ -345,7 +348,7 @@ Operations modelOperations() {
        .documented = "Both are members of one family table, else it fails; the object interface adds interchange "
                      "assemblies. Views of a simplified representation either "
                      "lose it or make it fail, as one says. A read-only drawing is refused.",
-       .ours = "Any solid that the drawing doesn't have.",
+       .ours = "Any solid that the drawing doesn't have, in a read-only drawing too.",
        .verdict = Verdict::differs,
        .test = "ReplaceModel.ADrawingShowsAnotherModel"},
       {.name = "ProDrawingModelUseGet",
@@ -360,9 +363,10 @@ Operations modelOperations() {
        .shape = "drawing, model ->",
        .codes = {ProNotFound, ProBadInputs, ProExists, ProGeneralError},
        .source = Source::guide,
-       .documented = "Its sister for solids takes one away that no view shows. One that a view shows and one that the "
-                     "drawing hasn't have codes of their own. Texts aren't spoken of.",
-       .ours = "A table's region or a numbered text keeps the model, too.",
+       .documented =
+           "Its sister for solids takes one away that no view shows. One that a view shows and one that the "
+           "drawing hasn't have codes of their own, and a read-only drawing is refused. Texts aren't spoken of.",
+       .ours = "A table's region or a numbered text keeps the model, too; a read-only drawing isn't refused.",
        .verdict = Verdict::cantBeTold,
        .test = "ReplaceModel.ModelsThatNothingShowsAreRemoved"},
 

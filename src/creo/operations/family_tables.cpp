@@ -76,7 +76,7 @@ Operations familyOperations() {
        .documented = "Takes a column away; one that the table hasn't is not found.",
        .ours = "ProBadInputs for it, and without a table.",
        .verdict = Verdict::differs,
-       .test = "ParametersAndInstances.AColumnStaysWhileAnotherOneHasItsName"},
+       .test = "EditFamily.TakesAColumnAway"},
       {.name = "ProParameterToFamtableItem",
        .header = "ProFamtable.h",
        .shape = "parameter -> column",

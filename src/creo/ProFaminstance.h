@@ -11,8 +11,8 @@ ProError ProFaminstanceLock(const ProFaminstance& instance, ProInstanceLock lock
 // Takes the row out of its table, with the rows below it. What is in memory of them becomes a model of its own, with
 // the values, features and components that it had. ProGeneralError: the row, or one below it, is locked.
 ProError ProFaminstanceRemove(const ProFaminstance& instance);
-// Puts a row back that was taken out of its table before, with its values and the rows below it. ProExists: a row or a
-// model in memory has the name. ProNotFound: no row of that name was taken out of that table.
+// Adds a row of that name, which has its generic's values; one that was taken out of its table before comes back with
+// its own values and the rows below it. ProExists: a row or a model in memory has the name.
 ProError ProFaminstanceAdd(const ProFaminstance& instance);
 // Takes the whole table away, its rows as ProFaminstanceRemove does it. ProGeneralError: one of them is locked, and
 // nothing was changed.

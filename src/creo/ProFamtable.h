@@ -19,15 +19,18 @@ struct ProFamtableItem {
   std::wstring name;
 };
 
-// ProNoError: the solid has a family table with rows. ProNotFound: none. ProBadInputs: no solid.
+// ProNoError: the solid has a family table with rows. ProNotFound: none; a table without rows is told by another code.
+// ProBadInputs: no solid.
 ProError ProSolidFamtableCheck(ProMdl solid);
 // ProNotFound: the solid has no family table.
 Got<ProFamtable> ProFamtableInit(ProMdl solid);
-// ProNoError: the table has rows, and each of them can be read. ProNotFound: no rows; ProGeneralError: a row can't be
-// read, the message area has the reason.
+// ProNoError: the table has rows, and each of them can be read. ProNotFound: there is no table; one without rows is
+// told by another code; ProGeneralError: a row can't be read, the message area has the reason.
 ProError ProFamtableCheck(const ProFamtable& table);
+// The rows of a generic's own table, not those below them. ProNotFound: none.
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor);
-// Was the instance regenerated and found good? 0 is a yes.
+// Was the instance regenerated and found good? 0 is a yes. ProNotFound, here and for the other questions to a row: the
+// table has no such row.
 enum class ProVerification : int { verified = 0, failed = 1, notVerified = 2 };
 Got<ProVerification> ProFaminstanceIsVerified(const ProFaminstance& instance);
 // A locked instance can't be changed.
@@ -37,25 +40,30 @@ Got<ProInstanceLock> ProFaminstanceCheck(const ProFaminstance& instance);
 Got<ProMdl> ProFaminstanceMdlGet(const ProFaminstance& instance);
 // Builds the instance in memory, also one that lies on disk. ProGeneralError: the row can't be built.
 Got<ProMdl> ProFaminstanceCreate(const ProFaminstance& instance);
-// The instance as a model in memory; it shares the generic's document. ProGeneralError: the row can't be built.
+// The instance as a model in memory, regenerated where it has to be brought; it shares the generic's document.
+// ProGeneralError: the row can't be built.
 Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance);
 // An instance's generic as a model. immediate: the one whose table has the row, else the topmost. ProNotFound: the
-// model is no instance.
+// model is no instance; another code: the immediate generic isn't in memory, and it isn't brought. Then
+// ProFaminstanceImmediategenericinfoGet tells what to retrieve.
 Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate);
-// Name and version of the immediate generic. ProNotFound: the model is no instance.
+// The immediate generic's name, and the version of its document. ProNotFound: the model is no instance.
 struct ProGenericInfo {
   std::wstring name;
   int version = 0;
 };
 Got<ProGenericInfo> ProFaminstanceImmediategenericinfoGet(ProMdl instance);
 
+// The column that a model's parameter has or would have. ProBadInputs: it is no parameter of the model itself;
+// ProNotFound: it has gone.
 Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter);
-// Adds a column. ProExists: it is there; ProNoFamtable: the model has no family table.
+// Adds a column, in which all rows have the generic's value. ProExists: it is there; ProNoFamtable or ProGeneralError:
+// the model has no family table.
 ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item);
 
-// The columns of a generic's own table.
+// The columns of a generic's own table. ProNotFound: none.
 ProError ProFamtableItemVisit(const ProFamtable& table, Visitor<ProFamtableItem> visitor);
-// With its values in all rows of that table. ProBadInputs: it is no column of the table.
+// With its values in all rows of that table. ProNotFound: it is no column of the table.
 ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& item);
 
 // An instance's value of a parameter column: its own, or the one it takes over from its generic, in the units of the

@@ -14,13 +14,15 @@ enum class ProIntfFormat : int { iges = 4, step = 5, sat = 6 };
 // that holds them together.
 enum class ProOutputAssemblyConfiguration : int { flatFile = 0, singleFile = 1, multiFiles = 2 };
 
-// What the format can hold; whether this session can write it is told by the writing.
+// What the format can hold, to be asked before the writing, which fails otherwise; whether this session can write it is
+// told by the writing.
 Got<bool> ProOutputAssemblyConfigurationIsSupported(ProIntfFormat format, ProOutputAssemblyConfiguration configuration);
 
 // What is written of a solid.
 struct ProOutputBrepRepresentation {
   bool wireframe = false, surfaces = false, solids = false, quilts = false;
 };
+// Nothing is written at first; to be freed. The flags may be any: whether a format holds them is asked apart.
 Got<ProOutputBrepRepresentation> ProOutputBrepRepresentationAlloc();
 ProError ProOutputBrepRepresentationFlagsSet(ProOutputBrepRepresentation& representation, bool wireframe, bool surfaces,
                                              bool solids, bool quilts);
@@ -34,13 +36,14 @@ struct ProOutputLayerOptions {};
 Got<ProOutputLayerOptions> ProOutputLayerOptionsAlloc();
 ProError ProOutputLayerOptionsFree(ProOutputLayerOptions& options);
 
-// Writes a part or an assembly. ProInvalidType: another model; ProNoLicense: nothing of that format can be written;
-// ProCantWrite: the file, the message area says why; ProGeneralError: the solid can't be written in that format.
+// Writes a part or an assembly. path: without extension, the format's own is appended; the folder of a path that isn't
+// whole is the working one. Several files lie side by side. ProInvalidType: another model; ProNoLicense: nothing of
+// that format can be written; ProCantWrite: the file, the message area says why; ProGeneralError: the solid can't be
+// written in that format.
 ProError ProIntf3DFileWrite(ProMdl solid, ProIntfFormat format, const std::wstring& path,
                             ProOutputAssemblyConfiguration configuration,
                             const ProOutputBrepRepresentation& representation, const ProOutputLayerOptions& layers);
-// The same by the profile that the format's option names ("export_profiles_step"). path: without extension, the
-// format's own is appended (kStepExtension).
+// The same by the profile that the format's option names ("export_profiles_step"); kStepExtension is what is appended.
 ProError ProIntf3DFileWriteWithDefaultProfile(ProMdl solid, ProIntfFormat format, const std::wstring& path);
 constexpr std::wstring_view kStepExtension = L".stp";
 
@@ -54,9 +57,9 @@ struct Pro2dExportdata {
 };
 Got<Pro2dExportdata> Pro2dExportdataAlloc();
 ProError Pro2dExportdataSheetoptionSet(Pro2dExportdata& data, Pro2dSheets sheets);
-// Writes the drawing into the working folder. name: the file's, without extension, which the format gives. ProBadInputs
-// for a name that can't be a file's; ProInvalidType: no drawing; ProNoLicense: nothing of that format can be written;
-// ProCantWrite: the file, the message area says why.
+// Writes the drawing. name: the file's, without extension, which the format gives; in the working folder unless it is a
+// whole path. ProBadInputs for a name that can't be a file's; ProInvalidType: no drawing; ProNoLicense: nothing of that
+// format can be written; ProCantWrite: the file, the message area says why.
 ProError Pro2dExport(Pro2dFormat format, const std::wstring& name, ProMdl drawing, const Pro2dExportdata& data);
 ProError Pro2dExportdataFree(Pro2dExportdata& data);
 

@@ -21,14 +21,16 @@ struct ProDependency {
   ProMdlType type = ProMdlType::unused;
 };
 
-// The model of the current window. ProNotFound: no window, or an empty one.
+// The model that the user works on. ProNotFound: no window, or an empty one. A window that is only made current doesn't
+// change it.
 Got<ProMdl> ProMdlCurrentGet();
-// A model that is in memory. ProNotFound: it isn't.
+// A model that is in memory; nothing is retrieved. ProNotFound: it isn't.
 Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
-// Brings a model into memory, with the models it uses; one that is there already is given as it is. The working folder
-// is looked in first, then the session's folder of models; "NAME<GENERIC>" or an instance's bare name gives an
-// instance. ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file, line and
-// reason. With a PDM server, what isn't there is brought from it into its workspace.
+// Brings a model into memory, with the models it uses; one that is there already is given as it is. It is neither shown
+// nor made current. The working folder is looked in first, then the folders of the option search_path and the session's
+// folder of models; "NAME<GENERIC>" or an instance's bare name gives an instance. ProNotFound: no document of that
+// name; ProGeneralError: unreadable, the message area says file, line and reason. A component that can't be retrieved
+// is suppressed, and the assembly a success. With a PDM server, what isn't there is brought from it into its workspace.
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
 // As ProMdlRetrieve with the master representation, which becomes the active one.
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type);
@@ -42,32 +44,37 @@ Got<std::wstring> ProMdlMdlnameGet(ProMdl model);
 Got<std::wstring> ProMdlExtensionGet(ProMdl model);
 // The name that the PDM system shows. ProNotFound: it has none; an instance doesn't have its generic's.
 Got<std::wstring> ProMdlCommonnameGet(ProMdl model);
-// Creo's number of the kind of part or assembly, from 1. ProBadInputs for a drawing.
+// Creo's number of the kind of part or assembly, from 1. ProBadInputs for a drawing, which has no kinds.
 Got<int> ProMdlSubtypeGet(ProMdl model);
-// The file that the model was read from, with its path; empty for a new model.
+// The file that the model was read from, with its path; empty for a new model. Of an instance: its generic's.
 Got<std::wstring> ProMdlOriginGet(ProMdl model);
-// The folder that the model lies in, with its closing backslash. ProNotFound: it was never saved.
+// The folder that the next save writes to, with its closing backslash: behind a backup, that of the backup.
+// ProNotFound: the model was never saved.
 Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model);
 // Saves the model as the next version of its document; an instance saves its generic. What it uses and what was changed
 // of that is saved before it; the option save_objects may say otherwise: "changed" and "changed_and_updated" leave out
-// an unchanged model, "all" saves unchanged ones too. Raises notification 103 before. ProGeneralError: not all was
-// written (the old versions are whole), the message area has the reason.
+// an unchanged model, "all" saves unchanged ones too. Raises notification 103 before; an error of its handler ends the
+// save. A drawing that isn't displayed is saved without its preview. ProGeneralError: not all was written (the old
+// versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
-// Takes it out of memory. ProGeneralError: another model in memory uses it. An instance's changes stay with its
-// generic. Raises notification 9 before, as ProMdlEraseAll does for its model.
+// Takes it out of memory, which is complete once control is back with Creo: until then its name isn't free, and nothing
+// else is to be asked. ProGeneralError: another model in memory uses it. An instance's changes stay with its generic.
+// Raises notification 9 before, as ProMdlEraseAll does for its model; an error of its handler ends the erasure.
 ProError ProMdlErase(ProMdl model);
-// The same with all that it uses and that no other model in memory uses.
+// The same with all that it uses and that no other model in memory uses and no window shows.
 ProError ProMdlEraseAll(ProMdl model);
 // Takes all out of memory that stand in no window and that no model in a window uses, changed ones too.
 ProError ProMdlEraseNotDisplayed();
-// May the model be changed? False: a read-only document, or one of a PDM workspace that isn't checked out. askUser:
-// Creo may ask the user to resolve a conflict, who may check it out.
+// May the model be changed, which is: could it be saved? What it uses isn't looked at. False: a read-only document, or
+// one of a PDM workspace that isn't checked out and can't be. askUser: Creo may ask the user to resolve a conflict, who
+// may check it out; without, the option dm_checkout_on_the_fly has the answer, which a save goes by.
 Got<bool> ProMdlIsModifiable(ProMdl model, bool askUser);
+// ProNoLicense: Creo's option for skeletons isn't there.
 Got<bool> ProMdlIsSkeleton(ProMdl model);
-// True when it was changed since it was read or saved.
+// True when it was changed since it was retrieved or saved.
 Got<bool> ProMdlModificationVerify(ProMdl model);
 // What the model uses directly: an assembly's components, a drawing's models, an instance's generic not among them;
-// then the layouts that it declares. Each once, in the document's order.
+// then the layouts that it declares. Each once, in no order to rely on. ProNotFound: nothing.
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model);
 // The same as files: with type code and name; another kind of file that the model refers to has a type of its own.
 struct ProDependencyData {
@@ -82,8 +89,10 @@ Got<std::vector<std::wstring>> pfcListParams(ProMdl model);
 Got<ProModelitem> ProMdlToModelitem(ProMdl model);
 
 // Shows the model: in its own window if it has one, else in the current one (a window is opened where there is none).
+// The picture follows; the menus may stay with another window until this one is activated. ProInvalidType: a model that
+// has no picture.
 ProError ProMdlDisplay(ProMdl model);
-// The number of the model's window. ProNotFound: it has none.
+// The number of the window that the model is on top of. ProNotFound: none.
 Got<int> ProMdlWindowGet(ProMdl model);
 
 }  // namespace creo

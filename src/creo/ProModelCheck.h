@@ -16,7 +16,8 @@ struct ProModelcheckFinding {
 // warnings suppressed features, a model that isn't regenerated, a part without material. settings: a file of lines
 // "check error", "check warning" or "check off" that says otherwise for failed_features, missing_models, bad_relations,
 // geometry_checks, suppressed_features, unregenerated or no_material; empty: as told here. ProNotFound: no such file;
-// ProGeneralError: a line of it is otherwise, the message area has its number.
+// ProNoLicense: Creo's option for checks isn't there; ProGeneralError: a line of it is otherwise, the message area has
+// its number.
 Got<std::vector<ProModelcheckFinding>> ProModelcheckExecute(ProMdl model, const std::wstring& settings);
 
 }  // namespace creo

@@ -43,17 +43,19 @@ struct ProPDFoptions {
   std::map<ProPDFproperty, bool> booleans;
   std::map<ProPDFproperty, std::wstring> texts;
 };
+// Without any property, each of which has Creo's own value then; to be freed. A property of another kind than the
+// setter's is refused.
 Got<ProPDFoptions> ProPDFoptionsAlloc();
 ProError ProPDFoptionsIntpropertySet(ProPDFoptions& options, ProPDFproperty property, int value);
 ProError ProPDFoptionsBoolpropertySet(ProPDFoptions& options, ProPDFproperty property, bool value);
 ProError ProPDFoptionsStringpropertySet(ProPDFoptions& options, ProPDFproperty property, const std::wstring& value);
 ProError ProPDFoptionsFree(ProPDFoptions& options);
 
-// Writes the file; a path that isn't whole is taken from the working folder. An old file is replaced once the new one
-// is whole. ProNoLicense: a body that the reader can turn is asked for; ProInvalidType: pages of a model that has no
-// sheets; ProCantWrite: the file, the message area says why.
+// Writes the file. The model is displayed in a window; path: whole, with its extension. An old file is replaced once
+// the new one is whole. ProNotFound: no window shows the model; ProNoLicense: a body that the reader can turn is asked
+// for; ProInvalidType: pages of a model that has no sheets; ProCantWrite: the file, the message area says why.
 ProError ProPDFExport(ProMdl model, const std::wstring& path, const ProPDFoptions& options);
-// The same by a profile's file in place of options. ProNotFound: no such file.
+// The same of a drawing by a profile's file in place of options. ProNotFound: no such file.
 ProError ProPDFWithProfileExport(ProMdl model, const std::wstring& path, const std::wstring& profile);
 
 }  // namespace creo

@@ -27,12 +27,14 @@ struct ProPrintOptions {
   double width = 0, height = 0;  // of paper of a size of its own (ProSheetSize::variableMm), in mm
 };
 
-// What the printer of that kind begins with. ProNotFound: there is no such printer; this session has "TIFF".
+// What the printer of that kind begins with. ProNotFound: there is no such printer; this session has "TIFF". Then what
+// a model's prints begin with, and the placement in force.
 Got<ProPrintPrinterOptions> ProPrintPrinterOptionsGet(const std::wstring& type);
 Got<ProPrintMdlOptions> ProPrintMdlOptionsGet(ProMdl model);
 Got<ProPrintPlacementOptions> ProPrintPlacementOptionsGet(ProMdl model);
-// Writes the print of a window; an old file is replaced once the new one is whole. The paper lies as the model's sheet
-// does, a solid's across. Fails as ProRasterFileWrite.
+// Writes the print of a window, in lines and unshaded; the window needs no graphics. path: whole, or a name in plot_dir
+// or the working folder; an old file is replaced once the new one is whole. The paper lies as the model's sheet does, a
+// solid's across. Fails as ProRasterFileWrite with graphics.
 ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::wstring& path);
 
 }  // namespace creo

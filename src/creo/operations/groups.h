@@ -7,7 +7,8 @@ namespace creo {
 
 using Operations = std::vector<Operation>;
 
-Operations modelOperations();    // models, files, backups, copies, family tables, the server
+Operations modelOperations();    // models, files, backups, copies, replacements, references, the server
+Operations familyOperations();   // family tables, their rows and columns
 Operations solidOperations();    // solids, features, elements, geometry, materials, units, sections
 Operations drawingOperations();  // drawings, views, tables, notes, symbols, dimensions, formats
 Operations stateOperations();    // layers, representations, states, views, appearances, parameters, relations, data

@@ -9,11 +9,11 @@ namespace creo {
 
 // Does it stand where it was put, without references to others?
 Got<bool> ProAsmcompIsPackaged(const ProFeature& component);
-// Its axes and origin in the assembly's coordinates. ProGeneralError: a number of it can't be worked out, the message
-// area says why.
+// Its axes and origin in the assembly's coordinates; of one that references hold, where it was before them.
+// ProGeneralError: a number of it can't be worked out, the message area says why.
 Got<ProTransform> ProAsmcompPositionGet(const ProFeature& component);
-// Puts its origin elsewhere; its axes stay. ProGeneralError: references hold it; ProBadInputs also: a number isn't
-// finite or is over 1e9.
+// Puts its origin elsewhere; its axes stay. It moves when the component is regenerated. Creo refuses a read-only
+// assembly. ProGeneralError: references hold it; ProBadInputs also: a number isn't finite or is over 1e9.
 ProError ProAsmcompOriginSet(const ProFeature& component, const ProVector& origin);
 
 // The parameter of a flexible component that gives a varied item its value; empty: none does. ProNotFound also: the

@@ -17,7 +17,8 @@ struct ProDatumPoint {
   int id = 0;
 };
 
-// In the model's order, without those whose feature is suppressed.
+// In the model's order, without those whose feature is suppressed or that Creo keeps to itself. ProNotFound: there are
+// none.
 ProError ProSolidCsysVisit(ProMdl solid, Visitor<ProCsys> visitor);
 ProError ProSolidDatumPointVisit(ProMdl solid, Visitor<ProDatumPoint> visitor);
 // ProNotFound, here and below: it has gone. A name may be empty.
@@ -29,8 +30,8 @@ Got<ProTransform> ProCsysDataGet(const ProCsys& csys);
 Got<ProVector> ProDatumPointGet(const ProDatumPoint& point);
 
 // Leads from the coordinates of the component at the end of a path to those of the assembly at its top. path: ids of
-// component features, from the top assembly down. ProNotFound: the path doesn't lead to a component that is there and
-// isn't suppressed.
+// component features, from the top assembly down. ProNotFound: the path doesn't lead to a component that isn't
+// suppressed, or a model on it is missing.
 Got<ProTransform> ProAsmcomppathTrfGet(ProMdl top, const std::vector<int>& path);
 
 }  // namespace creo

@@ -27,17 +27,17 @@ struct ProElemtree {
   std::vector<ProElement> elements;
 };
 
-// ProBadInputs: no pattern; ProNotFound: it has gone.
+// ProBadInputs: no pattern; ProNotFound: it has gone. Creo has no trees of fill, axis and direction patterns.
 Got<ProElemtree> ProPatternElemtreeCreate(const ProFeature& pattern);
 // pathItem: the element's id below the tree's root. ProNotFound: the tree has none.
 Got<ProElement> ProElemtreeElementGet(const ProElemtree& tree, int pathItem);
-// ProGeneralError: it holds something else than an integer; ProInvalidType: it holds no value; ProBadInputs: it is no
-// element.
+// ProInvalidType: it holds nothing that an integer can stand for; ProBadInputs: it is no element.
 Got<int> ProElementIntegerGet(const ProElement& element);
 
 // Without a value. ProBadInputs: no element has such an id.
 Got<ProElement> ProElementAlloc(int id);
-// The operations below give ProBadInputs for something that is no element.
+// The operations below give ProBadInputs for something that is no element, ProInvalidType for one that takes another
+// kind of value, ProCantWrite for one that a relation drives.
 ProError ProElementIntegerSet(ProElement& element, int value);
 // ProBadInputs also for a value that isn't finite.
 ProError ProElementDoubleSet(ProElement& element, double value);

@@ -32,7 +32,8 @@ struct ProSectionEntity {
   int id = 0, type = 0;
 };
 
-// In the order of the model tree. ProBadInputs: no solid. Below, ProNotFound: the feature has gone.
+// In the order of the model tree, Creo's internal features among them, which ProFeatureVisibilityGet tells apart.
+// ProNotFound: there are none; ProBadInputs: no solid. Below, ProNotFound: the feature has gone.
 ProError ProSolidFeatVisit(ProMdl solid, Visitor<ProFeature> visitor);
 // Its name; a component's is its model's. ProNotFound: it has none.
 Got<std::wstring> ProFeatureNameGet(const ProFeature& feature);
@@ -41,7 +42,7 @@ Got<int> ProFeatureTypeGet(const ProFeature& feature);
 // The type in words: "HOLE". Empty where nothing is known.
 Got<std::wstring> ProFeatureTypenameGet(const ProFeature& feature);
 Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature);
-// Its number in the tree, from 1.
+// Its number in the tree, from 1. A suppressed feature may have none.
 Got<int> ProFeatureNumberGet(const ProFeature& feature);
 Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature);
 // Does the model tree show it? Creo keeps some features to itself.
@@ -52,19 +53,22 @@ Got<bool> ProFeatureGrppatternStatusGet(const ProFeature& pattern);
 Got<bool> ProFeatureHasGeomchks(const ProFeature& feature);
 // How many sketches it has.
 Got<int> ProFeatureNumSectionsGet(const ProFeature& feature);
-// The entities of a sketch. section: from 0. ProNotFound: the feature has no such sketch.
+// The entities of a sketch. section: from 0. ProNotFound: the feature has no such sketch, or it can't be had, such as a
+// trajectory that was chosen. Kinds of entities that Creo doesn't hand out are left out.
 Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature& feature, int section);
 
-// The model of a component. ProBadInputs: no component; ProNotFound: its model can't be retrieved.
+// The model of a component. ProBadInputs: no component; ProNotFound: its model isn't in memory.
 Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component);
 Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
 // What a flexible component varies: items of its model; kParameterItem for a parameter, which is there by name.
-// ProBadInputs: no component; ProNotFound: nothing varies, or its model can't be retrieved.
+// ProBadInputs: no component; ProNotFound: nothing varies, or its model isn't in memory.
 ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
 
-// New features come behind this one until insert mode is cancelled; behind the last feature insert mode is off.
+// New features come behind this one until insert mode is cancelled; those behind it are as good as suppressed
+// meanwhile. Behind the last feature insert mode is off. Creo refuses a read-only model, here and below.
 ProError ProFeatureInsertModeActivate(const ProFeature& feature);
-// New features come at the end again. resume: those behind the place come back. ProNotFound: insert mode is off.
+// New features come at the end again. resume: those behind the place come back, else they stay suppressed. ProNotFound:
+// insert mode is off.
 ProError ProInsertModeCancel(ProMdl solid, bool resume);
 
 }  // namespace creo

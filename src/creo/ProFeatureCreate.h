@@ -1,4 +1,5 @@
-// New features of solids: datum points and planes on coordinate systems, and patterns of datum points.
+// New features of solids: datum points and planes on coordinate systems, and patterns of datum points. Creo refuses to
+// change a read-only solid.
 #pragma once
 
 #include "creo/ProElement.h"
@@ -27,10 +28,10 @@ Got<ProFeature> ProFeatureCreate(ProMdl solid, const ProElement& tree);
 // A pattern whose first member is the point, with the table's members beside it; a datum point stands for each.
 // ProBadInputs: no datum point, dimensions that aren't its own, a row that lacks a value, or a number that comes twice.
 Got<ProFeature> ProPatternCreate(const ProFeature& leader, ProPatternType type, const ProElement& tree);
-// The features go, with their dimensions and datums, from layers and from family tables. ProNotFound: one has gone
-// already; nothing changed.
+// The features go, with their dimensions and datums, from layers and from family tables. Their children stay, and fail
+// in the regeneration that follows; windows aren't repainted. ProNotFound: one has gone already; nothing changed.
 ProError ProFeatureDelete(ProMdl solid, const std::vector<int>& features);
-// The dimensions that a feature has, in its order.
+// The dimensions that a feature has, in its order. ProNotFound: the feature has gone, or has none.
 ProError ProFeatureDimensionVisit(const ProFeature& feature, Visitor<ProDimension> visitor);
 
 }  // namespace creo

@@ -18,14 +18,16 @@ Got<std::wstring> ProPartMaterialNameGet(ProMdl part);
 // Names of the materials that the part holds. ProNotFound: none; ProBadInputs: no part.
 Got<std::vector<std::wstring>> ProPartMaterialsGet(ProMdl part);
 
-// Makes a material of the part the current one. An instance takes it for itself, in that column. ProNotFound: the part
-// holds none of that name; ProGeneralError: an instance without such a column; ProBadInputs: no part.
+// Makes a material of the part the current one. Density and appearance follow; a part of sheet metal regenerates,
+// unless the option material_update_smt_bend_table says otherwise. An instance takes it for itself, in that column.
+// Creo refuses a read-only part. ProNotFound: the part holds none of that name; ProGeneralError: an instance without
+// such a column; ProBadInputs: no part.
 ProError ProMaterialCurrentSet(const ProMaterial& material);
 // Reads a material from a file of the folders that the option pro_material_dir names, without one of the working
-// folder. name: "STEEL", of which the file STEEL.mtl is looked for before STEEL.mat, or one of these with its ending.
-// The part gets the material; one of that name that it holds becomes what the file says. ProNotFound: no such file;
-// ProGeneralError: the file can't be read or says no material, the message area has the reason, and nothing has
-// changed; ProBadInputs: no part, or no name of a file.
+// folder. name: without an ending; of "STEEL" the file STEEL.mtl is looked for before STEEL.mat. The part gets the
+// material; one of that name that it holds becomes what the file says. ProNotFound: no such file; ProGeneralError: the
+// file can't be read or says no material, the message area has the reason, and nothing has changed; ProBadInputs: no
+// part, or no name of a file.
 ProError ProMaterialfileRead(ProMdl part, const std::wstring& name);
 // Without the current material the part has none, and its parameter PTC_MATERIAL_NAME is empty. ProNotFound: it holds
 // none of that name; ProBadInputs: no part.

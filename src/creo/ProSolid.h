@@ -17,13 +17,14 @@ struct ProDimensionTolerance {
   double upper = 0, lower = 0;
 };
 
-// Dimensions, or the reference dimensions, of a solid.
+// Dimensions, or the reference dimensions, of a solid; those made in a drawing too, unless the option
+// create_drawing_dims_only keeps them there. ProNotFound: there are none.
 ProError ProSolidDimensionVisit(ProMdl solid, bool reference, Visitor<ProDimension> visitor);
-// Such as "d12", or the name it was given.
+// Such as "d12", or the name it was given. ProNotFound, here and below: it has gone.
 Got<std::wstring> ProDimensionSymbolGet(const ProDimension& dimension);
-// The lines of its text; "@D" stands for the value.
+// The lines of its text, of any length; "@D" stands for the value.
 Got<std::vector<std::wstring>> ProDimensionTextGet(const ProDimension& dimension);
-// ProNotFound: it has none.
+// ProNotFound also: it has none.
 Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimension);
 
 // ---- accuracy and tolerance
@@ -33,12 +34,12 @@ struct ProAccuracy {
   ProAccuracyKind kind = ProAccuracyKind::relative;
   double value = 0;
 };
-// A solid always has one; an absolute one is in the solid's units.
+// A solid always has one; an absolute one is in the solid's units. An assembly's says nothing of its parts.
 Got<ProAccuracy> ProSolidAccuracyGet(ProMdl solid);
 
 // Classes of the ISO 2768 tables.
 enum class ProToleranceClass : int { none = -1, fine = 0, medium = 1, coarse = 2, veryCoarse = 3 };
-// ProNotFound: the model has no class.
+// ProNotFound: the model has no class, as it follows no tables of ISO or DIN.
 Got<ProToleranceClass> ProSolidModelclassGet(ProMdl solid);
 
 // ---- regeneration
@@ -49,9 +50,12 @@ constexpr unsigned kRegenerateNoFlags = 0;
 constexpr unsigned kRegenerateForce = 16;
 constexpr unsigned kRegenerateUpdateInstances = 256;
 
+// May stay at `needed`, as of a solid with circular references: what two regenerations leave so is up to date.
 Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid);
 // Raises notifications 21, 42 for each feature, and 22. ProGeneralError: a relation or a feature fails, the message
-// area says which; ProRegenAgain: the model needs another pass.
+// area says which; ProRegenAgain: the model needs another pass; ProUnattachedFeats: it is regenerated, but a feature
+// lost what it was attached to. Flags that don't go together are refused, and a read-only model. Windows and the model
+// tree show nothing of it before they are refreshed.
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags);
 // Is a feature other than the last the place where new ones come?
 Got<bool> ProInsertModeIsActive(ProMdl solid);
@@ -71,8 +75,9 @@ struct ProOutline {
 // assembly counts the components that aren't suppressed, skeletons aside. ProNotFound: there is no body;
 // ProGeneralError: one can't be built, the message area says why.
 Got<ProMassProperty> ProSolidMassPropertyGet(ProMdl solid);
-// The smallest box around the bodies, exact also for curved ones. into: leads from the model's coordinates to those in
-// which the box is wanted; null: the model's own. Results as above.
+// A box around all that is in the solid; it may be larger than the geometry, ProSolidOutlineCompute has an exact one.
+// into: leads from the model's coordinates to those in which the box is wanted; null: the model's own. Results as
+// above.
 Got<ProOutline> ProSolidOutlineGet(ProMdl solid, const ProTransform* into = nullptr);
 
 // Name of the principal system of units: "millimeter Newton Second (mmNs)".

@@ -23,7 +23,7 @@ struct ProSurface {
 };
 
 // In the body's order. ProBadInputs, here and below: no part, or its model has gone; ProNotFound: there is no body;
-// ProGeneralError: it can't be built, the message area says why.
+// ProGeneralError: it can't be built, the message area says why, or the part has several bodies.
 ProError ProSolidSurfaceVisit(ProMdl part, Visitor<ProSurface> visitor);
 Got<ProSurfaceType> ProSurfaceTypeGet(const ProSurface& surface);
 // A plane's: its origin, z out of the body, x along the longest straight edge. ProNotFound: it is no plane.
@@ -35,12 +35,14 @@ Got<double> ProSurfaceDiameterEval(const ProSurface& surface);
 // right-handed.
 Got<ProTransform> ProMatrixInit(const ProVector& x, const ProVector& y, const ProVector& z, const ProVector& origin);
 // The smallest box around a solid, in the coordinates that `into` leads to from the model's own. excludes: Creo's
-// numbers, from 1, of the kinds of entities beside the body that don't count. Results as those of ProSolidOutlineGet.
+// numbers, from 1, of the kinds of entities beside the body that don't count; datums that aren't among them do. Results
+// as those of ProSolidOutlineGet.
 Got<ProOutline> ProSolidOutlineCompute(ProMdl solid, const ProTransform& into, std::span<const int> excludes);
 
-// Suppresses features, and brings suppressed ones back; what is so already stays as it is. In an instance whose row
-// decides on a feature the row's value changes, else the generic's feature. Nothing is changed unless all can
-// be. ProNotFound: a feature has gone; ProBadInputs: a component that is no entry of the document's features.
+// Suppresses features, and brings suppressed ones back. Children of what goes stay, and fail in the regeneration that
+// follows. What comes back must be suppressed, and no parent of it may be, else it is an error. In an instance whose
+// row decides on a feature the row's value changes, else the generic's feature. Nothing is changed unless all can be.
+// ProNotFound: a feature has gone; ProBadInputs: a component that is no entry of the document's features.
 ProError ProFeatureWithoptionsSuppress(ProMdl solid, const std::vector<int>& features);
 ProError ProFeatureResume(ProMdl solid, const std::vector<int>& features);
 

@@ -1,4 +1,5 @@
-// Cross sections of solids. No operation makes one active or visible: Creo's dialog does.
+// Cross sections of solids. Nothing here makes one active or visible: actions do that in Creo's dialog. Creo refuses to
+// change a read-only solid.
 #pragma once
 
 #include "creo/ProFeature.h"
@@ -10,8 +11,8 @@ namespace creo {
 constexpr int kDatumPlaneFeature = 923;
 
 // A cross section at a datum plane, or parallel to it, distance in the solid's units. ProExists: another one has the
-// name; ProBadInputs: the feature is no datum plane of the solid, or has gone; ProGeneralError: an empty name, or
-// a distance that isn't finite.
+// name; ProBadInputs: the feature is no datum plane of the solid, or has gone, or a parallel one's name is empty;
+// ProGeneralError: an empty name of the other, or a distance that isn't finite. The distance becomes a dimension.
 Got<ProModelitem> ProXsecPlanarCreate(ProMdl solid, const std::wstring& name, const ProFeature& plane);
 Got<ProModelitem> ProXsecParallelCreate(ProMdl solid, const std::wstring& name, const ProFeature& plane,
                                         double distance);

@@ -10,6 +10,9 @@ using Operations = std::vector<Operation>;
 Operations modelOperations();    // models, files, backups, copies, replacements, references, the server
 Operations familyOperations();   // family tables, their rows and columns
 Operations solidOperations();    // solids, features, elements, geometry, materials, units, sections
+Operations modelOperations();    // models, files, backups, copies, family tables, the server
+Operations solidOperations();    // solids, their geometry, materials and units
+Operations featureOperations();  // features, their elements and sketches, cross sections, components, programs
 Operations drawingOperations();  // drawings, views, tables, notes, symbols, dimensions, formats
 Operations stateOperations();    // layers, representations, states, views, appearances, parameters, relations, data
 Operations outputOperations();   // exports, imports, prints, pictures

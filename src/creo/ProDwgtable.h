@@ -35,7 +35,7 @@ Got<std::vector<int>> ProDwgtableRegionModelsGet(const ProDwgtable& table);
 // own coordinates, at most 50 columns. ProGeneralError: the drawing is read-only.
 Got<ProDwgtable> ProDrawingTableCreate(ProMdl drawing, const ProPoint& position, const std::vector<double>& columns,
                                        const std::vector<double>& rows);
-// A line that is too wide for its cell runs over the neighbours. ProGeneralError: the drawing is read-only.
+// A line that is too wide for its cell runs over the neighbours.
 ProError ProDwgtableTextEnter(const ProDwgtable& table, int column, int row, const std::vector<std::wstring>& lines);
 // Creo passes repaint over.
 ProError ProDwgtableDelete(const ProDwgtable& table, bool repaint);

@@ -257,8 +257,10 @@ const Operations kNotes = {
      .shape = "drawing, sheet, visitor",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented = "None has a code of its own; a visitor's result comes back.",
-     .verdict = Verdict::same,
+     .documented = "None has a code of its own; a visitor's result comes back. A sheet that isn't there is invalid "
+                   "input.",
+     .ours = "ProNotFound for a sheet that isn't there.",
+     .verdict = Verdict::differs,
      .test = "Details.NotesCanBeDeletedWhileTheyAreVisited"},
     {.name = "ProDtlnoteNameGet",
      .header = "ProNote.h",
@@ -404,7 +406,7 @@ const Operations kDimensions = {
 
 }  // namespace
 
-Operations drawingTextOperations() {
+Operations textOperations() {
   Operations all = kTables;
   for (const Operations* more : {&kNotes, &kDimensions}) all.insert(all.end(), more->begin(), more->end());
   return all;

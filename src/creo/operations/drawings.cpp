@@ -158,8 +158,10 @@ const Operations kDrawings = {
      .shape = "drawing, sheet -> name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented = "No format has a code of its own, one that isn't the user's another.",
-     .verdict = Verdict::same,
+     .documented = "No format has a code of its own, one that isn't the user's another. A sheet that isn't there is "
+                   "invalid input.",
+     .ours = kSheetNotFound,
+     .verdict = Verdict::differs,
      .test = "Drawings.AnswerForASheetByItsNumber"},
     {.name = "ProDrawingSheetFormatIsBlanked",
      .header = "ProDrawingFormat.h",

@@ -7,11 +7,11 @@ namespace creo {
 
 using Operations = std::vector<Operation>;
 
-Operations modelOperations();          // models, files, backups, copies, family tables, the server
-Operations solidOperations();          // solids, features, elements, geometry, materials, units, sections
-Operations drawingOperations();        // drawings, sheets, formats, views, and their trees
-Operations drawingDetailOperations();  // attachments, symbols and their definitions
-Operations drawingTextOperations();    // tables, notes, dimensions
+Operations modelOperations();    // models, files, backups, copies, family tables, the server
+Operations solidOperations();    // solids, features, elements, geometry, materials, units, sections
+Operations drawingOperations();  // drawings, sheets, formats, views, and their trees
+Operations symbolOperations();   // symbols of drawings, their definitions, attachments
+Operations textOperations();     // tables and notes, dimensions
 Operations stateOperations();    // layers, representations, states, views, appearances, parameters, relations, data
 Operations outputOperations();   // exports, imports, prints, pictures
 Operations sessionOperations();  // session, options, windows, selections, messages, macros, notifications

@@ -8,7 +8,7 @@ constexpr std::string_view kChangesAny = "A read-only drawing is changed like an
 constexpr std::string_view kNoItemLocks = "Nothing on a sheet is locked for itself.";
 constexpr std::string_view kNoItemLocksHere = "Documents have no locks on what they hold.";
 
-const Operations kDetails = {
+const Operations kSymbols = {
     // ---- attachments
     {.name = "ProDtlattachAlloc",
      .header = "ProDtlattach.h",
@@ -195,8 +195,10 @@ const Operations kDetails = {
      .shape = "drawing, sheet, visitor",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented = "None has a code of its own; a visitor's result comes back.",
-     .verdict = Verdict::same,
+     .documented = "None has a code of its own; a visitor's result comes back. A sheet that isn't there is invalid "
+                   "input.",
+     .ours = "ProNotFound for a sheet that isn't there.",
+     .verdict = Verdict::differs,
      .test = "Symbols.AreFoundByPlaceOrName"},
     {.name = "ProDtlsyminstCreate",
      .header = "ProDtlsym.h",
@@ -265,6 +267,6 @@ const Operations kDetails = {
 
 }  // namespace
 
-Operations drawingDetailOperations() { return kDetails; }
+Operations symbolOperations() { return kSymbols; }
 
 }  // namespace creo

@@ -18,12 +18,14 @@ enum class ProToleranceType : int {
   symmetricSuperscript = 4,
 };
 
-// Its value in the model's units, an instance's own where its family table says so; degrees for angles. ProNotFound
-// also for one without a value.
+// Its value in the model's units, an instance's own where its family table says so; degrees for angles. It is never
+// below 0 once the model is regenerated. ProNotFound also for one without a value.
 Got<double> ProDimensionValueGet(const ProDimension& dimension);
-// The geometry follows with the next regeneration. Of an instance: the value of its row, with a column where there was
-// none. ProBadInputs: the value isn't finite. ProGeneralError: a reference dimension, or a relation drives it.
+// The geometry follows with the next regeneration; a value below 0 flips the direction in which it is measured. Of an
+// instance: the value of its row, with a column where there was none. ProBadInputs: the value isn't finite.
+// ProGeneralError: a reference dimension, or a relation drives it.
 ProError ProDimensionValueSet(const ProDimension& dimension, double value);
+// ProGeneralError: a reference dimension.
 Got<ProToleranceType> ProDimensionTolTypeGet(const ProDimension& dimension);
 // Does the dimension follow the geometry that it measures?
 Got<bool> ProDimensionIsAssociative(const ProDimension& dimension);

@@ -5,8 +5,8 @@
 
 namespace creo {
 
-// The sheet's own scale; views with a scale of their own keep it. sheet: from 1. ProNotFound: no such sheet;
-// ProBadInputs: no drawing, or no positive number.
+// The sheet's own scale, measured by the drawing's current model; views with a scale of their own keep it. sheet: from
+// 1, below it the current one. ProBadInputs: no drawing, no such sheet, or no positive number.
 ProError ProDrawingSheetScaleSet(ProMdl drawing, int sheet, double scale);
 
 }  // namespace creo

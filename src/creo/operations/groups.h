@@ -14,6 +14,9 @@ Operations modelOperations();    // models, files, backups, copies, family table
 Operations solidOperations();    // solids, their geometry, materials and units
 Operations featureOperations();  // features, their elements and sketches, cross sections, components, programs
 Operations drawingOperations();  // drawings, views, tables, notes, symbols, dimensions, formats
+Operations drawingOperations();  // drawings, sheets, formats, views, and their trees
+Operations symbolOperations();   // symbols of drawings, their definitions, attachments
+Operations textOperations();     // tables and notes, dimensions
 Operations stateOperations();    // layers, representations, states, views, appearances, parameters, relations, data
 Operations outputOperations();   // exports, imports, prints, pictures
 Operations sessionOperations();  // session, options, windows, selections, messages, macros, notifications

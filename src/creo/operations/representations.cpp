@@ -151,7 +151,7 @@ const Operation kRepresentations[] = {
                    "users can be asked of parts alone. What couldn't be regenerated comes suppressed.",
      .ours = "The model is in the asked one, whatever was in memory; any solid.",
      .verdict = Verdict::differs,
-     .test = "NamedStates.ARepresentationIsPutIntoTheSession"},
+     .test = "Triggers.ARunThatSavesRegeneratesAndErasesStartsNoOther"},
     {.name = "ProAssemblySimprepMdlnameRetrieve",
      .header = "ProSimprep.h",
      .shape = "assembly, representation -> assembly",

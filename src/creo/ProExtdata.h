@@ -17,15 +17,20 @@ struct ProExtdataClass {
   ProMdl model;
 };
 
+// Before all else, once a model.
 ProError ProExtdataInit(ProMdl model);
+// The data doesn't come with the model: this brings all of it, once, where each reading would bring its own piece.
 ProError ProExtdataLoadAll(ProMdl model);
-// ProBadInputs: the class exists (address it by name and model).
+// ProBadInputs: the class exists (address it by name and model). ProGeneralError: the name is too long; class and slot
+// have 30 characters together.
 Got<ProExtdataClass> ProExtdataClassRegister(ProMdl model, const std::wstring& name);
-// ProBadInputs: the slot exists.
+// ProBadInputs: the slot exists. ProGeneralError: the name begins with a digit or is too long (see above), or the model
+// has no place for another slot. ProNotFound: no such class.
 ProError ProExtdataSlotCreate(const ProExtdataClass& cls, const std::wstring& slot);
 // ProNotFound: no such slot, or nothing was written to it.
 Got<ProExtdataValue> ProExtdataSlotRead(const ProExtdataClass& cls, const std::wstring& slot);
-// ProNotFound: no such slot. Texts keep at most `size` characters, the closing zero included.
+// Kept when the model is saved. size: of a text in characters, with the closing zero; Creo looks at that of streams
+// alone, so whoever writes a text cuts it before. ProNotFound: no such slot.
 ProError ProExtdataSlotWrite(const ProExtdataClass& cls, const std::wstring& slot, const ProExtdataValue& value,
                              std::size_t size);
 

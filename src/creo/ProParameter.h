@@ -30,18 +30,21 @@ enum class ProParameterDriver : int { none = 0, parameter = 1, function = 2, rel
 // the number isn't finite.
 ProError ProParamvalueSet(ProParamvalue& value, const std::wstring& text, ProParamvalueType type);
 
-// All parameters of an owner, in their order.
+// All parameters of an owner, in their order, without those of mass properties. Ends at the visitor's first answer that
+// isn't 0, and gives that. ProNotFound: there are none; ProBadInputs: the owner has gone.
 ProError ProParameterVisit(const ProModelitem& owner, Visitor<ProParameter> visitor);
-// The first of that name (case-blind). ProNotFound.
+// The first of that name (case-blind). ProNotFound: none; ProBadInputs: the owner has gone.
 Got<ProParameter> ProParameterInit(const ProModelitem& owner, const std::wstring& name);
 // ProExists: the owner has one of that name. ProBadInputs: the name is empty, over 31 characters or not a name
 // (letters, digits, "_", not beginning with a digit), or the owner has gone. ProGeneralError: it is a locked instance.
 Got<ProParameter> ProParameterCreate(const ProModelitem& owner, const std::wstring& name, const ProParamvalue& value);
-// The value is in these units. units: at most 32 characters. ProGeneralError, too: a unit that isn't known.
+// The value is taken to be in these units; nothing promises it. units: at most 32 characters; none: without units.
+// ProGeneralError, too: a unit that isn't known.
 Got<ProParameter> ProParameterWithUnitsCreate(const ProModelitem& owner, const std::wstring& name,
                                               const ProParamvalue& value, const std::wstring& units);
 // With its column, if there is one and no other of that name needs it. ProGeneralError: a driver or a relation holds
-// it, it is the generic's, seen from an instance, or a locked instance's own.
+// it, it is the generic's, seen from an instance, or a locked instance's own. ProNotFound: it has gone; Creo gives that
+// for one that can't go, too.
 ProError ProParameterDelete(const ProParameter& parameter);
 // Puts the parameter back that ProParameterDelete took last, whole and at its place, with its columns and the values
 // that rows had in them. successor: one that was made in its place meanwhile and goes again; null: none.
@@ -57,20 +60,25 @@ ProError ProParameterRemainsTake(const ProParameter& parameter);
 Got<ProParamvalue> ProParameterValueGet(const ProParameter& parameter);
 // The value in the parameter's own units, as it is stored; one without units has those of the model.
 Got<ProParamvalue> ProParameterScaledvalueGet(const ProParameter& parameter);
-// Takes the value in the units of the owner's model. ProBadInputs: a value of another kind, one that isn't finite, one
-// that the restriction doesn't allow, or one that is too large in the parameter's units. ProGeneralError: it is driven,
-// or a locked instance's.
+// Takes the value in the units of the owner's model, which follows when it is regenerated. ProBadInputs: a value of
+// another kind, one that isn't finite, one that the restriction doesn't allow, or one that is too large in the
+// parameter's units. ProGeneralError: it is driven, or a locked instance's.
 ProError ProParameterValueSet(const ProParameter& parameter, const ProParamvalue& value);
 // The same for a value in the parameter's own units.
 ProError ProParameterScaledvalueSet(const ProParameter& parameter, const ProParamvalue& value);
 // ProNotFound: it has no units.
 Got<std::wstring> ProParameterUnitsGet(const ProParameter& parameter);
+// ProNotFound: it has no description.
 Got<std::wstring> ProParameterDescriptionGet(const ProParameter& parameter);
 // At most 80 characters, else ProBadInputs.
 ProError ProParameterDescriptionSet(const ProParameter& parameter, const std::wstring& description);
+// Does the server see the parameter? For parameters of models.
 Got<bool> ProParameterDesignationVerify(const ProParameter& parameter);
+// ProExists: it is designated already.
 ProError ProParameterDesignationAdd(const ProParameter& parameter);
+// Of one that isn't designated: ProNotFound, or nothing happens.
 ProError ProParameterDesignationRemove(const ProParameter& parameter);
+// Sees nothing of what drives it from another model.
 Got<ProParameterDriver> ProParameterDriverGet(const ProParameter& parameter);
 // Is its value held within a range?
 Got<bool> ProParameterRangeGet(const ProParameter& parameter);

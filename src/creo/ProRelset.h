@@ -13,20 +13,23 @@ struct ProRelset {
   int section = -1;  // of a feature: the sketch, from 0; -1: the feature's own
 };
 
-// The relations of a model or a feature. ProNotFound: it has none yet. ProBadInputs: it can have none.
+// The relations of a model or a feature, which run before its regeneration. Those behind it have an operation of their
+// own in Creo, which an adapter asks for kPostRegeneration. ProNotFound: it has none yet. ProBadInputs: it can have
+// none.
 Got<ProRelset> ProModelitemToRelset(const ProModelitem& item);
-// An empty set of relations. ProExists: the model has one.
+// An empty set of relations. ProExists: the item has one. ProBadInputs: it can have none.
 Got<ProRelset> ProRelsetCreate(const ProModelitem& item);
-// Line by line.
+// Line by line. ProBadInputs: the owner has gone.
 Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations);
-// The relations of a feature's sketch, from 0. ProNotFound: no such sketch, or it has none yet.
+// The relations of a feature's sketch, from 0; Creo promises none. ProNotFound: no such sketch, or it has none yet.
 Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section);
-// Puts other lines in place of those that it has; none takes the set away. Nothing is looked at before the set is
-// regenerated.
+// Puts other lines in place of those that it has; none takes the set away, for which Creo has an operation of its own.
+// Nothing is looked at before the set is regenerated.
 ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines);
 // What owns the set. ProBadInputs: it has gone.
 Got<ProModelitem> ProRelsetToModelitem(const ProRelset& relations);
-// Are numbers with units converted? ProBadInputs: a set of a feature or a sketch.
+// Are numbers with units converted? By default they are, unless the option relations_units_sensitive says otherwise; of
+// any set. ProNotFound: the relations behind the regeneration aren't there.
 ProError ProRelsetUnitsSensitiveSet(const ProRelset& relations, bool sensitive);
 // Runs this set alone and gives the model what it assigns. ProGeneralError: a line fails, the message area says which
 // and why.

@@ -1,5 +1,6 @@
-// Simplified representations of parts and assemblies. Which one a model is in is the session's own state; what each
-// does with features and components is the model's. Operations that need a solid give ProBadInputs for a drawing.
+// Simplified representations. Which one a model is in is the session's own state; what each does with components is the
+// model's. Those of parts are found and retrieved; what makes, describes and activates one is for assemblies alone and
+// gives ProBadInputs for a part. Operations that need a solid give ProBadInputs for a drawing.
 #pragma once
 
 #include <optional>
@@ -16,7 +17,7 @@ constexpr int kMasterRep = -1;
 Got<ProModelitem> ProSimprepInit(const std::wstring& name, int id, ProMdl solid);
 // The one that the model is in.
 Got<ProModelitem> ProSimprepActiveGet(ProMdl solid);
-// ProNotFound: it has gone.
+// Of an assembly, which must be displayed anew to show it. ProNotFound: it has gone; ProBadInputs: one of a part.
 ProError ProSimprepActivate(const ProModelitem& rep);
 
 // By what a component is replaced: by a representation of its own model.
@@ -36,7 +37,8 @@ struct ProSimprepItemAction {
 Got<ProSimprepItemAction> ProSimprepActionInit(ProSimprepAction type,
                                                const std::optional<ProSubstitution>& substitution);
 
-// The way from an assembly to a component: ids of component features, from the top down.
+// The way from an assembly to a component: ids of component features, from the top down. Whether they are looked for
+// before the data is set is the session's affair.
 struct ProAsmcomppath {
   ProMdl assembly;
   std::vector<int> components;
@@ -44,13 +46,13 @@ struct ProAsmcomppath {
 // ProBadInputs: no such component in the assembly.
 Got<ProAsmcomppath> ProAsmcomppathInit(ProMdl assembly, const std::vector<int>& components);
 
-// What a representation does with one feature, which may be a component.
+// What a representation does with one feature, which is a component: other features aren't supported.
 struct ProSimprepdataitem {
   int feature = 0;
   ProSimprepItemAction action;
 };
-// A component by its path, or, where the path is empty, a feature by its id. ProBadInputs: no action, no id, or a
-// component below the top level.
+// A component by its path, or, where the path is empty, a feature by its id, which Creo doesn't support. ProBadInputs:
+// no action, no id, or a component below the top level.
 Got<ProSimprepdataitem> ProSimprepdataitemInit(const ProAsmcomppath& path, int feature,
                                                const ProSimprepItemAction& action);
 
@@ -59,25 +61,28 @@ struct ProSimprepdata {
   ProSimprepAction defaultAction = ProSimprepAction::include;
   std::vector<ProSimprepdataitem> items;  // features that are treated in another way than by default
 };
-// The data of a representation that is kept with its model. ProBadInputs: an empty name, one over 31 characters, or no
-// action of Creo's.
+// The data of a representation that is kept with its model. By default a component is included or excluded: Creo
+// promises no other action there. ProBadInputs: an empty name, one over 31 characters, or an action that can't be.
 Got<ProSimprepdata> ProSimprepdataAlloc(const std::wstring& name, ProSimprepAction defaultAction);
 // ProBadInputs: the item names no feature.
 ProError ProSimprepdataitemAdd(ProSimprepdata& data, const ProSimprepdataitem& item);
-// ProBadInputs: no simplified representation; ProNotFound: it has gone.
+// ProBadInputs: no simplified representation, or one of a part; ProNotFound: it has gone.
 Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep);
-// Describes a representation anew, its name too; all of it or nothing. ProExists: another one has the name;
-// ProNotFound: it, or the feature of an item, has gone; ProBadInputs: it would be substituted by itself.
+// Describes a representation anew, its name too; all of it or nothing. An item that the data lacks keeps its action:
+// one goes by the action none. ProExists: another one has the name; ProNotFound: it, or the feature of an item, has
+// gone; ProBadInputs: it would be substituted by itself, or is of a part.
 ProError ProSimprepdataSet(const ProModelitem& rep, const ProSimprepdata& data);
 
-// As ProSimprepdataSet for a new one.
+// As ProSimprepdataSet for a new one. ProBadInputs: a part.
 Got<ProModelitem> ProSimprepCreate(ProMdl solid, const ProSimprepdata& data);
-// Combined states don't refer to it any more; a model that was in it is in the master representation. ProNotFound: it
-// has gone; ProBadInputs: one that Creo makes by itself.
+// Combined states don't refer to it any more. ProNotFound: it has gone; ProBadInputs: one that Creo makes by itself;
+// ProGeneralError: it is in use, as newer releases say.
 ProError ProSimprepDelete(const ProModelitem& rep);
 
-// The model in one of its representations; that representation is active then. ProNotFound: no model, or no
-// representation of that name.
+// The model in one of its representations; that representation is active then, unless a higher one is in memory, which
+// wins. It isn't displayed, and what couldn't be regenerated comes suppressed. The first is for the master and for
+// those that users made of parts alone; the second comes with the active components alone. ProNotFound: no model, or no
+// representation of that name; ProGeneralError: no permission for the model.
 Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep);
 Got<ProMdl> ProAssemblySimprepMdlnameRetrieve(const std::wstring& assembly, const std::wstring& rep);
 Got<ProMdl> ProPartSimprepRetrieve(const std::wstring& part, const std::wstring& rep);

@@ -10,16 +10,20 @@ namespace creo {
 struct ProViewNames {
   std::vector<std::wstring> names, alternateNames;  // side by side; an alternate name may be empty
 };
-// ProNotFound: the model has no views.
+// The saved views of a solid. Those of a drawing are named places that it is shown at: ProDrawingViewsCollect has its
+// views of models. ProNotFound: the model has no views.
 Got<ProViewNames> ProViewNamesGet(ProMdl model);
 
 struct ProCombstateData {
   std::wstring name;
 };
-// ProNotFound: the model has none.
+// Of a solid. ProNotFound: the model has none.
 Got<std::vector<ProModelitem>> ProMdlCombstatesGet(ProMdl model);
+// ProNotFound: it has gone; ProBadInputs: an item of another kind.
 Got<ProCombstateData> ProCombstateDataGet(const ProModelitem& state);
 
+// Those that users made, with a name: no master or form that Creo makes by itself, no default state. Each visit ends at
+// the visitor's first answer that isn't 0, and gives that. ProNotFound: there are none.
 ProError ProSolidSimprepVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 ProError ProSolidExpldstateVisit(ProMdl solid, Visitor<ProModelitem> visitor);
 ProError ProSolidCompdisplayVisit(ProMdl solid, Visitor<ProModelitem> visitor);

@@ -18,8 +18,12 @@ Operations drawingOperations();  // drawings, sheets, formats, views, and their 
 Operations symbolOperations();   // symbols of drawings, their definitions, attachments
 Operations textOperations();     // tables and notes, dimensions
 Operations stateOperations();    // layers, representations, states, views, appearances, parameters, relations, data
+Operations stateOperations();    // layers, layer states, states by name, views, looks
 Operations outputOperations();   // exports, imports, prints, pictures
 Operations sessionOperations();  // session, options, windows, selections, messages, macros, notifications
 Operations dialogOperations();   // dialogs, menus, trees
+
+Operations representationOperations();  // simplified representations
+Operations parameterOperations();       // parameters, relations, external data, items
 
 }  // namespace creo

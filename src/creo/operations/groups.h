@@ -13,6 +13,9 @@ Operations drawingOperations();  // drawings, views, tables, notes, symbols, dim
 Operations stateOperations();    // layers, representations, states, views, appearances, parameters, relations, data
 Operations outputOperations();   // exports, imports, prints, pictures
 Operations sessionOperations();  // session, options, windows, selections, messages, macros, notifications
-Operations dialogOperations();   // dialogs, menus, trees
+Operations dialogOperations();   // dialogs, their buttons, menus, labels, layouts and input panels
+
+// Lists, tables and trees of dialogs.
+Operations dialogTableOperations();
 
 }  // namespace creo

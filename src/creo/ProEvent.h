@@ -5,7 +5,8 @@
 
 namespace creo {
 
-// Called whenever Creo has nothing else to do. Gives the callback's number.
+// Called whenever Creo has nothing else to do, as often as ten times a second. It may open no dialog. Gives the
+// callback's number.
 Got<int> ProEventCallbackAdd(std::function<void()> callback);
 // ProNotFound: there is none of that number.
 ProError ProEventCallbackRemove(int callback);

@@ -6,7 +6,8 @@
 namespace creo {
 
 // Each blocks until the person has chosen; the path in the system's form. ProUserAbort: nothing was chosen, or what
-// can't be: a file to open that isn't there, a place to save in a folder that isn't there.
+// can't be: a file to open that isn't there, a place to save in a folder that isn't there. ProBadInputs: a file's name
+// of over 80 characters.
 // title: empty takes Creo's own. filter: "*.csv,*.txt". folder: where the dialog starts, empty for the
 // working directory; proposal: a name in it.
 Got<std::wstring> ProFileMdlnameOpen(const std::wstring& title, const std::wstring& filter, const std::wstring& folder,

@@ -5,9 +5,11 @@
 
 namespace creo {
 
-// Puts a macro behind those that wait; it runs when control is back with Creo, or on ProMacroExecute.
+// Puts a macro on top of those that wait: it runs before them, when control is back with Creo or on ProMacroExecute.
+// Whether its steps can be done shows only then: one whose command is dimmed isn't.
 ProError ProMacroLoad(const std::wstring& text);
-// Runs what was loaded, now. ProNotFound: nothing was.
+// Runs what was loaded, now. Not for steps that activate a window, make a model current or erase the current one;
+// dialogs that end with "OK" may be cancelled. ProNotFound: nothing was loaded.
 ProError ProMacroExecute();
 
 }  // namespace creo

@@ -8,7 +8,7 @@ namespace creo {
 
 // Creo's numbers, with what raises them here.
 enum class ProNotifyType : int {
-  eraseBefore = 9,           // inside ProMdlErase and ProMdlEraseAll, for the model that was given
+  eraseBefore = 9,           // inside ProMdlErase and ProMdlEraseAll; Creo doesn't tell the model
   regenerateBefore = 21,     // inside ProSolidRegenerate
   regenerateAfter = 22,      // the same, also behind a failed one
   currentModelChanged = 24,  // a window shows another model
@@ -33,9 +33,10 @@ struct ProNotification {
 };
 using ProNotificationHandler = std::function<ProError(const ProNotification&)>;
 
-// Takes the place of a handler that hangs there.
+// Takes the place of a handler that hangs there. What a handler of eraseBefore or saveBefore answers counts: an error
+// keeps Creo from erasing or saving the model. Other answers aren't read.
 ProError ProNotificationSet(ProNotifyType type, ProNotificationHandler handler);
-// ProNotFound: none hangs there.
+// ProNotFound: none hangs there, where that is told.
 ProError ProNotificationUnset(ProNotifyType type);
 
 }  // namespace creo

@@ -14,10 +14,11 @@ ProError ProUITableRowsInsert(const std::string& dialog, const std::string& tabl
 // With the texts of their cells; components are deleted by their own calls. ProNotFound: a row isn't there.
 ProError ProUITableRowsDelete(const std::string& dialog, const std::string& table,
                               const std::vector<std::string>& rows);
-// A copy of the component `from`, named `name`, in a cell. ProExists: the cell or the dialog has such a component.
+// A copy of the component `from` of the same dialog, named `name`, in a cell. ProExists: the cell or the dialog has
+// such a component.
 ProError ProUITableCellComponentCopy(const std::string& dialog, const std::string& table, const std::string& row,
                                      const std::string& column, const std::string& from, const std::string& name);
-// ProNotFound: the cell has none.
+// It fails where the cell has none: with ProNotFound where that is told.
 ProError ProUITableCellComponentDelete(const std::string& dialog, const std::string& table, const std::string& row,
                                        const std::string& column);
 ProError ProUITableCellLabelSet(const std::string& dialog, const std::string& table, const std::string& row,
@@ -26,12 +27,13 @@ Got<std::wstring> ProUITableCellLabelGet(const std::string& dialog, const std::s
                                          const std::string& column);
 ProError ProUITableColumnLabelSet(const std::string& dialog, const std::string& table, const std::string& column,
                                   const std::wstring& label);
+// width: in characters.
 ProError ProUITableColumnWidthSet(const std::string& dialog, const std::string& table, const std::string& column,
                                   int width);
-// Components of cells, by their names.
+// Components of cells, by their names. One that isn't there fails: with ProNotFound where that is told.
 ProError ProUITableLabelRemove(const std::string& dialog, const std::string& table, const std::string& label);
 ProError ProUITableCheckbuttonRemove(const std::string& dialog, const std::string& table, const std::string& button);
-// The rows that the user marked.
+// The rows that the user marked; an adapter leaves the columns of the marked cells out.
 Got<std::vector<std::string>> ProUITableSelectednamesGet(const std::string& dialog, const std::string& table);
 
 }  // namespace creo

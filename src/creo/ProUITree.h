@@ -5,7 +5,7 @@
 
 namespace creo {
 
-// parent "" adds a root. type names a look of the resource. ProExists: a node of that name is there.
+// parent "" adds the root; a tree has one. type names a look of the resource. ProExists: a node of that name is there.
 ProError ProUITreeNodeAdd(const std::string& dialog, const std::string& tree, const std::string& parent,
                           const std::string& node, const std::wstring& label, const std::string& type);
 // With all below it.
@@ -13,6 +13,7 @@ ProError ProUITreeNodeDelete(const std::string& dialog, const std::string& tree,
 Got<std::string> ProUITreeNodeTypeGet(const std::string& dialog, const std::string& tree, const std::string& node);
 ProError ProUITreeNodeTypeSet(const std::string& dialog, const std::string& tree, const std::string& node,
                               const std::string& type);
+// Shows what is right below it.
 ProError ProUITreeNodeExpand(const std::string& dialog, const std::string& tree, const std::string& node);
 ProError ProUITreeNodeCollapse(const std::string& dialog, const std::string& tree, const std::string& node);
 Got<bool> ProUITreeNodeIsExpanded(const std::string& dialog, const std::string& tree, const std::string& node);
@@ -23,9 +24,10 @@ Got<std::vector<std::string>> ProUITreeSelectednamesGet(const std::string& dialo
 ProError ProUITreeAllnodesDeselect(const std::string& dialog, const std::string& tree);
 ProError ProUITreeShow(const std::string& dialog, const std::string& tree);
 ProError ProUITreeHide(const std::string& dialog, const std::string& tree);
-// Redraws at once, or holds redrawing back.
+// Whether the tree may be drawn anew: redraws at once, or holds redrawing back.
 ProError ProUITreeTreeredrawSet(const std::string& dialog, const std::string& tree, bool redraw);
 
+// A person's click on a node's mark opens or closes nothing by itself: the action of expand or collapse does.
 enum class ProUITreeEvent { expand, collapse, select, activate };
 ProError ProUITreeActionSet(const std::string& dialog, const std::string& tree, ProUITreeEvent event,
                             ProUIAction action);

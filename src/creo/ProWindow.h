@@ -5,22 +5,29 @@
 
 namespace creo {
 
-// The window of no model in particular: what Creo takes where no number is known.
+// What ProWindowRepaint and ProWindowClear take for the current window; no other operation does.
 constexpr int kAnyWindow = -1;
 
-// Opens an empty window for a model. ProNoGraphics without graphics.
+// Opens a window for a model in memory, in an empty one where there is one; ProMdlDisplay then shows it there.
+// ProNoGraphics without graphics.
 Got<int> ProObjectwindowCreate(const std::wstring& name, ProMdlType type);
+// Creo's first window never goes, so that there is one at any time. ProNotFound: there is none.
 Got<int> ProWindowCurrentGet();
-// Makes a window current at once, for the calls that follow; no notification. ProBadInputs: no such window.
+// Makes a window current at once, for the calls that follow; no notification. It doesn't come forward, and what
+// ProMdlCurrentGet gives stays the same. ProBadInputs: no such window.
 ProError ProWindowCurrentSet(int window);
-// Closes the current window; notification 29 follows once control is back with Creo.
+// Closes the current window once control is back with Creo; notification 29 follows. Creo's first window is emptied
+// only. What wasn't saved is lost. It fails while something else blocks Creo's windows.
 ProError ProWindowCurrentClose();
 // Asks Creo to bring the window forward. Control must go back to Creo first: then the window is current and
-// notification 26 is raised. ProNoGraphics without graphics; ProBadInputs: no such window.
+// notification 26 is raised. ProNoGraphics without graphics; ProBadInputs: no such window. An adapter must see whether
+// it works for a plug-in inside Creo's process.
 ProError ProWindowActivate(int window);
+// Draws the window again, without what was highlighted. Takes kAnyWindow.
 ProError ProWindowRepaint(int window);
+// Takes all graphics off the window until it is drawn again; its model stays in it. Takes kAnyWindow.
 ProError ProWindowClear(int window);
-// Shows all of the model in the middle of the window.
+// Shows all of the model in the middle of the window. ProBadInputs: no such window; ProNotFound: it shows no model.
 ProError ProWindowRefit(int window);
 
 }  // namespace creo

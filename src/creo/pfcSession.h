@@ -7,8 +7,8 @@ namespace creo {
 
 // The file name of the current model, "bracket.prt", in lower case. ProNotFound: none.
 Got<std::wstring> pfcGetCurrentModelFileName();
-// Full paths of the folders in a folder, of the files that match a pattern ("*.paj"); sorted. ProNotFound: no such
-// folder.
+// Full paths of the folders in a folder, of the files that match a pattern ("*.paj"), each version of theirs; an
+// adapter sorts them. ProNotFound: no such folder.
 Got<std::vector<std::wstring>> pfcListSubdirectories(const std::wstring& path);
 Got<std::vector<std::wstring>> pfcListFiles(const std::wstring& path, const std::wstring& pattern);
 
@@ -17,7 +17,8 @@ struct pfcModelDescriptor {
   std::wstring name;  // upper case
   ProMdlType type = ProMdlType::unused;
 };
-// What the session tells beside its notifications, once control is back with Creo; an empty function isn't called.
+// What the session tells beside its notifications, once control is back with Creo; an empty function isn't called. A
+// retrieval is told once, however much comes with the model.
 struct pfcSessionActionListener {
   std::function<void(const pfcModelDescriptor&)> OnAfterModelRetrieveAll;  // the user opened it; all it uses is there
   std::function<void()> OnAfterModelDisplay;                               // a model is displayed

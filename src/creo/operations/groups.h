@@ -21,7 +21,10 @@ Operations stateOperations();    // layers, representations, states, views, appe
 Operations stateOperations();    // layers, layer states, states by name, views, looks
 Operations outputOperations();   // exports, imports, prints, pictures
 Operations sessionOperations();  // session, options, windows, selections, messages, macros, notifications
-Operations dialogOperations();   // dialogs, menus, trees
+Operations dialogOperations();   // dialogs, their buttons, menus, labels, layouts and input panels
+
+// Lists, tables and trees of dialogs.
+Operations dialogTableOperations();
 
 Operations representationOperations();  // simplified representations
 Operations parameterOperations();       // parameters, relations, external data, items

@@ -15,7 +15,6 @@ namespace core {
 constexpr std::size_t kXmlNameLimit = 259;
 constexpr std::size_t kXmlValueLimit = 25999;
 
-// Nodes share attributes that are alike.
 struct XmlAttr {
   std::wstring_view name, value;  // into the document
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "os/surroundings.h"
 
 namespace {
@@ -87,7 +89,7 @@ TEST(Xml, TextsAndTheirTrees) {
   }
 }
 
-TEST(Xml, AttributesOfAnyLengthComeAgainAsTheyWere) {
+TEST(Xml, AttributesOfAnyLengthAtAnyPlace) {
   for (const wchar_t* piece : {L"v", L"ü", L"&amp;", L" ", L"\n", L"=", L"\U0001F600", L">"}) {
     const std::wstring letters = std::wstring_view(piece) == L"&amp;" ? L"&" : piece;
     std::wstring task = L"<t", expected = L"t[";

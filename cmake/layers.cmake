@@ -28,6 +28,8 @@ kvd_layer(kvd_barcode FOLDERS barcode PRIVATE_LINKS PkgConfig::QRENCODE)
 add_library(creo INTERFACE)
 kvd_include_path(creo INTERFACE src creo)
 target_link_libraries(creo INTERFACE kvd_text)
+# What Creo's documentation says of them, as rows; docs/host-contract.md and the tests read them.
+kvd_layer(kvd_operations FOLDERS creo/operations LINKS creo)
 
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write and mesh bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)

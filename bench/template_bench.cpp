@@ -48,8 +48,8 @@ class Site {
 };
 
 Site& site() {
-  static Site one;
-  return one;
+  static Site entry;
+  return entry;
 }
 
 std::wstring plainText(benchmark::State& state) {

@@ -61,8 +61,8 @@ class Site {
 };
 
 Site& site() {
-  static Site one;
-  return one;
+  static Site entry;
+  return entry;
 }
 
 // By the digits: the model is a part.

@@ -137,17 +137,18 @@ class RunWork {
 
   // What isn't checked out isn't worked, unless the site gives up such a run as a whole.
   void checkOut(headless::Session& session, RunDriver& driver, RunDriver::Choice& choice) {
-    for (const RunDriver::Refused& one : driver.checkOut()) {
-      console_.trouble(std::string(one.failed ? "error: " : "warning: ") + one.row +
-                       " can't be checked out: " + one.reason);
+    for (const RunDriver::Refused& refused : driver.checkOut()) {
+      console_.trouble(std::string(refused.failed ? "error: " : "warning: ") + refused.row +
+                       " can't be checked out: " + refused.reason);
       if (core::pluginState().cancelIfNotCheckedOut == 1) continue;
-      leaveOut(session, {one.row});
-      std::erase(choice.rows, one.row);
-      ++(one.failed ? recap_.failed : recap_.skipped);
+      leaveOut(session, {refused.row});
+      std::erase(choice.rows, refused.row);
+      ++(refused.failed ? recap_.failed : recap_.skipped);
       ++recap_.models;
       if (events_.on())
-        events_.tell("model",
-                     {{"model", one.row}, {"fault", one.reason}, {"outcome", one.failed ? "failed" : "skipped"}});
+        events_.tell(
+            "model",
+            {{"model", refused.row}, {"fault", refused.reason}, {"outcome", refused.failed ? "failed" : "skipped"}});
     }
   }
 

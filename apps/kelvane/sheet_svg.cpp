@@ -64,16 +64,16 @@ std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet
   const bool isMm = sheets.front().isInMm;
   const double unit = isMm ? 1 : 1 / kMmAnInch, gap = kGap * unit;
   double width = 0, height = gap;
-  for (const headless::SheetPicture& one : sheets) {
-    width = std::max(width, one.width * unit);
-    height += one.height * unit + gap;
+  for (const headless::SheetPicture& picture : sheets) {
+    width = std::max(width, picture.width * unit);
+    height += picture.height * unit + gap;
   }
   Svg svg(width + 2 * gap, height, isMm ? "mm" : "in");
   svg.rectangle(0, 0, width + 2 * gap, height, "fill=\"#ddd\"");
   double top = gap;
-  for (const headless::SheetPicture& one : sheets) {
-    const double bottom = top + one.height * unit;
-    draw(svg, one, gap, bottom, unit);
+  for (const headless::SheetPicture& entry : sheets) {
+    const double bottom = top + entry.height * unit;
+    draw(svg, entry, gap, bottom, unit);
     top = bottom + gap;
   }
   return svg.finished();

@@ -121,11 +121,12 @@ void FiringWatch::progress(int value, int /*maximum*/) {
 }
 
 void FiringWatch::noteUnsaved() {
-  for (const headless::ModelInMemory& one : session_.models().list()) {
-    if (!one.instanceOf.empty()) continue;
-    const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
+  for (const headless::ModelInMemory& inMemory : session_.models().list()) {
+    if (!inMemory.instanceOf.empty()) continue;
+    const headless::ModelDocument& document = *session_.models().find(inMemory.handle)->document;
     if (document.isContentModified() || document.folder.empty())
-      running_->unsavedBefore[label(one.name, one.type)] = session_.models().documentText(one.handle).value;
+      running_->unsavedBefore[label(inMemory.name, inMemory.type)] =
+          session_.models().documentText(inMemory.handle).value;
   }
 }
 
@@ -197,7 +198,8 @@ void FiringWatch::finishRow(const Row& row) {
 void FiringWatch::triggerEnds(int result) {
   if (!running_) return;
   log_.follow();
-  for (const language::RefusedExpression& one : language::takeRefused()) console_.trouble("warning: " + refusal(one));
+  for (const language::RefusedExpression& expression : language::takeRefused())
+    console_.trouble("warning: " + refusal(expression));
   Recap& recap = running_->recap;
   recap.models += recap.skipped + static_cast<int>(running_->unreadable.size());
   recap.saved = static_cast<int>(running_->saved.size());

@@ -62,18 +62,18 @@ class Codes : public DetailTest {
   static Picture picture(const std::vector<Stroke>& strokes, double module) {
     if (strokes.empty()) return {1, 1};
     double left = strokes[0].x, right = left, low = strokes[0].low, high = strokes[0].high;
-    for (const Stroke& one : strokes) {
-      left = std::min(left, one.x - module / 2);
-      right = std::max(right, one.x + module / 2);
-      low = std::min(low, one.low);
-      high = std::max(high, one.high);
+    for (const Stroke& stroke : strokes) {
+      left = std::min(left, stroke.x - module / 2);
+      right = std::max(right, stroke.x + module / 2);
+      low = std::min(low, stroke.low);
+      high = std::max(high, stroke.high);
     }
     const double dots = 3 / module, quiet = 4 * module;  // dots a unit of the sheet
     Picture picture(static_cast<int>((right - left + 2 * quiet) * dots),
                     static_cast<int>((high - low + 2 * quiet) * dots));
-    for (const Stroke& one : strokes)
-      picture.fill((one.x - one.width / 2 - left + quiet) * dots, (high - one.high + quiet) * dots, one.width * dots,
-                   (one.high - one.low) * dots);
+    for (const Stroke& entry : strokes)
+      picture.fill((entry.x - entry.width / 2 - left + quiet) * dots, (high - entry.high + quiet) * dots,
+                   entry.width * dots, (entry.high - entry.low) * dots);
     return picture;
   }
   static std::string read(const std::vector<Stroke>& strokes, double module, const std::string& format) {
@@ -82,9 +82,9 @@ class Codes : public DetailTest {
   // "1:Plate(3) ...": ids, names, how many lines.
   static std::string definitions(const World& own) {
     std::string all;
-    for (const SymbolDefinitionRecord& one : saved(own).symbolDefinitions)
-      all += (all.empty() ? "" : " ") + std::to_string(one.id) + ":" + one.name + "(" +
-             std::to_string(one.lines.size()) + ")";
+    for (const SymbolDefinitionRecord& item : saved(own).symbolDefinitions)
+      all += (all.empty() ? "" : " ") + std::to_string(item.id) + ":" + item.name + "(" +
+             std::to_string(item.lines.size()) + ")";
     return all;
   }
 };
@@ -121,12 +121,12 @@ TEST_F(Codes, QrCodesAreReadBack) {
   };
   World own;
   std::string tasks;
-  for (const Reading& one : readings)
-    tasks += qr("symname='%NUMBER%_" + std::to_string(&one - readings) + "' " + one.attributes, one.texts);
+  for (const Reading& reading : readings)
+    tasks += qr("symname='%NUMBER%_" + std::to_string(&reading - readings) + "' " + reading.attributes, reading.texts);
   make(own, tasks);
   const headless::ModelRecord record = saved(own);
-  for (const Reading& one : readings)
-    EXPECT_EQ(one.read, read(strokes(record, "P-4711_" + std::to_string(&one - readings)), one.module, "QRCode"));
+  for (const Reading& entry : readings)
+    EXPECT_EQ(entry.read, read(strokes(record, "P-4711_" + std::to_string(&entry - readings)), entry.module, "QRCode"));
   EXPECT_EQ(1, record.symbolDefinitions.back().lines.front().colorMethod);
   EXPECT_EQ(3, record.symbolDefinitions.back().lines.front().color);
 }
@@ -150,12 +150,12 @@ TEST_F(Codes, Pdf417CodesAreReadBack) {
   };
   World own;
   std::string tasks;
-  for (const Reading& one : readings)
-    tasks += pdf("symname='%code" + std::to_string(&one - readings) + "' " + one.attributes, one.texts);
+  for (const Reading& reading : readings)
+    tasks += pdf("symname='%code" + std::to_string(&reading - readings) + "' " + reading.attributes, reading.texts);
   make(own, tasks);
   const headless::ModelRecord record = saved(own);
-  for (const Reading& one : readings)
-    EXPECT_EQ(one.read, read(strokes(record, "%code" + std::to_string(&one - readings)), one.module, "PDF417"));
+  for (const Reading& entry : readings)
+    EXPECT_EQ(entry.read, read(strokes(record, "%code" + std::to_string(&entry - readings)), entry.module, "PDF417"));
   EXPECT_EQ(0, record.symbolDefinitions.back().lines.front().colorMethod);
 }
 
@@ -183,13 +183,13 @@ TEST_F(Codes, StandWhereTheyShould) {
                 pdf("symname='low' eclevel='0' pixelsize='2' pixelslim='0.5'", {"PDF417"}) +
                 pdf("symname='thin' eclevel='0' pixelsize='2' pixelslim='2'", {"PDF417"}));
   const headless::ModelRecord record = saved(own);
-  const auto one = strokes(record, "one"), two = strokes(record, "two"), low = strokes(record, "low");
-  ASSERT_FALSE(one.empty() || two.empty() || low.empty());
+  const auto entry = strokes(record, "one"), two = strokes(record, "two"), low = strokes(record, "low");
+  ASSERT_FALSE(entry.empty() || two.empty() || low.empty());
   // A code of 21 modules; its first row begins with a finder of seven.
-  EXPECT_DOUBLE_EQ(0, one[0].low);
-  EXPECT_DOUBLE_EQ(1, one[0].high);
-  EXPECT_DOUBLE_EQ(6, one[6].x);
-  EXPECT_DOUBLE_EQ(-20, one.back().low);
+  EXPECT_DOUBLE_EQ(0, entry[0].low);
+  EXPECT_DOUBLE_EQ(1, entry[0].high);
+  EXPECT_DOUBLE_EQ(6, entry[6].x);
+  EXPECT_DOUBLE_EQ(-20, entry.back().low);
   EXPECT_DOUBLE_EQ(21, two[0].low);
   EXPECT_DOUBLE_EQ(23, two[0].high);
   EXPECT_DOUBLE_EQ(2, two[0].width);
@@ -251,14 +251,14 @@ TEST_F(Codes, ThatCantBeMadeLeaveTheOldDefinition) {
   };
   World own;
   std::string tasks;
-  for (const Case& one : cases) tasks += one.task;
+  for (const Case& entry : cases) tasks += entry.task;
   const std::wstring log = make(own, tasks);
   EXPECT_EQ("1:Plate(1) 2:other(0)", definitions(own));
-  for (const Case& one : cases) {
-    const auto number = std::to_wstring(&one - cases);
+  for (const Case& item : cases) {
+    const auto number = std::to_wstring(&item - cases);
     const std::size_t begin = log.find(L"B" + number + L" "), end = log.find(L"|B", begin);
     const std::wstring said = log.substr(begin, end - begin);
-    EXPECT_TRUE(said.find(L"E:" + std::wstring(one.said.substr(0, one.said.find_last_not_of(L' ') + 1))) != said.npos)
+    EXPECT_TRUE(said.find(L"E:" + std::wstring(item.said.substr(0, item.said.find_last_not_of(L' ') + 1))) != said.npos)
         << text::toUtf8(said);
   }
 }
@@ -305,15 +305,16 @@ TEST_F(Codes, GoOnWithoutAModuleThatFails) {
     make(whole, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}));
     strokes = saved(whole).symbolDefinitions.back().lines.size();
   }
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    const std::wstring log = make(own, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}), one.operation);
-    EXPECT_EQ(L"B0 Set QR Code|" + one.said + (one.said.empty() ? L"" : L"|") + L"B1 Save model", log);
+    const std::wstring log = make(own, qr("symname='Plate' eclevel='0' pixelsize='1'", {"1"}), entry.operation);
+    EXPECT_EQ(L"B0 Set QR Code|" + entry.said + (entry.said.empty() ? L"" : L"|") + L"B1 Save model", log);
     const std::string left =
-        one.lost == -1   ? "2:other(0)"
-        : one.lost == -2 ? "1:Plate(1) 2:other(0)"
-                         : "2:other(0) 3:Plate(" + std::to_string(strokes - static_cast<std::size_t>(one.lost)) + ")";
-    EXPECT_EQ(left, definitions(own)) << one.operation;
+        entry.lost == -1 ? "2:other(0)"
+        : entry.lost == -2
+            ? "1:Plate(1) 2:other(0)"
+            : "2:other(0) 3:Plate(" + std::to_string(strokes - static_cast<std::size_t>(entry.lost)) + ")";
+    EXPECT_EQ(left, definitions(own)) << entry.operation;
   }
 }
 

@@ -55,11 +55,11 @@ class DotMatrix : public ActionTest {
   // "features|layers with counts of items|default layers|dimensions, points, planes": what a dot matrix adds to.
   static std::string contents(const headless::ModelRecord& record) {
     std::string all;
-    for (const auto& one : record.features) all += one.name + (one.pattern ? "pattern" : "") + " ";
+    for (const auto& entry : record.features) all += entry.name + (entry.pattern ? "pattern" : "") + " ";
     all += "|";
-    for (const auto& one : record.layers) all += one.name + "(" + std::to_string(one.items.size()) + ") ";
+    for (const auto& item : record.layers) all += item.name + "(" + std::to_string(item.items.size()) + ") ";
     all += "|";
-    for (const auto& one : record.defaultLayers) all += std::to_string(one.type) + one.layer + " ";
+    for (const auto& candidate : record.defaultLayers) all += std::to_string(candidate.type) + candidate.layer + " ";
     const headless::SolidRecord solid = headless::solidRecord(record.solid);
     return all + "|" + std::to_string(record.dimensions.size()) + " dimensions, " +
            (solid.points.empty() ? "no points, " : "points, ") + std::to_string(solid.planes.size()) + " planes";
@@ -97,7 +97,7 @@ TEST_F(DotMatrix, IsReallyInThePart) {
   EXPECT_EQ(kWhole, contents(record));
   const auto all = points(plate);
   EXPECT_EQ("Drawing P-4711", read(all, 0.5));
-  for (const creo::ProVector& one : all) ASSERT_DOUBLE_EQ(5, one.z);
+  for (const creo::ProVector& element : all) ASSERT_DOUBLE_EQ(5, element.z);
 
   // The table: the dimensions of the point, rows in the order of the code.
   const headless::FeatureRecord &point = record.features[2], &pattern = record.features[3], &plane = record.features[4];
@@ -151,16 +151,16 @@ TEST_F(DotMatrix, StandsWhereInsertModeSays) {
   const creo::ProMdl plate = open(world, matrix(), part.c_str());
   world.run("list.xml");
   std::string order;
-  creo::ProSolidFeatVisit(plate, [&](const creo::ProFeature& one) {
-    order +=
-        std::to_string(creo::ProFeatureNumberGet(one).value) + text::toUtf8(creo::ProFeatureNameGet(one).value) + " ";
+  creo::ProSolidFeatVisit(plate, [&](const creo::ProFeature& feature) {
+    order += std::to_string(creo::ProFeatureNumberGet(feature).value) +
+             text::toUtf8(creo::ProFeatureNameGet(feature).value) + " ";
     return creo::ProNoError;
   });
   EXPECT_EQ("1CS_CODE 2CS_CODE_PNT 3 4CS_CODE_DTM 5BASE ", order);
   EXPECT_EQ(4, saved(world).insertAfter);
   std::vector<int> made;
-  for (const auto& one : saved(world).features)
-    if (one.id != 7 && one.id != 9) made.push_back(one.id);
+  for (const auto& entry : saved(world).features)
+    if (entry.id != 7 && entry.id != 9) made.push_back(entry.id);
   EXPECT_EQ(creo::ProNoError, creo::ProFeatureDelete(plate, made));
   EXPECT_EQ(1, world.session().models().find(plate)->document->record.insertAfter);
 }
@@ -194,22 +194,22 @@ TEST_F(DotMatrix, ThatCantBeMadeLeavesNothingBehind) {
       {matrix(), "ProElementDoubleSet", noPlane, "ProPatternCreate"},
       {matrix(), "ProFeatureCreate", noPlane, "ProPatternCreate"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    open(own, one.task);
+    open(own, entry.task);
     own.openTool();
     own.choose("list.xml");
     Watcher watcher;
-    const std::string behind = one.behind;
+    const std::string behind = entry.behind;
     watcher.behind = [&](std::string_view name) {
-      if (name == behind) own.session().failNext(one.failing, creo::ProGeneralError);
+      if (name == behind) own.session().failNext(entry.failing, creo::ProGeneralError);
     };
     own.session().observe(&watcher);
     own.session().trace(!behind.empty());
-    if (behind.empty() && !one.failing.empty()) own.session().failNext(one.failing, creo::ProGeneralError);
+    if (behind.empty() && !entry.failing.empty()) own.session().failNext(entry.failing, creo::ProGeneralError);
     own.pressStart();
-    EXPECT_TRUE(told(own.log()).ends_with(L"|E:" + one.said + L"|B1 Save model")) << text::toUtf8(own.log());
-    EXPECT_EQ(kUntouched, contents(saved(own))) << one.task << one.failing;
+    EXPECT_TRUE(told(own.log()).ends_with(L"|E:" + entry.said + L"|B1 Save model")) << text::toUtf8(own.log());
+    EXPECT_EQ(kUntouched, contents(saved(own))) << entry.task << entry.failing;
     own.session().observe(nullptr);
   }
 }
@@ -236,8 +236,8 @@ TEST_F(DotMatrix, RunsItsMapkeysOnWhatTheyLeaveSelected) {
   std::string seen;
   const auto selected = [&] {
     std::string all;
-    for (const auto& one : creo::ProSelbufferSelectionsGet().value)
-      all += std::to_string(creo::ProFeatureNumberGet({plate, one.item.id}).value) + " ";
+    for (const auto& selection : creo::ProSelbufferSelectionsGet().value)
+      all += std::to_string(creo::ProFeatureNumberGet({plate, selection.item.id}).value) + " ";
     return all + "|";
   };
   Watcher watcher;

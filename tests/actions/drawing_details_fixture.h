@@ -70,11 +70,11 @@ class DetailTest : public ActionTest {
   // "7:weld@1(100,50) ...", with the ids of shown groups as "[1,2]".
   static std::string symbols(const World& own) {
     std::string all;
-    for (const headless::SymbolRecord& one : saved(own).symbols) {
+    for (const headless::SymbolRecord& symbol : saved(own).symbols) {
       std::string groups;
-      for (const int id : one.groups) groups += (groups.empty() ? "[" : ",") + std::to_string(id);
-      all += (all.empty() ? "" : " ") + std::to_string(one.id) + ":" + one.definition + place(one.sheet, one.position) +
-             groups + (groups.empty() ? "" : "]");
+      for (const int id : symbol.groups) groups += (groups.empty() ? "[" : ",") + std::to_string(id);
+      all += (all.empty() ? "" : " ") + std::to_string(symbol.id) + ":" + symbol.definition +
+             place(symbol.sheet, symbol.position) + groups + (groups.empty() ? "" : "]");
     }
     return all;
   }

@@ -41,14 +41,14 @@ TEST_F(Notes, AreWrittenFromFiles) {
        " 6@1(10,290)" + std::string(250, 'x') + "%NUMBER%%NUMBER%%NUMBER%",
        L"E:The line is too long with its variables"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    own.member("models/note.txt", one.bytes);
-    const bool hasPath = one.attributes.find("notepath") != std::string::npos;
+    own.member("models/note.txt", entry.bytes);
+    const bool hasPath = entry.attributes.find("notepath") != std::string::npos;
     const std::wstring log =
-        work(own, task("addNote", one.attributes + (hasPath ? "" : " notepath='@project_dir@/note.txt'")));
-    EXPECT_EQ(all() + one.added, notes(own)) << one.attributes << text::toUtf8(log);
-    EXPECT_TRUE(has(log, one.said)) << one.attributes << text::toUtf8(log);
+        work(own, task("addNote", entry.attributes + (hasPath ? "" : " notepath='@project_dir@/note.txt'")));
+    EXPECT_EQ(all() + entry.added, notes(own)) << entry.attributes << text::toUtf8(log);
+    EXPECT_TRUE(has(log, entry.said)) << entry.attributes << text::toUtf8(log);
     EXPECT_EQ(1, saved(own).currentSheet);
   }
 }
@@ -75,10 +75,10 @@ TEST_F(Notes, AreFoundByPlaceOrText) {
       {"notetext_0='Scale*' posx_1='100' posy_1='50'", ""},
       {"notetext_0='*' sheet_0='-1'", ""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    work(own, task("deleteNote", one.attributes));
-    EXPECT_EQ(one.left, notes(own)) << one.attributes;
+    work(own, task("deleteNote", entry.attributes));
+    EXPECT_EQ(entry.left, notes(own)) << entry.attributes;
   }
 }
 
@@ -132,16 +132,16 @@ TEST_F(Notes, StayWholeWhereAnOperationFails) {
       {"addNote", "ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read"},
       {"addNote", "ProDrawingCurrentSheetSet", L""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World failing;
     writeBytes(failing.models() + "/note.txt", "x");
-    const std::wstring told = work(failing,
-                                   task(one.action,
-                                        "notepath='d:\\note.txt' fn_0='' notetext_0='All*' sheet_0='1' "
-                                        "nposx_0='1' nposy_0='1' posx_0='9' posy_0='9'"),
-                                   one.operation);
-    EXPECT_TRUE(has(told, one.said)) << one.operation << "\n" << text::toUtf8(told);
-    EXPECT_EQ(all(), notes(failing)) << one.operation;
+    const std::wstring reported = work(failing,
+                                       task(entry.action,
+                                            "notepath='d:\\note.txt' fn_0='' notetext_0='All*' sheet_0='1' "
+                                            "nposx_0='1' nposy_0='1' posx_0='9' posy_0='9'"),
+                                       entry.operation);
+    EXPECT_TRUE(has(reported, entry.said)) << entry.operation << "\n" << text::toUtf8(reported);
+    EXPECT_EQ(all(), notes(failing)) << entry.operation;
   }
 }
 
@@ -187,10 +187,10 @@ TEST_F(NotesFromFile, TakeTheirValues) {
       // A row that set a note by its id doesn't find its own value there again, but in other notes.
       {"ID;Item value old;Item value\n4;Scale;Scale is\n", "", edges + " 4@1(200,100)Scale is 5@2(45,22)Scale is 1:5"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    const std::wstring log = edit(own, one.csv, one.attributes);
-    EXPECT_EQ(one.left, notes(own)) << one.csv << text::toUtf8(log);
+    const std::wstring log = edit(own, entry.csv, entry.attributes);
+    EXPECT_EQ(entry.left, notes(own)) << entry.csv << text::toUtf8(log);
   }
 }
 
@@ -215,11 +215,11 @@ TEST_F(NotesFromFile, NeedTheirColumns) {
       {"ID;Item value;Item value old\n3\n;;\n",
        L"read 1 values|W:d:\\notes.csv: a row for '3' ends before its value, nothing is set by it"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    const std::wstring log = edit(own, one.csv);
-    EXPECT_TRUE(has(log, one.said)) << one.csv << text::toUtf8(log);
-    EXPECT_EQ(std::string(kScale) + " " + kOther, notes(own).substr(notes(own).find("4@"))) << one.csv;
+    const std::wstring log = edit(own, entry.csv);
+    EXPECT_TRUE(has(log, entry.said)) << entry.csv << text::toUtf8(log);
+    EXPECT_EQ(std::string(kScale) + " " + kOther, notes(own).substr(notes(own).find("4@"))) << entry.csv;
   }
   EXPECT_TRUE(has(work(world, task("editModelNotesFromFile", "path='d:\\none.csv'")), L"E:"));
 }
@@ -237,19 +237,19 @@ TEST_F(NotesFromFile, StayWholeWhereAnOperationFails) {
                        {"ProDtlnoteDataGet", creo::ProNotFound, other},
                        {"ProDrawingDtlnotesCollect", creo::ProGeneralError, L"E:The notes of sheet 1 can't be read"},
                        {"ProDrawingSheetsCount", creo::ProGeneralError, L"E:The sheets of the drawing can't be read"}};
-  for (const Case& one : byId) {
+  for (const Case& entry : byId) {
     World own;
-    const std::wstring log = edit(own, "ID;Item value\n4;x\n", "", one.operation, one.code);
-    EXPECT_TRUE(has(log, one.said)) << one.operation << text::toUtf8(log);
-    EXPECT_EQ(all(), notes(own)) << one.operation;
+    const std::wstring log = edit(own, "ID;Item value\n4;x\n", "", entry.operation, entry.code);
+    EXPECT_TRUE(has(log, entry.said)) << entry.operation << text::toUtf8(log);
+    EXPECT_EQ(all(), notes(own)) << entry.operation;
   }
   const Case byOld[] = {{"ProDtlnoteModify", creo::ProGeneralError, L"E:Can't set this new value - GE"},
                         {"ProDtlnoteDataGet", creo::ProGeneralError, L"E:Can't set this new value - GE"}};
-  for (const Case& one : byOld) {
+  for (const Case& item : byOld) {
     World own;
-    const std::wstring log = edit(own, "Item value old;Item value\nburrs;x\n", "", one.operation, one.code);
-    EXPECT_TRUE(has(log, one.said)) << one.operation << text::toUtf8(log);
-    EXPECT_EQ(all(), notes(own)) << one.operation;
+    const std::wstring log = edit(own, "Item value old;Item value\nburrs;x\n", "", item.operation, item.code);
+    EXPECT_TRUE(has(log, item.said)) << item.operation << text::toUtf8(log);
+    EXPECT_EQ(all(), notes(own)) << item.operation;
   }
 }
 

@@ -83,13 +83,14 @@ TEST_F(DrawingParameters, ComeFromTheModelThatIsChosen) {
        L"E:Parameter can't be found on Model",
        "2"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    pair(own, one.frames, one.choice);
-    own.list("list.xml", copy(one.attributes, one.level));
+    pair(own, entry.frames, entry.choice);
+    own.list("list.xml", copy(entry.attributes, entry.level));
     own.runOn(L"PAIR", creo::ProMdlType::drawing, "list.xml");
-    EXPECT_EQ(one.saved, own.savedParameters("PAIR.drw")) << one.attributes << one.choice << one.frames.front();
-    EXPECT_NE(std::wstring::npos, told(own.log()).find(one.said)) << one.attributes << "\n" << text::toUtf8(own.log());
+    EXPECT_EQ(entry.saved, own.savedParameters("PAIR.drw")) << entry.attributes << entry.choice << entry.frames.front();
+    EXPECT_NE(std::wstring::npos, told(own.log()).find(entry.said)) << entry.attributes << "\n"
+                                                                    << text::toUtf8(own.log());
     EXPECT_EQ(std::string::npos, own.document("PAIR.drw").find("10.0")) << "the table of one cell is still there";
   }
 }

@@ -39,10 +39,10 @@ TEST_F(Symbols, AreFoundByPlaceOrName) {
       {"posx_0='100'", kAll},
       {"posx_0='' symname_0=''", kAll},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    work(own, task("deleteSymbol", one.attributes));
-    EXPECT_EQ(one.left, symbols(own)) << one.attributes;
+    work(own, task("deleteSymbol", entry.attributes));
+    EXPECT_EQ(entry.left, symbols(own)) << entry.attributes;
   }
 }
 
@@ -78,13 +78,15 @@ TEST_F(Symbols, ShowTheChosenGroupWithThoseAroundIt) {
       {"symname_0='weld'", ""},
       {"posx_0='200' posy_0='100' nvariant_0='*'", ""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    work(own, task("changeSymbolGroup", one.attributes));
-    EXPECT_EQ("7:weld@1(100,50)" + one.weld + " 8:rough@1(200,100) 9:lost@2(45,22)", symbols(own)) << one.attributes;
+    work(own, task("changeSymbolGroup", entry.attributes));
+    EXPECT_EQ("7:weld@1(100,50)" + entry.weld + " 8:rough@1(200,100) 9:lost@2(45,22)", symbols(own))
+        << entry.attributes;
     const headless::ModelRecord record = saved(own);
     const headless::SymbolRecord& weld = record.symbols.front();
-    EXPECT_EQ(one.weld.empty() ? creo::ProSymbolGroups::interactive : creo::ProSymbolGroups::custom, weld.groupOption);
+    EXPECT_EQ(entry.weld.empty() ? creo::ProSymbolGroups::interactive : creo::ProSymbolGroups::custom,
+              weld.groupOption);
     EXPECT_EQ(std::vector<std::string>{"a5"}, weld.texts);
   }
 }
@@ -106,16 +108,16 @@ TEST_F(Symbols, ArePlacedFromFiles) {
       {"symname='arrow' fn_0='' posx_0='1'", ""},
       {"symname='..\\arrow' fn_0='' posx_0='1' posy_0='2'", ""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
     own.member("models/packed.sym", kArrow);
     writeBytes(own.models() + "/arrow.sym", kArrow);
     std::filesystem::create_directory(own.models() + "/parts");
     writeBytes(own.models() + "/parts/inner.sym", kArrow);
-    const std::wstring log = work(own, task("addSymbol", one.attributes));
-    EXPECT_EQ(kAll + one.added, symbols(own)) << one.attributes;
+    const std::wstring log = work(own, task("addSymbol", entry.attributes));
+    EXPECT_EQ(kAll + entry.added, symbols(own)) << entry.attributes;
     EXPECT_EQ(1, saved(own).currentSheet);
-    EXPECT_EQ(one.added.empty(), !has(log, L"Symbol instance is created and displayed")) << one.attributes;
+    EXPECT_EQ(entry.added.empty(), !has(log, L"Symbol instance is created and displayed")) << entry.attributes;
   }
 }
 
@@ -146,12 +148,12 @@ TEST_F(Symbols, OfAFileThatCantBeTakenArentPlaced) {
       {"{\n\"groups\": [{\"id\": 1, \"name\": \"a\", \"groups\": [{\"id\": 1, \"name\": \"b\"}]}]}",
        L"two groups have the id 1"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    writeBytes(own.models() + "/arrow.sym", one.file);
+    writeBytes(own.models() + "/arrow.sym", entry.file);
     const std::wstring log = work(own, task("addSymbol", "symname='arrow' fn_0='' posx_0='1' posy_0='2' sheet_0='1'"));
     EXPECT_TRUE(has(log, L"E:Failure while retrieving the symbol : -1")) << text::toUtf8(log);
-    EXPECT_TRUE(own.messages().find(one.message) != std::wstring::npos) << text::toUtf8(own.messages());
+    EXPECT_TRUE(own.messages().find(entry.message) != std::wstring::npos) << text::toUtf8(own.messages());
     EXPECT_EQ(kAll, symbols(own));
   }
 }
@@ -175,13 +177,13 @@ TEST_F(Symbols, TellWhichStepFailed) {
       {"ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read", false},
       {"ProDrawingSheetInfoGet", L"Input position x: -1.000000, y:2.000000", true},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
     writeBytes(own.models() + "/arrow.sym", kArrow);
     const std::wstring log =
-        work(own, task("addSymbol", "symname='arrow' fn_0='' posx_0='-1' posy_0='2' sheet_0='1'"), one.operation);
-    EXPECT_TRUE(has(log, one.said)) << one.operation << "\n" << text::toUtf8(log);
-    EXPECT_EQ(one.placed, symbols(own) != kAll) << one.operation;
+        work(own, task("addSymbol", "symname='arrow' fn_0='' posx_0='-1' posy_0='2' sheet_0='1'"), entry.operation);
+    EXPECT_TRUE(has(log, entry.said)) << entry.operation << "\n" << text::toUtf8(log);
+    EXPECT_EQ(entry.placed, symbols(own) != kAll) << entry.operation;
   }
 }
 
@@ -202,12 +204,12 @@ TEST_F(Symbols, StayWholeWhereAnOperationFails) {
       {"changeSymbolGroup", "ProDtlsyminstSymgroupsCollect", L"Change group|"},
       {"deleteSymbol", "ProDrawingDtlsyminstVisit", L""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
     const std::wstring log =
-        work(own, task(one.action, "symname_0='weld' nposx_0='1' nposy_0='1' nvariant_0='near'"), one.operation);
-    EXPECT_TRUE(has(log, one.said)) << one.operation << "\n" << text::toUtf8(log);
-    EXPECT_EQ(kAll, symbols(own)) << one.operation;
+        work(own, task(entry.action, "symname_0='weld' nposx_0='1' nposy_0='1' nvariant_0='near'"), entry.operation);
+    EXPECT_TRUE(has(log, entry.said)) << entry.operation << "\n" << text::toUtf8(log);
+    EXPECT_EQ(kAll, symbols(own)) << entry.operation;
   }
 }
 
@@ -251,11 +253,12 @@ TEST_F(Symbols, CurrentModelOfTheDrawing) {
       {"value='/^(GEAR|PAIR)/'", "", L"set drawing model to : GEAR.prt"},
       {"", "", L""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
-    const std::wstring log = work(own, task("setCurrentDrawingModel", one.attributes));
-    EXPECT_EQ(one.current, saved(own).currentModel) << one.attributes;
-    EXPECT_EQ(L"B0 Set current drawing model|" + one.said + (one.said.empty() ? L"" : L"|") + L"B1 Save model", log);
+    const std::wstring log = work(own, task("setCurrentDrawingModel", entry.attributes));
+    EXPECT_EQ(entry.current, saved(own).currentModel) << entry.attributes;
+    EXPECT_EQ(L"B0 Set current drawing model|" + entry.said + (entry.said.empty() ? L"" : L"|") + L"B1 Save model",
+              log);
   }
   const std::wstring log = work(world, task("setCurrentDrawingModel", "value='*asm'"), "ProDrawingCurrentsolidSet");
   EXPECT_TRUE(has(log, L"E:Can't set drawing model to : PAIR.asm"));

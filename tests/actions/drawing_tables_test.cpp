@@ -164,12 +164,13 @@ TEST_F(DrawingTables, WhatFailsIsToldAndTheRestStays) {
       {"deleteTable", "ProDwgtableInfoGet", move, all, L"The format of page 1 is frame_a3|"},
       {"deleteTable", "ProDwgtableDelete", move, all, L"E:Can't delete the table"},
   };
-  for (const auto& one : cases) {
+  for (const auto& entry : cases) {
     World own;
-    EXPECT_THAT(work(own, task(one.action, one.attributes), one.operation), HasSubstr(one.said)) << one.operation;
-    EXPECT_EQ(one.left, tables(own)) << one.action << one.operation;
-    for (const headless::TableRecord& table : saved(own).tables) EXPECT_FALSE(table.erased) << one.operation;
-    EXPECT_EQ(2, saved(own).currentSheet) << one.operation;
+    EXPECT_THAT(work(own, task(entry.action, entry.attributes), entry.operation), HasSubstr(entry.said))
+        << entry.operation;
+    EXPECT_EQ(entry.left, tables(own)) << entry.action << entry.operation;
+    for (const headless::TableRecord& table : saved(own).tables) EXPECT_FALSE(table.erased) << entry.operation;
+    EXPECT_EQ(2, saved(own).currentSheet) << entry.operation;
     EXPECT_EQ(L"d:\\", creo::ProDirectoryCurrentGet().value);
   }
 }
@@ -181,8 +182,8 @@ TEST_F(DrawingTables, AFormatIsExchangedWithItsTables) {
   EXPECT_EQ("frame_a2", text::toUtf8(text::lower(text::fromUtf8(record.sheets.at(0).format))));
   EXPECT_EQ("", record.sheets.at(1).format);
   const auto& tables = record.tables;
-  EXPECT_TRUE(std::none_of(tables.begin(), tables.end(), [](const auto& one) { return one.id == 2; }));
-  const auto brought = std::find_if(tables.begin(), tables.end(), [](const auto& one) { return one.fromFormat; });
+  EXPECT_TRUE(std::none_of(tables.begin(), tables.end(), [](const auto& table) { return table.id == 2; }));
+  const auto brought = std::find_if(tables.begin(), tables.end(), [](const auto& entry) { return entry.fromFormat; });
   ASSERT_NE(tables.end(), brought);
   EXPECT_EQ("&model_name:1", brought->cells.at(0).lines.at(0));
   EXPECT_EQ(2, record.currentSheet);

@@ -28,15 +28,15 @@ class EditFromFile : public ActionTest {
     std::wstring saved, said;
   };
   static void expectEach(const std::string& key, const std::vector<Case>& cases) {
-    for (const Case& one : cases) {
+    for (const Case& entry : cases) {
       World own;
       fill(own);
-      writeBytes(own.models() + "/values.csv", one.table);
-      const std::string path = one.attributes.find("path=") == std::string::npos ? "path='d:\\values.csv' " : "";
-      own.list("list.xml", task(key, path + one.attributes) + task("saveModel"));
+      writeBytes(own.models() + "/values.csv", entry.table);
+      const std::string path = entry.attributes.find("path=") == std::string::npos ? "path='d:\\values.csv' " : "";
+      own.list("list.xml", task(key, path + entry.attributes) + task("saveModel"));
       own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
-      EXPECT_EQ(one.saved, own.savedParameters("BRACKET.prt")) << one.table;
-      EXPECT_NE(std::wstring::npos, told(own.log()).find(one.said)) << one.table << text::toUtf8(own.log());
+      EXPECT_EQ(entry.saved, own.savedParameters("BRACKET.prt")) << entry.table;
+      EXPECT_NE(std::wstring::npos, told(own.log()).find(entry.said)) << entry.table << text::toUtf8(own.log());
     }
   }
 };
@@ -193,13 +193,13 @@ TEST_F(FeatureReport, ListsFeaturesWithTheirParameters) {
   world.config("kvd_write_history_in_models=0");
   std::string tasks;
   int number = 0;
-  for (const Case& one : cases)
+  for (const Case& entry : cases)
     tasks +=
-        task("reportFeatureParameter", "csvFileName='t:\\f" + std::to_string(number++) + ".csv' " + one.attributes);
+        task("reportFeatureParameter", "csvFileName='t:\\f" + std::to_string(number++) + ".csv' " + entry.attributes);
   const std::wstring log = run(tasks);
   number = 0;
-  for (const Case& one : cases)
-    EXPECT_EQ(one.expected, readBytes(world.temp() + "/f" + std::to_string(number++) + ".csv")) << one.attributes;
+  for (const Case& item : cases)
+    EXPECT_EQ(item.expected, readBytes(world.temp() + "/f" + std::to_string(number++) + ".csv")) << item.attributes;
   EXPECT_EQ(0U, log.find(L"B0 Edit model parameter from table cell|Collect parameters|Build Header Row|Build Feature "
                          L"Rows|Convert to csv file|t:\\f0.csv|Charset: UTF-8|B1"))
       << text::toUtf8(log);

@@ -16,13 +16,13 @@ class EditParameters : public ActionTest {
     world.part(L"BRACKET").with(L"COLOR", L"red").with(L"MASS", 2.5).with(L"COUNT", 7).with(L"CHECKED", true);
   }
   static void expectEach(const std::vector<Case>& cases) {
-    for (const Case& one : cases) {
+    for (const Case& entry : cases) {
       World own;
       fill(own);
-      own.list("list.xml", one.tasks + task("saveModel"));
+      own.list("list.xml", entry.tasks + task("saveModel"));
       own.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
-      EXPECT_EQ(one.saved, own.savedParameters("BRACKET.prt")) << one.tasks;
-      EXPECT_NE(std::wstring::npos, told(own.log()).find(one.said)) << one.tasks << "\n" << text::toUtf8(own.log());
+      EXPECT_EQ(entry.saved, own.savedParameters("BRACKET.prt")) << entry.tasks;
+      EXPECT_NE(std::wstring::npos, told(own.log()).find(entry.said)) << entry.tasks << "\n" << text::toUtf8(own.log());
     }
   }
   static std::string edit(const std::string& attributes) { return task("editModelParameter", attributes); }
@@ -305,17 +305,17 @@ TEST_F(EditFamily, ARetypeCarriesColumnsAndEachOwnValue) {
 // What one instance can't become is told before anything is deleted; a number with all its digits comes back.
 TEST_F(EditFamily, ARetypeIsRefusedWholeForAnInstancesValue) {
   const auto family = [](const char* type, const std::string& own, const std::string& of) {
-    World one;
-    writeBytes(path(one), R"({"format": 1, "parameters": [{"name": "SIZE", "type": ")" + std::string(type) +
-                              R"(", "value": )" + own + R"(}], "familyTable": {"items": [{"type": "parameter",
+    World world;
+    writeBytes(path(world), R"({"format": 1, "parameters": [{"name": "SIZE", "type": ")" + std::string(type) +
+                                R"(", "value": )" + own + R"(}], "familyTable": {"items": [{"type": "parameter",
       "name": "SIZE"}], "instances": [{"name": "M4", "values": {"SIZE": )" +
-                              of + "}}]}}");
+                                of + "}}]}}");
     const std::string target = std::string(type) == "string" ? "2" : "0";
-    one.list("list.xml", edit("searchin='1' name='SIZE' totype='" + target + "' value='@para@'") + task("saveModel"));
-    one.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
-    const std::wstring log = told(one.log());
+    world.list("list.xml", edit("searchin='1' name='SIZE' totype='" + target + "' value='@para@'") + task("saveModel"));
+    world.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
+    const std::wstring log = told(world.log());
     const std::size_t error = log.find(L"E:");
-    return one.savedParameters("BOLT.prt") + L" " + text::fromUtf8(table(one).substr(13)) +
+    return world.savedParameters("BOLT.prt") + L" " + text::fromUtf8(table(world).substr(13)) +
            (error == log.npos ? L"" : log.substr(error, log.find(L'|', error) - error));
   };
   const std::wstring refused = family("string", "\"3\"", "\"inf\"");

@@ -52,11 +52,12 @@ TEST_F(Environment, AFailedAnswerDoesntLeaveTheFormerOne) {
   for (const std::string& failure : failures)
     tasks += set("name='V' value='12.50 EUR'") + set("name='LAST' value='2'") + failure +
              task("writeToCreoLog", "message='price %user:V%'");
-  const std::wstring told = run(tasks);
+  const std::wstring reported = run(tasks);
   std::size_t undeclared = 0;
-  for (std::size_t at = 0; (at = told.find(L"E:The user variable isn't declared", at)) != told.npos; ++at) ++undeclared;
-  EXPECT_EQ(std::size(failures), undeclared) << text::toUtf8(told);
-  EXPECT_EQ(told.npos, told.find(L"price 12.50 EUR")) << text::toUtf8(told.substr(0, 2000));
+  for (std::size_t at = 0; (at = reported.find(L"E:The user variable isn't declared", at)) != reported.npos; ++at)
+    ++undeclared;
+  EXPECT_EQ(std::size(failures), undeclared) << text::toUtf8(reported);
+  EXPECT_EQ(reported.npos, reported.find(L"price 12.50 EUR")) << text::toUtf8(reported.substr(0, 2000));
   EXPECT_EQ(L"(none) 1 2", variable(L"V") + L" " + variable(L"FIRST") + L" " + variable(L"LAST"));
 }
 

@@ -81,10 +81,10 @@ TEST_F(Exports, NamesComeFromFolderAndFile) {
       {"folder='d:' file='out\\f.pdf'", "f.pdf.dxf"},
   };
   std::string tasks, expected;
-  for (const NameCase& one : cases) tasks += task("exportdxf", one.attributes);
+  for (const NameCase& item : cases) tasks += task("exportdxf", item.attributes);
   const std::wstring log = onPlan(tasks);
-  for (const NameCase& one : cases)
-    EXPECT_THAT(file(one.file), HasSubstr("AC1009")) << one.attributes << "\n" << text::toUtf8(log);
+  for (const NameCase& candidate : cases)
+    EXPECT_THAT(file(candidate.file), HasSubstr("AC1009")) << candidate.attributes << "\n" << text::toUtf8(log);
   EXPECT_EQ(std::wstring::npos, log.find(L"E:")) << text::toUtf8(log);
 }
 
@@ -270,16 +270,16 @@ TEST_F(Exports, OptionsOfAPdfShow) {
       {"linejoin='2'", "qpdf --qdf a.pdf -", "\n2 j\n", "\n1 j\n"},
       {"", "qpdf --qdf a.pdf -", "/Outlines", "no such text"},
   };
-  for (const PdfCase& one : cases) {
-    SCOPED_TRACE(one.attributes + " " + one.command);
+  for (const PdfCase& entry : cases) {
+    SCOPED_TRACE(entry.attributes + " " + entry.command);
     World own;
     writeBytes(own.models() + "/plan.drw.1", kPlan);
-    own.list("list.xml", task("exportpdf2d", "folder='d:' file='a' " + one.attributes));
+    own.list("list.xml", task("exportpdf2d", "folder='d:' file='a' " + entry.attributes));
     own.runOn(L"PLAN", creo::ProMdlType::drawing, "list.xml");
     EXPECT_EQ(L"Export 2D PDF file|Exported", plain(test::told(own.log())));
-    const std::string answer = said("cd '" + own.models() + "' && qpdf --check a.pdf > check && " + one.command);
-    EXPECT_TRUE(std::regex_search(answer, std::regex(one.expected)));
-    EXPECT_FALSE(std::regex_search(answer, std::regex(one.unexpected)));
+    const std::string answer = said("cd '" + own.models() + "' && qpdf --check a.pdf > check && " + entry.command);
+    EXPECT_TRUE(std::regex_search(answer, std::regex(entry.expected)));
+    EXPECT_FALSE(std::regex_search(answer, std::regex(entry.unexpected)));
   }
 }
 

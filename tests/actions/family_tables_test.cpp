@@ -78,15 +78,15 @@ TEST(VerifiedFamilyTables, NameEachInstanceFromTheInsideOut) {
       {kNested, "onlyunverified='false'", L"M4_LONG - created|M4 - created|M5 - created"},
       {kBroken, "twice='true'", L"E:M6 - failure while creation"},
   };
-  for (const Case& one : cases) {
+  for (const Case& item : cases) {
     World own;
-    bolt(own, one.rows, R"("density": 7.8, )");
+    bolt(own, item.rows, R"("density": 7.8, )");
     own.list("list.xml", "<task type='verifyFamilietable' version='3' forPRT='true' forEF='false' " +
-                             std::string(one.attributes) + "/>");
+                             std::string(item.attributes) + "/>");
     own.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
-    EXPECT_EQ(L"B0 Verify Family Table|looked on the temporary density at 1 parts / assemblies|" + one.said,
+    EXPECT_EQ(L"B0 Verify Family Table|looked on the temporary density at 1 parts / assemblies|" + item.said,
               told(own.log()))
-        << one.attributes;
+        << item.attributes;
   }
 }
 
@@ -130,21 +130,21 @@ TEST(FamilyTableInstances, AreDeletedByNameAndByCompositeName) {
       {"namec='1' name_0='M7' name_1='M5'", L"No instance fits", L"M4 M5 A<B> 1"},
       {"namec='x' name_0='M5'", L"No instance fits", L"M4 M5 A<B> 1"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
     bolt(own, R"({"name": "M4", "locked": true}, {"name": "M5"}, {"name": "A<B> 1"})");
     own.list("list.xml", "<task type='deleteFamilyTableInstance' version='3' forPRT='true' forEF='false' " +
-                             std::string(one.attributes) + "/>" +
+                             std::string(entry.attributes) + "/>" +
                              "<task type='saveModel' version='3' forPRT='true' forEF='false'/>");
     own.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
     const std::wstring title = L"B0 Delete family table instance|";
-    EXPECT_EQ(title + (one.said.empty() ? L"" : one.said + L"|") + L"B1 Save model", told(own.log()));
+    EXPECT_EQ(title + (entry.said.empty() ? L"" : entry.said + L"|") + L"B1 Save model", told(own.log()));
     std::wstring left;
     const std::string document = own.document("BOLT.prt");
     for (const char* name : {"M4", "M5", "A<B> 1"})
       if (document.find('"' + std::string(name) + '"') != std::string::npos)
         left += (left.empty() ? L"" : L" ") + text::fromUtf8(name);
-    EXPECT_EQ(one.left, left) << one.attributes;
+    EXPECT_EQ(entry.left, left) << entry.attributes;
   }
 }
 

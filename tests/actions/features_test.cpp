@@ -24,9 +24,10 @@ class FeatureActions : public ActionTest {
   // "1 BODY|2 -": numbers and names in the order of the tree.
   std::wstring tree(const std::wstring& name, creo::ProMdlType type) {
     std::wstring all;
-    for (const auto& one : headless::featuresOf(loaded(name, type))) {
-      const std::wstring feature = headless::featureName(one);
-      all += (all.empty() ? L"" : L"|") + std::to_wstring(one.place.number) + L' ' + (feature.empty() ? L"-" : feature);
+    for (const auto& entry : headless::featuresOf(loaded(name, type))) {
+      const std::wstring feature = headless::featureName(entry);
+      all +=
+          (all.empty() ? L"" : L"|") + std::to_wstring(entry.place.number) + L' ' + (feature.empty() ? L"-" : feature);
     }
     return all;
   }
@@ -126,8 +127,8 @@ TEST_F(FeatureActions, NewFeaturesComeAtThePlaceOfInsertMode) {
   run(task("addFirstKEs", "csys='CS0'"), L"A");
   const auto model = creo::ProMdlInit(L"A", kPart).value;
   std::wstring names;
-  creo::ProSolidFeatVisit(model, [&](const creo::ProFeature& one) {
-    names += std::to_wstring(creo::ProFeatureNumberGet(one).value) + creo::ProFeatureNameGet(one).value + L' ';
+  creo::ProSolidFeatVisit(model, [&](const creo::ProFeature& feature) {
+    names += std::to_wstring(creo::ProFeatureNumberGet(feature).value) + creo::ProFeatureNameGet(feature).value + L' ';
     return creo::ProNoError;
   });
   EXPECT_EQ(L"1FIRST 2CS0 3LAST ", names);
@@ -147,8 +148,8 @@ TEST_F(FeatureActions, UnbendFeaturesAreSuppressedAndResumed) {
           task("showUnbendFeatures", "show='yes'")));
   const auto statuses = [&] {
     std::string all;
-    for (const auto& one : headless::featuresOf(loaded(L"BRACKET", kPart)))
-      all += headless::featureStatus(one) == creo::ProFeatureStatus::active ? '+' : '-';
+    for (const auto& entry : headless::featuresOf(loaded(L"BRACKET", kPart)))
+      all += headless::featureStatus(entry) == creo::ProFeatureStatus::active ? '+' : '-';
     return all;
   };
   EXPECT_EQ("+---", statuses());
@@ -175,8 +176,8 @@ class ComponentActions : public FeatureActions {
   std::wstring runOnFrame(const std::string& tasks) { return lastRow(run(tasks, L"FRAME", kAssembly)); }
   creo::ProFeature component(int number) {
     const auto& frame = loaded(L"FRAME", kAssembly);
-    for (const auto& one : headless::featuresOf(frame))
-      if (one.place.number == number) return {frame.handle, one.place.id};
+    for (const auto& entry : headless::featuresOf(frame))
+      if (entry.place.number == number) return {frame.handle, entry.place.id};
     return {};
   }
   // "COLOR=red MASS=2.5kg" of a component.

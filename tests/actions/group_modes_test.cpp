@@ -81,14 +81,14 @@ TEST_F(GroupModes, InstancesAreWorkedAndLeaveMemory) {
       {"", L"PLAIN", ProMdlType::part, L"B0 GROUP ACTION"},
       {"", L"EMPTY", ProMdlType::drawing, L"W:The drawing has no current model"},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     begin();
     document("bolt.prt.1", kFamily);
     world.part(L"PLAIN");
     world.drawing(L"SHEET").uses(L"BOLT", ProMdlType::part);
     world.drawing(L"EMPTY");
-    EXPECT_EQ(one.expected, ran(group("reworkMode='1' " + one.attributes), one.model, one.type));
-    EXPECT_EQ(one.model, current());
+    EXPECT_EQ(entry.expected, ran(group("reworkMode='1' " + entry.attributes), entry.model, entry.type));
+    EXPECT_EQ(entry.model, current());
     for (const wchar_t* instance : {L"M8", L"M8_LONG", L"M10"})
       EXPECT_FALSE(creo::ProMdlInit(instance, ProMdlType::part)) << text::toUtf8(instance);
   }
@@ -212,15 +212,15 @@ TEST_F(GroupModes, OtherModelsAreLoadedAndLeft) {
       {"mdlname='d:\\in\\plate.stp'", L"E:|E:Can't load model|E:The file that isn't imported: d:\\in\\plate.stp",
        L"BRACKET"},  // "-4"
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     begin();
     world.part(L"BRACKET").with(L"PARTNER", L"PIN");
     world.part(L"PIN");
     world.assembly(L"TOP").uses(L"PIN", ProMdlType::part).uses(L"BRACKET", ProMdlType::part);
     world.drawing(L"SHOWN").uses(L"BRACKET", ProMdlType::part);
-    EXPECT_EQ(one.expected, ran(group("reworkMode='5' " + one.attributes), L"BRACKET", ProMdlType::part));
+    EXPECT_EQ(entry.expected, ran(group("reworkMode='5' " + entry.attributes), L"BRACKET", ProMdlType::part));
     EXPECT_EQ(L"BRACKET", current());
-    EXPECT_EQ(one.memory, inMemory()) << one.attributes;
+    EXPECT_EQ(entry.memory, inMemory()) << entry.attributes;
   }
 }
 
@@ -240,10 +240,11 @@ TEST_F(GroupModes, RepresentationsAreActiveForTheTasks) {
     std::string rep;
     std::wstring expected;
   };
-  for (const Case& one :
+  for (const Case& entry :
        {Case{"light", L"> TOP.asm"}, Case{"Master Rep", L"> TOP.asm"}, Case{"HEAVY", L"E:Simp rep not found : -4"}}) {
     begin();
-    EXPECT_EQ(one.expected, ran(group("reworkMode='7' simprepname='" + one.rep + "'"), L"TOP", ProMdlType::assembly));
+    EXPECT_EQ(entry.expected,
+              ran(group("reworkMode='7' simprepname='" + entry.rep + "'"), L"TOP", ProMdlType::assembly));
     EXPECT_EQ(L"TOP", current());
     const auto model = world.session().models().find(creo::ProMdlInit(L"TOP", ProMdlType::assembly).value);
     EXPECT_EQ("", model->document->activeRep);

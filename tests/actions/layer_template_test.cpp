@@ -139,8 +139,8 @@ TEST_F(LayerTemplates, RulesAreCheckedInTheDialogOfEachTree) {
       const std::string file = text::toUtf8(model) + (type == creo::ProMdlType::drawing ? ".drw" : ".prt");
       EXPECT_FALSE(headless::readDocument(own.document(file), record));
       std::string all;
-      for (const auto& one : record.layers)
-        all += one.name + (one.independentRules ? "i" : "") + (one.associativeRules ? "a " : " ");
+      for (const auto& entry : record.layers)
+        all += entry.name + (entry.independentRules ? "i" : "") + (entry.associativeRules ? "a " : " ");
       return all;
     };
     EXPECT_EQ("AXESia Ba C ", described("prt.xml", L"BRACKET", creo::ProMdlType::part));

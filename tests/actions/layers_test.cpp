@@ -85,10 +85,10 @@ struct Case {
   std::string saved;
 };
 void expectCases(const std::string& type, const std::vector<Case>& cases, const char* document = kLayers) {
-  for (const Case& one : cases) {
-    const Ran ran = ranOn(document, layerTask(type, one.attributes));
-    EXPECT_EQ(one.told, ran.told) << one.attributes;
-    EXPECT_EQ(one.saved, ran.saved) << one.attributes;
+  for (const Case& entry : cases) {
+    const Ran ran = ranOn(document, layerTask(type, entry.attributes));
+    EXPECT_EQ(entry.told, ran.told) << entry.attributes;
+    EXPECT_EQ(entry.saved, ran.saved) << entry.attributes;
   }
 }
 

@@ -126,7 +126,7 @@ TEST_F(Mapkeys, RunForEachSelectionAndLeaveTheBufferAsItWas) {
   EXPECT_EQ(L"~ Use|~ Use", steps());
   EXPECT_EQ(L"B0 Run Mapkey|E:A selection can't be made again", told(world.log()));
   std::string ids;
-  for (const auto& one : creo::ProSelbufferSelectionsGet().value) ids += std::to_string(one.item.id) + " ";
+  for (const auto& selection : creo::ProSelbufferSelectionsGet().value) ids += std::to_string(selection.item.id) + " ";
   EXPECT_EQ("7 3 5 ", ids);
 }
 

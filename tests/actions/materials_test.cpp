@@ -54,10 +54,10 @@ class Materials : public ActionTest {
     headless::ModelRecord record;
     headless::readDocument(document, record);
     std::string all;
-    for (const headless::MaterialRecord& one : record.materials) {
-      all += (all.empty() ? "" : " ") + one.name + (headless::sameName(one.name, record.material) ? "*" : "");
+    for (const headless::MaterialRecord& entry : record.materials) {
+      all += (all.empty() ? "" : " ") + entry.name + (headless::sameName(entry.name, record.material) ? "*" : "");
       std::string values;
-      for (const headless::ParameterRecord& p : one.parameters.list) {
+      for (const headless::ParameterRecord& p : entry.parameters.list) {
         std::string value;
         headless::writeValue(p.value, value, 0);
         values += (values.empty() ? "" : ",") + p.name + "=" + value + p.units;
@@ -78,8 +78,8 @@ class Materials : public ActionTest {
   static std::string folders(const World& own) {
     (void)own;
     std::string all;
-    for (const std::wstring& one : creo::ProConfigoptArrayGet(L"pro_material_dir").value)
-      all += text::toUtf8(one) + "|";
+    for (const std::wstring& item : creo::ProConfigoptArrayGet(L"pro_material_dir").value)
+      all += text::toUtf8(item) + "|";
     return all;
   }
   // Runs tasks with the option given twice, as only a settings file can.
@@ -146,11 +146,11 @@ TEST_F(Materials, AFileThatIsNoMaterialSaysWhy) {
   runWith(world, tasks, L"BRACKET");
   for (const auto& [name, reason] : rows) EXPECT_NE(std::wstring::npos, world.messages().find(reason)) << name;
   EXPECT_EQ(kBefore, materials(world));
-  std::size_t told = 0;
+  std::size_t reported = 0;
   for (std::size_t at = 0;
        (at = world.log().find(L"There seems to be a failure in this material file", at)) != std::wstring::npos; ++at)
-    ++told;
-  EXPECT_EQ(std::size(rows), told);
+    ++reported;
+  EXPECT_EQ(std::size(rows), reported);
 }
 
 TEST_F(Materials, AFileThatCantBeReadLosesNothing) {

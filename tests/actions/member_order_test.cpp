@@ -36,8 +36,8 @@ bool holdsData(const Json& member) { return member.name == "values" || member.na
 // Shuffles each object's members and gives it one that nobody knows: "x-17": {"kept": 17}.
 void shuffle(Json& value, std::mt19937& random, int& count) {
   value.begin = value.end = 0;
-  for (Json& one : value.items)
-    if (!holdsData(one)) shuffle(one, random, count);
+  for (Json& item : value.items)
+    if (!holdsData(item)) shuffle(item, random, count);
   if (!value.is(JsonKind::object)) return;
   Json number = parsed(std::to_string(++count));
   number.name = "kept";
@@ -51,11 +51,11 @@ void shuffle(Json& value, std::mt19937& random, int& count) {
 
 // What a document says, whatever the order in which it does, and without what nobody knows.
 std::string known(Json value) {
-  const std::function<void(Json&)> sort = [&](Json& one) {
-    std::erase_if(one.items, isUnknown);
-    for (Json& inside : one.items) sort(inside);
-    if (one.is(JsonKind::object))
-      std::sort(one.items.begin(), one.items.end(), [](const Json& a, const Json& b) { return a.name < b.name; });
+  const std::function<void(Json&)> sort = [&](Json& item) {
+    std::erase_if(item.items, isUnknown);
+    for (Json& inside : item.items) sort(inside);
+    if (item.is(JsonKind::object))
+      std::sort(item.items.begin(), item.items.end(), [](const Json& a, const Json& b) { return a.name < b.name; });
   };
   sort(value);
   return headless::prettyJson(value);
@@ -64,10 +64,10 @@ std::string known(Json value) {
 // The unknown members, without those inside a family table.
 std::set<std::string> unknown(const Json& value) {
   std::set<std::string> names;
-  for (const Json& one : value.items) {
-    if (one.name == "familyTable") continue;
-    if (isUnknown(one)) names.insert(one.name);
-    names.merge(unknown(one));
+  for (const Json& item : value.items) {
+    if (item.name == "familyTable") continue;
+    if (isUnknown(item)) names.insert(item.name);
+    names.merge(unknown(item));
   }
   return names;
 }

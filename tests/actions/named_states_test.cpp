@@ -9,27 +9,27 @@ namespace {
 // "SALES: FRONT,QUIET,,OPEN!,GLASS,MIDDLE/1" for each; "!" where the exploded state shows.
 std::string combined(const headless::ModelDocument& document) {
   std::string all;
-  for (const headless::CombinedStateRecord& one : document.record.combinedStates)
-    all += (all.empty() ? "" : "|") + one.name + ": " + one.view + "," + one.layerState + "," + one.simplifiedRep +
-           "," + one.explodedState + (one.exploded ? "!" : "") + "," + one.styleState + "," + one.crossSection + "/" +
-           std::to_string(one.sectionVisibility);
+  for (const headless::CombinedStateRecord& state : document.record.combinedStates)
+    all += (all.empty() ? "" : "|") + state.name + ": " + state.view + "," + state.layerState + "," +
+           state.simplifiedRep + "," + state.explodedState + (state.exploded ? "!" : "") + "," + state.styleState +
+           "," + state.crossSection + "/" + std::to_string(state.sectionVisibility);
   return all;
 }
 
 // "MIDDLE OLD@MID+2.5" and what is active behind "; "; "*" behind a visible one, "?" behind one of the old form.
 std::string sections(const headless::ModelDocument& document) {
   std::string all;
-  for (const headless::CrossSectionRecord& one : document.record.crossSections)
-    all += (all.empty() ? "" : " ") + one.name + (one.plane.empty() ? "" : "@" + one.plane) +
-           (one.distance == 0 ? "" : "+" + text::toUtf8(text::shortest(one.distance))) + (one.visible ? "*" : "") +
-           (one.oldForm ? "?" : "");
+  for (const headless::CrossSectionRecord& section : document.record.crossSections)
+    all += (all.empty() ? "" : " ") + section.name + (section.plane.empty() ? "" : "@" + section.plane) +
+           (section.distance == 0 ? "" : "+" + text::toUtf8(text::shortest(section.distance))) +
+           (section.visible ? "*" : "") + (section.oldForm ? "?" : "");
   return all + "; " + document.record.activeCrossSection;
 }
 
 template <class Records>
 std::string names(const Records& records) {
   std::string all;
-  for (const auto& one : records) all += (all.empty() ? "" : " ") + one.name;
+  for (const auto& record : records) all += (all.empty() ? "" : " ") + record.name;
   return all;
 }
 
@@ -144,9 +144,9 @@ TEST_F(NamedStates, CrossSectionsAreMadeAtDatumPlanes) {
   std::string tasks;
   std::wstring expected;
   int number = 0;
-  for (const auto& one : cases) {
-    tasks += task("addXsec", one.attributes);
-    expected += L"B" + std::to_wstring(number++) + L" Add Xsec|" + one.line + L"|";
+  for (const auto& entry : cases) {
+    tasks += task("addXsec", entry.attributes);
+    expected += L"B" + std::to_wstring(number++) + L" Add Xsec|" + entry.line + L"|";
   }
   EXPECT_EQ(expected + L"B9 Update Xsec's|Updated cross sections", onPart(tasks + task("updateXsec")));
   EXPECT_EQ("OLD A`B A@MID B@MID+2.5 D@MID+2; ", sections(gear()));
@@ -217,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"ProXsecOldToNewConvert", "updateXsec", "", L"E:Failure while updating cross sections"},
         Fault{"ProMacroExecute", "setXsec", "statename='MIDDLE'",
               L"E:Failure while execute the macro of the cross section"}),
-    [](const auto& one) { return std::to_string(one.index) + one.param.action; });
+    [](const auto& entry) { return std::to_string(entry.index) + entry.param.action; });
 
 }  // namespace
 }  // namespace test

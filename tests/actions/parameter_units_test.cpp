@@ -22,18 +22,18 @@ class ParameterUnits : public ActionTest {
     std::wstring said{};  // a piece of the log; empty: any without a warning or an error
   };
   static void expectEach(const std::vector<Case>& cases) {
-    for (const Case& one : cases) {
+    for (const Case& entry : cases) {
       World own;
       writeBytes(own.models() + "/plate.prt.1", kPlate);
       writeBytes(own.models() + "/values.csv",
                  "model name;parameter name;present value;value\n*;LEN;127.000000;50.8\n*;GAP;3*;1\n");
-      own.list("list.xml", one.tasks + task("saveModel"));
+      own.list("list.xml", entry.tasks + task("saveModel"));
       own.runOn(L"PLATE", creo::ProMdlType::part, "list.xml");
-      EXPECT_EQ(one.saved, own.savedParameters("PLATE.prt")) << one.tasks;
+      EXPECT_EQ(entry.saved, own.savedParameters("PLATE.prt")) << entry.tasks;
       const std::wstring log = told(own.log());
-      EXPECT_NE(std::wstring::npos, log.find(one.said)) << one.tasks << "\n" << text::toUtf8(log);
-      EXPECT_EQ(one.said.starts_with(L"W:"), log.find(L"W:") != log.npos) << one.tasks << "\n" << text::toUtf8(log);
-      EXPECT_EQ(log.npos, log.find(L"E:")) << one.tasks << "\n" << text::toUtf8(log);
+      EXPECT_NE(std::wstring::npos, log.find(entry.said)) << entry.tasks << "\n" << text::toUtf8(log);
+      EXPECT_EQ(entry.said.starts_with(L"W:"), log.find(L"W:") != log.npos) << entry.tasks << "\n" << text::toUtf8(log);
+      EXPECT_EQ(log.npos, log.find(L"E:")) << entry.tasks << "\n" << text::toUtf8(log);
     }
   }
   static std::string edit(const std::string& name, const std::string& value) {

@@ -117,7 +117,7 @@ TEST_F(Questions, EnterCountsAsOkAndTheCrossAsCancel) {
 TEST_F(Questions, DescriptionsAndTheModelStandBeside) {
   const std::string lines = "varDescc='40' varDesc_0='For @mdln@' varDesc_1='" + std::string(249, 'a') +
                             "' varDesc_2='" + std::string(250, 'b') + "' varDesc_3='%NONE%' varDesc_39='too far'";
-  const std::wstring told = answered(ask("4", lines), [&] {
+  const std::wstring reported = answered(ask("4", lines), [&] {
     EXPECT_EQ(L"BRACKET", dialog().text("kvaneUVModel"));
     EXPECT_EQ(L"For BRACKET", dialog().text("kvaneUVDescription_0"));
     EXPECT_EQ(std::wstring(249, L'a'), dialog().text("kvaneUVDescription_1"));
@@ -128,7 +128,7 @@ TEST_F(Questions, DescriptionsAndTheModelStandBeside) {
   EXPECT_EQ(
       L"B0 Set user variable|W:Description length > 150 Characters per line aren't supported atm.|E:Can't find "
       L"parameter: NONE|W:The dialog has no place for description line 39|Exit with - OK Button",
-      told);
+      reported);
 }
 
 TEST_F(Questions, WithoutAModelTheDialogSaysSo) {

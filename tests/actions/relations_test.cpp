@@ -143,21 +143,22 @@ TEST_F(RelationActions, NothingIsLostWhereLinesCantBeReadOrBuilt) {
   const std::string add = "relationlinec='2' relationline0='B = 3' relationline1='";
   const std::string tooLong = "/* " + std::string(270, 'x');
   part({"A = 5"});
-  for (const std::string& one :
+  for (const std::string& text :
        {task("addModelRelationLines", add + "A = 4'"),
         task("deleteModelRelationLines", "rel='true' dellinec='1' delline0='A*'"),
         task("editModelRelationLines", "rel='true' editlinec='1' editline0='A*' replWord='5' through='6'")}) {
-    EXPECT_THAT(go(one, "ProRelsetRelationsGet"), testing::HasSubstr(L"E:Can't read the relations")) << one;
-    EXPECT_EQ("A = 5", lines()) << one;
+    EXPECT_THAT(go(text, "ProRelsetRelationsGet"), testing::HasSubstr(L"E:Can't read the relations")) << text;
+    EXPECT_EQ("A = 5", lines()) << text;
   }
-  for (const std::string& one :
+  for (const std::string& entry :
        {task("addModelRelationLines", add + "A = 4'"),
         task("deleteModelRelationLines", "rel='true' dellinec='1' delline0='A*'"),
         task("editModelRelationLines", "rel='true' editlinec='1' editline0='A*' replWord='5' through='6'"),
         task("setRelationUnitSensitive", "rel='true' unitsensitive='true'")}) {
     for (const char* operation : {"ProMdlToModelitem", "ProModelitemToRelset"})
-      EXPECT_THAT(go(one, operation), testing::HasSubstr(L"E:Can't reach the relations, they aren't changed")) << one;
-    EXPECT_EQ("A = 5", lines()) << one;
+      EXPECT_THAT(go(entry, operation), testing::HasSubstr(L"E:Can't reach the relations, they aren't changed"))
+          << entry;
+    EXPECT_EQ("A = 5", lines()) << entry;
   }
   EXPECT_THAT(go(task("addModelRelationLines", "postlinec='1' postline0='B = 3'"), "ProRelsetCreate"),
               testing::HasSubstr(L"E:Can't reach the post relations, they aren't changed"));
@@ -280,12 +281,12 @@ TEST_F(Program, InputLinesGoByTheirFirstWord) {
 
 // Without its input it would ask for the one above.
 TEST_F(Program, WhatAsksForAnInputGoesWithIt) {
-  for (const char* one : {"<task type='deleteModelProProgramInputLines' name_0='A'",
-                          "<task type='deleteModelProProgramLines' delline='A NUMBER' endif='false'"}) {
+  for (const char* entry : {"<task type='deleteModelProProgramInputLines' name_0='A'",
+                            "<task type='deleteModelProProgramLines' delline='A NUMBER' endif='false'"}) {
     SetUp();
-    EXPECT_THAT(go(std::string(one) + " version='3' forPRT='true' forEF='false'/>"),
+    EXPECT_THAT(go(std::string(entry) + " version='3' forPRT='true' forEF='false'/>"),
                 testing::HasSubstr(L"A NUMBER|\"how long?\""));
-    EXPECT_THAT(program(), testing::HasSubstr("INPUT|  B NUMBER|END INPUT")) << one;
+    EXPECT_THAT(program(), testing::HasSubstr("INPUT|  B NUMBER|END INPUT")) << entry;
   }
   // A remark between them keeps them no less together.
   part({"A = 5"},

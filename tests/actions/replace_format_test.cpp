@@ -58,13 +58,13 @@ class ReplaceFormat : public DetailTest {
     const headless::ModelRecord record = saved(own);
     EXPECT_EQ(3, record.currentSheet);
     std::string all;
-    for (const headless::SheetRecord& one : record.sheets)
-      all += (all.empty() ? "" : " ") + (one.format.empty() ? std::string("none") : one.format) +
-             (one.formatSheet ? ":" + std::to_string(one.formatSheet) : "") + (one.formatBlanked ? "-" : "");
+    for (const headless::SheetRecord& entry : record.sheets)
+      all += (all.empty() ? "" : " ") + (entry.format.empty() ? std::string("none") : entry.format) +
+             (entry.formatSheet ? ":" + std::to_string(entry.formatSheet) : "") + (entry.formatBlanked ? "-" : "");
     all += " |";
-    for (const headless::TableRecord& one : record.tables)
-      all += (one.fromFormat ? " *" : " ") + std::to_string(one.id) +
-             place(one.segments[0].sheet, one.segments[0].position);
+    for (const headless::TableRecord& table : record.tables)
+      all += (table.fromFormat ? " *" : " ") + std::to_string(table.id) +
+             place(table.segments[0].sheet, table.segments[0].position);
     return all;
   }
 };
@@ -153,11 +153,11 @@ TEST_F(ReplaceFormat, AFailureLeavesTheSheetAsItWas) {
       {"path='d:/new' namef_0='old_a4' namet_0='new'", "ProDrawingSheetFormatShow", L"E:Sheet 2 is blanked"},
       {"path='d:/new' namef_0='old_a3' namet_0='new'", "ProDrawingFormatGet", L"noFormatFound"},
   };
-  for (const auto& one : cases) {
+  for (const auto& entry : cases) {
     World own;
-    const std::wstring log = work(own, one.attributes, one.failing);
-    EXPECT_EQ(before, outcome(own)) << one.attributes;
-    EXPECT_TRUE(has(log, one.said)) << text::toUtf8(log);
+    const std::wstring log = work(own, entry.attributes, entry.failing);
+    EXPECT_EQ(before, outcome(own)) << entry.attributes;
+    EXPECT_TRUE(has(log, entry.said)) << text::toUtf8(log);
   }
   World own;
   const std::string kept = std::string(kFrom) + "tab_0='10:200'";

@@ -43,8 +43,8 @@ class ReplaceModel : public ActionTest {
   // "GEAR.PRT NUT.PRT"
   static std::wstring uses(const wchar_t* name, ProMdlType type) {
     std::wstring all;
-    for (const auto& one : creo::ProMdlDependenciesList(creo::ProMdlInit(name, type).value).value)
-      all += (all.empty() ? L"" : L" ") + one.name + L"." + one.typeText;
+    for (const auto& entry : creo::ProMdlDependenciesList(creo::ProMdlInit(name, type).value).value)
+      all += (all.empty() ? L"" : L" ") + entry.name + L"." + entry.typeText;
     return all;
   }
 };

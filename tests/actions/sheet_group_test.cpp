@@ -96,8 +96,8 @@ TEST_F(SheetGroup, LeavesNoTraceWhereItsTasksChangeNothing) {
     EXPECT_TRUE(differences().empty()) << place;
     world.runOn(name, creo::ProMdlType::drawing, "add.xml");
     EXPECT_TRUE(creo::ProMdlModificationVerify(drawing).value) << place;
-    for (const headless::Change& one : differences())
-      EXPECT_TRUE(one.path.starts_with(L"parameters/NORM/")) << place << text::toUtf8(one.path);
+    for (const headless::Change& difference : differences())
+      EXPECT_TRUE(difference.path.starts_with(L"parameters/NORM/")) << place << text::toUtf8(difference.path);
   }
 }
 

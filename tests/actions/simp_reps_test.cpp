@@ -9,16 +9,16 @@ namespace {
 
 std::string names(const headless::ModelDocument& document) {
   std::string all;
-  for (const auto& one : document.record.simplifiedReps) all += (all.empty() ? "" : " ") + one.name;
+  for (const auto& rep : document.record.simplifiedReps) all += (all.empty() ? "" : " ") + rep.name;
   return all;
 }
 
 // "11=3 12=4(LIGHT/3)": what the representation does with which feature, by Creo's numbers.
 std::string items(const headless::ModelDocument& document, const std::string& rep) {
   std::string all;
-  for (const auto& one : document.record.simplifiedReps) {
-    if (one.name != rep) continue;
-    for (const headless::SimplifiedRepItemRecord& item : one.items)
+  for (const auto& entry : document.record.simplifiedReps) {
+    if (entry.name != rep) continue;
+    for (const headless::SimplifiedRepItemRecord& item : entry.items)
       all += (all.empty() ? "" : " ") + std::to_string(item.feature) + "=" +
              std::to_string(static_cast<int>(item.action)) +
              (item.substitute.empty()
@@ -96,11 +96,11 @@ TEST_F(NamedStates, ARepresentationIsPutIntoTheSession) {
       {"simprepc='3'", L"", "Symbolic Rep"},
       {"simprepc='3' simprepr='true'", L"|reset simp rep", ""},
   };
-  for (const auto& one : cases) {
-    EXPECT_EQ(std::wstring(L"B0 Set simpliefied representation") + one.lines,
-              onAssembly(task("setSimpRep", one.attributes)))
-        << one.attributes;
-    EXPECT_EQ(one.active, drive().activeRep) << one.attributes;
+  for (const auto& entry : cases) {
+    EXPECT_EQ(std::wstring(L"B0 Set simpliefied representation") + entry.lines,
+              onAssembly(task("setSimpRep", entry.attributes)))
+        << entry.attributes;
+    EXPECT_EQ(entry.active, drive().activeRep) << entry.attributes;
   }
   EXPECT_EQ(
       L"B0 Set simpliefied representation|"
@@ -139,12 +139,12 @@ TEST_F(NamedStates, WhatARepresentationLeavesOutIsNoPartOfTheSolid) {
       {"simprepc='0' simprep='CUT' simprepr='true'", 14, 17},
       {"simprepc='1'", 14, 17},
   };
-  for (const auto& one : cases) {
-    onAssembly(task("setSimpRep", one.attributes));
+  for (const auto& entry : cases) {
+    onAssembly(task("setSimpRep", entry.attributes));
     const creo::ProMdl top = creo::ProMdlCurrentGet().value;
-    EXPECT_NEAR(one.volume, creo::ProSolidMassPropertyGet(top).value.volume, 1e-6) << one.attributes;
+    EXPECT_NEAR(entry.volume, creo::ProSolidMassPropertyGet(top).value.volume, 1e-6) << entry.attributes;
     const creo::ProOutline box = creo::ProSolidOutlineGet(top).value;
-    EXPECT_NEAR(one.length, box.max.x - box.min.x, 1e-6) << one.attributes;
+    EXPECT_NEAR(entry.length, box.max.x - box.min.x, 1e-6) << entry.attributes;
   }
 }
 
@@ -181,10 +181,10 @@ TEST_F(EditedRep, DescribesTheChosenFeaturesAnew) {
       {"jc='8' filter_name='true' filter_name_text='sub'", "", "12=9"},
       {"jc='7' nameTwo='light' filter_name='true' filter_name_text='/GEAR|SUB/'", "", "11=4(LIGHT/2) 12=4(LIGHT/3)"},
   };
-  for (const auto& one : cases) {
-    EXPECT_EQ(L"LIGHT|Simplified representation redefinition completed", edited(one.attributes, one.children))
-        << one.attributes;
-    EXPECT_EQ(one.items, items(drive(), "LIGHT")) << one.attributes << one.children;
+  for (const auto& entry : cases) {
+    EXPECT_EQ(L"LIGHT|Simplified representation redefinition completed", edited(entry.attributes, entry.children))
+        << entry.attributes;
+    EXPECT_EQ(entry.items, items(drive(), "LIGHT")) << entry.attributes << entry.children;
   }
 }
 
@@ -232,10 +232,10 @@ TEST_F(EditedRep, EachOperationMayFail) {
       {"ProSymbSimprepRetrieve", task("setSimpRep", "simprepc='3'"), L"E:Can't set the specified simp rep"},
       {"ProSimprepActiveGet", task("setSimpRep", "simprepc='9' simprepr='true'"), L"W:can't reset simp rep"},
   };
-  for (const auto& one : cases) {
-    const std::wstring all = onFailing(one.operation, creo::ProGeneralError, one.task);
-    EXPECT_NE(std::wstring::npos, (all + L"|").find(std::wstring(one.line) + L"|"))
-        << one.operation << ": " << text::toUtf8(all);
+  for (const auto& entry : cases) {
+    const std::wstring all = onFailing(entry.operation, creo::ProGeneralError, entry.task);
+    EXPECT_NE(std::wstring::npos, (all + L"|").find(std::wstring(entry.line) + L"|"))
+        << entry.operation << ": " << text::toUtf8(all);
   }
 }
 

@@ -228,10 +228,10 @@ TEST_F(Surroundings, TheModelUnderWorkStaysInMemory) {
     EXPECT_EQ(row.inMemory, text::join(left, L" ")) << name;
     EXPECT_EQ(L"DONE=1", world.savedParameters(name + (row.type == ProMdlType::part ? ".prt" : ".asm"))) << row.tasks;
     EXPECT_EQ(1U, world.session().state().windows.all().size());
-    const std::wstring told = test::told(world.log());
+    const std::wstring reported = test::told(world.log());
     const std::wstring line = L"E:Undisplayed models aren't erased: ";
-    EXPECT_EQ(row.refused.empty(), told.find(L"E:") == told.npos) << text::toUtf8(told);
-    EXPECT_NE(told.npos, told.find(row.refused.empty() ? L"" : line + row.refused + L" is under work"));
+    EXPECT_EQ(row.refused.empty(), reported.find(L"E:") == reported.npos) << text::toUtf8(reported);
+    EXPECT_NE(reported.npos, reported.find(row.refused.empty() ? L"" : line + row.refused + L" is under work"));
   }
 }
 
@@ -275,9 +275,9 @@ TEST_F(Surroundings, TheInsertPositionIsFoundInFourWays) {
        2},
   };
   int number = 0;
-  for (const auto& one : cases)
+  for (const auto& entry : cases)
     world.list("list" + std::to_string(number++) + ".xml",
-               task("setInsertFeaturePosition", one.attributes) + task("saveModel"));
+               task("setInsertFeaturePosition", entry.attributes) + task("saveModel"));
   world.list("cancel.xml", task("cancelFeaturePosition") + task("cancelFeaturePosition"));
   world.start();
   const creo::ProMdl plate = world.open(L"PLATE", creo::ProMdlType::part);

@@ -66,13 +66,14 @@ TEST_F(TableCells, BecomeValuesOfParameters) {
       {"cell0_9='1::1::*' cell1_9='1:1:0' cell2_9='NUMBER'" + toDrawing, same, L""},
       {"cell0_0='1::1::*' cell1_0='1:1:0' cell2_0='NUMBER' mdltorework='3'", same, L""},
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     World own;
     fill(own);
-    own.list("list.xml", edit(one.attributes) + task("saveModel"));
+    own.list("list.xml", edit(entry.attributes) + task("saveModel"));
     own.runOn(L"SHEETS", creo::ProMdlType::drawing, "list.xml");
-    EXPECT_EQ(one.saved, own.savedParameters("SHEETS.drw")) << one.attributes;
-    EXPECT_NE(std::wstring::npos, told(own.log()).find(one.said)) << one.attributes << "\n" << text::toUtf8(own.log());
+    EXPECT_EQ(entry.saved, own.savedParameters("SHEETS.drw")) << entry.attributes;
+    EXPECT_NE(std::wstring::npos, told(own.log()).find(entry.said)) << entry.attributes << "\n"
+                                                                    << text::toUtf8(own.log());
   }
 }
 

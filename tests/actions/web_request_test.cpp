@@ -89,12 +89,12 @@ TEST_F(WebRequest, APostCarriesLineFeeds) {
   const std::wstring steps =
       L"Add Post data|Add Post data 1|Add Post data 2|Add Post data 3|Add Post data 4|Add Post data 5|Add Post data "
       L"6|Finish add Post data|Perform Request|";
-  const std::wstring told = run(get(server.address(), "post='a:&#10; %COLOR% \xC3\xA4'") +
+  const std::wstring text = run(get(server.address(), "post='a:&#10; %COLOR% \xC3\xA4'") +
                                 get(server.address(), "post='%b64:d:\\big.bin%'", "BIG"));
   EXPECT_EQ("POST<a: red \xC3\xA4>", valueOf(L"ANSWER"));
   EXPECT_EQ("a:\n red \xC3\xA4", server.asked().at(0).body);
   const std::wstring first = kBegin + steps + L"POST<a: red \u00E4>|B1 ";
-  EXPECT_EQ(first, told.substr(0, first.size()));
+  EXPECT_EQ(first, text.substr(0, first.size()));
   EXPECT_EQ(120'000U, server.asked().back().body.size());
   EXPECT_EQ("application/json", server.asked().back().headers.at("content-type"));
 }
@@ -114,7 +114,7 @@ TEST_F(WebRequest, ATokenIsFetchedFirst) {
   EXPECT_EQ("GET /wt/odata/v3/PTC/GetCSRFToken()", asked[0].method + " " + asked[0].target);
   EXPECT_EQ("/wt/odata/v6/Parts", asked[1].target);
   EXPECT_EQ("to+ken=", asked[1].headers.at("csrf_nonce"));
-  for (const WebAsked& one : asked) EXPECT_EQ("Basic dTpzM2NyZXQ=", one.headers.at("authorization"));  // u:s3cret
+  for (const WebAsked& entry : asked) EXPECT_EQ("Basic dTpzM2NyZXQ=", entry.headers.at("authorization"));  // u:s3cret
 }
 
 TEST_F(WebRequest, WithoutATokenTheRequestStillGoesOut) {
@@ -130,19 +130,19 @@ TEST_F(WebRequest, WithoutATokenTheRequestStillGoesOut) {
       {"/c/odata/x", L"Set configuration|Perform Request|login, please|Can't find the token|"},
   };
   std::string tasks;
-  std::wstring told;
+  std::wstring reported;
   int index = 0;
   for (const auto& [target, lines] : rows) {
     const std::wstring begin = text::replaceAll(kBegin, L"B0", L"B" + std::to_wstring(index++));
     tasks += get(server.address() + target, "csrf='true'", target);
-    told += (told.empty() ? L"" : L"|") + begin + L"Request CSRF|" + lines + L"Perform Request|fine";
+    reported += (reported.empty() ? L"" : L"|") + begin + L"Request CSRF|" + lines + L"Perform Request|fine";
   }
-  EXPECT_EQ(told, run(tasks));
+  EXPECT_EQ(reported, run(tasks));
   for (const auto& [target, lines] : rows) EXPECT_EQ("fine", valueOf(text::fromUtf8(target))) << target;
   int sent = 0;
-  for (const WebAsked& one : server.asked())
+  for (const WebAsked& entry : server.asked())
     // The server's library leaves a header without a value out.
-    if (one.target.find("GetCSRFToken") == std::string::npos && !one.headers.contains("csrf_nonce")) ++sent;
+    if (entry.target.find("GetCSRFToken") == std::string::npos && !entry.headers.contains("csrf_nonce")) ++sent;
   EXPECT_EQ(4, sent);
 }
 
@@ -212,11 +212,11 @@ TEST_F(WebRequest, AFailedRequestLeavesWhatItReceived) {
   };
   std::string tasks;
   for (const auto& row : rows) tasks += get(row.url, "", row.url.substr(row.url.size() - 5));
-  const std::wstring told = run(tasks);
+  const std::wstring reported = run(tasks);
   for (const auto& row : rows) {
     const std::string value = valueOf(text::fromUtf8(row.url.substr(row.url.size() - 5)));
     EXPECT_EQ(row.value, row.value == "x" ? value.substr(0, 1) : value) << row.url;
-    EXPECT_NE(std::wstring::npos, told.find(L"|E:" + std::wstring(row.fault))) << row.url << text::toUtf8(told);
+    EXPECT_NE(std::wstring::npos, reported.find(L"|E:" + std::wstring(row.fault))) << row.url << text::toUtf8(reported);
   }
   EXPECT_EQ(std::size(rows), language::userVariables().count());
 }

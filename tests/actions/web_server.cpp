@@ -52,16 +52,16 @@ struct WebServer::Parts {
   std::vector<Answer> answers;
 
   void handle(const httplib::Request& request, httplib::Response& response) {
-    WebAsked one{request.method, request.target, request.body, {}};
-    for (const auto& [name, value] : request.headers) one.headers[text::lower(name)] = value;
+    WebAsked entry{request.method, request.target, request.body, {}};
+    for (const auto& [name, value] : request.headers) entry.headers[text::lower(name)] = value;
     std::function<void(const WebAsked&, httplib::Response&)> give;
     {
       const std::lock_guard lock(mutex);
-      asked.push_back(one);
+      asked.push_back(entry);
       for (const Answer& answer : answers)
-        if (!give && one.target.find(answer.piece) != std::string::npos) give = answer.give;
+        if (!give && entry.target.find(answer.piece) != std::string::npos) give = answer.give;
     }
-    if (give) give(one, response);
+    if (give) give(entry, response);
   }
 };
 

@@ -64,7 +64,7 @@ class VaultLists : public test::ActionTest {
                       record.location;
     if (!record.checkOut) return all;
     all += " " + record.checkOut->user + "/" + record.checkOut->workspace;
-    for (const std::string& one : record.checkOut->names) all += " " + one;
+    for (const std::string& entry : record.checkOut->names) all += " " + entry;
     return all;
   }
   // Somebody else takes what the vault has into a workspace of his own and checks it out.
@@ -303,11 +303,11 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
       {L"type='pdmobject_2' cs_not_checked_out='true'", 1, 0},
       {L"type='pdmobject_2' hdd='true'", 0, 0},
   };
-  for (const Case& one : cases)
-    EXPECT_EQ(one.in, test::predicate(one.attributes, part)) << text::toUtf8(one.attributes);
+  for (const Case& entry : cases)
+    EXPECT_EQ(entry.in, test::predicate(entry.attributes, part)) << text::toUtf8(entry.attributes);
   told("out.xml");
-  for (const Case& one : cases)
-    EXPECT_EQ(one.out, test::predicate(one.attributes, part)) << text::toUtf8(one.attributes);
+  for (const Case& item : cases)
+    EXPECT_EQ(item.out, test::predicate(item.attributes, part)) << text::toUtf8(item.attributes);
   EXPECT_EQ(ProNoError, ProDirectoryChange(L"wtws://plm/design/"));
   EXPECT_EQ(L"d:\\", ProDirectoryCurrentGet().value);
 }
@@ -315,8 +315,8 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
 TEST_F(VaultLists, AHeldLockAndADiskThatFailsLoseNothing) {
   begin();
   {
-    const auto held = os::lockFile(L"c:\\plm\\vault.lock");
-    ASSERT_TRUE(held);
+    const auto lock = os::lockFile(L"c:\\plm\\vault.lock");
+    ASSERT_TRUE(lock);
     EXPECT_EQ(L"checkinModel|E:Failure happend while checkin", told("in.xml"));
     EXPECT_NE(std::wstring::npos, world.messages().find(L"/plm is locked by another process"));
   }

@@ -1,5 +1,5 @@
 // Combined states, exploded states, styles and cross sections.
-#include "actions/named_states_fixture.h"
+#include "actions/model/named_states_fixture.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

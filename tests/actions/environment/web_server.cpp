@@ -1,4 +1,4 @@
-#include "actions/web_server.h"
+#include "actions/environment/web_server.h"
 
 #include <httplib.h>
 #include <openssl/evp.h>

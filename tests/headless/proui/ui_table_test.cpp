@@ -6,7 +6,7 @@
 #include <set>
 
 #include "creo/ProUITree.h"
-#include "headless/ui_fixture.h"
+#include "headless/proui/ui_fixture.h"
 #include "text/pieces.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Simplified representations.
-#include "actions/named_states_fixture.h"
+#include "actions/model/named_states_fixture.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSolid.h"
 #include "text/encoding.h"

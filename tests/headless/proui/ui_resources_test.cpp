@@ -5,7 +5,7 @@
 
 #include "creo/ProMessage.h"
 #include "headless/proui/resource.h"
-#include "headless/ui_fixture.h"
+#include "headless/proui/ui_fixture.h"
 #include "os/text_files.h"
 #include "text/pieces.h"
 

@@ -1,5 +1,5 @@
 // Codes as symbol definitions: drawn from the saved drawing's lines and read by ZXing's reader.
-#include "actions/drawing_details_fixture.h"
+#include "actions/drawing/drawing_details_fixture.h"
 #include "support/scanner.h"
 
 namespace test {

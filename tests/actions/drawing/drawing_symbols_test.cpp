@@ -1,7 +1,7 @@
 // Symbols of drawings: placed from files, found by place and name, moved, deleted, switched, brought up to date.
 #include <filesystem>
 
-#include "actions/drawing_details_fixture.h"
+#include "actions/drawing/drawing_details_fixture.h"
 #include "creo/ProDtlsym.h"
 
 namespace test {

@@ -1,6 +1,6 @@
 // Requests to a web server that the test starts, by lists run on a part.
 #include "actions/action_fixture.h"
-#include "actions/web_server.h"
+#include "actions/environment/web_server.h"
 #include "language/user_variables.h"
 #include "language/variables.h"
 #include "os/processes.h"

@@ -1,5 +1,5 @@
 // Notes of drawings: written from files, found by place and text, moved, deleted, edited from tables.
-#include "actions/drawing_details_fixture.h"
+#include "actions/drawing/drawing_details_fixture.h"
 
 namespace test {
 namespace {

@@ -1,7 +1,7 @@
 // Formats of drawings' sheets, exchanged by lists.
 #include <sys/stat.h>
 
-#include "actions/drawing_details_fixture.h"
+#include "actions/drawing/drawing_details_fixture.h"
 
 namespace test {
 namespace {

@@ -5,7 +5,7 @@
 #include "creo/ProUIInputpanel.h"
 #include "creo/ProUITable.h"
 #include "creo/ProUITree.h"
-#include "headless/ui_fixture.h"
+#include "headless/proui/ui_fixture.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
 #include "engine/variables.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "os/surroundings.h"
 
 namespace {

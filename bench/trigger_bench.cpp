@@ -9,8 +9,8 @@
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
 #include "engine/triggers.h"
-#include "headless/session/session.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
+#include "headless/session.h"
 #include "os/surroundings.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "core/state.h"
+#include "headless/creo/state.h"
 #include "headless/model/one_version.h"
-#include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"

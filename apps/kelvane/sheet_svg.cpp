@@ -4,10 +4,10 @@
 #include <string_view>
 #include <vector>
 
+#include "headless/creo/state.h"
 #include "headless/model/drawing.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_picture.h"
-#include "headless/session/state.h"
 #include "kelvane/svg.h"
 #include "text/encoding.h"
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "kelvane/columns.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"

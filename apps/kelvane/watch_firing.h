@@ -11,7 +11,7 @@
 
 #include "core/log.h"
 #include "engine/triggers.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/console.h"
 #include "kelvane/events.h"

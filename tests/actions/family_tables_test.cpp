@@ -3,7 +3,7 @@
 #include <set>
 
 #include "actions/action_fixture.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "headless/vault/vault.h"
 #include "text/encoding.h"
 

@@ -1,7 +1,7 @@
 // Materials that come from files, replace one another and go.
 #include "actions/action_fixture.h"
 #include "creo/ProUtil.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "headless/store/document.h"
 #include "text/encoding.h"
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "actions/action_fixture.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 
 namespace test {
 

@@ -6,7 +6,7 @@
 #include "actions/action_fixture.h"
 #include "creo/ProUtil.h"
 #include "engine/saved_options.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "os/doors.h"
 #include "support/drawings.h"
 #include "text/encoding.h"

@@ -6,8 +6,8 @@
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "creo/pfcSession.h"
+#include "headless/creo/state.h"
 #include "headless/macros/macros.h"
-#include "headless/session/state.h"
 #include "headless/session_fixture.h"
 
 namespace headless {

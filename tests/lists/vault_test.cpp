@@ -6,8 +6,8 @@
 #include "creo/ProUtil.h"
 #include "documents/parsed.h"
 #include "engine/variables.h"
+#include "headless/creo/state.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
 
 namespace {
 

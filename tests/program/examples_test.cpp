@@ -7,8 +7,8 @@
 
 #include "actions/environment/question.h"
 #include "engine/dispatch.h"
+#include "headless/creo/state.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
 #include "headless/vault/vault.h"
 #include "kelvane/attribute_check.h"
 #include "program/example_world.h"

@@ -1,7 +1,7 @@
 #include "kelvane/ui/picture.h"
 
+#include "headless/creo/state.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
 #include "kelvane/model_folder.h"
 #include "os/paths.h"
 #include "text/encoding.h"

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
+#include "headless/creo/state.h"
 #include "headless/proui/resource.h"
-#include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"

@@ -1,6 +1,6 @@
 #include "headless/exports/export_file.h"
 
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"

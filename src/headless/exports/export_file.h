@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "creo/ProTypes.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 
 namespace headless {
 

@@ -1,8 +1,8 @@
 #include "headless/macros/layer_steps.h"
 
+#include "headless/creo/state.h"
 #include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
-#include "headless/session/state.h"
 #include "text/encoding.h"
 
 namespace headless {

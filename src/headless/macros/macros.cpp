@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
+#include "headless/creo/state.h"
 #include "headless/macros/layer_steps.h"
 #include "headless/macros/relation_steps.h"
 #include "headless/macros/view_steps.h"
 #include "headless/model/family.h"
-#include "headless/session/state.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"

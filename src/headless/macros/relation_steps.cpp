@@ -1,7 +1,7 @@
 #include "headless/macros/relation_steps.h"
 
+#include "headless/creo/state.h"
 #include "headless/model/features.h"
-#include "headless/session/state.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"

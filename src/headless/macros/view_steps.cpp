@@ -1,7 +1,7 @@
 #include "headless/macros/view_steps.h"
 
+#include "headless/creo/state.h"
 #include "headless/model/states.h"
-#include "headless/session/state.h"
 #include "text/encoding.h"
 
 namespace headless {

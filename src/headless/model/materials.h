@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "headless/creo/state.h"
 #include "headless/model/models.h"
-#include "headless/session/state.h"
 
 namespace headless {
 

@@ -13,7 +13,7 @@
 
 #include "creo/ProMdlCopy.h"
 #include "headless/model/document.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "headless/store/folder.h"
 
 namespace headless {

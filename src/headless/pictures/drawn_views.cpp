@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "headless/creo/state.h"
 #include "headless/model/units.h"
-#include "headless/session/state.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 #include "text/letters.h"

@@ -7,7 +7,7 @@
 
 #include "headless/pictures/projection.h"
 #include "headless/pictures/shown_parts.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 
 namespace headless {
 

@@ -5,12 +5,12 @@
 #include <numbers>
 #include <numeric>
 
+#include "headless/creo/state.h"
 #include "headless/model/drawing.h"
 #include "headless/model/drawing_text.h"
 #include "headless/model/formats.h"
 #include "headless/model/sheet_units.h"
 #include "headless/pictures/drawn_views.h"
-#include "headless/session/state.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 
 namespace headless {
 

@@ -1,7 +1,7 @@
+#include "headless/creo/state.h"
 #include "headless/model/drawing.h"
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/shown_parts.h"
-#include "headless/session/state.h"
 #include "text/format.h"
 
 namespace headless {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "headless/proui/ui_state.h"
+#include "headless/session.h"
 #include "headless/session/events.h"
-#include "headless/session/session.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"

@@ -1,8 +1,8 @@
-#include "headless/session/session.h"
+#include "headless/session.h"
 
 #include <stdexcept>
 
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"

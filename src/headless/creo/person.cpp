@@ -1,7 +1,7 @@
 // What a person does beside opening a model: the operations of creo/ on the current model.
 #include "creo/ProSolid.h"
 #include "creo/ProWindow.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 
 namespace headless {
 

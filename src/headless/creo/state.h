@@ -11,12 +11,12 @@
 #include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/proui/ui.h"
+#include "headless/session.h"
 #include "headless/session/calls.h"
 #include "headless/session/events.h"
 #include "headless/session/menu.h"
 #include "headless/session/message_files.h"
 #include "headless/session/options.h"
-#include "headless/session/session.h"
 #include "headless/session/windows.h"
 #include "headless/vault/servers.h"
 

@@ -1,6 +1,6 @@
-#include "headless/session/call.h"
+#include "headless/creo/call.h"
 
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 
 namespace headless {
 

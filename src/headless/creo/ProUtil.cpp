@@ -76,7 +76,7 @@ ProError readDetails(State& state, ProMdl handle, const std::wstring& path, std:
 
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type) {
   return operation("ProInputFileRead", [&](State& state) -> ProError {
-    const auto content = os::readText(headless::exportPath(state, path));
+    const auto content = os::readText(headless::exportPath(state.models, path));
     if (!content) return ProNotFound;
     if (type == ProInputFileType::detailOptions) return readDetails(state, model, path, content.value);
     if (type == ProInputFileType::program) return headless::readProgram(state, model, path, content.value);

@@ -1,9 +1,9 @@
 #include "creo/ProUtil.h"
 
+#include "headless/creo/message_dialog.h"
 #include "headless/creo/operation.h"
 #include "headless/creo/program_file.h"
 #include "headless/exports/export_file.h"
-#include "headless/macros/message_dialog.h"
 #include "headless/model/detail_options.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"

@@ -40,11 +40,16 @@ Session::State::State(SessionOptions given)
              options.modelFolder),
       parameters(models),
       bodies(models),
-      servers(models, models.workingFolder(), options.withholdSaves) {}
+      servers(models, models.workingFolder(), options.withholdSaves),
+      ui([this](const std::wstring& text) { showMessage(text); }) {}
 
 void Session::State::showMessage(const std::wstring& text) {
   messages.push_back(text);
   if (observer) observer->message(text);
+}
+
+MacroContext Session::State::macroContext() {
+  return {models, windows, selections, [this](const creo::ProNotification& one) { notify(one); }};
 }
 
 void Session::State::notify(const creo::ProNotification& notification) {
@@ -163,7 +168,7 @@ void Session::settle() {
       state_->notify(told);
     } else if (state_->macros.waiting()) {
       ++worked;
-      state_->macros.runStep(*this);
+      state_->macros.runStep(state_->macroContext());
     } else {
       for (const std::wstring& fault : state_->events.callRepeated()) showMessage(fault);
       return;

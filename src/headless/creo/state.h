@@ -50,6 +50,8 @@ struct Session::State {
   std::wstring startError;
 
   void showMessage(const std::wstring& text);
+  // What the waiting macro steps work on.
+  MacroContext macroContext();
   PictureSources pictureSources() { return {models, parameters, bodies}; }
   // Tells handler and listeners now; an exception that leaves one becomes a line of the message area.
   void notify(const creo::ProNotification& notification);

@@ -6,7 +6,10 @@
 #include "actions/action_fixture.h"
 #include "creo/ProUtil.h"
 #include "engine/saved_options.h"
-#include "headless/creo/state.h"
+#include "headless/model/models.h"
+#include "headless/proui/ui.h"
+#include "headless/session/options.h"
+#include "headless/session/windows.h"
 #include "os/doors.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
@@ -48,7 +51,7 @@ TEST_F(Surroundings, OptionsAreSavedSetAndPutBack) {
                              task("setConfigOption", "safename='S'") +
                              task("saveConfigOptions", "", options({{"x", ""}})));
   world.start();
-  world.session().state().configuration.read(L"search_path d:\\a\nSEARCH_PATH d:\\b\n");
+  world.session().configuration().read(L"search_path d:\\a\nSEARCH_PATH d:\\b\n");
   world.open(L"BRACKET", creo::ProMdlType::part);
   world.run("list.xml");
   EXPECT_EQ(L"d:\\a,d:\\b,d:/%COLOR%", option(L"search_path"));
@@ -227,7 +230,7 @@ TEST_F(Surroundings, TheModelUnderWorkStaysInMemory) {
     const std::string name = text::toUtf8(text::lower(row.row));
     EXPECT_EQ(row.inMemory, text::join(left, L" ")) << name;
     EXPECT_EQ(L"DONE=1", world.savedParameters(name + (row.type == ProMdlType::part ? ".prt" : ".asm"))) << row.tasks;
-    EXPECT_EQ(1U, world.session().state().windows.all().size());
+    EXPECT_EQ(1U, world.session().windows().all().size());
     const std::wstring told = test::told(world.log());
     const std::wstring line = L"E:Undisplayed models aren't erased: ";
     EXPECT_EQ(row.refused.empty(), told.find(L"E:") == told.npos) << text::toUtf8(told);

@@ -7,8 +7,8 @@
 
 #include "actions/environment/question.h"
 #include "engine/dispatch.h"
-#include "headless/creo/state.h"
 #include "headless/proui/ui.h"
+#include "headless/vault/servers.h"
 #include "headless/vault/vault.h"
 #include "kelvane/attribute_check.h"
 #include "program/example_world.h"
@@ -178,7 +178,7 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     prepare(world, told);
     WatchedDoors doors(world);
     ASSERT_EQ(0, world.start());
-    if (told.hasServer) ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+    if (told.hasServer) ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
     answerQuestions(world);
     engine::userVariables().set(L"ROUNDS", L"2");
     ASSERT_TRUE(world.open(kind.name, kind.type));

@@ -176,16 +176,25 @@ void Session::settle() {
   }
 }
 
+void Session::raise(ProNotifyType type, ProMdl model) { state_->raise(type, model); }
 void Session::setOption(const std::wstring& name, const std::wstring& value) { state_->configuration.set(name, value); }
 void Session::select(std::vector<creo::ProSelection> selections) { state_->selections = std::move(selections); }
 
 Models& Session::models() { return state_->models; }
 Ui& Session::ui() { return state_->ui; }
+Servers& Session::servers() { return state_->servers; }
+const Windows& Session::windows() const { return state_->windows; }
+Menu& Session::menu() { return state_->menu; }
+ConfigOptions& Session::configuration() { return state_->configuration; }
+PictureSources Session::pictureSources() { return state_->pictureSources(); }
 const SessionOptions& Session::options() const { return state_->options; }
 const std::vector<std::wstring>& Session::messages() const { return state_->messages; }
 void Session::showMessage(const std::wstring& text) { state_->showMessage(text); }
+void Session::clearMessages() { state_->messages.clear(); }
 const std::vector<std::wstring>& Session::unknownSteps() const { return state_->macros.unknown(); }
 const std::vector<std::wstring>& Session::ranSteps() const { return state_->macros.ran(); }
+const std::wstring& Session::pageControl() const { return state_->macros.pageControl(); }
+const std::vector<std::pair<creo::ProSelection, int>>& Session::highlights() const { return state_->highlights; }
 std::vector<std::string> Session::commands() const { return state_->menu.names(); }
 const std::vector<SavedDocument>& Session::savedDocuments() const { return state_->saved; }
 void Session::observe(SessionObserver* observer) { state_->observer = observer; }

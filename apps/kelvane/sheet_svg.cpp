@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_picture.h"
 #include "kelvane/svg.h"

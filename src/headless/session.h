@@ -13,6 +13,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
 #include "creo/ProSelection.h"
+#include "headless/model/saved_document.h"
 
 namespace headless {
 
@@ -34,21 +35,6 @@ struct SessionOptions {
   bool graphics = true;
   int wideCharSize = sizeof(wchar_t);  // what the session says of its own wide characters, in bytes
   bool withholdSaves = false;          // a dry run: saving counts and changes memory, no document is written
-};
-
-// A model document that the session wrote, or in a dry run would have written.
-struct SavedDocument {
-  std::wstring name;  // "BRACKET"
-  creo::ProMdlType type{};
-  int version = 0;
-  std::wstring path;  // of the document
-};
-
-// A model that got another name, with its documents, or in a dry run would have got it.
-struct RenamedDocument {
-  std::wstring before, now;  // "BRACKET"
-  creo::ProMdlType type{};
-  std::wstring pathBefore, path;  // of the newest document; empty for a model that was never saved
 };
 
 // Told as things happen; every function has a body that does nothing.

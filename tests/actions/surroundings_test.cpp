@@ -7,6 +7,7 @@
 #include "creo/ProUtil.h"
 #include "engine/saved_options.h"
 #include "headless/model/models.h"
+#include "headless/model/retrieve.h"
 #include "headless/proui/ui.h"
 #include "headless/session/options.h"
 #include "headless/session/windows.h"
@@ -177,7 +178,7 @@ TEST_F(Surroundings, WhatIsntDisplayedLeavesMemory) {
   world.part(L"OTHER").with(L"COLOR", L"blue");
   world.list("list.xml", task("eraseUndisplayedModels"));
   world.start();
-  world.session().models().retrieve(L"OTHER", creo::ProMdlType::part);
+  headless::retrieveModel(world.session().models(), L"OTHER", creo::ProMdlType::part);
   world.open(L"PAIR", creo::ProMdlType::assembly);
   world.session().failNext("ProMdlEraseNotDisplayed", creo::ProGeneralError);
   world.run("list.xml");
@@ -219,10 +220,10 @@ TEST_F(Surroundings, TheModelUnderWorkStaysInMemory) {
     world.start();
     world.open(row.row, row.type);
     world.openTool();
-    world.session().models().retrieve(L"OTHER", ProMdlType::part);
+    headless::retrieveModel(world.session().models(), L"OTHER", ProMdlType::part);
     if (row.shown != std::wstring(L"LONER"))
-      creo::ProMdlDisplay(world.session().models().retrieve(L"TOP", ProMdlType::assembly).value);
-    if (row.type == ProMdlType::assembly) world.session().models().retrieve(L"LONER", ProMdlType::part);
+      creo::ProMdlDisplay(headless::retrieveModel(world.session().models(), L"TOP", ProMdlType::assembly).value);
+    if (row.type == ProMdlType::assembly) headless::retrieveModel(world.session().models(), L"LONER", ProMdlType::part);
     world.pressStart();  // choosing the list again would fill the table for what is displayed now
     std::vector<std::wstring> left;
     for (const auto& model : world.session().models().list()) left.push_back(model.name);

@@ -30,7 +30,7 @@ std::vector<std::wstring> foldersFor(const State& state, const std::wstring& fol
     return {headless::exportPath(state.models, folder)};
   auto folders = state.configuration.values(L"pro_symbol_dir");
   std::erase(folders, L"");
-  folders.push_back(state.models.workingFolder());
+  folders.push_back(state.models.folders().working());
   return folders;
 }
 

@@ -25,14 +25,14 @@ int ProWcharSizeGet() {
 
 Got<std::wstring> ProDirectoryCurrentGet() {
   return operation("ProDirectoryCurrentGet",
-                   [](State& state) -> Got<std::wstring> { return state.models.workingFolder(); });
+                   [](State& state) -> Got<std::wstring> { return state.models.folders().working(); });
 }
 
 ProError ProDirectoryChange(const std::wstring& path) {
   return operation("ProDirectoryChange", [&](State& state) {
     // The active workspace's models lie in the session's folder of models.
-    const std::wstring folder = state.servers.isPlace(path) ? state.models.home().path() : path;
-    return state.models.changeFolder(folder) ? ProNoError : ProNotFound;
+    const std::wstring folder = state.servers.isPlace(path) ? state.models.folders().home().path() : path;
+    return state.models.folders().change(folder) ? ProNoError : ProNotFound;
   });
 }
 

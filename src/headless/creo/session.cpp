@@ -1,4 +1,5 @@
 #include "headless/session.h"
+#include "headless/model/retrieve.h"
 
 #include <stdexcept>
 
@@ -40,7 +41,7 @@ Session::State::State(SessionOptions given)
              options.modelFolder),
       parameters(models),
       bodies(models),
-      servers(models, models.workingFolder(), options.withholdSaves),
+      servers(models, models.folders().working(), options.withholdSaves),
       ui([this](const std::wstring& text) { showMessage(text); }) {}
 
 void Session::State::showMessage(const std::wstring& text) {
@@ -124,7 +125,7 @@ void Session::unloadPlugin() {
 const std::wstring& Session::startError() const { return state_->startError; }
 
 creo::Got<ProMdl> Session::open(const std::wstring& name, creo::ProMdlType type) {
-  const auto retrieved = state_->models.retrieve(name, type);
+  const auto retrieved = retrieveModel(state_->models, name, type);
   if (!retrieved) return retrieved;
   state_->present(retrieved.value, {ProNotifyType::modelOpened, ProNotifyType::modelDisplayed,
                                     ProNotifyType::windowOccupied, ProNotifyType::windowActivated});

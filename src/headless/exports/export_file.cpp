@@ -1,5 +1,6 @@
 #include "headless/exports/export_file.h"
 
+#include "headless/model/models.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -9,7 +10,7 @@ namespace headless {
 std::wstring exportPath(const Models& models, std::wstring_view path) {
   std::wstring whole = os::withBackslashes(path);
   if (!os::splitDevice(whole).device.empty() || whole.starts_with(L'\\')) return whole;
-  return os::joined(models.workingFolder(), whole);
+  return os::joined(models.folders().working(), whole);
 }
 
 creo::ProError writeExport(const Models& models, std::wstring_view path, std::string_view bytes) {

@@ -5,9 +5,10 @@
 #include <string_view>
 
 #include "creo/ProTypes.h"
-#include "headless/model/models.h"
 
 namespace headless {
+
+class Models;  // model/models.h
 
 // With backslashes; a path that isn't whole is taken from the working folder.
 std::wstring exportPath(const Models& models, std::wstring_view path);

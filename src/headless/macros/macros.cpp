@@ -7,6 +7,7 @@
 #include "headless/macros/relation_steps.h"
 #include "headless/macros/view_steps.h"
 #include "headless/model/family.h"
+#include "headless/model/models.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -107,7 +108,7 @@ struct MacroRun {
   // Its steps come before all that waits.
   void playTrail(const std::wstring& name) const {
     const bool isWhole = !os::splitDevice(name).device.empty() || name.starts_with(L'\\') || name.starts_with(L'/');
-    const std::wstring path = isWhole ? name : os::joined(context.models.workingFolder(), name);
+    const std::wstring path = isWhole ? name : os::joined(context.models.folders().working(), name);
     if (depth == kDeepestTrail)
       return context.models.message(
           text::format(L"trail files open each other %d deep: %s isn't played", kDeepestTrail, path));

@@ -1,6 +1,7 @@
 #include "headless/macros/relation_steps.h"
 
 #include "headless/model/features.h"
+#include "headless/model/models.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -51,7 +52,7 @@ bool exportRelations(const MacroContext& context, DialogState& dialogs) {
   for (const std::string& line : sketch.relations) lines += text::fromUtf8(line) + L'\n';
   const std::wstring& name = dialogs[kPath];
   const bool isWhole = !os::splitDevice(name).device.empty() || name.starts_with(L'\\') || name.starts_with(L'/');
-  const std::wstring path = isWhole ? name : os::joined(context.models.workingFolder(), name);
+  const std::wstring path = isWhole ? name : os::joined(context.models.folders().working(), name);
   if (const auto fault = os::writeText(path, lines, {.mark = true}))
     context.models.message(
         text::format(L"the relations can't be written to %s: %s", path, text::fromUtf8(fault.message())));

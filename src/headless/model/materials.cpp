@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "headless/model/family.h"
+#include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/store/material_file.h"
 #include "os/surroundings.h"
@@ -29,7 +30,7 @@ std::wstring materialPath(const Models& models, std::vector<std::wstring> folder
   for (const std::wstring& folder : folders) {
     const bool isWhole =
         !os::splitDevice(folder).device.empty() || folder.starts_with(L'\\') || folder.starts_with(L'/');
-    const std::wstring start = isWhole ? folder : os::joined(models.workingFolder(), folder);
+    const std::wstring start = isWhole ? folder : os::joined(models.folders().working(), folder);
     for (const std::wstring_view ending : {kMaterialEnding, kPlainMaterialEnding}) {
       std::wstring path = os::joined(start, kind ? name : name + std::wstring(ending));
       if (os::files().exists(path)) return path;

@@ -5,9 +5,11 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // The column of a family table that says which material an instance is made of.
 constexpr std::string_view kMaterialColumn = "PTC_MATERIAL_NAME";

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "headless/model/models.h"
 #include "headless/model/units.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"

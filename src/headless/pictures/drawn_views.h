@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 #include "headless/pictures/picture_sources.h"
 #include "headless/pictures/projection.h"
 #include "headless/pictures/shown_parts.h"

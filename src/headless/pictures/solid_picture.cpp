@@ -1,4 +1,5 @@
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/shown_parts.h"
 #include "text/format.h"

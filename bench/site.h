@@ -10,7 +10,7 @@
 #include <string>
 
 #include "headless/proui/ui.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/package_source.h"
 #include "kelvane/packing.h"
 #include "os/surroundings.h"

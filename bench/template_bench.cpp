@@ -10,7 +10,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "language/variables.h"
 #include "os/surroundings.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/model_folder.h"
 #include "kelvane/run_options.h"
 #include "kelvane/run_place.h"

@@ -11,6 +11,7 @@
 #include "core/state.h"
 #include "creo/ProUITable.h"
 #include "headless/model/models.h"
+#include "headless/model/save.h"
 #include "headless/proui/ui.h"
 #include "headless/store/faults.h"
 #include "kelvane/interrupt.h"
@@ -244,20 +245,20 @@ bool RunWatch::keepHistory(creo::ProMdl model, Document& document) {
   if (present.closed) return true;
   if (!present.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (document.isSaved()) {
-    creo::ProError kept = models.saveReplacing(model);
-    if (kept == creo::ProNotFound) kept = models.save(model);  // it was handed out
+    creo::ProError kept = headless::saveReplacing(models, model);
+    if (kept == creo::ProNotFound) kept = headless::saveModel(models, model);  // it was handed out
     noteWritten(document);
     return kept == creo::ProNoError;
   }
   // A renamed model has changed on disk: without its history the next run would rename it once more.
   const bool isTouched = !document.before.empty();
-  return (options_.save != "all" && !isTouched) || models.save(model) == creo::ProNoError;
+  return (options_.save != "all" && !isTouched) || headless::saveModel(models, model) == creo::ProNoError;
 }
 
 ModelChanges RunWatch::changesOf(const Document& document) const {
   const auto before = os::files().read(versionBefore(document.stem, document.firstVersion));
   if (!before) return {document.label, Presence::onlyAfter, {}};
-  return compared(document.label, before.value, session_.models().written(document.path).value);
+  return compared(document.label, before.value, session_.models().folders().read(document.path).value);
 }
 
 void RunWatch::compareSaved() {
@@ -298,7 +299,7 @@ void RunWatch::tellUnknownSteps() {
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
   const auto before =
-      session_.models().written(document.folder + headless::documentFileName(document, document.version));
+      session_.models().folders().read(document.folder + headless::documentFileName(document, document.version));
   return !before || compared({}, before.value, session_.models().documentText(model).value).any();
 }
 

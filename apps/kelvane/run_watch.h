@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/events.h"
 #include "kelvane/log_teller.h"

@@ -4,7 +4,6 @@
 
 #include "core/state.h"
 #include "headless/model/one_version.h"
-#include "headless/session/state.h"
 #include "kelvane/exit_codes.h"
 #include "kelvane/fault.h"
 #include "kelvane/interrupt.h"
@@ -78,7 +77,7 @@ class RunWork {
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
     for (const auto& vault : place_.vaults) {
-      const std::wstring reason = session.state().servers.connect(vault);
+      const std::wstring reason = session.servers().connect(vault);
       if (!reason.empty()) throw Fault(text::toUtf8(reason));
     }
     const Answerer answerer(session, place_.answers, console_);
@@ -196,7 +195,7 @@ class RunWork {
   void showResults(headless::Session& session, const RunWatch& watch) {
     if (options_.dryRun) {
       watch.showChanges();
-      for (const std::wstring& line : session.state().servers.withheld()) {
+      for (const std::wstring& line : session.servers().withheld()) {
         console_.result("would " + text::toUtf8(line));
       }
       for (const std::wstring& line : files_.dry->withheld()) {

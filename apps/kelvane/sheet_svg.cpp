@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_picture.h"
-#include "headless/session/state.h"
 #include "kelvane/svg.h"
 #include "text/encoding.h"
 
@@ -58,9 +58,9 @@ std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet
   if (sheet < 0 || sheet > count) return {};
   const int first = sheet == 0 ? 1 : sheet, last = sheet == 0 ? count : sheet;
   std::vector<headless::SheetPicture> sheets;
-  headless::ShownModels shown(session.state());
+  headless::ShownModels shown(session.pictureSources());
   for (int number = first; number <= last; ++number)
-    sheets.push_back(headless::sheetPicture(session.state(), shown, *model, number));
+    sheets.push_back(headless::sheetPicture(session.pictureSources(), shown, *model, number));
   const bool isMm = sheets.front().isInMm;
   const double unit = isMm ? 1 : 1 / kMmAnInch, gap = kGap * unit;
   double width = 0, height = gap;

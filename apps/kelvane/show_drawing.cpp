@@ -5,6 +5,8 @@
 #include "actions/table_file.h"
 #include "creo/ProDwgtable.h"
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
+#include "headless/session.h"
 #include "headless/store/enum_texts.h"
 #include "text/encoding.h"
 #include "text/format.h"

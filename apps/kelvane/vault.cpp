@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "headless/session/state.h"
+#include "headless/model/models.h"
 #include "kelvane/columns.h"
 #include "kelvane/fault.h"
 #include "kelvane/model_folder.h"
@@ -75,7 +75,7 @@ class VaultVerb : public Verb {
     headless::SessionOptions options;
     options.modelFolder = mountModels(models_);
     headless::Session session(options);
-    const std::wstring reason = session.state().servers.connect(connection(folder_, workspace_, user_, models_));
+    const std::wstring reason = session.servers().connect(connection(folder_, workspace_, user_, models_));
     if (!reason.empty()) throw Fault(text::toUtf8(reason));
     for (const std::string& wanted : get_) {
       const ObjectName name = objectName(wanted);
@@ -86,7 +86,7 @@ class VaultVerb : public Verb {
     for (const auto& model : session.models().list()) {
       if (!model.instanceOf.empty()) continue;
       std::wstring hindered;
-      session.state().servers.refresh({model.name, model.type}, hindered);
+      session.servers().refresh({model.name, model.type}, hindered);
       if (!hindered.empty()) session.showMessage(hindered);
       if (hindered.empty()) console.result(label(model.name, model.type));
     }

@@ -151,7 +151,7 @@ std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string&
   if (!isSaved && !wasUnsaved && document && !document->isContentModified()) return {};  // nobody touched it
   // A model that the list took out of memory again has what was saved of it.
   std::string now = document  ? models.documentText(there.value).value
-                    : isSaved ? models.written(saved->second.path).value
+                    : isSaved ? models.folders().read(saved->second.path).value
                               : std::string();
   if (wasUnsaved) return {unsaved->second, std::move(now)};
   std::wstring path;
@@ -159,7 +159,7 @@ std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string&
     path = versionBefore(saved->second.stem, saved->second.firstVersion);
   else if (document)
     path = document->folder + headless::documentFileName(*document, document->version);
-  return {models.written(path).value, std::move(now)};
+  return {models.folders().read(path).value, std::move(now)};
 }
 
 void FiringWatch::takeRows() {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/log.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/changes.h"
 #include "kelvane/console.h"
 #include "kelvane/events.h"

@@ -5,8 +5,9 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
 #include "documents/parsed.h"
+#include "headless/model/models.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
+#include "headless/vault/servers.h"
 #include "language/user_variables.h"
 #include "language/variables.h"
 
@@ -37,7 +38,7 @@ class VaultLists : public test::ActionTest {
   }
   void begin(const std::wstring& name = L"BRACKET") {
     ASSERT_EQ(0, world.start());
-    ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+    ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
     world.open(name, ProMdlType::part);
   }
   std::wstring told(const std::string& list) {
@@ -112,7 +113,7 @@ TEST_F(VaultLists, WithoutAServerOrAWorkspaceTheActionsAreSilent) {
   const std::wstring titles = L"checkinModel|checkoutModel|Clear workspace|Add file to workspace";
   EXPECT_EQ(titles, told("all.xml"));
   EXPECT_EQ(1, world.version("BRACKET.prt"));
-  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+  ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
   for (int i = 0; i < 4; ++i) world.session().failNext("ProServerWorkspaceGet", ProGeneralError);
   world.pressStart();
   EXPECT_EQ(titles, told());
@@ -340,7 +341,7 @@ TEST_F(VaultLists, AHeldLockAndADiskThatFailsLoseNothing) {
 TEST_F(VaultLists, TwoServersAndOneIsActive) {
   begin();
   EXPECT_TRUE(Vault::create(L"c:\\archive", "archive"));
-  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\archive", L"old", L"ann", 0}));
+  ASSERT_EQ(L"", world.session().servers().connect({L"c:\\archive", L"old", L"ann", 0}));
   EXPECT_EQ(L"plm", ProServerActiveGet().value);
   told("in.xml");
   EXPECT_EQ(ProNotFound, ProServerActivate(L"nowhere"));

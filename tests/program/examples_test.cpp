@@ -8,7 +8,7 @@
 #include "actions/dispatch.h"
 #include "actions/environment/question.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
+#include "headless/vault/servers.h"
 #include "headless/vault/vault.h"
 #include "kelvane/attribute_check.h"
 #include "language/user_variables.h"
@@ -183,7 +183,7 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     prepare(world, noted);
     WatchedDoors doors(world);
     ASSERT_EQ(0, world.start());
-    if (noted.hasServer) ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+    if (noted.hasServer) ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
     answerQuestions(world);
     language::userVariables().set(L"ROUNDS", L"2");
     ASSERT_TRUE(world.open(kind.name, kind.type));

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "headless/geometry/foreign_place.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "os/files_wrapper.h"
 #include "os/lock.h"
 #include "os/surroundings.h"

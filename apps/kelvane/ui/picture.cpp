@@ -1,7 +1,9 @@
 #include "kelvane/ui/picture.h"
 
+#include "headless/model/models.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
+#include "headless/session/menu.h"
+#include "headless/session/windows.h"
 #include "kelvane/model_folder.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -121,7 +123,7 @@ json dialogsOf(Session& session, const Revisions& revisions) {
 
 json windowsOf(Session& session) {
   json windows = json::array();
-  const headless::Windows& all = session.state().windows;
+  const headless::Windows& all = session.windows();
   for (const int number : all.all()) {
     const headless::Model* model = session.models().find(all.model(number));
     windows.push_back({{"number", number},
@@ -133,8 +135,8 @@ json windowsOf(Session& session) {
 
 json menuOf(Session& session) {
   json entries = json::array();
-  for (const headless::MenuButton& button : session.state().menu.buttons()) {
-    const headless::Command* command = session.state().menu.command(button.command);
+  for (const headless::MenuButton& button : session.menu().buttons()) {
+    const headless::Command* command = session.menu().command(button.command);
     entries.push_back({{"menu", text::toUtf8(button.menuLabel)},
                        {"command", button.command},
                        {"text", text::toUtf8(button.label)},

@@ -3,7 +3,7 @@
 
 #include "actions/action_fixture.h"
 #include "creo/ProDrawing.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
 

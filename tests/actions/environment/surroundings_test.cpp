@@ -6,7 +6,11 @@
 #include "actions/action_fixture.h"
 #include "actions/saved_options.h"
 #include "creo/ProUtil.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
+#include "headless/model/retrieve.h"
+#include "headless/proui/ui.h"
+#include "headless/session/options.h"
+#include "headless/session/windows.h"
 #include "os/doors.h"
 #include "support/drawings.h"
 #include "text/encoding.h"
@@ -48,7 +52,7 @@ TEST_F(Surroundings, OptionsAreSavedSetAndPutBack) {
                              task("setConfigOption", "safename='S'") +
                              task("saveConfigOptions", "", options({{"x", ""}})));
   world.start();
-  world.session().state().configuration.read(L"search_path d:\\a\nSEARCH_PATH d:\\b\n");
+  world.session().configuration().read(L"search_path d:\\a\nSEARCH_PATH d:\\b\n");
   world.open(L"BRACKET", creo::ProMdlType::part);
   world.run("list.xml");
   EXPECT_EQ(L"d:\\a,d:\\b,d:/%COLOR%", option(L"search_path"));
@@ -174,7 +178,7 @@ TEST_F(Surroundings, WhatIsntDisplayedLeavesMemory) {
   world.part(L"OTHER").with(L"COLOR", L"blue");
   world.list("list.xml", task("eraseUndisplayedModels"));
   world.start();
-  world.session().models().retrieve(L"OTHER", creo::ProMdlType::part);
+  headless::retrieveModel(world.session().models(), L"OTHER", creo::ProMdlType::part);
   world.open(L"PAIR", creo::ProMdlType::assembly);
   world.session().failNext("ProMdlEraseNotDisplayed", creo::ProGeneralError);
   world.run("list.xml");
@@ -216,10 +220,10 @@ TEST_F(Surroundings, TheModelUnderWorkStaysInMemory) {
     world.start();
     world.open(row.row, row.type);
     world.openTool();
-    world.session().models().retrieve(L"OTHER", ProMdlType::part);
+    headless::retrieveModel(world.session().models(), L"OTHER", ProMdlType::part);
     if (row.shown != std::wstring(L"LONER"))
-      creo::ProMdlDisplay(world.session().models().retrieve(L"TOP", ProMdlType::assembly).value);
-    if (row.type == ProMdlType::assembly) world.session().models().retrieve(L"LONER", ProMdlType::part);
+      creo::ProMdlDisplay(headless::retrieveModel(world.session().models(), L"TOP", ProMdlType::assembly).value);
+    if (row.type == ProMdlType::assembly) headless::retrieveModel(world.session().models(), L"LONER", ProMdlType::part);
     world.pressStart();  // choosing the list again would fill the table for what is displayed now
     std::vector<std::wstring> left;
     for (const auto& model : world.session().models().list()) left.push_back(model.name);
@@ -227,7 +231,7 @@ TEST_F(Surroundings, TheModelUnderWorkStaysInMemory) {
     const std::string name = text::toUtf8(text::lower(row.row));
     EXPECT_EQ(row.inMemory, text::join(left, L" ")) << name;
     EXPECT_EQ(L"DONE=1", world.savedParameters(name + (row.type == ProMdlType::part ? ".prt" : ".asm"))) << row.tasks;
-    EXPECT_EQ(1U, world.session().state().windows.all().size());
+    EXPECT_EQ(1U, world.session().windows().all().size());
     const std::wstring reported = test::told(world.log());
     const std::wstring line = L"E:Undisplayed models aren't erased: ";
     EXPECT_EQ(row.refused.empty(), reported.find(L"E:") == reported.npos) << text::toUtf8(reported);

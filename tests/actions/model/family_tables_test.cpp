@@ -3,7 +3,8 @@
 #include <set>
 
 #include "actions/action_fixture.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
+#include "headless/vault/servers.h"
 #include "headless/vault/vault.h"
 #include "text/encoding.h"
 
@@ -293,7 +294,7 @@ TEST_F(FamilyTables, BreakUpWithAServerKeepsLooksAndSavesTheGeneric) {
   world.list("list.xml", breakUp);
   ASSERT_TRUE(headless::Vault::create(L"c:\\plm", "plm"));
   ASSERT_EQ(0, world.start());
-  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+  ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
   world.open(L"BOLT", creo::ProMdlType::part);
   world.run("list.xml");
   EXPECT_EQ("bolt.prt.1 bolt.prt.2 m4.prt.1 m5.prt.1", files());
@@ -309,7 +310,7 @@ TEST_F(FamilyTables, BreakUpWithAServerPutsBackWhatCannotBeSaved) {
   world.list("list.xml", breakUp + save);
   ASSERT_TRUE(headless::Vault::create(L"c:\\plm", "plm"));
   ASSERT_EQ(0, world.start());
-  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+  ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
   world.open(L"BOLT", creo::ProMdlType::part);
   world.openTool();
   world.choose("list.xml");

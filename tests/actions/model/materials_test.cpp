@@ -1,7 +1,8 @@
 // Materials that come from files, replace one another and go.
 #include "actions/action_fixture.h"
 #include "creo/ProUtil.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
+#include "headless/session/options.h"
 #include "headless/store/document.h"
 #include "text/encoding.h"
 
@@ -86,7 +87,7 @@ class Materials : public ActionTest {
   static void runWith(World& own, const std::string& tasks, const std::wstring& name, const char* failing = nullptr) {
     own.list("list.xml", tasks + task("saveModel"));
     own.start();
-    own.session().state().configuration.read(L"pro_material_dir d:\\none\npro_material_dir d:\\mat\\\n");
+    own.session().configuration().read(L"pro_material_dir d:\\none\npro_material_dir d:\\mat\\\n");
     own.open(name, creo::ProMdlType::part);
     own.openTool();
     own.choose("list.xml");

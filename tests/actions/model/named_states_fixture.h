@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "actions/action_fixture.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
 
 namespace test {
 
@@ -62,7 +62,7 @@ class NamedStates : public ActionTest {
   World& here() { return *here_; }
 
   headless::ModelDocument& loaded(const std::wstring& name, creo::ProMdlType type) {
-    auto& models = here().session().state().models;
+    auto& models = here().session().models();
     return *models.find(models.inMemory(name, type).value)->document;
   }
   headless::ModelDocument& drive() { return loaded(L"DRIVE", creo::ProMdlType::assembly); }

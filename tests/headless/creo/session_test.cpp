@@ -7,7 +7,9 @@
 #include "creo/ProWindow.h"
 #include "creo/pfcSession.h"
 #include "headless/macros/macros.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
+#include "headless/proui/ui.h"
+#include "headless/session/options.h"
 #include "headless/session_fixture.h"
 
 namespace headless {
@@ -226,7 +228,7 @@ TEST_F(SessionOfModels, KnownStepsActAndOthersAreReportedOnce) {
   EXPECT_EQ("94:D/2 ", heardSoFar());
   ProMacroLoad(L"~ Activate `main_dlg_cur` `page_Table_control_btn` 1;~ Trail;~ Command `ProCmdOther`;~ Trail");
   session().settle();
-  EXPECT_EQ(L"page_Table", session().state().macros.pageControl());
+  EXPECT_EQ(L"page_Table", session().pageControl());
   EXPECT_EQ((std::vector<std::wstring>{L"~ Trail", L"~ Command `ProCmdOther`"}), session().unknownSteps());
   EXPECT_EQ("unknown macro step: ~ Trail\nunknown macro step: ~ Command `ProCmdOther`\n", messages());
   EXPECT_EQ(8u, session().ranSteps().size());
@@ -313,7 +315,7 @@ TEST_F(SessionOfModels, MessageFilesAndSettings) {
   EXPECT_EQ(ProNotFound, ProMessageDisplay(L"none.txt", "KVD Two", L""));
   EXPECT_EQ(ProNotFound, ProInputFileRead({}, L"d:\\none.pro", ProInputFileType::configuration));
   EXPECT_EQ(ProNoError, ProInputFileRead({}, L"d:\\config.pro", ProInputFileType::configuration));
-  const ConfigOptions& settings = session().state().configuration;
+  const ConfigOptions& settings = session().configuration();
   EXPECT_EQ((std::vector<std::wstring>{L"d:\\a", L"d:\\b c"}), settings.values(L"Search_Path"));
   EXPECT_EQ(std::vector<std::wstring>{L""}, settings.values(L"bare"));
   EXPECT_EQ(L"d:\\text\\", ProToolkitApplTextPathGet().value);

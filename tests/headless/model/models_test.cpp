@@ -11,6 +11,7 @@
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "headless/model/one_version.h"
+#include "headless/model/save.h"
 #include "headless/session_fixture.h"
 #include "headless/store/compare.h"
 
@@ -218,10 +219,10 @@ TEST_F(ModelsInMemory, WhatCantBeWrittenBelowFailsTheSaveAndKeepsTheRest) {
 TEST_F(ModelsInMemory, SavingOnceMoreReplacesOnlyTheSessionsOwnVersion) {
   model("a.prt.1", kMass);
   const ProMdl part = retrieve(L"A");
-  EXPECT_EQ(ProNotFound, session().models().saveReplacing(part));
+  EXPECT_EQ(ProNotFound, headless::saveReplacing(session().models(), part));
   ProMdlSave(part);
   set(part, L"MASS", real(9));
-  EXPECT_EQ(ProNoError, session().models().saveReplacing(part));
+  EXPECT_EQ(ProNoError, headless::saveReplacing(session().models(), part));
   EXPECT_EQ("a.prt.1 a.prt.2", files());
   EXPECT_NE(std::string::npos, read("models/a.prt.2").find("9.0"));
   EXPECT_EQ(1u, session().savedDocuments().size());
@@ -248,7 +249,7 @@ TEST_F(ModelsInMemory, OneVersionIsLeftUnlessItWasHandedOut) {
   std::filesystem::create_directories(folder_ + "/models/backup");
   ASSERT_TRUE(ProMdlnameBackup(part, L"d:\\models\\backup"));
   set(part, L"MASS", real(5));
-  EXPECT_EQ(ProNotFound, session().models().saveReplacing(part));
+  EXPECT_EQ(ProNotFound, headless::saveReplacing(session().models(), part));
   EXPECT_EQ(ProNoError, ProMdlSave(part));
   EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3 a.prt.4 backup", files());
   EXPECT_EQ(5u, session().savedDocuments().size());
@@ -277,7 +278,7 @@ TEST_F(ModelsInMemory, WhatAnotherProgramWroteMeanwhileIsNeverReplaced) {
   foreign("a.prt.6", true);
   EXPECT_EQ(ProNoError, ProMdlSave(part));
   foreign("a.prt.8", false);
-  EXPECT_EQ(ProNoError, session().models().saveReplacing(part));
+  EXPECT_EQ(ProNoError, headless::saveReplacing(session().models(), part));
   EXPECT_EQ(9, ProMdlDataGet(part).value.version);
   EXPECT_EQ("a.prt.1 a.prt.4 a.prt.5 a.prt.6 a.prt.7 a.prt.8 a.prt.9 b.prt.1", files());
   for (const char* file : {"models/a.prt.4", "models/a.prt.6", "models/a.prt.8"})

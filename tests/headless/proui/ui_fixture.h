@@ -7,7 +7,7 @@
 
 #include "creo/ProUI.h"
 #include "headless/proui/ui.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "os/surroundings.h"
 #include "support/folders.h"
 #include "support/world.h"

@@ -2,7 +2,7 @@
 #include <cwchar>
 
 #include "creo/entry.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 
 namespace headless {
 

@@ -1,7 +1,8 @@
 // What a person does beside opening a model: the operations of creo/ on the current model.
 #include "creo/ProSolid.h"
 #include "creo/ProWindow.h"
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
+#include "headless/model/create.h"
 
 namespace headless {
 
@@ -10,7 +11,7 @@ using creo::ProMdl;
 using creo::ProNotifyType;
 
 creo::Got<ProMdl> Session::create(const std::wstring& name, creo::ProMdlType type) {
-  const auto created = state_->models.createModel(name, type);
+  const auto created = createModel(state_->models, name, type);
   if (!created) return created;
   state_->present(created.value, {ProNotifyType::modelCreated, ProNotifyType::modelDisplayed,
                                   ProNotifyType::windowOccupied, ProNotifyType::windowActivated});

@@ -1,8 +1,8 @@
 // Creo's message dialog.
 #pragma once
 
+#include "headless/creo/state.h"
 #include "headless/proui/ui_state.h"
-#include "headless/session/state.h"
 
 namespace headless {
 

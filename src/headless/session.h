@@ -7,16 +7,24 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
 #include "creo/ProSelection.h"
+#include "headless/model/saved_document.h"
 
 namespace headless {
 
-class Models;  // model/models.h: the models in memory
-class Ui;      // proui/ui.h: dialogs and their components
+// The parts that programs and tests look at; who uses one includes its header.
+class Models;           // model/models.h: the models in memory
+class Ui;               // proui/ui.h: dialogs and their components
+class Servers;          // vault/servers.h: the PDM servers
+class Windows;          // session/windows.h: what is shown, and which window is current
+class Menu;             // session/menu.h: the menu bar and its commands
+class ConfigOptions;    // session/options.h: Creo's configuration
+struct PictureSources;  // pictures/picture_sources.h: what sheets and solids are drawn from
 
 struct SessionOptions {
   std::wstring modelFolder;          // where models are looked for and saved; the working folder at the start
@@ -27,21 +35,6 @@ struct SessionOptions {
   bool graphics = true;
   int wideCharSize = sizeof(wchar_t);  // what the session says of its own wide characters, in bytes
   bool withholdSaves = false;          // a dry run: saving counts and changes memory, no document is written
-};
-
-// A model document that the session wrote, or in a dry run would have written.
-struct SavedDocument {
-  std::wstring name;  // "BRACKET"
-  creo::ProMdlType type{};
-  int version = 0;
-  std::wstring path;  // of the document
-};
-
-// A model that got another name, with its documents, or in a dry run would have got it.
-struct RenamedDocument {
-  std::wstring before, now;  // "BRACKET"
-  creo::ProMdlType type{};
-  std::wstring pathBefore, path;  // of the newest document; empty for a model that was never saved
 };
 
 // Told as things happen; every function has a body that does nothing.
@@ -100,17 +93,30 @@ class Session {
   // As a person selects, in place of what was selected; nothing clears the selection.
   void select(std::vector<creo::ProSelection> selections);
 
+  // What happened to a model is told now, as inside an operation: to handlers and listeners.
+  void raise(creo::ProNotifyType type, creo::ProMdl model);
+
   Models& models();
   Ui& ui();
+  Servers& servers();
+  [[nodiscard]] const Windows& windows() const;
+  Menu& menu();
+  ConfigOptions& configuration();
+  PictureSources pictureSources();
   [[nodiscard]] const SessionOptions& options() const;
 
   // The lines of the message area since the start.
   [[nodiscard]] const std::vector<std::wstring>& messages() const;
   void showMessage(const std::wstring& text);
+  void clearMessages();
   // Macro steps that the session doesn't know, each once, in order.
   [[nodiscard]] const std::vector<std::wstring>& unknownSteps() const;
   // All steps that ran, in order.
   [[nodiscard]] const std::vector<std::wstring>& ranSteps() const;
+  // The tab that a drawing's control bar shows: "page_Layout" at the start.
+  [[nodiscard]] const std::wstring& pageControl() const;
+  // What is highlighted, with its colours, until a window is repainted.
+  [[nodiscard]] const std::vector<std::pair<creo::ProSelection, int>>& highlights() const;
   // Names of the commands in the menu.
   [[nodiscard]] std::vector<std::string> commands() const;
   [[nodiscard]] const std::vector<SavedDocument>& savedDocuments() const;

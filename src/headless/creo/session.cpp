@@ -1,8 +1,9 @@
-#include "headless/session/session.h"
+#include "headless/session.h"
+#include "headless/model/retrieve.h"
 
 #include <stdexcept>
 
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -40,11 +41,16 @@ Session::State::State(SessionOptions given)
              options.modelFolder),
       parameters(models),
       bodies(models),
-      servers(models, models.workingFolder(), options.withholdSaves) {}
+      servers(models, models.folders().working(), options.withholdSaves),
+      ui([this](const std::wstring& text) { showMessage(text); }) {}
 
 void Session::State::showMessage(const std::wstring& text) {
   messages.push_back(text);
   if (observer) observer->message(text);
+}
+
+MacroContext Session::State::macroContext() {
+  return {models, windows, selections, [this](const creo::ProNotification& one) { notify(one); }};
 }
 
 void Session::State::notify(const creo::ProNotification& notification) {
@@ -119,7 +125,7 @@ void Session::unloadPlugin() {
 const std::wstring& Session::startError() const { return state_->startError; }
 
 creo::Got<ProMdl> Session::open(const std::wstring& name, creo::ProMdlType type) {
-  const auto retrieved = state_->models.retrieve(name, type);
+  const auto retrieved = retrieveModel(state_->models, name, type);
   if (!retrieved) return retrieved;
   state_->present(retrieved.value, {ProNotifyType::modelOpened, ProNotifyType::modelDisplayed,
                                     ProNotifyType::windowOccupied, ProNotifyType::windowActivated});
@@ -163,7 +169,7 @@ void Session::settle() {
       state_->notify(told);
     } else if (state_->macros.waiting()) {
       ++worked;
-      state_->macros.runStep(*this);
+      state_->macros.runStep(state_->macroContext());
     } else {
       for (const std::wstring& fault : state_->events.callRepeated()) showMessage(fault);
       return;
@@ -171,16 +177,25 @@ void Session::settle() {
   }
 }
 
+void Session::raise(ProNotifyType type, ProMdl model) { state_->raise(type, model); }
 void Session::setOption(const std::wstring& name, const std::wstring& value) { state_->configuration.set(name, value); }
 void Session::select(std::vector<creo::ProSelection> selections) { state_->selections = std::move(selections); }
 
 Models& Session::models() { return state_->models; }
 Ui& Session::ui() { return state_->ui; }
+Servers& Session::servers() { return state_->servers; }
+const Windows& Session::windows() const { return state_->windows; }
+Menu& Session::menu() { return state_->menu; }
+ConfigOptions& Session::configuration() { return state_->configuration; }
+PictureSources Session::pictureSources() { return state_->pictureSources(); }
 const SessionOptions& Session::options() const { return state_->options; }
 const std::vector<std::wstring>& Session::messages() const { return state_->messages; }
 void Session::showMessage(const std::wstring& text) { state_->showMessage(text); }
+void Session::clearMessages() { state_->messages.clear(); }
 const std::vector<std::wstring>& Session::unknownSteps() const { return state_->macros.unknown(); }
 const std::vector<std::wstring>& Session::ranSteps() const { return state_->macros.ran(); }
+const std::wstring& Session::pageControl() const { return state_->macros.pageControl(); }
+const std::vector<std::pair<creo::ProSelection, int>>& Session::highlights() const { return state_->highlights; }
 std::vector<std::string> Session::commands() const { return state_->menu.names(); }
 const std::vector<SavedDocument>& Session::savedDocuments() const { return state_->saved; }
 void Session::observe(SessionObserver* observer) { state_->observer = observer; }

@@ -10,13 +10,14 @@
 #include "headless/model/bodies.h"
 #include "headless/model/models.h"
 #include "headless/model/parameters.h"
+#include "headless/pictures/picture_sources.h"
 #include "headless/proui/ui.h"
+#include "headless/session.h"
 #include "headless/session/calls.h"
 #include "headless/session/events.h"
 #include "headless/session/menu.h"
 #include "headless/session/message_files.h"
 #include "headless/session/options.h"
-#include "headless/session/session.h"
 #include "headless/session/windows.h"
 #include "headless/vault/servers.h"
 
@@ -49,6 +50,9 @@ struct Session::State {
   std::wstring startError;
 
   void showMessage(const std::wstring& text);
+  // What the waiting macro steps work on.
+  MacroContext macroContext();
+  PictureSources pictureSources() { return {models, parameters, bodies}; }
   // Tells handler and listeners now; an exception that leaves one becomes a line of the message area.
   void notify(const creo::ProNotification& notification);
   // Tells of a model what happens to it now, inside an operation; window: the one that it is about, or 0.

@@ -53,6 +53,7 @@ set_target_properties(kelvane-import PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE
 kvd_layer(creo_headless
   FOLDERS headless/session headless/model headless/store headless/macros headless/proui headless/vault headless/exports
           headless/pictures headless/creo
+  HEADERS headless/session.h
   LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG
   PkgConfig::TIFF ${HPDF})
 

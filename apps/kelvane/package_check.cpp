@@ -255,6 +255,13 @@ class Document {
     add(item, predicateFaults(item));
   }
 
+  // What an action's row doesn't say: rules between several of its attributes, or about its child elements.
+  struct FurtherCheck {
+    std::wstring_view key;
+    void (Document::*check)(const XmlNode& task);
+  };
+  static const FurtherCheck kFurtherChecks[5];
+
   void checkAction(const XmlNode& task, const std::string& type, const actions::Action& action) {
     if (!checkRow(task, type, action)) return;
     checkTexts(task);
@@ -265,12 +272,13 @@ class Document {
     addUses(task, usesOfAction(task, action));
     checkUnits(task);
     checkValues(task);
-    // What is saved stays for the run, and a later model sets all of it again.
-    if (type == "saveConfigOptions" && section_ == "body") addUses(task, {{"options", kSavesEachTime}});
-    if (type == "groupActions") checkGroup(task);
-    if (type == "reportUniversal") checkReportFilter(task);
-    if (type == "editSimpRep") checkComponentFilters(task);
-    if (type == "setUserVariable") checkQuestion(task);
+    for (const FurtherCheck& further : kFurtherChecks)
+      if (further.key == action.key) (this->*further.check)(task);
+  }
+
+  // What is saved stays for the run, and a later model sets all of it again.
+  void checkSavedOptions(const XmlNode& task) {
+    if (section_ == "body") addUses(task, {{"options", kSavesEachTime}});
   }
 
   // Of a list of new parameters.
@@ -500,6 +508,12 @@ class Document {
   XmlScan scan_;
   core::XmlLoaded loaded_;
   ListNames names_;
+};
+
+const Document::FurtherCheck Document::kFurtherChecks[5] = {
+    {L"saveConfigOptions", &Document::checkSavedOptions}, {L"groupActions", &Document::checkGroup},
+    {L"reportUniversal", &Document::checkReportFilter},   {L"editSimpRep", &Document::checkComponentFilters},
+    {L"setUserVariable", &Document::checkQuestion},
 };
 
 // The members that can't be unpacked, each of them a finding.

@@ -10,6 +10,7 @@
 #include "documents/filter.h"
 #include "kelvane/attribute_check.h"
 #include "kelvane/filter_explanation.h"
+#include "kelvane/task_children.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -39,11 +40,14 @@ class Judge {
       verdict.reason = outer;
     }
     verdicts.push_back(verdict);
-    if (verdict.type == "groupActions")
-      group(node, place, outer.empty() && !verdicts[at].runs ? "its group doesn't run" : outer);
+    if (holdsTasks(verdict)) group(node, place, outer.empty() && !verdicts[at].runs ? "its group doesn't run" : outer);
   }
 
  private:
+  static bool holdsTasks(const TaskVerdict& verdict) {
+    const TaskChildren* children = childrenOf(text::fromUtf8(verdict.type));
+    return children && children->what == TaskChildren::What::tasks;
+  }
   void group(const XmlNode& node, const std::string& place, std::string outer) {
     const std::wstring_view mode = valueOf(node, L"reworkMode");
     if (outer.empty() && !actions::groupKeepsModel(mode)) outer = "its group runs it on other models";
@@ -80,7 +84,7 @@ class Judge {
     if (verdict.runs)
       for (AttributeFault& fault : attributeFaults(node, *row))
         if (fault.rule == "pattern-broken") verdict.details.push_back(std::move(fault.text));
-    if (verdict.runs && verdict.type == "groupActions" && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
+    if (verdict.runs && holdsTasks(verdict) && !actions::isGroupMode(valueOf(node, L"reworkMode"))) {
       verdict.runs = false;
       verdict.reason = "there is no such rework mode";
     }

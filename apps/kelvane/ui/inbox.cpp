@@ -9,8 +9,8 @@ constexpr std::size_t kMostWaiting = 100;  // actions, and reads
 
 std::uint64_t Inbox::put(nlohmann::json what) {
   const std::lock_guard lock(mutex_);
-  if (closed_ || deeds_.size() >= kMostWaiting) return 0;
-  deeds_.push_back({++last_, std::move(what), Clock::now()});
+  if (closed_ || actions_.size() >= kMostWaiting) return 0;
+  actions_.push_back({++last_, std::move(what), Clock::now()});
   arrived_.notify_one();
   return last_;
 }
@@ -41,12 +41,12 @@ std::optional<Action> Inbox::take(milliseconds patience) {
   for (;;) {
     answerAll();
     std::unique_lock lock(mutex_);
-    if (!deeds_.empty()) {
-      Action action = std::move(deeds_.front());
-      deeds_.pop_front();
+    if (!actions_.empty()) {
+      Action action = std::move(actions_.front());
+      actions_.pop_front();
       return action;
     }
-    if (closed_ || !arrived_.wait_until(lock, end, [&] { return closed_ || !deeds_.empty() || !waiting_.empty(); }))
+    if (closed_ || !arrived_.wait_until(lock, end, [&] { return closed_ || !actions_.empty() || !waiting_.empty(); }))
       return std::nullopt;
   }
 }

@@ -52,7 +52,7 @@ class Inbox {
 
   std::mutex mutex_;
   std::condition_variable arrived_, answered_;
-  std::deque<Action> deeds_;
+  std::deque<Action> actions_;
   std::deque<std::shared_ptr<Read>> waiting_;
   std::atomic<int> reads_ = 0;
   std::uint64_t last_ = 0;

@@ -96,7 +96,7 @@ struct Row {
   ProError (*carryOut)(Session&, const json&);  // null: only a question takes it
 };
 constexpr unsigned kPart = kDialog | kComponent;
-constexpr Row kRowsOfDeeds[] = {
+constexpr Row kActions[] = {
     {"press", kPart, press},
     {"check", kPart | kOn, check},
     {"choose", kPart | kName, choose},
@@ -120,8 +120,8 @@ constexpr Row kRowsOfDeeds[] = {
 const Row* rowOf(const json& action) {
   const std::string name = textOf(action, "do");
   const auto* row =
-      std::find_if(std::begin(kRowsOfDeeds), std::end(kRowsOfDeeds), [&](const Row& row) { return name == row.name; });
-  return row == std::end(kRowsOfDeeds) ? nullptr : row;
+      std::find_if(std::begin(kActions), std::end(kActions), [&](const Row& row) { return name == row.name; });
+  return row == std::end(kActions) ? nullptr : row;
 }
 
 std::string reason(ProError error) {

@@ -120,7 +120,7 @@ constexpr Row kActions[] = {
 const Row* rowOf(const json& action) {
   const std::string name = textOf(action, "do");
   const auto* row =
-      std::find_if(std::begin(kActions), std::end(kActions), [&](const Row& row) { return name == row.name; });
+      std::find_if(std::begin(kActions), std::end(kActions), [&](const Row& entry) { return name == entry.name; });
   return row == std::end(kActions) ? nullptr : row;
 }
 

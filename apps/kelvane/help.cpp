@@ -1,6 +1,7 @@
 // kelvane help: what a word of a list, of a filter, of a finding or of the command line means. The verbs' own help is
 // the program's.
 #include "actions/dispatch.h"
+#include "documents/predicate_table.h"
 #include "kelvane/fault.h"
 #include "kelvane/finding.h"
 #include "kelvane/nearest.h"

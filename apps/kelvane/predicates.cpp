@@ -1,4 +1,5 @@
 // kelvane predicates: what the items of filters can ask.
+#include "documents/predicate_table.h"
 #include "kelvane/vocabulary_verb.h"
 #include "kelvane/vocabulary_words.h"
 

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "actions/dispatch.h"
+#include "documents/predicate_table.h"
 #include "kelvane/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"

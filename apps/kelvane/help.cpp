@@ -1,12 +1,12 @@
 // kelvane help: what a word of a list, of a filter, of a finding or of the command line means. The verbs' own help is
 // the program's.
 #include "actions/dispatch.h"
-#include "kelvane/fault.h"
-#include "kelvane/finding.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/check/finding.h"
 #include "kelvane/verb_table.h"
-#include "kelvane/vocabulary_verb.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/vocabulary/verb.h"
+#include "kelvane/vocabulary/words.h"
 
 namespace kelvane {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/verb.h"
+#include "kelvane/base/verb.h"
 
 namespace kelvane {
 

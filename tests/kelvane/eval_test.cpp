@@ -1,5 +1,5 @@
 // Looking closely: what a text or a filter gives on a model, and why a model is or isn't worked.
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 
 namespace test {
 namespace {

@@ -10,11 +10,11 @@
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
 #include "headless/vault/vault.h"
-#include "kelvane/attribute_check.h"
+#include "kelvane/check/attribute_check.h"
+#include "kelvane/example_world.h"
+#include "kelvane/watched_doors.h"
 #include "language/user_variables.h"
 #include "plugin/action_table.h"
-#include "program/example_world.h"
-#include "program/watched_doors.h"
 #include "support/markdown.h"
 
 namespace test {

@@ -1,7 +1,7 @@
 // The finished program as its own process: exit codes, streams, the folders that it finds.
 #include <cstdlib>
 
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 #include "support/folders.h"
 
 namespace test {

@@ -1,6 +1,6 @@
 // The verbs that make, list, show and compare models.
 #include "headless/store/document.h"
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 #include "support/step_file.h"
 
 namespace test {

@@ -1,6 +1,6 @@
 // `kelvane report`: a report as a table, and what a rerun's reports lack.
+#include "kelvane/run/run_fixture.h"
 #include "os/surroundings.h"
-#include "program/run_fixture.h"
 
 namespace test {
 namespace {

@@ -1,9 +1,9 @@
 // The PDM folder through the program: making and listing it, runs in a workspace, two people, trouble.
 #include <nlohmann/json.hpp>
 
+#include "kelvane/run/run_fixture.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
-#include "program/run_fixture.h"
 
 namespace {
 

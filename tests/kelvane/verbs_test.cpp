@@ -1,5 +1,5 @@
 // The program's words, and the verbs that look at packages and logs.
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 
 namespace test {
 namespace {

@@ -1,9 +1,9 @@
-#include "kelvane/columns.h"
+#include "kelvane/base/columns.h"
 
 #include <algorithm>
 
-#include "kelvane/display_width.h"
-#include "kelvane/escapes.h"
+#include "kelvane/base/display_width.h"
+#include "kelvane/base/escapes.h"
 #include "text/encoding.h"
 
 namespace kelvane {

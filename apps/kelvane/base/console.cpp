@@ -1,6 +1,6 @@
-#include "kelvane/console.h"
+#include "kelvane/base/console.h"
 
-#include "kelvane/escapes.h"
+#include "kelvane/base/escapes.h"
 #include "os/processes.h"
 
 namespace kelvane {

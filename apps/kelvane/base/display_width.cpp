@@ -1,4 +1,4 @@
-#include "kelvane/display_width.h"
+#include "kelvane/base/display_width.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "kelvane/escapes.h"
+#include "kelvane/base/escapes.h"
 
 namespace kelvane {
 namespace {

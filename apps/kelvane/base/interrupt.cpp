@@ -1,4 +1,4 @@
-#include "kelvane/interrupt.h"
+#include "kelvane/base/interrupt.h"
 
 #include <array>
 #include <atomic>

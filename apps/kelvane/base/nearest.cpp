@@ -1,4 +1,4 @@
-#include "kelvane/nearest.h"
+#include "kelvane/base/nearest.h"
 
 #include <algorithm>
 #include <utility>

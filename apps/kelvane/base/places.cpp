@@ -1,9 +1,9 @@
-#include "kelvane/places.h"
+#include "kelvane/base/places.h"
 
 #include <filesystem>
 
-#include "kelvane/fault.h"
-#include "kelvane/hash.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/hash.h"
 #include "os/processes.h"
 #include "os/program.h"
 #include "os/surroundings.h"

@@ -1,4 +1,4 @@
-#include "kelvane/progress.h"
+#include "kelvane/base/progress.h"
 
 #include <cmath>
 

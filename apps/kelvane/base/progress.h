@@ -4,7 +4,7 @@
 #include <chrono>
 #include <string>
 
-#include "kelvane/console.h"
+#include "kelvane/base/console.h"
 
 namespace kelvane {
 

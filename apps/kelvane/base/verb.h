@@ -7,8 +7,8 @@
 #include <variant>
 #include <vector>
 
-#include "kelvane/console.h"
-#include "kelvane/exit_codes.h"
+#include "kelvane/base/console.h"
+#include "kelvane/base/exit_codes.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "kelvane/attribute_check.h"
+#include "kelvane/check/attribute_check.h"
 
 #include <algorithm>
 #include <limits>
@@ -7,9 +7,9 @@
 
 #include "actions/environment/number_format.h"
 #include "core/feature_codes.h"
-#include "kelvane/nearest.h"
-#include "kelvane/text_check.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/check/text_check.h"
+#include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"

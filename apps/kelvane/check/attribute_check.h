@@ -8,7 +8,7 @@
 
 #include "actions/action.h"
 #include "core/xml.h"
-#include "kelvane/attribute_mend.h"
+#include "kelvane/check/attribute_mend.h"
 
 namespace kelvane {
 

@@ -1,8 +1,8 @@
-#include "kelvane/attribute_mend.h"
+#include "kelvane/check/attribute_mend.h"
 
 #include <algorithm>
 
-#include "kelvane/nearest.h"
+#include "kelvane/base/nearest.h"
 #include "text/letters.h"
 
 namespace kelvane {

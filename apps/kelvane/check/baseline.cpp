@@ -1,9 +1,9 @@
-#include "kelvane/baseline.h"
+#include "kelvane/check/baseline.h"
 
 #include <nlohmann/json.hpp>
 
-#include "kelvane/fault.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/finding.h"
+#include "kelvane/check/finding.h"
 
 namespace kelvane {
 

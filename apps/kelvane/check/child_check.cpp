@@ -1,10 +1,10 @@
-#include "kelvane/child_check.h"
+#include "kelvane/check/child_check.h"
 
 #include <algorithm>
 
 #include "documents/filter.h"
-#include "kelvane/nearest.h"
-#include "kelvane/task_children.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/vocabulary/task_children.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "kelvane/attribute_check.h"
+#include "kelvane/check/attribute_check.h"
 
 namespace kelvane {
 

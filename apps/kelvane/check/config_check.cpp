@@ -1,10 +1,10 @@
-#include "kelvane/config_check.h"
+#include "kelvane/check/config_check.h"
 
 #include <algorithm>
 
 #include "core/config.h"
 #include "core/log.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/nearest.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"

@@ -1,4 +1,4 @@
-#include "kelvane/document_mend.h"
+#include "kelvane/check/document_mend.h"
 
 #include <algorithm>
 #include <map>

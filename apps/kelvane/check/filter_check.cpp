@@ -1,11 +1,11 @@
-#include "kelvane/filter_check.h"
+#include "kelvane/check/filter_check.h"
 
 #include <algorithm>
 
 #include "documents/predicate_table.h"
-#include "kelvane/nearest.h"
-#include "kelvane/text_check.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/check/text_check.h"
+#include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 

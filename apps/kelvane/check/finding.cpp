@@ -1,4 +1,4 @@
-#include "kelvane/finding.h"
+#include "kelvane/check/finding.h"
 
 #include <algorithm>
 

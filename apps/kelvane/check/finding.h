@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kelvane/edit.h"
+#include "kelvane/check/edit.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "kelvane/line_changes.h"
+#include "kelvane/check/line_changes.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
-#include "kelvane/list_names.h"
+#include "kelvane/check/list_names.h"
 
 #include <algorithm>
 
 #include "actions/dispatch.h"
-#include "kelvane/nearest.h"
-#include "kelvane/text_check.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/check/text_check.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"

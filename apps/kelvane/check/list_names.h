@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "kelvane/attribute_check.h"
+#include "kelvane/check/attribute_check.h"
 #include "text/letters.h"
 
 namespace kelvane {

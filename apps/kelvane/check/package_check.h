@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/finding.h"
-#include "kelvane/package_source.h"
+#include "kelvane/check/finding.h"
+#include "kelvane/package/source.h"
 
 namespace kelvane {
 

@@ -1,13 +1,13 @@
-#include "kelvane/package_mend.h"
+#include "kelvane/check/package_mend.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "kelvane/document_mend.h"
-#include "kelvane/line_changes.h"
-#include "kelvane/package_check.h"
-#include "kelvane/places.h"
-#include "kelvane/xml_faults.h"
+#include "kelvane/base/places.h"
+#include "kelvane/check/document_mend.h"
+#include "kelvane/check/line_changes.h"
+#include "kelvane/check/package_check.h"
+#include "kelvane/check/xml_faults.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 

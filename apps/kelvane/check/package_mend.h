@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/console.h"
-#include "kelvane/finding.h"
-#include "kelvane/package_source.h"
+#include "kelvane/base/console.h"
+#include "kelvane/check/finding.h"
+#include "kelvane/package/source.h"
 
 namespace kelvane {
 

@@ -1,10 +1,10 @@
-#include "kelvane/package_uses.h"
+#include "kelvane/check/package_uses.h"
 
 #include <algorithm>
 
 #include "actions/task.h"
-#include "kelvane/attribute_check.h"
-#include "kelvane/text_check.h"
+#include "kelvane/check/attribute_check.h"
+#include "kelvane/check/text_check.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/numbers.h"

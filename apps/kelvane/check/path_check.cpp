@@ -1,11 +1,11 @@
-#include "kelvane/path_check.h"
+#include "kelvane/check/path_check.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "kelvane/package_uses.h"
-#include "kelvane/table_check.h"
-#include "kelvane/text_check.h"
+#include "kelvane/check/package_uses.h"
+#include "kelvane/check/table_check.h"
+#include "kelvane/check/text_check.h"
 #include "language/workbook.h"
 #include "text/encoding.h"
 #include "text/letters.h"

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "kelvane/attribute_check.h"
-#include "kelvane/package_source.h"
+#include "kelvane/check/attribute_check.h"
+#include "kelvane/package/source.h"
 
 namespace kelvane {
 

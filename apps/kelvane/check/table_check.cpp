@@ -1,10 +1,10 @@
-#include "kelvane/table_check.h"
+#include "kelvane/check/table_check.h"
 
 #include <algorithm>
 
 #include "core/log.h"
-#include "kelvane/captured_log.h"
-#include "kelvane/text_check.h"
+#include "kelvane/check/text_check.h"
+#include "kelvane/log/captured_log.h"
 #include "language/csv_table.h"
 #include "language/workbook.h"
 #include "text/encoding.h"

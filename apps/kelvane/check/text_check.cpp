@@ -1,8 +1,8 @@
-#include "kelvane/text_check.h"
+#include "kelvane/check/text_check.h"
 
 #include <algorithm>
 
-#include "kelvane/nearest.h"
+#include "kelvane/base/nearest.h"
 #include "language/compare.h"
 #include "language/expressions.h"
 #include "language/known_tokens.h"

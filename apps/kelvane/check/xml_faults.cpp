@@ -1,9 +1,9 @@
-#include "kelvane/xml_faults.h"
+#include "kelvane/check/xml_faults.h"
 
 #include <algorithm>
 #include <array>
 
-#include "kelvane/nearest.h"
+#include "kelvane/base/nearest.h"
 #include "text/encoding.h"
 
 namespace kelvane {

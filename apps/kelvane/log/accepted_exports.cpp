@@ -1,12 +1,12 @@
-#include "kelvane/accepted_exports.h"
+#include "kelvane/log/accepted_exports.h"
 
 #include <algorithm>
 #include <sstream>
 
 #include "core/line.h"
 #include "core/log.h"
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
 #include "text/letters.h"
 
 namespace kelvane {

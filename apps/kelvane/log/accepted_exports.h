@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kelvane/log_lines.h"
+#include "kelvane/log/lines.h"
 
 namespace kelvane {
 

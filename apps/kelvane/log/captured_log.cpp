@@ -1,4 +1,4 @@
-#include "kelvane/captured_log.h"
+#include "kelvane/log/captured_log.h"
 
 #include "core/log.h"
 #include "core/state.h"

@@ -1,9 +1,9 @@
-#include "kelvane/events.h"
+#include "kelvane/log/events.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "kelvane/fault.h"
+#include "kelvane/base/fault.h"
 
 namespace kelvane {
 

@@ -1,9 +1,9 @@
-#include "kelvane/log_follower.h"
+#include "kelvane/log/follower.h"
 
 #include <filesystem>
 #include <fstream>
 
-#include "kelvane/places.h"
+#include "kelvane/base/places.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 

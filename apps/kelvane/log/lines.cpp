@@ -1,4 +1,4 @@
-#include "kelvane/log_lines.h"
+#include "kelvane/log/lines.h"
 
 #include <map>
 

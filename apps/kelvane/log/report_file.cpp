@@ -1,10 +1,10 @@
-#include "kelvane/report_file.h"
+#include "kelvane/log/report_file.h"
 
 #include <algorithm>
 #include <map>
 
-#include "kelvane/fault.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
 #include "os/surroundings.h"
 #include "text/csv.h"
 #include "text/encoding.h"

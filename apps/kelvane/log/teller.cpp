@@ -1,4 +1,4 @@
-#include "kelvane/log_teller.h"
+#include "kelvane/log/teller.h"
 
 #include <nlohmann/json.hpp>
 

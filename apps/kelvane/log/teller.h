@@ -3,11 +3,11 @@
 #pragma once
 
 #include "core/log.h"
-#include "kelvane/accepted_exports.h"
-#include "kelvane/console.h"
-#include "kelvane/events.h"
-#include "kelvane/log_follower.h"
-#include "kelvane/log_lines.h"
+#include "kelvane/base/console.h"
+#include "kelvane/log/accepted_exports.h"
+#include "kelvane/log/events.h"
+#include "kelvane/log/follower.h"
+#include "kelvane/log/lines.h"
 
 namespace kelvane {
 

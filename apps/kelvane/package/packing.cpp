@@ -1,8 +1,8 @@
-#include "kelvane/packing.h"
+#include "kelvane/package/packing.h"
 
 #include <zip.h>
 
-#include "kelvane/fault.h"
+#include "kelvane/base/fault.h"
 
 namespace kelvane {
 namespace {

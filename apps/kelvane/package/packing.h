@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "kelvane/package_source.h"
+#include "kelvane/package/source.h"
 
 namespace kelvane {
 

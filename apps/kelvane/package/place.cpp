@@ -1,4 +1,4 @@
-#include "kelvane/package_place.h"
+#include "kelvane/package/place.h"
 
 #include <algorithm>
 #include <chrono>
@@ -6,9 +6,9 @@
 #include <fstream>
 #include <set>
 
-#include "kelvane/fault.h"
-#include "kelvane/hash.h"
-#include "kelvane/packing.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/hash.h"
+#include "kelvane/package/packing.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/package_source.h"
+#include "kelvane/package/source.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "kelvane/package_source.h"
+#include "kelvane/package/source.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -6,9 +6,9 @@
 
 #include "documents/package_rules.h"
 #include "documents/zip.h"
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/places.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/fault.h"
+#include "kelvane/base/fault.h"
 
 namespace kelvane {
 

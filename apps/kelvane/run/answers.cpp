@@ -1,10 +1,10 @@
-#include "kelvane/answers.h"
+#include "kelvane/run/answers.h"
 
 #include <algorithm>
 
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"

@@ -6,8 +6,8 @@
 
 #include "headless/proui/ui.h"
 #include "headless/session/session.h"
-#include "kelvane/console.h"
-#include "kelvane/questions.h"
+#include "kelvane/base/console.h"
+#include "kelvane/run/questions.h"
 
 namespace kelvane {
 

@@ -1,8 +1,8 @@
-#include "kelvane/run_config.h"
+#include "kelvane/run/config.h"
 
-#include "kelvane/config_check.h"
-#include "kelvane/fault.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/check/config_check.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 #include "text/letters.h"

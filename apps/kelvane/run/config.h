@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "kelvane/console.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/console.h"
+#include "kelvane/run/options.h"
 
 namespace kelvane {
 

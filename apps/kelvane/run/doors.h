@@ -1,7 +1,7 @@
 // What of a run may leave the process: programs that its list starts, and addresses on the web that it asks.
 #pragma once
 
-#include "kelvane/run_options.h"
+#include "kelvane/run/options.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
 #include "os/web.h"

@@ -1,4 +1,4 @@
-#include "kelvane/run_driver.h"
+#include "kelvane/run/driver.h"
 
 #include <map>
 
@@ -6,9 +6,9 @@
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "headless/proui/ui.h"
-#include "kelvane/fault.h"
-#include "kelvane/interrupt.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/base/nearest.h"
 #include "language/compare.h"
 #include "run/check_out.h"
 #include "run/choosers.h"

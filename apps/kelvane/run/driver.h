@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "headless/session/session.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/run_options.h"
-#include "kelvane/run_place.h"
+#include "kelvane/run/options.h"
+#include "kelvane/run/place.h"
+#include "kelvane/show/model_folder.h"
 
 namespace kelvane {
 

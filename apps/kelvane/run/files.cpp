@@ -1,10 +1,10 @@
-#include "kelvane/run_files.h"
+#include "kelvane/run/files.h"
 
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "kelvane/fault.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/console.h"
-#include "kelvane/events.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/console.h"
+#include "kelvane/log/events.h"
+#include "kelvane/run/options.h"
 
 namespace kelvane {
 

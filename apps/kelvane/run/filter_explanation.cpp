@@ -1,7 +1,7 @@
-#include "kelvane/filter_explanation.h"
+#include "kelvane/run/filter_explanation.h"
 
 #include "documents/filter.h"
-#include "kelvane/text_check.h"
+#include "kelvane/check/text_check.h"
 #include "language/compare.h"
 #include "language/comparison_watch.h"
 #include "text/encoding.h"

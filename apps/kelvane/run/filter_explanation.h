@@ -7,7 +7,7 @@
 
 #include "core/xml.h"
 #include "creo/ProTypes.h"
-#include "kelvane/captured_log.h"
+#include "kelvane/log/captured_log.h"
 
 namespace kelvane {
 

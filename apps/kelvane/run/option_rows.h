@@ -1,8 +1,8 @@
 // Options that the verbs which run lists have in common.
 #pragma once
 
-#include "kelvane/run_options.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/run/options.h"
 
 namespace kelvane {
 

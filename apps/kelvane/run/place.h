@@ -8,8 +8,8 @@
 
 #include "headless/session/session.h"
 #include "headless/vault/servers.h"
-#include "kelvane/answers.h"
-#include "kelvane/run_options.h"
+#include "kelvane/run/answers.h"
+#include "kelvane/run/options.h"
 #include "os/lock.h"
 
 namespace kelvane {

@@ -1,11 +1,11 @@
-#include "kelvane/questions.h"
+#include "kelvane/run/questions.h"
 
 #include <algorithm>
 
 #include "actions/task.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "kelvane/text_check.h"
+#include "kelvane/check/text_check.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

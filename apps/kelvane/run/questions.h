@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "actions/environment/question.h"
-#include "kelvane/package_source.h"
+#include "kelvane/package/source.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "kelvane/recap.h"
+#include "kelvane/run/recap.h"
 
 #include <nlohmann/json.hpp>
 

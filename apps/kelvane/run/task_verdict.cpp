@@ -1,4 +1,4 @@
-#include "kelvane/task_verdict.h"
+#include "kelvane/run/task_verdict.h"
 
 #include <algorithm>
 
@@ -8,8 +8,8 @@
 #include "actions/task.h"
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
-#include "kelvane/attribute_check.h"
-#include "kelvane/filter_explanation.h"
+#include "kelvane/check/attribute_check.h"
+#include "kelvane/run/filter_explanation.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -1,9 +1,9 @@
-#include "kelvane/vault_place.h"
+#include "kelvane/run/vault_place.h"
 
 #include <filesystem>
 
-#include "kelvane/fault.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
 #include "os/paths.h"
 #include "os/processes.h"
 #include "text/encoding.h"

@@ -1,4 +1,4 @@
-#include "kelvane/run_watch.h"
+#include "kelvane/run/watch.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -13,13 +13,13 @@
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "headless/store/faults.h"
-#include "kelvane/interrupt.h"
-#include "kelvane/log_follower.h"
-#include "kelvane/log_lines.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/places.h"
-#include "kelvane/text_check.h"
-#include "kelvane/words.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/words.h"
+#include "kelvane/check/text_check.h"
+#include "kelvane/log/follower.h"
+#include "kelvane/log/lines.h"
+#include "kelvane/show/model_folder.h"
 #include "language/comparison_watch.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"

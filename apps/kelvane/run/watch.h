@@ -9,12 +9,12 @@
 #include <vector>
 
 #include "headless/session/session.h"
-#include "kelvane/changes.h"
-#include "kelvane/events.h"
-#include "kelvane/log_teller.h"
-#include "kelvane/progress.h"
-#include "kelvane/recap.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/progress.h"
+#include "kelvane/log/events.h"
+#include "kelvane/log/teller.h"
+#include "kelvane/run/options.h"
+#include "kelvane/run/recap.h"
+#include "kelvane/show/changes.h"
 
 namespace headless {
 class ModelDocument;

@@ -1,8 +1,8 @@
 // The work of `kelvane run`, from its options to its exit code.
 #pragma once
 
-#include "kelvane/console.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/console.h"
+#include "kelvane/run/options.h"
 
 namespace kelvane {
 

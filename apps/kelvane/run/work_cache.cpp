@@ -1,11 +1,11 @@
-#include "kelvane/work_cache.h"
+#include "kelvane/run/work_cache.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <vector>
 
-#include "kelvane/places.h"
+#include "kelvane/base/places.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
 

@@ -1,4 +1,4 @@
-#include "kelvane/changes.h"
+#include "kelvane/show/changes.h"
 
 #include <functional>
 #include <utility>

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "headless/store/compare.h"
-#include "kelvane/console.h"
-#include "kelvane/events.h"
+#include "kelvane/base/console.h"
+#include "kelvane/log/events.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "kelvane/show_drawing.h"
+#include "kelvane/show/drawing.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
-#include "kelvane/model_folder.h"
+#include "kelvane/show/model_folder.h"
 
 #include <filesystem>
 
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
-#include "kelvane/places.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"

@@ -1,9 +1,9 @@
-#include "kelvane/model_graph.h"
+#include "kelvane/show/model_graph.h"
 
 #include <algorithm>
 
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "headless/store/folder.h"
-#include "kelvane/model_folder.h"
+#include "kelvane/show/model_folder.h"
 
 namespace kelvane {
 

@@ -1,6 +1,6 @@
-#include "kelvane/show_relations.h"
+#include "kelvane/show/relations.h"
 
-#include "kelvane/words.h"
+#include "kelvane/base/words.h"
 
 namespace kelvane {
 namespace {

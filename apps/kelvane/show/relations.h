@@ -2,7 +2,7 @@
 #pragma once
 
 #include "headless/model/models.h"
-#include "kelvane/show_drawing.h"
+#include "kelvane/show/drawing.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "kelvane/sheet_svg.h"
+#include "kelvane/show/sheet_svg.h"
 
 #include <algorithm>
 #include <string_view>
@@ -8,7 +8,7 @@
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_picture.h"
 #include "headless/session/state.h"
-#include "kelvane/svg.h"
+#include "kelvane/show/svg.h"
 #include "text/encoding.h"
 
 namespace kelvane {

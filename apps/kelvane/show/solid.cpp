@@ -1,4 +1,4 @@
-#include "kelvane/show_solid.h"
+#include "kelvane/show/solid.h"
 
 #include <cmath>
 
@@ -9,9 +9,9 @@
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
-#include "kelvane/show_states.h"
-#include "kelvane/values.h"
-#include "kelvane/words.h"
+#include "kelvane/base/words.h"
+#include "kelvane/show/states.h"
+#include "kelvane/show/values.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

@@ -1,7 +1,7 @@
 // What kelvane show tells of the layers and states of a model, and of a solid's body, material and accuracy.
 #pragma once
 
-#include "kelvane/show_drawing.h"
+#include "kelvane/show/drawing.h"
 
 namespace kelvane {
 

@@ -1,8 +1,8 @@
-#include "kelvane/show_states.h"
+#include "kelvane/show/states.h"
 
 #include "headless/model/items.h"
 #include "headless/model/layer_rules.h"
-#include "kelvane/words.h"
+#include "kelvane/base/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

@@ -1,4 +1,4 @@
-#include "kelvane/svg.h"
+#include "kelvane/show/svg.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
-#include "kelvane/values.h"
+#include "kelvane/show/values.h"
 
 #include <array>
 
-#include "kelvane/fault.h"
+#include "kelvane/base/fault.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"

@@ -2,7 +2,7 @@
 
 #include "headless/proui/ui.h"
 #include "headless/session/state.h"
-#include "kelvane/model_folder.h"
+#include "kelvane/show/model_folder.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/units.h"

@@ -1,13 +1,13 @@
-#include "kelvane/relax_ng.h"
+#include "kelvane/vocabulary/relax_ng.h"
 
 #include <limits>
 
 #include "actions/dispatch.h"
 #include "documents/predicate_table.h"
-#include "kelvane/relax_ng_attributes.h"
-#include "kelvane/svg.h"
-#include "kelvane/task_children.h"
+#include "kelvane/show/svg.h"
 #include "kelvane/verb_table.h"
+#include "kelvane/vocabulary/relax_ng_attributes.h"
+#include "kelvane/vocabulary/task_children.h"
 #include "text/encoding.h"
 
 namespace kelvane {

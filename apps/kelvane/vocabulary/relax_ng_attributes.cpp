@@ -1,11 +1,11 @@
-#include "kelvane/relax_ng_attributes.h"
+#include "kelvane/vocabulary/relax_ng_attributes.h"
 
 #include <algorithm>
 #include <set>
 
 #include "core/feature_codes.h"
-#include "kelvane/svg.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/show/svg.h"
+#include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

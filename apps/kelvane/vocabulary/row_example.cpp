@@ -1,10 +1,10 @@
-#include "kelvane/row_example.h"
+#include "kelvane/vocabulary/row_example.h"
 
 #include <algorithm>
 
-#include "kelvane/svg.h"
-#include "kelvane/task_children.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/show/svg.h"
+#include "kelvane/vocabulary/task_children.h"
+#include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

@@ -1,4 +1,4 @@
-#include "kelvane/task_children.h"
+#include "kelvane/vocabulary/task_children.h"
 
 #include <algorithm>
 

@@ -3,10 +3,10 @@
 
 #include <span>
 
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
-#include "kelvane/verb.h"
-#include "kelvane/vocabulary.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/vocabulary/vocabulary.h"
 #include "text/encoding.h"
 
 namespace kelvane {

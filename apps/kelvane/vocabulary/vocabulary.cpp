@@ -1,10 +1,10 @@
-#include "kelvane/vocabulary.h"
+#include "kelvane/vocabulary/vocabulary.h"
 
-#include "kelvane/columns.h"
-#include "kelvane/row_example.h"
-#include "kelvane/task_children.h"
-#include "kelvane/vocabulary_words.h"
-#include "kelvane/words.h"
+#include "kelvane/base/columns.h"
+#include "kelvane/base/words.h"
+#include "kelvane/vocabulary/row_example.h"
+#include "kelvane/vocabulary/task_children.h"
+#include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 
 namespace kelvane {

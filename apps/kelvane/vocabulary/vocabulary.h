@@ -7,7 +7,7 @@
 
 #include "actions/action.h"
 #include "documents/predicates.h"
-#include "kelvane/finding.h"
+#include "kelvane/check/finding.h"
 
 namespace kelvane {
 

@@ -1,10 +1,10 @@
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/vocabulary/words.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "actions/dispatch.h"
-#include "kelvane/words.h"
+#include "kelvane/base/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 #include "text/pieces.h"

@@ -1,4 +1,4 @@
-#include "kelvane/watch_firing.h"
+#include "kelvane/watch/firing.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -7,10 +7,10 @@
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "headless/model/models.h"
-#include "kelvane/interrupt.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/run_watch.h"
-#include "kelvane/text_check.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/check/text_check.h"
+#include "kelvane/run/watch.h"
+#include "kelvane/show/model_folder.h"
 #include "run/model_table.h"
 #include "text/encoding.h"
 

@@ -11,12 +11,12 @@
 
 #include "core/log.h"
 #include "headless/session/session.h"
-#include "kelvane/changes.h"
-#include "kelvane/console.h"
-#include "kelvane/events.h"
-#include "kelvane/log_teller.h"
-#include "kelvane/recap.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/console.h"
+#include "kelvane/log/events.h"
+#include "kelvane/log/teller.h"
+#include "kelvane/run/options.h"
+#include "kelvane/run/recap.h"
+#include "kelvane/show/changes.h"
 #include "run/triggers.h"
 
 namespace kelvane {

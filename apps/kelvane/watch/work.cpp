@@ -1,17 +1,17 @@
-#include "kelvane/watch_work.h"
+#include "kelvane/watch/work.h"
 
 #include <algorithm>
 #include <sstream>
 
 #include "core/state.h"
-#include "kelvane/exit_codes.h"
-#include "kelvane/fault.h"
-#include "kelvane/interrupt.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/nearest.h"
-#include "kelvane/run_config.h"
-#include "kelvane/run_place.h"
-#include "kelvane/watch_firing.h"
+#include "kelvane/base/exit_codes.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/run/config.h"
+#include "kelvane/run/place.h"
+#include "kelvane/show/model_folder.h"
+#include "kelvane/watch/firing.h"
 
 namespace kelvane {
 namespace {

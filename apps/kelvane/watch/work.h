@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/console.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/console.h"
+#include "kelvane/run/options.h"
 
 namespace kelvane {
 

@@ -1,8 +1,8 @@
 // What `kelvane check` finds in a package.
 #include <nlohmann/json.hpp>
 
-#include "kelvane/finding.h"
-#include "program/program_fixture.h"
+#include "kelvane/check/finding.h"
+#include "kelvane/program_fixture.h"
 
 namespace test {
 namespace {

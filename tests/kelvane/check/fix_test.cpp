@@ -1,5 +1,5 @@
 // What `kelvane check --fix` mends in a package's folder, and what it leaves.
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 
 namespace test {
 namespace {

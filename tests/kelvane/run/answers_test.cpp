@@ -1,5 +1,5 @@
 // Runs of lists that ask, without a person to answer.
-#include "program/run_fixture.h"
+#include "kelvane/run/run_fixture.h"
 
 namespace test {
 namespace {

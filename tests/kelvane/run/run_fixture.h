@@ -1,7 +1,7 @@
 // Runs of a small package, or of the example one, on a folder of models.
 #pragma once
 
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 
 namespace test {
 

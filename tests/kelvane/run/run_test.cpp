@@ -1,5 +1,5 @@
 // `kelvane run`: what a run does to a folder of models.
-#include "program/run_fixture.h"
+#include "kelvane/run/run_fixture.h"
 
 namespace test {
 namespace {

@@ -1,6 +1,6 @@
 // `kelvane run`: what of a list leaves the run, and what of its macros was done.
+#include "kelvane/run/run_fixture.h"
 #include "os/doors.h"
-#include "program/run_fixture.h"
 
 namespace test {
 namespace {

@@ -8,10 +8,10 @@
 
 #include "headless/geometry/foreign_place.h"
 #include "headless/session/session.h"
+#include "kelvane/run/run_fixture.h"
 #include "os/files_wrapper.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
-#include "program/run_fixture.h"
 #include "support/step_file.h"
 #include "text/pieces.h"
 

@@ -5,7 +5,7 @@
 #include <regex>
 #include <set>
 
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 
 namespace test {
 namespace {

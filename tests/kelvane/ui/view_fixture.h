@@ -10,7 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "program/run_fixture.h"
+#include "kelvane/run/run_fixture.h"
 
 namespace test {
 

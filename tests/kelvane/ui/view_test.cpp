@@ -1,5 +1,5 @@
 // The tool's dialogs served to browsers: who is let in, what is told, what a press does.
-#include "program/ui_view_fixture.h"
+#include "kelvane/ui/view_fixture.h"
 
 namespace test {
 namespace {

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "program/program_fixture.h"
+#include "kelvane/program_fixture.h"
 #include "text/pieces.h"
 
 namespace test {
@@ -22,7 +22,7 @@ class Schemas : public ProgramTest {
   }
   // A line for each of the files that isn't valid.
   [[nodiscard]] std::string invalid(const std::string& schema, const std::vector<std::string>& files) const {
-    std::string command = "/usr/bin/python3 '" + sourceFolder() + "/tests/program/validate.py' '" + schema + "'";
+    std::string command = "/usr/bin/python3 '" + sourceFolder() + "/tests/kelvane/vocabulary/validate.py' '" + schema + "'";
     for (const std::string& one : files) command += " '" + one + "'";
     const std::string said = path("said");
     const int ended = std::system((command + " > '" + said + "' 2> '" + said + ".err'").c_str());

@@ -3,9 +3,9 @@
 
 #include "actions/dispatch.h"
 #include "documents/predicate_table.h"
-#include "kelvane/finding.h"
+#include "kelvane/check/finding.h"
+#include "kelvane/program_fixture.h"
 #include "plugin/action_table.h"
-#include "program/program_fixture.h"
 
 namespace test {
 namespace {

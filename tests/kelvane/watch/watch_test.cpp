@@ -1,7 +1,7 @@
 // `kelvane watch`: commands on standard input, and the triggers that they set off.
 #include <nlohmann/json.hpp>
 
-#include "program/run_fixture.h"
+#include "kelvane/run/run_fixture.h"
 
 namespace test {
 namespace {

@@ -2,7 +2,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/base/verb.h"
-#include "kelvane/check/finding.h"
+#include "kelvane/vocabulary/rules.h"
 #include "kelvane/vocabulary/vocabulary.h"
 
 namespace kelvane {

@@ -3,8 +3,8 @@
 #include "actions/dispatch.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/nearest.h"
-#include "kelvane/check/finding.h"
 #include "kelvane/verb_table.h"
+#include "kelvane/vocabulary/rules.h"
 #include "kelvane/vocabulary/verb.h"
 #include "kelvane/vocabulary/words.h"
 

@@ -6,6 +6,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
+#include "kelvane/base/version.h"
 #include "kelvane/verb_table.h"
 #include "os/surroundings.h"
 #include "plugin/action_table.h"

@@ -9,8 +9,6 @@
 
 namespace kelvane {
 
-inline constexpr const char* kVersion = "8.0.1.1";
-
 std::span<const VerbRow> verbRows();
 // All that 'kelvane help' knows: the keys of actions and filters, rules of the check, verbs.
 std::vector<std::string> helpKeys();

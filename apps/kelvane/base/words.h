@@ -4,17 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "headless/store/enum_texts.h"
-
 namespace kelvane {
-
-// As documents write it; empty for a value that they have no word for.
-template <class E>
-std::string word(E value) {
-  for (const auto& [name, one] : headless::EnumTexts<E>::texts)
-    if (one == value) return std::string(name);
-  return {};
-}
 
 // Puts a piece behind what is there already; an empty piece is none.
 inline void addPiece(std::string& to, std::string_view piece, std::string_view between = ", ") {

@@ -1,34 +1,14 @@
-// What a look at a package finds, and the rules by which it looks.
+// What a look at a package finds.
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "kelvane/check/edit.h"
+#include "kelvane/vocabulary/rules.h"
 
 namespace kelvane {
-
-enum class Severity {
-  error,    // it won't run as it was meant: the check fails
-  warning,  // probably a slip
-  note,     // nothing wrong, but worth knowing
-};
-struct Rule {
-  std::string_view name;  // "attribute-unknown"
-  Severity severity = Severity::error;
-  std::string_view about;         // what it finds, and why that matters
-  std::string_view example = {};  // a line that it finds; empty where one says nothing
-};
-// In the order of their names.
-std::span<const Rule> rules();
-std::vector<std::string> ruleNames();
-// Null for a name that is none.
-const Rule* findRule(std::string_view name);
-// "error"
-std::string_view word(Severity severity);
 
 struct Finding {
   std::string file;      // member of the package

@@ -1,6 +1,7 @@
 #include "kelvane/show/relations.h"
 
 #include "kelvane/base/words.h"
+#include "kelvane/show/enum_words.h"
 
 namespace kelvane {
 namespace {

@@ -10,6 +10,7 @@
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
 #include "kelvane/base/words.h"
+#include "kelvane/show/enum_words.h"
 #include "kelvane/show/states.h"
 #include "kelvane/show/values.h"
 #include "text/encoding.h"

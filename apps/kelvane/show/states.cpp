@@ -3,6 +3,7 @@
 #include "headless/model/items.h"
 #include "headless/model/layer_rules.h"
 #include "kelvane/base/words.h"
+#include "kelvane/show/enum_words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 

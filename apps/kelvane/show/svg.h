@@ -6,8 +6,6 @@
 
 namespace kelvane {
 
-// Text and attribute values with what XML reserves written as entities; control characters are left out.
-std::string escaped(std::string_view text);
 // The shortest form with at most four decimals.
 std::string svgNumber(double value);
 

@@ -4,8 +4,8 @@
 
 #include "actions/dispatch.h"
 #include "documents/predicate_table.h"
-#include "kelvane/show/svg.h"
-#include "kelvane/verb_table.h"
+#include "kelvane/base/version.h"
+#include "kelvane/base/xml_text.h"
 #include "kelvane/vocabulary/relax_ng_attributes.h"
 #include "kelvane/vocabulary/task_children.h"
 #include "text/encoding.h"

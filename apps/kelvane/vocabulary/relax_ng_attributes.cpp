@@ -4,7 +4,7 @@
 #include <set>
 
 #include "core/feature_codes.h"
-#include "kelvane/show/svg.h"
+#include "kelvane/base/xml_text.h"
 #include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 #include "text/numbers.h"

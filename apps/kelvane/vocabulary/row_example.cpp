@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "kelvane/show/svg.h"
+#include "kelvane/base/xml_text.h"
 #include "kelvane/vocabulary/task_children.h"
 #include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"

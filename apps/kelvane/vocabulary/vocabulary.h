@@ -7,7 +7,7 @@
 
 #include "actions/action.h"
 #include "documents/predicates.h"
-#include "kelvane/check/finding.h"
+#include "kelvane/vocabulary/rules.h"
 
 namespace kelvane {
 

@@ -3,8 +3,8 @@
 
 #include "actions/dispatch.h"
 #include "documents/predicate_table.h"
-#include "kelvane/check/finding.h"
 #include "kelvane/program_fixture.h"
+#include "kelvane/vocabulary/rules.h"
 #include "plugin/action_table.h"
 
 namespace test {

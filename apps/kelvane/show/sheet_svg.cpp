@@ -8,6 +8,7 @@
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_picture.h"
 #include "headless/session/state.h"
+#include "kelvane/base/xml_text.h"
 #include "kelvane/show/svg.h"
 #include "text/encoding.h"
 

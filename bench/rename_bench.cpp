@@ -13,9 +13,9 @@ void RenameModel(benchmark::State& state) {
   bool isAway = false;
   for (auto _ : state) {
     isAway = !isAway;
-    creo::ProRenamed told;
-    const auto result = creo::ProMdlnameRename(part.value, isAway ? L"AWAY" : L"PART_0", told);
-    if (result == creo::ProNoError && told.followed.size() == 1) continue;
+    creo::ProRenamed renamed;
+    const auto result = creo::ProMdlnameRename(part.value, isAway ? L"AWAY" : L"PART_0", renamed);
+    if (result == creo::ProNoError && renamed.followed.size() == 1) continue;
     state.SkipWithError("it isn't renamed, or the assembly doesn't follow");
     break;
   }

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "headless/proui/ui.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/package/packing.h"
 #include "kelvane/package/source.h"
 #include "os/surroundings.h"

@@ -10,7 +10,7 @@
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "language/variables.h"
 #include "os/surroundings.h"
 
@@ -48,8 +48,8 @@ class Site {
 };
 
 Site& site() {
-  static Site one;
-  return one;
+  static Site entry;
+  return entry;
 }
 
 std::wstring plainText(benchmark::State& state) {

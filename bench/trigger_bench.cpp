@@ -8,8 +8,7 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNotify.h"
-#include "headless/session/session.h"
-#include "headless/session/state.h"
+#include "headless/session.h"
 #include "os/surroundings.h"
 #include "run/triggers.h"
 
@@ -49,8 +48,8 @@ class Site {
   Site& operator=(const Site&) = delete;
 
   void raise(ProNotifyType type) {
-    session_->state().raise(type, model);
-    if (session_->messages().size() > 100'000) session_->state().messages.clear();
+    session_->raise(type, model);
+    if (session_->messages().size() > 100'000) session_->clearMessages();
   }
 
   creo::ProMdl model;
@@ -61,8 +60,8 @@ class Site {
 };
 
 Site& site() {
-  static Site one;
-  return one;
+  static Site entry;
+  return entry;
 }
 
 // By the digits: the model is a part.

@@ -51,10 +51,10 @@ class Check : public Verb {
     const PackageSource& package = isFolder() ? static_cast<const PackageSource&>(packed) : *opened;
     std::vector<Finding> findings = found(package);
     if (fix_) findings = mendPackage({package_, !dryRun_, chosen}, package, std::move(findings), console);
-    std::erase_if(findings, [&chosen](const Finding& one) { return !chosen(one); });
+    std::erase_if(findings, [&chosen](const Finding& entry) { return !chosen(entry); });
     show(findings, console);
     const bool failed = std::any_of(findings.begin(), findings.end(),
-                                    [](const Finding& one) { return severityOf(one) == Severity::error; });
+                                    [](const Finding& item) { return severityOf(item) == Severity::error; });
     return failed ? kErrors : kFine;
   }
 
@@ -68,8 +68,8 @@ class Check : public Verb {
         if (!findRule(name)) throw Fault("--ignore: there is no rule '" + name + "'; 'kelvane explain' lists them");
       if (baseline) known_.emplace(*baseline);
     }
-    bool operator()(const Finding& one) const {
-      return !ignored_.contains(std::string(one.rule)) && !(known_ && known_->holds(one));
+    bool operator()(const Finding& candidate) const {
+      return !ignored_.contains(std::string(candidate.rule)) && !(known_ && known_->holds(candidate));
     }
 
    private:
@@ -104,17 +104,17 @@ class Check : public Verb {
   static nlohmann::ordered_json asJson(const std::vector<Finding>& findings) {
     nlohmann::ordered_json all = nlohmann::ordered_json::array();
     for (const Finding& finding : findings) {
-      nlohmann::ordered_json one = {{"file", finding.file},
-                                    {"line", finding.line},
-                                    {"rule", finding.rule},
-                                    {"severity", word(severityOf(finding))},
-                                    {"text", finding.text}};
-      if (!finding.section.empty()) one["section"] = finding.section;
-      if (finding.action >= 0) one["action"] = finding.action;
-      if (!finding.place.empty()) one["place"] = finding.place;
-      if (!finding.attribute.empty()) one["attribute"] = finding.attribute;
-      if (!finding.use.empty()) one["use"] = finding.use;
-      all.push_back(std::move(one));
+      nlohmann::ordered_json json = {{"file", finding.file},
+                                     {"line", finding.line},
+                                     {"rule", finding.rule},
+                                     {"severity", word(severityOf(finding))},
+                                     {"text", finding.text}};
+      if (!finding.section.empty()) json["section"] = finding.section;
+      if (finding.action >= 0) json["action"] = finding.action;
+      if (!finding.place.empty()) json["place"] = finding.place;
+      if (!finding.attribute.empty()) json["attribute"] = finding.attribute;
+      if (!finding.use.empty()) json["use"] = finding.use;
+      all.push_back(std::move(json));
     }
     return all;
   }

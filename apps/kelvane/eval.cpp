@@ -52,10 +52,10 @@ std::string filterBytes(const std::string& written) {
 class GivenVariables {
  public:
   explicit GivenVariables(const std::vector<std::string>& written) {
-    for (const std::string& one : written) {
-      const std::size_t sign = one.find('=');
-      if (sign == one.npos || sign == 0) throw Fault("--user: '" + one + "' is no NAME=VALUE");
-      language::userVariables().set(text::fromUtf8(one.substr(0, sign)), text::fromUtf8(one.substr(sign + 1)));
+    for (const std::string& entry : written) {
+      const std::size_t sign = entry.find('=');
+      if (sign == entry.npos || sign == 0) throw Fault("--user: '" + entry + "' is no NAME=VALUE");
+      language::userVariables().set(text::fromUtf8(entry.substr(0, sign)), text::fromUtf8(entry.substr(sign + 1)));
     }
   }
   ~GivenVariables() { language::userVariables().clear(); }
@@ -88,13 +88,13 @@ class Eval : public Verb {
     sessionOptions.textFolder = L"i:\\text\\";
     headless::Session session(sessionOptions);
     start(session, log, console);
-    const std::size_t told = session.messages().size();
+    const std::size_t reported = session.messages().size();
     const GivenVariables variables(variables_);
     const creo::ProMdl model = retrieved(session, model_);
     // Creo has the model open when a list works on it.
     creo::ProMdlDisplay(model);
     const int code = filter_.empty() ? evaluateText(model, log, console) : evaluateFilter(filter, model, log, console);
-    for (std::size_t i = told; i < session.messages().size(); ++i) console.trouble(readable(session.messages()[i]));
+    for (std::size_t i = reported; i < session.messages().size(); ++i) console.trouble(readable(session.messages()[i]));
     return code;
   }
 
@@ -115,7 +115,8 @@ class Eval : public Verb {
     for (const TroubleLine& line : trouble) {
       console.trouble((line.level == 2 ? "error: " : "warning: ") + line.text);
     }
-    for (const language::RefusedExpression& one : language::takeRefused()) console.trouble("warning: " + refusal(one));
+    for (const language::RefusedExpression& expression : language::takeRefused())
+      console.trouble("warning: " + refusal(expression));
     for (const std::string& fault : unknownTokens(text::fromUtf8(*text_))) console.trouble("warning: " + fault);
     if (!trouble.empty())
       for (const std::string& slip : slips(model)) console.trouble("warning: " + slip);
@@ -141,7 +142,7 @@ class Eval : public Verb {
   static void addSlip(std::vector<std::string>& slips, const std::string& what, const std::string& sign,
                       const std::vector<std::string>& known) {
     const std::string name = sign.substr(1, sign.size() - 2);
-    const auto isIt = [&name](const std::string& one) { return text::equalNoCase(one, name); };
+    const auto isIt = [&name](const std::string& item) { return text::equalNoCase(item, name); };
     if (name.find(':') != name.npos || std::any_of(known.begin(), known.end(), isIt)) return;
     if (const std::string meant = didYouMean(name, known); !meant.empty())
       slips.push_back("there is no " + what + " '" + name + "'" + meant);
@@ -152,11 +153,11 @@ class Eval : public Verb {
     if (!loaded) throw Fault(filter_ + ": " + text::toUtf8(loaded.fault));
     const core::XmlNode* block = documents::filterFileBlock(*loaded.document);
     if (!block) throw Fault(filter_ + ": it holds no element");
-    const FilterExplanation told = explainFilter(*block, model, [&log] { return log.takeTrouble(); });
-    for (const std::string& line : told.lines) console.result(line);
-    console.result(console.inked(told.holds ? Ink::green : Ink::red, told.holds ? "holds" : "refuses") + ": " +
-                   told.reason);
-    return told.holds ? kFine : kErrors;
+    const FilterExplanation explanation = explainFilter(*block, model, [&log] { return log.takeTrouble(); });
+    for (const std::string& line : explanation.lines) console.result(line);
+    console.result(console.inked(explanation.holds ? Ink::green : Ink::red, explanation.holds ? "holds" : "refuses") +
+                   ": " + explanation.reason);
+    return explanation.holds ? kFine : kErrors;
   }
 
   std::string folder_, model_, filter_;

@@ -25,11 +25,11 @@ class Lists : public Verb {
     const std::unique_ptr<PackageSource> package = openPackage(package_);
     nlohmann::ordered_json all = nlohmann::ordered_json::array();
     for (const std::string& list : actionLists(*package)) {
-      nlohmann::ordered_json one = {{"list", list}, {"description", described(*package, list)}};
+      nlohmann::ordered_json json = {{"list", list}, {"description", described(*package, list)}};
       for (const ListQuestion& question : questionsOf(*package, list)) {
-        one["questions"].push_back({{"variable", question.variable}, {"asks", described(question)}});
+        json["questions"].push_back({{"variable", question.variable}, {"asks", described(question)}});
       }
-      all.push_back(std::move(one));
+      all.push_back(std::move(json));
     }
     if (json_) {
       console.resultJson(all.dump(2));

@@ -41,10 +41,10 @@ Rows parametersOf(const creo::ProModelitem& owner) {
 // An instance's are as its row and its generic's program make them.
 Rows featureRows(const headless::Model& model) {
   Rows rows;
-  for (const headless::ModelFeature& one : headless::featuresOf(model)) {
-    const headless::FeatureRecord* feature = one.record();
+  for (const headless::ModelFeature& entry : headless::featuresOf(model)) {
+    const headless::FeatureRecord* feature = entry.record();
     if (!feature) continue;
-    const creo::ProFeatureStatus status = headless::featureStatus(one);
+    const creo::ProFeatureStatus status = headless::featureStatus(entry);
     const bool active = status == creo::ProFeatureStatus::active;
     std::string more = active ? std::string() : std::string(headless::textOf(status));
     if (feature->pattern && !feature->pattern->members.empty())

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "headless/session/state.h"
+#include "headless/model/models.h"
 #include "kelvane/base/columns.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
@@ -75,7 +75,7 @@ class VaultVerb : public Verb {
     headless::SessionOptions options;
     options.modelFolder = mountModels(models_);
     headless::Session session(options);
-    const std::wstring reason = session.state().servers.connect(connection(folder_, workspace_, user_, models_));
+    const std::wstring reason = session.servers().connect(connection(folder_, workspace_, user_, models_));
     if (!reason.empty()) throw Fault(text::toUtf8(reason));
     for (const std::string& wanted : get_) {
       const ObjectName name = objectName(wanted);
@@ -86,7 +86,7 @@ class VaultVerb : public Verb {
     for (const auto& model : session.models().list()) {
       if (!model.instanceOf.empty()) continue;
       std::wstring hindered;
-      session.state().servers.refresh({model.name, model.type}, hindered);
+      session.servers().refresh({model.name, model.type}, hindered);
       if (!hindered.empty()) session.showMessage(hindered);
       if (hindered.empty()) console.result(label(model.name, model.type));
     }
@@ -118,15 +118,15 @@ class VaultVerb : public Verb {
     bool damaged = false;
     Entry all = Entry::array();
     std::vector<std::vector<std::string>> rows;
-    for (const headless::ListedObject& one : vault.objects()) {
-      if (!one.fault.empty()) {
+    for (const headless::ListedObject& item : vault.objects()) {
+      if (!item.fault.empty()) {
         damaged = true;
-        console.trouble(text::toUtf8(one.fault));
-        all.push_back({{"fault", text::toUtf8(one.fault)}});
+        console.trouble(text::toUtf8(item.fault));
+        all.push_back({{"fault", text::toUtf8(item.fault)}});
         continue;
       }
-      all.push_back(entryOf(one.record));
-      rows.push_back(rowOf(one.record));
+      all.push_back(entryOf(item.record));
+      rows.push_back(rowOf(item.record));
     }
     if (json_) {
       console.resultJson(Entry{{"name", vault.name()}, {"objects", all}}.dump(2));
@@ -138,12 +138,12 @@ class VaultVerb : public Verb {
 
   static std::vector<std::string> rowOf(const ObjectRecord& object) {
     std::string places;
-    for (const headless::MemberRecord& one : object.workspaces)
-      places += (places.empty() ? "in " : ", ") + one.user + "/" + one.workspace + " (" +
-                text::toUtf8(headless::iterationText(object, one.base)) + ")";
-    std::string held;
-    if (const auto& out = object.checkOut) held = "checked out by " + out->user + "/" + out->workspace;
-    return {labelOf(object), newestOf(object), object.location, held.empty() ? "-" : held, places};
+    for (const headless::MemberRecord& candidate : object.workspaces)
+      places += (places.empty() ? "in " : ", ") + candidate.user + "/" + candidate.workspace + " (" +
+                text::toUtf8(headless::iterationText(object, candidate.base)) + ")";
+    std::string present;
+    if (const auto& out = object.checkOut) present = "checked out by " + out->user + "/" + out->workspace;
+    return {labelOf(object), newestOf(object), object.location, present.empty() ? "-" : present, places};
   }
 
   static Entry entryOf(const ObjectRecord& object) {
@@ -151,9 +151,10 @@ class VaultVerb : public Verb {
                    {"number", object.number},
                    {"location", object.location},
                    {"newest", newestOf(object)}};
-    for (const headless::IterationRecord& one : object.iterations) {
-      Entry iteration = {{"revision", one.revision}, {"iteration", one.iteration}, {"by", one.by}, {"at", one.at}};
-      for (const auto& file : one.attachments) iteration["attachments"].push_back(file.name);
+    for (const headless::IterationRecord& element : object.iterations) {
+      Entry iteration = {
+          {"revision", element.revision}, {"iteration", element.iteration}, {"by", element.by}, {"at", element.at}};
+      for (const auto& file : element.attachments) iteration["attachments"].push_back(file.name);
       entry["iterations"].push_back(std::move(iteration));
     }
     if (const auto& out = object.checkOut)

@@ -126,8 +126,8 @@ enum class Touched : std::uint16_t {
 constexpr Touched operator|(Touched a, Touched b) {
   return static_cast<Touched>(static_cast<std::uint16_t>(a) | static_cast<std::uint16_t>(b));
 }
-constexpr bool holds(Touched all, Touched one) {
-  return (static_cast<std::uint16_t>(all) & static_cast<std::uint16_t>(one)) != 0;
+constexpr bool holds(Touched all, Touched touched) {
+  return (static_cast<std::uint16_t>(all) & static_cast<std::uint16_t>(touched)) != 0;
 }
 
 struct Effects {

@@ -30,7 +30,7 @@ std::optional<std::wstring_view> Task::numbered(std::wstring_view pattern, int n
 
 std::vector<int> Task::numbers(std::wstring_view stem, int count) const {
   std::vector<int> numbers;
-  for (const Numbered& one : numberedAll(stem, count)) numbers.push_back(one.number);
+  for (const Numbered& entry : numberedAll(stem, count)) numbers.push_back(entry.number);
   return numbers;
 }
 

@@ -85,7 +85,7 @@ std::vector<int> corrections(const std::vector<int>& data, int level) {
       rest[k] = (next + (kCodewords - lead) * factors[factors.size() - 1 - k]) % kCodewords;
     }
   }
-  for (int& one : rest) one = (kCodewords - one) % kCodewords;
+  for (int& number : rest) number = (kCodewords - number) % kCodewords;
   return rest;
 }
 
@@ -120,7 +120,7 @@ class BitRow {
     add(0x10000U | kPatterns[static_cast<std::size_t>(cluster)][static_cast<std::size_t>(codeword)], kModules);
   }
   void invert() {
-    for (std::uint8_t& one : bytes_) one = static_cast<std::uint8_t>(~one);
+    for (std::uint8_t& byte : bytes_) byte = static_cast<std::uint8_t>(~byte);
   }
   [[nodiscard]] const std::vector<std::uint8_t>& bytes() const { return bytes_; }
 

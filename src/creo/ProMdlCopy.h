@@ -24,7 +24,7 @@ struct ProRenamed {
 // ProExists: the name is taken, be it by an instance of a document in the folder; ProBadInputs: Creo takes no such
 // name, or the model is an instance; ProGeneralError: with the reason, such as a document that can't be read or that
 // another program has written meanwhile.
-ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& told);
+ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& renamed);
 // Has another model of that type the name: in memory, in the model's folder or one that is searched, or in a family
 // table of a document there?
 Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name);

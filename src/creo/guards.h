@@ -79,7 +79,7 @@ class SelectionGuard {
   ~SelectionGuard() {
     if (!saved_) return;
     ProSelbufferClear();
-    for (const ProSelection& one : saved_.value) ProSelbufferSelectionAdd(one);
+    for (const ProSelection& selection : saved_.value) ProSelbufferSelectionAdd(selection);
   }
   SelectionGuard(const SelectionGuard&) = delete;
   SelectionGuard& operator=(const SelectionGuard&) = delete;

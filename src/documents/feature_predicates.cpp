@@ -18,12 +18,12 @@ constexpr std::wstring_view kFromTypeVersion = L"4";
 // Does the test hold for a feature of the solid? The first one ends the visit.
 template <class Test>
 Answer anyFeature(creo::ProMdl solid, Test&& holds) {
-  bool held = false;
+  bool present = false;
   creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
-    held = holds(feature);
-    return held ? creo::ProStopVisit : creo::ProNoError;
+    present = holds(feature);
+    return present ? creo::ProStopVisit : creo::ProNoError;
   });
-  return answer(held);
+  return answer(present);
 }
 
 // What keFromType asks of a feature; a test that isn't enabled always holds.
@@ -47,13 +47,13 @@ struct FeatureTests {
     const auto number = creo::ProFeatureNumberGet(feature);
     return number && numberIs(L"featnum", number.value);
   }
-  [[nodiscard]] bool numberIs(std::wstring_view attribute, int held) const {
+  [[nodiscard]] bool numberIs(std::wstring_view attribute, int present) const {
     const std::wstring_view wanted = valueOf(item, attribute);
-    return noted(L"=", wanted, held, text::parseInt(wanted) == held);
+    return noted(L"=", wanted, present, text::parseInt(wanted) == present);
   }
   [[nodiscard]] bool typeHolds(const creo::ProFeature& feature) const {
-    const auto held = creo::ProFeatureTypeGet(feature);
-    return held && held.value == type;
+    const auto stored = creo::ProFeatureTypeGet(feature);
+    return stored && stored.value == type;
   }
 };
 

@@ -34,7 +34,7 @@ bool isPartOfTask(const core::XmlNode& node) {
 
 // Does an element of a task look like an item of its filter, or like a group of them?
 bool looksLikeItems(const core::XmlNode& node) {
-  const auto isItem = [](const core::XmlNode& one) { return core::attrFind(one.attributes, L"type") != nullptr; };
+  const auto isItem = [](const core::XmlNode& entry) { return core::attrFind(entry.attributes, L"type") != nullptr; };
   return !isPartOfTask(node) && (isItem(node) || anyChild(node, isItem));
 }
 

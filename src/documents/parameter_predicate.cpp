@@ -40,25 +40,25 @@ bool comparesNumber(const Comparison& with, double number, double target, double
 
 // The same, told to whoever watches comparisons.
 bool comparesNumber(const Comparison& with, std::wstring_view shown, double number, double target, double margin) {
-  const bool held = comparesNumber(with, number, target, margin);
-  if (!language::ComparisonWatch::on()) return held;
+  const bool present = comparesNumber(with, number, target, margin);
+  if (!language::ComparisonWatch::on()) return present;
   static constexpr std::wstring_view kSigns[] = {L"<", L"<=", L"=", L">=", L">"};
   const bool known = with.ncomp.size() == 1 && with.ncomp[0] >= L'1' && with.ncomp[0] <= L'5';
   const std::wstring_view sign = known ? kSigns[with.ncomp[0] - L'1'] : L"no known comparison";
   const std::wstring wanted = text::format(L"%s %s", sign, with.value);
   language::ComparisonWatch::note(margin == 0 ? wanted : text::format(L"%s, margin %s", wanted, with.epsilon), shown,
-                                  held);
-  return held;
+                                  present);
+  return present;
 }
 
 bool comparesBoolean(const Comparison& with, bool state) {
   static constexpr std::wstring_view kWords[2][7] = {{L"false", L"0", L"no", L"nein", L"f", L"n", L"*"},
                                                      {L"true", L"1", L"yes", L"ja", L"j", L"y", L"*"}};
   const auto& words = kWords[state ? 1 : 0];
-  const bool held = std::any_of(std::begin(words), std::end(words),
-                                [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
-  language::ComparisonWatch::note(with.value, words[0], held);
-  return held;
+  const bool present = std::any_of(std::begin(words), std::end(words),
+                                   [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
+  language::ComparisonWatch::note(with.value, words[0], present);
+  return present;
 }
 
 bool comparesInteger(const Comparison& with, int number) {
@@ -75,28 +75,28 @@ bool comparesReal(const Comparison& with, double number) {
 }
 
 // The visit's answer: stop at a hit, and at a kind that can't be compared.
-creo::ProError compareParameter(const Comparison& with, const creo::ProParameter& parameter, bool& held) {
+creo::ProError compareParameter(const Comparison& with, const creo::ProParameter& parameter, bool& present) {
   const auto value = creo::ProParameterValueGet(parameter);
   if (!value) return creo::ProNoError;
   switch (value.value.type) {
     case creo::ProParamvalueType::boolean:
-      held = comparesBoolean(with, value.value.boolean);
+      present = comparesBoolean(with, value.value.boolean);
       break;
     case creo::ProParamvalueType::string:
-      held = matches(with.value, value.value.string);
+      present = matches(with.value, value.value.string);
       break;
     case creo::ProParamvalueType::integer:
-      held = comparesInteger(with, value.value.integer);
+      present = comparesInteger(with, value.value.integer);
       break;
     case creo::ProParamvalueType::real:
-      held = comparesReal(with, value.value.real);
+      present = comparesReal(with, value.value.real);
       break;
     case creo::ProParamvalueType::none:
     case creo::ProParamvalueType::noteId:
       core::logWrite(L"Deletion test of NoteID is not supported", core::kWarning);
       return creo::ProStopVisit;
   }
-  return held ? creo::ProStopVisit : creo::ProNoError;
+  return present ? creo::ProStopVisit : creo::ProNoError;
 }
 
 Answer parameterPredicate(const Question& question) {

@@ -47,9 +47,9 @@ std::wstring_view valueOf(const core::XmlNode& item, std::wstring_view name, std
 
 bool isTrue(const core::XmlNode& item, std::wstring_view name) { return valueOf(item, name) == L"true"; }
 
-bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result) {
+bool noted(std::wstring_view sign, std::wstring_view wanted, double number, bool result) {
   if (language::ComparisonWatch::on())
-    language::ComparisonWatch::note(text::format(L"%s %s", sign, wanted), text::shortest(held), result);
+    language::ComparisonWatch::note(text::format(L"%s %s", sign, wanted), text::shortest(number), result);
   return result;
 }
 

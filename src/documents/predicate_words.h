@@ -18,7 +18,7 @@ bool isTrue(const core::XmlNode& item, std::wstring_view name);
 using language::matches;
 
 // The result of a test of a number, told to whoever watches comparisons: "> 210" against "297".
-bool noted(std::wstring_view sign, std::wstring_view wanted, double held, bool result);
+bool noted(std::wstring_view sign, std::wstring_view wanted, double number, bool result);
 
 // The model's type where it is one of those. Nothing: it isn't; one that can't be read has its line then.
 std::optional<creo::ProMdlType> applicableType(creo::ProMdl model, Models to);

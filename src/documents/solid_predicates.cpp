@@ -52,18 +52,18 @@ bool hasForm(std::wstring_view value, std::wstring_view pattern, Message message
   return false;
 }
 
-bool equals(const creo::ProParamvalue& held, std::wstring_view value) {
-  switch (held.type) {
+bool equals(const creo::ProParamvalue& paramvalue, std::wstring_view value) {
+  switch (paramvalue.type) {
     case creo::ProParamvalueType::string:
-      return matches(value, held.string);
+      return matches(value, paramvalue.string);
     case creo::ProParamvalueType::integer:
       return hasForm(value, language::kIntegerPattern, Message::noInteger) &&
-             noted(L"=", value, held.integer, text::parseDouble(value) == held.integer);  // beyond int, too
+             noted(L"=", value, paramvalue.integer, text::parseDouble(value) == paramvalue.integer);  // beyond int, too
     case creo::ProParamvalueType::real:
       return hasForm(value, language::kDoublePattern, Message::noDouble) &&
-             noted(L"=", value, held.real, text::parseDouble(value) == held.real);
+             noted(L"=", value, paramvalue.real, text::parseDouble(value) == paramvalue.real);
     case creo::ProParamvalueType::boolean:
-      return boolean(value, held.boolean);
+      return boolean(value, paramvalue.boolean);
     case creo::ProParamvalueType::none:
     case creo::ProParamvalueType::noteId:
       break;
@@ -90,13 +90,13 @@ Answer relationPredicate(const Question& question) {
   if (search.empty()) return Answer::no;
   auto owner = creo::ProMdlToModelitem(question.model);
   if (!owner) return Answer::no;
-  bool held = question.isTrue(L"rel") && anyRelation(owner.value, search);
-  if (!held && question.isTrue(L"posrel")) {
+  bool present = question.isTrue(L"rel") && anyRelation(owner.value, search);
+  if (!present && question.isTrue(L"posrel")) {
     core::logMsgId(Message::filterPostRelations, core::kDebug, 1);
     owner.value.id = creo::kPostRegeneration;
-    held = anyRelation(owner.value, search);
+    present = anyRelation(owner.value, search);
   }
-  return answer(held);
+  return answer(present);
 }
 
 Answer currentMaterialPredicate(const Question& question) {
@@ -115,8 +115,8 @@ Answer materialParameterPredicate(const Question& question) {
   const std::wstring name(text::cut(question.value(L"param"), text::kNameSize - 1));
   const auto parameter = creo::ProParameterInit(material.value, name);
   if (!parameter) return Answer::no;
-  const auto held = creo::ProParameterValueGet(parameter.value);
-  return answer(held && equals(held.value, question.value(L"value")));
+  const auto present = creo::ProParameterValueGet(parameter.value);
+  return answer(present && equals(present.value, question.value(L"value")));
 }
 
 Answer unitSystemPredicate(const Question& question) {
@@ -154,9 +154,9 @@ Answer accuracyPredicate(const Question& question) {
 }
 
 Answer tolerancePredicate(const Question& question) {
-  const auto held = creo::ProSolidModelclassGet(question.model);
+  const auto modelclass = creo::ProSolidModelclassGet(question.model);
   // The list counts from 1; 0 is a model without a class.
-  const int number = held ? static_cast<int>(held.value) + 1 : 0;
+  const int number = modelclass ? static_cast<int>(modelclass.value) + 1 : 0;
   return answer(question.value(L"tol") == std::to_wstring(number));
 }
 

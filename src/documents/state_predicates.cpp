@@ -21,13 +21,13 @@ using StateVisit = creo::ProError (*)(creo::ProMdl solid, creo::Visitor<creo::Pr
 
 // Does a visit of the solid meet an item whose name fits the attribute's pattern?
 Answer stateNamed(const Question& question, StateVisit visit, std::wstring_view attribute) {
-  bool held = false;
+  bool present = false;
   visit(question.model, [&](const creo::ProModelitem& state) {
     const auto name = creo::ProModelitemNameGet(state);
-    held = name && matches(question.value(attribute), name.value);
-    return held ? creo::ProStopVisit : creo::ProNoError;
+    present = name && matches(question.value(attribute), name.value);
+    return present ? creo::ProStopVisit : creo::ProNoError;
   });
-  return answer(held);
+  return answer(present);
 }
 
 Answer combinedStateNamed(creo::ProMdl model, std::wstring_view pattern) {
@@ -40,10 +40,10 @@ Answer combinedStateNamed(creo::ProMdl model, std::wstring_view pattern) {
 // How many items a layer may hold, by the sign: fewer, more, or just so many as the number.
 bool countHolds(const core::XmlNode& item, std::size_t count) {
   const std::wstring_view sign = valueOf(item, L"aomisign");
-  const auto held = static_cast<long long>(count),
+  const auto present = static_cast<long long>(count),
              wanted = static_cast<long long>(text::parseInt(valueOf(item, L"aomitf")));
   const bool holds =
-      (sign == L"=" && held == wanted) || (sign == L">" && held > wanted) || (sign == L"<" && held < wanted);
+      (sign == L"=" && present == wanted) || (sign == L">" && present > wanted) || (sign == L"<" && present < wanted);
   return noted(sign, valueOf(item, L"aomitf"), static_cast<double>(count), holds);
 }
 
@@ -58,12 +58,12 @@ bool layerHolds(const core::XmlNode& item, const creo::ProLayer& layer) {
 }
 
 Answer layerPredicate(const Question& question) {
-  bool held = false;
+  bool present = false;
   creo::ProMdlLayerVisit(question.model, [&](const creo::ProLayer& layer) {
-    held = layerHolds(question.item, layer);
-    return held ? creo::ProStopVisit : creo::ProNoError;
+    present = layerHolds(question.item, layer);
+    return present ? creo::ProStopVisit : creo::ProNoError;
   });
-  return answer(held);
+  return answer(present);
 }
 
 Answer layerStatePredicate(const Question& question) {

@@ -19,8 +19,8 @@ constexpr std::size_t kShownOfPattern = 200, kShownOfText = 60;
 std::size_t givenUpCount = 0;
 
 std::set<std::wstring, std::less<>>& toldPatterns() {
-  static std::set<std::wstring, std::less<>> told;
-  return told;
+  static std::set<std::wstring, std::less<>> reported;
+  return reported;
 }
 
 std::vector<RefusedExpression>& refused() {
@@ -50,7 +50,7 @@ bool GivenUp::any() const { return givenUpCount != before_; }
 
 void noteRefused(std::wstring_view pattern) {
   std::vector<RefusedExpression>& all = refused();
-  const auto isIt = [pattern](const RefusedExpression& one) { return one.pattern == pattern; };
+  const auto isIt = [pattern](const RefusedExpression& expression) { return expression.pattern == pattern; };
   if (all.size() < kMostRefused && std::none_of(all.begin(), all.end(), isIt))
     all.push_back({std::wstring(pattern), expressionFault(pattern)});
 }

@@ -99,10 +99,10 @@ std::optional<creo::Got<creo::ProModelitem>> ownerOf(const Substitution& call, c
 
 // In the parameter's own units, as Creo shows it. units: gets them.
 creo::Got<creo::ProParamvalue> shownValue(const creo::ProParameter& parameter, std::wstring& units) {
-  auto held = creo::ProParameterUnitsGet(parameter);
-  units = std::move(held.value);
-  return held.error != creo::ProNotFound ? creo::ProParameterScaledvalueGet(parameter)
-                                         : creo::ProParameterValueGet(parameter);
+  auto present = creo::ProParameterUnitsGet(parameter);
+  units = std::move(present.value);
+  return present.error != creo::ProNotFound ? creo::ProParameterScaledvalueGet(parameter)
+                                            : creo::ProParameterValueGet(parameter);
 }
 
 // ---- the three look-ups

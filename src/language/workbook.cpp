@@ -51,7 +51,7 @@ bool canBeOpened(std::wstring_view path) { return os::files().exists(path) && !o
 
 bool isTaken(std::wstring_view target) {
   return std::any_of(conversions().begin(), conversions().end(),
-                     [&](const Conversion& one) { return text::equalNoCase(one.target, target); });
+                     [&](const Conversion& conversion) { return text::equalNoCase(conversion.target, target); });
 }
 
 // Two workbooks of one name, from two folders, get two files.
@@ -82,23 +82,24 @@ os::Result<int> startScript(const std::wstring& command) {
 }
 
 // A second time only the lines of the first come again.
-bool convert(Conversion& one) {
+bool convert(Conversion& conversion) {
   const std::wstring script = core::pluginState().confPath + std::wstring(kScript);
   if (!canBeOpened(script)) return fail(text::format(L"%s: %s", script, core::msgText(Message::fileNotFound)));
-  const std::wstring command = text::format(L"%s \"%s\" \"%s\"", script, one.workbook, one.target);
+  const std::wstring command = text::format(L"%s \"%s\" \"%s\"", script, conversion.workbook, conversion.target);
   core::logIndented(command, core::kNormal, 1);
   // A quote in a name would end the argument, and the rest would be a command.
-  if (one.workbook.find(L'"') != std::wstring::npos)
+  if (conversion.workbook.find(L'"') != std::wstring::npos)
     return fail(L"A workbook with a quote in its name can't be converted");
-  if (!one.status) {
-    one.status = startScript(command);
-    one.isMade = *one.status && canBeOpened(one.target);
+  if (!conversion.status) {
+    conversion.status = startScript(command);
+    conversion.isMade = *conversion.status && canBeOpened(conversion.target);
   }
-  const os::Result<int>& status = *one.status;
+  const os::Result<int>& status = *conversion.status;
   if (!status) return fail(text::format(L"%s isn't started: %s", kScript, text::fromUtf8(status.error.message())));
   core::logWrite(text::format(L"exit status %d", status.value), core::kDebug);
-  if (one.isMade) return true;
-  return fail(text::format(L"%s made no file of %s, its exit status is %d", kScript, one.workbook, status.value));
+  if (conversion.isMade) return true;
+  return fail(
+      text::format(L"%s made no file of %s, its exit status is %d", kScript, conversion.workbook, status.value));
 }
 
 }  // namespace
@@ -111,26 +112,28 @@ int convertWorkbook(std::wstring& out, std::size_t outSize, std::wstring_view pa
     return -1;
   }
   if (!isWorkbook(path)) return 0;
-  auto one = std::find_if(conversions().begin(), conversions().end(),
-                          [&](const Conversion& known) { return text::equalNoCase(known.workbook, path); });
-  std::wstring target = one == conversions().end() ? targetOf(path) : one->target;
+  auto entry = std::find_if(conversions().begin(), conversions().end(),
+                            [&](const Conversion& known) { return text::equalNoCase(known.workbook, path); });
+  std::wstring target = entry == conversions().end() ? targetOf(path) : entry->target;
   if (!text::fits(target, outSize)) {
     fail(text::format(L"The name of the csv file of %s is too long", path));
     return -1;
   }
   out = target;
-  if (one == conversions().end()) one = conversions().insert(one, Conversion{std::wstring(path), std::move(target)});
-  if (one->isMade) return 1;
-  const bool hasRoom = one->status || makeRoom(one->target);
-  return hasRoom && convert(*one) ? 0 : -1;
+  if (entry == conversions().end())
+    entry = conversions().insert(entry, Conversion{std::wstring(path), std::move(target)});
+  if (entry->isMade) return 1;
+  const bool hasRoom = entry->status || makeRoom(entry->target);
+  return hasRoom && convert(*entry) ? 0 : -1;
 }
 
 void deleteConvertedFiles() {
   core::logMsgPlain(Message::deleteConvertedFiles, core::kDebug);
-  for (const Conversion& one : conversions()) {
-    if (!one.isMade) continue;
-    const bool removed = !os::files().remove(one.target);
-    core::logWrite(text::format(core::msgText(Message::deleteFile), one.target), removed ? core::kDebug : core::kError);
+  for (const Conversion& conversion : conversions()) {
+    if (!conversion.isMade) continue;
+    const bool removed = !os::files().remove(conversion.target);
+    core::logWrite(text::format(core::msgText(Message::deleteFile), conversion.target),
+                   removed ? core::kDebug : core::kError);
   }
   conversions().clear();
 }

@@ -6,8 +6,8 @@ namespace os {
 template <auto Free>
 struct Freed {
   template <class T>
-  void operator()(T* one) const {
-    Free(one);
+  void operator()(T* entry) const {
+    Free(entry);
   }
 };
 

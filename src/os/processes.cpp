@@ -14,17 +14,17 @@ std::wstring startLine(std::wstring_view program, std::wstring_view arguments) {
 }  // namespace
 
 std::error_code Processes::open(std::wstring_view path) {
-  if (const auto held = heldBack(doors().programs, L"open " + std::wstring(path))) return *held;
+  if (const auto withheld = heldBack(doors().programs, L"open " + std::wstring(path))) return *withheld;
   return doOpen(path);
 }
 
 Result<int> Processes::run(std::wstring_view command, std::wstring_view folder) {
-  if (const auto held = heldBack(doors().programs, L"run " + std::wstring(command))) return {0, *held};
+  if (const auto withheld = heldBack(doors().programs, L"run " + std::wstring(command))) return {0, *withheld};
   return doRun(command, folder);
 }
 
 std::error_code Processes::start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) {
-  if (const auto held = heldBack(doors().programs, startLine(program, arguments))) return *held;
+  if (const auto withheld = heldBack(doors().programs, startLine(program, arguments))) return *withheld;
   return doStart(program, arguments, folder);
 }
 

@@ -83,8 +83,8 @@ std::wstring patternLine(const creo::ProFeature& pattern) {
 }
 
 bool isOfType(const creo::ProFeature& feature, int type) {
-  const auto held = creo::ProFeatureTypeGet(feature);
-  return held && held.value == type;
+  const auto present = creo::ProFeatureTypeGet(feature);
+  return present && present.value == type;
 }
 
 }  // namespace

@@ -100,18 +100,20 @@ struct Dependency {
 // The file of an instance is its generic's, and named without it.
 std::wstring usedName(const creo::ProDependency& used) { return language::patternReplace(used.name, L"/<.*>/", L""); }
 
-std::wstring quantity(const Dependency& one) {
-  if (!one.tree || !one.model) return {};
-  return text::format(L"%lld", one.tree->of(one.model.value));
+std::wstring quantity(const Dependency& dependency) {
+  if (!dependency.tree || !dependency.model) return {};
+  return text::format(L"%lld", dependency.tree->of(dependency.model.value));
 }
 
 constexpr ListColumn<Dependency> kColumns[] = {
-    {L"File name", L"fname", [](const Dependency& one) { return one.subject.file.name; }},
-    {L"File path", L"fpath", [](const Dependency& one) { return one.subject.file.path; }},
+    {L"File name", L"fname", [](const Dependency& dependency) { return dependency.subject.file.name; }},
+    {L"File path", L"fpath", [](const Dependency& entry) { return entry.subject.file.path; }},
     {L"Dependend file name", L"name",
-     [](const Dependency& one) { return usedName(one.used) + L"." + text::lower(one.used.typeText); }},
+     [](const Dependency& item) { return usedName(item.used) + L"." + text::lower(item.used.typeText); }},
     {L"Dependend file path", L"path",
-     [](const Dependency& one) { return one.model ? modelFile(one.model.value).path : std::wstring(); }},
+     [](const Dependency& candidate) {
+       return candidate.model ? modelFile(candidate.model.value).path : std::wstring();
+     }},
     {L"Quantity in modeltree", L"quantity", &quantity},
 };
 
@@ -123,8 +125,8 @@ void dependencyList(CsvReport& report, const ListSubject& subject) {
   if (!used || used.value.empty()) return;
   std::optional<TreeQuantities> tree;
   if (subject.type == creo::ProMdlType::assembly) tree.emplace(subject.model);
-  for (const creo::ProDependency& one : used.value)
-    rows.add({subject, one, creo::ProMdlRetrieve(one.name, one.type), tree ? &*tree : nullptr});
+  for (const creo::ProDependency& element : used.value)
+    rows.add({subject, element, creo::ProMdlRetrieve(element.name, element.type), tree ? &*tree : nullptr});
 }
 
 }  // namespace reports

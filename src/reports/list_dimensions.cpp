@@ -17,27 +17,27 @@ struct Dimension {
   creo::ProDimension handle;
 };
 
-std::wstring fileName(const Dimension& one) { return one.subject.file.name; }
-std::wstring filePath(const Dimension& one) { return one.subject.file.path; }
-std::wstring id(const Dimension& one) { return text::format(L"%d", one.handle.id); }
-std::wstring symbol(const Dimension& one) { return creo::ProDimensionSymbolGet(one.handle).value; }
+std::wstring fileName(const Dimension& dimension) { return dimension.subject.file.name; }
+std::wstring filePath(const Dimension& entry) { return entry.subject.file.path; }
+std::wstring id(const Dimension& item) { return text::format(L"%d", item.handle.id); }
+std::wstring symbol(const Dimension& candidate) { return creo::ProDimensionSymbolGet(candidate.handle).value; }
 
-std::wstring value(const Dimension& one) {
-  const auto value = creo::ProDimensionValueGet(one.handle);
+std::wstring value(const Dimension& element) {
+  const auto value = creo::ProDimensionValueGet(element.handle);
   return value ? text::format(L"%f", value.value) : std::wstring();
 }
 
-std::wstring dimensionText(const Dimension& one) { return joined(creo::ProDimensionTextGet(one.handle)); }
+std::wstring dimensionText(const Dimension& dimension) { return joined(creo::ProDimensionTextGet(dimension.handle)); }
 
 // The text as a person reads it: with the value and the symbol in their places.
-std::wstring interpreted(const Dimension& one) {
-  const auto value = creo::ProDimensionValueGet(one.handle);
+std::wstring interpreted(const Dimension& entry) {
+  const auto value = creo::ProDimensionValueGet(entry.handle);
   if (!value) return {};
-  const std::wstring shown = text::replaceAll(dimensionText(one), L"@D", text::shortest(value.value));
-  return text::replaceAll(shown, L"@S", symbol(one));
+  const std::wstring shown = text::replaceAll(dimensionText(entry), L"@D", text::shortest(value.value));
+  return text::replaceAll(shown, L"@S", symbol(entry));
 }
 
-std::wstring toleranceType(const Dimension& one) {
+std::wstring toleranceType(const Dimension& entry) {
   static constexpr struct {
     creo::ProToleranceType type;
     std::wstring_view word;
@@ -49,7 +49,7 @@ std::wstring toleranceType(const Dimension& one) {
       {creo::ProToleranceType::symmetric, L"SYMMETRIC"},
       {creo::ProToleranceType::symmetricSuperscript, L"SYMMETRIC_SUPERSCRIPT"},
   };
-  const auto type = creo::ProDimensionTolTypeGet(one.handle);
+  const auto type = creo::ProDimensionTolTypeGet(entry.handle);
   for (const auto& row : kWords)
     if (type && row.type == type.value) return std::wstring(row.word);
   return {};
@@ -58,13 +58,13 @@ std::wstring toleranceType(const Dimension& one) {
 constexpr ListColumn<Dimension> kShownColumns[] = {
     {L"File name", L"fname", &fileName},
     {L"File path", L"fpath", &filePath},
-    {L"Model name", L"name", [](const Dimension& one) { return one.owner.name; }},
-    {L"Model path", L"path", [](const Dimension& one) { return one.owner.path; }},
+    {L"Model name", L"name", [](const Dimension& entry) { return entry.owner.name; }},
+    {L"Model path", L"path", [](const Dimension& item) { return item.owner.path; }},
     {L"Dimension id", L"id", &id},
     {L"Dimension name", L"dimname", &symbol},
     {L"Dimension is associative", L"isassoc",
-     [](const Dimension& one) { return truth(creo::ProDimensionIsAssociative(one.handle)); }},
-    {L"Dimension is reference", L"isref", [](const Dimension& one) { return truth(one.handle.reference); }},
+     [](const Dimension& candidate) { return truth(creo::ProDimensionIsAssociative(candidate.handle)); }},
+    {L"Dimension is reference", L"isref", [](const Dimension& element) { return truth(element.handle.reference); }},
     {L"Dimension is relation driven", L"isreldrv",
      [](const Dimension& one) { return truth(creo::ProDimensionIsReldriven(one.handle)); }},
     {L"Dimension value", L"value", &value},
@@ -98,8 +98,8 @@ void dimensionList(CsvReport& report, const ListSubject& subject) {
   const ListRows<Dimension> rows(report, kColumns);
   const bool onlyNamed = subject.task.isTrue(L"onlyNamed");
   const auto add = [&](const creo::ProDimension& dimension) {
-    const Dimension one{subject, subject.file, dimension};
-    if (!onlyNamed || language::regexMatch("^[dp][0-9]+$", text::toUtf8(symbol(one))) != 1) rows.add(one);
+    const Dimension entry{subject, subject.file, dimension};
+    if (!onlyNamed || language::regexMatch("^[dp][0-9]+$", text::toUtf8(symbol(entry))) != 1) rows.add(entry);
     return creo::ProNoError;
   };
   if (subject.type == creo::ProMdlType::drawing)

@@ -38,10 +38,10 @@ struct ShownModel {
 };
 
 constexpr ListColumn<ShownModel> kModelColumns[] = {
-    {L"Drawing name", L"fname", [](const ShownModel& one) { return one.drawing.name; }},
-    {L"Drawing path", L"fpath", [](const ShownModel& one) { return one.drawing.path; }},
-    {L"Model name", L"name", [](const ShownModel& one) { return one.model.name; }},
-    {L"Model path", L"path", [](const ShownModel& one) { return one.model.path; }},
+    {L"Drawing name", L"fname", [](const ShownModel& entry) { return entry.drawing.name; }},
+    {L"Drawing path", L"fpath", [](const ShownModel& item) { return item.drawing.path; }},
+    {L"Model name", L"name", [](const ShownModel& candidate) { return candidate.model.name; }},
+    {L"Model path", L"path", [](const ShownModel& element) { return element.model.path; }},
 };
 
 }  // namespace

@@ -23,10 +23,10 @@ struct Member {
   std::wstring name, generic;
 };
 constexpr ListColumn<Member> kColumns[] = {
-    {L"File name", L"fname", [](const Member& one) { return one.name; }},
-    {L"File path", L"fpath", [](const Member& one) { return one.subject.file.path; }},
-    {L"Extension", L"ext", [](const Member& one) { return std::wstring(creo::typeExtension(one.subject.type)); }},
-    {L"Generic", L"generic", [](const Member& one) { return one.generic; }},
+    {L"File name", L"fname", [](const Member& member) { return member.name; }},
+    {L"File path", L"fpath", [](const Member& entry) { return entry.subject.file.path; }},
+    {L"Extension", L"ext", [](const Member& item) { return std::wstring(creo::typeExtension(item.subject.type)); }},
+    {L"Generic", L"generic", [](const Member& candidate) { return candidate.generic; }},
 };
 
 std::wstring valueText(const creo::Got<creo::ProParamvalue>& value) {

@@ -20,9 +20,9 @@ std::wstring status(const Layer& layer) {
 }
 
 constexpr ListColumn<Layer> kColumns[] = {
-    {L"File name", L"fname", [](const Layer& one) { return one.subject.file.name; }},
-    {L"File path", L"fpath", [](const Layer& one) { return one.subject.file.path; }},
-    {L"Layer", L"layer", [](const Layer& one) { return creo::ProLayerNameGet(one.handle).value; }},
+    {L"File name", L"fname", [](const Layer& entry) { return entry.subject.file.name; }},
+    {L"File path", L"fpath", [](const Layer& item) { return item.subject.file.path; }},
+    {L"Layer", L"layer", [](const Layer& candidate) { return creo::ProLayerNameGet(candidate.handle).value; }},
     {L"Status", L"status", &status},
 };
 

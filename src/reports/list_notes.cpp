@@ -14,10 +14,10 @@ struct Annotation {
 };
 
 constexpr ListColumn<Annotation> kColumns[] = {
-    {L"File name", L"fname", [](const Annotation& one) { return one.subject.file.name; }},
-    {L"Item name", L"name", [](const Annotation& one) { return one.name; }},
-    {L"Item value", L"value", [](const Annotation& one) { return one.value; }},
-    {L"Item type", L"type", [](const Annotation& one) { return std::wstring(one.type); }},
+    {L"File name", L"fname", [](const Annotation& annotation) { return annotation.subject.file.name; }},
+    {L"Item name", L"name", [](const Annotation& entry) { return entry.name; }},
+    {L"Item value", L"value", [](const Annotation& item) { return item.value; }},
+    {L"Item type", L"type", [](const Annotation& candidate) { return std::wstring(candidate.type); }},
 };
 
 // Notes without a name are told apart by their ids.

@@ -13,17 +13,18 @@ struct Parameter {
 };
 
 // In its own units, as variables give it.
-std::wstring value(const Parameter& one) {
-  const auto value = creo::ProParameterScaledvalueGet(one.handle);
+std::wstring value(const Parameter& entry) {
+  const auto value = creo::ProParameterScaledvalueGet(entry.handle);
   return value ? actions::textOf(value.value) : std::wstring();
 }
 
 constexpr ListColumn<Parameter> kColumns[] = {
-    {L"File name", L"fname", [](const Parameter& one) { return one.subject.file.name; }},
-    {L"Parameter", L"name", [](const Parameter& one) { return one.handle.id; }},
-    {L"Type", L"type", [](const Parameter& one) { return parameterTypeWord(one.handle); }},
+    {L"File name", L"fname", [](const Parameter& entry) { return entry.subject.file.name; }},
+    {L"Parameter", L"name", [](const Parameter& item) { return item.handle.id; }},
+    {L"Type", L"type", [](const Parameter& candidate) { return parameterTypeWord(candidate.handle); }},
     {L"Value", L"value", &value},
-    {L"Description", L"descr", [](const Parameter& one) { return creo::ProParameterDescriptionGet(one.handle).value; }},
+    {L"Description", L"descr",
+     [](const Parameter& element) { return creo::ProParameterDescriptionGet(element.handle).value; }},
     {L"Is designated", L"isdesig",
      [](const Parameter& one) { return truth(creo::ProParameterDesignationVerify(one.handle)); }},
     {L"Restriction type", L"restriction", [](const Parameter& one) { return restrictionWord(one.handle); }},

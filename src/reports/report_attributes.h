@@ -34,7 +34,7 @@ constexpr auto reportAttributes(const Lists&... lists) {
             .about = "the report, by the name of its openCSVReport"};
   std::size_t at = 1;
   const auto add = [&](const auto& list) {
-    for (const auto& one : list) all[at++] = asAttribute(one);
+    for (const auto& entry : list) all[at++] = asAttribute(entry);
   };
   (add(lists), ...);
   return all;

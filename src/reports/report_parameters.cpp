@@ -38,18 +38,22 @@ bool isNote(const ProParameter& parameter) {
 }
 
 // A note has none, which is nothing to warn of where nobody named it.
-std::wstring value(const NamedParameter& one) {
-  return one.byPattern && isNote(one.parameter) ? std::wstring() : variable(one.name, one.model);
+std::wstring value(const NamedParameter& entry) {
+  return entry.byPattern && isNote(entry.parameter) ? std::wstring() : variable(entry.name, entry.model);
 }
 
-std::wstring valueType(const NamedParameter& one) { return parameterTypeWord(one.parameter); }
+std::wstring valueType(const NamedParameter& entry) { return parameterTypeWord(entry.parameter); }
 
-std::wstring designated(const NamedParameter& one) { return truth(creo::ProParameterDesignationVerify(one.parameter)); }
+std::wstring designated(const NamedParameter& item) {
+  return truth(creo::ProParameterDesignationVerify(item.parameter));
+}
 
-std::wstring description(const NamedParameter& one) { return creo::ProParameterDescriptionGet(one.parameter).value; }
+std::wstring description(const NamedParameter& candidate) {
+  return creo::ProParameterDescriptionGet(candidate.parameter).value;
+}
 
-std::wstring driver(const NamedParameter& one) {
-  const auto driver = creo::ProParameterDriverGet(one.parameter);
+std::wstring driver(const NamedParameter& element) {
+  const auto driver = creo::ProParameterDriverGet(element.parameter);
   if (!driver) return {};
   switch (driver.value) {
     case creo::ProParameterDriver::parameter:
@@ -64,13 +68,13 @@ std::wstring driver(const NamedParameter& one) {
   return {};
 }
 
-std::wstring restriction(const NamedParameter& one) { return restrictionWord(one.parameter); }
+std::wstring restriction(const NamedParameter& entry) { return restrictionWord(entry.parameter); }
 
-std::wstring units(const NamedParameter& one) { return creo::ProParameterUnitsGet(one.parameter).value; }
+std::wstring units(const NamedParameter& item) { return creo::ProParameterUnitsGet(item.parameter).value; }
 
 struct ParameterColumn {
   std::wstring_view attribute, title, keyEnding;
-  std::wstring (*value)(const NamedParameter& one);
+  std::wstring (*value)(const NamedParameter& candidate);
   std::string_view about;  // for people
 };
 // clang-format off
@@ -122,8 +126,8 @@ class ParameterReport {
     for (const ParameterColumn* column : columns_)
       row_.column(key(name, *column), std::wstring(name) + std::wstring(column->title));
   }
-  void write(const NamedParameter& one) const {
-    for (const ParameterColumn* column : columns_) row_.value(key(one.name, *column), column->value(one));
+  void write(const NamedParameter& element) const {
+    for (const ParameterColumn* column : columns_) row_.value(key(element.name, *column), column->value(element));
   }
 
   creo::ProMdl model_;

@@ -21,9 +21,9 @@ std::wstring accuracy(const ModelFacts& facts) {
 
 // A model without a class of the ISO tables follows ANSI.
 std::wstring tolerance(const ModelFacts& facts) {
-  const auto held = creo::ProSolidModelclassGet(facts.model);
-  if (!held && held.error != creo::ProNotFound) return {};
-  switch (held ? held.value : creo::ProToleranceClass::none) {
+  const auto modelclass = creo::ProSolidModelclassGet(facts.model);
+  if (!modelclass && modelclass.error != creo::ProNotFound) return {};
+  switch (modelclass ? modelclass.value : creo::ProToleranceClass::none) {
     case creo::ProToleranceClass::fine:
       return L"DIN/ISO - FINE";
     case creo::ProToleranceClass::medium:

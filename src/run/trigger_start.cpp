@@ -44,8 +44,8 @@ FiredTrigger& trigger() {
   return fired;
 }
 TriggerObserver*& observer() {
-  static TriggerObserver* one = nullptr;
-  return one;
+  static TriggerObserver* entry = nullptr;
+  return entry;
 }
 
 const std::string& dialog() { return pluginState().dialogName; }
@@ -176,11 +176,11 @@ int startOrTell(ProMdl model, const std::wstring& list, const std::wstring& hist
 // For as long as it lives, and behind it for as long as the run that it started goes on, no other trigger fires.
 class Firing {
  public:
-  Firing(int type, const TriggerObserver::Firing& told) {
+  Firing(int type, const TriggerObserver::Firing& reported) {
     pluginState().triggerType = type;
     pluginState().savedDirectory = ProDirectoryCurrentGet().value;
     trigger() = {};
-    if (observer()) observer()->triggerBegins(told);
+    if (observer()) observer()->triggerBegins(reported);
   }
   ~Firing() {
     if (!actions::runGoesOn()) endTrigger();

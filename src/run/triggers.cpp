@@ -30,8 +30,8 @@ struct Memory {
   pfcModelDescriptor opened;
 };
 Memory& memory() {
-  static Memory one;
-  return one;
+  static Memory entry;
+  return entry;
 }
 
 ProError fire(Trigger trigger, ProMdl model) {

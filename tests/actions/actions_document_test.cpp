@@ -65,8 +65,8 @@ class ActionsDocument : public testing::Test {
     }
   }
   static const Attribute* named(std::span<const Attribute> attributes, std::wstring_view name) {
-    for (const Attribute& one : attributes)
-      if (one.name == name) return &one;
+    for (const Attribute& entry : attributes)
+      if (entry.name == name) return &entry;
     return nullptr;
   }
   // The words that an attribute's line names, and those of the lines that it refers to: "as for `addSymbol`" is the
@@ -122,7 +122,7 @@ TEST_F(ActionsDocument, TellsTheAttributesOfEachRowAndNoOther) {
   for (const Action& row : actions::actionTable()) {
     const Section* section = sectionOf(row);
     if (!section) continue;
-    std::set<std::wstring_view> told;
+    std::set<std::wstring_view> reported;
     for (const AttributeLine& line : attributeLines(*section)) {
       const std::vector<std::string> pieces = atTicks(line.names);
       for (std::size_t i = 1; i < pieces.size(); i += 2) {
@@ -131,14 +131,15 @@ TEST_F(ActionsDocument, TellsTheAttributesOfEachRowAndNoOther) {
           ADD_FAILURE() << section->title << ": its row has no attribute " << pieces[i];
           continue;
         }
-        told.insert(attribute->name);
+        reported.insert(attribute->name);
         if (pieces[i - 1] != " to ") continue;
         const std::size_t digits = pieces[i].find_last_not_of("0123456789") + 1;
         EXPECT_EQ(attribute->most - 1, numberIn(pieces[i].substr(digits))) << section->title << ": " << pieces[i];
       }
     }
     for (const Attribute& attribute : row.attributes)
-      EXPECT_TRUE(told.contains(attribute.name)) << section->title << " doesn't tell " << text::toUtf8(attribute.name);
+      EXPECT_TRUE(reported.contains(attribute.name))
+          << section->title << " doesn't tell " << text::toUtf8(attribute.name);
   }
 }
 

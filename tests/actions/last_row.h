@@ -6,9 +6,9 @@
 namespace test {
 
 // told: as told() gives it, of a list that has a Body alone.
-inline std::wstring lastRow(std::wstring told) {
-  const std::size_t at = told.rfind(L"B0 ");
-  return at == told.npos ? told : told.substr(at);
+inline std::wstring lastRow(std::wstring text) {
+  const std::size_t at = text.rfind(L"B0 ");
+  return at == text.npos ? text : text.substr(at);
 }
 
 }  // namespace test

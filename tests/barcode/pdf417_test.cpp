@@ -57,9 +57,9 @@ TEST(Pdf417, TakesTheFewestCodewords) {
       {"\xe4\xf6\xfc\xdf\xe4\xf6\xfc", 7},
       {"ABCDEFGH" + std::string(20, '5') + "abcdefgh", 18},
   };
-  for (const Case& one : cases) {
-    EXPECT_EQ(one.codewords, barcode::compacted(one.text).size()) << one.text;
-    EXPECT_EQ(one.text, CodewordReader(barcode::compacted(one.text)).text());
+  for (const Case& entry : cases) {
+    EXPECT_EQ(entry.codewords, barcode::compacted(entry.text).size()) << entry.text;
+    EXPECT_EQ(entry.text, CodewordReader(barcode::compacted(entry.text)).text());
   }
 }
 
@@ -108,10 +108,10 @@ TEST(Pdf417, ChoosesItsLevelByTheCodewordsOfTheText) {
   };
   const Case cases[] = {{1, 2},   {40, 2},  {41, 3},  {160, 3}, {161, 4}, {320, 4},
                         {321, 5}, {863, 5}, {864, 4}, {895, 4}, {896, 3}, {925, 0}};
-  for (const Case& one : cases) {
-    const Pdf417 code = coded(std::string(one.codewords * 2, 'A'));
-    EXPECT_EQ(barcode::kPdf417Done, code.error) << one.codewords;
-    EXPECT_EQ(one.level, code.errorLevel) << one.codewords;
+  for (const Case& entry : cases) {
+    const Pdf417 code = coded(std::string(entry.codewords * 2, 'A'));
+    EXPECT_EQ(barcode::kPdf417Done, code.error) << entry.codewords;
+    EXPECT_EQ(entry.level, code.errorLevel) << entry.codewords;
   }
 }
 
@@ -132,10 +132,10 @@ TEST(Pdf417, RefusesWhatFitsNoCode) {
       {std::string(2711, '1'), 0, barcode::kPdf417TextTooLong},
       {std::string(50000000, 'A'), 9, barcode::kPdf417TextTooLong},
   };
-  for (const Case& one : cases) {
-    const Pdf417 code = coded(one.text, one.level);
-    EXPECT_EQ(one.error, code.error) << one.text.size() << " at " << one.level;
-    EXPECT_EQ(one.error == barcode::kPdf417Done, !code.outBits.empty());
+  for (const Case& entry : cases) {
+    const Pdf417 code = coded(entry.text, entry.level);
+    EXPECT_EQ(entry.error, code.error) << entry.text.size() << " at " << entry.level;
+    EXPECT_EQ(entry.error == barcode::kPdf417Done, !code.outBits.empty());
   }
   for (const double wrong : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
     Pdf417 code;

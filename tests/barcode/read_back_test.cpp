@@ -149,14 +149,14 @@ TEST(ReadBack, TextsWhoseLettersAreStated) {
     EXPECT_EQ(barcode::kPdf417Done, code.error) << text;
     return code;
   };
-  for (const Case& one : cases) {
+  for (const Case& entry : cases) {
     for (int level = 0; level < 4; ++level) {
-      const auto qr = barcode::latin1QrCode(one.latin1, level, 2, true);
+      const auto qr = barcode::latin1QrCode(entry.latin1, level, 2, true);
       ASSERT_TRUE(qr);
-      EXPECT_EQ(one.utf8 + " (stated)", scannedText(pictureOf(*qr), "QRCode"));
+      EXPECT_EQ(entry.utf8 + " (stated)", scannedText(pictureOf(*qr), "QRCode"));
     }
-    EXPECT_EQ(one.utf8 + " (stated)",
-              scannedText(test::pictureOf(pdf417(one.latin1, barcode::kLatin1Stated)), "PDF417"));
+    EXPECT_EQ(entry.utf8 + " (stated)",
+              scannedText(test::pictureOf(pdf417(entry.latin1, barcode::kLatin1Stated)), "PDF417"));
   }
   // Not stated, the first is another text for it.
   EXPECT_NE(cases[0].utf8, scannedText(pictureOf(*barcode::qrCode(cases[0].latin1, 0, 2, true)), "QRCode"));

@@ -128,12 +128,13 @@ TEST_F(Configuration, TheTextFolderIsCutFromThePath) {
 
 // Those of triggers stand in a document of their own, by what their names begin with.
 TEST(ConfigurationDocument, TellsEachKeyWithItsShortName) {
-  const std::string told = test::readBytes(test::sourceFolder() + "/docs/configuration.md");
+  const std::string reported = test::readBytes(test::sourceFolder() + "/docs/configuration.md");
   for (const core::ConfigKey& key : core::configKeys()) {
     if (key.name.starts_with(L"kvd_start_kvz_")) continue;
     for (const std::wstring_view name : {key.name, key.shortName}) {
       const std::string word = "`" + text::toUtf8(name);
-      if (!name.empty()) EXPECT_TRUE(told.find(word + '`') != told.npos || told.find(word + '=') != told.npos) << word;
+      if (!name.empty())
+        EXPECT_TRUE(reported.find(word + '`') != reported.npos || reported.find(word + '=') != reported.npos) << word;
     }
   }
 }

@@ -15,7 +15,7 @@
 
 #include "creo/ProParameter.h"
 #include "headless/model/models.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "os/files_wrapper.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"

@@ -62,11 +62,11 @@ TEST_F(Eval, ATextGivesItsValueOrItsErrors) {
       {{"a", "--user", "=1"}, 2, "", "kelvane: --user: '=1' is no NAME=VALUE\n"},
       {{"--filter", "nowhere/x.xml"}, 2, "", "kelvane: there is no filter nowhere/x.xml\n"},
   };
-  for (const Case& one : cases) {
-    const Ended ended = eval(one.words);
-    EXPECT_EQ(one.out, ended.out);
-    EXPECT_EQ(one.err, ended.err);
-    EXPECT_EQ(one.code, ended.code) << one.out << one.err;
+  for (const Case& entry : cases) {
+    const Ended ended = eval(entry.words);
+    EXPECT_EQ(entry.out, ended.out);
+    EXPECT_EQ(entry.err, ended.err);
+    EXPECT_EQ(entry.code, ended.code) << entry.out << entry.err;
   }
 }
 
@@ -112,29 +112,29 @@ TEST_F(Eval, AFilterTellsItemByItemHowItDecides) {
        "1  creoVersion creo8=\"true\"\n    true: the item holds\nholds: item 1 holds\n"},
       {"", 0, "holds: it has no items\n"},
   };
-  for (const Case& one : cases) {
-    file("standards/filters/x.xml", "<root>" + one.items + "</root>");
+  for (const Case& entry : cases) {
+    file("standards/filters/x.xml", "<root>" + entry.items + "</root>");
     for (const char* name : {"standards/filters/x.xml", "standards/x", "standards/filters/x"}) {
       const Ended ended = eval({"--filter", path(name)});
-      EXPECT_EQ(one.out, ended.out);
-      EXPECT_EQ(one.code, ended.code);
+      EXPECT_EQ(entry.out, ended.out);
+      EXPECT_EQ(entry.code, ended.code);
     }
   }
 }
 
 TEST_F(Eval, NumbersAreShownWithTheSignTheyMustHave) {
-  const auto told = [this](const std::string& model, const std::string& item) {
+  const auto reported = [this](const std::string& model, const std::string& item) {
     file("standards/filters/x.xml", "<root><i filtertype=\"true\" opand=\"true\" " + item + "/></root>");
     return kelvane({"eval", example("workspace"), model, "--filter", path("standards/x")}).out;
   };
   EXPECT_EQ(
       "1  accuracy valtype=\"rel\" eq=\"0\" value=\"0.002\"\n    \"< 0.002\" against \"0.0012\": match\n"
       "    true: the item holds\nholds: item 1 holds\n",
-      told("GASKET.PRT", R"(type="accuracy" valtype="rel" eq="0" value="0.002")"));
+      reported("GASKET.PRT", R"(type="accuracy" valtype="rel" eq="0" value="0.002")"));
   EXPECT_EQ(
       "1  sheetsize he=\"297\" ws=\"420\"\n    \"= 297\" against \"297\": match\n"
       "    \"> 420\" against \"420\": no match\n    false: the item fails\nrefuses: item 1 fails\n",
-      told("GEAR.DRW", R"(type="sheetsize" he="297" ws="420")"));
+      reported("GEAR.DRW", R"(type="sheetsize" he="297" ws="420")"));
 }
 
 class Why : public ProgramTest {
@@ -210,7 +210,7 @@ TEST_F(Why, TheTableSaysWhyAModelHasNoRow) {
        "no   table: no row: the filter file refuses it\n       1  isSkeleton\n           false: the item fails\n"},
       {"SHAFT.PRT", {"--set", "kvd_ext_filter_file=broken.xml"}, "no   table: no row: the filter file can't be read\n"},
   };
-  for (const Case& one : cases) EXPECT_EQ(one.line, why(one.model, one.more, 1));
+  for (const Case& entry : cases) EXPECT_EQ(entry.line, why(entry.model, entry.more, 1));
   const Ended ran = kelvane({"run", path("standards"), "clean", models(), "--save", "all"});
   EXPECT_EQ(0, ran.code) << ran.out << ran.err;
   EXPECT_EQ("no   table: a row, not selected: its history says that this list has worked it\n",

@@ -8,7 +8,7 @@
 #include "actions/dispatch.h"
 #include "actions/environment/question.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
+#include "headless/vault/servers.h"
 #include "headless/vault/vault.h"
 #include "kelvane/check/attribute_check.h"
 #include "kelvane/example_world.h"
@@ -132,19 +132,19 @@ class DocumentedExample : public testing::TestWithParam<Example> {
  protected:
   // The attributes of each task are those of its row, and its version is the row's.
   static Told readTasks(const core::XmlNode& list) {
-    Told told;
+    Told reported;
     eachTask(list, [&](const core::XmlNode& task) {
       const actions::Action* row = actions::findAction(valueOf(task, L"type"));
       if (!row) {
         ADD_FAILURE() << "no action " << text::toUtf8(valueOf(task, L"type"));
         return;
       }
-      told.add(task, *row);
+      reported.add(task, *row);
       if (!row->version.empty()) EXPECT_EQ(row->version, valueOf(task, L"version"));
       for (const kelvane::AttributeFault& fault : kelvane::attributeFaults(task, *row))
         ADD_FAILURE() << fault.rule << ": " << fault.text;
     });
-    return told;
+    return reported;
   }
   // Those that one of the tasks is for; a part for tasks that ask no kind.
   static std::vector<Kind> kindsOf(const core::XmlNode& list) {
@@ -159,7 +159,7 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     return kinds;
   }
 
-  static void prepare(World& world, const Told& told) {
+  static void prepare(World& world, const Told& announced) {
     addIdleList(world);
     world.config("kvd_check_modifyable=0\nkvd_filter_curmod=1");
     writeExampleModels(world);
@@ -167,8 +167,8 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     const std::string open =
         "<task type='openCSVReport' version='3' name='audit' file='@project_dir@/audit.csv' overwrite='true'/>";
     world.list("in.xml", "<task type='checkinModel' " + kForAll + "/>");
-    world.list("example.xml", GetParam().tasks, told.hasReport ? open : "");
-    if (told.hasServer) ASSERT_TRUE(headless::Vault::create(L"c:\\plm", "production"));
+    world.list("example.xml", GetParam().tasks, announced.hasReport ? open : "");
+    if (announced.hasServer) ASSERT_TRUE(headless::Vault::create(L"c:\\plm", "production"));
   }
   static void answerQuestions(World& world) {
     headless::Ui& ui = world.session().ui();
@@ -178,24 +178,24 @@ class DocumentedExample : public testing::TestWithParam<Example> {
     });
   }
 
-  static void runOn(const Kind& kind, const Told& told) {
+  static void runOn(const Kind& kind, const Told& noted) {
     World world;
-    prepare(world, told);
+    prepare(world, noted);
     WatchedDoors doors(world);
     ASSERT_EQ(0, world.start());
-    if (told.hasServer) ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+    if (noted.hasServer) ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
     answerQuestions(world);
     language::userVariables().set(L"ROUNDS", L"2");
     ASSERT_TRUE(world.open(kind.name, kind.type));
     world.openTool();
-    if (told.hasServer && told.keys != "checkinModel") world.run("in.xml");
+    if (noted.hasServer && noted.keys != "checkinModel") world.run("in.xml");
 
     std::set<std::wstring> underWork = {text::lower(kind.name)};
-    if (told.hasGroup) underWork.insert({L"gb_120", L"blank"});  // the drawing and the part of its tasks
+    if (noted.hasGroup) underWork.insert({L"gb_120", L"blank"});  // the drawing and the part of its tasks
     const Seen seen = watched(world, doors, underWork);
     for (const auto& [door, what] : seen)
-      EXPECT_TRUE(told.knows(door)) << told.keys << " changes " << doorName(door)
-                                    << ", which its row doesn't tell: " << what;
+      EXPECT_TRUE(noted.knows(door)) << noted.keys << " changes " << doorName(door)
+                                     << ", which its row doesn't tell: " << what;
     for (const wchar_t* line : {L"CAN'T FIND THIS FUNCTION", L"because false version code", L"Filter not found"})
       EXPECT_FALSE(world.logHas(line)) << text::toUtf8(world.log());
   }
@@ -205,10 +205,10 @@ TEST_P(DocumentedExample, IsCarriedOutAndTouchesWhatItsRowTells) {
   const core::XmlLoaded loaded = core::xmlParse(std::string_view("<list>" + GetParam().tasks + "</list>"));
   ASSERT_TRUE(loaded) << text::toUtf8(loaded.fault);
   const core::XmlNode& list = *loaded.document->root()->next;
-  const Told told = readTasks(list);
+  const Told message = readTasks(list);
   for (const Kind& kind : kindsOf(list)) {
     SCOPED_TRACE(text::toUtf8(kind.name));
-    runOn(kind, told);
+    runOn(kind, message);
   }
 }
 

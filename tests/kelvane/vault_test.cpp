@@ -109,12 +109,12 @@ TEST_F(VaultProgram, ARefusedCheckOutIsToldAndLeavesTheModelOut) {
   getAs("bob", "mill", "unit.asm");
   runAs("bob", "mill", "unsaved.xml", {"--check-out", "--select", "SHAFT*"});
   const std::string reason = "SHAFT.PRT is checked out by bob in the workspace mill";
-  const std::string told = "warning: SHAFT.PRT can't be checked out: " + reason + "\n";
+  const std::string text = "warning: SHAFT.PRT can't be checked out: " + reason + "\n";
   for (const char* modifiable : {"0", "1"}) {
     const Ended ended = runAs("ann", "models", "norm.xml",
                               {"--check-out", "-q", "-n", "--set", std::string("kvd_check_modifyable=") + modifiable});
     EXPECT_EQ(0, ended.code);
-    EXPECT_EQ(told, ended.err);
+    EXPECT_EQ(text, ended.err);
     EXPECT_EQ("dry  models=2 changed=1 unchanged=0 skipped=1 failed=0 saved=1  errors=0 warnings=0", recapOf(ended));
   }
   const Ended asked = runAs("ann", "models", "norm.xml",
@@ -124,7 +124,7 @@ TEST_F(VaultProgram, ARefusedCheckOutIsToldAndLeavesTheModelOut) {
   const Ended cancelled =
       runAs("ann", "models", "norm.xml", {"--check-out", "-n", "--set", "kvd_cancel_if_not_checked_out=1"});
   EXPECT_EQ(1, cancelled.code);
-  EXPECT_THAT(cancelled.err, testing::HasSubstr(told));
+  EXPECT_THAT(cancelled.err, testing::HasSubstr(text));
 
   list("note.xml",
        "<task type='addFileToWorkspace' version='3' forPRT='true' forEF='false' source='d:/note.txt'"
@@ -178,9 +178,9 @@ TEST_F(VaultProgram, TroubleIsToldInALine) {
       {runAs("../ann", "models", "in.xml"), 2, "'../ann' is no name of a user or workspace"},
       {run("in.xml", {"--check-out"}), 2, "--workspace, --user and --check-out need a --vault"},
   };
-  for (const auto& one : cases) {
-    EXPECT_EQ(one.code, one.ended.code) << one.line;
-    EXPECT_NE(std::string::npos, one.ended.err.find(one.line)) << one.ended.err << one.ended.out;
+  for (const auto& entry : cases) {
+    EXPECT_EQ(entry.code, entry.ended.code) << entry.line;
+    EXPECT_NE(std::string::npos, entry.ended.err.find(entry.line)) << entry.ended.err << entry.ended.out;
   }
   file("plm/objects/shaft.prt.json", "{\n\"format\": 1,\n\"number\": \"one\"}");
   const Ended damaged = vault();
@@ -196,8 +196,8 @@ TEST_F(VaultProgram, TroubleIsToldInALine) {
 TEST_F(VaultProgram, ALockThatAnotherProcessHoldsIsNamed) {
   os::mounts().set(L'v', path("plm"));
   runAs("ann", "models", "in.xml");
-  const auto held = os::lockFile(L"v:\\vault.lock");
-  ASSERT_TRUE(held);
+  const auto lock = os::lockFile(L"v:\\vault.lock");
+  ASSERT_TRUE(lock);
   const Ended ended = vault({"--release", "SHAFT.PRT"});
   EXPECT_EQ(2, ended.code);
   EXPECT_EQ("kelvane: the vault " + path("plm") + " is locked by another process\n", ended.err);

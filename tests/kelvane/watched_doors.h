@@ -122,8 +122,8 @@ class WatchedDoors : public headless::SessionObserver {
     std::size_t programs = 0, requests = 0;
     std::set<std::wstring> documents;  // names of models in the folder, in small letters
     [[nodiscard]] const headless::ModelInMemory* find(creo::ProMdl model) const {
-      for (const headless::ModelInMemory& one : models)
-        if (one.handle == model) return &one;
+      for (const headless::ModelInMemory& inMemory : models)
+        if (inMemory.handle == model) return &inMemory;
       return nullptr;
     }
   };
@@ -163,19 +163,19 @@ class WatchedDoors : public headless::SessionObserver {
   void add(Touched door, std::wstring_view what) { add(door, text::toUtf8(what)); }
 
   void compareModels(const State& before, const State& after) {
-    for (const headless::ModelInMemory& one : before.models)
-      if (!after.find(one.handle)) add(Touched::session, one.name + L" has left memory");
-    for (const headless::ModelInMemory& one : after.models) {
-      const headless::ModelInMemory* was = before.find(one.handle);
-      const bool isChanged = (one.modified && !(was && was->modified)) || saved_.contains(one.name);
+    for (const headless::ModelInMemory& item : before.models)
+      if (!after.find(item.handle)) add(Touched::session, item.name + L" has left memory");
+    for (const headless::ModelInMemory& candidate : after.models) {
+      const headless::ModelInMemory* was = before.find(candidate.handle);
+      const bool isChanged = (candidate.modified && !(was && was->modified)) || saved_.contains(candidate.name);
       if (!isChanged) continue;
-      const bool isNew = !was && one.version == 0;
-      const bool isFamily = !one.instanceOf.empty();
-      const Touched door = names_.contains(text::lower(one.name)) ? Touched::model
-                           : isNew                                ? Touched::session
-                           : isFamily                             ? Touched::family
-                                                                  : Touched::users;
-      add(door, one.name + L" is changed");
+      const bool isNew = !was && candidate.version == 0;
+      const bool isFamily = !candidate.instanceOf.empty();
+      const Touched door = names_.contains(text::lower(candidate.name)) ? Touched::model
+                           : isNew                                      ? Touched::session
+                           : isFamily                                   ? Touched::family
+                                                                        : Touched::users;
+      add(door, candidate.name + L" is changed");
     }
   }
   void compareState(const State& before, const State& after) {

@@ -5,8 +5,9 @@
 #include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
 #include "documents/parsed.h"
+#include "headless/model/models.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
+#include "headless/vault/servers.h"
 #include "language/user_variables.h"
 #include "language/variables.h"
 
@@ -37,7 +38,7 @@ class VaultLists : public test::ActionTest {
   }
   void begin(const std::wstring& name = L"BRACKET") {
     ASSERT_EQ(0, world.start());
-    ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+    ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
     world.open(name, ProMdlType::part);
   }
   std::wstring told(const std::string& list) {
@@ -64,7 +65,7 @@ class VaultLists : public test::ActionTest {
                       record.location;
     if (!record.checkOut) return all;
     all += " " + record.checkOut->user + "/" + record.checkOut->workspace;
-    for (const std::string& one : record.checkOut->names) all += " " + one;
+    for (const std::string& entry : record.checkOut->names) all += " " + entry;
     return all;
   }
   // Somebody else takes what the vault has into a workspace of his own and checks it out.
@@ -112,7 +113,7 @@ TEST_F(VaultLists, WithoutAServerOrAWorkspaceTheActionsAreSilent) {
   const std::wstring titles = L"checkinModel|checkoutModel|Clear workspace|Add file to workspace";
   EXPECT_EQ(titles, told("all.xml"));
   EXPECT_EQ(1, world.version("BRACKET.prt"));
-  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\plm", L"design", L"ann", 0}));
+  ASSERT_EQ(L"", world.session().servers().connect({L"c:\\plm", L"design", L"ann", 0}));
   for (int i = 0; i < 4; ++i) world.session().failNext("ProServerWorkspaceGet", ProGeneralError);
   world.pressStart();
   EXPECT_EQ(titles, told());
@@ -303,11 +304,11 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
       {L"type='pdmobject_2' cs_not_checked_out='true'", 1, 0},
       {L"type='pdmobject_2' hdd='true'", 0, 0},
   };
-  for (const Case& one : cases)
-    EXPECT_EQ(one.in, test::predicate(one.attributes, part)) << text::toUtf8(one.attributes);
+  for (const Case& entry : cases)
+    EXPECT_EQ(entry.in, test::predicate(entry.attributes, part)) << text::toUtf8(entry.attributes);
   told("out.xml");
-  for (const Case& one : cases)
-    EXPECT_EQ(one.out, test::predicate(one.attributes, part)) << text::toUtf8(one.attributes);
+  for (const Case& item : cases)
+    EXPECT_EQ(item.out, test::predicate(item.attributes, part)) << text::toUtf8(item.attributes);
   EXPECT_EQ(ProNoError, ProDirectoryChange(L"wtws://plm/design/"));
   EXPECT_EQ(L"d:\\", ProDirectoryCurrentGet().value);
 }
@@ -315,8 +316,8 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
 TEST_F(VaultLists, AHeldLockAndADiskThatFailsLoseNothing) {
   begin();
   {
-    const auto held = os::lockFile(L"c:\\plm\\vault.lock");
-    ASSERT_TRUE(held);
+    const auto lock = os::lockFile(L"c:\\plm\\vault.lock");
+    ASSERT_TRUE(lock);
     EXPECT_EQ(L"checkinModel|E:Failure happend while checkin", told("in.xml"));
     EXPECT_NE(std::wstring::npos, world.messages().find(L"/plm is locked by another process"));
   }
@@ -340,7 +341,7 @@ TEST_F(VaultLists, AHeldLockAndADiskThatFailsLoseNothing) {
 TEST_F(VaultLists, TwoServersAndOneIsActive) {
   begin();
   EXPECT_TRUE(Vault::create(L"c:\\archive", "archive"));
-  ASSERT_EQ(L"", world.session().state().servers.connect({L"c:\\archive", L"old", L"ann", 0}));
+  ASSERT_EQ(L"", world.session().servers().connect({L"c:\\archive", L"old", L"ann", 0}));
   EXPECT_EQ(L"plm", ProServerActiveGet().value);
   told("in.xml");
   EXPECT_EQ(ProNotFound, ProServerActivate(L"nowhere"));

@@ -8,8 +8,8 @@ namespace {
 TEST(Lock, IsHeldByOneAndLeavesNoFile) {
   const Disk disk;
   for (int round = 0; round < 2; ++round) {
-    const auto held = lockFile(L"d:\\run.lock");
-    ASSERT_TRUE(held) << held.error.message();
+    const auto lock = lockFile(L"d:\\run.lock");
+    ASSERT_TRUE(lock) << lock.error.message();
     EXPECT_EQ("run.lock", disk.tree());
     EXPECT_EQ(std::errc::device_or_resource_busy, lockFile(L"d:\\run.lock").error);
     EXPECT_EQ("run.lock", disk.tree());

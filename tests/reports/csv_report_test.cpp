@@ -134,14 +134,14 @@ TEST_F(CsvReportTest, AppendingMindsWhatTheFileHolds) {
       {"as it was left", header + old + "\r\n", side, header + old + "\r\n" + added},
       {"a mark and a header", mark + header, side, mark + header + added, "charsetUTF=\"true\""},
   };
-  for (const auto& one : cases) {
+  for (const auto& entry : cases) {
     for (const char* ending : {"", "header", "t"}) std::filesystem::remove(world_.temp() + "/audit.csv" + ending);
-    if (one.file) existing(*one.file);
-    if (one.side) existing(*one.side, "header");
-    fill(open(one.attributes), L"3", L"4");
+    if (entry.file) existing(*entry.file);
+    if (entry.side) existing(*entry.side, "header");
+    fill(open(entry.attributes), L"3", L"4");
     closeAll();
-    EXPECT_EQ(one.expected, bytes()) << one.name;
-    EXPECT_EQ(!one.side, std::filesystem::exists(world_.temp() + "/audit.csvt")) << one.name;
+    EXPECT_EQ(entry.expected, bytes()) << entry.name;
+    EXPECT_EQ(!entry.side, std::filesystem::exists(world_.temp() + "/audit.csvt")) << entry.name;
   }
 }
 

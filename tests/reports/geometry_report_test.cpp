@@ -30,8 +30,8 @@ class GeometryReport : public testing::Test {
   }
   static std::string geometry(const std::string& columns) {
     std::string attributes;
-    for (const char* one : {"mass", "volume", "gravity", "boundingbox", "surfacearea"})
-      attributes += std::string(one) + "='" + (columns.find(one) == columns.npos ? "false" : "true") + "' ";
+    for (const char* entry : {"mass", "volume", "gravity", "boundingbox", "surfacearea"})
+      attributes += std::string(entry) + "='" + (columns.find(entry) == columns.npos ? "false" : "true") + "' ";
     return "<task type='reportGeometryProperties' version='3' forPRT='true' forASM='true' forEF='false' "
            "reporter='audit' " +
            attributes + "/>";

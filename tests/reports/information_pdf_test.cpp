@@ -363,12 +363,12 @@ TEST_F(InformationPdf, FoldersAndFilesThatCantBeWrittenEndIt) {
   world.list("model.xml", task("writeInformationPDF", "folderFromModel='true' file='@mdln@'"));
   test::writeBytes(path("old.PDF"), "old");
   world.runOn(L"PLATE", ProMdlType::part, "missing.xml");
-  const auto told = [&] { return test::told(world.log()); };
-  EXPECT_EQ(L"B0 write informative PDF|E:The path is not existing", told());
+  const auto reported = [&] { return test::told(world.log()); };
+  EXPECT_EQ(L"B0 write informative PDF|E:The path is not existing", reported());
   world.run("nameless.xml");
-  EXPECT_EQ(L"B0 write informative PDF|E:The attribute 'file' is missing", told());
+  EXPECT_EQ(L"B0 write informative PDF|E:The attribute 'file' is missing", reported());
   world.run("old.xml");
-  EXPECT_EQ(L"B0 write informative PDF|W:File already exists, no new image taken", told());
+  EXPECT_EQ(L"B0 write informative PDF|W:File already exists, no new image taken", reported());
   EXPECT_EQ("old", test::readBytes(path("old.PDF")));
   world.run("replace.xml");
   EXPECT_EQ("%PDF", test::readBytes(path("old.PDF")).substr(0, 4));
@@ -391,9 +391,9 @@ TEST_F(InformationPdf, WithoutANameOfItsOwnNothingIsWritten) {
   for (const auto& [name, line] : names) tasks += task("writeInformationPDF", "folder='t:\\' file='" + name + "'");
   world.list("names.xml", tasks + task("writeInformationPDF", "folder='' file='beside'"));
   world.runOn(L"PLATE", ProMdlType::part, "names.xml");
-  const std::wstring told = test::told(world.log());
+  const std::wstring reported = test::told(world.log());
   for (const auto& [name, line] : names)
-    EXPECT_NE(told.npos, told.find(L" write informative PDF|" + line)) << name << text::toUtf8(told);
+    EXPECT_NE(reported.npos, reported.find(L" write informative PDF|" + line)) << name << text::toUtf8(reported);
   for (const auto& entry : std::filesystem::directory_iterator(world.temp()))
     EXPECT_NE(".pdf", text::toUtf8(text::lower(entry.path().extension().wstring()))) << entry.path();
   EXPECT_TRUE(std::filesystem::exists(world.models() + "/beside.pdf"));  // from the working folder

@@ -242,9 +242,9 @@ TEST_F(ListReport, AppendingUnderTheSameColumnsOnlyAppends) {
   EXPECT_EQ("Drawing name|Drawing path|Model name|Model path\n" + rows + rows + rows, fields(readBytes(file(0))));
   EXPECT_FALSE(std::filesystem::exists(file(0) + "t"));
   const std::wstring log = world.log(), line = L"Replace Header Line: writeListReport";
-  std::size_t told = 0;
-  for (std::size_t at = 0; (at = log.find(line, at)) != log.npos; ++at) ++told;
-  EXPECT_EQ(4U, told);
+  std::size_t reported = 0;
+  for (std::size_t at = 0; (at = log.find(line, at)) != log.npos; ++at) ++reported;
+  EXPECT_EQ(4U, reported);
 }
 
 TEST_F(ListReport, OverridingBeginsWithAMarkWhereItIsUtf8) {

@@ -143,11 +143,11 @@ TEST_F(ModelDataReport, AFailingOperationCostsItsOwnFieldOnly) {
   model("gear.prt", kGear);
   prepare(data(on(kSolidColumns) + "xFeats='3'"), L"GEAR");
   run();
-  for (const Row& one : cases) {
-    world.session().failNext(one.operation, one.code);
+  for (const Row& row : cases) {
+    world.session().failNext(row.operation, row.code);
     std::vector<std::string> expected = kGearRow;
-    expected[one.column] = one.left;
-    EXPECT_EQ(rows(), line(expected)) << one.operation;
+    expected[row.column] = row.left;
+    EXPECT_EQ(rows(), line(expected)) << row.operation;
   }
 }
 
@@ -176,11 +176,11 @@ TEST_F(ModelDataReport, RegenerationIsToldAndItsFeaturesAreLogged) {
             line({"Model name", "Regeneration feedback"}) + line({"BAD", "failure while regenerate"}) +
                 line({"GOOD", "OK"}) + line({"LOOP", "regenerate again - loop ?"}) +
                 line({"TOP", "failure while regenerate"}));
-  const std::wstring told = log();
-  EXPECT_NE(told.find(L"|1 - BODY|5 -"), std::wstring::npos) << told;
-  EXPECT_EQ(told.find(L"|4 - "), std::wstring::npos);
+  const std::wstring text = log();
+  EXPECT_NE(text.find(L"|1 - BODY|5 -"), std::wstring::npos) << text;
+  EXPECT_EQ(text.find(L"|4 - "), std::wstring::npos);
   ProSolidRegenerate(ProMdlInit(L"GOOD", ProMdlType::part).value, 0);
-  EXPECT_EQ(told, log()) << "nobody listens behind the action";
+  EXPECT_EQ(text, log()) << "nobody listens behind the action";
 }
 
 TEST_F(ModelDataReport, WithoutItsReportTwoLinesSayThat) {

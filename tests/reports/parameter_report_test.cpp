@@ -41,11 +41,12 @@ TEST_F(ParameterReport, AllColumnsOfOneParameter) {
 }
 
 TEST_F(ParameterReport, TypesDriversAndRestrictionsInWords) {
-  const auto one = [this](const std::string& name) {
+  const auto entry = [this](const std::string& name) {
     return parameters(on({"art", "isRelated", "restric"}) + "paramName_0='" + name + "'");
   };
   std::string tasks;
-  for (const char* name : {"COLOR", "TEETH", "COATED", "REMARK", "FROM_FUNCTION", "FROM_PARAMETER"}) tasks += one(name);
+  for (const char* name : {"COLOR", "TEETH", "COATED", "REMARK", "FROM_FUNCTION", "FROM_PARAMETER"})
+    tasks += entry(name);
   prepare(tasks, L"GEAR");
   EXPECT_EQ(rows(), line({"String", "", "Enumeration", "Integer", "Relation", "", "Boolean", "", "", "Note ID", "", "",
                           "Integer", "Function", "", "Integer", "Parameter", ""}));

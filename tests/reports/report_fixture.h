@@ -41,7 +41,7 @@ class ReportTest : public testing::Test {
   // "all='true' missing='true'".
   static std::string on(const std::vector<std::string>& attributes) {
     std::string out;
-    for (const std::string& one : attributes) out += one + "='true' ";
+    for (const std::string& attribute : attributes) out += attribute + "='true' ";
     return out;
   }
   // Packs the tasks as a list and opens a model.

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "creo/ProTypes.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "os/files_wrapper.h"
 #include "os/surroundings.h"
 

@@ -9,7 +9,6 @@
 #include "creo/ProUITree.h"
 #include "creo/ProWindow.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
 #include "os/surroundings.h"
 #include "support/world.h"
 #include "text/encoding.h"
@@ -36,7 +35,7 @@ class SideDialogs : public testing::Test {
   }
   std::wstring selections() {
     std::wstring all;
-    for (const auto& [selection, color] : world.session().state().highlights) {
+    for (const auto& [selection, color] : world.session().highlights()) {
       for (const ProMdl step : selection.componentPath) all += ProMdlNameGet(step).value + L"/";
       all += std::to_wstring(color) + L" ";
     }

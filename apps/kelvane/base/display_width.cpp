@@ -42,7 +42,7 @@ constexpr Range kWide[] = {
 template <std::size_t N>
 bool isIn(const Range (&ranges)[N], char32_t code) {
   const auto* range = std::upper_bound(std::begin(ranges), std::end(ranges), code,
-                                       [](char32_t c, const Range& one) { return c < one.first; });
+                                       [](char32_t c, const Range& entry) { return c < entry.first; });
   return range != std::begin(ranges) && code <= std::prev(range)->last;
 }
 

@@ -287,7 +287,7 @@ std::optional<AttributeFault> lettersFault(std::wstring_view name, std::wstring_
 
 std::string misspelt(const core::XmlNode& node, std::string_view name) {
   std::vector<std::string> given;
-  eachAttribute(node, [&](const core::XmlAttr& one) { given.push_back(text::toUtf8(one.name)); });
+  eachAttribute(node, [&](const core::XmlAttr& attr) { given.push_back(text::toUtf8(attr.name)); });
   const std::string found = nearest(name, given);
   return found.empty() ? "" : "; '" + found + "' isn't it";
 }

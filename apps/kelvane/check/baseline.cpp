@@ -22,10 +22,10 @@ Baseline::Baseline(const std::string& path) {
   if (!content) throw Fault("--baseline: " + path + " can't be read: " + content.error.message());
   const auto all = nlohmann::json::parse(text::toUtf8(content.value), nullptr, false);
   if (!all.is_array()) throw Fault("--baseline: " + path + " holds no findings; 'kelvane check --json' writes them");
-  for (const auto& one : all) {
-    const auto text = [&one](const char* name) {
-      return one.is_object() && one.contains(name) && one[name].is_string() ? one[name].get<std::string>()
-                                                                            : std::string();
+  for (const auto& entry : all) {
+    const auto text = [&entry](const char* name) {
+      return entry.is_object() && entry.contains(name) && entry[name].is_string() ? entry[name].get<std::string>()
+                                                                                  : std::string();
     };
     known_.insert(keyOf(text("rule"), text("file"), text("place"), text("attribute")));
   }

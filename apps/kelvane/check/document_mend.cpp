@@ -59,7 +59,7 @@ class Mending {
 
  private:
   using Key = std::tuple<std::string_view, std::size_t, std::string, std::string>;
-  static Key keyOf(const Finding& one) { return {one.rule, one.line, one.attribute, one.text}; }
+  static Key keyOf(const Finding& entry) { return {entry.rule, entry.line, entry.attribute, entry.text}; }
 
   // One mend may show the need of the next: a value that is in double quotes now, and has a bare '&'.
   MendedDocument settled() {

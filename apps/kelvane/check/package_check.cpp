@@ -129,11 +129,13 @@ class Document {
   // Its place among the elements; -1: it can't be told.
   [[nodiscard]] int elementOf(const XmlNode& node) const {
     std::ptrdiff_t before = 0;  // in its line
-    for (const XmlNode* one = node.prev; one && one->isElement != 0 && one->line == node.line; one = one->prev)
+    for (const XmlNode* entry = node.prev; entry && entry->isElement != 0 && entry->line == node.line;
+         entry = entry->prev)
       ++before;
     const auto& all = scan_.elements;
-    const auto first = std::lower_bound(all.begin(), all.end(), node.line,
-                                        [](const XmlElementPlace& one, std::size_t line) { return one.line < line; });
+    const auto first =
+        std::lower_bound(all.begin(), all.end(), node.line,
+                         [](const XmlElementPlace& candidate, std::size_t line) { return candidate.line < line; });
     if (all.end() - first <= before) return -1;
     const XmlElementPlace& found = first[before];
     const bool isSame = found.line == node.line && found.name.of(bytes_) == text::toUtf8(node.name);
@@ -357,8 +359,9 @@ class Document {
   // Switches that let through nothing but what the action refuses.
   void checkKinds(const XmlNode& task, const std::string& type, const actions::Action& action) {
     const auto& asked = action.conditions;
-    const bool asksFilter = std::any_of(
-        asked.begin(), asked.end(), [](const actions::Condition& one) { return one.test == actions::Test::filter; });
+    const bool asksFilter = std::any_of(asked.begin(), asked.end(), [](const actions::Condition& condition) {
+      return condition.test == actions::Test::filter;
+    });
     if (!asksFilter || !isForAnyModel(task)) return;
     const ModelKinds kinds = kindsOf(action);
     const std::pair<bool, std::wstring_view> switches[] = {
@@ -403,13 +406,14 @@ class Document {
 
   // The element inside that was meant to be one of these; it would be told nowhere else.
   [[nodiscard]] std::string misspeltChild(const XmlNode& node, const std::vector<std::string>& names) const {
-    std::string told;
+    std::string reported;
     core::xmlEachChild(node, [&](const XmlNode& child) {
       const std::string name = text::toUtf8(child.name);
-      if (told.empty() && std::find(names.begin(), names.end(), name) == names.end() && !nearest(name, names).empty())
-        told = "; '" + name + "' in line " + std::to_string(loaded_.document->lineOf(child)) + " isn't it";
+      if (reported.empty() && std::find(names.begin(), names.end(), name) == names.end() &&
+          !nearest(name, names).empty())
+        reported = "; '" + name + "' in line " + std::to_string(loaded_.document->lineOf(child)) + " isn't it";
     });
-    return told;
+    return reported;
   }
 
   // Of several the last one decides.

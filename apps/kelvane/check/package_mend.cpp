@@ -53,12 +53,13 @@ class PackageMend {
 
   // found: in this document. What is left of it.
   std::vector<Finding> mend(const std::string& member, std::vector<Finding> found) {
-    const auto isOfTheWhole = [](const Finding& one) { return one.rule == "member-unreadable"; };
+    const auto isOfTheWhole = [](const Finding& finding) { return finding.rule == "member-unreadable"; };
     if (std::any_of(found.begin(), found.end(), isOfTheWhole)) return found;
     const std::string bytes = package_.read(member);
     if (isUtf16(bytes) && std::any_of(found.begin(), found.end(), order_.isMeant))
       console_.trouble(member + ": it is in UTF-16, where nothing is mended");
-    if (std::none_of(found.begin(), found.end(), [](const Finding& one) { return !one.mend.empty(); })) return found;
+    if (std::none_of(found.begin(), found.end(), [](const Finding& entry) { return !entry.mend.empty(); }))
+      return found;
     const auto check = [&](const std::string& mended) { return checkDocument(package_, member, mended); };
     MendedDocument mended = mendedDocument(bytes, check, order_.isMeant);
     if (mended.bytes != bytes) {
@@ -80,8 +81,8 @@ std::vector<Finding> mendPackage(const MendOrder& order, const PackageSource& pa
                                  Console& console) {
   PackageMend work(order, package, console);
   for (const std::string& member : documentsOf(package)) {
-    const auto first =
-        std::stable_partition(findings.begin(), findings.end(), [&](const Finding& one) { return one.file != member; });
+    const auto first = std::stable_partition(findings.begin(), findings.end(),
+                                             [&](const Finding& item) { return item.file != member; });
     std::vector<Finding> found(std::make_move_iterator(first), std::make_move_iterator(findings.end()));
     findings.erase(first, findings.end());
     if (!found.empty()) found = work.mend(member, std::move(found));

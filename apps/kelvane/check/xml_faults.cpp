@@ -137,8 +137,8 @@ class Scan {
   }
   // The closing tag of an element that was closed by one around it: both were one slip.
   bool wasCrossed(const std::string& name, std::size_t line) {
-    const auto found =
-        std::find_if(unclosed_.begin(), unclosed_.end(), [&](const Unclosed& one) { return one.name == name; });
+    const auto found = std::find_if(unclosed_.begin(), unclosed_.end(),
+                                    [&](const Unclosed& unclosed) { return unclosed.name == name; });
     if (found == unclosed_.end()) return false;
     XmlFault& fault = faults_[found->fault];
     fault.rule = "tag-crossed";

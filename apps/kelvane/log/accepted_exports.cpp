@@ -44,23 +44,23 @@ std::string acceptableExports() {
 AcceptedExports::AcceptedExports(const std::vector<std::string>& written) {
   for (const std::string& some : written) {
     std::stringstream stream(some);
-    for (std::string one; std::getline(stream, one, ',');) {
+    for (std::string entry; std::getline(stream, entry, ',');) {
       const std::size_t before = lines_.size();
       for (const Format& format : kFormats) {
-        if (text::equalNoCase(std::string_view(format.name), std::string_view(one)))
+        if (text::equalNoCase(std::string_view(format.name), std::string_view(entry)))
           lines_.push_back({std::wstring(core::lineText(format.title)), std::wstring(core::lineText(format.failure))});
       }
       if (lines_.size() == before)
-        throw Fault("--accept: there is no '" + one + "'" + didYouMean(one, names()) + "; there are " +
+        throw Fault("--accept: there is no '" + entry + "'" + didYouMean(entry, names()) + "; there are " +
                     acceptableExports());
     }
   }
 }
 
 bool AcceptedExports::takes(const LogLine& line) const {
-  return line.level == core::kError && std::any_of(lines_.begin(), lines_.end(), [&line](const Line& one) {
-           return line.text.ends_with(L" - " + one.failure) &&
-                  line.text.find(L" " + one.title + L" - ") != line.text.npos;
+  return line.level == core::kError && std::any_of(lines_.begin(), lines_.end(), [&line](const Line& entry) {
+           return line.text.ends_with(L" - " + entry.failure) &&
+                  line.text.find(L" " + entry.title + L" - ") != line.text.npos;
          });
 }
 

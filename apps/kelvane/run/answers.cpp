@@ -57,7 +57,7 @@ Answer answerOf(const std::vector<ListQuestion>& questions, const std::string& g
   if (!question) {
     std::vector<std::string> names;
     names.reserve(questions.size());
-    for (const ListQuestion& one : questions) names.push_back(one.variable);
+    for (const ListQuestion& entry : questions) names.push_back(entry.variable);
     throw Fault("--answer: the list doesn't ask for '" + name + "'" + didYouMean(name, names));
   }
   return {text::fromUtf8(name), valueFor(*question, given.substr(equals + 1))};
@@ -83,7 +83,7 @@ void requireAll(const std::vector<ListQuestion>& questions, const std::vector<An
 std::vector<Answer> answersTo(const std::vector<ListQuestion>& questions, const std::vector<std::string>& given) {
   std::vector<Answer> answers;
   answers.reserve(given.size());
-  for (const std::string& one : given) answers.push_back(answerOf(questions, one));
+  for (const std::string& text : given) answers.push_back(answerOf(questions, text));
   requireAll(questions, answers);
   return answers;
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "headless/proui/ui.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/base/console.h"
 #include "kelvane/run/questions.h"
 

@@ -68,7 +68,7 @@ std::vector<std::pair<std::wstring, std::wstring>> creoOptions(const RunOptions&
     if (equals == option.npos || equals == 0) throw Fault("--creo-option " + option + ": write NAME=VALUE");
     std::wstring name = text::fromUtf8(option.substr(0, equals));
     // Creo would put the second value of a search path behind the first.
-    std::erase_if(all, [&name](const auto& one) { return text::equalNoCase(one.first, name); });
+    std::erase_if(all, [&name](const auto& entry) { return text::equalNoCase(entry.first, name); });
     all.emplace_back(std::move(name), text::fromUtf8(option.substr(equals + 1)));
   }
   return all;

@@ -100,8 +100,8 @@ std::string RunDriver::missingFilter() const {
 }
 
 RunDriver::Unopened RunDriver::unopened(const ModelFileName& model, std::size_t messages) const {
-  const auto& told = session_.messages();
-  return {label(model.name, model.type), told.size() > messages ? readable(told.back()) : std::string()};
+  const auto& reported = session_.messages();
+  return {label(model.name, model.type), reported.size() > messages ? readable(reported.back()) : std::string()};
 }
 
 std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName>& starts) {
@@ -162,9 +162,9 @@ std::vector<RunDriver::Refused> RunDriver::checkOut() {
   require(session_.ui().press(kTool, "kvaneCheckout"), "check-out can't be pressed");
   session_.settle();
   std::vector<Refused> refused;
-  for (const run::RefusedCheckOut& one : run::refusedCheckOuts()) {
-    const bool failed = one.conflicts.empty();
-    refused.push_back({one.row, failed ? "the server failed" : text::toUtf8(one.conflicts), failed});
+  for (const run::RefusedCheckOut& refusal : run::refusedCheckOuts()) {
+    const bool failed = refusal.conflicts.empty();
+    refused.push_back({refusal.row, failed ? "the server failed" : text::toUtf8(refusal.conflicts), failed});
   }
   return refused;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/run/options.h"
 #include "kelvane/run/place.h"
 #include "kelvane/show/model_folder.h"

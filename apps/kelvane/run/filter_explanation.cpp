@@ -73,10 +73,10 @@ class Explainer : public documents::FilterWatch {
 
   void itemEnds(const core::XmlNode&, documents::Answer result, bool fails) override {
     tellComparisons();
-    for (const language::RefusedExpression& one : language::takeRefused()) line(kIndent + refusal(one));
+    for (const language::RefusedExpression& expression : language::takeRefused()) line(kIndent + refusal(expression));
     if (troubleOf_) {
-      for (const TroubleLine& told : troubleOf_())
-        line(kIndent + std::string(told.level == 2 ? "error: " : "warning: ") + told.text);
+      for (const TroubleLine& reported : troubleOf_())
+        line(kIndent + std::string(reported.level == 2 ? "error: " : "warning: ") + reported.text);
     }
     const bool turned =
         negated_ && result != documents::Answer::notApplicable && result != documents::Answer::undecided;
@@ -110,8 +110,8 @@ class Explainer : public documents::FilterWatch {
   void tellComparisons() {
     auto all = comparisons_.take();
     // By these the predicates only tell numbers from texts.
-    std::erase_if(all, [](const language::NotedComparison& one) {
-      return one.pattern == language::kIntegerPattern || one.pattern == language::kDoublePattern;
+    std::erase_if(all, [](const language::NotedComparison& comparison) {
+      return comparison.pattern == language::kIntegerPattern || comparison.pattern == language::kDoublePattern;
     });
     for (std::size_t i = 0; i < all.size() && i < kMostComparisons; ++i) {
       line(kIndent + inQuotes(all[i].pattern) + " against " + inQuotes(all[i].text) + ": " + answer(all[i].result));

@@ -145,9 +145,9 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
 // Three plain arguments are easily given in another order.
 void requireOrder(const RunOptions& options) {
   if (isPackage(options.package)) return;
-  for (const std::string& one : {options.list, options.folder}) {
-    if (isPackage(one))
-      throw Fault("'" + options.package + "' is no package, '" + one + "' is one; the order is PACKAGE LIST DIR");
+  for (const std::string& text : {options.list, options.folder}) {
+    if (isPackage(text))
+      throw Fault("'" + options.package + "' is no package, '" + text + "' is one; the order is PACKAGE LIST DIR");
   }
 }
 void requireOrder(const RunOptions& options, const std::vector<std::string>& lists) {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "headless/vault/servers.h"
 #include "kelvane/run/answers.h"
 #include "kelvane/run/options.h"

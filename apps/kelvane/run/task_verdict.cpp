@@ -148,10 +148,10 @@ class Judge {
 
   bool filterFits(const XmlNode& node, TaskVerdict& verdict) const {
     if (valueOf(node, L"forEF") != L"true") return true;
-    FilterExplanation told = explainFilter(node, model_);
-    verdict.reason = (told.holds ? "its filter holds: " : "its filter refuses: ") + told.reason;
-    verdict.details = std::move(told.lines);
-    return told.holds;
+    FilterExplanation explanation = explainFilter(node, model_);
+    verdict.reason = (explanation.holds ? "its filter holds: " : "its filter refuses: ") + explanation.reason;
+    verdict.details = std::move(explanation.lines);
+    return explanation.holds;
   }
 
   creo::ProMdl model_;

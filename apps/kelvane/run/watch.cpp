@@ -11,6 +11,7 @@
 #include "core/state.h"
 #include "creo/ProUITable.h"
 #include "headless/model/models.h"
+#include "headless/model/save.h"
 #include "headless/proui/ui.h"
 #include "headless/store/faults.h"
 #include "kelvane/base/interrupt.h"
@@ -69,9 +70,9 @@ void RunWatch::tellFilling() {
   const std::vector<RepeatedLine> together = takenTogether(lines);
   log_.countOnce(together);
   int count = 0;
-  for (const RepeatedLine& one : together) {
-    const std::string text = text::toUtf8(one.line.text);
-    if (one.line.level != core::kError || told_.contains(text)) continue;
+  for (const RepeatedLine& entry : together) {
+    const std::string text = text::toUtf8(entry.line.text);
+    if (entry.line.level != core::kError || told_.contains(text)) continue;
     if (options_.maxErrors == 0 || ++count <= options_.maxErrors) tellTrouble(text);
   }
   if (options_.maxErrors > 0 && count > options_.maxErrors)
@@ -80,8 +81,8 @@ void RunWatch::tellFilling() {
 }
 
 void RunWatch::tellRefusedExpressions() {
-  for (const language::RefusedExpression& one : language::takeRefused()) {
-    const std::string line = refusal(one);
+  for (const language::RefusedExpression& expression : language::takeRefused()) {
+    const std::string line = refusal(expression);
     if (told_.insert(line).second) console_.trouble("warning: " + line);
   }
 }
@@ -100,7 +101,7 @@ void RunWatch::message(const std::wstring& text) {
   // is like; all other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   const bool isOfVault =
-      std::any_of(vaults_.begin(), vaults_.end(), [&](const auto& one) { return text.starts_with(one); });
+      std::any_of(vaults_.begin(), vaults_.end(), [&](const auto& vault) { return text.starts_with(vault); });
   const bool isTrouble = isOfModels || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
   if (isTrouble && tellTrouble(readable(text)) && isOfModels) ++faults_;
   // The run goes on without it. Its log isn't open yet.
@@ -229,35 +230,35 @@ void RunWatch::finishModel(const std::string& row) {
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) {
-  const headless::ModelDocument& held = *session_.models().find(model)->document;
+  const headless::ModelDocument& present = *session_.models().find(model)->document;
   // What the list checked in is closed too, but behind its work.
-  const bool wasClosed = held.closed && !documentOf(labelOf(held)).isSaved();
-  return (held.record.readOnly || wasClosed) && core::pluginState().checkModifiable;
+  const bool wasClosed = present.closed && !documentOf(labelOf(present)).isSaved();
+  return (present.record.readOnly || wasClosed) && core::pluginState().checkModifiable;
 }
 
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
 bool RunWatch::keepHistory(creo::ProMdl model, Document& document) {
   headless::Models& models = session_.models();
-  const headless::ModelDocument& held = *models.find(model)->document;
+  const headless::ModelDocument& present = *models.find(model)->document;
   // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
   // The vault has what the list checked in; what it left closed was passed over.
-  if (held.closed) return true;
-  if (!held.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
+  if (present.closed) return true;
+  if (!present.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (document.isSaved()) {
-    creo::ProError kept = models.saveReplacing(model);
-    if (kept == creo::ProNotFound) kept = models.save(model);  // it was handed out
+    creo::ProError kept = headless::saveReplacing(models, model);
+    if (kept == creo::ProNotFound) kept = headless::saveModel(models, model);  // it was handed out
     noteWritten(document);
     return kept == creo::ProNoError;
   }
   // A renamed model has changed on disk: without its history the next run would rename it once more.
   const bool isTouched = !document.before.empty();
-  return (options_.save != "all" && !isTouched) || models.save(model) == creo::ProNoError;
+  return (options_.save != "all" && !isTouched) || headless::saveModel(models, model) == creo::ProNoError;
 }
 
 ModelChanges RunWatch::changesOf(const Document& document) const {
   const auto before = os::files().read(versionBefore(document.stem, document.firstVersion));
   if (!before) return {document.label, Presence::onlyAfter, {}};
-  return compared(document.label, before.value, session_.models().written(document.path).value);
+  return compared(document.label, before.value, session_.models().folders().read(document.path).value);
 }
 
 void RunWatch::compareSaved() {
@@ -298,15 +299,16 @@ void RunWatch::tellUnknownSteps() {
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
   const auto before =
-      session_.models().written(document.folder + headless::documentFileName(document, document.version));
+      session_.models().folders().read(document.folder + headless::documentFileName(document, document.version));
   return !before || compared({}, before.value, session_.models().documentText(model).value).any();
 }
 
 // It is about to leave the memory.
 void RunWatch::noteErased(const std::string& model) {
   const ModelFileName name = modelFileName(model);
-  const auto held = session_.models().inMemory(name.name, name.type);
-  if (held && isLeftChanged(*session_.models().find(held.value)->document, held.value)) erasedChanged_.insert(model);
+  const auto present = session_.models().inMemory(name.name, name.type);
+  if (present && isLeftChanged(*session_.models().find(present.value)->document, present.value))
+    erasedChanged_.insert(model);
 }
 
 // Changes that leave with the session: nobody else would tell of them.
@@ -314,9 +316,10 @@ void RunWatch::tellUnsaved() {
   if (options_.readOnly) return;
   constexpr std::size_t kMost = 20;
   std::set<std::string> unsaved = erasedChanged_;
-  for (const headless::ModelInMemory& one : session_.models().list()) {
-    const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
-    if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, one.handle)) unsaved.insert(labelOf(document));
+  for (const headless::ModelInMemory& inMemory : session_.models().list()) {
+    const headless::ModelDocument& document = *session_.models().find(inMemory.handle)->document;
+    if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, inMemory.handle))
+      unsaved.insert(labelOf(document));
   }
   std::string line;
   std::size_t count = 0;

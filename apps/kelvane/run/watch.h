@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/base/progress.h"
 #include "kelvane/log/events.h"
 #include "kelvane/log/teller.h"

@@ -4,7 +4,6 @@
 
 #include "core/state.h"
 #include "headless/model/one_version.h"
-#include "headless/session/state.h"
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/interrupt.h"
@@ -78,7 +77,7 @@ class RunWork {
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
     for (const auto& vault : place_.vaults) {
-      const std::wstring reason = session.state().servers.connect(vault);
+      const std::wstring reason = session.servers().connect(vault);
       if (!reason.empty()) throw Fault(text::toUtf8(reason));
     }
     const Answerer answerer(session, place_.answers, console_);
@@ -137,17 +136,18 @@ class RunWork {
 
   // What isn't checked out isn't worked, unless the site gives up such a run as a whole.
   void checkOut(headless::Session& session, RunDriver& driver, RunDriver::Choice& choice) {
-    for (const RunDriver::Refused& one : driver.checkOut()) {
-      console_.trouble(std::string(one.failed ? "error: " : "warning: ") + one.row +
-                       " can't be checked out: " + one.reason);
+    for (const RunDriver::Refused& refused : driver.checkOut()) {
+      console_.trouble(std::string(refused.failed ? "error: " : "warning: ") + refused.row +
+                       " can't be checked out: " + refused.reason);
       if (core::pluginState().cancelIfNotCheckedOut == 1) continue;
-      leaveOut(session, {one.row});
-      std::erase(choice.rows, one.row);
-      ++(one.failed ? recap_.failed : recap_.skipped);
+      leaveOut(session, {refused.row});
+      std::erase(choice.rows, refused.row);
+      ++(refused.failed ? recap_.failed : recap_.skipped);
       ++recap_.models;
       if (events_.on())
-        events_.tell("model",
-                     {{"model", one.row}, {"fault", one.reason}, {"outcome", one.failed ? "failed" : "skipped"}});
+        events_.tell(
+            "model",
+            {{"model", refused.row}, {"fault", refused.reason}, {"outcome", refused.failed ? "failed" : "skipped"}});
     }
   }
 
@@ -195,7 +195,7 @@ class RunWork {
   void showResults(headless::Session& session, const RunWatch& watch) {
     if (options_.dryRun) {
       watch.showChanges();
-      for (const std::wstring& line : session.state().servers.withheld()) {
+      for (const std::wstring& line : session.servers().withheld()) {
         console_.result("would " + text::toUtf8(line));
       }
       for (const std::wstring& line : files_.dry->withheld()) {

@@ -44,16 +44,16 @@ void tell(Events& events, const ModelChanges& changes) {
   }
 }
 
-ModelChanges untold(const ModelChanges& changes, Told& told) {
+ModelChanges untold(const ModelChanges& changes, Told& reported) {
   const std::hash<std::wstring> hash;
   const auto isNews = [&](std::size_t of, std::size_t what) {
-    const auto [known, fresh] = told.try_emplace(of, what);
+    const auto [known, fresh] = reported.try_emplace(of, what);
     return std::exchange(known->second, what) != what || fresh;
   };
   ModelChanges rest{changes.model, changes.presence, {}};
   if (changes.presence != Presence::both && !isNews(0, 0)) rest.presence = Presence::both;
-  for (const headless::Change& one : changes.changes)
-    if (isNews(hash(one.path), hash(one.before + L'\n' + one.after))) rest.changes.push_back(one);
+  for (const headless::Change& change : changes.changes)
+    if (isNews(hash(change.path), hash(change.before + L'\n' + change.after))) rest.changes.push_back(change);
   return rest;
 }
 

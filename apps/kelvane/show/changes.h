@@ -31,6 +31,6 @@ void tell(Events& events, const ModelChanges& changes);
 using Told = std::unordered_map<std::size_t, std::size_t>;
 // What wasn't yet, which is noted as told: instances are kept with their generic's document, and it is compared anew
 // behind each of its rows.
-ModelChanges untold(const ModelChanges& changes, Told& told);
+ModelChanges untold(const ModelChanges& changes, Told& reported);
 
 }  // namespace kelvane

@@ -5,6 +5,8 @@
 #include "actions/table_file.h"
 #include "creo/ProDwgtable.h"
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
+#include "headless/session.h"
 #include "headless/store/enum_texts.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -19,7 +21,7 @@ using headless::ModelRecord;
 std::string sizeName(creo::ProSheetSize size) {
   const auto& texts = headless::EnumTexts<creo::ProSheetSize>::texts;
   const auto* found =
-      std::find_if(std::begin(texts), std::end(texts), [&](const auto& one) { return one.second == size; });
+      std::find_if(std::begin(texts), std::end(texts), [&](const auto& text) { return text.second == size; });
   return found == std::end(texts) ? std::string() : std::string(found->first);
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "headless/store/folder.h"
 
 namespace kelvane {

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_picture.h"
-#include "headless/session/state.h"
 #include "kelvane/base/xml_text.h"
 #include "kelvane/show/svg.h"
 #include "text/encoding.h"
@@ -59,22 +59,22 @@ std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet
   if (sheet < 0 || sheet > count) return {};
   const int first = sheet == 0 ? 1 : sheet, last = sheet == 0 ? count : sheet;
   std::vector<headless::SheetPicture> sheets;
-  headless::ShownModels shown(session.state());
+  headless::ShownModels shown(session.pictureSources());
   for (int number = first; number <= last; ++number)
-    sheets.push_back(headless::sheetPicture(session.state(), shown, *model, number));
+    sheets.push_back(headless::sheetPicture(session.pictureSources(), shown, *model, number));
   const bool isMm = sheets.front().isInMm;
   const double unit = isMm ? 1 : 1 / kMmAnInch, gap = kGap * unit;
   double width = 0, height = gap;
-  for (const headless::SheetPicture& one : sheets) {
-    width = std::max(width, one.width * unit);
-    height += one.height * unit + gap;
+  for (const headless::SheetPicture& picture : sheets) {
+    width = std::max(width, picture.width * unit);
+    height += picture.height * unit + gap;
   }
   Svg svg(width + 2 * gap, height, isMm ? "mm" : "in");
   svg.rectangle(0, 0, width + 2 * gap, height, "fill=\"#ddd\"");
   double top = gap;
-  for (const headless::SheetPicture& one : sheets) {
-    const double bottom = top + one.height * unit;
-    draw(svg, one, gap, bottom, unit);
+  for (const headless::SheetPicture& entry : sheets) {
+    const double bottom = top + entry.height * unit;
+    draw(svg, entry, gap, bottom, unit);
     top = bottom + gap;
   }
   return svg.finished();

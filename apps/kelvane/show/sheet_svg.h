@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 
 namespace kelvane {
 

@@ -7,8 +7,10 @@
 #include "headless/model/density.h"
 #include "headless/model/drawing.h"
 #include "headless/model/items.h"
+#include "headless/model/models.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
+#include "headless/session.h"
 #include "kelvane/base/words.h"
 #include "kelvane/show/enum_words.h"
 #include "kelvane/show/states.h"
@@ -58,10 +60,10 @@ Section settingsOf(const headless::Model& model) {
   for (const headless::FeatureRecord& feature : record.features)
     if (feature.appearance)
       section.rows.push_back({"appearance of feature " + std::to_string(feature.id), lookOf(*feature.appearance)});
-  for (const headless::SurfaceAppearanceRecord& one : record.surfaceAppearances)
+  for (const headless::SurfaceAppearanceRecord& entry : record.surfaceAppearances)
     section.rows.push_back(
-        {"appearance of surface " + std::to_string(one.surface) + ", side " + std::to_string(one.side),
-         lookOf(one.appearance)});
+        {"appearance of surface " + std::to_string(entry.surface) + ", side " + std::to_string(entry.side),
+         lookOf(entry.appearance)});
   if (record.insertAfter > 0) section.rows.push_back({"insert mode", "after " + std::to_string(record.insertAfter)});
   return section;
 }
@@ -126,8 +128,8 @@ Section datumsOf(const headless::Model& model) {
     const std::string name = text::toUtf8(headless::datumName(model, datum));
     section.rows.push_back({kind, name, datum.csys.empty() ? "" : "in " + datum.csys});
   };
-  for (const headless::DatumRecord& one : solid.coordinateSystems) row("coordinate system", one);
-  for (const headless::DatumRecord& one : solid.planes) row("plane", one);
+  for (const headless::DatumRecord& system : solid.coordinateSystems) row("coordinate system", system);
+  for (const headless::DatumRecord& plane : solid.planes) row("plane", plane);
   if (!solid.points.empty()) section.rows.push_back({"points", std::to_string(solid.points.size())});
   return section;
 }
@@ -140,9 +142,9 @@ std::vector<Section> solidSections(creo::ProMdl handle) {
   std::vector<Section> sections;
   if (!headless::hasSheets(model->type())) {
     sections = {settingsOf(*model), bodyOf(*model), datumsOf(*model), materialsOf(*model)};
-    for (Section& one : stateSections(*model)) sections.push_back(std::move(one));
+    for (Section& section : stateSections(*model)) sections.push_back(std::move(section));
   }
-  for (Section& one : layerSections(*model)) sections.push_back(std::move(one));
+  for (Section& entry : layerSections(*model)) sections.push_back(std::move(entry));
   return sections;
 }
 

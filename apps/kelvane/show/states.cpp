@@ -57,8 +57,8 @@ Section layersOf(const Model& model) {
 
 Section defaultLayersOf(const ModelRecord& record) {
   Section section{"default layers", {}};
-  for (const headless::DefaultLayerRecord& one : record.defaultLayers)
-    section.rows.push_back({"type " + std::to_string(one.type), one.layer});
+  for (const headless::DefaultLayerRecord& entry : record.defaultLayers)
+    section.rows.push_back({"type " + std::to_string(entry.type), entry.layer});
   return section;
 }
 
@@ -80,7 +80,8 @@ Section layerStatesOf(const ModelRecord& record) {
 template <class Records>
 void addNames(Section& section, const char* kind, const Records& records, const std::string& active) {
   std::string names;
-  for (const auto& one : records) addPiece(names, one.name + (activeMark(active, one.name).empty() ? "" : " (active)"));
+  for (const auto& record : records)
+    addPiece(names, record.name + (activeMark(active, record.name).empty() ? "" : " (active)"));
   if (!names.empty()) section.rows.push_back({kind, names});
 }
 
@@ -125,13 +126,13 @@ Section combinedStatesOf(const ModelRecord& record) {
 
 Section crossSectionsOf(const ModelRecord& record) {
   Section section{"cross sections", {}};
-  for (const headless::CrossSectionRecord& one : record.crossSections) {
-    std::string place = one.plane.empty() ? "" : "plane " + one.plane;
-    if (one.distance != 0) addPiece(place, "at " + text::toUtf8(text::shortest(one.distance)));
-    std::string marks = activeMark(record.activeCrossSection, one.name);
-    if (one.visible) addPiece(marks, "visible");
-    if (one.oldForm) addPiece(marks, "old form");
-    section.rows.push_back({one.name, word(one.type), "cuts " + word(one.objects), place, marks});
+  for (const headless::CrossSectionRecord& entry : record.crossSections) {
+    std::string place = entry.plane.empty() ? "" : "plane " + entry.plane;
+    if (entry.distance != 0) addPiece(place, "at " + text::toUtf8(text::shortest(entry.distance)));
+    std::string marks = activeMark(record.activeCrossSection, entry.name);
+    if (entry.visible) addPiece(marks, "visible");
+    if (entry.oldForm) addPiece(marks, "old form");
+    section.rows.push_back({entry.name, word(entry.type), "cuts " + word(entry.objects), place, marks});
   }
   return section;
 }

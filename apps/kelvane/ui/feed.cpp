@@ -41,9 +41,9 @@ void Feed::tell(std::string whole, std::string change) {
   const Event event{"change", std::make_shared<const std::string>(std::move(change))};
   const std::lock_guard lock(mutex_);
   last_ = {last_.number + 1, std::make_shared<const std::string>(std::move(whole))};
-  std::erase_if(listeners_, [](const auto& one) { return one.expired(); });
-  for (const auto& one : listeners_) {
-    if (const auto listener = one.lock()) give(*listener, event);
+  std::erase_if(listeners_, [](const auto& entry) { return entry.expired(); });
+  for (const auto& item : listeners_) {
+    if (const auto listener = item.lock()) give(*listener, event);
   }
 }
 
@@ -54,7 +54,7 @@ Told Feed::last() const {
 
 std::shared_ptr<Feed::Listener> Feed::listen(std::uint64_t since) {
   const std::lock_guard lock(mutex_);
-  std::erase_if(listeners_, [](const auto& one) { return one.expired(); });
+  std::erase_if(listeners_, [](const auto& entry) { return entry.expired(); });
   if (closed_ || listeners_.size() >= kMostListeners) return nullptr;
   auto listener = std::make_shared<Listener>();
   if (since == 0 || since != last_.number) give(*listener, {"whole", last_.state});
@@ -65,8 +65,8 @@ std::shared_ptr<Feed::Listener> Feed::listen(std::uint64_t since) {
 void Feed::close() {
   const std::lock_guard lock(mutex_);
   closed_ = true;
-  for (const auto& one : listeners_) {
-    const auto listener = one.lock();
+  for (const auto& entry : listeners_) {
+    const auto listener = entry.lock();
     if (!listener) continue;
     const std::lock_guard inner(listener->mutex_);
     listener->over_ = true;

@@ -39,9 +39,9 @@ bool Guard::isCookie(std::string_view header) const {
   const std::string name = "kelvane_" + port_ + "=";
   for (std::size_t at = 0; at < header.size();) {
     const std::size_t end = std::min(header.find(';', at), header.size());
-    std::string_view one = header.substr(at, end - at);
-    while (one.starts_with(' ')) one.remove_prefix(1);
-    if (one.starts_with(name) && isToken(one.substr(name.size()))) return true;
+    std::string_view text = header.substr(at, end - at);
+    while (text.starts_with(' ')) text.remove_prefix(1);
+    if (text.starts_with(name) && isToken(text.substr(name.size()))) return true;
     at = end + 1;
   }
   return false;

@@ -18,14 +18,14 @@ std::size_t beginOf(const Window& window, std::size_t count, std::size_t total) 
 }
 
 json cellOf(const headless::Cell& cell) {
-  json told = {{"text", text::toUtf8(cell.label)}};
-  if (!cell.component) return told;
+  json reported = {{"text", text::toUtf8(cell.label)}};
+  if (!cell.component) return reported;
   const Component& component = cell.component->second;
-  told["component"] = {{"name", cell.component->first}, {"kind", headless::kindName(component.kind)},
-                       {"shown", component.shown},      {"enabled", component.enabled},
-                       {"checked", component.checked},  {"text", text::toUtf8(component.text)},
-                       {"image", component.image}};
-  return told;
+  reported["component"] = {{"name", cell.component->first}, {"kind", headless::kindName(component.kind)},
+                           {"shown", component.shown},      {"enabled", component.enabled},
+                           {"checked", component.checked},  {"text", text::toUtf8(component.text)},
+                           {"image", component.image}};
+  return reported;
 }
 
 json tableLines(headless::Table& table, const Window& window, std::size_t count) {

@@ -1,7 +1,9 @@
 #include "kelvane/ui/picture.h"
 
+#include "headless/model/models.h"
 #include "headless/proui/ui.h"
-#include "headless/session/state.h"
+#include "headless/session/menu.h"
+#include "headless/session/windows.h"
 #include "kelvane/show/model_folder.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -23,46 +25,46 @@ json textOf(const Component& component, const Revisions& revisions) {
   return {{"length", component.text.size()}, {"revision", revisions.texts}};
 }
 
-void addChoices(json& told, const headless::Choices& choices) {
+void addChoices(json& reported, const headless::Choices& choices) {
   json list = json::array();
   for (std::size_t i = 0; i < choices.names.size(); ++i) {
     const bool labelled = i < choices.labels.size();
     list.push_back(
         {{"name", choices.names[i]}, {"text", labelled ? text::toUtf8(choices.labels[i]) : choices.names[i]}});
   }
-  told["choices"] = std::move(list);
-  told["selected"] = choices.selected;
+  reported["choices"] = std::move(list);
+  reported["selected"] = choices.selected;
 }
 
-void addContent(json& told, const Component& component, const Revisions& revisions) {
+void addContent(json& reported, const Component& component, const Revisions& revisions) {
   switch (component.kind) {
     case Kind::checkbutton:
-      told["checked"] = component.checked;
+      reported["checked"] = component.checked;
       break;
     case Kind::layout:
-      told["mapped"] = component.mapped;
+      reported["mapped"] = component.mapped;
       break;
     case Kind::progressbar: {
       const headless::Progress& bar = component.progress();
-      told["minimum"] = bar.minimum;
-      told["maximum"] = bar.maximum;
-      told["value"] = bar.value;
+      reported["minimum"] = bar.minimum;
+      reported["maximum"] = bar.maximum;
+      reported["value"] = bar.value;
       break;
     }
     case Kind::optionmenu:
     case Kind::list:
-      addChoices(told, component.choices());
+      addChoices(reported, component.choices());
       break;
     case Kind::table:
-      told["revision"] = revisions.tables;
-      told["size"] = component.table().size();
+      reported["revision"] = revisions.tables;
+      reported["size"] = component.table().size();
       for (const headless::Column& column : component.table().columns())
-        told["columns"].push_back(
+        reported["columns"].push_back(
             {{"name", column.name}, {"text", text::toUtf8(column.label)}, {"width", column.width}});
       break;
     case Kind::tree:
-      told["revision"] = revisions.trees;
-      told["size"] = component.tree().size();
+      reported["revision"] = revisions.trees;
+      reported["size"] = component.tree().size();
       break;
     default:
       break;
@@ -71,11 +73,12 @@ void addContent(json& told, const Component& component, const Revisions& revisio
 
 json componentOf(const Dialog& dialog, const Dialog::Place& place, const Revisions& revisions) {
   const Component& component = *dialog.look(place.component);
-  json told = {{"name", place.component},  {"inside", place.inside},       {"kind", headless::kindName(component.kind)},
-               {"shown", component.shown}, {"enabled", component.enabled}, {"text", textOf(component, revisions)},
-               {"image", component.image}};
-  addContent(told, component, revisions);
-  return told;
+  json reported = {
+      {"name", place.component},  {"inside", place.inside},       {"kind", headless::kindName(component.kind)},
+      {"shown", component.shown}, {"enabled", component.enabled}, {"text", textOf(component, revisions)},
+      {"image", component.image}};
+  addContent(reported, component, revisions);
+  return reported;
 }
 
 json dialogOf(const Dialog& dialog, const Revisions& revisions) {
@@ -120,7 +123,7 @@ json dialogsOf(Session& session, const Revisions& revisions) {
 
 json windowsOf(Session& session) {
   json windows = json::array();
-  const headless::Windows& all = session.state().windows;
+  const headless::Windows& all = session.windows();
   for (const int number : all.all()) {
     const headless::Model* model = session.models().find(all.model(number));
     windows.push_back({{"number", number},
@@ -132,8 +135,8 @@ json windowsOf(Session& session) {
 
 json menuOf(Session& session) {
   json entries = json::array();
-  for (const headless::MenuButton& button : session.state().menu.buttons()) {
-    const headless::Command* command = session.state().menu.command(button.command);
+  for (const headless::MenuButton& button : session.menu().buttons()) {
+    const headless::Command* command = session.menu().command(button.command);
     entries.push_back({{"menu", text::toUtf8(button.menuLabel)},
                        {"command", button.command},
                        {"text", text::toUtf8(button.label)},

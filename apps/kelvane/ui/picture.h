@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "headless/session/session.h"
+#include "headless/session.h"
 
 namespace kelvane::view {
 

@@ -49,7 +49,7 @@ bool writesResults(const json& action) {
 
 bool startsWithOneOf(std::string_view name, std::initializer_list<std::string_view> beginnings) {
   return std::any_of(beginnings.begin(), beginnings.end(),
-                     [name](std::string_view one) { return name.starts_with(one); });
+                     [name](std::string_view beginning) { return name.starts_with(beginning); });
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "headless/proui/ui.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/ui/feed.h"
 #include "kelvane/ui/inbox.h"
 #include "kelvane/ui/picture.h"

@@ -192,7 +192,7 @@ class Server::Work {
   // They stay as they are as long as the session lives.
   void image(const Request& request, Response& response) {
     const auto found = std::find_if(images_.begin(), images_.end(),
-                                    [&](const Image& one) { return one.name == request.matches[1].str(); });
+                                    [&](const Image& entry) { return entry.name == request.matches[1].str(); });
     if (found == images_.end()) return refuse(response, 404, "there is no such image");
     response.headers.erase("Cache-Control");
     response.set_header("Cache-Control", "private, max-age=3600");
@@ -251,7 +251,7 @@ class Server::Work {
     const std::string name = place.at("name").get<std::string>();
     const std::string extension = extensionOf(name);
     const auto* known = std::find_if(std::begin(kShown), std::end(kShown),
-                                     [&](const FileType& one) { return one.extension == extension; });
+                                     [&](const FileType& item) { return item.extension == extension; });
     const bool shows = known != std::end(kShown) && !request.has_param("download");
     // A browser's own viewer of PDF files doesn't work in a sandbox.
     response.headers.erase("Content-Security-Policy");

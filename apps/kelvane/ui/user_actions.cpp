@@ -120,7 +120,7 @@ constexpr Row kRowsOfDeeds[] = {
 const Row* rowOf(const json& action) {
   const std::string name = textOf(action, "do");
   const auto* row =
-      std::find_if(std::begin(kRowsOfDeeds), std::end(kRowsOfDeeds), [&](const Row& one) { return name == one.name; });
+      std::find_if(std::begin(kRowsOfDeeds), std::end(kRowsOfDeeds), [&](const Row& row) { return name == row.name; });
   return row == std::end(kRowsOfDeeds) ? nullptr : row;
 }
 

@@ -1,9 +1,9 @@
 #include "kelvane/ui/view.h"
 
 #include <filesystem>
+#include <set>
 
 #include "headless/proui/resource.h"
-#include "headless/session/state.h"
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/interrupt.h"
@@ -64,7 +64,7 @@ class View {
         screen_(session_, inbox_, feed_, written_, options.language) {
     for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);
     for (const auto& vault : place_.vaults) {
-      const std::wstring reason = session_.state().servers.connect(vault);
+      const std::wstring reason = session_.servers().connect(vault);
       if (!reason.empty()) throw Fault(text::toUtf8(reason));
     }
     screen_.beforeCommand = [this] { place(); };

@@ -133,7 +133,7 @@ class Grammar {
     all.insert(all.end(), std::begin(kItemAttributes), std::end(kItemAttributes));
     // Some programs give items what tasks have; nothing reads it.
     for (Attribute common :
-         chosen(actions::commonAttributes(), [](const Attribute& one) { return one.name != L"type"; })) {
+         chosen(actions::commonAttributes(), [](const Attribute& attribute) { return attribute.name != L"type"; })) {
       common.need = core::Need::optional;
       all.push_back(common);
     }
@@ -159,7 +159,7 @@ class Grammar {
     const std::string version = text::toUtf8(row.version);
     out_.line("<attribute name=\"version\">" +
               (version.empty() ? "<text/>" : "<value type=\"string\">" + version + "</value>") + "</attribute>");
-    std::vector<Attribute> all = chosen(row.attributes, [](const Attribute& one) { return !isInside(one); });
+    std::vector<Attribute> all = chosen(row.attributes, [](const Attribute& entry) { return !isInside(entry); });
     for (const Attribute& common : actions::commonAttributes())
       if (common.name != L"type" && common.name != L"version") all.push_back(common);
     addAttributes(out_, all);

@@ -75,7 +75,7 @@ struct Family {
 using Families = std::vector<Family>;
 
 void addTo(Families& families, const std::string& form, const std::vector<std::string>& names) {
-  auto family = std::find_if(families.begin(), families.end(), [&](const Family& one) { return one.form == form; });
+  auto family = std::find_if(families.begin(), families.end(), [&](const Family& entry) { return entry.form == form; });
   if (family == families.end()) family = families.insert(family, {form, {}});
   family->names.insert(family->names.end(), names.begin(), names.end());
 }

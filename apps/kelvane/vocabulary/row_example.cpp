@@ -64,7 +64,7 @@ std::string sample(const Attribute& attribute) {
       break;
   }
   const Sample& row = *std::find_if(std::begin(kSamples), std::end(kSamples) - 1,
-                                    [&](const Sample& one) { return one.kind == attribute.kind; });
+                                    [&](const Sample& entry) { return entry.kind == attribute.kind; });
   const bool isPath =
       row.kind == Kind::file || row.kind == Kind::model || row.kind == Kind::folder || row.kind == Kind::written;
   return isPath ? pathIn(attribute, row.text) : row.text;

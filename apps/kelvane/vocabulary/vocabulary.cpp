@@ -14,16 +14,16 @@ using core::Attribute;
 using nlohmann::ordered_json;
 
 ordered_json described(const Attribute& attribute, std::span<const Attribute> all) {
-  ordered_json one = {{"name", text::toUtf8(attribute.name)}};
-  if (isCounted(attribute)) one["names"] = nameWords(attribute);
-  if (const std::string need = needWords(attribute, all); !need.empty()) one["need"] = need;
-  one["value"] = valueWords(attribute);
-  if (const auto words = wordsOf(attribute); !words.empty()) one["words"] = words;
-  if (attribute.range.isThere()) one["range"] = {attribute.range.least, attribute.range.most};
-  if (!attribute.folder.empty()) one["folder"] = text::toUtf8(attribute.folder);
-  one["variables"] = attribute.variables;
-  one["about"] = attribute.about;
-  return one;
+  ordered_json json = {{"name", text::toUtf8(attribute.name)}};
+  if (isCounted(attribute)) json["names"] = nameWords(attribute);
+  if (const std::string need = needWords(attribute, all); !need.empty()) json["need"] = need;
+  json["value"] = valueWords(attribute);
+  if (const auto words = wordsOf(attribute); !words.empty()) json["words"] = words;
+  if (attribute.range.isThere()) json["range"] = {attribute.range.least, attribute.range.most};
+  if (!attribute.folder.empty()) json["folder"] = text::toUtf8(attribute.folder);
+  json["variables"] = attribute.variables;
+  json["about"] = attribute.about;
+  return json;
 }
 ordered_json describedAll(std::span<const Attribute> attributes) {
   ordered_json all = ordered_json::array();
@@ -108,18 +108,18 @@ std::string summary(const actions::Action& action) {
 }
 
 ordered_json described(const actions::Action& action) {
-  ordered_json one = {{"key", text::toUtf8(action.key)}, {"about", action.about}};
-  if (doesNothing(action)) one["removed"] = action.isRemoved;
-  if (!action.successor.empty()) one["successor"] = text::toUtf8(action.successor);
-  if (doesNothing(action)) return one;
-  one["version"] = text::toUtf8(action.version);
-  one["needsModel"] = action.group == actions::Group::modelNeeded;
-  one["conditions"] = conditionsOf(action);
-  addTouched(one, action.effects);
-  one["attributes"] = describedAll(action.attributes);
-  if (const TaskChildren* inside = childrenOf(action.key)) one["inside"] = inside->about;
-  one["example"] = example(action);
-  return one;
+  ordered_json json = {{"key", text::toUtf8(action.key)}, {"about", action.about}};
+  if (doesNothing(action)) json["removed"] = action.isRemoved;
+  if (!action.successor.empty()) json["successor"] = text::toUtf8(action.successor);
+  if (doesNothing(action)) return json;
+  json["version"] = text::toUtf8(action.version);
+  json["needsModel"] = action.group == actions::Group::modelNeeded;
+  json["conditions"] = conditionsOf(action);
+  addTouched(json, action.effects);
+  json["attributes"] = describedAll(action.attributes);
+  if (const TaskChildren* inside = childrenOf(action.key)) json["inside"] = inside->about;
+  json["example"] = example(action);
+  return json;
 }
 
 ordered_json described(const documents::Predicate& predicate) {
@@ -150,9 +150,9 @@ std::vector<std::string> told(const actions::Action& action) {
 }
 
 ordered_json described(const Rule& rule) {
-  ordered_json one = {{"rule", rule.name}, {"severity", word(rule.severity)}, {"about", rule.about}};
-  if (!rule.example.empty()) one["example"] = rule.example;
-  return one;
+  ordered_json json = {{"rule", rule.name}, {"severity", word(rule.severity)}, {"about", rule.about}};
+  if (!rule.example.empty()) json["example"] = rule.example;
+  return json;
 }
 
 std::vector<std::string> told(const documents::Predicate& predicate) {

@@ -55,8 +55,8 @@ std::string kindWords(Kind kind) {
 std::string chosenWords(const Attribute& attribute) {
   std::string all;
   for (const std::string& word : wordsOf(attribute)) addPiece(all, word);
-  const std::string one = attribute.words.find(L'|') == attribute.words.npos ? "" : "one of ";
-  return one + all;
+  const std::string entry = attribute.words.find(L'|') == attribute.words.npos ? "" : "one of ";
+  return entry + all;
 }
 
 std::string number(double value) { return text::toUtf8(text::shortest(value)); }
@@ -160,7 +160,7 @@ std::string nameWords(const Attribute& attribute) {
 }
 
 std::string needWords(const Attribute& attribute, std::span<const Attribute> all) {
-  const auto isChoice = [](const Attribute& one) { return one.need == core::Need::oneOf; };
+  const auto isChoice = [](const Attribute& entry) { return entry.need == core::Need::oneOf; };
   switch (attribute.need) {
     case core::Need::needed:
       return "needed";

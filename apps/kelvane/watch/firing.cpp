@@ -121,11 +121,12 @@ void FiringWatch::progress(int value, int /*maximum*/) {
 }
 
 void FiringWatch::noteUnsaved() {
-  for (const headless::ModelInMemory& one : session_.models().list()) {
-    if (!one.instanceOf.empty()) continue;
-    const headless::ModelDocument& document = *session_.models().find(one.handle)->document;
+  for (const headless::ModelInMemory& inMemory : session_.models().list()) {
+    if (!inMemory.instanceOf.empty()) continue;
+    const headless::ModelDocument& document = *session_.models().find(inMemory.handle)->document;
     if (document.isContentModified() || document.folder.empty())
-      running_->unsavedBefore[label(one.name, one.type)] = session_.models().documentText(one.handle).value;
+      running_->unsavedBefore[label(inMemory.name, inMemory.type)] =
+          session_.models().documentText(inMemory.handle).value;
   }
 }
 
@@ -150,7 +151,7 @@ std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string&
   if (!isSaved && !wasUnsaved && document && !document->isContentModified()) return {};  // nobody touched it
   // A model that the list took out of memory again has what was saved of it.
   std::string now = document  ? models.documentText(there.value).value
-                    : isSaved ? models.written(saved->second.path).value
+                    : isSaved ? models.folders().read(saved->second.path).value
                               : std::string();
   if (wasUnsaved) return {unsaved->second, std::move(now)};
   std::wstring path;
@@ -158,7 +159,7 @@ std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string&
     path = versionBefore(saved->second.stem, saved->second.firstVersion);
   else if (document)
     path = document->folder + headless::documentFileName(*document, document->version);
-  return {models.written(path).value, std::move(now)};
+  return {models.folders().read(path).value, std::move(now)};
 }
 
 void FiringWatch::takeRows() {
@@ -197,7 +198,8 @@ void FiringWatch::finishRow(const Row& row) {
 void FiringWatch::triggerEnds(int result) {
   if (!running_) return;
   log_.follow();
-  for (const language::RefusedExpression& one : language::takeRefused()) console_.trouble("warning: " + refusal(one));
+  for (const language::RefusedExpression& expression : language::takeRefused())
+    console_.trouble("warning: " + refusal(expression));
   Recap& recap = running_->recap;
   recap.models += recap.skipped + static_cast<int>(running_->unreadable.size());
   recap.saved = static_cast<int>(running_->saved.size());

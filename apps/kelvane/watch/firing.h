@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/log.h"
-#include "headless/session/session.h"
+#include "headless/session.h"
 #include "kelvane/base/console.h"
 #include "kelvane/log/events.h"
 #include "kelvane/log/teller.h"

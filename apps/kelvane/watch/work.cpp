@@ -94,7 +94,7 @@ class WatchWork {
     session_.settle();
     const auto& triggers = core::pluginState().triggers;
     const bool some =
-        std::any_of(triggers.begin(), triggers.end(), [](const auto& one) { return !one.startKvz.empty(); });
+        std::any_of(triggers.begin(), triggers.end(), [](const auto& trigger) { return !trigger.startKvz.empty(); });
     if (!some) console_.note("no trigger is configured: set kvd_start_kvz_before_save, or another one");
   }
 

@@ -32,9 +32,9 @@ struct Pen {
 bool deleteDefinitions(ProMdl drawing, const std::wstring& name) {
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(drawing);
   bool isDone = definitions || definitions.error == creo::ProNotFound;
-  for (const creo::ProDtlsymdef& one : definitions.value) {
-    const auto found = creo::ProDtlsymdefNameGet(one);
-    if (!found || (text::equalNoCase(found.value, name) && creo::ProDtlsymdefDelete(one) != creo::ProNoError))
+  for (const creo::ProDtlsymdef& definition : definitions.value) {
+    const auto found = creo::ProDtlsymdefNameGet(definition);
+    if (!found || (text::equalNoCase(found.value, name) && creo::ProDtlsymdefDelete(definition) != creo::ProNoError))
       isDone = false;
   }
   if (!isDone) failDetail(text::format(L"The definitions called %s can't be deleted", name));

@@ -120,23 +120,23 @@ std::optional<FormatTableRule> formatTableRule(std::wstring_view text) {
 }
 
 void deleteFormatTables(creo::ProMdl drawing, int sheet, const std::optional<FormatTableRule>& rule) {
-  for (const FormatTable& one : formatTables(drawing, sheet)) {
+  for (const FormatTable& entry : formatTables(drawing, sheet)) {
     if (!rule) {
-      say(text::format(L"delete table found with x => %f ; y => %f", one.place.x, one.place.y));
-      remove(one.table);
-    } else if (mayBeAbout(*rule, one.table, one.place)) {
-      say(text::format(L"table found with %s (not deleted)", compared(*rule, one.place)));
+      say(text::format(L"delete table found with x => %f ; y => %f", entry.place.x, entry.place.y));
+      remove(entry.table);
+    } else if (mayBeAbout(*rule, entry.table, entry.place)) {
+      say(text::format(L"table found with %s (not deleted)", compared(*rule, entry.place)));
     } else {
-      say(text::format(L"delete table found with %s", compared(*rule, one.place)));
-      remove(one.table);
+      say(text::format(L"delete table found with %s", compared(*rule, entry.place)));
+      remove(entry.table);
     }
   }
 }
 
 void deleteRepeatedTables(creo::ProMdl drawing, int sheet, const std::optional<FormatTableRule>& rule) {
   if (!rule) return;
-  for (const FormatTable& one : formatTables(drawing, sheet))
-    if (isAbout(*rule, one.table, one.place)) remove(one.table);
+  for (const FormatTable& entry : formatTables(drawing, sheet))
+    if (isAbout(*rule, entry.table, entry.place)) remove(entry.table);
 }
 
 }  // namespace actions

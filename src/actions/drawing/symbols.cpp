@@ -38,9 +38,9 @@ creo::Got<ProDtlsymdef> retrieve(ProMdl drawing, const Definition& wanted) {
   if (retrieved) return retrieved;
   // One that the drawing has already serves where no file brings it.
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(drawing);
-  for (const ProDtlsymdef& one : definitions.value) {
-    const auto name = creo::ProDtlsymdefNameGet(one);
-    if (definitions && name && text::equalNoCase(name.value, wanted.name)) return one;
+  for (const ProDtlsymdef& definition : definitions.value) {
+    const auto name = creo::ProDtlsymdefNameGet(definition);
+    if (definitions && name && text::equalNoCase(name.value, wanted.name)) return definition;
   }
   return retrieved.error;
 }

@@ -44,11 +44,11 @@ void runPlain(const Task& task) { runSubtasks(task.node(), task.subject()); }
 
 // The bound is read anew each round, so that a variable set in the loop changes it. One that can't be replaced ends
 // the loop. told: the one before; what is cut of a bound is told once.
-int roundsOf(const Task& task, std::wstring& told) {
+int roundsOf(const Task& task, std::wstring& reported) {
   Replaced count = task.text(L"forcount");
   if (!count.hasText()) return 0;
-  const int rounds = count.text == told ? text::parseInt(count.text) : integerOrZero(count.text);
-  told = std::move(count.text);
+  const int rounds = count.text == reported ? text::parseInt(count.text) : integerOrZero(count.text);
+  reported = std::move(count.text);
   return rounds;
 }
 
@@ -72,11 +72,11 @@ class LoopEnd {
 };
 
 void runLoop(const Task& task) {
-  std::wstring told;
+  std::wstring reported;
   const std::wstring title = core::pluginState().currentAction;
   LoopEnd end;
   for (int i = 0;; ++i) {
-    const int bound = roundsOf(task, told);
+    const int bound = roundsOf(task, reported);
     if (i >= bound) return;
     if (end.isDue(i, bound)) {
       core::pluginState().currentAction = title;  // not that of the last task

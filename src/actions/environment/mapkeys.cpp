@@ -100,9 +100,9 @@ void runForSelections(const Task& task) {
   const creo::SelectionGuard selected;
   if (!selected.saved()) return core::logWrite(L"No selections - 1", core::kError);
   if (selected.saved().value.empty()) return core::logWrite(L"No selections - 2", core::kError);
-  for (const creo::ProSelection& one : selected.saved().value) {
+  for (const creo::ProSelection& selection : selected.saved().value) {
     creo::ProSelbufferClear();
-    if (creo::ProSelbufferSelectionAdd(one) == creo::ProNoError)
+    if (creo::ProSelbufferSelectionAdd(selection) == creo::ProNoError)
       runMapkeyMacro(task, task.model());
     else
       core::logWrite(L"A selection can't be made again", core::kError);

@@ -36,7 +36,7 @@ constexpr Ending kEndings[] = {
 const Ending* endingOf(std::wstring_view name) {
   const std::wstring upper = text::upper(name);
   const auto* found = std::find_if(std::begin(kEndings), std::end(kEndings),
-                                   [&](const Ending& one) { return upper.ends_with(one.text); });
+                                   [&](const Ending& ending) { return upper.ends_with(ending.text); });
   return found == std::end(kEndings) ? nullptr : found;
 }
 

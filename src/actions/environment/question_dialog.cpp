@@ -31,7 +31,7 @@ using Held = std::shared_ptr<const Task*>;
 
 class DialogGuard {
  public:
-  explicit DialogGuard(Held held) : held_(std::move(held)) {}
+  explicit DialogGuard(Held present) : held_(std::move(present)) {}
   ~DialogGuard() {
     *held_ = nullptr;
     creo::ProUIDialogDestroy(kDialog);
@@ -163,19 +163,19 @@ void store(const Task& task) {
   if (!isRead) fail(task, L"The answer can't be read");
 }
 
-creo::ProUIAction leaveBy(const Held& held, bool ok) {
-  return [held, ok](const std::string& dialog, const std::string&) {
-    if (!*held) return;
-    if (ok) store(**held);
+creo::ProUIAction leaveBy(const Held& present, bool ok) {
+  return [present, ok](const std::string& dialog, const std::string&) {
+    if (!*present) return;
+    if (ok) store(**present);
     creo::ProUIDialogExit(dialog, 0);
     core::logIndented(ok ? L"Exit with - OK Button" : L"Exit with - Cancel", core::kNormal, 1);
   };
 }
 
-bool setActions(const Held& held) {
-  return !creo::ProUIInputpanelActivateActionSet(kDialog, kPanel, leaveBy(held, true)) &&
-         !creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, leaveBy(held, true)) &&
-         !creo::ProUIDialogCloseActionSet(kDialog, leaveBy(held, false));
+bool setActions(const Held& present) {
+  return !creo::ProUIInputpanelActivateActionSet(kDialog, kPanel, leaveBy(present, true)) &&
+         !creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, leaveBy(present, true)) &&
+         !creo::ProUIDialogCloseActionSet(kDialog, leaveBy(present, false));
 }
 
 }  // namespace
@@ -192,9 +192,9 @@ void askByDialog(const Task& task, QuestionKind kind) {
     fail(task, line);
   };
   if (creo::ProUIDialogCreate(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
-  const Held held = std::make_shared<const Task*>(&task);
-  const DialogGuard guard(held);
-  if (!hideInputs() || !showInput(task, kind) || !setActions(held))
+  const Held present = std::make_shared<const Task*>(&task);
+  const DialogGuard guard(present);
+  if (!hideInputs() || !showInput(task, kind) || !setActions(present))
     return end(L"Exit, the question's dialog can't be filled");
   describe(task);
   showModel(task.model());

@@ -33,8 +33,8 @@ std::vector<ProMdl> displayed() {
 // What a model needs in memory: what it uses, and the generic of an instance.
 std::vector<ProMdl> neededBy(ProMdl model) {
   std::vector<ProMdl> needed;
-  for (const creo::ProDependency& one : creo::ProMdlDependenciesList(model).value)
-    if (const auto used = creo::ProMdlInit(one.name, one.type)) needed.push_back(used.value);
+  for (const creo::ProDependency& dependency : creo::ProMdlDependenciesList(model).value)
+    if (const auto used = creo::ProMdlInit(dependency.name, dependency.type)) needed.push_back(used.value);
   if (const auto generic = creo::ProFaminstanceGenericGet(model, true)) needed.push_back(generic.value);
   return needed;
 }

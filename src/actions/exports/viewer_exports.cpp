@@ -26,8 +26,8 @@ creo::ProError writeProductView(creo::ProMdl model, const std::wstring& path, st
   auto options = creo::ProProductviewexportoptsAlloc();
   if (!options) return options.error;
   creo::ProError result = creo::ProBadInputs;
-  for (const ViewerFormat& one : kViewerFormats)
-    if (one.name == exportAs) result = creo::ProProductviewexportoptsFormatSet(options.value, one.format);
+  for (const ViewerFormat& entry : kViewerFormats)
+    if (entry.name == exportAs) result = creo::ProProductviewexportoptsFormatSet(options.value, entry.format);
   if (result == creo::ProNoError) result = creo::ProProductviewFormattedExport(model, path, options.value);
   creo::ProProductviewexportoptsFree(options.value);
   return result;

@@ -41,9 +41,9 @@ Outcome addMaterial(const Task& task) {
   const std::wstring path = task.path(L"material", L"materials");
   core::logIndented(path, core::kNormal, 1);
   const MaterialPath material = materialPath(path);
-  const auto held = materialsOf(task.model());
-  if (!held) return done;
-  if (isAmong(*held, material.name))
+  const auto materials = materialsOf(task.model());
+  if (!materials) return done;
+  if (isAmong(*materials, material.name))
     core::logMsgPlain(Message::materialAlreadyThere, core::kWarning);
   else if (!readMaterial(task.model(), material))
     return done;
@@ -106,10 +106,10 @@ Outcome deleteMaterial(const Task& task) {
     used = std::move(*found);
   }
   const auto names = task.numberedAll(L"name_", kMostNames);
-  const auto held = materialsOf(task.model());
-  if (!held) return done;
+  const auto materials = materialsOf(task.model());
+  if (!materials) return done;
   std::vector<std::wstring> deleted;
-  for (const std::wstring& material : *held) {
+  for (const std::wstring& material : *materials) {
     const bool fits = std::any_of(names.begin(), names.end(),
                                   [&](const Task::Numbered& name) { return matches(name.value, material); });
     if (!fits) continue;

@@ -24,7 +24,7 @@ constexpr Property kProperties[] = {{L"ambient", &creo::ProAppearance::ambient},
 // How many numbers from 0 to 1 a word asks for, and where they go. False: the line is otherwise.
 bool take(creo::ProAppearance& look, std::wstring_view word, std::wstring_view written) {
   const auto numbers = numberList(written);
-  if (!numbers || std::any_of(numbers->begin(), numbers->end(), [](double one) { return one < 0 || one > 1; }))
+  if (!numbers || std::any_of(numbers->begin(), numbers->end(), [](double number) { return number < 0 || number > 1; }))
     return false;
   if (text::equalNoCase(word, L"color")) {
     if (numbers->size() != 3) return false;
@@ -33,9 +33,9 @@ bool take(creo::ProAppearance& look, std::wstring_view word, std::wstring_view w
     look.blue = (*numbers)[2];
     return true;
   }
-  for (const Property& one : kProperties) {
-    if (!text::equalNoCase(word, one.word) || numbers->size() != 1) continue;
-    look.*one.value = numbers->front();
+  for (const Property& property : kProperties) {
+    if (!text::equalNoCase(word, property.word) || numbers->size() != 1) continue;
+    look.*property.value = numbers->front();
     return true;
   }
   return false;
@@ -69,8 +69,8 @@ AppearanceFile readAppearanceFile(const std::wstring& path) {
 }
 
 const creo::ProAppearance* lookNamed(const AppearanceFile& file, std::wstring_view name) {
-  const auto found = std::find_if(file.looks.begin(), file.looks.end(), [&](const creo::ProAppearance& one) {
-    return name.empty() || text::equalNoCase(one.label, name);
+  const auto found = std::find_if(file.looks.begin(), file.looks.end(), [&](const creo::ProAppearance& look) {
+    return name.empty() || text::equalNoCase(look.label, name);
   });
   return found == file.looks.end() ? nullptr : &*found;
 }

@@ -66,8 +66,8 @@ std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstr
 // Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
 bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   const auto commonName = ProMdlCommonnameGet(model);
-  const auto held = renameForWriteout(model, state);
-  if (!held) return stays(instance, L"it can't be renamed");
+  const auto writeout = renameForWriteout(model, state);
+  if (!writeout) return stays(instance, L"it can't be renamed");
   std::wstring fault = L"it can't be copied";
   const auto type = ProMdlTypeGet(model);
   const auto replaces = ProMdlnameIsTaken(instance.name, type.value);
@@ -79,7 +79,7 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
     core::logWrite(text::format(L"A model of the name %s.%s was on disk already: the instance replaces it",
                                 instance.name, typeExtension(type.value)),
                    core::kWarning);
-  const ProFaminstance renamed{held.value, instance.owner};
+  const ProFaminstance renamed{writeout.value, instance.owner};
   Got<ProMdl> left(model);
   if (fault.empty()) {
     ProMdlErase(model);
@@ -88,7 +88,7 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
     left = ProFaminstanceCreate(renamed);
   }
   if (!left || ProMdlRename(left.value, instance.name) != ProNoError)
-    core::logWrite(text::format(L"The instance '%s' is called '%s' now", instance.name, held.value), core::kError);
+    core::logWrite(text::format(L"The instance '%s' is called '%s' now", instance.name, writeout.value), core::kError);
   return stays(instance, fault);
 }
 

@@ -80,8 +80,8 @@ creo::ProError give(const creo::ProModelitem& component, const std::wstring& nam
                     const std::wstring& units) {
   const auto present = creo::ProParameterInit(component, name);
   if (!present) return creo::ProParameterWithUnitsCreate(component, name, value, units).error;
-  const auto held = unitsOf(present.value);
-  return held && held.value == units ? creo::ProParameterScaledvalueSet(present.value, value) : creo::ProBadInputs;
+  const auto stored = unitsOf(present.value);
+  return stored && stored.value == units ? creo::ProParameterScaledvalueSet(present.value, value) : creo::ProBadInputs;
 }
 
 // The pairs "name_%d", "newname_%d"; without a new name the parameter has the same one.

@@ -97,8 +97,8 @@ class DefaultLayers {
   DefaultLayers& operator=(const DefaultLayers&) = delete;
   // Nothing is changed where a former one can't be told.
   ProError change(const std::wstring& layer) {
-    for (const auto& one : saved_)
-      if (!one && one.error != creo::ProNotFound) return one.error;
+    for (const auto& entry : saved_)
+      if (!entry && entry.error != creo::ProNotFound) return entry.error;
     for (; changed_ < kKinds.size(); ++changed_)
       if (const ProError result = creo::ProLayerDefLayerSet(model_, kKinds[changed_], layer)) return result;
     return creo::ProNoError;
@@ -219,8 +219,8 @@ class DotMatrix {
 
   void select(const std::vector<creo::ProSelection>& selections) const {
     creo::ProSelbufferClear();
-    for (const creo::ProSelection& one : selections)
-      if (creo::ProSelbufferSelectionAdd(one) != creo::ProNoError) fail(L"The dot matrix can't be selected");
+    for (const creo::ProSelection& selection : selections)
+      if (creo::ProSelbufferSelectionAdd(selection) != creo::ProNoError) fail(L"The dot matrix can't be selected");
   }
   // The second list finds selected what the first one leaves so; the third one that, and the plane. Afterwards the user
   // has again what was selected before.
@@ -232,8 +232,9 @@ class DotMatrix {
     runMapkeyMacro(task_, model_, L"mapkey1c", L"mapkey1_");
     std::vector<creo::ProSelection> left = creo::ProSelbufferSelectionsGet().value;
     runMapkeyMacro(task_, model_, L"mapkey2c", L"mapkey2_");
-    const auto isPlane = [&](const creo::ProSelection& one) {
-      return one.item.type == plane.item.type && one.item.id == plane.item.id && one.item.owner == model_;
+    const auto isPlane = [&](const creo::ProSelection& candidate) {
+      return candidate.item.type == plane.item.type && candidate.item.id == plane.item.id &&
+             candidate.item.owner == model_;
     };
     std::erase_if(left, isPlane);
     left.push_back(plane);

@@ -40,9 +40,9 @@ struct Columns {
 // A material that the part doesn't hold is read from its file first. False, with a line: it isn't the current one.
 bool makeCurrent(creo::ProMdl part, const std::wstring& name) {
   if (isCurrentMaterial(part, name).value_or(false)) return true;
-  const auto held = materialsOf(part);
-  if (!held) return false;
-  if (!isAmong(*held, name)) {
+  const auto materials = materialsOf(part);
+  if (!materials) return false;
+  if (!isAmong(*materials, name)) {
     const creo::ProError result = creo::ProMaterialfileRead(part, name);
     const bool isMissing = result == creo::ProNotFound || result == creo::ProBadInputs;
     if (result != creo::ProNoError)

@@ -133,9 +133,9 @@ void addItem(const Edit& edit, const Subject& subject, creo::ProSimprepdata& dat
 }
 
 creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
-  const auto held = creo::ProSimprepdataGet(rep);
-  if (!held) return held.error;
-  auto data = creo::ProSimprepdataAlloc(held.value.name, held.value.defaultAction);
+  const auto simprepdata = creo::ProSimprepdataGet(rep);
+  if (!simprepdata) return simprepdata.error;
+  auto data = creo::ProSimprepdataAlloc(simprepdata.value.name, simprepdata.value.defaultAction);
   if (!data) return data.error;
   creo::ProSolidFeatVisit(edit.task.model(), [&](const ProFeature& feature) {
     const auto type = creo::ProFeatureTypeGet(feature);
@@ -144,7 +144,7 @@ creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
     if (subject && isChosen(edit, *subject)) addItem(edit, *subject, data.value);
     return creo::ProNoError;
   });
-  core::logIndented(held.value.name, core::kNormal, 1);
+  core::logIndented(simprepdata.value.name, core::kNormal, 1);
   return creo::ProSimprepdataSet(rep, data.value);
 }
 

@@ -39,18 +39,18 @@ void stateDensity(ProMdl part, const std::wstring& label) {
 void stateDensities(ProMdl model) {
   std::unordered_set<std::wstring> seen;
   std::vector<ProMdl> waiting;
-  const auto meet = [&](ProMdl one, const std::wstring& name, ProMdlType type) {
+  const auto meet = [&](ProMdl current, const std::wstring& name, ProMdlType type) {
     const bool isSolid = type == ProMdlType::part || type == ProMdlType::assembly;
     const std::wstring label = fileLabel(name, type);
     if (!isSolid || !seen.insert(label).second) return;
-    waiting.push_back(one);
-    if (type == ProMdlType::part) stateDensity(one, label);
+    waiting.push_back(current);
+    if (type == ProMdlType::part) stateDensity(current, label);
   };
   meet(model, ProMdlNameGet(model).value, ProMdlTypeGet(model).value);
   while (!waiting.empty()) {
-    const ProMdl one = waiting.back();
+    const ProMdl visited = waiting.back();
     waiting.pop_back();
-    for (const ProDependency& used : ProMdlDependenciesList(one).value)
+    for (const ProDependency& used : ProMdlDependenciesList(visited).value)
       if (const auto there = ProMdlInit(used.name, used.type)) meet(there.value, used.name, used.type);
   }
   core::logIndented(
@@ -148,8 +148,8 @@ Outcome unlockAllInstances(const Task& task) {
 class InstanceSearch {
  public:
   explicit InstanceSearch(const Task& task) {
-    for (const auto& one : task.numberedAll(L"name_", text::parseInt(task.attribute(L"namec"))))
-      patterns_.push_back(one.value);
+    for (const auto& entry : task.numberedAll(L"name_", text::parseInt(task.attribute(L"namec"))))
+      patterns_.push_back(entry.value);
   }
   [[nodiscard]] bool finds(const ProFaminstance& instance) const {
     const std::wstring generic = ProMdlNameGet(instance.owner).value;

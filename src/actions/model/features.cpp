@@ -24,9 +24,9 @@ struct NamedFeature {
   std::wstring name;
 };
 
-void rename(const NamedFeature& one, const std::wstring& name) {
-  const creo::ProModelitem item{creo::ProItemType::feature, one.feature.id, one.feature.owner, {}};
-  const std::wstring was = one.name.empty() ? creo::ProModelitemDefaultnameGet(item).value : one.name;
+void rename(const NamedFeature& entry, const std::wstring& name) {
+  const creo::ProModelitem item{creo::ProItemType::feature, entry.feature.id, entry.feature.owner, {}};
+  const std::wstring was = entry.name.empty() ? creo::ProModelitemDefaultnameGet(item).value : entry.name;
   switch (creo::ProModelitemNameSet(item, name)) {
     case creo::ProNoError:
       core::logIndented(text::format(L"%s -> %s", was, name), core::kNormal, 1);
@@ -88,8 +88,8 @@ Outcome renameFeature(const Task& task) {
     if (chosen[0].name != name.text) rename(chosen[0], name.text);
   } else if (!chosen.empty()) {
     NumberedNames names(task.model(), name.text);
-    for (const NamedFeature& one : chosen)
-      if (!names.isOne(one.name)) rename(one, names.next());
+    for (const NamedFeature& entry : chosen)
+      if (!names.isOne(entry.name)) rename(entry, names.next());
   }
   return done;
 }

@@ -51,9 +51,9 @@ struct NamedState {
 };
 std::vector<NamedState> statesThatFit(creo::ProMdl model, std::wstring_view pattern) {
   std::vector<NamedState> states;
-  for (const ProLayerstate& one : creo::ProLayerstatesGet(model).value)
-    if (auto name = creo::ProLayerstateNameGet(one); name && matches(pattern, name.value))
-      states.push_back({one, std::move(name.value)});
+  for (const ProLayerstate& layerstate : creo::ProLayerstatesGet(model).value)
+    if (auto name = creo::ProLayerstateNameGet(layerstate); name && matches(pattern, name.value))
+      states.push_back({layerstate, std::move(name.value)});
   return states;
 }
 

@@ -255,8 +255,8 @@ class Renaming {
   }
   [[nodiscard]] bool exists(const std::wstring& name) const {
     return creo::ProMdlLayerVisit(task_.model(), [&](const ProLayer& layer) {
-             const auto held = creo::ProLayerNameGet(layer);
-             return held && text::equalNoCase(held.value, name) ? creo::ProStopVisit : creo::ProNoError;
+             const auto present = creo::ProLayerNameGet(layer);
+             return present && text::equalNoCase(present.value, name) ? creo::ProStopVisit : creo::ProNoError;
            }) == creo::ProStopVisit;
   }
   void setName(const NamedLayer& found, const std::wstring& to) {

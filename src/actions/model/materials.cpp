@@ -48,7 +48,7 @@ std::optional<std::vector<std::wstring>> materialsOf(creo::ProMdl part) {
 
 bool isAmong(const std::vector<std::wstring>& names, std::wstring_view name) {
   return std::any_of(names.begin(), names.end(),
-                     [name](const std::wstring& one) { return text::equalNoCase(one, name); });
+                     [name](const std::wstring& entry) { return text::equalNoCase(entry, name); });
 }
 
 std::optional<bool> isCurrentMaterial(creo::ProMdl part, std::wstring_view name) {
@@ -90,13 +90,13 @@ bool eachInstance(creo::ProMdl generic, creo::FunctionRef<void(const creo::ProFa
 
 std::optional<std::vector<std::wstring>> materialsOfInstances(creo::ProMdl generic) {
   std::vector<std::wstring> names;
-  bool told = true;
+  bool reported = true;
   const bool all = eachInstance(generic, [&](const creo::ProFaminstance& instance) {
     const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
     if (value && !isAmong(names, value.value.string)) names.push_back(value.value.string);
-    told = told && (value || value.error == creo::ProNotFound);
+    reported = reported && (value || value.error == creo::ProNotFound);
   });
-  if (!all || !told) return std::nullopt;
+  if (!all || !reported) return std::nullopt;
   return names;
 }
 

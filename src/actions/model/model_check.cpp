@@ -20,8 +20,8 @@ bool isSavedAfterwards(const Task& task) {
 
 // What a check finds is its result and no fault of the action: the list goes on without an error line.
 void tellFindings(const std::vector<creo::ProModelcheckFinding>& findings) {
-  for (const creo::ProModelcheckFinding& one : findings)
-    core::logIndented(text::format(L"%s: %s", one.isError ? L"error" : L"warning", one.text), core::kNormal, 2);
+  for (const creo::ProModelcheckFinding& finding : findings)
+    core::logIndented(text::format(L"%s: %s", finding.isError ? L"error" : L"warning", finding.text), core::kNormal, 2);
 }
 
 Outcome runModelCheck(const Task& task) {
@@ -37,7 +37,7 @@ Outcome runModelCheck(const Task& task) {
     return done;
   }
   tellFindings(found.value);
-  const auto errors = std::count_if(found.value.begin(), found.value.end(), [](auto& one) { return one.isError; });
+  const auto errors = std::count_if(found.value.begin(), found.value.end(), [](auto& entry) { return entry.isError; });
   const auto warnings = static_cast<std::ptrdiff_t>(found.value.size()) - errors;
   const bool saved = isSavedAfterwards(task);
   core::logIndented(text::format(core::msgText(saved ? Message::checkedAndSaved : Message::checkedNotSaved),

@@ -56,18 +56,19 @@ Outcome renameModel(const Task& task) {
     core::logIndented(text::format(L"%s has the name already", before), core::kNormal, 1);
     return done;
   }
-  creo::ProRenamed told;
-  if (const auto result = creo::ProMdlnameRename(task.model(), *name, told)) {
-    tellRefusal(result, *name, told.reason.empty() ? L"The model can't be renamed" : told.reason);
-    for (const std::wstring& file : told.left)
+  creo::ProRenamed renamed;
+  if (const auto result = creo::ProMdlnameRename(task.model(), *name, renamed)) {
+    tellRefusal(result, *name, renamed.reason.empty() ? L"The model can't be renamed" : renamed.reason);
+    for (const std::wstring& file : renamed.left)
       core::logWrite(text::format(L"%s couldn't be put back as it was", file), core::kError);
     return done;
   }
   const std::wstring now = label(task.model());
   followRename(text::toUtf8(before), text::toUtf8(now));
   core::logIndented(text::format(L"%s is now %s", before, now), core::kNormal, 1);
-  for (const std::wstring& file : told.followed) core::logIndented(text::format(L"%s follows", file), core::kNormal, 2);
-  for (const std::wstring& model : told.unsaved)
+  for (const std::wstring& file : renamed.followed)
+    core::logIndented(text::format(L"%s follows", file), core::kNormal, 2);
+  for (const std::wstring& model : renamed.unsaved)
     core::logWrite(text::format(L"%s follows in memory alone, and isn't saved", model), core::kWarning);
   return done;
 }
@@ -110,14 +111,14 @@ class Needed {
     add(model);
     std::size_t next = 0;
     while (next < waiting_.size()) {  // which grows meanwhile
-      const creo::ProMdl one = waiting_[next++];
-      if (const auto generic = creo::ProFaminstanceGenericGet(one, false))
+      const creo::ProMdl current = waiting_[next++];
+      if (const auto generic = creo::ProFaminstanceGenericGet(current, false))
         add(generic.value);
       else
-        models_.push_back(one);
-      for (const creo::ProDependency& used : creo::ProMdlDependenciesList(one).value)
-        if (*creo::typeExtension(used.type)) bring(used, one);
-      addFormats(one);
+        models_.push_back(current);
+      for (const creo::ProDependency& used : creo::ProMdlDependenciesList(current).value)
+        if (*creo::typeExtension(used.type)) bring(used, current);
+      addFormats(current);
     }
   }
   [[nodiscard]] const std::vector<creo::ProMdl>& models() const { return models_; }
@@ -160,11 +161,11 @@ creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstrin
       written.push_back(file.value);
       continue;
     }
-    for (const std::wstring& one : written)
-      if (os::files().remove(one)) core::logWrite(text::format(L"%s can't be removed", one), core::kError);
+    for (const std::wstring& entry : written)
+      if (os::files().remove(entry)) core::logWrite(text::format(L"%s can't be removed", entry), core::kError);
     return file.error;
   }
-  for (const std::wstring& one : written) core::logIndented(one, core::kNormal, 2);
+  for (const std::wstring& item : written) core::logIndented(item, core::kNormal, 2);
   return creo::ProNoError;
 }
 
@@ -173,8 +174,8 @@ Outcome backupAction(const Task& task) {
   const std::wstring folder = os::asFolder(path);
   const Needed needed(task.model());
   core::logIndented(text::format(core::msgText(Message::exportModelTo), path), core::kNormal, 1);
-  for (const std::wstring& one : needed.missing())
-    core::logWrite(text::format(L"%s can't be retrieved", one), core::kError);
+  for (const std::wstring& entry : needed.missing())
+    core::logWrite(text::format(L"%s can't be retrieved", entry), core::kError);
   for (const creo::ProMdl model : needed.models()) {
     if (path.empty() || !os::files().isFolder(folder) || liesIn(model, folder)) {
       core::logMsgPlain(Message::invalidFolder, core::kError);

@@ -14,8 +14,8 @@ std::wstring replacedText(const Task& task, std::wstring_view text, std::size_t 
 
 std::vector<std::wstring> namesIn(const Task& task) {
   std::vector<std::wstring> names;
-  for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames))
-    names.push_back(replacedText(task, one.value));
+  for (const Task::Numbered& entry : task.numberedAll(L"name_", kMostNames))
+    names.push_back(replacedText(task, entry.value));
   return names;
 }
 

@@ -72,9 +72,9 @@ class FamilyValues {
   bool convert(ProParamvalueType type, const std::wstring& parameter) {
     converted_ = values_;
     for (auto& [instance, value] : converted_) {
-      auto one = converted(value, type, parameter);
-      if (!one) return false;
-      value = std::move(*one);
+      auto entry = converted(value, type, parameter);
+      if (!entry) return false;
+      value = std::move(*entry);
     }
     return true;
   }

@@ -146,10 +146,10 @@ std::vector<language::NumberWithUnits> foreignNumbers(const ParameterEditContext
   std::vector<language::NumberWithUnits> numbers = std::move(replaced.numbers);
   if (context.override)
     numbers.insert(numbers.end(), context.override->numbers.begin(), context.override->numbers.end());
-  std::erase_if(numbers, [&](const language::NumberWithUnits& one) {
-    if (one.parameter.owner.owner != target.owner.owner) return false;
-    const auto inModel = ProParameterValueGet(one.parameter);
-    return inModel && inModel.value.real == one.value;
+  std::erase_if(numbers, [&](const language::NumberWithUnits& number) {
+    if (number.parameter.owner.owner != target.owner.owner) return false;
+    const auto inModel = ProParameterValueGet(number.parameter);
+    return inModel && inModel.value.real == number.value;
   });
   return numbers;
 }
@@ -159,12 +159,12 @@ void warnOfUnits(const ProParameter& written, const std::vector<language::Number
   const auto units = ProParameterUnitsGet(written);
   const auto value = ProParameterScaledvalueGet(written);
   if (!units || !value || value.value.type != ProParamvalueType::real) return;
-  for (const language::NumberWithUnits& one : numbers) {
-    if (one.units == units.value && one.value == value.value.real) continue;
-    core::logWrite(
-        text::format(L"'%s' is %s %s, and '%s' is %s %s now: what is written counts in the model's units", one.token,
-                     text::shortest(one.value), one.units, written.id, text::shortest(value.value.real), units.value),
-        core::kWarning);
+  for (const language::NumberWithUnits& number : numbers) {
+    if (number.units == units.value && number.value == value.value.real) continue;
+    core::logWrite(text::format(L"'%s' is %s %s, and '%s' is %s %s now: what is written counts in the model's units",
+                                number.token, text::shortest(number.value), number.units, written.id,
+                                text::shortest(value.value.real), units.value),
+                   core::kWarning);
   }
 }
 

@@ -143,8 +143,8 @@ bool stays(ProgramLineFilter& filter, std::wstring_view line) {
     remove = true;
   }
   if (!remove)
-    remove =
-        std::any_of(filter.patterns.begin(), filter.patterns.end(), [&](const auto& one) { return fits(one, line); });
+    remove = std::any_of(filter.patterns.begin(), filter.patterns.end(),
+                         [&](const auto& pattern) { return fits(pattern, line); });
   // Two of three: a border of a block whose borders stay, or a line that is a block by itself.
   const bool isKeptBorder = int{filter.excl_start_end} + isStart + isEnd >= 2;
   return !remove || isKeptBorder;
@@ -203,9 +203,9 @@ std::wstring_view firstWord(std::wstring_view line) {
 
 Outcome deleteModelProProgramInputLines(const Task& task) {
   std::vector<std::wstring_view> names;
-  for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames)) {
-    if (one.number != static_cast<int>(names.size())) break;
-    names.push_back(one.value);
+  for (const Task::Numbered& entry : task.numberedAll(L"name_", kMostNames)) {
+    if (entry.number != static_cast<int>(names.size())) break;
+    names.push_back(entry.value);
   }
   const ProgramFiles files;
   core::logIndented(L"Export to file", core::kNormal, 1);
@@ -215,7 +215,7 @@ Outcome deleteModelProProgramInputLines(const Task& task) {
     const Filtered filtered = filterFile(files, [&](std::wstring_view line, InputSection::Line kind) {
       const std::wstring_view name = firstWord(line);
       return kind == InputSection::Line::other || name.empty() ||
-             std::none_of(names.begin(), names.end(), [&](auto one) { return fits(one, name); });
+             std::none_of(names.begin(), names.end(), [&](auto item) { return fits(item, name); });
     });
     if (filtered == Filtered::changed) {
       core::logIndented(L"Reimport the file", core::kNormal, 1);

@@ -94,12 +94,12 @@ namespace {
 // part of the list would be other relations than those that were meant.
 std::optional<RelationLines> newLines(const Task& task, std::wstring_view key, int count) {
   RelationLines lines;
-  for (const Task::Numbered& one : task.numberedAll(key, count)) {
-    const bool isLast = one.number == count - 1;
-    if (one.value.empty() && (isLast || (one.number == 0 && count == 1))) continue;
-    const auto replaced = language::replaceVariables(one.value, task.model());
+  for (const Task::Numbered& entry : task.numberedAll(key, count)) {
+    const bool isLast = entry.number == count - 1;
+    if (entry.value.empty() && (isLast || (entry.number == 0 && count == 1))) continue;
+    const auto replaced = language::replaceVariables(entry.value, task.model());
     if (!replaced.hasText()) {
-      core::logWrite(text::format(L"The line '%s%d' can't be built, no relation lines are added", key, one.number),
+      core::logWrite(text::format(L"The line '%s%d' can't be built, no relation lines are added", key, entry.number),
                      core::kError);
       return std::nullopt;
     }
@@ -115,10 +115,10 @@ void addRelationLines(const Task& task, RelationSet& set, std::wstring_view key,
   const int count = text::parseInt(task.attribute(std::wstring(key) + L"c"));
   if (count < 1 || (count == 1 && task.attribute(std::wstring(key) + L"0").empty())) return;
   if (!set.make() || !set.isSound()) return;
-  const auto held = set.lines();
+  const auto present = set.lines();
   const auto added = newLines(task, key, count);
-  if (!held || !added || added->empty()) return;
-  const RelationLines& old = *held;
+  if (!present || !added || added->empty()) return;
+  const RelationLines& old = *present;
   const std::size_t at = place ? std::min(*place, old.size()) : task.isTrue(L"onEnd") ? old.size() : 0;
   RelationLines lines(old.begin(), old.begin() + static_cast<std::ptrdiff_t>(at));
   lines.insert(lines.end(), added->begin(), added->end());

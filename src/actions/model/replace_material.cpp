@@ -31,10 +31,10 @@ class Replacement {
       : task_(task), part_(task.model()), from_(from), to_(std::move(to)) {}
 
   void run() {
-    const auto held = materialsOf(part_);
-    if (!held) return;
+    const auto materials = materialsOf(part_);
+    if (!materials) return;
     std::vector<std::wstring> old;
-    for (const std::wstring& name : *held) {
+    for (const std::wstring& name : *materials) {
       if (!fits(name)) continue;
       if (isNew(name))
         refresh();
@@ -135,12 +135,12 @@ std::vector<std::wstring> namesInFolders(const std::vector<std::wstring>& folder
 void updateAll(const Task& task, const std::vector<std::wstring>& folders) {
   if (folders.empty())
     return core::logWrite(L"No material is updated: neither 'path' nor pro_material_dir names a folder", core::kError);
-  const auto held = materialsOf(task.model());
-  if (!held) return;
+  const auto materials = materialsOf(task.model());
+  if (!materials) return;
   std::vector<std::wstring> names = namesInFolders(folders);
   const auto less = [](const std::wstring& a, const std::wstring& b) { return text::lower(a) < text::lower(b); };
   std::sort(names.begin(), names.end(), less);
-  for (const std::wstring& name : *held)
+  for (const std::wstring& name : *materials)
     if (std::binary_search(names.begin(), names.end(), name, less)) Replacement(task, {}, name).refresh();
 }
 

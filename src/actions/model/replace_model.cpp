@@ -23,7 +23,7 @@ bool isSolid(creo::ProMdlType type) {
 
 std::vector<creo::ProDependency> solidsOf(creo::ProMdl user) {
   auto used = creo::ProMdlDependenciesList(user).value;
-  std::erase_if(used, [](const creo::ProDependency& one) { return !isSolid(one.type); });
+  std::erase_if(used, [](const creo::ProDependency& dependency) { return !isSolid(dependency.type); });
   return used;
 }
 

@@ -55,9 +55,9 @@ Outcome renameSimpRep(const Task& task) {
     std::wstring_view name;
   };
   std::vector<Pair> pairs;
-  for (const Task::Numbered& one : task.numberedAll(L"name_", kMostNames))
-    if (const auto name = task.numbered(L"newname_%d", one.number))
-      pairs.push_back({replacedText(task, one.value), *name});
+  for (const Task::Numbered& entry : task.numberedAll(L"name_", kMostNames))
+    if (const auto name = task.numbered(L"newname_%d", entry.number))
+      pairs.push_back({replacedText(task, entry.value), *name});
   const creo::ProError visited = visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
     for (const Pair& pair : pairs)
       if (fitsName(pair.pattern, rep.name)) rename(rep, pair.name);

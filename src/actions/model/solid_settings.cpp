@@ -76,7 +76,7 @@ Outcome setAllDimensionBounds(const Task& task) {
       {L"lower", creo::ProDimensionBound::lower}};
   const std::wstring_view word = task.attribute(L"bound");
   const auto* bound =
-      std::find_if(std::begin(kBounds), std::end(kBounds), [&](auto& one) { return one.first == word; });
+      std::find_if(std::begin(kBounds), std::end(kBounds), [&](auto& entry) { return entry.first == word; });
   if (bound == std::end(kBounds)) {
     unknownWord(L"bound", word, L"nominal, upper, middle or lower");
     return done;
@@ -107,8 +107,8 @@ bool isCalled(const std::wstring& system, std::wstring_view name) {
 
 creo::Got<creo::ProUnitsystem> systemOfThatName(creo::ProMdl solid, std::wstring_view name) {
   const auto systems = creo::ProMdlUnitsystemsCollect(solid);
-  for (const creo::ProUnitsystem& one : systems.value)
-    if (isCalled(one.name, name)) return one;
+  for (const creo::ProUnitsystem& system : systems.value)
+    if (isCalled(system.name, name)) return system;
   return creo::ProNotFound;
 }
 

@@ -102,7 +102,7 @@ std::optional<creo::ProViewMatrix> matrixIn(std::wstring_view text) {
 std::optional<Orientation> orientationOf(const Task& task, int number) {
   const std::wstring_view word = task.numbered(L"orient_%d", number).value_or(L"");
   const auto* known =
-      std::find_if(std::begin(kOrientations), std::end(kOrientations), [&](auto& one) { return one.word == word; });
+      std::find_if(std::begin(kOrientations), std::end(kOrientations), [&](auto& entry) { return entry.word == word; });
   if (known == std::end(kOrientations)) {
     unknownWord(text::format(L"orient_%d", number), word, L"front, right, back, left, top, bottom or custom");
     return std::nullopt;
@@ -183,14 +183,14 @@ constexpr std::wstring_view kAnyStyle = L"*";
 
 // By its word, or by its number from 0.
 std::optional<creo::ProDisplayStyle> styleCalled(std::wstring_view text) {
-  for (const StyleWord& one : kStyles)
-    if (text == one.word || text == std::to_wstring(static_cast<int>(one.style))) return one.style;
+  for (const StyleWord& entry : kStyles)
+    if (text == entry.word || text == std::to_wstring(static_cast<int>(entry.style))) return entry.style;
   return std::nullopt;
 }
 
 std::wstring wordOf(creo::ProDisplayStyle style) {
   const auto* found =
-      std::find_if(std::begin(kStyles), std::end(kStyles), [&](auto& one) { return one.style == style; });
+      std::find_if(std::begin(kStyles), std::end(kStyles), [&](auto& entry) { return entry.style == style; });
   return found == std::end(kStyles) ? std::to_wstring(static_cast<int>(style)) : std::wstring(found->word);
 }
 

@@ -32,9 +32,10 @@ ProError Pro2dExport(Pro2dFormat format, const std::wstring& name, ProMdl drawin
     const bool isAll = data.sheets == Pro2dSheets::all;
     const int first = isAll ? 1 : current, last = isAll ? headless::sheetCount(*m.document) : current;
     std::vector<headless::SheetPicture> sheets;
-    headless::ShownModels models(state);
-    for (int sheet = first; sheet <= last; ++sheet) sheets.push_back(headless::sheetPicture(state, models, m, sheet));
-    return headless::writeExport(state, name + L".dxf", headless::dxfOf(sheets));
+    headless::ShownModels models(state.pictureSources());
+    for (int sheet = first; sheet <= last; ++sheet)
+      sheets.push_back(headless::sheetPicture(state.pictureSources(), models, m, sheet));
+    return headless::writeExport(state.models, name + L".dxf", headless::dxfOf(sheets));
   });
 }
 

@@ -5,6 +5,7 @@
 
 #include "headless/creo/drawing_operation.h"
 #include "headless/model/detour.h"
+#include "headless/model/retrieve.h"
 #include "text/format.h"
 
 namespace creo {
@@ -17,8 +18,8 @@ namespace {
 
 std::vector<ProMdl> solidsOf(State& state, const Model& drawing) {
   std::vector<ProMdl> solids;
-  for (const ProDependency& used : headless::Models::dependencies(drawing)) {
-    if (const auto model = state.models.retrieve(used.name, used.type))
+  for (const ProDependency& used : headless::dependencies(drawing)) {
+    if (const auto model = headless::retrieveModel(state.models, used.name, used.type))
       solids.push_back(model.value);
     else
       state.showMessage(
@@ -44,7 +45,7 @@ Got<ProMdl> ProDrawingCurrentsolidGet(ProMdl drawing) {
   return onDrawing("ProDrawingCurrentsolidGet", drawing, [](State& state, Model& m) -> Got<ProMdl> {
     const auto current = headless::currentModelOf(m);
     if (!current) return ProNotFound;
-    return state.models.retrieve(current->name, current->type);
+    return headless::retrieveModel(state.models, current->name, current->type);
   });
 }
 
@@ -53,7 +54,7 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
     const Model* wanted = state.models.find(solid);
     if (!wanted) return ProBadInputs;
     const auto is = [&](const ProDependency& used) { return used.name == wanted->name && used.type == wanted->type(); };
-    const auto models = headless::Models::dependencies(m);
+    const auto models = headless::dependencies(m);
     if (std::none_of(models.begin(), models.end(), is)) return ProNotFound;
     if (is(*headless::currentModelOf(m))) return ProNoError;
     headless::showModel(m, {wanted->name, {}, wanted->type()});
@@ -63,7 +64,7 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
 
 ProError ProDwgDraftRegenerate(ProMdl drawing) {
   return onDrawing("ProDwgDraftRegenerate", drawing, [](State& state, Model& m) -> ProError {
-    const std::size_t wanted = headless::Models::dependencies(m).size();
+    const std::size_t wanted = headless::dependencies(m).size();
     return solidsOf(state, m).size() == wanted ? ProNoError : ProGeneralError;
   });
 }

@@ -27,7 +27,7 @@ ProError setBlanked(Model& drawing, int sheet, bool blanked) {
 // From 1, as texts name the drawing's models; 0 where it has one or none, so that texts needn't tell. Nothing: the
 // drawing doesn't show that model.
 std::optional<int> numberOf(const Model& drawing, const Model& solid) {
-  const auto models = headless::Models::dependencies(drawing);
+  const auto models = headless::dependencies(drawing);
   const auto found = std::find_if(models.begin(), models.end(), [&](const ProDependency& used) {
     return used.name == solid.name && used.type == solid.type();
   });

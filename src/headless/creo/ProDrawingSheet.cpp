@@ -79,7 +79,7 @@ Got<double> ProDrawingScaleGet(ProMdl drawing, ProMdl solid, int sheet) {
   return onSheet("ProDrawingScaleGet", drawing, sheet, [&](State& state, Model& m, const SheetRecord&) -> Got<double> {
     const Model* shown = state.models.find(solid);
     if (!shown) return ProBadInputs;
-    const auto models = headless::Models::dependencies(m);
+    const auto models = headless::dependencies(m);
     if (std::none_of(models.begin(), models.end(),
                      [&](const ProDependency& used) { return used.name == shown->name && used.type == shown->type(); }))
       return ProNotFound;

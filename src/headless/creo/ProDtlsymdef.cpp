@@ -26,10 +26,11 @@ bool isFileName(const std::wstring& name) {
 }
 
 std::vector<std::wstring> foldersFor(const State& state, const std::wstring& folder) {
-  if (!folder.empty() && !text::equalNoCase(folder, kSymbolDirectory)) return {headless::exportPath(state, folder)};
+  if (!folder.empty() && !text::equalNoCase(folder, kSymbolDirectory))
+    return {headless::exportPath(state.models, folder)};
   auto folders = state.configuration.values(L"pro_symbol_dir");
   std::erase(folders, L"");
-  folders.push_back(state.models.workingFolder());
+  folders.push_back(state.models.folders().working());
   return folders;
 }
 

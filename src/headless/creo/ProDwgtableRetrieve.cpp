@@ -32,7 +32,7 @@ std::wstring stem(std::wstring_view name) {
 }
 
 Got<TableRecord> readFrom(const State& state, const std::wstring& folder, const std::wstring& name) {
-  const std::wstring path = os::joined(folder.empty() ? state.models.workingFolder() : folder, name + L".tbl");
+  const std::wstring path = os::joined(folder.empty() ? state.models.folders().working() : folder, name + L".tbl");
   if (!os::files().exists(path) || os::files().isFolder(path)) return ProNotFound;
   TableRecord table;
   const auto bytes = os::files().read(path);

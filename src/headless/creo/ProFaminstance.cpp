@@ -2,6 +2,7 @@
 
 #include "headless/creo/operation.h"
 #include "headless/model/family.h"
+#include "headless/model/instances.h"
 
 namespace creo {
 
@@ -46,7 +47,7 @@ ProError ProFaminstanceLock(const ProFaminstance& instance, ProInstanceLock lock
 ProError ProFaminstanceRemove(const ProFaminstance& instance) {
   return onRow("ProFaminstanceRemove", instance, [](State& state, Model& m, RowRecord& row) -> ProError {
     if (const RowRecord* locked = lockedIn(row)) return headless::refuseLocked(state.models, *m.document, *locked);
-    state.models.removeRow(m.document, row);
+    headless::removeRow(state.models, m.document, row);
     return ProNoError;
   });
 }
@@ -64,7 +65,7 @@ ProError ProFamtableErase(const ProFamtable& table) {
     if (!held) return ProNotFound;
     for (const auto& row : held->instances)
       if (const RowRecord* locked = lockedIn(*row)) return headless::refuseLocked(state.models, *m.document, *locked);
-    while (!held->instances.empty()) state.models.removeRow(m.document, *held->instances.front());
+    while (!held->instances.empty()) headless::removeRow(state.models, m.document, *held->instances.front());
     (m.row ? m.row->familyTable : m.document->record.familyTable).reset();
     m.document->touch(m.row);
     return ProNoError;

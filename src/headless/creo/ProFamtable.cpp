@@ -2,6 +2,7 @@
 
 #include "headless/creo/operation.h"
 #include "headless/model/family.h"
+#include "headless/model/instances.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -35,7 +36,7 @@ Got<ProMdl> inMemory(std::string_view operationName, const ProFaminstance& insta
     headless::RowRecord* row = rowOf(m, instance);
     if (!row) return ProNotFound;
     const auto document = m.document;  // the model may move while another one comes in
-    return state.models.instance(document, *row);
+    return headless::retrieveInstance(state.models, document, *row);
   });
 }
 
@@ -99,7 +100,7 @@ Got<ProMdl> ProFaminstanceMdlGet(const ProFaminstance& instance) {
   return onModel("ProFaminstanceMdlGet", instance.owner, [&](State& state, Model& m) -> Got<ProMdl> {
     const headless::RowRecord* row = rowOf(m, instance);
     if (!row) return ProNotFound;
-    return state.models.instanceInMemory(*m.document, *row);
+    return headless::instanceInMemory(state.models, *m.document, *row);
   });
 }
 
@@ -112,7 +113,7 @@ Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance) {
 Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate) {
   return onModel("ProFaminstanceGenericGet", instance, [&](State& state, Model& m) -> Got<ProMdl> {
     if (!m.row) return ProNotFound;
-    if (immediate && m.row->parent) return state.models.instance(m.document, *m.row->parent);
+    if (immediate && m.row->parent) return headless::retrieveInstance(state.models, m.document, *m.row->parent);
     return state.models.inMemory(m.document->name, m.type());
   });
 }

@@ -2,6 +2,7 @@
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
+#include "headless/model/retrieve.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -42,7 +43,7 @@ Got<ProMdl> modelOf(State& state, const ModelFeature& component) {
   if (!component.isComponent()) return ProBadInputs;
   const ProMdlType type = component.component()->type;
   if (const auto there = state.models.inMemory(headless::featureName(component), type)) return there;
-  const auto model = state.models.retrieve(headless::componentLabel(component), type);
+  const auto model = headless::retrieveModel(state.models, headless::componentLabel(component), type);
   return model ? model : ProNotFound;
 }
 

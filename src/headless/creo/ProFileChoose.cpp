@@ -18,7 +18,7 @@ namespace {
 
 // Without a folder the dialog starts in the working directory.
 Got<std::wstring> askPath(State& state, FileQuestion question) {
-  if (question.folder.empty()) question.folder = state.models.workingFolder();
+  if (question.folder.empty()) question.folder = state.models.folders().working();
   const auto chosen = state.ui.state().askFile(question);
   if (!chosen) return ProUserAbort;
   std::wstring path = os::withBackslashes(*chosen);

@@ -30,8 +30,8 @@ bool isSolid(const Model& m) { return m.type() == ProMdlType::part || m.type() =
 
 ProError writeTree(State& state, const ExchangeNode& tree, const ExchangeForm& form, const std::wstring& path) {
   const auto written = headless::geometry::writeExchange(tree, form);
-  if (written.fault.empty()) return headless::writeExport(state, path, written.bytes);
-  state.showMessage(headless::exportPath(state, path) + L": " + written.fault);
+  if (written.fault.empty()) return headless::writeExport(state.models, path, written.bytes);
+  state.showMessage(headless::exportPath(state.models, path) + L": " + written.fault);
   return ProGeneralError;
 }
 
@@ -56,7 +56,7 @@ ProError writeSolid(State& state, const Model& m, const ExchangeForm& form, cons
   if (!tree) return ProGeneralError;
   std::set<const ExchangeNode*> seen;
   if (parts)
-    if (const ProError error = writeParts(state, *tree.value, form, headless::exportPath(state, path), seen))
+    if (const ProError error = writeParts(state, *tree.value, form, headless::exportPath(state.models, path), seen))
       return error;
   return writeTree(state, *tree.value, form, path);
 }
@@ -65,7 +65,7 @@ ProError writeSolid(State& state, const Model& m, const ExchangeForm& form, cons
 Got<bool> asksForAp242(State& state) {
   const auto values = state.configuration.values(kStepProfile);
   if (values.empty() || values.front().empty()) return false;
-  const std::wstring path = headless::exportPath(state, values.front());
+  const std::wstring path = headless::exportPath(state.models, values.front());
   const auto profile = os::files().read(path);
   if (profile) return text::upper(text::fromUtf8(profile.value)).find(L"AP242") != std::wstring::npos;
   state.showMessage(headless::cantRead(path, profile.error));

@@ -16,7 +16,7 @@ Got<ProMdl> ProIntfimportModelWithOptionsCreate(const std::wstring& path, ProInt
                                                 const std::wstring& name) {
   return headless::operation("ProIntfimportModelWithOptionsCreate", [&](State& state) -> Got<ProMdl> {
     if (type != ProMdlType::part && type != ProMdlType::assembly) return ProInvalidType;
-    const std::wstring whole = headless::exportPath(state, path);
+    const std::wstring whole = headless::exportPath(state.models, path);
     if (!os::files().exists(whole) || os::files().isFolder(whole)) return ProNotFound;
     const auto format = fileType == ProIntfType::iges ? ExchangeFormat::iges : ExchangeFormat::step;
     const auto as = type == ProMdlType::part ? ImportAs::part : ImportAs::assembly;

@@ -5,6 +5,7 @@
 #include "headless/creo/operation.h"
 #include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
+#include "headless/model/retrieve.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -58,10 +59,10 @@ Model* layerTemplate(State& state) {
   Got<ProMdl> model = ProBadInputs;
   if (file) model = state.models.inMemory(file->name, file->type);
   if (file && !model) {
-    const std::wstring before = state.models.workingFolder();
-    if (folder.empty() || state.models.changeFolder(folder)) {
-      model = state.models.retrieve(file->name, file->type);
-      state.models.changeFolder(before);
+    const std::wstring before = state.models.folders().working();
+    if (folder.empty() || state.models.folders().change(folder)) {
+      model = headless::retrieveModel(state.models, file->name, file->type);
+      state.models.folders().change(before);
     }
   }
   if (!model) {

@@ -17,7 +17,7 @@ ProError ProMacroLoad(const std::wstring& text) {
 ProError ProMacroExecute() {
   return operation("ProMacroExecute", [](State& state) -> ProError {
     if (!state.macros.waiting()) return ProNotFound;
-    while (state.macros.waiting()) state.macros.runStep(headless::Session::current());
+    while (state.macros.waiting()) state.macros.runStep(state.macroContext());
     return ProNoError;
   });
 }

@@ -65,7 +65,7 @@ ProError ProMaterialDelete(const ProMaterial& material) {
 ProError ProMaterialfileRead(ProMdl part, const std::wstring& name) {
   return onModel("ProMaterialfileRead", part, [&](State& state, Model& m) -> ProError {
     if (m.type() != ProMdlType::part) return ProBadInputs;
-    return headless::readMaterialFile(state, m, name);
+    return headless::readMaterialFile(state.models, state.configuration.values(L"pro_material_dir"), m, name);
   });
 }
 

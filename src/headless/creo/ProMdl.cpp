@@ -4,6 +4,9 @@
 
 #include "headless/creo/operation.h"
 #include "headless/model/drawing.h"
+#include "headless/model/erase.h"
+#include "headless/model/retrieve.h"
+#include "headless/model/save.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -21,7 +24,7 @@ namespace {
 
 // The models that a model uses, then the layouts that it declares.
 std::vector<ProDependency> filesUsed(const Model& model) {
-  std::vector<ProDependency> files = headless::Models::dependencies(model);
+  std::vector<ProDependency> files = headless::dependencies(model);
   std::unordered_set<std::wstring> seen;
   for (const headless::LayoutRecord& layout : model.document->record.layouts) {
     std::wstring name = text::upper(text::fromUtf8(layout.name));
@@ -48,12 +51,12 @@ namespace {
 
 // Frames lie in folders of their own: formats, and drawings that serve as such.
 Got<ProMdl> retrieveFrame(State& state, const std::wstring& name, ProMdlType type) {
-  const std::wstring working = state.models.workingFolder();
+  const std::wstring working = state.models.folders().working();
   Got<ProMdl> found = ProNotFound;
   for (const std::wstring& folder : state.configuration.values(L"pro_format_dir")) {
-    if (found.error != ProNotFound || folder.empty() || !state.models.changeFolder(folder)) continue;
-    found = state.models.retrieve(name, type);
-    state.models.changeFolder(working);
+    if (found.error != ProNotFound || folder.empty() || !state.models.folders().change(folder)) continue;
+    found = headless::retrieveModel(state.models, name, type);
+    state.models.folders().change(working);
   }
   return found;
 }
@@ -62,7 +65,7 @@ Got<ProMdl> retrieveFrame(State& state, const std::wstring& name, ProMdlType typ
 
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type) {
   return operation("ProMdlRetrieve", [&](State& state) {
-    const auto found = state.models.retrieve(name, type);
+    const auto found = headless::retrieveModel(state.models, name, type);
     const bool isFrame = found.error == ProNotFound && headless::hasSheets(type);
     return isFrame ? retrieveFrame(state, name, type) : found;
   });
@@ -152,14 +155,14 @@ ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
     const ProMdl handle = m.handle;  // a handler may erase the model
     state.raise(ProNotifyType::saveBefore, handle);
-    return state.models.save(handle, saveObjects(state));
+    return headless::saveModel(state.models, handle, saveObjects(state));
   });
 }
 
 ProError ProMdlErase(ProMdl model) {
   return operation("ProMdlErase", [&](State& state) {
     state.raise(ProNotifyType::eraseBefore, model);
-    return state.models.erase(model);
+    return headless::eraseModel(state.models, model);
   });
 }
 

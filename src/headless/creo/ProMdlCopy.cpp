@@ -1,6 +1,8 @@
 #include "creo/ProMdlCopy.h"
 
 #include "headless/creo/operation.h"
+#include "headless/model/create.h"
+#include "headless/model/rename.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -11,26 +13,29 @@ using headless::onModel;
 using State = headless::Session::State;
 
 ProError ProMdlRename(ProMdl model, const std::wstring& name) {
-  return onModel("ProMdlRename", model, [&](State& state, Model& m) { return state.models.rename(m.handle, name); });
+  return onModel("ProMdlRename", model,
+                 [&](State& state, Model& m) { return headless::renameModel(state.models, m.handle, name); });
 }
 
 ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& told) {
   return onModel("ProMdlnameRename", model,
-                 [&](State& state, Model& m) { return state.models.renameOnDisk(m.handle, name, told); });
+                 [&](State& state, Model& m) { return headless::renameOnDisk(state.models, m.handle, name, told); });
 }
 
 Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name) {
-  return onModel("ProMdlnameIsTaken", model,
-                 [&](State& state, Model& m) -> Got<bool> { return state.models.isTaken(m, text::upper(name), true); });
+  return onModel("ProMdlnameIsTaken", model, [&](State& state, Model& m) -> Got<bool> {
+    return headless::isNameTaken(state.models, m, text::upper(name), true);
+  });
 }
 
 Got<bool> ProMdlnameIsTaken(const std::wstring& name, ProMdlType type) {
-  return headless::operation("ProMdlnameIsTaken",
-                             [&](State& state) -> Got<bool> { return state.models.isKnown(name, type); });
+  return headless::operation(
+      "ProMdlnameIsTaken", [&](State& state) -> Got<bool> { return headless::isNameKnown(state.models, name, type); });
 }
 
 Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name) {
-  return onModel("ProMdlCopy", model, [&](State& state, Model& m) { return state.models.copy(m.handle, name); });
+  return onModel("ProMdlCopy", model,
+                 [&](State& state, Model& m) { return headless::copyModel(state.models, m.handle, name); });
 }
 
 ProError ProMdlCommonnameSet(ProMdl model, const std::wstring& name) {

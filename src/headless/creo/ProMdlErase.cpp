@@ -1,5 +1,6 @@
 #include "creo/ProMdl.h"
 #include "headless/creo/operation.h"
+#include "headless/model/erase.h"
 
 namespace creo {
 
@@ -10,13 +11,13 @@ ProError ProMdlEraseAll(ProMdl model) {
   return operation("ProMdlEraseAll", [&](State& state) {
     state.raise(ProNotifyType::eraseBefore, model);
     // Creo keeps a model that stands in a window.
-    return state.models.eraseAll(model, [&](ProMdl used) { return state.windows.shows(used); });
+    return headless::eraseWithUsed(state.models, model, [&](ProMdl used) { return state.windows.shows(used); });
   });
 }
 
 ProError ProMdlEraseNotDisplayed() {
   return operation("ProMdlEraseNotDisplayed", [](State& state) {
-    state.models.eraseUnless([&](ProMdl model) { return state.windows.shows(model); });
+    headless::eraseUnless(state.models, [&](ProMdl model) { return state.windows.shows(model); });
     return ProNoError;
   });
 }

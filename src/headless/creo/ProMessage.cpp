@@ -1,7 +1,7 @@
 #include "creo/ProMessage.h"
 
+#include "headless/creo/message_dialog.h"
 #include "headless/creo/operation.h"
-#include "headless/macros/message_dialog.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 

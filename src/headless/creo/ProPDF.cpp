@@ -54,14 +54,15 @@ ProError writePages(State& state, Model& drawing, const std::wstring& path, cons
   const bool isAll = integer(options, ProPDFproperty::sheets, 0, 2) == 2;
   const int first = isAll ? 1 : current, last = isAll ? headless::sheetCount(*drawing.document) : current;
   std::vector<headless::PdfPage> pages;
-  headless::ShownModels models(state);
+  headless::ShownModels models(state.pictureSources());
   for (int sheet = first; sheet <= last; ++sheet) {
     const headless::SheetRecord& record = *headless::sheetOf(*drawing.document, sheet);
-    pages.push_back({headless::sheetName(record, sheet), headless::sheetPicture(state, models, drawing, sheet)});
+    pages.push_back(
+        {headless::sheetName(record, sheet), headless::sheetPicture(state.pictureSources(), models, drawing, sheet)});
   }
   const headless::PdfMade made = headless::sheetPdf(pages, formOf(state, options));
-  if (made.fault.empty()) return headless::writeExport(state, path, made.bytes);
-  state.showMessage(text::format(L"%s: can't be written: %s", headless::exportPath(state, path), made.fault));
+  if (made.fault.empty()) return headless::writeExport(state.models, path, made.bytes);
+  state.showMessage(text::format(L"%s: can't be written: %s", headless::exportPath(state.models, path), made.fault));
   return ProGeneralError;
 }
 
@@ -114,7 +115,7 @@ ProError ProPDFExport(ProMdl model, const std::wstring& path, const ProPDFoption
 // A profile's contents are Creo's own: it stands for a drawing's pages with the usual options.
 ProError ProPDFWithProfileExport(ProMdl model, const std::wstring& path, const std::wstring& profile) {
   return onModel("ProPDFWithProfileExport", model, [&](State& state, Model& m) -> ProError {
-    const std::wstring file = headless::exportPath(state, profile);
+    const std::wstring file = headless::exportPath(state.models, profile);
     if (!os::files().exists(file) || os::files().isFolder(file)) return ProNotFound;
     if (!headless::hasSheets(m.type())) return ProNoLicense;
     ProPDFoptions options;

@@ -69,9 +69,10 @@ ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::
     const int width = static_cast<int>(std::round(paper.width * dotsPerInch));
     const int height = static_cast<int>(std::round(paper.height * dotsPerInch));
     if (width < 1 || height < 1) return ProBadInputs;
-    const auto picture = headless::modelPicture(state, *model, width, height);
+    const auto picture =
+        headless::modelPicture(state.pictureSources(), *model, state.options.textFolder, width, height);
     if (!picture) return picture.error;
-    return headless::writeExport(state, path, headless::tiffOf(picture.value, dotsPerInch));
+    return headless::writeExport(state.models, path, headless::tiffOf(picture.value, dotsPerInch));
   });
 }
 

@@ -27,7 +27,7 @@ ProError ProOutputFileWrite(ProMdl solid, const std::wstring& path, ProInputFile
     std::wstring content;
     for (const std::string& line : program.text) content += text::fromUtf8(line) + L'\n';
     const bool isWhole = !os::splitDevice(path).device.empty() || path.starts_with(L'\\') || path.starts_with(L'/');
-    const std::wstring whole = isWhole ? path : os::joined(state.models.workingFolder(), path);
+    const std::wstring whole = isWhole ? path : os::joined(state.models.folders().working(), path);
     const auto error = os::writeText(whole, content, {.mark = true, .crlf = true});
     if (!error) return ProNoError;
     state.showMessage(text::format(L"%s can't be written: %s", path, text::fromUtf8(error.message())));

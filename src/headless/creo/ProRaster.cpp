@@ -35,11 +35,12 @@ ProError ProRasterFileWrite(int window, const ProRasterForm& form, const std::ws
     const ProMdl shown = state.windows.model(window == kAnyWindow ? state.windows.current() : window);
     headless::Model* model = state.models.find(shown);
     if (!model) return ProNotFound;
-    const auto picture = headless::modelPicture(state, *model, width, height);
+    const auto picture =
+        headless::modelPicture(state.pictureSources(), *model, state.options.textFolder, width, height);
     if (!picture) return picture.error;
     const std::string bytes = form.type == ProRasterType::tiff ? headless::tiffOf(picture.value, form.dotsPerInch)
                                                                : headless::jpegOf(picture.value, form.dotsPerInch);
-    return headless::writeExport(state, path, bytes);
+    return headless::writeExport(state.models, path, bytes);
   });
 }
 

@@ -25,7 +25,7 @@ bool reaches(const Models& models, const Model& from, const Model& assembly) {
     const Model* one = waiting.back();
     waiting.pop_back();
     if (one->document == assembly.document) return true;
-    for (const ProDependency& used : Models::dependencies(*one)) {
+    for (const ProDependency& used : dependencies(*one)) {
       const auto there = models.inMemory(used.name, used.type);
       const Model* next = there ? models.find(there.value) : nullptr;
       if (next && seen.insert(next).second) waiting.push_back(next);

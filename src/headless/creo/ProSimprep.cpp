@@ -3,6 +3,7 @@
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
+#include "headless/model/retrieve.h"
 #include "headless/model/states.h"
 #include "text/encoding.h"
 
@@ -68,7 +69,7 @@ void activate(const State& state, Model& model, const FoundRep& rep) {
 
 Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType type, std::string_view rep) {
   if (type != ProMdlType::part && type != ProMdlType::assembly) return ProBadInputs;
-  const auto model = state.models.retrieve(name, type);
+  const auto model = headless::retrieveModel(state.models, name, type);
   if (!model) return model;
   Model& retrieved = *state.models.find(model.value);
   const auto found = findNamed(*retrieved.document, rep);
@@ -135,7 +136,7 @@ Got<ProMdl> ProSymbSimprepRetrieve(const std::wstring& model, ProMdlType type) {
 
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type) {
   return operation("ProMdlnameRetrieve", [&](State& state) {
-    const auto model = state.models.retrieve(name, type);
+    const auto model = headless::retrieveModel(state.models, name, type);
     if (model) state.models.find(model.value)->document->activeRep.clear();
     return model;
   });

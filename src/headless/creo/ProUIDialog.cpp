@@ -22,7 +22,7 @@ Got<int> activateModal(State& state, const std::shared_ptr<Dialog>& dialog) {
   dialog->visible = dialog->active = true;
   dialog->status = 0;
   state.ui.state().ask({dialog->name(), dialog->title, {}, {}});
-  if (dialog->active) headless::run(dialog, dialog->closeAction, "");
+  if (dialog->active) state.ui.state().run(dialog, dialog->closeAction, "");
   if (!dialog->active) return dialog->status;
   dialog->visible = dialog->active = false;
   state.showMessage(text::format(L"dialog '%s': its close action doesn't end it", text::fromUtf8(dialog->name())));

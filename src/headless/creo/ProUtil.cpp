@@ -1,9 +1,9 @@
 #include "creo/ProUtil.h"
 
+#include "headless/creo/message_dialog.h"
 #include "headless/creo/operation.h"
 #include "headless/creo/program_file.h"
 #include "headless/exports/export_file.h"
-#include "headless/macros/message_dialog.h"
 #include "headless/model/detail_options.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
@@ -25,14 +25,14 @@ int ProWcharSizeGet() {
 
 Got<std::wstring> ProDirectoryCurrentGet() {
   return operation("ProDirectoryCurrentGet",
-                   [](State& state) -> Got<std::wstring> { return state.models.workingFolder(); });
+                   [](State& state) -> Got<std::wstring> { return state.models.folders().working(); });
 }
 
 ProError ProDirectoryChange(const std::wstring& path) {
   return operation("ProDirectoryChange", [&](State& state) {
     // The active workspace's models lie in the session's folder of models.
-    const std::wstring folder = state.servers.isPlace(path) ? state.models.home().path() : path;
-    return state.models.changeFolder(folder) ? ProNoError : ProNotFound;
+    const std::wstring folder = state.servers.isPlace(path) ? state.models.folders().home().path() : path;
+    return state.models.folders().change(folder) ? ProNoError : ProNotFound;
   });
 }
 
@@ -76,7 +76,7 @@ ProError readDetails(State& state, ProMdl handle, const std::wstring& path, std:
 
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type) {
   return operation("ProInputFileRead", [&](State& state) -> ProError {
-    const auto content = os::readText(headless::exportPath(state, path));
+    const auto content = os::readText(headless::exportPath(state.models, path));
     if (!content) return ProNotFound;
     if (type == ProInputFileType::detailOptions) return readDetails(state, model, path, content.value);
     if (type == ProInputFileType::program) return headless::readProgram(state, model, path, content.value);

@@ -6,8 +6,8 @@
 #include <type_traits>
 
 #include "creo/ProTypes.h"
-#include "headless/session/call.h"
-#include "headless/session/state.h"
+#include "headless/creo/call.h"
+#include "headless/creo/state.h"
 
 namespace headless {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "headless/session/state.h"
+#include "headless/creo/state.h"
 
 namespace headless {
 

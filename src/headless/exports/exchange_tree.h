@@ -5,9 +5,11 @@
 
 #include "headless/geometry/exchange.h"
 #include "headless/model/bodies.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // model/models.h
 
 // What a solid holds, without suppressed components and skeletons; a model that is used several times is one node.
 // ProNotFound: it has no geometry; ProGeneralError: a body can't be built. The message area has a line for each.

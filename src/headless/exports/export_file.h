@@ -5,13 +5,14 @@
 #include <string_view>
 
 #include "creo/ProTypes.h"
-#include "headless/session/session.h"
 
 namespace headless {
 
+class Models;  // model/models.h
+
 // With backslashes; a path that isn't whole is taken from the working folder.
-std::wstring exportPath(const Session::State& state, std::wstring_view path);
+std::wstring exportPath(const Models& models, std::wstring_view path);
 // Writes the whole file; an old one stays until the new one is whole. ProCantWrite, with a line of the message area.
-creo::ProError writeExport(Session::State& state, std::wstring_view path, std::string_view bytes);
+creo::ProError writeExport(const Models& models, std::wstring_view path, std::string_view bytes);
 
 }  // namespace headless

@@ -5,6 +5,9 @@
 #include "creo/ProAppearance.h"
 #include "headless/exports/exchange_tree.h"
 #include "headless/model/accuracy.h"
+#include "headless/model/create.h"
+#include "headless/model/erase.h"
+#include "headless/model/models.h"
 #include "headless/model/new_document.h"
 #include "headless/model/units.h"
 #include "headless/store/json.h"
@@ -80,7 +83,7 @@ class Importer {
   }
   // Takes what was made out of memory again, users before what they use.
   void undo() {
-    for (; !made_.empty(); made_.pop_back()) models_.erase(made_.back());
+    for (; !made_.empty(); made_.pop_back()) eraseModel(models_, made_.back());
   }
 
  private:
@@ -96,7 +99,7 @@ class Importer {
     return document;
   }
   ProMdl enter(const std::shared_ptr<ModelDocument>& document) {
-    const auto made = models_.createModel(document);
+    const auto made = createModel(models_, document);
     if (!made) throw ImportFault{made.error, {}};
     made_.push_back(made.value);
     return made.value;
@@ -154,7 +157,7 @@ class Importer {
     for (int tries = 0; tries < kMostTaken; ++tries, ++number) {
       const std::wstring tail = number == 0 ? L"" : L"_" + std::to_wstring(number);
       std::wstring name = wanted.substr(0, kLongestName - tail.size()) + tail;
-      if (taken_.insert(modelKey(name, type)).second && !models_.isKnown(name, type)) return name;
+      if (taken_.insert(modelKey(name, type)).second && !isNameKnown(models_, name, type)) return name;
     }
     throw ImportFault{creo::ProExists, L"all names of its parts are taken"};
   }
@@ -173,7 +176,7 @@ Got<ProMdl> importTree(Models& models, const geometry::ExchangeRead& read, std::
   if (type != ProMdlType::part && type != ProMdlType::assembly) return creo::ProInvalidType;
   if (!isFileName(name)) return creo::ProBadInputs;
   const std::wstring upper = text::upper(name);
-  if (models.isKnown(upper, type)) return creo::ProExists;
+  if (isNameKnown(models, upper, type)) return creo::ProExists;
   Importer importer(models, read.unit, upper, type);
   try {
     return type == ProMdlType::part ? importer.part(*read.root, upper) : importer.assembly(read.root, upper);

@@ -2,7 +2,6 @@
 
 #include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
-#include "headless/session/state.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -14,31 +13,26 @@ constexpr std::wstring_view kLayerDialog = L"layer_dlg_cur", kMainDialog = L"mai
 constexpr const wchar_t *kSelected = L"layer tree/selected", *kOpenFor = L"newlayerprops/layer",
                         *kIndependent = L"newlayerprops/IndepRulesChk", *kAssociative = L"newlayerprops/AssocRulesChk";
 
-Model* currentModel(Session& session) {
-  Session::State& state = session.state();
-  return state.models.find(state.windows.model(state.windows.current()));
-}
-
 // The layer of that name in the current model; null for none.
-LayerRecord* currentLayer(Session& session, const std::wstring& name) {
-  const Model* model = currentModel(session);
+LayerRecord* currentLayer(const MacroContext& context, const std::wstring& name) {
+  const Model* model = context.currentModel();
   return model ? layerNamed(*model->document, text::toUtf8(name)) : nullptr;
 }
 
 // "node0:NAME" selects a layer, "node0" none.
-bool select(Session& session, const std::wstring& node, DialogState& dialogs) {
+bool select(const MacroContext& context, const std::wstring& node, DialogState& dialogs) {
   constexpr std::wstring_view kRoot = L"node0";
   if (!node.starts_with(kRoot)) return false;
   dialogs.erase(kSelected);
   if (node == kRoot) return true;
   const std::wstring name = node.substr(kRoot.size() + 1);
-  if (!currentLayer(session, name)) return false;
+  if (!currentLayer(context, name)) return false;
   dialogs[kSelected] = name;
   return true;
 }
 
-bool command(Session& session, const std::wstring& name, DialogState& dialogs) {
-  const Model* model = currentModel(session);
+bool command(const MacroContext& context, const std::wstring& name, DialogState& dialogs) {
+  const Model* model = context.currentModel();
   const bool isDrawing = model && model->type() == creo::ProMdlType::drawing;
   if (name == L"ProCmdViewLyrs") return model && !isDrawing;
   if (name == L"ProCmdDrwTreeShowLyrs") return isDrawing;
@@ -58,12 +52,12 @@ void close(DialogState& dialogs) {
   for (const wchar_t* one : {kOpenFor, kIndependent, kAssociative}) dialogs.erase(one);
 }
 
-bool acceptRules(Session& session, DialogState& dialogs) {
-  LayerRecord* layer = currentLayer(session, dialogs[kOpenFor]);
+bool acceptRules(const MacroContext& context, DialogState& dialogs) {
+  LayerRecord* layer = currentLayer(context, dialogs[kOpenFor]);
   if (layer) {
     const bool independent = take(dialogs, kIndependent, layer->independentRules);
     const bool associative = take(dialogs, kAssociative, layer->associativeRules);
-    const Model& model = *currentModel(session);
+    const Model& model = *context.currentModel();
     const bool settled = settleRules(model, *layer);
     if (independent || associative || settled) model.document->touch(nullptr);
   }
@@ -71,13 +65,13 @@ bool acceptRules(Session& session, DialogState& dialogs) {
   return layer != nullptr;
 }
 
-bool rulesDialog(Session& session, const MacroStep& step, DialogState& dialogs) {
+bool rulesDialog(const MacroContext& context, const MacroStep& step, DialogState& dialogs) {
   if (!dialogs.contains(kOpenFor) || step.names.size() < 2) return false;
   const std::wstring& component = step.names[1];
   if (step.verb == L"Select") return component == L"PropTab" || component == L"RuleOptionsCasc";
   if (step.verb == L"Close") return component == L"RuleOptionsCasc";
   if (step.verb != L"Activate") return false;
-  if (component == L"OkBtn") return acceptRules(session, dialogs);
+  if (component == L"OkBtn") return acceptRules(context, dialogs);
   if (component != L"IndepRulesChk" && component != L"AssocRulesChk") return false;
   dialogs[std::wstring(kRulesDialog) + L'/' + component] = step.number == 0 ? L"0" : L"1";
   return true;
@@ -85,11 +79,11 @@ bool rulesDialog(Session& session, const MacroStep& step, DialogState& dialogs) 
 
 }  // namespace
 
-bool layerSteps(Session& session, const MacroStep& step, DialogState& dialogs) {
-  if (step.is(L"Command", 1)) return command(session, step.names[0], dialogs);
+bool layerSteps(const MacroContext& context, const MacroStep& step, DialogState& dialogs) {
+  if (step.is(L"Command", 1)) return command(context, step.names[0], dialogs);
   if (step.names.empty()) return false;
   const std::wstring& dialog = step.names[0];
-  if (dialog == kRulesDialog) return rulesDialog(session, step, dialogs);
+  if (dialog == kRulesDialog) return rulesDialog(context, step, dialogs);
   if (dialog == kLayerDialog && step.is(L"Close", 2)) {
     dialogs.erase(kSelected);
     return true;
@@ -99,7 +93,7 @@ bool layerSteps(Session& session, const MacroStep& step, DialogState& dialogs) {
   if (dialog == kMainDialog && component == L"rad_list_layers_for") return true;
   const bool isTree = (dialog == kLayerDialog && component == L"PHLayerUI.AssyTree") ||
                       (dialog == kMainDialog && component == L"PHTLeft.PHLayerUI.AssyTree");
-  return isTree && select(session, step.names[2], dialogs);
+  return isTree && select(context, step.names[2], dialogs);
 }
 
 }  // namespace headless

@@ -6,6 +6,6 @@
 namespace headless {
 
 // A layer is selected in the tree of the current model, its dialog opens for it, and OK gives it what was checked.
-bool layerSteps(Session& session, const MacroStep& step, DialogState& dialogs);
+bool layerSteps(const MacroContext& context, const MacroStep& step, DialogState& dialogs);
 
 }  // namespace headless

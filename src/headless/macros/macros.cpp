@@ -7,7 +7,7 @@
 #include "headless/macros/relation_steps.h"
 #include "headless/macros/view_steps.h"
 #include "headless/model/family.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -44,8 +44,8 @@ MacroStep parsed(std::wstring_view text) {
 // The dialogs with files of their own.
 constexpr StepHandler kDialogs[] = {&layerSteps, &viewSteps, &relationSteps};
 
-bool drawingIsCurrent(Session::State& state) {
-  const Model* model = state.models.find(state.windows.model(state.windows.current()));
+bool drawingIsCurrent(const MacroContext& context) {
+  const Model* model = context.currentModel();
   return model && model->type() == creo::ProMdlType::drawing;
 }
 
@@ -53,7 +53,7 @@ bool drawingIsCurrent(Session::State& state) {
 
 // The effects of known steps.
 struct MacroRun {
-  Session& session;
+  const MacroContext& context;
   Macros& macros;
   int depth = 0;  // of the step that runs
 
@@ -61,14 +61,13 @@ struct MacroRun {
   void nothing() const {}
   // Updating a drawing's tables shows its tab; who listens is told at once.
   void updateTables() const {
-    Session::State& state = session.state();
-    if (!drawingIsCurrent(state)) return;
+    if (!drawingIsCurrent(context)) return;
     creo::ProNotification told;
     told.type = creo::ProNotifyType::pageControlShown;
-    told.model = state.windows.model(state.windows.current());
-    told.window = state.windows.current();
+    told.model = context.windows.model(context.windows.current());
+    told.window = context.windows.current();
     told.name = macros.pageControl_;
-    state.notify(told);
+    context.notify(told);
   }
 
   // The dialog of the family table: the parameter that is chosen in its list becomes a column when it is inserted.
@@ -83,8 +82,7 @@ struct MacroRun {
   }
   void insertChosenColumn() const {
     constexpr std::wstring_view kRow = L"row";
-    Session::State& state = session.state();
-    const Model* model = state.models.find(state.windows.model(state.windows.current()));
+    const Model* model = context.currentModel();
     FamilyTableRecord* table = model ? model->document->tableOf(model->row) : nullptr;
     if (!table || !macros.chosenRow_.starts_with(kRow)) return;
     const std::string column = text::toUtf8(macros.chosenRow_.substr(kRow.size()));
@@ -110,13 +108,13 @@ struct MacroRun {
   // Its steps come before all that waits.
   void playTrail(const std::wstring& name) const {
     const bool isWhole = !os::splitDevice(name).device.empty() || name.starts_with(L'\\') || name.starts_with(L'/');
-    const std::wstring path = isWhole ? name : os::joined(session.state().models.workingFolder(), name);
+    const std::wstring path = isWhole ? name : os::joined(context.models.folders().working(), name);
     if (depth == kDeepestTrail)
-      return session.showMessage(
+      return context.models.message(
           text::format(L"trail files open each other %d deep: %s isn't played", kDeepestTrail, path));
     const auto content = os::readText(path);
     if (!content)
-      return session.showMessage(
+      return context.models.message(
           text::format(L"the trail file %s can't be read: %s", path, text::fromUtf8(content.error.message())));
     std::vector<Macros::Waiting> steps;
     for (const std::wstring& line : text::lines(content.value)) {
@@ -130,15 +128,14 @@ struct MacroRun {
   // "node0:view_12 92 0 -1 -1 -1" in the tree of a drawing: the view alone is selected.
   [[nodiscard]] bool drawingTree(const MacroStep& step) const {
     constexpr std::wstring_view kNode = L"node0:view_";
-    Session::State& state = session.state();
     if (!step.is(L"Select", 3) || step.names[1] != L"DrwAssyTree" || !step.names[2].starts_with(kNode) ||
-        !drawingIsCurrent(state))
+        !drawingIsCurrent(context))
       return false;
-    const Model& drawing = *state.models.find(state.windows.model(state.windows.current()));
+    const Model& drawing = *context.currentModel();
     const int id = text::parseInt(std::wstring_view(step.names[2]).substr(kNode.size()));
     const auto& views = drawing.document->record.views;
     if (std::none_of(views.begin(), views.end(), [id](const ViewRecord& view) { return view.id == id; })) return false;
-    state.selections = {{{creo::ProItemType::view, id, drawing.handle, {}}, {}}};
+    context.selections = {{{creo::ProItemType::view, id, drawing.handle, {}}, {}}};
     return true;
   }
 
@@ -168,7 +165,7 @@ struct MacroRun {
     if (step.is(L"Activate", 2) && step.names[0] == kMessageDialog) return true;
     if (trailDialog(step) || drawingTree(step) || familyTableDialog(step)) return true;
     return std::any_of(std::begin(kDialogs), std::end(kDialogs),
-                       [&](StepHandler handler) { return handler(session, step, macros.dialogs_); });
+                       [&](StepHandler handler) { return handler(context, step, macros.dialogs_); });
   }
 };
 
@@ -189,17 +186,17 @@ void Macros::load(std::wstring_view text) {
   for (std::wstring& step : macroSteps(text)) steps_.push_back({std::move(step)});
 }
 
-void Macros::runStep(Session& session) {
+void Macros::runStep(const MacroContext& context) {
   const Waiting waiting = std::move(steps_.front());
   steps_.pop_front();
   ran_.push_back(waiting.step);
-  const bool known = MacroRun{session, *this, waiting.depth}.run(parsed(waiting.step));
+  const bool known = MacroRun{context, *this, waiting.depth}.run(parsed(waiting.step));
   if (!known && reported_.insert(waiting.step).second) {
     unknown_.push_back(waiting.step);
-    session.showMessage(text::format(L"unknown macro step: %s", waiting.step));
+    context.models.message(text::format(L"unknown macro step: %s", waiting.step));
   }
   if (++withoutPause_ == kMostSteps && !steps_.empty()) {
-    session.showMessage(text::format(L"%d macro steps ran without a pause; the others are dropped", kMostSteps));
+    context.models.message(text::format(L"%d macro steps ran without a pause; the others are dropped", kMostSteps));
     steps_.clear();
   }
   if (steps_.empty()) withoutPause_ = 0;

@@ -22,7 +22,7 @@ class Macros {
   [[nodiscard]] bool waiting() const { return !steps_.empty(); }
   // Runs one waiting step. Steps that wait behind a million others without a pause are dropped, with a line: a trail
   // file may open itself.
-  void runStep(Session& session);
+  void runStep(const MacroContext& context);
   // Runs the waiting steps that stand ready for a message dialog. The number of the button that they press; nothing
   // when none does.
   std::optional<int> answerMessageDialog(const std::vector<std::wstring>& buttons);

@@ -1,7 +1,7 @@
 #include "headless/macros/relation_steps.h"
 
 #include "headless/model/features.h"
-#include "headless/session/state.h"
+#include "headless/model/models.h"
 #include "os/paths.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
@@ -21,13 +21,8 @@ constexpr const wchar_t *kOpen = L"relation_dlg", *kContext = L"relation_dlg/OMC
 // What outlasts the dialog: the feature that it was opened for last, and which of its sketches it took.
 constexpr const wchar_t *kLastFeature = L"relation_dlg/last feature", *kLastSketch = L"relation_dlg/last sketch";
 
-Model* currentSolid(Session::State& state) {
-  Model* model = state.models.find(state.windows.model(state.windows.current()));
-  return model && model->type() != creo::ProMdlType::drawing ? model : nullptr;
-}
-
-bool open(Session& session, DialogState& dialogs) {
-  if (!currentSolid(session.state())) return false;
+bool open(const MacroContext& context, DialogState& dialogs) {
+  if (!context.currentSolid()) return false;
   for (const wchar_t* one : {kContext, kFound, kExporting, kPath}) dialogs.erase(one);
   dialogs[kOpen] = L"open";
   return true;
@@ -44,10 +39,9 @@ std::size_t nextSketch(const Model& model, const std::wstring& id, std::size_t c
 }
 
 // Writes the relations of the found feature's sketch.
-bool exportRelations(Session& session, DialogState& dialogs) {
-  Session::State& state = session.state();
+bool exportRelations(const MacroContext& context, DialogState& dialogs) {
   dialogs.erase(kExporting);
-  const Model* model = currentSolid(state);
+  const Model* model = context.currentSolid();
   const std::wstring id = dialogs[kFound];
   const auto feature = model ? featureOf(*model, text::parseInt(id)) : std::nullopt;
   const FeatureRecord* record = feature ? feature->record() : nullptr;
@@ -58,13 +52,14 @@ bool exportRelations(Session& session, DialogState& dialogs) {
   for (const std::string& line : sketch.relations) lines += text::fromUtf8(line) + L'\n';
   const std::wstring& name = dialogs[kPath];
   const bool isWhole = !os::splitDevice(name).device.empty() || name.starts_with(L'\\') || name.starts_with(L'/');
-  const std::wstring path = isWhole ? name : os::joined(state.models.workingFolder(), name);
+  const std::wstring path = isWhole ? name : os::joined(context.models.folders().working(), name);
   if (const auto fault = os::writeText(path, lines, {.mark = true}))
-    state.showMessage(text::format(L"the relations can't be written to %s: %s", path, text::fromUtf8(fault.message())));
+    context.models.message(
+        text::format(L"the relations can't be written to %s: %s", path, text::fromUtf8(fault.message())));
   return true;
 }
 
-bool searchStep(Session& session, const MacroStep& step, DialogState& dialogs) {
+bool searchStep(const MacroContext& context, const MacroStep& step, DialogState& dialogs) {
   if (!dialogs.contains(kSearching)) return false;
   if (step.is(L"Select", 3)) return step.names[2] == L"Feature" || step.names[2] == L"Misc";
   if (step.is(L"Update", 3) && step.names[1] == kSearchedId) {
@@ -78,7 +73,7 @@ bool searchStep(Session& session, const MacroStep& step, DialogState& dialogs) {
     dialogs.erase(kWanted);
     return true;
   }
-  const Model* model = currentSolid(session.state());
+  const Model* model = context.currentSolid();
   if (step.names[1] != L"ApplyBtn" || !model || !featureOf(*model, text::parseInt(dialogs[kWanted]))) return false;
   dialogs[kFound] = dialogs[kWanted];
   return true;
@@ -109,16 +104,16 @@ bool dialogStep(const MacroStep& step, DialogState& dialogs) {
 
 }  // namespace
 
-bool relationSteps(Session& session, const MacroStep& step, DialogState& dialogs) {
-  if (step.is(L"Command", 1) && step.names[0] == L"ProCmdMmRels") return open(session, dialogs);
+bool relationSteps(const MacroContext& context, const MacroStep& step, DialogState& dialogs) {
+  if (step.is(L"Command", 1) && step.names[0] == L"ProCmdMmRels") return open(context, dialogs);
   if (step.names.empty() || !dialogs.contains(kOpen)) return false;
   if (step.is(L"Command", 1) && step.names[0] == L"ProCmdMdlTreeSearch") {
     dialogs[kSearching] = L"open";
     return true;
   }
   if (step.is(L"Command", 1) && step.names[0] == L"ProFileSelPushOpen@context_dlg_open_cmd")
-    return dialogs.contains(kExporting) && exportRelations(session, dialogs);
-  if (step.names[0] == kSearch) return searchStep(session, step, dialogs);
+    return dialogs.contains(kExporting) && exportRelations(context, dialogs);
+  if (step.names[0] == kSearch) return searchStep(context, step, dialogs);
   if (step.names[0] == kDialog) return dialogStep(step, dialogs);
   return fileStep(step, dialogs);
 }

@@ -1,14 +1,34 @@
-// A step of a macro, taken apart, and the dialogs that know steps.
+// A step of a macro, taken apart, what steps work on, and the dialogs that know steps.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "creo/ProNotify.h"
+#include "creo/ProSelection.h"
+#include "headless/model/models.h"
+#include "headless/session/windows.h"
+
 namespace headless {
 
-class Session;
+// What steps work on, of one session.
+struct MacroContext {
+  Models& models;
+  const Windows& windows;
+  std::vector<creo::ProSelection>& selections;               // what is selected
+  std::function<void(const creo::ProNotification&)> notify;  // tells who listens, at once
+
+  // The model in the current window; null for none.
+  [[nodiscard]] Model* currentModel() const { return models.find(windows.model(windows.current())); }
+  // The same; null for a drawing too.
+  [[nodiscard]] Model* currentSolid() const {
+    Model* model = currentModel();
+    return model && model->type() != creo::ProMdlType::drawing ? model : nullptr;
+  }
+};
 
 // "~ Activate `main_dlg_cur` `page_Layout_control_btn` 1" taken apart: the verb, and what stands in backquotes.
 struct MacroStep {
@@ -25,6 +45,6 @@ struct MacroStep {
 using DialogState = std::unordered_map<std::wstring, std::wstring>;
 
 // A dialog's steps. True: the step is one of its own and had its effect.
-using StepHandler = bool (*)(Session& session, const MacroStep& step, DialogState& dialogs);
+using StepHandler = bool (*)(const MacroContext& context, const MacroStep& step, DialogState& dialogs);
 
 }  // namespace headless

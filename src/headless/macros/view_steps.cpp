@@ -1,7 +1,6 @@
 #include "headless/macros/view_steps.h"
 
 #include "headless/model/states.h"
-#include "headless/session/state.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -9,12 +8,6 @@ namespace {
 
 constexpr std::wstring_view kCommand = L"ProCmdViewVisTool", kDialog = L"visual_dlg0", kNoSection = L"no cross section";
 const std::wstring kOpen = L"visual_dlg0", kRow = L"visual_dlg0/Table";
-
-// The solid in the current window; null for none.
-Model* currentSolid(Session::State& state) {
-  Model* model = state.models.find(state.windows.model(state.windows.current()));
-  return model && model->type() != creo::ProMdlType::drawing ? model : nullptr;
-}
 
 CrossSectionRecord* chosen(Model& model, const DialogState& dialogs) {
   const auto row = dialogs.find(kRow);
@@ -50,7 +43,7 @@ bool buttonStep(Model& model, const MacroStep& step, const DialogState& dialogs)
 
 }  // namespace
 
-bool viewSteps(Session& session, const MacroStep& step, DialogState& dialogs) {
+bool viewSteps(const MacroContext& context, const MacroStep& step, DialogState& dialogs) {
   if (step.is(L"Command", 1) && step.names[0] == kCommand) {
     dialogs[kOpen] = L"open";
     dialogs.erase(kRow);
@@ -64,7 +57,7 @@ bool viewSteps(Session& session, const MacroStep& step, DialogState& dialogs) {
   }
   // What kinds of things the table lists; cross sections are the ones that are known here.
   if (step.is(L"Select", 3) && step.names[1] == L"RadioSelApplMgr") return step.names[2] == L"xsec";
-  Model* model = currentSolid(session.state());
+  Model* model = context.currentSolid();
   if (!model) return false;
   if (step.names.size() == 4 && step.names[1] == L"Table") return tableStep(*model, step, dialogs);
   return step.is(L"Activate", 2) && buttonStep(*model, step, dialogs);

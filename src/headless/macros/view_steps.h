@@ -7,6 +7,6 @@ namespace headless {
 
 // Its cross sections: one that is selected in the table is made active, shown or hidden; "no cross section" activated
 // makes none active.
-bool viewSteps(Session& session, const MacroStep& step, DialogState& dialogs);
+bool viewSteps(const MacroContext& context, const MacroStep& step, DialogState& dialogs);
 
 }  // namespace headless

@@ -7,6 +7,7 @@
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/measures.h"
+#include "headless/model/models.h"
 #include "headless/model/placed.h"
 #include "headless/model/units.h"
 #include "os/surroundings.h"

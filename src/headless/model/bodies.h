@@ -6,9 +6,11 @@
 
 #include "creo/ProSolid.h"
 #include "headless/geometry/body.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // Results of all: ProNotFound: there is no body; ProGeneralError: one can't be built, with a line of the message area.
 class Bodies {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "headless/model/models.h"
 #include "headless/model/raw_placement.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"

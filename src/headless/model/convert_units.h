@@ -3,9 +3,11 @@
 
 #include <string>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // keepSizes: lengths, densities and what is made of them become the numbers that say the same in the new system:
 // dimensions with their tolerances, in the rows of the family table too, the body, places of components, distances of

@@ -1,4 +1,5 @@
-// Models that are made in memory.
+#include "headless/model/create.h"
+
 #include <algorithm>
 
 #include "headless/model/accuracy.h"
@@ -32,6 +33,22 @@ bool isBlankOrControl(wchar_t c) {
   return c <= 0xA0 || kBlanks.find(c) != kBlanks.npos;
 }
 
+// What a drawing on disk holds as template. ProNotFound: no such drawing; ProGeneralError, with a line: it can't be
+// read.
+ProError readTemplate(Models& models, std::wstring_view name, ModelRecord& into) {
+  for (Folder* folder : models.folders().searched()) {
+    const DocumentFile* file = folder->find(name, ProMdlType::drawing);
+    if (!file) continue;
+    const std::wstring path = folder->path() + file->fileName;
+    const auto bytes = models.folders().read(path);
+    const JsonFault fault = bytes ? readDocument(bytes.value, into) : JsonFault();
+    if (bytes && !fault) return creo::ProNoError;
+    models.message(bytes ? cantRead(path, fault) : cantRead(path, bytes.error));
+    return creo::ProGeneralError;
+  }
+  return creo::ProNotFound;
+}
+
 }  // namespace
 
 bool isFileName(std::wstring_view name) {
@@ -59,49 +76,32 @@ std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType ty
   return document;
 }
 
-Got<ProMdl> Models::createModel(std::wstring_view name, ProMdlType type) {
+Got<ProMdl> createModel(Models& models, std::wstring_view name, ProMdlType type) {
   auto document = newDocument(name, type);
   if (type == ProMdlType::part || type == ProMdlType::assembly) stateAccuracyOfTemplates(document->record);
-  return createModel(std::move(document));
+  return createModel(models, std::move(document));
 }
 
-Got<ProMdl> Models::createModel(std::shared_ptr<ModelDocument> document) {
+Got<ProMdl> createModel(Models& models, std::shared_ptr<ModelDocument> document) {
   const std::wstring& name = document->name;
   const ProMdlType type = document->type;
   if (!isFileName(name) || type == ProMdlType::unused) return creo::ProBadInputs;
-  if (isKnown(name, type)) return creo::ProExists;
+  if (isNameKnown(models, name, type)) return creo::ProExists;
   std::wstring upper = document->name;
-  return add(std::move(document), nullptr, std::move(upper)).handle;
+  return models.add(std::move(document), nullptr, std::move(upper)).handle;
 }
 
-bool Models::isKnown(std::wstring_view name, ProMdlType type) {
-  if (inMemory(name, type)) return true;
-  for (Folder* folder : searched())
-    if (folder->find(name, type)) return true;
-  return false;
+bool isNameKnown(Models& models, std::wstring_view name, ProMdlType type) {
+  return models.inMemory(name, type) || models.folders().has(name, type);
 }
 
-ProError Models::readTemplate(std::wstring_view name, ModelRecord& into) {
-  for (Folder* folder : searched()) {
-    const DocumentFile* file = folder->find(name, ProMdlType::drawing);
-    if (!file) continue;
-    const std::wstring path = folder->path() + file->fileName;
-    const auto bytes = store_.read(path);
-    const JsonFault fault = bytes ? readDocument(bytes.value, into) : JsonFault();
-    if (bytes && !fault) return creo::ProNoError;
-    message(bytes ? cantRead(path, fault) : cantRead(path, bytes.error));
-    return creo::ProGeneralError;
-  }
-  return creo::ProNotFound;
-}
-
-Got<ProMdl> Models::createDrawing(std::wstring_view name, std::wstring_view templateName, ProMdl handle) {
-  const Model* solid = find(handle);
+Got<ProMdl> createDrawing(Models& models, std::wstring_view name, std::wstring_view templateName, ProMdl handle) {
+  const Model* solid = models.find(handle);
   if (!solid || (solid->type() != ProMdlType::part && solid->type() != ProMdlType::assembly)) return creo::ProBadInputs;
   if (!isFileName(name)) return creo::ProBadInputs;
-  if (inMemory(name, ProMdlType::drawing)) return creo::ProExists;
+  if (models.inMemory(name, ProMdlType::drawing)) return creo::ProExists;
   ModelRecord source;
-  if (const ProError error = readTemplate(templateName, source)) return error;
+  if (const ProError error = readTemplate(models, templateName, source)) return error;
 
   auto document = newDocument(name, ProMdlType::drawing);
   ModelRecord& record = document->record;
@@ -115,7 +115,7 @@ Got<ProMdl> Models::createDrawing(std::wstring_view name, std::wstring_view temp
   shown.name = text::toUtf8(nameInDocument(*solid));
   shown.type = solid->type();
   std::wstring upper = document->name;
-  return add(std::move(document), nullptr, std::move(upper)).handle;
+  return models.add(std::move(document), nullptr, std::move(upper)).handle;
 }
 
 }  // namespace headless

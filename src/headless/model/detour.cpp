@@ -71,7 +71,7 @@ void showSheet(Model& drawing, int sheet) {
 
 void showModel(Model& drawing, const creo::ProDependency& model) {
   Detour& detour = detourOf(drawing);
-  const auto models = Models::dependencies(drawing);
+  const auto models = dependencies(drawing);
   std::string& label = drawing.document->record.currentModel;
   if (isSame(labelled(models, detour.from.model), model))
     label = detour.from.model;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "headless/store/folder.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -38,7 +39,7 @@ bool isLabelOf(const std::string& label, std::wstring_view name, ProMdlType type
 
 std::optional<creo::ProDependency> currentModelOf(const Model& drawing) {
   const std::string& label = drawing.document->record.currentModel;
-  auto models = Models::dependencies(drawing);
+  auto models = dependencies(drawing);
   if (models.empty()) return std::nullopt;
   const auto found =
       std::find_if(models.begin(), models.end(), [&](const auto& one) { return isLabelOf(label, one.name, one.type); });

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "creo/ProDwgtable.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "headless/model/drawing.h"
+#include "headless/store/folder.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -63,7 +64,7 @@ std::string usedName(const Model& model) {
 }
 
 int modelNumber(const Model& drawing, const ProDependency& model) {
-  const auto models = Models::dependencies(drawing);
+  const auto models = dependencies(drawing);
   const auto found = std::find_if(models.begin(), models.end(),
                                   [&](const auto& one) { return one.name == model.name && one.type == model.type; });
   return found == models.end() ? 0 : static_cast<int>(found - models.begin()) + 1;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "creo/ProReplace.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "headless/model/drawing.h"
+#include "headless/model/retrieve.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
@@ -57,7 +58,7 @@ Form formAt(std::wstring_view text, std::size_t sign) {
 // The model that the form means: the numbered one, or the current one.
 std::optional<creo::ProDependency> modelOf(const Place& place, const Form& form) {
   if (!form.number) return currentModelOf(place.drawing);
-  const auto models = Models::dependencies(place.drawing);
+  const auto models = dependencies(place.drawing);
   if (*form.number < 1 || static_cast<std::size_t>(*form.number) > models.size()) return std::nullopt;
   return models[static_cast<std::size_t>(*form.number - 1)];
 }
@@ -116,7 +117,7 @@ Value parameterText(const Place& place, creo::ProMdl owner, std::wstring_view na
 Value parameter(const Place& place, const Form& form) {
   if (!form.ofDrawing) {
     const auto current = currentModelOf(place.drawing);
-    const auto model = current ? place.models.retrieve(current->name, current->type) : creo::ProNotFound;
+    const auto model = current ? retrieveModel(place.models, current->name, current->type) : creo::ProNotFound;
     if (model)
       if (Value value = parameterText(place, model.value, form.name)) return value;
   }
@@ -126,7 +127,7 @@ Value parameter(const Place& place, const Form& form) {
 // One of the numbered model, where it has it.
 Value numberedParameter(const Place& place, const Form& form) {
   const auto named = form.number ? modelOf(place, form) : std::nullopt;
-  const auto model = named ? place.models.retrieve(named->name, named->type) : creo::ProNotFound;
+  const auto model = named ? retrieveModel(place.models, named->name, named->type) : creo::ProNotFound;
   return model ? parameterText(place, model.value, form.name) : Value();
 }
 

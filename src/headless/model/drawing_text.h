@@ -4,10 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 #include "headless/model/parameters.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // Replaces the "&" forms of a line on a sheet (the first word that fits, case-blind):
 //   &dwg_name &scale &current_sheet &total_sheets &todays_date   the drawing and the sheet

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/model/regenerate.h"
 #include "text/encoding.h"

@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // The value that a row, or else a row above it, gives a column; null: the generic's own value holds.
 const Scalar* rowValue(const ModelDocument& document, const RowRecord* row, creo::ProFamitemType type,

@@ -2,6 +2,7 @@
 
 #include "headless/model/family.h"
 #include "headless/model/regenerate.h"
+#include "headless/store/folder.h"
 #include "text/encoding.h"
 
 namespace headless {

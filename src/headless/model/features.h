@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

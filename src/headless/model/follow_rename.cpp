@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "headless/model/models.h"
 #include "headless/store/folder.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -115,6 +116,17 @@ bool replaceComponents(ModelRecord& record, ProMdlType beforeType, const std::st
 bool followRename(ModelRecord& record, ProMdlType user, const RenamedModel& renamed) {
   const bool sheets = user == ProMdlType::drawing || user == ProMdlType::format;
   return sheets ? followInDrawing(record, renamed) : followInSolid(record, renamed);
+}
+
+void followRename(Models& models, const RenamedModel& renamed) {
+  for (const Model* model : models.all()) {
+    if (model->row) continue;
+    ModelDocument& user = *model->document;
+    if (!followRename(user.record, user.type, renamed)) continue;
+    user.tree.changed();
+    user.touch(nullptr);
+  }
+  models.countUsesAnew();
 }
 
 }  // namespace headless

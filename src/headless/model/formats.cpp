@@ -5,6 +5,8 @@
 
 #include "headless/model/drawing.h"
 #include "headless/model/drawing_text.h"
+#include "headless/model/models.h"
+#include "headless/model/retrieve.h"
 #include "headless/model/symbols.h"
 #include "headless/store/tables_drawing.h"
 #include "text/encoding.h"
@@ -90,7 +92,7 @@ const Model* formatOf(Models& models, const SheetRecord& sheet) {
   std::wstring name = text::fromUtf8(sheet.format);
   const bool isDrawing = text::lower(name).ends_with(kDrawingEnding);
   if (isDrawing) name.resize(name.size() - kDrawingEnding.size());
-  const auto found = models.retrieve(name, isDrawing ? ProMdlType::drawing : ProMdlType::format);
+  const auto found = retrieveModel(models, name, isDrawing ? ProMdlType::drawing : ProMdlType::format);
   return found ? models.find(found.value) : nullptr;
 }
 

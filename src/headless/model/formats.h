@@ -1,9 +1,11 @@
 // The formats of sheets: documents of their own, "FRAME.frm", or sheets of other drawings.
 #pragma once
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // The document that the sheet's format comes from, brought into memory. Null: the sheet has no format, or there is none
 // of that name.

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

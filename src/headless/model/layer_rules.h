@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

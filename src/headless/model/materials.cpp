@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "headless/model/family.h"
+#include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/store/material_file.h"
 #include "os/surroundings.h"
@@ -23,14 +24,13 @@ std::vector<MaterialRecord>::iterator materialNamed(ModelRecord& record, std::st
 }
 
 // Where the name's file is; empty: nowhere.
-std::wstring materialPath(const Session::State& state, const std::wstring& name) {
-  std::vector<std::wstring> folders = state.configuration.values(L"pro_material_dir");
+std::wstring materialPath(const Models& models, std::vector<std::wstring> folders, const std::wstring& name) {
   if (folders.empty()) folders.emplace_back();
   const auto kind = materialKind(name);
   for (const std::wstring& folder : folders) {
     const bool isWhole =
         !os::splitDevice(folder).device.empty() || folder.starts_with(L'\\') || folder.starts_with(L'/');
-    const std::wstring start = isWhole ? folder : os::joined(state.models.workingFolder(), folder);
+    const std::wstring start = isWhole ? folder : os::joined(models.folders().working(), folder);
     for (const std::wstring_view ending : {kMaterialEnding, kPlainMaterialEnding}) {
       std::wstring path = os::joined(start, kind ? name : name + std::wstring(ending));
       if (os::files().exists(path)) return path;
@@ -102,12 +102,13 @@ ProError deleteMaterial(Model& part, const std::wstring& name) {
   return creo::ProNoError;
 }
 
-ProError readMaterialFile(Session::State& state, Model& part, const std::wstring& name) {
+ProError readMaterialFile(const Models& models, std::vector<std::wstring> folders, Model& part,
+                          const std::wstring& name) {
   if (name.empty() || name.find_first_of(L"/\\:") != name.npos) return creo::ProBadInputs;
-  const std::wstring path = materialPath(state, name);
+  const std::wstring path = materialPath(models, std::move(folders), name);
   if (path.empty()) return creo::ProNotFound;
   const auto fail = [&](const std::wstring& reason) {
-    state.showMessage(path + reason);
+    models.message(path + reason);
     return creo::ProGeneralError;
   };
   if (os::files().isFolder(path)) return fail(L" is a folder");

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "headless/model/expression.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 #include "headless/store/records_geometry.h"
 
 namespace headless {

@@ -5,6 +5,7 @@
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
+#include "headless/model/retrieve.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/pieces.h"
@@ -83,8 +84,8 @@ void checkFeatures(const Model& model, Findings& findings) {
 // Layouts have no documents; they can't be missing.
 void checkUsedModels(Models& models, const Model& model, Findings& findings) {
   if (!findings.wants(Check::missingModels)) return;
-  for (const creo::ProDependency& used : Models::dependencies(model))
-    if (isSolid(used.type) && !models.retrieve(used.name, used.type))
+  for (const creo::ProDependency& used : dependencies(model))
+    if (isSolid(used.type) && !retrieveModel(models, used.name, used.type))
       findings.add(Check::missingModels, text::format(L"the model %s.%s is missing", used.name, used.typeText));
 }
 

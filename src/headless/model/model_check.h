@@ -9,9 +9,11 @@
 #include <vector>
 
 #include "creo/ProModelCheck.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 enum class Check {
   failedFeatures,

@@ -1,22 +1,24 @@
 #include "headless/model/models.h"
 
 #include "headless/model/family.h"
-#include "os/paths.h"
-#include "os/surroundings.h"
+#include "headless/model/one_version.h"
+#include "headless/store/faults.h"
 #include "text/letters.h"
 
 namespace headless {
 
 using creo::Got;
-using creo::ProError;
 using creo::ProMdl;
 using creo::ProMdlType;
 
+namespace {
+
+std::wstring keyOf(const Model& model) { return modelKey(model.name, model.type()); }
+
+}  // namespace
+
 Models::Models(ModelsHost host, const std::wstring& folder)
-    : host_(std::move(host)),
-      store_(host_.withholdSaves),
-      working_(os::asFolder(os::withBackslashes(folder))),
-      home_(working_) {}
+    : host_(std::move(host)), folders_(host_.withholdSaves, folder) {}
 
 Model* Models::find(ProMdl model) const {
   const auto number = static_cast<std::uint32_t>(model.value & 0xFFFFFFFFu);
@@ -25,26 +27,35 @@ Model* Models::find(ProMdl model) const {
   return place.generation == model.value >> 32 ? place.model.get() : nullptr;
 }
 
+Model* Models::named(std::wstring_view name, ProMdlType type) const {
+  const auto found = byKey_.find(modelKey(name, type));
+  return found == byKey_.end() ? nullptr : places_[found->second].model.get();
+}
+
 Got<ProMdl> Models::inMemory(std::wstring_view name, ProMdlType type) const {
-  const auto found = byKey_.find(modelKey(modelName(name).name, type));
-  if (found == byKey_.end()) return creo::ProNotFound;
-  return places_[found->second].model->handle;
+  const Model* model = named(modelName(name).name, type);
+  return model ? Got<ProMdl>(model->handle) : creo::ProNotFound;
+}
+
+std::vector<Model*> Models::all() const {
+  std::vector<Model*> models;
+  for (const Place& place : places_)
+    if (place.model) models.push_back(place.model.get());
+  return models;
 }
 
 std::vector<ModelInMemory> Models::list() const {
   std::vector<ModelInMemory> out;
-  for (const Place& place : places_) {
-    if (!place.model) continue;
-    const Model& model = *place.model;
-    const ModelDocument& document = *model.document;
+  for (const Model* model : all()) {
+    const ModelDocument& document = *model->document;
     ModelInMemory& one = out.emplace_back();
-    one.handle = model.handle;
-    one.name = model.name;
+    one.handle = model->handle;
+    one.name = model->name;
     one.type = document.type;
     one.version = document.version;
     if (document.version > 0) one.path = document.folder + documentFileName(document, document.version);
-    if (model.row) one.instanceOf = genericName(model);
-    one.modified = document.isModified(model.row);
+    if (model->row) one.instanceOf = genericName(*model);
+    one.modified = document.isModified(model->row);
   }
   return out;
 }
@@ -52,7 +63,14 @@ std::vector<ModelInMemory> Models::list() const {
 Got<std::string> Models::documentText(ProMdl handle) const {
   const Model* model = find(handle);
   if (!model) return creo::ProBadInputs;
-  return textOf(*model->document);
+  return documentText(*model->document);
+}
+
+Got<std::string> Models::documentText(const ModelDocument& document) const {
+  std::string bytes = writeDocument(document.record);
+  if (!bytes.empty()) return bytes;
+  message(document.name + L" can't be written: it holds a number that isn't finite");
+  return creo::ProGeneralError;
 }
 
 Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std::wstring name) {
@@ -68,9 +86,39 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   place.model->document = std::move(document);
   place.model->row = row;
   place.model->name = std::move(name);
-  byKey_[modelKey(place.model->name, place.model->type())] = at;
+  byKey_[keyOf(*place.model)] = at;
   countUses(*place.model, 1);
   return *place.model;
+}
+
+// What an instance changed stays with its generic, and a model that was never saved is made to be thrown away.
+void Models::remove(const Model& model) {
+  const ProMdl handle = model.handle;
+  if (!model.row && model.document->isContentModified() && !model.document->folder.empty())
+    message(erasedWithChanges(model.name + L'.' + std::wstring(creo::typeExtension(model.type()))));
+  countUses(model, -1);
+  byKey_.erase(keyOf(model));
+  if (model.document.use_count() == 1) OneVersion::remember(*model.document);
+  const auto at = static_cast<std::uint32_t>((handle.value & 0xFFFFFFFFu) - 1);
+  places_[at].model.reset();
+  ++places_[at].generation;
+  free_.push_back(at);
+  host_.erased(handle);
+}
+
+void Models::setName(Model& model, const std::wstring& now) {
+  const auto place = byKey_.extract(keyOf(model));
+  byKey_[modelKey(now, model.type())] = place.mapped();
+  model.name = now;
+  if (model.row) return;
+  model.document->name = now;
+  model.document->fileStem = text::lower(modelKey(now, model.type()));
+}
+
+void Models::change(const Model& model, creo::FunctionRef<void()> body) {
+  countUses(model, -1);
+  body();
+  countUses(model, 1);
 }
 
 // An instance uses its generic, so that the generic stays in memory as long as it.
@@ -80,34 +128,26 @@ void Models::countUses(const Model& model, int by) {
     if (used.name != model.name || used.type != model.type()) uses_[modelKey(used.name, used.type)] += by;
 }
 
-std::vector<creo::ProDependency> Models::dependencies(const Model& model) {
-  const ModelRecord& record = model.document->record;
-  std::vector<creo::ProDependency> out;
-  std::unordered_set<std::wstring> seen;
-  for (const UsedModelRecord& used : model.type() == ProMdlType::drawing ? record.models : record.components) {
-    const std::wstring name = componentOf(model, used);
-    if (!name.empty() && seen.insert(modelKey(name, used.type)).second)
-      out.push_back({name, creo::typeExtension(used.type), used.type});
-  }
-  return out;
+void Models::countUsesAnew() {
+  uses_.clear();
+  for (const Place& place : places_)
+    if (place.model) countUses(*place.model, 1);
 }
 
-std::error_code Models::addDocument(const std::wstring& name, ProMdlType type, int version, std::string_view bytes) {
-  const std::wstring file = text::lower(modelKey(name, type)) + L'.' + std::to_wstring(version);
-  return store_.create(home(), {text::upper(name), type, version, file}, bytes);
+int Models::usesOf(const Model& model) const {
+  const auto uses = uses_.find(keyOf(model));
+  return uses == uses_.end() ? 0 : uses->second;
 }
 
-std::error_code Models::removeDocuments(const std::wstring& name, ProMdlType type) {
-  return store_.removeAll(home(), name, type);
-}
-
-bool Models::changeFolder(std::wstring_view path) {
-  std::wstring wanted = os::withBackslashes(path);
-  const bool absolute = wanted.find(L':') != std::wstring::npos || wanted.starts_with(L'\\');
-  if (!absolute) wanted = os::joined(working_, wanted);
-  if (!os::files().isFolder(wanted)) return false;
-  working_ = os::asFolder(wanted);
-  return true;
+std::vector<const Model*> Models::usedBy(const Model& model) const {
+  std::vector<const Model*> used;
+  const auto add = [&](const std::wstring& name, ProMdlType type) {
+    const Model* found = named(name, type);
+    if (found && found != &model) used.push_back(found);
+  };
+  if (model.row) add(model.document->name, model.type());
+  for (const creo::ProDependency& one : dependencies(model)) add(one.name, one.type);
+  return used;
 }
 
 }  // namespace headless

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "headless/model/features.h"
+#include "headless/model/models.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 #include "text/letters.h"

@@ -7,9 +7,11 @@
 
 #include "creo/ProParameter.h"
 #include "headless/model/family.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // The first parameter of that name that the document, or a row of it, has; null for none.
 ParameterRecord* findParameter(const ModelDocument& document, const RowRecord* row, std::string_view name);

@@ -4,6 +4,7 @@
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/measures.h"
+#include "headless/model/models.h"
 #include "headless/model/states.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"

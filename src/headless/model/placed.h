@@ -4,9 +4,11 @@
 #include <unordered_set>
 
 #include "creo/ProTransform.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // What the simplified representation in memory leaves out of a solid: features of a part, components of an assembly.
 // Symbolic ones are left out too; all others count whole. Nothing is left out of the forms that Creo makes by itself.

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "headless/model/features.h"
+#include "headless/model/models.h"
 #include "headless/model/relations.h"
 #include "headless/model/remove_feature.h"
 #include "text/encoding.h"

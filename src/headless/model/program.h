@@ -21,9 +21,11 @@
 #include <vector>
 
 #include "headless/model/expression.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 using ProgramText = std::vector<std::string>;
 

@@ -8,6 +8,8 @@
 #include "headless/model/bottom_up.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
+#include "headless/model/instances.h"
+#include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/model/program.h"
 #include "headless/model/relations.h"
@@ -480,7 +482,7 @@ void regenerateInstances(Models& models, const Model& generic) {
   const auto& table = generic.row ? generic.row->familyTable : document->record.familyTable;
   if (!table) return;
   eachRow(*table, [&](RowRecord& row) {
-    const auto handle = models.instanceInMemory(*document, row);
+    const auto handle = instanceInMemory(models, *document, row);
     if (!handle) return;
     Model& instance = *models.find(handle.value);
     finish(models, instance, regenerateAlone(instance, nullptr));

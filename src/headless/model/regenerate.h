@@ -3,9 +3,11 @@
 
 #include "creo/ProSolid.h"
 #include "headless/model/expression.h"
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // An instance's follows from its verification; one that was never verified has its generic's.
 creo::ProRegenerationStatus regenerationStatus(const Model& model);

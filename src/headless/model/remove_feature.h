@@ -3,7 +3,7 @@
 
 #include <unordered_set>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

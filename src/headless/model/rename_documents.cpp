@@ -1,10 +1,10 @@
-// A model renamed on disk: its own documents, and those of its folder that use it. All is read and made ready first;
-// then the users' next versions are written, and the model's own files are renamed last.
+// Renaming on disk.
 #include <algorithm>
 
 #include "headless/model/follow_rename.h"
 #include "headless/model/models.h"
 #include "headless/model/new_document.h"
+#include "headless/model/rename.h"
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -222,28 +222,30 @@ struct FolderRename {
 
 }  // namespace
 
-ProError Models::renameOnDisk(creo::ProMdl handle, std::wstring_view wanted, ProRenamed& told) {
-  Model* model = find(handle);
+ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wanted, ProRenamed& told) {
+  Model* model = models.find(handle);
   if (!model || model->row || !isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring now = text::upper(wanted), before = model->name;
   ModelDocument& document = *model->document;
+  const ModelsHost& host = models.host();
   if (now == before) return creo::ProNoError;
-  if (isTaken(*model, now, false)) return creo::ProExists;
+  if (isNameTaken(models, *model, now, false)) return creo::ProExists;
   const auto noteUnsaved = [&] {
-    for (const Place& place : places_) {
-      if (!place.model || place.model->row) continue;
-      for (const creo::ProDependency& used : dependencies(*place.model))
+    for (const Model* user : models.all()) {
+      if (user->row) continue;
+      for (const creo::ProDependency& used : dependencies(*user))
         if (used.name == before && used.type == model->type())
-          told.unsaved.push_back(place.model->name + L'.' + creo::typeExtension(place.model->type()));
+          told.unsaved.push_back(user->name + L'.' + creo::typeExtension(user->type()));
     }
   };
   if (document.folder.empty()) {
     noteUnsaved();
-    const ProError result = rename(handle, wanted);
-    if (result == creo::ProNoError) host_.renamed({before, now, model->type(), {}, {}});
+    const ProError result = renameModel(models, handle, wanted);
+    if (result == creo::ProNoError) host.renamed({before, now, model->type(), {}, {}});
     return result;
   }
-  FolderRename work{*this, host_, store_, store_.folder(document.folder), {before, now, model->type()}, told, {}};
+  FolderRename work{models, host, models.folders().store(), models.folders().of(document), {before, now, model->type()},
+                    told,   {}};
   const DocumentFile* newest = work.folder.find(before, model->type());
   const DocumentFile file = newest ? *newest : DocumentFile{before, model->type(), 0, document.fileStem};
   if (std::wstring lock = work.lockOf(document, file); !lock.empty()) return work.refuse(std::move(lock));
@@ -252,11 +254,11 @@ ProError Models::renameOnDisk(creo::ProMdl handle, std::wstring_view wanted, Pro
   work.takeUpInMemory();
   noteUnsaved();
   const std::wstring pathBefore = document.folder + documentFileName(document, document.version);
-  setName(*model, now);
-  if (host_.read) host_.read(document);
-  host_.renamed(
+  models.setName(*model, now);
+  if (host.read) host.read(document);
+  host.renamed(
       {before, now, model->type(), pathBefore, document.folder + documentFileName(document, document.version)});
-  followRename(before, model->type(), now);
+  followRename(models, {before, now, model->type()});
   return creo::ProNoError;
 }
 

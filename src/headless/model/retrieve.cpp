@@ -1,8 +1,9 @@
-// Bringing models into memory: the document itself, then, without recursion, whatever it uses.
-#include <algorithm>
+#include "headless/model/retrieve.h"
+
+#include <unordered_set>
 
 #include "headless/model/drawing.h"
-#include "headless/model/family.h"
+#include "headless/model/instances.h"
 #include "headless/model/models.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
@@ -16,89 +17,96 @@ using creo::Got;
 using creo::ProMdl;
 using creo::ProMdlType;
 
-std::vector<Folder*> Models::searched() {
-  std::vector<Folder*> folders{&store_.folder(working_)};
-  if (Folder* home = &store_.folder(home_); home != folders.front()) folders.push_back(home);
-  return folders;
-}
+namespace {
 
-Got<ProMdl> Models::retrieve(std::wstring_view name, ProMdlType type) {
-  Retrieval retrieval;
-  const auto model = bring(name, type, retrieval);
-  bringUsed(retrieval);
-  return model;
-}
+// One retrieval: what it brought in and still has to look through, and what it complained about.
+class Retrieval {
+ public:
+  explicit Retrieval(Models& models) : models_(models) {}
+  Got<ProMdl> bring(std::wstring_view name, ProMdlType type);
+  // What the models use that came in.
+  void bringUsed();
 
-void Models::bringUsed(Retrieval& retrieval) {
-  for (std::size_t i = 0; i < retrieval.loaded.size(); ++i) {
-    const std::shared_ptr<ModelDocument> user = retrieval.loaded[i];
+ private:
+  // From the folders alone.
+  Got<ProMdl> bringLocal(const ModelName& name, ProMdlType type);
+  Got<ProMdl> bringInstance(const ModelName& name, ProMdlType type);
+  Got<ProMdl> load(Folder& folder, const DocumentFile& file);
+
+  Models& models_;
+  std::vector<std::shared_ptr<ModelDocument>> loaded_;
+  std::unordered_set<std::wstring> missing_;
+};
+
+void Retrieval::bringUsed() {
+  for (std::size_t i = 0; i < loaded_.size(); ++i) {
+    const std::shared_ptr<ModelDocument> user = loaded_[i];
     const ModelRecord& record = user->record;
     for (const UsedModelRecord& used : user->type == ProMdlType::drawing ? record.models : record.components) {
       const std::wstring name = text::fromUtf8(used.name);
       const std::wstring key = modelKey(name, used.type);
-      if (retrieval.missing.contains(key) || bring(name, used.type, retrieval)) continue;
-      retrieval.missing.insert(key);
-      message(text::format(L"%s.%s uses %s.%s, which can't be retrieved", user->name,
-                           std::wstring(creo::typeExtension(user->type)), text::upper(name),
-                           std::wstring(creo::typeExtension(used.type))));
+      if (missing_.contains(key) || bring(name, used.type)) continue;
+      missing_.insert(key);
+      models_.message(text::format(L"%s.%s uses %s.%s, which can't be retrieved", user->name,
+                                   std::wstring(creo::typeExtension(user->type)), text::upper(name),
+                                   std::wstring(creo::typeExtension(used.type))));
     }
   }
 }
 
-Got<ProMdl> Models::bring(std::wstring_view text, ProMdlType type, Retrieval& retrieval) {
+Got<ProMdl> Retrieval::bring(std::wstring_view text, ProMdlType type) {
   if (type == ProMdlType::unused || text.empty()) return creo::ProBadInputs;
   const ModelName name = modelName(text);
-  if (const auto there = inMemory(name.name, type)) return there;
-  const auto local = bringLocal(name, type, retrieval);
-  const bool mayFetch = local.error == creo::ProNotFound && name.generic.empty() && host_.fetch;
-  return mayFetch && host_.fetch(name.name, type) ? bringLocal(name, type, retrieval) : local;
+  if (const auto there = models_.inMemory(name.name, type)) return there;
+  const auto local = bringLocal(name, type);
+  const bool mayFetch = local.error == creo::ProNotFound && name.generic.empty() && models_.host().fetch;
+  return mayFetch && models_.host().fetch(name.name, type) ? bringLocal(name, type) : local;
 }
 
-Got<ProMdl> Models::bringLocal(const ModelName& name, ProMdlType type, Retrieval& retrieval) {
+Got<ProMdl> Retrieval::bringLocal(const ModelName& name, ProMdlType type) {
   if (name.generic.empty()) {
-    for (Folder* folder : searched())
-      if (const DocumentFile* file = folder->find(name.name, type))
-        return load(*folder, DocumentFile(*file), retrieval);
+    for (Folder* folder : models_.folders().searched())
+      if (const DocumentFile* file = folder->find(name.name, type)) return load(*folder, DocumentFile(*file));
   }
-  return hasSheets(type) ? creo::ProNotFound : bringInstance(name, type, retrieval);
+  return hasSheets(type) ? creo::ProNotFound : bringInstance(name, type);
 }
 
-Got<ProMdl> Models::bringInstance(const ModelName& name, ProMdlType type, Retrieval& retrieval) {
+Got<ProMdl> Retrieval::bringInstance(const ModelName& name, ProMdlType type) {
   std::wstring generic = name.generic;
   if (generic.empty()) {
-    for (Folder* folder : searched()) {
+    for (Folder* folder : models_.folders().searched()) {
       generic = folder->genericOf(name.name, type);
       if (!generic.empty()) break;
     }
     if (generic.empty() || generic == name.name) return creo::ProNotFound;
   }
-  const auto model = bring(generic, type, retrieval);
+  const auto model = bring(generic, type);
   if (!model) return model;
-  const std::shared_ptr<ModelDocument> document = find(model.value)->document;
+  const std::shared_ptr<ModelDocument> document = models_.find(model.value)->document;
   RowRecord* row = document->row(name.name);
   // An instance that has become a model of its own is still called by its generic in what uses it.
-  if (!row) return name.generic.empty() ? Got<ProMdl>(creo::ProNotFound) : bringLocal({name.name, {}}, type, retrieval);
-  return instance(document, *row);
+  if (!row) return name.generic.empty() ? Got<ProMdl>(creo::ProNotFound) : bringLocal({name.name, {}}, type);
+  return retrieveInstance(models_, document, *row);
 }
 
-Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& retrieval) {
+Got<ProMdl> Retrieval::load(Folder& folder, const DocumentFile& file) {
   const std::wstring path = folder.path() + file.fileName;
-  const auto bytes = store_.read(path);
+  const auto bytes = models_.folders().read(path);
   if (!bytes) {
     if (bytes.error == std::errc::no_such_file_or_directory) {  // somebody else removed it; is there another version?
       folder.forget();
       const DocumentFile* other = folder.find(file.name, file.type);
       if (!other) return creo::ProNotFound;
-      if (other->fileName != file.fileName) return load(folder, DocumentFile(*other), retrieval);
+      if (other->fileName != file.fileName) return load(folder, DocumentFile(*other));
     }
-    message(cantRead(path, bytes.error));
-    host_.unreadable(path);
+    models_.message(cantRead(path, bytes.error));
+    models_.host().unreadable(path);
     return creo::ProGeneralError;
   }
   auto document = std::make_shared<ModelDocument>();
   if (const JsonFault fault = readDocument(bytes.value, document->record)) {
-    message(cantRead(path, fault));
-    host_.unreadable(path);
+    models_.message(cantRead(path, fault));
+    models_.host().unreadable(path);
     return creo::ProGeneralError;
   }
   document->name = file.name;
@@ -108,32 +116,18 @@ Got<ProMdl> Models::load(Folder& folder, const DocumentFile& file, Retrieval& re
   document->fileStem = file.version > 0 ? file.fileName.substr(0, file.fileName.rfind(L'.')) : file.fileName;
   OneVersion::recall(*document);
   if (document->record.familyTable) linkRows(*document->record.familyTable, nullptr);
-  if (host_.read) host_.read(*document);
-  retrieval.loaded.push_back(document);
-  return add(std::move(document), nullptr, file.name).handle;
+  if (models_.host().read) models_.host().read(*document);
+  loaded_.push_back(document);
+  return models_.add(std::move(document), nullptr, file.name).handle;
 }
 
-Got<ProMdl> Models::instance(const std::shared_ptr<ModelDocument>& document, RowRecord& row) {
-  const std::wstring name = text::upper(text::fromUtf8(row.name));
-  if (const auto there = instanceInMemory(*document, row)) return there;
-  if (byKey_.contains(modelKey(name, document->type))) {
-    message(text::format(L"%s<%s> can't be built: another model of that name is in memory", name, document->name));
-    return creo::ProGeneralError;
-  }
-  if (const std::wstring fault = rowFault(*document, row); !fault.empty()) {
-    message(text::format(L"%s<%s> can't be built: %s", name, document->name, fault));
-    return creo::ProGeneralError;
-  }
-  const Model& built = add(document, &row, name);
-  const ProMdl handle = built.handle;
-  for (const UsedModelRecord& component : replacedComponents(built)) {
-    if (retrieve(text::fromUtf8(component.name), component.type)) continue;
-    message(text::format(L"%s<%s> can't be built: its component %s can't be retrieved", name, document->name,
-                         text::upper(text::fromUtf8(component.name))));
-    remove(*find(handle));
-    return creo::ProGeneralError;
-  }
-  return handle;
+}  // namespace
+
+Got<ProMdl> retrieveModel(Models& models, std::wstring_view name, ProMdlType type) {
+  Retrieval retrieval(models);
+  const auto model = retrieval.bring(name, type);
+  retrieval.bringUsed();
+  return model;
 }
 
 }  // namespace headless

@@ -1,4 +1,5 @@
-// Saving models: a document as its next version, and the documents of what a model uses before its own.
+#include "headless/model/save.h"
+
 #include <algorithm>
 #include <optional>
 #include <unordered_set>
@@ -30,132 +31,128 @@ bool isLocked(const ModelDocument& document) { return document.record.readOnly |
 bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.folder.empty(); }
 
 // Puts the bytes in place of what the session wrote last. Nothing: another program wrote a newer version meanwhile.
-std::optional<std::error_code> replaceOwn(Store& store, const ModelDocument& document, std::string_view bytes) {
-  Folder& folder = store.folder(document.folder);
+std::optional<std::error_code> replaceOwn(ModelFolders& folders, const ModelDocument& document,
+                                          std::string_view bytes) {
+  Folder& folder = folders.of(document);
   // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
   if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
   const DocumentFile* newest = folder.find(document.name, document.type);
   if (newest && newest->version > document.writtenVersion) return std::nullopt;
-  return store.replace(folder, fileOf(document, document.writtenVersion), bytes);
+  return folders.store().replace(folder, fileOf(document, document.writtenVersion), bytes);
 }
 
-}  // namespace
+// The highest number of the document's files and the one that it was read from.
+int newestVersion(Models& models, const ModelDocument& document) {
+  const DocumentFile* newest = models.folders().of(document).find(document.name, document.type);
+  return std::max(document.version, newest ? newest->version : 0);
+}
 
-ProError Models::save(ProMdl handle, SaveObjects which) {
-  const Model* model = find(handle);
-  if (!model) return creo::ProBadInputs;
-  ModelDocument& document = *model->document;
-  const bool isLeftOut = which == SaveObjects::changed && !isUnsaved(document);
-  if (isLocked(document) && !isLeftOut) {
-    const std::wstring path = document.folder + documentFileName(document, newestVersion(document) + 1);
-    message(document.record.readOnly ? cantWriteReadOnly(path) : cantWriteCheckedIn(path));
+void noteSaved(Models& models, ModelDocument& document, int version) {
+  document.markSaved();
+  if (document.record.familyTable)
+    models.folders().of(document).enterInstances(fileOf(document, version), document.rowNames());
+}
+
+// The document as its next version. ProGeneralError: not written, with a line.
+ProError write(Models& models, ModelDocument& document) {
+  const auto bytes = models.documentText(document);
+  if (!bytes) return bytes.error;
+  if (OneVersion::isWanted() && document.writtenVersion > 0) {
+    const std::wstring path = document.folder + documentFileName(document, document.writtenVersion);
+    const auto error = replaceOwn(models.folders(), document, bytes.value);
+    if (error && *error) {
+      models.message(cantWrite(path, *error));
+      return creo::ProGeneralError;
+    }
+    if (error) {
+      noteSaved(models, document, document.writtenVersion);
+      models.host().saved({document.name, document.type, document.version, path});
+      return creo::ProNoError;
+    }
+  }
+  const bool isNew = document.folder.empty();
+  if (isNew) document.folder = models.folders().working();
+  Folder& folder = models.folders().of(document);
+  int newest = newestVersion(models, document), version = newest + 1;
+  std::error_code error = models.folders().store().create(folder, fileOf(document, version), bytes.value);
+  // Another program took the number meanwhile; the folder's list doesn't show it yet.
+  for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
+    folder.forget();
+    newest = newestVersion(models, document);
+    version = std::max(newest, version) + 1;
+    error = models.folders().store().create(folder, fileOf(document, version), bytes.value);
+  }
+  const std::wstring path = document.folder + documentFileName(document, version);
+  if (error) {
+    if (isNew) document.folder.clear();
+    models.message(cantWrite(path, error));
     return creo::ProGeneralError;
   }
-  const ProError below = saveBelow(*model, which);
-  const ProError own = isLeftOut ? creo::ProNoError : write(document);
-  return own == creo::ProNoError ? below : own;
+  if (!isNew && newest > document.version)
+    models.message(
+        text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
+  document.version = document.writtenVersion = version;
+  noteSaved(models, document, version);
+  models.host().saved({document.name, document.type, version, path});
+  return creo::ProNoError;
 }
 
 // What is used comes first: whatever fails behind it, no document on disk lacks what it needs.
-ProError Models::saveBelow(const Model& model, SaveObjects which) {
+ProError saveBelow(Models& models, const Model& model, SaveObjects which) {
   ProError result = creo::ProNoError;
-  const auto usedHandles = [this](ProMdl one) {
+  const auto usedHandles = [&models](ProMdl one) {
     std::vector<ProMdl> used;
-    for (const Model* below : usedBy(*find(one))) used.push_back(below->handle);
+    for (const Model* below : models.usedBy(*models.find(one))) used.push_back(below->handle);
     return used;
   };
   std::unordered_set<const ModelDocument*> seen{model.document.get()};  // a generic and its instances share one
   for (const ProMdl handle : bottomUp(model.handle, usedHandles)) {
-    ModelDocument& document = *find(handle)->document;
+    ModelDocument& document = *models.find(handle)->document;
     if (!seen.insert(&document).second || (which != SaveObjects::all && !isUnsaved(document))) continue;
     if (!isLocked(document)) {
-      if (const ProError failed = write(document); failed != creo::ProNoError) result = failed;
+      if (const ProError failed = write(models, document); failed != creo::ProNoError) result = failed;
     } else if (isUnsaved(document)) {
-      message(text::format(L"%s.%s isn't saved with %s.%s: it %s", document.name,
-                           std::wstring(creo::typeExtension(document.type)), model.name,
-                           std::wstring(creo::typeExtension(model.type())),
-                           std::wstring(document.record.readOnly ? L"is read-only" : L"isn't checked out")));
+      models.message(text::format(L"%s.%s isn't saved with %s.%s: it %s", document.name,
+                                  std::wstring(creo::typeExtension(document.type)), model.name,
+                                  std::wstring(creo::typeExtension(model.type())),
+                                  std::wstring(document.record.readOnly ? L"is read-only" : L"isn't checked out")));
     }
   }
   return result;
 }
 
-Got<std::string> Models::textOf(const ModelDocument& document) const {
-  std::string bytes = writeDocument(document.record);
-  if (!bytes.empty()) return bytes;
-  message(document.name + L" can't be written: it holds a number that isn't finite");
-  return creo::ProGeneralError;
-}
+}  // namespace
 
-ProError Models::write(ModelDocument& document) {
-  const auto bytes = textOf(document);
-  if (!bytes) return bytes.error;
-  if (OneVersion::isWanted() && document.writtenVersion > 0) {
-    const std::wstring path = document.folder + documentFileName(document, document.writtenVersion);
-    const auto error = replaceOwn(store_, document, bytes.value);
-    if (error && *error) {
-      message(cantWrite(path, *error));
-      return creo::ProGeneralError;
-    }
-    if (error) {
-      noteSaved(document, document.writtenVersion);
-      host_.saved({document.name, document.type, document.version, path});
-      return creo::ProNoError;
-    }
-  }
-  const bool isNew = document.folder.empty();
-  if (isNew) document.folder = working_;
-  Folder& folder = store_.folder(document.folder);
-  int newest = newestVersion(document), version = newest + 1;
-  std::error_code error = store_.create(folder, fileOf(document, version), bytes.value);
-  // Another program took the number meanwhile; the folder's list doesn't show it yet.
-  for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
-    folder.forget();
-    newest = newestVersion(document);
-    version = std::max(newest, version) + 1;
-    error = store_.create(folder, fileOf(document, version), bytes.value);
-  }
-  const std::wstring path = document.folder + documentFileName(document, version);
-  if (error) {
-    if (isNew) document.folder.clear();
-    message(cantWrite(path, error));
+ProError saveModel(Models& models, ProMdl handle, SaveObjects which) {
+  const Model* model = models.find(handle);
+  if (!model) return creo::ProBadInputs;
+  ModelDocument& document = *model->document;
+  const bool isLeftOut = which == SaveObjects::changed && !isUnsaved(document);
+  if (isLocked(document) && !isLeftOut) {
+    const std::wstring path = document.folder + documentFileName(document, newestVersion(models, document) + 1);
+    models.message(document.record.readOnly ? cantWriteReadOnly(path) : cantWriteCheckedIn(path));
     return creo::ProGeneralError;
   }
-  if (!isNew && newest > document.version)
-    message(
-        text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
-  document.version = document.writtenVersion = version;
-  noteSaved(document, version);
-  host_.saved({document.name, document.type, version, path});
-  return creo::ProNoError;
+  const ProError below = saveBelow(models, *model, which);
+  const ProError own = isLeftOut ? creo::ProNoError : write(models, document);
+  return own == creo::ProNoError ? below : own;
 }
 
-ProError Models::saveReplacing(ProMdl handle) {
-  const Model* model = find(handle);
+ProError saveReplacing(Models& models, ProMdl handle) {
+  const Model* model = models.find(handle);
   if (!model) return creo::ProBadInputs;
   ModelDocument& document = *model->document;
   if (document.writtenVersion == 0) return creo::ProNotFound;
-  const auto bytes = textOf(document);
+  const auto bytes = models.documentText(document);
   if (!bytes) return bytes.error;
-  const auto error = replaceOwn(store_, document, bytes.value);
-  if (!error) return write(document);
+  const auto error = replaceOwn(models.folders(), document, bytes.value);
+  if (!error) return write(models, document);
   if (*error) {
-    message(cantWrite(document.folder + documentFileName(document, document.writtenVersion), *error));
+    models.message(cantWrite(document.folder + documentFileName(document, document.writtenVersion), *error));
     return creo::ProGeneralError;
   }
-  noteSaved(document, document.writtenVersion);
+  noteSaved(models, document, document.writtenVersion);
   return creo::ProNoError;
-}
-
-int Models::newestVersion(const ModelDocument& document) {
-  const DocumentFile* newest = store_.folder(document.folder).find(document.name, document.type);
-  return std::max(document.version, newest ? newest->version : 0);
-}
-
-void Models::noteSaved(ModelDocument& document, int version) {
-  document.markSaved();
-  if (document.record.familyTable)
-    store_.folder(document.folder).enterInstances(fileOf(document, version), document.rowNames());
 }
 
 }  // namespace headless

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 #include "headless/model/symbols.h"
 
 namespace headless {

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "headless/model/models.h"
+#include "headless/model/model.h"
 
 namespace headless {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "headless/model/models.h"
+#include "headless/model/document.h"
 
 namespace headless {
 

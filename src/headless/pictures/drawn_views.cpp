@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "headless/model/models.h"
 #include "headless/model/units.h"
-#include "headless/session/state.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -57,17 +57,17 @@ const ShownParts* ShownModels::find(const Model& model) {
   const auto [known, isNew] = models_.try_emplace(model.handle);
   if (isNew) {
     try {
-      auto parts = shownParts(state_.bodies, state_.models, model, kDrawnTurn);
+      auto parts = shownParts(sources_.bodies, sources_.models, model, kDrawnTurn);
       if (parts && !parts.value.parts.empty()) known->second = std::move(parts.value);
     } catch (const std::exception& failure) {  // of the library: a face that it can't mesh
-      state_.showMessage(model.name + L": " + text::fromUtf8(failure.what()));
+      sources_.models.message(model.name + L": " + text::fromUtf8(failure.what()));
     }
   }
   return known->second ? &*known->second : nullptr;
 }
 
 std::optional<std::vector<ProjectedLine>> DrawnViews::lines(const ViewRecord& view, double scale) {
-  const Model* model = modelOf(state_.models, view);
+  const Model* model = modelOf(inMemory_, view);
   const ShownParts* parts = model ? models_.find(*model) : nullptr;
   if (!parts) return std::nullopt;
   const double mm = std::fabs(view.scale != 0 ? view.scale : scale) / inSystem(1, "mm", model->document->record);

@@ -5,21 +5,22 @@
 #include <optional>
 #include <vector>
 
+#include "headless/model/model.h"
+#include "headless/pictures/picture_sources.h"
 #include "headless/pictures/projection.h"
 #include "headless/pictures/shown_parts.h"
-#include "headless/session/session.h"
 
 namespace headless {
 
 // The models that views show, each cut up once for all of them.
 class ShownModels {
  public:
-  explicit ShownModels(Session::State& state) : state_(state) {}
+  explicit ShownModels(const PictureSources& sources) : sources_(sources) {}
   // Null: there is nothing to be seen.
   const ShownParts* find(const Model& model);
 
  private:
-  Session::State& state_;
+  PictureSources sources_;
   std::map<creo::ProMdl, std::optional<ShownParts>> models_;
 };
 
@@ -27,8 +28,8 @@ class ShownModels {
 class DrawnViews {
  public:
   // width, height: of the sheet, in mm. The models must outlive it.
-  DrawnViews(Session::State& state, ShownModels& models, double width, double height)
-      : state_(state), models_(models), width_(width), height_(height) {}
+  DrawnViews(const Models& inMemory, ShownModels& models, double width, double height)
+      : inMemory_(inMemory), models_(models), width_(width), height_(height) {}
 
   // The view's lines in mm from its place, the middle of the model; those that are hidden are among them where the view
   // shows them. scale: of a view that has none of its own. Nothing: the model isn't in memory or has no geometry, or
@@ -36,7 +37,7 @@ class DrawnViews {
   std::optional<std::vector<ProjectedLine>> lines(const ViewRecord& view, double scale);
 
  private:
-  Session::State& state_;
+  const Models& inMemory_;
   ShownModels& models_;
   double width_, height_;
 };

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 // After <cstdio>, which it needs and doesn't include.
 #include <jpeglib.h>
 

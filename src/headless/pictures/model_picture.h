@@ -4,6 +4,7 @@
 #include "creo/ProTypes.h"
 #include "headless/model/bodies.h"
 #include "headless/pictures/image.h"
+#include "headless/pictures/picture_sources.h"
 #include "headless/pictures/sheet_picture.h"
 
 namespace headless {
@@ -20,6 +21,7 @@ creo::Got<Image> solidPicture(Bodies& bodies, const Models& models, const Model&
 Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int width, int height);
 // One or the other, of a drawing its current sheet. ProGeneralError with a line of the message area, too: there is no
 // geometry to show.
-creo::Got<Image> modelPicture(Session::State& state, const Model& model, int width, int height);
+creo::Got<Image> modelPicture(const PictureSources& sources, const Model& model, const std::wstring& textFolder,
+                              int width, int height);
 
 }  // namespace headless

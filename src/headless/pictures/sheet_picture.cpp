@@ -10,7 +10,6 @@
 #include "headless/model/formats.h"
 #include "headless/model/sheet_units.h"
 #include "headless/pictures/drawn_views.h"
-#include "headless/session/state.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 
@@ -49,8 +48,8 @@ struct SymbolFrame {
 
 class Painter {
  public:
-  Painter(Session::State& state, ShownModels& models, const Model& drawing, int number)
-      : state_(state),
+  Painter(const PictureSources& sources, ShownModels& models, const Model& drawing, int number)
+      : sources_(sources),
         models_(models),
         drawing_(drawing),
         number_(number),
@@ -74,7 +73,7 @@ class Painter {
   void contents(const SheetRecord& sheet) {
     const ModelRecord& record = drawing_.document->record;
     part_ = SheetPart::views;
-    DrawnViews views(state_, models_, picture_.width, picture_.height);
+    DrawnViews views(sources_.models, models_, picture_.width, picture_.height);
     for (const ViewRecord& one : record.views)
       if (std::max(one.sheet, 1) == number_) view(one, views.lines(one, sheet.scale));
     for (const TableRecord& one : record.tables) {
@@ -120,7 +119,7 @@ class Painter {
 
   // The lines and notes of the format, in its own coordinates; its tables are the drawing's own.
   void format(const SheetRecord& sheet) {
-    const Model* model = formatOf(state_.models, sheet);
+    const Model* model = formatOf(sources_.models, sheet);
     if (!model) return;
     const int number = formatSheetOf(sheet);
     const SheetRecord* source = sheetOf(*model->document, number);
@@ -279,7 +278,7 @@ class Painter {
 
   // A text with its "&" forms as this sheet shows them.
   [[nodiscard]] std::wstring shownHere(const std::string& symbolic) const {
-    return displayedText(state_.models, state_.parameters, drawing_, number_, text::fromUtf8(symbolic));
+    return displayedText(sources_.models, sources_.parameters, drawing_, number_, text::fromUtf8(symbolic));
   }
 
   // The instance's texts take the places of the definition's, in their order.
@@ -293,7 +292,7 @@ class Painter {
     }
   }
 
-  Session::State& state_;
+  PictureSources sources_;
   ShownModels& models_;
   const Model& drawing_;
   int number_;
@@ -312,13 +311,13 @@ std::string_view partName(SheetPart part) {
   return kNames[static_cast<std::size_t>(part)];
 }
 
-SheetPicture sheetPicture(Session::State& state, ShownModels& models, const Model& drawing, int sheet) {
-  return Painter(state, models, drawing, sheet).paint();
+SheetPicture sheetPicture(const PictureSources& sources, ShownModels& models, const Model& drawing, int sheet) {
+  return Painter(sources, models, drawing, sheet).paint();
 }
 
-SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet) {
-  ShownModels models(state);
-  return sheetPicture(state, models, drawing, sheet);
+SheetPicture sheetPicture(const PictureSources& sources, const Model& drawing, int sheet) {
+  ShownModels models(sources);
+  return sheetPicture(sources, models, drawing, sheet);
 }
 
 double textWidth(std::wstring_view text, double height) { return 0.6 * height * static_cast<double>(text.size()); }

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/session/session.h"
+#include "headless/pictures/picture_sources.h"
 
 namespace headless {
 
@@ -52,8 +52,8 @@ struct SheetPicture {
 // the model's name and its own. A cell's text that is wider than the cell is smaller. drawing: a drawing or a format;
 // sheet: from 1 to the sheet count, one that isn't there gives an empty picture. models: of the drawing's other sheets,
 // so that what several of them show is cut up once.
-SheetPicture sheetPicture(Session::State& state, ShownModels& models, const Model& drawing, int sheet);
-SheetPicture sheetPicture(Session::State& state, const Model& drawing, int sheet);
+SheetPicture sheetPicture(const PictureSources& sources, ShownModels& models, const Model& drawing, int sheet);
+SheetPicture sheetPicture(const PictureSources& sources, const Model& drawing, int sheet);
 
 // About how wide a usual sans-serif face writes it.
 double textWidth(std::wstring_view text, double height);

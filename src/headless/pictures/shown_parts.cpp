@@ -5,6 +5,7 @@
 
 #include "creo/ProAppearance.h"
 #include "headless/model/measures.h"
+#include "headless/model/models.h"
 #include "headless/model/placed.h"
 
 namespace headless {

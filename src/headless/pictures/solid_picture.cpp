@@ -1,7 +1,7 @@
 #include "headless/model/drawing.h"
+#include "headless/model/models.h"
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/shown_parts.h"
-#include "headless/session/state.h"
 #include "text/format.h"
 
 namespace headless {
@@ -26,15 +26,17 @@ Got<Image> solidPicture(Bodies& bodies, const Models& models, const Model& solid
   return shaded(shown.value.parts, activeOrientation(solid.document->record), width, height);
 }
 
-Got<Image> modelPicture(Session::State& state, const Model& model, int width, int height) {
+Got<Image> modelPicture(const PictureSources& sources, const Model& model, const std::wstring& textFolder, int width,
+                        int height) {
   if (!hasSheets(model.type())) {
-    auto picture = solidPicture(state.bodies, state.models, model, width, height);
+    auto picture = solidPicture(sources.bodies, sources.models, model, width, height);
     if (picture.error != creo::ProNotFound) return picture;
-    state.showMessage(text::format(L"%s.%s has no geometry to show", model.name, creo::typeExtension(model.type())));
+    sources.models.message(
+        text::format(L"%s.%s has no geometry to show", model.name, creo::typeExtension(model.type())));
     return creo::ProGeneralError;
   }
-  const SheetPicture sheet = sheetPicture(state, model, currentSheetOf(*model.document));
-  return sheetImage(sheet, state.options.textFolder, width, height);
+  const SheetPicture sheet = sheetPicture(sources, model, currentSheetOf(*model.document));
+  return sheetImage(sheet, textFolder, width, height);
 }
 
 }  // namespace headless

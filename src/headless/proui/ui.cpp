@@ -4,7 +4,6 @@
 
 #include "headless/proui/ui_state.h"
 #include "headless/session/events.h"
-#include "headless/session/session.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -52,18 +51,18 @@ std::optional<std::wstring> Ui::State::askFile(const FileQuestion& question) {
   return asked ? asked(question) : std::nullopt;
 }
 
-creo::ProError run(std::shared_ptr<Dialog> dialog, Action action, std::string component) {
+creo::ProError Ui::State::run(std::shared_ptr<Dialog> dialog, Action action, std::string component) const {
   if (!action || !*action) return creo::ProNoError;
   const std::wstring fault = guarded([&] { (*action)(dialog->name(), component); });
   if (fault.empty()) return creo::ProNoError;
-  if (Session* session = Session::currentOrNull()) {
-    session->showMessage(text::format(L"the action of '%s' in dialog '%s' ended with an exception: %s",
-                                      text::fromUtf8(component), text::fromUtf8(dialog->name()), fault));
-  }
+  message(text::format(L"the action of '%s' in dialog '%s' ended with an exception: %s", text::fromUtf8(component),
+                       text::fromUtf8(dialog->name()), fault));
   return creo::ProGeneralError;
 }
 
-Ui::Ui() : state_(std::make_unique<State>()) {}
+Ui::Ui(std::function<void(const std::wstring&)> message) : state_(std::make_unique<State>()) {
+  state_->message = std::move(message);
+}
 Ui::~Ui() = default;
 
 Dialog* Ui::dialog(std::string_view name) {
@@ -86,14 +85,14 @@ creo::Got<Component*> Ui::usableComponent(const std::string& dialog, const std::
 
 creo::ProError Ui::press(const std::string& dialog, const std::string& button) {
   const auto found = usableComponent(dialog, button, Kind::pushbutton);
-  return found ? run(state_->find(dialog).value, found.value->action, button) : found.error;
+  return found ? state_->run(state_->find(dialog).value, found.value->action, button) : found.error;
 }
 
 creo::ProError Ui::setCheck(const std::string& dialog, const std::string& button, bool on) {
   const auto found = usableComponent(dialog, button, Kind::checkbutton);
   if (!found || found.value->checked == on) return found.error;
   found.value->checked = on;
-  return run(state_->find(dialog).value, found.value->action, button);
+  return state_->run(state_->find(dialog).value, found.value->action, button);
 }
 
 creo::ProError Ui::choose(const std::string& dialog, const std::string& menu, const std::string& name) {
@@ -102,7 +101,7 @@ creo::ProError Ui::choose(const std::string& dialog, const std::string& menu, co
   Choices& choices = found.value->choices();
   if (std::find(choices.names.begin(), choices.names.end(), name) == choices.names.end()) return creo::ProNotFound;
   choices.selected = {name};
-  return run(state_->find(dialog).value, found.value->action, menu);
+  return state_->run(state_->find(dialog).value, found.value->action, menu);
 }
 
 creo::ProError Ui::type(const std::string& dialog, const std::string& panel, const std::wstring& text) {
@@ -113,12 +112,12 @@ creo::ProError Ui::type(const std::string& dialog, const std::string& panel, con
 
 creo::ProError Ui::pressEnter(const std::string& dialog, const std::string& panel) {
   const auto found = usableComponent(dialog, panel, Kind::inputpanel);
-  return found ? run(state_->find(dialog).value, found.value->action, panel) : found.error;
+  return found ? state_->run(state_->find(dialog).value, found.value->action, panel) : found.error;
 }
 
 creo::ProError Ui::close(const std::string& dialog) {
   const auto found = state_->find(dialog);
-  return found ? run(found.value, found.value->closeAction, "") : found.error;
+  return found ? state_->run(found.value, found.value->closeAction, "") : found.error;
 }
 
 creo::ProError Ui::selectRows(const std::string& dialog, const std::string& table,
@@ -146,7 +145,8 @@ creo::ProError Ui::onNode(const std::string& dialog, const std::string& tree, co
       touched->selected = true;
       break;
   }
-  return run(state_->find(dialog).value, found.value->treeContent().actions[static_cast<std::size_t>(event)], tree);
+  return state_->run(state_->find(dialog).value, found.value->treeContent().actions[static_cast<std::size_t>(event)],
+                     tree);
 }
 
 void Ui::answerQuestions(std::function<int(const Question&)> answer) { state_->answer = std::move(answer); }

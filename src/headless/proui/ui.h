@@ -36,7 +36,8 @@ bool canBeChosen(FileQuestion::What what, const std::wstring& path);
 
 class Ui {
  public:
-  Ui();
+  // message: shows a line in the message area.
+  explicit Ui(std::function<void(const std::wstring&)> message);
   ~Ui();
   // A created dialog, or null. kWindowDevice: what lies on Creo's own window, once something did; no dialog of its own.
   Dialog* dialog(std::string_view name);

@@ -13,6 +13,7 @@
 namespace headless {
 
 struct Ui::State {
+  std::function<void(const std::wstring&)> message;
   std::map<std::string, std::shared_ptr<Dialog>, std::less<>> dialogs;
   std::function<int(const Question&)> answer;
   std::function<std::optional<std::wstring>(const FileQuestion&)> fileAnswer;
@@ -27,10 +28,9 @@ struct Ui::State {
   int ask(const Question& question);
   // The path, or nothing where none is chosen.
   std::optional<std::wstring> askFile(const FileQuestion& question);
+  // Runs an action, if there is one. Dialog and action live until it returns, whatever it destroys or sets anew. An
+  // exception that leaves it becomes a line of the message area and gives ProGeneralError.
+  creo::ProError run(std::shared_ptr<Dialog> dialog, Action action, std::string component) const;
 };
-
-// Runs an action, if there is one. Dialog and action live until it returns, whatever it destroys or sets anew. An
-// exception that leaves it becomes a line of the message area and gives ProGeneralError.
-creo::ProError run(std::shared_ptr<Dialog> dialog, Action action, std::string component);
 
 }  // namespace headless

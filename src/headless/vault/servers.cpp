@@ -1,6 +1,8 @@
 #include "headless/vault/servers.h"
 
+#include "headless/model/models.h"
 #include "headless/model/one_version.h"
+#include "headless/model/save.h"
 #include "headless/store/compare.h"
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
@@ -55,10 +57,10 @@ bool isChangedInMemory(const Models& models, const ObjectName& name) {
   return held && models.find(held.value)->document->isContentModified();
 }
 bool isChangedHere(Models& models, const Vault& vault, const ObjectName& name, const MemberRecord& member) {
-  const DocumentFile* newest = models.home().find(name.name, name.type);
+  const DocumentFile* newest = models.folders().home().find(name.name, name.type);
   if (!newest || newest->version == member.version) return false;
   std::string taken;
-  const auto here = models.written(models.home().path() + newest->fileName);
+  const auto here = models.folders().read(models.folders().home().path() + newest->fileName);
   if (!here || !vault.content(name, member.base, taken)) return true;
   return !compareTexts(taken, here.value, {.history = false}).empty();
 }
@@ -117,7 +119,7 @@ std::optional<ObjectName> Servers::objectOf(const std::wstring& file) const {
 }
 
 int Servers::newestHere(const ObjectName& name) const {
-  const DocumentFile* file = models_.home().find(name.name, name.type);
+  const DocumentFile* file = models_.folders().home().find(name.name, name.type);
   return file ? file->version : 0;
 }
 
@@ -180,7 +182,7 @@ ProError Servers::checkIn(const Model& model, const std::wstring& location, std:
   const Server& server = servers_[active_];
   ModelDocument& document = *model.document;
   const ObjectName name = nameOf(document);
-  if (!document.folder.empty() && !text::equalNoCase(document.folder, models_.home().path()))
+  if (!document.folder.empty() && !text::equalNoCase(document.folder, models_.folders().home().path()))
     return ended({creo::ProGeneralError, text::format(L"%s lies outside of the workspace", name.label())}, nullptr);
   std::unique_ptr<os::FileLock> lock;
   NextIteration next;
@@ -193,8 +195,8 @@ ProError Servers::checkIn(const Model& model, const std::wstring& location, std:
   setServerParameter(document.record, "PTC_WM_ITERATION", std::to_string(next.iteration));
   document.touch(nullptr);
   // What is in memory becomes the workspace's newest document first: whatever fails behind it, nothing is lost.
-  ProError saved = models_.saveReplacing(model.handle);
-  if (saved == creo::ProNotFound) saved = models_.save(model.handle);
+  ProError saved = saveReplacing(models_, model.handle);
+  if (saved == creo::ProNotFound) saved = saveModel(models_, model.handle);
   if (saved != creo::ProNoError) return saved;
   answer = server.vault->checkIn(name, server.who, next, writeDocument(document.record), document.version);
   if (!answer) return ended(answer, &conflicts);
@@ -225,7 +227,7 @@ ProError Servers::removeAll(std::wstring& conflicts) {
   for (const ObjectName& name : members) {
     VaultAnswer answer = server.vault->leave(name, server.who);
     if (answer)
-      if (const auto error = models_.removeDocuments(name.name, name.type))
+      if (const auto error = models_.folders().removeAll(name.name, name.type))
         answer = {creo::ProGeneralError, cantWrite(modelFolder_ + name.file(), error)};
     if (!answer) return ended(answer, nullptr);
     note(L"remove " + name.label() + L" from the workspace");
@@ -263,7 +265,7 @@ ProError Servers::addFile(const std::wstring& source, const std::wstring& target
 
 void Servers::place(ModelDocument& document) const {
   document.inWorkspace = document.closed = false;
-  if (servers_.empty() || !text::equalNoCase(document.folder, models_.home().path())) return;
+  if (servers_.empty() || !text::equalNoCase(document.folder, models_.folders().home().path())) return;
   const Server& server = servers_[active_];
   ObjectRecord object;
   const VaultAnswer answer = server.vault->object(nameOf(document), object);
@@ -286,7 +288,7 @@ VaultAnswer Servers::bring(const Server& server, const ObjectName& name, const O
   VaultAnswer answer = server.vault->content(name, static_cast<int>(object.iterations.size()), bytes);
   const int version = newestHere(name) + 1;
   if (answer)
-    if (const auto error = models_.addDocument(name.name, name.type, version, bytes))
+    if (const auto error = models_.folders().add(name.name, name.type, version, bytes))
       answer = {creo::ProGeneralError, cantWrite(modelFolder_ + name.file(), error)};
   if (answer) answer = server.vault->enter(name, server.who, version);
   if (answer) note(L"bring " + name.label() + L" into the workspace");

@@ -49,14 +49,14 @@ class Wire {
 
  private:
   std::error_code ready(short what) {
-    pollfd one{descriptor_, what, 0};
+    pollfd entry{descriptor_, what, 0};
     while (true) {
       int wait = -1;
       if (deadline_) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline_ - Steady::now()).count();
         wait = static_cast<int>(std::clamp<long long>(left, 0, 1 << 30));
       }
-      const int found = ::poll(&one, 1, wait);
+      const int found = ::poll(&entry, 1, wait);
       if (found > 0) return {};
       if (found == 0) return std::make_error_code(std::errc::timed_out);
       if (errno != EINTR) return lastError();
@@ -160,10 +160,10 @@ class HelperStart {
 
 // The limit that a process meets; the one up to which it may raise that stays, so that each request has its own.
 void limit(auto resource, rlim_t most) {
-  rlimit held{};
-  if (::getrlimit(resource, &held) != 0) return;
-  held.rlim_cur = std::min(most, held.rlim_max);
-  ::setrlimit(resource, &held);
+  rlimit present{};
+  if (::getrlimit(resource, &present) != 0) return;
+  present.rlim_cur = std::min(most, present.rlim_max);
+  ::setrlimit(resource, &present);
 }
 
 // Pages of memory that this process may write to; nothing where the system doesn't tell.

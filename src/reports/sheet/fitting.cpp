@@ -38,10 +38,10 @@ std::wstring printable(std::wstring_view text) {
   std::wstring out;
   out.reserve(text.size());
   for (std::size_t i = 0; i < text.size();) {
-    const text::CodePoint one = text::codePointAt(text, i);
-    i += one.length;
-    const bool isShown = one.code <= kLastOfBasicPlane && !text::isSurrogate(one.code);
-    out += isControl(one.code) ? L' ' : static_cast<wchar_t>(isShown ? one.code : text::kReplacement);
+    const text::CodePoint point = text::codePointAt(text, i);
+    i += point.length;
+    const bool isShown = point.code <= kLastOfBasicPlane && !text::isSurrogate(point.code);
+    out += isControl(point.code) ? L' ' : static_cast<wchar_t>(isShown ? point.code : text::kReplacement);
   }
   return out;
 }

@@ -145,7 +145,7 @@ TEST_F(Run, EachDocumentGetsOneVersionWithAllItsHistory) {
   const Ended diff = kelvane({"diff", path("before"), models()});
   EXPECT_EQ(diff.out, dry.out.substr(0, dry.out.find("dry  models=")));
   const std::string events = readBytes(path("events"));
-  for (const std::string& told : {diff.out, events}) EXPECT_EQ(std::string::npos, told.find("kvpslot")) << told;
+  for (const std::string& event : {diff.out, events}) EXPECT_EQ(std::string::npos, event.find("kvpslot")) << event;
   const std::string norm = R"("model":"GEN.PRT","path":"parameters/NORM/value","old":"","new":"WN-100"})";
   EXPECT_NE(std::string::npos, events.find(norm)) << events;
   EXPECT_EQ(events.find(norm), events.rfind(norm)) << "told once";
@@ -164,7 +164,7 @@ TEST_F(Run, AVersionThatWasCopiedOrBackedUpStays) {
     EXPECT_THAT(readBytes(path("models/PLATE.prt.2")), testing::Not(testing::HasSubstr("ListName")));
     EXPECT_THAT(readBytes(path("models/PLATE.prt.3")), testing::HasSubstr("ListName"));
     EXPECT_FALSE(fs::exists(path("models/PLATE.prt.4")));
-    for (const char* one : {"models/PLATE.prt.2", "models/PLATE.prt.3"}) fs::remove(path(one));
+    for (const char* entry : {"models/PLATE.prt.2", "models/PLATE.prt.3"}) fs::remove(path(entry));
   }
 }
 
@@ -194,11 +194,11 @@ TEST_F(Run, WhatChangesBelowIsSavedOrNamed) {
     const Ended dry = run(c.name, {"--select", "*.DRW", "-n"});
     const Ended ended = run(c.name, {"--select", "*.DRW", "--events", path("events")});
     const bool saves = std::string(c.name) == "below";
-    for (const Ended* one : {&dry, &ended}) {
-      EXPECT_EQ(0, one->code) << one->err;
-      EXPECT_EQ(*c.said != 0, one->err.find("not saved") != std::string::npos) << one->err;
-      EXPECT_NE(std::string::npos, one->err.find(c.said)) << one->err;
-      EXPECT_NE(std::string::npos, one->out.find(saves ? " saved=2 " : " saved=0 ")) << c.name << one->out;
+    for (const Ended* entry : {&dry, &ended}) {
+      EXPECT_EQ(0, entry->code) << entry->err;
+      EXPECT_EQ(*c.said != 0, entry->err.find("not saved") != std::string::npos) << entry->err;
+      EXPECT_NE(std::string::npos, entry->err.find(c.said)) << entry->err;
+      EXPECT_NE(std::string::npos, entry->out.find(saves ? " saved=2 " : " saved=0 ")) << c.name << entry->out;
     }
     EXPECT_EQ(saves, dry.out.find("PLATE.PRT: + parameters/NORM/value: WN-100") != std::string::npos) << dry.out;
     EXPECT_EQ(saves, fs::exists(models() + "/PLATE.prt.2")) << c.name;

@@ -7,8 +7,7 @@
 #include <utility>
 
 #include "headless/geometry/foreign_place.h"
-#include "headless/session/session.h"
-#include "kelvane/run/run_fixture.h"
+#include "headless/session.h"
 #include "os/files_wrapper.h"
 #include "os/lock.h"
 #include "os/surroundings.h"
@@ -67,9 +66,9 @@ TEST_F(RunTrouble, AFilterThatCantJudgeIsToldThoughItLeavesNoModel) {
     EXPECT_EQ(1, ended.code) << line;
     EXPECT_THAT(recapOf(ended),
                 testing::AllOf(testing::HasSubstr("models=0"), testing::Not(testing::HasSubstr("errors=0"))));
-    const std::size_t told = ended.err.find(line);
-    EXPECT_NE(std::string::npos, told) << ended.err;
-    EXPECT_EQ(std::string::npos, ended.err.find(line, told + 1)) << "once";
+    const std::size_t reported = ended.err.find(line);
+    EXPECT_NE(std::string::npos, reported) << ended.err;
+    EXPECT_EQ(std::string::npos, ended.err.find(line, reported + 1)) << "once";
     EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("(ERR)"));
   }
 }
@@ -88,9 +87,9 @@ TEST_F(RunTrouble, AnExpressionThatDoesntCompileIsToldOnceOnTheConsole) {
   EXPECT_EQ(0, ended.code) << ended.err;
   for (const std::string expression : {"'/[/'", "'/(/'", "'/PLATE(/'"}) {
     const std::string line = "warning: the expression " + expression + " doesn't compile (missing ";
-    const std::size_t told = ended.err.find(line);
-    ASSERT_NE(std::string::npos, told) << ended.err;
-    EXPECT_EQ(std::string::npos, ended.err.find(line, told + 1)) << "once";
+    const std::size_t reported = ended.err.find(line);
+    ASSERT_NE(std::string::npos, reported) << ended.err;
+    EXPECT_EQ(std::string::npos, ended.err.find(line, reported + 1)) << "once";
   }
   EXPECT_THAT(recapOf(ended), testing::HasSubstr("errors=0"));
 }
@@ -145,8 +144,8 @@ TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {
 TEST_F(RunTrouble, FolderIsLockedAgainstASecondRun) {
   part(L"PLATE");
   {
-    const auto held = os::lockFile(os::mounts().system(models() + "/.kelvane.lock"));
-    ASSERT_TRUE(held);
+    const auto lock = os::lockFile(os::mounts().system(models() + "/.kelvane.lock"));
+    ASSERT_TRUE(lock);
     EXPECT_EQ("kelvane: another run works on " + models() + "\n", run("norm").err);
   }
   EXPECT_EQ(0, run("norm").code);

@@ -37,8 +37,8 @@ class Printed : public std::streambuf {
 
  private:
   int_type overflow(int_type letter) override {
-    const char one = traits_type::to_char_type(letter);
-    xsputn(&one, 1);
+    const char entry = traits_type::to_char_type(letter);
+    xsputn(&entry, 1);
     return letter;
   }
   std::streamsize xsputn(const char* letters, std::streamsize count) override {

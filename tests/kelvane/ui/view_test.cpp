@@ -32,10 +32,10 @@ TEST_F(UiView, OnlyWhoKnowsTheTokenIsLetInAndOnlyOwnFilesAreServed) {
       {"/file/0", {{"Cookie", cookie}}, 404},
       {"/etc/passwd", {{"Cookie", cookie}}, 404},
   };
-  for (const Case& one : cases) {
-    const auto got = own.client().Get(one.path.c_str(), one.headers);
-    ASSERT_TRUE(got) << one.path;
-    EXPECT_EQ(one.status, got->status) << one.path << " " << got->body.substr(0, 80);
+  for (const Case& entry : cases) {
+    const auto got = own.client().Get(entry.path.c_str(), entry.headers);
+    ASSERT_TRUE(got) << entry.path;
+    EXPECT_EQ(entry.status, got->status) << entry.path << " " << got->body.substr(0, 80);
   }
   const auto page = own.get("/");
   EXPECT_EQ(0U, page->get_header_value("Content-Security-Policy").find("default-src 'none'"));

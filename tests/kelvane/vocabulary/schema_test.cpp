@@ -22,8 +22,9 @@ class Schemas : public ProgramTest {
   }
   // A line for each of the files that isn't valid.
   [[nodiscard]] std::string invalid(const std::string& schema, const std::vector<std::string>& files) const {
-    std::string command = "/usr/bin/python3 '" + sourceFolder() + "/tests/kelvane/vocabulary/validate.py' '" + schema + "'";
-    for (const std::string& one : files) command += " '" + one + "'";
+    std::string command =
+        "/usr/bin/python3 '" + sourceFolder() + "/tests/kelvane/vocabulary/validate.py' '" + schema + "'";
+    for (const std::string& item : files) command += " '" + item + "'";
     const std::string said = path("said");
     const int ended = std::system((command + " > '" + said + "' 2> '" + said + ".err'").c_str());
     EXPECT_EQ(0, ended) << readBytes(said + ".err") << "install python3-lxml and python3-jsonschema";

@@ -28,11 +28,11 @@ TEST_F(Vocabulary, EachKeyHasALineAndARow) {
     EXPECT_EQ(table.count, static_cast<std::size_t>(std::count(lines.begin(), lines.end(), '\n')));
     const json all = json::parse(kelvane({table.verb, "--json"}).out);
     EXPECT_EQ(table.count, all.size());
-    for (const json& one : all) {
-      EXPECT_NE("", one.at("about").get<std::string>()) << one.at("key");
-      for (const json& attribute : one.value("attributes", json::array())) {
-        EXPECT_NE("", attribute.at("about").get<std::string>()) << one.at("key") << attribute;
-        EXPECT_NE("", attribute.at("value").get<std::string>()) << one.at("key") << attribute;
+    for (const json& entry : all) {
+      EXPECT_NE("", entry.at("about").get<std::string>()) << entry.at("key");
+      for (const json& attribute : entry.value("attributes", json::array())) {
+        EXPECT_NE("", attribute.at("about").get<std::string>()) << entry.at("key") << attribute;
+        EXPECT_NE("", attribute.at("value").get<std::string>()) << entry.at("key") << attribute;
       }
     }
   }

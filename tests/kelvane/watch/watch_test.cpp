@@ -108,14 +108,14 @@ TEST_F(WatchVerb, TellsJsonAndEvents) {
   EXPECT_EQ(0, line["result"]);
   EXPECT_EQ(1, line["changed"]);
   EXPECT_EQ(1, line["saved"]);
-  std::string told;
+  std::string reported;
   std::istringstream lines(readBytes(path("events")));
-  for (std::string one; std::getline(lines, one);) {
-    const auto event = nlohmann::json::parse(one);
+  for (std::string text; std::getline(lines, text);) {
+    const auto event = nlohmann::json::parse(text);
     const std::string name = event["event"];
-    if (name != "message" && name != "log") told += name + " ";
+    if (name != "message" && name != "log") reported += name + " ";
   }
-  EXPECT_EQ("trigger saved changed changed changed model recap ", told);
+  EXPECT_EQ("trigger saved changed changed changed model recap ", reported);
 }
 
 TEST_F(WatchVerb, WhatFailsIsToldAndTheNextCommandIsWorked) {

@@ -1,0 +1,207 @@
+#include "headless/session.h"
+#include "headless/model/retrieve.h"
+
+#include <stdexcept>
+
+#include "headless/creo/state.h"
+#include "os/paths.h"
+#include "text/encoding.h"
+#include "text/format.h"
+
+namespace headless {
+
+using creo::ProError;
+using creo::ProMdl;
+using creo::ProNotifyType;
+
+namespace {
+
+constexpr int kEventLimit = 1'000'000;
+Session* theSession = nullptr;
+
+}  // namespace
+
+Session::State::State(SessionOptions given)
+    : options(std::move(given)),
+      messageFiles(options.textFolder, text::fromUtf8(options.language)),
+      models({[this](const std::wstring& text) { showMessage(text); },
+              [this](const SavedDocument& document) {
+                saved.push_back(document);
+                if (observer) observer->saved(document);
+              },
+              [this](const RenamedDocument& model) {
+                if (observer) observer->renamed(model);
+              },
+              [this](const std::wstring& path) {
+                if (observer) observer->unreadable(path);
+              },
+              [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
+              [this](ModelDocument& document) { servers.place(document); },
+              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},
+             options.modelFolder),
+      parameters(models),
+      bodies(models),
+      servers(models, models.folders().working(), options.withholdSaves),
+      ui([this](const std::wstring& text) { showMessage(text); }) {}
+
+void Session::State::showMessage(const std::wstring& text) {
+  messages.push_back(text);
+  if (observer) observer->message(text);
+}
+
+MacroContext Session::State::macroContext() {
+  return {models, windows, selections, [this](const creo::ProNotification& one) { notify(one); }};
+}
+
+void Session::State::notify(const creo::ProNotification& notification) {
+  if (!events.isHeard(notification.type)) return;
+  if (const std::wstring fault = events.call(notification); !fault.empty()) showMessage(fault);
+  creo::pfcModelDescriptor descriptor;
+  if (const Model* model = models.find(notification.model)) descriptor = {model->name, model->type()};
+  const std::wstring fault = events.callListeners(notification.type, descriptor);
+  if (!fault.empty()) showMessage(fault);
+}
+
+void Session::State::raise(ProNotifyType type, ProMdl model, int window) {
+  const Model* told = models.find(model);
+  if (!told || !events.isHeard(type)) return;
+  creo::ProNotification notification;
+  notification.type = type;
+  notification.model = model;
+  notification.window = window;
+  notification.name = told->name;
+  notification.typeText = typeExtension(told->type());
+  notify(notification);
+}
+
+void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
+  Event event;
+  event.notification.type = type;
+  event.notification.model = model;
+  event.notification.window = window;
+  if (const Model* told = models.find(model)) {
+    event.notification.name = told->name;
+    event.notification.typeText = typeExtension(told->type());
+  }
+  events.queue(std::move(event));
+}
+
+void Session::State::present(ProMdl handle, std::initializer_list<ProNotifyType> told) {
+  const Model& model = *models.find(handle);
+  const std::wstring key = modelKey(model.name, model.type());
+  int window = windows.of(handle, key);
+  if (window == 0) window = windows.create(key);
+  windows.show(window, handle);
+  windows.setCurrent(window);
+  for (const ProNotifyType one : told) queue(one, handle, window);
+}
+
+Session::Session(SessionOptions options) {
+  if (theSession) throw std::logic_error("a headless session is there already");
+  options.textFolder = os::asFolder(os::withBackslashes(options.textFolder));
+  state_ = std::make_unique<State>(std::move(options));
+  theSession = this;
+}
+
+Session::~Session() {
+  unloadPlugin();
+  theSession = nullptr;
+}
+
+Session& Session::current() {
+  if (!theSession) throw std::logic_error("there is no headless session");
+  return *theSession;
+}
+Session* Session::currentOrNull() { return theSession; }
+
+void Session::unloadPlugin() {
+  if (!state_->unloadPlugin) return;
+  const auto unload = std::move(state_->unloadPlugin);
+  state_->unloadPlugin = nullptr;
+  if (const std::wstring fault = guarded(unload); !fault.empty()) showMessage(fault);
+  state_->menu.clear();
+}
+
+const std::wstring& Session::startError() const { return state_->startError; }
+
+creo::Got<ProMdl> Session::open(const std::wstring& name, creo::ProMdlType type) {
+  const auto retrieved = retrieveModel(state_->models, name, type);
+  if (!retrieved) return retrieved;
+  state_->present(retrieved.value, {ProNotifyType::modelOpened, ProNotifyType::modelDisplayed,
+                                    ProNotifyType::windowOccupied, ProNotifyType::windowActivated});
+  return retrieved;
+}
+
+ProError Session::runCommand(const std::string& name) {
+  const Command* command = state_->menu.command(name);
+  if (!command) return creo::ProNotFound;
+  const Command held = *command;  // it may take the menu away
+  ProError result = creo::ProNoError;
+  const std::wstring fault = guarded([&] {
+    if (held.access && held.access() != creo::kCommandAvailable)
+      result = creo::ProGeneralError;
+    else if (held.action)
+      held.action();
+  });
+  if (fault.empty()) return result;
+  showMessage(text::format(L"the command %s ended with an exception: %s", text::fromUtf8(name), fault));
+  return creo::ProGeneralError;
+}
+
+void Session::settle() {
+  if (state_->settling) return;  // a handler's own question is no end of its work
+  struct Settling {
+    bool& flag;
+    explicit Settling(bool& f) : flag(f) { flag = true; }
+    ~Settling() { flag = false; }
+  } settling(state_->settling);
+  for (int worked = 0;;) {
+    if (worked == kEventLimit) throw std::runtime_error("a million events without an end");
+    if (const auto event = state_->events.next()) {
+      creo::ProNotification told = event->notification;
+      // Nobody answers what nobody hears, so it is no part of a loop, however many models a run displays.
+      if (state_->events.isHeard(told.type)) ++worked;
+      if (event->activates) {
+        if (!state_->windows.has(told.window)) continue;  // closed meanwhile
+        state_->windows.setCurrent(told.window);
+        told.model = state_->windows.model(told.window);
+      }
+      state_->notify(told);
+    } else if (state_->macros.waiting()) {
+      ++worked;
+      state_->macros.runStep(state_->macroContext());
+    } else {
+      for (const std::wstring& fault : state_->events.callRepeated()) showMessage(fault);
+      return;
+    }
+  }
+}
+
+void Session::raise(ProNotifyType type, ProMdl model) { state_->raise(type, model); }
+void Session::setOption(const std::wstring& name, const std::wstring& value) { state_->configuration.set(name, value); }
+void Session::select(std::vector<creo::ProSelection> selections) { state_->selections = std::move(selections); }
+
+Models& Session::models() { return state_->models; }
+Ui& Session::ui() { return state_->ui; }
+Servers& Session::servers() { return state_->servers; }
+const Windows& Session::windows() const { return state_->windows; }
+Menu& Session::menu() { return state_->menu; }
+ConfigOptions& Session::configuration() { return state_->configuration; }
+PictureSources Session::pictureSources() { return state_->pictureSources(); }
+const SessionOptions& Session::options() const { return state_->options; }
+const std::vector<std::wstring>& Session::messages() const { return state_->messages; }
+void Session::showMessage(const std::wstring& text) { state_->showMessage(text); }
+void Session::clearMessages() { state_->messages.clear(); }
+const std::vector<std::wstring>& Session::unknownSteps() const { return state_->macros.unknown(); }
+const std::vector<std::wstring>& Session::ranSteps() const { return state_->macros.ran(); }
+const std::wstring& Session::pageControl() const { return state_->macros.pageControl(); }
+const std::vector<std::pair<creo::ProSelection, int>>& Session::highlights() const { return state_->highlights; }
+std::vector<std::string> Session::commands() const { return state_->menu.names(); }
+const std::vector<SavedDocument>& Session::savedDocuments() const { return state_->saved; }
+void Session::observe(SessionObserver* observer) { state_->observer = observer; }
+void Session::trace(bool on) { state_->tracing = on; }
+void Session::failNext(std::string_view operation, ProError code) { state_->calls.failNext(operation, code); }
+void Session::failEvery(int n) { state_->calls.failEvery(n); }
+int Session::calls(std::string_view operation) const { return state_->calls.of(operation); }
+
+}  // namespace headless

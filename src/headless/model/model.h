@@ -1,0 +1,26 @@
+// A model in memory: a document, or a row of a family table over its generic's document.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "creo/ProMdl.h"
+#include "headless/model/document.h"
+
+namespace headless {
+
+// A model as its handle stands for it.
+struct Model {
+  creo::ProMdl handle;
+  std::shared_ptr<ModelDocument> document;
+  RowRecord* row = nullptr;  // of an instance
+  std::wstring name;         // upper case
+  [[nodiscard]] creo::ProMdlType type() const { return document->type; }
+};
+
+// The models that a model uses, each once, in the document's order; an instance leaves out or replaces components by
+// its row.
+std::vector<creo::ProDependency> dependencies(const Model& model);
+
+}  // namespace headless

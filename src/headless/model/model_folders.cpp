@@ -1,0 +1,45 @@
+#include "headless/model/model_folders.h"
+
+#include <algorithm>
+
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/letters.h"
+
+namespace headless {
+
+using creo::ProMdlType;
+
+ModelFolders::ModelFolders(bool withhold, const std::wstring& folder)
+    : store_(withhold), working_(os::asFolder(os::withBackslashes(folder))), home_(working_) {}
+
+bool ModelFolders::change(std::wstring_view path) {
+  std::wstring wanted = os::withBackslashes(path);
+  const bool absolute = wanted.find(L':') != std::wstring::npos || wanted.starts_with(L'\\');
+  if (!absolute) wanted = os::joined(working_, wanted);
+  if (!os::files().isFolder(wanted)) return false;
+  working_ = os::asFolder(wanted);
+  return true;
+}
+
+std::vector<Folder*> ModelFolders::searched() {
+  std::vector<Folder*> folders{&store_.folder(working_)};
+  if (Folder* home = &store_.folder(home_); home != folders.front()) folders.push_back(home);
+  return folders;
+}
+
+bool ModelFolders::has(std::wstring_view name, ProMdlType type) {
+  const std::vector<Folder*> folders = searched();
+  return std::any_of(folders.begin(), folders.end(), [&](Folder* folder) { return folder->find(name, type); });
+}
+
+std::error_code ModelFolders::add(const std::wstring& name, ProMdlType type, int version, std::string_view bytes) {
+  const std::wstring file = text::lower(modelKey(name, type)) + L'.' + std::to_wstring(version);
+  return store_.create(home(), {text::upper(name), type, version, file}, bytes);
+}
+
+std::error_code ModelFolders::removeAll(const std::wstring& name, ProMdlType type) {
+  return store_.removeAll(home(), name, type);
+}
+
+}  // namespace headless

@@ -1,0 +1,308 @@
+// Drawings and models as files of other programs.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <regex>
+
+#include "actions/action_fixture.h"
+#include "creo/ProDrawing.h"
+#include "creo/ProUtil.h"
+#include "support/foreign_program.h"
+#include "text/encoding.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+// Three sheets of different sizes; the second one is current.
+constexpr const char* kPlan = R"({"format": 1, "currentSheet": 2,
+"parameters": [{"name": "NUMBER", "type": "string", "value": "P-4711"}],
+"sheets": [{"name": "FRONT", "size": "A3"}, {"name": "Rückseite", "size": "A4", "portrait": true}, {"size": "A"}],
+"drafts": [{"sheet": 1, "lines": [[10, 10, 60, 10], [10, 20, 10.5, 20, 0.5, 1, 2]]},
+           {"sheet": 2, "lines": [[20, 30, 120, 30, 0.7, 1, 2]]}, {"sheet": 3, "lines": [[1, 1, 2, 2]]}],
+"tables": [{"id": 1, "segments": [{"sheet": 2, "position": {"x": 100, "y": 200}}], "columns": [30], "rows": [8],
+            "cells": [{"row": 1, "column": 1, "lines": ["&NUMBER"]}]}],
+"notes": [{"id": 1, "position": {"x": 40, "y": 50}, "lines": ["first sheet"]},
+          {"id": 2, "sheet": 2, "position": {"x": 30, "y": 100}, "lines": ["Größe 50%%d Ω^"]},
+          {"id": 3, "sheet": 3, "position": {"x": 1, "y": 5}, "lines": ["third sheet"]}],
+"symbolDefinitions": [{"id": 1, "name": "MARK", "texts": [{"text": "Ra"}]}],
+"symbols": [{"id": 1, "definition": "MARK", "sheet": 2, "position": {"x": 60, "y": 60}, "angle": 90, "texts": ["turned"]}]})";
+
+class Exports : public ActionTest {
+ protected:
+  Exports() {
+    writeBytes(world.models() + "/plan.drw.1", kPlan);
+    world.part(L"BRACKET");
+    fs::create_directories(out());
+    world.config("kvd_write_history_in_models=0");
+  }
+  [[nodiscard]] std::string out() const { return world.models() + "/out"; }
+  [[nodiscard]] std::string file(const std::string& name) const {
+    return fs::exists(out() + "/" + name) ? readBytes(out() + "/" + name) : "no file";
+  }
+  // Names in the folder, joined by blanks.
+  [[nodiscard]] std::string files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(out())) names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    std::string all;
+    for (const std::string& name : names) all += (all.empty() ? "" : " ") + name;
+    return all;
+  }
+  std::wstring onPlan(const std::string& tasks) { return plain(run(tasks, L"PLAN", creo::ProMdlType::drawing)); }
+  // What a log told, without the actions' numbers.
+  static std::wstring plain(const std::wstring& log) {
+    return std::regex_replace(log, std::wregex(L"(^|\\|)B\\d+ "), L"$1");
+  }
+  static std::string to(const std::string& attributes) { return "folder='d:/out' " + attributes; }
+  // What a program says that runs in the files' folder.
+  [[nodiscard]] std::string answerTo(const std::string& command) const {
+    return said("cd '" + out() + "' && " + command);
+  }
+};
+
+// ---- the frame
+
+struct NameCase {
+  std::string attributes, file;
+};
+
+TEST_F(Exports, NamesComeFromFolderAndFile) {
+  const NameCase cases[] = {
+      {"folder='d:/out' file='a'", "a.dxf"},
+      {"folder='d:/out/' file='b.dxf'", "b.dxf"},
+      {"folder='d:\\out\\' file='c.DXF'", "c.dxf"},
+      {"folder='d:\\out' file='@mdln@ %NUMBER%'", "PLAN P-4711.dxf"},
+      {"folderFromModel='true' folder='d:/no such' file='out/e'", "e.dxf"},
+      {"folder='d:' file='out\\f.pdf'", "f.pdf.dxf"},
+  };
+  std::string tasks, expected;
+  for (const NameCase& item : cases) tasks += task("exportdxf", item.attributes);
+  const std::wstring log = onPlan(tasks);
+  for (const NameCase& candidate : cases)
+    EXPECT_THAT(file(candidate.file), HasSubstr("AC1009")) << candidate.attributes << "\n" << text::toUtf8(log);
+  EXPECT_EQ(std::wstring::npos, log.find(L"E:")) << text::toUtf8(log);
+}
+
+TEST_F(Exports, NothingIsWrittenWithoutAName) {
+  EXPECT_EQ(
+      L"Export DXF file|E:The attribute 'file' is missing|Export 2D PDF file|E:The replaced output is to large for "
+      L"this task",
+      onPlan(task("exportdxf", to("")) + task("exportpdf2d", to("file='" + std::string(300, 'x') + "'"))));
+  EXPECT_EQ("", files());
+}
+
+TEST_F(Exports, AnExistingFileStaysUnlessItMayBeReplaced) {
+  for (const char* name : {"a.dxf", "b_2.dxf", "c.pdf", "d.sat.ed"}) writeBytes(out() + "/" + name, "old");
+  const std::wstring kept = L"|W:File already exists, no new image taken";
+  EXPECT_EQ(L"Export DXF file" + kept + L"|Export DXF file|Exported" + kept + L"|Exported|Export 2D PDF file" + kept +
+                L"|Export Creo View" + kept,
+            onPlan(task("exportdxf", to("file='a'")) + task("exportdxf", to("file='b' sheetoption='2'")) +
+                   task("exportpdf2d", to("file='c' overwriteExisting='TRUE'")) +
+                   task("exportProductView", to("file='d.sat.ed' exportas='.ed'"))));
+  EXPECT_EQ("a.dxf b_1.dxf b_2.dxf b_3.dxf c.pdf d.sat.ed", files());
+  EXPECT_EQ("old old old", file("a.dxf") + " " + file("b_2.dxf") + " " + file("c.pdf"));
+}
+
+TEST_F(Exports, ReplacingTakesTheOldFileAwayOnlyForAWholeNewOne) {
+  for (const char* name : {"a.dxf", "b.pdf"}) writeBytes(out() + "/" + name, "old");
+  world.list("list.xml", task("exportdxf", to("file='a' overwriteExisting='true'")) +
+                             task("exportpdf2d", to("file='b' overwriteExisting='true'")));
+  world.start();
+  world.open(L"PLAN", creo::ProMdlType::drawing);
+  world.openTool();
+  world.choose("list.xml");
+  world.disk().denyWrites(L"d:\\out");
+  world.pressStart();
+  EXPECT_EQ(L"Export DXF file|E:Export failure|Export 2D PDF file|E:Failure -17", plain(test::told(world.log())));
+  EXPECT_EQ("old old a.dxf b.pdf", file("a.dxf") + " " + file("b.pdf") + " " + files());
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"a.dxf: can't be written:")) << text::toUtf8(world.messages());
+}
+
+TEST_F(Exports, AMissingFolderFails) {
+  EXPECT_EQ(L"Export DXF file|E:Export failure|Export DWG file|E:Exportfailure|Export 2D PDF file|E:Failure -17",
+            onPlan(task("exportdxf", "folder='d:/gone' file='a'") + task("exportdwg", "folder='d:/gone' file='a'") +
+                   task("exportpdf2d", "folder='d:/gone' file='a'")));
+  EXPECT_FALSE(fs::exists(world.models() + "/gone"));
+}
+
+// ---- what can't be written
+
+TEST_F(Exports, FormatsWithoutAWriterFailByTheirOwnLines) {
+  EXPECT_EQ(
+      L"Export DWG file|E:Exportfailure|Export DWG file|E:Export failure|E:Export failure|E:Export failure|"
+      L"Export 3dPDF|E:failure -40|Export Creo View|E:Failure occured while exporting Creo View file|"
+      L"Export set|E:'Export Set' support ended with KV 4.1. Please remove this action or downgrade to 4.1.",
+      onPlan(task("exportdwg", to("file='a'")) + task("exportdwg", to("file='a' sheetoption='2'")) +
+             task("exportpdf", to("file='a'")) + task("exportProductView", to("file='a.edz' exportas='.edz'")) +
+             task("exportset", to("file='a'"))));
+  EXPECT_EQ("", files());
+}
+
+TEST_F(Exports, SolidsHaveNoSheets) {
+  EXPECT_EQ(L"Export DXF file|E:Export failure|Export DXF file|E:Export failure|Export 2D PDF file|E:Failure -18",
+            plain(run(task("exportdxf", to("file='a'")) + task("exportdxf", to("file='a' sheetoption='2'")) +
+                      task("exportpdf2d", to("file='a'")))));
+}
+
+// ---- what is put back
+
+TEST_F(Exports, SheetFolderAndOptionAreAsBefore) {
+  const std::string tasks = task("exportdxf", to("file='a' sheetoption='2' overwriteExisting='true'"));
+  for (const std::string failing : {"", "Pro2dExport", "Pro2dExportdataAlloc", "Pro2dExportdataSheetoptionSet",
+                                    "ProDrawingSheetsCount", "ProDrawingCurrentSheetSet", "ProDirectoryChange"}) {
+    World own;
+    own.config("kvd_write_history_in_models=0");
+    writeBytes(own.models() + "/plan.drw.1", kPlan);
+    fs::create_directories(own.models() + "/out");
+    own.list("list.xml", tasks);
+    own.start();
+    creo::ProConfigoptSet(L"skip_small_surfaces", L"YES");
+    const creo::ProMdl drawing = own.open(L"PLAN", creo::ProMdlType::drawing);
+    own.openTool();
+    own.choose("list.xml");
+    const std::wstring folder = creo::ProDirectoryCurrentGet().value;
+    if (!failing.empty()) own.session().failNext(failing, creo::ProGeneralError);
+    own.pressStart();
+    EXPECT_EQ(failing.empty(), test::told(own.log()).find(L"E:Export failure") == std::wstring::npos) << failing;
+    EXPECT_EQ(2, creo::ProDrawingCurrentSheetGet(drawing).value) << failing;
+    EXPECT_EQ(folder, creo::ProDirectoryCurrentGet().value) << failing;
+    EXPECT_EQ(L"YES", creo::ProConfigoptGet(L"skip_small_surfaces").value) << failing;
+  }
+}
+
+TEST_F(Exports, EachPropertyOfThePdfThatIsRefusedFails) {
+  for (const char* failing : {"ProPDFoptionsAlloc", "ProPDFoptionsIntpropertySet", "ProPDFoptionsBoolpropertySet",
+                              "ProPDFoptionsStringpropertySet", "ProPDFExport"}) {
+    World own;
+    writeBytes(own.models() + "/plan.drw.1", kPlan);
+    own.list("list.xml", task("exportpdf2d", "folder='d:' file='a'"));
+    own.start();
+    own.open(L"PLAN", creo::ProMdlType::drawing);
+    own.openTool();
+    own.choose("list.xml");
+    own.session().failNext(failing, creo::ProGeneralError);
+    own.pressStart();
+    EXPECT_EQ(L"Export 2D PDF file|E:Failure -1", plain(test::told(own.log()))) << failing;
+    EXPECT_FALSE(fs::exists(own.models() + "/a.pdf")) << failing;
+  }
+}
+
+// ---- what the files hold
+
+TEST_F(Exports, TheSheetOptionChoosesSheets) {
+  onPlan(task("exportdxf", to("file='all' sheetoption='-1'")) + task("exportdxf", to("file='one' sheetoption='1'")) +
+         task("exportdxf", to("file='each' sheetoption='2'")));
+  EXPECT_EQ("all.dxf each_1.dxf each_2.dxf each_3.dxf one.dxf", files());
+  EXPECT_THAT(file("all.dxf"), AllOf(HasSubstr("first sheet"), HasSubstr("P-4711"), HasSubstr("third sheet")));
+  EXPECT_THAT(file("one.dxf"), AllOf(Not(HasSubstr("first sheet")), HasSubstr("P-4711"), Not(HasSubstr("third"))));
+  EXPECT_EQ(file("one.dxf"), file("each_2.dxf"));
+  // An inch sheet is measured in inches when it comes first.
+  EXPECT_THAT(file("each_3.dxf"), HasSubstr("LINE\n8\nLINES\n62\n7\n10\n1.0\n20\n1.0\n11\n2.0\n21\n2.0\n"));
+}
+
+TEST_F(Exports, ADxfHoldsLinesWidthsTextsAndColours) {
+  onPlan(task("exportdxf", to("file='a' sheetoption='2'")));
+  const std::string front = file("a_1.dxf"), back = file("a_2.dxf");
+  EXPECT_THAT(front, AllOf(HasSubstr("$EXTMAX\n10\n420.0\n20\n297.0\n"),
+                           HasSubstr("LINE\n8\nLINES\n62\n7\n10\n10.0\n20\n10.0\n11\n60.0\n21\n10.0\n"),
+                           HasSubstr("TEXT\n8\nNOTES\n62\n7\n10\n40.0\n20\n50.0\n40\n3.5\n1\nfirst sheet\n")));
+  EXPECT_THAT(back, AllOf(HasSubstr("POLYLINE\n8\nLINES\n62\n12\n66\n1\n10\n0.0\n20\n0.0\n40\n0.7\n41\n0.7\n"),
+                          HasSubstr("\n1\nGr\\U+00F6\\U+00DFe 50\\U+0025\\U+0025d \\U+03A9\\U+005E\n"),
+                          HasSubstr("\n1\nturned\n50\n90.0\n"), HasSubstr("TEXT\n8\nTABLES\n")));
+  EXPECT_TRUE(back.ends_with("ENDSEC\n0\nEOF\n"));
+  for (const char c : back) ASSERT_LT(static_cast<unsigned char>(c), 0x7F);
+}
+
+TEST_F(Exports, ADxfIsReadByAStranger) {
+  onPlan(task("exportdxf", to("file='a' sheetoption='-1'")));
+  writeBytes(out() + "/read.py", R"(import ezdxf
+drawing = ezdxf.readfile("a.dxf")
+print(drawing.dxfversion, len(drawing.audit().errors), "errors")
+for kind in ("LINE", "POLYLINE", "TEXT"):
+    print(kind, len(drawing.modelspace().query(kind)))
+thick = drawing.modelspace().query("POLYLINE")[1]
+print([tuple(round(c, 3) for c in v.dxf.location) for v in thick.vertices], thick.dxf.default_start_width)
+)");
+  EXPECT_EQ("AC1009 0 errors\nLINE 6\nPOLYLINE 2\nTEXT 5\n[(450.0, 30.0, 0.0), (550.0, 30.0, 0.0)] 0.7\n",
+            answerTo("/usr/bin/python3 read.py"));
+}
+
+TEST_F(Exports, APdfHasAllSheetsInTheirSize) {
+  EXPECT_EQ(L"Export 2D PDF file|Exported", onPlan(task("exportpdf2d", to("file='a'"))));
+  EXPECT_THAT(answerTo("qpdf --check a.pdf"), Not(testing::StartsWith("failed")));
+  EXPECT_THAT(answerTo("pdfinfo -l 3 a.pdf"),
+              AllOf(testing::ContainsRegex("Title: +PLAN\n"), testing::ContainsRegex("Subject: +PLAN\n"),
+                    testing::ContainsRegex("Author: +[^ \n]"), testing::ContainsRegex("Pages: +3\n"),
+                    testing::ContainsRegex("Page +1 size: +1190.55 x 841.89 pts"),
+                    testing::ContainsRegex("Page +2 size: +595.27[0-9]* x 841.89 pts")));
+  const std::string words = answerTo("pdftotext -f 2 -l 2 a.pdf -");
+  EXPECT_THAT(words, AllOf(HasSubstr("P-4711"), HasSubstr("Größe 50%%d Ω^"), HasSubstr("turned"),
+                           Not(HasSubstr("first sheet"))));
+  EXPECT_THAT(answerTo("pdffonts a.pdf"), testing::ContainsRegex("FreeSans.*yes yes yes"));
+  // The base line of the first sheet's note, 50 mm above its lower edge: 297 mm less 50 from the upper one.
+  EXPECT_THAT(answerTo("pdftotext -f 1 -l 1 -bbox a.pdf -"),
+              testing::ContainsRegex("xMin=\"113\\.[0-9]+\" yMin=\"69[0-9]\\.[0-9]+\".*>first<"));
+}
+
+struct PdfCase {
+  std::string attributes;
+  std::string command, expected, unexpected;
+};
+
+TEST_F(Exports, OptionsOfAPdfShow) {
+  const PdfCase cases[] = {
+      {"font='1'", "pdffonts a.pdf", "Helvetica +Type 1 .*no", "FreeSans"},
+      {"font='1' archive='true'", "pdffonts a.pdf", "FreeSans", "Helvetica"},
+      {"font='2'", "qpdf --qdf a.pdf -", "\n1 Tr\n", "\n0 Tr\n"},
+      {"", "qpdf --qdf a.pdf -", "\n0 Tr\n", "\n1 Tr\n"},
+      {"", "qpdf --qdf a.pdf -", "0\\.690[0-9]* 0 0 RG", "0\\.206"},
+      {"color='1'", "qpdf --qdf a.pdf -", "0\\.206[0-9]* 0\\.206[0-9]* 0\\.206[0-9]* RG", "0\\.690"},
+      {"color='2'", "qpdf --qdf a.pdf -", "Page", "0\\.690|0\\.206"},
+      {"", "qpdf --qdf a.pdf -", "/Name \\(TABLES\\)", "/Name \\(FORMAT\\)"},
+      {"layer='1'", "qpdf --qdf a.pdf -", "/Name \\(FORMAT\\)", "no such text"},
+      {"layer='2'", "qpdf --qdf a.pdf -", "Page", "OCProperties"},
+      {"linecap='1'", "qpdf --qdf a.pdf -", "\n0 J\n", "\n1 J\n"},
+      {"linejoin='2'", "qpdf --qdf a.pdf -", "\n2 j\n", "\n1 j\n"},
+      {"", "qpdf --qdf a.pdf -", "/Outlines", "no such text"},
+  };
+  for (const PdfCase& entry : cases) {
+    SCOPED_TRACE(entry.attributes + " " + entry.command);
+    World own;
+    writeBytes(own.models() + "/plan.drw.1", kPlan);
+    own.list("list.xml", task("exportpdf2d", "folder='d:' file='a' " + entry.attributes));
+    own.runOn(L"PLAN", creo::ProMdlType::drawing, "list.xml");
+    EXPECT_EQ(L"Export 2D PDF file|Exported", plain(test::told(own.log())));
+    const std::string answer = said("cd '" + own.models() + "' && qpdf --check a.pdf > check && " + entry.command);
+    EXPECT_TRUE(std::regex_search(answer, std::regex(entry.expected)));
+    EXPECT_FALSE(std::regex_search(answer, std::regex(entry.unexpected)));
+  }
+}
+
+TEST_F(Exports, ASheetLargerThanAPageCanBeFails) {
+  writeBytes(world.models() + "/plan.drw.1",
+             R"({"format": 1, "sheets": [{"size": "variableMm", "width": 9000, "height": 250}, {"size": "A4"}]})");
+  EXPECT_EQ(L"Export 2D PDF file|E:Failure -1|Export DXF file|Exported",
+            onPlan(task("exportpdf2d", to("file='a'")) + task("exportdxf", to("file='a'"))));
+  EXPECT_EQ("a.dxf", files());
+  EXPECT_NE(std::wstring::npos,
+            world.messages().find(L"a.pdf: can't be written: SHEET1 measures 9000.0 by 250.0 mm, and "
+                                  L"a page has edges of 2 to 5080 mm"))
+      << text::toUtf8(world.messages());
+}
+
+TEST_F(Exports, AProfileMustBeThere) {
+  writeBytes(world.models() + "/fine.xml", "<profile/>");
+  EXPECT_EQ(L"Export 2D PDF file|Exported|Export 2D PDF file|E:Failure -4|Export 3dPDF|E:failure -4",
+            onPlan(task("exportpdf2d", to("file='a' profile='d:/fine.xml'")) +
+                   task("exportpdf2d", to("file='b' profile='@project_dir@gone.xml'")) +
+                   task("exportpdf", to("file='c' profile='d:/gone.xml'"))));
+  EXPECT_EQ("a.pdf", files());
+}
+
+}  // namespace
+}  // namespace test

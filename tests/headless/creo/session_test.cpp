@@ -1,0 +1,342 @@
+#include "creo/ProMacro.h"
+#include "creo/ProMenu.h"
+#include "creo/ProMessage.h"
+#include "creo/ProServer.h"
+#include "creo/ProSession.h"
+#include "creo/ProUtil.h"
+#include "creo/ProWindow.h"
+#include "creo/pfcSession.h"
+#include "headless/macros/macros.h"
+#include "headless/model/models.h"
+#include "headless/proui/ui.h"
+#include "headless/session/options.h"
+#include "headless/session_fixture.h"
+
+namespace headless {
+namespace {
+
+using namespace creo;
+
+class SessionOfModels : public test::HeadlessSession {
+ protected:
+  SessionOfModels() {
+    model("a.prt.1");
+    model("b.prt.1");
+    model("d.drw.1");
+  }
+  // Every notification is written down as "26:A/1 ".
+  void listen() {
+    for (const int type : {9, 24, 26, 29, 41, 90, 94, 100, 103, 110})
+      ProNotificationSet(ProNotifyType{type}, [this](const ProNotification& told) {
+        heard += std::to_string(static_cast<int>(told.type)) + ":" + text::toUtf8(ProMdlNameGet(told.model).value) +
+                 "/" + std::to_string(told.window) + " ";
+        return ProNoError;
+      });
+  }
+  std::string heardSoFar() {
+    std::string out = std::move(heard);
+    heard.clear();
+    return out;
+  }
+  std::string heard;
+};
+
+TEST_F(SessionOfModels, NotificationsComeOnceControlIsBack) {
+  session();
+  listen();
+  const ProMdl a = session().open(L"A", ProMdlType::part).value;
+  EXPECT_EQ("", heardSoFar());
+  EXPECT_EQ(a, ProMdlCurrentGet().value);
+  session().settle();
+  EXPECT_EQ("110:A/1 41:A/1 90:A/1 26:A/1 ", heardSoFar());
+
+  const ProMdl b = retrieve(L"B");
+  EXPECT_EQ(ProNotFound, ProMdlWindowGet(b).error);
+  const int window = ProObjectwindowCreate(L"B", ProMdlType::part).value;
+  EXPECT_EQ(window, ProMdlWindowGet(b).value);
+  EXPECT_EQ(ProNoError, ProMdlDisplay(b));
+  EXPECT_EQ(ProNoError, ProWindowActivate(window));
+  EXPECT_EQ(a, ProMdlCurrentGet().value) << "the window isn't current before control is back";
+  session().settle();
+  EXPECT_EQ("90:B/2 41:B/2 24:B/2 26:B/2 ", heardSoFar());
+  EXPECT_EQ(b, ProMdlCurrentGet().value);
+
+  EXPECT_EQ(ProNoError, ProWindowActivate(1));
+  EXPECT_EQ(ProNoError, ProWindowCurrentClose());
+  EXPECT_EQ(1, ProWindowCurrentGet().value);
+  ProMdlSave(a);
+  EXPECT_EQ("103:A/0 ", heardSoFar()) << "before the save, at once";
+  session().settle();
+  EXPECT_EQ("26:A/1 29:B/2 ", heardSoFar());
+  EXPECT_EQ(ProNotFound, ProMdlWindowGet(b).error);
+  EXPECT_EQ(ProBadInputs, ProWindowActivate(2));
+  EXPECT_EQ(ProBadInputs, ProWindowCurrentSet(0));
+
+  ProMdlDisplay(b);  // into the current window
+  EXPECT_EQ(b, ProMdlCurrentGet().value);
+  ProMdlErase(b);
+  EXPECT_EQ(ProNotFound, ProMdlCurrentGet().error) << "the window is empty";
+}
+
+TEST_F(SessionOfModels, APersonsCommandsRaiseTheirNotifications) {
+  session();
+  EXPECT_EQ(ProNotFound, session().save());
+  EXPECT_EQ(ProNotFound, session().erase());
+  listen();
+  EXPECT_TRUE(session().create(L"n", ProMdlType::part));
+  session().settle();
+  EXPECT_EQ("100:N/1 41:N/1 90:N/1 26:N/1 ", heardSoFar());
+  EXPECT_EQ(ProNoError, session().save());
+  EXPECT_EQ("a.prt.1 b.prt.1 d.drw.1 n.prt.1", files());
+  EXPECT_EQ(ProNoError, session().erase());
+  EXPECT_EQ("103:N/0 9:N/0 ", heardSoFar()) << "at once";
+  session().settle();
+  EXPECT_EQ("29:/1 ", heardSoFar());
+  session().open(L"D", ProMdlType::drawing);
+  EXPECT_EQ(ProBadInputs, session().regenerate());
+  EXPECT_EQ(ProNoError, session().close());
+  EXPECT_EQ(ProNotFound, session().close());
+  EXPECT_EQ(ProExists, session().create(L"B", ProMdlType::part).error);
+  EXPECT_EQ(ProBadInputs, session().create(L"x/y", ProMdlType::part).error);
+}
+
+TEST_F(SessionOfModels, ListenersHearOfOpeningsAndDisplays) {
+  session();
+  std::string told;
+  pfcSessionActionListener listener;
+  listener.OnAfterModelRetrieveAll = [&](const pfcModelDescriptor& model) { told += text::toUtf8(model.name) + " "; };
+  listener.OnAfterModelDisplay = [&] { told += "shown "; };
+  const int number = pfcSessionActionListenerAdd(listener).value;
+  listener = {};
+  listener.OnAfterModelDisplay = [] { throw std::runtime_error("lost"); };
+  pfcSessionActionListenerAdd(listener);
+  const ProMdl b = retrieve(L"B");
+  session().settle();
+  EXPECT_EQ("", told) << "nobody opened it";
+  session().open(L"A", ProMdlType::part);
+  session().settle();
+  EXPECT_EQ("A shown ", told);
+  EXPECT_EQ("a listener of the session ended with an exception: lost\n", messages());
+  EXPECT_EQ(ProNoError, pfcSessionActionListenerRemove(number));
+  EXPECT_EQ(ProNotFound, pfcSessionActionListenerRemove(number));
+  ProMdlDisplay(b);
+  session().settle();
+  EXPECT_EQ("A shown ", told);
+  EXPECT_EQ(b, ProWindowMdlGet(1).value);
+  EXPECT_EQ(ProBadInputs, ProWindowMdlGet(7).error);
+  EXPECT_EQ(2u, ProSessionMdlList(ProMdlType::part).value.size());
+}
+
+TEST_F(SessionOfModels, WindowsOfClosedOnesAreNotActivated) {
+  session();
+  session().open(L"A", ProMdlType::part);
+  session().open(L"B", ProMdlType::part);
+  session().settle();
+  listen();
+  ProWindowActivate(2);
+  ProWindowCurrentClose();
+  session().settle();
+  EXPECT_EQ("29:B/2 ", heardSoFar());
+}
+
+TEST_F(SessionOfModels, WithoutGraphicsThereAreNoWindowsToActivate) {
+  options.graphics = false;
+  session();
+  EXPECT_EQ(ProNoGraphics, ProWindowActivate(0));
+  EXPECT_EQ(ProNoGraphics, ProObjectwindowCreate(L"A", ProMdlType::part).error);
+  EXPECT_TRUE(session().open(L"A", ProMdlType::part));
+  EXPECT_TRUE(ProMdlCurrentGet());
+}
+
+TEST_F(SessionOfModels, TenThousandActivationsDontRecurse) {
+  session().open(L"A", ProMdlType::part);
+  session().settle();
+  int count = 0;
+  char* lowest = nullptr;
+  ProNotificationSet(ProNotifyType::windowActivated, [&](const ProNotification& told) {
+    char here = 0;
+    if (!lowest) lowest = &here;
+    EXPECT_LT(std::abs(lowest - &here), 4096);
+    ProNotificationUnset(ProNotifyType::windowActivated);
+    if (++count < 10000) {
+      ProNotificationSet(ProNotifyType::windowActivated, [&](const ProNotification&) {
+        ++count;
+        if (count < 10000) ProWindowActivate(1);
+        return ProNoError;
+      });
+      ProWindowActivate(told.window);
+    }
+    return ProNoError;
+  });
+  ProWindowActivate(1);
+  session().settle();
+  EXPECT_EQ(10000, count);
+}
+
+TEST_F(SessionOfModels, ExceptionsOfHandlersBecomeLines) {
+  session().open(L"A", ProMdlType::part);
+  session().settle();
+  ProNotificationSet(ProNotifyType::windowActivated,
+                     [](const ProNotification&) -> ProError { throw std::runtime_error("lost"); });
+  ProWindowActivate(1);
+  ProMacroLoad(L"~ Command `ProCmdViewRepaint`;");
+  session().settle();
+  EXPECT_EQ("the handler of notification 26 ended with an exception: lost\n", messages());
+  EXPECT_EQ(1u, session().ranSteps().size()) << "the rest is worked all the same";
+  EXPECT_EQ(ProNoError, ProNotificationUnset(ProNotifyType::windowActivated));
+  EXPECT_EQ(ProNotFound, ProNotificationUnset(ProNotifyType::windowActivated));
+}
+
+// Waiting steps answer Creo's message dialog; what they don't answer is asked.
+TEST_F(SessionOfModels, AMessageDialogIsAnsweredInAdvance) {
+  session();
+  const auto ask = [] { return ProUIMessageDialogDisplay(L"Title", L"Text", {L"Cancel", L"OK"}).value; };
+  const std::wstring focus = L"~Activate `UI Message Dialog` `UI Message Dialog`;";
+  ProMacroLoad(focus + L"~Activate `UI Message Dialog` `ok`;~ Command `ProCmdViewRepaint`;");
+  EXPECT_EQ(1, ask());
+  EXPECT_TRUE(session().ui().questions().empty());
+  EXPECT_EQ(0, ask());  // the repaint is no answer
+  ProMacroLoad(focus);
+  EXPECT_EQ(0, ask());
+  EXPECT_EQ(2U, session().ui().questions().size());
+  ProMacroLoad(focus);
+  session().settle();
+  EXPECT_EQ(5U, session().ranSteps().size());
+  EXPECT_EQ("", messages());
+}
+
+TEST_F(SessionOfModels, MacrosAreSplitAtSemicolonsOutsideBackquotes) {
+  const std::pair<const wchar_t*, std::vector<std::wstring>> rows[] = {
+      {L"", {}},
+      {L" ; ;", {}},
+      {L"~ Command `A;B` ;~ Activate `x` `y` 1;\n rest", {L"~ Command `A;B`", L"~ Activate `x` `y` 1", L"rest"}},
+      {L"~ Command `open;", {L"~ Command `open;"}}};
+  for (const auto& [text, steps] : rows) EXPECT_EQ(steps, macroSteps(text)) << text::toUtf8(text);
+}
+
+TEST_F(SessionOfModels, KnownStepsActAndOthersAreReportedOnce) {
+  session();
+  listen();
+  EXPECT_EQ(ProNotFound, ProMacroExecute());
+  session().open(L"A", ProMdlType::part);
+  ProMacroLoad(L"~ Command `ProCmdDwgTblRegUpd`;");
+  ProMacroExecute();
+  EXPECT_EQ("", heardSoFar()) << "no drawing is current";
+  session().open(L"D", ProMdlType::drawing);
+  ProMacroLoad(L"~ Command `ProCmdDwgUpdateSheets` ;~ Command `ProCmdDwgRegenDraft` ;~ Command `ProCmdDwgTblRegUpd`;");
+  ProMacroExecute();
+  EXPECT_EQ("94:D/2 ", heardSoFar());
+  ProMacroLoad(L"~ Activate `main_dlg_cur` `page_Table_control_btn` 1;~ Trail;~ Command `ProCmdOther`;~ Trail");
+  session().settle();
+  EXPECT_EQ(L"page_Table", session().pageControl());
+  EXPECT_EQ((std::vector<std::wstring>{L"~ Trail", L"~ Command `ProCmdOther`"}), session().unknownSteps());
+  EXPECT_EQ("unknown macro step: ~ Trail\nunknown macro step: ~ Command `ProCmdOther`\n", messages());
+  EXPECT_EQ(8u, session().ranSteps().size());
+}
+
+TEST_F(SessionOfModels, ArrangedFaultsAndCounts) {
+  const ProMdl a = retrieve(L"A");
+  session().failNext("ProMdlSave", ProUnattachedFeats);
+  session().failNext("ProMdlSave", ProNotFound);
+  EXPECT_EQ(ProUnattachedFeats, ProMdlSave(a));
+  EXPECT_EQ(ProNotFound, ProMdlSave(a));
+  EXPECT_EQ(ProNoError, ProMdlSave(a));
+  EXPECT_EQ("a.prt.1 a.prt.2 b.prt.1 d.drw.1", files());
+  EXPECT_EQ(3, session().calls("ProMdlSave"));
+  EXPECT_EQ(0, session().calls("ProMdlErase"));
+  session().failEvery(3);
+  std::string results;
+  for (int i = 0; i < 7; ++i) results += ProMdlNameGet(a) ? "." : "x";
+  EXPECT_EQ("..x..x.", results);
+  session().failEvery(0);
+  EXPECT_TRUE(ProMdlNameGet(a));
+}
+
+struct Watching : SessionObserver {
+  std::string seen;
+  void message(const std::wstring& text) override { seen += "message " + text::toUtf8(text) + "\n"; }
+  void saved(const SavedDocument& document) override { seen += "saved " + text::toUtf8(document.path) + "\n"; }
+  void operation(std::string_view name, int result, long long taken) override {
+    seen += std::string(name) + " " + std::to_string(result) + (taken > 0 ? "\n" : " in no time\n");
+  }
+};
+
+TEST_F(SessionOfModels, ObserversSeeOperationsWithTheirResults) {
+  Watching watching;
+  const ProMdl a = retrieve(L"A");
+  session().observe(&watching);
+  ProMdlSave(a);
+  session().trace(true);
+  ProMdlRetrieve(L"NONE", ProMdlType::part);
+  session().failNext("ProMdlErase", ProUserAbort);
+  ProMdlErase(a);
+  session().showMessage(L"Ä");
+  session().observe(nullptr);
+  ProMdlErase(a);
+  EXPECT_EQ("saved d:\\models\\a.prt.2\nProMdlRetrieve -4\nProMdlErase -3\nmessage Ä\n", watching.seen);
+}
+
+TEST_F(SessionOfModels, CommandsOfTheMenu) {
+  session();
+  int runs = 0, access = kCommandAvailable;
+  EXPECT_EQ(ProNoError, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"kvusermsg.txt"));
+  EXPECT_EQ(ProExists, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"kvusermsg.txt"));
+  const ProCommand start = ProCmdActionAdd(
+                               "Start", [&] { ++runs; }, [&] { return access; })
+                               .value;
+  const ProCommand bad = ProCmdActionAdd(
+                             "Bad", [] { throw std::runtime_error("no"); }, nullptr)
+                             .value;
+  EXPECT_EQ(ProNotFound, ProMenubarmenuPushbuttonAdd("Other", "b", "l", "h", L"kvusermsg.txt", start));
+  EXPECT_EQ(ProNoError, ProMenubarmenuPushbuttonAdd("Menu", "b", "l", "h", L"kvusermsg.txt", start));
+  EXPECT_EQ(ProNoError, ProCmdDesignate(bad, "l", "h", "d", L"kvusermsg.txt"));
+  ProCmdActionAdd("Hidden", nullptr, nullptr);
+  EXPECT_EQ(ProBadInputs, ProCmdDesignate(ProCommand{99}, "l", "h", "d", L"kvusermsg.txt"));
+  EXPECT_EQ(ProNotFound, ProCmdIconSet(start, "none.png"));
+  EXPECT_EQ((std::vector<std::string>{"Start", "Bad"}), session().commands());
+  EXPECT_EQ(ProNoError, session().runCommand("Start"));
+  access = 2;
+  EXPECT_EQ(ProGeneralError, session().runCommand("Start"));
+  EXPECT_EQ(1, runs);
+  EXPECT_EQ(ProNotFound, session().runCommand("None"));
+  EXPECT_EQ(ProNoError, session().runCommand("Hidden"));
+  EXPECT_EQ(ProGeneralError, session().runCommand("Bad"));
+  EXPECT_EQ("the command Bad ended with an exception: no\n", messages());
+}
+
+TEST_F(SessionOfModels, MessageFilesAndSettings) {
+  write("text/usascii/kvusermsg.txt", "KVD Line\r\n%CIsaid %0s\r\n#\r\n#\r\nKVD Two\r\nzwei\r\n#\r\n#\r\n");
+  write("config.pro", "! comment\nsearch_path d:\\a\n\nSEARCH_PATH   d:\\b c  \nbare\n");
+  session();
+  EXPECT_EQ(ProNoError, ProMessageDisplay(L"kvusermsg.txt", "KVD Line", L"100% ä"));
+  EXPECT_EQ("said 100% ä\n", messages());
+  EXPECT_EQ(L"zwei", ProMessageToBuffer(L"kvusermsg.txt", "KVD Two").value);
+  EXPECT_EQ(ProNotFound, ProMessageToBuffer(L"kvusermsg.txt", "zwei").error);
+  EXPECT_EQ(ProNotFound, ProMessageDisplay(L"none.txt", "KVD Two", L""));
+  EXPECT_EQ(ProNotFound, ProInputFileRead({}, L"d:\\none.pro", ProInputFileType::configuration));
+  EXPECT_EQ(ProNoError, ProInputFileRead({}, L"d:\\config.pro", ProInputFileType::configuration));
+  const ConfigOptions& settings = session().configuration();
+  EXPECT_EQ((std::vector<std::wstring>{L"d:\\a", L"d:\\b c"}), settings.values(L"Search_Path"));
+  EXPECT_EQ(std::vector<std::wstring>{L""}, settings.values(L"bare"));
+  EXPECT_EQ(L"d:\\text\\", ProToolkitApplTextPathGet().value);
+  EXPECT_EQ(ProNotFound, ProServerActiveGet().error);
+}
+
+TEST_F(SessionOfModels, AnEndlessLoopOfEventsEnds) {
+  session().open(L"A", ProMdlType::part);
+  ProNotificationSet(ProNotifyType::windowActivated,
+                     [](const ProNotification& told) { return ProWindowActivate(told.window); });
+  EXPECT_THROW(session().settle(), std::runtime_error);
+}
+
+TEST(SessionOfTheProcess, ThereIsOneAtATime) {
+  EXPECT_EQ(nullptr, Session::currentOrNull());
+  EXPECT_THROW(Session::current(), std::logic_error);
+  EXPECT_EQ(ProGeneralError, ProMdlRetrieve(L"A", ProMdlType::part).error);
+  Session first(SessionOptions{});
+  EXPECT_THROW(Session second(SessionOptions{}), std::logic_error);
+  EXPECT_EQ(&first, Session::currentOrNull());
+}
+
+}  // namespace
+}  // namespace headless

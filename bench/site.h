@@ -11,8 +11,8 @@
 
 #include "headless/proui/ui.h"
 #include "headless/session.h"
-#include "kelvane/package_source.h"
-#include "kelvane/packing.h"
+#include "kelvane/package/packing.h"
+#include "kelvane/package/source.h"
 #include "os/surroundings.h"
 
 namespace bench {

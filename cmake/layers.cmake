@@ -77,9 +77,23 @@ target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR
 add_dependencies(kelvane_user kelvane-import)
 set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
 
-file(GLOB kelvane_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/apps/kelvane/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/*.h
-  ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.cpp ${CMAKE_SOURCE_DIR}/apps/kelvane/ui/*.h)
-list(FILTER kelvane_sources EXCLUDE REGEX "/main\\.cpp$")
+# The floors of the program, from the ground up: what all of it needs; then one subject a floor; on top a file a verb.
+kvd_layer(kelvane_base TREE apps FOLDERS kelvane/base LINKS kvd_os kvd_text)
+kvd_layer(kelvane_log TREE apps FOLDERS kelvane/log LINKS kelvane_base kvd_language nlohmann_json::nlohmann_json)
+kvd_layer(kelvane_show TREE apps FOLDERS kelvane/show LINKS kelvane_log creo_headless PRIVATE_LINKS kvd_actions)
+kvd_layer(kelvane_vocabulary TREE apps FOLDERS kelvane/vocabulary LINKS kelvane_base kvd_actions
+  nlohmann_json::nlohmann_json)
+kvd_layer(kelvane_package TREE apps FOLDERS kelvane/package LINKS kelvane_base PRIVATE_LINKS kvd_documents
+  PkgConfig::LIBZIP)
+kvd_layer(kelvane_check TREE apps FOLDERS kelvane/check LINKS kelvane_package kelvane_vocabulary
+  PRIVATE_LINKS kelvane_log)
+kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_check kelvane_show kvd_run)
+kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run)
+kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS PkgConfig::HTTPLIB PkgConfig::CRYPTO)
+kvd_layer(kelvane_verbs TREE apps FOLDERS kelvane
+  WITHOUT kelvane/base kelvane/log kelvane/show kelvane/vocabulary kelvane/package kelvane/check kelvane/run kelvane/watch
+          kelvane/ui kelvane/main.cpp
+  LINKS kelvane_watch kelvane_ui kvd_plugin PRIVATE_LINKS CLI11::CLI11)
 # The page of `kelvane ui` is part of the program.
 set(kelvane_web_folder ${CMAKE_SOURCE_DIR}/apps/kelvane/web)
 file(GLOB kelvane_web CONFIGURE_DEPENDS ${kelvane_web_folder}/*)
@@ -89,10 +103,7 @@ add_custom_command(OUTPUT ${kelvane_web_source}
   COMMAND ${CMAKE_COMMAND} -DFOLDER=${kelvane_web_folder} "-DSCRIPTS=${kelvane_web_scripts}" -DOUTPUT=${kelvane_web_source}
     -P ${CMAKE_SOURCE_DIR}/cmake/embed.cmake
   DEPENDS ${kelvane_web} ${CMAKE_SOURCE_DIR}/cmake/embed.cmake VERBATIM)
-add_library(kelvane_verbs STATIC ${kelvane_sources} ${kelvane_web_source} ${CMAKE_BINARY_DIR}/empty.cpp)
-kvd_include_path(kelvane_verbs PUBLIC apps kelvane)
-target_precompile_headers(kelvane_verbs REUSE_FROM kvd_pch)
-target_link_libraries(kelvane_verbs PUBLIC kvd_plugin creo_headless PRIVATE kvd_flags CLI11::CLI11 PkgConfig::LIBZIP PkgConfig::HTTPLIB PkgConfig::CRYPTO)
+target_sources(kelvane_ui PRIVATE ${kelvane_web_source})
 add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)
 target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
 set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

@@ -60,22 +60,26 @@ function(kvd_include_path name visibility tree)
   target_include_directories(${name} ${visibility} ${place})
 endfunction()
 
-# kvd_layer(NAME FOLDERS... [WITHOUT folders...] [HEADERS files...] [LINKS targets...] [PRIVATE_LINKS targets...]): a
-# static library of all sources of these folders of src, and of those inside them. It includes itself, these headers and
-# what it links.
+# kvd_layer(NAME FOLDERS... [TREE tree] [WITHOUT folders or files...] [HEADERS files...] [LINKS targets...] [PRIVATE_LINKS targets...]): a
+# static library of all sources of these folders of a tree (src where none is said), and of those inside them. It includes
+# itself and what it links.
 function(kvd_layer name)
-  cmake_parse_arguments(ARG "" "" "FOLDERS;HEADERS;LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
+  cmake_parse_arguments(ARG "" "TREE" "FOLDERS;HEADERS;LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
+  if(NOT ARG_TREE)
+    set(ARG_TREE src)
+  endif()
   set(sources "")
   foreach(folder ${ARG_FOLDERS})
-    file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/src/${folder}/*.h)
+    set(place ${CMAKE_SOURCE_DIR}/${ARG_TREE}/${folder})
+    file(GLOB_RECURSE found CONFIGURE_DEPENDS ${place}/*.cpp ${place}/*.h)
     list(APPEND sources ${found})
   endforeach()
-  foreach(folder ${ARG_WITHOUT})
-    list(FILTER sources EXCLUDE REGEX "/src/${folder}/")
+  foreach(path ${ARG_WITHOUT})
+    list(FILTER sources EXCLUDE REGEX "/${ARG_TREE}/${path}(/|$)")
   endforeach()
   add_library(${name} STATIC ${sources} ${CMAKE_BINARY_DIR}/empty.cpp)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
-  kvd_include_path(${name} PUBLIC src ${ARG_FOLDERS} ${ARG_HEADERS})
+  kvd_include_path(${name} PUBLIC ${ARG_TREE} ${ARG_FOLDERS} ${ARG_HEADERS})
   target_precompile_headers(${name} REUSE_FROM kvd_pch)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE kvd_flags ${ARG_PRIVATE_LINKS})
 endfunction()

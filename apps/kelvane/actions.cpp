@@ -1,7 +1,7 @@
 // kelvane actions: the actions that lists can hold.
 #include "actions/dispatch.h"
-#include "kelvane/vocabulary_verb.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/vocabulary/verb.h"
+#include "kelvane/vocabulary/words.h"
 
 namespace kelvane {
 namespace {

@@ -4,13 +4,13 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "kelvane/baseline.h"
-#include "kelvane/config_check.h"
-#include "kelvane/fault.h"
-#include "kelvane/package_check.h"
-#include "kelvane/package_mend.h"
-#include "kelvane/places.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/check/baseline.h"
+#include "kelvane/check/config_check.h"
+#include "kelvane/check/package_check.h"
+#include "kelvane/check/package_mend.h"
 #include "os/text_files.h"
 
 namespace kelvane {

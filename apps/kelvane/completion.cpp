@@ -1,9 +1,9 @@
 // kelvane completion: what a shell needs to complete the program's words, made from the verbs' own rows.
 #include <set>
 
-#include "kelvane/finding.h"
 #include "kelvane/verb_table.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/vocabulary/rules.h"
+#include "kelvane/vocabulary/words.h"
 
 namespace kelvane {
 namespace {

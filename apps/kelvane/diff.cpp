@@ -1,12 +1,12 @@
 // kelvane diff: two folders of models by content; history and version numbers are no difference.
 #include <nlohmann/json.hpp>
 
-#include "kelvane/changes.h"
-#include "kelvane/columns.h"
-#include "kelvane/fault.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/places.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/columns.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/show/changes.h"
+#include "kelvane/show/model_folder.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 

@@ -1,9 +1,9 @@
 // kelvane explain: what a rule of the check finds, and why that matters.
-#include "kelvane/fault.h"
-#include "kelvane/finding.h"
-#include "kelvane/nearest.h"
-#include "kelvane/verb.h"
-#include "kelvane/vocabulary.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/vocabulary/rules.h"
+#include "kelvane/vocabulary/vocabulary.h"
 
 namespace kelvane {
 namespace {

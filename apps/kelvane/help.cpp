@@ -2,12 +2,12 @@
 // the program's.
 #include "actions/dispatch.h"
 #include "documents/predicate_table.h"
-#include "kelvane/fault.h"
-#include "kelvane/finding.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
 #include "kelvane/verb_table.h"
-#include "kelvane/vocabulary_verb.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/vocabulary/rules.h"
+#include "kelvane/vocabulary/verb.h"
+#include "kelvane/vocabulary/words.h"
 
 namespace kelvane {
 namespace {

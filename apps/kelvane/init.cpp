@@ -1,11 +1,11 @@
 // kelvane init: the folder of a package that runs, for one's own lists to begin with.
 #include <filesystem>
 
-#include "kelvane/fault.h"
-#include "kelvane/package_source.h"
-#include "kelvane/places.h"
-#include "kelvane/relax_ng.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/package/source.h"
+#include "kelvane/vocabulary/relax_ng.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 

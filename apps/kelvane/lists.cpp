@@ -1,9 +1,9 @@
 // kelvane lists: the action lists of a package, with their descriptions.
 #include <nlohmann/json.hpp>
 
-#include "kelvane/package_source.h"
-#include "kelvane/questions.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/package/source.h"
+#include "kelvane/run/questions.h"
 #include "text/encoding.h"
 #include "text/pieces.h"
 

@@ -1,8 +1,8 @@
 // kelvane log: a run's log as an indented tree.
-#include "kelvane/fault.h"
-#include "kelvane/log_lines.h"
-#include "kelvane/places.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/log/lines.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 

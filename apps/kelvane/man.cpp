@@ -1,6 +1,7 @@
 // kelvane man: the manual's pages, made from the verbs' own rows.
-#include "kelvane/fault.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/version.h"
 #include "kelvane/verb_table.h"
 
 namespace kelvane {

@@ -2,10 +2,10 @@
 #include <nlohmann/json.hpp>
 
 #include "headless/model/models.h"
-#include "kelvane/columns.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/values.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/columns.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/show/model_folder.h"
+#include "kelvane/show/values.h"
 #include "text/encoding.h"
 
 namespace kelvane {

@@ -1,8 +1,8 @@
 // kelvane pack: a folder becomes a package.
-#include "kelvane/fault.h"
-#include "kelvane/packing.h"
-#include "kelvane/places.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/package/packing.h"
 #include "os/surroundings.h"
 
 namespace kelvane {

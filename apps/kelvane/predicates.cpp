@@ -1,7 +1,7 @@
 // kelvane predicates: what the items of filters can ask.
 #include "documents/predicate_table.h"
-#include "kelvane/vocabulary_verb.h"
-#include "kelvane/vocabulary_words.h"
+#include "kelvane/vocabulary/verb.h"
+#include "kelvane/vocabulary/words.h"
 
 namespace kelvane {
 namespace {

@@ -3,9 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "kelvane/fault.h"
-#include "kelvane/interrupt.h"
-#include "kelvane/nearest.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/base/nearest.h"
+#include "kelvane/base/version.h"
 #include "kelvane/verb_table.h"
 #include "os/surroundings.h"
 #include "plugin/action_table.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/console.h"
+#include "kelvane/base/console.h"
 
 namespace kelvane {
 

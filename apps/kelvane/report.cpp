@@ -2,12 +2,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "kelvane/columns.h"
-#include "kelvane/display_width.h"
-#include "kelvane/escapes.h"
-#include "kelvane/report_file.h"
-#include "kelvane/verb.h"
-#include "kelvane/words.h"
+#include "kelvane/base/columns.h"
+#include "kelvane/base/display_width.h"
+#include "kelvane/base/escapes.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/base/words.h"
+#include "kelvane/log/report_file.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/pieces.h"

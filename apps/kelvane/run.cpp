@@ -1,7 +1,7 @@
 // kelvane run: a list of a package on the models of a folder.
-#include "kelvane/run_option_rows.h"
-#include "kelvane/run_work.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/run/option_rows.h"
+#include "kelvane/run/work.h"
 
 namespace kelvane {
 namespace {

@@ -1,7 +1,7 @@
 // kelvane schema: what documents are made of, for editors that complete and check while one types.
 #include "headless/store/document.h"
-#include "kelvane/relax_ng.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/vocabulary/relax_ng.h"
 
 namespace kelvane {
 namespace {

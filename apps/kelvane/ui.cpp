@@ -1,8 +1,8 @@
 // kelvane ui: the dialogs of the plug-in in a browser.
-#include "kelvane/fault.h"
-#include "kelvane/run_option_rows.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/run/option_rows.h"
 #include "kelvane/ui/view.h"
-#include "kelvane/verb.h"
 
 namespace kelvane {
 namespace {

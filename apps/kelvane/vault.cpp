@@ -5,12 +5,12 @@
 #include <nlohmann/json.hpp>
 
 #include "headless/model/models.h"
-#include "kelvane/columns.h"
-#include "kelvane/fault.h"
-#include "kelvane/model_folder.h"
-#include "kelvane/places.h"
-#include "kelvane/vault_place.h"
-#include "kelvane/verb.h"
+#include "kelvane/base/columns.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/run/vault_place.h"
+#include "kelvane/show/model_folder.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"

@@ -5,11 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "kelvane/verb.h"
+#include "kelvane/base/verb.h"
 
 namespace kelvane {
-
-inline constexpr const char* kVersion = "8.0.1.1";
 
 std::span<const VerbRow> verbRows();
 // All that 'kelvane help' knows: the keys of actions and filters, rules of the check, verbs.

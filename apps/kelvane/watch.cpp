@@ -1,7 +1,7 @@
 // kelvane watch: models opened, saved and regenerated as told, with the triggers of the configuration hung in.
-#include "kelvane/run_option_rows.h"
-#include "kelvane/verb.h"
-#include "kelvane/watch_work.h"
+#include "kelvane/base/verb.h"
+#include "kelvane/run/option_rows.h"
+#include "kelvane/watch/work.h"
 
 namespace kelvane {
 namespace {

@@ -4,7 +4,7 @@
 #include "headless/proui/ui.h"
 #include "headless/session/menu.h"
 #include "headless/session/windows.h"
-#include "kelvane/model_folder.h"
+#include "kelvane/show/model_folder.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/units.h"

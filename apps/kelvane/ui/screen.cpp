@@ -5,9 +5,9 @@
 
 #include "core/state.h"
 #include "creo/ProUITable.h"
-#include "kelvane/interrupt.h"
-#include "kelvane/places.h"
-#include "kelvane/run_watch.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/base/places.h"
+#include "kelvane/run/watch.h"
 #include "kelvane/ui/user_actions.h"
 #include "os/surroundings.h"
 #include "run/model_table.h"

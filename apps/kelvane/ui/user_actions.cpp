@@ -5,8 +5,8 @@
 
 #include "creo/ProWindow.h"
 #include "headless/proui/ui.h"
-#include "kelvane/fault.h"
-#include "kelvane/model_folder.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/show/model_folder.h"
 #include "text/encoding.h"
 
 namespace kelvane::view {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "kelvane/console.h"
-#include "kelvane/run_options.h"
+#include "kelvane/base/console.h"
+#include "kelvane/run/options.h"
 
 namespace kelvane::view {
 

@@ -1,6 +1,6 @@
 #include "kelvane/ui/written.h"
 
-#include "kelvane/places.h"
+#include "kelvane/base/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 

@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "kelvane/recorded_files.h"
+#include "kelvane/run/recorded_files.h"
 #include "os/processes.h"
 
 namespace kelvane::view {

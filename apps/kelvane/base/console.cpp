@@ -1,0 +1,102 @@
+#include "kelvane/base/console.h"
+
+#include "kelvane/base/escapes.h"
+#include "os/processes.h"
+
+namespace kelvane {
+namespace {
+
+constexpr const char* kEraseLine = "\r\x1b[K";
+// Stands for a colour's own sequence, with the colour's digit behind it, until what is shown has been escaped. No text
+// holds this byte.
+constexpr char kInkMark = '\xFF';
+
+const char* code(Ink ink) {
+  switch (ink) {
+    case Ink::bold:
+      return "\x1b[1m";
+    case Ink::dim:
+      return "\x1b[2m";
+    case Ink::red:
+      return "\x1b[31m";
+    case Ink::green:
+      return "\x1b[32m";
+    case Ink::yellow:
+      return "\x1b[33m";
+    case Ink::cyan:
+      return "\x1b[36m";
+    case Ink::plain:
+      break;
+  }
+  return "\x1b[0m";
+}
+
+std::string marked(Ink ink) { return {kInkMark, static_cast<char>('0' + static_cast<int>(ink))}; }
+
+std::string withInks(const std::string& text) {
+  constexpr char kLast = static_cast<char>('0' + static_cast<int>(Ink::cyan));
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isInk = text[i] == kInkMark && i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= kLast;
+    if (isInk) {
+      result += code(static_cast<Ink>(text[++i] - '0'));
+    } else {
+      result += text[i];
+    }
+  }
+  return result;
+}
+
+std::string shownLine(std::string_view line) { return withInks(withEscapes(line)) + '\n'; }
+
+}  // namespace
+
+std::ostream& Console::clearedErr() {
+  if (passing_) err_ << kEraseLine;
+  passing_ = false;
+  return err_;
+}
+
+void Console::result(std::string_view line) {
+  if (passing_) clearedErr() << std::flush;
+  out_ << shownLine(line);
+}
+
+void Console::resultLines(std::string_view text) {
+  if (passing_) clearedErr() << std::flush;
+  out_ << withInks(escapedLines(text)) << '\n';
+}
+
+void Console::resultJson(std::string_view text) {
+  if (passing_) clearedErr() << std::flush;
+  out_ << escapedJson(text) << '\n';
+}
+
+void Console::note(std::string_view line) {
+  if (!quiet_) clearedErr() << shownLine(line);
+}
+
+void Console::trouble(std::string_view line) { clearedErr() << shownLine(line); }
+
+void Console::passing(std::string_view line) {
+  if (!live()) return;
+  err_ << kEraseLine << withInks(withEscapes(line)) << std::flush;
+  passing_ = true;
+}
+
+void Console::flush() {
+  out_ << std::flush;
+  clearedErr() << std::flush;
+}
+
+std::string Console::inked(Ink ink, std::string_view text) const {
+  if (!colours_ || ink == Ink::plain) return std::string(text);
+  return marked(ink).append(text).append(marked(Ink::plain));
+}
+
+void Console::colours(const std::string& when, bool outIsTerminal) {
+  const auto refused = os::environment(L"NO_COLOR");
+  colours_ = when == "always" || (when == "auto" && outIsTerminal && (!refused || refused->empty()));
+}
+
+}  // namespace kelvane

@@ -1,0 +1,71 @@
+#include "kelvane/base/places.h"
+
+#include <filesystem>
+
+#include "kelvane/base/fault.h"
+#include "kelvane/base/hash.h"
+#include "os/processes.h"
+#include "os/program.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string variable(std::wstring_view name) {
+  const auto value = os::environment(name);
+  return value ? text::toUtf8(*value) : std::string();
+}
+
+fs::path cacheFolder() {
+  if (const std::string cache = variable(L"XDG_CACHE_HOME"); cache.starts_with('/')) return cache;
+  if (const std::string home = variable(L"HOME"); !home.empty()) return fs::path(home) / ".cache";
+  return fs::temp_directory_path();
+}
+
+bool isInstallation(const fs::path& folder) {
+  std::error_code error;
+  return fs::is_directory(folder / "text", error);
+}
+
+}  // namespace
+
+std::wstring systemPath(const std::string& argument) {
+  return os::mounts().system(fs::absolute(argument).lexically_normal().string());
+}
+
+std::wstring systemFolder(const std::string& argument) {
+  const std::wstring path = systemPath(argument);
+  if (!os::files().exists(path)) throw Fault("there is no folder " + argument);
+  if (!os::files().isFolder(path)) throw Fault(argument + " is no folder");
+  return os::asFolder(path);
+}
+
+std::string shown(std::wstring_view path) { return os::mounts().machine(path); }
+
+std::string installationFolder() {
+  if (std::string set = variable(L"KELVANE_INSTALLATION"); !set.empty()) {
+    if (!isInstallation(set)) throw Fault("KELVANE_INSTALLATION names " + set + ", which has no folder 'text'");
+    return set;
+  }
+  // Beside the program when it is installed, above it in a build tree.
+  for (fs::path folder = fs::path(os::programFile()).parent_path(); !folder.empty(); folder = folder.parent_path()) {
+    for (const char* name : {"installation", "share/kelvane"}) {
+      if (isInstallation(folder / name)) return (folder / name).string();
+    }
+    if (folder == folder.root_path()) break;
+  }
+  throw Fault("the folder 'installation' isn't found; set KELVANE_INSTALLATION");
+}
+
+std::string workFolder(const std::string& models) {
+  const fs::path folder = cacheFolder() / "kelvane" / hexHash(fs::canonical(models).string());
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (error) throw Fault("the temp folder " + folder.string() + " can't be made: " + error.message());
+  return folder.string();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,148 @@
+#include "kelvane/package/place.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "kelvane/base/fault.h"
+#include "kelvane/base/hash.h"
+#include "kelvane/package/packing.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string bytesOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void addState(Hash& hash, const fs::path& path) {
+  hash.add(path.generic_string());
+  hash.add(std::to_string(fs::file_size(path)));
+  hash.add(std::to_string(fs::last_write_time(path).time_since_epoch().count()));
+}
+
+// Tells one state of a package from another without reading it.
+std::string stateOf(const fs::path& path, const PackageSource& package) {
+  Hash hash;
+  if (!fs::is_directory(path)) {
+    addState(hash, fs::absolute(path));
+  } else {
+    for (const std::string& member : package.members()) {
+      addState(hash, fs::absolute(path / member));
+      hash.add(package.isExecutable(member) ? "x" : "");
+    }
+  }
+  return hash.hex();
+}
+
+// The time of the newest file, in whole seconds.
+fs::file_time_type timeOf(const fs::path& path, const PackageSource& package) {
+  fs::file_time_type newest = fs::file_time_type::min();
+  for (const std::string& member : package.members()) newest = std::max(newest, fs::last_write_time(path / member));
+  return std::chrono::floor<std::chrono::seconds>(newest);
+}
+
+void write(const fs::path& target, const std::string& bytes) {
+  std::ofstream file(target, std::ios::binary | std::ios::trunc);
+  file << bytes << std::flush;
+  if (!file) throw Fault(target.string() + " can't be written");
+}
+
+constexpr std::size_t kMostAside = 16;  // packages
+
+fs::path shownIn(const std::string& work) { return fs::path(work) / "packages"; }
+fs::path asideIn(const std::string& work) { return fs::path(work) / "aside"; }
+fs::path noteOf(const std::string& work, const std::string& name) { return fs::path(work) / (name + ".state"); }
+
+void forgetUnpacked(const std::string& name) {
+  const std::wstring folder = L"t:\\open_kvz_" + text::fromUtf8(name.substr(0, name.size() - 4)) + L"\\";
+  if (const auto error = os::files().removeFolder(folder, L"t:\\")) {
+    throw Fault("what was unpacked before can't be removed: " + error.message());
+  }
+}
+
+// The oldest of what stands aside goes, with what was unpacked of it.
+void boundAside(const std::string& work) {
+  std::vector<std::pair<fs::file_time_type, std::string>> all;
+  for (const auto& entry : fs::directory_iterator(asideIn(work))) {
+    const std::string name = entry.path().filename().string();
+    std::error_code error;
+    const auto used = fs::last_write_time(noteOf(work, name), error);
+    all.emplace_back(error ? fs::file_time_type::min() : used, name);
+  }
+  std::sort(all.begin(), all.end());
+  for (std::size_t i = 0; i + kMostAside < all.size(); ++i) {
+    const std::string& name = all[i].second;
+    forgetUnpacked(name);
+    fs::remove(noteOf(work, name));
+    fs::remove_all(asideIn(work) / name);
+  }
+}
+
+// Shows these alone. The others stand aside with their times, so that they needn't be unpacked anew when they are
+// wanted again.
+void showOnly(const std::string& work, const std::set<std::string>& names) {
+  fs::create_directories(asideIn(work));
+  for (const auto& entry : fs::directory_iterator(shownIn(work))) {
+    const fs::path name = entry.path().filename();
+    if (!names.contains(name.string())) fs::rename(entry.path(), asideIn(work) / name);
+  }
+  for (const std::string& name : names) {
+    const fs::path aside = asideIn(work) / name;
+    if (fs::exists(aside)) fs::rename(aside, shownIn(work) / name);
+  }
+  boundAside(work);
+}
+
+void placeOne(const fs::path& source, const PackageSource& package, const std::string& work) {
+  const std::string name = packageFileName(source.string());
+  const fs::path target = shownIn(work) / name, note = noteOf(work, name);
+  const std::string state = name + " " + stateOf(source, package);
+  if (fs::exists(target) && bytesOf(note) == state) return write(note, state);  // used now
+
+  fs::remove(note);  // a run that breaks off here leaves nothing that looks finished
+  const bool isFolder = fs::is_directory(source);
+  const std::string bytes = isFolder ? packed(package) : bytesOf(source);
+  if (!fs::exists(target) || bytesOf(target) != bytes) {
+    forgetUnpacked(name);
+    fs::remove(target);
+    write(target, bytes);
+    fs::last_write_time(target, isFolder ? timeOf(source, package) : fs::last_write_time(source));
+  }
+  write(note, state);
+}
+
+}  // namespace
+
+void placePackage(const std::string& path, const PackageSource& package, const std::string& work) {
+  showOnly(work, {packageFileName(path)});
+  placeOne(path, package, work);
+}
+
+std::vector<std::string> placePackages(const std::string& folder, const std::string& work) {
+  std::vector<fs::path> sources;
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    if (isPackage(entry.path().string()) && names.insert(packageFileName(entry.path().string())).second)
+      sources.push_back(entry.path());
+  }
+  showOnly(work, names);
+  std::vector<std::string> faults;
+  for (const fs::path& source : sources) {
+    try {
+      placeOne(source, *openPackage(source.string()), work);
+    } catch (const std::exception& fault) {
+      faults.push_back(source.filename().string() + ": " + fault.what());
+    }
+  }
+  return faults;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,56 @@
+// What of a run may leave the process: programs that its list starts, and addresses on the web that it asks.
+#pragma once
+
+#include "kelvane/run/options.h"
+#include "os/doors.h"
+#include "os/surroundings.h"
+#include "os/web.h"
+
+namespace kelvane {
+
+// A run at a desk opens its report behind it; here that would be one window for each of many runs.
+class SilentOpener : public os::Processes {
+ public:
+  explicit SilentOpener(std::shared_ptr<os::Processes> under) : under_(std::move(under)) {}
+
+ private:
+  std::error_code doOpen(std::wstring_view /*path*/) override { return {}; }
+  os::Result<int> doRun(std::wstring_view command, std::wstring_view folder) override {
+    return under_->run(command, folder);
+  }
+  std::error_code doStart(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) override {
+    return under_->start(program, arguments, folder);
+  }
+
+  std::shared_ptr<os::Processes> under_;
+};
+
+// The doors as the options say, until the run is over. A dry run asks nothing and starts nothing; what is refused
+// anyway is refused there too.
+class RunDoors {
+ public:
+  explicit RunDoors(const RunOptions& options) : processes_(os::surroundings().processes) {
+    const os::Door open = options.dryRun ? os::Door::withheld : os::Door::open;
+    os::doors() = {options.noPrograms ? os::Door::closed : open, {}};
+    if (options.noWeb) web_ = std::make_shared<os::WithheldWeb>("this run asks nothing of the web");
+    if (!web_ && options.dryRun) web_ = requests_ = std::make_shared<os::WithheldWeb>("");
+    if (web_) webGuard_.emplace(web_);
+    os::surroundings().processes = std::make_shared<SilentOpener>(processes_);
+  }
+  ~RunDoors() { os::surroundings().processes = processes_; }
+  RunDoors(const RunDoors&) = delete;
+  RunDoors& operator=(const RunDoors&) = delete;
+  // Lines of what a dry run withheld.
+  [[nodiscard]] static const std::vector<std::wstring>& withheld() { return os::doors().noted; }
+  [[nodiscard]] std::vector<std::string> requests() const {
+    return requests_ ? requests_->asked() : std::vector<std::string>();
+  }
+
+ private:
+  os::DoorsGuard doors_;
+  std::shared_ptr<os::Processes> processes_;
+  std::shared_ptr<os::WithheldWeb> web_, requests_;  // none: the web is asked; of a dry run
+  std::optional<os::WebGuard> webGuard_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,177 @@
+#include "kelvane/run/driver.h"
+
+#include <map>
+
+#include "core/state.h"
+#include "creo/ProUI.h"
+#include "creo/ProUITable.h"
+#include "headless/proui/ui.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/interrupt.h"
+#include "kelvane/base/nearest.h"
+#include "language/compare.h"
+#include "run/check_out.h"
+#include "run/choosers.h"
+#include "run/model_table.h"
+#include "run/triggers.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+constexpr const char* kTool = "kvanerunner";
+constexpr const char* kFilterDialog = run::kFilterDialog;
+constexpr const char* kFilterChooser = "kvaneFilterChooser";
+constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
+
+// Opening the first model would run their lists on it, in the very dialog that was opened for another one.
+void leaveTriggersOut() {
+  run::detachTriggers();
+  for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
+}
+
+// "; did you mean 'BOLT_M8.PRT'?" for "BOLT_M8", and for "BOTL*", where the start of a name is meant. Nothing for an
+// expression.
+std::string nearestRow(const std::string& pattern, const std::vector<std::string>& rows) {
+  if (pattern.starts_with('/')) return {};
+  const std::size_t star = pattern.find('*');
+  const std::string meant = pattern.substr(0, star);
+  std::map<std::string, std::string> rowOf;
+  for (const std::string& row : rows) {
+    rowOf.emplace(row.substr(0, star), row);
+    if (star == pattern.npos) rowOf.emplace(row.substr(0, row.rfind('.')), row);
+  }
+  std::vector<std::string> known;
+  known.reserve(rowOf.size());
+  for (const auto& [name, row] : rowOf) known.push_back(name);
+  const std::string best = meant.empty() ? std::string() : nearest(meant, known);
+  return best.empty() ? "" : "; did you mean '" + rowOf.at(best) + "'?";
+}
+
+void require(const headless::Session& session, creo::ProError error, const std::string& what) {
+  if (error == creo::ProNoError) return;
+  const auto& messages = session.messages();
+  throw Fault(what + (messages.empty() ? "" : ": " + text::toUtf8(messages.back())));
+}
+
+}  // namespace
+
+void startPlugin(headless::Session& session) {
+  require(session, session.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
+  leaveTriggersOut();
+  session.settle();
+}
+
+void RunDriver::require(creo::ProError error, const std::string& what) const {
+  kelvane::require(session_, error, what);
+}
+
+bool RunDriver::isChecked(const std::string& button) const {
+  return creo::ProUICheckbuttonGetState(kTool, button).value;
+}
+
+void RunDriver::openTool() {
+  startPlugin(session_);
+  require(session_.runCommand(kStartCommand), "the tool doesn't open");
+  session_.settle();
+  if (!session_.ui().dialog(kTool)) require(creo::ProGeneralError, "the tool doesn't open");
+  choosePackage();
+}
+
+// A chooser that stands right already is left alone, as each choice reads package and list anew.
+void RunDriver::choosePackage() {
+  const auto choose = [this](const char* dialog, const char* chooser, const std::string& name) {
+    const auto selected = creo::ProUIOptionmenuSelectednamesGet(dialog, chooser);
+    if (selected && selected.value == std::vector<std::string>{name}) return;
+    if (Interrupt::code() != 0) return;  // what would be chosen may not be unpacked
+    require(session_.ui().choose(dialog, chooser, name), "'" + name + "' can't be chosen");
+    session_.settle();
+  };
+  choose(kTool, "kvaneKVZChooser", place_.package);
+  choose(kTool, "kvaneActionlistChooser", place_.list);
+  if (!place_.filter.empty()) choose(kFilterDialog, kFilterChooser, place_.filter);
+}
+
+std::string RunDriver::missingFilter() const {
+  const std::wstring& wanted = core::pluginState().extFilter;
+  const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kFilterDialog, kFilterChooser);
+  const bool judges = chosen && chosen.value != std::vector<std::string>{run::kNoFilter};
+  return judges ? std::string() : text::toUtf8(wanted);
+}
+
+RunDriver::Unopened RunDriver::unopened(const ModelFileName& model, std::size_t messages) const {
+  const auto& reported = session_.messages();
+  return {label(model.name, model.type), reported.size() > messages ? readable(reported.back()) : std::string()};
+}
+
+std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName>& starts) {
+  const run::TableHold hold;
+  std::vector<Unopened> failed;
+  for (const ModelFileName& start : starts) {
+    const std::size_t messages = session_.messages().size();
+    if (session_.open(start.name, start.type)) {
+      session_.settle();
+      break;
+    }
+    failed.push_back(unopened(start, messages));
+  }
+  return failed;
+}
+
+std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName>& starts) {
+  std::vector<Unopened> failed = open(starts);
+  const std::size_t current = failed.size();
+  run::clearModelTable();
+  // The one that stands before Creo comes last: for it the table counts as built.
+  for (std::size_t i = starts.size(); i-- > current && Interrupt::code() == 0;) {
+    const std::size_t messages = session_.messages().size();
+    if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type))
+      run::rebuildModelTable(model.value);
+    else
+      failed.push_back(unopened(starts[i], messages));
+  }
+  return failed;
+}
+
+RunDriver::Choice RunDriver::choose(const RunOptions& options) {
+  const std::wstring pattern = text::fromUtf8(options.select);
+  Choice choice;
+  std::size_t taken = 0;
+  bool anyFits = false;
+  const auto all = creo::ProUITableRownamesGet(kTool, run::kModelTable).value;
+  for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
+    for (const std::string& row : all) {
+      if (!row.ends_with(extension)) continue;
+      const bool fits = pattern.empty() || language::matches(pattern, text::fromUtf8(row));
+      anyFits = anyFits || fits;
+      const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
+      const bool before = isChecked(row + "_lock");
+      const bool works = wanted && (options.again || !before);
+      if (wanted && !works) ++choice.skipped;
+      if (works) ++taken;
+      if (works) choice.rows.push_back(row);
+      session_.ui().setCheck(kTool, row + "_cb", works);
+    }
+  }
+  if (!anyFits && !all.empty())
+    choice.unmatched = "--select: no model matches '" + options.select + "'" + nearestRow(options.select, all);
+  return choice;
+}
+
+std::vector<RunDriver::Refused> RunDriver::checkOut() {
+  require(session_.ui().press(kTool, "kvaneCheckout"), "check-out can't be pressed");
+  session_.settle();
+  std::vector<Refused> refused;
+  for (const run::RefusedCheckOut& refusal : run::refusedCheckOuts()) {
+    const bool failed = refusal.conflicts.empty();
+    refused.push_back({refusal.row, failed ? "the server failed" : text::toUtf8(refusal.conflicts), failed});
+  }
+  return refused;
+}
+
+void RunDriver::start() {
+  require(session_.ui().press(kTool, "kvaneStart"), "start can't be pressed");
+  session_.settle();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,21 @@
+// Options that the verbs which run lists have in common.
+#pragma once
+
+#include "kelvane/base/verb.h"
+#include "kelvane/run/options.h"
+
+namespace kelvane {
+
+// The rows write into the options, which must outlive them.
+inline std::vector<OptionRow> surroundingRows(RunOptions& options) {
+  return {{"--config", "DIR", "a folder with kvd_main.cfg", &options.config},
+          {"--set", "KVD_KEY=VALUE", "a key of the configuration", &options.settings},
+          {"--creo-option", "NAME=VALUE", "an option of Creo's own configuration", &options.creoOptions}};
+}
+inline std::vector<OptionRow> outputRows(RunOptions& options) {
+  return {{"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &options.events},
+          {"--trace", "", "every operation too among the events", &options.trace},
+          {"--max-errors", "N", "shows at most N error lines; 0 shows all", &options.maxErrors}};
+}
+
+}  // namespace kelvane

@@ -1,0 +1,209 @@
+#include "kelvane/run/place.h"
+
+#include <filesystem>
+#include <set>
+
+#include "core/xml.h"
+#include "documents/action_list.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/log/accepted_exports.h"
+#include "kelvane/package/place.h"
+#include "kelvane/package/source.h"
+#include "kelvane/run/config.h"
+#include "kelvane/run/vault_place.h"
+#include "kelvane/run/work_cache.h"
+#include "kelvane/show/model_folder.h"
+#include "language/expressions.h"
+#include "os/left_files.h"
+#include "os/processes.h"
+#include "os/program.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kLockName = ".kelvane.lock";
+constexpr const char* kLogName = "kelvane.log";
+
+std::unique_ptr<os::FileLock> locked(const std::wstring& file, const std::string& folder) {
+  auto lock = os::lockFile(file);
+  if (lock.error == std::errc::device_or_resource_busy) throw Fault("another run works on " + folder);
+  if (!lock) throw Fault(folder + " can't be written: " + lock.error.message());
+  return std::move(lock.value);
+}
+
+// The current version of each model, and what lies beside them; made under another name, so that a copy is whole or
+// isn't there.
+void copyModels(const std::string& from, const std::string& to) {
+  std::error_code error;
+  if (fs::exists(to, error) && !fs::is_empty(to, error)) throw Fault("--into: " + to + " is there already");
+  const fs::path part = fs::path(to).lexically_normal().string() + ".part";
+  fs::remove_all(part, error);
+  fs::create_directories(part);
+  const std::wstring folder = mountModels(from);
+  std::set<std::string> current;
+  for (const auto& document : headless::readFolder(folder)) current.insert(fs::path(shown(document.path)).filename());
+  for (const auto& entry : fs::directory_iterator(from)) {
+    const std::string name = entry.path().filename().string();
+    const bool isOld = headless::documentFile(text::fromUtf8(name)) && !current.contains(name);
+    if (isOld || name == kLockName || name == kLogName) continue;
+    fs::copy(entry.path(), part / name, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  }
+  fs::remove(to, error);
+  fs::rename(part, to);
+}
+
+std::string modelsFolder(const RunOptions& options) {
+  (void)systemFolder(options.folder);
+  if (options.into.empty()) return options.folder;
+  copyModels(options.folder, options.into);
+  return options.into;
+}
+
+// A list that can't be read would run nothing and still count as having been run; a filter that can't lets nothing
+// pass.
+void requireReadable(const PackageSource& package, const std::string& member) {
+  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
+  if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
+  if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
+}
+
+bool hasHeadOrFoot(const PackageSource& package, const std::string& member) {
+  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
+  const documents::ActionList list = documents::actionList(*loaded.document);
+  return core::xmlChildCount(list.head) > 0 || core::xmlChildCount(list.foot) > 0;
+}
+
+// Before a copy of the models is made: a vault that isn't there, and what only makes sense with one.
+void requireVaults(const RunOptions& options) {
+  for (const std::string& vault : options.vaults) (void)systemFolder(vault);
+  const bool asked = options.checkOut || !options.workspace.empty() || !options.user.empty();
+  if (asked && options.vaults.empty()) throw Fault("--workspace, --user and --check-out need a --vault");
+}
+
+std::vector<headless::VaultConnection> connections(const RunOptions& options, const std::string& models) {
+  std::vector<headless::VaultConnection> vaults;
+  for (const std::string& vault : options.vaults)
+    vaults.push_back(connection(vault, options.workspace, options.user, models));
+  return vaults;
+}
+
+void makeFolders(const std::string& work) {
+  for (const char* name : {"packages", "temp", "temp/conf"}) {
+    std::error_code error;
+    fs::create_directories(fs::path(work) / name, error);
+    if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
+  }
+}
+
+// The script that turns workbooks into CSV files: the site's, else the installation's for this system. A run without
+// one says so where a workbook is read.
+void placeScript(const RunOptions& options, const std::string& work) {
+  constexpr const char* kScript = "xls2csv.vbs";
+  const fs::path target = fs::path(work) / "temp/conf" / kScript, installation = installationFolder();
+  std::error_code error;
+  fs::remove(target, error);
+  for (const fs::path& folder : {fs::path(options.config), installation / os::systemName() / "conf"}) {
+    if (folder.empty() || !fs::exists(folder / kScript, error)) continue;
+    fs::copy_file(folder / kScript, target, error);  // it stays executable
+    if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
+    return;
+  }
+}
+
+// Locks the folder of models, tidies the cache, mounts the letters, places the package if there is one, writes the
+// configuration.
+void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
+                const PackageSource* package) {
+  place.models = mountModels(models);
+  const std::string work = workFolder(models);
+  makeFolders(work);
+  if (options.writesModels()) {
+    place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
+    os::removeLeftTemporaries(place.models);
+  }
+  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+  noteUse(work, models);
+  tidyBeside(work);
+
+  os::mounts().set(L'p', work + "/packages");
+  os::mounts().set(L't', work + "/temp");
+  os::mounts().set(L'i', installationFolder());
+  for (const wchar_t* folder : {L"t:\\", L"t:\\conf\\"}) os::removeLeftTemporaries(folder);
+  if (package) placePackage(options.package, *package, work);
+  if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
+    throw Fault("the temp folder " + work + " can't be written: " + error.message());
+  }
+  placeScript(options, work);
+  os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
+}
+
+// Three plain arguments are easily given in another order.
+void requireOrder(const RunOptions& options) {
+  if (isPackage(options.package)) return;
+  for (const std::string& text : {options.list, options.folder}) {
+    if (isPackage(text))
+      throw Fault("'" + options.package + "' is no package, '" + text + "' is one; the order is PACKAGE LIST DIR");
+  }
+}
+void requireOrder(const RunOptions& options, const std::vector<std::string>& lists) {
+  if (hasName(lists, options.list) || !hasName(lists, options.folder)) return;
+  throw Fault("'" + options.list + "' is no list of the package, '" + options.folder +
+              "' is one; the order is PACKAGE LIST DIR");
+}
+
+}  // namespace
+
+RunPlace prepareRun(const RunOptions& options) {
+  RunPlace place;
+  requireOrder(options);
+  const std::unique_ptr<PackageSource> package = openPackage(options.package);
+  place.package = packageFileName(options.package);
+  requireOrder(options, actionLists(*package));
+  place.list = chosenName(options.list, actionLists(*package), "list");
+  requireReadable(*package, "actionlists/" + place.list);
+  place.hasEnds = hasHeadOrFoot(*package, "actionlists/" + place.list);
+  if (!options.filter.empty()) {
+    place.filter = chosenName(options.filter, filters(*package), "filter");
+    requireReadable(*package, "filters/" + place.filter);
+  }
+  if (const std::string fault = language::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
+    throw Fault("--select: '" + options.select + "' is no expression (" + fault + ")");
+  }
+  (void)AcceptedExports(options.accept);
+  const std::string config = configText(options);
+  place.creoOptions = creoOptions(options);
+  place.answers = answersTo(questionsOf(*package, place.list), options.answers);
+  requireVaults(options);
+  const std::string models = modelsFolder(options);
+  place.vaults = connections(options, models);
+  putInPlace(place, options, models, config, package.get());
+  return place;
+}
+
+RunPlace prepareWatch(const RunOptions& options) {
+  RunPlace place;
+  std::unique_ptr<PackageSource> package;
+  if (!options.package.empty()) package = openPackage(options.package);
+  const std::string config = configText(options);
+  place.creoOptions = creoOptions(options);
+  requireVaults(options);
+  const std::string models = modelsFolder(options);
+  place.vaults = connections(options, models);
+  putInPlace(place, options, models, config, package.get());
+  return place;
+}
+
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place) {
+  headless::SessionOptions session;
+  session.modelFolder = place.models;
+  session.textFolder = L"i:\\text\\";
+  session.withholdSaves = !options.writesModels();
+  return session;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,40 @@
+// What a run stands on: the folder of models, locked; the package alone in a package folder; a configuration.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "headless/session.h"
+#include "headless/vault/servers.h"
+#include "kelvane/run/answers.h"
+#include "kelvane/run/options.h"
+#include "os/lock.h"
+
+namespace kelvane {
+
+// Letters of a run: d: models, p: packages, t: temp folder, i: what is installed.
+struct RunPlace {
+  std::wstring models;   // "d:\"
+  std::string package;   // "standards.kvz"
+  std::string list;      // "clean.xml"
+  bool hasEnds = false;  // the list has actions in Head or Foot
+  std::string filter;    // empty: none
+  std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
+  std::vector<headless::VaultConnection> vaults;
+  std::vector<Answer> answers;  // to the list's questions
+  std::vector<std::unique_ptr<os::FileLock>> locks;
+};
+
+// Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or
+// another run works on the folder.
+RunPlace prepareRun(const RunOptions& options);
+// The same without a list, and without a package where the options name none: triggers then take theirs from the
+// package folder of the configuration.
+RunPlace prepareWatch(const RunOptions& options);
+
+// The session of such a place.
+headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place);
+
+}  // namespace kelvane

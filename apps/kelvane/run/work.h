@@ -1,0 +1,11 @@
+// The work of `kelvane run`, from its options to its exit code.
+#pragma once
+
+#include "kelvane/base/console.h"
+#include "kelvane/run/options.h"
+
+namespace kelvane {
+
+int runList(const RunOptions& options, Console& console);
+
+}  // namespace kelvane

@@ -1,0 +1,83 @@
+#include "kelvane/show/sheet_svg.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "headless/model/drawing.h"
+#include "headless/model/models.h"
+#include "headless/pictures/drawn_views.h"
+#include "headless/pictures/sheet_picture.h"
+#include "kelvane/base/xml_text.h"
+#include "kelvane/show/svg.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+constexpr double kGap = 10;  // between sheets, and around them, in mm
+constexpr double kMmAnInch = 25.4;
+constexpr double kFrame = 0.18;  // width of a sheet's border, in mm
+
+// "#0050a0", "#000" where three digits say it.
+std::string colorText(headless::SheetColor color) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  if (color == 0) return "#000";
+  std::string text = "#";
+  for (int shift = 20; shift >= 0; shift -= 4) text += kDigits[(color >> shift) & 15];
+  return text;
+}
+
+std::string styleOf(const headless::SheetText& text) {
+  std::string style;
+  if (text.color != 0) style += "fill=\"" + colorText(text.color) + "\" ";
+  if (text.isOblique) style += "font-style=\"oblique\" ";
+  if (text.isBold) style += "font-weight=\"bold\" ";
+  if (!text.font.empty()) style += "font-family=\"" + escaped(text.font) + "\" ";
+  if (!style.empty()) style.pop_back();
+  return style;
+}
+
+// bottom: of the sheet on the picture; unit: how long a millimetre is there.
+void draw(Svg& svg, const headless::SheetPicture& sheet, double left, double bottom, double unit) {
+  const auto x = [&](double mm) { return left + mm * unit; };
+  const auto y = [&](double mm) { return bottom - mm * unit; };
+  svg.rectangle(left, y(sheet.height), sheet.width * unit, sheet.height * unit,
+                "fill=\"#fff\" stroke=\"#888\" stroke-width=\"" + svgNumber(kFrame * unit) + "\"");
+  for (const headless::SheetLine& line : sheet.lines)
+    svg.line(x(line.x1), y(line.y1), x(line.x2), y(line.y2), line.width * unit, colorText(line.color));
+  for (const headless::SheetText& text : sheet.texts)
+    svg.text(x(text.x), y(text.y), text.height * unit, text::toUtf8(text.text), styleOf(text), text.angle);
+}
+
+}  // namespace
+
+std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet) {
+  const headless::Model* model = session.models().find(drawing);
+  if (!model || !headless::hasSheets(model->type())) return {};
+  const int count = headless::sheetCount(*model->document);
+  if (sheet < 0 || sheet > count) return {};
+  const int first = sheet == 0 ? 1 : sheet, last = sheet == 0 ? count : sheet;
+  std::vector<headless::SheetPicture> sheets;
+  headless::ShownModels shown(session.pictureSources());
+  for (int number = first; number <= last; ++number)
+    sheets.push_back(headless::sheetPicture(session.pictureSources(), shown, *model, number));
+  const bool isMm = sheets.front().isInMm;
+  const double unit = isMm ? 1 : 1 / kMmAnInch, gap = kGap * unit;
+  double width = 0, height = gap;
+  for (const headless::SheetPicture& picture : sheets) {
+    width = std::max(width, picture.width * unit);
+    height += picture.height * unit + gap;
+  }
+  Svg svg(width + 2 * gap, height, isMm ? "mm" : "in");
+  svg.rectangle(0, 0, width + 2 * gap, height, "fill=\"#ddd\"");
+  double top = gap;
+  for (const headless::SheetPicture& entry : sheets) {
+    const double bottom = top + entry.height * unit;
+    draw(svg, entry, gap, bottom, unit);
+    top = bottom + gap;
+  }
+  return svg.finished();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,167 @@
+// kelvane show --svg: what stands on a sheet, in its place and width.
+#include <cmath>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+
+#include "kelvane/program_fixture.h"
+
+namespace test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class SheetSvg : public ProgramTest {
+ protected:
+  [[nodiscard]] std::string drawn(const std::string& document, const std::vector<std::string>& more = {}) const {
+    file("models/plan.drw.1", document);
+    std::vector<std::string> words = {"show", models(), "PLAN.DRW", "--svg", path("plan.svg")};
+    words.insert(words.end(), more.begin(), more.end());
+    const Ended ended = kelvane(words);
+    if (ended.code != 0) return ended.err;
+    std::ifstream in(path("plan.svg"), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+};
+
+// The first sheet is 210 high and stands 10 from the picture's edge: a point (x, y) of the drawing lies at
+// (10 + 2x + 10, 220 - (2y + 20)).
+constexpr const char* kPlan = R"({"format": 1,
+"sheets": [{"size": "A4", "matrix": {"scaleX": 2.0, "scaleY": 2.0, "offsetX": 10.0, "offsetY": 20.0}},
+           {"size": "A4", "portrait": true, "format": "no_such"}],
+"drafts": [{"sheet": 1, "lines": [[0, 0, 10, 5, 0.5]]}, {"sheet": 2, "lines": [[1, 1, 2, 2]]}],
+"tables": [{"id": 1, "segments": [{"position": {"x": 20, "y": 10}}], "columns": [30, 20], "rows": [5, 5],
+  "cells": [{"row": 1, "column": 1, "lines": ["<top & left>"]}, {"row": 2, "column": 2, "lines": ["a cell with far too long a text"]},
+            {"row": 9, "column": 1, "lines": ["outside"]}]},
+  {"id": 2, "erased": true, "segments": [{"position": {"x": 20, "y": 10}}], "columns": [7], "rows": [7],
+   "cells": [{"row": 1, "column": 1, "lines": ["erased"]}]}],
+"notes": [{"id": 1, "position": {"x": 40, "y": 50}, "lines": ["first", [{"text": "sec", "height": 7.0}, {"text": "ond"}]]}],
+"symbolDefinitions": [{"id": 1, "name": "MARK", "lines": [[0, 0, 1, 0]], "texts": [{"text": "Ra"}],
+  "groups": [{"id": 1, "name": "OUTER", "lines": [[0, 1, 1, 1]], "groups": [{"id": 2, "name": "INNER", "lines": [[0, 2, 1, 2]]},
+                                                                          {"id": 3, "name": "OTHER", "lines": [[0, 3, 1, 3]]}]}]}],
+"symbols": [{"id": 1, "definition": "mark", "position": {"x": 5, "y": 5}, "groupOption": "custom", "groups": [1, 2], "texts": ["3.2"]},
+            {"id": 2, "definition": "GONE", "position": {"x": 90, "y": 5}}]})";
+
+TEST_F(SheetSvg, EverythingStandsWhereTheMatrixPutsIt) {
+  const std::string svg = drawn(kPlan);
+  EXPECT_THAT(svg, AllOf(HasSubstr(R"(width="317mm" height="537mm" viewBox="0 0 317 537")"),
+                         HasSubstr(R"(<rect x="10" y="10" width="297" height="210")"),
+                         HasSubstr(R"(<rect x="10" y="230" width="210" height="297")"),
+                         HasSubstr(R"(<line x1="20" y1="200" x2="40" y2="190" stroke-width="1" stroke="#000"/>)"),
+                         HasSubstr(R"(<line x1="11" y1="526" x2="12" y2="525" stroke-width="0.18")")));
+  EXPECT_THAT(svg, AllOf(HasSubstr(R"(<line x1="60" y1="180" x2="60" y2="160")"),
+                         HasSubstr(R"(<line x1="120" y1="180" x2="120" y2="160")"), HasSubstr("&lt;top &amp; left&gt;"),
+                         testing::ContainsRegex("font-size=\"2\\.0[0-9]*\">a cell with far too long a text"),
+                         Not(HasSubstr("outside")), Not(HasSubstr("erased"))));
+  EXPECT_THAT(svg, AllOf(HasSubstr(R"(<text x="100" y="100" font-size="3.5">first</text>)"),
+                         HasSubstr(R"(<text x="100" y="105.25" font-size="7">second</text>)")));
+}
+
+TEST_F(SheetSvg, ASymbolShowsTheGroupsThatItNames) {
+  const std::string svg = drawn(kPlan, {"--sheet", "1"});
+  const auto stroke = [](int y) { return "<line x1=\"30\" y1=\"" + std::to_string(y) + "\" x2=\"32\""; };
+  EXPECT_THAT(svg,
+              AllOf(HasSubstr(stroke(190)), HasSubstr(stroke(188)), HasSubstr(stroke(186)), Not(HasSubstr(stroke(184))),
+                    HasSubstr(">3.2</text>"), HasSubstr(">GONE</text>"), HasSubstr("height=\"230mm\"")));
+}
+
+// ---- views
+
+std::string lineText(std::string from, std::string to) {
+  if (to < from) std::swap(from, to);
+  return from + " to " + to;
+}
+std::string placeText(double x, double y) {
+  return std::to_string(std::lround(x)) + "," + std::to_string(std::lround(y));
+}
+
+using Lines = std::set<std::string>;
+// A picture's lines from the sheet's lower left corner; "~" before those that aren't black.
+Lines viewLines(const std::string& svg) {
+  Lines all;
+  const std::regex line(
+      "<line x1=\"([^\"]*)\" y1=\"([^\"]*)\" x2=\"([^\"]*)\" y2=\"([^\"]*)\"[^>]*stroke=\"([^\"]*)\"");
+  for (std::sregex_iterator at(svg.begin(), svg.end(), line), end; at != end; ++at) {
+    const auto number = [&](std::size_t i) { return std::stod((*at)[i]); };
+    all.insert(((*at)[5] == "#000" ? "" : "~") +
+               lineText(placeText(number(1) - 10, 220 - number(2)), placeText(number(3) - 10, 220 - number(4))));
+  }
+  return all;
+}
+// A rectangle around (100, 100), with one line more.
+Lines rectangle(double halfWidth, double halfHeight, const std::string& mark = "", const std::string& more = "") {
+  const auto corner = [&](int x, int y) { return placeText(100 + x * halfWidth, 100 + y * halfHeight); };
+  Lines all = {mark + lineText(corner(-1, -1), corner(1, -1)), mark + lineText(corner(1, -1), corner(1, 1)),
+               mark + lineText(corner(1, 1), corner(-1, 1)), mark + lineText(corner(-1, 1), corner(-1, -1))};
+  if (!more.empty()) all.insert(more);
+  return all;
+}
+
+// A block of 40 by 20 by 10 with a smaller one behind it, and a pin of inches.
+class SheetViews : public SheetSvg {
+ protected:
+  SheetViews() {
+    file("models/step.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [40, 20, 10]},
+        {"type": "box", "size": [20, 20, 30], "placement": {"position": [0, 0, -30]}}]},
+        "views": [{"id": 1, "name": "TURNED", "matrix": [0, 1, 0, -1, 0, 0, 0, 0, 1]}]})");
+    file("models/pin.prt.1", R"({"format": 1, "units": "inlbs",
+        "solid": {"primitives": [{"type": "cylinder", "diameter": 1, "length": 2}]}})");
+    file("models/thin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [100, 50, 0.05]},
+        {"type": "box", "size": [20, 20, 5], "placement": {"position": [40, 15, -5]}}]}})");
+    file("models/empty.prt.1", R"({"format": 1})");
+    file("models/broken.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [0, 1, 1]}]}})");
+  }
+  [[nodiscard]] std::string shown(const std::string& view) const {
+    return drawn(R"({"format": 1, "sheets": [{"size": "A4", "scale": 2}], "models": [{"name": "STEP", "type": "prt"},
+        {"name": "PIN", "type": "prt"}, {"name": "THIN", "type": "prt"}, {"name": "EMPTY", "type": "prt"}, {"name": "BROKEN", "type": "prt"}],
+        "views": [{"id": 1, "position": {"x": 100, "y": 100}, )" +
+                 view + "}]}");
+  }
+};
+
+TEST_F(SheetViews, ShowTheEdgesOfTheirModel) {
+  const std::pair<const char*, Lines> cases[] = {
+      // The block behind is hidden.
+      {R"("name": "FRONT", "model": "STEP.prt")", rectangle(40, 20)},
+      {R"("name": "FRONT", "model": "STEP.prt", "displayStyle": 2, "scale": 1)",
+       rectangle(20, 10, "", "~100,110 to 100,90")},
+      {R"("name": "front", "model": "STEP.prt", "displayStyle": 1, "scale": 1, "sheet": 1)",
+       rectangle(20, 10, "", "100,110 to 100,90")},
+      // By the model's own view, where x points up; by the sheet's.
+      {R"("name": "TURNED", "model": "STEP.prt", "scale": 1)", rectangle(10, 20)},
+      {R"("name": "TURNED", "model": "STEP.prt", "scale": 1, "matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1])",
+       rectangle(20, 10)},
+      // Behind a thin sheet of metal.
+      {R"("name": "FRONT", "model": "THIN.prt", "scale": 1)", rectangle(50, 25)},
+      // Inches; the outline of the round face is no edge.
+      {R"("name": "RIGHT", "model": "PIN.prt", "scale": 1)", rectangle(25.4, 12.7)},
+  };
+  for (const auto& [view, expected] : cases) EXPECT_EQ(expected, viewLines(shown(view))) << view;
+}
+
+TEST_F(SheetViews, AreFramesWhereThereIsNothingToShow) {
+  for (const char* model : {"EMPTY.prt", "BROKEN.prt", "GONE.prt", "", "STEP"}) {
+    const std::string svg = shown(R"("name": "A <1>", "model": ")" + std::string(model) + "\"");
+    EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(svg)) << model;
+    EXPECT_THAT(svg, AllOf(HasSubstr(">A &lt;1&gt;</text>"), HasSubstr(model))) << model;
+  }
+  // Five times as large as the sheet: a detail.
+  EXPECT_THAT(shown(R"("name": "TOP", "model": "STEP.prt", "scale": 50)"), HasSubstr(">STEP.prt</text>"));
+}
+
+TEST_F(SheetSvg, InchesAndRefusals) {
+  const char* kInches = R"({"format": 1, "sheets": [{"size": "A"}], "notes": [{"id": 1, "lines": ["ä"]}]})";
+  EXPECT_THAT(drawn(kInches), AllOf(HasSubstr("width=\"11.7874in\""), HasSubstr("font-size=\"0.1378\">ä</text>")));
+  EXPECT_EQ("kelvane: PLAN.DRW has no sheet 3\n", drawn(kPlan, {"--sheet", "3"}));
+  part(L"SOLID");
+  EXPECT_EQ("kelvane: SOLID.PRT is no drawing\n",
+            kelvane({"show", models(), "SOLID.PRT", "--svg", path("no.svg")}).err);
+  EXPECT_THAT(kelvane({"show", models(), "PLAN.DRW", "--svg", path("no/such/folder.svg")}).err,
+              HasSubstr("can't be written"));
+}
+
+}  // namespace
+}  // namespace test

@@ -60,9 +60,9 @@ function(kvd_include_path name visibility tree)
   target_include_directories(${name} ${visibility} ${place})
 endfunction()
 
-# kvd_layer(NAME FOLDERS... [TREE tree] [WITHOUT folders or files...] [HEADERS files...] [LINKS targets...] [PRIVATE_LINKS targets...]): a
-# static library of all sources of these folders of a tree (src where none is said), and of those inside them. It includes
-# itself and what it links.
+# kvd_layer(NAME FOLDERS... [TREE tree] [WITHOUT folders or files...] [HEADERS files...] [LINKS targets...]
+# [PRIVATE_LINKS targets...]): a static library of all sources of these folders of a tree (src where none is said), and of
+# those inside them. It includes itself, these headers and what it links.
 function(kvd_layer name)
   cmake_parse_arguments(ARG "" "TREE" "FOLDERS;HEADERS;LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
   if(NOT ARG_TREE)

@@ -214,9 +214,10 @@ const UserExpression* keptExpression(std::wstring_view pattern) {
   return kept->code.compiled() ? kept : nullptr;
 }
 
-std::string expressionFault(std::wstring_view pattern) {
+text::Fault expressionFault(std::wstring_view pattern) {
   if (kindOf(pattern) != PatternKind::expression) return {};
-  return pattern.size() < 3 ? "nothing stands between its slashes" : fromCache(pattern)->code.fault();
+  if (pattern.size() < 3) return {L"nothing stands between its slashes"};
+  return {text::fromUtf8(fromCache(pattern)->code.fault())};
 }
 
 void narrowInto(std::string& buffer, std::wstring_view text) {

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "text/fault.h"
+
 struct pcre2_real_code_8;
 
 namespace language {
@@ -80,8 +82,8 @@ class PatternCache {
 // The compiled form of a pattern in slashes, the slashes included; null when nothing stands between them or PCRE2
 // refuses it. Valid until the next call.
 const UserExpression* keptExpression(std::wstring_view pattern);
-// Why a pattern in slashes is no expression; empty: it is one, or the pattern has another form.
-std::string expressionFault(std::wstring_view pattern);
+// Why a pattern in slashes is no expression. None: it is one, or the pattern has another form.
+text::Fault expressionFault(std::wstring_view pattern);
 
 // Replaces buffer by text in UTF-8; no memory is taken once the buffer has grown.
 void narrowInto(std::string& buffer, std::wstring_view text);

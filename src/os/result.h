@@ -2,6 +2,7 @@
 // Callers tell codes apart, as they do with Creo's. Above this layer a code becomes a fault (text/fault.h).
 #pragma once
 
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -20,7 +21,7 @@ struct Result {
 };
 
 // An error in the system's words, and the file or folder that it is about.
-inline text::Fault faultOf(std::error_code error, std::wstring where = {}) {
+inline text::Fault faultOf(std::error_code error, std::optional<std::wstring> where = {}) {
   return {text::fromUtf8(error.message()), std::move(where)};
 }
 

@@ -16,13 +16,18 @@ namespace language {
 // unfinished: the match was given up, beyond the limits of steps, depth or memory; whether there is one isn't known.
 enum class Answer { none, match, unfinished };
 
+struct FreeCode {
+  void operator()(pcre2_real_code_8* code) const;
+};
+using CompiledCode = std::unique_ptr<pcre2_real_code_8, FreeCode>;
+
 // An expression on UTF-8 bytes, compiled without options.
 class Expression {
  public:
   explicit Expression(std::string_view expression);
-  [[nodiscard]] bool compiled() const { return code_ != nullptr; }
-  // Why it isn't compiled, in the library's words; empty: it is.
-  [[nodiscard]] const std::string& fault() const { return fault_; }
+  [[nodiscard]] bool compiled() const { return code_.value != nullptr; }
+  // Why it isn't compiled, in the library's words.
+  [[nodiscard]] const text::Fault& fault() const { return code_.fault; }
   // From position 0, unanchored. A match that sets a group beyond the 80th doesn't count.
   [[nodiscard]] Answer match(std::string_view text) const;
   // True when it can match at the very start of a text only.
@@ -38,8 +43,7 @@ class Expression {
   std::size_t repeats_;  // of single characters
   std::size_t alternatives_;
   bool hidesSteps_;  // more than these tell
-  std::string fault_;
-  std::unique_ptr<pcre2_real_code_8, void (*)(pcre2_real_code_8*)> code_;
+  text::Result<CompiledCode> code_;
   bool isUtf_ = false;
 };
 

@@ -109,7 +109,7 @@ void filterOfTenItems(benchmark::State& state) {
     xml += L"<i opand=\"true\" filtertype=\"" + std::wstring(kHold[i % 5] ? L"true" : L"false") + L"\" ";
     (xml += kItems[i % 5]) += L"/>";
   }
-  const auto document = core::xmlParse(xml + L"</filter></block>").document;
+  const auto document = core::xmlParse(xml + L"</filter></block>").value;
   const core::XmlNode& block = *document->root()->next;
   if (documents::evaluateFilter(block, L"PRT", site().model, true) != documents::kFilterHolds)
     state.SkipWithError("it refuses");

@@ -149,9 +149,9 @@ class Eval : public Verb {
   }
 
   int evaluateFilter(const std::string& bytes, creo::ProMdl model, CapturedLog& log, Console& console) const {
-    const core::XmlLoaded loaded = core::xmlParse(bytes);
-    if (!loaded) throw Fault(filter_ + ": " + text::toUtf8(loaded.fault));
-    const core::XmlNode* block = documents::filterFileBlock(*loaded.document);
+    const auto loaded = core::xmlParse(bytes);
+    if (!loaded) throw Fault(filter_ + ": " + text::toUtf8(loaded.fault.sentence()));
+    const core::XmlNode* block = documents::filterFileBlock(*loaded.value);
     if (!block) throw Fault(filter_ + ": it holds no element");
     const FilterExplanation explanation = explainFilter(*block, model, [&log] { return log.takeTrouble(); });
     for (const std::string& line : explanation.lines) console.result(line);

@@ -74,8 +74,7 @@ Rows usesOf(creo::ProMdl model) {
 }
 
 Rows historyOf(creo::ProMdl model, Console& console) {
-  std::vector<run::HistoryRecord> records;
-  run::readHistory(model, records);
+  const std::vector<run::HistoryRecord> records = run::readHistory(model);
   const auto count = static_cast<std::size_t>(run::historyCount(model));
   if (count > records.size())
     console.trouble("warning: the history is damaged: it counts " + std::to_string(count) + " runs and holds " +

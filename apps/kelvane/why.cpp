@@ -91,9 +91,9 @@ class Why : public Verb {
   }
 
   static void showActions(Console& console, creo::ProMdl model) {
-    const core::XmlLoaded loaded = core::xmlLoadFile(run::selectedListPath());
-    if (!loaded) throw Fault(readable(loaded.fault));
-    const documents::ActionList list = documents::actionList(*loaded.document);
+    const auto loaded = core::xmlLoadFile(run::selectedListPath());
+    if (!loaded) throw Fault(readable(loaded.fault.sentence()));
+    const documents::ActionList list = documents::actionList(*loaded.value);
     if (!list.body) return;
     for (const TaskVerdict& verdict : judgeSection(*list.body, 'B', model)) {
       show(console, verdict.place + " " + verdict.type, verdict.runs, verdict.reason);

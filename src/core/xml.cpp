@@ -78,11 +78,11 @@ class Parser {
         skipInstruction();
       else
         readTag();
-      if (!fault_.empty()) return false;
+      if (fault_) return false;
     }
     return true;
   }
-  [[nodiscard]] const std::wstring& fault() const { return fault_; }
+  [[nodiscard]] const text::Fault& fault() const { return fault_; }
 
  private:
   // A run of the text's bytes.
@@ -147,13 +147,13 @@ class Parser {
     Tag tag;
     tag.line = line_;
     readName(tag);
-    while (at_ != end_ && *at_ != '>' && fault_.empty()) {
+    while (at_ != end_ && *at_ != '>' && !fault_) {
       if (*at_ == '"' && at_[-1] == '=')
         readValue(tag);
       else
         readAttributeName(tag);
     }
-    if (!fault_.empty()) return;
+    if (fault_) return;
     if (at_[-1] == '/') tag.empty = true;
     if (at_ != end_) ++at_;
     if (tag.closing)
@@ -248,7 +248,7 @@ class Parser {
   bool checkLimit(std::string_view read, std::size_t limit, const wchar_t* what, std::uint32_t line) {
     // A byte counts one unit at most.
     if (read.size() <= limit || text::units(text::fromUtf8(read)) <= limit) return true;
-    fault_ = text::format(L"line %d: a %s holds more than %d characters", line, what, limit);
+    fault_ = {text::format(L"a %s holds more than %d characters", what, limit), text::format(L"line %d", line)};
     return false;
   }
 
@@ -258,7 +258,7 @@ class Parser {
   StoredNode* last_;     // in document order
   StoredNode* current_;  // what the next element goes into
   std::uint32_t line_ = 1;
-  std::wstring fault_;
+  text::Fault fault_;
 };
 
 }  // namespace
@@ -279,7 +279,7 @@ XmlNode* XmlDocument::root() const { return &store_->root; }
 
 std::size_t XmlDocument::lineOf(const XmlNode& node) const { return node.line; }
 
-XmlLoaded xmlParse(std::string_view bytes) {
+text::Result<std::unique_ptr<XmlDocument>> xmlParse(std::string_view bytes) {
   std::string recoded;
   if (!text::isUtf8(bytes)) {
     recoded = text::toUtf8(text::fromTextFile(bytes));
@@ -288,17 +288,19 @@ XmlLoaded xmlParse(std::string_view bytes) {
   auto document = std::make_unique<XmlDocument>();
   XmlDocument::Store& store = *document->store_;
   Parser parser(bytes, store.memory, store.root);
-  if (!parser.run()) return {nullptr, parser.fault()};
-  return {std::move(document), {}};
+  if (!parser.run()) return parser.fault();
+  return document;
 }
 
-XmlLoaded xmlParse(std::wstring_view text) { return xmlParse(std::string_view(text::toUtf8(text))); }
+text::Result<std::unique_ptr<XmlDocument>> xmlParse(std::wstring_view text) {
+  return xmlParse(std::string_view(text::toUtf8(text)));
+}
 
-XmlLoaded xmlLoadFile(std::wstring_view path) {
+text::Result<std::unique_ptr<XmlDocument>> xmlLoadFile(std::wstring_view path) {
   const auto bytes = os::files().read(path);
-  if (!bytes) return {nullptr, text::format(L"%s: %s", path, text::fromUtf8(bytes.error.message()))};
-  XmlLoaded loaded = xmlParse(bytes.value);
-  if (!loaded) loaded.fault = text::format(L"%s: %s", path, loaded.fault);
+  if (!bytes) return os::faultOf(bytes.error, std::wstring(path));
+  auto loaded = xmlParse(bytes.value);
+  if (!loaded) loaded.fault = std::move(loaded.fault).within(path);
   return loaded;
 }
 

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/fault.h"
+
 namespace core {
 
 // Limits of a document, in UTF-16 units. What exceeds them is refused with an error, never cut.
@@ -54,24 +56,17 @@ class XmlDocument {
   [[nodiscard]] std::size_t lineOf(const XmlNode& node) const;
 
  private:
-  friend struct XmlLoaded xmlParse(std::string_view bytes);
+  friend text::Result<std::unique_ptr<XmlDocument>> xmlParse(std::string_view bytes);
   struct Store;
   std::unique_ptr<Store> store_;
 };
 
-// document is null on a fault; fault then says why, for a name or value over its limit with the line:
-// "line 12: a value holds more than 25999 characters".
-struct XmlLoaded {
-  std::unique_ptr<XmlDocument> document;
-  std::wstring fault;
-  explicit operator bool() const { return document != nullptr; }
-};
-
-// Of a file's bytes: UTF-8, with a mark or without, else Windows-1252. Far faster than of a wide text.
-XmlLoaded xmlParse(std::string_view bytes);
-XmlLoaded xmlParse(std::wstring_view text);
-// A file that can't be opened: null, and the fault names the path and the reason.
-XmlLoaded xmlLoadFile(std::wstring_view path);
+// Of a file's bytes: UTF-8, with a mark or without, else Windows-1252. Far faster than of a wide text. The one fault is
+// a name or value over its limit, in "line 12". The document is null with a fault, and only then.
+text::Result<std::unique_ptr<XmlDocument>> xmlParse(std::string_view bytes);
+text::Result<std::unique_ptr<XmlDocument>> xmlParse(std::wstring_view text);
+// A fault names the file: one that can't be read, or the line in it.
+text::Result<std::unique_ptr<XmlDocument>> xmlLoadFile(std::wstring_view path);
 
 // Number of children: the sum of the block counts along the chain. Null is 0.
 std::size_t xmlChildCount(const XmlNode* node);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "documents/zip.h"
+#include "text/fault.h"
 
 namespace documents {
 
@@ -19,12 +20,10 @@ constexpr unsigned kMostRatio = 1000;                            // unpacked to 
 constexpr std::size_t kLongestName = 1024;
 constexpr std::size_t kLongestPart = 255;
 
-// Why no package has such a member, "has a member that is a link"; empty: it may have it. Both separators are read as
-// one.
-std::wstring_view memberFault(const ZipMember& member);
-// Why a zip file of that many bytes with these members is refused, "has a member that is a link: models/l"; empty: it
-// isn't.
-std::wstring packageFault(const std::vector<ZipMember>& members, std::uint64_t fileSize);
+// Why no package has such a member, "has a member that is a link". Both separators are read as one.
+text::Fault memberFault(const ZipMember& member);
+// Why a zip file of that many bytes with these members is refused, "has a member that is a link: models/l".
+text::Fault packageFault(const std::vector<ZipMember>& members, std::uint64_t fileSize);
 // What a file that isn't refused may unpack to, in bytes.
 std::uint64_t mostUnpacked(const std::vector<ZipMember>& members, std::uint64_t fileSize);
 

@@ -144,22 +144,22 @@ Unpacked extractAll(ZipReader& zip, const std::wstring& folder, std::wstring_vie
 }
 
 Unpacked unpackInto(const std::wstring& folder, const std::wstring& package, std::wstring_view name) {
-  const auto [zip, unreadable] = ZipReader::openFile(package);
+  const auto opened = ZipReader::openFile(package);
   const auto size = os::files().size(package);
-  if (!zip || !size) {
-    if (!unreadable.empty()) refuseLine(name, text::format(L"can't be read: %s", text::fromUtf8(unreadable)));
+  if (!opened.value || !size) {
+    if (!opened) refuseLine(name, text::format(L"can't be read: %s", opened.fault.what));
     return refusedWith(L"zip file appears invalid...");
   }
-  const auto& members = zip->members();
+  const auto& members = opened.value->members();
   if (members.empty()) return refusedWith(L"zero files inside zip...");
   if (members.front().name.empty()) return refusedWith(L"can't read stat file...");
   // Every member is judged before the first byte is written.
-  if (const std::wstring fault = packageFault(members, size.value); !fault.empty()) {
-    refuseLine(name, fault);
+  if (const text::Fault fault = packageFault(members, size.value)) {
+    refuseLine(name, fault.what);
     return Unpacked::refused;
   }
   if (os::files().createFolders(folder)) return refusedWith(L"Can't create folder");
-  return extractAll(*zip, folder, name, mostUnpacked(members, size.value));
+  return extractAll(*opened.value, folder, name, mostUnpacked(members, size.value));
 }
 
 }  // namespace

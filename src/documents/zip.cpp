@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "os/result.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -54,16 +55,17 @@ std::wstring_view ZipMember::obstacle() const {
   return isMethodKnown ? std::wstring_view() : L"it is packed by a method that isn't known here";
 }
 
-ZipReader::Opened ZipReader::openFile(std::wstring_view path) {
+text::Result<std::unique_ptr<ZipReader>> ZipReader::openFile(std::wstring_view path) {
   int fault = 0;
   errno = 0;
   zip_t* zip = zip_open(os::mounts().machine(path).c_str(), ZIP_RDONLY, &fault);
-  if (zip) return {std::unique_ptr<ZipReader>(new ZipReader(std::make_unique<Archive>(zip))), {}};
+  if (zip) return std::unique_ptr<ZipReader>(new ZipReader(std::make_unique<Archive>(zip)));
   zip_error_t error;
   zip_error_init_with_code(&error, fault);
   const int reason = fault == ZIP_ER_NOENT ? ENOENT : zip_error_system_type(&error) == ZIP_ET_SYS ? errno : 0;
   zip_error_fini(&error);
-  return {nullptr, reason == 0 ? std::string() : std::generic_category().message(reason)};
+  if (reason == 0) return std::unique_ptr<ZipReader>();
+  return os::faultOf({reason, std::generic_category()});
 }
 
 std::unique_ptr<ZipReader> ZipReader::openBytes(std::string_view bytes) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "creo/ProTypes.h"
+#include "text/fault.h"
 
 namespace documents {
 
@@ -30,12 +31,9 @@ constexpr std::size_t kMostMembers = 100'000;
 
 class ZipReader {
  public:
-  struct Opened {
-    std::unique_ptr<ZipReader> zip;  // null: not a zip, a truncated one, or one that can't be read
-    std::string fault;               // why it can't be read, "Permission denied"; empty otherwise
-  };
-  // A file of the system's form ("d:\packages\a.kvz").
-  static Opened openFile(std::wstring_view path);
+  // A file of the system's form ("d:\packages\a.kvz"). A fault tells why it can't be read, "Permission denied". Null
+  // without a fault: not a zip, or a truncated one.
+  static text::Result<std::unique_ptr<ZipReader>> openFile(std::wstring_view path);
   // Bytes that outlive the reader. Null: not a zip, or a truncated one.
   static std::unique_ptr<ZipReader> openBytes(std::string_view bytes);
   ~ZipReader();

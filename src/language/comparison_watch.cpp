@@ -5,6 +5,7 @@
 
 #include "core/log.h"
 #include "language/expressions.h"
+#include "text/encoding.h"
 #include "text/format.h"
 #include "text/units.h"
 
@@ -52,7 +53,7 @@ void noteRefused(std::wstring_view pattern) {
   std::vector<RefusedExpression>& all = refused();
   const auto isIt = [pattern](const RefusedExpression& expression) { return expression.pattern == pattern; };
   if (all.size() < kMostRefused && std::none_of(all.begin(), all.end(), isIt))
-    all.push_back({std::wstring(pattern), expressionFault(pattern)});
+    all.push_back({std::wstring(pattern), text::toUtf8(expressionFault(pattern).what)});
 }
 
 std::vector<RefusedExpression> takeRefused() { return std::exchange(refused(), {}); }

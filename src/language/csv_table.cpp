@@ -198,15 +198,14 @@ void freeCsvTables() {
   store().byFile.clear();
 }
 
-bool readTextFile(std::wstring_view path, std::wstring& content) {
-  const auto read = os::readText(path);
+std::optional<std::wstring> readTextFile(std::wstring_view path) {
+  auto read = os::readText(path);
   if (!read) {
     core::logWrite(L"Failure while open the file", core::kError);
-    return false;
+    return std::nullopt;
   }
-  content = read.value;
   core::logIndented(L"Have read a file", core::kNormal, 1);
-  return true;
+  return std::move(read.value);
 }
 
 }  // namespace language

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -68,7 +69,7 @@ const CsvTable& csvTable(std::size_t tableIndex);
 // Forgets all tables; their numbers begin anew.
 void freeCsvTables();
 
-// A whole text file, UTF-8 with or without mark. False, with a line: it can't be opened.
-bool readTextFile(std::wstring_view path, std::wstring& content);
+// A whole text file, UTF-8 with or without mark. Nothing, with a line: it can't be opened.
+std::optional<std::wstring> readTextFile(std::wstring_view path);
 
 }  // namespace language

@@ -76,22 +76,21 @@ bool refersBack(std::string_view expression) {
   return expression.find("(?P=") != std::string_view::npos;
 }
 
-pcre2_code* compile(std::string_view expression, std::string& fault) {
+text::Result<CompiledCode> compile(std::string_view expression) {
   const std::string lasting = inLastingSyntax(expression);
   // The library's short cuts at the start expect too long a text of a group that refers to itself.
   const std::uint32_t options = refersBack(lasting) ? PCRE2_NO_START_OPTIMIZE : 0;
   int error = 0;
   PCRE2_SIZE place = 0;
-  pcre2_code* code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>(lasting.data()), lasting.size(), options, &error,
-                                   &place, howToCompile());
+  CompiledCode code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(lasting.data()), lasting.size(), options, &error, &place,
+                                  howToCompile()));
   if (code) {
-    pcre2_jit_compile(code, PCRE2_JIT_COMPLETE);  // what it can't do is interpreted
+    pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE);  // what it can't do is interpreted
     return code;
   }
   std::array<PCRE2_UCHAR, 256> reason{};
   pcre2_get_error_message(error, reason.data(), reason.size());
-  fault = reinterpret_cast<const char*>(reason.data());
-  return nullptr;
+  return text::Fault{text::fromUtf8(reinterpret_cast<const char*>(reason.data()))};
 }
 
 bool callsGroups(std::string_view expression) {
@@ -134,15 +133,18 @@ int interpreted(const pcre2_code* code, std::string_view text, std::uint32_t opt
 
 }  // namespace
 
+void FreeCode::operator()(pcre2_real_code_8* code) const { pcre2_code_free(code); }
+
 Expression::Expression(std::string_view expression)
     : repeats_(countRepeats(expression)),
       alternatives_(static_cast<std::size_t>(std::count(expression.begin(), expression.end(), '|'))),
       // What stands in a group that is repeated by a number, or called from elsewhere, is there more often than
       // written.
       hidesSteps_(expression.find("){") != expression.npos || callsGroups(expression)),
-      code_(compile(expression, fault_), [](pcre2_code* code) { pcre2_code_free(code); }) {
+      code_(compile(expression)) {
   std::uint32_t options = 0;
-  isUtf_ = code_ && pcre2_pattern_info(code_.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 && (options & PCRE2_UTF) != 0;
+  isUtf_ = compiled() && pcre2_pattern_info(code_.value.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 &&
+           (options & PCRE2_UTF) != 0;
 }
 
 bool Expression::mayRunUncounted(std::size_t length) const {
@@ -156,11 +158,11 @@ bool Expression::mayRunUncounted(std::size_t length) const {
 int Expression::execute(std::string_view text) const {
   if (mayRunUncounted(text.size())) {
     const int result =
-        pcre2_jit_match(code_.get(), bytesOf(text), text.size(), 0, 0, matching().groups.get(), limitsFor(text));
+        pcre2_jit_match(code_.value.get(), bytesOf(text), text.size(), 0, 0, matching().groups.get(), limitsFor(text));
     // It may have no machine code, or that may need more room than it has.
     if (result != PCRE2_ERROR_JIT_BADOPTION && result != PCRE2_ERROR_JIT_STACKLIMIT) return result;
   }
-  return interpreted(code_.get(), text, 0);
+  return interpreted(code_.value.get(), text, 0);
 }
 
 Answer Expression::match(std::string_view text) const {
@@ -171,13 +173,13 @@ Answer Expression::match(std::string_view text) const {
 
 bool Expression::anchored() const {
   std::uint32_t options = 0;
-  return pcre2_pattern_info(code_.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 && (options & PCRE2_ANCHORED) != 0;
+  return pcre2_pattern_info(code_.value.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 && (options & PCRE2_ANCHORED) != 0;
 }
 
 bool Expression::refusesAllThatStartWith(std::string_view text) const {
   // With this option the library stops as soon as it looks at the text's end; "no match" then was found without its
   // help, and more text changes nothing. Only an end at the place where the match starts is looked at unnoticed.
-  return text.size() >= 2 && interpreted(code_.get(), text, PCRE2_PARTIAL_HARD) == PCRE2_ERROR_NOMATCH;
+  return text.size() >= 2 && interpreted(code_.value.get(), text, PCRE2_PARTIAL_HARD) == PCRE2_ERROR_NOMATCH;
 }
 
 char foldedByte(char c, char before) {
@@ -214,9 +216,10 @@ const UserExpression* keptExpression(std::wstring_view pattern) {
   return kept->code.compiled() ? kept : nullptr;
 }
 
-std::string expressionFault(std::wstring_view pattern) {
+text::Fault expressionFault(std::wstring_view pattern) {
   if (kindOf(pattern) != PatternKind::expression) return {};
-  return pattern.size() < 3 ? "nothing stands between its slashes" : fromCache(pattern)->code.fault();
+  if (pattern.size() < 3) return {L"nothing stands between its slashes"};
+  return fromCache(pattern)->code.fault();
 }
 
 void narrowInto(std::string& buffer, std::wstring_view text) {

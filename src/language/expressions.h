@@ -7,6 +7,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "text/fault.h"
+
 struct pcre2_real_code_8;
 
 namespace language {
@@ -14,13 +16,18 @@ namespace language {
 // unfinished: the match was given up, beyond the limits of steps, depth or memory; whether there is one isn't known.
 enum class Answer { none, match, unfinished };
 
+struct FreeCode {
+  void operator()(pcre2_real_code_8* code) const;
+};
+using CompiledCode = std::unique_ptr<pcre2_real_code_8, FreeCode>;
+
 // An expression on UTF-8 bytes, compiled without options.
 class Expression {
  public:
   explicit Expression(std::string_view expression);
-  [[nodiscard]] bool compiled() const { return code_ != nullptr; }
-  // Why it isn't compiled, in the library's words; empty: it is.
-  [[nodiscard]] const std::string& fault() const { return fault_; }
+  [[nodiscard]] bool compiled() const { return code_.value != nullptr; }
+  // Why it isn't compiled, in the library's words.
+  [[nodiscard]] const text::Fault& fault() const { return code_.fault; }
   // From position 0, unanchored. A match that sets a group beyond the 80th doesn't count.
   [[nodiscard]] Answer match(std::string_view text) const;
   // True when it can match at the very start of a text only.
@@ -36,8 +43,7 @@ class Expression {
   std::size_t repeats_;  // of single characters
   std::size_t alternatives_;
   bool hidesSteps_;  // more than these tell
-  std::string fault_;
-  std::unique_ptr<pcre2_real_code_8, void (*)(pcre2_real_code_8*)> code_;
+  text::Result<CompiledCode> code_;
   bool isUtf_ = false;
 };
 
@@ -80,8 +86,8 @@ class PatternCache {
 // The compiled form of a pattern in slashes, the slashes included; null when nothing stands between them or PCRE2
 // refuses it. Valid until the next call.
 const UserExpression* keptExpression(std::wstring_view pattern);
-// Why a pattern in slashes is no expression; empty: it is one, or the pattern has another form.
-std::string expressionFault(std::wstring_view pattern);
+// Why a pattern in slashes is no expression. None: it is one, or the pattern has another form.
+text::Fault expressionFault(std::wstring_view pattern);
 
 // Replaces buffer by text in UTF-8; no memory is taken once the buffer has grown.
 void narrowInto(std::string& buffer, std::wstring_view text);

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "os/web.h"
+#include "text/encoding.h"
 
 namespace os {
 namespace {
@@ -67,20 +68,20 @@ bool setUp(CURL* handle, const WebRequest& request, curl_slist* headers) {
 
 class CurlWeb : public Web {
  public:
-  WebAnswer send(const WebRequest& request) override {
+  text::Result<std::string> send(const WebRequest& request) override {
     const Easy handle(isReady() ? curl_easy_init() : nullptr, &curl_easy_cleanup);
     const HeaderList headers = headerList(request.headers);
-    if (!handle || (!headers && !request.headers.empty())) return {{}, "the request can't be prepared"};
+    if (!handle || (!headers && !request.headers.empty())) return text::Fault{L"the request can't be prepared"};
     std::array<char, CURL_ERROR_SIZE> fault{};
     Received received{.bytes = {}, .most = request.mostKept};
     if (!setUp(handle.get(), request, headers.get()) || !set(handle.get(), CURLOPT_ERRORBUFFER, fault.data()) ||
         !set(handle.get(), CURLOPT_WRITEFUNCTION, &receive) ||
         !set(handle.get(), CURLOPT_WRITEDATA, static_cast<void*>(&received))) {
-      return {{}, "the request can't be prepared"};
+      return text::Fault{L"the request can't be prepared"};
     }
     const CURLcode code = curl_easy_perform(handle.get());
-    WebAnswer answer{std::move(received.bytes), {}};
-    if (code != CURLE_OK) answer.fault = fault[0] != '\0' ? fault.data() : curl_easy_strerror(code);
+    text::Result<std::string> answer(std::move(received.bytes));
+    if (code != CURLE_OK) answer.fault = {text::fromUtf8(fault[0] != '\0' ? fault.data() : curl_easy_strerror(code))};
     return answer;
   }
 };

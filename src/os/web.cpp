@@ -19,9 +19,9 @@ std::string withoutCredentials(const std::string& url) {
 
 }  // namespace
 
-WebAnswer WithheldWeb::send(const WebRequest& request) {
+text::Result<std::string> WithheldWeb::send(const WebRequest& request) {
   asked_.push_back((request.body ? "POST " : "GET ") + withoutCredentials(request.url));
-  return {{}, fault_};
+  return fault_;
 }
 
 Web& web() { return *inForce(); }

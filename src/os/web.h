@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "text/fault.h"
+
 namespace os {
 
 struct WebHeader {
@@ -23,28 +25,26 @@ struct WebRequest {
   int wholeSeconds = 120;
   std::size_t mostKept = std::size_t{16} << 20;  // bytes of the answer; the rest is read and dropped
 };
-struct WebAnswer {
-  std::string body;   // what came, also of a request that failed on the way
-  std::string fault;  // one line; empty: there is a whole answer, whatever its status
-};
 
 class Web {
  public:
   virtual ~Web() = default;
-  virtual WebAnswer send(const WebRequest& request) = 0;
+  // The body of the answer, whatever its status. With a fault, one line, it is what came of it on the way.
+  virtual text::Result<std::string> send(const WebRequest& request) = 0;
 };
 std::unique_ptr<Web> machineWeb();
 
-// Sends nothing: every request fails with that fault, and its address is kept, without user and password.
+// Sends nothing: every request fails with that fault, an empty one gives empty answers. Its address is kept, without
+// user and password.
 class WithheldWeb : public Web {
  public:
-  explicit WithheldWeb(std::string fault) : fault_(std::move(fault)) {}
-  WebAnswer send(const WebRequest& request) override;
+  explicit WithheldWeb(std::wstring fault) : fault_{std::move(fault)} {}
+  text::Result<std::string> send(const WebRequest& request) override;
   // "GET http://host/path", "POST ...", in order.
   [[nodiscard]] const std::vector<std::string>& asked() const { return asked_; }
 
  private:
-  std::string fault_;
+  text::Fault fault_;
   std::vector<std::string> asked_;
 };
 

@@ -22,9 +22,10 @@ void fillErrorBuffer(wchar_t* buffer, std::wstring_view fault) {
 extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* version, const char* build,
                                     wchar_t* errbuf) {
   try {
-    const plugin::StartResult result = plugin::startPlugin(version ? version : "", build ? build : "");
-    if (result.status != 0) fillErrorBuffer(errbuf, result.fault);
-    return result.status;
+    const text::Fault fault = plugin::startPlugin(version ? version : "", build ? build : "");
+    if (!fault) return 0;
+    fillErrorBuffer(errbuf, fault.what);
+    return -1;
   } catch (const std::exception& fault) {
     const std::wstring text = text::fromUtf8(fault.what());
     fillErrorBuffer(errbuf, text);

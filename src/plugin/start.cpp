@@ -37,9 +37,9 @@ constexpr int kWideCharSize = sizeof(wchar_t);
 constexpr std::array<std::wstring_view, 5> kKnownVersions = {L"Creo 4.0", L"Creo 5.0", L"Creo 6.0", L"Creo 7.0",
                                                              L"Creo 8.0"};
 
-StartResult notStarted(std::wstring fault) {
-  creoLog(fault);
-  return {-1, std::move(fault)};
+text::Fault notStarted(std::wstring what) {
+  creoLog(what);
+  return {std::move(what)};
 }
 
 // Both files, the user's after the site's; appdata holds the user's folder.
@@ -95,7 +95,7 @@ void attach() {
 
 }  // namespace
 
-StartResult startPlugin(std::string_view version, std::string_view build) {
+text::Fault startPlugin(std::string_view version, std::string_view build) {
   PluginState& state = pluginState();
   handDownActions();
   run::screen() = ui::screen();
@@ -109,9 +109,9 @@ StartResult startPlugin(std::string_view version, std::string_view build) {
   state.creoBuild = text::fromUtf8(build);
   readConfiguration();
   if (!tempFolderIsWritable()) {
-    StartResult result = notStarted(L"<KVD> No rights to write files inside the temp directory.");
+    text::Fault fault = notStarted(L"<KVD> No rights to write files inside the temp directory.");
     creoLog(state.tempPath);
-    return result;
+    return fault;
   }
   testGraphics();
   if (creoVersionIsKnown()) attach();

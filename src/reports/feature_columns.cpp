@@ -38,26 +38,24 @@ std::wstring flexibleComponent(const creo::ProFeature& component) {
   return text::format(L"%d - %s - %s", component.id, creo::ProFeatureNameGet(component).value, items);
 }
 
-// How a pattern's members regenerate; nothing where that can't be read. fault: gets why, if the element is no good.
-std::optional<int> regenerationType(const creo::ProFeature& pattern, std::wstring& fault) {
+// How a pattern's members regenerate; nothing where it doesn't say.
+std::optional<creo::Got<int>> regenerationType(const creo::ProFeature& pattern) {
   const auto tree = creo::ProPatternElemtreeCreate(pattern);
   if (!tree) return std::nullopt;
   const auto element = creo::ProElemtreeElementGet(tree.value, creo::kPatternRegeneration);
   if (!element) return std::nullopt;
-  const auto type = creo::ProElementIntegerGet(element.value);
-  if (type) return type.value;
-  if (type.error == creo::ProBadInputs)
-    fault = L"Bad Inputs";
-  else if (type.error == creo::ProInvalidType)
-    fault = L"Invalid type";
-  else
-    fault = L"Fehler beim lesen";
-  return std::nullopt;
+  return creo::ProElementIntegerGet(element.value);
 }
 
-std::wstring_view regenerationWord(std::optional<int> type) {
-  if (!type) return L" - Failure";
-  switch (*type) {
+// What stands before the name of a pattern whose element can't be read.
+std::wstring_view unreadWord(creo::ProError error) {
+  if (error == creo::ProBadInputs) return L"Bad Inputs";
+  return error == creo::ProInvalidType ? L"Invalid type" : L"Fehler beim lesen";
+}
+
+std::wstring_view regenerationWord(const std::optional<creo::Got<int>>& type) {
+  if (!type || !*type) return L" - Failure";
+  switch (type->value) {
     case creo::kGeneralPattern:
       return L" - General";
     case creo::kVaryingPattern:
@@ -74,7 +72,8 @@ std::wstring_view regenerationWord(std::optional<int> type) {
 std::wstring patternLine(const creo::ProFeature& pattern) {
   std::wstring line;
   const auto ofGroup = creo::ProFeatureGrppatternStatusGet(pattern);
-  const std::optional<int> type = regenerationType(pattern, line);
+  const auto type = regenerationType(pattern);
+  if (type && !*type) line += unreadWord(type->error);
   const auto name = creo::ProModelitemNameGet({creo::ProItemType::feature, pattern.id, pattern.owner, {}});
   line += name ? name.value : text::format(L"%d", pattern.id);
   line += ofGroup && ofGroup.value ? L" - Group" : L" - Feature";

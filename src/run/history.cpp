@@ -141,10 +141,10 @@ bool isAlreadyReworked(creo::ProMdl model) {
   return reworked;
 }
 
-bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records) {
-  records.clear();
+std::vector<HistoryRecord> readHistory(creo::ProMdl model) {
+  std::vector<HistoryRecord> records;
   const auto cls = openClass(model);
-  if (!cls) return false;
+  if (!cls) return records;
   HistoryRecord record;
   eachRecord(*cls, [&](int number) {
     const auto read = [&](const wchar_t* pattern, std::wstring& value) {
@@ -160,16 +160,16 @@ bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records) {
     records.push_back(record);
     return Met::read;
   });
-  return true;
+  return records;
 }
 
 std::wstring historyText(std::string_view row) {
   const auto point = row.rfind('.');
   if (point == std::string_view::npos) return L"No model selected";
   const std::wstring extension = text::upper(text::fromUtf8(row.substr(point + 1)));
-  std::vector<HistoryRecord> records;
   const creo::ProMdl model = documents::retrieveByFileName(row, extension);
-  if (!model || !readHistory(model, records) || records.empty()) return L"No history found";
+  const std::vector<HistoryRecord> records = model ? readHistory(model) : std::vector<HistoryRecord>();
+  if (records.empty()) return L"No history found";
   std::wstring text;
   for (const HistoryRecord& record : records) text += lineOf(record);
   return text;

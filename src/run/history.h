@@ -19,9 +19,9 @@ void writeHistory(creo::ProMdl model);
 bool isAlreadyReworked(creo::ProMdl model);
 // How many records the model says that it has; 0 also where its data can't be opened. In damaged data some are missing.
 int historyCount(creo::ProMdl model);
-// All records that are there; false when the model's data can't be opened. A slot that can't be read keeps the former
+// All records that are there; none where the model's data can't be opened. A slot that can't be read keeps the former
 // record's value; a record without one is left out.
-bool readHistory(creo::ProMdl model, std::vector<HistoryRecord>& records);
+std::vector<HistoryRecord> readHistory(creo::ProMdl model);
 // What the history dialog shows for a table row ("BRACKET.PRT"): a line a record, "*" before those of the chosen
 // package and list; "No history found" without one, "No model selected" for a text that names no model.
 std::wstring historyText(std::string_view row);

@@ -88,8 +88,8 @@ FilterSource load(const std::wstring& path) {
   source.path = path;
   auto loaded = core::xmlLoadFile(path);
   source.broken = !loaded;
-  if (source.broken) core::creoLog(L"<KVD> sourceData - " + loaded.fault);
-  source.document = std::move(loaded.document);
+  if (source.broken) core::creoLog(L"<KVD> sourceData - " + loaded.fault.sentence());
+  source.document = std::move(loaded.value);
   return source;
 }
 

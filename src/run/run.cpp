@@ -179,14 +179,14 @@ bool refusesForeignModel() {
 bool openList() {
   const std::wstring path = selectedListPath();
   creoLog(L"<KVD> Kelvane - open Selected XML", kError);
-  XmlLoaded loaded = xmlLoadFile(path);
+  auto loaded = xmlLoadFile(path);
   logWrite(path, kDebug);
-  if (loaded && xmlChildCount(loaded.document->root()) == 0) loaded.fault = path + L": it holds no element";
-  if (!loaded.fault.empty()) {
-    logWrite(loaded.fault, kError);
+  if (loaded && xmlChildCount(loaded.value->root()) == 0) loaded.fault = {L"it holds no element", path};
+  if (!loaded) {
+    logWrite(loaded.fault.sentence(), kError);
     return false;
   }
-  run()->document = std::move(loaded.document);
+  run()->document = std::move(loaded.value);
   run()->list = documents::actionList(*run()->document);
   return true;
 }

@@ -25,17 +25,16 @@ void leave(const std::string& dialog, const std::string&) { creo::ProUIDialogExi
 
 }  // namespace
 
-int createFilterDialog() {
+void createFilterDialog() {
   if (creo::ProUIDialogCreate(kDialog, kDialog)) {
     core::creoLog(L"<KVD> main - Error at create kvanefilter");
-    return 1;
+    return;
   }
   if (creo::ProUIOptionmenuSelectActionSet(kDialog, kChooser,
                                            [](const std::string&, const std::string&) { applyChosenFilter(); }))
     core::creoLog(L"<KVD> main - Error at add Filterlist Optionmenu Action");
   if (creo::ProUICheckbuttonActivateActionSet(kDialog, kUseListFilter, &pressUseListFilter))
     core::creoLog(L"<KVD> main - Error at set ReloadFiltered");
-  return 0;
 }
 
 void fillFilterChooser() { run::listFilters(); }

@@ -3,8 +3,8 @@
 
 namespace ui {
 
-// Creates the dialog and gives its components their actions. 0, or 1 when it can't be created.
-int createFilterDialog();
+// Creates the dialog and gives its components their actions. What fails leaves a line in Creo's log.
+void createFilterDialog();
 // "no Filter" and the filter files of the selected package.
 void fillFilterChooser();
 // Applies what stands in the chooser: drops the filter, or loads it; the table is rebuilt.

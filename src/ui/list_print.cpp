@@ -57,11 +57,10 @@ std::wstring pageOf(const core::XmlDocument& document) {
 }  // namespace
 
 void printActionList() {
-  const core::XmlLoaded loaded = core::xmlLoadFile(run::selectedListPath());
-  if (!loaded) return core::creoLog(loaded.fault);
+  const auto loaded = core::xmlLoadFile(run::selectedListPath());
+  if (!loaded) return core::creoLog(loaded.fault.sentence());
   const std::wstring path = core::pluginState().tempPath + std::wstring(kFileName);
-  if (os::files().write(path, text::toUtf8(pageOf(*loaded.document))))
-    return core::creoLog(L"<KVD> Error opening file!");
+  if (os::files().write(path, text::toUtf8(pageOf(*loaded.value)))) return core::creoLog(L"<KVD> Error opening file!");
   os::processes().open(path);
 }
 

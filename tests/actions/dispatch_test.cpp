@@ -45,11 +45,11 @@ TEST_F(Dispatch, TakesTheCurrentModelInHead) {
 }
 
 TEST_F(Dispatch, RefusesModelActionsWithoutAModel) {
-  core::XmlLoaded list = core::xmlParse(L"<task type=\"saveModel\"/>");
+  auto list = core::xmlParse(L"<task type=\"saveModel\"/>");
   world.start();
   actions::Subject none;
   core::pluginState().currentAction = L"Run Mapkey";  // the action before
-  EXPECT_EQ(actions::notHandled, actions::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  EXPECT_EQ(actions::notHandled, actions::dispatchAction(*core::xmlChildAt(list.value->root()->children, 0), none));
   EXPECT_EQ(L"E:This function need a model to get worked on it|E:CAN'T FIND THIS FUNCTION, FAILURE IN DLL",
             told(world.log()));
   EXPECT_FALSE(world.logHas(L"Run Mapkey"));

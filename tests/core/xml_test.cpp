@@ -36,7 +36,7 @@ std::wstring shape(const XmlNode& node) {
 
 std::wstring shapeOf(std::wstring text) {
   const auto loaded = core::xmlParse(std::move(text));
-  return loaded ? shape(*loaded.document->root()) : L"fault: " + loaded.fault;
+  return loaded ? shape(*loaded.value->root()) : L"fault: " + loaded.fault.sentence();
 }
 
 std::wstring times(std::size_t count, std::wstring_view piece) {
@@ -106,7 +106,7 @@ TEST(Xml, AttributesOfAnyLengthAtAnyPlace) {
 TEST(Xml, NodesAreChainedInDocumentOrder) {
   const auto loaded = core::xmlParse(L"<list><head/><body><task/></body></list>");
   ASSERT_TRUE(loaded);
-  const XmlNode* root = loaded.document->root();
+  const XmlNode* root = loaded.value->root();
   EXPECT_EQ(root, root->parent);
   EXPECT_EQ(0, root->isElement);
   EXPECT_EQ(root->next, core::xmlChildAt(root->children, 0));
@@ -127,7 +127,7 @@ TEST(Xml, BlocksOfEight) {
     for (std::size_t i = 0; i < count; ++i) text += L" n" + std::to_wstring(i) + L"=\"" + std::to_wstring(i) + L"\"";
     text += L">" + times(count, L"<c/>") + L"</a>";
     const auto loaded = core::xmlParse(text);
-    const XmlNode* node = loaded.document->root()->next;
+    const XmlNode* node = loaded.value->root()->next;
     EXPECT_EQ(count, core::xmlChildCount(node));
     for (std::size_t i = 0; i < 20; ++i) {
       EXPECT_EQ(i < count, core::xmlChildAt(node->children, i) != nullptr) << count << ' ' << i;
@@ -144,7 +144,7 @@ TEST(Xml, BlocksOfEight) {
 
 TEST(Xml, AttributesAreFoundByTheirExactFirstName) {
   const auto loaded = core::xmlParse(L"<a Name=\"1\" name=\"2\" name=\"3\"/>");
-  const auto* attributes = loaded.document->root()->next->attributes;
+  const auto* attributes = loaded.value->root()->next->attributes;
   EXPECT_EQ(L"2", attrFind(attributes, L"name")->value);
   EXPECT_EQ(nullptr, attrFind(attributes, L"NAME"));
   EXPECT_EQ(nullptr, attrFind(nullptr, L"name"));
@@ -172,7 +172,7 @@ TEST(Xml, ADocumentMayBeUtf16) {
   for (const char* bytes : {"\xFF\xFE<\0a\0/\0>\0", "\xFE\xFF\0<\0a\0/\0>"}) {
     const auto loaded = core::xmlParse(std::string_view(bytes, 10));
     ASSERT_TRUE(loaded);
-    EXPECT_EQ(L"a", loaded.document->root()->next->name);
+    EXPECT_EQ(L"a", loaded.value->root()->next->name);
   }
 }
 
@@ -180,8 +180,8 @@ TEST(Xml, LinesOfNodes) {
   const auto loaded = core::xmlParse(
       L"<?xml\n?><a>\n\n  <b\n x=\"1\"/><c/>\n</a\n>\n<d x=\"two\nlines\"\n\ty\n=\"2\"/><e/>" + std::wstring(64, L' '));
   std::wstring lines;
-  for (const XmlNode* node = loaded.document->root()->next; node; node = node->next)
-    lines += std::wstring(node->name) + std::to_wstring(loaded.document->lineOf(*node)) + L" ";
+  for (const XmlNode* node = loaded.value->root()->next; node; node = node->next)
+    lines += std::wstring(node->name) + std::to_wstring(loaded.value->lineOf(*node)) + L" ";
   EXPECT_EQ(L"a2 b4 c5 d8 e11 ", lines);
 }
 
@@ -189,12 +189,12 @@ TEST(Xml, AMillionTagsNeedNoStack) {
   constexpr std::size_t kMany = 1'000'000;
   const auto deep = core::xmlParse(times(kMany, L"<a>"));
   std::size_t depth = 0;
-  for (const XmlNode* node = deep.document->root(); node->children; node = node->next) ++depth;
+  for (const XmlNode* node = deep.value->root(); node->children; node = node->next) ++depth;
   EXPECT_EQ(kMany, depth);
   const auto closed = core::xmlParse(times(kMany, L"</a>") + L"<b/>");
-  EXPECT_EQ(L"root(b)", shape(*closed.document->root()));
+  EXPECT_EQ(L"root(b)", shape(*closed.value->root()));
   const auto flat = core::xmlParse(L"<a>" + times(kMany, L"<b/>"));
-  EXPECT_EQ(kMany, core::xmlChildCount(flat.document->root()->next));
+  EXPECT_EQ(kMany, core::xmlChildCount(flat.value->root()->next));
 }
 
 TEST(Xml, Files) {
@@ -207,18 +207,19 @@ TEST(Xml, Files) {
                                  "fung\"/>"));
   const auto loaded = core::xmlLoadFile(L"q:\\list.xml");
   ASSERT_TRUE(loaded);
-  EXPECT_EQ(L"root(list[name=Prüfung])", shape(*loaded.document->root()));
+  EXPECT_EQ(L"root(list[name=Prüfung])", shape(*loaded.value->root()));
 
   ASSERT_FALSE(os::files().write(L"q:\\list.xml",
                                  "<list name=\"Pr\xFC"
                                  "fung \x80\"/>"));  // Windows-1252
-  EXPECT_EQ(L"root(list[name=Prüfung €])", shape(*core::xmlLoadFile(L"q:\\list.xml").document->root()));
+  EXPECT_EQ(L"root(list[name=Prüfung €])", shape(*core::xmlLoadFile(L"q:\\list.xml").value->root()));
 
   ASSERT_FALSE(os::files().write(L"q:\\list.xml", "<a>\n<" + std::string(260, 'n')));
-  EXPECT_EQ(L"q:\\list.xml: line 2: a name holds more than 259 characters", core::xmlLoadFile(L"q:\\list.xml").fault);
+  EXPECT_EQ(L"q:\\list.xml: line 2: a name holds more than 259 characters",
+            core::xmlLoadFile(L"q:\\list.xml").fault.sentence());
   const auto missing = core::xmlLoadFile(L"q:\\none.xml");
   EXPECT_FALSE(missing);
-  EXPECT_EQ(L"q:\\none.xml: No such file or directory", missing.fault);
+  EXPECT_EQ(L"q:\\none.xml: No such file or directory", missing.fault.sentence());
   std::filesystem::remove_all(folder);
 }
 

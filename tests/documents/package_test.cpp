@@ -185,9 +185,9 @@ TEST_F(Packages, WhatIsHostileOrNoZipIsRefusedAndWritesNothing) {
 TEST(PackageRules, MoreMembersThanAnyPackageHasAreRefused) {
   std::vector<documents::ZipMember> members(documents::kMostMembers);
   for (documents::ZipMember& member : members) member.name = L"a";
-  EXPECT_EQ(L"", documents::packageFault(members, 1));
+  EXPECT_EQ(L"", documents::packageFault(members, 1).what);
   members.push_back(members.front());
-  EXPECT_EQ(L"has more than 100000 members", documents::packageFault(members, 1));
+  EXPECT_EQ(L"has more than 100000 members", documents::packageFault(members, 1).what);
 }
 
 TEST_F(Packages, ProgramsStayProgramsAndWhatIsEncryptedIsSaidToBe) {

@@ -16,8 +16,8 @@ namespace test {
 inline std::unique_ptr<core::XmlDocument> parsed(std::wstring text) {
   std::replace(text.begin(), text.end(), L'\'', L'"');
   auto loaded = core::xmlParse(std::move(text));
-  if (!loaded) throw std::invalid_argument(text::toUtf8(loaded.fault));
-  return std::move(loaded.document);
+  if (!loaded) throw std::invalid_argument(text::toUtf8(loaded.fault.sentence()));
+  return std::move(loaded.value);
 }
 inline const core::XmlNode& element(const core::XmlDocument& document) { return *document.root()->next; }
 

@@ -202,9 +202,9 @@ class DocumentedExample : public testing::TestWithParam<Example> {
 };
 
 TEST_P(DocumentedExample, IsCarriedOutAndTouchesWhatItsRowTells) {
-  const core::XmlLoaded loaded = core::xmlParse(std::string_view("<list>" + GetParam().tasks + "</list>"));
-  ASSERT_TRUE(loaded) << text::toUtf8(loaded.fault);
-  const core::XmlNode& list = *loaded.document->root()->next;
+  const auto loaded = core::xmlParse(std::string_view("<list>" + GetParam().tasks + "</list>"));
+  ASSERT_TRUE(loaded) << text::toUtf8(loaded.fault.sentence());
+  const core::XmlNode& list = *loaded.value->root()->next;
   const Told message = readTasks(list);
   for (const Kind& kind : kindsOf(list)) {
     SCOPED_TRACE(text::toUtf8(kind.name));

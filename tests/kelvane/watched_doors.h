@@ -65,7 +65,7 @@ class WatchedDoors : public headless::SessionObserver {
       : world_(world),
         files_(std::make_shared<WatchedFiles>(world.disk())),
         processes_(std::make_shared<os::RecordedProcesses>()),
-        web_(std::make_shared<os::WithheldWeb>("there is no network here")),
+        web_(std::make_shared<os::WithheldWeb>(L"there is no network here")),
         webGuard_(web_) {
     os::surroundings().files = files_;
     os::surroundings().processes = processes_;

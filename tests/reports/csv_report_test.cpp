@@ -30,7 +30,7 @@ class CsvReportTest : public testing::Test {
                             text::toUtf8(path) + "\" " + attributes + "/>";
     const std::wstring file = os::mounts().system(world_.temp() + "/task.xml");
     writeBytes(World::machine(file), xml);
-    document_ = core::xmlLoadFile(file).document;
+    document_ = core::xmlLoadFile(file).value;
     actions::Subject subject;
     EXPECT_EQ(actions::dispatchAction(*core::xmlChildAt(document_->root()->children, 0), subject), actions::done);
     return *reportRegistry().find(text::fromUtf8(name));

@@ -348,9 +348,7 @@ TEST_F(Triggers, ARunWithoutGraphicsOrWithoutItsListEndsAndTheNextEventFires) {
     EXPECT_EQ(ProNoError, session().regenerate());
     expectQuiet(list);
     EXPECT_EQ(list == "say" ? L"did A.prt\ndid B.prt\ndid TOP.asm\n" : L"", lines(L"did ")) << list;
-    std::vector<run::HistoryRecord> records;
-    run::readHistory(top, records);
-    EXPECT_EQ(list == "say" ? 1U : 0U, records.size()) << list;
+    EXPECT_EQ(list == "say" ? 1U : 0U, run::readHistory(top).size()) << list;
     lines(L"");
     session().regenerate();
     EXPECT_NE(L"", lines(L"<KVD> start trigger before solid")) << list;
@@ -434,9 +432,7 @@ TEST_F(Triggers, HistoryDigitsHoldForOneRun) {
     own.session().save();
     const auto& messages = own.session().messages();
     EXPECT_EQ(runs, std::count(messages.begin(), messages.end(), L"did A")) << digits;
-    std::vector<run::HistoryRecord> history;
-    run::readHistory(a, history);
-    EXPECT_EQ(records, static_cast<int>(history.size())) << digits;
+    EXPECT_EQ(records, static_cast<int>(run::readHistory(a).size())) << digits;
     EXPECT_EQ(1, pluginState().writeExtData) << digits;
     EXPECT_EQ(1, pluginState().autoUnsetReworkedData) << digits;
     const bool complains = own.messages().find(L"history needs zero or two inputs [0,1]") != std::wstring::npos;

@@ -78,13 +78,13 @@ class Document {
       // Behind one of these the reader's elements are others than those that their author sees.
       if (fault.rule == "comment" || fault.rule == "quote-missing") scan_.elements.clear();
     }
-    if (!loaded_) add(0, "document-unreadable", "it can't be read: " + text::toUtf8(loaded_.fault));
-    if (loaded_ && core::xmlChildCount(loaded_.document->root()) == 0) add(0, "document-empty", "it holds no element");
+    if (!loaded_) add(0, "document-unreadable", "it can't be read: " + text::toUtf8(loaded_.fault.sentence()));
+    if (loaded_ && core::xmlChildCount(loaded_.value->root()) == 0) add(0, "document-empty", "it holds no element");
   }
 
   void checkList() {
     if (!loaded_) return;
-    const documents::ActionList list = documents::actionList(*loaded_.document);
+    const documents::ActionList list = documents::actionList(*loaded_.value);
     checkBehind();
     isDisplaced_ = areTagsBroken() || !list.foot;
     checkSections(list);
@@ -98,12 +98,12 @@ class Document {
   }
   void checkFilterFile() {
     if (!loaded_) return;
-    const XmlNode* block = documents::filterFileBlock(*loaded_.document);
+    const XmlNode* block = documents::filterFileBlock(*loaded_.value);
     if (!block) return;
     checkBehind();
     checkFilter(*block);
     if (!documents::holdsItems(*block))
-      add(*core::xmlChildAt(loaded_.document->root()->children, 0), "filter-empty", kNoItems);
+      add(*core::xmlChildAt(loaded_.value->root()->children, 0), "filter-empty", kNoItems);
   }
 
  private:
@@ -111,7 +111,7 @@ class Document {
     findings_.push_back({member_, line, section_, action_, place_, std::move(text), rule, std::move(attribute), {}});
   }
   void add(const XmlNode& at, std::string_view rule, std::string text, std::string attribute = {}) {
-    add(loaded_.document->lineOf(at), rule, std::move(text), std::move(attribute));
+    add(loaded_.value->lineOf(at), rule, std::move(text), std::move(attribute));
     findings_.back().element = elementOf(at);
   }
   void add(const XmlNode& at, AttributeFault fault) {
@@ -171,7 +171,7 @@ class Document {
 
   // Sections count by their place: a "foot" without a filter before it would be taken for the filter and never run.
   void checkSections(const documents::ActionList& list) {
-    const XmlNode* top = core::xmlChildAt(loaded_.document->root()->children, 0);
+    const XmlNode* top = core::xmlChildAt(loaded_.value->root()->children, 0);
     const std::pair<std::wstring_view, const XmlNode*> sections[] = {
         {L"head", list.head}, {L"body", list.body}, {L"filter", list.filter}, {L"foot", list.foot}};
     if (!top) return;
@@ -214,7 +214,7 @@ class Document {
   void checkBehind() {
     if (areTagsBroken()) return;
     bool isBehind = false;
-    core::xmlEachChild(*loaded_.document->root(), [&](const XmlNode& one) {
+    core::xmlEachChild(*loaded_.value->root(), [&](const XmlNode& one) {
       if (isBehind)
         add(one, "element-unknown",
             "the element '" + text::toUtf8(one.name) + "' stands behind the document's own one and isn't read");
@@ -419,7 +419,7 @@ class Document {
       const std::string name = text::toUtf8(child.name);
       if (reported.empty() && std::find(names.begin(), names.end(), name) == names.end() &&
           !nearest(name, names).empty())
-        reported = "; '" + name + "' in line " + std::to_string(loaded_.document->lineOf(child)) + " isn't it";
+        reported = "; '" + name + "' in line " + std::to_string(loaded_.value->lineOf(child)) + " isn't it";
     });
     return reported;
   }
@@ -506,7 +506,7 @@ class Document {
   bool isDisplaced_ = false;  // elements of the list stand elsewhere than their author sees them
   std::vector<Finding>& findings_;
   XmlScan scan_;
-  core::XmlLoaded loaded_;
+  text::Result<std::unique_ptr<core::XmlDocument>> loaded_;
   ListNames names_;
 };
 

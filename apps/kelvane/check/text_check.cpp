@@ -158,9 +158,10 @@ bool hasVariables(std::wstring_view text) {
 }
 
 std::string patternFault(std::wstring_view text) {
-  const std::string reason = language::expressionFault(text);
-  if (reason.empty()) return {};
-  return text.size() < 3 ? "an expression that holds nothing" : "an expression that doesn't compile (" + reason + ")";
+  const auto fault = language::expressionFault(text);
+  if (!fault) return {};
+  if (text.size() < 3) return "an expression that holds nothing";
+  return "an expression that doesn't compile (" + text::toUtf8(fault.what) + ")";
 }
 
 std::string expressionFault(std::wstring_view text) {

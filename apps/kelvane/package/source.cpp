@@ -40,11 +40,11 @@ class ZipPackage : public PackageSource {
  public:
   explicit ZipPackage(const std::string& path)
       : path_(path), opened_(documents::ZipReader::openFile(systemPath(path))) {
-    if (!opened_.fault.empty()) throw Fault(path + " can't be read: " + opened_.fault);
-    if (!opened_.zip) throw Fault(path + " is no package: it isn't a whole zip file");
-    const auto& members = opened_.zip->members();
-    const std::wstring fault = documents::packageFault(members, std::filesystem::file_size(path));
-    if (!fault.empty()) throw Fault(refusal(path, fault));
+    if (!opened_) throw Fault(path + " can't be read: " + text::toUtf8(opened_.fault.what));
+    if (!opened_.value) throw Fault(path + " is no package: it isn't a whole zip file");
+    const auto& members = opened_.value->members();
+    if (const auto fault = documents::packageFault(members, std::filesystem::file_size(path)))
+      throw Fault(refusal(path, fault.what));
     for (std::size_t i = 0; i < members.size(); ++i)
       if (!members[i].isFolder) take(i);
     if (members_.empty()) throw Fault(path + " holds no files");
@@ -55,9 +55,9 @@ class ZipPackage : public PackageSource {
 
   [[nodiscard]] std::string read(const std::string& member) const override {
     const std::size_t index = members_.at(member);
-    const documents::ZipMember& entry = opened_.zip->members()[index];
+    const documents::ZipMember& entry = opened_.value->members()[index];
     std::string bytes;
-    const bool whole = opened_.zip->extract(index, [&](std::string_view piece) {
+    const bool whole = opened_.value->extract(index, [&](std::string_view piece) {
       bytes += piece;
       return bytes.size() <= entry.size;
     });
@@ -68,18 +68,18 @@ class ZipPackage : public PackageSource {
     throw MemberFault(path_ + ": " + member + " can't be unpacked, " + why, why);
   }
   [[nodiscard]] bool isExecutable(const std::string& member) const override {
-    return opened_.zip->members()[members_.at(member)].isExecutable;
+    return opened_.value->members()[members_.at(member)].isExecutable;
   }
 
  private:
   void take(std::size_t index) {
     // Some packers write the separator of their own system.
-    const std::string name = text::replaceAll(text::toUtf8(opened_.zip->members()[index].name), "\\", "/");
+    const std::string name = text::replaceAll(text::toUtf8(opened_.value->members()[index].name), "\\", "/");
     if (!members_.emplace(name, index).second) throw Fault(path_ + " is damaged: it holds '" + name + "' twice");
   }
 
   std::string path_;
-  documents::ZipReader::Opened opened_;
+  text::Result<std::unique_ptr<documents::ZipReader>> opened_;
   ByMember<std::size_t> members_;
 };
 
@@ -115,8 +115,8 @@ class FolderPackage : public PackageSource {
       throw Fault(refusal(folder_.string(), L"has a member with a backslash in its name: " + text::fromUtf8(name)));
     documents::ZipMember member;
     member.name = text::fromUtf8(name);
-    if (const std::wstring_view fault = documents::memberFault(member); !fault.empty())
-      throw Fault(refusal(folder_.string(), std::wstring(fault) + L": " + member.name));
+    if (const auto fault = documents::memberFault(member))
+      throw Fault(refusal(folder_.string(), fault.what + L": " + member.name));
     if (const std::string fault = linkFault(entry); !fault.empty())
       throw Fault(folder_.string() + " is refused: its member '" + name + "' is a link " + fault);
     const auto [known, isNew] = files_.emplace(name, entry.path());
@@ -126,7 +126,7 @@ class FolderPackage : public PackageSource {
     }
     if (files_.size() > documents::kMostMembers)
       throw Fault(
-          refusal(folder_.string(), documents::packageFault(std::vector<documents::ZipMember>(files_.size()), 0)));
+          refusal(folder_.string(), documents::packageFault(std::vector<documents::ZipMember>(files_.size()), 0).what));
   }
   // What a package is made of lies in its folder; a link would bring in what happens to stand elsewhere.
   [[nodiscard]] std::string linkFault(const fs::directory_entry& entry) const {

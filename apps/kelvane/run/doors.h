@@ -32,8 +32,8 @@ class RunDoors {
   explicit RunDoors(const RunOptions& options) : processes_(os::surroundings().processes) {
     const os::Door open = options.dryRun ? os::Door::withheld : os::Door::open;
     os::doors() = {options.noPrograms ? os::Door::closed : open, {}};
-    if (options.noWeb) web_ = std::make_shared<os::WithheldWeb>("this run asks nothing of the web");
-    if (!web_ && options.dryRun) web_ = requests_ = std::make_shared<os::WithheldWeb>("");
+    if (options.noWeb) web_ = std::make_shared<os::WithheldWeb>(L"this run asks nothing of the web");
+    if (!web_ && options.dryRun) web_ = requests_ = std::make_shared<os::WithheldWeb>(L"");
     if (web_) webGuard_.emplace(web_);
     os::surroundings().processes = std::make_shared<SilentOpener>(processes_);
   }

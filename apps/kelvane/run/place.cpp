@@ -67,14 +67,14 @@ std::string modelsFolder(const RunOptions& options) {
 // A list that can't be read would run nothing and still count as having been run; a filter that can't lets nothing
 // pass.
 void requireReadable(const PackageSource& package, const std::string& member) {
-  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
-  if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault));
-  if (core::xmlChildCount(loaded.document->root()) == 0) throw Fault(member + ": it holds no element");
+  const auto loaded = core::xmlParse(package.read(member));
+  if (!loaded) throw Fault(member + ": " + text::toUtf8(loaded.fault.sentence()));
+  if (core::xmlChildCount(loaded.value->root()) == 0) throw Fault(member + ": it holds no element");
 }
 
 bool hasHeadOrFoot(const PackageSource& package, const std::string& member) {
-  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
-  const documents::ActionList list = documents::actionList(*loaded.document);
+  const auto loaded = core::xmlParse(package.read(member));
+  const documents::ActionList list = documents::actionList(*loaded.value);
   return core::xmlChildCount(list.head) > 0 || core::xmlChildCount(list.foot) > 0;
 }
 
@@ -171,8 +171,8 @@ RunPlace prepareRun(const RunOptions& options) {
     place.filter = chosenName(options.filter, filters(*package), "filter");
     requireReadable(*package, "filters/" + place.filter);
   }
-  if (const std::string fault = language::expressionFault(text::fromUtf8(options.select)); !fault.empty()) {
-    throw Fault("--select: '" + options.select + "' is no expression (" + fault + ")");
+  if (const auto fault = language::expressionFault(text::fromUtf8(options.select))) {
+    throw Fault("--select: '" + options.select + "' is no expression (" + text::toUtf8(fault.what) + ")");
   }
   (void)AcceptedExports(options.accept);
   const std::string config = configText(options);

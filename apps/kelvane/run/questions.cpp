@@ -120,10 +120,10 @@ class Collector {
 
 std::vector<ListQuestion> questionsOf(const PackageSource& package, const std::string& list) {
   const std::string member = "actionlists/" + list;
-  const core::XmlLoaded loaded = core::xmlParse(package.read(member));
+  const auto loaded = core::xmlParse(package.read(member));
   if (!loaded) return {};
-  const documents::ActionList sections = documents::actionList(*loaded.document);
-  Collector collector(member, *loaded.document);
+  const documents::ActionList sections = documents::actionList(*loaded.value);
+  Collector collector(member, *loaded.value);
   collector.section(sections.head, 'H');
   collector.section(sections.body, 'B');
   collector.section(sections.foot, 'F');

@@ -36,13 +36,13 @@ std::optional<std::vector<std::wstring>> linesOfFile(const Task& task) {
   const std::wstring_view given = task.attribute(L"notepath");
   const bool isPath = !given.empty() && given != kNoteDirectory;
   const std::wstring path = isPath ? wholePath(task.path(L"notepath", L"models")) : std::wstring(given);
-  std::wstring content;
-  if (!readTextFile(path, content)) return std::nullopt;
-  if (content.find(L'\0') != content.npos) {
+  const auto content = readTextFile(path);
+  if (!content) return std::nullopt;
+  if (content->find(L'\0') != content->npos) {
     failDetail(text::format(L"%s is no text in UTF-8 or Windows-1252", path));
     return std::nullopt;
   }
-  return text::lines(content);
+  return text::lines(*content);
 }
 
 std::optional<NewNote> newNoteOf(const Task& task) {

@@ -92,9 +92,9 @@ os::WebRequest requestTo(const std::string& url, const Credentials& credentials)
 std::string performed(const os::WebRequest& request, const Credentials& credentials) {
   if (credentials.text) tell(L"Add User Credentials");
   tell(L"Perform Request");
-  os::WebAnswer answer = os::web().send(request);
-  if (!answer.fault.empty()) core::logIndented(text::fromUtf8(credentials.masked(answer.fault)), core::kError, 1);
-  return std::move(answer.body);
+  auto answer = os::web().send(request);
+  if (!answer) core::logIndented(text::fromUtf8(credentials.masked(text::toUtf8(answer.fault.what))), core::kError, 1);
+  return std::move(answer.value);
 }
 
 // The token in an answer; nothing without one. Its place is counted from the key, with the quote behind it.

@@ -49,14 +49,14 @@ void give(const Task& task, const creo::ProAppearance& look) {
 }
 
 Outcome setAppearance(const Task& task) {
-  const AppearanceFile file = readAppearanceFile(task.path(L"path", L"models"));
-  if (!file.fault.empty()) {
-    core::logWrite(file.fault, core::kError);
+  const auto looks = readAppearanceFile(task.path(L"path", L"models"));
+  if (!looks) {
+    core::logWrite(looks.fault.sentence(), core::kError);
     return done;
   }
   const bool isNamed = !task.attribute(L"name").empty();
   const std::wstring name = nameIn(task, L"name");
-  const creo::ProAppearance* look = isNamed && name.empty() ? nullptr : lookNamed(file, name);
+  const creo::ProAppearance* look = isNamed && name.empty() ? nullptr : lookNamed(looks.value, name);
   if (look)
     give(task, *look);
   else

@@ -43,36 +43,32 @@ bool take(creo::ProAppearance& look, std::wstring_view word, std::wstring_view w
 
 }  // namespace
 
-AppearanceFile readAppearanceFile(const std::wstring& path) {
-  AppearanceFile file;
+text::Result<std::vector<creo::ProAppearance>> readAppearanceFile(const std::wstring& path) {
   const auto content = os::readText(path);
-  if (!content) {
-    file.fault = path + L": the file can't be read";
-    return file;
-  }
+  if (!content) return text::Fault{L"the file can't be read", path};
+  std::vector<creo::ProAppearance> looks;
   int number = 0;
   for (const std::wstring& whole : text::lines(content.value)) {
     ++number;
     const std::wstring_view line = text::trimmed(whole);
     if (line.empty() || line.starts_with(L'!')) continue;
     if (line.starts_with(L'[') && line.ends_with(L']') && line.size() > 2) {
-      file.looks.emplace_back().label = text::trimmed(line.substr(1, line.size() - 2));
+      looks.emplace_back().label = text::trimmed(line.substr(1, line.size() - 2));
       continue;
     }
     const auto blank = std::min(line.find_first_of(L" \t"), line.size());
-    if (!file.looks.empty() && take(file.looks.back(), line.substr(0, blank), line.substr(blank))) continue;
-    file.fault =
-        text::format(L"%s:%d: a line is [name], color with three numbers, or a property with one", path, number);
-    return file;
+    if (!looks.empty() && take(looks.back(), line.substr(0, blank), line.substr(blank))) continue;
+    return text::Fault{L"a line is [name], color with three numbers, or a property with one",
+                       text::format(L"%s:%d", path, number)};
   }
-  return file;
+  return looks;
 }
 
-const creo::ProAppearance* lookNamed(const AppearanceFile& file, std::wstring_view name) {
-  const auto found = std::find_if(file.looks.begin(), file.looks.end(), [&](const creo::ProAppearance& look) {
+const creo::ProAppearance* lookNamed(const std::vector<creo::ProAppearance>& looks, std::wstring_view name) {
+  const auto found = std::find_if(looks.begin(), looks.end(), [&](const creo::ProAppearance& look) {
     return name.empty() || text::equalNoCase(look.label, name);
   });
-  return found == file.looks.end() ? nullptr : &*found;
+  return found == looks.end() ? nullptr : &*found;
 }
 
 }  // namespace actions

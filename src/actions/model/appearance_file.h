@@ -6,19 +6,18 @@
 #include <vector>
 
 #include "creo/ProAppearance.h"
+#include "text/fault.h"
 
 namespace actions {
 
 // A line "[name]" begins a look, the lines behind it say what it is: "color" with red, green and blue, "ambient",
 // "diffuse", "highlight", "shininess", "transparency" with a number; all from 0 to 1. Empty lines and those that begin
 // with "!" say nothing.
-struct AppearanceFile {
-  std::vector<creo::ProAppearance> looks;  // in the file's order, each with its name as label
-  std::wstring fault;                      // empty: the file is good; else file, line and reason
-};
-AppearanceFile readAppearanceFile(const std::wstring& path);
+// The looks in the file's order, each with its name as label; a fault names the file, and the line where one is to
+// blame.
+text::Result<std::vector<creo::ProAppearance>> readAppearanceFile(const std::wstring& path);
 
 // Null for none; case-blind. An empty name stands for the first one.
-const creo::ProAppearance* lookNamed(const AppearanceFile& file, std::wstring_view name);
+const creo::ProAppearance* lookNamed(const std::vector<creo::ProAppearance>& looks, std::wstring_view name);
 
 }  // namespace actions

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "headless/store/text_fault.h"
+
 namespace headless {
 
 enum class JsonKind : std::uint8_t { null, boolean, integer, real, text, array, object };
@@ -28,12 +30,7 @@ struct Json {
   [[nodiscard]] const Json* member(std::string_view wanted) const;
 };
 
-// Where and why a text can't be taken. reason empty: there is no fault.
-struct JsonFault {
-  std::size_t line = 0;  // from 1
-  std::wstring reason;
-  explicit operator bool() const { return !reason.empty(); }
-};
+using JsonFault = TextFault;
 
 // Deeper nesting is refused, as nothing that walks a tree may exhaust the stack.
 constexpr int kJsonDepth = 200;

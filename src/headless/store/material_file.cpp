@@ -192,7 +192,7 @@ std::optional<MaterialForm> materialKind(std::wstring_view path) {
   return std::nullopt;
 }
 
-MaterialFault readMaterial(std::wstring_view content, MaterialForm form, ParameterList& into) {
+TextFault readMaterial(std::wstring_view content, MaterialForm form, ParameterList& into) {
   MaterialReader reader(form, into);
   std::size_t number = 0;
   for (const std::wstring& line : text::lines(content)) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "headless/store/parameter_record.h"
+#include "headless/store/text_fault.h"
 
 namespace headless {
 
@@ -16,13 +17,7 @@ enum class MaterialForm { properties, plain };
 // By a file's name; nothing for any other file.
 std::optional<MaterialForm> materialKind(std::wstring_view path);
 
-// A line that can't be taken. reason empty: there is no fault.
-struct MaterialFault {
-  std::size_t line = 0;  // from 1
-  std::wstring reason;
-  explicit operator bool() const { return !reason.empty(); }
-};
 // The parameters that a file's content gives a material; `into` is meaningful only without a fault.
-MaterialFault readMaterial(std::wstring_view content, MaterialForm form, ParameterList& into);
+TextFault readMaterial(std::wstring_view content, MaterialForm form, ParameterList& into);
 
 }  // namespace headless

@@ -50,19 +50,20 @@ Document::~Document() {
   if (document_) HPDF_Free(docOf(document_));
 }
 
-std::wstring Document::useFont(const std::wstring& path) {
+::text::Fault Document::useFont(const std::wstring& path) {
   auto file = os::files().read(path);
-  if (!file) return text::fromUtf8(file.error.message());
-  if (std::wstring fault = fontFault(file.value); !fault.empty()) return fault;
+  if (!file) return os::faultOf(file.error);
+  if (auto fault = fontFault(file.value)) return fault;
   HPDF_Doc doc = docOf(document_);
   HPDF_UseUTFEncodings(doc);
   HPDF_SetCurrentEncoder(doc, kEncoding);
   const char* name = HPDF_LoadTTFontFromFile(doc, os::mounts().machine(path).c_str(), HPDF_TRUE);
   font_ = name ? HPDF_GetFont(doc, name, kEncoding) : nullptr;
-  if (!font_) return L"it can't be used";
+  if (!font_) return {L"it can't be used"};
   fontFile_ = std::move(file.value);
   addPage();
-  return page_ ? L"" : L"there is no page";
+  if (!page_) return {L"there is no page"};
+  return {};
 }
 
 void Document::describe(const Properties& properties) {

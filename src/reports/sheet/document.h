@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/fault.h"
+
 namespace reports::sheet {
 
 struct Color {
@@ -26,8 +28,8 @@ class Document {
   Document& operator=(const Document&) = delete;
   // False: the library has no document for us.
   [[nodiscard]] bool isOpen() const { return document_ != nullptr; }
-  // Takes a TrueType font in and begins the first page. Else why not.
-  std::wstring useFont(const std::wstring& path);
+  // Takes a TrueType font in and begins the first page. A fault tells why not.
+  ::text::Fault useFont(const std::wstring& path);
   void describe(const Properties& properties);
 
   // What follows goes to a new page.

@@ -103,14 +103,15 @@ class Outlines {
 
 }  // namespace
 
-std::wstring fontFault(std::string_view bytes) {
+text::Fault fontFault(std::string_view bytes) {
   if (bytes.size() < kHeader || (!bytes.starts_with(kTrueType) && !bytes.starts_with(kTrueTypeToo)))
-    return L"it is no TrueType font";
+    return {L"it is no TrueType font"};
   const Tables tables(bytes);
-  if (tables.isCut) return L"the file is cut";
+  if (tables.isCut) return {L"the file is cut"};
   for (const std::string_view name : kNeeded)
-    if (tables.table(name).empty()) return text::format(L"its table '%s' is missing", text::fromUtf8(name));
-  return mapsUnicode(tables.table("cmap")) ? L"" : L"it has no table of Unicode characters";
+    if (tables.table(name).empty()) return {text::format(L"its table '%s' is missing", text::fromUtf8(name))};
+  if (!mapsUnicode(tables.table("cmap"))) return {L"it has no table of Unicode characters"};
+  return {};
 }
 
 void markComponents(std::string_view font, std::span<std::uint8_t> used) {

@@ -94,9 +94,9 @@ bool beginDocument(const Task& task, Document& document) {
     return false;
   }
   const std::wstring path = fontPath(task);
-  const std::wstring fault = document.useFont(path);
-  if (!fault.empty()) tellError(text::format(L"The font %s can't be used: %s", path, fault));
-  return fault.empty();
+  const text::Fault fault = document.useFont(path);
+  if (fault) tellError(text::format(L"The font %s can't be used: %s", path, fault.what));
+  return !fault;
 }
 
 void describe(const Task& task, Document& document) {

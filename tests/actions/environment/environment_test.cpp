@@ -71,10 +71,9 @@ TEST_F(Environment, TheWorkingFolderStaysChanged) {
 TEST_F(Environment, TheWorkingFolderIsTakenAsItStandsWithoutAModel) {
   std::filesystem::create_directories(world.models() + "/%COLOR%");
   world.start();
-  const core::XmlLoaded list =
-      core::xmlParse(L"<task type=\"setWorkingDirectory\" version=\"3\" path=\"d:\\%COLOR%\"/>");
+  const auto list = core::xmlParse(L"<task type=\"setWorkingDirectory\" version=\"3\" path=\"d:\\%COLOR%\"/>");
   actions::Subject none;
-  EXPECT_EQ(actions::done, actions::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  EXPECT_EQ(actions::done, actions::dispatchAction(*core::xmlChildAt(list.value->root()->children, 0), none));
   EXPECT_EQ(L"d:\\%COLOR%\\", creo::ProDirectoryCurrentGet().value);
   EXPECT_EQ(L" 0 Set working directory|W:Set working directory without model. !!No variable replacements!!",
             L" " + told(world.log()));

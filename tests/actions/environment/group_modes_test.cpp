@@ -261,7 +261,7 @@ TEST_F(GroupModes, WithoutAModelOnlyWhatNeedsNoneRuns) {
     std::string xml = group(std::string("mdlname='BRACKET.PRT' reworkMode='") + mode + "'");
     std::replace(xml.begin(), xml.end(), '\'', '"');
     const auto loaded = core::xmlParse(text::fromUtf8(xml));
-    actions::dispatchAction(*core::xmlChildAt(loaded.document->root()->children, 0), nothing);
+    actions::dispatchAction(*core::xmlChildAt(loaded.value->root()->children, 0), nothing);
     EXPECT_EQ(std::string(mode) == "5", language::userVariables().find(L"V") != nullptr);
   }
 }

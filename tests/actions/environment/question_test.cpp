@@ -140,10 +140,10 @@ TEST_F(Questions, WithoutAModelTheDialogSaysSo) {
     ok();
     return 0;
   });
-  const core::XmlLoaded list =
+  const auto list =
       core::xmlParse(L"<task type=\"setUserVariable\" version=\"3\" varType=\"1\" varName=\"v\" varValue=\"%A%\"/>");
   actions::Subject none;
-  EXPECT_EQ(actions::done, actions::dispatchAction(*core::xmlChildAt(list.document->root()->children, 0), none));
+  EXPECT_EQ(actions::done, actions::dispatchAction(*core::xmlChildAt(list.value->root()->children, 0), none));
   EXPECT_EQ(L"no model (head or foot)", model);
   EXPECT_EQ(L"%A%", variable());
 }

@@ -227,14 +227,14 @@ TEST_F(WebRequest, AVeryLongAnswerIsKeptInPart) {
   server.answerSlowly("/", kSize, 1 << 22, 0);
   os::WebRequest request;
   request.url = server.address();
-  const os::WebAnswer answer = os::web().send(request);
-  EXPECT_EQ("", answer.fault);
-  EXPECT_EQ(std::size_t{16} << 20, answer.body.size());
+  const auto answer = os::web().send(request);
+  EXPECT_EQ(L"", answer.fault.what);
+  EXPECT_EQ(std::size_t{16} << 20, answer.value.size());
 }
 
 TEST_F(WebRequest, RequestsCanBeWithheld) {
   WebServer server;
-  const auto withheld = std::make_shared<os::WithheldWeb>("requests are switched off");
+  const auto withheld = std::make_shared<os::WithheldWeb>(L"requests are switched off");
   const os::WebGuard guard(withheld);
   EXPECT_EQ("", answerTo("http://u:pw@host/a@b?c", "post='x'"));
   EXPECT_NE(std::wstring::npos, told_.find(L"E:requests are switched off|"));

@@ -378,15 +378,4 @@ void skipBlanks(std::string_view& text) {
   text.remove_prefix(first == std::string_view::npos ? text.size() : first);
 }
 
-std::optional<bool> truth(const RelationValue& value) {
-  const auto held = number(value);
-  return held ? std::optional<bool>(*held != 0) : std::nullopt;
-}
-
-std::optional<double> number(const RelationValue& value) {
-  if (const double* real = std::get_if<double>(&value)) return *real;
-  if (const bool* flag = std::get_if<bool>(&value)) return *flag ? 1.0 : 0.0;
-  return {};
-}
-
 }  // namespace headless

@@ -6,23 +6,15 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <variant>
+
+#include "headless/model/relation_value.h"
 
 namespace headless {
 
-// What relations compute with. None: it is there, but this session doesn't work it out, such as a mass or a value of
-// another model; whatever it goes into isn't worked out either.
-using RelationValue = std::variant<std::monostate, double, std::string, bool>;
 // The value of a name; nothing: there is no such name. A unit in its brackets, "[mm]", gives the number that turns
 // values of it into the model's units.
 using RelationLookup = std::function<std::optional<RelationValue>(std::string_view)>;
 
-struct Evaluated {
-  RelationValue value;
-  std::wstring fault;  // why it can't be read or worked out; empty for none
-  // It can be read: the fault lies in the values that its names have now, such as a division by 0.
-  bool byValues = false;
-};
 // Names are looked for by `lookup`, then among the constants. Angles are in degrees. What if(...) doesn't choose is
 // read and may have any value. guarded: folded names that somewhere exists("...") asks for; that one of them is missing
 // lies in the values, too. Null: none.
@@ -33,8 +25,5 @@ Evaluated evaluate(std::string_view expression, const RelationLookup& lookup,
 // of `text`; empty: no name stands there.
 std::string_view takeName(std::string_view& text);
 void skipBlanks(std::string_view& text);
-// Yes and no, or a number that is 0 or isn't. Nothing for what is neither.
-std::optional<bool> truth(const RelationValue& value);
-std::optional<double> number(const RelationValue& value);
 
 }  // namespace headless

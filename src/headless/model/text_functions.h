@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/model/expression.h"
+#include "headless/model/relation_value.h"
 
 namespace headless {
 

@@ -3,10 +3,6 @@
 #include <algorithm>
 
 #include "headless/proui/ui_state.h"
-#include "headless/session/events.h"
-#include "os/surroundings.h"
-#include "text/encoding.h"
-#include "text/format.h"
 
 namespace headless {
 namespace {
@@ -15,52 +11,7 @@ bool usable(const Component& component) { return component.shown && component.en
 
 }  // namespace
 
-bool canBeChosen(FileQuestion::What what, const std::wstring& path) {
-  switch (what) {
-    case FileQuestion::What::open:
-      return os::files().exists(path) && !os::files().isFolder(path);
-    case FileQuestion::What::save:
-      return !os::nameOf(path).empty() && !os::files().isFolder(path) && os::files().isFolder(os::folderOf(path));
-    case FileQuestion::What::folder:
-      return os::files().isFolder(path);
-  }
-  return false;
-}
-
-creo::Got<std::shared_ptr<Dialog>> Ui::State::find(std::string_view dialog) const {
-  const auto found = dialogs.find(dialog);
-  if (found == dialogs.end()) return creo::ProNotFound;
-  return found->second;
-}
-
-creo::Got<Component*> Ui::State::find(std::string_view dialog, std::string_view component, Kind kind) const {
-  const auto found = dialogs.find(dialog);
-  if (found == dialogs.end()) return creo::ProNotFound;
-  return found->second->find(component, kind);
-}
-
-int Ui::State::ask(const Question& question) {
-  questions.push_back(question);
-  const auto asked = answer;  // it may set another one while it answers
-  const int button = asked ? asked(question) : 0;
-  return button > 0 && static_cast<std::size_t>(button) < question.buttons.size() ? button : 0;
-}
-
-std::optional<std::wstring> Ui::State::askFile(const FileQuestion& question) {
-  const auto asked = fileAnswer;
-  return asked ? asked(question) : std::nullopt;
-}
-
-creo::ProError Ui::State::run(std::shared_ptr<Dialog> dialog, Action action, std::string component) const {
-  if (!action || !*action) return creo::ProNoError;
-  const std::wstring fault = guarded([&] { (*action)(dialog->name(), component); });
-  if (fault.empty()) return creo::ProNoError;
-  message(text::format(L"the action of '%s' in dialog '%s' ended with an exception: %s", text::fromUtf8(component),
-                       text::fromUtf8(dialog->name()), fault));
-  return creo::ProGeneralError;
-}
-
-Ui::Ui(std::function<void(const std::wstring&)> message) : state_(std::make_unique<State>()) {
+Ui::Ui(std::function<void(const std::wstring&)> message) : state_(std::make_unique<UiState>()) {
   state_->message = std::move(message);
 }
 Ui::~Ui() = default;

@@ -13,26 +13,11 @@
 #include "creo/ProUI.h"
 #include "creo/ProUITree.h"
 #include "headless/proui/dialog.h"
+#include "headless/proui/questions.h"
 
 namespace headless {
 
-// A question that blocks: a modal dialog was activated, or a message dialog shown. Returns when it is answered.
-struct Question {
-  std::string dialog;        // name of the modal dialog; empty for a message dialog
-  std::wstring title, text;  // of a message dialog
-  std::vector<std::wstring> buttons;
-};
-
-// One in which a file or a folder is picked; it blocks, too.
-struct FileQuestion {
-  enum class What { open, save, folder };
-  What what = What::open;
-  std::wstring title, filter;
-  std::wstring folder, proposal;  // where the dialog starts, and a name in it
-};
-
-// A dialog offers only what can be chosen: a file that is there, a place in a folder that is there, such a folder.
-bool canBeChosen(FileQuestion::What what, const std::wstring& path);
+struct UiState;  // ui_state.h
 
 class Ui {
  public:
@@ -69,14 +54,14 @@ class Ui {
   // Questions asked so far.
   [[nodiscard]] const std::vector<Question>& questions() const;
 
-  struct State;
-  State& state() { return *state_; }
+  // What dialogs are made of, for the operations of creo/.
+  UiState& state() { return *state_; }
 
  private:
   // Of a kind, shown and enabled.
   creo::Got<Component*> usableComponent(const std::string& dialog, const std::string& component, Kind kind);
 
-  std::unique_ptr<State> state_;
+  std::unique_ptr<UiState> state_;
 };
 
 }  // namespace headless

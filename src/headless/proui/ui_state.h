@@ -8,11 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "headless/proui/ui.h"
+#include "headless/proui/dialog.h"
+#include "headless/proui/questions.h"
 
 namespace headless {
 
-struct Ui::State {
+struct UiState {
   std::function<void(const std::wstring&)> message;
   std::map<std::string, std::shared_ptr<Dialog>, std::less<>> dialogs;
   std::function<int(const Question&)> answer;

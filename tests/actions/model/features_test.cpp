@@ -5,6 +5,7 @@
 #include "creo/ProAsmcomp.h"
 #include "creo/ProDatum.h"
 #include "creo/ProFamtable.h"
+#include "headless/model/models.h"
 #include "text/numbers.h"
 
 namespace test {

@@ -1,0 +1,16 @@
+#include "headless/model/relation_value.h"
+
+namespace headless {
+
+std::optional<bool> truth(const RelationValue& value) {
+  const auto held = number(value);
+  return held ? std::optional<bool>(*held != 0) : std::nullopt;
+}
+
+std::optional<double> number(const RelationValue& value) {
+  if (const double* real = std::get_if<double>(&value)) return *real;
+  if (const bool* flag = std::get_if<bool>(&value)) return *flag ? 1.0 : 0.0;
+  return {};
+}
+
+}  // namespace headless

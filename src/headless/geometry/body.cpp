@@ -14,6 +14,8 @@
 #include <cmath>
 #include <gp_Ax3.hxx>
 
+#include "headless/geometry/built_body.h"
+#include "headless/geometry/library_failure.h"
 #include "headless/geometry/shapes.h"
 #include "text/encoding.h"
 #include "text/format.h"

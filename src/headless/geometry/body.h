@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "creo/ProSolid.h"
+#include "headless/geometry/measured.h"
 #include "headless/geometry/primitive.h"
 
 namespace headless::geometry {
@@ -24,11 +25,6 @@ struct Built {
 // Each primitive adds to what those before it left, or cuts from it. Gives no body where there are none.
 Built build(const std::vector<Primitive>& primitives);
 
-// Of the solids alone: quilts have no volume, and 0 is that of a body of quilts alone.
-struct Measured {
-  double volume = 0, area = 0;
-  creo::ProVector centre;  // of the volume
-};
 // Measured once, then kept. Throws std::runtime_error, as outline does, for what the library can't measure.
 const Measured& measure(const Body& body);
 

@@ -19,6 +19,7 @@
 #include <sstream>
 
 #include "headless/geometry/exchange_shapes.h"
+#include "headless/geometry/library_failure.h"
 #include "text/encoding.h"
 
 namespace headless::geometry {

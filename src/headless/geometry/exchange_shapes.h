@@ -12,6 +12,8 @@
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
+#include "headless/geometry/built_body.h"
+#include "headless/geometry/library_failure.h"
 #include "headless/geometry/shapes.h"
 
 namespace headless::geometry {

@@ -13,6 +13,8 @@
 #include <gp_Pln.hxx>
 #include <gp_Sphere.hxx>
 
+#include "headless/geometry/built_body.h"
+#include "headless/geometry/library_failure.h"
 #include "headless/geometry/shapes.h"
 
 namespace headless::geometry {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "headless/geometry/exchange.h"
-#include "headless/geometry/shapes.h"
+#include "headless/geometry/foreign_shape.h"
 
 namespace headless::geometry {
 
@@ -22,12 +22,7 @@ struct ForeignFile {
 };
 ExchangeRead readForeign(const ForeignFile& file, ImportAs as);
 
-// The body that a STEP text holds, in mm. shape: null with a fault.
-struct ForeignBody {
-  TopoDS_Shape shape;
-  std::wstring fault;
-  std::vector<std::wstring> warnings;
-};
+// The body that a STEP text holds.
 ForeignBody foreignBody(std::string_view step);
 
 }  // namespace headless::geometry

@@ -5,6 +5,7 @@
 #include "headless/geometry/foreign_body.h"
 #include "headless/geometry/foreign_tree.h"
 #include "headless/geometry/foreign_wire.h"
+#include "headless/geometry/library_failure.h"
 #include "os/helper.h"
 #include "text/encoding.h"
 

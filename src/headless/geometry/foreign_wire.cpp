@@ -5,6 +5,7 @@
 #include <sstream>
 #include <unordered_map>
 
+#include "headless/geometry/library_failure.h"
 #include "text/encoding.h"
 
 namespace headless::geometry {

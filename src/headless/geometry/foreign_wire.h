@@ -6,7 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/geometry/foreign.h"
+#include "headless/geometry/exchange.h"
+#include "headless/geometry/foreign_shape.h"
 
 namespace headless::geometry {
 

@@ -13,6 +13,8 @@
 #include <TopoDS_Face.hxx>
 #include <cmath>
 
+#include "headless/geometry/built_body.h"
+#include "headless/geometry/library_failure.h"
 #include "headless/geometry/shapes.h"
 
 namespace headless::geometry {

@@ -2,6 +2,7 @@
 #include <BRepBuilderAPI_Transform.hxx>
 
 #include "headless/geometry/foreign.h"
+#include "headless/geometry/shapes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/pieces.h"

@@ -50,12 +50,19 @@ target_link_libraries(kelvane-import PRIVATE kvd_geometry kvd_flags)
 target_link_options(kelvane-import PRIVATE LINKER:--as-needed)  # what isn't loaded costs no start
 set_target_properties(kelvane-import PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 
-kvd_layer(creo_headless
-  FOLDERS headless/session headless/model headless/store headless/macros headless/proui headless/vault headless/exports
-          headless/pictures headless/creo
-  HEADERS headless/session.h
-  LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG
-  PkgConfig::TIFF ${HPDF})
+# The floors of the session, from the ground up: documents of models; models in memory; then what stands beside them; on
+# top the operations, which alone know the session's whole state.
+kvd_layer(kvd_store FOLDERS headless/store LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json)
+kvd_layer(kvd_model FOLDERS headless/model LINKS kvd_store)
+kvd_layer(kvd_session FOLDERS headless/session LINKS creo kvd_os)
+kvd_layer(kvd_proui FOLDERS headless/proui LINKS kvd_session kvd_store)
+kvd_layer(kvd_vault FOLDERS headless/vault LINKS kvd_model)
+kvd_layer(kvd_pictures FOLDERS headless/pictures LINKS kvd_model
+  PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG PkgConfig::TIFF)
+kvd_layer(kvd_exports FOLDERS headless/exports LINKS kvd_pictures PRIVATE_LINKS ${HPDF})
+kvd_layer(kvd_macros FOLDERS headless/macros LINKS kvd_model kvd_session)
+kvd_layer(creo_headless FOLDERS headless/creo HEADERS headless/session.h
+  LINKS kvd_macros kvd_exports kvd_vault kvd_proui nlohmann_json::nlohmann_json)
 
 # The floors of the plug-in, from the ground up: each links, and so can include, only what lies below.
 kvd_layer(kvd_core FOLDERS core LINKS creo kvd_os kvd_text)

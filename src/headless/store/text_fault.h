@@ -1,4 +1,5 @@
-// Why a text in a file can't be taken, and in which line: what readers of documents, tables, symbols and materials give.
+// Why a text in a file can't be taken, and in which line: what readers of documents, tables, symbols and materials
+// give.
 #pragma once
 
 #include <cstddef>

@@ -13,8 +13,7 @@ namespace actions {
 // A line "[name]" begins a look, the lines behind it say what it is: "color" with red, green and blue, "ambient",
 // "diffuse", "highlight", "shininess", "transparency" with a number; all from 0 to 1. Empty lines and those that begin
 // with "!" say nothing.
-// The looks in the file's order, each with its name as label; a fault names the file, and the line where one is to
-// blame.
+// The looks in the file's order, each with its name as label. A fault names the file, and the line if one is wrong.
 text::Result<std::vector<creo::ProAppearance>> readAppearanceFile(const std::wstring& path);
 
 // Null for none; case-blind. An empty name stands for the first one.

@@ -21,7 +21,7 @@ enum ProError : int {
   ProNotFound = -4,
   ProExists = -5,
   ProNoGraphics = -8,
-  ProNoFamtable = -12,  // no family table, or the item is in it already; nothing changed
+  ProNoFamtable = -12,  // no family table, one without rows, or the item is in it already; nothing changed
   ProCantWrite = -17,
   ProInvalidType = -18,
   ProStopVisit = -25,        // a visit's usual stop; also "not handled"

@@ -67,4 +67,8 @@ Answer isInstance(creo::ProMdl model);
 Answer isGeneric(creo::ProMdl model);
 Answer isSkeleton(creo::ProMdl model);
 
+// An instance's immediate generic; Creo doesn't bring one that isn't in memory, so that it is retrieved by its name.
+// ProNotFound: the model is no instance, or there is no such model.
+creo::Got<creo::ProMdl> immediateGeneric(creo::ProMdl instance);
+
 }  // namespace documents

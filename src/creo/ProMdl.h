@@ -27,10 +27,11 @@ Got<ProMdl> ProMdlCurrentGet();
 // A model that is in memory; nothing is retrieved. ProNotFound: it isn't.
 Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type);
 // Brings a model into memory, with the models it uses; one that is there already is given as it is. It is neither shown
-// nor made current. The working folder is looked in first, then the folders of the option search_path and the session's
-// folder of models; "NAME<GENERIC>" or an instance's bare name gives an instance. ProNotFound: no document of that
-// name; ProGeneralError: unreadable, the message area says file, line and reason. A component that can't be retrieved
-// is suppressed, and the assembly a success. With a PDM server, what isn't there is brought from it into its workspace.
+// nor made current. The working folder is looked in first, then the session's folder of models and the folders of the
+// option search_path, for formats and drawings also those of pro_format_dir; "NAME<GENERIC>" or an instance's bare name
+// gives an instance. ProNotFound: no document of that name; ProGeneralError: unreadable, the message area says file,
+// line and reason. A component that can't be retrieved is suppressed, and the assembly a success. With a PDM server,
+// what isn't there is brought from it into its workspace.
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type);
 // As ProMdlRetrieve with the master representation, which becomes the active one.
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type);

@@ -21,9 +21,9 @@ constexpr int kMostTries = 1000;
 
 Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
   return onModel("ProMdlnameBackup", model, [&](State& state, Model& m) -> Got<std::wstring> {
-    const std::wstring target = os::asFolder(folder);
+    const std::wstring target = folder.empty() ? state.models.folders().working() : os::asFolder(folder);
     if (!os::files().isFolder(target)) return ProNotFound;
-    headless::Folder there(target);
+    headless::Folder& there = state.models.folders().store().folder(target);
     const headless::DocumentFile* newest = there.find(m.document->name, m.type());
     int version = newest ? newest->version + 1 : 1;
     const auto text = state.models.documentText(m.handle);
@@ -37,11 +37,14 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
       if (error != std::errc::file_exists) break;
     }
     if (!error) {
+      there.enter({m.document->name, m.type(), version, headless::documentFileName(*m.document, version)},
+                  !state.options.withholdSaves);
       headless::handOut(*m.document);
+      m.document->moved = {there.path(), version};
       return path;
     }
     state.showMessage(headless::cantWrite(path, error));
-    return ProGeneralError;
+    return ProCantWrite;
   });
 }
 

@@ -17,6 +17,17 @@ namespace {
 
 constexpr int kMostTries = 1000;
 
+// Later saves go to that folder, which has the document as that version. One that was never saved lies there now.
+void moveSaves(headless::ModelDocument& document, const std::wstring& folder, int version) {
+  headless::handOut(document);
+  if (document.folder.empty()) {
+    document.folder = folder;
+    document.version = version;
+  } else {
+    document.moved = {folder, version};
+  }
+}
+
 }  // namespace
 
 Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
@@ -37,10 +48,9 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
       if (error != std::errc::file_exists) break;
     }
     if (!error) {
-      there.enter({m.document->name, m.type(), version, headless::documentFileName(*m.document, version)},
-                  !state.options.withholdSaves);
-      headless::handOut(*m.document);
-      m.document->moved = {there.path(), version};
+      // Where nothing is written the folder's next listing doesn't show it; then the name is found taken as above.
+      there.enter({m.document->name, m.type(), version, headless::documentFileName(*m.document, version)}, true);
+      moveSaves(*m.document, there.path(), version);
       return path;
     }
     state.showMessage(headless::cantWrite(path, error));

@@ -12,7 +12,8 @@ ProError ProFaminstanceLock(const ProFaminstance& instance, ProInstanceLock lock
 // the values, features and components that it had. ProGeneralError: the row, or one below it, is locked.
 ProError ProFaminstanceRemove(const ProFaminstance& instance);
 // Adds a row of that name, which has its generic's values; one that was taken out of its table before comes back with
-// its own values and the rows below it. ProExists: a row or a model in memory has the name.
+// its own values and the rows below it. ProExists: a row or a model in memory has the name; ProNotFound: the model has
+// no table; ProBadInputs: a name that is empty or longer than 31 characters.
 ProError ProFaminstanceAdd(const ProFaminstance& instance);
 // Takes the whole table away, its rows as ProFaminstanceRemove does it. ProGeneralError: one of them is locked, and
 // nothing was changed.

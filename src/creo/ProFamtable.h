@@ -19,13 +19,13 @@ struct ProFamtableItem {
   std::wstring name;
 };
 
-// ProNoError: the solid has a family table with rows. ProNotFound: none; a table without rows is told by another code.
-// ProBadInputs: no solid.
+// ProNoError: the solid has a family table with rows. ProNotFound: none; ProNoFamtable: one without rows; ProBadInputs:
+// no solid.
 ProError ProSolidFamtableCheck(ProMdl solid);
 // ProNotFound: the solid has no family table.
 Got<ProFamtable> ProFamtableInit(ProMdl solid);
-// ProNoError: the table has rows, and each of them can be read. ProNotFound: there is no table; one without rows is
-// told by another code; ProGeneralError: a row can't be read, the message area has the reason.
+// ProNoError: the table has rows, and each of them can be read. ProNotFound: there is no table; ProNoFamtable: it has
+// no rows; ProGeneralError: a row can't be read, the message area has the reason.
 ProError ProFamtableCheck(const ProFamtable& table);
 // The rows of a generic's own table, not those below them. ProNotFound: none.
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor);
@@ -44,26 +44,26 @@ Got<ProMdl> ProFaminstanceCreate(const ProFaminstance& instance);
 // ProGeneralError: the row can't be built.
 Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance);
 // An instance's generic as a model. immediate: the one whose table has the row, else the topmost. ProNotFound: the
-// model is no instance; another code: the immediate generic isn't in memory, and it isn't brought. Then
+// model is no instance; ProGeneralError: the immediate generic isn't in memory, and it isn't brought. Then
 // ProFaminstanceImmediategenericinfoGet tells what to retrieve.
 Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate);
-// The immediate generic's name, and the version of its document. ProNotFound: the model is no instance.
+// The immediate generic's name and type, be it in memory or not. ProNotFound: the model is no instance.
 struct ProGenericInfo {
   std::wstring name;
-  int version = 0;
+  ProMdlType type = ProMdlType::unused;
 };
 Got<ProGenericInfo> ProFaminstanceImmediategenericinfoGet(ProMdl instance);
 
 // The column that a model's parameter has or would have. ProBadInputs: it is no parameter of the model itself;
 // ProNotFound: it has gone.
 Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter);
-// Adds a column, in which all rows have the generic's value. ProExists: it is there; ProNoFamtable or ProGeneralError:
-// the model has no family table.
+// Adds a column, in which all rows have the generic's value. ProExists: it is there; ProGeneralError: the model has no
+// family table.
 ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item);
 
 // The columns of a generic's own table. ProNotFound: none.
 ProError ProFamtableItemVisit(const ProFamtable& table, Visitor<ProFamtableItem> visitor);
-// With its values in all rows of that table. ProNotFound: it is no column of the table.
+// With its values in all rows of that table. ProNotFound: it is no column of the table; ProBadInputs: there is none.
 ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& item);
 
 // An instance's value of a parameter column: its own, or the one it takes over from its generic, in the units of the

@@ -40,8 +40,8 @@ struct ProServercheckinopts {
   std::wstring defaultLocation;  // the server's folder for an object that is new: "/Designs"; empty: the server's own
 };
 // The model as it was saved into the workspace becomes the object's next iteration and is closed to changes. It isn't
-// saved here: what is unsaved in memory doesn't come along. Results as above, ProConflicts too where it uses what the
-// workspace hasn't; the workspace's document is whole in any case.
+// saved here: what is unsaved in memory doesn't come along. Results as above, ProConflicts too where it was never saved
+// there; the workspace's document is whole in any case.
 ProError ProServerObjectsCheckin(ProMdl model, const ProServercheckinopts& options, std::wstring& conflicts);
 // Empties the active workspace: all objects, or with conflicts none.
 ProError ProServerObjectsRemove(std::wstring& conflicts);

@@ -90,7 +90,7 @@ class FamilySearch {
 
 Answer instancePredicate(const Question& question) {
   const auto generic = creo::ProFaminstanceImmediategenericinfoGet(question.model);
-  if (!generic || generic.value.version == -1) return Answer::no;
+  if (!generic || generic.value.type == creo::ProMdlType::unused) return Answer::no;
   const auto name = creo::ProMdlNameGet(question.model);
   return answer(name && !text::equalNoCase(name.value, generic.value.name));
 }
@@ -168,5 +168,12 @@ std::span<const Predicate> familyPredicates() { return kPredicates; }
 Answer isInstance(creo::ProMdl model) { return ask(kInstance, model, {}); }
 Answer isGeneric(creo::ProMdl model) { return ask(kGeneric, model, {}); }
 Answer isSkeleton(creo::ProMdl model) { return ask(kSkeleton, model, {}); }
+
+creo::Got<creo::ProMdl> immediateGeneric(creo::ProMdl instance) {
+  const auto there = creo::ProFaminstanceGenericGet(instance, true);
+  if (there || there.error == creo::ProNotFound) return there;
+  const auto info = creo::ProFaminstanceImmediategenericinfoGet(instance);
+  return info ? creo::ProMdlRetrieve(info.value.name, info.value.type) : there;
+}
 
 }  // namespace documents

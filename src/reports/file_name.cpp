@@ -8,7 +8,10 @@ namespace reports {
 
 std::wstring genericName(creo::ProMdl model) {
   const auto generic = creo::ProFaminstanceGenericGet(model, true);
-  return generic ? creo::ProMdlNameGet(generic.value).value : std::wstring();
+  if (generic) return creo::ProMdlNameGet(generic.value).value;
+  // An immediate generic that isn't in memory has its name all the same.
+  return generic.error == creo::ProNotFound ? std::wstring()
+                                            : creo::ProFaminstanceImmediategenericinfoGet(model).value.name;
 }
 
 std::wstring fileNameValue(creo::ProMdl model, const creo::ProMdlData& data) {

@@ -122,7 +122,7 @@ constexpr ListColumn<Dependency> kColumns[] = {
 void dependencyList(CsvReport& report, const ListSubject& subject) {
   const ListRows<Dependency> rows(report, kColumns);
   const auto used = creo::ProMdlDependenciesList(subject.model);
-  if (!used || used.value.empty()) return;
+  if (!used) return;  // or it uses nothing
   std::optional<TreeQuantities> tree;
   if (subject.type == creo::ProMdlType::assembly) tree.emplace(subject.model);
   for (const creo::ProDependency& element : used.value)

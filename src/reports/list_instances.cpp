@@ -2,6 +2,7 @@
 #include "actions/model/parameter_values.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
+#include "documents/predicates.h"
 #include "reports/list_rows.h"
 
 namespace reports {
@@ -77,7 +78,7 @@ class FamilyRows {
 
 void instanceList(CsvReport& report, const ListSubject& subject) {
   const Wanted wanted(subject.task);
-  const auto generic = creo::ProFaminstanceGenericGet(subject.model, true);
+  const auto generic = documents::immediateGeneric(subject.model);
   const bool hasTable = creo::ProSolidFamtableCheck(subject.model) == creo::ProNoError;
   const std::wstring name = creo::ProMdlNameGet(subject.model).value;
   const std::wstring above = generic ? creo::ProMdlNameGet(generic.value).value : std::wstring();

@@ -79,7 +79,7 @@ class Walk {
 
   void addOfSolid(creo::ProMdl model, const std::wstring& name, std::vector<Step>& next) {
     if (!flags_.skipGenerics && documents::isInstance(model) == documents::Answer::yes) {
-      if (const auto generic = creo::ProFaminstanceGenericGet(model, true))
+      if (const auto generic = documents::immediateGeneric(model))
         next.push_back({generic.value, false});
       else
         core::creoLog(text::format(L"<KVD> The generic of %s can't be used.", name));
@@ -117,6 +117,7 @@ class Walk {
 
   void addDependents(creo::ProMdl model, std::vector<Step>& next) {
     const auto used = creo::ProMdlDependenciesList(model);
+    if (used.error == creo::ProNotFound) return;  // it uses nothing
     if (!used) return failureLine(L"ProMdlDependenciesList");
     creo::DirectoryGuard guard;
     changeToFolderOf(model, guard);
@@ -127,6 +128,7 @@ class Walk {
   void addUsed(creo::ProMdl model, creo::ProMdlType type, std::vector<Step>& next) {
     if (type == creo::ProMdlType::assembly) {
       const auto used = creo::ProMdlDependenciesList(model);
+      if (used.error == creo::ProNotFound) return;
       if (!used) return failureLine(L"ProMdlDependenciesList");
       for (const creo::ProDependency& dependency : used.value) addDependency(dependency, next, Miss::told);
     } else if (type == creo::ProMdlType::drawing) {

@@ -145,9 +145,13 @@ ProError contained(Body body) {
   }
 }
 
+// Creo is always told to go on: an error would keep a person from saving or erasing the model, and a faulty list is no
+// reason for that.
 void hangOn(ProNotifyType type, ProError (*handler)(const ProNotification&)) {
-  const ProError error = ProNotificationSet(
-      type, [handler](const ProNotification& event) { return contained([&] { return handler(event); }); });
+  const ProError error = ProNotificationSet(type, [handler](const ProNotification& event) {
+    contained([&] { return handler(event); });
+    return ProNoError;
+  });
   if (error != ProNoError) {
     creoLog(text::format(L"<KVD> Failure while hang in notification %d", static_cast<int>(type)));
   }

@@ -3,6 +3,8 @@
 
 #include "actions/action_fixture.h"
 #include "creo/ProMdl.h"
+#include "creo/ProMdlCopy.h"
+#include "creo/ProParameter.h"
 #include "creo/ProUtil.h"
 #include "documents/parsed.h"
 #include "headless/model/models.h"
@@ -311,6 +313,54 @@ TEST_F(VaultLists, FiltersAndTokensKnowTheServersObjects) {
     EXPECT_EQ(item.out, test::predicate(item.attributes, part)) << text::toUtf8(item.attributes);
   EXPECT_EQ(ProNoError, ProDirectoryChange(L"wtws://plm/design/"));
   EXPECT_EQ(L"d:\\", ProDirectoryCurrentGet().value);
+}
+
+TEST_F(VaultLists, TheServersNamesAndAddresses) {
+  begin();
+  EXPECT_EQ(ProNotFound, ProServerModelNameToAliasedURL(L"bracket.prt").error);
+  const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
+  EXPECT_EQ(ProNoError, ProMdlCommonnameSet(part, L"Angle")) << "no server's";
+  told("in.xml");
+  told("out.xml");
+  EXPECT_EQ(L"wtws://plm/design/bracket.prt", ProServerModelNameToAliasedURL(L"BRACKET.PRT").value);
+  const auto address = ProServerAliasedURLToURL(L"wtws://plm/design/bracket.prt");
+  EXPECT_NE(std::wstring::npos, address.value.find(L"&oid=VR:document:1&"));
+  EXPECT_EQ(ProBadInputs, ProServerAliasedURLToURL(L"http://plm/bracket.prt").error);
+  EXPECT_EQ(ProGeneralError, ProMdlCommonnameSet(part, L"Other"));
+  EXPECT_EQ(L"Angle", ProMdlCommonnameGet(part).value);
+  world.session().setOption(L"let_proe_rename_pdm_objects", L"yes");
+  EXPECT_EQ(ProNoError, ProMdlCommonnameSet(part, L"Other"));
+  // An object that the workspace doesn't have lies in the common space.
+  ASSERT_TRUE(vault()->release({L"BRACKET", ProMdlType::part}));
+  ASSERT_TRUE(vault()->leave({L"BRACKET", ProMdlType::part}, {"ann", "design"}));
+  EXPECT_EQ(L"wtpub://plm/Designs/bracket.prt", ProServerModelNameToAliasedURL(L"bracket.prt").value);
+  EXPECT_EQ(address.value, ProServerAliasedURLToURL(L"wtpub://plm/Designs/bracket.prt").value);
+}
+
+TEST_F(VaultLists, UnsavedChangesStayBehindACheckIn) {
+  begin();
+  const ProMdl part = ProMdlInit(L"BRACKET", ProMdlType::part).value;
+  const auto norm = [](const std::string& document) { return document.find("NORM") != std::string::npos; };
+  ProParamvalue value;
+  value.type = ProParamvalueType::string;
+  value.string = L"WN";
+  ASSERT_TRUE(ProParameterCreate(ProMdlToModelitem(part).value, L"NORM", value));
+  std::wstring conflicts;
+  ASSERT_EQ(ProNoError, ProServerObjectsCheckin(part, {}, conflicts));
+  EXPECT_FALSE(norm(world.document("BRACKET.prt")));
+  EXPECT_TRUE(ProMdlModificationVerify(part).value);
+  // The action saves before it checks in.
+  told("out.xml");
+  EXPECT_EQ(L"checkinModel|Model checked in", told("in.xml"));
+  std::string content;
+  ASSERT_TRUE(vault()->content({L"BRACKET", ProMdlType::part}, 2, content));
+  EXPECT_TRUE(norm(content));
+  EXPECT_EQ(content, world.document("BRACKET.prt"));
+  // One that was never saved isn't in the workspace.
+  const ProMdl fresh = ProMdlCopy(part, L"FRESH").value;
+  world.session().models().find(fresh)->document->folder.clear();
+  EXPECT_EQ(ProConflicts, ProServerObjectsCheckin(fresh, {}, conflicts));
+  EXPECT_EQ(L"FRESH.PRT was never saved in the workspace", conflicts);
 }
 
 TEST_F(VaultLists, AHeldLockAndADiskThatFailsLoseNothing) {

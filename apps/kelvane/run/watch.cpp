@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -22,6 +23,7 @@
 #include "kelvane/log/lines.h"
 #include "kelvane/show/model_folder.h"
 #include "language/comparison_watch.h"
+#include "os/paths.h"
 #include "os/surroundings.h"
 #include "reports/csv_report.h"
 #include "run/run.h"
@@ -141,9 +143,11 @@ RunWatch::Document& RunWatch::documentOf(const std::string& model) {
 void RunWatch::saved(const headless::SavedDocument& document) {
   if (options_.readOnly) return;
   Document& known = documentOf(label(document.name, document.type));
-  if (!known.isSaved()) known.firstVersion = document.version;
-  if (known.stem.empty()) known.stem = documentStem(document.path);
+  FoundVersion found = foundVersion(document);
+  if (!known.isSaved()) known.firstVersion = found.next;
+  if (known.stem.empty()) known.stem = std::move(found.stem);
   known.path = document.path;
+  known.isMoved = !document.readPath.empty();
   paths_.insert(document.path);
   noteWritten(known);
 }
@@ -298,8 +302,7 @@ void RunWatch::tellUnknownSteps() {
 // Does the document differ from what lies on disk, or in a dry run would lie there, its history aside?
 bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const {
   if (!document.isContentModified()) return false;
-  const auto before =
-      session_.models().folders().read(document.folder + headless::documentFileName(document, document.version));
+  const auto before = session_.models().folders().read(headless::savedPath(document));
   return !before || compared({}, before.value, session_.models().documentText(model).value).any();
 }
 
@@ -331,12 +334,32 @@ void RunWatch::tellUnsaved() {
   if (!line.empty()) console_.trouble("warning: changed, but not saved: " + line);
 }
 
+// A backup moves where a model is saved: its own folder doesn't have what the run changed.
+void RunWatch::tellMoved() {
+  std::map<std::string, std::set<std::string>> byFolder;
+  for (const Document& document : documents_) {
+    std::wstring folder = os::folderOf(document.path);
+    if (folder.ends_with(L'\\')) folder.pop_back();
+    if (document.isMoved) byFolder[readable(folder)].insert(document.label);
+  }
+  for (const auto& [folder, models] : byFolder) {
+    constexpr std::size_t kMost = 20;
+    std::string line;
+    std::size_t count = 0;
+    for (const std::string& one : models)
+      if (count++ < kMost) line += (line.empty() ? "" : ", ") + one;
+    if (count > kMost) line += " and " + std::to_string(count - kMost) + " more";
+    console_.note("saved in " + folder + " since a backup: " + line);
+  }
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
   tellRefusedExpressions();
   compareSaved();
   running_ = false;
   tellUnknownSteps();
+  tellMoved();
   tellUnsaved();
   log_.tellHidden();
   std::string passedOver;

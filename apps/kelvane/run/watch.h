@@ -76,6 +76,7 @@ class RunWatch : public headless::SessionObserver {
     std::string before;      // what it was called before the run; empty: the same
     std::wstring stem;       // "d:\bracket.prt", where the versions that the run found lie
     std::wstring path;       // of the version that was saved last
+    bool isMoved = false;    // to a backup's folder
     int firstVersion = 0;    // that this run wrote; 0: none
     bool compared = true;    // since it was written
     ModelChanges changes{};  // of a dry run
@@ -103,6 +104,7 @@ class RunWatch : public headless::SessionObserver {
   void compareSaved();
   [[nodiscard]] ModelChanges changesOf(const Document& document) const;
   void tellUnknownSteps();
+  void tellMoved();
   [[nodiscard]] bool isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const;
   void noteErased(const std::string& model);
   void tellUnsaved();

@@ -40,6 +40,11 @@ std::wstring documentStem(const std::wstring& path) {
   return file && file->version > 0 ? path.substr(0, path.rfind(L'.')) : path;
 }
 
+FoundVersion foundVersion(const headless::SavedDocument& saved) {
+  if (saved.readPath.empty()) return {documentStem(saved.path), saved.version};
+  return {documentStem(saved.readPath), saved.readVersion + 1};
+}
+
 std::wstring versionBefore(const std::wstring& stem, int version) {
   return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
 }

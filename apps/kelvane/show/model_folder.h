@@ -26,6 +26,13 @@ std::string label(const std::wstring& name, creo::ProMdlType type);
 
 // "d:\shaft.prt" of "d:\shaft.prt.4"; a document of version 0 has no number.
 std::wstring documentStem(const std::wstring& path);
+// The stem and the number of the version that comes behind what the session read, for versionBefore: where a backup
+// moved a model's saves, nobody had it in that folder before.
+struct FoundVersion {
+  std::wstring stem;
+  int next = 0;
+};
+FoundVersion foundVersion(const headless::SavedDocument& saved);
 // The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
 std::wstring versionBefore(const std::wstring& stem, int version);
 

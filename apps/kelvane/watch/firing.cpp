@@ -59,7 +59,10 @@ void FiringWatch::saved(const headless::SavedDocument& document) {
   const std::string name = label(document.name, document.type);
   if (running_) {
     Saved& known = running_->saved[name];
-    if (known.firstVersion == 0) known = {documentStem(document.path), {}, document.version};
+    if (known.firstVersion == 0) {
+      const FoundVersion found = foundVersion(document);
+      known = {found.stem, {}, found.next};
+    }
     known.path = document.path;
   }
   if (events_.on()) events_.tell("saved", {{"model", name}, {"version", document.version}});
@@ -158,7 +161,7 @@ std::pair<std::string, std::string> FiringWatch::beforeAndNow(const std::string&
   if (isSaved)
     path = versionBefore(saved->second.stem, saved->second.firstVersion);
   else if (document)
-    path = document->folder + headless::documentFileName(*document, document->version);
+    path = headless::savedPath(*document);
   return {models.folders().read(path).value, std::move(now)};
 }
 

@@ -1,6 +1,7 @@
 // Models go in and out of the PDM server's workspace. Without an active server or workspace these actions do nothing.
 #include "actions/task.h"
 #include "core/log.h"
+#include "creo/ProMdl.h"
 #include "documents/server_workspace.h"
 #include "language/variables.h"
 #include "text/format.h"
@@ -20,6 +21,14 @@ void tell(creo::ProError result, const std::wstring& conflicts, std::wstring_vie
 // The log has one text for both directions.
 constexpr std::wstring_view kFailed = L"Failure happend while checkin";
 
+// What is checked in is what was saved, and behind it the model is closed to saves. One that can't be saved anyway has
+// its reason from the check-in.
+creo::ProError saveChanges(creo::ProMdl model) {
+  const auto changed = creo::ProMdlModificationVerify(model);
+  const auto open = creo::ProMdlIsModifiable(model, false);
+  return changed && changed.value && open && open.value ? creo::ProMdlSave(model) : creo::ProNoError;
+}
+
 Outcome checkinModel(const Task& task) {
   if (!documents::activeWorkspace()) return done;
   creo::ProServercheckinopts options;
@@ -32,7 +41,8 @@ Outcome checkinModel(const Task& task) {
     options.defaultLocation = location.text;
   }
   std::wstring conflicts;
-  const auto result = creo::ProServerObjectsCheckin(task.model(), options, conflicts);
+  auto result = saveChanges(task.model());
+  if (result == creo::ProNoError) result = creo::ProServerObjectsCheckin(task.model(), options, conflicts);
   tell(result, conflicts, L"Model checked in", kFailed);
   return done;
 }

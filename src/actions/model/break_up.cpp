@@ -15,6 +15,7 @@
 #include "os/surroundings.h"
 #include "text/format.h"
 #include "text/letters.h"
+#include "text/units.h"
 
 namespace actions {
 namespace {
@@ -23,6 +24,8 @@ using namespace creo;
 
 // Numbers in a row that other models may have taken.
 constexpr int kMostTaken = 100;
+// A longer name is no model's, and the instance would never get it back.
+constexpr int kLongestName = 31;
 // A body's ids have gaps: surfaces beyond the highest one that is seen may have a look too.
 constexpr int kIdsBeyond = 100;
 
@@ -49,22 +52,26 @@ Got<std::wstring> renameForWriteout(ProMdl instance, BreakUp& state) {
   return ProExists;
 }
 
-// Writes the copy of an instance. Empty: it is on disk; else why not.
+// Saves the copy of an instance, which has a file already. Empty: it is on disk as it is to be; else why not.
 std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstring>& commonName) {
   if (commonName && ProMdlCommonnameSet(copy, commonName.value) != ProNoError)
     return L"its copy doesn't take the common name";
-  // A first version that lies there is of another time; it goes once this one is there.
+  // A first version that lies there is of another time, or the copy's own from before the save; it goes once there is
+  // one behind it.
   const auto type = ProMdlTypeGet(copy);
   const auto folder = ProDirectoryCurrentGet();
   const std::wstring old = folder.value + text::lower(name + L'.' + typeExtension(type.value)) + L".1";
   const bool wasThere = folder && os::files().exists(old);
   if (ProMdlSave(copy) != ProNoError) return L"its copy can't be saved";
-  if (wasThere && os::files().remove(old)) core::logWrite(L"Failure while delete " + old, core::kWarning);
+  const auto saved = ProMdlDataGet(copy);
+  if (wasThere && saved && saved.value.version > 1 && os::files().remove(old))
+    core::logWrite(L"Failure while delete " + old, core::kWarning);
   return {};
 }
 
 // Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
 bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
+  if (text::units(instance.name) > kLongestName) return stays(instance, L"it can't be copied");
   const auto commonName = ProMdlCommonnameGet(model);
   const auto writeout = renameForWriteout(model, state);
   if (!writeout) return stays(instance, L"it can't be renamed");
@@ -72,8 +79,11 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   const auto type = ProMdlTypeGet(model);
   const auto replaces = ProMdlnameIsTaken(instance.name, type.value);
   if (const auto copy = ProMdlCopy(model, instance.name)) {
+    const auto file = ProMdlOriginGet(copy.value);
     fault = saveCopy(copy.value, instance.name, commonName);
     ProMdlErase(copy.value);
+    if (!fault.empty() && file && os::files().exists(file.value) && os::files().remove(file.value))
+      core::logWrite(L"Failure while delete " + file.value, core::kWarning);
   }
   if (fault.empty() && replaces && replaces.value)
     core::logWrite(text::format(L"A model of the name %s.%s was on disk already: the instance replaces it",

@@ -79,7 +79,15 @@ ProError removeColumn(ProMdl model, const ProParameter& parameter) {
   const auto table = ProFamtableInit(model);
   if (!table) return ProNoFamtable;
   const auto item = ProParameterToFamtableItem(parameter);
-  return item ? ProFamtableItemRemove(table.value, item.value) : item.error;
+  if (!item) return item.error;
+  // Asked for first: Creo's answer to one that is no column is that of a failure.
+  bool isColumn = false;
+  const ProError visited = ProFamtableItemVisit(table.value, [&](const ProFamtableItem& column) {
+    isColumn = isColumn || (column.type == item.value.type && text::equalNoCase(column.name, item.value.name));
+    return ProNoError;
+  });
+  if (!isColumn && (visited == ProNoError || visited == ProNotFound)) return ProNoFamtable;
+  return ProFamtableItemRemove(table.value, item.value);
 }
 
 void deleteColumn(ProMdl model, const ProParameter& parameter) {

@@ -114,8 +114,11 @@ class LayerTemplate {
     const auto backup = creo::ProMdlnameBackup(template_, logs);
     if (!backup) return core::logWrite(L"Failure while backup to temppath", core::kWarning);
     copyFile_ = backup.value;
-    if (creo::ProMdlErase(template_) != creo::ProNoError)
+    if (creo::ProMdlErase(template_) != creo::ProNoError) {
       core::logWrite(L"Failure while erase copy model", core::kWarning);
+      core::logWrite(text::format(L"%s.%s is saved in %s from now on", file_.name, file_.extension, logs),
+                     core::kWarning);
+    }
     const auto changed = directory.change(logs);
     const auto copied = changed == creo::ProNoError ? creo::ProMdlRetrieve(file_.name, file_.type) : changed;
     if (!copied) return core::logWrite(L"Something is wrong while the second receive", core::kWarning);

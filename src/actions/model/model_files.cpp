@@ -73,30 +73,23 @@ Outcome renameModel(const Task& task) {
   return done;
 }
 
-// Writes a model that has no folder yet into that of another one, and takes it out of memory.
-creo::ProError saveBeside(creo::ProMdl copy, creo::ProMdl model) {
+// A copy has its file at once, in the working folder: for as long as it is made that is the one that the model is saved
+// to. It goes out of memory again.
+creo::ProError copyBeside(creo::ProMdl model, const std::wstring& name) {
   creo::DirectoryGuard folder;
-  const auto beside = creo::ProMdlDirectoryPathGet(model);
-  creo::ProError result = beside ? folder.change(beside.value) : creo::ProNoError;
-  if (!result) result = creo::ProMdlSave(copy);
-  const creo::ProError erased = creo::ProMdlErase(copy);
-  return result ? result : erased;
+  if (const auto beside = creo::ProMdlDirectoryPathGet(model))
+    if (const creo::ProError elsewhere = folder.change(beside.value)) return elsewhere;
+  const auto copy = creo::ProMdlCopy(model, name);
+  return copy ? creo::ProMdlErase(copy.value) : copy.error;
 }
 
 Outcome copyModel(const Task& task) {
   const auto name = newName(task);
   if (!name) return done;
   const auto taken = creo::ProMdlnameIsTaken(task.model(), *name);
-  const auto copy = !taken        ? creo::Got<creo::ProMdl>(taken.error)
-                    : taken.value ? creo::Got<creo::ProMdl>(creo::ProExists)
-                                  : creo::ProMdlCopy(task.model(), *name);
-  if (!copy) {
-    tellRefusal(copy.error, *name, L"The model can't be copied");
-    return done;
-  }
-  const std::wstring made = label(copy.value);
-  if (saveBeside(copy.value, task.model()))
-    core::logWrite(text::format(L"%s can't be written", made), core::kError);
+  const std::wstring made = *name + L'.' + creo::ProMdlExtensionGet(task.model()).value;
+  if (const auto result = !taken ? taken.error : taken.value ? creo::ProExists : copyBeside(task.model(), *name))
+    tellRefusal(result, *name, text::format(L"%s can't be written", made));
   else
     core::logIndented(text::format(L"%s is written", made), core::kNormal, 1);
   return done;
@@ -147,25 +140,37 @@ class Needed {
   std::vector<std::wstring> missing_;
 };
 
-bool liesIn(creo::ProMdl model, const std::wstring& folder) {
-  const auto own = creo::ProMdlDirectoryPathGet(model);
-  return own && text::equalNoCase(os::asFolder(own.value), folder);
+// Does the model come from that folder? One whose saves an earlier backup moved there doesn't.
+bool comesFrom(creo::ProMdl model, const std::wstring& folder) {
+  const auto file = creo::ProMdlOriginGet(model);
+  return file && !file.value.empty() && text::equalNoCase(os::asFolder(os::folderOf(file.value)), folder);
 }
 
-// Nothing stays in the folder unless all of it does.
-creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstring& folder) {
-  std::vector<std::wstring> written;
-  for (const creo::ProMdl model : models) {
-    const auto file = creo::ProMdlnameBackup(model, folder);
-    if (file) {
-      written.push_back(file.value);
-      continue;
-    }
-    for (const std::wstring& entry : written)
-      if (os::files().remove(entry)) core::logWrite(text::format(L"%s can't be removed", entry), core::kError);
-    return file.error;
+struct BackedUp {
+  creo::ProMdl model;
+  std::wstring file;
+};
+
+// Nothing stays in the folder unless all of it does. Where the models are saved from then on can't be taken back: a
+// backup to where they were would write further versions there.
+void takeBack(const std::vector<BackedUp>& written, const std::wstring& folder) {
+  for (const BackedUp& one : written) {
+    if (os::files().remove(one.file)) core::logWrite(text::format(L"%s can't be removed", one.file), core::kError);
+    core::logWrite(text::format(L"%s is saved in %s from now on", label(one.model), folder), core::kWarning);
   }
-  for (const std::wstring& item : written) core::logIndented(item, core::kNormal, 2);
+}
+
+creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstring& folder) {
+  std::vector<BackedUp> written;
+  for (const creo::ProMdl model : models) {
+    auto file = creo::ProMdlnameBackup(model, folder);
+    if (!file) {
+      takeBack(written, folder);
+      return file.error;
+    }
+    written.push_back({model, std::move(file.value)});
+  }
+  for (const BackedUp& one : written) core::logIndented(one.file, core::kNormal, 2);
   return creo::ProNoError;
 }
 
@@ -177,7 +182,7 @@ Outcome backupAction(const Task& task) {
   for (const std::wstring& entry : needed.missing())
     core::logWrite(text::format(L"%s can't be retrieved", entry), core::kError);
   for (const creo::ProMdl model : needed.models()) {
-    if (path.empty() || !os::files().isFolder(folder) || liesIn(model, folder)) {
+    if (path.empty() || !os::files().isFolder(folder) || comesFrom(model, folder)) {
       core::logMsgPlain(Message::invalidFolder, core::kError);
       return done;
     }
@@ -189,6 +194,7 @@ Outcome backupAction(const Task& task) {
     case creo::ProNotFound:
       core::logMsgPlain(Message::invalidFolder, core::kError);
       break;
+    case creo::ProCantWrite:
     case creo::ProGeneralError:
       core::logMsgPlain(Message::folderNotWritable, core::kError);
       break;

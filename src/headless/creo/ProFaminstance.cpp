@@ -3,6 +3,9 @@
 #include "headless/creo/operation.h"
 #include "headless/model/family.h"
 #include "headless/model/instances.h"
+#include "headless/model/new_document.h"
+#include "text/encoding.h"
+#include "text/units.h"
 
 namespace creo {
 
@@ -54,8 +57,11 @@ ProError ProFaminstanceRemove(const ProFaminstance& instance) {
 
 ProError ProFaminstanceAdd(const ProFaminstance& instance) {
   return onModel("ProFaminstanceAdd", instance.owner, [&](State& state, Model& m) -> ProError {
+    if (!m.document->tableOf(m.row)) return ProNotFound;
+    if (instance.name.empty() || text::units(instance.name) > headless::kLongestModelName) return ProBadInputs;
     if (m.document->row(instance.name) || state.models.inMemory(instance.name, m.type())) return ProExists;
-    return m.document->returnRow(instance.name, m.row) ? ProNoError : ProNotFound;
+    if (!m.document->returnRow(instance.name, m.row)) m.document->addRow(text::toUtf8(instance.name), m.row);
+    return ProNoError;
   });
 }
 

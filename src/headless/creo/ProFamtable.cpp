@@ -19,10 +19,10 @@ namespace {
 
 bool isSolid(const Model& model) { return model.type() == ProMdlType::part || model.type() == ProMdlType::assembly; }
 
-// A table without rows is none.
-FamilyTableRecord* tableOf(const Model& model) {
-  FamilyTableRecord* table = model.document->tableOf(model.row);
-  return table && !table->instances.empty() ? table : nullptr;
+// ProNotFound: no table; ProNoFamtable: one without rows.
+ProError checked(const FamilyTableRecord* table) {
+  if (!table) return ProNotFound;
+  return table->instances.empty() ? ProNoFamtable : ProNoError;
 }
 
 // Null for a row that the model's own table doesn't have.
@@ -45,7 +45,7 @@ Got<ProMdl> inMemory(std::string_view operationName, const ProFaminstance& insta
 ProError ProSolidFamtableCheck(ProMdl solid) {
   return onModel("ProSolidFamtableCheck", solid, [](State&, Model& m) -> ProError {
     if (!isSolid(m)) return ProBadInputs;
-    return tableOf(m) ? ProNoError : ProNotFound;
+    return checked(m.document->tableOf(m.row));
   });
 }
 
@@ -59,9 +59,9 @@ Got<ProFamtable> ProFamtableInit(ProMdl solid) {
 
 ProError ProFamtableCheck(const ProFamtable& table) {
   return onModel("ProFamtableCheck", table.owner, [](State& state, Model& m) -> ProError {
-    const FamilyTableRecord* held = tableOf(m);
-    if (!held) return ProNotFound;
-    ProError result = ProNoError;
+    const FamilyTableRecord* held = m.document->tableOf(m.row);
+    ProError result = checked(held);
+    if (result != ProNoError) return result;
     for (const auto& row : held->instances) {
       const std::wstring fault = headless::rowFault(*m.document, *row);
       if (fault.empty()) continue;
@@ -75,7 +75,7 @@ ProError ProFamtableCheck(const ProFamtable& table) {
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor) {
   return onModel("ProFamtableInstanceVisit", table.owner, [&](State&, Model& m) -> ProError {
     std::vector<ProFaminstance> rows;
-    if (const FamilyTableRecord* held = tableOf(m))
+    if (const FamilyTableRecord* held = m.document->tableOf(m.row))
       for (const auto& row : held->instances) rows.push_back({text::upper(text::fromUtf8(row->name)), m.handle});
     return headless::visit<ProFaminstance>(rows, visitor);
   });
@@ -113,7 +113,10 @@ Got<ProMdl> ProFaminstanceRetrieve(const ProFaminstance& instance) {
 Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate) {
   return onModel("ProFaminstanceGenericGet", instance, [&](State& state, Model& m) -> Got<ProMdl> {
     if (!m.row) return ProNotFound;
-    if (immediate && m.row->parent) return headless::retrieveInstance(state.models, m.document, *m.row->parent);
+    if (immediate && m.row->parent) {
+      const auto there = headless::instanceInMemory(state.models, *m.document, *m.row->parent);
+      return there ? there : ProGeneralError;
+    }
     return state.models.inMemory(m.document->name, m.type());
   });
 }
@@ -121,7 +124,7 @@ Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate) {
 Got<ProGenericInfo> ProFaminstanceImmediategenericinfoGet(ProMdl instance) {
   return onModel("ProFaminstanceImmediategenericinfoGet", instance, [](State&, Model& m) -> Got<ProGenericInfo> {
     if (!m.row) return ProNotFound;
-    return ProGenericInfo{headless::genericName(m), m.document->version};
+    return ProGenericInfo{headless::genericName(m), m.type()};
   });
 }
 
@@ -137,7 +140,7 @@ Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter) {
 ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item) {
   return onModel("ProFamtableItemAdd", table.owner, [&](State&, Model& m) -> ProError {
     FamilyTableRecord* held = m.document->tableOf(m.row);
-    if (!held) return ProNoFamtable;
+    if (!held) return ProGeneralError;
     if (item.type == ProFamitemType::unused || item.name.empty()) return ProBadInputs;
     const ProError result = headless::addColumn(*held, item.type, text::toUtf8(item.name));
     if (result == ProNoError) m.document->touch(m.row);

@@ -42,7 +42,8 @@ ProError ProFamtableItemVisit(const ProFamtable& table, Visitor<ProFamtableItem>
 ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& item) {
   return onModel("ProFamtableItemRemove", table.owner, [&](State&, Model& m) -> ProError {
     FamilyTableRecord* held = m.document->tableOf(m.row);
-    if (!held || !headless::removeColumn(*m.document, *held, item.type, text::toUtf8(item.name))) return ProBadInputs;
+    if (!held) return ProBadInputs;
+    if (!headless::removeColumn(*m.document, *held, item.type, text::toUtf8(item.name))) return ProNotFound;
     m.document->touch(m.row);
     return ProNoError;
   });

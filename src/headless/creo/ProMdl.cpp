@@ -47,28 +47,8 @@ Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type) {
   return operation("ProMdlInit", [&](State& state) { return state.models.inMemory(name, type); });
 }
 
-namespace {
-
-// Frames lie in folders of their own: formats, and drawings that serve as such.
-Got<ProMdl> retrieveFrame(State& state, const std::wstring& name, ProMdlType type) {
-  const std::wstring working = state.models.folders().working();
-  Got<ProMdl> found = ProNotFound;
-  for (const std::wstring& folder : state.configuration.values(L"pro_format_dir")) {
-    if (found.error != ProNotFound || folder.empty() || !state.models.folders().change(folder)) continue;
-    found = headless::retrieveModel(state.models, name, type);
-    state.models.folders().change(working);
-  }
-  return found;
-}
-
-}  // namespace
-
 Got<ProMdl> ProMdlRetrieve(const std::wstring& name, ProMdlType type) {
-  return operation("ProMdlRetrieve", [&](State& state) {
-    const auto found = headless::retrieveModel(state.models, name, type);
-    const bool isFrame = found.error == ProNotFound && headless::hasSheets(type);
-    return isFrame ? retrieveFrame(state, name, type) : found;
-  });
+  return operation("ProMdlRetrieve", [&](State& state) { return headless::retrieveModel(state.models, name, type); });
 }
 
 Got<std::wstring> ProMdlNameGet(ProMdl model) {
@@ -134,8 +114,8 @@ Got<std::wstring> ProMdlOriginGet(ProMdl model) {
 
 Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model) {
   return onModel("ProMdlDirectoryPathGet", model, [](State&, Model& m) -> Got<std::wstring> {
-    if (m.document->folder.empty()) return ProNotFound;
-    return m.document->folder;
+    if (m.document->saveFolder().empty()) return ProNotFound;
+    return m.document->saveFolder();
   });
 }
 
@@ -154,14 +134,14 @@ headless::SaveObjects saveObjects(const State& state) {
 ProError ProMdlSave(ProMdl model) {
   return onModel("ProMdlSave", model, [](State& state, Model& m) -> ProError {
     const ProMdl handle = m.handle;  // a handler may erase the model
-    state.raise(ProNotifyType::saveBefore, handle);
+    if (const ProError forbidden = state.mayGoOn(ProNotifyType::saveBefore, handle)) return forbidden;
     return headless::saveModel(state.models, handle, saveObjects(state));
   });
 }
 
 ProError ProMdlErase(ProMdl model) {
-  return operation("ProMdlErase", [&](State& state) {
-    state.raise(ProNotifyType::eraseBefore, model);
+  return operation("ProMdlErase", [&](State& state) -> ProError {
+    if (const ProError forbidden = state.mayGoOn(ProNotifyType::eraseBefore, model)) return forbidden;
     return headless::eraseModel(state.models, model);
   });
 }
@@ -201,8 +181,11 @@ Got<bool> ProMdlModificationVerify(ProMdl model) {
 }
 
 Got<std::vector<ProDependency>> ProMdlDependenciesList(ProMdl model) {
-  return onModel("ProMdlDependenciesList", model,
-                 [](State&, Model& m) -> Got<std::vector<ProDependency>> { return filesUsed(m); });
+  return onModel("ProMdlDependenciesList", model, [](State&, Model& m) -> Got<std::vector<ProDependency>> {
+    auto files = filesUsed(m);
+    if (files.empty()) return ProNotFound;
+    return files;
+  });
 }
 
 Got<std::vector<ProDependencyData>> ProMdlDependenciesDataList(ProMdl model) {
@@ -210,6 +193,7 @@ Got<std::vector<ProDependencyData>> ProMdlDependenciesDataList(ProMdl model) {
     std::vector<ProDependencyData> files;
     for (ProDependency& used : filesUsed(m))
       files.push_back({std::move(used.name), std::move(used.typeText), static_cast<int>(used.type)});
+    if (files.empty()) return ProNotFound;
     return files;
   });
 }

@@ -17,13 +17,24 @@ namespace {
 
 constexpr int kMostTries = 1000;
 
+// Later saves go to that folder, which has the document as that version. One that was never saved lies there now.
+void moveSaves(headless::ModelDocument& document, const std::wstring& folder, int version) {
+  headless::handOut(document);
+  if (document.folder.empty()) {
+    document.folder = folder;
+    document.version = version;
+  } else {
+    document.moved = {folder, version};
+  }
+}
+
 }  // namespace
 
 Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
   return onModel("ProMdlnameBackup", model, [&](State& state, Model& m) -> Got<std::wstring> {
-    const std::wstring target = os::asFolder(folder);
+    const std::wstring target = folder.empty() ? state.models.folders().working() : os::asFolder(folder);
     if (!os::files().isFolder(target)) return ProNotFound;
-    headless::Folder there(target);
+    headless::Folder& there = state.models.folders().store().folder(target);
     const headless::DocumentFile* newest = there.find(m.document->name, m.type());
     int version = newest ? newest->version + 1 : 1;
     const auto text = state.models.documentText(m.handle);
@@ -37,11 +48,13 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
       if (error != std::errc::file_exists) break;
     }
     if (!error) {
-      headless::handOut(*m.document);
+      // Where nothing is written the folder's next listing doesn't show it; then the name is found taken as above.
+      there.enter({m.document->name, m.type(), version, headless::documentFileName(*m.document, version)}, true);
+      moveSaves(*m.document, there.path(), version);
       return path;
     }
     state.showMessage(headless::cantWrite(path, error));
-    return ProGeneralError;
+    return ProCantWrite;
   });
 }
 

@@ -39,8 +39,14 @@ Got<ProMdl> ProMdlCopy(ProMdl model, const std::wstring& name) {
 }
 
 ProError ProMdlCommonnameSet(ProMdl model, const std::wstring& name) {
-  return onModel("ProMdlCommonnameSet", model, [&](State&, Model& m) -> ProError {
+  return onModel("ProMdlCommonnameSet", model, [&](State& state, Model& m) -> ProError {
     if (m.row) return ProBadInputs;
+    const auto allowed = state.configuration.values(L"let_proe_rename_pdm_objects");
+    if (m.document->inWorkspace && (allowed.empty() || !text::equalNoCase(allowed.front(), L"yes"))) {
+      state.showMessage(m.name + L'.' + typeExtension(m.type()) +
+                        L": the common name belongs to the server; let_proe_rename_pdm_objects doesn't allow a change");
+      return ProGeneralError;
+    }
     std::string wanted = text::toUtf8(name);
     if (m.document->record.commonName == wanted) return ProNoError;
     m.document->record.commonName = std::move(wanted);

@@ -8,8 +8,8 @@ using headless::operation;
 using State = headless::Session::State;
 
 ProError ProMdlEraseAll(ProMdl model) {
-  return operation("ProMdlEraseAll", [&](State& state) {
-    state.raise(ProNotifyType::eraseBefore, model);
+  return operation("ProMdlEraseAll", [&](State& state) -> ProError {
+    if (const ProError forbidden = state.mayGoOn(ProNotifyType::eraseBefore, model)) return forbidden;
     // Creo keeps a model that stands in a window.
     return headless::eraseWithUsed(state.models, model, [&](ProMdl used) { return state.windows.shows(used); });
   });

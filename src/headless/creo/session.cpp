@@ -1,9 +1,10 @@
 #include "headless/session.h"
-#include "headless/model/retrieve.h"
 
 #include <stdexcept>
 
 #include "headless/creo/state.h"
+#include "headless/model/drawing.h"
+#include "headless/model/retrieve.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -37,12 +38,21 @@ Session::State::State(SessionOptions given)
               },
               [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
               [this](ModelDocument& document) { servers.place(document); },
-              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},
+              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); },
+              [this](creo::ProMdlType type) { return optionFolders(type); }},
              options.modelFolder),
       parameters(models),
       bodies(models),
       servers(models, models.folders().working(), options.withholdSaves),
       ui([this](const std::wstring& text) { showMessage(text); }) {}
+
+// Frames lie in folders of their own: formats, and drawings that serve as such.
+std::vector<std::wstring> Session::State::optionFolders(creo::ProMdlType type) const {
+  std::vector<std::wstring> folders = configuration.values(L"search_path");
+  if (!hasSheets(type)) return folders;
+  for (std::wstring& one : configuration.values(L"pro_format_dir")) folders.push_back(std::move(one));
+  return folders;
+}
 
 void Session::State::showMessage(const std::wstring& text) {
   messages.push_back(text);
@@ -53,25 +63,38 @@ MacroContext Session::State::macroContext() {
   return {models, windows, selections, [this](const creo::ProNotification& one) { notify(one); }};
 }
 
-void Session::State::notify(const creo::ProNotification& notification) {
-  if (!events.isHeard(notification.type)) return;
-  if (const std::wstring fault = events.call(notification); !fault.empty()) showMessage(fault);
+ProError Session::State::notify(const creo::ProNotification& notification) {
+  if (!events.isHeard(notification.type)) return creo::ProNoError;
+  const Events::Answer answer = events.call(notification);
+  if (!answer.fault.empty()) showMessage(answer.fault);
   creo::pfcModelDescriptor descriptor;
   if (const Model* model = models.find(notification.model)) descriptor = {model->name, model->type()};
   const std::wstring fault = events.callListeners(notification.type, descriptor);
   if (!fault.empty()) showMessage(fault);
+  return answer.error;
 }
 
-void Session::State::raise(ProNotifyType type, ProMdl model, int window) {
+ProError Session::State::raise(ProNotifyType type, ProMdl model, int window) {
   const Model* told = models.find(model);
-  if (!told || !events.isHeard(type)) return;
+  if (!told || !events.isHeard(type)) return creo::ProNoError;
   creo::ProNotification notification;
   notification.type = type;
   notification.model = model;
   notification.window = window;
   notification.name = told->name;
   notification.typeText = typeExtension(told->type());
-  notify(notification);
+  return notify(notification);
+}
+
+ProError Session::State::mayGoOn(ProNotifyType type, ProMdl handle) {
+  const Model* model = models.find(handle);
+  const std::wstring label = model ? modelKey(model->name, model->type()) : std::wstring();
+  const ProError answer = raise(type, handle);
+  if (answer == creo::ProNoError) return answer;
+  showMessage(text::format(L"%s isn't %s: the handler of notification %d answered %d", label,
+                           std::wstring(type == ProNotifyType::saveBefore ? L"saved" : L"erased"),
+                           static_cast<int>(type), static_cast<int>(answer)));
+  return creo::ProGeneralError;
 }
 
 void Session::State::queue(ProNotifyType type, ProMdl model, int window) {

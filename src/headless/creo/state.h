@@ -50,13 +50,18 @@ struct Session::State {
   std::wstring startError;
 
   void showMessage(const std::wstring& text);
+  // The folders that options name for models of that type.
+  [[nodiscard]] std::vector<std::wstring> optionFolders(creo::ProMdlType type) const;
   // What the waiting macro steps work on.
   MacroContext macroContext();
   PictureSources pictureSources() { return {models, parameters, bodies}; }
-  // Tells handler and listeners now; an exception that leaves one becomes a line of the message area.
-  void notify(const creo::ProNotification& notification);
+  // Tells handler and listeners now, and gives the handler's answer; an exception that leaves one becomes a line of the
+  // message area.
+  creo::ProError notify(const creo::ProNotification& notification);
   // Tells of a model what happens to it now, inside an operation; window: the one that it is about, or 0.
-  void raise(creo::ProNotifyType type, creo::ProMdl model, int window = 0);
+  creo::ProError raise(creo::ProNotifyType type, creo::ProMdl model, int window = 0);
+  // The same of what a handler may forbid: an error of its ends the operation, with a line of the message area.
+  creo::ProError mayGoOn(creo::ProNotifyType type, creo::ProMdl model);
   // Tells it once control is back.
   void queue(creo::ProNotifyType type, creo::ProMdl model, int window);
   // Shows the model in a window of its own, which becomes current, and queues these notifications for it.

@@ -36,7 +36,7 @@ bool isBlankOrControl(wchar_t c) {
 // What a drawing on disk holds as template. ProNotFound: no such drawing; ProGeneralError, with a line: it can't be
 // read.
 ProError readTemplate(Models& models, std::wstring_view name, ModelRecord& into) {
-  for (Folder* folder : models.folders().searched()) {
+  for (Folder* folder : models.folders().searched(ProMdlType::drawing)) {
     const DocumentFile* file = folder->find(name, ProMdlType::drawing);
     if (!file) continue;
     const std::wstring path = folder->path() + file->fileName;
@@ -59,8 +59,7 @@ bool isFileName(std::wstring_view name) {
 }
 
 bool isModelName(std::wstring_view name) {
-  constexpr std::size_t kLongest = 31;
-  if (name.empty() || name.front() == L'-' || text::units(name) > kLongest) return false;
+  if (name.empty() || name.front() == L'-' || text::units(name) > kLongestModelName) return false;
   return std::all_of(name.begin(), name.end(), [](wchar_t c) {
     const bool isPlain = (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
     return isPlain || c == L'_' || c == L'-' || (c >= kBeyondAscii && !isBlankOrControl(c));

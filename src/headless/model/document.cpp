@@ -106,6 +106,14 @@ bool ModelDocument::returnRow(std::wstring_view rowName, RowRecord* parent) {
   return true;
 }
 
+void ModelDocument::addRow(std::string rowName, RowRecord* parent) {
+  RowRecord& row = *tableOf(parent)->instances.emplace_back(std::make_unique<RowRecord>());
+  row.name = std::move(rowName);
+  row.parent = parent;
+  touch(&row);
+  rowsChanged();
+}
+
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {
   auto& held = record.dimensions;
   // Where some have gone others stand in their places, and new ones have none: then all are looked up anew.
@@ -207,6 +215,10 @@ std::string symbolOf(const DimensionRecord& dimension) {
 
 std::wstring documentFileName(const ModelDocument& document, int version) {
   return version > 0 ? document.fileStem + L'.' + std::to_wstring(version) : document.fileStem;
+}
+
+std::wstring savedPath(const ModelDocument& document) {
+  return document.saveFolder() + documentFileName(document, document.savedVersion());
 }
 
 void linkRows(FamilyTableRecord& table, RowRecord* parent) {

@@ -23,11 +23,22 @@ class ModelDocument {
   int version = 0;         // of the file; 0 for one that was never saved
   std::wstring folder;     // with its closing backslash; empty for one that was never saved
   std::wstring fileStem;   // "bracket.prt", as the file is written on disk
-  int writtenVersion = 0;  // the version that this session wrote last; 0: none
+  int writtenVersion = 0;  // the version that this session wrote last, in the folder that saves go to; 0: none
+  // Where a backup has moved the document's saves, with the version that lies there; an empty folder: they stay where
+  // the document lies. `folder` and `version` go on telling the file that was read.
+  struct Moved {
+    std::wstring folder;  // with its closing backslash
+    int version = 0;
+  } moved;
   ModelRecord record;
   // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
   bool inWorkspace = false, closed = false;
   std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
+
+  // Where the next save goes; empty for one that was never saved.
+  [[nodiscard]] const std::wstring& saveFolder() const { return moved.folder.empty() ? folder : moved.folder; }
+  // The version that the session knows there.
+  [[nodiscard]] int savedVersion() const { return moved.folder.empty() ? version : moved.version; }
 
   // The row of that name, in this table or one below it; null for none.
   RowRecord* row(std::wstring_view rowName);
@@ -46,6 +57,8 @@ class ModelDocument {
   // Puts the row that was taken out of that row's table, or for none the document's, back at its end. False: none of
   // that name was taken, or there is no table.
   bool returnRow(std::wstring_view rowName, RowRecord* parent);
+  // A new row at the end of the same table, which is there, with its generic's values. No other row has the name.
+  void addRow(std::string rowName, RowRecord* parent);
 
   FeatureTree tree;
   // Null for none.
@@ -57,6 +70,8 @@ class ModelDocument {
   const SolidRecord& solid();
   // Where instanceValues keeps what it has worked out for a row: null until it has, and again behind each change.
   std::unique_ptr<InstanceValues>& valuesOf(const RowRecord& row) { return instanceValues_[&row]; }
+  // The record was changed where nothing is to be saved of it: what was worked out for rows isn't so any more.
+  void forgetValues() { instanceValues_.clear(); }
   // The record's `solid` was written anew.
   void solidChanged() { solid_.reset(); }
 
@@ -104,6 +119,8 @@ class ModelDocument {
 std::string symbolOf(const DimensionRecord& dimension);
 // "bracket.prt.3"
 std::wstring documentFileName(const ModelDocument& document, int version);
+// The newest file of the document that the session knows, where its saves go: "d:\models\bracket.prt.3".
+std::wstring savedPath(const ModelDocument& document);
 // Sets the rows' parents after reading.
 void linkRows(FamilyTableRecord& table, RowRecord* parent);
 

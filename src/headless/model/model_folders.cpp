@@ -10,26 +10,39 @@ namespace headless {
 
 using creo::ProMdlType;
 
-ModelFolders::ModelFolders(bool withhold, const std::wstring& folder)
-    : store_(withhold), working_(os::asFolder(os::withBackslashes(folder))), home_(working_) {}
+ModelFolders::ModelFolders(bool withhold, const std::wstring& folder, Named named)
+    : store_(withhold),
+      named_(std::move(named)),
+      working_(os::asFolder(os::withBackslashes(folder))),
+      home_(working_) {}
+
+std::wstring ModelFolders::whole(std::wstring_view path) const {
+  const std::wstring wanted = os::withBackslashes(path);
+  const bool absolute = wanted.find(L':') != std::wstring::npos || wanted.starts_with(L'\\');
+  return absolute ? wanted : os::joined(working_, wanted);
+}
 
 bool ModelFolders::change(std::wstring_view path) {
-  std::wstring wanted = os::withBackslashes(path);
-  const bool absolute = wanted.find(L':') != std::wstring::npos || wanted.starts_with(L'\\');
-  if (!absolute) wanted = os::joined(working_, wanted);
+  const std::wstring wanted = whole(path);
   if (!os::files().isFolder(wanted)) return false;
   working_ = os::asFolder(wanted);
   return true;
 }
 
-std::vector<Folder*> ModelFolders::searched() {
+std::vector<Folder*> ModelFolders::searched(ProMdlType type) {
   std::vector<Folder*> folders{&store_.folder(working_)};
-  if (Folder* home = &store_.folder(home_); home != folders.front()) folders.push_back(home);
+  const auto add = [&folders](Folder& folder) {
+    if (std::find(folders.begin(), folders.end(), &folder) == folders.end()) folders.push_back(&folder);
+  };
+  add(store_.folder(home_));
+  if (!named_) return folders;
+  for (const std::wstring& one : named_(type))
+    if (!one.empty()) add(store_.folder(whole(one)));
   return folders;
 }
 
 bool ModelFolders::has(std::wstring_view name, ProMdlType type) {
-  const std::vector<Folder*> folders = searched();
+  const std::vector<Folder*> folders = searched(type);
   return std::any_of(folders.begin(), folders.end(), [&](Folder* folder) { return folder->find(name, type); });
 }
 

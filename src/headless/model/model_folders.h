@@ -1,6 +1,7 @@
-// The folders that a session has its models in: its own, where it starts, and the working folder.
+// The folders that a session has its models in: its own, where it starts, the working folder, and those of options.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -13,16 +14,18 @@ namespace headless {
 
 class ModelFolders {
  public:
-  // withhold: nothing is written; folder: the session's own.
-  ModelFolders(bool withhold, const std::wstring& folder);
+  // The folders that options name for models of a type.
+  using Named = std::function<std::vector<std::wstring>(creo::ProMdlType)>;
+  // withhold: nothing is written; folder: the session's own; named: null for none.
+  ModelFolders(bool withhold, const std::wstring& folder, Named named);
 
   // The session's folder of models.
   [[nodiscard]] Folder& home() { return store_.folder(home_); }
   [[nodiscard]] const std::wstring& working() const { return working_; }
   // A relative path goes on from the working folder. False: no such folder.
   bool change(std::wstring_view path);
-  // Where a model is looked for, in this order.
-  [[nodiscard]] std::vector<Folder*> searched();
+  // Where a model of that type is looked for, in this order: the working folder, the session's own, those of options.
+  [[nodiscard]] std::vector<Folder*> searched(creo::ProMdlType type);
   // Is there a document of that name in one of those?
   [[nodiscard]] bool has(std::wstring_view name, creo::ProMdlType type);
 
@@ -37,9 +40,13 @@ class ModelFolders {
   [[nodiscard]] Store& store() { return store_; }
   // The document's own.
   [[nodiscard]] Folder& of(const ModelDocument& document) { return store_.folder(document.folder); }
+  // The one that its saves go to.
+  [[nodiscard]] Folder& target(const ModelDocument& document) { return store_.folder(document.saveFolder()); }
 
  private:
+  [[nodiscard]] std::wstring whole(std::wstring_view path) const;
   Store store_;
+  Named named_;
   std::wstring working_, home_;
 };
 

@@ -18,7 +18,7 @@ std::wstring keyOf(const Model& model) { return modelKey(model.name, model.type(
 }  // namespace
 
 Models::Models(ModelsHost host, const std::wstring& folder)
-    : host_(std::move(host)), folders_(host_.withholdSaves, folder) {}
+    : host_(std::move(host)), folders_(host_.withholdSaves, folder, host_.optionFolders) {}
 
 Model* Models::find(ProMdl model) const {
   const auto number = static_cast<std::uint32_t>(model.value & 0xFFFFFFFFu);

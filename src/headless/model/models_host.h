@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "headless/model/document.h"
 #include "headless/model/saved_document.h"
@@ -20,6 +21,9 @@ struct ModelsHost {
   std::function<void(ModelDocument&)> read;
   // No folder has such a document; true when it has been put into the session's folder of models.
   std::function<bool(const std::wstring&, creo::ProMdlType)> fetch;
+  // The folders that options name for models of that type, in their order; a relative path is one of the working
+  // folder. Null: none.
+  std::function<std::vector<std::wstring>(creo::ProMdlType)> optionFolders;
 };
 
 }  // namespace headless

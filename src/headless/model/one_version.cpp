@@ -5,7 +5,7 @@
 namespace headless {
 namespace {
 
-std::wstring pathOf(const ModelDocument& document) { return document.folder + document.fileStem; }
+std::wstring pathOf(const ModelDocument& document) { return document.saveFolder() + document.fileStem; }
 
 }  // namespace
 

@@ -7,9 +7,11 @@
 #include "headless/model/models.h"
 #include "headless/model/new_document.h"
 #include "headless/model/one_version.h"
+#include "headless/model/save.h"
 #include "headless/model/stand_alone.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/units.h"
 
 namespace headless {
 
@@ -19,7 +21,7 @@ using creo::ProMdl;
 
 bool isNameTaken(Models& models, const Model& model, const std::wstring& name, bool byInstances) {
   if (models.named(name, model.type()) || model.document->row(name)) return true;
-  std::vector<Folder*> folders = models.folders().searched();
+  std::vector<Folder*> folders = models.folders().searched(model.type());
   if (!model.document->folder.empty()) folders.push_back(&models.folders().of(*model.document));
   return std::any_of(folders.begin(), folders.end(), [&](Folder* folder) {
     return folder->find(name, model.type()) || (byInstances && !folder->genericOf(name, model.type()).empty());
@@ -29,7 +31,8 @@ bool isNameTaken(Models& models, const Model& model, const std::wstring& name, b
 ProError renameModel(Models& models, ProMdl handle, std::wstring_view wanted) {
   Model* model = models.find(handle);
   if (!model) return creo::ProBadInputs;
-  if (model->row ? wanted.empty() : !isFileName(wanted)) return creo::ProBadInputs;
+  if (model->row ? wanted.empty() || text::units(wanted) > kLongestModelName : !isModelName(wanted))
+    return creo::ProBadInputs;
   const std::wstring now = text::upper(wanted), before = model->name;
   if (now == before) return creo::ProNoError;
   ModelDocument& document = *model->document;
@@ -44,7 +47,7 @@ ProError renameModel(Models& models, ProMdl handle, std::wstring_view wanted) {
   }
   if (isNameTaken(models, *model, now, false)) return creo::ProExists;
   models.setName(*model, now);
-  document.version = document.writtenVersion = 0;
+  document.version = document.moved.version = document.writtenVersion = 0;
   document.touch(nullptr);
   if (models.host().read)
     models.host().read(document);  // the workspace may know the new name, and no longer the old one
@@ -58,7 +61,11 @@ Got<ProMdl> copyModel(Models& models, ProMdl handle, std::wstring_view wanted) {
   const std::wstring name = text::upper(wanted);
   if (models.named(name, model->type()) || model->document->row(name)) return creo::ProExists;
   if (!model->row) handOut(*model->document);
-  return models.add(standAlone(*model, wanted, false), nullptr, name).handle;
+  const ProMdl copy = models.add(standAlone(*model, wanted, false), nullptr, name).handle;
+  const ProError saved = saveAlone(models, copy);
+  if (saved == creo::ProNoError) return copy;
+  models.remove(*models.find(copy));
+  return saved;
 }
 
 }  // namespace headless

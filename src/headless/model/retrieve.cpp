@@ -65,7 +65,7 @@ Got<ProMdl> Retrieval::bring(std::wstring_view text, ProMdlType type) {
 
 Got<ProMdl> Retrieval::bringLocal(const ModelName& name, ProMdlType type) {
   if (name.generic.empty()) {
-    for (Folder* folder : models_.folders().searched())
+    for (Folder* folder : models_.folders().searched(type))
       if (const DocumentFile* file = folder->find(name.name, type)) return load(*folder, DocumentFile(*file));
   }
   return hasSheets(type) ? creo::ProNotFound : bringInstance(name, type);
@@ -74,7 +74,7 @@ Got<ProMdl> Retrieval::bringLocal(const ModelName& name, ProMdlType type) {
 Got<ProMdl> Retrieval::bringInstance(const ModelName& name, ProMdlType type) {
   std::wstring generic = name.generic;
   if (generic.empty()) {
-    for (Folder* folder : models_.folders().searched()) {
+    for (Folder* folder : models_.folders().searched(type)) {
       generic = folder->genericOf(name.name, type);
       if (!generic.empty()) break;
     }

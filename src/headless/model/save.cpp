@@ -33,67 +33,77 @@ bool isUnsaved(const ModelDocument& document) { return document.isContentModifie
 // Puts the bytes in place of what the session wrote last. Nothing: another program wrote a newer version meanwhile.
 std::optional<std::error_code> replaceOwn(ModelFolders& folders, const ModelDocument& document,
                                           std::string_view bytes) {
-  Folder& folder = folders.of(document);
+  Folder& folder = folders.target(document);
   // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
-  if (os::files().exists(document.folder + documentFileName(document, document.writtenVersion + 1))) folder.forget();
+  if (os::files().exists(folder.path() + documentFileName(document, document.writtenVersion + 1))) folder.forget();
   const DocumentFile* newest = folder.find(document.name, document.type);
   if (newest && newest->version > document.writtenVersion) return std::nullopt;
   return folders.store().replace(folder, fileOf(document, document.writtenVersion), bytes);
 }
 
-// The highest number of the document's files and the one that it was read from.
+// The highest number of the document's files where its saves go, and the one that the session knows there.
 int newestVersion(Models& models, const ModelDocument& document) {
-  const DocumentFile* newest = models.folders().of(document).find(document.name, document.type);
-  return std::max(document.version, newest ? newest->version : 0);
+  const DocumentFile* newest = models.folders().target(document).find(document.name, document.type);
+  return std::max(document.savedVersion(), newest ? newest->version : 0);
 }
 
 void noteSaved(Models& models, ModelDocument& document, int version) {
   document.markSaved();
   if (document.record.familyTable)
-    models.folders().of(document).enterInstances(fileOf(document, version), document.rowNames());
+    models.folders().target(document).enterInstances(fileOf(document, version), document.rowNames());
+}
+
+void tellSaved(const Models& models, const ModelDocument& document) {
+  SavedDocument told{document.name, document.type, document.savedVersion(), savedPath(document)};
+  if (!document.moved.folder.empty() && !document.folder.empty()) {
+    told.readPath = document.folder + documentFileName(document, document.version);
+    told.readVersion = document.version;
+  }
+  models.host().saved(told);
+}
+
+// These bytes as the document's next version. ProGeneralError: not written, with a line.
+ProError writeNext(Models& models, ModelDocument& document, std::string_view bytes) {
+  const bool isNew = document.saveFolder().empty();
+  if (isNew) document.folder = models.folders().working();
+  Folder& folder = models.folders().target(document);
+  int newest = newestVersion(models, document), version = newest + 1;
+  std::error_code error = models.folders().store().create(folder, fileOf(document, version), bytes);
+  // Another program took the number meanwhile; the folder's list doesn't show it yet.
+  for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
+    folder.forget();
+    newest = newestVersion(models, document);
+    version = std::max(newest, version) + 1;
+    error = models.folders().store().create(folder, fileOf(document, version), bytes);
+  }
+  const std::wstring path = folder.path() + documentFileName(document, version);
+  if (error) {
+    if (isNew) document.folder.clear();
+    models.message(cantWrite(path, error));
+    return creo::ProGeneralError;
+  }
+  if (!isNew && newest > document.savedVersion())
+    models.message(
+        text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
+  (document.moved.folder.empty() ? document.version : document.moved.version) = document.writtenVersion = version;
+  return creo::ProNoError;
 }
 
 // The document as its next version. ProGeneralError: not written, with a line.
 ProError write(Models& models, ModelDocument& document) {
   const auto bytes = models.documentText(document);
   if (!bytes) return bytes.error;
-  if (OneVersion::isWanted() && document.writtenVersion > 0) {
-    const std::wstring path = document.folder + documentFileName(document, document.writtenVersion);
-    const auto error = replaceOwn(models.folders(), document, bytes.value);
-    if (error && *error) {
-      models.message(cantWrite(path, *error));
-      return creo::ProGeneralError;
-    }
-    if (error) {
-      noteSaved(models, document, document.writtenVersion);
-      models.host().saved({document.name, document.type, document.version, path});
-      return creo::ProNoError;
-    }
-  }
-  const bool isNew = document.folder.empty();
-  if (isNew) document.folder = models.folders().working();
-  Folder& folder = models.folders().of(document);
-  int newest = newestVersion(models, document), version = newest + 1;
-  std::error_code error = models.folders().store().create(folder, fileOf(document, version), bytes.value);
-  // Another program took the number meanwhile; the folder's list doesn't show it yet.
-  for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {
-    folder.forget();
-    newest = newestVersion(models, document);
-    version = std::max(newest, version) + 1;
-    error = models.folders().store().create(folder, fileOf(document, version), bytes.value);
-  }
-  const std::wstring path = document.folder + documentFileName(document, version);
-  if (error) {
-    if (isNew) document.folder.clear();
-    models.message(cantWrite(path, error));
+  std::optional<std::error_code> replaced;
+  if (OneVersion::isWanted() && document.writtenVersion > 0)
+    replaced = replaceOwn(models.folders(), document, bytes.value);
+  if (replaced && *replaced) {
+    models.message(cantWrite(document.saveFolder() + documentFileName(document, document.writtenVersion), *replaced));
     return creo::ProGeneralError;
   }
-  if (!isNew && newest > document.version)
-    models.message(
-        text::format(L"%s: another program wrote version %d meanwhile; its changes aren't in this one", path, newest));
-  document.version = document.writtenVersion = version;
-  noteSaved(models, document, version);
-  models.host().saved({document.name, document.type, version, path});
+  if (!replaced)
+    if (const ProError failed = writeNext(models, document, bytes.value)) return failed;
+  noteSaved(models, document, document.writtenVersion);
+  tellSaved(models, document);
   return creo::ProNoError;
 }
 
@@ -129,7 +139,7 @@ ProError saveModel(Models& models, ProMdl handle, SaveObjects which) {
   ModelDocument& document = *model->document;
   const bool isLeftOut = which == SaveObjects::changed && !isUnsaved(document);
   if (isLocked(document) && !isLeftOut) {
-    const std::wstring path = document.folder + documentFileName(document, newestVersion(models, document) + 1);
+    const std::wstring path = document.saveFolder() + documentFileName(document, newestVersion(models, document) + 1);
     models.message(document.record.readOnly ? cantWriteReadOnly(path) : cantWriteCheckedIn(path));
     return creo::ProGeneralError;
   }
@@ -148,11 +158,44 @@ ProError saveReplacing(Models& models, ProMdl handle) {
   const auto error = replaceOwn(models.folders(), document, bytes.value);
   if (!error) return write(models, document);
   if (*error) {
-    models.message(cantWrite(document.folder + documentFileName(document, document.writtenVersion), *error));
+    models.message(cantWrite(document.saveFolder() + documentFileName(document, document.writtenVersion), *error));
     return creo::ProGeneralError;
   }
   noteSaved(models, document, document.writtenVersion);
   return creo::ProNoError;
+}
+
+ProError saveAlone(Models& models, ProMdl handle) {
+  const Model* model = models.find(handle);
+  return model ? write(models, *model->document) : creo::ProBadInputs;
+}
+
+Got<std::string> changeStored(Models& models, ModelDocument& document, creo::FunctionRef<void(ModelRecord&)> change) {
+  Folder& folder = models.folders().target(document);
+  const DocumentFile* newest = document.saveFolder().empty() ? nullptr : folder.find(document.name, document.type);
+  if (!newest) return creo::ProNotFound;
+  const std::wstring path = folder.path() + newest->fileName;
+  const auto stored = models.folders().read(path);
+  ModelRecord record;
+  const JsonFault fault = stored ? readDocument(stored.value, record) : JsonFault();
+  if (!stored || fault) {
+    models.message(stored ? cantRead(path, fault) : cantRead(path, stored.error));
+    return creo::ProGeneralError;
+  }
+  change(record);
+  std::string bytes = writeDocument(record);
+  std::optional<std::error_code> replaced;
+  if (document.writtenVersion > 0) replaced = replaceOwn(models.folders(), document, bytes);
+  if (replaced && *replaced) {
+    models.message(cantWrite(path, *replaced));
+    return creo::ProGeneralError;
+  }
+  if (!replaced)
+    if (const ProError failed = writeNext(models, document, bytes)) return failed;
+  change(document.record);
+  document.forgetValues();
+  tellSaved(models, document);
+  return bytes;
 }
 
 }  // namespace headless

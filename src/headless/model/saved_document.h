@@ -13,6 +13,9 @@ struct SavedDocument {
   creo::ProMdlType type{};
   int version = 0;
   std::wstring path;  // of the document
+  // The file that it was read from, where a backup has moved its saves to another folder; else empty.
+  std::wstring readPath = {};
+  int readVersion = 0;
 };
 
 // A model that got another name, with its documents, or in a dry run would have got it.

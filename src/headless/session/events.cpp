@@ -26,14 +26,15 @@ std::optional<Event> Events::next() {
   return event;
 }
 
-std::wstring Events::call(const creo::ProNotification& notification) {
+Events::Answer Events::call(const creo::ProNotification& notification) {
   const auto found = handlers_.find(notification.type);
   if (found == handlers_.end() || !found->second) return {};
   const creo::ProNotificationHandler handler = found->second;  // it may unset itself
-  const std::wstring fault = guarded([&] { handler(notification); });
-  if (fault.empty()) return {};
-  return text::format(L"the handler of notification %d ended with an exception: %s",
-                      static_cast<int>(notification.type), fault);
+  creo::ProError answer = creo::ProNoError;
+  const std::wstring fault = guarded([&] { answer = handler(notification); });
+  if (fault.empty()) return {answer, {}};
+  return {creo::ProGeneralError, text::format(L"the handler of notification %d ended with an exception: %s",
+                                              static_cast<int>(notification.type), fault)};
 }
 
 std::wstring Events::callListeners(ProNotifyType type, const creo::pfcModelDescriptor& model) {

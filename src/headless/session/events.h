@@ -36,8 +36,13 @@ class Events {
   std::vector<std::wstring> callRepeated();
   void queue(Event event) { queue_.push_back(std::move(event)); }
   std::optional<Event> next();
-  // Calls the handler that hangs there now, if one does. The text of an exception that left it; empty: none did.
-  std::wstring call(const creo::ProNotification& notification);
+  // What a handler that hangs there now answers, 0 without one; fault: the text of an exception that left it, which
+  // counts as ProGeneralError; empty: none did.
+  struct Answer {
+    creo::ProError error = creo::ProNoError;
+    std::wstring fault;
+  };
+  Answer call(const creo::ProNotification& notification);
   // The same for the listeners: a model that the user opened was retrieved, one that is displayed was displayed.
   std::wstring callListeners(creo::ProNotifyType type, const creo::pfcModelDescriptor& model);
 

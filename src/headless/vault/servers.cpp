@@ -142,16 +142,19 @@ Got<creo::ProServerStatus> Servers::status(const std::wstring& alias, const std:
 Got<std::wstring> Servers::aliasedUrl(const std::wstring& file) const {
   const auto name = objectOf(file);
   if (servers_.empty() || !name) return creo::ProNotFound;
+  const Server& server = servers_[active_];
   ObjectRecord object;
-  if (const VaultAnswer answer = servers_[active_].vault->object(*name, object); !answer) return ended(answer, nullptr);
-  return std::wstring(kPublicDevice) + L"://" + servers_[active_].alias() + text::fromUtf8(object.location) + L'/' +
-         name->file();
+  if (const VaultAnswer answer = server.vault->object(*name, object); !answer) return ended(answer, nullptr);
+  if (memberOf(object, server.who)) return std::wstring(kWorkspaceDevice) + L':' + path() + name->file();
+  return std::wstring(kPublicDevice) + L"://" + server.alias() + text::fromUtf8(object.location) + L'/' + name->file();
 }
 
 Got<std::wstring> Servers::url(const std::wstring& aliased) const {
-  const std::wstring start = std::wstring(kPublicDevice) + L"://";
-  if (!aliased.starts_with(start)) return creo::ProBadInputs;
-  const Server* server = of(aliased.substr(start.size(), aliased.find(L'/', start.size()) - start.size()));
+  const std::size_t colon = aliased.find(L"://");
+  const std::wstring place = aliased.substr(0, colon);
+  if (colon == aliased.npos || (place != kWorkspaceDevice && place != kPublicDevice)) return creo::ProBadInputs;
+  const std::size_t start = colon + 3;
+  const Server* server = of(aliased.substr(start, aliased.find(L'/', start) - start));
   const auto name = modelNameOf(aliased.substr(aliased.rfind(L'/') + 1));
   if (!server || !name) return creo::ProNotFound;
   ObjectRecord object;
@@ -182,7 +185,7 @@ ProError Servers::checkIn(const Model& model, const std::wstring& location, std:
   const Server& server = servers_[active_];
   ModelDocument& document = *model.document;
   const ObjectName name = nameOf(document);
-  if (!document.folder.empty() && !text::equalNoCase(document.folder, models_.folders().home().path()))
+  if (!document.saveFolder().empty() && !text::equalNoCase(document.saveFolder(), models_.folders().home().path()))
     return ended({creo::ProGeneralError, text::format(L"%s lies outside of the workspace", name.label())}, nullptr);
   std::unique_ptr<os::FileLock> lock;
   NextIteration next;
@@ -190,15 +193,16 @@ ProError Servers::checkIn(const Model& model, const std::wstring& location, std:
   if (answer) answer = server.vault->next(name, server.who, text::toUtf8(location), next);
   if (!answer) return ended(answer, &conflicts);
 
-  setServerParameter(document.record, "PTC_WM_LOCATION", next.location);
-  setServerParameter(document.record, "PTC_WM_REVISION", next.revision);
-  setServerParameter(document.record, "PTC_WM_ITERATION", std::to_string(next.iteration));
-  document.touch(nullptr);
-  // What is in memory becomes the workspace's newest document first: whatever fails behind it, nothing is lost.
-  ProError saved = saveReplacing(models_, model.handle);
-  if (saved == creo::ProNotFound) saved = saveModel(models_, model.handle);
-  if (saved != creo::ProNoError) return saved;
-  answer = server.vault->checkIn(name, server.who, next, writeDocument(document.record), document.version);
+  // What was saved is checked in, not what is in memory.
+  const auto stored = changeStored(models_, document, [&next](ModelRecord& record) {
+    setServerParameter(record, "PTC_WM_LOCATION", next.location);
+    setServerParameter(record, "PTC_WM_REVISION", next.revision);
+    setServerParameter(record, "PTC_WM_ITERATION", std::to_string(next.iteration));
+  });
+  if (stored.error == creo::ProNotFound)
+    return ended({creo::ProConflicts, name.label() + L" was never saved in the workspace"}, &conflicts);
+  if (!stored) return stored.error;
+  answer = server.vault->checkIn(name, server.who, next, stored.value, document.savedVersion());
   if (!answer) return ended(answer, &conflicts);
   document.inWorkspace = document.closed = true;
   handOut(document);

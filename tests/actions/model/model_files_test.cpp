@@ -159,7 +159,10 @@ TEST_F(ModelFiles, WhatIsUnsavedInMemoryStaysUnsaved) {
   const auto sheet = creo::ProMdlRetrieve(L"SHEET", ProMdlType::drawing).value;
   creo::ProMdlCommonnameSet(top, L"UNSAVED");
   const auto part = creo::ProMdlInit(L"BRACKET", ProMdlType::part).value;
+  std::filesystem::create_directories(world.models() + "/away");
+  ASSERT_EQ(creo::ProNoError, creo::ProDirectoryChange(L"d:\\away"));
   const auto lone = creo::ProMdlCopy(top, L"LONE").value;
+  ASSERT_EQ(creo::ProNoError, creo::ProDirectoryChange(L"d:\\"));
   creo::ProRenamed renamed;
   ASSERT_EQ(creo::ProNoError, creo::ProMdlnameRename(part, L"WHEEL", renamed));
   EXPECT_EQ(std::vector<std::wstring>{L"LONE.ASM"}, renamed.unsaved);
@@ -231,9 +234,11 @@ TEST_F(ModelFiles, ABackupHasWhatTheModelNeedsOrNothing) {
       L"d:\\again\\bracket.asm.2|d:\\again\\other.prt.1|Exported",
       lastRow(told(world.log())));
   EXPECT_THAT(readBytes(world.models() + "/backup/bracket.prt.1"), HasSubstr("THIN"));
-  world.disk().fillAfter(900);
+  world.disk().denyWrites(L"d:\\small\\other.prt.1");
   world.run("full.xml");
   world.disk().heal();
+  EXPECT_THAT(told(world.log()),
+              HasSubstr(L"|W:TOP.ASM is saved in d:\\small\\ from now on|W:BRACKET.PRT is saved in "));
   EXPECT_THAT(told(world.log()), HasSubstr(L"|E:The system could not write to the specified directory."));
   EXPECT_EQ("bracket.asm.1", names(world.models() + "/small")) << "of the assembly that was worked before alone";
   // A component that isn't there: the copy would be worth nothing.

@@ -3,6 +3,7 @@
 #include "creo/ProMessage.h"
 #include "creo/ProServer.h"
 #include "creo/ProSession.h"
+#include "creo/ProSolid.h"
 #include "creo/ProUtil.h"
 #include "creo/ProWindow.h"
 #include "creo/pfcSession.h"
@@ -40,6 +41,28 @@ class SessionOfModels : public test::HeadlessSession {
   }
   std::string heard;
 };
+
+TEST_F(SessionOfModels, AHandlersErrorKeepsAModelFromBeingSavedOrErased) {
+  const ProMdl part = retrieve(L"A");
+  ProError answer = ProStopVisit;
+  for (const auto type : {ProNotifyType::saveBefore, ProNotifyType::eraseBefore, ProNotifyType::regenerateBefore})
+    ProNotificationSet(type, [&answer](const ProNotification&) { return answer; });
+  EXPECT_EQ(ProGeneralError, ProMdlSave(part));
+  EXPECT_EQ(ProGeneralError, ProMdlErase(part));
+  EXPECT_EQ(ProGeneralError, ProMdlEraseAll(part));
+  EXPECT_EQ(
+      "A.PRT isn't saved: the handler of notification 103 answered -25\n"
+      "A.PRT isn't erased: the handler of notification 9 answered -25\n"
+      "A.PRT isn't erased: the handler of notification 9 answered -25\n",
+      messages());
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(part, kRegenerateNoFlags)) << "no other answer is read";
+  ProNotificationSet(ProNotifyType::saveBefore,
+                     [](const ProNotification&) -> ProError { throw std::runtime_error("full"); });
+  EXPECT_EQ(ProGeneralError, ProMdlSave(part)) << "nor does a broken handler let it go on";
+  EXPECT_TRUE(session().savedDocuments().empty());
+  answer = ProNoError;
+  EXPECT_EQ(ProNoError, ProMdlErase(part));
+}
 
 TEST_F(SessionOfModels, NotificationsComeOnceControlIsBack) {
   session();

@@ -245,14 +245,99 @@ TEST_F(ModelsInMemory, OneVersionIsLeftUnlessItWasHandedOut) {
   EXPECT_EQ("a.prt.1 a.prt.2", save(7)) << "it was out of memory";
   EXPECT_NE(std::string::npos, read("models/a.prt.2").find("7.0"));
   ASSERT_TRUE(ProMdlCopy(part, L"B"));
-  EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3", save(6));
+  EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3 b.prt.1", save(6));
   std::filesystem::create_directories(folder_ + "/models/backup");
   ASSERT_TRUE(ProMdlnameBackup(part, L"d:\\models\\backup"));
   set(part, L"MASS", real(5));
   EXPECT_EQ(ProNotFound, headless::saveReplacing(session().models(), part));
   EXPECT_EQ(ProNoError, ProMdlSave(part));
-  EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3 a.prt.4 backup", files());
-  EXPECT_EQ(5u, session().savedDocuments().size());
+  EXPECT_EQ("a.prt.1 a.prt.2 a.prt.3 b.prt.1 backup", files());
+  EXPECT_NE(std::string::npos, read("models/backup/a.prt.2").find("5.0"));
+  EXPECT_EQ(6u, session().savedDocuments().size());
+}
+
+TEST_F(ModelsInMemory, ABackupMovesLaterSaves) {
+  for (const char* folder : {"backup", "again"}) std::filesystem::create_directories(folder_ + "/models/" + folder);
+  model("a.prt.3", kMass);
+  model("backup/a.prt.6");
+  const ProMdl part = retrieve(L"A");
+  EXPECT_EQ(L"d:\\models\\", ProMdlDirectoryPathGet(part).value);
+  EXPECT_EQ(ProNotFound, ProMdlnameBackup(part, L"d:\\none").error);
+  set(part, L"MASS", real(4));
+  EXPECT_EQ(L"d:\\models\\backup\\a.prt.7", ProMdlnameBackup(part, L"d:\\models\\backup").value);
+  EXPECT_EQ(L"d:\\models\\backup\\", ProMdlDirectoryPathGet(part).value);
+  EXPECT_EQ(L"d:\\models\\a.prt.3", ProMdlOriginGet(part).value) << "the file that was read";
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_NE(std::string::npos, read("models/backup/a.prt.8").find("4.0"));
+  EXPECT_EQ("a.prt.3 again backup", files());
+  const SavedDocument& last = session().savedDocuments().back();
+  EXPECT_EQ(L"d:\\models\\backup\\a.prt.9 d:\\models\\a.prt.3 3",
+            last.path + L" " + last.readPath + L" " + std::to_wstring(last.readVersion));
+  EXPECT_EQ("", messages()) << "the files that lay there are nobody's changes";
+  EXPECT_EQ(L"d:\\models\\again\\a.prt.1", ProMdlnameBackup(part, L"d:\\models\\again").value);
+  ASSERT_EQ(ProNoError, ProDirectoryChange(L"again"));
+  EXPECT_EQ(L"d:\\models\\again\\a.prt.2", ProMdlnameBackup(part, L"").value) << "the working folder";
+  const auto disk = std::make_shared<os::FaultyFiles>(*os::surroundings().files);
+  const auto real = os::surroundings().files;
+  os::surroundings().files = disk;
+  disk->denyWrites(L"d:\\models\\backup\\");
+  EXPECT_EQ(ProCantWrite, ProMdlnameBackup(part, L"d:\\models\\backup").error);
+  os::surroundings().files = real;
+  EXPECT_EQ(L"d:\\models\\again\\", ProMdlDirectoryPathGet(part).value);
+}
+
+TEST_F(ModelsInMemory, ACopyHasItsFileAtOnce) {
+  model("a.prt.1", kMass);
+  model("taken.prt.4");
+  const ProMdl part = retrieve(L"A");
+  set(part, L"MASS", real(7));
+  const auto copy = ProMdlCopy(part, L"taken");
+  EXPECT_EQ(5, ProMdlDataGet(copy.value).value.version);
+  EXPECT_FALSE(ProMdlModificationVerify(copy.value).value);
+  EXPECT_TRUE(ProMdlModificationVerify(part).value) << "its own file stays as it was";
+  EXPECT_EQ("a.prt.1 taken.prt.4 taken.prt.5", files());
+  const std::wstring tooLong(32, L'N');
+  EXPECT_EQ(ProBadInputs, ProMdlCopy(part, tooLong).error);
+  EXPECT_EQ(ProBadInputs, ProMdlRename(part, tooLong));
+  EXPECT_EQ(ProNoError, ProMdlRename(part, tooLong.substr(1)));
+  const auto disk = std::make_shared<os::FaultyFiles>(*os::surroundings().files);
+  const auto real = os::surroundings().files;
+  os::surroundings().files = disk;
+  disk->denyWrites(L"d:\\models\\");
+  EXPECT_EQ(ProGeneralError, ProMdlCopy(part, L"NONE").error);
+  os::surroundings().files = real;
+  EXPECT_FALSE(ProMdlInit(L"NONE", ProMdlType::part));
+}
+
+TEST_F(ModelsInMemory, FoldersOfOptionsAreSearchedToo) {
+  for (const char* folder : {"lib", "frames", "away"}) std::filesystem::create_directories(folder_ + "/" + folder);
+  model("top.asm.1", R"("components": [{"name": "BOLT", "type": "prt"}, {"name": "M4", "type": "prt"}])");
+  model("own.prt.2");
+  write("lib/own.prt.9", "{\"format\": 1}");
+  write("lib/bolt.prt.1", "{\"format\": 1}");
+  write("lib/nut.prt.1", R"({"format": 1, "familyTable": {"items": [], "instances": [{"name": "M4"}]}})");
+  write("frames/a4.frm.1", "{\"format\": 1}");
+  write("frames/bolt.prt.5", "{\"format\": 1}");
+  session();
+  ASSERT_EQ(ProNoError, ProConfigoptSet(L"search_path", L"d:\\nowhere"));
+  ASSERT_EQ(ProNoError, ProConfigoptSet(L"search_path", L"..\\lib"));
+  ASSERT_EQ(ProNoError, ProConfigoptSet(L"pro_format_dir", L"d:\\frames"));
+  retrieve(L"TOP", ProMdlType::assembly);
+  EXPECT_EQ("", messages());
+  EXPECT_EQ(1, ProMdlDataGet(ProMdlInit(L"BOLT", ProMdlType::part).value).value.version) << "frames have no parts";
+  EXPECT_TRUE(ProMdlInit(L"M4", ProMdlType::part)) << "an instance of a generic there";
+  EXPECT_EQ(2, ProMdlDataGet(retrieve(L"OWN")).value.version) << "the folder of models comes first";
+  EXPECT_TRUE(ProMdlRetrieve(L"A4", ProMdlType::format));
+  EXPECT_TRUE(ProMdlnameIsTaken(L"nut", ProMdlType::part).value);
+}
+
+TEST_F(ModelsInMemory, WhatUsesNothingIsToldByACode) {
+  model("a.prt.1");
+  model("layouts.prt.1", R"("layouts": [{"name": "PLAN"}])");
+  EXPECT_EQ(ProNotFound, ProMdlDependenciesList(retrieve(L"A")).error);
+  EXPECT_EQ(ProNotFound, ProMdlDependenciesDataList(retrieve(L"A")).error);
+  EXPECT_EQ(1u, ProMdlDependenciesList(retrieve(L"LAYOUTS")).value.size());
 }
 
 TEST_F(ModelsInMemory, WhatAnotherProgramWroteMeanwhileIsNeverReplaced) {

@@ -223,11 +223,12 @@ TEST_F(ParametersAndInstances, InstancesTakeTheirRowsValues) {
   EXPECT_EQ("LEN=20 MAT=zinc", parameters(zinc));
   EXPECT_EQ("LEN=10 MAT=steel", parameters(retrieve(L"B30<BOLTS>")));
   EXPECT_EQ(L"B20_ZINC", ProMdlNameGet(zinc).value);
-  EXPECT_EQ(L"B20 3", ProFaminstanceImmediategenericinfoGet(zinc).value.name + L" " +
-                          std::to_wstring(ProFaminstanceImmediategenericinfoGet(zinc).value.version));
+  EXPECT_EQ(ProGeneralError, ProFaminstanceGenericGet(zinc, true).error) << "it isn't in memory, and isn't brought";
+  const ProGenericInfo info = ProFaminstanceImmediategenericinfoGet(zinc).value;
+  EXPECT_EQ(L"B20", info.name);
   const ProMdl generic = ProMdlInit(L"BOLTS", ProMdlType::part).value;
-  const ProMdl b20 = ProFaminstanceGenericGet(zinc, true).value;
-  EXPECT_EQ(L"B20", ProMdlNameGet(b20).value);
+  const ProMdl b20 = retrieve(info.name, info.type);
+  EXPECT_EQ(b20, ProFaminstanceGenericGet(zinc, true).value);
   EXPECT_EQ(generic, ProFaminstanceGenericGet(zinc, false).value);
   EXPECT_EQ(generic, ProFaminstanceGenericGet(b20, true).value);
   EXPECT_EQ(ProNotFound, ProFaminstanceGenericGet(generic, true).error);
@@ -244,6 +245,27 @@ TEST_F(ParametersAndInstances, InstancesTakeTheirRowsValues) {
   EXPECT_EQ("WRONG<BOLTS> can't be built: the value of 'LEN' is of another type\n", messages());
   EXPECT_EQ(ProNotFound, ProMdlRetrieve(L"B40<BOLTS>", ProMdlType::part).error);
   EXPECT_EQ(ProGeneralError, ProMdlErase(generic)) << "its instances are in memory";
+}
+
+TEST_F(ParametersAndInstances, EmptyTablesAndNoneAreTwoAnswers) {
+  model("none.prt.1");
+  model("empty.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 3}],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": []})");
+  const ProMdl none = retrieve(L"NONE"), empty = retrieve(L"EMPTY");
+  EXPECT_EQ(ProNotFound, ProSolidFamtableCheck(none));
+  EXPECT_EQ(ProNotFound, ProFamtableCheck({none}));
+  EXPECT_EQ(ProNotFound, ProFaminstanceAdd({L"LONG", none}));
+  EXPECT_EQ(ProNoFamtable, ProSolidFamtableCheck(empty));
+  EXPECT_EQ(ProNoFamtable, ProFamtableCheck(ProFamtableInit(empty).value));
+  EXPECT_EQ(ProExists, ProFaminstanceAdd({L"NONE", empty})) << "a model in memory has the name";
+  EXPECT_EQ(ProBadInputs, ProFaminstanceAdd({std::wstring(32, L'N'), empty}));
+  EXPECT_EQ(ProNoError, ProFaminstanceAdd({L"LONG", empty}));
+  EXPECT_EQ(ProExists, ProFaminstanceAdd({L"long", empty}));
+  EXPECT_EQ(ProNoError, ProFamtableCheck({empty}));
+  EXPECT_EQ("LEN=3", parameters(ProFaminstanceRetrieve({L"LONG", empty}).value));
+  EXPECT_EQ(ProNoError, ProMdlSave(empty));
+  endSession();
+  EXPECT_EQ("LEN=3", parameters(retrieve(L"LONG")));
 }
 
 TEST_F(ParametersAndInstances, WhatIsChangedOnAnInstanceLiesInItsRow) {
@@ -284,7 +306,8 @@ TEST_F(ParametersAndInstances, ColumnsComeAndGoWithTheirParameters) {
   const ProFamtable table = ProFamtableInit(generic).value;
   EXPECT_EQ(ProExists, ProFamtableItemAdd(table, ProParameterToFamtableItem(parameter(generic, L"len")).value));
   EXPECT_EQ(ProNoError, ProFamtableItemAdd(table, ProParameterToFamtableItem(parameter(generic, L"MAT")).value));
-  EXPECT_EQ(ProNoFamtable, ProFamtableItemAdd({retrieve(L"PLAIN")}, {ProFamitemType::parameter, L"LEN"}));
+  EXPECT_EQ(ProGeneralError, ProFamtableItemAdd({retrieve(L"PLAIN")}, {ProFamitemType::parameter, L"LEN"}));
+  EXPECT_EQ(ProNotFound, ProFamtableItemRemove(table, {ProFamitemType::parameter, L"NONE"}));
   EXPECT_EQ(ProNoError, ProParameterDelete(parameter(generic, L"LEN")));
   EXPECT_EQ("MAT=steel", parameters(b20));
   EXPECT_EQ(ProNoError, ProParameterCreate(item(generic), L"LEN", real(1)).error);

@@ -162,8 +162,12 @@ TEST_F(Run, AVersionThatWasCopiedOrBackedUpStays) {
     const Ended ended = run("hands", {"--start", "PLATE.PRT"});
     EXPECT_EQ(0, ended.code) << ended.err;
     EXPECT_THAT(readBytes(path("models/PLATE.prt.2")), testing::Not(testing::HasSubstr("ListName")));
-    EXPECT_THAT(readBytes(path("models/PLATE.prt.3")), testing::HasSubstr("ListName"));
-    EXPECT_FALSE(fs::exists(path("models/PLATE.prt.4")));
+    const bool isBackup = hands.find("backup") != std::string::npos;
+    // Behind a backup the model is saved there, and the run says so.
+    EXPECT_THAT(readBytes(path(isBackup ? "models/backup/PLATE.prt.2" : "models/PLATE.prt.3")),
+                testing::HasSubstr("ListName"));
+    EXPECT_EQ(isBackup, ended.err.find("saved in backup") != std::string::npos) << ended.err;
+    EXPECT_FALSE(fs::exists(path(isBackup ? "models/PLATE.prt.3" : "models/PLATE.prt.4")));
     for (const char* entry : {"models/PLATE.prt.2", "models/PLATE.prt.3"}) fs::remove(path(entry));
   }
 }
@@ -503,6 +507,21 @@ TEST_F(Run, ADryRunOfSheetsAndBackupsHasNoErrorsOfItsOwn) {
                              testing::Not(testing::HasSubstr("writetest"))));
   EXPECT_EQ(0, run("hand").code);
   EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.2", "TOP.asm.1"}), filesIn("models/backup"));
+}
+
+TEST_F(Run, ADryRunComparesWhatABackupMovesWithTheModelThatWasRead) {
+  part(L"PLATE").with(L"MASS", 2.5);
+  fs::create_directories(models() + "/backup");
+  const std::string kinds = " version='3' forPRT='true' forEF='false' ";
+  list("keep.xml", "<task type='backupAction'" + kinds + "path='d:/backup'/>" + kAddNorm + kSave);
+  const Ended dry = run("keep", {"-n"});
+  EXPECT_THAT(dry.out, testing::AllOf(testing::HasSubstr("PLATE.PRT: + parameters/NORM/value: WN-100\n"),
+                                      testing::Not(testing::HasSubstr("MASS"))));
+  EXPECT_THAT(dry.err, testing::HasSubstr("saved in backup"));
+  const Ended real = run("keep");
+  EXPECT_EQ(recapOf(dry).substr(3), recapOf(real).substr(4)) << "dry and done";
+  EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.2"}), filesIn("models/backup"));
+  EXPECT_FALSE(fs::exists(path("models/PLATE.prt.2")));
 }
 
 // A site's script comes with its configuration. A dry run converts too, as the values tell what would change.

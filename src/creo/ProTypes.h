@@ -42,6 +42,12 @@ struct Got {
   explicit operator bool() const { return error == ProNoError; }
 };
 
+// Of a list that isn't found where there is nothing in it: could it be told? Its value is empty then.
+template <class T>
+bool isTold(const Got<T>& list) {
+  return list || list.error == ProNotFound;
+}
+
 // An opaque handle; 0 is none. A session packs index and generation into it, an adapter a pointer.
 template <class Tag>
 struct Handle {

@@ -32,7 +32,7 @@ std::vector<ProMdl> solidsOf(State& state, const Model& drawing) {
 
 Got<std::vector<ProMdl>> ProDrawingSolidsCollect(ProMdl drawing) {
   return onDrawing("ProDrawingSolidsCollect", drawing,
-                   [](State& state, Model& m) -> Got<std::vector<ProMdl>> { return solidsOf(state, m); });
+                   [](State& state, Model& m) { return headless::collected(solidsOf(state, m)); });
 }
 
 ProError ProDrawingSolidsVisit(ProMdl drawing, Visitor<ProMdl> visitor) {

@@ -80,7 +80,7 @@ ProError createNote(const Task& task, const NewNote& note, int sheet, const creo
   for (const std::wstring& line : note.lines) data.lines.push_back(lineOf(task, note, line));
   const auto created = creo::ProDtlnoteCreate(task.model(), data);
   if (!created) return created.error;
-  const ProError shown = creo::ProDtlnoteShow(created.value);
+  const ProError shown = showNote(created.value);
   if (shown != creo::ProNoError) creo::ProDtlnoteDelete(created.value);  // nobody would ever see it
   return shown;
 }

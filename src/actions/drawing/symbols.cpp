@@ -65,9 +65,10 @@ ProDtlsyminstdata newSymbolData(ProMdl drawing, const ProDtlsymdef& definition, 
 
 void placeSymbol(ProMdl drawing, const ProDtlsymdef& definition, const creo::ProPoint& place) {
   const auto symbol = creo::ProDtlsyminstCreate(newSymbolData(drawing, definition, place));
-  if (symbol) creo::ProDtlsyminstShow(symbol.value);
-  tellResult(symbol.error, L"Symbol instance is created and displayed", L"Symbol can't be displayed");
-  if (symbol) creo::ProDrawingtreeRefresh(drawing, -1);
+  const ProError shown = symbol ? creo::ProDtlsyminstShow(symbol.value) : symbol.error;
+  tellResult(shown, L"Symbol instance is created and displayed", L"Symbol can't be displayed");
+  if (symbol && shown != creo::ProNoError) creo::ProDtlsyminstDelete(symbol.value);  // nobody would ever see it
+  if (symbol) refreshTree(drawing);
   creo::ProWindowRepaint(creo::kAnyWindow);
 }
 

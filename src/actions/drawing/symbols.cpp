@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "actions/drawing/details.h"
+#include "actions/output_file.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProDtlsym.h"
 #include "creo/ProWindow.h"
@@ -91,7 +92,7 @@ Outcome addSymbol(const Task& task) {
   }
   const std::wstring_view path = task.attribute(L"sympath");
   const bool isOwnPath = !path.empty() && path != kSymbolDirectory;
-  Definition definition{isOwnPath ? task.path(L"sympath", L"models") : std::wstring(path), name.text};
+  Definition definition{isOwnPath ? wholePath(task.path(L"sympath", L"models")) : std::wstring(path), name.text};
   const auto entries = sheetEntries(task, {L"posx_"});
   const auto sheets = creo::ProDrawingSheetsCount(task.model());
   creo::SheetGuard current(task.model());

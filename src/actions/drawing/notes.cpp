@@ -193,7 +193,7 @@ constexpr Action kActions[] = {
      .title = L"Add note",
      .conditions = kOnDrawings,
      .attributes = kAddAttributes,
-     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model | Touched::session},
      .about = "writes the lines of a text file onto sheets of a drawing",
      .function = &addNote},
     {.key = L"moveNote",

@@ -275,7 +275,7 @@ constexpr Action kActions[] = {
      .conditions = kOnDrawings,
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::files | Touched::programs,
-                 .changes = Touched::model | Touched::files},
+                 .changes = Touched::model | Touched::files | Touched::session},
      .about = "gives notes of a drawing texts from a table, by their ids or by the texts that they had",
      .function = &editModelNotesFromFile},
 };

@@ -42,9 +42,12 @@ const Operations kDrawings = {
      .source = Source::page,
      .documented = "Texts follow only when the sheet is regenerated, for which a window has to show it. A read-only "
                    "drawing is refused.",
-     .ours = "Texts follow at once; a read-only drawing is changed like any other.",
+     .ours =
+         "Texts follow with ProDwgDraftRegenerate, in a window or not; a read-only drawing is changed like any other.",
      .verdict = Verdict::differs,
-     .test = "Drawings.ShowTheModelThatTheDocumentNamesOrTheFirst"},
+     .reason = "The plug-in asks for no other regeneration of drawings; a run passes over models that can't be changed "
+               "before their first action.",
+     .test = "Drawings.KeepTheirTextsUntilTheyAreRegenerated"},
     {.name = "ProDrawingFromTmpltCreate",
      .header = "ProDrawing.h",
      .shape = "name, template, model, options -> drawing",

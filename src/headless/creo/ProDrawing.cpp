@@ -65,7 +65,9 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
 ProError ProDwgDraftRegenerate(ProMdl drawing) {
   return onDrawing("ProDwgDraftRegenerate", drawing, [](State& state, Model& m) -> ProError {
     const std::size_t wanted = headless::dependencies(m).size();
-    return solidsOf(state, m).size() == wanted ? ProNoError : ProGeneralError;
+    if (solidsOf(state, m).size() != wanted) return ProGeneralError;
+    m.document->modelOfTexts.reset();
+    return ProNoError;
   });
 }
 

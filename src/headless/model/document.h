@@ -2,13 +2,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
-#include "creo/ProTypes.h"
+#include "creo/ProMdl.h"
 #include "headless/model/feature_tree.h"
 #include "headless/model/instance_values.h"
 #include "headless/store/document.h"
@@ -27,6 +28,9 @@ class ModelDocument {
   ModelRecord record;
   // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
   bool inWorkspace = false, closed = false;
+  // A drawing's texts are still about that model: no regeneration has followed the change to another one. Never
+  // written.
+  std::optional<creo::ProDependency> modelOfTexts;
   std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
 
   // The row of that name, in this table or one below it; null for none.

@@ -66,6 +66,23 @@ TEST_F(Drawings, ShowTheModelThatTheDocumentNamesOrTheFirst) {
   EXPECT_FALSE(modified(pair));  // who goes there and comes back leaves no trace
 }
 
+TEST_F(Drawings, KeepTheirTextsUntilTheyAreRegenerated) {
+  const ProDwgtable table = ProDrawingTablesCollect(pair).value.front();
+  ASSERT_EQ(ProNoError, ProDwgtableTextEnter(table, 2, 3, {L"&model_name &model_name:3 &TEETH"}));
+  const auto shown = [&] { return cell(table, 2, 3, ProDwgtableText::displayed); };
+  EXPECT_EQ(L"PINION PAIR 20", shown());
+  EXPECT_EQ(ProNoError, ProDrawingCurrentsolidSet(pair, retrieve(L"GEAR")));
+  EXPECT_EQ(L"PINION PAIR 20", shown());
+  EXPECT_EQ(ProNoError, ProDwgDraftRegenerate(pair));
+  EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+  {
+    SolidGuard guard(pair);
+    EXPECT_EQ(ProNoError, guard.change(retrieve(L"PINION")));
+    EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+  }
+  EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+}
+
 TEST_F(Drawings, WithALostModelAreShownWithoutItAndDontRegenerate) {
   EXPECT_EQ(ProNoError, ProDwgDraftRegenerate(pair));
   model("lost.drw.1", R"("models": [{"name": "GONE", "type": "prt"}, {"name": "GEAR", "type": "prt"}])");

@@ -3,7 +3,6 @@
 
 #include "actions/drawing/details.h"
 #include "actions/output_file.h"
-#include "creo/ProDrawingView.h"
 #include "creo/ProDtlsym.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"

@@ -90,20 +90,19 @@ bool isDrawing(ProMdl model) {
   return type && type.value == creo::ProMdlType::drawing;
 }
 
-// Texts of repeat regions follow what the drawing shows now.
-void updateTables(ProMdl drawing) {
-  const creo::ProError result = onTop(drawing, [&] { return creo::ProDrawingTablesUpdate(drawing); });
-  if (result != creo::ProNoError) failDetail(L"The tables of the drawing can't be updated");
+// Texts of repeat regions follow what the drawing shows now. Of other models Creo is asked, too, and refuses.
+void updateTables(ProMdl model) {
+  const creo::ProError result = onTop(model, [&] { return creo::ProDrawingTablesUpdate(model); });
+  if (result != creo::ProNoError && isDrawing(model)) failDetail(L"The tables of the drawing can't be updated");
 }
 
 // Looks for the folder on every model.
 Outcome addTable(const Task& task) {
   creo::DirectoryGuard working;
   const auto folder = tableFolder(task, working);
-  const bool hasTables = isDrawing(task.model());
-  if (folder && hasTables) addTables(task, *folder);
+  if (folder && isDrawing(task.model())) addTables(task, *folder);
   working.back();
-  if (hasTables) updateTables(task.model());
+  updateTables(task.model());
   return done;
 }
 

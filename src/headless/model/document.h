@@ -28,8 +28,7 @@ class ModelDocument {
   ModelRecord record;
   // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
   bool inWorkspace = false, closed = false;
-  // A drawing's texts are still about that model: no regeneration has followed the change to another one. Never
-  // written.
+  // A drawing's texts are still about that model, as no regeneration has followed the change to another. Never written.
   std::optional<creo::ProDependency> modelOfTexts;
   std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
 

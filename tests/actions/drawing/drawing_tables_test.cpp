@@ -156,7 +156,6 @@ TEST_F(DrawingTables, WhatFailsIsToldAndTheRestStays) {
       {"addTable", "ProDwgtableInfoGet", add, brought, L"E:Can't get Table info"},
       {"addTable", "ProDwgtableSegMove", add, brought, L"E:Can't move table segment|Table is retrieved and displayed"},
       {"addTable", "ProDwgtableDisplay", add, brought, L"E:Table is can't be displayed"},
-      {"addTable", "ProDrawingTablesUpdate", add, brought, L"E:The tables of the drawing can't be updated"},
       {"addTable", "ProDrawingSheetTrfGet", add, all, L"E:The matrix of sheet 1 can't be read"},
       {"addTable", "ProDrawingCurrentSheetSet", add, all, L"E:Can't make sheet 1 the current one"},
       {"addTable", "ProPntTrfEval", add, all, L"E:posx_0, posy_0 is no place on sheet 1"},
@@ -174,6 +173,20 @@ TEST_F(DrawingTables, WhatFailsIsToldAndTheRestStays) {
     EXPECT_EQ(2, saved(own).currentSheet) << entry.operation;
     EXPECT_EQ(L"d:\\", creo::ProDirectoryCurrentGet().value);
   }
+}
+
+// Of the drawing's parts Creo refuses it anyway, without a line.
+TEST_F(DrawingTables, ThatCantBeUpdatedAreTold) {
+  World own;
+  const std::string attributes = "tablepath='d:\\' tablename='box' fn_0='' sheet_0='1' posx_0='-50' posy_0='20'";
+  const std::wstring line = L"E:The tables of the drawing can't be updated";
+  EXPECT_THAT(work(own, "<task type='addTable' version='3' forDRW='true' forEF='false' " + attributes + "/>",
+                   "ProDrawingTablesUpdate"),
+              HasSubstr(line));
+  EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30) 4@1(370,20)", tables(own));
+  World parts;
+  work(parts, task("addTable", attributes));
+  EXPECT_EQ(std::wstring::npos, told(parts.log()).find(line));
 }
 
 TEST_F(DrawingTables, AFormatIsExchangedWithItsTables) {

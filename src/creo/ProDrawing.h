@@ -59,8 +59,8 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid);
 // count as long as there is a drawing. Raises notification 100.
 Got<ProMdl> ProDrawingFromTmpltCreate(const std::wstring& name, const std::wstring& templateName, ProMdl model,
                                       unsigned options);
-// Works out the draft items of the drawing, such as its notes. ProGeneralError: a model of the drawing can't be
-// retrieved.
+// Works out the draft items of the drawing, such as its notes, whose texts follow the current model. ProGeneralError: a
+// model of the drawing can't be retrieved.
 ProError ProDwgDraftRegenerate(ProMdl drawing);
 
 // ---- sheets

@@ -20,9 +20,11 @@ Got<int> ProDrawingViewSheetGet(const ProView& view);
 Got<ProView> ProDrawingBackgroundViewGet(ProMdl drawing, int sheet);
 Got<ProView> ProDrawingOverlayviewGet(ProMdl drawing, int sheet);
 
-// Brings the model tree, and a drawing's tree of one sheet or of all (-1), up to date on the screen. ProNotFound: no
-// window shows the model tree. A drawing's tree in which nothing has changed has a code, too.
+// Brings the model tree up to date on the screen. ProNotFound: no window shows it.
 ProError ProTreetoolRefresh(ProMdl model);
-ProError ProDrawingtreeRefresh(ProMdl drawing, int sheet);
+constexpr int kActiveWindow = -1;
+// The same for the tree of the drawing that a window shows. ProBadInputs: the window doesn't show it. A tree in which
+// nothing has changed has a code, too.
+ProError ProDrawingtreeRefresh(ProMdl drawing, int window);
 
 }  // namespace creo

@@ -34,7 +34,7 @@ bool isNamed(const creo::Got<creo::ProDtlsymdef>& definition, std::wstring_view 
 Answer multiModelDrawingPredicate(const Question& question) {
   if (question.type != creo::ProMdlType::drawing) return Answer::no;
   const auto solids = creo::ProDrawingSolidsCollect(question.model);
-  if (!solids) {
+  if (!creo::isTold(solids)) {
     core::logWrite(L"Can't collect solids", core::kError);
     return Answer::no;
   }
@@ -85,18 +85,17 @@ Answer symbolOnDrawingPredicate(const Question& question) {
   bool found = false;
   anySheet(question.model, [&](int sheet) {
     const auto symbols = creo::ProDrawingDtlsyminstsCollect(question.model, sheet);
-    if (!symbols) core::logWrite(kListFailed, core::kError);
-    found = symbols && std::any_of(symbols.value.begin(), symbols.value.end(), [&](const auto& symbol) {
-              return isNamed(creo::ProDtlsyminstDefGet(symbol), wanted);
-            });
-    return found || !symbols;
+    if (!creo::isTold(symbols)) core::logWrite(kListFailed, core::kError);
+    found = std::any_of(symbols.value.begin(), symbols.value.end(),
+                        [&](const auto& symbol) { return isNamed(creo::ProDtlsyminstDefGet(symbol), wanted); });
+    return found || !creo::isTold(symbols);
   });
   return answer(found);
 }
 
 Answer symbolInDrawingPredicate(const Question& question) {
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(question.model);
-  if (!definitions) {
+  if (!creo::isTold(definitions)) {
     core::logWrite(kListFailed, core::kError);
     return Answer::no;
   }

@@ -42,8 +42,7 @@ std::optional<int> sheetOf(const creo::ProDwgtable& table) {
 
 bool hasText(const creo::ProDwgtable& table, const TableLocation& location) {
   core::logIndented(L"Found a table with colon separated", core::kNormal, 1);
-  const auto lines =
-      creo::ProDwgtableCelltextGet(table, location.column, location.row, creo::ProDwgtableText::displayed);
+  const auto lines = cellLines(table, location.column, location.row, creo::ProDwgtableText::displayed);
   if (!lines) return false;
   const std::wstring joined = text::join(lines.value, L"");
   return matches(location.pattern, text::cut(joined, kCellTextSize));
@@ -89,6 +88,13 @@ std::optional<TableCell> parseTableCell(std::wstring_view text) {
   if (row && column && line && *row != 0 && *column != 0) return TableCell{*row, *column, *line};
   core::logWrite(L"Can't parse cellcol or cellrow", core::kError);
   return std::nullopt;
+}
+
+creo::Got<std::vector<std::wstring>> cellLines(const creo::ProDwgtable& table, int column, int row,
+                                               creo::ProDwgtableText mode) {
+  auto lines = creo::ProDwgtableCelltextGet(table, column, row, mode);
+  if (lines.error == creo::ProGeneralError) return std::vector<std::wstring>();
+  return lines;
 }
 
 void walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCurrentSheet,

@@ -30,6 +30,10 @@ struct TableCell {
 // Nothing, with its error line, where row or column is 0 or a field isn't wholly a number.
 std::optional<TableCell> parseTableCell(std::wstring_view text);
 
+// The lines of a cell as ProDwgtableCelltextGet gives them; none where it has no text, which Creo takes for a failure.
+creo::Got<std::vector<std::wstring>> cellLines(const creo::ProDwgtable& table, int column, int row,
+                                               creo::ProDwgtableText mode);
+
 struct LocatedTable {
   creo::ProDwgtable table;
   std::optional<int> sheet;  // none: Creo doesn't say

@@ -133,7 +133,7 @@ class Walk {
       for (const creo::ProDependency& dependency : used.value) addDependency(dependency, next, Miss::told);
     } else if (type == creo::ProMdlType::drawing) {
       const auto solids = creo::ProDrawingSolidsCollect(model);
-      if (!solids) return failureLine(L"ProDrawingSolidsCollect");
+      if (!creo::isTold(solids)) return failureLine(L"ProDrawingSolidsCollect");
       for (const creo::ProMdl solid : solids.value) next.push_back({solid, true});
     }
   }

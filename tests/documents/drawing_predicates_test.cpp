@@ -189,6 +189,14 @@ TEST_F(DrawingPredicates, DontApplyToOtherModelsAndSurviveFailures) {
     EXPECT_EQ(c.answer, predicate(c.item, pair)) << c.operation;
     EXPECT_TRUE(logged(c.logged)) << c.operation;
   }
+  // Who has nothing of a kind hasn't failed.
+  const ProMdl blank = ProMdlRetrieve(L"BLANK", ProMdlType::drawing).value;
+  logged(L"");
+  for (const wchar_t* item : {L"type='isMultiModelDrawing'", L"type='symbolOnDrawing' currmat='weld'",
+                              L"type='symbolInDrawing' currmat='weld'", L"type='tableOnDrawing' cell-s='*'"}) {
+    EXPECT_EQ(0, predicate(item, blank)) << text::toUtf8(item);
+    EXPECT_FALSE(logged(L"(ERR)")) << text::toUtf8(item);
+  }
   // The first segment can't be read, so the only one is asked for.
   world.session().failNext("ProDwgtableSegSheetGet", ProNotFound);
   EXPECT_EQ(1, predicate(L"type='tableOnDrawing' cell-s='blue'", pair));

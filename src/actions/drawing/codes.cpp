@@ -31,7 +31,7 @@ struct Pen {
 // False, with an error line: one of that name may be left, and two of one name can't be told apart.
 bool deleteDefinitions(ProMdl drawing, const std::wstring& name) {
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(drawing);
-  bool isDone = definitions || definitions.error == creo::ProNotFound;
+  bool isDone = creo::isTold(definitions);
   for (const creo::ProDtlsymdef& definition : definitions.value) {
     const auto found = creo::ProDtlsymdefNameGet(definition);
     if (!found || (text::equalNoCase(found.value, name) && creo::ProDtlsymdefDelete(definition) != creo::ProNoError))
@@ -77,7 +77,7 @@ class CodeSymbol {
   }
   void end() const {
     creo::ProWindowRepaint(creo::kAnyWindow);
-    creo::ProDrawingtreeRefresh(frame_.drawing, frame_.sheet);
+    refreshTree(frame_.drawing);
   }
 
  private:

@@ -1,6 +1,9 @@
 #include "actions/drawing/details.h"
 
+#include "actions/on_top.h"
 #include "core/log.h"
+#include "creo/ProDrawingView.h"
+#include "creo/ProMdl.h"
 #include "text/format.h"
 
 namespace actions {
@@ -13,6 +16,14 @@ void tellResult(creo::ProError result, std::wstring_view success, std::wstring_v
     sayDetail(success);
   else
     failDetail(failure);
+}
+
+void refreshTree(creo::ProMdl drawing) {
+  if (const auto window = creo::ProMdlWindowGet(drawing)) creo::ProDrawingtreeRefresh(drawing, window.value);
+}
+
+creo::ProError showNote(const creo::ProDtlnote& note) {
+  return onTop(note.drawing, [&] { return creo::ProDtlnoteShow(note); });
 }
 
 void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,

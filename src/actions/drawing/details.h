@@ -7,7 +7,7 @@
 
 #include "actions/action.h"
 #include "actions/drawing/sheet_entries.h"
-#include "creo/ProDtlattach.h"
+#include "creo/ProNote.h"
 
 namespace actions {
 
@@ -18,6 +18,12 @@ void sayDetail(std::wstring_view text);
 void failDetail(std::wstring_view text);
 // The matching one of the two.
 void tellResult(creo::ProError result, std::wstring_view success, std::wstring_view failure);
+
+// Brings the tree beside the drawing up to date, where a window shows it.
+void refreshTree(creo::ProMdl drawing);
+
+// Lets its sheet show the note; the drawing is brought on top where Creo refuses for want of it.
+creo::ProError showNote(const creo::ProDtlnote& note);
 
 // Calls work for each sheet of the drawing and each entry that is for it, sheets first.
 using SheetEntryWork = creo::FunctionRef<void(const SheetFrame& frame, const SheetEntry& entry)>;

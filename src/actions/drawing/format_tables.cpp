@@ -8,6 +8,7 @@
 #include "core/log.h"
 #include "language/compare.h"
 #include "language/comparison_watch.h"
+#include "language/table_location.h"
 #include "text/format.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
@@ -60,7 +61,7 @@ std::optional<FormatTableRule> placeRule(std::wstring_view text) {
 // A cell without a text says nothing, which is a line too; one that isn't there fits no rule.
 bool cellFits(const ProDwgtable& table, const FormatTableRule& rule) {
   for (const auto mode : {creo::ProDwgtableText::displayed, creo::ProDwgtableText::symbolic}) {
-    auto lines = creo::ProDwgtableCelltextGet(table, rule.column, rule.row, mode);
+    auto lines = language::cellLines(table, rule.column, rule.row, mode);
     if (!lines) return false;
     if (lines.value.empty()) lines.value.emplace_back();
     for (const std::wstring& line : lines.value)

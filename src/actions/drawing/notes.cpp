@@ -80,7 +80,7 @@ ProError createNote(const Task& task, const NewNote& note, int sheet, const creo
   for (const std::wstring& line : note.lines) data.lines.push_back(lineOf(task, note, line));
   const auto created = creo::ProDtlnoteCreate(task.model(), data);
   if (!created) return created.error;
-  const ProError shown = creo::ProDtlnoteShow(created.value);
+  const ProError shown = showNote(created.value);
   if (shown != creo::ProNoError) creo::ProDtlnoteDelete(created.value);  // nobody would ever see it
   return shown;
 }
@@ -193,7 +193,7 @@ constexpr Action kActions[] = {
      .title = L"Add note",
      .conditions = kOnDrawings,
      .attributes = kAddAttributes,
-     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model},
+     .effects = {.reads = Touched::model | Touched::files, .changes = Touched::model | Touched::session},
      .about = "writes the lines of a text file onto sheets of a drawing",
      .function = &addNote},
     {.key = L"moveNote",

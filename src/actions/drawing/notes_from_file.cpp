@@ -156,7 +156,7 @@ void setById(const ProDtlnote& note, const Row& row) {
   if (data && setLines(data.value, linesOf(row.value))) {
     creo::ProDtlnoteErase(note);
     result = creo::ProDtlnoteModify(note, data.value);
-    const ProError shown = creo::ProDtlnoteShow(note);
+    const ProError shown = showNote(note);
     if (result == creo::ProNoError) result = shown;
   }
   if (result == creo::ProNoError) return;
@@ -217,7 +217,7 @@ void setByOldValue(const Task& task, const ProDtlnote& note, const std::vector<c
   if (edit.set.empty()) return;
   data.value.lines = std::move(lines);
   ProError result = creo::ProDtlnoteModify(note, data.value);
-  if (result == creo::ProNoError) result = creo::ProDtlnoteShow(note);
+  if (result == creo::ProNoError) result = showNote(note);
   if (result != creo::ProNoError) return core::logMsgPlain(Message::newValueNotSet, core::kError);
   for (const std::wstring& text : edit.set) sayDetail(text::format(core::msgText(Message::setTo), text));
 }
@@ -226,7 +226,7 @@ void setByOldValue(const Task& task, const ProDtlnote& note, const std::vector<c
 
 void workSheet(const Task& task, int sheet, const Rows& rows, const std::vector<const Row*>& withOld) {
   const auto notes = creo::ProDrawingDtlnotesCollect(task.model(), sheet);
-  if (!notes) return failDetail(text::format(L"The notes of sheet %d can't be read", sheet));
+  if (!creo::isTold(notes)) return failDetail(text::format(L"The notes of sheet %d can't be read", sheet));
   std::unordered_map<int, std::unordered_set<std::size_t>> done;  // rows by note
   for (const ProDtlnote& note : notes.value) {
     core::logWrite(text::format(L"%d: ", note.id), core::kDebug);
@@ -275,7 +275,7 @@ constexpr Action kActions[] = {
      .conditions = kOnDrawings,
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::files | Touched::programs,
-                 .changes = Touched::model | Touched::files},
+                 .changes = Touched::model | Touched::files | Touched::session},
      .about = "gives notes of a drawing texts from a table, by their ids or by the texts that they had",
      .function = &editModelNotesFromFile},
 };

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "actions/drawing/details.h"
-#include "creo/ProDrawingView.h"
+#include "actions/output_file.h"
 #include "creo/ProDtlsym.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"
@@ -65,9 +65,10 @@ ProDtlsyminstdata newSymbolData(ProMdl drawing, const ProDtlsymdef& definition, 
 
 void placeSymbol(ProMdl drawing, const ProDtlsymdef& definition, const creo::ProPoint& place) {
   const auto symbol = creo::ProDtlsyminstCreate(newSymbolData(drawing, definition, place));
-  if (symbol) creo::ProDtlsyminstShow(symbol.value);
-  tellResult(symbol.error, L"Symbol instance is created and displayed", L"Symbol can't be displayed");
-  if (symbol) creo::ProDrawingtreeRefresh(drawing, -1);
+  const ProError shown = symbol ? creo::ProDtlsyminstShow(symbol.value) : symbol.error;
+  tellResult(shown, L"Symbol instance is created and displayed", L"Symbol can't be displayed");
+  if (symbol && shown != creo::ProNoError) creo::ProDtlsyminstDelete(symbol.value);  // nobody would ever see it
+  if (symbol) refreshTree(drawing);
   creo::ProWindowRepaint(creo::kAnyWindow);
 }
 
@@ -90,7 +91,7 @@ Outcome addSymbol(const Task& task) {
   }
   const std::wstring_view path = task.attribute(L"sympath");
   const bool isOwnPath = !path.empty() && path != kSymbolDirectory;
-  Definition definition{isOwnPath ? task.path(L"sympath", L"models") : std::wstring(path), name.text};
+  Definition definition{isOwnPath ? wholePath(task.path(L"sympath", L"models")) : std::wstring(path), name.text};
   const auto entries = sheetEntries(task, {L"posx_"});
   const auto sheets = creo::ProDrawingSheetsCount(task.model());
   creo::SheetGuard current(task.model());

@@ -1,9 +1,11 @@
 // Tables on the sheets of drawings: brought from files, found by place or text, moved, deleted.
 #include "actions/drawing/details.h"
 #include "actions/drawing/table_finder.h"
+#include "actions/on_top.h"
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "text/format.h"
+#include "text/letters.h"
 
 namespace actions {
 namespace {
@@ -35,6 +37,15 @@ std::optional<std::wstring> tableFolder(const Task& task, creo::DirectoryGuard& 
   return whole ? std::optional(whole.value) : std::nullopt;
 }
 
+// As Creo has it: "title.tbl" is the table "title".
+std::wstring tableName(const Task& task) {
+  constexpr std::wstring_view kEnding = L".tbl";
+  std::wstring_view name = task.attribute(L"tablename");
+  if (name.size() > kEnding.size() && text::equalNoCase(name.substr(name.size() - kEnding.size()), kEnding))
+    name.remove_suffix(kEnding.size());
+  return std::wstring(name);
+}
+
 // Puts a table that was just retrieved where the entry wants it, and shows it.
 void placeTable(const ProDwgtable& table, const creo::ProPoint& place) {
   const PlacedSegment segment = placedSegment(table);
@@ -52,8 +63,8 @@ void addTableOn(const Task& task, const std::wstring& folder, const SheetEntry& 
   const auto origin = creo::ProPntTrfEval(place, creo::inverseOf(frame->matrix));
   if (!origin)
     return failDetail(text::format(L"posx_%d, posy_%d is no place on sheet %d", entry.number, entry.number, sheet));
-  const auto table = creo::ProDwgtableRetrieve(task.model(), std::wstring(task.attribute(L"tablename")), folder,
-                                               creo::kAnyTableVersion, origin.value);
+  const auto table =
+      creo::ProDwgtableRetrieve(task.model(), tableName(task), folder, creo::kAnyTableVersion, origin.value);
   if (!table)
     return failDetail(text::format(L"Failure while retrieving the table : %d", static_cast<int>(table.error)));
   placeTable(table.value, toDrawing(*frame, place));
@@ -79,13 +90,19 @@ bool isDrawing(ProMdl model) {
   return type && type.value == creo::ProMdlType::drawing;
 }
 
+// Texts of repeat regions follow what the drawing shows now. Of other models Creo is asked, too, and refuses.
+void updateTables(ProMdl model) {
+  const creo::ProError result = onTop(model, [&] { return creo::ProDrawingTablesUpdate(model); });
+  if (result != creo::ProNoError && isDrawing(model)) failDetail(L"The tables of the drawing can't be updated");
+}
+
 // Looks for the folder on every model.
 Outcome addTable(const Task& task) {
   creo::DirectoryGuard working;
   const auto folder = tableFolder(task, working);
   if (folder && isDrawing(task.model())) addTables(task, *folder);
   working.back();
-  creo::ProDrawingTablesUpdate(task.model());
+  updateTables(task.model());
   return done;
 }
 

@@ -90,7 +90,7 @@ void runForViews(const Task& task) {
       continue;
     }
     creo::ProTreetoolRefresh(drawing);
-    creo::ProDrawingtreeRefresh(drawing, -1);
+    creo::ProDrawingtreeRefresh(drawing, creo::kActiveWindow);
     selectView(id.value);
     runMapkeyMacro(task, drawing);
   }

@@ -106,7 +106,7 @@ std::optional<std::vector<Item>> onAllSheets(creo::ProMdl drawing,
   std::vector<Item> items;
   for (int sheet = 1; all && sheet <= count.value; ++sheet) {
     const auto found = collect(drawing, sheet);
-    all = static_cast<bool>(found);
+    all = creo::isTold(found);
     items.insert(items.end(), found.value.begin(), found.value.end());
   }
   if (all) return items;

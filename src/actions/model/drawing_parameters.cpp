@@ -142,7 +142,7 @@ void copyParameter(const Task& task, ProMdl model, std::wstring_view name, std::
 Outcome editDrawingParameterFromModel(const Task& task) {
   const std::wstring choice = choiceOf(task);
   const auto models = creo::ProDrawingSolidsCollect(task.model());
-  if (!models) {
+  if (!creo::isTold(models)) {
     error(L"No model found in drawing to copy parameters 2");
     return wrongVersion;
   }

@@ -7,6 +7,7 @@
 #include "creo/ProDwgtable.h"
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
+#include "language/table_location.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -47,7 +48,7 @@ bool addNumbers(const ProDwgtable& table, Numbers& numbers) {
   if (!rows || !columns) return false;
   for (int row = 1; row <= rows.value; ++row)
     for (int column = 1; column <= columns.value; ++column) {
-      const auto lines = creo::ProDwgtableCelltextGet(table, column, row, ProDwgtableText::symbolic);
+      const auto lines = language::cellLines(table, column, row, ProDwgtableText::symbolic);
       if (!lines) return false;
       for (const std::wstring& line : lines.value)
         if (const auto number = modelNumberIn(line)) numbers.add(*number);

@@ -61,6 +61,15 @@ void replaceOne(creo::ProMdl user, const creo::ProDependency& from, const creo::
       core::logWrite(text::format(L"%s can't be replaced by %s, which the drawing has already", label(from), label(to)),
                      core::kError);
       break;
+    case creo::ProGeneralError:
+      if (isDrawing) {
+        core::logWrite(
+            text::format(L"%s can't be replaced by %s: a drawing takes a model of the same family table alone",
+                         label(from), label(to)),
+            core::kError);
+        break;
+      }
+      [[fallthrough]];
     default:
       core::logWrite(text::format(L"%s can't be replaced by %s", label(from), label(to)), core::kError);
   }

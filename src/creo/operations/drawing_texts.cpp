@@ -5,7 +5,8 @@ namespace creo {
 namespace {
 
 constexpr std::string_view kChangesAny = "A read-only model is changed like any other.";
-constexpr std::string_view kEmptyForNone = "Success with an empty list for none.";
+constexpr std::string_view kPassedOver =
+    "A run passes over models that can't be changed before their first action; the code isn't told.";
 
 const Operations kTables = {
     {.name = "ProDrawingTableVisit",
@@ -71,9 +72,8 @@ const Operations kTables = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "As shown (1) or as entered (2). A cell without a text is an error.",
-     .ours = "No lines, with success, for a cell without a text.",
-     .verdict = Verdict::differs,
-     .test = "Drawings.ShowTheFormsInCells"},
+     .verdict = Verdict::same,
+     .test = "Drawings.TablesAreReadByCellAndSegment"},
     {.name = "ProDwgtableIsFromFormat",
      .header = "ProDwgtable.h",
      .shape = "table -> yes or no",
@@ -98,8 +98,11 @@ const Operations kTables = {
      .source = Source::page,
      .documented = "On the current sheet, by its upper left corner. Sizes are screen coordinates or numbers of "
                    "characters; at most 50 columns. A read-only drawing is refused.",
-     .ours = "Screen coordinates, any number of columns; a read-only drawing is changed like any other.",
+     .ours = "Sizes are screen coordinates; a read-only drawing is changed like any other.",
      .verdict = Verdict::differs,
+     .reason =
+         "Numbers of characters need the widths of a font, and no list makes a table by them; read-only drawings are "
+         "passed over before the first action.",
      .test = "Drawings.TablesAreMadeFilledAndDeleted"},
     {.name = "ProDwgtableTextEnter",
      .header = "ProDwgtable.h",
@@ -125,8 +128,11 @@ const Operations kTables = {
      .documented =
          "The name is without its ending, the folder counts from the working folder, the place is that of the "
          "upper left corner in screen coordinates. Without a model the table has no data.",
-     .ours = "Any folder, also a whole path; the name with or without its ending; the data of the drawing's models.",
+     .ours = "Also a whole path as folder; the data of the drawing's models.",
      .verdict = Verdict::differs,
+     .reason =
+         "A whole path is where it is whatever folder is the working one; what a table shows is worked out from the "
+         "drawing's models whenever it is asked for.",
      .test = "DrawingTables.AreBroughtFromFilesOntoTheSheetsThatFit"},
     {.name = "ProDwgtableSegMove",
      .header = "ProDwgtable.h",
@@ -145,8 +151,7 @@ const Operations kTables = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "Draws the table on the screen.",
-     .ours = "Written into the document.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "DrawingTables.WhatFailsIsToldAndTheRestStays"},
     {.name = "ProDwgtableErase",
      .header = "ProDwgtable.h",
@@ -154,9 +159,8 @@ const Operations kTables = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "Takes the table off the screen until the drawing is repainted or regenerated.",
-     .ours = "Written into the document.",
-     .verdict = Verdict::differs,
-     .test = "DrawingTables.WhatFailsIsToldAndTheRestStays"},
+     .verdict = Verdict::same,
+     .test = "Details.AreShownWhileTheirDrawingStandsInTheCurrentWindow"},
     {.name = "ProDrawingTablesUpdate",
      .header = "ProDwgtable.h",
      .shape = "drawing",
@@ -164,8 +168,10 @@ const Operations kTables = {
      .source = Source::page,
      .documented = "Brings repeat regions up to date. The current window must display the drawing; a read-only drawing "
                    "is refused.",
-     .ours = "Nothing to do: cells are worked out when they are asked for. Any drawing will do.",
-     .verdict = Verdict::differs},
+     .ours = kChangesAny,
+     .verdict = Verdict::differs,
+     .reason = kPassedOver,
+     .test = "Details.AreShownWhileTheirDrawingStandsInTheCurrentWindow"},
     {.name = "ProPntTrfEval",
      .header = "ProDwgtable.h",
      .shape = "place, matrix -> place",
@@ -209,8 +215,10 @@ const Operations kNotes = {
      .source = Source::page,
      .documented = "Made with its lines and without a name, and not seen until ProAnnotationShow. A read-only model is "
                    "refused.",
-     .ours = "Made with a name and without lines, never shown; a read-only model is changed like any other.",
+     .ours = "Made with a name and without lines; a read-only model is changed like any other.",
      .verdict = Verdict::differs,
+     .reason = "An operation of our own: an adapter makes the note with its lines, then names it. Whether a solid "
+               "shows a note isn't in its document.",
      .test = "ViewActions.NotesStandAtCoordinateSystems"},
     {.name = "ProNoteTextSet",
      .header = "ProNote.h",
@@ -221,6 +229,7 @@ const Operations kNotes = {
                    "read-only model, are refused.",
      .ours = kChangesAny,
      .verdict = Verdict::differs,
+     .reason = kPassedOver,
      .test = "ViewActions.NotesStandAtCoordinateSystems"},
     {.name = "ProNotePlacementSet",
      .header = "ProNote.h",
@@ -231,6 +240,7 @@ const Operations kNotes = {
                    "read-only model are refused.",
      .ours = kChangesAny,
      .verdict = Verdict::differs,
+     .reason = kPassedOver,
      .test = "ViewActions.NotesStandAtCoordinateSystems"},
     {.name = "ProNoteDelete",
      .header = "ProNote.h",
@@ -240,6 +250,7 @@ const Operations kNotes = {
      .documented = "Of parts and assemblies. A note that may only be read, and a read-only model, are refused.",
      .ours = kChangesAny,
      .verdict = Verdict::differs,
+     .reason = kPassedOver,
      .test = "ViewActions.AllAnnotationsGo"},
 
     // ---- of drawings
@@ -249,8 +260,7 @@ const Operations kNotes = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "None has a code of its own, too many for a list another. An unused value is the current sheet.",
-     .ours = kEmptyForNone,
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "Details.NotesCanBeDeletedWhileTheyAreVisited"},
     {.name = "ProDrawingDtlnoteVisit",
      .header = "ProNote.h",
@@ -259,8 +269,7 @@ const Operations kNotes = {
      .source = Source::page,
      .documented = "None has a code of its own; a visitor's result comes back. A sheet that isn't there is invalid "
                    "input.",
-     .ours = "ProNotFound for a sheet that isn't there.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "Details.NotesCanBeDeletedWhileTheyAreVisited"},
     {.name = "ProDtlnoteNameGet",
      .header = "ProNote.h",
@@ -276,9 +285,10 @@ const Operations kNotes = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
      .documented = "Of the note's data. As shown only where it is displayed: else forms may stay as they were entered.",
-     .ours = "Forms are always replaced.",
+     .ours = "Forms of a note that its sheet doesn't show stay; all others are replaced, in a window or not.",
      .verdict = Verdict::differs,
-     .test = "ListReport.ListsWhatADrawingHolds"},
+     .reason = "The documentation says that they may stay, not when; a sheet tells which notes it shows.",
+     .test = "Details.AreShownWhileTheirDrawingStandsInTheCurrentWindow"},
     {.name = "ProDtlnotetextHeightGet",
      .header = "ProNote.h",
      .shape = "drawing, text -> height",
@@ -305,6 +315,7 @@ const Operations kNotes = {
      .documented = "On the drawing or in a definition of symbols. A read-only model is refused.",
      .ours = kChangesAny,
      .verdict = Verdict::differs,
+     .reason = kPassedOver,
      .test = "Notes.AreWrittenFromFiles"},
     {.name = "ProDtlnoteModify",
      .header = "ProNote.h",
@@ -322,9 +333,10 @@ const Operations kNotes = {
      .documented =
          "Seen from now on, also after a regeneration. The drawing must be the current one; a read-only one is "
          "refused.",
-     .ours = "Any drawing will do, also a read-only one.",
+     .ours = kChangesAny,
      .verdict = Verdict::differs,
-     .test = "Notes.AreWrittenFromFiles"},
+     .reason = kPassedOver,
+     .test = "Details.AreShownWhileTheirDrawingStandsInTheCurrentWindow"},
     {.name = "ProDtlnoteErase",
      .header = "ProNote.h",
      .shape = "note",
@@ -333,9 +345,8 @@ const Operations kNotes = {
      .documented =
          "Off the screen until the drawing is regenerated; ProDtlnoteRemove does it for good. The drawing must "
          "be the current one.",
-     .ours = "For good, in any drawing.",
-     .verdict = Verdict::differs,
-     .test = "NotesFromFile.TakeTheirValues"},
+     .verdict = Verdict::same,
+     .test = "Details.AreShownWhileTheirDrawingStandsInTheCurrentWindow"},
     {.name = "ProDtlnoteDelete",
      .header = "ProNote.h",
      .shape = "note",
@@ -350,9 +361,8 @@ const Operations kNotes = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
      .documented = "Of the symbol's data; none has a code of its own.",
-     .ours = kEmptyForNone,
-     .verdict = Verdict::differs,
-     .test = "ListReport.ListsWhatADrawingHolds"},
+     .verdict = Verdict::same,
+     .test = "Details.ASymbolTakesOnlyWhatItsDrawingHas"},
 };
 
 const Operations kDimensions = {

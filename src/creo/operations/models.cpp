@@ -353,9 +353,12 @@ Operations modelOperations() {
        .documented = "Both are members of one family table, else it fails; the object interface adds interchange "
                      "assemblies. Views of a simplified representation either "
                      "lose it or make it fail, as one says. A read-only drawing is refused.",
-       .ours = "Any solid that the drawing doesn't have, in a read-only drawing too.",
+       .ours =
+           "No interchange assemblies, and views of no representation; a read-only drawing is changed like any other.",
        .verdict = Verdict::differs,
-       .test = "ReplaceModel.ADrawingShowsAnotherModel"},
+       .reason = "Documents have neither, so that the page's own rule is all there is; a run passes over models that "
+                 "can't be changed before their first action.",
+       .test = "ReplaceModel.ADrawingShowsAnotherModelOfTheSameFamilyTable"},
       {.name = "ProDrawingModelUseGet",
        .header = "ProReplace.h",
        .shape = "drawing, model -> use",

@@ -32,7 +32,7 @@ std::vector<ProMdl> solidsOf(State& state, const Model& drawing) {
 
 Got<std::vector<ProMdl>> ProDrawingSolidsCollect(ProMdl drawing) {
   return onDrawing("ProDrawingSolidsCollect", drawing,
-                   [](State& state, Model& m) -> Got<std::vector<ProMdl>> { return solidsOf(state, m); });
+                   [](State& state, Model& m) { return headless::collected(solidsOf(state, m)); });
 }
 
 ProError ProDrawingSolidsVisit(ProMdl drawing, Visitor<ProMdl> visitor) {
@@ -65,7 +65,9 @@ ProError ProDrawingCurrentsolidSet(ProMdl drawing, ProMdl solid) {
 ProError ProDwgDraftRegenerate(ProMdl drawing) {
   return onDrawing("ProDwgDraftRegenerate", drawing, [](State& state, Model& m) -> ProError {
     const std::size_t wanted = headless::dependencies(m).size();
-    return solidsOf(state, m).size() == wanted ? ProNoError : ProGeneralError;
+    if (solidsOf(state, m).size() != wanted) return ProGeneralError;
+    m.document->modelOfTexts.reset();
+    return ProNoError;
   });
 }
 

@@ -8,7 +8,7 @@
 namespace creo {
 
 using headless::Model;
-using headless::onSheet;
+using headless::onSheetOrCurrent;
 using headless::SheetRecord;
 using State = headless::Session::State;
 
@@ -35,38 +35,47 @@ std::optional<int> numberOf(const Model& drawing, const Model& solid) {
   return models.size() > 1 ? static_cast<int>(found - models.begin()) + 1 : 0;
 }
 
+// No drawing stands for the one in the current window.
+ProMdl orCurrent(ProMdl drawing) {
+  if (drawing) return drawing;
+  const State& state = headless::Session::current().state();
+  return state.windows.model(state.windows.current());
+}
+
 }  // namespace
 
 Got<bool> ProDrawingSheetFormatIsBlanked(ProMdl drawing, int sheet) {
-  return onSheet("ProDrawingSheetFormatIsBlanked", drawing, sheet,
-                 [](State&, Model&, const SheetRecord& record) -> Got<bool> {
-                   return record.formatBlanked && !record.format.empty();
-                 });
+  return onSheetOrCurrent("ProDrawingSheetFormatIsBlanked", orCurrent(drawing), sheet,
+                          [](State&, Model& m, int number) -> Got<bool> {
+                            const SheetRecord& record = *headless::sheetOf(*m.document, number);
+                            return record.formatBlanked && !record.format.empty();
+                          });
 }
 
 ProError ProDrawingSheetFormatShow(ProMdl drawing, int sheet) {
-  return onSheet("ProDrawingSheetFormatShow", drawing, sheet,
-                 [&](State&, Model& m, const SheetRecord&) { return setBlanked(m, sheet, false); });
+  return onSheetOrCurrent("ProDrawingSheetFormatShow", orCurrent(drawing), sheet,
+                          [](State&, Model& m, int number) { return setBlanked(m, number, false); });
 }
 
 ProError ProDrawingSheetFormatHide(ProMdl drawing, int sheet) {
-  return onSheet("ProDrawingSheetFormatHide", drawing, sheet,
-                 [&](State&, Model& m, const SheetRecord&) { return setBlanked(m, sheet, true); });
+  return onSheetOrCurrent("ProDrawingSheetFormatHide", orCurrent(drawing), sheet,
+                          [](State&, Model& m, int number) { return setBlanked(m, number, true); });
 }
 
 ProError ProDrawingFormatAdd(ProMdl drawing, int sheet, ProMdl solid, ProMdl source, int sourceSheet) {
-  return onSheet("ProDrawingFormatAdd", drawing, sheet, [&](State& state, Model& m, const SheetRecord&) -> ProError {
+  const auto add = [&](State& state, Model& m, int number) -> ProError {
     const Model* from = state.models.find(source);
     if (!from || !headless::hasSheets(from->type())) return ProBadInputs;
-    int number = 0;
+    int ofTexts = 0;
     if (solid) {
       const Model* shown = state.models.find(solid);
       const auto found = shown ? numberOf(m, *shown) : std::nullopt;
       if (!found) return ProBadInputs;
-      number = *found;
+      ofTexts = *found;
     }
-    return headless::takeFormat(m, sheet, *from, sourceSheet, number);
-  });
+    return headless::takeFormat(m, number, *from, std::max(sourceSheet, 0), ofTexts);
+  };
+  return onSheetOrCurrent("ProDrawingFormatAdd", orCurrent(drawing), sheet, add);
 }
 
 }  // namespace creo

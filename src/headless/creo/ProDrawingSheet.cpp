@@ -14,6 +14,7 @@ namespace creo {
 using headless::Model;
 using headless::onDrawing;
 using headless::onSheet;
+using headless::onSheetOrCurrent;
 using headless::SheetRecord;
 using State = headless::Session::State;
 
@@ -76,24 +77,28 @@ Got<ProSheetMatrix> ProDrawingSheetTrfGet(ProMdl drawing, int sheet) {
 }
 
 Got<double> ProDrawingScaleGet(ProMdl drawing, ProMdl solid, int sheet) {
-  return onSheet("ProDrawingScaleGet", drawing, sheet, [&](State& state, Model& m, const SheetRecord&) -> Got<double> {
+  return onSheetOrCurrent("ProDrawingScaleGet", drawing, sheet, [&](State& state, Model& m, int number) -> Got<double> {
+    if (!solid) {
+      const auto current = headless::currentModelOf(m);
+      return current ? headless::scaleOnSheet(*m.document, number, current->name, current->type) : 1.0;
+    }
     const Model* shown = state.models.find(solid);
     if (!shown) return ProBadInputs;
     const auto models = headless::dependencies(m);
     if (std::none_of(models.begin(), models.end(),
                      [&](const ProDependency& used) { return used.name == shown->name && used.type == shown->type(); }))
-      return ProNotFound;
-    return headless::scaleOnSheet(*m.document, sheet, shown->name, shown->type());
+      return ProGeneralError;
+    return headless::scaleOnSheet(*m.document, number, shown->name, shown->type());
   });
 }
 
 ProError ProDrawingSheetScaleSet(ProMdl drawing, int sheet, double scale) {
-  return onSheet("ProDrawingSheetScaleSet", drawing, sheet, [&](State&, Model& m, const SheetRecord& held) -> ProError {
+  return onSheetOrCurrent("ProDrawingSheetScaleSet", drawing, sheet, [&](State&, Model& m, int number) -> ProError {
     if (!std::isfinite(scale) || scale <= 0) return ProBadInputs;
-    if (held.scale == scale) return ProNoError;
+    if (headless::sheetOf(*m.document, number)->scale == scale) return ProNoError;
     auto& sheets = m.document->record.sheets;
     if (sheets.empty()) sheets.emplace_back();
-    sheets[static_cast<std::size_t>(sheet) - 1].scale = scale;
+    sheets[static_cast<std::size_t>(number) - 1].scale = scale;
     m.document->touch(nullptr);
     return ProNoError;
   });

@@ -10,7 +10,6 @@ namespace creo {
 
 using headless::Model;
 using headless::onDrawing;
-using headless::onSheet;
 using headless::SymbolDefinitionRecord;
 using headless::SymbolRecord;
 using State = headless::Session::State;
@@ -20,7 +19,7 @@ Got<std::vector<ProDtlsymdef>> ProDrawingDtlsymdefsCollect(ProMdl drawing) {
     std::vector<ProDtlsymdef> definitions;
     for (const SymbolDefinitionRecord& one : m.document->record.symbolDefinitions)
       definitions.push_back({m.handle, one.id});
-    return definitions;
+    return headless::collected(std::move(definitions));
   });
 }
 
@@ -33,13 +32,12 @@ Got<std::wstring> ProDtlsymdefNameGet(const ProDtlsymdef& definition) {
 }
 
 Got<std::vector<ProDtlsyminst>> ProDrawingDtlsyminstsCollect(ProMdl drawing, int sheet) {
-  return onSheet("ProDrawingDtlsyminstsCollect", drawing, sheet,
-                 [&](State&, Model& m, const headless::SheetRecord&) -> Got<std::vector<ProDtlsyminst>> {
-                   std::vector<ProDtlsyminst> symbols;
-                   for (const SymbolRecord& one : m.document->record.symbols)
-                     if (one.sheet == sheet) symbols.push_back({m.handle, one.id});
-                   return symbols;
-                 });
+  return headless::onSheetOrCurrent("ProDrawingDtlsyminstsCollect", drawing, sheet, [](State&, Model& m, int number) {
+    std::vector<ProDtlsyminst> symbols;
+    for (const SymbolRecord& one : m.document->record.symbols)
+      if (one.sheet == number) symbols.push_back({m.handle, one.id});
+    return headless::collected(std::move(symbols));
+  });
 }
 
 Got<ProDtlsymdef> ProDtlsyminstDefGet(const ProDtlsyminst& symbol) {

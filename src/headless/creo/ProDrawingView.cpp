@@ -13,8 +13,9 @@ using State = headless::Session::State;
 
 namespace {
 
+// gone: what a view that isn't there gives.
 template <class Get>
-Got<int> ofView(std::string_view operation, const ProView& view, Get get) {
+Got<int> ofView(std::string_view operation, const ProView& view, ProError gone, Get get) {
   return onDrawing(operation, view.drawing, [&](State&, Model& m) -> Got<int> {
     if (const int sheet = headless::sheetOfOwnView(view.id); headless::sheetOf(*m.document, sheet)) {
       headless::ViewRecord own;
@@ -24,8 +25,15 @@ Got<int> ofView(std::string_view operation, const ProView& view, Get get) {
     }
     const auto& views = m.document->record.views;
     const auto found = std::find_if(views.begin(), views.end(), [&](const auto& one) { return one.id == view.id; });
-    if (found == views.end()) return ProNotFound;
+    if (found == views.end()) return gone;
     return get(*found);
+  });
+}
+
+Got<ProView> ownViewOf(std::string_view operation, ProMdl drawing, int sheet) {
+  return onDrawing(operation, drawing, [&](State&, Model& m) -> Got<ProView> {
+    if (!headless::sheetOf(*m.document, sheet)) return ProGeneralError;
+    return ProView{m.handle, headless::ownViewId(sheet)};
   });
 }
 
@@ -35,31 +43,26 @@ Got<std::vector<ProView>> ProDrawingViewsCollect(ProMdl drawing) {
   return onDrawing("ProDrawingViewsCollect", drawing, [](State&, Model& m) -> Got<std::vector<ProView>> {
     std::vector<ProView> views;
     for (const headless::ViewRecord& one : m.document->record.views) views.push_back({m.handle, one.id});
-    return views;
+    return headless::collected(std::move(views));
   });
 }
 
 Got<int> ProDrawingViewIdGet(const ProView& view) {
-  return ofView("ProDrawingViewIdGet", view, [](const headless::ViewRecord& one) { return one.id; });
+  return ofView("ProDrawingViewIdGet", view, ProBadInputs, [](const headless::ViewRecord& one) { return one.id; });
 }
 
 // A view that names no sheet stands on the first.
 Got<int> ProDrawingViewSheetGet(const ProView& view) {
-  return ofView("ProDrawingViewSheetGet", view, [](const headless::ViewRecord& one) { return std::max(one.sheet, 1); });
+  return ofView("ProDrawingViewSheetGet", view, ProNotFound,
+                [](const headless::ViewRecord& one) { return std::max(one.sheet, 1); });
 }
 
 Got<ProView> ProDrawingBackgroundViewGet(ProMdl drawing, int sheet) {
-  return headless::onSheet("ProDrawingBackgroundViewGet", drawing, sheet,
-                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<ProView> {
-                             return ProView{m.handle, headless::backgroundViewId(sheet)};
-                           });
+  return ownViewOf("ProDrawingBackgroundViewGet", drawing, sheet);
 }
 
 Got<ProView> ProDrawingOverlayviewGet(ProMdl drawing, int sheet) {
-  return headless::onSheet("ProDrawingOverlayviewGet", drawing, sheet,
-                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<ProView> {
-                             return ProView{m.handle, headless::overlayViewId(sheet)};
-                           });
+  return ownViewOf("ProDrawingOverlayviewGet", drawing, sheet);
 }
 
 // The trees have no picture here: what is asked of them is always of this moment.
@@ -67,8 +70,11 @@ ProError ProTreetoolRefresh(ProMdl model) {
   return headless::onModel("ProTreetoolRefresh", model, [](State&, Model&) { return ProNoError; });
 }
 
-ProError ProDrawingtreeRefresh(ProMdl drawing, int /*sheet*/) {
-  return onDrawing("ProDrawingtreeRefresh", drawing, [](State&, Model&) { return ProNoError; });
+ProError ProDrawingtreeRefresh(ProMdl drawing, int window) {
+  return onDrawing("ProDrawingtreeRefresh", drawing, [&](State& state, Model& m) {
+    const int shown = window == kActiveWindow ? state.windows.current() : window;
+    return state.windows.model(shown) == m.handle ? ProNoError : ProBadInputs;
+  });
 }
 
 }  // namespace creo

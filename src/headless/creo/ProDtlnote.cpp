@@ -32,6 +32,16 @@ auto onNote(std::string_view name, const ProDtlnote& note, Body body)
   });
 }
 
+// As onNote; ProGeneralError where the current window doesn't show the drawing.
+template <class Body>
+ProError onCurrentNote(std::string_view name, const ProDtlnote& note, Body body) {
+  return onDrawing(name, note.drawing, [&](State& state, Model& m) -> ProError {
+    NoteRecord* record = headless::noteOf(*m.document, note.id);
+    if (!record) return ProNotFound;
+    return headless::isInCurrentWindow(state, m) ? body(m, *record) : ProGeneralError;
+  });
+}
+
 ProDtlnotetext textOf(const NoteTextRecord& record) {
   return {text::fromUtf8(record.text), record.height, record.width, record.slant, record.thickness,
           text::fromUtf8(record.font)};
@@ -88,14 +98,6 @@ std::vector<ProDtlnote> notesOf(const Model& drawing, int sheet) {
   return notes;
 }
 
-ProError setErased(std::string_view name, const ProDtlnote& note, bool erased) {
-  return onNote(name, note, [&](Model& m, NoteRecord& record) {
-    if (record.erased != erased) m.document->touch(nullptr);
-    record.erased = erased;
-    return ProNoError;
-  });
-}
-
 }  // namespace
 
 ProError ProDrawingDtlnoteVisit(ProMdl drawing, int sheet, Visitor<ProDtlnote> visitor) {
@@ -107,10 +109,9 @@ ProError ProDrawingDtlnoteVisit(ProMdl drawing, int sheet, Visitor<ProDtlnote> v
 }
 
 Got<std::vector<ProDtlnote>> ProDrawingDtlnotesCollect(ProMdl drawing, int sheet) {
-  return headless::onSheet("ProDrawingDtlnotesCollect", drawing, sheet,
-                           [&](State&, Model& m, const headless::SheetRecord&) -> Got<std::vector<ProDtlnote>> {
-                             return notesOf(m, sheet);
-                           });
+  return headless::onSheetOrCurrent("ProDrawingDtlnotesCollect", drawing, sheet, [](State&, Model& m, int number) {
+    return headless::collected(notesOf(m, number));
+  });
 }
 
 Got<double> ProDtlnotetextHeightGet(ProMdl drawing, const ProDtlnotetext& text) {
@@ -152,9 +153,18 @@ ProError ProDtlnoteModify(const ProDtlnote& note, const ProDtlnotedata& data) {
                 [&](Model& m, NoteRecord& record) { return take(m, record, data, record.sheet); });
 }
 
-ProError ProDtlnoteShow(const ProDtlnote& note) { return setErased("ProDtlnoteShow", note, false); }
+ProError ProDtlnoteShow(const ProDtlnote& note) {
+  return onCurrentNote("ProDtlnoteShow", note, [](Model& m, NoteRecord& record) {
+    if (record.erased) m.document->touch(nullptr);
+    record.erased = false;
+    return ProNoError;
+  });
+}
 
-ProError ProDtlnoteErase(const ProDtlnote& note) { return setErased("ProDtlnoteErase", note, true); }
+// What is on the screen is no part of the drawing.
+ProError ProDtlnoteErase(const ProDtlnote& note) {
+  return onCurrentNote("ProDtlnoteErase", note, [](Model&, NoteRecord&) { return ProNoError; });
+}
 
 ProError ProDtlnoteDelete(const ProDtlnote& note) {
   return onNote("ProDtlnoteDelete", note, [&](Model& m, NoteRecord& record) {

@@ -26,11 +26,16 @@ bool isFileName(const std::wstring& name) {
 }
 
 std::vector<std::wstring> foldersFor(const State& state, const std::wstring& folder) {
-  if (!folder.empty() && !text::equalNoCase(folder, kSymbolDirectory))
-    return {headless::exportPath(state.models, folder)};
   auto folders = state.configuration.values(L"pro_symbol_dir");
   std::erase(folders, L"");
-  folders.push_back(state.models.folders().working());
+  if (folder.empty() || text::equalNoCase(folder, kSymbolDirectory)) {
+    folders.push_back(state.models.folders().working());
+    return folders;
+  }
+  const std::wstring fromWorking = headless::exportPath(state.models, folder);
+  const bool isWhole = fromWorking == os::withBackslashes(folder);
+  if (isWhole || folders.empty()) return {fromWorking};
+  for (std::wstring& base : folders) base = os::joined(headless::exportPath(state.models, base), folder);
   return folders;
 }
 
@@ -78,7 +83,7 @@ Got<ProDtlsymdef> ProDrawingDtlsymdefRetrieve(ProMdl drawing, const std::wstring
     if (!isFileName(name)) return ProBadInputs;
     if (version != kNewestVersion) return ProNotFound;
     SymbolDefinitionRecord* const there = headless::symbolDefinitionNamed(*m.document, text::toUtf8(name));
-    if (there && !update) return ProDtlsymdef{m.handle, there->id};
+    if (there && !update) return ProExists;
     auto fresh = readFrom(state, folder, name);
     if (!fresh) return fresh.error;
     const int id = put(m, std::move(fresh.value), there);

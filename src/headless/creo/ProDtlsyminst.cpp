@@ -158,14 +158,18 @@ Got<ProDtlsyminst> ProDtlsyminstCreate(const ProDtlsyminstdata& data) {
     if (const ProError taken = take(m, symbol, data, headless::currentSheetOf(*m.document))) return taken;
     symbol.id = headless::nextId(symbols);
     if (symbol.id == 0) return ProGeneralError;
+    symbol.erased = true;
     symbols.push_back(std::move(symbol));
     return ProDtlsyminst{m.handle, symbols.back().id};
   });
 }
 
-// A sheet shows whatever symbol it holds.
 ProError ProDtlsyminstShow(const ProDtlsyminst& symbol) {
-  return onSymbol("ProDtlsyminstShow", symbol, [](Model&, SymbolRecord&) { return ProNoError; });
+  return onSymbol("ProDtlsyminstShow", symbol, [](Model& m, SymbolRecord& record) {
+    if (record.erased) m.document->touch(nullptr);
+    record.erased = false;
+    return ProNoError;
+  });
 }
 
 ProError ProDtlsyminstModify(const ProDtlsyminst& symbol, const ProDtlsyminstdata& data) {

@@ -33,6 +33,12 @@ bool hasCell(const TableRecord& table, int column, int row) {
          static_cast<std::size_t>(row) <= table.rows.size();
 }
 
+bool hasText(const CellRecord& cell) {
+  return std::any_of(cell.lines.begin(), cell.lines.end(), [](const std::string& line) { return !line.empty(); });
+}
+
+constexpr std::size_t kMostColumns = 50;
+
 bool areMeasures(const std::vector<double>& measures) {
   return !measures.empty() && std::all_of(measures.begin(), measures.end(),
                                           [](double measure) { return std::isfinite(measure) && measure > 0; });
@@ -89,8 +95,8 @@ Got<Lines> ProDwgtableCelltextGet(const ProDwgtable& table, int column, int row,
   return onTable("ProDwgtableCelltextGet", table, [&](State& state, Model& m, TableRecord& record) -> Got<Lines> {
     if (!hasCell(record, column, row)) return ProNotFound;
     const CellRecord* cell = headless::cellOf(record, column, row);
+    if (!cell || !hasText(*cell)) return ProGeneralError;
     Lines lines;
-    if (!cell) return lines;
     const int sheet = record.segments.empty() ? headless::currentSheetOf(*m.document) : record.segments.front().sheet;
     for (const std::string& stored : cell->lines) {
       std::wstring line = text::fromUtf8(stored);
@@ -119,7 +125,7 @@ Got<std::vector<int>> ProDwgtableRegionModelsGet(const ProDwgtable& table) {
 Got<ProDwgtable> ProDrawingTableCreate(ProMdl drawing, const ProPoint& position, const std::vector<double>& columns,
                                        const std::vector<double>& rows) {
   return onDrawing("ProDrawingTableCreate", drawing, [&](State&, Model& m) -> Got<ProDwgtable> {
-    if (!areMeasures(columns) || !areMeasures(rows)) return ProBadInputs;
+    if (!areMeasures(columns) || !areMeasures(rows) || columns.size() > kMostColumns) return ProBadInputs;
     auto& tables = m.document->record.tables;
     int highest = 0;
     for (const TableRecord& one : tables) highest = std::max(highest, one.id);

@@ -1,4 +1,4 @@
-// Where tables stand, and whether their sheets show them.
+// Where tables stand, and what the screen shows of them.
 #include <cmath>
 
 #include "creo/ProDwgtable.h"
@@ -15,13 +15,6 @@ namespace {
 
 bool isPlace(const ProPoint& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
-ProError setErased(Model& drawing, TableRecord& table, bool erased) {
-  if (table.erased == erased) return ProNoError;
-  table.erased = erased;
-  drawing.document->touch(nullptr);
-  return ProNoError;
-}
-
 }  // namespace
 
 ProError ProDwgtableSegMove(const ProDwgtable& table, int segment, const ProPoint& place, bool /*repaint*/) {
@@ -37,19 +30,20 @@ ProError ProDwgtableSegMove(const ProDwgtable& table, int segment, const ProPoin
   });
 }
 
+// What is on the screen is no part of the drawing.
 ProError ProDwgtableDisplay(const ProDwgtable& table) {
-  return onTable("ProDwgtableDisplay", table,
-                 [](State&, Model& m, TableRecord& record) { return setErased(m, record, false); });
+  return onTable("ProDwgtableDisplay", table, [](State&, Model&, TableRecord&) { return ProNoError; });
 }
 
 ProError ProDwgtableErase(const ProDwgtable& table) {
-  return onTable("ProDwgtableErase", table,
-                 [](State&, Model& m, TableRecord& record) { return setErased(m, record, true); });
+  return onTable("ProDwgtableErase", table, [](State&, Model&, TableRecord&) { return ProNoError; });
 }
 
 // What cells show is worked out when they are asked for, so that nothing is ever behind.
 ProError ProDrawingTablesUpdate(ProMdl drawing) {
-  return headless::onDrawing("ProDrawingTablesUpdate", drawing, [](State&, Model&) { return ProNoError; });
+  return headless::onDrawing("ProDrawingTablesUpdate", drawing, [](State& state, Model& m) {
+    return headless::isInCurrentWindow(state, m) ? ProNoError : ProGeneralError;
+  });
 }
 
 Got<ProPoint> ProPntTrfEval(const ProPoint& point, const ProSheetMatrix& matrix) {

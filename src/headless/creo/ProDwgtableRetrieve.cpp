@@ -4,13 +4,13 @@
 
 #include "creo/ProDwgtable.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/exports/export_file.h"
 #include "headless/model/symbols.h"
 #include "headless/store/faults.h"
 #include "headless/store/table_file.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
-#include "text/letters.h"
 
 namespace creo {
 
@@ -20,19 +20,13 @@ using State = headless::Session::State;
 
 namespace {
 
-constexpr std::wstring_view kEnding = L".tbl";
-
-// "TITLE" and "title.tbl" name the same file. Empty: no name of a file.
-std::wstring stem(std::wstring_view name) {
-  if (name.size() > kEnding.size() && text::equalNoCase(name.substr(name.size() - kEnding.size()), kEnding))
-    name.remove_suffix(kEnding.size());
-  const bool isName = name.find_first_of(L"\\/:*?\"<>|") == name.npos &&
-                      std::none_of(name.begin(), name.end(), [](wchar_t c) { return c < L' '; });
-  return isName ? std::wstring(name) : std::wstring();
+bool isFileName(std::wstring_view name) {
+  return !name.empty() && name.find_first_of(L"\\/:*?\"<>|") == name.npos &&
+         std::none_of(name.begin(), name.end(), [](wchar_t c) { return c < L' '; });
 }
 
 Got<TableRecord> readFrom(const State& state, const std::wstring& folder, const std::wstring& name) {
-  const std::wstring path = os::joined(folder.empty() ? state.models.folders().working() : folder, name + L".tbl");
+  const std::wstring path = os::joined(headless::exportPath(state.models, folder), name + L".tbl");
   if (!os::files().exists(path) || os::files().isFolder(path)) return ProNotFound;
   TableRecord table;
   const auto bytes = os::files().read(path);
@@ -48,10 +42,9 @@ Got<TableRecord> readFrom(const State& state, const std::wstring& folder, const 
 Got<ProDwgtable> ProDwgtableRetrieve(ProMdl drawing, const std::wstring& name, const std::wstring& folder, int version,
                                      const ProPoint& origin) {
   return headless::onDrawing("ProDwgtableRetrieve", drawing, [&](State& state, Model& m) -> Got<ProDwgtable> {
-    const std::wstring file = stem(name);
-    if (file.empty() || !std::isfinite(origin.x) || !std::isfinite(origin.y)) return ProBadInputs;
+    if (!isFileName(name) || !std::isfinite(origin.x) || !std::isfinite(origin.y)) return ProBadInputs;
     if (version != kAnyTableVersion) return ProNotFound;
-    auto table = readFrom(state, folder, file);
+    auto table = readFrom(state, folder, name);
     if (!table) return table.error;
     auto& tables = m.document->record.tables;
     table.value.id = headless::nextId(tables);

@@ -134,7 +134,8 @@ Got<Lines> ProDtlnoteTextGet(const ProDtlnote& note, ProDtlText mode) {
   return onDrawing("ProDtlnoteTextGet", note.drawing, [&](State& state, Model& m) -> Got<Lines> {
     const NoteRecord* record = headless::noteOf(*m.document, note.id);
     if (!record) return ProNotFound;
-    return onSheetOf(state, m, record->sheet, record->lines, mode);
+    // A note that its sheet doesn't show has no text that is shown.
+    return onSheetOf(state, m, record->sheet, record->lines, record->erased ? ProDtlText::symbolic : mode);
   });
 }
 
@@ -143,7 +144,7 @@ Got<Lines> ProDtlsyminstTextGet(const ProDtlsyminst& symbol, ProDtlText mode) {
     const auto& symbols = m.document->record.symbols;
     const auto found =
         std::find_if(symbols.begin(), symbols.end(), [&](const SymbolRecord& one) { return one.id == symbol.id; });
-    if (found == symbols.end()) return ProNotFound;
+    if (found == symbols.end() || found->texts.empty()) return ProNotFound;
     return onSheetOf(state, m, found->sheet, found->texts, mode);
   });
 }

@@ -6,6 +6,7 @@
 #include "headless/creo/solid_operation.h"
 #include "headless/model/drawing_models.h"
 #include "headless/model/follow_rename.h"
+#include "headless/model/retrieve.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -40,6 +41,13 @@ const Model* solidOf(const State& state, ProMdl handle) {
   return model && !headless::hasSheets(model->type()) ? model : nullptr;
 }
 
+// The generic and all its instances are of one document.
+bool areOfOneFamily(State& state, const ProDependency& from, const Model& to) {
+  const auto there = headless::retrieveModel(state.models, from.name, from.type);
+  const Model* model = there ? state.models.find(there.value) : nullptr;
+  return model && model->document == to.document;
+}
+
 }  // namespace
 
 ProError ProAsmcompsReplace(ProMdl assembly, const ProDependency& from, ProMdl to) {
@@ -65,6 +73,7 @@ ProError ProDrawingSolidReplace(ProMdl drawing, const ProDependency& from, ProMd
     if (!wanted) return ProBadInputs;
     if (headless::modelNumber(m, from) == 0) return ProNotFound;
     if (headless::modelNumber(m, {wanted->name, {}, wanted->type()}) > 0) return ProExists;
+    if (!areOfOneFamily(state, from, *wanted)) return ProGeneralError;
     headless::replaceModel(m, from, *wanted);
     state.models.countUsesAnew();
     return ProNoError;

@@ -17,16 +17,41 @@ auto onDrawing(std::string_view name, creo::ProMdl drawing, Body&& body)
   });
 }
 
-// body: (state, model, sheet). ProNotFound for a sheet that isn't there.
+// body: (state, model, sheet). ProBadInputs for a sheet that isn't there.
 template <class Body>
 auto onSheet(std::string_view name, creo::ProMdl drawing, int sheet, Body&& body)
     -> std::invoke_result_t<Body, Session::State&, Model&, const SheetRecord&> {
   using Result = std::invoke_result_t<Body, Session::State&, Model&, const SheetRecord&>;
   return onDrawing(name, drawing, [&](Session::State& state, Model& model) -> Result {
     const SheetRecord* record = sheetOf(*model.document, sheet);
-    if (!record) return Result(creo::ProNotFound);
+    if (!record) return Result(creo::ProBadInputs);
     return body(state, model, *record);
   });
+}
+
+// As onSheet, for the operations to which a sheet below 1 is the current one. body: (state, model, number of the
+// sheet).
+template <class Body>
+auto onSheetOrCurrent(std::string_view name, creo::ProMdl drawing, int sheet, Body&& body)
+    -> std::invoke_result_t<Body, Session::State&, Model&, int> {
+  using Result = std::invoke_result_t<Body, Session::State&, Model&, int>;
+  return onDrawing(name, drawing, [&](Session::State& state, Model& model) -> Result {
+    const int number = sheet < 1 ? currentSheetOf(*model.document) : sheet;
+    if (!sheetOf(*model.document, number)) return Result(creo::ProBadInputs);
+    return body(state, model, number);
+  });
+}
+
+// Does the current window show the drawing?
+inline bool isInCurrentWindow(const Session::State& state, const Model& drawing) {
+  return state.windows.model(state.windows.current()) == drawing.handle;
+}
+
+// A list that Creo hands out; one of nothing isn't found.
+template <class Item>
+creo::Got<std::vector<Item>> collected(std::vector<Item> items) {
+  if (items.empty()) return creo::ProNotFound;
+  return items;
 }
 
 // body: (state, model, table). ProNotFound for a table that isn't there.

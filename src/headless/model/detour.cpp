@@ -72,6 +72,9 @@ void showSheet(Model& drawing, int sheet) {
 void showModel(Model& drawing, const creo::ProDependency& model) {
   Detour& detour = detourOf(drawing);
   const auto models = dependencies(drawing);
+  auto& ofTexts = drawing.document->modelOfTexts;
+  if (!ofTexts) ofTexts = currentModelOf(drawing);
+  if (isSame(*ofTexts, model)) ofTexts.reset();
   std::string& label = drawing.document->record.currentModel;
   if (isSame(labelled(models, detour.from.model), model))
     label = detour.from.model;

@@ -2,13 +2,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
-#include "creo/ProTypes.h"
+#include "creo/ProMdl.h"
 #include "headless/model/feature_tree.h"
 #include "headless/model/instance_values.h"
 #include "headless/store/document.h"
@@ -33,6 +34,8 @@ class ModelDocument {
   ModelRecord record;
   // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
   bool inWorkspace = false, closed = false;
+  // A drawing's texts are still about that model, as no regeneration has followed the change to another. Never written.
+  std::optional<creo::ProDependency> modelOfTexts;
   std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
 
   // Where the next save goes; empty for one that was never saved.

@@ -46,6 +46,15 @@ std::optional<creo::ProDependency> currentModelOf(const Model& drawing) {
   return found == models.end() ? models.front() : *found;
 }
 
+std::optional<creo::ProDependency> modelOfTexts(const Model& drawing) {
+  const auto& former = drawing.document->modelOfTexts;
+  const auto models = former ? dependencies(drawing) : std::vector<creo::ProDependency>();
+  const bool isThere = std::any_of(models.begin(), models.end(), [&](const creo::ProDependency& used) {
+    return used.name == former->name && used.type == former->type;
+  });
+  return isThere ? former : currentModelOf(drawing);
+}
+
 int sheetCount(const ModelDocument& drawing) { return std::max(1, static_cast<int>(drawing.record.sheets.size())); }
 
 int currentSheetOf(const ModelDocument& drawing) {

@@ -16,6 +16,9 @@ bool isLabelOf(const std::string& label, std::wstring_view name, creo::ProMdlTyp
 // The current model, or the first where the document names none that it shows. Nothing: the drawing has no model.
 std::optional<creo::ProDependency> currentModelOf(const Model& drawing);
 
+// The one that its texts are about: the current model as it was at the last regeneration.
+std::optional<creo::ProDependency> modelOfTexts(const Model& drawing);
+
 // Drawings and formats, which are laid out alike.
 constexpr bool hasSheets(creo::ProMdlType type) {
   return type == creo::ProMdlType::drawing || type == creo::ProMdlType::format;

@@ -55,9 +55,9 @@ Form formAt(std::wstring_view text, std::size_t sign) {
   return form;
 }
 
-// The model that the form means: the numbered one, or the current one.
+// The model that the form means: the numbered one, or the one that the drawing's texts are about.
 std::optional<creo::ProDependency> modelOf(const Place& place, const Form& form) {
-  if (!form.number) return currentModelOf(place.drawing);
+  if (!form.number) return modelOfTexts(place.drawing);
   const auto models = dependencies(place.drawing);
   if (*form.number < 1 || static_cast<std::size_t>(*form.number) > models.size()) return std::nullopt;
   return models[static_cast<std::size_t>(*form.number - 1)];
@@ -116,7 +116,7 @@ Value parameterText(const Place& place, creo::ProMdl owner, std::wstring_view na
 
 Value parameter(const Place& place, const Form& form) {
   if (!form.ofDrawing) {
-    const auto current = currentModelOf(place.drawing);
+    const auto current = modelOfTexts(place.drawing);
     const auto model = current ? retrieveModel(place.models, current->name, current->type) : creo::ProNotFound;
     if (model)
       if (Value value = parameterText(place, model.value, form.name)) return value;

@@ -78,11 +78,11 @@ class Painter {
       if (std::max(one.sheet, 1) == number_) view(one, views.lines(one, sheet.scale));
     for (const TableRecord& one : record.tables) {
       part_ = one.fromFormat ? SheetPart::format : SheetPart::tables;
-      if (!one.erased && !(one.fromFormat && sheet.formatBlanked)) table(one);
+      if (!(one.fromFormat && sheet.formatBlanked)) table(one);
     }
     part_ = SheetPart::symbols;
     for (const SymbolRecord& one : record.symbols)
-      if (one.sheet == number_) symbol(one);
+      if (one.sheet == number_ && !one.erased) symbol(one);
     part_ = SheetPart::notes;
     for (const NoteRecord& one : record.notes)
       if (one.sheet == number_ && !one.erased) note(one);

@@ -65,7 +65,6 @@ struct TableRecord : Open {
   int id = 0;
   std::string name;
   bool fromFormat = false;
-  bool erased = false;  // the sheet doesn't show it
   std::vector<SegmentRecord> segments;
   std::vector<double> columns, rows;  // widths and heights
   std::vector<CellRecord> cells;      // those with a text
@@ -99,10 +98,10 @@ struct NoteRecord : Open {
   int id = 0;
   std::string name;
   std::vector<NoteLineRecord> lines;
-  int sheet = 1;  // drawings only, as the position
-  int view = 0;   // id of the view that it hangs on; 0: the sheet
-  bool erased = false;
-  std::string csys;  // solids only: the coordinate system that it stands at
+  int sheet = 1;        // drawings only, as the position
+  int view = 0;         // id of the view that it hangs on; 0: the sheet
+  bool erased = false;  // the sheet doesn't show it
+  std::string csys;     // solids only: the coordinate system that it stands at
   PointRecord position;
 };
 
@@ -148,6 +147,7 @@ struct SymbolRecord : Open {
   std::string definition;  // by name
   int sheet = 1;
   int view = 0, attachment = 0;  // id of the view that it hangs on, Creo's number of how it hangs
+  bool erased = false;           // the sheet doesn't show it
   PointRecord position;
   double height = 0, angle = 0;  // 0: as defined; degrees
   creo::ProSymbolGroups groupOption = creo::ProSymbolGroups::interactive;

@@ -72,10 +72,10 @@ struct RecordTable<RepeatRegionRecord> {
 template <>
 struct RecordTable<TableRecord> {
   using R = TableRecord;
-  static constexpr std::array fields = {
-      field<&R::id>("id", kRequired), field<&R::name>("name"),         field<&R::fromFormat>("fromFormat"),
-      field<&R::erased>("erased"),    field<&R::segments>("segments"), field<&R::columns>("columns"),
-      field<&R::rows>("rows"),        field<&R::cells>("cells"),       field<&R::repeatRegions>("repeatRegions")};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired),      field<&R::name>("name"),
+                                        field<&R::fromFormat>("fromFormat"), field<&R::segments>("segments"),
+                                        field<&R::columns>("columns"),       field<&R::rows>("rows"),
+                                        field<&R::cells>("cells"),           field<&R::repeatRegions>("repeatRegions")};
 };
 template <>
 struct RecordTable<NoteTextRecord> {
@@ -119,17 +119,13 @@ struct RecordTable<SymbolDefinitionRecord> {
 template <>
 struct RecordTable<SymbolRecord> {
   using R = SymbolRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired),
-                                        field<&R::definition>("definition", kRequired),
-                                        field<&R::sheet>("sheet"),
-                                        field<&R::view>("view"),
-                                        field<&R::attachment>("attachment"),
-                                        field<&R::position>("position"),
-                                        field<&R::height>("height"),
-                                        field<&R::angle>("angle"),
-                                        field<&R::groupOption>("groupOption"),
-                                        field<&R::groups>("groups"),
-                                        field<&R::texts>("texts")};
+  static constexpr std::array fields = {
+      field<&R::id>("id", kRequired),      field<&R::definition>("definition", kRequired),
+      field<&R::sheet>("sheet"),           field<&R::view>("view"),
+      field<&R::attachment>("attachment"), field<&R::erased>("erased"),
+      field<&R::position>("position"),     field<&R::height>("height"),
+      field<&R::angle>("angle"),           field<&R::groupOption>("groupOption"),
+      field<&R::groups>("groups"),         field<&R::texts>("texts")};
 };
 template <>
 struct RecordTable<ShownDimensionRecord> {

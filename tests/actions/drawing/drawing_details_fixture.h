@@ -74,7 +74,8 @@ class DetailTest : public ActionTest {
       std::string groups;
       for (const int id : symbol.groups) groups += (groups.empty() ? "[" : ",") + std::to_string(id);
       all += (all.empty() ? "" : " ") + std::to_string(symbol.id) + ":" + symbol.definition +
-             place(symbol.sheet, symbol.position) + groups + (groups.empty() ? "" : "]");
+             place(symbol.sheet, symbol.position) + groups + (groups.empty() ? "" : "]") +
+             (symbol.erased ? " (erased)" : "");
     }
     return all;
   }

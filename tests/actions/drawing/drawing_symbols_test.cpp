@@ -174,6 +174,7 @@ TEST_F(Symbols, TellWhichStepFailed) {
       {"ProDtlattachAlloc", step + L"5|" + step + L"6" + failed, false},
       {"ProDtlsyminstdataAttachmentSet", step + L"6" + failed, false},
       {"ProDtlsyminstCreate", L"Symbol is retrieved" + failed, false},
+      {"ProDtlsyminstShow", L"Symbol is retrieved" + failed, false},
       {"ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read", false},
       {"ProDrawingSheetInfoGet", L"Input position x: -1.000000, y:2.000000", true},
   };

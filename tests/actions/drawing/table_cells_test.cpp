@@ -87,9 +87,12 @@ TEST_F(TableCells, GoToTheCurrentModel) {
 
 // What an edit can't read it leaves as it was, and says so.
 TEST_F(TableCells, AFailingOperationChangesNothing) {
-  const char* operations[] = {"ProDrawingCurrentSheetGet", "ProDwgtableCelltextGet", "ProDrawingCurrentsolidGet",
-                              "ProParameterInit", "ProParameterValueSet"};
-  for (const char* operation : operations) {
+  const std::pair<const char*, creo::ProError> operations[] = {{"ProDrawingCurrentSheetGet", creo::ProGeneralError},
+                                                               {"ProDwgtableCelltextGet", creo::ProNotFound},
+                                                               {"ProDrawingCurrentsolidGet", creo::ProGeneralError},
+                                                               {"ProParameterInit", creo::ProGeneralError},
+                                                               {"ProParameterValueSet", creo::ProGeneralError}};
+  for (const auto& [operation, code] : operations) {
     World own;
     fill(own);
     own.list("list.xml", edit("cell0_0='1::1::*' cell1_0='1:1:0' cell2_0='NUMBER' mdltorework='2' "
@@ -98,7 +101,7 @@ TEST_F(TableCells, AFailingOperationChangesNothing) {
     own.open(L"SHEETS", creo::ProMdlType::drawing);
     own.openTool();
     own.choose("list.xml");
-    own.session().failNext(operation, creo::ProGeneralError);
+    own.session().failNext(operation, code);
     own.pressStart();
     const auto gear = creo::ProMdlInit(L"GEAR", creo::ProMdlType::part);
     const auto number = creo::ProParameterInit(creo::ProMdlToModelitem(gear.value).value, L"NUMBER");

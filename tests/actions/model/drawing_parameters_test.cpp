@@ -138,7 +138,9 @@ TEST_F(DrawingParameters, AFailingOperationLeavesTheDrawingWhole) {
     own.open(L"PAIR", creo::ProMdlType::drawing);
     own.openTool();
     own.choose("list.xml");
-    own.session().failNext(operation, creo::ProGeneralError);
+    // A general error of a cell says that it has no text.
+    const bool isCell = std::string_view(operation) == "ProDwgtableCelltextGet";
+    own.session().failNext(operation, isCell ? creo::ProNotFound : creo::ProGeneralError);
     own.pressStart();
     EXPECT_GT(own.session().calls(operation), 0) << operation;
     const std::string saved = own.document("PAIR.drw");

@@ -89,21 +89,28 @@ TEST_F(ReplaceModel, TheOptionIsPutBackAfterAFailureToo) {
   EXPECT_EQ(L"GEAR.PRT GEAR_2.PRT", uses(L"TOP", ProMdlType::assembly));
 }
 
-TEST_F(ReplaceModel, ADrawingShowsAnotherModel) {
-  EXPECT_EQ(
-      L"B0 Replace model|GEAR.PRT is replaced by WHEEL.ASM|"
-      L"B1 Replace model|E:WHEEL.ASM can't be replaced by NUT.PRT, which the drawing has already",
-      lastRow(run(task("replaceModel", "namef_0='GEAR' namet_0='wheel.asm'") +
-                      task("replaceModel", "namef_0='WHEEL' namet_0='nut.prt'"),
-                  L"SHEET", ProMdlType::drawing)));
+TEST_F(ReplaceModel, ADrawingShowsAnotherModelOfTheSameFamilyTable) {
+  writeBytes(world.models() + "/gear.prt.1", R"({"format": 1, "dimensions": [{"id": 2, "value": 1.0}],
+      "familyTable": {"items": [], "instances": [{"name": "GEAR_ROW"}]}})");
+  const std::wstring family = L": a drawing takes a model of the same family table alone|";
+  EXPECT_EQ(L"B0 Replace model|E:GEAR.PRT can't be replaced by WHEEL.ASM" + family +
+                L"B1 Replace model|GEAR.PRT is replaced by GEAR_ROW.PRT|"
+                L"B2 Replace model|E:GEAR_ROW.PRT can't be replaced by NUT.PRT, which the drawing has already|"
+                L"B3 Replace model|E:GONE.PRT can't be replaced by GEAR_2_ROW.PRT" +
+                family.substr(0, family.size() - 1),
+            lastRow(run(task("replaceModel", "namef_0='GEAR' namet_0='wheel.asm'") +
+                            task("replaceModel", "namef_0='GEAR' namet_0='gear_row'") +
+                            task("replaceModel", "namef_0='GEAR_ROW' namet_0='nut.prt'") +
+                            task("replaceModel", "namef_0='GONE' namet_0='gear_2_row'"),
+                        L"SHEET", ProMdlType::drawing)));
   const headless::ModelRecord& sheet = record(L"SHEET", ProMdlType::drawing);
-  EXPECT_EQ(L"WHEEL.ASM GONE.PRT NUT.PRT GEAR_2.PRT", uses(L"SHEET", ProMdlType::drawing));
-  EXPECT_EQ("WHEEL.asm", sheet.views[0].model);
-  EXPECT_EQ("WHEEL.asm", sheet.currentModel);
-  // The assembly has a dimension 2 alone.
+  EXPECT_EQ(L"GEAR_ROW.PRT GONE.PRT NUT.PRT GEAR_2.PRT", uses(L"SHEET", ProMdlType::drawing));
+  EXPECT_EQ("GEAR_ROW.prt", sheet.views[0].model);
+  EXPECT_EQ("GEAR_ROW.prt", sheet.currentModel);
+  // The part has a dimension 2 alone.
   ASSERT_EQ(2U, sheet.shownDimensions.size());
   EXPECT_EQ(2, sheet.shownDimensions[0].id);
-  EXPECT_EQ("WHEEL.asm", sheet.shownDimensions[0].model);
+  EXPECT_EQ("GEAR_ROW.prt", sheet.shownDimensions[0].model);
 }
 
 TEST_F(ReplaceModel, ModelsThatNothingShowsAreRemoved) {

@@ -1,6 +1,7 @@
 // Placed symbols and notes of drawings at the operations: what an action's list can't bring about.
 #include "creo/ProDrawingView.h"
 #include "creo/ProDtlsym.h"
+#include "creo/ProDwgtable.h"
 #include "creo/ProNote.h"
 #include "headless/session_fixture.h"
 #include "support/drawings.h"
@@ -19,18 +20,48 @@ class Details : public test::HeadlessSession {
   ProMdl pair;
 };
 
-TEST_F(Details, EverySheetHasTwoViewsOfItsOwn) {
+TEST_F(Details, EverySheetHasAViewOfItsOwn) {
   std::vector<int> ids;
   for (int sheet = 1; sheet <= 3; ++sheet)
     for (const auto& view : {ProDrawingBackgroundViewGet(pair, sheet), ProDrawingOverlayviewGet(pair, sheet)}) {
       ids.push_back(ProDrawingViewIdGet(view.value).value);
       EXPECT_EQ(sheet, ProDrawingViewSheetGet(view.value).value);
     }
-  EXPECT_EQ((std::vector{-1, -2, -3, -4, -5, -6}), ids);
-  EXPECT_EQ(ProNotFound, ProDrawingOverlayviewGet(pair, 4).error);
-  EXPECT_EQ(ProNotFound, ProDrawingBackgroundViewGet(pair, 0).error);
+  EXPECT_EQ((std::vector{-2, -2, -4, -4, -6, -6}), ids);
+  EXPECT_EQ(ProGeneralError, ProDrawingOverlayviewGet(pair, 4).error);
+  EXPECT_EQ(ProGeneralError, ProDrawingBackgroundViewGet(pair, 0).error);
+  EXPECT_EQ(ProBadInputs, ProDrawingViewIdGet({pair, -7}).error);
   EXPECT_EQ(ProNotFound, ProDrawingViewSheetGet({pair, -7}).error);
   EXPECT_EQ(2U, ProDrawingViewsCollect(pair).value.size());
+  model("empty.drw.1");
+  EXPECT_EQ(ProNotFound, ProDrawingViewsCollect(retrieve(L"EMPTY", ProMdlType::drawing)).error);
+}
+
+// What needs the screen, and what the screen alone knows.
+TEST_F(Details, AreShownWhileTheirDrawingStandsInTheCurrentWindow) {
+  auto data = ProDtlnoteDataGet({pair, 3});
+  ASSERT_TRUE(data);
+  data.value.lines = {{{{.text = L"&dwg_name"}}}};
+  const auto note = ProDtlnoteCreate(pair, data.value);
+  ASSERT_TRUE(note);
+  const auto shown = [&] { return ProDtlnoteTextGet(note.value, ProDtlText::displayed).value.at(0); };
+  EXPECT_EQ(L"&dwg_name", shown());
+  EXPECT_EQ(ProGeneralError, ProDtlnoteShow(note.value));
+  EXPECT_EQ(ProGeneralError, ProDtlnoteErase(note.value));
+  EXPECT_EQ(ProGeneralError, ProDrawingTablesUpdate(pair));
+  EXPECT_EQ(ProBadInputs, ProDrawingtreeRefresh(pair, kActiveWindow));
+
+  ASSERT_EQ(ProNoError, ProMdlDisplay(pair));
+  EXPECT_EQ(ProNoError, ProDrawingTablesUpdate(pair));
+  EXPECT_EQ(ProNoError, ProDrawingtreeRefresh(pair, kActiveWindow));
+  EXPECT_EQ(ProBadInputs, ProDrawingtreeRefresh(pair, 99));
+  EXPECT_EQ(ProNoError, ProDtlnoteShow(note.value));
+  EXPECT_EQ(L"PAIR", shown());
+  ASSERT_EQ(ProNoError, ProMdlSave(pair));
+  EXPECT_EQ(ProNoError, ProDtlnoteErase(note.value));
+  EXPECT_EQ(ProNoError, ProDwgtableErase(ProDrawingTablesCollect(pair).value.at(0)));
+  EXPECT_EQ(L"PAIR", shown());
+  EXPECT_FALSE(ProMdlModificationVerify(pair).value) << "the next regeneration brings them back";
 }
 
 TEST_F(Details, ASymbolTakesOnlyWhatItsDrawingHas) {
@@ -47,6 +78,8 @@ TEST_F(Details, ASymbolTakesOnlyWhatItsDrawingHas) {
   EXPECT_EQ(ProNoError, ProDtlsyminstModify({pair, 7}, data.value));
   EXPECT_EQ(L"unused", ProDtlsymdefNameGet(ProDtlsyminstDefGet({pair, 7}).value).value);
   EXPECT_EQ(1U, ProDrawingDtlsyminstsCollect(pair, 3).value.size()) << "it goes to the sheet of its view";
+  EXPECT_EQ(ProNotFound, ProDtlsyminstTextGet({pair, 8}, ProDtlText::symbolic).error) << "it has no texts";
+  EXPECT_EQ(ProExists, ProDrawingDtlsymdefRetrieve(pair, L"", L"WELD", kNewestVersion, false).error);
   EXPECT_EQ(ProNotFound, ProDtlsyminstModify({pair, 99}, data.value));
   EXPECT_EQ(ProBadInputs, ProDtlsyminstCreate({}).error);
 }
@@ -86,7 +119,8 @@ TEST_F(Details, NotesCanBeDeletedWhileTheyAreVisited) {
   EXPECT_EQ((std::vector{9, 2, 7, 4, 5}), visited);
   ASSERT_EQ(1U, ProDrawingDtlnotesCollect(many, 1).value.size());
   EXPECT_EQ(ProNoError, ProDtlnoteDelete({many, 4}));
-  EXPECT_TRUE(ProDrawingDtlnotesCollect(many, 1).value.empty());
+  EXPECT_EQ(ProNotFound, ProDrawingDtlnotesCollect(many, 1).error);
+  EXPECT_EQ(ProBadInputs, ProDrawingDtlnoteVisit(many, 2, [](const ProDtlnote&) { return ProNoError; }));
 }
 
 TEST_F(Details, ANoteRefusesMeasuresThatAreNone) {

@@ -66,6 +66,23 @@ TEST_F(Drawings, ShowTheModelThatTheDocumentNamesOrTheFirst) {
   EXPECT_FALSE(modified(pair));  // who goes there and comes back leaves no trace
 }
 
+TEST_F(Drawings, KeepTheirTextsUntilTheyAreRegenerated) {
+  const ProDwgtable table = ProDrawingTablesCollect(pair).value.front();
+  ASSERT_EQ(ProNoError, ProDwgtableTextEnter(table, 2, 3, {L"&model_name &model_name:3 &TEETH"}));
+  const auto shown = [&] { return cell(table, 2, 3, ProDwgtableText::displayed); };
+  EXPECT_EQ(L"PINION PAIR 20", shown());
+  EXPECT_EQ(ProNoError, ProDrawingCurrentsolidSet(pair, retrieve(L"GEAR")));
+  EXPECT_EQ(L"PINION PAIR 20", shown());
+  EXPECT_EQ(ProNoError, ProDwgDraftRegenerate(pair));
+  EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+  {
+    SolidGuard guard(pair);
+    EXPECT_EQ(ProNoError, guard.change(retrieve(L"PINION")));
+    EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+  }
+  EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+}
+
 TEST_F(Drawings, WithALostModelAreShownWithoutItAndDontRegenerate) {
   EXPECT_EQ(ProNoError, ProDwgDraftRegenerate(pair));
   model("lost.drw.1", R"("models": [{"name": "GONE", "type": "prt"}, {"name": "GEAR", "type": "prt"}])");
@@ -76,6 +93,7 @@ TEST_F(Drawings, WithALostModelAreShownWithoutItAndDontRegenerate) {
   EXPECT_EQ(ProGeneralError, ProDwgDraftRegenerate(lost));
   EXPECT_EQ(ProNoError, ProDwgDraftRegenerate(empty));
   EXPECT_EQ(ProNotFound, ProDrawingCurrentsolidGet(empty).error);
+  EXPECT_EQ(ProNotFound, ProDrawingSolidsCollect(empty).error);
   EXPECT_EQ(ProNotFound, ProDrawingSolidsVisit(empty, [](const ProMdl&) { return ProNoError; }));
   EXPECT_EQ(1, ProDrawingSheetsCount(empty).value);
   EXPECT_EQ(ProSheetSize::a4, ProDrawingSheetSizeGet(empty, 1).value.size);
@@ -127,23 +145,32 @@ TEST_F(Drawings, AnswerForASheetByItsNumber) {
   EXPECT_EQ(5, ProDrawingScaleGet(pair, pinion, 1).value);
   EXPECT_EQ(2, ProDrawingScaleGet(pair, pinion, 2).value);
   model("other.prt.1");
-  EXPECT_EQ(ProNotFound, ProDrawingScaleGet(pair, retrieve(L"OTHER"), 1).error);
+  model("empty.drw.1");
+  EXPECT_EQ(ProGeneralError, ProDrawingScaleGet(pair, retrieve(L"OTHER"), 1).error);
+  EXPECT_EQ(5, ProDrawingScaleGet(pair, {}, 1).value) << "of the current model";
+  EXPECT_EQ(1, ProDrawingScaleGet(retrieve(L"EMPTY", ProMdlType::drawing), {}, 1).value);
 
   const auto errors = [&](ProMdl drawing, int sheet) {
     return std::vector<ProError>{
         ProDrawingCurrentSheetSet(drawing, sheet),    ProDrawingSheetNameGet(drawing, sheet).error,
         ProDrawingSheetSizeGet(drawing, sheet).error, ProDrawingSheetInfoGet(drawing, sheet).error,
-        ProDrawingSheetTrfGet(drawing, sheet).error,  ProDrawingScaleGet(drawing, gear, sheet).error,
-        ProDrawingFormatGet(drawing, sheet).error,    ProDrawingDtlsyminstsCollect(drawing, sheet).error};
+        ProDrawingSheetTrfGet(drawing, sheet).error,  ProDrawingFormatGet(drawing, sheet).error};
   };
-  for (const int sheet : {-1, 0, 4}) EXPECT_EQ(std::vector<ProError>(8, ProNotFound), errors(pair, sheet)) << sheet;
-  EXPECT_EQ(std::vector<ProError>(8, ProBadInputs), errors(gear, 1));
+  for (const int sheet : {-1, 0, 4}) EXPECT_EQ(std::vector<ProError>(6, ProBadInputs), errors(pair, sheet)) << sheet;
+  EXPECT_EQ(std::vector<ProError>(6, ProBadInputs), errors(gear, 1));
+
+  // To others a sheet below 1 is the current one, the second.
+  EXPECT_EQ(2, ProDrawingScaleGet(pair, pinion, 0).value);
+  EXPECT_EQ(ProBadInputs, ProDrawingScaleGet(pair, pinion, 4).error);
+  EXPECT_EQ(ProDrawingDtlsyminstsCollect(pair, 2).value.at(0).id,
+            ProDrawingDtlsyminstsCollect(pair, -1).value.at(0).id);
+  EXPECT_EQ(ProBadInputs, ProDrawingDtlsyminstsCollect(pair, 4).error);
 }
 
 TEST_F(Drawings, GoBackToTheirSheetAndKeepItOnSaving) {
   {
     SheetGuard guard(pair);
-    EXPECT_EQ(ProNotFound, guard.change(9));
+    EXPECT_EQ(ProBadInputs, guard.change(9));
     EXPECT_FALSE(modified(pair));
     EXPECT_EQ(ProNoError, guard.change(3));
     EXPECT_EQ(3, ProDrawingCurrentSheetGet(pair).value);
@@ -200,9 +227,16 @@ TEST_F(Drawings, TablesAreReadByCellAndSegment) {
   const struct {
     int column, row;
     const wchar_t* expected;
-  } cells[] = {{1, 1, L"&COLOR|&NUMBER"}, {2, 2, L"free"}, {2, 1, L""},     {2, 3, L""},
-               {0, 1, L"none"},           {1, 0, L"none"}, {3, 1, L"none"}, {1, 4, L"none"}};
-  for (const auto& c : cells) EXPECT_EQ(c.expected, cell(title, c.column, c.row)) << c.column << " " << c.row;
+    ProError error = ProNoError;
+  } cells[] = {{1, 1, L"&COLOR|&NUMBER"},        {2, 2, L"free"},
+               {2, 1, L"none", ProGeneralError},  // no text
+               {2, 3, L"none", ProGeneralError}, {0, 1, L"none", ProNotFound},
+               {1, 0, L"none", ProNotFound},     {3, 1, L"none", ProNotFound},
+               {1, 4, L"none", ProNotFound}};
+  for (const auto& c : cells) {
+    EXPECT_EQ(c.expected, cell(title, c.column, c.row)) << c.column << " " << c.row;
+    EXPECT_EQ(c.error, ProDwgtableCelltextGet(title, c.column, c.row, ProDwgtableText::displayed).error);
+  }
 
   const struct {
     ProDwgtable table;
@@ -231,7 +265,7 @@ TEST_F(Drawings, TablesAreMadeFilledAndDeleted) {
   EXPECT_EQ(L"a|b", cell(tables[2], 2, 1));
   EXPECT_EQ(4, ProDwgtableInfoGet(tables[2], -1).value.y);
   EXPECT_EQ(ProNoError, ProDwgtableTextEnter(tables[2], 2, 1, {}));
-  EXPECT_EQ(L"", cell(tables[2], 2, 1));
+  EXPECT_EQ(L"none", cell(tables[2], 2, 1));
 
   for (const ProDwgtable& table : tables) EXPECT_EQ(ProNoError, ProDwgtableDelete(table, false));
   EXPECT_EQ(ProNotFound, ProDwgtableDelete(tables[0], false));
@@ -239,6 +273,7 @@ TEST_F(Drawings, TablesAreMadeFilledAndDeleted) {
   EXPECT_EQ(ProNotFound, ProDrawingTablesCollect(pair).error);
   EXPECT_EQ(ProBadInputs, ProDrawingTableCreate(pair, {}, {}, {1}).error);
   EXPECT_EQ(ProBadInputs, ProDrawingTableCreate(pair, {}, {1}, {0}).error);
+  EXPECT_EQ(ProBadInputs, ProDrawingTableCreate(pair, {}, std::vector<double>(51, 1), {1}).error);
   EXPECT_EQ(ProBadInputs, ProDrawingTableCreate(pair, {}, {std::nan("")}, {1}).error);
   EXPECT_EQ(ProBadInputs, ProDrawingTableCreate(retrieve(L"GEAR"), {}, {1}, {1}).error);
 }
@@ -254,7 +289,9 @@ TEST_F(Drawings, SymbolsKnowTheirDefinitions) {
   EXPECT_EQ(ProNotFound, ProDtlsyminstDefGet(first[0]).error);
   EXPECT_EQ(1, ProDtlsyminstDefGet(second[0]).value.id);
   EXPECT_EQ(ProNotFound, ProDtlsymdefNameGet({pair, 9}).error);
-  EXPECT_TRUE(ProDrawingDtlsyminstsCollect(pair, 3).value.empty());
+  EXPECT_EQ(ProNotFound, ProDrawingDtlsyminstsCollect(pair, 3).error);
+  model("empty.drw.1");
+  EXPECT_EQ(ProNotFound, ProDrawingDtlsymdefsCollect(retrieve(L"EMPTY", ProMdlType::drawing)).error);
 }
 
 TEST_F(Drawings, DimensionsHaveTextsTolerancesAndAreShownOrNot) {

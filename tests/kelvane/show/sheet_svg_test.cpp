@@ -35,15 +35,15 @@ constexpr const char* kPlan = R"({"format": 1,
 "drafts": [{"sheet": 1, "lines": [[0, 0, 10, 5, 0.5]]}, {"sheet": 2, "lines": [[1, 1, 2, 2]]}],
 "tables": [{"id": 1, "segments": [{"position": {"x": 20, "y": 10}}], "columns": [30, 20], "rows": [5, 5],
   "cells": [{"row": 1, "column": 1, "lines": ["<top & left>"]}, {"row": 2, "column": 2, "lines": ["a cell with far too long a text"]},
-            {"row": 9, "column": 1, "lines": ["outside"]}]},
-  {"id": 2, "erased": true, "segments": [{"position": {"x": 20, "y": 10}}], "columns": [7], "rows": [7],
-   "cells": [{"row": 1, "column": 1, "lines": ["erased"]}]}],
-"notes": [{"id": 1, "position": {"x": 40, "y": 50}, "lines": ["first", [{"text": "sec", "height": 7.0}, {"text": "ond"}]]}],
+            {"row": 9, "column": 1, "lines": ["outside"]}]}],
+"notes": [{"id": 1, "position": {"x": 40, "y": 50}, "lines": ["first", [{"text": "sec", "height": 7.0}, {"text": "ond"}]]},
+          {"id": 2, "erased": true, "lines": ["erased"]}],
 "symbolDefinitions": [{"id": 1, "name": "MARK", "lines": [[0, 0, 1, 0]], "texts": [{"text": "Ra"}],
   "groups": [{"id": 1, "name": "OUTER", "lines": [[0, 1, 1, 1]], "groups": [{"id": 2, "name": "INNER", "lines": [[0, 2, 1, 2]]},
                                                                           {"id": 3, "name": "OTHER", "lines": [[0, 3, 1, 3]]}]}]}],
 "symbols": [{"id": 1, "definition": "mark", "position": {"x": 5, "y": 5}, "groupOption": "custom", "groups": [1, 2], "texts": ["3.2"]},
-            {"id": 2, "definition": "GONE", "position": {"x": 90, "y": 5}}]})";
+            {"id": 2, "definition": "GONE", "position": {"x": 90, "y": 5}},
+            {"id": 3, "definition": "erased", "erased": true, "position": {"x": 90, "y": 15}}]})";
 
 TEST_F(SheetSvg, EverythingStandsWhereTheMatrixPutsIt) {
   const std::string svg = drawn(kPlan);

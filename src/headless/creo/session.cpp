@@ -4,9 +4,11 @@
 #include <stdexcept>
 
 #include "headless/creo/state.h"
+#include "headless/model/items.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "text/letters.h"
 
 namespace headless {
 
@@ -37,7 +39,12 @@ Session::State::State(SessionOptions given)
               },
               [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
               [this](ModelDocument& document) { servers.place(document); },
-              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},
+              [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); },
+              [this](const Model& model) { return bodies.mass(model); }, &currentMaterial,
+              [this] {
+                const auto option = configuration.values(L"relations_units_sensitive");
+                return option.empty() || !text::equalNoCase(option.front(), L"no");
+              }},
              options.modelFolder),
       parameters(models),
       bodies(models),

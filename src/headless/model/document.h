@@ -16,6 +16,8 @@
 
 namespace headless {
 
+struct ModelsHost;  // models_host.h
+
 class ModelDocument {
  public:
   std::wstring name;  // upper case
@@ -27,7 +29,10 @@ class ModelDocument {
   ModelRecord record;
   // What a PDM workspace says of it: it holds the document, and the document may not be saved, as it isn't checked out.
   bool inWorkspace = false, closed = false;
-  std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
+  // Asked for what relations want of the body; null while nobody has brought the document in. It outlives the document.
+  const ModelsHost* host = nullptr;
+  bool unworkedTold = false;  // the message area has said which relations aren't worked out
+  std::string activeRep;      // the simplified representation in memory; empty: the master's. Never written
 
   // The row of that name, in this table or one below it; null for none.
   RowRecord* row(std::wstring_view rowName);
@@ -84,7 +89,10 @@ class ModelDocument {
     std::unordered_set<std::string> assigned, read, assignedAfter;
   };
   const RelationNames& relationNames();
-  void relationsChanged() { relationNames_.reset(); }
+  void relationsChanged() {
+    relationNames_.reset();
+    unworkedTold = false;
+  }
 
  private:
   bool modified_ = false, contentModified_ = false;

@@ -187,17 +187,38 @@ std::wstring currentMaterial(const Model& model) {
   return held ? held.value.name : name;
 }
 
-std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+namespace {
+
+// A set of relations where the document keeps it.
+struct HeldRelations {
+  std::vector<std::string>* lines = nullptr;
+  std::optional<bool>* unitSensitive = nullptr;
+};
+
+HeldRelations heldRelations(const Model& model, const ProModelitem& owner, int section) {
   if (owner.type == ProItemType::feature) {
     const auto feature = featureOf(model, owner.id);
     FeatureRecord* record = feature ? feature->record() : nullptr;
-    if (!record || section < 0) return record ? &record->relations : nullptr;
+    if (!record) return {};
+    if (section < 0) return {&record->relations, &record->unitSensitive};
     const auto place = static_cast<std::size_t>(section);
-    return place < record->sections.size() ? &record->sections[place].relations : nullptr;
+    if (place >= record->sections.size()) return {};
+    return {&record->sections[place].relations, &record->sections[place].unitSensitive};
   }
-  if (owner.type != ProItemType::model) return nullptr;
+  if (owner.type != ProItemType::model) return {};
   ModelRecord& record = model.document->record;
-  return owner.id == creo::kPostRegeneration ? &record.postRelations : &record.relations;
+  if (owner.id == creo::kPostRegeneration) return {&record.postRelations, &record.postUnitSensitive};
+  return {&record.relations, &record.unitSensitive};
+}
+
+}  // namespace
+
+std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+  return heldRelations(model, owner, section).lines;
+}
+
+std::optional<bool>* relationUnits(const Model& model, const ProModelitem& owner, int section) {
+  return heldRelations(model, owner, section).unitSensitive;
 }
 
 }  // namespace headless

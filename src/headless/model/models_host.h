@@ -4,10 +4,13 @@
 #include <functional>
 #include <string>
 
+#include "creo/ProSolid.h"
 #include "headless/model/document.h"
 #include "headless/model/saved_document.h"
 
 namespace headless {
+
+struct Model;  // model.h
 
 struct ModelsHost {
   std::function<void(const std::wstring&)> message;
@@ -20,6 +23,10 @@ struct ModelsHost {
   std::function<void(ModelDocument&)> read;
   // No folder has such a document; true when it has been put into the session's folder of models.
   std::function<bool(const std::wstring&, creo::ProMdlType)> fetch;
+  // What relations ask for. Null: no body is measured, the document's material is the current one, and units count.
+  std::function<creo::Got<creo::ProMassProperty>(const Model&)> mass;
+  std::function<std::wstring(const Model&)> currentMaterial;
+  std::function<bool()> relationsHeedUnits;
 };
 
 }  // namespace headless

@@ -15,6 +15,7 @@
 #include "headless/model/states.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/units.h"
 
 namespace headless {
 
@@ -163,7 +164,7 @@ Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wst
 }
 
 creo::ProError renameItem(const Model& model, const ProModelitem& item, const std::wstring& name) {
-  if (name.empty()) return creo::ProBadInputs;
+  if (name.empty() || !text::fits(name, text::kNameSize)) return creo::ProBadInputs;
   std::string* held = nameOf(model.document->record, item);
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);

@@ -217,22 +217,19 @@ TEST_F(RelationActions, RelationsThatDontHeedUnitsCountWithTheNumbersAsTheyStand
   const std::string list = R"("parameters": [)";
   text.insert(text.find(list) + list.size(), R"({"name": "LEN", "type": "double", "value": 2, "units": "in"}, )");
   writeBytes(own_->models() + "/bracket.prt.1", text);
-  const auto numbers = [&] {
+  const auto expect = [&](double a, double b, const std::string& tasks) {
+    go(tasks + task("regenerateModel", "force='true'"));
     const auto model = creo::ProMdlRetrieve(L"BRACKET", creo::ProMdlType::part).value;
-    std::vector<double> values;
-    for (const wchar_t* name : {L"A", L"B"})
-      values.push_back(
-          creo::ProParameterValueGet(creo::ProParameterInit(creo::ProMdlToModelitem(model).value, name).value)
-              .value.real);
-    return values;
+    const auto number = [&](const wchar_t* name) {
+      return creo::ProParameterValueGet(creo::ProParameterInit(creo::ProMdlToModelitem(model).value, name).value)
+          .value.real;
+    };
+    EXPECT_NEAR(a, number(L"A"), 1e-9) << tasks;
+    EXPECT_NEAR(b, number(L"B"), 1e-9) << tasks;
   };
-  const std::string regenerate = task("regenerateModel");
-  go(regenerate);
-  EXPECT_EQ((std::vector<double>{76.2, 50.8}), numbers());
-  go(task("setRelationUnitSensitive", "rel='true' unitsensitive='false'") + regenerate);
-  EXPECT_EQ((std::vector<double>{3, 50.8}), numbers()) << "the other set heeds them as before";
-  go(task("setRelationUnitSensitive", "rel='true' postrel='true' unitsensitive='true'") + regenerate);
-  EXPECT_EQ((std::vector<double>{76.2, 50.8}), numbers());
+  expect(76.2, 50.8, "");
+  expect(3, 50.8, task("setRelationUnitSensitive", "rel='true' unitsensitive='false'"));
+  expect(76.2, 50.8, task("setRelationUnitSensitive", "rel='true' postrel='true' unitsensitive='true'"));
 }
 
 TEST_F(RelationActions, OfFeaturesAndSketchesRunAndDrive) {

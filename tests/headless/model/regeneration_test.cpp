@@ -24,6 +24,9 @@ class Regeneration : public test::HeadlessSession {
     }
     return out + "]";
   }
+  static double number(ProMdl part, const wchar_t* name) {
+    return ProParameterValueGet(ProParameterInit(item(part), name).value).value.real;
+  }
   ProMdl related(const std::vector<std::string>& relations) {
     const std::string name = "m" + std::to_string(++number_);
     model(name + ".prt.1", R"("parameters": [{"name": "A", "type": "double", "value": 2},
@@ -213,15 +216,15 @@ TEST_F(Regeneration, ASetHeedsUnitsAsItOrTheOptionSays) {
                                c.feature + R"("relations": ["B = LEN"]}])");
     const ProMdl part = retrieve(text::fromUtf8(name));
     EXPECT_EQ(ProNoError, ProSolidRegenerate(part, 0));
-    EXPECT_EQ(c.a, ProParameterValueGet(parameter(part, L"A")).value.real) << name;
-    EXPECT_EQ(c.b, ProParameterValueGet(parameter(part, L"B")).value.real) << name;
+    EXPECT_EQ(c.a, number(part, L"A")) << name;
+    EXPECT_EQ(c.b, number(part, L"B")) << name;
     ProConfigoptSet(L"relations_units_sensitive", L"yes");
   }
   const ProModelitem hole{ProItemType::feature, 4, retrieve(L"U1"), {}};
   EXPECT_EQ(ProNoError, ProRelsetUnitsSensitiveSet({hole}, false));
   EXPECT_EQ(ProNotFound, ProRelsetUnitsSensitiveSet({{ProItemType::model, kPostRegeneration, hole.owner, {}}}, true));
   EXPECT_EQ(ProNoError, ProRelsetRegenerate({hole}));
-  EXPECT_EQ(2, ProParameterValueGet(parameter(hole.owner, L"B")).value.real);
+  EXPECT_EQ(2, number(hole.owner, L"B"));
 }
 
 // A set is tested as a whole before any of its values is given, be it the model's or a feature's.

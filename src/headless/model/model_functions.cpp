@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "headless/model/models_host.h"
-#include "headless/model/units.h"
+#include "headless/model/relation_values.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -78,15 +78,6 @@ std::string typeWord(creo::ProMdlType type) {
   return type == creo::ProMdlType::part ? "PART" : type == creo::ProMdlType::assembly ? "ASSEMBLY" : "DRAWING";
 }
 
-RelationValue valueOf(const ParameterRecord& parameter, const ModelRecord& model, bool heedsUnits) {
-  if (const auto* text = std::get_if<std::string>(&parameter.value)) return *text;
-  if (const auto* flag = std::get_if<bool>(&parameter.value)) return *flag;
-  if (const auto* integer = std::get_if<int>(&parameter.value)) return static_cast<double>(*integer);
-  const auto* real = std::get_if<double>(&parameter.value);
-  if (!real) return {};
-  return heedsUnits && !parameter.units.empty() ? inModelUnits(*real, parameter.units, model) : *real;
-}
-
 Evaluated materialParameter(const Model& model, const Arguments& arguments, bool heedsUnits) {
   if (std::wstring fault = notTexts(arguments); !fault.empty()) return {{}, std::move(fault)};
   if (std::any_of(arguments.begin(), arguments.end(), [](const RelationValue& one) { return one.index() == 0; }))
@@ -102,7 +93,8 @@ Evaluated materialParameter(const Model& model, const Arguments& arguments, bool
   if (held == record.materials.end())
     return {{}, text::format(L"the model has no material '%s'", text::fromUtf8(material))};
   for (const ParameterRecord& one : held->parameters.list)
-    if (sameName(one.name, wanted)) return {valueOf(one, record, heedsUnits), {}};
+    if (sameName(one.name, wanted))
+      return {heedsUnits ? countedIn(one.value, &one, record) : relationValue(one.value), {}};
   return {{}, text::format(L"the material '%s' has no '%s'", text::fromUtf8(held->name), text::fromUtf8(wanted))};
 }
 

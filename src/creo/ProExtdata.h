@@ -29,8 +29,8 @@ Got<ProExtdataClass> ProExtdataClassRegister(ProMdl model, const std::wstring& n
 ProError ProExtdataSlotCreate(const ProExtdataClass& cls, const std::wstring& slot);
 // ProNotFound: no such slot, or nothing was written to it.
 Got<ProExtdataValue> ProExtdataSlotRead(const ProExtdataClass& cls, const std::wstring& slot);
-// Kept when the model is saved. size: of a text in characters, with the closing zero; Creo looks at that of streams
-// alone, so whoever writes a text cuts it before. ProNotFound: no such slot.
+// Kept when the model is saved. size: counts for streams alone, so whoever writes a text cuts it before. ProNotFound:
+// no such slot.
 ProError ProExtdataSlotWrite(const ProExtdataClass& cls, const std::wstring& slot, const ProExtdataValue& value,
                              std::size_t size);
 

@@ -12,12 +12,12 @@ Got<std::wstring> ProModelitemNameGet(const ProModelitem& item);
 Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item);
 // Renames a layer, a view, a state, a cross section or a feature. ProExists: another one of its kind has the name;
 // ProNotFound: it has gone; ProBadInputs: an item of another kind, a component, an empty name, or one over 31
-// characters or with characters that can't be.
+// characters; with characters that can't be, too, but which they are isn't told.
 ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name);
 // The item of that type and id. ProNotFound: none.
 Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type);
-// An item of that name (case-blind). Of the kinds here Creo promises features, coordinate systems, layers and combined
-// states. ProNotFound: none.
+// A feature, a coordinate system, a layer, a combined state or a material of that name (case-blind). ProNotFound: none;
+// ProBadInputs: an item of another kind, which isn't found by its name.
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name);
 
 }  // namespace creo

@@ -5,7 +5,8 @@
 
 namespace creo {
 
-// Creo's id of a model item whose relations run after the regeneration.
+// The id of a model item that stands for the relations behind the regeneration where a set of them is begun: nothing
+// is told of how Creo begins one, and an adapter has to find its way.
 constexpr int kPostRegeneration = -2;
 
 struct ProRelset {
@@ -13,11 +14,13 @@ struct ProRelset {
   int section = -1;  // of a feature: the sketch, from 0; -1: the feature's own
 };
 
-// The relations of a model or a feature, which run before its regeneration. Those behind it have an operation of their
-// own in Creo, which an adapter asks for kPostRegeneration. ProNotFound: it has none yet. ProBadInputs: it can have
-// none.
+// The relations of a model or a feature, which run before its regeneration. ProNotFound: it has none yet. ProBadInputs:
+// it can have none, or those behind the regeneration are asked for.
 Got<ProRelset> ProModelitemToRelset(const ProModelitem& item);
-// An empty set of relations. ProExists: the item has one. ProBadInputs: it can have none.
+// Those of a model that run behind its regeneration. ProNotFound: it has none yet. ProBadInputs: no such model.
+Got<ProRelset> ProRelsetPostregenerationInit(ProMdl model);
+// An empty set of relations; of kPostRegeneration one behind the regeneration. ProExists: the item has one.
+// ProBadInputs: it can have none.
 Got<ProRelset> ProRelsetCreate(const ProModelitem& item);
 // Line by line. ProBadInputs: the owner has gone.
 Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations);
@@ -28,8 +31,9 @@ Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section);
 ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines);
 // What owns the set. ProBadInputs: it has gone.
 Got<ProModelitem> ProRelsetToModelitem(const ProRelset& relations);
-// Are numbers with units converted? By default they are, unless the option relations_units_sensitive says otherwise; of
-// any set. ProNotFound: the relations behind the regeneration aren't there.
+// Do these relations heed units? Where nothing says so, the option relations_units_sensitive does, and that is yes
+// unless it says otherwise. Those that don't count with the numbers as they stand, and units in brackets change
+// nothing. ProNotFound: the relations behind the regeneration aren't there.
 ProError ProRelsetUnitsSensitiveSet(const ProRelset& relations, bool sensitive);
 // Runs this set alone and gives the model what it assigns. ProGeneralError: a line fails, the message area says which
 // and why.

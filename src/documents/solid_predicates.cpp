@@ -8,10 +8,10 @@
 #include "creo/ProMdl.h"
 #include "creo/ProModelitem.h"
 #include "creo/ProParameter.h"
-#include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
 #include "documents/predicate_families.h"
 #include "documents/predicate_words.h"
+#include "documents/relations.h"
 #include "language/compare.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -29,7 +29,7 @@ constexpr double kMargin = 1e-9;
 constexpr int kRetries = 2;
 
 bool anyRelation(const creo::ProModelitem& owner, std::wstring_view search) {
-  auto relations = creo::ProModelitemToRelset(owner);
+  auto relations = relationsOf(owner);
   if (!relations) relations = creo::ProRelsetCreate(owner);
   if (!relations) return false;
   const auto lines = creo::ProRelsetRelationsGet(relations.value);

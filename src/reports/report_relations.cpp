@@ -1,6 +1,6 @@
 // The report on a model's relations, and on those that run after its regeneration.
 #include "creo/ProMdl.h"
-#include "creo/ProRelset.h"
+#include "documents/relations.h"
 #include "language/compare.h"
 #include "reports/report_row.h"
 
@@ -45,9 +45,9 @@ RelationFacts factsOf(const Task& task) {
   RelationFacts facts{creo::ProNotFound, creo::ProNotFound, task.attribute(L"linefilter")};
   auto item = creo::ProMdlToModelitem(task.model());
   if (!item) return facts;
-  facts.relations = creo::ProModelitemToRelset(item.value);
+  facts.relations = documents::relationsOf(item.value);
   item.value.id = creo::kPostRegeneration;
-  facts.postRelations = creo::ProModelitemToRelset(item.value);
+  facts.postRelations = documents::relationsOf(item.value);
   return facts;
 }
 

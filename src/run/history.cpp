@@ -56,7 +56,7 @@ void writeText(const creo::ProExtdataClass& cls, const wchar_t* pattern, int num
   creo::ProExtdataSlotCreate(cls, slot);
   creo::ProExtdataValue written;
   written.type = creo::ProExtdataType::text;
-  written.text = value;
+  written.text = text::cut(value, size - 1);  // nobody else cuts it
   creo::ProExtdataSlotWrite(cls, slot, written, size);
 }
 

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "actions/model/instances.h"
+#include "actions/model/parameter_list.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
@@ -236,8 +237,7 @@ class Conversion {
       return text::format(L"The restriction of '%s' doesn't allow '%s'", newName_, exactTextOf(wanted_));
     const bool described = from_.description.empty() ||
                            insists([&] { return ProParameterDescriptionSet(made, from_.description) == ProNoError; });
-    const bool designated =
-        !from_.designated || insists([&] { return ProParameterDesignationAdd(made) == ProNoError; });
+    const bool designated = !from_.designated || insists([&] { return setDesignation(made, true) == ProNoError; });
     if (described && designated) return {};
     return text::format(L"Parameter '%s' can't have its description or designation", newName_);
   }

@@ -138,8 +138,7 @@ void setDescription(const ProParameter& parameter, std::wstring_view description
 }
 
 void designate(const ProParameter& parameter, bool designated) {
-  const ProError result = designated ? ProParameterDesignationAdd(parameter) : ProParameterDesignationRemove(parameter);
-  if (result != ProNoError)
+  if (setDesignation(parameter, designated) != ProNoError)
     core::logWrite(text::format(core::msgText(Message::designationFailed), parameter.id), core::kError);
 }
 
@@ -234,6 +233,11 @@ void addParametersFromAction(const Task& task, const ParameterTarget& target) {
     }
     addParameter(task, index, target, name.text, *value);
   }
+}
+
+ProError setDesignation(const ProParameter& parameter, bool designated) {
+  const ProError result = designated ? ProParameterDesignationAdd(parameter) : ProParameterDesignationRemove(parameter);
+  return result == (designated ? ProExists : ProNotFound) ? ProNoError : result;
 }
 
 }  // namespace actions

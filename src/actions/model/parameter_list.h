@@ -2,7 +2,7 @@
 #pragma once
 
 #include "actions/task.h"
-#include "creo/ProTypes.h"
+#include "creo/ProParameter.h"
 
 namespace actions {
 
@@ -15,5 +15,8 @@ struct ParameterTarget {
 // Creates each parameter of the list. One that is there keeps its value; the switches `descr` and `desig` change its
 // description and designation. A name that a dimension has ends the list.
 void addParametersFromAction(const Task& task, const ParameterTarget& target);
+
+// Designates a parameter, or takes its designation away. One that is so already is no failure.
+creo::ProError setDesignation(const creo::ProParameter& parameter, bool designated);
 
 }  // namespace actions

@@ -59,9 +59,7 @@ Outcome changeAllDesignationFlags(const Task& task) {
     core::logIndented(
         text::format(core::msgText(wanted ? Message::designationToTrue : Message::designationToFalse), parameter.id),
         core::kNormal, 2);
-    const creo::ProError result =
-        wanted ? creo::ProParameterDesignationAdd(parameter) : creo::ProParameterDesignationRemove(parameter);
-    if (result == creo::ProNoError) return creo::ProNoError;
+    if (setDesignation(parameter, wanted) == creo::ProNoError) return creo::ProNoError;
     core::logWrite(text::format(core::msgText(Message::designationFailed), parameter.id), core::kError);
     allSet = false;
     return creo::ProNoError;

@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProMdl.h"
+#include "documents/relations.h"
 #include "language/variables.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -29,7 +30,7 @@ RelationSet::RelationSet(const Task& task, bool post)
       post_(post),
       ignoresFailure_(task.has(L"ignoreFailure") && task.attribute(L"ignoreFailure") != L"false"),
       owner_(ownerOf(task, post)),
-      set_(owner_ ? creo::ProModelitemToRelset(owner_.value) : creo::Got<creo::ProRelset>(owner_.error)) {}
+      set_(owner_ ? documents::relationsOf(owner_.value) : creo::Got<creo::ProRelset>(owner_.error)) {}
 
 bool RelationSet::make() {
   if (isLost()) return false;

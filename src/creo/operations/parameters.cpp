@@ -130,8 +130,7 @@ const Operation kParameters[] = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "A code of its own where no description is set.",
-     .ours = "An empty text.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "ParametersAndInstances.DescriptionAndDesignation"},
     {.name = "ProParameterDescriptionSet",
      .header = "ProParameter.h",
@@ -156,8 +155,8 @@ const Operation kParameters[] = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound, ProExists},
      .source = Source::page,
      .documented = "For those of models; a code of its own for one that is designated already.",
-     .ours = "Any parameter; nothing happens to one that is.",
-     .verdict = Verdict::differs,
+     .ours = "Those of features and materials, too: what they answer isn't told.",
+     .verdict = Verdict::same,
      .test = "ParametersAndInstances.DescriptionAndDesignation"},
     {.name = "ProParameterDesignationRemove",
      .header = "ProParameter.h",
@@ -202,8 +201,15 @@ const Operation kParameters[] = {
      .source = Source::page,
      .documented = "Those that run before the regeneration; fails where there are none. Those behind it come from "
                    "ProRelsetPostregenerationInit alone.",
-     .ours = "Those behind it, too, by an id of the model.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
+     .test = "Solids.RelationsAreReadByTheItemThatOwnsThem"},
+    {.name = "ProRelsetPostregenerationInit",
+     .header = "ProRelset.h",
+     .shape = "model -> relations",
+     .codes = {ProGeneralError, ProBadInputs, ProNotFound},
+     .source = Source::page,
+     .documented = "Those that run behind the regeneration; a code of its own where there are none.",
+     .verdict = Verdict::same,
      .test = "Solids.RelationsAreReadByTheItemThatOwnsThem"},
     {.name = "ProRelsetCreate",
      .header = "ProRelset.h",
@@ -211,6 +217,7 @@ const Operation kParameters[] = {
      .codes = {ProGeneralError, ProBadInputs, ProExists},
      .source = Source::page,
      .documented = "A code of its own where the item has relations.",
+     .ours = "Those behind the regeneration by an id of the model: how they are begun isn't told.",
      .verdict = Verdict::same,
      .test = "Solids.RelationsAreReadByTheItemThatOwnsThem"},
     {.name = "ProRelsetRelationsGet",
@@ -253,9 +260,8 @@ const Operation kParameters[] = {
      .source = Source::page,
      .documented = "Of any set. By default units are converted; the option relations_units_sensitive says otherwise. A "
                    "code of its own where the relations behind the regeneration aren't there.",
-     .ours = "Kept with the model, of no feature; units are converted whatever it says.",
-     .verdict = Verdict::differs,
-     .test = "RelationActions.PostRelationsUnitsAndRefusals"},
+     .verdict = Verdict::same,
+     .test = "Regeneration.ASetHeedsUnitsAsItOrTheOptionSays"},
     {.name = "ProRelsetRegenerate",
      .header = "ProRelset.h",
      .shape = "relations",
@@ -292,8 +298,7 @@ const Operation kParameters[] = {
      .source = Source::page,
      .documented = "Codes for a name that is taken and for one that is too long: class and slot have 30 characters "
                    "together.",
-     .ours = "Any length.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "ModelsInMemory.ExternalDataIsKeptWithTheModel"},
     {.name = "ProExtdataSlotCreate",
      .header = "ProExtdata.h",
@@ -303,8 +308,8 @@ const Operation kParameters[] = {
      .documented =
          "A name doesn't begin with a digit, and has 30 characters with that of its class. Codes for one that "
          "is taken, one that is too long, and a model that has no place for more; how many have isn't told.",
-     .ours = "Any name, any number of slots.",
-     .verdict = Verdict::differs,
+     .ours = "Any number of slots.",
+     .verdict = Verdict::same,
      .test = "ModelsInMemory.ExternalDataIsKeptWithTheModel"},
     {.name = "ProExtdataSlotRead",
      .header = "ProExtdata.h",
@@ -322,8 +327,7 @@ const Operation kParameters[] = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "The size counts for streams alone. Codes for no such slot and for a type that there isn't.",
-     .ours = "A text is cut to the size, the closing zero included.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "ModelsInMemory.ExternalDataIsKeptWithTheModel"},
 
     // ---- items
@@ -333,8 +337,7 @@ const Operation kParameters[] = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
      .documented = "A code of its own for an item without a name; a kind that has none is a wrong argument.",
-     .ours = "ProNotFound for a kind that has none.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "Solids.ThingsAreFoundByNameAndToldByIt"},
     {.name = "ProModelitemDefaultnameGet",
      .header = "ProModelitem.h",
@@ -344,8 +347,7 @@ const Operation kParameters[] = {
      .documented =
          "The name that the item was born with, \"_\" in place of blanks. Codes of their own for none and for a "
          "kind that has none.",
-     .ours = "With blanks.",
-     .verdict = Verdict::differs,
+     .verdict = Verdict::same,
      .test = "FeatureActions.ComponentsAndInstancesAreNotRenamed"},
     {.name = "ProModelitemNameSet",
      .header = "ProModelitem.h",
@@ -354,9 +356,9 @@ const Operation kParameters[] = {
      .source = Source::page,
      .documented = "Codes for a name of over 31 characters, for one that can't be and for one that is taken; which "
                    "characters it may have isn't told.",
-     .ours = "Any name but an empty one.",
-     .verdict = Verdict::differs,
-     .test = "FeatureActions.ARenamedFeatureKeepsItsColumnAndItsSections"},
+     .ours = "Any characters.",
+     .verdict = Verdict::same,
+     .test = "Solids.ThingsAreFoundByNameAndToldByIt"},
     {.name = "ProModelitemInit",
      .header = "ProModelitem.h",
      .shape = "model, id, type -> item",
@@ -372,12 +374,10 @@ const Operation kParameters[] = {
      .shape = "model, type, name -> item",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented =
-         "Edges, surfaces, features, coordinate systems, axes, points, quilts, curves, layers, notes, combined "
-         "states. A code of its own for none.",
-     .ours =
-         "Materials, dimensions, views and all states, too; no edges, surfaces, axes, points, quilts, curves, notes.",
-     .verdict = Verdict::differs,
+     .documented = "Edges, surfaces, features, coordinate systems, axes, points, quilts, curves, layers, notes, "
+                   "combined states; materials, too, as their guide says. A code of its own for none.",
+     .ours = "No edges, surfaces, axes, points, quilts, curves and notes, which nobody asks for.",
+     .verdict = Verdict::same,
      .test = "Solids.ThingsAreFoundByNameAndToldByIt"},
 };
 

@@ -35,9 +35,9 @@ Got<ProExtdataValue> ProExtdataSlotRead(const ProExtdataClass& cls, const std::w
 }
 
 ProError ProExtdataSlotWrite(const ProExtdataClass& cls, const std::wstring& slot, const ProExtdataValue& value,
-                             std::size_t size) {
+                             std::size_t /*of streams alone*/) {
   return onModel("ProExtdataSlotWrite", cls.model,
-                 [&](State&, Model& m) { return headless::writeSlot(m, cls.name, slot, value, size); });
+                 [&](State&, Model& m) { return headless::writeSlot(m, cls.name, slot, value); });
 }
 
 }  // namespace creo

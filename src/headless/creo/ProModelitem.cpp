@@ -1,5 +1,7 @@
 #include "creo/ProModelitem.h"
 
+#include <algorithm>
+
 #include "headless/creo/operation.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
@@ -10,9 +12,21 @@ using headless::Model;
 using headless::onModel;
 using State = headless::Session::State;
 
+namespace {
+
+// What is found by its name; the names of views, dimensions, sections and most states are asked of those themselves.
+bool isFoundByName(ProItemType type) {
+  return type == ProItemType::feature || type == ProItemType::coordinateSystem || type == ProItemType::layer ||
+         type == ProItemType::combinedState || type == ProItemType::material;
+}
+
+}  // namespace
+
 Got<std::wstring> ProModelitemNameGet(const ProModelitem& item) {
-  return onModel("ProModelitemNameGet", item.owner,
-                 [&](State&, Model& m) -> Got<std::wstring> { return headless::itemName(m, item); });
+  return onModel("ProModelitemNameGet", item.owner, [&](State&, Model& m) -> Got<std::wstring> {
+    if (item.type == ProItemType::none) return ProBadInputs;
+    return headless::itemName(m, item);
+  });
 }
 
 Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item) {
@@ -20,8 +34,10 @@ Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item) {
     const auto feature = item.type == ProItemType::feature ? headless::featureOf(m, item.id) : std::nullopt;
     if (!feature) return ProNotFound;
     const headless::FeatureRecord* record = feature->record();
-    const std::wstring kind = record ? text::fromUtf8(record->typeName) : std::wstring();
-    return (kind.empty() ? L"FEATURE" : kind) + L" id " + std::to_wstring(item.id);
+    std::wstring kind = record ? text::fromUtf8(record->typeName) : std::wstring();
+    if (kind.empty()) kind = L"FEATURE";
+    std::replace(kind.begin(), kind.end(), L' ', L'_');
+    return kind + L"_id_" + std::to_wstring(item.id);
   });
 }
 
@@ -39,8 +55,10 @@ Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type) {
 }
 
 Got<ProModelitem> ProModelitemByNameInit(ProMdl model, ProItemType type, const std::wstring& name) {
-  return onModel("ProModelitemByNameInit", model,
-                 [&](State&, Model& m) -> Got<ProModelitem> { return headless::itemNamed(m, type, name); });
+  return onModel("ProModelitemByNameInit", model, [&](State&, Model& m) -> Got<ProModelitem> {
+    if (!isFoundByName(type)) return ProBadInputs;
+    return headless::itemNamed(m, type, name);
+  });
 }
 
 }  // namespace creo

@@ -115,9 +115,11 @@ Got<std::wstring> ProParameterUnitsGet(const ProParameter& parameter) {
 }
 
 Got<std::wstring> ProParameterDescriptionGet(const ProParameter& parameter) {
-  return onParameter<std::wstring>("ProParameterDescriptionGet", parameter, [](const ParameterPlace& place) {
-    return text::fromUtf8(place.record().description);
-  });
+  return onParameter<std::wstring>("ProParameterDescriptionGet", parameter,
+                                   [](const ParameterPlace& place) -> Got<std::wstring> {
+                                     if (place.record().description.empty()) return ProNotFound;
+                                     return text::fromUtf8(place.record().description);
+                                   });
 }
 
 ProError ProParameterDescriptionSet(const ProParameter& parameter, const std::wstring& description) {

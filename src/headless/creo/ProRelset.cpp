@@ -11,12 +11,25 @@ using headless::Model;
 using headless::onModel;
 using State = headless::Session::State;
 
+namespace {
+
+bool isPost(const ProModelitem& owner) { return owner.type == ProItemType::model && owner.id == kPostRegeneration; }
+
+}  // namespace
+
 Got<ProRelset> ProModelitemToRelset(const ProModelitem& item) {
   return onModel("ProModelitemToRelset", item.owner, [&](State&, Model& m) -> Got<ProRelset> {
-    const auto* lines = headless::relationLines(m, item);
+    const auto* lines = isPost(item) ? nullptr : headless::relationLines(m, item);
     if (!lines) return ProBadInputs;
     if (lines->empty()) return ProNotFound;
     return ProRelset{item};
+  });
+}
+
+Got<ProRelset> ProRelsetPostregenerationInit(ProMdl model) {
+  return onModel("ProRelsetPostregenerationInit", model, [&](State&, Model& m) -> Got<ProRelset> {
+    if (m.document->record.postRelations.empty()) return ProNotFound;
+    return ProRelset{{ProItemType::model, kPostRegeneration, m.handle, {}}};
   });
 }
 
@@ -47,7 +60,7 @@ ProError ProRelsetRegenerate(const ProRelset& relations) {
     if (!lines) return ProBadInputs;
     if (relations.owner.type == ProItemType::feature)
       return headless::regenerateOwnRelations(state.models, m, relations.owner.id, *lines);
-    return headless::regenerateRelations(state.models, m, relations.owner.id == kPostRegeneration);
+    return headless::regenerateRelations(state.models, m, isPost(relations.owner));
   });
 }
 
@@ -84,11 +97,12 @@ Got<ProModelitem> ProRelsetToModelitem(const ProRelset& relations) {
 
 ProError ProRelsetUnitsSensitiveSet(const ProRelset& relations, bool sensitive) {
   return onModel("ProRelsetUnitsSensitiveSet", relations.owner.owner, [&](State&, Model& m) -> ProError {
-    if (relations.owner.type != ProItemType::model) return ProBadInputs;
-    headless::ModelRecord& record = m.document->record;
-    bool& held = relations.owner.id == kPostRegeneration ? record.postUnitSensitive : record.unitSensitive;
-    if (held != sensitive) m.document->touch(nullptr);
-    held = sensitive;
+    const auto* lines = headless::relationLines(m, relations.owner, relations.section);
+    auto* held = headless::relationUnits(m, relations.owner, relations.section);
+    if (!lines || !held) return ProBadInputs;
+    if (isPost(relations.owner) && lines->empty()) return ProNotFound;
+    if (*held != sensitive) m.document->touch(nullptr);
+    *held = sensitive;
     return ProNoError;
   });
 }

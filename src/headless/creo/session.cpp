@@ -4,10 +4,12 @@
 
 #include "headless/creo/state.h"
 #include "headless/model/drawing.h"
+#include "headless/model/items.h"
 #include "headless/model/retrieve.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "text/letters.h"
 
 namespace headless {
 
@@ -39,7 +41,12 @@ Session::State::State(SessionOptions given)
               [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
               [this](ModelDocument& document) { servers.place(document); },
               [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); },
-              [this](creo::ProMdlType type) { return optionFolders(type); }},
+              [this](creo::ProMdlType type) { return optionFolders(type); },
+              [this](const Model& model) { return bodies.mass(model); }, &currentMaterial,
+              [this] {
+                const auto option = configuration.values(L"relations_units_sensitive");
+                return option.empty() || !text::equalNoCase(option.front(), L"no");
+              }},
              options.modelFolder),
       parameters(models),
       bodies(models),

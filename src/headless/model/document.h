@@ -17,6 +17,8 @@
 
 namespace headless {
 
+struct ModelsHost;  // models_host.h
+
 class ModelDocument {
  public:
   std::wstring name;  // upper case
@@ -36,7 +38,10 @@ class ModelDocument {
   bool inWorkspace = false, closed = false;
   // A drawing's texts are still about that model, as no regeneration has followed the change to another. Never written.
   std::optional<creo::ProDependency> modelOfTexts;
-  std::string activeRep;  // the simplified representation in memory; empty: the master's. Never written
+  // Asked for what relations want of the body; null while nobody has brought the document in. It outlives the document.
+  const ModelsHost* host = nullptr;
+  bool unworkedTold = false;  // the message area has said which relations aren't worked out
+  std::string activeRep;      // the simplified representation in memory; empty: the master's. Never written
 
   // Where the next save goes; empty for one that was never saved.
   [[nodiscard]] const std::wstring& saveFolder() const { return moved.folder.empty() ? folder : moved.folder; }
@@ -102,7 +107,10 @@ class ModelDocument {
     std::unordered_set<std::string> assigned, read, assignedAfter;
   };
   const RelationNames& relationNames();
-  void relationsChanged() { relationNames_.reset(); }
+  void relationsChanged() {
+    relationNames_.reset();
+    unworkedTold = false;
+  }
 
  private:
   bool modified_ = false, contentModified_ = false;

@@ -18,6 +18,22 @@ namespace {
 constexpr int kDeepest = 200;
 constexpr double kDegree = std::numbers::pi / 180;
 
+// What rounding passes over, so that a number that is whole but for its last digits stays.
+constexpr double kWhole = 1e-9;
+constexpr int kMostPlaces = 8;
+
+// sign: 1 upwards, -1 downwards. places: decimals, a whole number; with more than 8 nothing is rounded.
+double rounded(double value, double places, int sign) {
+  const double whole = std::trunc(places);
+  if (whole > kMostPlaces) return value;
+  const double scale = std::pow(10, whole);
+  return sign * std::ceil((sign * value - kWhole) * scale) / scale + 0.0;
+}
+
+double dead(double value, double low, double high) {
+  return value < low ? value - low : value > high ? value - high : 0;
+}
+
 struct Function {
   std::string_view name;
   std::size_t arguments;
@@ -39,20 +55,24 @@ constexpr Function kFunctions[] = {
     {"ln", 1, [](const double* a) { return std::log(a[0]); }},
     {"exp", 1, [](const double* a) { return std::exp(a[0]); }},
     {"abs", 1, [](const double* a) { return std::abs(a[0]); }},
-    {"ceil", 1, [](const double* a) { return std::ceil(a[0]); }},
-    {"floor", 1, [](const double* a) { return std::floor(a[0]); }},
+    {"ceil", 1, [](const double* a) { return rounded(a[0], 0, 1); }},
+    {"ceil", 2, [](const double* a) { return rounded(a[0], a[1], 1); }},
+    {"floor", 1, [](const double* a) { return rounded(a[0], 0, -1); }},
+    {"floor", 2, [](const double* a) { return rounded(a[0], a[1], -1); }},
     {"max", 2, [](const double* a) { return std::max(a[0], a[1]); }},
     {"min", 2, [](const double* a) { return std::min(a[0], a[1]); }},
     {"mod", 2, [](const double* a) { return std::fmod(a[0], a[1]); }},
     {"pow", 2, [](const double* a) { return std::pow(a[0], a[1]); }},
     {"sign", 2, [](const double* a) { return std::copysign(a[0], a[1]); }},
+    {"near", 3, [](const double* a) { return std::abs(a[0] - a[1]) <= a[2] ? 1.0 : 0.0; }},
+    {"dead", 3, [](const double* a) { return dead(a[0], a[1], a[2]); }},
     {"bound", 3, [](const double* a) { return std::min(std::max(a[0], a[1]), a[2]); }},
 };
-// What asks for geometry, graphs or other models: known, not worked out.
+// What asks for graphs, other models, or a model that nobody tells of: known, not worked out.
 constexpr std::string_view kOtherFunctions[] = {
-    "ceil",           "floor",          "dead",      "near",        "evalgraph",     "rel_model_name", "rel_model_type",
-    "material_param", "trajpar_of_pnt", "cable_len", "mp_mass",     "mp_density",    "mp_volume",      "mp_surf_area",
-    "mp_cg_x",        "mp_cg_y",        "mp_cg_z",   "lookup_inst", "comparegraphs", "graph"};
+    "evalgraph",      "comparegraphs",  "graph",          "trajpar_of_pnt", "cable_len", "lookup_inst",
+    "rel_model_name", "rel_model_type", "material_param", "massprop_param", "mp_mass",   "mp_assigned_mass",
+    "mp_density",     "mp_volume",      "mp_surf_area",   "mp_cg_x",        "mp_cg_y",   "mp_cg_z"};
 
 struct Constant {
   std::string_view name;
@@ -91,8 +111,9 @@ struct Argument {
 // goes on: it may turn out that the value isn't wanted.
 class Parser {
  public:
-  Parser(std::string_view text, const RelationLookup& lookup, const std::unordered_set<std::string>* guarded)
-      : rest_(text), lookup_(lookup), guarded_(guarded) {}
+  Parser(std::string_view text, const RelationLookup& lookup, const std::unordered_set<std::string>* guarded,
+         const RelationCall& ofModel)
+      : rest_(text), lookup_(lookup), guarded_(guarded), ofModel_(ofModel) {}
   Evaluated run() {
     RelationValue value = either();
     skipBlanks(rest_);
@@ -101,7 +122,7 @@ class Parser {
                                 : text::format(L"'%s' isn't expected", text::fromUtf8(rest_)));
     if (!fault_.empty()) return {{}, std::move(fault_)};
     if (!valueFault_.empty()) return {{}, std::move(valueFault_), true};
-    return {std::move(value), {}};
+    return {std::move(value), {}, false, std::move(unworked_)};
   }
 
  private:
@@ -127,6 +148,14 @@ class Parser {
   RelationValue failByValue(std::wstring reason) {
     if (valueFault_.empty()) valueFault_ = std::move(reason);
     return {};
+  }
+  RelationValue notWorkedOut(std::string_view name) {
+    if (unworked_.empty()) unworked_ = name;
+    return {};
+  }
+  RelationValue answered(std::string_view name, Evaluated answer) {
+    if (!answer.fault.empty()) return failByValue(std::move(answer.fault));
+    return isKnown(answer.value) ? std::move(answer.value) : notWorkedOut(name);
   }
   bool take(std::string_view sign) {
     skipBlanks(rest_);
@@ -281,8 +310,9 @@ class Parser {
   RelationValue named(std::string_view name) {
     if (auto found = lookup_(name)) return std::move(*found);
     for (const Constant& one : constants())
-      if (sameName(one.name, name)) return one.value;
-    if (name.find(':') != std::string_view::npos) return {};  // of another model or feature
+      if (sameName(one.name, name)) return isKnown(one.value) ? one.value : notWorkedOut(name);
+    if (auto answer = ofModel_ ? ofModel_(name, nullptr) : std::nullopt) return answered(name, std::move(*answer));
+    if (name.find(':') != std::string_view::npos) return notWorkedOut(name);  // of another model or feature
     std::wstring reason = text::format(L"'%s' is neither a parameter nor a dimension", text::fromUtf8(name));
     return guarded_ && guarded_->contains(folded(name)) ? failByValue(std::move(reason)) : fail(std::move(reason));
   }
@@ -292,7 +322,7 @@ class Parser {
     if (!isKnown(arguments[0])) return {};
     if (!isText(arguments[0])) return failByValue(L"'exists' asks for a name in quotes");
     const std::string& name = std::get<std::string>(arguments[0]);
-    if (name.find(':') != std::string::npos) return {};  // of another model or feature
+    if (name.find(':') != std::string::npos) return notWorkedOut(name);  // of another model or feature
     return lookup_(name).has_value();
   }
   // if(condition, then, otherwise)
@@ -332,9 +362,11 @@ class Parser {
     if (sameName(name, "exists")) return exists(arguments);
     if (auto evaluated = textFunction(name, arguments))
       return evaluated->fault.empty() ? std::move(evaluated->value) : failByValue(std::move(evaluated->fault));
-    if (std::any_of(std::begin(kOtherFunctions), std::end(kOtherFunctions),
-                    [name](std::string_view other) { return sameName(other, name); }))
-      return {};
+    if (auto answer = ofModel_ ? ofModel_(name, &arguments) : std::nullopt) return answered(name, std::move(*answer));
+    const bool isOfAnother = name.find(':') != std::string_view::npos;
+    if (isOfAnother || std::any_of(std::begin(kOtherFunctions), std::end(kOtherFunctions),
+                                   [name](std::string_view other) { return sameName(other, name); }))
+      return notWorkedOut(name);
     return fail(
         text::format(L"'%s' is no function of %d arguments", text::fromUtf8(name), static_cast<int>(arguments.size())));
   }
@@ -351,15 +383,17 @@ class Parser {
   std::string_view rest_;
   const RelationLookup& lookup_;
   const std::unordered_set<std::string>* guarded_;
+  const RelationCall& ofModel_;
   std::wstring fault_, valueFault_;
+  std::string unworked_;
   int depth_ = 0;
 };
 
 }  // namespace
 
 Evaluated evaluate(std::string_view expression, const RelationLookup& lookup,
-                   const std::unordered_set<std::string>* guarded) {
-  return Parser(expression, lookup, guarded).run();
+                   const std::unordered_set<std::string>* guarded, const RelationCall& ofModel) {
+  return Parser(expression, lookup, guarded, ofModel).run();
 }
 
 std::string_view takeName(std::string_view& text) {

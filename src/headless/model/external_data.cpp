@@ -18,6 +18,8 @@ T* memberOf(Members<T>& members, const std::wstring& name) {
   return at == NameIndex::kNone ? nullptr : &members.list[at].value;
 }
 
+constexpr std::size_t kNames = 30;  // UTF-16 units of class and slot together
+
 // Null: an instance without data of its own.
 ExternalData* dataOf(Model& model) {
   return model.row ? model.row->externalData.get() : &model.document->record.externalData;
@@ -38,6 +40,7 @@ SlotRecord* slotOf(Model& model, const std::wstring& name, const std::wstring& s
 // An empty class says nothing about the model: reading a history must not make a model one that needs saving.
 ProError registerClass(Model& model, const std::wstring& name) {
   if (name.empty() || classOf(model, name)) return creo::ProBadInputs;
+  if (text::units(name) >= kNames) return creo::ProGeneralError;
   if (model.row && !model.row->externalData) model.row->externalData = std::make_unique<ExternalData>();
   dataOf(model)->list.emplace_back().name = text::toUtf8(name);
   return creo::ProNoError;
@@ -47,6 +50,8 @@ ProError createSlot(Model& model, const std::wstring& name, const std::wstring& 
   SlotList* slots = classOf(model, name);
   if (!slots) return creo::ProNotFound;
   if (slot.empty() || memberOf(*slots, slot)) return creo::ProBadInputs;
+  if (slot.front() >= L'0' && slot.front() <= L'9') return creo::ProGeneralError;
+  if (text::units(name) + text::units(slot) > kNames) return creo::ProGeneralError;
   slots->list.emplace_back().name = text::toUtf8(slot);
   model.document->touchData(model.row);
   return creo::ProNoError;
@@ -62,13 +67,12 @@ creo::Got<ProExtdataValue> readSlot(Model& model, const std::wstring& name, cons
   return value;
 }
 
-ProError writeSlot(Model& model, const std::wstring& name, const std::wstring& slot, const ProExtdataValue& value,
-                   std::size_t size) {
+ProError writeSlot(Model& model, const std::wstring& name, const std::wstring& slot, const ProExtdataValue& value) {
   SlotRecord* held = slotOf(model, name, slot);
   if (!held) return creo::ProNotFound;
   Scalar wanted = value.integer;
   if (value.type == ProExtdataType::text)
-    wanted = text::toUtf8(text::cut(value.text, size > 0 ? size - 1 : 0));
+    wanted = text::toUtf8(value.text);
   else if (value.type != ProExtdataType::integer)
     return creo::ProBadInputs;
   if (held->type == value.type && held->value == wanted) return creo::ProNoError;

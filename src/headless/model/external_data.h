@@ -11,6 +11,6 @@ creo::ProError registerClass(Model& model, const std::wstring& name);
 creo::ProError createSlot(Model& model, const std::wstring& name, const std::wstring& slot);
 creo::Got<creo::ProExtdataValue> readSlot(Model& model, const std::wstring& name, const std::wstring& slot);
 creo::ProError writeSlot(Model& model, const std::wstring& name, const std::wstring& slot,
-                         const creo::ProExtdataValue& value, std::size_t size);
+                         const creo::ProExtdataValue& value);
 
 }  // namespace headless

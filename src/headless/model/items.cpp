@@ -15,6 +15,7 @@
 #include "headless/model/states.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/units.h"
 
 namespace headless {
 
@@ -163,7 +164,7 @@ Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wst
 }
 
 creo::ProError renameItem(const Model& model, const ProModelitem& item, const std::wstring& name) {
-  if (name.empty()) return creo::ProBadInputs;
+  if (name.empty() || !text::fits(name, text::kNameSize)) return creo::ProBadInputs;
   std::string* held = nameOf(model.document->record, item);
   if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
@@ -187,17 +188,38 @@ std::wstring currentMaterial(const Model& model) {
   return held ? held.value.name : name;
 }
 
-std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+namespace {
+
+// A set of relations where the document keeps it.
+struct HeldRelations {
+  std::vector<std::string>* lines = nullptr;
+  std::optional<bool>* unitSensitive = nullptr;
+};
+
+HeldRelations heldRelations(const Model& model, const ProModelitem& owner, int section) {
   if (owner.type == ProItemType::feature) {
     const auto feature = featureOf(model, owner.id);
     FeatureRecord* record = feature ? feature->record() : nullptr;
-    if (!record || section < 0) return record ? &record->relations : nullptr;
+    if (!record) return {};
+    if (section < 0) return {&record->relations, &record->unitSensitive};
     const auto place = static_cast<std::size_t>(section);
-    return place < record->sections.size() ? &record->sections[place].relations : nullptr;
+    if (place >= record->sections.size()) return {};
+    return {&record->sections[place].relations, &record->sections[place].unitSensitive};
   }
-  if (owner.type != ProItemType::model) return nullptr;
+  if (owner.type != ProItemType::model) return {};
   ModelRecord& record = model.document->record;
-  return owner.id == creo::kPostRegeneration ? &record.postRelations : &record.relations;
+  if (owner.id == creo::kPostRegeneration) return {&record.postRelations, &record.postUnitSensitive};
+  return {&record.relations, &record.unitSensitive};
+}
+
+}  // namespace
+
+std::vector<std::string>* relationLines(const Model& model, const ProModelitem& owner, int section) {
+  return heldRelations(model, owner, section).lines;
+}
+
+std::optional<bool>* relationUnits(const Model& model, const ProModelitem& owner, int section) {
+  return heldRelations(model, owner, section).unitSensitive;
 }
 
 }  // namespace headless

@@ -1,6 +1,7 @@
 // Things in models by type, id and name.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,5 +30,7 @@ std::wstring currentMaterial(const Model& model);
 // The lines that a set of relations holds. section: of a feature, its sketch, from 0; -1: its own. Null for an item
 // that owns none.
 std::vector<std::string>* relationLines(const Model& model, const creo::ProModelitem& owner, int section = -1);
+// Whether these lines heed units, as the document says; null as above.
+std::optional<bool>* relationUnits(const Model& model, const creo::ProModelitem& owner, int section = -1);
 
 }  // namespace headless

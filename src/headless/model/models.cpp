@@ -84,6 +84,7 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   place.model = std::make_unique<Model>();
   place.model->handle.value = static_cast<std::uint64_t>(place.generation) << 32 | (at + 1);
   place.model->document = std::move(document);
+  place.model->document->host = &host_;
   place.model->row = row;
   place.model->name = std::move(name);
   byKey_[keyOf(*place.model)] = at;

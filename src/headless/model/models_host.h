@@ -5,10 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "creo/ProSolid.h"
 #include "headless/model/document.h"
 #include "headless/model/saved_document.h"
 
 namespace headless {
+
+struct Model;  // model.h
 
 struct ModelsHost {
   std::function<void(const std::wstring&)> message;
@@ -24,6 +27,10 @@ struct ModelsHost {
   // The folders that options name for models of that type, in their order; a relative path is one of the working
   // folder. Null: none.
   std::function<std::vector<std::wstring>(creo::ProMdlType)> optionFolders;
+  // What relations ask for. Null: no body is measured, the document's material is the current one, and units count.
+  std::function<creo::Got<creo::ProMassProperty>(const Model&)> mass;
+  std::function<std::wstring(const Model&)> currentMaterial;
+  std::function<bool()> relationsHeedUnits;
 };
 
 }  // namespace headless

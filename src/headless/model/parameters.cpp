@@ -412,7 +412,10 @@ ProError Parameters::describe(const ProParameter& parameter, const std::wstring&
 }
 
 ProError Parameters::designate(const ProParameter& parameter, bool on) {
-  return onRecord(parameter, [on](ParameterRecord& record) { return std::exchange(record.designated, on) != on; });
+  bool isNew = false;
+  const ProError result =
+      onRecord(parameter, [&](ParameterRecord& record) { return isNew = std::exchange(record.designated, on) != on; });
+  return result || isNew || !on ? result : creo::ProExists;
 }
 
 // A document may name the driver; else a relation that assigns the parameter drives it.

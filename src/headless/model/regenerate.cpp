@@ -1,18 +1,18 @@
 #include "headless/model/regenerate.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <set>
 
 #include "headless/model/bottom_up.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/instances.h"
+#include "headless/model/model_functions.h"
 #include "headless/model/models.h"
 #include "headless/model/parameters.h"
 #include "headless/model/program.h"
 #include "headless/model/relations.h"
+#include "headless/model/stored_value.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -28,59 +28,6 @@ using creo::ProVerification;
 namespace {
 
 std::wstring fileLabel(const Model& model) { return model.name + L'.' + creo::typeExtension(model.type()); }
-
-RelationValue relationValue(const Scalar& value) {
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  if (const auto* real = std::get_if<double>(&value)) return *real;
-  if (const auto* integer = std::get_if<int>(&value)) return static_cast<double>(*integer);
-  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
-  return {};
-}
-
-// What the type makes of a value; nothing for a value that it can't hold.
-std::optional<Scalar> scalarOf(const RelationValue& value, creo::ProParamvalueType type) {
-  const auto held = number(value);
-  switch (type) {
-    case creo::ProParamvalueType::string:
-      if (const auto* text = std::get_if<std::string>(&value)) return Scalar(*text);
-      break;
-    case creo::ProParamvalueType::real:
-      if (held) return Scalar(*held);
-      break;
-    case creo::ProParamvalueType::integer:
-      if (held && std::abs(*held) <= std::numeric_limits<int>::max())
-        return Scalar(static_cast<int>(std::lround(*held)));
-      break;
-    case creo::ProParamvalueType::boolean:
-      if (held) return Scalar(*held != 0);
-      break;
-    case creo::ProParamvalueType::noteId:
-    case creo::ProParamvalueType::none:
-      break;
-  }
-  return {};
-}
-
-bool hasUnits(const ParameterRecord* parameter) {
-  return parameter && parameter->type == creo::ProParamvalueType::real && !parameter->units.empty();
-}
-
-// What relations count with: a parameter with units in those of the model, as dimensions are. Null: no parameter.
-RelationValue countedIn(const Scalar& held, const ParameterRecord* parameter, const ModelRecord& model) {
-  RelationValue value = relationValue(held);
-  if (!hasUnits(parameter) || !std::holds_alternative<double>(value)) return value;
-  const double there = inModelUnits(std::get<double>(value), parameter->units, model);
-  return std::isfinite(there) ? RelationValue(there) : RelationValue();
-}
-
-// The way back. Nothing for a value that the parameter can't hold.
-std::optional<Scalar> givenBack(const RelationValue& value, creo::ProParamvalueType type,
-                                const ParameterRecord* parameter, const ModelRecord& model) {
-  auto wanted = scalarOf(value, type);
-  if (!wanted || !hasUnits(parameter)) return wanted;
-  const double own = inOwnUnits(std::get<double>(*wanted), parameter->units, model);
-  return std::isfinite(own) ? std::optional<Scalar>(own) : std::nullopt;
-}
 
 // A model's parameters and dimensions as its relations see them; a parameter hides a dimension of its name.
 class Names {
@@ -118,6 +65,9 @@ class Names {
     }
     return held;
   }
+
+  // Null for a dimension, and for what isn't there.
+  [[nodiscard]] const ParameterRecord* parameter(std::string_view name) const { return find(name).parameter; }
 
   // Could the name hold the value? One that the model doesn't have, or a value that isn't worked out, is given to
   // nothing.
@@ -196,6 +146,7 @@ struct RelationLines {
   std::wstring called;
   const std::vector<std::string>* lines = nullptr;
   const FeatureRecord* feature = nullptr;  // whose relations they are
+  bool heedsUnits = true;
 };
 
 // Runs sets one after another; each knows what those before it assigned. A feature's own parameters hide the model's
@@ -203,18 +154,23 @@ struct RelationLines {
 class RelationRun {
  public:
   explicit RelationRun(const Model& model)
-      : document_(*model.document), isInstance_(model.row != nullptr), names_(model) {}
+      : model_(model), document_(*model.document), isInstance_(model.row != nullptr), names_(model) {}
 
   RelationFault run(const RelationLines& set) {
     ParameterList* own = set.feature ? set.feature->parameters.get() : nullptr;
-    Relations relations([&](std::string_view name) {
-      ParameterRecord* parameter = find(own, name);
-      return parameter ? ofFeature(parameter) : known(name);
-    });
+    Relations relations([&](std::string_view name) { return read(own, name, set.heedsUnits); },
+                        [&](std::string_view name, const std::vector<RelationValue>* arguments) {
+                          return askModel(model_, name, arguments, set.heedsUnits);
+                        });
     RelationFault fault = relations.run(*set.lines);
+    for (const Relations::Unworked& one : relations.unworked())
+      unworked_.push_back(
+          text::format(L"%s line %d (%s)", set.called, static_cast<int>(one.line), text::fromUtf8(one.name)));
     for (const std::string& name : relations.announced())
       if (!find(own, name)) announced_.insert(name);
-    const auto& assigned = relations.assignments();
+    std::vector<Assignment> assigned = relations.assignments();
+    if (!set.heedsUnits)
+      for (Assignment& one : assigned) one.value = withUnits(one.value, owned(own, one.name), document_.record);
     for (std::size_t i = 0; i < assigned.size() && !fault; ++i)
       if (!fits(own, assigned[i]))
         fault = {assigned[i].line,
@@ -223,6 +179,9 @@ class RelationRun {
     for (const Assignment& one : assigned) take(own, one);
     return {};
   }
+
+  // What wasn't worked out: "relation line 2 (EVALGRAPH)".
+  [[nodiscard]] const std::vector<std::wstring>& unworked() const { return unworked_; }
 
   // Gives the model and its features what was assigned. An instance is given nothing: what it has is worked out.
   Outcome give() {
@@ -279,6 +238,19 @@ class RelationRun {
         own->index.find(name, own->list.size(), [&](std::size_t i) -> std::string_view { return own->list[i].name; });
     return place < own->list.size() ? &own->list[place] : nullptr;
   }
+  // The parameter behind a name in a set; null for none.
+  [[nodiscard]] const ParameterRecord* owned(ParameterList* own, std::string_view name) const {
+    const ParameterRecord* parameter = find(own, name);
+    return parameter ? parameter : names_.parameter(name);
+  }
+  // As a set reads a name. Where it doesn't heed units, a unit in brackets changes nothing.
+  [[nodiscard]] std::optional<RelationValue> read(ParameterList* own, std::string_view name, bool heedsUnits) const {
+    ParameterRecord* parameter = find(own, name);
+    std::optional<RelationValue> value = parameter ? ofFeature(parameter) : known(name);
+    if (heedsUnits || !value) return value;
+    if (name.starts_with('[')) return RelationValue(1.0);
+    return unitless(*value, owned(own, name), document_.record);
+  }
   [[nodiscard]] std::optional<RelationValue> known(std::string_view name) const {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
@@ -311,14 +283,30 @@ class RelationRun {
     assignments_[place->second] = one;
   }
 
+  const Model& model_;
   ModelDocument& document_;
   bool isInstance_;
   Names names_;
+  std::vector<std::wstring> unworked_;
   std::vector<Assignment> assignments_;
   std::unordered_map<std::string, std::size_t> places_;  // folded names
   std::unordered_set<std::string> announced_;            // folded names that some line assigns
   std::unordered_map<ParameterRecord*, RelationValue> ofFeatures_;
 };
+
+// heldBy: what the set says itself.
+bool heedsUnits(const Model& model, const std::optional<bool>& heldBy) {
+  const ModelsHost* host = model.document->host;
+  return heldBy ? *heldBy : !host || !host->relationsHeedUnits || host->relationsHeedUnits();
+}
+
+// What a set of a feature, or of a sketch of it, says itself.
+std::optional<bool> unitSensitivity(const FeatureRecord* owner, const std::vector<std::string>& lines) {
+  if (!owner) return std::nullopt;
+  for (const SectionRecord& section : owner->sections)
+    if (&section.relations == &lines) return section.unitSensitive;
+  return owner->unitSensitive;
+}
 
 bool hasFeatureRelations(const ModelRecord& record) {
   return std::any_of(record.features.begin(), record.features.end(), [](const FeatureRecord& feature) {
@@ -333,11 +321,11 @@ bool hasFeatureRelations(const ModelRecord& record) {
 std::vector<RelationLines> relationSets(const Model& model) {
   std::vector<RelationLines> sets;
   const auto add = [&](const std::wstring& called, const std::vector<std::string>& lines,
-                       const FeatureRecord* feature = nullptr) {
-    if (!lines.empty()) sets.push_back({called, &lines, feature});
+                       const std::optional<bool>& unitSensitive, const FeatureRecord* feature = nullptr) {
+    if (!lines.empty()) sets.push_back({called, &lines, feature, heedsUnits(model, unitSensitive)});
   };
   const ModelRecord& record = model.document->record;
-  add(kRelation, record.relations);
+  add(kRelation, record.relations, record.unitSensitive);
   if (hasFeatureRelations(record))
     for (const ModelFeature& feature : featuresOf(model)) {
       const FeatureRecord* own = feature.record();
@@ -345,18 +333,33 @@ std::vector<RelationLines> relationSets(const Model& model) {
       const std::wstring name = featureName(feature);
       const std::wstring called =
           L"feature " + (name.empty() ? std::to_wstring(feature.place.id) : name) + L", " + kRelation;
-      for (const SectionRecord& section : own->sections) add(called, section.relations, own);
-      add(called, own->relations, own);
+      for (const SectionRecord& section : own->sections) add(called, section.relations, section.unitSensitive, own);
+      add(called, own->relations, own->unitSensitive, own);
     }
-  add(kPostRelation, record.postRelations);
+  add(kPostRelation, record.postRelations, record.postUnitSensitive);
   return sets;
 }
 
-// All sets one after another, up to a fault.
-Outcome runAll(RelationRun& relations, const Model& model) {
-  for (const RelationLines& set : relationSets(model))
+// All sets one after another, up to a fault. giveSoFar: gives the model what they have assigned; asked where those
+// behind the regeneration want a number of the body, which is one of these values, and only where no set fails.
+Outcome runAll(RelationRun& relations, const Model& model, creo::FunctionRef<void()> giveSoFar) {
+  for (const RelationLines& set : relationSets(model)) {
+    if (set.lines == &model.document->record.postRelations && asksBody(*set.lines)) {
+      RelationRun trial = relations;
+      if (const RelationFault fault = trial.run(set)) return faulty(set.called, fault);
+      giveSoFar();
+    }
     if (const RelationFault fault = relations.run(set)) return faulty(set.called, fault);
+  }
   return {};
+}
+
+// Says once a model which relations aren't worked out, by line.
+void tellUnworked(const Models& models, const Model& model, const RelationRun& relations) {
+  if (relations.unworked().empty() || std::exchange(model.document->unworkedTold, true)) return;
+  std::wstring lines;
+  for (const std::wstring& one : relations.unworked()) lines += (lines.empty() ? L"" : L", ") + one;
+  models.message(L"warning: " + fileLabel(model) + L": what these ask for isn't worked out here: " + lines);
 }
 
 // The features whose condition in the program doesn't hold and that aren't suppressed, and those that it suppresses no
@@ -394,7 +397,8 @@ constexpr int kMostPasses = 4;
 void workOut(const Model& instance, InstanceValues& into) {
   for (int pass = 1;; ++pass) {
     RelationRun relations(instance);
-    if (Outcome outcome = runAll(relations, instance); !outcome.reason.empty()) {
+    const auto giveSoFar = [&] { into.values = relations.worked().values; };
+    if (Outcome outcome = runAll(relations, instance, giveSoFar); !outcome.reason.empty()) {
       into = {};
       into.status = outcome.status;
       into.fault = std::move(outcome.reason);
@@ -413,7 +417,7 @@ void workOut(const Model& instance, InstanceValues& into) {
 }
 
 // worked: gets the features that were regenerated; null where nobody asks.
-Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
+Outcome regenerateAlone(const Models& models, Model& model, std::vector<RegeneratedFeature>* worked) {
   for (const ModelFeature& feature : featuresOf(model)) {
     const ProFeatureStatus status = featureStatus(feature);
     if (status == ProFeatureStatus::active && worked)
@@ -424,12 +428,16 @@ Outcome regenerateAlone(Model& model, std::vector<RegeneratedFeature>* worked) {
     return failure(text::format(L"the feature %s isn't regenerated", name));
   }
   if (model.row) {
+    const ModelRecord& record = model.document->record;
+    // The body may be another one although the document is as it was: a component has changed.
+    if (asksBody(record.relations) || asksBody(record.postRelations)) model.document->valuesOf(*model.row).reset();
     const InstanceValues& values = instanceValues(model);
     return {values.status, values.fault};
   }
   RelationRun relations(model);
-  Outcome outcome = runAll(relations, model);
+  Outcome outcome = runAll(relations, model, [&] { relations.give(); });
   if (outcome.reason.empty()) outcome = relations.give();
+  if (outcome.reason.empty()) tellUnworked(models, model, relations);
   if (outcome.reason.empty()) applyProgram(*model.document, model);
   return outcome;
 }
@@ -485,7 +493,7 @@ void regenerateInstances(Models& models, const Model& generic) {
     const auto handle = instanceInMemory(models, *document, row);
     if (!handle) return;
     Model& instance = *models.find(handle.value);
-    finish(models, instance, regenerateAlone(instance, nullptr));
+    finish(models, instance, regenerateAlone(models, instance, nullptr));
   });
 }
 
@@ -518,7 +526,7 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
   const auto componentsBelow = [&](ProMdl one) { return componentsOf(models, *models.find(one)); };
   for (const ProMdl handle : bottomUp(solid, componentsBelow)) {
     Model& model = *models.find(handle);
-    Outcome outcome = regenerateAlone(model, worked);
+    Outcome outcome = regenerateAlone(models, model, worked);
     for (const ProMdl component : componentsOf(models, model)) {
       if (!outcome.reason.empty() || !failed.contains(component)) continue;
       outcome = failure(text::format(L"its component %s fails", fileLabel(*models.find(component))));
@@ -546,6 +554,7 @@ creo::ProError runOneSet(const Models& models, const Model& model, RelationRun& 
   const RelationFault fault = relations.run(set);
   if (!fault) {
     relations.give();
+    tellUnworked(models, model, relations);
     return creo::ProNoError;
   }
   models.message(fileLabel(model) + L": " + faulty(set.called, fault).reason);
@@ -557,11 +566,12 @@ creo::ProError runOneSet(const Models& models, const Model& model, RelationRun& 
 creo::ProError regenerateRelations(const Models& models, Model& model, bool post) {
   const ModelRecord& record = model.document->record;
   RelationRun relations(model);
-  const RelationLines ordinary{kRelation, &record.relations};
+  const RelationLines ordinary{kRelation, &record.relations, nullptr, heedsUnits(model, record.unitSensitive)};
   if (!post) return runOneSet(models, model, relations, ordinary);
   // What the relations assign is known behind the regeneration.
   relations.run(ordinary);
-  return runOneSet(models, model, relations, {kPostRelation, &record.postRelations});
+  return runOneSet(models, model, relations,
+                   {kPostRelation, &record.postRelations, nullptr, heedsUnits(model, record.postUnitSensitive)});
 }
 
 creo::ProError regenerateOwnRelations(const Models& models, Model& model, int feature,
@@ -569,8 +579,10 @@ creo::ProError regenerateOwnRelations(const Models& models, Model& model, int fe
   const auto owner = featureOf(model, feature);
   RelationRun relations(model);
   // What the model's relations assign is known to them.
-  relations.run({kRelation, &model.document->record.relations});
-  return runOneSet(models, model, relations, {kRelation, &lines, owner ? owner->record() : nullptr});
+  const ModelRecord& record = model.document->record;
+  relations.run({kRelation, &record.relations, nullptr, heedsUnits(model, record.unitSensitive)});
+  const FeatureRecord* own = owner ? owner->record() : nullptr;
+  return runOneSet(models, model, relations, {kRelation, &lines, own, heedsUnits(model, unitSensitivity(own, lines))});
 }
 
 }  // namespace headless

@@ -16,6 +16,7 @@ struct Evaluated {
   std::wstring fault;  // why it can't be read or worked out; empty for none
   // It can be read: the fault lies in the values that its names have now, such as a division by 0.
   bool byValues = false;
+  std::string unworked = {};  // the first name that gave no value for good; empty: none did
 };
 
 // Yes and no, or a number that is 0 or isn't. Nothing for what is neither.

@@ -74,7 +74,8 @@ std::string_view assignedName(std::string_view text, std::string_view& rest) {
 
 }  // namespace
 
-Relations::Relations(RelationLookup lookup) : outside_(std::move(lookup)) {
+Relations::Relations(RelationLookup lookup, RelationCall ofModel)
+    : outside_(std::move(lookup)), ofModel_(std::move(ofModel)) {
   known_ = [this](std::string_view name) -> std::optional<RelationValue> {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
@@ -165,6 +166,7 @@ std::wstring Relations::solving(std::string_view text, std::string_view afterWor
   }
   if (isFor) {
     solves_ = false;
+    if (runs().value_or(false)) unworked_.push_back({line_, "SOLVE"});
     return afterWord.empty() ? L"FOR names nothing to solve for" : std::wstring();
   }
   const std::size_t equals = equalsAt(text);
@@ -195,8 +197,11 @@ void Relations::assign(std::string_view name, RelationValue value) {
   assignments_[place->second].line = line_;
 }
 
-std::wstring Relations::counted(Evaluated evaluated) const {
-  if (evaluated.byValues && !runs().value_or(false)) return {};
+std::wstring Relations::counted(Evaluated evaluated) {
+  const bool surelyRuns = runs().value_or(false);
+  if (evaluated.byValues && !surelyRuns) return {};
+  if (surelyRuns && evaluated.value.index() == 0 && !evaluated.unworked.empty())
+    unworked_.push_back({line_, std::move(evaluated.unworked)});
   return std::move(evaluated.fault);
 }
 

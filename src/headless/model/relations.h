@@ -27,14 +27,20 @@ struct Assignment {
 // somewhere in the set may be missing. The lines between SOLVE and FOR are equations, which are read but not solved.
 class Relations {
  public:
-  // lookup: the names from outside.
-  explicit Relations(RelationLookup lookup);
+  // lookup: the names from outside; ofModel as of evaluate.
+  explicit Relations(RelationLookup lookup, RelationCall ofModel = nullptr);
   Relations(const Relations&) = delete;
   Relations& operator=(const Relations&) = delete;
   // Once. Ends at the first fault.
   RelationFault run(const std::vector<std::string>& lines);
   // The last value of each name, in the order of the first one.
   [[nodiscard]] const std::vector<Assignment>& assignments() const { return assignments_; }
+  // Of lines that surely ran: what wasn't worked out in them, in their order.
+  struct Unworked {
+    std::size_t line = 0;
+    std::string name;
+  };
+  [[nodiscard]] const std::vector<Unworked>& unworked() const { return unworked_; }
   // Folded names that some line assigns, whether it was chosen or not.
   [[nodiscard]] const std::unordered_set<std::string>& announced() const { return announced_; }
 
@@ -51,17 +57,22 @@ class Relations {
   void collectAssigned(std::string_view text);
   void collectGuarded(std::string_view text);
   void assign(std::string_view name, RelationValue value);
-  // The fault of what a statement worked out; one of its values counts only where the statement surely runs.
-  [[nodiscard]] std::wstring counted(Evaluated evaluated) const;
+  // The fault of what a statement worked out; one of its values counts only where the statement surely runs, and so
+  // does that it isn't worked out.
+  [[nodiscard]] std::wstring counted(Evaluated evaluated);
   // Whether the statement runs: yes, no, or it isn't known.
   [[nodiscard]] std::optional<bool> runs() const;
-  [[nodiscard]] Evaluated value(std::string_view expression) const { return evaluate(expression, known_, &guarded_); }
+  [[nodiscard]] Evaluated value(std::string_view expression) const {
+    return evaluate(expression, known_, &guarded_, ofModel_);
+  }
 
   RelationLookup outside_, known_;
+  RelationCall ofModel_;
   std::vector<Branch> branches_;
   std::size_t line_ = 0;  // of the statement
   bool solves_ = false;
   std::vector<Assignment> assignments_;
+  std::vector<Unworked> unworked_;
   std::unordered_map<std::string, std::size_t> places_;  // folded names
   std::unordered_set<std::string> announced_, guarded_;
 };

@@ -32,6 +32,8 @@ void readValue(bool& into, const Json& json, Reader& in) {
   into = json.boolean;
 }
 
+void readValue(std::optional<bool>& into, const Json& json, Reader& in) { readValue(into.emplace(), json, in); }
+
 void readValue(Scalar& into, const Json& json, Reader& in) {
   switch (json.kind) {
     case JsonKind::text:
@@ -63,6 +65,9 @@ void writeValue(const std::string& value, std::string& out, int) { appendQuoted(
 void writeValue(int value, std::string& out, int) { out += std::to_string(value); }
 void writeValue(double value, std::string& out, int) { out += realText(value); }
 void writeValue(bool value, std::string& out, int) { out += value ? "true" : "false"; }
+void writeValue(const std::optional<bool>& value, std::string& out, int level) {
+  writeValue(value.value_or(false), out, level);
+}
 void writeValue(const RawJson& value, std::string& out, int) { out += value.text; }
 
 void writeValue(const Scalar& value, std::string& out, int level) {
@@ -82,6 +87,7 @@ void describeValue(Schema& schema, Of<std::string>) { schema.is(R"({"type": "str
 void describeValue(Schema& schema, Of<int>) { schema.is(R"({"$ref": "#/$defs/int32"})"); }
 void describeValue(Schema& schema, Of<double>) { schema.is(R"({"type": "number"})"); }
 void describeValue(Schema& schema, Of<bool>) { schema.is(R"({"type": "boolean"})"); }
+void describeValue(Schema& schema, Of<std::optional<bool>>) { describeValue(schema, Of<bool>()); }
 void describeValue(Schema& schema, Of<Scalar>) { schema.is(R"({"type": ["string", "number", "boolean"]})"); }
 void describeValue(Schema& schema, Of<RawJson>) { schema.is("true"); }
 

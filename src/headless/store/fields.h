@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -102,23 +103,27 @@ void readValue(std::string& into, const Json& json, Reader& in);
 void readValue(int& into, const Json& json, Reader& in);
 void readValue(double& into, const Json& json, Reader& in);
 void readValue(bool& into, const Json& json, Reader& in);
+void readValue(std::optional<bool>& into, const Json& json, Reader& in);
 void readValue(Scalar& into, const Json& json, Reader& in);
 void readValue(RawJson& into, const Json& json, Reader& in);
 void writeValue(const std::string& value, std::string& out, int level);
 void writeValue(int value, std::string& out, int level);
 void writeValue(double value, std::string& out, int level);
 void writeValue(bool value, std::string& out, int level);
+void writeValue(const std::optional<bool>& value, std::string& out, int level);
 void writeValue(const Scalar& value, std::string& out, int level);
 void writeValue(const RawJson& value, std::string& out, int level);
 inline bool isDefault(const std::string& v) { return v.empty(); }
 inline bool isDefault(const Scalar& v) { return v.index() == 0; }
 inline bool isDefault(const RawJson& v) { return v.text.empty(); }
+inline bool isDefault(const std::optional<bool>& v) { return !v; }
 template <class T>
 bool hasText(const T&) {
   return true;
 }
 inline bool hasText(const Scalar& v) { return v.index() != 0; }
 inline bool hasText(const RawJson& v) { return !v.text.empty(); }
+inline bool hasText(const std::optional<bool>& v) { return v.has_value(); }
 
 inline void newLine(std::string& out, int level) {
   out.append(1, '\n').append(static_cast<std::size_t>(level) * 2, ' ');
@@ -396,6 +401,7 @@ void describeValue(Schema& schema, Of<std::string>);
 void describeValue(Schema& schema, Of<int>);
 void describeValue(Schema& schema, Of<double>);
 void describeValue(Schema& schema, Of<bool>);
+void describeValue(Schema& schema, Of<std::optional<bool>>);
 void describeValue(Schema& schema, Of<Scalar>);
 void describeValue(Schema& schema, Of<RawJson>);
 template <class E>

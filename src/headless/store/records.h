@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -87,7 +88,8 @@ struct ModelRecord : Open {
   ParameterList parameters;
   std::vector<DimensionRecord> dimensions;
   std::vector<std::string> relations, postRelations;
-  bool unitSensitive = false, postUnitSensitive = false;  // the two sets of relations
+  // Of the two sets of relations; nothing: as the option relations_units_sensitive says.
+  std::optional<bool> unitSensitive, postUnitSensitive;
   std::vector<LayerRecord> layers;
   std::vector<DefaultLayerRecord> defaultLayers;
   std::vector<LayerStateRecord> layerStates;

@@ -28,6 +28,7 @@ struct EntityRecord : Open {
 struct SectionRecord : Open {
   std::vector<EntityRecord> entities;
   std::vector<std::string> relations;
+  std::optional<bool> unitSensitive;  // the relations, as those of a model
 };
 
 // A member of a table pattern: its number, and what it gives the dimensions that drive the pattern.
@@ -67,6 +68,7 @@ struct FeatureRecord : Open {
   std::vector<int> dimensions;
   std::vector<SectionRecord> sections;
   std::vector<std::string> relations;
+  std::optional<bool> unitSensitive;  // the relations, as those of a model
   std::unique_ptr<ParameterList> parameters;
   std::unique_ptr<AppearanceRecord> appearance;
 };

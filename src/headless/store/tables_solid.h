@@ -18,7 +18,8 @@ struct RecordTable<EntityRecord> {
 template <>
 struct RecordTable<SectionRecord> {
   using R = SectionRecord;
-  static constexpr std::array fields = {field<&R::entities>("entities"), field<&R::relations>("relations")};
+  static constexpr std::array fields = {field<&R::entities>("entities"), field<&R::relations>("relations"),
+                                        field<&R::unitSensitive>("unitSensitive")};
 };
 template <>
 struct RecordTable<PatternMemberRecord> {
@@ -54,6 +55,7 @@ struct RecordTable<FeatureRecord> {
                                         field<&R::dimensions>("dimensions"),
                                         field<&R::sections>("sections"),
                                         field<&R::relations>("relations"),
+                                        field<&R::unitSensitive>("unitSensitive"),
                                         field<&R::parameters>("parameters"),
                                         field<&R::appearance>("appearance")};
 };

@@ -3,8 +3,8 @@
 #include "core/state.h"
 #include "creo/ProMacro.h"
 #include "creo/ProMdl.h"
-#include "creo/ProRelset.h"
 #include "creo/ProSection.h"
+#include "documents/relations.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "os/text_files.h"
@@ -35,7 +35,7 @@ void relationLine(Page& page, std::wstring_view line) { page.line(line, kRowSize
 
 // A set of relations under the name of its owner; nothing for an owner without any.
 void relationList(const Subject& subject, const creo::ProModelitem& owner) {
-  const auto set = creo::ProModelitemToRelset(owner);
+  const auto set = documents::relationsOf(owner);
   if (!set) return;
   const auto lines = creo::ProRelsetRelationsGet(set.value);
   if (!lines) return tellError(text::format(L"Failure while relset relations get: %d", static_cast<int>(lines.error)));

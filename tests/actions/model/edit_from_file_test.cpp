@@ -180,14 +180,14 @@ TEST_F(FeatureReport, ListsFeaturesWithTheirParameters) {
       {"sep=';'",
        begin + ";\"feature id\";\"DEPTH\";\"KIND\";\"OK\";\"COUNT\"\r\n"
                "\"HOLE_1\";\"5\";\"2.500000\";\"say \"\"M8\"\"\";\"true\";\"\"\r\n"
-               "\"ROUND id 9\";\"9\";\"\";\"x\ny\";\"\";\"3\"\r\n\"FEATURE id 12\";\"12\";\"\";\"\";\"\";\"\"\r\n"},
+               "\"ROUND_id_9\";\"9\";\"\";\"x\ny\";\"\";\"3\"\r\n\"FEATURE_id_12\";\"12\";\"\";\"\";\"\";\"\"\r\n"},
       {"filterFeatureName='kind' filterFeatureValue='*' filterReportParameter='K*'",
-       begin + ",\"feature id\",\"KIND\"\r\n\"HOLE_1\",\"5\",\"say \"\"M8\"\"\"\r\n\"ROUND id 9\",\"9\",\"x\ny\"\r\n"},
+       begin + ",\"feature id\",\"KIND\"\r\n\"HOLE_1\",\"5\",\"say \"\"M8\"\"\"\r\n\"ROUND_id_9\",\"9\",\"x\ny\"\r\n"},
       {"filterFeatureName='DEPTH' filterFeatureValue='2.50' filterReportParameter='NONE'",
        begin + ",\"feature id\"\r\n\"HOLE_1\",\"5\"\r\n"},
       {"filterFeatureName='OK' filterFeatureValue='yes' filterReportParameter='*'", begin + ",\"feature id\"\r\n"},
       {"filterFeatureName='COUNT' filterFeatureValue='3' filterReportParameter='OK'",
-       begin + ",\"feature id\"\r\n\"ROUND id 9\",\"9\"\r\n"},
+       begin + ",\"feature id\"\r\n\"ROUND_id_9\",\"9\"\r\n"},
       {"filterFeatureName='COUNT' filterFeatureValue='x'", begin + ",\"feature id\"\r\n"},
   };
   world.config("kvd_write_history_in_models=0");

@@ -46,7 +46,7 @@ TEST_F(FeatureActions, ARenamedFeatureKeepsItsColumnAndItsSections) {
   // 916 has the code 38.
   EXPECT_EQ(
       L"B0 Rename feature|BODY -> BASE|"
-      L"B1 Rename feature|CUT_A -> CUT_2|CUT id 3 -> CUT_3|"
+      L"B1 Rename feature|CUT_A -> CUT_2|CUT_id_3 -> CUT_3|"
       L"B2 Rename feature|"
       L"B3 Rename feature|E:'BASE' can't become 'cut_2', another feature has that name|"
       L"B4 Rename feature|E:featid is no number of a feature: 1st|No feature found|"
@@ -74,7 +74,7 @@ TEST_F(FeatureActions, ComponentsAndInstancesAreNotRenamed) {
   model("bracket.prt", kSlots);
   model("top.asm", R"("features": [{"id": 5, "type": 1000}, {"id": 6, "type": 923}],
                       "components": [{"name": "BRACKET", "type": "prt", "feature": 5}])");
-  EXPECT_EQ(L"B0 Rename feature|W:1 components keep the names of their models|FEATURE id 6 -> MID",
+  EXPECT_EQ(L"B0 Rename feature|W:1 components keep the names of their models|FEATURE_id_6 -> MID",
             lastRow(run(task("renameFeature", "feat='3' name='MID'"), L"TOP", kAssembly)));
   EXPECT_EQ(L"1 BRACKET|2 MID", tree(L"TOP", kAssembly));
 }
@@ -290,7 +290,7 @@ TEST_F(ComponentActions, AFailingOperationHasItsLine) {
       {"ProVariantfeatDriverSet", task("addassociativeparametertoflexibledimension", "name='A' dim='LENGTH'"),
        L"A can't drive LENGTH of SPRING"},
       {"ProDefaultCsysCreate", task("addFirstKEs", "csys='CS0'"), L"The feature of 'csys' can't be made"},
-      {"ProModelitemNameSet", task("renameFeature", "feat='3' name='X'"), L"'PART id 30' can't become 'X'"},
+      {"ProModelitemNameSet", task("renameFeature", "feat='3' name='X'"), L"'PART_id_30' can't become 'X'"},
   };
   for (const auto& c : cases) {
     World own;

@@ -95,6 +95,18 @@ TEST_F(AddParameter, DescribesAndDesignatesAsItsSwitchesSay) {
   for (const auto& [name, expected] : cases) EXPECT_EQ(expected, marks(name));
 }
 
+// Where nothing tells that it is so, it is done again.
+TEST_F(AddParameter, OneThatIsDesignatedAlreadyIsNoFault) {
+  const std::string add = AddParameter::add("name_0='X' type_0='String' desig='true' designated_0='true'");
+  const std::string all = task("changeAllDesignationFlags", "to='true'");
+  run(add + all);
+  for (const std::string& again : {add, all}) {
+    world.session().failNext("ProParameterDesignationVerify", creo::ProGeneralError);
+    EXPECT_EQ(std::wstring::npos, run(again).find(L"E:")) << again;
+  }
+  EXPECT_EQ(L"*", marks(L"X"));
+}
+
 TEST_F(AddParameter, SurvivesEachFailureOfCreo) {
   const std::string list =
       add("name_0='X' type_0='Double' value_0='1' unit_0='mm' desig='' designated_0='true' "

@@ -199,8 +199,8 @@ TEST_F(RelationActions, PostRelationsUnitsAndRefusals) {
   part({}, R"(, "postRelations": ["A = 1"], "familyTable": {"items": [], "instances": [{"name": "INST"}]})");
   EXPECT_EQ(L"B0 Set relation unit sensitive|no relset found|changed the post relation unit sensitve",
             go(task("setRelationUnitSensitive", "rel='true' postrel='true' unitsensitive='true'")));
-  EXPECT_TRUE(record().postUnitSensitive);
-  EXPECT_FALSE(record().unitSensitive);
+  EXPECT_EQ(std::optional(true), record().postUnitSensitive);
+  EXPECT_EQ(std::nullopt, record().unitSensitive);
   EXPECT_EQ(L"B0 Edit model relation lines|no relset found|Edit lines|A = 3",
             go(task("editModelRelationLines",
                     "rel='true' postrel='true' editlinec='1' editline0='A*' replWord='1' through='3'")));
@@ -209,6 +209,27 @@ TEST_F(RelationActions, PostRelationsUnitsAndRefusals) {
       "<task type='groupActions' version='3' forPRT='true' forEF='false' reworkMode='1'><subtasks>" +
       task("deleteModelRelationLines", "rel='true' dellinec='1' delline0='*'") + "</subtasks></task>";
   EXPECT_THAT(go(group), testing::HasSubstr(L"W:Model is a instance, action is canceled"));
+}
+
+TEST_F(RelationActions, RelationsThatDontHeedUnitsCountWithTheNumbersAsTheyStand) {
+  part({"A = LEN + 1 [in]"}, R"(, "postRelations": ["B = LEN"])");
+  std::string text = readBytes(own_->models() + "/bracket.prt.1");
+  const std::string list = R"("parameters": [)";
+  text.insert(text.find(list) + list.size(), R"({"name": "LEN", "type": "double", "value": 2, "units": "in"}, )");
+  writeBytes(own_->models() + "/bracket.prt.1", text);
+  const auto expect = [&](double a, double b, const std::string& tasks) {
+    go(tasks + task("regenerateModel", "force='true'"));
+    const auto model = creo::ProMdlRetrieve(L"BRACKET", creo::ProMdlType::part).value;
+    const auto number = [&](const wchar_t* name) {
+      return creo::ProParameterValueGet(creo::ProParameterInit(creo::ProMdlToModelitem(model).value, name).value)
+          .value.real;
+    };
+    EXPECT_NEAR(a, number(L"A"), 1e-9) << tasks;
+    EXPECT_NEAR(b, number(L"B"), 1e-9) << tasks;
+  };
+  expect(76.2, 50.8, "");
+  expect(3, 50.8, task("setRelationUnitSensitive", "rel='true' unitsensitive='false'"));
+  expect(76.2, 50.8, task("setRelationUnitSensitive", "rel='true' postrel='true' unitsensitive='true'"));
 }
 
 TEST_F(RelationActions, OfFeaturesAndSketchesRunAndDrive) {

@@ -92,22 +92,34 @@ TEST_F(Solids, ThingsAreFoundByNameAndToldByIt) {
     ProItemType type;
     const wchar_t *asked, *name;
     int id;
+    bool isFound = true;  // by its name
   } cases[] = {
-      {ProItemType::feature, L"bore", L"BORE", 2},          {ProItemType::dimension, L"len", L"LEN", 1},
-      {ProItemType::referenceDimension, L"RD1", L"rd1", 1}, {ProItemType::layer, L"HÖHE", L"Höhe", 7},
-      {ProItemType::view, L"front", L"FRONT", 1},           {ProItemType::simplifiedRep, L"light", L"LIGHT", 1},
-      {ProItemType::explodedState, L"OPEN", L"OPEN", 1},    {ProItemType::styleState, L"Glass", L"GLASS", 1},
-      {ProItemType::combinedState, L"SALES", L"SALES", 3},  {ProItemType::crossSection, L"a", L"A", 1},
+      {ProItemType::feature, L"bore", L"BORE", 2},
+      {ProItemType::layer, L"HÖHE", L"Höhe", 7},
+      {ProItemType::combinedState, L"sales", L"SALES", 3},
       {ProItemType::material, L"brass", L"BRASS", 0},
+      {ProItemType::dimension, L"len", L"LEN", 1, false},
+      {ProItemType::referenceDimension, L"RD1", L"rd1", 1, false},
+      {ProItemType::view, L"front", L"FRONT", 1, false},
+      {ProItemType::simplifiedRep, L"light", L"LIGHT", 1, false},
+      {ProItemType::explodedState, L"OPEN", L"OPEN", 1, false},
+      {ProItemType::styleState, L"Glass", L"GLASS", 1, false},
+      {ProItemType::crossSection, L"a", L"A", 1, false},
   };
   for (const auto& c : cases) {
     const auto item = ProModelitemByNameInit(part, c.type, c.asked);
-    EXPECT_EQ(c.id, item.value.id) << text::toUtf8(c.asked);
-    EXPECT_EQ(c.name, ProModelitemNameGet(item.value).value);
-    EXPECT_EQ(ProNotFound, ProModelitemByNameInit(part, c.type, L"other").error) << text::toUtf8(c.asked);
-    EXPECT_EQ(ProNotFound, ProModelitemByNameInit(part, c.type, L"").error) << text::toUtf8(c.asked);
+    EXPECT_EQ(c.isFound ? ProNoError : ProBadInputs, item.error) << text::toUtf8(c.asked);
+    if (c.isFound) {
+      EXPECT_EQ(c.id, item.value.id) << text::toUtf8(c.asked);
+      EXPECT_EQ(ProNotFound, ProModelitemByNameInit(part, c.type, L"other").error) << text::toUtf8(c.asked);
+      EXPECT_EQ(ProNotFound, ProModelitemByNameInit(part, c.type, L"").error) << text::toUtf8(c.asked);
+    }
+    EXPECT_EQ(c.name, ProModelitemNameGet({c.type, c.id, part, c.name}).value);
     EXPECT_EQ(ProNotFound, ProModelitemNameGet({c.type, 99, part, L"other"}).error) << text::toUtf8(c.asked);
   }
+  EXPECT_EQ(ProBadInputs, ProModelitemNameGet({ProItemType::none, 1, part, {}}).error);
+  EXPECT_EQ(ProBadInputs, ProModelitemNameSet({ProItemType::layer, 7, part, {}}, std::wstring(32, L'L')));
+  EXPECT_EQ(ProNoError, ProModelitemNameSet({ProItemType::layer, 7, part, {}}, std::wstring(31, L'L')));
   EXPECT_EQ(L"STEEL", ProMaterialCurrentGet(part).value.name);
   EXPECT_EQ(2u, ProLayerItemsGet({part, 7}).value.size());
   EXPECT_EQ(ProNotFound, ProLayerItemsGet({part, 8}).error);
@@ -156,13 +168,17 @@ TEST_F(Solids, RelationsAreReadByTheItemThatOwnsThem) {
   const ProMdl part = retrieve(L"A");
   ProModelitem owner = item(part);
   EXPECT_EQ(ProNotFound, ProModelitemToRelset(owner).error);
+  model("bare.prt.1");
+  EXPECT_EQ(ProNotFound, ProRelsetPostregenerationInit(retrieve(L"BARE")).error);
+  EXPECT_EQ(ProBadInputs, ProRelsetPostregenerationInit({}).error);
   const auto made = ProRelsetCreate(owner);
   EXPECT_TRUE(made);
   EXPECT_TRUE(ProRelsetRelationsGet(made.value).value.empty());
   EXPECT_FALSE(ProMdlModificationVerify(part).value) << "nothing was written";
   owner.id = kPostRegeneration;
   EXPECT_EQ(ProExists, ProRelsetCreate(owner).error);
-  EXPECT_EQ(L"/* later", ProRelsetRelationsGet(ProModelitemToRelset(owner).value).value.at(0));
+  EXPECT_EQ(L"/* later", ProRelsetRelationsGet(ProRelsetPostregenerationInit(part).value).value.at(0));
+  EXPECT_EQ(ProBadInputs, ProModelitemToRelset(owner).error) << "those behind the regeneration aren't had so";
   owner.type = ProItemType::material;
   EXPECT_EQ(ProBadInputs, ProModelitemToRelset(owner).error);
 }

@@ -424,17 +424,21 @@ TEST_F(ModelsInMemory, ExternalDataIsKeptWithTheModel) {
   EXPECT_EQ(ProBadInputs, ProExtdataSlotCreate(cls, L"N"));
   EXPECT_EQ(ProNotFound, ProExtdataSlotRead(cls, L"N").error);
   EXPECT_EQ(ProNotFound, ProExtdataSlotCreate({L"other", part}, L"N"));
+  EXPECT_EQ(ProGeneralError, ProExtdataSlotCreate(cls, L"1st"));
+  EXPECT_EQ(ProNoError, ProExtdataSlotCreate(cls, std::wstring(23, L'S')));
+  EXPECT_EQ(ProGeneralError, ProExtdataSlotCreate(cls, std::wstring(24, L'S'))) << "30 characters with the class";
+  EXPECT_EQ(ProGeneralError, ProExtdataClassRegister(part, std::wstring(30, L'C')).error);
   for (int i = 0; i < 40; ++i) {
     const std::wstring slot = L"T" + std::to_wstring(i);
     EXPECT_EQ(ProNoError, ProExtdataSlotCreate(cls, slot));
-    EXPECT_EQ(ProNoError, ProExtdataSlotWrite(cls, slot, {ProExtdataType::text, 0, L"wörter" + slot}, 8));
+    EXPECT_EQ(ProNoError, ProExtdataSlotWrite(cls, slot, {ProExtdataType::text, 0, L"wörter" + slot}, 1));
   }
   ProExtdataSlotWrite(cls, L"N", {ProExtdataType::integer, 40, {}}, 1);
   ProMdlSave(part);
   ProMdlErase(part);
   const ProExtdataClass again{L"kvpslot", retrieve(L"A")};
   EXPECT_EQ(40, ProExtdataSlotRead(again, L"N").value.integer);
-  EXPECT_EQ(L"wörterT", ProExtdataSlotRead(again, L"T39").value.text) << "seven characters and the closing zero";
+  EXPECT_EQ(L"wörterT39", ProExtdataSlotRead(again, L"T39").value.text) << "no size counts for a text";
   EXPECT_EQ(ProNotFound, ProExtdataSlotRead(again, L"T40").error);
 }
 

@@ -96,10 +96,12 @@ TEST_F(ParametersAndInstances, FeaturesAndMaterialsOwnParameters) {
 TEST_F(ParametersAndInstances, DescriptionAndDesignation) {
   model("a.prt.1", R"("parameters": [{"name": "X", "type": "string"}])");
   const ProParameter one = parameter(retrieve(L"A"), L"X");
+  EXPECT_EQ(ProNotFound, ProParameterDescriptionGet(one).error);
   EXPECT_EQ(ProNoError, ProParameterDescriptionSet(one, std::wstring(80, L'ä')));
   EXPECT_EQ(ProBadInputs, ProParameterDescriptionSet(one, std::wstring(81, L'b')));
   EXPECT_EQ(std::wstring(80, L'ä'), ProParameterDescriptionGet(one).value);
   EXPECT_EQ(ProNoError, ProParameterDesignationAdd(one));
+  EXPECT_EQ(ProExists, ProParameterDesignationAdd(one));
   EXPECT_TRUE(ProParameterDesignationVerify(one).value);
   EXPECT_EQ(ProNoError, ProParameterDesignationRemove(one));
   EXPECT_FALSE(ProParameterDesignationVerify(one).value);

@@ -5,6 +5,7 @@
 #include "creo/ProNotify.h"
 #include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
+#include "creo/ProUtil.h"
 #include "headless/session_fixture.h"
 
 namespace headless {
@@ -22,6 +23,9 @@ class Regeneration : public test::HeadlessSession {
       out += "\"";
     }
     return out + "]";
+  }
+  static double number(ProMdl part, const wchar_t* name) {
+    return ProParameterValueGet(ProParameterInit(item(part), name).value).value.real;
   }
   ProMdl related(const std::vector<std::string>& relations) {
     const std::string name = "m" + std::to_string(++number_);
@@ -68,8 +72,15 @@ TEST_F(Regeneration, RelationsAreWorkedOut) {
        "b B=false"},
       {{"B = string_starts(T, 'x') & string_ends('ax', T) & !string_match(T, 'y')"}, "A=2 N=3 T=x B=true"},
       {{"A = if(exists('d1') & !exists('WIDHT'), 4, 5)"}, "A=4 N=3 T=x B=false"},
+      {{"A = ceil(10.255, 2) - 10.2", "N = floor(-10.2)"}, "A=0.06 N=-11 T=x B=false"},
+      {{"A = floor(-10.255, 2)", "N = ceil(3.0000000001)"}, "A=-10.26 N=3 T=x B=false"},
+      {{"A = ceil(1.23456789012, 9)", "N = ceil(10.255, 0.9)"}, "A=1.23457 N=11 T=x B=false"},
+      {{"B = near(A, 2.5, 0.5) & !near(A, 3, 0.5)", "A = dead(7, 1, 4) + dead(-1, 1, 4) * 10 + dead(2, 1, 4)"},
+       "A=-17 N=3 T=x B=true"},
+      {{"T = rel_model_type()", "B = string_starts(rel_model_name(), 'M')"}, "A=2 N=3 T=PART B=true"},
       // What isn't worked out leaves its target alone.
-      {{"N = mp_mass(\"\") + 1", "T = rel_model_name()"}, "A=2 N=3 T=x B=false"},
+      {{"N = mp_mass(\"\") + 1", "T = rel_model_name:2()"}, "A=2 N=3 T=x B=false"},
+      {{"N = PRO_MP_MASS", "A = EVALGRAPH('g', 1)"}, "A=2 N=3 T=x B=false"},
       {{"IF mp_mass(\"\") > 3", "A = 7", "ENDIF"}, "A=2 N=3 T=x B=false"},
       {{"A = LENGTH:12 * 2"}, "A=2 N=3 T=x B=false"},
       {{"SOLVE", "x + A = d1", "FOR x", "N = x"}, "A=2 N=3 T=x B=false"},
@@ -148,6 +159,72 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
     EXPECT_EQ("A=2 N=3 T=x B=false", parameters(part)) << c.message;
     EXPECT_EQ(10, ProDimensionValueGet({part, 1}).value) << c.message;
   }
+}
+
+// Behind the regeneration the body is that which the relations have made; before it, that which there was.
+TEST_F(Regeneration, RelationsWeighTheirModel) {
+  model("bar.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 10},
+      {"name": "BEFORE", "type": "double", "value": 0}, {"name": "AFTER", "type": "double", "value": 0},
+      {"name": "CENTRE", "type": "double", "value": 0}, {"name": "RHO", "type": "double", "value": 0}],
+      "dimensions": [{"id": 1, "symbol": "WIDTH", "value": 5}],
+      "material": "TIN", "materials": [{"name": "TIN", "parameters": [
+        {"name": "PTC_MASS_DENSITY", "type": "double", "value": 2}]}],
+      "solid": {"primitives": [{"type": "box", "size": ["LEN", "WIDTH", 1]}]},
+      "relations": ["WIDTH = LEN", "BEFORE = PRO_MP_MASS", "RHO = material_param('PTC_MASS_DENSITY')"],
+      "postRelations": ["AFTER = mp_mass(\"\") + mp_volume('')", "CENTRE = MP_CG_X('', '', '')"],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}],
+        "instances": [{"name": "LONG", "values": {"LEN": 20}}]})");
+  model("pair.asm.1", R"("parameters": [{"name": "M", "type": "double", "value": 0}],
+      "postRelations": ["M = pro_mp_mass"], "components": [{"name": "BAR", "type": "prt", "feature": 1}])");
+  const ProMdl bar = retrieve(L"BAR");
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(bar, 0)) << messages();
+  EXPECT_EQ("LEN=10 BEFORE=100 AFTER=300 CENTRE=5 RHO=2", parameters(bar));
+  EXPECT_EQ("LEN=20 BEFORE=400 AFTER=1200 CENTRE=10 RHO=2", parameters(retrieve(L"LONG")))
+      << "the generic's width before its own relations";
+  const ProMdl pair = retrieve(L"PAIR", ProMdlType::assembly);
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(pair, 0)) << messages();
+  EXPECT_EQ("M=200", parameters(pair));
+}
+
+TEST_F(Regeneration, WhatIsNotWorkedOutIsToldOnceAModel) {
+  const ProMdl part = related({"A = MP_MASS('')", "IF NO", "A = TRAJPAR", "ENDIF", "N = LENGTH:12 * 2"});
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(part, kRegenerateForce));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(part, kRegenerateForce));
+  EXPECT_EQ(
+      "warning: M1.PRT: what these ask for isn't worked out here: relation line 1 (MP_MASS), relation line 5 "
+      "(LENGTH:12)\n",
+      messages());
+}
+
+TEST_F(Regeneration, ASetHeedsUnitsAsItOrTheOptionSays) {
+  const struct {
+    const char *members, *feature, *option;
+    double a, b;
+  } cases[] = {{"", "", "", 50.8, 50.8},
+               {R"("unitSensitive": false,)", "", "yes", 2, 50.8},
+               {"", R"("unitSensitive": false,)", "", 50.8, 2},
+               {"", "", "NO", 2, 2},
+               {R"("unitSensitive": true,)", "", "no", 50.8, 2}};
+  int number = 0;
+  for (const auto& c : cases) {
+    if (*c.option) ProConfigoptSet(L"relations_units_sensitive", text::fromUtf8(c.option));
+    const std::string name = "u" + std::to_string(++number);
+    model(name + ".prt.1", std::string(c.members) + R"("parameters": [
+        {"name": "LEN", "type": "double", "value": 2, "units": "in"}, {"name": "A", "type": "double", "value": 0},
+        {"name": "B", "type": "double", "value": 0}], "relations": ["A = LEN"],
+        "features": [{"id": 4, )" +
+                               c.feature + R"("relations": ["B = LEN"]}])");
+    const ProMdl part = retrieve(text::fromUtf8(name));
+    EXPECT_EQ(ProNoError, ProSolidRegenerate(part, 0));
+    EXPECT_EQ(c.a, number(part, L"A")) << name;
+    EXPECT_EQ(c.b, number(part, L"B")) << name;
+    ProConfigoptSet(L"relations_units_sensitive", L"yes");
+  }
+  const ProModelitem hole{ProItemType::feature, 4, retrieve(L"U1"), {}};
+  EXPECT_EQ(ProNoError, ProRelsetUnitsSensitiveSet({hole}, false));
+  EXPECT_EQ(ProNotFound, ProRelsetUnitsSensitiveSet({{ProItemType::model, kPostRegeneration, hole.owner, {}}}, true));
+  EXPECT_EQ(ProNoError, ProRelsetRegenerate({hole}));
+  EXPECT_EQ(2, number(hole.owner, L"B"));
 }
 
 // A set is tested as a whole before any of its values is given, be it the model's or a feature's.

@@ -32,6 +32,12 @@ struct ProSectionEntity {
   int id = 0, type = 0;
 };
 
+// What becomes of the children of features that go, be it for good or not: those that stay fail in the regeneration
+// that follows.
+enum class ProChildren { stay, goAlong };
+// And of suppressed parents of features that come back.
+enum class ProParents { mustBeThere, comeBackToo };
+
 // In the order of the model tree, Creo's internal features among them, which ProFeatureVisibilityGet tells apart.
 // ProNotFound: there are none; ProBadInputs: no solid. Below, ProNotFound: the feature has gone.
 ProError ProSolidFeatVisit(ProMdl solid, Visitor<ProFeature> visitor);
@@ -42,7 +48,7 @@ Got<int> ProFeatureTypeGet(const ProFeature& feature);
 // The type in words: "HOLE". Empty where nothing is known.
 Got<std::wstring> ProFeatureTypenameGet(const ProFeature& feature);
 Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature);
-// Its number in the tree, from 1. A suppressed feature may have none.
+// Its number in the tree, from 1. ProNotFound also: it is suppressed.
 Got<int> ProFeatureNumberGet(const ProFeature& feature);
 Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature);
 // Does the model tree show it? Creo keeps some features to itself.

@@ -85,8 +85,10 @@ Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature) {
 }
 
 Got<int> ProFeatureNumberGet(const ProFeature& feature) {
-  return onFeature("ProFeatureNumberGet", feature,
-                   [](State&, const ModelFeature& f) -> Got<int> { return f.place.number; });
+  return onFeature("ProFeatureNumberGet", feature, [](State&, const ModelFeature& f) -> Got<int> {
+    if (headless::isSuppressed(headless::featureStatus(f))) return ProNotFound;
+    return f.place.number;
+  });
 }
 
 Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature) {

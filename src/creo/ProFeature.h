@@ -66,9 +66,11 @@ Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature
 // The model of a component. ProBadInputs: no component; ProNotFound: its model isn't in memory.
 Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component);
 Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
-// What a flexible component varies: items of its model; kParameterItem for a parameter, which is there by name.
-// ProBadInputs: no component; ProNotFound: nothing varies, or its model isn't in memory.
+// What a flexible component varies of its model's dimensions, features and annotations, and the parameters that it
+// varies, of the type kParameterItem and by name. ProBadInputs: no component; ProNotFound: nothing of the kind varies,
+// or its model isn't in memory.
 ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
+ProError ProVariantfeatParamsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
 
 // New features come behind this one until insert mode is cancelled; those behind it are as good as suppressed
 // meanwhile. Behind the last feature insert mode is off. Creo refuses a read-only model, here and below.

@@ -87,6 +87,7 @@ std::wstring missingComponent(Models& models, creo::ProMdl assembly) {
   // The assembly's document may move while another one comes in.
   std::vector<Wanted> wanted;
   const Model& model = *models.find(assembly);
+  if (model.document->record.components.empty()) return {};
   const LeftOut leftOut(model);
   for (const ModelFeature& feature : featuresOf(model)) {
     if (!feature.isComponent() || leftOut.has(feature.place.id) || !isInUse(featureStatus(feature))) continue;

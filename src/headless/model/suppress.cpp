@@ -80,10 +80,10 @@ creo::ProError suppress(Model& solid, const std::vector<int>& features, creo::Pr
   Found found;
   const bool goAlong = children == creo::ProChildren::goAlong;
   if (const auto error = find(solid, goAlong ? withChildren(solid, features) : features, found)) return error;
-  for (std::size_t i = 0; i < found.size(); ++i) {
+  for (const ModelFeature& feature : found) {
     // A child that isn't there for another reason keeps that one.
-    const bool isChild = i >= features.size();
-    if (!isChild || isInUse(storedStatus(found[i]))) change(solid, found[i], true);
+    const bool isAsked = std::ranges::find(features, feature.place.id) != features.end();
+    if (isAsked || isInUse(storedStatus(feature))) change(solid, feature, true);
   }
   return creo::ProNoError;
 }

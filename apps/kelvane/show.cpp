@@ -3,6 +3,7 @@
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/models.h"
+#include "headless/model/parents.h"
 #include "kelvane/base/columns.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
@@ -39,6 +40,14 @@ Rows parametersOf(const creo::ProModelitem& owner) {
 }
 
 // An instance's are as its row and its generic's program make them.
+// "parents 3 4"; empty for none.
+std::string listed(const char* word, const std::vector<int>& ids) {
+  if (ids.empty()) return {};
+  std::string all = word;
+  for (const int id : ids) all += " " + std::to_string(id);
+  return all;
+}
+
 Rows featureRows(const headless::Model& model) {
   Rows rows;
   for (const headless::ModelFeature& entry : headless::featuresOf(model)) {
@@ -47,6 +56,8 @@ Rows featureRows(const headless::Model& model) {
     const creo::ProFeatureStatus status = headless::featureStatus(entry);
     const bool active = status == creo::ProFeatureStatus::active;
     std::string more = active ? std::string() : std::string(headless::textOf(status));
+    addPiece(more, listed("parents", feature->parents));
+    addPiece(more, listed("children", headless::childrenOf(model, feature->id)));
     if (feature->pattern && !feature->pattern->members.empty())
       addPiece(more, counted(feature->pattern->members.size(), "member"));
     rows.push_back({std::to_string(feature->id), feature->name, "type " + std::to_string(feature->type), more});

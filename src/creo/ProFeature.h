@@ -32,6 +32,12 @@ struct ProSectionEntity {
   int id = 0, type = 0;
 };
 
+// What becomes of the children of features that go, be it for good or not: those that stay fail in the regeneration
+// that follows.
+enum class ProChildren { stay, goAlong };
+// And of suppressed parents of features that come back.
+enum class ProParents { mustBeThere, comeBackToo };
+
 // In the order of the model tree, Creo's internal features among them, which ProFeatureVisibilityGet tells apart.
 // ProNotFound: there are none; ProBadInputs: no solid. Below, ProNotFound: the feature has gone.
 ProError ProSolidFeatVisit(ProMdl solid, Visitor<ProFeature> visitor);
@@ -42,7 +48,7 @@ Got<int> ProFeatureTypeGet(const ProFeature& feature);
 // The type in words: "HOLE". Empty where nothing is known.
 Got<std::wstring> ProFeatureTypenameGet(const ProFeature& feature);
 Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature);
-// Its number in the tree, from 1. A suppressed feature may have none.
+// Its number in the tree, from 1. ProNotFound also: it is suppressed.
 Got<int> ProFeatureNumberGet(const ProFeature& feature);
 Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature);
 // Does the model tree show it? Creo keeps some features to itself.
@@ -60,9 +66,11 @@ Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature
 // The model of a component. ProBadInputs: no component; ProNotFound: its model isn't in memory.
 Got<ProMdl> ProAsmcompMdlGet(const ProFeature& component);
 Got<bool> ProAsmcompIsFlexible(const ProFeature& component);
-// What a flexible component varies: items of its model; kParameterItem for a parameter, which is there by name.
-// ProBadInputs: no component; ProNotFound: nothing varies, or its model isn't in memory.
+// What a flexible component varies of its model's dimensions, features and annotations, and the parameters that it
+// varies, of the type kParameterItem and by name. ProBadInputs: no component; ProNotFound: nothing of the kind varies,
+// or its model isn't in memory.
 ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
+ProError ProVariantfeatParamsVisit(const ProFeature& component, Visitor<ProModelitem> visitor);
 
 // New features come behind this one until insert mode is cancelled; those behind it are as good as suppressed
 // meanwhile. Behind the last feature insert mode is off. Creo refuses a read-only model, here and below.

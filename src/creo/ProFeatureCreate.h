@@ -28,9 +28,10 @@ Got<ProFeature> ProFeatureCreate(ProMdl solid, const ProElement& tree);
 // A pattern whose first member is the point, with the table's members beside it; a datum point stands for each.
 // ProBadInputs: no datum point, dimensions that aren't its own, a row that lacks a value, or a number that comes twice.
 Got<ProFeature> ProPatternCreate(const ProFeature& leader, ProPatternType type, const ProElement& tree);
-// The features go, with their dimensions and datums, from layers and from family tables. Their children stay, and fail
-// in the regeneration that follows; windows aren't repainted. ProNotFound: one has gone already; nothing changed.
-ProError ProFeatureDelete(ProMdl solid, const std::vector<int>& features);
+// The features go, with their dimensions and datums, from layers and from family tables. Relations that read their
+// dimensions stay, and fail in the regeneration that follows, as children do that don't go along; windows aren't
+// repainted. ProNotFound: one has gone already; nothing changed.
+ProError ProFeatureDelete(ProMdl solid, const std::vector<int>& features, ProChildren children = ProChildren::stay);
 // The dimensions that a feature has, in its order. ProNotFound: the feature has gone, or has none.
 ProError ProFeatureDimensionVisit(const ProFeature& feature, Visitor<ProDimension> visitor);
 

@@ -52,10 +52,10 @@ constexpr unsigned kRegenerateUpdateInstances = 256;
 
 // May stay at `needed`, as of a solid with circular references: what two regenerations leave so is up to date.
 Got<ProRegenerationStatus> ProSolidRegenerationstatusGet(ProMdl solid);
-// Raises notifications 21, 42 for each feature, and 22. ProGeneralError: a relation or a feature fails, the message
-// area says which; ProRegenAgain: the model needs another pass; ProUnattachedFeats: it is regenerated, but a feature
-// lost what it was attached to. Flags that don't go together are refused, and a read-only model. Windows and the model
-// tree show nothing of it before they are refreshed.
+// Raises notifications 21, 42 for each feature, and 22. ProGeneralError: a relation or a feature fails or a component
+// is missing, the message area says which; ProRegenAgain: the model needs another pass; ProUnattachedFeats: it is
+// regenerated, but a feature lost what it was attached to. Flags that don't go together are refused, and a read-only
+// model. Windows and the model tree show nothing of it before they are refreshed.
 ProError ProSolidRegenerate(ProMdl solid, unsigned flags);
 // Is a feature other than the last the place where new ones come?
 Got<bool> ProInsertModeIsActive(ProMdl solid);

@@ -39,11 +39,12 @@ Got<ProTransform> ProMatrixInit(const ProVector& x, const ProVector& y, const Pr
 // as those of ProSolidOutlineGet.
 Got<ProOutline> ProSolidOutlineCompute(ProMdl solid, const ProTransform& into, std::span<const int> excludes);
 
-// Suppresses features, and brings suppressed ones back. Children of what goes stay, and fail in the regeneration that
-// follows. What comes back must be suppressed, and no parent of it may be, else it is an error. In an instance whose
-// row decides on a feature the row's value changes, else the generic's feature. Nothing is changed unless all can be.
-// ProNotFound: a feature has gone; ProBadInputs: a component that is no entry of the document's features.
-ProError ProFeatureWithoptionsSuppress(ProMdl solid, const std::vector<int>& features);
-ProError ProFeatureResume(ProMdl solid, const std::vector<int>& features);
+// Suppresses features, and brings suppressed ones back. In an instance whose row decides on a feature the row's value
+// changes, else the generic's feature. Nothing is changed unless all can be. ProNotFound: a feature has gone;
+// ProBadInputs: a component that is no entry of the document's features; ProGeneralError, of ProFeatureResume alone:
+// one of them isn't suppressed, or a parent of it is that doesn't come back, the message area says which.
+ProError ProFeatureWithoptionsSuppress(ProMdl solid, const std::vector<int>& features,
+                                       ProChildren children = ProChildren::stay);
+ProError ProFeatureResume(ProMdl solid, const std::vector<int>& features, ProParents parents = ProParents::mustBeThere);
 
 }  // namespace creo

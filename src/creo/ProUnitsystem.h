@@ -23,9 +23,9 @@ Got<ProUnitsystem> ProUnitsystemCreate(ProMdl solid, const std::wstring& name, c
 // sameSize: numbers are converted, so that the model keeps its size; sameNumbers: only the units change. Parameters
 // keep their numbers and units in both.
 enum class ProUnitConversion { sameNumbers, sameSize };
-// The model regenerates; where that fails, Creo asks a person to mend it. A read-only model is refused. ProNotFound:
-// the model has no such system; ProGeneralError: a number can't be converted, the message area says so and nothing has
-// changed.
+// The model regenerates; where that fails, Creo asks a person to mend it, and ProSolidRegenerationstatusGet tells it. A
+// read-only model is refused. ProNotFound: the model has no such system; ProGeneralError: a number can't be converted,
+// the message area says so and nothing has changed.
 ProError ProMdlPrincipalunitsystemSet(ProMdl solid, const ProUnitsystem& system, ProUnitConversion conversion);
 
 // Is it one that Creo brings? False for a site's own.

@@ -12,7 +12,8 @@ constexpr int kDatumPlaneFeature = 923;
 
 // A cross section at a datum plane, or parallel to it, distance in the solid's units. ProExists: another one has the
 // name; ProBadInputs: the feature is no datum plane of the solid, or has gone, or a parallel one's name is empty;
-// ProGeneralError: an empty name of the other, or a distance that isn't finite. The distance becomes a dimension.
+// ProGeneralError: an empty name of the other, or a distance that isn't finite. The distance becomes a dimension, which
+// the section follows when the solid regenerates, and which goes with it.
 Got<ProModelitem> ProXsecPlanarCreate(ProMdl solid, const std::wstring& name, const ProFeature& plane);
 Got<ProModelitem> ProXsecParallelCreate(ProMdl solid, const std::wstring& name, const ProFeature& plane,
                                         double distance);

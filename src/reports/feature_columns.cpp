@@ -31,10 +31,12 @@ std::wstring variantItem(const creo::ProModelitem& item) {
 
 std::wstring flexibleComponent(const creo::ProFeature& component) {
   std::wstring items;
-  creo::ProVariantfeatItemsVisit(component, [&items](const creo::ProModelitem& item) {
+  const auto add = [&items](const creo::ProModelitem& item) {
     items += (items.empty() ? L"" : L", ") + variantItem(item);
     return creo::ProNoError;
-  });
+  };
+  creo::ProVariantfeatItemsVisit(component, add);
+  creo::ProVariantfeatParamsVisit(component, add);
   return text::format(L"%d - %s - %s", component.id, creo::ProFeatureNameGet(component).value, items);
 }
 

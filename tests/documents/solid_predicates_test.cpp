@@ -168,7 +168,8 @@ TEST_F(SolidPredicates, AFeatureHitsWhenAllEnabledTestsHold) {
       {L"featnamesel='true' featname='*N'", 1},
       {L"featnamesel='true' featname=''", 0},
       {L"featnamesel='TRUE' featname='none'", 1},
-      {L"featnumsel='true' featnum='3'", 1},
+      {L"featnumsel='true' featnum='1'", 1},
+      {L"featnumsel='true' featnum='3'", 0},  // a suppressed feature has no number
       {L"featnumsel='true' featnum='5'", 0},
       {L"featidsel='true' featid='12'", 1},
       {L"featidsel='true' featid='3'", 0},
@@ -236,7 +237,7 @@ TEST_F(SolidPredicates, ASolidIsReallyRegenerated) {
       {L"type='isregenerateable'", blank, 1, 1},
       {L"type='isregenerateable'", never, 0, 3},
       {L"type='isregenerateable' force='false'", never, 0, 3},
-      {L"type='isregenerateable'", pump, 1, 1},
+      {L"type='isregenerateable'", pump, 0, 1},  // a component is missing
   };
   for (const auto& c : cases) {
     const int before = world.session().calls("ProSolidRegenerate");

@@ -72,7 +72,7 @@ TEST_F(ListReport, ListsWhatADrawingHolds) {
         "Dimension is reference|Dimension is relation driven|Dimension value|Dimension value interpreted|"
         "Dimension tolerance|Dimension text\n"
         "PAIR.drw|d:\\|GEAR.prt|d:\\|2|d2|true|false|false|2.000000|TIP 2\nboth sides|SYMMETRIC|TIP @D\nboth sides\n"
-        "PAIR.drw|d:\\|PINION.prt|d:\\|3|rd3|true|true|false|1.000000|1|PLUS/MINUS|@D\n"},
+        "PAIR.drw|d:\\|PINION.prt|d:\\|3|rd3|true|true|false|1.000000|1||@D\n"},
        {"sel='17' autochangenum='true'",
         "File name|File path|Dimension Name|Dimension ID|Value|Tolerance "
         "Type\nPAIR.drw|d:\\|d1|1|3,000000|SYMMETRIC\n"},

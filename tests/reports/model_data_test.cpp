@@ -161,7 +161,7 @@ TEST_F(ModelDataReport, FlexibleComponentsTellWhatVaries) {
         {"name": "AWAY", "type": "prt", "feature": 43, "flexible": true}])");
   EXPECT_EQ(report(notParts(data(on({"flexFeats"}))), L"RACK", ProMdlType::assembly),
             line({"Flexible Features"}) +
-                line({"40 - SPRING - DIMENSION d3, PARAMETER LENGTH 40.000000, 3, PARAMETER\n41 - SPRING - \n"
+                line({"40 - SPRING - DIMENSION d3, 3, PARAMETER LENGTH 40.000000, PARAMETER\n41 - SPRING - \n"
                       "43 - AWAY - "}));
 }
 

@@ -48,8 +48,12 @@ Got<std::vector<ProFeature>> featuresOf(ProMdl part) {
   return features;
 }
 
-// Puts the features away that would distort the box of a part. They are brought back by resume(), or else by the
-// destructor, with an error line for each that Creo keeps away.
+bool isSuppressed(ProFeatureStatus status) {
+  return status == ProFeatureStatus::suppressed || status == ProFeatureStatus::familyTableSuppressed;
+}
+
+// Puts the features away that would distort the box of a part, with their children, which would fail without them. They
+// are brought back by resume(), or else by the destructor, with an error line for each that Creo keeps away.
 class DistortingFeatures {
  public:
   explicit DistortingFeatures(ProMdl part) : part_(part) {}
@@ -69,7 +73,7 @@ class DistortingFeatures {
     for (const ProFeature& feature : features.value) {
       const auto status = creo::ProFeatureStatusGet(feature);
       if (!status) return status.error;
-      if (status.value == ProFeatureStatus::suppressed) before_.insert(feature.id);
+      if (isSuppressed(status.value)) before_.insert(feature.id);
       if (status.value == ProFeatureStatus::active) there.insert(feature.id);
     }
     for (const ProFeature& feature : features.value) {
@@ -78,7 +82,8 @@ class DistortingFeatures {
       // What isn't there, for whatever reason, distorts nothing, and resuming it would do more than bring it back.
       if (!isDistorting(type.value) || !there.contains(feature.id)) continue;
       pending_ = true;
-      if (const ProError result = creo::ProFeatureWithoptionsSuppress(part_, {feature.id})) return result;
+      const ProError result = creo::ProFeatureWithoptionsSuppress(part_, {feature.id}, creo::ProChildren::goAlong);
+      if (result) return result;
       away_.insert(feature.id);
     }
     return creo::ProNoError;
@@ -97,7 +102,8 @@ class DistortingFeatures {
  private:
   ProError resume(int id) const { return creo::ProFeatureResume(part_, {id}); }
 
-  // What is away now and wasn't before: also what Creo suppressed along with what it was told to.
+  // What is away now and wasn't before: also what Creo suppressed along with what it was told to. A feature that is
+  // back already isn't resumed once more, which would be an error. Parents come before their children.
   [[nodiscard]] std::vector<int> missing() const {
     const auto features = featuresOf(part_);
     if (!features) return {away_.begin(), away_.end()};
@@ -105,8 +111,8 @@ class DistortingFeatures {
     for (const ProFeature& feature : features.value) {
       const bool ours = away_.contains(feature.id);
       const auto status = creo::ProFeatureStatusGet(feature);
-      const bool gone = status && status.value == ProFeatureStatus::suppressed && !before_.contains(feature.id);
-      if (!ours && (!gone || creo::ProFeatureTypeGet(feature).value == kNeverResumedFeature)) continue;
+      const bool gone = status ? isSuppressed(status.value) && !before_.contains(feature.id) : ours;
+      if (!gone || (!ours && creo::ProFeatureTypeGet(feature).value == kNeverResumedFeature)) continue;
       ids.push_back(feature.id);
     }
     return ids;

@@ -25,7 +25,7 @@ void announceSkeleton(const Task& task) {
 bool readMaterial(creo::ProMdl part, const MaterialPath& material) {
   MaterialFolder folder;
   if (!material.folder.empty() && !folder.change(material.folder)) return false;
-  const creo::ProError result = creo::ProMaterialfileRead(part, material.file);
+  const creo::ProError result = creo::ProMaterialfileRead(part, material.name);
   if (result == creo::ProNoError)
     core::logMsgId(Message::materialAdded, core::kNormal, 1);
   else if (result == creo::ProNotFound || result == creo::ProBadInputs)

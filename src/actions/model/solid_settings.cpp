@@ -140,10 +140,14 @@ Outcome setUnits(const Task& task) {
   }
   const auto conversion =
       task.isTrue(L"convert") ? creo::ProUnitConversion::sameSize : creo::ProUnitConversion::sameNumbers;
-  if (system && creo::ProMdlPrincipalunitsystemSet(task.model(), system.value, conversion) == creo::ProNoError)
-    core::logMsgId(Message::unitSystemSet, core::kNormal, 1);
-  else
+  if (!system || creo::ProMdlPrincipalunitsystemSet(task.model(), system.value, conversion) != creo::ProNoError) {
     core::logMsgPlain(Message::unitSystemNotSet, core::kError);
+    return done;
+  }
+  core::logMsgId(Message::unitSystemSet, core::kNormal, 1);
+  const auto status = creo::ProSolidRegenerationstatusGet(task.model());
+  if (status && status.value == creo::ProRegenerationStatus::failed)
+    core::logWrite(L"The model doesn't regenerate in the new unit system", core::kError);
   return done;
 }
 

@@ -51,6 +51,7 @@ Operations solidOperations() {
                      "where its model is read-only.",
        .ours = "a read-only model takes it too",
        .verdict = Verdict::differs,
+       .reason = "A run passes over models that can't be changed before their first action; the code isn't told.",
        .test = "SolidSettings.AccuracyTolerancesAndBounds"},
 
       // ---- accuracy and tolerances
@@ -71,6 +72,7 @@ Operations solidOperations() {
        .documented = "Doesn't regenerate: the geometry follows with ProSolidRegenerate. A read-only model refuses.",
        .ours = "a read-only model takes it too",
        .verdict = Verdict::differs,
+       .reason = "A run passes over models that can't be changed before their first action; the code isn't told.",
        .test = "SolidSettings.AccuracyTolerancesAndBounds"},
       {.name = "ProSolidModelclassGet",
        .header = "ProSolid.h",
@@ -89,6 +91,8 @@ Operations solidOperations() {
                      "ProSolidToleranceStandardSet, changes the standard.",
        .ours = "makes ANSI of ISO and the other way round; a read-only model takes it too",
        .verdict = Verdict::differs,
+       .reason =
+           "A document has a class and no standard beside it: one without a class doesn't say whether it follows ANSI.",
        .test = "SolidSettings.AccuracyTolerancesAndBounds"},
       {.name = "ProSolidToleranceTableLoad",
        .header = "ProSolidSettings.h",
@@ -117,10 +121,12 @@ Operations solidOperations() {
        .source = Source::page,
        .documented = "Unattached features, a second pass and a failure have codes of their own, and flags that don't "
                      "go together. A read-only model refuses. Window and model tree show it after their own refresh.",
-       .ours = "looks at relations, the program and the status of features alone: a body that can't be built and a "
-               "missing component pass; any flags go; a read-only model takes it too",
+       .ours = "any flags go; a part with an imported body is measured and not built anew; a missing component and a "
+               "body that can't be built are failures",
        .verdict = Verdict::differs,
-       .test = "SolidSettings.RegenerationTellsItsResultsApart"},
+       .reason = "Which flags don't go together isn't told; nothing of an import is built anew but by another process, "
+                 "at length.",
+       .test = "Regeneration.WhatCantBeBuiltIsToldByFeature"},
 
       // ---- masses and outlines
       {.name = "ProSolidMassPropertyGet",
@@ -152,6 +158,8 @@ Operations solidOperations() {
                      "are excluded.",
        .ours = "counts bodies alone, whatever is excluded",
        .verdict = Verdict::differs,
+       .reason = "Which number means which kind, and how far a plane or an axis reaches, isn't told; the plug-in "
+                 "excludes all but one of them.",
        .test = "SurfacesTest.OutlinesOfCurvedBodiesAreExactInTurnedAxes"},
       {.name = "ProMatrixInit",
        .header = "ProSurface.h",
@@ -299,6 +307,7 @@ Operations solidOperations() {
            "otherwise; a column PTC_MATERIAL_NAME changes. A read-only model refuses.",
        .ours = "no appearance, no sheet metal; a read-only model takes it too",
        .verdict = Verdict::differs,
+       .reason = "Documents have no sheet metal, and materials here have no appearance.",
        .test = "Materials.ACurrentMaterialIsSetOnce"},
       {.name = "ProMaterialfileRead",
        .header = "ProMaterial.h",
@@ -307,8 +316,7 @@ Operations solidOperations() {
        .source = Source::page,
        .documented = "The name has no ending: .mtl is looked for before .mat. What the part holds under that name "
                      "becomes what the file says.",
-       .ours = "a name with its ending means that file",
-       .verdict = Verdict::differs,
+       .verdict = Verdict::same,
        .test = "Materials.AreReadFromFilesOfBothForms"},
       {.name = "ProMaterialDelete",
        .header = "ProMaterial.h",
@@ -335,6 +343,7 @@ Operations solidOperations() {
                      "read-only model refuses.",
        .ours = "a read-only model takes it too",
        .verdict = Verdict::differs,
+       .reason = "A run passes over models that can't be changed before their first action; the code isn't told.",
        .test = "BodyTest.AStatedDensityIsTheCurrentMaterials"},
 
       // ---- units
@@ -361,9 +370,8 @@ Operations solidOperations() {
        .source = Source::page,
        .documented = "As ProMdlUnitsystemCreate: at most one unit of a kind. A missing one is that of the standard "
                      "system Creo Parametric Default, in inches.",
-       .ours = "a missing unit is that of mmKs",
-       .verdict = Verdict::differs,
-       .test = "SolidSettings.ASystemOfTheModelsOwnIsMadeOnce"},
+       .verdict = Verdict::same,
+       .test = "SolidSettings.ANewSystemTakesTheUnitsItIsntToldFromCreosDefault"},
       {.name = "ProMdlPrincipalunitsystemSet",
        .header = "ProUnitsystem.h",
        .shape = "solid, system, conversion",
@@ -371,8 +379,10 @@ Operations solidOperations() {
        .source = Source::page,
        .documented = "Regenerates the model; where that fails a person is asked to mend it. A switch says whether "
                      "parameters with units are converted or left. A read-only model refuses.",
-       .ours = "doesn't regenerate and leaves parameters; a read-only model takes it too",
+       .ours = "parameters are always left; where the regeneration fails the system is set and the status says failed; "
+               "tells no notification of it",
        .verdict = Verdict::differs,
+       .reason = "There is no person to ask; the plug-in never has parameters converted.",
        .test = "SolidSettings.UnitsKeepSizesOrNumbers"},
       {.name = "ProUnitsystemIsStandard",
        .header = "ProUnitsystem.h",

@@ -111,6 +111,7 @@ Got<ProDimensionTolerance> ProDimensionToleranceGet(const ProDimension& dimensio
 
 Got<ProToleranceType> ProDimensionTolTypeGet(const ProDimension& dimension) {
   return onDimension("ProDimensionTolTypeGet", dimension, [](const DimensionRecord& record) -> Got<ProToleranceType> {
+    if (record.reference) return ProGeneralError;
     if (!record.tolerance || record.tolerance->type != ProToleranceType::none)
       return record.tolerance ? record.tolerance->type : ProToleranceType::none;
     const bool isEven = record.tolerance->upper == record.tolerance->lower;

@@ -38,7 +38,7 @@ Got<int> ProElementIntegerGet(const ProElement& element) {
   return operation("ProElementIntegerGet", [&](State&) -> Got<int> {
     if (element.id == 0) return ProBadInputs;
     if (const int* value = std::get_if<int>(&element.value)) return *value;
-    return element.value.index() == 0 ? ProInvalidType : ProGeneralError;
+    return ProInvalidType;
   });
 }
 

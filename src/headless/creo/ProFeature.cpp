@@ -2,7 +2,6 @@
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
-#include "headless/model/retrieve.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -39,12 +38,23 @@ decltype(ProElement::value) elementValue(const headless::Scalar& value) {
   return {};
 }
 
-Got<ProMdl> modelOf(State& state, const ModelFeature& component) {
+Got<ProMdl> modelOf(const State& state, const ModelFeature& component) {
   if (!component.isComponent()) return ProBadInputs;
-  const ProMdlType type = component.component()->type;
-  if (const auto there = state.models.inMemory(headless::featureName(component), type)) return there;
-  const auto model = headless::retrieveModel(state.models, headless::componentLabel(component), type);
+  const auto model = state.models.inMemory(headless::featureName(component), component.component()->type);
   return model ? model : ProNotFound;
+}
+
+// What a component varies in its model, the parameters or all else.
+ProError visitVaried(const State& state, const ModelFeature& component, bool parameters,
+                     Visitor<ProModelitem> visitor) {
+  const auto model = modelOf(state, component);
+  if (!model) return model.error;
+  std::vector<ProModelitem> items;
+  if (const headless::FeatureRecord* record = component.record())
+    for (const headless::VariantItemRecord& one : record->variantItems)
+      if ((one.type == kParameterItem) == parameters)
+        items.push_back({one.type, one.id, model.value, text::fromUtf8(one.name)});
+  return headless::visit<ProModelitem>(items, visitor);
 }
 
 }  // namespace
@@ -85,8 +95,10 @@ Got<std::wstring> ProFeatureSubtypeGet(const ProFeature& feature) {
 }
 
 Got<int> ProFeatureNumberGet(const ProFeature& feature) {
-  return onFeature("ProFeatureNumberGet", feature,
-                   [](State&, const ModelFeature& f) -> Got<int> { return f.place.number; });
+  return onFeature("ProFeatureNumberGet", feature, [](State&, const ModelFeature& f) -> Got<int> {
+    if (headless::isSuppressed(headless::featureStatus(f))) return ProNotFound;
+    return f.place.number;
+  });
 }
 
 Got<ProFeatureStatus> ProFeatureStatusGet(const ProFeature& feature) {
@@ -159,15 +171,13 @@ Got<bool> ProAsmcompIsFlexible(const ProFeature& component) {
 
 ProError ProVariantfeatItemsVisit(const ProFeature& component, Visitor<ProModelitem> visitor) {
   return onFeature("ProVariantfeatItemsVisit", component, [&](State& state, const ModelFeature& f) -> ProError {
-    // Its record may move while its model comes in.
-    std::vector<ProModelitem> items;
-    if (const headless::FeatureRecord* record = f.record())
-      for (const headless::VariantItemRecord& one : record->variantItems)
-        items.push_back({one.type, one.id, {}, text::fromUtf8(one.name)});
-    const auto model = modelOf(state, f);
-    if (!model) return model.error;
-    for (ProModelitem& item : items) item.owner = model.value;
-    return headless::visit<ProModelitem>(items, visitor);
+    return visitVaried(state, f, false, visitor);
+  });
+}
+
+ProError ProVariantfeatParamsVisit(const ProFeature& component, Visitor<ProModelitem> visitor) {
+  return onFeature("ProVariantfeatParamsVisit", component, [&](State& state, const ModelFeature& f) -> ProError {
+    return visitVaried(state, f, true, visitor);
   });
 }
 

@@ -3,6 +3,7 @@
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
 #include "headless/model/new_features.h"
+#include "headless/model/parents.h"
 #include "headless/model/remove_feature.h"
 
 namespace creo {
@@ -34,11 +35,13 @@ Got<ProFeature> ProPatternCreate(const ProFeature& leader, ProPatternType type, 
   });
 }
 
-ProError ProFeatureDelete(ProMdl solid, const std::vector<int>& features) {
+ProError ProFeatureDelete(ProMdl solid, const std::vector<int>& features, ProChildren children) {
   return onSolid("ProFeatureDelete", solid, [&](State&, Model& m) -> ProError {
     for (const int id : features)
       if (!headless::featureOf(m, id)) return ProNotFound;
-    headless::removeFeatures(m, {features.begin(), features.end()});
+    const bool goAlong = children == ProChildren::goAlong;
+    const auto all = goAlong ? headless::withChildren(m, features) : features;
+    headless::removeFeatures(m, {all.begin(), all.end()});
     return ProNoError;
   });
 }

@@ -5,6 +5,7 @@
 #include "creo/ProSolid.h"
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
+#include "headless/model/suppress.h"
 
 namespace creo {
 
@@ -29,6 +30,14 @@ void setPlace(Model& model, int number) {
   model.document->touch(nullptr);
 }
 
+// Components without a record have no status to keep.
+void suppressBehind(Model& model) {
+  std::vector<int> behind;
+  for (const headless::ModelFeature& one : headless::featuresOf(model))
+    if (one.record() && headless::featureStatus(one) == ProFeatureStatus::inactive) behind.push_back(one.place.id);
+  headless::suppress(model, behind, ProChildren::stay);
+}
+
 }  // namespace
 
 Got<bool> ProInsertModeIsActive(ProMdl solid) {
@@ -48,10 +57,11 @@ ProError ProFeatureInsertModeActivate(const ProFeature& feature) {
   });
 }
 
-// Features behind the place keep their status meanwhile, so that nothing has to be resumed.
-ProError ProInsertModeCancel(ProMdl solid, bool /*resume*/) {
-  return onSolid("ProInsertModeCancel", solid, [](State&, Model& m) -> ProError {
+// The document keeps the status that features behind the place come back with.
+ProError ProInsertModeCancel(ProMdl solid, bool resume) {
+  return onSolid("ProInsertModeCancel", solid, [&](State&, Model& m) -> ProError {
     if (!isActive(m)) return ProNotFound;
+    if (!resume) suppressBehind(m);
     setPlace(m, 0);
     return ProNoError;
   });

@@ -17,7 +17,8 @@ using State = headless::Session::State;
 
 ProError ProOutputFileWrite(ProMdl solid, const std::wstring& path, ProInputFileType type) {
   return onSolid("ProOutputFileWrite", solid, [&](State& state, Model& m) -> ProError {
-    if (type != ProInputFileType::program) return ProBadInputs;
+    const bool hasProgram = m.type() == ProMdlType::part || m.type() == ProMdlType::assembly;
+    if (!hasProgram || type != ProInputFileType::program) return ProBadInputs;
     const headless::HeldProgram program = headless::programText(m);
     if (program.fault) {
       state.showMessage(

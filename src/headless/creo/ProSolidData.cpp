@@ -55,7 +55,8 @@ ProError ProSolidRegenerate(ProMdl solid, unsigned flags) {
     const bool instancesToo = (flags & kRegenerateUpdateInstances) != 0;
     std::vector<headless::RegeneratedFeature> features;
     const bool heard = state.events.isHeard(ProNotifyType::featureRegenerated);
-    const ProError result = headless::regenerate(state.models, solid, instancesToo, heard ? &features : nullptr);
+    const ProError result =
+        headless::regenerate(state.models, state.bodies, solid, instancesToo, heard ? &features : nullptr);
     if (result == ProBadInputs) return result;
     for (headless::RegeneratedFeature& feature : features) tellFeature(state, std::move(feature));
     state.raise(ProNotifyType::regenerateAfter, solid);

@@ -87,13 +87,14 @@ Got<ProOutline> ProSolidOutlineCompute(ProMdl solid, const ProTransform& into, s
                  [&into](State& state, Model& m) { return state.bodies.outline(m, into); });
 }
 
-ProError ProFeatureWithoptionsSuppress(ProMdl solid, const std::vector<int>& features) {
+ProError ProFeatureWithoptionsSuppress(ProMdl solid, const std::vector<int>& features, ProChildren children) {
   return onSolid("ProFeatureWithoptionsSuppress", solid,
-                 [&](State&, Model& m) { return headless::suppress(m, features, true); });
+                 [&](State&, Model& m) { return headless::suppress(m, features, children); });
 }
 
-ProError ProFeatureResume(ProMdl solid, const std::vector<int>& features) {
-  return onSolid("ProFeatureResume", solid, [&](State&, Model& m) { return headless::suppress(m, features, false); });
+ProError ProFeatureResume(ProMdl solid, const std::vector<int>& features, ProParents parents) {
+  return onSolid("ProFeatureResume", solid,
+                 [&](State& state, Model& m) { return headless::resume(state.models, m, features, parents); });
 }
 
 }  // namespace creo

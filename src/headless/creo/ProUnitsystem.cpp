@@ -5,6 +5,7 @@
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/convert_units.h"
+#include "headless/model/regenerate.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 
@@ -39,6 +40,9 @@ auto onSystem(std::string_view name, const ProUnitsystem& system, Get get)
   });
 }
 
+// Creo's default gives a new system the units that it isn't told.
+constexpr std::string_view kDefaultSystem = "inlbs";
+
 bool measures(const std::wstring& unit, std::size_t base) {
   if (unit.empty()) return true;
   const auto scale = headless::unitScale(text::toUtf8(unit));
@@ -70,10 +74,13 @@ Got<ProUnitsystem> ProUnitsystemCreate(ProMdl solid, const std::wstring& name, c
     if (heldName(m.document->record, name)) return ProExists;
     headless::UnitSystemRecord made;
     made.name = text::toUtf8(name);
-    made.length = text::toUtf8(units.length);
-    made.mass = text::toUtf8(units.mass);
-    made.time = text::toUtf8(units.time);
-    made.temperature = text::toUtf8(units.temperature);
+    const auto unit = [&](const std::wstring& given, ProUnitType type) {
+      return given.empty() ? headless::systemUnit(m.document->record, kDefaultSystem, type) : text::toUtf8(given);
+    };
+    made.length = unit(units.length, ProUnitType::length);
+    made.mass = unit(units.mass, ProUnitType::mass);
+    made.time = unit(units.time, ProUnitType::time);
+    made.temperature = unit(units.temperature, ProUnitType::temperature);
     m.document->record.unitSystems.push_back(std::move(made));
     m.document->touch(nullptr);
     return ProUnitsystem{m.handle, name};
@@ -84,7 +91,11 @@ ProError ProMdlPrincipalunitsystemSet(ProMdl solid, const ProUnitsystem& system,
   return headless::onSolid("ProMdlPrincipalunitsystemSet", solid, [&](State& state, Model& m) -> ProError {
     const auto held = heldName(m.document->record, system.name);
     if (!held) return ProNotFound;
-    return headless::setPrincipalSystem(state.models, m, *held, conversion == ProUnitConversion::sameSize);
+    const bool keepSizes = conversion == ProUnitConversion::sameSize;
+    if (const ProError error = headless::setPrincipalSystem(state.models, m, *held, keepSizes)) return error;
+    // Where that fails the status says so, as nobody is asked to mend it.
+    headless::regenerate(state.models, state.bodies, solid, false);
+    return ProNoError;
   });
 }
 

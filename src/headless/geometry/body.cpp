@@ -145,7 +145,7 @@ Built build(const std::vector<Primitive>& primitives) {
   const auto named = [&number](const std::wstring& reason) {
     return text::format(L"primitive %d: %s", number, reason);
   };
-  const auto faulty = [&named](const std::wstring& reason) { return Built{nullptr, named(reason), {}}; };
+  const auto faulty = [&](const std::wstring& reason) { return Built{nullptr, named(reason), {}, number}; };
   try {
     Builder builder;
     std::vector<std::wstring> warnings;
@@ -155,7 +155,7 @@ Built build(const std::vector<Primitive>& primitives) {
       builder.take(primitive);
       for (const std::wstring& warning : std::exchange(builder.warnings, {})) warnings.push_back(named(warning));
     }
-    return {std::make_shared<Body>(builder.result()), {}, std::move(warnings)};
+    return {std::make_shared<Body>(builder.result()), {}, std::move(warnings), 0};
   } catch (const ShapeFault& fault) {
     return faulty(fault.reason);
   } catch (const Standard_Failure& failure) {

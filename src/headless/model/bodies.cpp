@@ -1,5 +1,6 @@
 #include "headless/model/bodies.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -49,7 +50,8 @@ Primitive primitiveOf(const Model& part, const PrimitiveRecord& record, Measurer
   return made;
 }
 
-std::vector<Primitive> primitivesOf(const Model& part) {
+// features: gets the feature of each, 0 for one without; null where nobody asks.
+std::vector<Primitive> primitivesOf(const Model& part, std::vector<int>* features = nullptr) {
   std::vector<Primitive> made;
   Measurer measurer(part);
   const LeftOut leftOut(part);
@@ -60,8 +62,9 @@ std::vector<Primitive> primitivesOf(const Model& part) {
     if (!hasGeometry(part, record.feature)) continue;
     try {
       made.push_back(primitiveOf(part, record, measurer));
+      if (features) features->push_back(record.feature);
     } catch (const MeasureFault& fault) {
-      throw MeasureFault{L"primitive " + std::to_wstring(number) + L": " + fault.reason};
+      throw MeasureFault{L"primitive " + std::to_wstring(number) + L": " + fault.reason, record.feature};
     }
   }
   return made;
@@ -229,8 +232,7 @@ std::wstring faultLine(const Model& model, const std::wstring& reason) {
 
 }  // namespace
 
-geometry::Built Bodies::built(const Model& part) {
-  const std::vector<Primitive> primitives = primitivesOf(part);
+geometry::Built Bodies::built(const Model& part, const std::vector<Primitive>& primitives) {
   std::string key = keyOf(primitives);
   if (const auto kept = kept_.find(key); kept != kept_.end()) return kept->second;
   if (kept_.size() >= kMostKept) keptBefore_ = std::exchange(kept_, {});
@@ -245,7 +247,7 @@ geometry::Built Bodies::built(const Model& part) {
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {
   std::wstring fault;
   try {
-    geometry::Built made = built(part);
+    geometry::Built made = built(part, primitivesOf(part));
     if (made.body) return made.body;
     fault = std::move(made.fault);
   } catch (const MeasureFault& measure) {
@@ -254,6 +256,24 @@ Got<geometry::BodyPtr> Bodies::body(const Model& part) {
   if (fault.empty()) return creo::ProNotFound;
   models_.message(faultLine(part, fault));
   return creo::ProGeneralError;
+}
+
+std::wstring Bodies::fault(const Model& part) {
+  if (part.type() != creo::ProMdlType::part || part.document->record.solid.text.empty()) return {};
+  const auto told = [&](int id, const std::wstring& reason) {
+    const auto feature = id == 0 ? std::nullopt : featureOf(part, id);
+    return feature ? L"the feature " + featureLabel(*feature) + L" can't be built: " + reason : reason;
+  };
+  try {
+    std::vector<int> features;
+    const std::vector<Primitive> primitives = primitivesOf(part, &features);
+    const auto isImport = [](const Primitive& one) { return one.kind == geometry::PrimitiveKind::import; };
+    if (std::ranges::any_of(primitives, isImport)) return {};
+    const geometry::Built made = built(part, primitives);
+    return made.fault.empty() ? std::wstring() : told(features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
+  } catch (const MeasureFault& fault) {
+    return told(fault.feature, fault.reason);
+  }
 }
 
 Got<ProMassProperty> Bodies::mass(const Model& solid) {

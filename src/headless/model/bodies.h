@@ -3,6 +3,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "creo/ProSolid.h"
 #include "headless/geometry/body.h"
@@ -21,10 +22,13 @@ class Bodies {
   creo::Got<creo::ProOutline> outline(const Model& solid, const creo::ProTransform& into);
   // Of a part, as its dimensions, parameters and features are now.
   creo::Got<geometry::BodyPtr> body(const Model& part);
+  // What keeps a part's body from being built, by feature: "the feature RIB can't be built: primitive 2: the diameter
+  // must be over 0". Empty: nothing, and for a part whose body is imported: that one isn't built anew.
+  std::wstring fault(const Model& part);
 
  private:
   // Warnings are told once, for the first part that is made so.
-  geometry::Built built(const Model& part);
+  geometry::Built built(const Model& part, const std::vector<geometry::Primitive>& primitives);
 
   const Models& models_;
   // By what a body is made of: a change of the model is another key, and equal parts share one. What wasn't asked for
@@ -34,7 +38,8 @@ class Bodies {
 
 // Where a component stands in its assembly. Throws MeasureFault.
 creo::ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component);
-// Has a feature geometry: not one that is suppressed in whatever way. id 0: no feature stands behind it.
+// Has a feature geometry: not one that is suppressed in whatever way, or has lost a feature that it refers to. id 0: no
+// feature stands behind it.
 bool hasGeometry(const Model& solid, int feature);
 
 }  // namespace headless

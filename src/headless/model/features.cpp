@@ -60,6 +60,11 @@ std::wstring featureName(const ModelFeature& feature) {
   return text::fromUtf8(feature.record()->name);
 }
 
+std::wstring featureLabel(const ModelFeature& feature) {
+  std::wstring name = featureName(feature);
+  return name.empty() ? std::to_wstring(feature.place.id) : name;
+}
+
 int featureType(const ModelFeature& feature) {
   const FeatureRecord* record = feature.record();
   return record && !feature.isComponent() ? record->type : creo::kComponentFeature;
@@ -70,7 +75,15 @@ std::string featureColumn(const ModelFeature& feature) {
   return record && !record->name.empty() ? record->name : std::to_string(feature.place.id);
 }
 
-ProFeatureStatus featureStatus(const ModelFeature& feature) {
+bool isSuppressed(ProFeatureStatus status) {
+  return status >= ProFeatureStatus::familyTableSuppressed && status <= ProFeatureStatus::suppressed;
+}
+
+bool isInUse(ProFeatureStatus status) {
+  return status == ProFeatureStatus::active || status == ProFeatureStatus::unregenerated;
+}
+
+ProFeatureStatus storedStatus(const ModelFeature& feature) {
   const FeatureRecord* record = feature.record();
   ProFeatureStatus own = record ? record->status : ProFeatureStatus::active;
   if (record && feature.model->row) {
@@ -84,6 +97,12 @@ ProFeatureStatus featureStatus(const ModelFeature& feature) {
   if (!*kept) return ProFeatureStatus::familyTableSuppressed;
   const bool suppressed = own == ProFeatureStatus::suppressed || own == ProFeatureStatus::familyTableSuppressed;
   return suppressed ? ProFeatureStatus::active : own;
+}
+
+ProFeatureStatus featureStatus(const ModelFeature& feature) {
+  const ProFeatureStatus own = storedStatus(feature);
+  const int place = feature.model->document->record.insertAfter;
+  return place > 0 && feature.place.number > place && isInUse(own) ? ProFeatureStatus::inactive : own;
 }
 
 std::wstring componentLabel(const ModelFeature& feature) {

@@ -29,11 +29,20 @@ void giveComponentsRecords(ModelDocument& document);
 
 // A component's is its model's. Empty: it has none.
 std::wstring featureName(const ModelFeature& feature);
+// Its name, or its id where it has none: how messages call it.
+std::wstring featureLabel(const ModelFeature& feature);
 int featureType(const ModelFeature& feature);
 // Columns of family tables name a feature by its name, one without a name by its id.
 std::string featureColumn(const ModelFeature& feature);
-// A column of the family table suppresses a feature in an instance, or brings it back.
+// A column of the family table suppresses a feature in an instance, or brings it back. Behind the place of insert mode
+// it is inactive.
 creo::ProFeatureStatus featureStatus(const ModelFeature& feature);
+// The same without insert mode: the one that it comes back with.
+creo::ProFeatureStatus storedStatus(const ModelFeature& feature);
+// Suppressed in whatever way; one that is only behind the place of insert mode isn't.
+bool isSuppressed(creo::ProFeatureStatus status);
+// Is it in the regeneration: neither suppressed nor inactive?
+bool isInUse(creo::ProFeatureStatus status);
 // How the component's model is retrieved: "NAME<GENERIC>" where the document says so.
 std::wstring componentLabel(const ModelFeature& feature);
 

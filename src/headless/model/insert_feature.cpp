@@ -9,6 +9,9 @@ namespace headless {
 int freeFeatureId(ModelDocument& document) {
   int last = 0;
   for (const TreeFeature& one : document.tree.all(document.record)) last = std::max(last, one.id);
+  // A feature that has lost its parent mustn't take another one for it.
+  for (const FeatureRecord& feature : document.record.features)
+    for (const int id : feature.parents) last = std::max(last, id);
   return last + 1;
 }
 

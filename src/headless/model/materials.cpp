@@ -26,15 +26,13 @@ std::vector<MaterialRecord>::iterator materialNamed(ModelRecord& record, std::st
 // Where the name's file is; empty: nowhere.
 std::wstring materialPath(const Models& models, std::vector<std::wstring> folders, const std::wstring& name) {
   if (folders.empty()) folders.emplace_back();
-  const auto kind = materialKind(name);
   for (const std::wstring& folder : folders) {
     const bool isWhole =
         !os::splitDevice(folder).device.empty() || folder.starts_with(L'\\') || folder.starts_with(L'/');
     const std::wstring start = isWhole ? folder : os::joined(models.folders().working(), folder);
     for (const std::wstring_view ending : {kMaterialEnding, kPlainMaterialEnding}) {
-      std::wstring path = os::joined(start, kind ? name : name + std::wstring(ending));
+      std::wstring path = os::joined(start, name + std::wstring(ending));
       if (os::files().exists(path)) return path;
-      if (kind) break;
     }
   }
   return {};
@@ -119,8 +117,7 @@ ProError readMaterialFile(const Models& models, std::vector<std::wstring> folder
     return fail(text::format(L":%d: %s", fault.line, fault.reason));
 
   ModelRecord& record = part.document->record;
-  const auto kind = materialKind(name);
-  const std::string wanted = text::toUtf8(kind ? name.substr(0, name.size() - kMaterialEnding.size()) : name);
+  const std::string wanted = text::toUtf8(name);
   const auto held = materialNamed(record, wanted);
   if (held == record.materials.end()) {
     MaterialRecord& fresh = record.materials.emplace_back();

@@ -12,6 +12,7 @@ namespace headless {
 // Why a number can't be worked out.
 struct MeasureFault {
   std::wstring reason;
+  int feature = 0;  // the one that the number is of; 0: none is told
 };
 
 // Reads the numbers of one model. All but the constructor throw MeasureFault. The model must outlive it.

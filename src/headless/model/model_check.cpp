@@ -4,6 +4,7 @@
 
 #include "headless/model/features.h"
 #include "headless/model/items.h"
+#include "headless/model/parents.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/retrieve.h"
 #include "text/format.h"
@@ -33,11 +34,6 @@ constexpr CheckRow kChecks[] = {
 };
 constexpr std::pair<std::wstring_view, CheckWeight> kWeights[] = {
     {L"error", CheckWeight::error}, {L"warning", CheckWeight::warning}, {L"off", CheckWeight::off}};
-
-bool isSuppressed(ProFeatureStatus status) {
-  return status != ProFeatureStatus::active && status != ProFeatureStatus::inactive &&
-         status != ProFeatureStatus::unregenerated;
-}
 
 bool isSolid(ProMdlType type) {
   return type == ProMdlType::part || type == ProMdlType::assembly || type == ProMdlType::manufacturing;
@@ -69,13 +65,14 @@ class Findings {
 void checkFeatures(const Model& model, Findings& findings) {
   for (const ModelFeature& feature : featuresOf(model)) {
     const ProFeatureStatus status = featureStatus(feature);
-    const std::wstring name = featureName(feature);
-    const std::wstring label = L"the feature " + (name.empty() ? std::to_wstring(feature.place.id) : name);
+    const std::wstring label = L"the feature " + featureLabel(feature);
     if (isSuppressed(status)) {
       findings.add(Check::suppressedFeatures, label + L" is suppressed");
       continue;
     }
     if (status == ProFeatureStatus::unregenerated) findings.add(Check::failedFeatures, label + L" isn't regenerated");
+    if (const std::wstring lost = lostReference(feature); isInUse(status) && !lost.empty())
+      findings.add(Check::failedFeatures, label + L' ' + lost);
     const FeatureRecord* record = feature.record();
     if (record && record->geometryChecks) findings.add(Check::geometryChecks, label + L" has geometry checks");
   }

@@ -62,9 +62,7 @@ int freeDimensionId(const ModelRecord& record) {
 
 // The symbol that the dimension got.
 std::string addDimension(ModelRecord& record, FeatureRecord& feature, double value) {
-  DimensionRecord& added = record.dimensions.emplace_back();
-  added.id = freeDimensionId(record);
-  added.value = value;
+  const DimensionRecord& added = addDimension(record, value);
   feature.dimensions.push_back(added.id);
   return symbolOf(added);
 }
@@ -108,7 +106,23 @@ std::string referredCsys(const Model& solid, const ProElement& tree) {
   return name ? text::toUtf8(name.value) : std::string();
 }
 
+// The feature that stands behind the coordinate system of a tree; nothing: none does.
+std::vector<int> parentsOf(const Model& solid, const ProElement& tree) {
+  const auto& reference = *valueOf<creo::ProReference>(tree, creo::kFeatureReferenceElement);
+  const int feature =
+      solid.document->solid().coordinateSystems[static_cast<std::size_t>(reference.item.id) - 1].feature;
+  return feature == 0 ? std::vector<int>() : std::vector<int>{feature};
+}
+
 }  // namespace
+
+DimensionRecord& addDimension(ModelRecord& record, double value) {
+  const int id = freeDimensionId(record);
+  DimensionRecord& added = record.dimensions.emplace_back();
+  added.id = id;
+  added.value = value;
+  return added;
+}
 
 Got<int> createDatum(const Model& solid, const ProElement& tree) {
   const int* type = valueOf<int>(tree, creo::kFeatureTypeElement);
@@ -130,6 +144,7 @@ Got<int> createDatum(const Model& solid, const ProElement& tree) {
   feature.type = *type;
   feature.name = text::toUtf8(*name);
   feature.typeName = isPoint ? "DATUM POINT" : "DATUM PLANE";
+  feature.parents = parentsOf(solid, tree);
   Measures position;
   if (!isPoint) position = {0.0, 0.0};
   for (const double offset : offsets) position.emplace_back(addDimension(solid.document->record, feature, offset));
@@ -187,6 +202,7 @@ Got<int> createPattern(const Model& solid, int leader, const ProElement& tree) {
   feature.id = freeFeatureId(*solid.document);
   feature.type = creo::kPatternFeature;
   feature.typeName = "PATTERN";
+  feature.parents = {leader};
   // A dimension's value takes its place in the position; the others stay as they are.
   std::vector<std::size_t> axes;
   for (const int id : pattern->dimensions) {

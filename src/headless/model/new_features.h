@@ -10,4 +10,7 @@ namespace headless {
 creo::Got<int> createDatum(const Model& solid, const creo::ProElement& tree);
 creo::Got<int> createPattern(const Model& solid, int leader, const creo::ProElement& tree);
 
+// A dimension with an id and a symbol that no other one has.
+DimensionRecord& addDimension(ModelRecord& record, double value);
+
 }  // namespace headless

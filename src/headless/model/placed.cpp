@@ -5,6 +5,7 @@
 #include "headless/model/items.h"
 #include "headless/model/measures.h"
 #include "headless/model/models.h"
+#include "headless/model/parents.h"
 #include "headless/model/states.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
@@ -58,8 +59,7 @@ bool hasGeometry(const Model& solid, int feature) {
   if (feature == 0) return true;
   const auto found = featureOf(solid, feature);
   if (!found) return true;
-  const creo::ProFeatureStatus status = featureStatus(*found);
-  return status == creo::ProFeatureStatus::active || status == creo::ProFeatureStatus::unregenerated;
+  return isInUse(featureStatus(*found)) && keepsParents(*found);
 }
 
 ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component) {

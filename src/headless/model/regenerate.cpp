@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "headless/model/bodies.h"
 #include "headless/model/bottom_up.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
@@ -115,7 +116,10 @@ class Names {
     return {&record.value, symbolOf(record)};
   }
   [[nodiscard]] std::optional<Scalar> scalarFor(const Target& target, const RelationValue& value) const {
-    return givenBack(value, target.type, target.parameter, modelRecord());
+    auto wanted = givenBack(value, target.type, target.parameter, modelRecord());
+    // A dimension that is regenerated is positive.
+    if (auto* real = wanted && !target.parameter ? std::get_if<double>(&*wanted) : nullptr) *real = std::abs(*real);
+    return wanted;
   }
   [[nodiscard]] const ModelRecord& modelRecord() const { return model_.document->record; }
 
@@ -330,9 +334,7 @@ std::vector<RelationLines> relationSets(const Model& model) {
     for (const ModelFeature& feature : featuresOf(model)) {
       const FeatureRecord* own = feature.record();
       if (!own || featureStatus(feature) != ProFeatureStatus::active) continue;
-      const std::wstring name = featureName(feature);
-      const std::wstring called =
-          L"feature " + (name.empty() ? std::to_wstring(feature.place.id) : name) + L", " + kRelation;
+      const std::wstring called = L"feature " + featureLabel(feature) + L", " + kRelation;
       for (const SectionRecord& section : own->sections) add(called, section.relations, section.unitSensitive, own);
       add(called, own->relations, own->unitSensitive, own);
     }
@@ -416,17 +418,7 @@ void workOut(const Model& instance, InstanceValues& into) {
   }
 }
 
-// worked: gets the features that were regenerated; null where nobody asks.
-Outcome regenerateAlone(const Models& models, Model& model, std::vector<RegeneratedFeature>* worked) {
-  for (const ModelFeature& feature : featuresOf(model)) {
-    const ProFeatureStatus status = featureStatus(feature);
-    if (status == ProFeatureStatus::active && worked)
-      worked->push_back({model.handle, feature.place.id, featureName(feature)});
-    if (status != ProFeatureStatus::unregenerated) continue;
-    std::wstring name = featureName(feature);
-    if (name.empty()) name = std::to_wstring(feature.place.id);
-    return failure(text::format(L"the feature %s isn't regenerated", name));
-  }
+Outcome calculate(const Models& models, Model& model) {
   if (model.row) {
     const ModelRecord& record = model.document->record;
     // The body may be another one although the document is as it was: a component has changed.
@@ -440,6 +432,16 @@ Outcome regenerateAlone(const Models& models, Model& model, std::vector<Regenera
   if (outcome.reason.empty()) tellUnworked(models, model, relations);
   if (outcome.reason.empty()) applyProgram(*model.document, model);
   return outcome;
+}
+
+// worked: gets the features that were regenerated; null where nobody asks.
+Outcome regenerateAlone(const Models& models, Bodies& bodies, Model& model, std::vector<RegeneratedFeature>* worked) {
+  settleDimensions(model);
+  if (std::wstring fault = featureFault(model, worked); !fault.empty()) return failure(std::move(fault));
+  Outcome outcome = calculate(models, model);
+  if (!outcome.reason.empty()) return outcome;
+  std::wstring fault = bodies.fault(model);
+  return fault.empty() ? outcome : failure(std::move(fault));
 }
 
 ProVerification verificationOf(ProRegenerationStatus status) {
@@ -477,15 +479,14 @@ std::vector<ProMdl> componentsOf(const Models& models, const Model& model) {
   std::vector<ProMdl> components;
   for (const ModelFeature& feature : featuresOf(model)) {
     if (!feature.isComponent()) continue;
-    const ProFeatureStatus status = featureStatus(feature);
-    if (status != ProFeatureStatus::active && status != ProFeatureStatus::unregenerated) continue;
+    if (!isInUse(featureStatus(feature))) continue;
     if (const auto used = models.inMemory(featureName(feature), feature.component()->type))
       components.push_back(used.value);
   }
   return components;
 }
 
-void regenerateInstances(Models& models, const Model& generic) {
+void regenerateInstances(Models& models, Bodies& bodies, const Model& generic) {
   const std::shared_ptr<ModelDocument> document = generic.document;
   const auto& table = generic.row ? generic.row->familyTable : document->record.familyTable;
   if (!table) return;
@@ -493,7 +494,7 @@ void regenerateInstances(Models& models, const Model& generic) {
     const auto handle = instanceInMemory(models, *document, row);
     if (!handle) return;
     Model& instance = *models.find(handle.value);
-    finish(models, instance, regenerateAlone(models, instance, nullptr));
+    finish(models, instance, regenerateAlone(models, bodies, instance, nullptr));
   });
 }
 
@@ -519,14 +520,17 @@ RelationLookup relationNames(const Model& model) {
   return [names](std::string_view name) { return names->bodyValue(name); };
 }
 
-creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::vector<RegeneratedFeature>* worked) {
+creo::ProError regenerate(Models& models, Bodies& bodies, ProMdl solid, bool instancesToo,
+                          std::vector<RegeneratedFeature>* worked) {
   if (!models.find(solid)) return creo::ProBadInputs;
   std::set<ProMdl> failed;
   ProRegenerationStatus status = ProRegenerationStatus::regenerated;
   const auto componentsBelow = [&](ProMdl one) { return componentsOf(models, *models.find(one)); };
   for (const ProMdl handle : bottomUp(solid, componentsBelow)) {
+    const std::wstring missing = missingComponent(models, handle);
     Model& model = *models.find(handle);
-    Outcome outcome = regenerateAlone(models, model, worked);
+    Outcome outcome = regenerateAlone(models, bodies, model, worked);
+    if (outcome.reason.empty() && !missing.empty()) outcome = failure(L"its component " + missing + L" is missing");
     for (const ProMdl component : componentsOf(models, model)) {
       if (!outcome.reason.empty() || !failed.contains(component)) continue;
       outcome = failure(text::format(L"its component %s fails", fileLabel(*models.find(component))));
@@ -534,7 +538,7 @@ creo::ProError regenerate(Models& models, ProMdl solid, bool instancesToo, std::
     status = finish(models, model, outcome);
     if (status == ProRegenerationStatus::failed) failed.insert(handle);
   }
-  if (instancesToo) regenerateInstances(models, *models.find(solid));
+  if (instancesToo) regenerateInstances(models, bodies, *models.find(solid));
   if (status == ProRegenerationStatus::failed) return creo::ProGeneralError;
   return status == ProRegenerationStatus::needed ? creo::ProRegenAgain : creo::ProNoError;
 }

@@ -4,9 +4,11 @@
 #include "creo/ProSolid.h"
 #include "headless/model/expression.h"
 #include "headless/model/model.h"
+#include "headless/model/rebuild.h"
 
 namespace headless {
 
+class Bodies;  // bodies.h
 class Models;  // models.h
 
 // An instance's follows from its verification; one that was never verified has its generic's.
@@ -21,16 +23,11 @@ RelationLookup relationNames(const Model& model);
 const InstanceValues& instanceValues(const Model& instance);
 
 // Components first, each model once, then the solid; the status of each is kept with its document (of an instance with
-// its row). ProGeneralError: it or one of its components fails, a line of the message area says why; ProRegenAgain: the
-// post-regeneration relations changed what the relations read; ProBadInputs: no such model. instancesToo: the
-// instances in memory as well; a failure of theirs is kept with their rows only. worked: gets the features in their
-// order, up to one that fails; null where nobody asks.
-struct RegeneratedFeature {
-  creo::ProMdl model;
-  int id = 0;
-  std::wstring name;  // empty: it has none
-};
-creo::ProError regenerate(Models& models, creo::ProMdl solid, bool instancesToo,
+// its row). ProGeneralError: it or one of its components fails, or a component is missing, a line of the message area
+// says why; ProRegenAgain: the post-regeneration relations changed what the relations read; ProBadInputs: no such
+// model. bodies: build what was regenerated. instancesToo: the instances in memory as well; a failure of theirs is kept
+// with their rows only. worked: gets the features in their order, up to one that fails; null where nobody asks.
+creo::ProError regenerate(Models& models, Bodies& bodies, creo::ProMdl solid, bool instancesToo,
                           std::vector<RegeneratedFeature>* worked = nullptr);
 // What is wrong with the model's sets of relations, the first fault of each; nothing is given to the model.
 std::vector<std::wstring> relationFaults(const Model& model);

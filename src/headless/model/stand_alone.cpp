@@ -95,7 +95,7 @@ void resolveFeatures(const Model& instance, ModelRecord& record) {
       continue;
     }
     if (!feature.record()) continue;
-    const ProFeatureStatus status = featureStatus(feature);
+    const ProFeatureStatus status = storedStatus(feature);
     record.features[place.record].status =
         status == ProFeatureStatus::familyTableSuppressed ? ProFeatureStatus::suppressed : status;
   }

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "headless/model/datums.h"
+#include "headless/model/remove_feature.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -85,6 +86,15 @@ creo::ProError deleteFrom(const Model& model, std::vector<Record>& records, cons
   return creo::ProNoError;
 }
 
+// The dimension of a cross section's distance goes with it.
+void dropDistance(ModelRecord& record, int section) {
+  const CrossSectionRecord* held = recordOf(record.crossSections, section);
+  const int dimension = held ? held->dimension : 0;
+  if (dimension == 0) return;
+  std::erase_if(record.dimensions, [&](const DimensionRecord& one) { return !one.reference && one.id == dimension; });
+  dropReferences(record, {}, {dimension});
+}
+
 }  // namespace
 
 void replaceReferences(const Model& model, ProItemType type, std::string_view from, std::string_view to) {
@@ -114,6 +124,7 @@ creo::ProError deleteState(const Model& model, const creo::ProModelitem& state) 
     case ProItemType::combinedState:
       return deleteFrom(model, record.combinedStates, state);
     case ProItemType::crossSection:
+      dropDistance(record, state.id);
       return deleteFrom(model, record.crossSections, state);
     default:
       return creo::ProBadInputs;

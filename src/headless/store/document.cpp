@@ -72,6 +72,7 @@ struct RecordTable<DimensionRecord> {
                                         field<&R::reference>("reference"),
                                         field<&R::associative>("associative"),
                                         field<&R::angular>("angular"),
+                                        field<&R::flipped>("flipped"),
                                         field<&R::tolerance>("tolerance"),
                                         field<&R::bound>("bound"),
                                         field<&R::text>("text")};

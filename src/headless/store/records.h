@@ -41,6 +41,7 @@ struct DimensionRecord : Open {
   bool reference = false;
   bool associative = true;
   bool angular = false;  // in degrees
+  bool flipped = false;  // measured in the other direction
   std::unique_ptr<ToleranceRecord> tolerance;
   creo::ProDimensionBound bound = creo::ProDimensionBound::nominal;
   std::vector<std::string> text;  // lines; none: "@D" alone

@@ -65,6 +65,7 @@ struct FeatureRecord : Open {
   bool hidden = false;  // the model tree doesn't show it
   std::unique_ptr<PatternRecord> pattern;
   std::vector<VariantItemRecord> variantItems;
+  std::vector<int> parents;  // ids of the features that it refers to
   std::vector<int> dimensions;
   std::vector<SectionRecord> sections;
   std::vector<std::string> relations;
@@ -155,6 +156,7 @@ struct CrossSectionRecord : Open {
   creo::ProXsecObjects objects = creo::ProXsecObjects::model;
   std::string plane;    // the datum plane's name
   double distance = 0;  // from the plane
+  int dimension = 0;    // id of the dimension that says so; 0: none does
   bool visible = false;
   bool oldForm = false;  // made by an older release and not converted yet
 };

@@ -50,6 +50,7 @@ struct RecordTable<FeatureRecord> {
                                         field<&R::status>("status"),
                                         field<&R::geometryChecks>("geometryChecks"),
                                         field<&R::hidden>("hidden"),
+                                        field<&R::parents>("parents"),
                                         field<&R::pattern>("pattern"),
                                         field<&R::variantItems>("variantItems"),
                                         field<&R::dimensions>("dimensions"),
@@ -166,10 +167,10 @@ struct RecordTable<CombinedStateRecord> {
 template <>
 struct RecordTable<CrossSectionRecord> {
   using R = CrossSectionRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
-                                        field<&R::type>("type"),        field<&R::objects>("objects"),
-                                        field<&R::plane>("plane"),      field<&R::distance>("distance"),
-                                        field<&R::visible>("visible"),  field<&R::oldForm>("oldForm")};
+  static constexpr std::array fields = {
+      field<&R::id>("id", kRequired),    field<&R::name>("name", kRequired), field<&R::type>("type"),
+      field<&R::objects>("objects"),     field<&R::plane>("plane"),          field<&R::distance>("distance"),
+      field<&R::dimension>("dimension"), field<&R::visible>("visible"),      field<&R::oldForm>("oldForm")};
 };
 template <>
 struct RecordTable<LayoutRecord> {

@@ -231,6 +231,16 @@ TEST_F(DistortedBox, IsMeasuredWithoutThemAndTheyComeBack) {
   EXPECT_NE(before_.npos, before_.find("unregenerated"));
 }
 
+TEST_F(DistortedBox, TakesChildrenAlongAndBringsThemBack) {
+  world.config("kvd_write_history_in_models=0");
+  std::string features = kFeatures;
+  features.insert(features.rfind(']'), R"(, {"id": 11, "type": 917, "parents": [8]})");
+  body(kDistorted, features);
+  EXPECT_EQ(std::wstring(kTitle) + kAllSet + L"|20 30 10", failing("", 0));
+  EXPECT_EQ(before_, document());
+  EXPECT_EQ(3, world.session().calls("ProFeatureResume")) << "two features and the child of one";
+}
+
 TEST_F(DistortedBox, OfAnInstanceTouchesNoOtherRow) {
   world.config("kvd_write_history_in_models=0");
   body(kDistorted, std::string(kFeatures) + R"(, "familyTable": {"items": [{"type": "feature", "name": "8"}],

@@ -112,7 +112,7 @@ TEST_F(Materials, AreReadFromFilesOfBothForms) {
       {"d:/mat/brass", before + " brass(PTC_MASS_DENSITY=8.5e-06,PTC_HARDNESS=\"90 HB\")",
        L"d:\\mat\\brass|Material is added to the model"},
       {"d:/mat/both", before + " both(FROM=\"mtl\")", L"d:\\mat\\both|Material is added to the model"},
-      {"d:/mat/both.MAT", before + " both(FROM=\"mat\")", L"d:\\mat\\both.MAT|Material is added to the model"},
+      {"d:/mat/both.MAT", before + " both(FROM=\"mtl\")", L"d:\\mat\\both.MAT|Material is added to the model"},
       {"brass.mat", before + " brass(PTC_MASS_DENSITY=8.5e-06,PTC_HARDNESS=\"90 HB\")",
        L"brass.mat|Material is added to the model"},
       {"d:/other/STEEL.mtl", before, L"d:\\other\\STEEL.mtl|E:The defined material has not be found."},

@@ -90,6 +90,13 @@ TEST_F(SolidSettings, ASystemOfTheModelsOwnIsMadeOnce) {
   EXPECT_EQ(10.0, std::get<double>(record().dimensions[0].value));
 }
 
+TEST_F(SolidSettings, ANewSystemTakesTheUnitsItIsntToldFromCreosDefault) {
+  EXPECT_EQ(L"B0 Set units|New unit system 'SITE' is created|New unitsystem is set",
+            run(task("setUnits", "us='SITE' length='cm'")));
+  const headless::UnitSystemRecord& own = record().unitSystems.at(0);
+  EXPECT_EQ("cm lbm sec F", own.length + " " + own.mass + " " + own.time + " " + own.temperature);
+}
+
 TEST_F(SolidSettings, ANumberBeyondDoublesKeepsTheModelAsItIs) {
   writeBytes(world.models() + "/bracket.prt.1", R"({"format": 1, "units": "mks",
       "dimensions": [{"id": 1, "value": 3.0}, {"id": 2, "value": 1e308}]})");

@@ -3,6 +3,9 @@
 
 #include <cmath>
 
+#include "creo/ProDimension.h"
+#include "creo/ProFeatureCreate.h"
+#include "creo/ProXsec.h"
 #include "headless/session_fixture.h"
 #include "text/format.h"
 
@@ -157,7 +160,10 @@ TEST_F(SurfacesTest, FeaturesArePutAwayAndComeBackAsTheyWere) {
   EXPECT_NE(before, session().models().documentText(solid).value) << "it is saved like that";
   EXPECT_EQ(ProNoError, ProFeatureResume(solid, {8}));
   EXPECT_EQ(before, session().models().documentText(solid).value);
-  EXPECT_EQ(ProNoError, ProFeatureResume(solid, {8, 9}));
+  EXPECT_EQ(ProGeneralError, ProFeatureResume(solid, {9, 8})) << "8 is there already";
+  EXPECT_EQ("M1.PRT: the feature 8 can't be resumed: it isn't suppressed\n", messages());
+  EXPECT_EQ(ProFeatureStatus::suppressed, status(solid, 9)) << "all or nothing";
+  EXPECT_EQ(ProNoError, ProFeatureResume(solid, {9}));
   EXPECT_EQ(ProFeatureStatus::active, status(solid, 9));
   model("top.asm.1", R"("components": [{"name": "M1", "type": "prt"}])");
   const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
@@ -165,6 +171,78 @@ TEST_F(SurfacesTest, FeaturesArePutAwayAndComeBackAsTheyWere) {
     EXPECT_EQ(ProBadInputs, ProFeatureWithoptionsSuppress(one.owner, {one.id}));
     return ProNoError;
   });
+}
+
+constexpr const char* kFamily = R"("features": [{"id": 1, "name": "BASE"}, {"id": 2, "name": "RIB", "parents": [1]},
+    {"id": 3, "name": "BORE", "parents": [2]}, {"id": 4, "name": "ALONE"}])";
+constexpr const char* kFamilyBody = R"({"type": "box", "size": [10, 10, 10], "feature": 1},
+    {"type": "box", "size": [20, 10, 10], "feature": 2}, {"type": "box", "size": [30, 10, 10], "feature": 3})";
+
+TEST_F(SurfacesTest, ParentsAndChildrenGoAndComeTogether) {
+  const ProMdl solid = part(kFamilyBody, kFamily);
+  const auto states = [&] {
+    std::string all;
+    for (const int id : {1, 2, 3, 4}) all += std::to_string(static_cast<int>(status(solid, id)));
+    return all;
+  };
+  EXPECT_EQ(ProNoError, ProFeatureWithoptionsSuppress(solid, {2}));
+  EXPECT_EQ("0500", states()) << "the child stays";
+  EXPECT_EQ("0.0000 0.0000 0.0000 to 10.0000 10.0000 10.0000", outline(solid, {})) << "and has no geometry";
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(solid, 0));
+  EXPECT_EQ("M1.PRT: the feature BORE refers to the feature RIB, which is suppressed\n", messages());
+  EXPECT_EQ(ProNotFound, ProFeatureNumberGet({solid, 2}).error);
+  EXPECT_EQ(3, ProFeatureNumberGet({solid, 3}).value);
+
+  EXPECT_EQ(ProNoError, ProFeatureWithoptionsSuppress(solid, {1}, ProChildren::goAlong));
+  EXPECT_EQ("5550", states());
+  EXPECT_EQ(ProGeneralError, ProFeatureResume(solid, {3}));
+  EXPECT_EQ("5550", states()) << "its parents are away";
+  EXPECT_EQ(ProNoError, ProFeatureResume(solid, {3}, ProParents::comeBackToo));
+  EXPECT_EQ("0000", states());
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(solid, 0));
+
+  EXPECT_EQ(ProNoError, ProFeatureDelete(solid, {2}));
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(solid, 0));
+  EXPECT_NE(std::string::npos,
+            messages().find("M1.PRT: the feature BORE refers to the feature 2, which isn't there\n"));
+  EXPECT_EQ(ProNoError, ProFeatureDelete(solid, {1}, ProChildren::goAlong));
+  EXPECT_EQ(ProNoError, ProFeatureStatusGet({solid, 3}).error) << "it refers to what went before";
+  EXPECT_EQ(ProNoError, ProFeatureDelete(solid, {3}));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(solid, 0));
+}
+
+TEST_F(SurfacesTest, BehindThePlaceOfInsertModeNothingIsInUse) {
+  const ProMdl solid = part(kFamilyBody, kFamily);
+  const std::string before = session().models().documentText(solid).value;
+  EXPECT_EQ(ProNoError, ProFeatureInsertModeActivate({solid, 2}));
+  EXPECT_EQ(ProFeatureStatus::active, status(solid, 2));
+  EXPECT_EQ(ProFeatureStatus::inactive, status(solid, 3));
+  EXPECT_EQ("0.0000 0.0000 0.0000 to 20.0000 10.0000 10.0000", outline(solid, {}));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(solid, 0));
+  EXPECT_EQ(ProNoError, ProInsertModeCancel(solid, true));
+  EXPECT_EQ(before, session().models().documentText(solid).value);
+  EXPECT_EQ(ProNoError, ProFeatureInsertModeActivate({solid, 2}));
+  EXPECT_EQ(ProNoError, ProInsertModeCancel(solid, false));
+  EXPECT_EQ(ProFeatureStatus::suppressed, status(solid, 3));
+  EXPECT_EQ(ProFeatureStatus::suppressed, status(solid, 4));
+  EXPECT_EQ(ProFeatureStatus::active, status(solid, 1));
+}
+
+TEST_F(SurfacesTest, TheDistanceOfAParallelSectionIsADimension) {
+  const ProMdl solid = part(kBlock, R"("features": [{"id": 1, "name": "MID", "type": 923}],
+      "dimensions": [{"id": 1, "value": 4.0}])");
+  const ProFeature plane{solid, 1};
+  EXPECT_EQ(ProBadInputs, ProXsecParallelCreate(solid, L"", plane, 2).error);
+  EXPECT_EQ(ProGeneralError, ProXsecPlanarCreate(solid, L"", plane).error);
+  const auto section = ProXsecParallelCreate(solid, L"A", plane, -2.5);
+  ASSERT_EQ(ProNoError, section.error);
+  EXPECT_EQ(2.5, ProDimensionValueGet({solid, 2}).value);
+  EXPECT_EQ(ProNoError, ProDimensionValueSet({solid, 2}, 3));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(solid, 0));
+  EXPECT_EQ(-3, session().models().find(solid)->document->record.crossSections[0].distance);
+  EXPECT_EQ(ProNoError, ProXsecDelete(section.value));
+  EXPECT_EQ(ProNotFound, ProDimensionValueGet({solid, 2}).error);
+  EXPECT_EQ(4, ProDimensionValueGet({solid, 1}).value);
 }
 
 TEST_F(SurfacesTest, AnInstancesRowDecidesWhereItHasAValue) {

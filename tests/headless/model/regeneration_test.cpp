@@ -5,6 +5,7 @@
 #include "creo/ProNotify.h"
 #include "creo/ProRelset.h"
 #include "creo/ProSolid.h"
+#include "creo/ProSurface.h"
 #include "creo/ProUtil.h"
 #include "headless/session_fixture.h"
 
@@ -460,6 +461,53 @@ TEST_F(Regeneration, ComponentsComeFirstAndACircleEnds) {
       "BAD.PRT: relation line 1: an operand is missing\nMIDDLE.ASM: its component BAD.PRT fails\n"
       "OUTER.ASM: its component MIDDLE.ASM fails\n",
       messages());
+}
+
+// Relations are well in each.
+TEST_F(Regeneration, WhatCantBeBuiltIsToldByFeature) {
+  model("plate.prt.1", R"("features": [{"id": 7, "name": "RIB"}], "dimensions": [{"id": 1, "symbol": "W", "value": 0}],
+      "solid": {"primitives": [{"type": "box", "size": [8, 8, 8]},
+                               {"type": "box", "size": ["W", 4, 4], "feature": 7}]})");
+  model("lost.prt.1", R"("features": [{"id": 7}, {"id": 8, "parents": [9]}, {"id": 9}])");
+  model("top.asm.1", R"("features": [{"id": 3, "status": "suppressed"}], "components": [
+      {"name": "AWAY", "type": "prt", "feature": 3}, {"name": "GONE", "type": "prt"}])");
+  const ProMdl plate = retrieve(L"PLATE");
+  const std::size_t before = session().messages().size();
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(plate, 0));
+  EXPECT_EQ(ProRegenerationStatus::failed, ProSolidRegenerationstatusGet(plate).value);
+  EXPECT_EQ(ProNoError, ProFeatureWithoptionsSuppress(plate, {7}));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(plate, 0)) << "it isn't asked for";
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(retrieve(L"LOST"), 0));
+  const auto said = session().messages();
+  ASSERT_EQ(before + 2, said.size());
+  EXPECT_EQ(L"PLATE.PRT: the feature RIB can't be built: primitive 2: each side must be over 0", said[before]);
+  EXPECT_EQ(L"LOST.PRT: the feature 8 refers to the feature 9, which comes behind it", said[before + 1]);
+
+  const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(top, 0));
+  EXPECT_EQ(L"TOP.ASM: its component GONE.PRT is missing", session().messages().back());
+}
+
+TEST_F(Regeneration, ADimensionBelow0TurnsRound) {
+  model("bolt.prt.1", R"("dimensions": [{"id": 1, "symbol": "W", "value": 10.0}, {"id": 2, "symbol": "H", "value": 5}],
+      "relations": ["H = -W"], "solid": {"primitives": [{"type": "box", "size": ["W", 2, 2]}]},
+      "familyTable": {"items": [{"type": "dimension", "name": "W"}], "instances": [{"name": "B20"}]})");
+  const ProMdl bolt = retrieve(L"BOLT"), instance = retrieve(L"B20");
+  const auto isFlipped = [&] { return session().models().find(bolt)->document->record.dimensions[0].flipped; };
+  EXPECT_EQ(ProNoError, ProDimensionValueSet({bolt, 1}, -25));
+  EXPECT_EQ(-25, ProDimensionValueGet({bolt, 1}).value) << "until it is regenerated";
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, 0));
+  EXPECT_EQ(25, ProDimensionValueGet({bolt, 1}).value);
+  EXPECT_EQ(25, ProDimensionValueGet({bolt, 2}).value) << "one that a relation drives, too";
+  EXPECT_TRUE(isFlipped());
+  EXPECT_NEAR(100, ProSolidMassPropertyGet(bolt).value.volume, 1e-9);
+  EXPECT_EQ(ProNoError, ProDimensionValueSet({bolt, 1}, -4));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(bolt, 0));
+  EXPECT_FALSE(isFlipped()) << "turned back";
+  EXPECT_EQ(ProNoError, ProDimensionValueSet({instance, 1}, -30));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(instance, 0));
+  EXPECT_EQ(30, ProDimensionValueGet({instance, 1}).value);
+  EXPECT_EQ(4, ProDimensionValueGet({bolt, 1}).value);
 }
 
 TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {

@@ -1,0 +1,103 @@
+#include "headless/model/rebuild.h"
+
+#include <cmath>
+
+#include "headless/model/family.h"
+#include "headless/model/models.h"
+#include "headless/model/parents.h"
+#include "headless/model/placed.h"
+#include "headless/model/retrieve.h"
+#include "text/format.h"
+
+namespace headless {
+
+using creo::ProFamitemType;
+using creo::ProFeatureStatus;
+
+namespace {
+
+// The number the other way round; nothing for one that isn't below 0.
+std::optional<Scalar> turned(const Scalar& value) {
+  if (const auto* real = std::get_if<double>(&value); real && *real < 0) return Scalar(-*real);
+  if (const auto* integer = std::get_if<int>(&value); integer && *integer < 0) return Scalar(-*integer);
+  return std::nullopt;
+}
+
+void settleRow(const Model& instance) {
+  ModelDocument& document = *instance.document;
+  for (const DimensionRecord& one : document.record.dimensions) {
+    if (one.reference) continue;
+    const Scalar* held = rowValue(document, instance.row, ProFamitemType::dimension, symbolOf(one));
+    const auto positive = held ? turned(*held) : std::nullopt;
+    if (!positive) continue;
+    setRowValue(document, *instance.row, ProFamitemType::dimension, symbolOf(one), *positive);
+    document.touch(instance.row);
+  }
+}
+
+double numberOf(const Scalar& value) {
+  if (const auto* integer = std::get_if<int>(&value)) return *integer;
+  const auto* real = std::get_if<double>(&value);
+  return real ? *real : 0;
+}
+
+void settleSections(ModelDocument& document) {
+  for (CrossSectionRecord& section : document.record.crossSections) {
+    const DimensionRecord* dimension = section.dimension == 0 ? nullptr : document.dimension(section.dimension, false);
+    if (!dimension) continue;
+    const double distance = numberOf(dimension->value) * (dimension->flipped ? -1 : 1);
+    if (section.distance == distance) continue;
+    section.distance = distance;
+    document.touch(nullptr);
+  }
+}
+
+}  // namespace
+
+void settleDimensions(const Model& model) {
+  if (model.row) return settleRow(model);
+  ModelDocument& document = *model.document;
+  for (DimensionRecord& one : document.record.dimensions) {
+    const auto positive = one.reference ? std::nullopt : turned(one.value);
+    if (!positive) continue;
+    one.value = *positive;
+    one.flipped = !one.flipped;
+    document.touch(nullptr);
+  }
+  settleSections(document);
+}
+
+std::wstring featureFault(const Model& model, std::vector<RegeneratedFeature>* worked) {
+  for (const ModelFeature& feature : featuresOf(model)) {
+    const ProFeatureStatus status = featureStatus(feature);
+    if (!isInUse(status)) continue;
+    const std::wstring fault =
+        status == ProFeatureStatus::unregenerated ? L"isn't regenerated" : lostReference(feature);
+    if (!fault.empty()) return text::format(L"the feature %s %s", featureLabel(feature), fault);
+    if (worked) worked->push_back({model.handle, feature.place.id, featureName(feature)});
+  }
+  return {};
+}
+
+std::wstring missingComponent(Models& models, creo::ProMdl assembly) {
+  struct Wanted {
+    std::wstring name, label;
+    creo::ProMdlType type;
+  };
+  // The assembly's document may move while another one comes in.
+  std::vector<Wanted> wanted;
+  const Model& model = *models.find(assembly);
+  if (model.document->record.components.empty()) return {};
+  const LeftOut leftOut(model);
+  for (const ModelFeature& feature : featuresOf(model)) {
+    if (!feature.isComponent() || leftOut.has(feature.place.id) || !isInUse(featureStatus(feature))) continue;
+    const std::wstring name = featureName(feature);
+    const creo::ProMdlType type = feature.component()->type;
+    if (!models.inMemory(name, type)) wanted.push_back({name, componentLabel(feature), type});
+  }
+  for (const Wanted& one : wanted)
+    if (!retrieveModel(models, one.label, one.type)) return one.name + L'.' + creo::typeExtension(one.type);
+  return {};
+}
+
+}  // namespace headless

@@ -89,7 +89,6 @@ struct ModelRecord : Open {
   std::vector<std::string> relations, postRelations;
   bool unitSensitive = false, postUnitSensitive = false;  // the two sets of relations
   std::vector<LayerRecord> layers;
-  std::vector<DefaultLayerRecord> defaultLayers;
   std::vector<LayerStateRecord> layerStates;
   std::vector<ViewRecord> views;
   std::string activeView;  // the one that was shown last; empty: none

@@ -153,6 +153,7 @@ struct Action {
   std::span<const Attribute> attributes = {};
   Effects effects = {};
   std::string_view about = {};       // a sentence for people
+  bool forAssembliesAlone = false;   // Creo refuses parts: there the attempt is made, and its failure told
   bool isRemoved = false;            // lists of earlier releases hold it; it only says that it was removed
   std::wstring_view successor = {};  // of a removed one: the key that takes its place
   Outcome (*function)(const Task& task) = nullptr;

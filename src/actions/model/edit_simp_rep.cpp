@@ -127,8 +127,8 @@ void addItem(const Edit& edit, const Subject& subject, creo::ProSimprepdata& dat
   std::optional<creo::ProSubstitution> by;
   if (edit.jc == L"7" && subject.isComponent) by = substitution(edit, subject);
   const auto wanted = actionFor(edit.jc, data.defaultAction);
-  const auto action = wanted ? creo::ProSimprepActionInit(*wanted, by)
-                             : creo::Got<creo::ProSimprepItemAction>(creo::ProBadInputs);
+  const auto action =
+      wanted ? creo::ProSimprepActionInit(*wanted, by) : creo::Got<creo::ProSimprepItemAction>(creo::ProBadInputs);
   if (!action) return core::logWrite(L"Failure occured while create Simprep action", core::kWarning);
   const auto item = itemOf(subject, action.value);
   if (!item) return core::logWrite(L"Failure occured while ProSimprepdataitemInit", core::kError);
@@ -212,7 +212,8 @@ constexpr Action kActions[] = {
      .version = L"4",
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model | Touched::session},
-     .about = "describes simplified representations anew: what they do with each feature and component",
+     .about = "describes simplified representations anew: what they do with each component",
+     .forAssembliesAlone = true,
      .function = &editSimpRep},
 };
 

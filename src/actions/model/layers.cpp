@@ -380,7 +380,10 @@ constexpr Attribute kStatusAttributes[] = {
      .words = L"normal|display|blank",
      .need = Need::needed,
      .about = "how they show from now on"},
-    {.name = L"saveLS", .kind = Kind::flag, .words = L"true", .about = "what the layers of the model and of those that it uses show is saved with them"},
+    {.name = L"saveLS",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "what the layers of the model and of those that it uses show is saved with them"},
 };
 constexpr Attribute kGroupAttributes[] = {
     {.name = L"copyTo", .kind = Kind::pattern, .need = Need::needed, .about = "the layers that others are put on"},

@@ -152,8 +152,7 @@ bool remove(creo::ProMdl model, const NamedState& rep) {
   const auto master = creo::ProSimprepInit(L"", creo::kMasterRep, model);
   if (!master || !isActive(model, rep.item) || creo::ProSimprepActivate(master.value) != creo::ProNoError) return false;
   if (creo::ProSimprepDelete(rep.item) == creo::ProNoError) return true;
-  if (creo::ProSimprepActivate(rep.item) != creo::ProNoError)
-    core::logWrite(L"can't reset simp rep", core::kWarning);
+  if (creo::ProSimprepActivate(rep.item) != creo::ProNoError) core::logWrite(L"can't reset simp rep", core::kWarning);
   return false;
 }
 
@@ -207,6 +206,7 @@ constexpr Action kActions[] = {
      .attributes = kCreateAttributes,
      .effects = kEffects,
      .about = "creates a simplified representation",
+     .forAssembliesAlone = true,
      .function = &createSimpRep},
     {.key = L"renameSimpRep",
      .place = 149,
@@ -223,6 +223,7 @@ constexpr Action kActions[] = {
      .attributes = kSetAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::session},
      .about = "puts the model into a simplified representation, for as long as it is in memory",
+     .forAssembliesAlone = true,
      .function = &setSimpRep},
     {.key = L"deleteSimpRep",
      .place = 151,

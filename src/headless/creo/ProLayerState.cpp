@@ -90,8 +90,9 @@ Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model) {
 }
 
 Got<std::wstring> ProLayerstateNameGet(const ProLayerstate& state) {
-  return onState("ProLayerstateNameGet", state,
-                 [](State&, Model&, LayerStateRecord& record) -> Got<std::wstring> { return text::fromUtf8(record.name); });
+  return onState("ProLayerstateNameGet", state, [](State&, Model&, LayerStateRecord& record) -> Got<std::wstring> {
+    return text::fromUtf8(record.name);
+  });
 }
 
 Got<ProLayerstate> ProLayerstateCreate(ProMdl model, const std::wstring& name) {

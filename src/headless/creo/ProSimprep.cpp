@@ -76,8 +76,10 @@ void activate(const State& state, Model& model, const FoundRep& rep) {
 // less.
 int rankOf(const FoundRep& rep) {
   constexpr int kUsers = 4;
-  for (const auto& [id, rank] : {std::pair(headless::kMasterForm.id, kUsers + 1), {headless::kGeometryForm.id, 3},
-                                 {headless::kGraphicsForm.id, 2}, {headless::kSymbolicForm.id, 1}})
+  for (const auto& [id, rank] : {std::pair(headless::kMasterForm.id, kUsers + 1),
+                                 {headless::kGeometryForm.id, 3},
+                                 {headless::kGraphicsForm.id, 2},
+                                 {headless::kSymbolicForm.id, 1}})
     if (rep.id == id) return rank;
   return kUsers;
 }
@@ -140,9 +142,9 @@ ProError ProSimprepActivate(const ProModelitem& rep) {
 Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep) {
   return operation("ProSimprepMdlnameRetrieve", [&](State& state) -> Got<ProMdl> {
     const std::string name = text::toUtf8(rep);
-    const bool isForm = std::any_of(
-        std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
-        [&](const DefaultRep& one) { return one.id != kMasterRep && headless::sameName(one.name, name); });
+    const bool isForm =
+        std::any_of(std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
+                    [&](const DefaultRep& one) { return one.id != kMasterRep && headless::sameName(one.name, name); });
     if (type != ProMdlType::part && !isForm) return ProBadInputs;
     return inRepresentation(state, model, type, name, InMemory::higherWins);
   });

@@ -15,9 +15,8 @@ Got<int> ProViewIdFromNameGet(ProMdl model, const std::wstring& name);
 using ProCombstateReference = std::variant<ProModelitem, ProLayerstate>;
 // sectionVisibility: Creo's number of how the cross section shows, 0: not at all; it counts with a cross section alone.
 // exploded: the exploded state shows. What isn't referred to stays as it is when the state is shown. ProInvalidType: no
-// solid, a kind that a combined state doesn't take, two of a kind, or an exploded state or a style of a model that is
-// no assembly. ProBadInputs: no name, one that another state has, or nothing to refer to. ProNotFound: something has
-// gone.
+// solid, a kind that a combined state doesn't take, two of a kind, something that has gone, or an exploded state or a
+// style of a model that is no assembly. ProBadInputs: no name, one that another state has, or nothing to refer to.
 Got<ProModelitem> ProMdlCombStateCreate(ProMdl model, const std::wstring& name,
                                         const std::vector<ProCombstateReference>& references, int sectionVisibility,
                                         bool exploded);

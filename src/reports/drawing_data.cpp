@@ -4,7 +4,7 @@
 #include "creo/ProDwgtable.h"
 #include "creo/ProMdl.h"
 #include "creo/ProNote.h"
-#include "creo/ProState.h"
+#include "creo/ProView.h"
 #include "reports/list_rows.h"
 #include "reports/report_row.h"
 #include "reports/sheet_names.h"
@@ -68,7 +68,8 @@ std::wstring models(const ProMdl& drawing) {
 }
 std::wstring views(const ProMdl& drawing) {
   std::wstring lines;
-  for (const std::wstring& name : creo::ProViewNamesGet(drawing).value.names) appendLine(lines, name);
+  for (const creo::ProView& view : creo::ProDrawingViewsCollect(drawing).value)
+    if (const auto name = creo::ProDrawingViewNameGet(view)) appendLine(lines, name.value);
   return lines;
 }
 

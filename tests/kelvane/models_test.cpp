@@ -113,7 +113,6 @@ TEST_F(ModelVerbs, ShowTellsWhatASolidHoldsLineByLine) {
                   "appearance": {"color": [1, 0, 0], "transparency": 0.5}}],
     "layers": [{"id": 1, "name": "L", "ruleBased": true, "associativeRules": true, "rules": ["name == V*", "type = view", "odd"],
                 "items": [{"type": "feature", "id": 7}, {"type": "dimension", "id": 9}]}],
-    "defaultLayers": [{"type": 3, "layer": "L"}],
     "layerStates": [{"name": "S", "layers": [{"name": "L", "status": "hidden"}]}], "activeLayerState": "s",
     "views": [{"id": 1, "name": "V"}], "activeView": "V",
     "simplifiedReps": [{"id": 1, "name": "R", "defaultAction": "exclude", "items": [
@@ -138,7 +137,7 @@ TEST_F(ModelVerbs, ShowTellsWhatASolidHoldsLineByLine) {
         "             by                   rules, associative\n             rule                 name == V*\n"
         "             rule                 type = view\n             rule, finds nothing  odd\n"
         "             found now            view 1 V\n",
-        "\ndefault layers\n  type 3  L\n", "\nlayer states\n  S  L hidden  active\n", "\nstates\n  view  V (active)\n",
+        "\nlayer states\n  S  L hidden  active\n", "\nstates\n  view  V (active)\n",
         "\nsimplified representations\n  R  default exclude  feature 7 CUT substitute by LIGHT\n",
         "\ncombined states\n  ALL  active  view V, layers S, section X, shown exploded\n",
         "\ncross sections\n  X  planar  cuts model  plane TOP, at 5  visible, old form\n"})

@@ -362,6 +362,9 @@ class Document {
           "action '" + type + "' is for no model: forPRT, forASM and forDRW are all missing or 'false'");
     else
       checkKinds(task, type, action);
+    if (action.forAssembliesAlone && isOn(task, L"forPRT") && !isOn(task, L"forASM"))
+      add(task, "action-refused",
+          "action '" + type + "' is asked for parts alone, which Creo refuses: it is for assemblies", "forPRT");
     return true;
   }
   // Switches that let through nothing but what the action refuses.

@@ -55,13 +55,6 @@ Section layersOf(const Model& model) {
   return section;
 }
 
-Section defaultLayersOf(const ModelRecord& record) {
-  Section section{"default layers", {}};
-  for (const headless::DefaultLayerRecord& entry : record.defaultLayers)
-    section.rows.push_back({"type " + std::to_string(entry.type), entry.layer});
-  return section;
-}
-
 std::string activeMark(const std::string& active, const std::string& name) {
   return !name.empty() && headless::sameName(active, name) ? "active" : "";
 }
@@ -141,7 +134,7 @@ Section crossSectionsOf(const ModelRecord& record) {
 
 std::vector<Section> layerSections(const Model& model) {
   const ModelRecord& record = model.document->record;
-  return {layersOf(model), defaultLayersOf(record), layerStatesOf(record)};
+  return {layersOf(model), layerStatesOf(record)};
 }
 
 std::vector<Section> stateSections(const Model& model) {

@@ -12,6 +12,10 @@ constexpr Rule kRules[] = {
      .about = "The action works on models, but none of its switches forPRT, forASM and forDRW lets one through that it "
               "works on, so that it never runs.",
      .example = R"(<task type="saveModel" version="3" forEF="false"/>)"},
+    {.name = "action-refused",
+     .severity = warning,
+     .about = "Creo carries the action out on assemblies alone, and the list asks it for parts.",
+     .example = R"(<task type="setSimpRep" version="3" forPRT="true" forASM="false" simprepc="0" simprep="LIGHT"/>)"},
     {.name = "action-removed",
      .about = "The action has been taken out of the product; the log says so and nothing else happens.",
      .example = R"(<task type="openXLSReport" version="3"/>)"},

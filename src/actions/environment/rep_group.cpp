@@ -11,6 +11,22 @@ namespace actions {
 
 using namespace language;
 
+namespace {
+
+// A model that was in memory in a higher representation stays in that one: an assembly is put into the one that the
+// group wants, a part can't be.
+void putInto(creo::ProMdl model, const std::wstring& rep) {
+  const auto wanted = creo::ProSimprepInit(rep, 0, model);
+  const auto active = creo::ProSimprepActiveGet(model);
+  if (wanted && active && wanted.value.id == active.value.id) return;
+  if (!wanted || creo::ProSimprepActivate(wanted.value) != creo::ProNoError)
+    core::logWrite(
+        text::format(L"The tasks don't work on the representation %s: a higher one of the model is in memory", rep),
+        core::kWarning);
+}
+
+}  // namespace
+
 void runOnRepresentation(const Task& task) {
   const Replaced rep = task.text(L"simprepname");
   if (!rep.hasText()) return;
@@ -22,6 +38,7 @@ void runOnRepresentation(const Task& task) {
   if (!model) {
     core::logWrite(text::format(L"Simp rep not found : %d", static_cast<int>(model.error)), core::kError);
   } else {
+    putInto(model.value, rep.text);
     creo::ProSolidRegenerate(model.value, creo::kRegenerateForce);
     runTasksOn(task, model.value, task.subject().name, task.subject().extension);
     if (isAssembly) creo::ProMdlnameRetrieve(name.value, type.value);

@@ -1,5 +1,6 @@
 // Combined states.
 #include "actions/model/named_states.h"
+#include "actions/on_top.h"
 #include "core/log.h"
 #include "creo/ProCombstate.h"
 #include "creo/ProExpldstate.h"
@@ -127,7 +128,7 @@ Outcome setCombState(const Task& task) {
   for (const ProModelitem& state : creo::ProMdlCombstatesGet(task.model()).value) {
     const auto data = creo::ProCombstateDataGet(state);
     if (!data || !fitsName(wanted, data.value.name)) continue;
-    if (creo::ProCombstateActivate(state) == creo::ProNoError)
+    if (onTop(task.model(), [&state] { return creo::ProCombstateActivate(state); }) == creo::ProNoError)
       core::logIndented(L"Set combined state: " + data.value.name, core::kNormal, 1);
     else
       core::logWrite(L"Can't set the combined state: " + data.value.name, core::kError);
@@ -202,7 +203,7 @@ constexpr Action kActions[] = {
      .group = Group::ownModelTest,
      .title = L"set combined state",
      .attributes = kStateName,
-     .effects = kEffects,
+     .effects = {.changes = Touched::model | Touched::session},
      .about = "puts the model into the first combined state that fits",
      .function = &setCombState},
     {.key = L"deleteCombState",

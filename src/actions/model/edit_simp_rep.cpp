@@ -1,5 +1,6 @@
 // A simplified representation described anew: what it does with each feature that the list chooses.
 #include <optional>
+#include <set>
 
 #include "actions/model/named_states.h"
 #include "core/feature_codes.h"
@@ -27,11 +28,12 @@ constexpr ChosenAction kChosenActions[] = {
     {L"4", ProSimprepAction::exclude},    {L"5", ProSimprepAction::reverse},      {L"6", ProSimprepAction::boundaryBox},
     {L"7", ProSimprepAction::substitute}, {L"8", ProSimprepAction::lightGraphics}};
 
-ProSimprepAction actionFor(std::wstring_view jc, ProSimprepAction byDefault) {
+// Nothing: `jc` means no action.
+std::optional<ProSimprepAction> actionFor(std::wstring_view jc, ProSimprepAction byDefault) {
   if (jc == L"0") return byDefault;
   for (const ChosenAction& row : kChosenActions)
     if (row.jc == jc) return row.action;
-  return ProSimprepAction::none;
+  return std::nullopt;
 }
 
 // What the list chooses and does, read once for all features.
@@ -124,12 +126,26 @@ creo::Got<creo::ProSimprepdataitem> itemOf(const Subject& subject, const creo::P
 void addItem(const Edit& edit, const Subject& subject, creo::ProSimprepdata& data) {
   std::optional<creo::ProSubstitution> by;
   if (edit.jc == L"7" && subject.isComponent) by = substitution(edit, subject);
-  const auto action = creo::ProSimprepActionInit(actionFor(edit.jc, data.defaultAction), by);
+  const auto wanted = actionFor(edit.jc, data.defaultAction);
+  const auto action =
+      wanted ? creo::ProSimprepActionInit(*wanted, by) : creo::Got<creo::ProSimprepItemAction>(creo::ProBadInputs);
   if (!action) return core::logWrite(L"Failure occured while create Simprep action", core::kWarning);
   const auto item = itemOf(subject, action.value);
   if (!item) return core::logWrite(L"Failure occured while ProSimprepdataitemInit", core::kError);
   if (creo::ProSimprepdataitemAdd(data, item.value) != creo::ProNoError)
     core::logWrite(L"Failure occured while ProSimprepdataitemAdd", core::kError);
+}
+
+// What the representation did with other features goes by the action none: Creo keeps what new data doesn't name.
+void takeBackOthers(const std::vector<creo::ProSimprepdataitem>& former, creo::ProSimprepdata& data) {
+  std::set<int> described;
+  for (const creo::ProSimprepdataitem& item : data.items) described.insert(item.feature);
+  for (creo::ProSimprepdataitem item : former) {
+    if (described.contains(item.feature)) continue;
+    item.action = {};
+    if (creo::ProSimprepdataitemAdd(data, item) != creo::ProNoError)
+      core::logWrite(L"Failure occured while ProSimprepdataitemAdd", core::kError);
+  }
 }
 
 creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
@@ -144,6 +160,7 @@ creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
     if (subject && isChosen(edit, *subject)) addItem(edit, *subject, data.value);
     return creo::ProNoError;
   });
+  takeBackOthers(simprepdata.value.items, data.value);
   core::logIndented(simprepdata.value.name, core::kNormal, 1);
   return creo::ProSimprepdataSet(rep, data.value);
 }
@@ -195,7 +212,8 @@ constexpr Action kActions[] = {
      .version = L"4",
      .attributes = kAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model | Touched::session},
-     .about = "describes simplified representations anew: what they do with each feature and component",
+     .about = "describes simplified representations anew: what they do with each component",
+     .forAssembliesAlone = true,
      .function = &editSimpRep},
 };
 

@@ -1,5 +1,6 @@
 // Actions on layer states: which layers show, under a name.
 #include "actions/model/layers.h"
+#include "actions/on_top.h"
 #include "language/compare.h"
 #include "text/format.h"
 
@@ -71,13 +72,18 @@ Outcome deleteLayerState(const Task& task) {
   return done;
 }
 
+// As ProLayerstateActivate, also for a model that isn't on top.
+creo::ProError activate(creo::ProMdl model, const ProLayerstate& state) {
+  return onTop(model, [&state] { return creo::ProLayerstateActivate(state); });
+}
+
 Outcome setLayerState(const Task& task) {
   const auto pattern = filledIn(task, task.attribute(L"statename"));
   if (!pattern) return done;
   const auto states = statesThatFit(task.model(), *pattern);
   if (states.empty())
     core::logWrite(L"Layerstate couldn't be found: " + *pattern, core::kError);
-  else if (creo::ProLayerstateActivate(states.front().state) == creo::ProNoError)
+  else if (activate(task.model(), states.front().state) == creo::ProNoError)
     core::logIndented(L"Set layerstate: " + states.front().name, core::kNormal, 1);
   else
     core::logWrite(L"Can't set layerstate: " + states.front().name, core::kError);
@@ -125,7 +131,7 @@ constexpr Action kActions[] = {
      .title = L"set layer state",
      .conditions = kOnLayers,
      .attributes = kSetAttributes,
-     .effects = kEffects,
+     .effects = {.changes = Touched::model | Touched::session},
      .about = "activates the first layer state that fits",
      .function = &setLayerState},
 };

@@ -380,7 +380,10 @@ constexpr Attribute kStatusAttributes[] = {
      .words = L"normal|display|blank",
      .need = Need::needed,
      .about = "how they show from now on"},
-    {.name = L"saveLS", .kind = Kind::flag, .words = L"true", .about = "what they show is saved with the model"},
+    {.name = L"saveLS",
+     .kind = Kind::flag,
+     .words = L"true",
+     .about = "what the layers of the model and of those that it uses show is saved with them"},
 };
 constexpr Attribute kGroupAttributes[] = {
     {.name = L"copyTo", .kind = Kind::pattern, .need = Need::needed, .about = "the layers that others are put on"},
@@ -412,7 +415,7 @@ constexpr Action kActions[] = {
      .title = Message::changeLayerStatus,
      .conditions = kOnLayers,
      .attributes = kStatusAttributes,
-     .effects = {.changes = Touched::model},
+     .effects = {.changes = Touched::model | Touched::users},
      .about = "shows or hides layers",
      .function = &changeLayerStatus},
     {.key = L"groupLayer",

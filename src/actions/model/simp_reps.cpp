@@ -37,6 +37,8 @@ Outcome createSimpRep(const Task& task) {
     core::logWrite(L"Can't allocate simprepdata", core::kError);
   else if (creo::ProSimprepCreate(task.model(), data.value))
     core::logIndented(text::format(core::msgText(Message::created), name), core::kNormal, 1);
+  else if (task.extensionIs(L"PRT"))
+    core::logWrite(L"Creo makes simplified representations of assemblies alone", core::kError);
   else
     core::logWrite(text::format(core::msgText(Message::existsAlready), name), core::kWarning);
   return done;
@@ -95,15 +97,28 @@ void setNamed(const Task& task) {
 struct DefaultForm {
   std::wstring_view simprepc;
   creo::Got<creo::ProMdl> (*retrieve)(const std::wstring& model, creo::ProMdlType type);
+  const wchar_t* name;  // as Creo calls the form
 };
-constexpr DefaultForm kForms[] = {{L"1", &creo::ProGraphicsSimprepRetrieve},
-                                  {L"2", &creo::ProGeomSimprepRetrieve},
-                                  {L"3", &creo::ProSymbSimprepRetrieve}};
+constexpr DefaultForm kForms[] = {{L"1", &creo::ProGraphicsSimprepRetrieve, L"Graphics Rep"},
+                                  {L"2", &creo::ProGeomSimprepRetrieve, L"Geometry Rep"},
+                                  {L"3", &creo::ProSymbSimprepRetrieve, L"Symbolic Rep"}};
+
+bool isActive(creo::ProMdl model, const creo::ProModelitem& rep) {
+  const auto active = creo::ProSimprepActiveGet(model);
+  return active && active.value.id == rep.id;
+}
+
+// Retrieving passes the form over where a higher representation is in memory: then it is activated by its name.
+bool putInto(creo::ProMdl model, creo::ProMdlType type, const DefaultForm& form) {
+  const auto name = creo::ProMdlNameGet(model);
+  if (!name || !form.retrieve(name.value, type)) return false;
+  const auto rep = creo::ProSimprepInit(form.name, 0, model);
+  return rep && (isActive(model, rep.value) || creo::ProSimprepActivate(rep.value) == creo::ProNoError);
+}
 
 void setDefaultForm(const Task& task, creo::ProMdlType type) {
-  const auto name = creo::ProMdlNameGet(task.model());
   for (const DefaultForm& form : kForms)
-    if (form.simprepc == task.attribute(L"simprepc") && !form.retrieve(name.value, type))
+    if (form.simprepc == task.attribute(L"simprepc") && !putInto(task.model(), type, form))
       core::logWrite(L"Can't set the specified simp rep", core::kError);
   showAnew(task.model());
 }
@@ -131,10 +146,20 @@ Outcome setSimpRep(const Task& task) {
   return done;
 }
 
+// One that the model is in goes once the model is in the master; where it can't go, the model is in it again.
+bool remove(creo::ProMdl model, const NamedState& rep) {
+  if (creo::ProSimprepDelete(rep.item) == creo::ProNoError) return true;
+  const auto master = creo::ProSimprepInit(L"", creo::kMasterRep, model);
+  if (!master || !isActive(model, rep.item) || creo::ProSimprepActivate(master.value) != creo::ProNoError) return false;
+  if (creo::ProSimprepDelete(rep.item) == creo::ProNoError) return true;
+  if (creo::ProSimprepActivate(rep.item) != creo::ProNoError) core::logWrite(L"can't reset simp rep", core::kWarning);
+  return false;
+}
+
 Outcome deleteSimpRep(const Task& task) {
   const std::vector<std::wstring> wanted = namesIn(task);
   visitStates(task.model(), &creo::ProSolidSimprepVisit, [&](const NamedState& rep) {
-    if (fitsAny(wanted, rep.name) && creo::ProSimprepDelete(rep.item) != creo::ProNoError)
+    if (fitsAny(wanted, rep.name) && !remove(task.model(), rep))
       core::logWrite(text::format(L"Can't delete simplified representation'%s'", rep.name), core::kError);
     return creo::ProNoError;
   });
@@ -181,6 +206,7 @@ constexpr Action kActions[] = {
      .attributes = kCreateAttributes,
      .effects = kEffects,
      .about = "creates a simplified representation",
+     .forAssembliesAlone = true,
      .function = &createSimpRep},
     {.key = L"renameSimpRep",
      .place = 149,
@@ -197,13 +223,14 @@ constexpr Action kActions[] = {
      .attributes = kSetAttributes,
      .effects = {.reads = Touched::model | Touched::users, .changes = Touched::session},
      .about = "puts the model into a simplified representation, for as long as it is in memory",
+     .forAssembliesAlone = true,
      .function = &setSimpRep},
     {.key = L"deleteSimpRep",
      .place = 151,
      .group = Group::ownModelTest,
      .title = L"Delete simplified representation",
      .attributes = kStatesThatGo,
-     .effects = kEffects,
+     .effects = {.changes = Touched::model | Touched::session},
      .about = "deletes simplified representations",
      .function = &deleteSimpRep},
 };

@@ -1,5 +1,6 @@
 #include "creo/ProCombstate.h"
 
+#include "headless/creo/on_top.h"
 #include "headless/creo/solid_operation.h"
 #include "headless/model/items.h"
 #include "headless/model/states.h"
@@ -15,28 +16,27 @@ using State = headless::Session::State;
 
 namespace {
 
-// Writes what is referred to into a state; ProInvalidType and ProNotFound as ProMdlCombStateCreate.
+// Writes what is referred to into a state; ProInvalidType as ProMdlCombStateCreate.
 class ReferenceWriter {
  public:
   ReferenceWriter(Model& model, CombinedStateRecord& into) : model_(model), into_(into) {}
 
   ProError operator()(const ProLayerstate& state) const {
     const auto* record = headless::recordNamed(model_.document->record.layerStates, text::toUtf8(state.name));
-    if (state.owner != model_.handle || !record) return ProNotFound;
+    if (state.owner != model_.handle || !record || !into_.layerState.empty()) return ProInvalidType;
     into_.layerState = record->name;
     return ProNoError;
   }
   ProError operator()(const ProModelitem& item) const {
     std::string* reference = referenceOf(item.type);
-    if (!reference) return ProInvalidType;
-    if (item.owner != model_.handle) return ProNotFound;
+    if (!reference || !reference->empty() || item.owner != model_.handle) return ProInvalidType;
     for (const headless::DefaultRep& rep : headless::kDefaultReps) {
       if (item.type != ProItemType::simplifiedRep || item.id != rep.id) continue;
       *reference = rep.name;
       return ProNoError;
     }
     const auto name = headless::itemName(model_, item);
-    if (!name) return ProNotFound;
+    if (!name) return ProInvalidType;
     *reference = text::toUtf8(name.value);
     return ProNoError;
   }
@@ -91,7 +91,7 @@ Got<ProModelitem> ProMdlCombStateCreate(ProMdl model, const std::wstring& name,
     if (m.type() == ProMdlType::drawing) return ProInvalidType;
     if (name.empty() || references.empty()) return ProBadInputs;
     auto& states = m.document->record.combinedStates;
-    if (headless::recordNamed(states, text::toUtf8(name))) return ProExists;
+    if (headless::recordNamed(states, text::toUtf8(name))) return ProBadInputs;
     CombinedStateRecord made;
     for (const ProCombstateReference& one : references)
       if (const ProError result = std::visit(ReferenceWriter(m, made), one)) return result;
@@ -108,7 +108,8 @@ Got<ProModelitem> ProMdlCombStateCreate(ProMdl model, const std::wstring& name,
 
 ProError ProCombstateActivate(const ProModelitem& item) {
   return onCombinedState(
-      "ProCombstateActivate", item, [](State& state, const Model& m, const CombinedStateRecord& record) {
+      "ProCombstateActivate", item, [](State& state, const Model& m, const CombinedStateRecord& record) -> ProError {
+        if (!headless::isOnTop(state, m)) return ProGeneralError;
         return headless::activateCombinedState(m, record, [&](const std::wstring& line) { state.showMessage(line); });
       });
 }

@@ -14,13 +14,13 @@ using State = headless::Session::State;
 
 namespace {
 
-// Makes the state of that type active.
+// Makes the state of that type active. gone: the code for one that the model hasn't.
 ProError activate(std::string_view operation, const ProModelitem& item, ProItemType type,
-                  std::vector<StateRecord> ModelRecord::*list, std::string ModelRecord::*active) {
+                  std::vector<StateRecord> ModelRecord::*list, std::string ModelRecord::*active, ProError gone) {
   return onSolid(operation, item.owner, [&](State&, Model& m) -> ProError {
     if (item.type != type) return ProBadInputs;
     const StateRecord* record = headless::recordOf(m.document->record.*list, item.id);
-    if (!record) return ProNotFound;
+    if (!record) return gone;
     headless::makeActive(m, active, record->name);
     return ProNoError;
   });
@@ -41,7 +41,7 @@ Got<ProModelitem> ProExpldstateCreate(ProMdl assembly, const std::wstring& name)
 
 ProError ProExpldstateActivate(const ProModelitem& state) {
   return activate("ProExpldstateActivate", state, ProItemType::explodedState, &ModelRecord::explodedStates,
-                  &ModelRecord::activeExplodedState);
+                  &ModelRecord::activeExplodedState, ProNotFound);
 }
 
 ProError ProExpldstateDelete(const ProModelitem& state) {
@@ -53,14 +53,14 @@ ProError ProExpldstateDelete(const ProModelitem& state) {
 
 Got<ProModelitem> ProCompdisplayInit(ProMdl assembly, int id) {
   return onSolid("ProCompdisplayInit", assembly, [&](State&, Model& m) -> Got<ProModelitem> {
-    if (!headless::recordOf(m.document->record.styleStates, id)) return ProNotFound;
+    if (!headless::recordOf(m.document->record.styleStates, id)) return ProBadInputs;
     return ProModelitem{ProItemType::styleState, id, m.handle, {}};
   });
 }
 
 ProError ProCompdisplayActivate(const ProModelitem& style) {
   return activate("ProCompdisplayActivate", style, ProItemType::styleState, &ModelRecord::styleStates,
-                  &ModelRecord::activeStyleState);
+                  &ModelRecord::activeStyleState, ProBadInputs);
 }
 
 }  // namespace creo

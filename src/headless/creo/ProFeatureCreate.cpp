@@ -14,24 +14,25 @@ using State = headless::Session::State;
 
 namespace {
 
-Got<ProFeature> made(const Model& solid, const Got<int>& id) {
+Got<ProFeature> made(const State& state, const Model& solid, const Got<int>& id) {
   if (!id) return id.error;
+  headless::putOnDefaultLayers(solid, id.value, state.defaultLayers);
   return ProFeature{solid.handle, id.value};
 }
 
 }  // namespace
 
 Got<ProFeature> ProFeatureCreate(ProMdl solid, const ProElement& tree) {
-  return onSolid("ProFeatureCreate", solid, [&](State&, Model& m) -> Got<ProFeature> {
+  return onSolid("ProFeatureCreate", solid, [&](State& state, Model& m) -> Got<ProFeature> {
     if (tree.id != kFeatureTree) return ProBadInputs;
-    return made(m, headless::createDatum(m, tree));
+    return made(state, m, headless::createDatum(m, tree));
   });
 }
 
 Got<ProFeature> ProPatternCreate(const ProFeature& leader, ProPatternType type, const ProElement& tree) {
-  return onSolid("ProPatternCreate", leader.owner, [&](State&, Model& m) -> Got<ProFeature> {
+  return onSolid("ProPatternCreate", leader.owner, [&](State& state, Model& m) -> Got<ProFeature> {
     if (tree.id != kPatternTree || type != ProPatternType::table) return ProBadInputs;
-    return made(m, headless::createPattern(m, leader.id, tree));
+    return made(state, m, headless::createPattern(m, leader.id, tree));
   });
 }
 

@@ -3,8 +3,11 @@
 #include <algorithm>
 
 #include "headless/creo/operation.h"
+#include "headless/model/bottom_up.h"
+#include "headless/model/items.h"
 #include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
+#include "headless/model/new_features.h"
 #include "headless/model/retrieve.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -15,6 +18,7 @@ namespace creo {
 using headless::LayerRecord;
 using headless::LayerWalk;
 using headless::Model;
+using headless::ModelDocument;
 using headless::onModel;
 using State = headless::Session::State;
 
@@ -77,6 +81,24 @@ void takeRules(LayerRecord& layer, const LayerRecord& from) {
   layer.associativeRules = from.associativeRules;
   layer.independentRules = from.independentRules;
   layer.rules = from.rules;
+}
+
+// What the document's layers show is saved with it from now on. True: it was something else.
+bool saveShown(ModelDocument& document) {
+  bool changed = false;
+  for (LayerRecord& layer : document.record.layers) {
+    changed = changed || shown(layer) != layer.status;
+    layer.status = shown(layer);
+    layer.unsaved.reset();
+  }
+  if (changed) document.touch(nullptr);
+  return changed;
+}
+
+bool isThere(const Model& model, ProItemType type, int id) {
+  if (type == ProItemType::layer) return headless::layerOf(*model.document, id) != nullptr;
+  const auto items = headless::namedItems(model, type);
+  return std::any_of(items.begin(), items.end(), [id](const auto& one) { return one.id == id; });
 }
 
 int nextId(const std::vector<LayerRecord>& layers) {
@@ -143,16 +165,16 @@ ProError ProLayerDisplaystatusSet(const ProLayer& layer, ProLayerDisplay status)
 }
 
 ProError ProLayerDisplaystatusSave(ProMdl model) {
-  return onModel("ProLayerDisplaystatusSave", model, [](State&, Model& m) -> ProError {
+  return onModel("ProLayerDisplaystatusSave", model, [](State& state, Model& m) -> ProError {
+    const auto usedBy = [&state](ProMdl one) {
+      std::vector<ProMdl> used;
+      for (const Model* below : state.models.usedBy(*state.models.find(one))) used.push_back(below->handle);
+      return used;
+    };
     bool changed = false;
-    for (LayerRecord& layer : m.document->record.layers) {
-      changed = changed || shown(layer) != layer.status;
-      layer.status = shown(layer);
-      layer.unsaved.reset();
-    }
-    if (!changed) return ProNoChange;
-    m.document->touch(nullptr);
-    return ProNoError;
+    for (const ProMdl one : headless::bottomUp(m.handle, usedBy))
+      changed = saveShown(*state.models.find(one)->document) || changed;
+    return changed ? ProNoError : ProNoChange;
   });
 }
 
@@ -165,6 +187,7 @@ Got<std::vector<ProModelitem>> ProLayerItemsGet(const ProLayer& layer) { return 
 Got<ProModelitem> ProLayerItemInit(ProItemType type, int id, ProMdl owner) {
   return onModel("ProLayerItemInit", owner, [&](State&, Model& m) -> Got<ProModelitem> {
     if (type == ProItemType::none) return ProBadInputs;
+    if (!isThere(m, type, id)) return ProNotFound;
     return ProModelitem{type, id, m.handle, {}};
   });
 }
@@ -177,30 +200,19 @@ ProError ProLayerItemAdd(const ProLayer& layer, const ProModelitem& item) {
 }
 
 Got<std::wstring> ProLayerDefLayerGet(ProMdl model, int kind) {
-  return onModel("ProLayerDefLayerGet", model, [&](State&, Model& m) -> Got<std::wstring> {
-    for (const headless::DefaultLayerRecord& one : m.document->record.defaultLayers)
-      if (one.type == kind) return text::fromUtf8(one.layer);
-    return ProNotFound;
+  return onModel("ProLayerDefLayerGet", model, [&](State& state, Model&) -> Got<std::wstring> {
+    const auto found = state.defaultLayers.find(kind);
+    return found == state.defaultLayers.end() ? std::wstring() : found->second;
   });
 }
 
 ProError ProLayerDefLayerSet(ProMdl model, int kind, const std::wstring& layer) {
-  return onModel("ProLayerDefLayerSet", model, [&](State&, Model& m) -> ProError {
-    if (!layer.empty() && !headless::isLayerName(layer)) return ProBadInputs;
-    const std::string name = text::toUtf8(layer);
-    auto& held = m.document->record.defaultLayers;
-    const auto found = std::find_if(held.begin(), held.end(), [kind](const auto& one) { return one.type == kind; });
-    if (name.empty()) {
-      if (found == held.end()) return ProNoError;
-      held.erase(found);
-    } else if (found != held.end()) {
-      found->layer = name;
-    } else {
-      headless::DefaultLayerRecord& added = held.emplace_back();
-      added.type = kind;
-      added.layer = name;
-    }
-    m.document->touch(nullptr);
+  return onModel("ProLayerDefLayerSet", model, [&](State& state, Model&) -> ProError {
+    if (!headless::isDefaultLayerKind(kind) || (!layer.empty() && !headless::isLayerName(layer))) return ProBadInputs;
+    if (layer.empty())
+      state.defaultLayers.erase(kind);
+    else
+      state.defaultLayers[kind] = layer;
     return ProNoError;
   });
 }

@@ -3,10 +3,14 @@
 #include <unordered_map>
 
 #include "creo/ProLayer.h"
-#include "headless/creo/operation.h"
+#include "headless/creo/on_top.h"
+#include "headless/creo/solid_operation.h"
 #include "headless/model/layers.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
+#include "text/format.h"
+#include "text/letters.h"
+#include "text/units.h"
 
 namespace creo {
 
@@ -16,6 +20,7 @@ using headless::LayerWalk;
 using headless::Model;
 using headless::ModelRecord;
 using headless::onModel;
+using headless::onSolid;
 using State = headless::Session::State;
 
 namespace {
@@ -35,15 +40,24 @@ LayerStateRecord* stateNamed(ModelRecord& record, const std::wstring& name) {
   return nullptr;
 }
 
-// As onModel, for an operation on a layer state; ProNotFound where it has gone. body: (model, state).
+// Letters, digits, "_" and "-" alone, up to 31 characters.
+bool isStateName(const std::wstring& name) {
+  std::wstring plain = L"A" + name;  // a digit may be the first
+  std::replace(plain.begin(), plain.end(), L'-', L'_');
+  return !name.empty() && text::fits(name, text::kNameSize) && text::isName(plain);
+}
+
+// As onModel, for an operation on a layer state; ProNotFound where it has gone. body: (state, model, layer state).
+// noSolid: the code for a drawing or a format.
 template <class Body>
-auto onState(std::string_view name, const ProLayerstate& layerState, Body&& body)
-    -> std::invoke_result_t<Body, Model&, LayerStateRecord&> {
-  using Result = std::invoke_result_t<Body, Model&, LayerStateRecord&>;
-  return onModel(name, layerState.owner, [&](State&, Model& model) -> Result {
+auto onState(std::string_view name, const ProLayerstate& layerState, Body&& body, ProError noSolid = ProBadInputs)
+    -> std::invoke_result_t<Body, State&, Model&, LayerStateRecord&> {
+  using Result = std::invoke_result_t<Body, State&, Model&, LayerStateRecord&>;
+  return onModel(name, layerState.owner, [&](State& state, Model& model) -> Result {
+    if (headless::hasSheets(model.type())) return Result(noSolid);
     LayerStateRecord* record = stateNamed(model.document->record, layerState.name);
     if (!record) return Result(ProNotFound);
-    return body(model, *record);
+    return body(state, model, *record);
   });
 }
 
@@ -66,7 +80,7 @@ bool showSaved(LayerRecord& layer, ProLayerDisplay status) {
 
 Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model) {
   using States = std::vector<ProLayerstate>;
-  return onModel("ProLayerstatesGet", model, [](State&, Model& m) -> Got<States> {
+  return onSolid("ProLayerstatesGet", model, [](State&, Model& m) -> Got<States> {
     States states;
     for (const LayerStateRecord& one : m.document->record.layerStates)
       states.push_back({m.handle, text::fromUtf8(one.name)});
@@ -76,13 +90,17 @@ Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model) {
 }
 
 Got<std::wstring> ProLayerstateNameGet(const ProLayerstate& state) {
-  return onState("ProLayerstateNameGet", state,
-                 [](Model&, LayerStateRecord& record) -> Got<std::wstring> { return text::fromUtf8(record.name); });
+  return onState("ProLayerstateNameGet", state, [](State&, Model&, LayerStateRecord& record) -> Got<std::wstring> {
+    return text::fromUtf8(record.name);
+  });
 }
 
 Got<ProLayerstate> ProLayerstateCreate(ProMdl model, const std::wstring& name) {
-  return onModel("ProLayerstateCreate", model, [&](State&, Model& m) -> Got<ProLayerstate> {
-    if (name.empty()) return ProBadInputs;
+  return onSolid("ProLayerstateCreate", model, [&](State& state, Model& m) -> Got<ProLayerstate> {
+    if (!isStateName(name)) {
+      state.showMessage(text::format(L"%s: no layer state can be called '%s'", m.name, name));
+      return ProBadInputs;
+    }
     if (stateNamed(m.document->record, name)) return ProExists;
     m.document->record.layerStates.emplace_back().name = text::toUtf8(name);
     m.document->touch(nullptr);
@@ -91,7 +109,7 @@ Got<ProLayerstate> ProLayerstateCreate(ProMdl model, const std::wstring& name) {
 }
 
 ProError ProLayerstateLayerAdd(const ProLayerstate& state, const ProLayer& layer, ProLayerDisplay status) {
-  return onState("ProLayerstateLayerAdd", state, [&](Model& m, LayerStateRecord& record) -> ProError {
+  const auto add = [&](State&, Model& m, LayerStateRecord& record) -> ProError {
     if (layer.owner != m.handle) return ProBadInputs;
     const LayerRecord* added = headless::layerOf(*m.document, layer.id);
     if (!added) return ProNotFound;
@@ -105,11 +123,12 @@ ProError ProLayerstateLayerAdd(const ProLayerstate& state, const ProLayer& layer
     entry.status = status;
     m.document->touch(nullptr);
     return ProNoError;
-  });
+  };
+  return onState("ProLayerstateLayerAdd", state, add, ProInvalidType);
 }
 
 ProError ProLayerstateDelete(const ProLayerstate& state) {
-  return onState("ProLayerstateDelete", state, [](Model& m, LayerStateRecord& record) -> ProError {
+  return onState("ProLayerstateDelete", state, [](State&, Model& m, LayerStateRecord& record) -> ProError {
     ModelRecord& all = m.document->record;
     const std::string name = record.name;
     all.layerStates.erase(all.layerStates.begin() + (&record - all.layerStates.data()));
@@ -121,7 +140,8 @@ ProError ProLayerstateDelete(const ProLayerstate& state) {
 }
 
 ProError ProLayerstateActivate(const ProLayerstate& state) {
-  return onState("ProLayerstateActivate", state, [](Model& m, LayerStateRecord& record) -> ProError {
+  return onState("ProLayerstateActivate", state, [](State& session, Model& m, LayerStateRecord& record) -> ProError {
+    if (!headless::isOnTop(session, m)) return ProGeneralError;
     ModelRecord& all = m.document->record;
     std::unordered_map<std::string, ProLayerDisplay> wanted;
     for (const headless::LayerStatusRecord& one : record.layers)

@@ -1,7 +1,11 @@
 // Simplified representations: which one of a model is in memory. It is the session's own state and never written.
 #include "creo/ProSimprep.h"
 
-#include "headless/creo/solid_operation.h"
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "headless/creo/assembly_operation.h"
 #include "headless/model/features.h"
 #include "headless/model/retrieve.h"
 #include "headless/model/states.h"
@@ -12,6 +16,7 @@ namespace creo {
 using headless::DefaultRep;
 using headless::Model;
 using headless::ModelDocument;
+using headless::onAssembly;
 using headless::onSolid;
 using headless::operation;
 using headless::SimplifiedRepRecord;
@@ -67,19 +72,44 @@ void activate(const State& state, Model& model, const FoundRep& rep) {
   showSubstitutes(state, model, true);
 }
 
-Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType type, std::string_view rep) {
+// How much of a model a representation brings: the master all of it, those of users what they say, the forms less and
+// less.
+int rankOf(const FoundRep& rep) {
+  constexpr int kUsers = 4;
+  for (const auto& [id, rank] : {std::pair(headless::kMasterForm.id, kUsers + 1),
+                                 {headless::kGeometryForm.id, 3},
+                                 {headless::kGraphicsForm.id, 2},
+                                 {headless::kSymbolicForm.id, 1}})
+    if (rep.id == id) return rank;
+  return kUsers;
+}
+
+Got<FoundRep> activeRep(const ModelDocument& document) {
+  return findNamed(document, document.activeRep.empty() ? headless::kMasterForm.name : document.activeRep);
+}
+
+enum class InMemory { higherWins, asked };
+
+// The model in that representation. inMemory: what counts where the model is in memory already.
+Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType type, std::string_view rep,
+                             InMemory inMemory) {
   if (type != ProMdlType::part && type != ProMdlType::assembly) return ProBadInputs;
+  const bool wasThere = static_cast<bool>(state.models.inMemory(name, type));
   const auto model = headless::retrieveModel(state.models, name, type);
   if (!model) return model;
   Model& retrieved = *state.models.find(model.value);
   const auto found = findNamed(*retrieved.document, rep);
   if (!found) return found.error;
-  activate(state, retrieved, found.value);
+  const auto active = activeRep(*retrieved.document);
+  const bool wins =
+      wasThere && inMemory == InMemory::higherWins && active && rankOf(active.value) > rankOf(found.value);
+  if (!wins) activate(state, retrieved, found.value);
   return model;
 }
 
-Got<ProMdl> retrieve(std::string_view operationName, const std::wstring& model, ProMdlType type, std::string_view rep) {
-  return operation(operationName, [&](State& state) { return inRepresentation(state, model, type, rep); });
+Got<ProMdl> retrieve(std::string_view operationName, const std::wstring& model, ProMdlType type, std::string_view rep,
+                     InMemory inMemory = InMemory::higherWins) {
+  return operation(operationName, [&](State& state) { return inRepresentation(state, model, type, rep, inMemory); });
 }
 
 }  // namespace
@@ -95,15 +125,14 @@ Got<ProModelitem> ProSimprepInit(const std::wstring& name, int id, ProMdl solid)
 
 Got<ProModelitem> ProSimprepActiveGet(ProMdl solid) {
   return onSolid("ProSimprepActiveGet", solid, [](State&, Model& m) -> Got<ProModelitem> {
-    const std::string& active = m.document->activeRep;
-    const auto found = findNamed(*m.document, active.empty() ? headless::kMasterForm.name : active);
+    const auto found = activeRep(*m.document);
     if (!found) return found.error;
     return ProModelitem{ProItemType::simplifiedRep, found.value.id, m.handle, {}};
   });
 }
 
 ProError ProSimprepActivate(const ProModelitem& rep) {
-  return onSolid("ProSimprepActivate", rep.owner, [&](State& state, Model& m) -> ProError {
+  return onAssembly("ProSimprepActivate", rep.owner, [&](State& state, Model& m) -> ProError {
     const auto found = findById(*m.document, rep);
     if (found) activate(state, m, found.value);
     return found.error;
@@ -111,11 +140,19 @@ ProError ProSimprepActivate(const ProModelitem& rep) {
 }
 
 Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep) {
-  return retrieve("ProSimprepMdlnameRetrieve", model, type, text::toUtf8(rep));
+  return operation("ProSimprepMdlnameRetrieve", [&](State& state) -> Got<ProMdl> {
+    const std::string name = text::toUtf8(rep);
+    const bool isForm =
+        std::any_of(std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
+                    [&](const DefaultRep& one) { return one.id != kMasterRep && headless::sameName(one.name, name); });
+    if (type != ProMdlType::part && !isForm) return ProBadInputs;
+    return inRepresentation(state, model, type, name, InMemory::higherWins);
+  });
 }
 
 Got<ProMdl> ProAssemblySimprepMdlnameRetrieve(const std::wstring& assembly, const std::wstring& rep) {
-  return retrieve("ProAssemblySimprepMdlnameRetrieve", assembly, ProMdlType::assembly, text::toUtf8(rep));
+  return retrieve("ProAssemblySimprepMdlnameRetrieve", assembly, ProMdlType::assembly, text::toUtf8(rep),
+                  InMemory::asked);
 }
 
 Got<ProMdl> ProPartSimprepRetrieve(const std::wstring& part, const std::wstring& rep) {

@@ -1,6 +1,9 @@
 // What simplified representations do with features and components.
 #include "creo/ProSimprep.h"
-#include "headless/creo/solid_operation.h"
+
+#include <algorithm>
+
+#include "headless/creo/assembly_operation.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/states.h"
@@ -10,6 +13,7 @@
 namespace creo {
 
 using headless::Model;
+using headless::onAssembly;
 using headless::onModel;
 using headless::onSolid;
 using headless::operation;
@@ -39,6 +43,20 @@ bool isAction(ProSimprepAction action) {
 
 bool isRepName(const std::wstring& name) { return !name.empty() && text::fits(name, text::kNameSize); }
 
+// An item that the data lacks keeps what it had; it goes where its action is none.
+void describeItem(std::vector<SimplifiedRepItemRecord>& items, SimplifiedRepItemRecord&& item) {
+  const auto found = std::find_if(items.begin(), items.end(),
+                                  [&](const SimplifiedRepItemRecord& one) { return one.feature == item.feature; });
+  if (item.action == ProSimprepAction::none) {
+    if (found != items.end()) items.erase(found);
+  } else if (found != items.end()) {
+    item.extra = std::move(found->extra);
+    *found = std::move(item);
+  } else {
+    items.push_back(std::move(item));
+  }
+}
+
 Got<SimplifiedRepItemRecord> itemRecord(const Model& model, const ProSimprepdataitem& item, std::string_view rep) {
   if (!headless::featureOf(model, item.feature)) return ProNotFound;
   const ProSubstitution& by = item.action.substitution;
@@ -59,15 +77,15 @@ ProError describe(const Model& model, int id, const ProSimprepdata& data, Simpli
   const bool isDefault = std::any_of(std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
                                      [&](const auto& one) { return headless::sameName(one.name, name); });
   if (isDefault || (other && other->id != id)) return ProExists;
-  std::vector<SimplifiedRepItemRecord> items;
+  std::vector<SimplifiedRepItemRecord> described;
   for (const ProSimprepdataitem& one : data.items) {
     auto record = itemRecord(model, one, name);
     if (!record) return record.error;
-    items.push_back(std::move(record.value));
+    described.push_back(std::move(record.value));
   }
   into.name = std::move(name);
   into.defaultAction = data.defaultAction;
-  into.items = std::move(items);
+  for (SimplifiedRepItemRecord& one : described) describeItem(into.items, std::move(one));
   return ProNoError;
 }
 
@@ -93,7 +111,8 @@ Got<ProSubstitution> ProSubstitutionInit(ProSubstitutionKind kind, const ProMode
 Got<ProSimprepItemAction> ProSimprepActionInit(ProSimprepAction type,
                                                const std::optional<ProSubstitution>& substitution) {
   return operation("ProSimprepActionInit", [&](State&) -> Got<ProSimprepItemAction> {
-    if (!isAction(type) || substitution.has_value() != (type == ProSimprepAction::substitute)) return ProBadInputs;
+    const bool isKnown = isAction(type) || type == ProSimprepAction::none;
+    if (!isKnown || substitution.has_value() != (type == ProSimprepAction::substitute)) return ProBadInputs;
     return ProSimprepItemAction{type, substitution.value_or(ProSubstitution{})};
   });
 }
@@ -106,12 +125,12 @@ Got<ProAsmcomppath> ProAsmcomppathInit(ProMdl assembly, const std::vector<int>& 
   });
 }
 
-Got<ProSimprepdataitem> ProSimprepdataitemInit(const ProAsmcomppath& path, int feature,
+Got<ProSimprepdataitem> ProSimprepdataitemInit(const ProAsmcomppath& path, int /*feature*/,
                                                const ProSimprepItemAction& action) {
   return operation("ProSimprepdataitemInit", [&](State&) -> Got<ProSimprepdataitem> {
-    const int id = path.components.empty() ? feature : path.components.front();
-    if (path.components.size() > 1 || id <= 0 || !isAction(action.type)) return ProBadInputs;
-    return ProSimprepdataitem{id, action};
+    const bool isKnown = isAction(action.type) || action.type == ProSimprepAction::none;
+    if (path.components.size() != 1 || !isKnown) return ProBadInputs;
+    return ProSimprepdataitem{path.components.front(), action};
   });
 }
 
@@ -131,7 +150,7 @@ ProError ProSimprepdataitemAdd(ProSimprepdata& data, const ProSimprepdataitem& i
 }
 
 Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep) {
-  return onSolid("ProSimprepdataGet", rep.owner, [&](State&, Model& m) -> Got<ProSimprepdata> {
+  return onAssembly("ProSimprepdataGet", rep.owner, [&](State&, Model& m) -> Got<ProSimprepdata> {
     if (rep.type != ProItemType::simplifiedRep) return ProBadInputs;
     const SimplifiedRepRecord* record = headless::recordOf(m.document->record.simplifiedReps, rep.id);
     if (!record) return ProNotFound;
@@ -142,7 +161,7 @@ Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep) {
 }
 
 ProError ProSimprepdataSet(const ProModelitem& rep, const ProSimprepdata& data) {
-  return onSolid("ProSimprepdataSet", rep.owner, [&](State&, Model& m) -> ProError {
+  return onAssembly("ProSimprepdataSet", rep.owner, [&](State&, Model& m) -> ProError {
     if (rep.type != ProItemType::simplifiedRep) return ProBadInputs;
     SimplifiedRepRecord* record = headless::recordOf(m.document->record.simplifiedReps, rep.id);
     if (!record) return ProNotFound;
@@ -155,7 +174,7 @@ ProError ProSimprepdataSet(const ProModelitem& rep, const ProSimprepdata& data) 
 }
 
 Got<ProModelitem> ProSimprepCreate(ProMdl solid, const ProSimprepdata& data) {
-  return onSolid("ProSimprepCreate", solid, [&](State&, Model& m) -> Got<ProModelitem> {
+  return onAssembly("ProSimprepCreate", solid, [&](State&, Model& m) -> Got<ProModelitem> {
     SimplifiedRepRecord described;
     if (const ProError result = describe(m, 0, data, described)) return result;
     SimplifiedRepRecord& added = headless::addRecord(m.document->record.simplifiedReps, {});
@@ -167,8 +186,13 @@ Got<ProModelitem> ProSimprepCreate(ProMdl solid, const ProSimprepdata& data) {
 }
 
 ProError ProSimprepDelete(const ProModelitem& rep) {
-  return onSolid("ProSimprepDelete", rep.owner, [&](State&, Model& m) -> ProError {
+  return onSolid("ProSimprepDelete", rep.owner, [&](State& state, Model& m) -> ProError {
     if (rep.type != ProItemType::simplifiedRep || rep.id < 0) return ProBadInputs;
+    const SimplifiedRepRecord* record = headless::recordOf(m.document->record.simplifiedReps, rep.id);
+    if (record && headless::sameName(record->name, m.document->activeRep)) {
+      state.showMessage(m.name + L": the simplified representation " + text::fromUtf8(record->name) + L" is in use");
+      return ProGeneralError;
+    }
     return headless::deleteState(m, rep);
   });
 }

@@ -29,6 +29,8 @@ ProError visitStates(std::string_view operation, ProMdl solid, ProItemType type,
 
 Got<ProViewNames> ProViewNamesGet(ProMdl model) {
   return headless::onModel("ProViewNamesGet", model, [](State&, Model& m) -> Got<ProViewNames> {
+    // A drawing's would be the places that it is shown at, which no document has.
+    if (headless::hasSheets(m.type())) return ProNotFound;
     ProViewNames names;
     for (const headless::ViewRecord& one : m.document->record.views) {
       names.names.push_back(text::fromUtf8(one.name));

@@ -123,7 +123,8 @@ Got<ProDisplayStyle> ProDrawingViewDisplayGet(const ProView& view) {
 }
 
 ProError ProDrawingViewDisplaySet(const ProView& view, ProDisplayStyle style) {
-  return onSheetView("ProDrawingViewDisplaySet", view, [&](Model& m, ViewRecord& record) {
+  return onSheetView("ProDrawingViewDisplaySet", view, [&](Model& m, ViewRecord& record) -> ProError {
+    if (style == ProDisplayStyle::shaded) return ProBadInputs;
     if (record.displayStyle == static_cast<int>(style)) return ProNoError;
     record.displayStyle = static_cast<int>(style);
     m.document->touch(nullptr);

@@ -9,6 +9,7 @@
 #include "headless/macros/macros.h"
 #include "headless/model/bodies.h"
 #include "headless/model/models.h"
+#include "headless/model/new_features.h"
 #include "headless/model/parameters.h"
 #include "headless/pictures/picture_sources.h"
 #include "headless/proui/ui.h"
@@ -40,6 +41,7 @@ struct Session::State {
   ConfigOptions configuration;
   std::vector<creo::ProSelection> selections;
   std::vector<std::pair<creo::ProSelection, int>> highlights;  // with their colours, until a window is repainted
+  DefaultLayers defaultLayers;
   Models models;
   Parameters parameters;
   Bodies bodies;

@@ -128,8 +128,24 @@ bool liesOn(ModelDocument& document, int wanted, int layer) {
 
 }  // namespace
 
+namespace {
+
+bool isTakenByLayers(ProItemType type) {
+  switch (type) {
+    case ProItemType::coordinateSystem:
+    case ProItemType::simplifiedRep:
+    case ProItemType::explodedState:
+      return false;
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
 ProError addLayerItem(ModelDocument& document, LayerRecord& layer, const ProModelitem& item) {
   if (item.type == ProItemType::none) return creo::ProBadInputs;
+  if (!isTakenByLayers(item.type)) return creo::ProInvalidType;
   if (item.type == ProItemType::layer && !layerOf(document, item.id)) return creo::ProNotFound;
   if (item.type == ProItemType::layer && liesOn(document, layer.id, item.id)) return creo::ProBadInputs;
   LayerWalk* walk = LayerWalk::of(document);

@@ -1,8 +1,10 @@
 #include "headless/model/new_features.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 
+#include "creo/ProFeatureEdit.h"
 #include "creo/ProLayer.h"
 #include "creo/ProXsec.h"
 #include "headless/model/datums.h"
@@ -28,7 +30,8 @@ struct DefaultLayerKind {
 constexpr DefaultLayerKind kDefaultLayerKinds[] = {{creo::kPlaneLayer, creo::kDatumPlaneFeature},
                                                    {creo::kPointLayer, creo::kDatumPointFeature},
                                                    {creo::kPointFeatureLayer, creo::kDatumPointFeature},
-                                                   {creo::kPatternLayer, creo::kPatternFeature}};
+                                                   {creo::kPatternLayer, creo::kPatternFeature},
+                                                   {creo::kCsysLayer, creo::kCsysFeature}};
 
 // ---- reading a tree
 
@@ -67,23 +70,12 @@ std::string addDimension(ModelRecord& record, FeatureRecord& feature, double val
   return symbolOf(added);
 }
 
-void putOnDefaultLayers(ModelDocument& document, creo::ProMdl handle, int feature, int type) {
-  for (const auto& [kind, ofType] : kDefaultLayerKinds) {
-    if (ofType != type) continue;
-    for (const DefaultLayerRecord& one : document.record.defaultLayers)
-      if (one.type == kind)
-        if (LayerRecord* layer = layerNamed(document, one.layer))
-          addLayerItem(document, *layer, {ProItemType::feature, feature, handle, {}});
-  }
-}
-
 int finish(const Model& solid, FeatureRecord feature, const SolidRecord& datums) {
   ModelDocument& document = *solid.document;
-  const int id = feature.id, type = feature.type;
+  const int id = feature.id;
   insertFeature(document, std::move(feature));
   document.record.solid = rawSolid(datums);
   document.solidChanged();
-  putOnDefaultLayers(document, solid.handle, id, type);
   document.touch(nullptr);
   return id;
 }
@@ -218,6 +210,23 @@ Got<int> createPattern(const Model& solid, int leader, const ProElement& tree) {
   }
   feature.pattern = std::move(pattern);
   return finish(solid, std::move(feature), datums);
+}
+
+bool isDefaultLayerKind(int kind) {
+  return std::any_of(std::begin(kDefaultLayerKinds), std::end(kDefaultLayerKinds),
+                     [kind](const DefaultLayerKind& one) { return one.kind == kind; });
+}
+
+void putOnDefaultLayers(const Model& solid, int feature, const DefaultLayers& layers) {
+  const auto made = featureOf(solid, feature);
+  if (!made) return;
+  const int type = featureType(*made);
+  for (const auto& [kind, ofType] : kDefaultLayerKinds) {
+    const auto name = ofType == type ? layers.find(kind) : layers.end();
+    if (name == layers.end()) continue;
+    if (LayerRecord* layer = layerNamed(*solid.document, text::toUtf8(name->second)))
+      addLayerItem(*solid.document, *layer, {ProItemType::feature, feature, solid.handle, {}});
+  }
 }
 
 }  // namespace headless

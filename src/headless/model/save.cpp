@@ -49,6 +49,7 @@ int newestVersion(Models& models, const ModelDocument& document) {
 
 void noteSaved(Models& models, ModelDocument& document, int version) {
   document.markSaved();
+  for (LayerRecord& layer : document.record.layers) layer.unsaved.reset();  // what they showed for the time being
   if (document.record.familyTable)
     models.folders().target(document).enterInstances(fileOf(document, version), document.rowNames());
 }

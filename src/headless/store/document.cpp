@@ -147,7 +147,6 @@ struct RecordTable<ModelRecord> {
                                         field<&R::shownDimensions>("shownDimensions"),
                                         field<&R::detailOptions>("detailOptions"),
                                         field<&R::layers>("layers"),
-                                        field<&R::defaultLayers>("defaultLayers"),
                                         field<&R::layerStates>("layerStates"),
                                         field<&R::activeLayerState>("activeLayerState"),
                                         field<&R::views>("views"),

@@ -92,7 +92,6 @@ struct ModelRecord : Open {
   // Of the two sets of relations; nothing: as the option relations_units_sensitive says.
   std::optional<bool> unitSensitive, postUnitSensitive;
   std::vector<LayerRecord> layers;
-  std::vector<DefaultLayerRecord> defaultLayers;
   std::vector<LayerStateRecord> layerStates;
   std::vector<ViewRecord> views;
   std::string activeView;  // the one that was shown last; empty: none

@@ -109,11 +109,6 @@ struct LayerRecord : Open {
   // Not written: the status that it shows in this session and that wasn't saved yet.
   std::optional<creo::ProLayerDisplay> unsaved;
 };
-// The layer that gets new items of a type.
-struct DefaultLayerRecord : Open {
-  int type = 0;
-  std::string layer;
-};
 struct LayerStatusRecord : Open {
   std::string name;
   creo::ProLayerDisplay status = creo::ProLayerDisplay::normal;

@@ -119,11 +119,6 @@ struct RecordTable<LayerRecord> {
                                         field<&R::rules>("rules")};
 };
 template <>
-struct RecordTable<DefaultLayerRecord> {
-  using R = DefaultLayerRecord;
-  static constexpr std::array fields = {field<&R::type>("type", kRequired), field<&R::layer>("layer", kRequired)};
-};
-template <>
 struct RecordTable<LayerStatusRecord> {
   using R = LayerStatusRecord;
   static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::status>("status")};

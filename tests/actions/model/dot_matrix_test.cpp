@@ -4,10 +4,12 @@
 #include "creo/ProDimension.h"
 #include "creo/ProFeatureCreate.h"
 #include "creo/ProLayer.h"
+#include "creo/ProMdl.h"
 #include "headless/model/models.h"
 #include "headless/store/document.h"
 #include "headless/store/records_geometry.h"
 #include "support/scanner.h"
+#include "text/encoding.h"
 
 namespace test {
 namespace {
@@ -20,7 +22,6 @@ constexpr const char* kPart = R"({"format": 1,
   "features": [{"id": 7, "name": "CS_CODE", "type": 979}, {"id": 9, "name": "BASE", "type": 917, "dimensions": [1]}],
   "dimensions": [{"id": 1, "value": 5}],
   "layers": [{"id": 1, "name": "POINTS"}],
-  "defaultLayers": [{"type": 9, "layer": "POINTS"}, {"type": 54, "layer": "GONE"}],
   "solid": {"primitives": [{"type": "box", "size": [80, 40, "d1"]}],
             "coordinateSystems": [{"feature": 7, "placement": {"position": [10, 20, 5], "xAxis": [0, 1, 0]}},
                                   {"name": "OTHER"}]}})";
@@ -45,7 +46,10 @@ class DotMatrix : public ActionTest {
     writeBytes(own.models() + "/plate.prt.1", part);
     own.list("list.xml", tasks + task("saveModel"));
     own.start();
-    return own.open(L"PLATE", creo::ProMdlType::part);
+    const creo::ProMdl plate = own.open(L"PLATE", creo::ProMdlType::part);
+    EXPECT_EQ(creo::ProNoError, creo::ProLayerDefLayerSet(plate, creo::kPointLayer, L"POINTS"));
+    EXPECT_EQ(creo::ProNoError, creo::ProLayerDefLayerSet(plate, creo::kPointFeatureLayer, L"GONE"));
+    return plate;
   }
   static headless::ModelRecord saved(const World& own) {
     headless::ModelRecord record;
@@ -59,7 +63,10 @@ class DotMatrix : public ActionTest {
     all += "|";
     for (const auto& item : record.layers) all += item.name + "(" + std::to_string(item.items.size()) + ") ";
     all += "|";
-    for (const auto& candidate : record.defaultLayers) all += std::to_string(candidate.type) + candidate.layer + " ";
+    const creo::ProMdl plate = creo::ProMdlInit(L"PLATE", creo::ProMdlType::part).value;
+    for (const int kind : {7, 9, 10, 54, 55})
+      if (const auto layer = creo::ProLayerDefLayerGet(plate, kind); !layer.value.empty())
+        all += std::to_string(kind) + text::toUtf8(layer.value) + " ";
     const headless::SolidRecord solid = headless::solidRecord(record.solid);
     return all + "|" + std::to_string(record.dimensions.size()) + " dimensions, " +
            (solid.points.empty() ? "no points, " : "points, ") + std::to_string(solid.planes.size()) + " planes";

@@ -3,6 +3,7 @@
 
 #include "actions/action_fixture.h"
 #include "creo/ProLayer.h"
+#include "creo/ProMdl.h"
 #include "creo/ProUtil.h"
 #include "headless/store/document.h"
 #include "headless/store/enum_texts.h"
@@ -261,11 +262,53 @@ TEST(LayerStatus, IsSavedWhenTheListSaysSo) {
   }
 }
 
-TEST(LayerStatus, ShowsWithoutBeingSaved) {
+TEST(LayerStatus, ShowsUntilTheModelIsSavedWithoutIt) {
+  World world;
+  writeBytes(world.models() + "/BRACKET.prt.1", kLayers);
+  world.list("list.xml", layerTask("changeLayerStatus", "name_0='SELF' value_0='blank'"));
+  world.start();
+  const creo::ProLayer self{world.open(L"BRACKET", creo::ProMdlType::part), 7};
+  world.run("list.xml");
+  EXPECT_EQ(creo::ProLayerDisplay::blank, creo::ProLayerDisplaystatusGet(self).value);
+  EXPECT_EQ(creo::ProNoError, creo::ProMdlSave(self.owner));
+  EXPECT_EQ(creo::ProLayerDisplay::normal, creo::ProLayerDisplaystatusGet(self).value);
+  EXPECT_EQ(kUntouched, described(world.document("BRACKET.prt")));
+}
+
+// What a part shows is saved by a list that works on the assembly above it.
+TEST(LayerStatus, IsSavedInTheModelsBelowToo) {
+  World world;
+  writeBytes(world.models() + "/BRACKET.prt.1", kLayers);
+  writeBytes(world.models() + "/TOP.asm.1", R"({"format": 1, "layers": [{"id": 1, "name": "A"}],
+      "components": [{"name": "SUB", "type": "asm", "feature": 1}]})");
+  writeBytes(world.models() + "/SUB.asm.1",
+             R"({"format": 1, "components": [{"name": "BRACKET", "type": "prt", "feature": 1}]})");
+  const std::string save = "<task type='changeLayerStatus' version='3' forASM='true' forEF='false' saveLS='true'/>";
+  world.list("list.xml", save + save);
+  world.start();
+  world.open(L"TOP", creo::ProMdlType::assembly);
+  const creo::ProMdl part = creo::ProMdlInit(L"BRACKET", creo::ProMdlType::part).value;
+  EXPECT_EQ(creo::ProNoError, creo::ProLayerDisplaystatusSet({part, 7}, creo::ProLayerDisplay::blank));
+  world.run("list.xml");
+  EXPECT_EQ(
+      L"B0 Change layer status|Save layer status|B1 Change layer status|Save layer status|"
+      L"W:No layer have changed the status since last save",
+      told(world.log()));
+  EXPECT_EQ(creo::ProNoError, creo::ProMdlSave(part));
+  EXPECT_EQ("01_DATUMS:5 02_AXES:6,L1 OLD_A=blank OLD_B:L3 SELF=blank:L7 | WORK(01_DATUMS=hidden OLD_A=normal)*",
+            described(world.document("BRACKET.prt")));
+}
+
+TEST(LayerItems, AreThingsOfTheModelOfKindsThatLayersTake) {
   ranOn(kLayers, layerTask("changeLayerStatus", "name_0='NONE' value_0='blank'"), [](World&, creo::ProMdl part) {
+    using creo::ProItemType;
     const creo::ProLayer self{part, 7};
-    EXPECT_EQ(creo::ProNoError, creo::ProLayerDisplaystatusSet(self, creo::ProLayerDisplay::blank));
-    EXPECT_EQ(creo::ProLayerDisplay::blank, creo::ProLayerDisplaystatusGet(self).value);
+    EXPECT_EQ(creo::ProNotFound, creo::ProLayerItemInit(ProItemType::layer, 5, part).error);
+    EXPECT_EQ(creo::ProNotFound, creo::ProLayerItemInit(ProItemType::feature, 99, part).error);
+    EXPECT_EQ(creo::ProNoError, creo::ProLayerItemInit(ProItemType::layer, 4, part).error);
+    for (const ProItemType type :
+         {ProItemType::coordinateSystem, ProItemType::simplifiedRep, ProItemType::explodedState})
+      EXPECT_EQ(creo::ProInvalidType, creo::ProLayerItemAdd(self, {type, 1, part, {}})) << static_cast<int>(type);
   });
 }
 
@@ -295,7 +338,13 @@ TEST(LayerStates, AreMadeOfLayersAndTheirStatus) {
         kUntouched + " OLD_1(01_DATUMS=blank 02_AXES=blank OLD_A=blank)"},
        {"statename='work' name_0='*' value_0='blank'",
         L"|E:Failure while create new state (Name could be already existing)", kUntouched},
-       {"name_0='*'", L"|E:Failure while create new state (Name could be already existing)", kUntouched}});
+       {"name_0='*'", L"|E:Failure while create new state (Name could be already existing)", kUntouched},
+       {"statename='MY STATE: 1/2' name_0='*'", L"|E:Failure while create new state (Name could be already existing)",
+        kUntouched},
+       {"statename='" + std::string(32, 'S') + "' name_0='*'",
+        L"|E:Failure while create new state (Name could be already existing)", kUntouched},
+       {"statename='1_Gr\u00fc-n' name_0='SELF' value_0='blank'", L"|Created new state|SELF - added",
+        kUntouched + " 1_Gr\u00fc-n(SELF=blank)"}});
 }
 
 TEST(LayerStates, AreShownAndDeleted) {

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "actions/action_fixture.h"
+#include "creo/ProMdl.h"
 #include "headless/model/models.h"
 
 namespace test {
@@ -22,6 +23,7 @@ class NamedStates : public ActionTest {
         "crossSections": [{"id": 1, "name": "OLD", "oldForm": true}, {"id": 2, "name": "A`B"}],
         "combinedStates": [{"id": 1, "name": "HALF", "view": "FRONT", "crossSection": "OLD"}])");
     document("sub.asm.1", R"("simplifiedReps": [{"id": 2, "name": "LIGHT"}])");
+    document("lone.prt.1", R"("simplifiedReps": [{"id": 1, "name": "LIGHT"}])");
     document("skel.prt.1", R"("skeleton": true)");
     document("sheet.drw.1", R"("models": [{"name": "GEAR", "type": "prt"}], "views": [{"id": 1, "name": "FRONT"}])");
     document("drive.asm.1",
@@ -66,6 +68,7 @@ class NamedStates : public ActionTest {
     return *models.find(models.inMemory(name, type).value)->document;
   }
   headless::ModelDocument& drive() { return loaded(L"DRIVE", creo::ProMdlType::assembly); }
+  static creo::ProMdl drivesHandle() { return creo::ProMdlInit(L"DRIVE", creo::ProMdlType::assembly).value; }
   headless::ModelDocument& gear() { return loaded(L"GEAR", creo::ProMdlType::part); }
 
  private:

@@ -1,5 +1,10 @@
 // Combined states, exploded states, styles and cross sections.
 #include "actions/model/named_states_fixture.h"
+#include "actions/on_top.h"
+#include "creo/ProCombstate.h"
+#include "creo/ProExpldstate.h"
+#include "creo/ProMdl.h"
+#include "creo/ProWindow.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
 
@@ -72,7 +77,7 @@ TEST_F(NamedStates, APartHasNoExplodedStatesOrStylesAndADrawingNoCombinedStates)
             onPart(task("addCombState", "statename='S' orientationname='front' expldname='x' stylename='x'")));
   EXPECT_EQ("HALF: FRONT,,,,,OLD/0|S: FRONT,,,,,/0", combined(gear()));
   EXPECT_EQ(
-      L"B0 add combined state|"
+      L"B0 add combined state|E:Orientation state couldn't be found|"
       L"E:Failure while create new state (Name could be already existing) - Invalid type",
       onModel(task("addCombState", "statename='S' orientationname='front'"), L"SHEET", creo::ProMdlType::drawing));
 }
@@ -85,6 +90,57 @@ TEST_F(NamedStates, ACombinedStateWhoseViewHasGoneChangesNothing) {
   EXPECT_EQ("", drive().record.activeCombinedState + drive().record.activeStyleState);
   EXPECT_NE(std::wstring::npos,
             here().messages().find(L"DRIVE: the combined state LOST refers to the view GONE, which isn't there"));
+}
+
+// Behind another model a state can't be activated; in the window of that model it can, for as long as that takes.
+TEST_F(NamedStates, AModelComesOnTopForItsState) {
+  onPart("");
+  const creo::ProMdl front = creo::ProMdlCurrentGet().value;
+  const creo::ProMdl back = creo::ProMdlRetrieve(L"DRIVE", creo::ProMdlType::assembly).value;
+  const creo::ProModelitem open{creo::ProItemType::explodedState, 1, back, {}};
+  const creo::ProModelitem state = creo::ProMdlCombStateCreate(back, L"S", {open}, 0, true).value;
+  const creo::ProLayerstate quiet{back, L"QUIET"};
+  EXPECT_EQ(creo::ProGeneralError, creo::ProCombstateActivate(state));
+  EXPECT_EQ(creo::ProGeneralError, creo::ProLayerstateActivate(quiet));
+  EXPECT_EQ("", drive().record.activeCombinedState + drive().record.activeLayerState);
+
+  EXPECT_EQ(creo::ProNoError, actions::onTop(back, [&] { return creo::ProCombstateActivate(state); }));
+  EXPECT_EQ(creo::ProNoError, actions::onTop(back, [&] { return creo::ProLayerstateActivate(quiet); }));
+  EXPECT_EQ("SQUIET", drive().record.activeCombinedState + drive().record.activeLayerState);
+  EXPECT_EQ(front, creo::ProMdlCurrentGet().value);
+
+  // Another failure isn't tried again; a model with a window of its own stays where it is.
+  int calls = 0;
+  const auto refused = [&calls](creo::ProError code) {
+    return [&calls, code] {
+      ++calls;
+      return code;
+    };
+  };
+  EXPECT_EQ(creo::ProNotFound, actions::onTop(back, refused(creo::ProNotFound)));
+  EXPECT_EQ(creo::ProGeneralError, actions::onTop(front, refused(creo::ProGeneralError)));
+  EXPECT_TRUE(creo::ProObjectwindowCreate(L"DRIVE", creo::ProMdlType::assembly));
+  EXPECT_EQ(creo::ProGeneralError, actions::onTop(back, refused(creo::ProGeneralError)));
+  EXPECT_EQ(3, calls);
+}
+
+TEST_F(NamedStates, WhatACombinedStateCantReferToIsRefused) {
+  onAssembly("");
+  using creo::ProItemType;
+  const creo::ProMdl top = creo::ProMdlCurrentGet().value;
+  const creo::ProModelitem front{ProItemType::view, 1, top, {}}, back{ProItemType::view, 2, top, {}};
+  const std::pair<std::vector<creo::ProCombstateReference>, creo::ProError> cases[] = {
+      {{}, creo::ProBadInputs},
+      {{front, back}, creo::ProInvalidType},
+      {{creo::ProModelitem{ProItemType::view, 9, top, {}}}, creo::ProInvalidType},
+      {{creo::ProModelitem{ProItemType::layer, 1, top, {}}}, creo::ProInvalidType},
+      {{front, creo::ProLayerstate{top, L"NONE"}}, creo::ProInvalidType},
+      {{front}, creo::ProNoError},
+      {{back}, creo::ProBadInputs}};  // the name is taken
+  for (const auto& [references, code] : cases)
+    EXPECT_EQ(code, creo::ProMdlCombStateCreate(top, L"S", references, 0, false).error);
+  EXPECT_EQ(creo::ProBadInputs, creo::ProCompdisplayInit(top, 9).error);
+  EXPECT_EQ(creo::ProBadInputs, creo::ProCompdisplayActivate({ProItemType::styleState, 9, top, {}}));
 }
 
 TEST_F(NamedStates, AStarDeletesAllCombinedStatesButTheActiveOne) {

@@ -1,6 +1,7 @@
 // Simplified representations.
 #include "actions/model/named_states_fixture.h"
 #include "creo/ProMdl.h"
+#include "creo/ProSimprep.h"
 #include "creo/ProSolid.h"
 #include "text/encoding.h"
 
@@ -34,13 +35,13 @@ TEST_F(NamedStates, RepresentationsAreCreatedWithTheirDefaultAction) {
   std::string tasks;
   for (const auto& [type2, action] : cases)
     tasks += task("createSimpRep", std::string("view='R") + type2 + "' type2='" + type2 + "'");
-  const std::wstring all =
-      onPart(tasks + task("createSimpRep", "view='light'") + task("createSimpRep", "view=''") +
-             task("createSimpRep", "view='" + std::string(32, 'x') + "'") + task("createSimpRep", "view='Master Rep'"));
-  const auto& reps = gear().record.simplifiedReps;
-  ASSERT_EQ(1 + std::size(cases), reps.size());
+  const std::wstring all = onAssembly(tasks + task("createSimpRep", "view='light'") + task("createSimpRep", "view=''") +
+                                      task("createSimpRep", "view='" + std::string(32, 'x') + "'") +
+                                      task("createSimpRep", "view='Master Rep'"));
+  const auto& reps = drive().record.simplifiedReps;
+  ASSERT_EQ(2 + std::size(cases), reps.size());
   for (std::size_t i = 0; i < std::size(cases); ++i)
-    EXPECT_EQ(cases[i].second, static_cast<int>(reps[i + 1].defaultAction)) << cases[i].first;
+    EXPECT_EQ(cases[i].second, static_cast<int>(reps[i + 2].defaultAction)) << cases[i].first;
   EXPECT_EQ(
       L"B10 Create simplified representation|W:'light' exists already|"
       L"B11 Create simplified representation|E:Can't allocate simprepdata|"
@@ -52,6 +53,23 @@ TEST_F(NamedStates, RepresentationsAreCreatedWithTheirDefaultAction) {
 TEST_F(NamedStates, ADrawingHasNoRepresentations) {
   EXPECT_EQ(L"B0 Create simplified representation|W:Only parts and assemblies have simplified representations",
             onModel(task("createSimpRep", "view='NEW'"), L"SHEET", creo::ProMdlType::drawing));
+}
+
+TEST_F(NamedStates, APartsRepresentationsAreNeitherMadeNorDescribedNorActivated) {
+  EXPECT_EQ(
+      L"B0 Create simplified representation|E:Creo makes simplified representations of assemblies alone|"
+      L"B1 Set simpliefied representation|Simp rep found (by init)|E:Can't set the specified simp rep|"
+      L"B2 Set simpliefied representation|"
+      L"E:This action is not allowed for parts, you can only set usernamed simpreps|"
+      L"E:Function isn't used because false version code, please update Kelvane User and Kelvane to the newest version|"
+      L"B3 Rename simplified representations|rename LIGHT to HEAVY|B4 Edit simplified representations|"
+      L"E:Failure occured while recreationg the simplified representation",
+      onPart(task("createSimpRep", "view='NEW'") + task("setSimpRep", "simprepc='0' simprep='LIGHT'") +
+             task("setSimpRep", "simprepc='2' simprepr='true'") +
+             task("renameSimpRep", "name_0='*' newname_0='HEAVY'") +
+             "<task type='editSimpRep' version='4' forPRT='true' forEF='false' nameOne='HEAVY' jc='4'/>"));
+  EXPECT_EQ("HEAVY", names(gear()));
+  EXPECT_EQ("", gear().activeRep);
 }
 
 TEST_F(NamedStates, RenamedRepresentationsAreFollowedByWhatRefersToThem) {
@@ -72,9 +90,13 @@ TEST_F(NamedStates, RenamedRepresentationsAreFollowedByWhatRefersToThem) {
 }
 
 TEST_F(NamedStates, ADeletedRepresentationLeavesTheMaster) {
-  onAssembly(task("setSimpRep", "simprepc='0' simprep='LIGHT'") +
-             task("addCombState", "statename='S' simprepname='LIGHT' orientationname='BACK'") +
-             task("deleteSimpRep", "name_0='none' name_5='LI*'"));
+  EXPECT_EQ(
+      L"B0 Set simpliefied representation|Simp rep found (by init)|Simp rep set|"
+      L"B1 add combined state|combined state created|B2 Delete simplified representation",
+      onAssembly(task("setSimpRep", "simprepc='0' simprep='LIGHT'") +
+                 task("addCombState", "statename='S' simprepname='LIGHT' orientationname='BACK'") +
+                 task("deleteSimpRep", "name_0='none' name_5='LI*'")));
+  EXPECT_EQ(2, here().session().calls("ProSimprepDelete")) << "the first one while it was in use";
   EXPECT_EQ("ROUGH", names(drive()));
   EXPECT_EQ("", drive().activeRep);
   EXPECT_EQ("", drive().record.combinedStates.at(1).simplifiedRep);
@@ -102,13 +124,35 @@ TEST_F(NamedStates, ARepresentationIsPutIntoTheSession) {
         << entry.attributes;
     EXPECT_EQ(entry.active, drive().activeRep) << entry.attributes;
   }
-  EXPECT_EQ(
-      L"B0 Set simpliefied representation|"
-      L"E:This action is not allowed for parts, you can only set usernamed simpreps|"
-      L"E:Function isn't used because false version code, please update Kelvane User and Kelvane to the newest version|"
-      L"B1 Set simpliefied representation|Simp rep found (by init)|Simp rep set",
-      onPart(task("setSimpRep", "simprepc='2' simprepr='true'") + task("setSimpRep", "simprepc='0' simprep='LIGHT'")));
-  EXPECT_EQ("LIGHT", gear().activeRep);
+}
+
+// Which representation is in memory behind a retrieval, one after the other.
+TEST_F(NamedStates, AHigherRepresentationInMemoryWins) {
+  onAssembly("");
+  using creo::ProMdlType;
+  const std::wstring name = L"DRIVE", light = L"LIGHT";
+  const auto active = [this] { return drive().activeRep; };
+  EXPECT_TRUE(creo::ProGeomSimprepRetrieve(name, ProMdlType::assembly));
+  EXPECT_EQ("", active()) << "the master stays";
+  EXPECT_TRUE(creo::ProAssemblySimprepMdlnameRetrieve(name, light));
+  EXPECT_EQ("LIGHT", active());
+  EXPECT_TRUE(creo::ProGraphicsSimprepRetrieve(name, ProMdlType::assembly));
+  EXPECT_EQ("LIGHT", active());
+  EXPECT_EQ(creo::ProNoError, creo::ProSimprepActivate(creo::ProSimprepInit(L"Symbolic Rep", 0, drivesHandle()).value));
+  EXPECT_TRUE(creo::ProGraphicsSimprepRetrieve(name, ProMdlType::assembly));
+  EXPECT_EQ("Graphics Rep", active()) << "the higher one";
+  EXPECT_TRUE(creo::ProMdlnameRetrieve(name, ProMdlType::assembly));
+  EXPECT_EQ("", active());
+  for (const std::wstring& rep : {light, std::wstring(L"Master Rep")})
+    EXPECT_EQ(creo::ProBadInputs, creo::ProSimprepMdlnameRetrieve(name, ProMdlType::assembly, rep).error)
+        << "of a part";
+  // A part that wasn't in memory comes as it was asked for.
+  EXPECT_TRUE(creo::ProSimprepMdlnameRetrieve(L"LONE", ProMdlType::part, light));
+  EXPECT_EQ("LIGHT", loaded(L"LONE", ProMdlType::part).activeRep);
+  EXPECT_TRUE(creo::ProSimprepMdlnameRetrieve(L"LONE", ProMdlType::part, L"Master Rep"));
+  EXPECT_EQ("", loaded(L"LONE", ProMdlType::part).activeRep);
+  EXPECT_TRUE(creo::ProPartSimprepRetrieve(L"LONE", light));
+  EXPECT_EQ("", loaded(L"LONE", ProMdlType::part).activeRep);
 }
 
 // The assembly's volume and length are those of what the representation in memory shows.
@@ -169,12 +213,12 @@ TEST_F(EditedRep, DescribesTheChosenFeaturesAnew) {
     std::string attributes, children;
     const char* items;
   } cases[] = {
-      {"jc='0'", "", "3=2 5=2 11=2 12=2 15=2"},  // its default; the skeleton is left out
+      {components + "jc='0'", "", "11=2 12=2 15=2"},  // its default; the skeleton is left out
       {components + "jc='1'", "", "11=3 12=3 15=3"},
       {components + "jc='1'", parts, "11=3"},
       {components + "jc='1'", parts + "<insideFilter forPRT='false'/>", ""},
-      {"jc='2' filter_name='true' filter_name_text='/^(GEAR|BORE)$/'", parts, "5=5 11=5"},
-      {"jc='3' filter_type='true' filter_type_sel='92'", parts, "5=6"},
+      {"jc='2' filter_name='true' filter_name_text='/^(GEAR|SKEL)$/'", parts, "11=5"},
+      {"jc='3' filter_type='true' filter_type_sel='92' filter_name='true' filter_name_text='none'", parts, ""},
       {"jc='4' filter_name='true' filter_name_text='sub'", "", "12=2"},
       {"jc='5' filter_name='true' filter_name_text='sub'", "", "12=0"},
       {"jc='6' filter_name='true' filter_name_text='sub'", "", "12=7"},
@@ -195,6 +239,10 @@ TEST_F(EditedRep, WhatCantBeDoneIsLeftOutAndTold) {
   const std::wstring end = L"LIGHT|Simplified representation redefinition completed";
   EXPECT_EQ(skipped + end, edited("jc='99' filter_name='true' filter_name_text='GEAR'"));
   EXPECT_EQ(skipped + end, edited("jc='7' nameTwo='LIGHT' filter_name='true' filter_name_text='BORE'"));
+  // Creo takes components alone, and what it did with another feature goes.
+  EXPECT_EQ(L"E:Failure occured while ProSimprepdataitemInit|" + end,
+            edited("jc='4' filter_name='true' filter_name_text='BORE'"));
+  EXPECT_EQ("", items(drive(), "LIGHT"));
   EXPECT_EQ(L"W:Failure while set SimpRep for prt|" + skipped + L"W:Failure while set SimpRep for asm|" + skipped + end,
             edited("jc='7' nameTwo='none' filter_name='true' filter_name_text='/GEAR|SUB/'"));
   EXPECT_EQ(L"B0 Edit simplified representations|E:The model of the component 7 can't be retrieved|" + end,
@@ -212,14 +260,17 @@ TEST_F(EditedRep, ARepresentationDoesntTakeItsOwnPlace) {
 }
 
 TEST_F(EditedRep, EachOperationMayFail) {
+  const std::string component = " filter_name='true' filter_name_text='SUB'";
   const struct {
     const char* operation;
     std::string task;
     const wchar_t* line;
   } cases[] = {
-      {"ProSimprepdataitemInit", edit("jc='1'"), L"E:Failure occured while ProSimprepdataitemInit"},
-      {"ProAsmcomppathInit", edit("jc='1'"), L"E:Failure occured while ProSimprepdataitemInit"},
-      {"ProSimprepdataitemAdd", edit("jc='1'"), L"E:Failure occured while ProSimprepdataitemAdd"},
+      {"ProSimprepdataitemInit", edit("jc='1'" + component), L"E:Failure occured while ProSimprepdataitemInit"},
+      {"ProAsmcomppathInit", edit("jc='1'" + component), L"E:Failure occured while ProSimprepdataitemInit"},
+      {"ProSimprepdataitemAdd", edit("jc='1'" + component), L"E:Failure occured while ProSimprepdataitemAdd"},
+      {"ProSimprepdataitemAdd", edit("jc='1' filter_name='true' filter_name_text='none'"),
+       L"E:Failure occured while ProSimprepdataitemAdd"},
       {"ProSimprepActionInit", edit("jc='1'"), L"W:Failure occured while create Simprep action"},
       {"ProSimprepdataSet", edit("jc='1'"), L"E:Failure occured while recreationg the simplified representation"},
       {"ProPartSimprepRetrieve", edit("jc='7' nameTwo='LIGHT'"), L"W:Failure while set SimpRep for prt"},

@@ -145,7 +145,7 @@ TEST_F(Solids, WhatAModelHasntIsNotFoundAndADrawingIsNoSolid) {
       {"styles", [&](ProMdl m) { return ProSolidCompdisplayVisit(m, state); }, ProNotFound, ProBadInputs},
       {"sections", [&](ProMdl m) { return ProSolidXsecVisit(m, state); }, ProNotFound, ProBadInputs},
       {"combined", [](ProMdl m) { return ProMdlCombstatesGet(m).error; }, ProNotFound, ProBadInputs},
-      {"layer states", [](ProMdl m) { return ProLayerstatesGet(m).error; }, ProNotFound, ProNotFound},
+      {"layer states", [](ProMdl m) { return ProLayerstatesGet(m).error; }, ProNotFound, ProBadInputs},
       {"views", [](ProMdl m) { return ProViewNamesGet(m).error; }, ProNotFound, ProNotFound},
       {"material", [](ProMdl m) { return ProMaterialCurrentGet(m).error; }, ProNotFound, ProBadInputs},
       {"accuracy", [](ProMdl m) { return ProSolidAccuracyGet(m).error; }, ProNoError, ProBadInputs},

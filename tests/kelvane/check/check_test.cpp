@@ -344,6 +344,8 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
       {"<task version='4' forASM='true' type='editSimpRep' nameOne='A' jc='4'><insideFilter forPTR='true' "
        "forASM='yes'/></task>",
        "attribute-unknown word-unknown"},
+      {"<task version='3' forPRT='true' forASM='false' type='setSimpRep' simprepc='0' simprep='A'/>", "action-refused"},
+      {"<task version='3' forPRT='true' forASM='true' type='setSimpRep' simprepc='0' simprep='A'/>", ""},
       {"<task version='3' forPRT='yes' type='saveModel'/>", "word-unknown"},
       {"<task type='isInstance'/>", "filter-as-action"},
       {"</body><fliter actvie='true' exists='no'><root/></fliter><foot/></list>",

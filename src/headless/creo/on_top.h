@@ -1,0 +1,13 @@
+// Which model stands in front of the person.
+#pragma once
+
+#include "headless/creo/state.h"
+
+namespace headless {
+
+// Is the model on top of the active window?
+inline bool isOnTop(const Session::State& state, const Model& model) {
+  return state.windows.model(state.windows.current()) == model.handle;
+}
+
+}  // namespace headless

@@ -41,7 +41,9 @@ TEST_F(Details, EverySheetHasAViewOfItsOwn) {
 TEST_F(Details, AreShownWhileTheirDrawingStandsInTheCurrentWindow) {
   auto data = ProDtlnoteDataGet({pair, 3});
   ASSERT_TRUE(data);
-  data.value.lines = {{{{.text = L"&dwg_name"}}}};
+  data.value.lines.resize(1);
+  data.value.lines[0].texts.resize(1);
+  data.value.lines[0].texts[0].text = L"&dwg_name";
   const auto note = ProDtlnoteCreate(pair, data.value);
   ASSERT_TRUE(note);
   const auto shown = [&] { return ProDtlnoteTextGet(note.value, ProDtlText::displayed).value.at(0); };

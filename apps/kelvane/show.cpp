@@ -39,7 +39,6 @@ Rows parametersOf(const creo::ProModelitem& owner) {
   return rows;
 }
 
-// An instance's are as its row and its generic's program make them.
 // "parents 3 4"; empty for none.
 std::string listed(const char* word, const std::vector<int>& ids) {
   if (ids.empty()) return {};
@@ -48,6 +47,7 @@ std::string listed(const char* word, const std::vector<int>& ids) {
   return all;
 }
 
+// An instance's are as its row and its generic's program make them.
 Rows featureRows(const headless::Model& model) {
   Rows rows;
   for (const headless::ModelFeature& entry : headless::featuresOf(model)) {

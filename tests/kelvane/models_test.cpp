@@ -10,6 +10,14 @@ using creo::ProMdlType;
 
 class ModelVerbs : public ProgramTest {};
 
+TEST_F(ModelVerbs, ShownFeaturesTellTheirParentsAndChildren) {
+  writeBytes(models() + "/arm.prt.1", R"({"format": 1, "insertAfter": 2, "features": [{"id": 4, "name": "BASE"},
+      {"id": 7, "name": "RIB", "parents": [4]}, {"id": 9, "name": "BORE", "parents": [4, 7]}]})");
+  EXPECT_THAT(kelvane({"show", models(), "ARM.PRT"}).out,
+              testing::AllOf(testing::HasSubstr("children 7 9\n"), testing::HasSubstr("parents 4, children 9\n"),
+                             testing::HasSubstr("inactive, parents 4 7\n")));
+}
+
 TEST_F(ModelVerbs, NewModelIsListedAndShown) {
   const Ended ended = kelvane({"new", models(), "Plate.prt", "--param", "mass:Double=2.5", "--param", "NOTE=a=b",
                                "--param", "COUNT:Integer=-3", "--param", "DONE:Boolean=yes", "--box", "80,40,5"});

@@ -172,11 +172,14 @@ TEST_F(ViewActions, ViewsOfDrawingsAreDrawnOtherwise) {
       L"shading, "
       L"environment, shadingedges or their number|"
       L"B3 Replace view model display|E:'stylet' can't be '', but default, wireframe, hidden, nohidden, shading, "
-      L"environment, shadingedges or their number",
+      L"environment, shadingedges or their number|"
+      L"B4 Replace view model display|work on MAIN from style hidden|E:Failure while set Display Style|work on 2 from "
+      L"style hidden|E:Failure while set Display Style|work on ISO from style hidden|E:Failure while set Display Style",
       runOnSheets(task("replaceViewModelDisplay", "stylef='wireframe' stylet='3'") +
                   task("replaceViewModelDisplay", "stylef='*' stylet='hidden'") +
                   task("replaceViewModelDisplay", "stylef='thin' stylet='hidden'") +
-                  task("replaceViewModelDisplay", "stylef='hidden'")));
+                  task("replaceViewModelDisplay", "stylef='hidden'") +
+                  task("replaceViewModelDisplay", "stylef='hidden' stylet='shading'")));
   for (const auto& view : record(L"SHEETS", ProMdlType::drawing).views) EXPECT_EQ(2, view.displayStyle) << view.id;
 }
 

@@ -54,7 +54,7 @@ ProError renameModel(Models& models, ProMdl handle, std::wstring_view wanted) {
 
 Got<ProMdl> copyModel(Models& models, ProMdl handle, std::wstring_view wanted) {
   const Model* model = models.find(handle);
-  if (!model || !isModelName(wanted)) return creo::ProBadInputs;
+  if (!model || !text::isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring name = text::upper(wanted);
   if (models.named(name, model->type()) || model->document->row(name)) return creo::ProExists;
   if (!model->row) handOut(*model->document);

@@ -20,6 +20,7 @@ enum class Kind : std::uint8_t {
   numbers,   // some of them in one text, with signs between them
   file,      // a path: a file that is read; `folder`: where the package has it
   model,     // a path: a model document
+  newModel,  // the name that a new model gets, without an ending
   folder,    // a path: a folder
   written,   // a path: a file or folder that is written
   program,   // a program that is started

@@ -36,6 +36,8 @@ struct ProOutputLayerOptions {};
 Got<ProOutputLayerOptions> ProOutputLayerOptionsAlloc();
 ProError ProOutputLayerOptionsFree(ProOutputLayerOptions& options);
 
+// What is appended to the names of such files.
+constexpr std::wstring_view kStepExtension = L".stp", kIgesExtension = L".igs", kSatExtension = L".sat";
 // Writes a part or an assembly. path: without extension, the format's own is appended; the folder of a path that isn't
 // whole is the working one. Several files lie side by side. ProInvalidType: another model; ProNoLicense: nothing of
 // that format can be written; ProCantWrite: the file, the message area says why; ProGeneralError: the solid can't be
@@ -43,9 +45,8 @@ ProError ProOutputLayerOptionsFree(ProOutputLayerOptions& options);
 ProError ProIntf3DFileWrite(ProMdl solid, ProIntfFormat format, const std::wstring& path,
                             ProOutputAssemblyConfiguration configuration,
                             const ProOutputBrepRepresentation& representation, const ProOutputLayerOptions& layers);
-// The same by the profile that the format's option names ("export_profiles_step"); kStepExtension is what is appended.
+// The same by the profile that the format's option names ("export_profiles_step").
 ProError ProIntf3DFileWriteWithDefaultProfile(ProMdl solid, ProIntfFormat format, const std::wstring& path);
-constexpr std::wstring_view kStepExtension = L".stp";
 
 // ---- drawings
 

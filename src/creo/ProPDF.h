@@ -43,8 +43,8 @@ struct ProPDFoptions {
   std::map<ProPDFproperty, bool> booleans;
   std::map<ProPDFproperty, std::wstring> texts;
 };
-// Without any property, each of which has Creo's own value then; to be freed. A property of another kind than the
-// setter's is refused.
+// Without any property, each of which has Creo's own value then; to be freed. ProInvalidType: the property is of
+// another kind than the setter's; ProBadInputs: there is none of that number.
 Got<ProPDFoptions> ProPDFoptionsAlloc();
 ProError ProPDFoptionsIntpropertySet(ProPDFoptions& options, ProPDFproperty property, int value);
 ProError ProPDFoptionsBoolpropertySet(ProPDFoptions& options, ProPDFproperty property, bool value);
@@ -52,10 +52,12 @@ ProError ProPDFoptionsStringpropertySet(ProPDFoptions& options, ProPDFproperty p
 ProError ProPDFoptionsFree(ProPDFoptions& options);
 
 // Writes the file. The model is displayed in a window; path: whole, with its extension. An old file is replaced once
-// the new one is whole. ProNotFound: no window shows the model; ProNoLicense: a body that the reader can turn is asked
-// for; ProInvalidType: pages of a model that has no sheets; ProCantWrite: the file, the message area says why.
+// the new one is whole. ProNotFound: no window shows the model; ProBadInputs: the path isn't whole; ProNoLicense: a
+// body that the reader can turn is asked for; ProInvalidType: pages of a model that has no sheets; ProCantWrite: the
+// file, the message area says why.
 ProError ProPDFExport(ProMdl model, const std::wstring& path, const ProPDFoptions& options);
-// The same of a drawing by a profile's file in place of options. ProNotFound: no such file.
+// The same of a drawing alone, by a profile's file in place of options. ProInvalidType: no drawing; ProNotFound, too:
+// no such profile; ProGeneralError: it can't be read, the message area says why.
 ProError ProPDFWithProfileExport(ProMdl model, const std::wstring& path, const std::wstring& profile);
 
 }  // namespace creo

@@ -34,7 +34,8 @@ Got<ProPrintMdlOptions> ProPrintMdlOptionsGet(ProMdl model);
 Got<ProPrintPlacementOptions> ProPrintPlacementOptionsGet(ProMdl model);
 // Writes the print of a window, in lines and unshaded; the window needs no graphics. path: whole, or a name in plot_dir
 // or the working folder; an old file is replaced once the new one is whole. The paper lies as the model's sheet does, a
-// solid's across. Fails as ProRasterFileWrite with graphics.
+// solid's across. ProNotFound: no such window, or it shows nothing; ProBadInputs: paper without a size;
+// ProGeneralError: a solid without geometry, the message area says so; ProCantWrite.
 ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::wstring& path);
 
 }  // namespace creo

@@ -16,8 +16,8 @@ struct ProRasterForm {
 };
 // Writes what the window shows: a solid shaded in its active view; drawings are printed. path: with its extension. An
 // old file is replaced once the new one is whole. ProNotFound: no such window; ProNoGraphics without graphics;
-// ProBadInputs: a size that is no picture (at most 10,000 dots an edge); ProGeneralError: a solid without geometry;
-// ProCantWrite.
+// ProInvalidType: the window shows a drawing or a format; ProBadInputs: a size that is no picture (at most 10,000 dots
+// an edge); ProGeneralError: a solid without geometry; ProCantWrite.
 ProError ProRasterFileWrite(int window, const ProRasterForm& form, const std::wstring& path);
 
 }  // namespace creo

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/code_points.h"
+#include "text/units.h"
 
 namespace text {
 namespace {
@@ -79,6 +80,27 @@ bool isName(std::wstring_view text) {
     const wchar_t small = lower(c);
     return (small >= L'a' && small <= L'z') || (c >= L'0' && c <= L'9') || c == L'_' ||
            (c >= 0xC0 && c != 0xD7 && c != 0xF7 && isPrintable(c));
+  });
+}
+
+namespace {
+
+constexpr wchar_t kBeyondAscii = 0x80;
+
+bool isBlankOrControl(wchar_t c) {
+  constexpr std::wstring_view kBlanks =
+      L"\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A\u200B\u2028\u2029\u202F\u205F"
+      L"\u2060\u3000\uFEFF";
+  return c <= 0xA0 || kBlanks.find(c) != kBlanks.npos;
+}
+
+}  // namespace
+
+bool isModelName(std::wstring_view name) {
+  if (name.empty() || name.front() == L'-' || units(name) > kLongestModelName) return false;
+  return std::all_of(name.begin(), name.end(), [](wchar_t c) {
+    const bool isPlain = (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
+    return isPlain || c == L'_' || c == L'-' || (c >= kBeyondAscii && !isBlankOrControl(c));
   });
 }
 

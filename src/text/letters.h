@@ -27,6 +27,11 @@ bool isPrintable(wchar_t c);
 // letters are what can be shown from U+00C0 on.
 bool isName(std::wstring_view text);
 
+constexpr std::size_t kLongestModelName = 31;  // in UTF-16 units, of models and instances
+// What Creo takes as a model's new name, in either case: at most 31 characters, of ASCII letters, digits, "_" and "-",
+// the latter not in front; beyond ASCII all but blanks and control characters.
+bool isModelName(std::wstring_view name);
+
 // Hash and equality for case-blind tables.
 struct HashNoCase {
   using is_transparent = void;

@@ -12,6 +12,7 @@
 #include "kelvane/vocabulary/words.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "text/letters.h"
 #include "text/numbers.h"
 #include "text/pieces.h"
 
@@ -159,6 +160,9 @@ class Look {
         return;
       case Kind::pattern:
         return readPatterns(given);
+      case Kind::newModel:
+        if (!text::isModelName(given.value)) add("model-name", given.name, said(given, "no name for a new model"));
+        return;
       case Kind::format:
         if (!actions::NumberFormat::read(given.value))
           add("number-broken", given.name,

@@ -107,6 +107,11 @@ constexpr Rule kRules[] = {
     {.name = "member-missing", .about = "The package lacks a file that every package has."},
     {.name = "member-unreadable",
      .about = "A member of the package can't be unpacked: it is damaged or encrypted. A run goes on without it."},
+    {.name = "model-name",
+     .severity = warning,
+     .about = "Creo refuses the name for a new model: it has more than 31 characters, or others than letters, digits, "
+              "'_' and '-'.",
+     .example = R"(<task type="copyModel" version="3" forPRT="true" name="LOWER PLATE"/>)"},
     {.name = "number-broken",
      .about = "The value isn't wholly a number. Depending on the action it is cut, or the action fails.",
      .example = R"(<task type="setAccuracy" version="3" forPRT="true" value="0,01"/>)"},

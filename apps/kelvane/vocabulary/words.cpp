@@ -32,6 +32,7 @@ constexpr KindWords kKinds[] = {
     {Kind::numbers, "numbers, with signs between them"},
     {Kind::file, "path of a file"},
     {Kind::model, "path of a model"},
+    {Kind::newModel, "name of a new model"},
     {Kind::folder, "path of a folder"},
     {Kind::written, "path that is written"},
     {Kind::program, "program that is started"},

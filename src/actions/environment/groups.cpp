@@ -137,7 +137,7 @@ constexpr Attribute kAttributes[] = {
      .about = "absent or 0: once; 1: on each instance; 2: a new drawing; 3: each used model; 4: in a loop; 5: another "
               "model; 6: each sheet; 7: a simplified representation"},
     {.name = L"recsel", .kind = Kind::flag, .words = L"true", .about = "mode 1: on the instances of instances too"},
-    {.name = L"drwName", .variables = true, .about = "mode 2: the drawing's name"},
+    {.name = L"drwName", .kind = Kind::newModel, .variables = true, .about = "mode 2: the drawing's name"},
     {.name = L"tmpName", .variables = true, .about = "mode 2: the drawing that serves as template"},
     {.name = L"tmpPath",
      .kind = Kind::folder,

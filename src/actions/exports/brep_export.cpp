@@ -49,6 +49,9 @@ creo::ProError write(const Task& task, const BrepForm& form, const std::wstring&
   return result;
 }
 
+// Creo appends the format's own extension. A target always ends in one that the format takes for its own.
+std::wstring withoutExtension(const std::wstring& target) { return target.substr(0, target.rfind(L'.')); }
+
 Outcome refuse(Message message) {
   core::logMsgPlain(message, core::kError);
   return done;
@@ -57,13 +60,15 @@ Outcome refuse(Message message) {
 }  // namespace
 
 Outcome exportBrep(const Task& task, const BrepForm& form) {
-  const auto target = exportTarget(task, form.file);
+  const auto target = namedTarget(task, form.file);
   if (!target) return done;
+  const std::wstring stem = withoutExtension(*target);
+  if (!mayWrite(task, stem + std::wstring(form.file.extension))) return done;
   const auto supported = creo::ProOutputAssemblyConfigurationIsSupported(form.format, configurationOf(task));
   if (!supported || !supported.value) return refuse(Message::assemblyTypeUnsupported);
   Representation what;
   if (!what.fill(task, form)) return refuse(Message::brepUnsupported);
-  return endExport(write(task, form, *target, what), form.failure);
+  return endExport(write(task, form, stem, what), form.failure);
 }
 
 }  // namespace actions

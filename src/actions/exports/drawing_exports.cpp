@@ -51,7 +51,7 @@ void writeSheets(const Task& task, const DrawingForm& form, const std::wstring& 
     ProError result = current.change(sheet);
     if (result == creo::ProNoError) {
       if (!mayWrite(task, text::format(L"%s%s%s", folder, name, form.file.extension))) continue;
-      result = write(task, form, name);
+      result = write(task, form, folder + name);
     }
     tell(result, kFailure);
   }
@@ -74,7 +74,7 @@ Outcome exportDrawing(const Task& task, const DrawingForm& form) {
   if (bySheet)
     writeSheets(task, form, folder, base);
   else
-    tell(write(task, form, base), form.wholeFailure);
+    tell(write(task, form, folder + base), form.wholeFailure);
   return done;
 }
 

@@ -40,7 +40,7 @@ bool carriesIges(std::wstring_view name) {
 }
 
 Outcome exportiges(const Task& task) {
-  return exportBrep(task, {.file = {.extension = L".igs", .carriesExtension = &carriesIges},
+  return exportBrep(task, {.file = {.extension = creo::kIgesExtension, .carriesExtension = &carriesIges},
                            .format = creo::ProIntfFormat::iges,
                            .choosesFaces = true,
                            .failure = Message::igesFailed});
@@ -48,7 +48,8 @@ Outcome exportiges(const Task& task) {
 
 Outcome exportsat(const Task& task) {
   return exportBrep(
-      task, {.file = {.extension = L".sat"}, .format = creo::ProIntfFormat::sat, .failure = Message::satFailed});
+      task,
+      {.file = {.extension = creo::kSatExtension}, .format = creo::ProIntfFormat::sat, .failure = Message::satFailed});
 }
 
 // ---- rows
@@ -79,7 +80,7 @@ constexpr Attribute kStepAttributes[] = {
 constexpr Attribute kIgesAttributes[] = {
     kFolderFromModel,
     kTargetFolder,
-    targetFile("the file's name; .igs is appended where it has no such ending"),
+    targetFile("the file's name; it always ends in .igs"),
     kConfiguration,
     kSolidBodies,
     contents(L"surfaces", "bodies are written as surfaces"),
@@ -88,7 +89,7 @@ constexpr Attribute kIgesAttributes[] = {
     kOverwriteExisting,
 };
 constexpr Attribute kSatAttributes[] = {
-    kFolderFromModel,   kTargetFolder, targetFile("the file's name; .sat is appended where it is missing"),
+    kFolderFromModel,   kTargetFolder, targetFile("the file's name; it always ends in .sat"),
     kConfiguration,     kSolidBodies,  kQuilts,
     kOverwriteExisting,
 };

@@ -224,7 +224,11 @@ constexpr Conditions kOnModels = {kFilter, kAnyType, kAnyOfTheWork};
 constexpr Conditions kOnNativeModels = {kFilter, kAnyType, kNotInstance, kAnyOfTheWork};
 
 constexpr Attribute kNameAttributes[] = {
-    {.name = L"name", .variables = true, .need = Need::oneOf, .about = "the new model's name, without an ending"},
+    {.name = L"name",
+     .kind = Kind::newModel,
+     .variables = true,
+     .need = Need::oneOf,
+     .about = "the new model's name, without an ending"},
 };
 constexpr Attribute kBackupAttributes[] = {
     {.name = L"path",

@@ -185,13 +185,13 @@ Operations featureOperations() {
        .header = "ProFeatureEdit.h",
        .shape = "solid, name -> feature",
        .codes = {ProBadInputs, ProExists, ProGeneralError},
-       .documented = "None of that name: a feature of a tree of elements.",
+       .documented = "None of that name; implemented by ProFeatureCreate with a tree of elements.",
        .test = "FeatureActions.TheFirstFeaturesAreMadeWhereThereAreNone"},
       {.name = "ProDefaultPlaneCreate",
        .header = "ProFeatureEdit.h",
        .shape = "solid, name, axis -> feature",
        .codes = {ProBadInputs, ProExists, ProGeneralError},
-       .documented = "None of that name: a feature of a tree of elements.",
+       .documented = "None of that name; implemented by ProFeatureCreate with a tree of elements.",
        .test = "FeatureActions.TheFirstFeaturesAreMadeWhereThereAreNone"},
 
       // ---- elements
@@ -444,13 +444,17 @@ Operations featureOperations() {
        .header = "ProAsmcomp.h",
        .shape = "component, item -> parameter's name",
        .codes = {ProBadInputs, ProNotFound, ProGeneralError},
-       .documented = "None of that name; the guide tells of varied items and not of what drives them.",
+       .documented =
+           "None of that name: the guide tells of varied items and not of what drives them, so that what implements it "
+           "isn't known.",
        .test = "ComponentActions.AParameterDrivesAFlexibleDimension"},
       {.name = "ProVariantfeatDriverSet",
        .header = "ProAsmcomp.h",
        .shape = "component, item, parameter's name",
        .codes = {ProBadInputs, ProNotFound, ProGeneralError},
-       .documented = "None of that name; the guide tells of varied items and not of what drives them.",
+       .documented =
+           "None of that name: the guide tells of varied items and not of what drives them, so that what implements it "
+           "isn't known.",
        .test = "ComponentActions.AParameterDrivesAFlexibleDimension"},
 
       // ---- programs

@@ -74,8 +74,9 @@ Operations outputOperations() {
        .documented = "Deprecated. The name, with or without a folder, has no extension: Creo adds the format's. "
                      "Configuration and representation have to be supported. In the usual coordinate system where none "
                      "is given.",
-       .ours = "The path as it is; of a multi-file export the parts' names end in \"_prt.igs\". ProNoLicense for SAT.",
+       .ours = "Of a multi-file export the parts' names end in \"_prt.igs\". ProNoLicense for SAT.",
        .verdict = Verdict::differs,
+       .reason = "No open library writes SAT. What Creo calls the files of parts isn't told.",
        .test = "ExchangeTest.WhatCantBeWrittenLeavesTheOldFile"},
       {.name = "ProIntf3DFileWriteWithDefaultProfile",
        .header = "ProIntf.h",
@@ -115,8 +116,9 @@ Operations outputOperations() {
            "The name with its whole path; whether the extension is added isn't told. A model that is no drawing, "
            "a missing licence and a format that isn't supported have codes of their own. Options of the "
            "session say how entities are written.",
-       .ours = "A name alone, in the working folder: ProBadInputs for a path. ProNoLicense for DWG.",
+       .ours = "Takes a name alone, too, in the working folder, and appends the extension. ProNoLicense for DWG.",
        .verdict = Verdict::differs,
+       .reason = "No open library writes DWG. Whether a name alone is refused isn't told.",
        .test = "Exports.SheetFolderAndOptionAreAsBefore"},
       {.name = "Pro2dExportdataFree",
        .header = "ProIntf.h",
@@ -136,8 +138,7 @@ Operations outputOperations() {
        .source = Source::guide,
        .documented = "Superseded by one that does the same. The path is whole, the name has at most 31 characters; the "
                      "type may be left to Creo. A profile that was given stays in force for the session.",
-       .ours = "Takes a path from the working folder and any name that a file can have.",
-       .verdict = Verdict::differs,
+       .verdict = Verdict::same,
        .test = "ExchangeTest.FilesThatAreNoModelAreToldAndMakeNothing"},
 
       // ---- PDF
@@ -156,27 +157,24 @@ Operations outputOperations() {
        .codes = {ProBadInputs, ProInvalidType, ProGeneralError},
        .source = Source::page,
        .documented = "Numbers and choices; a property of another kind has a code of its own.",
-       .ours = "Takes any property.",
-       .verdict = Verdict::differs,
-       .test = "Exports.EachPropertyOfThePdfThatIsRefusedFails"},
+       .verdict = Verdict::same,
+       .test = "Exports.APropertyOfAPdfHasItsKind"},
       {.name = "ProPDFoptionsBoolpropertySet",
        .header = "ProPDF.h",
        .shape = "options, property, yes or no ->",
        .codes = {ProBadInputs, ProInvalidType, ProGeneralError},
        .source = Source::page,
        .documented = "A property of another kind has a code of its own.",
-       .ours = "Takes any property.",
-       .verdict = Verdict::differs,
-       .test = "Exports.EachPropertyOfThePdfThatIsRefusedFails"},
+       .verdict = Verdict::same,
+       .test = "Exports.APropertyOfAPdfHasItsKind"},
       {.name = "ProPDFoptionsStringpropertySet",
        .header = "ProPDF.h",
        .shape = "options, property, text ->",
        .codes = {ProBadInputs, ProInvalidType, ProGeneralError},
        .source = Source::page,
        .documented = "The text may lack; a property of another kind has a code of its own.",
-       .ours = "Takes any property.",
-       .verdict = Verdict::differs,
-       .test = "Exports.EachPropertyOfThePdfThatIsRefusedFails"},
+       .verdict = Verdict::same,
+       .test = "Exports.APropertyOfAPdfHasItsKind"},
       {.name = "ProPDFoptionsFree",
        .header = "ProPDF.h",
        .shape = "options ->",
@@ -193,9 +191,10 @@ Operations outputOperations() {
        .documented =
            "The model is displayed in a window, else a code of its own; the path is whole, with its extension. "
            "The format for archives is for drawings alone.",
-       .ours = "Asks for no window; a path that isn't whole is taken from the working folder.",
+       .ours = "ProNoLicense for a body that the reader can turn; an archive's file isn't marked as one.",
        .verdict = Verdict::differs,
-       .test = "Exports.APdfHasAllSheetsInTheirSize"},
+       .reason = "No open library writes such a body, and an archive needs a colour profile.",
+       .test = "Exports.APdfIsWrittenOfWhatAWindowShows"},
       {.name = "ProPDFWithProfileExport",
        .header = "ProPDF.h",
        .shape = "drawing, path, profile ->",
@@ -204,8 +203,9 @@ Operations outputOperations() {
        .documented =
            "Of drawings alone, displayed in a window; the path is whole. A profile that isn't there and one that "
            "can't be read have codes of their own.",
-       .ours = "Asks for no window; ProNoLicense for a model that is no drawing. The profile isn't read.",
+       .ours = "What the profile says has no effect.",
        .verdict = Verdict::differs,
+       .reason = "A profile's contents are Creo's own, and their form isn't told.",
        .test = "Exports.AProfileMustBeThere"},
 
       // ---- prints and pictures
@@ -237,23 +237,23 @@ Operations outputOperations() {
       {.name = "ProPrintExecute",
        .header = "ProPrint.h",
        .shape = "window, options, path ->",
-       .codes = {ProNotFound, ProNoGraphics, ProBadInputs, ProCantWrite, ProGeneralError},
+       .codes = {ProNotFound, ProBadInputs, ProCantWrite, ProGeneralError},
        .source = Source::page,
        .documented =
            "Draws wires, never shades; the window may be one without graphics, and its model is that of the "
            "options. The path is whole, or a name in plot_dir or the working folder; an old file is replaced.",
-       .ours = "Shaded views and solids are shaded; ProNoGraphics without graphics; plot_dir isn't looked at.",
+       .ours = "The options name no model, so that none can be another one than the window's.",
        .verdict = Verdict::differs,
-       .test = "PictureExports.ATiffShowsASheetInItsSize"},
+       .reason = "The plug-in asks the window that it has made for the model; an adapter names it in its options.",
+       .test = "PictureExports.ASolidIsPrintedInLines"},
       {.name = "ProRasterFileWrite",
        .header = "ProRaster.h",
        .shape = "window, form, path ->",
-       .codes = {ProNotFound, ProNoGraphics, ProBadInputs, ProCantWrite, ProGeneralError},
+       .codes = {ProNotFound, ProNoGraphics, ProInvalidType, ProBadInputs, ProCantWrite, ProGeneralError},
        .source = Source::page,
        .documented = "Of solids alone: drawings are printed. Sizes are in inches, the path has its extension.",
-       .ours = "Shows the current sheet of a drawing.",
-       .verdict = Verdict::differs,
-       .test = "PictureExports.AJpegShowsTheSolidInItsColourOnWhite"},
+       .verdict = Verdict::same,
+       .test = "PictureExports.ADrawingHasNoPictureButItsPrint"},
 
       // ---- files of the product viewer
 

@@ -98,7 +98,8 @@ Operations solidOperations() {
        .header = "ProSolidSettings.h",
        .shape = "solid, path",
        .codes = {ProBadInputs, ProNotFound, ProGeneralError},
-       .documented = "None of that name. ProSolidTolclassLoad loads a class of holes, in capitals, or of shafts by its "
+       .documented = "None of that name; implemented by ProSolidTolclassLoad, which loads a class of holes, in "
+                     "capitals, or of shafts by its "
                      "letters, out of Creo's folder of tables.",
        .ours = "reads names and values from any file",
        .test = "SolidSettings.AccuracyTolerancesAndBounds"},

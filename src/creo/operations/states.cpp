@@ -27,7 +27,7 @@ const Operation kStates[] = {
      .shape = "layer -> name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "A layer is a model item, and its name is that of the item.",
+     .documented = "Implemented by ProModelitemNameGet: a layer is a model item.",
      .verdict = Verdict::same,
      .test = "DeletedLayers.AreWalkedOnceHoweverManyThereAre"},
     {.name = "ProLayerDisplaystatusGet",
@@ -257,7 +257,8 @@ const Operation kStates[] = {
      .shape = "cross section -> how it cuts, and what",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Stands for ProXsecTypeGet, which tells plane, offset, ply or pattern, and model, quilts or both.",
+     .documented =
+         "Implemented by ProXsecTypeGet, which tells plane, offset, ply or pattern, and model, quilts or both.",
      .ours = "Planes and offsets alone.",
      .verdict = Verdict::differs,
      .reason = "No document has a ply, or a pattern of sections.",
@@ -267,7 +268,8 @@ const Operation kStates[] = {
      .shape = "model, name -> id of the view",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Its successor, ProViewIdFromNameLineGet, asks parts, assemblies and drawings, and has no code of "
+     .documented = "Implemented by its successor, ProViewIdFromNameLineGet, which asks parts, assemblies and drawings, "
+                   "and has no code of "
                    "its own for a name that no view has.",
      .ours = "ProNotFound for such a name.",
      .verdict = Verdict::cantBeTold,
@@ -379,7 +381,7 @@ const Operation kStates[] = {
      .shape = "solid, name, new name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound, ProExists},
      .source = Source::guide,
-     .documented = "Stands for ProViewNameSet, which fails in drawings, and for a view whose name is fixed. Silent "
+     .documented = "Implemented by ProViewNameSet, which fails in drawings, and for a view whose name is fixed. Silent "
                    "about a name that is taken.",
      .ours = "No name is fixed; ProExists for one that is taken.",
      .verdict = Verdict::cantBeTold,

@@ -25,7 +25,7 @@ ProError Pro2dExportdataSheetoptionSet(Pro2dExportdata& data, Pro2dSheets sheets
 
 ProError Pro2dExport(Pro2dFormat format, const std::wstring& name, ProMdl drawing, const Pro2dExportdata& data) {
   return onModel("Pro2dExport", drawing, [&](State& state, Model& m) -> ProError {
-    if (name.empty() || name.find_first_of(L"\\/") != name.npos) return ProBadInputs;
+    if (name.empty() || name.ends_with(L'\\') || name.ends_with(L'/')) return ProBadInputs;
     if (!headless::hasSheets(m.type())) return ProInvalidType;
     if (format == Pro2dFormat::dwg) return ProNoLicense;
     const int current = headless::currentSheetOf(*m.document);

@@ -58,7 +58,7 @@ ProError ProFaminstanceRemove(const ProFaminstance& instance) {
 ProError ProFaminstanceAdd(const ProFaminstance& instance) {
   return onModel("ProFaminstanceAdd", instance.owner, [&](State& state, Model& m) -> ProError {
     if (!m.document->tableOf(m.row)) return ProNotFound;
-    if (instance.name.empty() || text::units(instance.name) > headless::kLongestModelName) return ProBadInputs;
+    if (instance.name.empty() || text::units(instance.name) > text::kLongestModelName) return ProBadInputs;
     if (m.document->row(instance.name) || state.models.inMemory(instance.name, m.type())) return ProExists;
     if (!m.document->returnRow(instance.name, m.row)) m.document->addRow(text::toUtf8(instance.name), m.row);
     return ProNoError;

@@ -41,7 +41,7 @@ ProError writeParts(State& state, const ExchangeNode& tree, const ExchangeForm& 
   for (const auto& member : tree.members) {
     const ExchangeNode& node = *member.node;
     if (!seen.insert(&node).second) continue;
-    const std::wstring file = text::lower(node.name) + L"_prt.igs";
+    const std::wstring file = text::lower(node.name) + L"_prt" + std::wstring(kIgesExtension);
     if (const ProError error = node.body ? writeTree(state, node, form, os::joined(os::folderOf(whole), file))
                                          : writeParts(state, node, form, whole, seen))
       return error;
@@ -49,16 +49,18 @@ ProError writeParts(State& state, const ExchangeNode& tree, const ExchangeForm& 
   return ProNoError;
 }
 
+// The format's own ending is appended, whatever the path ends in.
 ProError writeSolid(State& state, const Model& m, const ExchangeForm& form, const std::wstring& path, bool parts) {
   if (!isSolid(m)) return ProInvalidType;
-  if (path.empty()) return ProBadInputs;
+  if (path.empty() || path.ends_with(L'\\') || path.ends_with(L'/')) return ProBadInputs;
   const auto tree = headless::exchangeTree(state.models, state.bodies, m);
   if (!tree) return ProGeneralError;
   std::set<const ExchangeNode*> seen;
   if (parts)
     if (const ProError error = writeParts(state, *tree.value, form, headless::exportPath(state.models, path), seen))
       return error;
-  return writeTree(state, *tree.value, form, path);
+  const auto extension = form.format == ExchangeFormat::iges ? kIgesExtension : kStepExtension;
+  return writeTree(state, *tree.value, form, path + std::wstring(extension));
 }
 
 // What the profile of STEP files says, where the option names one: AP242 is written where it asks for that.
@@ -144,7 +146,7 @@ ProError ProIntf3DFileWriteWithDefaultProfile(ProMdl solid, ProIntfFormat format
     if (!ap242) return ap242.error;
     ExchangeForm form;
     form.ap242 = ap242.value;
-    return writeSolid(state, m, form, path + std::wstring(kStepExtension), false);
+    return writeSolid(state, m, form, path, false);
   });
 }
 

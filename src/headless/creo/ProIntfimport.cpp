@@ -5,6 +5,7 @@
 #include "headless/exports/exchange_tree.h"
 #include "headless/exports/export_file.h"
 #include "os/surroundings.h"
+#include "text/letters.h"
 
 namespace creo {
 
@@ -16,6 +17,7 @@ Got<ProMdl> ProIntfimportModelWithOptionsCreate(const std::wstring& path, ProInt
                                                 const std::wstring& name) {
   return headless::operation("ProIntfimportModelWithOptionsCreate", [&](State& state) -> Got<ProMdl> {
     if (type != ProMdlType::part && type != ProMdlType::assembly) return ProInvalidType;
+    if (!headless::isWholePath(path) || !text::isModelName(name)) return ProBadInputs;
     const std::wstring whole = headless::exportPath(state.models, path);
     if (!os::files().exists(whole) || os::files().isFolder(whole)) return ProNotFound;
     const auto format = fileType == ProIntfType::iges ? ExchangeFormat::iges : ExchangeFormat::step;

@@ -7,6 +7,7 @@
 #include "headless/model/drawing.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/face.h"
+#include "headless/store/faults.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 
@@ -70,10 +71,47 @@ ProPDFmode modeOf(const ProPDFoptions& options) {
   return static_cast<ProPDFmode>(integer(options, ProPDFproperty::mode, 0, 2));
 }
 
+enum class PropertyKind { integer, yesOrNo, text };
+
+// Nothing for a number that is no property's.
+std::optional<PropertyKind> kindOf(ProPDFproperty property) {
+  using enum ProPDFproperty;
+  switch (property) {
+    case fonts:
+    case color:
+    case dotsPerInch:
+    case layers:
+    case parameters:
+    case printing:
+    case lineCap:
+    case lineJoin:
+    case sheets:
+    case mode:
+    case archive:
+      return PropertyKind::integer;
+    case searchableText:
+    case launchViewer:
+    case hyperlinks:
+    case bookmarkViews:
+    case bookmarkSheets:
+    case bookmarkNotes:
+    case penTable:
+      return PropertyKind::yesOrNo;
+    case title:
+    case author:
+    case subject:
+      return PropertyKind::text;
+  }
+  return std::nullopt;
+}
+
 template <class Value>
-ProError setProperty(std::string_view name, std::map<ProPDFproperty, Value>& properties, ProPDFproperty property,
-                     const Value& value) {
+ProError setProperty(std::string_view name, std::map<ProPDFproperty, Value>& properties, PropertyKind kind,
+                     ProPDFproperty property, const Value& value) {
   return operation(name, [&](State&) -> ProError {
+    const auto known = kindOf(property);
+    if (!known) return ProBadInputs;
+    if (*known != kind) return ProInvalidType;
     properties[property] = value;
     return ProNoError;
   });
@@ -86,15 +124,15 @@ Got<ProPDFoptions> ProPDFoptionsAlloc() {
 }
 
 ProError ProPDFoptionsIntpropertySet(ProPDFoptions& options, ProPDFproperty property, int value) {
-  return setProperty("ProPDFoptionsIntpropertySet", options.integers, property, value);
+  return setProperty("ProPDFoptionsIntpropertySet", options.integers, PropertyKind::integer, property, value);
 }
 
 ProError ProPDFoptionsBoolpropertySet(ProPDFoptions& options, ProPDFproperty property, bool value) {
-  return setProperty("ProPDFoptionsBoolpropertySet", options.booleans, property, value);
+  return setProperty("ProPDFoptionsBoolpropertySet", options.booleans, PropertyKind::yesOrNo, property, value);
 }
 
 ProError ProPDFoptionsStringpropertySet(ProPDFoptions& options, ProPDFproperty property, const std::wstring& value) {
-  return setProperty("ProPDFoptionsStringpropertySet", options.texts, property, value);
+  return setProperty("ProPDFoptionsStringpropertySet", options.texts, PropertyKind::text, property, value);
 }
 
 ProError ProPDFoptionsFree(ProPDFoptions& options) {
@@ -107,17 +145,25 @@ ProError ProPDFoptionsFree(ProPDFoptions& options) {
 // No open library writes a body that a reader can turn.
 ProError ProPDFExport(ProMdl model, const std::wstring& path, const ProPDFoptions& options) {
   return onModel("ProPDFExport", model, [&](State& state, Model& m) -> ProError {
+    if (!headless::isWholePath(path)) return ProBadInputs;
+    if (!state.windows.shows(model)) return ProNotFound;
     if (modeOf(options) == ProPDFmode::solid) return ProNoLicense;
     return writePages(state, m, path, options);
   });
 }
 
-// A profile's contents are Creo's own: it stands for a drawing's pages with the usual options.
+// A profile's contents are Creo's own: one that can be read stands for a drawing's pages with the usual options.
 ProError ProPDFWithProfileExport(ProMdl model, const std::wstring& path, const std::wstring& profile) {
   return onModel("ProPDFWithProfileExport", model, [&](State& state, Model& m) -> ProError {
+    if (!headless::isWholePath(path)) return ProBadInputs;
+    if (!headless::hasSheets(m.type())) return ProInvalidType;
+    if (!state.windows.shows(model)) return ProNotFound;
     const std::wstring file = headless::exportPath(state.models, profile);
     if (!os::files().exists(file) || os::files().isFolder(file)) return ProNotFound;
-    if (!headless::hasSheets(m.type())) return ProNoLicense;
+    if (const auto read = os::files().read(file); !read) {
+      state.showMessage(headless::cantRead(file, read.error));
+      return ProGeneralError;
+    }
     ProPDFoptions options;
     options.integers[ProPDFproperty::sheets] = 2;
     return writePages(state, m, path, options);

@@ -8,6 +8,7 @@
 #include "headless/model/drawing.h"
 #include "headless/model/sheet_units.h"
 #include "headless/pictures/model_picture.h"
+#include "os/paths.h"
 
 namespace creo {
 
@@ -39,6 +40,13 @@ Paper paperOf(const ProPrintOptions& options, const Model& model) {
   return {size.width / unit, size.height / unit};
 }
 
+// A name alone is that of a file in the folder that the option tells, if it does.
+std::wstring plotPath(const State& state, const std::wstring& path) {
+  if (headless::isWholePath(path)) return path;
+  const auto folders = state.configuration.values(L"plot_dir");
+  return folders.empty() || folders.front().empty() ? path : os::joined(folders.front(), path);
+}
+
 }  // namespace
 
 Got<ProPrintPrinterOptions> ProPrintPrinterOptionsGet(const std::wstring& type) {
@@ -60,7 +68,6 @@ Got<ProPrintPlacementOptions> ProPrintPlacementOptionsGet(ProMdl model) {
 
 ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::wstring& path) {
   return operation("ProPrintExecute", [&](State& state) -> ProError {
-    if (!state.options.graphics) return ProNoGraphics;
     Model* model = state.models.find(state.windows.model(window == kAnyWindow ? state.windows.current() : window));
     if (!model) return ProNotFound;
     const Paper paper = paperOf(options, *model);
@@ -70,9 +77,9 @@ ProError ProPrintExecute(int window, const ProPrintOptions& options, const std::
     const int height = static_cast<int>(std::round(paper.height * dotsPerInch));
     if (width < 1 || height < 1) return ProBadInputs;
     const auto picture =
-        headless::modelPicture(state.pictureSources(), *model, state.options.textFolder, width, height);
+        headless::printedPicture(state.pictureSources(), *model, state.options.textFolder, width, height);
     if (!picture) return picture.error;
-    return headless::writeExport(state.models, path, headless::tiffOf(picture.value, dotsPerInch));
+    return headless::writeExport(state.models, plotPath(state, path), headless::tiffOf(picture.value, dotsPerInch));
   });
 }
 

@@ -5,6 +5,7 @@
 #include "creo/ProWindow.h"
 #include "headless/creo/operation.h"
 #include "headless/exports/export_file.h"
+#include "headless/model/drawing.h"
 #include "headless/pictures/model_picture.h"
 #include "text/format.h"
 
@@ -35,8 +36,11 @@ ProError ProRasterFileWrite(int window, const ProRasterForm& form, const std::ws
     const ProMdl shown = state.windows.model(window == kAnyWindow ? state.windows.current() : window);
     headless::Model* model = state.models.find(shown);
     if (!model) return ProNotFound;
-    const auto picture =
-        headless::modelPicture(state.pictureSources(), *model, state.options.textFolder, width, height);
+    if (headless::hasSheets(model->type())) {
+      state.showMessage(model->name + L"." + typeExtension(model->type()) + L" has no picture but its print");
+      return ProInvalidType;
+    }
+    const auto picture = headless::solidPicture(state.pictureSources(), *model, width, height);
     if (!picture) return picture.error;
     const std::string bytes = form.type == ProRasterType::tiff ? headless::tiffOf(picture.value, form.dotsPerInch)
                                                                : headless::jpegOf(picture.value, form.dotsPerInch);

@@ -7,10 +7,14 @@
 
 namespace headless {
 
+bool isWholePath(std::wstring_view path) {
+  const std::wstring told = os::withBackslashes(path);
+  return !os::splitDevice(told).device.empty() || told.starts_with(L'\\');
+}
+
 std::wstring exportPath(const Models& models, std::wstring_view path) {
   std::wstring whole = os::withBackslashes(path);
-  if (!os::splitDevice(whole).device.empty() || whole.starts_with(L'\\')) return whole;
-  return os::joined(models.folders().working(), whole);
+  return isWholePath(whole) ? whole : os::joined(models.folders().working(), whole);
 }
 
 creo::ProError writeExport(const Models& models, std::wstring_view path, std::string_view bytes) {

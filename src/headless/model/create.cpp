@@ -1,14 +1,11 @@
 #include "headless/model/create.h"
 
-#include <algorithm>
-
 #include "headless/model/accuracy.h"
 #include "headless/model/models.h"
 #include "headless/model/new_document.h"
 #include "headless/store/faults.h"
 #include "text/encoding.h"
 #include "text/letters.h"
-#include "text/units.h"
 
 namespace headless {
 
@@ -22,15 +19,6 @@ namespace {
 // As a drawing's document names a model; an instance is found by its generic's.
 std::wstring nameInDocument(const Model& model) {
   return model.row ? model.name + L'<' + model.document->name + L'>' : model.name;
-}
-
-constexpr wchar_t kBeyondAscii = 0x80;
-
-bool isBlankOrControl(wchar_t c) {
-  constexpr std::wstring_view kBlanks =
-      L"\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A\u200B\u2028\u2029\u202F\u205F"
-      L"\u2060\u3000\uFEFF";
-  return c <= 0xA0 || kBlanks.find(c) != kBlanks.npos;
 }
 
 // What a drawing on disk holds as template. ProNotFound: no such drawing; ProGeneralError, with a line: it can't be
@@ -56,14 +44,6 @@ bool isFileName(std::wstring_view name) {
   for (const wchar_t c : name)
     if (c < L' ') return false;
   return true;
-}
-
-bool isModelName(std::wstring_view name) {
-  if (name.empty() || name.front() == L'-' || text::units(name) > kLongestModelName) return false;
-  return std::all_of(name.begin(), name.end(), [](wchar_t c) {
-    const bool isPlain = (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
-    return isPlain || c == L'_' || c == L'-' || (c >= kBeyondAscii && !isBlankOrControl(c));
-  });
 }
 
 std::shared_ptr<ModelDocument> newDocument(std::wstring_view name, ProMdlType type) {

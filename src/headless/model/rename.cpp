@@ -31,7 +31,7 @@ bool isNameTaken(Models& models, const Model& model, const std::wstring& name, b
 ProError renameModel(Models& models, ProMdl handle, std::wstring_view wanted) {
   Model* model = models.find(handle);
   if (!model) return creo::ProBadInputs;
-  if (model->row ? wanted.empty() || text::units(wanted) > kLongestModelName : !isModelName(wanted))
+  if (model->row ? wanted.empty() || text::units(wanted) > text::kLongestModelName : !text::isModelName(wanted))
     return creo::ProBadInputs;
   const std::wstring now = text::upper(wanted), before = model->name;
   if (now == before) return creo::ProNoError;
@@ -57,7 +57,7 @@ ProError renameModel(Models& models, ProMdl handle, std::wstring_view wanted) {
 
 Got<ProMdl> copyModel(Models& models, ProMdl handle, std::wstring_view wanted) {
   const Model* model = models.find(handle);
-  if (!model || !isModelName(wanted)) return creo::ProBadInputs;
+  if (!model || !text::isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring name = text::upper(wanted);
   if (models.named(name, model->type()) || model->document->row(name)) return creo::ProExists;
   if (!model->row) handOut(*model->document);

@@ -3,7 +3,6 @@
 
 #include "headless/model/follow_rename.h"
 #include "headless/model/models.h"
-#include "headless/model/new_document.h"
 #include "headless/model/rename.h"
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
@@ -224,7 +223,7 @@ struct FolderRename {
 
 ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wanted, ProRenamed& told) {
   Model* model = models.find(handle);
-  if (!model || model->row || !isModelName(wanted)) return creo::ProBadInputs;
+  if (!model || model->row || !text::isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring now = text::upper(wanted), before = model->name;
   ModelDocument& document = *model->document;
   const ModelsHost& host = models.host();

@@ -12,16 +12,16 @@ namespace headless {
 // The most dots an edge of a picture may have.
 constexpr int kMostDots = 10'000;
 
-// A solid shaded, as its active view turns it; without one from the front, the right and above. ProNotFound:
-// there is no geometry to show. ProGeneralError with a line of the message area: a body can't be built.
-creo::Got<Image> solidPicture(Bodies& bodies, const Models& models, const Model& solid, int width, int height);
+// A solid shaded, as its active view turns it; without one from the front, the right and above. ProGeneralError with a
+// line of the message area: there is no geometry to show, or a body can't be built.
+creo::Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int width, int height);
 
 // A sheet as large as it fits, in the middle, on white. textFolder: the application's, which has the face of texts
 // (FreeSans.ttf); without it there are none. Throws std::runtime_error for what the library refuses.
 Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int width, int height);
-// One or the other, of a drawing its current sheet. ProGeneralError with a line of the message area, too: there is no
-// geometry to show.
-creo::Got<Image> modelPicture(const PictureSources& sources, const Model& model, const std::wstring& textFolder,
-                              int width, int height);
+// What is printed: of a drawing its current sheet, of a solid all its edges as its active view turns it, those that lie
+// behind faces among them. ProGeneralError as for a solid's picture.
+creo::Got<Image> printedPicture(const PictureSources& sources, const Model& model, const std::wstring& textFolder,
+                                int width, int height);
 
 }  // namespace headless

@@ -55,17 +55,18 @@ TEST_F(ExchangeExports, NamesCarryTheExtensionOfTheFormat) {
       run(step("folder='d:/out' file='a.STEP'") + step("folder='d:\\out\\' file='@mdln@'") +
           step("folderFromModel='true' folder='d:/none' file='out/b.stp'") + iges("folder='d:/out' file='c'") +
           iges("folder='d:/out' file='d.IGS'") + iges("folder='d:/out' file='e.iges'"));
-  EXPECT_EQ("BRACKET.stp a.stp b.stp c.igs d.IGS e.iges", files()) << testing::PrintToString(log);
+  EXPECT_EQ("BRACKET.stp a.stp b.stp c.igs d.igs e.igs", files()) << testing::PrintToString(log);
   EXPECT_TRUE(told(log, L"Export completed"));
   EXPECT_FALSE(told(log, L"E:"));
 }
 
 TEST_F(ExchangeExports, AnOldFileStaysUnlessItMayBeReplaced) {
-  for (const char* file : {"a.stp", "b.stp", "c.igs", "d.igs"}) put(file);
+  for (const char* file : {"a.stp", "b.stp", "c.igs", "d.igs", "e.igs"}) put(file);
   const auto log =
       run(step("folder='d:/out' file='a.step'") + step("folder='d:/out' file='b.step' overwriteExisting='true'") +
-          iges("folder='d:/out' file='c'") + iges("folder='d:/out' file='d' overwriteExisting='true'"));
-  EXPECT_TRUE(isOld("a.stp") && isOld("c.igs"));
+          iges("folder='d:/out' file='c'") + iges("folder='d:/out' file='d' overwriteExisting='true'") +
+          iges("folder='d:/out' file='e.iges'"));
+  EXPECT_TRUE(isOld("a.stp") && isOld("c.igs") && isOld("e.igs")) << files();
   EXPECT_FALSE(isOld("b.stp") || isOld("d.igs"));
   EXPECT_TRUE(told(log, L"W:File already exists, no new image taken"));
 }
@@ -130,6 +131,20 @@ TEST_F(ExchangeExports, AGroupWorksOnWhatItImports) {
   const auto plate = creo::ProMdlRetrieve(L"PLATE", creo::ProMdlType::part);
   ASSERT_TRUE(plate);
   EXPECT_NEAR(16000, creo::ProSolidMassPropertyGet(plate.value).value.volume, 1e-6);
+}
+
+// The file gives the model its name.
+TEST_F(ExchangeExports, AFileWhoseNameNoModelCanHaveIsntImported) {
+  std::string tasks;
+  for (const std::string name : {"lower plate", std::string(32, 'p')}) {
+    writeBytes(world.models() + "/out/" + name + ".stp", stepTetrahedron());
+    tasks += task("groupActions", "reworkMode='5' mdlname='d:\\out\\" + name + ".stp'", "<subtasks/>");
+  }
+  const std::wstring log = run(tasks);
+  EXPECT_TRUE(told(log, L"E:-2|E:Can't load model|E:The file that isn't imported: d:\\out\\lower plate.stp"))
+      << testing::PrintToString(log);
+  EXPECT_TRUE(told(log, L"pppp.stp"));
+  EXPECT_EQ(1U, world.session().models().list().size());
 }
 
 TEST_F(ExchangeExports, AGroupThatCantImportNamesTheFile) {

@@ -6,6 +6,8 @@
 
 #include "actions/action_fixture.h"
 #include "creo/ProDrawing.h"
+#include "creo/ProMdl.h"
+#include "creo/ProPDF.h"
 #include "creo/ProUtil.h"
 #include "support/foreign_program.h"
 #include "text/encoding.h"
@@ -297,11 +299,44 @@ TEST_F(Exports, ASheetLargerThanAPageCanBeFails) {
 
 TEST_F(Exports, AProfileMustBeThere) {
   writeBytes(world.models() + "/fine.xml", "<profile/>");
+  EXPECT_EQ(L"Export 3dPDF|E:failure -18|Export 2D PDF file|E:Failure -18",
+            plain(run(task("exportpdf", to("file='d' profile='d:/fine.xml'")) +
+                      task("exportpdf2d", to("file='e' profile='d:/gone.xml'")))))
+      << "profiles are for drawings";
+  world.endSession();
+  fs::remove(world.packages() + "/standards.kvz");
+  writeBytes(world.models() + "/fine.xml", "<profile/>");
   EXPECT_EQ(L"Export 2D PDF file|Exported|Export 2D PDF file|E:Failure -4|Export 3dPDF|E:failure -4",
             onPlan(task("exportpdf2d", to("file='a' profile='d:/fine.xml'")) +
                    task("exportpdf2d", to("file='b' profile='@project_dir@gone.xml'")) +
                    task("exportpdf", to("file='c' profile='d:/gone.xml'"))));
   EXPECT_EQ("a.pdf", files());
+}
+
+TEST_F(Exports, APdfIsWrittenOfWhatAWindowShows) {
+  world.list("list.xml", task("exportpdf2d", to("file='a'")) + task("exportpdf2d", to("file='b'")));
+  world.start();
+  const creo::ProMdl plan = creo::ProMdlRetrieve(L"PLAN", creo::ProMdlType::drawing).value;
+  EXPECT_EQ(creo::ProNotFound, creo::ProPDFExport(plan, L"d:\\out\\hidden.pdf", {}));
+  EXPECT_EQ(creo::ProNoError, creo::ProMdlDisplay(plan));
+  EXPECT_EQ(creo::ProBadInputs, creo::ProPDFExport(plan, L"plan.pdf", {})) << "the path isn't whole";
+  world.openTool();
+  world.choose("list.xml");
+  world.session().failNext("ProMdlDisplay", creo::ProGeneralError);
+  world.pressStart();
+  EXPECT_EQ(L"Export 2D PDF file|Exported|Export 2D PDF file|Exported", plain(test::told(world.log())));
+  EXPECT_EQ("a.pdf b.pdf", files());
+}
+
+TEST_F(Exports, APropertyOfAPdfHasItsKind) {
+  world.start();
+  using enum creo::ProPDFproperty;
+  creo::ProPDFoptions options;
+  EXPECT_EQ(creo::ProInvalidType, creo::ProPDFoptionsIntpropertySet(options, launchViewer, 0));
+  EXPECT_EQ(creo::ProInvalidType, creo::ProPDFoptionsBoolpropertySet(options, title, true));
+  EXPECT_EQ(creo::ProInvalidType, creo::ProPDFoptionsStringpropertySet(options, mode, L"0"));
+  EXPECT_EQ(creo::ProBadInputs, creo::ProPDFoptionsIntpropertySet(options, static_cast<creo::ProPDFproperty>(99), 0));
+  EXPECT_TRUE(options.integers.empty() && options.booleans.empty() && options.texts.empty());
 }
 
 }  // namespace

@@ -112,6 +112,27 @@ TEST_F(PictureExports, ATiffShowsASheetInItsSize) {
   EXPECT_FALSE(std::filesystem::exists(file("sheet_1.tiff"))) << "the print's own name is gone";
 }
 
+// A print has lines alone: the red plate's edges, black on white.
+TEST_F(PictureExports, ASolidIsPrintedInLines) {
+  EXPECT_EQ(L"B0 Export tiff|Export completed", run(task("exporttiff", "folder='t:\\' exportname='a'")));
+  EXPECT_EQ("TIFF 3508x2480", form(file("a.tiff"))) << "A4 across";
+  const auto measured = [&](const std::string& what) {
+    return said("convert '" + file("a.tiff") + "' -format '%[fx:" + what + "]' info:");
+  };
+  EXPECT_EQ("1", measured("mean>0.9&&mean<0.9995")) << "lines, no faces";
+  EXPECT_EQ("1", measured("abs(mean.r-mean.g)<0.0001")) << "in no colour";
+}
+
+TEST_F(PictureExports, ADrawingHasNoPictureButItsPrint) {
+  test::writeBytes(world.models() + "/PLATE.drw.1", R"({"format": 1, "sheets": [{"size": "A4"}]})");
+  EXPECT_EQ(L"B0 Export jpg|E:Fehler occured while export as jpg|B1 Export tiff|Export completed",
+            run(task("exportjpg", "folder='t:\\' exportname='a' width='60' height='60'") +
+                    task("exporttiff", "folder='t:\\' exportname='a'"),
+                L"PLATE", ProMdlType::drawing));
+  EXPECT_FALSE(std::filesystem::exists(file("a.jpg")));
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"PLATE.DRW has no picture but its print"));
+}
+
 TEST_F(PictureExports, APathThatIsntWholeCountsFromTheWorkingFolder) {
   std::filesystem::create_directory(world.models() + "/out");
   test::writeBytes(world.models() + "/out/kept_1.tiff", "old");

@@ -159,20 +159,19 @@ TEST_F(ExchangeTest, IgesHoldsWhatIsAskedFor) {
                {{.wireframe = true}, How::flatFile, false}};
   int number = 0;
   for (const auto& [what, how, closed] : cases) {
-    ASSERT_EQ(ProNoError, writeIges(gear, L"d:\\gear.igs", what, how)) << messages();
+    ASSERT_EQ(ProNoError, writeIges(gear, L"d:\\gear", what, how)) << messages();
     const auto back = import(L"d:\\gear.igs", ProMdlType::part, L"I" + std::to_wstring(++number));
     EXPECT_EQ(closed ? ProNoError : ProGeneralError, back.error) << number;
     if (!back) continue;
     EXPECT_NEAR(kGear, volume(back.value), 1) << number;
     EXPECT_NEAR(wanted, area(back.value), 1) << number;
   }
-  EXPECT_EQ(ProGeneralError, writeIges(gear, L"d:\\none.igs", {.quilts = true}));
+  EXPECT_EQ(ProGeneralError, writeIges(gear, L"d:\\none", {.quilts = true}));
   EXPECT_FALSE(std::filesystem::exists(folder_ + "/none.igs"));
 }
 
 TEST_F(ExchangeTest, SeveralFilesAreTheWholeAndItsParts) {
-  ASSERT_EQ(ProNoError,
-            writeIges(gear(), L"d:\\gear.igs", {.solids = true}, ProOutputAssemblyConfiguration::multiFiles));
+  ASSERT_EQ(ProNoError, writeIges(gear(), L"d:\\gear", {.solids = true}, ProOutputAssemblyConfiguration::multiFiles));
   const auto whole = import(L"d:\\gear.igs", ProMdlType::part, L"A");
   const auto plate = import(L"d:\\plate_prt.igs", ProMdlType::part, L"B");
   const auto pin = import(L"d:\\pin_prt.igs", ProMdlType::part, L"C");
@@ -203,12 +202,16 @@ TEST_F(ExchangeTest, WhatCantBeWrittenLeavesTheOldFile) {
   EXPECT_EQ("old", read("empty.stp"));
   EXPECT_NE(std::string::npos, messages().find("EMPTY.PRT: there is no geometry to write"));
   EXPECT_EQ(ProCantWrite, writeStep(gear(), L"d:\\nowhere\\gear"));
-  EXPECT_EQ(ProNoLicense, ProIntf3DFileWrite(empty, ProIntfFormat::sat, L"d:\\a.sat", {}, {}, {}));
+  EXPECT_EQ(ProNoLicense, ProIntf3DFileWrite(empty, ProIntfFormat::sat, L"d:\\a", {}, {}, {}));
+  // The format's ending comes behind any other, and a name stands in front of it.
+  EXPECT_EQ(ProNoError, writeIges(retrieve(L"PLATE"), L"d:\\plate.v2", {.solids = true}));
+  EXPECT_TRUE(std::filesystem::exists(folder_ + "/plate.v2.igs"));
+  EXPECT_EQ(ProBadInputs, writeIges(retrieve(L"PLATE"), L"d:\\", {.solids = true}));
 }
 
 TEST_F(ExchangeTest, FilesThatAreNoModelAreToldAndMakeNothing) {
   ASSERT_EQ(ProNoError, writeStep(gear(), L"d:\\gear"));
-  ASSERT_EQ(ProNoError, writeIges(retrieve(L"PLATE"), L"d:\\plate.igs", {.solids = true}));
+  ASSERT_EQ(ProNoError, writeIges(retrieve(L"PLATE"), L"d:\\plate", {.solids = true}));
   const std::string step = test::stepTetrahedron(), iges = read("plate.igs");
   const std::string picture = "\xFF\xD8\xFF\xE0 JFIF";
   const std::size_t data = step.find("#20=");
@@ -229,6 +232,9 @@ TEST_F(ExchangeTest, FilesThatAreNoModelAreToldAndMakeNothing) {
     EXPECT_NE(std::string::npos, messages().find(contents.second)) << file << "\n" << messages();
   }
   EXPECT_EQ(ProNotFound, import(L"d:\\none.stp", ProMdlType::part, L"NEW").error);
+  for (const std::wstring& name : {std::wstring(L"NO NAME"), std::wstring(32, L'N'), std::wstring()})
+    EXPECT_EQ(ProBadInputs, import(L"d:\\gear.stp", ProMdlType::part, name).error) << name.size();
+  EXPECT_EQ(ProBadInputs, import(L"gear.stp", ProMdlType::part, L"NEW").error) << "the path isn't whole";
   EXPECT_EQ(before, session().models().list().size());
 }
 

@@ -78,7 +78,7 @@ TEST_F(ForeignTest, DamagedFilesAreRefusedOrWarnedOf) {
 // The library finds nothing wrong with a cylinder between circles of another radius.
 TEST_F(ForeignTest, FacesThatLeaveTheirEdgesAreRefusedOrWarnedOf) {
   const ProMdl pin = part(R"({"type": "cylinder", "diameter": 20, "length": 30})");
-  ASSERT_EQ(ProNoError, ProIntf3DFileWrite(pin, ProIntfFormat::step, L"d:\\pin.stp",
+  ASSERT_EQ(ProNoError, ProIntf3DFileWrite(pin, ProIntfFormat::step, L"d:\\pin",
                                            ProOutputAssemblyConfiguration::singleFile, {}, {}))
       << messages();
   const std::string whole = read("pin.stp");
@@ -162,7 +162,7 @@ TEST_F(ForeignTest, OpenShellsStayAsQuilts) {
                          "CLOSED_SHELL", "OPEN_SHELL"));
   ASSERT_EQ(ProNoError, import("sheets.stp", L"SHEETS")) << messages();
   const ProMdl sheets = made_;
-  ASSERT_EQ(ProNoError, ProIntf3DFileWrite(sheets, ProIntfFormat::iges, L"d:\\sheets.igs",
+  ASSERT_EQ(ProNoError, ProIntf3DFileWrite(sheets, ProIntfFormat::iges, L"d:\\sheets",
                                            ProOutputAssemblyConfiguration::singleFile, {.quilts = true}, {}))
       << messages();
   ASSERT_EQ(ProNoError, import("sheets.igs", L"BACK")) << messages();

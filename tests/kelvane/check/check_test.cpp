@@ -312,6 +312,11 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
       {task("addEditViews", "name_0='A' orient_0='iso'"), "word-unknown"},
       {task("setTolerance", "tol='9'"), "word-unknown"},
       {task("setAccuracy", "valtype='rel' value='0,01'"), "number-broken"},
+      {task("copyModel", "name='LOWER PLATE'"), "model-name"},
+      {task("renameModel", "name='" + std::string(31, 'P') + "'") +
+           task("renameModel", "name='" + std::string(32, 'P') + "'"),
+       "model-name"},
+      {task("copyModel", "name='%NUMBER% - copy'"), ""},
       {"<task version='3' forASM='true' type='rescaleASMPosition' left='2'/>", "attribute-missing"},
       {task("deleteLayer", "name_0='A' delallempty='%ALL%'"), "word-unknown"},
       {task("addKEParameter", "feat='1' feattype='900' name_0='A' type_0='String'"), "number-broken"},

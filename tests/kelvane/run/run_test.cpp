@@ -60,7 +60,7 @@ TEST_F(Run, TheHandOverGivesEachModelFilesOfItsOwn) {
   file("models/x.asm.1", R"({"format": 1, "components": [{"name": "X", "type": "prt", "feature": 3}]})");
   kelvane({"new", models(), "X.DRW"});
   EXPECT_THAT(recapOf(runExample("hand_over")), testing::HasSubstr("models=3 changed=0 "));
-  for (const char* made : {"X_prt.stp", "X_asm.stp", "X_prt.jpg", "X_asm.jpg", "X_drw.jpg", "X_prt_sheet.pdf",
+  for (const char* made : {"X_prt.stp", "X_asm.stp", "X_prt.jpg", "X_asm.jpg", "X_drw.tiff", "X_prt_sheet.pdf",
                            "X_asm_sheet.pdf", "X_drw_sheet.pdf", "X_drw.pdf"})
     EXPECT_TRUE(fs::exists(models() + "/" + made)) << made;
   EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::Not(testing::HasSubstr("(ERR)")));

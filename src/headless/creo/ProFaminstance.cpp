@@ -5,6 +5,7 @@
 #include "headless/model/instances.h"
 #include "headless/model/new_document.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 #include "text/units.h"
 
 namespace creo {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "headless/creo/state.h"
+#include "headless/model/regenerate.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -38,7 +39,7 @@ Session::State::State(SessionOptions given)
               [this](ProMdl model) { windows.forget(model); }, options.withholdSaves,
               [this](ModelDocument& document) { servers.place(document); },
               [this](const std::wstring& name, creo::ProMdlType type) { return servers.fetch(name, type); }},
-             options.modelFolder),
+             {instanceValues, relationNames}, options.modelFolder),
       parameters(models),
       bodies(models),
       servers(models, models.folders().working(), options.withholdSaves),

@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "headless/creo/solid_operation.h"
-#include "headless/model/bodies.h"
 #include "headless/model/features.h"
 #include "headless/model/measures.h"
 #include "headless/model/parameters.h"
+#include "headless/model/placed.h"
 #include "headless/model/raw_placement.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"

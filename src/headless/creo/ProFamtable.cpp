@@ -2,7 +2,7 @@
 
 #include "headless/creo/operation.h"
 #include "headless/model/family.h"
-#include "headless/model/instances.h"
+#include "headless/model/retrieve.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"

@@ -2,10 +2,10 @@
 #include "creo/ProDatum.h"
 #include "creo/ProSolid.h"
 #include "headless/creo/solid_operation.h"
-#include "headless/model/bodies.h"
 #include "headless/model/datums.h"
 #include "headless/model/features.h"
 #include "headless/model/measures.h"
+#include "headless/model/placed.h"
 #include "text/encoding.h"
 
 namespace creo {

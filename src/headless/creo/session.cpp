@@ -5,6 +5,7 @@
 #include "headless/creo/state.h"
 #include "headless/model/drawing.h"
 #include "headless/model/items.h"
+#include "headless/model/regenerate.h"
 #include "headless/model/retrieve.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -47,7 +48,7 @@ Session::State::State(SessionOptions given)
                 const auto option = configuration.values(L"relations_units_sensitive");
                 return option.empty() || !text::equalNoCase(option.front(), L"no");
               }},
-             options.modelFolder),
+             {instanceValues, relationNames}, options.modelFolder),
       parameters(models),
       bodies(models),
       servers(models, models.folders().working(), options.withholdSaves),

@@ -6,7 +6,6 @@
 
 #include "headless/model/density.h"
 #include "headless/model/features.h"
-#include "headless/model/items.h"
 #include "headless/model/measures.h"
 #include "headless/model/models.h"
 #include "headless/model/placed.h"

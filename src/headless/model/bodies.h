@@ -36,10 +36,4 @@ class Bodies {
   std::unordered_map<std::string, geometry::Built> kept_, keptBefore_;
 };
 
-// Where a component stands in its assembly. Throws MeasureFault.
-creo::ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component);
-// Has a feature geometry: not one that is suppressed in whatever way, or has lost a feature that it refers to. id 0: no
-// feature stands behind it.
-bool hasGeometry(const Model& solid, int feature);
-
 }  // namespace headless

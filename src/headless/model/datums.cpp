@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "headless/model/bodies.h"
 #include "headless/model/features.h"
 #include "headless/model/measures.h"
+#include "headless/model/placed.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"

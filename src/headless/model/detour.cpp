@@ -4,6 +4,7 @@
 #include <set>
 
 #include "headless/model/drawing.h"
+#include "headless/model/family.h"
 
 namespace headless {
 namespace {

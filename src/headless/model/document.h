@@ -74,6 +74,9 @@ class ModelDocument {
   // Of a solid, or of a drawing. Null for none.
   NoteRecord* note(int id);
 
+  // Null members until Models has the document; what they answer is told in regenerate.h.
+  WorkedOut workedOut;
+
   // Read from the record's `solid` when first asked for.
   const SolidRecord& solid();
   // Where instanceValues keeps what it has worked out for a row: null until it has, and again behind each change.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "headless/model/family.h"
 #include "headless/store/folder.h"
 #include "text/encoding.h"
 #include "text/letters.h"

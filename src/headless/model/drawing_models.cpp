@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "headless/model/drawing.h"
+#include "headless/model/family.h"
 #include "headless/store/folder.h"
 #include "text/encoding.h"
 #include "text/letters.h"

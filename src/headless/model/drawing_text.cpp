@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "headless/model/drawing.h"
+#include "headless/model/family.h"
 #include "headless/model/retrieve.h"
 #include "os/surroundings.h"
 #include "text/format.h"

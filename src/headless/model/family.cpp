@@ -1,12 +1,10 @@
 #include "headless/model/family.h"
 
 #include <algorithm>
+#include <unordered_set>
 
-#include "headless/model/models.h"
-#include "headless/model/parameters.h"
-#include "headless/model/regenerate.h"
+#include "headless/store/folder.h"
 #include "text/encoding.h"
-#include "text/format.h"
 #include "text/letters.h"
 
 namespace headless {
@@ -55,7 +53,7 @@ namespace {
 // Null: relations make nothing of it.
 const Scalar* workedOut(const Model& model, const Scalar& stored) {
   if (!model.row) return nullptr;
-  const auto& values = instanceValues(model).values;
+  const auto& values = model.document->workedOut.instanceValues(model).values;
   const auto found = values.find(&stored);
   return found == values.end() ? nullptr : &found->second;
 }
@@ -198,25 +196,6 @@ std::optional<bool> yesOrNo(const Scalar& value) {
   return {};
 }
 
-std::wstring rowFault(const ModelDocument& document, const RowRecord& row) {
-  for (const RowRecord* level = &row; level; level = level->parent) {
-    FamilyTableRecord& table = *document.tableAbove(level);
-    for (const auto& [name, value] : level->values) {
-      if (columnAt(table, ProFamitemType::parameter, name) == NameIndex::kNone) continue;
-      const ParameterRecord* parameter = findParameter(document, level->parent, name);
-      if (!parameter) return text::format(L"'%s' is no parameter of the generic", text::fromUtf8(name));
-      if (!fitsType(value, parameter->type))
-        return text::format(L"the value of '%s' is of another type", text::fromUtf8(name));
-    }
-  }
-  return {};
-}
-
-creo::ProError refuseLocked(const Models& models, const ModelDocument& document, const RowRecord& row) {
-  models.message(text::format(L"%s: the instance %s is locked", document.name, text::fromUtf8(row.name)));
-  return creo::ProGeneralError;
-}
-
 std::wstring genericName(const Model& model) {
   if (model.row->parent) return text::upper(text::fromUtf8(model.row->parent->name));
   return model.document->name;
@@ -246,6 +225,18 @@ std::vector<UsedModelRecord> replacedComponents(const Model& model) {
 std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
   const auto text = componentText(model, component);
   return text ? modelName(text::fromUtf8(*text)).name : std::wstring();
+}
+
+std::vector<creo::ProDependency> dependencies(const Model& model) {
+  const ModelRecord& record = model.document->record;
+  std::vector<creo::ProDependency> out;
+  std::unordered_set<std::wstring> seen;
+  for (const UsedModelRecord& used : model.type() == creo::ProMdlType::drawing ? record.models : record.components) {
+    const std::wstring name = componentOf(model, used);
+    if (!name.empty() && seen.insert(modelKey(name, used.type)).second)
+      out.push_back({name, creo::typeExtension(used.type), used.type});
+  }
+  return out;
 }
 
 }  // namespace headless

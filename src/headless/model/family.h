@@ -62,10 +62,6 @@ void renameColumn(ModelDocument& document, creo::ProFamitemType type, std::strin
 // What a column of features or components says: true or "Y", false or "N". Nothing for any other value.
 std::optional<bool> yesOrNo(const Scalar& value);
 
-// Why the row can't be built, with the column's name; empty: it can.
-std::wstring rowFault(const ModelDocument& document, const RowRecord& row);
-// What a locked row answers to every change: ProGeneralError, with a line of the message area.
-creo::ProError refuseLocked(const Models& models, const ModelDocument& document, const RowRecord& row);
 // The immediate generic's name, in upper case. model is an instance.
 std::wstring genericName(const Model& model);
 // The models that stand in components' places because the instance's row says so, as the row names them.
@@ -74,5 +70,8 @@ std::vector<UsedModelRecord> replacedComponents(const Model& model);
 std::optional<std::string> componentText(const Model& model, const UsedModelRecord& component);
 // The name of the model in a component's place, in upper case; empty where the instance leaves the component out.
 std::wstring componentOf(const Model& model, const UsedModelRecord& component);
+// The models that a model uses, each once, in the document's order; an instance leaves out or replaces components by
+// its row.
+std::vector<creo::ProDependency> dependencies(const Model& model);
 
 }  // namespace headless

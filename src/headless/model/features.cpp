@@ -1,7 +1,6 @@
 #include "headless/model/features.h"
 
 #include "headless/model/family.h"
-#include "headless/model/regenerate.h"
 #include "headless/store/folder.h"
 #include "text/encoding.h"
 
@@ -87,7 +86,7 @@ ProFeatureStatus storedStatus(const ModelFeature& feature) {
   const FeatureRecord* record = feature.record();
   ProFeatureStatus own = record ? record->status : ProFeatureStatus::active;
   if (record && feature.model->row) {
-    const auto& statuses = instanceValues(*feature.model).statuses;
+    const auto& statuses = feature.model->document->workedOut.instanceValues(*feature.model).statuses;
     if (const auto found = statuses.find(record->id); found != statuses.end()) own = found->second;
   }
   const Scalar* value =

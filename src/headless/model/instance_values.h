@@ -6,6 +6,7 @@
 
 #include "creo/ProFeature.h"
 #include "creo/ProSolid.h"
+#include "headless/model/expression.h"
 #include "headless/store/fields.h"
 
 namespace headless {
@@ -20,6 +21,15 @@ struct InstanceValues {
       statuses;  // by the feature's id: those that differ from the generic's
   creo::ProRegenerationStatus status = creo::ProRegenerationStatus::regenerated;
   std::wstring fault;  // why nothing can be worked out; empty: it can
+};
+
+struct Model;  // model.h
+
+// Where readers of a model ask for what its relations make of it. The regeneration works that out and is a reader too,
+// so it lies over them all, and is handed down to them with each document that is brought into memory.
+struct WorkedOut {
+  const InstanceValues& (*instanceValues)(const Model& instance) = nullptr;
+  RelationLookup (*relationNames)(const Model& model) = nullptr;
 };
 
 }  // namespace headless

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "headless/model/regenerate.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
@@ -47,7 +46,7 @@ double Measurer::number(const Measure& measure, std::string_view what) {
   } else if (const auto* integer = std::get_if<int>(&measure)) {
     value = *integer;
   } else if (const auto* expression = std::get_if<std::string>(&measure)) {
-    if (!names_) names_ = relationNames(model_);
+    if (!names_) names_ = model_.document->workedOut.relationNames(model_);
     const Evaluated evaluated = evaluate(*expression, names_);
     if (!evaluated.fault.empty()) throw faulty(evaluated.fault);
     const auto held = headless::number(evaluated.value);

@@ -19,8 +19,4 @@ struct Model {
   [[nodiscard]] creo::ProMdlType type() const { return document->type; }
 };
 
-// The models that a model uses, each once, in the document's order; an instance leaves out or replaces components by
-// its row.
-std::vector<creo::ProDependency> dependencies(const Model& model);
-
 }  // namespace headless

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/parents.h"

@@ -3,6 +3,8 @@
 #include "headless/model/family.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
+#include "text/encoding.h"
+#include "text/format.h"
 #include "text/letters.h"
 
 namespace headless {
@@ -17,8 +19,8 @@ std::wstring keyOf(const Model& model) { return modelKey(model.name, model.type(
 
 }  // namespace
 
-Models::Models(ModelsHost host, const std::wstring& folder)
-    : host_(std::move(host)), folders_(host_.withholdSaves, folder, host_.optionFolders) {}
+Models::Models(ModelsHost host, const WorkedOut& workedOut, const std::wstring& folder)
+    : host_(std::move(host)), workedOut_(workedOut), folders_(host_.withholdSaves, folder, host_.optionFolders) {}
 
 Model* Models::find(ProMdl model) const {
   const auto number = static_cast<std::uint32_t>(model.value & 0xFFFFFFFFu);
@@ -85,6 +87,7 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   place.model->handle.value = static_cast<std::uint64_t>(place.generation) << 32 | (at + 1);
   place.model->document = std::move(document);
   place.model->document->host = &host_;
+  place.model->document->workedOut = workedOut_;
   place.model->row = row;
   place.model->name = std::move(name);
   byKey_[keyOf(*place.model)] = at;
@@ -119,6 +122,7 @@ void Models::setName(Model& model, const std::wstring& now) {
 void Models::change(const Model& model, creo::FunctionRef<void()> body) {
   countUses(model, -1);
   body();
+  model.document->workedOut = workedOut_;
   countUses(model, 1);
 }
 
@@ -149,6 +153,16 @@ std::vector<const Model*> Models::usedBy(const Model& model) const {
   if (model.row) add(model.document->name, model.type());
   for (const creo::ProDependency& one : dependencies(model)) add(one.name, one.type);
   return used;
+}
+
+Got<ProMdl> instanceInMemory(const Models& models, const ModelDocument& document, const RowRecord& row) {
+  const Model* model = models.named(text::fromUtf8(row.name), document.type);
+  return model && model->row == &row ? Got<ProMdl>(model->handle) : creo::ProNotFound;
+}
+
+creo::ProError refuseLocked(const Models& models, const ModelDocument& document, const RowRecord& row) {
+  models.message(text::format(L"%s: the instance %s is locked", document.name, text::fromUtf8(row.name)));
+  return creo::ProGeneralError;
 }
 
 }  // namespace headless

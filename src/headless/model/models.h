@@ -27,7 +27,8 @@ struct ModelInMemory {
 
 class Models {
  public:
-  Models(ModelsHost host, const std::wstring& folder);
+  // workedOut: what the documents in memory get.
+  Models(ModelsHost host, const WorkedOut& workedOut, const std::wstring& folder);
 
   [[nodiscard]] std::vector<ModelInMemory> list() const;
   // Null for a handle that has gone.
@@ -60,7 +61,7 @@ class Models {
   // A line of the message area says that changes go with it.
   void remove(const Model& model);
   void setName(Model& model, const std::wstring& now);
-  // Runs a change of what a model is or uses.
+  // Runs a change of what a model is or uses; it may get another document.
   void change(const Model& model, creo::FunctionRef<void()> body);
 
  private:
@@ -71,11 +72,17 @@ class Models {
   void countUses(const Model& model, int by);
 
   ModelsHost host_;
+  WorkedOut workedOut_;
   ModelFolders folders_;
   std::vector<Place> places_;
   std::vector<std::uint32_t> free_;
   std::unordered_map<std::wstring, std::uint32_t> byKey_;  // modelKey to place
   std::unordered_map<std::wstring, int> uses_;             // modelKey to how many models in memory use it
 };
+
+// The row's model. ProNotFound: it isn't in memory.
+creo::Got<creo::ProMdl> instanceInMemory(const Models& models, const ModelDocument& document, const RowRecord& row);
+// What a locked row answers to every change: ProGeneralError, with a line of the message area.
+creo::ProError refuseLocked(const Models& models, const ModelDocument& document, const RowRecord& row);
 
 }  // namespace headless

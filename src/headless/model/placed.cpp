@@ -1,12 +1,10 @@
 #include "headless/model/placed.h"
 
-#include "headless/model/bodies.h"
 #include "headless/model/features.h"
-#include "headless/model/items.h"
 #include "headless/model/measures.h"
 #include "headless/model/models.h"
 #include "headless/model/parents.h"
-#include "headless/model/states.h"
+#include "headless/model/records.h"
 #include "headless/model/units.h"
 #include "text/encoding.h"
 

@@ -31,6 +31,12 @@ struct PlacedModel {
 // skeletons and what isn't in memory. Throws MeasureFault.
 std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly);
 
+// Where a component stands in its assembly. Throws MeasureFault.
+creo::ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component);
+// Has a feature geometry: not one that is suppressed in whatever way, or has lost a feature that it refers to. id 0: no
+// feature stands behind it.
+bool hasGeometry(const Model& solid, int feature);
+
 // By what a number of `unit` in the units of one model is multiplied to become one of the other's.
 double unitRatio(std::string_view unit, const Model& from, const Model& to);
 

@@ -7,7 +7,6 @@
 #include "headless/model/bottom_up.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
-#include "headless/model/instances.h"
 #include "headless/model/model_functions.h"
 #include "headless/model/models.h"
 #include "headless/model/parameters.h"

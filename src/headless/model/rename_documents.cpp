@@ -1,6 +1,7 @@
 // Renaming on disk.
 #include <algorithm>
 
+#include "headless/model/family.h"
 #include "headless/model/follow_rename.h"
 #include "headless/model/models.h"
 #include "headless/model/rename.h"

@@ -3,9 +3,10 @@
 #include <unordered_set>
 
 #include "headless/model/drawing.h"
-#include "headless/model/instances.h"
+#include "headless/model/family.h"
 #include "headless/model/models.h"
 #include "headless/model/one_version.h"
+#include "headless/model/parameters.h"
 #include "headless/store/faults.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -128,6 +129,43 @@ Got<ProMdl> retrieveModel(Models& models, std::wstring_view name, ProMdlType typ
   const auto model = retrieval.bring(name, type);
   retrieval.bringUsed();
   return model;
+}
+
+Got<ProMdl> retrieveInstance(Models& models, const std::shared_ptr<ModelDocument>& document, RowRecord& row) {
+  const std::wstring name = text::upper(text::fromUtf8(row.name));
+  if (const auto there = instanceInMemory(models, *document, row)) return there;
+  if (models.named(name, document->type)) {
+    models.message(
+        text::format(L"%s<%s> can't be built: another model of that name is in memory", name, document->name));
+    return creo::ProGeneralError;
+  }
+  if (const std::wstring fault = rowFault(*document, row); !fault.empty()) {
+    models.message(text::format(L"%s<%s> can't be built: %s", name, document->name, fault));
+    return creo::ProGeneralError;
+  }
+  const Model& built = models.add(document, &row, name);
+  const ProMdl handle = built.handle;
+  for (const UsedModelRecord& component : replacedComponents(built)) {
+    if (retrieveModel(models, text::fromUtf8(component.name), component.type)) continue;
+    models.message(text::format(L"%s<%s> can't be built: its component %s can't be retrieved", name, document->name,
+                                text::upper(text::fromUtf8(component.name))));
+    models.remove(*models.find(handle));
+    return creo::ProGeneralError;
+  }
+  return handle;
+}
+
+std::wstring rowFault(const ModelDocument& document, const RowRecord& row) {
+  for (const RowRecord* level = &row; level; level = level->parent) {
+    for (const auto& [name, value] : level->values) {
+      if (!rowColumn(document, *level, creo::ProFamitemType::parameter, name).isColumn) continue;
+      const ParameterRecord* parameter = findParameter(document, level->parent, name);
+      if (!parameter) return text::format(L"'%s' is no parameter of the generic", text::fromUtf8(name));
+      if (!fitsType(value, parameter->type))
+        return text::format(L"the value of '%s' is of another type", text::fromUtf8(name));
+    }
+  }
+  return {};
 }
 
 }  // namespace headless

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headless/model/model.h"
+#include "headless/model/records.h"
 #include "headless/model/symbols.h"
 
 namespace headless {
@@ -21,18 +22,6 @@ constexpr DefaultRep kMasterForm = {-1, "Master Rep"}, kGraphicsForm = {-2, "Gra
                      kGeometryForm = {-3, "Geometry Rep"}, kSymbolicForm = {-4, "Symbolic Rep"};
 constexpr DefaultRep kDefaultReps[] = {kMasterForm, kGraphicsForm, kGeometryForm, kSymbolicForm};
 
-// The record of that id; null for none.
-template <class Record>
-Record* recordOf(std::vector<Record>& records, int id) {
-  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
-  return found == records.end() ? nullptr : &*found;
-}
-template <class Record>
-Record* recordNamed(std::vector<Record>& records, std::string_view name) {
-  const auto found =
-      std::find_if(records.begin(), records.end(), [name](const Record& one) { return sameName(one.name, name); });
-  return found == records.end() ? nullptr : &*found;
-}
 // A new record at the end, with a free id. The name isn't looked for.
 template <class Record>
 Record& addRecord(std::vector<Record>& records, const std::string& name) {

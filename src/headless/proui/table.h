@@ -38,8 +38,9 @@ class Table {
   [[nodiscard]] std::size_t size() const { return rows_.size(); }
   // Behind the row `after`, at the top when it is empty. After a failure nothing was inserted.
   creo::ProError insert(const std::string& after, const std::vector<std::string>& names);
-  // After ProNotFound nothing was deleted. Components of the cells stay in the dialog and belong to no cell then.
-  creo::ProError remove(const std::vector<std::string>& names);
+  // After ProNotFound nothing was deleted. Components of the cells stay in the dialog and belong to no cell then:
+  // `freed` is told each.
+  creo::ProError remove(const std::vector<std::string>& names, creo::FunctionRef<void(NamedComponent&)> freed);
 
   // Null where row or column isn't there. Stays valid until its row is deleted.
   Cell* cell(std::string_view row, std::string_view column);

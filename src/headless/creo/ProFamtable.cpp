@@ -115,7 +115,7 @@ Got<ProMdl> ProFaminstanceGenericGet(ProMdl instance, bool immediate) {
     if (!m.row) return ProNotFound;
     if (immediate && m.row->parent) {
       const auto there = headless::instanceInMemory(state.models, *m.document, *m.row->parent);
-      return there ? there : ProGeneralError;
+      return there ? there : Got<ProMdl>(ProGeneralError);
     }
     return state.models.inMemory(m.document->name, m.type());
   });

@@ -311,7 +311,7 @@ TEST_F(ModelsInMemory, ACopyHasItsFileAtOnce) {
 }
 
 TEST_F(ModelsInMemory, FoldersOfOptionsAreSearchedToo) {
-  for (const char* folder : {"lib", "frames", "away"}) std::filesystem::create_directories(folder_ + "/" + folder);
+  for (const char* folder : {"lib", "frames"}) std::filesystem::create_directories(folder_ + "/" + folder);
   model("top.asm.1", R"("components": [{"name": "BOLT", "type": "prt"}, {"name": "M4", "type": "prt"}])");
   model("own.prt.2");
   write("lib/own.prt.9", "{\"format\": 1}");

@@ -236,6 +236,7 @@ TEST_F(GroupModes, WhatOthersUseIsntErasedWithAModel) {
 
 TEST_F(GroupModes, RepresentationsAreActiveForTheTasks) {
   document("top.asm.1", R"({"format": 1, "simplifiedReps": [{"id": 1, "name": "LIGHT"}]})");
+  document("lone.prt.1", R"({"format": 1, "simplifiedReps": [{"id": 1, "name": "LIGHT"}]})");
   struct Case {
     std::string rep;
     std::wstring expected;
@@ -249,6 +250,10 @@ TEST_F(GroupModes, RepresentationsAreActiveForTheTasks) {
     const auto model = world.session().models().find(creo::ProMdlInit(L"TOP", ProMdlType::assembly).value);
     EXPECT_EQ("", model->document->activeRep);
   }
+  // A part in memory stays in the master, which is the higher one.
+  begin();
+  EXPECT_EQ(L"W:The tasks don't work on the representation LIGHT: a higher one of the model is in memory|> LONE.prt",
+            ran(group("reworkMode='7' simprepname='LIGHT'"), L"LONE", ProMdlType::part));
 }
 
 TEST_F(GroupModes, WithoutAModelOnlyWhatNeedsNoneRuns) {

@@ -106,9 +106,9 @@ class HeadlessSession : public ::testing::Test {
   // "MASS=2.5 COLOR=red": all parameters of a model, in their order.
   static std::string parameters(creo::ProMdl model) {
     std::ostringstream out;
-    creo::ProParameterVisit(item(model), [&](const creo::ProParameter& one) {
-      const auto value = creo::ProParameterValueGet(one).value;
-      out << (out.tellp() > 0 ? " " : "") << text::toUtf8(one.id) << '=';
+    creo::ProParameterVisit(item(model), [&](const creo::ProParameter& candidate) {
+      const auto value = creo::ProParameterValueGet(candidate).value;
+      out << (out.tellp() > 0 ? " " : "") << text::toUtf8(candidate.id) << '=';
       switch (value.type) {
         case creo::ProParamvalueType::string:
           out << text::toUtf8(value.string);

@@ -346,8 +346,8 @@ void RunWatch::tellMoved() {
     constexpr std::size_t kMost = 20;
     std::string line;
     std::size_t count = 0;
-    for (const std::string& one : models)
-      if (count++ < kMost) line += (line.empty() ? "" : ", ") + one;
+    for (const std::string& model : models)
+      if (count++ < kMost) line += (line.empty() ? "" : ", ") + model;
     if (count > kMost) line += " and " + std::to_string(count - kMost) + " more";
     console_.note("saved in " + folder + " since a backup: " + line);
   }

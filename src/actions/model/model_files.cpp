@@ -154,9 +154,9 @@ struct BackedUp {
 // Nothing stays in the folder unless all of it does. Where the models are saved from then on can't be taken back: a
 // backup to where they were would write further versions there.
 void takeBack(const std::vector<BackedUp>& written, const std::wstring& folder) {
-  for (const BackedUp& one : written) {
-    if (os::files().remove(one.file)) core::logWrite(text::format(L"%s can't be removed", one.file), core::kError);
-    core::logWrite(text::format(L"%s is saved in %s from now on", label(one.model), folder), core::kWarning);
+  for (const BackedUp& entry : written) {
+    if (os::files().remove(entry.file)) core::logWrite(text::format(L"%s can't be removed", entry.file), core::kError);
+    core::logWrite(text::format(L"%s is saved in %s from now on", label(entry.model), folder), core::kWarning);
   }
 }
 
@@ -170,7 +170,7 @@ creo::ProError backUp(const std::vector<creo::ProMdl>& models, const std::wstrin
     }
     written.push_back({model, std::move(file.value)});
   }
-  for (const BackedUp& one : written) core::logIndented(one.file, core::kNormal, 2);
+  for (const BackedUp& entry : written) core::logIndented(entry.file, core::kNormal, 2);
   return creo::ProNoError;
 }
 

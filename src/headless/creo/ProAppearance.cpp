@@ -42,8 +42,9 @@ bool give(AppearanceRecord& record, const ProAppearance& wanted) {
   now.shininess = wanted.shininess;
   now.transparency = wanted.transparency;
   now.label = text::toUtf8(wanted.label);
-  const auto all = [](const AppearanceRecord& one) {
-    return std::tie(one.color, one.ambient, one.diffuse, one.highlight, one.shininess, one.transparency, one.label);
+  const auto all = [](const AppearanceRecord& entry) {
+    return std::tie(entry.color, entry.ambient, entry.diffuse, entry.highlight, entry.shininess, entry.transparency,
+                    entry.label);
   };
   if (all(record) == all(now)) return false;
   now.extra = std::move(record.extra);
@@ -80,8 +81,8 @@ auto onSide(std::string_view operation, const ProSurface& surface, ProSurfaceSid
     if (surface.id < 1 || static_cast<std::size_t>(surface.id) > headless::geometry::faces(*body3d.value).size())
       return Result(ProNotFound);
     auto& all = m.document->record.surfaceAppearances;
-    return body(m, std::find_if(all.begin(), all.end(), [&](const SurfaceAppearanceRecord& one) {
-                  return one.surface == surface.id && one.side == static_cast<int>(side);
+    return body(m, std::find_if(all.begin(), all.end(), [&](const SurfaceAppearanceRecord& entry) {
+                  return entry.surface == surface.id && entry.side == static_cast<int>(side);
                 }));
   });
 }
@@ -89,16 +90,16 @@ auto onSide(std::string_view operation, const ProSurface& surface, ProSurfaceSid
 }  // namespace
 
 Got<ProAppearance> ProMdlVisibleAppearancepropsGet(const ProModelitem& item) {
-  return onLook("ProMdlVisibleAppearancepropsGet", item, [](Model&, const Look& held) -> Got<ProAppearance> {
-    if (!held) return ProNotFound;
-    return appearanceOf(*held);
+  return onLook("ProMdlVisibleAppearancepropsGet", item, [](Model&, const Look& look) -> Got<ProAppearance> {
+    if (!look) return ProNotFound;
+    return appearanceOf(*look);
   });
 }
 
 ProError ProMdlVisibleAppearancepropsSet(const ProModelitem& item, const ProAppearance& appearance) {
-  return onLook("ProMdlVisibleAppearancepropsSet", item, [&](Model& m, Look& held) -> ProError {
-    if (!held) held = std::make_unique<AppearanceRecord>();
-    if (give(*held, appearance)) m.document->touch(nullptr);
+  return onLook("ProMdlVisibleAppearancepropsSet", item, [&](Model& m, Look& look) -> ProError {
+    if (!look) look = std::make_unique<AppearanceRecord>();
+    if (give(*look, appearance)) m.document->touch(nullptr);
     return ProNoError;
   });
 }

@@ -40,9 +40,10 @@ VariantItemRecord* variedItem(const ModelFeature& component, const ProModelitem&
   headless::FeatureRecord* record = component.record();
   if (!record) return nullptr;
   const auto found =
-      std::find_if(record->variantItems.begin(), record->variantItems.end(), [&](const VariantItemRecord& one) {
-        if (one.type != item.type) return false;
-        return item.type == kParameterItem ? headless::sameName(one.name, text::toUtf8(item.name)) : one.id == item.id;
+      std::find_if(record->variantItems.begin(), record->variantItems.end(), [&](const VariantItemRecord& entry) {
+        if (entry.type != item.type) return false;
+        return item.type == kParameterItem ? headless::sameName(entry.name, text::toUtf8(item.name))
+                                           : entry.id == item.id;
       });
   return found == record->variantItems.end() ? nullptr : &*found;
 }

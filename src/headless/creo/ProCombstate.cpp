@@ -93,8 +93,8 @@ Got<ProModelitem> ProMdlCombStateCreate(ProMdl model, const std::wstring& name,
     auto& states = m.document->record.combinedStates;
     if (headless::recordNamed(states, text::toUtf8(name))) return ProBadInputs;
     CombinedStateRecord made;
-    for (const ProCombstateReference& one : references)
-      if (const ProError result = std::visit(ReferenceWriter(m, made), one)) return result;
+    for (const ProCombstateReference& reference : references)
+      if (const ProError result = std::visit(ReferenceWriter(m, made), reference)) return result;
     made.exploded = exploded;
     made.sectionVisibility = sectionVisibility;
     CombinedStateRecord& added = headless::addRecord(states, text::toUtf8(name));

@@ -23,8 +23,8 @@ namespace {
 
 ProError visitDimensions(const Model& model, bool reference, Visitor<ProDimension> visitor) {
   std::vector<ProDimension> dimensions;
-  for (const DimensionRecord& one : model.document->record.dimensions)
-    if (one.reference == reference) dimensions.push_back({model.handle, one.id, reference});
+  for (const DimensionRecord& dimension : model.document->record.dimensions)
+    if (dimension.reference == reference) dimensions.push_back({model.handle, dimension.id, reference});
   return headless::visit<ProDimension>(dimensions, visitor);
 }
 
@@ -77,9 +77,9 @@ Got<bool> ProAnnotationIsShown(const ProDimension& dimension, ProMdl drawing) {
     if (!owner->document->dimension(dimension.id, dimension.reference)) return ProNotFound;
     if (owner == &m) return true;
     const auto& shown = m.document->record.shownDimensions;
-    return std::any_of(shown.begin(), shown.end(), [&](const headless::ShownDimensionRecord& one) {
-      return one.id == dimension.id && one.reference == dimension.reference &&
-             headless::isLabelOf(one.model, owner->name, owner->type());
+    return std::any_of(shown.begin(), shown.end(), [&](const headless::ShownDimensionRecord& entry) {
+      return entry.id == dimension.id && entry.reference == dimension.reference &&
+             headless::isLabelOf(entry.model, owner->name, owner->type());
     });
   });
 }

@@ -17,16 +17,16 @@ using State = headless::Session::State;
 Got<std::vector<ProDtlsymdef>> ProDrawingDtlsymdefsCollect(ProMdl drawing) {
   return onDrawing("ProDrawingDtlsymdefsCollect", drawing, [](State&, Model& m) -> Got<std::vector<ProDtlsymdef>> {
     std::vector<ProDtlsymdef> definitions;
-    for (const SymbolDefinitionRecord& one : m.document->record.symbolDefinitions)
-      definitions.push_back({m.handle, one.id});
+    for (const SymbolDefinitionRecord& definition : m.document->record.symbolDefinitions)
+      definitions.push_back({m.handle, definition.id});
     return headless::collected(std::move(definitions));
   });
 }
 
 Got<std::wstring> ProDtlsymdefNameGet(const ProDtlsymdef& definition) {
   return onDrawing("ProDtlsymdefNameGet", definition.drawing, [&](State&, Model& m) -> Got<std::wstring> {
-    for (const SymbolDefinitionRecord& one : m.document->record.symbolDefinitions)
-      if (one.id == definition.id) return text::fromUtf8(one.name);
+    for (const SymbolDefinitionRecord& entry : m.document->record.symbolDefinitions)
+      if (entry.id == definition.id) return text::fromUtf8(entry.name);
     return ProNotFound;
   });
 }
@@ -34,8 +34,8 @@ Got<std::wstring> ProDtlsymdefNameGet(const ProDtlsymdef& definition) {
 Got<std::vector<ProDtlsyminst>> ProDrawingDtlsyminstsCollect(ProMdl drawing, int sheet) {
   return headless::onSheetOrCurrent("ProDrawingDtlsyminstsCollect", drawing, sheet, [](State&, Model& m, int number) {
     std::vector<ProDtlsyminst> symbols;
-    for (const SymbolRecord& one : m.document->record.symbols)
-      if (one.sheet == number) symbols.push_back({m.handle, one.id});
+    for (const SymbolRecord& symbol : m.document->record.symbols)
+      if (symbol.sheet == number) symbols.push_back({m.handle, symbol.id});
     return headless::collected(std::move(symbols));
   });
 }
@@ -44,10 +44,10 @@ Got<ProDtlsymdef> ProDtlsyminstDefGet(const ProDtlsyminst& symbol) {
   return onDrawing("ProDtlsyminstDefGet", symbol.drawing, [&](State&, Model& m) -> Got<ProDtlsymdef> {
     const auto& record = m.document->record;
     const auto found = std::find_if(record.symbols.begin(), record.symbols.end(),
-                                    [&](const SymbolRecord& one) { return one.id == symbol.id; });
+                                    [&](const SymbolRecord& entry) { return entry.id == symbol.id; });
     if (found == record.symbols.end()) return ProNotFound;
-    for (const SymbolDefinitionRecord& one : record.symbolDefinitions)
-      if (headless::sameName(one.name, found->definition)) return ProDtlsymdef{m.handle, one.id};
+    for (const SymbolDefinitionRecord& item : record.symbolDefinitions)
+      if (headless::sameName(item.name, found->definition)) return ProDtlsymdef{m.handle, item.id};
     return ProNotFound;
   });
 }

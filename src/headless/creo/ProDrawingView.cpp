@@ -24,7 +24,7 @@ Got<int> ofView(std::string_view operation, const ProView& view, ProError gone, 
       return get(own);
     }
     const auto& views = m.document->record.views;
-    const auto found = std::find_if(views.begin(), views.end(), [&](const auto& one) { return one.id == view.id; });
+    const auto found = std::find_if(views.begin(), views.end(), [&](const auto& entry) { return entry.id == view.id; });
     if (found == views.end()) return gone;
     return get(*found);
   });
@@ -42,19 +42,20 @@ Got<ProView> ownViewOf(std::string_view operation, ProMdl drawing, int sheet) {
 Got<std::vector<ProView>> ProDrawingViewsCollect(ProMdl drawing) {
   return onDrawing("ProDrawingViewsCollect", drawing, [](State&, Model& m) -> Got<std::vector<ProView>> {
     std::vector<ProView> views;
-    for (const headless::ViewRecord& one : m.document->record.views) views.push_back({m.handle, one.id});
+    for (const headless::ViewRecord& view : m.document->record.views) views.push_back({m.handle, view.id});
     return headless::collected(std::move(views));
   });
 }
 
 Got<int> ProDrawingViewIdGet(const ProView& view) {
-  return ofView("ProDrawingViewIdGet", view, ProBadInputs, [](const headless::ViewRecord& one) { return one.id; });
+  return ofView("ProDrawingViewIdGet", view, ProBadInputs,
+                [](const headless::ViewRecord& record) { return record.id; });
 }
 
 // A view that names no sheet stands on the first.
 Got<int> ProDrawingViewSheetGet(const ProView& view) {
   return ofView("ProDrawingViewSheetGet", view, ProNotFound,
-                [](const headless::ViewRecord& one) { return std::max(one.sheet, 1); });
+                [](const headless::ViewRecord& record) { return std::max(record.sheet, 1); });
 }
 
 Got<ProView> ProDrawingBackgroundViewGet(ProMdl drawing, int sheet) {

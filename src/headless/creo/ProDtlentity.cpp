@@ -55,7 +55,8 @@ Got<ProDtlsymdef> ProDtlsymdefCreate(const ProDtlsymdefdata& data) {
 ProError ProDtlsymdefDelete(const ProDtlsymdef& definition) {
   return onDrawing("ProDtlsymdefDelete", definition.drawing, [&](State&, Model& m) {
     auto& definitions = m.document->record.symbolDefinitions;
-    if (std::erase_if(definitions, [&](const auto& one) { return one.id == definition.id; }) == 0) return ProNotFound;
+    if (std::erase_if(definitions, [&](const auto& entry) { return entry.id == definition.id; }) == 0)
+      return ProNotFound;
     m.document->touch(nullptr);
     return ProNoError;
   });

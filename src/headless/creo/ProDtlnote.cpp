@@ -92,9 +92,9 @@ ProError take(Model& m, NoteRecord& note, const ProDtlnotedata& data, int sheetW
 
 std::vector<ProDtlnote> notesOf(const Model& drawing, int sheet) {
   std::vector<ProDtlnote> notes;
-  for (const NoteRecord& one : drawing.document->record.notes)
-    if (one.sheet == sheet && !headless::isRemoved(*drawing.document, one.id))
-      notes.push_back({drawing.handle, one.id});
+  for (const NoteRecord& note : drawing.document->record.notes)
+    if (note.sheet == sheet && !headless::isRemoved(*drawing.document, note.id))
+      notes.push_back({drawing.handle, note.id});
   return notes;
 }
 

@@ -41,15 +41,15 @@ std::vector<std::wstring> foldersFor(const State& state, const std::wstring& fol
 
 // Reads the first file of that name; path: which one it was.
 Got<SymbolDefinitionRecord> readFrom(const State& state, const std::wstring& folder, const std::wstring& name) {
-  for (const std::wstring& one : foldersFor(state, folder)) {
-    const std::wstring path = os::joined(one, name + L".sym");
+  for (const std::wstring& entry : foldersFor(state, folder)) {
+    const std::wstring path = os::joined(entry, name + L".sym");
     if (!os::files().exists(path) || os::files().isFolder(path)) continue;
     SymbolDefinitionRecord definition;
     const auto bytes = os::files().read(path);
     const headless::JsonFault fault =
         bytes ? headless::readSymbol(bytes.value, text::toUtf8(name), definition) : headless::JsonFault();
     if (bytes && !fault) {
-      definition.path = text::toUtf8(os::asFolder(one));
+      definition.path = text::toUtf8(os::asFolder(entry));
       return definition;
     }
     state.models.message(bytes ? headless::cantRead(path, fault) : headless::cantRead(path, bytes.error));

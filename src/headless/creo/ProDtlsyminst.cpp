@@ -91,8 +91,8 @@ ProError ProDrawingDtlsyminstVisit(ProMdl drawing, int sheet, Visitor<ProDtlsymi
   return headless::onSheet("ProDrawingDtlsyminstVisit", drawing, sheet,
                            [&](State&, Model& m, const headless::SheetRecord&) -> ProError {
                              std::vector<ProDtlsyminst> symbols;
-                             for (const SymbolRecord& one : m.document->record.symbols)
-                               if (one.sheet == sheet) symbols.push_back({m.handle, one.id});
+                             for (const SymbolRecord& symbol : m.document->record.symbols)
+                               if (symbol.sheet == sheet) symbols.push_back({m.handle, symbol.id});
                              return headless::visit<ProDtlsyminst>(symbols, visitor);
                            });
 }

@@ -24,7 +24,7 @@ namespace {
 
 std::vector<ProDwgtable> tablesOf(const Model& drawing) {
   std::vector<ProDwgtable> tables;
-  for (const TableRecord& one : drawing.document->record.tables) tables.push_back({drawing.handle, one.id});
+  for (const TableRecord& table : drawing.document->record.tables) tables.push_back({drawing.handle, table.id});
   return tables;
 }
 
@@ -128,7 +128,7 @@ Got<ProDwgtable> ProDrawingTableCreate(ProMdl drawing, const ProPoint& position,
     if (!areMeasures(columns) || !areMeasures(rows) || columns.size() > kMostColumns) return ProBadInputs;
     auto& tables = m.document->record.tables;
     int highest = 0;
-    for (const TableRecord& one : tables) highest = std::max(highest, one.id);
+    for (const TableRecord& entry : tables) highest = std::max(highest, entry.id);
     if (highest == std::numeric_limits<int>::max()) return ProGeneralError;
     TableRecord& table = tables.emplace_back();
     table.id = highest + 1;

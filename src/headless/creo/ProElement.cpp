@@ -28,7 +28,7 @@ ProError setValue(std::string_view name, ProElement& element, Value value) {
 Got<ProElement> ProElemtreeElementGet(const ProElemtree& tree, int pathItem) {
   return operation("ProElemtreeElementGet", [&](State&) -> Got<ProElement> {
     const auto found = std::find_if(tree.elements.begin(), tree.elements.end(),
-                                    [pathItem](const ProElement& one) { return one.id == pathItem; });
+                                    [pathItem](const ProElement& element) { return element.id == pathItem; });
     if (found == tree.elements.end()) return ProNotFound;
     return *found;
   });

@@ -32,7 +32,7 @@ ProError onRow(std::string_view operation, const ProFaminstance& instance, Body 
 const RowRecord* lockedIn(const RowRecord& row) {
   const RowRecord* locked = row.locked ? &row : nullptr;
   if (row.familyTable)
-    headless::eachRow(*row.familyTable, [&](const RowRecord& one) { locked = one.locked ? &one : locked; });
+    headless::eachRow(*row.familyTable, [&](const RowRecord& record) { locked = record.locked ? &record : locked; });
   return locked;
 }
 
@@ -68,11 +68,11 @@ ProError ProFaminstanceAdd(const ProFaminstance& instance) {
 
 ProError ProFamtableErase(const ProFamtable& table) {
   return onModel("ProFamtableErase", table.owner, [](State& state, Model& m) -> ProError {
-    FamilyTableRecord* held = m.document->tableOf(m.row);
-    if (!held) return ProNotFound;
-    for (const auto& row : held->instances)
+    FamilyTableRecord* present = m.document->tableOf(m.row);
+    if (!present) return ProNotFound;
+    for (const auto& row : present->instances)
       if (const RowRecord* locked = lockedIn(*row)) return headless::refuseLocked(state.models, *m.document, *locked);
-    while (!held->instances.empty()) headless::removeRow(state.models, m.document, *held->instances.front());
+    while (!present->instances.empty()) headless::removeRow(state.models, m.document, *present->instances.front());
     (m.row ? m.row->familyTable : m.document->record.familyTable).reset();
     m.document->touch(m.row);
     return ProNoError;

@@ -59,10 +59,10 @@ Got<ProFamtable> ProFamtableInit(ProMdl solid) {
 
 ProError ProFamtableCheck(const ProFamtable& table) {
   return onModel("ProFamtableCheck", table.owner, [](State& state, Model& m) -> ProError {
-    const FamilyTableRecord* held = m.document->tableOf(m.row);
-    ProError result = checked(held);
+    const FamilyTableRecord* record = m.document->tableOf(m.row);
+    ProError result = checked(record);
     if (result != ProNoError) return result;
-    for (const auto& row : held->instances) {
+    for (const auto& row : record->instances) {
       const std::wstring fault = headless::rowFault(*m.document, *row);
       if (fault.empty()) continue;
       state.models.message(text::format(L"%s: the row %s can't be read: %s", m.name, text::fromUtf8(row->name), fault));
@@ -75,8 +75,8 @@ ProError ProFamtableCheck(const ProFamtable& table) {
 ProError ProFamtableInstanceVisit(const ProFamtable& table, Visitor<ProFaminstance> visitor) {
   return onModel("ProFamtableInstanceVisit", table.owner, [&](State&, Model& m) -> ProError {
     std::vector<ProFaminstance> rows;
-    if (const FamilyTableRecord* held = m.document->tableOf(m.row))
-      for (const auto& row : held->instances) rows.push_back({text::upper(text::fromUtf8(row->name)), m.handle});
+    if (const FamilyTableRecord* record = m.document->tableOf(m.row))
+      for (const auto& row : record->instances) rows.push_back({text::upper(text::fromUtf8(row->name)), m.handle});
     return headless::visit<ProFaminstance>(rows, visitor);
   });
 }
@@ -139,10 +139,10 @@ Got<ProFamtableItem> ProParameterToFamtableItem(const ProParameter& parameter) {
 
 ProError ProFamtableItemAdd(const ProFamtable& table, const ProFamtableItem& item) {
   return onModel("ProFamtableItemAdd", table.owner, [&](State&, Model& m) -> ProError {
-    FamilyTableRecord* held = m.document->tableOf(m.row);
-    if (!held) return ProGeneralError;
+    FamilyTableRecord* record = m.document->tableOf(m.row);
+    if (!record) return ProGeneralError;
     if (item.type == ProFamitemType::unused || item.name.empty()) return ProBadInputs;
-    const ProError result = headless::addColumn(*held, item.type, text::toUtf8(item.name));
+    const ProError result = headless::addColumn(*record, item.type, text::toUtf8(item.name));
     if (result == ProNoError) m.document->touch(m.row);
     return result;
   });

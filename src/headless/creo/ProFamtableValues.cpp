@@ -33,17 +33,17 @@ Result onColumn(std::string_view operation, const ProFaminstance& instance, cons
 ProError ProFamtableItemVisit(const ProFamtable& table, Visitor<ProFamtableItem> visitor) {
   return onModel("ProFamtableItemVisit", table.owner, [&](State&, Model& m) -> ProError {
     std::vector<ProFamtableItem> items;
-    if (const FamilyTableRecord* held = m.document->tableOf(m.row))
-      for (const auto& column : held->items.list) items.push_back({column.type, text::fromUtf8(column.name)});
+    if (const FamilyTableRecord* record = m.document->tableOf(m.row))
+      for (const auto& column : record->items.list) items.push_back({column.type, text::fromUtf8(column.name)});
     return headless::visit<ProFamtableItem>(items, visitor);
   });
 }
 
 ProError ProFamtableItemRemove(const ProFamtable& table, const ProFamtableItem& item) {
   return onModel("ProFamtableItemRemove", table.owner, [&](State&, Model& m) -> ProError {
-    FamilyTableRecord* held = m.document->tableOf(m.row);
-    if (!held) return ProBadInputs;
-    if (!headless::removeColumn(*m.document, *held, item.type, text::toUtf8(item.name))) return ProNotFound;
+    FamilyTableRecord* record = m.document->tableOf(m.row);
+    if (!record) return ProBadInputs;
+    if (!headless::removeColumn(*m.document, *record, item.type, text::toUtf8(item.name))) return ProNotFound;
     m.document->touch(m.row);
     return ProNoError;
   });

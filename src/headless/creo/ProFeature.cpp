@@ -51,9 +51,9 @@ ProError visitVaried(const State& state, const ModelFeature& component, bool par
   if (!model) return model.error;
   std::vector<ProModelitem> items;
   if (const headless::FeatureRecord* record = component.record())
-    for (const headless::VariantItemRecord& one : record->variantItems)
-      if ((one.type == kParameterItem) == parameters)
-        items.push_back({one.type, one.id, model.value, text::fromUtf8(one.name)});
+    for (const headless::VariantItemRecord& item : record->variantItems)
+      if ((item.type == kParameterItem) == parameters)
+        items.push_back({item.type, item.id, model.value, text::fromUtf8(item.name)});
   return headless::visit<ProModelitem>(items, visitor);
 }
 
@@ -62,7 +62,7 @@ ProError visitVaried(const State& state, const ModelFeature& component, bool par
 ProError ProSolidFeatVisit(ProMdl solid, Visitor<ProFeature> visitor) {
   return headless::onSolid("ProSolidFeatVisit", solid, [&](State&, Model& m) -> ProError {
     std::vector<ProFeature> features;
-    for (const ModelFeature& one : headless::featuresOf(m)) features.push_back({m.handle, one.place.id});
+    for (const ModelFeature& feature : headless::featuresOf(m)) features.push_back({m.handle, feature.place.id});
     return headless::visit<ProFeature>(features, visitor);
   });
 }
@@ -151,8 +151,8 @@ Got<std::vector<ProSectionEntity>> ProFeatureSectionEntitiesGet(const ProFeature
     const headless::FeatureRecord* record = f.record();
     if (!record || section < 0 || static_cast<std::size_t>(section) >= record->sections.size()) return ProNotFound;
     Entities entities;
-    for (const headless::EntityRecord& one : record->sections[static_cast<std::size_t>(section)].entities)
-      entities.push_back({one.id, one.type});
+    for (const headless::EntityRecord& entity : record->sections[static_cast<std::size_t>(section)].entities)
+      entities.push_back({entity.id, entity.type});
     return entities;
   });
 }

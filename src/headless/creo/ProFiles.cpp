@@ -17,8 +17,8 @@ Got<std::vector<std::wstring>> ProFilesList(const std::wstring& folder, const st
     if (!entries) return ProNotFound;
     const auto patterns = text::split(filter, L',');
     const auto fits = [&](std::wstring_view name) {
-      return std::any_of(patterns.begin(), patterns.end(), [&](const std::wstring& one) {
-        std::wstring_view ending = text::trimmed(one);
+      return std::any_of(patterns.begin(), patterns.end(), [&](const std::wstring& pattern) {
+        std::wstring_view ending = text::trimmed(pattern);
         if (ending.starts_with(L'*')) ending.remove_prefix(1);
         return text::endsWithNoCase(name, ending);
       });

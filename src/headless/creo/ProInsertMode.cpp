@@ -19,8 +19,9 @@ namespace {
 bool isActive(const Model& model) {
   const int place = model.document->record.insertAfter;
   const auto features = headless::featuresOf(model);
-  return place > 0 && std::any_of(features.begin(), features.end(),
-                                  [place](const headless::ModelFeature& one) { return one.place.number > place; });
+  return place > 0 && std::any_of(features.begin(), features.end(), [place](const headless::ModelFeature& feature) {
+           return feature.place.number > place;
+         });
 }
 
 void setPlace(Model& model, int number) {
@@ -33,8 +34,9 @@ void setPlace(Model& model, int number) {
 // Components without a record have no status to keep.
 void suppressBehind(Model& model) {
   std::vector<int> behind;
-  for (const headless::ModelFeature& one : headless::featuresOf(model))
-    if (one.record() && headless::featureStatus(one) == ProFeatureStatus::inactive) behind.push_back(one.place.id);
+  for (const headless::ModelFeature& feature : headless::featuresOf(model))
+    if (feature.record() && headless::featureStatus(feature) == ProFeatureStatus::inactive)
+      behind.push_back(feature.place.id);
   headless::suppress(model, behind, ProChildren::stay);
 }
 
@@ -49,8 +51,8 @@ ProError ProFeatureInsertModeActivate(const ProFeature& feature) {
     const auto found = headless::featureOf(m, feature.id);
     if (!found) return ProNotFound;
     const auto all = headless::featuresOf(m);
-    const bool isLast = std::none_of(all.begin(), all.end(), [&](const headless::ModelFeature& one) {
-      return one.place.number > found->place.number;
+    const bool isLast = std::none_of(all.begin(), all.end(), [&](const headless::ModelFeature& entry) {
+      return entry.place.number > found->place.number;
     });
     setPlace(m, isLast ? 0 : found->place.number);
     return ProNoError;

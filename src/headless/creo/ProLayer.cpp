@@ -44,9 +44,9 @@ Got<std::vector<ProModelitem>> itemsOf(std::string_view operation, const ProLaye
   return onLayer(operation, layer, [](State&, Model& m, LayerRecord& record) -> Got<Items> {
     const LayerWalk* walk = LayerWalk::of(*m.document);
     Items items;
-    for (const headless::ItemRecord& one : record.items) {
-      if (walk && one.type == ProItemType::layer && walk->removed(one.id)) continue;
-      items.push_back({one.type, one.id, m.handle, {}});
+    for (const headless::ItemRecord& item : record.items) {
+      if (walk && item.type == ProItemType::layer && walk->removed(item.id)) continue;
+      items.push_back({item.type, item.id, m.handle, {}});
     }
     if (!record.associativeRules) return items;
     for (ProModelitem& found : headless::foundByRules(m, record)) items.push_back(std::move(found));
@@ -98,12 +98,12 @@ bool saveShown(ModelDocument& document) {
 bool isThere(const Model& model, ProItemType type, int id) {
   if (type == ProItemType::layer) return headless::layerOf(*model.document, id) != nullptr;
   const auto items = headless::namedItems(model, type);
-  return std::any_of(items.begin(), items.end(), [id](const auto& one) { return one.id == id; });
+  return std::any_of(items.begin(), items.end(), [id](const auto& item) { return item.id == id; });
 }
 
 int nextId(const std::vector<LayerRecord>& layers) {
   int last = 0;
-  for (const LayerRecord& one : layers) last = std::max(last, one.id);
+  for (const LayerRecord& layer : layers) last = std::max(last, layer.id);
   return last + 1;
 }
 
@@ -166,14 +166,14 @@ ProError ProLayerDisplaystatusSet(const ProLayer& layer, ProLayerDisplay status)
 
 ProError ProLayerDisplaystatusSave(ProMdl model) {
   return onModel("ProLayerDisplaystatusSave", model, [](State& state, Model& m) -> ProError {
-    const auto usedBy = [&state](ProMdl one) {
+    const auto usedBy = [&state](ProMdl current) {
       std::vector<ProMdl> used;
-      for (const Model* below : state.models.usedBy(*state.models.find(one))) used.push_back(below->handle);
+      for (const Model* below : state.models.usedBy(*state.models.find(current))) used.push_back(below->handle);
       return used;
     };
     bool changed = false;
-    for (const ProMdl one : headless::bottomUp(m.handle, usedBy))
-      changed = saveShown(*state.models.find(one)->document) || changed;
+    for (const ProMdl visited : headless::bottomUp(m.handle, usedBy))
+      changed = saveShown(*state.models.find(visited)->document) || changed;
     return changed ? ProNoError : ProNoChange;
   });
 }

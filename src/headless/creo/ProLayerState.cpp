@@ -82,8 +82,8 @@ Got<std::vector<ProLayerstate>> ProLayerstatesGet(ProMdl model) {
   using States = std::vector<ProLayerstate>;
   return onSolid("ProLayerstatesGet", model, [](State&, Model& m) -> Got<States> {
     States states;
-    for (const LayerStateRecord& one : m.document->record.layerStates)
-      states.push_back({m.handle, text::fromUtf8(one.name)});
+    for (const LayerStateRecord& state : m.document->record.layerStates)
+      states.push_back({m.handle, text::fromUtf8(state.name)});
     if (states.empty()) return ProNotFound;
     return states;
   });
@@ -115,8 +115,9 @@ ProError ProLayerstateLayerAdd(const ProLayerstate& state, const ProLayer& layer
     if (!added) return ProNotFound;
     LayerWalk* walk = LayerWalk::of(*m.document);
     const bool fresh = walk ? walk->noteInState(record, added->name)
-                            : std::none_of(record.layers.begin(), record.layers.end(),
-                                           [&](const auto& one) { return headless::sameName(one.name, added->name); });
+                            : std::none_of(record.layers.begin(), record.layers.end(), [&](const auto& item) {
+                                return headless::sameName(item.name, added->name);
+                              });
     if (!fresh) return ProExists;
     headless::LayerStatusRecord& entry = record.layers.emplace_back();
     entry.name = added->name;
@@ -133,7 +134,7 @@ ProError ProLayerstateDelete(const ProLayerstate& state) {
     const std::string name = record.name;
     all.layerStates.erase(all.layerStates.begin() + (&record - all.layerStates.data()));
     emptied(all.activeLayerState, name);
-    for (headless::CombinedStateRecord& one : all.combinedStates) emptied(one.layerState, name);
+    for (headless::CombinedStateRecord& entry : all.combinedStates) emptied(entry.layerState, name);
     m.document->touch(nullptr);
     return ProNoError;
   });
@@ -144,8 +145,8 @@ ProError ProLayerstateActivate(const ProLayerstate& state) {
     if (!headless::isOnTop(session, m)) return ProGeneralError;
     ModelRecord& all = m.document->record;
     std::unordered_map<std::string, ProLayerDisplay> wanted;
-    for (const headless::LayerStatusRecord& one : record.layers)
-      wanted.try_emplace(headless::folded(one.name), one.status);
+    for (const headless::LayerStatusRecord& entry : record.layers)
+      wanted.try_emplace(headless::folded(entry.name), entry.status);
     bool changed = all.activeLayerState != record.name;
     all.activeLayerState = record.name;
     for (LayerRecord& layer : all.layers) {

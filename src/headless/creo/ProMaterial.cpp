@@ -46,7 +46,8 @@ Got<std::vector<std::wstring>> ProPartMaterialsGet(ProMdl part) {
   using Names = std::vector<std::wstring>;
   return onPart("ProPartMaterialsGet", part, [](Model& m) -> Got<Names> {
     Names names;
-    for (const headless::MaterialRecord& one : m.document->record.materials) names.push_back(text::fromUtf8(one.name));
+    for (const headless::MaterialRecord& material : m.document->record.materials)
+      names.push_back(text::fromUtf8(material.name));
     if (names.empty()) return ProNotFound;
     return names;
   });

@@ -203,7 +203,7 @@ Got<std::vector<std::wstring>> pfcListParams(ProMdl model) {
     const auto parameters = state.parameters.all({ProItemType::model, 0, model, {}});
     if (!parameters) return parameters.error;
     std::vector<std::wstring> names;
-    for (const ProParameter& one : parameters.value) names.push_back(one.id);
+    for (const ProParameter& parameter : parameters.value) names.push_back(parameter.id);
     return names;
   });
 }

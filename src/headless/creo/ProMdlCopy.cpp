@@ -17,9 +17,9 @@ ProError ProMdlRename(ProMdl model, const std::wstring& name) {
                  [&](State& state, Model& m) { return headless::renameModel(state.models, m.handle, name); });
 }
 
-ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& told) {
+ProError ProMdlnameRename(ProMdl model, const std::wstring& name, ProRenamed& renamed) {
   return onModel("ProMdlnameRename", model,
-                 [&](State& state, Model& m) { return headless::renameOnDisk(state.models, m.handle, name, told); });
+                 [&](State& state, Model& m) { return headless::renameOnDisk(state.models, m.handle, name, renamed); });
 }
 
 Got<bool> ProMdlnameIsTaken(ProMdl model, const std::wstring& name) {

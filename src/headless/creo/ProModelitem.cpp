@@ -48,8 +48,8 @@ ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name)
 
 Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type) {
   return onModel("ProModelitemInit", model, [&](State&, Model& m) -> Got<ProModelitem> {
-    for (const headless::NamedItem& one : headless::namedItems(m, type))
-      if (one.id == id) return ProModelitem{type, id, m.handle, {}};
+    for (const headless::NamedItem& item : headless::namedItems(m, type))
+      if (item.id == id) return ProModelitem{type, id, m.handle, {}};
     return ProNotFound;
   });
 }

@@ -63,8 +63,8 @@ ProError ProMdlNoteVisit(ProMdl model, Visitor<ProNote> visitor) {
     const headless::NoteWalk walk(m.document);
     std::vector<ProNote> notes;
     if (!headless::hasSheets(m.type()))
-      for (const NoteRecord& one : m.document->record.notes)
-        if (!headless::isRemoved(*m.document, one.id)) notes.push_back({m.handle, one.id});
+      for (const NoteRecord& note : m.document->record.notes)
+        if (!headless::isRemoved(*m.document, note.id)) notes.push_back({m.handle, note.id});
     return headless::visit<ProNote>(notes, visitor);
   });
 }
@@ -143,7 +143,7 @@ Got<Lines> ProDtlsyminstTextGet(const ProDtlsyminst& symbol, ProDtlText mode) {
   return onDrawing("ProDtlsyminstTextGet", symbol.drawing, [&](State& state, Model& m) -> Got<Lines> {
     const auto& symbols = m.document->record.symbols;
     const auto found =
-        std::find_if(symbols.begin(), symbols.end(), [&](const SymbolRecord& one) { return one.id == symbol.id; });
+        std::find_if(symbols.begin(), symbols.end(), [&](const SymbolRecord& entry) { return entry.id == symbol.id; });
     if (found == symbols.end() || found->texts.empty()) return ProNotFound;
     return onSheetOf(state, m, found->sheet, found->texts, mode);
   });

@@ -46,10 +46,10 @@ Got<ProRelset> ProRelsetCreate(const ProModelitem& item) {
 Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations) {
   using Lines = std::vector<std::wstring>;
   return onModel("ProRelsetRelationsGet", relations.owner.owner, [&](State&, Model& m) -> Got<Lines> {
-    const auto* held = headless::relationLines(m, relations.owner, relations.section);
-    if (!held) return ProBadInputs;
+    const auto* present = headless::relationLines(m, relations.owner, relations.section);
+    if (!present) return ProBadInputs;
     Lines lines;
-    for (const std::string& line : *held) lines.push_back(text::fromUtf8(line));
+    for (const std::string& line : *present) lines.push_back(text::fromUtf8(line));
     return lines;
   });
 }
@@ -75,13 +75,13 @@ Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section) {
 
 ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines) {
   return onModel("ProRelsetRelationsSet", relations.owner.owner, [&](State&, Model& m) -> ProError {
-    auto* held = headless::relationLines(m, relations.owner, relations.section);
-    if (!held) return ProBadInputs;
+    auto* present = headless::relationLines(m, relations.owner, relations.section);
+    if (!present) return ProBadInputs;
     std::vector<std::string> written;
     written.reserve(lines.size());
     for (const std::wstring& line : lines) written.push_back(text::toUtf8(line));
-    if (written == *held) return ProNoError;
-    *held = std::move(written);
+    if (written == *present) return ProNoError;
+    *present = std::move(written);
     m.document->relationsChanged();
     m.document->touch(nullptr);
     return ProNoError;
@@ -98,11 +98,11 @@ Got<ProModelitem> ProRelsetToModelitem(const ProRelset& relations) {
 ProError ProRelsetUnitsSensitiveSet(const ProRelset& relations, bool sensitive) {
   return onModel("ProRelsetUnitsSensitiveSet", relations.owner.owner, [&](State&, Model& m) -> ProError {
     const auto* lines = headless::relationLines(m, relations.owner, relations.section);
-    auto* held = headless::relationUnits(m, relations.owner, relations.section);
-    if (!lines || !held) return ProBadInputs;
+    auto* units = headless::relationUnits(m, relations.owner, relations.section);
+    if (!lines || !units) return ProBadInputs;
     if (isPost(relations.owner) && lines->empty()) return ProNotFound;
-    if (*held != sensitive) m.document->touch(nullptr);
-    *held = sensitive;
+    if (*units != sensitive) m.document->touch(nullptr);
+    *units = sensitive;
     return ProNoError;
   });
 }

@@ -23,10 +23,10 @@ bool reaches(const Models& models, const Model& from, const Model& assembly) {
   std::unordered_set<const Model*> seen{&from};
   std::vector<const Model*> waiting{&from};
   while (!waiting.empty()) {
-    const Model* one = waiting.back();
+    const Model* model = waiting.back();
     waiting.pop_back();
-    if (one->document == assembly.document) return true;
-    for (const ProDependency& used : dependencies(*one)) {
+    if (model->document == assembly.document) return true;
+    for (const ProDependency& used : dependencies(*model)) {
       const auto there = models.inMemory(used.name, used.type);
       const Model* next = there ? models.find(there.value) : nullptr;
       if (next && seen.insert(next).second) waiting.push_back(next);

@@ -51,8 +51,8 @@ Got<ProSelection> ProSelectionAlloc(const ProModelitem& item) {
 Got<ProReference> ProSelectionToReference(const ProSelection& selection) {
   const ProModelitem& item = selection.item;
   return headless::onModel("ProSelectionToReference", item.owner, [&](State&, headless::Model& m) -> Got<ProReference> {
-    for (const headless::NamedItem& one : headless::namedItems(m, item.type))
-      if (one.id == item.id) return ProReference{item};
+    for (const headless::NamedItem& entry : headless::namedItems(m, item.type))
+      if (entry.id == item.id) return ProReference{item};
     return ProNotFound;
   });
 }

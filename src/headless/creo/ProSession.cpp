@@ -10,8 +10,8 @@ using State = headless::Session::State;
 Got<std::vector<ProMdl>> ProSessionMdlList(ProMdlType type) {
   return operation("ProSessionMdlList", [&](State& state) -> Got<std::vector<ProMdl>> {
     std::vector<ProMdl> models;
-    for (const headless::ModelInMemory& one : state.models.list())
-      if (one.type == type) models.push_back(one.handle);
+    for (const headless::ModelInMemory& listed : state.models.list())
+      if (listed.type == type) models.push_back(listed.handle);
     return models;
   });
 }

@@ -32,14 +32,14 @@ struct FoundRep {
 // isIt: says of an id and a name whether it is the one.
 template <class IsIt>
 Got<FoundRep> find(const ModelDocument& document, IsIt isIt) {
-  for (const DefaultRep& one : headless::kDefaultReps)
-    if (isIt(one.id, one.name)) return FoundRep{one.id, std::string(one.name)};
-  for (const SimplifiedRepRecord& one : document.record.simplifiedReps)
-    if (isIt(one.id, one.name)) return FoundRep{one.id, one.name};
+  for (const DefaultRep& rep : headless::kDefaultReps)
+    if (isIt(rep.id, rep.name)) return FoundRep{rep.id, std::string(rep.name)};
+  for (const SimplifiedRepRecord& entry : document.record.simplifiedReps)
+    if (isIt(entry.id, entry.name)) return FoundRep{entry.id, entry.name};
   return ProNotFound;
 }
 Got<FoundRep> findNamed(const ModelDocument& document, std::string_view name) {
-  return find(document, [name](int, std::string_view held) { return headless::sameName(held, name); });
+  return find(document, [name](int, std::string_view text) { return headless::sameName(text, name); });
 }
 Got<FoundRep> findById(const ModelDocument& document, const ProModelitem& rep) {
   if (rep.type != ProItemType::simplifiedRep) return ProBadInputs;
@@ -142,9 +142,9 @@ ProError ProSimprepActivate(const ProModelitem& rep) {
 Got<ProMdl> ProSimprepMdlnameRetrieve(const std::wstring& model, ProMdlType type, const std::wstring& rep) {
   return operation("ProSimprepMdlnameRetrieve", [&](State& state) -> Got<ProMdl> {
     const std::string name = text::toUtf8(rep);
-    const bool isForm =
-        std::any_of(std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
-                    [&](const DefaultRep& one) { return one.id != kMasterRep && headless::sameName(one.name, name); });
+    const bool isForm = std::any_of(
+        std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
+        [&](const DefaultRep& entry) { return entry.id != kMasterRep && headless::sameName(entry.name, name); });
     if (type != ProMdlType::part && !isForm) return ProBadInputs;
     return inRepresentation(state, model, type, name, InMemory::higherWins);
   });

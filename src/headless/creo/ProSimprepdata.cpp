@@ -45,8 +45,9 @@ bool isRepName(const std::wstring& name) { return !name.empty() && text::fits(na
 
 // An item that the data lacks keeps what it had; it goes where its action is none.
 void describeItem(std::vector<SimplifiedRepItemRecord>& items, SimplifiedRepItemRecord&& item) {
-  const auto found = std::find_if(items.begin(), items.end(),
-                                  [&](const SimplifiedRepItemRecord& one) { return one.feature == item.feature; });
+  const auto found = std::find_if(items.begin(), items.end(), [&](const SimplifiedRepItemRecord& record) {
+    return record.feature == item.feature;
+  });
   if (item.action == ProSimprepAction::none) {
     if (found != items.end()) items.erase(found);
   } else if (found != items.end()) {
@@ -75,17 +76,17 @@ ProError describe(const Model& model, int id, const ProSimprepdata& data, Simpli
   std::string name = text::toUtf8(data.name);
   const SimplifiedRepRecord* other = headless::recordNamed(model.document->record.simplifiedReps, name);
   const bool isDefault = std::any_of(std::begin(headless::kDefaultReps), std::end(headless::kDefaultReps),
-                                     [&](const auto& one) { return headless::sameName(one.name, name); });
+                                     [&](const auto& entry) { return headless::sameName(entry.name, name); });
   if (isDefault || (other && other->id != id)) return ProExists;
   std::vector<SimplifiedRepItemRecord> described;
-  for (const ProSimprepdataitem& one : data.items) {
-    auto record = itemRecord(model, one, name);
+  for (const ProSimprepdataitem& item : data.items) {
+    auto record = itemRecord(model, item, name);
     if (!record) return record.error;
     described.push_back(std::move(record.value));
   }
   into.name = std::move(name);
   into.defaultAction = data.defaultAction;
-  for (SimplifiedRepItemRecord& one : described) describeItem(into.items, std::move(one));
+  for (SimplifiedRepItemRecord& candidate : described) describeItem(into.items, std::move(candidate));
   return ProNoError;
 }
 
@@ -100,8 +101,8 @@ Got<ProSubstitution> ProSubstitutionInit(ProSubstitutionKind kind, const ProMode
     const auto fitting =
         m.type() == ProMdlType::assembly ? ProSubstitutionKind::assemblyRep : ProSubstitutionKind::partRep;
     if (kind != fitting || rep.type != ProItemType::simplifiedRep) return ProBadInputs;
-    for (const headless::DefaultRep& one : headless::kDefaultReps)
-      if (one.id == rep.id) return ProSubstitution{kind, m.handle, text::fromUtf8(one.name)};
+    for (const headless::DefaultRep& entry : headless::kDefaultReps)
+      if (entry.id == rep.id) return ProSubstitution{kind, m.handle, text::fromUtf8(entry.name)};
     const auto name = headless::itemName(m, rep);
     if (!name) return name.error;
     return ProSubstitution{kind, m.handle, name.value};
@@ -155,7 +156,7 @@ Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep) {
     const SimplifiedRepRecord* record = headless::recordOf(m.document->record.simplifiedReps, rep.id);
     if (!record) return ProNotFound;
     ProSimprepdata data{text::fromUtf8(record->name), record->defaultAction, {}};
-    for (const SimplifiedRepItemRecord& one : record->items) data.items.push_back(itemData(one));
+    for (const SimplifiedRepItemRecord& item : record->items) data.items.push_back(itemData(item));
     return data;
   });
 }

@@ -15,12 +15,12 @@ using State = headless::Session::State;
 namespace {
 
 void tellFeature(State& state, headless::RegeneratedFeature feature) {
-  ProNotification told;
-  told.type = ProNotifyType::featureRegenerated;
-  told.model = feature.model;
-  told.feature = feature.id;
-  told.name = std::move(feature.name);
-  state.notify(told);
+  ProNotification notification;
+  notification.type = ProNotifyType::featureRegenerated;
+  notification.model = feature.model;
+  notification.feature = feature.id;
+  notification.name = std::move(feature.name);
+  state.notify(notification);
 }
 
 }  // namespace

@@ -14,8 +14,8 @@ namespace {
 
 std::vector<ProModelitem> itemsOf(const Model& model, ProItemType type) {
   std::vector<ProModelitem> items;
-  for (const headless::NamedItem& one : headless::namedItems(model, type))
-    items.push_back({type, one.id, model.handle, {}});
+  for (const headless::NamedItem& item : headless::namedItems(model, type))
+    items.push_back({type, item.id, model.handle, {}});
   return items;
 }
 
@@ -32,9 +32,9 @@ Got<ProViewNames> ProViewNamesGet(ProMdl model) {
     // A drawing's would be the places that it is shown at, which no document has.
     if (headless::hasSheets(m.type())) return ProNotFound;
     ProViewNames names;
-    for (const headless::ViewRecord& one : m.document->record.views) {
-      names.names.push_back(text::fromUtf8(one.name));
-      names.alternateNames.push_back(text::fromUtf8(one.alternateName));
+    for (const headless::ViewRecord& view : m.document->record.views) {
+      names.names.push_back(text::fromUtf8(view.name));
+      names.alternateNames.push_back(text::fromUtf8(view.alternateName));
     }
     if (names.names.empty()) return ProNotFound;
     return names;
@@ -77,8 +77,8 @@ ProError ProSolidXsecVisit(ProMdl solid, Visitor<ProModelitem> visitor) {
 Got<ProXsecData> ProXsecDataGet(const ProModelitem& section) {
   return onSolid("ProXsecDataGet", section.owner, [&](State&, Model& m) -> Got<ProXsecData> {
     if (section.type != ProItemType::crossSection) return ProBadInputs;
-    for (const headless::CrossSectionRecord& one : m.document->record.crossSections)
-      if (one.id == section.id) return ProXsecData{one.type, one.objects};
+    for (const headless::CrossSectionRecord& entry : m.document->record.crossSections)
+      if (entry.id == section.id) return ProXsecData{entry.type, entry.objects};
     return ProNotFound;
   });
 }

@@ -18,11 +18,11 @@ namespace {
 
 // The name as documents have it, of one that the model may have. Nothing: there is none.
 std::optional<std::string> heldName(const headless::ModelRecord& model, const std::wstring& name) {
-  for (const std::string& one : headless::standardSystems())
-    if (text::fromUtf8(headless::systemName(one)) == name) return one;
+  for (const std::string& system : headless::standardSystems())
+    if (text::fromUtf8(headless::systemName(system)) == name) return system;
   const std::string own = text::toUtf8(name);
-  for (const headless::UnitSystemRecord& one : model.unitSystems)
-    if (headless::sameName(one.name, own)) return one.name;
+  for (const headless::UnitSystemRecord& record : model.unitSystems)
+    if (headless::sameName(record.name, own)) return record.name;
   // A document may name a system of a site's own without its units.
   if (model.units == own) return own;
   return std::nullopt;
@@ -34,9 +34,9 @@ auto onSystem(std::string_view name, const ProUnitsystem& system, Get get)
     -> std::invoke_result_t<Get, const headless::ModelRecord&, const std::string&> {
   using Result = std::invoke_result_t<Get, const headless::ModelRecord&, const std::string&>;
   return headless::onSolid(name, system.owner, [&](State&, Model& m) -> Result {
-    const auto held = heldName(m.document->record, system.name);
-    if (!held) return Result(ProNotFound);
-    return get(m.document->record, *held);
+    const auto present = heldName(m.document->record, system.name);
+    if (!present) return Result(ProNotFound);
+    return get(m.document->record, *present);
   });
 }
 
@@ -58,10 +58,10 @@ Got<std::vector<ProUnitsystem>> ProMdlUnitsystemsCollect(ProMdl solid) {
   using Systems = std::vector<ProUnitsystem>;
   return headless::onSolid("ProMdlUnitsystemsCollect", solid, [](State&, Model& m) -> Got<Systems> {
     Systems systems;
-    for (const std::string& one : headless::standardSystems())
-      systems.push_back({m.handle, text::fromUtf8(headless::systemName(one))});
-    for (const headless::UnitSystemRecord& one : m.document->record.unitSystems)
-      systems.push_back({m.handle, text::fromUtf8(one.name)});
+    for (const std::string& system : headless::standardSystems())
+      systems.push_back({m.handle, text::fromUtf8(headless::systemName(system))});
+    for (const headless::UnitSystemRecord& entry : m.document->record.unitSystems)
+      systems.push_back({m.handle, text::fromUtf8(entry.name)});
     return systems;
   });
 }
@@ -89,10 +89,10 @@ Got<ProUnitsystem> ProUnitsystemCreate(ProMdl solid, const std::wstring& name, c
 
 ProError ProMdlPrincipalunitsystemSet(ProMdl solid, const ProUnitsystem& system, ProUnitConversion conversion) {
   return headless::onSolid("ProMdlPrincipalunitsystemSet", solid, [&](State& state, Model& m) -> ProError {
-    const auto held = heldName(m.document->record, system.name);
-    if (!held) return ProNotFound;
+    const auto present = heldName(m.document->record, system.name);
+    if (!present) return ProNotFound;
     const bool keepSizes = conversion == ProUnitConversion::sameSize;
-    if (const ProError error = headless::setPrincipalSystem(state.models, m, *held, keepSizes)) return error;
+    if (const ProError error = headless::setPrincipalSystem(state.models, m, *present, keepSizes)) return error;
     // Where that fails the status says so, as nobody is asked to mend it.
     headless::regenerate(state.models, state.bodies, solid, false);
     return ProNoError;
@@ -101,15 +101,15 @@ ProError ProMdlPrincipalunitsystemSet(ProMdl solid, const ProUnitsystem& system,
 
 Got<bool> ProUnitsystemIsStandard(const ProUnitsystem& system) {
   return onSystem("ProUnitsystemIsStandard", system,
-                  [](const headless::ModelRecord&, const std::string& held) -> Got<bool> {
-                    return headless::isStandardSystem(held);
+                  [](const headless::ModelRecord&, const std::string& text) -> Got<bool> {
+                    return headless::isStandardSystem(text);
                   });
 }
 
 Got<std::wstring> ProUnitsystemUnitGet(const ProUnitsystem& system, ProUnitType type) {
   return onSystem("ProUnitsystemUnitGet", system,
-                  [type](const headless::ModelRecord& model, const std::string& held) -> Got<std::wstring> {
-                    return text::fromUtf8(headless::systemUnit(model, held, type));
+                  [type](const headless::ModelRecord& model, const std::string& present) -> Got<std::wstring> {
+                    return text::fromUtf8(headless::systemUnit(model, present, type));
                   });
 }
 

@@ -58,7 +58,7 @@ Session::State::State(SessionOptions given)
 std::vector<std::wstring> Session::State::optionFolders(creo::ProMdlType type) const {
   std::vector<std::wstring> folders = configuration.values(L"search_path");
   if (!hasSheets(type)) return folders;
-  for (std::wstring& one : configuration.values(L"pro_format_dir")) folders.push_back(std::move(one));
+  for (std::wstring& entry : configuration.values(L"pro_format_dir")) folders.push_back(std::move(entry));
   return folders;
 }
 
@@ -68,7 +68,7 @@ void Session::State::showMessage(const std::wstring& text) {
 }
 
 MacroContext Session::State::macroContext() {
-  return {models, windows, selections, [this](const creo::ProNotification& one) { notify(one); }};
+  return {models, windows, selections, [this](const creo::ProNotification& notification) { notify(notification); }};
 }
 
 ProError Session::State::notify(const creo::ProNotification& notification) {
@@ -83,14 +83,14 @@ ProError Session::State::notify(const creo::ProNotification& notification) {
 }
 
 ProError Session::State::raise(ProNotifyType type, ProMdl model, int window) {
-  const Model* told = models.find(model);
-  if (!told || !events.isHeard(type)) return creo::ProNoError;
+  const Model* reported = models.find(model);
+  if (!reported || !events.isHeard(type)) return creo::ProNoError;
   creo::ProNotification notification;
   notification.type = type;
   notification.model = model;
   notification.window = window;
-  notification.name = told->name;
-  notification.typeText = typeExtension(told->type());
+  notification.name = reported->name;
+  notification.typeText = typeExtension(reported->type());
   return notify(notification);
 }
 
@@ -110,21 +110,21 @@ void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
   event.notification.type = type;
   event.notification.model = model;
   event.notification.window = window;
-  if (const Model* told = models.find(model)) {
-    event.notification.name = told->name;
-    event.notification.typeText = typeExtension(told->type());
+  if (const Model* reported = models.find(model)) {
+    event.notification.name = reported->name;
+    event.notification.typeText = typeExtension(reported->type());
   }
   events.queue(std::move(event));
 }
 
-void Session::State::present(ProMdl handle, std::initializer_list<ProNotifyType> told) {
+void Session::State::present(ProMdl handle, std::initializer_list<ProNotifyType> reported) {
   const Model& model = *models.find(handle);
   const std::wstring key = modelKey(model.name, model.type());
   int window = windows.of(handle, key);
   if (window == 0) window = windows.create(key);
   windows.show(window, handle);
   windows.setCurrent(window);
-  for (const ProNotifyType one : told) queue(one, handle, window);
+  for (const ProNotifyType entry : reported) queue(entry, handle, window);
 }
 
 Session::Session(SessionOptions options) {
@@ -166,13 +166,13 @@ creo::Got<ProMdl> Session::open(const std::wstring& name, creo::ProMdlType type)
 ProError Session::runCommand(const std::string& name) {
   const Command* command = state_->menu.command(name);
   if (!command) return creo::ProNotFound;
-  const Command held = *command;  // it may take the menu away
+  const Command present = *command;  // it may take the menu away
   ProError result = creo::ProNoError;
   const std::wstring fault = guarded([&] {
-    if (held.access && held.access() != creo::kCommandAvailable)
+    if (present.access && present.access() != creo::kCommandAvailable)
       result = creo::ProGeneralError;
-    else if (held.action)
-      held.action();
+    else if (present.action)
+      present.action();
   });
   if (fault.empty()) return result;
   showMessage(text::format(L"the command %s ended with an exception: %s", text::fromUtf8(name), fault));
@@ -189,15 +189,15 @@ void Session::settle() {
   for (int worked = 0;;) {
     if (worked == kEventLimit) throw std::runtime_error("a million events without an end");
     if (const auto event = state_->events.next()) {
-      creo::ProNotification told = event->notification;
+      creo::ProNotification reported = event->notification;
       // Nobody answers what nobody hears, so it is no part of a loop, however many models a run displays.
-      if (state_->events.isHeard(told.type)) ++worked;
+      if (state_->events.isHeard(reported.type)) ++worked;
       if (event->activates) {
-        if (!state_->windows.has(told.window)) continue;  // closed meanwhile
-        state_->windows.setCurrent(told.window);
-        told.model = state_->windows.model(told.window);
+        if (!state_->windows.has(reported.window)) continue;  // closed meanwhile
+        state_->windows.setCurrent(reported.window);
+        reported.model = state_->windows.model(reported.window);
       }
-      state_->notify(told);
+      state_->notify(reported);
     } else if (state_->macros.waiting()) {
       ++worked;
       state_->macros.runStep(state_->macroContext());

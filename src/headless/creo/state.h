@@ -67,7 +67,7 @@ struct Session::State {
   // Tells it once control is back.
   void queue(creo::ProNotifyType type, creo::ProMdl model, int window);
   // Shows the model in a window of its own, which becomes current, and queues these notifications for it.
-  void present(creo::ProMdl model, std::initializer_list<creo::ProNotifyType> told);
+  void present(creo::ProMdl model, std::initializer_list<creo::ProNotifyType> reported);
 };
 
 }  // namespace headless

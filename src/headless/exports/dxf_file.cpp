@@ -54,16 +54,17 @@ std::string escape(char32_t unit) { return text::toUtf8(text::format(L"\\U+%04X"
 std::string written(std::wstring_view text) {
   std::string out;
   for (std::size_t i = 0; i < text.size();) {
-    const text::CodePoint one = text::codePointAt(text, i);
-    const bool isDouble = one.code == U'%' && (text.substr(i + 1).starts_with(L'%') || (i > 0 && text[i - 1] == L'%'));
-    const bool isCode = one.code == U'\\' && text.substr(i + 1).starts_with(L"U+");
-    if (one.code > 0xFFFF)
-      out += escape(0xD800 + ((one.code - 0x10000) >> 10)) + escape(0xDC00 + ((one.code - 0x10000) & 0x3FF));
-    else if (one.code >= 0x7F || isDouble || isCode || one.code == U'^')
-      out += escape(one.code);
+    const text::CodePoint point = text::codePointAt(text, i);
+    const bool isDouble =
+        point.code == U'%' && (text.substr(i + 1).starts_with(L'%') || (i > 0 && text[i - 1] == L'%'));
+    const bool isCode = point.code == U'\\' && text.substr(i + 1).starts_with(L"U+");
+    if (point.code > 0xFFFF)
+      out += escape(0xD800 + ((point.code - 0x10000) >> 10)) + escape(0xDC00 + ((point.code - 0x10000) & 0x3FF));
+    else if (point.code >= 0x7F || isDouble || isCode || point.code == U'^')
+      out += escape(point.code);
     else
-      out += one.code < U' ' ? ' ' : static_cast<char>(one.code);
-    i += one.length;
+      out += point.code < U' ' ? ' ' : static_cast<char>(point.code);
+    i += point.length;
   }
   return out;
 }

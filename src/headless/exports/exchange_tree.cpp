@@ -35,9 +35,9 @@ void describe(ExchangeNode& node, const Model& model) {
   node.name = model.name;
   node.unit = 1 / inSystem(1, "mm", record);
   if (record.appearance) node.color = colorOf(*record.appearance);
-  for (const SurfaceAppearanceRecord& one : record.surfaceAppearances)
-    if (const auto color = colorOf(one.appearance); color && one.side == kOuter)
-      node.faceColors.emplace_back(one.surface, *color);
+  for (const SurfaceAppearanceRecord& entry : record.surfaceAppearances)
+    if (const auto color = colorOf(entry.appearance); color && entry.side == kOuter)
+      node.faceColors.emplace_back(entry.surface, *color);
 }
 
 class TreeBuilder {

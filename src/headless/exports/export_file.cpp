@@ -8,8 +8,8 @@
 namespace headless {
 
 bool isWholePath(std::wstring_view path) {
-  const std::wstring told = os::withBackslashes(path);
-  return !os::splitDevice(told).device.empty() || told.starts_with(L'\\');
+  const std::wstring text = os::withBackslashes(path);
+  return !os::splitDevice(text).device.empty() || text.starts_with(L'\\');
 }
 
 std::wstring exportPath(const Models& models, std::wstring_view path) {

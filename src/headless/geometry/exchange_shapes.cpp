@@ -42,10 +42,10 @@ void setName(const TDF_Label& label, const std::wstring& name) {
 std::wstring nameOf(const TDF_Label& label) {
   Handle(TDataStd_Name) name;
   if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
-  const TCollection_ExtendedString& held = name->Get();
-  std::string bytes(static_cast<std::size_t>(held.LengthOfCString()) + 1, '\0');
+  const TCollection_ExtendedString& present = name->Get();
+  std::string bytes(static_cast<std::size_t>(present.LengthOfCString()) + 1, '\0');
   Standard_PCharacter into = bytes.data();
-  bytes.resize(static_cast<std::size_t>(held.ToUTF8CString(into)));
+  bytes.resize(static_cast<std::size_t>(present.ToUTF8CString(into)));
   return text::fromUtf8(bytes);
 }
 

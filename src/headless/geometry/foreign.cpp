@@ -76,8 +76,8 @@ class Reader {
 };
 
 Reader& reader() {
-  static Reader one;
-  return one;
+  static Reader entry;
+  return entry;
 }
 
 // What the answer says; its fault ends the program, which has read something odd.

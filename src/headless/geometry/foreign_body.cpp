@@ -163,8 +163,8 @@ int faultyFaces(const TopoDS_Shape& shape) {
   return std::max(count, 1);
 }
 
-std::wstring counted(int count, const wchar_t* one, const wchar_t* several) {
-  return text::format(L"%d %s", count, std::wstring(count == 1 ? one : several));
+std::wstring counted(int count, const wchar_t* entry, const wchar_t* several) {
+  return text::format(L"%d %s", count, std::wstring(count == 1 ? entry : several));
 }
 
 }  // namespace

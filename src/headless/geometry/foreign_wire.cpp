@@ -33,12 +33,12 @@ Received received(std::string_view wire) {
 
 json texts(const std::vector<std::wstring>& list) {
   json all = json::array();
-  for (const std::wstring& one : list) all.push_back(text::toUtf8(one));
+  for (const std::wstring& entry : list) all.push_back(text::toUtf8(entry));
   return all;
 }
 std::vector<std::wstring> texts(const json& list) {
   std::vector<std::wstring> all;
-  for (const auto& one : list) all.push_back(text::fromUtf8(one.get<std::string>()));
+  for (const auto& entry : list) all.push_back(text::fromUtf8(entry.get<std::string>()));
   return all;
 }
 
@@ -68,10 +68,10 @@ class TreeLister {
     for (const ExchangeMember& member : node->members)
       members.push_back({{"node", add(member.node)}, {"place", numbers(member.place)}});
     for (const auto& [face, color] : node->faceColors) faces.push_back({{"face", face}, {"color", color}});
-    json one = {
+    json entry = {
         {"name", text::toUtf8(node->name)}, {"step", node->step.size()}, {"members", members}, {"faces", faces}};
-    if (node->color) one["color"] = *node->color;
-    nodes.push_back(std::move(one));
+    if (node->color) entry["color"] = *node->color;
+    nodes.push_back(std::move(entry));
     bytes += node->step;
     return places_.emplace(node.get(), nodes.size() - 1).first->second;
   }
@@ -80,16 +80,16 @@ class TreeLister {
   std::unordered_map<const ExchangeNode*, std::size_t> places_;
 };
 
-ExchangeNodePtr nodeOf(const json& one, const std::vector<ExchangeNodePtr>& before, std::string_view& bytes) {
+ExchangeNodePtr nodeOf(const json& item, const std::vector<ExchangeNodePtr>& before, std::string_view& bytes) {
   auto node = std::make_shared<ExchangeNode>();
-  node->name = text::fromUtf8(one.at("name").get<std::string>());
-  node->step = bytes.substr(0, one.at("step").get<std::size_t>());
+  node->name = text::fromUtf8(item.at("name").get<std::string>());
+  node->step = bytes.substr(0, item.at("step").get<std::size_t>());
   bytes.remove_prefix(node->step.size());
-  for (const auto& member : one.at("members"))
+  for (const auto& member : item.at("members"))
     node->members.push_back({before.at(member.at("node").get<std::size_t>()), transform(member.at("place"))});
-  for (const auto& face : one.at("faces"))
+  for (const auto& face : item.at("faces"))
     node->faceColors.emplace_back(face.at("face").get<int>(), face.at("color").get<Rgb>());
-  if (one.contains("color")) node->color = one.at("color").get<Rgb>();
+  if (item.contains("color")) node->color = item.at("color").get<Rgb>();
   return node;
 }
 
@@ -135,7 +135,7 @@ ExchangeRead readTree(std::string_view wire) {
   read.warnings = texts(line.at("warnings"));
   read.unit = line.at("unit").get<double>();
   std::vector<ExchangeNodePtr> nodes;
-  for (const auto& one : line.at("nodes")) nodes.push_back(nodeOf(one, nodes, bytes));
+  for (const auto& entry : line.at("nodes")) nodes.push_back(nodeOf(entry, nodes, bytes));
   if (!nodes.empty()) read.root = nodes.back();
   return read;
 }

@@ -49,7 +49,7 @@ bool take(DialogState& dialogs, const wchar_t* check, bool& into) {
 }
 
 void close(DialogState& dialogs) {
-  for (const wchar_t* one : {kOpenFor, kIndependent, kAssociative}) dialogs.erase(one);
+  for (const wchar_t* entry : {kOpenFor, kIndependent, kAssociative}) dialogs.erase(entry);
 }
 
 bool acceptRules(const MacroContext& context, DialogState& dialogs) {

@@ -62,12 +62,12 @@ struct MacroRun {
   // Updating a drawing's tables shows its tab; who listens is told at once.
   void updateTables() const {
     if (!drawingIsCurrent(context)) return;
-    creo::ProNotification told;
-    told.type = creo::ProNotifyType::pageControlShown;
-    told.model = context.windows.model(context.windows.current());
-    told.window = context.windows.current();
-    told.name = macros.pageControl_;
-    context.notify(told);
+    creo::ProNotification notification;
+    notification.type = creo::ProNotifyType::pageControlShown;
+    notification.model = context.windows.model(context.windows.current());
+    notification.window = context.windows.current();
+    notification.name = macros.pageControl_;
+    context.notify(notification);
   }
 
   // The dialog of the family table: the parameter that is chosen in its list becomes a column when it is inserted.
@@ -207,8 +207,9 @@ std::optional<int> Macros::answerMessageDialog(const std::vector<std::wstring>& 
   while (!pressed && !steps_.empty()) {
     const MacroStep step = parsed(steps_.front().step);
     if (!step.is(L"Activate", 2) || step.names[0] != kMessageDialog) break;
-    const auto button = std::find_if(buttons.begin(), buttons.end(),
-                                     [&](const std::wstring& one) { return text::equalNoCase(one, step.names[1]); });
+    const auto button = std::find_if(buttons.begin(), buttons.end(), [&](const std::wstring& entry) {
+      return text::equalNoCase(entry, step.names[1]);
+    });
     if (button != buttons.end()) pressed = static_cast<int>(button - buttons.begin());
     ran_.push_back(std::move(steps_.front().step));
     steps_.pop_front();

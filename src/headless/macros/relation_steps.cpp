@@ -23,7 +23,7 @@ constexpr const wchar_t *kLastFeature = L"relation_dlg/last feature", *kLastSket
 
 bool open(const MacroContext& context, DialogState& dialogs) {
   if (!context.currentSolid()) return false;
-  for (const wchar_t* one : {kContext, kFound, kExporting, kPath}) dialogs.erase(one);
+  for (const wchar_t* entry : {kContext, kFound, kExporting, kPath}) dialogs.erase(entry);
   dialogs[kOpen] = L"open";
   return true;
 }
@@ -94,7 +94,7 @@ bool dialogStep(const MacroStep& step, DialogState& dialogs) {
   }
   if (!step.is(L"Activate", 2)) return false;
   if (step.names[1] == L"PB_OK") {
-    for (const wchar_t* one : {kOpen, kContext, kFound, kExporting, kPath}) dialogs.erase(one);
+    for (const wchar_t* entry : {kOpen, kContext, kFound, kExporting, kPath}) dialogs.erase(entry);
     return true;
   }
   if (step.names[1] != L"PBExport" || dialogs[kContext] != L"section" || !dialogs.contains(kFound)) return false;

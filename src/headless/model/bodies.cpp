@@ -77,16 +77,19 @@ std::string keyOf(const std::vector<Primitive>& primitives) {
     key.append(reinterpret_cast<const char*>(numbers), sizeof numbers);
   };
   const auto addVector = [&add](const ProVector& v) { add(v.x, v.y, v.z); };
-  for (const Primitive& one : primitives) {
-    add(static_cast<int>(one.kind), static_cast<int>(one.use), one.diameter, one.topDiameter, one.length, one.angle);
-    add(one.scale, one.profile.size(), one.file.size());
-    for (const ProVector& v : {one.size, one.placement.xAxis, one.placement.zAxis, one.placement.origin}) addVector(v);
-    for (const auto& [a, b] : one.profile) add(a, b);
-    if (!one.step.empty()) add(one.step.size(), std::hash<std::string_view>()(one.step));
-    if (one.file.empty()) continue;
-    key += text::toUtf8(one.file);
-    const auto size = os::files().size(one.file);
-    const auto time = os::files().modified(one.file);
+  for (const Primitive& primitive : primitives) {
+    add(static_cast<int>(primitive.kind), static_cast<int>(primitive.use), primitive.diameter, primitive.topDiameter,
+        primitive.length, primitive.angle);
+    add(primitive.scale, primitive.profile.size(), primitive.file.size());
+    for (const ProVector& v :
+         {primitive.size, primitive.placement.xAxis, primitive.placement.zAxis, primitive.placement.origin})
+      addVector(v);
+    for (const auto& [a, b] : primitive.profile) add(a, b);
+    if (!primitive.step.empty()) add(primitive.step.size(), std::hash<std::string_view>()(primitive.step));
+    if (primitive.file.empty()) continue;
+    key += text::toUtf8(primitive.file);
+    const auto size = os::files().size(primitive.file);
+    const auto time = os::files().modified(primitive.file);
     const os::FileTime& t = time.value;
     add(size ? size.value : 0, t.year, t.month, t.day, t.hour, t.minute, t.second, t.millisecond);
   }
@@ -144,16 +147,16 @@ class MassWalk {
   Got<ProMassProperty> ofAssembly(const Model& assembly) {
     ProMassProperty sum;
     for (const PlacedModel& placed : placedComponents(models_, assembly)) {
-      const auto one = of(*placed.model);
-      if (one.error == creo::ProNotFound) continue;
-      if (!one) return one.error;
+      const auto entry = of(*placed.model);
+      if (entry.error == creo::ProNotFound) continue;
+      if (!entry) return entry.error;
       const double length = unitRatio("m", *placed.model, assembly);
-      const double mass = one.value.mass * unitRatio("kg", *placed.model, assembly);
-      sum.volume += one.value.volume * length * length * length;
-      sum.surfaceArea += one.value.surfaceArea * length * length;
+      const double mass = entry.value.mass * unitRatio("kg", *placed.model, assembly);
+      sum.volume += entry.value.volume * length * length * length;
+      sum.surfaceArea += entry.value.surfaceArea * length * length;
       sum.mass += mass;
       ProVector centre;
-      addWeighted(centre, one.value.gravityCenter, length);
+      addWeighted(centre, entry.value.gravityCenter, length);
       addWeighted(sum.gravityCenter, creo::transformPoint(placed.place, centre), mass);
     }
     if (!(sum.volume > 0) || !(sum.mass > 0)) return creo::ProNotFound;
@@ -203,13 +206,13 @@ class OutlineWalk {
       ProTransform place = creo::transformed(turned, placed.place);
       const ProVector origin = place.origin;
       place.origin = {};
-      const auto one = of(*placed.model, place);
-      if (one.error == creo::ProNotFound) continue;
-      if (!one) return one.error;
+      const auto item = of(*placed.model, place);
+      if (item.error == creo::ProNotFound) continue;
+      if (!item) return item.error;
       const double length = unitRatio("m", *placed.model, assembly);
       ProVector low = origin, high = origin;
-      addWeighted(low, one.value.min, length);
-      addWeighted(high, one.value.max, length);
+      addWeighted(low, item.value.min, length);
+      addWeighted(high, item.value.max, length);
       if (!sum) sum = ProOutline{low, high};
       for (const auto axis : {&ProVector::x, &ProVector::y, &ProVector::z}) {
         sum->min.*axis = std::min(sum->min.*axis, low.*axis);
@@ -259,19 +262,20 @@ Got<geometry::BodyPtr> Bodies::body(const Model& part) {
 
 std::wstring Bodies::fault(const Model& part) {
   if (part.type() != creo::ProMdlType::part || part.document->record.solid.text.empty()) return {};
-  const auto told = [&](int id, const std::wstring& reason) {
+  const auto reported = [&](int id, const std::wstring& reason) {
     const auto feature = id == 0 ? std::nullopt : featureOf(part, id);
     return feature ? L"the feature " + featureLabel(*feature) + L" can't be built: " + reason : reason;
   };
   try {
     std::vector<int> features;
     const std::vector<Primitive> primitives = primitivesOf(part, &features);
-    const auto isImport = [](const Primitive& one) { return one.kind == geometry::PrimitiveKind::import; };
+    const auto isImport = [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; };
     if (std::ranges::any_of(primitives, isImport)) return {};
     const geometry::Built made = built(part, primitives);
-    return made.fault.empty() ? std::wstring() : told(features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
+    return made.fault.empty() ? std::wstring()
+                              : reported(features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
   } catch (const MeasureFault& fault) {
-    return told(fault.feature, fault.reason);
+    return reported(fault.feature, fault.reason);
   }
 }
 

@@ -20,10 +20,10 @@ class Conversion {
   }
   template <class T>
   void add(std::vector<T>& numbers, double factor) {
-    for (T& one : numbers) add(one, factor);
+    for (T& entry : numbers) add(entry, factor);
   }
   [[nodiscard]] bool isGood() const {
-    const auto good = [](const auto& one) { return std::isfinite(one.second); };
+    const auto good = [](const auto& item) { return std::isfinite(item.second); };
     return std::all_of(reals_.begin(), reals_.end(), good) && std::all_of(scalars_.begin(), scalars_.end(), good);
   }
   void apply() const {
@@ -39,11 +39,12 @@ class Conversion {
 void addRows(FamilyTableRecord& table, const ModelRecord& model, double length, Conversion& into) {
   const auto isLength = [&](const std::string& column) {
     const bool isDimension =
-        std::any_of(table.items.list.begin(), table.items.list.end(), [&](const ColumnRecord& one) {
-          return one.type == creo::ProFamitemType::dimension && sameName(one.name, column);
+        std::any_of(table.items.list.begin(), table.items.list.end(), [&](const ColumnRecord& record) {
+          return record.type == creo::ProFamitemType::dimension && sameName(record.name, column);
         });
-    return isDimension && std::none_of(model.dimensions.begin(), model.dimensions.end(),
-                                       [&](const auto& one) { return one.angular && sameName(symbolOf(one), column); });
+    return isDimension && std::none_of(model.dimensions.begin(), model.dimensions.end(), [&](const auto& candidate) {
+             return candidate.angular && sameName(symbolOf(candidate), column);
+           });
   };
   for (const auto& row : table.instances) {
     for (auto& member : row->values)
@@ -53,12 +54,12 @@ void addRows(FamilyTableRecord& table, const ModelRecord& model, double length, 
 }
 
 void addDimensions(ModelRecord& record, double length, Conversion& into) {
-  for (DimensionRecord& one : record.dimensions) {
-    if (one.angular) continue;
-    into.add(one.value, length);
-    if (!one.tolerance) continue;
-    into.add(one.tolerance->upper, length);
-    into.add(one.tolerance->lower, length);
+  for (DimensionRecord& dimension : record.dimensions) {
+    if (dimension.angular) continue;
+    into.add(dimension.value, length);
+    if (!dimension.tolerance) continue;
+    into.add(dimension.tolerance->upper, length);
+    into.add(dimension.tolerance->lower, length);
   }
   for (FeatureRecord& feature : record.features)
     if (feature.pattern)
@@ -71,15 +72,16 @@ void addPlace(std::unique_ptr<PlacementRecord>& placement, double length, Conver
 }
 
 void addBody(SolidRecord& solid, double length, Conversion& into) {
-  for (PrimitiveRecord& one : solid.primitives) {
-    into.add(one.size, length);
-    for (Measure* measure : {&one.diameter, &one.topDiameter, &one.length}) into.add(*measure, length);
-    for (Measures& point : one.profile) into.add(point, length);
-    addPlace(one.placement, length, into);
+  for (PrimitiveRecord& primitive : solid.primitives) {
+    into.add(primitive.size, length);
+    for (Measure* measure : {&primitive.diameter, &primitive.topDiameter, &primitive.length})
+      into.add(*measure, length);
+    for (Measures& point : primitive.profile) into.add(point, length);
+    addPlace(primitive.placement, length, into);
   }
-  for (DatumRecord& one : solid.coordinateSystems) addPlace(one.placement, length, into);
-  for (DatumRecord& one : solid.points) addPlace(one.placement, length, into);
-  for (DatumRecord& one : solid.planes) addPlace(one.placement, length, into);
+  for (DatumRecord& system : solid.coordinateSystems) addPlace(system.placement, length, into);
+  for (DatumRecord& record : solid.points) addPlace(record.placement, length, into);
+  for (DatumRecord& plane : solid.planes) addPlace(plane.placement, length, into);
 }
 
 }  // namespace
@@ -103,7 +105,7 @@ creo::ProError setPrincipalSystem(const Models& models, const Model& model, cons
     for (const UsedModelRecord& component : record.components) places.push_back(placementRecord(component.placement));
     for (PlacementRecord& place : places) conversion.add(place.position, length);
     for (CrossSectionRecord& section : record.crossSections) conversion.add(section.distance, length);
-    for (ToleranceEntryRecord& one : record.toleranceTable) conversion.add(one.value, length);
+    for (ToleranceEntryRecord& entry : record.toleranceTable) conversion.add(entry.value, length);
     if (record.accuracy && record.accuracy->kind == creo::ProAccuracyKind::absolute)
       conversion.add(record.accuracy->value, length);
     conversion.add(record.density, mass / (length * length * length));

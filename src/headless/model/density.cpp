@@ -20,8 +20,8 @@ MaterialRecord* materialOf(const Model& part) {
 
 // Null: the material tells none.
 ParameterRecord* densityOf(MaterialRecord& material) {
-  for (ParameterRecord& one : material.parameters.list)
-    if (sameName(one.name, kDensity)) return &one;
+  for (ParameterRecord& record : material.parameters.list)
+    if (sameName(record.name, kDensity)) return &record;
   return nullptr;
 }
 

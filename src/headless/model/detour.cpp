@@ -54,8 +54,8 @@ void stepped(Model& drawing, Detour& detour) {
 }
 
 const creo::ProDependency& labelled(const std::vector<creo::ProDependency>& models, const std::string& label) {
-  const auto found =
-      std::find_if(models.begin(), models.end(), [&](const auto& one) { return isLabelOf(label, one.name, one.type); });
+  const auto found = std::find_if(models.begin(), models.end(),
+                                  [&](const auto& model) { return isLabelOf(label, model.name, model.type); });
   return found == models.end() ? models.front() : *found;
 }
 

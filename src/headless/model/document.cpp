@@ -45,7 +45,7 @@ RowRecord* ModelDocument::row(std::wstring_view rowName) {
   if (!record.familyTable) return nullptr;
   if (rowsByName_.empty())
     eachRow(*record.familyTable,
-            [&](RowRecord& one) { rowsByName_.try_emplace(text::upper(text::fromUtf8(one.name)), &one); });
+            [&](RowRecord& entry) { rowsByName_.try_emplace(text::upper(text::fromUtf8(entry.name)), &entry); });
   const auto found = rowsByName_.find(text::upper(rowName));
   return found == rowsByName_.end() ? nullptr : found->second;
 }
@@ -61,7 +61,7 @@ FamilyTableRecord* ModelDocument::tableOf(const RowRecord* row) const {
 std::vector<std::wstring> ModelDocument::rowNames() const {
   std::vector<std::wstring> names;
   if (record.familyTable)
-    eachRow(*record.familyTable, [&](RowRecord& one) { names.push_back(text::upper(text::fromUtf8(one.name))); });
+    eachRow(*record.familyTable, [&](RowRecord& entry) { names.push_back(text::upper(text::fromUtf8(entry.name))); });
   return names;
 }
 
@@ -76,15 +76,15 @@ void ModelDocument::renameRow(RowRecord& row, std::string to) {
 
 void ModelDocument::takeRow(RowRecord& row) {
   auto& rows = tableAbove(&row)->instances;
-  const auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& one) { return one.get() == &row; });
+  const auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& entry) { return entry.get() == &row; });
   takenRows_.push_back(std::move(*at));
   rows.erase(at);
-  const auto leave = [&](RowRecord& one) {
-    const auto known = rowsByName_.find(text::upper(text::fromUtf8(one.name)));
-    if (known != rowsByName_.end() && known->second == &one) rowsByName_.erase(known);
-    if (!one.changed) return;
+  const auto leave = [&](RowRecord& gone) {
+    const auto known = rowsByName_.find(text::upper(text::fromUtf8(gone.name)));
+    if (known != rowsByName_.end() && known->second == &gone) rowsByName_.erase(known);
+    if (!gone.changed) return;
     // Rows are taken in the order in which they were changed, as a rule.
-    changedRows_.erase(std::find(changedRows_.begin(), changedRows_.end(), &one));
+    changedRows_.erase(std::find(changedRows_.begin(), changedRows_.end(), &gone));
   };
   leave(row);
   if (row.familyTable) eachRow(*row.familyTable, leave);
@@ -93,8 +93,8 @@ void ModelDocument::takeRow(RowRecord& row) {
 
 bool ModelDocument::returnRow(std::wstring_view rowName, RowRecord* parent) {
   FamilyTableRecord* table = tableOf(parent);
-  const auto kept = std::find_if(takenRows_.rbegin(), takenRows_.rend(), [&](const auto& one) {
-    return one->parent == parent && text::equalNoCase(text::fromUtf8(one->name), rowName);
+  const auto kept = std::find_if(takenRows_.rbegin(), takenRows_.rend(), [&](const auto& entry) {
+    return entry->parent == parent && text::equalNoCase(text::fromUtf8(entry->name), rowName);
   });
   if (!table || kept == takenRows_.rend()) return false;
   table->instances.push_back(std::move(*kept));
@@ -115,19 +115,19 @@ void ModelDocument::addRow(std::string rowName, RowRecord* parent) {
 }
 
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {
-  auto& held = record.dimensions;
+  auto& present = record.dimensions;
   // Where some have gone others stand in their places, and new ones have none: then all are looked up anew.
   for (int tries = 0; tries < 2; ++tries) {
     if (dimensions_.size() + referenceDimensions_.size() == 0)
-      for (std::size_t i = 0; i < held.size(); ++i)
-        (held[i].reference ? referenceDimensions_ : dimensions_).try_emplace(held[i].id, i);
+      for (std::size_t i = 0; i < present.size(); ++i)
+        (present[i].reference ? referenceDimensions_ : dimensions_).try_emplace(present[i].id, i);
     const auto& places = reference ? referenceDimensions_ : dimensions_;
     const auto found = places.find(id);
     const bool isNoted = found != places.end();
-    if (!isNoted && dimensions_.size() + referenceDimensions_.size() == held.size()) return nullptr;
-    if (isNoted && found->second < held.size()) {
-      DimensionRecord& one = held[found->second];
-      if (one.id == id && one.reference == reference) return &one;
+    if (!isNoted && dimensions_.size() + referenceDimensions_.size() == present.size()) return nullptr;
+    if (isNoted && found->second < present.size()) {
+      DimensionRecord& entry = present[found->second];
+      if (entry.id == id && entry.reference == reference) return &entry;
     }
     dimensions_.clear();
     referenceDimensions_.clear();
@@ -136,21 +136,21 @@ DimensionRecord* ModelDocument::dimension(int id, bool reference) {
 }
 
 NoteRecord* ModelDocument::note(int id) {
-  auto& held = record.notes;
+  auto& present = record.notes;
   // Ids ascend as long as nobody wrote them by hand: then the list is its own index, whatever comes and goes.
-  const auto guess =
-      std::lower_bound(held.begin(), held.end(), id, [](const NoteRecord& one, int wanted) { return one.id < wanted; });
-  if (guess != held.end() && guess->id == id) return &*guess;
+  const auto guess = std::lower_bound(present.begin(), present.end(), id,
+                                      [](const NoteRecord& entry, int wanted) { return entry.id < wanted; });
+  if (guess != present.end() && guess->id == id) return &*guess;
   for (const bool isAnew : {false, true}) {
-    if (isAnew || notesIndexed_ != held.size()) {
+    if (isAnew || notesIndexed_ != present.size()) {
       notes_.clear();
-      for (std::size_t i = 0; i < held.size(); ++i) notes_.try_emplace(held[i].id, i);
-      notesIndexed_ = held.size();
+      for (std::size_t i = 0; i < present.size(); ++i) notes_.try_emplace(present[i].id, i);
+      notesIndexed_ = present.size();
     }
     // One that has gone and a new one make the number the old one: what was noted is only a hint.
     const auto found = notes_.find(id);
-    if (found != notes_.end() && found->second < held.size() && held[found->second].id == id)
-      return &held[found->second];
+    if (found != notes_.end() && found->second < present.size() && present[found->second].id == id)
+      return &present[found->second];
   }
   return nullptr;
 }

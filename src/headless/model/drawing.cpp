@@ -42,8 +42,8 @@ std::optional<creo::ProDependency> currentModelOf(const Model& drawing) {
   const std::string& label = drawing.document->record.currentModel;
   auto models = dependencies(drawing);
   if (models.empty()) return std::nullopt;
-  const auto found =
-      std::find_if(models.begin(), models.end(), [&](const auto& one) { return isLabelOf(label, one.name, one.type); });
+  const auto found = std::find_if(models.begin(), models.end(),
+                                  [&](const auto& model) { return isLabelOf(label, model.name, model.type); });
   return found == models.end() ? models.front() : *found;
 }
 
@@ -87,8 +87,8 @@ std::wstring sheetName(const SheetRecord& sheet, int number) {
 
 double scaleOnSheet(const ModelDocument& drawing, int sheet, std::wstring_view name, ProMdlType type) {
   const auto& views = drawing.record.views;
-  const auto view = std::find_if(views.begin(), views.end(), [&](const ViewRecord& one) {
-    return one.sheet == sheet && isLabelOf(one.model, name, type);
+  const auto view = std::find_if(views.begin(), views.end(), [&](const ViewRecord& entry) {
+    return entry.sheet == sheet && isLabelOf(entry.model, name, type);
   });
   if (view != views.end() && view->scale != 0) return view->scale;
   const SheetRecord* record = sheetOf(drawing, sheet);
@@ -99,9 +99,10 @@ TableRecord* tableOf(ModelDocument& drawing, int id) {
   auto& tables = drawing.record.tables;
   // Ids ascend as long as nobody wrote them by hand.
   const auto guess = std::lower_bound(tables.begin(), tables.end(), id,
-                                      [](const TableRecord& one, int wanted) { return one.id < wanted; });
+                                      [](const TableRecord& table, int wanted) { return table.id < wanted; });
   if (guess != tables.end() && guess->id == id) return &*guess;
-  const auto found = std::find_if(tables.begin(), tables.end(), [id](const TableRecord& one) { return one.id == id; });
+  const auto found =
+      std::find_if(tables.begin(), tables.end(), [id](const TableRecord& entry) { return entry.id == id; });
   return found == tables.end() ? nullptr : &*found;
 }
 

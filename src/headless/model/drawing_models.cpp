@@ -16,8 +16,8 @@ using creo::ProDrawingModelUse;
 
 namespace {
 
-bool isModel(const UsedModelRecord& one, const ProDependency& model) {
-  return one.type == model.type && modelName(text::fromUtf8(one.name)).name == model.name;
+bool isModel(const UsedModelRecord& entry, const ProDependency& model) {
+  return entry.type == model.type && modelName(text::fromUtf8(entry.name)).name == model.name;
 }
 
 // Every text of the drawing in which a model may be called by its number.
@@ -30,9 +30,9 @@ void eachText(ModelRecord& record, F f) {
     for (NoteLineRecord& line : note.lines)
       for (NoteTextRecord& piece : line.texts) f(piece.text);
   for (SymbolDefinitionRecord& definition : record.symbolDefinitions)
-    for (SymbolTextRecord& one : definition.texts) f(one.text);
+    for (SymbolTextRecord& entry : definition.texts) f(entry.text);
   for (SymbolRecord& symbol : record.symbols)
-    for (std::string& one : symbol.texts) f(one);
+    for (std::string& item : symbol.texts) f(item);
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -66,8 +66,9 @@ std::string usedName(const Model& model) {
 
 int modelNumber(const Model& drawing, const ProDependency& model) {
   const auto models = dependencies(drawing);
-  const auto found = std::find_if(models.begin(), models.end(),
-                                  [&](const auto& one) { return one.name == model.name && one.type == model.type; });
+  const auto found = std::find_if(models.begin(), models.end(), [&](const auto& entry) {
+    return entry.name == model.name && entry.type == model.type;
+  });
   return found == models.end() ? 0 : static_cast<int>(found - models.begin()) + 1;
 }
 
@@ -80,9 +81,9 @@ ProDrawingModelUse modelUse(Model& drawing, const ProDependency& model) {
   for (const TableRecord& table : record.tables)
     for (const RepeatRegionRecord& region : table.repeatRegions) refers = refers || region.model == number;
   eachText(record, [&](std::string& text) {
-    eachNumber(text, [&](int one) {
-      refers = refers || one == number;
-      return one;
+    eachNumber(text, [&](int entry) {
+      refers = refers || entry == number;
+      return entry;
     });
   });
   return refers ? ProDrawingModelUse::text : ProDrawingModelUse::none;
@@ -91,12 +92,13 @@ ProDrawingModelUse modelUse(Model& drawing, const ProDependency& model) {
 void removeModel(Model& drawing, const ProDependency& model) {
   ModelRecord& record = drawing.document->record;
   const int number = modelNumber(drawing, model);
-  const auto follow = [number](int one) { return one > number ? one - 1 : one; };
+  const auto follow = [number](int entry) { return entry > number ? entry - 1 : entry; };
   for (TableRecord& table : record.tables)
     for (RepeatRegionRecord& region : table.repeatRegions) region.model = follow(region.model);
   eachText(record, [&](std::string& text) { eachNumber(text, follow); });
-  std::erase_if(record.shownDimensions, [&](const auto& one) { return isLabelOf(one.model, model.name, model.type); });
-  std::erase_if(record.models, [&](const auto& one) { return isModel(one, model); });
+  std::erase_if(record.shownDimensions,
+                [&](const auto& dimension) { return isLabelOf(dimension.model, model.name, model.type); });
+  std::erase_if(record.models, [&](const auto& item) { return isModel(item, model); });
   if (isLabelOf(record.currentModel, model.name, model.type)) record.currentModel.clear();
   drawing.document->touch(nullptr);
 }
@@ -110,14 +112,14 @@ void replaceModel(Model& drawing, const ProDependency& from, const Model& to) {
     return follows;
   };
   for (ViewRecord& view : record.views) follow(view.model);
-  std::erase_if(record.shownDimensions, [&](ShownDimensionRecord& one) {
-    return follow(one.model) && !to.document->dimension(one.id, one.reference);
+  std::erase_if(record.shownDimensions, [&](ShownDimensionRecord& entry) {
+    return follow(entry.model) && !to.document->dimension(entry.id, entry.reference);
   });
   follow(record.currentModel);
-  for (UsedModelRecord& one : record.models) {
-    if (!isModel(one, from)) continue;
-    one.name = usedName(to);
-    one.type = to.type();
+  for (UsedModelRecord& item : record.models) {
+    if (!isModel(item, from)) continue;
+    item.name = usedName(to);
+    item.type = to.type();
   }
   drawing.document->touch(nullptr);
 }

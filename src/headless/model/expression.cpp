@@ -309,8 +309,8 @@ class Parser {
   }
   RelationValue named(std::string_view name) {
     if (auto found = lookup_(name)) return std::move(*found);
-    for (const Constant& one : constants())
-      if (sameName(one.name, name)) return isKnown(one.value) ? one.value : notWorkedOut(name);
+    for (const Constant& constant : constants())
+      if (sameName(constant.name, name)) return isKnown(constant.value) ? constant.value : notWorkedOut(name);
     if (auto answer = ofModel_ ? ofModel_(name, nullptr) : std::nullopt) return answered(name, std::move(*answer));
     if (name.find(':') != std::string_view::npos) return notWorkedOut(name);  // of another model or feature
     std::wstring reason = text::format(L"'%s' is neither a parameter nor a dimension", text::fromUtf8(name));
@@ -332,8 +332,8 @@ class Parser {
     if (isText(condition.value)) return failByValue(L"a text is neither yes nor no");
     const auto holds = truth(condition.value);
     if (!holds) return {};
-    Argument& one = arguments[*holds ? 1 : 2];
-    return one.fault.empty() ? std::move(one.value) : failByValue(std::move(one.fault));
+    Argument& entry = arguments[*holds ? 1 : 2];
+    return entry.fault.empty() ? std::move(entry.value) : failByValue(std::move(entry.fault));
   }
   // An argument with the fault of its own values.
   Argument argument() {
@@ -350,15 +350,16 @@ class Parser {
     }
     if (sameName(name, "if") && given.size() == 3) return chosen(given);
     std::vector<RelationValue> arguments;
-    for (Argument& one : given) {
-      if (!one.fault.empty()) failByValue(std::move(one.fault));
-      arguments.push_back(std::move(one.value));
+    for (Argument& item : given) {
+      if (!item.fault.empty()) failByValue(std::move(item.fault));
+      arguments.push_back(std::move(item.value));
     }
     return calledByName(name, arguments);
   }
   RelationValue calledByName(std::string_view name, const std::vector<RelationValue>& arguments) {
-    for (const Function& one : kFunctions)
-      if (one.arguments == arguments.size() && sameName(one.name, name)) return called(one, arguments);
+    for (const Function& candidate : kFunctions)
+      if (candidate.arguments == arguments.size() && sameName(candidate.name, name))
+        return called(candidate, arguments);
     if (sameName(name, "exists")) return exists(arguments);
     if (auto evaluated = textFunction(name, arguments))
       return evaluated->fault.empty() ? std::move(evaluated->value) : failByValue(std::move(evaluated->fault));
@@ -372,10 +373,10 @@ class Parser {
   }
   RelationValue called(const Function& function, const std::vector<RelationValue>& arguments) {
     std::vector<double> numbers;
-    for (const RelationValue& one : arguments) {
-      if (isText(one)) return failByValue(L"a text stands where a number is needed");
-      if (!isKnown(one)) return {};
-      numbers.push_back(*number(one));
+    for (const RelationValue& element : arguments) {
+      if (isText(element)) return failByValue(L"a text stands where a number is needed");
+      if (!isKnown(element)) return {};
+      numbers.push_back(*number(element));
     }
     return finite(function.value(numbers.data()));
   }

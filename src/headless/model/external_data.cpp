@@ -58,26 +58,26 @@ ProError createSlot(Model& model, const std::wstring& name, const std::wstring& 
 }
 
 creo::Got<ProExtdataValue> readSlot(Model& model, const std::wstring& name, const std::wstring& slot) {
-  const SlotRecord* held = slotOf(model, name, slot);
-  if (!held || isDefault(held->value)) return creo::ProNotFound;
+  const SlotRecord* record = slotOf(model, name, slot);
+  if (!record || isDefault(record->value)) return creo::ProNotFound;
   ProExtdataValue value;
-  value.type = held->type;
-  if (const auto* integer = std::get_if<int>(&held->value)) value.integer = *integer;
-  if (const auto* text = std::get_if<std::string>(&held->value)) value.text = text::fromUtf8(*text);
+  value.type = record->type;
+  if (const auto* integer = std::get_if<int>(&record->value)) value.integer = *integer;
+  if (const auto* text = std::get_if<std::string>(&record->value)) value.text = text::fromUtf8(*text);
   return value;
 }
 
 ProError writeSlot(Model& model, const std::wstring& name, const std::wstring& slot, const ProExtdataValue& value) {
-  SlotRecord* held = slotOf(model, name, slot);
-  if (!held) return creo::ProNotFound;
+  SlotRecord* record = slotOf(model, name, slot);
+  if (!record) return creo::ProNotFound;
   Scalar wanted = value.integer;
   if (value.type == ProExtdataType::text)
     wanted = text::toUtf8(value.text);
   else if (value.type != ProExtdataType::integer)
     return creo::ProBadInputs;
-  if (held->type == value.type && held->value == wanted) return creo::ProNoError;
-  held->type = value.type;
-  held->value = std::move(wanted);
+  if (record->type == value.type && record->value == wanted) return creo::ProNoError;
+  record->type = value.type;
+  record->value = std::move(wanted);
   model.document->touchData(model.row);
   return creo::ProNoError;
 }

@@ -125,14 +125,14 @@ std::vector<TakenColumn> takeColumns(ModelDocument& document, ProFamitemType typ
   const auto take = [&](FamilyTableRecord& table, std::string_view generic) {
     const std::size_t at = columnAt(table, type, name);
     if (at == NameIndex::kNone) return;
-    TakenColumn& one = taken.emplace_back();
-    one.generic = generic;
-    one.at = at;
+    TakenColumn& entry = taken.emplace_back();
+    entry.generic = generic;
+    entry.at = at;
     for (const auto& row : table.instances)
       if (const std::size_t value = valueAt(*row, at, name); value != NameIndex::kNone)
-        one.values.push_back({row->name, value, row->values[value].value});
-    one.column.type = type;
-    one.column.extra = std::move(table.items.list[at].extra);
+        entry.values.push_back({row->name, value, row->values[value].value});
+    entry.column.type = type;
+    entry.column.extra = std::move(table.items.list[at].extra);
     removeColumn(document, table, type, name);
   };
   take(*document.record.familyTable, {});
@@ -147,18 +147,18 @@ void returnColumns(ModelDocument& document, const std::vector<TakenColumn>& take
   const auto placed = [](auto& list, std::size_t at) {
     return list.begin() + static_cast<std::ptrdiff_t>(std::min(at, list.size()));
   };
-  for (const TakenColumn& one : taken) {
-    RowRecord* generic = one.generic.empty() ? nullptr : document.row(text::fromUtf8(one.generic));
-    FamilyTableRecord* table = one.generic.empty() || generic ? document.tableOf(generic) : nullptr;
-    if (!table || columnAt(*table, one.column.type, name) != NameIndex::kNone) continue;
+  for (const TakenColumn& entry : taken) {
+    RowRecord* generic = entry.generic.empty() ? nullptr : document.row(text::fromUtf8(entry.generic));
+    FamilyTableRecord* table = entry.generic.empty() || generic ? document.tableOf(generic) : nullptr;
+    if (!table || columnAt(*table, entry.column.type, name) != NameIndex::kNone) continue;
     auto& columns = table->items.list;
-    ColumnRecord& column = *columns.emplace(placed(columns, one.at));
-    column.type = one.column.type;
+    ColumnRecord& column = *columns.emplace(placed(columns, entry.at));
+    column.type = entry.column.type;
     column.name = name;
-    if (one.column.extra) column.extra = std::make_unique<Extra>(*one.column.extra);
+    if (entry.column.extra) column.extra = std::make_unique<Extra>(*entry.column.extra);
     table->items.index.drop();
     document.touch(generic);
-    for (const TakenColumn::Value& value : one.values) {
+    for (const TakenColumn::Value& value : entry.values) {
       RowRecord* row = withValues ? document.row(text::fromUtf8(value.row)) : nullptr;
       if (!row || document.tableAbove(row) != table) continue;
       row->values.insert(placed(row->values, value.at), {name, value.value});
@@ -215,9 +215,9 @@ std::vector<UsedModelRecord> replacedComponents(const Model& model) {
   for (const UsedModelRecord& component : model.document->record.components) {
     const auto text = componentText(model, component);
     if (!text || *text == component.name) continue;
-    UsedModelRecord& one = replaced.emplace_back();
-    one.name = *text;
-    one.type = component.type;
+    UsedModelRecord& entry = replaced.emplace_back();
+    entry.name = *text;
+    entry.type = component.type;
   }
   return replaced;
 }

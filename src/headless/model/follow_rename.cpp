@@ -73,11 +73,11 @@ void renameColumns(FamilyTableRecord& table, const std::unordered_map<std::strin
 bool followInSolid(ModelRecord& record, const RenamedModel& renamed) {
   Names columns;
   std::unordered_map<std::string, std::string> names;
-  for (UsedModelRecord& one : record.components) {
-    if (one.type != renamed.type) continue;
-    const std::string former = folded(one.name);
+  for (UsedModelRecord& component : record.components) {
+    if (component.type != renamed.type) continue;
+    const std::string former = folded(component.name);
     columns.insert(former);
-    if (renameText(one.name, renamed)) names.try_emplace(former, one.name);
+    if (renameText(component.name, renamed)) names.try_emplace(former, component.name);
   }
   bool follows = !names.empty();
   if (!record.familyTable || columns.empty()) return follows;
@@ -88,12 +88,13 @@ bool followInSolid(ModelRecord& record, const RenamedModel& renamed) {
 
 bool followInDrawing(ModelRecord& record, const RenamedModel& renamed) {
   bool follows = false;
-  for (UsedModelRecord& one : record.models)
-    if (one.type == renamed.type) follows = renameText(one.name, renamed) || follows;
-  for (ViewRecord& one : record.views) follows = renameLabel(one.model, renamed) || follows;
-  for (ShownDimensionRecord& one : record.shownDimensions) follows = renameLabel(one.model, renamed) || follows;
+  for (UsedModelRecord& entry : record.models)
+    if (entry.type == renamed.type) follows = renameText(entry.name, renamed) || follows;
+  for (ViewRecord& view : record.views) follows = renameLabel(view.model, renamed) || follows;
+  for (ShownDimensionRecord& dimension : record.shownDimensions)
+    follows = renameLabel(dimension.model, renamed) || follows;
   if (renamed.type == ProMdlType::drawing)
-    for (SheetRecord& one : record.sheets) follows = renameLabel(one.format, renamed) || follows;
+    for (SheetRecord& sheet : record.sheets) follows = renameLabel(sheet.format, renamed) || follows;
   return renameLabel(record.currentModel, renamed) || follows;
 }
 
@@ -103,11 +104,11 @@ bool replaceComponents(ModelRecord& record, ProMdlType beforeType, const std::st
                        const std::string& now) {
   const std::wstring name = modelName(text::fromUtf8(before)).name;
   std::unordered_map<std::string, std::string> names;
-  for (UsedModelRecord& one : record.components) {
-    if (one.type != beforeType || modelName(text::fromUtf8(one.name)).name != name) continue;
-    names.try_emplace(folded(one.name), now);
-    one.name = now;
-    one.type = nowType;
+  for (UsedModelRecord& component : record.components) {
+    if (component.type != beforeType || modelName(text::fromUtf8(component.name)).name != name) continue;
+    names.try_emplace(folded(component.name), now);
+    component.name = now;
+    component.type = nowType;
   }
   if (record.familyTable && !names.empty()) renameColumns(*record.familyTable, names);
   return !names.empty();

@@ -43,7 +43,7 @@ bool liesOn(const TableRecord& table, int sheet) {
 // A table of one sheet on another one: where it stood there, as large as there.
 void bringOver(TableRecord& table, int fromSheet, const SheetMatrixRecord& from, int toSheet,
                const SheetMatrixRecord& to) {
-  std::erase_if(table.segments, [&](const SegmentRecord& one) { return one.sheet != fromSheet; });
+  std::erase_if(table.segments, [&](const SegmentRecord& record) { return record.sheet != fromSheet; });
   for (SegmentRecord& segment : table.segments) {
     segment.sheet = toSheet;
     segment.position.x = (segment.position.x * from.scaleX + from.offsetX - to.offsetX) / to.scaleX;
@@ -63,10 +63,10 @@ std::vector<TableRecord> tablesFor(const Model& drawing, int sheet, const Model&
   const SheetMatrixRecord from = matrixOf(*sheetOf(*source.document, sourceSheet)),
                           to = matrixOf(*sheetOf(*drawing.document, sheet));
   std::vector<TableRecord> tables;
-  for (const TableRecord& one : source.document->record.tables) {
-    if (!liesOn(one, sourceSheet)) continue;
+  for (const TableRecord& entry : source.document->record.tables) {
+    if (!liesOn(entry, sourceSheet)) continue;
     TableRecord& table = tables.emplace_back();
-    copyValue(one, table);
+    copyValue(entry, table);
     table.fromFormat = true;
     bringOver(table, sourceSheet, from, sheet, to);
     if (modelNumber > 0) bindTexts(table, modelNumber);
@@ -109,12 +109,12 @@ creo::ProError takeFormat(Model& drawing, int sheet, const Model& source, int so
   if (!fresh.empty() && (first == 0 || fresh.size() > room)) return creo::ProGeneralError;
   SheetRecord& own = ownSheet(*drawing.document, sheet);
   takeSheet(own, *sheetOf(*source.document, number), source, number);
-  for (TableRecord& one : tables)
-    if (one.fromFormat && liesOn(one, sheet)) one.fromFormat = false;
+  for (TableRecord& table : tables)
+    if (table.fromFormat && liesOn(table, sheet)) table.fromFormat = false;
   int id = first;
-  for (TableRecord& one : fresh) {
-    one.id = id++;
-    tables.push_back(std::move(one));
+  for (TableRecord& entry : fresh) {
+    entry.id = id++;
+    tables.push_back(std::move(entry));
   }
   drawing.document->touch(nullptr);
   return creo::ProNoError;

@@ -9,21 +9,21 @@ namespace headless {
 
 void removeRow(Models& models, const std::shared_ptr<ModelDocument>& document, RowRecord& row) {
   std::unordered_map<const RowRecord*, std::shared_ptr<ModelDocument>> own;  // of those that have become models
-  const auto ownAbove = [&](const RowRecord& one) -> std::shared_ptr<ModelDocument> {
-    for (const RowRecord* above = one.parent; above; above = above->parent)
+  const auto ownAbove = [&](const RowRecord& record) -> std::shared_ptr<ModelDocument> {
+    for (const RowRecord* above = record.parent; above; above = above->parent)
       if (const auto found = own.find(above); found != own.end()) return found->second;
     return nullptr;
   };
-  const auto leave = [&](RowRecord& one) {
-    const auto there = instanceInMemory(models, *document, one);
+  const auto leave = [&](RowRecord& entry) {
+    const auto there = instanceInMemory(models, *document, entry);
     if (!there) return;
     Model& model = *models.find(there.value);
     models.change(model, [&] {
-      if (const auto above = ownAbove(one)) {
+      if (const auto above = ownAbove(entry)) {
         model.document = above;
         model.row = above->row(model.name);
       } else {
-        model.document = own[&one] = standAlone(model, model.name, true);
+        model.document = own[&entry] = standAlone(model, model.name, true);
         model.row = nullptr;
       }
     });

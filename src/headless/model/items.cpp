@@ -38,8 +38,8 @@ std::vector<NamedItem> named(const std::vector<Record>& records) {
 
 std::vector<NamedItem> dimensions(const ModelRecord& record, bool reference) {
   std::vector<NamedItem> items;
-  for (const DimensionRecord& one : record.dimensions)
-    if (one.reference == reference) items.push_back({one.id, text::fromUtf8(symbolOf(one))});
+  for (const DimensionRecord& dimension : record.dimensions)
+    if (dimension.reference == reference) items.push_back({dimension.id, text::fromUtf8(symbolOf(dimension))});
   return items;
 }
 
@@ -53,9 +53,9 @@ std::vector<NamedItem> features(const Model& model) {
 std::vector<NamedItem> coordinateSystems(const Model& model) {
   std::vector<NamedItem> items;
   int id = 0;
-  for (const DatumRecord& one : model.document->solid().coordinateSystems) {
+  for (const DatumRecord& system : model.document->solid().coordinateSystems) {
     ++id;
-    if (hasGeometry(model, one.feature)) items.push_back({id, datumName(model, one)});
+    if (hasGeometry(model, system.feature)) items.push_back({id, datumName(model, system)});
   }
   return items;
 }
@@ -101,7 +101,8 @@ namespace {
 // Null for a kind that isn't renamed.
 template <class Record>
 std::string* nameIn(std::vector<Record>& records, int id) {
-  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
+  const auto found =
+      std::find_if(records.begin(), records.end(), [id](const Record& record) { return record.id == id; });
   return found == records.end() ? nullptr : &found->name;
 }
 
@@ -150,32 +151,32 @@ Got<std::wstring> itemName(const Model& model, const ProModelitem& item) {
   // By the id alone: a visit that asks for each name must not make the names of all each time.
   if (const std::string* name = nameOf(model.document->record, item))
     return name->empty() ? Got<std::wstring>(creo::ProNotFound) : Got<std::wstring>(text::fromUtf8(*name));
-  for (NamedItem& one : namedItems(model, item.type))
-    if (one.id == item.id && !one.name.empty()) return std::move(one.name);
+  for (NamedItem& entry : namedItems(model, item.type))
+    if (entry.id == item.id && !entry.name.empty()) return std::move(entry.name);
   return creo::ProNotFound;
 }
 
 Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wstring& name) {
-  for (NamedItem& one : namedItems(model, type)) {
-    if (name.empty() || !text::equalNoCase(one.name, name)) continue;
-    return ProModelitem{type, one.id, model.handle, type == ProItemType::material ? std::move(one.name) : L""};
+  for (NamedItem& item : namedItems(model, type)) {
+    if (name.empty() || !text::equalNoCase(item.name, name)) continue;
+    return ProModelitem{type, item.id, model.handle, type == ProItemType::material ? std::move(item.name) : L""};
   }
   return creo::ProNotFound;
 }
 
 creo::ProError renameItem(const Model& model, const ProModelitem& item, const std::wstring& name) {
   if (name.empty() || !text::fits(name, text::kNameSize)) return creo::ProBadInputs;
-  std::string* held = nameOf(model.document->record, item);
-  if (!held) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
+  std::string* present = nameOf(model.document->record, item);
+  if (!present) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
   const auto other = itemNamed(model, item.type, name);
   if (other && other.value.id != item.id) return creo::ProExists;
   const auto feature = item.type == ProItemType::feature ? featureOf(model, item.id) : std::nullopt;
   if (feature && feature->isComponent()) return creo::ProBadInputs;
   if (feature)
     renameColumn(*model.document, creo::ProFamitemType::feature, featureColumn(*feature), text::toUtf8(name));
-  const std::string former = std::exchange(*held, text::toUtf8(name));
-  if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *held);
-  replaceReferences(model, item.type, former, *held);
+  const std::string former = std::exchange(*present, text::toUtf8(name));
+  if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *present);
+  replaceReferences(model, item.type, former, *present);
   model.document->touch(nullptr);
   return creo::ProNoError;
 }
@@ -184,8 +185,8 @@ std::wstring currentMaterial(const Model& model) {
   const Scalar* own = rowValue(*model.document, model.row, creo::ProFamitemType::parameter, kMaterialColumn);
   const std::string* named = own ? std::get_if<std::string>(own) : nullptr;
   const std::wstring name = text::fromUtf8(named ? *named : model.document->record.material);
-  const auto held = itemNamed(model, ProItemType::material, name);
-  return held ? held.value.name : name;
+  const auto present = itemNamed(model, ProItemType::material, name);
+  return present ? present.value.name : name;
 }
 
 namespace {

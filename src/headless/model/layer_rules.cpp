@@ -95,8 +95,8 @@ Key keyOf(const ItemRecord& item) { return {item.type, item.id}; }
 std::vector<Key> found(const Model& model, const LayerRecord& layer, std::set<Key>& known) {
   std::vector<Key> all;
   if (!layer.ruleBased) return all;
-  for (const std::string& one : layer.rules) {
-    const auto rule = layerRule(one);
+  for (const std::string& entry : layer.rules) {
+    const auto rule = layerRule(entry);
     if (!rule) continue;
     for (const NamedItem& item : candidates(model, *rule))
       if (fits(rule->pattern, text::upper(item.name)) && known.insert({rule->type, item.id}).second)
@@ -115,7 +115,7 @@ std::set<Key> onLayer(const LayerRecord& layer) {
 
 std::optional<LayerRule> layerRule(std::string_view text) {
   LayerRule rule;
-  std::set<std::wstring> told;
+  std::set<std::wstring> reported;
   const std::wstring whole = text::fromUtf8(text);
   for (const std::wstring& condition : text::split(whole, L'&')) {
     const std::size_t equals = condition.find(L'=');
@@ -124,7 +124,7 @@ std::optional<LayerRule> layerRule(std::string_view text) {
     std::wstring_view value = std::wstring_view(condition).substr(equals + 1);
     if (value.starts_with(L'=')) value.remove_prefix(1);
     value = text::trimmed(value);
-    if (value.empty() || !told.insert(what).second) return std::nullopt;
+    if (value.empty() || !reported.insert(what).second) return std::nullopt;
     if (what == L"NAME") {
       rule.pattern = text::upper(value);
     } else if (what != L"TYPE" || !takeKind(value, rule)) {

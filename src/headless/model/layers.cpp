@@ -23,9 +23,9 @@ void dropReferences(ModelRecord& record, const Ids& ids, Names names) {
   for (const LayerRecord& layer : record.layers) names.erase(folded(layer.name));  // another one is called so
   for (LayerRecord& layer : record.layers)
     std::erase_if(layer.items,
-                  [&](const ItemRecord& one) { return one.type == ProItemType::layer && ids.contains(one.id); });
+                  [&](const ItemRecord& item) { return item.type == ProItemType::layer && ids.contains(item.id); });
   for (LayerStateRecord& state : record.layerStates)
-    std::erase_if(state.layers, [&](const LayerStatusRecord& one) { return names.contains(folded(one.name)); });
+    std::erase_if(state.layers, [&](const LayerStatusRecord& entry) { return names.contains(folded(entry.name)); });
 }
 
 }  // namespace
@@ -62,36 +62,37 @@ void LayerWalk::remove(LayerRecord& layer) {
 
 std::vector<int> LayerWalk::ids() const {
   std::vector<int> ids;
-  for (const LayerRecord& one : document().record.layers)
-    if (!removed(one.id)) ids.push_back(one.id);
+  for (const LayerRecord& layer : document().record.layers)
+    if (!removed(layer.id)) ids.push_back(layer.id);
   return ids;
 }
 
 bool LayerWalk::noteItem(const LayerRecord& layer, const ProModelitem& item) {
   const auto [at, fresh] = items_.try_emplace(layer.id);
   if (fresh)
-    for (const ItemRecord& one : layer.items) at->second.insert(itemKey(one.type, one.id));
+    for (const ItemRecord& record : layer.items) at->second.insert(itemKey(record.type, record.id));
   return at->second.insert(itemKey(item.type, item.id)).second;
 }
 
 bool LayerWalk::noteInState(const LayerStateRecord& state, const std::string& layer) {
   const auto [at, fresh] = layersOfStates_.try_emplace(folded(state.name));
   if (fresh)
-    for (const LayerStatusRecord& one : state.layers) at->second.insert(folded(one.name));
+    for (const LayerStatusRecord& record : state.layers) at->second.insert(folded(record.name));
   return at->second.insert(folded(layer)).second;
 }
 
 LayerRecord* layerOf(ModelDocument& document, int id) {
   if (LayerWalk* walk = LayerWalk::of(document)) return walk->find(id);
   auto& layers = document.record.layers;
-  const auto found = std::find_if(layers.begin(), layers.end(), [id](const LayerRecord& one) { return one.id == id; });
+  const auto found =
+      std::find_if(layers.begin(), layers.end(), [id](const LayerRecord& layer) { return layer.id == id; });
   return found == layers.end() ? nullptr : &*found;
 }
 
 LayerRecord* layerNamed(ModelDocument& document, std::string_view name) {
   const LayerWalk* walk = LayerWalk::of(document);
-  for (LayerRecord& one : document.record.layers)
-    if (sameName(one.name, name) && !(walk && walk->removed(one.id))) return &one;
+  for (LayerRecord& layer : document.record.layers)
+    if (sameName(layer.name, name) && !(walk && walk->removed(layer.id))) return &layer;
   return nullptr;
 }
 
@@ -120,8 +121,8 @@ bool liesOn(ModelDocument& document, int wanted, int layer) {
     if (id == wanted) return true;
     const LayerRecord* record = layerOf(document, id);
     if (!record) continue;
-    for (const ItemRecord& one : record->items)
-      if (one.type == ProItemType::layer && seen.insert(one.id).second) waiting.push_back(one.id);
+    for (const ItemRecord& item : record->items)
+      if (item.type == ProItemType::layer && seen.insert(item.id).second) waiting.push_back(item.id);
   }
   return false;
 }
@@ -150,8 +151,8 @@ ProError addLayerItem(ModelDocument& document, LayerRecord& layer, const ProMode
   if (item.type == ProItemType::layer && liesOn(document, layer.id, item.id)) return creo::ProBadInputs;
   LayerWalk* walk = LayerWalk::of(document);
   const bool fresh = walk ? walk->noteItem(layer, item)
-                          : std::none_of(layer.items.begin(), layer.items.end(), [&](const ItemRecord& one) {
-                              return one.type == item.type && one.id == item.id;
+                          : std::none_of(layer.items.begin(), layer.items.end(), [&](const ItemRecord& record) {
+                              return record.type == item.type && record.id == item.id;
                             });
   if (!fresh) return creo::ProNoError;
   ItemRecord& added = layer.items.emplace_back();

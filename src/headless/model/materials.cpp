@@ -20,7 +20,7 @@ namespace {
 
 std::vector<MaterialRecord>::iterator materialNamed(ModelRecord& record, std::string_view name) {
   return std::find_if(record.materials.begin(), record.materials.end(),
-                      [name](const MaterialRecord& one) { return sameName(one.name, name); });
+                      [name](const MaterialRecord& material) { return sameName(material.name, name); });
 }
 
 // Where the name's file is; empty: nowhere.
@@ -44,25 +44,25 @@ bool sameParameter(const ParameterRecord& a, const ParameterRecord& b) {
 
 // The material's parameters become those that were read; what the model keeps beside their values stays. False: they
 // were the same already.
-bool takeParameters(ParameterList& held, ParameterList&& read) {
-  bool changed = held.list.size() != read.list.size();
+bool takeParameters(ParameterList& present, ParameterList&& read) {
+  bool changed = present.list.size() != read.list.size();
   for (std::size_t i = 0; i < read.list.size(); ++i) {
-    ParameterRecord& one = read.list[i];
-    const auto nameAt = [&](std::size_t at) -> std::string_view { return held.list[at].name; };
-    const std::size_t at = held.index.find(one.name, held.list.size(), nameAt);
+    ParameterRecord& record = read.list[i];
+    const auto nameAt = [&](std::size_t at) -> std::string_view { return present.list[at].name; };
+    const std::size_t at = present.index.find(record.name, present.list.size(), nameAt);
     if (at == NameIndex::kNone) {
       changed = true;
       continue;
     }
-    ParameterRecord& before = held.list[at];
-    changed = changed || at != i || !sameParameter(before, one);
-    one.name = before.name;
-    one.description = before.description;
-    one.designated = before.designated;
-    one.extra = std::move(before.extra);
+    ParameterRecord& before = present.list[at];
+    changed = changed || at != i || !sameParameter(before, record);
+    record.name = before.name;
+    record.description = before.description;
+    record.designated = before.designated;
+    record.extra = std::move(before.extra);
   }
-  if (changed || !read.list.empty()) held = std::move(read);
-  held.index.drop();
+  if (changed || !read.list.empty()) present = std::move(read);
+  present.index.drop();
   return changed;
 }
 
@@ -118,13 +118,13 @@ ProError readMaterialFile(const Models& models, std::vector<std::wstring> folder
 
   ModelRecord& record = part.document->record;
   const std::string wanted = text::toUtf8(name);
-  const auto held = materialNamed(record, wanted);
-  if (held == record.materials.end()) {
+  const auto present = materialNamed(record, wanted);
+  if (present == record.materials.end()) {
     MaterialRecord& fresh = record.materials.emplace_back();
     fresh.name = wanted;
     fresh.parameters = std::move(parameters);
     part.document->touch(nullptr);
-  } else if (takeParameters(held->parameters, std::move(parameters))) {
+  } else if (takeParameters(present->parameters, std::move(parameters))) {
     part.document->touch(nullptr);
   }
   return creo::ProNoError;

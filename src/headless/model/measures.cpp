@@ -49,9 +49,9 @@ double Measurer::number(const Measure& measure, std::string_view what) {
     if (!names_) names_ = model_.document->workedOut.relationNames(model_);
     const Evaluated evaluated = evaluate(*expression, names_);
     if (!evaluated.fault.empty()) throw faulty(evaluated.fault);
-    const auto held = headless::number(evaluated.value);
-    if (!held) throw faulty(text::format(L"'%s' gives no number", text::fromUtf8(*expression)));
-    value = *held;
+    const auto present = headless::number(evaluated.value);
+    if (!present) throw faulty(text::format(L"'%s' gives no number", text::fromUtf8(*expression)));
+    value = *present;
   } else {
     throw faulty(L"it must be a number or an expression");
   }

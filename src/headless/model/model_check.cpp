@@ -109,9 +109,9 @@ std::optional<std::wstring> CheckWeights::read(std::wstring_view content) {
     const auto blank = std::min(line.find_first_of(L" \t"), line.size());
     const std::wstring_view name = line.substr(0, blank), word = text::trimmed(line.substr(blank));
     const auto* row = std::find_if(std::begin(kChecks), std::end(kChecks),
-                                   [&](auto& one) { return text::equalNoCase(one.name, name); });
+                                   [&](auto& entry) { return text::equalNoCase(entry.name, name); });
     const auto* weight = std::find_if(std::begin(kWeights), std::end(kWeights),
-                                      [&](auto& one) { return text::equalNoCase(one.first, word); });
+                                      [&](auto& item) { return text::equalNoCase(item.first, word); });
     if (row == std::end(kChecks) || weight == std::end(kWeights))
       return text::format(L"%d: a line is the name of a check with error, warning or off", number);
     weights_[static_cast<std::size_t>(row->check)] = weight->second;

@@ -36,8 +36,8 @@ std::vector<Folder*> ModelFolders::searched(ProMdlType type) {
   };
   add(store_.folder(home_));
   if (!named_) return folders;
-  for (const std::wstring& one : named_(type))
-    if (!one.empty()) add(store_.folder(whole(one)));
+  for (const std::wstring& text : named_(type))
+    if (!text.empty()) add(store_.folder(whole(text)));
   return folders;
 }
 

@@ -45,22 +45,23 @@ constexpr BodyNumber kBodyNumbers[] = {
 const BodyNumber* bodyNumber(std::string_view name, const Arguments* arguments) {
   const std::size_t count = arguments ? arguments->size() : 0;
   if (arguments && count == 0) return nullptr;
-  const auto found = std::find_if(std::begin(kBodyNumbers), std::end(kBodyNumbers), [&](const BodyNumber& one) {
-    return one.arguments == count && sameName(one.name, name);
+  const auto found = std::find_if(std::begin(kBodyNumbers), std::end(kBodyNumbers), [&](const BodyNumber& number) {
+    return number.arguments == count && sameName(number.name, name);
   });
   return found == std::end(kBodyNumbers) ? nullptr : found;
 }
 
 // Why the arguments are no texts; empty: they are, or aren't worked out.
 std::wstring notTexts(const Arguments& arguments) {
-  for (const RelationValue& one : arguments)
-    if (one.index() != 0 && !std::holds_alternative<std::string>(one)) return L"a number stands where a text is needed";
+  for (const RelationValue& argument : arguments)
+    if (argument.index() != 0 && !std::holds_alternative<std::string>(argument))
+      return L"a number stands where a text is needed";
   return {};
 }
 
 Evaluated numberOfBody(const Model& model, const BodyNumber& wanted, const Arguments* arguments) {
   const bool isSolid = model.type() == creo::ProMdlType::part || model.type() == creo::ProMdlType::assembly;
-  const auto isOwn = [](const RelationValue& one) { return one == RelationValue(std::string()); };
+  const auto isOwn = [](const RelationValue& entry) { return entry == RelationValue(std::string()); };
   if (arguments && !std::all_of(arguments->begin(), arguments->end(), isOwn)) return {{}, notTexts(*arguments)};
   const ModelsHost* host = model.document->host;
   if (!isSolid || !host || !host->mass) return {};
@@ -80,7 +81,8 @@ std::string typeWord(creo::ProMdlType type) {
 
 Evaluated materialParameter(const Model& model, const Arguments& arguments, bool heedsUnits) {
   if (std::wstring fault = notTexts(arguments); !fault.empty()) return {{}, std::move(fault)};
-  if (std::any_of(arguments.begin(), arguments.end(), [](const RelationValue& one) { return one.index() == 0; }))
+  if (std::any_of(arguments.begin(), arguments.end(),
+                  [](const RelationValue& argument) { return argument.index() == 0; }))
     return {};
   const ModelRecord& record = model.document->record;
   const ModelsHost* host = model.document->host;
@@ -88,14 +90,14 @@ Evaluated materialParameter(const Model& model, const Arguments& arguments, bool
                                : host && host->currentMaterial ? text::toUtf8(host->currentMaterial(model))
                                                                : record.material;
   const std::string& wanted = std::get<std::string>(arguments[0]);
-  const auto held = std::find_if(record.materials.begin(), record.materials.end(),
-                                 [&](const MaterialRecord& one) { return sameName(one.name, material); });
-  if (held == record.materials.end())
+  const auto present = std::find_if(record.materials.begin(), record.materials.end(),
+                                    [&](const MaterialRecord& entry) { return sameName(entry.name, material); });
+  if (present == record.materials.end())
     return {{}, text::format(L"the model has no material '%s'", text::fromUtf8(material))};
-  for (const ParameterRecord& one : held->parameters.list)
-    if (sameName(one.name, wanted))
-      return {heedsUnits ? countedIn(one.value, &one, record) : relationValue(one.value), {}};
-  return {{}, text::format(L"the material '%s' has no '%s'", text::fromUtf8(held->name), text::fromUtf8(wanted))};
+  for (const ParameterRecord& item : present->parameters.list)
+    if (sameName(item.name, wanted))
+      return {heedsUnits ? countedIn(item.value, &item, record) : relationValue(item.value), {}};
+  return {{}, text::format(L"the material '%s' has no '%s'", text::fromUtf8(present->name), text::fromUtf8(wanted))};
 }
 
 }  // namespace

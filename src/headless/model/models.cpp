@@ -50,14 +50,14 @@ std::vector<ModelInMemory> Models::list() const {
   std::vector<ModelInMemory> out;
   for (const Model* model : all()) {
     const ModelDocument& document = *model->document;
-    ModelInMemory& one = out.emplace_back();
-    one.handle = model->handle;
-    one.name = model->name;
-    one.type = document.type;
-    one.version = document.version;
-    if (document.version > 0) one.path = document.folder + documentFileName(document, document.version);
-    if (model->row) one.instanceOf = genericName(*model);
-    one.modified = document.isModified(model->row);
+    ModelInMemory& listed = out.emplace_back();
+    listed.handle = model->handle;
+    listed.name = model->name;
+    listed.type = document.type;
+    listed.version = document.version;
+    if (document.version > 0) listed.path = document.folder + documentFileName(document, document.version);
+    if (model->row) listed.instanceOf = genericName(*model);
+    listed.modified = document.isModified(model->row);
   }
   return out;
 }
@@ -123,6 +123,7 @@ void Models::change(const Model& model, creo::FunctionRef<void()> body) {
   countUses(model, -1);
   body();
   model.document->workedOut = workedOut_;
+  model.document->host = &host_;
   countUses(model, 1);
 }
 
@@ -151,7 +152,7 @@ std::vector<const Model*> Models::usedBy(const Model& model) const {
     if (found && found != &model) used.push_back(found);
   };
   if (model.row) add(model.document->name, model.type());
-  for (const creo::ProDependency& one : dependencies(model)) add(one.name, one.type);
+  for (const creo::ProDependency& dependency : dependencies(model)) add(dependency.name, dependency.type);
   return used;
 }
 

@@ -36,8 +36,8 @@ constexpr DefaultLayerKind kDefaultLayerKinds[] = {{creo::kPlaneLayer, creo::kDa
 // ---- reading a tree
 
 const ProElement* childOf(const ProElement& tree, int id) {
-  const auto found =
-      std::find_if(tree.children.begin(), tree.children.end(), [id](const ProElement& one) { return one.id == id; });
+  const auto found = std::find_if(tree.children.begin(), tree.children.end(),
+                                  [id](const ProElement& child) { return child.id == id; });
   return found == tree.children.end() ? nullptr : &*found;
 }
 
@@ -54,9 +54,9 @@ const Value* valueOf(const ProElement& tree, int id) {
 int freeDimensionId(const ModelRecord& record) {
   int last = 0;
   std::unordered_set<std::string> symbols;
-  for (const DimensionRecord& one : record.dimensions) {
-    if (!one.reference) last = std::max(last, one.id);
-    symbols.insert(folded(symbolOf(one)));
+  for (const DimensionRecord& dimension : record.dimensions) {
+    if (!dimension.reference) last = std::max(last, dimension.id);
+    symbols.insert(folded(symbolOf(dimension)));
   }
   do ++last;
   while (symbols.contains(folded("d" + std::to_string(last))));
@@ -150,9 +150,9 @@ namespace {
 // Reads the table; false for one that a pattern of the leader can't have.
 bool readTable(const Model& solid, const FeatureRecord& leader, const ProElement& tree, PatternRecord& into) {
   std::unordered_set<int> numbers;
-  for (const ProElement& one : tree.children) {
-    if (one.id == creo::kTableDimensionElement) {
-      const auto* reference = std::get_if<creo::ProReference>(&one.value);
+  for (const ProElement& child : tree.children) {
+    if (child.id == creo::kTableDimensionElement) {
+      const auto* reference = std::get_if<creo::ProReference>(&child.value);
       if (!reference || reference->item.type != ProItemType::dimension || reference->item.owner != solid.handle)
         return false;
       const int id = reference->item.id;
@@ -160,12 +160,12 @@ bool readTable(const Model& solid, const FeatureRecord& leader, const ProElement
       if (std::count(into.dimensions.begin(), into.dimensions.end(), id) > 0) return false;
       into.dimensions.push_back(id);
     }
-    if (one.id != creo::kTableRowElement) continue;
+    if (child.id != creo::kTableRowElement) continue;
     PatternMemberRecord& member = into.members.emplace_back();
-    const int* number = valueOf<int>(one, creo::kMemberNumberElement);
+    const int* number = valueOf<int>(child, creo::kMemberNumberElement);
     if (!number || !numbers.insert(*number).second) return false;
     member.number = *number;
-    for (const ProElement& value : one.children)
+    for (const ProElement& value : child.children)
       if (const auto* real = std::get_if<double>(&value.value); real && value.id == creo::kMemberValueElement)
         member.values.push_back(*real);
     if (member.values.size() != into.dimensions.size()) return false;
@@ -186,7 +186,7 @@ Got<int> createPattern(const Model& solid, int leader, const ProElement& tree) {
 
   SolidRecord datums = solidRecord(record.solid);
   const auto point = std::find_if(datums.points.begin(), datums.points.end(),
-                                  [&](const DatumRecord& one) { return one.feature == leader && one.placement; });
+                                  [&](const DatumRecord& entry) { return entry.feature == leader && entry.placement; });
   if (point == datums.points.end()) return creo::ProBadInputs;
   const std::string csys = point->csys;
   const Measures position = point->placement->position;
@@ -214,7 +214,7 @@ Got<int> createPattern(const Model& solid, int leader, const ProElement& tree) {
 
 bool isDefaultLayerKind(int kind) {
   return std::any_of(std::begin(kDefaultLayerKinds), std::end(kDefaultLayerKinds),
-                     [kind](const DefaultLayerKind& one) { return one.kind == kind; });
+                     [kind](const DefaultLayerKind& entry) { return entry.kind == kind; });
 }
 
 void putOnDefaultLayers(const Model& solid, int feature, const DefaultLayers& layers) {

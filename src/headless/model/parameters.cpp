@@ -47,7 +47,7 @@ bool drivesItem(ModelDocument& document, const ProModelitem& owner, std::string_
   if (!place || place->record == TreeFeature::kNone) return false;
   const auto& items = document.record.features[place->record].variantItems;
   return std::any_of(items.begin(), items.end(),
-                     [&](const VariantItemRecord& one) { return sameName(one.parameter, name); });
+                     [&](const VariantItemRecord& item) { return sameName(item.parameter, name); });
 }
 
 ParameterList* materialList(ModelRecord& record, const std::wstring& name) {
@@ -103,21 +103,21 @@ bool sameValue(const Scalar& stored, const Scalar& wanted) {
 }
 
 // The ends of a range belong to it. A restriction counts in the units of its parameter.
-bool allows(const RestrictionRecord& held, const Scalar& value) {
+bool allows(const RestrictionRecord& record, const Scalar& value) {
   if (const auto wanted = number(value)) {
-    const auto least = number(held.minimum), most = number(held.maximum);
+    const auto least = number(record.minimum), most = number(record.maximum);
     if ((least && *wanted < *least) || (most && *wanted > *most)) return false;
   }
-  return held.values.empty() ||
-         std::any_of(held.values.begin(), held.values.end(), [&](const Scalar& one) { return sameValue(one, value); });
+  return record.values.empty() || std::any_of(record.values.begin(), record.values.end(),
+                                              [&](const Scalar& scalar) { return sameValue(scalar, value); });
 }
 
-std::unique_ptr<RestrictionRecord> copyOf(const RestrictionRecord& held) {
+std::unique_ptr<RestrictionRecord> copyOf(const RestrictionRecord& record) {
   auto copy = std::make_unique<RestrictionRecord>();
-  copy->minimum = held.minimum;
-  copy->maximum = held.maximum;
-  copy->values = held.values;
-  if (held.extra) copy->extra = std::make_unique<Extra>(*held.extra);
+  copy->minimum = record.minimum;
+  copy->maximum = record.maximum;
+  copy->values = record.values;
+  if (record.extra) copy->extra = std::make_unique<Extra>(*record.extra);
   return copy;
 }
 
@@ -330,11 +330,11 @@ ProError Parameters::takeRemains(const ProParameter& parameter) {
   if (!place) return place.error;
   if (!removed_ || !sameOwner(removed_->owner, parameter.owner)) return creo::ProNotFound;
   ParameterRecord& record = place.value.record();
-  if (const auto& held = removed_->record.restriction) {
+  if (const auto& number = removed_->record.restriction) {
     const bool fits =
         record.type == removed_->record.type || (isNumber(record.type) && isNumber(removed_->record.type));
-    if (!fits || !allows(*held, record.value)) return creo::ProBadInputs;
-    record.restriction = copyOf(*held);
+    if (!fits || !allows(*number, record.value)) return creo::ProBadInputs;
+    record.restriction = copyOf(*number);
   }
   if (removed_->record.extra) record.extra = std::make_unique<Extra>(*removed_->record.extra);
   returnColumns(*place.value.model->document, removed_->columns, record.name, false);
@@ -350,20 +350,20 @@ ProParamvalue Parameters::value(const ParameterPlace& place) {
 }
 
 Got<ProParamvalue> Parameters::valueInModel(const ParameterPlace& place) {
-  ProParamvalue held = value(place);
-  if (held.type != ProParamvalueType::real) return held;
-  held.real = inModel(held.real, place);
-  if (!std::isfinite(held.real)) return creo::ProGeneralError;
-  return held;
+  ProParamvalue paramvalue = value(place);
+  if (paramvalue.type != ProParamvalueType::real) return paramvalue;
+  paramvalue.real = inModel(paramvalue.real, place);
+  if (!std::isfinite(paramvalue.real)) return creo::ProGeneralError;
+  return paramvalue;
 }
 
 ProError Parameters::setInModel(const ProParameter& parameter, ProParamvalue value) {
   const auto place = find(parameter);
   if (!place) return place.error;
   if (value.type == ProParamvalueType::real && !place.value.record().units.empty()) {
-    const auto held = valueInModel(place.value);
+    const auto model = valueInModel(place.value);
     // What was read is the number that stands there, whatever its last digits come to on the way back.
-    value.real = held && held.value.type == value.type && held.value.real == value.real
+    value.real = model && model.value.type == value.type && model.value.real == value.real
                      ? Parameters::value(place.value).real
                      : inUnits(value.real, place.value);
   }

@@ -46,8 +46,8 @@ std::vector<int> withChildren(const Model& solid, const std::vector<int>& featur
 
 std::vector<int> childrenOf(const Model& solid, int feature) {
   std::vector<int> children;
-  for (const ModelFeature& one : featuresOf(solid))
-    if (std::ranges::find(parentsOf(one), feature) != parentsOf(one).end()) children.push_back(one.place.id);
+  for (const ModelFeature& entry : featuresOf(solid))
+    if (std::ranges::find(parentsOf(entry), feature) != parentsOf(entry).end()) children.push_back(entry.place.id);
   return children;
 }
 

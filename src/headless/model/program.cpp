@@ -218,13 +218,13 @@ ProgramFault unfitting(const Model& model, const Reading& reading) {
 }  // namespace
 
 HeldProgram programText(const Model& model) {
-  const Reading held = ProgramReader().read(model.document->record.program, false);
-  if (held.fault) return {{}, held.fault};
+  const Reading reading = ProgramReader().read(model.document->record.program, false);
+  if (reading.fault) return {{}, reading.fault};
   Program program = emptyProgram(model);
-  if (!held.program.head.empty()) program.head = held.program.head;
-  if (!held.program.tail.empty()) program.tail = held.program.tail;
-  program.inputs = held.program.inputs;
-  program.body = held.program.body;
+  if (!reading.program.head.empty()) program.head = reading.program.head;
+  if (!reading.program.tail.empty()) program.tail = reading.program.tail;
+  program.inputs = reading.program.inputs;
+  program.body = reading.program.body;
   return {written(model, program), {}};
 }
 
@@ -244,8 +244,8 @@ std::unordered_map<int, bool> programConditions(const Model& model, const Relati
       open.pop_back();
     } else if (begins(line, kFeatureId) && !open.empty()) {
       const int id = text::parseInt(trimmed(line).substr(kFeatureId.size()));
-      const bool isKnown = std::all_of(open.begin(), open.end(), [](const auto& one) { return one.has_value(); });
-      if (isKnown) conditions[id] = std::all_of(open.begin(), open.end(), [](const auto& one) { return *one; });
+      const bool isKnown = std::all_of(open.begin(), open.end(), [](const auto& entry) { return entry.has_value(); });
+      if (isKnown) conditions[id] = std::all_of(open.begin(), open.end(), [](const auto& item) { return *item; });
     }
   }
   return conditions;

@@ -25,12 +25,12 @@ std::optional<Scalar> turned(const Scalar& value) {
 
 void settleRow(const Model& instance) {
   ModelDocument& document = *instance.document;
-  for (const DimensionRecord& one : document.record.dimensions) {
-    if (one.reference) continue;
-    const Scalar* held = rowValue(document, instance.row, ProFamitemType::dimension, symbolOf(one));
-    const auto positive = held ? turned(*held) : std::nullopt;
+  for (const DimensionRecord& entry : document.record.dimensions) {
+    if (entry.reference) continue;
+    const Scalar* scalar = rowValue(document, instance.row, ProFamitemType::dimension, symbolOf(entry));
+    const auto positive = scalar ? turned(*scalar) : std::nullopt;
     if (!positive) continue;
-    setRowValue(document, *instance.row, ProFamitemType::dimension, symbolOf(one), *positive);
+    setRowValue(document, *instance.row, ProFamitemType::dimension, symbolOf(entry), *positive);
     document.touch(instance.row);
   }
 }
@@ -57,11 +57,11 @@ void settleSections(ModelDocument& document) {
 void settleDimensions(const Model& model) {
   if (model.row) return settleRow(model);
   ModelDocument& document = *model.document;
-  for (DimensionRecord& one : document.record.dimensions) {
-    const auto positive = one.reference ? std::nullopt : turned(one.value);
+  for (DimensionRecord& dimension : document.record.dimensions) {
+    const auto positive = dimension.reference ? std::nullopt : turned(dimension.value);
     if (!positive) continue;
-    one.value = *positive;
-    one.flipped = !one.flipped;
+    dimension.value = *positive;
+    dimension.flipped = !dimension.flipped;
     document.touch(nullptr);
   }
   settleSections(document);
@@ -95,8 +95,8 @@ std::wstring missingComponent(Models& models, creo::ProMdl assembly) {
     const creo::ProMdlType type = feature.component()->type;
     if (!models.inMemory(name, type)) wanted.push_back({name, componentLabel(feature), type});
   }
-  for (const Wanted& one : wanted)
-    if (!retrieveModel(models, one.label, one.type)) return one.name + L'.' + creo::typeExtension(one.type);
+  for (const Wanted& entry : wanted)
+    if (!retrieveModel(models, entry.label, entry.type)) return entry.name + L'.' + creo::typeExtension(entry.type);
   return {};
 }
 

@@ -12,13 +12,14 @@ namespace headless {
 // The record of that id; null for none.
 template <class Record>
 Record* recordOf(std::vector<Record>& records, int id) {
-  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
+  const auto found =
+      std::find_if(records.begin(), records.end(), [id](const Record& record) { return record.id == id; });
   return found == records.end() ? nullptr : &*found;
 }
 template <class Record>
 Record* recordNamed(std::vector<Record>& records, std::string_view name) {
-  const auto found =
-      std::find_if(records.begin(), records.end(), [name](const Record& one) { return sameName(one.name, name); });
+  const auto found = std::find_if(records.begin(), records.end(),
+                                  [name](const Record& record) { return sameName(record.name, name); });
   return found == records.end() ? nullptr : &*found;
 }
 

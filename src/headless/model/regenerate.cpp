@@ -46,12 +46,12 @@ class Names {
 
   // The same for the body: a dimension stands at its bound. The lower tolerance counts downwards.
   [[nodiscard]] std::optional<RelationValue> bodyValue(std::string_view name) const {
-    auto held = value(name);
+    auto present = value(name);
     const auto place = dimensions_.find(folded(name));
-    if (!held || place == dimensions_.end() || findParameter(*model_.document, model_.row, name)) return held;
+    if (!present || place == dimensions_.end() || findParameter(*model_.document, model_.row, name)) return present;
     const DimensionRecord& dimension = model_.document->record.dimensions[place->second];
-    const auto nominal = number(*held);
-    if (!dimension.tolerance || !nominal) return held;
+    const auto nominal = number(*present);
+    if (!dimension.tolerance || !nominal) return present;
     const auto& [upper, lower] = std::pair(dimension.tolerance->upper, dimension.tolerance->lower);
     switch (dimension.bound) {
       case creo::ProDimensionBound::upper:
@@ -63,7 +63,7 @@ class Names {
       case creo::ProDimensionBound::nominal:
         break;
     }
-    return held;
+    return present;
   }
 
   // Null for a dimension, and for what isn't there.
@@ -166,20 +166,21 @@ class RelationRun {
                           return askModel(model_, name, arguments, set.heedsUnits);
                         });
     RelationFault fault = relations.run(*set.lines);
-    for (const Relations::Unworked& one : relations.unworked())
+    for (const Relations::Unworked& entry : relations.unworked())
       unworked_.push_back(
-          text::format(L"%s line %d (%s)", set.called, static_cast<int>(one.line), text::fromUtf8(one.name)));
+          text::format(L"%s line %d (%s)", set.called, static_cast<int>(entry.line), text::fromUtf8(entry.name)));
     for (const std::string& name : relations.announced())
       if (!find(own, name)) announced_.insert(name);
     std::vector<Assignment> assigned = relations.assignments();
     if (!set.heedsUnits)
-      for (Assignment& one : assigned) one.value = withUnits(one.value, owned(own, one.name), document_.record);
+      for (Assignment& assignment : assigned)
+        assignment.value = withUnits(assignment.value, owned(own, assignment.name), document_.record);
     for (std::size_t i = 0; i < assigned.size() && !fault; ++i)
       if (!fits(own, assigned[i]))
         fault = {assigned[i].line,
                  text::format(L"'%s' can't take the value that a relation gives it", text::fromUtf8(assigned[i].name))};
     if (fault) return fault;
-    for (const Assignment& one : assigned) take(own, one);
+    for (const Assignment& item : assigned) take(own, item);
     return {};
   }
 
@@ -196,12 +197,12 @@ class RelationRun {
       document_.touch(nullptr);
     }
     Outcome outcome;
-    for (const Assignment& one : assignments_) {
-      Names::Given given = names_.given(one);
+    for (const Assignment& candidate : assignments_) {
+      Names::Given given = names_.given(candidate);
       if (!given.changes) continue;
       *given.stored = std::move(given.value);
       document_.touch(nullptr);
-      if (isReadBefore(one)) outcome.status = ProRegenerationStatus::needed;
+      if (isReadBefore(candidate)) outcome.status = ProRegenerationStatus::needed;
     }
     return outcome;
   }
@@ -217,11 +218,11 @@ class RelationRun {
     for (const auto& [parameter, value] : ofFeatures_)
       if (auto wanted = scalarFor(*parameter, value))
         out.values.insert_or_assign(&parameter->value, std::move(*wanted));
-    for (const Assignment& one : assignments_) {
-      const Names::Given given = names_.given(one);
+    for (const Assignment& element : assignments_) {
+      const Names::Given given = names_.given(element);
       if (!given.stored) continue;
       out.values.insert_or_assign(given.stored, given.value);
-      if (!isReadBefore(one)) continue;
+      if (!isReadBefore(element)) continue;
       out.late.insert_or_assign(given.stored, given.value);
       out.settled = out.settled && !given.changes;
     }
@@ -257,7 +258,7 @@ class RelationRun {
   [[nodiscard]] std::optional<RelationValue> known(std::string_view name) const {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
-    if (auto held = names_.value(name)) return held;
+    if (auto present = names_.value(name)) return present;
     if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
     return {};
   }
@@ -266,8 +267,8 @@ class RelationRun {
     const auto assigned = ofFeatures_.find(parameter);
     return assigned != ofFeatures_.end() ? assigned->second : counted(parameter->value, *parameter);
   }
-  [[nodiscard]] RelationValue counted(const Scalar& held, const ParameterRecord& parameter) const {
-    return countedIn(held, &parameter, document_.record);
+  [[nodiscard]] RelationValue counted(const Scalar& scalar, const ParameterRecord& parameter) const {
+    return countedIn(scalar, &parameter, document_.record);
   }
   [[nodiscard]] std::optional<Scalar> scalarFor(const ParameterRecord& parameter, const RelationValue& value) const {
     return givenBack(value, parameter.type, &parameter, document_.record);
@@ -359,7 +360,7 @@ Outcome runAll(RelationRun& relations, const Model& model, creo::FunctionRef<voi
 void tellUnworked(const Models& models, const Model& model, const RelationRun& relations) {
   if (relations.unworked().empty() || std::exchange(model.document->unworkedTold, true)) return;
   std::wstring lines;
-  for (const std::wstring& one : relations.unworked()) lines += (lines.empty() ? L"" : L", ") + one;
+  for (const std::wstring& text : relations.unworked()) lines += (lines.empty() ? L"" : L", ") + text;
   models.message(L"warning: " + fileLabel(model) + L": what these ask for isn't worked out here: " + lines);
 }
 
@@ -458,9 +459,9 @@ ProVerification verificationOf(ProRegenerationStatus status) {
 
 // A status that is there already leaves the document alone.
 template <class Status>
-void keep(Model& model, Status& held, Status now) {
-  if (held == now) return;
-  held = now;
+void keep(Model& model, Status& present, Status now) {
+  if (present == now) return;
+  present = now;
   model.document->touch(model.row);
 }
 
@@ -506,12 +507,12 @@ ProRegenerationStatus regenerationStatus(const Model& model) {
 }
 
 const InstanceValues& instanceValues(const Model& instance) {
-  auto& held = instance.document->valuesOf(*instance.row);
-  if (!held) {
-    held = std::make_unique<InstanceValues>();
-    workOut(instance, *held);
+  auto& values = instance.document->valuesOf(*instance.row);
+  if (!values) {
+    values = std::make_unique<InstanceValues>();
+    workOut(instance, *values);
   }
-  return *held;
+  return *values;
 }
 
 RelationLookup relationNames(const Model& model) {
@@ -524,7 +525,7 @@ creo::ProError regenerate(Models& models, Bodies& bodies, ProMdl solid, bool ins
   if (!models.find(solid)) return creo::ProBadInputs;
   std::set<ProMdl> failed;
   ProRegenerationStatus status = ProRegenerationStatus::regenerated;
-  const auto componentsBelow = [&](ProMdl one) { return componentsOf(models, *models.find(one)); };
+  const auto componentsBelow = [&](ProMdl current) { return componentsOf(models, *models.find(current)); };
   for (const ProMdl handle : bottomUp(solid, componentsBelow)) {
     const std::wstring missing = missingComponent(models, handle);
     Model& model = *models.find(handle);

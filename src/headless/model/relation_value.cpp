@@ -3,8 +3,8 @@
 namespace headless {
 
 std::optional<bool> truth(const RelationValue& value) {
-  const auto held = number(value);
-  return held ? std::optional<bool>(*held != 0) : std::nullopt;
+  const auto present = number(value);
+  return present ? std::optional<bool>(*present != 0) : std::nullopt;
 }
 
 std::optional<double> number(const RelationValue& value) {

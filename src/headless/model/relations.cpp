@@ -79,7 +79,7 @@ Relations::Relations(RelationLookup lookup, RelationCall ofModel)
   known_ = [this](std::string_view name) -> std::optional<RelationValue> {
     const std::string key = folded(name);
     if (const auto place = places_.find(key); place != places_.end()) return assignments_[place->second].value;
-    if (auto held = outside_(name)) return held;
+    if (auto outside = outside_(name)) return outside;
     if (announced_.contains(key)) return std::optional<RelationValue>(std::in_place);
     return {};
   };
@@ -87,13 +87,13 @@ Relations::Relations(RelationLookup lookup, RelationCall ofModel)
 
 RelationFault Relations::run(const std::vector<std::string>& lines) {
   const std::vector<Statement> statements = statementsOf(lines);
-  for (const Statement& one : statements) {
-    collectAssigned(one.text);
-    collectGuarded(one.text);
+  for (const Statement& entry : statements) {
+    collectAssigned(entry.text);
+    collectGuarded(entry.text);
   }
-  for (const Statement& one : statements) {
-    line_ = one.line;
-    if (std::wstring reason = statement(one.text); !reason.empty()) return {one.line, std::move(reason)};
+  for (const Statement& item : statements) {
+    line_ = item.line;
+    if (std::wstring reason = statement(item.text); !reason.empty()) return {item.line, std::move(reason)};
   }
   if (!branches_.empty()) return {branches_.back().line, L"IF without ENDIF"};
   if (solves_) return {statements.back().line, L"SOLVE without FOR"};

@@ -24,8 +24,8 @@ void removeFromSolid(ModelDocument& document, const Ids& ids) {
   for (Json& list : tree.items)
     if (list.is(JsonKind::array))
       removed = std::erase_if(list.items,
-                              [&](const Json& one) {
-                                const Json* feature = one.member("feature");
+                              [&](const Json& item) {
+                                const Json* feature = item.member("feature");
                                 return feature && feature->is(JsonKind::integer) &&
                                        ids.contains(static_cast<int>(feature->integer));
                               }) > 0 ||
@@ -39,8 +39,9 @@ void removeColumns(ModelDocument& document, const Model& solid, const Ids& ids, 
   if (!document.record.familyTable) return;
   for (const ModelFeature& feature : featuresOf(solid))
     if (ids.contains(feature.place.id)) removeColumn(document, ProFamitemType::feature, featureColumn(feature));
-  for (const DimensionRecord& one : document.record.dimensions)
-    if (!one.reference && dimensions.contains(one.id)) removeColumn(document, ProFamitemType::dimension, symbolOf(one));
+  for (const DimensionRecord& entry : document.record.dimensions)
+    if (!entry.reference && dimensions.contains(entry.id))
+      removeColumn(document, ProFamitemType::dimension, symbolOf(entry));
 }
 
 }  // namespace
@@ -72,15 +73,16 @@ void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {
       continue;
     }
     if (feature.isComponent()) components.insert(feature.place.component);
-    if (const FeatureRecord* held = feature.record())
-      dimensions.insert(held->dimensions.begin(), held->dimensions.end());
+    if (const FeatureRecord* present = feature.record())
+      dimensions.insert(present->dimensions.begin(), present->dimensions.end());
   }
   removeColumns(document, solid, ids, dimensions);
-  std::erase_if(record.features, [&](const FeatureRecord& one) { return ids.contains(one.id); });
+  std::erase_if(record.features, [&](const FeatureRecord& entry) { return ids.contains(entry.id); });
   std::size_t place = 0;
   std::erase_if(record.components, [&](const UsedModelRecord&) { return components.contains(place++); });
-  std::erase_if(record.dimensions,
-                [&](const DimensionRecord& one) { return !one.reference && dimensions.contains(one.id); });
+  std::erase_if(record.dimensions, [&](const DimensionRecord& dimension) {
+    return !dimension.reference && dimensions.contains(dimension.id);
+  });
   dropReferences(record, ids, dimensions);
   removeFromSolid(document, ids);
   document.tree.changed();

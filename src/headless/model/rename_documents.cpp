@@ -124,8 +124,8 @@ struct FolderRename {
     const std::wstring path = folder.path() + file.fileName;
     if (document.record.readOnly) return cantWriteReadOnly(path);
     if (document.closed) return cantWriteCheckedIn(path);
-    const ModelDocument* held = inMemory(file);
-    return held && held->version != file.version ? writtenMeanwhile(path, file.version) : std::wstring();
+    const ModelDocument* present = inMemory(file);
+    return present && present->version != file.version ? writtenMeanwhile(path, file.version) : std::wstring();
   }
 
   ProError collect() {
@@ -170,9 +170,9 @@ struct FolderRename {
     Undo undo;
     std::wstring failed;
     const std::wstring stem = text::lower(modelKey(renamed.now, renamed.type));
-    for (const Follower& one : followers) {
-      const std::wstring path = folder.path() + one.file.fileName;
-      if (const auto error = store.create(folder, one.file, one.bytes)) failed = cantWrite(path, error);
+    for (const Follower& follower : followers) {
+      const std::wstring path = folder.path() + follower.file.fileName;
+      if (const auto error = store.create(folder, follower.file, follower.bytes)) failed = cantWrite(path, error);
       if (!failed.empty()) break;
       if (!host.withholdSaves) undo.created(path);
       told.followed.push_back(path);
@@ -209,20 +209,20 @@ struct FolderRename {
 
   // What is in memory of the users is now that of their next version; unsaved changes stay unsaved.
   void takeUpInMemory() const {
-    for (const Follower& one : followers) {
-      host.saved({one.file.name, one.file.type, one.file.version, folder.path() + one.file.fileName});
-      ModelDocument* held = inMemory(one.file);
-      if (!held) continue;
-      followRename(held->record, held->type, renamed);
-      held->tree.changed();
-      held->version = held->writtenVersion = one.file.version;
+    for (const Follower& entry : followers) {
+      host.saved({entry.file.name, entry.file.type, entry.file.version, folder.path() + entry.file.fileName});
+      ModelDocument* stored = inMemory(entry.file);
+      if (!stored) continue;
+      followRename(stored->record, stored->type, renamed);
+      stored->tree.changed();
+      stored->version = stored->writtenVersion = entry.file.version;
     }
   }
 };
 
 }  // namespace
 
-ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wanted, ProRenamed& told) {
+ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wanted, ProRenamed& reported) {
   Model* model = models.find(handle);
   if (!model || model->row || !text::isModelName(wanted)) return creo::ProBadInputs;
   const std::wstring now = text::upper(wanted), before = model->name;
@@ -235,7 +235,7 @@ ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wan
       if (user->row) continue;
       for (const creo::ProDependency& used : dependencies(*user))
         if (used.name == before && used.type == model->type())
-          told.unsaved.push_back(user->name + L'.' + creo::typeExtension(user->type()));
+          reported.unsaved.push_back(user->name + L'.' + creo::typeExtension(user->type()));
     }
   };
   if (document.folder.empty()) {
@@ -244,8 +244,9 @@ ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wan
     if (result == creo::ProNoError) host.renamed({before, now, model->type(), {}, {}});
     return result;
   }
-  FolderRename work{models, host, models.folders().store(), models.folders().of(document), {before, now, model->type()},
-                    told,   {}};
+  FolderRename work{
+      models,   host, models.folders().store(), models.folders().of(document), {before, now, model->type()},
+      reported, {}};
   const DocumentFile* newest = work.folder.find(before, model->type());
   const DocumentFile file = newest ? *newest : DocumentFile{before, model->type(), 0, document.fileStem};
   if (std::wstring lock = work.lockOf(document, file); !lock.empty()) return work.refuse(std::move(lock));

@@ -55,12 +55,12 @@ void noteSaved(Models& models, ModelDocument& document, int version) {
 }
 
 void tellSaved(const Models& models, const ModelDocument& document) {
-  SavedDocument told{document.name, document.type, document.savedVersion(), savedPath(document)};
+  SavedDocument reported{document.name, document.type, document.savedVersion(), savedPath(document)};
   if (!document.moved.folder.empty() && !document.folder.empty()) {
-    told.readPath = document.folder + documentFileName(document, document.version);
-    told.readVersion = document.version;
+    reported.readPath = document.folder + documentFileName(document, document.version);
+    reported.readVersion = document.version;
   }
-  models.host().saved(told);
+  models.host().saved(reported);
 }
 
 // These bytes as the document's next version. ProGeneralError: not written, with a line.
@@ -111,9 +111,9 @@ ProError write(Models& models, ModelDocument& document) {
 // What is used comes first: whatever fails behind it, no document on disk lacks what it needs.
 ProError saveBelow(Models& models, const Model& model, SaveObjects which) {
   ProError result = creo::ProNoError;
-  const auto usedHandles = [&models](ProMdl one) {
+  const auto usedHandles = [&models](ProMdl current) {
     std::vector<ProMdl> used;
-    for (const Model* below : models.usedBy(*models.find(one))) used.push_back(below->handle);
+    for (const Model* below : models.usedBy(*models.find(current))) used.push_back(below->handle);
     return used;
   };
   std::unordered_set<const ModelDocument*> seen{model.document.get()};  // a generic and its instances share one

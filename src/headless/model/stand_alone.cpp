@@ -54,9 +54,9 @@ std::vector<const ParameterRecord*> parametersOf(const ModelRecord& record, cons
   if (row) {
     all = parametersOf(record, row->parent);
     if (row->parameters)
-      for (const ParameterRecord& one : row->parameters->list) all.push_back(&one);
+      for (const ParameterRecord& entry : row->parameters->list) all.push_back(&entry);
   } else {
-    for (const ParameterRecord& one : record.parameters.list) all.push_back(&one);
+    for (const ParameterRecord& item : record.parameters.list) all.push_back(&item);
   }
   return all;
 }
@@ -64,9 +64,9 @@ std::vector<const ParameterRecord*> parametersOf(const ModelRecord& record, cons
 void resolveParameters(const Model& instance, ModelRecord& record) {
   const auto originals = parametersOf(instance.document->record, instance.row);
   for (std::size_t i = 0; i < originals.size(); ++i) {
-    ParameterRecord& one = record.parameters.list[i];
-    const Scalar& value = heldValue(instance, ProFamitemType::parameter, one.name, originals[i]->value);
-    if (fitsType(value, one.type)) one.value = value;
+    ParameterRecord& entry = record.parameters.list[i];
+    const Scalar& value = heldValue(instance, ProFamitemType::parameter, entry.name, originals[i]->value);
+    if (fitsType(value, entry.type)) entry.value = value;
   }
   for (std::size_t i = 0; i < record.features.size(); ++i) {
     const FeatureRecord& original = instance.document->record.features[i];
@@ -77,10 +77,10 @@ void resolveParameters(const Model& instance, ModelRecord& record) {
 
 void resolveDimensions(const Model& instance, ModelRecord& record) {
   for (std::size_t i = 0; i < record.dimensions.size(); ++i) {
-    DimensionRecord& one = record.dimensions[i];
+    DimensionRecord& entry = record.dimensions[i];
     const Scalar& stored = instance.document->record.dimensions[i].value;
-    const Scalar& value = heldValue(instance, ProFamitemType::dimension, symbolOf(one), stored);
-    if (std::holds_alternative<double>(value) || std::holds_alternative<int>(value)) one.value = value;
+    const Scalar& value = heldValue(instance, ProFamitemType::dimension, symbolOf(entry), stored);
+    if (std::holds_alternative<double>(value) || std::holds_alternative<int>(value)) entry.value = value;
   }
 }
 
@@ -103,18 +103,18 @@ void resolveFeatures(const Model& instance, ModelRecord& record) {
   // An id that a component got by its place is written down, as the places change.
   for (const TreeFeature& place : tree)
     if (place.component != TreeFeature::kNone) record.components[place.component].feature = place.id;
-  std::erase_if(record.features, [&](const FeatureRecord& one) { return gone.contains(one.id); });
+  std::erase_if(record.features, [&](const FeatureRecord& entry) { return gone.contains(entry.id); });
   // Their dimensions stay: relations may read them.
   dropReferences(record, gone, {});
 }
 
 void resolveComponents(const Model& instance, ModelRecord& record) {
   std::vector<UsedModelRecord> kept;
-  for (UsedModelRecord& one : record.components) {
-    auto text = componentText(instance, one);
+  for (UsedModelRecord& component : record.components) {
+    auto text = componentText(instance, component);
     if (!text) continue;
-    one.name = std::move(*text);
-    kept.push_back(std::move(one));
+    component.name = std::move(*text);
+    kept.push_back(std::move(component));
   }
   record.components = std::move(kept);
 }
@@ -123,7 +123,7 @@ void resolveComponents(const Model& instance, ModelRecord& record) {
 void takeOwn(RowRecord& row, bool innermost, bool table, ModelRecord& record) {
   if (row.parent) takeOwn(*row.parent, false, false, record);
   ModelRecord own = LentRow(row, innermost && table).copy();
-  for (ParameterRecord& one : own.parameters.list) record.parameters.list.push_back(std::move(one));
+  for (ParameterRecord& entry : own.parameters.list) record.parameters.list.push_back(std::move(entry));
   if (!innermost) return;
   addUnknownMembers(record, row);
   record.externalData = std::move(own.externalData);

@@ -33,7 +33,7 @@ constexpr Kind kKinds[] = {
 
 bool isDefaultRep(std::string_view name) {
   return std::any_of(std::begin(kDefaultReps), std::end(kDefaultReps),
-                     [name](const DefaultRep& one) { return sameName(one.name, name); });
+                     [name](const DefaultRep& rep) { return sameName(rep.name, name); });
 }
 
 bool isThere(ModelRecord& record, ProItemType type, std::string_view name) {
@@ -67,10 +67,10 @@ std::wstring goneFrom(ModelRecord& record, const CombinedStateRecord& state) {
 void showLayers(ModelRecord& record, const LayerStateRecord& state) {
   std::unordered_map<std::string, LayerRecord*> layers;
   for (LayerRecord& layer : record.layers) layers.emplace(folded(layer.name), &layer);
-  for (const LayerStatusRecord& one : state.layers)
-    if (const auto layer = layers.find(folded(one.name)); layer != layers.end()) {
+  for (const LayerStatusRecord& entry : state.layers)
+    if (const auto layer = layers.find(folded(entry.name)); layer != layers.end()) {
       // As when the layer state itself is shown: the model keeps the statuses.
-      layer->second->status = one.status;
+      layer->second->status = entry.status;
       layer->second->unsaved.reset();
     }
 }
@@ -88,10 +88,11 @@ creo::ProError deleteFrom(const Model& model, std::vector<Record>& records, cons
 
 // The dimension of a cross section's distance goes with it.
 void dropDistance(ModelRecord& record, int section) {
-  const CrossSectionRecord* held = recordOf(record.crossSections, section);
-  const int dimension = held ? held->dimension : 0;
+  const CrossSectionRecord* present = recordOf(record.crossSections, section);
+  const int dimension = present ? present->dimension : 0;
   if (dimension == 0) return;
-  std::erase_if(record.dimensions, [&](const DimensionRecord& one) { return !one.reference && one.id == dimension; });
+  std::erase_if(record.dimensions,
+                [&](const DimensionRecord& entry) { return !entry.reference && entry.id == dimension; });
   dropReferences(record, {}, {dimension});
 }
 
@@ -132,9 +133,9 @@ creo::ProError deleteState(const Model& model, const creo::ProModelitem& state) 
 }
 
 void makeActive(const Model& model, std::string ModelRecord::*active, std::string_view name) {
-  std::string& held = model.document->record.*active;
-  if (held == name) return;
-  held = name;
+  std::string& present = model.document->record.*active;
+  if (present == name) return;
+  present = name;
   model.document->touch(nullptr);
 }
 

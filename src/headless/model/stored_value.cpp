@@ -10,20 +10,20 @@ namespace {
 
 // What the type makes of a value; nothing for a value that it can't hold.
 std::optional<Scalar> scalarOf(const RelationValue& value, creo::ProParamvalueType type) {
-  const auto held = number(value);
+  const auto present = number(value);
   switch (type) {
     case creo::ProParamvalueType::string:
       if (const auto* text = std::get_if<std::string>(&value)) return Scalar(*text);
       break;
     case creo::ProParamvalueType::real:
-      if (held) return Scalar(*held);
+      if (present) return Scalar(*present);
       break;
     case creo::ProParamvalueType::integer:
-      if (held && std::abs(*held) <= std::numeric_limits<int>::max())
-        return Scalar(static_cast<int>(std::lround(*held)));
+      if (present && std::abs(*present) <= std::numeric_limits<int>::max())
+        return Scalar(static_cast<int>(std::lround(*present)));
       break;
     case creo::ProParamvalueType::boolean:
-      if (held) return Scalar(*held != 0);
+      if (present) return Scalar(*present != 0);
       break;
     case creo::ProParamvalueType::noteId:
     case creo::ProParamvalueType::none:
@@ -46,8 +46,8 @@ RelationValue relationValue(const Scalar& value) {
   return {};
 }
 
-RelationValue countedIn(const Scalar& held, const ParameterRecord* parameter, const ModelRecord& model) {
-  RelationValue value = relationValue(held);
+RelationValue countedIn(const Scalar& scalar, const ParameterRecord* parameter, const ModelRecord& model) {
+  RelationValue value = relationValue(scalar);
   if (!hasUnits(parameter) || !std::holds_alternative<double>(value)) return value;
   const double there = inModelUnits(std::get<double>(value), parameter->units, model);
   return std::isfinite(there) ? RelationValue(there) : RelationValue();
@@ -66,8 +66,8 @@ RelationValue unitless(const RelationValue& value, const ParameterRecord* parame
   return real && hasUnits(parameter) ? RelationValue(inOwnUnits(*real, parameter->units, model)) : value;
 }
 RelationValue withUnits(const RelationValue& value, const ParameterRecord* parameter, const ModelRecord& model) {
-  const auto held = number(value);
-  return held && hasUnits(parameter) ? RelationValue(inModelUnits(*held, parameter->units, model)) : value;
+  const auto present = number(value);
+  return present && hasUnits(parameter) ? RelationValue(inModelUnits(*present, parameter->units, model)) : value;
 }
 
 }  // namespace headless

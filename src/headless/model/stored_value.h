@@ -12,7 +12,7 @@ namespace headless {
 // The number, text or flag as it stands.
 RelationValue relationValue(const Scalar& value);
 // What relations count with: a parameter with units in those of the model, as dimensions are. Null: no parameter.
-RelationValue countedIn(const Scalar& held, const ParameterRecord* parameter, const ModelRecord& model);
+RelationValue countedIn(const Scalar& scalar, const ParameterRecord* parameter, const ModelRecord& model);
 // The way back. Nothing for a value that the parameter can't hold.
 std::optional<Scalar> givenBack(const RelationValue& value, creo::ProParamvalueType type,
                                 const ParameterRecord* parameter, const ModelRecord& model);

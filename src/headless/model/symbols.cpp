@@ -18,9 +18,9 @@ void collect(const std::vector<SymbolGroupRecord>& groups, const SymbolGroupReco
 template <class Record>
 Record* withId(std::vector<Record>& records, int id) {
   const auto guess = std::lower_bound(records.begin(), records.end(), id,
-                                      [](const Record& one, int wanted) { return one.id < wanted; });
+                                      [](const Record& record, int wanted) { return record.id < wanted; });
   if (guess != records.end() && guess->id == id) return &*guess;
-  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& one) { return one.id == id; });
+  const auto found = std::find_if(records.begin(), records.end(), [id](const Record& entry) { return entry.id == id; });
   return found == records.end() ? nullptr : &*found;
 }
 
@@ -33,8 +33,8 @@ SymbolDefinitionRecord* symbolDefinitionOf(ModelDocument& drawing, int id) {
 }
 
 SymbolDefinitionRecord* symbolDefinitionNamed(ModelDocument& drawing, std::string_view name) {
-  for (SymbolDefinitionRecord& one : drawing.record.symbolDefinitions)
-    if (sameName(one.name, name)) return &one;
+  for (SymbolDefinitionRecord& definition : drawing.record.symbolDefinitions)
+    if (sameName(definition.name, name)) return &definition;
   return nullptr;
 }
 
@@ -46,8 +46,8 @@ std::vector<SymbolGroupPlace> groupsOf(const SymbolDefinitionRecord& definition)
 
 int sheetOfView(const ModelDocument& drawing, int view, int otherwise) {
   int sheet = view == 0 ? otherwise : sheetOfOwnView(view);
-  for (const ViewRecord& one : drawing.record.views)
-    if (view > 0 && one.id == view) sheet = std::max(one.sheet, 1);
+  for (const ViewRecord& entry : drawing.record.views)
+    if (view > 0 && entry.id == view) sheet = std::max(entry.sheet, 1);
   return headless::sheetOf(drawing, sheet) ? sheet : 0;
 }
 

@@ -31,7 +31,7 @@ int sheetOfView(const ModelDocument& drawing, int view, int otherwise);
 template <class Records>
 int nextId(const Records& records) {
   int highest = 0;
-  for (const auto& one : records) highest = std::max(highest, one.id);
+  for (const auto& record : records) highest = std::max(highest, record.id);
   return highest == std::numeric_limits<int>::max() ? 0 : highest + 1;
 }
 

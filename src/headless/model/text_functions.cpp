@@ -84,17 +84,17 @@ std::size_t fewest(std::string_view kinds) { return kinds.ends_with('N') ? kinds
 }  // namespace
 
 std::optional<Evaluated> textFunction(std::string_view name, const Arguments& arguments) {
-  for (const TextFunction& one : kFunctions) {
-    if (!sameName(one.name, name)) continue;
-    if (arguments.size() < fewest(one.kinds) || arguments.size() > one.kinds.size()) return std::nullopt;
+  for (const TextFunction& function : kFunctions) {
+    if (!sameName(function.name, name)) continue;
+    if (arguments.size() < fewest(function.kinds) || arguments.size() > function.kinds.size()) return std::nullopt;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
       if (arguments[i].index() == 0) return Evaluated{};
       const bool isText = std::holds_alternative<std::string>(arguments[i]);
-      if (isText != (one.kinds[i] == 't'))
+      if (isText != (function.kinds[i] == 't'))
         return Evaluated{
             {}, isText ? L"a text stands where a number is needed" : L"a number stands where a text is needed"};
     }
-    return one.value(arguments);
+    return function.value(arguments);
   }
   return std::nullopt;
 }

@@ -117,14 +117,14 @@ bool takeFactor(std::string_view& rest, int sign, UnitScale& into, bool alone) {
 
 // A system that isn't known counts as the first one.
 const System& systemOf(std::string_view name) {
-  for (const System& one : kSystems)
-    if (one.name == name) return one;
+  for (const System& system : kSystems)
+    if (system.name == name) return system;
   return kSystems[0];
 }
 
 const UnitSystemRecord* ownSystem(const ModelRecord& model, std::string_view name) {
-  for (const UnitSystemRecord& one : model.unitSystems)
-    if (sameName(one.name, name)) return &one;
+  for (const UnitSystemRecord& system : model.unitSystems)
+    if (sameName(system.name, name)) return &system;
   return nullptr;
 }
 
@@ -215,35 +215,35 @@ double inOwnUnits(double value, std::string_view unit, const ModelRecord& model)
 
 std::string systemName(std::string_view system) {
   if (system.empty()) return std::string(kSystems[0].fullName);
-  for (const System& one : kSystems)
-    if (one.name == system) return std::string(one.fullName);
+  for (const System& entry : kSystems)
+    if (entry.name == system) return std::string(entry.fullName);
   return std::string(system);
 }
 
 bool isStandardSystem(std::string_view system) { return system.empty() || systemOf(system).name == system; }
 
 std::string systemUnit(const ModelRecord& model, std::string_view system, creo::ProUnitType type) {
-  const System& held = systemOf(system);
+  const System& present = systemOf(system);
   const UnitSystemRecord* own = ownSystem(model, system);
   const auto chosen = [own](std::string UnitSystemRecord::*member, std::string_view standard) {
     return own && !(own->*member).empty() ? own->*member : std::string(standard);
   };
   switch (type) {
     case creo::ProUnitType::length:
-      return chosen(&UnitSystemRecord::length, held.lengthUnit);
+      return chosen(&UnitSystemRecord::length, present.lengthUnit);
     case creo::ProUnitType::mass:
-      return chosen(&UnitSystemRecord::mass, held.massUnit);
+      return chosen(&UnitSystemRecord::mass, present.massUnit);
     case creo::ProUnitType::time:
-      return chosen(&UnitSystemRecord::time, held.timeUnit);
+      return chosen(&UnitSystemRecord::time, present.timeUnit);
     case creo::ProUnitType::temperature:
-      return chosen(&UnitSystemRecord::temperature, held.temperature);
+      return chosen(&UnitSystemRecord::temperature, present.temperature);
   }
   return {};
 }
 
 std::vector<std::string> standardSystems() {
   std::vector<std::string> names;
-  for (const System& one : kSystems) names.emplace_back(one.name);
+  for (const System& system : kSystems) names.emplace_back(system.name);
   return names;
 }
 

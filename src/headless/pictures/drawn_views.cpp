@@ -45,9 +45,9 @@ std::optional<ProTransform> usualOrientation(std::wstring_view name) {
 // The view's own matrix, else that of the model's view of this name, else the side that the name tells.
 ProTransform orientationFor(const ViewRecord& view, const ModelRecord& model) {
   if (const auto own = orientationOf(view)) return *own;
-  for (const ViewRecord& one : model.views)
-    if (sameName(one.name, view.name))
-      if (const auto saved = orientationOf(one)) return *saved;
+  for (const ViewRecord& record : model.views)
+    if (sameName(record.name, view.name))
+      if (const auto saved = orientationOf(record)) return *saved;
   return usualOrientation(text::fromUtf8(view.name)).value_or(ProTransform{});
 }
 

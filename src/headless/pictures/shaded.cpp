@@ -170,9 +170,9 @@ Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int
   // What can be seen through is drawn over what can't.
   std::stable_sort(turned.begin(), turned.end(),
                    [](const Turned& a, const Turned& b) { return a.part->transparency < b.part->transparency; });
-  for (const Turned& one : turned) {
-    if (one.part->transparency <= 0) drawEdges(canvas, one, fit, view, kEdgeLift * box.size() * fit.scale);
-    drawFaces(canvas, one, fit, view);
+  for (const Turned& entry : turned) {
+    if (entry.part->transparency <= 0) drawEdges(canvas, entry, fit, view, kEdgeLift * box.size() * fit.scale);
+    drawFaces(canvas, entry, fit, view);
   }
   return finished();
 }

@@ -74,18 +74,18 @@ class Painter {
     const ModelRecord& record = drawing_.document->record;
     part_ = SheetPart::views;
     DrawnViews views(sources_.models, models_, picture_.width, picture_.height);
-    for (const ViewRecord& one : record.views)
-      if (std::max(one.sheet, 1) == number_) view(one, views.lines(one, sheet.scale));
-    for (const TableRecord& one : record.tables) {
-      part_ = one.fromFormat ? SheetPart::format : SheetPart::tables;
-      if (!(one.fromFormat && sheet.formatBlanked)) table(one);
+    for (const ViewRecord& entry : record.views)
+      if (std::max(entry.sheet, 1) == number_) view(entry, views.lines(entry, sheet.scale));
+    for (const TableRecord& item : record.tables) {
+      part_ = item.fromFormat ? SheetPart::format : SheetPart::tables;
+      if (!(item.fromFormat && sheet.formatBlanked)) table(item);
     }
     part_ = SheetPart::symbols;
-    for (const SymbolRecord& one : record.symbols)
-      if (one.sheet == number_ && !one.erased) symbol(one);
+    for (const SymbolRecord& candidate : record.symbols)
+      if (candidate.sheet == number_ && !candidate.erased) symbol(candidate);
     part_ = SheetPart::notes;
-    for (const NoteRecord& one : record.notes)
-      if (one.sheet == number_ && !one.erased) note(one);
+    for (const NoteRecord& element : record.notes)
+      if (element.sheet == number_ && !element.erased) note(element);
     part_ = SheetPart::lines;
     drafts(record.drafts, number_);
   }

@@ -48,11 +48,11 @@ class Gathering {
     ShadedPart& made = shown.parts.emplace_back(ShadedPart{.mesh = &known->second, .place = place, .scale = scale});
     if (look && look->color.size() == 3) made.color = {look->color[0], look->color[1], look->color[2]};
     if (look) made.transparency = look->transparency;
-    for (const SurfaceAppearanceRecord& one : part.document->record.surfaceAppearances) {
-      const auto& color = one.appearance.color;
-      const bool isOuter = one.side == static_cast<int>(creo::ProSurfaceSide::outer);
+    for (const SurfaceAppearanceRecord& entry : part.document->record.surfaceAppearances) {
+      const auto& color = entry.appearance.color;
+      const bool isOuter = entry.side == static_cast<int>(creo::ProSurfaceSide::outer);
       if (isOuter && color.size() == 3)
-        made.faceColors.try_emplace(one.surface, std::array{color[0], color[1], color[2]});
+        made.faceColors.try_emplace(entry.surface, std::array{color[0], color[1], color[2]});
     }
     return creo::ProNoError;
   }

@@ -190,7 +190,7 @@ void readComponents(const Reader& reader, const Json& list, const std::string* i
     readMembers(reader, item, made);
     if (reader.dialog.add(name, std::move(made))) fail(item, "a second component " + inQuotes(name));
     if (inside) reader.dialog.place(name, *inside);
-    if (const Json* held = item.member("components")) readComponents(reader, *held, inside ? &name : nullptr);
+    if (const Json* json = item.member("components")) readComponents(reader, *json, inside ? &name : nullptr);
   }
 }
 

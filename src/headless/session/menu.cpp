@@ -21,8 +21,8 @@ creo::ProError Menu::addButton(const MenuButton& button, creo::ProCommand comman
   const auto menu = menus_.find(button.menu);
   Command* behind = this->command(command);
   if (menu == menus_.end() || !behind) return creo::ProNotFound;
-  const bool known = std::any_of(buttons_.begin(), buttons_.end(), [&](const MenuButton& one) {
-    return one.menu == button.menu && one.name == button.name;
+  const bool known = std::any_of(buttons_.begin(), buttons_.end(), [&](const MenuButton& entry) {
+    return entry.menu == button.menu && entry.name == button.name;
   });
   if (known) return creo::ProExists;
   behind->inMenu = true;

@@ -19,7 +19,7 @@ bool isOptionName(std::wstring_view name) {
 
 bool mayHaveSeveral(std::wstring_view name) {
   return std::any_of(std::begin(kSeveral), std::end(kSeveral),
-                     [name](std::wstring_view one) { return text::equalNoCase(one, name); });
+                     [name](std::wstring_view entry) { return text::equalNoCase(entry, name); });
 }
 
 }  // namespace

@@ -45,10 +45,10 @@ int Windows::of(creo::ProMdl model, const std::wstring& key) const {
 }
 
 bool Windows::show(int window, creo::ProMdl model) {
-  Window& one = windows_.at(window);
-  if (one.model == model) return false;
-  byModel_.erase(one.model.value);
-  one.model = model;
+  Window& entry = windows_.at(window);
+  if (entry.model == model) return false;
+  byModel_.erase(entry.model.value);
+  entry.model = model;
   byModel_[model.value] = window;
   return true;
 }

@@ -10,8 +10,8 @@ constexpr std::size_t kNumbers = 7;
 
 bool isPlain(const NoteLineRecord& line) {
   if (line.texts.size() != 1 || line.texts.front().extra) return false;
-  const NoteTextRecord& one = line.texts.front();
-  return one.height == 0 && one.width == 0 && one.slant == 0 && one.thickness == 0 && one.font.empty();
+  const NoteTextRecord& record = line.texts.front();
+  return record.height == 0 && record.width == 0 && record.slant == 0 && record.thickness == 0 && record.font.empty();
 }
 
 }  // namespace

@@ -157,7 +157,7 @@ template <class E>
 requires std::is_enum_v<E>
 bool hasText(const E& value) {
   return std::any_of(std::begin(EnumTexts<E>::texts), std::end(EnumTexts<E>::texts),
-                     [value](const auto& one) { return one.second == value; });
+                     [value](const auto& entry) { return entry.second == value; });
 }
 // ---- records, lists and objects; declared first, as they hold one another
 
@@ -350,7 +350,7 @@ void copyValue(const std::vector<T>& from, std::vector<T>& into) {
   } else {
     into.clear();
     into.reserve(from.size());
-    for (const T& one : from) copyValue(one, into.emplace_back());
+    for (const T& entry : from) copyValue(entry, into.emplace_back());
   }
 }
 template <class T>
@@ -383,13 +383,14 @@ template <class R>
 void addUnknown(R& record, const Open& from) {
   if (!from.extra) return;
   const auto& fields = RecordTable<R>::fields;
-  for (const auto& one : from.extra->unknown) {
-    if (std::any_of(fields.begin(), fields.end(), [&](const auto& f) { return f.name == one.first; })) continue;
+  for (const auto& entry : from.extra->unknown) {
+    if (std::any_of(fields.begin(), fields.end(), [&](const auto& f) { return f.name == entry.first; })) continue;
     if (!record.extra) record.extra = std::make_unique<Extra>(Extra{ownOrder(record), {}});
-    auto& held = record.extra->unknown;
-    if (std::any_of(held.begin(), held.end(), [&](const auto& there) { return there.first == one.first; })) continue;
+    auto& present = record.extra->unknown;
+    if (std::any_of(present.begin(), present.end(), [&](const auto& there) { return there.first == entry.first; }))
+      continue;
     record.extra->order += Extra::kUnknown;
-    held.push_back(one);
+    present.push_back(entry);
   }
 }
 

@@ -54,8 +54,8 @@ void eachInstance(const Json& table, const std::string& generic, F f) {
 }
 
 void collectUses(const std::vector<UsedModelRecord>& used, std::vector<creo::ProDependency>& into) {
-  for (const UsedModelRecord& one : used)
-    into.push_back({text::upper(text::fromUtf8(one.name)), creo::typeExtension(one.type), one.type});
+  for (const UsedModelRecord& record : used)
+    into.push_back({text::upper(text::fromUtf8(record.name)), creo::typeExtension(record.type), record.type});
 }
 
 void collectRows(const FamilyTableRecord& table, const std::wstring& generic, FolderDocument& into) {
@@ -231,13 +231,13 @@ std::vector<FolderDocument> readFolder(std::wstring_view folderPath) {
 
 Folder& Store::folder(std::wstring_view path) {
   std::wstring whole = os::asFolder(os::withBackslashes(path));
-  auto& held = folders_[text::lower(whole)];
-  if (!held) held = std::make_unique<Folder>(std::move(whole));
-  return *held;
+  auto& present = folders_[text::lower(whole)];
+  if (!present) present = std::make_unique<Folder>(std::move(whole));
+  return *present;
 }
 
 os::Result<std::string> Store::read(const std::wstring& path) const {
-  if (const auto held = withheld_.find(path); held != withheld_.end()) return {held->second, {}};
+  if (const auto present = withheld_.find(path); present != withheld_.end()) return {present->second, {}};
   return os::files().read(path);
 }
 

@@ -78,7 +78,7 @@ class Matcher {
     for (std::size_t i = b.begin; i < b.end; ++i) ++seen_[after_[i]].inB;
     Pairs once;
     for (std::size_t i = b.begin; i < b.end; ++i)
-      if (const Seen& one = seen_[after_[i]]; one.inA == 1 && one.inB == 1) once.emplace_back(one.at, i);
+      if (const Seen& seen = seen_[after_[i]]; seen.inA == 1 && seen.inB == 1) once.emplace_back(seen.at, i);
     for (std::size_t i = a.begin; i < a.end; ++i) seen_[before_[i]] = {};
     for (std::size_t i = b.begin; i < b.end; ++i) seen_[after_[i]] = {};
     return once;

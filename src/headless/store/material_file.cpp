@@ -123,7 +123,7 @@ class MaterialReader {
   std::wstring plain(std::wstring_view name, std::wstring_view value) {
     if (value.empty()) return {};
     const bool isStandard = std::any_of(std::begin(kStandard), std::end(kStandard),
-                                        [&](std::wstring_view one) { return text::equalNoCase(one, name); });
+                                        [&](std::wstring_view entry) { return text::equalNoCase(entry, name); });
     const std::wstring full = (isStandard ? std::wstring(kPrefix) : std::wstring()) + std::wstring(name);
     bool isWhole = false;
     if (!isNumber(value, isWhole)) return add(full, ProParamvalueType::string, text::toUtf8(value));
@@ -137,8 +137,8 @@ class MaterialReader {
     ProParamvalueType type = ProParamvalueType::none;
     if (const std::size_t colon = name.find(L':'); colon != name.npos) {
       const std::wstring_view word = text::trimmed(name.substr(colon + 1));
-      for (const TypeWord& one : kTypes)
-        if (text::equalNoCase(one.word, word)) type = one.type;
+      for (const TypeWord& item : kTypes)
+        if (text::equalNoCase(item.word, word)) type = item.type;
       if (type == ProParamvalueType::none) return L"the type must be one of String, Integer, Double, Boolean";
       name = text::trimmed(name.substr(0, colon));
     }

@@ -29,9 +29,9 @@ class NameIndex {
     }
     catchUp(count, nameAt);
     for (std::size_t at = nameHash(name);; ++at) {
-      const std::uint32_t held = slots_[at & (slots_.size() - 1)];
-      if (held == 0) return kNone;
-      if (sameName(nameAt(held - 1), name)) return held - 1;
+      const std::uint32_t present = slots_[at & (slots_.size() - 1)];
+      if (present == 0) return kNone;
+      if (sameName(nameAt(present - 1), name)) return present - 1;
     }
   }
   void drop() {

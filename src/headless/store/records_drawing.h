@@ -85,7 +85,7 @@ struct NoteLineRecord {
   std::vector<NoteTextRecord> texts;
   [[nodiscard]] std::string text() const {  // all pieces, joined
     std::string joined;
-    for (const NoteTextRecord& one : texts) joined += one.text;
+    for (const NoteTextRecord& record : texts) joined += record.text;
     return joined;
   }
 };

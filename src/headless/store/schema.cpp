@@ -36,9 +36,9 @@ void Schema::eachMember(const Describe& member) {
   out_ += '}';
 }
 
-void Schema::either(const Describe& one, const Describe& other) {
+void Schema::either(const Describe& describe, const Describe& other) {
   out_ += "{\"anyOf\": [";
-  one();
+  describe();
   out_ += ", ";
   other();
   out_ += "]}";

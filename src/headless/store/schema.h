@@ -22,7 +22,7 @@ class Schema {
   // An array each item of which is what `item` describes; an object each member of which is.
   void eachItem(const Describe& item);
   void eachMember(const Describe& member);
-  void either(const Describe& one, const Describe& other);
+  void either(const Describe& describe, const Describe& other);
 
   // An object. It has a definition of its own, named by the place where it was met first ("features.pattern"); `table`
   // tells records apart. `members` calls member() for each of its members, then add() for what is true of several.

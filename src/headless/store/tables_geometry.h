@@ -107,8 +107,8 @@ struct RecordTable<SolidRecord> {
   static constexpr std::string_view schema =
       R"("allOf": [{"properties": {"coordinateSystems": {"items": {"properties": {"csys": {"const": ""}}}}}}])";
   static void check(const R& record, const Json& json, Reader& in) {
-    for (const DatumRecord& one : record.coordinateSystems)
-      if (!one.csys.empty()) in.fail(json, L"a coordinate system counts in the model's own, without 'csys'");
+    for (const DatumRecord& system : record.coordinateSystems)
+      if (!system.csys.empty()) in.fail(json, L"a coordinate system counts in the model's own, without 'csys'");
   }
 };
 

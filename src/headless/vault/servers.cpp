@@ -33,8 +33,8 @@ std::optional<ObjectName> modelNameOf(const std::wstring& file) {
 // What the server says of a model stands in the model as text parameters, in place of what had their names.
 void setServerParameter(ModelRecord& record, const char* name, const std::string& value) {
   ParameterRecord* parameter = nullptr;
-  for (ParameterRecord& one : record.parameters.list)
-    if (sameName(one.name, name)) parameter = &one;
+  for (ParameterRecord& entry : record.parameters.list)
+    if (sameName(entry.name, name)) parameter = &entry;
   if (!parameter) {
     parameter = &record.parameters.list.emplace_back();
     parameter->name = name;
@@ -53,8 +53,8 @@ std::wstring slashed(std::wstring_view path) {
 
 // Has the model in memory, or the folder's newest document, what the vault lacks? A history alone isn't meant.
 bool isChangedInMemory(const Models& models, const ObjectName& name) {
-  const auto held = models.inMemory(name.name, name.type);
-  return held && models.find(held.value)->document->isContentModified();
+  const auto memory = models.inMemory(name.name, name.type);
+  return memory && models.find(memory.value)->document->isContentModified();
 }
 bool isChangedHere(Models& models, const Vault& vault, const ObjectName& name, const MemberRecord& member) {
   const DocumentFile* newest = models.folders().home().find(name.name, name.type);
@@ -217,12 +217,12 @@ ProError Servers::removeAll(std::wstring& conflicts) {
   if (const VaultAnswer answer = server.vault->lock(server.lockWait, lock); !answer) return ended(answer, &conflicts);
   std::vector<ObjectName> members;
   std::wstring reasons;
-  for (const ListedObject& one : server.vault->objects()) {
-    if (!one.fault.empty()) return ended({creo::ProGeneralError, one.fault}, nullptr);
-    const MemberRecord* member = memberOf(one.record, server.who);
+  for (const ListedObject& object : server.vault->objects()) {
+    if (!object.fault.empty()) return ended({creo::ProGeneralError, object.fault}, nullptr);
+    const MemberRecord* member = memberOf(object.record, server.who);
     if (!member) continue;
-    const ObjectName& name = members.emplace_back(ObjectName{text::fromUtf8(one.record.name), one.record.type});
-    if (isCheckedOut(one.record, server.who, name.name))
+    const ObjectName& name = members.emplace_back(ObjectName{text::fromUtf8(object.record.name), object.record.type});
+    if (isCheckedOut(object.record, server.who, name.name))
       addLine(reasons, name.label() + L" is checked out");
     else if (isChangedInMemory(models_, name) || isChangedHere(models_, *server.vault, name, *member))
       addLine(reasons, name.label() + L" has changes that aren't checked in");
@@ -284,7 +284,7 @@ void Servers::place(ModelDocument& document) const {
 }
 
 void Servers::placeAll() const {
-  for (const ModelInMemory& one : models_.list()) place(*models_.find(one.handle)->document);
+  for (const ModelInMemory& listed : models_.list()) place(*models_.find(listed.handle)->document);
 }
 
 VaultAnswer Servers::bring(const Server& server, const ObjectName& name, const ObjectRecord& object) {

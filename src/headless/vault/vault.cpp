@@ -106,12 +106,12 @@ bool isCheckedOut(const ObjectRecord& object, const WorkspaceName& who, const st
   if (!isHere(object, who)) return false;
   const std::string wanted = text::toUtf8(name);
   const auto& names = object.checkOut->names;
-  return std::any_of(names.begin(), names.end(), [&](const std::string& one) { return sameName(one, wanted); });
+  return std::any_of(names.begin(), names.end(), [&](const std::string& entry) { return sameName(entry, wanted); });
 }
 
 std::wstring iterationText(const ObjectRecord& object, int iteration) {
-  const IterationRecord& one = object.iterations.at(static_cast<std::size_t>(iteration) - 1);
-  return text::fromUtf8(one.revision) + L'.' + std::to_wstring(one.iteration);
+  const IterationRecord& entry = object.iterations.at(static_cast<std::size_t>(iteration) - 1);
+  return text::fromUtf8(entry.revision) + L'.' + std::to_wstring(entry.iteration);
 }
 
 VaultAnswer Vault::create(const std::wstring& folder, const std::string& name) {
@@ -164,8 +164,8 @@ std::vector<ListedObject> Vault::objects() const {
   std::vector<ListedObject> all;
   for (const std::wstring& file : files_.names(folder_ + kObjects)) {
     if (!file.ends_with(L".json")) continue;
-    ListedObject& one = all.emplace_back();
-    one.fault = readFrom(files_, folder_ + kObjects + file, one.record).reason;
+    ListedObject& object = all.emplace_back();
+    object.fault = readFrom(files_, folder_ + kObjects + file, object.record).reason;
   }
   return all;
 }
@@ -229,9 +229,9 @@ VaultAnswer Vault::checkOut(const ObjectName& name, const WorkspaceName& who, co
     record.checkOut->workspace = who.workspace;
     record.checkOut->at = now();
   }
-  auto& held = record.checkOut->names;
-  for (const std::string& one : names)
-    if (!isCheckedOut(record, who, text::fromUtf8(one))) held.push_back(one);
+  auto& present = record.checkOut->names;
+  for (const std::string& entry : names)
+    if (!isCheckedOut(record, who, text::fromUtf8(entry))) present.push_back(entry);
   return writeObject(record);
 }
 

@@ -7,10 +7,10 @@
 namespace headless {
 
 os::Result<std::string> VaultFiles::read(const std::wstring& path) const {
-  const auto held = withheld_.find(path);
-  if (held == withheld_.end()) return os::files().read(path);
-  if (!held->second) return {{}, std::make_error_code(std::errc::no_such_file_or_directory)};
-  return {*held->second, {}};
+  const auto present = withheld_.find(path);
+  if (present == withheld_.end()) return os::files().read(path);
+  if (!present->second) return {{}, std::make_error_code(std::errc::no_such_file_or_directory)};
+  return {*present->second, {}};
 }
 
 std::error_code VaultFiles::write(const std::wstring& path, std::string_view bytes) {

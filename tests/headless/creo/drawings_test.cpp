@@ -280,8 +280,8 @@ TEST_F(Drawings, TablesAreMadeFilledAndDeleted) {
 
 TEST_F(Drawings, SymbolsKnowTheirDefinitions) {
   std::wstring names;
-  for (const ProDtlsymdef& one : ProDrawingDtlsymdefsCollect(pair).value)
-    names += ProDtlsymdefNameGet(one).value + L" ";
+  for (const ProDtlsymdef& dtlsymdef : ProDrawingDtlsymdefsCollect(pair).value)
+    names += ProDtlsymdefNameGet(dtlsymdef).value + L" ";
   EXPECT_EQ(L"weld unused ", names);
   const auto first = ProDrawingDtlsyminstsCollect(pair, 1).value, second = ProDrawingDtlsyminstsCollect(pair, 2).value;
   ASSERT_EQ(1u, first.size());

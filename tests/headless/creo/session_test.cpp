@@ -28,9 +28,10 @@ class SessionOfModels : public test::HeadlessSession {
   // Every notification is written down as "26:A/1 ".
   void listen() {
     for (const int type : {9, 24, 26, 29, 41, 90, 94, 100, 103, 110})
-      ProNotificationSet(ProNotifyType{type}, [this](const ProNotification& told) {
-        heard += std::to_string(static_cast<int>(told.type)) + ":" + text::toUtf8(ProMdlNameGet(told.model).value) +
-                 "/" + std::to_string(told.window) + " ";
+      ProNotificationSet(ProNotifyType{type}, [this](const ProNotification& notification) {
+        heard += std::to_string(static_cast<int>(notification.type)) + ":" +
+                 text::toUtf8(ProMdlNameGet(notification.model).value) + "/" + std::to_string(notification.window) +
+                 " ";
         return ProNoError;
       });
   }
@@ -125,26 +126,28 @@ TEST_F(SessionOfModels, APersonsCommandsRaiseTheirNotifications) {
 
 TEST_F(SessionOfModels, ListenersHearOfOpeningsAndDisplays) {
   session();
-  std::string told;
+  std::string reported;
   pfcSessionActionListener listener;
-  listener.OnAfterModelRetrieveAll = [&](const pfcModelDescriptor& model) { told += text::toUtf8(model.name) + " "; };
-  listener.OnAfterModelDisplay = [&] { told += "shown "; };
+  listener.OnAfterModelRetrieveAll = [&](const pfcModelDescriptor& model) {
+    reported += text::toUtf8(model.name) + " ";
+  };
+  listener.OnAfterModelDisplay = [&] { reported += "shown "; };
   const int number = pfcSessionActionListenerAdd(listener).value;
   listener = {};
   listener.OnAfterModelDisplay = [] { throw std::runtime_error("lost"); };
   pfcSessionActionListenerAdd(listener);
   const ProMdl b = retrieve(L"B");
   session().settle();
-  EXPECT_EQ("", told) << "nobody opened it";
+  EXPECT_EQ("", reported) << "nobody opened it";
   session().open(L"A", ProMdlType::part);
   session().settle();
-  EXPECT_EQ("A shown ", told);
+  EXPECT_EQ("A shown ", reported);
   EXPECT_EQ("a listener of the session ended with an exception: lost\n", messages());
   EXPECT_EQ(ProNoError, pfcSessionActionListenerRemove(number));
   EXPECT_EQ(ProNotFound, pfcSessionActionListenerRemove(number));
   ProMdlDisplay(b);
   session().settle();
-  EXPECT_EQ("A shown ", told);
+  EXPECT_EQ("A shown ", reported);
   EXPECT_EQ(b, ProWindowMdlGet(1).value);
   EXPECT_EQ(ProBadInputs, ProWindowMdlGet(7).error);
   EXPECT_EQ(2u, ProSessionMdlList(ProMdlType::part).value.size());
@@ -176,7 +179,7 @@ TEST_F(SessionOfModels, TenThousandActivationsDontRecurse) {
   session().settle();
   int count = 0;
   char* lowest = nullptr;
-  ProNotificationSet(ProNotifyType::windowActivated, [&](const ProNotification& told) {
+  ProNotificationSet(ProNotifyType::windowActivated, [&](const ProNotification& notification) {
     char here = 0;
     if (!lowest) lowest = &here;
     EXPECT_LT(std::abs(lowest - &here), 4096);
@@ -187,7 +190,7 @@ TEST_F(SessionOfModels, TenThousandActivationsDontRecurse) {
         if (count < 10000) ProWindowActivate(1);
         return ProNoError;
       });
-      ProWindowActivate(told.window);
+      ProWindowActivate(notification.window);
     }
     return ProNoError;
   });
@@ -348,7 +351,7 @@ TEST_F(SessionOfModels, MessageFilesAndSettings) {
 TEST_F(SessionOfModels, AnEndlessLoopOfEventsEnds) {
   session().open(L"A", ProMdlType::part);
   ProNotificationSet(ProNotifyType::windowActivated,
-                     [](const ProNotification& told) { return ProWindowActivate(told.window); });
+                     [](const ProNotification& notification) { return ProWindowActivate(notification.window); });
   EXPECT_THROW(session().settle(), std::runtime_error);
 }
 

@@ -20,8 +20,8 @@ class SurfacesTest : public test::HeadlessSession {
  protected:
   static std::vector<ProSurface> surfaces(ProMdl solid) {
     std::vector<ProSurface> all;
-    EXPECT_EQ(ProNoError, ProSolidSurfaceVisit(solid, [&](const ProSurface& one) {
-                all.push_back(one);
+    EXPECT_EQ(ProNoError, ProSolidSurfaceVisit(solid, [&](const ProSurface& surface) {
+                all.push_back(surface);
                 return ProNoError;
               }));
     return all;
@@ -49,10 +49,10 @@ TEST_F(SurfacesTest, PlanesLookOutOfTheBodyAlongTheirLongestEdge) {
     ASSERT_EQ(6U, all.size());
     ProVector normals;
     int wanted = 0;
-    for (const ProSurface& one : all) {
-      EXPECT_EQ(ProSurfaceType::plane, ProSurfaceTypeGet(one).value);
-      EXPECT_EQ(ProNotFound, ProSurfaceDiameterEval(one).error);
-      const auto [x, y, z, origin] = ProSurfaceDataGet(one).value;
+    for (const ProSurface& entry : all) {
+      EXPECT_EQ(ProSurfaceType::plane, ProSurfaceTypeGet(entry).value);
+      EXPECT_EQ(ProNotFound, ProSurfaceDiameterEval(entry).error);
+      const auto [x, y, z, origin] = ProSurfaceDataGet(entry).value;
       EXPECT_TRUE(ProMatrixInit(x, y, z, origin));
       normals = {normals.x + z.x, normals.y + z.y, normals.z + z.z};
       // The middle lies behind every plane, half the block away.
@@ -79,9 +79,9 @@ TEST_F(SurfacesTest, RoundOnesHaveADiameter) {
   };
   for (const auto& [primitive, diameters] : cases) {
     std::wstring found;
-    for (const ProSurface& one : surfaces(part(primitive))) {
-      const auto diameter = ProSurfaceDiameterEval(one);
-      if (diameter) EXPECT_EQ(ProNotFound, ProSurfaceDataGet(one).error);
+    for (const ProSurface& surface : surfaces(part(primitive))) {
+      const auto diameter = ProSurfaceDiameterEval(surface);
+      if (diameter) EXPECT_EQ(ProNotFound, ProSurfaceDataGet(surface).error);
       if (diameter) found += text::format(L" %g", diameter.value);
     }
     EXPECT_EQ(diameters, found) << primitive;
@@ -167,8 +167,8 @@ TEST_F(SurfacesTest, FeaturesArePutAwayAndComeBackAsTheyWere) {
   EXPECT_EQ(ProFeatureStatus::active, status(solid, 9));
   model("top.asm.1", R"("components": [{"name": "M1", "type": "prt"}])");
   const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
-  ProSolidFeatVisit(top, [](const ProFeature& one) {
-    EXPECT_EQ(ProBadInputs, ProFeatureWithoptionsSuppress(one.owner, {one.id}));
+  ProSolidFeatVisit(top, [](const ProFeature& feature) {
+    EXPECT_EQ(ProBadInputs, ProFeatureWithoptionsSuppress(feature.owner, {feature.id}));
     return ProNoError;
   });
 }
@@ -252,7 +252,7 @@ TEST_F(SurfacesTest, AnInstancesRowDecidesWhereItHasAValue) {
   const ProMdl plate = retrieve(L"PLATE"), a = retrieve(L"A"), b = retrieve(L"B"), below = retrieve(L"BELOW");
   const auto states = [&](int feature) {
     std::string all;
-    for (const ProMdl one : {plate, a, below, b}) all += std::to_string(static_cast<int>(status(one, feature)));
+    for (const ProMdl current : {plate, a, below, b}) all += std::to_string(static_cast<int>(status(current, feature)));
     return all;
   };
   EXPECT_EQ(ProNoError, ProFeatureWithoptionsSuppress(below, {8}));

@@ -89,9 +89,9 @@ TEST_F(ExchangeTest, FacesKeepTheirColours) {
       "solid": {"primitives": [{"type": "box", "size": [8, 4, 5]}]})");
   const auto colored = [](ProMdl solid) {
     std::set<std::string> all;
-    ProSolidSurfaceVisit(solid, [&](const ProSurface& one) {
-      const auto look = ProSurfaceSideAppearancepropsGet(one, ProSurfaceSide::outer);
-      const ProVector z = ProSurfaceDataGet(one).value.zAxis;
+    ProSolidSurfaceVisit(solid, [&](const ProSurface& surface) {
+      const auto look = ProSurfaceSideAppearancepropsGet(surface, ProSurfaceSide::outer);
+      const ProVector z = ProSurfaceDataGet(surface).value.zAxis;
       if (look)
         all.insert(text::toUtf8(text::format(L"%.0f %.0f %.0f: %.1f %.1f %.1f", z.x + 0.0, z.y + 0.0, z.z + 0.0,
                                              look.value.red, look.value.green, look.value.blue)));

@@ -63,10 +63,11 @@ TEST_F(ForeignTest, DamagedFilesAreRefusedOrWarnedOf) {
     const std::string file = name + ".stp";
     write(file, step);
     const ProError error = import(file, text::fromUtf8(name));
-    const std::string told = messages();
-    EXPECT_NE(told.npos, told.find(file + ": " + line)) << name << "\n" << told;
-    EXPECT_TRUE(error == ProGeneralError || told.find("warning: import of d:\\" + file) != told.npos) << told;
-    const std::size_t before = told.size();
+    const std::string reported = messages();
+    EXPECT_NE(reported.npos, reported.find(file + ": " + line)) << name << "\n" << reported;
+    EXPECT_TRUE(error == ProGeneralError || reported.find("warning: import of d:\\" + file) != reported.npos)
+        << reported;
+    const std::size_t before = reported.size();
     const auto mass = ProSolidMassPropertyGet(stored(step));
     EXPECT_TRUE(!mass || messages().size() > before) << name << ": " << mass.value.volume;
   }
@@ -94,13 +95,14 @@ TEST_F(ForeignTest, FacesThatLeaveTheirEdgesAreRefusedOrWarnedOf) {
                {"10.1", ProNoError, "warning: import of d:\\pin.stp: 1 body has faces that hardly meet"},
                {"5.", ProGeneralError, "the faces of a body don't meet: its volume is unknown"},
                {"20.", ProGeneralError, "the faces of a body don't meet: its volume is unknown"}};
-  for (const auto& one : cases) {
-    write("pin.stp", whole.substr(0, radius) + one.radius + whole.substr(radius + 3));
+  for (const auto& entry : cases) {
+    write("pin.stp", whole.substr(0, radius) + entry.radius + whole.substr(radius + 3));
     const std::size_t before = messages().size();
-    EXPECT_EQ(one.error, import("pin.stp", L"PIN_" + text::fromUtf8(one.radius.substr(0, 2)) +
-                                               std::to_wstring(one.radius.size())));
-    const std::string told = messages().substr(before);
-    EXPECT_TRUE(one.line.empty() ? told.empty() : told.find(one.line) != told.npos) << one.radius << ": " << told;
+    EXPECT_EQ(entry.error, import("pin.stp", L"PIN_" + text::fromUtf8(entry.radius.substr(0, 2)) +
+                                                 std::to_wstring(entry.radius.size())));
+    const std::string reported = messages().substr(before);
+    EXPECT_TRUE(entry.line.empty() ? reported.empty() : reported.find(entry.line) != reported.npos)
+        << entry.radius << ": " << reported;
   }
 }
 

@@ -211,11 +211,11 @@ TEST_F(BodyTest, AStatedDensityIsTheCurrentMaterials) {
        R"("units":"kg/m^3")", false},
   };
   for (const auto& c : cases) {
-    const ProMdl one = part(kPlate, c.members);
-    EXPECT_EQ(ProNoError, ProPartDensitySet(one, 4)) << c.members;
-    EXPECT_DOUBLE_EQ(4, ProPartDensityGet(one).value) << c.members;
-    EXPECT_DOUBLE_EQ(4, ProSolidMassPropertyGet(one).value.density) << c.members;
-    std::string document = session().models().documentText(one).value;
+    const ProMdl model = part(kPlate, c.members);
+    EXPECT_EQ(ProNoError, ProPartDensitySet(model, 4)) << c.members;
+    EXPECT_DOUBLE_EQ(4, ProPartDensityGet(model).value) << c.members;
+    EXPECT_DOUBLE_EQ(4, ProSolidMassPropertyGet(model).value.density) << c.members;
+    std::string document = session().models().documentText(model).value;
     std::erase_if(document, [](char letter) { return letter == ' ' || letter == '\n'; });
     EXPECT_NE(std::string::npos, document.find(c.held)) << document;
     EXPECT_EQ(c.ofPart, document.find("\"density\":") != std::string::npos) << document;

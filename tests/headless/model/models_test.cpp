@@ -24,8 +24,8 @@ class ModelsInMemory : public test::HeadlessSession {
  protected:
   static std::string dependencies(ProMdl model) {
     std::string out;
-    for (const ProDependency& one : ProMdlDependenciesList(model).value)
-      out += text::toUtf8(L" " + one.name + L"." + one.typeText);
+    for (const ProDependency& dependency : ProMdlDependenciesList(model).value)
+      out += text::toUtf8(L" " + dependency.name + L"." + dependency.typeText);
     return out;
   }
 };
@@ -188,10 +188,10 @@ TEST_F(ModelsInMemory, SavingSavesWhatWasChangedBelow) {
         set(retrieve(text::fromUtf8(name), name == "SUB" ? ProMdlType::assembly : ProMdlType::part), L"MASS", real(9));
     EXPECT_EQ(ProNoError, ProMdlSave(drawing)) << c.changed;
     std::set<std::string> saved;
-    for (const SavedDocument& one : session().savedDocuments())
-      saved.insert(text::toUtf8(one.name + L"." + typeExtension(one.type)));
+    for (const SavedDocument& entry : session().savedDocuments())
+      saved.insert(text::toUtf8(entry.name + L"." + typeExtension(entry.type)));
     std::string all;
-    for (const std::string& one : saved) all += (all.empty() ? "" : " ") + one;
+    for (const std::string& item : saved) all += (all.empty() ? "" : " ") + item;
     EXPECT_EQ(c.saved, all) << c.changed;
     EXPECT_EQ(saved.size(), session().savedDocuments().size()) << "each once";
     const bool isReadOnly = std::string(c.changed) == "STD";
@@ -450,8 +450,8 @@ TEST_F(ModelsInMemory, SmallQuestions) {
   EXPECT_TRUE(ProMdlIsSkeleton(part).value);
   for (const bool reference : {false, true}) {
     std::wstring symbols;
-    ProSolidDimensionVisit(part, reference, [&](const ProDimension& one) {
-      symbols += L" " + ProDimensionSymbolGet(one).value;
+    ProSolidDimensionVisit(part, reference, [&](const ProDimension& dimension) {
+      symbols += L" " + ProDimensionSymbolGet(dimension).value;
       return ProNoError;
     });
     EXPECT_EQ(reference ? L" rd4" : L" d3 LEN", symbols);
@@ -487,11 +487,11 @@ TEST_F(ModelsInMemory, ABigAssemblyIsReadOnceAndItsFolderListedOnce) {
   os::surroundings().files = files;
   const ProMdl big = retrieve(L"BIG", ProMdlType::assembly);
   EXPECT_EQ(101, files->reads);
-  for (const ProDependency& one : ProMdlDependenciesList(big).value) {
-    const ProMdl part = ProMdlRetrieve(one.name, one.type).value;
+  for (const ProDependency& dependency : ProMdlDependenciesList(big).value) {
+    const ProMdl part = ProMdlRetrieve(dependency.name, dependency.type).value;
     set(part, L"MASS", HeadlessSession::real(1));
     ProMdlSave(part);
-    EXPECT_EQ(ProNotFound, ProMdlRetrieve(one.name, ProMdlType::drawing).error);
+    EXPECT_EQ(ProNotFound, ProMdlRetrieve(dependency.name, ProMdlType::drawing).error);
   }
   EXPECT_EQ(101, files->reads);
   EXPECT_EQ(1, files->lists);

@@ -44,8 +44,8 @@ TEST_F(ParametersAndInstances, TwoOfOneNameAreToldApart) {
       {"name": "x", "type": "integer", "value": 3}])");
   const ProMdl part = retrieve(L"A");
   std::vector<ProParameter> found;
-  EXPECT_EQ(ProStopVisit, ProParameterVisit(item(part), [&](const ProParameter& one) {
-              found.push_back(one);
+  EXPECT_EQ(ProStopVisit, ProParameterVisit(item(part), [&](const ProParameter& parameter) {
+              found.push_back(parameter);
               return found.size() == 3 ? ProStopVisit : ProNoError;
             }));
   EXPECT_EQ(3, ProParameterValueGet(found[2]).value.integer);
@@ -70,11 +70,11 @@ TEST_F(ParametersAndInstances, WhatDrivesOrHoldsAParameter) {
                       {L"FREE", ProParameterDriver::none, ProNoError, ProNoError},
                       {L"FUN", ProParameterDriver::function, ProGeneralError, ProGeneralError}};
   for (const Row& row : rows) {
-    const ProParameter one = parameter(part, row.name);
-    EXPECT_EQ(row.driver, ProParameterDriverGet(one).value) << text::toUtf8(row.name);
-    EXPECT_EQ(row.set, ProParameterValueSet(one, real(1))) << text::toUtf8(row.name);
-    EXPECT_EQ(ProBadInputs, ProParameterValueSet(one, string(L"1"))) << text::toUtf8(row.name);
-    EXPECT_EQ(row.remove, ProParameterDelete(one)) << text::toUtf8(row.name);
+    const ProParameter entry = parameter(part, row.name);
+    EXPECT_EQ(row.driver, ProParameterDriverGet(entry).value) << text::toUtf8(row.name);
+    EXPECT_EQ(row.set, ProParameterValueSet(entry, real(1))) << text::toUtf8(row.name);
+    EXPECT_EQ(ProBadInputs, ProParameterValueSet(entry, string(L"1"))) << text::toUtf8(row.name);
+    EXPECT_EQ(row.remove, ProParameterDelete(entry)) << text::toUtf8(row.name);
   }
 }
 
@@ -95,17 +95,17 @@ TEST_F(ParametersAndInstances, FeaturesAndMaterialsOwnParameters) {
 
 TEST_F(ParametersAndInstances, DescriptionAndDesignation) {
   model("a.prt.1", R"("parameters": [{"name": "X", "type": "string"}])");
-  const ProParameter one = parameter(retrieve(L"A"), L"X");
-  EXPECT_EQ(ProNotFound, ProParameterDescriptionGet(one).error);
-  EXPECT_EQ(ProNoError, ProParameterDescriptionSet(one, std::wstring(80, L'ä')));
-  EXPECT_EQ(ProBadInputs, ProParameterDescriptionSet(one, std::wstring(81, L'b')));
-  EXPECT_EQ(std::wstring(80, L'ä'), ProParameterDescriptionGet(one).value);
-  EXPECT_EQ(ProNoError, ProParameterDesignationAdd(one));
-  EXPECT_EQ(ProExists, ProParameterDesignationAdd(one));
-  EXPECT_TRUE(ProParameterDesignationVerify(one).value);
-  EXPECT_EQ(ProNoError, ProParameterDesignationRemove(one));
-  EXPECT_FALSE(ProParameterDesignationVerify(one).value);
-  EXPECT_EQ(ProNotFound, ProParameterUnitsGet(one).error);
+  const ProParameter entry = parameter(retrieve(L"A"), L"X");
+  EXPECT_EQ(ProNotFound, ProParameterDescriptionGet(entry).error);
+  EXPECT_EQ(ProNoError, ProParameterDescriptionSet(entry, std::wstring(80, L'ä')));
+  EXPECT_EQ(ProBadInputs, ProParameterDescriptionSet(entry, std::wstring(81, L'b')));
+  EXPECT_EQ(std::wstring(80, L'ä'), ProParameterDescriptionGet(entry).value);
+  EXPECT_EQ(ProNoError, ProParameterDesignationAdd(entry));
+  EXPECT_EQ(ProExists, ProParameterDesignationAdd(entry));
+  EXPECT_TRUE(ProParameterDesignationVerify(entry).value);
+  EXPECT_EQ(ProNoError, ProParameterDesignationRemove(entry));
+  EXPECT_FALSE(ProParameterDesignationVerify(entry).value);
+  EXPECT_EQ(ProNotFound, ProParameterUnitsGet(entry).error);
 }
 
 TEST_F(ParametersAndInstances, NumbersGoFromUnitsToSystemsAndBack) {
@@ -143,17 +143,17 @@ TEST_F(ParametersAndInstances, ValuesCountInTheModelsUnitsOrInTheirOwn) {
     model("u.prt.1", R"("parameters": [{"name": "X", "type": "double", "value": )" + std::to_string(row.stored) +
                          R"(, "units": ")" + row.units + "\"}]");
     const ProMdl part = retrieve(L"U");
-    const ProParameter one = parameter(part, L"X");
-    const auto scaled = [&] { return ProParameterScaledvalueGet(one).value.real; };
-    EXPECT_EQ(row.inModel, ProParameterValueGet(one).value.real) << row.units;
-    EXPECT_EQ(ProNoError, ProParameterValueSet(one, real(row.inModel)));
+    const ProParameter entry = parameter(part, L"X");
+    const auto scaled = [&] { return ProParameterScaledvalueGet(entry).value.real; };
+    EXPECT_EQ(row.inModel, ProParameterValueGet(entry).value.real) << row.units;
+    EXPECT_EQ(ProNoError, ProParameterValueSet(entry, real(row.inModel)));
     EXPECT_EQ(row.stored, scaled()) << row.units << ": what was read is written";
     EXPECT_FALSE(ProMdlModificationVerify(part).value) << row.units;
-    EXPECT_EQ(ProNoError, ProParameterValueSet(one, real(row.written)));
+    EXPECT_EQ(ProNoError, ProParameterValueSet(entry, real(row.written)));
     EXPECT_EQ(row.after, scaled()) << row.units;
-    EXPECT_EQ(row.written, ProParameterValueGet(one).value.real) << row.units;
-    EXPECT_EQ(ProNoError, ProParameterScaledvalueSet(one, real(row.stored)));
-    EXPECT_EQ(row.inModel, ProParameterValueGet(one).value.real) << row.units;
+    EXPECT_EQ(row.written, ProParameterValueGet(entry).value.real) << row.units;
+    EXPECT_EQ(ProNoError, ProParameterScaledvalueSet(entry, real(row.stored)));
+    EXPECT_EQ(row.inModel, ProParameterValueGet(entry).value.real) << row.units;
     endSession();
   }
 }
@@ -291,7 +291,7 @@ TEST_F(ParametersAndInstances, WhatIsChangedOnAnInstanceLiesInItsRow) {
   EXPECT_EQ(ProNoError, ProMdlSave(b30));
   EXPECT_EQ("bolts.prt.1 bolts.prt.2", files());
   EXPECT_EQ(L"BOLTS", session().savedDocuments()[0].name);
-  for (const ProMdl one : {generic, b20, b30}) EXPECT_FALSE(ProMdlModificationVerify(one).value);
+  for (const ProMdl current : {generic, b20, b30}) EXPECT_FALSE(ProMdlModificationVerify(current).value);
   endSession();
   EXPECT_EQ("LEN=22 MAT=steel", parameters(retrieve(L"B20")));
   b30 = retrieve(L"B30");
@@ -356,7 +356,7 @@ TEST_F(ParametersAndInstances, ALockedInstanceKeepsItsOwnParameters) {
                               ProParameterDescriptionSet(own, L"x"),
                               ProParameterDesignationAdd(own),
                               set(b1, L"LEN", real(11))};
-  for (const ProError one : results) EXPECT_EQ(ProGeneralError, one);
+  for (const ProError result : results) EXPECT_EQ(ProGeneralError, result);
   EXPECT_EQ("LEN=10 OWN=1", parameters(b1));
   EXPECT_FALSE(ProMdlModificationVerify(b1).value);
 }
@@ -422,8 +422,8 @@ TEST_F(ParametersAndInstances, ComponentColumnsLeaveOutOrReplace) {
   const std::pair<const wchar_t*, const wchar_t*> rows[] = {{L"TOP", L"PQ"}, {L"I1", L"Q"}, {L"I2", L"Q"}};
   for (const auto& [name, expected] : rows) {
     std::wstring used;
-    for (const ProDependency& one : ProMdlDependenciesList(retrieve(name, ProMdlType::assembly)).value)
-      used += one.name;
+    for (const ProDependency& dependency : ProMdlDependenciesList(retrieve(name, ProMdlType::assembly)).value)
+      used += dependency.name;
     EXPECT_EQ(expected, used) << text::toUtf8(name);
   }
 }

@@ -378,7 +378,7 @@ TEST_F(Regeneration, ParametersWithUnitsCountInThoseOfTheModel) {
       "familyTable": {"items": [{"type": "parameter", "name": "LEN"}], "instances": [
         {"name": "LONG", "values": {"LEN": 2.0}}]})");
   const ProMdl rod = retrieve(L"ROD"), instance = retrieve(L"LONG");
-  const auto told = [](ProMdl solid) {
+  const auto reported = [](ProMdl solid) {
     std::string out = std::to_string(ProDimensionValueGet({solid, 1}).value);
     const auto add = [&out](const ProModelitem& owner, const wchar_t* name) {
       out += " " + std::to_string(ProParameterScaledvalueGet(ProParameterInit(owner, name).value).value.real);
@@ -388,8 +388,8 @@ TEST_F(Regeneration, ParametersWithUnitsCountInThoseOfTheModel) {
     return out + " " + std::to_string(ProSolidMassPropertyGet(solid).value.volume);
   };
   EXPECT_EQ(ProNoError, ProSolidRegenerate(rod, kRegenerateNoFlags));
-  EXPECT_EQ("25.400000 53.400000 3.000000 5.000000 4.000000 25.400000 25.400000", told(rod));
-  EXPECT_EQ("50.800000 78.800000 6.000000 5.000000 4.000000 50.800000 50.800000", told(instance));
+  EXPECT_EQ("25.400000 53.400000 3.000000 5.000000 4.000000 25.400000 25.400000", reported(rod));
+  EXPECT_EQ("50.800000 78.800000 6.000000 5.000000 4.000000 50.800000 50.800000", reported(instance));
   const std::string before = session().models().documentText(rod).value;
   EXPECT_NE(std::string::npos, before.find("\"value\": 3.0,\n      \"units\": \"in\"")) << before;
   EXPECT_EQ(ProNoError, ProSolidRegenerate(rod, kRegenerateNoFlags));
@@ -422,7 +422,7 @@ TEST_F(Regeneration, FeaturesOfAnInstanceFollowItsRow) {
       "familyTable": {"items": [{"type": "parameter", "name": "D"}], "instances": [
         {"name": "SMALL", "values": {"D": 6.0}}, {"name": "LARGE", "values": {"D": 30.0}}]})");
   const ProMdl plate = retrieve(L"PLATE"), small = retrieve(L"SMALL"), large = retrieve(L"LARGE");
-  const auto told = [](ProMdl solid) {
+  const auto reported = [](ProMdl solid) {
     std::string out;
     for (const int id : {4, 5}) {
       const auto deep = ProParameterInit({ProItemType::feature, id, solid, {}}, L"DEEP");
@@ -431,15 +431,15 @@ TEST_F(Regeneration, FeaturesOfAnInstanceFollowItsRow) {
     }
     return out + std::to_string(static_cast<int>(ProSolidMassPropertyGet(solid).value.volume + 0.5));
   };
-  EXPECT_EQ("4 10, 0 3, 12", told(small)) << "the rib isn't there, nor what it adds";
-  EXPECT_EQ("0 15, 0 15, 61", told(large));
-  EXPECT_EQ("0 10, 0 10, 40", told(plate)) << "nobody has regenerated it";
+  EXPECT_EQ("4 10, 0 3, 12", reported(small)) << "the rib isn't there, nor what it adds";
+  EXPECT_EQ("0 15, 0 15, 61", reported(large));
+  EXPECT_EQ("0 10, 0 10, 40", reported(plate)) << "nobody has regenerated it";
   EXPECT_EQ(ProNoError, ProSolidRegenerate(small, 0));
-  EXPECT_EQ("0 10, 0 10, 40", told(plate));
+  EXPECT_EQ("0 10, 0 10, 40", reported(plate));
   // A model of its own has what the instance had.
   const auto copy = ProMdlCopy(small, L"ALONE");
   ASSERT_EQ(ProNoError, copy.error);
-  EXPECT_EQ("4 10, 0 3, 12", told(copy.value));
+  EXPECT_EQ("4 10, 0 3, 12", reported(copy.value));
   EXPECT_EQ("D=6", parameters(copy.value));
 }
 
@@ -513,16 +513,16 @@ TEST_F(Regeneration, ADimensionBelow0TurnsRound) {
 TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {
   model("a.prt.1", R"("relations": ["X = Y"])");
   const ProMdl part = retrieve(L"A");
-  std::string told;
+  std::string reported;
   for (const ProNotifyType type : {ProNotifyType::regenerateBefore, ProNotifyType::regenerateAfter}) {
-    ProNotificationSet(type, [&told, type](const ProNotification& given) {
-      told += std::to_string(static_cast<int>(type)) + text::toUtf8(given.name + L"." + given.typeText) + " " +
-              std::to_string(static_cast<int>(ProSolidRegenerationstatusGet(given.model).value)) + "|";
+    ProNotificationSet(type, [&reported, type](const ProNotification& given) {
+      reported += std::to_string(static_cast<int>(type)) + text::toUtf8(given.name + L"." + given.typeText) + " " +
+                  std::to_string(static_cast<int>(ProSolidRegenerationstatusGet(given.model).value)) + "|";
       return ProNoError;
     });
   }
   EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, 0));
-  EXPECT_EQ("21A.PRT 0|22A.PRT 2|", told);
+  EXPECT_EQ("21A.PRT 0|22A.PRT 2|", reported);
   ProNotificationSet(ProNotifyType::regenerateBefore,
                      [](const ProNotification& given) { return ProMdlErase(given.model); });
   EXPECT_EQ(ProBadInputs, ProSolidRegenerate(part, 0)) << "the handler took it away";

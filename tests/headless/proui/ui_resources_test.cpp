@@ -139,7 +139,7 @@ TEST_F(UiResources, MessageFilesHaveTheSameKeys) {
 
 TEST(UiResource, FaultsNameFileAndLine) {
   const std::string head = "{\"format\": 1, \"title\": \"T\",\n \"components\": [\n";
-  const auto one = [&](const std::string& component) { return head + component + "]}"; };
+  const auto entry = [&](const std::string& component) { return head + component + "]}"; };
   const std::pair<std::string, std::wstring> cases[] = {
       {"{\"format\": 1,\n\n}", L"d.json:3: "},
       {"[]", L"d.json:1: it isn't an object"},
@@ -147,18 +147,18 @@ TEST(UiResource, FaultsNameFileAndLine) {
       {"{\"format\": 1}", L"d.json:1: 'title' is missing"},
       {"{\"format\": 1, \"title\": {\"german\": \"T\"}}", L"d.json:1: a text without 'usascii'"},
       {"{\"format\": 1,\n \"titel\": 2}", L"d.json:2: unknown member 'titel'"},
-      {one("7"), L"d.json:3: 'components' holds what is no object"},
-      {one("{\"kind\": \"label\"}"), L"d.json:3: 'name' is missing"},
-      {one("{\"name\": \"\", \"kind\": \"label\"}"), L"d.json:3: a component without a name"},
-      {one("{\"name\": \"a\",\n \"kind\": \"lable\"}"), L"d.json:4: unknown kind 'lable'"},
-      {one("{\"name\": \"a\", \"kind\": \"label\", \"txt\": \"\"}"), L"d.json:3: unknown member 'txt'"},
-      {one("{\"name\": \"a\", \"kind\": \"label\", \"checked\": true}"), L"d.json:3: a label has no 'checked'"},
-      {one("{\"name\": \"a\", \"kind\": \"label\", \"shown\": 1}"), L"d.json:3: 'shown' isn't true or false"},
-      {one("{\"name\": \"a\", \"kind\": \"label\", \"text\": 1}"), L"d.json:3: a text that is shown isn't a string"},
-      {one("{\"name\": \"a\", \"kind\": \"table\"}"), L"d.json:3: 'columns' is missing"},
-      {one("{\"name\": \"a\", \"kind\": \"table\", \"columns\": [{\"name\": \"1\", \"width\": -1}]}"),
+      {entry("7"), L"d.json:3: 'components' holds what is no object"},
+      {entry("{\"kind\": \"label\"}"), L"d.json:3: 'name' is missing"},
+      {entry("{\"name\": \"\", \"kind\": \"label\"}"), L"d.json:3: a component without a name"},
+      {entry("{\"name\": \"a\",\n \"kind\": \"lable\"}"), L"d.json:4: unknown kind 'lable'"},
+      {entry("{\"name\": \"a\", \"kind\": \"label\", \"txt\": \"\"}"), L"d.json:3: unknown member 'txt'"},
+      {entry("{\"name\": \"a\", \"kind\": \"label\", \"checked\": true}"), L"d.json:3: a label has no 'checked'"},
+      {entry("{\"name\": \"a\", \"kind\": \"label\", \"shown\": 1}"), L"d.json:3: 'shown' isn't true or false"},
+      {entry("{\"name\": \"a\", \"kind\": \"label\", \"text\": 1}"), L"d.json:3: a text that is shown isn't a string"},
+      {entry("{\"name\": \"a\", \"kind\": \"table\"}"), L"d.json:3: 'columns' is missing"},
+      {entry("{\"name\": \"a\", \"kind\": \"table\", \"columns\": [{\"name\": \"1\", \"width\": -1}]}"),
        L"d.json:3: 'width' isn't a whole number from 0 to 10000"},
-      {one("{\"name\": \"a\", \"kind\": \"layout\", \"components\": [\n {\"name\": \"a\", \"kind\": \"label\"}]}"),
+      {entry("{\"name\": \"a\", \"kind\": \"layout\", \"components\": [\n {\"name\": \"a\", \"kind\": \"label\"}]}"),
        L"d.json:4: a second component 'a'"},
   };
   for (const auto& [content, fault] : cases) {
@@ -166,7 +166,7 @@ TEST(UiResource, FaultsNameFileAndLine) {
     EXPECT_FALSE(read.dialog) << content;
     EXPECT_EQ(fault, read.fault.substr(0, fault.back() == L' ' ? fault.size() : std::wstring::npos));
   }
-  EXPECT_TRUE(headless::readDialog("d", one("{\"name\": \"a\", \"kind\": \"label\"}"), L"d.json", "german").dialog);
+  EXPECT_TRUE(headless::readDialog("d", entry("{\"name\": \"a\", \"kind\": \"label\"}"), L"d.json", "german").dialog);
 }
 
 TEST(UiCreation, LanguageFolderWinsAndDamageIsAMessage) {

@@ -368,11 +368,11 @@ TEST_F(Folders, AreReadWithoutASession) {
   write("models/c.drw.1", "{\n\"format\": 1,\n}");
   write("models/readme.txt", "");
   std::string out;
-  for (const FolderDocument& one : readFolder(L"d:\\models")) {
-    out += text::toUtf8(one.file.fileName + L" " + one.fault);
-    for (const auto& instance : one.instances)
+  for (const FolderDocument& document : readFolder(L"d:\\models")) {
+    out += text::toUtf8(document.file.fileName + L" " + document.fault);
+    for (const auto& instance : document.instances)
       out += text::toUtf8(L" " + instance.name + L"<" + instance.generic + L">");
-    for (const auto& used : one.uses) out += text::toUtf8(L" uses " + used.name + L"." + used.typeText);
+    for (const auto& used : document.uses) out += text::toUtf8(L" uses " + used.name + L"." + used.typeText);
     out += "\n";
   }
   EXPECT_EQ("a.asm.1  uses B1<B>.PRT\nb.prt.2  B1<B> B2<B1>\n", out.substr(0, out.find("c.drw")));

@@ -62,7 +62,7 @@ ProError ProUITableRowsInsert(const std::string& dialog, const std::string& tabl
 ProError ProUITableRowsDelete(const std::string& dialog, const std::string& table,
                               const std::vector<std::string>& rows) {
   return change("ProUITableRowsDelete", dialog, table, Kind::table, [&](Component& c) {
-    return c.table().remove(rows, [](headless::NamedComponent& freed) { freed.second.cell = nullptr; });
+    return c.table().remove(rows, [](headless::NamedComponent* freed) { freed->second.cell = nullptr; });
   });
 }
 

@@ -35,14 +35,14 @@ creo::ProError Table::insert(const std::string& after, const std::vector<std::st
   return creo::ProNoError;
 }
 
-creo::ProError Table::remove(const std::vector<std::string>& names, creo::FunctionRef<void(NamedComponent&)> freed) {
+creo::ProError Table::remove(const std::vector<std::string>& names, creo::FunctionRef<void(NamedComponent*)> freed) {
   if (!has(names)) return creo::ProNotFound;
   for (const std::string& name : names) {
     const auto found = places_.find(name);
     if (found == places_.end()) continue;  // named twice
     const Place row = found->second;
     for (Cell& cell : row->cells) {
-      if (cell.component) freed(*cell.component);
+      if (cell.component) freed(cell.component);
     }
     places_.erase(found);
     rows_.erase(row);

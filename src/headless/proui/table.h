@@ -40,7 +40,7 @@ class Table {
   creo::ProError insert(const std::string& after, const std::vector<std::string>& names);
   // After ProNotFound nothing was deleted. Components of the cells stay in the dialog and belong to no cell then:
   // `freed` is told each.
-  creo::ProError remove(const std::vector<std::string>& names, creo::FunctionRef<void(NamedComponent&)> freed);
+  creo::ProError remove(const std::vector<std::string>& names, creo::FunctionRef<void(NamedComponent*)> freed);
 
   // Null where row or column isn't there. Stays valid until its row is deleted.
   Cell* cell(std::string_view row, std::string_view column);

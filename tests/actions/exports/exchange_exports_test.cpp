@@ -136,7 +136,7 @@ TEST_F(ExchangeExports, AGroupWorksOnWhatItImports) {
 // The file gives the model its name.
 TEST_F(ExchangeExports, AFileWhoseNameNoModelCanHaveIsntImported) {
   std::string tasks;
-  for (const std::string name : {"lower plate", std::string(32, 'p')}) {
+  for (const std::string& name : {std::string("lower plate"), std::string(32, 'p')}) {
     writeBytes(world.models() + "/out/" + name + ".stp", stepTetrahedron());
     tasks += task("groupActions", "reworkMode='5' mdlname='d:\\out\\" + name + ".stp'", "<subtasks/>");
   }

@@ -305,17 +305,17 @@ TEST_F(EditFamily, ARetypeCarriesColumnsAndEachOwnValue) {
 // What one instance can't become is told before anything is deleted; a number with all its digits comes back.
 TEST_F(EditFamily, ARetypeIsRefusedWholeForAnInstancesValue) {
   const auto family = [](const char* type, const std::string& own, const std::string& of) {
-    World world;
-    writeBytes(path(world), R"({"format": 1, "parameters": [{"name": "SIZE", "type": ")" + std::string(type) +
+    World fresh;
+    writeBytes(path(fresh), R"({"format": 1, "parameters": [{"name": "SIZE", "type": ")" + std::string(type) +
                                 R"(", "value": )" + own + R"(}], "familyTable": {"items": [{"type": "parameter",
       "name": "SIZE"}], "instances": [{"name": "M4", "values": {"SIZE": )" +
                                 of + "}}]}}");
     const std::string target = std::string(type) == "string" ? "2" : "0";
-    world.list("list.xml", edit("searchin='1' name='SIZE' totype='" + target + "' value='@para@'") + task("saveModel"));
-    world.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
-    const std::wstring log = told(world.log());
+    fresh.list("list.xml", edit("searchin='1' name='SIZE' totype='" + target + "' value='@para@'") + task("saveModel"));
+    fresh.runOn(L"BOLT", creo::ProMdlType::part, "list.xml");
+    const std::wstring log = told(fresh.log());
     const std::size_t error = log.find(L"E:");
-    return world.savedParameters("BOLT.prt") + L" " + text::fromUtf8(table(world).substr(13)) +
+    return fresh.savedParameters("BOLT.prt") + L" " + text::fromUtf8(table(fresh).substr(13)) +
            (error == log.npos ? L"" : log.substr(error, log.find(L'|', error) - error));
   };
   const std::wstring refused = family("string", "\"3\"", "\"inf\"");

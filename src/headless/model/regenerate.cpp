@@ -399,7 +399,11 @@ constexpr int kMostPasses = 4;
 void workOut(const Model& instance, InstanceValues& into) {
   for (int pass = 1;; ++pass) {
     RelationRun relations(instance);
-    const auto giveSoFar = [&] { into.values = relations.worked().values; };
+    // What the pass before has left for the relations to read stays beside it.
+    const auto giveSoFar = [&] {
+      const auto soFar = relations.worked();
+      for (const auto& [place, value] : soFar.values) into.values.insert_or_assign(place, value);
+    };
     if (Outcome outcome = runAll(relations, instance, giveSoFar); !outcome.reason.empty()) {
       into = {};
       into.status = outcome.status;

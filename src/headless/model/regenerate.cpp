@@ -424,9 +424,10 @@ void workOut(const Model& instance, InstanceValues& into) {
 
 Outcome calculate(const Models& models, Model& model) {
   if (model.row) {
-    const ModelRecord& record = model.document->record;
+    const std::vector<RelationLines> sets = relationSets(model);
     // The body may be another one although the document is as it was: a component has changed.
-    if (asksBody(record.relations) || asksBody(record.postRelations)) model.document->valuesOf(*model.row).reset();
+    if (std::any_of(sets.begin(), sets.end(), [](const RelationLines& set) { return asksBody(*set.lines); }))
+      model.document->valuesOf(*model.row).reset();
     const InstanceValues& values = instanceValues(model);
     return {values.status, values.fault};
   }

@@ -94,10 +94,6 @@ class Undo {
   std::vector<std::pair<std::wstring, std::wstring>> renamed_;
 };
 
-std::wstring writtenMeanwhile(const std::wstring& path, int version) {
-  return text::format(L"%s: another program wrote version %d meanwhile", path, version);
-}
-
 // Reads each document of a folder once.
 struct FolderRename {
   Models& models;

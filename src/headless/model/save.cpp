@@ -28,7 +28,7 @@ DocumentFile fileOf(const ModelDocument& document, int version) {
 
 bool isLocked(const ModelDocument& document) { return document.record.readOnly || document.closed; }
 // Nothing on disk says what it is now. A history that was written alone is none of it: who works a model keeps that.
-bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.folder.empty(); }
+bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.saveFolder().empty(); }
 
 // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
 void lookBehind(Folder& folder, const ModelDocument& document, int version) {

@@ -173,7 +173,13 @@ creo::Got<creo::ProMdl> immediateGeneric(creo::ProMdl instance) {
   const auto there = creo::ProFaminstanceGenericGet(instance, true);
   if (there || there.error == creo::ProNotFound) return there;
   const auto info = creo::ProFaminstanceImmediategenericinfoGet(instance);
-  return info ? creo::ProMdlRetrieve(info.value.name, info.value.type) : there;
+  if (!info) return there;
+  // It is an instance itself, and a bare name may be that of another model.
+  std::wstring name = info.value.name;
+  const auto top = creo::ProFaminstanceGenericGet(instance, false);
+  const auto topName = top ? creo::ProMdlNameGet(top.value) : creo::Got<std::wstring>(top.error);
+  if (topName && !text::equalNoCase(topName.value, name)) name += L"<" + topName.value + L">";
+  return creo::ProMdlRetrieve(name, info.value.type);
 }
 
 }  // namespace documents

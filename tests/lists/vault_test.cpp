@@ -356,6 +356,14 @@ TEST_F(VaultLists, UnsavedChangesStayBehindACheckIn) {
   ASSERT_TRUE(vault()->content({L"BRACKET", ProMdlType::part}, 2, content));
   EXPECT_TRUE(norm(content));
   EXPECT_EQ(content, world.document("BRACKET.prt"));
+  // What another program wrote isn't checked in as what this session has.
+  told("out.xml");
+  const std::string before = object();
+  writeBytes(world.models() + "/BRACKET.prt.9", R"({"format": 1})");
+  EXPECT_EQ(ProGeneralError, ProServerObjectsCheckin(part, {}, conflicts));
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"BRACKET.prt.9: another program wrote version 9 meanwhile"));
+  EXPECT_EQ(9, world.version("BRACKET.prt"));
+  EXPECT_EQ(before, object());
   // One that was never saved isn't in the workspace.
   const ProMdl fresh = ProMdlCopy(part, L"FRESH").value;
   world.session().models().find(fresh)->document->folder.clear();

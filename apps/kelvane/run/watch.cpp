@@ -162,11 +162,14 @@ void RunWatch::renamed(const headless::RenamedDocument& model) {
   known.label = now;
   if (known.before.empty()) known.before = before;
   if (known.before == now) known.before.clear();  // and back
-  // Where nothing is written, the versions that the run found still lie under their old name.
-  const std::wstring stem = documentStem(options_.writesModels() ? model.path : model.pathBefore);
-  if (known.stem.empty() || options_.writesModels()) known.stem = stem;
-  known.path = model.path;
-  if (!model.path.empty()) renamedStems_.insert(documentStem(model.path));
+  // One without a file of its own keeps what is known of a backup's, and so does one whose saves a backup has moved.
+  if (!model.path.empty()) {
+    // Where nothing is written, the versions that the run found still lie under their old name.
+    const std::wstring stem = documentStem(options_.writesModels() ? model.path : model.pathBefore);
+    if (known.stem.empty() || options_.writesModels()) known.stem = stem;
+    if (!known.isMoved) known.path = model.path;
+    renamedStems_.insert(documentStem(model.path));
+  }
   if (events_.on()) events_.tell("renamed", {{"model", before}, {"to", now}});
 }
 

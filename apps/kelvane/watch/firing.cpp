@@ -82,7 +82,8 @@ void FiringWatch::renamed(const headless::RenamedDocument& model) {
   follow(running_->unsavedBefore);
   follow(running_->saved);
   follow(running_->changesTold);
-  if (const auto known = running_->saved.find(now); known != running_->saved.end())
+  // One without a file of its own keeps what is known of a backup's.
+  if (const auto known = running_->saved.find(now); known != running_->saved.end() && !model.path.empty())
     known->second = {documentStem(model.path), model.path, known->second.firstVersion};
   for (Row& row : running_->rows) {
     if ((row.now.empty() ? row.name : row.now) == before) row.now = now;
@@ -127,7 +128,7 @@ void FiringWatch::noteUnsaved() {
   for (const headless::ModelInMemory& inMemory : session_.models().list()) {
     if (!inMemory.instanceOf.empty()) continue;
     const headless::ModelDocument& document = *session_.models().find(inMemory.handle)->document;
-    if (document.isContentModified() || document.folder.empty())
+    if (document.isContentModified() || document.saveFolder().empty())
       running_->unsavedBefore[label(inMemory.name, inMemory.type)] =
           session_.models().documentText(inMemory.handle).value;
   }

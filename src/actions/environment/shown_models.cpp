@@ -30,12 +30,15 @@ std::vector<ProMdl> displayed() {
   return shown;
 }
 
-// What a model needs in memory: what it uses, and the generic of an instance.
+// What a model needs in memory: what it uses, and the generic of an instance. The topmost one where the immediate one
+// isn't there.
 std::vector<ProMdl> neededBy(ProMdl model) {
   std::vector<ProMdl> needed;
   for (const creo::ProDependency& dependency : creo::ProMdlDependenciesList(model).value)
     if (const auto used = creo::ProMdlInit(dependency.name, dependency.type)) needed.push_back(used.value);
-  if (const auto generic = creo::ProFaminstanceGenericGet(model, true)) needed.push_back(generic.value);
+  auto generic = creo::ProFaminstanceGenericGet(model, true);
+  if (!generic) generic = creo::ProFaminstanceGenericGet(model, false);
+  if (generic) needed.push_back(generic.value);
   return needed;
 }
 

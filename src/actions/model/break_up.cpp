@@ -71,7 +71,6 @@ std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstr
 
 // Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
 bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
-  if (text::units(instance.name) > kLongestName) return stays(instance, L"it can't be copied");
   const auto commonName = ProMdlCommonnameGet(model);
   const auto writeout = renameForWriteout(model, state);
   if (!writeout) return stays(instance, L"it can't be renamed");
@@ -136,6 +135,7 @@ bool moveOut(const ProFaminstance& instance, ProMdl model) {
 }
 
 bool breakUpInstance(const ProFaminstance& instance, BreakUp& state) {
+  if (text::units(instance.name) > kLongestName) return stays(instance, L"its name is too long");
   const auto model = ProFaminstanceCreate(instance);
   if (!model) return stays(instance, L"it can't be created");
   bool whole = regenerated(model.value) || stays(instance, L"it fails to regenerate");

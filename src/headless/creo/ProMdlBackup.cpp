@@ -17,15 +17,11 @@ namespace {
 
 constexpr int kMostTries = 1000;
 
-// Later saves go to that folder, which has the document as that version. One that was never saved lies there now.
+// Later saves go to that folder, which has the document as that version. One that was never saved still comes from
+// nowhere.
 void moveSaves(headless::ModelDocument& document, const std::wstring& folder, int version) {
   headless::handOut(document);
-  if (document.folder.empty()) {
-    document.folder = folder;
-    document.version = version;
-  } else {
-    document.moved = {folder, version};
-  }
+  document.moved = {folder, version};
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ class ModelDocument {
  public:
   std::wstring name;  // upper case
   creo::ProMdlType type = creo::ProMdlType::unused;
-  int version = 0;         // of the file; 0 for one that was never saved
-  std::wstring folder;     // with its closing backslash; empty for one that was never saved
+  int version = 0;         // of the file; 0 for one that was never saved, or only by a backup
+  std::wstring folder;     // with its closing backslash; empty for such a one
   std::wstring fileStem;   // "bracket.prt", as the file is written on disk
   int writtenVersion = 0;  // the version that this session wrote last, in the folder that saves go to; 0: none
   // Where a backup has moved the document's saves, with the version that lies there; an empty folder: they stay where
@@ -43,7 +43,7 @@ class ModelDocument {
   bool unworkedTold = false;  // the message area has said which relations aren't worked out
   std::string activeRep;      // the simplified representation in memory; empty: the master's. Never written
 
-  // Where the next save goes; empty for one that was never saved.
+  // Where the next save goes; empty for one that lies nowhere.
   [[nodiscard]] const std::wstring& saveFolder() const { return moved.folder.empty() ? folder : moved.folder; }
   // The version that the session knows there.
   [[nodiscard]] int savedVersion() const { return moved.folder.empty() ? version : moved.version; }

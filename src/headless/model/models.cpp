@@ -95,10 +95,10 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   return *place.model;
 }
 
-// What an instance changed stays with its generic, and a model that was never saved is made to be thrown away.
+// What an instance changed stays with its generic, and a model that lies nowhere is made to be thrown away.
 void Models::remove(const Model& model) {
   const ProMdl handle = model.handle;
-  if (!model.row && model.document->isContentModified() && !model.document->folder.empty())
+  if (!model.row && model.document->isContentModified() && !model.document->saveFolder().empty())
     message(erasedWithChanges(model.name + L'.' + std::wstring(creo::typeExtension(model.type()))));
   countUses(model, -1);
   byKey_.erase(keyOf(model));

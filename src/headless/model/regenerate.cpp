@@ -399,7 +399,11 @@ constexpr int kMostPasses = 4;
 void workOut(const Model& instance, InstanceValues& into) {
   for (int pass = 1;; ++pass) {
     RelationRun relations(instance);
-    const auto giveSoFar = [&] { into.values = relations.worked().values; };
+    // What the pass before has left for the relations to read stays beside it.
+    const auto giveSoFar = [&] {
+      const auto soFar = relations.worked();
+      for (const auto& [place, value] : soFar.values) into.values.insert_or_assign(place, value);
+    };
     if (Outcome outcome = runAll(relations, instance, giveSoFar); !outcome.reason.empty()) {
       into = {};
       into.status = outcome.status;
@@ -420,9 +424,10 @@ void workOut(const Model& instance, InstanceValues& into) {
 
 Outcome calculate(const Models& models, Model& model) {
   if (model.row) {
-    const ModelRecord& record = model.document->record;
+    const std::vector<RelationLines> sets = relationSets(model);
     // The body may be another one although the document is as it was: a component has changed.
-    if (asksBody(record.relations) || asksBody(record.postRelations)) model.document->valuesOf(*model.row).reset();
+    if (std::any_of(sets.begin(), sets.end(), [](const RelationLines& set) { return asksBody(*set.lines); }))
+      model.document->valuesOf(*model.row).reset();
     const InstanceValues& values = instanceValues(model);
     return {values.status, values.fault};
   }

@@ -23,6 +23,7 @@ bool isNameTaken(Models& models, const Model& model, const std::wstring& name, b
   if (models.named(name, model.type()) || model.document->row(name)) return true;
   std::vector<Folder*> folders = models.folders().searched(model.type());
   if (!model.document->folder.empty()) folders.push_back(&models.folders().of(*model.document));
+  if (!model.document->moved.folder.empty()) folders.push_back(&models.folders().target(*model.document));
   return std::any_of(folders.begin(), folders.end(), [&](Folder* folder) {
     return folder->find(name, model.type()) || (byInstances && !folder->genericOf(name, model.type()).empty());
   });

@@ -4,6 +4,7 @@
 #include "headless/model/family.h"
 #include "headless/model/follow_rename.h"
 #include "headless/model/models.h"
+#include "headless/model/one_version.h"
 #include "headless/model/rename.h"
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
@@ -92,10 +93,6 @@ class Undo {
   std::vector<std::wstring> created_;
   std::vector<std::pair<std::wstring, std::wstring>> renamed_;
 };
-
-std::wstring writtenMeanwhile(const std::wstring& path, int version) {
-  return text::format(L"%s: another program wrote version %d meanwhile", path, version);
-}
 
 // Reads each document of a folder once.
 struct FolderRename {
@@ -215,7 +212,9 @@ struct FolderRename {
       if (!stored) continue;
       followRename(stored->record, stored->type, renamed);
       stored->tree.changed();
-      stored->version = stored->writtenVersion = entry.file.version;
+      stored->version = entry.file.version;
+      // Behind a backup the number of the last save is one of the backup's folder.
+      if (stored->moved.folder.empty()) stored->writtenVersion = stored->version;
     }
   }
 };
@@ -256,6 +255,11 @@ ProError renameOnDisk(Models& models, creo::ProMdl handle, std::wstring_view wan
   noteUnsaved();
   const std::wstring pathBefore = document.folder + documentFileName(document, document.version);
   models.setName(*model, now);
+  // What a backup has put aside keeps the old name; under the new one nothing lies there.
+  if (!document.moved.folder.empty()) {
+    document.moved.version = 0;
+    handOut(document);
+  }
   if (host.read) host.read(document);
   host.renamed(
       {before, now, model->type(), pathBefore, document.folder + documentFileName(document, document.version)});

@@ -28,14 +28,18 @@ DocumentFile fileOf(const ModelDocument& document, int version) {
 
 bool isLocked(const ModelDocument& document) { return document.record.readOnly || document.closed; }
 // Nothing on disk says what it is now. A history that was written alone is none of it: who works a model keeps that.
-bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.folder.empty(); }
+bool isUnsaved(const ModelDocument& document) { return document.isContentModified() || document.saveFolder().empty(); }
+
+// A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
+void lookBehind(Folder& folder, const ModelDocument& document, int version) {
+  if (os::files().exists(folder.path() + documentFileName(document, version + 1))) folder.forget();
+}
 
 // Puts the bytes in place of what the session wrote last. Nothing: another program wrote a newer version meanwhile.
 std::optional<std::error_code> replaceOwn(ModelFolders& folders, const ModelDocument& document,
                                           std::string_view bytes) {
   Folder& folder = folders.target(document);
-  // A version that another program wrote in the very moment of the session's own leaves no trace in the folder's time.
-  if (os::files().exists(folder.path() + documentFileName(document, document.writtenVersion + 1))) folder.forget();
+  lookBehind(folder, document, document.writtenVersion);
   const DocumentFile* newest = folder.find(document.name, document.type);
   if (newest && newest->version > document.writtenVersion) return std::nullopt;
   return folders.store().replace(folder, fileOf(document, document.writtenVersion), bytes);
@@ -172,10 +176,16 @@ ProError saveAlone(Models& models, ProMdl handle) {
 }
 
 Got<std::string> changeStored(Models& models, ModelDocument& document, creo::FunctionRef<void(ModelRecord&)> change) {
+  if (document.saveFolder().empty()) return creo::ProNotFound;
   Folder& folder = models.folders().target(document);
-  const DocumentFile* newest = document.saveFolder().empty() ? nullptr : folder.find(document.name, document.type);
+  lookBehind(folder, document, document.savedVersion());
+  const DocumentFile* newest = folder.find(document.name, document.type);
   if (!newest) return creo::ProNotFound;
   const std::wstring path = folder.path() + newest->fileName;
+  if (newest->version > document.savedVersion()) {
+    models.message(writtenMeanwhile(path, newest->version));
+    return creo::ProGeneralError;
+  }
   const auto stored = models.folders().read(path);
   ModelRecord record;
   const JsonFault fault = stored ? readDocument(stored.value, record) : JsonFault();

@@ -28,7 +28,7 @@ creo::ProError saveReplacing(Models& models, creo::ProMdl model);
 creo::ProError saveAlone(Models& models, creo::ProMdl model);
 // Changes what lies where the document's saves go, and the same in memory, where other changes stay unsaved: in place
 // of the version that this session wrote last, else as the next one. Gives the bytes. ProNotFound: it was never saved;
-// ProGeneralError, with a line: it can't be read or written.
+// ProGeneralError, with a line: it can't be read or written, or another program has written a newer version.
 creo::Got<std::string> changeStored(Models& models, ModelDocument& document,
                                     creo::FunctionRef<void(ModelRecord&)> change);
 

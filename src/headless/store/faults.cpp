@@ -22,6 +22,9 @@ std::wstring cantWriteReadOnly(const std::wstring& path) {
 std::wstring cantWriteCheckedIn(const std::wstring& path) {
   return text::format(L"%s: can't be written: the model isn't checked out", path);
 }
+std::wstring writtenMeanwhile(const std::wstring& path, int version) {
+  return text::format(L"%s: another program wrote version %d meanwhile", path, version);
+}
 
 namespace {
 

@@ -17,6 +17,8 @@ std::wstring cantWrite(const std::wstring& path, std::error_code error);
 std::wstring cantWriteReadOnly(const std::wstring& path);
 // "d:\models\bracket.prt.4: can't be written: the model isn't checked out"
 std::wstring cantWriteCheckedIn(const std::wstring& path);
+// "d:\models\bracket.prt.4: another program wrote version 4 meanwhile"
+std::wstring writtenMeanwhile(const std::wstring& path, int version);
 
 // "BRACKET.PRT is erased, and its changes with it"
 std::wstring erasedWithChanges(const std::wstring& model);

@@ -255,7 +255,7 @@ TEST_F(FamilyTables, KeepWhatCannotBeBrokenUp) {
               L"E:The instance 'A<B>' stays in the family table: it can't be copied",
               L"E:The instance 'M8' stays in the family table: it can't be renamed",
               L"E:The instance 'M 9' stays in the family table: it can't be copied",
-              L"E:The instance 'M23456789012345678901234567890123' stays in the family table: it can't be copied"});
+              L"E:The instance 'M23456789012345678901234567890123' stays in the family table: its name is too long"});
   EXPECT_EQ("bolt.prt.1 bolt.prt.2", files());
   expectIn("BOLT.prt", {R"("M6")", R"("M7")", R"("M7_BAD")", R"("A<B>")", R"("M8")", R"("M9")"});
   expectNotIn("BOLT.prt", {"OSTELO"});

@@ -287,6 +287,22 @@ TEST_F(ModelsInMemory, ABackupMovesLaterSaves) {
   EXPECT_EQ(L"d:\\models\\again\\", ProMdlDirectoryPathGet(part).value);
 }
 
+TEST_F(ModelsInMemory, ABackedUpNewModelComesFromNowhere) {
+  std::filesystem::create_directories(folder_ + "/models/backup");
+  const ProMdl part = session().create(L"NEW", ProMdlType::part).value;
+  EXPECT_EQ(L"d:\\models\\backup\\new.prt.1", ProMdlnameBackup(part, L"d:\\models\\backup").value);
+  EXPECT_EQ(L"", ProMdlOriginGet(part).value) << "so that a further backup of what uses it goes there too";
+  EXPECT_EQ(L"d:\\models\\backup\\", ProMdlDirectoryPathGet(part).value);
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  EXPECT_EQ(L"d:\\models\\backup\\new.prt.2", session().savedDocuments().back().path);
+  EXPECT_EQ("backup", files());
+  ProRenamed renamed;
+  EXPECT_EQ(ProNoError, ProMdlnameRename(part, L"NEWER", renamed));
+  EXPECT_EQ(ProNoError, ProMdlSave(part));
+  for (const char* file : {"new.prt.1", "new.prt.2", "newer.prt.1"})
+    EXPECT_NE("", read(std::string("models/backup/") + file)) << file;
+}
+
 TEST_F(ModelsInMemory, ACopyHasItsFileAtOnce) {
   model("a.prt.1", kMass);
   model("taken.prt.4");

@@ -162,14 +162,15 @@ TEST_F(Regeneration, ARelationThatIsWrongFailsAndSaysWhy) {
   }
 }
 
+constexpr const char* kTin = R"("material": "TIN", "materials": [{"name": "TIN", "parameters": [
+  {"name": "PTC_MASS_DENSITY", "type": "double", "value": 2}]}])";
+
 // Behind the regeneration the body is that which the relations have made; before it, that which there was.
 TEST_F(Regeneration, RelationsWeighTheirModel) {
-  model("bar.prt.1", R"("parameters": [{"name": "LEN", "type": "double", "value": 10},
+  model("bar.prt.1", std::string(kTin) + R"(, "parameters": [{"name": "LEN", "type": "double", "value": 10},
       {"name": "BEFORE", "type": "double", "value": 0}, {"name": "AFTER", "type": "double", "value": 0},
       {"name": "CENTRE", "type": "double", "value": 0}, {"name": "RHO", "type": "double", "value": 0}],
       "dimensions": [{"id": 1, "symbol": "WIDTH", "value": 5}],
-      "material": "TIN", "materials": [{"name": "TIN", "parameters": [
-        {"name": "PTC_MASS_DENSITY", "type": "double", "value": 2}]}],
       "solid": {"primitives": [{"type": "box", "size": ["LEN", "WIDTH", 1]}]},
       "relations": ["WIDTH = LEN", "BEFORE = PRO_MP_MASS", "RHO = material_param('PTC_MASS_DENSITY')"],
       "postRelations": ["AFTER = mp_mass(\"\") + mp_volume('')", "CENTRE = MP_CG_X('', '', '')"],
@@ -185,6 +186,16 @@ TEST_F(Regeneration, RelationsWeighTheirModel) {
   const ProMdl pair = retrieve(L"PAIR", ProMdlType::assembly);
   EXPECT_EQ(ProNoError, ProSolidRegenerate(pair, 0)) << messages();
   EXPECT_EQ("M=200", parameters(pair));
+  // What a post relation weighs is read by the relations of an instance's next pass, and both stay.
+  model("rod.prt.1", std::string(kTin) + R"(, "parameters": [{"name": "LEN", "type": "double", "value": 10},
+      {"name": "P", "type": "double", "value": 1}, {"name": "A", "type": "double", "value": 0}],
+      "solid": {"primitives": [{"type": "box", "size": ["LEN", 1, 1]}]},
+      "relations": ["A = P * 2"], "postRelations": ["P = PRO_MP_MASS"],
+      "familyTable": {"items": [{"type": "parameter", "name": "LEN"}],
+        "instances": [{"name": "STAFF", "values": {"LEN": 20}}]})");
+  const ProMdl staff = retrieve(L"STAFF");
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(staff, 0)) << messages();
+  EXPECT_EQ("LEN=20 P=40 A=80", parameters(staff));
 }
 
 TEST_F(Regeneration, WhatIsNotWorkedOutIsToldOnceAModel) {

@@ -172,6 +172,31 @@ TEST_F(Run, AVersionThatWasCopiedOrBackedUpStays) {
   }
 }
 
+// Nobody writes into what a backup has put aside, and a new name is looked for where the saves go now.
+TEST_F(Run, ARenameBehindABackupLeavesTheBackupAlone) {
+  part(L"PLATE");
+  assembly(L"TOP").uses(L"PLATE", ProMdlType::part);
+  fs::create_directories(path("models/backup"));
+  for (const char* entry : {"models/backup/TOP.asm.1", "models/backup/WHEEL.prt.7"}) file(entry, R"({"format": 1})");
+  const std::string kinds = " version='3' forPRT='true' forASM='true' forEF='false' ";
+  const auto onTop = [&kinds](const std::string& tasks) {
+    return "<task type='groupActions'" + kinds + "reworkMode='5' mdlname='TOP.ASM'><subtasks>" + tasks +
+           "</subtasks></task>";
+  };
+  const auto rename = [&kinds](const std::string& name) {
+    return "<task type='renameModel'" + kinds + "name='" + name + "'/>";
+  };
+  list("rename.xml", onTop("<task type='backupAction'" + kinds + "path='d:/backup'/>") + rename("wheel") +
+                         rename("axle") + onTop(kSave) + kSave);
+  const Ended ended = run("rename", {"--start", "PLATE.PRT"});
+  EXPECT_THAT(ended.err, testing::HasSubstr("Another model has the name WHEEL"));
+  EXPECT_EQ(
+      (std::vector<std::string>{"PLATE.prt.1", "TOP.asm.1", "TOP.asm.2", "TOP.asm.3", "WHEEL.prt.7", "axle.prt.1"}),
+      filesIn("models/backup"));
+  EXPECT_THAT(readBytes(path("models/backup/TOP.asm.2")), testing::HasSubstr("PLATE"));
+  EXPECT_THAT(readBytes(path("models/backup/TOP.asm.3")), testing::HasSubstr("AXLE"));
+}
+
 TEST_F(Run, WhatChangesBelowIsSavedOrNamed) {
   // A drawing's list changes the drawing's model, which the table doesn't show.
   const auto onModel = [](const std::string& tasks, const std::string& attributes = "mdlname='PLATE.PRT'") {

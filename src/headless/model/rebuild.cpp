@@ -41,17 +41,6 @@ double numberOf(const Scalar& value) {
   return real ? *real : 0;
 }
 
-void settleSections(ModelDocument& document) {
-  for (CrossSectionRecord& section : document.record.crossSections) {
-    const DimensionRecord* dimension = section.dimension == 0 ? nullptr : document.dimension(section.dimension, false);
-    if (!dimension) continue;
-    const double distance = numberOf(dimension->value) * (dimension->flipped ? -1 : 1);
-    if (section.distance == distance) continue;
-    section.distance = distance;
-    document.touch(nullptr);
-  }
-}
-
 }  // namespace
 
 void settleDimensions(const Model& model) {
@@ -64,7 +53,19 @@ void settleDimensions(const Model& model) {
     dimension.flipped = !dimension.flipped;
     document.touch(nullptr);
   }
-  settleSections(document);
+}
+
+void settleSections(const Model& model) {
+  if (model.row) return;
+  ModelDocument& document = *model.document;
+  for (CrossSectionRecord& section : document.record.crossSections) {
+    const DimensionRecord* dimension = section.dimension == 0 ? nullptr : document.dimension(section.dimension, false);
+    if (!dimension) continue;
+    const double distance = numberOf(dimension->value) * (dimension->flipped ? -1 : 1);
+    if (section.distance == distance) continue;
+    section.distance = distance;
+    document.touch(nullptr);
+  }
 }
 
 std::wstring featureFault(const Model& model, std::vector<RegeneratedFeature>* worked) {

@@ -1,4 +1,4 @@
-// Regeneration: features are looked at, relations run, and what they assign is given to parameters and dimensions.
+// Regeneration: relations run, what they assign is given to parameters and dimensions, and features are looked at.
 #pragma once
 
 #include "creo/ProSolid.h"

@@ -27,11 +27,12 @@ void settleRow(const Model& instance) {
   ModelDocument& document = *instance.document;
   for (const DimensionRecord& entry : document.record.dimensions) {
     if (entry.reference) continue;
-    const Scalar* scalar = rowValue(document, instance.row, ProFamitemType::dimension, symbolOf(entry));
+    RowRecord* row = decidingRow(instance, ProFamitemType::dimension, symbolOf(entry));
+    const Scalar* scalar = row ? rowValue(document, row, ProFamitemType::dimension, symbolOf(entry)) : nullptr;
     const auto positive = scalar ? turned(*scalar) : std::nullopt;
     if (!positive) continue;
-    setRowValue(document, *instance.row, ProFamitemType::dimension, symbolOf(entry), *positive);
-    document.touch(instance.row);
+    setRowValue(document, *row, ProFamitemType::dimension, symbolOf(entry), *positive);
+    document.touch(row);
   }
 }
 

@@ -17,7 +17,8 @@ struct RegeneratedFeature {
   std::wstring name;  // empty: it has none
 };
 
-// A dimension below 0 turns its direction round and is positive from then on, in an instance the value of its row.
+// A dimension below 0 turns its direction round and is positive from then on, in an instance the value of the
+// row that decides on it.
 void settleDimensions(const Model& model);
 // The cross sections of a plain model follow the dimensions of their distances, as the relations have left them.
 void settleSections(const Model& model);

@@ -20,18 +20,11 @@ bool isPutAway(ProFeatureStatus status) {
   return status == ProFeatureStatus::suppressed || status == ProFeatureStatus::familyTableSuppressed;
 }
 
-// The row whose value decides on a feature: the instance's, or one above it; null where none does.
-RowRecord* decidingRow(const Model& solid, const std::string& column) {
-  for (RowRecord* row = solid.row; row; row = row->parent)
-    if (rowColumn(*solid.document, *row, ProFamitemType::feature, column).hasValue) return row;
-  return nullptr;
-}
-
 void change(const Model& solid, const ModelFeature& feature, bool away) {
   if (isPutAway(storedStatus(feature)) == away) return;
   ModelDocument& document = *solid.document;
   const std::string column = featureColumn(feature);
-  RowRecord* row = decidingRow(solid, column);
+  RowRecord* row = decidingRow(solid, ProFamitemType::feature, column);
   const Scalar* value = row ? rowValue(document, row, ProFamitemType::feature, column) : nullptr;
   if (value && yesOrNo(*value)) {
     // The word in the way that it is written there.

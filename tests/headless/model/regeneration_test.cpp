@@ -511,7 +511,8 @@ TEST_F(Regeneration, WhatCantBeBuiltIsToldByFeature) {
 TEST_F(Regeneration, ADimensionBelow0TurnsRound) {
   model("bolt.prt.1", R"("dimensions": [{"id": 1, "symbol": "W", "value": 10.0}, {"id": 2, "symbol": "H", "value": 5}],
       "relations": ["H = -W"], "solid": {"primitives": [{"type": "box", "size": ["W", 2, 2]}]},
-      "familyTable": {"items": [{"type": "dimension", "name": "W"}], "instances": [{"name": "B20"}]})");
+      "familyTable": {"items": [{"type": "dimension", "name": "W"}], "instances": [
+        {"name": "B20", "familyTable": {"instances": [{"name": "B20S"}]}}]})");
   const ProMdl bolt = retrieve(L"BOLT"), instance = retrieve(L"B20");
   const auto isFlipped = [&] { return session().models().find(bolt)->document->record.dimensions[0].flipped; };
   EXPECT_EQ(ProNoError, ProDimensionValueSet({bolt, 1}, -25));
@@ -528,6 +529,11 @@ TEST_F(Regeneration, ADimensionBelow0TurnsRound) {
   EXPECT_EQ(ProNoError, ProSolidRegenerate(instance, 0));
   EXPECT_EQ(30, ProDimensionValueGet({instance, 1}).value);
   EXPECT_EQ(4, ProDimensionValueGet({bolt, 1}).value);
+  const ProMdl below = retrieve(L"B20S");
+  EXPECT_EQ(ProNoError, ProDimensionValueSet({instance, 1}, -35));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(below, 0));
+  EXPECT_EQ(35, ProDimensionValueGet({instance, 1}).value) << "it decides on the instance below it";
+  EXPECT_TRUE(session().models().find(instance)->row->familyTable->items.list.empty()) << "no column comes of it";
 }
 
 TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {

@@ -74,9 +74,9 @@ creo::ProError suppress(Model& solid, const std::vector<int>& features, creo::Pr
   const bool goAlong = children == creo::ProChildren::goAlong;
   if (const auto error = find(solid, goAlong ? withChildren(solid, features) : features, found)) return error;
   for (const ModelFeature& feature : found) {
-    // A child that isn't there for another reason keeps that one.
+    // A child that isn't there for another reason keeps that one, as one that failed does: resumed it would be active.
     const bool isAsked = std::ranges::find(features, feature.place.id) != features.end();
-    if (isAsked || isInUse(storedStatus(feature))) change(solid, feature, true);
+    if (isAsked || storedStatus(feature) == ProFeatureStatus::active) change(solid, feature, true);
   }
   return creo::ProNoError;
 }

@@ -69,8 +69,8 @@ ProError ProSimprepdataitemAdd(ProSimprepdata& data, const ProSimprepdataitem& i
 // ProBadInputs: no simplified representation, or one of a part; ProNotFound: it has gone.
 Got<ProSimprepdata> ProSimprepdataGet(const ProModelitem& rep);
 // Describes a representation anew, its name too; all of it or nothing. An item that the data lacks keeps its action:
-// one goes by the action none. ProExists: another one has the name; ProNotFound: it, or the feature of an item, has
-// gone; ProBadInputs: it would be substituted by itself, or is of a part.
+// one goes by the action none. ProExists: another one has the name; ProNotFound: it has gone, or the feature of an
+// item of another action; ProBadInputs: it would be substituted by itself, or is of a part.
 ProError ProSimprepdataSet(const ProModelitem& rep, const ProSimprepdata& data);
 
 // As ProSimprepdataSet for a new one. ProBadInputs: a part.

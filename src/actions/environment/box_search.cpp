@@ -29,9 +29,9 @@ constexpr std::span<const int> kAllExcludes(kNotSolid);
 constexpr std::span<const int> kPlaneExcludes = kAllExcludes.subspan(1);
 
 // Creo's numbers of feature types: what those leave in the model isn't of the body and would widen its box, and what
-// comes back with others and not by itself.
+// is resumed only where the measure has put it away.
 constexpr int kDistortingFeatures[] = {933, 1070};
-constexpr int kNeverResumedFeature = 1104;
+constexpr int kRarelyResumedFeature = 1104;
 
 bool isDistorting(int type) { return std::ranges::find(kDistortingFeatures, type) != std::end(kDistortingFeatures); }
 
@@ -60,7 +60,7 @@ class DistortingFeatures {
   ~DistortingFeatures() {
     if (!pending_) return;
     for (const int id : missing())
-      if (resume(id) != creo::ProNoError)
+      if (bringBack(id) != creo::ProNoError)
         core::logWrite(text::format(L"Feature %d can't be resumed after the measure", id), core::kError);
   }
   DistortingFeatures(const DistortingFeatures&) = delete;
@@ -69,18 +69,17 @@ class DistortingFeatures {
   ProError putAway() {
     const auto features = featuresOf(part_);
     if (!features) return features.error;
-    std::set<int> there;
     for (const ProFeature& feature : features.value) {
       const auto status = creo::ProFeatureStatusGet(feature);
       if (!status) return status.error;
       if (isSuppressed(status.value)) before_.insert(feature.id);
-      if (status.value == ProFeatureStatus::active) there.insert(feature.id);
+      if (status.value == ProFeatureStatus::active) there_.insert(feature.id);
     }
     for (const ProFeature& feature : features.value) {
       const auto type = creo::ProFeatureTypeGet(feature);
       if (!type) return type.error;
       // What isn't there, for whatever reason, distorts nothing, and resuming it would do more than bring it back.
-      if (!isDistorting(type.value) || !there.contains(feature.id)) continue;
+      if (!isDistorting(type.value) || !there_.contains(feature.id)) continue;
       pending_ = true;
       const ProError result = creo::ProFeatureWithoptionsSuppress(part_, {feature.id}, creo::ProChildren::goAlong);
       if (result) return result;
@@ -94,16 +93,21 @@ class DistortingFeatures {
     ProError first = creo::ProNoError;
     if (!pending_) return first;
     for (const int id : missing())
-      if (const ProError result = resume(id); result && !first) first = result;
+      if (const ProError result = bringBack(id); result && !first) first = result;
     pending_ = first != creo::ProNoError;
     return first;
   }
 
  private:
-  ProError resume(int id) const { return creo::ProFeatureResume(part_, {id}); }
+  // One that came back with another is there already: resuming it once more would be an error.
+  [[nodiscard]] ProError bringBack(int id) const {
+    const auto status = creo::ProFeatureStatusGet({part_, id});
+    if (status && !isSuppressed(status.value)) return creo::ProNoError;
+    return creo::ProFeatureResume(part_, {id});
+  }
 
-  // What is away now and wasn't before: also what Creo suppressed along with what it was told to. A feature that is
-  // back already isn't resumed once more, which would be an error. Parents come before their children.
+  // What is away now and wasn't before: also what Creo suppressed along with what it was told to. Parents come before
+  // their children.
   [[nodiscard]] std::vector<int> missing() const {
     const auto features = featuresOf(part_);
     if (!features) return {away_.begin(), away_.end()};
@@ -112,7 +116,8 @@ class DistortingFeatures {
       const bool ours = away_.contains(feature.id);
       const auto status = creo::ProFeatureStatusGet(feature);
       const bool gone = status ? isSuppressed(status.value) && !before_.contains(feature.id) : ours;
-      if (!gone || (!ours && creo::ProFeatureTypeGet(feature).value == kNeverResumedFeature)) continue;
+      const bool wasThere = there_.contains(feature.id);
+      if (!gone || (!wasThere && creo::ProFeatureTypeGet(feature).value == kRarelyResumedFeature)) continue;
       ids.push_back(feature.id);
     }
     return ids;
@@ -120,6 +125,7 @@ class DistortingFeatures {
 
   ProMdl part_;
   std::set<int> before_;  // suppressed all along
+  std::set<int> there_;   // active before
   std::set<int> away_;    // by us
   bool pending_ = false;
 };

@@ -225,7 +225,7 @@ constexpr Action kActions[] = {
      .title = Message::setUnits,
      .conditions = kOnNativeSolids,
      .attributes = kUnitsAttributes,
-     .effects = kEffects,
+     .effects = {.reads = Touched::model | Touched::users, .changes = Touched::model | Touched::users},
      .about = "makes a system of units the solid's principal one",
      .function = &setUnits},
     {.key = L"setAllDimensionBounds",

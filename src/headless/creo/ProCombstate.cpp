@@ -107,11 +107,11 @@ Got<ProModelitem> ProMdlCombStateCreate(ProMdl model, const std::wstring& name,
 }
 
 ProError ProCombstateActivate(const ProModelitem& item) {
-  return onCombinedState(
-      "ProCombstateActivate", item, [](State& state, const Model& m, const CombinedStateRecord& record) -> ProError {
-        if (!headless::isOnTop(state, m)) return ProGeneralError;
-        return headless::activateCombinedState(m, record, [&](const std::wstring& line) { state.showMessage(line); });
-      });
+  return onCombinedState("ProCombstateActivate", item,
+                         [](State& state, const Model& m, const CombinedStateRecord& record) -> ProError {
+                           if (!headless::isOnTop(state, m)) return ProGeneralError;
+                           return headless::activateCombinedState(state.models, m, record);
+                         });
 }
 
 ProError ProCombstateDelete(const ProModelitem& item) {

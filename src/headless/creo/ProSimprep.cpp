@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "headless/creo/assembly_operation.h"
-#include "headless/model/features.h"
 #include "headless/model/retrieve.h"
 #include "headless/model/states.h"
 #include "text/encoding.h"
@@ -46,32 +45,6 @@ Got<FoundRep> findById(const ModelDocument& document, const ProModelitem& rep) {
   return find(document, [&rep](int id, std::string_view) { return id == rep.id; });
 }
 
-// Each component that the assembly's representation in memory substitutes shows that representation of its own, or, no
-// longer, its master.
-void showSubstitutes(const State& state, const Model& assembly, bool shown) {
-  ModelDocument& document = *assembly.document;
-  const auto* rep = headless::recordNamed(document.record.simplifiedReps, document.activeRep);
-  if (!rep) return;
-  for (const headless::SimplifiedRepItemRecord& item : rep->items) {
-    const auto feature = headless::featureOf(assembly, item.feature);
-    if (item.action != ProSimprepAction::substitute || !feature || !feature->isComponent()) continue;
-    const auto handle = state.models.inMemory(headless::featureName(*feature), feature->component()->type);
-    if (!handle) continue;
-    ModelDocument& component = *state.models.find(handle.value)->document;
-    if (shown)
-      component.activeRep = item.substitute;
-    else if (headless::sameName(component.activeRep, item.substitute))
-      component.activeRep.clear();
-  }
-}
-
-// The document says nothing of the master representation.
-void activate(const State& state, Model& model, const FoundRep& rep) {
-  showSubstitutes(state, model, false);
-  model.document->activeRep = rep.id == kMasterRep ? std::string() : rep.name;
-  showSubstitutes(state, model, true);
-}
-
 // How much of a model a representation brings: the master all of it, those of users what they say, the forms less and
 // less.
 int rankOf(const FoundRep& rep) {
@@ -103,7 +76,7 @@ Got<ProMdl> inRepresentation(State& state, const std::wstring& name, ProMdlType 
   const auto active = activeRep(*retrieved.document);
   const bool wins =
       wasThere && inMemory == InMemory::higherWins && active && rankOf(active.value) > rankOf(found.value);
-  if (!wins) activate(state, retrieved, found.value);
+  if (!wins) headless::showRep(state.models, retrieved, found.value.name);
   return model;
 }
 
@@ -134,7 +107,7 @@ Got<ProModelitem> ProSimprepActiveGet(ProMdl solid) {
 ProError ProSimprepActivate(const ProModelitem& rep) {
   return onAssembly("ProSimprepActivate", rep.owner, [&](State& state, Model& m) -> ProError {
     const auto found = findById(*m.document, rep);
-    if (found) activate(state, m, found.value);
+    if (found) headless::showRep(state.models, m, found.value.name);
     return found.error;
   });
 }
@@ -174,7 +147,7 @@ Got<ProMdl> ProSymbSimprepRetrieve(const std::wstring& model, ProMdlType type) {
 Got<ProMdl> ProMdlnameRetrieve(const std::wstring& name, ProMdlType type) {
   return operation("ProMdlnameRetrieve", [&](State& state) {
     const auto model = headless::retrieveModel(state.models, name, type);
-    if (model) state.models.find(model.value)->document->activeRep.clear();
+    if (model) headless::showRep(state.models, *state.models.find(model.value), headless::kMasterForm.name);
     return model;
   });
 }

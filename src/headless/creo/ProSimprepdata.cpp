@@ -59,7 +59,8 @@ void describeItem(std::vector<SimplifiedRepItemRecord>& items, SimplifiedRepItem
 }
 
 Got<SimplifiedRepItemRecord> itemRecord(const Model& model, const ProSimprepdataitem& item, std::string_view rep) {
-  if (!headless::featureOf(model, item.feature)) return ProNotFound;
+  // What is done with a feature that has gone can still be taken back.
+  if (item.action.type != ProSimprepAction::none && !headless::featureOf(model, item.feature)) return ProNotFound;
   const ProSubstitution& by = item.action.substitution;
   SimplifiedRepItemRecord record;
   record.feature = item.feature;

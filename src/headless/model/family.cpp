@@ -105,6 +105,12 @@ RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, ProFami
   return {true, valueAt(row, column, name) != NameIndex::kNone};
 }
 
+RowRecord* decidingRow(const Model& instance, ProFamitemType type, std::string_view name) {
+  RowRecord* row = instance.row;
+  while (row && !rowColumn(*instance.document, *row, type, name).hasValue) row = row->parent;
+  return row;
+}
+
 bool removeColumn(ModelDocument& document, FamilyTableRecord& table, ProFamitemType type, std::string_view name) {
   const std::size_t column = columnAt(table, type, name);
   if (column == NameIndex::kNone) return false;

@@ -33,6 +33,8 @@ struct RowColumn {
 };
 RowColumn rowColumn(const ModelDocument& document, const RowRecord& row, creo::ProFamitemType type,
                     std::string_view name);
+// The row whose own value decides for an instance: its row, or one above it. Null: the generic's own value holds.
+RowRecord* decidingRow(const Model& instance, creo::ProFamitemType type, std::string_view name);
 // Takes a column away with all values in it: of one table (false: it isn't there), or of all.
 bool removeColumn(ModelDocument& document, FamilyTableRecord& table, creo::ProFamitemType type, std::string_view name);
 void removeColumn(ModelDocument& document, creo::ProFamitemType type, std::string_view name);

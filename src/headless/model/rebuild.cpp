@@ -27,11 +27,12 @@ void settleRow(const Model& instance) {
   ModelDocument& document = *instance.document;
   for (const DimensionRecord& entry : document.record.dimensions) {
     if (entry.reference) continue;
-    const Scalar* scalar = rowValue(document, instance.row, ProFamitemType::dimension, symbolOf(entry));
+    RowRecord* row = decidingRow(instance, ProFamitemType::dimension, symbolOf(entry));
+    const Scalar* scalar = row ? rowValue(document, row, ProFamitemType::dimension, symbolOf(entry)) : nullptr;
     const auto positive = scalar ? turned(*scalar) : std::nullopt;
     if (!positive) continue;
-    setRowValue(document, *instance.row, ProFamitemType::dimension, symbolOf(entry), *positive);
-    document.touch(instance.row);
+    setRowValue(document, *row, ProFamitemType::dimension, symbolOf(entry), *positive);
+    document.touch(row);
   }
 }
 
@@ -39,17 +40,6 @@ double numberOf(const Scalar& value) {
   if (const auto* integer = std::get_if<int>(&value)) return *integer;
   const auto* real = std::get_if<double>(&value);
   return real ? *real : 0;
-}
-
-void settleSections(ModelDocument& document) {
-  for (CrossSectionRecord& section : document.record.crossSections) {
-    const DimensionRecord* dimension = section.dimension == 0 ? nullptr : document.dimension(section.dimension, false);
-    if (!dimension) continue;
-    const double distance = numberOf(dimension->value) * (dimension->flipped ? -1 : 1);
-    if (section.distance == distance) continue;
-    section.distance = distance;
-    document.touch(nullptr);
-  }
 }
 
 }  // namespace
@@ -64,7 +54,19 @@ void settleDimensions(const Model& model) {
     dimension.flipped = !dimension.flipped;
     document.touch(nullptr);
   }
-  settleSections(document);
+}
+
+void settleSections(const Model& model) {
+  if (model.row) return;
+  ModelDocument& document = *model.document;
+  for (CrossSectionRecord& section : document.record.crossSections) {
+    const DimensionRecord* dimension = section.dimension == 0 ? nullptr : document.dimension(section.dimension, false);
+    if (!dimension) continue;
+    const double distance = numberOf(dimension->value) * (dimension->flipped ? -1 : 1);
+    if (section.distance == distance) continue;
+    section.distance = distance;
+    document.touch(nullptr);
+  }
 }
 
 std::wstring featureFault(const Model& model, std::vector<RegeneratedFeature>* worked) {

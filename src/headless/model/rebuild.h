@@ -17,9 +17,11 @@ struct RegeneratedFeature {
   std::wstring name;  // empty: it has none
 };
 
-// A dimension below 0 turns its direction round and is positive from then on, in an instance the value of its row; the
-// cross sections of a plain model follow the dimensions of their distances.
+// A dimension below 0 turns its direction round and is positive from then on, in an instance the value of the
+// row that decides on it.
 void settleDimensions(const Model& model);
+// The cross sections of a plain model follow the dimensions of their distances, as the relations have left them.
+void settleSections(const Model& model);
 // What is wrong with the first feature that can't be regenerated: "the feature RIB isn't regenerated". Empty: nothing.
 // worked: gets the features before it; null where nobody asks.
 std::wstring featureFault(const Model& model, std::vector<RegeneratedFeature>* worked);

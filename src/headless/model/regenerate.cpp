@@ -439,11 +439,13 @@ Outcome calculate(const Models& models, Model& model) {
   return outcome;
 }
 
-// worked: gets the features that were regenerated; null where nobody asks.
+// worked: gets the features that were regenerated; null where nobody asks. Relations and program come first, whatever
+// becomes of the features: the program says which of them are asked for.
 Outcome regenerateAlone(const Models& models, Bodies& bodies, Model& model, std::vector<RegeneratedFeature>* worked) {
   settleDimensions(model);
-  if (std::wstring fault = featureFault(model, worked); !fault.empty()) return failure(std::move(fault));
   Outcome outcome = calculate(models, model);
+  settleSections(model);
+  if (std::wstring fault = featureFault(model, worked); !fault.empty()) return failure(std::move(fault));
   if (!outcome.reason.empty()) return outcome;
   std::wstring fault = bodies.fault(model);
   return fault.empty() ? outcome : failure(std::move(fault));

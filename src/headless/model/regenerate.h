@@ -1,4 +1,4 @@
-// Regeneration: features are looked at, relations run, and what they assign is given to parameters and dimensions.
+// Regeneration: relations run, what they assign is given to parameters and dimensions, and features are looked at.
 #pragma once
 
 #include "creo/ProSolid.h"
@@ -26,7 +26,8 @@ const InstanceValues& instanceValues(const Model& instance);
 // its row). ProGeneralError: it or one of its components fails, or a component is missing, a line of the message area
 // says why; ProRegenAgain: the post-regeneration relations changed what the relations read; ProBadInputs: no such
 // model. bodies: build what was regenerated. instancesToo: the instances in memory as well; a failure of theirs is kept
-// with their rows only. worked: gets the features in their order, up to one that fails; null where nobody asks.
+// with their rows only. worked: gets the features in their order, up to one that isn't regenerated or has lost a
+// parent; null where nobody asks.
 creo::ProError regenerate(Models& models, Bodies& bodies, creo::ProMdl solid, bool instancesToo,
                           std::vector<RegeneratedFeature>* worked = nullptr);
 // What is wrong with the model's sets of relations, the first fault of each; nothing is given to the model.

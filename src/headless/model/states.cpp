@@ -4,6 +4,8 @@
 #include <unordered_map>
 
 #include "headless/model/datums.h"
+#include "headless/model/features.h"
+#include "headless/model/models.h"
 #include "headless/model/remove_feature.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -139,12 +141,40 @@ void makeActive(const Model& model, std::string ModelRecord::*active, std::strin
   model.document->touch(nullptr);
 }
 
-creo::ProError activateCombinedState(const Model& model, const CombinedStateRecord& state,
-                                     const std::function<void(const std::wstring&)>& message) {
+namespace {
+
+// shown: whether the components that the representation in memory substitutes show theirs, or their masters.
+void showSubstitutes(const Models& models, const Model& assembly, bool shown) {
+  const auto& document = assembly.document;
+  const auto* rep = recordNamed(document->record.simplifiedReps, document->activeRep);
+  if (!rep) return;
+  for (const SimplifiedRepItemRecord& item : rep->items) {
+    const auto feature = featureOf(assembly, item.feature);
+    if (item.action != creo::ProSimprepAction::substitute || !feature || !feature->isComponent()) continue;
+    const auto handle = models.inMemory(featureName(*feature), feature->component()->type);
+    if (!handle) continue;
+    ModelDocument& component = *models.find(handle.value)->document;
+    if (shown)
+      component.activeRep = item.substitute;
+    else if (sameName(component.activeRep, item.substitute))
+      component.activeRep.clear();
+  }
+}
+
+}  // namespace
+
+void showRep(const Models& models, const Model& solid, std::string_view name) {
+  showSubstitutes(models, solid, false);
+  // The document says nothing of the master.
+  solid.document->activeRep = sameName(name, kMasterForm.name) ? std::string_view() : name;
+  showSubstitutes(models, solid, true);
+}
+
+creo::ProError activateCombinedState(const Models& models, const Model& model, const CombinedStateRecord& state) {
   ModelRecord& record = model.document->record;
   if (const std::wstring gone = goneFrom(record, state); !gone.empty()) {
-    message(text::format(L"%s: the combined state %s refers to the %s, which isn't there", model.name,
-                         text::fromUtf8(state.name), gone));
+    models.message(text::format(L"%s: the combined state %s refers to the %s, which isn't there", model.name,
+                                text::fromUtf8(state.name), gone));
     return creo::ProNotFound;
   }
   if (!state.view.empty()) makeActive(model, &ModelRecord::activeView, state.view);
@@ -152,8 +182,7 @@ creo::ProError activateCombinedState(const Model& model, const CombinedStateReco
     showLayers(record, *recordNamed(record.layerStates, state.layerState));
     makeActive(model, &ModelRecord::activeLayerState, state.layerState);
   }
-  if (!state.simplifiedRep.empty())
-    model.document->activeRep = sameName(state.simplifiedRep, kMasterForm.name) ? std::string() : state.simplifiedRep;
+  if (!state.simplifiedRep.empty()) showRep(models, model, state.simplifiedRep);
   if (!state.explodedState.empty())
     makeActive(model, &ModelRecord::activeExplodedState, state.exploded ? state.explodedState : std::string());
   if (!state.styleState.empty()) makeActive(model, &ModelRecord::activeStyleState, state.styleState);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +11,8 @@
 #include "headless/model/symbols.h"
 
 namespace headless {
+
+class Models;  // models.h
 
 // The representations that Creo makes by itself.
 struct DefaultRep {
@@ -41,8 +42,11 @@ creo::ProError deleteState(const Model& model, const creo::ProModelitem& state);
 // Makes a name the active one, in a member of the record, and marks the model as changed where it was another one.
 void makeActive(const Model& model, std::string ModelRecord::*active, std::string_view name);
 
-// As ProCombstateActivate; what has gone is told by `message`.
-creo::ProError activateCombinedState(const Model& model, const CombinedStateRecord& state,
-                                     const std::function<void(const std::wstring&)>& message);
+// Puts a solid into a representation of that name, its own or one that Creo makes by itself. Each component that the
+// representation substitutes shows that one of its own; where the solid leaves it, its master.
+void showRep(const Models& models, const Model& solid, std::string_view name);
+
+// As ProCombstateActivate; the message area says what has gone.
+creo::ProError activateCombinedState(const Models& models, const Model& model, const CombinedStateRecord& state);
 
 }  // namespace headless

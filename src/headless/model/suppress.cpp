@@ -20,18 +20,11 @@ bool isPutAway(ProFeatureStatus status) {
   return status == ProFeatureStatus::suppressed || status == ProFeatureStatus::familyTableSuppressed;
 }
 
-// The row whose value decides on a feature: the instance's, or one above it; null where none does.
-RowRecord* decidingRow(const Model& solid, const std::string& column) {
-  for (RowRecord* row = solid.row; row; row = row->parent)
-    if (rowColumn(*solid.document, *row, ProFamitemType::feature, column).hasValue) return row;
-  return nullptr;
-}
-
 void change(const Model& solid, const ModelFeature& feature, bool away) {
   if (isPutAway(storedStatus(feature)) == away) return;
   ModelDocument& document = *solid.document;
   const std::string column = featureColumn(feature);
-  RowRecord* row = decidingRow(solid, column);
+  RowRecord* row = decidingRow(solid, ProFamitemType::feature, column);
   const Scalar* value = row ? rowValue(document, row, ProFamitemType::feature, column) : nullptr;
   if (value && yesOrNo(*value)) {
     // The word in the way that it is written there.
@@ -81,9 +74,9 @@ creo::ProError suppress(Model& solid, const std::vector<int>& features, creo::Pr
   const bool goAlong = children == creo::ProChildren::goAlong;
   if (const auto error = find(solid, goAlong ? withChildren(solid, features) : features, found)) return error;
   for (const ModelFeature& feature : found) {
-    // A child that isn't there for another reason keeps that one.
+    // A child that isn't there for another reason keeps that one, as one that failed does: resumed it would be active.
     const bool isAsked = std::ranges::find(features, feature.place.id) != features.end();
-    if (isAsked || isInUse(storedStatus(feature))) change(solid, feature, true);
+    if (isAsked || storedStatus(feature) == ProFeatureStatus::active) change(solid, feature, true);
   }
   return creo::ProNoError;
 }

@@ -234,11 +234,12 @@ TEST_F(DistortedBox, IsMeasuredWithoutThemAndTheyComeBack) {
 TEST_F(DistortedBox, TakesChildrenAlongAndBringsThemBack) {
   world.config("kvd_write_history_in_models=0");
   std::string features = kFeatures;
-  features.insert(features.rfind(']'), R"(, {"id": 11, "type": 917, "parents": [8]})");
+  features.insert(features.rfind(']'), R"(, {"id": 11, "type": 917, "parents": [8]}, {"id": 12, "type": 1104,
+      "parents": [8]}, {"id": 13, "type": 917, "parents": [8], "status": "unregenerated"})");
   body(kDistorted, features);
   EXPECT_EQ(std::wstring(kTitle) + kAllSet + L"|20 30 10", failing("", 0));
   EXPECT_EQ(before_, document());
-  EXPECT_EQ(3, world.session().calls("ProFeatureResume")) << "two features and the child of one";
+  EXPECT_EQ(4, world.session().calls("ProFeatureResume")) << "two features and the children that were active";
 }
 
 TEST_F(DistortedBox, OfAnInstanceTouchesNoOtherRow) {

@@ -234,7 +234,7 @@ TEST_F(EditedRep, DescribesTheChosenFeaturesAnew) {
 
 TEST_F(EditedRep, WhatCantBeDoneIsLeftOutAndTold) {
   document("lost.asm.1", R"("components": [{"name": "NOWHERE", "type": "prt", "feature": 7}],
-      "simplifiedReps": [{"id": 1, "name": "LIGHT"}])");
+      "simplifiedReps": [{"id": 1, "name": "LIGHT", "items": [{"feature": 9, "action": "exclude"}]}])");
   const std::wstring skipped = L"W:Failure occured while create Simprep action|";
   const std::wstring end = L"LIGHT|Simplified representation redefinition completed";
   EXPECT_EQ(skipped + end, edited("jc='99' filter_name='true' filter_name_text='GEAR'"));

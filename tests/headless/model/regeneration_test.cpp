@@ -454,6 +454,26 @@ TEST_F(Regeneration, FeaturesOfAnInstanceFollowItsRow) {
   EXPECT_EQ("D=6", parameters(copy.value));
 }
 
+// The program decides on a parent, by a value that relations give.
+TEST_F(Regeneration, AParentThatTheProgramTakesAwayComesBackWithIt) {
+  model("rack.prt.1", R"("parameters": [{"name": "SIZE", "type": "double", "value": 1},
+      {"name": "MODE", "type": "double", "value": 2}], "relations": ["MODE = SIZE", "D1 = SIZE * 10"],
+      "program": ["IF MODE == 2", "ADD FEATURE", "INTERNAL FEATURE ID 3", "END ADD", "END IF"],
+      "features": [{"id": 3, "name": "RIB"}, {"id": 4, "parents": [3]}],
+      "dimensions": [{"id": 1, "symbol": "D1", "value": 20.0}],
+      "crossSections": [{"id": 1, "name": "A", "distance": 20.0, "dimension": 1}])");
+  const ProMdl rack = retrieve(L"RACK");
+  const auto distance = [&] { return session().models().find(rack)->document->record.crossSections[0].distance; };
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(rack, 0)) << "at once";
+  EXPECT_EQ("RACK.PRT: the feature 4 refers to the feature RIB, which is suppressed\n", messages());
+  EXPECT_EQ("SIZE=1 MODE=1", parameters(rack)) << "the relations give their values all the same";
+  EXPECT_EQ(10, distance()) << "of the dimension that they drive";
+  EXPECT_EQ(ProNoError, set(rack, L"SIZE", real(2)));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(rack, 0)) << messages();
+  EXPECT_EQ(ProFeatureStatus::active, ProFeatureStatusGet({rack, 3}).value);
+  EXPECT_EQ(20, distance());
+}
+
 TEST_F(Regeneration, ComponentsComeFirstAndACircleEnds) {
   model("top.asm.1", R"("features": [{"id": 3, "status": "suppressed"}], "components": [
       {"name": "PIN", "type": "prt"}, {"name": "SUB", "type": "asm"}, {"name": "TOP", "type": "asm"},
@@ -502,7 +522,8 @@ TEST_F(Regeneration, WhatCantBeBuiltIsToldByFeature) {
 TEST_F(Regeneration, ADimensionBelow0TurnsRound) {
   model("bolt.prt.1", R"("dimensions": [{"id": 1, "symbol": "W", "value": 10.0}, {"id": 2, "symbol": "H", "value": 5}],
       "relations": ["H = -W"], "solid": {"primitives": [{"type": "box", "size": ["W", 2, 2]}]},
-      "familyTable": {"items": [{"type": "dimension", "name": "W"}], "instances": [{"name": "B20"}]})");
+      "familyTable": {"items": [{"type": "dimension", "name": "W"}], "instances": [
+        {"name": "B20", "familyTable": {"instances": [{"name": "B20S"}]}}]})");
   const ProMdl bolt = retrieve(L"BOLT"), instance = retrieve(L"B20");
   const auto isFlipped = [&] { return session().models().find(bolt)->document->record.dimensions[0].flipped; };
   EXPECT_EQ(ProNoError, ProDimensionValueSet({bolt, 1}, -25));
@@ -519,6 +540,11 @@ TEST_F(Regeneration, ADimensionBelow0TurnsRound) {
   EXPECT_EQ(ProNoError, ProSolidRegenerate(instance, 0));
   EXPECT_EQ(30, ProDimensionValueGet({instance, 1}).value);
   EXPECT_EQ(4, ProDimensionValueGet({bolt, 1}).value);
+  const ProMdl below = retrieve(L"B20S");
+  EXPECT_EQ(ProNoError, ProDimensionValueSet({instance, 1}, -35));
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(below, 0));
+  EXPECT_EQ(35, ProDimensionValueGet({instance, 1}).value) << "it decides on the instance below it";
+  EXPECT_TRUE(session().models().find(instance)->row->familyTable->items.list.empty()) << "no column comes of it";
 }
 
 TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {

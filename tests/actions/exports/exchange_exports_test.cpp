@@ -114,6 +114,9 @@ TEST_F(ExchangeExports, EachRefusalHasItsLine) {
     EXPECT_TRUE(world.logHas(line)) << attributes << operation;
     EXPECT_EQ("", files());
   }
+  begin();  // what is written is "d:/out/.igs"
+  EXPECT_TRUE(told(run(iges("folder='d:/out' file='.iges'")), L"E:The path names no file: 'd:/out/.igs'"));
+  EXPECT_EQ("", files());
   begin();
   EXPECT_TRUE(
       told(run(task("exportsat", "folder='d:/out' file='a' solids='true'")), L"E:Failure occured while export to sat"));

@@ -124,9 +124,11 @@ TEST_F(ExchangeExports, EachRefusalHasItsLine) {
 
 TEST_F(ExchangeExports, AGroupWorksOnWhatItImports) {
   const std::string save = "<subtasks>" + task("saveModel") + "</subtasks>";
-  const std::string into = "reworkMode='5' mdlname='d:\\out\\plate.stp' removeFromSession='2'";
-  const auto log =
-      run(step("folder='d:/out' file='plate'") + task("groupActions", into, save) + task("groupActions", into, save));
+  const auto import = [&save](const std::string& file) {
+    return task("groupActions", "reworkMode='5' mdlname='" + file + "' removeFromSession='2'", save);
+  };
+  // The first path counts from the working folder.
+  const auto log = run(step("folder='d:/out' file='plate'") + import("out\\plate.stp") + import("d:\\out\\plate.stp"));
   EXPECT_TRUE(fs::exists(world.models() + "/plate.prt.1")) << testing::PrintToString(log);
   EXPECT_TRUE(told(log, L"E:Can't load model")) << testing::PrintToString(log);
   EXPECT_TRUE(world.logHas(L" - -5"));  // the second time there is a model of that name

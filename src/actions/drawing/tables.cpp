@@ -92,7 +92,7 @@ bool isDrawing(ProMdl model) {
 
 // Texts of repeat regions follow what the drawing shows now. Of other models Creo is asked, too, and refuses.
 void updateTables(ProMdl model) {
-  const creo::ProError result = onTop(model, [&] { return creo::ProDrawingTablesUpdate(model); });
+  const creo::ProError result = inCurrentWindow(model, [&] { return creo::ProDrawingTablesUpdate(model); });
   if (result != creo::ProNoError && isDrawing(model)) failDetail(L"The tables of the drawing can't be updated");
 }
 

@@ -88,13 +88,13 @@ class Eval : public Verb {
     sessionOptions.textFolder = L"i:\\text\\";
     headless::Session session(sessionOptions);
     start(session, log, console);
-    const std::size_t reported = session.messages().size();
+    const std::size_t before = session.messages().size();
     const GivenVariables variables(variables_);
     const creo::ProMdl model = retrieved(session, model_);
     // Creo has the model open when a list works on it.
     creo::ProMdlDisplay(model);
     const int code = filter_.empty() ? evaluateText(model, log, console) : evaluateFilter(filter, model, log, console);
-    for (std::size_t i = reported; i < session.messages().size(); ++i) console.trouble(readable(session.messages()[i]));
+    for (std::size_t i = before; i < session.messages().size(); ++i) console.trouble(readable(session.messages()[i]));
     return code;
   }
 

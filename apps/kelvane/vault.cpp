@@ -138,12 +138,12 @@ class VaultVerb : public Verb {
 
   static std::vector<std::string> rowOf(const ObjectRecord& object) {
     std::string places;
-    for (const headless::MemberRecord& candidate : object.workspaces)
-      places += (places.empty() ? "in " : ", ") + candidate.user + "/" + candidate.workspace + " (" +
-                text::toUtf8(headless::iterationText(object, candidate.base)) + ")";
-    std::string present;
-    if (const auto& out = object.checkOut) present = "checked out by " + out->user + "/" + out->workspace;
-    return {labelOf(object), newestOf(object), object.location, present.empty() ? "-" : present, places};
+    for (const headless::MemberRecord& member : object.workspaces)
+      places += (places.empty() ? "in " : ", ") + member.user + "/" + member.workspace + " (" +
+                text::toUtf8(headless::iterationText(object, member.base)) + ")";
+    std::string checkedOut;
+    if (const auto& out = object.checkOut) checkedOut = "checked out by " + out->user + "/" + out->workspace;
+    return {labelOf(object), newestOf(object), object.location, checkedOut.empty() ? "-" : checkedOut, places};
   }
 
   static Entry entryOf(const ObjectRecord& object) {
@@ -151,20 +151,20 @@ class VaultVerb : public Verb {
                    {"number", object.number},
                    {"location", object.location},
                    {"newest", newestOf(object)}};
-    for (const headless::IterationRecord& element : object.iterations) {
+    for (const headless::IterationRecord& record : object.iterations) {
       Entry iteration = {
-          {"revision", element.revision}, {"iteration", element.iteration}, {"by", element.by}, {"at", element.at}};
-      for (const auto& file : element.attachments) iteration["attachments"].push_back(file.name);
+          {"revision", record.revision}, {"iteration", record.iteration}, {"by", record.by}, {"at", record.at}};
+      for (const auto& file : record.attachments) iteration["attachments"].push_back(file.name);
       entry["iterations"].push_back(std::move(iteration));
     }
     if (const auto& out = object.checkOut)
       entry["checkedOut"] = {
           {"user", out->user}, {"workspace", out->workspace}, {"at", out->at}, {"names", out->names}};
-    for (const headless::MemberRecord& one : object.workspaces)
-      entry["workspaces"].push_back({{"user", one.user},
-                                     {"workspace", one.workspace},
-                                     {"iteration", text::toUtf8(headless::iterationText(object, one.base))},
-                                     {"version", one.version}});
+    for (const headless::MemberRecord& member : object.workspaces)
+      entry["workspaces"].push_back({{"user", member.user},
+                                     {"workspace", member.workspace},
+                                     {"iteration", text::toUtf8(headless::iterationText(object, member.base))},
+                                     {"version", member.version}});
     return entry;
   }
 

@@ -18,12 +18,12 @@ constexpr std::wstring_view kFromTypeVersion = L"4";
 // Does the test hold for a feature of the solid? The first one ends the visit.
 template <class Test>
 Answer anyFeature(creo::ProMdl solid, Test&& holds) {
-  bool present = false;
+  bool found = false;
   creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
-    present = holds(feature);
-    return present ? creo::ProStopVisit : creo::ProNoError;
+    found = holds(feature);
+    return found ? creo::ProStopVisit : creo::ProNoError;
   });
-  return answer(present);
+  return answer(found);
 }
 
 // What keFromType asks of a feature; a test that isn't enabled always holds.
@@ -47,9 +47,9 @@ struct FeatureTests {
     const auto number = creo::ProFeatureNumberGet(feature);
     return number && numberIs(L"featnum", number.value);
   }
-  [[nodiscard]] bool numberIs(std::wstring_view attribute, int present) const {
+  [[nodiscard]] bool numberIs(std::wstring_view attribute, int number) const {
     const std::wstring_view wanted = valueOf(item, attribute);
-    return noted(L"=", wanted, present, text::parseInt(wanted) == present);
+    return noted(L"=", wanted, number, text::parseInt(wanted) == number);
   }
   [[nodiscard]] bool typeHolds(const creo::ProFeature& feature) const {
     const auto stored = creo::ProFeatureTypeGet(feature);

@@ -40,25 +40,25 @@ bool comparesNumber(const Comparison& with, double number, double target, double
 
 // The same, told to whoever watches comparisons.
 bool comparesNumber(const Comparison& with, std::wstring_view shown, double number, double target, double margin) {
-  const bool present = comparesNumber(with, number, target, margin);
-  if (!language::ComparisonWatch::on()) return present;
+  const bool holds = comparesNumber(with, number, target, margin);
+  if (!language::ComparisonWatch::on()) return holds;
   static constexpr std::wstring_view kSigns[] = {L"<", L"<=", L"=", L">=", L">"};
   const bool known = with.ncomp.size() == 1 && with.ncomp[0] >= L'1' && with.ncomp[0] <= L'5';
   const std::wstring_view sign = known ? kSigns[with.ncomp[0] - L'1'] : L"no known comparison";
   const std::wstring wanted = text::format(L"%s %s", sign, with.value);
   language::ComparisonWatch::note(margin == 0 ? wanted : text::format(L"%s, margin %s", wanted, with.epsilon), shown,
-                                  present);
-  return present;
+                                  holds);
+  return holds;
 }
 
 bool comparesBoolean(const Comparison& with, bool state) {
   static constexpr std::wstring_view kWords[2][7] = {{L"false", L"0", L"no", L"nein", L"f", L"n", L"*"},
                                                      {L"true", L"1", L"yes", L"ja", L"j", L"y", L"*"}};
   const auto& words = kWords[state ? 1 : 0];
-  const bool present = std::any_of(std::begin(words), std::end(words),
-                                   [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
-  language::ComparisonWatch::note(with.value, words[0], present);
-  return present;
+  const bool holds = std::any_of(std::begin(words), std::end(words),
+                                 [&with](std::wstring_view word) { return text::equalNoCase(with.value, word); });
+  language::ComparisonWatch::note(with.value, words[0], holds);
+  return holds;
 }
 
 bool comparesInteger(const Comparison& with, int number) {
@@ -75,28 +75,28 @@ bool comparesReal(const Comparison& with, double number) {
 }
 
 // The visit's answer: stop at a hit, and at a kind that can't be compared.
-creo::ProError compareParameter(const Comparison& with, const creo::ProParameter& parameter, bool& present) {
+creo::ProError compareParameter(const Comparison& with, const creo::ProParameter& parameter, bool& holds) {
   const auto value = creo::ProParameterValueGet(parameter);
   if (!value) return creo::ProNoError;
   switch (value.value.type) {
     case creo::ProParamvalueType::boolean:
-      present = comparesBoolean(with, value.value.boolean);
+      holds = comparesBoolean(with, value.value.boolean);
       break;
     case creo::ProParamvalueType::string:
-      present = matches(with.value, value.value.string);
+      holds = matches(with.value, value.value.string);
       break;
     case creo::ProParamvalueType::integer:
-      present = comparesInteger(with, value.value.integer);
+      holds = comparesInteger(with, value.value.integer);
       break;
     case creo::ProParamvalueType::real:
-      present = comparesReal(with, value.value.real);
+      holds = comparesReal(with, value.value.real);
       break;
     case creo::ProParamvalueType::none:
     case creo::ProParamvalueType::noteId:
       core::logWrite(L"Deletion test of NoteID is not supported", core::kWarning);
       return creo::ProStopVisit;
   }
-  return present ? creo::ProStopVisit : creo::ProNoError;
+  return holds ? creo::ProStopVisit : creo::ProNoError;
 }
 
 Answer parameterPredicate(const Question& question) {
@@ -116,18 +116,18 @@ Answer parameterPredicate(const Question& question) {
   if (!owner) return Answer::no;
 
   const Comparison with{value.text, question.value(L"ncomp", L"3"), question.value(L"epsilon")};
-  bool met = false, held = false;
+  bool met = false, holds = false;
   creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
     if (!matches(name.text, parameter.id)) return creo::ProNoError;
     met = true;
     core::logMsgId(Message::parameterFound, core::kDebug, 1);
-    return compareParameter(with, parameter, held);
+    return compareParameter(with, parameter, holds);
   });
   // A name that holds a star or slashes of its own isn't met as a pattern.
   if (!met) {
-    if (const auto plain = creo::ProParameterInit(owner.value, name.text)) compareParameter(with, plain.value, held);
+    if (const auto plain = creo::ProParameterInit(owner.value, name.text)) compareParameter(with, plain.value, holds);
   }
-  return answer(held);
+  return answer(holds);
 }
 
 Answer parameterTypePredicate(const Question& question) {

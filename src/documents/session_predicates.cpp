@@ -42,8 +42,8 @@ Answer environmentVariablePredicate(const Question& question) {
   const auto name = language::replaceVariables(question.value(L"param"), question.model);
   const auto value = language::replaceVariables(question.value(L"value"), question.model);
   if (!name || !value) return Answer::no;
-  const auto present = os::environment(name.text);
-  return answer(present && matches(value.text, text::cut(*present, text::kTextSize - 1)));
+  const auto actual = os::environment(name.text);
+  return answer(actual && matches(value.text, text::cut(*actual, text::kTextSize - 1)));
 }
 
 constexpr Attribute kUserVariable[] = {

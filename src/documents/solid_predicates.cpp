@@ -90,13 +90,13 @@ Answer relationPredicate(const Question& question) {
   if (search.empty()) return Answer::no;
   auto owner = creo::ProMdlToModelitem(question.model);
   if (!owner) return Answer::no;
-  bool present = question.isTrue(L"rel") && anyRelation(owner.value, search);
-  if (!present && question.isTrue(L"posrel")) {
+  bool found = question.isTrue(L"rel") && anyRelation(owner.value, search);
+  if (!found && question.isTrue(L"posrel")) {
     core::logMsgId(Message::filterPostRelations, core::kDebug, 1);
     owner.value.id = creo::kPostRegeneration;
-    present = anyRelation(owner.value, search);
+    found = anyRelation(owner.value, search);
   }
-  return answer(present);
+  return answer(found);
 }
 
 Answer currentMaterialPredicate(const Question& question) {
@@ -115,8 +115,8 @@ Answer materialParameterPredicate(const Question& question) {
   const std::wstring name(text::cut(question.value(L"param"), text::kNameSize - 1));
   const auto parameter = creo::ProParameterInit(material.value, name);
   if (!parameter) return Answer::no;
-  const auto present = creo::ProParameterValueGet(parameter.value);
-  return answer(present && equals(present.value, question.value(L"value")));
+  const auto value = creo::ProParameterValueGet(parameter.value);
+  return answer(value && equals(value.value, question.value(L"value")));
 }
 
 Answer unitSystemPredicate(const Question& question) {

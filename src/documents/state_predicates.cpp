@@ -21,13 +21,13 @@ using StateVisit = creo::ProError (*)(creo::ProMdl solid, creo::Visitor<creo::Pr
 
 // Does a visit of the solid meet an item whose name fits the attribute's pattern?
 Answer stateNamed(const Question& question, StateVisit visit, std::wstring_view attribute) {
-  bool present = false;
+  bool found = false;
   visit(question.model, [&](const creo::ProModelitem& state) {
     const auto name = creo::ProModelitemNameGet(state);
-    present = name && matches(question.value(attribute), name.value);
-    return present ? creo::ProStopVisit : creo::ProNoError;
+    found = name && matches(question.value(attribute), name.value);
+    return found ? creo::ProStopVisit : creo::ProNoError;
   });
-  return answer(present);
+  return answer(found);
 }
 
 Answer combinedStateNamed(creo::ProMdl model, std::wstring_view pattern) {
@@ -40,10 +40,10 @@ Answer combinedStateNamed(creo::ProMdl model, std::wstring_view pattern) {
 // How many items a layer may hold, by the sign: fewer, more, or just so many as the number.
 bool countHolds(const core::XmlNode& item, std::size_t count) {
   const std::wstring_view sign = valueOf(item, L"aomisign");
-  const auto present = static_cast<long long>(count),
+  const auto actual = static_cast<long long>(count),
              wanted = static_cast<long long>(text::parseInt(valueOf(item, L"aomitf")));
   const bool holds =
-      (sign == L"=" && present == wanted) || (sign == L">" && present > wanted) || (sign == L"<" && present < wanted);
+      (sign == L"=" && actual == wanted) || (sign == L">" && actual > wanted) || (sign == L"<" && actual < wanted);
   return noted(sign, valueOf(item, L"aomitf"), static_cast<double>(count), holds);
 }
 
@@ -58,12 +58,12 @@ bool layerHolds(const core::XmlNode& item, const creo::ProLayer& layer) {
 }
 
 Answer layerPredicate(const Question& question) {
-  bool present = false;
+  bool found = false;
   creo::ProMdlLayerVisit(question.model, [&](const creo::ProLayer& layer) {
-    present = layerHolds(question.item, layer);
-    return present ? creo::ProStopVisit : creo::ProNoError;
+    found = layerHolds(question.item, layer);
+    return found ? creo::ProStopVisit : creo::ProNoError;
   });
-  return answer(present);
+  return answer(found);
 }
 
 Answer layerStatePredicate(const Question& question) {

@@ -20,8 +20,8 @@ constexpr std::size_t kShownOfPattern = 200, kShownOfText = 60;
 std::size_t givenUpCount = 0;
 
 std::set<std::wstring, std::less<>>& toldPatterns() {
-  static std::set<std::wstring, std::less<>> reported;
-  return reported;
+  static std::set<std::wstring, std::less<>> patterns;
+  return patterns;
 }
 
 std::vector<RefusedExpression>& refused() {

@@ -107,12 +107,14 @@ std::wstring quantity(const Dependency& dependency) {
 
 constexpr ListColumn<Dependency> kColumns[] = {
     {L"File name", L"fname", [](const Dependency& dependency) { return dependency.subject.file.name; }},
-    {L"File path", L"fpath", [](const Dependency& entry) { return entry.subject.file.path; }},
+    {L"File path", L"fpath", [](const Dependency& dependency) { return dependency.subject.file.path; }},
     {L"Dependend file name", L"name",
-     [](const Dependency& item) { return usedName(item.used) + L"." + text::lower(item.used.typeText); }},
+     [](const Dependency& dependency) {
+       return usedName(dependency.used) + L"." + text::lower(dependency.used.typeText);
+     }},
     {L"Dependend file path", L"path",
-     [](const Dependency& candidate) {
-       return candidate.model ? modelFile(candidate.model.value).path : std::wstring();
+     [](const Dependency& dependency) {
+       return dependency.model ? modelFile(dependency.model.value).path : std::wstring();
      }},
     {L"Quantity in modeltree", L"quantity", &quantity},
 };
@@ -125,8 +127,8 @@ void dependencyList(CsvReport& report, const ListSubject& subject) {
   if (!used) return;  // or it uses nothing
   std::optional<TreeQuantities> tree;
   if (subject.type == creo::ProMdlType::assembly) tree.emplace(subject.model);
-  for (const creo::ProDependency& element : used.value)
-    rows.add({subject, element, creo::ProMdlRetrieve(element.name, element.type), tree ? &*tree : nullptr});
+  for (const creo::ProDependency& dependency : used.value)
+    rows.add({subject, dependency, creo::ProMdlRetrieve(dependency.name, dependency.type), tree ? &*tree : nullptr});
 }
 
 }  // namespace reports

@@ -18,26 +18,26 @@ struct Dimension {
 };
 
 std::wstring fileName(const Dimension& dimension) { return dimension.subject.file.name; }
-std::wstring filePath(const Dimension& entry) { return entry.subject.file.path; }
-std::wstring id(const Dimension& item) { return text::format(L"%d", item.handle.id); }
-std::wstring symbol(const Dimension& candidate) { return creo::ProDimensionSymbolGet(candidate.handle).value; }
+std::wstring filePath(const Dimension& dimension) { return dimension.subject.file.path; }
+std::wstring id(const Dimension& dimension) { return text::format(L"%d", dimension.handle.id); }
+std::wstring symbol(const Dimension& dimension) { return creo::ProDimensionSymbolGet(dimension.handle).value; }
 
-std::wstring value(const Dimension& element) {
-  const auto value = creo::ProDimensionValueGet(element.handle);
+std::wstring value(const Dimension& dimension) {
+  const auto value = creo::ProDimensionValueGet(dimension.handle);
   return value ? text::format(L"%f", value.value) : std::wstring();
 }
 
 std::wstring dimensionText(const Dimension& dimension) { return joined(creo::ProDimensionTextGet(dimension.handle)); }
 
 // The text as a person reads it: with the value and the symbol in their places.
-std::wstring interpreted(const Dimension& entry) {
-  const auto value = creo::ProDimensionValueGet(entry.handle);
+std::wstring interpreted(const Dimension& dimension) {
+  const auto value = creo::ProDimensionValueGet(dimension.handle);
   if (!value) return {};
-  const std::wstring shown = text::replaceAll(dimensionText(entry), L"@D", text::shortest(value.value));
-  return text::replaceAll(shown, L"@S", symbol(entry));
+  const std::wstring shown = text::replaceAll(dimensionText(dimension), L"@D", text::shortest(value.value));
+  return text::replaceAll(shown, L"@S", symbol(dimension));
 }
 
-std::wstring toleranceType(const Dimension& entry) {
+std::wstring toleranceType(const Dimension& dimension) {
   static constexpr struct {
     creo::ProToleranceType type;
     std::wstring_view word;
@@ -49,7 +49,7 @@ std::wstring toleranceType(const Dimension& entry) {
       {creo::ProToleranceType::symmetric, L"SYMMETRIC"},
       {creo::ProToleranceType::symmetricSuperscript, L"SYMMETRIC_SUPERSCRIPT"},
   };
-  const auto type = creo::ProDimensionTolTypeGet(entry.handle);
+  const auto type = creo::ProDimensionTolTypeGet(dimension.handle);
   for (const auto& row : kWords)
     if (type && row.type == type.value) return std::wstring(row.word);
   return {};
@@ -58,15 +58,15 @@ std::wstring toleranceType(const Dimension& entry) {
 constexpr ListColumn<Dimension> kShownColumns[] = {
     {L"File name", L"fname", &fileName},
     {L"File path", L"fpath", &filePath},
-    {L"Model name", L"name", [](const Dimension& entry) { return entry.owner.name; }},
-    {L"Model path", L"path", [](const Dimension& item) { return item.owner.path; }},
+    {L"Model name", L"name", [](const Dimension& dimension) { return dimension.owner.name; }},
+    {L"Model path", L"path", [](const Dimension& dimension) { return dimension.owner.path; }},
     {L"Dimension id", L"id", &id},
     {L"Dimension name", L"dimname", &symbol},
     {L"Dimension is associative", L"isassoc",
-     [](const Dimension& candidate) { return truth(creo::ProDimensionIsAssociative(candidate.handle)); }},
-    {L"Dimension is reference", L"isref", [](const Dimension& element) { return truth(element.handle.reference); }},
+     [](const Dimension& dimension) { return truth(creo::ProDimensionIsAssociative(dimension.handle)); }},
+    {L"Dimension is reference", L"isref", [](const Dimension& dimension) { return truth(dimension.handle.reference); }},
     {L"Dimension is relation driven", L"isreldrv",
-     [](const Dimension& one) { return truth(creo::ProDimensionIsReldriven(one.handle)); }},
+     [](const Dimension& dimension) { return truth(creo::ProDimensionIsReldriven(dimension.handle)); }},
     {L"Dimension value", L"value", &value},
     {L"Dimension value interpreted", L"value_intrprt", &interpreted},
     {L"Dimension tolerance", L"toltype", &toleranceType},

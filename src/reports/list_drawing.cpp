@@ -38,10 +38,10 @@ struct ShownModel {
 };
 
 constexpr ListColumn<ShownModel> kModelColumns[] = {
-    {L"Drawing name", L"fname", [](const ShownModel& entry) { return entry.drawing.name; }},
-    {L"Drawing path", L"fpath", [](const ShownModel& item) { return item.drawing.path; }},
-    {L"Model name", L"name", [](const ShownModel& candidate) { return candidate.model.name; }},
-    {L"Model path", L"path", [](const ShownModel& element) { return element.model.path; }},
+    {L"Drawing name", L"fname", [](const ShownModel& shown) { return shown.drawing.name; }},
+    {L"Drawing path", L"fpath", [](const ShownModel& shown) { return shown.drawing.path; }},
+    {L"Model name", L"name", [](const ShownModel& shown) { return shown.model.name; }},
+    {L"Model path", L"path", [](const ShownModel& shown) { return shown.model.path; }},
 };
 
 }  // namespace

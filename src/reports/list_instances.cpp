@@ -25,9 +25,9 @@ struct Member {
 };
 constexpr ListColumn<Member> kColumns[] = {
     {L"File name", L"fname", [](const Member& member) { return member.name; }},
-    {L"File path", L"fpath", [](const Member& entry) { return entry.subject.file.path; }},
-    {L"Extension", L"ext", [](const Member& item) { return std::wstring(creo::typeExtension(item.subject.type)); }},
-    {L"Generic", L"generic", [](const Member& candidate) { return candidate.generic; }},
+    {L"File path", L"fpath", [](const Member& member) { return member.subject.file.path; }},
+    {L"Extension", L"ext", [](const Member& member) { return std::wstring(creo::typeExtension(member.subject.type)); }},
+    {L"Generic", L"generic", [](const Member& member) { return member.generic; }},
 };
 
 std::wstring valueText(const creo::Got<creo::ProParamvalue>& value) {

@@ -20,9 +20,9 @@ std::wstring status(const Layer& layer) {
 }
 
 constexpr ListColumn<Layer> kColumns[] = {
-    {L"File name", L"fname", [](const Layer& entry) { return entry.subject.file.name; }},
-    {L"File path", L"fpath", [](const Layer& item) { return item.subject.file.path; }},
-    {L"Layer", L"layer", [](const Layer& candidate) { return creo::ProLayerNameGet(candidate.handle).value; }},
+    {L"File name", L"fname", [](const Layer& layer) { return layer.subject.file.name; }},
+    {L"File path", L"fpath", [](const Layer& layer) { return layer.subject.file.path; }},
+    {L"Layer", L"layer", [](const Layer& layer) { return creo::ProLayerNameGet(layer.handle).value; }},
     {L"Status", L"status", &status},
 };
 

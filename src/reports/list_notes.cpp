@@ -15,9 +15,9 @@ struct Annotation {
 
 constexpr ListColumn<Annotation> kColumns[] = {
     {L"File name", L"fname", [](const Annotation& annotation) { return annotation.subject.file.name; }},
-    {L"Item name", L"name", [](const Annotation& entry) { return entry.name; }},
-    {L"Item value", L"value", [](const Annotation& item) { return item.value; }},
-    {L"Item type", L"type", [](const Annotation& candidate) { return std::wstring(candidate.type); }},
+    {L"Item name", L"name", [](const Annotation& annotation) { return annotation.name; }},
+    {L"Item value", L"value", [](const Annotation& annotation) { return annotation.value; }},
+    {L"Item type", L"type", [](const Annotation& annotation) { return std::wstring(annotation.type); }},
 };
 
 // Notes without a name are told apart by their ids.

@@ -13,21 +13,21 @@ struct Parameter {
 };
 
 // In its own units, as variables give it.
-std::wstring value(const Parameter& entry) {
-  const auto value = creo::ProParameterScaledvalueGet(entry.handle);
+std::wstring value(const Parameter& parameter) {
+  const auto value = creo::ProParameterScaledvalueGet(parameter.handle);
   return value ? actions::textOf(value.value) : std::wstring();
 }
 
 constexpr ListColumn<Parameter> kColumns[] = {
-    {L"File name", L"fname", [](const Parameter& entry) { return entry.subject.file.name; }},
-    {L"Parameter", L"name", [](const Parameter& item) { return item.handle.id; }},
-    {L"Type", L"type", [](const Parameter& candidate) { return parameterTypeWord(candidate.handle); }},
+    {L"File name", L"fname", [](const Parameter& parameter) { return parameter.subject.file.name; }},
+    {L"Parameter", L"name", [](const Parameter& parameter) { return parameter.handle.id; }},
+    {L"Type", L"type", [](const Parameter& parameter) { return parameterTypeWord(parameter.handle); }},
     {L"Value", L"value", &value},
     {L"Description", L"descr",
-     [](const Parameter& element) { return creo::ProParameterDescriptionGet(element.handle).value; }},
+     [](const Parameter& parameter) { return creo::ProParameterDescriptionGet(parameter.handle).value; }},
     {L"Is designated", L"isdesig",
-     [](const Parameter& one) { return truth(creo::ProParameterDesignationVerify(one.handle)); }},
-    {L"Restriction type", L"restriction", [](const Parameter& one) { return restrictionWord(one.handle); }},
+     [](const Parameter& parameter) { return truth(creo::ProParameterDesignationVerify(parameter.handle)); }},
+    {L"Restriction type", L"restriction", [](const Parameter& parameter) { return restrictionWord(parameter.handle); }},
 };
 
 }  // namespace

@@ -38,22 +38,22 @@ bool isNote(const ProParameter& parameter) {
 }
 
 // A note has none, which is nothing to warn of where nobody named it.
-std::wstring value(const NamedParameter& entry) {
-  return entry.byPattern && isNote(entry.parameter) ? std::wstring() : variable(entry.name, entry.model);
+std::wstring value(const NamedParameter& named) {
+  return named.byPattern && isNote(named.parameter) ? std::wstring() : variable(named.name, named.model);
 }
 
-std::wstring valueType(const NamedParameter& entry) { return parameterTypeWord(entry.parameter); }
+std::wstring valueType(const NamedParameter& named) { return parameterTypeWord(named.parameter); }
 
-std::wstring designated(const NamedParameter& item) {
-  return truth(creo::ProParameterDesignationVerify(item.parameter));
+std::wstring designated(const NamedParameter& named) {
+  return truth(creo::ProParameterDesignationVerify(named.parameter));
 }
 
-std::wstring description(const NamedParameter& candidate) {
-  return creo::ProParameterDescriptionGet(candidate.parameter).value;
+std::wstring description(const NamedParameter& named) {
+  return creo::ProParameterDescriptionGet(named.parameter).value;
 }
 
-std::wstring driver(const NamedParameter& element) {
-  const auto driver = creo::ProParameterDriverGet(element.parameter);
+std::wstring driver(const NamedParameter& named) {
+  const auto driver = creo::ProParameterDriverGet(named.parameter);
   if (!driver) return {};
   switch (driver.value) {
     case creo::ProParameterDriver::parameter:
@@ -68,13 +68,13 @@ std::wstring driver(const NamedParameter& element) {
   return {};
 }
 
-std::wstring restriction(const NamedParameter& entry) { return restrictionWord(entry.parameter); }
+std::wstring restriction(const NamedParameter& named) { return restrictionWord(named.parameter); }
 
-std::wstring units(const NamedParameter& item) { return creo::ProParameterUnitsGet(item.parameter).value; }
+std::wstring units(const NamedParameter& named) { return creo::ProParameterUnitsGet(named.parameter).value; }
 
 struct ParameterColumn {
   std::wstring_view attribute, title, keyEnding;
-  std::wstring (*value)(const NamedParameter& candidate);
+  std::wstring (*value)(const NamedParameter& parameter);
   std::string_view about;  // for people
 };
 // clang-format off
@@ -126,8 +126,8 @@ class ParameterReport {
     for (const ParameterColumn* column : columns_)
       row_.column(key(name, *column), std::wstring(name) + std::wstring(column->title));
   }
-  void write(const NamedParameter& element) const {
-    for (const ParameterColumn* column : columns_) row_.value(key(element.name, *column), column->value(element));
+  void write(const NamedParameter& parameter) const {
+    for (const ParameterColumn* column : columns_) row_.value(key(parameter.name, *column), column->value(parameter));
   }
 
   creo::ProMdl model_;

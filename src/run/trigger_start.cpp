@@ -176,11 +176,11 @@ int startOrTell(ProMdl model, const std::wstring& list, const std::wstring& hist
 // For as long as it lives, and behind it for as long as the run that it started goes on, no other trigger fires.
 class Firing {
  public:
-  Firing(int type, const TriggerObserver::Firing& reported) {
+  Firing(int type, const TriggerObserver::Firing& firing) {
     pluginState().triggerType = type;
     pluginState().savedDirectory = ProDirectoryCurrentGet().value;
     trigger() = {};
-    if (observer()) observer()->triggerBegins(reported);
+    if (observer()) observer()->triggerBegins(firing);
   }
   ~Firing() {
     if (!actions::runGoesOn()) endTrigger();

@@ -417,14 +417,13 @@ class Document {
 
   // The element inside that was meant to be one of these; it would be told nowhere else.
   [[nodiscard]] std::string misspeltChild(const XmlNode& node, const std::vector<std::string>& names) const {
-    std::string reported;
+    std::string hint;
     core::xmlEachChild(node, [&](const XmlNode& child) {
       const std::string name = text::toUtf8(child.name);
-      if (reported.empty() && std::find(names.begin(), names.end(), name) == names.end() &&
-          !nearest(name, names).empty())
-        reported = "; '" + name + "' in line " + std::to_string(loaded_.value->lineOf(child)) + " isn't it";
+      if (hint.empty() && std::find(names.begin(), names.end(), name) == names.end() && !nearest(name, names).empty())
+        hint = "; '" + name + "' in line " + std::to_string(loaded_.value->lineOf(child)) + " isn't it";
     });
-    return reported;
+    return hint;
   }
 
   // Of several the last one decides.

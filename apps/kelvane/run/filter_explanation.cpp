@@ -75,8 +75,8 @@ class Explainer : public documents::FilterWatch {
     tellComparisons();
     for (const language::RefusedExpression& expression : language::takeRefused()) line(kIndent + refusal(expression));
     if (troubleOf_) {
-      for (const TroubleLine& reported : troubleOf_())
-        line(kIndent + std::string(reported.level == 2 ? "error: " : "warning: ") + reported.text);
+      for (const TroubleLine& trouble : troubleOf_())
+        line(kIndent + std::string(trouble.level == 2 ? "error: " : "warning: ") + trouble.text);
     }
     const bool turned =
         negated_ && result != documents::Answer::notApplicable && result != documents::Answer::undecided;

@@ -237,20 +237,20 @@ void RunWatch::finishModel(const std::string& row) {
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) {
-  const headless::ModelDocument& present = *session_.models().find(model)->document;
+  const headless::ModelDocument& inMemory = *session_.models().find(model)->document;
   // What the list checked in is closed too, but behind its work.
-  const bool wasClosed = present.closed && !documentOf(labelOf(present)).isSaved();
-  return (present.record.readOnly || wasClosed) && core::pluginState().checkModifiable;
+  const bool wasClosed = inMemory.closed && !documentOf(labelOf(inMemory)).isSaved();
+  return (inMemory.record.readOnly || wasClosed) && core::pluginState().checkModifiable;
 }
 
 // Saves the model with the history that its Body ended with, as --save says. False when it can't be written.
 bool RunWatch::keepHistory(creo::ProMdl model, Document& document) {
   headless::Models& models = session_.models();
-  const headless::ModelDocument& present = *models.find(model)->document;
+  const headless::ModelDocument& inMemory = *models.find(model)->document;
   // Looking for the history of a read-only model that wasn't worked leaves nothing that is worth a version.
   // The vault has what the list checked in; what it left closed was passed over.
-  if (present.closed) return true;
-  if (!present.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
+  if (inMemory.closed) return true;
+  if (!inMemory.isModified(nullptr) || isPassedOver(model) || options_.save == "none") return true;
   if (document.isSaved()) {
     creo::ProError kept = headless::saveReplacing(models, model);
     if (kept == creo::ProNotFound) kept = headless::saveModel(models, model);  // it was handed out
@@ -312,8 +312,8 @@ bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProM
 // It is about to leave the memory.
 void RunWatch::noteErased(const std::string& model) {
   const ModelFileName name = modelFileName(model);
-  const auto present = session_.models().inMemory(name.name, name.type);
-  if (present && isLeftChanged(*session_.models().find(present.value)->document, present.value))
+  const auto inMemory = session_.models().inMemory(name.name, name.type);
+  if (inMemory && isLeftChanged(*session_.models().find(inMemory.value)->document, inMemory.value))
     erasedChanged_.insert(model);
 }
 

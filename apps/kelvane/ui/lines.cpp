@@ -18,14 +18,14 @@ std::size_t beginOf(const Window& window, std::size_t count, std::size_t total) 
 }
 
 json cellOf(const headless::Cell& cell) {
-  json reported = {{"text", text::toUtf8(cell.label)}};
-  if (!cell.component) return reported;
+  json described = {{"text", text::toUtf8(cell.label)}};
+  if (!cell.component) return described;
   const Component& component = cell.component->second;
-  reported["component"] = {{"name", cell.component->first}, {"kind", headless::kindName(component.kind)},
-                           {"shown", component.shown},      {"enabled", component.enabled},
-                           {"checked", component.checked},  {"text", text::toUtf8(component.text)},
-                           {"image", component.image}};
-  return reported;
+  described["component"] = {{"name", cell.component->first}, {"kind", headless::kindName(component.kind)},
+                            {"shown", component.shown},      {"enabled", component.enabled},
+                            {"checked", component.checked},  {"text", text::toUtf8(component.text)},
+                            {"image", component.image}};
+  return described;
 }
 
 json tableLines(headless::Table& table, const Window& window, std::size_t count) {

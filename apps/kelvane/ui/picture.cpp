@@ -25,46 +25,46 @@ json textOf(const Component& component, const Revisions& revisions) {
   return {{"length", component.text.size()}, {"revision", revisions.texts}};
 }
 
-void addChoices(json& reported, const headless::Choices& choices) {
+void addChoices(json& described, const headless::Choices& choices) {
   json list = json::array();
   for (std::size_t i = 0; i < choices.names.size(); ++i) {
     const bool labelled = i < choices.labels.size();
     list.push_back(
         {{"name", choices.names[i]}, {"text", labelled ? text::toUtf8(choices.labels[i]) : choices.names[i]}});
   }
-  reported["choices"] = std::move(list);
-  reported["selected"] = choices.selected;
+  described["choices"] = std::move(list);
+  described["selected"] = choices.selected;
 }
 
-void addContent(json& reported, const Component& component, const Revisions& revisions) {
+void addContent(json& described, const Component& component, const Revisions& revisions) {
   switch (component.kind) {
     case Kind::checkbutton:
-      reported["checked"] = component.checked;
+      described["checked"] = component.checked;
       break;
     case Kind::layout:
-      reported["mapped"] = component.mapped;
+      described["mapped"] = component.mapped;
       break;
     case Kind::progressbar: {
       const headless::Progress& bar = component.progress();
-      reported["minimum"] = bar.minimum;
-      reported["maximum"] = bar.maximum;
-      reported["value"] = bar.value;
+      described["minimum"] = bar.minimum;
+      described["maximum"] = bar.maximum;
+      described["value"] = bar.value;
       break;
     }
     case Kind::optionmenu:
     case Kind::list:
-      addChoices(reported, component.choices());
+      addChoices(described, component.choices());
       break;
     case Kind::table:
-      reported["revision"] = revisions.tables;
-      reported["size"] = component.table().size();
+      described["revision"] = revisions.tables;
+      described["size"] = component.table().size();
       for (const headless::Column& column : component.table().columns())
-        reported["columns"].push_back(
+        described["columns"].push_back(
             {{"name", column.name}, {"text", text::toUtf8(column.label)}, {"width", column.width}});
       break;
     case Kind::tree:
-      reported["revision"] = revisions.trees;
-      reported["size"] = component.tree().size();
+      described["revision"] = revisions.trees;
+      described["size"] = component.tree().size();
       break;
     default:
       break;
@@ -73,12 +73,12 @@ void addContent(json& reported, const Component& component, const Revisions& rev
 
 json componentOf(const Dialog& dialog, const Dialog::Place& place, const Revisions& revisions) {
   const Component& component = *dialog.look(place.component);
-  json reported = {
+  json described = {
       {"name", place.component},  {"inside", place.inside},       {"kind", headless::kindName(component.kind)},
       {"shown", component.shown}, {"enabled", component.enabled}, {"text", textOf(component, revisions)},
       {"image", component.image}};
-  addContent(reported, component, revisions);
-  return reported;
+  addContent(described, component, revisions);
+  return described;
 }
 
 json dialogOf(const Dialog& dialog, const Revisions& revisions) {

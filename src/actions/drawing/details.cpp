@@ -23,7 +23,7 @@ void refreshTree(creo::ProMdl drawing) {
 }
 
 creo::ProError showNote(const creo::ProDtlnote& note) {
-  return onTop(note.drawing, [&] { return creo::ProDtlnoteShow(note); });
+  return inCurrentWindow(note.drawing, [&] { return creo::ProDtlnoteShow(note); });
 }
 
 void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,

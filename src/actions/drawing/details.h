@@ -22,7 +22,7 @@ void tellResult(creo::ProError result, std::wstring_view success, std::wstring_v
 // Brings the tree beside the drawing up to date, where a window shows it.
 void refreshTree(creo::ProMdl drawing);
 
-// Lets its sheet show the note; the drawing is brought on top where Creo refuses for want of it.
+// Lets its sheet show the note; the drawing is brought into the current window where Creo refuses for want of it.
 creo::ProError showNote(const creo::ProDtlnote& note);
 
 // Calls work for each sheet of the drawing and each entry that is for it, sheets first.

@@ -43,12 +43,12 @@ class GroupGuard {
 void runPlain(const Task& task) { runSubtasks(task.node(), task.subject()); }
 
 // The bound is read anew each round, so that a variable set in the loop changes it. One that can't be replaced ends
-// the loop. told: the one before; what is cut of a bound is told once.
-int roundsOf(const Task& task, std::wstring& reported) {
+// the loop. last: the bound before; what is cut of a bound is told once.
+int roundsOf(const Task& task, std::wstring& last) {
   Replaced count = task.text(L"forcount");
   if (!count.hasText()) return 0;
-  const int rounds = count.text == reported ? text::parseInt(count.text) : integerOrZero(count.text);
-  reported = std::move(count.text);
+  const int rounds = count.text == last ? text::parseInt(count.text) : integerOrZero(count.text);
+  last = std::move(count.text);
   return rounds;
 }
 
@@ -72,11 +72,11 @@ class LoopEnd {
 };
 
 void runLoop(const Task& task) {
-  std::wstring reported;
+  std::wstring last;
   const std::wstring title = core::pluginState().currentAction;
   LoopEnd end;
   for (int i = 0;; ++i) {
-    const int bound = roundsOf(task, reported);
+    const int bound = roundsOf(task, last);
     if (i >= bound) return;
     if (end.isDue(i, bound)) {
       core::pluginState().currentAction = title;  // not that of the last task

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "actions/environment/group_modes.h"
+#include "actions/output_file.h"
 #include "core/log.h"
 #include "creo/ProIntfimport.h"
 #include "creo/ProMdl.h"
@@ -75,7 +76,7 @@ std::optional<OtherModel> import(const Task& task, const std::wstring& file, con
                                                    : creo::ProMdlType::part;
   std::wstring name = os::nameOf(file);
   name.resize(std::min(name.size(), name.find(L'.')));
-  const auto model = creo::ProIntfimportModelWithOptionsCreate(file, ending.file, type, name);
+  const auto model = creo::ProIntfimportModelWithOptionsCreate(wholePath(file), ending.file, type, name);
   if (!model) {
     core::logWrite(text::format(L"%d", static_cast<int>(model.error)), core::kError);
     core::logWrite(L"Can't load model", core::kError);

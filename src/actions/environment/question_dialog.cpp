@@ -27,20 +27,20 @@ constexpr const char* kValueLabel = "kvaneUVValueLabel";
 constexpr std::size_t kDescriptionReserve = 10;  // of a description line's buffer, kept free
 
 // What the dialog's callbacks work on; empty once the question is over, whatever became of the dialog.
-using Held = std::shared_ptr<const Task*>;
+using Pending = std::shared_ptr<const Task*>;
 
 class DialogGuard {
  public:
-  explicit DialogGuard(Held present) : held_(std::move(present)) {}
+  explicit DialogGuard(Pending pending) : pending_(std::move(pending)) {}
   ~DialogGuard() {
-    *held_ = nullptr;
+    *pending_ = nullptr;
     creo::ProUIDialogDestroy(kDialog);
   }
   DialogGuard(const DialogGuard&) = delete;
   DialogGuard& operator=(const DialogGuard&) = delete;
 
  private:
-  Held held_;
+  Pending pending_;
 };
 
 bool hideInputs() {
@@ -64,10 +64,13 @@ struct Entries {
   }
 };
 
-// The models of the drawing as files.
+// The models of the drawing as files; none of another model.
 Entries modelEntries(creo::ProMdl drawing) {
   Entries entries;
-  for (const creo::ProMdl model : creo::ProDrawingSolidsCollect(drawing).value) {
+  const auto models = creo::ProDrawingSolidsCollect(drawing);
+  if (!creo::isTold(models) && creo::ProMdlTypeGet(drawing).value == creo::ProMdlType::drawing)
+    core::logWrite(L"The models of the drawing can't be read", core::kError);
+  for (const creo::ProMdl model : models.value) {
     const auto name = creo::ProMdlNameGet(model);
     if (!name) continue;
     const bool isPart = creo::ProMdlTypeGet(model).value == creo::ProMdlType::part;
@@ -163,19 +166,19 @@ void store(const Task& task) {
   if (!isRead) fail(task, L"The answer can't be read");
 }
 
-creo::ProUIAction leaveBy(const Held& present, bool ok) {
-  return [present, ok](const std::string& dialog, const std::string&) {
-    if (!*present) return;
-    if (ok) store(**present);
+creo::ProUIAction leaveBy(const Pending& pending, bool ok) {
+  return [pending, ok](const std::string& dialog, const std::string&) {
+    if (!*pending) return;
+    if (ok) store(**pending);
     creo::ProUIDialogExit(dialog, 0);
     core::logIndented(ok ? L"Exit with - OK Button" : L"Exit with - Cancel", core::kNormal, 1);
   };
 }
 
-bool setActions(const Held& present) {
-  return !creo::ProUIInputpanelActivateActionSet(kDialog, kPanel, leaveBy(present, true)) &&
-         !creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, leaveBy(present, true)) &&
-         !creo::ProUIDialogCloseActionSet(kDialog, leaveBy(present, false));
+bool setActions(const Pending& pending) {
+  return !creo::ProUIInputpanelActivateActionSet(kDialog, kPanel, leaveBy(pending, true)) &&
+         !creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, leaveBy(pending, true)) &&
+         !creo::ProUIDialogCloseActionSet(kDialog, leaveBy(pending, false));
 }
 
 }  // namespace
@@ -192,9 +195,9 @@ void askByDialog(const Task& task, QuestionKind kind) {
     fail(task, line);
   };
   if (creo::ProUIDialogCreate(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
-  const Held present = std::make_shared<const Task*>(&task);
-  const DialogGuard guard(present);
-  if (!hideInputs() || !showInput(task, kind) || !setActions(present))
+  const Pending pending = std::make_shared<const Task*>(&task);
+  const DialogGuard guard(pending);
+  if (!hideInputs() || !showInput(task, kind) || !setActions(pending))
     return end(L"Exit, the question's dialog can't be filled");
   describe(task);
   showModel(task.model());

@@ -1,5 +1,6 @@
 #include "actions/exports/brep_export.h"
 
+#include "actions/output_file.h"
 #include "core/log.h"
 
 namespace actions {
@@ -63,7 +64,8 @@ Outcome exportBrep(const Task& task, const BrepForm& form) {
   const auto target = namedTarget(task, form.file);
   if (!target) return done;
   const std::wstring stem = withoutExtension(*target);
-  if (!mayWrite(task, stem + std::wstring(form.file.extension))) return done;
+  const std::wstring file = stem + std::wstring(form.file.extension);
+  if (!mayBeWritten(file, form.file.extension) || !mayWrite(task, file)) return done;
   const auto supported = creo::ProOutputAssemblyConfigurationIsSupported(form.format, configurationOf(task));
   if (!supported || !supported.value) return refuse(Message::assemblyTypeUnsupported);
   Representation what;

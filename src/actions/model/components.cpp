@@ -78,10 +78,11 @@ creo::Got<std::wstring> unitsOf(const creo::ProParameter& parameter) {
 // Gives a component's parameter a value in these units, making it where there is none.
 creo::ProError give(const creo::ProModelitem& component, const std::wstring& name, const creo::ProParamvalue& value,
                     const std::wstring& units) {
-  const auto present = creo::ProParameterInit(component, name);
-  if (!present) return creo::ProParameterWithUnitsCreate(component, name, value, units).error;
-  const auto stored = unitsOf(present.value);
-  return stored && stored.value == units ? creo::ProParameterScaledvalueSet(present.value, value) : creo::ProBadInputs;
+  const auto parameter = creo::ProParameterInit(component, name);
+  if (!parameter) return creo::ProParameterWithUnitsCreate(component, name, value, units).error;
+  const auto stored = unitsOf(parameter.value);
+  return stored && stored.value == units ? creo::ProParameterScaledvalueSet(parameter.value, value)
+                                         : creo::ProBadInputs;
 }
 
 // The pairs "name_%d", "newname_%d"; without a new name the parameter has the same one.
@@ -150,10 +151,10 @@ std::optional<creo::ProModelitem> variedDimension(const creo::ProFeature& compon
 // Makes the parameter with the dimension's value where the component has none, and lets it drive.
 creo::ProError drive(const creo::ProFeature& component, const creo::ProModelitem& dimension, const std::wstring& name) {
   const creo::ProModelitem owner{creo::ProItemType::feature, component.id, component.owner, {}};
-  const auto present = creo::ProParameterInit(owner, name);
-  if (present && creo::ProParameterValueGet(present.value).value.type != creo::ProParamvalueType::real)
+  const auto parameter = creo::ProParameterInit(owner, name);
+  if (parameter && creo::ProParameterValueGet(parameter.value).value.type != creo::ProParamvalueType::real)
     return creo::ProBadInputs;
-  if (!present) {
+  if (!parameter) {
     const auto value = creo::ProDimensionValueGet({dimension.owner, dimension.id});
     if (!value) return value.error;
     creo::ProParamvalue start;

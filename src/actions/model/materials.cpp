@@ -90,13 +90,13 @@ bool eachInstance(creo::ProMdl generic, creo::FunctionRef<void(const creo::ProFa
 
 std::optional<std::vector<std::wstring>> materialsOfInstances(creo::ProMdl generic) {
   std::vector<std::wstring> names;
-  bool reported = true;
+  bool isRead = true;
   const bool all = eachInstance(generic, [&](const creo::ProFaminstance& instance) {
     const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
     if (value && !isAmong(names, value.value.string)) names.push_back(value.value.string);
-    reported = reported && (value || value.error == creo::ProNotFound);
+    isRead = isRead && (value || value.error == creo::ProNotFound);
   });
-  if (!all || !reported) return std::nullopt;
+  if (!all || !isRead) return std::nullopt;
   return names;
 }
 

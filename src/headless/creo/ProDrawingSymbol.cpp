@@ -25,8 +25,8 @@ Got<std::vector<ProDtlsymdef>> ProDrawingDtlsymdefsCollect(ProMdl drawing) {
 
 Got<std::wstring> ProDtlsymdefNameGet(const ProDtlsymdef& definition) {
   return onDrawing("ProDtlsymdefNameGet", definition.drawing, [&](State&, Model& m) -> Got<std::wstring> {
-    for (const SymbolDefinitionRecord& entry : m.document->record.symbolDefinitions)
-      if (entry.id == definition.id) return text::fromUtf8(entry.name);
+    for (const SymbolDefinitionRecord& record : m.document->record.symbolDefinitions)
+      if (record.id == definition.id) return text::fromUtf8(record.name);
     return ProNotFound;
   });
 }
@@ -46,8 +46,8 @@ Got<ProDtlsymdef> ProDtlsyminstDefGet(const ProDtlsyminst& symbol) {
     const auto found = std::find_if(record.symbols.begin(), record.symbols.end(),
                                     [&](const SymbolRecord& entry) { return entry.id == symbol.id; });
     if (found == record.symbols.end()) return ProNotFound;
-    for (const SymbolDefinitionRecord& item : record.symbolDefinitions)
-      if (headless::sameName(item.name, found->definition)) return ProDtlsymdef{m.handle, item.id};
+    for (const SymbolDefinitionRecord& definition : record.symbolDefinitions)
+      if (headless::sameName(definition.name, found->definition)) return ProDtlsymdef{m.handle, definition.id};
     return ProNotFound;
   });
 }

@@ -41,8 +41,8 @@ std::vector<std::wstring> foldersFor(const State& state, const std::wstring& fol
 
 // Reads the first file of that name; path: which one it was.
 Got<SymbolDefinitionRecord> readFrom(const State& state, const std::wstring& folder, const std::wstring& name) {
-  for (const std::wstring& entry : foldersFor(state, folder)) {
-    const std::wstring path = os::joined(entry, name + L".sym");
+  for (const std::wstring& directory : foldersFor(state, folder)) {
+    const std::wstring path = os::joined(directory, name + L".sym");
     if (!os::files().exists(path) || os::files().isFolder(path)) continue;
     SymbolDefinitionRecord definition;
     const auto bytes = os::files().read(path);

@@ -148,15 +148,15 @@ Got<ProParameterDriver> ProParameterDriverGet(const ProParameter& parameter) {
 
 Got<bool> ProParameterRangeGet(const ProParameter& parameter) {
   return onParameter<bool>("ProParameterRangeGet", parameter, [](const ParameterPlace& place) {
-    const auto& present = place.record().restriction;
-    return present && (present->minimum.index() != 0 || present->maximum.index() != 0);
+    const auto& restriction = place.record().restriction;
+    return restriction && (restriction->minimum.index() != 0 || restriction->maximum.index() != 0);
   });
 }
 
 Got<bool> ProParameterIsEnumerated(const ProParameter& parameter) {
   return onParameter<bool>("ProParameterIsEnumerated", parameter, [](const ParameterPlace& place) {
-    const auto& present = place.record().restriction;
-    return present && !present->values.empty();
+    const auto& restriction = place.record().restriction;
+    return restriction && !restriction->values.empty();
   });
 }
 

@@ -46,10 +46,10 @@ ProError ProSolidAccuracySet(ProMdl solid, const ProAccuracy& accuracy) {
       return ProBadInputs;
     const ProAccuracy before = headless::accuracyOf(m.document->record);
     if (before.kind == accuracy.kind && before.value == accuracy.value) return ProNoError;
-    auto& present = m.document->record.accuracy;
-    if (!present) present = std::make_unique<headless::AccuracyRecord>();
-    present->kind = accuracy.kind;
-    present->value = accuracy.value;
+    auto& stored = m.document->record.accuracy;
+    if (!stored) stored = std::make_unique<headless::AccuracyRecord>();
+    stored->kind = accuracy.kind;
+    stored->value = accuracy.value;
     m.document->touch(nullptr);
     return ProNoError;
   });
@@ -57,9 +57,9 @@ ProError ProSolidAccuracySet(ProMdl solid, const ProAccuracy& accuracy) {
 
 ProError ProSolidModelclassSet(ProMdl solid, ProToleranceClass toleranceClass) {
   return onSolid("ProSolidModelclassSet", solid, [&](State&, Model& m) -> ProError {
-    ProToleranceClass& present = m.document->record.toleranceClass;
-    if (present != toleranceClass) m.document->touch(nullptr);
-    present = toleranceClass;
+    ProToleranceClass& stored = m.document->record.toleranceClass;
+    if (stored != toleranceClass) m.document->touch(nullptr);
+    stored = toleranceClass;
     return ProNoError;
   });
 }
@@ -81,10 +81,10 @@ ProError ProSolidToleranceTableLoad(ProMdl solid, const std::wstring& path) {
       }
       entries.push_back(std::move(*entry));
     }
-    auto& present = m.document->record.toleranceTable;
+    auto& stored = m.document->record.toleranceTable;
     const auto same = [](const auto& a, const auto& b) { return a.name == b.name && a.value == b.value; };
-    if (std::equal(present.begin(), present.end(), entries.begin(), entries.end(), same)) return ProNoError;
-    present = std::move(entries);
+    if (std::equal(stored.begin(), stored.end(), entries.begin(), entries.end(), same)) return ProNoError;
+    stored = std::move(entries);
     m.document->touch(nullptr);
     return ProNoError;
   });

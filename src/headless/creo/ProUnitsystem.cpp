@@ -34,9 +34,9 @@ auto onSystem(std::string_view name, const ProUnitsystem& system, Get get)
     -> std::invoke_result_t<Get, const headless::ModelRecord&, const std::string&> {
   using Result = std::invoke_result_t<Get, const headless::ModelRecord&, const std::string&>;
   return headless::onSolid(name, system.owner, [&](State&, Model& m) -> Result {
-    const auto present = heldName(m.document->record, system.name);
-    if (!present) return Result(ProNotFound);
-    return get(m.document->record, *present);
+    const auto storedName = heldName(m.document->record, system.name);
+    if (!storedName) return Result(ProNotFound);
+    return get(m.document->record, *storedName);
   });
 }
 
@@ -89,10 +89,10 @@ Got<ProUnitsystem> ProUnitsystemCreate(ProMdl solid, const std::wstring& name, c
 
 ProError ProMdlPrincipalunitsystemSet(ProMdl solid, const ProUnitsystem& system, ProUnitConversion conversion) {
   return headless::onSolid("ProMdlPrincipalunitsystemSet", solid, [&](State& state, Model& m) -> ProError {
-    const auto present = heldName(m.document->record, system.name);
-    if (!present) return ProNotFound;
+    const auto storedName = heldName(m.document->record, system.name);
+    if (!storedName) return ProNotFound;
     const bool keepSizes = conversion == ProUnitConversion::sameSize;
-    if (const ProError error = headless::setPrincipalSystem(state.models, m, *present, keepSizes)) return error;
+    if (const ProError error = headless::setPrincipalSystem(state.models, m, *storedName, keepSizes)) return error;
     // Where that fails the status says so, as nobody is asked to mend it.
     headless::regenerate(state.models, state.bodies, solid, false);
     return ProNoError;
@@ -108,8 +108,8 @@ Got<bool> ProUnitsystemIsStandard(const ProUnitsystem& system) {
 
 Got<std::wstring> ProUnitsystemUnitGet(const ProUnitsystem& system, ProUnitType type) {
   return onSystem("ProUnitsystemUnitGet", system,
-                  [type](const headless::ModelRecord& model, const std::string& present) -> Got<std::wstring> {
-                    return text::fromUtf8(headless::systemUnit(model, present, type));
+                  [type](const headless::ModelRecord& model, const std::string& storedName) -> Got<std::wstring> {
+                    return text::fromUtf8(headless::systemUnit(model, storedName, type));
                   });
 }
 

@@ -70,7 +70,7 @@ class Maker {
   static void makeUnit(MeshPoint& v) {
     const float length = std::hypot(v[0], v[1], v[2]);
     if (length > 0)
-      for (float& entry : v) entry /= length;
+      for (float& coordinate : v) coordinate /= length;
   }
 
   void takeEdge(const TopoDS_Edge& edge, const TopoDS_Face& face, const Handle(Poly_Triangulation) & triangles,

@@ -262,7 +262,7 @@ Got<geometry::BodyPtr> Bodies::body(const Model& part) {
 
 std::wstring Bodies::fault(const Model& part) {
   if (part.type() != creo::ProMdlType::part || part.document->record.solid.text.empty()) return {};
-  const auto reported = [&](int id, const std::wstring& reason) {
+  const auto lineOf = [&](int id, const std::wstring& reason) {
     const auto feature = id == 0 ? std::nullopt : featureOf(part, id);
     return feature ? L"the feature " + featureLabel(*feature) + L" can't be built: " + reason : reason;
   };
@@ -273,9 +273,9 @@ std::wstring Bodies::fault(const Model& part) {
     if (std::ranges::any_of(primitives, isImport)) return {};
     const geometry::Built made = built(part, primitives);
     return made.fault.empty() ? std::wstring()
-                              : reported(features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
+                              : lineOf(features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
   } catch (const MeasureFault& fault) {
-    return reported(fault.feature, fault.reason);
+    return lineOf(fault.feature, fault.reason);
   }
 }
 

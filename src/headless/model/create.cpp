@@ -77,7 +77,7 @@ bool isNameKnown(Models& models, std::wstring_view name, ProMdlType type) {
 Got<ProMdl> createDrawing(Models& models, std::wstring_view name, std::wstring_view templateName, ProMdl handle) {
   const Model* solid = models.find(handle);
   if (!solid || (solid->type() != ProMdlType::part && solid->type() != ProMdlType::assembly)) return creo::ProBadInputs;
-  if (!isFileName(name)) return creo::ProBadInputs;
+  if (!text::isModelName(name)) return creo::ProBadInputs;
   if (models.inMemory(name, ProMdlType::drawing)) return creo::ProExists;
   ModelRecord source;
   if (const ProError error = readTemplate(models, templateName, source)) return error;

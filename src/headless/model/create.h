@@ -11,8 +11,8 @@ namespace headless {
 class Models;  // models.h
 
 // A new drawing of a solid, with what a drawing on disk holds as template: sheets, tables, symbols, parameters. It has
-// no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a file;
-// ProExists: in memory; ProNotFound: no such template; ProGeneralError, with a line: the template can't be read.
+// no folder until it is saved; then it lies in the working folder. ProBadInputs: no solid, or no name of a
+// model; ProExists: in memory; ProNotFound: no such template; ProGeneralError, with a line: the template can't be read.
 creo::Got<creo::ProMdl> createDrawing(Models& models, std::wstring_view name, std::wstring_view templateName,
                                       creo::ProMdl solid);
 // A new, empty model as createDrawing makes one. ProExists: in memory, or in a folder that is searched.

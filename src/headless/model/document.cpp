@@ -115,18 +115,18 @@ void ModelDocument::addRow(std::string rowName, RowRecord* parent) {
 }
 
 DimensionRecord* ModelDocument::dimension(int id, bool reference) {
-  auto& present = record.dimensions;
+  auto& dimensions = record.dimensions;
   // Where some have gone others stand in their places, and new ones have none: then all are looked up anew.
   for (int tries = 0; tries < 2; ++tries) {
     if (dimensions_.size() + referenceDimensions_.size() == 0)
-      for (std::size_t i = 0; i < present.size(); ++i)
-        (present[i].reference ? referenceDimensions_ : dimensions_).try_emplace(present[i].id, i);
+      for (std::size_t i = 0; i < dimensions.size(); ++i)
+        (dimensions[i].reference ? referenceDimensions_ : dimensions_).try_emplace(dimensions[i].id, i);
     const auto& places = reference ? referenceDimensions_ : dimensions_;
     const auto found = places.find(id);
     const bool isNoted = found != places.end();
-    if (!isNoted && dimensions_.size() + referenceDimensions_.size() == present.size()) return nullptr;
-    if (isNoted && found->second < present.size()) {
-      DimensionRecord& entry = present[found->second];
+    if (!isNoted && dimensions_.size() + referenceDimensions_.size() == dimensions.size()) return nullptr;
+    if (isNoted && found->second < dimensions.size()) {
+      DimensionRecord& entry = dimensions[found->second];
       if (entry.id == id && entry.reference == reference) return &entry;
     }
     dimensions_.clear();
@@ -136,21 +136,21 @@ DimensionRecord* ModelDocument::dimension(int id, bool reference) {
 }
 
 NoteRecord* ModelDocument::note(int id) {
-  auto& present = record.notes;
+  auto& notes = record.notes;
   // Ids ascend as long as nobody wrote them by hand: then the list is its own index, whatever comes and goes.
-  const auto guess = std::lower_bound(present.begin(), present.end(), id,
+  const auto guess = std::lower_bound(notes.begin(), notes.end(), id,
                                       [](const NoteRecord& entry, int wanted) { return entry.id < wanted; });
-  if (guess != present.end() && guess->id == id) return &*guess;
+  if (guess != notes.end() && guess->id == id) return &*guess;
   for (const bool isAnew : {false, true}) {
-    if (isAnew || notesIndexed_ != present.size()) {
+    if (isAnew || notesIndexed_ != notes.size()) {
       notes_.clear();
-      for (std::size_t i = 0; i < present.size(); ++i) notes_.try_emplace(present[i].id, i);
-      notesIndexed_ = present.size();
+      for (std::size_t i = 0; i < notes.size(); ++i) notes_.try_emplace(notes[i].id, i);
+      notesIndexed_ = notes.size();
     }
     // One that has gone and a new one make the number the old one: what was noted is only a hint.
     const auto found = notes_.find(id);
-    if (found != notes_.end() && found->second < present.size() && present[found->second].id == id)
-      return &present[found->second];
+    if (found != notes_.end() && found->second < notes.size() && notes[found->second].id == id)
+      return &notes[found->second];
   }
   return nullptr;
 }

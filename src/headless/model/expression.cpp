@@ -350,16 +350,15 @@ class Parser {
     }
     if (sameName(name, "if") && given.size() == 3) return chosen(given);
     std::vector<RelationValue> arguments;
-    for (Argument& item : given) {
-      if (!item.fault.empty()) failByValue(std::move(item.fault));
-      arguments.push_back(std::move(item.value));
+    for (Argument& argument : given) {
+      if (!argument.fault.empty()) failByValue(std::move(argument.fault));
+      arguments.push_back(std::move(argument.value));
     }
     return calledByName(name, arguments);
   }
   RelationValue calledByName(std::string_view name, const std::vector<RelationValue>& arguments) {
-    for (const Function& candidate : kFunctions)
-      if (candidate.arguments == arguments.size() && sameName(candidate.name, name))
-        return called(candidate, arguments);
+    for (const Function& function : kFunctions)
+      if (function.arguments == arguments.size() && sameName(function.name, name)) return called(function, arguments);
     if (sameName(name, "exists")) return exists(arguments);
     if (auto evaluated = textFunction(name, arguments))
       return evaluated->fault.empty() ? std::move(evaluated->value) : failByValue(std::move(evaluated->fault));
@@ -373,10 +372,10 @@ class Parser {
   }
   RelationValue called(const Function& function, const std::vector<RelationValue>& arguments) {
     std::vector<double> numbers;
-    for (const RelationValue& element : arguments) {
-      if (isText(element)) return failByValue(L"a text stands where a number is needed");
-      if (!isKnown(element)) return {};
-      numbers.push_back(*number(element));
+    for (const RelationValue& argument : arguments) {
+      if (isText(argument)) return failByValue(L"a text stands where a number is needed");
+      if (!isKnown(argument)) return {};
+      numbers.push_back(*number(argument));
     }
     return finite(function.value(numbers.data()));
   }

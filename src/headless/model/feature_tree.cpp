@@ -34,13 +34,13 @@ void FeatureTree::build(const ModelRecord& record) {
       follow.push_back(i);
   }
   // A component whose feature isn't told, or is another's already, gets the next free id.
-  std::unordered_set<int> reported;
-  for (const std::size_t i : follow) reported.insert(record.components[i].feature);
+  std::unordered_set<int> ids;
+  for (const std::size_t i : follow) ids.insert(record.components[i].feature);
   int free = 1;
   for (const std::size_t i : follow) {
     int id = record.components[i].feature;
     if (id <= 0 || byId_.contains(id)) {
-      while (byId_.contains(free) || reported.contains(free)) ++free;
+      while (byId_.contains(free) || ids.contains(free)) ++free;
       id = free;
     }
     byId_.emplace(id, tree_.size());

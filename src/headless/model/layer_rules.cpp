@@ -115,7 +115,7 @@ std::set<Key> onLayer(const LayerRecord& layer) {
 
 std::optional<LayerRule> layerRule(std::string_view text) {
   LayerRule rule;
-  std::set<std::wstring> reported;
+  std::set<std::wstring> seen;
   const std::wstring whole = text::fromUtf8(text);
   for (const std::wstring& condition : text::split(whole, L'&')) {
     const std::size_t equals = condition.find(L'=');
@@ -124,7 +124,7 @@ std::optional<LayerRule> layerRule(std::string_view text) {
     std::wstring_view value = std::wstring_view(condition).substr(equals + 1);
     if (value.starts_with(L'=')) value.remove_prefix(1);
     value = text::trimmed(value);
-    if (value.empty() || !reported.insert(what).second) return std::nullopt;
+    if (value.empty() || !seen.insert(what).second) return std::nullopt;
     if (what == L"NAME") {
       rule.pattern = text::upper(value);
     } else if (what != L"TYPE" || !takeKind(value, rule)) {

@@ -3,8 +3,8 @@
 namespace headless {
 
 std::optional<bool> truth(const RelationValue& value) {
-  const auto present = number(value);
-  return present ? std::optional<bool>(*present != 0) : std::nullopt;
+  const auto asNumber = number(value);
+  return asNumber ? std::optional<bool>(*asNumber != 0) : std::nullopt;
 }
 
 std::optional<double> number(const RelationValue& value) {

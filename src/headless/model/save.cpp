@@ -59,12 +59,12 @@ void noteSaved(Models& models, ModelDocument& document, int version) {
 }
 
 void tellSaved(const Models& models, const ModelDocument& document) {
-  SavedDocument reported{document.name, document.type, document.savedVersion(), savedPath(document)};
+  SavedDocument saved{document.name, document.type, document.savedVersion(), savedPath(document)};
   if (!document.moved.folder.empty() && !document.folder.empty()) {
-    reported.readPath = document.folder + documentFileName(document, document.version);
-    reported.readVersion = document.version;
+    saved.readPath = document.folder + documentFileName(document, document.version);
+    saved.readVersion = document.version;
   }
-  models.host().saved(reported);
+  models.host().saved(saved);
 }
 
 // These bytes as the document's next version. ProGeneralError: not written, with a line.

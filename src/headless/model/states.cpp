@@ -135,9 +135,9 @@ creo::ProError deleteState(const Model& model, const creo::ProModelitem& state) 
 }
 
 void makeActive(const Model& model, std::string ModelRecord::*active, std::string_view name) {
-  std::string& present = model.document->record.*active;
-  if (present == name) return;
-  present = name;
+  std::string& current = model.document->record.*active;
+  if (current == name) return;
+  current = name;
   model.document->touch(nullptr);
 }
 

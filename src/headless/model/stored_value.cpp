@@ -10,20 +10,20 @@ namespace {
 
 // What the type makes of a value; nothing for a value that it can't hold.
 std::optional<Scalar> scalarOf(const RelationValue& value, creo::ProParamvalueType type) {
-  const auto present = number(value);
+  const auto asNumber = number(value);
   switch (type) {
     case creo::ProParamvalueType::string:
       if (const auto* text = std::get_if<std::string>(&value)) return Scalar(*text);
       break;
     case creo::ProParamvalueType::real:
-      if (present) return Scalar(*present);
+      if (asNumber) return Scalar(*asNumber);
       break;
     case creo::ProParamvalueType::integer:
-      if (present && std::abs(*present) <= std::numeric_limits<int>::max())
-        return Scalar(static_cast<int>(std::lround(*present)));
+      if (asNumber && std::abs(*asNumber) <= std::numeric_limits<int>::max())
+        return Scalar(static_cast<int>(std::lround(*asNumber)));
       break;
     case creo::ProParamvalueType::boolean:
-      if (present) return Scalar(*present != 0);
+      if (asNumber) return Scalar(*asNumber != 0);
       break;
     case creo::ProParamvalueType::noteId:
     case creo::ProParamvalueType::none:
@@ -66,8 +66,8 @@ RelationValue unitless(const RelationValue& value, const ParameterRecord* parame
   return real && hasUnits(parameter) ? RelationValue(inOwnUnits(*real, parameter->units, model)) : value;
 }
 RelationValue withUnits(const RelationValue& value, const ParameterRecord* parameter, const ModelRecord& model) {
-  const auto present = number(value);
-  return present && hasUnits(parameter) ? RelationValue(inModelUnits(*present, parameter->units, model)) : value;
+  const auto asNumber = number(value);
+  return asNumber && hasUnits(parameter) ? RelationValue(inModelUnits(*asNumber, parameter->units, model)) : value;
 }
 
 }  // namespace headless

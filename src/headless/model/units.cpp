@@ -223,20 +223,20 @@ std::string systemName(std::string_view system) {
 bool isStandardSystem(std::string_view system) { return system.empty() || systemOf(system).name == system; }
 
 std::string systemUnit(const ModelRecord& model, std::string_view system, creo::ProUnitType type) {
-  const System& present = systemOf(system);
+  const System& known = systemOf(system);
   const UnitSystemRecord* own = ownSystem(model, system);
   const auto chosen = [own](std::string UnitSystemRecord::*member, std::string_view standard) {
     return own && !(own->*member).empty() ? own->*member : std::string(standard);
   };
   switch (type) {
     case creo::ProUnitType::length:
-      return chosen(&UnitSystemRecord::length, present.lengthUnit);
+      return chosen(&UnitSystemRecord::length, known.lengthUnit);
     case creo::ProUnitType::mass:
-      return chosen(&UnitSystemRecord::mass, present.massUnit);
+      return chosen(&UnitSystemRecord::mass, known.massUnit);
     case creo::ProUnitType::time:
-      return chosen(&UnitSystemRecord::time, present.timeUnit);
+      return chosen(&UnitSystemRecord::time, known.timeUnit);
     case creo::ProUnitType::temperature:
-      return chosen(&UnitSystemRecord::temperature, present.temperature);
+      return chosen(&UnitSystemRecord::temperature, known.temperature);
   }
   return {};
 }

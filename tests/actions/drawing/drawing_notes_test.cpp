@@ -1,5 +1,8 @@
 // Notes of drawings: written from files, found by place and text, moved, deleted, edited from tables.
+#include "actions/drawing/details.h"
 #include "actions/drawing/drawing_details_fixture.h"
+#include "creo/ProMdl.h"
+#include "creo/ProWindow.h"
 
 namespace test {
 namespace {
@@ -251,6 +254,28 @@ TEST_F(NotesFromFile, StayWholeWhereAnOperationFails) {
     EXPECT_TRUE(has(log, item.said)) << item.operation << text::toUtf8(log);
     EXPECT_EQ(all(), notes(own)) << item.operation;
   }
+}
+
+// A drawing with a window of its own isn't displayed in another one: its window is the current one meanwhile.
+TEST_F(Notes, AreShownInTheWindowOfTheirDrawing) {
+  fill(world);
+  world.start();
+  const creo::ProDtlnote note{world.open(L"SHEETS", creo::ProMdlType::drawing), 3};
+  const creo::ProMdl part = creo::ProMdlRetrieve(L"GEAR", creo::ProMdlType::part).value;
+  const int own = creo::ProWindowCurrentGet().value;
+  const int front = creo::ProObjectwindowCreate(L"GEAR", creo::ProMdlType::part).value;
+  EXPECT_EQ(creo::ProNoError, creo::ProMdlDisplay(part));
+  EXPECT_EQ(creo::ProNoError, creo::ProWindowCurrentSet(front));
+  EXPECT_EQ(creo::ProGeneralError, creo::ProDtlnoteShow(note));
+
+  EXPECT_EQ(creo::ProNoError, actions::showNote(note));
+  EXPECT_EQ(front, creo::ProWindowCurrentGet().value);
+  EXPECT_EQ(own, creo::ProMdlWindowGet(note.drawing).value);
+  EXPECT_EQ(part, creo::ProMdlCurrentGet().value);
+
+  world.session().failNext("ProWindowCurrentSet", creo::ProGeneralError);
+  EXPECT_EQ(creo::ProGeneralError, actions::showNote(note));
+  EXPECT_EQ(front, creo::ProWindowCurrentGet().value);
 }
 
 }  // namespace

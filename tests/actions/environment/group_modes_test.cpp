@@ -163,6 +163,7 @@ TEST_F(NewDrawing, ThatCantBeMadeIsOneErrorAndChangesNothing) {
       {"drwName='D' tmpName='NONE' tmpPath='@project_dir@/templates'", L""},
       {"drwName='D' tmpName='A3' tmpPath='@project_dir@/nowhere'", L""},
       {"drwName='..\\D' tmpName='A3' tmpPath='@project_dir@/templates'", L""},
+      {"drwName='LOWER PLATE' tmpName='A3' tmpPath='@project_dir@/templates'", L""},
       {"drwName='%NONE%' tmpName='A3' tmpPath=''", L"E:Can't find parameter: NONE|"},
       {"drwName='ABCDEFGHIJKLMNOPQRSTUVWXYZABCDEF' tmpName='A3' tmpPath=''",
        L"E:The replaced output is to large for this task|"},

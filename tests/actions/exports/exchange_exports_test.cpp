@@ -114,6 +114,9 @@ TEST_F(ExchangeExports, EachRefusalHasItsLine) {
     EXPECT_TRUE(world.logHas(line)) << attributes << operation;
     EXPECT_EQ("", files());
   }
+  begin();  // what is written is "d:/out/.igs"
+  EXPECT_TRUE(told(run(iges("folder='d:/out' file='.iges'")), L"E:The path names no file: 'd:/out/.igs'"));
+  EXPECT_EQ("", files());
   begin();
   EXPECT_TRUE(
       told(run(task("exportsat", "folder='d:/out' file='a' solids='true'")), L"E:Failure occured while export to sat"));
@@ -121,9 +124,11 @@ TEST_F(ExchangeExports, EachRefusalHasItsLine) {
 
 TEST_F(ExchangeExports, AGroupWorksOnWhatItImports) {
   const std::string save = "<subtasks>" + task("saveModel") + "</subtasks>";
-  const std::string into = "reworkMode='5' mdlname='d:\\out\\plate.stp' removeFromSession='2'";
-  const auto log =
-      run(step("folder='d:/out' file='plate'") + task("groupActions", into, save) + task("groupActions", into, save));
+  const auto import = [&save](const std::string& file) {
+    return task("groupActions", "reworkMode='5' mdlname='" + file + "' removeFromSession='2'", save);
+  };
+  // The first path counts from the working folder.
+  const auto log = run(step("folder='d:/out' file='plate'") + import("out\\plate.stp") + import("d:\\out\\plate.stp"));
   EXPECT_TRUE(fs::exists(world.models() + "/plate.prt.1")) << testing::PrintToString(log);
   EXPECT_TRUE(told(log, L"E:Can't load model")) << testing::PrintToString(log);
   EXPECT_TRUE(world.logHas(L" - -5"));  // the second time there is a model of that name

@@ -87,12 +87,10 @@ TEST_F(TableCells, GoToTheCurrentModel) {
 
 // What an edit can't read it leaves as it was, and says so.
 TEST_F(TableCells, AFailingOperationChangesNothing) {
-  const std::pair<const char*, creo::ProError> operations[] = {{"ProDrawingTablesCollect", creo::ProGeneralError},
-                                                               {"ProDrawingCurrentSheetGet", creo::ProGeneralError},
-                                                               {"ProDwgtableCelltextGet", creo::ProNotFound},
-                                                               {"ProDrawingCurrentsolidGet", creo::ProGeneralError},
-                                                               {"ProParameterInit", creo::ProGeneralError},
-                                                               {"ProParameterValueSet", creo::ProGeneralError}};
+  const std::pair<const char*, creo::ProError> operations[] = {
+      {"ProDrawingTablesCollect", creo::ProGeneralError}, {"ProDrawingCurrentSheetGet", creo::ProGeneralError},
+      {"ProDwgtableCelltextGet", creo::ProNotFound},      {"ProDrawingCurrentsolidGet", creo::ProGeneralError},
+      {"ProParameterInit", creo::ProGeneralError},        {"ProParameterValueSet", creo::ProGeneralError}};
   for (const auto& [operation, code] : operations) {
     World own;
     fill(own);

@@ -49,7 +49,7 @@ Got<SymbolDefinitionRecord> readFrom(const State& state, const std::wstring& fol
     const headless::JsonFault fault =
         bytes ? headless::readSymbol(bytes.value, text::toUtf8(name), definition) : headless::JsonFault();
     if (bytes && !fault) {
-      definition.path = text::toUtf8(os::asFolder(entry));
+      definition.path = text::toUtf8(os::asFolder(directory));
       return definition;
     }
     state.models.message(bytes ? headless::cantRead(path, fault) : headless::cantRead(path, bytes.error));

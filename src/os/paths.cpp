@@ -37,6 +37,12 @@ std::wstring joined(std::wstring_view folder, std::wstring_view name) {
   return asFolder(folder).append(name);
 }
 
+std::wstring wholeFrom(std::wstring_view folder, std::wstring_view path) {
+  std::wstring wanted = withBackslashes(path);
+  const bool isWhole = wanted.find(L':') != wanted.npos || wanted.starts_with(L'\\');
+  return isWhole ? wanted : joined(folder, wanted);
+}
+
 std::wstring folderOf(std::wstring_view path) {
   const std::size_t at = lastSeparator(path);
   return at == path.npos ? std::wstring() : std::wstring(path.substr(0, at + 1));

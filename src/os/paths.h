@@ -35,6 +35,8 @@ std::wstring withBackslashes(std::wstring_view path);
 std::wstring asFolder(std::wstring_view path);
 // Folder with a separator, then a relative name.
 std::wstring joined(std::wstring_view folder, std::wstring_view name);
+// With backslashes: the path itself where it has a device or begins at the root, else as it goes on from the folder.
+std::wstring wholeFrom(std::wstring_view folder, std::wstring_view path);
 // Everything up to and including the last separator; empty without one.
 std::wstring folderOf(std::wstring_view path);
 // What follows the last separator.

@@ -16,8 +16,10 @@
 #include "kelvane/run/recorded_files.h"
 #include "kelvane/run/watch.h"
 #include "kelvane/show/model_graph.h"
+#include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace kelvane {
 namespace {
@@ -48,6 +50,15 @@ std::string withheldLine(const std::wstring& line) {
   return verb + shown(rest.substr(0, to)) + " to " + shown(rest.substr(to + 4));
 }
 
+// The models' folder and those of the search path, as far as the run is told of them.
+std::vector<std::vector<headless::FolderDocument>> documentsOf(const RunPlace& place) {
+  std::vector<std::vector<headless::FolderDocument>> folders{headless::readFolder(place.models)};
+  for (const auto& [name, value] : place.creoOptions)
+    if (text::equalNoCase(name, L"search_path") && !value.empty())
+      folders.push_back(headless::readFolder(os::wholeFrom(place.models, value)));
+  return folders;
+}
+
 bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd_log - "); }
 
 class RunWork {
@@ -68,7 +79,7 @@ class RunWork {
   }
 
   int run() {
-    const ModelGraph graph(headless::readFolder(place_.models));
+    const ModelGraph graph(documentsOf(place_));
     std::vector<ModelFileName> starts;
     for (const std::string& start : options_.starts) starts.push_back(graph.start(start));
     const ModelGraph::Trouble trouble = graph.trouble(starts);

@@ -18,10 +18,17 @@ bool isWorkable(const headless::FolderDocument& document) {
 
 }  // namespace
 
-ModelGraph::ModelGraph(std::vector<headless::FolderDocument> documents) : documents_(std::move(documents)) {
-  for (std::size_t i = 0; i < documents_.size(); ++i) {
-    const headless::DocumentFile& file = documents_[i].file;
-    byKey_[headless::modelKey(file.name, file.type)] = i;
+ModelGraph::ModelGraph(std::vector<std::vector<headless::FolderDocument>> folders) {
+  for (auto& folder : folders) {
+    const std::size_t before = documents_.size();
+    for (headless::FolderDocument& document : folder) {
+      const std::wstring key = headless::modelKey(document.file.name, document.file.type);
+      const auto found = byKey_.find(key);
+      if (found != byKey_.end() && found->second < before) continue;  // a folder before has one of that name
+      byKey_[key] = documents_.size();
+      documents_.push_back(std::move(document));
+    }
+    if (&folder == &folders.front()) own_ = documents_.size();
   }
   for (std::size_t i = 0; i < documents_.size(); ++i) {
     for (const auto& instance : documents_[i].instances) {
@@ -72,24 +79,25 @@ std::vector<ModelFileName> ModelGraph::starts() const {
     starts.push_back({documents_[i].file.name, documents_[i].file.type});
     reach(i, reached);
   };
-  for (std::size_t i = 0; i < documents_.size(); ++i) {
+  for (std::size_t i = 0; i < own_; ++i) {
     if (!used[i]) take(i);
   }
-  for (std::size_t i = 0; i < documents_.size(); ++i) take(i);
+  for (std::size_t i = 0; i < own_; ++i) take(i);
   return starts;
 }
 
 ModelFileName ModelGraph::start(const std::string& written) const {
   ModelFileName model = modelFileName(written);
-  if (at(model.name, model.type) != kNone) return model;
+  if (at(model.name, model.type) < own_) return model;
   std::vector<std::string> known;
-  for (const auto& document : documents_) known.push_back(label(document.file.name, document.file.type));
+  for (std::size_t i = 0; i < own_; ++i) known.push_back(label(documents_[i].file.name, documents_[i].file.type));
   const std::string wanted = label(model.name, model.type);
   throw Fault("--start: there is no model " + wanted + didYouMean(wanted, known));
 }
 
 ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) const {
-  Reached reached(documents_.size(), from.empty());
+  Reached reached(documents_.size());
+  for (std::size_t i = 0; i < own_ && from.empty(); ++i) reach(i, reached);
   for (const ModelFileName& model : from) reach(at(model.name, model.type), reached);
   Trouble trouble;
   for (std::size_t i = 0; i < documents_.size(); ++i) {

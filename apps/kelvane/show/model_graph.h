@@ -1,4 +1,4 @@
-// Which models of a folder use which, and where a run begins.
+// Which models of a folder use which, of it and of a library, and where a run begins.
 #pragma once
 
 #include <string>
@@ -12,16 +12,17 @@ namespace kelvane {
 
 class ModelGraph {
  public:
-  explicit ModelGraph(std::vector<headless::FolderDocument> documents);
+  // The models' folder, then those where what it lacks is looked for, in their order.
+  explicit ModelGraph(std::vector<std::vector<headless::FolderDocument>> folders);
 
-  // Models that no other one uses; of models that use each other in a ring, the first. Together they lead to every
-  // model that can be read.
+  // Models of the first folder that no other one uses; of models that use each other in a ring, the first. Together
+  // they lead to every model that can be read.
   [[nodiscard]] std::vector<ModelFileName> starts() const;
-  // A Fault for a name that no model has.
+  // A Fault for a name that no model of the first folder has.
   [[nodiscard]] ModelFileName start(const std::string& written) const;
 
-  // What is wrong with the models that these lead to, or, without any, with all: documents that can't be read or
-  // worked, models that aren't there.
+  // What is wrong with the models that these, or without any all of the first folder, lead to: documents that can't be
+  // read or worked, models that aren't there.
   struct Trouble {
     struct Damaged {
       std::string model;  // "BAD.PRT"
@@ -40,6 +41,7 @@ class ModelGraph {
   void reach(std::size_t from, Reached& reached) const;
 
   std::vector<headless::FolderDocument> documents_;
+  std::size_t own_ = 0;                                  // of the first folder; they stand first
   std::unordered_map<std::wstring, std::size_t> byKey_;  // of models and of instances
   std::vector<std::vector<std::size_t>> uses_;
 };

@@ -236,7 +236,7 @@ constexpr Attribute kBackupAttributes[] = {
      .variables = true,
      .need = Need::oneOf,
      .folder = L"models",
-     .about = "a folder that is there and that none of the models lies in"},
+     .about = "a folder that is there and that none of the models comes from"},
 };
 constexpr Attribute kCommonNameAttributes[] = {
     {.name = L"value", .variables = true, .need = Need::oneOf, .about = "the name; empty: it has none any more"},
@@ -274,7 +274,7 @@ constexpr Action kActions[] = {
      .conditions = kOnModels,
      .attributes = kNameAttributes,
      .effects = {.reads = Touched::model | Touched::files, .changes = Touched::files | Touched::session},
-     .about = "writes a copy of the model into the model's folder",
+     .about = "writes a copy of the model into the folder that it is saved in",
      .function = &copyModel},
 };
 

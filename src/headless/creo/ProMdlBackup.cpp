@@ -44,8 +44,8 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
       if (error != std::errc::file_exists) break;
     }
     if (!error) {
-      // Where nothing is written the folder's next listing doesn't show it; then the name is found taken as above.
-      there.enter({m.document->name, m.type(), version, headless::documentFileName(*m.document, version)}, true);
+      state.models.folders().store().wrote(
+          there, {m.document->name, m.type(), version, headless::documentFileName(*m.document, version)}, text.value);
       moveSaves(*m.document, there.path(), version);
       return path;
     }

@@ -16,14 +16,8 @@ ModelFolders::ModelFolders(bool withhold, const std::wstring& folder, Named name
       working_(os::asFolder(os::withBackslashes(folder))),
       home_(working_) {}
 
-std::wstring ModelFolders::whole(std::wstring_view path) const {
-  const std::wstring wanted = os::withBackslashes(path);
-  const bool absolute = wanted.find(L':') != std::wstring::npos || wanted.starts_with(L'\\');
-  return absolute ? wanted : os::joined(working_, wanted);
-}
-
 bool ModelFolders::change(std::wstring_view path) {
-  const std::wstring wanted = whole(path);
+  const std::wstring wanted = os::wholeFrom(working_, path);
   if (!os::files().isFolder(wanted)) return false;
   working_ = os::asFolder(wanted);
   return true;
@@ -37,7 +31,7 @@ std::vector<Folder*> ModelFolders::searched(ProMdlType type) {
   add(store_.folder(home_));
   if (!named_) return folders;
   for (const std::wstring& text : named_(type))
-    if (!text.empty()) add(store_.folder(whole(text)));
+    if (!text.empty()) add(store_.folder(os::wholeFrom(working_, text)));
   return folders;
 }
 

@@ -44,7 +44,6 @@ class ModelFolders {
   [[nodiscard]] Folder& target(const ModelDocument& document) { return store_.folder(document.saveFolder()); }
 
  private:
-  [[nodiscard]] std::wstring whole(std::wstring_view path) const;
   Store store_;
   Named named_;
   std::wstring working_, home_;

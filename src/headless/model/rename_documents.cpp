@@ -9,7 +9,6 @@
 #include "headless/store/faults.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
-#include "text/format.h"
 #include "text/letters.h"
 
 namespace headless {

@@ -245,6 +245,12 @@ std::error_code Store::create(Folder& folder, const DocumentFile& file, std::str
   return put(folder, file, bytes, &os::Files::create);
 }
 
+// Where nothing is written the folder's next listing doesn't show it, and who writes finds its name taken.
+void Store::wrote(Folder& folder, const DocumentFile& file, std::string_view bytes) {
+  if (withhold_) withheld_[folder.path() + file.fileName] = bytes;
+  folder.enter(file, true);
+}
+
 std::error_code Store::replace(Folder& folder, const DocumentFile& file, std::string_view bytes) {
   return put(folder, file, bytes, &os::Files::write);
 }

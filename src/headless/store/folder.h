@@ -88,6 +88,8 @@ class Store {
   os::Result<std::string> read(const std::wstring& path) const;
   // A new document: file_exists where a file of that name is there.
   std::error_code create(Folder& folder, const DocumentFile& file, std::string_view bytes);
+  // A new document that was written past the store, or would have been.
+  void wrote(Folder& folder, const DocumentFile& file, std::string_view bytes);
   // One that this session wrote.
   std::error_code replace(Folder& folder, const DocumentFile& file, std::string_view bytes);
   // All versions of a document; nothing is removed where writing is withheld.

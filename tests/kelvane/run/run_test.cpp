@@ -547,6 +547,10 @@ TEST_F(Run, ADryRunComparesWhatABackupMovesWithTheModelThatWasRead) {
   EXPECT_EQ(recapOf(dry).substr(3), recapOf(real).substr(4)) << "dry and done";
   EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.2"}), filesIn("models/backup"));
   EXPECT_FALSE(fs::exists(path("models/PLATE.prt.2")));
+  // What the backup has isn't left unsaved.
+  list("put.xml", kAddNorm + "<task type='backupAction'" + kinds + "path='d:/backup'/>");
+  for (const Ended& put : {run("put", {"-n"}), run("put")})
+    EXPECT_THAT(put.err, testing::Not(testing::HasSubstr("not saved"))) << put.err;
 }
 
 // A site's script comes with its configuration. A dry run converts too, as the values tell what would change.

@@ -88,6 +88,18 @@ TEST_F(RunSurroundings, AMacroStepThatNothingWasDoneForIsToldOnce) {
   EXPECT_EQ(ended.err.npos, ended.err.find("ProCmdViewRepaint"));
 }
 
+// What nothing uses of a library is nobody's concern.
+TEST_F(RunSurroundings, TheSearchPathHasWhatTheModelsFolderLacks) {
+  file("models/lib/bolt.prt.1", R"({"format": 1})");
+  file("models/lib/spare.prt.1", "{");
+  assembly(L"TOP").uses(L"BOLT", creo::ProMdlType::part).uses(L"NUT", creo::ProMdlType::part);
+  list("norm.xml", kAddNorm);
+  const Ended ended = run("norm", {"--creo-option", "search_path=lib", "-n"});
+  EXPECT_THAT(ended.err, testing::AllOf(testing::HasSubstr("TOP.ASM uses NUT.PRT, which isn't there"),
+                                        testing::Not(testing::HasSubstr("BOLT.PRT, which")),
+                                        testing::Not(testing::HasSubstr("spare.prt"))));
+}
+
 TEST_F(RunSurroundings, DetailOptionsAreShown) {
   file("models/sheet.drw.1", R"({"format": 1})");
   file("standards/models/iso.dtl", "text_height 3.5\n");

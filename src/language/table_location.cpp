@@ -97,25 +97,26 @@ creo::Got<std::vector<std::wstring>> cellLines(const creo::ProDwgtable& table, i
   return lines;
 }
 
-void walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCurrentSheet,
+bool walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCurrentSheet,
                 creo::FunctionRef<bool(const LocatedTable& table)> take) {
   if (location.byText && (location.row == 0 || location.column == 0)) {
     core::logWrite(L"Row and/or Col can't be 0", core::kError);
-    return;
+    return true;
   }
   const auto tables = creo::ProDrawingTablesCollect(drawing);
-  if (!tables) return;
+  if (!tables) return creo::isTold(tables);
   const auto current = onlyCurrentSheet ? creo::ProDrawingCurrentSheetGet(drawing) : creo::Got<int>(creo::ProNotFound);
   if (onlyCurrentSheet && !current) {
     core::logWrite(L"The current sheet can't be read, no table is taken", core::kError);
-    return;
+    return true;
   }
   for (const creo::ProDwgtable& table : tables.value) {
     const auto sheet = sheetOf(table);
     if (onlyCurrentSheet && sheet && *sheet != current.value) continue;
     const bool fits = location.byText ? hasText(table, location) : liesAt(table, location);
-    if (fits && !take({table, sheet})) return;
+    if (fits && !take({table, sheet})) break;
   }
+  return true;
 }
 
 }  // namespace language

@@ -39,8 +39,9 @@ struct LocatedTable {
   std::optional<int> sheet;  // none: Creo doesn't say
 };
 // The drawing's tables that fit, in its order, each looked at when the one before has been taken. onlyCurrentSheet:
-// those of other sheets are passed over. take: false ends the walk.
-void walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCurrentSheet,
+// those of other sheets are passed over. take: false ends the walk. False, without a line: the tables can't be read, as
+// those of another model.
+bool walkTables(creo::ProMdl drawing, const TableLocation& location, bool onlyCurrentSheet,
                 creo::FunctionRef<bool(const LocatedTable& table)> take);
 
 }  // namespace language

@@ -31,6 +31,7 @@ Outcome setCurrentDrawingModel(const Task& task) {
   const Replaced wanted = task.text(L"value");
   const auto models = creo::ProDrawingSolidsCollect(task.model());
   if (!wanted.hasText()) failDetail(L"The name of the model can't be put together");
+  if (!creo::isTold(models)) failDetail(L"The models of the drawing can't be read");
   if (!wanted.hasText() || !models) return done;
   for (const creo::ProMdl model : models.value) {
     const std::wstring name = fileNameOf(model);

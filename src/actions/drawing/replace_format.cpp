@@ -78,6 +78,7 @@ ProMdl modelForFormat(const Task& task, int sheet) {
   const ProMdl active = creo::ProDrawingCurrentsolidGet(task.model()).value;
   if (task.attribute(L"multiModelsSel") != kSearchInFrames) return active;
   const auto models = creo::ProDrawingSolidsCollect(task.model());
+  if (!creo::isTold(models)) failDetail(L"The models of the drawing can't be read");
   if (models.value.size() < 2) return active;
   sayDetail(L"- search in frames");
   const std::set<int> numbers = numbersInFrame(task.model(), sheet);

@@ -201,6 +201,7 @@ Outcome changeSymbolGroup(const Task& task) {
 Outcome updateSymbolDefinitions(const Task& task) {
   if (task.has(L"path")) return done;
   const auto definitions = creo::ProDrawingDtlsymdefsCollect(task.model());
+  if (!creo::isTold(definitions)) failDetail(L"The symbol definitions of the drawing can't be read");
   for (const ProDtlsymdef& definition : definitions.value) {
     const auto name = creo::ProDtlsymdefNameGet(definition);
     if (!definitions || !name) continue;

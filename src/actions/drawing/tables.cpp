@@ -120,6 +120,7 @@ void eachFoundTable(const Task& task, std::initializer_list<std::wstring_view> s
     const TableFinder finder(task, entry, frame);
     if (finder.isIdle()) return;
     const auto tables = creo::ProDrawingTablesCollect(task.model());
+    if (!creo::isTold(tables)) failDetail(L"The tables of the drawing can't be read");
     for (const ProDwgtable& table : tables.value) {
       const PlacedSegment segment = placedSegment(table);
       if (!segment.sheet || !looksAt(entry, segment.sheet.value, frame.sheet)) continue;

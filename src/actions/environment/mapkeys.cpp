@@ -80,8 +80,10 @@ void selectView(int id) {
 void runForViews(const Task& task) {
   const creo::ProMdl drawing = task.model();
   if (!isDrawing(drawing)) return;
+  const auto views = creo::ProDrawingViewsCollect(drawing);
+  if (!creo::isTold(views)) core::logWrite(L"The views of the drawing can't be read", core::kError);
   creo::SheetGuard sheets(drawing);
-  for (const creo::ProView& view : creo::ProDrawingViewsCollect(drawing).value) {
+  for (const creo::ProView& view : views.value) {
     creo::ProSelbufferClear();
     const auto id = creo::ProDrawingViewIdGet(view);
     const auto sheet = creo::ProDrawingViewSheetGet(view);

@@ -64,10 +64,13 @@ struct Entries {
   }
 };
 
-// The models of the drawing as files.
+// The models of the drawing as files; none of another model.
 Entries modelEntries(creo::ProMdl drawing) {
   Entries entries;
-  for (const creo::ProMdl model : creo::ProDrawingSolidsCollect(drawing).value) {
+  const auto models = creo::ProDrawingSolidsCollect(drawing);
+  if (!creo::isTold(models) && creo::ProMdlTypeGet(drawing).value == creo::ProMdlType::drawing)
+    core::logWrite(L"The models of the drawing can't be read", core::kError);
+  for (const creo::ProMdl model : models.value) {
     const auto name = creo::ProMdlNameGet(model);
     if (!name) continue;
     const bool isPart = creo::ProMdlTypeGet(model).value == creo::ProMdlType::part;

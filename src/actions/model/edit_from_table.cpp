@@ -54,10 +54,12 @@ Outcome editModelParameterFromTablecell(const Task& task) {
     const auto location = parseTableLocation(where);
     const auto cell = location ? parseTableCell(which) : std::nullopt;
     if (!cell) continue;
-    walkTables(task.model(), *location, task.isTrue(L"onlyOnCurrentSheet"), [&](const LocatedTable& located) {
+    const bool onlyCurrentSheet = task.isTrue(L"onlyOnCurrentSheet");
+    const bool isRead = walkTables(task.model(), *location, onlyCurrentSheet, [&](const LocatedTable& located) {
       editFromTable(task, located.table, *cell, name);
       return false;
     });
+    if (!isRead) core::logWrite(L"The tables of the drawing can't be read", core::kError);
   }
   return done;
 }

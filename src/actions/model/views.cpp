@@ -219,7 +219,9 @@ Outcome replaceViewModelDisplay(const Task& task) {
     unknownWord(L"stylet", toWord, kStyleWords);
     return done;
   }
-  for (const creo::ProView& view : creo::ProDrawingViewsCollect(task.model()).value) replaceStyle(view, from, *to);
+  const auto views = creo::ProDrawingViewsCollect(task.model());
+  if (!creo::isTold(views)) core::logWrite(L"The views of the drawing can't be read", core::kError);
+  for (const creo::ProView& view : views.value) replaceStyle(view, from, *to);
   return done;
 }
 

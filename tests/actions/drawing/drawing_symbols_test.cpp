@@ -226,6 +226,9 @@ TEST_F(Symbols, GetTheDefinitionsOfTheirFiles) {
   EXPECT_TRUE(record.symbolDefinitions[0].groups.empty());
   EXPECT_EQ(2U, record.symbolDefinitions.size());
   EXPECT_EQ(kAll, symbols(own));
+  World failing;
+  EXPECT_EQ(L"B0 Update symbol definitions|E:The symbol definitions of the drawing can't be read|B1 Save model",
+            work(failing, task("updateSymbolDefinitions"), "ProDrawingDtlsymdefsCollect"));
 }
 
 TEST_F(Symbols, StayAsTheyAreWhereTheUpdateHasAPath) {

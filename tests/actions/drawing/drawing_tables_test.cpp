@@ -161,7 +161,7 @@ TEST_F(DrawingTables, WhatFailsIsToldAndTheRestStays) {
       {"addTable", "ProPntTrfEval", add, all, L"E:posx_0, posy_0 is no place on sheet 1"},
       {"moveTable", "ProDwgtableSegMove", move, all, L"E:Can't move the table"},
       {"moveTable", "ProDwgtableSegCount", move, all, L"The format of page 1 is frame_a3|"},
-      {"moveTable", "ProDrawingTablesCollect", move, all, L"The format of page 1 is frame_a3|"},
+      {"moveTable", "ProDrawingTablesCollect", move, all, L"E:The tables of the drawing can't be read"},
       {"deleteTable", "ProDwgtableInfoGet", move, all, L"The format of page 1 is frame_a3|"},
       {"deleteTable", "ProDwgtableDelete", move, all, L"E:Can't delete the table"},
   };

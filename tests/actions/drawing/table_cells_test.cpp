@@ -87,11 +87,10 @@ TEST_F(TableCells, GoToTheCurrentModel) {
 
 // What an edit can't read it leaves as it was, and says so.
 TEST_F(TableCells, AFailingOperationChangesNothing) {
-  const std::pair<const char*, creo::ProError> operations[] = {{"ProDrawingCurrentSheetGet", creo::ProGeneralError},
-                                                               {"ProDwgtableCelltextGet", creo::ProNotFound},
-                                                               {"ProDrawingCurrentsolidGet", creo::ProGeneralError},
-                                                               {"ProParameterInit", creo::ProGeneralError},
-                                                               {"ProParameterValueSet", creo::ProGeneralError}};
+  const std::pair<const char*, creo::ProError> operations[] = {
+      {"ProDrawingTablesCollect", creo::ProGeneralError}, {"ProDrawingCurrentSheetGet", creo::ProGeneralError},
+      {"ProDwgtableCelltextGet", creo::ProNotFound},      {"ProDrawingCurrentsolidGet", creo::ProGeneralError},
+      {"ProParameterInit", creo::ProGeneralError},        {"ProParameterValueSet", creo::ProGeneralError}};
   for (const auto& [operation, code] : operations) {
     World own;
     fill(own);
@@ -106,6 +105,9 @@ TEST_F(TableCells, AFailingOperationChangesNothing) {
     const auto gear = creo::ProMdlInit(L"GEAR", creo::ProMdlType::part);
     const auto number = creo::ProParameterInit(creo::ProMdlToModelitem(gear.value).value, L"NUMBER");
     EXPECT_EQ(L"G-1", creo::ProParameterValueGet(number.value).value.string) << operation;
+    EXPECT_EQ(std::string_view(operation) == "ProDrawingTablesCollect",
+              own.logHas(L"The tables of the drawing can't be read"))
+        << operation;
   }
 }
 

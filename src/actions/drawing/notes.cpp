@@ -81,7 +81,9 @@ ProError createNote(const Task& task, const NewNote& note, int sheet, const creo
   const auto created = creo::ProDtlnoteCreate(task.model(), data);
   if (!created) return created.error;
   const ProError shown = showNote(created.value);
-  if (shown != creo::ProNoError) creo::ProDtlnoteDelete(created.value);  // nobody would ever see it
+  // Nobody would ever see it.
+  if (shown != creo::ProNoError && creo::ProDtlnoteDelete(created.value) != creo::ProNoError)
+    failDetail(L"The note that isn't shown can't be deleted");
   return shown;
 }
 

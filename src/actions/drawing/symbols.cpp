@@ -67,7 +67,9 @@ void placeSymbol(ProMdl drawing, const ProDtlsymdef& definition, const creo::Pro
   const auto symbol = creo::ProDtlsyminstCreate(newSymbolData(drawing, definition, place));
   const ProError shown = symbol ? creo::ProDtlsyminstShow(symbol.value) : symbol.error;
   tellResult(shown, L"Symbol instance is created and displayed", L"Symbol can't be displayed");
-  if (symbol && shown != creo::ProNoError) creo::ProDtlsyminstDelete(symbol.value);  // nobody would ever see it
+  // Nobody would ever see it.
+  if (symbol && shown != creo::ProNoError && creo::ProDtlsyminstDelete(symbol.value) != creo::ProNoError)
+    failDetail(L"The symbol that isn't shown can't be deleted");
   if (symbol) refreshTree(drawing);
   creo::ProWindowRepaint(creo::kAnyWindow);
 }

@@ -64,7 +64,8 @@ void replaceOne(creo::ProMdl user, const creo::ProDependency& from, const creo::
     case creo::ProGeneralError:
       if (isDrawing) {
         core::logWrite(
-            text::format(L"%s can't be replaced by %s: a drawing takes a model of the same family table alone",
+            text::format(L"%s can't be replaced by %s: a drawing takes only a model of the same family table, and that "
+                         L"couldn't be shown",
                          label(from), label(to)),
             core::kError);
         break;

@@ -4,6 +4,7 @@
 
 #include "creo/ProNote.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/creo/on_top.h"
 #include "headless/model/notes.h"
 #include "headless/model/sheet_units.h"
 #include "headless/model/symbols.h"
@@ -38,7 +39,7 @@ ProError onCurrentNote(std::string_view name, const ProDtlnote& note, Body body)
   return onDrawing(name, note.drawing, [&](State& state, Model& m) -> ProError {
     NoteRecord* record = headless::noteOf(*m.document, note.id);
     if (!record) return ProNotFound;
-    return headless::isInCurrentWindow(state, m) ? body(m, *record) : ProGeneralError;
+    return headless::isOnTop(state, m) ? body(m, *record) : ProGeneralError;
   });
 }
 

@@ -3,6 +3,7 @@
 
 #include "creo/ProDwgtable.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/creo/on_top.h"
 
 namespace creo {
 
@@ -42,7 +43,7 @@ ProError ProDwgtableErase(const ProDwgtable& table) {
 // What cells show is worked out when they are asked for, so that nothing is ever behind.
 ProError ProDrawingTablesUpdate(ProMdl drawing) {
   return headless::onDrawing("ProDrawingTablesUpdate", drawing, [](State& state, Model& m) {
-    return headless::isInCurrentWindow(state, m) ? ProNoError : ProGeneralError;
+    return headless::isOnTop(state, m) ? ProNoError : ProGeneralError;
   });
 }
 

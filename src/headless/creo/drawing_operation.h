@@ -42,11 +42,6 @@ auto onSheetOrCurrent(std::string_view name, creo::ProMdl drawing, int sheet, Bo
   });
 }
 
-// Does the current window show the drawing?
-inline bool isInCurrentWindow(const Session::State& state, const Model& drawing) {
-  return state.windows.model(state.windows.current()) == drawing.handle;
-}
-
 // A list that Creo hands out; one of nothing isn't found.
 template <class Item>
 creo::Got<std::vector<Item>> collected(std::vector<Item> items) {

@@ -5,7 +5,7 @@
 
 namespace headless {
 
-// Is the model on top of the active window?
+// Is the model on top of the current window? An active one apart from it isn't known here.
 inline bool isOnTop(const Session::State& state, const Model& model) {
   return state.windows.model(state.windows.current()) == model.handle;
 }

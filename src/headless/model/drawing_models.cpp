@@ -116,6 +116,9 @@ void replaceModel(Model& drawing, const ProDependency& from, const Model& to) {
     return follow(entry.model) && !to.document->dimension(entry.id, entry.reference);
   });
   follow(record.currentModel);
+  if (auto& ofTexts = drawing.document->modelOfTexts;
+      ofTexts && ofTexts->name == from.name && ofTexts->type == from.type)
+    ofTexts = ProDependency{to.name, {}, to.type()};
   for (UsedModelRecord& item : record.models) {
     if (!isModel(item, from)) continue;
     item.name = usedName(to);

@@ -124,6 +124,8 @@ void followRename(Models& models, const RenamedModel& renamed) {
     if (model->row) continue;
     ModelDocument& user = *model->document;
     if (!followRename(user.record, user.type, renamed)) continue;
+    if (auto& ofTexts = user.modelOfTexts; ofTexts && ofTexts->name == renamed.before && ofTexts->type == renamed.type)
+      ofTexts->name = renamed.now;
     user.tree.changed();
     user.touch(nullptr);
   }

@@ -18,7 +18,8 @@ struct RenamedModel {
 // a component's place, views, shown dimensions, the current model, sheets that have the drawing as their format. False:
 // it doesn't name the model.
 bool followRename(ModelRecord& record, creo::ProMdlType user, const RenamedModel& renamed);
-// The same for the models in memory that use it, with what they are counted by.
+// The same for the models in memory that use it, with what they are counted by, and for the model that a drawing's
+// texts are about.
 void followRename(Models& models, const RenamedModel& renamed);
 // Components called `before` become `now`, as documents write names ("NAME<GENERIC>"), and columns of the family table
 // that are called by them follow. False: there is none.

@@ -39,10 +39,10 @@ class DetailTest : public ActionTest {
     writeBytes(world.models() + "/gear.prt.1", R"({"format": 1})");
     writeBytes(world.models() + "/pair.asm.1", R"({"format": 1})");
   }
-  // Runs the tasks and a save on the drawing, where one operation fails once if it has a name; what the log told of the
-  // drawing, which comes behind its models.
+  // Runs the tasks and a save on the drawing, where one operation, or two, fail once if they have names; what the log
+  // told of the drawing, which comes behind its models.
   static std::wstring work(World& own, const std::string& tasks, const std::string& failing = "",
-                           creo::ProError code = creo::ProGeneralError) {
+                           creo::ProError code = creo::ProGeneralError, const std::string& failingToo = "") {
     fill(own);
     own.list("list.xml", tasks + task("saveModel"));
     own.start();
@@ -51,6 +51,7 @@ class DetailTest : public ActionTest {
     own.openTool();
     own.choose("list.xml");
     if (!failing.empty()) own.session().failNext(failing, code);
+    if (!failingToo.empty()) own.session().failNext(failingToo, code);
     own.pressStart();
     EXPECT_TRUE(failing.empty() || own.session().calls(failing) > 0) << failing;
     const std::wstring log = told(own.log());

@@ -146,6 +146,11 @@ TEST_F(Notes, StayWholeWhereAnOperationFails) {
     EXPECT_TRUE(has(reported, entry.said)) << entry.operation << "\n" << text::toUtf8(reported);
     EXPECT_EQ(all(), notes(failing)) << entry.operation;
   }
+  World left;
+  writeBytes(left.models() + "/note.txt", "x");
+  const std::string add = task("addNote", "notepath='d:\\note.txt' fn_0='' sheet_0='1' posx_0='9' posy_0='9'");
+  const std::wstring log = work(left, add, "ProDtlnoteShow", creo::ProGeneralError, "ProDtlnoteDelete");
+  EXPECT_TRUE(has(log, L"E:The note that isn't shown can't be deleted|" + created)) << text::toUtf8(log);
 }
 
 class NotesFromFile : public Notes {

@@ -186,6 +186,11 @@ TEST_F(Symbols, TellWhichStepFailed) {
     EXPECT_TRUE(has(log, entry.said)) << entry.operation << "\n" << text::toUtf8(log);
     EXPECT_EQ(entry.placed, symbols(own) != kAll) << entry.operation;
   }
+  World left;
+  writeBytes(left.models() + "/arrow.sym", kArrow);
+  const std::string add = task("addSymbol", "symname='arrow' fn_0='' posx_0='-1' posy_0='2' sheet_0='1'");
+  const std::wstring log = work(left, add, "ProDtlsyminstShow", creo::ProGeneralError, "ProDtlsyminstDelete");
+  EXPECT_TRUE(has(log, failed + L"|E:The symbol that isn't shown can't be deleted")) << text::toUtf8(log);
 }
 
 // Whatever fails once while symbols are changed: they stay as they were, and the log says so.

@@ -92,7 +92,7 @@ TEST_F(ReplaceModel, TheOptionIsPutBackAfterAFailureToo) {
 TEST_F(ReplaceModel, ADrawingShowsAnotherModelOfTheSameFamilyTable) {
   writeBytes(world.models() + "/gear.prt.1", R"({"format": 1, "dimensions": [{"id": 2, "value": 1.0}],
       "familyTable": {"items": [], "instances": [{"name": "GEAR_ROW"}]}})");
-  const std::wstring family = L": a drawing takes a model of the same family table alone|";
+  const std::wstring family = L": a drawing takes only a model of the same family table, and that couldn't be shown|";
   EXPECT_EQ(L"B0 Replace model|E:GEAR.PRT can't be replaced by WHEEL.ASM" + family +
                 L"B1 Replace model|GEAR.PRT is replaced by GEAR_ROW.PRT|"
                 L"B2 Replace model|E:GEAR_ROW.PRT can't be replaced by NUT.PRT, which the drawing has already|"

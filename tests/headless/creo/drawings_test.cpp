@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "creo/ProDwgtable.h"
+#include "creo/ProMdlCopy.h"
 #include "creo/guards.h"
 #include "headless/session_fixture.h"
 #include "os/clock.h"
@@ -81,6 +82,10 @@ TEST_F(Drawings, KeepTheirTextsUntilTheyAreRegenerated) {
     EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
   }
   EXPECT_EQ(L"GEAR PAIR &TEETH", shown());
+  // A new name doesn't make it another model.
+  EXPECT_EQ(ProNoError, ProDrawingCurrentsolidSet(pair, retrieve(L"PINION")));
+  EXPECT_EQ(ProNoError, ProMdlRename(retrieve(L"GEAR"), L"WHEEL"));
+  EXPECT_EQ(L"WHEEL PAIR &TEETH", shown());
 }
 
 TEST_F(Drawings, WithALostModelAreShownWithoutItAndDontRegenerate) {

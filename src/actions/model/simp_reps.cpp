@@ -97,7 +97,7 @@ void setNamed(const Task& task) {
 struct DefaultForm {
   std::wstring_view simprepc;
   creo::Got<creo::ProMdl> (*retrieve)(const std::wstring& model, creo::ProMdlType type);
-  const wchar_t* name;  // as Creo calls the form
+  const wchar_t* name;  // as Creo calls the form in English
 };
 constexpr DefaultForm kForms[] = {{L"1", &creo::ProGraphicsSimprepRetrieve, L"Graphics Rep"},
                                   {L"2", &creo::ProGeomSimprepRetrieve, L"Geometry Rep"},
@@ -108,11 +108,13 @@ bool isActive(creo::ProMdl model, const creo::ProModelitem& rep) {
   return active && active.value.id == rep.id;
 }
 
-// Retrieving passes the form over where a higher representation is in memory: then it is activated by its name.
+// Retrieving passes the form over where a higher representation is in memory: then it is activated by its name. A Creo
+// of another language has no form of that name, and then the retrieval has to do.
 bool putInto(creo::ProMdl model, creo::ProMdlType type, const DefaultForm& form) {
   const auto name = creo::ProMdlNameGet(model);
   if (!name || !form.retrieve(name.value, type)) return false;
   const auto rep = creo::ProSimprepInit(form.name, 0, model);
+  if (rep.error == creo::ProNotFound) return true;
   return rep && (isActive(model, rep.value) || creo::ProSimprepActivate(rep.value) == creo::ProNoError);
 }
 

@@ -73,6 +73,8 @@ class Builder {
     for (const TopoDS_Shape& quilt : quilts_) builder.Add(all, quilt);
     return all;
   }
+  // Is it at an operation over several primitives? Then any of them may be at fault.
+  [[nodiscard]] bool joinsSeveral() const { return joinsSeveral_; }
   std::vector<std::wstring> warnings;  // of the primitive that was taken last
 
  private:
@@ -103,10 +105,12 @@ class Builder {
 
   void finish() {
     if (tools_.IsEmpty()) return;
+    joinsSeveral_ = tools_.Extent() > 1;
     if (cuts_)
       apply(BRepAlgoAPI_Cut());
     else
       apply(BRepAlgoAPI_Fuse());
+    joinsSeveral_ = false;
     tools_.Clear();
     bounds_.reset();
   }
@@ -126,6 +130,7 @@ class Builder {
   TopTools_ListOfShape tools_;
   std::vector<TopoDS_Shape> quilts_;
   bool cuts_ = false;
+  bool joinsSeveral_ = false;
   std::optional<creo::ProOutline> bounds_;
 };
 
@@ -145,9 +150,12 @@ Built build(const std::vector<Primitive>& primitives) {
   const auto named = [&number](const std::wstring& reason) {
     return text::format(L"primitive %d: %s", number, reason);
   };
-  const auto faulty = [&](const std::wstring& reason) { return Built{nullptr, named(reason), {}, number}; };
+  Builder builder;
+  const auto faulty = [&](const std::wstring& reason) {
+    if (!builder.joinsSeveral()) return Built{nullptr, named(reason), {}, number};
+    return Built{nullptr, text::format(L"primitive %d or one before it: %s", number, reason), {}, 0};
+  };
   try {
-    Builder builder;
     std::vector<std::wstring> warnings;
     for (const Primitive& primitive : primitives) {
       builder.begin(primitive);

@@ -21,7 +21,7 @@ struct Built {
   BodyPtr body;
   std::wstring fault;
   std::vector<std::wstring> warnings;
-  int faulty = 0;  // the place of the primitive that it is about, from 1; 0: there is no fault
+  int faulty = 0;  // the place of the primitive that it is about, from 1; 0: there is none, or it can't be told
 };
 // Each primitive adds to what those before it left, or cuts from it. Gives no body where there are none.
 Built build(const std::vector<Primitive>& primitives);

@@ -272,8 +272,8 @@ std::wstring Bodies::fault(const Model& part) {
     const auto isImport = [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; };
     if (std::ranges::any_of(primitives, isImport)) return {};
     const geometry::Built made = built(part, primitives);
-    return made.fault.empty() ? std::wstring()
-                              : lineOf(features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
+    if (made.fault.empty()) return {};
+    return lineOf(made.faulty == 0 ? 0 : features[static_cast<std::size_t>(made.faulty) - 1], made.fault);
   } catch (const MeasureFault& fault) {
     return lineOf(fault.feature, fault.reason);
   }

@@ -23,7 +23,8 @@ class Bodies {
   // Of a part, as its dimensions, parameters and features are now.
   creo::Got<geometry::BodyPtr> body(const Model& part);
   // What keeps a part's body from being built, by feature: "the feature RIB can't be built: primitive 2: the diameter
-  // must be over 0". Empty: nothing, and for a part whose body is imported: that one isn't built anew.
+  // must be over 0"; without the feature where it can't be told. Empty: nothing, and for a part whose body is
+  // imported: that one isn't built anew.
   std::wstring fault(const Model& part);
 
  private:

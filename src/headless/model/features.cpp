@@ -1,7 +1,6 @@
 #include "headless/model/features.h"
 
 #include "headless/model/family.h"
-#include "headless/store/folder.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -102,13 +101,6 @@ ProFeatureStatus featureStatus(const ModelFeature& feature) {
   const ProFeatureStatus own = storedStatus(feature);
   const int place = feature.model->document->record.insertAfter;
   return place > 0 && feature.place.number > place && isInUse(own) ? ProFeatureStatus::inactive : own;
-}
-
-std::wstring componentLabel(const ModelFeature& feature) {
-  const UsedModelRecord& component = *feature.component();
-  const std::wstring name = componentOf(*feature.model, component);
-  const std::wstring written = text::fromUtf8(component.name);
-  return modelName(written).name == name ? written : name;
 }
 
 }  // namespace headless

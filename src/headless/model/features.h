@@ -43,7 +43,5 @@ creo::ProFeatureStatus storedStatus(const ModelFeature& feature);
 bool isSuppressed(creo::ProFeatureStatus status);
 // Is it in the regeneration: neither suppressed nor inactive?
 bool isInUse(creo::ProFeatureStatus status);
-// How the component's model is retrieved: "NAME<GENERIC>" where the document says so.
-std::wstring componentLabel(const ModelFeature& feature);
 
 }  // namespace headless

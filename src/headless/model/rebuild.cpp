@@ -6,7 +6,6 @@
 #include "headless/model/models.h"
 #include "headless/model/parents.h"
 #include "headless/model/placed.h"
-#include "headless/model/retrieve.h"
 #include "text/format.h"
 
 namespace headless {
@@ -81,24 +80,15 @@ std::wstring featureFault(const Model& model, std::vector<RegeneratedFeature>* w
   return {};
 }
 
-std::wstring missingComponent(Models& models, creo::ProMdl assembly) {
-  struct Wanted {
-    std::wstring name, label;
-    creo::ProMdlType type;
-  };
-  // The assembly's document may move while another one comes in.
-  std::vector<Wanted> wanted;
-  const Model& model = *models.find(assembly);
-  if (model.document->record.components.empty()) return {};
-  const LeftOut leftOut(model);
-  for (const ModelFeature& feature : featuresOf(model)) {
+std::wstring missingComponent(const Models& models, const Model& assembly) {
+  if (assembly.document->record.components.empty()) return {};
+  const LeftOut leftOut(assembly);
+  for (const ModelFeature& feature : featuresOf(assembly)) {
     if (!feature.isComponent() || leftOut.has(feature.place.id) || !isInUse(featureStatus(feature))) continue;
     const std::wstring name = featureName(feature);
     const creo::ProMdlType type = feature.component()->type;
-    if (!models.inMemory(name, type)) wanted.push_back({name, componentLabel(feature), type});
+    if (!models.inMemory(name, type)) return name + L'.' + creo::typeExtension(type);
   }
-  for (const Wanted& entry : wanted)
-    if (!retrieveModel(models, entry.label, entry.type)) return entry.name + L'.' + creo::typeExtension(entry.type);
   return {};
 }
 

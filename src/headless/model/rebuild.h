@@ -25,8 +25,8 @@ void settleSections(const Model& model);
 // What is wrong with the first feature that can't be regenerated: "the feature RIB isn't regenerated". Empty: nothing.
 // worked: gets the features before it; null where nobody asks.
 std::wstring featureFault(const Model& model, std::vector<RegeneratedFeature>* worked);
-// The first component in use whose model is neither in memory nor to be had: "GONE.PRT". Those that a representation
-// leaves out aren't asked for. Empty: none is missing.
-std::wstring missingComponent(Models& models, creo::ProMdl assembly);
+// The first component in use whose model isn't in memory: "GONE.PRT". It isn't retrieved: it was missed when the
+// assembly came in. Those that a representation leaves out aren't asked for. Empty: none is missing.
+std::wstring missingComponent(const Models& models, const Model& assembly);
 
 }  // namespace headless

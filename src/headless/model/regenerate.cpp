@@ -534,10 +534,10 @@ creo::ProError regenerate(Models& models, Bodies& bodies, ProMdl solid, bool ins
   ProRegenerationStatus status = ProRegenerationStatus::regenerated;
   const auto componentsBelow = [&](ProMdl current) { return componentsOf(models, *models.find(current)); };
   for (const ProMdl handle : bottomUp(solid, componentsBelow)) {
-    const std::wstring missing = missingComponent(models, handle);
     Model& model = *models.find(handle);
     Outcome outcome = regenerateAlone(models, bodies, model, worked);
-    if (outcome.reason.empty() && !missing.empty()) outcome = failure(L"its component " + missing + L" is missing");
+    if (const std::wstring missing = missingComponent(models, model); outcome.reason.empty() && !missing.empty())
+      outcome = failure(L"its component " + missing + L" is missing");
     for (const ProMdl component : componentsOf(models, model)) {
       if (!outcome.reason.empty() || !failed.contains(component)) continue;
       outcome = failure(text::format(L"its component %s fails", fileLabel(*models.find(component))));

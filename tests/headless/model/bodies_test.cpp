@@ -289,6 +289,10 @@ TEST_F(BodyTest, WhatCantBeBuiltSaysWhy) {
       {std::string(kPlate) +
            R"(, {"type": "box", "use": "cut", "size": [80, 40, 5]}, {"type": "box", "size": [1, 1, 1]})",
        "primitive 2: nothing is left of the body"},
+      // They are cut in one operation.
+      {std::string(kPlate) + R"(, {"type": "box", "use": "cut", "size": [80, 40, 5]},
+          {"type": "box", "use": "cut", "size": [1, 1, 1], "placement": {"position": [500, 0, 0]}})",
+       "primitive 3 or one before it: nothing is left of the body"},
       {R"({"type": "extrusion", "profile": [[0, 0], [10, 10], [10, 0], [0, 10]], "length": 1})",
        "primitive 1: the profile has no area"},
       {R"({"type": "extrusion", "profile": [[0, 0], [10, 10], [10, 0], [0, 20]], "length": 1})",

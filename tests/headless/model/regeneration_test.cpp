@@ -517,6 +517,10 @@ TEST_F(Regeneration, WhatCantBeBuiltIsToldByFeature) {
   const ProMdl top = retrieve(L"TOP", ProMdlType::assembly);
   EXPECT_EQ(ProGeneralError, ProSolidRegenerate(top, 0));
   EXPECT_EQ(L"TOP.ASM: its component GONE.PRT is missing", session().messages().back());
+  model("gone.prt.1");
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(top, 0)) << "it isn't retrieved";
+  retrieve(L"GONE");
+  EXPECT_EQ(ProNoError, ProSolidRegenerate(top, 0));
 }
 
 TEST_F(Regeneration, ADimensionBelow0TurnsRound) {

@@ -109,11 +109,12 @@ ModelGraph::Trouble ModelGraph::trouble(const std::vector<ModelFileName>& from) 
     for (const creo::ProDependency& used : document.uses) {
       const headless::ModelName name = headless::modelName(used.name);
       const std::string model = label(name.name, used.type);
-      if (at(used.name, used.type) == kNone) trouble.missing.push_back(user + " uses " + model + ", which isn't there");
-      if (isTwice(name, used.type))
-        trouble.damaged.push_back({model, user + " uses " + model + " as an instance of " +
-                                              label(name.generic, used.type) + ", and a document has that name: only " +
-                                              "one of them can be worked"});
+      std::string line = user;
+      line.append(" uses ").append(model);
+      if (at(used.name, used.type) == kNone) trouble.missing.push_back(line + ", which isn't there");
+      if (!isTwice(name, used.type)) continue;
+      line.append(" as an instance of ").append(label(name.generic, used.type));
+      trouble.damaged.push_back({model, line + ", and a document has that name: only one of them can be worked"});
     }
   }
   return trouble;

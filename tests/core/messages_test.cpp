@@ -186,7 +186,7 @@ TEST(MessageLiterals, AreAskedByTheirNames) {
       if (std::wstring_view((*table)[id]) != L"") rows.emplace(form((*table)[id]), id);
   std::set<std::string> equal;
   const std::string sources = test::sourceFolder() + "/src/";
-  for (const char* layer : {"core", "documents", "engine", "actions", "reports", "ui"}) {
+  for (const char* layer : {"core", "language", "documents", "actions", "reports", "run", "ui", "plugin"}) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(sources + layer)) {
       const std::string file = entry.path().string().substr(sources.size());
       if (!entry.is_regular_file() || file == "core/message_rows.inc") continue;

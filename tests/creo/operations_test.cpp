@@ -36,7 +36,7 @@ std::set<std::string> declaredIn(const std::string& header) {
   for (const char c : code) {
     if (c == '{') ++depth;
     if (depth <= 1) outside += c == '{' || c == '}' ? ';' : c;
-    if (c == '}') --depth;
+    if (c == '}' && --depth == 1) outside += ';';
   }
   std::set<std::string> names;
   const std::regex declaration(R"((?:^|;)[^;()=]*?[\s>*&]((?:Pro|pfc)\w+)\()");

@@ -115,7 +115,7 @@ TEST_F(SolidPredicates, AnswerForEachKindOfModel) {
       {L"type='simpRepExists' simpRepName='Master Rep'", "0003"},
       {L"type='viewexists' viewname='front'", "1000"},
       {L"type='viewexists' viewname='vorne'", "1000"},
-      {L"type='viewexists' viewname='top*'", "0001"},
+      {L"type='viewexists' viewname='top*'", "0000"},
       {L"type='tolerance' tol='2'", "1003"},
       {L"type='tolerance' tol='1'", "0003"},
       {L"type='tolerance' tol='0'", "0113"},

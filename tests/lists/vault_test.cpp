@@ -359,7 +359,7 @@ TEST_F(VaultLists, UnsavedChangesStayBehindACheckIn) {
   // What another program wrote isn't checked in as what this session has.
   told("out.xml");
   const std::string before = object();
-  writeBytes(world.models() + "/BRACKET.prt.9", R"({"format": 1})");
+  test::writeBytes(world.models() + "/BRACKET.prt.9", R"({"format": 1})");
   EXPECT_EQ(ProGeneralError, ProServerObjectsCheckin(part, {}, conflicts));
   EXPECT_NE(std::wstring::npos, world.messages().find(L"BRACKET.prt.9: another program wrote version 9 meanwhile"));
   EXPECT_EQ(9, world.version("BRACKET.prt"));

@@ -88,7 +88,7 @@ const std::vector<std::string> kGearRow = {
     "7",
     "A - planarmodel\nB - offsetquilts\nC - planarmodel and quilts",
     "TEETH - Feature - Varying\n8 - Group - Identical\nP4 - Feature - General\nP5 - Feature - else\n"
-    "Fehler beim lesenTEXT - Feature - Failure\nNONE - Feature - Failure",
+    "Invalid typeTEXT - Feature - Failure\nNONE - Feature - Failure",
     "",
     "LIGHT\nSHELL",
     "OK",

@@ -34,8 +34,8 @@ inline const char* const kPairDrawing = R"({
   "notes": [{"id": 3, "name": "EDGES", "lines": ["All edges", "&COLOR"], "sheet": 2, "position": {"x": 9, "y": 9}},
             {"id": 5, "lines": ["free of burrs"], "position": {"x": 9, "y": 9}}],
   "shownDimensions": [{"model": "GEAR.prt", "id": 2}, {"model": "PINION.prt", "id": 3, "reference": true}],
-  "views": [{"name": "LEFT", "sheet": 1, "model": "GEAR.prt", "position": {"x": 50, "y": 90}},
-            {"name": "DETAIL", "sheet": 1, "model": "PINION.prt", "scale": 5, "position": {"x": 9, "y": 90}}]
+  "views": [{"id": 1, "name": "LEFT", "sheet": 1, "model": "GEAR.prt", "position": {"x": 50, "y": 90}},
+            {"id": 2, "name": "DETAIL", "sheet": 1, "model": "PINION.prt", "scale": 5, "position": {"x": 9, "y": 90}}]
 })";
 inline const char* const kGear = R"({
   "format": 1,

@@ -220,17 +220,19 @@ TEST_F(Symbols, StayWholeWhereAnOperationFails) {
 }
 
 TEST_F(Symbols, GetTheDefinitionsOfTheirFiles) {
-  World own;
-  writeBytes(own.models() + "/weld.sym", R"({"id": 99, "name": "other", "lines": [[0, 0, 1, 1]]})");
-  const std::wstring log = work(own, task("updateSymbolDefinitions"));
-  EXPECT_EQ(L"B0 Update symbol definitions|Update for weld found.|No update for rough found.|B1 Save model", log);
-  const headless::ModelRecord record = saved(own);
-  EXPECT_EQ(1, record.symbolDefinitions[0].id);
-  EXPECT_EQ("weld", record.symbolDefinitions[0].name);
-  EXPECT_EQ(1U, record.symbolDefinitions[0].lines.size());
-  EXPECT_TRUE(record.symbolDefinitions[0].groups.empty());
-  EXPECT_EQ(2U, record.symbolDefinitions.size());
-  EXPECT_EQ(kAll, symbols(own));
+  {
+    World own;
+    writeBytes(own.models() + "/weld.sym", R"({"id": 99, "name": "other", "lines": [[0, 0, 1, 1]]})");
+    const std::wstring log = work(own, task("updateSymbolDefinitions"));
+    EXPECT_EQ(L"B0 Update symbol definitions|Update for weld found.|No update for rough found.|B1 Save model", log);
+    const headless::ModelRecord record = saved(own);
+    EXPECT_EQ(1, record.symbolDefinitions[0].id);
+    EXPECT_EQ("weld", record.symbolDefinitions[0].name);
+    EXPECT_EQ(1U, record.symbolDefinitions[0].lines.size());
+    EXPECT_TRUE(record.symbolDefinitions[0].groups.empty());
+    EXPECT_EQ(2U, record.symbolDefinitions.size());
+    EXPECT_EQ(kAll, symbols(own));
+  }
   World failing;
   EXPECT_EQ(L"B0 Update symbol definitions|E:The symbol definitions of the drawing can't be read|B1 Save model",
             work(failing, task("updateSymbolDefinitions"), "ProDrawingDtlsymdefsCollect"));

@@ -177,13 +177,15 @@ TEST_F(DrawingTables, WhatFailsIsToldAndTheRestStays) {
 
 // Of the drawing's parts Creo refuses it anyway, without a line.
 TEST_F(DrawingTables, ThatCantBeUpdatedAreTold) {
-  World own;
   const std::string attributes = "tablepath='d:\\' tablename='box' fn_0='' sheet_0='1' posx_0='-50' posy_0='20'";
   const std::wstring line = L"E:The tables of the drawing can't be updated";
-  EXPECT_THAT(work(own, "<task type='addTable' version='3' forDRW='true' forEF='false' " + attributes + "/>",
-                   "ProDrawingTablesUpdate"),
-              HasSubstr(line));
-  EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30) 4@1(370,20)", tables(own));
+  {
+    World own;
+    EXPECT_THAT(work(own, "<task type='addTable' version='3' forDRW='true' forEF='false' " + attributes + "/>",
+                     "ProDrawingTablesUpdate"),
+                HasSubstr(line));
+    EXPECT_EQ("1@1(100,50) 2@1(300,10) 3@2(45,30) 4@1(370,20)", tables(own));
+  }
   World parts;
   work(parts, task("addTable", attributes));
   EXPECT_EQ(std::wstring::npos, told(parts.log()).find(line));

@@ -290,10 +290,10 @@ TEST(LayerStatus, IsSavedInTheModelsBelowToo) {
   const creo::ProMdl part = creo::ProMdlInit(L"BRACKET", creo::ProMdlType::part).value;
   EXPECT_EQ(creo::ProNoError, creo::ProLayerDisplaystatusSet({part, 7}, creo::ProLayerDisplay::blank));
   world.run("list.xml");
-  EXPECT_EQ(
-      L"B0 Change layer status|Save layer status|B1 Change layer status|Save layer status|"
-      L"W:No layer have changed the status since last save",
-      told(world.log()));
+  EXPECT_NE(std::wstring::npos,
+            told(world.log())
+                .find(L"B0 Change layer status|Save layer status|B1 Change layer status|Save layer status|"
+                      L"W:No layer have changed the status since last save"));
   EXPECT_EQ(creo::ProNoError, creo::ProMdlSave(part));
   EXPECT_EQ("01_DATUMS:5 02_AXES:6,L1 OLD_A=blank OLD_B:L3 SELF=blank:L7 | WORK(01_DATUMS=hidden OLD_A=normal)*",
             described(world.document("BRACKET.prt")));

@@ -162,7 +162,7 @@ TEST(MemberOrder, CopiesBreakUpsAndRenamesGiveTheSameAndLoseNothing) {
   }
   for (const char* file : {"c_gearbox.asm.1", "r_gearbox.asm.5", "c_bolt_din933.prt.1", "bolt_m10x40.prt.1",
                            "key_8x7x28.prt.1", "c_shaft_out.drw.1"})
-    EXPECT_TRUE(compared.contains(file)) << file;
+    EXPECT_TRUE(compared.contains(file)) << file << " of " << testing::PrintToString(compared);
   EXPECT_EQ(plain.size(), shuffled.size());
 }
 

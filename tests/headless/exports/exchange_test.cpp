@@ -135,7 +135,7 @@ TEST_F(ExchangeTest, UnitsAreKept) {
   const ProMdl pin = retrieve(L"PIN");
   for (const bool step : {true, false}) {
     const std::wstring file = step ? L"d:\\pin.stp" : L"d:\\pin.igs";
-    ASSERT_EQ(ProNoError, step ? writeStep(pin, L"d:\\pin") : writeIges(pin, file, {.solids = true}));
+    ASSERT_EQ(ProNoError, step ? writeStep(pin, L"d:\\pin") : writeIges(pin, L"d:\\pin", {.solids = true}));
     const auto back = import(file, ProMdlType::part, step ? L"ONE" : L"TWO");
     ASSERT_TRUE(back) << messages();
     EXPECT_EQ(L"Inch lbm Second (Creo Parametric Default)", ProMdlPrincipalunitsystemGet(back.value).value);

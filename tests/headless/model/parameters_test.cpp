@@ -1,6 +1,7 @@
 #include <limits>
 
 #include "creo/ProExtdata.h"
+#include "creo/ProFaminstance.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"

@@ -167,7 +167,7 @@ constexpr const char* kTin = R"("material": "TIN", "materials": [{"name": "TIN",
 
 // Behind the regeneration the body is that which the relations have made; before it, that which there was.
 TEST_F(Regeneration, RelationsWeighTheirModel) {
-  model("bar.prt.1", std::string(kTin) + R"(, "parameters": [{"name": "LEN", "type": "double", "value": 10},
+  model("bar.prt.1", std::string(kTin) + R"x(, "parameters": [{"name": "LEN", "type": "double", "value": 10},
       {"name": "BEFORE", "type": "double", "value": 0}, {"name": "AFTER", "type": "double", "value": 0},
       {"name": "CENTRE", "type": "double", "value": 0}, {"name": "RHO", "type": "double", "value": 0}],
       "dimensions": [{"id": 1, "symbol": "WIDTH", "value": 5}],
@@ -175,7 +175,7 @@ TEST_F(Regeneration, RelationsWeighTheirModel) {
       "relations": ["WIDTH = LEN", "BEFORE = PRO_MP_MASS", "RHO = material_param('PTC_MASS_DENSITY')"],
       "postRelations": ["AFTER = mp_mass(\"\") + mp_volume('')", "CENTRE = MP_CG_X('', '', '')"],
       "familyTable": {"items": [{"type": "parameter", "name": "LEN"}],
-        "instances": [{"name": "LONG", "values": {"LEN": 20}}]})");
+        "instances": [{"name": "LONG", "values": {"LEN": 20}}]})x");
   model("pair.asm.1", R"("parameters": [{"name": "M", "type": "double", "value": 0}],
       "postRelations": ["M = pro_mp_mass"], "components": [{"name": "BAR", "type": "prt", "feature": 1}])");
   const ProMdl bar = retrieve(L"BAR");
@@ -217,10 +217,10 @@ TEST_F(Regeneration, ASetHeedsUnitsAsItOrTheOptionSays) {
                {"", R"("unitSensitive": false,)", "", 50.8, 2},
                {"", "", "NO", 2, 2},
                {R"("unitSensitive": true,)", "", "no", 50.8, 2}};
-  int number = 0;
+  int count = 0;
   for (const auto& c : cases) {
     if (*c.option) ProConfigoptSet(L"relations_units_sensitive", text::fromUtf8(c.option));
-    const std::string name = "u" + std::to_string(++number);
+    const std::string name = "u" + std::to_string(++count);
     model(name + ".prt.1", std::string(c.members) + R"("parameters": [
         {"name": "LEN", "type": "double", "value": 2, "units": "in"}, {"name": "A", "type": "double", "value": 0},
         {"name": "B", "type": "double", "value": 0}], "relations": ["A = LEN"],

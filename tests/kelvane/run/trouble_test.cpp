@@ -8,6 +8,7 @@
 
 #include "headless/geometry/foreign_place.h"
 #include "headless/session.h"
+#include "kelvane/run/run_fixture.h"
 #include "os/files_wrapper.h"
 #include "os/lock.h"
 #include "os/surroundings.h"

@@ -160,9 +160,9 @@ TEST(MemberOrder, CopiesBreakUpsAndRenamesGiveTheSameAndLoseNothing) {
     EXPECT_EQ(given.at(given.contains(before) ? before : model), unknown(tree)) << file;
     compared.insert(file);
   }
-  for (const char* file : {"c_gearbox.asm.1", "r_gearbox.asm.5", "c_bolt_din933.prt.1", "bolt_m10x40.prt.1",
-                           "key_8x7x28.prt.1", "c_shaft_out.drw.1"})
-    EXPECT_TRUE(compared.contains(file)) << file << " of " << testing::PrintToString(compared);
+  for (const char* file : {"c_gearbox.asm.1", "r_gearbox.asm.5", "c_bolt_din933.prt.1", "bolt_m10x40.prt.2",
+                           "key_8x7x28.prt.2", "c_shaft_out.drw.1"})
+    EXPECT_TRUE(compared.contains(file)) << file;
   EXPECT_EQ(plain.size(), shuffled.size());
 }
 

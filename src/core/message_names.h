@@ -323,8 +323,8 @@ enum class Message : int {
   functionDriven,
   parameterDriven,
   replacementFaulty,
-  notCastToDouble,
-  notCastToInteger,
+  castToRealFailed,
+  castToIntegerFailed,
   editParameterName,
   replaceFormat,  // 320
   sheetBlanked,

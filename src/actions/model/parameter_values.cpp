@@ -84,7 +84,7 @@ std::optional<creo::ProParamvalue> convertedValue(const creo::ProParamvalue& val
 }
 
 Message noNumberMessage(ProParamvalueType type) {
-  return type == ProParamvalueType::integer ? Message::notCastToInteger : Message::notCastToDouble;
+  return type == ProParamvalueType::integer ? Message::castToIntegerFailed : Message::castToRealFailed;
 }
 
 bool namesTruth(std::wstring_view entry, bool state) {

@@ -18,7 +18,7 @@ ProError ProUITableRowsDelete(const std::string& dialog, const std::string& tabl
 // such a component.
 ProError ProUITableCellComponentCopy(const std::string& dialog, const std::string& table, const std::string& row,
                                      const std::string& column, const std::string& from, const std::string& name);
-// It fails where the cell has none: with ProNotFound where that is told.
+// ProGeneralError: the cell has none.
 ProError ProUITableCellComponentDelete(const std::string& dialog, const std::string& table, const std::string& row,
                                        const std::string& column);
 ProError ProUITableCellLabelSet(const std::string& dialog, const std::string& table, const std::string& row,
@@ -30,7 +30,7 @@ ProError ProUITableColumnLabelSet(const std::string& dialog, const std::string& 
 // width: in characters.
 ProError ProUITableColumnWidthSet(const std::string& dialog, const std::string& table, const std::string& column,
                                   int width);
-// Components of cells, by their names. One that isn't there fails: with ProNotFound where that is told.
+// Components of cells, by their names. ProGeneralError: it isn't there.
 ProError ProUITableLabelRemove(const std::string& dialog, const std::string& table, const std::string& label);
 ProError ProUITableCheckbuttonRemove(const std::string& dialog, const std::string& table, const std::string& button);
 // The rows that the user marked; an adapter leaves the columns of the marked cells out.

@@ -31,5 +31,7 @@ ProError ProUITreeTreeredrawSet(const std::string& dialog, const std::string& tr
 enum class ProUITreeEvent { expand, collapse, select, activate };
 ProError ProUITreeActionSet(const std::string& dialog, const std::string& tree, ProUITreeEvent event,
                             ProUIAction action);
+// In the action of expand or collapse: the node whose mark was touched. ProNotFound: none was yet, or it has gone.
+Got<std::string> ProUITreeTreeexpcolnodeGet(const std::string& dialog, const std::string& tree);
 
 }  // namespace creo

@@ -74,8 +74,9 @@ bool ModelRows::insert(const ModelRow& row) {
 }
 
 void ModelRows::copy(const std::string& row, const char* column, const char* from, const std::string& name) {
-  check(creo::ProUITableCellComponentCopy(dialog(), kModelTable, row, column, from, name),
-        L"ProUITableCellComponentCopy");
+  if (check(creo::ProUITableCellComponentCopy(dialog(), kModelTable, row, column, from, name),
+            L"ProUITableCellComponentCopy"))
+    components_.insert(name);
 }
 
 void ModelRows::fillCells(const ModelRow& row) {
@@ -115,22 +116,25 @@ void ModelRows::fillParameter(const ModelRow& row) {
 void ModelRows::showCheckOut(const std::string& row, const char* label) { copy(row, kCheckOut, label, row + "_wc"); }
 
 void ModelRows::removeCheckOut(const std::string& row) {
-  check(creo::ProUITableCellComponentDelete(dialog(), kModelTable, row, kCheckOut), L"ProUITableCellComponentDelete");
+  if (check(creo::ProUITableCellComponentDelete(dialog(), kModelTable, row, kCheckOut),
+            L"ProUITableCellComponentDelete"))
+    components_.erase(row + "_wc");
 }
 
 void ModelRows::clear() {
   names_.clear();
   const auto rows = creo::ProUITableRownamesGet(dialog(), kModelTable);
   if (!check(rows.error, L"ProUITableRownamesGet") || rows.value.empty()) return;
-  // A cell may be without its component: its copying failed, or the column isn't shown.
-  const auto removed = [this](creo::ProError result, std::wstring_view call) {
-    if (result != creo::ProNotFound) check(result, call);
+  // A cell may be without its component, which Creo doesn't tell from a failure: its copying failed, or the column
+  // isn't shown.
+  const auto remove = [this](auto* operation, const std::string& name, std::wstring_view call) {
+    if (components_.contains(name) && check(operation(dialog(), kModelTable, name), call)) components_.erase(name);
   };
   for (const std::string& row : rows.value) {
     for (const char* label : {"_type", "_wc"})
-      removed(creo::ProUITableLabelRemove(dialog(), kModelTable, row + label), L"ProUITableLabelRemove");
+      remove(&creo::ProUITableLabelRemove, row + label, L"ProUITableLabelRemove");
     for (const char* button : {"_cb", "_lock"})
-      removed(creo::ProUITableCheckbuttonRemove(dialog(), kModelTable, row + button), L"ProUITableCheckbuttonRemove");
+      remove(&creo::ProUITableCheckbuttonRemove, row + button, L"ProUITableCheckbuttonRemove");
   }
   check(creo::ProUITableRowsDelete(dialog(), kModelTable, rows.value), L"ProUITableRowsDelete");
 }

@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 #include "run/model_row.h"
 
@@ -20,7 +21,10 @@ class ModelRows {
   // Deletes all rows of the table with the components of their cells.
   void clear();
   // Forgets the names: the table has gone with its dialog.
-  void forget() { names_.clear(); }
+  void forget() {
+    names_.clear();
+    components_.clear();
+  }
 
   // A call of the dialog that failed is a line in Creo's message area, and the status until it is reset.
   bool check(creo::ProError result, std::wstring_view call);
@@ -33,6 +37,7 @@ class ModelRows {
   void copy(const std::string& row, const char* column, const char* from, const std::string& name);
 
   std::set<std::string, std::less<>> names_;
+  std::unordered_set<std::string> components_;  // that stand in cells
   creo::ProError status_ = creo::ProNoError;
 };
 

@@ -1,7 +1,9 @@
 #include "ui/log_tree.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "core/log.h"
 #include "core/messages.h"
@@ -35,13 +37,24 @@ void flip(const std::string& node) {
     ProUITreeNodeExpand(dialog(), kTree, node);
 }
 
-// Creo has opened or closed the node that was touched already: it is the first one and is flipped twice, so that it
-// stays as it is, while others that are selected with it follow.
+// Selecting and activating leave the first node as it is, which is flipped twice; others that are selected with it
+// flip.
 void flipSelected() {
   const auto selected = ProUITreeSelectednamesGet(dialog(), kTree);
   if (!selected || selected.value.empty()) return;
   for (const std::string& node : selected.value) flip(node);
   flip(selected.value.front());
+  ProUITreeTreeredrawSet(dialog(), kTree, true);
+}
+
+// A touch of a node's mark opens or closes nothing by itself. What is selected together with the node follows it.
+void openOrClose(ProError (*set)(const std::string&, const std::string&, const std::string&)) {
+  const auto touched = ProUITreeTreeexpcolnodeGet(dialog(), kTree);
+  if (!touched) return;
+  set(dialog(), kTree, touched.value);
+  const auto selected = ProUITreeSelectednamesGet(dialog(), kTree).value;
+  if (std::find(selected.begin(), selected.end(), touched.value) != selected.end())
+    for (const std::string& node : selected) set(dialog(), kTree, node);
   ProUITreeTreeredrawSet(dialog(), kTree, true);
 }
 
@@ -78,11 +91,15 @@ void prepareLogTree() {
   ProUITreeNodeExpand(dialog(), kTree, kRoot);
   ProUITreeAllnodesDeselect(dialog(), kTree);
   ProUITreeTreeredrawSet(dialog(), kTree, true);
-  for (const ProUITreeEvent event :
-       {ProUITreeEvent::expand, ProUITreeEvent::collapse, ProUITreeEvent::select, ProUITreeEvent::activate}) {
-    const auto set = [](const std::string&, const std::string&) { flipSelected(); };
-    if (ProUITreeActionSet(dialog(), kTree, event, set) != ProNoError) creoLog(L"<KVD> main - Error at set kvaneLogTT");
-  }
+  const std::pair<ProUITreeEvent, ProUIAction> actions[] = {
+      {ProUITreeEvent::expand, [](const std::string&, const std::string&) { openOrClose(&ProUITreeNodeExpand); }},
+      {ProUITreeEvent::collapse, [](const std::string&, const std::string&) { openOrClose(&ProUITreeNodeCollapse); }},
+      {ProUITreeEvent::select, [](const std::string&, const std::string&) { flipSelected(); }},
+      {ProUITreeEvent::activate, [](const std::string&, const std::string&) { flipSelected(); }},
+  };
+  for (const auto& [event, action] : actions)
+    if (ProUITreeActionSet(dialog(), kTree, event, action) != ProNoError)
+      creoLog(L"<KVD> main - Error at set kvaneLogTT");
 }
 
 void openNodesModel() {

@@ -133,8 +133,12 @@ TEST_F(SideDialogs, TheLogTreeOpensTheModelOfANodeAndKeepsWhatAPersonUnfolds) {
   ASSERT_FALSE(heading.empty()) << world.log();
 
   using enum ProUITreeEvent;
-  ASSERT_EQ(ProNoError, ui().onNode(kMain, "kvaneLogTT", heading, select));
+  // A touch of the mark needn't select its node.
+  ASSERT_EQ(ProNoError, ui().onNode(kMain, "kvaneLogTT", "kvanen0", select));
   ASSERT_EQ(ProNoError, ui().onNode(kMain, "kvaneLogTT", heading, expand));
+  EXPECT_TRUE(ProUITreeNodeIsExpanded(kMain, "kvaneLogTT", heading).value);
+  EXPECT_FALSE(ProUITreeNodeIsExpanded(kMain, "kvaneLogTT", "kvanen0").value);
+  for (const ProUITreeEvent event : {select, activate}) ui().onNode(kMain, "kvaneLogTT", heading, event);
   EXPECT_TRUE(ProUITreeNodeIsExpanded(kMain, "kvaneLogTT", heading).value);
   ASSERT_EQ(ProNoError, ui().onNode(kMain, "kvaneLogTT", heading, collapse));
   EXPECT_FALSE(ProUITreeNodeIsExpanded(kMain, "kvaneLogTT", heading).value);

@@ -32,11 +32,25 @@ Got<std::wstring> ProMessageToBuffer(const std::wstring& file, const std::string
   });
 }
 
+namespace {
+
+// What a dialog shows of a text: "&&" is "&", and a single one marks a letter.
+std::wstring shownText(std::wstring_view text) {
+  std::wstring shown;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == L'&' && ++i == text.size()) break;
+    shown += text[i];
+  }
+  return shown;
+}
+
+}  // namespace
+
 Got<int> ProUIMessageDialogDisplay(const std::wstring& title, const std::wstring& text,
                                    const std::vector<std::wstring>& buttons) {
   return operation("ProUIMessageDialogDisplay", [&](State& state) -> Got<int> {
     if (buttons.empty()) return ProBadInputs;
-    const int pressed = headless::messageDialog(state, {{}, title, text, buttons});
+    const int pressed = headless::messageDialog(state, {{}, title, shownText(text), buttons});
     if (pressed < 0 || pressed >= static_cast<int>(buttons.size())) return ProBadInputs;
     return pressed;
   });

@@ -113,4 +113,13 @@ ProError ProUITreeActionSet(const std::string& dialog, const std::string& tree, 
   });
 }
 
+Got<std::string> ProUITreeTreeexpcolnodeGet(const std::string& dialog, const std::string& tree) {
+  return ask<std::string>("ProUITreeTreeexpcolnodeGet", dialog, tree, Kind::tree,
+                          [](const Component& c) -> Got<std::string> {
+                            const std::string& touched = c.treeContent().touched;
+                            if (!c.tree().find(touched)) return ProNotFound;
+                            return touched;
+                          });
+}
+
 }  // namespace creo

@@ -57,6 +57,7 @@ struct TreeContent {
   explicit TreeContent(std::vector<Tree::Type> types) : tree(std::move(types)) {}
   Tree tree;
   std::array<Action, 4> actions;  // by ProUITreeEvent
+  std::string touched;            // the node whose mark was touched last; empty: none yet
 };
 
 struct Component {

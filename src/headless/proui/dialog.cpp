@@ -127,7 +127,7 @@ creo::ProError Dialog::copyIntoCell(Cell& cell, std::string_view from, const std
 
 creo::ProError Dialog::remove(std::string_view component, Kind kind) {
   const auto found = components_.find(component);
-  if (found == components_.end()) return creo::ProNotFound;
+  if (found == components_.end()) return creo::ProGeneralError;
   if (found->second.kind != kind || !found->second.copied) return creo::ProBadInputs;
   if (found->second.cell) found->second.cell->component = nullptr;
   std::erase(overlays_, component);
@@ -136,7 +136,7 @@ creo::ProError Dialog::remove(std::string_view component, Kind kind) {
 }
 
 creo::ProError Dialog::removeFromCell(Cell& cell) {
-  if (!cell.component) return creo::ProNotFound;
+  if (!cell.component) return creo::ProGeneralError;
   return remove(cell.component->first, cell.component->second.kind);
 }
 

@@ -85,10 +85,8 @@ creo::ProError Ui::onNode(const std::string& dialog, const std::string& tree, co
   if (!touched) return creo::ProNotFound;
   switch (event) {
     case creo::ProUITreeEvent::expand:
-      touched->expanded = true;
-      break;
     case creo::ProUITreeEvent::collapse:
-      touched->expanded = false;
+      found.value->treeContent().touched = node;
       break;
     case creo::ProUITreeEvent::select:
     case creo::ProUITreeEvent::activate:

@@ -40,7 +40,8 @@ class Ui {
   // By the window's cross; without a close action nothing happens.
   creo::ProError close(const std::string& dialog);
   creo::ProError selectRows(const std::string& dialog, const std::string& table, const std::vector<std::string>& rows);
-  // Opens or closes a tree's node, selects it alone, or activates it (a double click); then the tree's action runs.
+  // Touches the mark that opens or closes a tree's node, selects the node alone, or activates it (a double click); then
+  // the tree's action runs. The mark itself opens and closes nothing: the action does.
   creo::ProError onNode(const std::string& dialog, const std::string& tree, const std::string& node,
                         creo::ProUITreeEvent event);
 

@@ -117,9 +117,16 @@ TEST_F(UiPerson, NodesReactByTheirEvent) {
   ProUITreeNodeAdd(kRunner, tree, "", "root", L"Log", "kvaneParent");
   ProUITreeNodeAdd(kRunner, tree, "root", "n0", L"step", "kvaneChildChk");
   ProUITreeActionSet(kRunner, tree, ProUITreeEvent::select, note());
+  EXPECT_EQ(ProNotFound, ProUITreeTreeexpcolnodeGet(kRunner, tree).error);
   EXPECT_EQ(ProNoError, ui().onNode(kRunner, tree, "root", ProUITreeEvent::expand));
-  EXPECT_TRUE(ProUITreeNodeIsExpanded(kRunner, tree, "root").value);
+  EXPECT_FALSE(ProUITreeNodeIsExpanded(kRunner, tree, "root").value) << "without an action nothing opens";
   EXPECT_EQ("", taken());
+  ProUITreeActionSet(kRunner, tree, ProUITreeEvent::expand,
+                     [](const std::string& dialog, const std::string& component) {
+                       ProUITreeNodeExpand(dialog, component, ProUITreeTreeexpcolnodeGet(dialog, component).value);
+                     });
+  ui().onNode(kRunner, tree, "root", ProUITreeEvent::expand);
+  EXPECT_TRUE(ProUITreeNodeIsExpanded(kRunner, tree, "root").value);
   ui().onNode(kRunner, tree, "root", ProUITreeEvent::select);
   ui().onNode(kRunner, tree, "n0", ProUITreeEvent::select);
   EXPECT_EQ("kvanerunner/kvaneLogTT kvanerunner/kvaneLogTT ", taken());
@@ -173,9 +180,9 @@ TEST_F(UiPerson, MessageDialogsTakeTheAnswersButton) {
   ui().answerQuestions([&](const Question&) { return answer; });
   EXPECT_EQ(1, ProUIMessageDialogDisplay(L"Warning", L"Sure?", buttons).value);
   answer = 2;  // there is no third button
-  EXPECT_EQ(0, ProUIMessageDialogDisplay(L"Warning", L"Sure?", buttons).value);
+  EXPECT_EQ(0, ProUIMessageDialogDisplay(L"Warning", L"S&ure && s&&&&fe?&", buttons).value);
   EXPECT_EQ(ProBadInputs, ProUIMessageDialogDisplay(L"Warning", L"Sure?", {}).error);
-  EXPECT_EQ(L"Sure?", ui().questions().back().text);
+  EXPECT_EQ(L"Sure & s&&fe?", ui().questions().back().text) << "a doubled one is shown, another marks a letter";
 }
 
 TEST_F(UiPerson, ActionsMayDestroyTheirDialog) {

@@ -87,10 +87,11 @@ TEST_F(UiTable, CellsHoldOneComponentEach) {
   EXPECT_EQ(ProBadInputs, ProUITableLabelRemove(kRunner, kTable, "A.PRT_cb"));
   EXPECT_EQ(ProBadInputs, ProUITableLabelRemove(kRunner, kTable, "kvaneLogLbl"));  // none of the table's
   EXPECT_EQ(ProNoError, ProUITableLabelRemove(kRunner, kTable, "A.PRT_wc"));
-  EXPECT_EQ(ProNotFound, ProUITableCellComponentDelete(kRunner, kTable, "A.PRT", "6"));
+  EXPECT_EQ(ProGeneralError, ProUITableCellComponentDelete(kRunner, kTable, "A.PRT", "6"));
   EXPECT_EQ(ProNoError, copy("A.PRT", "6", "kvaneWCLbl", "A.PRT_wc"));
   EXPECT_EQ(ProNoError, ProUITableCellComponentDelete(kRunner, kTable, "A.PRT", "6"));
-  EXPECT_EQ(ProNotFound, ProUITableLabelRemove(kRunner, kTable, "A.PRT_wc"));
+  for (const auto remove : {&ProUITableLabelRemove, &ProUITableCheckbuttonRemove})
+    EXPECT_EQ(ProGeneralError, remove(kRunner, kTable, "A.PRT_wc"));
 }
 
 TEST_F(UiTable, ComponentsOutliveTheirRow) {

@@ -14,8 +14,7 @@ using ProUIAction = std::function<void(const std::string& dialog, const std::str
 enum class ProUIDialogTrait { modeless, keepsLayout, keepsPosition, keepsSize, resizable };
 
 // The resource, its file and the dialog in it have one name, in the same case; the dialog's own name is free, but none
-// of Creo's. ProExists: a dialog of that name is created; ProNotFound: no such resource. An adapter may have
-// ProGeneralError alone, for these and for what is no resource.
+// of Creo's. ProGeneralError: a dialog of that name is created, there is no such resource, or it is none.
 ProError ProUIDialogCreate(const std::string& dialog, const std::string& resource);
 ProError ProUIDialogTraitSet(const std::string& dialog, ProUIDialogTrait trait, bool on);
 // Takes it out of memory, also while it is shown.

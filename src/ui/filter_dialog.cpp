@@ -1,5 +1,6 @@
 #include "ui/filter_dialog.h"
 
+#include "core/dialogs.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUI.h"
@@ -26,7 +27,7 @@ void leave(const std::string& dialog, const std::string&) { creo::ProUIDialogExi
 }  // namespace
 
 void createFilterDialog() {
-  if (creo::ProUIDialogCreate(kDialog, kDialog)) {
+  if (core::createDialog(kDialog, kDialog)) {
     core::creoLog(L"<KVD> main - Error at create kvanefilter");
     return;
   }

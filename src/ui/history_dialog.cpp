@@ -1,5 +1,6 @@
 #include "ui/history_dialog.h"
 
+#include "core/dialogs.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProUITable.h"
@@ -23,17 +24,14 @@ void leave(const std::string&, const std::string&) {
 void openHistoryDialog() {
   const auto rows = creo::ProUITableSelectednamesGet(core::pluginState().dialogName, run::kModelTable);
   if (!rows || rows.value.empty()) return;
-  const creo::ProError created = creo::ProUIDialogCreate(kDialog, kDialog);
-  if (created != creo::ProNoError && created != creo::ProExists) {
+  if (core::createDialog(kDialog, kDialog)) {
     core::creoLog(L"<KVD> main - Error at open kvanehistory");
     return;
   }
   if (creo::ProUITextareaValueSet(kDialog, kText, run::historyText(rows.value.front())) ||
       creo::ProUIPushbuttonActivateActionSet(kDialog, kOk, &leave) || creo::ProUIDialogCloseActionSet(kDialog, &leave))
     core::creoLog(L"<KVD> main - Error at fill kvanehistory");
-  // One that stands open already shows the new text.
-  if (created == creo::ProNoError && !creo::ProUIDialogActivate(kDialog))
-    core::creoLog(L"<KVD> main - Error at open kvanehistory");
+  if (!creo::ProUIDialogActivate(kDialog)) core::creoLog(L"<KVD> main - Error at open kvanehistory");
 }
 
 }  // namespace ui

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/config.h"
+#include "core/dialogs.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -142,9 +143,7 @@ ProError connect() {
 }  // namespace
 
 void openInfoDialog() {
-  const ProError created = ProUIDialogCreate(kDialog, kDialog);
-  if (created == ProExists) return void(ProUIDialogShow(kDialog));
-  if (!isDone(1, created)) return;
+  if (!isDone(1, core::createDialog(kDialog, kDialog))) return;
   isDone(2, fill());
   // One that nothing closes would block Creo.
   if (isDone(3, connect())) isDone(4, ProUIDialogActivate(kDialog).error);

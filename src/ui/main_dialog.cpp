@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/dialogs.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -68,11 +69,10 @@ void repaintCreo() {
   ProMacroLoad(L"~ Command `ProCmdViewRepaint`;");
 }
 
-// False without its resource; one that was left standing is taken over.
+// False without its resource.
 bool createDialog() {
   creoProgress(L"<KVD> create dialog");
-  const ProError created = ProUIDialogCreate(dialog(), kDialog);
-  if (created != ProNoError && created != ProExists) return false;
+  if (core::createDialog(dialog(), kDialog) != ProNoError) return false;
   for (const ProUIDialogTrait trait :
        {ProUIDialogTrait::modeless, ProUIDialogTrait::keepsLayout, ProUIDialogTrait::keepsPosition,
         ProUIDialogTrait::keepsSize, ProUIDialogTrait::resizable}) {

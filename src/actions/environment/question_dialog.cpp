@@ -1,5 +1,6 @@
 #include "actions/environment/question_dialog.h"
 
+#include "core/dialogs.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -194,7 +195,7 @@ void askByDialog(const Task& task, QuestionKind kind) {
     if (kind == QuestionKind::description) return core::logIndented(line, core::kError, 1);
     fail(task, line);
   };
-  if (creo::ProUIDialogCreate(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
+  if (core::createDialog(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
   const Pending pending = std::make_shared<const Task*>(&task);
   const DialogGuard guard(pending);
   if (!hideInputs() || !showInput(task, kind) || !setActions(pending))

@@ -9,13 +9,12 @@ Operations dialogOperations() {
       {.name = "ProUIDialogCreate",
        .header = "ProUI.h",
        .shape = "dialog, resource ->",
-       .codes = {ProGeneralError, ProBadInputs, ProNotFound, ProExists},
+       .codes = {ProGeneralError, ProBadInputs},
        .source = Source::page,
        .documented = "Loads a dialog from its resource file. The resource, its file and the dialog inside it have one "
                      "name, in the same case; the name in the session is free. It only fails or not: a name that is "
                      "in use has no code of its own.",
-       .ours = "ProExists for a name that is in use, ProNotFound for a lacking resource.",
-       .verdict = Verdict::differs,
+       .verdict = Verdict::same,
        .test = "UiCreation.LanguageFolderWinsAndDamageIsAMessage"},
       {.name = "ProUIDialogTraitSet",
        .header = "ProUI.h",

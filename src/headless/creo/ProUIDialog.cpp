@@ -35,10 +35,14 @@ ProError ProUIDialogCreate(const std::string& dialog, const std::string& resourc
   return operation("ProUIDialogCreate", [&](State& state) -> ProError {
     auto& dialogs = state.ui.state().dialogs;
     if (dialog.empty()) return ProBadInputs;
-    if (dialogs.contains(dialog)) return ProExists;
+    if (dialogs.contains(dialog)) return ProGeneralError;
     const std::string& language = state.options.language;
     const std::wstring path = headless::findResource(state.options.textFolder, language, resource + ".json");
-    if (path.empty()) return ProNotFound;
+    if (path.empty()) {
+      state.showMessage(
+          text::format(L"dialog '%s': there is no resource '%s'", text::fromUtf8(dialog), text::fromUtf8(resource)));
+      return ProGeneralError;
+    }
     const auto content = os::files().read(path);
     if (!content) {
       state.showMessage(headless::cantRead(path, content.error));

@@ -11,18 +11,21 @@ using State = headless::Session::State;
 
 namespace {
 
-// A text of the message file by its key; the key itself where there is none.
-std::wstring shownText(State& state, const std::wstring& file, const std::string& key) {
+// A text of the message file by its key. ProNotFound: no such file or key.
+Got<std::wstring> shownText(State& state, const std::wstring& file, const std::string& key) {
   const std::wstring* found = state.messageFiles.find(file, text::fromUtf8(key));
-  return found ? *found : text::fromUtf8(key);
+  if (!found) return ProNotFound;
+  return *found;
 }
 
 }  // namespace
 
 ProError ProMenubarMenuAdd(const std::string& menu, const std::string& labelKey, const std::string& /*before*/,
                            const std::wstring& messageFile) {
-  return operation("ProMenubarMenuAdd",
-                   [&](State& state) { return state.menu.addMenu(menu, shownText(state, messageFile, labelKey)); });
+  return operation("ProMenubarMenuAdd", [&](State& state) -> ProError {
+    const auto label = shownText(state, messageFile, labelKey);
+    return label ? state.menu.addMenu(menu, label.value) : label.error;
+  });
 }
 
 Got<ProCommand> ProCmdActionAdd(const std::string& name, std::function<void()> action, std::function<int()> access) {
@@ -34,21 +37,25 @@ Got<ProCommand> ProCmdActionAdd(const std::string& name, std::function<void()> a
 
 ProError ProMenubarmenuPushbuttonAdd(const std::string& menu, const std::string& button, const std::string& labelKey,
                                      const std::string& helpKey, const std::wstring& messageFile, ProCommand command) {
-  return operation("ProMenubarmenuPushbuttonAdd", [&](State& state) {
+  return operation("ProMenubarmenuPushbuttonAdd", [&](State& state) -> ProError {
+    const auto label = shownText(state, messageFile, labelKey), help = shownText(state, messageFile, helpKey);
+    if (!label || !help) return ProNotFound;
     headless::MenuButton made;
     made.menu = menu;
     made.name = button;
-    made.label = shownText(state, messageFile, labelKey);
-    made.help = shownText(state, messageFile, helpKey);
+    made.label = label.value;
+    made.help = help.value;
     return state.menu.addButton(made, command);
   });
 }
 
-ProError ProCmdDesignate(ProCommand command, const std::string& /*labelKey*/, const std::string& /*helpKey*/,
-                         const std::string& /*descriptionKey*/, const std::wstring& /*messageFile*/) {
+ProError ProCmdDesignate(ProCommand command, const std::string& labelKey, const std::string& helpKey,
+                         const std::string& descriptionKey, const std::wstring& messageFile) {
   return operation("ProCmdDesignate", [&](State& state) -> ProError {
     headless::Command* known = state.menu.command(command);
     if (!known) return ProBadInputs;
+    for (const std::string& key : {labelKey, helpKey, descriptionKey})
+      if (!shownText(state, messageFile, key)) return ProNotFound;
     known->inMenu = true;
     return ProNoError;
   });

@@ -121,7 +121,7 @@ struct MacroRun {
       if (text::trimmed(line).starts_with(L'!')) continue;
       for (std::wstring& step : macroSteps(line)) steps.push_back({std::move(step), depth + 1});
     }
-    macros.steps_.insert(macros.steps_.begin(), std::move_iterator(steps.begin()), std::move_iterator(steps.end()));
+    macros.putOnTop(std::move(steps));
   }
   void openTrailDialog() const { macros.trailDialog_ = {true, {}}; }
 
@@ -182,8 +182,14 @@ std::vector<std::wstring> macroSteps(std::wstring_view text) {
   return steps;
 }
 
+void Macros::putOnTop(std::vector<Waiting> steps) {
+  steps_.insert(steps_.begin(), std::move_iterator(steps.begin()), std::move_iterator(steps.end()));
+}
+
 void Macros::load(std::wstring_view text) {
-  for (std::wstring& step : macroSteps(text)) steps_.push_back({std::move(step)});
+  std::vector<Waiting> loaded;
+  for (std::wstring& step : macroSteps(text)) loaded.push_back({std::move(step)});
+  putOnTop(std::move(loaded));
 }
 
 void Macros::runStep(const MacroContext& context) {

@@ -18,6 +18,7 @@ std::vector<std::wstring> macroSteps(std::wstring_view text);
 
 class Macros {
  public:
+  // Its steps come before all that waits: the macro that was loaded last runs first.
   void load(std::wstring_view text);
   [[nodiscard]] bool waiting() const { return !steps_.empty(); }
   // Runs one waiting step. Steps that wait behind a million others without a pause are dropped, with a line: a trail
@@ -37,6 +38,7 @@ class Macros {
     std::wstring step;
     int depth = 0;  // 0: of a macro; 1: of a trail file that one opened; ...
   };
+  void putOnTop(std::vector<Waiting> steps);
   std::deque<Waiting> steps_;
   int withoutPause_ = 0;  // steps that ran since nothing was waiting
   // The dialog that opens a trail file.

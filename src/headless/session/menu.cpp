@@ -8,13 +8,15 @@ creo::ProError Menu::addMenu(const std::string& menu, const std::wstring& label)
   return menus_.try_emplace(menu, label).second ? creo::ProNoError : creo::ProExists;
 }
 
-creo::ProCommand Menu::addCommand(const std::string& name, std::function<void()> action, std::function<int()> access) {
-  const auto [at, fresh] = byName_.try_emplace(name, static_cast<int>(commands_.size()) + 1);
-  if (fresh) commands_.emplace_back().name = name;
-  Command& command = commands_[static_cast<std::size_t>(at->second - 1)];
+creo::Got<creo::ProCommand> Menu::addCommand(const std::string& name, std::function<void()> action,
+                                             std::function<int()> access) {
+  const int number = static_cast<int>(commands_.size()) + 1;
+  if (!byName_.try_emplace(name, number).second) return creo::ProExists;
+  Command& command = commands_.emplace_back();
+  command.name = name;
   command.action = std::move(action);
   command.access = std::move(access);
-  return {at->second};
+  return creo::ProCommand{number};
 }
 
 creo::ProError Menu::addButton(const MenuButton& button, creo::ProCommand command) {
@@ -24,7 +26,7 @@ creo::ProError Menu::addButton(const MenuButton& button, creo::ProCommand comman
   const bool known = std::any_of(buttons_.begin(), buttons_.end(), [&](const MenuButton& entry) {
     return entry.menu == button.menu && entry.name == button.name;
   });
-  if (known) return creo::ProExists;
+  if (known) return creo::ProNoError;
   behind->inMenu = true;
   buttons_.push_back(button);
   buttons_.back().menuLabel = menu->second;

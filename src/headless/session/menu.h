@@ -27,9 +27,10 @@ struct MenuButton {
 class Menu {
  public:
   creo::ProError addMenu(const std::string& menu, const std::wstring& label);
-  // A command of that name gets the new action.
-  creo::ProCommand addCommand(const std::string& name, std::function<void()> action, std::function<int()> access);
-  // Of `button` the menu, its own name and its texts are taken.
+  // ProExists: there is a command of that name, which keeps its action.
+  creo::Got<creo::ProCommand> addCommand(const std::string& name, std::function<void()> action,
+                                         std::function<int()> access);
+  // Of `button` the menu, its own name and its texts are taken. One that is there stays as it is.
   creo::ProError addButton(const MenuButton& button, creo::ProCommand command);
   // Null: there is none.
   Command* command(creo::ProCommand command);

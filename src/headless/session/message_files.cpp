@@ -7,10 +7,10 @@
 namespace headless {
 namespace {
 
-// A text may begin with the class of its message, as "%CI".
-std::wstring withoutClass(std::wstring_view text) {
-  if (text.starts_with(L"%C") && text.size() > 2) text.remove_prefix(3);
-  return std::wstring(text);
+// The mark of a message's class may stand before its key, as "%CI", and is no part of it.
+std::wstring withoutClass(std::wstring_view key) {
+  if (key.starts_with(L"%C") && key.size() > 2) key.remove_prefix(3);
+  return std::wstring(text::trimmed(key));
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ MessageFiles::Texts MessageFiles::read(const std::wstring& file) const {
   const auto lines = text::lines(content.value);
   for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
     if (lines[i].empty() || lines[i].starts_with(L'#')) continue;
-    texts.try_emplace(std::wstring(text::trimmed(lines[i])), withoutClass(lines[i + 1]));
+    texts.try_emplace(withoutClass(text::trimmed(lines[i])), lines[i + 1]);
     i += 3;
   }
   return texts;

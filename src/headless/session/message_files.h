@@ -1,4 +1,5 @@
-// Message files of the application: four lines a message, the key, the text, and two that begin with "#".
+// Message files of the application: four lines a message, the key behind the mark of its class, the text, and two that
+// begin with "#".
 #pragma once
 
 #include <map>

@@ -10,6 +10,7 @@
 #include "headless/macros/macros.h"
 #include "headless/model/models.h"
 #include "headless/proui/ui.h"
+#include "headless/session/menu.h"
 #include "headless/session/options.h"
 #include "headless/session_fixture.h"
 
@@ -258,6 +259,13 @@ TEST_F(SessionOfModels, KnownStepsActAndOthersAreReportedOnce) {
   EXPECT_EQ((std::vector<std::wstring>{L"~ Trail", L"~ Command `ProCmdOther`"}), session().unknownSteps());
   EXPECT_EQ("unknown macro step: ~ Trail\nunknown macro step: ~ Command `ProCmdOther`\n", messages());
   EXPECT_EQ(8u, session().ranSteps().size());
+
+  ProMacroLoad(L"~ Trail `first`;~ Trail `second`");
+  ProMacroLoad(L"~ Trail `third`");
+  ProMacroExecute();
+  EXPECT_EQ((std::vector<std::wstring>{L"~ Trail `third`", L"~ Trail `first`", L"~ Trail `second`"}),
+            std::vector<std::wstring>(session().ranSteps().end() - 3, session().ranSteps().end()))
+      << "the macro that was loaded last runs first";
 }
 
 TEST_F(SessionOfModels, ArrangedFaultsAndCounts) {
@@ -303,8 +311,13 @@ TEST_F(SessionOfModels, ObserversSeeOperationsWithTheirResults) {
 }
 
 TEST_F(SessionOfModels, CommandsOfTheMenu) {
+  std::string texts;
+  for (const char* key : {"KVD Menu", "l", "h", "d"}) texts += std::string(key) + "\r\ntext\r\n#\r\n#\r\n";
+  write("text/usascii/kvusermsg.txt", texts);
   session();
   int runs = 0, access = kCommandAvailable;
+  EXPECT_EQ(ProNotFound, ProMenubarMenuAdd("Menu", "KVD None", "Info", L"kvusermsg.txt"));
+  EXPECT_EQ(ProNotFound, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"none.txt"));
   EXPECT_EQ(ProNoError, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"kvusermsg.txt"));
   EXPECT_EQ(ProExists, ProMenubarMenuAdd("Menu", "KVD Menu", "Info", L"kvusermsg.txt"));
   const ProCommand start = ProCmdActionAdd(
@@ -314,7 +327,13 @@ TEST_F(SessionOfModels, CommandsOfTheMenu) {
                              "Bad", [] { throw std::runtime_error("no"); }, nullptr)
                              .value;
   EXPECT_EQ(ProNotFound, ProMenubarmenuPushbuttonAdd("Other", "b", "l", "h", L"kvusermsg.txt", start));
+  EXPECT_EQ(ProNotFound, ProMenubarmenuPushbuttonAdd("Menu", "b", "l", "none", L"kvusermsg.txt", start));
   EXPECT_EQ(ProNoError, ProMenubarmenuPushbuttonAdd("Menu", "b", "l", "h", L"kvusermsg.txt", start));
+  EXPECT_EQ(ProNoError, ProMenubarmenuPushbuttonAdd("Menu", "b", "h", "h", L"kvusermsg.txt", bad));
+  ASSERT_EQ(1U, session().menu().buttons().size()) << "the second call is passed over";
+  EXPECT_EQ("Start", session().menu().buttons().front().command);
+  EXPECT_EQ(ProExists, ProCmdActionAdd("Start", nullptr, nullptr).error);
+  EXPECT_EQ(ProNotFound, ProCmdDesignate(bad, "l", "h", "none", L"kvusermsg.txt"));
   EXPECT_EQ(ProNoError, ProCmdDesignate(bad, "l", "h", "d", L"kvusermsg.txt"));
   ProCmdActionAdd("Hidden", nullptr, nullptr);
   EXPECT_EQ(ProBadInputs, ProCmdDesignate(ProCommand{99}, "l", "h", "d", L"kvusermsg.txt"));
@@ -331,11 +350,11 @@ TEST_F(SessionOfModels, CommandsOfTheMenu) {
 }
 
 TEST_F(SessionOfModels, MessageFilesAndSettings) {
-  write("text/usascii/kvusermsg.txt", "KVD Line\r\n%CIsaid %0s\r\n#\r\n#\r\nKVD Two\r\nzwei\r\n#\r\n#\r\n");
+  write("text/usascii/kvusermsg.txt", "%CIKVD Line\r\n%CIsaid %0s\r\n#\r\n#\r\nKVD Two\r\nzwei\r\n#\r\n#\r\n");
   write("config.pro", "! comment\nsearch_path d:\\a\n\nSEARCH_PATH   d:\\b c  \nbare\n");
   session();
   EXPECT_EQ(ProNoError, ProMessageDisplay(L"kvusermsg.txt", "KVD Line", L"100% ä"));
-  EXPECT_EQ("said 100% ä\n", messages());
+  EXPECT_EQ("%CIsaid 100% ä\n", messages()) << "the mark of a class stands before the key";
   EXPECT_EQ(L"zwei", ProMessageToBuffer(L"kvusermsg.txt", "KVD Two").value);
   EXPECT_EQ(ProNotFound, ProMessageToBuffer(L"kvusermsg.txt", "zwei").error);
   EXPECT_EQ(ProNotFound, ProMessageDisplay(L"none.txt", "KVD Two", L""));

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "creo/ProAsmcomppath.h"
 #include "creo/ProState.h"
 
 namespace creo {
@@ -36,15 +37,6 @@ struct ProSimprepItemAction {
 // ProBadInputs: no action of Creo's, or a substitution with another action than `substitute`, or that one without any.
 Got<ProSimprepItemAction> ProSimprepActionInit(ProSimprepAction type,
                                                const std::optional<ProSubstitution>& substitution);
-
-// The way from an assembly to a component: ids of component features, from the top down. Whether they are looked for
-// before the data is set is the session's affair.
-struct ProAsmcomppath {
-  ProMdl assembly;
-  std::vector<int> components;
-};
-// ProBadInputs: no such component in the assembly.
-Got<ProAsmcomppath> ProAsmcomppathInit(ProMdl assembly, const std::vector<int>& components);
 
 // What a representation does with one feature, which is a component: other features aren't supported.
 struct ProSimprepdataitem {

@@ -72,22 +72,26 @@ class SolidGuard {
   bool changed_ = false;
 };
 
-// Remembers what is selected; the destructor selects it again, in its order.
+// Remembers what is selected; back() and the destructor select it again, in its order.
 class SelectionGuard {
  public:
-  SelectionGuard() : saved_(ProSelbufferSelectionsGet()) {}
-  ~SelectionGuard() {
-    if (!saved_) return;
-    ProSelbufferClear();
-    for (const ProSelection& selection : saved_.value) ProSelbufferSelectionAdd(selection);
-  }
+  SelectionGuard() : saved_(ProSelbufferSelectionsGet()), open_(static_cast<bool>(saved_)) {}
+  ~SelectionGuard() { back(); }
   SelectionGuard(const SelectionGuard&) = delete;
   SelectionGuard& operator=(const SelectionGuard&) = delete;
+  // False: something couldn't be selected again, as what doesn't belong to the current model.
+  bool back() {
+    if (!std::exchange(open_, false)) return true;
+    bool all = ProSelbufferClear() == ProNoError;
+    for (const ProSelection& selection : saved_.value) all = ProSelbufferSelectionAdd(selection) == ProNoError && all;
+    return all;
+  }
   // ProNotFound: nothing was selected.
   [[nodiscard]] const Got<std::vector<ProSelection>>& saved() const { return saved_; }
 
  private:
   Got<std::vector<ProSelection>> saved_;
+  bool open_;
 };
 
 // Remembers the values of an option; change() leaves it with one alone; back() and the destructor give it back all that

@@ -69,7 +69,8 @@ creo::Got<creo::ProMdl> ModelFacts::findSelected() {
   const auto type = creo::ProMdlTypeGet(item.value.owner);
   if (!type || !isPartOrAssembly(type.value)) return creo::ProNotFound;
   const auto path = creo::ProSelectionAsmcomppathGet(first);
-  return path ? creo::ProAsmcomppathMdlGet(path.value) : creo::Got<creo::ProMdl>(path.error);
+  if (!path || path.value.components.empty()) return creo::ProNotFound;
+  return creo::ProAsmcomppathMdlGet(path.value);
 }
 
 // ---- values

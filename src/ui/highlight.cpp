@@ -26,37 +26,39 @@ using Wanted = std::set<std::pair<std::wstring, ProMdlType>>;  // names in upper
 
 class Search {
  public:
-  explicit Search(const Wanted& wanted) : wanted_(wanted) {}
+  Search(const Wanted& wanted, ProMdl top) : wanted_(wanted), path_{top, {}} {}
 
-  // path: from the top assembly's component down to `assembly`.
-  void look(ProMdl assembly, std::vector<ProMdl>& path) {
+  void look() { look(path_.assembly); }
+
+ private:
+  void look(ProMdl assembly) {
     if (!inside_.insert(assembly).second) return;  // an assembly inside itself
     ProSolidFeatVisit(assembly, [&](const ProFeature& feature) {
-      if (ProFeatureTypeGet(feature).value == kComponentFeature) take(feature, path);
+      if (ProFeatureTypeGet(feature).value == kComponentFeature) take(feature);
       return ProNoError;
     });
     inside_.erase(assembly);
   }
 
- private:
-  void take(const ProFeature& component, std::vector<ProMdl>& path) {
+  void take(const ProFeature& component) {
     const auto model = ProAsmcompMdlGet(component);
     if (!model) return;
     const ProMdlType type = ProMdlTypeGet(model.value).value;
-    path.push_back(model.value);
-    if (wanted_.contains({text::upper(ProMdlNameGet(model.value).value), type})) show(model.value, path);
-    if (type == ProMdlType::assembly) look(model.value, path);
-    path.pop_back();
+    path_.components.push_back(component.id);
+    if (wanted_.contains({text::upper(ProMdlNameGet(model.value).value), type})) show(model.value);
+    if (type == ProMdlType::assembly) look(model.value);
+    path_.components.pop_back();
   }
 
-  static void show(ProMdl model, const std::vector<ProMdl>& path) {
+  void show(ProMdl model) const {
     const auto item = ProMdlToModelitem(model);
     if (!item) return;
-    const ProSelection selection{item.value, path};
+    const ProSelection selection{item.value, path_};
     if (ProSelbufferSelectionAdd(selection) == ProNoError) ProSelectionHighlight(selection, kColor);
   }
 
   const Wanted& wanted_;
+  ProAsmcomppath path_;  // from the top down to where the search is
   std::set<ProMdl> inside_;
 };
 
@@ -68,8 +70,7 @@ void highlightModels(const std::vector<std::string>& rows) {
   Wanted wanted;
   for (const std::string& row : rows) wanted.emplace(text::upper(run::rowModelName(row)), run::rowType(row));
   ProSelbufferClear();
-  std::vector<ProMdl> path;
-  Search(wanted).look(current.value, path);
+  Search(wanted, current.value).look();
 }
 
 void highlightMarkedRows() {

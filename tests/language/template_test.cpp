@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/state.h"
+#include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "creo/ProParameter.h"
 #include "language/user_variables.h"
@@ -106,16 +107,25 @@ TEST_F(Templates, AskTheModel) {
 TEST_F(Templates, AskTheSelection) {
   const std::wstring text = L"@selmdln@|@selfilename@|@selmdlpath@|@mdlno@@fileversion@|@mdln@";
   const creo::ProModelitem component{creo::ProItemType::model, 0, plate, {}};
+  creo::ProAsmcomppath path{frame, {}};
+  creo::ProSolidFeatVisit(frame, [&](const creo::ProFeature& feature) {
+    path.components = {feature.id};
+    return creo::ProNoError;
+  });
+  creo::ProAsmcomppath gone = path;
+  gone.components.push_back(7);
   const struct {
     std::vector<creo::ProSelection> selections;
     std::wstring expected;
   } cases[] = {
       {{}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
-      {{{component, {plate}}}, L"0:PLATE|PLATE|d:\\|3.3|FRAME"},
+      {{{component, path}}, L"0:PLATE|PLATE|d:\\|3.3|FRAME"},
       {{{component, {}}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
-      {{{{creo::ProItemType::feature, 5, plate, {}}, {plate}}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
-      {{{{creo::ProItemType::model, 0, drawing, {}}, {plate}}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
-      {{{component, {frame, plate}}, {component, {}}}, L"0:PLATE|PLATE|d:\\|3.3|FRAME"},
+      {{{component, gone}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
+      {{{{creo::ProItemType::model, 5, plate, {}}, path}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
+      {{{{creo::ProItemType::feature, 5, plate, {}}, path}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
+      {{{{creo::ProItemType::model, 0, drawing, {}}, path}}, L"0:@selmdln@|@selfilename@|@selmdlpath@|1.1|FRAME"},
+      {{{component, path}, {component, {}}}, L"0:PLATE|PLATE|d:\\|3.3|FRAME"},
   };
   for (const auto& row : cases) {
     world.session().select(row.selections);

@@ -5,6 +5,7 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSelection.h"
+#include "creo/ProSurface.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITree.h"
 #include "creo/ProWindow.h"
@@ -36,7 +37,11 @@ class SideDialogs : public testing::Test {
   std::wstring selections() {
     std::wstring all;
     for (const auto& [selection, color] : world.session().highlights()) {
-      for (const ProMdl step : selection.componentPath) all += ProMdlNameGet(step).value + L"/";
+      ProAsmcomppath at{selection.path.assembly, {}};
+      for (const int id : selection.path.components) {
+        at.components.push_back(id);
+        all += ProMdlNameGet(ProAsmcomppathMdlGet(at).value).value + L"/";
+      }
       all += std::to_wstring(color) + L" ";
     }
     return all;
@@ -103,15 +108,32 @@ TEST_F(SideDialogs, HighlightingFindsAModelWhereverItIsUsed) {
   world.part(L"PIN");
   world.part(L"PLATE");
   world.assembly(L"SUB").uses(L"PIN", ProMdlType::part).uses(L"PLATE", ProMdlType::part);
-  world.assembly(L"TOP").uses(L"PIN", ProMdlType::part).uses(L"SUB", ProMdlType::assembly);
+  test::writeBytes(
+      world.models() + "/top.asm.1",
+      R"({"format": 1, "features": [{"id": 5, "type": 1000}, {"id": 6, "type": 1000}, {"id": 7, "type": 1000}],
+                       "components": [{"name": "PIN", "type": "prt", "feature": 5}, {"name": "SUB", "type": "asm",
+                       "feature": 6}, {"name": "PIN", "type": "prt", "feature": 7}]})");
   world.list("look.xml", "<task type='saveModel' version='3' forPRT='true' forEF='false'/>");
   ASSERT_EQ(0, world.start());
-  world.open(L"TOP", ProMdlType::assembly);
+  const ProMdl top = world.open(L"TOP", ProMdlType::assembly);
   world.openTool();
   ASSERT_EQ(ProNoError, ui().selectRows(kMain, "LargeTable", {"PIN.PRT"}));
   EXPECT_EQ(ProNoError, ui().press(kMain, "HighlightFileBtn_MenuRMBChooser"));
-  EXPECT_EQ(L"PIN/1 SUB/PIN/1 ", selections());
-  EXPECT_EQ(2U, ProSelbufferSelectionsGet().value.size());
+  EXPECT_EQ(L"PIN/1 SUB/PIN/1 PIN/1 ", selections());
+  auto pins = ProSelbufferSelectionsGet().value;
+  ASSERT_EQ(3U, pins.size());
+  EXPECT_EQ(std::vector<int>{5}, pins[0].path.components);
+  EXPECT_EQ(std::vector<int>{7}, pins[2].path.components) << "another occurrence of the part";
+  // What isn't displayed, and what belongs to another model than the current one, can't be selected.
+  ProSelbufferClear();
+  EXPECT_EQ(ProNoError, ProFeatureWithoptionsSuppress(top, {6}));
+  EXPECT_EQ(ProGeneralError, ProSelbufferSelectionAdd(pins[1]));
+  EXPECT_EQ(ProNoError, ProSelbufferSelectionAdd(pins[2]));
+  pins[2].path.components.push_back(4711);
+  EXPECT_EQ(ProGeneralError, ProSelbufferSelectionAdd(pins[2]));
+  EXPECT_EQ(ProNotFound, ProAsmcomppathMdlGet(pins[2].path).error);
+  EXPECT_EQ(ProGeneralError, ProSelbufferSelectionAdd({pins[2].item, {}})) << "PIN isn't the current model";
+  EXPECT_EQ(ProNoError, ProFeatureResume(top, {6}));
 
   EXPECT_EQ(ProNoError, ui().press(kMain, "SelectNoneBtn_MenuRMBChooser"));
   EXPECT_EQ(ProNoError, ui().setCheck(kMain, "PLATE.PRT_cb", true));

@@ -49,4 +49,8 @@ void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view coun
   runMacro(macro, text::format(core::msgText(Message::mapkeyNotLoaded), number), core::msgText(Message::mapkeyNotRun));
 }
 
+void selectAgain(creo::SelectionGuard& before) {
+  if (!before.back()) core::logWrite(L"What was selected before can't be selected again", core::kWarning);
+}
+
 }  // namespace actions

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "actions/task.h"
+#include "creo/guards.h"
 
 namespace actions {
 
@@ -16,5 +17,8 @@ void runMacro(const std::wstring& macro, std::wstring_view runFailure);
 // each may hold variables, of the model. Nothing happens without that attribute.
 void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view count = L"mapkeyc",
                     std::wstring_view lines = L"mapkey");
+
+// Selects again what was selected before; what can't be has a warning.
+void selectAgain(creo::SelectionGuard& before);
 
 }  // namespace actions

@@ -99,7 +99,7 @@ void runForViews(const Task& task) {
 }
 
 void runForSelections(const Task& task) {
-  const creo::SelectionGuard selected;
+  creo::SelectionGuard selected;
   if (!selected.saved()) return core::logWrite(L"No selections - 1", core::kError);
   if (selected.saved().value.empty()) return core::logWrite(L"No selections - 2", core::kError);
   for (const creo::ProSelection& selection : selected.saved().value) {
@@ -109,6 +109,7 @@ void runForSelections(const Task& task) {
     else
       core::logWrite(L"A selection can't be made again", core::kError);
   }
+  selectAgain(selected);
 }
 
 struct Repetition {

@@ -225,7 +225,7 @@ class DotMatrix {
   // The second list finds selected what the first one leaves so; the third one that, and the plane. Afterwards the user
   // has again what was selected before.
   void runMapkeys() const {
-    const creo::SelectionGuard before;
+    creo::SelectionGuard before;
     const creo::ProSelection point = {{ProItemType::feature, made_.front(), model_, {}}, {}};
     const creo::ProSelection plane = {{ProItemType::feature, made_.back(), model_, {}}, {}};
     select({point, plane});
@@ -241,6 +241,7 @@ class DotMatrix {
     select(left);
     runMapkeyMacro(task_, model_, L"mapkey3c", L"mapkey3_");
     creo::ProSelbufferClear();
+    selectAgain(before);
   }
 
   const Task& task_;

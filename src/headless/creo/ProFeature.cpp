@@ -2,6 +2,7 @@
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
+#include "headless/model/placed.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -40,8 +41,8 @@ decltype(ProElement::value) elementValue(const headless::Scalar& value) {
 
 Got<ProMdl> modelOf(const State& state, const ModelFeature& component) {
   if (!component.isComponent()) return ProBadInputs;
-  const auto model = state.models.inMemory(headless::featureName(component), component.component()->type);
-  return model ? model : ProNotFound;
+  const headless::Model* model = headless::componentModel(state.models, component);
+  return model ? Got<ProMdl>(model->handle) : ProNotFound;
 }
 
 // What a component varies in its model, the parameters or all else.

@@ -71,10 +71,8 @@ Got<ProTransform> stepDown(const State& state, const Model*& assembly, int id) {
   const headless::UsedModelRecord& record = *component->component();
   auto place = measuring(state, *assembly,
                          [&]() -> Got<ProTransform> { return headless::componentPlacement(*assembly, record); });
-  const auto model = state.models.inMemory(headless::featureName(*component), record.type);
-  if (!model) return ProNotFound;
-  assembly = state.models.find(model.value);
-  return place;
+  assembly = headless::componentModel(state.models, *component);
+  return assembly ? place : ProNotFound;
 }
 
 }  // namespace

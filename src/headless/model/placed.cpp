@@ -39,14 +39,18 @@ LeftOut::LeftOut(const Model& solid) {
 
 bool LeftOut::has(int feature) const { return exceptions_.contains(feature) != byDefault_; }
 
+Model* componentModel(const Models& models, const ModelFeature& component) {
+  const auto handle = models.inMemory(featureName(component), component.component()->type);
+  return handle ? models.find(handle.value) : nullptr;
+}
+
 std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly) {
   std::vector<PlacedModel> placed;
   const LeftOut leftOut(assembly);
   for (const ModelFeature& feature : featuresOf(assembly)) {
     const int id = feature.place.id;
     if (!feature.isComponent() || leftOut.has(id) || !hasGeometry(assembly, id)) continue;
-    const auto handle = models.inMemory(featureName(feature), feature.component()->type);
-    const Model* model = handle ? models.find(handle.value) : nullptr;
+    const Model* model = componentModel(models, feature);
     if (!model || model->document->record.skeleton) continue;
     placed.push_back({model, componentPlacement(assembly, *feature.component())});
   }

@@ -8,7 +8,8 @@
 
 namespace headless {
 
-class Models;  // models.h
+class Models;         // models.h
+struct ModelFeature;  // features.h
 
 // What the simplified representation in memory leaves out of a solid: features of a part, components of an assembly.
 // Symbolic ones are left out too; all others count whole. Nothing is left out of the forms that Creo makes by itself.
@@ -31,6 +32,8 @@ struct PlacedModel {
 // skeletons and what isn't in memory. Throws MeasureFault.
 std::vector<PlacedModel> placedComponents(const Models& models, const Model& assembly);
 
+// The model of a component; null where that isn't in memory.
+Model* componentModel(const Models& models, const ModelFeature& component);
 // Where a component stands in its assembly. Throws MeasureFault.
 creo::ProTransform componentPlacement(const Model& assembly, const UsedModelRecord& component);
 // Has a feature geometry: not one that is suppressed in whatever way, or has lost a feature that it refers to. id 0: no

@@ -262,7 +262,8 @@ Operations dialogTableOperations() {
        .codes = componentCodes(),
        .source = Source::page,
        .documented = "A call for each of the four events. A person's click opens or closes nothing: the action has to "
-                     "do it.",
+                     "do it. Implemented by ProUITreeExpandActionSet, ProUITreeCollapseActionSet, "
+                     "ProUITreeSelectActionSet and ProUITreeActivateActionSet, by the event.",
        .ours = "One call for all four.",
        .verdict = Verdict::same,
        .test = "UiPerson.NodesReactByTheirEvent"},

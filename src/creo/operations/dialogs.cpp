@@ -21,8 +21,10 @@ Operations dialogOperations() {
        .shape = "dialog, trait, on ->",
        .codes = componentCodes(),
        .source = Source::guide,
-       .documented = "A call for each: the style, whether position and size are remembered when the dialog goes, "
-                     "whether it can be resized.",
+       .documented =
+           "A call for each: the style, whether position and size are remembered when the dialog goes, whether it can "
+           "be resized. Implemented by ProUIDialogDialogstyleSet, ProUIDialogRememberPosition, ProUIDialogRememberSize "
+           "and ProUIDialogEnableResizing; what keeps a layout isn't told.",
        .ours = "One call for all five.",
        .verdict = Verdict::differs,
        .reason = "The adapter chooses the call; what is remembered is of a screen.",

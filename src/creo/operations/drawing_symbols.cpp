@@ -55,6 +55,8 @@ const Operations kSymbols = {
      .shape = "definition",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::notFound,
+     .documented = "None of that name came, and none stands among the operations of definitions: what implements it "
+                   "isn't known. Until it is, an adapter answers ProGeneralError, and the action tells its line.",
      .ours = "Placed symbols stay, without a definition.",
      .verdict = Verdict::cantBeTold,
      .test = "Codes.TakeThePlaceOfDefinitionsOfTheirName"},
@@ -74,7 +76,8 @@ const Operations kSymbols = {
      .shape = "two ends -> line",
      .codes = {ProGeneralError, ProBadInputs},
      .source = Source::page,
-     .documented = "Room for any curve, which ProLinedataInit makes a line between two places; ours is both in one.",
+     .documented = "Room for any curve, which ProLinedataInit makes a line between two places; ours is both in one. "
+                   "Implemented by itself and ProLinedataInit.",
      .verdict = Verdict::same,
      .test = "Codes.GoOnWithoutAModuleThatFails"},
     {.name = "ProDtlentitydataAlloc",
@@ -90,7 +93,8 @@ const Operations kSymbols = {
      .shape = "data, line",
      .codes = {ProGeneralError, ProBadInputs},
      .source = Source::guide,
-     .documented = "The geometry of what is drawn.",
+     .documented = "The geometry of what is drawn. Implemented by itself, of the curve that ProLinedataInit made. A "
+                   "circle is an arc; places are in screen coordinates.",
      .verdict = Verdict::same,
      .test = "Codes.GoOnWithoutAModuleThatFails"},
     {.name = "ProDtlentitydataConstructionSet",
@@ -151,7 +155,8 @@ const Operations kSymbols = {
      .shape = "drawing -> data",
      .codes = {ProGeneralError, ProBadInputs},
      .source = Source::guide,
-     .documented = "An empty record of a placed symbol.",
+     .documented =
+         "An empty record of a placed symbol. The adapter keeps the record until the symbol is made or changed.",
      .verdict = Verdict::same,
      .test = "Symbols.TellWhichStepFailed"},
     {.name = "ProDtlsyminstdataDefSet",
@@ -254,7 +259,7 @@ const Operations kSymbols = {
      .shape = "group -> name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Of the group's data.",
+     .documented = "Of the group's data. Implemented by ProDtlsymgroupDataGet and ProDtlsymgroupdataNameGet.",
      .verdict = Verdict::same,
      .test = "Symbols.ShowTheChosenGroupWithThoseAroundIt"},
     {.name = "ProDtlsymgroupParentGet",

@@ -197,7 +197,8 @@ const Operations kNotes = {
      .shape = "note -> name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "By ProModelitemNameGet, for which no name has a code of its own.",
+     .documented =
+         "By ProModelitemNameGet, for which no name has a code of its own. Implemented by ProModelitemNameGet.",
      .verdict = Verdict::same,
      .test = "ListReport.ListsWhatAPartHolds"},
     {.name = "ProNoteTextGet",
@@ -276,7 +277,8 @@ const Operations kNotes = {
      .shape = "note -> name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "By ProModelitemNameGet, for which no name has a code of its own.",
+     .documented =
+         "By ProModelitemNameGet, for which no name has a code of its own. Implemented by ProModelitemNameGet.",
      .verdict = Verdict::same,
      .test = "ListReport.ListsWhatADrawingHolds"},
     {.name = "ProDtlnoteTextGet",
@@ -284,7 +286,9 @@ const Operations kNotes = {
      .shape = "note, mode -> lines",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Of the note's data. As shown only where it is displayed: else forms may stay as they were entered.",
+     .documented = "Of the note's data. As shown only where it is displayed: else forms may stay as they were entered. "
+                   "Implemented by ProDtlnoteDataGet, ProDtlnotedataLinesCollect, ProDtlnotelineTextsCollect and "
+                   "ProDtlnotetextStringGet; a line may consist of several texts.",
      .ours = "Forms of a note that its sheet doesn't show stay; all others are replaced, in a window or not.",
      .verdict = Verdict::differs,
      .reason = "The documentation says that they may stay, not when; a sheet tells which notes it shows.",
@@ -294,7 +298,9 @@ const Operations kNotes = {
      .shape = "drawing, text -> height",
      .codes = {ProGeneralError, ProBadInputs},
      .source = Source::guide,
-     .documented = "Of the text's style; one that takes the default height has a code of its own.",
+     .documented = "Of the text's style; one that takes the default height has a code of its own. Implemented by "
+                   "ProDtlnotetextStyleGet and ProTextStyleHeightGet, of the note's first text; the drawing's default "
+                   "where that tells its own.",
      .ours = "The default height of the drawing where the text has none of its own.",
      .verdict = Verdict::differs,
      .reason = "An operation of our own: an adapter asks the style, then the drawing.",
@@ -360,7 +366,8 @@ const Operations kNotes = {
      .shape = "symbol, mode -> lines",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Of the symbol's data; none has a code of its own.",
+     .documented = "Of the symbol's data; none has a code of its own. Implemented by ProDtlsyminstDataGet, "
+                   "ProDtlsyminstdataVartextsCollect and ProDtlvartextDataGet, whose prompt is the key.",
      .verdict = Verdict::same,
      .test = "Details.ASymbolTakesOnlyWhatItsDrawingHas"},
 };
@@ -391,7 +398,8 @@ const Operations kDimensions = {
      .shape = "dimension -> type",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented = "Spelt ProDimensionToltypeGet. A reference dimension is an error.",
+     .documented =
+         "Spelt ProDimensionToltypeGet. A reference dimension is an error. Implemented by ProDimensionToltypeGet.",
      .verdict = Verdict::same,
      .test = "ListReport.ListsWhatAPartHolds"},
     {.name = "ProDimensionIsAssociative",
@@ -399,7 +407,8 @@ const Operations kDimensions = {
      .shape = "dimension -> yes or no",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "ProDrawingDimIsAssociative tells it of a dimension as a drawing shows it.",
+     .documented = "ProDrawingDimIsAssociative tells it of a dimension as a drawing shows it. Implemented by "
+                   "ProDrawingDimIsAssociative.",
      .ours = "Told without a drawing.",
      .verdict = Verdict::differs,
      .reason = "Documents have one answer for each dimension, whatever drawing shows it.",

@@ -115,7 +115,8 @@ const Operations kDrawings = {
      .shape = "drawing, sheet -> width, height",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "The object interface gives real numbers, with size, orientation and units.",
+     .documented = "The object interface gives real numbers, with size, orientation and units. Implemented by "
+                   "ProDrawingSheetSizeGet, ProDrawingSheetOrientationGet and ProDrawingSheetUnitsGet, rounded.",
      .ours = "Whole numbers.",
      .verdict = Verdict::differs,
      .reason = "Lists count from the far edges of a sheet in whole units; an adapter rounds.",
@@ -145,7 +146,7 @@ const Operations kDrawings = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
      .documented = "ProDrawingScaleSet sets how large a model, else the default one, is on a sheet (below 1: the "
-                   "current one).",
+                   "current one). Implemented by ProDrawingScaleSet, of the drawing's current model.",
      .ours = "The sheet's own scale, without a model.",
      .verdict = Verdict::differs,
      .reason = "An operation of our own: an adapter sets the scale of the drawing's current model.",
@@ -206,7 +207,7 @@ const Operations kDrawings = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
      .documented = "Those that the drawing stores. Dimensions made in it lie in the model unless the option "
-                   "create_drawing_dims_only is yes.",
+                   "create_drawing_dims_only is yes. Its guide names it, no page came.",
      .verdict = Verdict::same,
      .test = "Drawings.DimensionsHaveTextsTolerancesAndAreShownOrNot"},
     {.name = "ProAnnotationIsShown",
@@ -233,7 +234,8 @@ const Operations kDrawings = {
      .shape = "definition -> name",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Of the definition's data; a symbol that isn't in the session isn't found.",
+     .documented = "Of the definition's data; a symbol that isn't in the session isn't found. Implemented by "
+                   "ProDtlsymdefDataGet and ProDtlsymdefdataNameGet.",
      .verdict = Verdict::same,
      .test = "Drawings.SymbolsKnowTheirDefinitions"},
     {.name = "ProDrawingDtlsyminstsCollect",
@@ -249,7 +251,7 @@ const Operations kDrawings = {
      .shape = "symbol -> definition",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Of the symbol's data.",
+     .documented = "Of the symbol's data. Implemented by ProDtlsyminstDataGet and ProDtlsyminstdataDefGet.",
      .ours = "A drawing may lack the definition of its symbol, which then isn't found.",
      .verdict = Verdict::cantBeTold,
      .test = "Drawings.SymbolsKnowTheirDefinitions"},
@@ -292,7 +294,8 @@ const Operations kDrawings = {
      .shape = "drawing, sheet -> view",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented = "The former name of ProDrawingBackgroundViewGet: the same view.",
+     .documented =
+         "The former name of ProDrawingBackgroundViewGet: the same view. Implemented by ProDrawingBackgroundViewGet.",
      .verdict = Verdict::same,
      .test = "Details.EverySheetHasAViewOfItsOwn"},
 

@@ -133,7 +133,9 @@ Operations familyOperations() {
        .shape = "instance ->",
        .codes = {ProExists, ProNotFound, ProBadInputs, ProGeneralError},
        .source = Source::page,
-       .documented = "Adds a new row. One that is there, and a name that is in use elsewhere, have codes of their own.",
+       .documented = "Adds a new row. One that is there, and a name that is in use elsewhere, have codes of their own. "
+                     "Implemented by itself and ProFaminstanceValueSet, of the values that the adapter kept when the "
+                     "row was removed.",
        .ours = "A row that was taken out before comes back with its values and the rows below it.",
        .verdict = Verdict::same,
        .test = "ParametersAndInstances.EmptyTablesAndNoneAreTwoAnswers"},
@@ -178,8 +180,9 @@ Operations familyOperations() {
        .header = "ProFamtable.h",
        .shape = "instance -> model",
        .codes = {ProNotFound, ProBadInputs, ProGeneralError},
-       .documented = "Today's lists have no operation of this name; ProFaminstanceRetrieve stands there. The object "
-                     "interface has one that regenerates the instance and adds it to memory.",
+       .documented =
+           "Today's lists have no operation of this name; ProFaminstanceRetrieve stands there. The object interface "
+           "has one that regenerates the instance and adds it to memory. Implemented by ProFaminstanceRetrieve.",
        .verdict = Verdict::cantBeTold,
        .test = "GroupModes.AnInstanceThatCantBeBuiltIsPassedOver"},
       {.name = "ProFaminstanceRetrieve",

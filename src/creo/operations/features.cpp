@@ -19,7 +19,8 @@ Operations featureOperations() {
        .shape = "feature -> text",
        .codes = {ProBadInputs, ProNotFound, ProGeneralError},
        .source = Source::guide,
-       .documented = "ProModelitemNameGet's: a thing without a name has a code. What a component's name is isn't told.",
+       .documented = "ProModelitemNameGet's: a thing without a name has a code. What a component's name is isn't told. "
+                     "Implemented by ProModelitemNameGet, of a component by ProAsmcompMdlGet and ProMdlMdlnameGet.",
        .ours = "a component's is its model's",
        .test = "Solids.ComponentsStandInTheTreeAndFamilyTablesPruneIt"},
       {.name = "ProFeatureTypeGet",
@@ -308,8 +309,8 @@ Operations featureOperations() {
        .shape = "feature, number -> ids and types",
        .codes = {ProBadInputs, ProNotFound, ProGeneralError},
        .source = Source::guide,
-       .documented =
-           "None of that name: a copy of the sketch, its ids, then each entity; some kinds of entities can't be had.",
+       .documented = "None of that name: a copy of the sketch, its ids, then each entity; some kinds of entities can't "
+                     "be had. Implemented by ProFeatureSectionCopy, ProSectionEntityIdsGet and ProSectionEntityGet.",
        .ours = "all that the document has",
        .verdict = Verdict::differs,
        .reason = "An adapter puts it together; which kinds can't be had isn't told.",
@@ -413,9 +414,9 @@ Operations featureOperations() {
        .shape = "component, origin",
        .codes = {ProBadInputs, ProNotFound, ProGeneralError},
        .source = Source::page,
-       .documented =
-           "As ProAsmcompPositionSet: sets where it was before references and movements, of any component; it moves "
-           "when ProAsmcompRegenerate or a regeneration follows. A read-only model refuses, and a bulk item.",
+       .documented = "As ProAsmcompPositionSet: sets where it was before references and movements, of any component; "
+                     "it moves when ProAsmcompRegenerate or a regeneration follows. A read-only model refuses, and a "
+                     "bulk item. Implemented by ProAsmcompPositionSet and ProAsmcompRegenerate.",
        .ours = "moves at once, a packaged one alone; a read-only model takes it too",
        .verdict = Verdict::differs,
        .reason = "A document has one place of a component: where it stands once it is regenerated. Actions ask "
@@ -463,8 +464,9 @@ Operations featureOperations() {
        .shape = "solid, path, kind of file",
        .codes = {ProBadInputs, ProGeneralError},
        .source = Source::page,
-       .documented = "As ProOutputFileMdlnameWrite: a program of parts and assemblies alone. The name has its ending "
-                     "and no version; no path is spoken of.",
+       .documented =
+           "As ProOutputFileMdlnameWrite: a program of parts and assemblies alone. The name has its ending and no "
+           "version; no path is spoken of. Implemented by ProOutputFileMdlnameWrite in the file's folder.",
        .ours = "takes a path",
        .verdict = Verdict::differs,
        .reason = "What a path gives isn't told; an adapter writes into the working folder and moves the file.",

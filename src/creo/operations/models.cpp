@@ -55,7 +55,8 @@ Operations modelOperations() {
        .shape = "model -> name",
        .codes = {ProBadInputs, ProGeneralError},
        .source = Source::page,
-       .documented = "The name. Superseded by ProMdlMdlnameGet, which takes longer ones.",
+       .documented =
+           "The name. Superseded by ProMdlMdlnameGet, which takes longer ones. Implemented by ProMdlMdlnameGet.",
        .verdict = Verdict::same,
        .test = "ModelsInMemory.HandlesOfErasedModelsGiveBadInputs"},
       {.name = "ProMdlTypeGet",
@@ -72,7 +73,8 @@ Operations modelOperations() {
        .codes = {ProBadInputs, ProGeneralError},
        .source = Source::guide,
        .documented = "Superseded by the operations for name, extension and origin, whose path is taken apart. What the "
-                     "fields hold of a model of a workspace or of a new one isn't told.",
+                     "fields hold of a model of a workspace or of a new one isn't told. Implemented by "
+                     "ProMdlMdlnameGet, ProMdlExtensionGet and ProMdlOriginGet with ProFilenameParse.",
        .verdict = Verdict::cantBeTold,
        .test = "ModelsInMemory.TheWorkingFolderIsSearchedFirst"},
       {.name = "ProMdlMdlnameGet",
@@ -207,7 +209,7 @@ Operations modelOperations() {
        .shape = "model -> models",
        .codes = {ProNotFound, ProBadInputs, ProGeneralError},
        .source = Source::guide,
-       .documented = "Superseded by ProMdlDependenciesDataList.",
+       .documented = "Superseded by ProMdlDependenciesDataList. Implemented by ProMdlDependenciesDataList.",
        .ours = "In the document's order.",
        .verdict = Verdict::same,
        .test = "ModelsInMemory.WhatUsesNothingIsToldByACode"},
@@ -227,7 +229,8 @@ Operations modelOperations() {
        .shape = "model -> names",
        .codes = {ProBadInputs, ProGeneralError},
        .source = Source::guide,
-       .documented = "The parameters of an owner. Parameters of one name aren't spoken of.",
+       .documented =
+           "The parameters of an owner. Parameters of one name aren't spoken of. Implemented by ProParameterVisit.",
        .verdict = Verdict::cantBeTold,
        .test = "FamilyPredicates.SearchAllLevelsAndEraseWhatTheyBuilt"},
       {.name = "ProMdlToModelitem",
@@ -274,9 +277,9 @@ Operations modelOperations() {
        .shape = "model, name ->",
        .codes = {ProGeneralError, ProBadInputs, ProExists},
        .source = Source::guide,
-       .documented =
-           "Superseded by ProMdlnameRename, which does the same. Names have at most 31 characters; a read-only "
-           "model is refused. What follows in memory and on disk, and a taken name, aren't spoken of.",
+       .documented = "Superseded by ProMdlnameRename, which does the same. Names have at most 31 characters; a "
+                     "read-only model is refused. What follows in memory and on disk, and a taken name, aren't spoken "
+                     "of. Implemented by ProMdlnameRename, in the session alone.",
        .ours = "A taken name and the next save are as the declaration says; an instance may keep letters that no "
                "model's name has. Renames a read-only model.",
        .verdict = Verdict::differs,
@@ -288,7 +291,9 @@ Operations modelOperations() {
        .shape = "model, name -> what followed",
        .codes = {ProGeneralError, ProBadInputs, ProExists},
        .source = Source::page,
-       .documented = "As ProMdlRename. Documents and users of the model aren't spoken of.",
+       .documented =
+           "As ProMdlRename. Documents and users of the model aren't spoken of. Ours is implemented by itself in the "
+           "session, ProMdlSave of each user of the model, and renaming the older versions in its folder.",
        .ours = "Renames all versions of the document, and the documents of its folder that use it follow.",
        .verdict = Verdict::differs,
        .reason = "Composed of several: renaming in the session, saving what uses the model, and the older versions.",
@@ -297,7 +302,8 @@ Operations modelOperations() {
        .header = "ProMdlCopy.h",
        .shape = "model or type, name -> yes or no",
        .codes = {ProBadInputs, ProGeneralError},
-       .documented = "No operation tells it: composed of models in memory and files of the folders that are searched.",
+       .documented = "No operation tells it: composed of models in memory and files of the folders that are searched. "
+                     "Implemented by ProSessionMdlList and ProFilesList of each folder.",
        .verdict = Verdict::cantBeTold,
        .test = "NewDrawing.TakesNoNameThatADrawingHasInMemoryOrOnDisk"},
       {.name = "ProMdlCopy",
@@ -339,9 +345,9 @@ Operations modelOperations() {
        .codes = {ProNotFound, ProBadInputs, ProInvalidType, ProGeneralError},
        .source = Source::guide,
        .documented =
-           "No operation has this name. The automatic interchange takes ids of components; the other model is "
-           "of the same family table, or of an interchange assembly that is in memory. Anything else may "
-           "need its constraints again.",
+           "No operation has this name. The automatic interchange takes ids of components; the other model is of the "
+           "same family table, or of an interchange assembly that is in memory. Anything else may need its constraints "
+           "again. Implemented by ProAssemblyAutointerchange, of the ids of all components with that model.",
        .ours = "Any solid that doesn't use the assembly; it stands where the other one stood.",
        .verdict = Verdict::cantBeTold,
        .test = "ReplaceModel.ComponentsAreReplacedUnlessItMakesACircle"},
@@ -363,7 +369,10 @@ Operations modelOperations() {
        .header = "ProReplace.h",
        .shape = "drawing, model -> use",
        .codes = {ProNotFound, ProBadInputs, ProGeneralError},
-       .documented = "No operation tells it: composed of the drawing's views, tables and notes.",
+       .documented =
+           "No operation tells it: composed of the drawing's views, tables and notes. Implemented by "
+           "ProDrawingViewsCollect with each view's model, ProDrawingTablesCollect with ProDwgtableCellRefmodelGet, "
+           "and ProDrawingDtlnotesCollect with the symbolic texts that number a model.",
        .verdict = Verdict::cantBeTold,
        .test = "ReplaceModel.ModelsThatNothingShowsAreRemoved"},
       {.name = "ProDrawingModelDelete",
@@ -371,9 +380,9 @@ Operations modelOperations() {
        .shape = "drawing, model ->",
        .codes = {ProNotFound, ProBadInputs, ProExists, ProGeneralError},
        .source = Source::guide,
-       .documented =
-           "Its sister for solids takes one away that no view shows. One that a view shows and one that the "
-           "drawing hasn't have codes of their own, and a read-only drawing is refused. Texts aren't spoken of.",
+       .documented = "Its sister for solids takes one away that no view shows. One that a view shows and one that the "
+                     "drawing hasn't have codes of their own, and a read-only drawing is refused. Texts aren't spoken "
+                     "of. Implemented by ProDrawingSolidDelete.",
        .ours = "A table's region or a numbered text keeps the model, too; a read-only drawing isn't refused.",
        .verdict = Verdict::cantBeTold,
        .test = "ReplaceModel.ModelsThatNothingShowsAreRemoved"},

@@ -173,7 +173,8 @@ const Operation kParameters[] = {
      .shape = "parameter -> what drives it",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Superseded by ProParameterDrivertypeGet, which also sees dimensions and symbols of another owner.",
+     .documented = "Superseded by ProParameterDrivertypeGet, which also sees dimensions and symbols of another owner. "
+                   "Implemented by ProParameterDrivertypeGet.",
      .ours = "A line of relations that assigns the parameter drives it.",
      .verdict = Verdict::cantBeTold,
      .test = "ParametersAndInstances.WhatDrivesOrHoldsAParameter"},
@@ -233,7 +234,8 @@ const Operation kParameters[] = {
      .header = "ProRelset.h",
      .shape = "feature, number of the sketch -> relations",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
-     .documented = "Nothing is told of it: sketches aren't among the things that have relations.",
+     .documented = "Nothing is told of it: sketches aren't among the things that have relations. What implements it "
+                   "isn't known: until it is, an adapter answers ProNotFound, and sketches have no relations.",
      .verdict = Verdict::cantBeTold,
      .test = "RelationActions.OfFeaturesAndSketchesRunAndDrive"},
     {.name = "ProRelsetRelationsSet",

@@ -59,9 +59,9 @@ const Operation kRepresentations[] = {
      .header = "ProSimprep.h",
      .shape = "representation",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
-     .documented =
-         "Nothing is told of it. ProMdlRepresentationFiletypeLoad brings a representation of an assembly into "
-         "memory by the path of its file.",
+     .documented = "Nothing is told of it. ProMdlRepresentationFiletypeLoad brings a representation of an assembly "
+                   "into memory by the path of its file. Implemented by ProMdlRepresentationFiletypeLoad, of "
+                   "assemblies; of a part there is nothing to do.",
      .ours = "Nothing to do: what a model uses comes with it.",
      .test = "EditedRep.EachOperationMayFail"},
 
@@ -169,7 +169,8 @@ const Operation kRepresentations[] = {
      .shape = "part, representation -> part",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "Its successor is ProSimprepMdlnameRetrieve: a higher representation in memory wins.",
+     .documented = "Its successor is ProSimprepMdlnameRetrieve: a higher representation in memory wins. Implemented by "
+                   "ProSimprepMdlnameRetrieve.",
      .verdict = Verdict::same,
      .test = "NamedStates.AHigherRepresentationInMemoryWins"},
     {.name = "ProGraphicsSimprepRetrieve",
@@ -178,8 +179,8 @@ const Operation kRepresentations[] = {
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
      .documented =
-         "Comes without the master in memory, and isn't displayed. Its successor is ProSimprepMdlnameRetrieve: "
-         "a higher representation in memory wins.",
+         "Comes without the master in memory, and isn't displayed. Its successor is ProSimprepMdlnameRetrieve: a "
+         "higher representation in memory wins. Implemented by ProSimprepMdlnameRetrieve.",
      .ours = "The model comes whole; a form leaves nothing out.",
      .verdict = Verdict::same,
      .test = "NamedStates.AHigherRepresentationInMemoryWins"},
@@ -188,7 +189,7 @@ const Operation kRepresentations[] = {
      .shape = "model, type -> model",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "As ProGraphicsSimprepRetrieve.",
+     .documented = "As ProGraphicsSimprepRetrieve. Implemented by ProSimprepMdlnameRetrieve.",
      .ours = "The model comes whole; a form leaves nothing out.",
      .verdict = Verdict::same,
      .test = "NamedStates.AHigherRepresentationInMemoryWins"},
@@ -197,7 +198,7 @@ const Operation kRepresentations[] = {
      .shape = "model, type -> model",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::guide,
-     .documented = "As ProGraphicsSimprepRetrieve.",
+     .documented = "As ProGraphicsSimprepRetrieve. Implemented by ProSimprepMdlnameRetrieve.",
      .ours = "The model comes whole; a form leaves nothing out.",
      .verdict = Verdict::same,
      .test = "NamedStates.AHigherRepresentationInMemoryWins"},

@@ -38,7 +38,7 @@ Operations sessionOperations() {
        .codes = {},
        .source = Source::guide,
        .documented = "Creo is given the application's size of a wide character, tells its own, and fails where they "
-                     "aren't the same.",
+                     "aren't the same. Implemented by ProWcharSizeVerify.",
        .ours = "Tells its own size; who asks compares.",
        .verdict = Verdict::differs,
        .reason = "The same question, asked the other way round: an adapter hands over the size that comes out.",
@@ -69,9 +69,9 @@ Operations sessionOperations() {
        .shape = "option -> value",
        .codes = {ProGeneralError, ProBadInputs, ProNotFound},
        .source = Source::guide,
-       .documented =
-           "The value of an option of one value, its name in any case; one that is longer than a path is cut, "
-           "with a code of its own. An option of several values is asked for all.",
+       .documented = "The value of an option of one value, its name in any case; one that is longer than a path is "
+                     "cut, with a code of its own. An option of several values is asked for all. Implemented by "
+                     "ProConfigoptArrayGet, of which the first counts.",
        .ours = "The whole value; of several the first.",
        .verdict = Verdict::differs,
        .reason = "A value here is no longer than what a file of settings holds; an adapter asks for all and gives the "
@@ -358,9 +358,9 @@ Operations sessionOperations() {
        .header = "ProEvent.h",
        .shape = "callback -> number",
        .codes = {ProGeneralError, ProBadInputs},
-       .documented =
-           "There are a timer of a dialog, of at least 100 ms, which calls once, may be started again and may "
-           "open no dialog, and an action that is called once when the event loop is entered.",
+       .documented = "There are a timer of a dialog, of at least 100 ms, which calls once, may be started again and "
+                     "may open no dialog, and an action that is called once when the event loop is entered. "
+                     "Implemented by ProUITimerCreate and ProUIDialogTimerStart; each dialog has one timer at a time.",
        .ours = "Called whenever nothing waits.",
        .verdict = Verdict::cantBeTold,
        .test = "SideDialogs.TheIndicatorFollowsTheCurrentModel"},
@@ -368,7 +368,8 @@ Operations sessionOperations() {
        .header = "ProEvent.h",
        .shape = "number ->",
        .codes = {ProGeneralError, ProNotFound},
-       .documented = "The timer goes with its dialog, the action can be taken back.",
+       .documented =
+           "The timer goes with its dialog, the action can be taken back. Implemented by ProUIDialogTimerStop.",
        .ours = "ProNotFound for a number that isn't there.",
        .verdict = Verdict::cantBeTold,
        .test = "SideDialogs.TheIndicatorFollowsTheCurrentModel"},
@@ -435,6 +436,7 @@ Operations sessionOperations() {
        .header = "pfcSession.h",
        .shape = "-> name",
        .codes = {ProGeneralError, ProNotFound},
+       .documented = "Implemented by ProMdlCurrentGet, ProMdlMdlnameGet and ProMdlExtensionGet.",
        .ours = "Name and extension of the current window's model in lower case.",
        .verdict = Verdict::cantBeTold,
        .test = "Templates.FindTheWorkersFolder"},
@@ -443,7 +445,7 @@ Operations sessionOperations() {
        .shape = "folder -> folders",
        .codes = {ProGeneralError, ProNotFound},
        .source = Source::guide,
-       .documented = "The folders in a folder; their order isn't told.",
+       .documented = "The folders in a folder; their order isn't told. Implemented by ProFilesList.",
        .ours = "Sorted.",
        .verdict = Verdict::cantBeTold,
        .test = "Templates.FindTheWorkersFolder"},
@@ -452,7 +454,8 @@ Operations sessionOperations() {
        .shape = "folder, pattern -> files",
        .codes = {ProGeneralError, ProNotFound},
        .source = Source::guide,
-       .documented = "The files of the given extensions, of all versions or the latest; their order isn't told.",
+       .documented = "The files of the given extensions, of all versions or the latest; their order isn't told. "
+                     "Implemented by ProFilesList.",
        .ours = "All versions, sorted.",
        .verdict = Verdict::cantBeTold,
        .test = "Templates.FindTheWorkersFolder"},
@@ -462,7 +465,8 @@ Operations sessionOperations() {
        .codes = {ProGeneralError},
        .source = Source::guide,
        .documented = "Called once behind a retrieval, with the model that was asked for when all it uses is there, and "
-                     "behind each display. That a person must have asked for it isn't told.",
+                     "behind each display. That a person must have asked for it isn't told. Implemented by "
+                     "ProNotificationSet, of what follows the retrieval of a model that was asked for, and a display.",
        .ours = "A retrieval by a person alone.",
        .verdict = Verdict::cantBeTold,
        .test = "SessionOfModels.ListenersHearOfOpeningsAndDisplays"},
@@ -471,7 +475,7 @@ Operations sessionOperations() {
        .shape = "number ->",
        .codes = {ProGeneralError, ProNotFound},
        .source = Source::guide,
-       .documented = "The listener isn't called any more.",
+       .documented = "The listener isn't called any more. Implemented by ProNotificationUnset.",
        .verdict = Verdict::same,
        .test = "SessionOfModels.ListenersHearOfOpeningsAndDisplays"},
 
@@ -504,7 +508,7 @@ Operations sessionOperations() {
        .shape = "title, filter, folder, proposal -> path",
        .codes = {ProGeneralError, ProBadInputs, ProUserAbort},
        .source = Source::guide,
-       .documented = "The same dialog by its former name.",
+       .documented = "The same dialog by its former name. Implemented by ProFileMdlnameSave.",
        .verdict = Verdict::same,
        .test = "SideDialogs.InformationTellsEachKeyWithItsSourceAndIsSaved"},
       {.name = "ProDirectoryChoose",

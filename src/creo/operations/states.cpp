@@ -89,8 +89,8 @@ const Operation kStates[] = {
      .shape = "layer -> items",
      .codes = {ProGeneralError, ProBadInputs, ProNotFound},
      .source = Source::page,
-     .documented =
-         "The older form of ProLayerItemsPopulate: too many items are a failure that gives as many as it can.",
+     .documented = "The older form of ProLayerItemsPopulate: too many items are a failure that gives as many as it "
+                   "can. Implemented by ProLayerItemsPopulate.",
      .ours = "Never too many.",
      .verdict = Verdict::same,
      .test = "Solids.ThingsAreFoundByNameAndToldByIt"},

@@ -20,11 +20,6 @@ class ModelRows {
   void removeCheckOut(const std::string& row);
   // Deletes all rows of the table with the components of their cells.
   void clear();
-  // Forgets the names: the table has gone with its dialog.
-  void forget() {
-    names_.clear();
-    components_.clear();
-  }
 
   // A call of the dialog that failed is a line in Creo's message area, and the status until it is reset.
   bool check(creo::ProError result, std::wstring_view call);

@@ -1,6 +1,5 @@
 #include "actions/environment/question_dialog.h"
 
-#include "core/dialogs.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -195,7 +194,7 @@ void askByDialog(const Task& task, QuestionKind kind) {
     if (kind == QuestionKind::description) return core::logIndented(line, core::kError, 1);
     fail(task, line);
   };
-  if (core::createDialog(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
+  if (creo::ProUIDialogCreate(kDialog, kResource)) return end(L"Exit, with Error at PROUIDialogCreate");
   const Pending pending = std::make_shared<const Task*>(&task);
   const DialogGuard guard(pending);
   if (!hideInputs() || !showInput(task, kind) || !setActions(pending))

@@ -330,7 +330,8 @@ Operations sessionOperations() {
        .ours = "Runs all steps that are known, dialogs to their end; where nothing waits ProNotFound.",
        .verdict = Verdict::differs,
        .reason = "None of the known steps activates, makes current or erases. Which dialogs are cancelled isn't told: "
-                 "the action that adds columns and the sheet of relations look whether their macro worked.",
+                 "the action that adds columns looks whether its macro worked, and a sketch whose relations weren't "
+                 "exported is left out of the sheet.",
        .test = "Mapkeys.FailuresAreTold"},
 
       // Notifications and the event loop.

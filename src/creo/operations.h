@@ -30,8 +30,10 @@ struct Operation {
   std::string_view shape;       // what goes in and what comes out: "parameter -> value"
   std::vector<ProError> codes;  // failures that can come, documented or told by our declaration; the sweep gives each
   Source source = Source::notFound;
-  std::string_view documented = {};  // what matters to a caller: units, when it takes effect, what must be displayed
-  std::string_view ours = {};        // what the session does; empty: the same
+  // What matters to a caller: units, when it takes effect, what must be displayed; and what implements it where nothing
+  // is called as ours is.
+  std::string_view documented = {};
+  std::string_view ours = {};  // what the session does; empty: the same
   Verdict verdict = Verdict::cantBeTold;
   std::string_view reason = {};  // of a difference that stays
   std::string_view test = {};    // that shows it: "ParametersTest.ReadsValuesInModelUnits"; empty: none does

@@ -69,6 +69,13 @@ std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstr
   return {};
 }
 
+// A copy that doesn't replace its instance goes. As that is complete only once control is back with Creo, it gives the
+// name away before; where another model uses it, it stays under its name.
+void takeBack(ProMdl copy, const std::wstring& name, BreakUp& state) {
+  const auto other = renameForWriteout(copy, state);
+  if (ProMdlErase(copy) != ProNoError && other) ProMdlRename(copy, name);
+}
+
 // Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
 bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   const auto commonName = ProMdlCommonnameGet(model);
@@ -77,10 +84,10 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   std::wstring fault = L"it can't be copied";
   const auto type = ProMdlTypeGet(model);
   const auto replaces = ProMdlnameIsTaken(instance.name, type.value);
-  if (const auto copy = ProMdlCopy(model, instance.name)) {
+  const auto copy = ProMdlCopy(model, instance.name);
+  if (copy) {
     const auto file = ProMdlOriginGet(copy.value);
     fault = saveCopy(copy.value, instance.name, commonName);
-    ProMdlErase(copy.value);
     if (!fault.empty() && file && os::files().exists(file.value) && os::files().remove(file.value))
       core::logWrite(L"Failure while delete " + file.value, core::kWarning);
   }
@@ -88,15 +95,14 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
     core::logWrite(text::format(L"A model of the name %s.%s was on disk already: the instance replaces it",
                                 instance.name, typeExtension(type.value)),
                    core::kWarning);
-  const ProFaminstance renamed{writeout.value, instance.owner};
-  Got<ProMdl> left(model);
-  if (fault.empty()) {
+  if (fault.empty() && ProFaminstanceRemove({writeout.value, instance.owner}) == ProNoError) {
+    ProMdlErase(copy.value);
     ProMdlErase(model);
-    if (ProFaminstanceRemove(renamed) == ProNoError) return true;
-    fault = L"it can't be removed";
-    left = ProFaminstanceCreate(renamed);
+    return true;
   }
-  if (!left || ProMdlRename(left.value, instance.name) != ProNoError)
+  if (fault.empty()) fault = L"it can't be removed";
+  if (copy) takeBack(copy.value, instance.name, state);
+  if (ProMdlRename(model, instance.name) != ProNoError)
     core::logWrite(text::format(L"The instance '%s' is called '%s' now", instance.name, writeout.value), core::kError);
   return stays(instance, fault);
 }

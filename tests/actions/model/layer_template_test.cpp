@@ -224,6 +224,18 @@ TEST_F(LayerTemplates, ServeThemselvesWhereTheyCantBeCopied) {
   }
 }
 
+// What is erased holds its name until control is back.
+TEST_F(LayerTemplates, KeepTheirNameWhereTheOptionsModelHadToGo) {
+  startOn(add(kTemplate));
+  creo::ProDirectoryChange(L"d:\\std\\");
+  const auto standard = creo::ProMdlRetrieve(L"STANDARD", creo::ProMdlType::part);
+  creo::ProDirectoryChange(L"d:\\");
+  EXPECT_NE(std::wstring::npos, ran().find(L"|W:Can't rename the file|"));
+  EXPECT_EQ("HELD[] DATUMS[type = datum plane] AXES[type = axis]i OTHER[]", saved());
+  EXPECT_EQ(creo::ProBadInputs, creo::ProMdlNameGet(standard.value).error);
+  expectPutBack();
+}
+
 TEST_F(LayerTemplates, NobodyElsesModelIsThrownAway) {
   startOn(add(kTemplate));
   creo::ProDirectoryChange(L"d:\\std\\");

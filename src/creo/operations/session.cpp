@@ -144,9 +144,6 @@ Operations sessionOperations() {
        .codes = {ProGeneralError, ProNotFound},
        .source = Source::page,
        .documented =
-           "Closes the active window once control is back with Creo; Creo's first window is only emptied. What "
-           "wasn't saved is lost. It fails, too, while something else blocks Creo's windows.",
-       .documented =
            "Closes the active window as the person's command does, once control is back with Creo; Creo's first window "
            "is only emptied. What wasn't saved is lost. It fails, too, while something else blocks Creo's windows.",
        .ours = "The window that is current at the call. Its model stays in memory as it is, and the session is never "

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "actions/model/family_tables.h"
+#include "actions/model/free_name.h"
 #include "actions/table_file.h"
 #include "actions/task.h"
 #include "core/log.h"
@@ -22,8 +23,6 @@ namespace {
 
 using namespace creo;
 
-// Numbers in a row that other models may have taken.
-constexpr int kMostTaken = 100;
 // A longer name is no model's, and the instance would never get it back.
 constexpr int kLongestName = 31;
 // A body's ids have gaps: surfaces beyond the highest one that is seen may have a look too.
@@ -39,17 +38,6 @@ bool breakUp(ProMdl model, BreakUp& state);
 bool stays(const ProFaminstance& instance, std::wstring_view why) {
   core::logWrite(text::format(L"The instance '%s' stays in the family table: %s", instance.name, why), core::kError);
   return false;
-}
-
-// The instance makes room for its copy. The name that it has then; ProExists: no number is free.
-Got<std::wstring> renameForWriteout(ProMdl instance, BreakUp& state) {
-  for (int tries = 0; tries < kMostTaken; ++tries) {
-    std::wstring name = text::format(L"OSTELO_WRITEOUT_%d", state.writeoutCounter++);
-    const ProError result = ProMdlRename(instance, name);
-    if (result == ProNoError) return name;
-    if (result != ProExists) return result;
-  }
-  return ProExists;
 }
 
 // Saves the copy of an instance, which has a file already. Empty: it is on disk as it is to be; else why not.
@@ -69,17 +57,10 @@ std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstr
   return {};
 }
 
-// A copy that doesn't replace its instance goes. As that is complete only once control is back with Creo, it gives the
-// name away before; where another model uses it, it stays under its name.
-void takeBack(ProMdl copy, const std::wstring& name, BreakUp& state) {
-  const auto other = renameForWriteout(copy, state);
-  if (ProMdlErase(copy) != ProNoError && other) ProMdlRename(copy, name);
-}
-
 // Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
 bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   const auto commonName = ProMdlCommonnameGet(model);
-  const auto writeout = renameForWriteout(model, state);
+  const auto writeout = renameAside(model, state.writeoutCounter);
   if (!writeout) return stays(instance, L"it can't be renamed");
   std::wstring fault = L"it can't be copied";
   const auto type = ProMdlTypeGet(model);
@@ -101,7 +82,7 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
     return true;
   }
   if (fault.empty()) fault = L"it can't be removed";
-  if (copy) takeBack(copy.value, instance.name, state);
+  if (copy) eraseAside(copy.value, state.writeoutCounter);
   if (ProMdlRename(model, instance.name) != ProNoError)
     core::logWrite(text::format(L"The instance '%s' is called '%s' now", instance.name, writeout.value), core::kError);
   return stays(instance, fault);

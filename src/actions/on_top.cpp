@@ -2,6 +2,7 @@
 
 #include "core/log.h"
 #include "creo/ProMdl.h"
+#include "creo/ProSession.h"
 #include "creo/ProWindow.h"
 
 namespace actions {
@@ -9,7 +10,8 @@ namespace actions {
 creo::ProError onTop(creo::ProMdl model, creo::FunctionRef<creo::ProError()> call) {
   const creo::ProError result = call();
   if (result != creo::ProGeneralError) return result;
-  const auto before = creo::ProMdlCurrentGet();
+  const auto window = creo::ProWindowCurrentGet();
+  const auto before = window ? creo::ProWindowMdlGet(window.value) : creo::Got<creo::ProMdl>(window.error);
   if (!before || before.value == model || creo::ProMdlWindowGet(model)) return result;
   if (creo::ProMdlDisplay(model) != creo::ProNoError) return result;
   const creo::ProError again = call();

@@ -58,9 +58,11 @@ Got<std::wstring> ProMdlDirectoryPathGet(ProMdl model);
 // save. A drawing that isn't displayed is saved without its preview. ProGeneralError: not all was written (the old
 // versions are whole), the message area has the reason.
 ProError ProMdlSave(ProMdl model);
-// Takes it out of memory, which is complete once control is back with Creo: until then its name isn't free, and nothing
-// else is to be asked. ProGeneralError: another model in memory uses it. An instance's changes stay with its generic.
-// Raises notification 9 before, as ProMdlEraseAll does for its model; an error of its handler ends the erasure.
+// Takes it out of memory, which is complete once control is back with Creo: until then it is there as it was, its name
+// isn't free, and what becomes of calls for it isn't told. One that is used or displayed by then stays.
+// ProGeneralError: another model in memory uses it, which isn't to be erased itself. An instance's changes stay with
+// its generic. Raises notification 9 before, as ProMdlEraseAll does for its model; an error of its handler ends the
+// erasure.
 ProError ProMdlErase(ProMdl model);
 // The same with all that it uses and that no other model in memory uses and no window shows.
 ProError ProMdlEraseAll(ProMdl model);

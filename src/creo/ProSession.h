@@ -5,7 +5,7 @@
 
 namespace creo {
 
-// The models of a type that are in memory. None is an empty list or ProNotFound: who asks takes both alike.
+// The models of a type that are in memory. ProNotFound: none.
 Got<std::vector<ProMdl>> ProSessionMdlList(ProMdlType type);
 // The model that a window shows. ProNotFound: it is empty; ProBadInputs: no such window.
 Got<ProMdl> ProWindowMdlGet(int window);

@@ -28,8 +28,8 @@ ProError ProConfigoptSet(const std::wstring& option, const std::wstring& value);
 enum class ProInputFileType : int { program = 4, configuration = 5, detailOptions = 15 };
 // Reads a file of settings: into the session (configuration, the model doesn't matter), or into a drawing, whose
 // message dialog then tells of lines that are none. A file of detail options lies in the working folder and is given by
-// name and extension alone; nothing is repainted behind it. ProNotFound: no such file. ProBadInputs: detail options of
-// a model that is no drawing.
+// name and extension alone; nothing is repainted behind it. Without a model they go into the current drawing.
+// ProNotFound: no such file. ProBadInputs: detail options of a model that is no drawing, or a path with folders.
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type);
 
 }  // namespace creo

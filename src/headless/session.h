@@ -67,8 +67,8 @@ class Session {
   void unloadPlugin();
   [[nodiscard]] const std::wstring& startError() const;
 
-  // As a person opens a model: retrieved, shown in a window of its own, that window current. The notifications 110, 41,
-  // 90 and 26 follow when the session settles.
+  // As a person opens a model: retrieved, shown in a window of its own, which comes before the person. The
+  // notifications 110, 41, 90 and 26 follow when the session settles.
   creo::Got<creo::ProMdl> open(const std::wstring& name, creo::ProMdlType type);
   // As a person makes a model: in memory only, shown as an opened one is; notification 100 comes before 41, 90 and 26.
   // ProExists: a model of that name is in memory or in the folder; ProBadInputs: it can't be a file's name.
@@ -77,15 +77,16 @@ class Session {
   // is no current model.
   creo::ProError save();
   creo::ProError regenerate();
-  // Takes the model out of memory and closes its window.
+  // Takes the model out of memory and closes its window, when the session settles.
   creo::ProError erase();
-  // Closes the current window; the one used before becomes current. ProNotFound: there is no window.
+  // Closes the window before the person when the session settles; the one used before takes its place. The first one is
+  // emptied only. ProNotFound: it is empty.
   creo::ProError close();
   // Runs a command by its name. ProNotFound: there is none; ProGeneralError: it isn't available, or an exception left
   // it (then the message area has its text).
   creo::ProError runCommand(const std::string& name);
-  // Control goes back to Creo: queued window changes, notifications and macros are worked until nothing is left.
-  // A million events in a row are taken for a loop and end it with std::runtime_error.
+  // Control goes back to Creo: queued changes of windows, erasures, notifications and macros are worked until nothing
+  // is left. A million events in a row are taken for a loop and end it with std::runtime_error.
   void settle();
 
   // Sets an option of Creo's configuration; its name is case-blind.

@@ -222,6 +222,18 @@ bool tableIsBehind() { return table().behind; }
 
 bool tableIsBeingFilled() { return Filling::goesOn(); }
 
+creo::ProError countTableFor(creo::ProMdl model) {
+  const auto type = creo::ProMdlTypeGet(model);
+  const auto name = creo::ProMdlNameGet(model);
+  if (!type || !name) {
+    core::creoLog(L"<KVD> sourceData - Failure while ProMdlTypeGet");
+    return type ? name.error : type.error;
+  }
+  core::pluginState().currentExt = text::cut(creo::typeExtension(type.value), kExtensionField - 1);
+  core::pluginState().currentName = text::cut(name.value, kNameField - 1);
+  return creo::ProNoError;
+}
+
 creo::ProError rebuildModelTable(creo::ProMdl start) {
   const Filling filling;
   Table& t = table();
@@ -232,17 +244,12 @@ creo::ProError rebuildModelTable(creo::ProMdl start) {
     if (!current) return current.error;
     start = current.value;
   }
+  if (const creo::ProError unknown = countTableFor(start)) return unknown;
   const auto type = creo::ProMdlTypeGet(start);
   const auto name = creo::ProMdlNameGet(start);
-  if (!type || !name) {
-    core::creoLog(L"<KVD> sourceData - Failure while ProMdlTypeGet");
-    return type ? name.error : type.error;
-  }
-  auto& state = core::pluginState();
-  state.currentExt = text::cut(creo::typeExtension(type.value), kExtensionField - 1);
-  state.currentName = text::cut(name.value, kNameField - 1);
 
-  if (t.listFilter.block && state.useGlobFilterNow != 0) setCheck(kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
+  if (t.listFilter.block && core::pluginState().useGlobFilterNow != 0)
+    setCheck(kFilterDialog, "kvaneFilterGlobal", basis.listFilter);
   enableHighlighting(type.value == creo::ProMdlType::assembly);
   if (filterInForce() == t.listFilter.block) tellOfMissingGroups(t.listFilter);
 

@@ -16,6 +16,9 @@ namespace run {
 // starts costs one walk over all of them. A start that is given again is walked anew. Returns the last failure of the
 // dialog, or why there is no start.
 creo::ProError rebuildModelTable(creo::ProMdl start);
+// From here on the table counts as built for that model: it isn't rebuilt when the model comes before the person, and a
+// run on it is no run on a foreign one. ProBadInputs: the handle has gone, and nothing changes.
+creo::ProError countTableFor(creo::ProMdl model);
 // Deletes all rows with the components of their cells.
 void clearModelTable();
 // Clears and rebuilds for the current model, unless the filling is held back.

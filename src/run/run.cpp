@@ -335,20 +335,26 @@ Opening openRow(const std::string& row) {
   return Opening::here;
 }
 
-// Body on the model that stands before Creo now.
-void runWaitingRow() {
+// Takes the run's own window away. Closing is for the window that the person has: the one that came forward, or his
+// empty one that was taken.
+void leaveWindow(Opening opening) {
+  const int window = run()->window;
+  if (opening == Opening::asked) ProWindowCurrentSet(window);
+  const auto current = ProWindowCurrentGet();
+  const bool isPersons = current && current.value == window;
+  const ProError left = isPersons ? ProWindowCurrentClose() : ProWindowDelete(window);
+  if (left != ProNoError) creoLog(L"<KVD> main - a window of the run stays");
+}
+
+// Body on the model that stands before Creo now; opening: asked where its window came forward for it.
+void runWaitingRow(Opening opening) {
   const std::shared_ptr<Run> kept = run();
   Run& state = *kept;
   reports::reportsNextRowAll(reports::reportRegistry());
   if (const auto current = ProMdlCurrentGet()) creoLog(ProMdlNameGet(current.value).value);
   if (!stopsAt(insteadOfBody)) runSection(state.list.body, state.waitingRow);
   if (!run()) return;  // an action closed the tool
-  if (state.windowCreated) {
-    ProWindowCurrentSet(state.window);
-    const auto current = ProWindowCurrentGet();
-    // Where it doesn't come forward the current window is another one, the user's.
-    if (current && current.value == state.window) ProWindowCurrentClose();
-  }
+  if (state.windowCreated) leaveWindow(opening);
   finishModel();
 }
 
@@ -373,7 +379,7 @@ void advance(bool bodyRan) {
     if (!hasItsTurn(row)) continue;
     const Opening opening = openRow(row);
     if (opening == Opening::asked) return;
-    if (opening == Opening::here) runWaitingRow();
+    if (opening == Opening::here) runWaitingRow(opening);
     bodyRan = opening == Opening::here;
   }
 }
@@ -451,7 +457,7 @@ void onWindowActivated() {
     return;
   }
   ProNotificationUnset(ProNotifyType::windowActivated);
-  runWaitingRow();
+  runWaitingRow(Opening::asked);
   advance(true);
 }
 

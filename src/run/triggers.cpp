@@ -75,9 +75,8 @@ ProError onRegenerate(const ProNotification& event) {
   return isBusy() ? ProNoError : fire(Trigger::beforeRegenerate, event.model);
 }
 
-ProError onErase(const ProNotification& event) {
-  return isBusy() ? ProNoError : fire(Trigger::beforeErase, event.model);
-}
+// Creo doesn't tell which model goes; where a person erases one it is the current one.
+ProError onErase(const ProNotification& /*event*/) { return isBusy() ? ProNoError : fire(Trigger::beforeErase, {}); }
 
 ProMdlType typeOf(const std::wstring& extension) {
   for (const ProMdlType type : {ProMdlType::part, ProMdlType::assembly, ProMdlType::drawing})

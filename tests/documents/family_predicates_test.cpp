@@ -30,7 +30,11 @@ std::string row(const std::string& name, const std::string& rows = "", bool veri
 std::string uses(const std::string& name, const std::string& type = "asm") {
   return R"({"name": ")" + name + R"(", "type": ")" + type + "\"}";
 }
-std::size_t inMemory(World& world) { return world.session().models().list().size(); }
+// Once control is back.
+std::size_t inMemory(World& world) {
+  world.session().settle();
+  return world.session().models().list().size();
+}
 
 struct Case {
   const wchar_t* item;

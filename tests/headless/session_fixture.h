@@ -86,6 +86,11 @@ class HeadlessSession : public ::testing::Test {
           (members.empty() ? "" : members + ", ") + R"("solid": {"primitives": [)" + primitives + "]}");
     return retrieve(text::fromUtf8(name));
   }
+  // Out of memory, control being back behind it.
+  void erase(creo::ProMdl model) {
+    EXPECT_EQ(creo::ProNoError, creo::ProMdlErase(model));
+    session().settle();
+  }
   static creo::ProModelitem item(creo::ProMdl model) { return creo::ProMdlToModelitem(model).value; }
   static creo::ProParamvalue real(double value) {
     creo::ProParamvalue out;

@@ -144,6 +144,7 @@ TEST_F(Templates, FindTheWorkersFolder) {
          {L"@workerdir:d:\\jobs", L"0:@workerdir:d:\\jobs"}},
         plate);
   creo::ProMdlErase(frame);
+  world.session().settle();
   world.session().failNext("pfcGetCurrentModelFileName", creo::ProNotFound);
   check({{L"@workerdir:d:\\jobs@", L"0:@workerdir:d:\\jobs@"}}, plate);
 }

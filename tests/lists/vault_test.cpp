@@ -249,6 +249,7 @@ TEST_F(VaultLists, AClearedWorkspaceIsFilledFromTheVaultAgain) {
   EXPECT_EQ("A.2 /Designs", object());
   EXPECT_EQ(ProNotFound, ProServerObjectStatusGet(L"plm", L"design", L"bracket.prt").error);
   ProMdlErase(ProMdlInit(L"BRACKET", ProMdlType::part).value);
+  world.session().settle();
   const auto again = ProMdlRetrieve(L"bracket", ProMdlType::part);
   ASSERT_TRUE(again);
   EXPECT_EQ(L"COLOR=red PTC_WM_LOCATION=/Designs PTC_WM_REVISION=A PTC_WM_ITERATION=2 NORM=WN",

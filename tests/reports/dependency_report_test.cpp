@@ -36,6 +36,7 @@ TEST_F(DependencyReport, MissingOnesThatComeBackAreRetrievedAndStay) {
   model("top.asm", R"("components": [{"name": "GEAR", "type": "prt"}])");
   prepare(notParts(uses(on({"all", "missing"}))), L"TOP", ProMdlType::assembly);
   ProMdlErase(ProMdlInit(L"TOP", ProMdlType::assembly).value);
+  world.session().settle();
   world.open(L"TOP", ProMdlType::assembly);
   EXPECT_EQ(rows(), line({"GEAR.PRT", ""}));
   EXPECT_TRUE(ProMdlInit(L"GEAR", ProMdlType::part));

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "core/state.h"
+#include "creo/ProMdl.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
 #include "headless/proui/ui.h"
@@ -13,6 +14,7 @@
 #include "run/check_out.h"
 #include "run/choosers.h"
 #include "run/model_table.h"
+#include "run/row_name.h"
 #include "run/triggers.h"
 #include "text/encoding.h"
 
@@ -156,6 +158,18 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
   if (!anyFits && !all.empty())
     choice.unmatched = "--select: no model matches '" + options.select + "'" + nearestRow(options.select, all);
   return choice;
+}
+
+void RunDriver::bringForward(const std::string& row) {
+  const std::wstring name = run::rowModelName(row);
+  const creo::ProMdlType type = run::rowType(row);
+  const auto current = creo::ProMdlCurrentGet();
+  if (current && current.value == creo::ProMdlInit(name, type).value) return;
+  const run::TableHold hold;
+  const auto model = session_.open(name, type);
+  if (!model) return;
+  run::countTableFor(model.value);
+  session_.settle();
 }
 
 std::vector<RunDriver::Refused> RunDriver::checkOut() {

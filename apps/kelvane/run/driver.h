@@ -49,6 +49,10 @@ class RunDriver {
   // Checks out the models of the checked rows, as the tool's button does. Gives those that it couldn't.
   std::vector<Refused> checkOut();
 
+  // Opens the model of a row and leaves the table as it is. A run of one model works it where the session stands, and a
+  // person who wants that has opened it. What can't be opened is told by the run.
+  void bringForward(const std::string& row);
+
   // Presses start and waits until everything is done.
   void start();
 

@@ -134,6 +134,7 @@ class RunWork {
       if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
+    if (choice.rows.size() == 1) driver.bringForward(choice.rows.front());
     files_.recorded->forgetAll();
     watch.begin(choice.rows);
     const std::string broke = started(driver);

@@ -126,9 +126,10 @@ json windowsOf(Session& session) {
   const headless::Windows& all = session.windows();
   for (const int number : all.all()) {
     const headless::Model* model = session.models().find(all.model(number));
+    if (!model && number == headless::Windows::kFirst) continue;  // nothing is open in it
     windows.push_back({{"number", number},
                        {"model", model ? label(model->name, model->type()) : std::string()},
-                       {"current", number == all.current()}});
+                       {"current", number == all.active()}});
   }
   return windows;
 }

@@ -1,5 +1,6 @@
 #include "actions/exports/model_window.h"
 
+#include "core/log.h"
 #include "creo/ProMdl.h"
 
 namespace actions {
@@ -21,8 +22,12 @@ ModelWindow::ModelWindow(creo::ProMdl model) : before_(creo::ProWindowCurrentGet
 }
 
 ModelWindow::~ModelWindow() {
-  if (opened_ && creo::ProWindowCurrentSet(window_.value) == creo::ProNoError) creo::ProWindowCurrentClose();
-  if (before_) creo::ProWindowCurrentSet(before_.value);
+  const bool isBack = before_ && creo::ProWindowCurrentSet(before_.value) == creo::ProNoError;
+  if (!opened_) return;
+  // Closing is for the person's window; where that was empty, and so taken, it is to be emptied again.
+  const bool isPersons = isBack && before_.value == window_.value;
+  const creo::ProError closed = isPersons ? creo::ProWindowCurrentClose() : creo::ProWindowDelete(window_.value);
+  if (closed != creo::ProNoError) core::logWrite(L"The window that was opened for a picture stays", core::kWarning);
 }
 
 }  // namespace actions

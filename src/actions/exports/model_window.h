@@ -6,8 +6,8 @@
 
 namespace actions {
 
-// Makes the model's window the current one, and opens one for a model that has none. The destructor closes what was
-// opened and makes the window current that was.
+// Makes the model's window the current one, and opens one for a model that has none. The destructor makes the window
+// current that was, and takes away what was opened; a warning says that it stays.
 class ModelWindow {
  public:
   explicit ModelWindow(creo::ProMdl model);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "actions/model/family_tables.h"
+#include "actions/model/free_name.h"
 #include "actions/table_file.h"
 #include "actions/task.h"
 #include "core/log.h"
@@ -22,8 +23,6 @@ namespace {
 
 using namespace creo;
 
-// Numbers in a row that other models may have taken.
-constexpr int kMostTaken = 100;
 // A longer name is no model's, and the instance would never get it back.
 constexpr int kLongestName = 31;
 // A body's ids have gaps: surfaces beyond the highest one that is seen may have a look too.
@@ -39,17 +38,6 @@ bool breakUp(ProMdl model, BreakUp& state);
 bool stays(const ProFaminstance& instance, std::wstring_view why) {
   core::logWrite(text::format(L"The instance '%s' stays in the family table: %s", instance.name, why), core::kError);
   return false;
-}
-
-// The instance makes room for its copy. The name that it has then; ProExists: no number is free.
-Got<std::wstring> renameForWriteout(ProMdl instance, BreakUp& state) {
-  for (int tries = 0; tries < kMostTaken; ++tries) {
-    std::wstring name = text::format(L"OSTELO_WRITEOUT_%d", state.writeoutCounter++);
-    const ProError result = ProMdlRename(instance, name);
-    if (result == ProNoError) return name;
-    if (result != ProExists) return result;
-  }
-  return ProExists;
 }
 
 // Saves the copy of an instance, which has a file already. Empty: it is on disk as it is to be; else why not.
@@ -72,15 +60,15 @@ std::wstring saveCopy(ProMdl copy, const std::wstring& name, const Got<std::wstr
 // Replaces an instance by a copy on disk. False: it is as it was, and the log says why.
 bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   const auto commonName = ProMdlCommonnameGet(model);
-  const auto writeout = renameForWriteout(model, state);
+  const auto writeout = renameAside(model, state.writeoutCounter);
   if (!writeout) return stays(instance, L"it can't be renamed");
   std::wstring fault = L"it can't be copied";
   const auto type = ProMdlTypeGet(model);
   const auto replaces = ProMdlnameIsTaken(instance.name, type.value);
-  if (const auto copy = ProMdlCopy(model, instance.name)) {
+  const auto copy = ProMdlCopy(model, instance.name);
+  if (copy) {
     const auto file = ProMdlOriginGet(copy.value);
     fault = saveCopy(copy.value, instance.name, commonName);
-    ProMdlErase(copy.value);
     if (!fault.empty() && file && os::files().exists(file.value) && os::files().remove(file.value))
       core::logWrite(L"Failure while delete " + file.value, core::kWarning);
   }
@@ -88,15 +76,14 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
     core::logWrite(text::format(L"A model of the name %s.%s was on disk already: the instance replaces it",
                                 instance.name, typeExtension(type.value)),
                    core::kWarning);
-  const ProFaminstance renamed{writeout.value, instance.owner};
-  Got<ProMdl> left(model);
-  if (fault.empty()) {
+  if (fault.empty() && ProFaminstanceRemove({writeout.value, instance.owner}) == ProNoError) {
+    ProMdlErase(copy.value);
     ProMdlErase(model);
-    if (ProFaminstanceRemove(renamed) == ProNoError) return true;
-    fault = L"it can't be removed";
-    left = ProFaminstanceCreate(renamed);
+    return true;
   }
-  if (!left || ProMdlRename(left.value, instance.name) != ProNoError)
+  if (fault.empty()) fault = L"it can't be removed";
+  if (copy) eraseAside(copy.value, state.writeoutCounter);
+  if (ProMdlRename(model, instance.name) != ProNoError)
     core::logWrite(text::format(L"The instance '%s' is called '%s' now", instance.name, writeout.value), core::kError);
   return stays(instance, fault);
 }

@@ -4,6 +4,7 @@
 
 #include "actions/environment/config_options.h"
 #include "actions/environment/macro.h"
+#include "actions/model/free_name.h"
 #include "actions/model/layers.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -146,10 +147,12 @@ class LayerTemplate {
     if (!option_.back()) tellUnset(kOption);
     if (!template_) return;
     tell(L"Try to delete template model");
+    // The next action wants the names of template and option anew, and may come before the erasure is complete.
+    int number = 0;
     const auto name = creo::ProMdlNameGet(template_);
     if (!name)
       core::logWrite(L"Can't get model init", core::kWarning);
-    else if (creo::ProMdlErase(template_) != creo::ProNoError)
+    else if (eraseAside(template_, number) != creo::ProNoError)
       core::logWrite(L"Can't erase Model", core::kError);
     if (copyFile_.empty()) return;
     tell(L"Try to delete: " + copyFile_);

@@ -13,9 +13,8 @@ Operations modelOperations() {
        .source = Source::page,
        .documented = "The model that the user edits; a code of its own where there is none. Making a window current "
                      "doesn't change it.",
-       .ours = "The model of the current window, which making a window current changes.",
-       .verdict = Verdict::differs,
-       .test = "SessionOfModels.NotificationsComeOnceControlIsBack"},
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.TheCurrentWindowIsntAlwaysTheActiveOne"},
       {.name = "ProMdlInit",
        .header = "ProMdl.h",
        .shape = "name, type -> model",
@@ -148,9 +147,10 @@ Operations modelOperations() {
        .documented = "Complete only when control is back with Creo; calls in between are unpredictable. A model that "
                      "others use stays until they are erased. An error of a handler ends it, and so may the user "
                      "interface.",
-       .ours = "At once, whatever a handler answers.",
-       .verdict = Verdict::differs,
-       .test = "ModelsInMemory.HandlesOfErasedModelsGiveBadInputs"},
+       .ours = "Calls in between find the model as it was; what is used or displayed by then stays, with a line. A "
+               "model that others use is refused at once.",
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.ErasuresAreCompleteOnceControlIsBack"},
       {.name = "ProMdlEraseAll",
        .header = "ProMdl.h",
        .shape = "model ->",
@@ -159,8 +159,8 @@ Operations modelOperations() {
        .documented =
            "With all that it uses, mutual uses too, except what others in the session use. Refused for a model "
            "in use. Complete only when control is back, as ProMdlErase.",
-       .ours = "At once, whatever a handler answers; what stands in a window stays.",
-       .verdict = Verdict::differs,
+       .ours = "As ProMdlErase; what stands in a window stays.",
+       .verdict = Verdict::same,
        .test = "GroupModes.WhatOthersUseIsntErasedWithAModel"},
       {.name = "ProMdlEraseNotDisplayed",
        .header = "ProMdl.h",

@@ -11,9 +11,8 @@ Operations sessionOperations() {
        .codes = {ProGeneralError, ProBadInputs, ProNotFound},
        .source = Source::page,
        .documented = "The models of a type that are in memory. None of that type is a failure, ProNotFound.",
-       .ours = "An empty list.",
-       .verdict = Verdict::differs,
-       .test = "SessionOfModels.ListenersHearOfOpeningsAndDisplays"},
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.ErasuresAreCompleteOnceControlIsBack"},
       {.name = "ProWindowMdlGet",
        .header = "ProSession.h",
        .shape = "window -> model",
@@ -107,8 +106,7 @@ Operations sessionOperations() {
        .source = Source::guide,
        .documented = "Options of the session ask for no model. Detail options are a file's name and extension without "
                      "folders, and nothing is repainted; without a model they go into the current drawing.",
-       .ours = "Detail options may have a folder, and ask for their drawing.",
-       .verdict = Verdict::differs,
+       .verdict = Verdict::same,
        .test = "SessionOfModels.MessageFilesAndSettings"},
 
       // Windows.
@@ -118,9 +116,8 @@ Operations sessionOperations() {
        .codes = {ProGeneralError, ProBadInputs, ProNotFound, ProNoGraphics},
        .source = Source::page,
        .documented = "Opens a window and puts the model, which is in memory, into it; an empty window is taken first.",
-       .ours = "An empty window that waits for its model, whether that is in memory or not.",
-       .verdict = Verdict::differs,
-       .test = "SessionOfModels.NotificationsComeOnceControlIsBack"},
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.TheCurrentWindowIsntAlwaysTheActiveOne"},
       {.name = "ProWindowCurrentGet",
        .header = "ProWindow.h",
        .shape = "-> window",
@@ -128,9 +125,9 @@ Operations sessionOperations() {
        .source = Source::page,
        .documented =
            "The current window's number; -1 where the message area is current. Creo's first window never goes.",
-       .ours = "ProNotFound before the first window and behind the last: there is no window that stays.",
-       .verdict = Verdict::differs,
-       .test = "SessionOfModels.NotificationsComeOnceControlIsBack"},
+       .ours = "Never -1: the message area isn't current here.",
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.TheCurrentWindowIsntAlwaysTheActiveOne"},
       {.name = "ProWindowCurrentSet",
        .header = "ProWindow.h",
        .shape = "window ->",
@@ -139,20 +136,34 @@ Operations sessionOperations() {
        .documented =
            "The window in which the following calls act. It isn't brought forward, and the current model stays "
            "the same.",
-       .ours = "The window's model becomes the current one.",
-       .verdict = Verdict::differs,
-       .test = "SessionOfModels.NotificationsComeOnceControlIsBack"},
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.TheCurrentWindowIsntAlwaysTheActiveOne"},
       {.name = "ProWindowCurrentClose",
        .header = "ProWindow.h",
        .shape = "->",
        .codes = {ProGeneralError, ProNotFound},
        .source = Source::page,
        .documented =
-           "Closes the active window once control is back with Creo; Creo's first window is only emptied. What "
-           "wasn't saved is lost. It fails, too, while something else blocks Creo's windows.",
-       .ours = "At once, and any window goes; its model stays in memory.",
+           "Closes the active window as the person's command does, once control is back with Creo; Creo's first window "
+           "is only emptied. What wasn't saved is lost. It fails, too, while something else blocks Creo's windows.",
+       .ours = "The window that is current at the call. Its model stays in memory as it is, and the session is never "
+               "blocked. ProNotFound for an empty first window.",
        .verdict = Verdict::differs,
-       .test = "SessionOfModels.WindowsOfClosedOnesAreNotActivated"},
+       .reason =
+           "The page says both active and current; who asks makes them one before. The model of a closed window stays "
+           "in the session as it does behind the person's command, and what else may be lost of it isn't told.",
+       .test = "SessionOfModels.NotificationsComeOnceControlIsBack"},
+      {.name = "ProWindowDelete",
+       .header = "ProWindow.h",
+       .shape = "window ->",
+       .codes = {ProGeneralError, ProBadInputs},
+       .source = Source::page,
+       .documented =
+           "Takes a window away at once and parts it from its model; Creo's first one stays, empty. The "
+           "current one is refused with a code of its own, and the active one can't be parted from its model.",
+       .ours = "ProGeneralError for both.",
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.TheCurrentWindowIsntAlwaysTheActiveOne"},
       {.name = "ProWindowActivate",
        .header = "ProWindow.h",
        .shape = "window ->",
@@ -188,8 +199,8 @@ Operations sessionOperations() {
        .source = Source::page,
        .documented =
            "Fits the part, assembly or drawing into the window. -1 isn't taken. A window without a model fails.",
-       .ours = "Takes -1, and an empty window.",
-       .verdict = Verdict::differs},
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.TheCurrentWindowIsntAlwaysTheActiveOne"},
 
       // Selections.
       {.name = "ProSelbufferSelectionsGet",
@@ -343,9 +354,8 @@ Operations sessionOperations() {
        .documented =
            "Takes the place of the handler that hangs there. An error that a handler gives before a save or an "
            "erasure keeps Creo from it; other answers aren't read. Before an erasure no model is given.",
-       .ours = "No handler's answer is read; before an erasure the model is given.",
-       .verdict = Verdict::differs,
-       .test = "SessionOfModels.ExceptionsOfHandlersBecomeLines"},
+       .verdict = Verdict::same,
+       .test = "SessionOfModels.AHandlersErrorKeepsAModelFromBeingSavedOrErased"},
       {.name = "ProNotificationUnset",
        .header = "ProNotify.h",
        .shape = "type ->",

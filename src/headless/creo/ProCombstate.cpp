@@ -109,7 +109,7 @@ Got<ProModelitem> ProMdlCombStateCreate(ProMdl model, const std::wstring& name,
 ProError ProCombstateActivate(const ProModelitem& item) {
   return onCombinedState("ProCombstateActivate", item,
                          [](State& state, const Model& m, const CombinedStateRecord& record) -> ProError {
-                           if (!headless::isOnTop(state, m)) return ProGeneralError;
+                           if (!headless::isInFront(state, m)) return ProGeneralError;
                            return headless::activateCombinedState(state.models, m, record);
                          });
 }

@@ -4,7 +4,6 @@
 
 #include "headless/creo/operation.h"
 #include "headless/model/drawing.h"
-#include "headless/model/erase.h"
 #include "headless/model/retrieve.h"
 #include "headless/model/save.h"
 #include "os/paths.h"
@@ -15,7 +14,6 @@
 namespace creo {
 
 using headless::Model;
-using headless::modelKey;
 using headless::onModel;
 using headless::operation;
 using State = headless::Session::State;
@@ -37,7 +35,7 @@ std::vector<ProDependency> filesUsed(const Model& model) {
 
 Got<ProMdl> ProMdlCurrentGet() {
   return operation("ProMdlCurrentGet", [](State& state) -> Got<ProMdl> {
-    const Model* model = state.models.find(state.windows.model(state.windows.current()));
+    const Model* model = state.models.find(state.windows.model(state.windows.active()));
     if (!model) return ProNotFound;
     return model->handle;
   });
@@ -139,13 +137,6 @@ ProError ProMdlSave(ProMdl model) {
   });
 }
 
-ProError ProMdlErase(ProMdl model) {
-  return operation("ProMdlErase", [&](State& state) -> ProError {
-    if (const ProError forbidden = state.mayGoOn(ProNotifyType::eraseBefore, model)) return forbidden;
-    return headless::eraseModel(state.models, model);
-  });
-}
-
 namespace {
 
 // A model that isn't checked out: what the user would answer stands in an option, as nobody sits here.
@@ -216,13 +207,8 @@ Got<ProModelitem> ProMdlToModelitem(ProMdl model) {
 
 ProError ProMdlDisplay(ProMdl model) {
   return onModel("ProMdlDisplay", model, [](State& state, Model& m) -> ProError {
-    const std::wstring key = modelKey(m.name, m.type());
-    int window = state.windows.of(m.handle, key);
+    int window = state.windows.of(m.handle);
     if (window == 0) window = state.windows.current();
-    if (window == 0) {
-      window = state.windows.create(key);
-      state.windows.setCurrent(window);
-    }
     const bool changed = state.windows.show(window, m.handle);
     state.queue(ProNotifyType::modelDisplayed, m.handle, window);
     if (!changed) return ProNoError;
@@ -234,7 +220,7 @@ ProError ProMdlDisplay(ProMdl model) {
 
 Got<int> ProMdlWindowGet(ProMdl model) {
   return onModel("ProMdlWindowGet", model, [](State& state, Model& m) -> Got<int> {
-    const int window = state.windows.of(m.handle, modelKey(m.name, m.type()));
+    const int window = state.windows.of(m.handle);
     if (window == 0) return ProNotFound;
     return window;
   });

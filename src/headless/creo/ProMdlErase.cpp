@@ -7,12 +7,23 @@ namespace creo {
 using headless::operation;
 using State = headless::Session::State;
 
+namespace {
+
+ProError askToErase(State& state, ProMdl model, bool withUsed) {
+  if (const ProError forbidden = state.mayGoOn(ProNotifyType::eraseBefore, model)) return forbidden;
+  if (const ProError refused = state.erasures.ask(model, withUsed)) return refused;
+  state.queue(ProNotifyType::eraseBefore, model, 0, headless::Event::Does::erases);
+  return ProNoError;
+}
+
+}  // namespace
+
+ProError ProMdlErase(ProMdl model) {
+  return operation("ProMdlErase", [&](State& state) { return askToErase(state, model, false); });
+}
+
 ProError ProMdlEraseAll(ProMdl model) {
-  return operation("ProMdlEraseAll", [&](State& state) -> ProError {
-    if (const ProError forbidden = state.mayGoOn(ProNotifyType::eraseBefore, model)) return forbidden;
-    // Creo keeps a model that stands in a window.
-    return headless::eraseWithUsed(state.models, model, [&](ProMdl used) { return state.windows.shows(used); });
-  });
+  return operation("ProMdlEraseAll", [&](State& state) { return askToErase(state, model, true); });
 }
 
 ProError ProMdlEraseNotDisplayed() {

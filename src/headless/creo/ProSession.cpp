@@ -12,6 +12,7 @@ Got<std::vector<ProMdl>> ProSessionMdlList(ProMdlType type) {
     std::vector<ProMdl> models;
     for (const headless::ModelInMemory& listed : state.models.list())
       if (listed.type == type) models.push_back(listed.handle);
+    if (models.empty()) return ProNotFound;
     return models;
   });
 }

@@ -63,7 +63,7 @@ namespace {
 
 // Creo's own message dialog tells of lines that were left out; its only button goes on.
 ProError readDetails(State& state, ProMdl handle, const std::wstring& path, std::wstring_view content) {
-  headless::Model* model = state.models.find(handle);
+  headless::Model* model = state.models.find(handle ? handle : state.windows.model(state.windows.active()));
   if (!model || model->type() != ProMdlType::drawing) return ProBadInputs;
   const std::size_t refused = headless::readDetailOptions(*model->document, content);
   if (refused == 0) return ProNoError;
@@ -76,9 +76,11 @@ ProError readDetails(State& state, ProMdl handle, const std::wstring& path, std:
 
 ProError ProInputFileRead(ProMdl model, const std::wstring& path, ProInputFileType type) {
   return operation("ProInputFileRead", [&](State& state) -> ProError {
+    const bool isDetails = type == ProInputFileType::detailOptions;
+    if (isDetails && os::nameOf(path) != path) return ProBadInputs;
     const auto content = os::readText(headless::exportPath(state.models, path));
     if (!content) return ProNotFound;
-    if (type == ProInputFileType::detailOptions) return readDetails(state, model, path, content.value);
+    if (isDetails) return readDetails(state, model, path, content.value);
     if (type == ProInputFileType::program) return headless::readProgram(state, model, path, content.value);
     state.configuration.read(content.value);
     return ProNoError;

@@ -20,20 +20,19 @@ Got<int> ProObjectwindowCreate(const std::wstring& name, ProMdlType type) {
   return operation("ProObjectwindowCreate", [&](State& state) -> Got<int> {
     if (!state.options.graphics) return ProNoGraphics;
     if (name.empty() || type == ProMdlType::unused) return ProBadInputs;
-    const std::wstring bare = headless::modelName(name).name;
-    const auto model = state.models.inMemory(bare, type);
-    const std::wstring key = headless::modelKey(bare, type);
-    if (model)
-      if (const int there = state.windows.of(model.value, key)) return there;
-    return state.windows.create(key);
+    const auto model = state.models.inMemory(name, type);
+    if (!model) return model.error;
+    if (const int there = state.windows.of(model.value)) return there;
+    const int window = state.windows.create();
+    state.windows.show(window, model.value);
+    state.queue(ProNotifyType::currentModelChanged, model.value, window);
+    state.raise(ProNotifyType::windowOccupied, model.value, window);
+    return window;
   });
 }
 
 Got<int> ProWindowCurrentGet() {
-  return operation("ProWindowCurrentGet", [](State& state) -> Got<int> {
-    if (state.windows.current() == 0) return ProNotFound;
-    return state.windows.current();
-  });
+  return operation("ProWindowCurrentGet", [](State& state) -> Got<int> { return state.windows.current(); });
 }
 
 ProError ProWindowCurrentSet(int window) {
@@ -47,7 +46,17 @@ ProError ProWindowCurrentSet(int window) {
 ProError ProWindowCurrentClose() {
   return operation("ProWindowCurrentClose", [](State& state) -> ProError {
     const int window = state.windows.current();
-    if (window == 0) return ProNotFound;
+    const ProMdl shown = state.windows.model(window);
+    if (window == headless::Windows::kFirst && !shown) return ProNotFound;
+    state.queue(ProNotifyType::windowClosed, shown, window, headless::Event::Does::closes);
+    return ProNoError;
+  });
+}
+
+ProError ProWindowDelete(int window) {
+  return operation("ProWindowDelete", [&](State& state) -> ProError {
+    if (!state.windows.has(window)) return ProBadInputs;
+    if (window == state.windows.current() || window == state.windows.active()) return ProGeneralError;
     state.queue(ProNotifyType::windowClosed, state.windows.model(window), window);
     state.windows.close(window);
     return ProNoError;
@@ -57,12 +66,8 @@ ProError ProWindowCurrentClose() {
 ProError ProWindowActivate(int window) {
   return operation("ProWindowActivate", [&](State& state) -> ProError {
     if (!state.options.graphics) return ProNoGraphics;
-    if (!isWindow(state, window)) return ProBadInputs;
-    headless::Event event;
-    event.notification.type = ProNotifyType::windowActivated;
-    event.notification.window = window == kAnyWindow ? state.windows.current() : window;
-    event.activates = true;
-    state.events.queue(std::move(event));
+    if (!state.windows.has(window)) return ProBadInputs;
+    state.queue(ProNotifyType::windowActivated, {}, window, headless::Event::Does::activates);
     return ProNoError;
   });
 }
@@ -80,7 +85,10 @@ ProError ProWindowClear(int window) {
 }
 
 ProError ProWindowRefit(int window) {
-  return operation("ProWindowRefit", [&](State& state) { return isWindow(state, window) ? ProNoError : ProBadInputs; });
+  return operation("ProWindowRefit", [&](State& state) -> ProError {
+    if (!state.windows.has(window)) return ProBadInputs;
+    return state.windows.model(window) ? ProNoError : ProNotFound;
+  });
 }
 
 }  // namespace creo

@@ -31,15 +31,17 @@ ProError Session::regenerate() {
 ProError Session::erase() {
   const auto model = creo::ProMdlCurrentGet();
   if (!model) return model.error;
-  const int window = state_->windows.current();
+  const int window = state_->windows.active();
   const ProError result = creo::ProMdlErase(model.value);
-  // A handler may have brought another window forward, or another model into this one.
-  if (result == creo::ProNoError && window == state_->windows.current() && !state_->windows.model(window)) {
-    creo::ProWindowCurrentClose();
-  }
+  // A handler may bring another model into the window.
+  if (result == creo::ProNoError)
+    state_->queue(ProNotifyType::windowClosed, model.value, window, Event::Does::closesUnused);
   return result;
 }
 
-ProError Session::close() { return creo::ProWindowCurrentClose(); }
+ProError Session::close() {
+  state_->windows.setCurrent(state_->windows.active());
+  return creo::ProWindowCurrentClose();
+}
 
 }  // namespace headless

@@ -44,7 +44,7 @@ Got<std::vector<std::wstring>> listed(const std::wstring& path, bool folders, st
 
 Got<std::wstring> pfcGetCurrentModelFileName() {
   return operation("pfcGetCurrentModelFileName", [](State& state) -> Got<std::wstring> {
-    const headless::Model* model = state.models.find(state.windows.model(state.windows.current()));
+    const headless::Model* model = state.models.find(state.windows.model(state.windows.active()));
     if (!model) return ProNotFound;
     return text::lower(model->name + L"." + typeExtension(model->type()));
   });

@@ -49,6 +49,7 @@ Session::State::State(SessionOptions given)
                 return option.empty() || !text::equalNoCase(option.front(), L"no");
               }},
              {instanceValues, relationNames}, options.modelFolder),
+      erasures(models, [this](ProMdl model) { return windows.shows(model); }),
       parameters(models),
       bodies(models),
       servers(models, models.folders().working(), options.withholdSaves),
@@ -87,10 +88,12 @@ ProError Session::State::raise(ProNotifyType type, ProMdl model, int window) {
   if (!reported || !events.isHeard(type)) return creo::ProNoError;
   creo::ProNotification notification;
   notification.type = type;
-  notification.model = model;
   notification.window = window;
-  notification.name = reported->name;
-  notification.typeText = typeExtension(reported->type());
+  if (type != ProNotifyType::eraseBefore) {  // Creo doesn't tell what goes
+    notification.model = model;
+    notification.name = reported->name;
+    notification.typeText = typeExtension(reported->type());
+  }
   return notify(notification);
 }
 
@@ -105,8 +108,9 @@ ProError Session::State::mayGoOn(ProNotifyType type, ProMdl handle) {
   return creo::ProGeneralError;
 }
 
-void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
+void Session::State::queue(ProNotifyType type, ProMdl model, int window, Event::Does does) {
   Event event;
+  event.does = does;
   event.notification.type = type;
   event.notification.model = model;
   event.notification.window = window;
@@ -117,13 +121,34 @@ void Session::State::queue(ProNotifyType type, ProMdl model, int window) {
   events.queue(std::move(event));
 }
 
+bool Session::State::carryOut(Event& event) {
+  creo::ProNotification& reported = event.notification;
+  switch (event.does) {
+    case Event::Does::nothing:
+      return true;
+    case Event::Does::activates:
+      if (!windows.has(reported.window)) return false;
+      windows.activate(reported.window);
+      reported.model = windows.model(reported.window);
+      return true;
+    case Event::Does::closesUnused:
+    case Event::Does::closes:
+      if (!windows.has(reported.window)) return false;
+      if (event.does == Event::Does::closesUnused && windows.model(reported.window)) return false;
+      windows.close(reported.window);
+      return true;
+    case Event::Does::erases:
+      erasures.carryOut(reported.model);
+      return false;
+  }
+  return true;
+}
+
 void Session::State::present(ProMdl handle, std::initializer_list<ProNotifyType> reported) {
-  const Model& model = *models.find(handle);
-  const std::wstring key = modelKey(model.name, model.type());
-  int window = windows.of(handle, key);
-  if (window == 0) window = windows.create(key);
+  int window = windows.of(handle);
+  if (window == 0) window = windows.create();
   windows.show(window, handle);
-  windows.setCurrent(window);
+  windows.activate(window);
   for (const ProNotifyType entry : reported) queue(entry, handle, window);
 }
 
@@ -188,16 +213,11 @@ void Session::settle() {
   } settling(state_->settling);
   for (int worked = 0;;) {
     if (worked == kEventLimit) throw std::runtime_error("a million events without an end");
-    if (const auto event = state_->events.next()) {
-      creo::ProNotification reported = event->notification;
+    if (auto event = state_->events.next()) {
+      if (!state_->carryOut(*event)) continue;
       // Nobody answers what nobody hears, so it is no part of a loop, however many models a run displays.
-      if (state_->events.isHeard(reported.type)) ++worked;
-      if (event->activates) {
-        if (!state_->windows.has(reported.window)) continue;  // closed meanwhile
-        state_->windows.setCurrent(reported.window);
-        reported.model = state_->windows.model(reported.window);
-      }
-      state_->notify(reported);
+      if (state_->events.isHeard(event->notification.type)) ++worked;
+      state_->notify(event->notification);
     } else if (state_->macros.waiting()) {
       ++worked;
       state_->macros.runStep(state_->macroContext());

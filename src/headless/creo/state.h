@@ -8,6 +8,7 @@
 
 #include "headless/macros/macros.h"
 #include "headless/model/bodies.h"
+#include "headless/model/erase.h"
 #include "headless/model/models.h"
 #include "headless/model/new_features.h"
 #include "headless/model/parameters.h"
@@ -43,6 +44,7 @@ struct Session::State {
   std::vector<std::pair<creo::ProSelection, int>> highlights;  // with their colours, until a window is repainted
   DefaultLayers defaultLayers;
   Models models;
+  Erasures erasures;
   Parameters parameters;
   Bodies bodies;
   Servers servers;
@@ -64,9 +66,11 @@ struct Session::State {
   creo::ProError raise(creo::ProNotifyType type, creo::ProMdl model, int window = 0);
   // The same of what a handler may forbid: an error of its ends the operation, with a line of the message area.
   creo::ProError mayGoOn(creo::ProNotifyType type, creo::ProMdl model);
-  // Tells it once control is back.
-  void queue(creo::ProNotifyType type, creo::ProMdl model, int window);
-  // Shows the model in a window of its own, which becomes current, and queues these notifications for it.
+  // Does it and tells it once control is back.
+  void queue(creo::ProNotifyType type, creo::ProMdl model, int window, Event::Does does = Event::Does::nothing);
+  // Does what an event asks for once control is back. False: nobody is to be told of it any more.
+  bool carryOut(Event& event);
+  // Shows the model in a window of its own, which becomes the active one, and queues these notifications for it.
   void present(creo::ProMdl model, std::initializer_list<creo::ProNotifyType> reported);
 };
 

@@ -64,8 +64,8 @@ struct MacroRun {
     if (!drawingIsCurrent(context)) return;
     creo::ProNotification notification;
     notification.type = creo::ProNotifyType::pageControlShown;
-    notification.model = context.windows.model(context.windows.current());
-    notification.window = context.windows.current();
+    notification.model = context.windows.model(context.windows.active());
+    notification.window = context.windows.active();
     notification.name = macros.pageControl_;
     context.notify(notification);
   }

@@ -21,8 +21,8 @@ struct MacroContext {
   std::vector<creo::ProSelection>& selections;               // what is selected
   std::function<void(const creo::ProNotification&)> notify;  // tells who listens, at once
 
-  // The model in the current window; null for none.
-  [[nodiscard]] Model* currentModel() const { return models.find(windows.model(windows.current())); }
+  // The model in the active window, where macros work as the person does; null for none.
+  [[nodiscard]] Model* currentModel() const { return models.find(windows.model(windows.active())); }
   // The same; null for a drawing too.
   [[nodiscard]] Model* currentSolid() const {
     Model* model = currentModel();

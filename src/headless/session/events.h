@@ -16,8 +16,16 @@
 namespace headless {
 
 struct Event {
+  // What is done before its handler is told, if it is one that is told at all.
+  enum class Does {
+    nothing,
+    activates,     // the window comes forward; one that has gone isn't told
+    closes,        // the window goes
+    closesUnused,  // the same, if it is empty by then; else it isn't told
+    erases,        // the model goes, if it still may; nobody is told
+  };
   creo::ProNotification notification;
-  bool activates = false;  // the window becomes current before its handler is called
+  Does does = Does::nothing;
 };
 
 class Events {

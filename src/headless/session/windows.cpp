@@ -4,51 +4,50 @@
 
 namespace headless {
 
-int Windows::create(const std::wstring& key) {
-  const auto [at, fresh] = byKey_.try_emplace(key, last_ + 1);
-  if (!fresh) return at->second;
-  windows_[++last_].key = key;
-  order_.insert(order_.empty() ? order_.begin() : order_.end() - 1, last_);  // opening makes nothing current
+int Windows::create() {
+  const auto empty = std::find_if(windows_.begin(), windows_.end(), [](const auto& window) { return !window.second; });
+  if (empty != windows_.end()) return empty->first;
+  windows_[++last_] = {};
+  order_.insert(order_.begin(), last_);
   return last_;
 }
 
 std::vector<int> Windows::all() const {
   std::vector<int> numbers;
-  for (const auto& [number, window] : windows_) numbers.push_back(number);
+  for (const auto& [number, model] : windows_) numbers.push_back(number);
   return numbers;
 }
 
-void Windows::setCurrent(int window) {
-  if (window == current()) return;
+void Windows::activate(int window) {
+  current_ = window;
+  if (window == active()) return;
   std::erase(order_, window);
   order_.push_back(window);
 }
 
 void Windows::close(int window) {
-  const auto found = windows_.find(window);
-  if (found == windows_.end()) return;
-  forget(found->second.model);
-  byKey_.erase(found->second.key);
-  windows_.erase(found);
+  forget(model(window));
+  if (window == kFirst) return;
+  windows_.erase(window);
   std::erase(order_, window);
+  if (current_ == window) current_ = active();
 }
 
 creo::ProMdl Windows::model(int window) const {
   const auto found = windows_.find(window);
-  return found == windows_.end() ? creo::ProMdl{} : found->second.model;
+  return found == windows_.end() ? creo::ProMdl{} : found->second;
 }
 
-int Windows::of(creo::ProMdl model, const std::wstring& key) const {
-  if (const auto shown = byModel_.find(model.value); shown != byModel_.end()) return shown->second;
-  const auto kept = byKey_.find(key);
-  return kept == byKey_.end() ? 0 : kept->second;
+int Windows::of(creo::ProMdl model) const {
+  const auto shown = byModel_.find(model.value);
+  return shown == byModel_.end() ? 0 : shown->second;
 }
 
 bool Windows::show(int window, creo::ProMdl model) {
-  Window& entry = windows_.at(window);
-  if (entry.model == model) return false;
-  byModel_.erase(entry.model.value);
-  entry.model = model;
+  creo::ProMdl& shown = windows_.at(window);
+  if (shown == model) return false;
+  byModel_.erase(shown.value);
+  shown = model;
   byModel_[model.value] = window;
   return true;
 }
@@ -56,7 +55,7 @@ bool Windows::show(int window, creo::ProMdl model) {
 void Windows::forget(creo::ProMdl model) {
   const auto shown = byModel_.find(model.value);
   if (shown == byModel_.end()) return;
-  windows_.at(shown->second).model = {};
+  windows_.at(shown->second) = {};
   byModel_.erase(shown);
 }
 

@@ -2,6 +2,7 @@
 #include "actions/drawing/details.h"
 #include "actions/drawing/drawing_details_fixture.h"
 #include "creo/ProMdl.h"
+#include "creo/ProSession.h"
 #include "creo/ProWindow.h"
 
 namespace test {
@@ -276,7 +277,8 @@ TEST_F(Notes, AreShownInTheWindowOfTheirDrawing) {
   EXPECT_EQ(creo::ProNoError, actions::showNote(note));
   EXPECT_EQ(front, creo::ProWindowCurrentGet().value);
   EXPECT_EQ(own, creo::ProMdlWindowGet(note.drawing).value);
-  EXPECT_EQ(part, creo::ProMdlCurrentGet().value);
+  EXPECT_EQ(part, creo::ProWindowMdlGet(front).value);
+  EXPECT_EQ(note.drawing, creo::ProMdlCurrentGet().value) << "the person's own window stays in front";
 
   world.session().failNext("ProWindowCurrentSet", creo::ProGeneralError);
   EXPECT_EQ(creo::ProGeneralError, actions::showNote(note));

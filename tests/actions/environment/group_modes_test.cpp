@@ -235,6 +235,16 @@ TEST_F(GroupModes, WhatOthersUseIsntErasedWithAModel) {
   EXPECT_EQ(L"BRACKET PIN TWO", inMemory());
 }
 
+// The model is there still when the next group wants it, and goes with control.
+TEST_F(GroupModes, OneModelIsErasedByGroupsInARow) {
+  world.part(L"BRACKET");
+  world.part(L"PIN");
+  const std::string pin = group("reworkMode='5' mdlname='PIN.PRT' removeFromSession='1'", kSave);
+  EXPECT_EQ(std::wstring::npos, run(pin + pin).find(L"Can't"));
+  EXPECT_EQ(3, world.version("PIN.prt"));
+  EXPECT_EQ(L"BRACKET", inMemory());
+}
+
 TEST_F(GroupModes, RepresentationsAreActiveForTheTasks) {
   document("top.asm.1", R"({"format": 1, "simplifiedReps": [{"id": 1, "name": "LIGHT"}]})");
   document("lone.prt.1", R"({"format": 1, "simplifiedReps": [{"id": 1, "name": "LIGHT"}]})");

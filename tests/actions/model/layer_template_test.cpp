@@ -224,6 +224,29 @@ TEST_F(LayerTemplates, ServeThemselvesWhereTheyCantBeCopied) {
   }
 }
 
+// One behind the other both find the names that they want.
+TEST_F(LayerTemplates, ServeSeveralActionsInARow) {
+  const std::string one = "view='@project_dir@/company.prt' rowc='1' name_0=";
+  startOn(add(one + "'DATUMS'") + add(one + "'AXES'"));
+  const std::wstring log = ran();
+  EXPECT_EQ(std::wstring::npos, log.find(L"E:")) << text::toUtf8(log);
+  EXPECT_EQ(std::wstring::npos, log.find(L"W:")) << text::toUtf8(log);
+  EXPECT_EQ("HELD[] DATUMS[type = datum plane] AXES[type = axis]i", saved());
+  expectPutBack();
+}
+
+// What is erased holds its name until control is back.
+TEST_F(LayerTemplates, KeepTheirNameWhereTheOptionsModelHadToGo) {
+  startOn(add(kTemplate));
+  creo::ProDirectoryChange(L"d:\\std\\");
+  const auto standard = creo::ProMdlRetrieve(L"STANDARD", creo::ProMdlType::part);
+  creo::ProDirectoryChange(L"d:\\");
+  EXPECT_NE(std::wstring::npos, ran().find(L"|W:Can't rename the file|"));
+  EXPECT_EQ("HELD[] DATUMS[type = datum plane] AXES[type = axis]i OTHER[]", saved());
+  EXPECT_EQ(creo::ProBadInputs, creo::ProMdlNameGet(standard.value).error);
+  expectPutBack();
+}
+
 TEST_F(LayerTemplates, NobodyElsesModelIsThrownAway) {
   startOn(add(kTemplate));
   creo::ProDirectoryChange(L"d:\\std\\");

@@ -183,7 +183,7 @@ TEST_F(Drawings, GoBackToTheirSheetAndKeepItOnSaving) {
   EXPECT_EQ(2, ProDrawingCurrentSheetGet(pair).value);
   EXPECT_EQ(ProNoError, ProDrawingCurrentSheetSet(pair, 1));
   EXPECT_EQ(ProNoError, ProMdlSave(pair));
-  EXPECT_EQ(ProNoError, ProMdlErase(pair));
+  erase(pair);
   EXPECT_EQ(1, ProDrawingCurrentSheetGet(retrieve(L"PAIR", ProMdlType::drawing)).value);
 }
 
@@ -263,7 +263,7 @@ TEST_F(Drawings, TablesAreMadeFilledAndDeleted) {
   EXPECT_EQ(ProNotFound, ProDwgtableTextEnter(made, 1, 2, {L"x"}));
   EXPECT_EQ(ProNoError, ProDwgtableTextEnter(made, 2, 1, {L"a", L"b"}));
   ASSERT_EQ(ProNoError, ProMdlSave(pair));
-  ASSERT_EQ(ProNoError, ProMdlErase(pair));
+  erase(pair);
   pair = retrieve(L"PAIR", ProMdlType::drawing);
   const auto tables = ProDrawingTablesCollect(pair).value;
   ASSERT_EQ(3u, tables.size());

@@ -1,4 +1,5 @@
 #include "creo/ProMacro.h"
+#include "creo/ProMdlCopy.h"
 #include "creo/ProMenu.h"
 #include "creo/ProMessage.h"
 #include "creo/ProServer.h"
@@ -75,24 +76,28 @@ TEST_F(SessionOfModels, NotificationsComeOnceControlIsBack) {
   session().settle();
   EXPECT_EQ("110:A/1 41:A/1 90:A/1 26:A/1 ", heardSoFar());
 
+  EXPECT_EQ(ProNotFound, ProObjectwindowCreate(L"B", ProMdlType::part).error) << "it isn't in memory";
   const ProMdl b = retrieve(L"B");
   EXPECT_EQ(ProNotFound, ProMdlWindowGet(b).error);
   const int window = ProObjectwindowCreate(L"B", ProMdlType::part).value;
-  EXPECT_EQ(window, ProMdlWindowGet(b).value);
+  EXPECT_EQ(b, ProWindowMdlGet(window).value);
+  EXPECT_EQ(window, ProObjectwindowCreate(L"B", ProMdlType::part).value);
+  EXPECT_EQ("90:B/2 ", heardSoFar());
   EXPECT_EQ(ProNoError, ProMdlDisplay(b));
   EXPECT_EQ(ProNoError, ProWindowActivate(window));
-  EXPECT_EQ(a, ProMdlCurrentGet().value) << "the window isn't current before control is back";
+  EXPECT_EQ(a, ProMdlCurrentGet().value) << "the window isn't in front before control is back";
   session().settle();
-  EXPECT_EQ("90:B/2 41:B/2 24:B/2 26:B/2 ", heardSoFar());
+  EXPECT_EQ("24:B/2 41:B/2 26:B/2 ", heardSoFar());
   EXPECT_EQ(b, ProMdlCurrentGet().value);
 
   EXPECT_EQ(ProNoError, ProWindowActivate(1));
   EXPECT_EQ(ProNoError, ProWindowCurrentClose());
-  EXPECT_EQ(1, ProWindowCurrentGet().value);
+  EXPECT_EQ(2, ProWindowCurrentGet().value) << "nor is one closed";
   ProMdlSave(a);
   EXPECT_EQ("103:A/0 ", heardSoFar()) << "before the save, at once";
   session().settle();
   EXPECT_EQ("26:A/1 29:B/2 ", heardSoFar());
+  EXPECT_EQ(1, ProWindowCurrentGet().value);
   EXPECT_EQ(ProNotFound, ProMdlWindowGet(b).error);
   EXPECT_EQ(ProBadInputs, ProWindowActivate(2));
   EXPECT_EQ(ProBadInputs, ProWindowCurrentSet(0));
@@ -100,7 +105,81 @@ TEST_F(SessionOfModels, NotificationsComeOnceControlIsBack) {
   ProMdlDisplay(b);  // into the current window
   EXPECT_EQ(b, ProMdlCurrentGet().value);
   ProMdlErase(b);
+  EXPECT_EQ(b, ProMdlCurrentGet().value);
+  session().settle();
   EXPECT_EQ(ProNotFound, ProMdlCurrentGet().error) << "the window is empty";
+}
+
+// Calls act in the current window; the person sees the active one, and edits its model.
+TEST_F(SessionOfModels, TheCurrentWindowIsntAlwaysTheActiveOne) {
+  session();
+  EXPECT_EQ(1, ProWindowCurrentGet().value) << "the first window is there, and empty";
+  EXPECT_EQ(ProNotFound, ProWindowCurrentClose());
+  const ProMdl a = session().open(L"A", ProMdlType::part).value;
+  const ProMdl b = session().open(L"B", ProMdlType::part).value;
+  EXPECT_EQ(2, ProMdlWindowGet(b).value);
+  EXPECT_EQ(ProNoError, ProWindowCurrentSet(1));
+  EXPECT_EQ(1, ProWindowCurrentGet().value);
+  EXPECT_EQ(b, ProMdlCurrentGet().value);
+  const ProMdl d = retrieve(L"D", ProMdlType::drawing);
+  EXPECT_EQ(ProNoError, ProMdlDisplay(d));
+  EXPECT_EQ(d, ProWindowMdlGet(1).value);
+  EXPECT_EQ(b, ProMdlCurrentGet().value);
+
+  EXPECT_EQ(ProGeneralError, ProWindowDelete(1)) << "the current one";
+  EXPECT_EQ(ProGeneralError, ProWindowDelete(2)) << "the active one";
+  EXPECT_EQ(ProBadInputs, ProWindowDelete(7));
+  EXPECT_EQ(ProNoError, ProWindowCurrentSet(2));
+  EXPECT_EQ(ProNoError, ProWindowDelete(1));
+  EXPECT_EQ(ProNotFound, ProWindowMdlGet(1).error) << "emptied, at once";
+  EXPECT_EQ(ProNotFound, ProWindowRefit(1));
+  EXPECT_EQ(ProBadInputs, ProWindowRefit(kAnyWindow));
+  EXPECT_EQ(ProNoError, ProWindowRefit(2));
+  EXPECT_EQ(1, ProObjectwindowCreate(L"A", ProMdlType::part).value) << "an empty one is taken first";
+  EXPECT_EQ(3, ProObjectwindowCreate(L"D", ProMdlType::drawing).value);
+  EXPECT_EQ(ProNoError, ProWindowDelete(3));
+  EXPECT_EQ(ProBadInputs, ProWindowMdlGet(3).error);
+
+  EXPECT_EQ(ProNoError, session().close());
+  session().settle();
+  EXPECT_EQ(a, ProMdlCurrentGet().value) << "the window that was active before";
+  EXPECT_EQ(ProNoError, session().close());
+  session().settle();
+  EXPECT_EQ(ProNotFound, ProMdlCurrentGet().error);
+  EXPECT_EQ(1, ProWindowCurrentGet().value);
+}
+
+TEST_F(SessionOfModels, ErasuresAreCompleteOnceControlIsBack) {
+  model("top.asm.1", R"("components": [{"name": "a", "type": "prt"}, {"name": "b", "type": "prt"}])");
+  model("lone.asm.1", R"("components": [{"name": "c", "type": "prt"}])");
+  model("user.asm.1", R"("components": [{"name": "c", "type": "prt"}])");
+  model("c.prt.1");
+  const ProMdl top = retrieve(L"TOP", ProMdlType::assembly), lone = retrieve(L"LONE", ProMdlType::assembly);
+  const ProMdl a = retrieve(L"A"), b = retrieve(L"B"), c = retrieve(L"C"), d = retrieve(L"D", ProMdlType::drawing);
+  EXPECT_EQ(ProGeneralError, ProMdlErase(a));
+  EXPECT_EQ("A.PRT isn't erased: another model in memory uses it\n", messages());
+  session().clearMessages();
+  // One behind the other: who goes himself doesn't keep what he uses.
+  EXPECT_EQ(ProNoError, ProMdlErase(top));
+  EXPECT_EQ(ProNoError, ProMdlErase(a));
+  EXPECT_EQ(ProNoError, ProMdlEraseAll(lone));
+  EXPECT_EQ(ProNoError, ProMdlErase(c));
+  EXPECT_EQ(ProNoError, ProMdlErase(d));
+  EXPECT_EQ(top, retrieve(L"TOP", ProMdlType::assembly)) << "all are there still";
+  EXPECT_EQ(ProExists, ProMdlCopy(b, L"A").error) << "and their names aren't free";
+  // Two of them are wanted again meanwhile.
+  retrieve(L"USER", ProMdlType::assembly);
+  EXPECT_EQ(ProNoError, ProMdlDisplay(d));
+  session().settle();
+  EXPECT_EQ("C.PRT isn't erased: another model in memory uses it\nD.DRW isn't erased: a window shows it by now\n",
+            messages());
+  for (const ProMdl gone : {top, a, lone}) EXPECT_EQ(ProBadInputs, ProMdlNameGet(gone).error);
+  EXPECT_EQ(L"C", ProMdlNameGet(c).value);
+  EXPECT_EQ(d, ProMdlCurrentGet().value);
+  EXPECT_TRUE(ProMdlCopy(b, L"A"));
+  EXPECT_EQ(ProNoError, ProMdlErase(d)) << "a model that stands in its window is another matter";
+  session().settle();
+  EXPECT_EQ(ProNotFound, ProSessionMdlList(ProMdlType::drawing).error);
 }
 
 TEST_F(SessionOfModels, APersonsCommandsRaiseTheirNotifications) {
@@ -114,12 +193,13 @@ TEST_F(SessionOfModels, APersonsCommandsRaiseTheirNotifications) {
   EXPECT_EQ(ProNoError, session().save());
   EXPECT_EQ("a.prt.1 b.prt.1 d.drw.1 n.prt.1", files());
   EXPECT_EQ(ProNoError, session().erase());
-  EXPECT_EQ("103:N/0 9:N/0 ", heardSoFar()) << "at once";
+  EXPECT_EQ("103:N/0 9:/0 ", heardSoFar()) << "at once; of an erasure no model is told";
   session().settle();
   EXPECT_EQ("29:/1 ", heardSoFar());
   session().open(L"D", ProMdlType::drawing);
   EXPECT_EQ(ProBadInputs, session().regenerate());
   EXPECT_EQ(ProNoError, session().close());
+  session().settle();
   EXPECT_EQ(ProNotFound, session().close());
   EXPECT_EQ(ProExists, session().create(L"B", ProMdlType::part).error);
   EXPECT_EQ(ProBadInputs, session().create(L"x/y", ProMdlType::part).error);
@@ -160,8 +240,8 @@ TEST_F(SessionOfModels, WindowsOfClosedOnesAreNotActivated) {
   session().open(L"B", ProMdlType::part);
   session().settle();
   listen();
-  ProWindowActivate(2);
   ProWindowCurrentClose();
+  ProWindowActivate(2);
   session().settle();
   EXPECT_EQ("29:B/2 ", heardSoFar());
 }
@@ -360,6 +440,14 @@ TEST_F(SessionOfModels, MessageFilesAndSettings) {
   EXPECT_EQ(ProNotFound, ProMessageDisplay(L"none.txt", "KVD Two", L""));
   EXPECT_EQ(ProNotFound, ProInputFileRead({}, L"d:\\none.pro", ProInputFileType::configuration));
   EXPECT_EQ(ProNoError, ProInputFileRead({}, L"d:\\config.pro", ProInputFileType::configuration));
+  write("models/sheet.dtl", "drawing_text_height 4.5\n");
+  const auto details = [](const wchar_t* path) { return ProInputFileRead({}, path, ProInputFileType::detailOptions); };
+  EXPECT_EQ(ProNoError, ProDirectoryChange(L"d:\\models\\"));
+  EXPECT_EQ(ProBadInputs, details(L"sheet.dtl")) << "no drawing is current";
+  session().open(L"D", ProMdlType::drawing);
+  EXPECT_EQ(ProNoError, details(L"sheet.dtl"));
+  EXPECT_EQ(ProBadInputs, details(L"d:\\models\\sheet.dtl")) << "a name has no folders";
+  EXPECT_EQ(ProNotFound, details(L"none.dtl"));
   const ConfigOptions& settings = session().configuration();
   EXPECT_EQ((std::vector<std::wstring>{L"d:\\a", L"d:\\b c"}), settings.values(L"Search_Path"));
   EXPECT_EQ(std::vector<std::wstring>{L""}, settings.values(L"bare"));

@@ -92,7 +92,7 @@ TEST_F(SurfacesTest, ASurfaceGoesWithItsModel) {
   const ProMdl solid = part(kBlock);
   const auto all = surfaces(solid);
   EXPECT_EQ(ProBadInputs, ProSurfaceTypeGet({solid, 1, nullptr}).error);
-  EXPECT_EQ(ProNoError, ProMdlErase(solid));
+  erase(solid);
   EXPECT_EQ(ProBadInputs, ProSurfaceTypeGet(all.front()).error);
   model("top.asm.1", R"("components": [{"name": "M1", "type": "prt"}])");
   const auto none = [](const ProSurface&) { return ProNoError; };

@@ -111,7 +111,7 @@ TEST_F(ModelsInMemory, HandlesOfErasedModelsGiveBadInputs) {
   const ProMdl old = retrieve(L"A");
   const ProModelitem owner = item(old);
   const ProParameter parameter = ProParameterInit(owner, L"MASS").value;
-  EXPECT_EQ(ProNoError, ProMdlErase(old));
+  erase(old);
   const ProMdl fresh = retrieve(L"A");
   EXPECT_NE(old, fresh);
   for (const ProMdl gone : {old, ProMdl{}, ProMdl{~0ull}, ProMdl{7}}) {
@@ -240,7 +240,7 @@ TEST_F(ModelsInMemory, OneVersionIsLeftUnlessItWasHandedOut) {
   };
   EXPECT_EQ("a.prt.1 a.prt.2", save(9));
   EXPECT_EQ("a.prt.1 a.prt.2", save(8));
-  EXPECT_EQ(ProNoError, ProMdlErase(part));
+  erase(part);
   part = retrieve(L"A");
   EXPECT_EQ("a.prt.1 a.prt.2", save(7)) << "it was out of memory";
   EXPECT_NE(std::string::npos, read("models/a.prt.2").find("7.0"));
@@ -405,7 +405,7 @@ TEST_F(ModelsInMemory, ADryRunGoesOnAsIfItHadWritten) {
   ProMdl part = retrieve(L"A");
   set(part, L"MASS", real(9));
   EXPECT_EQ(ProNoError, ProMdlSave(part));
-  EXPECT_EQ(ProNoError, ProMdlErase(part));
+  erase(part);
   part = retrieve(L"A");
   EXPECT_EQ("MASS=9", parameters(part));
   EXPECT_EQ(2, ProMdlDataGet(part).value.version);
@@ -451,7 +451,7 @@ TEST_F(ModelsInMemory, ExternalDataIsKeptWithTheModel) {
   }
   ProExtdataSlotWrite(cls, L"N", {ProExtdataType::integer, 40, {}}, 1);
   ProMdlSave(part);
-  ProMdlErase(part);
+  erase(part);
   const ProExtdataClass again{L"kvpslot", retrieve(L"A")};
   EXPECT_EQ(40, ProExtdataSlotRead(again, L"N").value.integer);
   EXPECT_EQ(L"wörterT39", ProExtdataSlotRead(again, L"T39").value.text) << "no size counts for a text";

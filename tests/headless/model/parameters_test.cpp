@@ -283,7 +283,7 @@ TEST_F(ParametersAndInstances, WhatIsChangedOnAnInstanceLiesInItsRow) {
   const ProExtdataClass cls = ProExtdataClassRegister(b30, L"c").value;
   ProExtdataSlotCreate(cls, L"s");
   ProExtdataSlotWrite(cls, L"s", {ProExtdataType::integer, 5, {}}, 1);
-  EXPECT_EQ(ProNoError, ProMdlErase(b30));
+  erase(b30);
   EXPECT_TRUE(ProMdlModificationVerify(generic).value);
   b30 = retrieve(L"B30");
   EXPECT_TRUE(ProMdlModificationVerify(b30).value);

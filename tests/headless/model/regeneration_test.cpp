@@ -566,7 +566,9 @@ TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {
   EXPECT_EQ("21A.PRT 0|22A.PRT 2|", reported);
   ProNotificationSet(ProNotifyType::regenerateBefore,
                      [](const ProNotification& given) { return ProMdlErase(given.model); });
-  EXPECT_EQ(ProBadInputs, ProSolidRegenerate(part, 0)) << "the handler took it away";
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, 0)) << "what the handler took away is there until control is back";
+  session().settle();
+  EXPECT_EQ(ProBadInputs, ProSolidRegenerate(part, 0));
 }
 
 }  // namespace

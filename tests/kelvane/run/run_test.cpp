@@ -265,6 +265,14 @@ TEST_F(Run, RowsAreChosenByPatternNumberAndStart) {
   }
 }
 
+TEST_F(Run, AModelAloneComesBeforeThePerson) {
+  part(L"A1");
+  part(L"A2");
+  assembly(L"TOP").uses(L"A1", ProMdlType::part).uses(L"A2", ProMdlType::part);
+  EXPECT_EQ("A2.PRT", workedOf(run("norm", {"--select", "A2*"})));
+  EXPECT_THAT(readBytes(models() + "/kelvane.log"), testing::HasSubstr("Run Body actions for A2.PRT"));
+}
+
 // What the choosers pass on their way to the wanted list, and what the site has for people at Creo.
 TEST_F(Run, AnotherListsFilterAndTheTriggersActOnNothing) {
   file("standards/actionlists/aaa.xml",

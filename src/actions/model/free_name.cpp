@@ -1,0 +1,34 @@
+#include "actions/model/free_name.h"
+
+#include "creo/ProMdl.h"
+#include "creo/ProMdlCopy.h"
+#include "text/format.h"
+
+namespace actions {
+namespace {
+
+// Numbers in a row that other models may have taken: those that earlier actions erased have theirs until control is
+// back.
+constexpr int kMostTaken = 10'000;
+
+}  // namespace
+
+creo::Got<std::wstring> renameAside(creo::ProMdl model, int& number) {
+  for (int tries = 0; tries < kMostTaken; ++tries) {
+    std::wstring name = text::format(L"OSTELO_WRITEOUT_%d", number++);
+    const creo::ProError result = creo::ProMdlRename(model, name);
+    if (result == creo::ProNoError) return name;
+    if (result != creo::ProExists) return result;
+  }
+  return creo::ProExists;
+}
+
+creo::ProError eraseAside(creo::ProMdl model, int& number) {
+  const auto name = creo::ProMdlNameGet(model);
+  const bool isAside = name && renameAside(model, number);
+  const creo::ProError result = creo::ProMdlErase(model);
+  if (result != creo::ProNoError && isAside) creo::ProMdlRename(model, name.value);
+  return result;
+}
+
+}  // namespace actions

@@ -4,6 +4,7 @@
 #include <iomanip>
 #include <map>
 #include <ostream>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -47,6 +48,33 @@ void tellCounts(std::ostream& out, const std::string& name, const Counts& counts
   out << '\n';
 }
 
+// What stands before the codes and what came of them; failures that have it in common are one line.
+std::string headOf(const Finding& finding, const std::string& caller, const Silence* reason) {
+  const std::string& action = finding.place.action;
+  return std::string(wordOf(finding.judgement.verdict)) + (reason ? " with a reason" : "") + ": " +
+         (action.empty() ? "no action" : action) + ": " + finding.place.operation + " in " +
+         (caller.empty() ? "?" : caller);
+}
+struct Group {
+  std::set<std::string> lists;
+  std::set<int> codes;
+  std::string detail;  // of the first
+  int failures = 0;
+
+  void add(const Finding& finding) {
+    if (failures++ == 0) detail = finding.judgement.detail;
+    lists.insert(finding.list);
+    codes.insert(finding.code);
+  }
+  void tell(std::ostream& out, const std::string& head) const {
+    out << head << " gives";
+    for (const int code : codes) out << ' ' << code;
+    out << " (" << failures << " in";
+    for (const std::string& list : lists) out << ' ' << list;
+    out << "): " << detail << '\n';
+  }
+};
+
 }  // namespace
 
 void write(std::ostream& file, const Finding& finding) {
@@ -70,47 +98,44 @@ std::vector<Finding> findingsOf(const std::string& file) {
   return all;
 }
 
-int tell(std::ostream& out, std::vector<Finding> findings, const Report& report) {
+int tell(std::ostream& out, const std::vector<Finding>& findings, const Report& report) {
   std::map<std::string, Counts> counts;
-  Counts whole{};
   std::vector<const Finding*> shown;
   std::vector<Place> places;
   for (const Finding& finding : findings) {
-    const bool isShown = report.all || isFault(finding.judgement.verdict);
-    if (isShown) shown.push_back(&finding);
-    if (isShown) places.push_back(finding.place);
-    const auto verdict = static_cast<std::size_t>(finding.judgement.verdict);
-    ++counts[finding.list][verdict];
-    ++whole[verdict];
+    ++counts[finding.list][static_cast<std::size_t>(finding.judgement.verdict)];
+    if (!report.all && !isFault(finding.judgement.verdict)) continue;
+    shown.push_back(&finding);
+    places.push_back(finding.place);
   }
   const std::vector<std::string> callers = callersOf(places);
   std::vector<Silence> rows = silences();
+  std::map<std::string, Group> groups;
   int faults = 0;
   for (std::size_t i = 0; i < shown.size(); ++i) {
     const Finding& finding = *shown[i];
     const Verdict verdict = finding.judgement.verdict;
-    Silence* reason = verdict == Verdict::silent ? silenceOf(rows, finding.place, callers[i]) : nullptr;
+    Silence* reason = verdict == Verdict::silent ? silenceOf(rows, finding.place, finding.code, callers[i]) : nullptr;
     if (reason) {
       ++reason->uses;
-      for (Counts* of : {&counts[finding.list], &whole}) {
-        --(*of)[static_cast<std::size_t>(verdict)];
-        ++(*of)[kTold];
-      }
+      --counts[finding.list][static_cast<std::size_t>(verdict)];
+      ++counts[finding.list][kTold];
     }
     if (isFault(verdict) && !reason) ++faults;
-    if (!report.all && reason) continue;
-    out << wordOf(verdict) << (reason ? " (with a reason)" : "") << ": " << finding.list << ": "
-        << (finding.place.action.empty() ? "no action" : finding.place.action) << ": " << finding.place.operation
-        << " gives " << finding.code << " in " << (callers[i].empty() ? "?" : callers[i]) << ": "
-        << finding.judgement.detail << '\n';
+    if (report.all || !reason) groups[headOf(finding, callers[i], reason)].add(finding);
   }
+  for (const auto& [head, group] : groups) group.tell(out, head);
   for (const Silence& row : rows) {
     if (!report.complete || row.uses > 0) continue;
     ++faults;
-    out << "silences.txt: nothing meets the row " << row.action << " | " << row.operation << " | " << row.caller
-        << '\n';
+    out << "silences.txt: nothing meets the row " << row.action << " | " << row.operation << " | " << row.code << " | "
+        << row.caller << '\n';
   }
-  for (const auto& [list, numbers] : counts) tellCounts(out, list, numbers);
+  Counts whole{};
+  for (const auto& [list, numbers] : counts) {
+    tellCounts(out, list, numbers);
+    for (std::size_t i = 0; i < numbers.size(); ++i) whole[i] += numbers[i];
+  }
   tellCounts(out, "all", whole);
   out << report.places << " places, " << report.failures << " failures, " << faults << " faults\n";
   return faults;

@@ -128,7 +128,7 @@ int sweepAll(const Options& options) {
     for (Finding& finding : findingsOf(place + "/findings")) findings.push_back(std::move(finding));
     std::ifstream(place + "/counts") >> report.places >> report.failures;
   }
-  const int faults = tell(std::cout, std::move(findings), report);
+  const int faults = tell(std::cout, findings, report);
   if (!whole) std::cout << "sweep: a process of it broke off\n";
   return !whole ? 2 : faults > 0 ? 1 : 0;
 }

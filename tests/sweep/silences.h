@@ -9,13 +9,13 @@
 namespace sweep {
 
 struct Silence {
-  std::string action, operation, caller;  // "*": any
+  std::string action, operation, code, caller;  // a "*" at the end stands for any rest
   std::string reason;
   int uses = 0;
 };
 // The rows of silences.txt. A row that isn't whole is a std::runtime_error.
 std::vector<Silence> silences();
-// The row that tells of this place; null for none.
-Silence* silenceOf(std::vector<Silence>& rows, const Place& place, const std::string& caller);
+// The row that tells of this failure; null for none.
+Silence* silenceOf(std::vector<Silence>& rows, const Place& place, int code, const std::string& caller);
 
 }  // namespace sweep

@@ -68,14 +68,14 @@ Options optionsOf(const std::vector<std::string>& words) {
   if (choice.part == 0 || choice.jobs == 0) throw std::invalid_argument("--part and --jobs begin at 1");
   if (choice.seed == 0) choice.seed = static_cast<unsigned>(std::time(nullptr) % 1'000'000) + 1;
   for (const std::string& list : choice.lists)
-    if (std::none_of(runs().begin(), runs().end(), [&](const Run& run) { return run.list == list; }))
+    if (std::none_of(runs().begin(), runs().end(), [&](const Run& run) { return run.name == list; }))
       throw std::invalid_argument("there is no list " + list);
   return options;
 }
 
 bool isWanted(const Choice& choice, const Run& run) {
   const auto& lists = choice.lists;
-  return lists.empty() || std::find(lists.begin(), lists.end(), run.list) != lists.end();
+  return lists.empty() || std::find(lists.begin(), lists.end(), run.name) != lists.end();
 }
 
 // In a process of its own: works its share and writes what it found.
@@ -89,7 +89,7 @@ int share(const Choice& choice, const std::string& place) {
       const std::time_t start = std::time(nullptr);
       sweep.work(run);
       if (choice.job == 0)
-        std::cerr << run.list << ": " << sweep.places() << " places so far, " << std::time(nullptr) - start << " s\n";
+        std::cerr << run.name << ": " << sweep.places() << " places so far, " << std::time(nullptr) - start << " s\n";
     }
     std::ofstream(place + "/counts") << sweep.places() << ' ' << sweep.failures() << '\n';
     return 0;

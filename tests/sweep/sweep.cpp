@@ -122,7 +122,7 @@ void Sweep::work(const Run& entry) {
   prepareAnew(entry);
   const headless::GateGuard gate(*this);
   plain_ = run(entry);
-  if (plain_.code == 2) throw std::runtime_error(entry.list + " can't be run");
+  if (plain_.code == 2) throw std::runtime_error(entry.name + " can't be run");
   prepareAnew(entry);
   mode_ = Mode::sweeping;
   watchFiles(choice_.disk && entry.onDisk ? this : nullptr);
@@ -130,7 +130,7 @@ void Sweep::work(const Run& entry) {
   watchFiles(nullptr);
   mode_ = Mode::plain;
   if (const Judgement judgement = judge(plain_, again, before_); judgement.verdict != Verdict::same)
-    throw std::runtime_error(entry.list + " gives something else when it is run again: " + judgement.detail);
+    throw std::runtime_error(entry.name + " gives something else when it is run again: " + judgement.detail);
 }
 
 creo::ProError Sweep::called(std::string_view operation) {
@@ -159,7 +159,7 @@ int Sweep::tryAt(const Place& place, std::span<const int> codes) {
   if (!choice_.operation.empty() && place.operation != choice_.operation) return 0;
   // What is no action's is the same in every list.
   std::uint64_t hash = place.hash();
-  const std::uint64_t known = place.action.empty() ? hash : hash ^ std::hash<std::string>()(run_->list);
+  const std::uint64_t known = place.action.empty() ? hash : hash ^ std::hash<std::string>()(run_->name);
   if (!seen_.insert(known).second) return 0;
   ++places_;
   for (const int code : codes) {
@@ -199,7 +199,7 @@ int Sweep::tryCode(const Place& place, int code) {
   ::close(ends[1]);
   const Judgement judgement = awaited(process, ends[0]);
   tree_.putBack();
-  found_({run_->list, place, code, judgement});
+  found_({run_->name, place, code, judgement});
   return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/retrieve.h"
+#include "headless/session/gate.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -160,6 +161,7 @@ Session::Session(SessionOptions options) {
 }
 
 Session::~Session() {
+  if (Gate* const standing = gate()) standing->ends(*this);
   unloadPlugin();
   theSession = nullptr;
 }

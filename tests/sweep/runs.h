@@ -1,0 +1,23 @@
+// The runs that are swept: the lists of the example, and one that works in a vault.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sweep {
+
+struct Run {
+  std::string name;                  // the list's, or what of it is run
+  std::string list;
+  std::vector<std::string> options;  // of `kelvane run`
+  bool inVault = false;              // a list of ours, on models that are checked out
+  bool onDisk = false;               // calls of the system fail, too
+};
+const std::vector<Run>& runs();
+
+// Puts everything that a run needs into a place, which is empty: models, packages, a vault.
+void prepare(const Run& run, const std::string& place);
+// The words of the program for the run there.
+std::vector<std::string> wordsOf(const Run& run, const std::string& place);
+
+}  // namespace sweep

@@ -21,6 +21,7 @@
 #include "kelvane/check/text_check.h"
 #include "kelvane/log/follower.h"
 #include "kelvane/log/lines.h"
+#include "kelvane/run/durability.h"
 #include "kelvane/show/model_folder.h"
 #include "language/comparison_watch.h"
 #include "os/paths.h"
@@ -43,13 +44,15 @@ void leaveOut(headless::Session& session, const std::vector<std::string>& rows) 
   for (const std::string& row : rows) session.ui().setCheck(core::pluginState().dialogName, row + "_cb", false);
 }
 
-RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events)
+RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events,
+                   os::Durable& durable)
     : session_(session),
       options_(options),
       console_(console),
       events_(events),
       progress_(console),
-      log_(console, events, options.maxErrors) {
+      log_(console, events, options.maxErrors),
+      durable_(durable) {
   for (const std::string& vault : options.vaults)
     vaults_.push_back(text::fromUtf8(std::filesystem::canonical(vault).string() + "/"));
   session_.observe(this);
@@ -231,6 +234,7 @@ void RunWatch::finishModel(const std::string& row) {
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}, {"errors", worked.errors}});
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
+  tellUnsafe();
   const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
   progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));
@@ -356,11 +360,26 @@ void RunWatch::tellMoved() {
   }
 }
 
+void RunWatch::tellUnsafe() {
+  for (const os::Unsafe& file : durable_.takeFailures()) {
+    const std::string line = unsafeLine(file);
+    unsafe_.insert(file.path);
+    if (!tellTrouble(line)) continue;
+    ++faults_;
+    ++countedFaults_;  // a file of an earlier model: the one that is worked has nothing to do with it
+    const auto document = headless::documentFile(os::nameOf(file.path));
+    if (document && events_.on())
+      events_.tell("model", {{"model", label(document->name, document->type)}, {"fault", line}, {"outcome", "failed"}});
+  }
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
   tellRefusedExpressions();
   compareSaved();
   running_ = false;
+  (void)os::settleWritten();
+  tellUnsafe();
   tellUnknownSteps();
   tellMoved();
   tellUnsaved();
@@ -368,7 +387,7 @@ void RunWatch::end(Recap& recap) {
   std::string passedOver;
   for (const Worked& worked : worked_) {
     if (worked.errors > 0) ++recap.troubled;
-    if (worked.failed) {
+    if (worked.failed || (worked.document && !isSafe(*worked.document))) {
       ++recap.failed;
     } else if (worked.passedOver) {
       ++recap.skipped;
@@ -379,8 +398,9 @@ void RunWatch::end(Recap& recap) {
   }
   if (!passedOver.empty()) console_.note("warning: passed over, as it can't be modified: " + passedOver);
   recap.models += static_cast<int>(worked_.size());
-  recap.saved = static_cast<int>(
-      std::count_if(documents_.begin(), documents_.end(), [](const Document& document) { return document.isSaved(); }));
+  recap.saved = static_cast<int>(std::count_if(documents_.begin(), documents_.end(), [this](const Document& document) {
+    return document.isSaved() && isSafe(document);
+  }));
   recap.seconds = progress_.seconds();
 }
 

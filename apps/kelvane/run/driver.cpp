@@ -9,6 +9,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
+#include "kelvane/run/memory.h"
 #include "language/compare.h"
 #include "run/check_out.h"
 #include "run/choosers.h"
@@ -129,6 +130,7 @@ std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName
       run::rebuildModelTable(model.value);
     else
       failed.push_back(unopened(starts[i], messages));
+    keepMemoryFlat(session_);
   }
   return failed;
 }

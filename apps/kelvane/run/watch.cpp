@@ -22,6 +22,7 @@
 #include "kelvane/log/follower.h"
 #include "kelvane/log/lines.h"
 #include "kelvane/run/durability.h"
+#include "kelvane/run/memory.h"
 #include "kelvane/show/model_folder.h"
 #include "language/comparison_watch.h"
 #include "os/paths.h"
@@ -213,15 +214,25 @@ std::string RunWatch::outcomeOf(const Worked& worked) {
   return actions::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
 }
 
-void RunWatch::finishModel(const std::string& row) {
+const headless::Model* RunWatch::modelOf(const std::string& row) {
+  const headless::Models& models = session_.models();
   const ModelFileName name = modelFileName(actions::rowNow(row));
-  const auto model = session_.models().inMemory(name.name, name.type);
+  const auto there = models.inMemory(name.name, name.type);
+  if (!there) return nullptr;
+  const headless::Model* model = models.look(there.value);
+  const std::wstring fault = models.bringBack(*model);
+  if (!fault.empty()) tellTrouble(readable(fault));
+  return fault.empty() ? model : nullptr;
+}
+
+void RunWatch::finishModel(const std::string& row) {
+  const headless::Model* model = modelOf(row);
   Worked worked{row, nullptr, !model};
   if (model) {
-    Document& document = documentOf(labelOf(*session_.models().find(model.value)->document));
+    Document& document = documentOf(labelOf(*model->document));
     worked.document = &document;
-    worked.passedOver = isPassedOver(model.value);
-    worked.failed = !keepHistory(model.value, document);
+    worked.passedOver = isPassedOver(model->handle);
+    worked.failed = !keepHistory(model->handle, document);
     if (worked.failed) tellTrouble(lastMessage_);
   }
   worked.errors = log_.follow();
@@ -238,6 +249,7 @@ void RunWatch::finishModel(const std::string& row) {
   const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
   progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));
+  keepMemoryFlat(session_);
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) {
@@ -317,7 +329,7 @@ bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProM
 void RunWatch::noteErased(const std::string& model) {
   const ModelFileName name = modelFileName(model);
   const auto inMemory = session_.models().inMemory(name.name, name.type);
-  if (inMemory && isLeftChanged(*session_.models().find(inMemory.value)->document, inMemory.value))
+  if (inMemory && isLeftChanged(*session_.models().look(inMemory.value)->document, inMemory.value))
     erasedChanged_.insert(model);
 }
 
@@ -327,7 +339,7 @@ void RunWatch::tellUnsaved() {
   constexpr std::size_t kMost = 20;
   std::set<std::string> unsaved = erasedChanged_;
   for (const headless::ModelInMemory& inMemory : session_.models().list()) {
-    const headless::ModelDocument& document = *session_.models().find(inMemory.handle)->document;
+    const headless::ModelDocument& document = *session_.models().look(inMemory.handle)->document;
     if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, inMemory.handle))
       unsaved.insert(labelOf(document));
   }

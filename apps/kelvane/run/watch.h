@@ -19,7 +19,8 @@
 
 namespace headless {
 class ModelDocument;
-}
+struct Model;
+}  // namespace headless
 namespace kelvane {
 
 // Takes the check marks from rows that haven't had their turn, so that the run comes to its own end: Foot, reports
@@ -101,6 +102,8 @@ class RunWatch : public headless::SessionObserver {
     [[nodiscard]] bool isChanged() const { return document && document->isChanged(); }
   };
 
+  // In memory, with its document; null: it isn't. One that can't be read any more has its line.
+  const headless::Model* modelOf(const std::string& row);
   void finishModel(const std::string& row);
   static std::string outcomeOf(const Worked& worked);
   // By its name of now, "BRACKET.PRT".

@@ -31,6 +31,7 @@ class ModelFolders {
 
   // The bytes of a document that lies at that path, or would lie there if saves weren't withheld.
   [[nodiscard]] os::Result<std::string> read(const std::wstring& path) const { return store_.read(path); }
+  [[nodiscard]] bool has(const std::wstring& path) const { return store_.has(path); }
   // In the session's folder: a document that comes from elsewhere becomes that version. file_exists: it is taken.
   std::error_code add(const std::wstring& name, creo::ProMdlType type, int version, std::string_view bytes);
   // All versions of a document go from the session's folder; models in memory stay.

@@ -110,6 +110,7 @@ Got<ProMdl> Retrieval::load(Folder& folder, const DocumentFile& file) {
     models_.host().unreadable(path);
     return creo::ProGeneralError;
   }
+  document->textSize = bytes.value.size();
   document->name = file.name;
   document->type = file.type;
   document->version = file.version;
@@ -126,6 +127,10 @@ Got<ProMdl> Retrieval::load(Folder& folder, const DocumentFile& file) {
 
 Got<ProMdl> retrieveModel(Models& models, std::wstring_view name, ProMdlType type) {
   Retrieval retrieval(models);
+  // Another program may have removed the version that lies away: then it is read as one that isn't there.
+  const auto there = models.inMemory(name, type);
+  const Model* present = there ? models.look(there.value) : nullptr;
+  if (present && !models.bringBack(*present).empty()) models.remove(*present);
   const auto model = retrieval.bring(name, type);
   retrieval.bringUsed();
   return model;

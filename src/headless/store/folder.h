@@ -86,6 +86,8 @@ class Store {
   explicit Store(bool withhold) : withhold_(withhold) {}
   Folder& folder(std::wstring_view path);
   os::Result<std::string> read(const std::wstring& path) const;
+  // Would that be read?
+  [[nodiscard]] bool has(const std::wstring& path) const;
   // A new document: file_exists where a file of that name is there.
   std::error_code create(Folder& folder, const DocumentFile& file, std::string_view bytes);
   // A new document that was written past the store, or would have been.

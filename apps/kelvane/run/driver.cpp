@@ -126,6 +126,7 @@ std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName
   // The one that stands before Creo comes last: for it the table counts as built.
   for (std::size_t i = starts.size(); i-- > current && Interrupt::code() == 0;) {
     const std::size_t messages = session_.messages().size();
+    if (i > current) readAhead(session_, starts[i - 1]);
     if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type))
       run::rebuildModelTable(model.value);
     else

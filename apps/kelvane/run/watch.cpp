@@ -202,6 +202,8 @@ void RunWatch::progress(int value, int /*maximum*/) {
   while (running_ && done_ < rows_.size() && done_ < static_cast<std::size_t>(std::max(value, 0))) {
     finishModel(rows_[done_++]);
   }
+  // The next one is about to be asked for; while it is worked there is time for the one behind it.
+  if (running_ && done_ + 1 < rows_.size()) readAhead(session_, modelFileName(actions::rowNow(rows_[done_ + 1])));
   // The bar is set before the first Body too: a stop that was asked for in Head leaves every row out.
   if (running_ && Interrupt::code() != 0)
     leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});

@@ -41,12 +41,10 @@ std::wstring Models::bringBack(const Model& model) const {
   ModelDocument& document = *model.document;
   if (!document.isAway()) return {};
   const std::wstring path = savedPath(document);
-  const auto bytes = folders_.read(path);
-  if (!bytes) return cantRead(path, bytes.error);
-  ModelRecord record;
-  if (const JsonFault fault = readDocument(bytes.value, record)) return cantRead(path, fault);
-  document.comeBack(std::move(record));
-  document.textSize = bytes.value.size();
+  auto read = folders_.readRecord(path);
+  if (!read) return ModelFolders::faultOf(path, read);
+  document.comeBack(std::move(read.record));
+  document.textSize = read.size;
   noteArrived(model);
   return {};
 }

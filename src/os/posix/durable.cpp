@@ -1,7 +1,5 @@
 #include "os/durable.h"
 
-#include <csignal>
-
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
@@ -11,6 +9,7 @@
 #include <utility>
 
 #include "os/posix/flush.h"
+#include "os/quiet_thread.h"
 #include "os/surroundings.h"
 
 namespace os {
@@ -26,22 +25,6 @@ FlushInstead::Function& instead() {
   static FlushInstead::Function function;
   return function;
 }
-
-// For its life the threads that are started leave all signals to the others.
-class SignalsHeld {
- public:
-  SignalsHeld() {
-    sigset_t all;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &before_);
-  }
-  ~SignalsHeld() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-  SignalsHeld(const SignalsHeld&) = delete;
-  SignalsHeld& operator=(const SignalsHeld&) = delete;
-
- private:
-  sigset_t before_{};
-};
 
 Descriptor openFolder(const std::string& folder) {
   return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -62,9 +45,8 @@ class FlushQueue {
   };
 
   FlushQueue() {
-    const SignalsHeld held;
     try {
-      while (threads_.size() < kThreads) threads_.emplace_back([this] { work(); });
+      while (threads_.size() < kThreads) threads_.push_back(quietThread([this] { work(); }));
     } catch (const std::system_error&) {
       // The system has no more of them: those that are there do, and without any the writer flushes itself.
     }

@@ -29,6 +29,13 @@ std::vector<std::size_t> mentionsOf(const ModelDocument& document) {
   const ModelRecord& record = document.record;
   for (const auto* list : {&record.components, &record.models})
     for (const UsedModelRecord& used : *list) add(text::fromUtf8(used.name), used.type);
+  // What a row puts in place of a component; the column tells whether part or assembly.
+  if (record.familyTable)
+    eachRow(*record.familyTable, [&add](const RowRecord& row) {
+      for (const auto& value : row.values)
+        for (const auto type : {creo::ProMdlType::part, creo::ProMdlType::assembly})
+          if (const auto* text = std::get_if<std::string>(&value.value)) add(text::fromUtf8(*text), type);
+    });
   addLabel(record.currentModel);
   for (const ViewRecord& view : record.views) addLabel(view.model);
   for (const ShownDimensionRecord& dimension : record.shownDimensions) addLabel(dimension.model);

@@ -92,5 +92,16 @@ TEST_F(RunDurable, AProgramStartsWhenTheDiskHasWhatWasSaved) {
   EXPECT_THAT(ended.err, HasSubstr("ROD.prt.2: the disk didn't take it"));
 }
 
+// A person is told that a model is saved when the disk has it.
+TEST_F(RunDurable, WatchSaysThatAModelIsSavedWhenTheDiskHasIt) {
+  Flushed flushed("ROD.prt.2");
+  std::istringstream in("open plate.prt\nsave\nopen rod.prt\nsave\n");
+  std::ostringstream out, err;
+  EXPECT_EQ(1, kelvane::program({"watch", models(), "--durable", "run"}, out, err, {}, &in));
+  EXPECT_THAT(err.str(), HasSubstr("saved PLATE.PRT\n"));
+  EXPECT_THAT(err.str(), HasSubstr("error: " + models() + "/ROD.prt.2: the disk didn't take it: Input/output error\n"));
+  EXPECT_THAT(err.str(), testing::Not(HasSubstr("saved ROD.PRT")));
+}
+
 }  // namespace
 }  // namespace test

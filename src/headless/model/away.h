@@ -17,8 +17,8 @@ class Models;  // models.h
 // - with changes that no file has, or whose file isn't there, as behind a rename in memory,
 // - of another folder than the session's own, or whose saves a backup has moved,
 // - that shows what no file says: a representation, the status of a layer, the former model of a drawing's texts,
-// - of a family table with instances in memory, whose rows they are, and of a format.
-// With a PDM server all stay: it takes files away.
+// - of a family table with instances in memory, whose rows they are, of a format, and of a PDM workspace, out of which
+//   the server may take files.
 void putAway(Models& models, std::size_t keep, creo::FunctionRef<bool(creo::ProMdl)> stays);
 
 // False: the document is away, and names no such model.

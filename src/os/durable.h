@@ -14,7 +14,7 @@ namespace os {
 
 enum class Durability {
   each,  // before the call returns that writes a file
-  run,   // behind it, but where it would replace a file that was there before; settleWritten() waits
+  run,   // behind it, but where it would replace a file that was there before the last settleWritten(), which waits
   none,  // when the system comes to it; a power cut may take what was written in the last half minute
 };
 

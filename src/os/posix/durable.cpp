@@ -166,12 +166,13 @@ class Durable::State {
   [[nodiscard]] bool isMade(const struct stat& file) const { return made_.contains({file.st_dev, file.st_ino}); }
   void noteMade(const struct stat& file) { made_.insert({file.st_dev, file.st_ino}); }
   void forgetMade(const struct stat& file) { made_.erase({file.st_dev, file.st_ino}); }
+  void forgetAllMade() { made_.clear(); }
 
   static inline Durable::State* inForce = nullptr;
 
  private:
   Durability how_;
-  // Files under names that were free: replacing one loses nothing that was there before.
+  // Files under names that were free, and that nobody outside was told of yet: replacing one loses nothing.
   std::set<std::pair<dev_t, ino_t>> made_;
   std::unique_ptr<FlushQueue> queue_;
 };
@@ -198,6 +199,7 @@ std::error_code settleWritten() {
   FlushQueue* const queue = queueInForce();
   if (!queue) return {};
   queue->wait();
+  Durable::State::inForce->forgetAllMade();
   return queue->takeError();
 }
 

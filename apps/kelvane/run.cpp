@@ -28,6 +28,7 @@ class Run : public Verb {
         {"--into", "NEWDIR", "works on a copy of the models, made there", &o.into},
         {"--read-only", "", "writes reports, but never a model", &o.readOnly},
         {"-n,--dry-run", "", "writes nothing and prints what would change", &o.dryRun},
+        durableRow(o),
         {"--collect", "OUTDIR", "copies every file that the run wrote there", &o.collect},
         // surroundings
         {"--vault", "VAULT", "a PDM folder whose workspace the folder of models is; the first one is active",

@@ -16,6 +16,7 @@ class Watch : public Verb {
          &watched_.models},
         {"--package", "PACKAGE", "the only package that triggers find; else those of the configured folder",
          &o.package},
+        durableRow(o),
         {"--json", "", "a JSON line for each trigger", &watched_.json},
     };
     for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());

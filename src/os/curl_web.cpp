@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "os/durable.h"
 #include "os/web.h"
 #include "text/encoding.h"
 
@@ -69,6 +70,8 @@ bool setUp(CURL* handle, const WebRequest& request, curl_slist* headers) {
 class CurlWeb : public Web {
  public:
   text::Result<std::string> send(const WebRequest& request) override {
+    if (const auto unsafe = settleWritten())
+      return text::Fault{L"the disk didn't take a file that was written before: " + text::fromUtf8(unsafe.message())};
     const Easy handle(isReady() ? curl_easy_init() : nullptr, &curl_easy_cleanup);
     const HeaderList headers = headerList(request.headers);
     if (!handle || (!headers && !request.headers.empty())) return text::Fault{L"the request can't be prepared"};

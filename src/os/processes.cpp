@@ -1,6 +1,7 @@
 #include "os/processes.h"
 
 #include "os/doors.h"
+#include "os/durable.h"
 
 namespace os {
 namespace {
@@ -15,16 +16,19 @@ std::wstring startLine(std::wstring_view program, std::wstring_view arguments) {
 
 std::error_code Processes::open(std::wstring_view path) {
   if (const auto withheld = heldBack(doors().programs, L"open " + std::wstring(path))) return *withheld;
+  if (const auto unsafe = settleWritten()) return unsafe;
   return doOpen(path);
 }
 
 Result<int> Processes::run(std::wstring_view command, std::wstring_view folder) {
   if (const auto withheld = heldBack(doors().programs, L"run " + std::wstring(command))) return {0, *withheld};
+  if (const auto unsafe = settleWritten()) return {0, unsafe};
   return doRun(command, folder);
 }
 
 std::error_code Processes::start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) {
   if (const auto withheld = heldBack(doors().programs, startLine(program, arguments))) return *withheld;
+  if (const auto unsafe = settleWritten()) return unsafe;
   return doStart(program, arguments, folder);
 }
 

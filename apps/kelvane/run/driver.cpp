@@ -10,6 +10,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
+#include "kelvane/run/memory.h"
 #include "language/compare.h"
 #include "run/check_out.h"
 #include "run/choosers.h"
@@ -127,10 +128,12 @@ std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName
   // The one that stands before Creo comes last: for it the table counts as built.
   for (std::size_t i = starts.size(); i-- > current && Interrupt::code() == 0;) {
     const std::size_t messages = session_.messages().size();
+    if (i > current) readAhead(session_, starts[i - 1]);
     if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type))
       run::rebuildModelTable(model.value);
     else
       failed.push_back(unopened(starts[i], messages));
+    keepMemoryFlat(session_);
   }
   return failed;
 }

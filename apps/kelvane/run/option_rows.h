@@ -6,6 +6,13 @@
 
 namespace kelvane {
 
+inline OptionRow durableRow(RunOptions& options) {
+  return {
+      "--durable", "each|run|none",
+      "when the disk has what was written: before each save ends, before the end and before anything outside is told, "
+      "or whenever the system comes to it",
+      &options.durable};
+}
 // The rows write into the options, which must outlive them.
 inline std::vector<OptionRow> surroundingRows(RunOptions& options) {
   return {{"--config", "DIR", "a folder with kvd_main.cfg", &options.config},

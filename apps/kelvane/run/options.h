@@ -21,6 +21,7 @@ struct RunOptions {
   std::string save = "touched";  // touched, all, none
   std::string into;              // works on a copy there
   bool readOnly = false, dryRun = false;
+  std::string durable = "run";  // each, run, none: when the disk has what was written
   std::string collect;
 
   // Surroundings.

@@ -21,6 +21,8 @@
 #include "kelvane/check/text_check.h"
 #include "kelvane/log/follower.h"
 #include "kelvane/log/lines.h"
+#include "kelvane/run/durability.h"
+#include "kelvane/run/memory.h"
 #include "kelvane/show/model_folder.h"
 #include "language/comparison_watch.h"
 #include "os/paths.h"
@@ -43,13 +45,15 @@ void leaveOut(headless::Session& session, const std::vector<std::string>& rows) 
   for (const std::string& row : rows) session.ui().setCheck(core::pluginState().dialogName, row + "_cb", false);
 }
 
-RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events)
+RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events,
+                   os::Durable& durable)
     : session_(session),
       options_(options),
       console_(console),
       events_(events),
       progress_(console),
-      log_(console, events, options.maxErrors) {
+      log_(console, events, options.maxErrors),
+      durable_(durable) {
   for (const std::string& vault : options.vaults)
     vaults_.push_back(text::fromUtf8(std::filesystem::canonical(vault).string() + "/"));
   session_.observe(this);
@@ -198,6 +202,8 @@ void RunWatch::progress(int value, int /*maximum*/) {
   while (running_ && done_ < rows_.size() && done_ < static_cast<std::size_t>(std::max(value, 0))) {
     finishModel(rows_[done_++]);
   }
+  // The next one is about to be asked for; while it is worked there is time for the one behind it.
+  if (running_ && done_ + 1 < rows_.size()) readAhead(session_, modelFileName(actions::rowNow(rows_[done_ + 1])));
   // The bar is set before the first Body too: a stop that was asked for in Head leaves every row out.
   if (running_ && Interrupt::code() != 0)
     leaveOut(session_, {rows_.begin() + static_cast<std::ptrdiff_t>(done_), rows_.end()});
@@ -210,15 +216,25 @@ std::string RunWatch::outcomeOf(const Worked& worked) {
   return actions::rowNow(worked.row) == worked.row ? "changed" : "renamed";  // an instance isn't with its generic
 }
 
-void RunWatch::finishModel(const std::string& row) {
+const headless::Model* RunWatch::modelOf(const std::string& row) {
+  const headless::Models& models = session_.models();
   const ModelFileName name = modelFileName(actions::rowNow(row));
-  const auto model = session_.models().inMemory(name.name, name.type);
+  const auto there = models.inMemory(name.name, name.type);
+  if (!there) return nullptr;
+  const headless::Model* model = models.look(there.value);
+  const std::wstring fault = models.bringBack(*model);
+  if (!fault.empty()) tellTrouble(readable(fault));
+  return fault.empty() ? model : nullptr;
+}
+
+void RunWatch::finishModel(const std::string& row) {
+  const headless::Model* model = modelOf(row);
   Worked worked{row, nullptr, !model};
   if (model) {
-    Document& document = documentOf(labelOf(*session_.models().find(model.value)->document));
+    Document& document = documentOf(labelOf(*model->document));
     worked.document = &document;
-    worked.passedOver = isPassedOver(model.value);
-    worked.failed = !keepHistory(model.value, document);
+    worked.passedOver = isPassedOver(model->handle);
+    worked.failed = !keepHistory(model->handle, document);
     if (worked.failed) tellTrouble(lastMessage_);
   }
   worked.errors = log_.follow();
@@ -231,9 +247,11 @@ void RunWatch::finishModel(const std::string& row) {
   if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}, {"errors", worked.errors}});
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
+  tellUnsafe();
   const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
   progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));
+  keepMemoryFlat(session_);
 }
 
 bool RunWatch::isPassedOver(creo::ProMdl model) {
@@ -313,7 +331,7 @@ bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProM
 void RunWatch::noteErased(const std::string& model) {
   const ModelFileName name = modelFileName(model);
   const auto inMemory = session_.models().inMemory(name.name, name.type);
-  if (inMemory && isLeftChanged(*session_.models().find(inMemory.value)->document, inMemory.value))
+  if (inMemory && isLeftChanged(*session_.models().look(inMemory.value)->document, inMemory.value))
     erasedChanged_.insert(model);
 }
 
@@ -323,7 +341,7 @@ void RunWatch::tellUnsaved() {
   constexpr std::size_t kMost = 20;
   std::set<std::string> unsaved = erasedChanged_;
   for (const headless::ModelInMemory& inMemory : session_.models().list()) {
-    const headless::ModelDocument& document = *session_.models().find(inMemory.handle)->document;
+    const headless::ModelDocument& document = *session_.models().look(inMemory.handle)->document;
     if (!unsaved.contains(labelOf(document)) && isLeftChanged(document, inMemory.handle))
       unsaved.insert(labelOf(document));
   }
@@ -356,11 +374,26 @@ void RunWatch::tellMoved() {
   }
 }
 
+void RunWatch::tellUnsafe() {
+  for (const os::Unsafe& file : durable_.takeFailures()) {
+    const std::string line = unsafeLine(file);
+    unsafe_.insert(file.path);
+    if (!tellTrouble(line)) continue;
+    ++faults_;
+    ++countedFaults_;  // a file of an earlier model: the one that is worked has nothing to do with it
+    const auto document = headless::documentFile(os::nameOf(file.path));
+    if (document && events_.on())
+      events_.tell("model", {{"model", label(document->name, document->type)}, {"fault", line}, {"outcome", "failed"}});
+  }
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
   tellRefusedExpressions();
   compareSaved();
   running_ = false;
+  (void)os::settleWritten();
+  tellUnsafe();
   tellUnknownSteps();
   tellMoved();
   tellUnsaved();
@@ -368,7 +401,7 @@ void RunWatch::end(Recap& recap) {
   std::string passedOver;
   for (const Worked& worked : worked_) {
     if (worked.errors > 0) ++recap.troubled;
-    if (worked.failed) {
+    if (worked.failed || (worked.document && !isSafe(*worked.document))) {
       ++recap.failed;
     } else if (worked.passedOver) {
       ++recap.skipped;
@@ -379,8 +412,9 @@ void RunWatch::end(Recap& recap) {
   }
   if (!passedOver.empty()) console_.note("warning: passed over, as it can't be modified: " + passedOver);
   recap.models += static_cast<int>(worked_.size());
-  recap.saved = static_cast<int>(
-      std::count_if(documents_.begin(), documents_.end(), [](const Document& document) { return document.isSaved(); }));
+  recap.saved = static_cast<int>(std::count_if(documents_.begin(), documents_.end(), [this](const Document& document) {
+    return document.isSaved() && isSafe(document);
+  }));
   recap.seconds = progress_.seconds();
 }
 

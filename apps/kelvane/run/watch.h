@@ -15,10 +15,12 @@
 #include "kelvane/run/options.h"
 #include "kelvane/run/recap.h"
 #include "kelvane/show/changes.h"
+#include "os/durable.h"
 
 namespace headless {
 class ModelDocument;
-}
+struct Model;
+}  // namespace headless
 namespace kelvane {
 
 // Takes the check marks from rows that haven't had their turn, so that the run comes to its own end: Foot, reports
@@ -27,7 +29,9 @@ void leaveOut(headless::Session& session, const std::vector<std::string>& rows);
 
 class RunWatch : public headless::SessionObserver {
  public:
-  RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events);
+  // durable: the one in force.
+  RunWatch(headless::Session& session, const RunOptions& options, Console& console, Events& events,
+           os::Durable& durable);
   ~RunWatch() override;
   RunWatch(const RunWatch&) = delete;
   RunWatch& operator=(const RunWatch&) = delete;
@@ -46,7 +50,11 @@ class RunWatch : public headless::SessionObserver {
   void accept(AcceptedExports accepted) { log_.accept(std::move(accepted)); }
   // The rows that are about to be worked, in the run's order.
   void begin(std::vector<std::string> rows);
-  // The run is over: what came behind the last model, and the models that never had their turn.
+  // An error line for each file that the disk didn't take; the model of a document counts as failed, whatever was told
+  // of it before. Files that the disk still has to get are told at the next call.
+  void tellUnsafe();
+  // The run is over: what came behind the last model, and the models that never had their turn. Waits until the disk
+  // has all that was written.
   void end(Recap& recap);
 
   void message(const std::wstring& text) override;
@@ -94,6 +102,8 @@ class RunWatch : public headless::SessionObserver {
     [[nodiscard]] bool isChanged() const { return document && document->isChanged(); }
   };
 
+  // In memory, with its document; null: it isn't. One that can't be read any more has its line.
+  const headless::Model* modelOf(const std::string& row);
   void finishModel(const std::string& row);
   static std::string outcomeOf(const Worked& worked);
   // By its name of now, "BRACKET.PRT".
@@ -105,6 +115,7 @@ class RunWatch : public headless::SessionObserver {
   [[nodiscard]] ModelChanges changesOf(const Document& document) const;
   void tellUnknownSteps();
   void tellMoved();
+  [[nodiscard]] bool isSafe(const Document& document) const { return !unsafe_.contains(document.path); }
   [[nodiscard]] bool isLeftChanged(const headless::ModelDocument& document, creo::ProMdl model) const;
   void noteErased(const std::string& model);
   void tellUnsaved();
@@ -125,6 +136,8 @@ class RunWatch : public headless::SessionObserver {
   std::vector<std::wstring> vaults_;    // machine paths of their folders
   int faults_ = 0, countedFaults_ = 0;  // error lines about documents; those that models behind their turn have had
   std::string lastMessage_;
+  os::Durable& durable_;
+  std::set<std::wstring> unsafe_;                // files that the disk didn't take
   std::set<std::wstring> paths_, renamedStems_;  // of documents that this run wrote, or renamed
   std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked
   std::set<std::string> erasedChanged_;          // models that left the memory with changes

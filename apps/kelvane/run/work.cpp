@@ -11,6 +11,7 @@
 #include "kelvane/run/config.h"
 #include "kelvane/run/doors.h"
 #include "kelvane/run/driver.h"
+#include "kelvane/run/durability.h"
 #include "kelvane/run/files.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/recorded_files.h"
@@ -66,6 +67,7 @@ class RunWork {
   RunWork(const RunOptions& options, Console& console)
       : options_(options),
         console_(console),
+        durable_(durability(options)),
         place_(prepareRun(options)),
         files_(options.dryRun),
         doors_(options),
@@ -92,7 +94,7 @@ class RunWork {
       if (!reason.empty()) throw Fault(text::toUtf8(reason));
     }
     const Answerer answerer(session, place_.answers, console_);
-    RunWatch watch(session, options_, console_, events_);
+    RunWatch watch(session, options_, console_, events_, durable_);
     for (const auto& damaged : trouble.damaged) watch.tellDamaged(damaged.model, damaged.fault);
     for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
     if (starts.empty() && !options_.headFoot) {
@@ -234,8 +236,18 @@ class RunWork {
     }
   }
 
+  // Of what came behind the run itself: files that were collected, and the log.
+  void tellUnsafe() {
+    (void)os::settleWritten();
+    for (const os::Unsafe& file : durable_.takeFailures()) {
+      console_.trouble("error: " + unsafeLine(file));
+      troubled_ = true;
+    }
+  }
+
   // The recap, and the exit code: that of a signal, or what the run came to.
   int finish(int code) {
+    tellUnsafe();
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
     if (events_.on()) events_.tell("recap", recapNumbers(recap_));
@@ -249,6 +261,7 @@ class RunWork {
 
   const RunOptions& options_;
   Console& console_;
+  os::Durable durable_;
   RunPlace place_;
   RunFiles files_;
   RunDoors doors_;

@@ -9,6 +9,7 @@
 #include "headless/model/models.h"
 #include "kelvane/base/interrupt.h"
 #include "kelvane/check/text_check.h"
+#include "kelvane/run/durability.h"
 #include "kelvane/run/watch.h"
 #include "kelvane/show/model_folder.h"
 #include "run/model_table.h"
@@ -29,8 +30,13 @@ bool isInMemory(headless::Session& session, const std::string& row) {
 }  // namespace
 
 FiringWatch::FiringWatch(headless::Session& session, const RunOptions& options, bool json, Console& console,
-                         Events& events)
-    : session_(session), console_(console), events_(events), json_(json), log_(console, events, options.maxErrors) {
+                         Events& events, os::Durable& durable)
+    : session_(session),
+      console_(console),
+      events_(events),
+      durable_(durable),
+      json_(json),
+      log_(console, events, options.maxErrors) {
   session_.observe(this);
   run::observeTriggers(this);
 }
@@ -199,9 +205,21 @@ void FiringWatch::finishRow(const Row& row) {
   if (events_.on()) events_.tell("model", {{"model", row.name}, {"outcome", outcome}, {"errors", errors}});
 }
 
+bool FiringWatch::settle() {
+  (void)os::settleWritten();
+  const std::vector<os::Unsafe> failures = durable_.takeFailures();
+  for (const os::Unsafe& file : failures) {
+    console_.trouble("error: " + unsafeLine(file));
+    if (running_) std::erase_if(running_->saved, [&](const auto& saved) { return saved.second.path == file.path; });
+  }
+  troubled_ = troubled_ || !failures.empty();
+  return failures.empty();
+}
+
 void FiringWatch::triggerEnds(int result) {
   if (!running_) return;
   log_.follow();
+  settle();
   for (const language::RefusedExpression& expression : language::takeRefused())
     console_.trouble("warning: " + refusal(expression));
   Recap& recap = running_->recap;

@@ -17,17 +17,22 @@
 #include "kelvane/run/options.h"
 #include "kelvane/run/recap.h"
 #include "kelvane/show/changes.h"
+#include "os/durable.h"
 #include "run/triggers.h"
 
 namespace kelvane {
 
 class FiringWatch : public headless::SessionObserver, public run::TriggerObserver {
  public:
-  FiringWatch(headless::Session& session, const RunOptions& options, bool json, Console& console, Events& events);
+  // durable: the one in force.
+  FiringWatch(headless::Session& session, const RunOptions& options, bool json, Console& console, Events& events,
+              os::Durable& durable);
   ~FiringWatch() override;
   FiringWatch(const FiringWatch&) = delete;
   FiringWatch& operator=(const FiringWatch&) = delete;
 
+  // Waits until the disk has all that was written. False: an error line for each file that it didn't take.
+  bool settle();
   // A trigger couldn't start, a model failed, or a log has error lines.
   [[nodiscard]] bool troubled() const { return troubled_; }
 
@@ -78,6 +83,7 @@ class FiringWatch : public headless::SessionObserver, public run::TriggerObserve
   headless::Session& session_;
   Console& console_;
   Events& events_;
+  os::Durable& durable_;
   bool json_;
   LogTeller log_;
   std::optional<Running> running_;

@@ -9,6 +9,7 @@
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/run/config.h"
+#include "kelvane/run/durability.h"
 #include "kelvane/run/place.h"
 #include "kelvane/show/model_folder.h"
 #include "kelvane/watch/firing.h"
@@ -63,6 +64,7 @@ class WatchWork {
   WatchWork(const WatchOptions& options, Console& console)
       : options_(options),
         console_(console),
+        durable_(durability(options.surroundings)),
         place_(prepareWatch(options.surroundings)),
         session_(sessionOptions(options.surroundings, place_)) {
     tellConfigFaults(options.surroundings, console);
@@ -71,7 +73,8 @@ class WatchWork {
   }
 
   int run() {
-    FiringWatch firings(session_, options_.surroundings, options_.json, console_, events_);
+    FiringWatch firings(session_, options_.surroundings, options_.json, console_, events_, durable_);
+    firings_ = &firings;
     session_.trace(options_.surroundings.trace && events_.on());
     load();
     for (const std::string& model : options_.models) {
@@ -106,6 +109,7 @@ class WatchWork {
     try {
       carryOut(words);
       session_.settle();
+      firings_->settle();
     } catch (const std::exception& fault) {
       troubled_ = true;
       console_.trouble(std::string("error: ") + fault.what());
@@ -127,7 +131,7 @@ class WatchWork {
     const std::string subject = model.name.empty() ? std::string() : " " + label(model.name, model.type);
     const ProError error = command.ofModel ? command.ofModel(session_, model) : (session_.*command.ofCurrent)();
     if (error != creo::ProNoError) throw Fault(command.name + subject + ": " + reason(command, error));
-    console_.note(command.done + subject);
+    if (firings_->settle()) console_.note(command.done + subject);
   }
 
   [[nodiscard]] std::string reason(const Command& command, ProError error) const {
@@ -154,9 +158,11 @@ class WatchWork {
 
   const WatchOptions& options_;
   Console& console_;
+  os::Durable durable_;
   RunPlace place_;
   Events events_;
   Session session_;
+  FiringWatch* firings_ = nullptr;  // while it runs
   bool troubled_ = false;
 };
 

@@ -168,12 +168,13 @@ ProError ProLayerDisplaystatusSave(ProMdl model) {
   return onModel("ProLayerDisplaystatusSave", model, [](State& state, Model& m) -> ProError {
     const auto usedBy = [&state](ProMdl current) {
       std::vector<ProMdl> used;
-      for (const Model* below : state.models.usedBy(*state.models.find(current))) used.push_back(below->handle);
+      for (const Model* below : state.models.usedBy(*state.models.look(current))) used.push_back(below->handle);
       return used;
     };
     bool changed = false;
     for (const ProMdl visited : headless::bottomUp(m.handle, usedBy))
-      changed = saveShown(*state.models.find(visited)->document) || changed;
+      if (Model* one = state.models.look(visited); !one->document->isAway())  // such a one shows what is saved
+        changed = saveShown(*one->document) || changed;
     return changed ? ProNoError : ProNoChange;
   });
 }

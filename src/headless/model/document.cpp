@@ -190,6 +190,31 @@ void ModelDocument::setMarks(const Marks& before) {
   for (RowRecord* row : changedRows_) row->changed = true;
 }
 
+void ModelDocument::putAway(Away kept) {
+  kept.data = std::move(record.externalData);
+  away_ = std::make_unique<Away>(std::move(kept));
+  record = {};
+  forgetIndexes();
+}
+
+void ModelDocument::comeBack(ModelRecord again) {
+  record = std::move(again);
+  record.externalData = std::move(away_->data);
+  away_.reset();
+  if (record.familyTable) linkRows(*record.familyTable, nullptr);
+}
+
+void ModelDocument::forgetIndexes() {
+  tree.changed();
+  rowsByName_ = {};
+  relationNames_.reset();
+  solid_.reset();
+  instanceValues_.clear();
+  dimensions_ = referenceDimensions_ = {};
+  notes_ = {};
+  notesIndexed_ = 0;
+}
+
 const ModelDocument::RelationNames& ModelDocument::relationNames() {
   if (!relationNames_) {
     relationNames_ = std::make_unique<RelationNames>();

@@ -115,8 +115,30 @@ class ModelDocument {
     unworkedTold = false;
   }
 
+  // ---- out of memory, while its model stays (away.h)
+  // What is asked of a document whose record isn't there.
+  struct Away {
+    std::vector<creo::ProDependency> uses;  // what dependencies() gives
+    std::vector<std::size_t> mentions;      // hashes of modelKey: whoever is called so in the record
+    ExternalData data;                      // a class that was registered, or a history that is to be saved later
+    bool isLost = false;                    // it was asked for and couldn't be read; its message was told
+  };
+  [[nodiscard]] bool isAway() const { return away_ != nullptr; }
+  // Only of one that is away.
+  [[nodiscard]] Away& away() { return *away_; }
+  [[nodiscard]] const Away& away() const { return *away_; }
+  // Rows were changed or taken out, which no file says.
+  [[nodiscard]] bool hasRowsOfItsOwn() const { return !changedRows_.empty() || !takenRows_.empty(); }
+  // Empties the record, and forgets what was made of it.
+  void putAway(Away kept);
+  void comeBack(ModelRecord again);
+  std::size_t textSize = 0;  // bytes of the file that it was read from
+
  private:
+  void forgetIndexes();
+
   bool modified_ = false, contentModified_ = false;
+  std::unique_ptr<Away> away_;
   std::size_t changes_ = 0;
   std::vector<RowRecord*> changedRows_;
   std::vector<std::unique_ptr<RowRecord>> takenRows_;

@@ -234,6 +234,7 @@ std::wstring componentOf(const Model& model, const UsedModelRecord& component) {
 }
 
 std::vector<creo::ProDependency> dependencies(const Model& model) {
+  if (model.document->isAway()) return model.document->away().uses;
   const ModelRecord& record = model.document->record;
   std::vector<creo::ProDependency> out;
   std::unordered_set<std::wstring> seen;

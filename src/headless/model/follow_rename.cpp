@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "headless/model/away.h"
 #include "headless/model/models.h"
 #include "headless/store/folder.h"
 #include "text/encoding.h"
@@ -121,7 +122,8 @@ bool followRename(ModelRecord& record, ProMdlType user, const RenamedModel& rena
 
 void followRename(Models& models, const RenamedModel& renamed) {
   for (const Model* model : models.all()) {
-    if (model->row) continue;
+    if (model->row || !maySpeakOf(*model, renamed.before, renamed.type)) continue;
+    if (!models.bringBack(*model).empty()) continue;  // it is lost; what is left of it knows the former name
     ModelDocument& user = *model->document;
     if (!followRename(user.record, user.type, renamed)) continue;
     if (auto& ofTexts = user.modelOfTexts; ofTexts && ofTexts->name == renamed.before && ofTexts->type == renamed.type)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/letters.h"
@@ -38,6 +39,30 @@ std::vector<Folder*> ModelFolders::searched(ProMdlType type) {
 bool ModelFolders::has(std::wstring_view name, ProMdlType type) {
   const std::vector<Folder*> folders = searched(type);
   return std::any_of(folders.begin(), folders.end(), [&](Folder* folder) { return folder->find(name, type); });
+}
+
+ModelFolders::DocumentRead ModelFolders::readRecord(const std::wstring& path) const {
+  DocumentRead read;
+  if (auto ahead = ahead_ && !store_.isWithheld(path) ? ahead_->take(path) : std::nullopt) {
+    read.record = std::move(ahead->record);
+    read.size = ahead->size;
+    return read;
+  }
+  const auto bytes = store_.read(path);
+  read.error = bytes.error;
+  if (!bytes) return read;
+  read.size = bytes.value.size();
+  read.fault = readDocument(bytes.value, read.record);
+  return read;
+}
+
+std::wstring ModelFolders::faultOf(const std::wstring& path, const DocumentRead& read) {
+  return read.error ? cantRead(path, read.error) : cantRead(path, read.fault);
+}
+
+void ModelFolders::readAhead(const std::wstring& path) {
+  if (!ahead_) ahead_ = std::make_unique<ReadAhead>(os::surroundings().files);
+  ahead_->want(path);
 }
 
 std::error_code ModelFolders::add(const std::wstring& name, ProMdlType type, int version, std::string_view bytes) {

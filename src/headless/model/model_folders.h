@@ -9,6 +9,7 @@
 
 #include "headless/model/document.h"
 #include "headless/store/folder.h"
+#include "headless/store/read_ahead.h"
 
 namespace headless {
 
@@ -31,6 +32,20 @@ class ModelFolders {
 
   // The bytes of a document that lies at that path, or would lie there if saves weren't withheld.
   [[nodiscard]] os::Result<std::string> read(const std::wstring& path) const { return store_.read(path); }
+  [[nodiscard]] bool has(const std::wstring& path) const { return store_.has(path); }
+  // The same as a record, with the size of its bytes.
+  struct DocumentRead {
+    ModelRecord record;
+    std::size_t size = 0;
+    std::error_code error;  // of its file
+    JsonFault fault;        // of what it holds
+    explicit operator bool() const { return !error && !fault; }
+  };
+  [[nodiscard]] DocumentRead readRecord(const std::wstring& path) const;
+  // The line of why it couldn't be read.
+  static std::wstring faultOf(const std::wstring& path, const DocumentRead& read);
+  // That record will be asked for soon: a second thread reads it meanwhile.
+  void readAhead(const std::wstring& path);
   // In the session's folder: a document that comes from elsewhere becomes that version. file_exists: it is taken.
   std::error_code add(const std::wstring& name, creo::ProMdlType type, int version, std::string_view bytes);
   // All versions of a document go from the session's folder; models in memory stay.
@@ -45,6 +60,7 @@ class ModelFolders {
 
  private:
   Store store_;
+  std::unique_ptr<ReadAhead> ahead_;  // once something is read ahead
   Named named_;
   std::wstring working_, home_;
 };

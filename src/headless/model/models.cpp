@@ -1,5 +1,8 @@
 #include "headless/model/models.h"
 
+#include <stdexcept>
+#include <utility>
+
 #include "headless/model/family.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
@@ -22,7 +25,37 @@ std::wstring keyOf(const Model& model) { return modelKey(model.name, model.type(
 Models::Models(ModelsHost host, const WorkedOut& workedOut, const std::wstring& folder)
     : host_(std::move(host)), workedOut_(workedOut), folders_(host_.withholdSaves, folder, host_.optionFolders) {}
 
-Model* Models::find(ProMdl model) const {
+Model* Models::find(ProMdl handle) const {
+  Model* const model = look(handle);
+  if (!model || !model->document->isAway()) return model;
+  const std::wstring fault = bringBack(*model);
+  if (fault.empty()) return model;
+  if (!std::exchange(model->document->away().isLost, true)) {
+    message(fault);
+    host_.unreadable(savedPath(*model->document));
+  }
+  throw std::runtime_error(text::toUtf8(fault));
+}
+
+std::wstring Models::bringBack(const Model& model) const {
+  ModelDocument& document = *model.document;
+  if (!document.isAway()) return {};
+  const std::wstring path = savedPath(document);
+  auto read = folders_.readRecord(path);
+  if (!read) return ModelFolders::faultOf(path, read);
+  document.comeBack(std::move(read.record));
+  document.textSize = read.size;
+  noteArrived(model);
+  return {};
+}
+
+void Models::noteArrived(const Model& model) const {
+  if (model.row) return;
+  arrived_.models.push_back(model.handle);
+  arrived_.bytes += model.document->textSize;
+}
+
+Model* Models::look(ProMdl model) const {
   const auto number = static_cast<std::uint32_t>(model.value & 0xFFFFFFFFu);
   if (number == 0 || number > places_.size()) return nullptr;
   const Place& place = places_[number - 1];
@@ -92,6 +125,7 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   place.model->name = std::move(name);
   byKey_[keyOf(*place.model)] = at;
   countUses(*place.model, 1);
+  noteArrived(*place.model);
   return *place.model;
 }
 

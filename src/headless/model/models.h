@@ -31,11 +31,14 @@ class Models {
   Models(ModelsHost host, const WorkedOut& workedOut, const std::wstring& folder);
 
   [[nodiscard]] std::vector<ModelInMemory> list() const;
-  // Null for a handle that has gone.
+  // Null for a handle that has gone. A document that is away (away.h) comes back; std::runtime_error, with a line of
+  // the message area, where it can't be read any more.
   [[nodiscard]] Model* find(creo::ProMdl model) const;
+  // The same without what the document says: it may be away.
+  [[nodiscard]] Model* look(creo::ProMdl model) const;
   // name: plain, or "NAME<GENERIC>".
   [[nodiscard]] creo::Got<creo::ProMdl> inMemory(std::wstring_view name, creo::ProMdlType type) const;
-  // The model of a plain name; null for none.
+  // The model of a plain name; null for none. Its document, as those of the next three, may be away.
   [[nodiscard]] Model* named(std::wstring_view name, creo::ProMdlType type) const;
   // In the order of list().
   [[nodiscard]] std::vector<Model*> all() const;
@@ -64,12 +67,22 @@ class Models {
   // Runs a change of what a model is or uses; it may get another document.
   void change(const Model& model, creo::FunctionRef<void()> body);
 
+  // The document is in memory behind it. The line of why it can't be read any more; empty: it is.
+  [[nodiscard]] std::wstring bringBack(const Model& model) const;
+  // Documents that came into memory, for what puts them away: in the order of their coming.
+  struct Arrived {
+    std::vector<creo::ProMdl> models;
+    std::size_t bytes = 0;  // of their files, since somebody has looked at them
+  };
+  [[nodiscard]] Arrived& arrived() { return arrived_; }
+
  private:
   struct Place {
     std::uint32_t generation = 1;
     std::unique_ptr<Model> model;
   };
   void countUses(const Model& model, int by);
+  void noteArrived(const Model& model) const;
 
   ModelsHost host_;
   WorkedOut workedOut_;
@@ -78,6 +91,7 @@ class Models {
   std::vector<std::uint32_t> free_;
   std::unordered_map<std::wstring, std::uint32_t> byKey_;  // modelKey to place
   std::unordered_map<std::wstring, int> uses_;             // modelKey to how many models in memory use it
+  mutable Arrived arrived_;                                // asking for a document may bring it back
 };
 
 // The row's model. ProNotFound: it isn't in memory.

@@ -92,24 +92,21 @@ Got<ProMdl> Retrieval::bringInstance(const ModelName& name, ProMdlType type) {
 
 Got<ProMdl> Retrieval::load(Folder& folder, const DocumentFile& file) {
   const std::wstring path = folder.path() + file.fileName;
-  const auto bytes = models_.folders().read(path);
-  if (!bytes) {
-    if (bytes.error == std::errc::no_such_file_or_directory) {  // somebody else removed it; is there another version?
+  auto read = models_.folders().readRecord(path);
+  if (!read) {
+    if (read.error == std::errc::no_such_file_or_directory) {  // somebody else removed it; is there another version?
       folder.forget();
       const DocumentFile* other = folder.find(file.name, file.type);
       if (!other) return creo::ProNotFound;
       if (other->fileName != file.fileName) return load(folder, DocumentFile(*other));
     }
-    models_.message(cantRead(path, bytes.error));
+    models_.message(ModelFolders::faultOf(path, read));
     models_.host().unreadable(path);
     return creo::ProGeneralError;
   }
   auto document = std::make_shared<ModelDocument>();
-  if (const JsonFault fault = readDocument(bytes.value, document->record)) {
-    models_.message(cantRead(path, fault));
-    models_.host().unreadable(path);
-    return creo::ProGeneralError;
-  }
+  document->record = std::move(read.record);
+  document->textSize = read.size;
   document->name = file.name;
   document->type = file.type;
   document->version = file.version;
@@ -126,6 +123,10 @@ Got<ProMdl> Retrieval::load(Folder& folder, const DocumentFile& file) {
 
 Got<ProMdl> retrieveModel(Models& models, std::wstring_view name, ProMdlType type) {
   Retrieval retrieval(models);
+  // Another program may have removed the version that lies away: then it is read as one that isn't there.
+  const auto there = models.inMemory(name, type);
+  const Model* present = there ? models.look(there.value) : nullptr;
+  if (present && !models.bringBack(*present).empty()) models.remove(*present);
   const auto model = retrieval.bring(name, type);
   retrieval.bringUsed();
   return model;

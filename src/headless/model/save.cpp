@@ -117,13 +117,18 @@ ProError saveBelow(Models& models, const Model& model, SaveObjects which) {
   ProError result = creo::ProNoError;
   const auto usedHandles = [&models](ProMdl current) {
     std::vector<ProMdl> used;
-    for (const Model* below : models.usedBy(*models.find(current))) used.push_back(below->handle);
+    for (const Model* below : models.usedBy(*models.look(current))) used.push_back(below->handle);
     return used;
   };
   std::unordered_set<const ModelDocument*> seen{model.document.get()};  // a generic and its instances share one
   for (const ProMdl handle : bottomUp(model.handle, usedHandles)) {
-    ModelDocument& document = *models.find(handle)->document;
+    ModelDocument& document = *models.look(handle)->document;
     if (!seen.insert(&document).second || (which != SaveObjects::all && !isUnsaved(document))) continue;
+    if (const std::wstring fault = models.bringBack(*models.look(handle)); !fault.empty()) {
+      models.message(fault);
+      result = creo::ProGeneralError;
+      continue;
+    }
     if (!isLocked(document)) {
       if (const ProError failed = write(models, document); failed != creo::ProNoError) result = failed;
     } else if (isUnsaved(document)) {

@@ -241,6 +241,8 @@ os::Result<std::string> Store::read(const std::wstring& path) const {
   return os::files().read(path);
 }
 
+bool Store::has(const std::wstring& path) const { return isWithheld(path) || os::files().exists(path); }
+
 std::error_code Store::create(Folder& folder, const DocumentFile& file, std::string_view bytes) {
   return put(folder, file, bytes, &os::Files::create);
 }

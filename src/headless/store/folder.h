@@ -86,6 +86,10 @@ class Store {
   explicit Store(bool withhold) : withhold_(withhold) {}
   Folder& folder(std::wstring_view path);
   os::Result<std::string> read(const std::wstring& path) const;
+  // Would that be read?
+  [[nodiscard]] bool has(const std::wstring& path) const;
+  // It was to be written, in a session that writes nothing.
+  [[nodiscard]] bool isWithheld(const std::wstring& path) const { return withheld_.contains(path); }
   // A new document: file_exists where a file of that name is there.
   std::error_code create(Folder& folder, const DocumentFile& file, std::string_view bytes);
   // A new document that was written past the store, or would have been.

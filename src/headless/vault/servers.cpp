@@ -284,7 +284,7 @@ void Servers::place(ModelDocument& document) const {
 }
 
 void Servers::placeAll() const {
-  for (const ModelInMemory& listed : models_.list()) place(*models_.find(listed.handle)->document);
+  for (const ModelInMemory& listed : models_.list()) place(*models_.look(listed.handle)->document);
 }
 
 VaultAnswer Servers::bring(const Server& server, const ObjectName& name, const ObjectRecord& object) {

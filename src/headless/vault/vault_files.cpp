@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "os/durable.h"
 #include "os/surroundings.h"
 
 namespace headless {
@@ -19,7 +20,8 @@ std::error_code VaultFiles::write(const std::wstring& path, std::string_view byt
     return {};
   }
   if (const auto error = os::files().createFolders(os::folderOf(path))) return error;
-  return os::files().write(path, bytes);
+  if (const auto error = os::files().write(path, bytes)) return error;
+  return os::settleWritten();
 }
 
 std::error_code VaultFiles::remove(const std::wstring& path) {

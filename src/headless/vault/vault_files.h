@@ -17,7 +17,8 @@ class VaultFiles {
   explicit VaultFiles(bool withhold) : withhold_(withhold) {}
   [[nodiscard]] bool withholds() const { return withhold_; }
   [[nodiscard]] os::Result<std::string> read(const std::wstring& path) const;
-  // Makes the folder above it, too.
+  // Makes the folder above it, too. The disk has it, and all that was written before it, when this returns: what a
+  // record of the vault names must be there whatever happens next.
   std::error_code write(const std::wstring& path, std::string_view bytes);
   std::error_code remove(const std::wstring& path);
   // Names of the files in a folder (with its closing backslash), in byte order; none where the folder isn't there.

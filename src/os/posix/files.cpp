@@ -11,6 +11,7 @@
 #include <filesystem>
 
 #include "os/posix/descriptor.h"
+#include "os/posix/flush.h"
 #include "os/posix/temporary_name.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -42,6 +43,8 @@ struct Found {
   std::error_code error;
   [[nodiscard]] bool isFolder() const { return !error && S_ISDIR(info.st_mode); }
   [[nodiscard]] bool isLink() const { return !error && S_ISLNK(info.st_mode); }
+  // Null: nothing has that name.
+  [[nodiscard]] const struct stat* there() const { return error ? nullptr : &info; }
 };
 Found look(const std::string& path) {
   Found found;
@@ -74,8 +77,10 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
+  // old: what it will replace. The content is on the disk behind it, unless that may come behind the name.
   std::error_code fill(std::string_view bytes, const Found& old) {
     Descriptor file;
+    flushTime_ = flushTime(old.there());
     while (file.number() < 0) {
       static std::atomic<unsigned> counter{0};
       // Short and its own, as the target's name may be as long as names can be.
@@ -91,37 +96,46 @@ class TemporaryFile {
     }
     if (const auto error = file.write(bytes)) return error;
     if (!old.error && ::fchmod(file.number(), old.info.st_mode & 07777) != 0) return lastError();
-    if (::fsync(file.number()) != 0) return lastError();
+    if (flushTime_ == FlushTime::behind) {
+      file_ = std::move(file);
+      return {};
+    }
+    if (flushTime_ == FlushTime::beforeName)
+      if (const auto error = flush(file, path_)) return error;
     return file.close();
   }
 
-  std::error_code become(const std::string& target) {
+  std::error_code become(const std::string& target, const Found& old) {
     if (::rename(path_.c_str(), target.c_str()) != 0) return lastError();
-    path_.clear();
-    flushFolder();
+    hasBecome(target, old.there());
     return {};
   }
 
   // Fails where the target is there, without a moment between the look and the step.
   std::error_code becomeNew(const std::string& target) {
-    if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
-      path_.clear();
-    } else if ((errno != EINVAL && errno != ENOSYS) || ::link(path_.c_str(), target.c_str()) != 0) {
-      return lastError();  // a disk that knows neither way can't promise it
+    const bool isRenamed = ::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0;
+    if (!isRenamed) {
+      if ((errno != EINVAL && errno != ENOSYS) || ::link(path_.c_str(), target.c_str()) != 0)
+        return lastError();  // a disk that knows neither way can't promise it
+      ::unlink(path_.c_str());
     }
-    flushFolder();
+    hasBecome(target, nullptr);
     return {};
   }
 
  private:
-  // The content is in place; a folder that can't be flushed is no failure of the writing.
-  void flushFolder() const {
-    const Descriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.number() >= 0) ::fsync(folder.number());
+  void hasBecome(const std::string& target, const struct stat* old) {
+    path_.clear();
+    if (flushTime_ == FlushTime::behind)
+      flushBehind(std::move(file_), target, folder_, old);
+    else
+      flushFolder(folder_, flushTime_);
   }
 
   std::string folder_;
   std::string path_;
+  Descriptor file_;  // while the disk waits for its content
+  FlushTime flushTime_ = FlushTime::beforeName;
 };
 
 std::error_code writeWhole(std::string target, std::string_view bytes) {
@@ -133,7 +147,7 @@ std::error_code writeWhole(std::string target, std::string_view bytes) {
   if (const auto error = replaceable(target, old)) return error;
   TemporaryFile temporary(parentOf(target));
   if (const auto error = temporary.fill(bytes, old)) return error;
-  return temporary.become(target);
+  return temporary.become(target, old);
 }
 
 std::error_code writeNew(const std::string& target, std::string_view bytes) {
@@ -257,7 +271,9 @@ class DiskFiles : public Files {
     const Found found = lookAtLink(target);
     if (found.error) return found.error;
     if (found.isFolder()) return kIsFolder;
-    return ::unlink(target.c_str()) == 0 ? std::error_code{} : lastError();
+    if (::unlink(target.c_str()) != 0) return lastError();
+    fileHasGone(found.info);
+    return {};
   }
 
   std::error_code rename(std::wstring_view from, std::wstring_view to) override;
@@ -270,14 +286,20 @@ std::error_code DiskFiles::rename(std::wstring_view from, std::wstring_view to) 
   std::string target = machine(to);
   const Found old = lookAtLink(source);
   if (old.error) return old.error;
+  Found replaced{{}, kNoSuch};
   if (source == target) {
     // The same file case-blind: just its spelling changes.
     const auto parts = partsOf(to);
     if (!parts.empty()) target = parentOf(source) + "/" + text::toUtf8(parts.back());
   } else if (!old.isFolder()) {
-    if (const auto error = replaceable(target, look(target))) return error;
+    replaced = look(target);
+    if (const auto error = replaceable(target, replaced)) return error;
+    if (const auto error = flushBeforeReplacing(source, replaced.there())) return error;
   }
-  if (::rename(source.c_str(), target.c_str()) == 0) return {};
+  if (::rename(source.c_str(), target.c_str()) == 0) {
+    nameHasChanged(parentOf(source), parentOf(target), replaced.there());
+    return {};
+  }
   if (errno != EXDEV || old.isFolder()) return lastError();
   // Two disks: a copy first, so that at each moment one of both is whole.
   const auto content = readWhole(source);

@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "actions/model/free_name.h"
 #include "actions/run_names.h"
 #include "core/log.h"
 #include "core/state.h"
@@ -330,6 +331,7 @@ bool RunWatch::isLeftChanged(const headless::ModelDocument& document, creo::ProM
 // It is about to leave the memory.
 void RunWatch::noteErased(const std::string& model) {
   const ModelFileName name = modelFileName(model);
+  if (actions::isAside(name.name)) return;
   const auto inMemory = session_.models().inMemory(name.name, name.type);
   if (inMemory && isLeftChanged(*session_.models().look(inMemory.value)->document, inMemory.value))
     erasedChanged_.insert(model);

@@ -11,11 +11,15 @@ namespace {
 // back.
 constexpr int kMostTaken = 10'000;
 
+constexpr std::wstring_view kAside = L"OSTELO_WRITEOUT_";
+
 }  // namespace
+
+bool isAside(std::wstring_view name) { return name.starts_with(kAside); }
 
 creo::Got<std::wstring> renameAside(creo::ProMdl model, int& number) {
   for (int tries = 0; tries < kMostTaken; ++tries) {
-    std::wstring name = text::format(L"OSTELO_WRITEOUT_%d", number++);
+    std::wstring name = text::format(L"%s%d", kAside, number++);
     const creo::ProError result = creo::ProMdlRename(model, name);
     if (result == creo::ProNoError) return name;
     if (result != creo::ProExists) return result;
@@ -25,9 +29,9 @@ creo::Got<std::wstring> renameAside(creo::ProMdl model, int& number) {
 
 creo::ProError eraseAside(creo::ProMdl model, int& number) {
   const auto name = creo::ProMdlNameGet(model);
-  const bool isAside = name && renameAside(model, number);
+  const bool moved = name && renameAside(model, number);
   const creo::ProError result = creo::ProMdlErase(model);
-  if (result != creo::ProNoError && isAside) creo::ProMdlRename(model, name.value);
+  if (result != creo::ProNoError && moved) creo::ProMdlRename(model, name.value);
   return result;
 }
 

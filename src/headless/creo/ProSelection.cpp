@@ -60,7 +60,7 @@ ProError ProSelbufferSelectionAdd(const ProSelection& selection) {
                              const bool inAssembly = !selection.path.components.empty();
                              const auto* shown = inAssembly ? state.models.find(selection.path.assembly) : &owner;
                              if (!shown) return ProBadInputs;
-                             if (!headless::isOnTop(state, *shown)) return ProGeneralError;
+                             if (!headless::isInFront(state, *shown)) return ProGeneralError;
                              if (inAssembly && !isDisplayed(state, selection.path, owner.handle))
                                return ProGeneralError;
                              state.selections.push_back(selection);

@@ -35,6 +35,10 @@ class Connection {
   Socket socket_;
 };
 
+// For a socket that listens: so many may come at once before somebody has accepted them. The system lets the rest try
+// again, a second later.
+void letQueue(Socket listening, int count);
+
 // Waits until something has come.
 class SocketWatch {
  public:

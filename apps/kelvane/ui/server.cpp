@@ -93,6 +93,8 @@ std::string inScript(std::string json) {
 class Library : public httplib::Server {
  public:
   std::function<void(socket_t)> arrived;  // on the thread that listens
+  // Behind binding: the library itself lets five wait.
+  void letQueue(std::size_t count) { os::letQueue(static_cast<os::Socket>(svr_sock_.load()), static_cast<int>(count)); }
   // False where nothing more may be asked.
   bool answer(httplib::Stream& stream, bool last) {
     bool over = false;
@@ -189,6 +191,7 @@ class Server::Work {
       port = -1;
     }
     if (port < 0) return false;
+    server_.letQueue(bounds_.connections);
     guard_.emplace(newToken(), port);
     address_ = "http://" + std::string(kHost) + ":" + std::to_string(port) + "/?token=" + guard_->token();
     entrance_ =

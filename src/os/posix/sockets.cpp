@@ -69,6 +69,8 @@ bool Connection::takesBytes(milliseconds time) const {
   return isThere && isReady(socket_, POLLOUT, time);
 }
 
+void letQueue(Socket listening, int count) { ::listen(number(listening), count); }
+
 SocketWatch::SocketWatch() : bell_(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
   if (bell_ < 0) throw std::system_error(lastError());
 }

@@ -61,9 +61,9 @@ TEST_F(Verbs, OptionsTakeOneValueEachAndLeaveTextsAsTheyStand) {
 
 // A terminal would obey them, and a line break would make two lines of one.
 TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
-  part(L"PLATE").with(L"S", L"a\x1b[2Jb\nc\u009b\u2028");
+  part(L"PLATE").with(L"S", L"a\x1b[2Jb\nc\u009b\u2028\u202egpj.\ufeff\u200d");
   part(L"BOLT").with(L"S", L"steel");
-  const std::string shown = "a\\x1b[2Jb\\nc\\x9b\\u2028";
+  const std::string shown = "a\\x1b[2Jb\\nc\\x9b\\u2028\\u202egpj.\\ufeff\u200d";
   EXPECT_EQ("BOLT.PRT   .1  String  steel\nPLATE.PRT  .1  String  " + shown + "\n",
             kelvane({"models", models(), "--param", "S"}).out);
   EXPECT_THAT(kelvane({"show", models(), "PLATE.PRT"}).out, testing::HasSubstr(shown));
@@ -71,8 +71,10 @@ TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
   part(L"PLATE").with(L"S", L"steel");
   EXPECT_THAT(kelvane({"diff", path("other"), models(), "--color", "always"}).out,
               testing::HasSubstr("\x1b[31m" + shown + "\x1b[0m -> "));
-  EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out, testing::HasSubstr("b\\nc\\u009b"));
-  EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\n", kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
+  EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out,
+              testing::HasSubstr("b\\nc\\u009b\\u2028\\u202egpj"));
+  EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\\u202egpj.\\ufeff\u200d\n",
+            kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
 }
 
 TEST_F(Verbs, HelpNamesEachVerbAndAnExample) {

@@ -1,11 +1,40 @@
 #include "kelvane/base/escapes.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace kelvane {
 namespace {
 
 std::string hex(unsigned value) {
   constexpr const char* kDigits = "0123456789abcdef";
   return {kDigits[value >> 4U], kDigits[value & 15U]};
+}
+
+// What a terminal or a page shows otherwise than it stands there: marks that turn the direction of writing, separators
+// of lines, and what takes no room. All lie below U+10000. Joiners belong to the writing of some languages and stay.
+struct Range {
+  unsigned first, last;
+};
+constexpr Range kUnseen[] = {{0x61C, 0x61C},   {0x180E, 0x180E}, {0x200B, 0x200B}, {0x200E, 0x200F},
+                             {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+
+// The character of two or three bytes that the text begins with, and its bytes; 0 for any other.
+struct Character {
+  unsigned code = 0;
+  std::size_t bytes = 0;
+};
+Character shortCharacter(std::string_view text) {
+  const auto at = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
+  const auto follows = [&](std::size_t i) { return (at(i) & 0xC0U) == 0x80U; };
+  if ((at(0) & 0xE0U) == 0xC0U && follows(1)) return {(at(0) & 0x1FU) << 6U | (at(1) & 0x3FU), 2};
+  if ((at(0) & 0xF0U) == 0xE0U && follows(1) && follows(2))
+    return {(at(0) & 0xFU) << 12U | (at(1) & 0x3FU) << 6U | (at(2) & 0x3FU), 3};
+  return {};
+}
+bool isUnseen(unsigned code) {
+  return std::any_of(std::begin(kUnseen), std::end(kUnseen),
+                     [&](const Range& range) { return range.first <= code && code <= range.last; });
 }
 
 constexpr const char* kPlainStart = "\\x";
@@ -28,14 +57,14 @@ std::string escapedBut(std::string_view text, std::string_view kept, const char*
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
-    const std::string_view rest = text.substr(i);
-    // U+0080 to U+009F, which some terminals obey, and the two separators of lines.
-    const bool isHigh = c == 0xC2 && rest.size() > 1 && static_cast<unsigned char>(rest[1]) < 0xA0;
-    if (isHigh) {
-      result += start + hex(static_cast<unsigned char>(text[++i]));
-    } else if (rest.starts_with("\u2028") || rest.starts_with("\u2029")) {
-      result += rest.starts_with("\u2028") ? "\\u2028" : "\\u2029";
-      i += 2;
+    const Character wide = c < 0x80 ? Character() : shortCharacter(text.substr(i));
+    // U+0080 to U+009F some terminals obey.
+    if (wide.code >= 0x80 && wide.code < 0xA0) {
+      result += start + hex(wide.code);
+      i += wide.bytes - 1;
+    } else if (isUnseen(wide.code)) {
+      result += "\\u" + hex(wide.code >> 8U) + hex(wide.code & 0xFFU);
+      i += wide.bytes - 1;
     } else if ((c < 0x20 && kept.find(text[i]) == kept.npos) || c == 0x7F) {
       result += ofControl(c, start);
     } else {

@@ -1,4 +1,5 @@
-// Names and values as they can be shown: a terminal would take their control characters as commands.
+// Names and values as they can be shown: a terminal would take their control characters as commands, and
+// other marks would make them look like other names.
 #pragma once
 
 #include <string>
@@ -6,8 +7,8 @@
 
 namespace kelvane {
 
-// "\n", "\r", "\t", else "\x1b" for each control character; "\u2028" for line and paragraph separators. Bytes that are
-// no UTF-8 stay.
+// "\n", "\r", "\t", else "\x1b" for each control character; "\u202e" for what turns the direction of writing, parts
+// lines or takes no room. Bytes that are no UTF-8 stay.
 std::string withEscapes(std::string_view text);
 // The same, but line feeds and tabs stay: for what is a text of lines.
 std::string escapedLines(std::string_view text);

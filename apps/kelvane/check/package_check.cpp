@@ -19,6 +19,7 @@
 #include "kelvane/check/package_uses.h"
 #include "kelvane/check/path_check.h"
 #include "kelvane/check/text_check.h"
+#include "kelvane/check/windows_names.h"
 #include "kelvane/check/xml_faults.h"
 #include "kelvane/vocabulary/words.h"
 #include "language/workbook.h"
@@ -341,7 +342,10 @@ class Document {
     }
   }
 
-  void checkPaths(const XmlNode& task, const actions::Action& action) { add(task, pathFaults(package_, task, action)); }
+  void checkPaths(const XmlNode& task, const actions::Action& action) {
+    add(task, pathFaults(package_, task, action));
+    add(task, pathNameFaults(task, action));
+  }
 
   // False: it isn't carried out whatever stands in it.
   bool checkRow(const XmlNode& task, const std::string& type, const actions::Action& action) {
@@ -532,6 +536,7 @@ std::set<std::string> checkMembers(const PackageSource& package, std::vector<Fin
     if (!package.has(mark)) add(mark, "member-missing", "it is missing; 'kelvane pack' adds it");
   }
   if (actionLists(package).empty()) add("actionlists", "member-missing", "there is no action list");
+  for (Finding& finding : memberNameFindings(package)) findings.push_back(std::move(finding));
   std::set<std::string> unreadable;
   for (const std::string& member : package.members()) {
     try {

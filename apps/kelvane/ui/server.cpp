@@ -7,6 +7,7 @@
 #include <fstream>
 #include <thread>
 
+#include "kelvane/ui/entrance.h"
 #include "kelvane/ui/guard.h"
 #include "kelvane/ui/lines.h"
 #include "kelvane/ui/page.h"
@@ -20,10 +21,8 @@ using httplib::Request;
 using httplib::Response;
 
 constexpr const char* kHost = "127.0.0.1";
-constexpr std::size_t kMostBytes = 64U << 10U;  // of a request's body
-constexpr std::size_t kThreads = 32;            // each page's stream has one, and each connection
-constexpr milliseconds kPatience{15'000};       // for the session's thread, which may be in a long operation
-constexpr milliseconds kPulse{1'000};           // between two looks whether a page is still there
+constexpr milliseconds kPatience{15'000};  // for the session's thread, which may be in a long operation
+constexpr milliseconds kPulse{1'000};      // between two looks whether a page is still there
 constexpr int kPulsesBetweenSigns = 15;
 
 // Nothing of another place is loaded, and no page of another place shows this one.
@@ -90,6 +89,61 @@ std::string inScript(std::string json) {
   return json;
 }
 
+// The library's door and its answers: whoever comes is handed on, and a request that is whole is answered from memory.
+class Library : public httplib::Server {
+ public:
+  std::function<void(socket_t)> arrived;  // on the thread that listens
+  // Behind binding: the library itself lets five wait.
+  void letQueue(std::size_t count) { os::letQueue(static_cast<os::Socket>(svr_sock_.load()), static_cast<int>(count)); }
+  // False where nothing more may be asked.
+  bool answer(httplib::Stream& stream, bool last) {
+    bool over = false;
+    return process_request(stream, last, over, nullptr) && !over && !last;
+  }
+
+ private:
+  bool process_and_close_socket(socket_t socket) override {
+    arrived(socket);
+    return true;
+  }
+};
+
+// Hands connections on at once, where the library would put them before its own threads.
+class AtOnce : public httplib::TaskQueue {
+ public:
+  void enqueue(std::function<void()> task) override { task(); }
+  void shutdown() override {}
+};
+
+// A whole request, and the connection that its answer goes to.
+class RequestStream : public httplib::Stream {
+ public:
+  RequestStream(std::string_view request, os::Connection& connection, milliseconds patience)
+      : rest_(request), connection_(connection), patience_(patience) {}
+  [[nodiscard]] bool is_readable() const override { return !rest_.empty(); }
+  [[nodiscard]] bool is_writable() const override { return connection_.takesBytes(patience_); }
+  ssize_t read(char* to, std::size_t size) override {
+    const std::size_t count = rest_.copy(to, size);
+    rest_.remove_prefix(count);
+    return static_cast<ssize_t>(count);
+  }
+  // In pieces, each of which is waited for: who reads at all gets what is long.
+  ssize_t write(const char* bytes, std::size_t size) override {
+    constexpr std::size_t kPiece = 64U << 10U;
+    for (std::string_view rest(bytes, size); !rest.empty(); rest.remove_prefix(std::min(kPiece, rest.size())))
+      if (!connection_.send(rest.substr(0, kPiece), patience_)) return -1;
+    return static_cast<ssize_t>(size);
+  }
+  void get_remote_ip_and_port(std::string& ip, int& /*port*/) const override { ip = kHost; }
+  void get_local_ip_and_port(std::string& ip, int& /*port*/) const override { ip = kHost; }
+  [[nodiscard]] socket_t socket() const override { return static_cast<socket_t>(connection_.socket()); }
+
+ private:
+  std::string_view rest_;
+  os::Connection& connection_;
+  milliseconds patience_;
+};
+
 // For a header: no quotes, no line ends, ASCII alone.
 std::string headerName(const std::string& name) {
   std::string plain;
@@ -101,21 +155,29 @@ std::string headerName(const std::string& name) {
 
 class Server::Work {
  public:
-  Work(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images)
-      : inbox_(inbox), feed_(feed), doors_(std::move(doors)), images_(std::move(images)), page_(view::page()) {}
+  Work(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images, const Bounds& bounds)
+      : inbox_(inbox),
+        feed_(feed),
+        doors_(std::move(doors)),
+        images_(std::move(images)),
+        bounds_(bounds),
+        page_(view::page()) {}
   ~Work() {
     feed_.close();
     inbox_.close();
     server_.stop();
     if (thread_.joinable()) thread_.join();
+    entrance_.reset();
   }
   Work(const Work&) = delete;
   Work& operator=(const Work&) = delete;
 
   bool start(int port) {
-    server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
-    server_.set_payload_max_length(kMostBytes);
-    server_.set_keep_alive_timeout(1);
+    server_.new_task_queue = [] { return new AtOnce; };
+    server_.set_payload_max_length(bounds_.body);
+    // Told to browsers; the entrance keeps to it.
+    server_.set_keep_alive_timeout(std::chrono::floor<std::chrono::seconds>(bounds_.idle).count());
+    server_.set_keep_alive_max_count(bounds_.requests);
     server_.set_tcp_nodelay(true);
     server_.set_default_headers({{"Content-Security-Policy", kPolicy},
                                  {"X-Content-Type-Options", "nosniff"},
@@ -129,8 +191,15 @@ class Server::Work {
       port = -1;
     }
     if (port < 0) return false;
+    server_.letQueue(bounds_.connections);
     guard_.emplace(newToken(), port);
     address_ = "http://" + std::string(kHost) + ":" + std::to_string(port) + "/?token=" + guard_->token();
+    entrance_ =
+        std::make_unique<Entrance>(bounds_, [this](os::Connection& connection, std::string_view request, bool last) {
+          RequestStream stream(request, connection, bounds_.piece);
+          return server_.answer(stream, last);
+        });
+    server_.arrived = [this](socket_t socket) { entrance_->take(static_cast<os::Socket>(socket)); };
     thread_ = std::thread([this] { server_.listen_after_bind(); });
     while (!server_.is_running()) std::this_thread::yield();  // one that doesn't run yet can't be stopped
     return true;
@@ -301,15 +370,17 @@ class Server::Work {
   Feed& feed_;
   Doors doors_;
   std::vector<Image> images_;
+  Bounds bounds_;
   std::string page_;  // with the places to fill in
-  httplib::Server server_;
+  Library server_;
+  std::unique_ptr<Entrance> entrance_;
   std::optional<Guard> guard_;
   std::string address_;
   std::thread thread_;
 };
 
-Server::Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images)
-    : work_(std::make_unique<Work>(inbox, feed, std::move(doors), std::move(images))) {}
+Server::Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images, const Bounds& bounds)
+    : work_(std::make_unique<Work>(inbox, feed, std::move(doors), std::move(images), bounds)) {}
 Server::~Server() = default;
 
 bool Server::start(int port) { return work_->start(port); }

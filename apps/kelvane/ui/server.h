@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "kelvane/ui/entrance.h"
 #include "kelvane/ui/feed.h"
 #include "kelvane/ui/inbox.h"
 
@@ -25,7 +26,7 @@ struct Doors {
 
 class Server {
  public:
-  Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images);
+  Server(Inbox& inbox, Feed& feed, Doors doors, std::vector<Image> images, const Bounds& bounds = {});
   ~Server();  // ends it
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;

@@ -105,6 +105,19 @@ constexpr Rule kRules[] = {
      .about = "A group has no tasks, or a model that it can't work with.",
      .example = R"(<task type="groupActions" version="3" reworkMode="1"/>)"},
     {.name = "member-missing", .about = "The package lacks a file that every package has."},
+    {.name = "member-name",
+     .about =
+         "Windows has no file of this name: it is that of a device, such as CON, NUL or COM1, whatever its ending; a "
+         "stream inside another file; it ends in a dot or a blank; or it holds one of <>\"|?*. The package can't be "
+         "unpacked whole there."},
+    {.name = "member-name-long",
+     .severity = warning,
+     .about = "The name of a member, with its folders, is so long that it may exceed the 259 characters of a path on "
+              "Windows once the folder stands before it that packages are unpacked to."},
+    {.name = "member-name-unseen",
+     .about =
+         "The name of a member holds control characters, marks that turn the direction of writing, or letters that "
+         "take no room: a terminal or a dialog shows another name than it has."},
     {.name = "member-unreadable",
      .about = "A member of the package can't be unpacked: it is damaged or encrypted. A run goes on without it."},
     {.name = "model-name",
@@ -121,6 +134,12 @@ constexpr Rule kRules[] = {
     {.name = "path-missing",
      .about = "The package has no such file or folder.",
      .example = R"(path="@project_dir@/none.csv")"},
+    {.name = "path-name",
+     .severity = warning,
+     .about =
+         "A path leads to what Windows takes for no file: a device, such as NUL, a stream inside a file, or a name "
+         "whose dot or blank at the end is dropped.",
+     .example = R"(path="@project_dir@/aux.csv")"},
     {.name = "pattern-broken",
      .about = "The expression doesn't compile, so that it matches nothing.",
      .example = R"(name_0="/(/")"},

@@ -35,6 +35,51 @@ TEST_F(Check, ExamplePackageIsClean) {
   EXPECT_EQ(0, ended.code);
 }
 
+// What Windows takes for a device, a stream or another name, and what a terminal would show otherwise than it is.
+TEST_F(Check, NamesThatAreNoneElsewhereAreTold) {
+  const std::string longName = "models/" + std::string(160, 'x');
+  std::map<std::string, std::string> members = {{"system/index.kvane", "<x/>"}, {"actionlists/a.xml", "<"}};
+  for (const std::string& name :
+       {std::string("models/NUL.csv"), std::string("models/com1/a.prt"), std::string("models/com1/b.prt"),
+        std::string("models/aux .b.txt"), std::string("models/a."), std::string("models/b /c"),
+        std::string("models/q?"), std::string("models/com10.txt"), std::string("models/..b"),
+        std::string("models/console"), std::string("models/gear\u202egpj.exe"), std::string("models/\u009b31m"),
+        longName})
+    members[name] = "";
+  writeZip(path("names.kvz"), members);
+  const Ended ended = kelvane({"check", path("names.kvz")});
+  EXPECT_EQ(1, ended.code);
+  const std::string windows = "Windows has no such file: ",
+                    unseen = "its name holds what a terminal obeys or doesn't show";
+  for (const std::string& line :
+       {"models/NUL.csv: " + windows + "'NUL.csv' is a device", "models/com1/a.prt: " + windows + "'com1' is a device",
+        "models/aux .b.txt: " + windows + "'aux .b.txt' is a device",
+        "models/a.: " + windows + "'a.' ends in a dot or a blank, which is dropped",
+        "models/b /c: " + windows + "'b ' ends in a dot or a blank, which is dropped",
+        "models/q?: " + windows + "'q?' holds one of <>\"|?*", "models/gear\\u202egpj.exe: " + unseen,
+        "models/\\x9b31m: " + unseen, longName + ": its name has more than 160 characters"})
+    EXPECT_THAT(ended.out, testing::HasSubstr(line + "\n"));
+  for (const char* clean : {"models/com1/b.prt", "com10", "..b", "console", "\u202e", "\u009b"})
+    EXPECT_THAT(ended.out, testing::Not(testing::HasSubstr(clean)));
+}
+
+TEST_F(Check, PathsOfTasksThatLeadToNoFileAreTold) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"@project_dir@/nul.csv", "'nul.csv' is a device"},
+      {"c:/parts/list.csv:hidden", "'list.csv:hidden' names a stream inside a file"},
+      {"@project_dir@/%NAME%:x/COM2", "'COM2' is a device"},
+      {"c:/parts /a.csv", "'parts ' ends in a dot or a blank, which is dropped"},
+      {"c:/parts/../a.csv", nullptr},
+      {"c:/%NUL%/@mdln@.csv", nullptr},
+  };
+  for (const auto& [value, fault] : cases) {
+    list("paths.xml", "<task type='reportFeatureParameter' version='3' csvFileName='" + std::string(value) + "'/>");
+    const std::string out = kelvane({"check", path("standards")}).out;
+    EXPECT_EQ(fault != nullptr, out.find("Windows") != out.npos) << value << "\n" << out;
+    if (fault) EXPECT_THAT(out, testing::HasSubstr(std::string("': Windows has no such file: ") + fault)) << value;
+  }
+}
+
 TEST_F(Check, EachFaultIsPlacedInItsLine) {
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"<task type='delModelParameter' version='3'/>",

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <list>
 #include <map>
+#include <set>
 
 #include "headless/geometry/foreign_place.h"
 #include "headless/geometry/foreign_program.h"
@@ -14,8 +15,10 @@
 namespace headless::geometry {
 namespace {
 
-constexpr int kFacetTimes = 6;  // as much time as exact edges have
+constexpr int kFacetTimes = 3;  // as much time as exact edges have
 constexpr std::size_t kMostKept = 200;
+
+using Key = std::vector<double>;
 
 std::wstring reasonOf(const ForeignAnswer& answer, std::chrono::milliseconds time) {
   switch (answer.end) {
@@ -58,6 +61,24 @@ Seen workedOut(const Sight& sight) {
   return faceted;
 }
 
+void addNumbers(Key& key, const creo::ProTransform& place) {
+  for (const creo::ProVector& v : {place.xAxis, place.yAxis, place.zAxis, place.origin})
+    key.insert(key.end(), {v.x, v.y, v.z});
+}
+Key bodyKey(const PlacedBody& entry) {
+  // Addresses of memory have fewer bits than such a number holds.
+  Key key{static_cast<double>(reinterpret_cast<std::uintptr_t>(entry.body.get())), entry.scale};
+  addNumbers(key, entry.place);
+  return key;
+}
+
+// The same body in one place several times is seen as one, and would cost the library much.
+Sight onceEach(Sight sight) {
+  std::set<Key> known;
+  std::erase_if(sight.bodies, [&](const PlacedBody& entry) { return !known.insert(bodyKey(entry)).second; });
+  return sight;
+}
+
 // The views that were asked for last. A body stands for its shape: it never changes, and as long as a view is kept no
 // other body has its place in memory.
 class KeptViews {
@@ -80,7 +101,6 @@ class KeptViews {
   }
 
  private:
-  using Key = std::vector<double>;
   struct View {
     Key key;
     std::vector<PlacedBody> bodies;
@@ -88,16 +108,10 @@ class KeptViews {
   };
   static Key keyOf(const Sight& sight) {
     Key key{sight.scale, sight.hidden ? 1.0 : 0.0, sight.axes ? 1.0 : 0.0};
-    const auto add = [&key](const creo::ProTransform& place) {
-      for (const creo::ProVector& v : {place.xAxis, place.yAxis, place.zAxis, place.origin})
-        key.insert(key.end(), {v.x, v.y, v.z});
-    };
-    add(sight.screen);
+    addNumbers(key, sight.screen);
     for (const PlacedBody& entry : sight.bodies) {
-      // Addresses of memory have fewer bits than such a number holds.
-      key.push_back(static_cast<double>(reinterpret_cast<std::uintptr_t>(entry.body.get())));
-      key.push_back(entry.scale);
-      add(entry.place);
+      const Key own = bodyKey(entry);
+      key.insert(key.end(), own.begin(), own.end());
     }
     return key;
   }
@@ -111,7 +125,7 @@ class KeptViews {
 Seen seen(const Sight& sight) {
   static KeptViews kept;
   if (sight.bodies.empty()) return {};
-  return kept.find(sight);
+  return kept.find(onceEach(sight));
 }
 
 }  // namespace headless::geometry

@@ -12,8 +12,10 @@
 #include <TopoDS.hxx>
 #include <gp_Ax2.hxx>
 #include <map>
+#include <optional>
 
 #include "headless/geometry/built_body.h"
+#include "headless/geometry/covered.h"
 #include "headless/geometry/flat_joiner.h"
 #include "headless/geometry/flat_projection.h"
 #include "headless/geometry/seen_axes.h"
@@ -57,8 +59,10 @@ void eachEdge(const TopoDS_Shape& edges, Take take) {
 
 class View {
  public:
-  explicit View(const Sight& sight)
-      : sight_(sight), paper_(sight.screen, sight.scale), shapes_(placedShapes(sight)), check_(shapes_, paper_) {}
+  explicit View(const Sight& sight) : sight_(sight), paper_(sight.screen, sight.scale), shapes_(placedShapes(sight)) {
+    if (!sight.hidden) shapes_ = withoutCovered(shapes_, paper_);
+    check_.emplace(shapes_, paper_);
+  }
 
   Seen exact() {
     const Handle(HLRBRep_Algo) algorithm = new HLRBRep_Algo;
@@ -110,7 +114,7 @@ class View {
   }
   void takeVisible(SeenAs as, const TopoDS_Edge& edge) {
     const BRepAdaptor_Curve curve(edge);
-    if (!check_.isBehindFaces(curve)) return take(as, curve);
+    if (!check_->isBehindFaces(curve)) return take(as, curve);
     ++corrected_;
     if (as == SeenAs::edge && sight_.hidden) take(SeenAs::hidden, curve);
   }
@@ -139,7 +143,7 @@ class View {
   const Sight& sight_;
   Paper paper_;
   std::vector<TopoDS_Shape> shapes_;
-  SeenCheck check_;
+  std::optional<SeenCheck> check_;
   FlatJoiner lines_;
   int corrected_ = 0;
 };

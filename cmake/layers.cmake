@@ -31,7 +31,7 @@ target_link_libraries(creo INTERFACE kvd_text)
 # What Creo's documentation says of them, as rows; docs/host-contract.md and the tests read them.
 kvd_layer(kvd_operations FOLDERS creo/operations LINKS creo)
 
-# The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write and mesh bodies.
+# The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write, mesh and draw bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
 # From release 7.8 on STEP and IGES are one toolkit each, TKDESTEP and TKDEIGES.
 find_library(OCCT_STEP TKDESTEP)
@@ -41,8 +41,8 @@ else()
   set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKSTEPBase TKIGES)
 endif()
 kvd_layer(kvd_geometry FOLDERS headless/geometry LINKS creo kvd_os
-  PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKMesh TKBO TKPrim TKTopAlgo
-  TKBRep TKG3d TKG2d TKMath TKernel)
+  PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKHLR TKMesh TKBO TKPrim TKTopAlgo
+  TKGeomAlgo TKBRep TKGeomBase TKG3d TKG2d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
 # STEP and IGES are read by a program of its own, which is looked for beside the code that asks and in the folder above.
 add_executable(kelvane-import ${CMAKE_SOURCE_DIR}/apps/import/main.cpp)

@@ -20,6 +20,11 @@ std::string attribute(std::string_view name, double value) {
   return " " + std::string(name) + "=\"" + svgNumber(value) + "\"";
 }
 
+std::string pen(double width, std::string_view color, std::string_view more) {
+  return attribute("stroke-width", width) + " stroke=\"" + std::string(color) + "\"" + (more.empty() ? "" : " ") +
+         std::string(more);
+}
+
 }  // namespace
 
 Svg::Svg(double width, double height, std::string_view unit) {
@@ -33,9 +38,19 @@ void Svg::rectangle(double x, double y, double width, double height, std::string
           " " + std::string(style) + "/>\n";
 }
 
-void Svg::line(double x1, double y1, double x2, double y2, double width, std::string_view color) {
+void Svg::line(double x1, double y1, double x2, double y2, double width, std::string_view color,
+               std::string_view more) {
   out_ += "<line" + attribute("x1", x1) + attribute("y1", y1) + attribute("x2", x2) + attribute("y2", y2) +
-          attribute("stroke-width", width) + " stroke=\"" + std::string(color) + "\"/>\n";
+          pen(width, color, more) + "/>\n";
+}
+
+void Svg::path(std::string_view data, double width, std::string_view color, std::string_view more) {
+  out_ += "<path d=\"" + std::string(data) + "\" fill=\"none\"" + pen(width, color, more) + "/>\n";
+}
+
+void Svg::circle(double x, double y, double radius, double width, std::string_view color, std::string_view more) {
+  out_ += "<circle" + attribute("cx", x) + attribute("cy", y) + attribute("r", radius) + " fill=\"none\"" +
+          pen(width, color, more) + "/>\n";
 }
 
 void Svg::text(double x, double y, double height, std::string_view text, std::string_view style, double angle) {

@@ -15,8 +15,12 @@ class Svg {
   Svg(double width, double height, std::string_view unit);
   // style: attributes as written, such as `stroke="#000"`.
   void rectangle(double x, double y, double width, double height, std::string_view style);
-  // The stroke ends square at its points.
-  void line(double x1, double y1, double x2, double y2, double width, std::string_view color);
+  // The stroke ends square at its points. more: further attributes as written.
+  void line(double x1, double y1, double x2, double y2, double width, std::string_view color,
+            std::string_view more = {});
+  // data: of an outline, in the words of SVG; nothing is filled.
+  void path(std::string_view data, double width, std::string_view color, std::string_view more = {});
+  void circle(double x, double y, double radius, double width, std::string_view color, std::string_view more = {});
   // x, y: where the base line begins; angle: in degrees, counter-clockwise.
   void text(double x, double y, double height, std::string_view text, std::string_view style, double angle = 0);
   // The whole picture.

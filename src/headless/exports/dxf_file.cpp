@@ -3,18 +3,19 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
+#include "headless/exports/dxf_frame.h"
 #include "text/code_points.h"
 #include "text/encoding.h"
 #include "text/format.h"
-#include "text/numbers.h"
 
 namespace headless {
 namespace {
 
 constexpr double kMmAnInch = 25.4;
 constexpr double kGap = 10;       // between sheets, in mm
-constexpr double kThinPen = 0.2;  // lines up to it have no width of their own, in mm
+constexpr double kThinPen = 0.2;  // strokes up to it are lines of a pen, in mm; thicker ones have their width
 // Faces of readers are about a quarter wider than what the pictures reckon with.
 constexpr double kFaceWidth = 0.8;
 constexpr double kOblique = 15;   // degrees
@@ -48,8 +49,6 @@ int colorNumber(SheetColor color) {
   return best;
 }
 
-std::string escape(char32_t unit) { return text::toUtf8(text::format(L"\\U+%04X", static_cast<long long>(unit))); }
-
 // What the format reads as a code of its own is written by number: "%%", a caret, "\U+".
 std::string written(std::wstring_view text) {
   std::string out;
@@ -58,12 +57,12 @@ std::string written(std::wstring_view text) {
     const bool isDouble =
         point.code == U'%' && (text.substr(i + 1).starts_with(L'%') || (i > 0 && text[i - 1] == L'%'));
     const bool isCode = point.code == U'\\' && text.substr(i + 1).starts_with(L"U+");
-    if (point.code > 0xFFFF)
-      out += escape(0xD800 + ((point.code - 0x10000) >> 10)) + escape(0xDC00 + ((point.code - 0x10000) & 0x3FF));
-    else if (point.code >= 0x7F || isDouble || isCode || point.code == U'^')
-      out += escape(point.code);
+    if (isDouble || isCode || point.code == U'^')
+      out += text::toUtf8(text::format(L"\\U+%04X", static_cast<long long>(point.code)));
+    else if (point.code < U' ' || point.code == 0x7F)
+      out += ' ';
     else
-      out += point.code < U' ' ? ' ' : static_cast<char>(point.code);
+      out += text::toUtf8(text.substr(i, point.length));
     i += point.length;
   }
   return out;
@@ -72,174 +71,141 @@ std::string written(std::wstring_view text) {
 class DxfWriter {
  public:
   explicit DxfWriter(std::span<const SheetPicture> sheets)
-      : sheets_(sheets), unit_(sheets.empty() || sheets.front().isInMm ? 1 : 1 / kMmAnInch) {}
+      : sheets_(sheets), unit_(sheets.empty() || sheets.front().isInMm ? 1 : 1 / kMmAnInch) {
+    extent_.unit = unit_;
+  }
 
   std::string file() {
     double left = 0;
     for (const SheetPicture& sheet : sheets_) {
       left_ = left;
-      for (const SheetLine& line : sheet.lines) draw(line);
+      for (const SheetStroke& stroke : sheet.strokes)
+        if (isFinite(stroke)) draw(stroke);
       for (const SheetText& text : sheet.texts) draw(text);
       reach(0, 0);
       reach(sheet.width, sheet.height);
       left += sheet.width + kGap;
     }
-    std::string entities = std::move(out_);
-    out_ = {};
-    header();
-    tables();
-    section("BLOCKS");
-    pair(0, "ENDSEC");
-    section("ENTITIES");
-    out_ += entities;
-    pair(0, "ENDSEC");
-    pair(0, "EOF");
-    return std::move(out_);
+    DxfText file;
+    addDxfHead(file, extent_, handle_);
+    file.section("ENTITIES");
+    file.add(out_);
+    file.pair(0, "ENDSEC");
+    addDxfEnd(file);
+    return file.taken();
   }
 
  private:
-  void pair(int code, std::string_view value) {
-    out_ += std::to_string(code);
-    out_ += '\n';
-    out_ += value;
-    out_ += '\n';
-  }
-  // Six decimals; what isn't finite is 0.
-  void number(int code, double value) {
-    const double rounded = std::isfinite(value) ? std::round(value * 1e6) / 1e6 : 0;
-    std::string digits = text::toUtf8(text::shortest(rounded == 0 ? 0.0 : rounded));
-    if (digits.find_first_of(".e") == digits.npos) digits += ".0";
-    pair(code, digits);
-  }
-  void point(int code, double x, double y) {
-    number(code, x);
-    number(code + 10, y);
-  }
-  void section(std::string_view name) {
-    pair(0, "SECTION");
-    pair(2, name);
-  }
   // mm of the sheet in the file's coordinates.
   [[nodiscard]] double x(double mm) const { return (left_ + mm) * unit_; }
   [[nodiscard]] double y(double mm) const { return mm * unit_; }
+  void point(int code, const geometry::FlatPoint& p) { out_.point(code, x(p.x), y(p.y)); }
   void reach(double atX, double atY) {
     if (!std::isfinite(atX) || !std::isfinite(atY)) return;
-    lowX_ = std::min(lowX_, x(atX));
-    lowY_ = std::min(lowY_, y(atY));
-    highX_ = std::max(highX_, x(atX));
-    highY_ = std::max(highY_, y(atY));
+    extent_.left = std::min(extent_.left, x(atX));
+    extent_.low = std::min(extent_.low, y(atY));
+    extent_.right = std::max(extent_.right, x(atX));
+    extent_.high = std::max(extent_.high, y(atY));
   }
 
-  void header() {
-    section("HEADER");
-    pair(9, "$ACADVER");
-    pair(1, "AC1009");
-    pair(9, "$INSBASE");
-    point(10, 0, 0);
-    pair(9, "$EXTMIN");
-    point(10, lowX_, lowY_);
-    pair(9, "$EXTMAX");
-    point(10, highX_, highY_);
-    pair(9, "$LIMMIN");
-    point(10, lowX_, lowY_);
-    pair(9, "$LIMMAX");
-    point(10, highX_, highY_);
-    pair(0, "ENDSEC");
-  }
-  void table(std::string_view name, int entries) {
-    pair(0, "TABLE");
-    pair(2, name);
-    pair(70, std::to_string(entries));
-  }
-  void layer(std::string_view name) {
-    pair(0, "LAYER");
-    pair(2, name);
-    pair(70, "0");
-    pair(62, std::to_string(kBlackOrWhite));
-    pair(6, "CONTINUOUS");
-  }
-  void tables() {
-    section("TABLES");
-    table("LTYPE", 1);
-    pair(0, "LTYPE");
-    pair(2, "CONTINUOUS");
-    pair(70, "0");
-    pair(3, "Solid line");
-    pair(72, "65");
-    pair(73, "0");
-    number(40, 0);
-    pair(0, "ENDTAB");
-    table("LAYER", kSheetParts + 1);
-    layer("0");
-    for (int part = 0; part < kSheetParts; ++part) layer(partName(static_cast<SheetPart>(part)));
-    pair(0, "ENDTAB");
-    table("STYLE", 1);
-    pair(0, "STYLE");
-    pair(2, "STANDARD");
-    pair(70, "0");
-    number(40, 0);
-    number(41, 1);
-    number(50, 0);
-    pair(71, "0");
-    number(42, 1);
-    pair(3, "arial.ttf");
-    pair(4, "");
-    pair(0, "ENDTAB");
-    pair(0, "ENDSEC");
-  }
-
-  void begin(std::string_view kind, SheetPart part, SheetColor color) {
+  void begin(std::string_view kind, std::string_view layer, SheetColor color) {
     if (color != color_) {
       color_ = color;
       number_ = colorNumber(color);
     }
-    pair(0, kind);
-    pair(8, partName(part));
-    pair(62, std::to_string(number_));
+    out_.pair(0, kind);
+    out_.handle(5, handle_++);
+    out_.handle(330, kDxfModelSpace);
+    out_.pair(100, "AcDbEntity");
+    out_.pair(8, layer);
+    out_.whole(62, number_);
   }
-  void draw(const SheetLine& line) {
-    reach(line.x1, line.y1);
-    reach(line.x2, line.y2);
-    if (line.width > kThinPen) return drawThick(line);
-    begin("LINE", line.part, line.color);
-    point(10, x(line.x1), y(line.y1));
-    point(11, x(line.x2), y(line.y2));
+  // Lines of the layer of visible edges that are drawn with the narrow pen say so; all others have their layer's.
+  void begin(std::string_view kind, const SheetPen& pen) {
+    const std::string_view layer = dxfLayer(pen);
+    begin(kind, layer, pen.color);
+    if (layer == dxfLayer({.part = SheetPart::views}) && pen.kind != LineKind::visible)
+      out_.whole(370, static_cast<int>(std::lround(pen.width * 100)));
   }
-  // A line has no width, a polyline has.
-  void drawThick(const SheetLine& line) {
-    begin("POLYLINE", line.part, line.color);
-    pair(66, "1");
-    point(10, 0, 0);
-    number(40, line.width * unit_);
-    number(41, line.width * unit_);
-    for (const auto& [atX, atY] : {std::pair(line.x1, line.y1), std::pair(line.x2, line.y2)}) {
-      pair(0, "VERTEX");
-      pair(8, partName(line.part));
-      point(10, x(atX), y(atY));
+
+  void draw(const SheetStroke& stroke) {
+    geometry::FlatBox box;
+    box.take(stroke.curve);
+    reach(box.left, box.low);
+    reach(box.right, box.high);
+    pen_ = stroke.pen;
+    std::visit([this](const auto& curve) { put(curve); }, stroke.curve);
+  }
+  // Pens have no width that a reader must keep to; the modules of codes have one.
+  [[nodiscard]] bool isPen() const {
+    return pen_.part == SheetPart::views || pen_.width <= kThinPen || pen_.width == kNarrowPen;
+  }
+  void put(const geometry::FlatLine& line) {
+    if (!isPen()) return put(geometry::FlatPath{{line.from, line.to}});
+    begin("LINE", pen_);
+    out_.pair(100, "AcDbLine");
+    point(10, line.from);
+    point(11, line.to);
+  }
+  void put(const geometry::FlatPath& path) {
+    constexpr int kDashesGoOn = 128;  // over its corners
+    begin("LWPOLYLINE", pen_);
+    out_.pair(100, "AcDbPolyline");
+    out_.whole(90, static_cast<int>(path.points.size()));
+    out_.whole(70, kDashesGoOn);
+    out_.number(43, isPen() ? 0 : pen_.width * unit_);
+    for (const geometry::FlatPoint& p : path.points) point(10, p);
+  }
+  void put(const geometry::FlatArc& arc) {
+    if (!geometry::isCircle(arc)) return ellipse(arc);
+    const bool isWhole = geometry::isWhole(arc);
+    begin(isWhole ? "CIRCLE" : "ARC", pen_);
+    out_.pair(100, "AcDbCircle");
+    point(10, arc.centre);
+    out_.number(40, geometry::lengthOf(arc.u) * unit_);
+    if (isWhole) return;
+    const double turn = std::atan2(arc.u.y, arc.u.x);
+    out_.pair(100, "AcDbArc");
+    for (const auto& [code, t] : {std::pair(50, arc.from), {51, arc.to}}) {
+      const double degrees = std::fmod((t + turn) * 180 / std::numbers::pi, 360);
+      out_.number(code, degrees < 0 ? degrees + 360 : degrees);
     }
-    pair(0, "SEQEND");
-    pair(8, partName(line.part));
+  }
+  void ellipse(const geometry::FlatArc& arc) {
+    begin("ELLIPSE", pen_);
+    out_.pair(100, "AcDbEllipse");
+    point(10, arc.centre);
+    out_.number(30, 0);
+    out_.point(11, arc.u.x * unit_, arc.u.y * unit_);
+    out_.number(31, 0);
+    out_.number(40, geometry::lengthOf(arc.v) / geometry::lengthOf(arc.u));
+    out_.number(41, arc.from);
+    out_.number(42, arc.to);
   }
   void draw(const SheetText& text) {
     if (text.text.empty() || !(text.height > 0)) return;
     reach(text.x, text.y);
-    begin("TEXT", text.part, text.color);
-    point(10, x(text.x), y(text.y));
-    number(40, text.height * unit_);
-    pair(1, written(text.text));
-    if (text.angle != 0) number(50, text.angle);
-    number(41, kFaceWidth);
-    if (text.isOblique) number(51, kOblique);
-    pair(7, "STANDARD");
+    begin("TEXT", dxfTextLayer(text.part), text.color);
+    out_.pair(100, "AcDbText");
+    point(10, {text.x, text.y});
+    out_.number(40, text.height * unit_);
+    out_.pair(1, written(text.text));
+    if (text.angle != 0) out_.number(50, text.angle);
+    out_.number(41, kFaceWidth);
+    if (text.isOblique) out_.number(51, kOblique);
+    out_.pair(7, "STANDARD");
+    out_.pair(100, "AcDbText");
   }
 
   std::span<const SheetPicture> sheets_;
   double unit_;
   double left_ = 0;
-  double lowX_ = 0, lowY_ = 0, highX_ = 0, highY_ = 0;
+  DxfExtent extent_;
+  SheetPen pen_;
   SheetColor color_ = 0;
   int number_ = kBlackOrWhite;
-  std::string out_;
+  int handle_ = kDxfFirstEntity;
+  DxfText out_;
 };
 
 }  // namespace

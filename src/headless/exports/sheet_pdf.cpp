@@ -51,9 +51,9 @@ Rgb colorFor(SheetColor color, ProPDFcolor how) {
 
 float points(double mm) { return static_cast<float>(mm * kPointsAMm); }
 
-bool isDrawable(const SheetLine& line) {
-  return std::isfinite(line.x1) && std::isfinite(line.y1) && std::isfinite(line.x2) && std::isfinite(line.y2) &&
-         std::isfinite(line.width);
+// What the library has no function for.
+void writeCode(HPDF_Page page, const std::string& code) {
+  HPDF_Stream_WriteStr(static_cast<HPDF_PageAttr>(page->attr)->stream, code.c_str());
 }
 
 // The face that all texts have.
@@ -84,9 +84,9 @@ class Layers {
     if (!groups_[place]) groups_[place] = create(partName(part));
     const std::string name = "OC" + std::to_string(place);
     if (HPDF_Dict properties = propertiesOf(page)) HPDF_Dict_Add(properties, name.c_str(), groups_[place]);
-    write(page, "/OC /" + name + " BDC\n");
+    writeCode(page, "/OC /" + name + " BDC\n");
   }
-  static void leave(HPDF_Page page) { write(page, "EMC\n"); }
+  static void leave(HPDF_Page page) { writeCode(page, "EMC\n"); }
   // Tells the reader of all layers.
   void finish() {
     HPDF_Array all = HPDF_Array_New(pdf_->mmgr), order = HPDF_Array_New(pdf_->mmgr);
@@ -120,9 +120,6 @@ class Layers {
     HPDF_Dict_Add(resources, "Properties", made);
     return made;
   }
-  static void write(HPDF_Page page, const std::string& code) {
-    HPDF_Stream_WriteStr(static_cast<HPDF_PageAttr>(page->attr)->stream, code.c_str());
-  }
 
   HPDF_Doc pdf_;
   std::array<HPDF_Dict, kSheetParts> groups_ = {};
@@ -135,8 +132,8 @@ class PagePainter {
   }
   // Only what belongs to the part; all for null.
   void draw(const SheetPicture& sheet, const SheetPart* part) {
-    for (const SheetLine& line : sheet.lines)
-      if ((!part || line.part == *part) && isDrawable(line)) draw(line);
+    for (const SheetStroke& stroke : sheet.strokes)
+      if ((!part || stroke.pen.part == *part) && isFinite(stroke)) draw(stroke);
     for (const SheetText& text : sheet.texts)
       if (!part || text.part == *part) draw(text);
   }
@@ -154,25 +151,55 @@ class PagePainter {
     if (color != fill_) HPDF_Page_SetRGBFill(page_, color.red, color.green, color.blue);
     fill_ = color;
   }
-  void draw(const SheetLine& line) {
-    const Rgb color = colorFor(line.color, form_.color);
-    const double length = std::hypot(line.x2 - line.x1, line.y2 - line.y1);
-    if (line.width * kPointsAMm > kWidestPen) return drawArea(line, length, color);
-    setPen(color, line.width, line.width * 2 > length ? HPDF_BUTT_END : form_.lineCap);
-    HPDF_Page_MoveTo(page_, points(line.x1), points(line.y1));
-    HPDF_Page_LineTo(page_, points(line.x2), points(line.y2));
+  // The bytes go into the page as they are: the library's own dashes are whole points.
+  void setDashes(LineKind kind) {
+    if (kind == kind_) return;
+    kind_ = kind;
+    std::string dashes;
+    for (const double length : dashesOf(kind))
+      dashes += (dashes.empty() ? "" : " ") + text::toUtf8(text::format(L"%.3f", length * kPointsAMm));
+    writeCode(page_, "[" + dashes + "] 0 d\n");
+  }
+  void trace(const geometry::FlatLine& line) {
+    HPDF_Page_MoveTo(page_, points(line.from.x), points(line.from.y));
+    HPDF_Page_LineTo(page_, points(line.to.x), points(line.to.y));
+  }
+  void trace(const geometry::FlatArc& arc) {
+    const auto pieces = geometry::beziersOf(arc);
+    HPDF_Page_MoveTo(page_, points(pieces.front()[0].x), points(pieces.front()[0].y));
+    for (const auto& [from, first, second, to] : pieces)
+      HPDF_Page_CurveTo(page_, points(first.x), points(first.y), points(second.x), points(second.y), points(to.x),
+                        points(to.y));
+  }
+  void trace(const geometry::FlatPath& path) {
+    HPDF_Page_MoveTo(page_, points(path.points.front().x), points(path.points.front().y));
+    for (const geometry::FlatPoint& point : path.points) HPDF_Page_LineTo(page_, points(point.x), points(point.y));
+  }
+  void draw(const SheetStroke& stroke) {
+    const SheetPen& pen = stroke.pen;
+    const Rgb color = colorFor(pen.color, form_.color);
+    int cap = form_.lineCap;
+    if (const auto* line = std::get_if<geometry::FlatLine>(&stroke.curve)) {
+      const double length = std::hypot(line->to.x - line->from.x, line->to.y - line->from.y);
+      if (pen.width * kPointsAMm > kWidestPen) return drawArea(*line, pen.width, length, color);
+      if (pen.width * 2 > length) cap = HPDF_BUTT_END;
+    }
+    if (!dashesOf(pen.kind).empty()) cap = HPDF_BUTT_END;  // round ones would close the gaps
+    setPen(color, pen.width, cap);
+    setDashes(pen.kind);
+    std::visit([this](const auto& curve) { trace(curve); }, stroke.curve);
     HPDF_Page_Stroke(page_);
   }
   // A stroke wider than the library's pens.
-  void drawArea(const SheetLine& line, double length, const Rgb& color) {
+  void drawArea(const geometry::FlatLine& line, double width, double length, const Rgb& color) {
     if (!(length > 0)) return;
-    const double acrossX = -(line.y2 - line.y1) / length * line.width / 2;
-    const double acrossY = (line.x2 - line.x1) / length * line.width / 2;
+    const double acrossX = -(line.to.y - line.from.y) / length * width / 2;
+    const double acrossY = (line.to.x - line.from.x) / length * width / 2;
     setFill(color);
-    HPDF_Page_MoveTo(page_, points(line.x1 + acrossX), points(line.y1 + acrossY));
-    HPDF_Page_LineTo(page_, points(line.x2 + acrossX), points(line.y2 + acrossY));
-    HPDF_Page_LineTo(page_, points(line.x2 - acrossX), points(line.y2 - acrossY));
-    HPDF_Page_LineTo(page_, points(line.x1 - acrossX), points(line.y1 - acrossY));
+    HPDF_Page_MoveTo(page_, points(line.from.x + acrossX), points(line.from.y + acrossY));
+    HPDF_Page_LineTo(page_, points(line.to.x + acrossX), points(line.to.y + acrossY));
+    HPDF_Page_LineTo(page_, points(line.to.x - acrossX), points(line.to.y - acrossY));
+    HPDF_Page_LineTo(page_, points(line.from.x - acrossX), points(line.from.y - acrossY));
     HPDF_Page_ClosePath(page_);
     HPDF_Page_Fill(page_);
   }
@@ -182,7 +209,10 @@ class PagePainter {
     const std::string written = face_.written(text.text);
     setFill(color);
     const bool isOutline = form_.fonts == ProPDFfonts::outlined;
-    if (isOutline || text.isBold) setPen(color, isOutline ? kOutlinePen : text.height * kBoldPen, HPDF_BUTT_END);
+    if (isOutline || text.isBold) {
+      setPen(color, isOutline ? kOutlinePen : text.height * kBoldPen, HPDF_BUTT_END);
+      setDashes(LineKind::plain);
+    }
     HPDF_Page_BeginText(page_);
     HPDF_Page_SetFontAndSize(page_, face_.font, kFaceSize);
     HPDF_Page_SetTextRenderingMode(page_, isOutline ? HPDF_STROKE : text.isBold ? HPDF_FILL_THEN_STROKE : HPDF_FILL);
@@ -205,11 +235,12 @@ class PagePainter {
   Rgb stroke_, fill_;  // black at first
   double width_ = -1;
   int cap_ = -1;
+  LineKind kind_ = LineKind::plain;  // whose dashes lines have
 };
 
 bool hasPart(const SheetPicture& sheet, SheetPart part) {
-  for (const SheetLine& line : sheet.lines)
-    if (line.part == part) return true;
+  for (const SheetStroke& stroke : sheet.strokes)
+    if (stroke.pen.part == part) return true;
   for (const SheetText& text : sheet.texts)
     if (text.part == part) return true;
   return false;

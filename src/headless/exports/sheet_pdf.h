@@ -27,9 +27,9 @@ struct PdfMade {
   std::string bytes;
   std::wstring fault;
 };
-// Pages of the sheets' true size. Lines have their widths, ends of strokes as thick as they are long stay square, so
-// that codes keep their modules. A sheet that is too small or too large for a page is a fault. Without a file of a face
-// texts are written by the name of one, in Latin letters.
+// Pages of the sheets' true size. Lines have their widths and dashes, circles are curves within 3e-4 of their radius,
+// ends of strokes as thick as they are long stay square, so that codes keep their modules. A sheet that is too small or
+// too large for a page is a fault. Without a file of a face texts are written by the name of one, in Latin letters.
 PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form);
 
 }  // namespace headless

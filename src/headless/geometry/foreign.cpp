@@ -1,100 +1,46 @@
 #include "headless/geometry/foreign.h"
 
-#include <filesystem>
-
 #include "headless/geometry/foreign_place.h"
+#include "headless/geometry/foreign_program.h"
 #include "headless/geometry/foreign_wire.h"
-#include "os/helper.h"
-#include "os/program.h"
 #include "text/encoding.h"
 #include "text/format.h"
 
 namespace headless::geometry {
 namespace {
 
-constexpr const char* kProgram = "kelvane-import";
 constexpr std::uint64_t kMegabyte = 1'000'000;
 
-std::string programFor(const ForeignPlace& place) {
-  if (!place.program.empty()) return place.program;
-  const std::filesystem::path here = std::filesystem::path(os::codeFile()).parent_path();
-  std::error_code error;
-  for (const auto& folder : {here, here.parent_path()})
-    if (std::filesystem::is_regular_file(folder / kProgram, error)) return (folder / kProgram).string();
-  return (here / kProgram).string();
-}
-
-std::wstring faultOf(std::error_code error, std::chrono::milliseconds time) {
-  if (error == std::errc::timed_out)
-    return text::format(L"reading it wasn't done within %d seconds", static_cast<int>(time.count() / 1000));
-  return L"it ended the program that reads it: the file is damaged";
-}
-
-// The program that runs, for all files: starting it costs more than a small file does. Behind whatever went wrong the
-// next file has a new one, so that no file has to do with another.
-class Reader {
- public:
-  struct Answer {
-    std::string wire;
-    std::wstring fault;
-    bool isLate = false;
-  };
-  // size: of what is read.
-  Answer ask(ForeignRequest request, std::uint64_t size) {
-    const ForeignPlace& place = foreignPlace();
-    const std::chrono::milliseconds time = place.time + place.timePerMegabyte * (size / kMegabyte);
-    request.memory = place.memory + place.memoryPerByte * size;
-    request.processor = std::chrono::ceil<std::chrono::seconds>(time).count();
-    if (program_ != programFor(place)) helper_.reset();
-    const bool isUsed = helper_ != nullptr;
-    Answer answer = askOnce(request, time);
-    // What an earlier file left behind is no fault of this one; what takes too long would take as long again.
-    return !answer.fault.empty() && !answer.isLate && isUsed ? askOnce(request, time) : answer;
+std::wstring faultOf(const ForeignAnswer& answer, std::chrono::milliseconds time) {
+  switch (answer.end) {
+    case ForeignEnd::late:
+      return text::format(L"reading it wasn't done within %d seconds", static_cast<int>(time.count() / 1000));
+    case ForeignEnd::notStarted:
+      return L"the program that reads it doesn't start: " + answer.program;
+    default:
+      return L"it ended the program that reads it: the file is damaged";
   }
-  void end() { helper_.reset(); }
-
- private:
-  Answer askOnce(const ForeignRequest& request, std::chrono::milliseconds time) {
-    if (!helper_) {
-      program_ = programFor(foreignPlace());
-      auto started = os::startHelper(program_);
-      if (!started)
-        return {{},
-                text::format(L"the program that reads it doesn't start: %s: %s", text::fromUtf8(program_),
-                             text::fromUtf8(started.error.message())),
-                false};
-      helper_ = std::move(started.value);
-    }
-    auto answer = helper_->ask(written(request), time);
-    if (answer) return {std::move(answer.value), {}, false};
-    helper_.reset();
-    return {{}, faultOf(answer.error, time), answer.error == std::errc::timed_out};
-  }
-
-  std::string program_;
-  std::unique_ptr<os::Helper> helper_;
-};
-
-Reader& reader() {
-  static Reader entry;
-  return entry;
 }
 
 // What the answer says; its fault ends the program, which has read something odd.
 template <class Said>
-Said asked(const ForeignRequest& request, std::uint64_t size, Said (*read)(std::string_view)) {
+Said asked(ForeignRequest request, std::uint64_t size, Said (*read)(std::string_view)) {
+  const ForeignPlace& place = foreignPlace();
+  const std::chrono::milliseconds time = place.time + place.timePerMegabyte * (size / kMegabyte);
+  request.memory = place.memory + place.memoryPerByte * size;
+  request.processor = std::chrono::ceil<std::chrono::seconds>(time).count();
   Said said;
-  const Reader::Answer answer = reader().ask(request, size);
-  if (answer.fault.empty()) {
+  const ForeignAnswer answer = askForeign(written(request), time);
+  if (answer.end == ForeignEnd::answered) {
     try {
       said = read(answer.wire);
     } catch (const std::exception& failure) {
       said.fault = L"the program that reads it gives no answer: " + text::fromUtf8(failure.what());
     }
   } else {
-    said.fault = answer.fault;
+    said.fault = faultOf(answer, time);
   }
-  if (!said.fault.empty()) reader().end();
+  if (!said.fault.empty()) endForeign();
   return said;
 }
 
@@ -132,11 +78,6 @@ std::wstring igesFault(std::string_view bytes) {
 std::wstring faultOfEnds(std::string_view bytes, ExchangeFormat format) {
   if (bytes.empty()) return L"the file is empty";
   return format == ExchangeFormat::step ? stepFault(bytes) : igesFault(bytes);
-}
-
-ForeignPlace& foreignPlace() {
-  static ForeignPlace place;
-  return place;
 }
 
 ExchangeRead readForeign(const ForeignFile& file, ImportAs as) {

@@ -50,9 +50,27 @@ std::string said(Work work) {
   return written(faulty);
 }
 
+std::string viewOf(std::string_view wire) {
+  Seen seen;
+  try {
+    guarded([&] {
+      const ViewRequest request = readView(wire);
+      os::limitThisProcess(request.memory, std::chrono::seconds(request.processor));
+      seen = seenLines(request.sight, request.by);
+    });
+  } catch (const std::bad_alloc&) {
+    seen.reason = L"it takes too much memory";
+  } catch (const std::exception& failure) {
+    seen.reason = text::fromUtf8(failure.what());
+    if (seen.reason.empty()) seen.reason = L"the library fails";
+  }
+  return written(seen);
+}
+
 }  // namespace
 
 std::string answerForeign(std::string_view wire) {
+  if (jobOf(wire) == ForeignJob::view) return viewOf(wire);
   const ForeignRequest request = readRequest(wire);
   os::limitThisProcess(request.memory, std::chrono::seconds(request.processor));
   prepareLibrary();

@@ -1,4 +1,4 @@
-// Where files of other systems are read, and how much that may take.
+// Where files of other systems are read and views are worked out, and how much that may take.
 #pragma once
 
 #include <chrono>
@@ -12,6 +12,7 @@ struct ForeignPlace {
   std::chrono::milliseconds time{60'000}, timePerMegabyte{5'000};
   std::uint64_t memory = 2'000'000'000;  // bytes, and as many again for each byte of the file:
   std::uint64_t memoryPerByte = 64;
+  std::chrono::milliseconds viewTime{20'000};  // of a view by exact edges; by facets it has three times as much
 };
 // The record in force.
 ForeignPlace& foreignPlace();

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <unordered_map>
 
+#include "headless/geometry/built_body.h"
 #include "headless/geometry/library_failure.h"
 #include "text/encoding.h"
 
@@ -93,7 +94,67 @@ ExchangeNodePtr nodeOf(const json& item, const std::vector<ExchangeNodePtr>& bef
   return node;
 }
 
+// ---- shapes as bytes
+
+std::string bytesOf(const TopoDS_Shape& shape) {
+  std::ostringstream bytes;
+  BinTools::Write(shape, bytes, false, false, BinTools_FormatVersion_CURRENT);  // without triangles
+  return std::move(bytes).str();
+}
+TopoDS_Shape shapeFrom(std::string_view bytes) {
+  TopoDS_Shape shape;
+  std::istringstream stream{std::string(bytes)};
+  guarded([&] { BinTools::Read(shape, stream); });
+  if (shape.IsNull()) throw std::runtime_error("an answer without a body");
+  return shape;
+}
+
+// ---- curves, each as the kind of line and its numbers: 4 of a line, 8 of an arc
+
+enum class CurveCode { line, arc, path };
+
+json numbers(const SeenCurve& entry) {
+  json all = json::array({entry.as});
+  const auto add = [&all](std::initializer_list<FlatPoint> points) {
+    for (const FlatPoint& point : points) {
+      all.push_back(point.x);
+      all.push_back(point.y);
+    }
+  };
+  if (const auto* line = std::get_if<FlatLine>(&entry.curve)) {
+    all.push_back(CurveCode::line);
+    add({line->from, line->to});
+  } else if (const auto* arc = std::get_if<FlatArc>(&entry.curve)) {
+    all.push_back(CurveCode::arc);
+    add({arc->centre, arc->u, arc->v, {arc->from, arc->to}});
+  } else {
+    all.push_back(CurveCode::path);
+    for (const FlatPoint& point : std::get<FlatPath>(entry.curve).points) add({point});
+  }
+  return all;
+}
+SeenCurve seenCurve(const json& numbers) {
+  const auto point = [&](std::size_t place) -> FlatPoint {
+    return {numbers.at(2 + 2 * place).get<double>(), numbers.at(3 + 2 * place).get<double>()};
+  };
+  SeenCurve made{numbers.at(0).get<SeenAs>(), {}};
+  const auto code = numbers.at(1).get<CurveCode>();
+  if (code == CurveCode::line) {
+    made.curve = FlatLine{point(0), point(1)};
+  } else if (code == CurveCode::arc) {
+    const FlatPoint range = point(3);
+    made.curve = FlatArc{point(0), point(1), point(2), range.x, range.y};
+  } else {
+    FlatPath path;
+    for (std::size_t i = 0; 2 * i + 3 < numbers.size(); ++i) path.points.push_back(point(i));
+    made.curve = std::move(path);
+  }
+  return made;
+}
+
 }  // namespace
+
+ForeignJob jobOf(std::string_view wire) { return received(wire).line.at("job").get<ForeignJob>(); }
 
 std::string written(const ForeignRequest& request) {
   return joined({{"job", request.job},
@@ -141,10 +202,8 @@ ExchangeRead readTree(std::string_view wire) {
 }
 
 std::string written(const ForeignBody& body) {
-  std::ostringstream bytes;
-  if (!body.shape.IsNull())
-    BinTools::Write(body.shape, bytes, false, false, BinTools_FormatVersion_CURRENT);  // without triangles
-  return joined({{"fault", text::toUtf8(body.fault)}, {"warnings", texts(body.warnings)}}, std::move(bytes).str());
+  return joined({{"fault", text::toUtf8(body.fault)}, {"warnings", texts(body.warnings)}},
+                body.shape.IsNull() ? std::string() : bytesOf(body.shape));
 }
 
 ForeignBody readBody(std::string_view wire) {
@@ -152,11 +211,79 @@ ForeignBody readBody(std::string_view wire) {
   ForeignBody body;
   body.fault = text::fromUtf8(line.at("fault").get<std::string>());
   body.warnings = texts(line.at("warnings"));
-  if (!body.fault.empty()) return body;
-  std::istringstream stream{std::string(bytes)};
-  guarded([&] { BinTools::Read(body.shape, stream); });
-  if (body.shape.IsNull()) throw std::runtime_error("an answer without a body");
+  if (body.fault.empty()) body.shape = shapeFrom(bytes);
   return body;
+}
+
+std::string written(const ViewRequest& request) {
+  json sizes = json::array(), places = json::array();
+  std::string bytes;
+  std::unordered_map<const Body*, std::size_t> numbered;
+  for (const PlacedBody& entry : request.sight.bodies) {
+    const auto [known, isNew] = numbered.try_emplace(entry.body.get(), numbered.size());
+    if (isNew) {
+      const std::string own = bytesOf(entry.body->shape);
+      sizes.push_back(own.size());
+      bytes += own;
+    }
+    places.push_back({{"body", known->second}, {"place", numbers(entry.place)}, {"scale", entry.scale}});
+  }
+  return joined({{"job", ForeignJob::view},
+                 {"by", request.by},
+                 {"memory", request.memory},
+                 {"processor", request.processor},
+                 {"screen", numbers(request.sight.screen)},
+                 {"scale", request.sight.scale},
+                 {"hidden", request.sight.hidden},
+                 {"axes", request.sight.axes},
+                 {"sizes", sizes},
+                 {"places", places}},
+                bytes);
+}
+
+ViewRequest readView(std::string_view wire) {
+  auto [line, bytes] = received(wire);
+  ViewRequest request;
+  request.by = line.at("by").get<SeenBy>();
+  request.memory = line.at("memory").get<std::uint64_t>();
+  request.processor = line.at("processor").get<std::int64_t>();
+  request.sight.screen = transform(line.at("screen"));
+  request.sight.scale = line.at("scale").get<double>();
+  request.sight.hidden = line.at("hidden").get<bool>();
+  request.sight.axes = line.at("axes").get<bool>();
+  std::vector<BodyPtr> bodies;
+  for (const auto& size : line.at("sizes")) {
+    bodies.push_back(std::make_shared<Body>(shapeFrom(bytes.substr(0, size.get<std::size_t>()))));
+    bytes.remove_prefix(size.get<std::size_t>());
+  }
+  for (const auto& entry : line.at("places"))
+    request.sight.bodies.push_back({bodies.at(entry.at("body").get<std::size_t>()), transform(entry.at("place")),
+                                    entry.at("scale").get<double>()});
+  return request;
+}
+
+std::string written(const Seen& seen) {
+  json curves = json::array();
+  for (const SeenCurve& entry : seen.curves) curves.push_back(numbers(entry));
+  return joined({{"fault", text::toUtf8(seen.reason)},
+                 {"width", seen.width},
+                 {"height", seen.height},
+                 {"faceted", seen.isFaceted},
+                 {"corrected", seen.corrected},
+                 {"curves", curves}},
+                {});
+}
+
+Seen readSeen(std::string_view wire) {
+  const json line = received(wire).line;
+  Seen seen;
+  seen.reason = text::fromUtf8(line.at("fault").get<std::string>());
+  seen.width = line.at("width").get<double>();
+  seen.height = line.at("height").get<double>();
+  seen.isFaceted = line.at("faceted").get<bool>();
+  seen.corrected = line.at("corrected").get<int>();
+  for (const auto& entry : line.at("curves")) seen.curves.push_back(seenCurve(entry));
+  return seen;
 }
 
 }  // namespace headless::geometry

@@ -8,10 +8,14 @@
 
 #include "headless/geometry/exchange.h"
 #include "headless/geometry/foreign_shape.h"
+#include "headless/geometry/seen_lines.h"
 
 namespace headless::geometry {
 
-enum class ForeignJob { file, body };
+enum class ForeignJob { file, body, view };
+// Of any request.
+ForeignJob jobOf(std::string_view wire);
+
 struct ForeignRequest {
   ForeignJob job = ForeignJob::body;
   ExchangeFormat format = ExchangeFormat::step;
@@ -30,5 +34,19 @@ std::string written(const ForeignBody& body);
 // These throw std::exception for what no kelvane-import writes.
 ExchangeRead readTree(std::string_view wire);
 ForeignBody readBody(std::string_view wire);
+
+// ---- views
+
+struct ViewRequest {
+  SeenBy by = SeenBy::exactEdges;
+  std::uint64_t memory = 0;     // bytes
+  std::int64_t processor = 60;  // seconds
+  Sight sight;
+};
+// A body that stands in several places goes over once.
+std::string written(const ViewRequest& request);
+ViewRequest readView(std::string_view wire);
+std::string written(const Seen& seen);
+Seen readSeen(std::string_view wire);
 
 }  // namespace headless::geometry

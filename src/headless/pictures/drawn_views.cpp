@@ -4,8 +4,10 @@
 
 #include "headless/model/models.h"
 #include "headless/model/units.h"
+#include "headless/pictures/shown_parts.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
+#include "text/format.h"
 #include "text/letters.h"
 
 namespace headless {
@@ -53,34 +55,53 @@ ProTransform orientationFor(const ViewRecord& view, const ModelRecord& model) {
 
 }  // namespace
 
-const ShownParts* ShownModels::find(const Model& model) {
-  const auto [known, isNew] = models_.try_emplace(model.handle);
-  if (isNew) {
-    try {
-      auto parts = shownParts(sources_.bodies, sources_.models, model, kDrawnTurn);
-      if (parts && !parts.value.parts.empty()) known->second = std::move(parts.value);
-    } catch (const std::exception& failure) {  // of the library: a face that it can't mesh
-      sources_.models.message(model.name + L": " + text::fromUtf8(failure.what()));
-    }
-  }
-  return known->second ? &*known->second : nullptr;
+SheetStroke strokeOf(geometry::SeenCurve seen, bool isWire) {
+  using geometry::SeenAs;
+  if (isWire && seen.as == SeenAs::hidden) seen.as = SeenAs::edge;
+  static constexpr LineKind kKinds[geometry::kSeenKinds] = {LineKind::visible, LineKind::smooth, LineKind::hidden,
+                                                            LineKind::axis};
+  return {std::move(seen.curve),
+          {.width = seen.as == SeenAs::edge ? kWidePen : kNarrowPen,
+           .part = SheetPart::views,
+           .kind = kKinds[static_cast<std::size_t>(seen.as)]}};
 }
 
-std::optional<std::vector<ProjectedLine>> DrawnViews::lines(const ViewRecord& view, double scale) {
+const std::vector<geometry::PlacedBody>& ShownModels::find(const Model& model) {
+  const auto [known, isNew] = models_.try_emplace(model.handle);
+  if (isNew)
+    if (auto bodies = placedBodies(sources_.bodies, sources_.models, model)) known->second = std::move(bodies.value);
+  return known->second;
+}
+
+void ShownModels::warn(const std::wstring& text) const { sources_.models.message(L"warning: " + text); }
+
+std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view, double scale) {
   const Model* model = modelOf(inMemory_, view);
-  const ShownParts* parts = model ? models_.find(*model) : nullptr;
-  if (!parts) return std::nullopt;
-  const double mm = std::fabs(view.scale != 0 ? view.scale : scale) / inSystem(1, "mm", model->document->record);
-  Projection seen = projection(parts->parts, orientationFor(view, model->document->record));
-  if (!(seen.width * mm <= width_) || !(seen.height * mm <= height_)) return std::nullopt;
-  if (view.displayStyle != kWireframe && view.displayStyle != kHiddenLines)
-    std::erase_if(seen.lines, [](const ProjectedLine& line) { return line.isHidden; });
-  if (seen.lines.empty()) return std::nullopt;
-  for (ProjectedLine& line : seen.lines) {
-    for (double* const place : {&line.x1, &line.y1, &line.x2, &line.y2}) *place *= mm;
-    line.isHidden = line.isHidden && view.displayStyle == kHiddenLines;
+  if (!model) return std::nullopt;
+  const ModelRecord& record = model->document->record;
+  geometry::Sight sight;
+  sight.bodies = models_.find(*model);
+  sight.screen = orientationFor(view, record);
+  sight.scale = std::fabs(view.scale != 0 ? view.scale : scale) / inSystem(1, "mm", record);
+  if (sight.bodies.empty() || !(sight.scale > 0) || !std::isfinite(sight.scale)) return std::nullopt;
+  const bool isWire = view.displayStyle == kWireframe;
+  sight.hidden = isWire || view.displayStyle == kHiddenLines;
+  sight.axes = true;
+  geometry::Seen seen = geometry::seen(sight);
+  const std::wstring name =
+      text::format(L"%s.%s: the view %s", model->name, creo::typeExtension(model->type()), text::fromUtf8(view.name));
+  if (seen.curves.empty()) {
+    models_.warn(text::format(L"%s can't be drawn: %s", name, seen.reason));
+    return std::nullopt;
   }
-  return std::move(seen.lines);
+  if (!(seen.width <= width_) || !(seen.height <= height_)) return std::nullopt;
+  if (seen.isFaceted) models_.warn(text::format(L"%s is drawn by facets: %s", name, seen.reason));
+  if (seen.corrected > 0)
+    models_.warn(
+        text::format(L"%s: %d lines that lie behind faces were taken for visible and put right", name, seen.corrected));
+  DrawnView drawn{seen.width, seen.height, {}, seen.isFaceted};
+  for (geometry::SeenCurve& entry : seen.curves) drawn.strokes.push_back(strokeOf(std::move(entry), isWire));
+  return drawn;
 }
 
 }  // namespace headless

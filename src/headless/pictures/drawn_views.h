@@ -5,23 +5,34 @@
 #include <optional>
 #include <vector>
 
+#include "headless/geometry/seen.h"
 #include "headless/model/model.h"
 #include "headless/pictures/picture_sources.h"
-#include "headless/pictures/projection.h"
-#include "headless/pictures/shown_parts.h"
+#include "headless/pictures/sheet_picture.h"
 
 namespace headless {
 
-// The models that views show, each cut up once for all of them.
+// How a line that is seen is drawn. isWire: what lies behind faces is drawn like the rest.
+SheetStroke strokeOf(geometry::SeenCurve seen, bool isWire);
+
+// The models that views show, each gathered once for all of them.
 class ShownModels {
  public:
   explicit ShownModels(const PictureSources& sources) : sources_(sources) {}
-  // Null: there is nothing to be seen.
-  const ShownParts* find(const Model& model);
+  // Where its parts stand, in its own coordinates and unit; empty: there is nothing to be seen.
+  const std::vector<geometry::PlacedBody>& find(const Model& model);
+  // Tells of a view that isn't drawn as it should be.
+  void warn(const std::wstring& text) const;
 
  private:
   PictureSources sources_;
-  std::map<creo::ProMdl, std::optional<ShownParts>> models_;
+  std::map<creo::ProMdl, std::vector<geometry::PlacedBody>> models_;
+};
+
+struct DrawnView {
+  double width = 0, height = 0;
+  std::vector<SheetStroke> strokes;  // from the view's place, the middle of the model
+  bool isFaceted = false;            // its edges are those of facets
 };
 
 // The views of one sheet.
@@ -31,10 +42,11 @@ class DrawnViews {
   DrawnViews(const Models& inMemory, ShownModels& models, double width, double height)
       : inMemory_(inMemory), models_(models), width_(width), height_(height) {}
 
-  // The view's lines in mm from its place, the middle of the model; those that are hidden are among them where the view
-  // shows them. scale: of a view that has none of its own. Nothing: the model isn't in memory or has no geometry, or
-  // all of it would be larger than the sheet, so that the view shows a detail of which the document doesn't say more.
-  std::optional<std::vector<ProjectedLine>> lines(const ViewRecord& view, double scale);
+  // scale: of a view that has none of its own. Hidden lines are there where the view shows them. Nothing: the model
+  // isn't in memory or has no geometry, or all of it would be larger than the sheet, so that the view shows a detail of
+  // which the document doesn't say more, or its lines can't be worked out, with a line of the message area. Such a line
+  // also tells that they had to be facets', and that some had to be put right.
+  std::optional<DrawnView> draw(const ViewRecord& view, double scale);
 
  private:
   const Models& inMemory_;

@@ -20,7 +20,7 @@ creo::Got<Image> solidPicture(const PictureSources& sources, const Model& solid,
 // (FreeSans.ttf); without it there are none. Throws std::runtime_error for what the library refuses.
 Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int width, int height);
 // What is printed: of a drawing its current sheet, of a solid all its edges as its active view turns it, those that lie
-// behind faces among them. ProGeneralError as for a solid's picture.
+// behind faces dashed. ProGeneralError as for a solid's picture.
 creo::Got<Image> printedPicture(const PictureSources& sources, const Model& model, const std::wstring& textFolder,
                                 int width, int height);
 

@@ -1,4 +1,4 @@
-// Triangles as dots, for what looks at solids: pictures, and views of which lines are hidden.
+// Triangles as dots, for pictures of solids.
 #pragma once
 
 #include <algorithm>

@@ -77,12 +77,30 @@ void setColor(cairo_t* canvas, SheetColor color) {
   cairo_set_source_rgb(canvas, part(16), part(8), part(0));
 }
 
-void draw(cairo_t* canvas, const SheetLine& line) {
-  if (!isDrawable(line.x1, line.y1, line.width) || !isDrawable(line.x2, line.y2, line.width)) return;
-  setColor(canvas, line.color);
-  cairo_set_line_width(canvas, line.width);
-  cairo_move_to(canvas, line.x1, line.y1);
-  cairo_line_to(canvas, line.x2, line.y2);
+void trace(cairo_t* canvas, const geometry::FlatLine& line) {
+  cairo_move_to(canvas, line.from.x, line.from.y);
+  cairo_line_to(canvas, line.to.x, line.to.y);
+}
+void trace(cairo_t* canvas, const geometry::FlatArc& arc) {
+  const auto pieces = geometry::beziersOf(arc);
+  cairo_move_to(canvas, pieces.front()[0].x, pieces.front()[0].y);
+  for (const auto& [from, first, second, to] : pieces)
+    cairo_curve_to(canvas, first.x, first.y, second.x, second.y, to.x, to.y);
+}
+void trace(cairo_t* canvas, const geometry::FlatPath& path) {
+  for (const geometry::FlatPoint& point : path.points) cairo_line_to(canvas, point.x, point.y);
+}
+
+void draw(cairo_t* canvas, const SheetStroke& stroke) {
+  geometry::FlatBox box;
+  if (isFinite(stroke)) box.take(stroke.curve);
+  const double width = stroke.pen.width;
+  if (box.isEmpty || !isDrawable(box.left, box.low, width) || !isDrawable(box.right, box.high, width)) return;
+  setColor(canvas, stroke.pen.color);
+  cairo_set_line_width(canvas, width);
+  const auto dashes = dashesOf(stroke.pen.kind);
+  cairo_set_dash(canvas, dashes.data(), static_cast<int>(dashes.size()), 0);
+  std::visit([canvas](const auto& curve) { trace(canvas, curve); }, stroke.curve);
   cairo_stroke(canvas);
 }
 
@@ -131,7 +149,7 @@ Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int 
     cairo_translate(canvas.get(), (width - scale * sheet.width) / 2, (height + scale * sheet.height) / 2);
     cairo_scale(canvas.get(), scale, -scale);
     face.use(canvas.get());
-    for (const SheetLine& line : sheet.lines) draw(canvas.get(), line);
+    for (const SheetStroke& stroke : sheet.strokes) draw(canvas.get(), stroke);
     if (face.isThere())
       for (const SheetText& text : sheet.texts) draw(canvas.get(), text);
   }

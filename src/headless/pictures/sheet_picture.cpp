@@ -16,9 +16,10 @@
 namespace headless {
 namespace {
 
-constexpr double kThinnest = 0.18;  // the narrowest pen of ISO 128, in mm
+constexpr double kThinnest = 0.18;  // of strokes that have a width, in mm: the narrowest pen of ISO 128
 constexpr double kMmAnInch = 25.4;
 constexpr SheetColor kBlack = 0, kViewColor = 0x6080c0;
+constexpr const wchar_t* kFaceted = L"drawn by facets";
 
 // Creo's first colours as a drawing on white paper shows them.
 SheetColor colorOf(const LineRecord& line) {
@@ -75,7 +76,7 @@ class Painter {
     part_ = SheetPart::views;
     DrawnViews views(sources_.models, models_, picture_.width, picture_.height);
     for (const ViewRecord& entry : record.views)
-      if (std::max(entry.sheet, 1) == number_) view(entry, views.lines(entry, sheet.scale));
+      if (std::max(entry.sheet, 1) == number_) view(entry, views.draw(entry, sheet.scale));
     for (const TableRecord& item : record.tables) {
       part_ = item.fromFormat ? SheetPart::format : SheetPart::tables;
       if (!(item.fromFormat && sheet.formatBlanked)) table(item);
@@ -98,12 +99,14 @@ class Painter {
   void stroke(const LineRecord& line, const SymbolFrame& frame = {}) {
     const creo::ProPoint from = frame.at(line.x1, line.y1), to = frame.at(line.x2, line.y2);
     const double width = line.width * frame.scale * std::fabs(matrix_.scaleX) * unit_;
-    picture_.lines.push_back(
-        {x(from.x), y(from.y), x(to.x), y(to.y), std::max(width, kThinnest), colorOf(line), part_});
+    const double pen = line.width > 0 ? std::max(width, kThinnest) : kNarrowPen;
+    picture_.strokes.push_back({geometry::FlatLine{{x(from.x), y(from.y)}, {x(to.x), y(to.y)}},
+                                {.width = pen, .color = colorOf(line), .part = part_}});
   }
   // A line of the picture's own, in mm.
   void mark(double x1, double y1, double x2, double y2, SheetColor color) {
-    picture_.lines.push_back({x1, y1, x2, y2, kThinnest, color, part_});
+    picture_.strokes.push_back(
+        {geometry::FlatLine{{x1, y1}, {x2, y2}}, {.width = kNarrowPen, .color = color, .part = part_}});
   }
   SheetText& write(double left, double base, double height, std::wstring text, SheetColor color = kBlack) {
     return picture_.texts.emplace_back(
@@ -132,11 +135,13 @@ class Painter {
   }
 
   // Its lines, or a frame with the model's name and its own.
-  void view(const ViewRecord& view, const std::optional<std::vector<ProjectedLine>>& lines) {
+  void view(const ViewRecord& view, const std::optional<DrawnView>& drawn) {
     const double at = x(view.position.x), up = y(view.position.y);
-    if (!lines) return viewFrame(view, at, up);
-    for (const ProjectedLine& line : *lines)
-      mark(at + line.x1, up + line.y1, at + line.x2, up + line.y2, line.isHidden ? kViewColor : kBlack);
+    if (!drawn) return viewFrame(view, at, up);
+    for (const SheetStroke& stroke : drawn->strokes)
+      picture_.strokes.push_back({geometry::moved(stroke.curve, at, up), stroke.pen});
+    if (drawn->isFaceted)
+      write(at - drawn->width / 2, up - drawn->height / 2 - 2 * textHeight(), textHeight(), kFaceted);
   }
 
   void viewFrame(const ViewRecord& view, double at, double up) {
@@ -309,6 +314,28 @@ class Painter {
 std::string_view partName(SheetPart part) {
   static constexpr std::string_view kNames[kSheetParts] = {"FORMAT", "VIEWS", "TABLES", "SYMBOLS", "NOTES", "LINES"};
   return kNames[static_cast<std::size_t>(part)];
+}
+
+std::span<const double> dashesOf(LineKind kind) {
+  // Dashes of 12 and gaps of 3 widths of the line; of axes, dashes of 24 with a dot of half a width between them.
+  static constexpr double kHidden[] = {12 * kNarrowPen, 3 * kNarrowPen};
+  static constexpr double kAxis[] = {24 * kNarrowPen, 3 * kNarrowPen, kNarrowPen / 2, 3 * kNarrowPen};
+  if (kind == LineKind::hidden) return kHidden;
+  if (kind == LineKind::axis) return kAxis;
+  return {};
+}
+
+bool isFinite(const SheetStroke& stroke) {
+  const auto all = [](std::initializer_list<geometry::FlatPoint> points) {
+    return std::ranges::all_of(points,
+                               [](const geometry::FlatPoint& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+  };
+  if (!std::isfinite(stroke.pen.width)) return false;
+  if (const auto* line = std::get_if<geometry::FlatLine>(&stroke.curve)) return all({line->from, line->to});
+  if (const auto* arc = std::get_if<geometry::FlatArc>(&stroke.curve))
+    return all({arc->centre, arc->u, arc->v, {arc->from, arc->to}});
+  return std::ranges::all_of(std::get<geometry::FlatPath>(stroke.curve).points,
+                             [&](const geometry::FlatPoint& p) { return all({p}); });
 }
 
 SheetPicture sheetPicture(const PictureSources& sources, ShownModels& models, const Model& drawing, int sheet) {

@@ -1,6 +1,7 @@
 #include "headless/pictures/shown_parts.h"
 
 #include <cmath>
+#include <functional>
 #include <set>
 
 #include "creo/ProAppearance.h"
@@ -16,17 +17,27 @@ using creo::ProTransform;
 namespace {
 
 constexpr double kDeflection = 0.001;  // how far a triangle may be off its face, of the body's diagonal
+constexpr double kTurn = 0.35;         // from piece to piece of a round face, in radians
 
-geometry::Mesh meshOf(const geometry::Body& body, double turn) {
+geometry::Mesh meshOf(const geometry::Body& body) {
   const creo::ProOutline box = geometry::outline(body, {});
   const double diagonal = std::hypot(box.max.x - box.min.x, box.max.y - box.min.y, box.max.z - box.min.z);
-  return geometry::mesh(body, kDeflection * diagonal, turn);
+  return geometry::mesh(body, kDeflection * diagonal, kTurn);
 }
 
-// All parts below a solid, each as often as it is used; a mesh is made once a body.
+// A part where it stands, and how it looks where nothing of its own says it.
+struct Found {
+  const Model& part;
+  geometry::PlacedBody body;
+  const AppearanceRecord* look;
+};
+
+// All parts below a solid, each as often as it is used.
 class Gathering {
  public:
-  Gathering(Bodies& bodies, const Models& models, double turn) : bodies_(bodies), models_(models), turn_(turn) {}
+  using Take = std::function<void(const Found&)>;
+  Gathering(Bodies& bodies, const Models& models, Take take)
+      : bodies_(bodies), models_(models), take_(std::move(take)) {}
 
   creo::ProError gather(const Model& solid, const ProTransform& place, double scale, const AppearanceRecord* look) {
     if (!inside_.insert(solid.handle).second) return creo::ProNoError;  // an assembly inside itself
@@ -36,24 +47,13 @@ class Gathering {
     inside_.erase(solid.handle);
     return result;
   }
-  ShownParts shown;
 
  private:
   creo::ProError takePart(const Model& part, const ProTransform& place, double scale, const AppearanceRecord* look) {
     const auto body = bodies_.body(part);
     if (body.error == creo::ProNotFound) return creo::ProNoError;
     if (!body) return body.error;
-    auto [known, isNew] = shown.meshes.try_emplace(body.value);
-    if (isNew) known->second = meshOf(*body.value, turn_);
-    ShadedPart& made = shown.parts.emplace_back(ShadedPart{.mesh = &known->second, .place = place, .scale = scale});
-    if (look && look->color.size() == 3) made.color = {look->color[0], look->color[1], look->color[2]};
-    if (look) made.transparency = look->transparency;
-    for (const SurfaceAppearanceRecord& entry : part.document->record.surfaceAppearances) {
-      const auto& color = entry.appearance.color;
-      const bool isOuter = entry.side == static_cast<int>(creo::ProSurfaceSide::outer);
-      if (isOuter && color.size() == 3)
-        made.faceColors.try_emplace(entry.surface, std::array{color[0], color[1], color[2]});
-    }
+    take_({part, {body.value, place, scale}, look});
     return creo::ProNoError;
   }
 
@@ -71,21 +71,50 @@ class Gathering {
 
   Bodies& bodies_;
   const Models& models_;
-  double turn_;
+  Take take_;
   std::set<creo::ProMdl> inside_;
 };
 
-}  // namespace
-
-Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid, double turn) {
-  Gathering all(bodies, models, turn);
+creo::ProError gather(Bodies& bodies, const Models& models, const Model& solid, Gathering::Take take) {
   try {
-    if (const creo::ProError result = all.gather(solid, {}, 1, nullptr)) return result;
+    return Gathering(bodies, models, std::move(take)).gather(solid, {}, 1, nullptr);
   } catch (const MeasureFault& fault) {
     models.message(solid.name + L'.' + creo::typeExtension(solid.type()) + L": " + fault.reason);
     return creo::ProGeneralError;
   }
-  return std::move(all.shown);
+}
+
+// A mesh is made once a body.
+void addShaded(ShownParts& shown, const Found& found) {
+  auto [known, isNew] = shown.meshes.try_emplace(found.body.body);
+  if (isNew) known->second = meshOf(*found.body.body);
+  ShadedPart& made = shown.parts.emplace_back(
+      ShadedPart{.mesh = &known->second, .place = found.body.place, .scale = found.body.scale});
+  const AppearanceRecord* look = found.look;
+  if (look && look->color.size() == 3) made.color = {look->color[0], look->color[1], look->color[2]};
+  if (look) made.transparency = look->transparency;
+  for (const SurfaceAppearanceRecord& entry : found.part.document->record.surfaceAppearances) {
+    const auto& color = entry.appearance.color;
+    const bool isOuter = entry.side == static_cast<int>(creo::ProSurfaceSide::outer);
+    if (isOuter && color.size() == 3)
+      made.faceColors.try_emplace(entry.surface, std::array{color[0], color[1], color[2]});
+  }
+}
+
+}  // namespace
+
+Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid) {
+  ShownParts shown;
+  const auto take = [&shown](const Found& found) { addShaded(shown, found); };
+  if (const creo::ProError result = gather(bodies, models, solid, take)) return result;
+  return shown;
+}
+
+Got<std::vector<geometry::PlacedBody>> placedBodies(Bodies& bodies, const Models& models, const Model& solid) {
+  std::vector<geometry::PlacedBody> placed;
+  const auto take = [&placed](const Found& found) { placed.push_back(found.body); };
+  if (const creo::ProError result = gather(bodies, models, solid, take)) return result;
+  return placed;
 }
 
 std::optional<ProTransform> orientationOf(const ViewRecord& view) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "headless/geometry/seen.h"
 #include "headless/model/bodies.h"
 #include "headless/pictures/shaded.h"
 
@@ -16,11 +17,11 @@ struct ShownParts {
   std::vector<ShadedPart> parts;
   std::map<geometry::BodyPtr, geometry::Mesh> meshes;
 };
-// How finely round faces are cut up, as the turn from piece to piece in radians: what shades, and what draws lines.
-constexpr double kShadedTurn = 0.35, kDrawnTurn = 0.12;
 // Without those that are suppressed or aren't in memory; no parts: the solid has no geometry. ProGeneralError with a
 // line of the message area: a body can't be built.
-creo::Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid, double turn);
+creo::Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid);
+// The same as bodies, of which nothing is cut up.
+creo::Got<std::vector<geometry::PlacedBody>> placedBodies(Bodies& bodies, const Models& models, const Model& solid);
 
 // Looking from the front, the right and above.
 constexpr creo::ProTransform kTrimetric{{0.8192, 0, -0.5736}, {-0.2424, 0.9063, -0.3462}, {0.5198, 0.4226, 0.7424}, {}};

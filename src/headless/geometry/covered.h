@@ -1,0 +1,15 @@
+// Inside this folder, for kelvane-import: bodies of which nothing is seen.
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+#include <vector>
+
+#include "headless/geometry/flat_projection.h"
+
+namespace headless::geometry {
+
+// Without the shapes that stand behind one flat face of another one as a whole, box and all: nothing of those can be
+// seen, whatever they are. Others that are covered by several faces together stay.
+std::vector<TopoDS_Shape> withoutCovered(const std::vector<TopoDS_Shape>& shapes, const Paper& paper);
+
+}  // namespace headless::geometry

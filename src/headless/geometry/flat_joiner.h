@@ -1,0 +1,66 @@
+// Inside this folder only: lines that lie upon one another become one.
+#pragma once
+
+#include <array>
+#include <map>
+#include <set>
+#include <vector>
+
+#include "headless/geometry/seen.h"
+
+namespace headless::geometry {
+
+// Pieces of one line or one ellipse that overlap or touch become one, each kind apart; then of each kind what a kind
+// before it covers goes. Axes are covered by nothing. Lengths are in mm on paper.
+class FlatJoiner {
+ public:
+  void take(SeenAs as, const FlatCurve& curve);
+  // Does an edge, or a hidden one, lie somewhere upon the line?
+  [[nodiscard]] bool hasEdgeUpon(const FlatLine& line) const;
+  // The largest circle about the place of which an edge, or a hidden one, shows half or more; 0 for none.
+  [[nodiscard]] double radiusAbout(const FlatPoint& centre) const;
+  [[nodiscard]] FlatBox box() const { return box_; }
+  // What is visible comes last.
+  [[nodiscard]] std::vector<SeenCurve> result() const;
+
+ private:
+  struct Interval {
+    double from = 0, to = 0;
+    auto operator<=>(const Interval&) const = default;
+  };
+  using Intervals = std::vector<Interval>;
+  using Kinds = std::array<Intervals, kSeenKinds>;
+  struct LineGroup {
+    FlatPoint along;    // of length 1
+    double across = 0;  // how far it passes the origin
+    Kinds pieces;       // along it, from the origin's foot
+  };
+  struct ArcGroup {
+    FlatArc whole;
+    Kinds pieces;
+  };
+  struct KnownPath {
+    SeenAs as = SeenAs::edge;
+    FlatPath path;
+  };
+  using LineKey = std::array<long long, 2>;
+  using ArcKey = std::array<long long, 5>;
+  using PathKey = std::array<long long, 6>;
+
+  static LineGroup groupOf(const FlatLine& line);
+  static LineKey keyOf(const LineGroup& group);
+  static Interval intervalOn(const LineGroup& group, const FlatLine& line);
+  static Intervals united(Intervals pieces, double gap);
+  static Intervals without(const Intervals& pieces, const Intervals& covered);
+  static Kinds ranked(const Kinds& pieces, double gap, double least);
+  void takeArc(SeenAs as, const FlatArc& arc);
+  void takePath(SeenAs as, const FlatPath& path);
+  static void addArcs(const ArcGroup& group, std::array<std::vector<FlatCurve>, kSeenKinds>& into);
+
+  std::map<LineKey, LineGroup> lines_;
+  std::map<ArcKey, ArcGroup> arcs_;
+  std::map<PathKey, KnownPath> paths_;
+  FlatBox box_;
+};
+
+}  // namespace headless::geometry

@@ -1,0 +1,17 @@
+// Inside this folder, for kelvane-import: the axes of round faces.
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+#include <vector>
+
+#include "headless/geometry/flat_joiner.h"
+#include "headless/geometry/flat_projection.h"
+
+namespace headless::geometry {
+
+// Marks the axes of what was drawn: a cross over circles that an axis leads away from, a line along round faces that
+// are seen from the side. Faces of less than half a turn, as those of roundings, have none, nor has what is too small
+// on paper to be marked.
+void addAxes(FlatJoiner& lines, const std::vector<TopoDS_Shape>& shapes, const Paper& paper);
+
+}  // namespace headless::geometry

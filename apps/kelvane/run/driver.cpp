@@ -148,6 +148,7 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
       const bool before = isChecked(row + "_lock");
       const bool works = wanted && (options.again || !before);
       if (wanted && !works) ++choice.skipped;
+      if (wanted && !works) choice.workedBefore.push_back(row);
       if (works) ++taken;
       if (works) choice.rows.push_back(row);
       session_.ui().setCheck(kTool, row + "_cb", works);

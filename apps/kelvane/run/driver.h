@@ -37,7 +37,8 @@ class RunDriver {
   struct Choice {
     std::vector<std::string> rows;  // those that will be worked, in the run's order: parts, assemblies, drawings
     int skipped = 0;                // wanted, but the list worked them before
-    std::string unmatched;          // what to say of a pattern that no row matches; empty: one does
+    std::vector<std::string> workedBefore;  // those
+    std::string unmatched;                  // what to say of a pattern that no row matches; empty: one does
   };
   // Sets the rows' check marks as the options say.
   Choice choose(const RunOptions& options);

@@ -70,5 +70,6 @@ std::unique_ptr<Verb> makeSchema();
 std::unique_ptr<Verb> makeInit();
 std::unique_ptr<Verb> makeUndo();
 std::unique_ptr<Verb> makeRuns();
+std::unique_ptr<Verb> makePurge();
 
 }  // namespace kelvane

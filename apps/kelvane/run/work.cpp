@@ -139,7 +139,7 @@ class RunWork {
     watch.tellFilling();
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
-    for (const std::string& row : choice.workedBefore) journal_.left(row, "this list has worked it before");
+    for (const auto& [model, reason] : choice.left) journal_.left(model, reason);
     recap_.models += choice.skipped;
     if (!choice.unmatched.empty()) console_.trouble("warning: " + choice.unmatched);
     if (choice.skipped > 0) {

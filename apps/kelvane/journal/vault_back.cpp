@@ -70,6 +70,8 @@ class Looker {
     const bool wasHere = step.before.checkOut && isOf(*step.before.checkOut, who_);
     if (!wasHere && present.checkOut) addPiece(step.did, "its check-out given back");
     if (wasHere && (!present.checkOut || !step.did.empty())) addPiece(step.did, "checked out again");
+    if (headless::memberOf(step.before, who_) && !headless::memberOf(present, who_))
+      addPiece(step.did, "in the workspace again");
   }
 
   // A further iteration has the old content, and who had it checked out is as before.
@@ -90,17 +92,19 @@ headless::VaultAnswer carryOut(headless::Vault& vault, const VaultStep& step, co
   headless::ObjectRecord present;
   headless::VaultAnswer answer = vault.object(step.object, present);
   const std::size_t had = step.before.iterations.size();
+  const headless::MemberRecord* member = headless::memberOf(step.before, who);
   if (answer && present.iterations.size() > had) {
     std::string bytes;
     answer = vault.content(step.object, static_cast<int>(had), bytes);
     const headless::IterationRecord& newest = present.iterations.back();
-    const headless::MemberRecord* member = headless::memberOf(step.before, who);
     if (answer)
       answer = vault.checkIn(step.object, who, {newest.revision, present.location, newest.iteration + 1}, bytes,
                              member ? member->version : 0);
     if (answer && !member) answer = vault.leave(step.object, who);
     if (answer) present.checkOut.reset();
   }
+  if (answer && member && present.iterations.size() == had && !headless::memberOf(present, who))
+    answer = vault.enter(step.object, who, member->version);
   const bool wasHere = step.before.checkOut && isOf(*step.before.checkOut, who);
   if (answer && wasHere && !present.checkOut) answer = vault.checkOut(step.object, who, step.before.checkOut->names);
   if (answer && !wasHere && present.checkOut) answer = vault.release(step.object);

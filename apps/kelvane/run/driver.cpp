@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "core/log.h"
+#include "core/log_silence.h"
 #include "core/state.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"

@@ -30,6 +30,7 @@ class Run : public Verb {
         {"-n,--dry-run", "", "writes nothing and prints what would change", &o.dryRun},
         durableRow(o),
         {"--collect", "OUTDIR", "copies every file that the run wrote there", &o.collect},
+        {"--reason", "TEXT", "why this run is made; it stands in the journal", &o.reason},
         // surroundings
         {"--vault", "VAULT", "a PDM folder whose workspace the folder of models is; the first one is active",
          &o.vaults},
@@ -47,7 +48,10 @@ class Run : public Verb {
     for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());
     return rows;
   }
-  int run(Console& console) override { return runList(options_, console); }
+  int run(Console& console) override {
+    options_.given = givenOptions(options());
+    return runList(options_, console);
+  }
 
  private:
   RunOptions options_;

@@ -25,6 +25,10 @@ const VerbRow kVerbs[] = {
     {"show", "one model, readable", "kelvane show workspace SHAFT.PRT", &makeShow},
     {"new", "makes a model", "kelvane new workspace PLATE.PRT --param MASS:Double=2.5 --box 80,40,5", &makeNew},
     {"diff", "what two folders of models differ in", "kelvane diff before after --stat", &makeDiff},
+    {"runs", "the runs of a folder, and what each wrote", "kelvane runs workspace", &makeRuns},
+    {"undo", "takes back what a run wrote", "kelvane undo workspace --dry-run", &makeUndo},
+    {"purge", "drops old versions of documents and journals of old runs", "kelvane purge workspace --keep 3",
+     &makePurge},
     {"watch", "shows the triggers that fire while models are opened and saved",
      "echo save | kelvane watch models SHAFT.PRT --package standards.kvz --set \"kvd_start_kvz_before_save=standards "
      "clean\"",

@@ -1,13 +1,18 @@
-// kelvane why: why a model is or isn't worked by a list, from the table to each action.
-#include "core/state.h"
+// kelvane why: why a model is or isn't worked by a list, from the table to each action; or was or wasn't by a run.
+#include <algorithm>
+#include <filesystem>
+
 #include "documents/action_list.h"
 #include "kelvane/base/columns.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/verb.h"
+#include "kelvane/base/words.h"
+#include "kelvane/journal/book.h"
 #include "kelvane/run/config.h"
 #include "kelvane/run/driver.h"
 #include "kelvane/run/filter_explanation.h"
 #include "kelvane/run/place.h"
+#include "kelvane/run/table_verdict.h"
 #include "kelvane/run/task_verdict.h"
 #include "run/choosers.h"
 #include "run/model_table.h"
@@ -16,42 +21,38 @@
 namespace kelvane {
 namespace {
 
-struct TableVerdict {
-  bool worked = false;
-  std::string reason;
-};
+// A model's turn as its record tells it: "worked: changed, 2 errors; wrote gear.prt.2".
+std::string turnOf(const Record& turn) {
+  std::string line = "worked: " + memberText(turn, "outcome");
+  if (const int errors = turn.value("errors", 0); errors > 0)
+    addPiece(line, counted(static_cast<std::size_t>(errors), "error"));
+  addPiece(line, turn.contains("wrote") ? "wrote " + memberText(turn, "wrote") : std::string(), "; ");
+  return line;
+}
 
-TableVerdict judgedByTable(creo::ProMdl model) {
-  using enum run::RowVerdict;
-  switch (run::judgeModel(model)) {
-    case typeIsOff:
-      return {false, "no row: the button of its type is off"};
-    case filterUnreadable:
-      return {false, "no row: the filter file can't be read"};
-    case filterRefuses:
-      return {false, "no row: the filter file refuses it"};
-    case listFilterRefuses:
-      return {false, "no row: the list's filter refuses it"};
-    case instancesAreOff:
-      return {false, "no row: it is an instance, and the button of instances is off"};
-    case alreadyReworked:
-      return {false, "a row, not selected: its history says that this list has worked it"};
-    case selected:
-      break;
+// Why a model was or wasn't worked, in the words of the run's own journal; and whether it was.
+TableVerdict toldBy(const RunJournal& journal, const std::string& model) {
+  TableVerdict verdict{false, "it had no row: no start of the run leads to it"};
+  for (const Record& record : journal.told) {
+    const std::string kind = memberText(record, "record");
+    const auto rows = record.value("rows", std::vector<std::string>());
+    if (kind == "rows" && std::find(rows.begin(), rows.end(), model) != rows.end())
+      verdict.reason = journal.end.is_null() ? "its turn didn't come, or was taken back: the run broke off"
+                                             : "its turn didn't come before the run ended";
+    if (memberText(record, "model") != model) continue;
+    if (kind == "left") verdict.reason = memberText(record, "reason");
+    if (kind == "model") verdict = {memberText(record, "outcome") != "skipped", turnOf(record)};
   }
-  const auto& state = core::pluginState();
-  if (state.checkModifiable && !creo::ProMdlIsModifiable(model, false).value) {
-    return {false, "a row, selected, but passed over: the model can't be modified"};
-  }
-  return {true, "a row, selected"};
+  return verdict;
 }
 
 class Why : public Verb {
  public:
   std::vector<OptionRow> options() override {
-    return {{"package", "PACKAGE", "a .kvz, or a folder of that layout", &options_.package},
+    return {{"package", "PACKAGE", "a .kvz, or a folder of that layout; or a run's journal, and then just NAME.EXT",
+             &options_.package},
             {"list", "LIST", "an action list of it, with or without .xml", &options_.list},
-            {"folder", "DIR", "folder of models", &options_.folder},
+            {"folder", "DIR", "folder of models", &folder_},
             {"model", "NAME.EXT", "the model", &model_},
             {"--filter", "FILE", "as with run: a filter file of the package", &options_.filter},
             {"--config", "DIR", "a folder with kvd_main.cfg", &options_.config},
@@ -59,14 +60,17 @@ class Why : public Verb {
   }
 
   int run(Console& console) override {
+    if (!folder_) return tellFromJournal(options_.package, options_.list, console);
+    if (!model_) throw Fault("why: NAME.EXT is required ('kelvane why -h' tells more)");
+    options_.folder = *folder_;
     options_.dryRun = true;
-    const ModelFileName wanted = modelFileName(model_);
+    const ModelFileName wanted = modelFileName(*model_);
     const RunPlace place = prepareRun(options_);
     tellConfigFaults(options_, console);
     headless::SessionOptions sessionOptions = lookingAt(place.models);
     sessionOptions.textFolder = L"i:\\text\\";
     headless::Session session(sessionOptions);
-    const creo::ProMdl model = retrieved(session, model_);
+    const creo::ProMdl model = retrieved(session, *model_);
     RunDriver driver(session, place);
     driver.openTool();
     driver.open({wanted});
@@ -82,6 +86,23 @@ class Why : public Verb {
   }
 
  private:
+  // path: DIR/kelvane.journal/0003.
+  static int tellFromJournal(const std::string& path, const std::string& model, Console& console) {
+    const std::filesystem::path run = std::filesystem::absolute(path).lexically_normal();
+    const std::filesystem::path folder = run.filename().empty() ? run.parent_path() : run;
+    if (folder.parent_path().filename() != "kelvane.journal")
+      throw Fault("why: DIR is required, unless " + path + " is a run's journal (DIR/kelvane.journal/0003)");
+    const ModelFileName wanted = modelFileName(model);
+    const Book book(mountModels(folder.parent_path().parent_path().string()));
+    const RunJournal journal = book.read(book.runNamed(folder.filename().string()));
+    const std::string name = label(wanted.name, wanted.type);
+    console.result(console.inked(Ink::bold, name) + "  run " + journal.run + ": " + memberText(journal.begin, "list") +
+                   " of " + memberText(journal.begin, "package") + ", " + memberText(journal.begin, "at"));
+    const TableVerdict verdict = toldBy(journal, name);
+    show(console, "run " + journal.run, verdict.worked, verdict.reason);
+    return verdict.worked ? kFine : kErrors;
+  }
+
   static void show(Console& console, const std::string& what, bool yes, const std::string& reason) {
     console.result(console.inked(yes ? Ink::green : Ink::red, yes ? "yes  " : "no   ") + what +
                    (reason.empty() ? "" : ": " + reason));
@@ -102,7 +123,7 @@ class Why : public Verb {
   }
 
   RunOptions options_;
-  std::string model_;
+  std::optional<std::string> folder_, model_;
 };
 
 }  // namespace

@@ -23,6 +23,10 @@ struct OptionRow {
   OptionTarget target;
 };
 
+// The options that have a value, as a person would write them: "--save=all", "-n,--dry-run" as "--dry-run". Arguments
+// aside.
+std::vector<std::string> givenOptions(const std::vector<OptionRow>& rows);
+
 class Verb {
  public:
   Verb() = default;
@@ -64,5 +68,8 @@ std::unique_ptr<Verb> makePredicates();
 std::unique_ptr<Verb> makeHelp();
 std::unique_ptr<Verb> makeSchema();
 std::unique_ptr<Verb> makeInit();
+std::unique_ptr<Verb> makeUndo();
+std::unique_ptr<Verb> makeRuns();
+std::unique_ptr<Verb> makePurge();
 
 }  // namespace kelvane

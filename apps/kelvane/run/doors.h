@@ -1,6 +1,8 @@
 // What of a run may leave the process: programs that its list starts, and addresses on the web that it asks.
 #pragma once
 
+#include <functional>
+
 #include "kelvane/run/options.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
@@ -11,31 +13,57 @@ namespace kelvane {
 // A run at a desk opens its report behind it; here that would be one window for each of many runs.
 class SilentOpener : public os::Processes {
  public:
-  explicit SilentOpener(std::shared_ptr<os::Processes> under) : under_(std::move(under)) {}
+  // tell: hears of each program before it starts; may be empty.
+  SilentOpener(std::shared_ptr<os::Processes> under, std::function<void(const std::string&)> tell)
+      : under_(std::move(under)), tell_(std::move(tell)) {}
 
  private:
   std::error_code doOpen(std::wstring_view /*path*/) override { return {}; }
   os::Result<int> doRun(std::wstring_view command, std::wstring_view folder) override {
+    if (tell_) tell_("ran " + text::toUtf8(command));
     return under_->run(command, folder);
   }
   std::error_code doStart(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) override {
+    if (tell_) tell_("started " + text::toUtf8(program) + " " + text::toUtf8(arguments));
     return under_->start(program, arguments, folder);
   }
 
   std::shared_ptr<os::Processes> under_;
+  std::function<void(const std::string&)> tell_;
+};
+
+// Tells of each request before it goes out, without what it carries.
+class ToldWeb : public os::Web {
+ public:
+  ToldWeb(os::Web& under, std::function<void(const std::string&)> tell) : under_(under), tell_(std::move(tell)) {}
+  text::Result<std::string> send(const os::WebRequest& request) override {
+    const std::string address = os::withoutCredentials(request.url.substr(0, request.url.find('?')));
+    tell_((request.body ? "sent POST " : "sent GET ") + address);
+    return under_.send(request);
+  }
+
+ private:
+  os::Web& under_;
+  std::function<void(const std::string&)> tell_;
 };
 
 // The doors as the options say, until the run is over. A dry run asks nothing and starts nothing; what is refused
 // anyway is refused there too.
 class RunDoors {
  public:
-  explicit RunDoors(const RunOptions& options) : processes_(os::surroundings().processes) {
+  // tell: hears of each program and request that goes out; may be empty.
+  explicit RunDoors(const RunOptions& options, const std::function<void(const std::string&)>& tell = {})
+      : processes_(os::surroundings().processes) {
     const os::Door open = options.dryRun ? os::Door::withheld : os::Door::open;
     os::doors() = {options.noPrograms ? os::Door::closed : open, {}};
     if (options.noWeb) web_ = std::make_shared<os::WithheldWeb>(L"this run asks nothing of the web");
     if (!web_ && options.dryRun) web_ = requests_ = std::make_shared<os::WithheldWeb>(L"");
-    if (web_) webGuard_.emplace(web_);
-    os::surroundings().processes = std::make_shared<SilentOpener>(processes_);
+    if (web_) {
+      webGuard_.emplace(web_);
+    } else if (tell) {
+      webGuard_.emplace(std::make_shared<ToldWeb>(os::web(), tell));
+    }
+    os::surroundings().processes = std::make_shared<SilentOpener>(processes_, tell);
   }
   ~RunDoors() { os::surroundings().processes = processes_; }
   RunDoors(const RunDoors&) = delete;

@@ -1,16 +1,20 @@
 #include "kelvane/run/driver.h"
 
 #include <map>
+#include <set>
 
+#include "core/log_silence.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUI.h"
 #include "creo/ProUITable.h"
+#include "headless/model/models.h"
 #include "headless/proui/ui.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/run/memory.h"
+#include "kelvane/run/table_verdict.h"
 #include "language/compare.h"
 #include "run/check_out.h"
 #include "run/choosers.h"
@@ -153,11 +157,16 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
       const bool before = isChecked(row + "_lock");
       const bool works = wanted && (options.again || !before);
       if (wanted && !works) ++choice.skipped;
+      if (!works)
+        choice.left.emplace_back(row, wanted ? "this list has worked it before"
+                                      : fits ? "--limit leaves it out"
+                                             : "--select leaves it out");
       if (works) ++taken;
       if (works) choice.rows.push_back(row);
       session_.ui().setCheck(kTool, row + "_cb", works);
     }
   }
+  if (options.keepsJournal()) addWithoutRow(all, choice);
   if (!anyFits && !all.empty())
     choice.unmatched = "--select: no model matches '" + options.select + "'" + nearestRow(options.select, all);
   return choice;
@@ -173,6 +182,18 @@ void RunDriver::bringForward(const std::string& row) {
   if (!model) return;
   run::countTableFor(model.value);
   session_.settle();
+}
+
+// Models that the starts lead to and that the table refused.
+void RunDriver::addWithoutRow(const std::vector<std::string>& rows, Choice& choice) const {
+  const std::set<std::string> known(rows.begin(), rows.end());
+  const core::LogSilence silence;  // what filters have to say was said when the table was filled
+  for (const headless::ModelInMemory& inMemory : session_.models().list()) {
+    const std::string name = label(inMemory.name, inMemory.type);
+    if (known.contains(name)) continue;
+    const TableVerdict verdict = judgedByTable(inMemory.handle);
+    choice.left.emplace_back(name, verdict.worked ? "no row: the table was filled without it" : verdict.reason);
+  }
 }
 
 std::vector<RunDriver::Refused> RunDriver::checkOut() {

@@ -37,7 +37,8 @@ class RunDriver {
   struct Choice {
     std::vector<std::string> rows;  // those that will be worked, in the run's order: parts, assemblies, drawings
     int skipped = 0;                // wanted, but the list worked them before
-    std::string unmatched;          // what to say of a pattern that no row matches; empty: one does
+    std::vector<std::pair<std::string, std::string>> left;  // those that won't be worked, and why
+    std::string unmatched;  // what to say of a pattern that no row matches; empty: one does
   };
   // Sets the rows' check marks as the options say.
   Choice choose(const RunOptions& options);
@@ -58,6 +59,7 @@ class RunDriver {
 
  private:
   void choosePackage();
+  void addWithoutRow(const std::vector<std::string>& rows, Choice& choice) const;
   [[nodiscard]] Unopened unopened(const ModelFileName& model, std::size_t messages) const;
   void require(creo::ProError error, const std::string& what) const;
   bool isChecked(const std::string& button) const;

@@ -40,7 +40,13 @@ struct RunOptions {
   int maxErrors = 20;               // lines shown; 0: all
   std::vector<std::string> accept;  // "sat,dwg": exports whose failures count as warnings
 
+  // For the journal.
+  std::string reason;
+  std::vector<std::string> given;  // the options as they were given: "--save=all"
+
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
+  // What looks, or promises to leave the models' folder alone, leaves nothing that could be taken back.
+  [[nodiscard]] bool keepsJournal() const { return writesModels(); }
 };
 
 }  // namespace kelvane

@@ -6,6 +6,7 @@
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/hash.h"
 #include "kelvane/base/places.h"
 #include "kelvane/log/accepted_exports.h"
 #include "kelvane/package/place.h"
@@ -28,6 +29,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kLockName = ".kelvane.lock";
 constexpr const char* kLogName = "kelvane.log";
+constexpr const char* kJournalName = "kelvane.journal";
 
 std::unique_ptr<os::FileLock> locked(const std::wstring& file, const std::string& folder) {
   auto lock = os::lockFile(file);
@@ -50,7 +52,7 @@ void copyModels(const std::string& from, const std::string& to) {
   for (const auto& entry : fs::directory_iterator(from)) {
     const std::string name = entry.path().filename().string();
     const bool isOld = headless::documentFile(text::fromUtf8(name)) && !current.contains(name);
-    if (isOld || name == kLockName || name == kLogName) continue;
+    if (isOld || name == kLockName || name == kLogName || name == kJournalName) continue;
     fs::copy(entry.path(), part / name, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }
   fs::remove(to, error);
@@ -100,6 +102,16 @@ void makeFolders(const std::string& work) {
   }
 }
 
+FolderLocks lockFolder(const std::wstring& mounted, const std::string& models, const std::string& work, bool writes) {
+  FolderLocks locks;
+  if (writes) {
+    locks.push_back(locked(mounted + text::fromUtf8(kLockName), models));
+    os::removeLeftTemporaries(mounted);
+  }
+  locks.push_back(locked(systemPath(work + "/run.lock"), models));
+  return locks;
+}
+
 // The script that turns workbooks into CSV files: the site's, else the installation's for this system. A run without
 // one says so where a workbook is read.
 void placeScript(const RunOptions& options, const std::string& work) {
@@ -122,11 +134,7 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   place.models = mountModels(models);
   const std::string work = workFolder(models);
   makeFolders(work);
-  if (options.writesModels()) {
-    place.locks.push_back(locked(place.models + text::fromUtf8(kLockName), models));
-    os::removeLeftTemporaries(place.models);
-  }
-  place.locks.push_back(locked(systemPath(work + "/run.lock"), models));
+  place.locks = lockFolder(place.models, models, work, options.writesModels());
   noteUse(work, models);
   tidyBeside(work);
 
@@ -158,6 +166,16 @@ void requireOrder(const RunOptions& options, const std::vector<std::string>& lis
 
 }  // namespace
 
+JournalPlace prepareJournal(const std::string& models) {
+  JournalPlace place;
+  place.models = mountModels(models);
+  const std::string work = workFolder(models);
+  makeFolders(work);
+  os::mounts().set(L't', work + "/temp");
+  place.locks = lockFolder(place.models, models, work, true);
+  return place;
+}
+
 RunPlace prepareRun(const RunOptions& options) {
   RunPlace place;
   requireOrder(options);
@@ -166,6 +184,7 @@ RunPlace prepareRun(const RunOptions& options) {
   requireOrder(options, actionLists(*package));
   place.list = chosenName(options.list, actionLists(*package), "list");
   requireReadable(*package, "actionlists/" + place.list);
+  place.listSum = hexHash(package->read("actionlists/" + place.list));
   place.hasEnds = hasHeadOrFoot(*package, "actionlists/" + place.list);
   if (!options.filter.empty()) {
     place.filter = chosenName(options.filter, filters(*package), "filter");

@@ -14,17 +14,26 @@
 
 namespace kelvane {
 
+using FolderLocks = std::vector<std::unique_ptr<os::FileLock>>;
+
 // Letters of a run: d: models, p: packages, t: temp folder, i: what is installed.
 struct RunPlace {
   std::wstring models;   // "d:\"
   std::string package;   // "standards.kvz"
   std::string list;      // "clean.xml"
+  std::string listSum;   // checksum of its bytes
   bool hasEnds = false;  // the list has actions in Head or Foot
   std::string filter;    // empty: none
   std::vector<std::pair<std::wstring, std::wstring>> creoOptions;
   std::vector<headless::VaultConnection> vaults;
   std::vector<Answer> answers;  // to the list's questions
-  std::vector<std::unique_ptr<os::FileLock>> locks;
+  FolderLocks locks;
+};
+
+// What works on a folder's journals stands on: the folder, locked as a run locks it, and the run's temp folder.
+struct JournalPlace {
+  std::wstring models;  // "d:\"
+  FolderLocks locks;
 };
 
 // Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or
@@ -33,6 +42,9 @@ RunPlace prepareRun(const RunOptions& options);
 // The same without a list, and without a package where the options name none: triggers then take theirs from the
 // package folder of the configuration.
 RunPlace prepareWatch(const RunOptions& options);
+
+// A Fault when there is no such folder or a run works on it.
+JournalPlace prepareJournal(const std::string& models);
 
 // The session of such a place.
 headless::SessionOptions sessionOptions(const RunOptions& options, const RunPlace& place);

@@ -245,7 +245,10 @@ void RunWatch::finishModel(const std::string& row) {
   tellRefusedExpressions();
   compareSaved();
   const std::string outcome = outcomeOf(worked);
-  if (events_.on()) events_.tell("model", {{"model", row}, {"outcome", outcome}, {"errors", worked.errors}});
+  ordered_json told = {{"model", row}, {"outcome", outcome}, {"errors", worked.errors}};
+  if (events_.on()) events_.tell("model", told);
+  if (worked.document && worked.document->isSaved()) told["wrote"] = readable(worked.document->path);
+  if (finished_) finished_(told);
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
   tellUnsafe();

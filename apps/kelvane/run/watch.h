@@ -3,6 +3,8 @@
 #pragma once
 
 #include <deque>
+#include <functional>
+#include <nlohmann/json_fwd.hpp>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -48,6 +50,8 @@ class RunWatch : public headless::SessionObserver {
   void tellRefusedExpressions();
   // Failures of these exports count as warnings.
   void accept(AcceptedExports accepted) { log_.accept(std::move(accepted)); }
+  // Hears of each model whose turn is over: "model", "outcome", "errors", "wrote".
+  void tellOutcomes(std::function<void(const nlohmann::ordered_json&)> finished) { finished_ = std::move(finished); }
   // The rows that are about to be worked, in the run's order.
   void begin(std::vector<std::string> rows);
   // An error line for each file that the disk didn't take; the model of a document counts as failed, whatever was told
@@ -142,7 +146,8 @@ class RunWatch : public headless::SessionObserver {
   std::set<std::string> damaged_;                // models that couldn't be read before the first one is worked
   std::set<std::string> erasedChanged_;          // models that left the memory with changes
   std::set<std::string> reportsBegunAnew_;
-  int notUnpacked_ = 0;  // members of the package
+  std::function<void(const nlohmann::ordered_json&)> finished_;  // may be empty
+  int notUnpacked_ = 0;                                          // members of the package
   bool running_ = false;
 };
 

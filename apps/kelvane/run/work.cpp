@@ -15,6 +15,7 @@
 #include "kelvane/run/files.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/recorded_files.h"
+#include "kelvane/run/run_journal.h"
 #include "kelvane/run/watch.h"
 #include "kelvane/show/model_graph.h"
 #include "os/paths.h"
@@ -25,15 +26,15 @@
 namespace kelvane {
 namespace {
 
-// The files of a run: noted, and in a dry run withheld.
+// The files of a run: noted, told to its journal, and in a dry run withheld.
 struct RunFiles {
   std::shared_ptr<os::Files> disk = os::surroundings().files;
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
 
-  explicit RunFiles(bool dryRun) {
+  RunFiles(bool dryRun, RunJournalKeeper& journal) {
     if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
-    recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
+    recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : journal.before(disk));
     os::surroundings().files = recorded;
   }
   ~RunFiles() { os::surroundings().files = disk; }
@@ -69,8 +70,11 @@ class RunWork {
         console_(console),
         durable_(durability(options)),
         place_(prepareRun(options)),
-        files_(options.dryRun),
-        doors_(options),
+        journal_(options, place_, console),
+        files_(options.dryRun, journal_),
+        doors_(options,
+               options.keepsJournal() ? Tell([this](const std::string& what) { journal_.sent(what); }) : Tell()),
+        headFoot_(options.headFoot || journal_.owesFoot()),
         keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
     files_.recorded->tellAppends([](std::wstring_view path) {
@@ -81,6 +85,15 @@ class RunWork {
   }
 
   int run() {
+    const int code = work();
+    journal_.end(recap_, code);
+    return code;
+  }
+
+ private:
+  using Tell = std::function<void(const std::string&)>;
+
+  int work() {
     const ModelGraph graph(documentsOf(place_));
     std::vector<ModelFileName> starts;
     for (const std::string& start : options_.starts) starts.push_back(graph.start(start));
@@ -95,9 +108,13 @@ class RunWork {
     }
     const Answerer answerer(session, place_.answers, console_);
     RunWatch watch(session, options_, console_, events_, durable_);
-    for (const auto& damaged : trouble.damaged) watch.tellDamaged(damaged.model, damaged.fault);
+    watch.tellOutcomes([this](const Record& outcome) { journal_.model(outcome); });
+    for (const auto& damaged : trouble.damaged) {
+      watch.tellDamaged(damaged.model, damaged.fault);
+      journal_.left(damaged.model, damaged.fault);
+    }
     for (const std::string& line : trouble.missing) console_.trouble("warning: " + line);
-    if (starts.empty() && !options_.headFoot) {
+    if (starts.empty() && !headFoot_) {
       tellNoModel();
       watch.countDamaged(recap_);
       return finish(0);
@@ -108,7 +125,6 @@ class RunWork {
     return code == kFine && answerer.troubled() ? kErrors : code;
   }
 
- private:
   int drive(headless::Session& session, RunWatch& watch, const std::vector<ModelFileName>& starts) {
     RunDriver driver(session, place_);
     driver.openTool();
@@ -116,12 +132,16 @@ class RunWork {
     watch.accept(AcceptedExports(options_.accept));  // the log's language is known now
     if (const std::string missing = driver.missingFilter(); !missing.empty())
       console_.trouble("warning: the package has no filter '" + missing + "' (kvd_ext_filter_file); none judges");
-    for (const auto& [model, reason] : driver.fill(starts))
-      watch.tellDamaged(model, reason.empty() ? model + " can't be opened" : reason);
+    for (const auto& [model, reason] : driver.fill(starts)) {
+      const std::string line = reason.empty() ? model + " can't be opened" : reason;
+      watch.tellDamaged(model, line);
+      journal_.left(model, line);
+    }
     RunDriver::Choice choice = driver.choose(options_);
     watch.tellFilling();
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;
+    for (const auto& [model, reason] : choice.left) journal_.left(model, reason);
     recap_.models += choice.skipped;
     if (!choice.unmatched.empty()) console_.trouble("warning: " + choice.unmatched);
     if (choice.skipped > 0) {
@@ -131,13 +151,15 @@ class RunWork {
     if (Interrupt::code() != 0) return finish(Interrupt::code());
     if (options_.checkOut && !choice.rows.empty()) checkOut(session, driver, choice);
     if (choice.rows.empty()) tellNoModel();
-    if (choice.rows.empty() && !options_.headFoot) {
+    if (choice.rows.empty() && !headFoot_) {
       takeCounts(watch);
+      journal_.starts({}, logTarget(options_, place_.models));
       if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
     if (choice.rows.size() == 1) driver.bringForward(choice.rows.front());
     files_.recorded->forgetAll();
+    journal_.starts(choice.rows, logTarget(options_, place_.models));
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);
@@ -156,6 +178,7 @@ class RunWork {
       if (core::pluginState().cancelIfNotCheckedOut == 1) continue;
       leaveOut(session, {refused.row});
       std::erase(choice.rows, refused.row);
+      journal_.left(refused.row, "it can't be checked out: " + refused.reason);
       ++(refused.failed ? recap_.failed : recap_.skipped);
       ++recap_.models;
       if (events_.on())
@@ -166,7 +189,7 @@ class RunWork {
   }
 
   void tellNoModel() {
-    const bool leavesOut = place_.hasEnds && !options_.headFoot;
+    const bool leavesOut = place_.hasEnds && !headFoot_;
     console_.note(std::string("no model is left to work") +
                   (leavesOut ? "; Head and Foot weren't run (--head-foot runs them)" : ""));
   }
@@ -263,8 +286,10 @@ class RunWork {
   Console& console_;
   os::Durable durable_;
   RunPlace place_;
+  RunJournalKeeper journal_;
   RunFiles files_;
   RunDoors doors_;
+  bool headFoot_;  // Head and Foot run without a model, too
   LogKeeper keeper_;
   Events events_;
   Recap recap_;

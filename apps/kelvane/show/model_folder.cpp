@@ -46,7 +46,10 @@ FoundVersion foundVersion(const headless::SavedDocument& saved) {
 }
 
 std::wstring versionBefore(const std::wstring& stem, int version) {
-  return version > 1 ? stem + L"." + std::to_wstring(version - 1) : stem;
+  // Nearly always it is the number before; numbers that were taken back leave a gap.
+  for (int number = version - 1; number > 0; --number)
+    if (std::wstring path = stem + L"." + std::to_wstring(number); os::files().exists(path)) return path;
+  return stem;
 }
 
 headless::SessionOptions lookingAt(const std::wstring& folder) {

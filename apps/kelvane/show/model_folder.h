@@ -33,7 +33,8 @@ struct FoundVersion {
   int next = 0;
 };
 FoundVersion foundVersion(const headless::SavedDocument& saved);
-// The path of the version before: "d:\shaft.prt.3" for version 4, "d:\shaft.prt" for version 1.
+// The path of the version before, the highest on disk below that number: "d:\shaft.prt.3" for version 4, "d:\shaft.prt"
+// for version 1.
 std::wstring versionBefore(const std::wstring& stem, int version);
 
 // A session without the plug-in on a folder.

@@ -3,6 +3,7 @@
 #include "headless/creo/operation.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
+#include "headless/store/given_numbers.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/numbers.h"
@@ -32,7 +33,7 @@ Got<std::wstring> ProMdlnameBackup(ProMdl model, const std::wstring& folder) {
     if (!os::files().isFolder(target)) return ProNotFound;
     headless::Folder& there = state.models.folders().store().folder(target);
     const headless::DocumentFile* newest = there.find(m.document->name, m.type());
-    int version = newest ? newest->version + 1 : 1;
+    int version = headless::GivenNumbers::next(target, m.document->name, m.type(), newest ? newest->version : 0);
     const auto text = state.models.documentText(m.handle);
     if (!text) return text.error;
     // Someone else may have taken a name meanwhile; a dry run has taken names that the folder doesn't show.

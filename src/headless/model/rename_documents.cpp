@@ -7,6 +7,7 @@
 #include "headless/model/one_version.h"
 #include "headless/model/rename.h"
 #include "headless/store/faults.h"
+#include "headless/store/given_numbers.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -155,7 +156,7 @@ struct FolderRename {
     document.fileStem = stemOf(file);
     if (host.read) host.read(document);
     if (std::wstring lock = lockOf(document, file); !lock.empty()) return refuse(std::move(lock));
-    const int next = file.version + 1;
+    const int next = GivenNumbers::next(folder.path(), file.name, file.type, file.version);
     followers.push_back(
         {{file.name, file.type, next, documentFileName(document, next)}, writeDocument(document.record)});
     return creo::ProNoError;

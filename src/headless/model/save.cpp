@@ -8,6 +8,7 @@
 #include "headless/model/models.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
+#include "headless/store/given_numbers.h"
 #include "os/surroundings.h"
 #include "text/format.h"
 
@@ -72,7 +73,8 @@ ProError writeNext(Models& models, ModelDocument& document, std::string_view byt
   const bool isNew = document.saveFolder().empty();
   if (isNew) document.folder = models.folders().working();
   Folder& folder = models.folders().target(document);
-  int newest = newestVersion(models, document), version = newest + 1;
+  int newest = newestVersion(models, document);
+  int version = GivenNumbers::next(folder.path(), document.name, document.type, newest);
   std::error_code error = models.folders().store().create(folder, fileOf(document, version), bytes);
   // Another program took the number meanwhile; the folder's list doesn't show it yet.
   for (int tries = 0; error == std::errc::file_exists && tries < kMostTaken; ++tries) {

@@ -5,6 +5,7 @@
 #include "headless/model/save.h"
 #include "headless/store/compare.h"
 #include "headless/store/faults.h"
+#include "headless/store/given_numbers.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -290,7 +291,7 @@ void Servers::placeAll() const {
 VaultAnswer Servers::bring(const Server& server, const ObjectName& name, const ObjectRecord& object) {
   std::string bytes;
   VaultAnswer answer = server.vault->content(name, static_cast<int>(object.iterations.size()), bytes);
-  const int version = newestHere(name) + 1;
+  const int version = GivenNumbers::next(models_.folders().home().path(), name.name, name.type, newestHere(name));
   if (answer)
     if (const auto error = models_.folders().add(name.name, name.type, version, bytes))
       answer = {creo::ProGeneralError, cantWrite(modelFolder_ + name.file(), error)};

@@ -1,0 +1,66 @@
+// The journals of a folder of models, read: which runs there are, what each did, and the numbers that versions have
+// had.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "kelvane/journal/paths.h"
+#include "kelvane/journal/record.h"
+
+namespace kelvane {
+
+// The highest number that a document has had, by stem (paths.h).
+using GivenVersions = std::unordered_map<std::string, int>;
+
+// One run's journal.
+struct RunJournal {
+  std::string run;           // "0003"
+  Record begin;              // null: it was cut short before it was whole, and nothing was done under it
+  Record end;                // null: there is none
+  std::vector<Deed> deeds;   // those that happened and weren't taken back by a recovery, in their order
+  std::vector<Record> told;  // rows, model, left, checkIn, sent, taken, in their order
+  GivenVersions numbers;     // of what it announced, also if it was taken back
+  int turns = 0;             // boundaries; deeds of that turn lie behind the last one
+  bool isRecovered = false;
+  int cutLines = 0;
+  [[nodiscard]] bool isOpen() const { return end.is_null() && !isRecovered; }
+  [[nodiscard]] std::string verb() const { return memberText(begin, "verb"); }
+};
+
+class Book {
+ public:
+  // models: the mounted folder, "d:\".
+  explicit Book(const std::wstring& models) : folder_(models + std::wstring(kJournalFolder)) {}
+
+  [[nodiscard]] const std::wstring& folder() const { return folder_; }
+  [[nodiscard]] std::wstring folderOf(const std::string& run) const;
+  [[nodiscard]] std::wstring recordsOf(const std::string& run) const { return folderOf(run) + L"run.jsonl"; }
+  [[nodiscard]] std::wstring keptOf(const std::string& run) const { return folderOf(run) + L"before\\"; }
+
+  // Oldest first; none where there is no journal.
+  [[nodiscard]] std::vector<std::string> runs() const;
+  // A Fault where the file can't be read.
+  [[nodiscard]] RunJournal read(const std::string& run) const;
+  // The run of that number, "3" or "0003"; a Fault where there is none.
+  [[nodiscard]] std::string runNamed(const std::string& given) const;
+
+  // The number for the next run, and those of versions, from numbers.json and the journals that it doesn't know yet.
+  struct Numbers {
+    int run = 0;  // the last one that is counted
+    GivenVersions versions;
+  };
+  [[nodiscard]] Numbers numbers() const;
+  // Those of numbers.json alone; the journals of its runs have an end.
+  [[nodiscard]] Numbers storedNumbers() const;
+  [[nodiscard]] std::error_code writeNumbers(const Numbers& numbers) const;
+
+ private:
+  std::wstring folder_;
+};
+
+// "0003"
+std::string runName(int number);
+
+}  // namespace kelvane

@@ -1,0 +1,105 @@
+#include "kelvane/journal/journal.h"
+
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "os/clock.h"
+#include "os/flush.h"
+#include "os/links.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+constexpr int kFormat = 1;
+constexpr auto kFlushPause = std::chrono::seconds(1);
+
+}  // namespace
+
+std::string journalTime() { return text::toUtf8(os::localTime(os::clock().seconds(), "%Y-%m-%d %H:%M:%S")); }
+
+Journal::Journal(const Book& book, os::Files& disk, Record facts, Flush flush)
+    : book_(book), disk_(disk), when_(flush), numbers_(book.numbers()) {
+  run_ = runName(numbers_.run + 1);
+  try {
+    begin(std::move(facts));
+  } catch (const Fault&) {
+    records_.reset();
+    (void)disk_.removeFolder(book_.folderOf(run_), book_.folder());
+    throw;
+  }
+}
+
+void Journal::begin(Record facts) {
+  const auto require = [this](std::error_code error) {
+    if (error) throw Fault("the journal " + shown(book_.folderOf(run_)) + " can't be begun: " + error.message());
+  };
+  require(disk_.createFolders(book_.keptOf(run_)));
+  require(book_.writeNumbers(numbers_));
+  auto opened = disk_.append(book_.recordsOf(run_));
+  require(opened.error);
+  records_ = std::move(opened.value);
+  Record record = {{"record", "begin"}, {"format", kFormat}, {"run", run_}, {"at", journalTime()}};
+  record.update(facts);
+  require(add(record));
+  require(flush());
+  require(os::flushToDisk(book_.folderOf(run_)));
+  require(os::flushToDisk(book_.folder()));
+}
+
+std::error_code Journal::add(const Record& record) {
+  const std::string line = (isTorn_ ? "\n" : "") + sealedLine(record);
+  const std::error_code error = records_->write(line);
+  isTorn_ = static_cast<bool>(error);
+  return error;
+}
+
+std::error_code Journal::announce(Deed& deed) {
+  deed.number = ++deeds_;
+  // What replaces the content of others, or goes to them, must be known even if the power fails right behind the deed.
+  const bool isFinal = deed.kind == DeedKind::rename || (deed.had && !deed.had->kept.empty()) || isOfVault(deed.path);
+  const std::error_code error = add(recordOf(deed));
+  return error || !isFinal || when_ != Flush::beforeFinal ? error : flush();
+}
+
+void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", deed.number}}); }
+
+std::error_code Journal::reach(const Record& boundary) {
+  if (const auto error = add(boundary)) return error;
+  ++turn_;
+  return std::chrono::steady_clock::now() - flushed_ < kFlushPause ? std::error_code{} : flush();
+}
+
+std::error_code Journal::flush() {
+  flushed_ = std::chrono::steady_clock::now();
+  return os::flushToDisk(book_.recordsOf(run_));
+}
+
+std::error_code Journal::end(Record record) {
+  record["at"] = journalTime();
+  if (const auto error = add(record)) return error;
+  return flush();
+}
+
+os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const std::string& written, bool asCopy) {
+  if (!disk_.exists(path) || disk_.isFolder(path)) return {};
+  const auto own = own_.find(written);
+  if (own != own_.end() && own->second.turn == turn_) return {own->second.content, {}};
+  const auto bytes = disk_.read(path);
+  if (!bytes) return {{}, bytes.error};
+  Content content = contentOf(bytes.value);
+  content.kept = std::to_string(kept_ + 1);
+  if (const auto error = keepAs(path, book_.keptOf(run_) + text::fromUtf8(content.kept), bytes.value, asCopy))
+    return {{}, error};
+  ++kept_;
+  return {std::move(content), {}};
+}
+
+std::error_code Journal::keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes,
+                                bool asCopy) {
+  if (!asCopy && !os::addName(path, place)) return {};
+  return disk_.write(place, bytes);
+}
+
+}  // namespace kelvane

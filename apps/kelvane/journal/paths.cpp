@@ -1,0 +1,68 @@
+#include "kelvane/journal/paths.h"
+
+#include "headless/store/folder.h"
+#include "kelvane/base/places.h"
+#include "kelvane/show/model_folder.h"
+#include "os/paths.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace kelvane {
+namespace {
+
+constexpr std::string_view kUnpacked = "open_kvz_", kObjects = "objects/";
+
+std::string withSlash(std::string path) {
+  if (!path.ends_with('/')) path += '/';
+  return path;
+}
+
+std::string models() { return std::string(1, static_cast<char>(kModelsLetter)) + ":/"; }
+
+}  // namespace
+
+JournalPaths::JournalPaths(const std::wstring& folder, const std::vector<std::string>& vaults)
+    : models_(withSlash(os::mounts().machine(folder))),
+      temp_(os::mounts().has(L't') ? withSlash(os::mounts().machine(L"t:\\")) : std::string()),
+      journal_(withSlash(os::mounts().machine(folder + std::wstring(kJournalFolder)))) {
+  for (const std::string& vault : vaults) vaults_.push_back(withSlash(vault));
+}
+
+std::optional<std::string> JournalPaths::written(std::wstring_view path) const {
+  const std::string machine = os::mounts().machine(path);
+  if (machine.starts_with(journal_)) return std::nullopt;
+  if (!temp_.empty() && machine.starts_with(temp_)) {
+    const std::string rest = machine.substr(temp_.size());
+    if (!rest.starts_with(kUnpacked)) return std::nullopt;
+    return std::string(kTempPrefix) + rest;
+  }
+  for (const std::string& vault : vaults_) {
+    if (!machine.starts_with(vault)) continue;
+    if (!machine.substr(vault.size()).starts_with(kObjects)) return std::nullopt;
+    return std::string(kVaultPrefix) + machine;
+  }
+  return machine.starts_with(models_) ? machine.substr(models_.size()) : machine;
+}
+
+std::wstring JournalPaths::system(std::string_view written) {
+  if (isOfTemp(written)) return os::withBackslashes(L"t:/" + text::fromUtf8(written.substr(kTempPrefix.size())));
+  if (isOfVault(written)) return os::mounts().system(written.substr(kVaultPrefix.size()));
+  if (written.starts_with('/')) return os::mounts().system(written);
+  return os::withBackslashes(text::fromUtf8(models() + std::string(written)));
+}
+
+std::string JournalPaths::shown(std::string_view written) {
+  return isOfTemp(written) || isOfVault(written) ? kelvane::shown(system(written)) : std::string(written);
+}
+
+std::optional<WrittenVersion> writtenVersion(std::string_view written) {
+  if (isOfVault(written)) return std::nullopt;
+  const std::size_t slash = written.rfind('/') + 1;
+  const auto file = headless::documentFile(text::fromUtf8(written.substr(slash)));
+  if (!file) return std::nullopt;
+  const std::string key = text::toUtf8(text::lower(headless::modelKey(file->name, file->type)));
+  return WrittenVersion{std::string(written.substr(0, slash)) + key, file->version};
+}
+
+}  // namespace kelvane

@@ -1,0 +1,165 @@
+#include "kelvane/journal/recovery.h"
+
+#include <algorithm>
+#include <set>
+
+#include "headless/store/document.h"
+#include "headless/vault/vault.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/base/words.h"
+#include "kelvane/journal/check_ins.h"
+#include "kelvane/journal/journal.h"
+#include "kelvane/journal/taking_back.h"
+#include "os/left_files.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+class Recovery {
+ public:
+  Recovery(const Book& book, RunJournal journal) : book_(book), journal_(std::move(journal)) {}
+
+  Recovered run() {
+    Recovered told;
+    told.run = journal_.run;
+    told.package = memberText(journal_.begin, "package");
+    told.list = memberText(journal_.begin, "list");
+    removeTemporaries();
+    noteCheckIn();
+    const std::vector<std::string> back = takeBackTail();
+    const std::vector<std::string> torn = removeTorn();
+    told.wasInFoot = isInFoot();
+    const std::string name = journal_.verb() + " " + journal_.run;
+    told.lines.push_back(
+        name + " broke off" + (told.wasInFoot ? " in Foot" : "") +
+        (back.empty() ? "; nothing was half done" : "; what it had begun was taken back: " + firstOf(back)));
+    if (!torn.empty()) told.lines.push_back(name + " left torn versions, which were removed: " + firstOf(torn));
+    if (journal_.cutLines > 0)
+      told.lines.push_back(name + ": " + counted(static_cast<std::size_t>(journal_.cutLines), "record") +
+                           " of its journal was cut");
+    add({{"record", "recovered"}, {"at", journalTime()}, {"took", back}, {"torn", torn}});
+    return told;
+  }
+
+ private:
+  static std::string firstOf(const std::vector<std::string>& paths) {
+    constexpr std::size_t kMost = 10;
+    std::string line;
+    for (std::size_t i = 0; i < std::min(kMost, paths.size()); ++i) addPiece(line, JournalPaths::shown(paths[i]));
+    return line + (paths.size() > kMost ? " and " + std::to_string(paths.size() - kMost) + " more" : "");
+  }
+
+  // The folders that it wrote into; their writer is dead.
+  void removeTemporaries() const {
+    std::set<std::wstring> folders{book_.folder(), book_.folderOf(journal_.run), book_.keptOf(journal_.run)};
+    for (const Deed& deed : journal_.deeds) folders.insert(os::folderOf(JournalPaths::system(deed.path)));
+    for (const std::wstring& folder : folders) os::removeLeftTemporaries(folder);
+  }
+
+  [[nodiscard]] std::vector<Deed> tail() const {
+    std::vector<Deed> deeds;
+    for (const Deed& deed : journal_.deeds)
+      if (deed.turn == journal_.turns) deeds.push_back(deed);
+    return deeds;
+  }
+
+  // A kill between a check-in and its record: the vault has it all the same, so that what led to it stays.
+  void noteCheckIn() {
+    const std::vector<Deed> deeds = tail();
+    if (deeds.empty() || !isOfVault(deeds.back().path)) return;
+    const auto first =
+        std::find_if(deeds.begin(), deeds.end(), [&](const Deed& deed) { return deed.path == deeds.back().path; });
+    const auto now = os::files().read(JournalPaths::system(deeds.back().path));
+    if (!now || !contentOf(now.value).isSameAs(*deeds.back().now)) return;
+    const std::string kept = first->had ? first->had->kept : std::string();
+    const auto before =
+        kept.empty() ? os::Result<std::string>() : os::files().read(book_.keptOf(journal_.run) + text::fromUtf8(kept));
+    const auto checkIn = checkInOf(before.value, now.value);
+    if (!checkIn) return;
+    add(*checkIn);
+    ++journal_.turns;
+  }
+
+  // Gives the paths.
+  std::vector<std::string> takeBackTail() {
+    const std::vector<Deed> deeds = tail();
+    const Effects effects = effectsOf(deeds);
+    std::vector<std::string> paths;
+    for (const auto& [group, back] : backOf(effects, deeds, &lookAt, true)) {
+      if (!back.lacking.empty()) fail(back.lacking.front());
+      if (const std::string failed = takeBack(back, book_.keptOf(journal_.run)); !failed.empty()) fail(failed);
+      paths.insert(paths.end(), back.removed.begin(), back.removed.end());
+      for (const auto& [from, to] : back.renamed) paths.push_back(from);
+      for (const auto& [path, kept] : back.written) paths.push_back(path);
+    }
+    removeEmptyFolders(effects.folders);
+    std::erase_if(journal_.deeds, [this](const Deed& deed) { return deed.turn == journal_.turns; });
+    return paths;
+  }
+
+  // Versions that are there by name and no documents, as a loss of power leaves them; they are put aside.
+  std::vector<std::string> removeTorn() const {
+    std::vector<std::string> torn;
+    for (const auto& [path, effect] : effectsOf(journal_.deeds).files) {
+      if (!effect.after || !effect.isKnown || !writtenVersion(path)) continue;
+      const std::wstring place = JournalPaths::system(path);
+      const auto bytes = os::files().read(place);
+      if (!bytes || contentOf(bytes.value).isSameAs(*effect.after)) continue;
+      headless::ModelRecord record;
+      if (!headless::readDocument(bytes.value, record)) continue;  // somebody changed it since
+      const std::wstring aside = book_.keptOf(journal_.run) + L"torn-" + os::nameOf(place);
+      if (const auto error = os::files().rename(place, aside)) fail(shown(place) + ": " + error.message());
+      torn.push_back(path);
+    }
+    return torn;
+  }
+
+  [[nodiscard]] bool isInFoot() const {
+    std::size_t rows = 0, done = 0;
+    for (const Record& record : journal_.told) {
+      if (memberText(record, "record") == "model") ++done;
+      if (memberText(record, "record") == "rows") rows = record.value("rows", Record::array()).size();
+    }
+    return rows > 0 && done >= rows;
+  }
+
+  void add(const Record& record) const {
+    const std::wstring path = book_.recordsOf(journal_.run);
+    auto records = os::files().append(path);
+    // A record that was cut has no end of its line.
+    std::error_code error = records ? records.value->write("\n" + sealedLine(record)) : records.error;
+    if (error) fail(shown(path) + " can't be written: " + error.message());
+  }
+
+  [[noreturn]] void fail(const std::string& reason) const {
+    throw Fault(journal_.verb() + " " + journal_.run + " broke off and can't be taken back: " + reason);
+  }
+
+  const Book& book_;
+  RunJournal journal_;
+};
+
+}  // namespace
+
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
+  const Book book(models);
+  const std::string known = runName(book.storedNumbers().run);
+  std::vector<Recovered> all;
+  for (const std::string& run : book.runs()) {
+    if (run.size() < known.size() || (run.size() == known.size() && run <= known)) continue;
+    RunJournal journal = book.read(run);
+    if (!journal.isOpen()) continue;
+    if (journal.begin.is_null()) {
+      // Nothing is done before its first record is whole.
+      (void)os::files().removeFolder(book.folder() + text::fromUtf8(run), book.folder());
+      continue;
+    }
+    all.push_back(Recovery(book, std::move(journal)).run());
+  }
+  return all;
+}
+
+}  // namespace kelvane

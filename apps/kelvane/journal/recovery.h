@@ -1,0 +1,22 @@
+// Journals that a kill or a loss of power left without an end.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kelvane/journal/book.h"
+
+namespace kelvane {
+
+struct Recovered {
+  std::string run;
+  std::string package, list;
+  bool wasInFoot = false;          // all of its models had had their turn
+  std::vector<std::string> lines;  // what was found and done
+};
+
+// Takes back what stands behind the last boundary of each, removes torn versions and temporary files, and closes the
+// journal. Needs the folder's lock, so that no run is at work. A Fault where that fails; asked again it goes on.
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models);
+
+}  // namespace kelvane

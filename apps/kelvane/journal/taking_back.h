@@ -1,0 +1,19 @@
+// Carries out the road back of a group through the door in force.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kelvane/journal/effects.h"
+
+namespace kelvane {
+
+// What is at a path of the journal now.
+Present lookAt(const std::string& path);
+
+// kept: the folder of what the journal keeps. Empty, or what failed; what was done until then stays.
+std::string takeBack(const Back& back, const std::wstring& kept);
+// Removes the folders that are empty, the last made first.
+void removeEmptyFolders(const std::vector<std::string>& folders);
+
+}  // namespace kelvane

@@ -1,0 +1,165 @@
+#include "kelvane/journal/undo.h"
+
+#include <algorithm>
+
+#include "kelvane/base/exit_codes.h"
+#include "kelvane/base/fault.h"
+#include "kelvane/journal/taking_back.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+
+namespace kelvane {
+namespace {
+
+std::string stemOf(const std::string& path) {
+  const auto version = writtenVersion(path);
+  return version ? version->stem : std::string();
+}
+
+std::string shownStem(const VaultStep& step) { return text::toUtf8(step.object.file()); }
+
+bool hasWritten(const RunJournal& journal) { return !journal.deeds.empty(); }
+
+}  // namespace
+
+std::string lastToUndo(const Book& book) {
+  std::set<std::string> undone;
+  const std::vector<std::string> runs = book.runs();
+  for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
+    const RunJournal journal = book.read(*run);
+    if (undone.contains(*run)) continue;
+    if (journal.verb() == "undo") {
+      if (journal.end.value("code", kErrors) == kFine) undone.insert(memberText(journal.begin, "of"));
+    } else if (hasWritten(journal)) {
+      return *run;
+    }
+  }
+  return {};
+}
+
+UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), journal_(book.read(run)) {
+  if (journal_.begin.is_null()) throw Fault("the journal of run " + run + " has no records");
+  effects_ = effectsOf(journal_.deeds);
+  groups_ = backOf(effects_, journal_.deeds, &lookAt, false);
+  vault_ = vaultSteps(journal_, book_.keptOf(run));
+  for (const auto& [path, effect] : effects_.files)
+    if (const std::string stem = stemOf(path); !stem.empty()) groupOfStem_[stem] = effect.group;
+  findNewer();
+  bindVault();
+  tellConflicts();
+}
+
+// A version that came behind those of the run stands on them: taking these away would leave it without what it came
+// from, and older content below it.
+void UndoPlan::findNewer() {
+  std::map<std::string, int> highest;  // of the versions that the run left
+  std::set<std::string> folders;
+  for (const auto& [path, effect] : effects_.files) {
+    const auto version = writtenVersion(path);
+    if (!version || groups_[effect.group].isNothing()) continue;
+    folders.insert(path.substr(0, path.rfind('/') + 1));
+    int& number = highest[version->stem];
+    if (effect.after) number = std::max(number, version->number);
+  }
+  for (const std::string& folder : folders) {
+    for (const os::Entry& entry : os::files().list(JournalPaths::system(folder)).value) {
+      const std::string path = folder + text::toUtf8(entry.name);
+      const auto version = entry.isFolder ? std::nullopt : writtenVersion(path);
+      if (!version || effects_.files.contains(path)) continue;
+      const auto known = highest.find(version->stem);
+      if (known == highest.end() || version->number <= known->second) continue;
+      groups_[groupOfStem_.at(version->stem)].conflicts.push_back(JournalPaths::shown(path) + " was written since");
+    }
+  }
+}
+
+// An object of a vault and its document here go together.
+void UndoPlan::bindVault() {
+  for (VaultStep& step : vault_) {
+    const auto group = groupOfStem_.find(shownStem(step));
+    if (group == groupOfStem_.end()) continue;
+    Back& back = groups_[group->second];
+    if (!step.conflict.empty()) {
+      back.conflicts.push_back(std::exchange(step.conflict, std::string()));
+      step.did.clear();
+    } else if (!back.conflicts.empty()) {
+      step.did.clear();
+    }
+  }
+}
+
+std::string UndoPlan::writerOf(const std::string& line) const {
+  const std::string path = line.substr(0, line.find(' '));
+  const std::vector<std::string> runs = book_.runs();
+  for (auto run = runs.rbegin(); run != runs.rend() && *run != journal_.run; ++run)
+    for (const Deed& deed : book_.read(*run).deeds)
+      if (deed.path == path || deed.to == path) return " by run " + *run;
+  return {};
+}
+
+void UndoPlan::tellConflicts() {
+  constexpr std::size_t kMostLooked = 20;
+  for (auto& [number, back] : groups_) {
+    std::vector<std::string>& lines = back.conflicts;
+    lines.insert(lines.end(), back.lacking.begin(), back.lacking.end());
+    if (!lines.empty()) barred_.insert(number);
+    for (const std::string& line : lines)
+      conflicts_.push_back(line + (conflicts_.size() < kMostLooked ? writerOf(line) : std::string()));
+  }
+  for (const VaultStep& step : vault_)
+    if (!step.conflict.empty()) conflicts_.push_back(step.conflict);
+}
+
+std::vector<std::string> UndoPlan::stays() const {
+  std::vector<std::string> all;
+  for (const Record& record : journal_.told)
+    if (memberText(record, "record") == "sent") all.push_back(memberText(record, "what"));
+  for (const VaultStep& step : vault_)
+    if (!step.stays.empty()) all.push_back(step.stays);
+  return all;
+}
+
+std::vector<std::string> UndoPlan::lines() const {
+  std::vector<std::string> all;
+  for (const auto& [number, back] : groups_) {
+    if (barred_.contains(number)) continue;
+    for (const std::string& path : back.removed) all.push_back("remove " + JournalPaths::shown(path));
+    for (const auto& [from, to] : back.renamed)
+      all.push_back("rename " + JournalPaths::shown(from) + " to " + JournalPaths::shown(to));
+    for (const auto& [path, kept] : back.written) all.push_back("put back " + JournalPaths::shown(path));
+  }
+  for (const VaultStep& step : vault_)
+    if (!step.did.empty()) all.push_back("vault " + text::toUtf8(step.object.label()) + ": " + step.did);
+  return all;
+}
+
+UndoPlan::Done UndoPlan::carryOut(const std::function<std::error_code(const Record&)>& reached,
+                                  const std::function<bool()>& isToStop) const {
+  Done done;
+  const auto reach = [&](const std::string& what) {
+    if (const auto error = reached({{"record", "taken"}, {"group", what}}))
+      done.failed = "the journal can't be written: " + error.message();
+    else if (isToStop())
+      done.failed = "ended early; undo once more takes back the rest";
+    return done.failed.empty();
+  };
+  // The vault first: where it refuses, the document here stays what it has.
+  for (const VaultStep& step : vault_) {
+    if (step.did.empty()) continue;
+    done.failed = kelvane::takeBack(step, workspaceOf(journal_));
+    if (!done.failed.empty() || !reach(text::toUtf8(step.object.label()))) return done;
+    ++done.vault;
+  }
+  for (const auto& [number, back] : groups_) {
+    if (barred_.contains(number) || back.isNothing()) continue;
+    done.failed = takeBack(back, book_.keptOf(journal_.run));
+    if (!done.failed.empty() || !reach(std::to_string(number))) return done;
+    done.removed += static_cast<int>(back.removed.size());
+    done.renamed += static_cast<int>(back.renamed.size());
+    done.putBack += static_cast<int>(back.written.size());
+  }
+  removeEmptyFolders(effects_.folders);
+  return done;
+}
+
+}  // namespace kelvane

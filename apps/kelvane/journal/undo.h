@@ -1,0 +1,58 @@
+// Takes a run back: what that would do, and doing it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "kelvane/journal/effects.h"
+#include "kelvane/journal/journal.h"
+#include "kelvane/journal/vault_back.h"
+
+namespace kelvane {
+
+// The run that `undo` means where none is named: the last one that wrote and hasn't been taken back. Empty: none.
+std::string lastToUndo(const Book& book);
+
+class UndoPlan {
+ public:
+  // A Fault for a run whose journal has no records.
+  UndoPlan(const Book& book, const std::string& run);
+
+  // Lines of what somebody changed since; with them their group is left out where conflicts are skipped.
+  [[nodiscard]] const std::vector<std::string>& conflicts() const { return conflicts_; }
+  // What nothing takes back: programs, requests, objects that are new in a vault.
+  [[nodiscard]] std::vector<std::string> stays() const;
+  // "remove gear.prt.2", "rename wheel.prt.1 to gear.prt.1", "put back reports/mass.csv", of what has no conflict.
+  [[nodiscard]] std::vector<std::string> lines() const;
+  [[nodiscard]] bool isNothing() const { return lines().empty() && conflicts_.empty(); }
+  [[nodiscard]] const RunJournal& journal() const { return journal_; }
+
+  struct Done {
+    int removed = 0, renamed = 0, putBack = 0, vault = 0;
+    std::string failed;  // empty, or why it ended; the group before it is done, its own is half done
+  };
+  // Takes back what has no conflict. reached: called behind each group; isToStop: asked there.
+  [[nodiscard]] Done carryOut(const std::function<std::error_code(const Record&)>& reached,
+                              const std::function<bool()>& isToStop) const;
+
+ private:
+  void findNewer();
+  void bindVault();
+  void tellConflicts();
+  // Who wrote it: " by run 0005"; empty: no run that is known.
+  [[nodiscard]] std::string writerOf(const std::string& path) const;
+
+  const Book& book_;
+  RunJournal journal_;
+  Effects effects_;
+  std::map<int, Back> groups_;
+  std::vector<VaultStep> vault_;
+  std::map<std::string, int> groupOfStem_;
+  std::set<int> barred_;  // groups with a conflict
+  std::vector<std::string> conflicts_;
+};
+
+}  // namespace kelvane

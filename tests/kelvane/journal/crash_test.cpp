@@ -1,0 +1,147 @@
+// A run that is killed at any moment, and a disk that fills: run again, and undo.
+#include <fstream>
+#include <random>
+#include <regex>
+
+#include "kelvane/journal/journal_fixture.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+constexpr unsigned kSeed = 4711;
+constexpr int kKills = 20;
+
+class Crash : public JournalFixture {
+ protected:
+  [[nodiscard]] std::vector<std::string> words(const std::string& list, const std::string& folder) const {
+    return {"run", path("standards"), list, path(folder), "-q"};
+  }
+  // How many changes below this test's folder a run makes.
+  int changesOf(const std::vector<std::string>& words) const {
+    const os::SurroundingsGuard guard;
+    const auto files = std::make_shared<FatefulFiles>(os::surroundings().files, path(""), Fate::none, 0);
+    os::surroundings().files = files;
+    (void)kelvane(words);
+    return files->changes();
+  }
+  void copyModels(const std::string& to) const {
+    fs::remove_all(path(to));
+    fs::copy(models(), path(to), fs::copy_options::recursive);
+  }
+
+  // What models a folder has, whatever the numbers of their versions are: the newest content of each, and how many
+  // versions; and the other files. Times that exports write are left out.
+  [[nodiscard]] Contents state(const std::string& folder) const {
+    static const std::regex number(R"(\.(\d+)$)"), time(R"(\d{4}-\d\d-\d\d[T ]\d\d:\d\d:\d\d)");
+    std::map<std::string, std::map<int, std::string>> versions;
+    Contents all;
+    for (const auto& [name, bytes] : contents(folder)) {
+      std::smatch found;
+      if (std::regex_search(name, found, number))
+        versions[name.substr(0, name.size() - found.length())][std::stoi(found[1])] = bytes;
+      else if (name != "kelvane.log")
+        all[name] = std::regex_replace(bytes, time, "");
+    }
+    for (const auto& [stem, ofStem] : versions) {
+      int place = 0;
+      for (const auto& [version, bytes] : ofStem) all[stem + " version " + std::to_string(++place)] = bytes;
+    }
+    return all;
+  }
+};
+
+TEST_F(Crash, AKillAtAnyMomentLeavesWhatRunsAgainAndCanBeUndone) {
+  gearbox();
+  file("models/block.stp", "an export that was there");
+  const Contents before = contents();
+  copyModels("whole");
+  const int changes = changesOf(words("all", "whole"));
+  const Contents undisturbed = state("whole");
+  ASSERT_GT(changes, kKills);
+
+  std::mt19937 random(kSeed);
+  for (int i = 0; i < kKills; ++i) {
+    const int at = std::uniform_int_distribution(1, changes)(random);
+    const Fate fate = std::array{Fate::killBefore, Fate::killHalfway, Fate::killBehind}[random() % 3];
+    const std::string where = "seed " + std::to_string(kSeed) + ", change " + std::to_string(at) + " of " +
+                              std::to_string(changes) + ", " + std::to_string(static_cast<int>(fate));
+    copyModels("killed");
+    ASSERT_FALSE(survives(words("all", "killed"), fate, at)) << where;
+    fs::remove_all(path("undone"));
+    fs::copy(path("killed"), path("undone"), fs::copy_options::recursive);
+
+    const Ended again = kelvane(words("all", "killed"));
+    EXPECT_EQ(0, again.code) << where << again.err;
+    EXPECT_EQ("", difference(undisturbed, state("killed"))) << where << again.err;
+
+    while (undo({}, "undone").code == 0) continue;
+    EXPECT_EQ("", difference(before, contents("undone"))) << where;
+    while (undo({}, "killed").code == 0) continue;
+    EXPECT_EQ("", difference(before, contents("killed"))) << where;
+  }
+}
+
+TEST_F(Crash, AnUndoThatIsKilledIsFinishedByTheNext) {
+  gearbox();
+  const Contents before = contents();
+  ASSERT_EQ(0, run("all").code);
+  copyModels("whole");
+  const int changes = changesOf({"undo", path("whole")});
+  ASSERT_EQ("", difference(before, contents("whole")));
+  std::mt19937 random(kSeed);
+  for (int i = 0; i < kKills / 2; ++i) {
+    const int at = std::uniform_int_distribution(1, changes)(random);
+    copyModels("killed");
+    ASSERT_FALSE(survives({"undo", path("killed")}, i % 2 == 0 ? Fate::killBehind : Fate::killHalfway, at)) << at;
+    (void)undo({"1"}, "killed");
+    EXPECT_EQ("", difference(before, contents("killed"))) << "change " << at << " of " << changes;
+  }
+}
+
+// Whatever the first change is that the disk doesn't take: an error, no half of anything, and the way back.
+TEST_F(Crash, AFullDiskIsToldAndTakenBack) {
+  gearbox();
+  const Contents before = contents();
+  copyModels("whole");
+  const int changes = changesOf(words("all", "whole"));
+  for (int at = 1; at < changes; at += 3) {
+    copyModels("full");
+    {
+      const os::SurroundingsGuard guard;
+      os::surroundings().files =
+          std::make_shared<FatefulFiles>(os::surroundings().files, path("full"), Fate::fullFrom, at);
+      const Ended ended = kelvane(words("all", "full"));
+      EXPECT_NE(0, ended.code) << at;
+      EXPECT_THAT(ended.err, HasSubstr("No space left on device")) << at;
+    }
+    while (undo({}, "full").code == 0) continue;
+    EXPECT_EQ("", difference(before, contents("full"))) << "from change " << at << " of " << changes;
+  }
+}
+
+TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
+  gearbox();
+  copyModels("whole");
+  const int changes = changesOf(words("norm", "whole"));
+  const Contents undisturbed = state("whole");
+  ASSERT_FALSE(survives(words("norm", "models"), Fate::killBehind, changes - 6));
+  // As a loss of power leaves it: the name is there, the content isn't.
+  const auto left = filesIn("models");
+  ASSERT_TRUE(fs::exists(path("models/GEAR.prt.2")));
+  fs::resize_file(path("models/GEAR.prt.2"), 100);
+  file("models/.kvd-999999999-0.tmp", "half of it");
+  std::ofstream(path("models/kelvane.journal/0001/run.jsonl"), std::ios::app) << R"({"record":"write","n":99,"pa)";
+  const Ended again = run("norm", {"-q"});
+  EXPECT_EQ(0, again.code) << again.err;
+  EXPECT_THAT(again.err, HasSubstr("warning: run 0001 broke off"));
+  EXPECT_THAT(again.err, HasSubstr("warning: run 0001 left torn versions, which were removed: GEAR.prt.2\n"));
+  EXPECT_THAT(again.err, HasSubstr("warning: run 0001: 1 record of its journal was cut\n"));
+  EXPECT_EQ("", difference(undisturbed, state("models")));
+  EXPECT_THAT(run("norm", {"-q"}).err, testing::Not(HasSubstr("broke off"))) << "once";
+}
+
+}  // namespace
+}  // namespace test

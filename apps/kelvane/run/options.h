@@ -21,7 +21,6 @@ struct RunOptions {
   std::string save = "touched";  // touched, all, none
   std::string into;              // works on a copy there
   bool readOnly = false, dryRun = false;
-  std::string durable = "run";  // each, run, none: when the disk has what was written
   std::string collect;
 
   // Surroundings.
@@ -39,6 +38,8 @@ struct RunOptions {
   bool trace = false;
   int maxErrors = 20;               // lines shown; 0: all
   std::vector<std::string> accept;  // "sat,dwg": exports whose failures count as warnings
+
+  std::string durable = "run";  // each, run, none: when the disk has what was written
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
 };

@@ -28,10 +28,14 @@ class Flushes {
   // A file that ends so isn't taken.
   void refuse(const std::string& end) { refused_ = end; }
   void slowDown(std::chrono::milliseconds time) { time_ = time; }
+  // Until release() the disk answers nobody.
+  void hold() { held_.lock(); }
+  void release() { held_.unlock(); }
 
  private:
   std::error_code take(const std::string& path) {
     std::this_thread::sleep_for(time_);
+    { const std::lock_guard answered(held_); }
     const std::string name = std::filesystem::path(path).filename();
     const std::lock_guard guard(mutex_);
     asked_.push_back(name.starts_with(".kvd-") ? "temporary" : name);
@@ -39,7 +43,7 @@ class Flushes {
                                                          : std::error_code();
   }
 
-  std::mutex mutex_;
+  std::mutex mutex_, held_;
   std::vector<std::string> asked_;
   std::string refused_;
   std::chrono::milliseconds time_{0};
@@ -59,36 +63,37 @@ class DurableTest : public testing::Test {
 };
 
 // One file under a free name, written twice, and one that was there before.
-void writeThree() {
-  EXPECT_FALSE(files().create(L"d:\\new", "1"));
-  EXPECT_FALSE(files().write(L"d:\\new", "2"));
+void writeThree(const std::wstring& fresh) {
+  EXPECT_FALSE(files().create(fresh, "1"));
+  EXPECT_FALSE(files().write(fresh, "2"));
   EXPECT_FALSE(files().write(L"d:\\old", "2"));
 }
 
 TEST_F(DurableTest, EachWriteIsWaitedForUnlessSomebodySaysOtherwise) {
   disk_.file("old", "1");
   const auto eachWaits = ElementsAre("temporary", folder(), "temporary", folder(), "temporary", folder());
-  writeThree();
+  writeThree(L"d:\\first");
   EXPECT_THAT(flushes_.asked(), eachWaits);
   {
     const Durable durable(Durability::none);
-    writeThree();
+    writeThree(L"d:\\second");
     EXPECT_FALSE(settleWritten());
   }
   EXPECT_THAT(flushes_.asked(), testing::SizeIs(6)) << "nobody waits";
-  EXPECT_EQ("22", disk_.content("new") + disk_.content("old"));
+  EXPECT_EQ("222", disk_.content("first") + disk_.content("second") + disk_.content("old"));
 }
 
 TEST_F(DurableTest, ARunWaitsInTheEndAndBeforeItReplacesWhatWasThereBefore) {
   for (const char* name : {"old", "older"}) disk_.file(name, "1");
-  Durable durable(Durability::run);
-  flushes_.slowDown(std::chrono::milliseconds(50));
+  const Durable durable(Durability::run);
+  flushes_.hold();
   // What the run itself makes may be made again, under another name too.
   EXPECT_FALSE(files().create(L"d:\\new", "1"));
   EXPECT_FALSE(files().write(L"d:\\new", "2"));
   EXPECT_FALSE(files().rename(L"d:\\new", L"d:\\newer"));
   EXPECT_FALSE(files().write(L"d:\\newer", "3"));
   EXPECT_THAT(flushes_.asked(), IsEmpty());
+  flushes_.release();
   EXPECT_FALSE(settleWritten());
   EXPECT_THAT(flushes_.asked(), testing::Contains("newer"));
   EXPECT_EQ(0, temporaries());
@@ -129,15 +134,15 @@ TEST_F(DurableTest, WhatTheDiskDidntTakeIsToldOnceToWhoWaitsAndOnceByName) {
 }
 
 TEST_F(DurableTest, WhatIsReplacedOrRemovedMeanwhileNeedsNoPlaceOnTheDisk) {
-  Durable durable(Durability::run);
-  flushes_.slowDown(std::chrono::milliseconds(30));
+  const Durable durable(Durability::run);
+  flushes_.hold();
   // The first ones keep all threads busy.
   for (const wchar_t* path : {L"d:\\1", L"d:\\2", L"d:\\3", L"d:\\4"}) EXPECT_FALSE(files().create(path, "x"));
-  std::this_thread::sleep_for(std::chrono::milliseconds(10));
   EXPECT_FALSE(files().create(L"d:\\twice", "1"));
   EXPECT_FALSE(files().create(L"d:\\gone", "1"));
   EXPECT_FALSE(files().write(L"d:\\twice", "2"));
   EXPECT_FALSE(files().remove(L"d:\\gone"));
+  flushes_.release();
   EXPECT_FALSE(settleWritten());
   EXPECT_THAT(flushes_.asked(), UnorderedElementsAre("1", "2", "3", "4", "twice", folder()));
 }

@@ -15,22 +15,14 @@ inline std::size_t documentsKept = std::size_t{4} << 20;
 
 // What stands in no window may go; nothing works on a model meanwhile.
 inline void keepMemoryFlat(headless::Session& session) {
-  headless::putAway(session.models(), documentsKept,
-                    [&session](creo::ProMdl model) { return session.windows().shows(model); });
+  if (headless::FlatMemory* const flat = headless::FlatMemory::inForce())
+    flat->putAway(session.models(), [&session](creo::ProMdl model) { return session.windows().shows(model); });
 }
 
-// The row's model ("SHAFT.PRT") has its turn soon: its document is read meanwhile.
+// The row's model ("SHAFT.PRT") has its turn soon.
 inline void readAhead(headless::Session& session, const ModelFileName& name) {
-  headless::Models& models = session.models();
-  if (const auto there = models.inMemory(name.name, name.type)) {
-    const headless::ModelDocument& document = *models.look(there.value)->document;
-    if (document.isAway()) models.folders().readAhead(headless::savedPath(document));
-    return;
-  }
-  for (headless::Folder* folder : models.folders().searched(name.type)) {
-    const headless::DocumentFile* file = folder->find(name.name, name.type);
-    if (file) return models.folders().readAhead(folder->path() + file->fileName);
-  }
+  if (headless::FlatMemory* const flat = headless::FlatMemory::inForce())
+    flat->readAhead(session.models(), name.name, name.type);
 }
 
 }  // namespace kelvane

@@ -21,7 +21,6 @@ struct RunOptions {
   std::string save = "touched";  // touched, all, none
   std::string into;              // works on a copy there
   bool readOnly = false, dryRun = false;
-  std::string durable = "run";  // each, run, none: when the disk has what was written
   std::string collect;
 
   // Surroundings.
@@ -43,6 +42,7 @@ struct RunOptions {
   // For the journal.
   std::string reason;
   std::vector<std::string> given;  // the options as they were given: "--save=all"
+  std::string durable = "run";     // each, run, none: when the disk has what was written
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
   // What looks, or promises to leave the models' folder alone, leaves nothing that could be taken back.

@@ -13,6 +13,7 @@
 #include "kelvane/run/driver.h"
 #include "kelvane/run/durability.h"
 #include "kelvane/run/files.h"
+#include "kelvane/run/memory.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/recorded_files.h"
 #include "kelvane/run/run_journal.h"
@@ -100,6 +101,7 @@ class RunWork {
     const ModelGraph::Trouble trouble = graph.trouble(starts);
     if (starts.empty()) starts = graph.starts();
     const headless::OneVersion oneVersion;
+    const headless::FlatMemory flatMemory(documentsKept);
     headless::Session session(sessionOptions(options_, place_));
     for (const auto& [name, value] : place_.creoOptions) session.setOption(name, value);
     for (const auto& vault : place_.vaults) {

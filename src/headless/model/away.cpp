@@ -6,6 +6,7 @@
 #include "headless/model/drawing.h"
 #include "headless/model/family.h"
 #include "headless/model/models.h"
+#include "os/surroundings.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -65,23 +66,47 @@ bool mayGo(Models& models, const Model& model) {
 
 }  // namespace
 
-void putAway(Models& models, std::size_t keep, creo::FunctionRef<bool(creo::ProMdl)> stays) {
-  Models::Arrived& arrived = models.arrived();
-  if (arrived.bytes <= keep / 2) return;
-  arrived.bytes = 0;
+FlatMemory::FlatMemory(std::size_t keep) : keep_(keep), ahead_(os::surroundings().files) { current_ = this; }
+FlatMemory::~FlatMemory() { current_ = nullptr; }
+
+void FlatMemory::putAway(Models& models, creo::FunctionRef<bool(creo::ProMdl)> stays) {
+  if (bytes_ <= keep_ / 2) return;
+  bytes_ = 0;
   std::vector<creo::ProMdl> left;  // the latest first
   std::size_t kept = 0;
-  for (auto at = arrived.models.rbegin(); at != arrived.models.rend(); ++at) {
+  for (auto at = arrived_.rbegin(); at != arrived_.rend(); ++at) {
     const Model* model = models.look(*at);
     if (!model || model->document->isAway()) continue;
     kept += model->document->textSize;
-    if (kept <= keep || stays(*at) || !mayGo(models, *model)) {
+    if (kept <= keep_ || stays(*at) || !mayGo(models, *model)) {
       left.push_back(*at);
     } else {
       model->document->putAway({dependencies(*model), mentionsOf(*model->document), {}, false});
     }
   }
-  arrived.models.assign(left.rbegin(), left.rend());
+  arrived_.assign(left.rbegin(), left.rend());
+}
+
+void FlatMemory::readAhead(Models& models, std::wstring_view name, creo::ProMdlType type) {
+  if (const auto there = models.inMemory(name, type)) {
+    const ModelDocument& document = *models.look(there.value)->document;
+    if (document.isAway()) ahead_.want(savedPath(document));
+    return;
+  }
+  for (Folder* folder : models.folders().searched(type)) {
+    const DocumentFile* file = folder->find(name, type);
+    if (file) return ahead_.want(folder->path() + file->fileName);
+  }
+}
+
+void FlatMemory::noteArrived(const Model& model) {
+  if (!current_ || model.row) return;
+  current_->arrived_.push_back(model.handle);
+  current_->bytes_ += model.document->textSize;
+}
+
+std::optional<ReadAhead::Document> FlatMemory::takeAhead(const std::wstring& path) {
+  return current_ ? current_->ahead_.take(path) : std::nullopt;
 }
 
 bool maySpeakOf(const Model& model, const std::wstring& name, creo::ProMdlType type) {

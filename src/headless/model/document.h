@@ -132,13 +132,11 @@ class ModelDocument {
   // Empties the record, and forgets what was made of it.
   void putAway(Away kept);
   void comeBack(ModelRecord again);
-  std::size_t textSize = 0;  // bytes of the file that it was read from
 
  private:
   void forgetIndexes();
 
   bool modified_ = false, contentModified_ = false;
-  std::unique_ptr<Away> away_;
   std::size_t changes_ = 0;
   std::vector<RowRecord*> changedRows_;
   std::vector<std::unique_ptr<RowRecord>> takenRows_;
@@ -149,6 +147,10 @@ class ModelDocument {
   std::unordered_map<int, std::size_t> dimensions_, referenceDimensions_;  // places by id
   std::unordered_map<int, std::size_t> notes_;                             // the same
   std::size_t notesIndexed_ = 0;                                           // how many there were
+  std::unique_ptr<Away> away_;
+
+ public:
+  std::size_t textSize = 0;  // bytes of the file that it was read from; 0 for a new one
 };
 
 // What a dimension is called in relations: its symbol, else "d12" or "rd12".

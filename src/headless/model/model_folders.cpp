@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "headless/model/away.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -43,7 +44,7 @@ bool ModelFolders::has(std::wstring_view name, ProMdlType type) {
 
 ModelFolders::DocumentRead ModelFolders::readRecord(const std::wstring& path) const {
   DocumentRead read;
-  if (auto ahead = ahead_ && !store_.isWithheld(path) ? ahead_->take(path) : std::nullopt) {
+  if (auto ahead = store_.isWithheld(path) ? std::nullopt : FlatMemory::takeAhead(path)) {
     read.record = std::move(ahead->record);
     read.size = ahead->size;
     return read;
@@ -58,11 +59,6 @@ ModelFolders::DocumentRead ModelFolders::readRecord(const std::wstring& path) co
 
 std::wstring ModelFolders::faultOf(const std::wstring& path, const DocumentRead& read) {
   return read.error ? cantRead(path, read.error) : cantRead(path, read.fault);
-}
-
-void ModelFolders::readAhead(const std::wstring& path) {
-  if (!ahead_) ahead_ = std::make_unique<ReadAhead>(os::surroundings().files);
-  ahead_->want(path);
 }
 
 std::error_code ModelFolders::add(const std::wstring& name, ProMdlType type, int version, std::string_view bytes) {

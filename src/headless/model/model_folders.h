@@ -9,7 +9,6 @@
 
 #include "headless/model/document.h"
 #include "headless/store/folder.h"
-#include "headless/store/read_ahead.h"
 
 namespace headless {
 
@@ -44,8 +43,6 @@ class ModelFolders {
   [[nodiscard]] DocumentRead readRecord(const std::wstring& path) const;
   // The line of why it couldn't be read.
   static std::wstring faultOf(const std::wstring& path, const DocumentRead& read);
-  // That record will be asked for soon: a second thread reads it meanwhile.
-  void readAhead(const std::wstring& path);
   // In the session's folder: a document that comes from elsewhere becomes that version. file_exists: it is taken.
   std::error_code add(const std::wstring& name, creo::ProMdlType type, int version, std::string_view bytes);
   // All versions of a document go from the session's folder; models in memory stay.
@@ -60,7 +57,6 @@ class ModelFolders {
 
  private:
   Store store_;
-  std::unique_ptr<ReadAhead> ahead_;  // once something is read ahead
   Named named_;
   std::wstring working_, home_;
 };

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "headless/model/away.h"
 #include "headless/model/family.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
@@ -45,14 +46,8 @@ std::wstring Models::bringBack(const Model& model) const {
   if (!read) return ModelFolders::faultOf(path, read);
   document.comeBack(std::move(read.record));
   document.textSize = read.size;
-  noteArrived(model);
+  FlatMemory::noteArrived(model);
   return {};
-}
-
-void Models::noteArrived(const Model& model) const {
-  if (model.row) return;
-  arrived_.models.push_back(model.handle);
-  arrived_.bytes += model.document->textSize;
 }
 
 Model* Models::look(ProMdl model) const {
@@ -125,7 +120,7 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   place.model->name = std::move(name);
   byKey_[keyOf(*place.model)] = at;
   countUses(*place.model, 1);
-  noteArrived(*place.model);
+  FlatMemory::noteArrived(*place.model);
   return *place.model;
 }
 

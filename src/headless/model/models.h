@@ -69,12 +69,6 @@ class Models {
 
   // The document is in memory behind it. The line of why it can't be read any more; empty: it is.
   [[nodiscard]] std::wstring bringBack(const Model& model) const;
-  // Documents that came into memory, for what puts them away: in the order of their coming.
-  struct Arrived {
-    std::vector<creo::ProMdl> models;
-    std::size_t bytes = 0;  // of their files, since somebody has looked at them
-  };
-  [[nodiscard]] Arrived& arrived() { return arrived_; }
 
  private:
   struct Place {
@@ -82,7 +76,6 @@ class Models {
     std::unique_ptr<Model> model;
   };
   void countUses(const Model& model, int by);
-  void noteArrived(const Model& model) const;
 
   ModelsHost host_;
   WorkedOut workedOut_;
@@ -91,7 +84,6 @@ class Models {
   std::vector<std::uint32_t> free_;
   std::unordered_map<std::wstring, std::uint32_t> byKey_;  // modelKey to place
   std::unordered_map<std::wstring, int> uses_;             // modelKey to how many models in memory use it
-  mutable Arrived arrived_;                                // asking for a document may bring it back
 };
 
 // The row's model. ProNotFound: it isn't in memory.

@@ -21,7 +21,7 @@ class AwayDocuments : public test::HeadlessSession {
  protected:
   // All that may go.
   void putAllAway() {
-    putAway(session().models(), 0, [](ProMdl) { return false; });
+    flat_.putAway(session().models(), [](ProMdl) { return false; });
   }
   // "PLATE ROD": models whose documents are away, in the order of memory.
   std::string away() {
@@ -37,6 +37,9 @@ class AwayDocuments : public test::HeadlessSession {
       out += (out.empty() ? "" : " ") + text::toUtf8(dependency.name);
     return out;
   }
+
+ private:
+  FlatMemory flat_{0};
 };
 
 constexpr const char* kMass = R"("parameters": [{"name": "MASS", "type": "double", "value": 2.5}])";
@@ -152,21 +155,32 @@ TEST_F(AwayDocuments, ADocumentThatAnotherProgramTookIsReadAnewOrToldOf) {
   EXPECT_EQ(ProBadInputs, ProMdlNameGet(rod).error);
 }
 
-TEST_F(AwayDocuments, TheEarliestGoAndAsManyStayAsHaveRoom) {
-  std::string size;
-  for (int i = 0; i < 10; ++i) {
-    model("p" + std::to_string(i) + ".prt.1", kMass);
-    retrieve(L"P" + std::to_wstring(i));
-  }
+class SomeDocuments : public test::HeadlessSession {};
+
+TEST_F(SomeDocuments, TheEarliestGoAndAsManyStayAsHaveRoom) {
+  for (int i = 0; i < 10; ++i) model("p" + std::to_string(i) + ".prt.1", kMass);
   const std::size_t one = read("models/p0.prt.1").size();
-  putAway(session().models(), 20 * one, [](ProMdl) { return false; });
+  FlatMemory flat(4 * one);
+  const auto bring = [&](int from, int to) {
+    for (int i = from; i < to; ++i) retrieve(L"P" + std::to_wstring(i));
+  };
+  const auto away = [&] {
+    std::string names;
+    for (const ModelInMemory& listed : session().models().list())
+      if (session().models().look(listed.handle)->document->isAway()) names += text::toUtf8(listed.name);
+    return names;
+  };
+  const auto none = [](ProMdl) { return false; };
+  bring(0, 2);
+  flat.putAway(session().models(), none);
   EXPECT_EQ("", away());
+  bring(2, 10);
   const ProMdl shown = retrieve(L"P1");
-  putAway(session().models(), 4 * one, [&](ProMdl model) { return model == shown; });
-  EXPECT_EQ("P0 P2 P3 P4 P5", away());
-  retrieve(L"P0");
-  putAway(session().models(), 4 * one, [](ProMdl) { return false; });
-  EXPECT_EQ("P2 P3 P4 P5", away()) << "too few came since";
+  flat.putAway(session().models(), [&](ProMdl model) { return model == shown; });
+  EXPECT_EQ("P0P2P3P4P5", away());
+  bring(0, 2);
+  flat.putAway(session().models(), none);
+  EXPECT_EQ("P2P3P4P5", away()) << "too few came since";
 }
 
 TEST(ReadAheadDocuments, AreTakenAsTheFileIsNowOrNotAtAll) {

@@ -25,6 +25,10 @@ if(KVD_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(KVD_FUZZ)  # the fuzzer sees which ways of the code an input takes
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # kvd_precompiled(NAME): the standard library alone is precompiled: it never changes, so one change of ours rebuilds only
 # what includes it.
 function(kvd_precompiled name)

@@ -197,6 +197,7 @@ ExchangeRead readTree(std::string_view wire) {
   read.unit = line.at("unit").get<double>();
   std::vector<ExchangeNodePtr> nodes;
   for (const auto& entry : line.at("nodes")) nodes.push_back(nodeOf(entry, nodes, bytes));
+  if (nodes.empty() && read.fault.empty()) throw std::runtime_error("an answer without a body");
   if (!nodes.empty()) read.root = nodes.back();
   return read;
 }

@@ -146,14 +146,14 @@ TEST_F(SheetViews, ShowTheEdgesOfTheirModel) {
 
 TEST_F(SheetViews, HaveCirclesAndArcsInTheirPens) {
   file("models/pin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [40, 40, 10]},
-      {"type": "hole", "diameter": 20, "placement": {"position": [20, 20, 0]}},
+      {"type": "hole", "diameter": 10, "placement": {"position": [30, 28, 0]}},
       {"type": "cylinder", "diameter": 40, "length": 10, "placement": {"position": [0, 20, 0]}}]}})");
   const std::string front = shown(R"("name": "FRONT", "model": "PIN.prt", "scale": 1)");
   // The picture's y grows downwards from 220; the plate reaches from -20 to 40, and its middle stands at 100.
   EXPECT_THAT(front,
-              AllOf(HasSubstr(R"(<circle cx="120" cy="120" r="10" fill="none" stroke-width="0.5" stroke="#000"/>)"),
+              AllOf(HasSubstr(R"(<circle cx="130" cy="112" r="5" fill="none" stroke-width="0.5" stroke="#000"/>)"),
                     HasSubstr(R"(<path d="M100 100A20 20 0 0 0 100 140" fill="none" stroke-width="0.5")"),
-                    HasSubstr(R"(<line x1="107" y1="120" x2="133" y2="120" stroke-width="0.25" stroke="#000" )"
+                    HasSubstr(R"(<line x1="122.5" y1="112" x2="137.5" y2="112" stroke-width="0.25" stroke="#000" )"
                               R"(stroke-dasharray="6 0.75 0.125 0.75"/>)"),
                     Not(HasSubstr("stroke-dasharray=\"3 0.75\""))));
   // The bore behind the plate's side.

@@ -41,10 +41,11 @@ else()
   set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKSTEPBase TKIGES)
 endif()
 kvd_layer(kvd_geometry FOLDERS headless/geometry LINKS creo kvd_os
-  PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKHLR TKMesh TKBO TKPrim TKTopAlgo
-  TKGeomAlgo TKBRep TKGeomBase TKG3d TKG2d TKMath TKernel)
+  PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKHLR TKMesh TKBO TKPrim
+  TKTopAlgo TKGeomAlgo TKBRep TKGeomBase TKG3d TKG2d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
-# STEP and IGES are read by a program of its own, which is looked for beside the code that asks and in the folder above.
+# STEP and IGES are read, and views worked out, by a program of its own, which is looked for beside the code that asks
+# and in the folder above.
 add_executable(kelvane-import ${CMAKE_SOURCE_DIR}/apps/import/main.cpp)
 target_link_libraries(kelvane-import PRIVATE kvd_geometry kvd_flags)
 target_link_options(kelvane-import PRIVATE LINKER:--as-needed)  # what isn't loaded costs no start

@@ -136,6 +136,7 @@ class Show : public Verb {
     if (const auto error = os::writeText(systemPath(svg_), text::fromUtf8(picture)))
       throw Fault(svg_ + " can't be written: " + error.message());
     console.result(svg_);
+    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
     return kFine;
   }
   static void showHead(Console& console, const headless::Model& model) {

@@ -49,7 +49,8 @@ int colorNumber(SheetColor color) {
   return best;
 }
 
-// What the format reads as a code of its own is written by number: "%%", a caret, "\U+".
+// What the format reads as a code of its own is written as the code for it: of "%%" and "\U+" the number of the letter,
+// a caret with a blank behind it.
 std::string written(std::wstring_view text) {
   std::string out;
   for (std::size_t i = 0; i < text.size();) {
@@ -57,8 +58,10 @@ std::string written(std::wstring_view text) {
     const bool isDouble =
         point.code == U'%' && (text.substr(i + 1).starts_with(L'%') || (i > 0 && text[i - 1] == L'%'));
     const bool isCode = point.code == U'\\' && text.substr(i + 1).starts_with(L"U+");
-    if (isDouble || isCode || point.code == U'^')
-      out += text::toUtf8(text::format(L"\\U+%04X", static_cast<long long>(point.code)));
+    if (isDouble || isCode)
+      out += text::toUtf8(text::format(L"%%%%%03d", static_cast<int>(point.code)));
+    else if (point.code == U'^')
+      out += "^ ";
     else if (point.code < U' ' || point.code == 0x7F)
       out += ' ';
     else

@@ -15,7 +15,6 @@
 namespace headless::geometry {
 namespace {
 
-constexpr int kFacetTimes = 3;  // as much time as exact edges have
 constexpr std::size_t kMostKept = 200;
 
 using Key = std::vector<double>;
@@ -34,7 +33,7 @@ std::wstring reasonOf(const ForeignAnswer& answer, std::chrono::milliseconds tim
 // Without curves it has a reason.
 Seen asked(const Sight& sight, SeenBy by) {
   const ForeignPlace& place = foreignPlace();
-  const std::chrono::milliseconds time = place.viewTime * (by == SeenBy::exactEdges ? 1 : kFacetTimes);
+  const std::chrono::milliseconds time = by == SeenBy::exactEdges ? place.viewTime : place.facetTime;
   ViewRequest request{by, place.memory, std::chrono::ceil<std::chrono::seconds>(time).count(), sight};
   const ForeignAnswer answer = askForeign(written(request), time);
   Seen seen;

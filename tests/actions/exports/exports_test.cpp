@@ -6,9 +6,11 @@
 
 #include "actions/action_fixture.h"
 #include "creo/ProDrawing.h"
+#include "creo/ProIntf.h"
 #include "creo/ProMdl.h"
 #include "creo/ProPDF.h"
 #include "creo/ProUtil.h"
+#include "headless/geometry/foreign_place.h"
 #include "support/foreign_program.h"
 #include "text/encoding.h"
 
@@ -86,7 +88,7 @@ TEST_F(Exports, NamesComeFromFolderAndFile) {
   for (const NameCase& item : cases) tasks += task("exportdxf", item.attributes);
   const std::wstring log = onPlan(tasks);
   for (const NameCase& candidate : cases)
-    EXPECT_THAT(file(candidate.file), HasSubstr("AC1009")) << candidate.attributes << "\n" << text::toUtf8(log);
+    EXPECT_THAT(file(candidate.file), HasSubstr("AC1021")) << candidate.attributes << "\n" << text::toUtf8(log);
   EXPECT_EQ(std::wstring::npos, log.find(L"E:")) << text::toUtf8(log);
 }
 
@@ -204,20 +206,19 @@ TEST_F(Exports, TheSheetOptionChoosesSheets) {
   EXPECT_THAT(file("one.dxf"), AllOf(Not(HasSubstr("first sheet")), HasSubstr("P-4711"), Not(HasSubstr("third"))));
   EXPECT_EQ(file("one.dxf"), file("each_2.dxf"));
   // An inch sheet is measured in inches when it comes first.
-  EXPECT_THAT(file("each_3.dxf"), HasSubstr("LINE\n8\nLINES\n62\n7\n10\n1.0\n20\n1.0\n11\n2.0\n21\n2.0\n"));
+  EXPECT_THAT(file("each_3.dxf"), HasSubstr("AcDbLine\n10\n1.0\n20\n1.0\n11\n2.0\n21\n2.0\n"));
 }
 
 TEST_F(Exports, ADxfHoldsLinesWidthsTextsAndColours) {
   onPlan(task("exportdxf", to("file='a' sheetoption='2'")));
   const std::string front = file("a_1.dxf"), back = file("a_2.dxf");
   EXPECT_THAT(front, AllOf(HasSubstr("$EXTMAX\n10\n420.0\n20\n297.0\n"),
-                           HasSubstr("LINE\n8\nLINES\n62\n7\n10\n10.0\n20\n10.0\n11\n60.0\n21\n10.0\n"),
-                           HasSubstr("TEXT\n8\nNOTES\n62\n7\n10\n40.0\n20\n50.0\n40\n3.5\n1\nfirst sheet\n")));
-  EXPECT_THAT(back, AllOf(HasSubstr("POLYLINE\n8\nLINES\n62\n12\n66\n1\n10\n0.0\n20\n0.0\n40\n0.7\n41\n0.7\n"),
-                          HasSubstr("\n1\nGr\\U+00F6\\U+00DFe 50\\U+0025\\U+0025d \\U+03A9\\U+005E\n"),
-                          HasSubstr("\n1\nturned\n50\n90.0\n"), HasSubstr("TEXT\n8\nTABLES\n")));
+                           HasSubstr("8\nLINES\n62\n7\n100\nAcDbLine\n10\n10.0\n20\n10.0\n11\n60.0\n21\n10.0\n"),
+                           HasSubstr("8\nTEXT\n62\n7\n100\nAcDbText\n10\n40.0\n20\n50.0\n40\n3.5\n1\nfirst sheet\n")));
+  EXPECT_THAT(back, AllOf(HasSubstr("8\nLINES\n62\n12\n100\nAcDbPolyline\n90\n2\n70\n128\n43\n0.7\n"),
+                          HasSubstr("\n1\nGröße 50%%037%%037d Ω^ \n"), HasSubstr("\n1\nturned\n50\n90.0\n"),
+                          HasSubstr("8\nTABLES\n62\n7\n100\nAcDbText\n")));
   EXPECT_TRUE(back.ends_with("ENDSEC\n0\nEOF\n"));
-  for (const char c : back) ASSERT_LT(static_cast<unsigned char>(c), 0x7F);
 }
 
 TEST_F(Exports, ADxfIsReadByAStranger) {
@@ -225,13 +226,79 @@ TEST_F(Exports, ADxfIsReadByAStranger) {
   writeBytes(out() + "/read.py", R"(import ezdxf
 drawing = ezdxf.readfile("a.dxf")
 print(drawing.dxfversion, len(drawing.audit().errors), "errors")
-for kind in ("LINE", "POLYLINE", "TEXT"):
+for kind in ("LINE", "LWPOLYLINE", "TEXT"):
     print(kind, len(drawing.modelspace().query(kind)))
-thick = drawing.modelspace().query("POLYLINE")[1]
-print([tuple(round(c, 3) for c in v.dxf.location) for v in thick.vertices], thick.dxf.default_start_width)
+thick = drawing.modelspace().query("LWPOLYLINE")[1]
+print([tuple(round(c, 3) for c in v[:2]) for v in thick], thick.dxf.const_width)
+print([e.plain_text() for e in drawing.modelspace().query("TEXT") if "50" in e.dxf.text])
 )");
-  EXPECT_EQ("AC1009 0 errors\nLINE 6\nPOLYLINE 2\nTEXT 5\n[(450.0, 30.0, 0.0), (550.0, 30.0, 0.0)] 0.7\n",
+  EXPECT_EQ("AC1021 0 errors\nLINE 6\nLWPOLYLINE 2\nTEXT 5\n[(450.0, 30.0), (550.0, 30.0)] 0.7\n['Größe 50%%d Ω^']\n",
             answerTo("/usr/bin/python3 read.py"));
+}
+
+// ---- views
+
+// A plate with a bore, seen along the bore and from its side, at 1:1 and 1:10.
+class ExportedViews : public Exports {
+ protected:
+  ExportedViews() {
+    writeBytes(world.models() + "/bored.prt.1", R"({"format": 1, "solid": {"primitives": [
+      {"type": "box", "size": [40, 40, 10]}, {"type": "hole", "diameter": 20, "placement": {"position": [20, 20, 0]}}]}})");
+    writeBytes(world.models() + "/plan.drw.1", R"({"format": 1, "models": [{"name": "BORED", "type": "prt"}],
+      "sheets": [{"size": "A3"}], "views": [
+      {"id": 1, "name": "FRONT", "model": "BORED.prt", "scale": 1, "displayStyle": 2, "position": {"x": 100, "y": 200}},
+      {"id": 2, "name": "TOP", "model": "BORED.prt", "scale": 1, "displayStyle": 2, "position": {"x": 100, "y": 100}},
+      {"id": 3, "name": "TOP", "model": "BORED.prt", "scale": 0.1, "displayStyle": 2, "position": {"x": 200, "y": 100}}]})");
+  }
+  const headless::geometry::ForeignPlaceGuard place_;
+};
+
+TEST_F(ExportedViews, ADxfHasCirclesLayersAndDashesOfTheSheet) {
+  onPlan(task("exportdxf", to("file='a'")));
+  writeBytes(out() + "/read.py", R"(import ezdxf
+drawing = ezdxf.readfile("a.dxf")
+print(len(drawing.audit().errors), len(drawing.audit().fixes))
+for e in drawing.modelspace().query("CIRCLE"):
+    print(e.dxf.layer, tuple(round(c, 3) for c in e.dxf.center), round(e.dxf.radius, 3))
+for layer in ("VISIBLE", "HIDDEN", "CENTER"):
+    row = drawing.layers.get(layer)
+    print(layer, row.dxf.linetype, row.dxf.lineweight, len(drawing.modelspace().query(f'LINE[layer=="{layer}"]')))
+hidden = drawing.modelspace().query('LINE[layer=="HIDDEN"]')
+print(sorted(round(e.dxf.start.distance(e.dxf.end), 3) for e in hidden), drawing.header["$LTSCALE"], drawing.units)
+for name in ("HIDDEN", "CENTER"):
+    print([t.value for t in drawing.linetypes.get(name).pattern_tags.tags if t.code == 49])
+)");
+  EXPECT_EQ(
+      "0 0\nVISIBLE (100.0, 200.0, 0.0) 10.0\nVISIBLE Continuous 50 12\nHIDDEN HIDDEN 25 4\nCENTER CENTER 25 4\n"
+      "[1.0, 1.0, 10.0, 10.0] 1.0 4\n[3.0, -0.75]\n[6.0, -0.75, 0.125, -0.75]\n",
+      answerTo("/usr/bin/python3 read.py"));
+}
+
+TEST_F(ExportedViews, APdfHasPensAndDashesAlsoInBlack) {
+  for (const char* color : {"", " color='2'"}) {
+    onPlan(task("exportpdf2d", to("file='a' overwriteExisting='true'") + color));
+    const std::string page = answerTo("qpdf --qdf a.pdf -");
+    // 0.5 and 0.25 mm, dashes of 3 and 6 mm, in points; four curves are the circle.
+    for (const char* code : {"\n1.417", "\n0.708", "\n[8.504 2.126] 0 d\n", "\n[17.008 2.126 0.354 2.126] 0 d\n"})
+      EXPECT_THAT(page, HasSubstr(code)) << color;
+    const std::regex curve(" c\n");
+    EXPECT_EQ(4, std::distance(std::sregex_iterator(page.begin(), page.end(), curve), {})) << color;
+  }
+}
+
+// What was worked out once is there for the next export, whatever else of the sheet has changed.
+TEST_F(ExportedViews, AViewIsWorkedOutOnce) {
+  world.start();
+  const creo::ProMdl plan = world.open(L"PLAN", creo::ProMdlType::drawing);
+  const auto circles = [&](const std::wstring& name) {
+    EXPECT_EQ(creo::ProNoError, creo::Pro2dExport(creo::Pro2dFormat::dxf, L"d:\\out\\" + name, plan, {}));
+    const std::string text = file(text::toUtf8(name) + ".dxf");
+    return text.find("AcDbCircle") != std::string::npos;
+  };
+  EXPECT_TRUE(circles(L"first"));
+  headless::geometry::foreignPlace().program = "/bin/no-such-program";
+  EXPECT_TRUE(circles(L"second"));
+  EXPECT_EQ(std::wstring::npos, world.messages().find(L"can't be drawn")) << text::toUtf8(world.messages());
 }
 
 TEST_F(Exports, APdfHasAllSheetsInTheirSize) {

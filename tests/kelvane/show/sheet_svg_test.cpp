@@ -1,10 +1,12 @@
 // kelvane show --svg: what stands on a sheet, in its place and width.
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iterator>
 #include <regex>
 #include <set>
 
+#include "headless/geometry/foreign_place.h"
 #include "kelvane/program_fixture.h"
 
 namespace test {
@@ -51,7 +53,7 @@ TEST_F(SheetSvg, EverythingStandsWhereTheMatrixPutsIt) {
                          HasSubstr(R"(<rect x="10" y="10" width="297" height="210")"),
                          HasSubstr(R"(<rect x="10" y="230" width="210" height="297")"),
                          HasSubstr(R"(<line x1="20" y1="200" x2="40" y2="190" stroke-width="1" stroke="#000"/>)"),
-                         HasSubstr(R"(<line x1="11" y1="526" x2="12" y2="525" stroke-width="0.18")")));
+                         HasSubstr(R"(<line x1="11" y1="526" x2="12" y2="525" stroke-width="0.25")")));
   EXPECT_THAT(svg, AllOf(HasSubstr(R"(<line x1="60" y1="180" x2="60" y2="160")"),
                          HasSubstr(R"(<line x1="120" y1="180" x2="120" y2="160")"), HasSubstr("&lt;top &amp; left&gt;"),
                          testing::ContainsRegex("font-size=\"2\\.0[0-9]*\">a cell with far too long a text"),
@@ -79,14 +81,14 @@ std::string placeText(double x, double y) {
 }
 
 using Lines = std::set<std::string>;
-// A picture's lines from the sheet's lower left corner; "~" before those that aren't black.
+// A picture's lines from the sheet's lower left corner; "~" before those that aren't black or have dashes.
 Lines viewLines(const std::string& svg) {
   Lines all;
   const std::regex line(
-      "<line x1=\"([^\"]*)\" y1=\"([^\"]*)\" x2=\"([^\"]*)\" y2=\"([^\"]*)\"[^>]*stroke=\"([^\"]*)\"");
+      "<line x1=\"([^\"]*)\" y1=\"([^\"]*)\" x2=\"([^\"]*)\" y2=\"([^\"]*)\"[^>]*stroke=\"([^\"]*)\"([^/]*)");
   for (std::sregex_iterator at(svg.begin(), svg.end(), line), end; at != end; ++at) {
     const auto number = [&](std::size_t i) { return std::stod((*at)[i]); };
-    all.insert(((*at)[5] == "#000" ? "" : "~") +
+    all.insert(((*at)[5] == "#000" && (*at)[6].length() == 0 ? "" : "~") +
                lineText(placeText(number(1) - 10, 220 - number(2)), placeText(number(3) - 10, 220 - number(4))));
   }
   return all;
@@ -116,7 +118,7 @@ class SheetViews : public SheetSvg {
   }
   [[nodiscard]] std::string shown(const std::string& view) const {
     return drawn(R"({"format": 1, "sheets": [{"size": "A4", "scale": 2}], "models": [{"name": "STEP", "type": "prt"},
-        {"name": "PIN", "type": "prt"}, {"name": "THIN", "type": "prt"}, {"name": "EMPTY", "type": "prt"}, {"name": "BROKEN", "type": "prt"}],
+        {"name": "PIN", "type": "prt"}, {"name": "THIN", "type": "prt"}, {"name": "EMPTY", "type": "prt"}, {"name": "BROKEN", "type": "prt"}, {"name": "STEP", "type": "asm"}],
         "views": [{"id": 1, "position": {"x": 100, "y": 100}, )" +
                  view + "}]}");
   }
@@ -136,10 +138,61 @@ TEST_F(SheetViews, ShowTheEdgesOfTheirModel) {
        rectangle(20, 10)},
       // Behind a thin sheet of metal.
       {R"("name": "FRONT", "model": "THIN.prt", "scale": 1)", rectangle(50, 25)},
-      // Inches; the outline of the round face is no edge.
-      {R"("name": "RIGHT", "model": "PIN.prt", "scale": 1)", rectangle(25.4, 12.7)},
+      // Inches; the outline of the round face is no edge, and its axis reaches 3 mm beyond.
+      {R"("name": "RIGHT", "model": "PIN.prt", "scale": 1)", rectangle(25.4, 12.7, "", "~128,100 to 72,100")},
   };
   for (const auto& [view, expected] : cases) EXPECT_EQ(expected, viewLines(shown(view))) << view;
+}
+
+TEST_F(SheetViews, HaveCirclesAndArcsInTheirPens) {
+  file("models/pin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [40, 40, 10]},
+      {"type": "hole", "diameter": 10, "placement": {"position": [30, 28, 0]}},
+      {"type": "cylinder", "diameter": 40, "length": 10, "placement": {"position": [0, 20, 0]}}]}})");
+  const std::string front = shown(R"("name": "FRONT", "model": "PIN.prt", "scale": 1)");
+  // The picture's y grows downwards from 220; the plate reaches from -20 to 40, and its middle stands at 100.
+  EXPECT_THAT(front,
+              AllOf(HasSubstr(R"(<circle cx="130" cy="112" r="5" fill="none" stroke-width="0.5" stroke="#000"/>)"),
+                    HasSubstr(R"(<path d="M100 100A20 20 0 0 0 100 140" fill="none" stroke-width="0.5")"),
+                    HasSubstr(R"(<line x1="122.5" y1="112" x2="137.5" y2="112" stroke-width="0.25" stroke="#000" )"
+                              R"(stroke-dasharray="6 0.75 0.125 0.75"/>)"),
+                    Not(HasSubstr("stroke-dasharray=\"3 0.75\""))));
+  // The bore behind the plate's side.
+  EXPECT_THAT(shown(R"("name": "TOP", "model": "PIN.prt", "scale": 1, "displayStyle": 2)"),
+              HasSubstr(R"(stroke-width="0.25" stroke="#000" stroke-dasharray="3 0.75"/>)"));
+}
+
+TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
+  const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::foreignPlace().viewTime = std::chrono::milliseconds(0);
+  const std::string view = R"("name": "FRONT", "model": "PIN.prt", "scale": 1)";
+  const std::string svg = shown(view);
+  EXPECT_THAT(svg, AllOf(HasSubstr(">drawn by facets</text>"), Not(HasSubstr("<circle"))));
+  EXPECT_GE(viewLines(svg).size(), 16U) << "the rim";
+  const std::vector<std::string> words = {"show", models(), "PLAN.DRW", "--svg", path("plan.svg")};
+  EXPECT_THAT(kelvane(words).err,
+              HasSubstr("PIN.PRT: the view FRONT is drawn by facets: it wasn't done within 0 seconds\n"));
+  headless::geometry::foreignPlace().program = "/bin/no-such-program";
+  EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(shown(view))) << "a frame";
+  EXPECT_THAT(kelvane(words).err, HasSubstr("PIN.PRT: the view FRONT can't be drawn: the program that works it out "
+                                            "doesn't start: /bin/no-such-program"));
+}
+
+// A block behind a plate: it is covered as a whole, seen through a bore, or beside it.
+TEST_F(SheetViews, LeaveOutWhatACoveringFaceHides) {
+  file("models/pin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [12, 12, 5]}]}})");
+  const std::pair<const char*, Lines> cases[] = {
+      {"", rectangle(20, 20)},
+      {R"(, {"type": "hole", "diameter": 20, "placement": {"position": [20, 20, 0]}})", rectangle(6, 6)},
+  };
+  for (const auto& [hole, expected] : cases) {
+    file("models/thin.prt.1",
+         R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [40, 40, 2]})" + std::string(hole) + "]}}");
+    file("models/step.asm.1", R"({"format": 1, "components": [{"name": "THIN", "type": "prt", "feature": 5},
+        {"name": "PIN", "type": "prt", "feature": 6, "placement": {"position": [14, 14, -10]}}]})");
+    const Lines lines = viewLines(shown(R"("name": "FRONT", "model": "STEP.asm", "scale": 1)"));
+    EXPECT_TRUE(std::ranges::includes(lines, expected)) << hole;
+    EXPECT_EQ(*hole != 0, std::ranges::includes(lines, rectangle(6, 6))) << hole;
+  }
 }
 
 TEST_F(SheetViews, AreFramesWhereThereIsNothingToShow) {

@@ -94,7 +94,9 @@ kvd_layer(kelvane_package TREE apps FOLDERS kelvane/package LINKS kelvane_base P
   PkgConfig::LIBZIP)
 kvd_layer(kelvane_check TREE apps FOLDERS kelvane/check LINKS kelvane_package kelvane_vocabulary
   PRIVATE_LINKS kelvane_log)
-kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_check kelvane_show kvd_run)
+kvd_layer(kelvane_trust TREE apps FOLDERS kelvane/trust LINKS kelvane_check
+  PRIVATE_LINKS nlohmann_json::nlohmann_json PkgConfig::CRYPTO)
+kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_trust kelvane_show kvd_run)
 kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run)
 kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS PkgConfig::HTTPLIB PkgConfig::CRYPTO)
 kvd_layer(kelvane_verbs TREE apps FOLDERS kelvane

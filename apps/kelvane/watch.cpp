@@ -18,7 +18,8 @@ class Watch : public Verb {
          &o.package},
         {"--json", "", "a JSON line for each trigger", &watched_.json},
     };
-    for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());
+    for (const auto& more : {surroundingRows(o), outputRows(o), confinementRows(o.grants)})
+      rows.insert(rows.end(), more.begin(), more.end());
     return rows;
   }
   int run(Console& console) override { return watch(watched_, console); }

@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "core/config.h"
+#include "core/confinement.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -113,6 +114,7 @@ text::Fault startPlugin(std::string_view version, std::string_view build) {
     creoLog(state.tempPath);
     return fault;
   }
+  confineAsConfigured();
   testGraphics();
   if (creoVersionIsKnown()) attach();
   return {};
@@ -132,6 +134,7 @@ void endPlugin() {
   }
   run::resetModelTable();
   language::forgetWhatWasGivenUp();
+  endConfinement();
   logReset();
   webSettings() = {};
   pluginState().reset();

@@ -1,6 +1,7 @@
 // What of a run may leave the process: programs that its list starts, and addresses on the web that it asks.
 #pragma once
 
+#include "core/log.h"
 #include "kelvane/run/options.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
@@ -25,19 +26,33 @@ class SilentOpener : public os::Processes {
   std::shared_ptr<os::Processes> under_;
 };
 
+// A program reads the clipboard for this one.
+class ClosedClipboard : public os::Clipboard {
+ public:
+  std::optional<std::wstring> text() override {
+    core::logWrite(L"This run starts no programs, and one would read the clipboard", core::kError);
+    return std::nullopt;
+  }
+};
+
 // The doors as the options say, until the run is over. A dry run asks nothing and starts nothing; what is refused
 // anyway is refused there too.
 class RunDoors {
  public:
-  explicit RunDoors(const RunOptions& options) : processes_(os::surroundings().processes) {
+  explicit RunDoors(const RunOptions& options)
+      : processes_(os::surroundings().processes), clipboard_(os::surroundings().clipboard) {
     const os::Door open = options.dryRun ? os::Door::withheld : os::Door::open;
     os::doors() = {options.noPrograms ? os::Door::closed : open, {}};
     if (options.noWeb) web_ = std::make_shared<os::WithheldWeb>(L"this run asks nothing of the web");
     if (!web_ && options.dryRun) web_ = requests_ = std::make_shared<os::WithheldWeb>(L"");
     if (web_) webGuard_.emplace(web_);
     os::surroundings().processes = std::make_shared<SilentOpener>(processes_);
+    if (options.noPrograms) os::surroundings().clipboard = std::make_shared<ClosedClipboard>();
   }
-  ~RunDoors() { os::surroundings().processes = processes_; }
+  ~RunDoors() {
+    os::surroundings().processes = processes_;
+    os::surroundings().clipboard = clipboard_;
+  }
   RunDoors(const RunDoors&) = delete;
   RunDoors& operator=(const RunDoors&) = delete;
   // Lines of what a dry run withheld.
@@ -49,6 +64,7 @@ class RunDoors {
  private:
   os::DoorsGuard doors_;
   std::shared_ptr<os::Processes> processes_;
+  std::shared_ptr<os::Clipboard> clipboard_;
   std::shared_ptr<os::WithheldWeb> web_, requests_;  // none: the web is asked; of a dry run
   std::optional<os::WebGuard> webGuard_;
 };

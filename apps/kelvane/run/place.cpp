@@ -20,6 +20,8 @@
 #include "os/program.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
+#include "text/pieces.h"
 
 namespace kelvane {
 namespace {
@@ -142,6 +144,24 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
 }
 
+// The last line of a key counts.
+bool isConfinedBy(const std::string& config) {
+  constexpr std::wstring_view kKey = L"kvd_confine=";
+  bool isOn = false;
+  for (const std::wstring& line : text::lines(text::fromUtf8(config)))
+    if (text::startsWithNoCase(line, kKey)) isOn = text::trimmed(std::wstring_view(line).substr(kKey.size())) == L"1";
+  return isOn;
+}
+
+void takeGrants(RunPlace& place, const RunOptions& options, const std::string& config) {
+  const GrantOptions& given = options.grants;
+  place.isConfined = given.confine || given.requireTrust || isConfinedBy(config);
+  place.granted = needsOf(given.allow);
+  place.denied = needsOf(given.deny);
+  if (!place.isConfined && !(given.allow.empty() && given.deny.empty()))
+    throw Fault("--allow-... and --deny-... go with --confine");
+}
+
 // Three plain arguments are easily given in another order.
 void requireOrder(const RunOptions& options) {
   if (isPackage(options.package)) return;
@@ -177,6 +197,7 @@ RunPlace prepareRun(const RunOptions& options) {
   (void)AcceptedExports(options.accept);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
+  takeGrants(place, options, config);
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);
   requireVaults(options);
   const std::string models = modelsFolder(options);
@@ -191,6 +212,7 @@ RunPlace prepareWatch(const RunOptions& options) {
   if (!options.package.empty()) package = openPackage(options.package);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
+  takeGrants(place, options, config);
   requireVaults(options);
   const std::string models = modelsFolder(options);
   place.vaults = connections(options, models);

@@ -25,6 +25,9 @@ struct RunPlace {
   std::vector<headless::VaultConnection> vaults;
   std::vector<Answer> answers;  // to the list's questions
   std::vector<std::unique_ptr<os::FileLock>> locks;
+  // Lists are held to what is granted, by the options, and for this package by `kelvane trust`.
+  bool isConfined = false;
+  std::vector<os::Need> granted, denied;
 };
 
 // Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or

@@ -9,10 +9,12 @@
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/places.h"
 #include "kelvane/run/config.h"
+#include "kelvane/run/confined.h"
 #include "kelvane/run/doors.h"
 #include "kelvane/run/driver.h"
 #include "kelvane/run/files.h"
 #include "kelvane/run/place.h"
+#include "kelvane/run/read_only_files.h"
 #include "kelvane/run/recorded_files.h"
 #include "kelvane/run/watch.h"
 #include "kelvane/show/model_graph.h"
@@ -30,10 +32,11 @@ struct RunFiles {
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
 
-  explicit RunFiles(bool dryRun) {
-    if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
+  explicit RunFiles(const RunOptions& options) {
+    if (options.dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : disk);
     os::surroundings().files = recorded;
+    if (options.readOnly) os::surroundings().files = std::make_shared<ReadOnlyFiles>(recorded);
   }
   ~RunFiles() { os::surroundings().files = disk; }
   RunFiles(const RunFiles&) = delete;
@@ -67,8 +70,9 @@ class RunWork {
       : options_(options),
         console_(console),
         place_(prepareRun(options)),
-        files_(options.dryRun),
+        files_(options),
         doors_(options),
+        confinement_(options, place_),
         keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
     files_.recorded->tellAppends([](std::wstring_view path) {
@@ -237,6 +241,7 @@ class RunWork {
   int finish(int code) {
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
+    confinement_.tell(events_);
     if (events_.on()) events_.tell("recap", recapNumbers(recap_));
     if (const std::string fault = events_.fault(); !fault.empty()) {
       console_.trouble("error: " + fault);
@@ -251,6 +256,7 @@ class RunWork {
   RunPlace place_;
   RunFiles files_;
   RunDoors doors_;
+  RunConfinement confinement_;
   LogKeeper keeper_;
   Events events_;
   Recap recap_;

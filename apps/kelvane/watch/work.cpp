@@ -9,6 +9,7 @@
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/run/config.h"
+#include "kelvane/run/confined.h"
 #include "kelvane/run/place.h"
 #include "kelvane/show/model_folder.h"
 #include "kelvane/watch/firing.h"
@@ -64,6 +65,7 @@ class WatchWork {
       : options_(options),
         console_(console),
         place_(prepareWatch(options.surroundings)),
+        confinement_(options.surroundings, place_),
         session_(sessionOptions(options.surroundings, place_)) {
     tellConfigFaults(options.surroundings, console);
     if (!options.surroundings.events.empty()) events_.open(options.surroundings.events);
@@ -81,6 +83,7 @@ class WatchWork {
       if (const int code = work(wordsOf(line))) return code;
       console_.flush();
     }
+    confinement_.tell(events_);
     if (const std::string fault = events_.fault(); !fault.empty()) {
       console_.trouble("error: " + fault);
       troubled_ = true;
@@ -155,6 +158,7 @@ class WatchWork {
   const WatchOptions& options_;
   Console& console_;
   RunPlace place_;
+  RunConfinement confinement_;
   Events events_;
   Session session_;
   bool troubled_ = false;

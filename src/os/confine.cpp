@@ -133,6 +133,7 @@ Confine::Confine(Grants grants, std::function<void(const Asked&)> tell)
       saved_(surroundings()),
       web_(std::make_shared<ConfinedWeb>(*this, web())),
       outer_(std::exchange(current(), this)) {
+  gate() = this;
   surroundings().files = std::make_shared<ConfinedFiles>(*this, saved_.files);
   surroundings().clipboard = std::make_shared<ConfinedClipboard>(*this, saved_.clipboard);
 }
@@ -141,6 +142,7 @@ Confine::~Confine() {
   surroundings().files = saved_.files;
   surroundings().clipboard = saved_.clipboard;
   current() = outer_;
+  gate() = outer_;
 }
 
 Confine* Confine::inForce() { return current(); }

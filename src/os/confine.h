@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "os/gate.h"
 #include "os/grants.h"
 #include "os/surroundings.h"
 #include "os/web.h"
@@ -22,11 +23,11 @@ struct Asked {
   std::wstring reason;  // of a refusal: "--allow-read=/etc isn't granted"
 };
 
-class Confine {
+class Confine : public Gate {
  public:
   // tell: is called for each refusal, at once; by the thread that asked.
   Confine(Grants grants, std::function<void(const Asked&)> tell);
-  ~Confine();  // the doors are as they were before
+  ~Confine() override;  // the doors are as they were before
   Confine(const Confine&) = delete;
   Confine& operator=(const Confine&) = delete;
 
@@ -37,17 +38,15 @@ class Confine {
   // The one in force; null: nothing is confined.
   static Confine* inForce();
 
-  // ---- for the doors. No error: it may be done.
+  // ---- for the doors, as Gate's.
   std::error_code read(std::wstring_view path);
+  // itself: a link is meant, and not the file that it leads to.
   std::error_code write(std::wstring_view path, bool itself = false);
-  // The command line of a shell, in that folder.
-  std::error_code run(std::wstring_view command, std::wstring_view folder);
-  // A program with its arguments.
-  std::error_code start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder);
-  // A document with the desktop's program for it.
-  std::error_code open(std::wstring_view path);
+  std::error_code run(std::wstring_view command, std::wstring_view folder) override;
+  std::error_code start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) override;
+  std::error_code open(std::wstring_view path) override;
+  std::error_code set(std::wstring_view variable) override;
   std::error_code ask(std::string_view address);
-  std::error_code set(std::wstring_view variable);
   std::error_code paste();
   // Steps that are recorded or written for Creo itself, which can start programs and reach any file.
   std::error_code play(std::wstring_view what);

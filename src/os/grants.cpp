@@ -4,7 +4,6 @@
 
 #include "os/links.h"
 #include "os/paths.h"
-#include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 

@@ -1,7 +1,7 @@
 #include "os/processes.h"
 
-#include "os/confine.h"
 #include "os/doors.h"
+#include "os/gate.h"
 
 namespace os {
 namespace {
@@ -21,15 +21,15 @@ std::error_code Processes::open(std::wstring_view path) {
 
 // What a confined list may not start is refused in a dry run too, before it would be noted.
 Result<int> Processes::run(std::wstring_view command, std::wstring_view folder) {
-  if (Confine* const confine = Confine::inForce())
-    if (const auto error = confine->run(command, folder)) return {0, error};
+  if (Gate* const asked = gate())
+    if (const auto error = asked->run(command, folder)) return {0, error};
   if (const auto withheld = heldBack(doors().programs, L"run " + std::wstring(command))) return {0, *withheld};
   return doRun(command, folder);
 }
 
 std::error_code Processes::start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) {
-  if (Confine* const confine = Confine::inForce())
-    if (const auto error = confine->start(program, arguments, folder)) return error;
+  if (Gate* const asked = gate())
+    if (const auto error = asked->start(program, arguments, folder)) return error;
   if (const auto withheld = heldBack(doors().programs, startLine(program, arguments))) return *withheld;
   return doStart(program, arguments, folder);
 }

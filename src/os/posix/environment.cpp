@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <map>
 
-#include "os/confine.h"
+#include "os/gate.h"
 #include "os/posix/own_environment.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
@@ -83,8 +83,8 @@ std::error_code setEnvironment(std::wstring_view name, std::wstring_view value) 
   if (name.empty() || name.find_first_of(std::wstring_view(L"=\0", 2)) != name.npos) {
     return std::make_error_code(std::errc::invalid_argument);
   }
-  if (Confine* const confine = Confine::inForce())
-    if (const auto error = confine->set(name)) return error;
+  if (Gate* const asked = gate())
+    if (const auto error = asked->set(name)) return error;
   const std::string bytes = text::toUtf8(name);
   const std::string known = knownName(bytes);
   const std::string variable = known.empty() ? bytes : known;

@@ -64,5 +64,6 @@ std::unique_ptr<Verb> makePredicates();
 std::unique_ptr<Verb> makeHelp();
 std::unique_ptr<Verb> makeSchema();
 std::unique_ptr<Verb> makeInit();
+std::unique_ptr<Verb> makeTrust();
 
 }  // namespace kelvane

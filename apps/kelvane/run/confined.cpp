@@ -51,4 +51,12 @@ void RunConfinement::tell(Events& events) const {
                           {"what", text::toUtf8(asked.what)}});
 }
 
+void tellLackingGrants(const RunPlace& place, Console& console) {
+  if (!place.trustFault.empty()) console.trouble("warning: " + place.trustFault);
+  if (place.lacking.empty()) return;
+  console.note(place.package + " needs " + optionsOf(place.lacking) +
+               (place.isConfined ? ", which isn't granted and will be refused"
+                                 : "; without --confine nothing holds it to that, and 'kelvane trust' keeps grants"));
+}
+
 }  // namespace kelvane

@@ -27,4 +27,8 @@ class RunConfinement {
   std::optional<os::Confine> confine_;
 };
 
+// A line at the start, where the package needs what isn't granted: that a run without confinement holds it to nothing,
+// or what a confined one will refuse.
+void tellLackingGrants(const RunPlace& place, Console& console);
+
 }  // namespace kelvane

@@ -28,6 +28,8 @@ struct RunPlace {
   // Lists are held to what is granted, by the options, and for this package by `kelvane trust`.
   bool isConfined = false;
   std::vector<os::Need> granted, denied;
+  std::vector<os::Need> lacking;  // what the package needs, as far as it can be told, and isn't granted
+  std::string trustFault;         // why what is kept can't be read, where nothing is confined; else empty
 };
 
 // Checks what was asked and puts everything into its place; nothing has run yet. A Fault when something isn't there or

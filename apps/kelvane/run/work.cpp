@@ -75,6 +75,7 @@ class RunWork {
         confinement_(options, place_),
         keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
+    tellLackingGrants(place_, console);
     files_.recorded->tellAppends([](std::wstring_view path) {
       if (path == core::pluginState().logFile) LogKeeper::follow(shown(path));
     });

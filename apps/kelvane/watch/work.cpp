@@ -68,6 +68,7 @@ class WatchWork {
         confinement_(options.surroundings, place_),
         session_(sessionOptions(options.surroundings, place_)) {
     tellConfigFaults(options.surroundings, console);
+    tellLackingGrants(place_, console);
     if (!options.surroundings.events.empty()) events_.open(options.surroundings.events);
     for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);
   }

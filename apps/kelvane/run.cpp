@@ -45,6 +45,7 @@ class Run : public Verb {
     };
     for (const auto& more : {surroundingRows(o), outputRows(o), confinementRows(o.grants)})
       rows.insert(rows.end(), more.begin(), more.end());
+    rows.push_back(trustRow(o.grants));
     return rows;
   }
   int run(Console& console) override { return runList(options_, console); }

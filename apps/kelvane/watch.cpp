@@ -20,6 +20,7 @@ class Watch : public Verb {
     };
     for (const auto& more : {surroundingRows(o), outputRows(o), confinementRows(o.grants)})
       rows.insert(rows.end(), more.begin(), more.end());
+    rows.push_back(trustRow(o.grants));
     return rows;
   }
   int run(Console& console) override { return watch(watched_, console); }

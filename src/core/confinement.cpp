@@ -17,6 +17,11 @@ std::unique_ptr<os::Confine>& configured() {
   return confine;
 }
 
+std::wstring& lastTold() {
+  static std::wstring place;
+  return place;
+}
+
 // What is asked several times in a row, as whether a file is there and then its content, is one refusal.
 bool isToldAgain(const std::wstring& line) {
   const PluginState& state = pluginState();
@@ -63,6 +68,7 @@ void confineAsConfigured() {
 
 void endConfinement() {
   configured().reset();
+  lastTold().clear();
   confinementSettings() = {};
 }
 

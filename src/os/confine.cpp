@@ -96,7 +96,7 @@ class ConfinedFiles : public Files {
 
  private:
   // No path is that of the root, which anybody knows to be there.
-  bool mayLook(std::wstring_view path) { return partsOf(path).empty() || !confine_.read(path); }
+  bool mayLook(std::wstring_view path) { return partsOf(path).empty() || !confine_.look(path); }
 
   Confine& confine_;
   std::shared_ptr<Files> under_;
@@ -169,6 +169,10 @@ std::error_code Confine::touch(Permission permission, const std::string& place) 
 }
 
 // Where something may be written it may be seen that it is there.
+std::error_code Confine::look(std::wstring_view path) {
+  const std::string place = machineBehindLinks(path);
+  return Grants::isOpen(grants_.mayWrite(place)) ? std::error_code() : touch(Permission::read, place);
+}
 std::error_code Confine::read(std::wstring_view path) { return touch(Permission::read, machineBehindLinks(path)); }
 std::error_code Confine::write(std::wstring_view path, bool itself) {
   return touch(Permission::write, itself ? machineItself(path) : machineBehindLinks(path));

@@ -39,6 +39,8 @@ class Confine : public Gate {
   static Confine* inForce();
 
   // ---- for the doors, as Gate's.
+  // Whether it is there, and how large and old; so where it may be written, too.
+  std::error_code look(std::wstring_view path);
   std::error_code read(std::wstring_view path);
   // itself: a link is meant, and not the file that it leads to.
   std::error_code write(std::wstring_view path, bool itself = false);

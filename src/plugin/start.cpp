@@ -45,6 +45,7 @@ text::Fault notStarted(std::wstring what) {
 
 // Both files, the user's after the site's; appdata holds the user's folder.
 void readConfiguration() {
+  const os::OwnWork configuration;
   creoProgress(L"<KVD> set std options");
   readConfigPaths();
   readConfigFile(pluginState().confPath + L"kvd_main.cfg", OptionSource::mainFile);

@@ -229,6 +229,7 @@ class RunWork {
   void collectAll() {
     std::vector<std::wstring> all = files_.recorded->written();
     std::erase_if(all, isLog);
+    const os::OwnWork copying;
     try {
       collect(all, options_.collect);
       console_.result("collected  " + shown(systemPath(options_.collect)));

@@ -75,12 +75,14 @@ std::vector<OptionRow> grantRows(GrantOptions& o) {
 std::vector<OptionRow> confinementRows(GrantOptions& o) {
   std::vector<OptionRow> rows = {
       {"--confine", "", "holds lists to their package, the models and the temp folder, and to what is granted",
-       &o.confine},
-      {"--require-trust", "", "the same, and refuses a package that needs more than 'kelvane trust' keeps for it",
-       &o.requireTrust},
-  };
-  for (OptionRow& row : grantRows(o)) rows.push_back(row);
+       &o.confine}};
+  for (const OptionRow& row : grantRows(o)) rows.push_back(row);
   return rows;
+}
+
+OptionRow trustRow(GrantOptions& o) {
+  return {"--require-trust", "", "confines, and refuses a package that needs more than 'kelvane trust' keeps for it",
+          &o.requireTrust};
 }
 
 std::string optionOf(const os::Need& need) { return "--" + inQuotes(text::toUtf8(os::grantText(need))); }

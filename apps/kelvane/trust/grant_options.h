@@ -28,8 +28,10 @@ std::vector<os::Need> needsOf(const GrantOptions::Given& given);
 
 // --allow-... and --deny-...
 std::vector<OptionRow> grantRows(GrantOptions& options);
-// --confine, --require-trust and those.
+// --confine and those.
 std::vector<OptionRow> confinementRows(GrantOptions& options);
+// --require-trust, for verbs with one package.
+OptionRow trustRow(GrantOptions& options);
 
 // "--allow-read=/srv/templates", in quotes where a shell needs them.
 std::string optionOf(const os::Need& need);

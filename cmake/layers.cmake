@@ -95,12 +95,15 @@ kvd_layer(kelvane_package TREE apps FOLDERS kelvane/package LINKS kelvane_base P
   PkgConfig::LIBZIP)
 kvd_layer(kelvane_check TREE apps FOLDERS kelvane/check LINKS kelvane_package kelvane_vocabulary
   PRIVATE_LINKS kelvane_log)
+kvd_layer(kelvane_trust TREE apps FOLDERS kelvane/trust LINKS kelvane_check nlohmann_json::nlohmann_json
+  PRIVATE_LINKS PkgConfig::CRYPTO)
 kvd_layer(kelvane_journal TREE apps FOLDERS kelvane/journal LINKS kelvane_show)
-kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_check kelvane_journal kvd_run)
+kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_trust kelvane_journal kvd_run)
 kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run)
 kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS PkgConfig::HTTPLIB PkgConfig::CRYPTO)
 kvd_layer(kelvane_verbs TREE apps FOLDERS kelvane
-  WITHOUT kelvane/base kelvane/log kelvane/show kelvane/vocabulary kelvane/package kelvane/check kelvane/journal kelvane/run
+  WITHOUT kelvane/base kelvane/log kelvane/show kelvane/vocabulary kelvane/package kelvane/check kelvane/trust
+          kelvane/journal kelvane/run
           kelvane/watch kelvane/ui kelvane/main.cpp
   LINKS kelvane_watch kelvane_ui kvd_plugin PRIVATE_LINKS CLI11::CLI11)
 # The page of `kelvane ui` is part of the program.

@@ -11,6 +11,8 @@
 #include "kelvane/check/config_check.h"
 #include "kelvane/check/package_check.h"
 #include "kelvane/check/package_mend.h"
+#include "kelvane/trust/grant_options.h"
+#include "kelvane/trust/telling.h"
 #include "os/text_files.h"
 
 namespace kelvane {
@@ -40,6 +42,8 @@ class Check : public Verb {
             {"--baseline", "FILE", "the JSON of an earlier check: what it holds isn't told again", &baseline_},
             {"--fix", "", "mends the files of a folder where it is sure, and shows the changed lines", &fix_},
             {"-n,--dry-run", "", "with --fix: shows them and writes nothing", &dryRun_},
+            {"--trust", "",
+             "instead: what it needs of the grants of a confined run, and the options that grant just that", &trust_},
             {"--json", "", "as JSON", &json_}};
   }
   int run(Console& console) override {
@@ -49,6 +53,7 @@ class Check : public Verb {
     // What packing adds to a folder is no fault of it.
     const MarkedPackage packed(*opened);
     const PackageSource& package = isFolder() ? static_cast<const PackageSource&>(packed) : *opened;
+    if (trust_) return showNeeds(needsOf(package), console);
     std::vector<Finding> findings = found(package);
     if (fix_) findings = mendPackage({package_, !dryRun_, chosen}, package, std::move(findings), console);
     std::erase_if(findings, [&chosen](const Finding& entry) { return !chosen(entry); });
@@ -79,6 +84,8 @@ class Check : public Verb {
 
   [[nodiscard]] bool isFolder() const { return std::filesystem::is_directory(package_); }
   void refuseWhatCantBe() const {
+    if (trust_ && (fix_ || !config_.empty() || !ignored_.empty() || baseline_))
+      throw Fault("--trust tells what a package needs, and no findings; it goes with --json alone");
     if (dryRun_ && !fix_) throw Fault("--dry-run goes with --fix; without it check writes nothing anyway");
     if (fix_ && json_) throw Fault("--fix shows changed lines and --json findings; give one of them");
     if (fix_ && !isFolder() && std::filesystem::exists(package_))
@@ -88,6 +95,19 @@ class Check : public Verb {
     std::vector<Finding> findings = config_.empty() ? std::vector<Finding>() : checkConfig(config_);
     for (Finding& finding : checkPackage(package)) findings.push_back(std::move(finding));
     return findings;
+  }
+  int showNeeds(const std::vector<PackageNeed>& needs, Console& console) const {
+    if (json_) {
+      console.resultJson(needsJson(needs).dump(2));
+      return kFine;
+    }
+    for (const std::string& line : needLines(needs)) console.result(line);
+    const std::vector<os::Need> grants = grantsFor(needs);
+    console.result("--confine" + (grants.empty() ? "" : " " + optionsOf(grants)));
+    const auto open = std::count_if(needs.begin(), needs.end(),
+                                    [](const PackageNeed& need) { return need.permission && !need.isKnown(); });
+    if (open > 0) console.note("a '?' is put together when the list runs; a refusal there names the grant");
+    return kFine;
   }
   // With --fix the results are changed lines; what is left to a person stands beside them.
   void show(const std::vector<Finding>& findings, Console& console) const {
@@ -122,7 +142,7 @@ class Check : public Verb {
   std::string package_, config_;
   std::vector<std::string> ignored_;
   std::optional<std::string> baseline_;
-  bool fix_ = false, dryRun_ = false, json_ = false;
+  bool fix_ = false, dryRun_ = false, trust_ = false, json_ = false;
 };
 
 }  // namespace

@@ -45,7 +45,9 @@ class Run : public Verb {
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
     };
-    for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());
+    for (const auto& more : {surroundingRows(o), outputRows(o), confinementRows(o.grants)})
+      rows.insert(rows.end(), more.begin(), more.end());
+    rows.push_back(trustRow(o.grants));
     return rows;
   }
   int run(Console& console) override {

@@ -24,8 +24,8 @@ class UiVerb : public Verb {
         {"--no-programs", "", "starts no program; an action that asks for one gets an error line", &o.noPrograms},
         {"--no-web", "", "asks nothing of the web; an action that does gets an error line", &o.noWeb},
     };
-    const auto more = surroundingRows(o);
-    rows.insert(rows.end(), more.begin(), more.end());
+    for (const auto& more : {surroundingRows(o), confinementRows(o.grants)})
+      rows.insert(rows.end(), more.begin(), more.end());
     return rows;
   }
 

@@ -10,6 +10,7 @@ const VerbRow kVerbs[] = {
     {"run", "runs a list on the models of a folder", "kelvane run standards.kvz clean models --dry-run", &makeRun},
     {"lists", "a package's action lists, with their descriptions", "kelvane lists standards.kvz", &makeLists},
     {"check", "what of a package would not run", "kelvane check standards.kvz", &makeCheck},
+    {"trust", "what a package may do in a confined run, as it is kept", "kelvane trust standards.kvz", &makeTrust},
     {"explain", "what a rule of the check finds", "kelvane explain attribute-unknown", &makeExplain},
     {"actions", "the actions that lists can hold, or all of one of them", "kelvane actions renameLayer", &makeActions},
     {"predicates", "what filters can ask, or all of one filter", "kelvane predicates parameter", &makePredicates},

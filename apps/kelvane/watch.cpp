@@ -19,7 +19,9 @@ class Watch : public Verb {
         durableRow(o),
         {"--json", "", "a JSON line for each trigger", &watched_.json},
     };
-    for (const auto& more : {surroundingRows(o), outputRows(o)}) rows.insert(rows.end(), more.begin(), more.end());
+    for (const auto& more : {surroundingRows(o), outputRows(o), confinementRows(o.grants)})
+      rows.insert(rows.end(), more.begin(), more.end());
+    rows.push_back(trustRow(o.grants));
     return rows;
   }
   int run(Console& console) override { return watch(watched_, console); }

@@ -1,13 +1,16 @@
 #include <array>
 
 #include "core/config.h"
+#include "core/confinement.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/web_settings.h"
 #include "os/paths.h"
+#include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
+#include "text/pieces.h"
 
 namespace core {
 namespace {
@@ -63,6 +66,30 @@ void urlTimeout(PluginState&, const std::wstring& value) {
   if (const int seconds = text::parseInt(value); seconds > 0) webSettings().timeoutSeconds = seconds;
 }
 void urlVerify(PluginState&, const std::wstring& value) { webSettings().verifyCertificates = value == L"1"; }
+
+void confine(PluginState&, const std::wstring& value) { confinementSettings().isOn = value == L"1"; }
+// Names with semicolons between them, in place of those that an earlier line gave; of the clipboard "1". Paths stand in
+// the system's form.
+template <os::Permission P, auto Member>
+void grants(PluginState&, const std::wstring& value) {
+  std::vector<os::Need>& all = confinementSettings().*Member;
+  std::erase_if(all, [](const os::Need& need) { return need.permission == P; });
+  if (P == os::Permission::clipboard) {
+    if (value == L"1") all.push_back({P, {}});
+    return;
+  }
+  for (const std::wstring& piece : text::split(value, L';')) {
+    std::wstring name(text::trimmed(piece));
+    if (name.empty()) continue;
+    const bool isPath = P == os::Permission::read || P == os::Permission::write ||
+                        (P == os::Permission::run && name.find_first_of(L"\\/") != name.npos);
+    all.push_back({P, isPath ? text::fromUtf8(os::mounts().machine(name)) : std::move(name)});
+  }
+}
+template <os::Permission P>
+constexpr auto allowed = grants<P, &ConfinementSettings::allowed>;
+template <os::Permission P>
+constexpr auto denied = grants<P, &ConfinementSettings::denied>;
 
 constexpr auto kKeys = std::to_array<ConfigKey>({
     // key, short name, source slot, what it sets
@@ -141,6 +168,19 @@ constexpr auto kKeys = std::to_array<ConfigKey>({
     {L"kvd_write_welcome_message", L"writeWelcomeMessage", 36, number<&PluginState::writeWelcomeMessage>},
     {L"kvd_url_timeout", L"", -1, urlTimeout},
     {L"kvd_url_verify", L"", -1, urlVerify},
+    {L"kvd_confine", L"", -1, confine},
+    {L"kvd_allow_run", L"", -1, allowed<os::Permission::run>},
+    {L"kvd_allow_net", L"", -1, allowed<os::Permission::net>},
+    {L"kvd_allow_read", L"", -1, allowed<os::Permission::read>},
+    {L"kvd_allow_write", L"", -1, allowed<os::Permission::write>},
+    {L"kvd_allow_env", L"", -1, allowed<os::Permission::env>},
+    {L"kvd_allow_clipboard", L"", -1, allowed<os::Permission::clipboard>},
+    {L"kvd_deny_run", L"", -1, denied<os::Permission::run>},
+    {L"kvd_deny_net", L"", -1, denied<os::Permission::net>},
+    {L"kvd_deny_read", L"", -1, denied<os::Permission::read>},
+    {L"kvd_deny_write", L"", -1, denied<os::Permission::write>},
+    {L"kvd_deny_env", L"", -1, denied<os::Permission::env>},
+    {L"kvd_deny_clipboard", L"", -1, denied<os::Permission::clipboard>},
     {L"kvd_log_as_tree", L"logType", 37, number<&PluginState::logType>},
 });
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "core/log_silence.h"
 #include "core/log_view.h"
@@ -163,6 +164,8 @@ void logMsgPlain(Message message, int level) { logWrite(msgText(message), level)
 
 LogSilence::LogSilence() { ++log().silences; }
 LogSilence::~LogSilence() { --log().silences; }
+LogSound::LogSound() : silences_(std::exchange(log().silences, 0)) {}
+LogSound::~LogSound() { log().silences = silences_; }
 
 void logEnterGroup(std::wstring_view prefix) {
   log().groupPrefix.append(prefix);

@@ -12,4 +12,16 @@ class LogSilence {
   LogSilence& operator=(const LogSilence&) = delete;
 };
 
+// While it lives no silence holds.
+class LogSound {
+ public:
+  LogSound();
+  ~LogSound();
+  LogSound(const LogSound&) = delete;
+  LogSound& operator=(const LogSound&) = delete;
+
+ private:
+  int silences_;
+};
+
 }  // namespace core

@@ -8,6 +8,7 @@
 #include "documents/package_rules.h"
 #include "documents/unpack.h"
 #include "documents/zip.h"
+#include "os/confine.h"
 #include "os/executable.h"
 #include "os/interrupt.h"
 #include "os/surroundings.h"
@@ -173,6 +174,11 @@ Unpacked unpackPackage(std::string_view given, int attempt) {
     return Unpacked::refused;
   }
   state.openKvzPath = folder;
+  // Of its own folder a confined list writes the reports alone: what is unpacked there runs again without being
+  // unpacked anew.
+  if (os::Confine* const confine = os::Confine::inForce())
+    confine->grants().exceptReports(os::joined(folder, L"reports"));
+  const os::OwnWork unpacking;
   const std::wstring package = os::joined(state.kvzPath, *name);
   const auto time = os::files().modified(package);
   const std::wstring marker = os::joined(folder, markerName(time.value));

@@ -2,6 +2,7 @@
 
 #include "os/doors.h"
 #include "os/durable.h"
+#include "os/gate.h"
 
 namespace os {
 namespace {
@@ -20,13 +21,18 @@ std::error_code Processes::open(std::wstring_view path) {
   return doOpen(path);
 }
 
+// What a confined list may not start is refused in a dry run too, before it would be noted.
 Result<int> Processes::run(std::wstring_view command, std::wstring_view folder) {
+  if (Gate* const asked = gate())
+    if (const auto error = asked->run(command, folder)) return {0, error};
   if (const auto withheld = heldBack(doors().programs, L"run " + std::wstring(command))) return {0, *withheld};
   if (const auto unsafe = settleWritten()) return {0, unsafe};
   return doRun(command, folder);
 }
 
 std::error_code Processes::start(std::wstring_view program, std::wstring_view arguments, std::wstring_view folder) {
+  if (Gate* const asked = gate())
+    if (const auto error = asked->start(program, arguments, folder)) return error;
   if (const auto withheld = heldBack(doors().programs, startLine(program, arguments))) return *withheld;
   if (const auto unsafe = settleWritten()) return unsafe;
   return doStart(program, arguments, folder);

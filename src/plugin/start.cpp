@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "core/config.h"
+#include "core/confinement.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
@@ -44,6 +45,7 @@ text::Fault notStarted(std::wstring what) {
 
 // Both files, the user's after the site's; appdata holds the user's folder.
 void readConfiguration() {
+  const os::OwnWork configuration;
   creoProgress(L"<KVD> set std options");
   readConfigPaths();
   readConfigFile(pluginState().confPath + L"kvd_main.cfg", OptionSource::mainFile);
@@ -113,6 +115,7 @@ text::Fault startPlugin(std::string_view version, std::string_view build) {
     creoLog(state.tempPath);
     return fault;
   }
+  confineAsConfigured();
   testGraphics();
   if (creoVersionIsKnown()) attach();
   return {};
@@ -132,6 +135,7 @@ void endPlugin() {
   }
   run::resetModelTable();
   language::forgetWhatWasGivenUp();
+  endConfinement();
   logReset();
   webSettings() = {};
   pluginState().reset();

@@ -71,5 +71,6 @@ std::unique_ptr<Verb> makeInit();
 std::unique_ptr<Verb> makeUndo();
 std::unique_ptr<Verb> makeRuns();
 std::unique_ptr<Verb> makePurge();
+std::unique_ptr<Verb> makeTrust();
 
 }  // namespace kelvane

@@ -14,6 +14,7 @@
 #include "kelvane/base/nearest.h"
 #include "kelvane/check/attribute_check.h"
 #include "kelvane/check/child_check.h"
+#include "kelvane/check/command_check.h"
 #include "kelvane/check/filter_check.h"
 #include "kelvane/check/list_names.h"
 #include "kelvane/check/package_uses.h"
@@ -268,6 +269,7 @@ class Document {
     checkTexts(task);
     add(task, attributeFaults(task, action));
     add(task, names_.faults(task, action));
+    add(task, commandFaults(task, action));
     for (ChildFault& one : childFaults(task, action)) add(*one.at, std::move(one.fault));
     checkPaths(task, action);
     addUses(task, usesOfAction(task, action));

@@ -9,6 +9,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/hash.h"
 #include "kelvane/package/packing.h"
+#include "os/confine.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -63,6 +64,7 @@ fs::path noteOf(const std::string& work, const std::string& name) { return fs::p
 
 void forgetUnpacked(const std::string& name) {
   const std::wstring folder = L"t:\\open_kvz_" + text::fromUtf8(name.substr(0, name.size() - 4)) + L"\\";
+  const os::OwnWork own;
   if (const auto error = os::files().removeFolder(folder, L"t:\\")) {
     throw Fault("what was unpacked before can't be removed: " + error.message());
   }

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "core/log.h"
 #include "kelvane/run/options.h"
 #include "os/doors.h"
 #include "os/surroundings.h"
@@ -47,13 +48,22 @@ class ToldWeb : public os::Web {
   std::function<void(const std::string&)> tell_;
 };
 
+// A program reads the clipboard for this one.
+class ClosedClipboard : public os::Clipboard {
+ public:
+  std::optional<std::wstring> text() override {
+    core::logWrite(L"This run starts no programs, and one would read the clipboard", core::kError);
+    return std::nullopt;
+  }
+};
+
 // The doors as the options say, until the run is over. A dry run asks nothing and starts nothing; what is refused
 // anyway is refused there too.
 class RunDoors {
  public:
   // tell: hears of each program and request that goes out; may be empty.
   explicit RunDoors(const RunOptions& options, const std::function<void(const std::string&)>& tell = {})
-      : processes_(os::surroundings().processes) {
+      : processes_(os::surroundings().processes), clipboard_(os::surroundings().clipboard) {
     const os::Door open = options.dryRun ? os::Door::withheld : os::Door::open;
     os::doors() = {options.noPrograms ? os::Door::closed : open, {}};
     if (options.noWeb) web_ = std::make_shared<os::WithheldWeb>(L"this run asks nothing of the web");
@@ -64,8 +74,12 @@ class RunDoors {
       webGuard_.emplace(std::make_shared<ToldWeb>(os::web(), tell));
     }
     os::surroundings().processes = std::make_shared<SilentOpener>(processes_, tell);
+    if (options.noPrograms) os::surroundings().clipboard = std::make_shared<ClosedClipboard>();
   }
-  ~RunDoors() { os::surroundings().processes = processes_; }
+  ~RunDoors() {
+    os::surroundings().processes = processes_;
+    os::surroundings().clipboard = clipboard_;
+  }
   RunDoors(const RunDoors&) = delete;
   RunDoors& operator=(const RunDoors&) = delete;
   // Lines of what a dry run withheld.
@@ -77,6 +91,7 @@ class RunDoors {
  private:
   os::DoorsGuard doors_;
   std::shared_ptr<os::Processes> processes_;
+  std::shared_ptr<os::Clipboard> clipboard_;
   std::shared_ptr<os::WithheldWeb> web_, requests_;  // none: the web is asked; of a dry run
   std::optional<os::WebGuard> webGuard_;
 };

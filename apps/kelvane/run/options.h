@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "kelvane/trust/grant_options.h"
+
 namespace kelvane {
 
 struct RunOptions {
@@ -32,6 +34,7 @@ struct RunOptions {
   bool checkOut = false;                 // the chosen rows, before the run
   std::vector<std::string> answers;      // "MATERIAL=steel"
   bool noPrograms = false, noWeb = false;
+  GrantOptions grants;
 
   // Output.
   std::string log, events;

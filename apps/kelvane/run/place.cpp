@@ -15,12 +15,16 @@
 #include "kelvane/run/vault_place.h"
 #include "kelvane/run/work_cache.h"
 #include "kelvane/show/model_folder.h"
+#include "kelvane/trust/needs.h"
+#include "kelvane/trust/store.h"
 #include "language/expressions.h"
 #include "os/left_files.h"
 #include "os/processes.h"
 #include "os/program.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
+#include "text/pieces.h"
 
 namespace kelvane {
 namespace {
@@ -150,6 +154,49 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
 }
 
+// The last line of a key counts.
+bool isConfinedBy(const std::string& config) {
+  constexpr std::wstring_view kKey = L"kvd_confine=";
+  bool isOn = false;
+  for (const std::wstring& line : text::lines(text::fromUtf8(config)))
+    if (text::startsWithNoCase(line, kKey)) isOn = text::trimmed(std::wstring_view(line).substr(kKey.size())) == L"1";
+  return isOn;
+}
+
+// What is kept for the package joins what the options say, and what neither grants is told. package: null for none.
+void takeKept(RunPlace& place, const RunOptions& options, const PackageSource& package) {
+  std::optional<KeptGrants> kept;
+  try {
+    kept = TrustStore().find(identityOf(options.package));
+  } catch (const Fault& fault) {
+    if (place.isConfined) throw;
+    place.trustFault = fault.what();
+  }
+  if (kept) place.granted.insert(place.granted.end(), kept->allowed.begin(), kept->allowed.end());
+  if (kept) place.denied.insert(place.denied.end(), kept->denied.begin(), kept->denied.end());
+  os::Grants grants;
+  grants.openTo(os::Permission::write, systemPath(options.into.empty() ? options.folder : options.into));
+  for (const os::Need& need : place.granted) grants.allow(need);
+  for (const os::Need& need : place.denied) grants.deny(need);
+  for (os::Need& need : grantsFor(needsOf(package)))
+    if (!grants.covers(need)) place.lacking.push_back(std::move(need));
+}
+
+void takeGrants(RunPlace& place, const RunOptions& options, const std::string& config, const PackageSource* package) {
+  const GrantOptions& given = options.grants;
+  place.isConfined = given.confine || given.requireTrust || isConfinedBy(config);
+  place.granted = needsOf(given.allow);
+  place.denied = needsOf(given.deny);
+  if (!place.isConfined && !(given.allow.empty() && given.deny.empty()))
+    throw Fault("--allow-... and --deny-... go with --confine");
+  if (given.requireTrust && !package)
+    throw Fault("--require-trust needs a package: which one may do what is kept by it");
+  if (package) takeKept(place, options, *package);
+  if (given.requireTrust && !place.lacking.empty())
+    throw Fault(packageFileName(options.package) + " isn't trusted with " + optionsOf(place.lacking) +
+                "; 'kelvane trust' keeps grants");
+}
+
 // Three plain arguments are easily given in another order.
 void requireOrder(const RunOptions& options) {
   if (isPackage(options.package)) return;
@@ -196,6 +243,7 @@ RunPlace prepareRun(const RunOptions& options) {
   (void)AcceptedExports(options.accept);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
+  takeGrants(place, options, config, package.get());
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);
   requireVaults(options);
   const std::string models = modelsFolder(options);
@@ -208,8 +256,10 @@ RunPlace prepareWatch(const RunOptions& options) {
   RunPlace place;
   std::unique_ptr<PackageSource> package;
   if (!options.package.empty()) package = openPackage(options.package);
+  if (package) place.package = packageFileName(options.package);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
+  takeGrants(place, options, config, package.get());
   requireVaults(options);
   const std::string models = modelsFolder(options);
   place.vaults = connections(options, models);

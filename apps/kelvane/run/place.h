@@ -28,6 +28,11 @@ struct RunPlace {
   std::vector<headless::VaultConnection> vaults;
   std::vector<Answer> answers;  // to the list's questions
   FolderLocks locks;
+  // Lists are held to what is granted, by the options, and for this package by `kelvane trust`.
+  bool isConfined = false;
+  std::vector<os::Need> granted, denied;
+  std::vector<os::Need> lacking;  // what the package needs, as far as it can be told, and isn't granted
+  std::string trustFault;         // why what is kept can't be read, where nothing is confined; else empty
 };
 
 // What works on a folder's journals stands on: the folder, locked as a run locks it, and the run's temp folder.

@@ -9,12 +9,14 @@
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/places.h"
 #include "kelvane/run/config.h"
+#include "kelvane/run/confined.h"
 #include "kelvane/run/doors.h"
 #include "kelvane/run/driver.h"
 #include "kelvane/run/durability.h"
 #include "kelvane/run/files.h"
 #include "kelvane/run/memory.h"
 #include "kelvane/run/place.h"
+#include "kelvane/run/read_only_files.h"
 #include "kelvane/run/recorded_files.h"
 #include "kelvane/run/run_journal.h"
 #include "kelvane/run/watch.h"
@@ -33,10 +35,11 @@ struct RunFiles {
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
 
-  RunFiles(bool dryRun, RunJournalKeeper& journal) {
-    if (dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
+  RunFiles(const RunOptions& options, RunJournalKeeper& journal) {
+    if (options.dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
     recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : journal.before(disk));
     os::surroundings().files = recorded;
+    if (options.readOnly) os::surroundings().files = std::make_shared<ReadOnlyFiles>(recorded);
   }
   ~RunFiles() { os::surroundings().files = disk; }
   RunFiles(const RunFiles&) = delete;
@@ -72,12 +75,14 @@ class RunWork {
         durable_(durability(options)),
         place_(prepareRun(options)),
         journal_(options, place_, console),
-        files_(options.dryRun, journal_),
+        files_(options, journal_),
         doors_(options,
                options.keepsJournal() ? Tell([this](const std::string& what) { journal_.sent(what); }) : Tell()),
         headFoot_(options.headFoot || journal_.owesFoot()),
+        confinement_(options, place_),
         keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
+    tellLackingGrants(place_, console);
     files_.recorded->tellAppends([](std::wstring_view path) {
       if (path == core::pluginState().logFile) LogKeeper::follow(shown(path));
     });
@@ -252,6 +257,7 @@ class RunWork {
   void collectAll() {
     std::vector<std::wstring> all = files_.recorded->written();
     std::erase_if(all, isLog);
+    const os::OwnWork copying;
     try {
       collect(all, options_.collect);
       console_.result("collected  " + shown(systemPath(options_.collect)));
@@ -275,6 +281,7 @@ class RunWork {
     tellUnsafe();
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
+    confinement_.tell(events_);
     if (events_.on()) events_.tell("recap", recapNumbers(recap_));
     if (const std::string fault = events_.fault(); !fault.empty()) {
       console_.trouble("error: " + fault);
@@ -292,6 +299,7 @@ class RunWork {
   RunFiles files_;
   RunDoors doors_;
   bool headFoot_;  // Head and Foot run without a model, too
+  RunConfinement confinement_;
   LogKeeper keeper_;
   Events events_;
   Recap recap_;

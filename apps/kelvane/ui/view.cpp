@@ -9,6 +9,7 @@
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/places.h"
 #include "kelvane/package/place.h"
+#include "kelvane/run/confined.h"
 #include "kelvane/run/doors.h"
 #include "kelvane/run/place.h"
 #include "kelvane/show/model_folder.h"
@@ -60,6 +61,7 @@ class View {
         run_(surroundings(options)),
         place_(prepareWatch(run_)),
         doors_(run_),
+        confinement_(run_, place_),
         session_(sessionOf(run_, place_, options.language)),
         screen_(session_, inbox_, feed_, written_, options.language) {
     for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);
@@ -130,6 +132,7 @@ class View {
   RunOptions run_;
   RunPlace place_;
   RunDoors doors_;
+  RunConfinement confinement_;
   Written written_;
   headless::Session session_;
   Inbox inbox_;

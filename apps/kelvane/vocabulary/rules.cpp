@@ -57,6 +57,11 @@ constexpr Rule kRules[] = {
      .about =
          "Behind a blank after '=' the reader takes the value for a part of the next attribute's name; both are lost.",
      .example = R"(name= "A" value="1")"},
+    {.name = "command-value",
+     .severity = warning,
+     .about = "A value of a model stands in a command line without single quotes. The command processor reads it like "
+              "the rest of the line, so that whoever writes the model can start any program.",
+     .example = R"(cmd="mail.cmd" args="-s %TITLE%")"},
     {.name = "comment",
      .about = "The reader knows no comments: one is an element that swallows what follows it.",
      .example = "<!-- not now -->"},
@@ -67,6 +72,11 @@ constexpr Rule kRules[] = {
      .severity = warning,
      .about = "The attribute that counts a list is smaller than the list: the rest isn't read.",
      .example = R"(count="1" name_0="A" name_1="B")"},
+    {.name = "credentials-unproved",
+     .severity = warning,
+     .about = "User name and password go to a server that may be another one than the list names: unencrypted, or "
+              "without a look at its certificate where the configuration lacks kvd_url_verify=1.",
+     .example = R"(value="http://plm/odata/" usrcred="true")"},
     {.name = "document-empty", .about = "The file holds no element."},
     {.name = "document-unreadable",
      .about = "The file can't be read at all, for a name or a value that is over its limit."},

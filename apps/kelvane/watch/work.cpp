@@ -10,6 +10,7 @@
 #include "kelvane/base/nearest.h"
 #include "kelvane/run/config.h"
 #include "kelvane/run/durability.h"
+#include "kelvane/run/confined.h"
 #include "kelvane/run/place.h"
 #include "kelvane/show/model_folder.h"
 #include "kelvane/watch/firing.h"
@@ -66,8 +67,10 @@ class WatchWork {
         console_(console),
         durable_(durability(options.surroundings)),
         place_(prepareWatch(options.surroundings)),
+        confinement_(options.surroundings, place_),
         session_(sessionOptions(options.surroundings, place_)) {
     tellConfigFaults(options.surroundings, console);
+    tellLackingGrants(place_, console);
     if (!options.surroundings.events.empty()) events_.open(options.surroundings.events);
     for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);
   }
@@ -84,6 +87,7 @@ class WatchWork {
       if (const int code = work(wordsOf(line))) return code;
       console_.flush();
     }
+    confinement_.tell(events_);
     if (const std::string fault = events_.fault(); !fault.empty()) {
       console_.trouble("error: " + fault);
       troubled_ = true;
@@ -160,6 +164,7 @@ class WatchWork {
   Console& console_;
   os::Durable durable_;
   RunPlace place_;
+  RunConfinement confinement_;
   Events events_;
   Session session_;
   FiringWatch* firings_ = nullptr;  // while it runs

@@ -4,6 +4,7 @@
 #include "core/messages.h"
 #include "creo/ProMacro.h"
 #include "language/variables.h"
+#include "os/confine.h"
 #include "text/format.h"
 #include "text/numbers.h"
 
@@ -34,6 +35,11 @@ void runMacro(const std::wstring& macro, std::wstring_view runFailure) {
   runMacro(macro, core::msgText(Message::macroNotLoaded), runFailure);
 }
 
+bool mayPlay(std::wstring_view what) {
+  os::Confine* const confine = os::Confine::inForce();
+  return !confine || !confine->play(what);
+}
+
 void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view count, std::wstring_view lines) {
   if (!task.has(count)) return;
   const int number = text::parseInt(task.attribute(count));
@@ -46,6 +52,7 @@ void runMapkeyMacro(const Task& task, creo::ProMdl model, std::wstring_view coun
                             core::kError);
     macro += replaced.text;
   }
+  if (!mayPlay(L"play the mapkey " + macro)) return;
   runMacro(macro, text::format(core::msgText(Message::mapkeyNotLoaded), number), core::msgText(Message::mapkeyNotRun));
 }
 

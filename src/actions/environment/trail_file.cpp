@@ -19,6 +19,7 @@ constexpr std::wstring_view kPlayMacro =
 Outcome runTrailfile(const Task& task) {
   const std::wstring path = task.path(L"tf", L"models", kPathSize);
   core::logMsgId(Message::runTrailFile, core::kNormal, 1);
+  if (!mayPlay(L"play the trail file " + path)) return done;
   // Creo's dialog would stay open over it.
   if (!os::files().exists(path)) {
     core::logWrite(text::format(L"The trail file isn't there: %s", path), core::kError);

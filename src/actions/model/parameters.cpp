@@ -95,8 +95,11 @@ bool hasColumn(const creo::ProFamtable& table, std::wstring_view name) {
 void addAlternativeColumn(const creo::ProFamtable& table, std::wstring_view name) {
   if (hasColumn(table, name))
     return core::logWrite(text::format(core::msgText(Message::columnExists), name), core::kWarning);
-  creo::ProMacroLoad(text::format(kColumnMacro, name));
-  creo::ProMacroExecute();
+  // No parameter has such a name, and behind it anything could follow in the macro.
+  if (name.find_first_of(L"`;") == name.npos) {
+    creo::ProMacroLoad(text::format(kColumnMacro, name));
+    creo::ProMacroExecute();
+  }
   if (hasColumn(table, name))
     core::logIndented(text::format(core::msgText(Message::columnAdded), name), core::kNormal, 1);
   else

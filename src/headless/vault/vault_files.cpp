@@ -3,11 +3,14 @@
 #include <set>
 
 #include "os/durable.h"
+#include "os/confine.h"
 #include "os/surroundings.h"
 
 namespace headless {
 
+// A vault that the session was connected with is open to its client, whatever a confined list may touch itself.
 os::Result<std::string> VaultFiles::read(const std::wstring& path) const {
+  const os::OwnWork client;
   const auto present = withheld_.find(path);
   if (present == withheld_.end()) return os::files().read(path);
   if (!present->second) return {{}, std::make_error_code(std::errc::no_such_file_or_directory)};
@@ -19,18 +22,21 @@ std::error_code VaultFiles::write(const std::wstring& path, std::string_view byt
     withheld_[path] = std::string(bytes);
     return {};
   }
+  const os::OwnWork client;
   if (const auto error = os::files().createFolders(os::folderOf(path))) return error;
   if (const auto error = os::files().write(path, bytes)) return error;
   return os::settleWritten();
 }
 
 std::error_code VaultFiles::remove(const std::wstring& path) {
+  const os::OwnWork client;
   if (!withhold_) return os::files().remove(path);
   withheld_[path].reset();
   return {};
 }
 
 std::vector<std::wstring> VaultFiles::names(const std::wstring& folder) const {
+  const os::OwnWork client;
   std::set<std::wstring> found;
   for (const os::Entry& entry : os::files().list(folder).value)
     if (!entry.isFolder) found.insert(entry.name);

@@ -9,8 +9,8 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 
+#include "os/posix/own_environment.h"
 #include "text/encoding.h"
 
 namespace os {
@@ -21,22 +21,17 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t kMostBytes = 1 << 20;
 constexpr auto kPatience = std::chrono::seconds(2);  // the program that copied the text may have stopped answering
 
-bool isSet(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value && *value;
-}
-
 // The helper that prints the clipboard; null without a display.
-const char* script() {
-  if (isSet("WAYLAND_DISPLAY")) return "exec wl-paste --no-newline --type text 2>/dev/null </dev/null";
-  if (isSet("DISPLAY")) return "exec xclip -out -selection clipboard 2>/dev/null </dev/null";
+const char* script(const OwnEnvironment& environment) {
+  if (environment.holds("WAYLAND_DISPLAY")) return "exec wl-paste --no-newline --type text 2>/dev/null </dev/null";
+  if (environment.holds("DISPLAY")) return "exec xclip -out -selection clipboard 2>/dev/null </dev/null";
   return nullptr;
 }
 
 // A child process with its output in a pipe; gone with the object.
 class Child {
  public:
-  explicit Child(std::string command) {
+  Child(std::string command, OwnEnvironment& environment) {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return;
     posix_spawn_file_actions_t actions;
@@ -45,7 +40,7 @@ class Child {
     for (const int end : ends) ::posix_spawn_file_actions_addclose(&actions, end);
     std::string shell = "sh", option = "-c";
     const std::array<char*, 4> arguments = {shell.data(), option.data(), command.data(), nullptr};
-    if (::posix_spawn(&id_, "/bin/sh", &actions, nullptr, arguments.data(), environ) != 0) id_ = 0;
+    if (::posix_spawn(&id_, "/bin/sh", &actions, nullptr, arguments.data(), environment.entries()) != 0) id_ = 0;
     ::posix_spawn_file_actions_destroy(&actions);
     ::close(ends[1]);
     output_ = ends[0];
@@ -99,9 +94,11 @@ class Child {
 class MachineClipboard : public Clipboard {
  public:
   std::optional<std::wstring> text() override {
-    const char* command = script();
+    // A list that sets the display, or where programs lie, starts none by that.
+    OwnEnvironment environment;
+    const char* command = script(environment);
     if (!command) return std::nullopt;
-    const auto bytes = Child(command).output();
+    const auto bytes = Child(command, environment).output();
     if (!bytes || !text::isUtf8(*bytes)) return std::nullopt;
     return text::fromUtf8(*bytes);
   }

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "os/posix/errors.h"
+#include "os/posix/guarded_place.h"
 #include "os/result.h"
 
 namespace os {
@@ -56,7 +57,9 @@ inline Result<Descriptor> openPlain(const std::string& path, int flags) {
     return result;
   }
   struct stat found {};
-  if (::fstat(result.value.number(), &found) != 0) {
+  if (!isAsGuarded(result.value.number(), path)) {
+    result.error = std::make_error_code(std::errc::operation_not_permitted);
+  } else if (::fstat(result.value.number(), &found) != 0) {
     result.error = lastError();
   } else if (S_ISDIR(found.st_mode)) {
     result.error = std::make_error_code(std::errc::is_a_directory);

@@ -1,8 +1,12 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <map>
 
+#include "os/gate.h"
+#include "os/posix/own_environment.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -21,6 +25,12 @@ std::string knownName(const std::string& name) {
     if (known.size() == name.size() && text::equalNoCase(known, name)) return std::string(known);
   }
   return {};
+}
+
+// What the variables that were set held before; nothing for one that wasn't there.
+std::map<std::string, std::optional<std::string>>& replaced() {
+  static std::map<std::string, std::optional<std::string>> values;
+  return values;
 }
 
 // The name and the home folder that the machine's list of users has for this one.
@@ -73,10 +83,32 @@ std::error_code setEnvironment(std::wstring_view name, std::wstring_view value) 
   if (name.empty() || name.find_first_of(std::wstring_view(L"=\0", 2)) != name.npos) {
     return std::make_error_code(std::errc::invalid_argument);
   }
+  if (Gate* const asked = gate())
+    if (const auto error = asked->set(name)) return error;
   const std::string bytes = text::toUtf8(name);
   const std::string known = knownName(bytes);
-  if (::setenv((known.empty() ? bytes : known).c_str(), text::toUtf8(value).c_str(), 1) == 0) return {};
+  const std::string variable = known.empty() ? bytes : known;
+  const char* const before = std::getenv(variable.c_str());
+  replaced().try_emplace(variable, before ? std::optional<std::string>(before) : std::nullopt);
+  if (::setenv(variable.c_str(), text::toUtf8(value).c_str(), 1) == 0) return {};
   return std::error_code(errno, std::generic_category());
+}
+
+OwnEnvironment::OwnEnvironment() {
+  for (char** entry = environ; entry && *entry; ++entry) {
+    std::string line(*entry);
+    if (!replaced().contains(line.substr(0, line.find('=')))) lines_.push_back(std::move(line));
+  }
+  for (const auto& [name, value] : replaced())
+    if (value) lines_.push_back(std::string(name).append("=").append(*value));
+  for (std::string& line : lines_) pointers_.push_back(line.data());
+  pointers_.push_back(nullptr);
+}
+
+bool OwnEnvironment::holds(const std::string& name) const {
+  return std::any_of(lines_.begin(), lines_.end(), [start = name + "="](const std::string& line) {
+    return line.starts_with(start) && line.size() > start.size();
+  });
 }
 
 }  // namespace os

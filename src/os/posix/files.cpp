@@ -90,6 +90,7 @@ class TemporaryFile {
       file = Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
       if (file.number() >= 0) {
         path_ = std::move(path);
+        if (!isAsGuarded(file.number(), path_)) return kRefused;
       } else if (errno != EEXIST) {
         return lastError();
       }

@@ -16,6 +16,7 @@
 
 #include "os/posix/descriptor.h"
 #include "os/posix/errors.h"
+#include "os/posix/own_environment.h"
 
 namespace os {
 namespace {
@@ -149,7 +150,8 @@ class HelperStart {
   Result<pid_t> run(std::string program) {
     const std::array<char*, 2> arguments = {program.data(), nullptr};
     pid_t child = 0;
-    const int error = ::posix_spawn(&child, program.c_str(), &actions_, &attributes_, arguments.data(), environ);
+    const int error =
+        ::posix_spawn(&child, program.c_str(), &actions_, &attributes_, arguments.data(), OwnEnvironment().entries());
     return {child, error ? std::error_code(error, std::generic_category()) : std::error_code()};
   }
 

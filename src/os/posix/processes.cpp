@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 
+#include "os/gate.h"
 #include "os/posix/command_line.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -62,7 +63,10 @@ bool isDocument(const std::string& path) {
 }
 
 class MachineProcesses : public Processes {
+  // Asked here, as whoever opens nothing needs no grant for it.
   std::error_code doOpen(std::wstring_view path) override {
+    if (Gate* const asked = gate())
+      if (const auto error = asked->open(path)) return error;
     if (!files().exists(path)) return std::make_error_code(std::errc::no_such_file_or_directory);
     const Result<int> opened = runScript(kOpener, mounts().machine(path), {});
     if (opened && opened.value == kNoProgram) return std::make_error_code(std::errc::function_not_supported);

@@ -7,4 +7,8 @@ namespace os {
 
 constexpr std::string_view kTemporaryStart = ".kvd-", kTemporaryEnd = ".tmp";
 
+inline bool isTemporaryName(std::string_view name) {
+  return name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
+}
+
 }  // namespace os

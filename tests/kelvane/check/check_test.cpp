@@ -261,8 +261,8 @@ TEST_F(Check, TextsAndFiltersAreCheckedWithoutAModel) {
 TEST_F(Check, ProgramsAddressesAndOutsidePathsAreListed) {
   const std::string action = "<task version='3' forPRT='true' forDRW='true' type='";
   const std::vector<std::pair<std::string, std::string>> cases = {
-      {action + "runMSDOScommand' cmd='c:\\tools\\mail.exe' args='-s %A%'/>",
-       "it starts the program 'c:\\tools\\mail.exe -s %A%'"},
+      {action + "runMSDOScommand' cmd='c:\\tools\\mail.exe' args='-s @mdln@'/>",
+       "it starts the program 'c:\\tools\\mail.exe -s @mdln@'"},
       {action + "runMSDOScommand' cmd='@project_dir@/a.cmd' args=''/>", "it starts the program '@project_dir@/a.cmd'"},
       {action + "setWorkingDirectory' path='%FOLDER%'/>", "'path' leaves the package: '%FOLDER%'"},
       {action + "openCSVReport' name='a' file='k:/audit.csv'/>", "'file' leaves the package: 'k:/audit.csv'"},
@@ -472,6 +472,81 @@ TEST_F(Check, FindingsAreLeftOutByRuleOrByAnEarlierCheck) {
   EXPECT_EQ(2, wrong.code);
   EXPECT_THAT(wrong.err, testing::HasSubstr("there is no rule 'action-unknwon'"));
   EXPECT_EQ(2, kelvane({"check", path("standards"), "--baseline", path("standards/reports/readme.txt")}).code);
+}
+
+// Whoever writes the model writes the command, and whoever answers gets the password.
+TEST_F(Check, ValuesInCommandsAndOpenCredentialsAreWarnedOf) {
+  const auto command = [](const std::string& args) {
+    return "<task version='3' forPRT='true' type='runMSDOScommand' cmd='echo' args=\"" + args + "\"/>";
+  };
+  const auto request = [](const std::string& address, const std::string& more) {
+    return "<task version='3' forPRT='true' type='setUserVariableFromUrl' name='A' value='" + address + "' " + more +
+           "/>";
+  };
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {command("-s %TITLE%"), "warning: 'args': %TITLE% is read by the command processor"},
+      {command("&quot;%TITLE%&quot;"), "warning: 'args': %TITLE% is read"},
+      {command("'x' %TITLE% '%A%'"), "warning: 'args': %TITLE% is read"},
+      {command("'%TITLE%' @mdln@"), ""},
+      {request("https://plm/", "usrcred='true' usrname='u' usrpass='p'"), "with kvd_url_verify=1 alone"},
+      {request("http://plm/", "usrcred='true' usrname='u' usrpass='p'"), "through the net in the open"},
+      {request("http://plm/", "usrcred='false'"), ""},
+  };
+  for (const auto& [body, found] : cases) {
+    file("standards/actionlists/clean.xml",
+         "<list>\n<head/>\n<body>\n" + body + "\n</body>\n<filter/>\n<foot/>\n</list>\n");
+    const std::string out = looked().out;
+    const bool isTold = out.find("command processor") != out.npos || out.find("password") != out.npos;
+    EXPECT_EQ(!found.empty(), isTold) << body << out;
+    EXPECT_THAT(out, testing::HasSubstr(found));
+  }
+}
+
+// What a confined run would ask, from the rows, with the options that grant just that.
+TEST_F(Check, TrustTellsWhatAListNeeds) {
+  const std::string action = "<task version='3' forPRT='true' type='";
+  os::setEnvironment(L"KVD_TEST_SITE", L"/srv/site");
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {action + "runMSDOScommand' cmd='python3' args='@project_dir@/a.py'/>", "--allow-run=python3"},
+      {action + "runMSDOScommand' cmd='@project_dir@/tool.sh'/>", "--allow-run=tool.sh"},
+      {action + "runMSDOScommand' cmd='/opt/tool x'/>", "--allow-run=/opt/tool"},
+      {action + "runMSDOScommand' cmd='%TOOL%'/>", ""},
+      {action + "runMapkey' kvpmode='true' rfe='0' mapkeyc='1' mapkey0='~ x'/>", "--allow-run=macros"},
+      {action + "runTrailfile' tf='@project_dir@/t.txt'/>", "--allow-run=macros"},
+      {action + "createQRdotmatrix' value0='x'/>", ""},
+      {action + "setUserVariableFromUrl' name='A' value='https://PLM.example.com:8443/x?%A%'/>",
+       "--allow-net=plm.example.com:8443"},
+      {action + "setUserVariableFromUrl' name='A' value='%user:PLM%/x'/>", ""},
+      {action + "setDTL' view='k:\\forms\\iso.dtl'/>", "--allow-read=/forms"},
+      {action + "setDTL' view='/srv/forms/%SIZE%.dtl'/>", "--allow-read=/srv/forms"},
+      {action + "setDTL' view='@project_dir@/iso.dtl'/>", ""},
+      {action + "openCSVReport' name='a' file='\xC2\xA7KVD_TEST_SITE\xC2\xA7/out/a.csv'/>",
+       "--allow-write=/srv/site/out"},
+      {action + "openCSVReport' name='a' file='a.csv'/>", ""},
+      {action + "openCSVReport' name='a' file='d:\\a.csv'/>", ""},
+      {action + "setEnvironmentVariable' name='LD_PRELOAD' value='x'/>", "--allow-env=LD_PRELOAD"},
+      {action + "addNote' text0='@clipboard@'/>", "--allow-clipboard"},
+      {action + "message' message='%b64:/etc/passwd%'/>", "--allow-read=/etc"},
+      {action + "message' deak='true' message='%b64:/etc/passwd%'/>", ""},
+      {action + "groupActions'><subtasks>" + action + "message' message='@clipboard@'/></subtasks></task>",
+       "--allow-clipboard"},
+      {action + "message' forEF='true'><filter><f type='fileexists' filename='/srv/x'/></filter></task>",
+       "--allow-read=/srv"},
+  };
+  for (const auto& [body, option] : cases) {
+    list("clean.xml", body);
+    const Ended ended = kelvane({"check", path("standards"), "--trust"});
+    EXPECT_EQ(0, ended.code);
+    EXPECT_TRUE(ended.out.ends_with((option.empty() ? "--confine" : "--confine " + option) + "\n")) << body << "\n"
+                                                                                                    << ended.out;
+  }
+  list("clean.xml", action + "runMSDOScommand' cmd='python3' args='a.py'/>" + action + "checkinModel'/>");
+  EXPECT_EQ(
+      "run     python3  actionlists/clean.xml:4: B0: it starts 'python3 a.py'\n"
+      "server           actionlists/clean.xml:4: B1: it acts on the server\n"
+      "--confine --allow-run=python3\n",
+      kelvane({"check", path("standards"), "--trust"}).out);
+  EXPECT_EQ(2, kelvane({"check", path("standards"), "--trust", "--fix"}).code);
 }
 
 TEST_F(Check, RulesAreExplained) {

@@ -1,0 +1,62 @@
+#include "kelvane/run/confined.h"
+
+#include <nlohmann/json.hpp>
+
+#include "core/confinement.h"
+#include "kelvane/base/places.h"
+#include "text/encoding.h"
+#include "text/letters.h"
+
+namespace kelvane {
+namespace {
+
+// Files of the models' folder that are the program's.
+constexpr const wchar_t* kOwnFiles[] = {L".kelvane.lock", L"kelvane.journal"};
+
+// Folders that whoever started the run names for it: a list could name no others.
+void openNamedPlaces(os::Grants& grants, const RunOptions& options, const RunPlace& place) {
+  for (const auto& [name, value] : place.creoOptions)
+    if (!value.empty()) grants.openTo(os::Permission::read, os::wholeFrom(place.models, value));
+  if (!options.config.empty()) grants.openTo(os::Permission::read, systemPath(options.config));
+  if (!options.collect.empty()) grants.openTo(os::Permission::write, systemPath(options.collect));
+}
+
+os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
+  os::Grants grants;
+  core::openToolPlaces(grants, L"t:\\");
+  for (const wchar_t* folder : {L"p:\\", L"i:\\", L"z:\\usr\\share\\fonts\\"})
+    grants.openTo(os::Permission::read, folder);
+  grants.openTo(os::Permission::write, place.models);
+  for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
+  openNamedPlaces(grants, options, place);
+  for (const os::Need& need : place.granted) grants.allow(need);
+  for (const os::Need& need : place.denied) grants.deny(need);
+  return grants;
+}
+
+}  // namespace
+
+RunConfinement::RunConfinement(const RunOptions& options, const RunPlace& place) {
+  if (place.isConfined) confine_.emplace(grantsOf(options, place), &core::tellRefused);
+}
+
+std::vector<os::Asked> RunConfinement::asked() const { return confine_ ? confine_->asked() : std::vector<os::Asked>(); }
+
+void RunConfinement::tell(Events& events) const {
+  if (!events.on()) return;
+  for (const os::Asked& asked : this->asked())
+    events.tell("grant", {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},
+                          {"resource", text::toUtf8(asked.need.resource)},
+                          {"allowed", asked.isGranted},
+                          {"what", text::toUtf8(asked.what)}});
+}
+
+void tellLackingGrants(const RunPlace& place, Console& console) {
+  if (!place.trustFault.empty()) console.trouble("warning: " + place.trustFault);
+  if (place.lacking.empty()) return;
+  console.note(place.package + " needs " + optionsOf(place.lacking) +
+               (place.isConfined ? ", which isn't granted and will be refused"
+                                 : "; without --confine nothing holds it to that, and 'kelvane trust' keeps grants"));
+}
+
+}  // namespace kelvane

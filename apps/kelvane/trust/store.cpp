@@ -1,0 +1,199 @@
+#include "kelvane/trust/store.h"
+
+#include <openssl/evp.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "kelvane/base/fault.h"
+#include "kelvane/base/places.h"
+#include "kelvane/package/source.h"
+#include "os/processes.h"
+#include "os/surroundings.h"
+#include "text/encoding.h"
+#include "text/pieces.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+constexpr const char* kFile = "kelvane/trust.json";
+constexpr int kFormat = 1;
+
+std::string variable(std::wstring_view name) {
+  const auto value = os::environment(name);
+  return value ? text::toUtf8(*value) : std::string();
+}
+
+std::string ownFile() {
+  if (const std::string set = variable(L"XDG_CONFIG_HOME"); set.starts_with('/')) return set + "/" + kFile;
+  const std::string home = variable(L"HOME");
+  return home.empty() ? std::string() : home + "/.config/" + kFile;
+}
+
+std::string siteFile() {
+  std::string folders = variable(L"XDG_CONFIG_DIRS");
+  if (folders.empty()) folders = "/etc/xdg";
+  for (const std::wstring& folder : text::split(text::fromUtf8(folders), L':')) {
+    const std::string file = text::toUtf8(folder) + "/" + kFile;
+    std::error_code error;
+    if (file.starts_with('/') && fs::exists(file, error)) return file;
+  }
+  return {};
+}
+
+std::string sha256Of(const std::string& file) {
+  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> digest(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
+  bool good = digest && EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) == 1;
+  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) {
+    good = good && EVP_DigestUpdate(digest.get(), piece.data(), piece.size()) == 1;
+  });
+  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
+  unsigned size = 0;
+  if (error) throw Fault(file + " can't be read: " + error.message());
+  if (!good || EVP_DigestFinal_ex(digest.get(), bytes.data(), &size) != 1)
+    throw Fault("the checksum of " + file + " can't be worked out");
+  std::string hex;
+  for (unsigned i = 0; i < size; ++i) {
+    hex += "0123456789abcdef"[bytes.at(i) >> 4U];
+    hex += "0123456789abcdef"[bytes.at(i) & 15U];
+  }
+  return hex;
+}
+
+bool isSame(const PackageIdentity& a, const PackageIdentity& b) {
+  return a.sha256.empty() ? !a.folder.empty() && a.folder == b.folder : a.sha256 == b.sha256;
+}
+
+Json asJson(const std::vector<os::Need>& needs) {
+  Json all = Json::object();
+  for (const os::Need& need : needs) {
+    const std::string word = text::toUtf8(os::wordOf(need.permission));
+    if (need.permission == os::Permission::clipboard)
+      all[word] = true;
+    else
+      all[word].push_back(text::toUtf8(need.resource));
+  }
+  return all;
+}
+
+// Throws what the library throws for something else.
+std::vector<os::Need> needsIn(const Json& entry, const char* member) {
+  std::vector<os::Need> needs;
+  if (!entry.contains(member)) return needs;
+  for (const auto& [word, value] : entry.at(member).items()) {
+    const auto known = std::find_if(os::kPermissions.begin(), os::kPermissions.end(), [&word = word](auto permission) {
+      return text::toUtf8(os::wordOf(permission)) == word;
+    });
+    if (known == os::kPermissions.end()) throw std::invalid_argument("there is no permission '" + word + "'");
+    if (*known == os::Permission::clipboard) {
+      if (value.get<bool>()) needs.push_back({*known, {}});
+      continue;
+    }
+    for (const Json& resource : value) needs.push_back({*known, text::fromUtf8(resource.get<std::string>())});
+  }
+  return needs;
+}
+
+KeptGrants grantsIn(const Json& entry) {
+  KeptGrants grants;
+  grants.of = {entry.value("name", ""), entry.value("sha256", ""), entry.value("folder", "")};
+  if (grants.of.sha256.empty() == grants.of.folder.empty())
+    throw std::invalid_argument("a package has either a 'sha256' or a 'folder'");
+  grants.allowed = needsIn(entry, "allow");
+  grants.denied = needsIn(entry, "deny");
+  return grants;
+}
+
+}  // namespace
+
+PackageIdentity identityOf(const std::string& package) {
+  PackageIdentity identity;
+  identity.name = packageFileName(package);
+  std::error_code error;
+  if (fs::is_directory(package, error))
+    identity.folder = fs::canonical(package).string();
+  else
+    identity.sha256 = sha256Of(package);
+  return identity;
+}
+
+TrustStore::TrustStore() : path_(ownFile()) {
+  read(siteFile(), true);
+  read(path_, false);
+}
+
+void TrustStore::read(const std::string& path, bool isSite) {
+  std::error_code error;
+  if (path.empty() || !fs::exists(path, error)) return;
+  const auto bytes = os::files().read(systemPath(path));
+  if (!bytes) throw Fault(path + " can't be read: " + bytes.error.message());
+  try {
+    const Json all = Json::parse(bytes.value);
+    if (all.at("format").get<int>() != kFormat) throw std::invalid_argument("a later version of the program wrote it");
+    for (const Json& entry : all.at("packages")) {
+      entries_.push_back(grantsIn(entry));
+      entries_.back().isSite = isSite;
+    }
+  } catch (const std::exception& fault) {
+    throw Fault(path + " holds no grants: " + fault.what());
+  }
+}
+
+std::optional<KeptGrants> TrustStore::find(const PackageIdentity& package) const {
+  std::optional<KeptGrants> found;
+  for (const KeptGrants& entry : entries_) {
+    if (!isSame(entry.of, package)) continue;
+    if (!found) found = KeptGrants{entry.of, {}, {}, entry.isSite};
+    found->allowed.insert(found->allowed.end(), entry.allowed.begin(), entry.allowed.end());
+    found->denied.insert(found->denied.end(), entry.denied.begin(), entry.denied.end());
+  }
+  return found;
+}
+
+std::optional<KeptGrants> TrustStore::earlier(const PackageIdentity& package) const {
+  if (package.sha256.empty()) return std::nullopt;
+  const auto found = std::find_if(entries_.rbegin(), entries_.rend(), [&](const KeptGrants& entry) {
+    return !entry.of.sha256.empty() && entry.of.name == package.name && !isSame(entry.of, package);
+  });
+  return found == entries_.rend() ? std::nullopt : std::optional<KeptGrants>(*found);
+}
+
+void TrustStore::keep(const KeptGrants& grants) {
+  std::erase_if(entries_, [&](const KeptGrants& entry) { return !entry.isSite && isSame(entry.of, grants.of); });
+  entries_.push_back(grants);
+  write();
+}
+
+bool TrustStore::forget(const PackageIdentity& package) {
+  const bool isThere =
+      std::erase_if(entries_, [&](const KeptGrants& entry) { return !entry.isSite && isSame(entry.of, package); }) > 0;
+  if (isThere) write();
+  return isThere;
+}
+
+void TrustStore::write() const {
+  if (path_.empty()) throw Fault("grants can't be kept: neither XDG_CONFIG_HOME nor HOME is set");
+  Json packages = Json::array();
+  for (const KeptGrants& entry : entries_) {
+    if (entry.isSite) continue;
+    Json json = {{"name", entry.of.name}};
+    json[entry.of.sha256.empty() ? "folder" : "sha256"] = entry.of.sha256.empty() ? entry.of.folder : entry.of.sha256;
+    json["allow"] = asJson(entry.allowed);
+    if (!entry.denied.empty()) json["deny"] = asJson(entry.denied);
+    packages.push_back(std::move(json));
+  }
+  const std::wstring target = systemPath(path_);
+  std::error_code error = os::files().createFolders(os::folderOf(target));
+  const std::string bytes = Json({{"format", kFormat}, {"packages", std::move(packages)}}).dump(2) + "\n";
+  if (!error) error = os::files().write(target, bytes);
+  if (!error) fs::permissions(path_, fs::perms::owner_read | fs::perms::owner_write, error);
+  if (error) throw Fault(path_ + " can't be written: " + error.message());
+}
+
+}  // namespace kelvane

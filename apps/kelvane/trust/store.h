@@ -1,0 +1,52 @@
+// The grants that are kept for packages: a person's own, and those that an administrator keeps for a site.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "os/grants.h"
+
+namespace kelvane {
+
+// What a package is known by: a .kvz by its content, a folder of one's own by its path.
+struct PackageIdentity {
+  std::string name;    // "standards.kvz"
+  std::string sha256;  // of the file, in hexadecimal; empty for a folder
+  std::string folder;  // whole, without links; empty for a file
+};
+PackageIdentity identityOf(const std::string& package);
+
+struct KeptGrants {
+  PackageIdentity of;
+  std::vector<os::Need> allowed, denied;
+  bool isSite = false;  // from the site's file
+};
+
+// A person's file is $XDG_CONFIG_HOME/kelvane/trust.json, or ~/.config/kelvane/trust.json. A site's is the first
+// kelvane/trust.json in the folders of $XDG_CONFIG_DIRS, or /etc/xdg/kelvane/trust.json (XDG Base Directory
+// Specification 0.8); the program only reads it. A Fault for one that can't be read or holds something else.
+class TrustStore {
+ public:
+  TrustStore();
+
+  // What is kept for exactly this package, of both files; nothing where neither knows it.
+  [[nodiscard]] std::optional<KeptGrants> find(const PackageIdentity& package) const;
+  // What was kept for an earlier content of a package of that name, the latest one's; nothing without one.
+  [[nodiscard]] std::optional<KeptGrants> earlier(const PackageIdentity& package) const;
+  [[nodiscard]] const std::vector<KeptGrants>& all() const { return entries_; }
+
+  // In place of what was kept of one's own for it. Both write the person's file, whole, readable for that person alone.
+  void keep(const KeptGrants& grants);
+  // False: nothing of one's own was kept.
+  bool forget(const PackageIdentity& package);
+
+ private:
+  void read(const std::string& path, bool isSite);
+  void write() const;
+
+  std::string path_;
+  std::vector<KeptGrants> entries_;  // the later ones behind the earlier
+};
+
+}  // namespace kelvane

@@ -1,0 +1,31 @@
+// The confinement of lists, as the plug-in knows it: what the configuration says of it, the tool's own places, and the
+// line that tells a refusal.
+#pragma once
+
+#include <vector>
+
+#include "os/confine.h"
+
+namespace core {
+
+// kvd_confine, and kvd_allow_... and kvd_deny_...
+struct ConfinementSettings {
+  bool isOn = false;
+  std::vector<os::Need> allowed, denied;
+};
+ConfinementSettings& confinementSettings();
+
+// Opens what the tool itself stands on: the temp folder for writing, without its configuration and without what is
+// unpacked there; packages, what is installed and the configuration for reading.
+void openToolPlaces(os::Grants& grants, std::wstring_view temp);
+
+// Confines from now on, where kvd_confine says so: until endConfinement(), and beside what confines already. The
+// working folder of this moment is open for writing. Reads the state, so that it comes behind the configuration.
+void confineAsConfigured();
+void endConfinement();
+
+// An error line of the log: "Refused: read /etc/passwd (--allow-read=/etc isn't granted)". Once for each action on each
+// model, and through a silence, since a refusal shows nothing of what the silence keeps.
+void tellRefused(const os::Asked& asked);
+
+}  // namespace core

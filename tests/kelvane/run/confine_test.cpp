@@ -1,0 +1,296 @@
+// Lists that nobody trusts: what they try outside their package, the models and the temp folder, and what grants open.
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "kelvane/run/run_fixture.h"
+#include "os/doors.h"
+#include "os/links.h"
+#include "os/surroundings.h"
+#include "text/pieces.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+std::string taskOf(const std::string& type, const std::string& attributes) {
+  return "<task type='" + type + "' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' " + attributes +
+         "/>";
+}
+
+class RunConfine : public RunFixture {
+ protected:
+  void SetUp() override {
+    os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(path("config_home")));
+    os::setEnvironment(L"XDG_CONFIG_DIRS", text::fromUtf8(path("site")));
+    part(L"PLATE").with(L"COLOR", L"red");
+    file("outside/secret.txt", "s3cret");
+  }
+  // A path of the machine as a list writes it, under the root's letter or another one.
+  [[nodiscard]] std::string system(const std::string& name, const std::string& letter = "z:") const {
+    return letter + text::replaceAll(std::string_view(path(name)), "/", "\\");
+  }
+  static std::string report(const std::string& target) {
+    return taskOf("writeListReport", "sel='9' overwrite='true' file='" + target + "'");
+  }
+  [[nodiscard]] std::string outside() const { return path("outside"); }
+  // The documents, and everything outside, by name.
+  [[nodiscard]] std::vector<std::string> all() const {
+    std::vector<std::string> names = filesIn("models");
+    std::erase_if(names, [](const std::string& name) { return name.starts_with("kelvane."); });
+    for (const std::string& name : filesIn("outside")) names.push_back("outside/" + name);
+    return names;
+  }
+};
+
+// Each row: what a list tries, what its refusal says, and the grant under which it does it.
+TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
+  fs::create_directory_symlink(outside(), path("models/link"));
+  fs::create_symlink(outside() + "/new.csv", path("models/file.csv"));
+  os::setEnvironment(L"KVD_TEST_PLACE", text::fromUtf8(system("outside")));
+  const std::string write = "--allow-write=" + outside(), read = "--allow-read=" + outside();
+  const std::string touched = outside() + "/ran";
+  const struct {
+    std::string tried, refused;
+    std::vector<std::string> grants;
+  } rows[] = {
+      {report(system("outside/.profile")), "Refused: write " + outside() + "/.profile (" + write, {write}},
+      {report(system("outside/x.csv", "c:")), write, {write}},
+      {report("\xC2\xA7KVD_TEST_PLACE\xC2\xA7/x.csv"), write, {write}},
+      {report("d:\\link\\x.csv"), write, {write}},
+      {report("d:\\file.csv"), write, {write}},
+      {report("d:\\sub\\..\\..\\..\\x.csv"), "", {}},  // ".." doesn't climb above the letter
+      {taskOf("message", "message='%b64:" + system("outside/secret.txt") + "%'"),
+       "Refused: read " + outside() + "/secret.txt (" + read,
+       {read}},
+      {taskOf("message", "message='%b64:d:\\link\\secret.txt%'"), read, {read}},
+      {taskOf("setWorkingDirectory", "path='" + system("outside") + "'"), read, {read}},
+      {taskOf("runMSDOScommand", "cmd='touch' args='" + touched + "'"),
+       "(--allow-run=touch isn't granted)",
+       {"--allow-run=touch"}},
+      {taskOf("runMSDOScommand", "cmd='touch' args='" + touched + "' uncup='true'"),
+       "--allow-run=touch",
+       {"--allow-run=touch"}},
+      {taskOf("setEnvironmentVariable", "name='KVD_TEST_SET' value='1'"),
+       "--allow-env=KVD_TEST_SET",
+       {"--allow-env=KVD_TEST_SET"}},
+      {taskOf("message", "message='@clipboard@'"), "--allow-clipboard", {"--allow-clipboard"}},
+      {taskOf("setUserVariableFromUrl", "name='A' value='http://127.0.0.1:9/x'"),
+       "--allow-net=127.0.0.1:9",
+       {"--allow-net=127.0.0.1"}},
+      {taskOf("runMapkey", "kvpmode='true' rfe='0' mapkeyc='1' mapkey0='~ Command `ProCmdViewRepaint`;'"),
+       "--allow-run=macros",
+       {"--allow-run=macros"}},
+      {taskOf("runTrailfile", "tf='d:\\trail.txt'"), "--allow-run=macros", {"--allow-run=macros"}},
+      {taskOf("backupAction", "path='" + system("outside") + "'"), "(--allow-", {write, read}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.tried);
+    list("try.xml", row.tried);
+    for (const char* dry : {"-n", "--again"}) {
+      const auto before = all();
+      const Ended refused = run("try", {"--confine", dry, "--set", "kvd_write_history_in_models=0"});
+      if (!row.refused.empty()) {
+        EXPECT_THAT(refused.err, AllOf(HasSubstr("Refused: "), HasSubstr(row.refused))) << dry;
+        EXPECT_EQ(1, refused.code);
+        EXPECT_EQ(before, all());
+      } else {
+        EXPECT_THAT(refused.err, Not(HasSubstr("Refused: ")));
+      }
+    }
+    std::vector<std::string> words = {"--confine", "--again", "--set", "kvd_write_history_in_models=0"};
+    words.insert(words.end(), row.grants.begin(), row.grants.end());
+    EXPECT_THAT(run("try", words).err, Not(HasSubstr("Refused: ")));
+    for (const std::string& made : filesIn("outside"))
+      if (made != "secret.txt") fs::remove(path("outside/" + made));
+    ::unsetenv("KVD_TEST_SET");
+    if (row.grants.empty()) continue;
+    words.push_back(text::replaceAll(std::string_view(row.grants.front()), "--allow", "--deny"));
+    EXPECT_THAT(run("try", words).err, AllOf(HasSubstr("Refused: "), HasSubstr("which is denied")));
+  }
+}
+
+// A grant of a program is one of that program alone, whatever a model's value puts behind it, and of one that the list
+// didn't bring there itself.
+TEST_F(RunConfine, AGrantedProgramIsThatProgram) {
+  part(L"EVIL").with(L"COLOR", (L"x; touch " + text::fromUtf8(outside()) + L"/ran").c_str());
+  part(L"SUBST").with(L"COLOR", (L"\"`touch " + text::fromUtf8(outside()) + L"/ran`").c_str());
+  file("standards/reports/tool.sh", "#!/bin/sh\ntouch '" + outside() + "/ran'\n");
+  file("standards/models/tool.sh", "#!/bin/sh\ntouch '" + outside() + "/tool'\n");
+  for (const char* folder : {"reports", "models"})
+    fs::permissions(path("standards/") + folder + "/tool.sh", fs::perms::owner_all);
+  const auto refused = [this](const std::string& task, const std::string& grant) {
+    list("try.xml", task);
+    const std::string err = run("try", {"--confine", "--again", grant}).err;
+    return err.find("Refused: run ") != err.npos && !fs::exists(outside() + "/ran");
+  };
+  const auto command = [](const std::string& line) {
+    return taskOf("runMSDOScommand", "cmd='" + line.substr(0, line.find(' ')) + "' args='" +
+                                         (line.find(' ') == line.npos ? "" : line.substr(line.find(' ') + 1)) + "'");
+  };
+  EXPECT_TRUE(refused(command("true %COLOR%"), "--allow-run=true"));
+  for (const char* line : {"true | sh", "true &amp;&amp; sh", "true &gt;x", "A=1 true", "env true", "true `sh`"})
+    EXPECT_TRUE(refused(command(line), "--allow-run=true")) << line;
+  EXPECT_TRUE(refused(command("@project_dir@/../reports/tool.sh"), "--allow-run=tool.sh"));
+  EXPECT_FALSE(refused(command("@project_dir@/tool.sh"), "--allow-run=tool.sh"));
+  EXPECT_TRUE(fs::exists(outside() + "/tool"));
+}
+
+// A report there would be a list, or a script, of the next run.
+TEST_F(RunConfine, WhatTheProgramStandsOnIsNotWritten) {
+  const std::string own = "it is the program's own";
+  for (const char* target : {"t:\\conf\\xls2csv.vbs", "t:\\open_kvz_standards\\actionlists\\try.xml",
+                             "T:\\OPEN_KVZ_OTHER\\actionlists\\try.xml", "d:\\kelvane.journal\\x.csv"}) {
+    list("try.xml", report(target));
+    EXPECT_THAT(run("try", {"--confine", "--again", "--allow-write=/"}).err, HasSubstr(own)) << target;
+  }
+  list("try.xml", report("p:\\standards.kvz"));
+  EXPECT_THAT(run("try", {"--confine", "--again"}).err, HasSubstr("Refused: write "));
+}
+
+// All that the example does stays within its package, the models and the temp folder, but for what is told beforehand.
+TEST_F(RunConfine, ListsThatStayInTheirPlaceRunAsEver) {
+  fs::remove_all(models());
+  workspace();
+  for (const auto& entry : fs::directory_iterator(example("packages/standards/actionlists"))) {
+    if (entry.path().extension() != ".xml") continue;
+    const std::string name = entry.path().stem().string();
+    SCOPED_TRACE(name);
+    const Ended free = runExample(name, {"-n", "--again"}), confined = runExample(name, {"-n", "--again", "--confine"});
+    if (confined.err.find("Refused: ") != std::string::npos)
+      EXPECT_THAT(confined.err, HasSubstr(", which isn't granted and will be refused\n"));
+    else
+      EXPECT_EQ(free.code, confined.code);
+  }
+  list("here.xml", report("@project_dir@/list.csv") + report("list.csv") + report("t:\\list.csv") + kAddNorm + kSave);
+  const Ended here = run("here", {"--confine", "--collect", path("collected")});
+  EXPECT_EQ(0, here.code) << here.err;
+  EXPECT_TRUE(fs::exists(models() + "/list.csv"));
+  EXPECT_TRUE(fs::exists(path("collected/list.csv")));
+}
+
+// The switches that have been there before: no helper is started in a place that a list sets, and no model is written
+// by another way than a save.
+TEST_F(RunConfine, TheOlderSwitchesHoldToo) {
+  file("evil/xclip", "#!/bin/sh\ntouch '" + outside() + "/ran'\necho text\n");
+  file("evil/wl-paste", "#!/bin/sh\ntouch '" + outside() + "/ran'\necho text\n");
+  for (const char* name : {"evil/xclip", "evil/wl-paste"}) fs::permissions(path(name), fs::perms::owner_all);
+  const char* const known = std::getenv("PATH");
+  const std::string before = known ? known : "";
+  ::setenv("PATH", (path("evil") + ":" + before).c_str(), 1);
+  list("paste.xml", taskOf("setEnvironmentVariable", "name='DISPLAY' value=':7'") +
+                        taskOf("setEnvironmentVariable", "name='WAYLAND_DISPLAY' value='w'") +
+                        taskOf("message", "message='@clipboard@'"));
+  for (const char* dry : {"-n", "--again"}) {
+    const Ended ended = run("paste", {"--no-programs", "--no-web", "--read-only", dry});
+    EXPECT_FALSE(fs::exists(outside() + "/ran")) << dry;
+    EXPECT_THAT(ended.err, HasSubstr("This run starts no programs, and one would read the clipboard"));
+    EXPECT_EQ(1, ended.code);
+    (void)run("paste", {dry});  // nor where programs may be started: it isn't the list's own
+    EXPECT_FALSE(fs::exists(outside() + "/ran")) << dry;
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"}) ::unsetenv(name);
+  }
+  ::setenv("PATH", before.c_str(), 1);
+  list("back.xml", taskOf("backupAction", "path='" + system("outside") + "'"));
+  const Ended ended = run("back", {"--read-only"});
+  EXPECT_EQ((std::vector<std::string>{"secret.txt"}), filesIn("outside"));
+  EXPECT_THAT(ended.err, HasSubstr("This run writes no models: "));
+}
+
+// The key of the configuration does what the option does, with its own grants.
+TEST_F(RunConfine, TheConfigurationConfinesToo) {
+  list("try.xml", report(system("outside/x.csv")));
+  EXPECT_THAT(run("try", {"--set", "kvd_confine=1"}).err, HasSubstr("--allow-write=" + outside()));
+  const std::string grant = "kvd_allow_write=" + system("outside");
+  EXPECT_EQ(0, run("try", {"--again", "--set", "kvd_confine=1", "--set", grant}).code);
+  EXPECT_EQ(2, run("try", {"--allow-write=/"}).code);
+}
+
+TEST_F(RunConfine, EventsTellWhatWasUsedAndWhatWasRefused) {
+  list("try.xml", report(system("outside/x.csv")) + taskOf("runMSDOScommand", "cmd='true' args=''"));
+  run("try", {"--confine", "--allow-run=true", "--events", path("events")});
+  const std::string events = readBytes(path("events"));
+  EXPECT_THAT(events,
+              HasSubstr(R"({"event":"grant","permission":"write","resource":")" + outside() + R"(","allowed":false,)"));
+  EXPECT_THAT(events, HasSubstr(R"({"event":"grant","permission":"run","resource":"true","allowed":true,)"));
+}
+
+// ---- what is kept
+
+class RunTrust : public RunConfine {
+ protected:
+  void SetUp() override {
+    RunConfine::SetUp();
+    list("try.xml", report(system("outside/x.csv")));
+    ASSERT_EQ(0, kelvane({"pack", path("standards"), path("standards.kvz")}).code);
+  }
+  Ended packed(const std::vector<std::string>& more) { return runPackage(path("standards.kvz"), "try", more); }
+  [[nodiscard]] std::string package() const { return path("standards.kvz"); }
+  [[nodiscard]] std::string grant() const { return "--allow-write=" + outside(); }
+};
+
+TEST_F(RunTrust, GrantsAreKeptForThatContentAndAskedForWhatIsNew) {
+  const Ended told = packed({"-n"});
+  EXPECT_THAT(told.err, HasSubstr("standards.kvz needs " + grant() + "; without --confine nothing holds it to that"));
+  EXPECT_EQ(2, packed({"--require-trust"}).code);
+  const Ended asked = kelvane({"trust", package()});
+  EXPECT_EQ(1, asked.code);
+  EXPECT_THAT(asked.err, HasSubstr("nothing is kept: without a terminal nothing is asked; --yes keeps " + grant()));
+
+  EXPECT_EQ(0, kelvane({"trust", package(), "--yes"}).code);
+  EXPECT_EQ(0, packed({"--require-trust"}).code);
+  EXPECT_THAT(packed({"--confine", "--again"}).err, Not(HasSubstr("Refused: ")));
+  struct stat kept {};
+  ASSERT_EQ(0, ::stat(path("config_home/kelvane/trust.json").c_str(), &kept));
+  EXPECT_EQ(0600U, kept.st_mode & 0777U);
+
+  // Another content: nothing is kept for it, and only what it needs beyond the earlier one is asked.
+  list("try.xml", report(system("outside/x.csv")) + taskOf("setEnvironmentVariable", "name='KVD_TEST_NEW' value='1'"));
+  fs::remove(package());
+  kelvane({"pack", path("standards"), package()});
+  EXPECT_EQ(2, packed({"--require-trust"}).code);
+  std::istringstream no("n\n"), yes("y\n");
+  for (std::istringstream* answer : {&no, &yes}) {
+    std::ostringstream out, err;
+    const int code = kelvane::program({"trust", package()}, out, err, {.out = false, .err = true}, answer);
+    EXPECT_EQ(answer == &no ? 1 : 0, code) << err.str();
+    EXPECT_THAT(err.str(), HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"));
+  }
+  EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
+  ::unsetenv("KVD_TEST_NEW");
+  EXPECT_EQ(0, kelvane({"trust", package(), "--forget"}).code);
+  EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
+  EXPECT_EQ(2, packed({"--require-trust"}).code);
+}
+
+TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {
+  EXPECT_EQ(0, kelvane({"trust", path("standards"), grant()}).code);
+  list("more.xml", kAddNorm);
+  EXPECT_EQ(0, run("try", {"--require-trust"}).code);
+  EXPECT_EQ(2, packed({"--require-trust"}).code);
+
+  const std::string shown = kelvane({"trust", package(), grant()}).out;
+  const std::size_t sum = shown.find("sha256 ");
+  ASSERT_NE(shown.npos, sum) << shown;
+  kelvane({"trust", package(), "--forget"});
+  file("site/kelvane/trust.json", R"({"format": 1, "packages": [{"name": "standards.kvz", "sha256": ")" +
+                                      shown.substr(sum + 7, 64) + R"(", "allow": {"write": [")" + outside() +
+                                      R"("]}}]})");
+  EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
+  EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
+  EXPECT_THAT(kelvane({"trust"}).out, HasSubstr("(the site's)\n  " + grant() + "\n"));
+  for (const char* wrong : {"{", R"({"format": 2, "packages": []})",
+                            R"({"format": 1, "packages": [{"sha256": "x", "allow": {"ru": []}}]})"}) {
+    file("site/kelvane/trust.json", wrong);
+    EXPECT_EQ(2, packed({"--confine"}).code) << wrong;
+    EXPECT_THAT(packed({"-n"}).err, HasSubstr("warning: " + path("site/kelvane/trust.json") + " holds no grants: "));
+  }
+}
+
+}  // namespace
+}  // namespace test

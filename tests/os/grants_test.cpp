@@ -1,0 +1,113 @@
+// What grants hold for, and what of a command line and an address they are asked about.
+#include "os/grants.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "os/confine.h"
+#include "os/helper.h"
+#include "os/links.h"
+#include "text/encoding.h"
+
+namespace os {
+namespace {
+
+namespace fs = std::filesystem;
+
+// What a program that asks reads otherwise than another one names no server at all.
+TEST(Grants, AnAddressNamesTheServerThatIsAsked) {
+  const struct {
+    const char* address;
+    const wchar_t* host;
+  } rows[] = {
+      {"http://plm.example.com/x", L"plm.example.com"},
+      {"HTTPS://PLM.example.com:8443?q", L"plm.example.com:8443"},
+      {"http://user:pa@plm@evil.com/", L"evil.com"},
+      {"http://[::1]:80/", L"[::1]:80"},
+      {"http://good.com\\@evil.com/", L""},
+      {"evil.com/?x=http://good.com/", L""},
+      {"http://good.com%2eevil.com/", L""},
+      {"http:///evil.com", L""},
+      {"http:/good.com", L""},
+      {"ftp://good.com/", L""},
+      {" http://good.com/", L""},
+      {"http://go od.com/", L""},
+  };
+  Grants grants;
+  grants.allow({Permission::net, L"Good.com"});
+  grants.allow({Permission::net, L"plm.example.com:8443"});
+  for (const auto& [address, host] : rows) {
+    EXPECT_EQ(host, hostOf(address)) << address;
+    EXPECT_EQ(std::wstring_view(host) == L"plm.example.com:8443", Grants::isOpen(grants.mayAsk(hostOf(address))))
+        << address;
+  }
+  EXPECT_TRUE(Grants::isOpen(grants.mayAsk(L"good.com:81")));
+  EXPECT_FALSE(Grants::isOpen(grants.mayAsk(L"plm.example.com")));
+}
+
+TEST(Grants, ACommandLineIsOneProgramOrNotPlain) {
+  const struct {
+    const wchar_t* line;
+    const wchar_t* program;
+    bool isPlain;
+  } rows[] = {
+      {L"mail.cmd -q \"a; b\" 'c | $d'", L"mail.cmd", true},
+      {L"  \"c:\\tools\\my mail.cmd\" x", L"c:\\tools\\my mail.cmd", true},
+      {L"ma\"il\".cmd", L"mail.cmd", true},
+      {L"mail \\\"a;b\\\"", L"mail", false},  // quotes that are arguments
+      {L"mail \"$(x)\"", L"mail", false},
+      {L"mail \"`x`\"", L"mail", false},
+      {L"mail 'a' ; x", L"mail", false},
+      {L"mail a\nx", L"mail", false},
+      {L"mail 'a", L"mail", false},
+      {L"LD_PRELOAD=x mail", L"LD_PRELOAD=x", true},
+      {L"", L"", true},
+  };
+  for (const auto& [line, program, isPlain] : rows) {
+    const PlainCommand command = plainCommand(line);
+    EXPECT_EQ(program, command.program) << text::toUtf8(line);
+    EXPECT_EQ(isPlain, command.isPlain) << text::toUtf8(line);
+  }
+}
+
+// A link that takes the place of a folder between the question and the opening leads nowhere.
+TEST(Grants, WhatIsOpenedIsWhatWasJudged) {
+  const std::string root =
+      fs::canonical(fs::temp_directory_path()).string() + "/kvd_grants_" + std::to_string(::getpid());
+  const auto system = [&](const std::string& name) { return mounts().system(root + "/" + name); };
+  fs::remove_all(root);
+  fs::create_directories(root + "/open/sub");
+  fs::create_directories(root + "/closed");
+  std::ofstream(root + "/closed/a.txt") << "secret";
+  std::ofstream(root + "/open/sub/a.txt") << "plain";
+  const auto disk = diskFiles();
+  {
+    const PlaceGuard guard(system("open/sub/a.txt"), machineBehindLinks(system("open/sub/a.txt")));
+    EXPECT_EQ("plain", disk->read(system("open/sub/a.txt")).value);
+    EXPECT_FALSE(disk->write(system("open/sub/a.txt"), "new"));
+    fs::rename(root + "/open/sub", root + "/open/away");
+    fs::create_directory_symlink(root + "/closed", root + "/open/sub");
+    EXPECT_EQ(std::errc::operation_not_permitted, disk->read(system("open/sub/a.txt")).error);
+    EXPECT_EQ(std::errc::operation_not_permitted, disk->write(system("open/sub/a.txt"), "x"));
+    EXPECT_EQ(std::errc::operation_not_permitted, disk->append(system("open/sub/a.txt")).error);
+    EXPECT_EQ("secret", disk->read(system("closed/a.txt")).value);  // a path that no guard knows
+  }
+  EXPECT_EQ("secret", disk->read(system("open/sub/a.txt")).value);
+  EXPECT_EQ(1, std::distance(fs::directory_iterator(root + "/closed"), fs::directory_iterator()));
+  fs::remove_all(root);
+}
+
+// What a list sets is for the programs that it starts, and for no helper of the program's.
+TEST(Grants, HelpersHaveTheEnvironmentOfTheStart) {
+  ASSERT_FALSE(setEnvironment(L"LD_TRACE_LOADED_OBJECTS", L"1"));  // a program only tells its libraries, and ends
+  const auto helper = startHelper("/usr/bin/yes");
+  ASSERT_TRUE(helper);
+  EXPECT_EQ(std::errc::timed_out, helper.value->ask("x", std::chrono::milliseconds(300)).error);
+  ::unsetenv("LD_TRACE_LOADED_OBJECTS");
+}
+
+}  // namespace
+}  // namespace os

@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "os/durable.h"
 #include "os/confine.h"
+#include "os/durable.h"
 #include "os/surroundings.h"
 
 namespace headless {

@@ -70,7 +70,7 @@ FlatMemory::FlatMemory(std::size_t keep) : keep_(keep), ahead_(os::surroundings(
 FlatMemory::~FlatMemory() { current_ = nullptr; }
 
 void FlatMemory::putAway(Models& models, creo::FunctionRef<bool(creo::ProMdl)> stays) {
-  if (bytes_ <= keep_ / 2) return;
+  if (bytes_ < (keep_ + 1) / 2) return;
   bytes_ = 0;
   std::vector<creo::ProMdl> left;  // the latest first
   std::size_t kept = 0;

@@ -83,8 +83,18 @@ constexpr std::array kRefreshTypes = {ProNotifyType::currentModelChanged, ProNot
                                       ProNotifyType::modelDisplayed, ProNotifyType::windowActivated,
                                       ProNotifyType::windowClosed};
 
-// The table follows Creo: it is rebuilt when the current model isn't the one for which it was built.
-ProError followCurrentModel(const ProNotification& /*event*/) {
+// The run's window before the person that was asked to close, and stands until control is back; 0: none.
+int& closing() {
+  static int window = 0;
+  return window;
+}
+
+// The table follows Creo: it is rebuilt when the current model isn't the one for which it was built. Behind a run its
+// own window still stands there for a moment: what comes before it goes is no matter of the person's.
+ProError followCurrentModel(const ProNotification& event) {
+  if (event.type == ProNotifyType::windowClosed && event.window == closing()) closing() = 0;
+  if (const auto window = ProWindowCurrentGet(); window && closing() != 0 && window.value == closing())
+    return ProNoError;
   const auto current = ProMdlCurrentGet();
   if (!current) return ProNoError;
   const PluginState& state = pluginState();
@@ -343,7 +353,9 @@ void leaveWindow(Opening opening) {
   const auto current = ProWindowCurrentGet();
   const bool isPersons = current && current.value == window;
   const ProError left = isPersons ? ProWindowCurrentClose() : ProWindowDelete(window);
-  if (left != ProNoError) creoLog(L"<KVD> main - a window of the run stays");
+  if (isPersons && left == ProNoError) closing() = window;
+  // ProBadInputs: an action has taken it away already.
+  if (left != ProNoError && left != ProBadInputs) creoLog(L"<KVD> main - a window of the run stays");
 }
 
 // Body on the model that stands before Creo now; opening: asked where its window came forward for it.
@@ -420,6 +432,7 @@ void setRefreshNotifications() {
 }
 
 void unsetRefreshNotifications() {
+  closing() = 0;  // nobody hears of it any more
   if (pluginState().noProNotifications == 1) return;
   for (const ProNotifyType type : kRefreshTypes) ProNotificationUnset(type);
 }
@@ -457,6 +470,7 @@ void onWindowActivated() {
     return;
   }
   ProNotificationUnset(ProNotifyType::windowActivated);
+  closing() = 0;  // control was back
   runWaitingRow(Opening::asked);
   advance(true);
 }

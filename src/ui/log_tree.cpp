@@ -50,7 +50,7 @@ void flipSelected() {
 // A touch of a node's mark opens or closes nothing by itself. What is selected together with the node follows it.
 void openOrClose(ProError (*set)(const std::string&, const std::string&, const std::string&)) {
   const auto touched = ProUITreeTreeexpcolnodeGet(dialog(), kTree);
-  if (!touched) return;
+  if (!touched) return creoLog(L"<KVD> main - the node of kvaneLogTT that was touched can't be read");
   set(dialog(), kTree, touched.value);
   const auto selected = ProUITreeSelectednamesGet(dialog(), kTree).value;
   if (std::find(selected.begin(), selected.end(), touched.value) != selected.end())

@@ -129,6 +129,27 @@ TEST(Run, WindowsOfTheRunAreClosedAndOthersStay) {
   EXPECT_FALSE(actions::runGoesOn());
 }
 
+// What comes before the run's last window has gone is no other model of the person's, and the rows stay as they are.
+TEST(Run, TheTableStaysBehindARunThatEndsInAWindowOfItsOwn) {
+  World world;
+  gearbox(world);
+  world.list("show.xml", "<task type='groupActions' version='3'" + kForAll +
+                             " reworkMode='5' mdlname='SHAFT.PRT'><subtasks>" + say("shown") + "</subtasks></task>");
+  world.start();
+  const ProMdl box = world.open(L"GEARBOX", ProMdlType::assembly);
+  world.openTool();
+  world.choose("show.xml");
+  world.session().ui().setCheck("kvanerunner", "GEARBOX.ASM_cb", false);
+  const int before = world.session().calls("ProMdlDependenciesList");
+  world.pressStart();
+  EXPECT_EQ(2, world.session().calls("ProObjectwindowCreate"));
+  EXPECT_TRUE(world.logHas(L"shown"));
+  EXPECT_EQ(box, ProMdlCurrentGet().value);
+  EXPECT_EQ(before, world.session().calls("ProMdlDependenciesList")) << "the table was filled again";
+  world.open(L"SHAFT", ProMdlType::part);
+  EXPECT_EQ(std::vector<std::string>{"SHAFT.PRT"}, world.rows()) << "and it follows the person again";
+}
+
 TEST(Run, ARowWhoseModelHasGoneGetsItsLineAndTheNextOneRuns) {
   World world;
   gearbox(world);

@@ -164,6 +164,9 @@ TEST_F(SideDialogs, TheLogTreeOpensTheModelOfANodeAndKeepsWhatAPersonUnfolds) {
   EXPECT_TRUE(ProUITreeNodeIsExpanded(kMain, "kvaneLogTT", heading).value);
   ASSERT_EQ(ProNoError, ui().onNode(kMain, "kvaneLogTT", heading, collapse));
   EXPECT_FALSE(ProUITreeNodeIsExpanded(kMain, "kvaneLogTT", heading).value);
+  world.session().failNext("ProUITreeTreeexpcolnodeGet", ProGeneralError);
+  ASSERT_EQ(ProNoError, ui().onNode(kMain, "kvaneLogTT", heading, expand));
+  EXPECT_NE(std::wstring::npos, world.messages().find(L"kvaneLogTT that was touched"));
 
   EXPECT_EQ(ProNoError, ui().press(kMain, "LoadFileBtn_MenuRMBLog"));
   world.session().settle();

@@ -137,6 +137,9 @@ std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName
       run::rebuildModelTable(model.value);
     else
       failed.push_back(unopened(starts[i], messages));
+    // What a filter built to judge it goes with it. No event of that fills the table meanwhile.
+    const run::TableHold hold;
+    session_.settle();
     keepMemoryFlat(session_);
   }
   return failed;

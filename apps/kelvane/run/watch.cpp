@@ -354,7 +354,7 @@ void RunWatch::tellUnsaved() {
   std::size_t count = 0;
   for (const std::string& name : unsaved) {
     if (events_.on()) events_.tell("unsaved", {{"model", name}});
-    if (count++ < kMost) line += (line.empty() ? "" : ", ") + name;
+    if (count++ < kMost) line.append(line.empty() ? "" : ", ").append(name);
   }
   if (count > kMost) line += " and " + std::to_string(count - kMost) + " more; --events FILE has them all";
   if (!line.empty()) console_.trouble("warning: changed, but not saved: " + line);

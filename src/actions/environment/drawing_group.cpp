@@ -1,5 +1,6 @@
 // groupActions on a drawing that is made for them.
 #include "actions/environment/group_modes.h"
+#include "actions/model/free_name.h"
 #include "core/log.h"
 #include "creo/ProDrawing.h"
 #include "creo/ProMdl.h"
@@ -38,7 +39,7 @@ void runOnNewDrawing(const Task& task) {
   runTasksOn(task, drawing.value, name.text, L".DRW");
   core::logIndented(L"Erased the Drawing", core::kNormal, 1);
   creo::ProMdlDisplay(task.model());
-  creo::ProMdlErase(drawing.value);
+  eraseMade(drawing.value);
 }
 
 }  // namespace actions

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "actions/environment/group_modes.h"
+#include "actions/model/free_name.h"
 #include "actions/output_file.h"
 #include "core/log.h"
 #include "creo/ProIntfimport.h"
@@ -41,13 +42,14 @@ const Ending* endingOf(std::wstring_view name) {
   return found == std::end(kEndings) ? nullptr : found;
 }
 
-void removeFromSession(const Task& task, creo::ProMdl model) {
+void removeFromSession(const Task& task, creo::ProMdl model, bool isImported) {
   const std::wstring_view how = task.attribute(L"removeFromSession");
   // What a group works on stays, whatever the list says.
   const auto fails = [model](creo::ProError (*erase)(creo::ProMdl)) {
     return isUnderWork(model) || erase(model) != creo::ProNoError;
   };
-  if (how == L"1" && fails(&creo::ProMdlErase)) core::logWrite(L"Can't erase the model", core::kNormal);
+  if (how == L"1" && fails(isImported ? &eraseMade : &creo::ProMdlErase))
+    core::logWrite(L"Can't erase the model", core::kNormal);
   if (how == L"2" && fails(&creo::ProMdlEraseAll))
     core::logWrite(L"Can't erase the model and all dependencies", core::kNormal);
 }
@@ -98,7 +100,7 @@ void runOnOtherModel(const Task& task) {
   if (!other) return;
   runTasksOn(task, other->model, other->name, other->extension);
   if (task.model()) creo::ProMdlDisplay(task.model());
-  removeFromSession(task, other->model);
+  removeFromSession(task, other->model, isForeign);
 }
 
 }  // namespace actions

@@ -110,11 +110,11 @@ void copyLook(ProMdl from, ProMdl to) {
 
 // Out of its table the instance is a model of its own, which the server knows by its name. One that can't be saved goes
 // back: a later save of the generic would else leave it nowhere.
-bool moveOut(const ProFaminstance& instance, ProMdl model) {
+bool moveOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
   if (ProFaminstanceRemove(instance) != ProNoError) return stays(instance, L"it can't be removed");
   copyLook(instance.owner, model);
   if (ProMdlSave(model) == ProNoError) return true;
-  ProMdlErase(model);
+  eraseAside(model, state.writeoutCounter);  // a row takes no name of a model in memory
   if (ProFaminstanceAdd(instance) == ProNoError) return stays(instance, L"it can't be saved");
   core::logWrite(text::format(L"'%s' can't be saved, and only the saved family table has it", instance.name),
                  core::kError);
@@ -127,7 +127,7 @@ bool breakUpInstance(const ProFaminstance& instance, BreakUp& state) {
   if (!model) return stays(instance, L"it can't be created");
   bool whole = regenerated(model.value) || stays(instance, L"it fails to regenerate");
   if (whole && !breakUp(model.value, state)) whole = stays(instance, L"its own family table has instances left");
-  if (whole) return state.serverActive ? moveOut(instance, model.value) : writeOut(instance, model.value, state);
+  if (whole) return state.serverActive ? moveOut(instance, model.value, state) : writeOut(instance, model.value, state);
   ProMdlErase(model.value);
   return false;
 }

@@ -35,4 +35,11 @@ creo::ProError eraseAside(creo::ProMdl model, int& number) {
   return result;
 }
 
+creo::ProError eraseMade(creo::ProMdl model) {
+  static int number = 0;  // those that went before have theirs until control is back
+  const auto file = creo::ProMdlOriginGet(model);
+  const bool wasSaved = !file || !file.value.empty();
+  return wasSaved ? creo::ProMdlErase(model) : eraseAside(model, number);
+}
+
 }  // namespace actions

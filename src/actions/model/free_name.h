@@ -19,4 +19,8 @@ bool isAside(std::wstring_view name);
 // Erases the model under such a name, so that its own is free now. As ProMdlErase; behind a failure it has its name.
 creo::ProError eraseAside(creo::ProMdl model, int& number);
 
+// Erases a model that an action made under a name of its own. One that was never saved goes under such a name, so that
+// the action can make it again; of a saved one the name is taken by its file, and what it loses has to be told by it.
+creo::ProError eraseMade(creo::ProMdl model);
+
 }  // namespace actions

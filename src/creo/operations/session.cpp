@@ -229,8 +229,7 @@ Operations sessionOperations() {
        .source = Source::guide,
        .documented = "Selects one thing more. It must be displayed and belong to the current model.",
        .ours = "Of a model or an assembly that stands on top; the component and those above it are neither suppressed "
-               "nor left "
-               "out of a representation.",
+               "nor left out of a representation.",
        .verdict = Verdict::same,
        .test = "SideDialogs.HighlightingFindsAModelWhereverItIsUsed"},
       {.name = "ProSelectionHighlight",
@@ -448,7 +447,7 @@ Operations sessionOperations() {
        .shape = "-> name",
        .codes = {ProGeneralError, ProNotFound},
        .documented = "Implemented by ProMdlCurrentGet, ProMdlMdlnameGet and ProMdlExtensionGet.",
-       .ours = "Name and extension of the current window's model in lower case.",
+       .ours = "Name and extension of the active window's model in lower case.",
        .verdict = Verdict::cantBeTold,
        .test = "Templates.FindTheWorkersFolder"},
       {.name = "pfcListSubdirectories",

@@ -2,7 +2,6 @@
 
 #include "headless/creo/solid_operation.h"
 #include "headless/model/features.h"
-#include "headless/model/placed.h"
 #include "text/encoding.h"
 
 namespace creo {
@@ -41,8 +40,7 @@ decltype(ProElement::value) elementValue(const headless::Scalar& value) {
 
 Got<ProMdl> modelOf(const State& state, const ModelFeature& component) {
   if (!component.isComponent()) return ProBadInputs;
-  const headless::Model* model = headless::componentModel(state.models, component);
-  return model ? Got<ProMdl>(model->handle) : ProNotFound;
+  return state.models.inMemory(headless::featureName(component), component.component()->type);
 }
 
 // What a component varies in its model, the parameters or all else.

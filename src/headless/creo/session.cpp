@@ -85,7 +85,7 @@ ProError Session::State::notify(const creo::ProNotification& notification) {
 }
 
 ProError Session::State::raise(ProNotifyType type, ProMdl model, int window) {
-  const Model* reported = models.find(model);
+  const Model* reported = models.look(model);
   if (!reported || !events.isHeard(type)) return creo::ProNoError;
   creo::ProNotification notification;
   notification.type = type;
@@ -99,7 +99,7 @@ ProError Session::State::raise(ProNotifyType type, ProMdl model, int window) {
 }
 
 ProError Session::State::mayGoOn(ProNotifyType type, ProMdl handle) {
-  const Model* model = models.find(handle);
+  const Model* model = models.look(handle);
   const std::wstring label = model ? modelKey(model->name, model->type()) : std::wstring();
   const ProError answer = raise(type, handle);
   if (answer == creo::ProNoError) return answer;
@@ -115,7 +115,7 @@ void Session::State::queue(ProNotifyType type, ProMdl model, int window, Event::
   event.notification.type = type;
   event.notification.model = model;
   event.notification.window = window;
-  if (const Model* reported = models.find(model)) {
+  if (const Model* reported = models.look(model)) {
     event.notification.name = reported->name;
     event.notification.typeText = typeExtension(reported->type());
   }

@@ -49,7 +49,7 @@ void tellUsed(const Models& models, const Model& model) {
 }  // namespace
 
 ProError eraseModel(Models& models, ProMdl handle) {
-  const Model* model = models.find(handle);
+  const Model* model = models.look(handle);
   if (!model) return creo::ProBadInputs;
   if (models.usesOf(*model) > 0) {
     tellUsed(models, *model);
@@ -66,7 +66,7 @@ Erasures::Erasures(Models& models, std::function<bool(ProMdl)> isShown)
 int Erasures::usesByGoing(const Model& used, const Uses& counted) const {
   std::ptrdiff_t uses = 0;
   for (const auto& [handle, asked] : asked_) {
-    const Model* user = models_.find({handle});
+    const Model* user = models_.look({handle});
     if (!user || counted.contains(user)) continue;
     const auto all = models_.usedBy(*user);
     uses += std::count(all.begin(), all.end(), &used);
@@ -102,15 +102,20 @@ std::vector<const Model*> Erasures::goingWith(const Model& root, bool withUsed) 
 }
 
 ProError Erasures::ask(ProMdl handle, bool withUsed) {
-  const Model* root = models_.find(handle);
+  const Model* root = models_.look(handle);
   if (!root) return creo::ProBadInputs;
   const auto going = goingWith(*root, withUsed);
   if (going.empty()) {
     tellUsed(models_, *root);
     return creo::ProGeneralError;
   }
-  for (const Model* model : going) asked_.try_emplace(model->handle.value, Asked{handle, false, false});
-  asked_[handle.value] = {handle, withUsed, isShown_(handle)};
+  Asked& asked = asked_[handle.value];
+  // Asked for with all that it uses, it goes so, however it is asked for behind that.
+  if (asked.by != handle) asked = {.by = handle};
+  asked.withUsed = asked.withUsed || withUsed;
+  asked.wasShown = isShown_(handle);
+  for (const Model* model : going)
+    if (asked_.try_emplace(model->handle.value, Asked{.by = handle}).second) asked.with.push_back(model->handle.value);
   return creo::ProNoError;
 }
 
@@ -118,8 +123,10 @@ void Erasures::carryOut(ProMdl handle) {
   const auto found = asked_.find(handle.value);
   if (found == asked_.end() || found->second.by != handle) return;
   const Asked asked = found->second;
-  std::erase_if(asked_, [&](const auto& entry) { return entry.second.by == handle; });
-  const Model* root = models_.find(handle);
+  asked_.erase(found);
+  for (const std::uint64_t with : asked.with)
+    if (const auto entry = asked_.find(with); entry != asked_.end() && entry->second.by == handle) asked_.erase(entry);
+  const Model* root = models_.look(handle);
   if (!root) return;
   if (!asked.wasShown && isShown_(handle)) return tellStays(models_, *root, L"a window shows it by now");
   const auto going = goingWith(*root, asked.withUsed);

@@ -22,7 +22,7 @@ creo::ProError eraseModel(Models& models, creo::ProMdl model);
 void eraseUnless(Models& models, creo::FunctionRef<bool(creo::ProMdl)> stays);
 
 // Erasures that were asked for and wait until control is back: until then the models are in memory as they were, their
-// names aren't free, and what is done with them is done.
+// names aren't free, and what is done with them is done. No document that is away (away.h) comes back for it.
 class Erasures {
  public:
   // isShown: does a window show the model?
@@ -39,6 +39,7 @@ class Erasures {
     creo::ProMdl by;  // the model that was asked for, and that this one goes with
     bool withUsed = false;
     bool wasShown = false;
+    std::vector<std::uint64_t> with = {};  // that go with this one
   };
   using Uses = std::unordered_map<const Model*, int>;
   [[nodiscard]] int usesByGoing(const Model& used, const Uses& counted) const;

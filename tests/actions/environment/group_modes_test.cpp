@@ -158,6 +158,17 @@ TEST_F(NewDrawing, HasWhatItsTemplateHasAndGoesAfterTheTasks) {
   EXPECT_EQ(document.npos, document.find("OTHER"));
 }
 
+TEST_F(NewDrawing, IsMadeAnewUnlessItWasSaved) {
+  EXPECT_EQ(
+      L"Created the Drawing|> 4711_X.drw|Erased the Drawing|"
+      L"B1 GROUP ACTION|Created the Drawing|B1 - G0 Set user variable direct|> 4711_X.drw|B1 - G1 Save model|"
+      L"Erased the Drawing|B2 GROUP ACTION|E:Can't create the Drawing",
+      ran(group(kAttributes, kSay) + group(kAttributes, kSay + kSave) + group(kAttributes, kSay), L"GEAR",
+          ProMdlType::part));
+  EXPECT_EQ(1, world.version("4711_X.drw"));
+  EXPECT_EQ(L"GEAR", inMemory());
+}
+
 TEST_F(NewDrawing, ThatCantBeMadeIsOneErrorAndChangesNothing) {
   const std::pair<std::string, std::wstring> cases[] = {
       {"drwName='D' tmpName='NONE' tmpPath='@project_dir@/templates'", L""},

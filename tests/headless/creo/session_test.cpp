@@ -153,7 +153,9 @@ TEST_F(SessionOfModels, ErasuresAreCompleteOnceControlIsBack) {
   model("top.asm.1", R"("components": [{"name": "a", "type": "prt"}, {"name": "b", "type": "prt"}])");
   model("lone.asm.1", R"("components": [{"name": "c", "type": "prt"}])");
   model("user.asm.1", R"("components": [{"name": "c", "type": "prt"}])");
-  model("c.prt.1");
+  model("pair.asm.1", R"("components": [{"name": "e", "type": "prt"}])");
+  for (const char* part : {"c.prt.1", "e.prt.1"}) model(part);
+  const ProMdl pair = retrieve(L"PAIR", ProMdlType::assembly), e = retrieve(L"E");
   const ProMdl top = retrieve(L"TOP", ProMdlType::assembly), lone = retrieve(L"LONE", ProMdlType::assembly);
   const ProMdl a = retrieve(L"A"), b = retrieve(L"B"), c = retrieve(L"C"), d = retrieve(L"D", ProMdlType::drawing);
   EXPECT_EQ(ProGeneralError, ProMdlErase(a));
@@ -165,6 +167,8 @@ TEST_F(SessionOfModels, ErasuresAreCompleteOnceControlIsBack) {
   EXPECT_EQ(ProNoError, ProMdlEraseAll(lone));
   EXPECT_EQ(ProNoError, ProMdlErase(c));
   EXPECT_EQ(ProNoError, ProMdlErase(d));
+  EXPECT_EQ(ProNoError, ProMdlEraseAll(pair));
+  EXPECT_EQ(ProNoError, ProMdlErase(pair)) << "which takes nothing of that back";
   EXPECT_EQ(top, retrieve(L"TOP", ProMdlType::assembly)) << "all are there still";
   EXPECT_EQ(ProExists, ProMdlCopy(b, L"A").error) << "and their names aren't free";
   // Two of them are wanted again meanwhile.
@@ -173,7 +177,7 @@ TEST_F(SessionOfModels, ErasuresAreCompleteOnceControlIsBack) {
   session().settle();
   EXPECT_EQ("C.PRT isn't erased: another model in memory uses it\nD.DRW isn't erased: a window shows it by now\n",
             messages());
-  for (const ProMdl gone : {top, a, lone}) EXPECT_EQ(ProBadInputs, ProMdlNameGet(gone).error);
+  for (const ProMdl gone : {top, a, lone, pair, e}) EXPECT_EQ(ProBadInputs, ProMdlNameGet(gone).error);
   EXPECT_EQ(L"C", ProMdlNameGet(c).value);
   EXPECT_EQ(d, ProMdlCurrentGet().value);
   EXPECT_TRUE(ProMdlCopy(b, L"A"));

@@ -168,6 +168,21 @@ TEST_F(AwayDocuments, ADocumentThatAnotherProgramTookIsReadAnewOrToldOf) {
   EXPECT_EQ(ProBadInputs, ProMdlNameGet(rod).error);
 }
 
+// An erasure that waits needs nothing of what the documents say.
+TEST_F(AwayDocuments, OneThatIsErasedIsntReadAgain) {
+  model("rod.prt.1", kMass);
+  model("pin.prt.1", kMass);
+  const ProMdl rod = retrieve(L"ROD"), pin = retrieve(L"PIN");
+  EXPECT_EQ(ProNoError, ProMdlErase(rod));
+  putAllAway();
+  ASSERT_EQ("ROD PIN", away());
+  for (const char* file : {"rod.prt.1", "pin.prt.1"}) std::filesystem::remove(folder_ + "/models/" + file);
+  EXPECT_EQ(ProNoError, ProMdlErase(pin));
+  session().settle();
+  EXPECT_EQ(ProNotFound, ProSessionMdlList(ProMdlType::part).error);
+  EXPECT_EQ("", messages());
+}
+
 class SomeDocuments : public test::HeadlessSession {};
 
 TEST_F(SomeDocuments, TheEarliestGoAndAsManyStayAsHaveRoom) {

@@ -6,7 +6,7 @@
 #include <set>
 #include <vector>
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 
 namespace headless::geometry {
 

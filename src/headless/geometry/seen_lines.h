@@ -1,7 +1,7 @@
 // Inside this folder, for kelvane-import: what is seen of bodies, by the library's hidden-line removal.
 #pragma once
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 
 namespace headless::geometry {
 

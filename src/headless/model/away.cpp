@@ -99,13 +99,15 @@ void FlatMemory::readAhead(Models& models, std::wstring_view name, creo::ProMdlT
   }
 }
 
-void FlatMemory::doNote(const Model& model) {
-  if (model.row) return;
-  arrived_.push_back(model.handle);
-  bytes_ += model.document->textSize;
+void FlatMemory::noteArrived(const Model& model) {
+  if (!current_ || model.row) return;
+  current_->arrived_.push_back(model.handle);
+  current_->bytes_ += model.document->textSize;
 }
 
-std::optional<ReadAhead::Document> FlatMemory::doTake(const std::wstring& path) { return ahead_.take(path); }
+std::optional<ReadAhead::Document> FlatMemory::takeAhead(const std::wstring& path) {
+  return current_ ? current_->ahead_.take(path) : std::nullopt;
+}
 
 bool maySpeakOf(const Model& model, const std::wstring& name, creo::ProMdlType type) {
   if (!model.document->isAway()) return true;

@@ -3,11 +3,13 @@
 // saved as. So a run over any number of models needs the memory of a few, and comes to the same results.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "headless/model/arrivals.h"
+#include "headless/model/model.h"
+#include "headless/store/read_ahead.h"
 
 namespace headless {
 
@@ -15,11 +17,11 @@ class Models;  // models.h
 
 // For as long as one lives documents leave the memory when they are put away, and come back ahead of their turn. One at
 // a time; without one all stay.
-class FlatMemory : public Arrivals {
+class FlatMemory {
  public:
   // keep: bytes of the files of documents that may stay.
   explicit FlatMemory(std::size_t keep);
-  ~FlatMemory() override;
+  ~FlatMemory();
   FlatMemory(const FlatMemory&) = delete;
   FlatMemory& operator=(const FlatMemory&) = delete;
   // Null without one.
@@ -32,15 +34,17 @@ class FlatMemory : public Arrivals {
   // - of another folder than the session's own, or whose saves a backup has moved,
   // - that shows what no file says: a representation, the status of a layer, the former model of a drawing's texts,
   // - of a family table with instances in memory, whose rows they are, of a format, and of a PDM workspace, out of
-  //   which the server may take files.
+  // which
+  //   the server may take files.
   void putAway(Models& models, creo::FunctionRef<bool(creo::ProMdl)> stays);
   // The model will be asked for soon: where its document isn't in memory a second thread reads it meanwhile.
   void readAhead(Models& models, std::wstring_view name, creo::ProMdlType type);
 
- private:
-  void doNote(const Model& model) override;
-  std::optional<ReadAhead::Document> doTake(const std::wstring& path) override;
+  // ---- for what brings documents in; nothing happens without one
+  static void noteArrived(const Model& model);
+  static std::optional<ReadAhead::Document> takeAhead(const std::wstring& path);
 
+ private:
   static inline FlatMemory* current_ = nullptr;
   std::size_t keep_;
   std::vector<creo::ProMdl> arrived_;  // models whose documents are in memory, in the order of their coming

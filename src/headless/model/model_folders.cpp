@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "headless/model/arrivals.h"
+#include "headless/model/away.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
@@ -44,7 +44,7 @@ bool ModelFolders::has(std::wstring_view name, ProMdlType type) {
 
 ModelFolders::DocumentRead ModelFolders::readRecord(const std::wstring& path) const {
   DocumentRead read;
-  if (auto ahead = store_.isWithheld(path) ? std::nullopt : Arrivals::take(path)) {
+  if (auto ahead = store_.isWithheld(path) ? std::nullopt : FlatMemory::takeAhead(path)) {
     read.record = std::move(ahead->record);
     read.size = ahead->size;
     return read;

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "headless/model/arrivals.h"
+#include "headless/model/away.h"
 #include "headless/model/family.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
@@ -46,7 +46,7 @@ std::wstring Models::bringBack(const Model& model) const {
   if (!read) return ModelFolders::faultOf(path, read);
   document.comeBack(std::move(read.record));
   document.textSize = read.size;
-  Arrivals::note(model);
+  FlatMemory::noteArrived(model);
   return {};
 }
 
@@ -120,7 +120,7 @@ Model& Models::add(std::shared_ptr<ModelDocument> document, RowRecord* row, std:
   place.model->name = std::move(name);
   byKey_[keyOf(*place.model)] = at;
   countUses(*place.model, 1);
-  Arrivals::note(*place.model);
+  FlatMemory::noteArrived(*place.model);
   return *place.model;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "headless/model/away.h"
+#include "headless/model/flat_memory.h"
 #include "headless/model/models.h"
 #include "headless/session.h"
 #include "headless/session/windows.h"
@@ -15,14 +16,12 @@ inline std::size_t documentsKept = std::size_t{4} << 20;
 
 // What stands in no window may go; nothing works on a model meanwhile.
 inline void keepMemoryFlat(headless::Session& session) {
-  if (headless::FlatMemory* const flat = headless::FlatMemory::inForce())
-    flat->putAway(session.models(), [&session](creo::ProMdl model) { return session.windows().shows(model); });
+  headless::putAway(session.models(), [&session](creo::ProMdl model) { return session.windows().shows(model); });
 }
 
 // The row's model ("SHAFT.PRT") has its turn soon.
 inline void readAhead(headless::Session& session, const ModelFileName& name) {
-  if (headless::FlatMemory* const flat = headless::FlatMemory::inForce())
-    flat->readAhead(session.models(), name.name, name.type);
+  headless::readAhead(session.models(), name.name, name.type);
 }
 
 }  // namespace kelvane

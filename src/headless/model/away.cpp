@@ -5,8 +5,8 @@
 
 #include "headless/model/drawing.h"
 #include "headless/model/family.h"
+#include "headless/model/flat_memory.h"
 #include "headless/model/models.h"
-#include "os/surroundings.h"
 #include "text/encoding.h"
 
 namespace headless {
@@ -66,47 +66,37 @@ bool mayGo(Models& models, const Model& model) {
 
 }  // namespace
 
-FlatMemory::FlatMemory(std::size_t keep) : keep_(keep), ahead_(os::surroundings().files) { current_ = this; }
-FlatMemory::~FlatMemory() { current_ = nullptr; }
-
-void FlatMemory::putAway(Models& models, creo::FunctionRef<bool(creo::ProMdl)> stays) {
-  if (bytes_ < (keep_ + 1) / 2) return;
-  bytes_ = 0;
+void putAway(Models& models, creo::FunctionRef<bool(creo::ProMdl)> stays) {
+  FlatMemory* const memory = FlatMemory::inForce();
+  if (!memory || memory->bytes < (memory->keep + 1) / 2) return;
+  memory->bytes = 0;
   std::vector<creo::ProMdl> left;  // the latest first
   std::size_t kept = 0;
-  for (auto at = arrived_.rbegin(); at != arrived_.rend(); ++at) {
+  for (auto at = memory->arrived.rbegin(); at != memory->arrived.rend(); ++at) {
     const Model* model = models.look(*at);
     if (!model || model->document->isAway()) continue;
     kept += model->document->textSize;
-    if (kept <= keep_ || stays(*at) || !mayGo(models, *model)) {
+    if (kept <= memory->keep || stays(*at) || !mayGo(models, *model)) {
       left.push_back(*at);
     } else {
       model->document->putAway({dependencies(*model), mentionsOf(*model->document), {}, false});
     }
   }
-  arrived_.assign(left.rbegin(), left.rend());
+  memory->arrived.assign(left.rbegin(), left.rend());
 }
 
-void FlatMemory::readAhead(Models& models, std::wstring_view name, creo::ProMdlType type) {
+void readAhead(Models& models, std::wstring_view name, creo::ProMdlType type) {
+  FlatMemory* const memory = FlatMemory::inForce();
+  if (!memory) return;
   if (const auto there = models.inMemory(name, type)) {
     const ModelDocument& document = *models.look(there.value)->document;
-    if (document.isAway()) ahead_.want(savedPath(document));
+    if (document.isAway()) memory->ahead.want(savedPath(document));
     return;
   }
   for (Folder* folder : models.folders().searched(type)) {
     const DocumentFile* file = folder->find(name, type);
-    if (file) return ahead_.want(folder->path() + file->fileName);
+    if (file) return memory->ahead.want(folder->path() + file->fileName);
   }
-}
-
-void FlatMemory::noteArrived(const Model& model) {
-  if (!current_ || model.row) return;
-  current_->arrived_.push_back(model.handle);
-  current_->bytes_ += model.document->textSize;
-}
-
-std::optional<ReadAhead::Document> FlatMemory::takeAhead(const std::wstring& path) {
-  return current_ ? current_->ahead_.take(path) : std::nullopt;
 }
 
 bool maySpeakOf(const Model& model, const std::wstring& name, creo::ProMdlType type) {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "headless/model/away.h"
+#include "headless/model/flat_memory.h"
 #include "headless/store/faults.h"
 #include "os/paths.h"
 #include "os/surroundings.h"

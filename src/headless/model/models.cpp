@@ -3,8 +3,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "headless/model/away.h"
 #include "headless/model/family.h"
+#include "headless/model/flat_memory.h"
 #include "headless/model/one_version.h"
 #include "headless/store/faults.h"
 #include "text/encoding.h"

@@ -8,6 +8,7 @@
 #include "creo/ProLayer.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/ProSession.h"
+#include "headless/model/flat_memory.h"
 #include "headless/session_fixture.h"
 #include "headless/store/read_ahead.h"
 #include "support/world.h"
@@ -21,7 +22,7 @@ class AwayDocuments : public test::HeadlessSession {
  protected:
   // All that may go.
   void putAllAway() {
-    flat_.putAway(session().models(), [](ProMdl) { return false; });
+    putAway(session().models(), [](ProMdl) { return false; });
   }
   // "PLATE ROD": models whose documents are away, in the order of memory.
   std::string away() {
@@ -188,7 +189,7 @@ class SomeDocuments : public test::HeadlessSession {};
 TEST_F(SomeDocuments, TheEarliestGoAndAsManyStayAsHaveRoom) {
   for (int i = 0; i < 10; ++i) model("p" + std::to_string(i) + ".prt.1", kMass);
   const std::size_t one = read("models/p0.prt.1").size();
-  FlatMemory flat(4 * one);
+  const FlatMemory flat(4 * one);
   const auto bring = [&](int from, int to) {
     for (int i = from; i < to; ++i) retrieve(L"P" + std::to_wstring(i));
   };
@@ -200,14 +201,14 @@ TEST_F(SomeDocuments, TheEarliestGoAndAsManyStayAsHaveRoom) {
   };
   const auto none = [](ProMdl) { return false; };
   bring(0, 2);
-  flat.putAway(session().models(), none);
+  putAway(session().models(), none);
   EXPECT_EQ("", away());
   bring(2, 10);
   const ProMdl shown = retrieve(L"P1");
-  flat.putAway(session().models(), [&](ProMdl model) { return model == shown; });
+  putAway(session().models(), [&](ProMdl model) { return model == shown; });
   EXPECT_EQ("P0P2P3P4P5", away());
   bring(0, 2);
-  flat.putAway(session().models(), none);
+  putAway(session().models(), none);
   EXPECT_EQ("P2P3P4P5", away()) << "too few came since";
 }
 

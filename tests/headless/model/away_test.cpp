@@ -60,7 +60,7 @@ TEST_F(AwayDocuments, WhoListsCountsAndHoldsModelsSeesNoDifference) {
   EXPECT_EQ(rod, retrieve(L"ROD"));
   putAllAway();
   EXPECT_EQ(ProGeneralError, ProMdlErase(rod)) << "the assembly uses it";
-  EXPECT_EQ("ROD.prt isn't erased: another model in memory uses it\n", messages());
+  EXPECT_EQ("ROD.PRT isn't erased: another model in memory uses it\n", messages());
   putAllAway();
   EXPECT_EQ("MASS=2.5", parameters(rod));
   EXPECT_EQ("ROD I1", dependencies(unit));
@@ -80,6 +80,7 @@ TEST_F(AwayDocuments, WhoListsCountsAndHoldsModelsSeesNoDifference) {
   EXPECT_EQ(ProNoError, ProMdlErase(unit));
   putAllAway();
   EXPECT_EQ(ProNoError, ProMdlErase(rod));
+  session().settle();
   EXPECT_EQ(ProBadInputs, ProMdlNameGet(rod).error);
 }
 

@@ -123,7 +123,8 @@ Book::Numbers Book::storedNumbers() const {
     const auto stored = nlohmann::json::parse(bytes.value, nullptr, false);
     if (stored.is_object()) {
       numbers.run = stored.value("run", 0);
-      for (const auto& [stem, number] : stored.value("versions", nlohmann::json::object()).items())
+      const auto versions = stored.value("versions", nlohmann::json::object());
+      for (const auto& [stem, number] : versions.items())
         if (number.is_number_integer()) numbers.versions[stem] = number.get<int>();
     }
   }

@@ -29,7 +29,8 @@ std::string lastToUndo(const Book& book) {
     const RunJournal journal = book.read(*run);
     if (undone.contains(*run)) continue;
     if (journal.verb() == "undo") {
-      if (journal.end.value("code", kErrors) == kFine) undone.insert(memberText(journal.begin, "of"));
+      const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
+      if (isWhole) undone.insert(memberText(journal.begin, "of"));
     } else if (hasWritten(journal)) {
       return *run;
     }

@@ -101,12 +101,13 @@ void RunJournalKeeper::left(const std::string& model, const std::string& reason)
 
 void RunJournalKeeper::sent(const std::string& what) { add({{"record", "sent"}, {"what", what}}); }
 
-void RunJournalKeeper::end(const Recap& recap, int code) {
+int RunJournalKeeper::end(const Recap& recap, int code) {
   hasEnded_ = true;
-  if (!journal_) return;
+  if (!journal_) return code;
   Record record = {{"record", "end"}, {"code", code}};
   record.update(recapNumbers(recap));
   noteFault(journal_->end(record));
+  return code == kFine && hasFault_ ? kErrors : code;
 }
 
 void RunJournalKeeper::add(const Record& record) {

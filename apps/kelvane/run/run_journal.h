@@ -38,7 +38,8 @@ class RunJournalKeeper {
   // It isn't worked.
   void left(const std::string& model, const std::string& reason);
   void sent(const std::string& what);
-  void end(const Recap& recap, int code);
+  // The exit code: that of the run, or that of errors where the journal lacks anything.
+  [[nodiscard]] int end(const Recap& recap, int code);
 
  private:
   void add(const Record& record);

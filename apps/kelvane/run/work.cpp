@@ -90,11 +90,7 @@ class RunWork {
     if (!options.events.empty()) events_.open(options.events);
   }
 
-  int run() {
-    const int code = work();
-    journal_.end(recap_, code);
-    return code;
-  }
+  int run() { return journal_.end(recap_, work()); }
 
  private:
   using Tell = std::function<void(const std::string&)>;

@@ -19,10 +19,10 @@ class Crash : public JournalFixture {
   [[nodiscard]] std::vector<std::string> words(const std::string& list, const std::string& folder) const {
     return {"run", path("standards"), list, path(folder), "-q"};
   }
-  // How many changes below this test's folder a run makes.
-  int changesOf(const std::vector<std::string>& words) const {
+  // How many changes in a folder that makes.
+  [[nodiscard]] int changesOf(const std::vector<std::string>& words, const std::string& folder) const {
     const os::SurroundingsGuard guard;
-    const auto files = std::make_shared<FatefulFiles>(os::surroundings().files, path(""), Fate::none, 0);
+    const auto files = std::make_shared<FatefulFiles>(os::surroundings().files, path(folder), Fate::none, 0);
     os::surroundings().files = files;
     (void)kelvane(words);
     return files->changes();
@@ -32,22 +32,23 @@ class Crash : public JournalFixture {
     fs::copy(models(), path(to), fs::copy_options::recursive);
   }
 
-  // What models a folder has, whatever the numbers of their versions are: the newest content of each, and how many
-  // versions; and the other files. Times that exports write are left out.
+  // The newest content of each document, whatever its number, and the other files. Times that exports write are left
+  // out.
   [[nodiscard]] Contents state(const std::string& folder) const {
     static const std::regex number(R"(\.(\d+)$)"), time(R"(\d{4}-\d\d-\d\d[T ]\d\d:\d\d:\d\d)");
-    std::map<std::string, std::map<int, std::string>> versions;
+    std::map<std::string, int> newest;
     Contents all;
     for (const auto& [name, bytes] : contents(folder)) {
       std::smatch found;
-      if (std::regex_search(name, found, number))
-        versions[name.substr(0, name.size() - found.length())][std::stoi(found[1])] = bytes;
-      else if (name != "kelvane.log")
-        all[name] = std::regex_replace(bytes, time, "");
-    }
-    for (const auto& [stem, ofStem] : versions) {
-      int place = 0;
-      for (const auto& [version, bytes] : ofStem) all[stem + " version " + std::to_string(++place)] = bytes;
+      if (!std::regex_search(name, found, number)) {
+        if (name != "kelvane.log") all[name] = std::regex_replace(bytes, time, "");
+        continue;
+      }
+      const std::string stem = name.substr(0, name.size() - static_cast<std::size_t>(found.length()));
+      const int version = std::stoi(found[1]);
+      if (version < newest[stem]) continue;
+      newest[stem] = version;
+      all[stem] = bytes;
     }
     return all;
   }
@@ -58,7 +59,7 @@ TEST_F(Crash, AKillAtAnyMomentLeavesWhatRunsAgainAndCanBeUndone) {
   file("models/block.stp", "an export that was there");
   const Contents before = contents();
   copyModels("whole");
-  const int changes = changesOf(words("all", "whole"));
+  const int changes = changesOf(words("all", "whole"), "whole");
   const Contents undisturbed = state("whole");
   ASSERT_GT(changes, kKills);
 
@@ -69,7 +70,7 @@ TEST_F(Crash, AKillAtAnyMomentLeavesWhatRunsAgainAndCanBeUndone) {
     const std::string where = "seed " + std::to_string(kSeed) + ", change " + std::to_string(at) + " of " +
                               std::to_string(changes) + ", " + std::to_string(static_cast<int>(fate));
     copyModels("killed");
-    ASSERT_FALSE(survives(words("all", "killed"), fate, at)) << where;
+    ASSERT_FALSE(survives(words("all", "killed"), "killed", fate, at)) << where;
     fs::remove_all(path("undone"));
     fs::copy(path("killed"), path("undone"), fs::copy_options::recursive);
 
@@ -89,13 +90,14 @@ TEST_F(Crash, AnUndoThatIsKilledIsFinishedByTheNext) {
   const Contents before = contents();
   ASSERT_EQ(0, run("all").code);
   copyModels("whole");
-  const int changes = changesOf({"undo", path("whole")});
+  const int changes = changesOf({"undo", path("whole")}, "whole");
   ASSERT_EQ("", difference(before, contents("whole")));
   std::mt19937 random(kSeed);
   for (int i = 0; i < kKills / 2; ++i) {
     const int at = std::uniform_int_distribution(1, changes)(random);
     copyModels("killed");
-    ASSERT_FALSE(survives({"undo", path("killed")}, i % 2 == 0 ? Fate::killBehind : Fate::killHalfway, at)) << at;
+    ASSERT_FALSE(survives({"undo", path("killed")}, "killed", i % 2 == 0 ? Fate::killBehind : Fate::killHalfway, at))
+        << at;
     (void)undo({"1"}, "killed");
     EXPECT_EQ("", difference(before, contents("killed"))) << "change " << at << " of " << changes;
   }
@@ -106,7 +108,7 @@ TEST_F(Crash, AFullDiskIsToldAndTakenBack) {
   gearbox();
   const Contents before = contents();
   copyModels("whole");
-  const int changes = changesOf(words("all", "whole"));
+  const int changes = changesOf(words("all", "whole"), "whole");
   for (int at = 1; at < changes; at += 3) {
     copyModels("full");
     {
@@ -125,11 +127,10 @@ TEST_F(Crash, AFullDiskIsToldAndTakenBack) {
 TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   gearbox();
   copyModels("whole");
-  const int changes = changesOf(words("norm", "whole"));
+  const int changes = changesOf(words("norm", "whole"), "whole");
   const Contents undisturbed = state("whole");
-  ASSERT_FALSE(survives(words("norm", "models"), Fate::killBehind, changes - 6));
+  ASSERT_FALSE(survives(words("norm", "models"), "models", Fate::killBehind, changes - 6));
   // As a loss of power leaves it: the name is there, the content isn't.
-  const auto left = filesIn("models");
   ASSERT_TRUE(fs::exists(path("models/GEAR.prt.2")));
   fs::resize_file(path("models/GEAR.prt.2"), 100);
   file("models/.kvd-999999999-0.tmp", "half of it");

@@ -89,15 +89,20 @@ class JournalFixture : public RunFixture {
   void SetUp() override {
     RunFixture::SetUp();
     const std::string of = " version='3' forPRT='true' forASM='true' forEF='false'";
-    const std::string rename = "<task type='renameModel'" + of + " name='%NEW%'>" +
-                               "<filter><i type='parameter' filtertype='false' param='NEW' value='*'/></filter></task>";
-    const std::string step =
-        "<task type='exportStep' version='4' forPRT='true' forEF='false' folderFromModel='true'"
-        " file='@mdln@' config='' overwriteExisting='true'/>";
-    list("rename.xml", text::replaceAll(rename, "forEF='false'", "forEF='true'") + kAddNorm + kSave);
+    // For the models that have a parameter.
+    const auto having = [](const std::string& task, const std::string& parameter) {
+      return text::replaceAll(text::replaceAll(task, "forEF='false'", "forEF='true'"), "/>", ">") +
+             "<filter><i type='parameter' filtertype='false' param='" + parameter + "' value='*'/></filter></task>";
+    };
+    const std::string rename = having("<task type='renameModel'" + of + " name='%NEW%'/>", "NEW");
+    const std::string step = having(
+        "<task type='exportStep' version='4' forPRT='true' forEF='false'"
+        " folderFromModel='true' file='@mdln@' config='' overwriteExisting='true'/>",
+        "BODY");
+    list("rename.xml", rename + kAddNorm + kSave);
     list("copy.xml", "<task type='copyModel'" + of + " name='@mdln@_OLD'/>" + kAddNorm + kSave);
     list("step.xml", step);
-    list("all.xml", text::replaceAll(rename, "forEF='false'", "forEF='true'") + kAddNorm + kSave + step);
+    list("all.xml", rename + kAddNorm + kSave + step);
     const std::string row = "<task type='reportModeldata'" + of + " reporter='audit' mdlname='true'/>";
     list("report.xml", "<task type='openCSVReport' version='3' name='audit' file='audit.csv'/>" + row);
   }
@@ -106,7 +111,7 @@ class JournalFixture : public RunFixture {
   void gearbox() {
     part(L"GEAR").with(L"NEW", L"WHEEL").with(L"MASS", 2.5);
     part(L"PIN").with(L"MASS", 0.5);
-    ASSERT_EQ(0, kelvane({"new", models(), "BLOCK.PRT", "--box", "1,2,3"}).code);
+    ASSERT_EQ(0, kelvane({"new", models(), "BLOCK.PRT", "--box", "1,2,3", "--param", "BODY=yes"}).code);
     assembly(L"BOX").uses(L"GEAR", creo::ProMdlType::part).uses(L"PIN", creo::ProMdlType::part);
   }
 
@@ -137,11 +142,12 @@ class JournalFixture : public RunFixture {
     return kelvane(words);
   }
 
-  // The program on a fateful disk, in a process of its own that may be killed. False: it was.
-  bool survives(const std::vector<std::string>& words, Fate fate, int at) const {
+  // The program, with that folder on a fateful disk, in a process of its own that may be killed. False: it was.
+  [[nodiscard]] bool survives(const std::vector<std::string>& words, const std::string& folder, Fate fate,
+                              int at) const {
     const pid_t child = ::fork();
     if (child == 0) {
-      os::surroundings().files = std::make_shared<FatefulFiles>(os::surroundings().files, path(""), fate, at);
+      os::surroundings().files = std::make_shared<FatefulFiles>(os::surroundings().files, path(folder), fate, at);
       const Ended ended = kelvane(words);
       ::_exit(ended.code);
     }

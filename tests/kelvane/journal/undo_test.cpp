@@ -48,7 +48,6 @@ TEST_F(Undo, NumbersOfVersionsNeverComeTwice) {
   const Ended again = run("norm");
   EXPECT_THAT(recapOf(again), HasSubstr("models=1 changed=1 ")) << again.err;
   EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.3", "kelvane.log"}), filesIn("models"));
-  const std::string changed = kelvane({"diff", models(), models()}).out;
   EXPECT_EQ(0, undo().code);
   EXPECT_EQ(0, kelvane({"purge", models(), "--keep", "1"}).code);
   EXPECT_EQ(0, run("norm").code);
@@ -74,9 +73,10 @@ TEST_F(Undo, WhatSomebodyChangedSinceIsAConflict) {
        },
        "conflict: PIN.prt.3 was written since by run 0002\n", "remove GEAR.prt.2\n"},
       {"norm", [&] { remove("PIN.prt.2"); }, "", "remove GEAR.prt.2\n"},
-      {"rename", [&] { remove("wheel.prt.1"); }, "conflict: wheel.prt.1 was removed since\n", "remove PIN.prt.2\n"},
-      {"rename", [&] { fs::copy(path("models/BOX.asm.3"), path("models/BOX.asm.4")); },
-       "conflict: BOX.asm.4 was written since\n", "remove PIN.prt.2\n"},
+      {"rename", [&] { remove("wheel.prt.1"); }, "conflict: GEAR.prt.1 can't come back: its content was kept nowhere\n",
+       "remove PIN.prt.2\n"},
+      {"rename", [&] { fs::copy(path("models/BOX.asm.2"), path("models/BOX.asm.3")); },
+       "conflict: BOX.asm.3 was written since\n", "remove PIN.prt.2\n"},
   };
   for (const auto& c : cases) {
     fs::remove_all(models());
@@ -127,7 +127,7 @@ TEST_F(Undo, JournalsTellWhatRunsDidAndWhy) {
     EXPECT_EQ(std::string_view(line).starts_with("yes") ? 0 : 1, why.code);
   }
   const Ended undone = undo();
-  EXPECT_THAT(undone.err, HasSubstr("warning: nothing takes back: ran true"));
+  EXPECT_THAT(undone.err, testing::ContainsRegex("warning: nothing takes back: (ran|started) "));
   EXPECT_THAT(kelvane({"runs", models(), "--json"}).out, HasSubstr(R"("of": "0002")"));
   // Verbs that look at models pass over the journal.
   EXPECT_THAT(kelvane({"models", models()}).out, testing::Not(HasSubstr("journal")));
@@ -157,7 +157,7 @@ TEST_F(Undo, WithoutAJournalNothingStarts) {
   file("models/kelvane.journal", "in its place");
   const Ended ended = run("norm");
   EXPECT_EQ(2, ended.code);
-  EXPECT_THAT(ended.err, HasSubstr("the journal " + models() + "/kelvane.journal/0001/ can't be begun: "));
+  EXPECT_THAT(ended.err, testing::ContainsRegex("the journal .*/kelvane.journal/0001/? can't be begun: "));
   EXPECT_EQ(std::vector<std::string>{"PLATE.prt.1"}, filesIn("models"));
   for (const char* option : {"-n", "--read-only"}) EXPECT_EQ(0, run("norm", {option}).code) << option;
   fs::remove(path("models/kelvane.journal"));
@@ -190,13 +190,17 @@ TEST_F(Undo, ACheckInBecomesAFurtherIterationWithTheContentBefore) {
   EXPECT_EQ("SHAFT.PRT  A.3  /Default  -  in ann/models (A.3)\n", kelvane({"vault", path("plm")}).out);
   EXPECT_EQ("", difference(before, contents()));
   const Ended first = undo();
-  EXPECT_EQ(1, first.code) << "the object has changed since";
-  EXPECT_EQ(0, inVault("release", {"--check-out"}).code) << "the workspace is whole";
+  EXPECT_EQ(0, first.code) << first.err;
+  EXPECT_THAT(first.err,
+              HasSubstr("warning: nothing takes back: SHAFT.PRT stays in the vault, which didn't have it\n"));
 
-  // Somebody else has it by now.
-  ASSERT_EQ(0, kelvane({"vault", path("plm"), "--get", "SHAFT.PRT", "--models", path("mill"), "--user", "bob"}).code);
-  list("unsaved.xml", kAddNorm);
-  ASSERT_EQ(0, runPackage(path("standards"), "unsaved", {}).code);
+  EXPECT_EQ(0, inVault("release", {"--check-out"}).code) << "the workspace is whole";
+  ASSERT_EQ(0, kelvane({"vault", path("plm"), "--revise", "SHAFT.PRT"}).code);
+  const Contents released = contents();
+  const Ended refused = undo();
+  EXPECT_EQ(1, refused.code);
+  EXPECT_THAT(refused.err, HasSubstr("conflict: SHAFT.PRT was changed in the vault since\n"));
+  EXPECT_EQ("", difference(released, contents())) << "the document here goes with its object";
 }
 
 }  // namespace

@@ -34,13 +34,14 @@ struct RunOptions {
   bool checkOut = false;                 // the chosen rows, before the run
   std::vector<std::string> answers;      // "MATERIAL=steel"
   bool noPrograms = false, noWeb = false;
-  GrantOptions grants;
 
   // Output.
   std::string log, events;
   bool trace = false;
   int maxErrors = 20;               // lines shown; 0: all
   std::vector<std::string> accept;  // "sat,dwg": exports whose failures count as warnings
+
+  GrantOptions grants;  // and whether the run is confined to them
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
 };

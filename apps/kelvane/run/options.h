@@ -34,7 +34,6 @@ struct RunOptions {
   bool checkOut = false;                 // the chosen rows, before the run
   std::vector<std::string> answers;      // "MATERIAL=steel"
   bool noPrograms = false, noWeb = false;
-  GrantOptions grants;
 
   // Output.
   std::string log, events;
@@ -46,6 +45,7 @@ struct RunOptions {
   std::string reason;
   std::vector<std::string> given;  // the options as they were given: "--save=all"
   std::string durable = "run";     // each, run, none: when the disk has what was written
+  GrantOptions grants;             // and whether the run is confined to them
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }
   // What looks, or promises to leave the models' folder alone, leaves nothing that could be taken back.

@@ -13,8 +13,8 @@
 namespace os {
 
 enum class Permission : std::uint8_t { run, net, read, write, env, clipboard };
-constexpr std::array kPermissions = {Permission::run,   Permission::net, Permission::read,
-                                     Permission::write, Permission::env, Permission::clipboard};
+inline constexpr std::array kPermissions = {Permission::run,   Permission::net, Permission::read,
+                                            Permission::write, Permission::env, Permission::clipboard};
 // "run", "net", ...
 std::wstring_view wordOf(Permission permission);
 

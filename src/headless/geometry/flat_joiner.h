@@ -5,7 +5,7 @@
 #include <map>
 #include <vector>
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 
 namespace headless::geometry {
 

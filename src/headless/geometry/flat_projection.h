@@ -6,7 +6,7 @@
 #include <gp_Pnt.hxx>
 #include <optional>
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 
 namespace headless::geometry {
 

@@ -1,11 +1,9 @@
 // Inside this folder, for kelvane-import: what is seen of bodies, by the library's hidden-line removal.
 #pragma once
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 
 namespace headless::geometry {
-
-enum class SeenBy { exactEdges, facets };
 
 // Works at once and keeps nothing. No curves: the library sees nothing. Throws what the library throws. It writes
 // into the bodies' shapes how edges go on: they must be nobody else's.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "headless/geometry/seen.h"
 #include "headless/model/models.h"
 #include "headless/model/units.h"
 #include "headless/pictures/shown_parts.h"

@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 #include "headless/model/model.h"
 #include "headless/pictures/picture_sources.h"
-#include "headless/pictures/sheet_picture.h"
+#include "headless/pictures/sheet_stroke.h"
 
 namespace headless {
 

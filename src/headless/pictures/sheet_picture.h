@@ -1,48 +1,19 @@
 // What a sheet of a drawing shows, as lines and texts that every writer of pictures can draw: SVG, DXF, PDF, images.
 #pragma once
 
-#include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "headless/geometry/flat_curve.h"
 #include "headless/pictures/picture_sources.h"
+#include "headless/pictures/sheet_stroke.h"
 
 namespace headless {
 
 struct Model;       // model/models.h
 class ShownModels;  // drawn_views.h
 
-// What an element belongs to; writers that know layers put each on one of its own.
-enum class SheetPart { format, views, tables, symbols, notes, lines };
-constexpr int kSheetParts = 6;
-// "FORMAT", "VIEWS" ...
-std::string_view partName(SheetPart part);
-
-// Red, green and blue, 8 bits each, the red highest.
-using SheetColor = std::uint32_t;
-
-// What a line means in a view, as ISO 128 draws it.
-enum class LineKind { plain, visible, smooth, hidden, axis };  // plain: it belongs to no view
-// The two pens of ISO 128 that a sheet is drawn with, in mm: what is visible is drawn with the wide one.
-constexpr double kWidePen = 0.5, kNarrowPen = 0.25;
-// Strokes and gaps in turn, in mm; none: the line has no gaps.
-std::span<const double> dashesOf(LineKind kind);
-
 // Lengths are in mm, places from the sheet's lower left corner, y upwards.
-struct SheetPen {
-  double width = 0;  // of the stroke, which ends square at its points
-  SheetColor color = 0;
-  SheetPart part = SheetPart::lines;
-  LineKind kind = LineKind::plain;
-};
-struct SheetStroke {
-  geometry::FlatCurve curve;
-  SheetPen pen;
-};
-bool isFinite(const SheetStroke& stroke);
 struct SheetText {
   double x = 0, y = 0;  // where the base line begins
   double height = 0;    // of the face

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "headless/geometry/seen.h"
+#include "headless/geometry/sight.h"
 #include "headless/model/bodies.h"
 #include "headless/pictures/shaded.h"
 

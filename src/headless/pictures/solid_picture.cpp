@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "headless/geometry/seen.h"
 #include "headless/model/drawing.h"
 #include "headless/model/models.h"
 #include "headless/pictures/drawn_views.h"

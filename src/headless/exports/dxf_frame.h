@@ -2,7 +2,7 @@
 #pragma once
 
 #include "headless/exports/dxf_text.h"
-#include "headless/pictures/sheet_picture.h"
+#include "headless/pictures/sheet_stroke.h"
 
 namespace headless {
 

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <map>
-#include <set>
 #include <vector>
 
 #include "headless/geometry/sight.h"

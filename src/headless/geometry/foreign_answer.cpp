@@ -6,6 +6,7 @@
 #include "headless/geometry/foreign_tree.h"
 #include "headless/geometry/foreign_wire.h"
 #include "headless/geometry/library_failure.h"
+#include "headless/geometry/seen_lines.h"
 #include "os/helper.h"
 #include "text/encoding.h"
 

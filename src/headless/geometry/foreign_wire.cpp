@@ -98,7 +98,7 @@ ExchangeNodePtr nodeOf(const json& item, const std::vector<ExchangeNodePtr>& bef
 
 std::string bytesOf(const TopoDS_Shape& shape) {
   std::ostringstream bytes;
-  BinTools::Write(shape, bytes, false, false, BinTools_FormatVersion_CURRENT);  // without triangles
+  guarded([&] { BinTools::Write(shape, bytes, false, false, BinTools_FormatVersion_CURRENT); });  // without triangles
   return std::move(bytes).str();
 }
 TopoDS_Shape shapeFrom(std::string_view bytes) {

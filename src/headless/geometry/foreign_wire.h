@@ -8,7 +8,7 @@
 
 #include "headless/geometry/exchange.h"
 #include "headless/geometry/foreign_shape.h"
-#include "headless/geometry/seen_lines.h"
+#include "headless/geometry/sight.h"
 
 namespace headless::geometry {
 

@@ -1,7 +1,7 @@
 // Views are asked of the program apart, and kept.
 #include "headless/geometry/seen.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <list>
 #include <map>
 #include <set>
@@ -35,16 +35,15 @@ Seen asked(const Sight& sight, SeenBy by) {
   const ForeignPlace& place = foreignPlace();
   const std::chrono::milliseconds time = by == SeenBy::exactEdges ? place.viewTime : place.facetTime;
   ViewRequest request{by, place.memory, std::chrono::ceil<std::chrono::seconds>(time).count(), sight};
-  const ForeignAnswer answer = askForeign(written(request), time);
   Seen seen;
-  if (answer.end == ForeignEnd::answered) {
-    try {
+  try {
+    const ForeignAnswer answer = askForeign(written(request), time);
+    if (answer.end == ForeignEnd::answered)
       seen = readSeen(answer.wire);
-    } catch (const std::exception& failure) {
-      seen.reason = L"the program that works it out gives no answer: " + text::fromUtf8(failure.what());
-    }
-  } else {
-    seen.reason = reasonOf(answer, time);
+    else
+      seen.reason = reasonOf(answer, time);
+  } catch (const std::exception& failure) {
+    seen.reason = L"the program that works it out gives no answer: " + text::fromUtf8(failure.what());
   }
   if (!seen.reason.empty()) endForeign();
   if (seen.curves.empty() && seen.reason.empty()) seen.reason = L"the library sees no edge";

@@ -4,7 +4,6 @@
 #include <Bnd_Box.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
-#include <TopoDS_Face.hxx>
 #include <gp_Lin.hxx>
 
 namespace headless::geometry {
@@ -32,7 +31,7 @@ SeenCheck::SeenCheck(const std::vector<TopoDS_Shape>& shapes, const Paper& paper
         face.box.take(paper.at(p));
         face.nearest = std::max(face.nearest, p.Dot(paper.z.XYZ()));
       }
-      face.exact = std::make_unique<IntCurvesFace_Intersector>(TopoDS::Face(at.Current()), 1e-7);
+      face.face = TopoDS::Face(at.Current());
       faces_.push_back(std::move(face));
     }
   if (!all.IsVoid()) size_ = all.CornerMin().Distance(all.CornerMax());
@@ -52,10 +51,11 @@ bool SeenCheck::isBehind(const gp_Pnt& point) {
   const FlatPoint flat = paper_.at(point);
   const double depth = point.XYZ().Dot(paper_.z.XYZ()), before = kBefore * size_;
   const gp_Lin ray(point, paper_.z);
-  for (const Face& face : faces_) {
+  for (Face& face : faces_) {
     const FlatBox& box = face.box;
     if (flat.x < box.left || flat.x > box.right || flat.y < box.low || flat.y > box.high) continue;
     if (face.nearest < depth + before) continue;
+    if (!face.exact) face.exact = std::make_unique<IntCurvesFace_Intersector>(face.face, 1e-7);
     face.exact->Perform(ray, before, 2 * size_ + before);
     if (face.exact->IsDone() && face.exact->NbPnt() > 0) return true;
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <IntCurvesFace_Intersector.hxx>
+#include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
 #include <memory>
 #include <vector>
@@ -21,7 +22,8 @@ class SeenCheck {
   struct Face {
     FlatBox box;
     double nearest = 0;  // along z
-    std::unique_ptr<IntCurvesFace_Intersector> exact;
+    TopoDS_Face face;
+    std::unique_ptr<IntCurvesFace_Intersector> exact;  // made when first asked: it costs more than a question
   };
   bool isBehind(const gp_Pnt& point);
 

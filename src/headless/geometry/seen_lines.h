@@ -5,8 +5,6 @@
 
 namespace headless::geometry {
 
-enum class SeenBy { exactEdges, facets };
-
 // Works at once and keeps nothing. No curves: the library sees nothing. Throws what the library throws. It writes
 // into the bodies' shapes how edges go on: they must be nobody else's.
 Seen seenLines(const Sight& sight, SeenBy by);

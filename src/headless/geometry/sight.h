@@ -1,4 +1,4 @@
-// A look at bodies from one side, and what is seen: lines on paper.
+// What a view of bodies is asked with and answered by.
 #pragma once
 
 #include <string>
@@ -45,5 +45,8 @@ struct Seen {
   int corrected = 0;              // lines that the library took for visible, and that a face hides
   std::wstring reason;            // why it is faceted; without curves: why there are none
 };
+
+// How the library goes about it.
+enum class SeenBy { exactEdges, facets };
 
 }  // namespace headless::geometry

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
-#include <variant>
 
 namespace headless {
 

@@ -1,4 +1,4 @@
-// A line of a sheet, and the pen that it is drawn with.
+// The strokes of sheets: lines and curves with the pen that draws them.
 #pragma once
 
 #include <cstdint>

@@ -526,11 +526,11 @@ TEST_F(Check, TrustTellsWhatAListNeeds) {
       {action + "openCSVReport' name='a' file='d:\\a.csv'/>", ""},
       {action + "setEnvironmentVariable' name='LD_PRELOAD' value='x'/>", "--allow-env=LD_PRELOAD"},
       {action + "addNote' text0='@clipboard@'/>", "--allow-clipboard"},
-      {action + "message' message='%b64:/etc/passwd%'/>", "--allow-read=/etc"},
-      {action + "message' deak='true' message='%b64:/etc/passwd%'/>", ""},
-      {action + "groupActions'><subtasks>" + action + "message' message='@clipboard@'/></subtasks></task>",
+      {action + "writeToCreoLog' message='%b64:/etc/passwd%'/>", "--allow-read=/etc"},
+      {action + "writeToCreoLog' deak='true' message='%b64:/etc/passwd%'/>", ""},
+      {action + "groupActions'><subtasks>" + action + "writeToCreoLog' message='@clipboard@'/></subtasks></task>",
        "--allow-clipboard"},
-      {action + "message' forEF='true'><filter><f type='fileexists' filename='/srv/x'/></filter></task>",
+      {action + "writeToCreoLog' forEF='true'><filter><f type='fileexists' filename='/srv/x'/></filter></task>",
        "--allow-read=/srv"},
   };
   for (const auto& [body, option] : cases) {

@@ -92,9 +92,11 @@ std::wstring hostOf(std::string_view address) {
   if (scheme == address.npos || (before != "http" && before != "https")) return {};
   address.remove_prefix(scheme + 3);
   address = address.substr(0, address.find_first_of("/?#"));
+  // Some take a backslash for the end of the server's name, others for a letter of the user's.
+  if (address.find('\\') != address.npos) return {};
   const std::size_t at = address.rfind('@');
   if (at != address.npos) address.remove_prefix(at + 1);
-  const auto isOdd = [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\\' || c == '%' || c == '@'; };
+  const auto isOdd = [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '%'; };
   if (std::any_of(address.begin(), address.end(), isOdd)) return {};
   return text::lower(text::fromUtf8(address));
 }

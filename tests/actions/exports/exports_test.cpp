@@ -230,10 +230,12 @@ for kind in ("LINE", "LWPOLYLINE", "TEXT"):
     print(kind, len(drawing.modelspace().query(kind)))
 thick = drawing.modelspace().query("LWPOLYLINE")[1]
 print([tuple(round(c, 3) for c in v[:2]) for v in thick], thick.dxf.const_width)
-print([e.plain_text() for e in drawing.modelspace().query("TEXT") if "50" in e.dxf.text])
+print([e.dxf.text for e in drawing.modelspace().query("TEXT") if "50" in e.dxf.text])
 )");
-  EXPECT_EQ("AC1021 0 errors\nLINE 6\nLWPOLYLINE 2\nTEXT 5\n[(450.0, 30.0), (550.0, 30.0)] 0.7\n['Größe 50%%d Ω^']\n",
-            answerTo("/usr/bin/python3 read.py"));
+  EXPECT_EQ(
+      "AC1021 0 errors\nLINE 6\nLWPOLYLINE 2\nTEXT 5\n[(450.0, 30.0), (550.0, 30.0)] 0.7\n['Größe 50%%037%%037d Ω^ "
+      "']\n",
+      answerTo("/usr/bin/python3 read.py"));
 }
 
 // ---- views

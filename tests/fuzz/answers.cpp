@@ -17,8 +17,8 @@ class Answers : public os::Web {
                   "no answer puts a line into a request");
     const std::string_view answer = rest.substr(0, rest.find('\0'));
     rest.remove_prefix(std::min(answer.size() + 1, rest.size()));
-    if (fails) return {std::string(answer), {L"it broke off: " + std::wstring(answer.begin(), answer.end())}};
-    return {std::string(answer), {}};
+    if (fails) return text::Fault{L"it broke off: " + std::wstring(answer.begin(), answer.end())};
+    return std::string(answer);
   }
 };
 

@@ -170,11 +170,12 @@ TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
   EXPECT_GE(viewLines(svg).size(), 16U) << "the rim";
   const std::vector<std::string> words = {"show", models(), "PLAN.DRW", "--svg", path("plan.svg")};
   EXPECT_THAT(kelvane(words).err,
-              HasSubstr("PIN.PRT: the view FRONT is drawn by facets: it wasn't done within 0 seconds\n"));
+              HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: it wasn't done within 0 seconds\n"));
   headless::geometry::foreignPlace().program = "/bin/no-such-program";
   EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(shown(view))) << "a frame";
-  EXPECT_THAT(kelvane(words).err, HasSubstr("PIN.PRT: the view FRONT can't be drawn: the program that works it out "
-                                            "doesn't start: /bin/no-such-program"));
+  EXPECT_THAT(kelvane(words).err,
+              HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW can't be drawn: the program that works it "
+                        "out doesn't start: /bin/no-such-program"));
 }
 
 // A block behind a plate: it is covered as a whole, seen through a bore, or beside it.

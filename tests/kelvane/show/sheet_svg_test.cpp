@@ -196,6 +196,21 @@ TEST_F(SheetViews, LeaveOutWhatACoveringFaceHides) {
   }
 }
 
+// Of the block behind the rim of a wide bore 4 mm are seen, less than the circle stands out beyond a chain of lines.
+TEST_F(SheetViews, ShowWhatStandsOutBehindTheRimOfAWideBore) {
+  file("models/thin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [12000, 12000, 20]},
+      {"type": "hole", "diameter": 10000, "placement": {"position": [6000, 6000, 0]}}]}})");
+  file("models/pin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [20, 10, 5]}]}})");
+  const auto linesWithBlockAt = [&](int x) {
+    file("models/step.asm.1", R"({"format": 1, "components": [{"name": "THIN", "type": "prt", "feature": 5},
+        {"name": "PIN", "type": "prt", "feature": 6, "placement": {"position": [)" +
+                                  std::to_string(x) + ", 6240, -10]}}]}");
+    return viewLines(shown(R"("name": "FRONT", "model": "STEP.asm", "scale": 0.01)")).size();
+  };
+  const std::size_t covered = linesWithBlockAt(11010);
+  EXPECT_GT(linesWithBlockAt(10990), covered);
+}
+
 TEST_F(SheetViews, AreFramesWhereThereIsNothingToShow) {
   for (const char* model : {"EMPTY.prt", "BROKEN.prt", "GONE.prt", "", "STEP"}) {
     const std::string svg = shown(R"("name": "A <1>", "model": ")" + std::string(model) + "\"");

@@ -123,7 +123,7 @@ void Sweep::work(const Run& entry) {
   run_ = &entry;
   mode_ = Mode::plain;
   prepareAnew(entry);
-  const headless::GateGuard gate(*this);
+  const headless::CallWatchGuard watch(*this);
   plain_ = run(entry);
   if (plain_.code == 2) throw std::runtime_error(entry.name + " can't be run");
   prepareAnew(entry);

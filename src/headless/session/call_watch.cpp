@@ -1,18 +1,18 @@
-#include "headless/session/gate.h"
+#include "headless/session/call_watch.h"
 
 namespace headless {
 namespace {
 
-Gate*& standing() {
-  static Gate* one = nullptr;
+CallWatch*& watching() {
+  static CallWatch* one = nullptr;
   return one;
 }
 
 }  // namespace
 
-Gate* gate() { return standing(); }
+CallWatch* callWatch() { return watching(); }
 
-GateGuard::GateGuard(Gate& other) : saved_(standing()) { standing() = &other; }
-GateGuard::~GateGuard() { standing() = saved_; }
+CallWatchGuard::CallWatchGuard(CallWatch& other) : saved_(watching()) { watching() = &other; }
+CallWatchGuard::~CallWatchGuard() { watching() = saved_; }
 
 }  // namespace headless

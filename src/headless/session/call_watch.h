@@ -1,5 +1,4 @@
-// The gate that each call of an operation passes, in whatever session of the process: who stands there sees the call
-// and may have it fail.
+// Hears of each call of an operation, in whatever session of the process, and may have it fail.
 #pragma once
 
 #include <string_view>
@@ -10,31 +9,31 @@ namespace headless {
 
 class Session;
 
-class Gate {
+class CallWatch {
  public:
-  Gate() = default;
-  virtual ~Gate() = default;
-  Gate(const Gate&) = delete;
-  Gate& operator=(const Gate&) = delete;
+  CallWatch() = default;
+  virtual ~CallWatch() = default;
+  CallWatch(const CallWatch&) = delete;
+  CallWatch& operator=(const CallWatch&) = delete;
   // Asked before the operation does anything. Another answer than ProNoError is the call's, which then does nothing.
   virtual creo::ProError called(std::string_view operation) = 0;
   // The session ends; nothing of it has gone yet. It must not throw.
   virtual void ends(Session& session) = 0;
 };
 
-// Null: nobody stands there.
-Gate* gate();
+// Null: nobody watches.
+CallWatch* callWatch();
 
-// The gate is that one's for as long as it lives.
-class GateGuard {
+// That one watches for as long as the guard lives.
+class CallWatchGuard {
  public:
-  explicit GateGuard(Gate& other);
-  ~GateGuard();
-  GateGuard(const GateGuard&) = delete;
-  GateGuard& operator=(const GateGuard&) = delete;
+  explicit CallWatchGuard(CallWatch& other);
+  ~CallWatchGuard();
+  CallWatchGuard(const CallWatchGuard&) = delete;
+  CallWatchGuard& operator=(const CallWatchGuard&) = delete;
 
  private:
-  Gate* saved_;
+  CallWatch* saved_;
 };
 
 }  // namespace headless

@@ -9,6 +9,7 @@
 
 #include "disk.h"
 #include "os/processes.h"
+#include "os/quiet_thread.h"
 
 namespace os {
 namespace {
@@ -157,6 +158,18 @@ TEST_F(DurableTest, ManyFilesWaitForASlowDiskAndAllGetThere) {
   std::vector<std::string> asked = flushes_.asked();
   std::erase(asked, folder());
   EXPECT_EQ(kFiles, std::set<std::string>(asked.begin(), asked.end()).size());
+}
+
+TEST_F(DurableTest, WithoutThreadsWhoWritesWaitsForFilesAndFolders) {
+  const NoQuietThreads alone;
+  const Durable durable(Durability::run);
+  EXPECT_FALSE(files().create(L"d:\\new", "1"));
+  EXPECT_THAT(flushes_.asked(), testing::IsSupersetOf({std::string("new"), folder()}));
+  const std::size_t before = flushes_.asked().size();
+  EXPECT_FALSE(files().rename(L"d:\\new", L"d:\\newer"));
+  ASSERT_GT(flushes_.asked().size(), before);
+  EXPECT_EQ(folder(), flushes_.asked().back());
+  EXPECT_FALSE(settleWritten());
 }
 
 TEST_F(DurableTest, NoProgramIsToldOfAFileThatIsntSafe) {

@@ -16,14 +16,16 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kLog = "kelvane.log";
+constexpr const char* kJournal = "kelvane.journal/";
 
+// All but what the run writes of itself, its log and its journal.
 std::map<std::string, std::string> filesIn(const std::string& folder) {
   std::map<std::string, std::string> all;
   if (!fs::exists(folder)) return all;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
     if (!entry.is_regular_file()) continue;
     const std::string path = entry.path().string().substr(folder.size() + 1);
-    if (path != kLog) all.emplace(path, test::readBytes(entry.path().string()));
+    if (path != kLog && !path.starts_with(kJournal)) all.emplace(path, test::readBytes(entry.path().string()));
   }
   return all;
 }

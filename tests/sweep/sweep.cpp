@@ -15,6 +15,7 @@
 #include "kelvane/program.h"
 #include "os/clock.h"
 #include "os/processes.h"
+#include "os/quiet_thread.h"
 #include "os/surroundings.h"
 #include "os/web.h"
 #include "support/folders.h"
@@ -33,7 +34,8 @@ class Prices : public os::Web {
   text::Result<std::string> send(const os::WebRequest&) override { return std::string("2.10"); }
 };
 
-// The machine of a run: a clock that stands, no programs, a service that answers.
+// The machine of a run: a clock that stands, no programs, a service that answers, and no thread beside the one that
+// forks: the process of a failure has that one alone, and files are asked for in one order.
 class Machine {
  public:
   Machine() : web_(std::make_shared<Prices>()) {
@@ -44,6 +46,7 @@ class Machine {
  private:
   os::SurroundingsGuard surroundings_;
   os::WebGuard web_;
+  os::NoQuietThreads alone_;
 };
 
 std::map<std::string_view, std::vector<int>> codesOfAll() {
@@ -120,7 +123,7 @@ void Sweep::work(const Run& entry) {
   run_ = &entry;
   mode_ = Mode::plain;
   prepareAnew(entry);
-  const headless::GateGuard gate(*this);
+  const headless::CallWatchGuard watch(*this);
   plain_ = run(entry);
   if (plain_.code == 2) throw std::runtime_error(entry.name + " can't be run");
   prepareAnew(entry);

@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "headless/session/gate.h"
+#include "headless/session/call_watch.h"
 #include "sweep/faults.h"
 #include "sweep/outcome.h"
 #include "sweep/place.h"
@@ -38,7 +38,7 @@ struct Finding {
   Judgement judgement;
 };
 
-class Sweep : public headless::Gate, public Asked {
+class Sweep : public headless::CallWatch, public Asked {
  public:
   // place: an empty folder, better in memory than on a disk. found: told of each failure that was tried.
   Sweep(Choice choice, std::string place, std::function<void(const Finding&)> found);

@@ -1,6 +1,8 @@
 #include "kelvane/check/windows_names.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <set>
 
 #include "kelvane/base/escapes.h"
@@ -37,6 +39,27 @@ std::vector<std::string> partsOf(std::string_view path) {
       parts.back() += c;
   }
   return parts;
+}
+
+// A name between two signs may hold separators: they are none of the path's.
+std::wstring withNamesWhole(std::wstring path) {
+  for (const wchar_t sign : {L'%', L'\u00A7'}) {
+    for (std::size_t first = path.find(sign), last = 0; first != path.npos; first = path.find(sign, last + 1)) {
+      last = path.find(sign, first + 1);
+      if (last == path.npos) break;
+      std::replace_if(
+          path.begin() + static_cast<std::ptrdiff_t>(first), path.begin() + static_cast<std::ptrdiff_t>(last),
+          [](wchar_t c) { return c == L'/' || c == L'\\'; }, L'_');
+    }
+  }
+  return path;
+}
+
+// Behind "\\?\" a path goes on as any other one; behind "\\.\" a device is meant, and nothing is taken for a file.
+std::optional<std::wstring> filePath(std::wstring path) {
+  const std::wstring begin = text::replaceAll(path.substr(0, 4), L"/", L"\\");
+  if (begin == L"\\\\.\\") return std::nullopt;
+  return begin == L"\\\\?\\" ? path.substr(begin.size()) : path;
 }
 
 bool isPath(Kind kind) {
@@ -93,7 +116,9 @@ std::vector<AttributeFault> pathNameFaults(const core::XmlNode& task, const acti
   eachAttribute(task, [&](const core::XmlAttr& given) {
     const core::Attribute* attribute = actions::findAttribute(action, given.name);
     if (!attribute || !isPath(attribute->kind) || given.value.find(L"://") != given.value.npos) return;
-    const std::vector<std::string> parts = partsOf(text::toUtf8(given.value));
+    const std::optional<std::wstring> file = filePath(given.value);
+    if (!file || file->find(L"$$") != file->npos) return;  // a function may hold anything
+    const std::vector<std::string> parts = partsOf(text::toUtf8(withNamesWhole(*file)));
     for (const std::string& part : parts) {
       const bool isDrive = &part == &parts.front() && part.size() == 2 && part[1] == ':';
       if (isDrive || hasVariables(text::fromUtf8(part))) continue;

@@ -104,13 +104,14 @@ void RunWatch::begin(std::vector<std::string> rows) {
 
 void RunWatch::message(const std::wstring& text) {
   lastMessage_ = readable(text);
-  // A document that can't be read or written, a vault that can't be had, or a file of it, what a file of another system
-  // is like; all other lines are in the log or the events.
+  // A document that can't be read or written, a view that can't be drawn, a vault that can't be had, or a file of it,
+  // what a file of another system is like; all other lines are in the log or the events.
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   const bool isOfVault =
       std::any_of(vaults_.begin(), vaults_.end(), [&](const auto& vault) { return text.starts_with(vault); });
-  const bool isTrouble = isOfModels || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
-  if (isTrouble && tellTrouble(readable(text)) && isOfModels) ++faults_;
+  const bool isFault = isOfModels || text.starts_with(L"the view ");
+  const bool isTrouble = isFault || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
+  if (isTrouble && tellTrouble(readable(text)) && isFault) ++faults_;
   // The run goes on without it. Its log isn't open yet.
   if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))
     ++notUnpacked_;

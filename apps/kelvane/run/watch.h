@@ -76,7 +76,7 @@ class RunWatch : public headless::SessionObserver {
   [[nodiscard]] const std::wstring& logFile() const { return log_.path(); }
   // Names of the files of reports that lost what they held.
   [[nodiscard]] const std::set<std::string>& reportsBegunAnew() const { return reportsBegunAnew_; }
-  // Were there error lines about documents, which no log has?
+  // Were there error lines about documents or views, which no log has?
   [[nodiscard]] bool hadFaults() const { return faults_ > 0; }
   // True for a path of a model's document that was saved or renamed.
   [[nodiscard]] bool isModel(const std::wstring& path) const;
@@ -138,7 +138,7 @@ class RunWatch : public headless::SessionObserver {
   std::vector<Document*> uncompared_;
   std::set<std::string> told_;
   std::vector<std::wstring> vaults_;    // machine paths of their folders
-  int faults_ = 0, countedFaults_ = 0;  // error lines about documents; those that models behind their turn have had
+  int faults_ = 0, countedFaults_ = 0;  // error lines that no log has; those that models behind their turn have had
   std::string lastMessage_;
   os::Durable& durable_;
   std::set<std::wstring> unsafe_;                // files that the disk didn't take

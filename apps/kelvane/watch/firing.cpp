@@ -49,10 +49,12 @@ FiringWatch::~FiringWatch() {
 
 void FiringWatch::message(const std::wstring& text) {
   lastMessage_ = text::toUtf8(text);
-  // A document that can't be read or written, or lacks what another program wrote.
-  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\")) {
+  // A document that can't be read or written, or lacks what another program wrote; a view that can't be drawn.
+  if (text.starts_with(std::wstring(1, kModelsLetter) + L":\\") || text.starts_with(L"the view ")) {
     troubled_ = true;
     console_.trouble("error: " + readable(text));
+  } else if (text.starts_with(L"warning: ")) {
+    console_.trouble(readable(text));
   }
   if (events_.on()) events_.tell("message", {{"text", lastMessage_}});
 }

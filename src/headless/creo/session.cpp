@@ -7,7 +7,7 @@
 #include "headless/model/items.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/retrieve.h"
-#include "headless/session/gate.h"
+#include "headless/session/call_watch.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -161,7 +161,7 @@ Session::Session(SessionOptions options) {
 }
 
 Session::~Session() {
-  if (Gate* const standing = gate()) standing->ends(*this);
+  if (CallWatch* const watch = callWatch()) watch->ends(*this);
   unloadPlugin();
   theSession = nullptr;
 }

@@ -1,12 +1,15 @@
 #include "headless/geometry/covered.h"
 
+#include <BRepAdaptor_Curve.hxx>
 #include <BRepAdaptor_Surface.hxx>
 #include <BRepBndLib.hxx>
+#include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <algorithm>
 #include <cmath>
+#include <gp_Circ.hxx>
 #include <gp_Pln.hxx>
 #include <gp_Trsf.hxx>
 
@@ -41,6 +44,10 @@ bool contains(const FlatBox& box, const FlatBox& inner) {
          inner.high < box.high;
 }
 
+FlatBox widened(const FlatBox& box, double by) {
+  return {box.left - by, box.low - by, box.right + by, box.high + by, false};
+}
+
 // Does the line come into the box?
 bool crosses(const FlatBox& box, const FlatPoint& a, const FlatPoint& b) {
   double from = 0, to = 1;
@@ -67,16 +74,14 @@ class Cover {
   // No edge of the face comes into the box, and its middle lies in the face: so does all of it.
   bool covers(const Reach& body, double margin) {
     if (reach_.nearest < body.nearest || !contains(reach_.box, body.box)) return false;
-    const double scaled = margin * paper_.scale;
-    const FlatBox wide{body.box.left - scaled, body.box.low - scaled, body.box.right + scaled, body.box.high + scaled,
-                       false};
+    const FlatBox wide = widened(body.box, margin * paper_.scale);
     for (const auto& [x, y] :
          {std::pair(wide.left, wide.low), {wide.right, wide.low}, {wide.left, wide.high}, {wide.right, wide.high}})
       if (depthAt({x, y}) < body.nearest + margin) return false;
     bool isInside = false;
     const FlatPoint middle{(wide.left + wide.right) / 2, (wide.low + wide.high) / 2};
     for (const FlatLine& edge : edges()) {
-      if (crosses(wide, edge.from, edge.to)) return false;
+      if (crosses(widened(wide, bulge_), edge.from, edge.to)) return false;
       const auto& [a, b] = edge;
       if ((a.y > middle.y) != (b.y > middle.y) && middle.x < a.x + (middle.y - a.y) / (b.y - a.y) * (b.x - a.x))
         isInside = !isInside;
@@ -90,15 +95,17 @@ class Cover {
     const gp_XYZ normal = plane_.Axis().Direction().XYZ();
     return (plane_.Location().XYZ() - there).Dot(normal) / z.Dot(normal);
   }
-  // The lines that the edges are made of, within the margin of bodies.
+  // The lines that the edges are made of; circles stand out beyond theirs by the bulge at most.
   const std::vector<FlatLine>& edges() {
     if (!edges_.empty()) return edges_;
     const auto add = [this](const FlatPoint& a, const FlatPoint& b) { edges_.push_back({a, b}); };
     for (TopExp_Explorer at(face_, TopAbs_EDGE); at.More(); at.Next()) {
       constexpr int kPieces = 64;
       const BRepAdaptor_Curve curve(TopoDS::Edge(at.Current()));
-      const int pieces = curve.GetType() == GeomAbs_Line ? 1 : kPieces;
+      const bool isCircle = curve.GetType() == GeomAbs_Circle;
+      const int pieces = isCircle ? kPieces : 1;
       const double first = curve.FirstParameter(), step = (curve.LastParameter() - first) / pieces;
+      if (isCircle) bulge_ = std::max(bulge_, curve.Circle().Radius() * (1 - std::cos(step / 2)) * paper_.scale);
       for (int i = 0; i < pieces; ++i)
         add(paper_.at(curve.Value(first + i * step)), paper_.at(curve.Value(first + (i + 1) * step)));
     }
@@ -111,7 +118,19 @@ class Cover {
   const Paper& paper_;
   Reach reach_;
   std::vector<FlatLine> edges_;
+  double bulge_ = 0;  // mm on paper
 };
+
+// How far any other curve stands out beyond its chords isn't known.
+bool isOfLinesAndCircles(const TopoDS_Face& face) {
+  for (TopExp_Explorer at(face, TopAbs_EDGE); at.More(); at.Next()) {
+    const TopoDS_Edge& edge = TopoDS::Edge(at.Current());
+    if (BRep_Tool::Degenerated(edge)) return false;
+    const GeomAbs_CurveType type = BRepAdaptor_Curve(edge).GetType();
+    if (type != GeomAbs_Line && type != GeomAbs_Circle) return false;
+  }
+  return true;
+}
 
 std::vector<Cover> coversOf(const std::vector<TopoDS_Shape>& shapes, const Paper& paper) {
   std::vector<Cover> covers;
@@ -121,7 +140,8 @@ std::vector<Cover> coversOf(const std::vector<TopoDS_Shape>& shapes, const Paper
       const BRepAdaptor_Surface surface(face, false);
       if (surface.GetType() != GeomAbs_Plane) continue;
       const gp_Pln plane = surface.Plane();
-      if (std::fabs(plane.Axis().Direction().Dot(paper.z)) > kMostSlanted) covers.emplace_back(face, plane, paper, i);
+      if (std::fabs(plane.Axis().Direction().Dot(paper.z)) > kMostSlanted && isOfLinesAndCircles(face))
+        covers.emplace_back(face, plane, paper, i);
     }
   return covers;
 }

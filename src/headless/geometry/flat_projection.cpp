@@ -15,6 +15,7 @@ constexpr double kTurn = 2 * std::numbers::pi;
 constexpr double kNothing = 1e-6;                  // mm on paper
 constexpr double kChain = 0.01, kChainTurn = 0.2;  // mm on paper, and radians from piece to piece
 constexpr double kAlike = 1e-4, kMostOff = 0.002;  // of the radius, and mm on paper
+constexpr double kFlat = 1e-5;                     // an ellipse's ratio; files tell it in six decimals
 constexpr int kProbes = 32;
 constexpr double kFarthestCentre = 1e5;  // mm on paper: a flatter arc is a chain of lines
 
@@ -57,7 +58,7 @@ std::optional<FlatCurve> flattened(const FlatArc& arc) {
 std::optional<FlatCurve> arcOf(FlatArc arc) {
   const double size = std::max(lengthOf(arc.u), lengthOf(arc.v));
   if (size < kNothing) return std::nullopt;
-  if (std::fabs(cross(arc.u, arc.v)) < 1e-7 * size * size) return flattened(arc);
+  if (std::fabs(cross(arc.u, arc.v)) < kFlat * size * size) return flattened(arc);
   if (cross(arc.u, arc.v) < 0) {
     arc.v = {-arc.v.x, -arc.v.y};
     arc = {arc.centre, arc.u, arc.v, -arc.to, -arc.from};

@@ -2,7 +2,9 @@
 
 #include <BinTools.hxx>
 #include <nlohmann/json.hpp>
+#include <numbers>
 #include <sstream>
+#include <stdexcept>
 #include <unordered_map>
 
 #include "headless/geometry/built_body.h"
@@ -133,22 +135,33 @@ json numbers(const SeenCurve& entry) {
   }
   return all;
 }
+// What those who draw curves rely on: the answer may be that of a file that took the program over.
+bool isSound(const FlatArc& arc) {
+  constexpr double kTurn = 2 * std::numbers::pi, kSame = 1e-6;
+  return lengthOf(arc.u) > 0 && arc.to > arc.from && arc.to - arc.from <= kTurn + kSame;
+}
 SeenCurve seenCurve(const json& numbers) {
   const auto point = [&](std::size_t place) -> FlatPoint {
     return {numbers.at(2 + 2 * place).get<double>(), numbers.at(3 + 2 * place).get<double>()};
   };
-  SeenCurve made{numbers.at(0).get<SeenAs>(), {}};
+  const int as = numbers.at(0).get<int>();
+  bool sound = as >= 0 && as < kSeenKinds;
+  SeenCurve made{sound ? static_cast<SeenAs>(as) : SeenAs::edge, {}};
   const auto code = numbers.at(1).get<CurveCode>();
   if (code == CurveCode::line) {
     made.curve = FlatLine{point(0), point(1)};
   } else if (code == CurveCode::arc) {
     const FlatPoint range = point(3);
-    made.curve = FlatArc{point(0), point(1), point(2), range.x, range.y};
+    const FlatArc arc{point(0), point(1), point(2), range.x, range.y};
+    sound = sound && isSound(arc);
+    made.curve = arc;
   } else {
     FlatPath path;
     for (std::size_t i = 0; 2 * i + 3 < numbers.size(); ++i) path.points.push_back(point(i));
+    sound = sound && path.points.size() >= 2;
     made.curve = std::move(path);
   }
+  if (!sound) throw std::runtime_error("an answer with a line that can't be drawn");
   return made;
 }
 

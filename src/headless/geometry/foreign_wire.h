@@ -47,6 +47,7 @@ struct ViewRequest {
 std::string written(const ViewRequest& request);
 ViewRequest readView(std::string_view wire);
 std::string written(const Seen& seen);
+// std::exception for what no kelvane-import writes. All of its curves can be drawn.
 Seen readSeen(std::string_view wire);
 
 }  // namespace headless::geometry

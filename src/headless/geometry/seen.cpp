@@ -30,14 +30,21 @@ std::wstring reasonOf(const ForeignAnswer& answer, std::chrono::milliseconds tim
   }
 }
 
+struct Tried {
+  Seen seen;
+  bool isStarted = true;  // the program was there
+};
+
 // Without curves it has a reason.
-Seen asked(const Sight& sight, SeenBy by) {
+Tried asked(const Sight& sight, SeenBy by) {
   const ForeignPlace& place = foreignPlace();
   const std::chrono::milliseconds time = by == SeenBy::exactEdges ? place.viewTime : place.facetTime;
   ViewRequest request{by, place.memory, std::chrono::ceil<std::chrono::seconds>(time).count(), sight};
-  Seen seen;
+  Tried tried;
+  Seen& seen = tried.seen;
   try {
     const ForeignAnswer answer = askForeign(written(request), time);
+    tried.isStarted = answer.end != ForeignEnd::notStarted;
     if (answer.end == ForeignEnd::answered)
       seen = readSeen(answer.wire);
     else
@@ -47,15 +54,15 @@ Seen asked(const Sight& sight, SeenBy by) {
   }
   if (!seen.reason.empty()) endForeign();
   if (seen.curves.empty() && seen.reason.empty()) seen.reason = L"the library sees no edge";
-  return seen;
+  return tried;
 }
 
-Seen workedOut(const Sight& sight) {
-  Seen exact = asked(sight, SeenBy::exactEdges);
-  if (exact.reason.empty()) return exact;
-  Seen faceted = asked(sight, SeenBy::facets);
+Tried workedOut(const Sight& sight) {
+  Tried exact = asked(sight, SeenBy::exactEdges);
+  if (exact.seen.reason.empty()) return exact;
+  Tried faceted = asked(sight, SeenBy::facets);
   // Both have failed: the first says why.
-  faceted.reason = std::move(exact.reason);
+  faceted.seen.reason = std::move(exact.seen.reason);
   return faceted;
 }
 
@@ -77,8 +84,8 @@ Sight onceEach(Sight sight) {
   return sight;
 }
 
-// The views that were asked for last. A body stands for its shape: it never changes, and as long as a view is kept no
-// other body has its place in memory.
+// The views that were asked for last, also those that can't be drawn. A body stands for its shape: it never changes,
+// and as long as a view is kept no other body has its place in memory.
 class KeptViews {
  public:
   Seen find(const Sight& sight) {
@@ -87,8 +94,9 @@ class KeptViews {
       views_.splice(views_.begin(), views_, known->second);
       return views_.front().seen;
     }
-    Seen made = workedOut(sight);
-    if (made.curves.empty()) return made;  // it may go the next time
+    auto [made, isStarted] = workedOut(sight);
+    // What has failed twice takes its whole time again the next time; the program may be there by then.
+    if (!isStarted) return made;
     views_.push_front({key, sight.bodies, made});
     places_[key] = views_.begin();
     if (views_.size() > kMostKept) {

@@ -7,8 +7,9 @@ namespace headless::geometry {
 
 // By the library's hidden-line removal. Circles stay circles; curves that are neither lines nor arcs are chains of
 // lines within 0.01 mm on paper. Exact edges have a budget of time (foreign_place.h); past it, and where the library
-// fails or sees nothing, they are those of facets. What was seen is kept by its bodies and settings. Bodies that others
-// cover as a whole are left out where no hidden lines are asked for. No bodies: no curves, and no reason.
+// fails or sees nothing, they are those of facets. What was seen, or can't be, is kept by its bodies and settings,
+// unless the program that works it out doesn't start. Bodies that others cover as a whole are left out where no hidden
+// lines are asked for. No bodies: no curves, and no reason.
 Seen seen(const Sight& sight);
 
 }  // namespace headless::geometry

@@ -27,6 +27,8 @@ const Model* modelOf(const Models& models, const ViewRecord& view) {
   return handle ? models.find(handle.value) : nullptr;
 }
 
+std::wstring label(const Model& model) { return text::format(L"%s.%s", model.name, creo::typeExtension(model.type())); }
+
 // What views are called that show a model from one of its sides; "FRONT" is the model as it stands.
 std::optional<ProTransform> usualOrientation(std::wstring_view name) {
   struct Side {
@@ -74,7 +76,8 @@ const std::vector<geometry::PlacedBody>& ShownModels::find(const Model& model) {
   return known->second;
 }
 
-void ShownModels::warn(const std::wstring& text) const { sources_.models.message(L"warning: " + text); }
+void ShownModels::tell(const std::wstring& text) const { sources_.models.message(text); }
+void ShownModels::warn(const std::wstring& text) const { tell(L"warning: " + text); }
 
 std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view, double scale) {
   const Model* model = modelOf(inMemory_, view);
@@ -90,9 +93,9 @@ std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view, double scale) 
   sight.axes = true;
   geometry::Seen seen = geometry::seen(sight);
   const std::wstring name =
-      text::format(L"%s.%s: the view %s", model->name, creo::typeExtension(model->type()), text::fromUtf8(view.name));
+      text::format(L"the view %s of %s in %s", text::fromUtf8(view.name), label(*model), label(drawing_));
   if (seen.curves.empty()) {
-    models_.warn(text::format(L"%s can't be drawn: %s", name, seen.reason));
+    models_.tell(text::format(L"%s can't be drawn: %s", name, seen.reason));
     return std::nullopt;
   }
   if (!(seen.width <= width_) || !(seen.height <= height_)) return std::nullopt;

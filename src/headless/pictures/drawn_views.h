@@ -21,7 +21,8 @@ class ShownModels {
   explicit ShownModels(const PictureSources& sources) : sources_(sources) {}
   // Where its parts stand, in its own coordinates and unit; empty: there is nothing to be seen.
   const std::vector<geometry::PlacedBody>& find(const Model& model);
-  // Tells of a view that isn't drawn as it should be.
+  // Tell of a view that isn't drawn at all ("the view ...") and of one that isn't drawn as it should be.
+  void tell(const std::wstring& text) const;
   void warn(const std::wstring& text) const;
 
  private:
@@ -38,19 +39,20 @@ struct DrawnView {
 // The views of one sheet.
 class DrawnViews {
  public:
-  // width, height: of the sheet, in mm. The models must outlive it.
-  DrawnViews(const Models& inMemory, ShownModels& models, double width, double height)
-      : inMemory_(inMemory), models_(models), width_(width), height_(height) {}
+  // width, height: of the sheet, in mm. The drawing and the models must outlive it.
+  DrawnViews(const Models& inMemory, ShownModels& models, const Model& drawing, double width, double height)
+      : inMemory_(inMemory), models_(models), drawing_(drawing), width_(width), height_(height) {}
 
   // scale: of a view that has none of its own. Hidden lines are there where the view shows them. Nothing: the model
   // isn't in memory or has no geometry, or all of it would be larger than the sheet, so that the view shows a detail of
-  // which the document doesn't say more, or its lines can't be worked out, with a line of the message area. Such a line
-  // also tells that they had to be facets', and that some had to be put right.
+  // which the document doesn't say more, or its lines can't be worked out, with a line of the message area. A warning
+  // there tells that they had to be facets', and that some had to be put right.
   std::optional<DrawnView> draw(const ViewRecord& view, double scale);
 
  private:
   const Models& inMemory_;
   ShownModels& models_;
+  const Model& drawing_;
   double width_, height_;
 };
 

@@ -74,7 +74,7 @@ class Painter {
   void contents(const SheetRecord& sheet) {
     const ModelRecord& record = drawing_.document->record;
     part_ = SheetPart::views;
-    DrawnViews views(sources_.models, models_, picture_.width, picture_.height);
+    DrawnViews views(sources_.models, models_, drawing_, picture_.width, picture_.height);
     for (const ViewRecord& entry : record.views)
       if (std::max(entry.sheet, 1) == number_) view(entry, views.draw(entry, sheet.scale));
     for (const TableRecord& item : record.tables) {

@@ -1,6 +1,6 @@
 #include "headless/session/calls.h"
 
-#include "headless/session/gate.h"
+#include "headless/session/call_watch.h"
 
 namespace headless {
 
@@ -8,8 +8,8 @@ creo::ProError Calls::count(std::string_view operation) {
   Counted& counted = counts_[operation.data()];
   counted.operation = operation;
   ++counted.calls;
-  if (Gate* const standing = gate())
-    if (const creo::ProError answer = standing->called(operation)) return answer;
+  if (CallWatch* const watch = callWatch())
+    if (const creo::ProError answer = watch->called(operation)) return answer;
   if (!faults_.empty()) {
     if (const auto arranged = faults_.find(operation); arranged != faults_.end()) {
       const creo::ProError code = arranged->second.front();

@@ -72,6 +72,10 @@ class FlushQueue {
     changed_.notify_one();
   }
   void addFolder(const std::string& folder) {
+    if (threads_.empty()) {
+      flush(openFolder(folder), folder);
+      return;
+    }
     const std::lock_guard guard(mutex_);
     folders_.insert(folder);
     changed_.notify_one();

@@ -1,9 +1,14 @@
 #include "os/quiet_thread.h"
 
+#include <atomic>
 #include <csignal>
+#include <system_error>
+#include <utility>
 
 namespace os {
 namespace {
+
+std::atomic<bool> none = false;
 
 // A new thread begins with what is held by who starts it.
 class SignalsHeld {
@@ -24,8 +29,12 @@ class SignalsHeld {
 }  // namespace
 
 std::thread quietThread(std::function<void()> work) {
+  if (none) throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
   const SignalsHeld held;
   return std::thread(std::move(work));
 }
+
+NoQuietThreads::NoQuietThreads() { none = true; }
+NoQuietThreads::~NoQuietThreads() { none = false; }
 
 }  // namespace os

@@ -303,6 +303,21 @@ TEST_F(ExportedViews, AViewIsWorkedOutOnce) {
   EXPECT_EQ(std::wstring::npos, world.messages().find(L"can't be drawn")) << text::toUtf8(world.messages());
 }
 
+// Each try may take more than a minute. Only a program that isn't there may be there the next time.
+TEST_F(ExportedViews, AViewThatEndsTheProgramIsTriedOnce) {
+  world.start();
+  const creo::ProMdl plan = world.open(L"PLAN", creo::ProMdlType::drawing);
+  for (const char* program : {"/bin/no-such-program", "/bin/true", "/bin/no-such-program"}) {
+    headless::geometry::foreignPlace().program = program;
+    EXPECT_EQ(creo::ProNoError, creo::Pro2dExport(creo::Pro2dFormat::dxf, L"d:\\out\\a", plan, {}));
+  }
+  const std::wstring messages = world.messages();
+  const std::size_t absent = messages.find(L"doesn't start"), ended = messages.find(L"it ended the program");
+  EXPECT_LT(absent, ended);
+  ASSERT_NE(std::wstring::npos, ended) << text::toUtf8(messages);
+  EXPECT_EQ(std::wstring::npos, messages.find(L"doesn't start", ended)) << text::toUtf8(messages);
+}
+
 TEST_F(Exports, APdfHasAllSheetsInTheirSize) {
   EXPECT_EQ(L"Export 2D PDF file|Exported", onPlan(task("exportpdf2d", to("file='a'"))));
   EXPECT_THAT(answerTo("qpdf --check a.pdf"), Not(testing::StartsWith("failed")));

@@ -71,6 +71,12 @@ TEST_F(Check, PathsOfTasksThatLeadToNoFileAreTold) {
       {"c:/parts /a.csv", "'parts ' ends in a dot or a blank, which is dropped"},
       {"c:/parts/../a.csv", nullptr},
       {"c:/%NUL%/@mdln@.csv", nullptr},
+      {"c:/%b64:d:/nul%/com1/a.csv", "'com1' is a device"},
+      {"c:/%b64:d:/nul%.csv", nullptr},
+      {"c:/$$left$$a:/b:c$$.csv", nullptr},
+      {R"(\\?\C:\parts\a.csv)", nullptr},
+      {R"(\\?\C:\aux\a.csv)", "'aux' is a device"},
+      {R"(\\.\C:\a.csv)", nullptr},
   };
   for (const auto& [value, fault] : cases) {
     list("paths.xml", "<task type='reportFeatureParameter' version='3' csvFileName='" + std::string(value) + "'/>");

@@ -29,6 +29,15 @@ class RunFixture : public ProgramTest {
   Ended runExample(const std::string& list, const std::vector<std::string>& more = {}) {
     return runPackage(example("packages/standards"), list, more);
   }
+  // PLAN.DRW with the view FRONT of PIN.PRT, and the list "pdf", which exports it.
+  void viewOfAPin() const {
+    file("models/pin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [8, 4, 2]}]}})");
+    file("models/plan.drw.1", R"({"format": 1, "sheets": [{"size": "A4"}], "models": [{"name": "PIN", "type": "prt"}],
+        "views": [{"id": 1, "name": "FRONT", "model": "PIN.prt", "position": {"x": 100, "y": 100}}]})");
+    list("pdf.xml",
+         "<task type='exportpdf2d' version='3' forDRW='true' forEF='false' folderFromModel='true' file='@mdln@' "
+         "overwriteExisting='true'/>");
+  }
   void workspace() const { std::filesystem::copy(example("workspace"), models()); }
 
   // The models that were worked, in their order: "A1.PRT A2.PRT".

@@ -128,6 +128,17 @@ TEST_F(RunTrouble, AFileThatEndsItsReaderIsNamedAndTheListGoesOn) {
   EXPECT_THAT(recapOf(ended), testing::HasSubstr("changed=1"));
 }
 
+TEST_F(RunTrouble, AViewThatCantBeDrawnIsAnErrorOfItsDrawing) {
+  viewOfAPin();
+  const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::foreignPlace().program = "/bin/no-such-program";
+  const Ended ended = run("pdf");
+  EXPECT_EQ(1, ended.code);
+  EXPECT_THAT(ended.err, testing::HasSubstr("error: the view FRONT of PIN.PRT in PLAN.DRW can't be drawn: the program "
+                                            "that works it out doesn't start: /bin/no-such-program"));
+  EXPECT_THAT(ended.err, testing::HasSubstr("PLAN.DRW  unchanged, 1 error\n"));
+}
+
 TEST_F(RunTrouble, PlacesThatCantBeWrittenAreNamed) {
   part(L"PLATE");
   file("plain", "a file where a folder should be");

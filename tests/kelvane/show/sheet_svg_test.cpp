@@ -170,11 +170,12 @@ TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
   EXPECT_GE(viewLines(svg).size(), 16U) << "the rim";
   const std::vector<std::string> words = {"show", models(), "PLAN.DRW", "--svg", path("plan.svg")};
   EXPECT_THAT(kelvane(words).err,
-              HasSubstr("PIN.PRT: the view FRONT is drawn by facets: it wasn't done within 0 seconds\n"));
+              HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: it wasn't done within 0 seconds\n"));
   headless::geometry::foreignPlace().program = "/bin/no-such-program";
   EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(shown(view))) << "a frame";
-  EXPECT_THAT(kelvane(words).err, HasSubstr("PIN.PRT: the view FRONT can't be drawn: the program that works it out "
-                                            "doesn't start: /bin/no-such-program"));
+  EXPECT_THAT(kelvane(words).err,
+              HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW can't be drawn: the program that works it "
+                        "out doesn't start: /bin/no-such-program"));
 }
 
 // A block behind a plate: it is covered as a whole, seen through a bore, or beside it.
@@ -193,6 +194,21 @@ TEST_F(SheetViews, LeaveOutWhatACoveringFaceHides) {
     EXPECT_TRUE(std::ranges::includes(lines, expected)) << hole;
     EXPECT_EQ(*hole != 0, std::ranges::includes(lines, rectangle(6, 6))) << hole;
   }
+}
+
+// Of the block behind the rim of a wide bore 4 mm are seen, less than the circle stands out beyond a chain of lines.
+TEST_F(SheetViews, ShowWhatStandsOutBehindTheRimOfAWideBore) {
+  file("models/thin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [12000, 12000, 20]},
+      {"type": "hole", "diameter": 10000, "placement": {"position": [6000, 6000, 0]}}]}})");
+  file("models/pin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [20, 10, 5]}]}})");
+  const auto linesWithBlockAt = [&](int x) {
+    file("models/step.asm.1", R"({"format": 1, "components": [{"name": "THIN", "type": "prt", "feature": 5},
+        {"name": "PIN", "type": "prt", "feature": 6, "placement": {"position": [)" +
+                                  std::to_string(x) + ", 6240, -10]}}]}");
+    return viewLines(shown(R"("name": "FRONT", "model": "STEP.asm", "scale": 0.01)")).size();
+  };
+  const std::size_t covered = linesWithBlockAt(11010);
+  EXPECT_GT(linesWithBlockAt(10990), covered);
 }
 
 TEST_F(SheetViews, AreFramesWhereThereIsNothingToShow) {

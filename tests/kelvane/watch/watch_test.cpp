@@ -1,6 +1,7 @@
 // `kelvane watch`: commands on standard input, and the triggers that they set off.
 #include <nlohmann/json.hpp>
 
+#include "headless/geometry/foreign_place.h"
 #include "kelvane/run/run_fixture.h"
 
 namespace test {
@@ -161,6 +162,21 @@ TEST_F(WatchVerb, ErrorLinesOfTheListMakeTheExitCode) {
   EXPECT_EQ(1, ended.code);
   EXPECT_THAT(ended.err, testing::HasSubstr("error: (ERR)"));
   EXPECT_THAT(ended.out, testing::HasSubstr("errors=2"));
+}
+
+TEST_F(WatchVerb, AViewThatIsntDrawnAsItShouldBeIsTold) {
+  viewOfAPin();
+  const std::vector<std::string> more = {"PLAN.DRW", "--set", "kvd_start_kvz_before_save=standards pdf", "--set",
+                                         "kvd_start_kvz_before_save_conf=11111"};
+  const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::foreignPlace().viewTime = std::chrono::milliseconds(0);
+  const Ended faceted = watch("save\n", more);
+  EXPECT_EQ(0, faceted.code);
+  EXPECT_THAT(faceted.err, testing::HasSubstr("warning: the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: "));
+  headless::geometry::foreignPlace().program = "/bin/no-such-program";
+  const Ended lost = watch("save\n", more);
+  EXPECT_EQ(1, lost.code);
+  EXPECT_THAT(lost.err, testing::HasSubstr("error: the view FRONT of PIN.PRT in PLAN.DRW can't be drawn: "));
 }
 
 }  // namespace

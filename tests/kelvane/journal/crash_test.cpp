@@ -124,6 +124,30 @@ TEST_F(Crash, AFullDiskIsToldAndTakenBack) {
   }
 }
 
+// A designer saves where the run was about to, or over what it had written.
+TEST_F(Crash, WhatAPersonSavedBehindTheKillIsKept) {
+  part(L"PLATE");
+  copyModels("whole");
+  const int changes = changesOf(words("norm", "whole"), "whole");
+  const std::string designers = readBytes(path("models/PLATE.prt.1"));
+  int kept = 0;
+  for (int at = 1; at < changes; ++at) {
+    copyModels("killed");
+    ASSERT_FALSE(survives(words("norm", "killed"), "killed", Fate::killBefore, at)) << at;
+    writeBytes(path("killed/PLATE.prt.2"), designers);
+    const Ended again = kelvane(words("norm", "killed"));
+    EXPECT_EQ(0, again.code) << at << again.err;
+    const std::string aside = path("killed/kelvane.journal/0001/before/found-1-PLATE.prt.2");
+    const bool isAside = fs::exists(aside);
+    EXPECT_EQ(designers, readBytes(isAside ? aside : path("killed/PLATE.prt.2"))) << at;
+    EXPECT_EQ(isAside, again.err.find("PLATE.prt.2 isn't as it was written then; it was put aside as " + aside) !=
+                           std::string::npos)
+        << at << again.err;
+    kept += isAside ? 1 : 0;
+  }
+  EXPECT_GE(kept, 2) << "before the deed and behind it";
+}
+
 TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   gearbox();
   copyModels("whole");

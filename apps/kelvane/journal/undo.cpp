@@ -74,19 +74,18 @@ void UndoPlan::findNewer() {
   }
 }
 
-// An object of a vault and its document here go together.
+// An object of a vault and its document here go together, and so do all objects of a group.
 void UndoPlan::bindVault() {
-  for (VaultStep& step : vault_) {
+  const auto groupOf = [this](const VaultStep& step) -> Back* {
     const auto group = groupOfStem_.find(shownStem(step));
-    if (group == groupOfStem_.end()) continue;
-    Back& back = groups_[group->second];
-    if (!step.conflict.empty()) {
-      back.conflicts.push_back(std::exchange(step.conflict, std::string()));
+    return group == groupOfStem_.end() ? nullptr : &groups_[group->second];
+  };
+  for (VaultStep& step : vault_)
+    if (Back* const back = groupOf(step); back && !step.conflict.empty())
+      back->conflicts.push_back(std::exchange(step.conflict, std::string()));
+  for (VaultStep& step : vault_)
+    if (const Back* const back = groupOf(step); back && !(back->conflicts.empty() && back->lacking.empty()))
       step.did.clear();
-    } else if (!back.conflicts.empty()) {
-      step.did.clear();
-    }
-  }
 }
 
 std::string UndoPlan::writerOf(const std::string& line) const {

@@ -99,7 +99,8 @@ os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const
 std::error_code Journal::keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes,
                                 bool asCopy) {
   if (!asCopy && !os::addName(path, place)) return {};
-  return disk_.write(place, bytes);
+  if (const auto error = disk_.write(place, bytes)) return error;
+  return os::flushToDisk(place);  // before its original goes, however the run's other files are flushed
 }
 
 }  // namespace kelvane

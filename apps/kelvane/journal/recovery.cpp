@@ -104,8 +104,10 @@ class Recovery {
     const std::vector<Deed> deeds = tail();
     const Effects effects = effectsOf(deeds);
     std::map<int, Back> groups = backOf(effects, deeds, &lookAt, true);
-    for (const auto& [group, back] : groups)
+    for (const auto& [group, back] : groups) {
       if (!back.lacking.empty()) fail(back.lacking.front());
+      if (const std::string fault = keptFault(back, book_.keptOf(journal_.run)); !fault.empty()) fail(fault);
+    }
     putForeignAside(effects, deeds);
     if (!found_.empty()) groups = backOf(effects, deeds, &lookAt, true);
     std::vector<std::string> paths;

@@ -42,6 +42,9 @@ UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), jour
   if (journal_.begin.is_null()) throw Fault("the journal of run " + run + " has no records");
   effects_ = effectsOf(journal_.deeds);
   groups_ = backOf(effects_, journal_.deeds, &lookAt, false);
+  for (auto& [number, back] : groups_)
+    if (std::string fault = keptFault(back, book_.keptOf(run)); !fault.empty())
+      back.lacking.push_back(std::move(fault));
   vault_ = vaultSteps(journal_, book_.keptOf(run));
   for (const auto& [path, effect] : effects_.files)
     if (const std::string stem = stemOf(path); !stem.empty()) groupOfStem_[stem] = effect.group;

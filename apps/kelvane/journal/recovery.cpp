@@ -190,6 +190,18 @@ class Recovery {
   std::vector<std::pair<std::string, std::wstring>> found_;  // as written, and where it was put
 };
 
+// Nothing is done before the first record is whole. Where anything was, somebody altered the records since, and what is
+// kept beside them may be all that is left of it.
+void removeUnbegun(const Book& book, const RunJournal& journal) {
+  const bool hasDone = !journal.deeds.empty() || !journal.told.empty() || journal.cutLines > 1 ||
+                       !os::files().list(book.keptOf(journal.run)).value.empty();
+  if (hasDone)
+    throw Fault(
+        "the records of " + shown(book.folderOf(journal.run)) +
+        " can't be read, so that what it had begun can't be taken back; move that folder away, then all goes on");
+  (void)os::files().removeFolder(book.folder() + text::fromUtf8(journal.run), book.folder());
+}
+
 }  // namespace
 
 std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
@@ -201,8 +213,7 @@ std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
     RunJournal journal = book.read(run);
     if (!journal.isOpen()) continue;
     if (journal.begin.is_null()) {
-      // Nothing is done before its first record is whole.
-      (void)os::files().removeFolder(book.folder() + text::fromUtf8(run), book.folder());
+      removeUnbegun(book, journal);
       continue;
     }
     all.push_back(Recovery(book, std::move(journal)).run());

@@ -168,5 +168,22 @@ TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   EXPECT_THAT(run("norm", {"-q"}).err, testing::Not(HasSubstr("broke off"))) << "once";
 }
 
+// An editor that changes the ends of lines spoils all checksums.
+TEST_F(Crash, RecordsThatSomebodyAlteredAreNotThrownAway) {
+  gearbox();
+  copyModels("whole");
+  const int changes = changesOf(words("rename", "whole"), "whole");
+  ASSERT_FALSE(survives(words("rename", "models"), "models", Fate::killBehind, changes / 2));
+  const std::string records = path("models/kelvane.journal/0001/run.jsonl"), whole = readBytes(records);
+  writeBytes(records, text::replaceAll(whole, "\n", "\r\n"));
+  const Contents killed = contents();
+  const Ended refused = run("rename", {"-q"});
+  EXPECT_EQ(2, refused.code);
+  EXPECT_THAT(refused.err, testing::ContainsRegex("the records of .*/kelvane.journal/0001/ can't be read"));
+  EXPECT_EQ("", difference(killed, contents()));
+  writeBytes(records, whole);
+  EXPECT_EQ(0, run("rename", {"-q"}).code) << "nothing was lost";
+}
+
 }  // namespace
 }  // namespace test

@@ -11,6 +11,7 @@
 #include "kelvane/journal/check_ins.h"
 #include "kelvane/journal/journal.h"
 #include "kelvane/journal/taking_back.h"
+#include "os/durable.h"
 #include "os/flush.h"
 #include "os/left_files.h"
 #include "os/surroundings.h"
@@ -173,11 +174,14 @@ class Recovery {
     return rows > 0 && done >= rows;
   }
 
+  // What it tells of is on the disk before it is, and it is there when this returns.
   void add(const Record& record) const {
     const std::wstring path = book_.recordsOf(journal_.run);
+    if (const auto error = os::settleWritten()) fail(error.message());
     auto records = os::files().append(path);
     // A record that was cut has no end of its line.
     std::error_code error = records ? records.value->write("\n" + sealedLine(record)) : records.error;
+    if (!error) error = os::flushToDisk(path);
     if (error) fail(shown(path) + " can't be written: " + error.message());
   }
 

@@ -186,7 +186,9 @@ class Recovery {
   }
 
   [[noreturn]] void fail(const std::string& reason) const {
-    throw Fault(journal_.verb() + " " + journal_.run + " broke off and can't be taken back: " + reason);
+    throw Fault(journal_.verb() + " " + journal_.run + " broke off and can't be taken back: " + reason +
+                " (mend that and start again; or move its journal " + shown(book_.folderOf(journal_.run)) +
+                " away, and what it had begun stays as it is)");
   }
 
   const Book& book_;

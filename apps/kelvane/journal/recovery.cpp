@@ -210,14 +210,22 @@ void removeUnbegun(const Book& book, const RunJournal& journal) {
 
 }  // namespace
 
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
+std::vector<std::string> openEnds(const std::wstring& models) {
   const Book book(models);
   const std::string known = runName(book.storedNumbers().run);
-  std::vector<Recovered> all;
+  std::vector<std::string> open;
   for (const std::string& run : book.runs()) {
     if (run.size() < known.size() || (run.size() == known.size() && run <= known)) continue;
+    if (book.read(run).isOpen()) open.push_back(run);
+  }
+  return open;
+}
+
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
+  const Book book(models);
+  std::vector<Recovered> all;
+  for (const std::string& run : openEnds(models)) {
     RunJournal journal = book.read(run);
-    if (!journal.isOpen()) continue;
     if (journal.begin.is_null()) {
       removeUnbegun(book, journal);
       continue;

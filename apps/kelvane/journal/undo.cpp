@@ -40,6 +40,8 @@ std::string lastToUndo(const Book& book) {
 
 UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), journal_(book.read(run)) {
   if (journal_.begin.is_null()) throw Fault("the journal of run " + run + " has no records");
+  if (journal_.isOpen())
+    std::erase_if(journal_.deeds, [this](const Deed& deed) { return deed.turn == journal_.turns; });
   effects_ = effectsOf(journal_.deeds);
   groups_ = backOf(effects_, journal_.deeds, &lookAt, false);
   for (auto& [number, back] : groups_)

@@ -159,6 +159,11 @@ TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   fs::resize_file(path("models/GEAR.prt.2"), 100);
   file("models/.kvd-999999999-0.tmp", "half of it");
   std::ofstream(path("models/kelvane.journal/0001/run.jsonl"), std::ios::app) << R"({"record":"write","n":99,"pa)";
+  const Contents killed = contents();
+  EXPECT_THAT(undo({"-n"}).err, HasSubstr("warning: run 0001 has no end; what it had begun is taken back first\n"));
+  EXPECT_THAT(kelvane({"purge", models(), "--keep", "1", "-n"}).err, HasSubstr("warning: run 0001 has no end"));
+  EXPECT_THAT(run("norm", {"-n"}).err, HasSubstr("warning: run 0001 has no end: it is at work, or broke off"));
+  EXPECT_TRUE(contents().contains("GEAR.prt.2") && contents().at("GEAR.prt.2") == killed.at("GEAR.prt.2"));
   const Ended again = run("norm", {"-q"});
   EXPECT_EQ(0, again.code) << again.err;
   EXPECT_THAT(again.err, HasSubstr("warning: run 0001 broke off"));

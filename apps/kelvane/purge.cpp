@@ -6,7 +6,6 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/journal/book.h"
-#include "kelvane/journal/recovery.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/run_journal.h"
 #include "os/surroundings.h"

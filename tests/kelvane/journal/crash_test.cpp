@@ -163,6 +163,9 @@ TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   EXPECT_THAT(undo({"-n"}).err, HasSubstr("warning: run 0001 has no end; what it had begun is taken back first\n"));
   EXPECT_THAT(kelvane({"purge", models(), "--keep", "1", "-n"}).err, HasSubstr("warning: run 0001 has no end"));
   EXPECT_THAT(run("norm", {"-n"}).err, HasSubstr("warning: run 0001 has no end: it is at work, or broke off"));
+  const Ended into = run("norm", {"--into", path("copy")});
+  EXPECT_EQ(2, into.code);
+  EXPECT_THAT(into.err, HasSubstr("--into: run 0001 of " + models() + " has no end"));
   EXPECT_TRUE(contents().contains("GEAR.prt.2") && contents().at("GEAR.prt.2") == killed.at("GEAR.prt.2"));
   const Ended again = run("norm", {"-q"});
   EXPECT_EQ(0, again.code) << again.err;

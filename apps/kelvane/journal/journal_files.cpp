@@ -159,7 +159,9 @@ std::error_code JournalFiles::rename(std::wstring_view from, std::wstring_view t
 
 // Lists take folders away in their temp folder alone; elsewhere nothing would bring one back.
 std::error_code JournalFiles::removeFolder(std::wstring_view path, std::wstring_view within) {
-  if (const auto written = counted(path); written && under_.exists(path))
+  const auto held = under_.list(path);
+  const bool isEmpty = held && held.value.empty();
+  if (const auto written = counted(path); written && !isEmpty && under_.exists(path))
     if (const auto error = journal_.add({{"record", "sent"}, {"what", "removed the folder " + *written}})) return error;
   return under_.removeFolder(path, within);
 }

@@ -58,14 +58,19 @@ UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), jour
 // A version that came behind those of the run stands on them: taking these away would leave it without what it came
 // from, and older content below it.
 void UndoPlan::findNewer() {
-  std::map<std::string, int> highest;  // of the versions that the run left
+  const bool isUndo = journal_.verb() == "undo";
+  std::map<std::string, int> highest;  // of the versions that the run found or left
+  std::set<std::string> judged;        // a newer version of a document that only lost old ones was there before
+  for (const Deed& deed : journal_.deeds)
+    if (deed.kind == DeedKind::rename) judged.insert(stemOf(deed.path));
   std::set<std::string> folders;
   for (const auto& [path, effect] : effects_.files) {
     const auto version = writtenVersion(path);
     if (!version || groups_[effect.group].isNothing()) continue;
     folders.insert(path.substr(0, path.rfind('/') + 1));
     int& number = highest[version->stem];
-    if (effect.after) number = std::max(number, version->number);
+    number = std::max(number, version->number);
+    if (effect.after || isUndo) judged.insert(version->stem);
   }
   for (const std::string& folder : folders) {
     for (const os::Entry& entry : os::files().list(JournalPaths::system(folder)).value) {
@@ -73,7 +78,7 @@ void UndoPlan::findNewer() {
       const auto version = entry.isFolder ? std::nullopt : writtenVersion(path);
       if (!version || effects_.files.contains(path)) continue;
       const auto known = highest.find(version->stem);
-      if (known == highest.end() || version->number <= known->second) continue;
+      if (known == highest.end() || !judged.contains(version->stem) || version->number <= known->second) continue;
       groups_[groupOfStem_.at(version->stem)].conflicts.push_back(JournalPaths::shown(path) + " was written since");
     }
   }
@@ -94,11 +99,13 @@ void UndoPlan::bindVault() {
 }
 
 std::string UndoPlan::writerOf(const std::string& line) const {
-  const std::string path = line.substr(0, line.find(' '));
+  const auto isOf = [&](const std::string& path) {
+    return !path.empty() && line.starts_with(JournalPaths::shown(path) + " ");
+  };
   const std::vector<std::string> runs = book_.runs();
   for (auto run = runs.rbegin(); run != runs.rend() && *run != journal_.run; ++run)
     for (const Deed& deed : book_.read(*run).deeds)
-      if (deed.path == path || deed.to == path) return " by run " + *run;
+      if (isOf(deed.path) || isOf(deed.to)) return " by run " + *run;
   return {};
 }
 

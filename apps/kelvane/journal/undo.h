@@ -43,8 +43,8 @@ class UndoPlan {
   void findNewer();
   void bindVault();
   void tellConflicts();
-  // Who wrote it: " by run 0005"; empty: no run that is known.
-  [[nodiscard]] std::string writerOf(const std::string& path) const;
+  // Who wrote what the line begins with: " by run 0005"; empty: no run that is known.
+  [[nodiscard]] std::string writerOf(const std::string& line) const;
 
   const Book& book_;
   RunJournal journal_;

@@ -44,8 +44,11 @@ void Journal::begin(Record facts) {
   record.update(facts);
   require(add(record));
   require(flush());
-  require(os::flushToDisk(book_.folderOf(run_)));
-  require(os::flushToDisk(book_.folder()));
+  for (const std::wstring& folder : {book_.folderOf(run_), book_.folder()}) {
+    const std::error_code error = os::flushToDisk(folder);
+    // Some disks, those of a network most of all, bring names there by themselves.
+    if (error != std::errc::invalid_argument && error != std::errc::not_supported) require(error);
+  }
 }
 
 std::error_code Journal::add(const Record& record) {

@@ -6,7 +6,6 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/journal/book.h"
-#include "kelvane/journal/recovery.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/run_journal.h"
 #include "os/surroundings.h"
@@ -27,7 +26,7 @@ class Purge : public Verb {
   int run(Console& console) override {
     if (keep_ < 1) throw Fault("--keep N is missing; N is 1 or more");
     const JournalPlace place = prepareJournal(folder_);
-    tellRecovered(recoverOpenEnds(place.models), console);
+    recover(place.models, dryRun_, console);
     const Book book(place.models);
     const std::vector<std::string> runs = book.runs();
     const std::size_t old = runs.size() - std::min(runs.size(), static_cast<std::size_t>(keep_));

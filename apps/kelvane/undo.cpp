@@ -59,7 +59,7 @@ class Undo : public Verb {
   int run(Console& console) override {
     const Interrupt interrupt;
     const JournalPlace place = prepareJournal(folder_);
-    tellRecovered(recoverOpenEnds(place.models), console);
+    recover(place.models, dryRun_, console);
     const Book book(place.models);
     const std::string run = run_ ? book.runNamed(*run_) : lastToUndo(book);
     if (run.empty()) throw Fault("no run of " + folder_ + " is there to be taken back");

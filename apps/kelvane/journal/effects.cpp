@@ -181,7 +181,7 @@ std::map<int, Back> backOf(const Effects& effects, const std::vector<Deed>& deed
     const std::string moved = kept.empty() ? sources.movedTo(*effect.before) : std::string();
     const auto there = present.find(moved);
     if (!kept.empty()) {
-      back.written.emplace_back(path, kept);
+      back.written.emplace_back(path, Content{effect.before->size, effect.before->sum, kept});
     } else if (there != present.end() && isSame(there->second.content, effect.before)) {
       back.renamed.emplace_back(moved, path);
       vacated.insert(moved);

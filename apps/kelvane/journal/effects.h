@@ -35,7 +35,7 @@ using Look = std::function<Present(const std::string& path)>;
 struct Back {
   std::vector<std::string> removed;                          // newest versions first
   std::vector<std::pair<std::string, std::string>> renamed;  // from, to
-  std::vector<std::pair<std::string, std::string>> written;  // path, name among what is kept
+  std::vector<std::pair<std::string, Content>> written;      // path, what comes there; it is kept
   std::vector<std::string> conflicts;                        // lines: "gear.prt.4 was changed since"
   std::vector<std::string> lacking;                          // what has to come back and was kept nowhere
   [[nodiscard]] bool isNothing() const { return removed.empty() && renamed.empty() && written.empty(); }

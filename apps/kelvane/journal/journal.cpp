@@ -44,8 +44,11 @@ void Journal::begin(Record facts) {
   record.update(facts);
   require(add(record));
   require(flush());
-  require(os::flushToDisk(book_.folderOf(run_)));
-  require(os::flushToDisk(book_.folder()));
+  for (const std::wstring& folder : {book_.folderOf(run_), book_.folder()}) {
+    const std::error_code error = os::flushToDisk(folder);
+    // Some disks, those of a network most of all, bring names there by themselves.
+    if (error != std::errc::invalid_argument && error != std::errc::not_supported) require(error);
+  }
 }
 
 std::error_code Journal::add(const Record& record) {
@@ -99,7 +102,8 @@ os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const
 std::error_code Journal::keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes,
                                 bool asCopy) {
   if (!asCopy && !os::addName(path, place)) return {};
-  return disk_.write(place, bytes);
+  if (const auto error = disk_.write(place, bytes)) return error;
+  return os::flushToDisk(place);  // before its original goes, however the run's other files are flushed
 }
 
 }  // namespace kelvane

@@ -42,8 +42,9 @@ std::optional<std::string> JournalFiles::counted(std::wstring_view path) const {
 }
 
 std::error_code JournalFiles::carryOut(Deed& deed, const std::function<std::error_code()>& change) {
-  if (const auto error = journal_.announce(deed)) return error;
-  const std::error_code error = change();
+  // The record may be there although the disk didn't take it.
+  const std::error_code refused = journal_.announce(deed);
+  const std::error_code error = refused ? refused : change();
   if (error) journal_.failed(deed);
   return error;
 }
@@ -96,7 +97,10 @@ os::Result<std::unique_ptr<os::Appender>> JournalFiles::append(std::wstring_view
   auto had = journal_.keep(std::wstring(path), *written, true);
   if (had.error) return {nullptr, had.error};
   deed.had = std::move(had.value);
-  if (const auto error = journal_.announce(deed)) return {nullptr, error};
+  if (const auto error = journal_.announce(deed)) {
+    journal_.failed(deed);
+    return {nullptr, error};
+  }
   auto opened = under_.append(path);
   if (opened.error) {
     journal_.failed(deed);
@@ -155,7 +159,9 @@ std::error_code JournalFiles::rename(std::wstring_view from, std::wstring_view t
 
 // Lists take folders away in their temp folder alone; elsewhere nothing would bring one back.
 std::error_code JournalFiles::removeFolder(std::wstring_view path, std::wstring_view within) {
-  if (const auto written = counted(path); written && under_.exists(path))
+  const auto held = under_.list(path);
+  const bool isEmpty = held && held.value.empty();
+  if (const auto written = counted(path); written && !isEmpty && under_.exists(path))
     if (const auto error = journal_.add({{"record", "sent"}, {"what", "removed the folder " + *written}})) return error;
   return under_.removeFolder(path, within);
 }

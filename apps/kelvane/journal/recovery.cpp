@@ -11,12 +11,24 @@
 #include "kelvane/journal/check_ins.h"
 #include "kelvane/journal/journal.h"
 #include "kelvane/journal/taking_back.h"
+#include "os/durable.h"
+#include "os/flush.h"
 #include "os/left_files.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
 namespace kelvane {
 namespace {
+
+// What the deeds found or left under a path, at any moment of them.
+bool isOfDeeds(const std::vector<Deed>& deeds, const std::string& path, const Content& content) {
+  const auto is = [&](const std::optional<Content>& known) { return known && known->isSameAs(content); };
+  return std::any_of(deeds.begin(), deeds.end(), [&](const Deed& deed) {
+    const bool isRename = deed.kind == DeedKind::rename;
+    return (deed.path == path && (is(deed.now) || (!isRename && is(deed.had)))) ||
+           (isRename && deed.to == path && (is(deed.now) || is(deed.had)));
+  });
+}
 
 class Recovery {
  public:
@@ -36,11 +48,16 @@ class Recovery {
     told.lines.push_back(
         name + " broke off" + (told.wasInFoot ? " in Foot" : "") +
         (back.empty() ? "; nothing was half done" : "; what it had begun was taken back: " + firstOf(back)));
+    for (const auto& [path, aside] : found_)
+      told.lines.push_back(name + ": " + JournalPaths::shown(path) +
+                           " isn't as it was written then; it was put aside as " + shown(aside));
     if (!torn.empty()) told.lines.push_back(name + " left torn versions, which were removed: " + firstOf(torn));
     if (journal_.cutLines > 0)
       told.lines.push_back(name + ": " + counted(static_cast<std::size_t>(journal_.cutLines), "record") +
                            " of its journal was cut");
-    add({{"record", "recovered"}, {"at", journalTime()}, {"took", back}, {"torn", torn}});
+    std::vector<std::string> found;
+    for (const auto& [path, aside] : found_) found.push_back(path);
+    add({{"record", "recovered"}, {"at", journalTime()}, {"took", back}, {"found", found}, {"torn", torn}});
     return told;
   }
 
@@ -87,9 +104,15 @@ class Recovery {
   std::vector<std::string> takeBackTail() {
     const std::vector<Deed> deeds = tail();
     const Effects effects = effectsOf(deeds);
-    std::vector<std::string> paths;
-    for (const auto& [group, back] : backOf(effects, deeds, &lookAt, true)) {
+    std::map<int, Back> groups = backOf(effects, deeds, &lookAt, true);
+    for (const auto& [group, back] : groups) {
       if (!back.lacking.empty()) fail(back.lacking.front());
+      if (const std::string fault = keptFault(back, book_.keptOf(journal_.run)); !fault.empty()) fail(fault);
+    }
+    putForeignAside(effects, deeds);
+    if (!found_.empty()) groups = backOf(effects, deeds, &lookAt, true);
+    std::vector<std::string> paths;
+    for (const auto& [group, back] : groups) {
       if (const std::string failed = takeBack(back, book_.keptOf(journal_.run)); !failed.empty()) fail(failed);
       paths.insert(paths.end(), back.removed.begin(), back.removed.end());
       for (const auto& [from, to] : back.renamed) paths.push_back(from);
@@ -98,6 +121,32 @@ class Recovery {
     removeEmptyFolders(effects.folders);
     std::erase_if(journal_.deeds, [this](const Deed& deed) { return deed.turn == journal_.turns; });
     return paths;
+  }
+
+  // What somebody saved behind the kill, what a program wrote on, what a loss of power cut: it is in the way of what
+  // comes back, and isn't the run's to be removed.
+  void putForeignAside(const Effects& effects, const std::vector<Deed>& deeds) {
+    for (const auto& [path, effect] : effects.files) {
+      const Present now = lookAt(path);
+      if (!now.content || (effect.before && effect.before->isSameAs(*now.content))) continue;
+      if (!isOfDeeds(deeds, path, *now.content))
+        found_.emplace_back(path, putAside(JournalPaths::system(path), L"found"));
+    }
+  }
+
+  // Moves a file to what the journal keeps, under a name of its own; gives its path there.
+  std::wstring putAside(const std::wstring& place, const std::wstring& why) const {
+    std::wstring aside;
+    for (int number = 1; aside.empty() || os::files().exists(aside); ++number)
+      aside = book_.keptOf(journal_.run) + why + L"-" + std::to_wstring(number) + L"-" + os::nameOf(place);
+    if (!os::files().rename(place, aside)) return aside;
+    // Another disk has it.
+    const auto bytes = os::files().read(place);
+    std::error_code error = bytes ? os::files().write(aside, bytes.value) : bytes.error;
+    if (!error) error = os::flushToDisk(aside);
+    if (!error) error = os::files().remove(place);
+    if (error) fail(shown(place) + " can't be put aside: " + error.message());
+    return aside;
   }
 
   // Versions that are there by name and no documents, as a loss of power leaves them; they are put aside.
@@ -110,8 +159,7 @@ class Recovery {
       if (!bytes || contentOf(bytes.value).isSameAs(*effect.after)) continue;
       headless::ModelRecord record;
       if (!headless::readDocument(bytes.value, record)) continue;  // somebody changed it since
-      const std::wstring aside = book_.keptOf(journal_.run) + L"torn-" + os::nameOf(place);
-      if (const auto error = os::files().rename(place, aside)) fail(shown(place) + ": " + error.message());
+      (void)putAside(place, L"torn");
       torn.push_back(path);
     }
     return torn;
@@ -126,35 +174,60 @@ class Recovery {
     return rows > 0 && done >= rows;
   }
 
+  // What it tells of is on the disk before it is, and it is there when this returns.
   void add(const Record& record) const {
     const std::wstring path = book_.recordsOf(journal_.run);
+    if (const auto error = os::settleWritten()) fail(error.message());
     auto records = os::files().append(path);
     // A record that was cut has no end of its line.
     std::error_code error = records ? records.value->write("\n" + sealedLine(record)) : records.error;
+    if (!error) error = os::flushToDisk(path);
     if (error) fail(shown(path) + " can't be written: " + error.message());
   }
 
   [[noreturn]] void fail(const std::string& reason) const {
-    throw Fault(journal_.verb() + " " + journal_.run + " broke off and can't be taken back: " + reason);
+    throw Fault(journal_.verb() + " " + journal_.run + " broke off and can't be taken back: " + reason +
+                " (mend that and start again; or move its journal " + shown(book_.folderOf(journal_.run)) +
+                " away, and what it had begun stays as it is)");
   }
 
   const Book& book_;
   RunJournal journal_;
+  std::vector<std::pair<std::string, std::wstring>> found_;  // as written, and where it was put
 };
+
+// Nothing is done before the first record is whole. Where anything was, somebody altered the records since, and what is
+// kept beside them may be all that is left of it.
+void removeUnbegun(const Book& book, const RunJournal& journal) {
+  const bool hasDone = !journal.deeds.empty() || !journal.told.empty() || journal.cutLines > 1 ||
+                       !os::files().list(book.keptOf(journal.run)).value.empty();
+  if (hasDone)
+    throw Fault(
+        "the records of " + shown(book.folderOf(journal.run)) +
+        " can't be read, so that what it had begun can't be taken back; move that folder away, then all goes on");
+  (void)os::files().removeFolder(book.folder() + text::fromUtf8(journal.run), book.folder());
+}
 
 }  // namespace
 
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
+std::vector<std::string> openEnds(const std::wstring& models) {
   const Book book(models);
   const std::string known = runName(book.storedNumbers().run);
-  std::vector<Recovered> all;
+  std::vector<std::string> open;
   for (const std::string& run : book.runs()) {
     if (run.size() < known.size() || (run.size() == known.size() && run <= known)) continue;
+    if (book.read(run).isOpen()) open.push_back(run);
+  }
+  return open;
+}
+
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
+  const Book book(models);
+  std::vector<Recovered> all;
+  for (const std::string& run : openEnds(models)) {
     RunJournal journal = book.read(run);
-    if (!journal.isOpen()) continue;
     if (journal.begin.is_null()) {
-      // Nothing is done before its first record is whole.
-      (void)os::files().removeFolder(book.folder() + text::fromUtf8(run), book.folder());
+      removeUnbegun(book, journal);
       continue;
     }
     all.push_back(Recovery(book, std::move(journal)).run());

@@ -16,7 +16,10 @@ struct Recovered {
 };
 
 // Takes back what stands behind the last boundary of each, removes torn versions and temporary files, and closes the
-// journal. Needs the folder's lock, so that no run is at work. A Fault where that fails; asked again it goes on.
+// journal. What it would remove or replace and the run didn't write is put aside, and told. Needs the folder's lock, so
+// that no run is at work. A Fault where that fails; asked again it goes on.
 std::vector<Recovered> recoverOpenEnds(const std::wstring& models);
+// Those that it would take back. Where the folder isn't locked, one of them may be at work.
+std::vector<std::string> openEnds(const std::wstring& models);
 
 }  // namespace kelvane

@@ -14,6 +14,20 @@ std::string cant(const std::string& what, const std::string& path, std::error_co
   return JournalPaths::shown(path) + " can't be " + what + ": " + error.message();
 }
 
+struct KeptBytes {
+  std::string bytes;
+  std::string failed;  // empty: they are what was kept then
+};
+
+KeptBytes keptBytes(const std::string& path, const Content& content, const std::wstring& kept) {
+  const std::wstring file = kept + text::fromUtf8(content.kept);
+  auto bytes = os::files().read(file);
+  if (!bytes) return {{}, cant("written", path, bytes.error) + " (" + shown(file) + ")"};
+  if (!contentOf(bytes.value).isSameAs(content))
+    return {{}, JournalPaths::shown(path) + " can't be written: " + shown(file) + " isn't as it was kept"};
+  return {std::move(bytes.value), {}};
+}
+
 // Two files that changed names with each other: neither name is free for the other one.
 bool isCircle(const Back& back) {
   return std::any_of(back.renamed.begin(), back.renamed.end(),
@@ -58,16 +72,22 @@ Present lookAt(const std::string& path) {
   return {contentOf(bytes.value), {}};
 }
 
+std::string keptFault(const Back& back, const std::wstring& kept) {
+  for (const auto& [path, content] : back.written)
+    if (std::string failed = keptBytes(path, content, kept).failed; !failed.empty()) return failed;
+  return {};
+}
+
 std::string takeBack(const Back& back, const std::wstring& kept) {
   for (const std::string& path : back.removed)
     if (const auto error = os::files().remove(JournalPaths::system(path))) return cant("removed", path, error);
   if (std::string failed = renameBack(back); !failed.empty()) return failed;
-  for (const auto& [path, name] : back.written) {
-    const auto bytes = os::files().read(kept + text::fromUtf8(name));
-    if (!bytes) return cant("written", path, bytes.error) + " (" + shown(kept + text::fromUtf8(name)) + ")";
+  for (const auto& [path, content] : back.written) {
+    const KeptBytes found = keptBytes(path, content, kept);
+    if (!found.failed.empty()) return found.failed;
     const std::wstring place = JournalPaths::system(path);
     if (const auto error = os::files().createFolders(os::folderOf(place))) return cant("written", path, error);
-    if (const auto error = os::files().write(place, bytes.value)) return cant("written", path, error);
+    if (const auto error = os::files().write(place, found.bytes)) return cant("written", path, error);
   }
   return {};
 }

@@ -40,8 +40,13 @@ std::string lastToUndo(const Book& book) {
 
 UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), journal_(book.read(run)) {
   if (journal_.begin.is_null()) throw Fault("the journal of run " + run + " has no records");
+  if (journal_.isOpen())
+    std::erase_if(journal_.deeds, [this](const Deed& deed) { return deed.turn == journal_.turns; });
   effects_ = effectsOf(journal_.deeds);
   groups_ = backOf(effects_, journal_.deeds, &lookAt, false);
+  for (auto& [number, back] : groups_)
+    if (std::string fault = keptFault(back, book_.keptOf(run)); !fault.empty())
+      back.lacking.push_back(std::move(fault));
   vault_ = vaultSteps(journal_, book_.keptOf(run));
   for (const auto& [path, effect] : effects_.files)
     if (const std::string stem = stemOf(path); !stem.empty()) groupOfStem_[stem] = effect.group;
@@ -53,14 +58,19 @@ UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), jour
 // A version that came behind those of the run stands on them: taking these away would leave it without what it came
 // from, and older content below it.
 void UndoPlan::findNewer() {
-  std::map<std::string, int> highest;  // of the versions that the run left
+  const bool isUndo = journal_.verb() == "undo";
+  std::map<std::string, int> highest;  // of the versions that the run found or left
+  std::set<std::string> judged;        // a newer version of a document that only lost old ones was there before
+  for (const Deed& deed : journal_.deeds)
+    if (deed.kind == DeedKind::rename) judged.insert(stemOf(deed.path));
   std::set<std::string> folders;
   for (const auto& [path, effect] : effects_.files) {
     const auto version = writtenVersion(path);
     if (!version || groups_[effect.group].isNothing()) continue;
     folders.insert(path.substr(0, path.rfind('/') + 1));
     int& number = highest[version->stem];
-    if (effect.after) number = std::max(number, version->number);
+    number = std::max(number, version->number);
+    if (effect.after || isUndo) judged.insert(version->stem);
   }
   for (const std::string& folder : folders) {
     for (const os::Entry& entry : os::files().list(JournalPaths::system(folder)).value) {
@@ -68,33 +78,34 @@ void UndoPlan::findNewer() {
       const auto version = entry.isFolder ? std::nullopt : writtenVersion(path);
       if (!version || effects_.files.contains(path)) continue;
       const auto known = highest.find(version->stem);
-      if (known == highest.end() || version->number <= known->second) continue;
+      if (known == highest.end() || !judged.contains(version->stem) || version->number <= known->second) continue;
       groups_[groupOfStem_.at(version->stem)].conflicts.push_back(JournalPaths::shown(path) + " was written since");
     }
   }
 }
 
-// An object of a vault and its document here go together.
+// An object of a vault and its document here go together, and so do all objects of a group.
 void UndoPlan::bindVault() {
-  for (VaultStep& step : vault_) {
+  const auto groupOf = [this](const VaultStep& step) -> Back* {
     const auto group = groupOfStem_.find(shownStem(step));
-    if (group == groupOfStem_.end()) continue;
-    Back& back = groups_[group->second];
-    if (!step.conflict.empty()) {
-      back.conflicts.push_back(std::exchange(step.conflict, std::string()));
+    return group == groupOfStem_.end() ? nullptr : &groups_[group->second];
+  };
+  for (VaultStep& step : vault_)
+    if (Back* const back = groupOf(step); back && !step.conflict.empty())
+      back->conflicts.push_back(std::exchange(step.conflict, std::string()));
+  for (VaultStep& step : vault_)
+    if (const Back* const back = groupOf(step); back && !(back->conflicts.empty() && back->lacking.empty()))
       step.did.clear();
-    } else if (!back.conflicts.empty()) {
-      step.did.clear();
-    }
-  }
 }
 
 std::string UndoPlan::writerOf(const std::string& line) const {
-  const std::string path = line.substr(0, line.find(' '));
+  const auto isOf = [&](const std::string& path) {
+    return !path.empty() && line.starts_with(JournalPaths::shown(path) + " ");
+  };
   const std::vector<std::string> runs = book_.runs();
   for (auto run = runs.rbegin(); run != runs.rend() && *run != journal_.run; ++run)
     for (const Deed& deed : book_.read(*run).deeds)
-      if (deed.path == path || deed.to == path) return " by run " + *run;
+      if (isOf(deed.path) || isOf(deed.to)) return " by run " + *run;
   return {};
 }
 

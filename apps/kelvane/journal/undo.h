@@ -18,7 +18,8 @@ std::string lastToUndo(const Book& book);
 
 class UndoPlan {
  public:
-  // A Fault for a run whose journal has no records.
+  // A Fault for a run whose journal has no records. Of one without an end what stands behind its last boundary is left
+  // out: that is taken back before.
   UndoPlan(const Book& book, const std::string& run);
 
   // Lines of what somebody changed since; with them their group is left out where conflicts are skipped.
@@ -42,8 +43,8 @@ class UndoPlan {
   void findNewer();
   void bindVault();
   void tellConflicts();
-  // Who wrote it: " by run 0005"; empty: no run that is known.
-  [[nodiscard]] std::string writerOf(const std::string& path) const;
+  // Who wrote what the line begins with: " by run 0005"; empty: no run that is known.
+  [[nodiscard]] std::string writerOf(const std::string& line) const;
 
   const Book& book_;
   RunJournal journal_;

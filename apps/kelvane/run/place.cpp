@@ -8,6 +8,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/hash.h"
 #include "kelvane/base/places.h"
+#include "kelvane/journal/recovery.h"
 #include "kelvane/log/accepted_exports.h"
 #include "kelvane/package/place.h"
 #include "kelvane/package/source.h"
@@ -47,10 +48,13 @@ std::unique_ptr<os::FileLock> locked(const std::wstring& file, const std::string
 void copyModels(const std::string& from, const std::string& to) {
   std::error_code error;
   if (fs::exists(to, error) && !fs::is_empty(to, error)) throw Fault("--into: " + to + " is there already");
+  const std::wstring folder = mountModels(from);
+  if (const auto open = openEnds(folder); !open.empty())
+    throw Fault("--into: run " + open.front() + " of " + from +
+                " has no end: it is at work, or broke off; 'kelvane run' or 'kelvane undo' takes back what it had begun");
   const fs::path part = fs::path(to).lexically_normal().string() + ".part";
   fs::remove_all(part, error);
   fs::create_directories(part);
-  const std::wstring folder = mountModels(from);
   std::set<std::string> current;
   for (const auto& document : headless::readFolder(folder)) current.insert(fs::path(shown(document.path)).filename());
   for (const auto& entry : fs::directory_iterator(from)) {

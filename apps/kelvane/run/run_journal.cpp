@@ -51,9 +51,19 @@ void tellRecovered(const std::vector<Recovered>& found, Console& console) {
     for (const std::string& line : recovered.lines) console.trouble("warning: " + line);
 }
 
+void recover(const std::wstring& models, bool dryRun, Console& console) {
+  if (!dryRun) return tellRecovered(recoverOpenEnds(models), console);
+  for (const std::string& run : openEnds(models))
+    console.trouble("warning: run " + run + " has no end; what it had begun is taken back first");
+}
+
 RunJournalKeeper::RunJournalKeeper(const RunOptions& options, const RunPlace& place, Console& console)
     : console_(console) {
-  if (!options.keepsJournal()) return;
+  if (!options.keepsJournal()) {
+    for (const std::string& run : openEnds(place.models))
+      console.trouble("warning: run " + run + " has no end: it is at work, or broke off and left something half done");
+    return;
+  }
   recover(options, place);
   journal_.emplace(Book(place.models), os::files(), factsOf(options, place));
   paths_.emplace(place.models, vaultFolders(options));

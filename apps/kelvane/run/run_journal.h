@@ -58,5 +58,7 @@ class RunJournalKeeper {
 headless::GivenNumbers::Highest sessionNumbers(const GivenVersions& versions);
 // The lines of what was found, as warnings.
 void tellRecovered(const std::vector<Recovered>& found, Console& console);
+// Takes back what broken runs left and tells it. dryRun: tells which there are, and changes nothing.
+void recover(const std::wstring& models, bool dryRun, Console& console);
 
 }  // namespace kelvane

@@ -249,10 +249,10 @@ void RunWatch::finishModel(const std::string& row) {
   ordered_json told = {{"model", row}, {"outcome", outcome}, {"errors", worked.errors}};
   if (events_.on()) events_.tell("model", told);
   if (worked.document && worked.document->isSaved()) told["wrote"] = readable(worked.document->path);
+  tellUnsafe();
   if (finished_) finished_(told);
   for (const auto& report : reports::reportRegistry().all())
     if (report->beginsAnew) reportsBegunAnew_.insert(text::toUtf8(os::nameOf(report->path)));
-  tellUnsafe();
   const std::string had = worked.errors == 0 ? "" : ", " + counted(static_cast<std::size_t>(worked.errors), "error");
   progress_.step(static_cast<int>(done_), row, outcome + had);
   worked_.push_back(std::move(worked));

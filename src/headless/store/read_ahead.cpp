@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "headless/store/document.h"
+#include "os/confine.h"
 #include "os/quiet_thread.h"
 
 namespace headless {
@@ -35,6 +36,8 @@ ReadAhead::~ReadAhead() {
 }
 
 void ReadAhead::want(const std::wstring& path) {
+  // A gate judges and tells on the session's thread alone.
+  if (os::Confine::inForce()) return;
   const std::lock_guard guard(mutex_);
   const bool isWanted = std::any_of(wanted_.begin(), wanted_.end(), [&](const auto& one) { return one->path == path; });
   if (isWanted || !thread_.joinable()) return;

@@ -24,6 +24,7 @@ class ReadAhead {
   ReadAhead& operator=(const ReadAhead&) = delete;
 
   // It will be asked for soon. The few that were wanted last are kept; one that can't be read is left to the session.
+  // In a confined session all are.
   void want(const std::wstring& path);
   struct Document {
     ModelRecord record;

@@ -24,6 +24,8 @@ std::error_code VaultFiles::write(const std::wstring& path, std::string_view byt
   }
   const os::OwnWork client;
   if (const auto error = os::files().createFolders(os::folderOf(path))) return error;
+  // What failed before is told before, and not as a write that was done all the same.
+  if (const auto error = os::settleWritten()) return error;
   if (const auto error = os::files().write(path, bytes)) return error;
   return os::settleWritten();
 }

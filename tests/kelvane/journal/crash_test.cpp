@@ -124,6 +124,30 @@ TEST_F(Crash, AFullDiskIsToldAndTakenBack) {
   }
 }
 
+// A designer saves where the run was about to, or over what it had written.
+TEST_F(Crash, WhatAPersonSavedBehindTheKillIsKept) {
+  part(L"PLATE");
+  copyModels("whole");
+  const int changes = changesOf(words("norm", "whole"), "whole");
+  const std::string designers = readBytes(path("models/PLATE.prt.1"));
+  int kept = 0;
+  for (int at = 1; at < changes; ++at) {
+    copyModels("killed");
+    ASSERT_FALSE(survives(words("norm", "killed"), "killed", Fate::killBefore, at)) << at;
+    writeBytes(path("killed/PLATE.prt.2"), designers);
+    const Ended again = kelvane(words("norm", "killed"));
+    EXPECT_EQ(0, again.code) << at << again.err;
+    const std::string aside = path("killed/kelvane.journal/0001/before/found-1-PLATE.prt.2");
+    const bool isAside = fs::exists(aside);
+    EXPECT_EQ(designers, readBytes(isAside ? aside : path("killed/PLATE.prt.2"))) << at;
+    EXPECT_EQ(isAside, again.err.find("PLATE.prt.2 isn't as it was written then; it was put aside as " + aside) !=
+                           std::string::npos)
+        << at << again.err;
+    kept += isAside ? 1 : 0;
+  }
+  EXPECT_GE(kept, 2) << "before the deed and behind it";
+}
+
 TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   gearbox();
   copyModels("whole");
@@ -135,6 +159,14 @@ TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   fs::resize_file(path("models/GEAR.prt.2"), 100);
   file("models/.kvd-999999999-0.tmp", "half of it");
   std::ofstream(path("models/kelvane.journal/0001/run.jsonl"), std::ios::app) << R"({"record":"write","n":99,"pa)";
+  const Contents killed = contents();
+  EXPECT_THAT(undo({"-n"}).err, HasSubstr("warning: run 0001 has no end; what it had begun is taken back first\n"));
+  EXPECT_THAT(kelvane({"purge", models(), "--keep", "1", "-n"}).err, HasSubstr("warning: run 0001 has no end"));
+  EXPECT_THAT(run("norm", {"-n"}).err, HasSubstr("warning: run 0001 has no end: it is at work, or broke off"));
+  const Ended into = run("norm", {"--into", path("copy")});
+  EXPECT_EQ(2, into.code);
+  EXPECT_THAT(into.err, HasSubstr("--into: run 0001 of " + models() + " has no end"));
+  EXPECT_TRUE(contents().contains("GEAR.prt.2") && contents().at("GEAR.prt.2") == killed.at("GEAR.prt.2"));
   const Ended again = run("norm", {"-q"});
   EXPECT_EQ(0, again.code) << again.err;
   EXPECT_THAT(again.err, HasSubstr("warning: run 0001 broke off"));
@@ -142,6 +174,23 @@ TEST_F(Crash, WhatIsFoundIsToldAndTornVersionsGo) {
   EXPECT_THAT(again.err, HasSubstr("warning: run 0001: 1 record of its journal was cut\n"));
   EXPECT_EQ("", difference(undisturbed, state("models")));
   EXPECT_THAT(run("norm", {"-q"}).err, testing::Not(HasSubstr("broke off"))) << "once";
+}
+
+// An editor that changes the ends of lines spoils all checksums.
+TEST_F(Crash, RecordsThatSomebodyAlteredAreNotThrownAway) {
+  gearbox();
+  copyModels("whole");
+  const int changes = changesOf(words("rename", "whole"), "whole");
+  const Contents undisturbed = state("whole");
+  ASSERT_FALSE(survives(words("rename", "models"), "models", Fate::killBehind, changes / 2));
+  const std::string records = path("models/kelvane.journal/0001/run.jsonl"), whole = readBytes(records);
+  writeBytes(records, text::replaceAll(whole, "\n", "\r\n"));
+  const Ended refused = run("rename", {"-q"});
+  EXPECT_EQ(2, refused.code);
+  EXPECT_THAT(refused.err, testing::ContainsRegex("the records of .*/kelvane.journal/0001/ can't be read"));
+  writeBytes(records, whole);
+  EXPECT_EQ(0, run("rename", {"-q"}).code);
+  EXPECT_EQ("", difference(undisturbed, state("models"))) << "nothing was lost";
 }
 
 }  // namespace

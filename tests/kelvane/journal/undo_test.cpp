@@ -77,10 +77,17 @@ TEST_F(Undo, WhatSomebodyChangedSinceIsAConflict) {
        "remove PIN.prt.2\n"},
       {"rename", [&] { fs::copy(path("models/BOX.asm.2"), path("models/BOX.asm.3")); },
        "conflict: BOX.asm.3 was written since\n", "remove PIN.prt.2\n"},
+      {"step",
+       [&] {
+         for (const auto& kept : fs::directory_iterator(path("models/kelvane.journal/0001/before")))
+           changeBehindTheRun(kept.path().string());
+       },
+       "/before/1 isn't as it was kept\n", "remove kelvane.log\n"},
   };
   for (const auto& c : cases) {
     fs::remove_all(models());
     gearbox();
+    file("models/block.stp", "an export that was there");
     const Contents before = contents();
     ASSERT_EQ(0, run(c.list).code);
     c.meanwhile();

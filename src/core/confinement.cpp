@@ -54,6 +54,7 @@ void confineAsConfigured() {
   const auto open = [&](os::Grants& grants) {
     for (const std::wstring* folder : {&state.kvzPath, &state.binPath, &state.confPath})
       grants.openTo(os::Permission::read, *folder);
+    grants.startFrom(state.confPath);  // the script that converts workbooks
     for (const os::Need& need : settings.allowed) grants.allow(need);
     for (const os::Need& need : settings.denied) grants.deny(need);
   };

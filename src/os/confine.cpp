@@ -32,7 +32,8 @@ std::wstring reasonOf(Grants::Verdict verdict, const Need& need) {
 }
 
 constexpr std::wstring_view kNotPlain =
-    L"a confined command line is one program with its arguments, without ; & | < > ( ) { } $ ` # ! ~ outside quotes";
+    L"a confined command line is one program with its arguments, without ; & | < > ( ) { } $ ` # ! ~ outside quotes, "
+    L"without \\\" and without NAME= in front; quotes stand around the whole program";
 
 // Asks before each request, and opens what was judged and nothing that took its place since.
 class ConfinedFiles : public Files {
@@ -218,7 +219,7 @@ std::error_code Confine::open(std::wstring_view path) {
 
 std::error_code Confine::ask(std::string_view address) {
   const std::wstring host = hostOf(address);
-  if (!host.empty()) return judged(grants_.mayAsk(host), {Permission::net, host}, L"ask " + host);
+  if (!host.empty()) return judged(grants_.mayAsk(hostAndPortOf(address)), {Permission::net, host}, L"ask " + host);
   return judged(Grants::Verdict::refused, {Permission::net, {}}, L"ask that address", L"it names no server plainly");
 }
 

@@ -259,13 +259,23 @@ TEST_F(RunTrust, GrantsAreKeptForThatContentAndAskedForWhatIsNew) {
     std::ostringstream out, err;
     const int code = kelvane::program({"trust", package()}, out, err, {.out = false, .err = true}, answer);
     EXPECT_EQ(answer == &no ? 1 : 0, code) << err.str();
-    EXPECT_THAT(err.str(), HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"));
+    EXPECT_THAT(err.str(), AllOf(HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"),
+                                 HasSubstr("than the one that " + grant() + " was kept for; it is carried over")));
   }
   EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
   ::unsetenv("KVD_TEST_NEW");
   EXPECT_EQ(0, kelvane({"trust", package(), "--forget"}).code);
   EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
   EXPECT_EQ(2, packed({"--require-trust"}).code);
+
+  // What is carried over takes a consent though nothing is new, and a need.
+  for (const std::string& content : {report(system("outside/x.csv")) + kSave, kAddNorm}) {
+    list("try.xml", content);
+    fs::remove(package());
+    kelvane({"pack", path("standards"), package()});
+    EXPECT_EQ(content == kAddNorm ? 0 : 1, kelvane({"trust", package()}).code);
+    EXPECT_EQ("[]\n", kelvane({"trust", package(), "--json"}).out);
+  }
 }
 
 TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {

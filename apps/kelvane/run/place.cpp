@@ -131,6 +131,13 @@ void placeScript(const RunOptions& options, const std::string& work) {
   }
 }
 
+// What is kept was kept for one content, and a package can be replaced while the run begins.
+void requireTrusted(const RunPlace& place, const std::string& work) {
+  if (!place.isConfined || place.trustedSum.empty()) return;
+  if (sha256Of(work + "/packages/" + place.package) != place.trustedSum)
+    throw Fault(place.package + " was replaced while the run began; grants are kept for another content");
+}
+
 // Locks the folder of models, tidies the cache, mounts the letters, places the package if there is one, writes the
 // configuration.
 void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
@@ -146,7 +153,10 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   os::mounts().set(L't', work + "/temp");
   os::mounts().set(L'i', installationFolder());
   for (const wchar_t* folder : {L"t:\\", L"t:\\conf\\"}) os::removeLeftTemporaries(folder);
-  if (package) placePackage(options.package, *package, work);
+  if (package) {
+    placePackage(options.package, *package, work, place.isConfined);
+    requireTrusted(place, work);
+  }
   if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
     throw Fault("the temp folder " + work + " can't be written: " + error.message());
   }
@@ -167,7 +177,9 @@ bool isConfinedBy(const std::string& config) {
 void takeKept(RunPlace& place, const RunOptions& options, const PackageSource& package) {
   std::optional<KeptGrants> kept;
   try {
-    kept = TrustStore().find(identityOf(options.package));
+    const PackageIdentity identity = identityOf(options.package);
+    kept = TrustStore().find(identity);
+    if (kept) place.trustedSum = identity.sha256;
   } catch (const Fault& fault) {
     if (place.isConfined) throw;
     place.trustFault = fault.what();

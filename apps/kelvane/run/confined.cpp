@@ -36,6 +36,13 @@ os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
 
 }  // namespace
 
+nlohmann::ordered_json grantMembers(const os::Asked& asked) {
+  return {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},
+          {"resource", text::toUtf8(asked.need.resource)},
+          {"allowed", asked.isGranted},
+          {"what", text::toUtf8(asked.what)}};
+}
+
 RunConfinement::RunConfinement(const RunOptions& options, const RunPlace& place) {
   if (place.isConfined) confine_.emplace(grantsOf(options, place), &core::tellRefused);
 }
@@ -44,11 +51,7 @@ std::vector<os::Asked> RunConfinement::asked() const { return confine_ ? confine
 
 void RunConfinement::tell(Events& events) const {
   if (!events.on()) return;
-  for (const os::Asked& asked : this->asked())
-    events.tell("grant", {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},
-                          {"resource", text::toUtf8(asked.need.resource)},
-                          {"allowed", asked.isGranted},
-                          {"what", text::toUtf8(asked.what)}});
+  for (const os::Asked& asked : this->asked()) events.tell("grant", grantMembers(asked));
 }
 
 void tellLackingGrants(const RunPlace& place, Console& console) {

@@ -1,6 +1,7 @@
 // The confinement of a run: what the program opens to each list, and what was granted to this package.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 
 #include "kelvane/base/console.h"
@@ -14,11 +15,13 @@ namespace kelvane {
 // While it lives, where the options or the configuration say so, lists are held to the models' folder, the temp folder,
 // their package and what is granted. Made when all is in its place and before the session; a refusal is a line of the
 // log.
+// `permission`, `resource`, `allowed` and `what`, as events and the journal tell them.
+nlohmann::ordered_json grantMembers(const os::Asked& asked);
+
 class RunConfinement {
  public:
   RunConfinement(const RunOptions& options, const RunPlace& place);
-  // What was used of the grants and what was refused, each once, as events "grant" with `permission`, `resource`,
-  // `allowed` and `what`.
+  // What was used of the grants and what was refused, each once, as events "grant".
   void tell(Events& events) const;
   // Each once, in the order of their first asking; none where nothing is confined.
   [[nodiscard]] std::vector<os::Asked> asked() const;

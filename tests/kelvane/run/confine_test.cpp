@@ -218,6 +218,8 @@ TEST_F(RunConfine, EventsTellWhatWasUsedAndWhatWasRefused) {
   EXPECT_THAT(events,
               HasSubstr(R"({"event":"grant","permission":"write","resource":")" + outside() + R"(","allowed":false,)"));
   EXPECT_THAT(events, HasSubstr(R"({"event":"grant","permission":"run","resource":"true","allowed":true,)"));
+  EXPECT_THAT(readBytes(path("models/kelvane.journal/0001/run.jsonl")),
+              HasSubstr(R"({"record":"grant","permission":"run","resource":"true","allowed":true,)"));
 }
 
 // ---- what is kept

@@ -13,28 +13,30 @@ namespace {
 // Files of the models' folder that are the program's.
 constexpr const wchar_t* kOwnFiles[] = {L".kelvane.lock", L"kelvane.journal"};
 
-// Folders that whoever started the run names for it: a list could name no others.
-void openNamedPlaces(os::Grants& grants, const RunOptions& options, const RunPlace& place) {
-  for (const auto& [name, value] : place.creoOptions)
-    if (!value.empty()) grants.openTo(os::Permission::read, os::wholeFrom(place.models, value));
-  if (!options.config.empty()) grants.openTo(os::Permission::read, systemPath(options.config));
-  if (!options.collect.empty()) grants.openTo(os::Permission::write, systemPath(options.collect));
-}
-
 os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
-  os::Grants grants;
+  os::Grants grants = grantsBeforehand(options, place, place.models);
   core::openToolPlaces(grants, L"t:\\");
-  for (const wchar_t* folder : {L"p:\\", L"i:\\", L"z:\\usr\\share\\fonts\\"})
-    grants.openTo(os::Permission::read, folder);
-  grants.openTo(os::Permission::write, place.models);
+  grants.openTo(os::Permission::read, L"p:\\");
   for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
-  openNamedPlaces(grants, options, place);
-  for (const os::Need& need : place.granted) grants.allow(need);
-  for (const os::Need& need : place.denied) grants.deny(need);
   return grants;
 }
 
 }  // namespace
+
+// Folders that whoever started the run names for it are open: a list could name no others.
+os::Grants grantsBeforehand(const RunOptions& options, const RunPlace& place, std::wstring_view models) {
+  os::Grants grants;
+  grants.openTo(os::Permission::write, models);
+  grants.openTo(os::Permission::read, systemPath(installationFolder()));
+  grants.openTo(os::Permission::read, L"z:\\usr\\share\\fonts\\");
+  for (const auto& [name, value] : place.creoOptions)
+    if (!value.empty()) grants.openTo(os::Permission::read, os::wholeFrom(models, value));
+  if (!options.config.empty()) grants.openTo(os::Permission::read, systemPath(options.config));
+  if (!options.collect.empty()) grants.openTo(os::Permission::write, systemPath(options.collect));
+  for (const os::Need& need : place.granted) grants.allow(need);
+  for (const os::Need& need : place.denied) grants.deny(need);
+  return grants;
+}
 
 nlohmann::ordered_json grantMembers(const os::Asked& asked) {
   return {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},

@@ -207,7 +207,15 @@ TEST_F(RunConfine, TheConfigurationConfinesToo) {
   list("try.xml", report(system("outside/x.csv")));
   EXPECT_THAT(run("try", {"--set", "kvd_confine=1"}).err, HasSubstr("--allow-write=" + outside()));
   const std::string grant = "kvd_allow_write=" + system("outside");
-  EXPECT_EQ(0, run("try", {"--again", "--set", "kvd_confine=1", "--set", grant}).code);
+  for (const char* on : {"kvd_confine=1", "kvd_confine=1 ", "kvd_confine=yes"}) {
+    const Ended granted = run("try", {"--again", "--set", on, "--set", grant});
+    EXPECT_EQ(0, granted.code);
+    EXPECT_THAT(granted.err, Not(HasSubstr("which isn't granted and will be refused")));
+    EXPECT_EQ(1, run("try", {"--again", "--set", on}).code) << on;
+  }
+  // What the run will be granted counts beforehand, from wherever it comes.
+  EXPECT_EQ(0, run("try", {"--again", "--require-trust", "--set", grant}).code);
+  EXPECT_EQ(0, run("try", {"-n", "--again", "--require-trust", "--collect", outside()}).code);
   EXPECT_EQ(2, run("try", {"--allow-write=/"}).code);
 }
 

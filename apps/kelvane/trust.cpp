@@ -95,40 +95,63 @@ class Trust : public Verb {
     return kFine;
   }
 
-  // What was granted to it, or to its earlier content, isn't asked again.
+  // What was granted to this content, by oneself or by the site, isn't asked again. What one granted to an earlier one
+  // is carried over as far as this one needs it, and by consent.
   int keepNeeded(TrustStore& store, const PackageIdentity& identity, const std::vector<PackageNeed>& needs,
                  Console& console) const {
-    const auto own = store.find(identity);
-    const auto known = own ? own : store.earlier(identity);
+    const auto own = store.own(identity), granted = store.find(identity);
+    const auto earlier = own ? std::nullopt : store.earlier(identity);
     KeptGrants kept{identity, {}, {}, false};
-    if (known) kept.denied = known->denied;
-    os::Grants before;
-    for (const os::Need& need : known ? known->allowed : std::vector<os::Need>()) before.allow(need);
-    std::vector<PackageNeed> asked;
-    for (const PackageNeed& need : needs)
-      if (!need.permission || !need.isKnown() || !before.covers({*need.permission, need.resource}))
-        asked.push_back(need);
+    if (own) kept.allowed = own->allowed;
+    const std::vector<os::Need> carried = earlier ? neededOf(earlier->allowed, needs) : std::vector<os::Need>();
+    if (own || earlier) kept.denied = own ? own->denied : earlier->denied;
+    std::vector<os::Need> before = granted ? granted->allowed : std::vector<os::Need>();
+    before.insert(before.end(), carried.begin(), carried.end());
+    const std::vector<PackageNeed> asked = notCovered(needs, before);
     const std::vector<os::Need> fresh = grantsFor(asked);
-    const std::vector<os::Need> wanted = grantsFor(needs);
-    if (known)
-      for (const os::Need& need : known->allowed) kept.allowed.push_back(need);
-    kept.allowed.insert(kept.allowed.end(), fresh.begin(), fresh.end());
     for (const std::string& line : needLines(asked)) console.result(line);
-    if (fresh.empty() && known) console.note(identity.name + " needs nothing that isn't granted");
-    if (fresh.empty() && !known && wanted.empty()) console.note(identity.name + " needs no grants");
-    if (!fresh.empty() && !isAgreed(fresh, identity, console)) return kErrors;
+    if (grantsFor(needs).empty())
+      console.note(identity.name + " needs no grants");
+    else if (fresh.empty())
+      console.note(identity.name + " needs nothing that isn't granted");
+    if (!carried.empty())
+      console.note(identity.name + " has another content than the one that " + optionsOf(carried) +
+                   " was kept for; it is carried over");
+    if (fresh.empty() && carried.empty() && (own || kept.denied.empty())) return kFine;
+    kept.allowed.insert(kept.allowed.end(), carried.begin(), carried.end());
+    kept.allowed.insert(kept.allowed.end(), fresh.begin(), fresh.end());
+    const bool isNew = !fresh.empty() || !carried.empty();
+    if (isNew && !isAgreed(fresh.empty() ? carried : fresh, identity, console)) return kErrors;
     return keep(store, kept, console);
   }
 
-  [[nodiscard]] bool isAgreed(const std::vector<os::Need>& fresh, const PackageIdentity& identity,
+  // Those of `allowed` that a need of the package takes.
+  static std::vector<os::Need> neededOf(const std::vector<os::Need>& allowed, const std::vector<PackageNeed>& needs) {
+    std::vector<os::Need> needed;
+    for (const os::Need& need : allowed)
+      if (notCovered(needs, {need}).size() < needs.size()) needed.push_back(need);
+    return needed;
+  }
+  static std::vector<PackageNeed> notCovered(const std::vector<PackageNeed>& needs,
+                                             const std::vector<os::Need>& allowed) {
+    os::Grants grants;
+    for (const os::Need& need : allowed) grants.allow(need);
+    std::vector<PackageNeed> open;
+    for (const PackageNeed& need : needs)
+      if (!need.permission || !need.isKnown() || !grants.covers({*need.permission, need.resource}))
+        open.push_back(need);
+    return open;
+  }
+
+  [[nodiscard]] bool isAgreed(const std::vector<os::Need>& wanted, const PackageIdentity& identity,
                               Console& console) const {
     if (yes_) return true;
     if (!console.live()) {
-      console.trouble("nothing is kept: without a terminal nothing is asked; --yes keeps " + optionsOf(fresh) +
+      console.trouble("nothing is kept: without a terminal nothing is asked; --yes keeps " + optionsOf(wanted) +
                       ", and such options alone keep what they name");
       return false;
     }
-    console.note("keep " + optionsOf(fresh) + " for " + identity.name + "? y or n");
+    console.note("keep " + optionsOf(wanted) + " for " + identity.name + "? y or n");
     console.flush();
     std::string answer;
     if (console.read(answer) && (answer == "y" || answer == "yes")) return true;

@@ -17,21 +17,21 @@ std::unique_ptr<os::Confine>& configured() {
   return confine;
 }
 
-std::wstring& lastTold() {
-  static std::wstring place;
-  return place;
+// A refusal of an action on a model, and the log that it stands in.
+struct Told {
+  std::wstring line;
+  int log = 0;
+  bool operator==(const Told&) const = default;
+};
+
+Told& lastTold() {
+  static Told told;
+  return told;
 }
 
-// What is asked several times in a row, as whether a file is there and then its content, is one refusal.
-bool isToldAgain(const std::wstring& line) {
+std::wstring placeNow() {
   const PluginState& state = pluginState();
-  static std::wstring last;
-  std::wstring place =
-      text::format(L"%c%d %s %s ", state.section, state.actionIndex, state.currentAction, state.currentModelText);
-  place += line;
-  const bool isAgain = place == last;
-  last = std::move(place);
-  return isAgain;
+  return text::format(L"%c%d %s %s ", state.section, state.actionIndex, state.currentAction, state.currentModelText);
 }
 
 }  // namespace
@@ -54,6 +54,7 @@ void confineAsConfigured() {
   const auto open = [&](os::Grants& grants) {
     for (const std::wstring* folder : {&state.kvzPath, &state.binPath, &state.confPath})
       grants.openTo(os::Permission::read, *folder);
+    grants.startFrom(state.confPath);  // the script that converts workbooks
     for (const os::Need& need : settings.allowed) grants.allow(need);
     for (const os::Need& need : settings.denied) grants.deny(need);
   };
@@ -68,15 +69,18 @@ void confineAsConfigured() {
 
 void endConfinement() {
   configured().reset();
-  lastTold().clear();
+  lastTold() = {};
   confinementSettings() = {};
 }
 
 void tellRefused(const os::Asked& asked) {
   const std::wstring line = L"Refused: " + asked.what + L" (" + asked.reason + L")";
-  if (isToldAgain(line)) return;
+  const std::wstring place = placeNow() + line;
+  // What is asked several times in a row, as whether a file is there and then its content, is one refusal.
+  if (lastTold() == Told{place, logsBegun()}) return;
   const LogSound sound;
   logWrite(line, kError);
+  lastTold() = {place, logsBegun()};  // the line may have opened its log
 }
 
 }  // namespace core

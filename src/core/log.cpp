@@ -36,6 +36,7 @@ struct Log {
   int groupDepth = 0;
   int actionCounter = 0;
   LogCounts counts;
+  int begun = 0;
   int silences = 0;
 };
 
@@ -102,6 +103,7 @@ void openFile() {
   PluginState& state = pluginState();
   if (state.forEveryRunNewLogFile == 1) state.logFile = newLogName();
   auto opened = os::files().append(state.logFile);
+  ++log().begun;
   log().state = opened.error.value();
   log().file = opened ? std::move(opened.value) : nullptr;
 }
@@ -194,6 +196,7 @@ void logCloseFile() {
 }
 
 LogCounts logCounts() { return log().counts; }
+int logsBegun() { return log().begun; }
 
 void logReset() {
   log() = Log();

@@ -53,6 +53,8 @@ struct LogCounts {
   int errors = 0, warnings = 0;
 };
 LogCounts logCounts();
+// How many times the file was opened, since the last reset: another number is another run's log.
+int logsBegun();
 
 // All of the log's own state as at the start of the process; for the teardown.
 void logReset();

@@ -176,8 +176,7 @@ Unpacked unpackPackage(std::string_view given, int attempt) {
   state.openKvzPath = folder;
   // Of its own folder a confined list writes the reports alone: what is unpacked there runs again without being
   // unpacked anew.
-  if (os::Confine* const confine = os::Confine::inForce())
-    confine->grants().exceptReports(os::joined(folder, L"reports"));
+  if (os::Confine* const confine = os::Confine::inForce()) confine->grants().ownPackage(folder);
   const os::OwnWork unpacking;
   const std::wstring package = os::joined(state.kvzPath, *name);
   const auto time = os::files().modified(package);

@@ -32,7 +32,17 @@ std::wstring reasonOf(Grants::Verdict verdict, const Need& need) {
 }
 
 constexpr std::wstring_view kNotPlain =
-    L"a confined command line is one program with its arguments, without ; & | < > ( ) { } $ ` # ! ~ outside quotes";
+    L"a confined command line is one program with its arguments, without ; & | < > ( ) { } $ ` # ! ~ outside quotes, "
+    L"without \\\" and without NAME= in front; quotes stand around the whole program";
+
+// What a path leads to is found once: what is judged is what the guard holds to.
+struct Judged {
+  Judged(Confine& confine, Permission permission, std::wstring_view path)
+      : real(machineBehindLinks(path)), guard(path, real), error(confine.touch(permission, real)) {}
+  std::string real;
+  PlaceGuard guard;
+  std::error_code error;
+};
 
 // Asks before each request, and opens what was judged and nothing that took its place since.
 class ConfinedFiles : public Files {
@@ -52,28 +62,25 @@ class ConfinedFiles : public Files {
     return under_->list(folder);
   }
   Result<std::string> read(std::wstring_view path) override {
-    const PlaceGuard guard(path, machineBehindLinks(path));
-    if (const auto error = confine_.read(path)) return {{}, error};
+    const Judged judged(confine_, Permission::read, path);
+    if (judged.error) return {{}, judged.error};
     return under_->read(path);
   }
   std::error_code readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) override {
-    const PlaceGuard guard(path, machineBehindLinks(path));
-    if (const auto error = confine_.read(path)) return error;
-    return under_->readPieces(path, take);
+    const Judged judged(confine_, Permission::read, path);
+    return judged.error ? judged.error : under_->readPieces(path, take);
   }
   std::error_code write(std::wstring_view path, std::string_view bytes) override {
-    const PlaceGuard guard(path, machineBehindLinks(path));
-    const auto error = confine_.write(path);
-    return error ? error : under_->write(path, bytes);
+    const Judged judged(confine_, Permission::write, path);
+    return judged.error ? judged.error : under_->write(path, bytes);
   }
   std::error_code create(std::wstring_view path, std::string_view bytes) override {
-    const PlaceGuard guard(path, machineBehindLinks(path));
-    const auto error = confine_.write(path);
-    return error ? error : under_->create(path, bytes);
+    const Judged judged(confine_, Permission::write, path);
+    return judged.error ? judged.error : under_->create(path, bytes);
   }
   Result<std::unique_ptr<Appender>> append(std::wstring_view path) override {
-    const PlaceGuard guard(path, machineBehindLinks(path));
-    if (const auto error = confine_.write(path)) return {nullptr, error};
+    const Judged judged(confine_, Permission::write, path);
+    if (judged.error) return {nullptr, judged.error};
     return under_->append(path);
   }
   std::error_code createFolders(std::wstring_view path) override {
@@ -218,7 +225,7 @@ std::error_code Confine::open(std::wstring_view path) {
 
 std::error_code Confine::ask(std::string_view address) {
   const std::wstring host = hostOf(address);
-  if (!host.empty()) return judged(grants_.mayAsk(host), {Permission::net, host}, L"ask " + host);
+  if (!host.empty()) return judged(grants_.mayAsk(hostAndPortOf(address)), {Permission::net, host}, L"ask " + host);
   return judged(Grants::Verdict::refused, {Permission::net, {}}, L"ask that address", L"it names no server plainly");
 }
 

@@ -42,6 +42,8 @@ class Confine : public Gate {
   // Whether it is there, and how large and old; so where it may be written, too.
   std::error_code look(std::wstring_view path);
   std::error_code read(std::wstring_view path);
+  // place: what it leads to, in the machine's form.
+  std::error_code touch(Permission permission, const std::string& place);
   // itself: a link is meant, and not the file that it leads to.
   std::error_code write(std::wstring_view path, bool itself = false);
   std::error_code run(std::wstring_view command, std::wstring_view folder) override;
@@ -56,7 +58,6 @@ class Confine : public Gate {
  private:
   friend class OwnWork;
   std::error_code judged(Grants::Verdict verdict, Need need, std::wstring what, std::wstring_view reason = {});
-  std::error_code touch(Permission permission, const std::string& place);
   std::error_code judgedProgram(std::wstring_view program, std::wstring_view folder, const std::wstring& line);
 
   Grants grants_;

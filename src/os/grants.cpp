@@ -34,7 +34,9 @@ class CommandReader {
   explicit CommandReader(std::wstring_view command) : command_(command) {}
   PlainCommand run() {
     for (; at_ < command_.size(); ++at_) take(command_[at_]);
-    if (quote_ != 0) found_.isPlain = false;
+    // A letter's colon stands second; behind anything else a path would be translated that isn't the one judged.
+    const bool hasPathWithin = found_.program.find(L':', 2) != found_.program.npos;
+    if (quote_ != 0 || hasPathWithin || isAssignment(found_.program)) found_.isPlain = false;
     return std::move(found_);
   }
 
@@ -42,33 +44,54 @@ class CommandReader {
   void take(wchar_t c) {
     static constexpr std::wstring_view kOperators = L";&|<>()`$\n\r{}#!~";
     const bool isBackslashedQuote = c == L'\\' && at_ + 1 < command_.size() && command_[at_ + 1] == L'"';
-    if (quote_ == L'\'') {
-      if (c == quote_) return void(quote_ = 0);
-    } else if (isBackslashedQuote) {
-      // What takes the place of a quote, and what of a separator, is settled where paths are translated.
+    if (quote_ != 0 && c == quote_) return endQuote();
+    if (isBackslashedQuote && quote_ != L'\'') {
+      // Behind a path the backslash is the path's, and the quote one of the shell's.
+      found_.isPlain = false;
       ++at_;
       c = L'"';
     } else if (quote_ == L'"') {
-      if (c == quote_) return void(quote_ = 0);
       if (c == L'$' || c == L'`') found_.isPlain = false;
-    } else if (c == L'"' || c == L'\'') {
-      inProgram_ = inProgram_ || !isBehind_;
-      return void(quote_ = c);
-    } else if (c == L' ' || c == L'\t') {
+    } else if (quote_ == 0 && (c == L'"' || c == L'\'')) {
+      return beginQuote(c);
+    } else if (quote_ == 0 && (c == L' ' || c == L'\t')) {
       if (inProgram_) isBehind_ = true;
       return void(inProgram_ = false);
-    } else if (kOperators.find(c) != kOperators.npos) {
+    } else if (quote_ == 0 && kOperators.find(c) != kOperators.npos) {
       found_.isPlain = false;
     }
     if (isBehind_) return;
+    if (wasQuoted_ && quote_ == 0) found_.isPlain = false;
     inProgram_ = true;
     found_.program += c;
+  }
+
+  // Quotes stand around the whole program or not at all: a path is translated as far as they reach.
+  void beginQuote(wchar_t c) {
+    if (inProgram_) found_.isPlain = false;
+    inProgram_ = inProgram_ || !isBehind_;
+    quote_ = c;
+  }
+  void endQuote() {
+    quote_ = 0;
+    wasQuoted_ = true;
+  }
+
+  // "NAME=...", behind which a shell takes the next word for the program; so with "+=" and "[0]=" of some.
+  static bool isAssignment(std::wstring_view word) {
+    const auto isOfName = [](wchar_t c) {
+      return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') || c == L'_';
+    };
+    if (word.empty() || !isOfName(word.front())) return false;
+    const auto end = std::find_if_not(word.begin(), word.end(), isOfName);
+    return end != word.end() && (*end == L'=' || *end == L'+' || *end == L'[') && word.find(L'=') != word.npos;
   }
 
   std::wstring_view command_;
   std::size_t at_ = 0;
   wchar_t quote_ = 0;
   bool inProgram_ = false, isBehind_ = false;
+  bool wasQuoted_ = false;  // a quote has ended
   PlainCommand found_;
 };
 
@@ -101,6 +124,16 @@ std::wstring hostOf(std::string_view address) {
   return text::lower(text::fromUtf8(address));
 }
 
+std::wstring hostAndPortOf(std::string_view address) {
+  const std::wstring host = hostOf(address);
+  if (host.empty()) return host;
+  const std::wstring_view name = withoutPort(host);
+  std::wstring port = host.substr(std::min(host.size(), name.size() + 1));
+  port.erase(0, std::min(port.find_first_not_of(L'0'), port.size()));
+  if (port.empty()) port = text::lower(std::string(address.substr(0, 5))) == "http:" ? L"80" : L"443";
+  return std::wstring(name) + L":" + port;
+}
+
 PlainCommand plainCommand(std::wstring_view command) { return CommandReader(command).run(); }
 
 Grants::Rule Grants::ruleOf(const Need& need) {
@@ -129,7 +162,12 @@ void Grants::keepFromWriting(std::wstring_view path) {
   kept_.push_back({(kept == "/" ? kept : kept + "/") + text::toUtf8(nameOf(path)), isStart});
 }
 
-void Grants::exceptReports(std::wstring_view folder) { reports_ = machineBehindLinks(folder); }
+void Grants::ownPackage(std::wstring_view folder) {
+  package_ = machineBehindLinks(folder);
+  reports_ = machineBehindLinks(joined(folder, L"reports"));
+}
+
+void Grants::startFrom(std::wstring_view folder) { programs_.push_back(machineBehindLinks(folder)); }
 
 // The list's own names of things differ in their case alone where the disk tells them apart by it; what is kept is kept
 // in every spelling.
@@ -143,12 +181,16 @@ bool Grants::isKept(std::string_view path) const {
 }
 
 Verdict Grants::byRules(Permission permission, const auto& matches) const {
-  const auto any = [&](const std::vector<Rule>& rules) {
+  return byRules(permission, matches, matches);
+}
+
+Verdict Grants::byRules(Permission permission, const auto& allows, const auto& denies) const {
+  const auto any = [permission](const std::vector<Rule>& rules, const auto& matches) {
     return std::any_of(rules.begin(), rules.end(),
                        [&](const Rule& rule) { return rule.need.permission == permission && matches(rule); });
   };
-  if (any(denied_)) return Verdict::denied;
-  return any(allowed_) ? Verdict::granted : Verdict::refused;
+  if (any(denied_, denies)) return Verdict::denied;
+  return any(allowed_, allows) ? Verdict::granted : Verdict::refused;
 }
 
 Verdict Grants::mayTouch(Permission permission, std::string_view path) const {
@@ -166,15 +208,27 @@ Verdict Grants::mayTouch(Permission permission, std::string_view path) const {
 Verdict Grants::mayRead(std::string_view path) const { return mayTouch(Permission::read, path); }
 Verdict Grants::mayWrite(std::string_view path) const { return mayTouch(Permission::write, path); }
 
+// What anybody put somewhere under a granted name isn't the program that was meant.
+bool Grants::isStartedByName(const std::string& file) const {
+  const bool isBrought = !package_.empty() && isBelow(file, package_);
+  const bool isTools =
+      std::any_of(programs_.begin(), programs_.end(), [&](const std::string& folder) { return isBelow(file, folder); });
+  return (isBrought || isTools) && !isOpen(mayWrite(file));
+}
+
 Verdict Grants::mayRun(std::wstring_view program) const {
-  if (!isPath(program))
-    return byRules(Permission::run, [&](const Rule& rule) { return rule.need.resource == program; });
-  const std::string file = machineBehindLinks(program);
-  const std::wstring name = nameOf(program);
-  const bool isListsOwn = isOpen(mayWrite(file));
-  return byRules(Permission::run, [&](const Rule& rule) {
-    return rule.path.empty() ? !isListsOwn && rule.need.resource == name : rule.path == file;
-  });
+  const std::string file = isPath(program) ? machineBehindLinks(program) : std::string();
+  const std::wstring name = nameOf(program), target = nameOf(text::fromUtf8(file));
+  const bool byName = file.empty() || isStartedByName(file);
+  const auto isThatFile = [&](const Rule& rule) { return !rule.path.empty() && rule.path == file; };
+  const auto allows = [&](const Rule& rule) {
+    return rule.path.empty() ? byName && rule.need.resource == name : isThatFile(rule);
+  };
+  const auto denies = [&](const Rule& rule) {
+    const std::wstring denied = nameOf(rule.need.resource);
+    return denied == name || (rule.path.empty() && denied == target) || isThatFile(rule);
+  };
+  return byRules(Permission::run, allows, denies);
 }
 
 Verdict Grants::mayAsk(std::wstring_view host) const {

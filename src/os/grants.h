@@ -31,11 +31,15 @@ std::wstring grantText(const Need& need);
 // The server that an address asks, in small letters: "plm.example.com", "[::1]", with the port where it has one; empty
 // where it names none.
 std::wstring hostOf(std::string_view address);
+// The same with the port that is asked, be it that of the scheme: "plm.example.com:443".
+std::wstring hostAndPortOf(std::string_view address);
 
 // A command line that is one program with its arguments, as a shell takes it.
 struct PlainCommand {
   std::wstring program;  // its first word, without quotes
-  bool isPlain = true;   // false: it has what a shell would carry out beside it, as ";", "|", ">" or "$"
+  // False: it has what a shell would carry out beside it, as ";", "|", ">" or "$", or reads in another way than this:
+  // an assignment in front, a backslash and a quote, quotes around a part of the program.
+  bool isPlain = true;
 };
 PlainCommand plainCommand(std::wstring_view command);
 
@@ -51,8 +55,11 @@ class Grants {
   // What lies in an open place and isn't the list's: a file, a folder with all below it, or, with a name that ends in
   // "*", all whose names begin so. No grant opens it.
   void keepFromWriting(std::wstring_view path);
-  // A folder inside what is kept that may be written all the same; the one that was set before is kept again.
-  void exceptReports(std::wstring_view folder);
+  // The folder of the package whose list runs, in place of the one before: inside what is kept its folder `reports` may
+  // be written all the same, and its other files are programs that a grant of their name holds for.
+  void ownPackage(std::wstring_view folder);
+  // A folder of the tool whose files are such programs, too.
+  void startFrom(std::wstring_view folder);
 
   enum class Verdict : std::uint8_t {
     own,      // one of the program's own places
@@ -65,10 +72,11 @@ class Grants {
   // path: in the machine's form, its links followed.
   [[nodiscard]] Verdict mayRead(std::string_view path) const;
   [[nodiscard]] Verdict mayWrite(std::string_view path) const;
-  // program: as a command line has it, a name or a path in the system's form. A grant of a name holds for that name,
-  // and for a file so called that the list can't have written.
+  // program: as a command line has it, a name or a path in the system's form. A grant of a name holds for that name
+  // alone, and for a file so called that the package brought or that is the tool's, as long as the list can't write it;
+  // a denial for every file so called.
   [[nodiscard]] Verdict mayRun(std::wstring_view program) const;
-  // host: as hostOf gives it. A grant without a port holds for all of them.
+  // host: as hostOf or hostAndPortOf gives it. A grant without a port holds for all of them.
   [[nodiscard]] Verdict mayAsk(std::wstring_view host) const;
   [[nodiscard]] Verdict maySet(std::wstring_view variable) const;
   [[nodiscard]] Verdict mayPaste() const;
@@ -87,13 +95,16 @@ class Grants {
   };
   static Rule ruleOf(const Need& need);
   [[nodiscard]] Verdict byRules(Permission permission, const auto& matches) const;
+  [[nodiscard]] Verdict byRules(Permission permission, const auto& allows, const auto& denies) const;
+  [[nodiscard]] bool isStartedByName(const std::string& file) const;
   [[nodiscard]] bool isKept(std::string_view path) const;
   [[nodiscard]] Verdict mayTouch(Permission permission, std::string_view path) const;
 
   std::vector<Rule> allowed_, denied_;
   std::vector<std::string> readable_, writable_;
   std::vector<Kept> kept_;
-  std::string reports_;
+  std::vector<std::string> programs_;
+  std::string package_, reports_;
 };
 
 }  // namespace os

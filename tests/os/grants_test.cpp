@@ -46,6 +46,29 @@ TEST(Grants, AnAddressNamesTheServerThatIsAsked) {
   }
   EXPECT_TRUE(Grants::isOpen(grants.mayAsk(L"good.com:81")));
   EXPECT_FALSE(Grants::isOpen(grants.mayAsk(L"plm.example.com")));
+  grants.deny({Permission::net, L"good.com:443"});  // said or not
+  for (const char* address :
+       {"https://good.com/", "https://GOOD.com:443/", "https://good.com:0443", "http://good.com:443"})
+    EXPECT_EQ(Grants::Verdict::denied, grants.mayAsk(hostAndPortOf(address))) << address;
+  for (const char* address : {"http://good.com/", "https://good.com:8443/"})
+    EXPECT_EQ(Grants::Verdict::granted, grants.mayAsk(hostAndPortOf(address))) << address;
+}
+
+// A name is that program, and not what lies somewhere under it; a denial of it holds everywhere.
+TEST(Grants, ANameIsOneProgramAndADenialAllSoCalled) {
+  Grants grants;
+  for (const wchar_t* name : {L"sh", L"mail.cmd", L"/opt/tool/mail.cmd"}) grants.allow({Permission::run, name});
+  grants.ownPackage(L"z:\\srv\\unpacked");
+  grants.openTo(Permission::write, L"z:\\srv\\unpacked\\reports");
+  for (const wchar_t* program :
+       {L"mail.cmd", L"z:\\opt\\tool\\mail.cmd", L"z:\\srv\\unpacked\\models\\mail.cmd", L"sh"})
+    EXPECT_TRUE(Grants::isOpen(grants.mayRun(program))) << text::toUtf8(program);
+  for (const wchar_t* program : {L"z:\\home\\mail.cmd", L"z:\\srv\\unpacked\\reports\\mail.cmd", L"mail"})
+    EXPECT_EQ(Grants::Verdict::refused, grants.mayRun(program)) << text::toUtf8(program);
+  grants.deny({Permission::run, L"mail.cmd"});
+  grants.deny({Permission::run, L"/bin/sh"});
+  for (const wchar_t* program : {L"mail.cmd", L"z:\\opt\\tool\\mail.cmd", L"sh", L"z:\\bin\\sh"})
+    EXPECT_EQ(Grants::Verdict::denied, grants.mayRun(program)) << text::toUtf8(program);
 }
 
 TEST(Grants, ACommandLineIsOneProgramOrNotPlain) {
@@ -56,14 +79,21 @@ TEST(Grants, ACommandLineIsOneProgramOrNotPlain) {
   } rows[] = {
       {L"mail.cmd -q \"a; b\" 'c | $d'", L"mail.cmd", true},
       {L"  \"c:\\tools\\my mail.cmd\" x", L"c:\\tools\\my mail.cmd", true},
-      {L"ma\"il\".cmd", L"mail.cmd", true},
+      {L"'c:\\my mail.cmd'", L"c:\\my mail.cmd", true},
+      {L"ma\"il\".cmd", L"mail.cmd", false},
+      {L"z\":\"\\srv\\tool", L"z:\\srv\\tool", false},
+      {L"\"z\":\\srv\\tool", L"z:\\srv\\tool", false},
+      {L"mail d:\\a\\\" '\" ; x ; \"' d:\\a\\\"", L"mail", false},
       {L"mail \\\"a;b\\\"", L"mail", false},  // quotes that are arguments
       {L"mail \"$(x)\"", L"mail", false},
       {L"mail \"`x`\"", L"mail", false},
       {L"mail 'a' ; x", L"mail", false},
       {L"mail a\nx", L"mail", false},
       {L"mail 'a", L"mail", false},
-      {L"LD_PRELOAD=x mail", L"LD_PRELOAD=x", true},
+      {L"LD_PRELOAD=x mail", L"LD_PRELOAD=x", false},
+      {L"A=\\..\\mail.cmd sh", L"A=\\..\\mail.cmd", false},
+      {L"A+=x mail", L"A+=x", false},
+      {L"c:\\a=b\\mail.cmd x=y", L"c:\\a=b\\mail.cmd", true},
       {L"", L"", true},
   };
   for (const auto& [line, program, isPlain] : rows) {

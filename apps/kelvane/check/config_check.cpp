@@ -30,8 +30,11 @@ std::string faultWithoutSign(std::wstring_view line) {
   return isKey && !isRemark ? "the key " + inQuotes(word) + " has no '=' behind it" : std::string();
 }
 
-// The one key whose value is no number of its own: the dialog knows four levels.
+// Keys that know a few values alone: the dialog has four levels.
 std::string faultOfValue(std::wstring_view key, std::wstring_view value) {
+  const std::wstring_view given = text::trimmed(value);
+  if (text::equalNoCase(key, L"kvd_confine") && !given.empty() && given != L"0" && given != L"1")
+    return inQuotes(key) + ": '" + text::toUtf8(given) + "' is neither 0 nor 1 and counts as 1";
   const bool isLevel = text::equalNoCase(key, L"kvd_log_level") || text::equalNoCase(key, L"loglevel");
   const int level = isLevel ? text::parseInt(value) : core::kNormal;
   if (level == core::kNormal || level == core::kWarning || level == core::kError || level == core::kDebug) return {};

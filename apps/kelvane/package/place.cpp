@@ -103,11 +103,11 @@ void showOnly(const std::string& work, const std::set<std::string>& names) {
   boundAside(work);
 }
 
-void placeOne(const fs::path& source, const PackageSource& package, const std::string& work) {
+void placeOne(const fs::path& source, const PackageSource& package, const std::string& work, bool byContent) {
   const std::string name = packageFileName(source.string());
   const fs::path target = shownIn(work) / name, note = noteOf(work, name);
   const std::string state = name + " " + stateOf(source, package);
-  if (fs::exists(target) && bytesOf(note) == state) return write(note, state);  // used now
+  if (!byContent && fs::exists(target) && bytesOf(note) == state) return write(note, state);  // used now
 
   fs::remove(note);  // a run that breaks off here leaves nothing that looks finished
   const bool isFolder = fs::is_directory(source);
@@ -123,9 +123,9 @@ void placeOne(const fs::path& source, const PackageSource& package, const std::s
 
 }  // namespace
 
-void placePackage(const std::string& path, const PackageSource& package, const std::string& work) {
+void placePackage(const std::string& path, const PackageSource& package, const std::string& work, bool byContent) {
   showOnly(work, {packageFileName(path)});
-  placeOne(path, package, work);
+  placeOne(path, package, work, byContent);
 }
 
 std::vector<std::string> placePackages(const std::string& folder, const std::string& work) {
@@ -139,7 +139,7 @@ std::vector<std::string> placePackages(const std::string& folder, const std::str
   std::vector<std::string> faults;
   for (const fs::path& source : sources) {
     try {
-      placeOne(source, *openPackage(source.string()), work);
+      placeOne(source, *openPackage(source.string()), work, false);
     } catch (const std::exception& fault) {
       faults.push_back(source.filename().string() + ": " + fault.what());
     }

@@ -13,28 +13,37 @@ namespace {
 // Files of the models' folder that are the program's.
 constexpr const wchar_t* kOwnFiles[] = {L".kelvane.lock", L"kelvane.journal"};
 
-// Folders that whoever started the run names for it: a list could name no others.
-void openNamedPlaces(os::Grants& grants, const RunOptions& options, const RunPlace& place) {
-  for (const auto& [name, value] : place.creoOptions)
-    if (!value.empty()) grants.openTo(os::Permission::read, os::wholeFrom(place.models, value));
-  if (!options.config.empty()) grants.openTo(os::Permission::read, systemPath(options.config));
-  if (!options.collect.empty()) grants.openTo(os::Permission::write, systemPath(options.collect));
+os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
+  os::Grants grants = grantsBeforehand(options, place, place.models);
+  core::openToolPlaces(grants, L"t:\\");
+  grants.openTo(os::Permission::read, L"p:\\");
+  for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
+  return grants;
 }
 
-os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
+}  // namespace
+
+// Folders that whoever started the run names for it are open: a list could name no others.
+os::Grants grantsBeforehand(const RunOptions& options, const RunPlace& place, std::wstring_view models) {
   os::Grants grants;
-  core::openToolPlaces(grants, L"t:\\");
-  for (const wchar_t* folder : {L"p:\\", L"i:\\", L"z:\\usr\\share\\fonts\\"})
-    grants.openTo(os::Permission::read, folder);
-  grants.openTo(os::Permission::write, place.models);
-  for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
-  openNamedPlaces(grants, options, place);
+  grants.openTo(os::Permission::write, models);
+  grants.openTo(os::Permission::read, systemPath(installationFolder()));
+  grants.openTo(os::Permission::read, L"z:\\usr\\share\\fonts\\");
+  for (const auto& [name, value] : place.creoOptions)
+    if (!value.empty()) grants.openTo(os::Permission::read, os::wholeFrom(models, value));
+  if (!options.config.empty()) grants.openTo(os::Permission::read, systemPath(options.config));
+  if (!options.collect.empty()) grants.openTo(os::Permission::write, systemPath(options.collect));
   for (const os::Need& need : place.granted) grants.allow(need);
   for (const os::Need& need : place.denied) grants.deny(need);
   return grants;
 }
 
-}  // namespace
+nlohmann::ordered_json grantMembers(const os::Asked& asked) {
+  return {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},
+          {"resource", text::toUtf8(asked.need.resource)},
+          {"allowed", asked.isGranted},
+          {"what", text::toUtf8(asked.what)}};
+}
 
 RunConfinement::RunConfinement(const RunOptions& options, const RunPlace& place) {
   if (place.isConfined) confine_.emplace(grantsOf(options, place), &core::tellRefused);
@@ -44,11 +53,7 @@ std::vector<os::Asked> RunConfinement::asked() const { return confine_ ? confine
 
 void RunConfinement::tell(Events& events) const {
   if (!events.on()) return;
-  for (const os::Asked& asked : this->asked())
-    events.tell("grant", {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},
-                          {"resource", text::toUtf8(asked.need.resource)},
-                          {"allowed", asked.isGranted},
-                          {"what", text::toUtf8(asked.what)}});
+  for (const os::Asked& asked : this->asked()) events.tell("grant", grantMembers(asked));
 }
 
 void tellLackingGrants(const RunPlace& place, Console& console) {

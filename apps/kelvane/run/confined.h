@@ -1,6 +1,7 @@
 // The confinement of a run: what the program opens to each list, and what was granted to this package.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 
 #include "kelvane/base/console.h"
@@ -14,11 +15,13 @@ namespace kelvane {
 // While it lives, where the options or the configuration say so, lists are held to the models' folder, the temp folder,
 // their package and what is granted. Made when all is in its place and before the session; a refusal is a line of the
 // log.
+// `permission`, `resource`, `allowed` and `what`, as events and the journal tell them.
+nlohmann::ordered_json grantMembers(const os::Asked& asked);
+
 class RunConfinement {
  public:
   RunConfinement(const RunOptions& options, const RunPlace& place);
-  // What was used of the grants and what was refused, each once, as events "grant" with `permission`, `resource`,
-  // `allowed` and `what`.
+  // What was used of the grants and what was refused, each once, as events "grant".
   void tell(Events& events) const;
   // Each once, in the order of their first asking; none where nothing is confined.
   [[nodiscard]] std::vector<os::Asked> asked() const;
@@ -26,6 +29,10 @@ class RunConfinement {
  private:
   std::optional<os::Confine> confine_;
 };
+
+// What can be told of a confined run's grants before its letters stand. models: the folder of models, in the system's
+// form; it needn't be there yet.
+os::Grants grantsBeforehand(const RunOptions& options, const RunPlace& place, std::wstring_view models);
 
 // A line at the start, where the package needs what isn't granted: that a run without confinement holds it to nothing,
 // or what a confined one will refuse.

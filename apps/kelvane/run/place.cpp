@@ -1,8 +1,12 @@
 #include "kelvane/run/place.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
+#include <utility>
 
+#include "core/config.h"
+#include "core/confinement.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
 #include "kelvane/base/fault.h"
@@ -13,6 +17,7 @@
 #include "kelvane/package/place.h"
 #include "kelvane/package/source.h"
 #include "kelvane/run/config.h"
+#include "kelvane/run/confined.h"
 #include "kelvane/run/vault_place.h"
 #include "kelvane/run/work_cache.h"
 #include "kelvane/show/model_folder.h"
@@ -35,6 +40,7 @@ namespace fs = std::filesystem;
 constexpr const char* kLockName = ".kelvane.lock";
 constexpr const char* kLogName = "kelvane.log";
 constexpr const char* kJournalName = "kelvane.journal";
+constexpr std::wstring_view kConfinementKeys[] = {L"kvd_confine", L"kvd_allow_", L"kvd_deny_"};
 
 std::unique_ptr<os::FileLock> locked(const std::wstring& file, const std::string& folder) {
   auto lock = os::lockFile(file);
@@ -135,6 +141,13 @@ void placeScript(const RunOptions& options, const std::string& work) {
   }
 }
 
+// What is kept was kept for one content, and a package can be replaced while the run begins.
+void requireTrusted(const RunPlace& place, const std::string& work) {
+  if (!place.isConfined || place.trustedSum.empty()) return;
+  if (sha256Of(work + "/packages/" + place.package) != place.trustedSum)
+    throw Fault(place.package + " was replaced while the run began; grants are kept for another content");
+}
+
 // Locks the folder of models, tidies the cache, mounts the letters, places the package if there is one, writes the
 // configuration.
 void putInPlace(RunPlace& place, const RunOptions& options, const std::string& models, const std::string& config,
@@ -150,7 +163,10 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   os::mounts().set(L't', work + "/temp");
   os::mounts().set(L'i', installationFolder());
   for (const wchar_t* folder : {L"t:\\", L"t:\\conf\\"}) os::removeLeftTemporaries(folder);
-  if (package) placePackage(options.package, *package, work);
+  if (package) {
+    placePackage(options.package, *package, work, place.isConfined);
+    requireTrusted(place, work);
+  }
   if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
     throw Fault("the temp folder " + work + " can't be written: " + error.message());
   }
@@ -158,44 +174,60 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   os::setEnvironment(L"KVD_CONF_DIR", L"t:\\");
 }
 
-// The last line of a key counts.
-bool isConfinedBy(const std::string& config) {
-  constexpr std::wstring_view kKey = L"kvd_confine=";
-  bool isOn = false;
-  for (const std::wstring& line : text::lines(text::fromUtf8(config)))
-    if (text::startsWithNoCase(line, kKey)) isOn = text::trimmed(std::wstring_view(line).substr(kKey.size())) == L"1";
-  return isOn;
+// What the configuration will say of it, by the plug-in's own keys; variables in values stay as they are.
+core::ConfinementSettings confinementBy(const std::string& config) {
+  core::ConfinementSettings before = std::exchange(core::confinementSettings(), {});
+  for (const std::wstring& line : text::lines(text::fromUtf8(config))) {
+    const std::size_t sign = std::min(line.find(L'='), line.size());
+    const std::wstring name = line.substr(0, sign), value = line.substr(std::min(sign + 1, line.size()));
+    const bool isOfIt = std::any_of(std::begin(kConfinementKeys), std::end(kConfinementKeys),
+                                    [&](std::wstring_view start) { return text::startsWithNoCase(name, start); });
+    for (const core::ConfigKey& key : core::configKeys())
+      if (isOfIt && text::equalNoCase(key.name, name)) key.apply(core::pluginState(), value);
+  }
+  return std::exchange(core::confinementSettings(), std::move(before));
 }
 
-// What is kept for the package joins what the options say, and what neither grants is told. package: null for none.
-void takeKept(RunPlace& place, const RunOptions& options, const PackageSource& package) {
+// What is kept for the package joins what the options say.
+void takeKept(RunPlace& place, const RunOptions& options) {
   std::optional<KeptGrants> kept;
   try {
-    kept = TrustStore().find(identityOf(options.package));
+    const PackageIdentity identity = identityOf(options.package);
+    kept = TrustStore().find(identity);
+    if (kept) place.trustedSum = identity.sha256;
   } catch (const Fault& fault) {
     if (place.isConfined) throw;
     place.trustFault = fault.what();
   }
   if (kept) place.granted.insert(place.granted.end(), kept->allowed.begin(), kept->allowed.end());
   if (kept) place.denied.insert(place.denied.end(), kept->denied.begin(), kept->denied.end());
-  os::Grants grants;
-  grants.openTo(os::Permission::write, systemPath(options.into.empty() ? options.folder : options.into));
-  for (const os::Need& need : place.granted) grants.allow(need);
-  for (const os::Need& need : place.denied) grants.deny(need);
+}
+
+// What none of them grants is told.
+void takeLacking(RunPlace& place, const RunOptions& options, const PackageSource& package,
+                 const core::ConfinementSettings& configured) {
+  const std::wstring models = systemPath(options.into.empty() ? options.folder : options.into);
+  os::Grants grants = grantsBeforehand(options, place, models);
+  for (const os::Need& need : configured.allowed) grants.allow(need);
+  for (const os::Need& need : configured.denied) grants.deny(need);
   for (os::Need& need : grantsFor(needsOf(package)))
     if (!grants.covers(need)) place.lacking.push_back(std::move(need));
 }
 
 void takeGrants(RunPlace& place, const RunOptions& options, const std::string& config, const PackageSource* package) {
   const GrantOptions& given = options.grants;
-  place.isConfined = given.confine || given.requireTrust || isConfinedBy(config);
+  const core::ConfinementSettings configured = confinementBy(config);
+  place.isConfined = given.confine || given.requireTrust || configured.isOn;
   place.granted = needsOf(given.allow);
   place.denied = needsOf(given.deny);
   if (!place.isConfined && !(given.allow.empty() && given.deny.empty()))
     throw Fault("--allow-... and --deny-... go with --confine");
   if (given.requireTrust && !package)
     throw Fault("--require-trust needs a package: which one may do what is kept by it");
-  if (package) takeKept(place, options, *package);
+  if (package) {
+    takeKept(place, options);
+    takeLacking(place, options, *package, configured);
+  }
   if (given.requireTrust && !place.lacking.empty())
     throw Fault(packageFileName(options.package) + " isn't trusted with " + optionsOf(place.lacking) +
                 "; 'kelvane trust' keeps grants");

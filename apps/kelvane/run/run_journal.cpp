@@ -4,6 +4,7 @@
 
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/hash.h"
+#include "kelvane/run/confined.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -110,6 +111,12 @@ void RunJournalKeeper::left(const std::string& model, const std::string& reason)
 }
 
 void RunJournalKeeper::sent(const std::string& what) { add({{"record", "sent"}, {"what", what}}); }
+
+void RunJournalKeeper::grant(const os::Asked& asked) {
+  Record record = {{"record", "grant"}};
+  record.update(grantMembers(asked));
+  add(record);
+}
 
 int RunJournalKeeper::end(const Recap& recap, int code) {
   hasEnded_ = true;

@@ -14,6 +14,7 @@
 #include "kelvane/run/options.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/recap.h"
+#include "os/confine.h"
 
 namespace kelvane {
 
@@ -38,6 +39,8 @@ class RunJournalKeeper {
   // It isn't worked.
   void left(const std::string& model, const std::string& reason);
   void sent(const std::string& what);
+  // What was used of the grants, and what was refused.
+  void grant(const os::Asked& asked);
   // The exit code: that of the run, or that of errors where the journal lacks anything.
   [[nodiscard]] int end(const Recap& recap, int code);
 

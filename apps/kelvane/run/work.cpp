@@ -90,7 +90,11 @@ class RunWork {
     if (!options.events.empty()) events_.open(options.events);
   }
 
-  int run() { return journal_.end(recap_, work()); }
+  int run() {
+    const int code = work();
+    for (const os::Asked& asked : confinement_.asked()) journal_.grant(asked);
+    return journal_.end(recap_, code);
+  }
 
  private:
   using Tell = std::function<void(const std::string&)>;

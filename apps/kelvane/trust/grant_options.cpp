@@ -81,7 +81,8 @@ std::vector<OptionRow> confinementRows(GrantOptions& o) {
 }
 
 OptionRow trustRow(GrantOptions& o) {
-  return {"--require-trust", "", "confines, and refuses a package that needs more than 'kelvane trust' keeps for it",
+  return {"--require-trust", "",
+          "confines, and refuses a package that needs more than 'kelvane trust', options and configuration grant",
           &o.requireTrust};
 }
 

@@ -62,7 +62,7 @@ bool isWhole(std::wstring_view path) {
 }
 
 // The folder that a grant names for a path, in the machine's form. Nothing: it is one of a run's own places; an empty
-// one: only the run tells.
+// one: only the run tells, or it is the root, which nobody grants for the sake of one file.
 std::optional<std::wstring> placeToGrant(std::wstring path, bool isFolder, bool isWrite) {
   if (path.starts_with(L'"')) path.erase(0, 1);
   path = os::withBackslashes(withEnvironment(path));
@@ -80,7 +80,8 @@ std::optional<std::wstring> placeToGrant(std::wstring path, bool isFolder, bool 
   if (!device.empty() && own.find(device) != own.npos) return std::nullopt;
   const bool isItself = isFolder && variable == path.npos;
   const std::wstring folder = isItself ? path : os::folderOf(path);
-  return text::fromUtf8(os::mounts().machine(L"z:" + os::splitDevice(folder).path));
+  std::wstring place = text::fromUtf8(os::mounts().machine(L"z:" + os::splitDevice(folder).path));
+  return place == L"/" ? std::wstring() : std::move(place);
 }
 
 // The forms "%b64:FILE%" and "%b64uc:FILE%" of a text, their files.

@@ -47,25 +47,6 @@ std::string siteFile() {
   return {};
 }
 
-std::string sha256Of(const std::string& file) {
-  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> digest(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-  bool good = digest && EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) == 1;
-  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) {
-    good = good && EVP_DigestUpdate(digest.get(), piece.data(), piece.size()) == 1;
-  });
-  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
-  unsigned size = 0;
-  if (error) throw Fault(file + " can't be read: " + error.message());
-  if (!good || EVP_DigestFinal_ex(digest.get(), bytes.data(), &size) != 1)
-    throw Fault("the checksum of " + file + " can't be worked out");
-  std::string hex;
-  for (unsigned i = 0; i < size; ++i) {
-    hex += "0123456789abcdef"[bytes.at(i) >> 4U];
-    hex += "0123456789abcdef"[bytes.at(i) & 15U];
-  }
-  return hex;
-}
-
 bool isSame(const PackageIdentity& a, const PackageIdentity& b) {
   return a.sha256.empty() ? !a.folder.empty() && a.folder == b.folder : a.sha256 == b.sha256;
 }
@@ -112,6 +93,25 @@ KeptGrants grantsIn(const Json& entry) {
 
 }  // namespace
 
+std::string sha256Of(const std::string& file) {
+  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> digest(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
+  bool good = digest && EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) == 1;
+  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) {
+    good = good && EVP_DigestUpdate(digest.get(), piece.data(), piece.size()) == 1;
+  });
+  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
+  unsigned size = 0;
+  if (error) throw Fault(file + " can't be read: " + error.message());
+  if (!good || EVP_DigestFinal_ex(digest.get(), bytes.data(), &size) != 1)
+    throw Fault("the checksum of " + file + " can't be worked out");
+  std::string hex;
+  for (unsigned i = 0; i < size; ++i) {
+    hex += "0123456789abcdef"[bytes.at(i) >> 4U];
+    hex += "0123456789abcdef"[bytes.at(i) & 15U];
+  }
+  return hex;
+}
+
 PackageIdentity identityOf(const std::string& package) {
   PackageIdentity identity;
   identity.name = packageFileName(package);
@@ -156,10 +156,16 @@ std::optional<KeptGrants> TrustStore::find(const PackageIdentity& package) const
   return found;
 }
 
+std::optional<KeptGrants> TrustStore::own(const PackageIdentity& package) const {
+  const auto found = std::find_if(entries_.rbegin(), entries_.rend(),
+                                  [&](const KeptGrants& entry) { return !entry.isSite && isSame(entry.of, package); });
+  return found == entries_.rend() ? std::nullopt : std::optional<KeptGrants>(*found);
+}
+
 std::optional<KeptGrants> TrustStore::earlier(const PackageIdentity& package) const {
   if (package.sha256.empty()) return std::nullopt;
   const auto found = std::find_if(entries_.rbegin(), entries_.rend(), [&](const KeptGrants& entry) {
-    return !entry.of.sha256.empty() && entry.of.name == package.name && !isSame(entry.of, package);
+    return !entry.isSite && !entry.of.sha256.empty() && entry.of.name == package.name && !isSame(entry.of, package);
   });
   return found == entries_.rend() ? std::nullopt : std::optional<KeptGrants>(*found);
 }

@@ -16,6 +16,8 @@ struct PackageIdentity {
   std::string folder;  // whole, without links; empty for a file
 };
 PackageIdentity identityOf(const std::string& package);
+// In hexadecimal. A Fault for a file that can't be read.
+std::string sha256Of(const std::string& file);
 
 struct KeptGrants {
   PackageIdentity of;
@@ -32,7 +34,9 @@ class TrustStore {
 
   // What is kept for exactly this package, of both files; nothing where neither knows it.
   [[nodiscard]] std::optional<KeptGrants> find(const PackageIdentity& package) const;
-  // What was kept for an earlier content of a package of that name, the latest one's; nothing without one.
+  // The same of one's own file alone.
+  [[nodiscard]] std::optional<KeptGrants> own(const PackageIdentity& package) const;
+  // What one kept oneself for an earlier content of a package of that name, the latest one's; nothing without one.
   [[nodiscard]] std::optional<KeptGrants> earlier(const PackageIdentity& package) const;
   [[nodiscard]] const std::vector<KeptGrants>& all() const { return entries_; }
 

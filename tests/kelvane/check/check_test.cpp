@@ -530,6 +530,7 @@ TEST_F(Check, TrustTellsWhatAListNeeds) {
        "--allow-write=/srv/site/out"},
       {action + "openCSVReport' name='a' file='a.csv'/>", ""},
       {action + "openCSVReport' name='a' file='d:\\a.csv'/>", ""},
+      {action + "openCSVReport' name='a' file='c:\\%NAME%.csv'/>", ""},  // never the root
       {action + "setEnvironmentVariable' name='LD_PRELOAD' value='x'/>", "--allow-env=LD_PRELOAD"},
       {action + "addNote' text0='@clipboard@'/>", "--allow-clipboard"},
       {action + "writeToCreoLog' message='%b64:/etc/passwd%'/>", "--allow-read=/etc"},

@@ -207,7 +207,15 @@ TEST_F(RunConfine, TheConfigurationConfinesToo) {
   list("try.xml", report(system("outside/x.csv")));
   EXPECT_THAT(run("try", {"--set", "kvd_confine=1"}).err, HasSubstr("--allow-write=" + outside()));
   const std::string grant = "kvd_allow_write=" + system("outside");
-  EXPECT_EQ(0, run("try", {"--again", "--set", "kvd_confine=1", "--set", grant}).code);
+  for (const char* on : {"kvd_confine=1", "kvd_confine=1 ", "kvd_confine=yes"}) {
+    const Ended granted = run("try", {"--again", "--set", on, "--set", grant});
+    EXPECT_EQ(0, granted.code);
+    EXPECT_THAT(granted.err, Not(HasSubstr("which isn't granted and will be refused")));
+    EXPECT_EQ(1, run("try", {"--again", "--set", on}).code) << on;
+  }
+  // What the run will be granted counts beforehand, from wherever it comes.
+  EXPECT_EQ(0, run("try", {"--again", "--require-trust", "--set", grant}).code);
+  EXPECT_EQ(0, run("try", {"-n", "--again", "--require-trust", "--collect", outside()}).code);
   EXPECT_EQ(2, run("try", {"--allow-write=/"}).code);
 }
 
@@ -218,6 +226,8 @@ TEST_F(RunConfine, EventsTellWhatWasUsedAndWhatWasRefused) {
   EXPECT_THAT(events,
               HasSubstr(R"({"event":"grant","permission":"write","resource":")" + outside() + R"(","allowed":false,)"));
   EXPECT_THAT(events, HasSubstr(R"({"event":"grant","permission":"run","resource":"true","allowed":true,)"));
+  EXPECT_THAT(readBytes(path("models/kelvane.journal/0001/run.jsonl")),
+              HasSubstr(R"({"record":"grant","permission":"run","resource":"true","allowed":true,)"));
 }
 
 // ---- what is kept
@@ -259,13 +269,23 @@ TEST_F(RunTrust, GrantsAreKeptForThatContentAndAskedForWhatIsNew) {
     std::ostringstream out, err;
     const int code = kelvane::program({"trust", package()}, out, err, {.out = false, .err = true}, answer);
     EXPECT_EQ(answer == &no ? 1 : 0, code) << err.str();
-    EXPECT_THAT(err.str(), HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"));
+    EXPECT_THAT(err.str(), AllOf(HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"),
+                                 HasSubstr("than the one that " + grant() + " was kept for; it is carried over")));
   }
   EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
   ::unsetenv("KVD_TEST_NEW");
   EXPECT_EQ(0, kelvane({"trust", package(), "--forget"}).code);
   EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
   EXPECT_EQ(2, packed({"--require-trust"}).code);
+
+  // What is carried over takes a consent though nothing is new, and a need.
+  for (const std::string& content : {report(system("outside/x.csv")) + kSave, kAddNorm}) {
+    list("try.xml", content);
+    fs::remove(package());
+    kelvane({"pack", path("standards"), package()});
+    EXPECT_EQ(content == kAddNorm ? 0 : 1, kelvane({"trust", package()}).code);
+    EXPECT_EQ("[]\n", kelvane({"trust", package(), "--json"}).out);
+  }
 }
 
 TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {

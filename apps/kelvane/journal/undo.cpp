@@ -53,14 +53,14 @@ UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), jour
 // A version that came behind those of the run stands on them: taking these away would leave it without what it came
 // from, and older content below it.
 void UndoPlan::findNewer() {
-  std::map<std::string, int> highest;  // of the versions that the run left
+  std::map<std::string, int> highest;  // of the versions that the run wrote, moved or removed
   std::set<std::string> folders;
   for (const auto& [path, effect] : effects_.files) {
     const auto version = writtenVersion(path);
     if (!version || groups_[effect.group].isNothing()) continue;
     folders.insert(path.substr(0, path.rfind('/') + 1));
     int& number = highest[version->stem];
-    if (effect.after) number = std::max(number, version->number);
+    number = std::max(number, version->number);
   }
   for (const std::string& folder : folders) {
     for (const os::Entry& entry : os::files().list(JournalPaths::system(folder)).value) {

@@ -92,7 +92,7 @@ class JournalFixture : public RunFixture {
     // For the models that have a parameter.
     const auto having = [](const std::string& task, const std::string& parameter) {
       return text::replaceAll(text::replaceAll(task, "forEF='false'", "forEF='true'"), "/>", ">") +
-             "<filter><i type='parameter' filtertype='false' param='" + parameter + "' value='*'/></filter></task>";
+             "<filter><i type='parameter' filtertype='true' param='" + parameter + "' value='*'/></filter></task>";
     };
     const std::string rename = having("<task type='renameModel'" + of + " name='%NEW%'/>", "NEW");
     const std::string step = having(

@@ -56,10 +56,10 @@ std::wstring withNamesWhole(std::wstring path) {
 }
 
 // Behind "\\?\" a path goes on as any other one; behind "\\.\" a device is meant, and nothing is taken for a file.
-std::optional<std::wstring> filePath(std::wstring path) {
+std::optional<std::wstring> filePath(std::wstring_view path) {
   const std::wstring begin = text::replaceAll(path.substr(0, 4), L"/", L"\\");
   if (begin == L"\\\\.\\") return std::nullopt;
-  return begin == L"\\\\?\\" ? path.substr(begin.size()) : path;
+  return std::wstring(begin == L"\\\\?\\" ? path.substr(begin.size()) : path);
 }
 
 bool isPath(Kind kind) {

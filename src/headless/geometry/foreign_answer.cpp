@@ -3,6 +3,7 @@
 #include <new>
 
 #include "headless/geometry/foreign_body.h"
+#include "headless/geometry/foreign_shape.h"
 #include "headless/geometry/foreign_tree.h"
 #include "headless/geometry/foreign_wire.h"
 #include "headless/geometry/library_failure.h"

@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "headless/geometry/built_body.h"
+#include "headless/geometry/foreign_shape.h"
 #include "headless/geometry/library_failure.h"
 #include "text/encoding.h"
 

@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "headless/geometry/exchange.h"
-#include "headless/geometry/foreign_shape.h"
 #include "headless/geometry/sight.h"
 
 namespace headless::geometry {
+
+struct ForeignBody;
 
 enum class ForeignJob { file, body, view };
 // Of any request.

@@ -27,7 +27,7 @@ enum class DeedKind { write, append, remove, rename, folder };
 struct Deed {
   DeedKind kind = DeedKind::write;
   int number = 0;              // within its journal, from 1
-  std::string path, to;        // as the journal writes paths (book.h); to: of a rename
+  std::string path, to;        // as the journal writes paths (paths.h); to: of a rename
   std::optional<Content> had;  // what stood at the path, of a rename at its target; nothing: no file
   std::optional<Content> now;  // what comes there; nothing: no file, or (append) not known
   int turn = 0;                // how many boundaries lie before it

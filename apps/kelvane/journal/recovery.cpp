@@ -39,6 +39,7 @@ class Recovery {
     told.run = journal_.run;
     told.package = memberText(journal_.begin, "package");
     told.list = memberText(journal_.begin, "list");
+    told.listSum = memberText(journal_.begin, "listSum");
     removeTemporaries();
     noteCheckIn();
     const std::vector<std::string> back = takeBackTail();

@@ -10,7 +10,7 @@ namespace kelvane {
 
 struct Recovered {
   std::string run;
-  std::string package, list;
+  std::string package, list, listSum;
   bool wasInFoot = false;          // all of its models had had their turn
   std::vector<std::string> lines;  // what was found and done
 };

@@ -56,8 +56,9 @@ void copyModels(const std::string& from, const std::string& to) {
   if (fs::exists(to, error) && !fs::is_empty(to, error)) throw Fault("--into: " + to + " is there already");
   const std::wstring folder = mountModels(from);
   if (const auto open = openEnds(folder); !open.empty())
-    throw Fault("--into: run " + open.front() + " of " + from +
-                " has no end: it is at work, or broke off; 'kelvane run' or 'kelvane undo' takes back what it had begun");
+    throw Fault(
+        "--into: run " + open.front() + " of " + from +
+        " has no end: it is at work, or broke off; 'kelvane run' or 'kelvane undo' takes back what it had begun");
   const fs::path part = fs::path(to).lexically_normal().string() + ".part";
   fs::remove_all(part, error);
   fs::create_directories(part);

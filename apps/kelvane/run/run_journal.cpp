@@ -80,7 +80,9 @@ void RunJournalKeeper::recover(const RunOptions& options, const RunPlace& place)
   const std::vector<Recovered> found = recoverOpenEnds(place.models);
   tellRecovered(found, console_);
   for (const Recovered& recovered : found) {
-    if (!recovered.wasInFoot || recovered.list != place.list || recovered.package != place.package) continue;
+    const bool isThis =
+        recovered.list == place.list && recovered.listSum == place.listSum && recovered.package == place.package;
+    if (!recovered.wasInFoot || !isThis || !place.hasEnds) continue;
     owesFoot_ = true;
     if (!options.headFoot) console_.note("Head and Foot are run once more, as Foot broke off");
   }

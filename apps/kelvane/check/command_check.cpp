@@ -9,13 +9,17 @@
 namespace kelvane {
 namespace {
 
-// The values of models and user variables outside single quotes.
+// The values of models and user variables outside single quotes; a single quote inside double ones is a letter.
 std::vector<std::string> openValues(std::wstring_view line) {
   std::wstring open;
-  bool isQuoted = false;
+  wchar_t quote = 0;
   for (const wchar_t c : line) {
-    if (c == L'\'') isQuoted = !isQuoted;
-    if (!isQuoted) open += c;
+    const bool isQuote = c == L'\'' || c == L'"';
+    if (isQuote && quote == 0)
+      quote = c;
+    else if (c == quote)
+      quote = 0;
+    if (quote != L'\'') open += c;
   }
   return namedParameters(open);
 }

@@ -69,10 +69,9 @@ void urlVerify(PluginState&, const std::wstring& value) { webSettings().verifyCe
 
 // Whoever writes something else meant to confine.
 void confine(PluginState&, const std::wstring& value) {
-  const std::wstring_view given = text::trimmed(value);
+  const std::wstring given(text::trimmed(value));
   confinementSettings().isOn = !given.empty() && given != L"0";
-  if (confinementSettings().isOn && given != L"1")
-    creoLog(text::format(L"<KVD> kvd_confine=%s is neither 0 nor 1 and counts as 1", value));
+  confinementSettings().odd = confinementSettings().isOn && given != L"1" ? given : std::wstring();
 }
 // Names with semicolons between them, in place of those that an earlier line gave; of the clipboard "1". Paths stand in
 // the system's form.

@@ -58,6 +58,8 @@ void confineAsConfigured() {
     for (const os::Need& need : settings.allowed) grants.allow(need);
     for (const os::Need& need : settings.denied) grants.deny(need);
   };
+  if (!settings.odd.empty())
+    creoLog(text::format(L"<KVD> kvd_confine=%s is neither 0 nor 1 and counts as 1", settings.odd));
   if (os::Confine* const confine = os::Confine::inForce()) return open(confine->grants());
   if (!settings.isOn) return;
   os::Grants grants;

@@ -2,6 +2,7 @@
 // line that tells a refusal.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "os/confine.h"
@@ -11,6 +12,7 @@ namespace core {
 // kvd_confine, and kvd_allow_... and kvd_deny_...
 struct ConfinementSettings {
   bool isOn = false;
+  std::wstring odd;  // the value of kvd_confine where it is neither 0 nor 1; it counts as 1
   std::vector<os::Need> allowed, denied;
 };
 ConfinementSettings& confinementSettings();

@@ -9,15 +9,49 @@
 namespace kelvane {
 namespace {
 
-// The values of models and user variables outside single quotes.
-std::vector<std::string> openValues(std::wstring_view line) {
-  std::wstring open;
-  bool isQuoted = false;
-  for (const wchar_t c : line) {
-    if (c == L'\'') isQuoted = !isQuoted;
-    if (!isQuoted) open += c;
+// Takes single quotes out of what follows, up to "$$".
+constexpr std::wstring_view kWithoutQuotes = L"$$repl$'$$";
+
+// The values of models in a command line.
+struct CommandValues {
+  std::vector<std::string> open;    // outside single quotes; one inside double quotes is a letter
+  std::vector<std::string> quoted;  // inside, and with those that they bring along
+};
+
+CommandValues valuesIn(std::wstring_view line) {
+  std::wstring open, quoted;
+  wchar_t quote = 0;
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    if (line.substr(at).starts_with(kWithoutQuotes)) {
+      const std::size_t begin = at + kWithoutQuotes.size(), end = std::min(line.find(L"$$", begin), line.size());
+      if (quote != L'\'') open += line.substr(begin, end - begin);
+      at = end + 1;
+      continue;
+    }
+    const wchar_t c = line[at];
+    const bool isQuote = c == L'\'' || c == L'"';
+    if (isQuote && quote == 0)
+      quote = c;
+    else if (c == quote)
+      quote = 0;
+    (quote == L'\'' ? quoted : open) += c;
   }
-  return namedParameters(open);
+  return {namedParameters(open), namedParameters(quoted)};
+}
+
+void addValueFaults(const core::XmlAttr& given, std::vector<AttributeFault>& faults) {
+  const std::string name = text::toUtf8(given.name);
+  const CommandValues values = valuesIn(given.value);
+  for (const std::string& value : values.open)
+    faults.push_back(
+        {"command-value", name,
+         "'" + name + "': " + value +
+             " is read by the command processor, which takes ';', '|' or '$' in it for its own; '$$repl$'$$" + value +
+             "$$' is one argument"});
+  for (const std::string& value : values.quoted)
+    faults.push_back({"command-value", name,
+                      "'" + name + "': a single quote in " + value +
+                          " ends the argument for the command processor; '$$repl$'$$" + value + "$$' takes it out"});
 }
 
 }  // namespace
@@ -33,12 +67,7 @@ std::vector<AttributeFault> commandFaults(const core::XmlNode& task, const actio
   const bool sends = credentials && credentials->value == L"true";
   eachAttribute(task, [&](const core::XmlAttr& given) {
     const std::string name = text::toUtf8(given.name);
-    if (partOf(given.name))
-      for (const std::string& value : openValues(given.value))
-        faults.push_back({"command-value", name,
-                          "'" + name + "': " + value +
-                              " is read by the command processor, which takes ';', '|' or '$' in it for its own; in "
-                              "single quotes it is one argument"});
+    if (partOf(given.name)) addValueFaults(given, faults);
     const core::Attribute* row = actions::findAttribute(action, given.name);
     if (!sends || !row || row->kind != core::Kind::address) return;
     const bool isOpen = text::startsWithNoCase(given.value, L"http://");

@@ -59,8 +59,9 @@ constexpr Rule kRules[] = {
      .example = R"(name= "A" value="1")"},
     {.name = "command-value",
      .severity = warning,
-     .about = "A value of a model stands in a command line without single quotes. The command processor reads it like "
-              "the rest of the line, so that whoever writes the model can start any program.",
+     .about = "A value of a model stands in a command line without single quotes, or with those that it brings along. "
+              "The command processor reads it like the rest of the line, so that whoever writes the model can start "
+              "any program.",
      .example = R"(cmd="mail.cmd" args="-s %TITLE%")"},
     {.name = "comment",
      .about = "The reader knows no comments: one is an element that swallows what follows it.",

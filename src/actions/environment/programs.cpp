@@ -16,7 +16,10 @@ using namespace language;
 
 constexpr std::size_t kCommandSize = 2600;
 
+// What a confined list may not start has been told, with the grant that it lacks.
 void tellNotStarted(std::wstring_view command, std::error_code error) {
+  if (error == std::errc::operation_not_permitted && os::doors().programs == os::Door::open)
+    return core::logWrite(text::format(L"The program isn't started: %s", command), core::kError);
   if (error == std::errc::operation_not_permitted)
     return core::logWrite(text::format(L"This run starts no programs: %s", command), core::kError);
   core::logWrite(text::format(L"The program can't be started (%s): %s", text::fromUtf8(error.message()), command),

@@ -179,7 +179,9 @@ class Reader {
     if (holds(effects.changes, Touched::surroundings)) addVariable(task);
     const bool hasMacros = std::any_of(action.attributes.begin(), action.attributes.end(),
                                        [](const core::Attribute& row) { return row.kind == Kind::macro; });
-    if (plays || (holds(effects.changes, Touched::programs) && !startsProgram && !hasMacros))
+    // A report may be shown by the system's program for it, which takes no steps from a list.
+    const bool mayPlay = holds(effects.changes, Touched::programs) && !holds(effects.changes, Touched::reports);
+    if (plays || (mayPlay && !startsProgram && !hasMacros))
       add(task, Permission::run, std::wstring(os::kMacros), "it plays steps that it brings along");
     if (holds(effects.changes, Touched::server)) add(task, std::nullopt, {}, "it acts on the server");
   }

@@ -57,7 +57,7 @@ TEST_F(Check, NamesThatAreNoneElsewhereAreTold) {
         "models/a.: " + windows + "'a.' ends in a dot or a blank, which is dropped",
         "models/b /c: " + windows + "'b ' ends in a dot or a blank, which is dropped",
         "models/q?: " + windows + "'q?' holds one of <>\"|?*", "models/gear\\u202egpj.exe: " + unseen,
-        "models/\\x9b31m: " + unseen, longName + ": its name has more than 160 characters"})
+        "models/\\x9b31m: " + unseen, longName + ": warning: its name has more than 160 characters"})
     EXPECT_THAT(ended.out, testing::HasSubstr(line + "\n"));
   for (const char* clean : {"models/com1/b.prt", "com10", "..b", "console", "\u202e", "\u009b"})
     EXPECT_THAT(ended.out, testing::Not(testing::HasSubstr(clean)));
@@ -483,11 +483,11 @@ TEST_F(Check, FindingsAreLeftOutByRuleOrByAnEarlierCheck) {
 // Whoever writes the model writes the command, and whoever answers gets the password.
 TEST_F(Check, ValuesInCommandsAndOpenCredentialsAreWarnedOf) {
   const auto command = [](const std::string& args) {
-    return "<task version='3' forPRT='true' type='runMSDOScommand' cmd='echo' args=\"" + args + "\"/>";
+    return R"(<task version="3" forPRT="true" type="runMSDOScommand" cmd="echo" args=")" + args + "\"/>";
   };
   const auto request = [](const std::string& address, const std::string& more) {
-    return "<task version='3' forPRT='true' type='setUserVariableFromUrl' name='A' value='" + address + "' " + more +
-           "/>";
+    return R"(<task version="3" forPRT="true" type="setUserVariableFromUrl" name="A" value=")" + address + "\" " +
+           more + "/>";
   };
   const std::vector<std::pair<std::string, std::string>> cases = {
       {command("-s %TITLE%"), "warning: 'args': %TITLE% is read by the command processor"},
@@ -497,9 +497,9 @@ TEST_F(Check, ValuesInCommandsAndOpenCredentialsAreWarnedOf) {
       {command("'%TITLE%' @mdln@"), "warning: 'args': a single quote in %TITLE% ends the argument"},
       {command("'$$repl$'$$%TITLE%$$' @mdln@"), ""},
       {command("$$repl$'$$%TITLE%$$"), "warning: 'args': %TITLE% is read"},
-      {request("https://plm/", "usrcred='true' usrname='u' usrpass='p'"), "with kvd_url_verify=1 alone"},
-      {request("http://plm/", "usrcred='true' usrname='u' usrpass='p'"), "through the net in the open"},
-      {request("http://plm/", "usrcred='false'"), ""},
+      {request("https://plm/", R"(usrcred="true" usrname="u" usrpass="p")"), "with kvd_url_verify=1 alone"},
+      {request("http://plm/", R"(usrcred="true" usrname="u" usrpass="p")"), "through the net in the open"},
+      {request("http://plm/", R"(usrcred="false")"), ""},
   };
   for (const auto& [body, found] : cases) {
     file("standards/actionlists/clean.xml",

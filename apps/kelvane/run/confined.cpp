@@ -1,14 +1,18 @@
 #include "kelvane/run/confined.h"
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "core/confinement.h"
 #include "kelvane/base/places.h"
+#include "kelvane/trust/store.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
 namespace kelvane {
 namespace {
+
+namespace fs = std::filesystem;
 
 // Files of the models' folder that are the program's.
 constexpr const wchar_t* kOwnFiles[] = {L".kelvane.lock", L"kelvane.journal"};
@@ -18,6 +22,9 @@ os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
   core::openToolPlaces(grants, L"t:\\");
   grants.openTo(os::Permission::read, L"p:\\");
   for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
+  // With its folder, in whose place another one could be put.
+  if (const fs::path trust = ownTrustFile(); !trust.empty())
+    grants.keepFromWriting(systemPath(trust.parent_path().string()));
   return grants;
 }
 

@@ -30,12 +30,6 @@ std::string variable(std::wstring_view name) {
   return value ? text::toUtf8(*value) : std::string();
 }
 
-std::string ownFile() {
-  if (const std::string set = variable(L"XDG_CONFIG_HOME"); set.starts_with('/')) return set + "/" + kFile;
-  const std::string home = variable(L"HOME");
-  return home.empty() ? std::string() : home + "/.config/" + kFile;
-}
-
 std::string siteFile() {
   std::string folders = variable(L"XDG_CONFIG_DIRS");
   if (folders.empty()) folders = "/etc/xdg";
@@ -112,6 +106,12 @@ std::string sha256Of(const std::string& file) {
   return hex;
 }
 
+std::string ownTrustFile() {
+  if (const std::string set = variable(L"XDG_CONFIG_HOME"); set.starts_with('/')) return set + "/" + kFile;
+  const std::string home = variable(L"HOME");
+  return home.empty() ? std::string() : home + "/.config/" + kFile;
+}
+
 PackageIdentity identityOf(const std::string& package) {
   PackageIdentity identity;
   identity.name = packageFileName(package);
@@ -123,7 +123,7 @@ PackageIdentity identityOf(const std::string& package) {
   return identity;
 }
 
-TrustStore::TrustStore() : path_(ownFile()) {
+TrustStore::TrustStore() : path_(ownTrustFile()) {
   read(siteFile(), true);
   read(path_, false);
 }

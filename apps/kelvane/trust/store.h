@@ -16,6 +16,9 @@ struct PackageIdentity {
   std::string folder;  // whole, without links; empty for a file
 };
 PackageIdentity identityOf(const std::string& package);
+// Where one's own grants are kept, be it there or not, in the machine's form; empty where no folder of one's own is
+// known.
+std::string ownTrustFile();
 // In hexadecimal. A Fault for a file that can't be read.
 std::string sha256Of(const std::string& file);
 

@@ -149,6 +149,8 @@ TEST_F(RunConfine, WhatTheProgramStandsOnIsNotWritten) {
     list("try.xml", report(target));
     EXPECT_THAT(run("try", {"--confine", "--again", "--allow-write=/"}).err, HasSubstr(own)) << target;
   }
+  list("try.xml", report(system("config_home/kelvane/trust.json")));
+  EXPECT_THAT(run("try", {"--confine", "--again", "--allow-write=/"}).err, HasSubstr(own));
   list("try.xml", report("p:\\standards.kvz"));
   EXPECT_THAT(run("try", {"--confine", "--again"}).err, HasSubstr("Refused: write "));
 }

@@ -5,7 +5,9 @@
 
 #include "core/confinement.h"
 #include "kelvane/base/places.h"
+#include "kelvane/run/grants_beforehand.h"
 #include "kelvane/trust/store.h"
+#include "os/paths.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -18,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr const wchar_t* kOwnFiles[] = {L".kelvane.lock", L"kelvane.journal"};
 
 os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
-  os::Grants grants = grantsBeforehand(options, place, place.models);
+  os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, place.models);
   core::openToolPlaces(grants, L"t:\\");
   grants.openTo(os::Permission::read, L"p:\\");
   for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
@@ -29,21 +31,6 @@ os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
 }
 
 }  // namespace
-
-// Folders that whoever started the run names for it are open: a list could name no others.
-os::Grants grantsBeforehand(const RunOptions& options, const RunPlace& place, std::wstring_view models) {
-  os::Grants grants;
-  grants.openTo(os::Permission::write, models);
-  grants.openTo(os::Permission::read, systemPath(installationFolder()));
-  grants.openTo(os::Permission::read, L"z:\\usr\\share\\fonts\\");
-  for (const auto& [name, value] : place.creoOptions)
-    if (!value.empty()) grants.openTo(os::Permission::read, os::wholeFrom(models, value));
-  if (!options.config.empty()) grants.openTo(os::Permission::read, systemPath(options.config));
-  if (!options.collect.empty()) grants.openTo(os::Permission::write, systemPath(options.collect));
-  for (const os::Need& need : place.granted) grants.allow(need);
-  for (const os::Need& need : place.denied) grants.deny(need);
-  return grants;
-}
 
 nlohmann::ordered_json grantMembers(const os::Asked& asked) {
   return {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},

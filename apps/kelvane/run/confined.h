@@ -30,10 +30,6 @@ class RunConfinement {
   std::optional<os::Confine> confine_;
 };
 
-// What can be told of a confined run's grants before its letters stand. models: the folder of models, in the system's
-// form; it needn't be there yet.
-os::Grants grantsBeforehand(const RunOptions& options, const RunPlace& place, std::wstring_view models);
-
 // A line at the start, where the package needs what isn't granted: that a run without confinement holds it to nothing,
 // or what a confined one will refuse.
 void tellLackingGrants(const RunPlace& place, Console& console);

@@ -17,7 +17,7 @@
 #include "kelvane/package/place.h"
 #include "kelvane/package/source.h"
 #include "kelvane/run/config.h"
-#include "kelvane/run/confined.h"
+#include "kelvane/run/grants_beforehand.h"
 #include "kelvane/run/vault_place.h"
 #include "kelvane/run/work_cache.h"
 #include "kelvane/show/model_folder.h"
@@ -208,7 +208,7 @@ void takeKept(RunPlace& place, const RunOptions& options) {
 void takeLacking(RunPlace& place, const RunOptions& options, const PackageSource& package,
                  const core::ConfinementSettings& configured) {
   const std::wstring models = systemPath(options.into.empty() ? options.folder : options.into);
-  os::Grants grants = grantsBeforehand(options, place, models);
+  os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, models);
   for (const os::Need& need : configured.allowed) grants.allow(need);
   for (const os::Need& need : configured.denied) grants.deny(need);
   for (os::Need& need : grantsFor(needsOf(package)))

@@ -155,16 +155,21 @@ Confine::~Confine() {
 Confine* Confine::inForce() { return current(); }
 
 std::error_code Confine::judged(Grants::Verdict verdict, Need need, std::wstring what, std::wstring_view reason) {
-  if (ownWork_ > 0 || verdict == Grants::Verdict::own) return {};
+  if (verdict == Grants::Verdict::own || isOwnWork()) return {};
   Asked asked{std::move(need), verdict == Grants::Verdict::granted, std::move(what), std::wstring(reason)};
   if (!asked.isGranted && reason.empty()) asked.reason = reasonOf(verdict, asked.need);
+  note(asked);
+  if (asked.isGranted) return {};
+  if (tell_ && isMaker()) tell_(asked);
+  return kRefused;
+}
+
+void Confine::note(const Asked& asked) {
+  const std::lock_guard lock(askedMutex_);
   const bool isKnown = std::any_of(asked_.begin(), asked_.end(), [&](const Asked& known) {
     return known.need == asked.need && known.isGranted == asked.isGranted;
   });
   if (!isKnown) asked_.push_back(asked);
-  if (asked.isGranted) return {};
-  if (tell_) tell_(asked);
-  return kRefused;
 }
 
 std::error_code Confine::touch(Permission permission, const std::string& place) {
@@ -200,7 +205,7 @@ std::error_code Confine::run(std::wstring_view command, std::wstring_view folder
   const std::wstring line = L"run " + std::wstring(command);
   const PlainCommand plain = plainCommand(command);
   if (const auto error = judgedProgram(plain.program, folder, line)) return error;
-  if (plain.isPlain || ownWork_ > 0) return {};
+  if (plain.isPlain || isOwnWork()) return {};
   // A grant would hold for whatever a value puts behind the program.
   return judged(Grants::Verdict::refused, {Permission::run, plain.program}, line, kNotPlain);
 }
@@ -214,7 +219,7 @@ std::error_code Confine::start(std::wstring_view program, std::wstring_view argu
   const std::wstring beside = joined(folder, program);
   const bool isBeside = !folder.empty() && saved_.files->exists(beside);
   if (const auto error = judgedProgram(isBeside ? beside : std::wstring(program), folder, line)) return error;
-  if (plainCommand(L"x " + std::wstring(arguments)).isPlain || ownWork_ > 0) return {};
+  if (plainCommand(L"x " + std::wstring(arguments)).isPlain || isOwnWork()) return {};
   return judged(Grants::Verdict::refused, {Permission::run, std::wstring(program)}, line, kNotPlain);
 }
 

@@ -5,7 +5,9 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "os/gate.h"
@@ -25,14 +27,16 @@ struct Asked {
 
 class Confine : public Gate {
  public:
-  // tell: is called for each refusal, at once; by the thread that asked.
+  // tell: is called for each refusal, at once, where the thread asks that makes it; what another one is refused is
+  // found in asked() alone, as no log is written from there.
   Confine(Grants grants, std::function<void(const Asked&)> tell);
   ~Confine() override;  // the doors are as they were before
   Confine(const Confine&) = delete;
   Confine& operator=(const Confine&) = delete;
 
   [[nodiscard]] Grants& grants() { return grants_; }
-  // Each need once, in the order of its first asking: what a run used of its grants, and what it lacked.
+  // Each need once, in the order of its first asking: what a run used of its grants, and what it lacked. To be read
+  // when no other thread asks.
   [[nodiscard]] const std::vector<Asked>& asked() const { return asked_; }
 
   // The one in force; null: nothing is confined.
@@ -57,13 +61,18 @@ class Confine : public Gate {
 
  private:
   friend class OwnWork;
+  [[nodiscard]] bool isMaker() const { return std::this_thread::get_id() == maker_; }
+  [[nodiscard]] bool isOwnWork() const { return isMaker() && ownWork_ > 0; }
+  void note(const Asked& asked);
   std::error_code judged(Grants::Verdict verdict, Need need, std::wstring what, std::wstring_view reason = {});
   std::error_code judgedProgram(std::wstring_view program, std::wstring_view folder, const std::wstring& line);
 
   Grants grants_;
   std::function<void(const Asked&)> tell_;
+  std::thread::id maker_ = std::this_thread::get_id();
+  std::mutex askedMutex_;
   std::vector<Asked> asked_;
-  int ownWork_ = 0;
+  int ownWork_ = 0;  // of the maker's thread
   Surroundings saved_;
   WebGuard web_;
   Confine* outer_;

@@ -8,7 +8,6 @@
 
 #include "os/doors.h"
 #include "os/files_wrapper.h"
-#include "os/web.h"
 #include "support/folders.h"
 #include "text/encoding.h"
 
@@ -46,6 +45,10 @@ Place::Place() : real_(os::surroundings().files) {
   os::surroundings().files = std::make_shared<UnchangedFiles>(*real_);
   os::surroundings().clipboard = std::make_shared<os::FixedClipboard>();
   os::doors().programs = os::Door::closed;
+  // What lives as long as the process is made before this object is, and so outlives it and its session.
+  freshSession().open(L"GEAR", creo::ProMdlType::drawing);
+  session_->settle();
+  session_.reset();
 }
 
 Place::~Place() {

@@ -13,8 +13,8 @@ namespace fuzz {
 
 class Place {
  public:
-  // Copies the models of the example. Files can be read and not changed, no program is started, no request is sent, and
-  // the clipboard is empty.
+  // Copies the models of the example. Files can be read and not changed, no program is started, and the clipboard is
+  // empty.
   Place();
   ~Place();
   Place(const Place&) = delete;

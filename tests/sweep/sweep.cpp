@@ -185,6 +185,7 @@ bool Sweep::isChosen(std::uint64_t hash, int code) {
 
 // Gives the code in the process of the failure, and 0 in this one, behind its end.
 int Sweep::tryCode(const Place& place, int code) {
+  mode_ = Mode::plain;  // what is done here for it is no call of the run
   tree_.keep();
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
@@ -202,6 +203,7 @@ int Sweep::tryCode(const Place& place, int code) {
   ::close(ends[1]);
   const Judgement judgement = awaited(process, ends[0]);
   tree_.putBack();
+  mode_ = Mode::sweeping;
   found_({run_->name, place, code, judgement});
   return 0;
 }

@@ -126,12 +126,18 @@ class KeptViews {
   std::map<Key, std::list<View>::iterator> places_;
 };
 
+KeptViews& keptViews() {
+  static KeptViews kept;
+  return kept;
+}
+
 }  // namespace
 
 Seen seen(const Sight& sight) {
-  static KeptViews kept;
   if (sight.bodies.empty()) return {};
-  return kept.find(onceEach(sight));
+  return keptViews().find(onceEach(sight));
 }
+
+void forgetSeen() { keptViews() = {}; }
 
 }  // namespace headless::geometry

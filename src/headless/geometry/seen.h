@@ -11,5 +11,7 @@ namespace headless::geometry {
 // unless the program that works it out doesn't start. Bodies that others cover as a whole are left out where no hidden
 // lines are asked for. No bodies: no curves, and no reason.
 Seen seen(const Sight& sight);
+// Nothing is kept any more: each view is worked out again, by the program and within the time that hold now.
+void forgetSeen();
 
 }  // namespace headless::geometry

@@ -46,7 +46,8 @@ class RunMemory : public RunFixture {
  protected:
   // Times aside.
   static std::string timeless(std::string text) {
-    static const std::regex times(R"(\d{1,4}[-./]\d{1,2}[-./]\d{1,4}|\d{1,2}:\d{2}(:\d{2})?(\.\d+)?|seconds=[0-9.]+)");
+    static const std::regex times(
+        R"(\d{1,4}[-./]\d{1,2}[-./]\d{1,4}|\d{1,2}:\d{2}(:\d{2})?(\.\d+)?|seconds=[0-9.]+|after \d+ ms)");
     static const std::regex caches("cache/kelvane/[0-9a-f]+");  // a folder for each folder of models
     return std::regex_replace(std::regex_replace(text, times, "TIME"), caches, "CACHE");
   }

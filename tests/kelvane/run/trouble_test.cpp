@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "headless/geometry/foreign_place.h"
+#include "headless/geometry/seen.h"
 #include "headless/session.h"
 #include "kelvane/run/run_fixture.h"
 #include "os/files_wrapper.h"
@@ -131,6 +132,7 @@ TEST_F(RunTrouble, AFileThatEndsItsReaderIsNamedAndTheListGoesOn) {
 TEST_F(RunTrouble, AViewThatCantBeDrawnIsAnErrorOfItsDrawing) {
   viewOfAPin();
   const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::forgetSeen();
   headless::geometry::foreignPlace().program = "/bin/no-such-program";
   const Ended ended = run("pdf");
   EXPECT_EQ(1, ended.code);
@@ -339,7 +341,7 @@ TEST_F(RunTrouble, DiskThatRefusesWritingLeavesTheOldVersionsWhole) {
   const auto disk = os::surroundings().files;
   const auto full = std::make_shared<os::FaultyFiles>(*disk);
   // The program calls the folder d:, as all of a run does.
-  full->denyWrites(L"d:\\");
+  full->denyWrites(L"d:\\A.prt.2");
   os::surroundings().files = full;
   const Ended ended = run("norm", {"--log", path("log")});
   EXPECT_EQ(1, ended.code);

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "headless/geometry/foreign_place.h"
+#include "headless/geometry/seen.h"
 #include "kelvane/program_fixture.h"
 
 namespace test {
@@ -163,6 +164,7 @@ TEST_F(SheetViews, HaveCirclesAndArcsInTheirPens) {
 
 TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
   const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::forgetSeen();
   headless::geometry::foreignPlace().viewTime = std::chrono::milliseconds(0);
   const std::string view = R"("name": "FRONT", "model": "PIN.prt", "scale": 1)";
   const std::string svg = shown(view);
@@ -171,6 +173,7 @@ TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
   const std::vector<std::string> words = {"show", models(), "PLAN.DRW", "--svg", path("plan.svg")};
   EXPECT_THAT(kelvane(words).err,
               HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: it wasn't done within 0 seconds\n"));
+  headless::geometry::forgetSeen();
   headless::geometry::foreignPlace().program = "/bin/no-such-program";
   EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(shown(view))) << "a frame";
   EXPECT_THAT(kelvane(words).err,

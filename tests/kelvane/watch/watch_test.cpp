@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "headless/geometry/foreign_place.h"
+#include "headless/geometry/seen.h"
 #include "kelvane/run/run_fixture.h"
 
 namespace test {
@@ -169,10 +170,12 @@ TEST_F(WatchVerb, AViewThatIsntDrawnAsItShouldBeIsTold) {
   const std::vector<std::string> more = {"PLAN.DRW", "--set", "kvd_start_kvz_before_save=standards pdf", "--set",
                                          "kvd_start_kvz_before_save_conf=11111"};
   const headless::geometry::ForeignPlaceGuard guard;
+  headless::geometry::forgetSeen();
   headless::geometry::foreignPlace().viewTime = std::chrono::milliseconds(0);
   const Ended faceted = watch("save\n", more);
   EXPECT_EQ(0, faceted.code);
   EXPECT_THAT(faceted.err, testing::HasSubstr("warning: the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: "));
+  headless::geometry::forgetSeen();
   headless::geometry::foreignPlace().program = "/bin/no-such-program";
   const Ended lost = watch("save\n", more);
   EXPECT_EQ(1, lost.code);

@@ -6,6 +6,7 @@
 
 int main() {
   if (os::serveRequests(headless::geometry::answerForeign)) return 0;
-  std::fputs("kelvane-import is started by kelvane, which reads STEP and IGES files and works out views with it\n", stderr);
+  std::fputs("kelvane-import is started by kelvane, which reads STEP and IGES files and works out views with it\n",
+             stderr);
   return 2;
 }

@@ -7,7 +7,7 @@
 namespace sweep {
 
 struct Run {
-  std::string name;                  // the list's, or what of it is run
+  std::string name;  // the list's, or what of it is run
   std::string list;
   std::vector<std::string> options;  // of `kelvane run`
   bool inVault = false;              // a list of ours, on models that are checked out

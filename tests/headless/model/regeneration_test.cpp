@@ -566,7 +566,8 @@ TEST_F(Regeneration, HandlersAreToldBeforeAndAfter) {
   EXPECT_EQ("21A.PRT 0|22A.PRT 2|", reported);
   ProNotificationSet(ProNotifyType::regenerateBefore,
                      [](const ProNotification& given) { return ProMdlErase(given.model); });
-  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, 0)) << "what the handler took away is there until control is back";
+  EXPECT_EQ(ProGeneralError, ProSolidRegenerate(part, 0))
+      << "what the handler took away is there until control is back";
   session().settle();
   EXPECT_EQ(ProBadInputs, ProSolidRegenerate(part, 0));
 }

@@ -167,8 +167,13 @@ TEST_F(WatchVerb, ErrorLinesOfTheListMakeTheExitCode) {
 
 TEST_F(WatchVerb, AViewThatIsntDrawnAsItShouldBeIsTold) {
   viewOfAPin();
-  const std::vector<std::string> more = {"PLAN.DRW", "--set", "kvd_start_kvz_before_save=standards pdf", "--set",
-                                         "kvd_start_kvz_before_save_conf=11111"};
+  const std::vector<std::string> more = {"PLAN.DRW",
+                                         "--set",
+                                         "kvd_start_kvz_before_save=standards pdf",
+                                         "--set",
+                                         "kvd_start_kvz_before_save_conf=11111",
+                                         "--set",
+                                         "kvd_write_history_in_models=0"};  // which would keep it from a second time
   const headless::geometry::ForeignPlaceGuard guard;
   headless::geometry::forgetSeen();
   headless::geometry::foreignPlace().viewTime = std::chrono::milliseconds(0);

@@ -4,8 +4,8 @@ include(GNUInstallDirs)
 
 # The manual and the completions say what the program itself says of its verbs.
 set(manual ${CMAKE_BINARY_DIR}/manual)
-set(verbs run lists check explain actions predicates help schema init eval why models show new diff watch ui pack report log
-  vault completion man)
+set(verbs run lists check trust explain actions predicates help schema init eval why models show new diff runs undo purge watch
+  ui pack report log vault completion man)
 set(manual_commands COMMAND kelvane man > ${manual}/kelvane.1)
 foreach(verb ${verbs})
   list(APPEND manual_commands COMMAND kelvane man ${verb} > ${manual}/kelvane-${verb}.1)

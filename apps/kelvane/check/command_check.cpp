@@ -42,16 +42,18 @@ CommandValues valuesIn(std::wstring_view line) {
 void addValueFaults(const core::XmlAttr& given, std::vector<AttributeFault>& faults) {
   const std::string name = text::toUtf8(given.name);
   const CommandValues values = valuesIn(given.value);
+  const auto add = [&](std::string_view before, std::string_view value, std::string_view about, std::string_view end) {
+    std::string line;
+    for (const std::string_view piece : {std::string_view("'"), std::string_view(name), std::string_view("': "), before,
+                                         value, about, std::string_view("; '$$repl$'$$"), value, end})
+      line += piece;
+    faults.push_back({"command-value", name, std::move(line)});
+  };
   for (const std::string& value : values.open)
-    faults.push_back(
-        {"command-value", name,
-         "'" + name + "': " + value +
-             " is read by the command processor, which takes ';', '|' or '$' in it for its own; '$$repl$'$$" + value +
-             "$$' is one argument"});
+    add("", value, " is read by the command processor, which takes ';', '|' or '$' in it for its own",
+        "$$' is one argument");
   for (const std::string& value : values.quoted)
-    faults.push_back({"command-value", name,
-                      "'" + name + "': a single quote in " + value +
-                          " ends the argument for the command processor; '$$repl$'$$" + value + "$$' takes it out"});
+    add("a single quote in ", value, " ends the argument for the command processor", "$$' takes it out");
 }
 
 }  // namespace

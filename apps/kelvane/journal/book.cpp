@@ -57,9 +57,9 @@ class Reader {
  private:
   void close(const Record& record) {
     const int number = record.value("n", 0);
-    for (auto deed = journal_.deeds.rbegin(); deed != journal_.deeds.rend(); ++deed) {
-      if (deed->number != number) continue;
-      deed->now = deedOf({{"record", "append"}, {"now", record.value("now", Record())}})->now;
+    for (Deed& deed : std::ranges::reverse_view(journal_.deeds)) {
+      if (deed.number != number) continue;
+      deed.now = deedOf({{"record", "append"}, {"now", record.value("now", Record())}})->now;
       return;
     }
   }

@@ -31,7 +31,7 @@ Journal::Journal(const Book& book, os::Files& disk, Record facts, Flush flush)
   }
 }
 
-void Journal::begin(Record facts) {
+void Journal::begin(const Record& facts) {
   const auto require = [this](std::error_code error) {
     if (error) throw Fault("the journal " + shown(book_.folderOf(run_)) + " can't be begun: " + error.message());
   };

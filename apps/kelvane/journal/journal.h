@@ -51,7 +51,7 @@ class Journal {
     int turn = 0;
     Content content;
   };
-  void begin(Record facts);
+  void begin(const Record& facts);
   std::error_code keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes, bool asCopy);
 
   Book book_;

@@ -44,8 +44,8 @@ std::string renameThroughMemory(const Back& back) {
   for (const auto& [to, bytes] : contents)
     if (const auto error = os::files().write(JournalPaths::system(to), bytes)) return cant("written", to, error);
   for (const auto& [from, to] : back.renamed) {
-    const bool isTaken =
-        std::any_of(contents.begin(), contents.end(), [&](const auto& entry) { return entry.first == from; });
+    const bool isTaken = std::any_of(contents.begin(), contents.end(),
+                                     [&name = from](const auto& entry) { return entry.first == name; });
     if (isTaken) continue;
     if (const auto error = os::files().remove(JournalPaths::system(from))) return cant("removed", from, error);
   }
@@ -93,8 +93,8 @@ std::string takeBack(const Back& back, const std::wstring& kept) {
 }
 
 void removeEmptyFolders(const std::vector<std::string>& folders) {
-  for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
-    const std::wstring place = JournalPaths::system(*folder);
+  for (const std::string& folder : std::ranges::reverse_view(folders)) {
+    const std::wstring place = JournalPaths::system(folder);
     const auto held = os::files().list(place);
     std::wstring bare = place;
     if (bare.ends_with(L'\\')) bare.pop_back();

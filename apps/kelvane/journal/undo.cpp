@@ -25,14 +25,14 @@ bool hasWritten(const RunJournal& journal) { return !journal.deeds.empty(); }
 std::string lastToUndo(const Book& book) {
   std::set<std::string> undone;
   const std::vector<std::string> runs = book.runs();
-  for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-    const RunJournal journal = book.read(*run);
-    if (undone.contains(*run)) continue;
+  for (const std::string& run : std::ranges::reverse_view(runs)) {
+    const RunJournal journal = book.read(run);
+    if (undone.contains(run)) continue;
     if (journal.verb() == "undo") {
       const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
       if (isWhole) undone.insert(memberText(journal.begin, "of"));
     } else if (hasWritten(journal)) {
-      return *run;
+      return run;
     }
   }
   return {};

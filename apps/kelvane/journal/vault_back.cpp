@@ -124,6 +124,7 @@ std::vector<VaultStep> vaultSteps(const RunJournal& journal, const std::wstring&
     ofObject.try_emplace(deed.path, &deed, &deed).first->second.second = &deed;
   }
   std::vector<VaultStep> steps;
+  steps.reserve(ofObject.size());
   const Looker looker(journal, kept);
   for (const auto& [path, deeds] : ofObject) steps.push_back(looker.step(*deeds.first, *deeds.second->now));
   return steps;

@@ -101,7 +101,7 @@ void RunJournalKeeper::starts(const std::vector<std::string>& rows, const std::w
   add({{"record", "rows"}, {"rows", rows}});
 }
 
-void RunJournalKeeper::model(Record outcome) {
+void RunJournalKeeper::model(const Record& outcome) {
   if (!journal_) return;
   Record record = {{"record", "model"}};
   record.update(outcome);

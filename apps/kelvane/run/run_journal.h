@@ -35,7 +35,7 @@ class RunJournalKeeper {
   // The list begins: its files in the temp folder count, and the log is kept that will be replaced.
   void starts(const std::vector<std::string>& rows, const std::wstring& log);
   // A model's turn is over: the members of the record `model`.
-  void model(Record outcome);
+  void model(const Record& outcome);
   // It isn't worked.
   void left(const std::string& model, const std::string& reason);
   void sent(const std::string& what);

@@ -374,7 +374,7 @@ void RunWatch::tellMoved() {
     std::string line;
     std::size_t count = 0;
     for (const std::string& model : models)
-      if (count++ < kMost) line += (line.empty() ? "" : ", ") + model;
+      if (count++ < kMost) line.append(line.empty() ? "" : ", ").append(model);
     if (count > kMost) line += " and " + std::to_string(count - kMost) + " more";
     console_.note("saved in " + folder + " since a backup: " + line);
   }

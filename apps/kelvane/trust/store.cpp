@@ -34,7 +34,7 @@ std::string siteFile() {
   std::string folders = variable(L"XDG_CONFIG_DIRS");
   if (folders.empty()) folders = "/etc/xdg";
   for (const std::wstring& folder : text::split(text::fromUtf8(folders), L':')) {
-    const std::string file = text::toUtf8(folder) + "/" + kFile;
+    std::string file = text::toUtf8(folder) + "/" + kFile;
     std::error_code error;
     if (file.starts_with('/') && fs::exists(file, error)) return file;
   }

@@ -24,7 +24,8 @@ Got<ProMdl> ProIntfimportModelWithOptionsCreate(const std::wstring& path, ProInt
     const auto as = type == ProMdlType::part ? ImportAs::part : ImportAs::assembly;
     const auto read = headless::geometry::readExchange(whole, format, as);
     const std::wstring about = L"import of " + whole + L": ";
-    for (const std::wstring& warning : read.warnings) state.showMessage(L"warning: " + about + warning);
+    for (const std::wstring& warning : read.warnings)
+      state.showMessage(std::wstring(L"warning: ").append(about).append(warning));
     if (!read.root) state.showMessage(about + read.fault);
     if (!read.root) return ProGeneralError;
     return headless::importTree(state.models, read, name, type);

@@ -91,7 +91,7 @@ class View {
     algorithm->Update();
     HLRBRep_PolyHLRToShape result;
     result.Update(algorithm);
-    result.Show();
+    result.Hide();  // else all lines count as visible
     const auto flat = [&](SeenAs as, const TopoDS_Shape& edges) {
       eachEdge(edges, [&](const TopoDS_Edge& edge) { takeFlat(as, BRepAdaptor_Curve(edge)); });
     };
@@ -99,7 +99,6 @@ class View {
     flat(SeenAs::edge, result.OutLineVCompound());
     flat(SeenAs::smooth, result.Rg1LineVCompound());
     if (sight_.hidden) {
-      result.Hide();
       flat(SeenAs::hidden, result.HCompound());
       flat(SeenAs::hidden, result.OutLineHCompound());
     }

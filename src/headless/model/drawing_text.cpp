@@ -32,9 +32,6 @@ struct Form {
 using Value = std::optional<std::wstring>;
 
 bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
-bool isNamePart(wchar_t c) {
-  return isDigit(c) || c == L'_' || (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || c > 0x7F;
-}
 
 Form formAt(std::wstring_view text, std::size_t sign) {
   const auto past = [&](std::size_t at, bool (*belongs)(wchar_t)) {
@@ -96,23 +93,7 @@ constexpr SystemForm kSystemForms[] = {
 };
 
 Value parameterText(const Place& place, creo::ProMdl owner, std::wstring_view name) {
-  const auto found = place.parameters.find({std::wstring(name), {creo::ProItemType::model, 0, owner, {}}, 0});
-  if (!found) return std::nullopt;
-  const creo::ProParamvalue value = Parameters::value(found.value);
-  switch (value.type) {
-    case creo::ProParamvalueType::string:
-      return value.string;
-    case creo::ProParamvalueType::real:
-      return text::shortest(value.real);
-    case creo::ProParamvalueType::boolean:
-      return value.boolean ? L"YES" : L"NO";
-    case creo::ProParamvalueType::integer:
-    case creo::ProParamvalueType::noteId:
-      return std::to_wstring(value.integer);
-    case creo::ProParamvalueType::none:
-      break;
-  }
-  return std::nullopt;
+  return shownParameter(place.parameters, owner, name);
 }
 
 Value parameter(const Place& place, const Form& form) {
@@ -170,6 +151,30 @@ std::wstring withoutBraces(std::wstring_view line) {
 }
 
 }  // namespace
+
+bool isNamePart(wchar_t c) {
+  return isDigit(c) || c == L'_' || (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || c > 0x7F;
+}
+
+std::optional<std::wstring> shownParameter(const Parameters& parameters, creo::ProMdl owner, std::wstring_view name) {
+  const auto found = parameters.find({std::wstring(name), {creo::ProItemType::model, 0, owner, {}}, 0});
+  if (!found) return std::nullopt;
+  const creo::ProParamvalue value = Parameters::value(found.value);
+  switch (value.type) {
+    case creo::ProParamvalueType::string:
+      return value.string;
+    case creo::ProParamvalueType::real:
+      return text::shortest(value.real);
+    case creo::ProParamvalueType::boolean:
+      return value.boolean ? L"YES" : L"NO";
+    case creo::ProParamvalueType::integer:
+    case creo::ProParamvalueType::noteId:
+      return std::to_wstring(value.integer);
+    case creo::ProParamvalueType::none:
+      break;
+  }
+  return std::nullopt;
+}
 
 std::wstring displayedText(Models& models, const Parameters& parameters, const Model& drawing, int sheet,
                            std::wstring_view stored) {

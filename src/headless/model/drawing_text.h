@@ -1,6 +1,7 @@
 // The texts of a drawing's cells as a sheet shows them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,12 @@ class Models;  // models.h
 // What can't be resolved stays as it stands.
 std::wstring displayedText(Models& models, const Parameters& parameters, const Model& drawing, int sheet,
                            std::wstring_view line);
+
+// A parameter's value as a sheet shows it; nothing: the model has none of that name, or it has no value.
+std::optional<std::wstring> shownParameter(const Parameters& parameters, creo::ProMdl owner, std::wstring_view name);
+
+// A letter of a name behind "&".
+bool isNamePart(wchar_t c);
 
 // The line with its forms that could be about any model bound to the one with that number: "&model_name:2". Those that
 // say already what they are about, and those of the drawing and its sheets, stay.

@@ -8,6 +8,7 @@
 #include "headless/model/drawing.h"
 #include "headless/model/drawing_text.h"
 #include "headless/model/formats.h"
+#include "headless/model/repeated_rows.h"
 #include "headless/model/sheet_units.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/store/names.h"
@@ -159,8 +160,26 @@ class Painter {
     }
   }
 
-  // Its lower left corner stands at its place; the first row is the uppermost.
+  // Its lower left corner stands at its place; the first row is the uppermost. Rows that repeat themselves grow down.
   void table(const TableRecord& table) {
+    if (auto repeated = repeatedRows(sources_.models, sources_.parameters, drawing_, table)) {
+      TableRecord shown;
+      shown.columns = table.columns;
+      const auto sum = [](const std::vector<double>& rows) { return std::accumulate(rows.begin(), rows.end(), 0.0); };
+      for (const SegmentRecord& segment : table.segments) {
+        SegmentRecord& moved = shown.segments.emplace_back();
+        moved.sheet = segment.sheet;
+        moved.position.x = segment.position.x;
+        moved.position.y = segment.position.y + sum(table.rows) - sum(repeated->rows);
+      }
+      shown.rows = std::move(repeated->rows);
+      shown.cells = std::move(repeated->cells);
+      return plainTable(shown);
+    }
+    plainTable(table);
+  }
+
+  void plainTable(const TableRecord& table) {
     for (const SegmentRecord& segment : table.segments) {
       if (segment.sheet != number_) continue;
       grid(table, segment.position);

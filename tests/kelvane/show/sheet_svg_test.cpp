@@ -104,6 +104,26 @@ Lines rectangle(double halfWidth, double halfHeight, const std::string& mark = "
 }
 
 // A block of 40 by 20 by 10 with a smaller one behind it, and a pin of inches.
+// Two of ARM and a pin, of which a third one is suppressed.
+TEST_F(SheetSvg, ARepeatRegionListsTheComponents) {
+  file("models/arm.prt.1",
+       R"({"format": 1, "parameters": [{"name": "TITLE", "type": "string", "value": "Left & right"}]})");
+  file("models/pin.prt.1", R"({"format": 1})");
+  file("models/top.asm.1", R"({"format": 1, "features": [{"id": 9, "type": 1000, "status": "suppressed"}],
+    "components": [{"name": "ARM", "type": "prt"}, {"name": "PIN", "type": "prt"}, {"name": "ARM", "type": "prt"},
+                   {"name": "PIN", "type": "prt", "feature": 9}]})");
+  const std::string svg = drawn(R"({"format": 1, "models": [{"name": "TOP", "type": "asm"}],
+    "tables": [{"id": 1, "segments": [{"position": {"x": 20, "y": 100}}], "columns": [20, 60, 60], "rows": [8, 8, 10],
+      "repeatRegions": [{"model": 1}], "cells": [{"row": 1, "column": 1, "lines": ["Pos"]},
+        {"row": 2, "column": 1, "lines": ["&rpt.index, &RPT.QTY x"]}, {"row": 2, "column": 2, "lines": ["&asm.mbr.name &asm.mbr.type"]},
+        {"row": 2, "column": 3, "lines": ["&asm.mbr.TITLE&rpt.other"]}, {"row": 3, "column": 1, "lines": ["end"]}]}]})");
+  for (const char* text : {">Pos<", ">1, 2 x<", ">ARM PART<", ">Left &amp; right&amp;rpt.other<", ">2, 1 x<",
+                           ">PIN PART<", ">&amp;rpt.other<", ">end<"})
+    EXPECT_THAT(svg, HasSubstr(text)) << text;
+  // Its upper edge stays: 126 mm from the sheet's lower edge, 34 mm high now.
+  EXPECT_THAT(svg, AllOf(HasSubstr(R"(<line x1="30" y1="128" x2="30" y2="94")"), Not(HasSubstr(">3,"))));
+}
+
 class SheetViews : public SheetSvg {
  protected:
   SheetViews() {
@@ -170,6 +190,7 @@ TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
   const std::string svg = shown(view);
   EXPECT_THAT(svg, AllOf(HasSubstr(">drawn by facets</text>"), Not(HasSubstr("<circle"))));
   EXPECT_GE(viewLines(svg).size(), 16U) << "the rim";
+  EXPECT_EQ(rectangle(40, 20), viewLines(shown(R"("name": "FRONT", "model": "STEP.prt")"))) << "the block behind";
   const std::vector<std::string> words = {"show", models(), "PLAN.DRW", "--svg", path("plan.svg")};
   EXPECT_THAT(kelvane(words).err,
               HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: it wasn't done within 0 seconds\n"));

@@ -42,7 +42,7 @@ class CommandReader {
 
  private:
   void take(wchar_t c) {
-    static constexpr std::wstring_view kOperators(L";&|<>()`$\n\r{}#!~\0", 16), kPatterns = L"*?[";
+    static constexpr std::wstring_view kOperators(L";&|<>()`$\n\r{}#!~\0", 17), kPatterns = L"*?[";
     const bool isBackslashedQuote = c == L'\\' && at_ + 1 < command_.size() && command_[at_ + 1] == L'"';
     if (quote_ != 0 && c == quote_) return endQuote();
     if (isBackslashedQuote && quote_ != L'\'') {

@@ -88,6 +88,15 @@ void grants(PluginState&, const std::wstring& value) {
     if (name.empty()) continue;
     const bool isPath = P == os::Permission::read || P == os::Permission::write ||
                         (P == os::Permission::run && name.find_first_of(L"\\/") != name.npos);
+    // Another one would be taken for one below the root, and a letter alone that stands for nothing for the root.
+    const std::wstring letter = os::splitDevice(name).device;
+    const std::size_t start = letter.empty() ? 0 : 2;
+    const bool isLost = !letter.empty() && !os::mounts().has(letter[0]) && os::partsOf(name).empty();
+    const bool isWhole = name.find_first_of(L"\\/", start) == start && !isLost;
+    if (isPath && !isWhole) {
+      confinementSettings().notWhole.push_back(std::move(name));
+      continue;
+    }
     all.push_back({P, isPath ? text::fromUtf8(os::mounts().machine(name)) : std::move(name)});
   }
 }

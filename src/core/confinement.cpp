@@ -1,6 +1,8 @@
 #include "core/confinement.h"
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "core/log.h"
 #include "core/log_silence.h"
@@ -27,6 +29,21 @@ struct Told {
 Told& lastTold() {
   static Told told;
   return told;
+}
+
+// Refusals that came before the configuration said where logs lie; nothing: it has.
+std::optional<std::vector<std::wstring>>& early() {
+  static std::optional<std::vector<std::wstring>> lines{std::in_place};
+  return lines;
+}
+
+// Behind the configuration.
+void tellEarly() {
+  const ConfinementSettings& settings = confinementSettings();
+  for (const std::wstring& name : settings.notWhole)
+    creoLog(text::format(L"<KVD> '%s' of kvd_allow_... or kvd_deny_... is no whole path and counts for nothing", name));
+  const auto lines = std::exchange(early(), std::nullopt);
+  for (const std::wstring& line : lines.value_or(std::vector<std::wstring>())) logWrite(line, kError);
 }
 
 std::wstring placeNow() {
@@ -60,28 +77,38 @@ void confineAsConfigured() {
   };
   if (!settings.odd.empty())
     creoLog(text::format(L"<KVD> kvd_confine=%s is neither 0 nor 1 and counts as 1", settings.odd));
-  if (os::Confine* const confine = os::Confine::inForce()) return open(confine->grants());
+  if (os::Confine* const confine = os::Confine::inForce()) {
+    open(confine->grants());
+    return tellEarly();
+  }
   if (!settings.isOn) return;
   os::Grants grants;
   openToolPlaces(grants, state.tempPath);
   if (const auto working = creo::ProDirectoryCurrentGet()) grants.openTo(os::Permission::write, working.value);
   open(grants);
   configured() = std::make_unique<os::Confine>(std::move(grants), &tellRefused);
+  tellEarly();
 }
 
 void endConfinement() {
   configured().reset();
   lastTold() = {};
+  early().emplace();
   confinementSettings() = {};
 }
 
 void tellRefused(const os::Asked& asked) {
   const std::wstring line = L"Refused: " + asked.what + L" (" + asked.reason + L")";
+  if (early()) return early()->push_back(line);
   const std::wstring place = placeNow() + line;
   // What is asked several times in a row, as whether a file is there and then its content, is one refusal.
   if (lastTold() == Told{place, logsBegun()}) return;
+  // A log that may not be written itself is no reason to write into it.
+  static bool isTelling = false;
+  if (std::exchange(isTelling, true)) return;
   const LogSound sound;
   logWrite(line, kError);
+  isTelling = false;
   lastTold() = {place, logsBegun()};  // the line may have opened its log
 }
 

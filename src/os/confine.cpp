@@ -5,6 +5,7 @@
 #include "os/links.h"
 #include "os/paths.h"
 #include "text/encoding.h"
+#include "text/pieces.h"
 
 namespace os {
 namespace {
@@ -33,6 +34,7 @@ std::wstring reasonOf(Grants::Verdict verdict, const Need& need) {
 
 constexpr std::wstring_view kNotPlain =
     L"a confined command line is one program with its arguments, without ; & | < > ( ) { } $ ` # ! ~ outside quotes, "
+    L"without * ? [ in the program, "
     L"without \\\" and without NAME= in front; quotes stand around the whole program";
 
 // What a path leads to is found once: what is judged is what the guard holds to.
@@ -58,7 +60,7 @@ class ConfinedFiles : public Files {
     return mayLook(path) ? under_->modified(path) : Result<FileTime>{{}, kRefused};
   }
   Result<std::vector<Entry>> list(std::wstring_view folder) override {
-    if (const auto error = confine_.read(folder)) return {{}, error};
+    if (const auto error = confine_.look(folder)) return {{}, error};
     return under_->list(folder);
   }
   Result<std::string> read(std::wstring_view path) override {
@@ -194,9 +196,13 @@ std::error_code Confine::judgedProgram(std::wstring_view program, std::wstring_v
   const bool isPath = program.find_first_of(L"\\/") != program.npos;
   const std::wstring whole = isPath ? wholeFrom(folder, program) : std::wstring(program);
   const std::wstring device = splitDevice(whole).device;
-  // A shell takes a letter that stands for nothing for a part of a name.
-  const bool isLost =
-      isPath && ((device.empty() && !whole.starts_with(L'\\')) || (!device.empty() && !mounts().has(device.front())));
+  // A shell takes a letter that stands for nothing, or has no separator behind it, for a part of a name; and ".." it
+  // takes for what lies above where a link leads to.
+  const bool isNamed = device.empty() ? whole.starts_with(L'\\') : whole.find(L'\\', 2) == 2 && mounts().has(device[0]);
+  const auto parts = text::split(withBackslashes(program), L'\\');
+  const bool leadsUp =
+      splitDevice(program).device.empty() && std::find(parts.begin(), parts.end(), L"..") != parts.end();
+  const bool isLost = isPath && (!isNamed || leadsUp);
   const std::wstring resource = isPath && !isLost ? wide(machineBehindLinks(whole)) : std::wstring(program);
   return judged(isLost ? Grants::Verdict::refused : grants_.mayRun(whole), {Permission::run, resource}, line);
 }
@@ -216,8 +222,9 @@ std::error_code Confine::start(std::wstring_view program, std::wstring_view argu
   std::wstring line = L"run " + std::wstring(program);
   if (!arguments.empty()) line.append(L" ").append(arguments);
   // A file of the folder is taken before one that the system looks for.
+  const bool isName = program.find_first_of(L"\\/") == program.npos;
   const std::wstring beside = joined(folder, program);
-  const bool isBeside = !folder.empty() && saved_.files->exists(beside);
+  const bool isBeside = isName && !folder.empty() && saved_.files->exists(beside);
   if (const auto error = judgedProgram(isBeside ? beside : std::wstring(program), folder, line)) return error;
   if (plainCommand(L"x " + std::wstring(arguments)).isPlain || isOwnWork()) return {};
   return judged(Grants::Verdict::refused, {Permission::run, std::wstring(program)}, line, kNotPlain);

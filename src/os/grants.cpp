@@ -42,7 +42,7 @@ class CommandReader {
 
  private:
   void take(wchar_t c) {
-    static constexpr std::wstring_view kOperators = L";&|<>()`$\n\r{}#!~";
+    static constexpr std::wstring_view kOperators(L";&|<>()`$\n\r{}#!~\0", 17), kPatterns = L"*?[";
     const bool isBackslashedQuote = c == L'\\' && at_ + 1 < command_.size() && command_[at_ + 1] == L'"';
     if (quote_ != 0 && c == quote_) return endQuote();
     if (isBackslashedQuote && quote_ != L'\'') {
@@ -61,6 +61,8 @@ class CommandReader {
       found_.isPlain = false;
     }
     if (isBehind_) return;
+    // A shell would fill them in, and start what nobody judged.
+    if (quote_ == 0 && kPatterns.find(c) != kPatterns.npos) found_.isPlain = false;
     if (wasQuoted_ && quote_ == 0) found_.isPlain = false;
     inProgram_ = true;
     found_.program += c;

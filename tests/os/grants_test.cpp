@@ -93,6 +93,9 @@ TEST(Grants, ACommandLineIsOneProgramOrNotPlain) {
       {L"LD_PRELOAD=x mail", L"LD_PRELOAD=x", false},
       {L"A=\\..\\mail.cmd sh", L"A=\\..\\mail.cmd", false},
       {L"A+=x mail", L"A+=x", false},
+      {L"ma?l x", L"ma?l", false},
+      {L"d:\\*\\mail", L"d:\\*\\mail", false},
+      {L"mail *.csv", L"mail", true},  // names of files, for the program
       {L"c:\\a=b\\mail.cmd x=y", L"c:\\a=b\\mail.cmd", true},
       {L"", L"", true},
   };

@@ -32,7 +32,8 @@ bool isOfDeeds(const std::vector<Deed>& deeds, const std::string& path, const Co
 
 class Recovery {
  public:
-  Recovery(const Book& book, RunJournal journal) : book_(book), journal_(std::move(journal)) {}
+  Recovery(const Book& book, RunJournal journal, const MayWrite& mayWrite)
+      : book_(book), journal_(std::move(journal)), mayWrite_(mayWrite) {}
 
   Recovered run() {
     Recovered told;
@@ -40,6 +41,7 @@ class Recovery {
     told.package = memberText(journal_.begin, "package");
     told.list = memberText(journal_.begin, "list");
     told.listSum = memberText(journal_.begin, "listSum");
+    requireOpen();
     removeTemporaries();
     noteCheckIn();
     const std::vector<std::string> back = takeBackTail();
@@ -68,6 +70,14 @@ class Recovery {
     std::string line;
     for (std::size_t i = 0; i < std::min(kMost, paths.size()); ++i) addPiece(line, JournalPaths::shown(paths[i]));
     return line + (paths.size() > kMost ? " and " + std::to_string(paths.size() - kMost) + " more" : "");
+  }
+
+  void requireOpen() const {
+    if (!mayWrite_) return;
+    for (const Deed& deed : journal_.deeds)
+      for (const std::string& path : {deed.path, deed.to})
+        if (!path.empty() && !mayWrite_(JournalPaths::system(path)))
+          fail(JournalPaths::shown(path) + " isn't granted to this run for writing");
   }
 
   // The folders that it wrote into; their writer is dead.
@@ -194,6 +204,7 @@ class Recovery {
 
   const Book& book_;
   RunJournal journal_;
+  const MayWrite& mayWrite_;
   std::vector<std::pair<std::string, std::wstring>> found_;  // as written, and where it was put
 };
 
@@ -222,7 +233,7 @@ std::vector<std::string> openEnds(const std::wstring& models) {
   return open;
 }
 
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrite& mayWrite) {
   const Book book(models);
   std::vector<Recovered> all;
   for (const std::string& run : openEnds(models)) {
@@ -231,7 +242,7 @@ std::vector<Recovered> recoverOpenEnds(const std::wstring& models) {
       removeUnbegun(book, journal);
       continue;
     }
-    all.push_back(Recovery(book, std::move(journal)).run());
+    all.push_back(Recovery(book, std::move(journal), mayWrite).run());
   }
   return all;
 }

@@ -1,6 +1,7 @@
 // Journals that a kill or a loss of power left without an end.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,10 @@ struct Recovered {
 // Takes back what stands behind the last boundary of each, removes torn versions and temporary files, and closes the
 // journal. What it would remove or replace and the run didn't write is put aside, and told. Needs the folder's lock, so
 // that no run is at work. A Fault where that fails; asked again it goes on.
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models);
+// mayWrite: is asked of each path, in the system's form, before anything is taken back; a path for which it says no is
+// such a Fault. Whoever brought a folder of models brought its journal, too.
+using MayWrite = std::function<bool(const std::wstring& path)>;
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrite& mayWrite = {});
 // Those that it would take back. Where the folder isn't locked, one of them may be at work.
 std::vector<std::string> openEnds(const std::wstring& models);
 

@@ -1,11 +1,16 @@
 #include "kelvane/run/config.h"
 
+#include <algorithm>
+
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "kelvane/check/config_check.h"
+#include "os/processes.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "text/numbers.h"
+#include "text/pieces.h"
 
 namespace kelvane {
 namespace {
@@ -51,6 +56,18 @@ std::string configText(const RunOptions& options) {
   if (options.config.empty()) text += "kvd_no_user_cfg=1\n";
   for (const std::string& setting : options.settings) text += settingLine(setting);
   return text;
+}
+
+std::string userConfigText(const std::string& config) {
+  int isLeftOut = 0;
+  for (const std::wstring& line : text::lines(text::fromUtf8(config))) {
+    const std::size_t sign = std::min(line.find(L'='), line.size());
+    if (text::equalNoCase(line.substr(0, sign), L"kvd_no_user_cfg"))
+      isLeftOut = text::parseInt(line.substr(std::min(sign + 1, line.size())));
+  }
+  const auto appdata = os::environment(L"appdata");
+  if (isLeftOut != 0 || !appdata) return {};
+  return text::toUtf8(os::readText(*appdata + L"\\OSTELO\\KVD\\conf\\kvd_user.cfg").value);
 }
 
 void tellConfigFaults(const RunOptions& options, Console& console) {

@@ -15,6 +15,9 @@ namespace kelvane {
 // without the file.
 std::string configText(const RunOptions& options);
 
+// What the user's own kvd_user.cfg will add behind that configuration; empty where the plug-in won't read it.
+std::string userConfigText(const std::string& config);
+
 // A warning for each line of these files that looks like a key and isn't.
 void tellConfigFaults(const RunOptions& options, Console& console);
 

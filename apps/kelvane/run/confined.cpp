@@ -4,9 +4,12 @@
 #include <nlohmann/json.hpp>
 
 #include "core/confinement.h"
+#include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
+#include "kelvane/run/files.h"
 #include "kelvane/run/grants_beforehand.h"
 #include "kelvane/trust/store.h"
+#include "os/links.h"
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -19,6 +22,8 @@ namespace fs = std::filesystem;
 // Files of the models' folder that are the program's.
 constexpr const wchar_t* kOwnFiles[] = {L".kelvane.lock", L"kelvane.journal"};
 
+}  // namespace
+
 os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
   os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, place.models);
   core::openToolPlaces(grants, L"t:\\");
@@ -30,7 +35,32 @@ os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
   return grants;
 }
 
-}  // namespace
+void requireOwnFilesInside(const RunOptions& options, const RunPlace& place) {
+  if (!place.isConfined) return;
+  const os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, place.models);
+  std::vector<std::wstring> files = {place.models + std::wstring(kJournalFolder)};
+  if (keepsLog(options) && options.log.empty()) files.push_back(logTarget(options, place.models));
+  for (const std::wstring& file : files) {
+    const std::string real = os::machineBehindLinks(file);
+    if (!os::Grants::isOpen(grants.mayWrite(real)))
+      throw Fault(shown(file) + " leads to " + real +
+                  ", where a confined run doesn't write; remove that link, or use " +
+                  optionOf({os::Permission::write, text::fromUtf8(real)}));
+  }
+}
+
+MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place) {
+  if (!place.isConfined) return {};
+  os::Grants grants = grantsOf(options, place);
+  for (const std::string& vault : options.vaults) grants.openTo(os::Permission::write, systemPath(vault));
+  return [grants = std::move(grants)](const std::wstring& path) {
+    // What was unpacked is the program's own, and is taken back where it stands.
+    const std::string real = os::machineBehindLinks(path);
+    const os::Grants::Verdict verdict = grants.mayWrite(real);
+    return os::Grants::isOpen(verdict) ||
+           (verdict == os::Grants::Verdict::kept && real.starts_with(os::machineBehindLinks(L"t:\\") + "/open_kvz_"));
+  };
+}
 
 nlohmann::ordered_json grantMembers(const os::Asked& asked) {
   return {{"permission", text::toUtf8(os::wordOf(asked.need.permission))},

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "kelvane/base/console.h"
+#include "kelvane/journal/recovery.h"
 #include "kelvane/log/events.h"
 #include "kelvane/run/options.h"
 #include "kelvane/run/place.h"
@@ -12,12 +13,20 @@
 
 namespace kelvane {
 
-// While it lives, where the options or the configuration say so, lists are held to the models' folder, the temp folder,
-// their package and what is granted. Made when all is in its place and before the session; a refusal is a line of the
-// log.
 // `permission`, `resource`, `allowed` and `what`, as events and the journal tell them.
 nlohmann::ordered_json grantMembers(const os::Asked& asked);
 
+// What a confined run opens to its lists.
+os::Grants grantsOf(const RunOptions& options, const RunPlace& place);
+// A Fault where a confined run's journal or its log in the models' folder leads elsewhere by a link, where nothing is
+// granted: whoever made that folder would choose what they are written over.
+void requireOwnFilesInside(const RunOptions& options, const RunPlace& place);
+// Whether a confined run may take back what another one wrote there. Empty where nothing is confined.
+MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place);
+
+// While it lives, where the options or the configuration say so, lists are held to the models' folder, the temp folder,
+// their package and what is granted. Made when all is in its place and before the session; a refusal is a line of the
+// log.
 class RunConfinement {
  public:
   RunConfinement(const RunOptions& options, const RunPlace& place);

@@ -7,19 +7,23 @@
 #include "kelvane/base/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace kelvane {
 namespace {
 
-// What a file is called in the folder that collects: "shaft.prt.4", "reports\mass.csv".
+// What a file is called in the folder that collects: "shaft.prt.4", "reports\mass.csv". Without "..", so that it lies
+// in that folder however the list called it.
 std::wstring placeBelow(std::wstring_view path) {
-  constexpr std::wstring_view kModels = L"d:\\", kUnpacked = L"t:\\open_kvz_";
-  if (path.starts_with(kModels)) return std::wstring(path.substr(kModels.size()));
-  if (path.starts_with(kUnpacked)) {
-    const std::size_t end = path.find(L'\\', kUnpacked.size());
-    if (end != path.npos) return std::wstring(path.substr(end + 1));
-  }
-  return os::nameOf(path);
+  constexpr std::wstring_view kUnpacked = L"open_kvz_";
+  const std::wstring letter = text::lower(os::splitDevice(path).device);
+  const std::vector<std::wstring> parts = os::partsOf(path);
+  std::size_t first = parts.empty() ? 0 : parts.size() - 1;
+  if (letter == L"d") first = 0;
+  if (letter == L"t" && parts.size() > 1 && text::startsWithNoCase(parts.front(), kUnpacked)) first = 1;
+  std::wstring place;
+  for (std::size_t i = first; i < parts.size(); ++i) place = os::joined(place, parts[i]);
+  return place;
 }
 
 }  // namespace

@@ -280,7 +280,7 @@ RunPlace prepareRun(const RunOptions& options) {
   (void)AcceptedExports(options.accept);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
-  takeGrants(place, options, config, package.get());
+  takeGrants(place, options, config + userConfigText(config), package.get());
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);
   requireVaults(options);
   const std::string models = modelsFolder(options);
@@ -296,7 +296,7 @@ RunPlace prepareWatch(const RunOptions& options) {
   if (package) place.package = packageFileName(options.package);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
-  takeGrants(place, options, config, package.get());
+  takeGrants(place, options, config + userConfigText(config), package.get());
   requireVaults(options);
   const std::string models = modelsFolder(options);
   place.vaults = connections(options, models);

@@ -60,6 +60,7 @@ void recover(const std::wstring& models, bool dryRun, Console& console) {
 
 RunJournalKeeper::RunJournalKeeper(const RunOptions& options, const RunPlace& place, Console& console)
     : console_(console) {
+  requireOwnFilesInside(options, place);
   if (!options.keepsJournal()) {
     for (const std::string& run : openEnds(place.models))
       console.trouble("warning: run " + run + " has no end: it is at work, or broke off and left something half done");
@@ -77,7 +78,7 @@ RunJournalKeeper::~RunJournalKeeper() {
 }
 
 void RunJournalKeeper::recover(const RunOptions& options, const RunPlace& place) {
-  const std::vector<Recovered> found = recoverOpenEnds(place.models);
+  const std::vector<Recovered> found = recoverOpenEnds(place.models, mayTakeBack(options, place));
   tellRecovered(found, console_);
   for (const Recovered& recovered : found) {
     const bool isThis =

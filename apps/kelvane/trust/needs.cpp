@@ -122,8 +122,14 @@ class Reader {
   }
   void addPlace(const XmlNode& at, const XmlAttr& given, std::wstring_view path, Permission permission,
                 bool isFolder = false) {
+    if (worksElsewhere_ && isRelative(path)) return add(at, permission, {}, shown(given));
     const auto place = placeToGrant(std::wstring(path), isFolder, permission == Permission::write);
     if (place) add(at, permission, *place, shown(given));
+  }
+  // A name that counts from the working folder.
+  static bool isRelative(std::wstring_view path) {
+    const std::wstring known = os::withBackslashes(withEnvironment(std::wstring(path)));
+    return !known.empty() && !isWhole(known) && firstVariable(known) != 0;
   }
   static std::string shown(const XmlAttr& given) {
     return "'" + text::toUtf8(given.name) + "': '" + text::toUtf8(given.value) + "'";
@@ -158,6 +164,12 @@ class Reader {
     const bool isItem = documents::isPredicate(valueOf(node, L"type"));
     eachAttribute(node, [&](const XmlAttr& given) {
       readTemplates(node, given);
+      const bool isOption = node.name == L"option" && given.name.starts_with(L"value_");
+      if (isOption) {
+        if (isWhole(os::withBackslashes(withEnvironment(std::wstring(given.value)))))
+          addPlace(node, given, given.value, Permission::read, true);
+        return;
+      }
       if (isItem && isWhole(os::withBackslashes(withEnvironment(std::wstring(given.value)))))
         addPlace(node, given, given.value, Permission::read);
     });
@@ -176,6 +188,8 @@ class Reader {
       readAttribute(task, given, row, action);
     });
     const actions::Effects& effects = action.effects;
+    if (action.key == L"setWorkingDirectory")
+      worksElsewhere_ = worksElsewhere_ || leadsElsewhere(valueOf(task, L"path"));
     if (holds(effects.changes, Touched::surroundings)) addVariable(task);
     const bool hasMacros = std::any_of(action.attributes.begin(), action.attributes.end(),
                                        [](const core::Attribute& row) { return row.kind == Kind::macro; });
@@ -193,7 +207,13 @@ class Reader {
     if (kind == program) return addProgram(task, given, *row);
     if (kind == address) return addAddress(task, given);
     if (isPath(kind)) {
-      addPlace(task, given, given.value, kind == written ? Permission::write : Permission::read, kind == folder);
+      // What is written is a file, but for these.
+      const bool isFolder = kind == folder || (kind == written && (given.name == L"folder" || given.name == L"path"));
+      addPlace(task, given, given.value, kind == written ? Permission::write : Permission::read, isFolder);
+      // A report that goes on where it ended is read before.
+      const bool goesOn =
+          holds(action.effects.changes, actions::Touched::reports) && valueOf(task, L"overwrite") != L"true";
+      if (kind == written && !isFolder && goesOn) addPlace(task, given, given.value, Permission::read);
       if (kind == file && language::isWorkbook(given.value) && readsTable(text::toUtf8(action.key)))
         add(task, Permission::run, L"xls2csv.vbs", "it converts the workbook " + shown(given));
       return;
@@ -220,8 +240,12 @@ class Reader {
     if (name.starts_with(kProjectDirectory)) name = os::nameOf(name);
     const bool isKnown = firstVariable(name) == name.npos;
     const bool isPathName = isKnown && name.find(L'\\') != name.npos;
-    if (isPathName && isWhole(name)) name = text::fromUtf8(os::mounts().machine(name));
-    add(task, Permission::run, isKnown ? name : std::wstring(),
+    // Only the run tells where its own letters, and relative names, lead.
+    const std::wstring device = text::lower(os::splitDevice(name).device);
+    const bool isOpen =
+        isPathName && (!isWhole(name) || (!device.empty() && kOwnLetters.find(device) != kOwnLetters.npos));
+    if (isPathName && !isOpen) name = text::fromUtf8(os::mounts().machine(name));
+    add(task, Permission::run, isKnown && !isOpen ? name : std::wstring(),
         "it starts '" + text::toUtf8(line) + "'" +
             (command.isPlain ? "" : ", which a confined run refuses: it isn't one program with its arguments"));
   }
@@ -238,6 +262,10 @@ class Reader {
     add(task, Permission::env, isKnown ? name : std::wstring(), "it sets '" + text::toUtf8(name) + "'");
   }
 
+  // Not one of the run's own places, or only the run tells.
+  static bool leadsElsewhere(const std::wstring& folder) { return placeToGrant(folder, true, true).has_value(); }
+
+  bool worksElsewhere_ = false;  // the working folder is one that the list chose
   std::string member_, place_;
   const core::XmlDocument* document_ = nullptr;
   std::vector<PackageNeed>& needs_;

@@ -57,6 +57,13 @@ Json asJson(const std::vector<os::Need>& needs) {
   return all;
 }
 
+// Any other place would be taken for one below the root, or for the root.
+void requireWhole(const os::Need& need) {
+  const bool isPlace = need.permission == os::Permission::read || need.permission == os::Permission::write;
+  if (need.resource.empty() || (isPlace && !need.resource.starts_with(L'/')))
+    throw std::invalid_argument("'" + text::toUtf8(need.resource) + "' is no whole path or no name");
+}
+
 // Throws what the library throws for something else.
 std::vector<os::Need> needsIn(const Json& entry, const char* member) {
   std::vector<os::Need> needs;
@@ -70,7 +77,10 @@ std::vector<os::Need> needsIn(const Json& entry, const char* member) {
       if (value.get<bool>()) needs.push_back({*known, {}});
       continue;
     }
-    for (const Json& resource : value) needs.push_back({*known, text::fromUtf8(resource.get<std::string>())});
+    for (const Json& resource : value) {
+      needs.push_back({*known, text::fromUtf8(resource.get<std::string>())});
+      requireWhole(needs.back());
+    }
   }
   return needs;
 }

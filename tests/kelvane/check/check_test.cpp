@@ -530,7 +530,12 @@ TEST_F(Check, TrustTellsWhatAListNeeds) {
       {action + "setDTL' view='/srv/forms/%SIZE%.dtl'/>", "--allow-read=/srv/forms"},
       {action + "setDTL' view='@project_dir@/iso.dtl'/>", ""},
       {action + "openCSVReport' name='a' file='\xC2\xA7KVD_TEST_SITE\xC2\xA7/out/a.csv'/>",
-       "--allow-write=/srv/site/out"},
+       "--allow-read=/srv/site/out --allow-write=/srv/site/out"},  // it goes on where it ended
+      {action + "openCSVReport' name='a' overwrite='true' file='/srv/out/a.csv'/>", "--allow-write=/srv/out"},
+      {action + "exportpdf2d' folder='/srv/out' file='a'/>", "--allow-write=/srv/out"},
+      {action + "backupAction' path='/srv/out'/>", "--allow-write=/srv/out"},
+      {action + "runMSDOScommand' cmd='d:\\tool.sh'/>", ""},
+      {action + "setConfigOption'><option name_0='search_path' value_0='/srv/lib'/></task>", "--allow-read=/srv/lib"},
       {action + "openCSVReport' name='a' file='a.csv'/>", ""},
       {action + "openCSVReport' name='a' file='d:\\a.csv'/>", ""},
       {action + "openCSVReport' name='a' file='c:\\%NAME%.csv'/>", ""},  // never the root

@@ -1,9 +1,12 @@
 // Lists that nobody trusts: what they try outside their package, the models and the temp folder, and what grants open.
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <nlohmann/json.hpp>
 
+#include "kelvane/journal/record.h"
 #include "kelvane/run/run_fixture.h"
 #include "os/doors.h"
 #include "os/links.h"
@@ -54,6 +57,8 @@ class RunConfine : public RunFixture {
 TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
   fs::create_directory_symlink(outside(), path("models/link"));
   fs::create_symlink(outside() + "/new.csv", path("models/file.csv"));
+  for (const char* name : {"outside/table.csv", "outside/book.xlsx", "outside/steel.mtl", "models/book.ods"})
+    file(name, "model name;parameter name;value\n");
   os::setEnvironment(L"KVD_TEST_PLACE", text::fromUtf8(system("outside")));
   const std::string write = "--allow-write=" + outside(), read = "--allow-read=" + outside();
   const std::string touched = outside() + "/ran";
@@ -89,13 +94,23 @@ TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
        "--allow-run=macros",
        {"--allow-run=macros"}},
       {taskOf("runTrailfile", "tf='d:\\trail.txt'"), "--allow-run=macros", {"--allow-run=macros"}},
-      {taskOf("backupAction", "path='" + system("outside") + "'"), "(--allow-", {write, read}},
+      {taskOf("backupAction", "path='" + system("outside") + "'"), write, {write}},
+      {taskOf("editModelParameterFromFile", "path='" + system("outside/table.csv") + "'"), read, {read}},
+      {taskOf("editModelParameterFromFile", "path='d:\\link\\book.xlsx'"), read, {read, "--allow-run=xls2csv.vbs"}},
+      {taskOf("editModelParameterFromFile", "path='d:\\book.ods'"), "xls2csv.vbs isn't granted", {}},
+      {taskOf("addMaterial", "material='" + system("outside/steel.mtl") + "'"), read, {read}},
+      {taskOf("setUserVariableFromUrl", "name='A' value='file://" + outside() + "/secret.txt'"),
+       "it names no server plainly",
+       {}},
+      {taskOf("setEnvironmentVariable", "name='LD_PRELOAD' value='" + outside() + "/evil.so'"),
+       "--allow-env=LD_PRELOAD",
+       {}},
   };
+  const auto before = all();
   for (const auto& row : rows) {
     SCOPED_TRACE(row.tried);
     list("try.xml", row.tried);
     for (const char* dry : {"-n", "--again"}) {
-      const auto before = all();
       const Ended refused = run("try", {"--confine", dry, "--set", "kvd_write_history_in_models=0"});
       if (!row.refused.empty()) {
         EXPECT_THAT(refused.err, AllOf(HasSubstr("Refused: "), HasSubstr(row.refused))) << dry;
@@ -109,7 +124,8 @@ TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
     words.insert(words.end(), row.grants.begin(), row.grants.end());
     EXPECT_THAT(run("try", words).err, Not(HasSubstr("Refused: ")));
     for (const std::string& made : filesIn("outside"))
-      if (made != "secret.txt") fs::remove(path("outside/" + made));
+      if (std::find(before.begin(), before.end(), "outside/" + made) == before.end())
+        fs::remove(path("outside/" + made));
     ::unsetenv("KVD_TEST_SET");
     if (row.grants.empty()) continue;
     words.push_back(text::replaceAll(std::string_view(row.grants.front()), "--allow", "--deny"));
@@ -136,11 +152,59 @@ TEST_F(RunConfine, AGrantedProgramIsThatProgram) {
                                          (line.find(' ') == line.npos ? "" : line.substr(line.find(' ') + 1)) + "'");
   };
   EXPECT_TRUE(refused(command("true %COLOR%"), "--allow-run=true"));
-  for (const char* line : {"true | sh", "true &amp;&amp; sh", "true &gt;x", "A=1 true", "env true", "true `sh`"})
+  for (const char* line :
+       {"t?ue", "[t]rue", "true | sh", "true &amp;&amp; sh", "true &gt;x", "A=1 true", "env true", "true `sh`"})
     EXPECT_TRUE(refused(command(line), "--allow-run=true")) << line;
   EXPECT_TRUE(refused(command("@project_dir@/../reports/tool.sh"), "--allow-run=tool.sh"));
+  EXPECT_TRUE(refused(command("@project_dir@/../*/tool.sh"), "--allow-run=tool.sh"));
   EXPECT_FALSE(refused(command("@project_dir@/tool.sh"), "--allow-run=tool.sh"));
   EXPECT_TRUE(fs::exists(outside() + "/tool"));
+}
+
+// What whoever made the folder of models put into it: links in the place of the program's own files, a journal whose
+// broken run "wrote" elsewhere, documents that lie elsewhere. And a name by which a report would be collected
+// elsewhere.
+TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
+  list("try.xml", taskOf("writeToCreoLog", "message='touch evil'"));
+  const auto before = all();
+  for (const char* own : {"kelvane.log", "kelvane.journal"}) {
+    const std::string target = std::string(own) == "kelvane.log" ? "/secret.txt" : "";
+    fs::create_symlink(outside() + target, path("models/") + own);
+    const Ended ended = run("try", {"--confine", "--again"});
+    EXPECT_EQ(2, ended.code);
+    EXPECT_THAT(ended.err, HasSubstr(" leads to " + outside() + target + ", where a confined run doesn't write"));
+    fs::remove(path("models/") + own);
+  }
+  const std::string evil = "touch evil\n", secret = readBytes(outside() + "/secret.txt");
+  auto had = nlohmann::ordered_json{{"size", evil.size()}, {"sum", kelvane::contentOf(evil).sum}, {"kept", "1"}};
+  auto now = nlohmann::ordered_json{{"size", secret.size()}, {"sum", kelvane::contentOf(secret).sum}};
+  file("models/kelvane.journal/0001/before/1", evil);
+  file("models/kelvane.journal/0001/run.jsonl",
+       kelvane::sealedLine({{"record", "begin"}, {"format", 1}, {"run", "0001"}, {"verb", "run"}}) +
+           kelvane::sealedLine(
+               {{"record", "write"}, {"n", 1}, {"path", outside() + "/secret.txt"}, {"had", had}, {"now", now}}));
+  const Ended broken = run("try", {"--confine", "--again"});
+  EXPECT_EQ(2, broken.code);
+  EXPECT_THAT(broken.err, HasSubstr("secret.txt isn't granted to this run for writing"));
+  EXPECT_EQ(secret, readBytes(outside() + "/secret.txt"));
+  EXPECT_EQ(0, run("try", {"--confine", "--again", "--allow-write=" + outside()}).code);
+  EXPECT_EQ(evil, readBytes(outside() + "/secret.txt"));
+  file("outside/secret.txt", secret);
+  EXPECT_EQ(before, all());
+
+  fs::rename(path("models/PLATE.prt.1"), outside() + "/PLATE.prt.1");
+  fs::create_symlink(outside() + "/PLATE.prt.1", path("models/PLATE.prt.1"));
+  const Ended elsewhere = run("try", {"--confine", "--again"});
+  EXPECT_NE(0, elsewhere.code);
+  EXPECT_THAT(elsewhere.err, HasSubstr("--allow-read=" + outside() + " isn't granted"));
+  fs::remove(path("models/PLATE.prt.1"));
+  fs::rename(outside() + "/PLATE.prt.1", path("models/PLATE.prt.1"));
+
+  list("try.xml", report("@project_dir@\\..\\..\\..\\..\\x.csv"));
+  run("try", {"--confine", "--again", "--collect", path("collected/here")});
+  EXPECT_TRUE(fs::exists(path("collected/here/x.csv")));
+  EXPECT_FALSE(fs::exists(path("collected/x.csv")));
+  EXPECT_FALSE(fs::exists(path("x.csv")));
 }
 
 // A report there would be a list, or a script, of the next run.
@@ -221,6 +285,34 @@ TEST_F(RunConfine, TheConfigurationConfinesToo) {
   EXPECT_EQ(0, run("try", {"--again", "--require-trust", "--set", grant}).code);
   EXPECT_EQ(0, run("try", {"-n", "--again", "--require-trust", "--collect", outside()}).code);
   EXPECT_EQ(2, run("try", {"--allow-write=/"}).code);
+  for (const char* open : {"kvd_allow_write=.", "kvd_allow_write=x:\\", "kvd_allow_write=x:"})
+    EXPECT_EQ(1, run("try", {"--again", "--confine", "--set", open}).code) << open;
+}
+
+// The user's own file confines from before the package is looked at, where the site lets it be read.
+TEST_F(RunConfine, TheUsersOwnFileConfinesFromTheStart) {
+  file("site_conf/kvd_main.cfg", "kvd_log_level=0\n");
+  file("config_home/OSTELO/KVD/conf/kvd_user.cfg", "kvd_confine=1\n");
+  list("try.xml", report(system("outside/x.csv")));
+  const Ended ended = run("try", {"--config", path("site_conf")});
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("which isn't granted and will be refused"), HasSubstr("Refused: write ")));
+  EXPECT_EQ((std::vector<std::string>{"secret.txt"}), filesIn("outside"));
+  list("try.xml", report("d:\\kelvane.journal\\x.csv"));
+  EXPECT_THAT(run("try", {"--config", path("site_conf"), "--again"}).err, HasSubstr("it is the program's own"));
+}
+
+// A trigger's list is held as that of a run.
+TEST_F(RunConfine, WatchConfinesToo) {
+  list("try.xml",
+       report(system("outside/x.csv")) + taskOf("runMSDOScommand", "cmd='touch' args='" + outside() + "/ran'"));
+  std::istringstream in("save\n");
+  std::ostringstream out, err;
+  kelvane::program({"watch", models(), "--package", path("standards"), "PLATE.PRT", "--confine", "--set",
+                    "kvd_start_kvz_before_save=standards try"},
+                   out, err, {}, &in);
+  EXPECT_THAT(out.str() + err.str(),
+              AllOf(HasSubstr("(--allow-write=" + outside()), HasSubstr("(--allow-run=touch isn't")));
+  EXPECT_EQ((std::vector<std::string>{"secret.txt"}), filesIn("outside"));
 }
 
 TEST_F(RunConfine, EventsTellWhatWasUsedAndWhatWasRefused) {
@@ -308,8 +400,10 @@ TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {
   EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
   EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
   EXPECT_THAT(kelvane({"trust"}).out, HasSubstr("(the site's)\n  " + grant() + "\n"));
-  for (const char* wrong : {"{", R"({"format": 2, "packages": []})",
-                            R"({"format": 1, "packages": [{"sha256": "x", "allow": {"ru": []}}]})"}) {
+  for (const char* wrong :
+       {"{", R"({"format": 2, "packages": []})", R"({"format": 1, "packages": [{"sha256": "x", "allow": {"ru": []}}]})",
+        R"({"format": 1, "packages": [{"sha256": "x", "allow": {"write": [""]}}]})",
+        R"({"format": 1, "packages": [{"sha256": "x", "allow": {"read": ["."]}}]})"}) {
     file("site/kelvane/trust.json", wrong);
     EXPECT_EQ(2, packed({"--confine"}).code) << wrong;
     EXPECT_THAT(packed({"-n"}).err, HasSubstr("warning: " + path("site/kelvane/trust.json") + " holds no grants: "));

@@ -93,6 +93,24 @@ TEST_F(UiView, AWholeRunIsPressedAndItsFilesAreServed) {
   EXPECT_TRUE(tree.at("lines").at(0).at("children"));
 }
 
+// A list that is chosen in the dialog is held as that of a run.
+TEST_F(UiView, AConfinedSessionHoldsEachPackage) {
+  part(L"BRACKET");
+  file("outside/secret.txt", "s3cret");
+  const std::string task = "<task version='3' forPRT='true' forEF='false' type='";
+  list("norm.xml", task + "writeListReport' sel='9' overwrite='true' file='" + path("outside/x.csv") + "'/>" + task +
+                       "runMSDOScommand' cmd='touch' args='" + path("outside/ran") + "'/>");
+  Browser browser(start({"--confine"}));
+  browser.openTool("BRACKET.PRT");
+  browser.choose("kvaneKVZChooser", "standards.kvz");
+  browser.choose("kvaneActionlistChooser", "norm.xml");
+  const json now = browser.press("kvaneStart");
+  const auto log = browser.get("/file/" + now.at("files").back().at("id").dump());
+  EXPECT_THAT(log->body, testing::AllOf(testing::HasSubstr("(--allow-write=" + path("outside")),
+                                        testing::HasSubstr("(--allow-run=touch isn't granted)")));
+  EXPECT_EQ((std::vector<std::string>{"secret.txt"}), filesIn("outside"));
+}
+
 TEST_F(UiView, WhatIsPressedDuringARunBeginsNoSecondOne) {
   list("slow.xml",
        "<task type='runMSDOScommand' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' cmd='sleep'"

@@ -94,6 +94,7 @@ Sweep::Sweep(Choice choice, std::string place, std::function<void(const Finding&
 void Sweep::prepareAnew(const Run& run) {
   tree_.clear();
   prepare(run, tree_.folder());
+  tree_.date(kNow);  // names of working files hold the packages' dates
   before_.clear();
 }
 

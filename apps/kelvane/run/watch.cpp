@@ -393,8 +393,19 @@ void RunWatch::tellUnsafe() {
   }
 }
 
+// A run that stands still tells nothing, as one that waits for a window that doesn't come. Where lines of its log have
+// told why, or a person stops it, nothing has to be added.
+void RunWatch::tellUnworked() {
+  if (done_ >= rows_.size() || counts().errors > 0 || Interrupt::code() != 0) return;
+  const std::size_t left = rows_.size() - done_;
+  const std::string line = "the run ended before it was done with " + rows_[done_] +
+                           (left > 1 ? " and " + counted(left - 1, "more model") : std::string());
+  if (tellTrouble(line)) ++faults_;
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
+  tellUnworked();
   tellRefusedExpressions();
   compareSaved();
   running_ = false;

@@ -5,6 +5,7 @@
 
 #include "actions/dispatch.h"
 #include "actions/environment/group_modes.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProDwgtable.h"
 #include "creo/ProMdl.h"
@@ -44,12 +45,13 @@ bool liesOn(const creo::ProDwgtable& table, int sheet) {
 // The numbers of the models that the tables of a sheet refer to.
 std::set<int> numbersOnSheet(creo::ProMdl drawing, int sheet) {
   std::set<int> numbers;
-  creo::ProDrawingTableVisit(drawing, [&](const creo::ProDwgtable& table) {
+  const creo::ProError visited = creo::ProDrawingTableVisit(drawing, [&](const creo::ProDwgtable& table) {
     if (!liesOn(table, sheet)) return creo::ProNoError;
     if (const auto models = creo::ProDwgtableRegionModelsGet(table))
       numbers.insert(models.value.begin(), models.value.end());
     return creo::ProNoError;
   });
+  isWhole(visited, L"The tables of the drawing");
   return numbers;
 }
 

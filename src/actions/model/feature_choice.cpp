@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "actions/visits.h"
 #include "core/feature_codes.h"
 #include "core/log.h"
 #include "language/compare.h"
@@ -43,13 +44,14 @@ int visitChosenFeatures(const Task& task,
                         const std::function<void(const creo::ProFeature&, const std::wstring&)>& work) {
   const FeatureChoice choice(task);
   int count = 0;
-  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+  const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
     const std::wstring name = creo::ProFeatureNameGet(feature).value;
     if (!choice.takes(feature, name)) return creo::ProNoError;
     ++count;
     work(feature, name);
     return choice.endsAtFirst() ? creo::ProStopVisit : creo::ProNoError;
   });
+  isWhole(visited, L"The features");
   return count;
 }
 

@@ -11,6 +11,13 @@ bool isWhole(creo::ProError visited, std::wstring_view what) {
   return false;
 }
 
+void cantRead(std::wstring_view what) { core::logWrite(text::format(L"%s can't be read", what), core::kError); }
+
+std::wstring nameOrNone(creo::Got<std::wstring> name, std::wstring_view what) {
+  if (!creo::isTold(name)) cantRead(what);
+  return name ? std::move(name.value) : std::wstring();
+}
+
 std::vector<creo::ProDependency> usedBy(creo::ProMdl model) {
   auto used = creo::ProMdlDependenciesList(model);
   if (used || used.error == creo::ProNotFound) return std::move(used.value);

@@ -1,4 +1,4 @@
-// Failures that come to something and may do so without a line, each with its reason.
+// Failures that come to something without a line, or leave something, and may do so, each with its reason.
 #pragma once
 
 #include <string>

@@ -77,7 +77,9 @@ std::set<int> numbersInFrame(ProMdl drawing, int sheet) {
 
 // None: the drawing has no model.
 ProMdl modelForFormat(const Task& task, int sheet) {
-  const ProMdl active = creo::ProDrawingCurrentsolidGet(task.model()).value;
+  const auto current = creo::ProDrawingCurrentsolidGet(task.model());
+  if (!creo::isTold(current)) cantRead(L"The current model of the drawing");
+  const ProMdl active = current.value;
   if (task.attribute(L"multiModelsSel") != kSearchInFrames) return active;
   const auto models = creo::ProDrawingSolidsCollect(task.model());
   if (!creo::isTold(models)) failDetail(L"The models of the drawing can't be read");

@@ -1,4 +1,5 @@
 // Mapkeys: macros that the list holds line by line, run once or for each of several things.
+#include "actions/drawing/sheet_entries.h"
 #include "actions/environment/macro.h"
 #include "actions/task.h"
 #include "actions/visits.h"
@@ -26,9 +27,8 @@ void runOnce(const Task& task) { runMapkeyMacro(task, task.model()); }
 void runForSheets(const Task& task) {
   if (!isDrawing(task.model())) return core::logMsgPlain(Message::mapkeyNeedsDrawing, core::kError);
   creo::SheetGuard sheets(task.model());
-  const auto count = creo::ProDrawingSheetsCount(task.model());
-  if (!count) return core::logWrite(L"The sheets of the drawing can't be read", core::kError);
-  for (int sheet = 1; sheet <= count.value; ++sheet) {
+  const int count = sheetCount(task.model());
+  for (int sheet = 1; sheet <= count; ++sheet) {
     core::logIndented(text::format(core::msgText(Message::forSheet), sheet), core::kNormal, 2);
     if (sheets.change(sheet) == creo::ProNoError)
       runMapkeyMacro(task, task.model());

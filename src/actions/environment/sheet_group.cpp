@@ -4,6 +4,7 @@
 #include <set>
 
 #include "actions/dispatch.h"
+#include "actions/drawing/sheet_entries.h"
 #include "actions/environment/group_modes.h"
 #include "actions/visits.h"
 #include "core/log.h"
@@ -118,8 +119,8 @@ void runEachSheet(const Task& task) {
   const auto type = creo::ProMdlTypeGet(task.model());
   if (!type || type.value != creo::ProMdlType::drawing) return;
   creo::SheetGuard current(task.model());
-  const auto count = creo::ProDrawingSheetsCount(task.model());
-  for (int sheet = 1; count && sheet <= count.value; ++sheet) {
+  const int count = sheetCount(task.model());
+  for (int sheet = 1; sheet <= count; ++sheet) {
     core::logIndented(text::format(L"Sheet - %d", sheet), core::kNormal, 1);
     if (current.change(sheet) == creo::ProNoError)
       runOnSheet(task, sheet);

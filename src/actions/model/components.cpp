@@ -26,7 +26,8 @@ bool eachComponent(creo::ProMdl assembly, Work work) {
   const creo::ProError visited = creo::ProSolidFeatVisit(assembly, [&](const creo::ProFeature& feature) {
     const auto type = creo::ProFeatureTypeGet(feature);
     if (!type) core::logWrite(text::format(L"The type of the feature %d can't be read", feature.id), core::kError);
-    if (type && type.value == creo::kComponentFeature) work(feature, creo::ProFeatureNameGet(feature).value);
+    if (type && type.value == creo::kComponentFeature)
+      work(feature, nameOrNone(creo::ProFeatureNameGet(feature), L"The name of a component"));
     return creo::ProNoError;
   });
   return isWhole(visited, L"The components");

@@ -94,7 +94,7 @@ bool isChosen(const Edit& edit, const Subject& subject) {
   if (edit.byName) {
     const auto name =
         subject.isComponent ? creo::ProMdlNameGet(subject.model) : creo::ProFeatureNameGet(subject.feature);
-    if (!fitsName(edit.name, name.value)) return false;
+    if (!fitsName(edit.name, nameOrNone(name, L"The name of a feature"))) return false;
   }
   return !edit.byType || !subject.isComponent || passesInsideFilters(edit.task, subject);
 }
@@ -156,6 +156,7 @@ creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
   if (!data) return data.error;
   const auto visited = creo::ProSolidFeatVisit(edit.task.model(), [&](const ProFeature& feature) {
     const auto type = creo::ProFeatureTypeGet(feature);
+    if (!type) cantRead(L"The type of a feature");
     if (!type || (edit.byType && type.value != edit.type)) return creo::ProNoError;
     const auto subject = subjectOf(feature, type.value);
     if (subject && isChosen(edit, *subject)) addItem(edit, *subject, data.value);

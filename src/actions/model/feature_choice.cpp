@@ -24,7 +24,7 @@ class FeatureChoice {
       core::logWrite(text::format(L"featid is no number of a feature: %s", id), core::kError);
   }
   [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
-    if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
+    if (how_ == L"1") return valueOrNone(creo::ProFeatureTypeGet(feature), L"The type of a feature") == type_;
     if (how_ == L"2") return feature.id == id_;
     if (how_ == L"4") return language::matches(name_, name);
     return how_ == L"3";
@@ -45,7 +45,7 @@ int visitChosenFeatures(const Task& task,
   const FeatureChoice choice(task);
   int count = 0;
   const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
-    const std::wstring name = creo::ProFeatureNameGet(feature).value;
+    const std::wstring name = nameOrNone(creo::ProFeatureNameGet(feature), L"The name of a feature");
     if (!choice.takes(feature, name)) return creo::ProNoError;
     ++count;
     work(feature, name);

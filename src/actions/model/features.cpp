@@ -41,6 +41,7 @@ void rename(const NamedFeature& entry, const std::wstring& name) {
 }
 
 constexpr std::wstring_view kFeatures = L"The features";
+constexpr std::wstring_view kFeatureType = L"The type of a feature";
 
 // Names of the form NAME_1, NAME_2, ..., which several features take. Those that have one already keep it, so that
 // another run changes nothing.
@@ -83,7 +84,7 @@ Outcome renameFeature(const Task& task) {
   std::vector<NamedFeature> chosen;
   int components = 0;
   visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& former) {
-    if (creo::ProFeatureTypeGet(feature).value == creo::kComponentFeature)
+    if (valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == creo::kComponentFeature)
       ++components;
     else
       chosen.push_back({feature, former});
@@ -111,7 +112,7 @@ std::optional<bool> isFound(creo::ProError visited, std::wstring_view what) {
 
 std::optional<bool> hasFeature(creo::ProMdl solid, int type) {
   const auto visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
-    return creo::ProFeatureTypeGet(feature).value == type ? creo::ProStopVisit : creo::ProNoError;
+    return valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == type ? creo::ProStopVisit : creo::ProNoError;
   });
   return isFound(visited, kFeatures);
 }
@@ -159,12 +160,12 @@ Outcome addFirstFeatures(const Task& task) {
 // ---- features that unbend
 
 bool unbends(const creo::ProFeature& feature) {
-  const std::wstring type = creo::ProFeatureTypenameGet(feature).value;
+  const std::wstring type = valueOrNone(creo::ProFeatureTypenameGet(feature), kFeatureType);
   return text::equalNoCase(type, L"UNBEND") || text::equalNoCase(type, L"FLAT PATTERN");
 }
 
 bool isSuppressed(const creo::ProFeature& feature) {
-  const creo::ProFeatureStatus status = creo::ProFeatureStatusGet(feature).value;
+  const auto status = valueOrNone(creo::ProFeatureStatusGet(feature), L"The status of a feature");
   return status == creo::ProFeatureStatus::suppressed || status == creo::ProFeatureStatus::familyTableSuppressed;
 }
 

@@ -43,6 +43,7 @@ std::optional<creo::ProFeature> planeNamed(creo::ProMdl solid, std::wstring_view
   std::optional<creo::ProFeature> plane;
   const creo::ProError visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
     const auto name = creo::ProFeatureNameGet(feature);
+    if (!creo::isTold(name)) cantRead(L"The name of a feature");
     if (!name || !fitsName(pattern, name.value)) return creo::ProNoError;
     plane = feature;
     return creo::ProStopVisit;

@@ -9,7 +9,7 @@
 namespace sweep {
 
 struct Silence {
-  std::string action, operation, code, caller;  // a "*" at the end stands for any rest
+  std::string action, operation, code, caller;  // a "*" stands for anything
   std::string reason;
   int uses = 0;
 };

@@ -112,6 +112,11 @@ void RunWatch::message(const std::wstring& text) {
   const bool isFault = isOfModels || text.starts_with(L"the view ");
   const bool isTrouble = isFault || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
   if (isTrouble && tellTrouble(readable(text)) && isFault) ++faults_;
+  // A call that failed while the table was filled: models may be missing in it. What can't be retrieved has its own
+  // line.
+  if (text.starts_with(L"<KVD> sourceData - Failure") && !text.ends_with(L"ProMdlRetrieve") &&
+      tellTrouble("the table of models may not be whole: " + readable(text)))
+    ++faults_;
   // The run goes on without it. Its log isn't open yet.
   if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))
     ++notUnpacked_;

@@ -114,7 +114,7 @@ void RunWatch::message(const std::wstring& text) {
   if (isTrouble && tellTrouble(readable(text)) && isFault) ++faults_;
   // A call that failed while the table was filled: models may be missing in it. What can't be retrieved has its own
   // line.
-  if (text.starts_with(L"<KVD> sourceData - Failure") && !text.ends_with(L"ProMdlRetrieve") &&
+  if (text.starts_with(L"<KVD> sourceData - Failure") && !text.ends_with(L"Retrieve") && !text.ends_with(L"history") &&
       tellTrouble("the table of models may not be whole: " + readable(text)))
     ++faults_;
   // The run goes on without it. Its log isn't open yet.

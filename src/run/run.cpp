@@ -352,7 +352,8 @@ void leaveWindow(Opening opening) {
   const bool isMade = opening == Opening::asked && ProWindowCurrentSet(window) == ProNoError;
   const auto current = ProWindowCurrentGet();
   const bool isPersons = current ? current.value == window : isMade;
-  if (isPersons && ProWindowCurrentClose() == ProNoError) {
+  const auto closes = [] { return ProWindowCurrentClose() == ProNoError; };
+  if (isPersons && (closes() || closes())) {  // as long as it stands, it is the one that the person works in
     closing() = window;
     return;
   }

@@ -13,8 +13,10 @@ namespace {
 
 using creo::ProMdlType;
 
+// A failure is told where there is a model, which then isn't worked.
 bool hasType(const Task& task, std::initializer_list<ProMdlType> types) {
   const auto type = creo::ProMdlTypeGet(task.model());
+  if (!type && task.model()) core::logWrite(L"The type of the model can't be read", core::kError);
   return type && std::find(types.begin(), types.end(), type.value) != types.end();
 }
 

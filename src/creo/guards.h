@@ -33,12 +33,13 @@ class SheetGuard {
  public:
   explicit SheetGuard(ProMdl drawing) : drawing_(drawing), saved_(ProDrawingCurrentSheetGet(drawing)) {}
   ~SheetGuard() {
-    if (changed_ && saved_) ProDrawingCurrentSheetSet(drawing_, saved_.value);
+    if (changed_) ProDrawingCurrentSheetSet(drawing_, saved_.value);
   }
   SheetGuard(const SheetGuard&) = delete;
   SheetGuard& operator=(const SheetGuard&) = delete;
-  // As ProDrawingCurrentSheetSet.
+  // As ProDrawingCurrentSheetSet; it stays where the former one can't be told.
   ProError change(int sheet) {
+    if (!saved_) return saved_.error;
     const ProError result = ProDrawingCurrentSheetSet(drawing_, sheet);
     changed_ = changed_ || result == ProNoError;
     return result;

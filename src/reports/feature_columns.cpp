@@ -103,12 +103,12 @@ std::wstring featureNamesAndTypes(const ModelFacts& facts) {
 
 std::wstring featureCount(const ModelFacts& facts) {
   int count = 0;
-  creo::ProSolidFeatVisit(facts.model, [&count](const creo::ProFeature& feature) {
+  const auto visited = creo::ProSolidFeatVisit(facts.model, [&count](const creo::ProFeature& feature) {
     const auto visible = creo::ProFeatureVisibilityGet(feature);
     if (visible && visible.value) ++count;
     return creo::ProNoError;
   });
-  return text::format(L"%d", count);
+  return countOf(visited, count);
 }
 
 std::wstring flexibleComponents(const ModelFacts& facts) {

@@ -21,29 +21,30 @@ struct FamilyFacts {
 };
 using InstanceTest = bool (*)(const creo::ProFaminstance& instance);
 
-std::wstring countOf(const FamilyFacts& facts, InstanceTest letsThrough) {
+std::wstring countOfThose(const FamilyFacts& facts, InstanceTest letsThrough) {
   int count = 0;
+  creo::ProError visited = creo::ProNotFound;
   if (facts.table)
-    creo::ProFamtableInstanceVisit(*facts.table, [&](const creo::ProFaminstance& instance) {
+    visited = creo::ProFamtableInstanceVisit(*facts.table, [&](const creo::ProFaminstance& instance) {
       if (letsThrough(instance)) ++count;
       return creo::ProNoError;
     });
-  return text::format(L"%d", count);
+  return countOf(visited, count);
 }
 
 std::wstring amount(const FamilyFacts& facts) {
-  return countOf(facts, [](const creo::ProFaminstance&) { return true; });
+  return countOfThose(facts, [](const creo::ProFaminstance&) { return true; });
 }
 
 std::wstring amountLocked(const FamilyFacts& facts) {
-  return countOf(facts, [](const creo::ProFaminstance& instance) {
+  return countOfThose(facts, [](const creo::ProFaminstance& instance) {
     const auto lock = creo::ProFaminstanceCheck(instance);
     return lock && lock.value == creo::ProInstanceLock::locked;
   });
 }
 
 std::wstring amountUnregenerated(const FamilyFacts& facts) {
-  return countOf(facts, [](const creo::ProFaminstance& instance) {
+  return countOfThose(facts, [](const creo::ProFaminstance& instance) {
     const auto verification = creo::ProFaminstanceIsVerified(instance);
     return !verification || verification.value != creo::ProVerification::verified;
   });
@@ -82,14 +83,16 @@ class InstanceModel {
 
 std::wstring hasNestedTable(const FamilyFacts& facts) {
   bool found = false;
+  creo::ProError visited = creo::ProNotFound;
   if (facts.table)
-    creo::ProFamtableInstanceVisit(*facts.table, [&found](const creo::ProFaminstance& instance) {
+    visited = creo::ProFamtableInstanceVisit(*facts.table, [&found](const creo::ProFaminstance& instance) {
       const InstanceModel model(instance);
       if (!model.got()) core::logWrite(L"Can't retrieve an instance", core::kError);
       found = model.got() && creo::ProSolidFamtableCheck(model.got().value) == creo::ProNoError;
       return found ? creo::ProStopVisit : creo::ProNoError;
     });
-  return found ? L"true" : L"false";
+  if (visited == creo::ProNoError || visited == creo::ProNotFound) return L"false";
+  return found ? L"true" : L"";
 }
 
 constexpr ReportColumn<FamilyFacts> kColumns[] = {

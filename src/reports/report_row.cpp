@@ -29,6 +29,11 @@ std::wstring truth(const creo::Got<bool>& value) {
   return value.value ? L"true" : L"false";
 }
 
+std::wstring countOf(creo::ProError visited, int count) {
+  const bool isWhole = visited == creo::ProNoError || visited == creo::ProNotFound;
+  return isWhole ? text::format(L"%d", count) : std::wstring();
+}
+
 void appendLine(std::wstring& field, std::wstring_view entry) {
   if (!field.empty()) field += L'\n';
   field += entry;

@@ -57,6 +57,9 @@ void reportColumns(const ReportRow& row, const actions::Task& task, std::span<co
 // "true" or "false"; empty where it can't be had.
 std::wstring truth(const creo::Got<bool>& value);
 
+// How many a visit met; empty where it failed.
+std::wstring countOf(creo::ProError visited, int count);
+
 // Several entries of one field are lines of it.
 void appendLine(std::wstring& field, std::wstring_view entry);
 

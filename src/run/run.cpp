@@ -305,8 +305,8 @@ bool takeWindow(ProMdl model, const std::wstring& name, ProMdlType type) {
 // Asks for the run's window. False: it won't come forward, and nothing may wait for it.
 bool windowIsAskedFor() {
   const int window = run()->window;
-  const ProError heard = ProNotificationSet(ProNotifyType::windowActivated, [](const ProNotification&) {
-    onWindowActivated();
+  const ProError heard = ProNotificationSet(ProNotifyType::windowActivated, [](const ProNotification& event) {
+    onWindowActivated(event.window);
     return ProNoError;
   });
   const auto before = ProWindowCurrentGet();
@@ -349,13 +349,17 @@ Opening openRow(const std::string& row) {
 // empty one that was taken.
 void leaveWindow(Opening opening) {
   const int window = run()->window;
-  if (opening == Opening::asked) ProWindowCurrentSet(window);
+  const bool isMade = opening == Opening::asked && ProWindowCurrentSet(window) == ProNoError;
   const auto current = ProWindowCurrentGet();
-  const bool isPersons = current && current.value == window;
-  const ProError left = isPersons ? ProWindowCurrentClose() : ProWindowDelete(window);
-  if (isPersons && left == ProNoError) closing() = window;
+  const bool isPersons = current ? current.value == window : isMade;
+  const auto closes = [] { return ProWindowCurrentClose() == ProNoError; };
+  if (isPersons && (closes() || closes())) {  // as long as it stands, it is the one that the person works in
+    closing() = window;
+    return;
+  }
+  const ProError left = ProWindowDelete(window);
   // ProBadInputs: an action has taken it away already.
-  if (left != ProNoError && left != ProBadInputs) creoLog(L"<KVD> main - a window of the run stays");
+  if (left != ProNoError && left != ProBadInputs) logWrite(L"A window that the run opened stays", kWarning);
 }
 
 // Body on the model that stands before Creo now; opening: asked where its window came forward for it.
@@ -398,7 +402,12 @@ void advance(bool bodyRan) {
 
 void runBodies() {
   Run& state = *run();
-  state.rows = ProUITableRownamesGet(dialog(), kModelTable).value;
+  auto rows = ProUITableRownamesGet(dialog(), kModelTable);
+  if (!isTold(rows)) {
+    logWrite(L"The rows of the table can't be read, so no model is worked", kError);
+    return endEarly();
+  }
+  state.rows = std::move(rows.value);
   int chosen = 0;
   if (!countChosen(chosen)) return endEarly();
   if (chosen > 0 && ProUIProgressbarMaxintegerSet(dialog(), "kvaneProgressBar", chosen) != ProNoError) {
@@ -462,10 +471,10 @@ void startRun() {
   runBodies();
 }
 
-void onWindowActivated() {
+void onWindowActivated(int window) {
   if (!run()) return;
   const auto current = ProWindowCurrentGet();
-  if (!current || current.value != run()->window) {
+  if ((current ? current.value : window) != run()->window) {
     creoLog(L"KVD: Current ID is not Window ID");
     return;
   }

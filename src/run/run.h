@@ -10,8 +10,9 @@ namespace run {
 
 // The press on the start button.
 void startRun();
-// Control returned with a window: goes on with the model that the run waits for.
-void onWindowActivated();
+// Control returned with a window: goes on with the model that the run waits for. window: what the notification tells,
+// for where Creo doesn't give the current one.
+void onWindowActivated(int window);
 // Runs the actions of a section on a row's model ("BRACKET.PRT"), or on none. Null sections hold nothing.
 void runSection(const core::XmlNode* section, const std::string& rowName);
 // Foot, and the end of everything that belongs to the run.

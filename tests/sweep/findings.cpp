@@ -34,7 +34,7 @@ bool isFault(Verdict verdict) {
   return verdict != Verdict::same && verdict != Verdict::told && verdict != Verdict::warned;
 }
 
-constexpr int kTold = kVerdicts;  // a silence that has its reason
+constexpr int kTold = kVerdicts;  // what has its reason
 using Counts = std::array<int, kVerdicts + 1>;
 
 void tellCounts(std::ostream& out, const std::string& name, const Counts& counts) {
@@ -44,7 +44,7 @@ void tellCounts(std::ostream& out, const std::string& name, const Counts& counts
   for (int i = 0; i < kVerdicts; ++i)
     if (counts[static_cast<std::size_t>(i)] > 0)
       out << ", " << counts[static_cast<std::size_t>(i)] << ' ' << wordOf(static_cast<Verdict>(i));
-  if (counts[kTold] > 0) out << ", " << counts[kTold] << " silent with a reason";
+  if (counts[kTold] > 0) out << ", " << counts[kTold] << " with a reason";
   out << '\n';
 }
 
@@ -115,7 +115,8 @@ int tell(std::ostream& out, const std::vector<Finding>& findings, const Report& 
   for (std::size_t i = 0; i < shown.size(); ++i) {
     const Finding& finding = *shown[i];
     const Verdict verdict = finding.judgement.verdict;
-    Silence* reason = verdict == Verdict::silent ? silenceOf(rows, finding.place, finding.code, callers[i]) : nullptr;
+    const bool mayHaveReason = verdict == Verdict::silent || verdict == Verdict::left;
+    Silence* reason = mayHaveReason ? silenceOf(rows, finding.place, finding.code, callers[i]) : nullptr;
     if (reason) {
       ++reason->uses;
       --counts[finding.list][static_cast<std::size_t>(verdict)];

@@ -1,5 +1,5 @@
 // Fails each call that the lists of the example make of an operation, once with each code that it can give, and looks
-// what becomes of it: sweep [--list NAME]... [--operation NAME] [--seed N] [--part N] [--jobs N] [--seconds N] [--all]
+// what becomes of it: sweep [--list NAME]... [--operation NAME] [--seed N] [--part N] [--draw N] [--jobs N] ...
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -24,12 +24,14 @@ constexpr const char* kUsage =
     "  --files           calls of the machine's files alone\n"
     "  --seed N          draws the failures of a part; 0, and without one, the clock does\n"
     "  --part N          one of N failures; 1: all\n"
+    "  --draw N          N of the lists, drawn by the seed\n"
     "  --jobs N          processes at once\n"
     "  --seconds N       that a run with a failure may take\n"
     "  --all             a line for each failure, not for faults alone\n";
 
 struct Options {
   Choice choice;
+  unsigned drawn = 0;  // so many of the lists; 0: as named
   bool all = false;
 };
 
@@ -43,8 +45,11 @@ Options optionsOf(const std::vector<std::string>& words) {
   Options options;
   Choice& choice = options.choice;
   choice.seed = 0;
-  const std::map<std::string, unsigned*> numbers = {
-      {"--seed", &choice.seed}, {"--part", &choice.part}, {"--jobs", &choice.jobs}, {"--seconds", &choice.seconds}};
+  const std::map<std::string, unsigned*> numbers = {{"--seed", &choice.seed},
+                                                    {"--part", &choice.part},
+                                                    {"--draw", &options.drawn},
+                                                    {"--jobs", &choice.jobs},
+                                                    {"--seconds", &choice.seconds}};
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& option = words[i];
     const auto value = [&]() -> const std::string& {
@@ -70,6 +75,9 @@ Options optionsOf(const std::vector<std::string>& words) {
   for (const std::string& list : choice.lists)
     if (std::none_of(runs().begin(), runs().end(), [&](const Run& run) { return run.name == list; }))
       throw std::invalid_argument("there is no list " + list);
+  // Neighbouring seeds take neighbouring lists, so that a row of runs comes to all of them.
+  for (unsigned i = 0; i < options.drawn && i < runs().size(); ++i)
+    choice.lists.push_back(runs()[(choice.seed + i) % runs().size()].name);
   return options;
 }
 

@@ -53,15 +53,22 @@ std::string plainName(std::string name) {
   return name.substr(0, name.find('('));
 }
 
-// What every action calls through tells nothing of the one that asks.
-bool isShared(std::string_view function) {
-  for (const std::string_view start :
-       {"creo::", "headless::", "std::", "os::", "__wrap", "decltype", "auto", "void", "sweep::"})
-    if (function.starts_with(start)) return true;
-  return function.empty() || function == "??";
+// A source as callers are called: "reports/report_layer" of "/home/ann/user/src/reports/report_layer.cpp:39". Empty for
+// what every action calls through, which tells nothing of the one that asks.
+std::string sourceOf(const std::string& line) {
+  for (const std::string_view folder : {"/src/", "/apps/"}) {
+    const std::size_t at = line.rfind(folder);
+    if (at == line.npos) continue;
+    std::string source = line.substr(at + folder.size(), line.rfind('.') - at - folder.size());
+    for (const std::string_view shared : {"creo/", "headless/", "os/", "core/log", "text/"})
+      if (source.starts_with(shared)) return {};
+    return source;
+  }
+  return {};
 }
 
-// Functions by address, inlined ones first; what the program's own tables tell.
+// Those that ask by address, inlined ones first, as "reports/report_layer: reports::reportLayer"; what the program's
+// own tables tell.
 std::map<std::uintptr_t, std::vector<std::string>> functionsAt(const std::vector<Place>& places) {
   std::ostringstream command;
   command << "addr2line -a -f -C -i -e /proc/" << ::getpid() << "/exe" << std::hex;
@@ -73,6 +80,7 @@ std::map<std::uintptr_t, std::vector<std::string>> functionsAt(const std::vector
   if (!pipe) return found;
   std::uintptr_t frame = 0;
   bool isFunction = true;
+  std::string function;
   std::array<char, 1 << 16> line{};
   while (std::fgets(line.data(), static_cast<int>(line.size()), pipe.get())) {
     std::string text(line.data());
@@ -81,9 +89,12 @@ std::map<std::uintptr_t, std::vector<std::string>> functionsAt(const std::vector
       frame = std::stoull(text, nullptr, 16) + 1;
       found[frame].clear();
       isFunction = true;
-    } else {
-      if (isFunction) found[frame].push_back(plainName(text));
-      isFunction = !isFunction;  // each is followed by its line
+    } else if (isFunction) {
+      function = plainName(text);
+      isFunction = false;
+    } else {  // the line that it stands in
+      if (const std::string source = sourceOf(text); !source.empty()) found[frame].push_back(source + ": " + function);
+      isFunction = true;
     }
   }
   return found;
@@ -123,8 +134,7 @@ std::vector<std::string> callersOf(const std::vector<Place>& places) {
       for (const std::uintptr_t frame : place.frames) {
         const auto names = functions.find(frame);
         if (names == functions.end()) continue;
-        for (const std::string& name : names->second)
-          if (caller.empty() && !isShared(name)) caller = name;
+        if (caller.empty() && !names->second.empty()) caller = names->second.front();
       }
       callers.push_back(std::move(caller));
     }

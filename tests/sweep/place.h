@@ -25,8 +25,8 @@ struct Place {
 // The place that calls. skipped: the frames between it and what is asked.
 Place placeHere(std::string_view operation, std::size_t skipped);
 
-// The functions that ask, as "actions::deleteLayers", of these places in their order: the first outside of the
-// operations and of the floors that all share. Empty where the program's names don't tell.
+// Who asks, as "actions/model/layers: actions::deleteLayer", by source and function, of these places in their order:
+// the first outside of the operations and of the floors that all share. Empty where the program's names don't tell.
 std::vector<std::string> callersOf(const std::vector<Place>& places);
 
 }  // namespace sweep

@@ -14,9 +14,13 @@ std::string trimmed(const std::string& text) {
   return first == text.npos ? "" : text.substr(first, last - first + 1);
 }
 
-bool fits(const std::string& pattern, const std::string& text) {
-  if (pattern.ends_with('*')) return text.starts_with(pattern.substr(0, pattern.size() - 1));
-  return pattern == text;
+bool fits(std::string_view pattern, std::string_view text) {
+  if (pattern.empty()) return text.empty();
+  if (pattern.front() != '*')
+    return !text.empty() && pattern.front() == text.front() && fits(pattern.substr(1), text.substr(1));
+  for (std::size_t i = 0; i <= text.size(); ++i)
+    if (fits(pattern.substr(1), text.substr(i))) return true;
+  return false;
 }
 
 }  // namespace

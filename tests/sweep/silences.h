@@ -1,4 +1,4 @@
-// Failures that come to something and may do so without a line, each with its reason.
+// Failures that come to something without a line, or leave something, and may do so, each with its reason.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 namespace sweep {
 
 struct Silence {
-  std::string action, operation, code, caller;  // a "*" at the end stands for any rest
+  std::string action, operation, code, caller;  // a "*" stands for anything
   std::string reason;
   int uses = 0;
 };

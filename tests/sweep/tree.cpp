@@ -95,6 +95,13 @@ void Tree::putBack() const {
   }
 }
 
+void Tree::date(std::int64_t seconds) const {
+  const timespec times[] = {{seconds, 0}, {seconds, 0}};
+  for (const auto& found : fs::recursive_directory_iterator(folder_))
+    if (found.is_regular_file() && !found.is_symlink())
+      require(::utimensat(AT_FDCWD, found.path().c_str(), times, 0) == 0, found.path().string());
+}
+
 void Tree::clear() {
   for (const std::string& folder : {folder_, kept_}) {
     fs::remove_all(folder);

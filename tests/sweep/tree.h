@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -15,6 +16,8 @@ class Tree {
   // From now on it is put back to what it is now.
   void keep();
   void putBack() const;
+  // Dates all files, in seconds since 1970.
+  void date(std::int64_t seconds) const;
   // Removes all that is in the folder, and what was kept.
   void clear();
   // Files below the folder by their paths in it, with their content.

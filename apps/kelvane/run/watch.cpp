@@ -112,6 +112,11 @@ void RunWatch::message(const std::wstring& text) {
   const bool isFault = isOfModels || text.starts_with(L"the view ");
   const bool isTrouble = isFault || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
   if (isTrouble && tellTrouble(readable(text)) && isFault) ++faults_;
+  // A call that failed while the table was filled: models may be missing in it. What can't be retrieved has its own
+  // line.
+  if (text.starts_with(L"<KVD> sourceData - Failure") && !text.ends_with(L"Retrieve") && !text.ends_with(L"history") &&
+      tellTrouble("the table of models may not be whole: " + readable(text)))
+    ++faults_;
   // The run goes on without it. Its log isn't open yet.
   if (text.starts_with(L"failure while extract file ") && tellTrouble(options_.package + ": " + readable(text)))
     ++notUnpacked_;
@@ -393,8 +398,19 @@ void RunWatch::tellUnsafe() {
   }
 }
 
+// A run that stands still tells nothing, as one that waits for a window that doesn't come. Where lines of its log have
+// told why, or a person stops it, nothing has to be added.
+void RunWatch::tellUnworked() {
+  if (done_ >= rows_.size() || counts().errors > 0 || Interrupt::code() != 0) return;
+  const std::size_t left = rows_.size() - done_;
+  const std::string line = "the run ended before it was done with " + rows_[done_] +
+                           (left > 1 ? " and " + counted(left - 1, "more model") : std::string());
+  if (tellTrouble(line)) ++faults_;
+}
+
 void RunWatch::end(Recap& recap) {
   log_.follow();
+  tellUnworked();
   tellRefusedExpressions();
   compareSaved();
   running_ = false;

@@ -116,6 +116,7 @@ class RunWatch : public headless::SessionObserver {
   bool keepHistory(creo::ProMdl model, Document& document);
   void noteWritten(Document& document);
   void compareSaved();
+  void tellUnworked();
   [[nodiscard]] ModelChanges changesOf(const Document& document) const;
   void tellUnknownSteps();
   void tellMoved();

@@ -22,6 +22,12 @@ void refreshTree(creo::ProMdl drawing) {
   if (const auto window = creo::ProMdlWindowGet(drawing)) creo::ProDrawingtreeRefresh(drawing, window.value);
 }
 
+bool turnsTo(creo::SheetGuard& current, int sheet) {
+  if (current.change(sheet) == creo::ProNoError) return true;
+  failDetail(text::format(L"Can't make sheet %d the current one", sheet));
+  return false;
+}
+
 creo::ProError showNote(const creo::ProDtlnote& note) {
   return inCurrentWindow(note.drawing, [&] { return creo::ProDtlnoteShow(note); });
 }
@@ -29,8 +35,8 @@ creo::ProError showNote(const creo::ProDtlnote& note) {
 void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view> stems, SheetNumbers numbers,
                        SheetEntryWork work) {
   const auto entries = sheetEntries(task, stems, numbers);
-  const auto sheets = creo::ProDrawingSheetsCount(task.model());
-  for (int sheet = 1; sheets && !entries.empty() && sheet <= sheets.value; ++sheet) {
+  const int sheets = entries.empty() ? 0 : sheetCount(task.model());
+  for (int sheet = 1; sheet <= sheets; ++sheet) {
     const auto frame = sheetFrame(task.model(), sheet);
     if (!frame) continue;
     for (const SheetEntry& entry : entries)
@@ -41,8 +47,10 @@ void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view
 std::optional<creo::ProPoint> placeForNew(const Task& task, const SheetEntry& entry, const SheetFrame& frame) {
   const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::adding);
   if (!given) return std::nullopt;
-  const creo::ProPoint place = fromEdges(frame, *given), stored = toDrawing(frame, place);
-  sayDetail(text::format(L"Input position x: %f, y:%f", place.x, place.y));
+  const auto place = fromEdges(frame, *given);
+  if (!place) return std::nullopt;
+  const creo::ProPoint stored = toDrawing(frame, *place);
+  sayDetail(text::format(L"Input position x: %f, y:%f", place->x, place->y));
   sayDetail(text::format(L"Recalc input position x: %f, y:%f", stored.x, stored.y));
   return stored;
 }
@@ -65,7 +73,9 @@ std::optional<creo::ProPoint> newPlace(const Task& task, const SheetEntry& entry
   const auto given = placeOf(task, entry, L"nposx_", L"nposy_", SheetWork::finding);
   if (!given) return std::nullopt;
   sayDetail(text::format(L"values x: %f, y: %f", given->x, given->y));
-  const creo::ProPoint stored = toDrawing(frame, fromEdges(frame, *given));
+  const auto place = fromEdges(frame, *given);
+  if (!place) return std::nullopt;
+  const creo::ProPoint stored = toDrawing(frame, *place);
   sayDetail(text::format(L"set to recalc x: %f, y: %f", stored.x, stored.y));
   return stored;
 }

@@ -8,6 +8,7 @@
 #include "actions/action.h"
 #include "actions/drawing/sheet_entries.h"
 #include "creo/ProNote.h"
+#include "creo/guards.h"
 
 namespace actions {
 
@@ -18,6 +19,9 @@ void sayDetail(std::wstring_view text);
 void failDetail(std::wstring_view text);
 // The matching one of the two.
 void tellResult(creo::ProError result, std::wstring_view success, std::wstring_view failure);
+
+// Makes the sheet the current one. False, with an error line: it doesn't become that.
+bool turnsTo(creo::SheetGuard& current, int sheet);
 
 // Brings the tree beside the drawing up to date, where a window shows it.
 void refreshTree(creo::ProMdl drawing);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "actions/drawing/table_finder.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "language/compare.h"
 #include "language/comparison_watch.h"
@@ -88,7 +89,7 @@ struct FormatTable {
 // The sheet's tables that come from its format; one whose place can't be read is left alone.
 std::vector<FormatTable> formatTables(creo::ProMdl drawing, int sheet) {
   std::vector<FormatTable> found;
-  creo::ProDrawingTableVisit(drawing, [&](const ProDwgtable& table) {
+  const creo::ProError visited = creo::ProDrawingTableVisit(drawing, [&](const ProDwgtable& table) {
     debug(L"table found");
     const PlacedSegment segment = placedSegment(table);
     if (!segment.sheet || segment.sheet.value != sheet) return creo::ProNoError;
@@ -99,6 +100,7 @@ std::vector<FormatTable> formatTables(creo::ProMdl drawing, int sheet) {
     if (const auto place = creo::ProDwgtableInfoGet(table, segment.number)) found.push_back({table, place.value});
     return creo::ProNoError;
   });
+  isWhole(visited, L"The tables of the format");
   return found;
 }
 

@@ -1,6 +1,7 @@
 // Notes on the sheets of drawings: written from a file, found by place or text, moved, deleted.
 #include "actions/drawing/details.h"
 #include "actions/output_file.h"
+#include "actions/visits.h"
 #include "creo/ProDrawingView.h"
 #include "creo/ProNote.h"
 #include "creo/ProWindow.h"
@@ -98,13 +99,13 @@ void addNoteOn(const Task& task, const NewNote& note, const SheetEntry& entry, i
 Outcome addNote(const Task& task) {
   const auto note = newNoteOf(task);
   if (!note) return done;
-  const auto sheets = creo::ProDrawingSheetsCount(task.model());
+  const int sheets = sheetCount(task.model());
   creo::SheetGuard current(task.model());
   for (const SheetEntry& entry : sheetEntries(task, {L"sheet_"})) {
     if (!task.numbered(L"posx_%d", entry.number)) continue;
-    for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet) {
+    for (int sheet = 1; sheet <= sheets; ++sheet) {
       if (!isForSheet(task, entry, sheet, SheetWork::adding)) continue;
-      if (current.change(sheet) != creo::ProNoError) continue;
+      if (!turnsTo(current, sheet)) continue;
       sayDetail(text::format(L"Sheet %d is worked", sheet));
       addNoteOn(task, *note, entry, sheet);
     }
@@ -140,8 +141,9 @@ void moveNoteTo(const Task& task, const SheetEntry& entry, const SheetFrame& fra
 Outcome workNotes(const Task& task, std::initializer_list<std::wstring_view> stems, DetailWork work) {
   eachSheetAndEntry(task, stems, [&](const SheetFrame& frame, const SheetEntry& entry) {
     const auto wanted = wantedPlace(task, entry, frame);
-    creo::ProDrawingDtlnoteVisit(task.model(), frame.sheet, [&](const ProDtlnote& note) {
+    const auto visited = creo::ProDrawingDtlnoteVisit(task.model(), frame.sheet, [&](const ProDtlnote& note) {
       auto data = creo::ProDtlnoteDataGet(note);
+      if (!data) failDetail(L"A note can't be read");
       if (!data) return creo::ProNoError;
       const bool isThere = wanted && standsAt(frame, data.value.attachment, *wanted);
       if (!holdsText(task, entry, data.value) && !isThere) return creo::ProNoError;
@@ -152,6 +154,7 @@ Outcome workNotes(const Task& task, std::initializer_list<std::wstring_view> ste
         tellResult(creo::ProDtlnoteDelete(note), L"Note is deleted", L"Can't delete the note");
       return creo::ProNoError;
     });
+    isWhole(visited, L"The notes");
   });
   return done;
 }

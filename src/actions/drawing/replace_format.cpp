@@ -5,6 +5,7 @@
 #include "actions/drawing/format_tables.h"
 #include "actions/drawing/table_finder.h"
 #include "actions/model/frame_search.h"
+#include "actions/visits.h"
 #include "core/messages.h"
 #include "creo/ProDrawingFormat.h"
 #include "creo/ProMdl.h"
@@ -64,18 +65,21 @@ std::set<int> numbersInFrame(ProMdl drawing, int sheet) {
             numbers.insert(*number);
           }
   };
-  creo::ProDrawingTableVisit(drawing, [&](const ProDwgtable& table) {
+  const creo::ProError visited = creo::ProDrawingTableVisit(drawing, [&](const ProDwgtable& table) {
     const auto fromFormat = creo::ProDwgtableIsFromFormat(table);
     const auto on = placedSegment(table).sheet;
     if (fromFormat && fromFormat.value && on && on.value == sheet) addFrom(table);
     return creo::ProNoError;
   });
+  isWhole(visited, L"The tables of the format");
   return numbers;
 }
 
 // None: the drawing has no model.
 ProMdl modelForFormat(const Task& task, int sheet) {
-  const ProMdl active = creo::ProDrawingCurrentsolidGet(task.model()).value;
+  const auto current = creo::ProDrawingCurrentsolidGet(task.model());
+  if (!creo::isTold(current)) cantRead(L"The current model of the drawing");
+  const ProMdl active = current.value;
   if (task.attribute(L"multiModelsSel") != kSearchInFrames) return active;
   const auto models = creo::ProDrawingSolidsCollect(task.model());
   if (!creo::isTold(models)) failDetail(L"The models of the drawing can't be read");

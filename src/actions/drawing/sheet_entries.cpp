@@ -74,6 +74,13 @@ bool isForSheet(const Task& task, const SheetEntry& entry, int sheet, SheetWork 
   return !entry.sheet || *entry.sheet == sheet;
 }
 
+int sheetCount(creo::ProMdl drawing) {
+  const auto count = creo::ProDrawingSheetsCount(drawing);
+  if (count) return count.value;
+  error(L"The sheets of the drawing can't be read");
+  return 0;
+}
+
 std::optional<SheetFrame> sheetFrame(creo::ProMdl drawing, int sheet) {
   const auto matrix = creo::ProDrawingSheetTrfGet(drawing, sheet);
   if (matrix && matrix.value.scaleX != 0 && matrix.value.scaleY != 0) return SheetFrame{drawing, sheet, matrix.value};
@@ -91,10 +98,13 @@ creo::ProPoint toSheet(const SheetFrame& frame, const creo::ProPoint& inDrawing)
   return {m.scaleX * inDrawing.x + m.offsetX, m.scaleY * inDrawing.y + m.offsetY};
 }
 
-creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet) {
+std::optional<creo::ProPoint> fromEdges(const SheetFrame& frame, creo::ProPoint onSheet) {
   if (onSheet.x >= 0 && onSheet.y >= 0) return onSheet;
   const auto size = creo::ProDrawingSheetInfoGet(frame.drawing, frame.sheet);
-  if (!size) return onSheet;
+  if (!size) {
+    error(text::format(L"The size of sheet %d can't be read", frame.sheet));
+    return std::nullopt;
+  }
   if (onSheet.x < 0) onSheet.x += size.value.width;
   if (onSheet.y < 0) onSheet.y += size.value.height;
   return onSheet;

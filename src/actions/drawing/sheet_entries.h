@@ -41,12 +41,14 @@ struct SheetFrame {
   int sheet = 0;
   creo::ProSheetMatrix matrix;
 };
+// How many sheets a drawing has; none, with an error line, where that can't be told.
+int sheetCount(creo::ProMdl drawing);
 // Nothing, with an error line, where the matrix can't be read.
 std::optional<SheetFrame> sheetFrame(creo::ProMdl drawing, int sheet);
 creo::ProPoint toDrawing(const SheetFrame& frame, const creo::ProPoint& onSheet);
 creo::ProPoint toSheet(const SheetFrame& frame, const creo::ProPoint& inDrawing);
-// Negative values count from the far edges; they stay as they are where Creo doesn't tell the sheet's size.
-creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
+// Negative values count from the far edges. Nothing, with an error line, where Creo doesn't tell the sheet's size.
+std::optional<creo::ProPoint> fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
 // Within 5 units of the sheet on each axis, bounds included.
 bool isNear(const creo::ProPoint& a, const creo::ProPoint& b);
 

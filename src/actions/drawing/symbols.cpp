@@ -3,6 +3,7 @@
 
 #include "actions/drawing/details.h"
 #include "actions/output_file.h"
+#include "actions/visits.h"
 #include "creo/ProDtlsym.h"
 #include "creo/ProWindow.h"
 #include "creo/guards.h"
@@ -95,10 +96,10 @@ Outcome addSymbol(const Task& task) {
   const bool isOwnPath = !path.empty() && path != kSymbolDirectory;
   Definition definition{isOwnPath ? wholePath(task.path(L"sympath", L"models")) : std::wstring(path), name.text};
   const auto entries = sheetEntries(task, {L"posx_"});
-  const auto sheets = creo::ProDrawingSheetsCount(task.model());
+  const int sheets = sheetCount(task.model());
   creo::SheetGuard current(task.model());
-  for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet) {
-    if (current.change(sheet) != creo::ProNoError) continue;
+  for (int sheet = 1; sheet <= sheets; ++sheet) {
+    if (!turnsTo(current, sheet)) continue;
     for (const SheetEntry& entry : entries) {
       if (!isForSheet(task, entry, sheet, SheetWork::adding)) continue;
       sayDetail(text::format(L"Sheet %d is worked", sheet));
@@ -179,8 +180,9 @@ void workSymbol(const Task& task, const SheetEntry& entry, const SheetFrame& fra
 Outcome workSymbols(const Task& task, std::initializer_list<std::wstring_view> stems, DetailWork work) {
   eachSheetAndEntry(task, stems, [&](const SheetFrame& frame, const SheetEntry& entry) {
     const auto wanted = wantedPlace(task, entry, frame);
-    creo::ProDrawingDtlsyminstVisit(task.model(), frame.sheet, [&](const ProDtlsyminst& symbol) {
+    const auto visited = creo::ProDrawingDtlsyminstVisit(task.model(), frame.sheet, [&](const ProDtlsyminst& symbol) {
       auto data = creo::ProDtlsyminstDataGet(symbol);
+      if (!data) failDetail(L"A symbol can't be read");
       if (!data) return creo::ProNoError;
       const bool isThere = wanted && standsAt(frame, data.value.attachment, *wanted);
       if (!hasName(task, entry, data.value) && !isThere) return creo::ProNoError;
@@ -188,6 +190,7 @@ Outcome workSymbols(const Task& task, std::initializer_list<std::wstring_view> s
       workSymbol(task, entry, frame, symbol, data.value, work);
       return creo::ProNoError;
     });
+    isWhole(visited, L"The symbols");
   });
   return done;
 }

@@ -59,27 +59,25 @@ void addTableOn(const Task& task, const std::wstring& folder, const SheetEntry& 
   const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::adding);
   const auto frame = given ? sheetFrame(task.model(), sheet) : std::nullopt;
   if (!frame) return;
-  const creo::ProPoint place = fromEdges(*frame, *given);
-  const auto origin = creo::ProPntTrfEval(place, creo::inverseOf(frame->matrix));
+  const auto place = fromEdges(*frame, *given);
+  if (!place) return;
+  const auto origin = creo::ProPntTrfEval(*place, creo::inverseOf(frame->matrix));
   if (!origin)
     return failDetail(text::format(L"posx_%d, posy_%d is no place on sheet %d", entry.number, entry.number, sheet));
   const auto table =
       creo::ProDwgtableRetrieve(task.model(), tableName(task), folder, creo::kAnyTableVersion, origin.value);
   if (!table)
     return failDetail(text::format(L"Failure while retrieving the table : %d", static_cast<int>(table.error)));
-  placeTable(table.value, toDrawing(*frame, place));
+  placeTable(table.value, toDrawing(*frame, *place));
 }
 
 void addTables(const Task& task, const std::wstring& folder) {
-  const auto sheets = creo::ProDrawingSheetsCount(task.model());
+  const int sheets = sheetCount(task.model());
   creo::SheetGuard current(task.model());
   for (const SheetEntry& entry : sheetEntries(task, {L"posx_"}))
-    for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet) {
+    for (int sheet = 1; sheet <= sheets; ++sheet) {
       if (!isForSheet(task, entry, sheet, SheetWork::adding)) continue;
-      if (current.change(sheet) != creo::ProNoError) {
-        failDetail(text::format(L"Can't make sheet %d the current one", sheet));
-        continue;
-      }
+      if (!turnsTo(current, sheet)) continue;
       sayDetail(text::format(L"Sheet %d is worked", sheet));
       addTableOn(task, folder, entry, sheet);
     }

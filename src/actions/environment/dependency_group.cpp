@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "actions/environment/group_modes.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProMdl.h"
 
@@ -39,10 +40,7 @@ class DependencyWalk {
     std::size_t at = 0;
   };
 
-  void enter(creo::ProMdl model) {
-    auto uses = creo::ProMdlDependenciesList(model);
-    frames_.push_back({model, std::move(uses.value)});
-  }
+  void enter(creo::ProMdl model) { frames_.push_back({model, usedBy(model)}); }
 
   void meet(const creo::ProDependency& used) {
     using enum creo::ProMdlType;

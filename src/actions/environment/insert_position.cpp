@@ -1,5 +1,6 @@
 // The place in a solid's tree where new features come.
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/feature_codes.h"
 #include "core/log.h"
 #include "creo/ProDrawingView.h"
@@ -33,7 +34,7 @@ Outcome setInsertFeaturePosition(const Task& task) {
   const bool byType = task.attribute(L"feat") == L"1";
   const int type = byType ? core::featureTypeOf(L"feattype", task.attribute(L"feattype")) : 0;
   const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
-    const std::wstring name = creo::ProFeatureNameGet(feature).value;
+    const std::wstring name = nameOrNone(creo::ProFeatureNameGet(feature), L"The name of a feature");
     if (!isWanted(task, type, feature, name)) return creo::ProNoError;
     core::logIndented(text::format(L"after feature: %d %s", feature.id, name), core::kNormal, 1);
     if (creo::ProFeatureInsertModeActivate(feature) != creo::ProNoError)

@@ -1,6 +1,7 @@
 // groupActions on each instance of a family table.
 #include "actions/environment/group_modes.h"
 #include "actions/under_work.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/state.h"
 #include "creo/ProDrawing.h"
@@ -24,11 +25,12 @@ class InstanceVisit {
     if (depth == kDeepestTable)
       return core::logWrite(L"Family tables nested deeper than 200 levels aren't worked", core::kError);
     const auto table = creo::ProFamtableInit(generic);
-    if (!table) return;
-    creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
+    if (!table) return core::logWrite(L"Famtable can't be initialized", core::kError);
+    const auto visited = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
       work(row, depth);
       return creo::ProNoError;
     });
+    isWhole(visited, L"The instances");
   }
 
  private:

@@ -1,6 +1,8 @@
 // Mapkeys: macros that the list holds line by line, run once or for each of several things.
+#include "actions/drawing/sheet_entries.h"
 #include "actions/environment/macro.h"
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawingView.h"
@@ -25,7 +27,7 @@ void runOnce(const Task& task) { runMapkeyMacro(task, task.model()); }
 void runForSheets(const Task& task) {
   if (!isDrawing(task.model())) return core::logMsgPlain(Message::mapkeyNeedsDrawing, core::kError);
   creo::SheetGuard sheets(task.model());
-  const int count = creo::ProDrawingSheetsCount(task.model()).value;
+  const int count = sheetCount(task.model());
   for (int sheet = 1; sheet <= count; ++sheet) {
     core::logIndented(text::format(core::msgText(Message::forSheet), sheet), core::kNormal, 2);
     if (sheets.change(sheet) == creo::ProNoError)
@@ -41,7 +43,7 @@ void runForTable(const Task& task, creo::ProMdl generic, int depth) {
                           core::kError);
   const auto table = creo::ProFamtableInit(generic);
   if (!table) return core::logWrite(L"Famtable can't be initialized", core::kError);
-  creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
+  const auto visited = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& row) {
     core::logIndented(text::format(core::msgText(Message::reworkInstance), row.name), core::kNormal, 2);
     const auto instance = creo::ProFaminstanceCreate(row);
     if (!instance) {
@@ -52,6 +54,7 @@ void runForTable(const Task& task, creo::ProMdl generic, int depth) {
     if (documents::isGeneric(instance.value) == documents::Answer::yes) runForTable(task, instance.value, depth + 1);
     return creo::ProNoError;
   });
+  isWhole(visited, L"The instances");
 }
 
 void runForInstances(const Task& task) {

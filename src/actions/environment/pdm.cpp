@@ -26,7 +26,8 @@ constexpr std::wstring_view kFailed = L"Failure happend while checkin";
 creo::ProError saveChanges(creo::ProMdl model) {
   const auto changed = creo::ProMdlModificationVerify(model);
   const auto open = creo::ProMdlIsModifiable(model, false);
-  return changed && changed.value && open && open.value ? creo::ProMdlSave(model) : creo::ProNoError;
+  if (!changed || !open) return changed ? open.error : changed.error;  // the server would be given an older state
+  return changed.value && open.value ? creo::ProMdlSave(model) : creo::ProNoError;
 }
 
 Outcome checkinModel(const Task& task) {
@@ -60,8 +61,9 @@ Outcome checkoutModel(const Task& task) {
 Outcome removeModelFromWorkspace(const Task&) {
   if (!documents::activeWorkspace()) return done;
   std::wstring conflicts;
-  creo::ProServerObjectsRemove(conflicts);
-  if (!conflicts.empty()) core::logWrite(conflicts, core::kError);
+  const auto result = creo::ProServerObjectsRemove(conflicts);
+  if (result != creo::ProNoError && result != creo::ProNotFound)
+    core::logWrite(conflicts.empty() ? L"The workspace can't be cleared" : std::wstring_view(conflicts), core::kError);
   return done;
 }
 

@@ -4,7 +4,9 @@
 #include <set>
 
 #include "actions/dispatch.h"
+#include "actions/drawing/sheet_entries.h"
 #include "actions/environment/group_modes.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProDwgtable.h"
 #include "creo/ProMdl.h"
@@ -44,12 +46,13 @@ bool liesOn(const creo::ProDwgtable& table, int sheet) {
 // The numbers of the models that the tables of a sheet refer to.
 std::set<int> numbersOnSheet(creo::ProMdl drawing, int sheet) {
   std::set<int> numbers;
-  creo::ProDrawingTableVisit(drawing, [&](const creo::ProDwgtable& table) {
+  const creo::ProError visited = creo::ProDrawingTableVisit(drawing, [&](const creo::ProDwgtable& table) {
     if (!liesOn(table, sheet)) return creo::ProNoError;
     if (const auto models = creo::ProDwgtableRegionModelsGet(table))
       numbers.insert(models.value.begin(), models.value.end());
     return creo::ProNoError;
   });
+  isWhole(visited, L"The tables of the drawing");
   return numbers;
 }
 
@@ -116,8 +119,8 @@ void runEachSheet(const Task& task) {
   const auto type = creo::ProMdlTypeGet(task.model());
   if (!type || type.value != creo::ProMdlType::drawing) return;
   creo::SheetGuard current(task.model());
-  const auto count = creo::ProDrawingSheetsCount(task.model());
-  for (int sheet = 1; count && sheet <= count.value; ++sheet) {
+  const int count = sheetCount(task.model());
+  for (int sheet = 1; sheet <= count; ++sheet) {
     core::logIndented(text::format(L"Sheet - %d", sheet), core::kNormal, 1);
     if (current.change(sheet) == creo::ProNoError)
       runOnSheet(task, sheet);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "actions/under_work.h"
+#include "actions/visits.h"
 #include "creo/ProFamtable.h"
 #include "creo/ProMdl.h"
 #include "creo/ProSession.h"
@@ -34,7 +35,7 @@ std::vector<ProMdl> displayed() {
 // isn't there.
 std::vector<ProMdl> neededBy(ProMdl model) {
   std::vector<ProMdl> needed;
-  for (const creo::ProDependency& dependency : creo::ProMdlDependenciesList(model).value)
+  for (const creo::ProDependency& dependency : usedBy(model))
     if (const auto used = creo::ProMdlInit(dependency.name, dependency.type)) needed.push_back(used.value);
   auto generic = creo::ProFaminstanceGenericGet(model, true);
   if (!generic) generic = creo::ProFaminstanceGenericGet(model, false);

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "actions/model/named_states.h"
+#include "actions/visits.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -23,12 +24,13 @@ struct NamedCsys {
 // The one of that name, case-blind; for an empty one the first that has a name, by which a note knows its place.
 std::optional<NamedCsys> csysCalled(creo::ProMdl solid, std::wstring_view name) {
   std::optional<NamedCsys> found;
-  creo::ProSolidCsysVisit(solid, [&](const creo::ProCsys& csys) {
+  const creo::ProError visited = creo::ProSolidCsysVisit(solid, [&](const creo::ProCsys& csys) {
     const std::wstring own = creo::ProCsysNameGet(csys).value;
     if (own.empty() || (!name.empty() && !text::equalNoCase(own, name))) return creo::ProNoError;
     found = {csys, own};
     return creo::ProStopVisit;
   });
+  isWhole(visited, L"The coordinate systems");
   return found;
 }
 

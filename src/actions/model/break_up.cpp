@@ -6,6 +6,7 @@
 #include "actions/model/free_name.h"
 #include "actions/table_file.h"
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProAppearance.h"
 #include "creo/ProFaminstance.h"
@@ -90,10 +91,11 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
 
 void copySurfaceLooks(ProMdl from, ProMdl to) {
   int highest = 0;
-  ProSolidSurfaceVisit(to, [&](const ProSurface& surface) {
+  const ProError visited = ProSolidSurfaceVisit(to, [&](const ProSurface& surface) {
     highest = std::max(highest, surface.id);
     return ProNoError;
   });
+  isWhole(visited, L"The surfaces");
   for (int id = 0; id <= highest + kIdsBeyond; ++id)
     for (const ProSurfaceSide side : {ProSurfaceSide::outer, ProSurfaceSide::inner})
       if (const auto look = ProSurfaceSideAppearancepropsGet({from, id, nullptr}, side))
@@ -137,11 +139,11 @@ bool breakUp(ProMdl model, BreakUp& state) {
   const auto table = tableOf(model);
   if (!table) return true;
   std::vector<ProFaminstance> instances;
-  ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+  const ProError visited = ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
     instances.push_back(instance);
     return ProNoError;
   });
-  if (instances.empty()) return false;
+  if (!isWhole(visited, L"The instances") || instances.empty()) return false;
   core::logIndented(text::format(L"COUNT : %d", static_cast<int>(instances.size())), core::kNormal, 1);
   bool all = true;
   for (const ProFaminstance& instance : instances) all = breakUpInstance(instance, state) && all;

@@ -1,6 +1,7 @@
 // Actions on the components of an assembly: where they stand, and their own parameters.
 
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -22,15 +23,14 @@ using namespace language;
 // work: (component, name). False, with an error line: the components can't be gone through.
 template <class Work>
 bool eachComponent(creo::ProMdl assembly, Work work) {
-  const creo::ProError result = creo::ProSolidFeatVisit(assembly, [&](const creo::ProFeature& feature) {
+  const creo::ProError visited = creo::ProSolidFeatVisit(assembly, [&](const creo::ProFeature& feature) {
     const auto type = creo::ProFeatureTypeGet(feature);
     if (!type) core::logWrite(text::format(L"The type of the feature %d can't be read", feature.id), core::kError);
-    if (type && type.value == creo::kComponentFeature) work(feature, creo::ProFeatureNameGet(feature).value);
+    if (type && type.value == creo::kComponentFeature)
+      work(feature, nameOrNone(creo::ProFeatureNameGet(feature), L"The name of a component"));
     return creo::ProNoError;
   });
-  if (result == creo::ProNoError || result == creo::ProNotFound) return true;  // none is there
-  core::logWrite(L"The components can't be visited", core::kError);
-  return false;
+  return isWhole(visited, L"The components");
 }
 
 // ---- positions

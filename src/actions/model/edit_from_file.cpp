@@ -6,6 +6,7 @@
 #include "actions/model/parameter_edit.h"
 #include "actions/model/parameter_values.h"
 #include "actions/table_file.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDimension.h"
@@ -138,10 +139,8 @@ ByName<creo::ProDimension> dimensionsOf(const Task& task) {
     return creo::ProNoError;
   };
   for (const bool reference : {false, true}) {
-    if (task.extensionIs(L"DRW"))
-      creo::ProDrawingDimensionVisit(task.model(), reference, add);
-    else
-      creo::ProSolidDimensionVisit(task.model(), reference, add);
+    const auto visit = task.extensionIs(L"DRW") ? &creo::ProDrawingDimensionVisit : &creo::ProSolidDimensionVisit;
+    isWhole(visit(task.model(), reference, add), L"The dimensions");
   }
   return dimensions;
 }

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "actions/model/named_states.h"
+#include "actions/visits.h"
 #include "core/feature_codes.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -93,7 +94,7 @@ bool isChosen(const Edit& edit, const Subject& subject) {
   if (edit.byName) {
     const auto name =
         subject.isComponent ? creo::ProMdlNameGet(subject.model) : creo::ProFeatureNameGet(subject.feature);
-    if (!fitsName(edit.name, name.value)) return false;
+    if (!fitsName(edit.name, nameOrNone(name, L"The name of a feature"))) return false;
   }
   return !edit.byType || !subject.isComponent || passesInsideFilters(edit.task, subject);
 }
@@ -153,13 +154,15 @@ creo::ProError describeAnew(const Edit& edit, const creo::ProModelitem& rep) {
   if (!simprepdata) return simprepdata.error;
   auto data = creo::ProSimprepdataAlloc(simprepdata.value.name, simprepdata.value.defaultAction);
   if (!data) return data.error;
-  creo::ProSolidFeatVisit(edit.task.model(), [&](const ProFeature& feature) {
+  const auto visited = creo::ProSolidFeatVisit(edit.task.model(), [&](const ProFeature& feature) {
     const auto type = creo::ProFeatureTypeGet(feature);
+    if (!type) cantRead(L"The type of a feature");
     if (!type || (edit.byType && type.value != edit.type)) return creo::ProNoError;
     const auto subject = subjectOf(feature, type.value);
     if (subject && isChosen(edit, *subject)) addItem(edit, *subject, data.value);
     return creo::ProNoError;
   });
+  if (!isWhole(visited, L"The features")) return visited;
   takeBackOthers(simprepdata.value.items, data.value);
   core::logIndented(simprepdata.value.name, core::kNormal, 1);
   return creo::ProSimprepdataSet(rep, data.value);

@@ -5,6 +5,7 @@
 
 #include "actions/table_file.h"
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFaminstance.h"
@@ -50,7 +51,7 @@ void stateDensities(ProMdl model) {
   while (!waiting.empty()) {
     const ProMdl visited = waiting.back();
     waiting.pop_back();
-    for (const ProDependency& used : ProMdlDependenciesList(visited).value)
+    for (const ProDependency& used : usedBy(visited))
       if (const auto there = ProMdlInit(used.name, used.type)) meet(there.value, used.name, used.type);
   }
   core::logIndented(
@@ -70,6 +71,8 @@ Got<ProFamtable> tableOf(ProMdl model) {
 }
 
 namespace {
+
+constexpr std::wstring_view kInstances = L"The instances";
 
 // How a verification goes.
 struct Verification {
@@ -104,10 +107,11 @@ void verifyInstance(const ProFaminstance& instance, const Verification& how) {
 void verifyModel(ProMdl model, const Verification& how) {
   const auto table = tableOf(model);
   if (!table) return;
-  ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+  const ProError visited = ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
     verifyInstance(instance, how);
     return ProNoError;
   });
+  isWhole(visited, kInstances);
 }
 
 Outcome verifyFamilietable(const Task& task) {
@@ -126,7 +130,7 @@ Outcome conflateFamilietable(const Task& task) {
 void unlockIn(ProMdl model) {
   const auto table = tableOf(model);
   if (!table) return;
-  ProFamtableInstanceVisit(table.value, [](const ProFaminstance& instance) {
+  const ProError visited = ProFamtableInstanceVisit(table.value, [](const ProFaminstance& instance) {
     const auto lock = ProFaminstanceCheck(instance);
     if (lock && lock.value == ProInstanceLock::locked) {
       if (ProFaminstanceLock(instance, ProInstanceLock::none) == ProNoError)
@@ -137,6 +141,7 @@ void unlockIn(ProMdl model) {
     if (const auto inner = ProFaminstanceMdlGet(instance)) unlockIn(inner.value);
     return ProNoError;
   });
+  isWhole(visited, kInstances);
 }
 
 Outcome unlockAllInstances(const Task& task) {
@@ -173,7 +178,7 @@ struct Deletion {
 void deleteIn(ProMdl model, const InstanceSearch& search, Deletion& deletion, bool onlyCounts = false) {
   const auto table = tableOf(model);
   if (!table) return;
-  ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
+  const ProError visited = ProFamtableInstanceVisit(table.value, [&](const ProFaminstance& instance) {
     if (!search.finds(instance)) {
       if (const auto inner = ProFaminstanceMdlGet(instance)) deleteIn(inner.value, search, deletion, onlyCounts);
       return ProNoError;
@@ -191,6 +196,7 @@ void deleteIn(ProMdl model, const InstanceSearch& search, Deletion& deletion, bo
     onlyCounts = true;
     return ProNoError;
   });
+  isWhole(visited, kInstances);
 }
 
 Outcome deleteFamilyTableInstance(const Task& task) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "actions/visits.h"
 #include "core/feature_codes.h"
 #include "core/log.h"
 #include "language/compare.h"
@@ -23,7 +24,7 @@ class FeatureChoice {
       core::logWrite(text::format(L"featid is no number of a feature: %s", id), core::kError);
   }
   [[nodiscard]] bool takes(const creo::ProFeature& feature, std::wstring_view name) const {
-    if (how_ == L"1") return creo::ProFeatureTypeGet(feature).value == type_;
+    if (how_ == L"1") return valueOrNone(creo::ProFeatureTypeGet(feature), L"The type of a feature") == type_;
     if (how_ == L"2") return feature.id == id_;
     if (how_ == L"4") return language::matches(name_, name);
     return how_ == L"3";
@@ -43,13 +44,14 @@ int visitChosenFeatures(const Task& task,
                         const std::function<void(const creo::ProFeature&, const std::wstring&)>& work) {
   const FeatureChoice choice(task);
   int count = 0;
-  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
-    const std::wstring name = creo::ProFeatureNameGet(feature).value;
+  const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+    const std::wstring name = nameOrNone(creo::ProFeatureNameGet(feature), L"The name of a feature");
     if (!choice.takes(feature, name)) return creo::ProNoError;
     ++count;
     work(feature, name);
     return choice.endsAtFirst() ? creo::ProStopVisit : creo::ProNoError;
   });
+  isWhole(visited, L"The features");
   return count;
 }
 

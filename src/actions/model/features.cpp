@@ -3,6 +3,7 @@
 #include <set>
 
 #include "actions/model/feature_choice.h"
+#include "actions/visits.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "creo/ProDatum.h"
@@ -39,16 +40,22 @@ void rename(const NamedFeature& entry, const std::wstring& name) {
   }
 }
 
+constexpr std::wstring_view kFeatures = L"The features";
+constexpr std::wstring_view kFeatureType = L"The type of a feature";
+
 // Names of the form NAME_1, NAME_2, ..., which several features take. Those that have one already keep it, so that
 // another run changes nothing.
 class NumberedNames {
  public:
   NumberedNames(creo::ProMdl solid, std::wstring stem) : stem_(std::move(stem)) {
-    creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
+    const creo::ProError visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
       if (const auto name = creo::ProFeatureNameGet(feature)) taken_.insert(text::upper(name.value));
       return creo::ProNoError;
     });
+    isKnown_ = isWhole(visited, kFeatures);
   }
+  // False, with its line: which names are free isn't known.
+  [[nodiscard]] bool isKnown() const { return isKnown_; }
   [[nodiscard]] bool isOne(const std::wstring& name) const {
     const std::wstring_view digits = std::wstring_view(name).substr(std::min(name.size(), stem_.size()));
     return digits.size() > 1 && text::equalNoCase(name.substr(0, stem_.size()), stem_) && digits[0] == L'_' &&
@@ -64,6 +71,7 @@ class NumberedNames {
  private:
   std::wstring stem_;
   std::set<std::wstring> taken_;
+  bool isKnown_ = false;
   int last_ = 0;
 };
 
@@ -76,7 +84,7 @@ Outcome renameFeature(const Task& task) {
   std::vector<NamedFeature> chosen;
   int components = 0;
   visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& former) {
-    if (creo::ProFeatureTypeGet(feature).value == creo::kComponentFeature)
+    if (valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == creo::kComponentFeature)
       ++components;
     else
       chosen.push_back({feature, former});
@@ -89,22 +97,31 @@ Outcome renameFeature(const Task& task) {
   } else if (!chosen.empty()) {
     NumberedNames names(task.model(), name.text);
     for (const NamedFeature& entry : chosen)
-      if (!names.isOne(entry.name)) rename(entry, names.next());
+      if (names.isKnown() && !names.isOne(entry.name)) rename(entry, names.next());
   }
   return done;
 }
 
 // ---- the first features
 
-bool hasFeature(creo::ProMdl solid, int type) {
-  return creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
-           return creo::ProFeatureTypeGet(feature).value == type ? creo::ProStopVisit : creo::ProNoError;
-         }) == creo::ProStopVisit;
+// Nothing, with its line: that can't be told, and another one might be too many.
+std::optional<bool> isFound(creo::ProError visited, std::wstring_view what) {
+  if (!isWhole(visited, what)) return std::nullopt;
+  return visited == creo::ProStopVisit;
 }
 
-bool hasCsys(creo::ProMdl solid) {
+std::optional<bool> hasFeature(creo::ProMdl solid, int type) {
+  const auto visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
+    return valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == type ? creo::ProStopVisit : creo::ProNoError;
+  });
+  return isFound(visited, kFeatures);
+}
+
+std::optional<bool> hasCsys(creo::ProMdl solid) {
   const auto any = [](const creo::ProCsys&) { return creo::ProStopVisit; };
-  return hasFeature(solid, creo::kCsysFeature) || creo::ProSolidCsysVisit(solid, any) == creo::ProStopVisit;
+  const std::optional<bool> asFeature = hasFeature(solid, creo::kCsysFeature);
+  if (!asFeature || *asFeature) return asFeature;
+  return isFound(creo::ProSolidCsysVisit(solid, any), L"The coordinate systems");
 }
 
 // make: (name). Nothing where the attribute is absent or empty.
@@ -127,14 +144,13 @@ Outcome addFirstFeatures(const Task& task) {
       {L"planey", creo::ProDefaultPlane::y},
       {L"planez", creo::ProDefaultPlane::z}};
   const creo::ProMdl solid = task.model();
-  if (hasCsys(solid))
+  if (const auto isThere = hasCsys(solid); isThere && *isThere)
     core::logIndented(L"There is a coordinate system already", core::kNormal, 1);
-  else
+  else if (isThere)
     makeNamed(task, L"csys", [&](const std::wstring& name) { return creo::ProDefaultCsysCreate(solid, name); });
-  if (hasFeature(solid, creo::kDatumPlaneFeature)) {
-    core::logIndented(L"There are datum planes already", core::kNormal, 1);
-    return done;
-  }
+  const auto hasPlanes = hasFeature(solid, creo::kDatumPlaneFeature);
+  if (hasPlanes && *hasPlanes) core::logIndented(L"There are datum planes already", core::kNormal, 1);
+  if (!hasPlanes || *hasPlanes) return done;
   for (const auto& [attribute, plane] : kPlanes)
     makeNamed(task, attribute,
               [&, which = plane](const std::wstring& name) { return creo::ProDefaultPlaneCreate(solid, name, which); });
@@ -144,12 +160,12 @@ Outcome addFirstFeatures(const Task& task) {
 // ---- features that unbend
 
 bool unbends(const creo::ProFeature& feature) {
-  const std::wstring type = creo::ProFeatureTypenameGet(feature).value;
+  const std::wstring type = valueOrNone(creo::ProFeatureTypenameGet(feature), kFeatureType);
   return text::equalNoCase(type, L"UNBEND") || text::equalNoCase(type, L"FLAT PATTERN");
 }
 
 bool isSuppressed(const creo::ProFeature& feature) {
-  const creo::ProFeatureStatus status = creo::ProFeatureStatusGet(feature).value;
+  const auto status = valueOrNone(creo::ProFeatureStatusGet(feature), L"The status of a feature");
   return status == creo::ProFeatureStatus::suppressed || status == creo::ProFeatureStatus::familyTableSuppressed;
 }
 
@@ -160,10 +176,11 @@ Outcome showUnbendFeatures(const Task& task) {
     return done;
   }
   std::vector<int> features;
-  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+  const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
     if (unbends(feature) && isSuppressed(feature) == shows) features.push_back(feature.id);
     return creo::ProNoError;
   });
+  if (!isWhole(visited, kFeatures)) return done;
   const creo::ProError result = features.empty() ? creo::ProNoError
                                 : shows          ? creo::ProFeatureResume(task.model(), features)
                                                  : creo::ProFeatureWithoptionsSuppress(task.model(), features);

@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "actions/environment/macro.h"
+#include "actions/visits.h"
 #include "core/messages.h"
 #include "creo/ProUtil.h"
 #include "language/compare.h"
@@ -23,14 +24,18 @@ using creo::ProLayer;
 using creo::ProLayerDisplay;
 using creo::ProModelitem;
 
+namespace {
+constexpr std::wstring_view kLayers = L"The layers";
+}  // namespace
+
 void eachLayer(creo::ProMdl model, std::wstring_view pattern, creo::FunctionRef<ProError(const NamedLayer&)> work) {
-  const ProError result = creo::ProMdlLayerVisit(model, [&](const ProLayer& layer) {
+  const ProError visited = creo::ProMdlLayerVisit(model, [&](const ProLayer& layer) {
     auto name = creo::ProLayerNameGet(layer);
+    if (!name) core::logWrite(text::format(L"The name of the layer %d can't be read", layer.id), core::kError);
     if (!name || !matches(pattern, name.value)) return creo::ProNoError;
     return work({layer, std::move(name.value)});
   });
-  if (result != creo::ProNoError && result != creo::ProNotFound && result != creo::ProStopVisit)
-    core::logWrite(L"The layers can't be visited", core::kError);
+  isWhole(visited, kLayers);
 }
 
 std::optional<std::wstring> filledIn(const Task& task, std::wstring_view value) {
@@ -162,17 +167,19 @@ class Deletion {
 class EmptyLayers {
  public:
   explicit EmptyLayers(creo::ProMdl model) : model_(model) {
-    creo::ProMdlLayerVisit(model, [this](const ProLayer& layer) {
+    const ProError visited = creo::ProMdlLayerVisit(model, [this](const ProLayer& layer) {
       places_.try_emplace(layer.id, all_.size());
       all_.push_back({layer, 0, {}});
       return creo::ProNoError;
     });
+    if (!isWhole(visited, kLayers)) all_.clear();  // none of them goes
     for (std::size_t i = 0; i < all_.size(); ++i) count(i);
   }
 
   void run() {
     std::size_t reached = 0;
-    creo::ProMdlLayerVisit(model_, [&](const ProLayer&) {
+    if (all_.empty()) return;
+    const ProError visited = creo::ProMdlLayerVisit(model_, [&](const ProLayer&) {
       std::set<std::size_t> next = {reached};
       while (!next.empty()) {
         const std::size_t place = next.extract(next.begin()).value();
@@ -186,6 +193,7 @@ class EmptyLayers {
       ++reached;
       return creo::ProNoError;
     });
+    isWhole(visited, kLayers);
   }
 
  private:
@@ -195,7 +203,7 @@ class EmptyLayers {
     std::vector<std::size_t> on;  // places of the layers that it lies on
   };
   void count(std::size_t place) {
-    const auto items = creo::ProLayerItemsGet(all_[place].layer);
+    const auto items = itemsOf(place);
     all_[place].items = items ? items.value.size() : all_.size() + 1;  // not known: not empty
     for (const ProModelitem& item : items.value) {
       const auto child = item.type == ProItemType::layer ? places_.find(item.id) : places_.end();
@@ -204,8 +212,17 @@ class EmptyLayers {
   }
   [[nodiscard]] bool isEmpty(std::size_t place) const {
     if (all_[place].items != 0) return false;
-    const auto items = creo::ProLayerItemsGet(all_[place].layer);
+    const auto items = itemsOf(place);
     return items && items.value.empty();
+  }
+  // With an error line where they can't be read: the layer then stays.
+  [[nodiscard]] creo::Got<std::vector<ProModelitem>> itemsOf(std::size_t place) const {
+    auto items = creo::ProLayerItemsGet(all_[place].layer);
+    if (!items && items.error != creo::ProNotFound)
+      core::logWrite(text::format(L"What is on the layer %s can't be read, it stays",
+                                  creo::ProLayerNameGet(all_[place].layer).value),
+                     core::kError);
+    return items;
   }
 
   creo::ProMdl model_;

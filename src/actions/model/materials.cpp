@@ -4,6 +4,7 @@
 
 #include "actions/environment/config_options.h"
 #include "actions/model/instances.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProMaterial.h"
 #include "creo/ProMdl.h"
@@ -75,14 +76,16 @@ MaterialFolder::~MaterialFolder() {
 creo::ProFamtableItem materialColumn() { return {creo::ProFamitemType::parameter, L"PTC_MATERIAL_NAME"}; }
 
 bool eachInstance(creo::ProMdl generic, creo::FunctionRef<void(const creo::ProFaminstance& instance)> visit) {
-  if (const auto table = creo::ProFamtableInit(generic)) {
-    creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
+  const auto table = creo::ProFamtableInit(generic);
+  bool all = table || table.error == creo::ProNotFound;
+  if (table) {
+    const auto rows = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
       visit(instance);
       return creo::ProNoError;
     });
+    all = isWhole(rows, L"The instances");
   }
   // A table of its own is seen from the instance as a model.
-  bool all = true;
   const bool visited = visitInstances(
       generic, [&](const creo::ProFaminstance&, creo::ProMdl model) { all = eachInstance(model, visit) && all; });
   return visited && all;

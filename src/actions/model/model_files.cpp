@@ -4,6 +4,7 @@
 #include "actions/output_file.h"
 #include "actions/run_names.h"
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -109,7 +110,7 @@ class Needed {
         add(generic.value);
       else
         models_.push_back(current);
-      for (const creo::ProDependency& used : creo::ProMdlDependenciesList(current).value)
+      for (const creo::ProDependency& used : usedBy(current))
         if (*creo::typeExtension(used.type)) bring(used, current);
       addFormats(current);
     }

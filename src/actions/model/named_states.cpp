@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "actions/visits.h"
+#include "core/log.h"
 #include "language/variables.h"
 #include "text/format.h"
 
@@ -25,10 +27,13 @@ bool fitsAny(const std::vector<std::wstring>& patterns, std::wstring_view name) 
 }
 
 creo::ProError visitStates(creo::ProMdl solid, StateVisit visit, creo::Visitor<NamedState> visitor) {
-  return visit(solid, [&](const creo::ProModelitem& item) {
+  const creo::ProError visited = visit(solid, [&](const creo::ProModelitem& item) {
     const auto name = creo::ProModelitemNameGet(item);
+    if (!name) core::logWrite(text::format(L"The name of the state %d can't be read", item.id), core::kError);
     return name ? visitor({item, name.value}) : creo::ProNoError;
   });
+  isWhole(visited, L"The states");
+  return visited;
 }
 
 std::optional<NamedState> firstState(creo::ProMdl solid, StateVisit visit, std::wstring_view pattern) {

@@ -6,6 +6,7 @@
 
 #include "actions/model/instances.h"
 #include "actions/model/parameter_list.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
@@ -97,7 +98,7 @@ class FamilyValues {
         if (saved != converted_.end()) whole = restoreValue(instance, item, saved->second) && whole;
         return ProNoError;
       });
-      whole = whole && (visited == ProNoError || visited == ProNotFound);
+      whole = isWhole(visited, L"The instances") && whole;
     });
     return all && whole;
   }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
@@ -49,10 +50,11 @@ class DimensionSymbols {
     const auto type = model_ ? ProMdlTypeGet(model_) : Got<ProMdlType>(ProNotFound);
     if (!type || (type.value != ProMdlType::assembly && type.value != ProMdlType::part)) return;
     for (const bool reference : {false, true}) {
-      ProSolidDimensionVisit(model_, reference, [&](const ProDimension& dimension) {
+      const ProError visited = ProSolidDimensionVisit(model_, reference, [&](const ProDimension& dimension) {
         if (auto symbol = ProDimensionSymbolGet(dimension)) symbols_.push_back({std::move(symbol.value), reference});
         return ProNoError;
       });
+      isWhole(visited, L"The dimensions");
     }
   }
 

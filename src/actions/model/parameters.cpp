@@ -4,6 +4,7 @@
 #include "actions/model/materials.h"
 #include "actions/model/parameter_list.h"
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProFamtable.h"
@@ -53,7 +54,7 @@ Outcome changeAllDesignationFlags(const Task& task) {
   core::logMsgId(Message::changeAllDesignations, core::kNormal, 1);
   const auto owner = creo::ProMdlToModelitem(task.model());
   bool allSet = static_cast<bool>(owner);
-  creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
+  const auto visited = creo::ProParameterVisit(owner.value, [&](const creo::ProParameter& parameter) {
     const auto now = creo::ProParameterDesignationVerify(parameter);
     if (now && now.value == wanted) return creo::ProNoError;
     core::logIndented(
@@ -64,6 +65,7 @@ Outcome changeAllDesignationFlags(const Task& task) {
     allSet = false;
     return creo::ProNoError;
   });
+  allSet = isWhole(visited, L"The parameters") && allSet;
   if (allSet) core::logMsgId(wanted ? Message::allDesignationsTrue : Message::allDesignationsFalse, core::kNormal, 1);
   return done;
 }

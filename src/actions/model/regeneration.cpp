@@ -2,6 +2,7 @@
 #include <set>
 
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDatum.h"
@@ -62,7 +63,7 @@ class Densities {
   void check(creo::ProMdl solid) {
     if (!seen_.insert(solid).second) return;
     if (creo::ProMdlTypeGet(solid).value == creo::ProMdlType::part) return checkPart(solid);
-    for (const creo::ProDependency& used : creo::ProMdlDependenciesList(solid).value) {
+    for (const creo::ProDependency& used : usedBy(solid)) {
       if (used.type != creo::ProMdlType::part && used.type != creo::ProMdlType::assembly) continue;
       if (const auto model = creo::ProMdlInit(used.name, used.type)) check(model.value);
     }
@@ -78,11 +79,12 @@ class Densities {
 
 std::optional<creo::ProCsys> csysNamed(creo::ProMdl solid, const std::wstring& name) {
   std::optional<creo::ProCsys> found;
-  creo::ProSolidCsysVisit(solid, [&](const creo::ProCsys& csys) {
+  const creo::ProError visited = creo::ProSolidCsysVisit(solid, [&](const creo::ProCsys& csys) {
     if (!text::equalNoCase(creo::ProCsysNameGet(csys).value, name)) return creo::ProNoError;
     found = csys;
     return creo::ProStopVisit;
   });
+  isWhole(visited, L"The coordinate systems");
   return found;
 }
 

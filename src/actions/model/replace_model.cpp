@@ -1,5 +1,6 @@
 // Models that assemblies and drawings use: replaced by others, or taken away where nothing shows them.
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "creo/ProReplace.h"
@@ -22,7 +23,7 @@ bool isSolid(creo::ProMdlType type) {
 }
 
 std::vector<creo::ProDependency> solidsOf(creo::ProMdl user) {
-  auto used = creo::ProMdlDependenciesList(user).value;
+  auto used = usedBy(user);
   std::erase_if(used, [](const creo::ProDependency& dependency) { return !isSolid(dependency.type); });
   return used;
 }

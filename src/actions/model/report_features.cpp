@@ -4,6 +4,7 @@
 #include "actions/model/parameter_values.h"
 #include "actions/output_file.h"
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProFeature.h"
 #include "creo/ProModelitem.h"
@@ -81,13 +82,14 @@ class FeatureTable {
     Row& row = rows_.emplace_back();
     row.name = nameOf(feature);
     row.id = feature.id;
-    creo::ProParameterVisit(feature, [&](const creo::ProParameter& parameter) {
+    const creo::ProError visited = creo::ProParameterVisit(feature, [&](const creo::ProParameter& parameter) {
       if (!wanted.reports(parameter.id)) return creo::ProNoError;
       const auto [place, isNew] = places_.try_emplace(parameter.id, columns_.size());
       if (isNew) columns_.push_back(parameter.id);
       if (const auto value = editedValue(parameter)) row.values.try_emplace(place->second, textOf(value.value));
       return creo::ProNoError;
     });
+    isWhole(visited, L"The parameters of a feature");
   }
   [[nodiscard]] std::string csv(std::wstring_view separator) const {
     core::logIndented(L"Build Header Row", core::kNormal, 1);
@@ -138,11 +140,12 @@ Outcome reportFeatureParameter(const Task& task) {
 
   core::logIndented(L"Collect parameters", core::kNormal, 1);
   FeatureTable table;
-  creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
+  const creo::ProError visited = creo::ProSolidFeatVisit(task.model(), [&](const creo::ProFeature& feature) {
     const ProModelitem item{creo::ProItemType::feature, feature.id, feature.owner, {}};
     if (counts(item, *wanted)) table.add(item, *wanted);
     return creo::ProNoError;
   });
+  isWhole(visited, L"The features");
   const std::string bytes = table.csv(separatorOf(task));
   core::logIndented(L"Convert to csv file", core::kNormal, 1);
   core::logIndented(path, core::kNormal, 1);

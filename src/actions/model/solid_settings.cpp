@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "actions/task.h"
+#include "actions/visits.h"
 #include "actions/whole_model.h"
 #include "core/log.h"
 #include "core/messages.h"
@@ -82,7 +83,7 @@ Outcome setAllDimensionBounds(const Task& task) {
     return done;
   }
   int count = 0;
-  creo::ProSolidDimensionVisit(task.model(), false, [&](const creo::ProDimension& dimension) {
+  const auto visited = creo::ProSolidDimensionVisit(task.model(), false, [&](const creo::ProDimension& dimension) {
     if (!creo::ProDimensionToleranceGet(dimension)) return creo::ProNoError;
     if (creo::ProDimensionBoundSet(dimension, bound->second) == creo::ProNoError)
       ++count;
@@ -91,6 +92,7 @@ Outcome setAllDimensionBounds(const Task& task) {
                      core::kError);
     return creo::ProNoError;
   });
+  isWhole(visited, L"The dimensions");
   core::logIndented(text::format(L"%d dimensions stand at %s", count, word), core::kNormal, 1);
   return done;
 }

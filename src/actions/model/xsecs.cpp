@@ -3,6 +3,7 @@
 
 #include "actions/environment/macro.h"
 #include "actions/model/named_states.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProXsec.h"
 #include "language/read_number.h"
@@ -40,12 +41,14 @@ bool fitsMacro(const std::wstring& name) {
 
 std::optional<creo::ProFeature> planeNamed(creo::ProMdl solid, std::wstring_view pattern) {
   std::optional<creo::ProFeature> plane;
-  creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
+  const creo::ProError visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
     const auto name = creo::ProFeatureNameGet(feature);
+    if (!creo::isTold(name)) cantRead(L"The name of a feature");
     if (!name || !fitsName(pattern, name.value)) return creo::ProNoError;
     plane = feature;
     return creo::ProStopVisit;
   });
+  isWhole(visited, L"The features");
   return plane;
 }
 

@@ -263,6 +263,8 @@ TEST_F(RunTrouble, AnyOperationOfTheStartMayFail) {
     EXPECT_EQ(nullptr, headless::Session::currentOrNull()) << operation;
     EXPECT_TRUE(code == 0 || code == 1 || code == 2) << operation << " " << code;
     if (code == 2) EXPECT_THAT(buffer.str(), testing::HasSubstr("kelvane: ")) << operation;
+    if (code == 0)
+      EXPECT_THAT(out.str(), testing::HasSubstr("models=2 ")) << operation << ": nothing is left out silently";
     refused += code == 2 ? 1 : 0;
   }
   EXPECT_GT(refused, 0) << "some of them are needed";

@@ -78,8 +78,14 @@ std::vector<FlatCurve> within(const FlatArc& arc, const FlatBound& bound) {
   std::vector<double> steps;
   for (int i = 0; i <= count; ++i) steps.push_back(arc.from + (arc.to - arc.from) * i / count);
   steps.back() = arc.to;
+  std::vector<Interval> found = inside([&arc](double t) { return pointAt(arc, t); }, steps, bound);
+  // A whole ellipse goes on where it began.
+  if (isWhole(arc) && found.size() > 1 && found.front().from == arc.from && found.back().to == arc.to) {
+    found.front().from = found.back().from - (arc.to - arc.from);
+    found.pop_back();
+  }
   std::vector<FlatCurve> pieces;
-  for (const auto& [from, to] : inside([&arc](double t) { return pointAt(arc, t); }, steps, bound)) {
+  for (const auto& [from, to] : found) {
     FlatArc piece = arc;
     piece.from = from;
     piece.to = to;

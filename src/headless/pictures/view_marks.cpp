@@ -105,8 +105,8 @@ void addCuttingLine(ViewLines& lines, const FlatPoint& at, const FlatPoint& alon
   addLine(lines, ahead(ends[0], along, kEnd), ahead(ends[1], along, -kEnd), LineKind::axis);
   for (const auto& [end, inwards] : {std::pair(ends[0], 1.0), {ends[1], -1.0}}) {
     addLine(lines, end, ahead(end, along, inwards * kEnd), LineKind::visible);
-    addArrow(lines, end, looking);
-    lines.texts.push_back({ahead(ahead(end, looking, kArrow / 2), along, -inwards * kLetter), letter});
+    addArrow(lines, ahead(end, looking, -kArrow), looking);
+    lines.texts.push_back({ahead(ahead(end, looking, -kArrow / 2), along, -inwards * kLetter), letter});
   }
 }
 

@@ -23,9 +23,9 @@ struct ViewLines {
   std::vector<ViewText> texts;
 };
 
-// Where a plane that is seen on its edge cuts: a long-dashed dotted line, wide at its ends, with arrows the way that
-// the section is looked at, and the section's letter beside both. at: a point of the line; along, looking: of length 1;
-// width, height: of the view, beyond which the line ends.
+// Where a plane that is seen on its edge cuts: a long-dashed dotted line, wide at its ends, on which arrows point the
+// way that the section is looked at, and the section's letter beside both. at: a point of the line; along, looking: of
+// length 1; width, height: of the view, beyond which the line ends.
 void addCuttingLine(ViewLines& lines, const geometry::FlatPoint& at, const geometry::FlatPoint& along,
                     const geometry::FlatPoint& looking, double width, double height, const std::wstring& letter);
 void addDetailCircle(ViewLines& lines, const geometry::FlatPoint& centre, double radius, const std::wstring& letter);

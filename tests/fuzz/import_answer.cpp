@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "fuzz/target.h"
+#include "headless/geometry/flat_loop.h"
 #include "headless/geometry/foreign_wire.h"
 #include "headless/pictures/drawn_views.h"
 
@@ -17,7 +18,13 @@ void tree(std::string_view bytes) {
 
 // Whatever lines it is, they can be drawn.
 void view(std::string_view bytes) {
-  for (headless::geometry::SeenCurve& entry : headless::geometry::readSeen(bytes).curves) {
+  headless::geometry::Seen seen = headless::geometry::readSeen(bytes);
+  for (const headless::geometry::SeenCut& cut : seen.cuts)
+    for (const headless::geometry::FlatLoop& loop : cut.loops)
+      fuzz::holds(
+          !headless::geometry::cornersOf(loop).empty() && headless::geometry::hatched({loop}, {}).size() < 100'000'000U,
+          "corners of a loop, and hatching that ends");
+  for (headless::geometry::SeenCurve& entry : seen.curves) {
     headless::geometry::FlatBox box;
     box.take(entry.curve);
     if (const auto* arc = std::get_if<headless::geometry::FlatArc>(&entry.curve)) {

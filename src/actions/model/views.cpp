@@ -73,7 +73,10 @@ struct Orientation {
   std::wstring_view word;
   Message message;
   creo::ProViewMatrix matrix;
+  std::wstring_view text = {};  // of one for which there is no message
 };
+// From the front, the right and above, all three axes equally short.
+constexpr double kHalf = 0.70710678118654752, kSixth = 0.40824829046386302, kThird = 0.57735026918962576;
 constexpr Orientation kOrientations[] = {
     {L"front", Message::setFront, {1, 0, 0, 0, 1, 0, 0, 0, 1}},
     {L"right", Message::setRight, {0, 0, 1, 0, 1, 0, -1, 0, 0}},
@@ -81,6 +84,10 @@ constexpr Orientation kOrientations[] = {
     {L"left", Message::setLeft, {0, 0, -1, 0, 1, 0, 1, 0, 0}},
     {L"top", Message::setTop, {1, 0, 0, 0, 0, 1, 0, -1, 0}},
     {L"bottom", Message::setBottom, {1, 0, 0, 0, 0, -1, 0, 1, 0}},
+    {L"iso",
+     Message::setOrientation,
+     {kHalf, -kSixth, kThird, 0, 2 * kSixth, kThird, -kHalf, -kSixth, kThird},
+     L"Set iso"},
     {L"custom", Message::setCustom, {}},
 };
 constexpr std::size_t kMatrixSize = 1024;  // of a matrix's text
@@ -104,7 +111,7 @@ std::optional<Orientation> orientationOf(const Task& task, int number) {
   const auto* known =
       std::find_if(std::begin(kOrientations), std::end(kOrientations), [&](auto& entry) { return entry.word == word; });
   if (known == std::end(kOrientations)) {
-    unknownWord(text::format(L"orient_%d", number), word, L"front, right, back, left, top, bottom or custom");
+    unknownWord(text::format(L"orient_%d", number), word, L"front, right, back, left, top, bottom, iso or custom");
     return std::nullopt;
   }
   Orientation orientation = *known;
@@ -126,6 +133,7 @@ void storeView(const Task& task, const Task::Numbered& entry) {
   switch (creo::ProViewStore(task.model(), name, orientation->matrix)) {
     case creo::ProNoError:
       core::logIndented(text::format(L"%s '%s'", core::msgText(Message::setOrientation), name), core::kNormal, 1);
+      if (!orientation->text.empty()) return core::logIndented(std::wstring(orientation->text), core::kNormal, 2);
       return core::logMsgId(orientation->message, core::kNormal, 2);
     case creo::ProBadInputs:
       return core::logWrite(text::format(L"'matrix_%d' isn't a rotation of 9 or 16 numbers", entry.number),
@@ -236,7 +244,7 @@ constexpr Attribute kAddAttributes[] = {
     {.name = L"name_%d", .variables = true, .need = Need::oneOf, .about = "the name of a view"},
     {.name = L"orient_%d",
      .kind = Kind::word,
-     .words = L"front|right|back|left|top|bottom|custom",
+     .words = L"front|right|back|left|top|bottom|iso|custom",
      .need = Need::needed,
      .about = "how it looks at the model; custom: as the matrix says"},
     {.name = L"matrix_%d",

@@ -82,8 +82,10 @@ class DxfWriter {
     double left = 0;
     for (const SheetPicture& sheet : sheets_) {
       left_ = left;
+      for (const SheetHatch& hatch : sheet.hatches) draw(hatch);
+      // The lines of whole areas are those of their hatching.
       for (const SheetStroke& stroke : sheet.strokes)
-        if (isFinite(stroke)) draw(stroke);
+        if (isFinite(stroke) && !stroke.pen.isOfArea) draw(stroke);
       for (const SheetText& text : sheet.texts) draw(text);
       reach(0, 0);
       reach(sheet.width, sheet.height);
@@ -184,6 +186,52 @@ class DxfWriter {
     out_.number(40, geometry::lengthOf(arc.v) / geometry::lengthOf(arc.u));
     out_.number(41, arc.from);
     out_.number(42, arc.to);
+  }
+  // A boundary for each loop, of straight and bent ways, and the hatching's lines in the sheet's own lengths.
+  void draw(const SheetHatch& hatch) {
+    constexpr int kOutline = 1 + 2, kInner = 2, kOddEven = 0, kOwnPattern = 0;  // 2: a polyline
+    begin("HATCH", hatch.pen);
+    out_.pair(100, "AcDbHatch");
+    out_.point(10, 0, 0);
+    out_.number(30, 0);
+    out_.number(210, 0);
+    out_.number(220, 0);
+    out_.number(230, 1);
+    out_.pair(2, "_USER");
+    out_.whole(70, 0);
+    out_.whole(71, 0);
+    out_.whole(91, static_cast<int>(hatch.loops.size()));
+    for (std::size_t i = 0; i < hatch.loops.size(); ++i) boundary(hatch.loops[i], i == 0 ? kOutline : kInner);
+    out_.whole(75, kOddEven);
+    out_.whole(76, kOwnPattern);
+    out_.number(52, 0);
+    out_.number(41, 1);
+    out_.whole(77, 0);
+    out_.whole(78, static_cast<int>(hatch.lines.size()));
+    for (const geometry::HatchLines& lines : hatch.lines) family(lines);
+    out_.whole(98, 0);
+  }
+  void boundary(const geometry::FlatLoop& loop, int kind) {
+    const std::vector<geometry::BentCorner> corners = geometry::cornersOf(loop);
+    out_.whole(92, kind);
+    out_.whole(72, 1);
+    out_.whole(73, 1);
+    out_.whole(93, static_cast<int>(corners.size()));
+    for (const geometry::BentCorner& corner : corners) {
+      point(10, corner.at);
+      out_.number(42, corner.bend);
+    }
+    out_.whole(97, 0);
+  }
+  // The lines go through the sheet's corner, which may stand right of the file's origin.
+  void family(const geometry::HatchLines& lines) {
+    const double turn = lines.angle * std::numbers::pi / 180, c = std::cos(turn), s = std::sin(turn);
+    out_.number(53, lines.angle);
+    out_.number(43, x(-s * lines.shift));
+    out_.number(44, y(c * lines.shift));
+    out_.number(45, -s * lines.spacing * unit_);
+    out_.number(46, c * lines.spacing * unit_);
+    out_.whole(79, 0);
   }
   void draw(const SheetText& text) {
     if (text.text.empty() || !(text.height > 0)) return;

@@ -20,11 +20,11 @@ struct Layer {
   std::string_view name, lineType;
   int weight;
 };
-constexpr Layer kLayerRows[] = {{"0", "Continuous", 25},       {"VISIBLE", "Continuous", 50},
-                                {"HIDDEN", "HIDDEN", 25},      {"CENTER", "CENTER", 25},
-                                {"DIM", "Continuous", 25},     {"TEXT", "Continuous", 25},
-                                {"FORMAT", "Continuous", 25},  {"TABLES", "Continuous", 25},
-                                {"SYMBOLS", "Continuous", 25}, {"LINES", "Continuous", 25}};
+constexpr Layer kLayerRows[] = {
+    {"0", "Continuous", 25},       {"VISIBLE", "Continuous", 50}, {"HIDDEN", "HIDDEN", 25},
+    {"CENTER", "CENTER", 25},      {"DIM", "Continuous", 25},     {"TEXT", "Continuous", 25},
+    {"HATCH", "Continuous", 25},   {"FORMAT", "Continuous", 25},  {"TABLES", "Continuous", 25},
+    {"SYMBOLS", "Continuous", 25}, {"LINES", "Continuous", 25}};
 
 void addHeader(DxfText& out, const DxfExtent& extent, int nextHandle) {
   const auto variable = [&out](std::string_view name, int code, std::string_view value) {
@@ -202,6 +202,7 @@ void addBlock(DxfText& out, std::string_view name, int owner, int handle) {
 std::string_view dxfLayer(const SheetPen& pen) {
   if (pen.kind == LineKind::hidden) return "HIDDEN";
   if (pen.kind == LineKind::axis) return "CENTER";
+  if (pen.kind == LineKind::hatch) return "HATCH";
   if (pen.part == SheetPart::views) return "VISIBLE";
   return pen.part == SheetPart::notes ? "TEXT" : partName(pen.part);
 }

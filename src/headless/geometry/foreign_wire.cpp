@@ -112,6 +112,11 @@ TopoDS_Shape shapeFrom(std::string_view bytes) {
   return shape;
 }
 
+json numbers(const creo::ProVector& v) { return {v.x, v.y, v.z}; }
+creo::ProVector vectorOf(const json& numbers) {
+  return {numbers.at(0).get<double>(), numbers.at(1).get<double>(), numbers.at(2).get<double>()};
+}
+
 // ---- curves, each as the kind of line and its numbers: 4 of a line, 8 of an arc
 
 enum class CurveCode { line, arc, path };
@@ -164,6 +169,26 @@ SeenCurve seenCurve(const json& numbers) {
   }
   if (!sound) throw std::runtime_error("an answer with a line that can't be drawn");
   return made;
+}
+
+json loops(const SeenCut& cut) {
+  json all = json::array();
+  for (const FlatLoop& loop : cut.loops) {
+    json curves = json::array();
+    for (const FlatCurve& curve : loop) curves.push_back(numbers(SeenCurve{SeenAs::edge, curve}));
+    all.push_back(std::move(curves));
+  }
+  return all;
+}
+SeenCut seenCut(const json& item) {
+  SeenCut cut;
+  cut.number = item.at("number").get<int>();
+  for (const auto& curves : item.at("loops")) {
+    FlatLoop& loop = cut.loops.emplace_back();
+    for (const auto& entry : curves) loop.push_back(seenCurve(entry).curve);
+    if (loop.empty()) throw std::runtime_error("an answer with a loop of nothing");
+  }
+  return cut;
 }
 
 }  // namespace
@@ -241,8 +266,14 @@ std::string written(const ViewRequest& request) {
       sizes.push_back(own.size());
       bytes += own;
     }
-    places.push_back({{"body", known->second}, {"place", numbers(entry.place)}, {"scale", entry.scale}});
+    places.push_back({{"body", known->second},
+                      {"place", numbers(entry.place)},
+                      {"scale", entry.scale},
+                      {"number", entry.number},
+                      {"cut", entry.isCut}});
   }
+  json cut = json::array();
+  if (request.sight.cut) cut = {numbers(request.sight.cut->point), numbers(request.sight.cut->normal)};
   return joined({{"job", ForeignJob::view},
                  {"by", request.by},
                  {"memory", request.memory},
@@ -251,6 +282,7 @@ std::string written(const ViewRequest& request) {
                  {"scale", request.sight.scale},
                  {"hidden", request.sight.hidden},
                  {"axes", request.sight.axes},
+                 {"cut", cut},
                  {"sizes", sizes},
                  {"places", places}},
                 bytes);
@@ -266,6 +298,8 @@ ViewRequest readView(std::string_view wire) {
   request.sight.scale = line.at("scale").get<double>();
   request.sight.hidden = line.at("hidden").get<bool>();
   request.sight.axes = line.at("axes").get<bool>();
+  if (const json& cut = line.at("cut"); !cut.empty())
+    request.sight.cut = SightCut{vectorOf(cut.at(0)), vectorOf(cut.at(1))};
   std::vector<BodyPtr> bodies;
   for (const auto& size : line.at("sizes")) {
     bodies.push_back(std::make_shared<Body>(shapeFrom(bytes.substr(0, size.get<std::size_t>()))));
@@ -273,18 +307,23 @@ ViewRequest readView(std::string_view wire) {
   }
   for (const auto& entry : line.at("places"))
     request.sight.bodies.push_back({bodies.at(entry.at("body").get<std::size_t>()), transform(entry.at("place")),
-                                    entry.at("scale").get<double>()});
+                                    entry.at("scale").get<double>(), entry.at("number").get<int>(),
+                                    entry.at("cut").get<bool>()});
   return request;
 }
 
 std::string written(const Seen& seen) {
   json curves = json::array();
   for (const SeenCurve& entry : seen.curves) curves.push_back(numbers(entry));
+  json cuts = json::array();
+  for (const SeenCut& cut : seen.cuts) cuts.push_back({{"number", cut.number}, {"loops", loops(cut)}});
   return joined({{"fault", text::toUtf8(seen.reason)},
                  {"width", seen.width},
                  {"height", seen.height},
                  {"faceted", seen.isFaceted},
                  {"corrected", seen.corrected},
+                 {"middle", {seen.middle.x, seen.middle.y}},
+                 {"cuts", cuts},
                  {"curves", curves}},
                 {});
 }
@@ -297,6 +336,9 @@ Seen readSeen(std::string_view wire) {
   seen.height = line.at("height").get<double>();
   seen.isFaceted = line.at("faceted").get<bool>();
   seen.corrected = line.at("corrected").get<int>();
+  const json& middle = line.at("middle");
+  seen.middle = {middle.at(0).get<double>(), middle.at(1).get<double>()};
+  for (const auto& entry : line.at("cuts")) seen.cuts.push_back(seenCut(entry));
   for (const auto& entry : line.at("curves")) seen.curves.push_back(seenCurve(entry));
   return seen;
 }

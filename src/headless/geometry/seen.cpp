@@ -72,7 +72,8 @@ void addNumbers(Key& key, const creo::ProTransform& place) {
 }
 Key bodyKey(const PlacedBody& entry) {
   // Addresses of memory have fewer bits than such a number holds.
-  Key key{static_cast<double>(reinterpret_cast<std::uintptr_t>(entry.body.get())), entry.scale};
+  Key key{static_cast<double>(reinterpret_cast<std::uintptr_t>(entry.body.get())), entry.scale,
+          static_cast<double>(entry.number), entry.isCut ? 1.0 : 0.0};
   addNumbers(key, entry.place);
   return key;
 }
@@ -115,6 +116,9 @@ class KeptViews {
   static Key keyOf(const Sight& sight) {
     Key key{sight.scale, sight.hidden ? 1.0 : 0.0, sight.axes ? 1.0 : 0.0};
     addNumbers(key, sight.screen);
+    key.push_back(sight.cut ? 1 : 0);
+    if (sight.cut)
+      for (const creo::ProVector& v : {sight.cut->point, sight.cut->normal}) key.insert(key.end(), {v.x, v.y, v.z});
     for (const PlacedBody& entry : sight.bodies) {
       const Key own = bodyKey(entry);
       key.insert(key.end(), own.begin(), own.end());

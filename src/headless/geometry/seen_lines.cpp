@@ -20,6 +20,7 @@
 #include "headless/geometry/flat_projection.h"
 #include "headless/geometry/seen_axes.h"
 #include "headless/geometry/seen_check.h"
+#include "headless/geometry/seen_cut.h"
 #include "headless/geometry/shapes.h"
 
 namespace headless::geometry {
@@ -60,6 +61,11 @@ void eachEdge(const TopoDS_Shape& edges, Take take) {
 class View {
  public:
   explicit View(const Sight& sight) : sight_(sight), paper_(sight.screen, sight.scale), shapes_(placedShapes(sight)) {
+    if (sight.cut) {
+      CutShapes cut = cutShapes(sight, shapes_, paper_);
+      shapes_ = std::move(cut.shapes);
+      cuts_ = std::move(cut.cuts);
+    }
     if (!sight.hidden) shapes_ = withoutCovered(shapes_, paper_);
     check_.emplace(shapes_, paper_);
   }
@@ -133,9 +139,14 @@ class View {
     if (sight_.axes) addAxes(lines_, shapes_, paper_);
     seen.width = box.right - box.left;
     seen.height = box.high - box.low;
-    const double x = -(box.left + box.right) / 2, y = -(box.low + box.high) / 2;
+    seen.middle = {(box.left + box.right) / 2, (box.low + box.high) / 2};
+    const double x = -seen.middle.x, y = -seen.middle.y;
     seen.curves = lines_.result();
     for (SeenCurve& entry : seen.curves) entry.curve = moved(entry.curve, x, y);
+    seen.cuts = cuts_;
+    for (SeenCut& cut : seen.cuts)
+      for (FlatLoop& loop : cut.loops)
+        for (FlatCurve& curve : loop) curve = moved(curve, x, y);
     return seen;
   }
 
@@ -143,6 +154,7 @@ class View {
   Paper paper_;
   std::vector<TopoDS_Shape> shapes_;
   std::optional<SeenCheck> check_;
+  std::vector<SeenCut> cuts_;
   FlatJoiner lines_;
   int corrected_ = 0;
 };

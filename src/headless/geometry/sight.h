@@ -1,6 +1,7 @@
 // What a view of bodies is asked with and answered by.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,12 @@ struct PlacedBody {
   BodyPtr body;
   creo::ProTransform place;  // in the picture's coordinates and unit
   double scale = 1;          // from the body's unit of length, before the placement
+  int number = 0;            // by which cuts name it
+  bool isCut = true;         // else it stays whole where a plane cuts the others
+};
+// A plane in the picture's coordinates; what lies before it, where its normal leads to, isn't there.
+struct SightCut {
+  creo::ProVector point, normal;
 };
 struct Sight {
   std::vector<PlacedBody> bodies;
@@ -36,11 +43,21 @@ struct Sight {
   double scale = 1;           // mm on paper for a unit of the picture
   bool hidden = false;        // are hidden lines asked for?
   bool axes = false;          // are axes?
+  std::optional<SightCut> cut = {};
+};
+// A closed chain of curves in their order, each of which may lead either way.
+using FlatLoop = std::vector<FlatCurve>;
+// A face of cut material: what lies within an odd number of its loops.
+struct SeenCut {
+  int number = 0;  // of the body
+  std::vector<FlatLoop> loops;
 };
 // Lengths are in mm on paper, places are counted from the middle of what is seen, y upwards.
 struct Seen {
   double width = 0, height = 0;   // of the edges, without axes
+  FlatPoint middle;               // where the middle lies, from where the picture's origin is seen
   std::vector<SeenCurve> curves;  // what is visible comes last
+  std::vector<SeenCut> cuts;      // of bodies that the plane cuts
   bool isFaceted = false;         // edges of flat facets, as the exact ones couldn't be had
   int corrected = 0;              // lines that the library took for visible, and that a face hides
   std::wstring reason;            // why it is faceted; without curves: why there are none

@@ -105,6 +105,8 @@ creo::ProError setPrincipalSystem(const Models& models, const Model& model, cons
     for (const UsedModelRecord& component : record.components) places.push_back(placementRecord(component.placement));
     for (PlacementRecord& place : places) conversion.add(place.position, length);
     for (CrossSectionRecord& section : record.crossSections) conversion.add(section.distance, length);
+    for (StateRecord& state : record.explodedStates)
+      for (StateItemRecord& item : state.items) conversion.add(item.move, length);
     for (ToleranceEntryRecord& entry : record.toleranceTable) conversion.add(entry.value, length);
     if (record.accuracy && record.accuracy->kind == creo::ProAccuracyKind::absolute)
       conversion.add(record.accuracy->value, length);

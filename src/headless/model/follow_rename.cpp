@@ -91,7 +91,10 @@ bool followInDrawing(ModelRecord& record, const RenamedModel& renamed) {
   bool follows = false;
   for (UsedModelRecord& entry : record.models)
     if (entry.type == renamed.type) follows = renameText(entry.name, renamed) || follows;
-  for (ViewRecord& view : record.views) follows = renameLabel(view.model, renamed) || follows;
+  for (ViewRecord& view : record.views) {
+    follows = renameLabel(view.model, renamed) || follows;
+    for (std::string& whole : view.uncut) follows = renameLabel(whole, renamed) || follows;
+  }
   for (ShownDimensionRecord& dimension : record.shownDimensions)
     follows = renameLabel(dimension.model, renamed) || follows;
   if (renamed.type == ProMdlType::drawing)

@@ -52,7 +52,7 @@ std::vector<PlacedModel> placedComponents(const Models& models, const Model& ass
     if (!feature.isComponent() || leftOut.has(id) || !hasGeometry(assembly, id)) continue;
     const Model* model = componentModel(models, feature);
     if (!model || model->document->record.skeleton) continue;
-    placed.push_back({model, componentPlacement(assembly, *feature.component())});
+    placed.push_back({model, componentPlacement(assembly, *feature.component()), id});
   }
   return placed;
 }

@@ -27,6 +27,7 @@ class LeftOut {
 struct PlacedModel {
   const Model* model = nullptr;
   creo::ProTransform place;  // in the assembly's coordinates and units
+  int feature = 0;           // the id of the component
 };
 // In the order of the features; without those that are suppressed or left out of the representation in memory,
 // skeletons and what isn't in memory. Throws MeasureFault.

@@ -54,6 +54,9 @@ void dropReferences(ModelRecord& record, const Ids& features, const Ids& dimensi
     });
   for (SimplifiedRepRecord& rep : record.simplifiedReps)
     std::erase_if(rep.items, [&](const SimplifiedRepItemRecord& item) { return features.contains(item.feature); });
+  for (auto* states : {&record.explodedStates, &record.styleStates})
+    for (StateRecord& state : *states)
+      std::erase_if(state.items, [&](const StateItemRecord& item) { return features.contains(item.feature); });
 }
 
 void removeFeatures(const Model& solid, const std::unordered_set<int>& ids) {

@@ -1,11 +1,12 @@
 #include "headless/pictures/drawn_views.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "headless/geometry/seen.h"
 #include "headless/model/models.h"
 #include "headless/model/units.h"
-#include "headless/pictures/shown_parts.h"
+#include "headless/pictures/view_cut.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -69,43 +70,143 @@ SheetStroke strokeOf(geometry::SeenCurve seen, bool isWire) {
            .kind = kKinds[static_cast<std::size_t>(seen.as)]}};
 }
 
-const std::vector<geometry::PlacedBody>& ShownModels::find(const Model& model) {
+const PlacedParts& ShownModels::find(const Model& model) {
   const auto [known, isNew] = models_.try_emplace(model.handle);
   if (isNew)
-    if (auto bodies = placedBodies(sources_.bodies, sources_.models, model)) known->second = std::move(bodies.value);
+    if (auto parts = placedParts(sources_.bodies, sources_.models, model)) known->second = std::move(parts.value);
   return known->second;
 }
 
 void ShownModels::tell(const std::wstring& text) const { sources_.models.message(text); }
 void ShownModels::warn(const std::wstring& text) const { tell(L"warning: " + text); }
 
-std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view, double scale) {
-  const Model* model = modelOf(inMemory_, view);
-  if (!model) return std::nullopt;
-  const ModelRecord& record = model->document->record;
+struct DrawnViews::Asked {
+  const Model* model = nullptr;
   geometry::Sight sight;
-  sight.bodies = models_.find(*model);
-  sight.screen = orientationFor(view, record);
-  sight.scale = std::fabs(view.scale != 0 ? view.scale : scale) / inSystem(1, "mm", record);
-  if (sight.bodies.empty() || !(sight.scale > 0) || !std::isfinite(sight.scale)) return std::nullopt;
-  const bool isWire = view.displayStyle == kWireframe;
-  sight.hidden = isWire || view.displayStyle == kHiddenLines;
+  const std::vector<const Model*>* parts = nullptr;
+};
+
+std::wstring DrawnViews::nameOf(const ViewRecord& view, const Model& model) const {
+  return text::format(L"the view %s of %s in %s", text::fromUtf8(view.name), label(model), label(drawing_));
+}
+double DrawnViews::scaleOf(const ViewRecord& view) const { return std::fabs(view.scale != 0 ? view.scale : scale_); }
+
+const ViewRecord* DrawnViews::viewOf(int id) const {
+  const auto& views = drawing_.document->record.views;
+  const auto found = std::ranges::find(views, id, &ViewRecord::id);
+  return id == 0 || found == views.end() ? nullptr : &*found;
+}
+
+DrawnViews::Asked DrawnViews::ask(const ViewRecord& view, const ViewRecord& shown, const Model& model) {
+  const ModelRecord& record = model.document->record;
+  const PlacedParts& parts = models_.find(model);
+  Asked asked{&model, {}, &parts.parts};
+  geometry::Sight& sight = asked.sight;
+  sight.bodies = parts.bodies;
+  sight.screen = orientationFor(shown, record);
+  sight.scale = scaleOf(view) / inSystem(1, "mm", record);
+  sight.hidden = view.displayStyle == kWireframe || view.displayStyle == kHiddenLines;
   sight.axes = true;
+  if (shown.section.empty()) return asked;
+  const SectionPlane plane = sectionPlane(model, shown.section);
+  if (plane.cut) sight.cut = towardsViewer(*plane.cut, sight.screen);
+  if (!sight.cut)
+    models_.warn(text::format(L"%s isn't cut: %s", nameOf(view, model),
+                              plane.cut ? std::wstring(L"it sees the plane on its edge") : plane.fault));
+  for (geometry::PlacedBody& body : sight.bodies) {
+    const std::wstring own = label(*parts.parts[static_cast<std::size_t>(body.number)]);
+    body.isCut = std::ranges::none_of(
+        shown.uncut, [&](const std::string& name) { return text::equalNoCase(text::fromUtf8(name), own); });
+  }
+  return asked;
+}
+
+std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view) {
+  const ViewRecord* shown = view.detailOf == 0 ? &view : viewOf(view.detailOf);
+  const Model* model = shown ? modelOf(inMemory_, *shown) : nullptr;
+  if (!model) return std::nullopt;
+  const Asked asked = ask(view, *shown, *model);
+  const geometry::Sight& sight = asked.sight;
+  if (sight.bodies.empty() || !(sight.scale > 0) || !std::isfinite(sight.scale)) return std::nullopt;
   geometry::Seen seen = geometry::seen(sight);
-  const std::wstring name =
-      text::format(L"the view %s of %s in %s", text::fromUtf8(view.name), label(*model), label(drawing_));
+  const std::wstring name = nameOf(view, *model);
   if (seen.curves.empty()) {
     models_.tell(text::format(L"%s can't be drawn: %s", name, seen.reason));
     return std::nullopt;
   }
-  if (!(seen.width <= width_) || !(seen.height <= height_)) return std::nullopt;
+  const bool isWhole = view.detailOf == 0 && view.breaks.empty();
+  if (isWhole && (!(seen.width <= width_) || !(seen.height <= height_))) return std::nullopt;
   if (seen.isFaceted) models_.warn(text::format(L"%s is drawn by facets: %s", name, seen.reason));
   if (seen.corrected > 0)
     models_.warn(
         text::format(L"%s: %d lines that lie behind faces were taken for visible and put right", name, seen.corrected));
-  DrawnView drawn{seen.width, seen.height, {}, seen.isFaceted};
-  for (geometry::SeenCurve& entry : seen.curves) drawn.strokes.push_back(strokeOf(std::move(entry), isWire));
+  DrawnView drawn{seen.width, seen.height, {}, {}, seen.isFaceted};
+  for (geometry::SeenCurve& entry : seen.curves)
+    drawn.lines.strokes.push_back(strokeOf(std::move(entry), view.displayStyle == kWireframe));
+  finish(drawn, view, *shown, asked, seen);
   return drawn;
+}
+
+void DrawnViews::finish(DrawnView& drawn, const ViewRecord& view, const ViewRecord& shown, const Asked& asked,
+                        const geometry::Seen& seen) const {
+  const bool isDetail = view.detailOf != 0;
+  ViewLines& lines = drawn.lines;
+  lines.hatches = hatchesOf(seen.cuts, *asked.parts);
+  for (SheetHatch& hatch : lines.hatches) {
+    hatch.pen.isOfArea = !isDetail && view.breaks.empty();
+    for (SheetStroke& stroke : strokesOf(hatch)) lines.strokes.push_back(std::move(stroke));
+  }
+  if (isDetail) {
+    const double larger = scaleOf(view) / scaleOf(shown) * unit_;
+    keepCircle(lines, {view.centre.x * larger, view.centre.y * larger}, view.radius * larger);
+    drawn.width = drawn.height = 2 * view.radius * larger;
+    drawn.label = detailLabel(text::fromUtf8(view.name), scaleOf(view));
+    return;
+  }
+  if (asked.sight.cut) drawn.label = sectionLabel(text::fromUtf8(shown.section), scaleOf(view), std::fabs(scale_));
+  addMarks(drawn, view, asked, seen.middle);
+  shorten(drawn, view);
+}
+
+void DrawnViews::addMarks(DrawnView& drawn, const ViewRecord& view, const Asked& asked,
+                          const geometry::FlatPoint& middle) const {
+  const auto& views = drawing_.document->record.views;
+  const creo::ProTransform& screen = asked.sight.screen;
+  const auto flat = [&screen](const creo::ProVector& v) -> geometry::FlatPoint {
+    const auto dot = [&v](const creo::ProVector& axis) { return v.x * axis.x + v.y * axis.y + v.z * axis.z; };
+    return {dot(screen.xAxis), dot(screen.yAxis)};
+  };
+  for (const ViewRecord& other : views) {
+    if (other.detailOf != 0 && other.detailOf == view.id)
+      addDetailCircle(drawn.lines, {other.centre.x * unit_, other.centre.y * unit_}, other.radius * unit_,
+                      text::fromUtf8(other.name));
+    const bool isCutHere = !other.section.empty() && other.detailOf == 0 && other.model == view.model &&
+                           std::max(other.sheet, 1) == std::max(view.sheet, 1);
+    if (!isCutHere || !view.section.empty()) continue;
+    const SectionPlane plane = sectionPlane(*asked.model, other.section);
+    const auto cut =
+        plane.cut ? towardsViewer(*plane.cut, orientationFor(other, asked.model->document->record)) : std::nullopt;
+    if (!cut) continue;
+    const auto first = std::ranges::find_if(views, [&](const ViewRecord& candidate) {
+      return candidate.section.empty() && candidate.detailOf == 0 && candidate.model == other.model &&
+             std::max(candidate.sheet, 1) == std::max(other.sheet, 1) &&
+             !towardsViewer(*cut, orientationFor(candidate, asked.model->document->record));
+    });
+    if (first == views.end() || &*first != &view) continue;
+    const geometry::FlatPoint at = flat(cut->point), normal = flat(cut->normal);
+    const double scale = asked.sight.scale, length = geometry::lengthOf(normal);
+    addCuttingLine(drawn.lines, {at.x * scale - middle.x, at.y * scale - middle.y},
+                   {-normal.y / length, normal.x / length}, {-normal.x / length, -normal.y / length}, drawn.width,
+                   drawn.height, text::fromUtf8(other.section));
+  }
+}
+
+void DrawnViews::shorten(DrawnView& drawn, const ViewRecord& view) const {
+  std::vector<ViewBreak> across, upright;
+  for (const BreakRecord& entry : view.breaks)
+    (entry.upright ? upright : across).push_back({entry.from * unit_, entry.to * unit_});
+  drawn.width -= leaveOut(drawn.lines, std::move(across), false);
+  drawn.height -= leaveOut(drawn.lines, std::move(upright), true);
 }
 
 }  // namespace headless

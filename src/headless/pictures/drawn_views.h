@@ -8,7 +8,8 @@
 #include "headless/geometry/sight.h"
 #include "headless/model/model.h"
 #include "headless/pictures/picture_sources.h"
-#include "headless/pictures/sheet_stroke.h"
+#include "headless/pictures/shown_parts.h"
+#include "headless/pictures/view_marks.h"
 
 namespace headless {
 
@@ -20,40 +21,61 @@ class ShownModels {
  public:
   explicit ShownModels(const PictureSources& sources) : sources_(sources) {}
   // Where its parts stand, in its own coordinates and unit; empty: there is nothing to be seen.
-  const std::vector<geometry::PlacedBody>& find(const Model& model);
+  const PlacedParts& find(const Model& model);
   // Tell of a view that isn't drawn at all ("the view ...") and of one that isn't drawn as it should be.
   void tell(const std::wstring& text) const;
   void warn(const std::wstring& text) const;
 
  private:
   PictureSources sources_;
-  std::map<creo::ProMdl, std::vector<geometry::PlacedBody>> models_;
+  std::map<creo::ProMdl, PlacedParts> models_;
 };
 
 struct DrawnView {
   double width = 0, height = 0;
-  std::vector<SheetStroke> strokes;  // from the view's place, the middle of the model
-  bool isFaceted = false;            // its edges are those of facets
+  ViewLines lines;         // from the view's place, the middle of the model
+  std::wstring label;      // that stands above it: of a section or a detail
+  bool isFaceted = false;  // its edges are those of facets
 };
 
 // The views of one sheet.
 class DrawnViews {
  public:
-  // width, height: of the sheet, in mm. The drawing and the models must outlive it.
-  DrawnViews(const Models& inMemory, ShownModels& models, const Model& drawing, double width, double height)
-      : inMemory_(inMemory), models_(models), drawing_(drawing), width_(width), height_(height) {}
+  // width, height: of the sheet, in mm; unit: of its drawing's coordinates, in mm; scale: of views that have none of
+  // their own. The drawing and the models must outlive it.
+  DrawnViews(const Models& inMemory, ShownModels& models, const Model& drawing, double width, double height,
+             double unit, double scale)
+      : inMemory_(inMemory),
+        models_(models),
+        drawing_(drawing),
+        width_(width),
+        height_(height),
+        unit_(unit),
+        scale_(scale) {}
 
-  // scale: of a view that has none of its own. Hidden lines are there where the view shows them. Nothing: the model
-  // isn't in memory or has no geometry, or all of it would be larger than the sheet, so that the view shows a detail of
-  // which the document doesn't say more, or its lines can't be worked out, with a line of the message area. A warning
-  // there tells that they had to be facets', and that some had to be put right.
-  std::optional<DrawnView> draw(const ViewRecord& view, double scale);
+  // A view that names a cross section is cut by it, but for a plane that it sees on its edge, which is a warning; one
+  // that is seen on its edge has its cutting line in the first view of the model on the sheet that is cut by none. A
+  // detail shows its circle of the view that it names, cut as that one. Hidden lines are there where the view shows
+  // them. Nothing: the model isn't in memory or has no geometry, or all of it would be larger than the sheet, so that
+  // the view shows a detail of which the document doesn't say more, or its lines can't be worked out, with a line of
+  // the message area. A warning there tells that they had to be facets', and that some had to be put right.
+  std::optional<DrawnView> draw(const ViewRecord& view);
 
  private:
+  struct Asked;
+  [[nodiscard]] std::wstring nameOf(const ViewRecord& view, const Model& model) const;
+  [[nodiscard]] double scaleOf(const ViewRecord& view) const;
+  [[nodiscard]] const ViewRecord* viewOf(int id) const;
+  // What is asked for it, and whether it is cut.
+  Asked ask(const ViewRecord& view, const ViewRecord& shown, const Model& model);
+  void finish(DrawnView& drawn, const ViewRecord& view, const ViewRecord& shown, const Asked& asked,
+              const geometry::Seen& seen) const;
+  void addMarks(DrawnView& drawn, const ViewRecord& view, const Asked& asked, const geometry::FlatPoint& middle) const;
+  void shorten(DrawnView& drawn, const ViewRecord& view) const;
   const Models& inMemory_;
   ShownModels& models_;
   const Model& drawing_;
-  double width_, height_;
+  double width_, height_, unit_, scale_;
 };
 
 }  // namespace headless

@@ -19,6 +19,7 @@ namespace {
 
 constexpr double kThinnest = 0.18;  // of strokes that have a width, in mm: the narrowest pen of ISO 128
 constexpr double kMmAnInch = 25.4;
+constexpr double kLabel = 1.4;  // of other texts: letters and labels of views (ISO 128)
 constexpr SheetColor kBlack = 0, kViewColor = 0x6080c0;
 constexpr const wchar_t* kFaceted = L"drawn by facets";
 
@@ -75,9 +76,10 @@ class Painter {
   void contents(const SheetRecord& sheet) {
     const ModelRecord& record = drawing_.document->record;
     part_ = SheetPart::views;
-    DrawnViews views(sources_.models, models_, drawing_, picture_.width, picture_.height);
+    DrawnViews views(sources_.models, models_, drawing_, picture_.width, picture_.height,
+                     std::fabs(matrix_.scaleX) * unit_, sheet.scale);
     for (const ViewRecord& entry : record.views)
-      if (std::max(entry.sheet, 1) == number_) view(entry, views.draw(entry, sheet.scale));
+      if (std::max(entry.sheet, 1) == number_) view(entry, views.draw(entry));
     for (const TableRecord& item : record.tables) {
       part_ = item.fromFormat ? SheetPart::format : SheetPart::tables;
       if (!(item.fromFormat && sheet.formatBlanked)) table(item);
@@ -139,8 +141,16 @@ class Painter {
   void view(const ViewRecord& view, const std::optional<DrawnView>& drawn) {
     const double at = x(view.position.x), up = y(view.position.y);
     if (!drawn) return viewFrame(view, at, up);
-    for (const SheetStroke& stroke : drawn->strokes)
+    for (const SheetStroke& stroke : drawn->lines.strokes)
       picture_.strokes.push_back({geometry::moved(stroke.curve, at, up), stroke.pen});
+    for (const SheetHatch& hatch : drawn->lines.hatches)
+      if (hatch.pen.isOfArea) picture_.hatches.push_back(moved(hatch, at, up));
+    const double size = kLabel * textHeight();
+    const auto label = [&](double middle, double base, const std::wstring& words) {
+      write(at + middle - textWidth(words, size) / 2, up + base, size, words);
+    };
+    for (const ViewText& text : drawn->lines.texts) label(text.at.x, text.at.y - size / 2, text.text);
+    if (!drawn->label.empty()) label(0, drawn->height / 2 + size, drawn->label);
     if (drawn->isFaceted)
       write(at - drawn->width / 2, up - drawn->height / 2 - 2 * textHeight(), textHeight(), kFaceted);
   }

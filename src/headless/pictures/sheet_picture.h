@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "headless/pictures/picture_sources.h"
+#include "headless/pictures/sheet_hatch.h"
 #include "headless/pictures/sheet_stroke.h"
 
 namespace headless {
@@ -30,6 +31,7 @@ struct SheetPicture {
   bool isInMm = true;            // else the drawing measures the sheet in inches
   std::vector<SheetStroke> strokes;
   std::vector<SheetText> texts;
+  std::vector<SheetHatch> hatches = {};  // whole areas; their lines stand among the strokes as those of other areas do
 };
 
 // The format's lines and tables, tables with what their cells show, notes, symbols, drawn lines, each in its place on

@@ -19,7 +19,7 @@ std::string_view partName(SheetPart part);
 using SheetColor = std::uint32_t;
 
 // What a line means in a view, as ISO 128 draws it.
-enum class LineKind { plain, visible, smooth, hidden, axis };  // plain: it belongs to no view
+enum class LineKind { plain, visible, smooth, hidden, axis, hatch };  // plain: it belongs to no view
 // The two pens of ISO 128 that a sheet is drawn with, in mm: what is visible is drawn with the wide one.
 constexpr double kWidePen = 0.5, kNarrowPen = 0.25;
 // Strokes and gaps in turn, in mm; none: the line has no gaps.
@@ -31,6 +31,7 @@ struct SheetPen {
   SheetColor color = 0;
   SheetPart part = SheetPart::lines;
   LineKind kind = LineKind::plain;
+  bool isOfArea = false;  // of a hatching that stands as a whole beside the strokes
 };
 struct SheetStroke {
   geometry::FlatCurve curve;

@@ -1,13 +1,14 @@
 #include "headless/pictures/shown_parts.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <set>
 
 #include "creo/ProAppearance.h"
+#include "headless/model/displayed.h"
 #include "headless/model/measures.h"
 #include "headless/model/models.h"
-#include "headless/model/placed.h"
 
 namespace headless {
 
@@ -18,6 +19,7 @@ namespace {
 
 constexpr double kDeflection = 0.001;  // how far a triangle may be off its face, of the body's diagonal
 constexpr double kTurn = 0.35;         // from piece to piece of a round face, in radians
+constexpr double kSeenThrough = 0.7;   // transparency of what a style makes transparent
 
 geometry::Mesh meshOf(const geometry::Body& body) {
   const creo::ProOutline box = geometry::outline(body, {});
@@ -30,6 +32,7 @@ struct Found {
   const Model& part;
   geometry::PlacedBody body;
   const AppearanceRecord* look;
+  bool isTransparent;  // as a style has it
 };
 
 // All parts below a solid, each as often as it is used.
@@ -39,31 +42,35 @@ class Gathering {
   Gathering(Bodies& bodies, const Models& models, Take take)
       : bodies_(bodies), models_(models), take_(std::move(take)) {}
 
-  creo::ProError gather(const Model& solid, const ProTransform& place, double scale, const AppearanceRecord* look) {
+  creo::ProError gather(const Model& solid, const ProTransform& place, double scale, const AppearanceRecord* look,
+                        bool isTransparent) {
     if (!inside_.insert(solid.handle).second) return creo::ProNoError;  // an assembly inside itself
     if (const auto& own = solid.document->record.appearance) look = own.get();
-    const creo::ProError result = solid.type() == creo::ProMdlType::part ? takePart(solid, place, scale, look)
-                                                                         : takeAssembly(solid, place, scale, look);
+    const creo::ProError result = solid.type() == creo::ProMdlType::part
+                                      ? takePart(solid, place, scale, look, isTransparent)
+                                      : takeAssembly(solid, place, scale, look, isTransparent);
     inside_.erase(solid.handle);
     return result;
   }
 
  private:
-  creo::ProError takePart(const Model& part, const ProTransform& place, double scale, const AppearanceRecord* look) {
+  creo::ProError takePart(const Model& part, const ProTransform& place, double scale, const AppearanceRecord* look,
+                          bool isTransparent) {
     const auto body = bodies_.body(part);
     if (body.error == creo::ProNotFound) return creo::ProNoError;
     if (!body) return body.error;
-    take_({part, {body.value, place, scale}, look});
+    take_({part, {body.value, place, scale}, look, isTransparent});
     return creo::ProNoError;
   }
 
   creo::ProError takeAssembly(const Model& assembly, const ProTransform& place, double scale,
-                              const AppearanceRecord* look) {
-    for (const PlacedModel& placed : placedComponents(models_, assembly)) {
+                              const AppearanceRecord* look, bool isTransparent) {
+    for (const DisplayedModel& placed : displayedComponents(models_, assembly)) {
       ProTransform there = placed.place;  // in the assembly's units, which are `scale` of the picture's
       there.origin = {there.origin.x * scale, there.origin.y * scale, there.origin.z * scale};
       const double length = scale * unitRatio("m", *placed.model, assembly);
-      if (const creo::ProError result = gather(*placed.model, creo::transformed(place, there), length, look))
+      if (const creo::ProError result =
+              gather(*placed.model, creo::transformed(place, there), length, look, isTransparent || placed.transparent))
         return result;
     }
     return creo::ProNoError;
@@ -77,7 +84,7 @@ class Gathering {
 
 creo::ProError gather(Bodies& bodies, const Models& models, const Model& solid, Gathering::Take take) {
   try {
-    return Gathering(bodies, models, std::move(take)).gather(solid, {}, 1, nullptr);
+    return Gathering(bodies, models, std::move(take)).gather(solid, {}, 1, nullptr, false);
   } catch (const MeasureFault& fault) {
     models.message(solid.name + L'.' + creo::typeExtension(solid.type()) + L": " + fault.reason);
     return creo::ProGeneralError;
@@ -93,6 +100,7 @@ void addShaded(ShownParts& shown, const Found& found) {
   const AppearanceRecord* look = found.look;
   if (look && look->color.size() == 3) made.color = {look->color[0], look->color[1], look->color[2]};
   if (look) made.transparency = look->transparency;
+  if (found.isTransparent) made.transparency = std::max(made.transparency, kSeenThrough);
   for (const SurfaceAppearanceRecord& entry : found.part.document->record.surfaceAppearances) {
     const auto& color = entry.appearance.color;
     const bool isOuter = entry.side == static_cast<int>(creo::ProSurfaceSide::outer);
@@ -110,9 +118,15 @@ Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& so
   return shown;
 }
 
-Got<std::vector<geometry::PlacedBody>> placedBodies(Bodies& bodies, const Models& models, const Model& solid) {
-  std::vector<geometry::PlacedBody> placed;
-  const auto take = [&placed](const Found& found) { placed.push_back(found.body); };
+Got<PlacedParts> placedParts(Bodies& bodies, const Models& models, const Model& solid) {
+  PlacedParts placed;
+  std::map<creo::ProMdl, int> numbers;
+  const auto take = [&](const Found& found) {
+    const auto [known, isNew] = numbers.try_emplace(found.part.handle, static_cast<int>(placed.parts.size()));
+    if (isNew) placed.parts.push_back(&found.part);
+    placed.bodies.push_back(found.body);
+    placed.bodies.back().number = known->second;
+  };
   if (const creo::ProError result = gather(bodies, models, solid, take)) return result;
   return placed;
 }

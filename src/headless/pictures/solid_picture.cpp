@@ -6,6 +6,7 @@
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/model_picture.h"
 #include "headless/pictures/shown_parts.h"
+#include "headless/pictures/view_cut.h"
 #include "text/format.h"
 
 namespace headless {
@@ -34,15 +35,28 @@ creo::ProTransform toScreen(const creo::ProTransform& s) {
   return {{s.xAxis.x, s.yAxis.x, s.zAxis.x}, {s.xAxis.y, s.yAxis.y, s.zAxis.y}, {s.xAxis.z, s.yAxis.z, s.zAxis.z}, {}};
 }
 
+// By the cross section that is active, if one is.
+void cutAsActive(const PictureSources& sources, const Model& solid, geometry::Sight& sight) {
+  const std::string& active = solid.document->record.activeCrossSection;
+  if (active.empty()) return;
+  const SectionPlane plane = sectionPlane(solid, active);
+  if (plane.cut) sight.cut = towardsViewer(*plane.cut, sight.screen);
+  if (!plane.fault.empty())
+    sources.models.message(
+        text::format(L"warning: %s.%s isn't cut: %s", solid.name, creo::typeExtension(solid.type()), plane.fault));
+}
+
 // Paper of the picture's shape, its longer side that of A4, which the edges fill but for a margin.
 Got<SheetPicture> wires(const PictureSources& sources, const Model& solid, int width, int height) {
   constexpr double kLong = 297, kFilled = 0.9, kLeast = 1e-9;  // mm, but for the share
-  const auto placed = placedBodies(sources.bodies, sources.models, solid);
-  const auto bodies = unlessEmpty(sources, solid, placed, placed.value.empty());
+  const auto placed = placedParts(sources.bodies, sources.models, solid);
+  const auto bodies = unlessEmpty(sources, solid, placed, placed.value.bodies.empty());
   if (!bodies) return bodies.error;
-  geometry::Sight sight{.bodies = bodies.value, .screen = activeOrientation(solid.document->record), .hidden = true};
+  geometry::Sight sight{
+      .bodies = bodies.value.bodies, .screen = activeOrientation(solid.document->record), .hidden = true};
   const auto box = sources.bodies.outline(solid, toScreen(sight.screen));
   if (!box) return box.error;
+  cutAsActive(sources, solid, sight);
   const double unit = kLong / std::max(width, height);
   SheetPicture paper;
   paper.width = width * unit;
@@ -60,6 +74,9 @@ Got<SheetPicture> wires(const PictureSources& sources, const Model& solid, int w
     entry.curve = geometry::moved(entry.curve, paper.width / 2, paper.height / 2);
     paper.strokes.push_back(strokeOf(std::move(entry), false));
   }
+  for (const SheetHatch& hatch : hatchesOf(seen.cuts, bodies.value.parts))
+    for (const SheetStroke& stroke : strokesOf(hatch))
+      paper.strokes.push_back({geometry::moved(stroke.curve, paper.width / 2, paper.height / 2), stroke.pen});
   return paper;
 }
 

@@ -37,6 +37,11 @@ struct SheetRecord : Open {
   std::unique_ptr<SheetMatrixRecord> matrix;
 };
 
+// What a view leaves out of its model, in the drawing's coordinates from the view's place, as if it weren't shortened.
+struct BreakRecord : Open {
+  double from = 0, to = 0;
+  bool upright = false;  // between two heights; else between two widths
+};
 // A view: of a solid an orientation, of a drawing what a sheet shows of a model.
 struct ViewRecord : Open {
   int id = 0;
@@ -47,6 +52,15 @@ struct ViewRecord : Open {
   PointRecord position;
   int displayStyle = 0;        // Creo's number of how the model is drawn; 0: as the session does; drawings only
   std::vector<double> matrix;  // of an orientation: 9 numbers, row by row; none: as the model stands
+  // Drawings only: the cross section that cuts its model, and models that stay whole ("BOLT.prt").
+  std::string section;
+  std::vector<std::string> uncut;
+  std::vector<BreakRecord> breaks;
+  // Drawings only: the id of the view of which it is a detail (0: none), the circle that it shows, from that one's
+  // place.
+  int detailOf = 0;
+  PointRecord centre;
+  double radius = 0;
 };
 
 struct CellRecord : Open {

@@ -118,10 +118,17 @@ struct LayerStateRecord : Open {
   std::vector<LayerStatusRecord> layers;
 };
 
-// What is kept under a name alone: an exploded or a style state.
+// What an exploded or a style state does with a component.
+struct StateItemRecord : Open {
+  int feature = 0;
+  std::vector<double> move;  // three lengths in the assembly's coordinates; none: it stays
+  bool blanked = false, transparent = false;
+};
+// An exploded or a style state.
 struct StateRecord : Open {
   int id = 0;
   std::string name;
+  std::vector<StateItemRecord> items;
 };
 // What a simplified representation does with a feature or a component, and by what it is replaced.
 struct SimplifiedRepItemRecord : Open {

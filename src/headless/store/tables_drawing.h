@@ -36,6 +36,15 @@ struct RecordTable<SheetRecord> {
                                         field<&R::matrix>("matrix")};
 };
 template <>
+struct RecordTable<BreakRecord> {
+  using R = BreakRecord;
+  static constexpr std::array fields = {field<&R::from>("from", kRequired), field<&R::to>("to", kRequired),
+                                        field<&R::upright>("upright")};
+  static void check(R& record, const Json& json, Reader& in) {
+    if (!(record.from < record.to)) in.fail(json, L"a break leads from a smaller place to a larger one");
+  }
+};
+template <>
 struct RecordTable<ViewRecord> {
   using R = ViewRecord;
   static constexpr std::array fields = {field<&R::id>("id"),
@@ -46,10 +55,17 @@ struct RecordTable<ViewRecord> {
                                         field<&R::scale>("scale"),
                                         field<&R::position>("position"),
                                         field<&R::displayStyle>("displayStyle"),
-                                        field<&R::matrix>("matrix")};
+                                        field<&R::matrix>("matrix"),
+                                        field<&R::section>("section"),
+                                        field<&R::uncut>("uncut"),
+                                        field<&R::breaks>("breaks"),
+                                        field<&R::detailOf>("detailOf"),
+                                        field<&R::centre>("centre"),
+                                        field<&R::radius>("radius")};
   static constexpr std::string_view schema =
       R"("allOf": [{"properties": {"matrix": {"anyOf": [{"maxItems": 0}, {"minItems": 9, "maxItems": 9}]}}}])";
   static void check(R& record, const Json& json, Reader& in) {
+    if (record.detailOf != 0 && !(record.radius > 0)) in.fail(json, L"a detail's radius must be over 0");
     if (!record.matrix.empty() && record.matrix.size() != 9) in.fail(json, L"a view's matrix has nine numbers");
   }
 };

@@ -129,9 +129,21 @@ struct RecordTable<LayerStateRecord> {
   static constexpr std::array fields = {field<&R::name>("name", kRequired), field<&R::layers>("layers")};
 };
 template <>
+struct RecordTable<StateItemRecord> {
+  using R = StateItemRecord;
+  static constexpr std::array fields = {field<&R::feature>("feature", kRequired), field<&R::move>("move"),
+                                        field<&R::blanked>("blanked"), field<&R::transparent>("transparent")};
+  static constexpr std::string_view schema =
+      R"("allOf": [{"properties": {"move": {"anyOf": [{"maxItems": 0}, {"minItems": 3, "maxItems": 3}]}}}])";
+  static void check(R& record, const Json& json, Reader& in) {
+    if (!record.move.empty() && record.move.size() != 3) in.fail(json, L"a move has three lengths");
+  }
+};
+template <>
 struct RecordTable<StateRecord> {
   using R = StateRecord;
-  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired)};
+  static constexpr std::array fields = {field<&R::id>("id", kRequired), field<&R::name>("name", kRequired),
+                                        field<&R::items>("items")};
 };
 template <>
 struct RecordTable<SimplifiedRepItemRecord> {

@@ -288,6 +288,51 @@ TEST_F(ExportedViews, APdfHasPensAndDashesAlsoInBlack) {
   }
 }
 
+// A bushing in a plate, cut through the axis of both; a bolt-like pin stays whole. The plate is 40 by 40 by 10, the
+// bushing's ring 4 by 10 on both sides of its bore, at 2:1.
+TEST_F(ExportedViews, SectionsAreHatchedByPart) {
+  writeBytes(world.models() + "/bush.prt.1", R"({"format": 1, "solid": {"primitives": [
+      {"type": "cylinder", "diameter": 20, "length": 10}, {"type": "hole", "diameter": 12}]}})");
+  writeBytes(world.models() + "/pin.prt.1", R"({"format": 1, "solid": {"primitives": [
+      {"type": "cylinder", "diameter": 12, "length": 10}]}})");
+  writeBytes(world.models() + "/set.asm.1", R"({"format": 1,
+      "crossSections": [{"id": 1, "name": "A", "plane": "ASM_TOP", "distance": 20}],
+      "components": [{"name": "BORED", "type": "prt", "feature": 5},
+        {"name": "BUSH", "type": "prt", "feature": 6, "placement": {"position": [20, 20, 0]}},
+        {"name": "PIN", "type": "prt", "feature": 7, "placement": {"position": [20, 20, 0]}}]})");
+  const std::string view = R"("model": "SET.asm", "scale": 2, "position": {"x": 100, )";
+  writeBytes(world.models() + "/plan.drw.1", R"({"format": 1, "models": [{"name": "SET", "type": "asm"}],
+      "sheets": [{"size": "A3"}], "views": [
+      {"id": 1, "name": "FRONT", )" + view + R"("y": 200}},
+      {"id": 2, "name": "BOTTOM", "section": "A", "uncut": ["PIN.prt"], )" +
+                                                 view + R"("y": 80}},
+      {"id": 3, "name": "X", "model": "SET.asm", "scale": 4, "detailOf": 1, "centre": {"x": 20, "y": 0}, "radius": 5,
+       "position": {"x": 300, "y": 200}},
+      {"id": 4, "name": "BACK", "model": "SET.asm", "scale": 2, "breaks": [{"from": -15, "to": 15}],
+       "position": {"x": 300, "y": 80}}]})");
+  onPlan(task("exportdxf", to("file='a'")));
+  writeBytes(out() + "/read.py", R"(import ezdxf
+from ezdxf.path import from_hatch
+from ezdxf.math import area
+drawing = ezdxf.readfile("a.dxf")
+space = drawing.modelspace()
+print(len(drawing.audit().errors), len(drawing.audit().fixes))
+for h in sorted(space.query("HATCH"), key=lambda h: min(v[0] for p in h.paths.paths for v in p.vertices)):
+    print(h.dxf.layer, round(sum(area(p.flattening(0.01)) for p in from_hatch(h)), 1),
+          [(l.angle, round(l.offset.magnitude, 3)) for l in h.pattern.lines])
+print(sorted(e.dxf.text for e in space.query("TEXT")))
+arcs = [e for e in space.query("ARC") if e.dxf.center.x > 250 and e.dxf.center.y > 150]
+print(sorted(round(e.dxf.radius, 3) for e in arcs))
+broken = [p for e in space.query("LINE") for p in (e.dxf.start, e.dxf.end)
+          if e.dxf.layer == "VISIBLE" and p.x > 250 and p.y < 150]
+print(round(max(p.x for p in broken) - min(p.x for p in broken), 3))
+)");
+  EXPECT_EQ(
+      "0 0\nHATCH 400.0 [(45.0, 3.0)]\nHATCH 160.0 [(135.0, 1.5)]\nHATCH 160.0 [(135.0, 1.5)]\n"
+      "HATCH 400.0 [(45.0, 3.0)]\n['A', 'A', 'A-A (2:1)', 'X', 'X (4:1)']\n[40.0]\n53.0\n",
+      answerTo("/usr/bin/python3 read.py"));
+}
+
 // What was worked out once is there for the next export, whatever else of the sheet has changed.
 TEST_F(ExportedViews, AViewIsWorkedOutOnce) {
   world.start();

@@ -107,7 +107,7 @@ TEST_F(ViewActions, ViewsAreMadeAndChanged) {
   const std::string turned = "0.70711 -0.70711 0 0.70711 0.70711 0 0 0 1";
   EXPECT_EQ(
       L"B0 Add views|Set 3D view 'front'|Set right|Set 3D view 'TOP_FRONT'|Set top|"
-      L"E:'orient_4' can't be 'above', but front, right, back, left, top, bottom or custom|"
+      L"E:'orient_4' can't be 'above', but front, right, back, left, top, bottom, iso or custom|"
       L"Set 3D view 'OWN'|Set custom|E:'matrix_6' isn't a rotation of 9 or 16 numbers|"
       L"E:'matrix_7' isn't a rotation of 9 or 16 numbers|E:'matrix_8' isn't a rotation of 9 or 16 numbers|"
       L"Set 3D view 'WIDE'|Set custom|E:'matrix_10' isn't a rotation of 9 or 16 numbers|"

@@ -360,7 +360,7 @@ TEST_F(Check, AttributesAreHeldAgainstTheRows) {
       {task("addModelRelationLines", "relationlinec='' relationline0='A = 1'"), "count-below-list"},
       {task("deleteModelParameter", "searchin='1' name_0='A' name_07='B'"), "attribute-number"},
       {task("deleteModelProProgramInputLines", "name_0='A' name_2='B'"), "attribute-number"},
-      {task("addEditViews", "name_0='A' orient_0='iso'"), "word-unknown"},
+      {task("addEditViews", "name_0='A' orient_0='above'"), "word-unknown"},
       {task("setTolerance", "tol='9'"), "word-unknown"},
       {task("setAccuracy", "valtype='rel' value='0,01'"), "number-broken"},
       {task("copyModel", "name='LOWER PLATE'"), "model-name"},

@@ -82,6 +82,7 @@ void Document::addPage() {
   goOn();
   if (!page) return;  // the last one goes on, as told
   page_ = page;
+  pages_.push_back(page);
   width_ = HPDF_Page_GetWidth(page);
   height_ = HPDF_Page_GetHeight(page);
   HPDF_Page_SetLineWidth(page, real(kTextLineWidth));

@@ -34,6 +34,9 @@ class Document {
 
   // What follows goes to a new page.
   void addPage();
+  [[nodiscard]] std::size_t pages() const { return pages_.size(); }
+  // What follows goes to that page, from 0.
+  void goTo(std::size_t page) { page_ = pages_.at(page); }
   [[nodiscard]] double width() const { return width_; }
   [[nodiscard]] double height() const { return height_; }
   void setColor(Color color);
@@ -59,6 +62,7 @@ class Document {
   void* document_ = nullptr;
   void* page_ = nullptr;
   void* font_ = nullptr;
+  std::vector<void*> pages_;
   std::string fontFile_;  // its bytes
   double width_ = 0, height_ = 0;
   std::vector<std::int16_t> advances_;  // of each character, in thousandths of the size; -1: not asked yet

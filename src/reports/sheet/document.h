@@ -49,12 +49,10 @@ class Document {
   // Draws a JPEG picture. False: the bytes are none.
   bool picture(std::string_view jpeg, double x, double y, double width, double height);
 
-  // The whole file. Empty: it couldn't be put together.
+  // The whole file. Empty, with a line of the log: it couldn't be put together.
   std::string bytes();
 
  private:
-  // The library takes the glyphs in that texts show, and what these are made of, but no deeper.
-  void completeGlyphs() const;
   // After a fault the library does nothing more until it is told that it may.
   void goOn();
 

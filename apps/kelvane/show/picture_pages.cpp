@@ -41,14 +41,16 @@ struct State {
   std::string reason;
 };
 
-State stateOf(headless::Session& session, const std::string& model) {
+// A reason that the session has no line of is told here.
+State stateOf(headless::Session& session, const std::string& model, Console& console) {
   const std::size_t told = session.messages().size();
   State state;
   try {
     state.shown = shownModel(session, retrieved(session, model), 0);
   } catch (const std::exception& fault) {
-    // The session's own line says more.
-    state.reason = session.messages().size() > told ? readable(session.messages()[told]) : fault.what();
+    const bool hasLine = session.messages().size() > told;
+    state.reason = hasLine ? readable(session.messages()[told]) : fault.what();
+    if (!hasLine) console.trouble(state.reason);
   }
   return state;
 }
@@ -58,7 +60,7 @@ std::vector<State> statesOf(std::span<const ModelChanges> models, const std::str
   headless::Session session(lookingAt(mountModels(folder)));
   std::vector<State> states;
   for (const ModelChanges& changes : models)
-    states.push_back(changes.presence == absent ? State{} : stateOf(session, changes.model));
+    states.push_back(changes.presence == absent ? State{} : stateOf(session, changes.model, console));
   for (const std::wstring& message : session.messages()) console.trouble(readable(message));
   return states;
 }
@@ -96,7 +98,6 @@ class Pages {
     page_ += "</section>\n";
   }
   void finish() { write("index.html", page_ + "</body></html>\n"); }
-  [[nodiscard]] bool isWhole() const { return isWhole_; }
 
  private:
   // What is to be said of the marks. Where one state can't be shown nothing tells what changed.
@@ -109,13 +110,9 @@ class Pages {
       const bool differs = mark(before.shown ? *before.shown : none, after.shown ? *after.shown : none);
       return differs ? "" : "Both look the same.";
     } catch (const std::exception& fault) {
-      tellTrouble(changes.model, "what changed isn't marked: " + std::string(fault.what()));
+      console_.trouble(changes.model + ": what changed isn't marked: " + fault.what());
       return "What changed isn't marked: " + std::string(fault.what());
     }
-  }
-  void tellTrouble(const std::string& model, const std::string& reason) {
-    isWhole_ = false;
-    console_.trouble(model + ": " + reason);
   }
   void write(const std::string& name, const std::string& bytes) {
     const std::wstring path = os::asFolder(folder_) + text::fromUtf8(name);
@@ -130,7 +127,6 @@ class Pages {
       write(name, hasSheets ? sheetSvg(state.shown->sheets) : headless::pngOf(imageOf(*state.shown, kSize)));
       page_ += "<img loading=\"lazy\" src=\"" + addressOf(name) + "\" alt=\"" + escaped(model) + " " + when + "\">";
     } else {
-      if (!isAbsent) tellTrouble(model, state.reason);
       page_ += "<div class=\"none\">" + (isAbsent ? "it isn't there" : escaped(state.reason)) + "</div>";
     }
     page_ += "</figure>\n";
@@ -151,12 +147,11 @@ class Pages {
   std::wstring folder_;
   Console& console_;
   std::string page_;
-  bool isWhole_ = true;
 };
 
 }  // namespace
 
-bool writePicturePages(const std::vector<ModelChanges>& differing, const std::string& before, const std::string& after,
+void writePicturePages(const std::vector<ModelChanges>& differing, const std::string& before, const std::string& after,
                        const std::string& folder, Console& console) {
   Pages pages(folder, console);
   std::span<const ModelChanges> left = differing;
@@ -168,7 +163,6 @@ bool writePicturePages(const std::vector<ModelChanges>& differing, const std::st
     left = left.subspan(some.size());
   }
   pages.finish();
-  return pages.isWhole();
 }
 
 }  // namespace kelvane

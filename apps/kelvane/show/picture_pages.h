@@ -11,8 +11,8 @@ namespace kelvane {
 
 // Writes index.html and the pictures of each model into the folder, which is made where it isn't there: before and
 // after side by side, with what changed marked, and the changes as lines. before, after: folders of models. What can't
-// be shown is told on the page and as trouble. True: all was shown. A Fault: a file can't be written.
-bool writePicturePages(const std::vector<ModelChanges>& differing, const std::string& before, const std::string& after,
+// be shown is told on the page and as trouble. A Fault: a file can't be written.
+void writePicturePages(const std::vector<ModelChanges>& differing, const std::string& before, const std::string& after,
                        const std::string& folder, Console& console);
 
 }  // namespace kelvane

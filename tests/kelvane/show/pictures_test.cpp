@@ -91,14 +91,14 @@ TEST_F(Pictures, OfTwoStatesMarkWhatChanged) {
   file("after/plate.prt.2", plate(60));
   file("after/plan.drw.2", plan("second"));
   file("after/bare.prt.2", R"({"format": 1, "parameters": [{"name": "A", "type": "integer", "value": 1}]})");
-  file("after/new one.prt.1", plate(40));
+  file("after/über.prt.1", plate(40));
   const Ended ended = kelvane({"diff", models(), path("after"), "--stat", "--pictures", path("pictures")});
   EXPECT_EQ(1, ended.code);
-  EXPECT_THAT(ended.err, AllOf(HasSubstr("BARE.PRT: BARE.PRT has nothing to show\n"),
+  EXPECT_THAT(ended.err, AllOf(testing::StartsWith("BARE.PRT has nothing to show\n"),
                                HasSubstr("pictures  " + path("pictures") + "/index.html\n")));
   const auto read = [&](const char* name) { return readBytes(path("pictures/") + name); };
   EXPECT_THAT(read("index.html"), AllOf(HasSubstr("PLAN.DRW.before.svg"), HasSubstr("PLATE.PRT.after.png"),
-                                        HasSubstr("BARE.PRT has nothing"), HasSubstr("src=\"NEW%20ONE.PRT.after.png\""),
+                                        HasSubstr("BARE.PRT has nothing"), HasSubstr("src=\"%C3%9CBER.PRT.after.png\""),
                                         HasSubstr("it isn't there"), HasSubstr("<del>first</del> <ins>second</ins>")));
   // Of the sheets the changed note alone is coloured, with a bar behind it.
   const std::string before = read("PLAN.DRW.before.svg"), after = read("PLAN.DRW.after.svg");
@@ -130,7 +130,7 @@ TEST_F(Pictures, OfAssembliesMarkThePartThatMoved) {
   const double before = redness(path("pictures/UNIT.ASM.before.png")),
                after = redness(path("pictures/UNIT.ASM.after.png"));
   EXPECT_GT(before - after, 0.2) << "the pin is marked";
-  EXPECT_LT(before - after, 5) << "the plate isn't";
+  EXPECT_LT(before - after, 20) << "the plate isn't";
 }
 
 }  // namespace

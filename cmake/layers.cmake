@@ -8,6 +8,7 @@ pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
 pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
 pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
+pkg_check_modules(QPDF REQUIRED IMPORTED_TARGET libqpdf)
 pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
 find_library(HPDF hpdf REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
@@ -23,6 +24,10 @@ kvd_layer(kvd_os FOLDERS os WITHOUT ${KVD_OTHER_SYSTEM} LINKS kvd_text PRIVATE_L
 
 # Two-dimensional codes; it knows nothing of models.
 kvd_layer(kvd_barcode FOLDERS barcode PRIVATE_LINKS PkgConfig::QRENCODE)
+
+# What the PDF library leaves to be put right, behind it.
+kvd_layer(kvd_pdf FOLDERS pdf LINKS kvd_text PRIVATE_LINKS PkgConfig::QPDF)
+target_compile_definitions(kvd_pdf PRIVATE POINTERHOLDER_TRANSITION=4)  # as its headers ask: standard pointers alone
 
 # Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.
 add_library(creo INTERFACE)
@@ -60,7 +65,7 @@ kvd_layer(kvd_proui FOLDERS headless/proui LINKS kvd_session kvd_store)
 kvd_layer(kvd_vault FOLDERS headless/vault LINKS kvd_model)
 kvd_layer(kvd_pictures FOLDERS headless/pictures LINKS kvd_model
   PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG PkgConfig::TIFF)
-kvd_layer(kvd_exports FOLDERS headless/exports LINKS kvd_pictures PRIVATE_LINKS ${HPDF})
+kvd_layer(kvd_exports FOLDERS headless/exports LINKS kvd_pictures PRIVATE_LINKS kvd_pdf ${HPDF})
 kvd_layer(kvd_macros FOLDERS headless/macros LINKS kvd_model kvd_session)
 kvd_layer(creo_headless FOLDERS headless/creo HEADERS headless/session.h
   LINKS kvd_macros kvd_exports kvd_vault kvd_proui nlohmann_json::nlohmann_json)
@@ -73,7 +78,7 @@ target_link_libraries(kvd_core INTERFACE $<LINK_ONLY:creo_headless>)
 kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2 PkgConfig::CRYPTO)
 kvd_layer(kvd_documents FOLDERS documents LINKS kvd_language PRIVATE_LINKS PkgConfig::LIBZIP)
 kvd_layer(kvd_actions FOLDERS actions LINKS kvd_documents kvd_barcode)
-kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS ${HPDF})
+kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS kvd_pdf ${HPDF})
 kvd_layer(kvd_run FOLDERS run LINKS kvd_reports)
 kvd_layer(kvd_ui FOLDERS ui LINKS kvd_run)
 kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui)

@@ -7,6 +7,7 @@
 #include "kelvane/base/verb.h"
 #include "kelvane/show/changes.h"
 #include "kelvane/show/model_folder.h"
+#include "kelvane/show/picture_pages.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -54,7 +55,9 @@ class Diff : public Verb {
     return {{"before", "DIR_A", "folder of models", &before_},
             {"after", "DIR_B", "folder that it is compared with", &after_},
             {"--stat", "", "only how much each model differs", &stat_},
-            {"--json", "", "as JSON", &json_}};
+            {"--json", "", "as JSON", &json_},
+            {"--pictures", "OUT", "make a folder with pictures of both, what changed marked: open its index.html",
+             &pictures_}};
   }
   // kErrors when they differ.
   int run(Console& console) override {
@@ -65,6 +68,10 @@ class Diff : public Verb {
       showCounts(console, differing);
     } else {
       for (const ModelChanges& changes : differing) show(console, changes);
+    }
+    if (!pictures_.empty()) {
+      writePicturePages(differing, before_, after_, pictures_, console);
+      console.note("pictures  " + pictures_ + "/index.html");
     }
     return differing.empty() ? kFine : kErrors;
   }
@@ -103,7 +110,7 @@ class Diff : public Verb {
     console.resultJson(all.dump(2));
   }
 
-  std::string before_, after_;
+  std::string before_, after_, pictures_;
   bool stat_ = false, json_ = false;
 };
 

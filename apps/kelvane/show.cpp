@@ -1,9 +1,11 @@
 // kelvane show: one model, readable.
+#include "headless/model/drawing.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
 #include "headless/model/items.h"
 #include "headless/model/models.h"
 #include "headless/model/parents.h"
+#include "headless/pictures/png.h"
 #include "kelvane/base/columns.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
@@ -11,11 +13,11 @@
 #include "kelvane/base/words.h"
 #include "kelvane/show/drawing.h"
 #include "kelvane/show/model_folder.h"
+#include "kelvane/show/pictures.h"
 #include "kelvane/show/relations.h"
 #include "kelvane/show/sheet_svg.h"
 #include "kelvane/show/solid.h"
 #include "kelvane/show/values.h"
-#include "os/text_files.h"
 #include "run/history.h"
 #include "text/encoding.h"
 
@@ -103,13 +105,17 @@ class Show : public Verb {
   std::vector<OptionRow> options() override {
     return {{"folder", "DIR", "folder of models", &folder_},
             {"model", "NAME.EXT", "the model", &model_},
-            {"--svg", "FILE", "draw the sheets of a drawing into that file instead", &svg_},
-            {"--sheet", "N", "with --svg: that sheet alone", &sheet_}};
+            {"--svg", "FILE", "draw the sheets of a drawing, or a solid's edges, into that file instead; -: put it out",
+             &svg_},
+            {"--png", "FILE", "the same as a picture of dots, a solid shaded", &png_},
+            {"--sheet", "N", "of a drawing's picture: that sheet alone", &sheet_},
+            {"--size", "WxH", "of a picture of dots, which is fitted to it: 1600x1200 without it", &size_}};
   }
   int run(Console& console) override {
     headless::Session session(lookingAt(mountModels(folder_)));
     const creo::ProMdl handle = retrieved(session, model_);
-    if (!svg_.empty()) return draw(console, session, handle);
+    if (!svg_.empty() || !png_.empty()) return draw(console, session, handle);
+    if (sheet_ != 0 || !size_.empty()) throw Fault("--sheet and --size go with --svg or --png");
     const headless::Model& model = *session.models().find(handle);
     const headless::ModelRecord& record = model.document->record;
     showHead(console, model);
@@ -124,20 +130,32 @@ class Show : public Verb {
     for (const Section& own : drawingSections(handle)) section(console, own.title, own.rows);
     section(console, "uses", usesOf(handle));
     section(console, "history", historyOf(handle, console));
-    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
+    tellMessages(console, session);
     return kFine;
   }
 
  private:
-  int draw(Console& console, headless::Session& session, creo::ProMdl drawing) const {
-    const std::string picture = sheetSvg(session, drawing, sheet_);
-    if (picture.empty())
-      throw Fault(sheet_ == 0 ? model_ + " is no drawing" : model_ + " has no sheet " + std::to_string(sheet_));
-    if (const auto error = os::writeText(systemPath(svg_), text::fromUtf8(picture)))
-      throw Fault(svg_ + " can't be written: " + error.message());
-    console.result(svg_);
-    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
+  // The session's lines say why there is nothing to show, so they come first.
+  int draw(Console& console, headless::Session& session, creo::ProMdl handle) const {
+    const PictureSize size = size_.empty() ? PictureSize() : pictureSize(size_);
+    const bool hasSheets = headless::hasSheets(session.models().find(handle)->type());
+    try {
+      if (!png_.empty())
+        writePicture(headless::pngOf(imageOf(shownModel(session, handle, sheet_), size)), png_, console);
+      if (!svg_.empty()) {
+        const Shown shown =
+            hasSheets || sheet_ != 0 ? shownModel(session, handle, sheet_) : shownLines(session, handle, size);
+        writePicture(sheetSvg(shown.sheets), svg_, console);
+      }
+    } catch (...) {
+      tellMessages(console, session);
+      throw;
+    }
+    tellMessages(console, session);
     return kFine;
+  }
+  static void tellMessages(Console& console, const headless::Session& session) {
+    for (const std::wstring& message : session.messages()) console.trouble(readable(message));
   }
   static void showHead(Console& console, const headless::Model& model) {
     const headless::ModelRecord& record = model.document->record;
@@ -158,7 +176,7 @@ class Show : public Verb {
     for (const std::string& line : aligned(rows)) console.result("  " + line);
   }
 
-  std::string folder_, model_, svg_;
+  std::string folder_, model_, svg_, png_, size_;
   int sheet_ = 0;  // 0: all
 };
 

@@ -44,6 +44,8 @@ const std::string kAll =
     " kerel='true' views='true' layers='true' firstKEs='true' xKEs='1' firstNotes='true' xNotes='5' dependen='true'"
     " simreps='true' intrfcs='true' famtab='true' famtab_amount='true' ";
 
+constexpr int kNumberPlace = 30;  // of the page's number
+
 // A word where it stands, in points from the page's lower left corner.
 struct Word {
   int page = 0, x = 0, y = 0, size = 0;
@@ -237,6 +239,7 @@ TEST_F(InformationPdf, RowsGoDownToTheMarginAndHeadingsStartHigher) {
     world.runOn(L"PLATE", ProMdlType::part, "list.xml");
     const auto words = this->words();
     for (const auto& [word, at] : words) {
+      if (at.y == kNumberPlace) continue;
       EXPECT_GE(at.y, at.size > 15 ? 100 : 50) << rows << " " << word;
       EXPECT_LE(at.y, 791) << rows << " " << word;
     }
@@ -251,7 +254,8 @@ TEST_F(InformationPdf, RowsGoDownToTheMarginAndHeadingsStartHigher) {
   world.endSession();
   world.runOn(L"PLATE", ProMdlType::part, "list.xml");
   int lowest = 841;
-  for (const auto& [word, at] : this->words()) lowest = std::min(lowest, at.y);
+  for (const auto& [word, at] : this->words())
+    if (at.y != kNumberPlace) lowest = std::min(lowest, at.y);
   EXPECT_LT(lowest, 50 + 15);
   EXPECT_EQ(3, pages());
 }
@@ -281,6 +285,54 @@ TEST_F(InformationPdf, LongTextsStayInTheirColumnsAndOnThePage) {
     EXPECT_EQ(word[0] == 'M' ? 425 : 225, word[0] == 'M' ? at.x : std::min(at.x, 225)) << word;
   }
   EXPECT_THAT(text(), HasSubstr("W…")) << "the heading is cut";
+}
+
+// Two hundred parameters with values of one to nine lines, and a table behind them that begins at every place of a
+// page.
+TEST_F(InformationPdf, HeadsStandOverTheirRowsOnEachPageAndRowsStayWhole) {
+  std::string parameters, views;
+  for (int i = 0; i < 200; ++i) {
+    std::string value;
+    for (int k = 0; k < i * 7 % 27; ++k) value += "ninechars ";
+    parameters += std::string(i ? "," : "") + R"({"name": "P)" + std::to_string(i) +
+                  R"(", "type": "string", "value": ")" + value + "end" + std::to_string(i) + "\"}";
+  }
+  for (int i = 0; i < 3; ++i) views += std::string(i ? "," : "") + R"({"name": "V)" + std::to_string(i) + "\"}";
+  world.list("list.xml", sheet("parameter='true' views='true'"));
+  for (int shown = 200; shown > 180; --shown) {
+    const std::string some = parameters.substr(0, parameters.find(R"({"name": "P)" + std::to_string(shown) + "\"") - 1);
+    test::writeBytes(world.models() + "/PLATE.prt.1", R"({"format": 1, "views": [)" + views + R"(], "parameters": [)" +
+                                                          (shown == 200 ? parameters : some) + "]}");
+    world.endSession();
+    world.runOn(L"PLATE", ProMdlType::part, "list.xml");
+    const auto words = this->words();
+    const int pages = this->pages();
+    ASSERT_GT(pages, 3);
+    std::map<int, int> headsOfValues, numbers;
+    for (const auto& [word, at] : words) {
+      if (word == "Value") headsOfValues[at.page]++;
+      if (at.y == kNumberPlace && word == std::to_string(at.page)) numbers[at.page]++;
+    }
+    const auto only = [&](const std::string& word) { return words.lower_bound(word)->second; };
+    for (int page = 1; page <= only("P" + std::to_string(shown - 1)).page; ++page)
+      EXPECT_EQ(1, headsOfValues[page]) << shown << ", page " << page;
+    EXPECT_EQ(pages, static_cast<int>(numbers.size())) << shown;
+    for (int i = 0; i < shown; ++i)
+      EXPECT_EQ(only("P" + std::to_string(i)).page, only("end" + std::to_string(i)).page) << shown << ", row " << i;
+    const Word title = only("Views"), first = only("V0"), head = std::prev(words.upper_bound("Alternative"))->second;
+    EXPECT_EQ(title.page, first.page) << shown;
+    EXPECT_EQ(head.page, first.page) << shown;
+    EXPECT_EQ(15, head.y - first.y) << shown << ": letters of heads reach into a row that stands nearer";
+  }
+  EXPECT_EQ("", said("pdftotext '" + path() + "' - 2>&1 >/dev/null")) << "nothing to complain about";
+}
+
+TEST_F(InformationPdf, SmallNumbersCanBeReadBack) {
+  test::writeBytes(world.models() + "/PLATE.prt.1", R"({"format": 1, "parameters": [
+      {"name": "TONNES", "type": "double", "value": 0.0123456}, {"name": "THIRD", "type": "double", "value": 1.33333333},
+      {"name": "NONE", "type": "double", "value": 0}]})");
+  write("parameter='true'");
+  EXPECT_THAT(text(), testing::AllOf(HasSubstr("0.0123456 "), HasSubstr("1.3333 "), HasSubstr("0.0000 ")));
 }
 
 TEST_F(InformationPdf, AManyPagedModelIsWrittenWhole) {

@@ -72,6 +72,11 @@ void Console::resultJson(std::string_view text) {
   out_ << escapedJson(text) << '\n';
 }
 
+void Console::resultBytes(std::string_view bytes) {
+  if (passing_) clearedErr() << std::flush;
+  out_ << bytes;
+}
+
 void Console::note(std::string_view line) {
   if (!quiet_) clearedErr() << shownLine(line);
 }

@@ -24,6 +24,8 @@ class Console {
   void resultLines(std::string_view text);
   // JSON that is written already, without its last line's end.
   void resultJson(std::string_view text);
+  // The bytes of a file, as they are.
+  void resultBytes(std::string_view bytes);
   // A line for the person who waits; left out when quiet.
   void note(std::string_view line);
   // A line about trouble; never left out.

@@ -4,12 +4,7 @@
 #include <cmath>
 #include <numbers>
 #include <string_view>
-#include <vector>
 
-#include "headless/model/drawing.h"
-#include "headless/model/models.h"
-#include "headless/pictures/drawn_views.h"
-#include "headless/pictures/sheet_picture.h"
 #include "kelvane/base/xml_text.h"
 #include "kelvane/show/svg.h"
 #include "text/encoding.h"
@@ -110,16 +105,7 @@ void draw(Svg& svg, const headless::SheetPicture& sheet, double left, double bot
 
 }  // namespace
 
-std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet) {
-  const headless::Model* model = session.models().find(drawing);
-  if (!model || !headless::hasSheets(model->type())) return {};
-  const int count = headless::sheetCount(*model->document);
-  if (sheet < 0 || sheet > count) return {};
-  const int first = sheet == 0 ? 1 : sheet, last = sheet == 0 ? count : sheet;
-  std::vector<headless::SheetPicture> sheets;
-  headless::ShownModels shown(session.pictureSources());
-  for (int number = first; number <= last; ++number)
-    sheets.push_back(headless::sheetPicture(session.pictureSources(), shown, *model, number));
+std::string sheetSvg(std::span<const headless::SheetPicture> sheets) {
   const bool isMm = sheets.front().isInMm;
   const double unit = isMm ? 1 : 1 / kMmAnInch, gap = kGap * unit;
   double width = 0, height = gap;

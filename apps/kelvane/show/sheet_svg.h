@@ -1,15 +1,15 @@
-// The sheets of a drawing as a picture.
+// Sheets as an SVG picture.
 #pragma once
 
+#include <span>
 #include <string>
 
-#include "headless/session.h"
+#include "headless/pictures/sheet_picture.h"
 
 namespace kelvane {
 
-// An SVG of one sheet (from 1), or, for 0, of all sheets one below another: border, the format's lines and tables,
-// tables with what their cells show, notes, symbols, drawn lines, each in its place on the sheet and in its width; a
-// view shows the edges of its model, or a frame with its name. Empty: no drawing, or no such sheet.
-std::string sheetSvg(headless::Session& session, creo::ProMdl drawing, int sheet);
+// The sheets, at least one, one below another: border, and all that stands on each in its place and width. A viewer
+// shows it in its true size, or smaller where its window is.
+std::string sheetSvg(std::span<const headless::SheetPicture> sheets);
 
 }  // namespace kelvane

@@ -11,6 +11,7 @@
 
 #include "os/clock.h"
 #include "os/surroundings.h"
+#include "pdf/finish.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -319,20 +320,22 @@ std::string bytesOf(HPDF_Doc pdf) {
 PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
   for (const PdfPage& page : pages)
     if (const std::wstring fault = faultOf(page); !fault.empty()) return {{}, fault};
-  const PdfPtr pdf(HPDF_New(nullptr, nullptr));
-  if (!pdf) return {{}, L"no memory for the PDF library"};
-  HPDF_SetCompressionMode(pdf.get(), HPDF_COMP_ALL);
-  HPDF_UseUTFEncodings(pdf.get());
-  const Face face = faceFor(pdf.get(), form);
+  const PdfPtr document(HPDF_New(nullptr, nullptr));
+  if (!document) return {{}, L"no memory for the PDF library"};
+  HPDF_SetCompressionMode(document.get(), HPDF_COMP_ALL);
+  HPDF_UseUTFEncodings(document.get());
+  const Face face = faceFor(document.get(), form);
   if (!face.font) return {{}, text::format(L"%s is no font of the TrueType kind", form.fontFile)};
-  describe(pdf.get(), form);
-  Layers layers(pdf.get());
-  for (const PdfPage& page : pages) addPage(pdf.get(), page, face, form, layers);
+  describe(document.get(), form);
+  Layers layers(document.get());
+  for (const PdfPage& page : pages) addPage(document.get(), page, face, form, layers);
   if (form.layers != ProPDFlayers::none) layers.finish();
-  if (HPDF_GetError(pdf.get()) != HPDF_OK) return {{}, faultOf(pdf.get())};
-  std::string bytes = bytesOf(pdf.get());
-  if (bytes.empty()) return {{}, faultOf(pdf.get())};
-  return {std::move(bytes), {}};
+  if (HPDF_GetError(document.get()) != HPDF_OK) return {{}, faultOf(document.get())};
+  const std::string bytes = bytesOf(document.get());
+  if (bytes.empty()) return {{}, faultOf(document.get())};
+  const auto font = face.isUnicode ? os::files().read(form.fontFile) : os::Result<std::string>();
+  auto whole = pdf::finished(bytes, font.value);
+  return {std::move(whole.value), whole.fault.what};
 }
 
 }  // namespace headless

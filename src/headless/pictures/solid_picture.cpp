@@ -46,40 +46,6 @@ void cutAsActive(const PictureSources& sources, const Model& solid, geometry::Si
         text::format(L"warning: %s.%s isn't cut: %s", solid.name, creo::typeExtension(solid.type()), plane.fault));
 }
 
-// Paper of the picture's shape, its longer side that of A4, which the edges fill but for a margin.
-Got<SheetPicture> wires(const PictureSources& sources, const Model& solid, int width, int height) {
-  constexpr double kLong = 297, kFilled = 0.9, kLeast = 1e-9;  // mm, but for the share
-  const auto placed = placedParts(sources.bodies, sources.models, solid);
-  const auto bodies = unlessEmpty(sources, solid, placed, placed.value.bodies.empty());
-  if (!bodies) return bodies.error;
-  geometry::Sight sight{
-      .bodies = bodies.value.bodies, .screen = activeOrientation(solid.document->record), .hidden = true};
-  const auto box = sources.bodies.outline(solid, toScreen(sight.screen));
-  if (!box) return box.error;
-  cutAsActive(sources, solid, sight);
-  const double unit = kLong / std::max(width, height);
-  SheetPicture paper;
-  paper.width = width * unit;
-  paper.height = height * unit;
-  sight.scale = kFilled * std::min(paper.width / std::max(box.value.max.x - box.value.min.x, kLeast),
-                                   paper.height / std::max(box.value.max.y - box.value.min.y, kLeast));
-  geometry::Seen seen = geometry::seen(sight);
-  if (!seen.reason.empty())
-    sources.models.message(text::format(L"%s%s.%s is %s: %s", std::wstring(seen.curves.empty() ? L"" : L"warning: "),
-                                        solid.name, creo::typeExtension(solid.type()),
-                                        std::wstring(seen.curves.empty() ? L"not printed" : L"printed by facets"),
-                                        seen.reason));
-  if (seen.curves.empty()) return creo::ProGeneralError;
-  for (geometry::SeenCurve& entry : seen.curves) {
-    entry.curve = geometry::moved(entry.curve, paper.width / 2, paper.height / 2);
-    paper.strokes.push_back(strokeOf(std::move(entry), false));
-  }
-  for (const SheetHatch& hatch : hatchesOf(seen.cuts, bodies.value.parts))
-    for (const SheetStroke& stroke : strokesOf(hatch))
-      paper.strokes.push_back({geometry::moved(stroke.curve, paper.width / 2, paper.height / 2), stroke.pen});
-  return paper;
-}
-
 }  // namespace
 
 Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int width, int height) {
@@ -90,11 +56,46 @@ Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int w
   return shaded(shown.value.parts, activeOrientation(solid.document->record), width, height);
 }
 
+Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, const creo::ProTransform& screen,
+                             double width, double height, bool hidden) {
+  constexpr double kFilled = 0.9, kLeast = 1e-9;  // of the paper; mm
+  const auto placed = placedParts(sources.bodies, sources.models, solid);
+  const auto bodies = unlessEmpty(sources, solid, placed, placed.value.bodies.empty());
+  if (!bodies) return bodies.error;
+  geometry::Sight sight{.bodies = bodies.value.bodies, .screen = screen, .hidden = hidden};
+  const auto box = sources.bodies.outline(solid, toScreen(sight.screen));
+  if (!box) return box.error;
+  cutAsActive(sources, solid, sight);
+  SheetPicture paper;
+  paper.width = width;
+  paper.height = height;
+  sight.scale = kFilled * std::min(width / std::max(box.value.max.x - box.value.min.x, kLeast),
+                                   height / std::max(box.value.max.y - box.value.min.y, kLeast));
+  geometry::Seen seen = geometry::seen(sight);
+  if (!seen.reason.empty())
+    sources.models.message(text::format(L"%s%s.%s is %s: %s", std::wstring(seen.curves.empty() ? L"" : L"warning: "),
+                                        solid.name, creo::typeExtension(solid.type()),
+                                        std::wstring(seen.curves.empty() ? L"not drawn" : L"drawn by facets"),
+                                        seen.reason));
+  if (seen.curves.empty()) return creo::ProGeneralError;
+  for (geometry::SeenCurve& entry : seen.curves) {
+    entry.curve = geometry::moved(entry.curve, width / 2, height / 2);
+    paper.strokes.push_back(strokeOf(std::move(entry), false));
+  }
+  for (const SheetHatch& hatch : hatchesOf(seen.cuts, bodies.value.parts))
+    for (const SheetStroke& stroke : strokesOf(hatch))
+      paper.strokes.push_back({geometry::moved(stroke.curve, width / 2, height / 2), stroke.pen});
+  return paper;
+}
+
 Got<Image> printedPicture(const PictureSources& sources, const Model& model, const std::wstring& textFolder, int width,
                           int height) {
   if (hasSheets(model.type()))
     return sheetImage(sheetPicture(sources, model, currentSheetOf(*model.document)), textFolder, width, height);
-  const auto paper = wires(sources, model, width, height);
+  constexpr double kLong = 297;  // mm: the longer side of A4
+  const double unit = kLong / std::max(width, height);
+  const auto paper =
+      solidLines(sources, model, activeOrientation(model.document->record), width * unit, height * unit, true);
   if (!paper) return paper.error;
   return sheetImage(paper.value, textFolder, width, height);
 }

@@ -8,7 +8,8 @@
 #include "core/log.h"
 #include "os/clock.h"
 #include "os/surroundings.h"
-#include "reports/sheet/font_file.h"
+#include "pdf/finish.h"
+#include "pdf/font_file.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -53,7 +54,7 @@ Document::~Document() {
 ::text::Fault Document::useFont(const std::wstring& path) {
   auto file = os::files().read(path);
   if (!file) return os::faultOf(file.error);
-  if (auto fault = fontFault(file.value)) return fault;
+  if (auto fault = pdf::fontFault(file.value)) return fault;
   HPDF_Doc doc = docOf(document_);
   HPDF_UseUTFEncodings(doc);
   HPDF_SetCurrentEncoder(doc, kEncoding);
@@ -82,6 +83,7 @@ void Document::addPage() {
   goOn();
   if (!page) return;  // the last one goes on, as told
   page_ = page;
+  pages_.push_back(page);
   width_ = HPDF_Page_GetWidth(page);
   height_ = HPDF_Page_GetHeight(page);
   HPDF_Page_SetLineWidth(page, real(kTextLineWidth));
@@ -134,15 +136,8 @@ bool Document::picture(std::string_view jpeg, double x, double y, double width, 
   return image != nullptr;
 }
 
-void Document::completeGlyphs() const {
-  auto* font = static_cast<HPDF_FontAttr>(fontOf(font_)->attr);
-  auto* face = static_cast<HPDF_TTFontDefAttr>(font->fontdef->attr);
-  markComponents(fontFile_, {face->glyph_tbl.flgs, face->num_glyphs});
-}
-
 std::string Document::bytes() {
   HPDF_Doc doc = docOf(document_);
-  completeGlyphs();
   if (HPDF_SaveToStream(doc) != HPDF_OK) {
     goOn();
     return {};
@@ -153,7 +148,9 @@ std::string Document::bytes() {
   HPDF_ReadFromStream(doc, reinterpret_cast<HPDF_BYTE*>(all.data()), &length);
   all.resize(length);
   goOn();
-  return all;
+  auto whole = pdf::finished(all, fontFile_);
+  if (whole.fault) core::logWrite(text::format(L"The PDF file can't be finished: %s", whole.fault.what), core::kError);
+  return std::move(whole.value);
 }
 
 void Document::goOn() {

@@ -34,6 +34,9 @@ class Document {
 
   // What follows goes to a new page.
   void addPage();
+  [[nodiscard]] std::size_t pages() const { return pages_.size(); }
+  // What follows goes to that page, from 0.
+  void goTo(std::size_t page) { page_ = pages_.at(page); }
   [[nodiscard]] double width() const { return width_; }
   [[nodiscard]] double height() const { return height_; }
   void setColor(Color color);
@@ -46,12 +49,10 @@ class Document {
   // Draws a JPEG picture. False: the bytes are none.
   bool picture(std::string_view jpeg, double x, double y, double width, double height);
 
-  // The whole file. Empty: it couldn't be put together.
+  // The whole file. Empty, with a line of the log: it couldn't be put together.
   std::string bytes();
 
  private:
-  // The library takes the glyphs in that texts show, and what these are made of, but no deeper.
-  void completeGlyphs() const;
   // After a fault the library does nothing more until it is told that it may.
   void goOn();
 
@@ -59,6 +60,7 @@ class Document {
   void* document_ = nullptr;
   void* page_ = nullptr;
   void* font_ = nullptr;
+  std::vector<void*> pages_;
   std::string fontFile_;  // its bytes
   double width_ = 0, height_ = 0;
   std::vector<std::int16_t> advances_;  // of each character, in thousandths of the size; -1: not asked yet

@@ -127,6 +127,7 @@ Outcome writeInformationPDF(const Task& task) {
     part.write({task, task.model(), page});
     if (!part.mark.empty()) core::logIndented(part.mark, core::kDebug, 1);
   }
+  page.number();
   save(document, path);
   if (!task.isTrue(L"oaw")) return done;
   tell(L"start pdf");

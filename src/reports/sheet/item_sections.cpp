@@ -130,7 +130,7 @@ void simplifiedRepSection(const Subject& subject) {
   if (!subject.wants(L"simreps")) return;
   tell(L"Report simplified representations");
   title(subject, Message::simplifiedReps);
-  head(subject, Message::name);
+  subject.page.heads({{kMargin, core::msgText(Message::name)}});
   const creo::ProError result = creo::ProSolidSimprepVisit(subject.model, [&](const creo::ProModelitem& rep) {
     if (const auto name = creo::ProModelitemNameGet(rep))
       listed(subject.page, name.value);
@@ -146,7 +146,7 @@ void interfaceSection(const Subject& subject) {
   if (!subject.wants(L"intrfcs")) return;
   tell(L"Report interfaces");
   title(subject, Message::interfaces);
-  head(subject, Message::name);
+  subject.page.heads({{kMargin, core::msgText(Message::name)}});
   creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
     if (const auto type = creo::ProFeatureTypeGet(feature); type && type.value == kInterfaceFeature)
       listed(subject.page, itemName(itemOf(feature)));

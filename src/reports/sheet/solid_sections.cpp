@@ -36,9 +36,7 @@ void tellError(std::wstring_view line) { core::logWrite(line, core::kError); }
 
 void title(const Subject& subject, Message message) { subject.page.sectionTitle(core::msgText(message)); }
 void head(const Subject& subject, Message message, double x) { head(subject, core::msgText(message), x); }
-void head(const Subject& subject, std::wstring_view text, double x) {
-  subject.page.line(text, kHeadSize, x, kHeadStep);
-}
+void head(const Subject& subject, std::wstring_view text, double x) { subject.page.head(text, x); }
 
 void unitSection(const Subject& subject) {
   if (!subject.wants(L"units")) return;

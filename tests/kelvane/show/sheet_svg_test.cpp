@@ -250,7 +250,7 @@ TEST_F(SheetSvg, InchesAndRefusals) {
   EXPECT_THAT(drawn(kInches), AllOf(HasSubstr("width=\"11.7874in\""), HasSubstr("font-size=\"0.1378\">ä</text>")));
   EXPECT_EQ("kelvane: PLAN.DRW has no sheet 3\n", drawn(kPlan, {"--sheet", "3"}));
   part(L"SOLID");
-  EXPECT_EQ("kelvane: SOLID.PRT is no drawing\n",
+  EXPECT_EQ("kelvane: SOLID.PRT has nothing to show\n",
             kelvane({"show", models(), "SOLID.PRT", "--svg", path("no.svg")}).err);
   EXPECT_THAT(kelvane({"show", models(), "PLAN.DRW", "--svg", path("no/such/folder.svg")}).err,
               HasSubstr("can't be written"));

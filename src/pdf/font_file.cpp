@@ -1,11 +1,13 @@
-#include "reports/sheet/font_file.h"
+#include "pdf/font_file.h"
 
+#include <cstdint>
+#include <map>
 #include <vector>
 
 #include "text/encoding.h"
 #include "text/format.h"
 
-namespace reports::sheet {
+namespace pdf {
 namespace {
 
 constexpr std::size_t kHeader = 12, kEntry = 16;  // of the directory of tables, in bytes
@@ -28,11 +30,12 @@ struct Tables {
   std::size_t count = 0;
   bool isCut = false;
 
-  explicit Tables(std::string_view file) : bytes(file), count(number(file, 4, 2)) {
-    isCut = kHeader + count * kEntry > file.size();
+  explicit Tables(std::string_view file) : bytes(file), count(file.size() < kHeader ? 0 : number(file, 4, 2)) {
+    isCut = kHeader > file.size() || kHeader + count * kEntry > file.size();
     for (std::size_t i = 0; i < count && !isCut; ++i)
       isCut = number(bytes, entry(i) + 8, 4) + number(bytes, entry(i) + 12, 4) > file.size();
   }
+  [[nodiscard]] std::string_view name(std::size_t i) const { return bytes.substr(entry(i), 4); }
   [[nodiscard]] std::string_view table(std::string_view name) const {
     for (std::size_t i = 0; i < count; ++i)
       if (bytes.substr(entry(i), 4) == name)
@@ -66,6 +69,11 @@ class Outlines {
     const std::string_view head = tables.table("head");
     isLong_ = head.size() >= kFormatAt + 2 && number(head, kFormatAt, 2) != 0;
   }
+  [[nodiscard]] std::size_t count() const {
+    const std::size_t places = places_.size() / size();
+    return places > 0 ? places - 1 : 0;
+  }
+  [[nodiscard]] bool isLong() const { return isLong_; }
   // The numbers of the glyphs that one is made of; none for one of outlines of its own.
   [[nodiscard]] std::vector<std::size_t> components(std::size_t glyph) const {
     // How its pieces are described: what stands behind a flag, and in how many bytes.
@@ -83,23 +91,71 @@ class Outlines {
     return all;
   }
 
- private:
-  static constexpr std::uint64_t kFormatAt = 50, kOutlineHeader = 10;  // bytes
-  static constexpr std::uint64_t kComposite = 0x8000;                  // a negative number of contours
-
   [[nodiscard]] std::string_view of(std::size_t glyph) const {
-    const std::size_t size = isLong_ ? 4 : 2;
-    if ((glyph + 2) * size > places_.size()) return {};
+    if ((glyph + 2) * size() > places_.size()) return {};
     const auto place = [&](std::size_t i) {
-      return number(places_, i * size, static_cast<int>(size)) * (isLong_ ? 1 : 2);
+      return number(places_, i * size(), static_cast<int>(size())) * (isLong_ ? 1 : 2);
     };
     const std::uint64_t begin = place(glyph), end = place(glyph + 1);
     return begin < end && end <= glyphs_.size() ? glyphs_.substr(begin, end - begin) : std::string_view();
   }
 
+ private:
+  static constexpr std::uint64_t kFormatAt = 50, kOutlineHeader = 10;  // bytes
+  static constexpr std::uint64_t kComposite = 0x8000;                  // a negative number of contours
+
+  [[nodiscard]] std::size_t size() const { return isLong_ ? 4 : 2; }
+
   std::string_view glyphs_, places_;
   bool isLong_ = false;
 };
+
+// The glyphs that a subset has outlines of, and what these are made of.
+std::vector<bool> withComponents(const Outlines& kept, const Outlines& all) {
+  std::vector<bool> used(kept.count());
+  std::vector<std::size_t> open;
+  for (std::size_t i = 0; i < used.size(); ++i)
+    if (!kept.of(i).empty()) open.push_back(i);
+  for (const std::size_t glyph : open) used[glyph] = true;
+  while (!open.empty()) {
+    const std::size_t glyph = open.back();
+    open.pop_back();
+    for (const std::size_t part : all.components(glyph)) {
+      if (part >= used.size() || used[part]) continue;
+      used[part] = true;
+      open.push_back(part);
+    }
+  }
+  return used;
+}
+
+void addNumber(std::string& bytes, std::uint64_t value, int length) {
+  for (int shift = 8 * (length - 1); shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
+}
+
+// The sum of a table's numbers of four bytes.
+std::uint64_t sumOf(std::string_view padded) {
+  std::uint64_t sum = 0;
+  for (std::size_t at = 0; at + 4 <= padded.size(); at += 4) sum += number(padded, at, 4);
+  return sum & 0xFFFFFFFF;
+}
+
+// A file of the same tables, but for those that are given.
+std::string fileOf(const Tables& tables, const std::map<std::string_view, std::string>& others) {
+  std::string file(tables.bytes.substr(0, kHeader)), body;
+  for (std::size_t i = 0; i < tables.count; ++i) {
+    const auto other = others.find(tables.name(i));
+    std::string table(other == others.end() ? tables.table(tables.name(i)) : std::string_view(other->second));
+    const std::size_t length = table.size();
+    table.resize((length + 3) / 4 * 4);
+    file += tables.name(i);
+    addNumber(file, sumOf(table), 4);
+    addNumber(file, kHeader + tables.count * kEntry + body.size(), 4);
+    addNumber(file, length, 4);
+    body += table;
+  }
+  return file + body;
+}
 
 }  // namespace
 
@@ -114,20 +170,20 @@ text::Fault fontFault(std::string_view bytes) {
   return {};
 }
 
-void markComponents(std::string_view font, std::span<std::uint8_t> used) {
-  const Outlines outlines(font);
-  std::vector<std::size_t> open;
-  for (std::size_t i = 0; i < used.size(); ++i)
-    if (used[i]) open.push_back(i);
-  while (!open.empty()) {
-    const std::size_t glyph = open.back();
-    open.pop_back();
-    for (const std::size_t part : outlines.components(glyph)) {
-      if (part >= used.size() || used[part]) continue;
-      used[part] = 1;
-      open.push_back(part);
-    }
+std::string withComponents(std::string_view subset, std::string_view font) {
+  const Tables tables(subset), whole(font);
+  if (tables.isCut || whole.isCut) return std::string(subset);
+  const Outlines kept(subset), all(font);
+  if (kept.count() == 0 || kept.count() != all.count() || kept.isLong() != all.isLong()) return std::string(subset);
+  const std::vector<bool> used = withComponents(kept, all);
+  std::string glyphs, places;
+  for (std::size_t i = 0; i <= used.size(); ++i) {
+    addNumber(places, kept.isLong() ? glyphs.size() : glyphs.size() / 2, kept.isLong() ? 4 : 2);
+    if (i == used.size() || !used[i]) continue;
+    glyphs += all.of(i);
+    glyphs.resize((glyphs.size() + 3) / 4 * 4);
   }
+  return fileOf(tables, {{"glyf", glyphs}, {"loca", places}});
 }
 
-}  // namespace reports::sheet
+}  // namespace pdf

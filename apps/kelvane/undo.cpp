@@ -61,9 +61,9 @@ class Undo : public Verb {
     const JournalPlace place = prepareJournal(folder_);
     recover(place.models, dryRun_, console);
     const Book book(place.models);
-    const std::string run = run_ ? book.runNamed(*run_) : lastToUndo(book);
-    if (run.empty()) throw Fault("no run of " + folder_ + " is there to be taken back");
-    const UndoPlan plan(book, run);
+    const auto found = run_ ? std::make_unique<UndoPlan>(book, book.runNamed(*run_)) : planOfLast(book);
+    if (!found) throw Fault("no run of " + folder_ + " is there to be taken back");
+    const UndoPlan& plan = *found;
     for (const std::string& line : plan.conflicts()) console.trouble("conflict: " + line);
     for (const std::string& line : plan.stays()) console.trouble("warning: nothing takes back: " + line);
     const bool aborts = !plan.conflicts().empty() && conflict_ == "abort";
@@ -74,7 +74,7 @@ class Undo : public Verb {
       console.trouble("nothing was taken back; --conflict skip takes back what has no conflict");
       return kErrors;
     }
-    if (lines.empty()) console.note("run " + run + ": nothing is left to be taken back");
+    if (lines.empty()) console.note("run " + plan.journal().run + ": nothing is left to be taken back");
     if (dryRun_ || lines.empty()) return plan.conflicts().empty() ? kFine : kErrors;
     return carryOut(place, book, plan, console);
   }

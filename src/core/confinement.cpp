@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "core/log.h"
@@ -19,11 +20,11 @@ std::unique_ptr<os::Confine>& configured() {
   return confine;
 }
 
-// A refusal of an action on a model, and the log that it stands in.
+// The refusals of an action on a model, and the log that they stand in.
 struct Told {
-  std::wstring line;
+  std::wstring place;
   int log = 0;
-  bool operator==(const Told&) const = default;
+  std::set<std::wstring> lines;
 };
 
 Told& lastTold() {
@@ -100,16 +101,18 @@ void endConfinement() {
 void tellRefused(const os::Asked& asked) {
   const std::wstring line = L"Refused: " + asked.what + L" (" + asked.reason + L")";
   if (early()) return early()->push_back(line);
-  const std::wstring place = placeNow() + line;
-  // What is asked several times in a row, as whether a file is there and then its content, is one refusal.
-  if (lastTold() == Told{place, logsBegun()}) return;
+  Told& told = lastTold();
+  if (std::wstring place = placeNow(); told.place != place || told.log != logsBegun())
+    told = {std::move(place), logsBegun(), {}};
+  // What an action asks several times, as whether a file is there and then its content, is one refusal.
+  if (!told.lines.insert(line).second) return;
   // A log that may not be written itself is no reason to write into it.
   static bool isTelling = false;
   if (std::exchange(isTelling, true)) return;
   const LogSound sound;
   logWrite(line, kError);
   isTelling = false;
-  lastTold() = {place, logsBegun()};  // the line may have opened its log
+  told.log = logsBegun();  // the line may have opened its log
 }
 
 }  // namespace core

@@ -120,6 +120,10 @@ TEST_F(DurableTest, WhatTheDiskDidntTakeIsToldOnceToWhoWaitsAndOnceByName) {
   for (const wchar_t* path : {L"d:\\good", L"d:\\bad"}) EXPECT_FALSE(files().create(path, "x"));
   EXPECT_EQ(std::errc::io_error, settleWritten());
   EXPECT_FALSE(settleWritten());
+  // Refused once more it is no second failure, and yet nobody is told of it as safe.
+  EXPECT_FALSE(files().remove(L"d:\\bad"));
+  EXPECT_FALSE(files().create(L"d:\\bad", "y"));
+  EXPECT_EQ(std::errc::io_error, settleWritten());
   const std::vector<Unsafe> failures = durable.takeFailures();
   ASSERT_EQ(1U, failures.size());
   EXPECT_EQ(L"d:\\bad", failures[0].path);

@@ -22,22 +22,6 @@ bool hasWritten(const RunJournal& journal) { return !journal.deeds.empty(); }
 
 }  // namespace
 
-std::string lastToUndo(const Book& book) {
-  std::set<std::string> undone;
-  const std::vector<std::string> runs = book.runs();
-  for (const std::string& run : std::ranges::reverse_view(runs)) {
-    const RunJournal journal = book.read(run);
-    if (undone.contains(run)) continue;
-    if (journal.verb() == "undo") {
-      const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
-      if (isWhole) undone.insert(memberText(journal.begin, "of"));
-    } else if (hasWritten(journal)) {
-      return run;
-    }
-  }
-  return {};
-}
-
 UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), journal_(book.read(run)) {
   if (journal_.begin.is_null()) throw Fault("the journal of run " + run + " has no records");
   if (journal_.isOpen())
@@ -172,6 +156,23 @@ UndoPlan::Done UndoPlan::carryOut(const std::function<std::error_code(const Reco
   }
   removeEmptyFolders(effects_.folders);
   return done;
+}
+
+std::unique_ptr<UndoPlan> planOfLast(const Book& book) {
+  std::set<std::string> undone;
+  const std::vector<std::string> runs = book.runs();
+  for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
+    if (undone.contains(*run)) continue;
+    const RunJournal journal = book.read(*run);
+    if (journal.verb() == "undo") {
+      const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
+      if (isWhole) undone.insert(memberText(journal.begin, "of"));
+    } else if (hasWritten(journal)) {
+      auto plan = std::make_unique<UndoPlan>(book, *run);
+      if (!plan->isNothing()) return plan;
+    }
+  }
+  return {};
 }
 
 }  // namespace kelvane

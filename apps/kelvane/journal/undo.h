@@ -13,9 +13,6 @@
 
 namespace kelvane {
 
-// The run that `undo` means where none is named: the last one that wrote and hasn't been taken back. Empty: none.
-std::string lastToUndo(const Book& book);
-
 class UndoPlan {
  public:
   // A Fault for a run whose journal has no records. Of one without an end what stands behind its last boundary is left
@@ -55,5 +52,9 @@ class UndoPlan {
   std::set<int> barred_;  // groups with a conflict
   std::vector<std::string> conflicts_;
 };
+
+// That of the run which `undo` means where none is named: the last one that wrote, hasn't been taken back and left
+// something to be; a run whose every step was taken back behind a kill is passed over. Null: there is none.
+std::unique_ptr<UndoPlan> planOfLast(const Book& book);
 
 }  // namespace kelvane

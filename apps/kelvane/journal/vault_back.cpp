@@ -30,7 +30,11 @@ std::string nameOfIteration(const headless::ObjectRecord& object, std::size_t pl
 
 class Looker {
  public:
-  Looker(const RunJournal& journal, const std::wstring& kept) : who_(workspaceOf(journal)), kept_(kept) {}
+  Looker(const RunJournal& journal, const std::wstring& kept) : who_(workspaceOf(journal)), kept_(kept) {
+    for (const Record& record : journal.told)
+      if (memberText(record, "record") == "checkIn")
+        checkedIn_[memberText(record, "object")] = memberText(record, "as");
+  }
 
   // deed: the first one on the object's record; now: what the run left of it.
   VaultStep step(const Deed& deed, const Content& now) const {
@@ -49,7 +53,7 @@ class Looker {
     step.iterations = present.iterations.size();
     if (step.before.iterations.empty()) {
       step.stays = label(step) + " stays in the vault, which didn't have it";
-    } else if (contentOf(bytes.value).isSameAs(now)) {
+    } else if (contentOf(bytes.value).isSameAs(now) || isAsItWasLeft(step, present)) {
       judge(step, present);
     } else if (!isBackAlready(step, present)) {
       step.conflict = label(step) + " was changed in the vault since";
@@ -74,18 +78,35 @@ class Looker {
       addPiece(step.did, "in the workspace again");
   }
 
+  // What came since was taken back: further iterations of that revision end with the content that the run checked in,
+  // and nobody has it checked out.
+  bool isAsItWasLeft(const VaultStep& step, const headless::ObjectRecord& present) const {
+    const auto checkedIn = checkedIn_.find(label(step));
+    if (checkedIn == checkedIn_.end() || present.checkOut || present.location != step.before.location) return false;
+    const std::size_t newest = present.iterations.size();
+    std::size_t left = newest;
+    while (left > 0 && nameOfIteration(present, left) != checkedIn->second) --left;
+    return left > 0 && present.iterations[left - 1].revision == present.iterations.back().revision &&
+           isSameContent(step, left, newest);
+  }
+
+  static bool isSameContent(const VaultStep& step, std::size_t one, std::size_t other) {
+    std::string failed, first, second;
+    const auto vault = opened(step.vault, failed);
+    return vault && vault->content(step.object, static_cast<int>(one), first) &&
+           vault->content(step.object, static_cast<int>(other), second) && first == second;
+  }
+
   // A further iteration has the old content, and who had it checked out is as before.
   static bool isBackAlready(const VaultStep& step, const headless::ObjectRecord& present) {
     if (present.checkOut.operator bool() != step.before.checkOut.operator bool()) return false;
     if (present.iterations.size() == step.before.iterations.size()) return true;
-    std::string failed, old, newest;
-    const auto vault = opened(step.vault, failed);
-    return vault && vault->content(step.object, static_cast<int>(step.before.iterations.size()), old) &&
-           vault->content(step.object, static_cast<int>(present.iterations.size()), newest) && old == newest;
+    return isSameContent(step, step.before.iterations.size(), present.iterations.size());
   }
 
   headless::WorkspaceName who_;
   std::wstring kept_;
+  std::map<std::string, std::string> checkedIn_;  // by object: its last iteration of the run, "A.2"
 };
 
 headless::VaultAnswer carryOut(headless::Vault& vault, const VaultStep& step, const headless::WorkspaceName& who) {

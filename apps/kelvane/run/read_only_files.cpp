@@ -12,12 +12,12 @@ namespace kelvane {
 ReadOnlyFiles::ReadOnlyFiles(std::shared_ptr<os::Files> under)
     : FilesWrapper(*under), owned_(std::move(under)), temp_(os::machineBehindLinks(L"t:\\") + "/") {}
 
-std::error_code ReadOnlyFiles::kept(std::wstring_view path) const {
+std::error_code ReadOnlyFiles::kept(std::wstring_view path) {
   const std::string real = os::machineBehindLinks(path);
   const bool isDocument =
       headless::documentFile(os::nameOf(path)) || headless::documentFile(os::nameOf(os::mounts().system(real)));
   if (!isDocument || real.starts_with(temp_)) return {};
-  core::logWrite(text::format(L"This run writes no models: %s", path), core::kError);
+  if (told_.insert(real).second) core::logWrite(text::format(L"This run writes no models: %s", path), core::kError);
   return std::make_error_code(std::errc::read_only_file_system);
 }
 

@@ -2,13 +2,15 @@
 #pragma once
 
 #include <memory>
+#include <set>
+#include <string>
 
 #include "os/files_wrapper.h"
 
 namespace kelvane {
 
-// Documents of models are neither written, removed nor renamed, by whatever name or link they are reached; each attempt
-// is an error line. The temp folder is free, where models of a package are unpacked.
+// Documents of models are neither written, removed nor renamed, by whatever name or link they are reached; the first
+// attempt on each file is an error line. The temp folder is free, where models of a package are unpacked.
 class ReadOnlyFiles : public os::FilesWrapper {
  public:
   explicit ReadOnlyFiles(std::shared_ptr<os::Files> under);
@@ -20,10 +22,11 @@ class ReadOnlyFiles : public os::FilesWrapper {
 
  private:
   // read_only_file_system for a document of a model, told.
-  std::error_code kept(std::wstring_view path) const;
+  std::error_code kept(std::wstring_view path);
 
   std::shared_ptr<os::Files> owned_;
   std::string temp_;
+  std::set<std::string> told_;  // what the documents' paths lead to
 };
 
 }  // namespace kelvane

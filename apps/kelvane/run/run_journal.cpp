@@ -3,7 +3,9 @@
 #include <filesystem>
 
 #include "kelvane/base/exit_codes.h"
+#include "kelvane/base/fault.h"
 #include "kelvane/base/hash.h"
+#include "kelvane/base/places.h"
 #include "kelvane/run/confined.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
@@ -89,15 +91,17 @@ void RunJournalKeeper::recover(const RunOptions& options, const RunPlace& place)
   }
 }
 
-std::shared_ptr<os::Files> RunJournalKeeper::before(std::shared_ptr<os::Files> disk) {
+std::shared_ptr<os::Files> RunJournalKeeper::before(std::shared_ptr<os::Files> disk, const std::wstring& log) {
   if (!journal_) return disk;
   files_ = std::make_shared<JournalFiles>(std::move(disk), *journal_, *paths_);
+  if (const auto error = files_->keepLog(log))
+    throw Fault("the journal of run " + journal_->run() + " can't be begun: " + shown(log) +
+                " can't be kept for an undo: " + error.message());
   return files_;
 }
 
-void RunJournalKeeper::starts(const std::vector<std::string>& rows, const std::wstring& log) {
+void RunJournalKeeper::starts(const std::vector<std::string>& rows) {
   if (!journal_) return;
-  noteFault(files_->keepLog(log));
   files_->countTemp();
   add({{"record", "rows"}, {"rows", rows}});
 }

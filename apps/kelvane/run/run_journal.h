@@ -29,11 +29,13 @@ class RunJournalKeeper {
 
   // The last run of this list broke off in Foot: it is owed.
   [[nodiscard]] bool owesFoot() const { return owesFoot_; }
-  // The door that the run's files go through; the given one where no journal is kept.
-  std::shared_ptr<os::Files> before(std::shared_ptr<os::Files> disk);
+  // The door that the run's files go through; the given one where no journal is kept. log: where the run's log will be
+  // written, past that door; what lies there is kept. A Fault where the disk has no room for that: an undo would leave
+  // the log behind.
+  std::shared_ptr<os::Files> before(std::shared_ptr<os::Files> disk, const std::wstring& log);
 
-  // The list begins: its files in the temp folder count, and the log is kept that will be replaced.
-  void starts(const std::vector<std::string>& rows, const std::wstring& log);
+  // The list begins: its files in the temp folder count.
+  void starts(const std::vector<std::string>& rows);
   // A model's turn is over: the members of the record `model`.
   void model(const Record& outcome);
   // It isn't worked.

@@ -35,9 +35,10 @@ struct RunFiles {
   std::shared_ptr<os::DryFiles> dry;
   std::shared_ptr<RecordedFiles> recorded;
 
-  RunFiles(const RunOptions& options, RunJournalKeeper& journal) {
+  RunFiles(const RunOptions& options, const RunPlace& place, RunJournalKeeper& journal) {
     if (options.dryRun) dry = std::make_shared<os::DryFiles>(*disk, L"t:\\");
-    recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry) : journal.before(disk));
+    recorded = std::make_shared<RecordedFiles>(dry ? std::static_pointer_cast<os::Files>(dry)
+                                                   : journal.before(disk, logTarget(options, place.models)));
     os::surroundings().files = recorded;
     if (options.readOnly) os::surroundings().files = std::make_shared<ReadOnlyFiles>(recorded);
   }
@@ -75,7 +76,7 @@ class RunWork {
         durable_(durability(options)),
         place_(prepareRun(options)),
         journal_(options, place_, console),
-        files_(options, journal_),
+        files_(options, place_, journal_),
         doors_(options,
                options.keepsJournal() ? Tell([this](const std::string& what) { journal_.sent(what); }) : Tell()),
         headFoot_(options.headFoot || journal_.owesFoot()),
@@ -160,13 +161,13 @@ class RunWork {
     if (choice.rows.empty()) tellNoModel();
     if (choice.rows.empty() && !headFoot_) {
       takeCounts(watch);
-      journal_.starts({}, logTarget(options_, place_.models));
+      journal_.starts({});
       if (recap_.errors > 0) log_ = keepLog(core::pluginState().logFile, options_, place_.models, console_, troubled_);
       return finish(0);
     }
     if (choice.rows.size() == 1) driver.bringForward(choice.rows.front());
     files_.recorded->forgetAll();
-    journal_.starts(choice.rows, logTarget(options_, place_.models));
+    journal_.starts(choice.rows);
     watch.begin(choice.rows);
     const std::string broke = started(driver);
     watch.end(recap_);

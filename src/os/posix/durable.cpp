@@ -137,11 +137,11 @@ class FlushQueue {
     note(std::move(written.path), error);
   }
 
-  // A file that is written anew and refused once more isn't news.
+  // A file that is written anew and refused once more isn't news, but who waits next isn't told of it as safe.
   void note(std::string path, std::error_code error) {
-    if (!error || !refused_.insert(path).second) return;
-    failures_.push_back({std::move(path), error});
+    if (!error) return;
     if (!error_) error_ = error;
+    if (refused_.insert(path).second) failures_.push_back({std::move(path), error});
   }
 
   std::mutex mutex_;

@@ -23,10 +23,12 @@ class FatefulFiles : public os::FilesWrapper {
   [[nodiscard]] int changes() const { return changes_; }
 
   std::error_code write(std::wstring_view path, std::string_view bytes) override {
-    return change(path, [&] { return under_.write(path, bytes); });
+    return change(
+        path, [&] { return under_.write(path, bytes); }, [&] { leaveHalf(path, bytes); });
   }
   std::error_code create(std::wstring_view path, std::string_view bytes) override {
-    return change(path, [&] { return under_.create(path, bytes); });
+    return change(
+        path, [&] { return under_.create(path, bytes); }, [&] { leaveHalf(path, bytes); });
   }
   std::error_code remove(std::wstring_view path) override {
     return change(path, [&] { return under_.remove(path); });
@@ -59,6 +61,14 @@ class FatefulFiles : public os::FilesWrapper {
     std::wstring path_;
     std::unique_ptr<os::Appender> under_;
   };
+
+  // What the disk has of a file before it gets its name.
+  void leaveHalf(std::wstring_view path, std::string_view bytes) const {
+    if (fate_ != Fate::killHalfway) return;
+    const std::filesystem::path target = os::mounts().machine(path);
+    writeBytes(target.parent_path() / (".kvd-" + std::to_string(::getpid()) + "-999.tmp"),
+               std::string(bytes.substr(0, bytes.size() / 2)));
+  }
 
   template <class Change>
   std::error_code change(std::wstring_view path, Change carryOut, const std::function<void()>& halfway = {}) {
@@ -103,6 +113,7 @@ class JournalFixture : public RunFixture {
     list("copy.xml", "<task type='copyModel'" + of + " name='@mdln@_OLD'/>" + kAddNorm + kSave);
     list("step.xml", step);
     list("all.xml", rename + kAddNorm + kSave + step);
+    list("release.xml", rename + kAddNorm + kSave + step + having("<task type='checkinModel'" + of + "/>", "IN"));
     const std::string row = "<task type='reportModeldata'" + of + " reporter='audit' mdlname='true'/>";
     list("report.xml", "<task type='openCSVReport' version='3' name='audit' file='audit.csv'/>" + row);
   }

@@ -85,7 +85,7 @@ TEST(WindowsRules, TheCommandProcessorReadsWhatIsItsOwn) {
   for (const std::wstring_view word : {L"dirs", L"mail", L"C:\\copy.exe"}) EXPECT_FALSE(isBuiltIn(word));
   const FirstWord first = firstWord(L"  \"C:\\my tools\\a\".exe x");
   EXPECT_EQ(L"C:\\my tools\\a.exe", first.word);
-  EXPECT_EQ(23U, first.end);
+  EXPECT_EQ(21U, first.end);
   for (const std::wstring_view name : {L"MAIL.Exe", L"mail", L"mail.cmd", L"Mail.exe. "})
     EXPECT_EQ(L"mail", programName(name));
   EXPECT_EQ(L"mail.txt", programName(L"mail.txt"));

@@ -12,8 +12,11 @@ std::optional<std::tm> localFields(std::int64_t seconds) {
   const auto ticks = static_cast<std::uint64_t>((seconds + kBefore1970) * kTicks);
   const FILETIME file{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
   SYSTEMTIME utc{}, local{};
-  if (!::FileTimeToSystemTime(&file, &utc) || !::SystemTimeToTzSpecificLocalTimeEx(nullptr, &utc, &local))
-    return std::nullopt;
+  TIME_ZONE_INFORMATION rules{};
+  const bool isKnown = ::FileTimeToSystemTime(&file, &utc) &&
+                       ::GetTimeZoneInformationForYear(utc.wYear, nullptr, &rules) &&
+                       ::SystemTimeToTzSpecificLocalTime(&rules, &utc, &local);
+  if (!isKnown) return std::nullopt;
   std::tm fields{};
   fields.tm_year = local.wYear - 1900;
   fields.tm_mon = local.wMonth - 1;

@@ -12,6 +12,9 @@
 namespace os {
 namespace {
 
+// What "z:" is elsewhere. Here no folder holds all others, and that letter is one like any.
+constexpr std::string_view kOneRoot = "/";
+
 bool isDrive(wchar_t letter) {
   const wchar_t lower = text::lower(letter);
   return lower >= L'a' && lower <= L'z' && ((::GetLogicalDrives() >> (lower - L'a')) & 1U) != 0;
@@ -92,7 +95,7 @@ void Mounts::set(wchar_t letter, std::string folder) {
 }
 
 bool Mounts::has(wchar_t letter) const {
-  const auto isThat = [&](const Mount& m) { return m.letter == text::lower(letter); };
+  const auto isThat = [&](const Mount& m) { return m.letter == text::lower(letter) && m.folder != kOneRoot; };
   return std::any_of(mounts_.begin(), mounts_.end(), isThat) || isDrive(letter);
 }
 
@@ -105,7 +108,7 @@ std::string Mounts::machine(std::wstring_view path) const {
   }
   for (const Mount& mount : mounts_) {
     const std::wstring device = splitDevice(form).device;
-    if (!device.empty() && mount.letter == text::lower(device[0]))
+    if (!device.empty() && mount.letter == text::lower(device[0]) && mount.folder != kOneRoot)
       return text::toUtf8(underRoot(text::fromUtf8(mount.folder), partsOf(form)));
   }
   return text::toUtf8(underRoot(root, partsOf(form)));
@@ -118,7 +121,7 @@ std::wstring Mounts::system(std::string_view machinePath) const {
   std::wstring result;
   for (const Mount& mount : mounts_) {
     std::string_view rest;
-    if (mount.folder.size() < longest || !restBehind(path, mount.folder, rest)) continue;
+    if (mount.folder == kOneRoot || mount.folder.size() < longest || !restBehind(path, mount.folder, rest)) continue;
     longest = mount.folder.size();
     result = {mount.letter, L':', L'\\'};
     result += withBackslashes(text::fromUtf8(rest));

@@ -4,6 +4,8 @@
 
 #include "os/links.h"
 #include "os/paths.h"
+#include "os/surroundings.h"
+#include "os/windows_rules.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 
@@ -13,12 +15,20 @@ namespace {
 using Verdict = Grants::Verdict;
 
 bool isBelow(std::string_view path, std::string_view folder) {
-  if (folder == "/") return true;
-  return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
+  while (folder.ends_with('/')) folder.remove_suffix(1);  // of a root
+  if (path.size() < folder.size()) return false;
+  const std::string_view start = path.substr(0, folder.size());
+  const bool isSame = windows::kIsHere ? text::equalNoCase(start, folder) : start == folder;
+  return isSame && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
 // A path of the machine in the system's form.
-std::wstring fromRoot(std::wstring_view machine) { return L"z:" + withBackslashes(machine); }
+std::wstring fromRoot(std::wstring_view machine) { return mounts().system(text::toUtf8(machine)); }
+
+// Do both name one program? Where the system finds it in any case and without its end, it is one in each of them.
+bool isSameProgram(std::wstring_view a, std::wstring_view b) {
+  return windows::kIsHere ? windows::programName(a) == windows::programName(b) : a == b;
+}
 
 bool isPath(std::wstring_view program) { return program.find_first_of(L"\\/") != program.npos; }
 
@@ -37,6 +47,9 @@ class CommandReader {
     // A letter's colon stands second; behind anything else a path would be translated that isn't the one judged.
     const bool hasPathWithin = found_.program.find(L':', 2) != found_.program.npos;
     if (quote_ != 0 || hasPathWithin || isAssignment(found_.program)) found_.isPlain = false;
+    // There "'" is a letter, and "%" and "^" mean more than themselves.
+    const bool isRead = windows::needsProcessor(command_) || command_.find(L'\'') != command_.npos;
+    if (windows::kIsHere && isRead) found_.isPlain = false;
     return std::move(found_);
   }
 
@@ -224,11 +237,11 @@ Verdict Grants::mayRun(std::wstring_view program) const {
   const bool byName = file.empty() || isStartedByName(file);
   const auto isThatFile = [&](const Rule& rule) { return !rule.path.empty() && rule.path == file; };
   const auto allows = [&](const Rule& rule) {
-    return rule.path.empty() ? byName && rule.need.resource == name : isThatFile(rule);
+    return rule.path.empty() ? byName && isSameProgram(rule.need.resource, name) : isThatFile(rule);
   };
   const auto denies = [&](const Rule& rule) {
     const std::wstring denied = nameOf(rule.need.resource);
-    return denied == name || (rule.path.empty() && denied == target) || isThatFile(rule);
+    return isSameProgram(denied, name) || (rule.path.empty() && isSameProgram(denied, target)) || isThatFile(rule);
   };
   return byRules(Permission::run, allows, denies);
 }

@@ -1,6 +1,7 @@
 // Files that have further names.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -30,7 +31,7 @@ class PlaceGuard {
  private:
   std::string given_, real_;
   const PlaceGuard* outer_;
-  friend bool isAsGuarded(int, const std::string&);
+  friend bool isAsGuarded(const std::string&, const std::function<std::string()>&);
 };
 
 // Gives a file a second name on the same disk, so that its content outlives the first one; a link is followed.

@@ -37,7 +37,7 @@ class Flushes {
   std::error_code take(const std::string& path) {
     std::this_thread::sleep_for(time_);
     { const std::lock_guard answered(held_); }
-    const std::string name = std::filesystem::path(path).filename();
+    const std::string name = path.substr(path.rfind('/') + 1);
     const std::lock_guard guard(mutex_);
     asked_.push_back(name.starts_with(".kvd-") ? "temporary" : name);
     return !refused_.empty() && path.ends_with(refused_) ? std::make_error_code(std::errc::io_error)
@@ -54,11 +54,11 @@ class Flushes {
 class DurableTest : public testing::Test {
  protected:
   // Files that were waited for before they took their names.
-  [[nodiscard]] long temporaries() {
+  [[nodiscard]] std::ptrdiff_t temporaries() {
     const auto asked = flushes_.asked();
     return std::count(asked.begin(), asked.end(), "temporary");
   }
-  [[nodiscard]] std::string folder() const { return std::filesystem::path(disk_.root()).filename(); }
+  [[nodiscard]] std::string folder() const { return disk_.root().substr(disk_.root().rfind('/') + 1); }
   Disk disk_;
   Flushes flushes_;
 };

@@ -5,13 +5,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "os/guarded_place.h"
 #include "os/posix/errors.h"
-#include "os/posix/guarded_place.h"
 #include "os/result.h"
+#include "os/written_file.h"
 
 namespace os {
 
@@ -48,6 +50,20 @@ class Descriptor {
 
 // Protected for everybody. An administrator could write it all the same; a person who protects a file means all.
 inline bool isWriteProtected(const struct stat& info) { return (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0; }
+
+inline FileId idOf(const struct stat& info) { return {info.st_dev, info.st_ino}; }
+
+// The path of what is open; empty where the system doesn't tell.
+inline std::string pathOf(int descriptor) {
+  std::array<char, 4096> path{};
+  const std::string entry = "/proc/self/fd/" + std::to_string(descriptor);
+  const ssize_t size = ::readlink(entry.c_str(), path.data(), path.size());
+  return size > 0 ? std::string(path.data(), static_cast<std::size_t>(size)) : std::string();
+}
+// Is it what a guard of that path has judged?
+inline bool isAsGuarded(int descriptor, const std::string& path) {
+  return isAsGuarded(path, [descriptor] { return pathOf(descriptor); });
+}
 
 // Opens a plain file. Folders are is_a_directory; pipes and devices are refused, and never waited for.
 inline Result<Descriptor> openPlain(const std::string& path, int flags) {

@@ -9,11 +9,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
-#include "os/posix/descriptor.h"
-#include "os/posix/flush.h"
-#include "os/posix/temporary_name.h"
+#include "os/flush_behind.h"
+#include "os/machine_path.h"
+#include "os/posix/written_file.h"
 #include "os/surroundings.h"
+#include "os/temporary_name.h"
 #include "text/encoding.h"
 
 namespace os {
@@ -27,11 +29,6 @@ const auto kInTheWay = std::make_error_code(std::errc::file_exists);
 
 std::string machine(std::wstring_view path) { return mounts().machine(path); }
 
-std::string parentOf(const std::string& path) {
-  const std::size_t at = path.rfind('/');
-  return at == 0 || at == path.npos ? "/" : path.substr(0, at);
-}
-
 // The path without links; empty when it doesn't lead anywhere.
 std::string resolved(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
@@ -43,8 +40,8 @@ struct Found {
   std::error_code error;
   [[nodiscard]] bool isFolder() const { return !error && S_ISDIR(info.st_mode); }
   [[nodiscard]] bool isLink() const { return !error && S_ISLNK(info.st_mode); }
-  // Null: nothing has that name.
-  [[nodiscard]] const struct stat* there() const { return error ? nullptr : &info; }
+  // Nothing where nothing has that name.
+  [[nodiscard]] std::optional<FileId> id() const { return error ? std::nullopt : std::optional(idOf(info)); }
 };
 Found look(const std::string& path) {
   Found found;
@@ -56,6 +53,8 @@ Found lookAtLink(const std::string& path) {
   if (::lstat(path.c_str(), &found.info) != 0) found.error = lastError();
   return found;
 }
+
+const FileId* known(const std::optional<FileId>& id) { return id ? &*id : nullptr; }
 
 // Whether a file may be replaced by a renamed one. Renaming asks nothing of the file itself, so that without this a
 // protected file or a device would be replaced.
@@ -80,13 +79,10 @@ class TemporaryFile {
   // old: what it will replace. The content is on the disk behind it, unless that may come behind the name.
   std::error_code fill(std::string_view bytes, const Found& old) {
     Descriptor file;
-    flushTime_ = flushTime(old.there());
+    flushTime_ = flushTime(known(old.id()));
     while (file.number() < 0) {
       static std::atomic<unsigned> counter{0};
-      // Short and its own, as the target's name may be as long as names can be.
-      std::string path = folder_ + "/";
-      path.append(kTemporaryStart).append(std::to_string(::getpid())).append("-");
-      path.append(std::to_string(counter++)).append(kTemporaryEnd);
+      std::string path = withSlash(folder_) + temporaryName(static_cast<std::uint32_t>(::getpid()), counter++);
       file = Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
       if (file.number() >= 0) {
         path_ = std::move(path);
@@ -102,13 +98,13 @@ class TemporaryFile {
       return {};
     }
     if (flushTime_ == FlushTime::beforeName)
-      if (const auto error = flush(file, path_)) return error;
+      if (const auto error = flushed(path_, [&file] { return flushOpen(file); })) return error;
     return file.close();
   }
 
   std::error_code become(const std::string& target, const Found& old) {
     if (::rename(path_.c_str(), target.c_str()) != 0) return lastError();
-    hasBecome(target, old.there());
+    hasBecome(target, old.id());
     return {};
   }
 
@@ -120,15 +116,15 @@ class TemporaryFile {
         return lastError();  // a disk that knows neither way can't promise it
       ::unlink(path_.c_str());
     }
-    hasBecome(target, nullptr);
+    hasBecome(target, {});
     return {};
   }
 
  private:
-  void hasBecome(const std::string& target, const struct stat* old) {
+  void hasBecome(const std::string& target, std::optional<FileId> old) {
     path_.clear();
     if (flushTime_ == FlushTime::behind)
-      flushBehind(std::move(file_), target, folder_, old);
+      flushBehind(std::make_unique<OpenWrittenFile>(std::move(file_)), target, known(old));
     else
       flushFolder(folder_, flushTime_);
   }
@@ -273,7 +269,7 @@ class DiskFiles : public Files {
     if (found.error) return found.error;
     if (found.isFolder()) return kIsFolder;
     if (::unlink(target.c_str()) != 0) return lastError();
-    fileHasGone(found.info);
+    fileHasGone(idOf(found.info));
     return {};
   }
 
@@ -291,14 +287,14 @@ std::error_code DiskFiles::rename(std::wstring_view from, std::wstring_view to) 
   if (source == target) {
     // The same file case-blind: just its spelling changes.
     const auto parts = partsOf(to);
-    if (!parts.empty()) target = parentOf(source) + "/" + text::toUtf8(parts.back());
+    if (!parts.empty()) target = withSlash(parentOf(source)) + text::toUtf8(parts.back());
   } else if (!old.isFolder()) {
     replaced = look(target);
     if (const auto error = replaceable(target, replaced)) return error;
-    if (const auto error = flushBeforeReplacing(source, replaced.there())) return error;
+    if (const auto error = flushBeforeReplacing(source, known(replaced.id()))) return error;
   }
   if (::rename(source.c_str(), target.c_str()) == 0) {
-    nameHasChanged(parentOf(source), parentOf(target), replaced.there());
+    nameHasChanged(source, target, known(replaced.id()));
     return {};
   }
   if (errno != EXDEV || old.isFolder()) return lastError();

@@ -3,32 +3,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
 #include <filesystem>
-#include <utility>
 
 #include "os/paths.h"
 #include "os/posix/errors.h"
-#include "os/posix/guarded_place.h"
-#include "os/posix/temporary_name.h"
 #include "os/surroundings.h"
 
 namespace os {
 namespace {
 
 namespace fs = std::filesystem;
-
-thread_local const PlaceGuard* guarded = nullptr;
-
-// Of an open file or folder; empty where the system doesn't tell.
-std::string pathOf(int descriptor) {
-  std::array<char, 4096> path{};
-  const std::string entry = "/proc/self/fd/" + std::to_string(descriptor);
-  const ssize_t size = ::readlink(entry.c_str(), path.data(), path.size());
-  return size > 0 ? std::string(path.data(), static_cast<std::size_t>(size)) : std::string();
-}
-
-std::string folderOfMachine(const std::string& path) { return fs::path(path).parent_path().string(); }
 
 }  // namespace
 
@@ -51,22 +35,6 @@ std::string machineItself(std::wstring_view path) {
   if (!file.has_filename()) return machineBehindLinks(path);
   const std::string folder = machineBehindLinks(mounts().system(file.parent_path().string()));
   return (fs::path(folder) / file.filename()).string();
-}
-
-PlaceGuard::PlaceGuard(std::wstring_view path, std::string real)
-    : given_(mounts().machine(path)), real_(std::move(real)), outer_(std::exchange(guarded, this)) {}
-PlaceGuard::~PlaceGuard() { guarded = outer_; }
-
-bool isAsGuarded(int descriptor, const std::string& path) {
-  for (const PlaceGuard* guard = guarded; guard; guard = guard->outer_) {
-    if (path == guard->given_ || path == guard->real_) return pathOf(descriptor) == guard->real_;
-    // A temporary file beside it, which is then renamed to it.
-    const std::string folder = folderOfMachine(path);
-    const bool isBeside = folder == folderOfMachine(guard->given_) || folder == folderOfMachine(guard->real_);
-    if (isBeside && isTemporaryName(fs::path(path).filename().string()))
-      return folderOfMachine(pathOf(descriptor)) == folderOfMachine(guard->real_);
-  }
-  return true;
 }
 
 std::error_code addName(std::wstring_view file, std::wstring_view name) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "os/machine_path.h"
 #include "os/paths.h"
 #include "os/posix/folder_names.h"
 #include "text/encoding.h"
@@ -14,11 +15,6 @@ namespace {
 bool isThere(const std::string& path) {
   struct stat found {};
   return ::lstat(path.c_str(), &found) == 0;
-}
-
-std::string withSlash(std::string folder) {
-  if (!folder.ends_with('/')) folder += '/';
-  return folder;
 }
 
 // A machine's name can't hold a zero or a separator; such a name becomes that of no file.

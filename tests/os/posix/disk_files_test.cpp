@@ -86,7 +86,7 @@ TEST_F(DiskFilesTest, AFailedWriteLeavesTheOldFileWholeAndNothingElse) {
 TEST_F(DiskFilesTest, WritingKeepsModeAndLinkAndTakesTheLongestName) {
   disk_.file("script", "old");
   ::chmod(disk_.at("script").c_str(), 0750);
-  disk_.link("link", disk_.at("script"));
+  ASSERT_TRUE(disk_.link("link", disk_.at("script")));
   EXPECT_FALSE(files().write(L"d:\\link", "new"));
   struct stat info {};
   EXPECT_EQ(0, ::lstat(disk_.at("script").c_str(), &info));
@@ -119,7 +119,7 @@ TEST_F(DiskFilesTest, PipesAndDevicesAreRefusedWithoutWaiting) {
 }
 
 TEST_F(DiskFilesTest, ADanglingLinkIsListedAndRemoved) {
-  disk_.link("link", "nowhere");
+  ASSERT_TRUE(disk_.link("link", "nowhere"));
   EXPECT_FALSE(files().exists(L"d:\\link"));
   EXPECT_EQ(1U, files().list(L"d:\\").value.size());
   EXPECT_FALSE(files().remove(L"d:\\link"));

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <condition_variable>
-#include <deque>
+#include <list>
 #include <mutex>
 #include <set>
 #include <thread>
 #include <utility>
 
-#include "os/posix/flush.h"
+#include "os/flush_behind.h"
+#include "os/machine_path.h"
 #include "os/quiet_thread.h"
 #include "os/surroundings.h"
 
@@ -26,14 +27,12 @@ FlushInstead::Function& instead() {
   return function;
 }
 
-Descriptor openFolder(const std::string& folder) {
-  return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+std::error_code flushOne(WrittenFile& file, const std::string& path) {
+  return flushed(path, [&] { return file.flush(path); });
 }
 
-// Replaced or removed since it was written.
-bool isGone(const Descriptor& file) {
-  struct stat found {};
-  return ::fstat(file.number(), &found) == 0 && found.st_nlink == 0;
+void flushFolderNow(const std::string& folder) {
+  static_cast<void>(flushed(folder, [&folder] { return flushNames(folder); }));
 }
 
 // Files, then folders, that the disk is to get; all that its threads share with who writes.
@@ -62,7 +61,8 @@ class FlushQueue {
   FlushQueue(const FlushQueue&) = delete;
   FlushQueue& operator=(const FlushQueue&) = delete;
 
-  void add(Descriptor file, std::string path, std::string folder) {
+  void add(std::unique_ptr<WrittenFile> file, std::string path) {
+    std::string folder = parentOf(path);
     if (threads_.empty()) return flushAtOnce({std::move(file), std::move(path)}, folder);
     std::unique_lock lock(mutex_);
     done_.wait(lock, [this] { return files_.size() < kMostWaiting; });
@@ -72,13 +72,19 @@ class FlushQueue {
     changed_.notify_one();
   }
   void addFolder(const std::string& folder) {
-    if (threads_.empty()) {
-      flush(openFolder(folder), folder);
-      return;
-    }
+    if (threads_.empty()) return flushFolderNow(folder);
     const std::lock_guard guard(mutex_);
     folders_.insert(folder);
     changed_.notify_one();
+  }
+  // A file, or a folder with what waits in it, has another name.
+  void rename(const std::string& from, const std::string& to) {
+    const std::lock_guard guard(mutex_);
+    const std::string within = withSlash(from);
+    for (std::list<Written>* const list : {&files_, &inWork_}) {
+      for (Written& written : *list)
+        if (written.path == from || written.path.starts_with(within)) written.path.replace(0, from.size(), to);
+    }
   }
 
   // Until nothing waits and nothing is under way.
@@ -98,11 +104,27 @@ class FlushQueue {
 
  private:
   struct Written {
-    Descriptor file;
+    std::unique_ptr<WrittenFile> file;
     std::string path;
   };
 
   [[nodiscard]] bool isIdle() const { return files_.empty() && folders_.empty() && underWay_ == 0; }
+
+  // Once more where it has taken another name meanwhile: under the old one it may not have been found.
+  void flushNext(std::unique_lock<std::mutex>& lock) {
+    inWork_.splice(inWork_.end(), files_, files_.begin());
+    const auto next = std::prev(inWork_.end());
+    std::string path;
+    std::error_code error;
+    do {
+      path = next->path;
+      lock.unlock();
+      error = next->file->isGone(path) ? std::error_code() : flushOne(*next->file, path);
+      lock.lock();
+    } while (path != next->path && next->file->isGone(path));
+    note(std::move(next->path), error);
+    inWork_.erase(next);
+  }
 
   // What waits is worked to its end; a folder comes when no file waits, so that many files share its turn.
   void work() {
@@ -112,17 +134,11 @@ class FlushQueue {
       if (files_.empty() && folders_.empty()) return;
       ++underWay_;
       if (!files_.empty()) {
-        Written next = std::move(files_.front());
-        files_.pop_front();
-        lock.unlock();
-        const std::error_code error = isGone(next.file) ? std::error_code() : flush(next.file, next.path);
-        next.file = {};
-        lock.lock();
-        note(std::move(next.path), error);
+        flushNext(lock);
       } else {
         const std::string folder = folders_.extract(folders_.begin()).value();
         lock.unlock();
-        flush(openFolder(folder), folder);
+        flushFolderNow(folder);
         lock.lock();
       }
       --underWay_;
@@ -131,8 +147,8 @@ class FlushQueue {
   }
 
   void flushAtOnce(Written written, const std::string& folder) {
-    const std::error_code error = flush(written.file, written.path);
-    flush(openFolder(folder), folder);
+    const std::error_code error = flushOne(*written.file, written.path);
+    flushFolderNow(folder);
     const std::lock_guard guard(mutex_);
     note(std::move(written.path), error);
   }
@@ -146,7 +162,7 @@ class FlushQueue {
 
   std::mutex mutex_;
   std::condition_variable changed_, done_;
-  std::deque<Written> files_;
+  std::list<Written> files_, inWork_;
   std::set<std::string> folders_;
   std::size_t underWay_ = 0;
   bool ends_ = false;
@@ -167,9 +183,9 @@ class Durable::State {
   // Null where nothing is flushed behind.
   [[nodiscard]] FlushQueue* queue() { return queue_.get(); }
 
-  [[nodiscard]] bool isMade(const struct stat& file) const { return made_.contains({file.st_dev, file.st_ino}); }
-  void noteMade(const struct stat& file) { made_.insert({file.st_dev, file.st_ino}); }
-  void forgetMade(const struct stat& file) { made_.erase({file.st_dev, file.st_ino}); }
+  [[nodiscard]] bool isMade(const FileId& file) const { return made_.contains(file); }
+  void noteMade(const FileId& file) { made_.insert(file); }
+  void forgetMade(const FileId& file) { made_.erase(file); }
   void forgetAllMade() { made_.clear(); }
 
   static inline Durable::State* inForce = nullptr;
@@ -177,7 +193,7 @@ class Durable::State {
  private:
   Durability how_;
   // Files under names that were free, and that nobody outside was told of yet: replacing one loses nothing.
-  std::set<std::pair<dev_t, ino_t>> made_;
+  std::set<FileId> made_;
   std::unique_ptr<FlushQueue> queue_;
 };
 
@@ -212,24 +228,22 @@ FlushInstead::~FlushInstead() { instead() = nullptr; }
 
 // ---- what writes files asks
 
-FlushTime flushTime(const struct stat* old) {
+FlushTime flushTime(const FileId* old) {
   Durable::State* const state = Durable::State::inForce;
   if (!state || state->how() == Durability::each) return FlushTime::beforeName;
   if (state->how() == Durability::none) return FlushTime::never;
   return !old || state->isMade(*old) ? FlushTime::behind : FlushTime::beforeName;
 }
 
-std::error_code flush(const Descriptor& file, const std::string& path) {
-  if (instead()) return instead()(path);
-  return file.number() >= 0 && ::fsync(file.number()) == 0 ? std::error_code{} : lastError();
+std::error_code flushed(const std::string& path, const std::function<std::error_code()>& onDisk) {
+  return instead() ? instead()(path) : onDisk();
 }
 
-void flushBehind(Descriptor file, std::string path, std::string folder, const struct stat* old) {
+void flushBehind(std::unique_ptr<WrittenFile> file, std::string path, const FileId* old) {
   Durable::State& state = *Durable::State::inForce;
-  struct stat now {};
   if (old) state.forgetMade(*old);
-  if (::fstat(file.number(), &now) == 0) state.noteMade(now);
-  state.queue()->add(std::move(file), std::move(path), std::move(folder));
+  state.noteMade(file->id());
+  state.queue()->add(std::move(file), std::move(path));
 }
 
 void flushFolder(const std::string& folder, FlushTime when) {
@@ -237,24 +251,29 @@ void flushFolder(const std::string& folder, FlushTime when) {
   if (FlushQueue* const queue = queueInForce())
     queue->addFolder(folder);
   else
-    flush(openFolder(folder), folder);
+    flushFolderNow(folder);
 }
 
-std::error_code flushBeforeReplacing(const std::string& path, const struct stat* replaced) {
+std::error_code flushBeforeReplacing(const std::string& path, const FileId* replaced) {
   if (!queueInForce() || !replaced || Durable::State::inForce->isMade(*replaced)) return {};
-  return flush(Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)), path);
+  return flushed(path, [&path] {
+    const auto file = writtenFile(path);
+    return file ? file.value->flush(path) : file.error;
+  });
 }
 
-void nameHasChanged(const std::string& folderBefore, const std::string& folder, const struct stat* replaced) {
+void nameHasChanged(const std::string& from, const std::string& to, const FileId* replaced) {
   FlushQueue* const queue = queueInForce();
   if (!queue) return;
   if (replaced) fileHasGone(*replaced);
+  queue->rename(from, to);
+  const std::string before = parentOf(from), folder = parentOf(to);
   queue->addFolder(folder);
-  if (folderBefore != folder) queue->addFolder(folderBefore);
+  if (before != folder) queue->addFolder(before);
 }
 
 // Another file may get its number.
-void fileHasGone(const struct stat& gone) {
+void fileHasGone(const FileId& gone) {
   if (Durable::State::inForce) Durable::State::inForce->forgetMade(gone);
 }
 

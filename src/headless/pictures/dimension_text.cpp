@@ -27,7 +27,7 @@ int decimalsOf(double value) {
 
 std::wstring deviation(double value, int decimals) {
   if (shownNumber(value) == L"0") return L"0";
-  return (value < 0 ? L"-" : L"+") + text::format(L"%.*f", decimals, std::fabs(value));
+  return (value < 0 ? L"-" : L"+") + text::format(L"%." + std::to_wstring(decimals) + L"f", std::fabs(value));
 }
 
 creo::ProToleranceType shownAs(const ToleranceRecord& tolerance) {

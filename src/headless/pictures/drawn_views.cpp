@@ -79,15 +79,24 @@ const std::vector<geometry::PlacedBody>& ShownModels::find(const Model& model) {
 void ShownModels::tell(const std::wstring& text) const { sources_.models.message(text); }
 void ShownModels::warn(const std::wstring& text) const { tell(L"warning: " + text); }
 
-std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view, double scale) {
-  const Model* model = modelOf(inMemory_, view);
+std::optional<ViewPlane> planeOf(const Models& models, const ViewRecord& view, double sheetScale) {
+  const Model* model = modelOf(models, view);
   if (!model) return std::nullopt;
   const ModelRecord& record = model->document->record;
+  const double scale = std::fabs(view.scale != 0 ? view.scale : sheetScale) / inSystem(1, "mm", record);
+  if (!(scale > 0) || !std::isfinite(scale)) return std::nullopt;
+  return ViewPlane{model, orientationFor(view, record), scale};
+}
+
+std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view, double scale) {
+  const auto plane = planeOf(inMemory_, view, scale);
+  if (!plane) return std::nullopt;
+  const Model* model = plane->model;
   geometry::Sight sight;
   sight.bodies = models_.find(*model);
-  sight.screen = orientationFor(view, record);
-  sight.scale = std::fabs(view.scale != 0 ? view.scale : scale) / inSystem(1, "mm", record);
-  if (sight.bodies.empty() || !(sight.scale > 0) || !std::isfinite(sight.scale)) return std::nullopt;
+  sight.screen = plane->screen;
+  sight.scale = plane->scale;
+  if (sight.bodies.empty()) return std::nullopt;
   const bool isWire = view.displayStyle == kWireframe;
   sight.hidden = isWire || view.displayStyle == kHiddenLines;
   sight.axes = true;

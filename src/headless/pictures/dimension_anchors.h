@@ -14,10 +14,10 @@ enum class Measuring { length, diameter, radius, angle };
 // In the part's coordinates and unit.
 struct DimensionAnchor {
   Measuring measuring = Measuring::length;
-  creo::ProTransform place;  // z: the way of a length, the axis of what is round or turned; x: where an angle begins
+  creo::ProTransform place = {};  // z: the way of a length, the axis of what is round or turned; x: where an angle begins
   // Of a length: corners at its two ends, along z. Of what is round: the middles of its two ends, one of which may be
   // all that is known. Of an angle: its vertex.
-  std::vector<creo::ProVector> first, second;
+  std::vector<creo::ProVector> first = {}, second = {};
   double radius = 0;  // of what is round; of an angle how far its arms reach
   double angle = 0;   // in degrees
   bool isBore = false;

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "headless/model/dimension_value.h"
+#include "headless/model/drawing.h"
 #include "headless/model/models.h"
 #include "headless/pictures/dimension_room.h"
 #include "headless/pictures/drawn_views.h"
@@ -276,6 +277,7 @@ class Dimensioner {
     const FlatPoint middle = onSheet(*shown.view, shown.anchor.first.front());
     const double radius = shown.anchor.radius * shown.view->scale, width = pen_.widthOf(text);
     if (!room_.isCircleSeen(middle, radius)) return false;
+    made.isCircle = true;
     const auto draw = [&](const Leader& leader) {
       const FlatPoint tip{middle.x + radius * leader.way.x, middle.y + radius * leader.way.y};
       made.from = made.measuring == Measuring::radius

@@ -12,11 +12,11 @@ namespace headless {
 struct DimensionedView {
   const ViewRecord* view = nullptr;
   const Model* model = nullptr;
-  creo::ProTransform screen;    // its axes in the model's coordinates
+  creo::ProTransform screen = {};  // its axes in the model's coordinates
   double scale = 1;             // mm on the sheet for a unit of the model
   int sheet = 1;
-  geometry::FlatPoint middle;   // of the model's box as the view sees it, in mm on paper
-  geometry::FlatPoint place;    // of that middle on the sheet; of views on this sheet alone
+  geometry::FlatPoint middle = {}; // of the model's box as the view sees it, in mm on paper
+  geometry::FlatPoint place = {}; // of that middle on the sheet; of views on this sheet alone
   double width = 0, height = 0; // of the box, in mm on paper
 };
 

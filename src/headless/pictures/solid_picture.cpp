@@ -29,11 +29,6 @@ Got<Parts> unlessEmpty(const PictureSources& sources, const Model& solid, Got<Pa
   return creo::ProGeneralError;
 }
 
-// The screen's axes as a placement that leads from the model's coordinates to the screen's.
-creo::ProTransform toScreen(const creo::ProTransform& s) {
-  return {{s.xAxis.x, s.yAxis.x, s.zAxis.x}, {s.xAxis.y, s.yAxis.y, s.zAxis.y}, {s.xAxis.z, s.yAxis.z, s.zAxis.z}, {}};
-}
-
 // Paper of the picture's shape, its longer side that of A4, which the edges fill but for a margin.
 Got<SheetPicture> wires(const PictureSources& sources, const Model& solid, int width, int height) {
   constexpr double kLong = 297, kFilled = 0.9, kLeast = 1e-9;  // mm, but for the share

@@ -11,8 +11,7 @@
 namespace headless {
 
 std::optional<double> dimensionValue(const Model& model, const DimensionRecord& dimension) {
-  const Scalar& value =
-      heldValue(model, creo::ProFamitemType::dimension, symbolOf(dimension), dimension.value);
+  const Scalar& value = heldValue(model, creo::ProFamitemType::dimension, symbolOf(dimension), dimension.value);
   if (const auto* integer = std::get_if<int>(&value)) return *integer;
   if (const auto* real = std::get_if<double>(&value)) return *real;
   return std::nullopt;

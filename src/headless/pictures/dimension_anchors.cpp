@@ -77,6 +77,8 @@ class Search {
       return expression.substr(from, to - from + 1) == wanted_.symbol ? symbolAlone : workedOut;
     }
     if (factor != 1) return std::nullopt;  // twice a number is no sign by itself
+    const bool isAnothers = text && !wanted_.symbol.empty();
+    if (isAnothers && !isOfFeature_) return std::nullopt;
     return isOfFeature_ ? ofFeature : sameValue;
   }
   void add(Rank rank, DimensionAnchor anchor) {
@@ -88,7 +90,8 @@ class Search {
   void look(const PrimitiveRecord& record) {
     const auto feature = record.feature != 0 ? featureOf(part_, record.feature) : std::nullopt;
     const FeatureRecord* known = feature ? feature->record() : nullptr;
-    isOfFeature_ = known && wanted_.id != 0 && std::ranges::find(known->dimensions, wanted_.id) != known->dimensions.end();
+    isOfFeature_ =
+        known && wanted_.id != 0 && std::ranges::find(known->dimensions, wanted_.id) != known->dimensions.end();
     isBore_ = record.type == geometry::PrimitiveKind::hole || record.use == geometry::PrimitiveUse::cut;
     place_ = measurer_.placement(record.placement.get());
     length_ = measurer_.number(record.length, "length");
@@ -144,8 +147,8 @@ class Search {
   }
 
   void round(Rank rank, Measuring measuring, double radius, double from, double to) {
-    DimensionAnchor anchor{.measuring = measuring, .place = place_, .first = {at(0, 0, from)}, .second = {at(0, 0, to)},
-                           .radius = radius};
+    DimensionAnchor anchor{
+        .measuring = measuring, .place = place_, .first = {at(0, 0, from)}, .second = {at(0, 0, to)}, .radius = radius};
     anchor.place.origin = at(0, 0, from);
     add(rank, std::move(anchor));
   }
@@ -175,12 +178,13 @@ class Search {
       first.push_back(at(x, y, 0));
       second.push_back(at(x, y, length_));
       if (const auto rank = rankOf(point[0]))
-        add(*rank, length(place_.xAxis, {at(0, y, 0), at(0, 0, 0), at(0, y, length_)}, {at(x, y, 0), at(x, y, length_)}));
+        add(*rank,
+            length(place_.xAxis, {at(0, y, 0), at(0, 0, 0), at(0, y, length_)}, {at(x, y, 0), at(x, y, length_)}));
       if (const auto rank = rankOf(point[1]))
-        add(*rank, length(place_.yAxis, {at(x, 0, 0), at(0, 0, 0), at(x, 0, length_)}, {at(x, y, 0), at(x, y, length_)}));
+        add(*rank,
+            length(place_.yAxis, {at(x, 0, 0), at(0, 0, 0), at(x, 0, length_)}, {at(x, y, 0), at(x, y, length_)}));
     }
-    if (const auto rank = rankOf(record.length))
-      add(*rank, length(place_.zAxis, std::move(first), std::move(second)));
+    if (const auto rank = rankOf(record.length)) add(*rank, length(place_.zAxis, std::move(first), std::move(second)));
   }
 
   // A corner that goes around: radius and height.
@@ -195,7 +199,8 @@ class Search {
     if (record.type != geometry::PrimitiveKind::revolution) return;
     const auto rank = rankOf(record.angle);
     if (!rank) return;
-    DimensionAnchor anchor{.measuring = Measuring::angle, .place = place_, .first = {place_.origin}, .angle = wanted_.value};
+    DimensionAnchor anchor{
+        .measuring = Measuring::angle, .place = place_, .first = {place_.origin}, .angle = wanted_.value};
     for (const Measures& point : record.profile)
       anchor.radius = std::max(anchor.radius, measurer_.number(point[0], "profile"));
     add(*rank, std::move(anchor));

@@ -27,14 +27,12 @@ void DimensionPen::arrow(const FlatPoint& tip, const FlatPoint& way) {
   const FlatPoint across{-way.y * kArrowWidth / 2, way.x * kArrowWidth / 2};
   SheetPen pen = kPen;
   pen.isFilled = true;
-  const geometry::FlatPath area{
-      {tip, {end.x + across.x, end.y + across.y}, {end.x - across.x, end.y - across.y}, tip}};
+  const geometry::FlatPath area{{tip, {end.x + across.x, end.y + across.y}, {end.x - across.x, end.y - across.y}, tip}};
   picture_.strokes.push_back({area, pen});
 }
 
 double DimensionPen::widthOf(const DimensionText& text) const {
-  const double stack =
-      std::max(faceWidth(text.upper, kSmall * height_), faceWidth(text.lower, kSmall * height_));
+  const double stack = std::max(faceWidth(text.upper, kSmall * height_), faceWidth(text.lower, kSmall * height_));
   double width = faceWidth(text.before, height_) + stack + faceWidth(text.after, height_);
   for (const std::wstring& line : text.below) width = std::max(width, faceWidth(line, height_));
   return width + (stack > 0 ? 0.4 * height_ : 0);

@@ -11,10 +11,10 @@ using geometry::FlatPoint;
 
 namespace {
 
-constexpr double kTouch = 0.1;      // mm: lines that meet at their ends don't lie upon each other
+constexpr double kTouch = 0.1;        // mm: lines that meet at their ends don't lie upon each other
 constexpr double kSameCircle = 0.01;  // mm
-constexpr double kOut = 5;          // mm: how far a line goes on outside of its arrows, a leader outside of the outline
-constexpr double kStride = 0.5;     // mm: at which leaders are looked at
+constexpr double kOut = 5;       // mm: how far a line goes on outside of its arrows, a leader outside of the outline
+constexpr double kStride = 0.5;  // mm: at which leaders are looked at
 
 bool meets(const FlatBox& a, const FlatBox& b) {
   return a.left + kTouch < b.right && b.left + kTouch < a.right && a.low + kTouch < b.high && b.low + kTouch < a.high;
@@ -115,7 +115,8 @@ DimensionRoom::DimensionRoom(const SheetPicture& picture, double margin) : pictu
   }
   for (const SheetText& text : picture.texts) {
     const double width = faceWidth(text.text, text.height);
-    taken_.push_back({.left = text.x, .low = text.y, .right = text.x + width, .high = text.y + text.height, .isEmpty = false});
+    taken_.push_back(
+        {.left = text.x, .low = text.y, .right = text.x + width, .high = text.y + text.height, .isEmpty = false});
   }
 }
 

@@ -24,9 +24,9 @@ namespace {
 
 constexpr double kFirst = 10, kStep = 8;  // mm: from the outline to the first line, from line to line
 constexpr int kRows = 6;
-constexpr double kOutside = 5;    // how far a line goes on behind arrows from outside
-constexpr double kMargin = 5;     // of the sheet, in mm
-constexpr double kLevel = 1e-6;   // what counts as parallel
+constexpr double kOutside = 5;   // how far a line goes on behind arrows from outside
+constexpr double kMargin = 5;    // of the sheet, in mm
+constexpr double kLevel = 1e-6;  // what counts as parallel
 constexpr double kListHeight = 2.5, kListLine = 3.5, kListMargin = 15;
 
 double dot(const ProVector& a, const ProVector& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
@@ -54,8 +54,8 @@ Wish wishOf(const Open& record) {
 }
 
 struct Item {
-  std::wstring name;              // "SEAT of SHAFT.PRT"
-  const Model* model = nullptr;   // whose views show it; null: any part's of the drawing
+  std::wstring name;             // "SEAT of SHAFT.PRT"
+  const Model* model = nullptr;  // whose views show it; null: any part's of the drawing
   const DimensionRecord* record = nullptr;
   double value = 0;
   Wish wish;
@@ -67,10 +67,16 @@ struct Shown {
 
 class Dimensioner {
  public:
-  Dimensioner(const ShownModels& models, const Model& drawing, int sheet,
-              const std::vector<DimensionedView>& views, double textHeight, SheetPicture& picture)
-      : models_(models), drawing_(drawing), sheet_(sheet), views_(views), textHeight_(textHeight),
-        pen_(picture, textHeight), room_(picture, kMargin), picture_(picture) {
+  Dimensioner(const ShownModels& models, const Model& drawing, int sheet, const std::vector<DimensionedView>& views,
+              double textHeight, SheetPicture& picture)
+      : models_(models),
+        drawing_(drawing),
+        sheet_(sheet),
+        views_(views),
+        textHeight_(textHeight),
+        pen_(picture, textHeight),
+        room_(picture, kMargin),
+        picture_(picture) {
     for (const DimensionedView& view : views_)
       if (view.sheet == sheet_) room_.addView(outlineOf(view));
   }
@@ -117,9 +123,9 @@ class Dimensioner {
                    const Wish& wish) {
     const auto value = dimensionValue(owner, record);
     if (!value) return;
-    items.push_back({text::format(L"%s of %s.%s", text::fromUtf8(symbolOf(record)), owner.name,
-                                  creo::typeExtension(owner.type())),
-                     model, &record, std::fabs(*value), wish});
+    items.push_back(
+        {text::format(L"%s of %s.%s", text::fromUtf8(symbolOf(record)), owner.name, creo::typeExtension(owner.type())),
+         model, &record, std::fabs(*value), wish});
   }
 
   // ---- where it is seen
@@ -219,8 +225,8 @@ class Dimensioner {
       line.textAt = frame.s(*item.wish.position) - line.width / 2;
       return put(frame, line, first, second, text, made);
     }
-    line.textAt = line.hasTextInside ? (line.from + line.to - line.width) / 2
-                                     : line.to + (line.hasArrowsInside ? 1 : kArrow + 1);
+    line.textAt =
+        line.hasTextInside ? (line.from + line.to - line.width) / 2 : line.to + (line.hasArrowsInside ? 1 : kArrow + 1);
     const auto [low, high] = frame.range(outlineOf(*shown.view));
     const double step = std::max(kStep, pen_.above() + pen_.below(text) + kTextGap);
     for (const int side : {-1, 1})
@@ -342,7 +348,8 @@ class Dimensioner {
         const double tangent = t - side * lean;
         pen_.arrow(at(t, r), {-side * std::sin(tangent), side * std::cos(tangent)});
       }
-      pen_.curve({vertex, {r * std::cos(from), r * std::sin(from)}, {-r * std::sin(from), r * std::cos(from)}, 0, sweep});
+      pen_.curve(
+          {vertex, {r * std::cos(from), r * std::sin(from)}, {-r * std::sin(from), r * std::cos(from)}, 0, sweep});
       pen_.text(text, left, degrees);
       room_.add(box);
       return true;
@@ -373,7 +380,8 @@ class Dimensioner {
     std::wstring line = L"Dimensions without a place: ";
     double up = picture_.height - kListLine;
     const auto write = [&] {
-      picture_.texts.push_back({.x = kListMargin, .y = up, .height = kListHeight, .text = line, .part = SheetPart::dimensions});
+      picture_.texts.push_back(
+          {.x = kListMargin, .y = up, .height = kListHeight, .text = line, .part = SheetPart::dimensions});
       up -= kListLine;
       line.clear();
     };

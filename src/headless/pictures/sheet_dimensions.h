@@ -13,11 +13,11 @@ struct DimensionedView {
   const ViewRecord* view = nullptr;
   const Model* model = nullptr;
   creo::ProTransform screen = {};  // its axes in the model's coordinates
-  double scale = 1;             // mm on the sheet for a unit of the model
+  double scale = 1;                // mm on the sheet for a unit of the model
   int sheet = 1;
-  geometry::FlatPoint middle = {}; // of the model's box as the view sees it, in mm on paper
-  geometry::FlatPoint place = {}; // of that middle on the sheet; of views on this sheet alone
-  double width = 0, height = 0; // of the box, in mm on paper
+  geometry::FlatPoint middle = {};  // of the model's box as the view sees it, in mm on paper
+  geometry::FlatPoint place = {};   // of that middle on the sheet; of views on this sheet alone
+  double width = 0, height = 0;     // of the box, in mm on paper
 };
 
 // Adds to the picture, which shows all else already, what the drawing shows of models' dimensions and its own. Each

@@ -6,11 +6,11 @@
 #include <numeric>
 #include <set>
 
+#include "headless/model/bodies.h"
 #include "headless/model/drawing.h"
 #include "headless/model/drawing_text.h"
 #include "headless/model/formats.h"
 #include "headless/model/sheet_units.h"
-#include "headless/model/bodies.h"
 #include "headless/pictures/dimension_text.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/sheet_dimensions.h"
@@ -116,7 +116,8 @@ class Painter {
       const auto box = sources_.bodies.outline(*plane->model, toScreen(plane->screen));
       if (!box) continue;
       const double scale = plane->scale;
-      DimensionedView view{.view = &entry, .model = plane->model, .screen = plane->screen, .scale = scale, .sheet = number};
+      DimensionedView view{
+          .view = &entry, .model = plane->model, .screen = plane->screen, .scale = scale, .sheet = number};
       view.middle = {(box.value.min.x + box.value.max.x) / 2 * scale, (box.value.min.y + box.value.max.y) / 2 * scale};
       view.place = {x(entry.position.x), y(entry.position.y)};
       view.width = (box.value.max.x - box.value.min.x) * scale;

@@ -34,9 +34,9 @@ struct SheetDimension {
   geometry::FlatPoint from = {}, to = {};
   geometry::FlatPoint line = {};   // a place on the dimension's line
   geometry::FlatPoint third = {};  // of an angle its vertex, else the middle of the text
-  bool isCircle = false;      // a diameter or radius that is seen as a circle, else as a length
-  double angle = 0;           // of a length the way in which it is measured, in degrees
-  double scale = 1;           // mm on the sheet for a unit of the model
+  bool isCircle = false;           // a diameter or radius that is seen as a circle, else as a length
+  double angle = 0;                // of a length the way in which it is measured, in degrees
+  double scale = 1;                // mm on the sheet for a unit of the model
   double value = 0;
   std::wstring text = {};
   std::size_t firstStroke = 0, strokes = 0, firstText = 0, texts = 0;

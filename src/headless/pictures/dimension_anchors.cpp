@@ -51,9 +51,11 @@ class Search {
       if (record.feature != 0 && leftOut.has(record.feature)) continue;
       if (hasGeometry(part_, record.feature)) look(record);
     }
-    std::ranges::stable_sort(found_, {}, [](const Found& found) { return found.rank; });
     std::vector<DimensionAnchor> anchors;
-    for (Found& found : found_) anchors.push_back(std::move(found.anchor));
+    if (found_.empty()) return anchors;
+    const Rank best = std::ranges::min_element(found_, {}, &Found::rank)->rank;
+    for (Found& found : found_)
+      if (found.rank == best) anchors.push_back(std::move(found.anchor));
     return anchors;
   }
 

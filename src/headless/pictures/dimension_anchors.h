@@ -24,10 +24,10 @@ struct DimensionAnchor {
   bool isBore = false;
 };
 
-// The best one first: a number of the body that is the dimension's symbol and nothing else; one that is worked out with
-// it and has its value, or twice its value where a radius is meant; one of the feature that the dimension belongs to
-// with its value; one that is a plain number and has its value. Features that are suppressed have none. Empty: nothing
-// of the body has it, or a number of the body can't be worked out.
+// All of the best kind there is: a number of the body that is the dimension's symbol and nothing else; one that is
+// worked out with it and has its value, or twice its value where a radius is meant; one of the feature that the
+// dimension belongs to with its value; one that is a plain number and has its value. Features that are suppressed have
+// none. Empty: nothing of the body has it, or a number of the body can't be worked out.
 std::vector<DimensionAnchor> anchorsOf(const Model& part, const DimensionRecord& dimension, double value);
 // By the value alone: of a dimension that belongs to a drawing.
 std::vector<DimensionAnchor> anchorsOf(const Model& part, double value, bool isAngle);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <set>
 
 #include "headless/model/dimension_value.h"
 #include "headless/model/drawing.h"
@@ -54,11 +55,11 @@ Wish wishOf(const Open& record) {
 }
 
 struct Item {
-  std::wstring name;             // "SEAT of SHAFT.PRT"
+  std::wstring name = {};        // "SEAT of SHAFT.PRT"
   const Model* model = nullptr;  // whose views show it; null: any part's of the drawing
   const DimensionRecord* record = nullptr;
   double value = 0;
-  Wish wish;
+  Wish wish = {};
 };
 struct Shown {
   const DimensionedView* view = nullptr;
@@ -86,9 +87,9 @@ class Dimensioner {
     for (Item& item : items()) {
       if (item.wish.position) item.wish.position = toSheet(*item.wish.position);
       auto shown = find(item);
-      if (!shown)
+      if (!shown && homeOf(item) == sheet_)
         leave(item, L"no view shows what it measures");
-      else if (shown->view->sheet == sheet_)
+      else if (shown && shown->view->sheet == sheet_)
         todo.emplace_back(std::move(item), std::move(*shown));
     }
     // What is placed by hand is there first; short ones lie inside, circles take what lines leave.
@@ -105,27 +106,43 @@ class Dimensioner {
  private:
   // ---- what there is to be shown
 
-  std::vector<Item> items() const {
+  std::vector<Item> items() {
     std::vector<Item> items;
     const ModelRecord& record = drawing_.document->record;
-    for (const ShownDimensionRecord& entry : record.shownDimensions)
-      for (const DimensionedView& view : views_) {
-        if (!isLabelOf(entry.model, view.model->name, view.model->type())) continue;
-        if (const DimensionRecord* dimension = view.model->document->dimension(entry.id, entry.reference))
-          take(items, view.model, *view.model, *dimension, wishOf(entry));
-        break;
+    for (const ShownDimensionRecord& entry : record.shownDimensions) {
+      const auto view = std::ranges::find_if(views_, [&](const DimensionedView& candidate) {
+        return isLabelOf(entry.model, candidate.model->name, candidate.model->type());
+      });
+      const std::wstring name =
+          (entry.reference ? L"rd" : L"d") + std::to_wstring(entry.id) + L" of " + text::fromUtf8(entry.model);
+      if (view == views_.end()) {
+        if (sheet_ == 1) tell(name, name, L"no view shows its model");
+        continue;
       }
+      const Model& model = *view->model;
+      const DimensionRecord* dimension = model.document->dimension(entry.id, entry.reference);
+      if (dimension)
+        take(items, &model, model, *dimension, wishOf(entry));
+      else if (view->sheet == sheet_)
+        tell(name, name, L"the model has no such dimension");
+    }
     for (const DimensionRecord& dimension : record.dimensions)
       take(items, nullptr, drawing_, dimension, wishOf(dimension));
     return items;
   }
-  static void take(std::vector<Item>& items, const Model* model, const Model& owner, const DimensionRecord& record,
-                   const Wish& wish) {
+  void take(std::vector<Item>& items, const Model* model, const Model& owner, const DimensionRecord& record,
+            const Wish& wish) {
+    Item item{.name = text::format(L"%s of %s.%s", text::fromUtf8(symbolOf(record)), owner.name,
+                                   creo::typeExtension(owner.type())),
+              .model = model,
+              .record = &record,
+              .wish = wish};
     const auto value = dimensionValue(owner, record);
-    if (!value) return;
-    items.push_back(
-        {text::format(L"%s of %s.%s", text::fromUtf8(symbolOf(record)), owner.name, creo::typeExtension(owner.type())),
-         model, &record, std::fabs(*value), wish});
+    item.value = std::fabs(value.value_or(0));
+    if (value)
+      items.push_back(std::move(item));
+    else if (homeOf(item) == sheet_)
+      tell(item.name, item.name, L"it has no value");
   }
 
   // ---- where it is seen
@@ -152,16 +169,23 @@ class Dimensioner {
   }
 
   std::optional<Shown> find(const Item& item) const {
+    std::set<const Model*> tried;
+    for (const DimensionedView& view : views_) {
+      if ((item.model && view.model != item.model) || !tried.insert(view.model).second) continue;
+      auto anchors = item.model ? anchorsOf(*view.model, *item.record, item.value)
+                                : anchorsOf(*view.model, item.value, item.record->angular);
+      for (DimensionAnchor& anchor : anchors)
+        if (const DimensionedView* seen = viewOf(item, *view.model, anchor)) return Shown{seen, std::move(anchor)};
+    }
+    return std::nullopt;
+  }
+  const DimensionedView* viewOf(const Item& item, const Model& model, const DimensionAnchor& anchor) const {
     for (const bool isSecondChoice : {false, true})
       for (const DimensionedView& view : views_) {
-        if (item.model && view.model != item.model) continue;
-        if (item.wish.view != 0 && view.view->id != item.wish.view) continue;
-        const bool isAngle = item.record->angular;
-        for (DimensionAnchor& anchor : item.model ? anchorsOf(*view.model, *item.record, item.value)
-                                                  : anchorsOf(*view.model, item.value, isAngle))
-          if (sees(view, anchor, isSecondChoice)) return Shown{&view, std::move(anchor)};
+        const bool isMeant = item.wish.view == 0 || view.view->id == item.wish.view;
+        if (view.model == &model && isMeant && sees(view, anchor, isSecondChoice)) return &view;
       }
-    return std::nullopt;
+    return nullptr;
   }
   static bool sees(const DimensionedView& view, const DimensionAnchor& anchor, bool isSecondChoice) {
     if (anchor.measuring == Measuring::length) return isAcross(view, anchor);
@@ -359,21 +383,20 @@ class Dimensioner {
 
   // ---- what finds no place
 
-  void leave(const Item& item, const std::wstring& reason) {
-    // One sheet tells: the first that shows its model, else the first of all.
-    int home = 1;
+  // One sheet tells: the first that shows its model, else the first of all.
+  [[nodiscard]] int homeOf(const Item& item) const {
     for (const DimensionedView& view : views_)
-      if (!item.model || view.model == item.model) {
-        home = view.sheet;
-        break;
-      }
-    if (home != sheet_) {
-      const auto shown = find(item);
-      if (!shown || shown->view->sheet != sheet_) return;
-    }
-    left_.push_back(item.name + L" = " + dimensionText(*item.record, item.value, Measuring::length).inOneLine());
-    models_.warn(text::format(L"the dimension %s finds no place on sheet %d of %s.%s: %s", item.name, sheet_,
-                              drawing_.name, creo::typeExtension(drawing_.type()), reason));
+      if (!item.model || view.model == item.model) return view.sheet;
+    return 1;
+  }
+  void leave(const Item& item, const std::wstring& reason) {
+    const std::wstring text = dimensionText(*item.record, item.value, Measuring::length).inOneLine();
+    tell(item.name, item.name + L" = " + text, reason);
+  }
+  void tell(const std::wstring& name, const std::wstring& listed, const std::wstring& reason) {
+    left_.push_back(listed);
+    models_.warn(text::format(L"the dimension %s finds no place on sheet %d of %s.%s: %s", name, sheet_, drawing_.name,
+                              creo::typeExtension(drawing_.type()), reason));
   }
   void list() {
     if (left_.empty()) return;

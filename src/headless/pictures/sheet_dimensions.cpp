@@ -1,9 +1,11 @@
 #include "headless/pictures/sheet_dimensions.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <set>
+#include <tuple>
 
 #include "headless/model/dimension_value.h"
 #include "headless/model/drawing.h"
@@ -253,7 +255,7 @@ class Dimensioner {
         line.hasTextInside ? (line.from + line.to - line.width) / 2 : line.to + (line.hasArrowsInside ? 1 : kArrow + 1);
     const auto [low, high] = frame.range(outlineOf(*shown.view));
     const double step = std::max(kStep, pen_.above() + pen_.below(text) + kTextGap);
-    for (const int side : {-1, 1})
+    for (const int side : sidesFor(frame, first, second, low, high))
       for (int row = 0; row < kRows; ++row) {
         const double away = kFirst + row * step;
         line.level = side < 0 ? low - away : high + away;
@@ -262,6 +264,17 @@ class Dimensioner {
     return false;
   }
 
+  // The side to which what is measured lies nearer comes first; below and on the right where both are the same.
+  static std::array<int, 2> sidesFor(const DimensionFrame& frame, const std::vector<FlatPoint>& first,
+                                     const std::vector<FlatPoint>& second, double low, double high) {
+    double toLow = high - low, toHigh = high - low;
+    for (const auto* end : {&first, &second})
+      for (const FlatPoint& p : *end) {
+        toLow = std::min(toLow, frame.t(p) - low);
+        toHigh = std::min(toHigh, high - frame.t(p));
+      }
+    return toHigh < toLow - kLevel ? std::array{1, -1} : std::array{-1, 1};
+  }
   FlatBox lineBox(const DimensionFrame& frame, const StraightLine& line, const DimensionText& text) const {
     return frame.box(line.left(), line.right(), line.level - std::max(pen_.below(text), kArrowWidth / 2),
                      line.level + pen_.above());

@@ -24,9 +24,9 @@ struct DimensionedView {
 // stands in one view: in the one that its document names, else the first that sees it in full: diameters of what is
 // round in a side view, those of bores where they are circles. It stands where its document says (members `view` and
 // `position`, the middle of its text), else outside of the model's outline, 10 mm away and 8 mm from each other, the
-// short ones inside, where neither a line nor a text lies upon another one, below or on the right before above and on
-// the left. What finds no place is written at the sheet's upper edge, with a warning each in the message area.
-// views: of all sheets. toSheet: from the drawing's coordinates. textHeight: in mm.
+// short ones inside, where neither a line nor a text lies upon another one, on the side that is nearer, below and on
+// the right where both are. What finds no place is written at the sheet's upper edge, with a warning each in the
+// message area. views: of all sheets. toSheet: from the drawing's coordinates. textHeight: in mm.
 void addDimensions(const ShownModels& models, const Model& drawing, int sheet,
                    const std::vector<DimensionedView>& views, double textHeight,
                    const creo::FunctionRef<geometry::FlatPoint(geometry::FlatPoint)>& toSheet, SheetPicture& picture);

@@ -47,6 +47,19 @@ bool meetsAny(const std::vector<FlatBox>& boxes, const FlatBox& box) {
   return std::ranges::any_of(boxes, [&](const FlatBox& other) { return meets(other, box); });
 }
 
+// A leaning line as a row of small boxes.
+std::vector<FlatBox> stridesOf(const FlatPoint& from, const FlatPoint& to) {
+  constexpr double kMost = 2000;
+  const double count = std::clamp(std::hypot(to.x - from.x, to.y - from.y) / kStride, 1.0, kMost);
+  std::vector<FlatBox> boxes;
+  for (double i = 0; i <= count; ++i) {
+    FlatBox box;
+    box.take(FlatPoint{from.x + (to.x - from.x) * i / count, from.y + (to.y - from.y) * i / count});
+    if (!box.isEmpty) boxes.push_back(widened(box));
+  }
+  return boxes;
+}
+
 }  // namespace
 
 DimensionFrame DimensionFrame::along(FlatPoint way) {
@@ -121,12 +134,7 @@ DimensionRoom::DimensionRoom(const SheetPicture& picture, double margin) : pictu
 }
 
 void DimensionRoom::addLeader(const FlatPoint& from, const FlatPoint& to) {
-  const double length = std::hypot(to.x - from.x, to.y - from.y);
-  for (double at = 0; at <= length; at += kStride) {
-    FlatBox box;
-    box.take(FlatPoint{from.x + (to.x - from.x) * at / length, from.y + (to.y - from.y) * at / length});
-    spans_.push_back(widened(box));
-  }
+  for (const FlatBox& box : stridesOf(from, to)) spans_.push_back(box);
 }
 
 bool DimensionRoom::hasRoom(const FlatBox& box) const {
@@ -142,13 +150,7 @@ bool DimensionRoom::maySpan(const FlatBox& box) const {
 }
 
 bool DimensionRoom::mayLead(const FlatPoint& from, const FlatPoint& to) const {
-  const double length = std::hypot(to.x - from.x, to.y - from.y);
-  for (double at = 0; at <= length; at += kStride) {
-    FlatBox box;
-    box.take(FlatPoint{from.x + (to.x - from.x) * at / length, from.y + (to.y - from.y) * at / length});
-    if (meetsAny(dimensions_, widened(box))) return false;
-  }
-  return true;
+  return std::ranges::none_of(stridesOf(from, to), [&](const FlatBox& box) { return meetsAny(dimensions_, box); });
 }
 
 bool DimensionRoom::isCircleSeen(const FlatPoint& middle, double radius) const {

@@ -27,7 +27,6 @@ namespace {
 
 constexpr double kFirst = 10, kStep = 8;  // mm: from the outline to the first line, from line to line
 constexpr int kRows = 6;
-constexpr double kOutside = 5;   // how far a line goes on behind arrows from outside
 constexpr double kMargin = 5;    // of the sheet, in mm
 constexpr double kLevel = 1e-6;  // what counts as parallel
 constexpr double kListHeight = 2.5, kListLine = 3.5, kListMargin = 15;
@@ -88,6 +87,7 @@ class Dimensioner {
     std::vector<std::pair<Item, Shown>> todo;
     for (Item& item : items()) {
       if (item.wish.position) item.wish.position = toSheet(*item.wish.position);
+      if (item.wish.position && !isOnSheet(*item.wish.position)) item.wish.position.reset();
       auto shown = find(item);
       if (!shown && homeOf(item) == sheet_)
         leave(item, L"no view shows what it measures");
@@ -106,6 +106,10 @@ class Dimensioner {
   }
 
  private:
+  [[nodiscard]] bool isOnSheet(const FlatPoint& p) const {
+    return p.x >= 0 && p.y >= 0 && p.x <= picture_.width && p.y <= picture_.height;
+  }
+
   // ---- what there is to be shown
 
   std::vector<Item> items() {

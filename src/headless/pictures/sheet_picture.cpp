@@ -255,7 +255,7 @@ class Painter {
       const double wanted = textWidth(shown, size);
       const double least = std::min(size, kSmallestText);
       const double fitted = room > 0 && wanted > room ? std::max(least, size * room / wanted) : size;
-      if (faceWidth(shown, fitted) > room)
+      if (!shown.empty() && faceWidth(shown, fitted) > room)
         models_.warn(text::format(L"'%s' is too long for its cell on sheet %d of %s.%s", shown, number_, drawing_.name,
                                   creo::typeExtension(drawing_.type())));
       const double base = y(top) - line * static_cast<double>(i) - (line + size * 0.7) / 2;

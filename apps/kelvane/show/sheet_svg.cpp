@@ -45,6 +45,7 @@ class StrokeWriter {
     if (!headless::isFinite(stroke)) return;
     width_ = stroke.pen.width * unit_;
     color_ = colorText(stroke.pen.color);
+    isFilled_ = stroke.pen.isFilled;
     dashes_.clear();
     for (const double length : headless::dashesOf(stroke.pen.kind))
       dashes_ += (dashes_.empty() ? "stroke-dasharray=\"" : " ") + svgNumber(length * unit_);
@@ -64,6 +65,7 @@ class StrokeWriter {
   void put(const headless::geometry::FlatPath& path) {
     std::string data;
     for (const auto& point : path.points) data += (data.empty() ? "M" : "L") + place(point);
+    if (isFilled_) return svg_.area(data + "Z", color_);
     svg_.path(data, width_, color_, dashes_);
   }
   // A whole ellipse is two arcs, as one would begin where it ends.
@@ -88,6 +90,7 @@ class StrokeWriter {
   Svg& svg_;
   double left_, bottom_, unit_;
   double width_ = 0;
+  bool isFilled_ = false;
   std::string color_, dashes_;
 };
 

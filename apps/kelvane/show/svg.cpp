@@ -48,6 +48,10 @@ void Svg::path(std::string_view data, double width, std::string_view color, std:
   out_ += "<path d=\"" + std::string(data) + "\" fill=\"none\"" + pen(width, color, more) + "/>\n";
 }
 
+void Svg::area(std::string_view data, std::string_view color) {
+  out_ += "<path d=\"" + std::string(data) + "\" fill=\"" + std::string(color) + "\"/>\n";
+}
+
 void Svg::circle(double x, double y, double radius, double width, std::string_view color, std::string_view more) {
   out_ += "<circle" + attribute("cx", x) + attribute("cy", y) + attribute("r", radius) + " fill=\"none\"" +
           pen(width, color, more) + "/>\n";

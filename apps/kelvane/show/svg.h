@@ -20,6 +20,8 @@ class Svg {
             std::string_view more = {});
   // data: of an outline, in the words of SVG; nothing is filled.
   void path(std::string_view data, double width, std::string_view color, std::string_view more = {});
+  // The same filled with the colour, without a stroke.
+  void area(std::string_view data, std::string_view color);
   void circle(double x, double y, double radius, double width, std::string_view color, std::string_view more = {});
   // x, y: where the base line begins; angle: in degrees, counter-clockwise.
   void text(double x, double y, double height, std::string_view text, std::string_view style, double angle = 0);

@@ -7,6 +7,7 @@
 #include "creo/ProDrawing.h"
 #include "creo/ProSolid.h"
 #include "headless/creo/drawing_operation.h"
+#include "headless/model/dimension_value.h"
 #include "headless/model/family.h"
 #include "headless/model/parameters.h"
 #include "headless/store/names.h"
@@ -49,11 +50,8 @@ bool isDriven(headless::ModelDocument& document, const std::string& symbol) {
 }
 
 Got<double> valueOf(const Model& model, const DimensionRecord& record) {
-  const headless::Scalar& value =
-      headless::heldValue(model, ProFamitemType::dimension, headless::symbolOf(record), record.value);
-  if (const auto* integer = std::get_if<int>(&value)) return static_cast<double>(*integer);
-  if (const auto* real = std::get_if<double>(&value)) return *real;
-  return ProNotFound;
+  const auto value = headless::dimensionValue(model, record);
+  return value ? Got<double>(*value) : Got<double>(ProNotFound);
 }
 
 }  // namespace

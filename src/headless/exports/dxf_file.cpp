@@ -83,16 +83,21 @@ class DxfWriter {
     for (const SheetPicture& sheet : sheets_) {
       left_ = left;
       for (const SheetHatch& hatch : sheet.hatches) draw(hatch);
-      // The lines of whole areas are those of their hatching.
-      for (const SheetStroke& stroke : sheet.strokes)
-        if (isFinite(stroke) && !stroke.pen.isOfArea) draw(stroke);
-      for (const SheetText& text : sheet.texts) draw(text);
+      for (const SheetDimension& dimension : sheet.dimensions) draw(sheet, dimension);
+      // The lines of whole areas are those of their hatching, those of dimensions stand in blocks.
+      for (std::size_t i = 0; i < sheet.strokes.size(); ++i) {
+        const SheetStroke& stroke = sheet.strokes[i];
+        if (!stroke.pen.isOfArea && !isOfDimension(sheet, i, &SheetDimension::firstStroke, &SheetDimension::strokes))
+          draw(stroke);
+      }
+      for (std::size_t i = 0; i < sheet.texts.size(); ++i)
+        if (!isOfDimension(sheet, i, &SheetDimension::firstText, &SheetDimension::texts)) draw(sheet.texts[i]);
       reach(0, 0);
       reach(sheet.width, sheet.height);
       left += sheet.width + kGap;
     }
     DxfText file;
-    addDxfHead(file, extent_, handle_);
+    addDxfHead(file, extent_, parts_, handle_);
     file.section("ENTITIES");
     file.add(out_);
     file.pair(0, "ENDSEC");
@@ -101,6 +106,12 @@ class DxfWriter {
   }
 
  private:
+  using Place = std::size_t SheetDimension::*;
+  static bool isOfDimension(const SheetPicture& sheet, std::size_t place, Place first, Place count) {
+    return std::ranges::any_of(sheet.dimensions, [&](const SheetDimension& dimension) {
+      return place >= dimension.*first && place < dimension.*first + dimension.*count;
+    });
+  }
   // mm of the sheet in the file's coordinates.
   [[nodiscard]] double x(double mm) const { return (left_ + mm) * unit_; }
   [[nodiscard]] double y(double mm) const { return mm * unit_; }
@@ -120,7 +131,7 @@ class DxfWriter {
     }
     out_.pair(0, kind);
     out_.handle(5, handle_++);
-    out_.handle(330, kDxfModelSpace);
+    out_.handle(330, owner_);
     out_.pair(100, "AcDbEntity");
     out_.pair(8, layer);
     out_.whole(62, number_);
@@ -134,6 +145,7 @@ class DxfWriter {
   }
 
   void draw(const SheetStroke& stroke) {
+    if (!isFinite(stroke)) return;
     geometry::FlatBox box;
     box.take(stroke.curve);
     reach(box.left, box.low);
@@ -153,6 +165,7 @@ class DxfWriter {
     point(11, line.to);
   }
   void put(const geometry::FlatPath& path) {
+    if (pen_.isFilled && path.points.size() >= 3) return area(path);
     constexpr int kDashesGoOn = 128;  // over its corners
     begin("LWPOLYLINE", pen_);
     out_.pair(100, "AcDbPolyline");
@@ -175,6 +188,12 @@ class DxfWriter {
       const double degrees = std::fmod((t + turn) * 180 / std::numbers::pi, 360);
       out_.number(code, degrees < 0 ? degrees + 360 : degrees);
     }
+  }
+  // An arrow: of its three corners the last stands for the fourth, too.
+  void area(const geometry::FlatPath& path) {
+    begin("SOLID", pen_);
+    out_.pair(100, "AcDbTrace");
+    for (int i = 0; i < 4; ++i) point(10 + i, path.points[static_cast<std::size_t>(std::min(i, 2))]);
   }
   void ellipse(const geometry::FlatArc& arc) {
     begin("ELLIPSE", pen_);
@@ -248,6 +267,62 @@ class DxfWriter {
     out_.pair(100, "AcDbText");
   }
 
+  // ---- dimensions: a block with what is drawn of each, and what it measures
+
+  std::size_t styleFor(double scale) {
+    const auto found = std::ranges::find(parts_.scales, scale);
+    if (found == parts_.scales.end()) parts_.scales.push_back(scale);
+    return static_cast<std::size_t>(found - parts_.scales.begin());
+  }
+  std::string block(const SheetPicture& sheet, const SheetDimension& dimension) {
+    DxfText outside = std::exchange(out_, {});
+    DxfBlock made{.name = "*D" + std::to_string(parts_.blocks.size() + 1), .record = handle_, .entities = {}};
+    handle_ += 3;
+    owner_ = made.record;
+    for (std::size_t i = 0; i < dimension.strokes; ++i) draw(sheet.strokes[dimension.firstStroke + i]);
+    for (std::size_t i = 0; i < dimension.texts; ++i) draw(sheet.texts[dimension.firstText + i]);
+    owner_ = kDxfModelSpace;
+    made.entities = std::exchange(out_, std::move(outside));
+    parts_.blocks.push_back(std::move(made));
+    return parts_.blocks.back().name;
+  }
+  void draw(const SheetPicture& sheet, const SheetDimension& dimension) {
+    constexpr int kOwnBlock = 32;
+    // Kinds by their numbers: turned, by three points, of a diameter, of a radius.
+    const int kind = dimension.measuring == Measuring::length     ? 0
+                     : dimension.measuring == Measuring::angle    ? 5
+                     : dimension.measuring == Measuring::diameter ? dimension.isCircle ? 3 : 0
+                                                                  : 4;
+    const std::string name = block(sheet, dimension);
+    const bool isAngle = dimension.measuring == Measuring::angle;
+    if (dimension.texts > 0) parts_.textHeight = sheet.texts[dimension.firstText].height * unit_;
+    begin("DIMENSION", {.part = SheetPart::dimensions});
+    out_.pair(100, "AcDbDimension");
+    out_.pair(2, name);
+    point(10, kind == 3 || kind == 4 ? dimension.from : dimension.line);
+    point(11, isAngle ? dimension.line : dimension.third);
+    out_.whole(70, kind | kOwnBlock);
+    out_.pair(1, written(dimension.text));
+    out_.number(42, isAngle ? dimension.value * std::numbers::pi / 180 : dimension.value);
+    out_.pair(3, dxfDimensionStyle(styleFor(isAngle ? 1 : 1 / (dimension.scale * unit_))));
+    if (kind == 0) {
+      out_.pair(100, "AcDbAlignedDimension");
+      point(13, dimension.from);
+      point(14, dimension.to);
+      out_.number(50, dimension.angle);
+      out_.pair(100, "AcDbRotatedDimension");
+    } else if (isAngle) {
+      out_.pair(100, "AcDb3PointAngularDimension");
+      point(13, dimension.from);
+      point(14, dimension.to);
+      point(15, dimension.third);
+    } else {
+      out_.pair(100, kind == 3 ? "AcDbDiametricDimension" : "AcDbRadialDimension");
+      point(15, dimension.to);
+      out_.number(40, 0);
+    }
+  }
+
   std::span<const SheetPicture> sheets_;
   double unit_;
   double left_ = 0;
@@ -255,7 +330,8 @@ class DxfWriter {
   SheetPen pen_;
   SheetColor color_ = 0;
   int number_ = kBlackOrWhite;
-  int handle_ = kDxfFirstEntity;
+  int handle_ = kDxfFirstEntity, owner_ = kDxfModelSpace;
+  DxfParts parts_;
   DxfText out_;
 };
 

@@ -3,6 +3,8 @@
 #include <array>
 #include <numeric>
 
+#include "headless/pictures/dimension_pen.h"
+
 namespace headless {
 namespace {
 
@@ -13,6 +15,7 @@ constexpr int kByBlock = 0x14, kByLayer = 0x15, kContinuous = 0x16, kHidden = 0x
 constexpr int kStyle = 0x11, kApplication = 0x12, kDimensionStyle = 0x27, kViewport = 0x29;
 constexpr int kPaperSpace = 0x1B, kFirstBlock = 0x20, kFirstLayer = 0x30;
 
+constexpr std::string_view kDimensionLayer = "DIM";
 constexpr int kBlackOrWhite = 7;  // as the reader's background asks for
 
 // weight: of lines that have none of their own, in 1/100 mm.
@@ -58,7 +61,8 @@ void addHeader(DxfText& out, const DxfExtent& extent, int nextHandle) {
 // Tables and their records.
 class Tables {
  public:
-  Tables(DxfText& out, const DxfExtent& extent) : out_(out), extent_(extent) {}
+  Tables(DxfText& out, const DxfExtent& extent, const DxfParts& parts, int nextHandle)
+      : out_(out), extent_(extent), parts_(parts), next_(nextHandle) {}
   void add() {
     out_.section("TABLES");
     viewport();
@@ -72,16 +76,11 @@ class Tables {
     begin("APPID", kApplications, 1);
     record("APPID", kApplication, "AcDbRegAppTableRecord", "ACAD");
     end();
-    begin("DIMSTYLE", kDimensionStyles, 1);
-    out_.pair(100, "AcDbDimStyleTable");
-    out_.pair(0, "DIMSTYLE");
-    out_.handle(105, kDimensionStyle);
-    out_.handle(330, kDimensionStyles);
-    named("AcDbDimStyleTableRecord", "Standard");
-    end();
-    begin("BLOCK_RECORD", kBlockRecords, 2);
+    dimensionStyles();
+    begin("BLOCK_RECORD", kBlockRecords, 2 + static_cast<int>(parts_.blocks.size()));
     blockRecord(kDxfModelSpace, "*Model_Space");
     blockRecord(kPaperSpace, "*Paper_Space");
+    for (const DxfBlock& block : parts_.blocks) blockRecord(block.record, block.name);
     end();
     out_.pair(0, "ENDSEC");
   }
@@ -116,6 +115,34 @@ class Tables {
     out_.pair(100, "AcDbSymbolTableRecord");
     out_.pair(100, "AcDbBlockTableRecord");
     out_.pair(2, name);
+  }
+
+  void dimensionStyle(int handle, std::string_view name) {
+    out_.pair(0, "DIMSTYLE");
+    out_.handle(105, handle);
+    out_.handle(330, kDimensionStyles);
+    named("AcDbDimStyleTableRecord", name);
+  }
+  // As the sheet's own dimensions look, so that a reader that draws them anew draws the same.
+  void dimensionStyles() {
+    begin("DIMSTYLE", kDimensionStyles, 1 + static_cast<int>(parts_.scales.size()));
+    out_.pair(100, "AcDbDimStyleTable");
+    dimensionStyle(kDimensionStyle, "Standard");
+    for (std::size_t i = 0; i < parts_.scales.size(); ++i) {
+      dimensionStyle(next_++, dxfDimensionStyle(i));
+      out_.number(41, kArrow * extent_.unit);
+      out_.number(42, kBeyondLine * extent_.unit);  // the gap of extension lines
+      out_.number(44, kBeyondLine * extent_.unit);  // how far they go on
+      out_.number(140, parts_.textHeight);
+      out_.number(144, parts_.scales[i]);
+      out_.number(147, kTextGap * extent_.unit);
+      out_.whole(73, 0);  // texts lie along the line,
+      out_.whole(74, 0);
+      out_.whole(77, 1);  // above it,
+      out_.whole(78, 8);  // without zeros at their end
+      out_.whole(271, 4);
+    }
+    end();
   }
 
   // A reader opens the drawing as a whole.
@@ -176,10 +203,12 @@ class Tables {
 
   DxfText& out_;
   const DxfExtent& extent_;
+  const DxfParts& parts_;
+  int next_;
   int table_ = 0;
 };
 
-void addBlock(DxfText& out, std::string_view name, int owner, int handle) {
+void addBlock(DxfText& out, std::string_view name, int owner, int handle, const DxfText* entities = nullptr) {
   const auto entity = [&](std::string_view type, std::string_view kind, int own) {
     out.pair(0, type);
     out.handle(5, own);
@@ -190,10 +219,11 @@ void addBlock(DxfText& out, std::string_view name, int owner, int handle) {
   };
   entity("BLOCK", "AcDbBlockBegin", handle);
   out.pair(2, name);
-  out.whole(70, 0);
+  out.whole(70, entities ? 1 : 0);  // 1: nobody gave it a name
   out.point(10, 0, 0);
   out.pair(3, name);
   out.pair(1, "");
+  if (entities) out.add(*entities);
   entity("ENDBLK", "AcDbBlockEnd", handle + 1);
 }
 
@@ -204,20 +234,26 @@ std::string_view dxfLayer(const SheetPen& pen) {
   if (pen.kind == LineKind::axis) return "CENTER";
   if (pen.kind == LineKind::hatch) return "HATCH";
   if (pen.part == SheetPart::views) return "VISIBLE";
+  if (pen.part == SheetPart::dimensions) return kDimensionLayer;
   return pen.part == SheetPart::notes ? "TEXT" : partName(pen.part);
 }
 
 std::string_view dxfTextLayer(SheetPart part) {
   const bool isPlain = part == SheetPart::notes || part == SheetPart::views;
-  return isPlain ? "TEXT" : partName(part);
+  return part == SheetPart::dimensions ? kDimensionLayer : isPlain ? "TEXT" : partName(part);
 }
 
-void addDxfHead(DxfText& out, const DxfExtent& extent, int nextHandle) {
-  addHeader(out, extent, nextHandle);
-  Tables(out, extent).add();
+std::string dxfDimensionStyle(std::size_t number) {
+  return number == 0 ? "KELVANE" : "KELVANE_" + std::to_string(number + 1);
+}
+
+void addDxfHead(DxfText& out, const DxfExtent& extent, const DxfParts& parts, int nextHandle) {
+  addHeader(out, extent, nextHandle + static_cast<int>(parts.scales.size()));
+  Tables(out, extent, parts, nextHandle).add();
   out.section("BLOCKS");
   addBlock(out, "*Model_Space", kDxfModelSpace, kFirstBlock);
   addBlock(out, "*Paper_Space", kPaperSpace, kFirstBlock + 2);
+  for (const DxfBlock& block : parts.blocks) addBlock(out, block.name, block.record, block.record + 1, &block.entities);
   out.pair(0, "ENDSEC");
 }
 

@@ -1,6 +1,9 @@
 // What an exchange drawing has around its entities: header, tables of layers and line types, blocks, objects.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "headless/exports/dxf_text.h"
 #include "headless/pictures/sheet_stroke.h"
 
@@ -17,8 +20,22 @@ struct DxfExtent {
 };
 // The block record of the model space, which owns all entities, and the first number that entities may have as handles.
 constexpr int kDxfModelSpace = 0x1F, kDxfFirstEntity = 0x100;
-// nextHandle: above those of the entities.
-void addDxfHead(DxfText& out, const DxfExtent& extent, int nextHandle);
+// A block with what lies in it, in the drawing's coordinates. Its handles are three, from that of its record on, which
+// its entities name as their owner.
+struct DxfBlock {
+  std::string name;
+  int record = 0;
+  DxfText entities;
+};
+// How dimensions look, at a scale of the drawing: "KELVANE", "KELVANE_2" and so on by their numbers from 0.
+std::string dxfDimensionStyle(std::size_t number);
+struct DxfParts {
+  std::vector<DxfBlock> blocks;
+  std::vector<double> scales;  // of the styles of dimensions: the model's length for a unit of the drawing
+  double textHeight = 3.5;     // of dimensions, in the drawing's unit
+};
+// nextHandle: above those of the entities and blocks. The handles of styles are those from nextHandle on, too.
+void addDxfHead(DxfText& out, const DxfExtent& extent, const DxfParts& parts, int nextHandle);
 void addDxfEnd(DxfText& out);
 
 }  // namespace headless

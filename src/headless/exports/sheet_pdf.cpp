@@ -179,6 +179,12 @@ class PagePainter {
   void draw(const SheetStroke& stroke) {
     const SheetPen& pen = stroke.pen;
     const Rgb color = colorFor(pen.color, form_.color);
+    if (pen.isFilled) {
+      setFill(color);
+      std::visit([this](const auto& curve) { trace(curve); }, stroke.curve);
+      HPDF_Page_Fill(page_);
+      return;
+    }
     int cap = form_.lineCap;
     if (const auto* line = std::get_if<geometry::FlatLine>(&stroke.curve)) {
       const double length = std::hypot(line->to.x - line->from.x, line->to.y - line->from.y);

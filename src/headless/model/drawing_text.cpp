@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <optional>
 
+#include "headless/model/dimension_value.h"
 #include "headless/model/drawing.h"
 #include "headless/model/family.h"
+#include "headless/model/models.h"
 #include "headless/model/retrieve.h"
 #include "os/surroundings.h"
+#include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -96,21 +99,35 @@ Value parameterText(const Place& place, creo::ProMdl owner, std::wstring_view na
   return shownParameter(place.parameters, owner, name);
 }
 
+// By its symbol: "&d12". An angle has its sign.
+Value dimensionText(const Model& owner, std::wstring_view symbol) {
+  const DimensionRecord* dimension = dimensionCalled(owner, text::toUtf8(symbol));
+  const auto value = dimension ? dimensionValue(owner, *dimension) : std::nullopt;
+  if (!value) return std::nullopt;
+  return shownNumber(*value) + (dimension->angular ? L"\u00B0" : L"");
+}
+
+// A parameter of that name comes before a dimension.
+Value namedValue(const Place& place, const Model& owner, std::wstring_view name) {
+  Value value = parameterText(place, owner.handle, name);
+  return value ? value : dimensionText(owner, name);
+}
+
 Value parameter(const Place& place, const Form& form) {
   if (!form.ofDrawing) {
     const auto current = modelOfTexts(place.drawing);
     const auto model = current ? retrieveModel(place.models, current->name, current->type) : creo::ProNotFound;
     if (model)
-      if (Value value = parameterText(place, model.value, form.name)) return value;
+      if (Value value = namedValue(place, *place.models.find(model.value), form.name)) return value;
   }
-  return parameterText(place, place.drawing.handle, form.name);
+  return namedValue(place, place.drawing, form.name);
 }
 
 // One of the numbered model, where it has it.
 Value numberedParameter(const Place& place, const Form& form) {
   const auto named = form.number ? modelOf(place, form) : std::nullopt;
   const auto model = named ? retrieveModel(place.models, named->name, named->type) : creo::ProNotFound;
-  return model ? parameterText(place, model.value, form.name) : Value();
+  return model ? namedValue(place, *place.models.find(model.value), form.name) : Value();
 }
 
 const SystemForm* systemForm(std::wstring_view name) {

@@ -16,7 +16,8 @@ class Models;  // models.h
 //   &dwg_name &scale &current_sheet &total_sheets &todays_date   the drawing and the sheet
 //   &model_name &type, also with ":2"                            the current model, or the drawing's second; the
 //                                                                current one as the last regeneration found it
-//   &NAME                                                        a parameter of the current model, else the drawing's
+//   &NAME                                                        a parameter of the current model, else a dimension of
+//                                                                that symbol ("&d12"), else the same of the drawing
 //   &NAME:2                                                      one of the drawing's second model, where it has it
 //   &NAME:d                                                      a parameter of the drawing
 // What can't be resolved stays as it stands.

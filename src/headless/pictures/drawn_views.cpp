@@ -80,6 +80,16 @@ const PlacedParts& ShownModels::find(const Model& model) {
 void ShownModels::tell(const std::wstring& text) const { sources_.models.message(text); }
 void ShownModels::warn(const std::wstring& text) const { tell(L"warning: " + text); }
 
+std::optional<ViewPlane> planeOf(const Models& models, const ViewRecord& view, double sheetScale) {
+  const Model* model = modelOf(models, view);
+  // What is enlarged or broken has no one plane.
+  if (!model || view.detailOf != 0 || !view.breaks.empty()) return std::nullopt;
+  const ModelRecord& record = model->document->record;
+  const double scale = std::fabs(view.scale != 0 ? view.scale : sheetScale) / inSystem(1, "mm", record);
+  if (!(scale > 0) || !std::isfinite(scale)) return std::nullopt;
+  return ViewPlane{model, orientationFor(view, record), scale};
+}
+
 struct DrawnViews::Asked {
   const Model* model = nullptr;
   geometry::Sight sight;

@@ -31,6 +31,15 @@ class ShownModels {
   std::map<creo::ProMdl, PlacedParts> models_;
 };
 
+// From where a view shows its model, and at which scale.
+struct ViewPlane {
+  const Model* model = nullptr;
+  creo::ProTransform screen;  // its axes in the model's coordinates: x to the right, y up, z to the viewer
+  double scale = 1;           // mm on paper for a unit of the model
+};
+// sheetScale: of a view that has none of its own. Nothing: the model isn't in memory, or the scale is no number over 0.
+std::optional<ViewPlane> planeOf(const Models& models, const ViewRecord& view, double sheetScale);
+
 struct DrawnView {
   double width = 0, height = 0;
   ViewLines lines;         // from the view's place, the middle of the model

@@ -17,8 +17,8 @@ constexpr int kMostDots = 10'000;
 // line of the message area: there is no geometry to show, or a body can't be built.
 creo::Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int width, int height);
 
-// The edges of a solid on paper of that size in mm, which they fill but for a margin. hidden: those that lie behind faces
-// are there too. Failures as above; edges that had to be facets' have a line of the message area.
+// The edges of a solid on paper of that size in mm, which they fill but for a margin. hidden: those that lie behind
+// faces are there too. Failures as above; edges that had to be facets' have a line of the message area.
 creo::Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, const creo::ProTransform& screen,
                                    double width, double height, bool hidden);
 

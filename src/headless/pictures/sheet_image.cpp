@@ -101,7 +101,10 @@ void draw(cairo_t* canvas, const SheetStroke& stroke) {
   const auto dashes = dashesOf(stroke.pen.kind);
   cairo_set_dash(canvas, dashes.data(), static_cast<int>(dashes.size()), 0);
   std::visit([canvas](const auto& curve) { trace(canvas, curve); }, stroke.curve);
-  cairo_stroke(canvas);
+  if (stroke.pen.isFilled)
+    cairo_fill(canvas);
+  else
+    cairo_stroke(canvas);
 }
 
 void draw(cairo_t* canvas, const SheetText& text) {

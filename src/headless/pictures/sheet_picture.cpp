@@ -4,22 +4,29 @@
 #include <cmath>
 #include <numbers>
 #include <numeric>
+#include <set>
 
+#include "headless/model/bodies.h"
 #include "headless/model/drawing.h"
 #include "headless/model/drawing_text.h"
 #include "headless/model/formats.h"
 #include "headless/model/repeated_rows.h"
 #include "headless/model/sheet_units.h"
+#include "headless/pictures/dimension_text.h"
 #include "headless/pictures/drawn_views.h"
+#include "headless/pictures/sheet_dimensions.h"
+#include "headless/pictures/shown_parts.h"
 #include "headless/store/names.h"
 #include "text/encoding.h"
+#include "text/format.h"
 
 namespace headless {
 namespace {
 
 constexpr double kThinnest = 0.18;  // of strokes that have a width, in mm: the narrowest pen of ISO 128
 constexpr double kMmAnInch = 25.4;
-constexpr double kLabel = 1.4;  // of other texts: letters and labels of views (ISO 128)
+constexpr double kLabel = 1.4;         // of other texts: letters and labels of views (ISO 128)
+constexpr double kSmallestText = 1.8;  // mm: the smallest height of ISO 3098
 constexpr SheetColor kBlack = 0, kViewColor = 0x6080c0;
 constexpr const wchar_t* kFaceted = L"drawn by facets";
 
@@ -78,8 +85,12 @@ class Painter {
     part_ = SheetPart::views;
     DrawnViews views(sources_.models, models_, drawing_, picture_.width, picture_.height,
                      std::fabs(matrix_.scaleX) * unit_, sheet.scale);
-    for (const ViewRecord& entry : record.views)
-      if (std::max(entry.sheet, 1) == number_) view(entry, views.draw(entry));
+    for (const ViewRecord& entry : record.views) {
+      if (std::max(entry.sheet, 1) != number_) continue;
+      const auto drawn = views.draw(entry);
+      if (drawn) drawn_.insert(&entry);
+      view(entry, drawn);
+    }
     for (const TableRecord& item : record.tables) {
       part_ = item.fromFormat ? SheetPart::format : SheetPart::tables;
       if (!(item.fromFormat && sheet.formatBlanked)) table(item);
@@ -92,6 +103,33 @@ class Painter {
       if (element.sheet == number_ && !element.erased) note(element);
     part_ = SheetPart::lines;
     drafts(record.drafts, number_);
+    if (record.shownDimensions.empty() && record.dimensions.empty()) return;
+    const auto toSheet = [this](geometry::FlatPoint p) -> geometry::FlatPoint { return {x(p.x), y(p.y)}; };
+    addDimensions(models_, drawing_, number_, dimensionedViews(), textHeight(), toSheet, picture_);
+  }
+
+  // Those that show a model as a whole, of all sheets.
+  std::vector<DimensionedView> dimensionedViews() {
+    std::vector<DimensionedView> views;
+    for (const ViewRecord& entry : drawing_.document->record.views) {
+      const int number = std::max(entry.sheet, 1);
+      const SheetRecord* sheet = sheetOf(*drawing_.document, number);
+      const auto plane = sheet ? planeOf(sources_.models, entry, sheet->scale) : std::nullopt;
+      if (!plane || (number == number_ && !drawn_.contains(&entry))) continue;
+      const auto box = sources_.bodies.outline(*plane->model, toScreen(plane->screen));
+      if (!box) continue;
+      const double scale = plane->scale;
+      DimensionedView view{
+          .view = &entry, .model = plane->model, .screen = plane->screen, .scale = scale, .sheet = number};
+      view.middle = {(box.value.min.x + box.value.max.x) / 2 * scale, (box.value.min.y + box.value.max.y) / 2 * scale};
+      view.place = {x(entry.position.x), y(entry.position.y)};
+      view.width = (box.value.max.x - box.value.min.x) * scale;
+      view.height = (box.value.max.y - box.value.min.y) * scale;
+      const creo::ProSheetDimensions size = sheetDimensions(*sheet);
+      const double unit = isInMm(size.size) ? 1 : kMmAnInch;
+      if (view.width <= size.width * unit && view.height <= size.height * unit) views.push_back(view);
+    }
+    return views;
   }
 
   [[nodiscard]] double x(double stored) const { return (stored * matrix_.scaleX + matrix_.offsetX) * unit_; }
@@ -244,7 +282,11 @@ class Painter {
     for (std::size_t i = 0; i < lines.size(); ++i) {
       std::wstring shown = shownHere(lines[i]);
       const double wanted = textWidth(shown, size);
-      const double fitted = room > 0 && wanted > room ? size * room / wanted : size;
+      const double least = std::min(size, kSmallestText);
+      const double fitted = room > 0 && wanted > room ? std::max(least, size * room / wanted) : size;
+      if (!shown.empty() && faceWidth(shown, fitted) > room)
+        models_.warn(text::format(L"'%s' is too long for its cell on sheet %d of %s.%s", shown, number_, drawing_.name,
+                                  creo::typeExtension(drawing_.type())));
       const double base = y(top) - line * static_cast<double>(i) - (line + size * 0.7) / 2;
       write(x(left) + size * 0.3, base, fitted, std::move(shown)).room = std::max(room, 0.0);
     }
@@ -253,13 +295,17 @@ class Painter {
   void note(const NoteRecord& note) {
     double up = y(note.position.y);
     for (const NoteLineRecord& line : note.lines) {
-      static const NoteTextRecord plain;
-      const NoteTextRecord& form = line.texts.empty() ? plain : line.texts.front();
-      const double size = form.height > 0 ? form.height * unit_ : textHeight();
-      SheetText& text = write(x(note.position.x), up, size, shownHere(line.text()));
-      text.isOblique = form.slant != 0;
-      text.isBold = form.thickness > 0;
-      text.font = form.font;
+      double size = 0, along = x(note.position.x);
+      for (const NoteTextRecord& form : line.texts) {
+        const double height = form.height > 0 ? form.height * unit_ : textHeight();
+        SheetText& text = write(along, up, height, shownHere(form.text));
+        text.isOblique = form.slant != 0;
+        text.isBold = form.thickness > 0;
+        text.font = form.font;
+        along += faceWidth(text.text, height);
+        size = std::max(size, height);
+      }
+      if (size == 0) size = textHeight();
       up -= size * 1.5;
     }
   }
@@ -334,6 +380,7 @@ class Painter {
   double unit_ = 1;    // mm a unit of the sheet
   creo::ProSheetMatrix matrix_;
   SheetPart part_ = SheetPart::lines;
+  std::set<const ViewRecord*> drawn_;  // the views that show their model's lines
   NameIndex definitions_;
   SheetPicture picture_;
 };

@@ -6,7 +6,8 @@
 namespace headless {
 
 std::string_view partName(SheetPart part) {
-  static constexpr std::string_view kNames[kSheetParts] = {"FORMAT", "VIEWS", "TABLES", "SYMBOLS", "NOTES", "LINES"};
+  static constexpr std::string_view kNames[kSheetParts] = {"FORMAT", "VIEWS", "TABLES",    "SYMBOLS",
+                                                           "NOTES",  "LINES", "DIMENSIONS"};
   return kNames[static_cast<std::size_t>(part)];
 }
 

@@ -10,8 +10,8 @@
 namespace headless {
 
 // What an element belongs to; writers that know layers put each on one of its own.
-enum class SheetPart { format, views, tables, symbols, notes, lines };
-constexpr int kSheetParts = 6;
+enum class SheetPart { format, views, tables, symbols, notes, lines, dimensions };
+constexpr int kSheetParts = 7;
 // "FORMAT", "VIEWS" ...
 std::string_view partName(SheetPart part);
 
@@ -32,6 +32,7 @@ struct SheetPen {
   SheetPart part = SheetPart::lines;
   LineKind kind = LineKind::plain;
   bool isOfArea = false;  // of a hatching that stands as a whole beside the strokes
+  bool isFilled = false;  // the chain of lines is the edge of an area of the colour
 };
 struct SheetStroke {
   geometry::FlatCurve curve;

@@ -33,5 +33,9 @@ constexpr creo::ProTransform kTrimetric{{0.8192, 0, -0.5736}, {-0.2424, 0.9063, 
 
 // The axes of the screen in the model's coordinates, as a view's matrix says; nothing where it has none.
 std::optional<creo::ProTransform> orientationOf(const ViewRecord& view);
+// The screen's axes as a placement that leads from the model's coordinates to the screen's.
+constexpr creo::ProTransform toScreen(const creo::ProTransform& s) {
+  return {{s.xAxis.x, s.yAxis.x, s.zAxis.x}, {s.xAxis.y, s.yAxis.y, s.zAxis.y}, {s.xAxis.z, s.yAxis.z, s.zAxis.z}, {}};
+}
 
 }  // namespace headless

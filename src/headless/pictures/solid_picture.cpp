@@ -30,11 +30,6 @@ Got<Parts> unlessEmpty(const PictureSources& sources, const Model& solid, Got<Pa
   return creo::ProGeneralError;
 }
 
-// The screen's axes as a placement that leads from the model's coordinates to the screen's.
-creo::ProTransform toScreen(const creo::ProTransform& s) {
-  return {{s.xAxis.x, s.yAxis.x, s.zAxis.x}, {s.xAxis.y, s.yAxis.y, s.zAxis.y}, {s.xAxis.z, s.yAxis.z, s.zAxis.z}, {}};
-}
-
 // By the cross section that is active, if one is.
 void cutAsActive(const PictureSources& sources, const Model& solid, geometry::Sight& sight) {
   const std::string& active = solid.document->record.activeCrossSection;

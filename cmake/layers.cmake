@@ -70,7 +70,7 @@ kvd_layer(kvd_core FOLDERS core LINKS creo kvd_os kvd_text)
 # Who loads the plug-in brings the operations along; nothing of their inside can be included here.
 target_link_libraries(kvd_core INTERFACE $<LINK_ONLY:creo_headless>)
 # How users write texts, numbers, patterns and tables.
-kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2 PkgConfig::CRYPTO)
+kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2)
 kvd_layer(kvd_documents FOLDERS documents LINKS kvd_language PRIVATE_LINKS PkgConfig::LIBZIP)
 kvd_layer(kvd_actions FOLDERS actions LINKS kvd_documents kvd_barcode)
 kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS ${HPDF})

@@ -27,6 +27,8 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
   return()
 endif()
 
+cmake_minimum_required(VERSION 3.25)
+
 # The operations by their rows.
 set(known "")
 file(GLOB row_files ${ROWS}/*.cpp)

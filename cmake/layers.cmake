@@ -3,16 +3,23 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(PCRE2 REQUIRED IMPORTED_TARGET libpcre2-8)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
 pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
-pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
 pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
-pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
-pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
-pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
 pkg_check_modules(QPDF REQUIRED IMPORTED_TARGET libqpdf)
-pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
-find_library(HPDF hpdf REQUIRED)
-find_package(nlohmann_json 3.11 REQUIRED)
-find_package(CLI11 REQUIRED)
+# Its static form has a name of its own, and doesn't say that it needs zlib.
+find_library(HPDF NAMES hpdf hpdfs libhpdfs REQUIRED)
+if(WIN32)
+  find_library(ZLIB NAMES z libz REQUIRED)
+  list(APPEND HPDF ${ZLIB})
+endif()
+if(KVD_HEADLESS)
+  pkg_check_modules(CRYPTO REQUIRED IMPORTED_TARGET libcrypto)
+  pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
+  pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
+  pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
+  pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
+  find_package(nlohmann_json 3.11 REQUIRED)
+  find_package(CLI11 REQUIRED)
+endif()
 
 kvd_layer(kvd_text FOLDERS text)
 if(WIN32)
@@ -21,6 +28,9 @@ else()
   set(KVD_OTHER_SYSTEM os/windows)
 endif()
 kvd_layer(kvd_os FOLDERS os WITHOUT ${KVD_OTHER_SYSTEM} LINKS kvd_text PRIVATE_LINKS PkgConfig::CURL)
+if(WIN32)
+  target_link_libraries(kvd_os PUBLIC ws2_32 shell32 ole32 advapi32 user32 psapi)
+endif()
 
 # Two-dimensional codes; it knows nothing of models.
 kvd_layer(kvd_barcode FOLDERS barcode PRIVATE_LINKS PkgConfig::QRENCODE)
@@ -36,6 +46,7 @@ target_link_libraries(creo INTERFACE kvd_text)
 # What Creo's documentation says of them, as rows; docs/host-contract.md and the tests read them.
 kvd_layer(kvd_operations FOLDERS creo/operations LINKS creo)
 
+if(KVD_HEADLESS)
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write, mesh and draw bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
 # From release 7.8 on STEP and IGES are one toolkit each, TKDESTEP and TKDEIGES.
@@ -70,12 +81,16 @@ kvd_layer(kvd_macros FOLDERS headless/macros LINKS kvd_model kvd_session)
 kvd_layer(creo_headless FOLDERS headless/creo HEADERS headless/session.h
   LINKS kvd_macros kvd_exports kvd_vault kvd_proui nlohmann_json::nlohmann_json)
 
+endif()
+
 # The floors of the plug-in, from the ground up: each links, and so can include, only what lies below.
 kvd_layer(kvd_core FOLDERS core LINKS creo kvd_os kvd_text)
 # Who loads the plug-in brings the operations along; nothing of their inside can be included here.
-target_link_libraries(kvd_core INTERFACE $<LINK_ONLY:creo_headless>)
+if(KVD_HEADLESS)
+  target_link_libraries(kvd_core INTERFACE $<LINK_ONLY:creo_headless>)
+endif()
 # How users write texts, numbers, patterns and tables.
-kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2 PkgConfig::CRYPTO)
+kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2)
 kvd_layer(kvd_documents FOLDERS documents LINKS kvd_language PRIVATE_LINKS PkgConfig::LIBZIP)
 kvd_layer(kvd_actions FOLDERS actions LINKS kvd_documents kvd_barcode)
 kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS kvd_pdf ${HPDF})
@@ -83,12 +98,29 @@ kvd_layer(kvd_run FOLDERS run LINKS kvd_reports)
 kvd_layer(kvd_ui FOLDERS ui LINKS kvd_run)
 kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui)
 
-# What a host loads: the plug-in over the headless session, with just its two entries visible.
+# What a host loads: the plug-in over the operations, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
-target_link_libraries(kelvane_user PRIVATE -Wl,--whole-archive kvd_plugin -Wl,--no-whole-archive creo_headless)
-target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
-add_dependencies(kelvane_user kelvane-import)
-set_target_properties(kelvane_user PROPERTIES LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
+if(KVD_HEADLESS)
+  set(KVD_OPERATIONS creo_headless)
+  add_dependencies(kelvane_user kelvane-import)
+elseif(KVD_ADAPTER)
+  set(KVD_OPERATIONS ${KVD_ADAPTER})
+else()
+  include(cmake/stubs.cmake)
+  set(KVD_OPERATIONS ${KVD_STUBS})
+  set_property(TARGET kelvane_user APPEND PROPERTY LINK_DEPENDS ${KVD_STUBS})
+endif()
+target_link_libraries(kelvane_user PRIVATE -Wl,--whole-archive kvd_plugin -Wl,--no-whole-archive ${KVD_OPERATIONS})
+if(WIN32)  # where the entries say themselves that they are exported
+  set_target_properties(kelvane_user PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+else()
+  target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
+  set_property(TARGET kelvane_user APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
+endif()
+
+if(NOT KVD_HEADLESS)
+  return()
+endif()
 
 # The floors of the program, from the ground up: what all of it needs; then one subject a floor; on top a file a verb.
 kvd_layer(kelvane_base TREE apps FOLDERS kelvane/base LINKS kvd_os kvd_text)

@@ -8,7 +8,7 @@ if(CCACHE)
     CCACHE_PCH_EXTSUM=1 ${CCACHE})
 endif()
 find_program(MOLD mold)
-if(MOLD)
+if(MOLD AND NOT WIN32)
   add_link_options(-fuse-ld=mold)
 endif()
 
@@ -17,7 +17,7 @@ target_compile_options(kvd_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
   -Wcast-qual -Wformat=2 -Wunused $<$<BOOL:${KVD_WERROR}>:-Werror> -fno-math-errno)
 # Programs would be compiled with -fPIE, for which the libraries' precompiled header is no use.
-target_compile_options(kvd_flags INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang>:-fPIC>)
+target_compile_options(kvd_flags INTERFACE $<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<NOT:$<PLATFORM_ID:Windows>>>:-fPIC>)
 # GCC 12 sees overlaps and overflows in optimised std::string code that aren't there (its bug 105651).
 target_compile_options(kvd_flags INTERFACE $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-stringop-overflow -Wno-restrict -Wno-array-bounds>)
 if(KVD_SANITIZE)

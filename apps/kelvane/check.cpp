@@ -5,6 +5,7 @@
 #include <set>
 
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/check/baseline.h"
@@ -82,13 +83,13 @@ class Check : public Verb {
     std::optional<Baseline> known_;
   };
 
-  [[nodiscard]] bool isFolder() const { return std::filesystem::is_directory(package_); }
+  [[nodiscard]] bool isFolder() const { return std::filesystem::is_directory(nativePath(package_)); }
   void refuseWhatCantBe() const {
     if (trust_ && (fix_ || !config_.empty() || !ignored_.empty() || baseline_))
       throw Fault("--trust tells what a package needs, and no findings; it goes with --json alone");
     if (dryRun_ && !fix_) throw Fault("--dry-run goes with --fix; without it check writes nothing anyway");
     if (fix_ && json_) throw Fault("--fix shows changed lines and --json findings; give one of them");
-    if (fix_ && !isFolder() && std::filesystem::exists(package_))
+    if (fix_ && !isFolder() && std::filesystem::exists(nativePath(package_)))
       throw Fault("--fix mends the folder of a package, and " + package_ + " is a file; unpack it first");
   }
   [[nodiscard]] std::vector<Finding> found(const PackageSource& package) const {

@@ -6,6 +6,7 @@
 #include "creo/ProParameter.h"
 #include "documents/filter.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/verb.h"
@@ -31,20 +32,20 @@ namespace fs = std::filesystem;
 std::string fileBytes(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  if (!file) throw Fault(path.string() + " can't be read");
+  if (!file) throw Fault(machinePath(path) + " can't be read");
   return bytes;
 }
 
 // A file, or "PACKAGE/NAME": a filter of a package, with or without "filters/" and ".xml".
 std::string filterBytes(const std::string& written) {
   std::error_code error;
-  const fs::path path(written);
+  const fs::path path = nativePath(written);
   if (fs::is_regular_file(path, error)) return fileBytes(path);
-  std::string name = path.filename().string();
+  std::string name = machinePath(path.filename());
   fs::path package = path.parent_path();
   if (package.filename() == "filters") package = package.parent_path();
   if (package.empty() || !fs::exists(package, error)) throw Fault("there is no filter " + written);
-  const std::unique_ptr<PackageSource> source = openPackage(package.string());
+  const std::unique_ptr<PackageSource> source = openPackage(machinePath(package));
   return source->read("filters/" + chosenName(name, filters(*source), "filter"));
 }
 

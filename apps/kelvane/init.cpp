@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/package/source.h"
@@ -64,12 +65,12 @@ class Init : public Verb {
 
  private:
   void write(const std::string& member, const std::string& content) const {
-    const std::filesystem::path path = std::filesystem::path(folder_) / member;
-    const std::string parent = path.parent_path().string();
+    const auto path = nativePath(folder_) / nativePath(member);
+    const std::string parent = machinePath(path.parent_path());
     if (const auto error = os::files().createFolders(os::asFolder(systemPath(parent))))
       throw Fault(parent + " can't be made: " + error.message());
-    if (const auto error = os::files().write(systemPath(path.string()), content))
-      throw Fault(path.string() + " can't be written: " + error.message());
+    if (const auto error = os::files().write(systemPath(machinePath(path)), content))
+      throw Fault(machinePath(path) + " can't be written: " + error.message());
   }
 
   std::string folder_;

@@ -8,8 +8,8 @@
 #include "kelvane/base/verb.h"
 #include "kelvane/base/words.h"
 #include "kelvane/log/report_file.h"
+#include "text/code_points.h"
 #include "text/encoding.h"
-#include "text/letters.h"
 #include "text/pieces.h"
 
 namespace kelvane {
@@ -25,8 +25,8 @@ Lines shownLines(std::wstring_view field) {
   for (std::wstring& line : lines) {
     std::replace(line.begin(), line.end(), L'\t', L' ');
     line = text::fromUtf8(withEscapes(text::toUtf8(line)));
-    std::replace_if(
-        line.begin(), line.end(), [](wchar_t c) { return !text::isPrintable(c); }, L'\uFFFD');
+    line = text::keptCharacters(
+        std::wstring_view(line), [](char32_t c) { return text::isPrintable(c); }, std::wstring_view(L"\uFFFD"));
   }
   return lines;
 }

@@ -1,5 +1,6 @@
 // kelvane vault: a PDM folder.
 #include "headless/vault/vault.h"
+#include "kelvane/base/native_path.h"
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -63,7 +64,7 @@ class VaultVerb : public Verb {
  private:
   int create(Console& console) const {
     const std::wstring folder = os::asFolder(systemPath(folder_));
-    const std::string name = std::filesystem::path(shown(folder)).filename().string();
+    const std::string name = machinePath(nativePath(shown(folder)).filename());
     require(headless::Vault::create(folder, alias_.empty() ? name : alias_), "");
     console.note(shown(folder));
     return kFine;

@@ -5,6 +5,7 @@
 #include "documents/action_list.h"
 #include "kelvane/base/columns.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/base/words.h"
 #include "kelvane/journal/book.h"
@@ -88,13 +89,13 @@ class Why : public Verb {
  private:
   // path: DIR/kelvane.journal/0003.
   static int tellFromJournal(const std::string& path, const std::string& model, Console& console) {
-    const std::filesystem::path run = std::filesystem::absolute(path).lexically_normal();
+    const std::filesystem::path run = std::filesystem::absolute(nativePath(path)).lexically_normal();
     const std::filesystem::path folder = run.filename().empty() ? run.parent_path() : run;
     if (folder.parent_path().filename() != "kelvane.journal")
       throw Fault("why: DIR is required, unless " + path + " is a run's journal (DIR/kelvane.journal/0003)");
     const ModelFileName wanted = modelFileName(model);
-    const Book book(mountModels(folder.parent_path().parent_path().string()));
-    const RunJournal journal = book.read(book.runNamed(folder.filename().string()));
+    const Book book(mountModels(machinePath(folder.parent_path().parent_path())));
+    const RunJournal journal = book.read(book.runNamed(machinePath(folder.filename())));
     const std::string name = label(wanted.name, wanted.type);
     console.result(console.inked(Ink::bold, name) + "  run " + journal.run + ": " + memberText(journal.begin, "list") +
                    " of " + memberText(journal.begin, "package") + ", " + memberText(journal.begin, "at"));

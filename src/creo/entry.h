@@ -1,10 +1,10 @@
 // The two functions by which Creo starts and ends the plug-in; the only names that it exports.
 #pragma once
 
-#ifdef __GNUC__
-#define KVD_EXPORTED __attribute__((visibility("default")))
-#else
+#ifdef _WIN32
 #define KVD_EXPORTED __declspec(dllexport)
+#else
+#define KVD_EXPORTED __attribute__((visibility("default")))
 #endif
 
 extern "C" {

@@ -8,6 +8,7 @@
 #include "language/comparison_watch.h"
 #include "language/expressions.h"
 #include "language/pattern_kind.h"
+#include "text/code_points.h"
 #include "text/letters.h"
 
 namespace language {
@@ -152,10 +153,12 @@ class ExpressionScan {
   ExpressionScan(const UserExpression& expression, Sensitivity sensitivity, std::wstring_view text)
       : code_(expression.code), toEnd_(sensitivity.toEnd), anchored_(expression.code.anchored()) {
     std::string letter;
-    for (const wchar_t& c : text) {
-      offsets_.push_back(bytes_.size());
-      narrowInto(letter, {&c, 1});
+    for (std::size_t at = 0; at < text.size();) {
+      const std::size_t length = text::codePointAt(text, at).length;
+      offsets_.insert(offsets_.end(), length, bytes_.size());
+      narrowInto(letter, text.substr(at, length));
       bytes_ += letter;
+      at += length;
     }
     offsets_.push_back(bytes_.size());
     if (expression.foldsText) foldUmlauts(bytes_);
@@ -166,7 +169,7 @@ class ExpressionScan {
     const std::size_t size = offsets_.size() - 1;
     if (!toEnd_) return matches(from, size) ? size : kNone;
     for (std::size_t end = lastEndWorthTrying(from); end > from; --end)
-      if (matches(from, end)) return end;
+      if (endsCharacter(end) && matches(from, end)) return end;
     return kNone;
   }
 
@@ -174,6 +177,9 @@ class ExpressionScan {
   // What all the tries of one replacement may cost together, in bytes looked at; then it is given up.
   static constexpr std::int64_t kBudget = 250'000'000;
   static constexpr std::int64_t kTry = 100;
+
+  // False between the halves of a pair of surrogates, which have one place in the bytes.
+  [[nodiscard]] bool endsCharacter(std::size_t end) const { return offsets_[end] != offsets_[end - 1]; }
 
   std::string_view piece(std::size_t from, std::size_t end) const {
     return std::string_view(bytes_).substr(offsets_[from], offsets_[end] - offsets_[from]);
@@ -202,7 +208,7 @@ class ExpressionScan {
   const Expression& code_;
   const bool toEnd_, anchored_;
   std::string bytes_;
-  std::vector<std::size_t> offsets_;  // of each character in bytes_, and the end
+  std::vector<std::size_t> offsets_;  // where the character of each wchar_t begins in bytes_, and the end
   std::int64_t budget_ = kBudget;
 };
 
@@ -218,7 +224,10 @@ std::wstring replaced(std::wstring_view text, std::wstring_view replacement, Sca
       at = end;
     }
     if (once) break;
-    if (end == kNone) out += text[at++];
+    if (end != kNone) continue;
+    const std::size_t length = text::codePointAt(text, at).length;
+    out += text.substr(at, length);
+    at += length;
   }
   return out += text.substr(at);
 }

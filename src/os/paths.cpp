@@ -2,7 +2,9 @@
 #include "os/paths.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "os/roots.h"
 #include "text/letters.h"
 
 namespace os {
@@ -11,6 +13,20 @@ namespace {
 bool isSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
 std::size_t lastSeparator(std::wstring_view path) { return path.find_last_of(L"\\/"); }
+
+// "server\share" and "\sub" of "\\server\share\sub".
+std::pair<std::wstring, std::wstring_view> splitShare(std::wstring_view path) {
+  path.remove_prefix(2);
+  const std::size_t server = std::min(path.find_first_of(L"\\/"), path.size());
+  const std::size_t share = std::min(path.find_first_of(L"\\/", server + 1), path.size());
+  return {withBackslashes(path.substr(0, share)), path.substr(share)};
+}
+
+bool isBelow(const std::vector<std::wstring>& inner, const std::vector<std::wstring>& outer) {
+  return inner.size() >= outer.size() &&
+         std::equal(outer.begin(), outer.end(), inner.begin(),
+                    [](const std::wstring& a, const std::wstring& b) { return text::equalNoCase(a, b); });
+}
 
 bool hasLetter(std::wstring_view path) {
   if (path.size() < 2 || path[1] != L':') return false;
@@ -73,14 +89,22 @@ std::vector<std::wstring> partsOf(std::wstring_view path) {
   return parts;
 }
 
-bool isInside(std::wstring_view path, std::wstring_view folder) {
+bool isOnShare(std::wstring_view path, Roots roots) {
+  return roots == Roots::letters && path.size() > 1 && isSeparator(path[0]) && isSeparator(path[1]);
+}
+
+bool isInside(std::wstring_view path, std::wstring_view folder) { return isInside(path, folder, kRoots); }
+
+bool isInside(std::wstring_view path, std::wstring_view folder, Roots roots) {
+  if (folder.empty() || isOnShare(path, roots) != isOnShare(folder, roots)) return false;
+  if (isOnShare(path, roots)) {
+    const auto [inner, within] = splitShare(path);
+    const auto [outer, root] = splitShare(folder);
+    return text::equalNoCase(inner, outer) && isBelow(partsOf(within), partsOf(root));
+  }
   // A path without a letter is taken under the root, which is z.
   const auto letter = [](std::wstring_view of) { return hasLetter(of) ? text::lower(of[0]) : L'z'; };
-  if (folder.empty() || letter(path) != letter(folder)) return false;
-  const auto inner = partsOf(path), outer = partsOf(folder);
-  return inner.size() >= outer.size() &&
-         std::equal(outer.begin(), outer.end(), inner.begin(),
-                    [](const std::wstring& a, const std::wstring& b) { return text::equalNoCase(a, b); });
+  return letter(path) == letter(folder) && isBelow(partsOf(path), partsOf(folder));
 }
 
 }  // namespace os

@@ -7,8 +7,8 @@
 #include "language/compare.h"
 #include "os/file_parts.h"
 #include "os/surroundings.h"
+#include "text/code_points.h"
 #include "text/encoding.h"
-#include "text/letters.h"
 #include "text/pieces.h"
 
 namespace reports {
@@ -34,9 +34,8 @@ void replaceCharacter(std::wstring& value, wchar_t from, wchar_t to, std::wstrin
 
 // What a byte a character can hold; each kind of change has its line.
 std::wstring printable(std::wstring_view original) {
-  std::wstring value(original);
-  if (std::erase_if(value, [](wchar_t c) { return c != L'\n' && !text::isPrintable(c); }) > 0)
-    warnAboutCharacter(original, L".", core::kError);
+  std::wstring value = text::keptCharacters(original, [](char32_t c) { return c == U'\n' || text::isPrintable(c); });
+  if (value.size() < original.size()) warnAboutCharacter(original, L".", core::kError);
   replaceCharacter(value, kLeftQuote, L'"', original);
   replaceCharacter(value, kEnDash, L'-', original);
   if (std::any_of(value.begin(), value.end(), [](wchar_t c) { return c > kLastLatin1; }))
@@ -45,7 +44,7 @@ std::wstring printable(std::wstring_view original) {
 }
 
 bool needsCare(std::wstring_view value) {
-  return std::any_of(value.begin(), value.end(), [](wchar_t c) { return c > kLastLatin1 || !text::isPrintable(c); });
+  return !text::allCharacters(value, [](char32_t c) { return c <= kLastLatin1 && text::isPrintable(c); });
 }
 
 void appendDoubled(std::string& out, std::string_view bytes) {

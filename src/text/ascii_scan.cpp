@@ -1,8 +1,12 @@
 #include "text/ascii_scan.h"
 
 #include <algorithm>
+#include <cwchar>
 
-#if defined(__GNUC__) && defined(__x86_64__)
+#include "text/code_points.h"
+
+// The vectors take letters of four bytes. With two, their packed compares would take units above U+7FFF for ASCII.
+#if defined(__GNUC__) && defined(__x86_64__) && WCHAR_MAX > 0xFFFF
 #include <immintrin.h>
 #define KVD_SCAN_AVX2 1
 #endif
@@ -10,12 +14,11 @@
 namespace text {
 namespace {
 
-bool isQuiet(wchar_t c) { return c >= 0 && c < 0x80 && c != L'$' && c != L'%' && c != L'@'; }
+bool isQuiet(wchar_t c) { return codeOf(c) < 0x80 && c != L'$' && c != L'%' && c != L'@'; }
 
 bool scanned(std::wstring_view text) { return std::all_of(text.begin(), text.end(), isQuiet); }
 
 #ifdef KVD_SCAN_AVX2
-static_assert(sizeof(wchar_t) == 4);
 constexpr std::size_t kVector = 8, kBlock = 64;
 
 [[gnu::target("avx2")]] inline __m256i vectorAt(const wchar_t* at) {

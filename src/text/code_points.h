@@ -10,12 +10,19 @@ namespace text {
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kLastCodePoint = 0x10FFFF;
 
-constexpr char32_t codeOf(wchar_t c) {
-  return sizeof(wchar_t) == 2 ? static_cast<char16_t>(c) : static_cast<char32_t>(c);
+template <class Char>
+constexpr char32_t codeOf(Char c) {
+  return sizeof(Char) == 2 ? static_cast<char16_t>(c) : static_cast<char32_t>(c);
 }
 constexpr bool isHighSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 constexpr bool isSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+// True for what a report or a note may hold: no control character (C0, DEL, C1), no surrogate, no non-character.
+constexpr bool isPrintable(char32_t c) {
+  const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
+  const bool isNonCharacter = (c >= 0xFDD0 && c <= 0xFDEF) || (c & 0xFFFE) == 0xFFFE;
+  return !isControl && !isSurrogate(c) && !isNonCharacter && c <= kLastCodePoint;
+}
 
 // One character of a text: its number, how many wchar_t it takes and how many UTF-16 units it counts. A pair of
 // surrogates is one character also where wchar_t has 32 bits; a lone one is a character of its own.
@@ -24,12 +31,40 @@ struct CodePoint {
   std::size_t length;
   std::size_t units;
 };
-constexpr CodePoint codePointAt(std::wstring_view text, std::size_t at) {
+template <class Char>
+constexpr CodePoint codePointIn(std::basic_string_view<Char> text, std::size_t at) {
   const char32_t first = codeOf(text[at]);
   if (isHighSurrogate(first) && at + 1 < text.size() && isLowSurrogate(codeOf(text[at + 1]))) {
     return {0x10000 + ((first - 0xD800) << 10) + (codeOf(text[at + 1]) - 0xDC00), 2, 2};
   }
   return {first, 1, first > 0xFFFF ? std::size_t{2} : std::size_t{1}};
+}
+constexpr CodePoint codePointAt(std::wstring_view text, std::size_t at) { return codePointIn(text, at); }
+
+// True when the answer, asked for the number of each character, is true for all of them.
+template <class Char, class Asked>
+constexpr bool allCharacters(std::basic_string_view<Char> text, Asked asked) {
+  for (std::size_t at = 0; at < text.size();) {
+    const CodePoint next = codePointIn(text, at);
+    if (!asked(next.code)) return false;
+    at += next.length;
+  }
+  return true;
+}
+
+// The text with those characters alone for whose number the answer is true; in the place of each other one stands
+// `instead`.
+template <class Char, class Asked>
+std::basic_string<Char> keptCharacters(std::basic_string_view<Char> text, Asked asked,
+                                       std::basic_string_view<Char> instead = {}) {
+  std::basic_string<Char> kept;
+  kept.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const CodePoint next = codePointIn(text, at);
+    kept += asked(next.code) ? text.substr(at, next.length) : instead;
+    at += next.length;
+  }
+  return kept;
 }
 
 // Writes a character, at most kLastCodePoint; the place behind it.

@@ -67,18 +67,12 @@ bool endsWithNoCase(std::wstring_view text, std::wstring_view end) {
   return text.size() >= end.size() && equal(text.substr(text.size() - end.size()), end);
 }
 
-bool isPrintable(wchar_t c) {
-  const char32_t code = codeOf(c);
-  const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
-  const bool isNonCharacter = (code >= 0xFDD0 && code <= 0xFDEF) || (code & 0xFFFE) == 0xFFFE;
-  return !isControl && !isSurrogate(code) && !isNonCharacter && code <= kLastCodePoint;
-}
+bool isPrintable(wchar_t c) { return isPrintable(codeOf(c)); }
 
 bool isName(std::wstring_view text) {
   if (text.empty() || (text.front() >= L'0' && text.front() <= L'9')) return false;
-  return std::all_of(text.begin(), text.end(), [](wchar_t c) {
-    const wchar_t small = lower(c);
-    return (small >= L'a' && small <= L'z') || (c >= L'0' && c <= L'9') || c == L'_' ||
+  return allCharacters(text, [](char32_t c) {
+    return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z') || (c >= U'0' && c <= U'9') || c == U'_' ||
            (c >= 0xC0 && c != 0xD7 && c != 0xF7 && isPrintable(c));
   });
 }

@@ -40,7 +40,9 @@ class Sixteen {
   // Those that are one of some characters.
   template <class... Chars>
   [[nodiscard]] unsigned anyOf(Chars... chars) const {
-    return mask((_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(chars)) | ...));
+    __m128i found = _mm_setzero_si128();
+    ((found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes_, _mm_set1_epi8(chars)))), ...);
+    return mask(found);
   }
   // Those beyond ASCII.
   [[nodiscard]] unsigned high() const { return mask(bytes_); }
@@ -74,7 +76,8 @@ class Sixteen {
   Sixteen() = default;
   void load(const char* at) { std::copy_n(at, kSize, bytes_.data()); }
   void narrow(const wchar_t* at) {
-    for (std::size_t i = 0; i < kSize; ++i) bytes_[i] = static_cast<char>(at[i] >= 0 && at[i] < 0xFF ? at[i] : 0xFF);
+    for (std::size_t i = 0; i < kSize; ++i)
+      bytes_[i] = static_cast<char>(static_cast<char32_t>(at[i]) < 0xFF ? at[i] : 0xFF);
   }
   template <class F>
   unsigned mask(F asked) const {

@@ -8,6 +8,7 @@
 #include "disk.h"
 #include "os/doors.h"
 #include "os/files_wrapper.h"
+#include "os/roots.h"
 #include "os/text_files.h"
 #include "text/encoding.h"
 
@@ -51,6 +52,30 @@ TEST(Paths, InsideIsWorkedOutNotCompared) {
   for (const auto& [path, folder, inside] : cases) {
     EXPECT_EQ(inside, isInside(path, folder)) << text::toUtf8(path) << " in " << text::toUtf8(folder);
   }
+}
+
+// The rules of a machine with letters and shares hold as text work wherever they are asked.
+TEST(Paths, AShareLiesInsideNothingButItself) {
+  struct {
+    std::wstring_view path, folder;
+    bool inside;
+  } const cases[] = {
+      {L"\\\\srv\\data\\a", L"\\\\SRV\\Data", true},
+      {L"//srv/data/a/b", L"\\\\srv\\data\\a\\", true},
+      {L"\\\\srv\\data\\..\\..\\x", L"\\\\srv\\data", true},
+      {L"\\\\srv\\data\\a\\..\\b", L"\\\\srv\\data\\a", false},
+      {L"\\\\srv\\data2\\a", L"\\\\srv\\data", false},
+      {L"\\\\srv\\data\\a", L"\\\\srv", false},
+      {L"\\\\srv\\data\\a", L"z:\\", false},
+      {L"\\\\srv\\data\\a", L"\\srv\\data", false},
+      {L"z:\\srv\\data\\a", L"\\\\srv\\data", false},
+      {L"\\\\?\\C:\\a", L"c:\\", false},
+      {L"D:\\a\\b", L"d:\\A", true},
+      {L"c:\\a", L"d:\\", false},
+  };
+  for (const auto& [path, folder, inside] : cases)
+    EXPECT_EQ(inside, isInside(path, folder, Roots::letters)) << text::toUtf8(path) << " in " << text::toUtf8(folder);
+  EXPECT_TRUE(isInside(L"\\\\srv\\data", L"z:\\srv", Roots::one));
 }
 
 TEST(TextFiles, EachFormIsWrittenAndRead) {

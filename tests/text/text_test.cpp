@@ -6,6 +6,7 @@
 
 #include "text/ascii_scan.h"
 #include "text/capitals.h"
+#include "text/code_points.h"
 #include "text/encoding.h"
 #include "text/letters.h"
 #include "text/numbers.h"
@@ -120,6 +121,22 @@ TEST(Letters, AreWrittenInCapitalsInEuropesAlphabets) {
   }
   EXPECT_EQ(L"I\u03A3", inCapitals(L"\u0131\u03C2"));
   EXPECT_EQ(L"i\u00DF", inSmallLetters(L"\u0130\u1E9E"));
+}
+
+// As on a machine whose units have 16 bits.
+TEST(CodePoints, APairIsOneCharacterInEveryWalk) {
+  const std::u16string_view text =
+      u"a\U0001F600\x01\xDE00\xD83D"
+      u"b\U0001FFFE";  // a pair, a control character, halves, a pair that is none
+  const auto isShown = [](char32_t c) { return isPrintable(c); };
+  EXPECT_EQ(u"a\U0001F600b", keptCharacters(text, isShown));
+  EXPECT_EQ(u"a\U0001F600???b?", keptCharacters(text, isShown, std::u16string_view(u"?")));
+  EXPECT_TRUE(allCharacters(std::u16string_view(u"a\U0001F600"), isShown));
+  EXPECT_FALSE(allCharacters(text, isShown));
+  EXPECT_FALSE(allCharacters(std::u16string_view(u"\xD83D"), isShown));
+  const CodePoint pair = codePointIn(text, 1);
+  EXPECT_TRUE(pair.code == 0x1F600 && pair.length == 2 && pair.units == 2);
+  EXPECT_EQ(std::size_t{1}, codePointIn(text, 2).length);
 }
 
 TEST(Letters, Printable) {

@@ -1,4 +1,5 @@
 #include "kelvane/base/places.h"
+#include "kelvane/base/native_path.h"
 
 #include <filesystem>
 
@@ -20,8 +21,8 @@ std::string variable(std::wstring_view name) {
 }
 
 fs::path cacheFolder() {
-  if (const std::string cache = variable(L"XDG_CACHE_HOME"); cache.starts_with('/')) return cache;
-  if (const std::string home = variable(L"HOME"); !home.empty()) return fs::path(home) / ".cache";
+  if (const std::string cache = variable(L"XDG_CACHE_HOME"); cache.starts_with('/')) return nativePath(cache);
+  if (const std::string home = variable(L"HOME"); !home.empty()) return nativePath(home) / ".cache";
   return fs::temp_directory_path();
 }
 
@@ -33,7 +34,7 @@ bool isInstallation(const fs::path& folder) {
 }  // namespace
 
 std::wstring systemPath(const std::string& argument) {
-  return os::mounts().system(fs::absolute(argument).lexically_normal().string());
+  return os::mounts().system(machinePath(fs::absolute(nativePath(argument)).lexically_normal()));
 }
 
 std::wstring systemFolder(const std::string& argument) {
@@ -47,13 +48,14 @@ std::string shown(std::wstring_view path) { return os::mounts().machine(path); }
 
 std::string installationFolder() {
   if (std::string set = variable(L"KELVANE_INSTALLATION"); !set.empty()) {
-    if (!isInstallation(set)) throw Fault("KELVANE_INSTALLATION names " + set + ", which has no folder 'text'");
+    if (!isInstallation(nativePath(set)))
+      throw Fault("KELVANE_INSTALLATION names " + set + ", which has no folder 'text'");
     return set;
   }
   // Beside the program when it is installed, above it in a build tree.
-  for (fs::path folder = fs::path(os::programFile()).parent_path(); !folder.empty(); folder = folder.parent_path()) {
+  for (fs::path folder = nativePath(os::programFile()).parent_path(); !folder.empty(); folder = folder.parent_path()) {
     for (const char* name : {"installation", "share/kelvane"}) {
-      if (isInstallation(folder / name)) return (folder / name).string();
+      if (isInstallation(folder / name)) return machinePath(folder / name);
     }
     if (folder == folder.root_path()) break;
   }
@@ -61,11 +63,11 @@ std::string installationFolder() {
 }
 
 std::string workFolder(const std::string& models) {
-  const fs::path folder = cacheFolder() / "kelvane" / hexHash(fs::canonical(models).string());
+  const fs::path folder = cacheFolder() / "kelvane" / hexHash(machinePath(fs::canonical(nativePath(models))));
   std::error_code error;
   fs::create_directories(folder, error);
-  if (error) throw Fault("the temp folder " + folder.string() + " can't be made: " + error.message());
-  return folder.string();
+  if (error) throw Fault("the temp folder " + machinePath(folder) + " can't be made: " + error.message());
+  return machinePath(folder);
 }
 
 }  // namespace kelvane

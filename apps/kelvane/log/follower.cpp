@@ -1,4 +1,5 @@
 #include "kelvane/log/follower.h"
+#include "kelvane/base/native_path.h"
 
 #include <filesystem>
 #include <fstream>
@@ -18,7 +19,7 @@ void LogFollower::begin(const std::wstring& path) {
 
 std::vector<std::wstring> LogFollower::more(const std::wstring& path) {
   if (path != (path_.empty() ? before_ : path_)) offset_ = 0;
-  std::ifstream file(shown(path), std::ios::binary);
+  std::ifstream file(nativePath(shown(path)), std::ios::binary);
   file.seekg(static_cast<std::streamoff>(offset_));
   std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   bytes.resize(bytes.rfind('\n') + 1);

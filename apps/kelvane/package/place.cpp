@@ -1,4 +1,5 @@
 #include "kelvane/package/place.h"
+#include "kelvane/base/native_path.h"
 
 #include <algorithm>
 #include <chrono>
@@ -24,7 +25,7 @@ std::string bytesOf(const fs::path& path) {
 }
 
 void addState(Hash& hash, const fs::path& path) {
-  hash.add(path.generic_string());
+  hash.add(machinePath(path));
   hash.add(std::to_string(fs::file_size(path)));
   hash.add(std::to_string(fs::last_write_time(path).time_since_epoch().count()));
 }
@@ -36,7 +37,7 @@ std::string stateOf(const fs::path& path, const PackageSource& package) {
     addState(hash, fs::absolute(path));
   } else {
     for (const std::string& member : package.members()) {
-      addState(hash, fs::absolute(path / member));
+      addState(hash, fs::absolute(path / nativePath(member)));
       hash.add(package.isExecutable(member) ? "x" : "");
     }
   }
@@ -46,21 +47,24 @@ std::string stateOf(const fs::path& path, const PackageSource& package) {
 // The time of the newest file, in whole seconds.
 fs::file_time_type timeOf(const fs::path& path, const PackageSource& package) {
   fs::file_time_type newest = fs::file_time_type::min();
-  for (const std::string& member : package.members()) newest = std::max(newest, fs::last_write_time(path / member));
+  for (const std::string& member : package.members())
+    newest = std::max(newest, fs::last_write_time(path / nativePath(member)));
   return std::chrono::floor<std::chrono::seconds>(newest);
 }
 
 void write(const fs::path& target, const std::string& bytes) {
   std::ofstream file(target, std::ios::binary | std::ios::trunc);
   file << bytes << std::flush;
-  if (!file) throw Fault(target.string() + " can't be written");
+  if (!file) throw Fault(machinePath(target) + " can't be written");
 }
 
 constexpr std::size_t kMostAside = 16;  // packages
 
-fs::path shownIn(const std::string& work) { return fs::path(work) / "packages"; }
-fs::path asideIn(const std::string& work) { return fs::path(work) / "aside"; }
-fs::path noteOf(const std::string& work, const std::string& name) { return fs::path(work) / (name + ".state"); }
+fs::path shownIn(const std::string& work) { return nativePath(work) / "packages"; }
+fs::path asideIn(const std::string& work) { return nativePath(work) / "aside"; }
+fs::path noteOf(const std::string& work, const std::string& name) {
+  return nativePath(work) / nativePath(name + ".state");
+}
 
 void forgetUnpacked(const std::string& name) {
   const std::wstring folder = L"t:\\open_kvz_" + text::fromUtf8(name.substr(0, name.size() - 4)) + L"\\";
@@ -74,7 +78,7 @@ void forgetUnpacked(const std::string& name) {
 void boundAside(const std::string& work) {
   std::vector<std::pair<fs::file_time_type, std::string>> all;
   for (const auto& entry : fs::directory_iterator(asideIn(work))) {
-    const std::string name = entry.path().filename().string();
+    const std::string name = machinePath(entry.path().filename());
     std::error_code error;
     const auto used = fs::last_write_time(noteOf(work, name), error);
     all.emplace_back(error ? fs::file_time_type::min() : used, name);
@@ -84,7 +88,7 @@ void boundAside(const std::string& work) {
     const std::string& name = all[i].second;
     forgetUnpacked(name);
     fs::remove(noteOf(work, name));
-    fs::remove_all(asideIn(work) / name);
+    fs::remove_all(asideIn(work) / nativePath(name));
   }
 }
 
@@ -94,18 +98,18 @@ void showOnly(const std::string& work, const std::set<std::string>& names) {
   fs::create_directories(asideIn(work));
   for (const auto& entry : fs::directory_iterator(shownIn(work))) {
     const fs::path name = entry.path().filename();
-    if (!names.contains(name.string())) fs::rename(entry.path(), asideIn(work) / name);
+    if (!names.contains(machinePath(name))) fs::rename(entry.path(), asideIn(work) / name);
   }
   for (const std::string& name : names) {
-    const fs::path aside = asideIn(work) / name;
-    if (fs::exists(aside)) fs::rename(aside, shownIn(work) / name);
+    const fs::path aside = asideIn(work) / nativePath(name);
+    if (fs::exists(aside)) fs::rename(aside, shownIn(work) / nativePath(name));
   }
   boundAside(work);
 }
 
 void placeOne(const fs::path& source, const PackageSource& package, const std::string& work, bool byContent) {
-  const std::string name = packageFileName(source.string());
-  const fs::path target = shownIn(work) / name, note = noteOf(work, name);
+  const std::string name = packageFileName(machinePath(source));
+  const fs::path target = shownIn(work) / nativePath(name), note = noteOf(work, name);
   const std::string state = name + " " + stateOf(source, package);
   if (!byContent && fs::exists(target) && bytesOf(note) == state) return write(note, state);  // used now
 
@@ -125,23 +129,23 @@ void placeOne(const fs::path& source, const PackageSource& package, const std::s
 
 void placePackage(const std::string& path, const PackageSource& package, const std::string& work, bool byContent) {
   showOnly(work, {packageFileName(path)});
-  placeOne(path, package, work, byContent);
+  placeOne(nativePath(path), package, work, byContent);
 }
 
 std::vector<std::string> placePackages(const std::string& folder, const std::string& work) {
   std::vector<fs::path> sources;
   std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    if (isPackage(entry.path().string()) && names.insert(packageFileName(entry.path().string())).second)
+  for (const auto& entry : fs::directory_iterator(nativePath(folder))) {
+    if (isPackage(machinePath(entry.path())) && names.insert(packageFileName(machinePath(entry.path()))).second)
       sources.push_back(entry.path());
   }
   showOnly(work, names);
   std::vector<std::string> faults;
   for (const fs::path& source : sources) {
     try {
-      placeOne(source, *openPackage(source.string()), work, false);
+      placeOne(source, *openPackage(machinePath(source)), work, false);
     } catch (const std::exception& fault) {
-      faults.push_back(source.filename().string() + ": " + fault.what());
+      faults.push_back(machinePath(source.filename()) + ": " + fault.what());
     }
   }
   return faults;

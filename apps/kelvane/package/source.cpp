@@ -1,4 +1,5 @@
 #include "kelvane/package/source.h"
+#include "kelvane/base/native_path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -43,7 +44,7 @@ class ZipPackage : public PackageSource {
     if (!opened_) throw Fault(path + " can't be read: " + text::toUtf8(opened_.fault.what));
     if (!opened_.value) throw Fault(path + " is no package: it isn't a whole zip file");
     const auto& members = opened_.value->members();
-    if (const auto fault = documents::packageFault(members, std::filesystem::file_size(path)))
+    if (const auto fault = documents::packageFault(members, fs::file_size(nativePath(path))))
       throw Fault(refusal(path, fault.what));
     for (std::size_t i = 0; i < members.size(); ++i)
       if (!members[i].isFolder) take(i);
@@ -88,7 +89,7 @@ class FolderPackage : public PackageSource {
   explicit FolderPackage(const fs::path& folder) : folder_(folder) {
     for (auto at = fs::recursive_directory_iterator(folder); at != fs::recursive_directory_iterator(); ++at) {
       // Hidden files are of editors and version control.
-      if (at->path().filename().string().starts_with('.')) {
+      if (machinePath(at->path().filename()).starts_with('.')) {
         if (at->is_directory()) at.disable_recursion_pending();
       } else if (at->is_symlink() || at->is_regular_file()) {
         take(*at);
@@ -101,7 +102,7 @@ class FolderPackage : public PackageSource {
     const fs::path& path = files_.at(member);
     std::ifstream file(path, std::ios::binary);
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (!file) throw MemberFault(path.string() + " can't be read", "it can't be read");
+    if (!file) throw MemberFault(machinePath(path) + " can't be read", "it can't be read");
     return bytes;
   }
   [[nodiscard]] bool isExecutable(const std::string& member) const override {
@@ -110,23 +111,23 @@ class FolderPackage : public PackageSource {
 
  private:
   void take(const fs::directory_entry& entry) {
-    const std::string name = entry.path().lexically_relative(folder_).generic_string();
+    const std::string name = machinePath(entry.path().lexically_relative(folder_));
     if (name.find('\\') != name.npos)
-      throw Fault(refusal(folder_.string(), L"has a member with a backslash in its name: " + text::fromUtf8(name)));
+      throw Fault(refusal(machinePath(folder_), L"has a member with a backslash in its name: " + text::fromUtf8(name)));
     documents::ZipMember member;
     member.name = text::fromUtf8(name);
     if (const auto fault = documents::memberFault(member))
-      throw Fault(refusal(folder_.string(), fault.what + L": " + member.name));
+      throw Fault(refusal(machinePath(folder_), fault.what + L": " + member.name));
     if (const std::string fault = linkFault(entry); !fault.empty())
-      throw Fault(folder_.string() + " is refused: its member '" + name + "' is a link " + fault);
+      throw Fault(machinePath(folder_) + " is refused: its member '" + name + "' is a link " + fault);
     const auto [known, isNew] = files_.emplace(name, entry.path());
     if (!isNew) {
-      throw Fault(folder_.string() + " is refused: '" + known->first + "' and '" + name +
+      throw Fault(machinePath(folder_) + " is refused: '" + known->first + "' and '" + name +
                   "' are one name in a package");
     }
     if (files_.size() > documents::kMostMembers)
-      throw Fault(
-          refusal(folder_.string(), documents::packageFault(std::vector<documents::ZipMember>(files_.size()), 0).what));
+      throw Fault(refusal(machinePath(folder_),
+                          documents::packageFault(std::vector<documents::ZipMember>(files_.size()), 0).what));
   }
   // What a package is made of lies in its folder; a link would bring in what happens to stand elsewhere.
   [[nodiscard]] std::string linkFault(const fs::directory_entry& entry) const {
@@ -158,19 +159,21 @@ std::vector<std::string> filesOf(const PackageSource& package, const std::string
 
 std::unique_ptr<PackageSource> openPackage(const std::string& path) {
   std::error_code error;
-  if (fs::is_directory(path, error)) return std::make_unique<FolderPackage>(path);
-  if (!fs::exists(path, error)) throw Fault("there is no package " + path);
+  const fs::path place = nativePath(path);
+  if (fs::is_directory(place, error)) return std::make_unique<FolderPackage>(place);
+  if (!fs::exists(place, error)) throw Fault("there is no package " + path);
   return std::make_unique<ZipPackage>(path);
 }
 
 bool isPackage(const std::string& path) {
   std::error_code error;
-  return (isPackageName(path) && fs::exists(path, error)) || fs::is_regular_file(fs::path(path) / kPackageIndex, error);
+  const fs::path place = nativePath(path);
+  return (isPackageName(path) && fs::exists(place, error)) || fs::is_regular_file(place / kPackageIndex, error);
 }
 
 std::string packageFileName(const std::string& path) {
-  const fs::path whole = fs::absolute(path).lexically_normal();
-  const std::string name = (whole.has_filename() ? whole : whole.parent_path()).filename().string();
+  const fs::path whole = fs::absolute(nativePath(path)).lexically_normal();
+  const std::string name = machinePath((whole.has_filename() ? whole : whole.parent_path()).filename());
   constexpr std::string_view kEnd = ".kvz";
   return name.substr(0, isPackageName(name) ? name.size() - kEnd.size() : name.npos).append(kEnd);
 }

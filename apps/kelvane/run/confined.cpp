@@ -1,4 +1,5 @@
 #include "kelvane/run/confined.h"
+#include "kelvane/base/native_path.h"
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -30,8 +31,8 @@ os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
   grants.openTo(os::Permission::read, L"p:\\");
   for (const wchar_t* name : kOwnFiles) grants.keepFromWriting(os::joined(place.models, name));
   // With its folder, in whose place another one could be put.
-  if (const fs::path trust = ownTrustFile(); !trust.empty())
-    grants.keepFromWriting(systemPath(trust.parent_path().string()));
+  if (const fs::path trust = nativePath(ownTrustFile()); !trust.empty())
+    grants.keepFromWriting(systemPath(machinePath(trust.parent_path())));
   return grants;
 }
 

@@ -1,4 +1,5 @@
 #include "kelvane/run/place.h"
+#include "kelvane/base/native_path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -53,25 +54,28 @@ std::unique_ptr<os::FileLock> locked(const std::wstring& file, const std::string
 // isn't there.
 void copyModels(const std::string& from, const std::string& to) {
   std::error_code error;
-  if (fs::exists(to, error) && !fs::is_empty(to, error)) throw Fault("--into: " + to + " is there already");
+  const fs::path target = nativePath(to);
+  if (fs::exists(target, error) && !fs::is_empty(target, error)) throw Fault("--into: " + to + " is there already");
   const std::wstring folder = mountModels(from);
   if (const auto open = openEnds(folder); !open.empty())
     throw Fault(
         "--into: run " + open.front() + " of " + from +
         " has no end: it is at work, or broke off; 'kelvane run' or 'kelvane undo' takes back what it had begun");
-  const fs::path part = fs::path(to).lexically_normal().string() + ".part";
+  const fs::path part = nativePath(machinePath(target.lexically_normal()) + ".part");
   fs::remove_all(part, error);
   fs::create_directories(part);
   std::set<std::string> current;
-  for (const auto& document : headless::readFolder(folder)) current.insert(fs::path(shown(document.path)).filename());
-  for (const auto& entry : fs::directory_iterator(from)) {
-    const std::string name = entry.path().filename().string();
+  for (const auto& document : headless::readFolder(folder))
+    current.insert(machinePath(nativePath(shown(document.path)).filename()));
+  for (const auto& entry : fs::directory_iterator(nativePath(from))) {
+    const std::string name = machinePath(entry.path().filename());
     const bool isOld = headless::documentFile(text::fromUtf8(name)) && !current.contains(name);
     if (isOld || name == kLockName || name == kLogName || name == kJournalName) continue;
-    fs::copy(entry.path(), part / name, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    fs::copy(entry.path(), part / entry.path().filename(),
+             fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }
-  fs::remove(to, error);
-  fs::rename(part, to);
+  fs::remove(target, error);
+  fs::rename(part, target);
 }
 
 std::string modelsFolder(const RunOptions& options) {
@@ -112,7 +116,7 @@ std::vector<headless::VaultConnection> connections(const RunOptions& options, co
 void makeFolders(const std::string& work) {
   for (const char* name : {"packages", "temp", "temp/conf"}) {
     std::error_code error;
-    fs::create_directories(fs::path(work) / name, error);
+    fs::create_directories(nativePath(work) / name, error);
     if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());
   }
 }
@@ -131,10 +135,10 @@ FolderLocks lockFolder(const std::wstring& mounted, const std::string& models, c
 // one says so where a workbook is read.
 void placeScript(const RunOptions& options, const std::string& work) {
   constexpr const char* kScript = "xls2csv.vbs";
-  const fs::path target = fs::path(work) / "temp/conf" / kScript, installation = installationFolder();
+  const fs::path target = nativePath(work) / "temp/conf" / kScript, installation = nativePath(installationFolder());
   std::error_code error;
   fs::remove(target, error);
-  for (const fs::path& folder : {fs::path(options.config), installation / os::systemName() / "conf"}) {
+  for (const fs::path& folder : {nativePath(options.config), installation / os::systemName() / "conf"}) {
     if (folder.empty() || !fs::exists(folder / kScript, error)) continue;
     fs::copy_file(folder / kScript, target, error);  // it stays executable
     if (error) throw Fault("the temp folder " + work + " can't be written: " + error.message());

@@ -5,6 +5,7 @@
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/hash.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "kelvane/run/confined.h"
 #include "os/processes.h"
@@ -17,7 +18,8 @@ namespace {
 
 std::vector<std::string> vaultFolders(const RunOptions& options) {
   std::vector<std::string> folders;
-  for (const std::string& vault : options.vaults) folders.push_back(std::filesystem::canonical(vault).string());
+  for (const std::string& vault : options.vaults)
+    folders.push_back(machinePath(std::filesystem::canonical(nativePath(vault))));
   return folders;
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "os/paths.h"
 #include "os/processes.h"
@@ -15,8 +16,8 @@ headless::VaultConnection connection(const std::string& vault, const std::string
   headless::VaultConnection made;
   (void)systemFolder(vault);
   // By the root, which no other mount of the run changes.
-  made.folder = L"z:" + os::withBackslashes(text::fromUtf8(std::filesystem::canonical(vault).string()));
-  const std::string folder = std::filesystem::canonical(models).filename().string();
+  made.folder = L"z:" + os::withBackslashes(text::fromUtf8(machinePath(std::filesystem::canonical(nativePath(vault)))));
+  const std::string folder = machinePath(std::filesystem::canonical(nativePath(models)).filename());
   made.workspace = text::fromUtf8(workspace.empty() ? folder : workspace);
   made.user = user.empty() ? os::environment(L"username").value_or(L"") : text::fromUtf8(user);
   return made;

@@ -17,6 +17,7 @@
 #include "headless/proui/ui.h"
 #include "headless/store/faults.h"
 #include "kelvane/base/interrupt.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/words.h"
 #include "kelvane/check/text_check.h"
@@ -56,7 +57,7 @@ RunWatch::RunWatch(headless::Session& session, const RunOptions& options, Consol
       log_(console, events, options.maxErrors),
       durable_(durable) {
   for (const std::string& vault : options.vaults)
-    vaults_.push_back(text::fromUtf8(std::filesystem::canonical(vault).string() + "/"));
+    vaults_.push_back(text::fromUtf8(machinePath(std::filesystem::canonical(nativePath(vault))) + "/"));
   session_.observe(this);
   (void)language::takeRefused();
 }

@@ -1,4 +1,5 @@
 #include "kelvane/run/work_cache.h"
+#include "kelvane/base/native_path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -27,7 +28,7 @@ struct WorkFolder {
 // Nothing else that someone put there is touched.
 bool isOurs(const fs::path& path) {
   constexpr std::size_t kDigits = 16;  // of the hash that names it
-  const std::string name = path.stem().string();
+  const std::string name = machinePath(path.stem());
   return name.size() == kDigits && name.find_first_not_of("0123456789abcdef") == name.npos;
 }
 
@@ -40,16 +41,16 @@ WorkFolder lookAt(const fs::path& path) {
   folder.used = used;
   std::ifstream file(path / kNote, std::ios::binary);
   const std::string models((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  folder.isWanted = fs::exists(models, error);
+  folder.isWanted = fs::exists(nativePath(models), error);
   return folder;
 }
 
 // Under another name first, so that a run that begins meanwhile makes a folder of its own.
 void removeUnused(const WorkFolder& folder) {
-  auto lock = os::lockFile(systemPath((folder.path / "run.lock").string()));
+  auto lock = os::lockFile(systemPath(machinePath(folder.path / "run.lock")));
   if (!lock || lookAt(folder.path).used != folder.used) return;
   std::error_code error;
-  const fs::path gone = folder.path.string() + kGone;
+  const fs::path gone = nativePath(machinePath(folder.path) + kGone);
   fs::rename(folder.path, gone, error);
   lock.value.reset();
   if (!error) fs::remove_all(gone, error);
@@ -58,13 +59,13 @@ void removeUnused(const WorkFolder& folder) {
 }  // namespace
 
 void noteUse(const std::string& work, const std::string& models) {
-  std::ofstream file(fs::path(work) / kNote, std::ios::binary | std::ios::trunc);
-  file << fs::canonical(models).string();
+  std::ofstream file(nativePath(work) / kNote, std::ios::binary | std::ios::trunc);
+  file << machinePath(fs::canonical(nativePath(models)));
 }
 
 void tidyBeside(const std::string& work) {
   std::error_code error;
-  const fs::path own(work);
+  const fs::path own = nativePath(work);
   std::vector<WorkFolder> others;
   for (const auto& entry : fs::directory_iterator(own.parent_path(), error)) {
     if (entry.path() == own || !isOurs(entry.path()) || !entry.is_directory(error)) continue;

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/base/places.h"
 #include "os/surroundings.h"
@@ -14,7 +15,7 @@ namespace kelvane {
 
 std::wstring mountModels(const std::string& folder) {
   (void)systemFolder(folder);
-  os::mounts().set(kModelsLetter, std::filesystem::canonical(folder).string());
+  os::mounts().set(kModelsLetter, machinePath(std::filesystem::canonical(nativePath(folder))));
   return std::wstring(1, kModelsLetter) + L":\\";
 }
 

@@ -1,4 +1,5 @@
 #include "kelvane/trust/grant_options.h"
+#include "kelvane/base/native_path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -19,7 +20,7 @@ std::wstring resourceOf(Permission permission, const std::string& given) {
   const bool isPath = permission == Permission::read || permission == Permission::write ||
                       (permission == Permission::run && given.find('/') != given.npos);
   if (isPath) {
-    std::string path = fs::absolute(given).lexically_normal().string();
+    std::string path = machinePath(fs::absolute(nativePath(given)).lexically_normal());
     while (path.size() > 1 && path.ends_with('/')) path.pop_back();
     return text::fromUtf8(path);
   }

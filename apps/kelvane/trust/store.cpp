@@ -1,4 +1,5 @@
 #include "kelvane/trust/store.h"
+#include "kelvane/base/native_path.h"
 
 #include <openssl/evp.h>
 
@@ -36,7 +37,7 @@ std::string siteFile() {
   for (const std::wstring& folder : text::split(text::fromUtf8(folders), L':')) {
     std::string file = text::toUtf8(folder) + "/" + kFile;
     std::error_code error;
-    if (file.starts_with('/') && fs::exists(file, error)) return file;
+    if (file.starts_with('/') && fs::exists(nativePath(file), error)) return file;
   }
   return {};
 }
@@ -126,8 +127,8 @@ PackageIdentity identityOf(const std::string& package) {
   PackageIdentity identity;
   identity.name = packageFileName(package);
   std::error_code error;
-  if (fs::is_directory(package, error))
-    identity.folder = fs::canonical(package).string();
+  if (fs::is_directory(nativePath(package), error))
+    identity.folder = machinePath(fs::canonical(nativePath(package)));
   else
     identity.sha256 = sha256Of(package);
   return identity;
@@ -140,7 +141,7 @@ TrustStore::TrustStore() : path_(ownTrustFile()) {
 
 void TrustStore::read(const std::string& path, bool isSite) {
   std::error_code error;
-  if (path.empty() || !fs::exists(path, error)) return;
+  if (path.empty() || !fs::exists(nativePath(path), error)) return;
   const auto bytes = os::files().read(systemPath(path));
   if (!bytes) throw Fault(path + " can't be read: " + bytes.error.message());
   try {
@@ -208,7 +209,7 @@ void TrustStore::write() const {
   std::error_code error = os::files().createFolders(os::folderOf(target));
   const std::string bytes = Json({{"format", kFormat}, {"packages", std::move(packages)}}).dump(2) + "\n";
   if (!error) error = os::files().write(target, bytes);
-  if (!error) fs::permissions(path_, fs::perms::owner_read | fs::perms::owner_write, error);
+  if (!error) fs::permissions(nativePath(path_), fs::perms::owner_read | fs::perms::owner_write, error);
   if (error) throw Fault(path_ + " can't be written: " + error.message());
 }
 

@@ -1,4 +1,5 @@
 #include "kelvane/ui/screen.h"
+#include "kelvane/base/native_path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -182,8 +183,8 @@ std::optional<std::wstring> Screen::answerFile(const FileQuestion& question) {
         if (textOf(action.what, "do") != "path") return Bearing::none;
         const json& given = action.what.at("path");
         if (!given.is_null()) {
-          const std::filesystem::path folder = shown(question.folder);  // for a path that doesn't begin at the root
-          const std::wstring chosen = systemPath(folder / given.get<std::string>());
+          const auto folder = nativePath(shown(question.folder));  // for a path that doesn't begin at the root
+          const std::wstring chosen = systemPath(machinePath(folder / nativePath(given.get<std::string>())));
           if (!headless::canBeChosen(question.what, chosen)) return Bearing::wrong;
           path = chosen;
         }

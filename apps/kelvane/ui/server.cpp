@@ -7,6 +7,7 @@
 #include <fstream>
 #include <thread>
 
+#include "kelvane/base/native_path.h"
 #include "kelvane/ui/entrance.h"
 #include "kelvane/ui/guard.h"
 #include "kelvane/ui/lines.h"
@@ -313,9 +314,10 @@ class Server::Work {
     const auto read = doors_.read("file", std::stoul(request.matches[1].str()));
     const auto place = nlohmann::json::parse(read.value_or("null"));
     if (place.is_null()) return refuse(response, 404, "there is no such file");
-    const auto input = std::make_shared<std::ifstream>(place.at("path").get<std::string>(), std::ios::binary);
+    const auto path = nativePath(place.at("path").get<std::string>());
+    const auto input = std::make_shared<std::ifstream>(path, std::ios::binary);
     std::error_code error;
-    const auto size = std::filesystem::file_size(place.at("path").get<std::string>(), error);
+    const auto size = std::filesystem::file_size(path, error);
     if (!*input || error) return refuse(response, 404, "the file can't be read");
     const std::string name = place.at("name").get<std::string>();
     const std::string extension = extensionOf(name);

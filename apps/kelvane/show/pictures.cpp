@@ -104,8 +104,8 @@ Shown shownModel(headless::Session& session, creo::ProMdl handle, int sheet) {
 Shown shownLines(headless::Session& session, creo::ProMdl solid, PictureSize size) {
   const headless::Model& model = modelOf(session, solid);
   const headless::PictureSources sources = session.pictureSources();
-  if (const auto placed = headless::placedBodies(sources.bodies, sources.models, model); placed && placed.value.empty())
-    refuseEmpty(model);
+  const auto placed = headless::placedParts(sources.bodies, sources.models, model);
+  if (placed && placed.value.bodies.empty()) refuseEmpty(model);
   const double unit = kLongSide / std::max(size.width, size.height);
   auto lines = headless::solidLines(sources, model, headless::kTrimetric, size.width * unit, size.height * unit, false);
   if (!lines) refuseEmpty(model);

@@ -1,5 +1,6 @@
 #include "pdf/finish.h"
 
+#include <algorithm>
 #include <exception>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFWriter.hh>

@@ -176,12 +176,14 @@ std::string withComponents(std::string_view subset, std::string_view font) {
   const Outlines kept(subset), all(font);
   if (kept.count() == 0 || kept.count() != all.count() || kept.isLong() != all.isLong()) return std::string(subset);
   const std::vector<bool> used = withComponents(kept, all);
+  // Places of two bytes count in twos: wider gaps could lead beyond what they reach.
+  const std::size_t step = kept.isLong() ? 4 : 2;
   std::string glyphs, places;
   for (std::size_t i = 0; i <= used.size(); ++i) {
     addNumber(places, kept.isLong() ? glyphs.size() : glyphs.size() / 2, kept.isLong() ? 4 : 2);
     if (i == used.size() || !used[i]) continue;
     glyphs += all.of(i);
-    glyphs.resize((glyphs.size() + 3) / 4 * 4);
+    glyphs.resize((glyphs.size() + step - 1) / step * step);
   }
   return fileOf(tables, {{"glyf", glyphs}, {"loca", places}});
 }

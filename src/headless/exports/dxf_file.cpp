@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
+#include <vector>
 
 #include "headless/exports/dxf_frame.h"
 #include "text/code_points.h"
@@ -85,13 +87,13 @@ class DxfWriter {
       for (const SheetHatch& hatch : sheet.hatches) draw(hatch);
       for (const SheetDimension& dimension : sheet.dimensions) draw(sheet, dimension);
       // The lines of whole areas are those of their hatching, those of dimensions stand in blocks.
-      for (std::size_t i = 0; i < sheet.strokes.size(); ++i) {
-        const SheetStroke& stroke = sheet.strokes[i];
-        if (!stroke.pen.isOfArea && !isOfDimension(sheet, i, &SheetDimension::firstStroke, &SheetDimension::strokes))
-          draw(stroke);
-      }
+      const auto strokes =
+          ofDimensions(sheet, sheet.strokes.size(), &SheetDimension::firstStroke, &SheetDimension::strokes);
+      for (std::size_t i = 0; i < sheet.strokes.size(); ++i)
+        if (!sheet.strokes[i].pen.isOfArea && !strokes[i]) draw(sheet.strokes[i]);
+      const auto texts = ofDimensions(sheet, sheet.texts.size(), &SheetDimension::firstText, &SheetDimension::texts);
       for (std::size_t i = 0; i < sheet.texts.size(); ++i)
-        if (!isOfDimension(sheet, i, &SheetDimension::firstText, &SheetDimension::texts)) draw(sheet.texts[i]);
+        if (!texts[i]) draw(sheet.texts[i]);
       reach(0, 0);
       reach(sheet.width, sheet.height);
       left += sheet.width + kGap;
@@ -107,10 +109,12 @@ class DxfWriter {
 
  private:
   using Place = std::size_t SheetDimension::*;
-  static bool isOfDimension(const SheetPicture& sheet, std::size_t place, Place first, Place count) {
-    return std::ranges::any_of(sheet.dimensions, [&](const SheetDimension& dimension) {
-      return place >= dimension.*first && place < dimension.*first + dimension.*count;
-    });
+  // Of `all` strokes or texts, which ones are those of dimensions.
+  static std::vector<bool> ofDimensions(const SheetPicture& sheet, std::size_t all, Place first, Place count) {
+    std::vector<bool> are(all);
+    for (const SheetDimension& dimension : sheet.dimensions)
+      for (std::size_t i = 0; i < dimension.*count; ++i) are[dimension.*first + i] = true;
+    return are;
   }
   // mm of the sheet in the file's coordinates.
   [[nodiscard]] double x(double mm) const { return (left_ + mm) * unit_; }

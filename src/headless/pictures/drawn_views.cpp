@@ -134,7 +134,8 @@ DrawnViews::Asked DrawnViews::ask(const ViewRecord& view, const ViewRecord& show
 std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view) {
   const ViewRecord* shown = view.detailOf == 0 ? &view : viewOf(view.detailOf);
   const Model* model = shown ? modelOf(inMemory_, *shown) : nullptr;
-  if (!model) return std::nullopt;
+  // A detail is as much larger as its scale is.
+  if (!model || !(scaleOf(*shown) > 0)) return std::nullopt;
   const Asked asked = ask(view, *shown, *model);
   const geometry::Sight& sight = asked.sight;
   if (sight.bodies.empty() || !(sight.scale > 0) || !std::isfinite(sight.scale)) return std::nullopt;

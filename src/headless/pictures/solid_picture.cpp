@@ -36,9 +36,9 @@ void cutAsActive(const PictureSources& sources, const Model& solid, geometry::Si
   if (active.empty()) return;
   const SectionPlane plane = sectionPlane(solid, active);
   if (plane.cut) sight.cut = towardsViewer(*plane.cut, sight.screen);
-  if (!plane.fault.empty())
-    sources.models.message(
-        text::format(L"warning: %s.%s isn't cut: %s", solid.name, creo::typeExtension(solid.type()), plane.fault));
+  if (!sight.cut)
+    sources.models.message(text::format(L"warning: %s.%s isn't cut: %s", solid.name, creo::typeExtension(solid.type()),
+                                        plane.cut ? std::wstring(L"it sees the plane on its edge") : plane.fault));
 }
 
 }  // namespace

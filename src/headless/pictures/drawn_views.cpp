@@ -151,7 +151,7 @@ std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view) {
   if (seen.corrected > 0)
     models_.warn(
         text::format(L"%s: %d lines that lie behind faces were taken for visible and put right", name, seen.corrected));
-  DrawnView drawn{seen.width, seen.height, {}, {}, seen.isFaceted};
+  DrawnView drawn{seen.width, seen.height, seen.middle, {}, {}, seen.isFaceted};
   for (geometry::SeenCurve& entry : seen.curves)
     drawn.lines.strokes.push_back(strokeOf(std::move(entry), view.displayStyle == kWireframe));
   finish(drawn, view, *shown, asked, seen);

@@ -42,9 +42,10 @@ std::optional<ViewPlane> planeOf(const Models& models, const ViewRecord& view, d
 
 struct DrawnView {
   double width = 0, height = 0;
-  ViewLines lines;         // from the view's place, the middle of the model
-  std::wstring label;      // that stands above it: of a section or a detail
-  bool isFaceted = false;  // its edges are those of facets
+  geometry::FlatPoint middle;  // of a whole view where its place lies, from where the model's origin is seen
+  ViewLines lines;             // from the view's place, the middle of what is seen of the model
+  std::wstring label;          // that stands above it: of a section or a detail
+  bool isFaceted = false;      // its edges are those of facets
 };
 
 // The views of one sheet.

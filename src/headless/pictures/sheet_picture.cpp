@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <numeric>
-#include <set>
+#include <utility>
 
 #include "headless/model/bodies.h"
 #include "headless/model/drawing.h"
@@ -56,6 +57,12 @@ struct SymbolFrame {
   }
 };
 
+// What a view shows of its model, in mm on paper.
+struct Extent {
+  geometry::FlatPoint middle;
+  double width = 0, height = 0;
+};
+
 class Painter {
  public:
   Painter(const PictureSources& sources, ShownModels& models, const Model& drawing, int number)
@@ -88,7 +95,7 @@ class Painter {
     for (const ViewRecord& entry : record.views) {
       if (std::max(entry.sheet, 1) != number_) continue;
       const auto drawn = views.draw(entry);
-      if (drawn) drawn_.insert(&entry);
+      if (drawn) drawn_.emplace(&entry, Extent{drawn->middle, drawn->width, drawn->height});
       view(entry, drawn);
     }
     for (const TableRecord& item : record.tables) {
@@ -115,7 +122,8 @@ class Painter {
       const int number = std::max(entry.sheet, 1);
       const SheetRecord* sheet = sheetOf(*drawing_.document, number);
       const auto plane = sheet ? planeOf(sources_.models, entry, sheet->scale) : std::nullopt;
-      if (!plane || (number == number_ && !drawn_.contains(&entry))) continue;
+      const auto drawn = drawn_.find(&entry);
+      if (!plane || (number == number_ && drawn == drawn_.end())) continue;
       const auto box = sources_.bodies.outline(*plane->model, toScreen(plane->screen));
       if (!box) continue;
       const double scale = plane->scale;
@@ -125,6 +133,12 @@ class Painter {
       view.place = {x(entry.position.x), y(entry.position.y)};
       view.width = (box.value.max.x - box.value.min.x) * scale;
       view.height = (box.value.max.y - box.value.min.y) * scale;
+      // A section may have taken away what the model reaches to.
+      if (!entry.section.empty() && drawn != drawn_.end()) {
+        view.middle = drawn->second.middle;
+        view.width = drawn->second.width;
+        view.height = drawn->second.height;
+      }
       const creo::ProSheetDimensions size = sheetDimensions(*sheet);
       const double unit = isInMm(size.size) ? 1 : kMmAnInch;
       if (view.width <= size.width * unit && view.height <= size.height * unit) views.push_back(view);
@@ -380,7 +394,7 @@ class Painter {
   double unit_ = 1;    // mm a unit of the sheet
   creo::ProSheetMatrix matrix_;
   SheetPart part_ = SheetPart::lines;
-  std::set<const ViewRecord*> drawn_;  // the views that show their model's lines
+  std::map<const ViewRecord*, Extent> drawn_;  // the views that show their model's lines
   NameIndex definitions_;
   SheetPicture picture_;
 };

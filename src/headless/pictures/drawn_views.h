@@ -37,7 +37,8 @@ struct ViewPlane {
   creo::ProTransform screen;  // its axes in the model's coordinates: x to the right, y up, z to the viewer
   double scale = 1;           // mm on paper for a unit of the model
 };
-// sheetScale: of a view that has none of its own. Nothing: the model isn't in memory, or the scale is no number over 0.
+// sheetScale: of a view that has none of its own. Nothing: the model isn't in memory, the scale is no number over 0, or
+// the view is a detail or broken.
 std::optional<ViewPlane> planeOf(const Models& models, const ViewRecord& view, double sheetScale);
 
 struct DrawnView {

@@ -70,7 +70,7 @@ struct Shown {
 class Dimensioner {
  public:
   Dimensioner(const ShownModels& models, const Model& drawing, int sheet, const std::vector<DimensionedView>& views,
-              double textHeight, SheetPicture& picture)
+              const std::vector<FlatBox>& otherViews, double textHeight, SheetPicture& picture)
       : models_(models),
         drawing_(drawing),
         sheet_(sheet),
@@ -81,6 +81,7 @@ class Dimensioner {
         picture_(picture) {
     for (const DimensionedView& view : views_)
       if (view.sheet == sheet_) room_.addView(outlineOf(view));
+    for (const FlatBox& box : otherViews) room_.addView(box);
   }
 
   void addAll(const creo::FunctionRef<FlatPoint(FlatPoint)>& toSheet) {
@@ -447,11 +448,11 @@ class Dimensioner {
 }  // namespace
 
 void addDimensions(const ShownModels& models, const Model& drawing, int sheet,
-                   const std::vector<DimensionedView>& views, double textHeight,
+                   const std::vector<DimensionedView>& views, const std::vector<FlatBox>& otherViews, double textHeight,
                    const creo::FunctionRef<FlatPoint(FlatPoint)>& toSheet, SheetPicture& picture) {
   const ModelRecord& record = drawing.document->record;
   if (record.shownDimensions.empty() && record.dimensions.empty()) return;
-  Dimensioner(models, drawing, sheet, views, textHeight, picture).addAll(toSheet);
+  Dimensioner(models, drawing, sheet, views, otherViews, textHeight, picture).addAll(toSheet);
 }
 
 }  // namespace headless

@@ -26,9 +26,11 @@ struct DimensionedView {
 // `position`, the middle of its text), else outside of the model's outline, 10 mm away and 8 mm from each other, the
 // short ones inside, where neither a line nor a text lies upon another one, on the side that is nearer, below and on
 // the right where both are. What finds no place is written at the sheet's upper edge, with a warning each in the
-// message area. views: of all sheets. toSheet: from the drawing's coordinates. textHeight: in mm.
+// message area. views: of all sheets. otherViews: of this sheet, on which nothing may stand either: details, broken
+// views, frames. toSheet: from the drawing's coordinates. textHeight: in mm.
 void addDimensions(const ShownModels& models, const Model& drawing, int sheet,
-                   const std::vector<DimensionedView>& views, double textHeight,
-                   const creo::FunctionRef<geometry::FlatPoint(geometry::FlatPoint)>& toSheet, SheetPicture& picture);
+                   const std::vector<DimensionedView>& views, const std::vector<geometry::FlatBox>& otherViews,
+                   double textHeight, const creo::FunctionRef<geometry::FlatPoint(geometry::FlatPoint)>& toSheet,
+                   SheetPicture& picture);
 
 }  // namespace headless

@@ -112,7 +112,7 @@ class Painter {
     drafts(record.drafts, number_);
     if (record.shownDimensions.empty() && record.dimensions.empty()) return;
     const auto toSheet = [this](geometry::FlatPoint p) -> geometry::FlatPoint { return {x(p.x), y(p.y)}; };
-    addDimensions(models_, drawing_, number_, dimensionedViews(), textHeight(), toSheet, picture_);
+    addDimensions(models_, drawing_, number_, dimensionedViews(), otherViews_, textHeight(), toSheet, picture_);
   }
 
   // Those that show a model as a whole, of all sheets.
@@ -189,10 +189,18 @@ class Painter {
     matrix_ = own;
   }
 
+  // Of a view that has no dimensions of its own.
+  void keepFree(double at, double up, double width, double height) {
+    geometry::FlatBox& box = otherViews_.emplace_back();
+    box.take(geometry::FlatPoint{at - width / 2, up - height / 2});
+    box.take(geometry::FlatPoint{at + width / 2, up + height / 2});
+  }
+
   // Its lines, or a frame with the model's name and its own.
   void view(const ViewRecord& view, const std::optional<DrawnView>& drawn) {
     const double at = x(view.position.x), up = y(view.position.y);
     if (!drawn) return viewFrame(view, at, up);
+    if (view.detailOf != 0 || !view.breaks.empty()) keepFree(at, up, drawn->width, drawn->height);
     for (const SheetStroke& stroke : drawn->lines.strokes)
       picture_.strokes.push_back({geometry::moved(stroke.curve, at, up), stroke.pen});
     for (const SheetHatch& hatch : drawn->lines.hatches)
@@ -214,6 +222,7 @@ class Painter {
     mark(right, low, right, high, kViewColor);
     mark(right, high, left, high, kViewColor);
     mark(left, high, left, low, kViewColor);
+    keepFree(at, up, 2 * kHalfWidth, 2 * kHalfHeight);
     double base = up + textHeight() / 2;
     for (const std::string& line : {view.model, view.name}) {
       const std::wstring words = text::fromUtf8(line);
@@ -395,6 +404,7 @@ class Painter {
   creo::ProSheetMatrix matrix_;
   SheetPart part_ = SheetPart::lines;
   std::map<const ViewRecord*, Extent> drawn_;  // the views that show their model's lines
+  std::vector<geometry::FlatBox> otherViews_;
   NameIndex definitions_;
   SheetPicture picture_;
 };

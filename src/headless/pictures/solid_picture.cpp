@@ -1,4 +1,7 @@
 #include <algorithm>
+#include <map>
+#include <tuple>
+#include <utility>
 
 #include "headless/geometry/seen.h"
 #include "headless/model/drawing.h"
@@ -30,6 +33,23 @@ Got<Parts> unlessEmpty(const PictureSources& sources, const Model& solid, Got<Pa
   return creo::ProGeneralError;
 }
 
+// What the bodies take of the screen as they stand, which an exploded state or a style may have changed. Each is
+// measured once for each way that it is turned.
+geometry::FlatBox boxOf(const geometry::Sight& sight) {
+  using Key = std::tuple<const geometry::Body*, double, double, double, double, double, double>;
+  std::map<Key, creo::ProOutline> known;
+  geometry::FlatBox box;
+  for (const geometry::PlacedBody& entry : sight.bodies) {
+    creo::ProTransform turned = creo::transformed(toScreen(sight.screen), entry.place);
+    const creo::ProVector at = std::exchange(turned.origin, {}), &x = turned.xAxis, &z = turned.zAxis;
+    const auto [measured, isNew] = known.try_emplace(Key{entry.body.get(), x.x, x.y, x.z, z.x, z.y, z.z});
+    if (isNew) measured->second = geometry::outline(*entry.body, turned);
+    for (const creo::ProVector& corner : {measured->second.min, measured->second.max})
+      box.take(geometry::FlatPoint{at.x + entry.scale * corner.x, at.y + entry.scale * corner.y});
+  }
+  return box;
+}
+
 // By the cross section that is active, if one is.
 void cutAsActive(const PictureSources& sources, const Model& solid, geometry::Sight& sight) {
   const std::string& active = solid.document->record.activeCrossSection;
@@ -58,14 +78,13 @@ Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, 
   const auto bodies = unlessEmpty(sources, solid, placed, placed.value.bodies.empty());
   if (!bodies) return bodies.error;
   geometry::Sight sight{.bodies = bodies.value.bodies, .screen = screen, .hidden = hidden};
-  const auto box = sources.bodies.outline(solid, toScreen(sight.screen));
-  if (!box) return box.error;
+  const geometry::FlatBox box = boxOf(sight);
   cutAsActive(sources, solid, sight);
   SheetPicture paper;
   paper.width = width;
   paper.height = height;
-  sight.scale = kFilled * std::min(width / std::max(box.value.max.x - box.value.min.x, kLeast),
-                                   height / std::max(box.value.max.y - box.value.min.y, kLeast));
+  sight.scale =
+      kFilled * std::min(width / std::max(box.right - box.left, kLeast), height / std::max(box.high - box.low, kLeast));
   geometry::Seen seen = geometry::seen(sight);
   if (!seen.reason.empty())
     sources.models.message(text::format(L"%s%s.%s is %s: %s", std::wstring(seen.curves.empty() ? L"" : L"warning: "),

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "headless/geometry/seen.h"
+#include "headless/model/drawing.h"
 #include "headless/model/models.h"
 #include "headless/model/units.h"
 #include "headless/pictures/view_cut.h"
@@ -99,7 +100,11 @@ struct DrawnViews::Asked {
 std::wstring DrawnViews::nameOf(const ViewRecord& view, const Model& model) const {
   return text::format(L"the view %s of %s in %s", text::fromUtf8(view.name), label(model), label(drawing_));
 }
-double DrawnViews::scaleOf(const ViewRecord& view) const { return std::fabs(view.scale != 0 ? view.scale : scale_); }
+// The view that a detail enlarges may stand on another sheet.
+double DrawnViews::scaleOf(const ViewRecord& view) const {
+  const SheetRecord* sheet = sheetOf(*drawing_.document, std::max(view.sheet, 1));
+  return std::fabs(view.scale != 0 ? view.scale : sheet ? sheet->scale : scale_);
+}
 
 const ViewRecord* DrawnViews::viewOf(int id) const {
   const auto& views = drawing_.document->record.views;

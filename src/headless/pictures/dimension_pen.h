@@ -2,7 +2,7 @@
 #pragma once
 
 #include "headless/pictures/dimension_text.h"
-#include "headless/pictures/sheet_picture.h"
+#include "headless/pictures/sheet_content.h"
 
 namespace headless {
 

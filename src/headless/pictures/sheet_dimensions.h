@@ -4,9 +4,11 @@
 #include <optional>
 #include <vector>
 
-#include "headless/pictures/sheet_picture.h"
+#include "headless/pictures/sheet_content.h"
 
 namespace headless {
+
+class ShownModels;  // drawn_views.h
 
 // A view, and how its model lies on the sheet.
 struct DimensionedView {

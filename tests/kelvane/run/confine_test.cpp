@@ -175,6 +175,14 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
     EXPECT_THAT(ended.err, HasSubstr(" leads to " + outside() + target + ", where a confined run doesn't write"));
     fs::remove(path("models/") + own);
   }
+  for (const char* within : {"models/kelvane.journal/numbers.json", "models/kelvane.journal/0001/run.jsonl"}) {
+    fs::create_directories(fs::path(path(within)).parent_path());
+    fs::create_symlink(outside() + "/secret.txt", path(within));
+    const Ended ended = run("try", {"--confine", "--again"});
+    EXPECT_EQ(2, ended.code);
+    EXPECT_THAT(ended.err, HasSubstr(path(within) + " is a link, and a journal has none"));
+    fs::remove_all(path("models/kelvane.journal"));
+  }
   const std::string evil = "touch evil\n", secret = readBytes(outside() + "/secret.txt");
   auto had = nlohmann::ordered_json{{"size", evil.size()}, {"sum", kelvane::contentOf(evil).sum}, {"kept", "1"}};
   auto now = nlohmann::ordered_json{{"size", secret.size()}, {"sum", kelvane::contentOf(secret).sum}};

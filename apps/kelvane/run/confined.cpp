@@ -62,6 +62,8 @@ MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place) {
   if (!place.isConfined) return {};
   os::Grants grants = grantsOf(options, place);
   for (const std::string& vault : options.vaults) grants.openTo(os::Permission::write, systemPath(vault));
+  // A log is written by the program itself, which says so in the journal.
+  grants.openTo(os::Permission::write, logTarget(options, place.models));
   return [grants = std::move(grants)](const std::wstring& path) {
     // What was unpacked is the program's own, and is taken back where it stands.
     const std::string real = os::machineBehindLinks(path);

@@ -199,6 +199,15 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
   EXPECT_EQ(evil, readBytes(outside() + "/secret.txt"));
   file("outside/secret.txt", secret);
   EXPECT_EQ(before, all());
+  // A log that the options put elsewhere is no place that a list chose.
+  const std::string log = outside() + "/secret.txt";
+  file("models/kelvane.journal/0009/run.jsonl",
+       kelvane::sealedLine({{"record", "begin"}, {"format", 1}, {"run", "0009"}, {"verb", "run"}}) +
+           kelvane::sealedLine({{"record", "append"}, {"n", 1}, {"path", log}, {"had", now}}));
+  EXPECT_EQ(2, run("try", {"--confine", "--again"}).code);
+  EXPECT_EQ(0, run("try", {"--confine", "--again", "--log", log}).code);
+  EXPECT_NE(secret, readBytes(log));
+  file("outside/secret.txt", secret);
 
   fs::rename(path("models/PLATE.prt.1"), outside() + "/PLATE.prt.1");
   fs::create_symlink(outside() + "/PLATE.prt.1", path("models/PLATE.prt.1"));

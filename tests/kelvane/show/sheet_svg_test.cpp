@@ -103,7 +103,6 @@ Lines rectangle(double halfWidth, double halfHeight, const std::string& mark = "
   return all;
 }
 
-// A block of 40 by 20 by 10 with a smaller one behind it, and a pin of inches.
 // Two of ARM and a pin, of which a third one is suppressed.
 TEST_F(SheetSvg, ARepeatRegionListsTheComponents) {
   file("models/arm.prt.1",
@@ -124,6 +123,7 @@ TEST_F(SheetSvg, ARepeatRegionListsTheComponents) {
   EXPECT_THAT(svg, AllOf(HasSubstr(R"(<line x1="30" y1="128" x2="30" y2="94")"), Not(HasSubstr(">3,"))));
 }
 
+// A block of 40 by 20 by 10 with a smaller one behind it, and a pin of inches.
 class SheetViews : public SheetSvg {
  protected:
   SheetViews() {

@@ -135,19 +135,24 @@ UndoPlan::Done UndoPlan::carryOut(const std::function<std::error_code(const Reco
   const auto reach = [&](const std::string& what) {
     if (const auto error = reached({{"record", "taken"}, {"group", what}}))
       done.failed = "the journal can't be written: " + error.message();
-    else if (isToStop())
-      done.failed = "ended early; undo once more takes back the rest";
     return done.failed.empty();
+  };
+  // Not behind the last one: an undo that has no rest is whole.
+  const auto isStopped = [&] {
+    if (isToStop()) done.failed = "ended early; undo once more takes back the rest";
+    return !done.failed.empty();
   };
   // The vault first: where it refuses, the document here stays what it has.
   for (const VaultStep& step : vault_) {
     if (step.did.empty()) continue;
+    if (isStopped()) return done;
     done.failed = kelvane::takeBack(step, workspaceOf(journal_));
     if (!done.failed.empty() || !reach(text::toUtf8(step.object.label()))) return done;
     ++done.vault;
   }
   for (const auto& [number, back] : groups_) {
     if (barred_.contains(number) || back.isNothing()) continue;
+    if (isStopped()) return done;
     done.failed = takeBack(back, book_.keptOf(journal_.run));
     if (!done.failed.empty() || !reach(std::to_string(number))) return done;
     done.removed += static_cast<int>(back.removed.size());

@@ -32,7 +32,7 @@ class UndoPlan {
     int removed = 0, renamed = 0, putBack = 0, vault = 0;
     std::string failed;  // empty, or why it ended; the group before it is done, its own is half done
   };
-  // Takes back what has no conflict. reached: called behind each group; isToStop: asked there.
+  // Takes back what has no conflict. reached: called behind each group; isToStop: asked before each.
   [[nodiscard]] Done carryOut(const std::function<std::error_code(const Record&)>& reached,
                               const std::function<bool()>& isToStop) const;
 

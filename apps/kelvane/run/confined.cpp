@@ -39,7 +39,8 @@ os::Grants grantsOf(const RunOptions& options, const RunPlace& place) {
 void requireOwnFilesInside(const RunOptions& options, const RunPlace& place) {
   if (!place.isConfined) return;
   const os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, place.models);
-  std::vector<std::wstring> files = {place.models + std::wstring(kJournalFolder)};
+  const std::wstring journal = place.models + std::wstring(kJournalFolder);
+  std::vector<std::wstring> files = {journal};
   if (keepsLog(options) && options.log.empty()) files.push_back(logTarget(options, place.models));
   for (const std::wstring& file : files) {
     const std::string real = os::machineBehindLinks(file);
@@ -48,12 +49,21 @@ void requireOwnFilesInside(const RunOptions& options, const RunPlace& place) {
                   ", where a confined run doesn't write; remove that link, or use " +
                   optionOf({os::Permission::write, text::fromUtf8(real)}));
   }
+  // Numbers and records are written under names that can be told beforehand.
+  std::error_code error;
+  const fs::path folder = nativePath(os::machineBehindLinks(journal));
+  constexpr auto kHow = fs::directory_options::skip_permission_denied;
+  for (const auto& entry : fs::recursive_directory_iterator(folder, kHow, error))
+    if (entry.is_symlink(error))
+      throw Fault(machinePath(entry.path()) + " is a link, and a journal has none; remove it");
 }
 
 MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place) {
   if (!place.isConfined) return {};
   os::Grants grants = grantsOf(options, place);
   for (const std::string& vault : options.vaults) grants.openTo(os::Permission::write, systemPath(vault));
+  // A log is written by the program itself, which says so in the journal.
+  grants.openTo(os::Permission::write, logTarget(options, place.models));
   return [grants = std::move(grants)](const std::wstring& path) {
     // What was unpacked is the program's own, and is taken back where it stands.
     const std::string real = os::machineBehindLinks(path);

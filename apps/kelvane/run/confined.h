@@ -19,7 +19,7 @@ nlohmann::ordered_json grantMembers(const os::Asked& asked);
 // What a confined run opens to its lists.
 os::Grants grantsOf(const RunOptions& options, const RunPlace& place);
 // A Fault where a confined run's journal or its log in the models' folder leads elsewhere by a link, where nothing is
-// granted: whoever made that folder would choose what they are written over.
+// granted, or a link lies in that journal: whoever made that folder would choose what they are written over.
 void requireOwnFilesInside(const RunOptions& options, const RunPlace& place);
 // Whether a confined run may take back what another one wrote there. Empty where nothing is confined.
 MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place);

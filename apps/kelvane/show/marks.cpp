@@ -1,5 +1,6 @@
 #include "kelvane/show/marks.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <numbers>
@@ -46,7 +47,8 @@ void add(Key& key, const std::wstring& text) {
 }
 
 Key keyOf(const SheetStroke& stroke) {
-  Key key{stroke.pen.color, static_cast<long long>(stroke.pen.kind), static_cast<long long>(stroke.curve.index())};
+  Key key{stroke.pen.color, static_cast<long long>(stroke.pen.kind), stroke.pen.isFilled,
+          static_cast<long long>(stroke.curve.index())};
   add(key, {stroke.pen.width});
   if (const auto* line = std::get_if<headless::geometry::FlatLine>(&stroke.curve)) {
     // From either end it is the same line.
@@ -64,6 +66,7 @@ Key keyOf(const SheetText& text) {
   Key key{text.color, text.isBold, text.isOblique};
   add(key, {text.x, text.y, text.height, text.angle});
   add(key, text.text);
+  key.insert(key.end(), text.font.begin(), text.font.end());
   return key;
 }
 

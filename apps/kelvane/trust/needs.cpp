@@ -7,7 +7,6 @@
 #include "actions/dispatch.h"
 #include "core/xml.h"
 #include "documents/action_list.h"
-#include "documents/filter.h"
 #include "documents/predicate_table.h"
 #include "kelvane/check/attribute_check.h"
 #include "kelvane/check/list_names.h"
@@ -15,6 +14,7 @@
 #include "kelvane/check/package_uses.h"
 #include "kelvane/check/table_check.h"
 #include "kelvane/check/text_check.h"
+#include "language/pattern_kind.h"
 #include "language/workbook.h"
 #include "os/confine.h"
 #include "os/paths.h"
@@ -59,6 +59,13 @@ std::size_t firstVariable(std::wstring_view value) {
 
 bool isWhole(std::wstring_view path) {
   return path.starts_with(L'\\') || (!os::splitDevice(path).device.empty() && path.substr(2).starts_with(L'\\'));
+}
+
+// Does an attribute of that kind give one? What texts are compared with is none: "/^42/" is an expression.
+bool givesWholePath(const XmlAttr& given, Kind kind) {
+  const bool isExpression = language::kindOf(given.value) == language::PatternKind::expression;
+  if (kind == Kind::pattern || (!isPath(kind) && isExpression)) return false;
+  return isWhole(os::withBackslashes(withEnvironment(std::wstring(given.value))));
 }
 
 // The folder that a grant names for a path, in the machine's form. Nothing: it is one of a run's own places; an empty
@@ -161,7 +168,7 @@ class Reader {
 
   // Whatever holds them.
   void readItems(const XmlNode& node) {
-    const bool isItem = documents::isPredicate(valueOf(node, L"type"));
+    const documents::Predicate* const predicate = documents::findPredicate(valueOf(node, L"type"));
     eachAttribute(node, [&](const XmlAttr& given) {
       readTemplates(node, given);
       const bool isOption = node.name == L"option" && given.name.starts_with(L"value_");
@@ -170,8 +177,9 @@ class Reader {
           addPlace(node, given, given.value, Permission::read, true);
         return;
       }
-      if (isItem && isWhole(os::withBackslashes(withEnvironment(std::wstring(given.value)))))
-        addPlace(node, given, given.value, Permission::read);
+      if (!predicate) return;
+      const core::Attribute* const row = core::findAttribute(predicate->attributes, given.name);
+      if (givesWholePath(given, row ? row->kind : Kind::text)) addPlace(node, given, given.value, Permission::read);
     });
     core::xmlEachChild(node, [this](const XmlNode& child) { readItems(child); });
   }
@@ -218,9 +226,9 @@ class Reader {
         add(task, Permission::run, L"xls2csv.vbs", "it converts the workbook " + shown(given));
       return;
     }
-    const bool isTold = holds(action.effects.changes, actions::Touched::surroundings) ||
-                        (row && (kind == pattern || kind == relation || kind == macro));
-    if (isTold || !isWhole(os::withBackslashes(withEnvironment(std::wstring(given.value))))) return;
+    const bool isTold =
+        holds(action.effects.changes, actions::Touched::surroundings) || kind == relation || kind == macro;
+    if (isTold || !givesWholePath(given, kind)) return;
     const bool writes = holds(action.effects.changes, actions::Touched::files | actions::Touched::reports);
     addPlace(task, given, given.value, writes ? Permission::write : Permission::read);
   }

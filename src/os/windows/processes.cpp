@@ -83,7 +83,9 @@ class MachineProcesses : public Processes {
     if (program.size() > 1 && program.front() == L'"' && program.back() == L'"')
       program = program.substr(1, program.size() - 2);
     if (files().isFolder(wholeFrom(folder, program))) return doOpen(wholeFrom(folder, program));
-    const Program found = findProgram(program, folder, true);
+    // A confined list's name is one of the folder where just that file lies there, as it was judged: none with an end
+    // put behind it.
+    const Program found = findProgram(program, folder, !gate() || files().exists(joined(folder, program)));
     if (found.kind == Program::Kind::none) return kNoSuch;
     if (found.kind == Program::Kind::document) return doOpen(wholeFrom(folder, program));
     ChildStart start = startOf(found, arguments.empty() ? std::wstring() : L" " + withMachinePaths(arguments));

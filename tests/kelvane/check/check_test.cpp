@@ -547,6 +547,11 @@ TEST_F(Check, TrustTellsWhatAListNeeds) {
        "--allow-clipboard"},
       {action + "writeToCreoLog' forEF='true'><filter><f type='fileexists' filename='/srv/x'/></filter></task>",
        "--allow-read=/srv"},
+      {action + "writeToCreoLog' forEF='true'><filter><f type='materialParameter' param='A' value='/^42CrMo4/'/>" +
+           "<f type='fileexists' filename='/srv/x/'/></filter></task>",
+       "--allow-read=/srv/x"},  // an expression is no path
+      {action + "deleteModelParameter' searchin='1' name_0='/srv/x'/>", ""},
+      {action + "writeToCreoLog' message='/^42CrMo4/'/>", ""},
   };
   for (const auto& [body, option] : cases) {
     list("clean.xml", body);
@@ -560,6 +565,11 @@ TEST_F(Check, TrustTellsWhatAListNeeds) {
       "run     python3  actionlists/clean.xml:4: B0: it starts 'python3 a.py'\n"
       "server           actionlists/clean.xml:4: B1: it acts on the server\n"
       "--confine --allow-run=python3\n",
+      kelvane({"check", path("standards"), "--trust"}).out);
+  list("clean.xml", action + "setUserVariableFromUrl' name='A' value='%user:PLM%/x'/>");
+  EXPECT_EQ(
+      "net  ?  actionlists/clean.xml:4: B0: 'value': '%user:PLM%/x'\n"
+      "--confine\n",
       kelvane({"check", path("standards"), "--trust"}).out);
   EXPECT_EQ(2, kelvane({"check", path("standards"), "--trust", "--fix"}).code);
 }

@@ -1,5 +1,7 @@
 // Taking runs back: what comes back, what is a conflict, what the journals tell.
+#include "kelvane/journal/undo.h"
 #include "kelvane/journal/journal_fixture.h"
+#include "kelvane/show/model_folder.h"
 
 namespace test {
 namespace {
@@ -39,6 +41,27 @@ TEST_F(Undo, GivesTheFolderBackByteForByteAndIsARunThatCanBeUndone) {
     EXPECT_EQ(0, again.code) << list << again.err;
     EXPECT_EQ("", difference(after, contents())) << list << ": an undo is undone";
   }
+}
+
+// Whether it is to stop is asked before each group; behind the last one there is nothing to be stopped.
+TEST_F(Undo, ThatHasNoRestIsWhole) {
+  part(L"PLATE");
+  ASSERT_EQ(0, run("norm").code);
+  fs::copy(models(), path("other"), fs::copy_options::recursive);
+  const auto takenBack = [](const std::string& folder, int stopsAt) {
+    const kelvane::Book book(kelvane::mountModels(folder));
+    int groups = 0;
+    const auto reached = [&groups](const kelvane::Record&) {
+      ++groups;
+      return std::error_code();
+    };
+    const auto done = kelvane::UndoPlan(book, "0001").carryOut(reached, [&] { return groups == stopsAt; });
+    return std::pair(groups, done.failed.empty());
+  };
+  EXPECT_EQ(std::pair(0, false), takenBack(path("other"), 0));
+  const int all = takenBack(path("other"), -1).first;
+  EXPECT_LT(0, all);
+  EXPECT_EQ(std::pair(all, true), takenBack(models(), all));
 }
 
 TEST_F(Undo, NumbersOfVersionsNeverComeTwice) {

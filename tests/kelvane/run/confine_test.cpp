@@ -175,6 +175,14 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
     EXPECT_THAT(ended.err, HasSubstr(" leads to " + outside() + target + ", where a confined run doesn't write"));
     fs::remove(path("models/") + own);
   }
+  for (const char* within : {"models/kelvane.journal/numbers.json", "models/kelvane.journal/0001/run.jsonl"}) {
+    fs::create_directories(fs::path(path(within)).parent_path());
+    fs::create_symlink(outside() + "/secret.txt", path(within));
+    const Ended ended = run("try", {"--confine", "--again"});
+    EXPECT_EQ(2, ended.code);
+    EXPECT_THAT(ended.err, HasSubstr(path(within) + " is a link, and a journal has none"));
+    fs::remove_all(path("models/kelvane.journal"));
+  }
   const std::string evil = "touch evil\n", secret = readBytes(outside() + "/secret.txt");
   auto had = nlohmann::ordered_json{{"size", evil.size()}, {"sum", kelvane::contentOf(evil).sum}, {"kept", "1"}};
   auto now = nlohmann::ordered_json{{"size", secret.size()}, {"sum", kelvane::contentOf(secret).sum}};
@@ -191,6 +199,15 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
   EXPECT_EQ(evil, readBytes(outside() + "/secret.txt"));
   file("outside/secret.txt", secret);
   EXPECT_EQ(before, all());
+  // A log that the options put elsewhere is no place that a list chose.
+  const std::string log = outside() + "/secret.txt";
+  file("models/kelvane.journal/0009/run.jsonl",
+       kelvane::sealedLine({{"record", "begin"}, {"format", 1}, {"run", "0009"}, {"verb", "run"}}) +
+           kelvane::sealedLine({{"record", "append"}, {"n", 1}, {"path", log}, {"had", now}}));
+  EXPECT_EQ(2, run("try", {"--confine", "--again"}).code);
+  EXPECT_EQ(0, run("try", {"--confine", "--again", "--log", log}).code);
+  EXPECT_NE(secret, readBytes(log));
+  file("outside/secret.txt", secret);
 
   fs::rename(path("models/PLATE.prt.1"), outside() + "/PLATE.prt.1");
   fs::create_symlink(outside() + "/PLATE.prt.1", path("models/PLATE.prt.1"));

@@ -1,4 +1,4 @@
-#include "os/durable.h"
+#include "os/flush_behind.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -8,7 +8,7 @@
 #include <thread>
 #include <utility>
 
-#include "os/flush_behind.h"
+#include "os/durable.h"
 #include "os/machine_path.h"
 #include "os/quiet_thread.h"
 #include "os/surroundings.h"

@@ -111,10 +111,15 @@ std::optional<bool> isFound(creo::ProError visited, std::wstring_view what) {
 }
 
 std::optional<bool> hasFeature(creo::ProMdl solid, int type) {
+  bool allTold = true;
   const auto visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
-    return valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == type ? creo::ProStopVisit : creo::ProNoError;
+    const auto own = creo::ProFeatureTypeGet(feature);
+    if (!own) cantRead(kFeatureType);
+    allTold = allTold && own;
+    return own && own.value == type ? creo::ProStopVisit : creo::ProNoError;
   });
-  return isFound(visited, kFeatures);
+  const std::optional<bool> isThere = isFound(visited, kFeatures);
+  return allTold || (isThere && *isThere) ? isThere : std::nullopt;
 }
 
 std::optional<bool> hasCsys(creo::ProMdl solid) {

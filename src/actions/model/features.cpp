@@ -83,12 +83,17 @@ Outcome renameFeature(const Task& task) {
   }
   std::vector<NamedFeature> chosen;
   int components = 0;
+  bool allTold = true;
   visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& former) {
-    if (valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == creo::kComponentFeature)
+    const auto type = creo::ProFeatureTypeGet(feature);
+    if (!type) cantRead(kFeatureType);
+    allTold = allTold && type;
+    if (type && type.value == creo::kComponentFeature)
       ++components;
     else
       chosen.push_back({feature, former});
   });
+  if (!allTold) return done;  // which of them are components, and how many names are needed, isn't known
   if (components > 0)
     core::logWrite(text::format(L"%d components keep the names of their models", components), core::kWarning);
   if (chosen.empty() && components == 0) core::logIndented(L"No feature found", core::kNormal, 1);

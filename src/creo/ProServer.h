@@ -43,7 +43,8 @@ struct ProServercheckinopts {
 // saved here: what is unsaved in memory doesn't come along. Results as above, ProConflicts too where it was never saved
 // there; the workspace's document is whole in any case.
 ProError ProServerObjectsCheckin(ProMdl model, const ProServercheckinopts& options, std::wstring& conflicts);
-// Empties the active workspace: all objects, or with conflicts none.
+// Empties the active workspace: all objects, or with conflicts none, which is ProConflicts. ProNotFound: no server is
+// active; ProGeneralError: the message area has the reason.
 ProError ProServerObjectsRemove(std::wstring& conflicts);
 // Copies a file into the workspace; not for models, as what they use doesn't come along. target:
 // "wtws://server/workspace/"; primary: the object ("bracket.prt") whose secondary content it becomes, or empty.

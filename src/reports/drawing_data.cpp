@@ -110,20 +110,28 @@ std::wstring notes(const ProMdl& drawing) {
   return lines;
 }
 
-// Those of its own, and those of its models that it shows.
+// Those of its own, and those of its models that it shows. Empty where not all can be told.
 std::wstring dimensions(const ProMdl& drawing) {
   int shown = 0;
+  const auto solids = creo::ProDrawingSolidsCollect(drawing);
+  bool all = creo::isTold(solids);
   const auto count = [&](const creo::ProDimension& dimension) {
     const auto is = creo::ProAnnotationIsShown(dimension, drawing);
     shown += is && is.value ? 1 : 0;
+    all = all && is;
     return creo::ProNoError;
   };
+  const auto isVisited = [](creo::ProError visited) {
+    return visited == creo::ProNoError || visited == creo::ProNotFound;
+  };
   for (const bool reference : {false, true}) {
-    creo::ProDrawingDimensionVisit(drawing, reference, count);
-    for (const ProMdl solid : creo::ProDrawingSolidsCollect(drawing).value)
-      creo::ProSolidDimensionVisit(solid, reference, count);
+    all = isVisited(creo::ProDrawingDimensionVisit(drawing, reference, count)) && all;
+    for (const ProMdl solid : solids.value) {
+      const auto visited = creo::ProSolidDimensionVisit(solid, reference, count);
+      all = (isVisited(visited) || visited == creo::ProBadInputs) && all;  // ProBadInputs: no part, no assembly
+    }
   }
-  return number(shown);
+  return all ? number(shown) : std::wstring();
 }
 
 constexpr ReportColumn<ProMdl> kColumns[] = {

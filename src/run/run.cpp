@@ -352,10 +352,11 @@ void leaveWindow(Opening opening) {
   const bool isMade = opening == Opening::asked && ProWindowCurrentSet(window) == ProNoError;
   const auto current = ProWindowCurrentGet();
   const bool isPersons = current ? current.value == window : isMade;
-  const auto closes = [] { return ProWindowCurrentClose() == ProNoError; };
-  if (isPersons && (closes() || closes())) {  // as long as it stands, it is the one that the person works in
-    closing() = window;
-    return;
+  if (isPersons) {
+    ProError closed = ProWindowCurrentClose();
+    if (closed != ProNoError) closed = ProWindowCurrentClose();
+    if (closed == ProNoError) closing() = window;  // as long as it stands, it is the one that the person works in
+    if (closed == ProNoError || closed == ProNotFound) return;  // ProNotFound: Creo's first one, emptied already
   }
   const ProError left = ProWindowDelete(window);
   // ProBadInputs: an action has taken it away already.

@@ -47,10 +47,8 @@ void eachSheetAndEntry(const Task& task, std::initializer_list<std::wstring_view
 std::optional<creo::ProPoint> placeForNew(const Task& task, const SheetEntry& entry, const SheetFrame& frame) {
   const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::adding);
   if (!given) return std::nullopt;
-  const auto place = fromEdges(frame, *given);
-  if (!place) return std::nullopt;
-  const creo::ProPoint stored = toDrawing(frame, *place);
-  sayDetail(text::format(L"Input position x: %f, y:%f", place->x, place->y));
+  const creo::ProPoint place = fromEdges(frame, *given), stored = toDrawing(frame, place);
+  sayDetail(text::format(L"Input position x: %f, y:%f", place.x, place.y));
   sayDetail(text::format(L"Recalc input position x: %f, y:%f", stored.x, stored.y));
   return stored;
 }
@@ -73,9 +71,7 @@ std::optional<creo::ProPoint> newPlace(const Task& task, const SheetEntry& entry
   const auto given = placeOf(task, entry, L"nposx_", L"nposy_", SheetWork::finding);
   if (!given) return std::nullopt;
   sayDetail(text::format(L"values x: %f, y: %f", given->x, given->y));
-  const auto place = fromEdges(frame, *given);
-  if (!place) return std::nullopt;
-  const creo::ProPoint stored = toDrawing(frame, *place);
+  const creo::ProPoint stored = toDrawing(frame, fromEdges(frame, *given));
   sayDetail(text::format(L"set to recalc x: %f, y: %f", stored.x, stored.y));
   return stored;
 }

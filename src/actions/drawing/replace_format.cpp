@@ -1,4 +1,5 @@
 // The formats of a drawing's sheets, exchanged for others.
+#include <optional>
 #include <set>
 
 #include "actions/drawing/details.h"
@@ -51,8 +52,8 @@ FormatSource formatSource(std::wstring_view text) {
 
 // ---- the model that a format is about
 
-// The models that the tables of the sheet's format name by number.
-std::set<int> numbersInFrame(ProMdl drawing, int sheet) {
+// The models that the tables of the sheet's format name by number. Nothing, with its line, where they can't be told.
+std::optional<std::set<int>> numbersInFrame(ProMdl drawing, int sheet) {
   std::set<int> numbers;
   const auto addFrom = [&](const ProDwgtable& table) {
     const int columns = creo::ProDwgtableColumnsCount(table).value, rows = creo::ProDwgtableRowsCount(table).value;
@@ -71,23 +72,30 @@ std::set<int> numbersInFrame(ProMdl drawing, int sheet) {
     if (fromFormat && fromFormat.value && on && on.value == sheet) addFrom(table);
     return creo::ProNoError;
   });
-  isWhole(visited, L"The tables of the format");
+  if (!isWhole(visited, L"The tables of the format")) return std::nullopt;
   return numbers;
 }
 
-// None: the drawing has no model.
-ProMdl modelForFormat(const Task& task, int sheet) {
+// None: the drawing has no model. Nothing, with its line: which one it is can't be told.
+std::optional<ProMdl> modelForFormat(const Task& task, int sheet) {
   const auto current = creo::ProDrawingCurrentsolidGet(task.model());
-  if (!creo::isTold(current)) cantRead(L"The current model of the drawing");
+  if (!creo::isTold(current)) {
+    cantRead(L"The current model of the drawing");
+    return std::nullopt;
+  }
   const ProMdl active = current.value;
   if (task.attribute(L"multiModelsSel") != kSearchInFrames) return active;
   const auto models = creo::ProDrawingSolidsCollect(task.model());
-  if (!creo::isTold(models)) failDetail(L"The models of the drawing can't be read");
+  if (!creo::isTold(models)) {
+    failDetail(L"The models of the drawing can't be read");
+    return std::nullopt;
+  }
   if (models.value.size() < 2) return active;
   sayDetail(L"- search in frames");
-  const std::set<int> numbers = numbersInFrame(task.model(), sheet);
-  if (numbers.size() == 1)
-    return modelOfNumber(task.model(), models.value, *numbers.begin(), core::kNormal).value_or(active);
+  const auto numbers = numbersInFrame(task.model(), sheet);
+  if (!numbers) return std::nullopt;
+  if (numbers->size() == 1)
+    return modelOfNumber(task.model(), models.value, *numbers->begin(), core::kNormal).value_or(active);
   core::logWrite(L"Found multiple or no possible model, use active one.", core::kWarning);
   return active;
 }
@@ -123,9 +131,10 @@ std::wstring presentFormat(ProMdl drawing, int sheet) {
 
 void exchangeOnSheet(const Task& task, int sheet) {
   const std::wstring format = presentFormat(task.model(), sheet);
-  const ProMdl solid = modelForFormat(task, sheet);
+  const auto solid = modelForFormat(task, sheet);
+  if (!solid) return;
   for (const Task::Numbered& entry : task.numberedAll(L"namef_", kMostEntries))
-    if (matches(entry.value, format)) exchange(task, sheet, entry.number, solid);
+    if (matches(entry.value, format)) exchange(task, sheet, entry.number, *solid);
 }
 
 // A hidden format is shown while it is worked.

@@ -98,12 +98,12 @@ creo::ProPoint toSheet(const SheetFrame& frame, const creo::ProPoint& inDrawing)
   return {m.scaleX * inDrawing.x + m.offsetX, m.scaleY * inDrawing.y + m.offsetY};
 }
 
-std::optional<creo::ProPoint> fromEdges(const SheetFrame& frame, creo::ProPoint onSheet) {
+creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet) {
   if (onSheet.x >= 0 && onSheet.y >= 0) return onSheet;
   const auto size = creo::ProDrawingSheetInfoGet(frame.drawing, frame.sheet);
   if (!size) {
     error(text::format(L"The size of sheet %d can't be read", frame.sheet));
-    return std::nullopt;
+    return onSheet;
   }
   if (onSheet.x < 0) onSheet.x += size.value.width;
   if (onSheet.y < 0) onSheet.y += size.value.height;

@@ -47,8 +47,9 @@ int sheetCount(creo::ProMdl drawing);
 std::optional<SheetFrame> sheetFrame(creo::ProMdl drawing, int sheet);
 creo::ProPoint toDrawing(const SheetFrame& frame, const creo::ProPoint& onSheet);
 creo::ProPoint toSheet(const SheetFrame& frame, const creo::ProPoint& inDrawing);
-// Negative values count from the far edges. Nothing, with an error line, where Creo doesn't tell the sheet's size.
-std::optional<creo::ProPoint> fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
+// Negative values count from the far edges; they stay as they are, with an error line, where Creo doesn't tell the
+// sheet's size.
+creo::ProPoint fromEdges(const SheetFrame& frame, creo::ProPoint onSheet);
 // Within 5 units of the sheet on each axis, bounds included.
 bool isNear(const creo::ProPoint& a, const creo::ProPoint& b);
 

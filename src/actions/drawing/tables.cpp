@@ -59,16 +59,15 @@ void addTableOn(const Task& task, const std::wstring& folder, const SheetEntry& 
   const auto given = placeOf(task, entry, L"posx_", L"posy_", SheetWork::adding);
   const auto frame = given ? sheetFrame(task.model(), sheet) : std::nullopt;
   if (!frame) return;
-  const auto place = fromEdges(*frame, *given);
-  if (!place) return;
-  const auto origin = creo::ProPntTrfEval(*place, creo::inverseOf(frame->matrix));
+  const creo::ProPoint place = fromEdges(*frame, *given);
+  const auto origin = creo::ProPntTrfEval(place, creo::inverseOf(frame->matrix));
   if (!origin)
     return failDetail(text::format(L"posx_%d, posy_%d is no place on sheet %d", entry.number, entry.number, sheet));
   const auto table =
       creo::ProDwgtableRetrieve(task.model(), tableName(task), folder, creo::kAnyTableVersion, origin.value);
   if (!table)
     return failDetail(text::format(L"Failure while retrieving the table : %d", static_cast<int>(table.error)));
-  placeTable(table.value, toDrawing(*frame, *place));
+  placeTable(table.value, toDrawing(*frame, place));
 }
 
 void addTables(const Task& task, const std::wstring& folder) {

@@ -128,10 +128,11 @@ void removeFromDrawing(creo::ProMdl drawing) {
 
 void removeFromSolid(creo::ProMdl solid) {
   std::vector<creo::ProNote> notes;
-  creo::ProMdlNoteVisit(solid, [&](const creo::ProNote& note) {
+  const creo::ProError visited = creo::ProMdlNoteVisit(solid, [&](const creo::ProNote& note) {
     notes.push_back(note);
     return creo::ProNoError;
   });
+  if (!isWhole(visited, L"The notes")) return;
   const int gone = removeAll<creo::ProNote>(L"note", notes, &creo::ProNoteDelete);
   core::logIndented(text::format(L"%d notes removed", gone), core::kNormal, 1);
 }

@@ -83,12 +83,17 @@ Outcome renameFeature(const Task& task) {
   }
   std::vector<NamedFeature> chosen;
   int components = 0;
+  bool allTold = true;
   visitChosenFeatures(task, [&](const creo::ProFeature& feature, const std::wstring& former) {
-    if (valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == creo::kComponentFeature)
+    const auto type = creo::ProFeatureTypeGet(feature);
+    if (!type) cantRead(kFeatureType);
+    allTold = allTold && type;
+    if (type && type.value == creo::kComponentFeature)
       ++components;
     else
       chosen.push_back({feature, former});
   });
+  if (!allTold) return done;  // which of them are components, and how many names are needed, isn't known
   if (components > 0)
     core::logWrite(text::format(L"%d components keep the names of their models", components), core::kWarning);
   if (chosen.empty() && components == 0) core::logIndented(L"No feature found", core::kNormal, 1);
@@ -111,10 +116,15 @@ std::optional<bool> isFound(creo::ProError visited, std::wstring_view what) {
 }
 
 std::optional<bool> hasFeature(creo::ProMdl solid, int type) {
+  bool allTold = true;
   const auto visited = creo::ProSolidFeatVisit(solid, [&](const creo::ProFeature& feature) {
-    return valueOrNone(creo::ProFeatureTypeGet(feature), kFeatureType) == type ? creo::ProStopVisit : creo::ProNoError;
+    const auto own = creo::ProFeatureTypeGet(feature);
+    if (!own) cantRead(kFeatureType);
+    allTold = allTold && own;
+    return own && own.value == type ? creo::ProStopVisit : creo::ProNoError;
   });
-  return isFound(visited, kFeatures);
+  const std::optional<bool> isThere = isFound(visited, kFeatures);
+  return allTold || (isThere && *isThere) ? isThere : std::nullopt;
 }
 
 std::optional<bool> hasCsys(creo::ProMdl solid) {

@@ -28,14 +28,16 @@ namespace {
 constexpr std::wstring_view kLayers = L"The layers";
 }  // namespace
 
-void eachLayer(creo::ProMdl model, std::wstring_view pattern, creo::FunctionRef<ProError(const NamedLayer&)> work) {
+bool eachLayer(creo::ProMdl model, std::wstring_view pattern, creo::FunctionRef<ProError(const NamedLayer&)> work) {
+  bool allNamed = true;
   const ProError visited = creo::ProMdlLayerVisit(model, [&](const ProLayer& layer) {
     auto name = creo::ProLayerNameGet(layer);
+    allNamed = allNamed && name;
     if (!name) core::logWrite(text::format(L"The name of the layer %d can't be read", layer.id), core::kError);
     if (!name || !matches(pattern, name.value)) return creo::ProNoError;
     return work({layer, std::move(name.value)});
   });
-  isWhole(visited, kLayers);
+  return isWhole(visited, kLayers) && allNamed;
 }
 
 std::optional<std::wstring> filledIn(const Task& task, std::wstring_view value) {
@@ -117,19 +119,21 @@ class Deletion {
     const std::wstring_view copyTo = task.attribute(L"copyTo");
     if (copyTo.empty()) return;
     const language::GivenUp givenUp;
-    eachLayer(task.model(), copyTo, [&](const NamedLayer& target) {
+    const bool all = eachLayer(task.model(), copyTo, [&](const NamedLayer& target) {
       targetIds_.insert(target.layer.id);
       targets_.push_back(target);
       return creo::ProNoError;
     });
-    knowsTargets_ = !givenUp.any();
-    if (targets_.empty() && knowsTargets_)
+    if (givenUp.any()) hindrance_ = L"a pattern was given up";
+    if (!all) hindrance_ = L"not all layers can be read";
+    if (targets_.empty() && hindrance_.empty())
       core::logWrite(text::format(L"No layer fits '%s', so no items are copied", copyTo), core::kWarning);
   }
 
   void run() {
     // One that should stay, or get their items, might go.
-    if (!knowsTargets_) return core::logWrite(L"No layer is deleted, as a pattern was given up", core::kError);
+    if (!hindrance_.empty())
+      return core::logWrite(text::format(L"No layer is deleted, as %s", hindrance_), core::kError);
     for (const Task::Numbered& name : task_.numberedAll(L"name_", kMostLayerNames))
       eachLayer(task_.model(), name.value, [this](const NamedLayer& found) { return work(found); });
   }
@@ -158,7 +162,7 @@ class Deletion {
   const Task& task_;
   std::vector<NamedLayer> targets_;
   std::unordered_set<int> targetIds_, failed_;
-  bool knowsTargets_ = true;
+  std::wstring_view hindrance_;  // why it isn't known which layers get the items
   Restarts restarts_{kMostDeletions};
 };
 

@@ -21,8 +21,9 @@ struct NamedLayer {
   std::wstring name;
 };
 // The layers whose names fit a pattern, until `work` gives something else than ProNoError. work may delete layers: the
-// walk is over those that were there at its start.
-void eachLayer(creo::ProMdl model, std::wstring_view pattern,
+// walk is over those that were there at its start. False, with an error line: not all layers, or names of them, could
+// be read.
+bool eachLayer(creo::ProMdl model, std::wstring_view pattern,
                creo::FunctionRef<creo::ProError(const NamedLayer&)> work);
 
 // A numbered attribute with its variables. Nothing, with an error line: it can't be used.

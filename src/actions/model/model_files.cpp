@@ -4,7 +4,6 @@
 #include "actions/output_file.h"
 #include "actions/run_names.h"
 #include "actions/task.h"
-#include "actions/visits.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "creo/ProDrawing.h"
@@ -110,13 +109,15 @@ class Needed {
         add(generic.value);
       else
         models_.push_back(current);
-      for (const creo::ProDependency& used : usedBy(current))
+      const auto uses = creo::ProMdlDependenciesList(current);
+      if (!creo::isTold(uses)) missing_.push_back(text::format(L"What %s uses", label(current)));
+      for (const creo::ProDependency& used : uses.value)
         if (*creo::typeExtension(used.type)) bring(used, current);
       addFormats(current);
     }
   }
   [[nodiscard]] const std::vector<creo::ProMdl>& models() const { return models_; }
-  // "GEAR.PRT, which TOP.ASM uses"
+  // "GEAR.PRT, which TOP.ASM uses", or "What TOP.ASM uses" where Creo can't tell that
   [[nodiscard]] const std::vector<std::wstring>& missing() const { return missing_; }
 
  private:

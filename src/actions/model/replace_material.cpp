@@ -77,7 +77,7 @@ class Replacement {
   }
 
   void replaceInInstances() {
-    eachInstance(part_, [&](const creo::ProFaminstance& instance) {
+    const bool all = eachInstance(part_, [&](const creo::ProFaminstance& instance) {
       const auto own = creo::ProFaminstanceFamtableItemIsDefault(instance, materialColumn());
       if (own.error == creo::ProNotFound || (own && own.value)) return;  // it has the generic's
       const auto value = creo::ProFaminstanceValueGet(instance, materialColumn());
@@ -92,6 +92,7 @@ class Replacement {
       if (creo::ProFaminstanceValueSet(instance, materialColumn(), wanted) != creo::ProNoError)
         tellError(Message::instanceMaterialFailed, to_, instance.name);
     });
+    if (!all) core::logWrite(L"Not all instances can be looked at: they keep their materials", core::kError);
   }
 
   // An instance that stayed with its material keeps it.

@@ -126,15 +126,15 @@ TEST_F(Notes, StayWholeWhereAnOperationFails) {
   const Case cases[] = {
       {"moveNote", "ProDtlnoteModify", L"E:Can't move the note"},
       {"moveNote", "ProDtlattachAlloc", L"E:Can't move the note"},
-      {"moveNote", "ProDtlnoteDataGet", L""},
+      {"moveNote", "ProDtlnoteDataGet", L"E:A note can't be read"},
       {"deleteNote", "ProDtlnoteDelete", L"E:Can't delete the note"},
-      {"deleteNote", "ProDrawingDtlnoteVisit", L""},
+      {"deleteNote", "ProDrawingDtlnoteVisit", L"E:The notes can't be visited"},
       {"addNote", "ProDtlnoteCreate", created},
       {"addNote", "ProDtlnoteShow", created},
       {"addNote", "ProDrawingOverlayviewGet", created},
       {"addNote", "ProDtlattachAlloc", created},
       {"addNote", "ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read"},
-      {"addNote", "ProDrawingCurrentSheetSet", L""},
+      {"addNote", "ProDrawingCurrentSheetSet", L"E:Can't make sheet 1 the current one"},
   };
   for (const Case& entry : cases) {
     World failing;

@@ -176,7 +176,7 @@ TEST_F(Symbols, TellWhichStepFailed) {
       {"ProDtlsyminstCreate", L"Symbol is retrieved" + failed, false},
       {"ProDtlsyminstShow", L"Symbol is retrieved" + failed, false},
       {"ProDrawingSheetTrfGet", L"E:The matrix of sheet 1 can't be read", false},
-      {"ProDrawingSheetInfoGet", L"Input position x: -1.000000, y:2.000000", true},
+      {"ProDrawingSheetInfoGet", L"E:The size of sheet 1 can't be read|Input position x: -1.000000, y:2.000000", true},
   };
   for (const Case& entry : cases) {
     World own;
@@ -202,13 +202,13 @@ TEST_F(Symbols, StayWholeWhereAnOperationFails) {
   const Case cases[] = {
       {"moveSymbol", "ProDtlsyminstModify", L"E:Can't move the symbol"},
       {"moveSymbol", "ProDtlattachAlloc", L"E:Can't move the symbol"},
-      {"moveSymbol", "ProDtlsyminstDataGet", L""},
+      {"moveSymbol", "ProDtlsyminstDataGet", L"E:A symbol can't be read"},
       {"moveSymbol", "ProDtlsymdefNameGet", L""},
       {"deleteSymbol", "ProDtlsyminstDelete", L"E:Can't delete the symbol"},
       {"changeSymbolGroup", "ProDtlsyminstdataGroupoptionsSet", L"E:Can't change the symbol"},
       {"changeSymbolGroup", "ProDtlsyminstModify", L"E:Can't change the symbol"},
       {"changeSymbolGroup", "ProDtlsyminstSymgroupsCollect", L"Change group|"},
-      {"deleteSymbol", "ProDrawingDtlsyminstVisit", L""},
+      {"deleteSymbol", "ProDrawingDtlsyminstVisit", L"E:The symbols can't be visited"},
   };
   for (const Case& entry : cases) {
     World own;

@@ -291,6 +291,7 @@ TEST_F(ComponentActions, AFailingOperationHasItsLine) {
        L"A can't drive LENGTH of SPRING"},
       {"ProDefaultCsysCreate", task("addFirstKEs", "csys='CS0'"), L"The feature of 'csys' can't be made"},
       {"ProSolidFeatVisit", task("addFirstKEs", "csys='CS0'"), L"The features can't be visited"},
+      {"ProFeatureTypeGet", task("addFirstKEs", "csys='CS0'"), L"The type of a feature can't be read"},
       {"ProFeatureTypeGet", task("renameFeature", "feat='3' name='X'"), L"The type of a feature can't be read"},
       {"ProModelitemNameSet", task("renameFeature", "feat='3' name='X'"), L"'PART_id_30' can't become 'X'"},
   };

@@ -142,6 +142,11 @@ TEST(DeletedLayers, ThatCantGoStayWithTheirItems) {
       L"|Copy Items to: OLD_A|E:There occured an Error while copy the items of layer 01_DATUMS, it stays|Copy Items "
       L"to: OLD_A|Delete: 02_AXES",
       notCopied.told);
+  const Ran unread = ranOn(kLayers, task, [](World& world, creo::ProMdl) {
+    world.session().failNext("ProMdlLayerVisit", creo::ProGeneralError);
+  });
+  EXPECT_EQ(L"|E:The layers can't be visited|E:No layer is deleted, as not all layers can be read", unread.told);
+  EXPECT_EQ(kUntouched, unread.saved);
   EXPECT_EQ("01_DATUMS:5 OLD_A=blank:6,L1 OLD_B:L3 SELF:L7 | WORK(01_DATUMS=hidden OLD_A=normal)*", notCopied.saved);
 }
 

@@ -327,14 +327,6 @@ TEST_F(InformationPdf, HeadsStandOverTheirRowsOnEachPageAndRowsStayWhole) {
   EXPECT_EQ("", said("pdftotext '" + path() + "' - 2>&1 >/dev/null")) << "nothing to complain about";
 }
 
-TEST_F(InformationPdf, SmallNumbersCanBeReadBack) {
-  test::writeBytes(world.models() + "/PLATE.prt.1", R"({"format": 1, "parameters": [
-      {"name": "TONNES", "type": "double", "value": 0.0123456}, {"name": "THIRD", "type": "double", "value": 1.33333333},
-      {"name": "NONE", "type": "double", "value": 0}]})");
-  write("parameter='true'");
-  EXPECT_THAT(text(), testing::AllOf(HasSubstr("0.0123456 "), HasSubstr("1.3333 "), HasSubstr("0.0000 ")));
-}
-
 TEST_F(InformationPdf, AManyPagedModelIsWrittenWhole) {
   std::string parameters, relations;
   for (int i = 0; i < 5000; ++i)

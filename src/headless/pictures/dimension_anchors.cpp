@@ -113,7 +113,7 @@ class Search {
         drawn(record);
         break;
       case PrimitiveKind::revolution:
-        for (const Measures& point : record.profile) ring(point);
+        for (const Measures& point : record.profile) ring(point, record);
         break;
       case PrimitiveKind::import:
         break;
@@ -189,9 +189,12 @@ class Search {
     if (const auto rank = rankOf(record.length)) add(*rank, length(place_.zAxis, std::move(first), std::move(second)));
   }
 
-  // A corner that goes around: radius and height.
-  void ring(const Measures& point) {
+  // A corner that goes around: radius and height. What is cut away outside of it leaves a shaft.
+  void ring(const Measures& point, const PrimitiveRecord& record) {
     const double radius = measurer_.number(point[0], "profile"), z = measurer_.number(point[1], "profile");
+    const auto isFurtherIn = [&](const Measures& other) { return measurer_.number(other[0], "profile") < radius; };
+    const bool isInmost = std::ranges::none_of(record.profile, isFurtherIn);
+    isBore_ = isInmost != (record.use == geometry::PrimitiveUse::cut);
     if (const auto rank = rankOf(point[0])) round(*rank, Measuring::radius, radius, z, z);
     if (const auto rank = rankOf(point[0], 0.5)) round(*rank, Measuring::diameter, radius, z, z);
     if (const auto rank = rankOf(point[1])) add(*rank, length(place_.zAxis, around(0, radius), around(z, radius)));

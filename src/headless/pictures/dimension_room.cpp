@@ -153,12 +153,34 @@ bool DimensionRoom::mayLead(const FlatPoint& from, const FlatPoint& to) const {
   return std::ranges::none_of(stridesOf(from, to), [&](const FlatBox& box) { return meetsAny(dimensions_, box); });
 }
 
-bool DimensionRoom::isCircleSeen(const FlatPoint& middle, double radius) const {
+void DimensionRoom::addMarks() {
+  constexpr double kOff = 0.1;  // mm
+  for (const SheetStroke& stroke : picture_.strokes) {
+    if (stroke.pen.part != SheetPart::views || stroke.pen.kind == LineKind::axis || !isFinite(stroke)) continue;
+    FlatBox box;
+    box.take(stroke.curve);
+    const bool isInside = std::ranges::any_of(views_, [&](const FlatBox& view) {
+      return box.left > view.left - kOff && box.right < view.right + kOff && box.low > view.low - kOff &&
+             box.high < view.high + kOff;
+    });
+    if (!isInside) taken_.push_back(widened(box));
+  }
+}
+
+bool DimensionRoom::isCircleSeen(const FlatPoint& middle, double radius, std::optional<double> angle) const {
+  const auto isThere = [&](const geometry::FlatArc& arc) {
+    if (!angle || geometry::isWhole(arc)) return true;
+    const double x = std::cos(*angle), y = std::sin(*angle);
+    double at = std::atan2(arc.v.x * x + arc.v.y * y, arc.u.x * x + arc.u.y * y);
+    const double from = std::min(arc.from, arc.to), to = std::max(arc.from, arc.to);
+    at += std::ceil((from - at) / (2 * std::numbers::pi)) * 2 * std::numbers::pi;
+    return at <= to;
+  };
   return std::ranges::any_of(picture_.strokes, [&](const SheetStroke& stroke) {
     const auto* arc = std::get_if<geometry::FlatArc>(&stroke.curve);
     return arc && stroke.pen.kind == LineKind::visible && geometry::isCircle(*arc) &&
            std::fabs(geometry::lengthOf(arc->u) - radius) < kSameCircle &&
-           std::hypot(arc->centre.x - middle.x, arc->centre.y - middle.y) < kSameCircle;
+           std::hypot(arc->centre.x - middle.x, arc->centre.y - middle.y) < kSameCircle && isThere(*arc);
   });
 }
 

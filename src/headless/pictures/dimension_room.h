@@ -1,6 +1,7 @@
 // Where on a sheet dimensions may stand.
 #pragma once
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -55,7 +56,12 @@ struct Leader {
 class DimensionRoom {
  public:
   DimensionRoom(const SheetPicture& picture, double margin);
-  void addView(const geometry::FlatBox& outline) { taken_.push_back(outline); }
+  void addView(const geometry::FlatBox& outline) {
+    views_.push_back(outline);
+    taken_.push_back(outline);
+  }
+  // Behind the views: what stands beside their outlines, such as the arrows of cutting lines and circles of details.
+  void addMarks();
   // A dimension's line with its text; an extension line; a leader.
   void add(const geometry::FlatBox& box) { dimensions_.push_back(box); }
   void addSpan(const geometry::FlatBox& box) { spans_.push_back(box); }
@@ -66,12 +72,14 @@ class DimensionRoom {
   // An extension line and a leader cross no dimension's line or text.
   [[nodiscard]] bool maySpan(const geometry::FlatBox& box) const;
   [[nodiscard]] bool mayLead(const geometry::FlatPoint& from, const geometry::FlatPoint& to) const;
-  [[nodiscard]] bool isCircleSeen(const geometry::FlatPoint& middle, double radius) const;
+  // Is the circle, or an arc of it, drawn? With an angle, in radians: the place of it there.
+  [[nodiscard]] bool isCircleSeen(const geometry::FlatPoint& middle, double radius,
+                                  std::optional<double> angle = std::nullopt) const;
 
  private:
   const SheetPicture& picture_;
   double margin_;
-  std::vector<geometry::FlatBox> taken_, dimensions_, spans_;
+  std::vector<geometry::FlatBox> views_, taken_, dimensions_, spans_;
 };
 
 }  // namespace headless

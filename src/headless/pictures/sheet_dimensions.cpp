@@ -82,6 +82,7 @@ class Dimensioner {
     for (const DimensionedView& view : views_)
       if (view.sheet == sheet_) room_.addView(outlineOf(view));
     for (const FlatBox& box : otherViews) room_.addView(box);
+    room_.addMarks();
   }
 
   void addAll(const creo::FunctionRef<FlatPoint(FlatPoint)>& toSheet) {
@@ -320,17 +321,20 @@ class Dimensioner {
     return true;
   }
 
-  // A leader from outside that points at the middle, with its text upon a level end.
+  // A leader from outside that points at the middle, with its text upon a level end. Where the circle isn't whole and
+  // lacks the place that the leader meets, it goes on to the other side.
   bool circle(const Item& item, const Shown& shown, const DimensionText& text, SheetDimension& made) {
     const FlatPoint middle = onSheet(*shown.view, shown.anchor.first.front());
     const double radius = shown.anchor.radius * shown.view->scale, width = pen_.widthOf(text);
     if (!room_.isCircleSeen(middle, radius)) return false;
     made.isCircle = true;
     const auto draw = [&](const Leader& leader) {
-      const FlatPoint tip{middle.x + radius * leader.way.x, middle.y + radius * leader.way.y};
+      const bool isHere = room_.isCircleSeen(middle, radius, std::atan2(leader.way.y, leader.way.x));
+      const double reach = isHere ? radius : -radius;
+      const FlatPoint tip{middle.x + reach * leader.way.x, middle.y + reach * leader.way.y};
       made.from = made.measuring == Measuring::radius
                       ? middle
-                      : FlatPoint{middle.x - radius * leader.way.x, middle.y - radius * leader.way.y};
+                      : FlatPoint{middle.x - reach * leader.way.x, middle.y - reach * leader.way.y};
       made.to = tip;
       made.line = leader.knee;
       made.third = {leader.left + width / 2, leader.knee.y + kTextGap + textHeight_ / 2};

@@ -1,5 +1,4 @@
 // The parameters of the model, and those of its features.
-#include <cmath>
 
 #include "actions/model/parameter_values.h"
 #include "core/messages.h"
@@ -32,20 +31,13 @@ struct KindAndText {
   std::wstring_view kind;
   std::wstring text;
 };
-// Four places, or as many as give the number back within a ten-thousandth of it: a mass in tonnes would be 0.0000.
-std::wstring decimals(double value) {
-  constexpr double kNear = 1e-4;
-  std::wstring shown = text::format(L"%.4f", value);
-  const auto back = text::parseDouble(shown);
-  return std::isfinite(value) && std::abs(back - value) > kNear * std::abs(value) ? text::shortest(value) : shown;
-}
 
 KindAndText valueOf(const creo::ProParamvalue& value) {
   switch (value.type) {
     case creo::ProParamvalueType::boolean:
       return {L"BOOL", value.boolean ? L"TRUE" : L"FALSE"};
     case creo::ProParamvalueType::real:
-      return {L"DOUB", decimals(value.real)};
+      return {L"DOUB", text::format(L"%.4f", value.real)};
     case creo::ProParamvalueType::integer:
       return {L"INT", text::format(L"%d", value.integer)};
     case creo::ProParamvalueType::string:

@@ -74,7 +74,8 @@ for e in drawing.modelspace().query("DIMENSION"):
     measured = abs(e.get_measurement()) * drawing.dimstyles.get(e.dxf.dimstyle).dxf.dimlfac
     block = e.get_geometry_block()
     print(e.dxf.layer, e.dimtype, round(measured, 3), e.dxf.text, len(block.query("SOLID")))
-    lines = [(tuple(round(c, 3) for c in l.dxf.start[:2]), tuple(round(c, 3) for c in l.dxf.end[:2])) for l in block.query("LINE")]
+    flat = lambda p: (round(p.x, 3), round(p.y, 3))
+    lines = [(flat(l.dxf.start), flat(l.dxf.end)) for l in block.query("LINE")]
     boxes.append((e.dimtype, lines))
 # Dimension lines, the last of each turned one, cross no extension line of another.
 def crosses(a, b):
@@ -94,14 +95,14 @@ TEST_F(SheetDimensions, APdfHasTheirTextsAndWhatFindsNoPlace) {
   onPlan(task("exportpdf2d", "folder='d:/out' file='a' font='1'"));
   const std::string page = answerTo("pdftotext -raw a.pdf -");
   for (const char* text : {"100 ±0.1", "Ø30", "+0.021", "12.2", "11.95", "Ø50 h6", "2x R3", "both sides", "±0.3",
-                           "120°", "(60)", "Dimensions without a place: LOST of FLANGE.prt = 7.25", "&d99 120°"})
+                           "120°", "(60)", "Dimensions without a place: LOST of FLANGE.PRT = 7.25", "&d99 120°"})
     EXPECT_THAT(page, HasSubstr(text));
   const std::string told = text::toUtf8(world.messages());
   EXPECT_THAT(told,
-              HasSubstr("warning: the dimension LOST of FLANGE.prt finds no place on sheet 1 of PLAN.drw: no view "
+              HasSubstr("warning: the dimension LOST of FLANGE.PRT finds no place on sheet 1 of PLAN.DRW: no view "
                         "shows what it measures"));
   EXPECT_THAT(told,
-              HasSubstr("'a text that no cell of this width holds' is too long for its cell on sheet 1 of PLAN.drw"));
+              HasSubstr("'a text that no cell of this width holds' is too long for its cell on sheet 1 of PLAN.DRW"));
   EXPECT_THAT(told, Not(HasSubstr("BORE")));
 }
 

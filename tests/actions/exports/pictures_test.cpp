@@ -5,6 +5,8 @@
 #include "creo/ProWindow.h"
 #include "support/drawings.h"
 #include "support/foreign_program.h"
+#include "text/encoding.h"
+#include "text/letters.h"
 
 namespace {
 
@@ -71,19 +73,21 @@ TEST_F(PictureExports, LayersStylesAndExplodedStatesAreSeen) {
   };
   test::writeBytes(world.models() + "/post.prt.1",
                    R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [1, 1, 1]}]}})");
+  int number = 0;
   for (const auto& c : cases) {
+    const std::string name = "pair" + std::to_string(++number);
     // Two small posts keep the picture's frame as it is.
-    test::writeBytes(world.models() + "/pair.asm.1",
+    test::writeBytes(world.models() + "/" + name + ".asm.1",
                      std::string(R"({"format": 1, "activeView": "F", )") + c.members +
                          R"("views": [{"id": 1, "name": "F", "matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1]}], "components": [
         {"name": "POST", "type": "prt", "feature": 3},
         {"name": "POST", "type": "prt", "feature": 4, "placement": {"position": [199, 0, 0]}},
         {"name": "BRACKET", "type": "prt", "feature": 5},
         {"name": "BRACKET", "type": "prt", "feature": 6, "placement": {"position": [120, 0, 0]}}]})");
-    run(task("exportjpg", "folder='t:\\' exportname='pair' width='600' height='300' overwriteExisting='true'"), L"PAIR",
-        creo::ProMdlType::assembly);
-    EXPECT_EQ(c.isShown ? '0' : '4', dot(file("pair.jpg"), 450, 150).back()) << c.members;
-    EXPECT_EQ('0', dot(file("pair.jpg"), 150, 150).back()) << c.members;
+    run(task("exportjpg", "folder='t:\\' exportname='" + name + "' width='600' height='300'"),
+        text::upper(text::fromUtf8(name)), creo::ProMdlType::assembly);
+    EXPECT_EQ(c.isShown ? '0' : '4', dot(file(name + ".jpg"), 450, 150).back()) << c.members;
+    EXPECT_EQ('0', dot(file(name + ".jpg"), 150, 150).back()) << c.members;
   }
 }
 

@@ -71,7 +71,6 @@ TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
       {report("\xC2\xA7KVD_TEST_PLACE\xC2\xA7/x.csv"), write, {write}},
       {report("d:\\link\\x.csv"), write, {write}},
       {report("d:\\file.csv"), write, {write}},
-      {report("d:\\sub\\..\\..\\..\\x.csv"), "", {}},  // ".." doesn't climb above the letter
       {taskOf("writeToCreoLog", "message='%b64:" + system("outside/secret.txt") + "%'"),
        "Refused: read " + outside() + "/secret.txt (" + read,
        {read}},
@@ -105,6 +104,7 @@ TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
       {taskOf("setEnvironmentVariable", "name='LD_PRELOAD' value='" + outside() + "/evil.so'"),
        "--allow-env=LD_PRELOAD",
        {}},
+      {report("d:\\sub\\..\\..\\..\\x.csv"), "", {}},  // ".." doesn't climb above the letter
   };
   const auto before = all();
   for (const auto& row : rows) {
@@ -120,6 +120,7 @@ TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
         EXPECT_THAT(refused.err, Not(HasSubstr("Refused: ")));
       }
     }
+    if (row.grants.empty() && !row.refused.empty()) continue;  // nothing that a test would want granted
     std::vector<std::string> words = {"--confine", "--again", "--set", "kvd_write_history_in_models=0"};
     words.insert(words.end(), row.grants.begin(), row.grants.end());
     EXPECT_THAT(run("try", words).err, Not(HasSubstr("Refused: ")));
@@ -213,7 +214,7 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
   fs::create_symlink(outside() + "/PLATE.prt.1", path("models/PLATE.prt.1"));
   const Ended elsewhere = run("try", {"--confine", "--again"});
   EXPECT_NE(0, elsewhere.code);
-  EXPECT_THAT(elsewhere.err, HasSubstr("--allow-read=" + outside() + " isn't granted"));
+  EXPECT_THAT(elsewhere.err, HasSubstr("PLATE.prt.1: can't be read: Operation not permitted\n"));
   fs::remove(path("models/PLATE.prt.1"));
   fs::rename(outside() + "/PLATE.prt.1", path("models/PLATE.prt.1"));
 

@@ -238,7 +238,7 @@ TEST_F(ModelVerbs, ExampleDocumentsAreWrittenAsTheyStand) {
     EXPECT_EQ(bytes, headless::writeDocument(record)) << entry.path();
     ++count;
   }
-  EXPECT_EQ(23, count);
+  EXPECT_EQ(27, count);
 }
 
 }  // namespace

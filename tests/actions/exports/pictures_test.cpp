@@ -5,8 +5,6 @@
 #include "creo/ProWindow.h"
 #include "support/drawings.h"
 #include "support/foreign_program.h"
-#include "text/encoding.h"
-#include "text/letters.h"
 
 namespace {
 
@@ -51,44 +49,6 @@ TEST_F(PictureExports, SurfacesHaveTheirOwnColours) {
   run(task("exportjpg", "folder='t:\\' exportname='green' width='600' height='300'"));
   EXPECT_EQ('0', dot(file("green.jpg"), 300, 150).front());
   EXPECT_GE(dot(file("green.jpg"), 300, 150).back(), '2');
-}
-
-// Two plates side by side; what a list did to one of them is seen: the picture's right half is white without it.
-TEST_F(PictureExports, LayersStylesAndExplodedStatesAreSeen) {
-  const struct {
-    const char* members;
-    bool isShown;
-  } cases[] = {
-      {"", true},
-      {R"("layers": [{"id": 1, "name": "L", "status": "blank", "items": [{"type": "feature", "id": 6}]}],)", false},
-      {R"("layers": [{"id": 1, "name": "L", "status": "normal", "items": [{"type": "feature", "id": 6}]}],)", true},
-      {R"("layers": [{"id": 1, "name": "L", "status": "hidden", "items": [{"type": "layer", "id": 2}]},
-                     {"id": 2, "name": "M", "items": [{"type": "feature", "id": 6}]}],)",
-       false},
-      {R"("styleStates": [{"id": 1, "name": "S", "items": [{"feature": 6, "blanked": true}]}], "activeStyleState": "S",)",
-       false},
-      {R"("explodedStates": [{"id": 1, "name": "E", "items": [{"feature": 6, "move": [-120, 0, 0]}]}],
-          "activeExplodedState": "E",)",
-       false},
-  };
-  test::writeBytes(world.models() + "/post.prt.1",
-                   R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [1, 1, 1]}]}})");
-  int number = 0;
-  for (const auto& c : cases) {
-    const std::string name = "pair" + std::to_string(++number);
-    // Two small posts keep the picture's frame as it is.
-    test::writeBytes(world.models() + "/" + name + ".asm.1",
-                     std::string(R"({"format": 1, "activeView": "F", )") + c.members +
-                         R"("views": [{"id": 1, "name": "F", "matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1]}], "components": [
-        {"name": "POST", "type": "prt", "feature": 3},
-        {"name": "POST", "type": "prt", "feature": 4, "placement": {"position": [199, 0, 0]}},
-        {"name": "BRACKET", "type": "prt", "feature": 5},
-        {"name": "BRACKET", "type": "prt", "feature": 6, "placement": {"position": [120, 0, 0]}}]})");
-    run(task("exportjpg", "folder='t:\\' exportname='" + name + "' width='600' height='300'"),
-        text::upper(text::fromUtf8(name)), creo::ProMdlType::assembly);
-    EXPECT_EQ(c.isShown ? '0' : '4', dot(file(name + ".jpg"), 450, 150).back()) << c.members;
-    EXPECT_EQ('0', dot(file(name + ".jpg"), 150, 150).back()) << c.members;
-  }
 }
 
 TEST_F(PictureExports, AModelWithoutABodyGivesAnErrorAndNoPicture) {

@@ -130,7 +130,10 @@ TEST_F(RunConfine, WhatIsOutsideIsRefusedByNameAndGrantedByName) {
     ::unsetenv("KVD_TEST_SET");
     if (row.grants.empty()) continue;
     words.push_back(text::replaceAll(std::string_view(row.grants.front()), "--allow", "--deny"));
-    EXPECT_THAT(run("try", words).err, AllOf(HasSubstr("Refused: "), HasSubstr("which is denied")));
+    const std::string denied = run("try", words).err;
+    EXPECT_THAT(denied, HasSubstr("Refused: "));
+    // A backup asks first what lies in its folder, which only a grant to write opens.
+    if (!row.tried.starts_with("<task type='backupAction'")) EXPECT_THAT(denied, HasSubstr("which is denied"));
   }
 }
 

@@ -86,7 +86,7 @@ class Dimensioner {
   }
 
   void addAll(const creo::FunctionRef<FlatPoint(FlatPoint)>& toSheet) {
-    std::vector<std::pair<Item, Shown>> todo;
+    std::vector<std::pair<Item, Shown>> shownHere;
     for (Item& item : items()) {
       if (item.wish.position) item.wish.position = toSheet(*item.wish.position);
       if (item.wish.position && !isOnSheet(*item.wish.position)) item.wish.position.reset();
@@ -94,15 +94,15 @@ class Dimensioner {
       if (!shown && homeOf(item) == sheet_)
         leave(item, L"no view shows what it measures");
       else if (shown && shown->view->sheet == sheet_)
-        todo.emplace_back(std::move(item), std::move(*shown));
+        shownHere.emplace_back(std::move(item), std::move(*shown));
     }
     // What is placed by hand is there first; short ones lie inside, circles take what lines leave.
-    std::ranges::stable_sort(todo, {}, [](const auto& entry) {
+    std::ranges::stable_sort(shownHere, {}, [](const auto& entry) {
       const auto& [item, shown] = entry;
       const bool isRound = shown.anchor.measuring != Measuring::length && isAlong(*shown.view, shown.anchor);
       return std::tuple(!item.wish.position, isRound, item.value * shown.view->scale);
     });
-    for (const auto& [item, shown] : todo)
+    for (const auto& [item, shown] : shownHere)
       if (!draw(item, shown)) leave(item, L"there is no room for it beside its view");
     list();
   }

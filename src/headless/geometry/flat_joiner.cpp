@@ -176,8 +176,8 @@ std::vector<SeenCurve> FlatJoiner::result() const {
   for (const auto& [key, group] : lines_) {
     const Kinds pieces = ranked(group.pieces, kGap, kLeast);
     const FlatPoint foot{-group.across * group.along.y, group.across * group.along.x};
-    const auto at = [&](double way) -> FlatPoint {
-      return {foot.x + way * group.along.x, foot.y + way * group.along.y};
+    const auto at = [&foot, along = group.along](double way) -> FlatPoint {
+      return {foot.x + way * along.x, foot.y + way * along.y};
     };
     for (std::size_t kind = 0; kind < pieces.size(); ++kind)
       for (const Interval& piece : pieces[kind]) sorted[kind].emplace_back(FlatLine{at(piece.from), at(piece.to)});

@@ -45,9 +45,9 @@ std::optional<FlatCurve> flattened(const FlatArc& arc) {
   };
   take(arc.from);
   take(arc.to);
-  for (double t = farthest + std::numbers::pi * std::ceil((arc.from - farthest) / std::numbers::pi); t <= arc.to;
-       t += std::numbers::pi)
-    take(t);
+  const double turning = farthest + std::numbers::pi * std::ceil((arc.from - farthest) / std::numbers::pi);
+  const int turns = turning <= arc.to ? 1 + static_cast<int>((arc.to - turning) / std::numbers::pi) : 0;
+  for (int i = 0; i < turns; ++i) take(turning + i * std::numbers::pi);
   const auto at = [&](double place) -> FlatPoint {
     return {arc.centre.x + place * way.x, arc.centre.y + place * way.y};
   };

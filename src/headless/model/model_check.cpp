@@ -73,7 +73,7 @@ void checkFeatures(const Model& model, Findings& findings) {
     }
     if (status == ProFeatureStatus::unregenerated) findings.add(Check::failedFeatures, label + L" isn't regenerated");
     if (const std::wstring lost = lostReference(feature); isInUse(status) && !lost.empty())
-      findings.add(Check::failedFeatures, label + L' ' + lost);
+      findings.add(Check::failedFeatures, text::format(L"%s %s", label, lost));
     const FeatureRecord* record = feature.record();
     if (record && record->geometryChecks) findings.add(Check::geometryChecks, label + L" has geometry checks");
   }

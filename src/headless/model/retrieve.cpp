@@ -40,8 +40,8 @@ class Retrieval {
 };
 
 void Retrieval::bringUsed() {
-  for (std::size_t i = 0; i < loaded_.size(); ++i) {
-    const std::shared_ptr<ModelDocument> user = loaded_[i];
+  for (std::size_t next = 0; next < loaded_.size();) {  // what is brought comes behind the others
+    const std::shared_ptr<ModelDocument> user = loaded_[next++];
     const ModelRecord& record = user->record;
     for (const UsedModelRecord& used : user->type == ProMdlType::drawing ? record.models : record.components) {
       const std::wstring name = text::fromUtf8(used.name);

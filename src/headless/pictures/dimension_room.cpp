@@ -50,11 +50,12 @@ bool meetsAny(const std::vector<FlatBox>& boxes, const FlatBox& box) {
 // A leaning line as a row of small boxes.
 std::vector<FlatBox> stridesOf(const FlatPoint& from, const FlatPoint& to) {
   constexpr double kMost = 2000;
-  const double count = std::clamp(std::hypot(to.x - from.x, to.y - from.y) / kStride, 1.0, kMost);
+  const double strides = std::clamp(std::hypot(to.x - from.x, to.y - from.y) / kStride, 1.0, kMost);
   std::vector<FlatBox> boxes;
-  for (double i = 0; i <= count; ++i) {
+  for (int i = 0; i <= static_cast<int>(strides); ++i) {
+    const double way = i / strides;
     FlatBox box;
-    box.take(FlatPoint{from.x + (to.x - from.x) * i / count, from.y + (to.y - from.y) * i / count});
+    box.take(FlatPoint{from.x + (to.x - from.x) * way, from.y + (to.y - from.y) * way});
     if (!box.isEmpty) boxes.push_back(widened(box));
   }
   return boxes;
@@ -115,6 +116,7 @@ std::vector<Leader> Leader::around(const FlatPoint& middle, const FlatBox& outli
   }
   std::ranges::stable_sort(found, {}, [](const auto& entry) { return entry.first; });
   std::vector<Leader> leaders;
+  leaders.reserve(found.size());
   for (const auto& entry : found) leaders.push_back(entry.second);
   return leaders;
 }

@@ -47,13 +47,15 @@ class CommandReader {
     // A letter's colon stands second; behind anything else a path would be translated that isn't the one judged.
     const bool hasPathWithin = found_.program.find(L':', 2) != found_.program.npos;
     if (quote_ != 0 || hasPathWithin || isAssignment(found_.program)) found_.isPlain = false;
-    // There "'" is a letter, and "%" and "^" mean more than themselves.
-    const bool isRead = windows::needsProcessor(command_) || command_.find(L'\'') != command_.npos;
-    if (windows::kIsHere && isRead) found_.isPlain = false;
+    if (windows::kIsHere && isRead()) found_.isPlain = false;
     return std::move(found_);
   }
 
  private:
+  // By Windows: there "'" is a letter, and "%" and "^" mean more than themselves.
+  [[nodiscard]] bool isRead() const {
+    return windows::needsProcessor(command_) || command_.find(L'\'') != command_.npos;
+  }
   void take(wchar_t c) {
     static constexpr std::wstring_view kOperators(L";&|<>()`$\n\r{}#!~\0", 17), kPatterns = L"*?[";
     const bool isBackslashedQuote = c == L'\\' && at_ + 1 < command_.size() && command_[at_ + 1] == L'"';
@@ -141,7 +143,7 @@ std::wstring hostOf(std::string_view address) {
 
 std::wstring hostAndPortOf(std::string_view address) {
   const std::wstring host = hostOf(address);
-  if (host.empty()) return host;
+  if (host.empty()) return {};
   const std::wstring_view name = withoutPort(host);
   std::wstring port = host.substr(std::min(host.size(), name.size() + 1));
   port.erase(0, std::min(port.find_first_not_of(L'0'), port.size()));

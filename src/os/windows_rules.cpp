@@ -76,7 +76,7 @@ NameKind kindOfPath(std::wstring_view machine) {
 }
 
 std::wstring extended(std::wstring_view machine) {
-  const std::wstring path = with(L'\\', machine);
+  std::wstring path = with(L'\\', machine);
   if (path.starts_with(kPrefix)) return path;
   if (isServer(path)) return std::wstring(kServerPrefix) + path.substr(2);
   return std::wstring(kPrefix) + path;

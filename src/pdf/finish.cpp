@@ -1,9 +1,10 @@
 #include "pdf/finish.h"
 
+#include <qpdf/qpdf-c.h>
+
 #include <algorithm>
-#include <exception>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
+#include <cstdlib>
+#include <memory>
 
 #include "pdf/font_file.h"
 #include "text/encoding.h"
@@ -25,50 +26,78 @@ std::string charactersAsWritten() {
     const int count = std::min(kMostInABlock, kRanges - first);
     map += std::to_string(count) + " beginbfrange\n";
     for (int upper = first; upper < first + count; ++upper) {
-      const std::string byte{kDigits[static_cast<std::size_t>(upper >> 4)],
-                             kDigits[static_cast<std::size_t>(upper & 15)]};
-      map += "<" + byte + "00> <" + byte + "FF> <" + byte + "00>\n";
+      const char byte[] = {kDigits[static_cast<std::size_t>(upper >> 4)], kDigits[static_cast<std::size_t>(upper & 15)],
+                           '\0'};
+      map.append("<").append(byte).append("00> <").append(byte).append("FF> <").append(byte).append("00>\n");
     }
     map += "endbfrange\n";
   }
   return map + "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
 }
 
-void finishFonts(QPDF& file, std::string_view font) {
-  const QPDFObjectHandle none = QPDFObjectHandle::newNull();
-  QPDFObjectHandle characters = none;
-  for (QPDFObjectHandle& object : file.getAllObjects()) {
-    if (object.isDictionaryOfType("/Font", "/Type0")) {
-      if (characters.isNull()) characters = file.newStream(charactersAsWritten());
-      object.replaceKey("/ToUnicode", characters);
+struct Close {
+  void operator()(_qpdf_data* file) const { qpdf_cleanup(&file); }
+};
+// Of one file; what it hands out lives as long as itself. A failed call leaves its error there.
+using File = std::unique_ptr<_qpdf_data, Close>;
+
+struct Free {
+  void operator()(unsigned char* bytes) const { std::free(bytes); }
+};
+
+void replaceContent(_qpdf_data* file, qpdf_oh stream, std::string_view content) {
+  const qpdf_oh none = qpdf_oh_new_null(file);
+  qpdf_oh_replace_stream_data(file, stream, reinterpret_cast<const unsigned char*>(content.data()), content.size(),
+                              none, none);
+}
+
+void completeFont(_qpdf_data* file, qpdf_oh subset, std::string_view font) {
+  unsigned char* bytes = nullptr;
+  std::size_t size = 0;
+  if (qpdf_oh_get_stream_data(file, subset, qpdf_dl_generalized, nullptr, &bytes, &size) != QPDF_SUCCESS) return;
+  const std::unique_ptr<unsigned char, Free> owner(bytes);
+  const std::string whole = withComponents({reinterpret_cast<const char*>(bytes), size}, font);
+  replaceContent(file, subset, whole);
+  qpdf_oh_replace_key(file, qpdf_oh_get_dict(file, subset), "/Length1",
+                      qpdf_oh_new_integer(file, static_cast<long long>(whole.size())));
+}
+
+void finishFonts(_qpdf_data* file, std::string_view font) {
+  // One more than the highest number of an object.
+  int end = 0;
+  if (!qpdf_oh_get_value_as_int(file, qpdf_oh_get_key(file, qpdf_get_trailer(file), "/Size"), &end)) return;
+  std::optional<qpdf_oh> characters;
+  for (int number = 1; number < end; ++number) {
+    const qpdf_oh object = qpdf_get_object_by_id(file, number, 0);
+    if (qpdf_oh_is_dictionary_of_type(file, object, "/Font", "/Type0")) {
+      if (!characters) {
+        characters = qpdf_oh_new_stream(file);
+        replaceContent(file, *characters, charactersAsWritten());
+      }
+      qpdf_oh_replace_key(file, object, "/ToUnicode", *characters);
     }
-    if (font.empty() || !object.isDictionaryOfType("/FontDescriptor") || !object.hasKey("/FontFile2")) continue;
-    QPDFObjectHandle subset = object.getKey("/FontFile2");
-    const auto bytes = subset.getStreamData();
-    const std::string whole =
-        withComponents({reinterpret_cast<const char*>(bytes->getBuffer()), bytes->getSize()}, font);
-    subset.replaceStreamData(whole, none, none);
-    subset.getDict().replaceKey("/Length1", QPDFObjectHandle::newInteger(static_cast<long long>(whole.size())));
+    if (!font.empty() && qpdf_oh_is_dictionary_of_type(file, object, "/FontDescriptor", "") &&
+        qpdf_oh_has_key(file, object, "/FontFile2"))
+      completeFont(file, qpdf_oh_get_key(file, object, "/FontFile2"), font);
+    qpdf_oh_release(file, object);
   }
 }
 
 }  // namespace
 
 text::Result<std::string> finished(const std::string& bytes, std::string_view font) {
-  try {
-    QPDF file;
-    file.setSuppressWarnings(true);
-    file.processMemoryFile("a new file", bytes.data(), bytes.size());
-    finishFonts(file, font);
-    QPDFWriter writer(file);
-    writer.setOutputMemory();
-    writer.setDeterministicID(true);
-    writer.write();
-    const auto written = writer.getBufferSharedPointer();
-    return std::string(reinterpret_cast<const char*>(written->getBuffer()), written->getSize());
-  } catch (const std::exception& fault) {
-    return text::Fault{text::fromUtf8(fault.what())};
+  const File file(qpdf_init());
+  qpdf_silence_errors(file.get());
+  qpdf_set_suppress_warnings(file.get(), QPDF_TRUE);
+  qpdf_read_memory(file.get(), "a new file", bytes.data(), bytes.size(), nullptr);
+  if (!qpdf_has_error(file.get())) finishFonts(file.get(), font);
+  if (!qpdf_has_error(file.get()) && qpdf_init_write_memory(file.get()) == QPDF_SUCCESS) {
+    qpdf_set_deterministic_ID(file.get(), QPDF_TRUE);
+    qpdf_write(file.get());
   }
+  if (qpdf_has_error(file.get()))
+    return text::Fault{text::fromUtf8(qpdf_get_error_full_text(file.get(), qpdf_get_error(file.get())))};
+  return std::string(reinterpret_cast<const char*>(qpdf_get_buffer(file.get())), qpdf_get_buffer_length(file.get()));
 }
 
 }  // namespace pdf

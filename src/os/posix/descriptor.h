@@ -73,13 +73,12 @@ inline Result<Descriptor> openPlain(const std::string& path, int flags) {
     return result;
   }
   struct stat found {};
-  if (!isAsGuarded(result.value.number(), path)) {
-    result.error = std::make_error_code(std::errc::operation_not_permitted);
-  } else if (::fstat(result.value.number(), &found) != 0) {
+  const bool isGuarded = isAsGuarded(result.value.number(), path);
+  if (isGuarded && ::fstat(result.value.number(), &found) != 0) {
     result.error = lastError();
-  } else if (S_ISDIR(found.st_mode)) {
+  } else if (isGuarded && S_ISDIR(found.st_mode)) {
     result.error = std::make_error_code(std::errc::is_a_directory);
-  } else if (!S_ISREG(found.st_mode)) {
+  } else if (!isGuarded || !S_ISREG(found.st_mode)) {
     result.error = std::make_error_code(std::errc::operation_not_permitted);
   } else if ((flags & O_ACCMODE) != O_RDONLY && isWriteProtected(found)) {
     result.error = std::make_error_code(std::errc::permission_denied);

@@ -94,7 +94,7 @@ void Page::write(const Block& block) {
   isBelowHead_ = block.kind == Block::Kind::head || block.kind == Block::Kind::columnHeads;
 }
 
-void Page::place(Block row) {
+void Page::place(const Block& row) {
   double all = row.height() + (isBelowHead_ || !waiting_.empty() ? kBelowHead : 0);
   for (const Block& block : waiting_) all += block.height();
   const bool isTogether = row.step > 0 && (!waiting_.empty() || row.count() > 1);

@@ -79,7 +79,7 @@ class Page {
   // Where the text of a cell has to end.
   [[nodiscard]] double endOf(std::span<const Cell> cells, std::size_t i) const;
   // A row with what waits for it, on one page if one can hold it.
-  void place(Block row);
+  void place(const Block& row);
   void placeWaiting();
   void write(const Block& block);
   void writeLine(const Block& block, std::size_t line);

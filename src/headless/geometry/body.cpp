@@ -3,18 +3,19 @@
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>
 #include <BRepBndLib.hxx>
-#include <BRepGProp.hxx>
 #include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
-#include <GProp_GProps.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_ListOfShape.hxx>
+#include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <cmath>
 #include <gp_Ax3.hxx>
 
 #include "headless/geometry/built_body.h"
+#include "headless/geometry/integrals.h"
 #include "headless/geometry/library_failure.h"
 #include "headless/geometry/shapes.h"
 #include "text/encoding.h"
@@ -22,9 +23,6 @@
 
 namespace headless::geometry {
 namespace {
-
-// Integrals go on until they are known this well, relative to the result.
-constexpr double kPrecision = 1e-9;
 
 // What is no length for the library is its rounding, and would show as "-0.000000".
 creo::ProVector cleaned(const creo::ProVector& v) {
@@ -174,17 +172,15 @@ Built build(const std::vector<Primitive>& primitives) {
 const Measured& measure(const Body& body) {
   if (!body.measured) {
     guarded([&body] {
-      GProp_GProps volume, surface;
       const bool hasQuilts = TopExp_Explorer(body.shape, TopAbs_SHELL, TopAbs_SOLID).More();
       const TopoDS_Shape solids = hasQuilts ? solidsIn(body.shape) : body.shape;
-      if (solids.IsNull()) {
-        body.measured = Measured{};
-        return;
-      }
-      BRepGProp::VolumeProperties(solids, volume, kPrecision);
-      BRepGProp::SurfaceProperties(solids, surface, kPrecision);
-      const gp_Pnt centre = volume.CentreOfMass();
-      body.measured = {volume.Mass(), surface.Mass(), cleaned({centre.X(), centre.Y(), centre.Z()})};
+      const TopExp_Explorer corner(solids, TopAbs_VERTEX);
+      Cones cones(corner.More() ? BRep_Tool::Pnt(TopoDS::Vertex(corner.Current())) : gp_Pnt());
+      for (TopExp_Explorer at(solids, TopAbs_FACE); at.More(); at.Next()) cones.add(TopoDS::Face(at.Current()));
+      body.measured = Measured{cones.volume(), cones.area(), {}};
+      if (cones.volume() == 0) return;
+      const gp_Pnt centre = cones.centre();
+      body.measured->centre = cleaned({centre.X(), centre.Y(), centre.Z()});
     });
   }
   return *body.measured;

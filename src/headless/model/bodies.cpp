@@ -235,15 +235,21 @@ std::wstring faultLine(const Model& model, const std::wstring& reason) {
 }  // namespace
 
 geometry::Built Bodies::built(const Model& part, const std::vector<Primitive>& primitives) {
+  // A session that follows in this process finds what needs no file and no other program.
+  static std::unordered_map<std::string, geometry::Built> everywhere, everywhereBefore;
+  const bool isImported = std::ranges::any_of(
+      primitives, [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; });
+  auto& kept = isImported ? kept_ : everywhere;
+  auto& keptBefore = isImported ? keptBefore_ : everywhereBefore;
   std::string key = keyOf(primitives);
-  if (const auto kept = kept_.find(key); kept != kept_.end()) return kept->second;
-  if (kept_.size() >= kMostKept) keptBefore_ = std::exchange(kept_, {});
-  const auto before = keptBefore_.find(key);
-  const bool isNew = before == keptBefore_.end();
+  if (const auto known = kept.find(key); known != kept.end()) return known->second;
+  if (kept.size() >= kMostKept) keptBefore = std::exchange(kept, {});
+  const auto before = keptBefore.find(key);
+  const bool isNew = before == keptBefore.end();
   geometry::Built made = isNew ? geometry::build(primitives) : before->second;
   if (isNew)
     for (const std::wstring& warning : made.warnings) models_.message(L"warning: " + faultLine(part, warning));
-  return kept_.emplace(std::move(key), std::move(made)).first->second;
+  return kept.emplace(std::move(key), std::move(made)).first->second;
 }
 
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {

@@ -1,6 +1,7 @@
 #include "headless/model/displayed.h"
 
-#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "headless/model/layer_rules.h"
 #include "headless/model/layers.h"
@@ -40,10 +41,17 @@ class LayerContents {
   Ids features_, seen_;
 };
 
-const StateItemRecord* itemOf(const StateRecord* state, int feature) {
-  if (!state) return nullptr;
-  const auto found = std::ranges::find(state->items, feature, &StateItemRecord::feature);
-  return found == state->items.end() ? nullptr : &*found;
+// By feature; of several for one the first.
+using Items = std::unordered_map<int, const StateItemRecord*>;
+Items itemsOf(const StateRecord* state) {
+  Items items;
+  if (!state) return items;
+  for (const StateItemRecord& item : state->items) items.emplace(item.feature, &item);
+  return items;
+}
+const StateItemRecord* itemOf(const Items& items, int feature) {
+  const auto found = items.find(feature);
+  return found == items.end() ? nullptr : found->second;
 }
 
 }  // namespace
@@ -51,8 +59,8 @@ const StateItemRecord* itemOf(const StateRecord* state, int feature) {
 std::vector<DisplayedModel> displayedComponents(const Models& models, const Model& assembly) {
   ModelRecord& record = assembly.document->record;
   const Ids hidden = LayerContents(assembly).hidden();
-  const StateRecord* exploded = recordNamed(record.explodedStates, record.activeExplodedState);
-  const StateRecord* style = recordNamed(record.styleStates, record.activeStyleState);
+  const Items exploded = itemsOf(recordNamed(record.explodedStates, record.activeExplodedState));
+  const Items style = itemsOf(recordNamed(record.styleStates, record.activeStyleState));
   std::vector<DisplayedModel> shown;
   for (const PlacedModel& placed : placedComponents(models, assembly)) {
     const StateItemRecord* look = itemOf(style, placed.feature);

@@ -56,16 +56,17 @@ void DimensionPen::write(const std::wstring& text, const FlatPoint& at, double a
 
 void DimensionPen::text(const DimensionText& text, const FlatPoint& at, double degrees) {
   const double small = kSmall * height_, base = kTextGap + (text.lower.empty() ? 0 : 0.2 * height_);
-  double along = 0;
-  write(text.before, at, along, base, height_, degrees);
-  along += faceWidth(text.before, height_);
-  if (!text.upper.empty()) {
-    along += 0.2 * height_;
+  // In one piece where nothing stands between: faces that are wider than this one would let pieces overlap.
+  if (text.upper.empty()) {
+    write(text.before + text.after, at, 0, base, height_, degrees);
+  } else {
+    write(text.before, at, 0, base, height_, degrees);
+    double along = faceWidth(text.before, height_) + 0.2 * height_;
     write(text.upper, at, along, base + 0.6 * height_, small, degrees);
     write(text.lower, at, along, base - 0.15 * height_, small, degrees);
     along += std::max(faceWidth(text.upper, small), faceWidth(text.lower, small)) + 0.2 * height_;
+    write(text.after, at, along, base, height_, degrees);
   }
-  write(text.after, at, along, base, height_, degrees);
   double up = -kTextGap - height_;
   for (const std::wstring& line : text.below) {
     write(line, at, 0, up, height_, degrees);

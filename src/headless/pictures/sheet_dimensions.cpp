@@ -89,12 +89,13 @@ class Dimensioner {
     std::vector<std::pair<Item, Shown>> shownHere;
     for (Item& item : items()) {
       if (item.wish.position) item.wish.position = toSheet(*item.wish.position);
-      if (item.wish.position && !isOnSheet(*item.wish.position)) item.wish.position.reset();
+      const bool isOff = item.wish.position && !isOnSheet(*item.wish.position);
+      if (isOff) item.wish.position.reset();
       auto shown = find(item);
-      if (!shown && homeOf(item) == sheet_)
-        leave(item, L"no view shows what it measures");
-      else if (shown && shown->view->sheet == sheet_)
-        shownHere.emplace_back(std::move(item), std::move(*shown));
+      if (!shown && homeOf(item) == sheet_) leave(item, L"no view shows what it measures");
+      if (!shown || shown->view->sheet != sheet_) continue;
+      if (isOff) warn(item.name, L"isn't put where it should be", L"that is off the sheet");
+      shownHere.emplace_back(std::move(item), std::move(*shown));
     }
     // What is placed by hand is there first; short ones lie inside, circles take what lines leave.
     std::ranges::stable_sort(shownHere, {}, [](const auto& entry) {
@@ -417,7 +418,10 @@ class Dimensioner {
   }
   void tell(const std::wstring& name, const std::wstring& listed, const std::wstring& reason) {
     left_.push_back(listed);
-    models_.warn(text::format(L"the dimension %s finds no place on sheet %d of %s.%s: %s", name, sheet_, drawing_.name,
+    warn(name, L"finds no place", reason);
+  }
+  void warn(const std::wstring& name, const wchar_t* what, const std::wstring& reason) {
+    models_.warn(text::format(L"the dimension %s %s on sheet %d of %s.%s: %s", name, what, sheet_, drawing_.name,
                               creo::typeExtension(drawing_.type()), reason));
   }
   void list() {

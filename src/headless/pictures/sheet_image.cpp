@@ -1,9 +1,11 @@
 #include <cairo-ft.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <numbers>
 #include <stdexcept>
+#include <vector>
 
 #include "headless/pictures/face.h"
 #include "headless/pictures/model_picture.h"
@@ -91,6 +93,16 @@ void trace(cairo_t* canvas, const geometry::FlatPath& path) {
   for (const geometry::FlatPoint& point : path.points) cairo_line_to(canvas, point.x, point.y);
 }
 
+// Strokes are at least as long as a dot of the image, else those of axes are too pale to be seen.
+void setDashes(cairo_t* canvas, LineKind kind) {
+  double dot = 1, none = 0;
+  cairo_device_to_user_distance(canvas, &dot, &none);
+  const auto lengths = dashesOf(kind);
+  std::vector<double> dashes(lengths.begin(), lengths.end());
+  for (std::size_t i = 0; i < dashes.size(); i += 2) dashes[i] = std::max(dashes[i], std::fabs(dot));
+  cairo_set_dash(canvas, dashes.data(), static_cast<int>(dashes.size()), 0);
+}
+
 void draw(cairo_t* canvas, const SheetStroke& stroke) {
   geometry::FlatBox box;
   if (isFinite(stroke)) box.take(stroke.curve);
@@ -98,8 +110,7 @@ void draw(cairo_t* canvas, const SheetStroke& stroke) {
   if (box.isEmpty || !isDrawable(box.left, box.low, width) || !isDrawable(box.right, box.high, width)) return;
   setColor(canvas, stroke.pen.color);
   cairo_set_line_width(canvas, width);
-  const auto dashes = dashesOf(stroke.pen.kind);
-  cairo_set_dash(canvas, dashes.data(), static_cast<int>(dashes.size()), 0);
+  setDashes(canvas, stroke.pen.kind);
   std::visit([canvas](const auto& curve) { trace(canvas, curve); }, stroke.curve);
   if (stroke.pen.isFilled)
     cairo_fill(canvas);

@@ -30,13 +30,15 @@ void addLine(ViewLines& lines, const FlatPoint& from, const FlatPoint& to, LineK
   lines.strokes.push_back({geometry::FlatLine{from, to}, penOf(kind)});
 }
 
+// Closed and filled, as ISO 128-3 draws it.
 void addArrow(ViewLines& lines, const FlatPoint& from, const FlatPoint& way) {
   const FlatPoint tip = ahead(from, way, kArrow), foot = ahead(tip, way, -kHead);
   const FlatPoint across{-way.y, way.x};
-  addLine(lines, from, tip, LineKind::smooth);
+  addLine(lines, from, foot, LineKind::smooth);
+  SheetPen pen = penOf(LineKind::smooth);
+  pen.isFilled = true;
   lines.strokes.push_back(
-      {geometry::FlatPath{{ahead(foot, across, kHead * kSlope), tip, ahead(foot, across, -kHead * kSlope)}},
-       penOf(LineKind::smooth)});
+      {geometry::FlatPath{{tip, ahead(foot, across, kHead * kSlope), ahead(foot, across, -kHead * kSlope), tip}}, pen});
 }
 
 // Keeps what of the strokes lies within the bounds, moved.

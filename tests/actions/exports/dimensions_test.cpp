@@ -40,7 +40,7 @@ constexpr const char* kPlan =
   "shownDimensions": [{"model": "FLANGE.prt", "id": 1}, {"model": "FLANGE.prt", "id": 2},
   {"model": "FLANGE.prt", "id": 3}, {"model": "FLANGE.prt", "id": 4}, {"model": "FLANGE.prt", "id": 5},
   {"model": "FLANGE.prt", "id": 6, "position": {"x": 200, "y": 180}}, {"model": "FLANGE.prt", "id": 7},
-  {"model": "FLANGE.prt", "id": 8}, {"model": "SECTOR.prt", "id": 1}],
+  {"model": "FLANGE.prt", "id": 8, "position": {"x": -9, "y": 180}}, {"model": "SECTOR.prt", "id": 1}],
   "tables": [{"id": 1, "segments": [{"sheet": 1, "position": {"x": 300, "y": 20}}], "columns": [12], "rows": [8],
   "cells": [{"row": 1, "column": 1, "lines": ["a text that no cell of this width holds"]}]}],
   "notes": [{"id": 1, "position": {"x": 300, "y": 60},
@@ -101,6 +101,8 @@ TEST_F(SheetDimensions, APdfHasTheirTextsAndWhatFindsNoPlace) {
   EXPECT_THAT(told,
               HasSubstr("warning: the dimension LOST of FLANGE.PRT finds no place on sheet 1 of PLAN.DRW: no view "
                         "shows what it measures"));
+  EXPECT_THAT(told, HasSubstr("warning: the dimension H of FLANGE.PRT isn't put where it should be on sheet 1 of "
+                              "PLAN.DRW: that is off the sheet"));
   EXPECT_THAT(told,
               HasSubstr("'a text that no cell of this width holds' is too long for its cell on sheet 1 of PLAN.DRW"));
   EXPECT_THAT(told, Not(HasSubstr("BORE")));

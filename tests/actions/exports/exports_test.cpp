@@ -11,6 +11,7 @@
 #include "creo/ProPDF.h"
 #include "creo/ProUtil.h"
 #include "headless/geometry/foreign_place.h"
+#include "headless/geometry/seen.h"
 #include "support/foreign_program.h"
 #include "text/encoding.h"
 
@@ -244,6 +245,7 @@ print([e.dxf.text for e in drawing.modelspace().query("TEXT") if "50" in e.dxf.t
 class ExportedViews : public Exports {
  protected:
   ExportedViews() {
+    headless::geometry::forgetSeen();
     writeBytes(world.models() + "/bored.prt.1", R"({"format": 1, "solid": {"primitives": [
       {"type": "box", "size": [40, 40, 10]}, {"type": "hole", "diameter": 20, "placement": {"position": [20, 20, 0]}}]}})");
     writeBytes(world.models() + "/plan.drw.1", R"({"format": 1, "models": [{"name": "BORED", "type": "prt"}],
@@ -252,6 +254,8 @@ class ExportedViews : public Exports {
       {"id": 2, "name": "TOP", "model": "BORED.prt", "scale": 1, "displayStyle": 2, "position": {"x": 100, "y": 100}},
       {"id": 3, "name": "TOP", "model": "BORED.prt", "scale": 0.1, "displayStyle": 2, "position": {"x": 200, "y": 100}}]})");
   }
+  // Bodies are those of the tests before and after it, and views that failed are kept for them.
+  ~ExportedViews() override { headless::geometry::forgetSeen(); }
   const headless::geometry::ForeignPlaceGuard place_;
 };
 

@@ -116,6 +116,54 @@ TEST_F(BodyTest, PrimitivesHaveTheirVolumeAreaCentreAndOutline) {
   }
 }
 
+// The values are those of formulas: a cylinder and a cone cut aslant, a ball with a hole through its middle, a bar that
+// is drilled across.
+TEST_F(BodyTest, RoundFacesThatCutEachOtherAreMeasuredAlongTheirEdges) {
+  const double shadow = 100 * kPi / std::pow(1 - 0.375 * 0.375, 1.5), cut = -0.375 * 10 / (1 - 0.375 * 0.375);
+  double across = 0;  // 4 dx of the chords of both cylinders, x = 5 cos t
+  constexpr int kSteps = 64;
+  for (int i = 0; i < kSteps; ++i) {
+    const double t = kPi / kSteps * (i + 0.5), x = 5 * std::cos(t);
+    across += 4 * std::sqrt(100 - x * x) * 25 * std::sin(t) * std::sin(t) * kPi / kSteps;
+  }
+  const struct {
+    const char* primitives;
+    double volume, area;  // area 0: not told by a formula
+    ProVector centre;
+  } cases[] = {
+      {R"({"type": "cylinder", "diameter": 20, "length": 80},
+          {"type": "box", "use": "cut", "size": [100, 100, 100],
+           "placement": {"position": [-40, -50, -5], "xAxis": [4, 0, 3], "zAxis": [-3, 0, 4]}})",
+       2500 * kPi,
+       725 * kPi,
+       {0.75, 0, 12.78125}},
+      {R"({"type": "cone", "diameter": 40, "topDiameter": 0, "length": 40},
+          {"type": "box", "use": "cut", "size": [100, 100, 100],
+           "placement": {"position": [-40, 50, -10], "xAxis": [4, 0, 3], "zAxis": [3, 0, -4]}})",
+       shadow * 20 / 3,
+       shadow * (1.25 + std::sqrt(5)),
+       {0.75 * cut, 0, 25 + 0.5625 * cut}},
+      {R"({"type": "sphere", "diameter": 20, "placement": {"position": [1000, 2000, 3000]}},
+          {"type": "hole", "diameter": 12, "placement": {"position": [1000, 2000, 3000], "zAxis": [1, 2, 2]}})",
+       kPi * 16 * 16 * 16 / 6,
+       512 * kPi,
+       {1000, 2000, 3000}},
+      {R"({"type": "cylinder", "diameter": 20, "length": 50},
+          {"type": "hole", "diameter": 10, "placement": {"position": [0, 0, 25], "zAxis": [3, 4, 0]}})",
+       5000 * kPi - across,
+       0,
+       {0, 0, 25}},
+  };
+  for (const auto& c : cases) {
+    const auto mass = ProSolidMassPropertyGet(part(c.primitives)).value;
+    EXPECT_NEAR(c.volume, mass.volume, 1e-7 * c.volume) << c.primitives << messages();
+    if (c.area != 0) EXPECT_NEAR(c.area, mass.surfaceArea, 1e-7 * c.area) << c.primitives;
+    EXPECT_NEAR(c.centre.x, mass.gravityCenter.x, 1e-6) << c.primitives;
+    EXPECT_NEAR(c.centre.y, mass.gravityCenter.y, 1e-6) << c.primitives;
+    EXPECT_NEAR(c.centre.z, mass.gravityCenter.z, 1e-6) << c.primitives;
+  }
+}
+
 TEST_F(BodyTest, CutsAndHolesTakeAway) {
   const struct {
     const char* second;

@@ -1,6 +1,7 @@
 // Models as pictures, and two states of them side by side.
 #include "kelvane/program_fixture.h"
 #include "support/foreign_program.h"
+#include "text/pieces.h"
 
 namespace test {
 namespace {
@@ -131,6 +132,32 @@ TEST_F(Pictures, OfAssembliesMarkThePartThatMoved) {
                after = redness(path("pictures/UNIT.ASM.after.png"));
   EXPECT_GT(before - after, 0.2) << "the pin is marked";
   EXPECT_LT(before - after, 20) << "the plate isn't";
+}
+
+// A pin beside the plate, which a layer or a style blanks, is no more seen than one that isn't there; an exploded one
+// stands elsewhere.
+TEST_F(Pictures, ObeyTheLayersStylesAndExplodedStates) {
+  const auto svgOf = [this](const std::string& pin, const std::string& states) {
+    file("models/unit.asm.1",
+         R"({"format": 1, "components": [{"name": "PLATE", "type": "prt", "feature": 5})" + pin + "]" + states + "}");
+    return show("UNIT.ASM", {"--svg", "-"}).out;
+  };
+  file("models/pin.prt.1", plate(40));
+  const auto pinAt = [](const char* z) {
+    return std::string(R"(, {"name": "PIN", "type": "prt", "feature": 6, "placement": {"position": [0, 0, )") + z +
+           "]}}";
+  };
+  const std::string whole = svgOf(pinAt("60"), ""), alone = svgOf("", "");
+  ASSERT_NE(whole, alone);
+  const std::string layer = R"(, "layers": [{"id": 1, "name": "L", "status": "STATUS",
+      "items": [{"type": "feature", "id": 6}]}])";
+  for (const auto& [status, expected] : {std::pair("blank", alone), {"hidden", alone}, {"normal", whole}})
+    EXPECT_EQ(expected, svgOf(pinAt("60"), text::replaceAll(layer, "STATUS", status))) << status;
+  const std::string style = R"(, "styleStates": [{"id": 1, "name": "S", "items": [{"feature": 6, "blanked": true}]}])";
+  EXPECT_EQ(whole, svgOf(pinAt("60"), style)) << "it isn't active";
+  EXPECT_EQ(alone, svgOf(pinAt("60"), style + R"(, "activeStyleState": "S")"));
+  EXPECT_EQ(svgOf(pinAt("90"), ""), svgOf(pinAt("60"), R"(, "explodedStates": [{"id": 1, "name": "E",
+      "items": [{"feature": 6, "move": [0, 0, 30]}]}], "activeExplodedState": "E")"));
 }
 
 }  // namespace

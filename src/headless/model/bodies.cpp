@@ -1,6 +1,7 @@
 #include "headless/model/bodies.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -232,24 +233,35 @@ std::wstring faultLine(const Model& model, const std::wstring& reason) {
   return model.name + L'.' + creo::typeExtension(model.type()) + L": " + reason;
 }
 
+using Kept = std::unordered_map<std::string, geometry::Built>;
+
+// What is asked for again moves from those before to the others.
+geometry::Built keptOr(Kept& kept, Kept& before, const std::string& key, const std::function<geometry::Built()>& make) {
+  if (const auto known = kept.find(key); known != kept.end()) return known->second;
+  const auto older = before.find(key);
+  geometry::Built made = older == before.end() ? make() : older->second;
+  if (kept.size() >= kMostKept) before = std::exchange(kept, {});
+  return kept.emplace(key, std::move(made)).first->second;
+}
+
+// A session that follows in this process finds what needs no file and no other program. By thread, as sessions are.
+geometry::Built builtHere(const std::string& key, const std::vector<Primitive>& primitives) {
+  const bool isImported = std::ranges::any_of(
+      primitives, [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; });
+  if (isImported) return geometry::build(primitives);
+  static thread_local Kept kept, before;
+  return keptOr(kept, before, key, [&] { return geometry::build(primitives); });
+}
+
 }  // namespace
 
 geometry::Built Bodies::built(const Model& part, const std::vector<Primitive>& primitives) {
-  // A session that follows in this process finds what needs no file and no other program.
-  static std::unordered_map<std::string, geometry::Built> everywhere, everywhereBefore;
-  const bool isImported = std::ranges::any_of(
-      primitives, [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; });
-  auto& kept = isImported ? kept_ : everywhere;
-  auto& keptBefore = isImported ? keptBefore_ : everywhereBefore;
-  std::string key = keyOf(primitives);
-  if (const auto known = kept.find(key); known != kept.end()) return known->second;
-  if (kept.size() >= kMostKept) keptBefore = std::exchange(kept, {});
-  const auto before = keptBefore.find(key);
-  const bool isNew = before == keptBefore.end();
-  geometry::Built made = isNew ? geometry::build(primitives) : before->second;
-  if (isNew)
+  const std::string key = keyOf(primitives);
+  return keptOr(kept_, keptBefore_, key, [&] {
+    geometry::Built made = builtHere(key, primitives);
     for (const std::wstring& warning : made.warnings) models_.message(L"warning: " + faultLine(part, warning));
-  return kept.emplace(std::move(key), std::move(made)).first->second;
+    return made;
+  });
 }
 
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {

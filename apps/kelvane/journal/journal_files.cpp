@@ -71,13 +71,17 @@ std::error_code JournalFiles::write(std::wstring_view path, std::string_view byt
   const auto written = counted(path);
   if (!written) return under_.write(path, bytes);
   Deed deed{DeedKind::write, 0, *written, {}, {}, {}, 0};
-  const std::string before = isOfVault(*written) ? under_.read(path).value : std::string();
+  const bool isRecord = isVaultRecord(*written);
+  const std::string before = isRecord ? under_.read(path).value : std::string();
   if (const auto error = announceWrite(path, bytes, deed)) return error;
   if (const auto error = carryOut(deed, [&] { return under_.write(path, bytes); })) return error;
   journal_.wrote(*written, *deed.now);
-  if (!isOfVault(*written)) return {};
-  const auto checkIn = checkInOf(before, bytes);
-  return checkIn ? journal_.reach(*checkIn) : std::error_code{};
+  if (!isRecord) return {};
+  journal_.keepFromHere();
+  auto checkIn = checkInOf(before, bytes);
+  if (!checkIn) return {};
+  (*checkIn)["n"] = deed.number;
+  return journal_.add(*checkIn);
 }
 
 std::error_code JournalFiles::create(std::wstring_view path, std::string_view bytes) {

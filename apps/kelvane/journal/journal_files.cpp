@@ -56,7 +56,17 @@ std::error_code JournalFiles::keepLog(const std::wstring& path) {
   auto had = journal_.keep(path, *written, true);
   if (had.error) return had.error;
   deed.had = std::move(had.value);
-  return journal_.announce(deed);
+  log_ = deed;
+  return journal_.announce(*log_);
+}
+
+void JournalFiles::settleLog() {
+  if (!log_) return;
+  const auto bytes = under_.read(JournalPaths::system(log_->path));
+  const bool isMissing = bytes.error == std::errc::no_such_file_or_directory;
+  const bool isAsItWas = log_->had ? bytes && contentOf(bytes.value).isSameAs(*log_->had) : isMissing;
+  if (isAsItWas) journal_.failed(*log_);
+  log_.reset();
 }
 
 std::error_code JournalFiles::announceWrite(std::wstring_view path, std::string_view bytes, Deed& deed) {

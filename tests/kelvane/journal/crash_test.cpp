@@ -1,5 +1,6 @@
 // A run that is killed at any moment, and a disk that fills: run again, and undo.
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <random>
 #include <regex>
 
@@ -69,6 +70,7 @@ class Kills : public Crash {
   void SetUp() override {
     Crash::SetUp();
     gearbox();
+    part(L"AXLE").with(L"IN", L"yes");
     fs::create_directories(path("world"));
     renew("world/models", "models");
     file("world/models/block.stp", "an export that was there");
@@ -82,7 +84,7 @@ class Kills : public Crash {
     changes_ = changesOf(inVault("release", "world"), "world");
     undisturbed_ = state("world/models");
     vaultUndisturbed_ = vault(true);
-    ASSERT_TRUE(fs::exists(path("world/plm/contents/block.prt.2"))) << "a check-in is among them";
+    ASSERT_TRUE(fs::exists(path("world/plm/contents/axle.prt.2"))) << "a check-in is among them";
     ASSERT_GT(changes_, kKills);
     renew("whole", "world");
     undoChanges_ = changesOf({"undo", path("world/models")}, "world");

@@ -86,14 +86,16 @@ TEST_F(Undo, AClockThatJumpsChangesNoNumberAndNoOrder) {
   };
   constexpr std::int64_t kYear = 365LL * 24 * 3600, kNow = 1'700'000'000;
   for (const std::int64_t at : {kNow, kNow - 20 * kYear, kNow + 20 * kYear, kNow - kYear})
-    EXPECT_THAT(recapOf(runAt(at, {"--again"})), HasSubstr("models=1 changed=1 ")) << at;
+    EXPECT_THAT(recapOf(runAt(at, {"--again"})), HasSubstr(" saved=1 ")) << at;
   EXPECT_THAT(recapOf(runAt(kNow - 2 * kYear, {})), HasSubstr("changed=0 ")) << "it was worked, whenever that was";
-  EXPECT_THAT(kelvane({"runs", models()}).out, testing::ContainsRegex("0001 2023.*\n0002 2003.*\n0003 2043.*\n"));
-  EXPECT_THAT(undo().out, HasSubstr("put back kelvane.log\n")) << "of the run that came last";
+  const std::string runs = kelvane({"runs", models()}).out;
+  EXPECT_LT(runs.find("0001  2023-"), runs.find("0002  2003-"));
+  EXPECT_LT(runs.find("0002  2003-"), runs.find("0003  2043-"));
   for (const char* newest : {"PLATE.prt.5", "PLATE.prt.4", "PLATE.prt.3", "PLATE.prt.2"}) {
     static_cast<os::FixedClock&>(os::clock()).set(kNow - 30 * kYear);
-    EXPECT_THAT(undo().out, HasSubstr("remove " + std::string(newest) + "\n"));
+    EXPECT_THAT(undo().out, HasSubstr("remove " + std::string(newest) + "\n")) << "a run that wrote nothing is none";
   }
+  EXPECT_EQ(std::vector<std::string>{"PLATE.prt.1"}, filesIn("models"));
   EXPECT_EQ(0, runAt(0, {}).code);
   EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.6", "kelvane.log"}), filesIn("models"));
 }

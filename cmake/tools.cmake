@@ -24,6 +24,10 @@ if(KVD_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+if(KVD_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+endif()
 
 if(KVD_FUZZ)  # the fuzzer sees which ways of the code an input takes
   add_compile_options(-fsanitize=fuzzer-no-link)

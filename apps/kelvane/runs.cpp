@@ -30,10 +30,11 @@ Wrote wroteOf(const RunJournal& journal) {
   std::set<std::string> versions, others;
   Wrote wrote;
   for (const Deed& deed : journal.deeds) {
+    if (isOfVault(deed.path)) continue;
     if (deed.kind == DeedKind::rename) ++wrote.renamed;
     if (deed.kind == DeedKind::remove) ++wrote.removed;
     if (deed.kind != DeedKind::write && deed.kind != DeedKind::append) continue;
-    if (!isOfVault(deed.path)) (writtenVersion(deed.path) ? versions : others).insert(deed.path);
+    (writtenVersion(deed.path) ? versions : others).insert(deed.path);
   }
   for (const Record& record : journal.told)
     if (memberText(record, "record") == "checkIn") ++wrote.checkedIn;

@@ -61,7 +61,7 @@ class Undo : public Verb {
     const JournalPlace place = prepareJournal(folder_);
     recover(place.models, dryRun_, console);
     const Book book(place.models);
-    const auto found = run_ ? std::make_unique<UndoPlan>(book, book.runNamed(*run_)) : planOfLast(book);
+    const auto found = run_ ? std::make_unique<UndoPlan>(book, book.runNamed(*run_)) : lastOf(book, console);
     if (!found) throw Fault("no run of " + folder_ + " is there to be taken back");
     const UndoPlan& plan = *found;
     for (const std::string& line : plan.conflicts()) console.trouble("conflict: " + line);
@@ -80,6 +80,15 @@ class Undo : public Verb {
   }
 
  private:
+  static std::unique_ptr<UndoPlan> lastOf(const Book& book, Console& console) {
+    LastPlan last = planOfLast(book);
+    std::string runs;
+    for (const std::string& run : last.passedOver) addPiece(runs, run);
+    if (!runs.empty())
+      console.note((last.passedOver.size() == 1 ? "run " : "runs ") + runs + ": nothing is left to be taken back");
+    return std::move(last.plan);
+  }
+
   int carryOut(const JournalPlace& place, const Book& book, const UndoPlan& plan, Console& console) const {
     UndoPlan::Done done;
     int code = kFine;

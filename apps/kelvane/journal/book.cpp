@@ -37,11 +37,13 @@ class Reader {
       close(*record);
     } else if (kind == "recovered") {
       countNumbers();
-      std::erase_if(journal_.deeds, [this](const Deed& d) { return d.turn == journal_.turns; });
+      dropTurn(record->value("stays", 0));
       journal_.isRecovered = true;
     } else {
-      if (isBoundary(kind)) ++journal_.turns;
       (kind == "end" ? journal_.end : journal_.told.emplace_back()) = std::move(*record);
+      if (!isBoundary(kind)) return;
+      ++journal_.turns;
+      toldOfTurns_ = journal_.told.size();
     }
   }
 
@@ -64,7 +66,19 @@ class Reader {
     }
   }
 
+  // The open turn was taken back, but for its deeds up to that number. What was sent was sent.
+  void dropTurn(int stays) {
+    std::erase_if(journal_.deeds, [&](const Deed& d) { return d.turn == journal_.turns && d.number > stays; });
+    std::vector<Record>& told = journal_.told;
+    const auto isDropped = [stays](const Record& record) {
+      return memberText(record, "record") == "checkIn" && record.value("n", 0) > stays;
+    };
+    const auto ofTurn = told.begin() + static_cast<std::ptrdiff_t>(toldOfTurns_);
+    told.erase(std::remove_if(ofTurn, told.end(), isDropped), told.end());
+  }
+
   RunJournal& journal_;
+  std::size_t toldOfTurns_ = 0;  // how many of them stood before the last boundary
 };
 
 }  // namespace

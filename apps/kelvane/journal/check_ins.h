@@ -8,7 +8,7 @@
 
 namespace kelvane {
 
-// The boundary `checkIn` where the object has iterations that it hadn't before; nothing otherwise. before: empty for
+// The record `checkIn` where the object has iterations that it hadn't before; nothing otherwise. before: empty for
 // an object that is new.
 std::optional<Record> checkInOf(std::string_view before, std::string_view now);
 

@@ -42,8 +42,9 @@ class Groups {
 
 class Simulation {
  public:
+  explicit Simulation(Part part) : part_(part) {}
   void take(const Deed& deed) {
-    if (isOfVault(deed.path)) return;
+    if (isOfVault(deed.path) != (part_ == Part::vaults)) return;
     if (deed.kind == DeedKind::folder) {
       effects_.folders.push_back(deed.path);
       return;
@@ -97,6 +98,7 @@ class Simulation {
     ofTurn_.resize(1);
   }
 
+  Part part_;
   Effects effects_;
   Groups groups_;
   int turn_ = -1;
@@ -151,8 +153,17 @@ void orderRemovals(std::vector<std::string>& removed) {
 
 }  // namespace
 
-Effects effectsOf(const std::vector<Deed>& deeds) {
-  Simulation simulation;
+bool isOfDeeds(const std::vector<Deed>& deeds, const std::string& path, const Content& content) {
+  const auto is = [&](const std::optional<Content>& known) { return known && known->isSameAs(content); };
+  return std::any_of(deeds.begin(), deeds.end(), [&](const Deed& deed) {
+    const bool isRename = deed.kind == DeedKind::rename;
+    return (deed.path == path && (is(deed.now) || (!isRename && is(deed.had)))) ||
+           (isRename && deed.to == path && (is(deed.now) || is(deed.had)));
+  });
+}
+
+Effects effectsOf(const std::vector<Deed>& deeds, Part part) {
+  Simulation simulation(part);
   for (const Deed& deed : deeds) simulation.take(deed);
   return simulation.result();
 }

@@ -20,9 +20,13 @@ struct Effects {
   std::map<std::string, Effect> files;  // by the path as written; those that are as they were aren't among them
   std::vector<std::string> folders;     // that were made, in their order
 };
-// Of deeds in their order; those on vaults aside. What hangs together: the versions of a document, and where a turn
+// Of deeds in their order. What hangs together: the versions of a document, and where a turn
 // renamed or removed anything, all documents of that turn.
-Effects effectsOf(const std::vector<Deed>& deeds);
+enum class Part { files, vaults };
+Effects effectsOf(const std::vector<Deed>& deeds, Part part = Part::files);
+
+// True for what the deeds found or left under a path, at any moment of them.
+bool isOfDeeds(const std::vector<Deed>& deeds, const std::string& path, const Content& content);
 
 // What there is at a path now.
 struct Present {

@@ -61,7 +61,8 @@ std::error_code Journal::add(const Record& record) {
 std::error_code Journal::announce(Deed& deed) {
   deed.number = ++deeds_;
   // What replaces the content of others, or goes to them, must be known even if the power fails right behind the deed.
-  const bool isFinal = deed.kind == DeedKind::rename || (deed.had && !deed.had->kept.empty()) || isOfVault(deed.path);
+  const bool isFinal =
+      deed.kind == DeedKind::rename || (deed.had && !deed.had->kept.empty()) || isVaultRecord(deed.path);
   const std::error_code error = add(recordOf(deed));
   return error || !isFinal || when_ != Flush::beforeFinal ? error : flush();
 }
@@ -70,7 +71,7 @@ void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", 
 
 std::error_code Journal::reach(const Record& boundary) {
   if (const auto error = add(boundary)) return error;
-  ++turn_;
+  keepFromHere();
   return std::chrono::steady_clock::now() - flushed_ < kFlushPause ? std::error_code{} : flush();
 }
 

@@ -34,13 +34,16 @@ class Journal {
   void failed(const Deed& deed);
   // Adds a boundary: what stands before it stays.
   std::error_code reach(const Record& boundary);
+  // What stands now may have to stay or come back within its turn: it is kept before it is replaced.
+  void keepFromHere() { ++turn_; }
   // The records so far would outlive a loss of power.
   std::error_code flush();
   // The record `end`, with its time; flushed.
   std::error_code end(Record record);
 
   // Keeps the content of a file that is about to be replaced, removed or changed. asCopy: for a file that is changed in
-  // place. Nothing for a file that isn't there. What this run wrote since the last boundary needn't be kept.
+  // place. Nothing for a file that isn't there. What this run wrote since the last boundary
+  // or `keepFromHere` needn't be kept.
   os::Result<std::optional<Content>> keep(const std::wstring& path, const std::string& written, bool asCopy);
   // What stands at that path from now on is the run's own.
   void wrote(const std::string& written, const Content& now) { own_[written] = {turn_, now}; }
@@ -60,8 +63,8 @@ class Journal {
   std::string run_;
   Book::Numbers numbers_;
   std::unique_ptr<os::Appender> records_;
-  bool isTorn_ = false;  // the last record wasn't written whole
-  int deeds_ = 0, kept_ = 0, turn_ = 0;
+  bool isTorn_ = false;                  // the last record wasn't written whole
+  int deeds_ = 0, kept_ = 0, turn_ = 0;  // turn_: boundaries, and where what stood is to be kept
   std::chrono::steady_clock::time_point flushed_;
   std::unordered_map<std::string, Own> own_;
 };

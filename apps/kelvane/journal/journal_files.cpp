@@ -56,7 +56,17 @@ std::error_code JournalFiles::keepLog(const std::wstring& path) {
   auto had = journal_.keep(path, *written, true);
   if (had.error) return had.error;
   deed.had = std::move(had.value);
-  return journal_.announce(deed);
+  log_ = deed;
+  return journal_.announce(*log_);
+}
+
+void JournalFiles::settleLog() {
+  if (!log_) return;
+  const auto bytes = under_.read(JournalPaths::system(log_->path));
+  const bool isMissing = bytes.error == std::errc::no_such_file_or_directory;
+  const bool isAsItWas = log_->had ? bytes && contentOf(bytes.value).isSameAs(*log_->had) : isMissing;
+  if (isAsItWas) journal_.failed(*log_);
+  log_.reset();
 }
 
 std::error_code JournalFiles::announceWrite(std::wstring_view path, std::string_view bytes, Deed& deed) {
@@ -71,13 +81,17 @@ std::error_code JournalFiles::write(std::wstring_view path, std::string_view byt
   const auto written = counted(path);
   if (!written) return under_.write(path, bytes);
   Deed deed{DeedKind::write, 0, *written, {}, {}, {}, 0};
-  const std::string before = isOfVault(*written) ? under_.read(path).value : std::string();
+  const bool isRecord = isVaultRecord(*written);
+  const std::string before = isRecord ? under_.read(path).value : std::string();
   if (const auto error = announceWrite(path, bytes, deed)) return error;
   if (const auto error = carryOut(deed, [&] { return under_.write(path, bytes); })) return error;
   journal_.wrote(*written, *deed.now);
-  if (!isOfVault(*written)) return {};
-  const auto checkIn = checkInOf(before, bytes);
-  return checkIn ? journal_.reach(*checkIn) : std::error_code{};
+  if (!isRecord) return {};
+  journal_.keepFromHere();
+  auto checkIn = checkInOf(before, bytes);
+  if (!checkIn) return {};
+  (*checkIn)["n"] = deed.number;
+  return journal_.add(*checkIn);
 }
 
 std::error_code JournalFiles::create(std::wstring_view path, std::string_view bytes) {

@@ -18,6 +18,8 @@ class JournalFiles : public os::FilesWrapper {
   void countTemp() { countsTemp_ = true; }
   // The log that this path gets behind the run, past this door: what is there now is kept. Undo asks nothing of it.
   std::error_code keepLog(const std::wstring& path);
+  // Behind the run: a log that it didn't write after all is none of its deeds.
+  void settleLog();
 
   std::error_code write(std::wstring_view path, std::string_view bytes) override;
   std::error_code create(std::wstring_view path, std::string_view bytes) override;
@@ -36,6 +38,7 @@ class JournalFiles : public os::FilesWrapper {
   Journal& journal_;
   JournalPaths paths_;
   bool countsTemp_ = false;
+  std::optional<Deed> log_;
 };
 
 }  // namespace kelvane

@@ -11,11 +11,20 @@
 namespace kelvane {
 namespace {
 
-constexpr std::string_view kUnpacked = "open_kvz_", kObjects = "objects/";
+constexpr std::string_view kUnpacked = "open_kvz_", kObjects = "objects/", kContents = "contents/",
+                           kAttachments = "attachments/", kWorkspaces = "workspaces/",
+                           kWorkspaceRecord = "/workspace.json";
 
 std::string withSlash(std::string path) {
   if (!path.ends_with('/')) path += '/';
   return path;
+}
+
+// rest: the path in its vault.
+bool isCountedInVault(std::string_view rest) {
+  for (const std::string_view folder : {kObjects, kContents, kAttachments})
+    if (rest.starts_with(folder)) return true;
+  return rest.starts_with(kWorkspaces) && !rest.ends_with(kWorkspaceRecord);
 }
 
 std::string models() { return std::string(1, static_cast<char>(kModelsLetter)) + ":/"; }
@@ -39,10 +48,15 @@ std::optional<std::string> JournalPaths::written(std::wstring_view path) const {
   }
   for (const std::string& vault : vaults_) {
     if (!machine.starts_with(vault)) continue;
-    if (!machine.substr(vault.size()).starts_with(kObjects)) return std::nullopt;
+    if (!isCountedInVault(std::string_view(machine).substr(vault.size()))) return std::nullopt;
     return std::string(kVaultPrefix) + machine;
   }
   return machine.starts_with(models_) ? machine.substr(models_.size()) : machine;
+}
+
+bool isVaultRecord(std::string_view written) {
+  const std::size_t slash = written.rfind('/');
+  return isOfVault(written) && slash != written.npos && written.substr(0, slash + 1).ends_with("/objects/");
 }
 
 std::wstring JournalPaths::system(std::string_view written) {

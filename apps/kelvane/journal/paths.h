@@ -19,7 +19,7 @@ class JournalPaths {
   explicit JournalPaths(const std::wstring& models, const std::vector<std::string>& vaults = {});
 
   // Nothing for what no journal is kept of: the journal itself, the temp folder but for the packages unpacked in it,
-  // and of a vault all but the records of its objects, whose last write makes a change there.
+  // and of a vault its own record and those of workspaces: numbers of objects are given for good.
   [[nodiscard]] std::optional<std::string> written(std::wstring_view path) const;
   // The system's form again.
   [[nodiscard]] static std::wstring system(std::string_view written);
@@ -32,6 +32,8 @@ class JournalPaths {
 };
 
 inline bool isOfVault(std::string_view written) { return written.starts_with(kVaultPrefix); }
+// The record of a vault's object, whose write makes a change there.
+bool isVaultRecord(std::string_view written);
 inline bool isOfTemp(std::string_view written) { return written.starts_with(kTempPrefix); }
 
 // "gear.prt" and 4 of "gear.prt.4", with the folder before it and in lower case; nothing for what is no version of a

@@ -17,7 +17,7 @@ constexpr std::array<KindRow, 5> kKinds{{{DeedKind::write, "write"},
                                          {DeedKind::remove, "remove"},
                                          {DeedKind::rename, "rename"},
                                          {DeedKind::folder, "folder"}}};
-constexpr std::string_view kBoundaries[] = {"model", "checkIn", "taken", "end"};
+constexpr std::string_view kBoundaries[] = {"model", "taken", "end"};
 constexpr std::string_view kSumStart = R"(,"sum":")", kSumEnd = R"("})";
 
 Record toRecord(const Content& content) {

@@ -4,13 +4,12 @@
 #include <set>
 
 #include "headless/store/document.h"
-#include "headless/vault/vault.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/words.h"
-#include "kelvane/journal/check_ins.h"
 #include "kelvane/journal/journal.h"
 #include "kelvane/journal/taking_back.h"
+#include "kelvane/journal/vault_tail.h"
 #include "os/durable.h"
 #include "os/flush.h"
 #include "os/left_files.h"
@@ -19,16 +18,6 @@
 
 namespace kelvane {
 namespace {
-
-// What the deeds found or left under a path, at any moment of them.
-bool isOfDeeds(const std::vector<Deed>& deeds, const std::string& path, const Content& content) {
-  const auto is = [&](const std::optional<Content>& known) { return known && known->isSameAs(content); };
-  return std::any_of(deeds.begin(), deeds.end(), [&](const Deed& deed) {
-    const bool isRename = deed.kind == DeedKind::rename;
-    return (deed.path == path && (is(deed.now) || (!isRename && is(deed.had)))) ||
-           (isRename && deed.to == path && (is(deed.now) || is(deed.had)));
-  });
-}
 
 class Recovery {
  public:
@@ -42,15 +31,21 @@ class Recovery {
     told.list = memberText(journal_.begin, "list");
     told.listSum = memberText(journal_.begin, "listSum");
     requireOpen();
-    removeTemporaries();
-    noteCheckIn();
-    const std::vector<std::string> back = takeBackTail();
+    const VaultTail vaults(journal_);
+    if (!vaults.failed().empty()) fail(vaults.failed());
+    removeTemporaries(vaults);
+    stays_ = vaults.stays();
+    const VaultTail::Taken ofVaults = vaults.takeBack(book_.keptOf(journal_.run));
+    if (!ofVaults.failed.empty()) fail(ofVaults.failed);
+    std::vector<std::string> back = takeBackTail();
+    for (const std::string& path : ofVaults.objects) back.push_back(path);
     const std::vector<std::string> torn = removeTorn();
     told.wasInFoot = isInFoot();
     const std::string name = journal_.verb() + " " + journal_.run;
     told.lines.push_back(
         name + " broke off" + (told.wasInFoot ? " in Foot" : "") +
         (back.empty() ? "; nothing was half done" : "; what it had begun was taken back: " + firstOf(back)));
+    for (const std::string& line : vaults.lines()) told.lines.push_back(name + ": " + line);
     for (const auto& [path, aside] : found_)
       told.lines.push_back(name + ": " + JournalPaths::shown(path) +
                            " isn't as it was written then; it was put aside as " + shown(aside));
@@ -60,7 +55,9 @@ class Recovery {
                            " of its journal was cut");
     std::vector<std::string> found;
     for (const auto& [path, aside] : found_) found.push_back(path);
-    add({{"record", "recovered"}, {"at", journalTime()}, {"took", back}, {"found", found}, {"torn", torn}});
+    Record record = {{"record", "recovered"}, {"at", journalTime()}, {"took", back}, {"found", found}, {"torn", torn}};
+    if (stays_ > 0) record["stays"] = stays_;
+    add(record);
     return told;
   }
 
@@ -68,7 +65,8 @@ class Recovery {
   static std::string firstOf(const std::vector<std::string>& paths) {
     constexpr std::size_t kMost = 10;
     std::string line;
-    for (std::size_t i = 0; i < std::min(kMost, paths.size()); ++i) addPiece(line, JournalPaths::shown(paths[i]));
+    for (std::size_t i = 0; i < std::min(kMost, paths.size()); ++i)
+      addPiece(line, isVaultRecord(paths[i]) ? vaultLabel(paths[i]) + " in the vault" : JournalPaths::shown(paths[i]));
     return line + (paths.size() > kMost ? " and " + std::to_string(paths.size() - kMost) + " more" : "");
   }
 
@@ -81,34 +79,19 @@ class Recovery {
   }
 
   // The folders that it wrote into; their writer is dead.
-  void removeTemporaries() const {
+  void removeTemporaries(const VaultTail& vaults) const {
     std::set<std::wstring> folders{book_.folder(), book_.folderOf(journal_.run), book_.keptOf(journal_.run)};
-    for (const Deed& deed : journal_.deeds) folders.insert(os::folderOf(JournalPaths::system(deed.path)));
+    folders.insert(vaults.folders().begin(), vaults.folders().end());
+    for (const Deed& deed : journal_.deeds)
+      if (!isOfVault(deed.path)) folders.insert(os::folderOf(JournalPaths::system(deed.path)));
     for (const std::wstring& folder : folders) os::removeLeftTemporaries(folder);
   }
 
   [[nodiscard]] std::vector<Deed> tail() const {
     std::vector<Deed> deeds;
     for (const Deed& deed : journal_.deeds)
-      if (deed.turn == journal_.turns) deeds.push_back(deed);
+      if (deed.turn == journal_.turns && deed.number > stays_) deeds.push_back(deed);
     return deeds;
-  }
-
-  // A kill between a check-in and its record: the vault has it all the same, so that what led to it stays.
-  void noteCheckIn() {
-    const std::vector<Deed> deeds = tail();
-    if (deeds.empty() || !isOfVault(deeds.back().path)) return;
-    const auto first =
-        std::find_if(deeds.begin(), deeds.end(), [&](const Deed& deed) { return deed.path == deeds.back().path; });
-    const auto now = os::files().read(JournalPaths::system(deeds.back().path));
-    if (!now || !contentOf(now.value).isSameAs(*deeds.back().now)) return;
-    const std::string kept = first->had ? first->had->kept : std::string();
-    const auto before =
-        kept.empty() ? os::Result<std::string>() : os::files().read(book_.keptOf(journal_.run) + text::fromUtf8(kept));
-    const auto checkIn = checkInOf(before.value, now.value);
-    if (!checkIn) return;
-    add(*checkIn);
-    ++journal_.turns;
   }
 
   // Gives the paths.
@@ -130,7 +113,8 @@ class Recovery {
       for (const auto& [path, kept] : back.written) paths.push_back(path);
     }
     removeEmptyFolders(effects.folders);
-    std::erase_if(journal_.deeds, [this](const Deed& deed) { return deed.turn == journal_.turns; });
+    std::erase_if(journal_.deeds,
+                  [this](const Deed& deed) { return deed.turn == journal_.turns && deed.number > stays_; });
     return paths;
   }
 
@@ -205,6 +189,7 @@ class Recovery {
   const Book& book_;
   RunJournal journal_;
   const MayWrite& mayWrite_;
+  int stays_ = 0;                                            // the deeds of the open turn up to that number
   std::vector<std::pair<std::string, std::wstring>> found_;  // as written, and where it was put
 };
 

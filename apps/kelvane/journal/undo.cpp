@@ -87,9 +87,11 @@ std::string UndoPlan::writerOf(const std::string& line) const {
     return !path.empty() && line.starts_with(JournalPaths::shown(path) + " ");
   };
   const std::vector<std::string> runs = book_.runs();
-  for (auto run = runs.rbegin(); run != runs.rend() && *run != journal_.run; ++run)
-    for (const Deed& deed : book_.read(*run).deeds)
-      if (isOf(deed.path) || isOf(deed.to)) return " by run " + *run;
+  for (const std::string& run : std::ranges::reverse_view(runs)) {
+    if (run == journal_.run) break;
+    for (const Deed& deed : book_.read(run).deeds)
+      if (isOf(deed.path) || isOf(deed.to)) return " by run " + run;
+  }
   return {};
 }
 
@@ -163,21 +165,24 @@ UndoPlan::Done UndoPlan::carryOut(const std::function<std::error_code(const Reco
   return done;
 }
 
-std::unique_ptr<UndoPlan> planOfLast(const Book& book) {
+LastPlan planOfLast(const Book& book) {
+  LastPlan last;
   std::set<std::string> undone;
   const std::vector<std::string> runs = book.runs();
-  for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-    if (undone.contains(*run)) continue;
-    const RunJournal journal = book.read(*run);
+  for (const std::string& run : std::ranges::reverse_view(runs)) {
+    if (undone.contains(run)) continue;
+    const RunJournal journal = book.read(run);
     if (journal.verb() == "undo") {
       const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
       if (isWhole) undone.insert(memberText(journal.begin, "of"));
     } else if (hasWritten(journal)) {
-      auto plan = std::make_unique<UndoPlan>(book, *run);
-      if (!plan->isNothing()) return plan;
+      last.plan = std::make_unique<UndoPlan>(book, run);
+      if (!last.plan->isNothing()) return last;
+      last.passedOver.push_back(run);
     }
   }
-  return {};
+  last.plan.reset();
+  return last;
 }
 
 }  // namespace kelvane

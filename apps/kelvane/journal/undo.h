@@ -54,7 +54,11 @@ class UndoPlan {
 };
 
 // That of the run which `undo` means where none is named: the last one that wrote, hasn't been taken back and left
-// something to be; a run whose every step was taken back behind a kill is passed over. Null: there is none.
-std::unique_ptr<UndoPlan> planOfLast(const Book& book);
+// something to be.
+struct LastPlan {
+  std::unique_ptr<UndoPlan> plan;       // null: there is none
+  std::vector<std::string> passedOver;  // runs behind it that wrote, and of which nothing is left; the newest first
+};
+LastPlan planOfLast(const Book& book);
 
 }  // namespace kelvane

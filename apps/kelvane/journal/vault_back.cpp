@@ -1,5 +1,6 @@
 #include "kelvane/journal/vault_back.h"
 
+#include <algorithm>
 #include <map>
 
 #include "headless/store/names.h"
@@ -70,7 +71,8 @@ class Looker {
       step.conflict = label(step) + " is checked out by " + present.checkOut->user;
       return;
     }
-    if (present.iterations.size() > had) step.did = "checked in with the content of " + nameOfIteration(present, had);
+    if (!isSameContent(step, had, present.iterations.size()))
+      step.did = "checked in with the content of " + nameOfIteration(present, had);
     const bool wasHere = step.before.checkOut && isOf(*step.before.checkOut, who_);
     if (!wasHere && present.checkOut) addPiece(step.did, "its check-out given back");
     if (wasHere && (!present.checkOut || !step.did.empty())) addPiece(step.did, "checked out again");
@@ -78,19 +80,22 @@ class Looker {
       addPiece(step.did, "in the workspace again");
   }
 
-  // What came since was taken back: further iterations of that revision end with the content that the run checked in,
-  // and nobody has it checked out.
+  // What came since was taken back: further iterations of that revision end with the content that the run left, and
+  // nobody has it checked out; where the run checked nothing in, nobody else has.
   bool isAsItWasLeft(const VaultStep& step, const headless::ObjectRecord& present) const {
     const auto checkedIn = checkedIn_.find(label(step));
-    if (checkedIn == checkedIn_.end() || present.checkOut || present.location != step.before.location) return false;
+    const bool isChecked = checkedIn != checkedIn_.end();
+    if (present.checkOut && (isChecked || !isOf(*present.checkOut, who_))) return false;
+    if (present.location != step.before.location) return false;
     const std::size_t newest = present.iterations.size();
-    std::size_t left = newest;
-    while (left > 0 && nameOfIteration(present, left) != checkedIn->second) --left;
+    std::size_t left = isChecked ? newest : std::min(newest, step.before.iterations.size());
+    while (isChecked && left > 0 && nameOfIteration(present, left) != checkedIn->second) --left;
     return left > 0 && present.iterations[left - 1].revision == present.iterations.back().revision &&
            isSameContent(step, left, newest);
   }
 
   static bool isSameContent(const VaultStep& step, std::size_t one, std::size_t other) {
+    if (one == other) return true;
     std::string failed, first, second;
     const auto vault = opened(step.vault, failed);
     return vault && vault->content(step.object, static_cast<int>(one), first) &&
@@ -114,17 +119,18 @@ headless::VaultAnswer carryOut(headless::Vault& vault, const VaultStep& step, co
   headless::VaultAnswer answer = vault.object(step.object, present);
   const std::size_t had = step.before.iterations.size();
   const headless::MemberRecord* member = headless::memberOf(step.before, who);
-  if (answer && present.iterations.size() > had) {
-    std::string bytes;
-    answer = vault.content(step.object, static_cast<int>(had), bytes);
+  std::string bytes, newestBytes;
+  if (answer) answer = vault.content(step.object, static_cast<int>(had), bytes);
+  if (answer) answer = vault.content(step.object, static_cast<int>(present.iterations.size()), newestBytes);
+  const bool isOther = bytes != newestBytes;
+  if (answer && isOther) {
     const headless::IterationRecord& newest = present.iterations.back();
-    if (answer)
-      answer = vault.checkIn(step.object, who, {newest.revision, present.location, newest.iteration + 1}, bytes,
-                             member ? member->version : 0);
+    answer = vault.checkIn(step.object, who, {newest.revision, present.location, newest.iteration + 1}, bytes,
+                           member ? member->version : 0);
     if (answer && !member) answer = vault.leave(step.object, who);
     if (answer) present.checkOut.reset();
   }
-  if (answer && member && present.iterations.size() == had && !headless::memberOf(present, who))
+  if (answer && member && !isOther && !headless::memberOf(present, who))
     answer = vault.enter(step.object, who, member->version);
   const bool wasHere = step.before.checkOut && isOf(*step.before.checkOut, who);
   if (answer && wasHere && !present.checkOut) answer = vault.checkOut(step.object, who, step.before.checkOut->names);
@@ -141,7 +147,7 @@ headless::WorkspaceName workspaceOf(const RunJournal& journal) {
 std::vector<VaultStep> vaultSteps(const RunJournal& journal, const std::wstring& kept) {
   std::map<std::string, std::pair<const Deed*, const Deed*>> ofObject;  // the first and the last one
   for (const Deed& deed : journal.deeds) {
-    if (!isOfVault(deed.path) || deed.kind != DeedKind::write) continue;
+    if (!isVaultRecord(deed.path) || deed.kind != DeedKind::write) continue;
     ofObject.try_emplace(deed.path, &deed, &deed).first->second.second = &deed;
   }
   std::vector<VaultStep> steps;

@@ -145,7 +145,7 @@ std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName
   return failed;
 }
 
-RunDriver::Choice RunDriver::choose(const RunOptions& options) {
+RunDriver::Choice RunDriver::choose(const RunOptions& options, const std::set<std::string>& finished) {
   const std::wstring pattern = text::fromUtf8(options.select);
   Choice choice;
   std::size_t taken = 0;
@@ -159,7 +159,7 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options) {
       const bool fits = pattern.empty() || language::matches(pattern, text::fromUtf8(row));
       anyFits = anyFits || fits;
       const bool wanted = fits && (options.limit == 0 || taken < static_cast<std::size_t>(options.limit));
-      const bool before = isChecked(row + "_lock");
+      const bool before = finished.contains(row) || isChecked(row + "_lock");
       const bool works = wanted && (options.again || !before);
       if (wanted && !works) ++choice.skipped;
       if (!works)

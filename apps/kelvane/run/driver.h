@@ -2,6 +2,7 @@
 // presses start and waits.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,9 @@ class RunDriver {
     std::vector<std::pair<std::string, std::string>> left;  // those that won't be worked, and why
     std::string unmatched;  // what to say of a pattern that no row matches; empty: one does
   };
-  // Sets the rows' check marks as the options say.
-  Choice choose(const RunOptions& options);
+  // Sets the rows' check marks as the options say. finished: rows that the list has worked, whether their models tell
+  // it or not.
+  Choice choose(const RunOptions& options, const std::set<std::string>& finished);
 
   struct Refused {
     std::string row, reason;

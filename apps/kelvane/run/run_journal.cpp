@@ -7,6 +7,7 @@
 #include "kelvane/base/hash.h"
 #include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
+#include "kelvane/journal/broken_runs.h"
 #include "kelvane/run/confined.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
@@ -71,6 +72,7 @@ RunJournalKeeper::RunJournalKeeper(const RunOptions& options, const RunPlace& pl
     return;
   }
   recover(options, place);
+  finished_ = finishedByBrokenRuns(Book(place.models), place.package, place.list, place.listSum);
   journal_.emplace(Book(place.models), os::files(), factsOf(options, place));
   paths_.emplace(place.models, vaultFolders(options));
   numbers_.emplace(sessionNumbers(journal_->versionsBefore()));
@@ -78,6 +80,7 @@ RunJournalKeeper::RunJournalKeeper(const RunOptions& options, const RunPlace& pl
 
 // A run that ended by a fault has its end all the same: nothing is left open.
 RunJournalKeeper::~RunJournalKeeper() {
+  if (files_ && !hasEnded_) files_->settleLog();
   if (journal_ && !hasEnded_) (void)journal_->end({{"record", "end"}, {"code", kCouldNot}});
 }
 
@@ -130,6 +133,7 @@ void RunJournalKeeper::grant(const os::Asked& asked) {
 int RunJournalKeeper::end(const Recap& recap, int code) {
   hasEnded_ = true;
   if (!journal_) return code;
+  if (files_) files_->settleLog();
   Record record = {{"record", "end"}, {"code", code}};
   record.update(recapNumbers(recap));
   noteFault(journal_->end(record));

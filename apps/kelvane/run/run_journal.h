@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ class RunJournalKeeper {
 
   // The last run of this list broke off in Foot: it is owed.
   [[nodiscard]] bool owesFoot() const { return owesFoot_; }
+  // Models that this list finished before it broke off: they aren't worked again.
+  [[nodiscard]] const std::set<std::string>& finished() const { return finished_; }
   // The door that the run's files go through; the given one where no journal is kept. log: where the run's log will be
   // written, past that door; what lies there is kept. A Fault where the disk has no room for that: an undo would leave
   // the log behind.
@@ -56,6 +59,7 @@ class RunJournalKeeper {
   std::optional<JournalPaths> paths_;
   std::optional<headless::GivenNumbers> numbers_;
   std::shared_ptr<JournalFiles> files_;
+  std::set<std::string> finished_;
   bool owesFoot_ = false, hasEnded_ = false, hasFault_ = false;
 };
 

@@ -145,7 +145,7 @@ class RunWork {
       watch.tellDamaged(model, line);
       journal_.left(model, line);
     }
-    RunDriver::Choice choice = driver.choose(options_);
+    RunDriver::Choice choice = driver.choose(options_, journal_.finished());
     watch.tellFilling();
     watch.countDamaged(recap_);
     recap_.skipped = choice.skipped;

@@ -81,7 +81,7 @@ std::string Mounts::machine(std::wstring_view path) const {
   bool lost = false;
   for (const std::string& name : names) {
     std::string next = withSlash(found) + name;
-    if (!lost && !isThere(next)) {
+    if (!lost && (next == exact || !isThere(next))) {
       const std::string spelled = spelledOnDisk(found, name);
       lost = spelled.empty();
       if (!lost) next = withSlash(found) + spelled;

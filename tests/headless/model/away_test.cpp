@@ -1,16 +1,12 @@
 // Documents that are out of memory while their models stay: nobody sees a difference, and what no file says stays.
 #include "headless/model/away.h"
 
-#include <chrono>
-#include <thread>
-
 #include "creo/ProExtdata.h"
 #include "creo/ProLayer.h"
 #include "creo/ProMdlCopy.h"
 #include "creo/ProSession.h"
 #include "headless/model/flat_memory.h"
 #include "headless/session_fixture.h"
-#include "headless/store/read_ahead.h"
 #include "support/world.h"
 
 namespace headless {
@@ -211,38 +207,6 @@ TEST_F(SomeDocuments, TheEarliestGoAndAsManyStayAsHaveRoom) {
   bring(0, 2);
   putAway(session().models(), none);
   EXPECT_EQ("P2P3P4P5", away()) << "too few came since";
-}
-
-TEST(ReadAheadDocuments, AreTakenAsTheFileIsNowOrNotAtAll) {
-  const os::SurroundingsGuard surroundings;
-  const test::TempFolder folder;
-  os::mounts().set(L'd', folder.path());
-  const auto file = [&](const std::string& name, const std::string& content) {
-    std::ofstream(folder.path() + "/" + name, std::ios::binary) << content;
-  };
-  for (const char* name : {"a.prt.1", "b.prt.1", "c.prt.1"}) file(name, "{\"format\": 1, \"commonName\": \"first\"}");
-  file("bad.prt.1", "{");
-  ReadAhead ahead(os::surroundings().files);
-  EXPECT_FALSE(ahead.take(L"d:\\a.prt.1")) << "nobody wanted it";
-  // They are read in this order: when the last one is there, so were the others.
-  const std::vector<std::wstring> paths = {L"d:\\b.prt.1", L"d:\\c.prt.1", L"d:\\bad.prt.1", L"d:\\a.prt.1"};
-  for (const std::wstring& path : paths) ahead.want(path);
-  std::optional<ReadAhead::Document> taken;
-  for (int i = 0; i < 1000 && !taken; ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    taken = ahead.take(paths.back());
-    if (!taken) ahead.want(paths.back());
-  }
-  file("b.prt.1", "{\"format\": 1, \"commonName\": \"another length\"}");
-  std::filesystem::remove(folder.path() + "/c.prt.1");
-  ASSERT_TRUE(taken);
-  EXPECT_EQ("first", taken->record.commonName);
-  for (const std::wstring& path : paths) EXPECT_FALSE(ahead.take(path)) << text::toUtf8(path);
-  // However fast they come, what is asked for is whole.
-  for (int i = 0; i < 200; ++i) {
-    ahead.want(paths.back());
-    if (const auto again = ahead.take(paths.back())) EXPECT_EQ("first", again->record.commonName);
-  }
 }
 
 }  // namespace

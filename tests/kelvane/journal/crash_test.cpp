@@ -1,5 +1,6 @@
 // A run that is killed at any moment, and a disk that fills: run again, and undo.
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <random>
 #include <regex>
 
@@ -18,6 +19,14 @@ class Crash : public JournalFixture {
  protected:
   [[nodiscard]] std::vector<std::string> words(const std::string& list, const std::string& folder) const {
     return {"run", path("standards"), list, path(folder), "-q"};
+  }
+  // Connected with the vault beside that folder.
+  [[nodiscard]] std::vector<std::string> inVault(const std::string& list, const std::string& world) const {
+    auto all = words(list, world + "/models");
+    for (const std::string& word : {std::string("--vault"), path(world + "/plm"), std::string("--user"),
+                                    std::string("ann"), std::string("--check-out")})
+      all.push_back(word);
+    return all;
   }
   // How many changes in a folder that makes.
   [[nodiscard]] int changesOf(const std::vector<std::string>& words, const std::string& folder) const {
@@ -54,23 +63,49 @@ class Crash : public JournalFixture {
   }
 };
 
-// A folder of models on a disk that kills. "clean" and "whole" are copies of it: before the run and behind it.
+// A folder of models and a vault on a disk that kills. "clean" and "whole" are copies of it: before the run and behind
+// it.
 class Kills : public Crash {
  protected:
   void SetUp() override {
     Crash::SetUp();
     gearbox();
-    file("models/block.stp", "an export that was there");
+    part(L"AXLE").with(L"IN", L"yes");
     fs::create_directories(path("world"));
     renew("world/models", "models");
+    file("world/models/block.stp", "an export that was there");
+    ASSERT_EQ(0, kelvane({"vault", path("world/plm"), "--create"}).code);
+    ASSERT_EQ(0, kelvane(inVault("in", "world")).code);
+    fs::remove_all(path("world/models/kelvane.journal"));
     writeBytes(path("world/models/kelvane.log"), "the log before");
     renew("clean", "world");
     before_ = contents("world/models");
-    changes_ = changesOf(words("all", "world/models"), "world");
+    vaultBefore_ = vault(false);
+    changes_ = changesOf(inVault("release", "world"), "world");
     undisturbed_ = state("world/models");
+    vaultUndisturbed_ = vault(true);
+    ASSERT_TRUE(fs::exists(path("world/plm/contents/axle.prt.2"))) << "a check-in is among them";
     ASSERT_GT(changes_, kKills);
     renew("whole", "world");
     undoChanges_ = changesOf({"undo", path("world/models")}, "world");
+  }
+
+  // The vault's files but for the numbers of versions and objects, which have gaps behind what was taken back.
+  // iterations: all of them; else the newest content of each object, whatever its number.
+  [[nodiscard]] Contents vault(bool iterations) const {
+    Contents all = iterations ? contents("world/plm") : state("world/plm");
+    std::erase_if(all, [](const auto& entry) { return entry.first == "vault.json"; });
+    for (auto& [name, bytes] : all) {
+      auto record = nlohmann::json::parse(bytes, nullptr, false);
+      if (!name.starts_with("objects/") || !record.is_object()) continue;
+      record.erase("number");
+      for (auto& member : record["workspaces"]) member.erase("version");
+      if (!iterations) record.erase("iterations");
+      if (!iterations)
+        for (auto& member : record["workspaces"]) member.erase("base");
+      bytes = record.dump();
+    }
+    return all;
   }
 
   // Kills the program at any of so many changes, and tells at which. mayEnd: it may make fewer.
@@ -88,17 +123,18 @@ class Kills : public Crash {
     while (ended.code == 0 && ++undos < kMostUndos);
     EXPECT_THAT(ended.err, HasSubstr(" is there to be taken back\n")) << where << ended.out;
     EXPECT_EQ("", difference(before_, contents("world/models"))) << where << ended.err;
+    EXPECT_EQ("", difference(vaultBefore_, vault(false))) << where << ended.err;
   }
 
   int changes_ = 0, undoChanges_ = 0;
-  Contents before_, undisturbed_;
+  Contents before_, undisturbed_, vaultBefore_, vaultUndisturbed_;
   std::mt19937 random_{static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed())};
 };
 
 // In a run, in an undo, and in what the next run or undo takes back first.
-TEST_F(Kills, DISABLED_AtAnyMomentLeaveWhatRunsAgainAndCanBeUndone) {
+TEST_F(Kills, AtAnyMomentLeaveWhatRunsAgainAndCanBeUndone) {
   constexpr int kOfRecovery = 8;
-  const std::vector<std::string> run = words("all", "world/models"), takesBack = {"undo", path("world/models")};
+  const std::vector<std::string> run = inVault("release", "world"), takesBack = {"undo", path("world/models")};
   for (int i = 0; i < kKills; ++i) {
     std::string where = "seed " + std::to_string(testing::UnitTest::GetInstance()->random_seed());
     const bool isInUndo = i % 3 == 2;
@@ -109,9 +145,34 @@ TEST_F(Kills, DISABLED_AtAnyMomentLeaveWhatRunsAgainAndCanBeUndone) {
       const Ended again = kelvane(run);
       EXPECT_EQ(0, again.code) << where << again.err;
       EXPECT_EQ("", difference(undisturbed_, state("world/models"))) << where << again.err;
+      EXPECT_EQ("", difference(vaultUndisturbed_, vault(true))) << where << again.err;
     }
     expectUndone(where);
   }
+}
+
+// Others may build on an iteration that they have taken.
+TEST_F(Kills, InACheckInLeaveItWhereSomebodyHasTakenItSince) {
+  const std::string records = path("world/models/kelvane.journal/0001/run.jsonl");
+  const auto isInCheckIn = [&] {
+    const std::string all = fs::exists(records) ? readBytes(records) : "";
+    return all.rfind(R"("record":"checkIn")") != all.npos &&
+           all.rfind(R"("record":"checkIn")") > all.rfind(R"("record":"model")");
+  };
+  for (int at = changes_ / 2; at < changes_ && !isInCheckIn(); ++at) {
+    renew("world", "clean");
+    ASSERT_FALSE(survives(inVault("release", "world"), "world", Fate::killBehind, at)) << at;
+  }
+  ASSERT_TRUE(isInCheckIn());
+  const std::string told = readBytes(records), object = R"("object":")";
+  const std::size_t start = told.rfind(object) + object.size();
+  const std::string taken = told.substr(start, told.find('"', start) - start);
+  ASSERT_EQ(0, kelvane({"vault", path("world/plm"), "--get", taken, "--models", path("bob"), "--user", "bob"}).code);
+  const Ended again = kelvane(inVault("release", "world"));
+  EXPECT_EQ(0, again.code) << again.err;
+  EXPECT_THAT(again.err, HasSubstr("warning: run 0001: " + taken +
+                                   " was changed in the vault since: what the run did up to there stays\n"));
+  EXPECT_EQ("", difference(undisturbed_, state("world/models")));
 }
 
 // Whatever the first change is that the disk doesn't take: an error, no half of anything, and the way back.

@@ -113,15 +113,17 @@ class JournalFixture : public RunFixture {
     list("copy.xml", "<task type='copyModel'" + of + " name='@mdln@_OLD'/>" + kAddNorm + kSave);
     list("step.xml", step);
     list("all.xml", rename + kAddNorm + kSave + step);
-    list("release.xml", rename + kAddNorm + kSave + step + having("<task type='checkinModel'" + of + "/>", "IN"));
+    const std::string checkIn = having("<task type='checkinModel'" + of + "/>", "IN");
+    list("in.xml", checkIn);
+    list("release.xml", rename + kAddNorm + kSave + checkIn + step);
     const std::string row = "<task type='reportModeldata'" + of + " reporter='audit' mdlname='true'/>";
     list("report.xml", "<task type='openCSVReport' version='3' name='audit' file='audit.csv'/>" + row);
   }
 
-  // Three parts in an assembly; one of them has the name that it gets.
+  // Three parts in an assembly; one of them has the name that it gets, one is to be checked in.
   void gearbox() {
     part(L"GEAR").with(L"NEW", L"WHEEL").with(L"MASS", 2.5);
-    part(L"PIN").with(L"MASS", 0.5);
+    part(L"PIN").with(L"MASS", 0.5).with(L"IN", L"yes");
     ASSERT_EQ(0, kelvane({"new", models(), "BLOCK.PRT", "--box", "1,2,3", "--param", "BODY=yes"}).code);
     assembly(L"BOX").uses(L"GEAR", creo::ProMdlType::part).uses(L"PIN", creo::ProMdlType::part);
   }

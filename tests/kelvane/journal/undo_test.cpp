@@ -78,6 +78,28 @@ TEST_F(Undo, NumbersOfVersionsNeverComeTwice) {
       << "also when the journal is gone that told of them";
 }
 
+TEST_F(Undo, AClockThatJumpsChangesNoNumberAndNoOrder) {
+  part(L"PLATE");
+  const auto runAt = [this](std::int64_t seconds, const std::vector<std::string>& more) {
+    static_cast<os::FixedClock&>(os::clock()).set(seconds);
+    return run("norm", more);
+  };
+  constexpr std::int64_t kYear = 365LL * 24 * 3600, kNow = 1'700'000'000;
+  for (const std::int64_t at : {kNow, kNow - 20 * kYear, kNow + 20 * kYear, kNow - kYear})
+    EXPECT_THAT(recapOf(runAt(at, {"--again"})), HasSubstr(" saved=1 ")) << at;
+  EXPECT_THAT(recapOf(runAt(kNow - 2 * kYear, {})), HasSubstr("changed=0 ")) << "it was worked, whenever that was";
+  const std::string runs = kelvane({"runs", models()}).out;
+  EXPECT_LT(runs.find("0001  2023-"), runs.find("0002  2003-"));
+  EXPECT_LT(runs.find("0002  2003-"), runs.find("0003  2043-"));
+  for (const char* newest : {"PLATE.prt.5", "PLATE.prt.4", "PLATE.prt.3", "PLATE.prt.2"}) {
+    static_cast<os::FixedClock&>(os::clock()).set(kNow - 30 * kYear);
+    EXPECT_THAT(undo().out, HasSubstr("remove " + std::string(newest) + "\n")) << "a run that wrote nothing is none";
+  }
+  EXPECT_EQ(std::vector<std::string>{"PLATE.prt.1"}, filesIn("models"));
+  EXPECT_EQ(0, runAt(0, {}).code);
+  EXPECT_EQ((std::vector<std::string>{"PLATE.prt.1", "PLATE.prt.6", "kelvane.log"}), filesIn("models"));
+}
+
 TEST_F(Undo, WhatSomebodyChangedSinceIsAConflict) {
   const auto remove = [this](const std::string& name) { fs::remove(path("models/" + name)); };
   const struct {

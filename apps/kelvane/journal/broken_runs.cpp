@@ -1,0 +1,26 @@
+#include "kelvane/journal/broken_runs.h"
+
+#include <ranges>
+
+namespace kelvane {
+
+std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& package, const std::string& list,
+                                           const std::string& listSum) {
+  std::set<std::string> finished;
+  const std::vector<std::string> runs = book.runs();
+  for (const std::string& run : std::ranges::reverse_view(runs)) {
+    const RunJournal journal = book.read(run);
+    const auto is = [&](const char* member, const std::string& text) {
+      return memberText(journal.begin, member) == text;
+    };
+    if (!journal.isRecovered || !is("verb", "run") || !is("package", package) || !is("list", list) ||
+        !is("listSum", listSum))
+      break;
+    for (const Record& record : journal.told)
+      if (memberText(record, "record") == "model" && record.value("errors", 0) == 0)
+        finished.insert(memberText(record, "model"));
+  }
+  return finished;
+}
+
+}  // namespace kelvane

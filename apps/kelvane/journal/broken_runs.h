@@ -1,0 +1,16 @@
+// What runs came to that broke off, for the run behind them.
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "kelvane/journal/book.h"
+
+namespace kelvane {
+
+// Models that runs of that list finished without an error before they broke off, one behind the other, with no other
+// run since: running again goes on behind them. A model that was checked in can't tell it itself.
+std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& package, const std::string& list,
+                                           const std::string& listSum);
+
+}  // namespace kelvane

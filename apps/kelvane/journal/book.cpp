@@ -39,6 +39,7 @@ class Reader {
       countNumbers();
       dropTurn(record->value("stays", 0));
       journal_.isRecovered = true;
+      journal_.isTorn = !record->value("torn", Record()).empty();
     } else {
       (kind == "end" ? journal_.end : journal_.told.emplace_back()) = std::move(*record);
       if (!isBoundary(kind)) return;

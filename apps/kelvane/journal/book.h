@@ -24,6 +24,7 @@ struct RunJournal {
   GivenVersions numbers;     // of what it announced, also if it was taken back
   int turns = 0;             // boundaries; deeds of that turn lie behind the last one
   bool isRecovered = false;
+  bool isTorn = false;  // the recovery removed versions that weren't whole
   int cutLines = 0;
   [[nodiscard]] bool isOpen() const { return end.is_null() && !isRecovered; }
   [[nodiscard]] std::string verb() const { return memberText(begin, "verb"); }

@@ -16,9 +16,16 @@ std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& 
     if (!journal.isRecovered || !is("verb", "run") || !is("package", package) || !is("list", list) ||
         !is("listSum", listSum))
       break;
-    for (const Record& record : journal.told)
-      if (memberText(record, "record") == "model" && record.value("errors", 0) == 0)
-        finished.insert(memberText(record, "model"));
+    // What lost a version behind the run has to be worked anew.
+    if (journal.isTorn) break;
+    bool isCheckedIn = false;
+    for (const Record& record : journal.told) {
+      const std::string kind = memberText(record, "record");
+      isCheckedIn |= kind == "checkIn";
+      if (kind != "model") continue;
+      if (isCheckedIn && record.value("errors", 0) == 0) finished.insert(memberText(record, "model"));
+      isCheckedIn = false;
+    }
   }
   return finished;
 }

@@ -8,8 +8,9 @@
 
 namespace kelvane {
 
-// Models that runs of that list finished without an error before they broke off, one behind the other, with no other
-// run since: running again goes on behind them. A model that was checked in can't tell it itself.
+// Models that runs of that list checked in and finished without an error before they broke off, one behind the other,
+// with no other run since: running again goes on behind them. All others tell it by their history; one that is closed
+// by its check-in can't.
 std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& package, const std::string& list,
                                            const std::string& listSum);
 

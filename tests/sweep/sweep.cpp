@@ -94,8 +94,7 @@ Sweep::Sweep(Choice choice, std::string place, std::function<void(const Finding&
 void Sweep::prepareAnew(const Run& run) {
   const Machine machine;  // what a vault notes is dated too
   tree_.clear();
-  prepare(run, tree_.folder());
-  tree_.date(kNow);  // names of working files hold the packages' dates
+  prepare(run, tree_, kNow);
   before_.clear();
 }
 

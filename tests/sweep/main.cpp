@@ -144,11 +144,11 @@ int sweepAll(const Options& options) {
 }  // namespace
 }  // namespace sweep
 
-// A process of a failure copies each page that it writes: memory is used again soon, and who asked for it isn't kept. A
-// crash tells more when it is run again with other ASAN_OPTIONS.
+// A process of a failure copies each page that it writes: memory is used again soon, isn't filled, and who asked for it
+// isn't kept. A crash tells more when it is run again with other ASAN_OPTIONS.
 extern "C" const char* __asan_default_options();   // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 extern "C" const char* __asan_default_options() {  // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
-  return "quarantine_size_mb=1:thread_local_quarantine_size_kb=16:malloc_context_size=2";
+  return "quarantine_size_mb=1:thread_local_quarantine_size_kb=16:malloc_context_size=0:max_malloc_fill_size=0";
 }
 
 int main(int argc, char** argv) {

@@ -26,7 +26,7 @@ constexpr const char* kUsage =
     "  --part N          one of N failures; 1: all\n"
     "  --draw N          N of the lists, drawn by the seed\n"
     "  --jobs N          processes at once\n"
-    "  --seconds N       that a run with a failure may take\n"
+    "  --seconds N       of a processor that a run with a failure may take\n"
     "  --all             a line for each failure, not for faults alone\n";
 
 struct Options {

@@ -75,7 +75,7 @@ bool passesInsideFilters(const Task& task, const Subject& component) {
   return passes;
 }
 
-// Nothing: a component that is left out, because it is a skeleton or, with a line, can't be told for one.
+// Nothing: a component that is left out, because it is a skeleton or, with a line, its model or its kind can't be had.
 std::optional<Subject> subjectOf(const ProFeature& feature, int type) {
   Subject subject{feature, type == creo::kComponentFeature, {}, {}};
   if (!subject.isComponent) return subject;

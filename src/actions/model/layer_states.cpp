@@ -52,10 +52,8 @@ struct NamedState {
   std::wstring name;
 };
 std::vector<NamedState> statesThatFit(creo::ProMdl model, std::wstring_view pattern) {
-  const auto all = creo::ProLayerstatesGet(model);
-  if (!creo::isTold(all)) cantRead(L"The layer states");
   std::vector<NamedState> states;
-  for (const ProLayerstate& layerstate : all.value) {
+  for (const ProLayerstate& layerstate : listOrNone(creo::ProLayerstatesGet(model), L"The layer states")) {
     auto name = creo::ProLayerstateNameGet(layerstate);
     if (!name)
       cantRead(L"The name of a layer state");

@@ -13,8 +13,7 @@ namespace {
 
 const std::string kOf = " version=\"3\" forPRT=\"true\" forASM=\"true\" forDRW=\"true\" forEF=\"false\"";
 
-// Models that come between them to nearly every call that all of the example make; a failure among them is tried in a
-// third of the time.
+// Models that come between them to nearly every call that all of the example make.
 const std::vector<std::string> kFew = {
     "--select",
     "/^((HOUSING_LOWER|BOLT_DIN933|SHAFT_OUT|COVER_OUT|GASKET)[.]PRT|GEARBOX[.]ASM|(GEAR|GEARBOX)[.]DRW)$/"};

@@ -25,6 +25,13 @@ T valueOrNone(creo::Got<T> got, std::wstring_view what) {
 // The same for a name, of which what has none is empty without a line.
 std::wstring nameOrNone(creo::Got<std::wstring> name, std::wstring_view what);
 
+// The same for a list.
+template <class T>
+std::vector<T> listOrNone(creo::Got<std::vector<T>> list, std::wstring_view what) {
+  if (!creo::isTold(list)) cantRead(what);
+  return std::move(list.value);
+}
+
 // What a model uses directly. None, with an error line, where Creo can't tell.
 std::vector<creo::ProDependency> usedBy(creo::ProMdl model);
 

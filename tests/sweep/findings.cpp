@@ -115,8 +115,7 @@ int tell(std::ostream& out, const std::vector<Finding>& findings, const Report& 
   for (std::size_t i = 0; i < shown.size(); ++i) {
     const Finding& finding = *shown[i];
     const Verdict verdict = finding.judgement.verdict;
-    const bool mayHaveReason = verdict == Verdict::silent || verdict == Verdict::left;
-    Silence* reason = mayHaveReason ? silenceOf(rows, finding.place, finding.code, callers[i]) : nullptr;
+    Silence* const reason = silenceOf(rows, finding, callers[i]);
     if (reason) {
       ++reason->uses;
       --counts[finding.list][static_cast<std::size_t>(verdict)];

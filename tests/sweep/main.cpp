@@ -26,7 +26,7 @@ constexpr const char* kUsage =
     "  --part N          one of N failures; 1: all\n"
     "  --draw N          N of the lists, drawn by the seed\n"
     "  --jobs N          processes at once\n"
-    "  --seconds N       that a run with a failure may take\n"
+    "  --seconds N       of a processor that a run with a failure may take\n"
     "  --all             a line for each failure, not for faults alone\n";
 
 struct Options {
@@ -143,6 +143,13 @@ int sweepAll(const Options& options) {
 
 }  // namespace
 }  // namespace sweep
+
+// A process of a failure copies each page that it writes: memory is used again soon, isn't filled, and who asked for it
+// isn't kept. A crash tells more when it is run again with other ASAN_OPTIONS.
+extern "C" const char* __asan_default_options();   // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+extern "C" const char* __asan_default_options() {  // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+  return "quarantine_size_mb=1:thread_local_quarantine_size_kb=16:malloc_context_size=0:max_malloc_fill_size=0";
+}
 
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);

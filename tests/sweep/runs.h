@@ -1,8 +1,11 @@
 // The runs that are swept: the lists of the example, and one that works in a vault.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
+
+#include "sweep/tree.h"
 
 namespace sweep {
 
@@ -15,8 +18,9 @@ struct Run {
 };
 const std::vector<Run>& runs();
 
-// Puts everything that a run needs into a place, which is empty: models, packages, a vault.
-void prepare(const Run& run, const std::string& place);
+// Puts everything that a run needs into a place, which is empty: models, packages, a vault. All of it is of that time,
+// in seconds since 1970: names of working files hold the packages' dates.
+void prepare(const Run& run, const Tree& place, std::int64_t now);
 // The words of the program for the run there.
 std::vector<std::string> wordsOf(const Run& run, const std::string& place);
 

@@ -23,6 +23,19 @@ bool fits(std::string_view pattern, std::string_view text) {
   return false;
 }
 
+// "silent", "left", both; nothing: silent alone.
+std::set<Verdict> excusedOf(const std::string& written, const std::string& line) {
+  std::set<Verdict> excused;
+  std::istringstream words(written);
+  for (std::string word; words >> word;) {
+    if (word != wordOf(Verdict::silent) && word != wordOf(Verdict::left))
+      throw std::runtime_error("silences.txt: nothing excuses '" + word + "': " + line);
+    excused.insert(word == wordOf(Verdict::left) ? Verdict::left : Verdict::silent);
+  }
+  if (excused.empty()) excused.insert(Verdict::silent);
+  return excused;
+}
+
 }  // namespace
 
 std::vector<Silence> silences() {
@@ -33,16 +46,17 @@ std::vector<Silence> silences() {
     std::vector<std::string> fields;
     std::istringstream parts(line);
     for (std::string part; std::getline(parts, part, '|');) fields.push_back(trimmed(part));
-    if (fields.size() != 5 || fields.back().empty()) throw std::runtime_error("silences.txt: no whole row: " + line);
-    rows.push_back({fields[0], fields[1], fields[2], fields[3], fields[4]});
+    if (fields.size() != 6 || fields.back().empty()) throw std::runtime_error("silences.txt: no whole row: " + line);
+    rows.push_back({fields[0], fields[1], fields[2], fields[3], excusedOf(fields[4], line), fields[5]});
   }
   return rows;
 }
 
-Silence* silenceOf(std::vector<Silence>& rows, const Place& place, int code, const std::string& caller) {
+Silence* silenceOf(std::vector<Silence>& rows, const Finding& finding, const std::string& caller) {
   for (Silence& row : rows)
-    if (fits(row.action, place.action) && fits(row.operation, place.operation) &&
-        fits(row.code, std::to_string(code)) && fits(row.caller, caller))
+    if (row.excused.contains(finding.judgement.verdict) && fits(row.action, finding.place.action) &&
+        fits(row.operation, finding.place.operation) && fits(row.code, std::to_string(finding.code)) &&
+        fits(row.caller, caller))
       return &row;
   return nullptr;
 }

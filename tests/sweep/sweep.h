@@ -26,7 +26,7 @@ struct Choice {
   unsigned part = 1;      // one of so many failures, drawn by the seed
   unsigned jobs = 1;      // processes that share the failures
   unsigned job = 0;       // this one's number
-  unsigned seconds = 60;  // that a run with a failure may take
+  unsigned seconds = 60;  // of a processor that a run with a failure may take
   bool disk = true, operations = true;
 };
 

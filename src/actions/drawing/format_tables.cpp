@@ -86,7 +86,7 @@ struct FormatTable {
   ProDwgtable table;
   ProPoint place;
 };
-// The sheet's tables that come from its format; one whose place can't be read is left alone.
+// The sheet's tables that come from its format; one whose place can't be read is left alone, with a line.
 std::vector<FormatTable> formatTables(creo::ProMdl drawing, int sheet) {
   std::vector<FormatTable> found;
   const creo::ProError visited = creo::ProDrawingTableVisit(drawing, [&](const ProDwgtable& table) {
@@ -95,9 +95,13 @@ std::vector<FormatTable> formatTables(creo::ProMdl drawing, int sheet) {
     if (!segment.sheet || segment.sheet.value != sheet) return creo::ProNoError;
     debug(L"on same side");
     const auto fromFormat = creo::ProDwgtableIsFromFormat(table);
+    if (!fromFormat) cantRead(L"Where a table comes from");
     if (!fromFormat || !fromFormat.value) return creo::ProNoError;
     debug(L"from format");
-    if (const auto place = creo::ProDwgtableInfoGet(table, segment.number)) found.push_back({table, place.value});
+    if (const auto place = creo::ProDwgtableInfoGet(table, segment.number))
+      found.push_back({table, place.value});
+    else
+      cantRead(L"The place of a table");
     return creo::ProNoError;
   });
   isWhole(visited, L"The tables of the format");

@@ -66,8 +66,8 @@ creo::ProDtlnoteline lineOf(const Task& task, const NewNote& note, const std::ws
   text.text = replaced.hasText() ? replaced.text : line;
   sayDetail(text.text);
   if (note.heightFactor > 0)
-    if (const auto height = creo::ProDtlnotetextHeightGet(task.model(), text))
-      text.height = note.heightFactor * height.value;
+    text.height = note.heightFactor *
+                  valueOrNone(creo::ProDtlnotetextHeightGet(task.model(), text), L"The height of the note's text");
   return {{std::move(text)}};
 }
 

@@ -125,6 +125,7 @@ void exchange(const Task& task, int sheet, int number, ProMdl solid) {
 std::wstring presentFormat(ProMdl drawing, int sheet) {
   const auto format = creo::ProDrawingFormatGet(drawing, sheet);
   if (format && !format.value.empty()) return format.value;
+  if (!creo::isTold(format)) cantRead(text::format(L"The format of sheet %d", sheet));
   sayDetail(kNoFormat);
   return std::wstring(kNoFormat);
 }

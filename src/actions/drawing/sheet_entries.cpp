@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "actions/visits.h"
 #include "core/log.h"
 #include "language/compare.h"
 #include "language/read_number.h"
@@ -67,6 +68,7 @@ std::vector<SheetEntry> sheetEntries(const Task& task, std::initializer_list<std
 bool isForSheet(const Task& task, const SheetEntry& entry, int sheet, SheetWork work) {
   const bool adds = work == SheetWork::adding;
   const auto found = creo::ProDrawingFormatGet(task.model(), sheet);
+  if (!creo::isTold(found)) cantRead(text::format(L"The format of sheet %d", sheet));
   const std::wstring format = found ? found.value : adds ? L"no_format" : L"";
   say(text::format(adds ? L"The format of page %d is %s." : L"The format of page %d is %s", sheet, format));
   if (!fitsFormat(entry, format, work)) return false;

@@ -209,7 +209,8 @@ Outcome updateSymbolDefinitions(const Task& task) {
   if (!creo::isTold(definitions)) failDetail(L"The symbol definitions of the drawing can't be read");
   for (const ProDtlsymdef& definition : definitions.value) {
     const auto name = creo::ProDtlsymdefNameGet(definition);
-    if (!definitions || !name) continue;
+    if (!name) cantRead(L"The name of a symbol definition");
+    if (!name) continue;
     const auto updated = creo::ProDrawingDtlsymdefRetrieve(task.model(), L"", name.value, creo::kNewestVersion, true);
     sayDetail(text::format(updated ? L"Update for %s found." : L"No update for %s found.", name.value));
   }

@@ -48,8 +48,8 @@ std::set<int> numbersOnSheet(creo::ProMdl drawing, int sheet) {
   std::set<int> numbers;
   const creo::ProError visited = creo::ProDrawingTableVisit(drawing, [&](const creo::ProDwgtable& table) {
     if (!liesOn(table, sheet)) return creo::ProNoError;
-    if (const auto models = creo::ProDwgtableRegionModelsGet(table))
-      numbers.insert(models.value.begin(), models.value.end());
+    for (const int number : listOrNone(creo::ProDwgtableRegionModelsGet(table), L"The models of a table"))
+      numbers.insert(number);
     return creo::ProNoError;
   });
   if (!isWhole(visited, L"The tables of the drawing")) numbers.clear();

@@ -1,6 +1,7 @@
 // Combined states.
 #include "actions/model/named_states.h"
 #include "actions/on_top.h"
+#include "actions/visits.h"
 #include "core/log.h"
 #include "creo/ProCombstate.h"
 #include "creo/ProExpldstate.h"
@@ -40,7 +41,7 @@ void addOrientation(const Task& task, References& to) {
 void addLayerState(const Task& task, References& to) {
   const std::wstring wanted = nameIn(task, L"layerstatename");
   if (wanted.empty()) return;
-  for (const creo::ProLayerstate& state : creo::ProLayerstatesGet(task.model()).value) {
+  for (const creo::ProLayerstate& state : listOrNone(creo::ProLayerstatesGet(task.model()), L"The layer states")) {
     const auto name = creo::ProLayerstateNameGet(state);
     if (name && fitsName(wanted, name.value)) return void(to.emplace_back(state));
   }
@@ -123,15 +124,27 @@ Outcome addCombState(const Task& task) {
   return done;
 }
 
+std::vector<ProModelitem> combinedStates(creo::ProMdl model) {
+  return listOrNone(creo::ProMdlCombstatesGet(model), L"The combined states");
+}
+
+// Nothing, with a line: its name can't be read.
+std::optional<std::wstring> nameOf(const ProModelitem& combinedState) {
+  auto data = creo::ProCombstateDataGet(combinedState);
+  if (data) return std::move(data.value.name);
+  cantRead(L"The name of a combined state");
+  return std::nullopt;
+}
+
 Outcome setCombState(const Task& task) {
   const std::wstring wanted = nameIn(task, L"statename");
-  for (const ProModelitem& state : creo::ProMdlCombstatesGet(task.model()).value) {
-    const auto data = creo::ProCombstateDataGet(state);
-    if (!data || !fitsName(wanted, data.value.name)) continue;
+  for (const ProModelitem& state : combinedStates(task.model())) {
+    const auto name = nameOf(state);
+    if (!name || !fitsName(wanted, *name)) continue;
     if (onTop(task.model(), [&state] { return creo::ProCombstateActivate(state); }) == creo::ProNoError)
-      core::logIndented(L"Set combined state: " + data.value.name, core::kNormal, 1);
+      core::logIndented(L"Set combined state: " + *name, core::kNormal, 1);
     else
-      core::logWrite(L"Can't set the combined state: " + data.value.name, core::kError);
+      core::logWrite(L"Can't set the combined state: " + *name, core::kError);
     return done;
   }
   core::logWrite(L"Combined state couldn't be found: " + wanted, core::kError);
@@ -140,13 +153,13 @@ Outcome setCombState(const Task& task) {
 
 Outcome deleteCombState(const Task& task) {
   const std::vector<std::wstring> wanted = namesIn(task);
-  for (const ProModelitem& state : creo::ProMdlCombstatesGet(task.model()).value) {
-    const auto data = creo::ProCombstateDataGet(state);
-    if (!data || !fitsAny(wanted, data.value.name)) continue;
+  for (const ProModelitem& state : combinedStates(task.model())) {
+    const auto name = nameOf(state);
+    if (!name || !fitsAny(wanted, *name)) continue;
     if (creo::ProCombstateDelete(state) == creo::ProNoError)
-      core::logIndented(L"Delete combined state: " + data.value.name, core::kNormal, 1);
+      core::logIndented(L"Delete combined state: " + *name, core::kNormal, 1);
     else
-      core::logWrite(L"Can't delete the combined state (could be active): " + data.value.name, core::kError);
+      core::logWrite(L"Can't delete the combined state (could be active): " + *name, core::kError);
   }
   return done;
 }

@@ -138,13 +138,15 @@ Outcome fillComponentParameters(const Task& task) {
 // The varied dimension of that symbol.
 std::optional<creo::ProModelitem> variedDimension(const creo::ProFeature& component, const std::wstring& symbol) {
   std::optional<creo::ProModelitem> found;
-  creo::ProVariantfeatItemsVisit(component, [&](const creo::ProModelitem& item) {
-    if (item.type != creo::ProItemType::dimension ||
-        !text::equalNoCase(creo::ProDimensionSymbolGet({item.owner, item.id}).value, symbol))
-      return creo::ProNoError;
+  const creo::ProError visited = creo::ProVariantfeatItemsVisit(component, [&](const creo::ProModelitem& item) {
+    if (item.type != creo::ProItemType::dimension) return creo::ProNoError;
+    const std::wstring own =
+        valueOrNone(creo::ProDimensionSymbolGet({item.owner, item.id}), L"The symbol of a dimension");
+    if (!text::equalNoCase(own, symbol)) return creo::ProNoError;
     found = item;
     return creo::ProStopVisit;
   });
+  isWhole(visited, L"What a flexible component varies");
   return found;
 }
 
@@ -175,7 +177,7 @@ Outcome addDrivingParameter(const Task& task) {
   }
   int flexible = 0;
   const bool visited = eachComponent(task.model(), [&](const creo::ProFeature& component, const std::wstring& model) {
-    if (!creo::ProAsmcompIsFlexible(component).value) return;
+    if (!valueOrNone(creo::ProAsmcompIsFlexible(component), L"Whether " + model + L" is flexible")) return;
     const auto dimension = variedDimension(component, dim.text);
     if (!dimension) return;
     ++flexible;

@@ -75,7 +75,7 @@ bool passesInsideFilters(const Task& task, const Subject& component) {
   return passes;
 }
 
-// Nothing: a component that is left out, because it is a skeleton or its model can't be had.
+// Nothing: a component that is left out, because it is a skeleton or, with a line, its model or its kind can't be had.
 std::optional<Subject> subjectOf(const ProFeature& feature, int type) {
   Subject subject{feature, type == creo::kComponentFeature, {}, {}};
   if (!subject.isComponent) return subject;
@@ -84,9 +84,14 @@ std::optional<Subject> subjectOf(const ProFeature& feature, int type) {
     core::logWrite(text::format(L"The model of the component %d can't be retrieved", feature.id), core::kError);
     return {};
   }
-  if (creo::ProMdlIsSkeleton(model.value).value) return {};
+  const auto isSkeleton = creo::ProMdlIsSkeleton(model.value);
+  const auto modelType = creo::ProMdlTypeGet(model.value);
+  // Creo may not tell for want of a license: then it is taken for none.
+  const bool isKnown = modelType && (isSkeleton || isSkeleton.error == creo::ProNoLicense);
+  if (!isKnown) cantRead(text::format(L"The kind of the component %d", feature.id));
+  if (!isKnown || isSkeleton.value) return {};
   subject.model = model.value;
-  subject.type = creo::ProMdlTypeGet(model.value).value;
+  subject.type = modelType.value;
   return subject;
 }
 

@@ -1,5 +1,6 @@
 // Actions on whole family tables: verify, unlock, delete instances.
 #include "actions/model/family_tables.h"
+#include "actions/model/instances.h"
 
 #include <unordered_set>
 
@@ -97,7 +98,7 @@ void verifyInstance(const ProFaminstance& instance, const Verification& how) {
     line += core::msgText(good ? Message::instanceRegenerated : Message::instanceNotRegenerated);
   }
   verifyModel(model.value, how);
-  ProMdlErase(model.value);
+  letGo(model.value);
   if (good)
     core::logIndented(line, core::kNormal, 1);
   else

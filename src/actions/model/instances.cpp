@@ -4,6 +4,7 @@
 #include "creo/ProMdl.h"
 #include "documents/filter.h"
 #include "documents/predicates.h"
+#include "text/format.h"
 
 namespace actions {
 
@@ -16,6 +17,12 @@ bool announceFamily(const Task& task) {
                        documents::isGeneric(task.model()) == documents::Answer::yes;
   if (generic) core::logMsgId(Message::isGeneric, core::kNormal, 1);
   return generic;
+}
+
+void letGo(creo::ProMdl model) {
+  if (creo::ProMdlErase(model) == creo::ProNoError || !creo::ProMdlTypeGet(model)) return;  // gone, if not by this
+  if (creo::ProMdlErase(model) != creo::ProNoError)
+    core::logWrite(text::format(L"%s stays in memory", creo::ProMdlNameGet(model).value), core::kWarning);
 }
 
 bool visitInstances(creo::ProMdl generic,
@@ -34,7 +41,7 @@ bool visitInstances(creo::ProMdl generic,
       return creo::ProNoError;
     }
     visit(instance, model.value);
-    if (!wasThere) creo::ProMdlErase(model.value);
+    if (!wasThere) letGo(model.value);
     return creo::ProNoError;
   });
   return all && (result == creo::ProNoError || result == creo::ProNotFound);

@@ -14,6 +14,9 @@ constexpr core::Attribute kInstancesToo[] = {
     {.name = L"forInstances", .kind = core::Kind::flag, .words = L"false", .about = "false: instances are left alone"},
 };
 
+// Takes a model out of memory that came for a while. A refusal is tried once more; one that stays has a warning.
+void letGo(creo::ProMdl model);
+
 // Each instance of a model's own family table, built in memory for the time of the call. One that can't be built has
 // its line and is passed over; one that was in memory stays there. False: not all of them were visited.
 bool visitInstances(creo::ProMdl generic,

@@ -1,6 +1,7 @@
 // Actions on layer states: which layers show, under a name.
 #include "actions/model/layers.h"
 #include "actions/on_top.h"
+#include "actions/visits.h"
 #include "language/compare.h"
 #include "text/format.h"
 
@@ -52,9 +53,13 @@ struct NamedState {
 };
 std::vector<NamedState> statesThatFit(creo::ProMdl model, std::wstring_view pattern) {
   std::vector<NamedState> states;
-  for (const ProLayerstate& layerstate : creo::ProLayerstatesGet(model).value)
-    if (auto name = creo::ProLayerstateNameGet(layerstate); name && matches(pattern, name.value))
+  for (const ProLayerstate& layerstate : listOrNone(creo::ProLayerstatesGet(model), L"The layer states")) {
+    auto name = creo::ProLayerstateNameGet(layerstate);
+    if (!name)
+      cantRead(L"The name of a layer state");
+    else if (matches(pattern, name.value))
       states.push_back({layerstate, std::move(name.value)});
+  }
   return states;
 }
 

@@ -117,7 +117,7 @@ class Needed {
     }
   }
   [[nodiscard]] const std::vector<creo::ProMdl>& models() const { return models_; }
-  // "GEAR.PRT, which TOP.ASM uses", or "What TOP.ASM uses" where Creo can't tell that
+  // "GEAR.PRT, which TOP.ASM uses", or "What TOP.ASM uses", "What GEAR.DRW has for formats" where Creo can't tell that
   [[nodiscard]] const std::vector<std::wstring>& missing() const { return missing_; }
 
  private:
@@ -131,11 +131,18 @@ class Needed {
       missing_.push_back(text::format(L"%s.%s, which %s uses", used.name, used.typeText, label(user)));
   }
   // Those that lie with the models; others belong to the site.
-  void addFormats(creo::ProMdl drawing) {
-    const auto sheets = creo::ProDrawingSheetsCount(drawing);
-    for (int sheet = 1; sheets && sheet <= sheets.value; ++sheet)
-      if (const auto format = creo::ProDrawingFormatGet(drawing, sheet))
-        if (const auto model = creo::ProMdlRetrieve(format.value, creo::ProMdlType::format)) add(model.value);
+  void addFormats(creo::ProMdl model) {
+    const auto type = creo::ProMdlTypeGet(model);
+    if (type && type.value != creo::ProMdlType::drawing) return;
+    const auto sheets = creo::ProDrawingSheetsCount(model);
+    bool told = type && sheets;
+    for (int sheet = 1; told && sheet <= sheets.value; ++sheet) {
+      const auto format = creo::ProDrawingFormatGet(model, sheet);
+      told = creo::isTold(format);
+      if (!format) continue;
+      if (const auto found = creo::ProMdlRetrieve(format.value, creo::ProMdlType::format)) add(found.value);
+    }
+    if (!told) missing_.push_back(text::format(L"What %s has for formats", label(model)));
   }
   std::vector<creo::ProMdl> waiting_, models_;
   std::set<creo::ProMdl> seen_;

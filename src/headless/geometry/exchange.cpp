@@ -4,6 +4,8 @@
 #include <APIHeaderSection_MakeHeader.hxx>
 #include <IGESCAFControl_Writer.hxx>
 #include <IGESControl_Controller.hxx>
+#include <IGESData_GlobalSection.hxx>
+#include <IGESData_IGESModel.hxx>
 #include <Interface_Static.hxx>
 #include <STEPCAFControl_Controller.hxx>
 #include <STEPCAFControl_Writer.hxx>
@@ -20,6 +22,7 @@
 
 #include "headless/geometry/exchange_shapes.h"
 #include "headless/geometry/library_failure.h"
+#include "os/surroundings.h"
 #include "text/encoding.h"
 
 namespace headless::geometry {
@@ -154,12 +157,18 @@ class TreeWriter {
 
 Handle(TCollection_HAsciiString) ascii(const std::string& text) { return new TCollection_HAsciiString(text.c_str()); }
 
+// The time of the session's clock, which the library doesn't know.
+Handle(TCollection_HAsciiString) now(const char* pattern) {
+  return ascii(text::toUtf8(os::localTime(os::clock().seconds(), pattern)));
+}
+
 ExchangeBytes stepBytes(const ExchangeDocument& document, const std::wstring& name) {
   STEPCAFControl_Writer writer;
   if (!writer.Transfer(document, STEPControl_AsIs)) return {{}, L"the library can't make STEP of it"};
   const Handle(StepData_StepModel) model = writer.ChangeWriter().Model();
   APIHeaderSection_MakeHeader header(model);
   header.SetName(ascii(text::toUtf8(name)));
+  header.SetTimeStamp(now("%Y-%m-%dT%H:%M:%S"));  // ISO 8601, as ISO 10303-21 wants it
   header.SetOriginatingSystem(ascii("Kelvane User"));
   header.SetAuthorValue(1, ascii(""));
   header.SetOrganizationValue(1, ascii(""));
@@ -174,6 +183,10 @@ ExchangeBytes igesBytes(const ExchangeDocument& document) {
   IGESCAFControl_Writer writer;
   if (!writer.Transfer(document)) return {{}, L"the library can't make IGES of it"};
   writer.ComputeModel();
+  IGESData_GlobalSection facts = writer.Model()->GlobalSection();
+  facts.SetDate(now("%Y%m%d.%H%M%S"));
+  if (facts.HasLastChangeDate()) facts.SetLastChangeDate(facts.Date());
+  writer.Model()->SetGlobalSection(facts);
   std::ostringstream stream;
   if (!writer.Write(stream)) return {{}, L"the library can't write it"};
   return {std::move(stream).str(), {}};

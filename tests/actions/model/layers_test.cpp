@@ -366,11 +366,14 @@ TEST(LayerStates, AreShownAndDeleted) {
     world.runOn(L"BRACKET", creo::ProMdlType::part, "list.xml");
     EXPECT_EQ(std::string::npos, world.document("BRACKET.prt").find("WORK"));  // the combined state too lets it go
   }
-  const std::pair<std::string, std::wstring> failures[] = {{"ProLayerstateDelete", L"|E:Can't delete layerstate: WORK"},
-                                                           {"ProLayerstateActivate", L"|E:Can't set layerstate: WORK"}};
+  const std::pair<std::string, std::wstring> failures[] = {
+      {"ProLayerstateDelete", L"|E:Can't delete layerstate: WORK"},
+      {"ProLayerstatesGet", L"|E:The layer states can't be read"},
+      {"ProLayerstateNameGet", L"|E:The name of a layer state can't be read"},
+      {"ProLayerstateActivate", L"|E:Can't set layerstate: WORK"}};
   for (const auto& [operation, line] : failures) {
-    const std::string task = operation == "ProLayerstateDelete" ? layerTask("deleteLayerState", "name_0='WORK'")
-                                                                : layerTask("setLayerState", "statename='WORK'");
+    const std::string task = operation == "ProLayerstateActivate" ? layerTask("setLayerState", "statename='WORK'")
+                                                                  : layerTask("deleteLayerState", "name_0='WORK'");
     const Ran ran = ranOn(kLayers, task, [operation = operation](World& w, creo::ProMdl) {
       w.session().failNext(operation, creo::ProGeneralError);
     });

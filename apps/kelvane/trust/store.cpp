@@ -1,17 +1,14 @@
 #include "kelvane/trust/store.h"
 #include "kelvane/base/native_path.h"
 
-#include <openssl/evp.h>
-
 #include <algorithm>
-#include <array>
 #include <filesystem>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "kelvane/package/source.h"
+#include "os/digest.h"
 #include "os/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -90,21 +87,11 @@ KeptGrants grantsIn(const Json& entry) {
 }  // namespace
 
 std::string sha256Of(const std::string& file) {
-  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> digest(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-  bool good = digest && EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) == 1;
-  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) {
-    good = good && EVP_DigestUpdate(digest.get(), piece.data(), piece.size()) == 1;
-  });
-  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
-  unsigned size = 0;
+  const auto digest = os::sha256();
+  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) { digest->take(piece); });
   if (error) throw Fault(file + " can't be read: " + error.message());
-  if (!good || EVP_DigestFinal_ex(digest.get(), bytes.data(), &size) != 1)
-    throw Fault("the checksum of " + file + " can't be worked out");
-  std::string hex;
-  for (unsigned i = 0; i < size; ++i) {
-    hex += "0123456789abcdef"[bytes.at(i) >> 4U];
-    hex += "0123456789abcdef"[bytes.at(i) & 15U];
-  }
+  std::string hex = digest->hex();
+  if (hex.empty()) throw Fault("the checksum of " + file + " can't be worked out");
   return hex;
 }
 

@@ -26,6 +26,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 foreach(kind LIBRARY INCLUDE PACKAGE)
   set(CMAKE_FIND_ROOT_PATH_MODE_${kind} ONLY)
 endforeach()
-# Of pkg-config what lies there alone, with what static libraries need themselves.
-set(ENV{PKG_CONFIG_LIBDIR} ${KVD_LIBRARIES}/lib/pkgconfig)
+# Of pkg-config what lies there and is Debian's for Windows, with what static libraries need themselves.
+set(ENV{PKG_CONFIG_LIBDIR} ${KVD_LIBRARIES}/lib/pkgconfig:/usr/${KVD_TRIPLET}/lib/pkgconfig)
 set(PKG_CONFIG_ARGN --static)

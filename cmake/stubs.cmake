@@ -5,7 +5,7 @@
 # Included, it defines KVD_STUBS, the import library. Run with -P it makes it of LIBRARIES (the floors, with "|" between
 # them), with NM, FILT and DLLTOOL, into OUTPUT; ROWS is the folder of the rows.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
-  if(NOT WIN32)
+  if(NOT MINGW)
     message(FATAL_ERROR "without the headless session the plug-in needs KVD_ADAPTER")
   endif()
   find_program(KVD_FILT NAMES ${KVD_TRIPLET}-c++filt c++filt REQUIRED)

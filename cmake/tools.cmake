@@ -13,9 +13,15 @@ if(MOLD AND NOT WIN32)
 endif()
 
 add_library(kvd_flags INTERFACE)
-target_compile_options(kvd_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wcast-qual -Wformat=2 -Wunused $<$<BOOL:${KVD_WERROR}>:-Werror> -fno-math-errno)
+if(MSVC)  # also clang-cl; not tried
+  target_compile_options(kvd_flags INTERFACE /utf-8 /permissive- /EHsc /Zc:__cplusplus /Zc:preprocessor /W4
+    $<$<BOOL:${KVD_WERROR}>:/WX>)
+  target_compile_definitions(kvd_flags INTERFACE _WIN32_WINNT=0x0A00 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+else()
+  target_compile_options(kvd_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wcast-qual -Wformat=2 -Wunused $<$<BOOL:${KVD_WERROR}>:-Werror> -fno-math-errno)
+endif()
 # Programs would be compiled with -fPIE, for which the libraries' precompiled header is no use.
 target_compile_options(kvd_flags INTERFACE $<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<NOT:$<PLATFORM_ID:Windows>>>:-fPIC>)
 # GCC 12 sees overlaps and overflows in optimised std::string code that aren't there (its bug 105651).

@@ -62,6 +62,10 @@ std::size_t rootLength(std::wstring_view machine) {
   return std::min(machine.size(), server == machine.npos ? server : machine.find(L'/', server + 1));
 }
 
+bool isWhole(std::wstring_view machine) {
+  return isServer(machine) || (isDrive(machine) && machine.size() > 2 && isSeparator(machine[2]));
+}
+
 NameKind kindOfPath(std::wstring_view machine) {
   const std::wstring_view root = machine.substr(0, rootLength(machine));
   if (root.starts_with(L"//.") || root.starts_with(L"//?")) return NameKind::reserved;  // names of devices

@@ -41,6 +41,8 @@ std::wstring forPrograms(std::wstring_view machine);
 NameKind kindOfPath(std::wstring_view machine);
 // The length of what no ".." climbs above: of "C:/", of "//server/share".
 std::size_t rootLength(std::wstring_view machine);
+// Does it begin at the root of a letter, or at a server? "C:a" goes on from a folder that the letter has just now.
+bool isWhole(std::wstring_view machine);
 
 // ---- programs
 

@@ -47,6 +47,12 @@ TEST(WindowsRules, PathsGoToTheSystemAndBack) {
   }
 }
 
+TEST(WindowsRules, APathIsWholeFromARootOn) {
+  for (const std::wstring_view path : {L"C:/", L"c:\\a", L"//server/share/a"}) EXPECT_TRUE(isWhole(path));
+  for (const std::wstring_view path : {L"", L"/a", L"//", L"C:", L"C:a", L"a/b"})
+    EXPECT_FALSE(isWhole(path)) << text::toUtf8(path);
+}
+
 TEST(WindowsRules, ArgumentsAreTakenApartAsTheyWerePut) {
   const std::pair<std::wstring_view, std::wstring_view> rows[] = {
       {L"a", L"a"},

@@ -278,7 +278,7 @@ TEST(AsciiScan, AMarkOrAWideCharacterIsFoundWhereverItStands) {
     for (std::size_t i = 0; i < size; ++i) quiet[i] = L"\x7F!#&?A 'd5"[i % 10];
     EXPECT_TRUE(isAsciiWithoutMarks(quiet)) << size;
     for (std::size_t at = 0; at < size; ++at) {
-      const wchar_t loud = L"$%@\x80\xA7\x124\x8025\x10040"[(at + size) % 8];
+      const wchar_t loud = L"$%@\x80\xA7\x124\x8025\U00010040"[(at + size) % 8];
       std::wstring other = quiet;
       other[at] = loud;
       ASSERT_FALSE(isAsciiWithoutMarks(other)) << size << " at " << at << " code " << static_cast<int>(loud);

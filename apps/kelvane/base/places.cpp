@@ -5,6 +5,7 @@
 
 #include "kelvane/base/fault.h"
 #include "kelvane/base/hash.h"
+#include "os/places.h"
 #include "os/processes.h"
 #include "os/program.h"
 #include "os/surroundings.h"
@@ -21,9 +22,8 @@ std::string variable(std::wstring_view name) {
 }
 
 fs::path cacheFolder() {
-  if (const std::string cache = variable(L"XDG_CACHE_HOME"); cache.starts_with('/')) return nativePath(cache);
-  if (const std::string home = variable(L"HOME"); !home.empty()) return nativePath(home) / ".cache";
-  return fs::temp_directory_path();
+  const std::string folder = os::cacheFolder();
+  return folder.empty() ? fs::temp_directory_path() : nativePath(folder);
 }
 
 bool isInstallation(const fs::path& folder) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kelvane/base/backwards.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "os/surroundings.h"
@@ -60,7 +61,7 @@ class Reader {
  private:
   void close(const Record& record) {
     const int number = record.value("n", 0);
-    for (Deed& deed : std::ranges::reverse_view(journal_.deeds)) {
+    for (Deed& deed : Backwards(journal_.deeds)) {
       if (deed.number != number) continue;
       deed.now = deedOf({{"record", "append"}, {"now", record.value("now", Record())}})->now;
       return;

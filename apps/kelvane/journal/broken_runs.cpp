@@ -1,6 +1,6 @@
 #include "kelvane/journal/broken_runs.h"
 
-#include <ranges>
+#include "kelvane/base/backwards.h"
 
 namespace kelvane {
 
@@ -8,7 +8,7 @@ std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& 
                                            const std::string& listSum) {
   std::set<std::string> finished;
   const std::vector<std::string> runs = book.runs();
-  for (const std::string& run : std::ranges::reverse_view(runs)) {
+  for (const std::string& run : Backwards(runs)) {
     const RunJournal journal = book.read(run);
     const auto is = [&](const char* member, const std::string& text) {
       return memberText(journal.begin, member) == text;

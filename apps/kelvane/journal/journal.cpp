@@ -19,11 +19,11 @@ constexpr auto kFlushPause = std::chrono::seconds(1);
 
 std::string journalTime() { return text::toUtf8(os::localTime(os::clock().seconds(), "%Y-%m-%d %H:%M:%S")); }
 
-Journal::Journal(const Book& book, os::Files& disk, Record facts, Flush flush)
+Journal::Journal(const Book& book, os::Files& disk, const Record& facts, Flush flush)
     : book_(book), disk_(disk), when_(flush), numbers_(book.numbers()) {
   run_ = runName(numbers_.run + 1);
   try {
-    begin(std::move(facts));
+    begin(facts);
   } catch (const Fault&) {
     records_.reset();
     (void)disk_.removeFolder(book_.folderOf(run_), book_.folder());

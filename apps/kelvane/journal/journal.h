@@ -19,7 +19,7 @@ class Journal {
   };
   // Begins the next run of the folder; facts: the members of its record `begin`. disk isn't owned. A Fault where the
   // journal can't be begun; nothing of it is left then.
-  Journal(const Book& book, os::Files& disk, Record facts, Flush flush = Flush::beforeFinal);
+  Journal(const Book& book, os::Files& disk, const Record& facts, Flush flush = Flush::beforeFinal);
   Journal(const Journal&) = delete;
   Journal& operator=(const Journal&) = delete;
 

@@ -4,6 +4,7 @@
 #include "kelvane/base/places.h"
 #include "kelvane/show/model_folder.h"
 #include "os/paths.h"
+#include "os/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
@@ -62,7 +63,7 @@ bool isVaultRecord(std::string_view written) {
 std::wstring JournalPaths::system(std::string_view written) {
   if (isOfTemp(written)) return os::withBackslashes(L"t:/" + text::fromUtf8(written.substr(kTempPrefix.size())));
   if (isOfVault(written)) return os::mounts().system(written.substr(kVaultPrefix.size()));
-  if (written.starts_with('/')) return os::mounts().system(written);
+  if (os::isWhole(written)) return os::mounts().system(written);
   return os::withBackslashes(text::fromUtf8(models() + std::string(written)));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kelvane/base/backwards.h"
 #include "kelvane/base/places.h"
 #include "kelvane/journal/paths.h"
 #include "os/surroundings.h"
@@ -93,7 +94,7 @@ std::string takeBack(const Back& back, const std::wstring& kept) {
 }
 
 void removeEmptyFolders(const std::vector<std::string>& folders) {
-  for (const std::string& folder : std::ranges::reverse_view(folders)) {
+  for (const std::string& folder : Backwards(folders)) {
     const std::wstring place = JournalPaths::system(folder);
     const auto held = os::files().list(place);
     std::wstring bare = place;

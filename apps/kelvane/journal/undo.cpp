@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kelvane/base/backwards.h"
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/journal/taking_back.h"
@@ -87,7 +88,7 @@ std::string UndoPlan::writerOf(const std::string& line) const {
     return !path.empty() && line.starts_with(JournalPaths::shown(path) + " ");
   };
   const std::vector<std::string> runs = book_.runs();
-  for (const std::string& run : std::ranges::reverse_view(runs)) {
+  for (const std::string& run : Backwards(runs)) {
     if (run == journal_.run) break;
     for (const Deed& deed : book_.read(run).deeds)
       if (isOf(deed.path) || isOf(deed.to)) return " by run " + run;
@@ -169,7 +170,7 @@ LastPlan planOfLast(const Book& book) {
   LastPlan last;
   std::set<std::string> undone;
   const std::vector<std::string> runs = book.runs();
-  for (const std::string& run : std::ranges::reverse_view(runs)) {
+  for (const std::string& run : Backwards(runs)) {
     if (undone.contains(run)) continue;
     const RunJournal journal = book.read(run);
     if (journal.verb() == "undo") {

@@ -382,7 +382,7 @@ void RunWatch::tellMoved() {
     for (const std::string& model : models)
       if (count++ < kMost) line.append(line.empty() ? "" : ", ").append(model);
     if (count > kMost) line += " and " + std::to_string(count - kMost) + " more";
-    console_.note("saved in " + folder + " since a backup: " + line);
+    console_.note(std::string("saved in ").append(folder).append(" since a backup: ").append(line));
   }
 }
 

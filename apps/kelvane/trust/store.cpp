@@ -1,21 +1,17 @@
 #include "kelvane/trust/store.h"
 #include "kelvane/base/native_path.h"
 
-#include <openssl/evp.h>
-
 #include <algorithm>
-#include <array>
 #include <filesystem>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "kelvane/package/source.h"
-#include "os/processes.h"
+#include "os/digest.h"
+#include "os/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
-#include "text/pieces.h"
 
 namespace kelvane {
 namespace {
@@ -23,21 +19,13 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kFile = "kelvane/trust.json";
+constexpr const char* kFile = "/kelvane/trust.json";
 constexpr int kFormat = 1;
 
-std::string variable(std::wstring_view name) {
-  const auto value = os::environment(name);
-  return value ? text::toUtf8(*value) : std::string();
-}
-
 std::string siteFile() {
-  std::string folders = variable(L"XDG_CONFIG_DIRS");
-  if (folders.empty()) folders = "/etc/xdg";
-  for (const std::wstring& folder : text::split(text::fromUtf8(folders), L':')) {
-    std::string file = text::toUtf8(folder) + "/" + kFile;
+  for (const std::string& folder : os::siteFolders()) {
     std::error_code error;
-    if (file.starts_with('/') && fs::exists(nativePath(file), error)) return file;
+    if (fs::exists(nativePath(folder + kFile), error)) return folder + kFile;
   }
   return {};
 }
@@ -61,7 +49,7 @@ Json asJson(const std::vector<os::Need>& needs) {
 // Any other place would be taken for one below the root, or for the root.
 void requireWhole(const os::Need& need) {
   const bool isPlace = need.permission == os::Permission::read || need.permission == os::Permission::write;
-  if (need.resource.empty() || (isPlace && !need.resource.starts_with(L'/')))
+  if (need.resource.empty() || (isPlace && !os::isWhole(text::toUtf8(need.resource))))
     throw std::invalid_argument("'" + text::toUtf8(need.resource) + "' is no whole path or no name");
 }
 
@@ -99,28 +87,17 @@ KeptGrants grantsIn(const Json& entry) {
 }  // namespace
 
 std::string sha256Of(const std::string& file) {
-  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> digest(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-  bool good = digest && EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) == 1;
-  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) {
-    good = good && EVP_DigestUpdate(digest.get(), piece.data(), piece.size()) == 1;
-  });
-  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
-  unsigned size = 0;
+  const auto digest = os::sha256();
+  const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) { digest->take(piece); });
   if (error) throw Fault(file + " can't be read: " + error.message());
-  if (!good || EVP_DigestFinal_ex(digest.get(), bytes.data(), &size) != 1)
-    throw Fault("the checksum of " + file + " can't be worked out");
-  std::string hex;
-  for (unsigned i = 0; i < size; ++i) {
-    hex += "0123456789abcdef"[bytes.at(i) >> 4U];
-    hex += "0123456789abcdef"[bytes.at(i) & 15U];
-  }
+  std::string hex = digest->hex();
+  if (hex.empty()) throw Fault("the checksum of " + file + " can't be worked out");
   return hex;
 }
 
 std::string ownTrustFile() {
-  if (const std::string set = variable(L"XDG_CONFIG_HOME"); set.starts_with('/')) return set + "/" + kFile;
-  const std::string home = variable(L"HOME");
-  return home.empty() ? std::string() : home + "/.config/" + kFile;
+  const std::string folder = os::configurationFolder();
+  return folder.empty() ? folder : folder + kFile;
 }
 
 PackageIdentity identityOf(const std::string& package) {
@@ -195,7 +172,7 @@ bool TrustStore::forget(const PackageIdentity& package) {
 }
 
 void TrustStore::write() const {
-  if (path_.empty()) throw Fault("grants can't be kept: neither XDG_CONFIG_HOME nor HOME is set");
+  if (path_.empty()) throw Fault("grants can't be kept: the machine knows no folder for settings of this user");
   Json packages = Json::array();
   for (const KeptGrants& entry : entries_) {
     if (entry.isSite) continue;

@@ -28,10 +28,9 @@ struct KeptGrants {
   bool isSite = false;  // from the site's file
 };
 
-// A person's file is $XDG_CONFIG_HOME/kelvane/trust.json, or ~/.config/kelvane/trust.json. A site's is the first
-// kelvane/trust.json in the folders of $XDG_CONFIG_DIRS, or /etc/xdg/kelvane/trust.json, as the XDG base directories
-// 0.8 of freedesktop.org have it; the program only reads it. A Fault for one that can't be read or holds something
-// else.
+// A person's file is kelvane/trust.json in that person's folder of settings. A site's is the first kelvane/trust.json
+// in the folders of settings for all (os/places.h); the program only reads it. A Fault for one that can't be read or
+// holds something else.
 class TrustStore {
  public:
   TrustStore();

@@ -1,4 +1,3 @@
-#include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -6,7 +5,9 @@
 #include <map>
 
 #include "os/gate.h"
+#include "os/places.h"
 #include "os/posix/own_environment.h"
+#include "os/posix/own_user.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -33,39 +34,21 @@ std::map<std::string, std::optional<std::string>>& replaced() {
   return values;
 }
 
-// The name and the home folder that the machine's list of users has for this one.
-struct User {
-  std::string name, home;
-};
-User user() {
-  std::string buffer(16384, '\0');
-  passwd entry{};
-  passwd* found = nullptr;
-  if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || !found) return {};
-  return {found->pw_name, found->pw_dir};
-}
-
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
   return value ? value : "";
 }
 
 std::optional<std::wstring> userName() {
-  std::string name = user().name;
+  std::string name = ownUser().name;
   if (name.empty()) name = variable("USER");
   if (name.empty()) return std::nullopt;
   return text::fromUtf8(name);
 }
 
-std::optional<std::wstring> configurationFolder() {
-  std::string folder = variable("XDG_CONFIG_HOME");
-  if (!folder.starts_with('/')) {
-    std::string home = variable("HOME");
-    if (home.empty()) home = user().home;
-    if (home.empty()) return std::nullopt;
-    folder = home + "/.config";
-  }
-  return mounts().system(folder);
+std::optional<std::wstring> settingsFolder() {
+  const std::string folder = configurationFolder();
+  return folder.empty() ? std::nullopt : std::optional<std::wstring>(mounts().system(folder));
 }
 
 }  // namespace
@@ -75,7 +58,7 @@ std::optional<std::wstring> environment(std::wstring_view name) {
     return text::fromUtf8(variable(known.c_str()));
   }
   if (text::equalNoCase(name, L"username")) return userName();
-  if (text::equalNoCase(name, L"appdata")) return configurationFolder();
+  if (text::equalNoCase(name, L"appdata")) return settingsFolder();
   return std::nullopt;
 }
 

@@ -3,14 +3,12 @@
 #include <map>
 
 #include "os/gate.h"
+#include "os/places.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "os/windows/native.h"
 #include "os/windows/own_environment.h"
 #include "text/letters.h"
-
-// Behind what it needs.
-#include <shlobj.h>
 
 namespace os {
 namespace {
@@ -43,13 +41,9 @@ std::optional<std::wstring> userName() {
   return name;
 }
 
-std::optional<std::wstring> configurationFolder() {
-  PWSTR path = nullptr;
-  const bool isFound = ::SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &path) == S_OK;
-  std::optional<std::wstring> folder;
-  if (isFound) folder = mounts().system(machineOf(path));
-  ::CoTaskMemFree(path);
-  return folder;
+std::optional<std::wstring> settingsFolder() {
+  const std::string folder = configurationFolder();
+  return folder.empty() ? std::nullopt : std::optional<std::wstring>(mounts().system(folder));
 }
 
 }  // namespace
@@ -58,7 +52,7 @@ std::optional<std::wstring> environment(std::wstring_view name) {
   if (name.empty()) return std::nullopt;
   if (auto value = variable(std::wstring(name))) return value;
   if (text::equalNoCase(name, L"username")) return userName();
-  if (text::equalNoCase(name, L"appdata")) return configurationFolder();
+  if (text::equalNoCase(name, L"appdata")) return settingsFolder();
   return std::nullopt;
 }
 

@@ -30,5 +30,7 @@ void endConfinement();
 // An error line of the log: "Refused: read /etc/passwd (--allow-read=/etc isn't granted)". Once for each action on each
 // model, and through a silence, since a refusal shows nothing of what the silence keeps.
 void tellRefused(const os::Asked& asked);
+// Those that no log tells, as the plug-in hasn't started or has ended, each once: they count as told from then on.
+std::vector<std::wstring> takeUntoldRefusals();
 
 }  // namespace core

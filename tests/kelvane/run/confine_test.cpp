@@ -417,6 +417,19 @@ TEST_F(RunTrust, GrantsAreKeptForThatContentAndAskedForWhatIsNew) {
   }
 }
 
+// Both are unpacked in one folder, where a time alone tells them apart: what is kept for one opens nothing to the
+// other.
+TEST_F(RunTrust, APackageOfTheSameNameButForCapitalsIsAnotherOne) {
+  EXPECT_EQ(0, kelvane({"trust", package(), grant()}).code);
+  list("try.xml", report(system("outside/twin.csv")));
+  fs::create_directory(path("twin"));
+  ASSERT_EQ(0, kelvane({"pack", path("standards"), path("twin/Standards.kvz")}).code);
+  fs::last_write_time(path("twin/Standards.kvz"), fs::last_write_time(package()));
+  for (const std::string& one : {package(), path("twin/Standards.kvz"), package()})
+    runPackage(one, "try", {"--confine", "--again"});
+  EXPECT_EQ((std::vector<std::string>{"secret.txt", "x.csv", "x.csvheader"}), filesIn("outside"));
+}
+
 TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {
   EXPECT_EQ(0, kelvane({"trust", path("standards"), grant()}).code);
   list("more.xml", kAddNorm);

@@ -151,6 +151,13 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
   writeZip(path("bomb.kvz"), {{"bomb", std::string(8 << 20, 'x')}});
   writeZip(path("slash.kvz"), {{"a\\..\\..\\up.txt", "x"}});
   writeZip(path("twice.kvz"), {{"models\\a", "x"}, {"models/A", "y"}});
+  // Each would be unpacked over the one that is looked at.
+  for (const char* again : {"models//a", "./models/a", "models/./A"}) {
+    writeZip(path("dots.kvz"), {{"models/a", "x"}, {again, "y"}});
+    EXPECT_THAT(kelvane({"check", path("dots.kvz")}).err, testing::HasSubstr(" is damaged: it holds 'models/"))
+        << again;
+  }
+  writeZip(path("umlaut.kvz"), {{"models/\xC3\xA4", "x"}, {"models/\xC3\x84", "y"}});
   file("text.kvz", "this is no zip file");
   kelvane({"pack", example("packages/standards"), path("whole.kvz")});
   const std::string whole = readBytes(path("whole.kvz"));
@@ -163,6 +170,7 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
       {"letter.kvz", " is refused: it has a member with a drive: c:/up.txt"},
       {"slash.kvz", " is refused: it has a member that leaves the package's folder: a\\..\\..\\up.txt"},
       {"twice.kvz", " is damaged: it holds 'models/a' twice"},
+      {"umlaut.kvz", " is damaged: it holds 'models/\xC3\x84' twice"},
       {"bomb.kvz", " is refused: it would unpack to more than is allowed"},
       {"text.kvz", " is no package: it isn't a whole zip file"},
       {"short.kvz", " is no package: it isn't a whole zip file"},

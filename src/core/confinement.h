@@ -13,7 +13,7 @@ namespace core {
 struct ConfinementSettings {
   bool isOn = false;
   std::wstring odd;                    // the value of kvd_confine where it is neither 0 nor 1; it counts as 1
-  std::vector<std::wstring> notWhole;  // places among the names that are no whole paths; they count for nothing
+  std::vector<std::wstring> notWhole;  // names that are no whole paths or no servers; they count for nothing
   std::vector<os::Need> allowed, denied;
 };
 ConfinementSettings& confinementSettings();

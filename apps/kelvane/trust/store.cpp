@@ -58,10 +58,11 @@ Json asJson(const std::vector<os::Need>& needs) {
   return all;
 }
 
-// Any other place would be taken for one below the root, or for the root.
+// Any other place would be taken for one below the root, or for the root; any other server would be none.
 void requireWhole(const os::Need& need) {
   const bool isPlace = need.permission == os::Permission::read || need.permission == os::Permission::write;
-  if (need.resource.empty() || (isPlace && !need.resource.starts_with(L'/')))
+  const bool isNoServer = need.permission == os::Permission::net && !os::isServer(need.resource);
+  if (need.resource.empty() || isNoServer || (isPlace && !need.resource.starts_with(L'/')))
     throw std::invalid_argument("'" + text::toUtf8(need.resource) + "' is no whole path or no name");
 }
 

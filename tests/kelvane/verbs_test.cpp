@@ -73,6 +73,9 @@ TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
               testing::HasSubstr("\x1b[31m" + shown + "\x1b[0m -> "));
   EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out,
               testing::HasSubstr("b\\nc\\u009b\\u2028\\u202egpj"));
+  // Names of files have any bytes.
+  for (const char* name : {"\x9b[2J", "\xc0\x9b[2J", "\xf0\x9f\x9b[2J"})
+    EXPECT_THAT(kelvane({"models", path(name)}).err, testing::HasSubstr("\\x9b[2J"));
   EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\\u202egpj.\\ufeff\u200d\n",
             kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
 }

@@ -208,7 +208,12 @@ void TrustStore::write() const {
   }
   const std::wstring target = systemPath(path_);
   std::error_code error = os::files().createFolders(os::folderOf(target));
-  const std::string bytes = Json({{"format", kFormat}, {"packages", std::move(packages)}}).dump(2) + "\n";
+  std::string bytes;
+  try {
+    bytes = Json({{"format", kFormat}, {"packages", std::move(packages)}}).dump(2) + "\n";
+  } catch (const Json::type_error&) {
+    throw Fault(path_ + " can't be written: a name in it isn't UTF-8");
+  }
   if (!error) error = os::files().write(target, bytes);
   if (!error) fs::permissions(nativePath(path_), fs::perms::owner_read | fs::perms::owner_write, error);
   if (error) throw Fault(path_ + " can't be written: " + error.message());

@@ -93,7 +93,8 @@ void grants(PluginState&, const std::wstring& value) {
     const std::size_t start = letter.empty() ? 0 : 2;
     const bool isLost = !letter.empty() && !os::mounts().has(letter[0]) && os::partsOf(name).empty();
     const bool isWhole = name.find_first_of(L"\\/", start) == start && !isLost;
-    if (isPath && !isWhole) {
+    const bool isNoServer = P == os::Permission::net && !os::isServer(name);
+    if ((isPath && !isWhole) || isNoServer) {
       confinementSettings().notWhole.push_back(std::move(name));
       continue;
     }

@@ -1,5 +1,6 @@
 #include "core/confinement.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <set>
@@ -32,7 +33,7 @@ Told& lastTold() {
   return told;
 }
 
-// Refusals that came before the configuration said where logs lie; nothing: it has.
+// Refusals that came before the configuration said where logs lie, or behind the plug-in's end; nothing: it runs.
 std::optional<std::vector<std::wstring>>& early() {
   static std::optional<std::vector<std::wstring>> lines{std::in_place};
   return lines;
@@ -42,7 +43,7 @@ std::optional<std::vector<std::wstring>>& early() {
 void tellEarly() {
   const ConfinementSettings& settings = confinementSettings();
   for (const std::wstring& name : settings.notWhole)
-    creoLog(text::format(L"<KVD> '%s' of kvd_allow_... or kvd_deny_... is no whole path and counts for nothing", name));
+    creoLog(text::format(L"<KVD> '%s' of kvd_allow_... or kvd_deny_... is no whole path or no server and counts for nothing", name));
   const auto lines = std::exchange(early(), std::nullopt);
   for (const std::wstring& line : lines.value_or(std::vector<std::wstring>())) logWrite(line, kError);
 }
@@ -100,7 +101,10 @@ void endConfinement() {
 
 void tellRefused(const os::Asked& asked) {
   const std::wstring line = L"Refused: " + asked.what + L" (" + asked.reason + L")";
-  if (early()) return early()->push_back(line);
+  if (early()) {
+    if (std::find(early()->begin(), early()->end(), line) == early()->end()) early()->push_back(line);
+    return;
+  }
   Told& told = lastTold();
   if (std::wstring place = placeNow(); told.place != place || told.log != logsBegun())
     told = {std::move(place), logsBegun(), {}};
@@ -113,6 +117,10 @@ void tellRefused(const os::Asked& asked) {
   logWrite(line, kError);
   isTelling = false;
   told.log = logsBegun();  // the line may have opened its log
+}
+
+std::vector<std::wstring> takeUntoldRefusals() {
+  return early() ? std::exchange(*early(), {}) : std::vector<std::wstring>();
 }
 
 }  // namespace core

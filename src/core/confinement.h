@@ -13,7 +13,7 @@ namespace core {
 struct ConfinementSettings {
   bool isOn = false;
   std::wstring odd;                    // the value of kvd_confine where it is neither 0 nor 1; it counts as 1
-  std::vector<std::wstring> notWhole;  // places among the names that are no whole paths; they count for nothing
+  std::vector<std::wstring> notWhole;  // names that are no whole paths or no servers; they count for nothing
   std::vector<os::Need> allowed, denied;
 };
 ConfinementSettings& confinementSettings();
@@ -30,5 +30,7 @@ void endConfinement();
 // An error line of the log: "Refused: read /etc/passwd (--allow-read=/etc isn't granted)". Once for each action on each
 // model, and through a silence, since a refusal shows nothing of what the silence keeps.
 void tellRefused(const os::Asked& asked);
+// Those that no log tells, as the plug-in hasn't started or has ended, each once: they count as told from then on.
+std::vector<std::wstring> takeUntoldRefusals();
 
 }  // namespace core

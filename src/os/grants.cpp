@@ -138,17 +138,24 @@ std::wstring hostOf(std::string_view address) {
   if (at != address.npos) address.remove_prefix(at + 1);
   const auto isOdd = [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '%'; };
   if (std::any_of(address.begin(), address.end(), isOdd)) return {};
-  return text::lower(text::fromUtf8(address));
+  const std::wstring host = text::lower(text::fromUtf8(address)), name(withoutPort(host));
+  std::wstring port = host.substr(std::min(host.size(), name.size() + 1));
+  const bool isInBrackets = name.starts_with(L'[') && name.ends_with(L']');
+  if (name.empty() || (!isInBrackets && name.find(L':') != name.npos)) return {};
+  if (port.find_first_not_of(L"0123456789") != port.npos) return {};
+  const std::size_t first = port.find_first_not_of(L'0');
+  if (first == port.npos && !port.empty()) return {};
+  return port.empty() ? name : name + L":" + port.substr(first);
 }
 
 std::wstring hostAndPortOf(std::string_view address) {
-  const std::wstring host = hostOf(address);
-  if (host.empty()) return {};
-  const std::wstring_view name = withoutPort(host);
-  std::wstring port = host.substr(std::min(host.size(), name.size() + 1));
-  port.erase(0, std::min(port.find_first_not_of(L'0'), port.size()));
-  if (port.empty()) port = text::lower(std::string(address.substr(0, 5))) == "http:" ? L"80" : L"443";
-  return std::wstring(name) + L":" + port;
+  std::wstring host = hostOf(address);
+  if (host.empty() || withoutPort(host).size() < host.size()) return host;
+  return host + (text::lower(std::string(address.substr(0, 5))) == "http:" ? L":80" : L":443");
+}
+
+bool isServer(std::wstring_view resource) {
+  return !resource.empty() && hostOf("https://" + text::toUtf8(resource)) == text::lower(resource);
 }
 
 PlainCommand plainCommand(std::wstring_view command) { return CommandReader(command).run(); }

@@ -28,11 +28,15 @@ struct Need {
 // "allow-read=/srv/templates", as it stands behind two dashes on a command line.
 std::wstring grantText(const Need& need);
 
-// The server that an address asks, in small letters: "plm.example.com", "[::1]", with the port where it has one; empty
-// where it names none.
+// The server that an address asks, in small letters: "plm.example.com", "[::1]", with the port where it has one,
+// without zeros in front; empty where it names none.
 std::wstring hostOf(std::string_view address);
 // The same with the port that is asked, be it that of the scheme: "plm.example.com:443".
 std::wstring hostAndPortOf(std::string_view address);
+
+// Does a grant name a server so that an address can be its own? A name or an address, that of IPv6 in brackets, alone
+// or with a port.
+bool isServer(std::wstring_view resource);
 
 // A command line that is one program with its arguments, as a shell takes it.
 struct PlainCommand {

@@ -73,6 +73,9 @@ TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
               testing::HasSubstr("\x1b[31m" + shown + "\x1b[0m -> "));
   EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out,
               testing::HasSubstr("b\\nc\\u009b\\u2028\\u202egpj"));
+  // Names of files have any bytes.
+  for (const char* name : {"\x9b[2J", "\xc0\x9b[2J", "\xf0\x9f\x9b[2J"})
+    EXPECT_THAT(kelvane({"models", path(name)}).err, testing::HasSubstr("\\x9b[2J"));
   EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\\u202egpj.\\ufeff\u200d\n",
             kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
 }
@@ -151,6 +154,13 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
   writeZip(path("bomb.kvz"), {{"bomb", std::string(8 << 20, 'x')}});
   writeZip(path("slash.kvz"), {{"a\\..\\..\\up.txt", "x"}});
   writeZip(path("twice.kvz"), {{"models\\a", "x"}, {"models/A", "y"}});
+  // Each would be unpacked over the one that is looked at.
+  for (const char* again : {"models//a", "./models/a", "models/./A"}) {
+    writeZip(path("dots.kvz"), {{"models/a", "x"}, {again, "y"}});
+    EXPECT_THAT(kelvane({"check", path("dots.kvz")}).err, testing::HasSubstr(" is damaged: it holds 'models/"))
+        << again;
+  }
+  writeZip(path("umlaut.kvz"), {{"models/\xC3\xA4", "x"}, {"models/\xC3\x84", "y"}});
   file("text.kvz", "this is no zip file");
   kelvane({"pack", example("packages/standards"), path("whole.kvz")});
   const std::string whole = readBytes(path("whole.kvz"));
@@ -163,6 +173,7 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
       {"letter.kvz", " is refused: it has a member with a drive: c:/up.txt"},
       {"slash.kvz", " is refused: it has a member that leaves the package's folder: a\\..\\..\\up.txt"},
       {"twice.kvz", " is damaged: it holds 'models/a' twice"},
+      {"umlaut.kvz", " is damaged: it holds 'models/\xC3\x84' twice"},
       {"bomb.kvz", " is refused: it would unpack to more than is allowed"},
       {"text.kvz", " is no package: it isn't a whole zip file"},
       {"short.kvz", " is no package: it isn't a whole zip file"},

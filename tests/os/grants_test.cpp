@@ -22,6 +22,11 @@ TEST(Grants, AnAddressNamesTheServerThatIsAsked) {
       {"evil.com/?x=http://good.com/", L""},
       {"http://good.com%2eevil.com/", L""},
       {"http:///evil.com", L""},
+      {"http://evil.com:/", L"evil.com"},
+      {"http://evil.com:080/", L"evil.com:80"},
+      {"http://evil.com:80:81/", L""},
+      {"http://evil.com:0/", L""},
+      {"http://::1/", L""},
       {"http:/good.com", L""},
       {"ftp://good.com/", L""},
       {" http://good.com/", L""},
@@ -38,6 +43,12 @@ TEST(Grants, AnAddressNamesTheServerThatIsAsked) {
   EXPECT_TRUE(Grants::isOpen(grants.mayAsk(L"good.com:81")));
   EXPECT_FALSE(Grants::isOpen(grants.mayAsk(L"plm.example.com")));
   grants.deny({Permission::net, L"good.com:443"});  // said or not
+  for (const wchar_t* server : {L"good.com", L"good.com:443", L"127.0.0.1", L"[::1]", L"[::1]:8080"})
+    EXPECT_TRUE(isServer(server)) << server;
+  // As a denial these would hold nothing back.
+  for (const wchar_t* none : {L"::1", L"[::1", L"[::1]:", L"good.com:", L"good.com:080", L"good.com:x", L"u@good.com",
+                              L"http://good.com", L"good.com/x", L"good com", L"a:b:80", L":80", L""})
+    EXPECT_FALSE(isServer(none)) << none;
   for (const char* address :
        {"https://good.com/", "https://GOOD.com:443/", "https://good.com:0443", "http://good.com:443"})
     EXPECT_EQ(Grants::Verdict::denied, grants.mayAsk(hostAndPortOf(address))) << address;

@@ -19,18 +19,27 @@ struct Range {
 constexpr Range kUnseen[] = {{0x61C, 0x61C},   {0x180E, 0x180E}, {0x200B, 0x200B}, {0x200E, 0x200F},
                              {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
 
-// The character of two or three bytes that the text begins with, and its bytes; 0 for any other.
+// The character that the text begins with: a code where it has two or three bytes, else 0. A byte that is none of UTF-8
+// stands for itself.
 struct Character {
   unsigned code = 0;
-  std::size_t bytes = 0;
+  std::size_t bytes = 1;
 };
-Character shortCharacter(std::string_view text) {
+Character characterOf(std::string_view text) {
   const auto at = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-  const auto follows = [&](std::size_t i) { return (at(i) & 0xC0U) == 0x80U; };
-  if ((at(0) & 0xE0U) == 0xC0U && follows(1)) return {(at(0) & 0x1FU) << 6U | (at(1) & 0x3FU), 2};
-  if ((at(0) & 0xF0U) == 0xE0U && follows(1) && follows(2))
-    return {(at(0) & 0xFU) << 12U | (at(1) & 0x3FU) << 6U | (at(2) & 0x3FU), 3};
-  return {};
+  const auto follow = [&](std::size_t count) {
+    for (std::size_t i = 1; i <= count; ++i)
+      if ((at(i) & 0xC0U) != 0x80U) return false;
+    return true;
+  };
+  // What fits into fewer bytes is written in fewer.
+  constexpr unsigned kFirstOfTwo = 0x80, kFirstOfThree = 0x800;
+  const unsigned two = (at(0) & 0x1FU) << 6U | (at(1) & 0x3FU);
+  const unsigned three = (at(0) & 0xFU) << 12U | (at(1) & 0x3FU) << 6U | (at(2) & 0x3FU);
+  if ((at(0) & 0xE0U) == 0xC0U && follow(1) && two >= kFirstOfTwo) return {two, 2};
+  if ((at(0) & 0xF0U) == 0xE0U && follow(2) && three >= kFirstOfThree) return {three, 3};
+  if ((at(0) & 0xF8U) == 0xF0U && follow(3)) return {0, 4};
+  return {at(0), 1};
 }
 bool isUnseen(unsigned code) {
   return std::any_of(std::begin(kUnseen), std::end(kUnseen),
@@ -55,21 +64,18 @@ std::string ofControl(unsigned char c, const char* start) {
 
 std::string escapedBut(std::string_view text, std::string_view kept, const char* start) {
   std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto c = static_cast<unsigned char>(text[i]);
-    const Character wide = c < 0x80 ? Character() : shortCharacter(text.substr(i));
-    // U+0080 to U+009F some terminals obey.
-    if (wide.code >= 0x80 && wide.code < 0xA0) {
-      result += start + hex(wide.code);
-      i += wide.bytes - 1;
-    } else if (isUnseen(wide.code)) {
-      result += "\\u" + hex(wide.code >> 8U) + hex(wide.code & 0xFFU);
-      i += wide.bytes - 1;
-    } else if ((c < 0x20 && kept.find(text[i]) == kept.npos) || c == 0x7F) {
-      result += ofControl(c, start);
-    } else {
-      result += text[i];
-    }
+  while (!text.empty()) {
+    const Character c = characterOf(text);
+    // U+0080 to U+009F some terminals obey, and bytes of these values, too.
+    if (c.code >= 0x80 && c.code < 0xA0)
+      result += start + hex(c.code);
+    else if (isUnseen(c.code))
+      result += "\\u" + hex(c.code >> 8U) + hex(c.code & 0xFFU);
+    else if (c.bytes == 1 && ((c.code < 0x20 && kept.find(text[0]) == kept.npos) || c.code == 0x7F))
+      result += ofControl(static_cast<unsigned char>(text[0]), start);
+    else
+      result += text.substr(0, c.bytes);
+    text.remove_prefix(c.bytes);
   }
   return result;
 }

@@ -13,6 +13,7 @@
 #include "os/confine.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace kelvane {
 namespace {
@@ -74,6 +75,18 @@ void forgetUnpacked(const std::string& name) {
   }
 }
 
+void dropAside(const std::string& work, const std::string& name) {
+  forgetUnpacked(name);
+  fs::remove(noteOf(work, name));
+  fs::remove_all(asideIn(work) / nativePath(name));
+}
+
+// Names that differ in their case alone: what is unpacked of both lies in one folder, where each would find the
+// other's.
+bool areTwins(const std::string& a, const std::string& b) {
+  return a != b && text::equalNoCase(text::fromUtf8(a), text::fromUtf8(b));
+}
+
 // The oldest of what stands aside goes, with what was unpacked of it.
 void boundAside(const std::string& work) {
   std::vector<std::pair<fs::file_time_type, std::string>> all;
@@ -84,12 +97,16 @@ void boundAside(const std::string& work) {
     all.emplace_back(error ? fs::file_time_type::min() : used, name);
   }
   std::sort(all.begin(), all.end());
-  for (std::size_t i = 0; i + kMostAside < all.size(); ++i) {
-    const std::string& name = all[i].second;
-    forgetUnpacked(name);
-    fs::remove(noteOf(work, name));
-    fs::remove_all(asideIn(work) / nativePath(name));
-  }
+  for (std::size_t i = 0; i + kMostAside < all.size(); ++i) dropAside(work, all[i].second);
+}
+
+// No twin of these stands aside, so that it is unpacked anew when it is wanted again.
+void dropTwins(const std::string& work, const std::set<std::string>& names) {
+  std::vector<std::string> aside;
+  for (const auto& entry : fs::directory_iterator(asideIn(work))) aside.push_back(machinePath(entry.path().filename()));
+  for (const std::string& name : aside)
+    if (std::any_of(names.begin(), names.end(), [&](const std::string& wanted) { return areTwins(name, wanted); }))
+      dropAside(work, name);
 }
 
 // Shows these alone. The others stand aside with their times, so that they needn't be unpacked anew when they are
@@ -100,6 +117,7 @@ void showOnly(const std::string& work, const std::set<std::string>& names) {
     const fs::path name = entry.path().filename();
     if (!names.contains(machinePath(name))) fs::rename(entry.path(), asideIn(work) / name);
   }
+  dropTwins(work, names);
   for (const std::string& name : names) {
     const fs::path aside = asideIn(work) / nativePath(name);
     if (fs::exists(aside)) fs::rename(aside, shownIn(work) / nativePath(name));
@@ -135,12 +153,20 @@ void placePackage(const std::string& path, const PackageSource& package, const s
 std::vector<std::string> placePackages(const std::string& folder, const std::string& work) {
   std::vector<fs::path> sources;
   std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(nativePath(folder))) {
-    if (isPackage(machinePath(entry.path())) && names.insert(packageFileName(machinePath(entry.path()))).second)
-      sources.push_back(entry.path());
+  std::vector<std::string> faults;
+  std::set<fs::path> all;  // in an order, so that of two twins it is the same one each time
+  for (const auto& entry : fs::directory_iterator(nativePath(folder))) all.insert(entry.path());
+  for (const fs::path& path : all) {
+    if (!isPackage(machinePath(path))) continue;
+    const std::string name = packageFileName(machinePath(path));
+    const auto twin =
+        std::find_if(names.begin(), names.end(), [&](const std::string& known) { return areTwins(name, known); });
+    if (twin != names.end())
+      faults.push_back(name + " isn't shown: " + *twin + " has the same name but for its capitals");
+    else if (names.insert(name).second)
+      sources.push_back(path);
   }
   showOnly(work, names);
-  std::vector<std::string> faults;
   for (const fs::path& source : sources) {
     try {
       placeOne(source, *openPackage(machinePath(source)), work, false);

@@ -19,8 +19,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// As files are found by their names.
 struct LessNoCase {
-  bool operator()(const std::string& a, const std::string& b) const { return text::lower(a) < text::lower(b); }
+  static std::wstring folded(const std::string& name) { return text::lower(text::fromUtf8(name)); }
+  bool operator()(const std::string& a, const std::string& b) const { return folded(a) < folded(b); }
 };
 template <class T>
 using ByMember = std::map<std::string, T, LessNoCase>;
@@ -73,9 +75,16 @@ class ZipPackage : public PackageSource {
   }
 
  private:
+  // Where it lies once it is unpacked: some packers write the separator of their own system, or parts that lead
+  // nowhere.
+  static std::string placeOf(const documents::ZipMember& member) {
+    std::vector<std::wstring> parts = text::split(text::replaceAll(member.name, L"\\", L"/"), L'/');
+    std::erase_if(parts, [](const std::wstring& part) { return part.empty() || part == L"."; });
+    return text::toUtf8(text::join(parts, L"/"));
+  }
   void take(std::size_t index) {
-    // Some packers write the separator of their own system.
-    const std::string name = text::replaceAll(text::toUtf8(opened_.value->members()[index].name), "\\", "/");
+    const std::string name = placeOf(opened_.value->members()[index]);
+    if (name.empty()) throw Fault(refusal(path_, L"has a member without a name"));
     if (!members_.emplace(name, index).second) throw Fault(path_ + " is damaged: it holds '" + name + "' twice");
   }
 

@@ -80,8 +80,16 @@ nlohmann::ordered_json grantMembers(const os::Asked& asked) {
           {"what", text::toUtf8(asked.what)}};
 }
 
-RunConfinement::RunConfinement(const RunOptions& options, const RunPlace& place) {
+RunConfinement::RunConfinement(const RunOptions& options, const RunPlace& place, Console& console) : console_(console) {
   if (place.isConfined) confine_.emplace(grantsOf(options, place), &core::tellRefused);
+}
+
+RunConfinement::~RunConfinement() { tellUntold(); }
+
+bool RunConfinement::tellUntold() {
+  const std::vector<std::wstring> lines = core::takeUntoldRefusals();
+  for (const std::wstring& line : lines) console_.trouble("error: " + text::toUtf8(line));
+  return !lines.empty();
 }
 
 std::vector<os::Asked> RunConfinement::asked() const { return confine_ ? confine_->asked() : std::vector<os::Asked>(); }

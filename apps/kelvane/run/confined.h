@@ -29,13 +29,19 @@ MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place);
 // log.
 class RunConfinement {
  public:
-  RunConfinement(const RunOptions& options, const RunPlace& place);
+  RunConfinement(const RunOptions& options, const RunPlace& place, Console& console);
+  ~RunConfinement();  // tells what is untold
+  RunConfinement(const RunConfinement&) = delete;
+  RunConfinement& operator=(const RunConfinement&) = delete;
+  // Error lines on the console for refusals that stand in no log, as the plug-in didn't start. True: there were some.
+  bool tellUntold();
   // What was used of the grants and what was refused, each once, as events "grant".
   void tell(Events& events) const;
   // Each once, in the order of their first asking; none where nothing is confined.
   [[nodiscard]] std::vector<os::Asked> asked() const;
 
  private:
+  Console& console_;
   std::optional<os::Confine> confine_;
 };
 

@@ -80,7 +80,7 @@ class RunWork {
         doors_(options,
                options.keepsJournal() ? Tell([this](const std::string& what) { journal_.sent(what); }) : Tell()),
         headFoot_(options.headFoot || journal_.owesFoot()),
-        confinement_(options, place_),
+        confinement_(options, place_, console),
         keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
     tellLackingGrants(place_, console);
@@ -280,6 +280,7 @@ class RunWork {
   // The recap, and the exit code: that of a signal, or what the run came to.
   int finish(int code) {
     tellUnsafe();
+    if (confinement_.tellUntold()) troubled_ = true;
     if (!log_.empty()) console_.result("log  " + log_);
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
     confinement_.tell(events_);

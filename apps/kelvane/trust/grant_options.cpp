@@ -24,8 +24,9 @@ std::wstring resourceOf(Permission permission, const std::string& given) {
     while (path.size() > 1 && path.ends_with('/')) path.pop_back();
     return text::fromUtf8(path);
   }
-  if (permission == Permission::net && (given.find("//") != given.npos || given.find('/') != given.npos))
-    throw Fault("--allow-net " + given + ": write the server's name alone, with :PORT for one port");
+  if (permission == Permission::net && !os::isServer(text::fromUtf8(given)))
+    throw Fault("--allow-net and --deny-net " + given +
+                ": write the server's name alone, an address of IPv6 in brackets, with :PORT for one port");
   return permission == Permission::net ? text::lower(text::fromUtf8(given)) : text::fromUtf8(given);
 }
 

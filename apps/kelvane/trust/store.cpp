@@ -46,10 +46,12 @@ Json asJson(const std::vector<os::Need>& needs) {
   return all;
 }
 
-// Any other place would be taken for one below the root, or for the root.
+// Any other place would be taken for one below the root, or for the root; any other server would be none.
 void requireWhole(const os::Need& need) {
   const bool isPlace = need.permission == os::Permission::read || need.permission == os::Permission::write;
-  if (need.resource.empty() || (isPlace && !os::isWhole(text::toUtf8(need.resource))))
+  const bool isNoServer = need.permission == os::Permission::net && !os::isServer(need.resource);
+  const bool isBelow = isPlace && !os::isWhole(text::toUtf8(need.resource));
+  if (need.resource.empty() || isNoServer || isBelow)
     throw std::invalid_argument("'" + text::toUtf8(need.resource) + "' is no whole path or no name");
 }
 
@@ -184,7 +186,12 @@ void TrustStore::write() const {
   }
   const std::wstring target = systemPath(path_);
   std::error_code error = os::files().createFolders(os::folderOf(target));
-  const std::string bytes = Json({{"format", kFormat}, {"packages", std::move(packages)}}).dump(2) + "\n";
+  std::string bytes;
+  try {
+    bytes = Json({{"format", kFormat}, {"packages", std::move(packages)}}).dump(2) + "\n";
+  } catch (const Json::type_error&) {
+    throw Fault(path_ + " can't be written: a name in it isn't UTF-8");
+  }
   if (!error) error = os::files().write(target, bytes);
   if (!error) fs::permissions(nativePath(path_), fs::perms::owner_read | fs::perms::owner_write, error);
   if (error) throw Fault(path_ + " can't be written: " + error.message());

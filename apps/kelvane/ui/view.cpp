@@ -61,7 +61,7 @@ class View {
         run_(surroundings(options)),
         place_(prepareWatch(run_)),
         doors_(run_),
-        confinement_(run_, place_),
+        confinement_(run_, place_, console),
         session_(sessionOf(run_, place_, options.language)),
         screen_(session_, inbox_, feed_, written_, options.language) {
     for (const auto& [name, value] : place_.creoOptions) session_.setOption(name, value);

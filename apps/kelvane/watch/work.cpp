@@ -67,7 +67,7 @@ class WatchWork {
         console_(console),
         durable_(durability(options.surroundings)),
         place_(prepareWatch(options.surroundings)),
-        confinement_(options.surroundings, place_),
+        confinement_(options.surroundings, place_, console),
         session_(sessionOptions(options.surroundings, place_)) {
     tellConfigFaults(options.surroundings, console);
     tellLackingGrants(place_, console);

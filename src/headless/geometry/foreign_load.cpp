@@ -5,8 +5,15 @@
 #include <Interface_Check.hxx>
 #include <Interface_CheckIterator.hxx>
 #include <STEPCAFControl_Reader.hxx>
+#include <STEPConstruct_ExternRefs.hxx>
+#include <StepAP214_AppliedExternalIdentificationAssignment.hxx>
+#include <StepBasic_DocumentFile.hxx>
+#include <StepBasic_ExternalSource.hxx>
+#include <StepBasic_SourceItem.hxx>
+#include <StepData_SelectMember.hxx>
 #include <StepGeom_CartesianPoint.hxx>
 #include <TColStd_SequenceOfAsciiString.hxx>
+#include <TCollection_HAsciiString.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
@@ -74,6 +81,35 @@ void refuseFarPoints(const Handle(Interface_InterfaceModel) & model, double unit
   }
 }
 
+// Takes the names of other files from an entity.
+void forgetFiles(const Handle(Standard_Transient) & entity) {
+  using Identified = StepAP214_AppliedExternalIdentificationAssignment;
+  const Handle(TCollection_HAsciiString) none = new TCollection_HAsciiString("");
+  if (const auto file = Handle(StepBasic_DocumentFile)::DownCast(entity); !file.IsNull()) file->SetId(none);
+  const auto identified = Handle(Identified)::DownCast(entity);
+  if (identified.IsNull()) return;
+  identified->SetAssignedId(none);
+  if (identified->Source().IsNull()) return;
+  const auto source = Handle(StepData_SelectMember)::DownCast(identified->Source()->SourceId().Value());
+  if (!source.IsNull()) source->SetString("");
+}
+
+// The library would read the files that a file names, wherever on the machine they lie. Without their names it takes
+// what the file itself holds.
+void leaveOtherFilesOut(const Handle(XSControl_WorkSession) & session, Loaded& loaded) {
+  STEPConstruct_ExternRefs others(session);
+  others.LoadExternRefs();
+  const int count = others.NbExternRefs();
+  if (count == 0) return;
+  const Handle(Interface_InterfaceModel)& model = session->Model();
+  for (int i = 1; i <= model->NbEntities(); ++i) forgetFiles(model->Value(i));
+  for (int i = 1; i <= count; ++i)
+    if (const char* const left = others.FileName(i); left && *left != '\0')
+      throw ShapeFault{L"it names other files, and only what a file itself holds is read"};
+  const std::wstring what = count == 1 ? L"other file that it names isn't" : L"other files that it names aren't";
+  loaded.warnings.push_back(text::format(L"%d %s read", count, what));
+}
+
 Loaded openStep(STEPControl_Reader& reader, std::string_view bytes) {
   std::istringstream stream{std::string(bytes)};
   if (reader.ReadStream("model", stream) != IFSelect_RetDone) throw ShapeFault{L"the file is no STEP file"};
@@ -81,6 +117,7 @@ Loaded openStep(STEPControl_Reader& reader, std::string_view bytes) {
   loaded.unit = stepUnit(reader);
   refuseFarPoints(reader.Model(), loaded.unit);
   check(reader.WS(), loaded);
+  leaveOtherFilesOut(reader.WS(), loaded);
   return loaded;
 }
 

@@ -76,6 +76,33 @@ TEST_F(ForeignTest, DamagedFilesAreRefusedOrWarnedOf) {
   EXPECT_NEAR(10000, ProSolidMassPropertyGet(made_).value.volume, 1e-6);
 }
 
+// A file holds its own bodies: the others that it names lie anywhere on the machine, and would be read there.
+TEST_F(ForeignTest, FilesThatAFileNamesAreNotRead) {
+  session();
+  write("secret.stp", test::stepTetrahedron());
+  const std::string secret = folder_ + "/secret.stp";
+  const char* const identified =
+      "#107=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('%s',#108,#109,(#105));\n"
+      "#108=IDENTIFICATION_ROLE('external document id and location',$);\n"
+      "#109=EXTERNAL_SOURCE(IDENTIFIER('%s'));\n";
+  for (const char* by : {"", identified}) {
+    std::string others =
+        "#100=DOCUMENT_PRODUCT_EQUIVALENCE('equivalence',$,#101,#103);\n#101=DOCUMENT('','',$,#102);\n"
+        "#102=DOCUMENT_TYPE('configuration controlled document version');\n"
+        "#103=PRODUCT_DEFINITION_FORMATION('1','',#110);\n"
+        "#104=PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('1','',#103,#112,(#105));\n"
+        "#105=DOCUMENT_FILE('%s','',$,#106,'',$);\n#106=DOCUMENT_TYPE('');\n"
+        "#110=PRODUCT('20001','doc','',(#111));\n#111=PRODUCT_CONTEXT('',#113,'');\n"
+        "#112=PRODUCT_DEFINITION_CONTEXT('digital document definition',#113,'');\n#113=APPLICATION_CONTEXT('');\n"
+        "#114=APPLIED_DOCUMENT_REFERENCE(#101,'',(#6));\n";
+    others = text::replaceAll(others + by, "%s", secret);
+    write("outer.stp", changed("ENDSEC;\nEND-ISO", others + "ENDSEC;\nEND-ISO"));
+    ASSERT_EQ(ProNoError, import("outer.stp", *by ? L"BY_SOURCE" : L"BY_NAME")) << messages();
+    EXPECT_NEAR(10000, ProSolidMassPropertyGet(made_).value.volume, 1e-6);
+    EXPECT_NE(std::string::npos, messages().find("outer.stp: 1 other file that it names isn't read"));
+  }
+}
+
 // The library finds nothing wrong with a cylinder between circles of another radius.
 TEST_F(ForeignTest, FacesThatLeaveTheirEdgesAreRefusedOrWarnedOf) {
   const ProMdl pin = part(R"({"type": "cylinder", "diameter": 20, "length": 30})");

@@ -43,7 +43,8 @@ std::optional<std::vector<std::wstring>>& early() {
 void tellEarly() {
   const ConfinementSettings& settings = confinementSettings();
   for (const std::wstring& name : settings.notWhole)
-    creoLog(text::format(L"<KVD> '%s' of kvd_allow_... or kvd_deny_... is no whole path or no server and counts for nothing", name));
+    creoLog(text::format(
+        L"<KVD> '%s' of kvd_allow_... or kvd_deny_... is no whole path or no server and counts for nothing", name));
   const auto lines = std::exchange(early(), std::nullopt);
   for (const std::wstring& line : lines.value_or(std::vector<std::wstring>())) logWrite(line, kError);
 }

@@ -173,7 +173,7 @@ TEST_F(Verbs, PackagesThatCantBeTrustedAreRefused) {
       {"letter.kvz", " is refused: it has a member with a drive: c:/up.txt"},
       {"slash.kvz", " is refused: it has a member that leaves the package's folder: a\\..\\..\\up.txt"},
       {"twice.kvz", " is damaged: it holds 'models/a' twice"},
-      {"umlaut.kvz", " is damaged: it holds 'models/\xC3\x84' twice"},
+      {"umlaut.kvz", " is damaged: it holds 'models/\xC3\xA4' twice"},
       {"bomb.kvz", " is refused: it would unpack to more than is allowed"},
       {"text.kvz", " is no package: it isn't a whole zip file"},
       {"short.kvz", " is no package: it isn't a whole zip file"},

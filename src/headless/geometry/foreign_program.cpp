@@ -62,6 +62,7 @@ ForeignPlace& foreignPlace() {
 }
 
 ForeignAnswer askForeign(const std::string& request, std::chrono::milliseconds time) {
+  if (time <= std::chrono::milliseconds(0)) return {ForeignEnd::late, {}, {}};
   return program().ask(request, time);
 }
 

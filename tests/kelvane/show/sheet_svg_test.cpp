@@ -195,6 +195,7 @@ TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
               HasSubstr("the view FRONT of PIN.PRT in PLAN.DRW is drawn by facets: it wasn't done within 0 seconds\n"));
   EXPECT_EQ(rectangle(40, 20), viewLines(shown(R"("name": "FRONT", "model": "STEP.prt")"))) << "the block behind";
   headless::geometry::forgetSeen();
+  headless::geometry::foreignPlace().viewTime = std::chrono::seconds(10);
   headless::geometry::foreignPlace().program = "/bin/no-such-program";
   EXPECT_EQ(rectangle(20, 12.5, "~"), viewLines(shown(view))) << "a frame";
   EXPECT_THAT(kelvane(words).err,

@@ -112,7 +112,8 @@ class Kills : public Crash {
   // Kills the program at any of so many changes, and tells at which. mayEnd: it may make fewer.
   std::string killed(const std::vector<std::string>& words, int changes, bool mayEnd = false) {
     const Fate fate = std::array{Fate::killBefore, Fate::killHalfway, Fate::killBehind}[random_() % 3];
-    const int at = std::uniform_int_distribution(1, changes)(random_);
+    const int last = fate == Fate::killBehind ? changes - 1 : changes;  // behind its last change it is done
+    const int at = std::uniform_int_distribution(1, last)(random_);
     EXPECT_TRUE(!survives(words, "world", fate, at) || mayEnd) << at;
     return "; " + words[0] + " at " + std::to_string(at) + " of " + std::to_string(changes) + ", " +
            std::to_string(static_cast<int>(fate));

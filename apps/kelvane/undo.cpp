@@ -25,9 +25,9 @@ std::vector<std::string> vaultsOf(const RunJournal& journal) {
 // The journal of the undo itself stands before the disk for as long as it lives.
 class UndoJournal {
  public:
-  UndoJournal(const JournalPlace& place, const Book& book, const RunJournal& run, Record facts)
+  UndoJournal(const JournalPlace& place, const Book& book, const RunJournal& run, const Record& facts)
       : disk_(os::surroundings().files),
-        journal_(book, *disk_, std::move(facts), Journal::Flush::eachSecond),
+        journal_(book, *disk_, facts, Journal::Flush::eachSecond),
         files_(std::make_shared<JournalFiles>(disk_, journal_, JournalPaths(place.models, vaultsOf(run)))),
         numbers_(sessionNumbers(journal_.versionsBefore())) {
     files_->countTemp();

@@ -45,7 +45,7 @@ class Recovery {
     told.lines.push_back(
         name + " broke off" + (told.wasInFoot ? " in Foot" : "") +
         (back.empty() ? "; nothing was half done" : "; what it had begun was taken back: " + firstOf(back)));
-    for (const std::string& line : vaults.lines()) told.lines.push_back(name + ": " + line);
+    for (const std::string& line : vaults.lines()) told.lines.push_back(std::string(name).append(": ").append(line));
     for (const auto& [path, aside] : found_)
       told.lines.push_back(name + ": " + JournalPaths::shown(path) +
                            " isn't as it was written then; it was put aside as " + shown(aside));

@@ -116,7 +116,7 @@ void Page::row(std::span<const Cell> cells, double size, double step) {
   Block row{.size = size, .step = step, .columns = {}};
   for (std::size_t i = 0; i < cells.size(); ++i)
     row.columns.emplace_back(cells[i].x, linesOf(cells[i].text, size, cells[i].x, endOf(cells, i)));
-  place(std::move(row));
+  place(row);
 }
 
 void Page::head(std::wstring_view text, double x) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <thread>
+#include <utility>
 
 #include "kelvane/base/native_path.h"
 #include "kelvane/ui/entrance.h"
@@ -99,10 +100,22 @@ class Library : public httplib::Server {
   // False where nothing more may be asked.
   bool answer(httplib::Stream& stream, bool last) {
     bool over = false;
-    return process_request(stream, last, over, nullptr) && !over && !last;
+    return processed(*this, stream, last, over) && !over && !last;
   }
 
  private:
+  // The library's later releases want to be told who asks whom.
+  static bool processed(auto& library, httplib::Stream& stream, bool last, bool& over) {
+    if constexpr (requires { library.process_request(stream, last, over, nullptr); }) {
+      return library.process_request(stream, last, over, nullptr);
+    } else {
+      std::string remote, local;
+      int remotePort = 0, localPort = 0;
+      stream.get_remote_ip_and_port(remote, remotePort);
+      stream.get_local_ip_and_port(local, localPort);
+      return library.process_request(stream, remote, remotePort, local, localPort, last, over, nullptr);
+    }
+  }
   bool process_and_close_socket(socket_t socket) override {
     arrived(socket);
     return true;
@@ -112,7 +125,12 @@ class Library : public httplib::Server {
 // Hands connections on at once, where the library would put them before its own threads.
 class AtOnce : public httplib::TaskQueue {
  public:
-  void enqueue(std::function<void()> task) override { task(); }
+  // Nothing, or in the library's later releases whether it was taken.
+  using Taken = decltype(std::declval<httplib::TaskQueue&>().enqueue(nullptr));
+  Taken enqueue(std::function<void()> task) override {
+    task();
+    return static_cast<Taken>(true);
+  }
   void shutdown() override {}
 };
 

@@ -30,7 +30,7 @@ class RunJournalKeeper {
 
   // The last run of this list broke off in Foot: it is owed.
   [[nodiscard]] bool owesFoot() const { return owesFoot_; }
-  // Models that this list finished before it broke off: they aren't worked again.
+  // Models that this list checked in and finished before it broke off: they aren't worked again.
   [[nodiscard]] const std::set<std::string>& finished() const { return finished_; }
   // The door that the run's files go through; the given one where no journal is kept. log: where the run's log will be
   // written, past that door; what lies there is kept. A Fault where the disk has no room for that: an undo would leave

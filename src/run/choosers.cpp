@@ -51,9 +51,8 @@ void fillChooser(const std::string& inDialog, const char* chooser, const std::ve
 
 // The chosen filter file; empty for none.
 std::string chosenFilter() {
-  const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kFilterDialog, kFilterChooser);
-  if (!chosen || chosen.value.empty() || chosen.value.front() == kNoFilter) return {};
-  return chosen.value.front();
+  const std::string chosen = chosenName(kFilterDialog, kFilterChooser);
+  return chosen == kNoFilter ? std::string() : chosen;
 }
 
 // The first bytes of a text, without the torn character that a cut through UTF-8 leaves.
@@ -76,6 +75,12 @@ std::wstring descriptionOf(std::wstring_view index) {
 }
 
 }  // namespace
+
+std::string chosenName(const std::string& dialog, const char* menu) {
+  const auto names = creo::ProUIOptionmenuSelectednamesGet(dialog, menu);
+  if (!names) core::logWrite(L"Can't read what is chosen in " + text::fromUtf8(menu), core::kError);
+  return names && !names.value.empty() ? names.value.front() : std::string();
+}
 
 int listPackages() {
   auto& state = core::pluginState();
@@ -173,9 +178,9 @@ void readActionListInfo(std::string_view name) {
 }
 
 std::wstring selectedListPath() {
-  const auto selected = creo::ProUIOptionmenuSelectednamesGet(dialog(), kListChooser);
-  if (!selected || selected.value.empty()) return {};
-  return os::joined(core::pluginState().openKvzPath, L"actionlists\\" + text::fromUtf8(selected.value.front()));
+  const std::string selected = chosenName(dialog(), kListChooser);
+  if (selected.empty()) return {};
+  return os::joined(core::pluginState().openKvzPath, L"actionlists\\" + text::fromUtf8(selected));
 }
 
 }  // namespace run

@@ -8,6 +8,8 @@
 
 namespace run {
 
+// The name that a menu of a dialog shows as chosen. Empty for none, and with an error line where it can't be read.
+std::string chosenName(const std::string& dialog, const char* menu);
 // Fills the package chooser and selects the first. 0; 1: none found; -1: the folder is missing.
 int listPackages();
 // Unpacks a package of the chooser ("standards.kvz"), then fills lists, description and filters and takes the first

@@ -39,10 +39,7 @@ constexpr const char *kPackages = "kvaneKVZChooser", *kLists = "kvaneActionlistC
 
 bool isSet(const char* button) { return ProUICheckbuttonGetState(dialog(), button).value; }
 
-std::string chosen(const char* menu) {
-  const auto names = ProUIOptionmenuSelectednamesGet(dialog(), menu);
-  return names && !names.value.empty() ? names.value.front() : std::string();
-}
+std::string chosen(const char* menu) { return run::chosenName(dialog(), menu); }
 
 bool choosePackage() {
   const std::string name = chosen(kPackages);

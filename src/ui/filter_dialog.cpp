@@ -47,11 +47,11 @@ void openFilterDialog() {
 }
 
 void applyChosenFilter() {
-  const auto chosen = creo::ProUIOptionmenuSelectednamesGet(kDialog, kChooser);
-  if (!chosen || chosen.value.empty() || chosen.value.front() == run::kNoFilter)
+  const std::string chosen = run::chosenName(kDialog, kChooser);
+  if (chosen.empty() || chosen == run::kNoFilter)
     run::dropGlobalFilter({});
   else
-    run::loadGlobalFilter(chosen.value.front());
+    run::loadGlobalFilter(chosen);
 }
 
 }  // namespace ui

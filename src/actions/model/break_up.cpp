@@ -4,6 +4,7 @@
 
 #include "actions/model/family_tables.h"
 #include "actions/model/free_name.h"
+#include "actions/model/instances.h"
 #include "actions/table_file.h"
 #include "actions/task.h"
 #include "actions/visits.h"
@@ -78,8 +79,8 @@ bool writeOut(const ProFaminstance& instance, ProMdl model, BreakUp& state) {
                                 instance.name, typeExtension(type.value)),
                    core::kWarning);
   if (fault.empty() && ProFaminstanceRemove({writeout.value, instance.owner}) == ProNoError) {
-    ProMdlErase(copy.value);
-    ProMdlErase(model);
+    letGo(copy.value);
+    letGo(model);
     return true;
   }
   if (fault.empty()) fault = L"it can't be removed";
@@ -130,7 +131,7 @@ bool breakUpInstance(const ProFaminstance& instance, BreakUp& state) {
   bool whole = regenerated(model.value) || stays(instance, L"it fails to regenerate");
   if (whole && !breakUp(model.value, state)) whole = stays(instance, L"its own family table has instances left");
   if (whole) return state.serverActive ? moveOut(instance, model.value, state) : writeOut(instance, model.value, state);
-  ProMdlErase(model.value);
+  letGo(model.value);
   return false;
 }
 

@@ -404,7 +404,7 @@ void advance(bool bodyRan) {
 void runBodies() {
   Run& state = *run();
   auto rows = ProUITableRownamesGet(dialog(), kModelTable);
-  if (!isTold(rows)) {
+  if (!rows) {
     logWrite(L"The rows of the table can't be read, so no model is worked", kError);
     return endEarly();
   }

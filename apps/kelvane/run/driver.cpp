@@ -151,7 +151,7 @@ RunDriver::Choice RunDriver::choose(const RunOptions& options, const std::set<st
   std::size_t taken = 0;
   bool anyFits = false;
   const auto rows = creo::ProUITableRownamesGet(kTool, run::kModelTable);
-  if (!creo::isTold(rows)) require(rows.error, "the table of models can't be read");
+  require(rows.error, "the table of models can't be read");
   const std::vector<std::string>& all = rows.value;
   for (const char* extension : {".PRT", ".ASM", ".DRW"}) {
     for (const std::string& row : all) {

@@ -495,8 +495,10 @@ void runSection(const XmlNode* section, const std::string& rowName) {
     const auto model = ProMdlRetrieve(subject.name, rowType(rowName));
     if (!model) return logWrite(L"Can't retrieve model", kError);
     subject.model = model.value;
-    if (state.checkModifiable && !ProMdlIsModifiable(subject.model, state.pdmChangeDialog == 1).value) {
-      return logWrite(L"the model can't be modified: " + text::fromUtf8(rowName), kDebug);
+    if (state.checkModifiable) {
+      const auto modifiable = ProMdlIsModifiable(subject.model, state.pdmChangeDialog == 1);
+      if (!modifiable) return logWrite(L"Can't read whether the model can be modified, it isn't worked", kError);
+      if (!modifiable.value) return logWrite(L"the model can't be modified: " + text::fromUtf8(rowName), kDebug);
     }
   }
   if (stopsAt(beforeActions)) return;

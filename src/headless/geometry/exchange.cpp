@@ -12,6 +12,7 @@
 #include <StepData_Protocol.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepData_StepWriter.hxx>
+#include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
@@ -162,10 +163,21 @@ Handle(TCollection_HAsciiString) now(const char* pattern) {
   return ascii(text::toUtf8(os::localTime(os::clock().seconds(), pattern)));
 }
 
+// The library numbers placed members by a count of its process: here each file begins at 1, so that equal trees make
+// equal files.
+void numberPlacements(const Handle(StepData_StepModel) & model) {
+  int number = 0;
+  for (int i = 1; i <= model->NbEntities(); ++i) {
+    const auto member = Handle(StepRepr_NextAssemblyUsageOccurrence)::DownCast(model->Value(i));
+    if (!member.IsNull()) member->SetId(ascii(std::to_string(++number)));
+  }
+}
+
 ExchangeBytes stepBytes(const ExchangeDocument& document, const std::wstring& name) {
   STEPCAFControl_Writer writer;
   if (!writer.Transfer(document, STEPControl_AsIs)) return {{}, L"the library can't make STEP of it"};
   const Handle(StepData_StepModel) model = writer.ChangeWriter().Model();
+  numberPlacements(model);
   APIHeaderSection_MakeHeader header(model);
   header.SetName(ascii(text::toUtf8(name)));
   header.SetTimeStamp(now("%Y-%m-%dT%H:%M:%S"));  // ISO 8601, as ISO 10303-21 wants it

@@ -103,6 +103,7 @@ Outcome Sweep::run(const Run& run) {
   const Machine machine;
   std::ostringstream out, err;
   const int code = kelvane::program(wordsOf(run, tree_.folder()), out, err);
+  if (mode_ == Mode::sweeping) mode_ = Mode::plain;  // what is looked at from here on is no call of the run
   Outcome outcome = outcomeAt(tree_.folder(), code, err.str());
   outcome.state = std::move(end_);
   return outcome;

@@ -33,7 +33,8 @@ class Picture {
     const actions::SmallSurfacesGuard smallSurfaces;
     const auto window = creo::ProWindowCurrentGet();
     const creo::ProError result = window ? creo::ProRasterFileWrite(window.value, kForm, path_) : window.error;
-    if (result == creo::ProNoError) return;
+    isWritten_ = result == creo::ProNoError;
+    if (isWritten_) return;
     core::logMsgId(Message::exportCompleted, core::kNormal, 1);
     core::logMsgPlain(Message::jpgFailed, core::kError);
   }
@@ -41,9 +42,11 @@ class Picture {
   Picture(const Picture&) = delete;
   Picture& operator=(const Picture&) = delete;
   [[nodiscard]] const std::wstring& path() const { return path_; }
+  [[nodiscard]] bool isWritten() const { return isWritten_; }
 
  private:
   std::wstring path_;
+  bool isWritten_ = false;
 };
 
 // True: it stands there.
@@ -51,9 +54,13 @@ bool drawPicture(Page& page) {
   tell(L"Create Image");
   const Picture picture;
   core::logIndented(picture.path(), core::kNormal, 1);
+  if (!picture.isWritten()) return false;
   const auto bytes = os::files().read(picture.path());
   const double x = page.document().width() - kPictureLeft, y = page.height() - kPictureDown;
-  if (!bytes || !page.document().picture(bytes.value, x, y, kPictureWidth, kPictureHeight)) return false;
+  if (!bytes || !page.document().picture(bytes.value, x, y, kPictureWidth, kPictureHeight)) {
+    core::logWrite(L"The picture can't be put into the sheet", core::kError);
+    return false;
+  }
   page.keepBelow(y);
   return true;
 }

@@ -9,6 +9,8 @@
 #include "creo/ProSolid.h"
 #include "creo/ProSurface.h"
 #include "headless/session_fixture.h"
+#include "os/clock.h"
+#include "os/surroundings.h"
 #include "support/step_file.h"
 #include "text/format.h"
 
@@ -79,6 +81,17 @@ TEST_F(ExchangeTest, AStepFileReadBackHasStructureNamesColoursAndVolume) {
   EXPECT_EQ((std::vector<double>{0.2, 0.4, 0.6}), color(retrieve(L"PLATE_1")));
   EXPECT_EQ((std::vector<double>{1, 0, 0}), color(retrieve(L"PIN_1")));
   EXPECT_NEAR(kPin, volume(retrieve(L"PIN_1")), 1e-6);
+}
+
+TEST_F(ExchangeTest, FilesOfOneTreeAreEqual) {
+  const os::SurroundingsGuard surroundings;
+  os::surroundings().clock = std::make_shared<os::FixedClock>(1'700'000'000);
+  const ProMdl gear = this->gear();
+  ASSERT_EQ(ProNoError, writeStep(gear, L"d:\\gear"));
+  const std::string first = os::files().read(L"d:\\gear.stp").value;
+  ASSERT_EQ(ProNoError, writeStep(gear, L"d:\\gear"));
+  EXPECT_NE(std::string::npos, first.find("NEXT_ASSEMBLY_USAGE_OCCURRENCE('2'"));
+  EXPECT_EQ(first, os::files().read(L"d:\\gear.stp").value);
 }
 
 // The colours of a part's faces, by what tells the faces apart: where their planes look.

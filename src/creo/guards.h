@@ -7,11 +7,19 @@
 
 namespace creo {
 
+// What is put back is tried once more where Creo refuses it: nothing else would do it later.
+template <class PutBack>
+void insist(const PutBack& putBack) {
+  if (putBack() != ProNoError) putBack();
+}
+
 // Remembers the working folder; change() goes elsewhere; the destructor goes back.
 class DirectoryGuard {
  public:
   DirectoryGuard() : saved_(ProDirectoryCurrentGet()) {}
-  ~DirectoryGuard() { back(); }
+  ~DirectoryGuard() {
+    insist([this] { return back(); });
+  }
   DirectoryGuard(const DirectoryGuard&) = delete;
   DirectoryGuard& operator=(const DirectoryGuard&) = delete;
   // As ProDirectoryChange.
@@ -33,7 +41,7 @@ class SheetGuard {
  public:
   explicit SheetGuard(ProMdl drawing) : drawing_(drawing), saved_(ProDrawingCurrentSheetGet(drawing)) {}
   ~SheetGuard() {
-    if (changed_) ProDrawingCurrentSheetSet(drawing_, saved_.value);
+    if (changed_) insist([this] { return ProDrawingCurrentSheetSet(drawing_, saved_.value); });
   }
   SheetGuard(const SheetGuard&) = delete;
   SheetGuard& operator=(const SheetGuard&) = delete;
@@ -56,12 +64,13 @@ class SolidGuard {
  public:
   explicit SolidGuard(ProMdl drawing) : drawing_(drawing), saved_(ProDrawingCurrentsolidGet(drawing)) {}
   ~SolidGuard() {
-    if (changed_ && saved_) ProDrawingCurrentsolidSet(drawing_, saved_.value);
+    if (changed_ && saved_) insist([this] { return ProDrawingCurrentsolidSet(drawing_, saved_.value); });
   }
   SolidGuard(const SolidGuard&) = delete;
   SolidGuard& operator=(const SolidGuard&) = delete;
-  // As ProDrawingCurrentsolidSet.
+  // As ProDrawingCurrentsolidSet; it stays where the former one can't be told.
   ProError change(ProMdl solid) {
+    if (!saved_ && saved_.error != ProNotFound) return saved_.error;
     const ProError result = ProDrawingCurrentsolidSet(drawing_, solid);
     changed_ = changed_ || result == ProNoError;
     return result;

@@ -22,14 +22,15 @@ class DirectoryGuard {
   }
   DirectoryGuard(const DirectoryGuard&) = delete;
   DirectoryGuard& operator=(const DirectoryGuard&) = delete;
-  // As ProDirectoryChange.
+  // As ProDirectoryChange; it stays where the former one can't be told.
   ProError change(const std::wstring& path) {
+    if (!saved_) return saved_.error;
     const ProError result = ProDirectoryChange(path);
     changed_ = changed_ || result == ProNoError;
     return result;
   }
   // Goes back now; the destructor does it once more, for what went elsewhere meanwhile.
-  ProError back() const { return changed_ && saved_ ? ProDirectoryChange(saved_.value) : ProNoError; }
+  ProError back() const { return changed_ ? ProDirectoryChange(saved_.value) : ProNoError; }
 
  private:
   Got<std::wstring> saved_;

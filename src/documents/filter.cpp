@@ -99,7 +99,9 @@ int evaluateGroup(const core::XmlNode& group, creo::ProMdl model, int state, boo
 int filterCheck(const core::XmlNode& task, std::wstring_view extension, creo::ProMdl model) {
   core::logIndented(L"Filter", core::kNormal, 1);
   if (model) {
-    if (const auto type = creo::ProMdlTypeGet(model)) {
+    const auto type = creo::ProMdlTypeGet(model);
+    if (!type) core::logWrite(L"Failure while get Modeltype", core::kWarning);
+    if (type) {
       const std::wstring_view name = typeSwitch(type.value);
       if (!name.empty()) {
         const core::XmlAttr* applies = core::attrFind(task.attributes, name);

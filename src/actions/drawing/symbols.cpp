@@ -129,22 +129,32 @@ void moveSymbolTo(const Task& task, const SheetEntry& entry, const SheetFrame& f
   tellResult(result, L"Symbol is moved", L"Can't move the symbol");
 }
 
-// The first group whose name fits, behind those around it, outermost first; empty for none.
-std::vector<ProDtlsymgroup> groupsFor(const ProDtlsyminst& symbol, std::wstring_view pattern) {
+// The first group whose name fits.
+std::optional<ProDtlsymgroup> groupNamed(const ProDtlsyminst& symbol, std::wstring_view pattern) {
   const auto groups = creo::ProDtlsyminstSymgroupsCollect(symbol);
-  if (!groups) return {};
+  if (!creo::isTold(groups)) cantRead(L"The groups of the symbol");
+  if (!groups) return std::nullopt;
   sayDetail(L"Found group");
-  std::vector<ProDtlsymgroup> chain;
   for (const ProDtlsymgroup& group : groups.value) {
     const auto name = creo::ProDtlsymgroupNameGet(group);
+    if (!creo::isTold(name)) cantRead(L"The name of a group");
     if (!name) continue;
     sayDetail(name.value);
-    if (!matches(pattern, name.value)) continue;
-    chain.push_back(group);
-    break;
+    if (matches(pattern, name.value)) return group;
   }
+  return std::nullopt;
+}
+
+// It, behind the groups around it, outermost first; empty for none, and with an error line where they can't be told.
+std::vector<ProDtlsymgroup> groupsFor(const ProDtlsyminst& symbol, std::wstring_view pattern) {
+  std::vector<ProDtlsymgroup> chain;
+  if (const auto group = groupNamed(symbol, pattern)) chain.push_back(*group);
   while (!chain.empty()) {
     const auto parent = creo::ProDtlsymgroupParentGet(chain.back());
+    if (!creo::isTold(parent)) {
+      cantRead(L"The group around a group");
+      return {};
+    }
     if (!parent) break;
     sayDetail(L"get it");
     chain.push_back(parent.value);

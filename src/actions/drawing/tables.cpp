@@ -2,6 +2,7 @@
 #include "actions/drawing/details.h"
 #include "actions/drawing/table_finder.h"
 #include "actions/on_top.h"
+#include "actions/visits.h"
 #include "creo/ProMdl.h"
 #include "creo/guards.h"
 #include "text/format.h"
@@ -83,8 +84,7 @@ void addTables(const Task& task, const std::wstring& folder) {
 }
 
 bool isDrawing(ProMdl model) {
-  const auto type = creo::ProMdlTypeGet(model);
-  return type && type.value == creo::ProMdlType::drawing;
+  return valueOrNone(creo::ProMdlTypeGet(model), L"The type of the model") == creo::ProMdlType::drawing;
 }
 
 // Texts of repeat regions follow what the drawing shows now. Of other models Creo is asked, too, and refuses.

@@ -24,7 +24,7 @@ constexpr const char* kUsage =
     "  --files           calls of the machine's files alone\n"
     "  --seed N          draws the failures of a part; 0, and without one, the clock does\n"
     "  --part N          one of N failures; 1: all\n"
-    "  --draw N          N of the lists, drawn by the seed\n"
+    "  --draw N          N of the lists, drawn by the seed; of those whose runs take long fewer failures\n"
     "  --jobs N          processes at once\n"
     "  --seconds N       of a processor that a run with a failure may take\n"
     "  --all             a line for each failure, not for faults alone\n";
@@ -76,6 +76,7 @@ Options optionsOf(const std::vector<std::string>& words) {
     if (std::none_of(runs().begin(), runs().end(), [&](const Run& run) { return run.name == list; }))
       throw std::invalid_argument("there is no list " + list);
   // Neighbouring seeds take neighbouring lists, so that a row of runs comes to all of them.
+  choice.drawn = options.drawn > 0;
   for (unsigned i = 0; i < options.drawn && i < runs().size(); ++i)
     choice.lists.push_back(runs()[(choice.seed + i) % runs().size()].name);
   return options;

@@ -15,6 +15,7 @@ struct Run {
   std::vector<std::string> options;  // of `kelvane run`
   bool inVault = false;              // a list of ours, on models that are checked out
   bool onDisk = false;               // calls of the system fail, too
+  unsigned dear = 1;                 // what is drawn of it is so many times less, as a failure takes long
 };
 const std::vector<Run>& runs();
 

@@ -183,7 +183,7 @@ bool Sweep::isChosen(std::uint64_t hash, int code) {
                         static_cast<std::uint64_t>(static_cast<std::int64_t>(code));
   drawn = (drawn ^ (drawn >> 30)) * 0xbf58476d1ce4e5b9u;
   drawn = (drawn ^ (drawn >> 27)) * 0x94d049bb133111ebu;
-  return (drawn ^ (drawn >> 31)) % choice_.part == 0;
+  return (drawn ^ (drawn >> 31)) % (choice_.drawn ? choice_.part * run_->dear : choice_.part) == 0;
 }
 
 // Gives the code in the process of the failure, and 0 in this one, behind its end.

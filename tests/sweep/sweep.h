@@ -24,6 +24,7 @@ struct Choice {
   std::string operation;           // empty: all
   unsigned seed = 1;
   unsigned part = 1;      // one of so many failures, drawn by the seed
+  bool drawn = false;     // so are the lists: of one whose runs take long fewer failures are tried
   unsigned jobs = 1;      // processes that share the failures
   unsigned job = 0;       // this one's number
   unsigned seconds = 60;  // of a processor that a run with a failure may take

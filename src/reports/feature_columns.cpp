@@ -105,7 +105,8 @@ std::wstring featureCount(const ModelFacts& facts) {
   int count = 0;
   const auto visited = creo::ProSolidFeatVisit(facts.model, [&count](const creo::ProFeature& feature) {
     const auto visible = creo::ProFeatureVisibilityGet(feature);
-    if (visible && visible.value) ++count;
+    if (!visible) return creo::ProGeneralError;  // a number without it would be a wrong one
+    if (visible.value) ++count;
     return creo::ProNoError;
   });
   return countOf(visited, count);

@@ -128,7 +128,7 @@ TEST_F(ModelDataReport, AFailingOperationCostsItsOwnFieldOnly) {
       {"ProUnitsystemIsStandard", ProGeneralError, 2, kGearRow[2].c_str()},
       {"ProSolidFeatVisit", ProGeneralError, 3, ""},
       {"ProFeatureNameGet", ProGeneralError, 3, " - PROTRUSION\n - COORDINATE SYSTEM\nTEETH - PATTERN"},
-      {"ProFeatureVisibilityGet", ProGeneralError, 4, "6"},
+      {"ProFeatureVisibilityGet", ProGeneralError, 4, ""},
       {"ProXsecDataGet", ProGeneralError, 5, "B - offsetquilts\nC - planarmodel and quilts"},
       {"ProPatternElemtreeCreate", ProGeneralError, 6, unread.c_str()},
       {"ProElementIntegerGet", static_cast<ProError>(-18), 6, invalid.c_str()},

@@ -207,7 +207,7 @@ TEST_F(Symbols, StayWholeWhereAnOperationFails) {
       {"deleteSymbol", "ProDtlsyminstDelete", L"E:Can't delete the symbol"},
       {"changeSymbolGroup", "ProDtlsyminstdataGroupoptionsSet", L"E:Can't change the symbol"},
       {"changeSymbolGroup", "ProDtlsyminstModify", L"E:Can't change the symbol"},
-      {"changeSymbolGroup", "ProDtlsyminstSymgroupsCollect", L"Change group|"},
+      {"changeSymbolGroup", "ProDtlsyminstSymgroupsCollect", L"E:The groups of the symbol can't be read"},
       {"deleteSymbol", "ProDrawingDtlsyminstVisit", L"E:The symbols can't be visited"},
   };
   for (const Case& entry : cases) {

@@ -143,12 +143,14 @@ std::optional<Saved> saved(const ProParameter& parameter) {
   const auto description = ProParameterDescriptionGet(parameter);
   const auto units = ProParameterUnitsGet(parameter);
   const auto range = ProParameterRangeGet(parameter), list = ProParameterIsEnumerated(parameter);
+  const auto designated = ProParameterDesignationVerify(parameter);
   const auto isTold = [](const Got<std::wstring>& text) { return text || text.error == ProNotFound; };
   if (!value || !isTold(description) || !isTold(units) || !range || !list) return std::nullopt;
+  if (!designated && parameter.owner.type == ProItemType::model) return std::nullopt;  // others may have none
   return Saved{parameter.id,
                description.value,
                units.value,
-               ProParameterDesignationVerify(parameter).value,
+               designated.value,
                range.value || list.value,
                value.value};
 }

@@ -7,10 +7,10 @@
 
 namespace creo {
 
-// What is put back is tried once more where Creo refuses it: nothing else would do it later.
+// What is put back is tried once more where Creo refuses it: nothing else would do it later. False: it stays.
 template <class PutBack>
-void insist(const PutBack& putBack) {
-  if (putBack() != ProNoError) putBack();
+bool insist(const PutBack& putBack) {
+  return putBack() == ProNoError || putBack() == ProNoError;
 }
 
 // Remembers the working folder; change() goes elsewhere; the destructor goes back.
@@ -124,8 +124,11 @@ class OptionGuard {
   // False: a value couldn't be given back.
   bool back() {
     if (!std::exchange(changed_, false)) return true;
-    bool all = saved_.value.size() == 1 || ProConfigoptSet(option_, L"") == ProNoError;
-    for (const std::wstring& value : saved_.value) all = ProConfigoptSet(option_, value) == ProNoError && all;
+    const auto give = [this](const std::wstring& value) {
+      return insist([&] { return ProConfigoptSet(option_, value); });
+    };
+    bool all = saved_.value.size() == 1 || give(L"");
+    for (const std::wstring& value : saved_.value) all = give(value) && all;
     return all;
   }
   // In their order; none: it wasn't set.

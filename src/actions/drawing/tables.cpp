@@ -27,7 +27,12 @@ std::optional<std::wstring> tableFolder(const Task& task, creo::DirectoryGuard& 
     sayDetail(folder);
   } else {
     sayDetail(L"Insert from PRO_TABLE_DIR");
-    folder = creo::ProConfigoptGet(L"PRO_TABLE_DIR").value;
+    const auto option = creo::ProConfigoptGet(L"PRO_TABLE_DIR");
+    if (!creo::isTold(option)) {
+      cantRead(L"The option PRO_TABLE_DIR");
+      return std::nullopt;
+    }
+    folder = option.value;
   }
   // Where the option isn't set Creo takes the working folder; a folder that has gone must not become another one.
   if (!folder.empty() && working.change(folder) != creo::ProNoError) {
@@ -35,6 +40,7 @@ std::optional<std::wstring> tableFolder(const Task& task, creo::DirectoryGuard& 
     return std::nullopt;
   }
   const auto whole = creo::ProDirectoryCurrentGet();
+  if (!whole) cantRead(L"The working folder");
   return whole ? std::optional(whole.value) : std::nullopt;
 }
 

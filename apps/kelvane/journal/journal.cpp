@@ -87,7 +87,7 @@ std::error_code Journal::end(Record record) {
 }
 
 os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const std::string& written, bool asCopy) {
-  if (!disk_.exists(path) || disk_.isFolder(path)) return {};
+  if (!disk_.size(path)) return {};  // nothing is there, or a folder
   const auto own = own_.find(written);
   if (own != own_.end() && own->second.turn == turn_) return {own->second.content, {}};
   const auto bytes = disk_.read(path);

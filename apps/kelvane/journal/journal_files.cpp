@@ -35,8 +35,8 @@ class JournalAppender : public os::Appender {
 
 }  // namespace
 
-std::optional<std::string> JournalFiles::counted(std::wstring_view path) const {
-  auto written = paths_.written(path);
+std::optional<std::string> JournalFiles::counted(std::wstring_view path, bool isNew) const {
+  auto written = isNew ? paths_.writtenNew(path) : paths_.written(path);
   if (written && isOfTemp(*written) && !countsTemp_) return std::nullopt;
   return written;
 }
@@ -95,9 +95,9 @@ std::error_code JournalFiles::write(std::wstring_view path, std::string_view byt
 }
 
 std::error_code JournalFiles::create(std::wstring_view path, std::string_view bytes) {
-  const auto written = counted(path);
-  if (!written) return under_.create(path, bytes);
   if (under_.exists(path)) return std::make_error_code(std::errc::file_exists);
+  const auto written = counted(path, true);
+  if (!written) return under_.create(path, bytes);
   Deed deed{DeedKind::write, 0, *written, {}, {}, contentOf(bytes), 0};
   if (const auto error = carryOut(deed, [&] { return under_.create(path, bytes); })) return error;
   journal_.wrote(*written, *deed.now);

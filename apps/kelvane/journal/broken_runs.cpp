@@ -1,25 +1,9 @@
 #include "kelvane/journal/broken_runs.h"
 
 #include "kelvane/base/backwards.h"
-#include "kelvane/journal/vault_tail.h"
-#include "text/encoding.h"
-#include "text/letters.h"
+#include "kelvane/journal/telling.h"
 
 namespace kelvane {
-namespace {
-
-// As rows name them.
-void addModelsOf(const RunJournal& journal, std::set<std::string>& models) {
-  for (const Deed& deed : journal.deeds) {
-    if (isVaultRecord(deed.path)) models.insert(vaultLabel(deed.path));
-    for (const std::string* path : {&deed.path, &deed.to})
-      if (const auto version = writtenVersion(*path))
-        models.insert(text::toUtf8(text::upper(text::fromUtf8(version->stem.substr(version->stem.rfind('/') + 1)))));
-  }
-}
-
-}  // namespace
-
 std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& package, const std::string& list,
                                            const std::string& listSum) {
   std::set<std::string> finished, takenBack;
@@ -27,7 +11,7 @@ std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& 
   for (const std::string& run : Backwards(runs)) {
     const RunJournal journal = book.read(run);
     if (journal.isRecovered && journal.verb() == "undo") {
-      addModelsOf(journal, takenBack);
+      takenBack.merge(modelsOf(journal));
       continue;
     }
     const auto is = [&](const char* member, const std::string& text) {

@@ -111,8 +111,12 @@ void UndoPlan::tellConflicts() {
 
 std::vector<std::string> UndoPlan::stays() const {
   std::vector<std::string> all;
+  std::map<std::string, std::size_t> times;
   for (const Record& record : journal_.told)
-    if (memberText(record, "record") == "sent") all.push_back(memberText(record, "what"));
+    if (memberText(record, "record") == "sent" && ++times[memberText(record, "what")] == 1)
+      all.push_back(memberText(record, "what"));
+  for (std::string& what : all)
+    if (const std::size_t count = times[what]; count > 1) what += " (" + std::to_string(count) + " times)";
   for (const VaultStep& step : vault_)
     if (!step.stays.empty()) all.push_back(step.stays);
   return all;

@@ -153,6 +153,25 @@ TEST_F(Kills, AtAnyMomentLeaveWhatRunsAgainAndCanBeUndone) {
   }
 }
 
+// What was checked in stays finished, and gets no further iteration.
+TEST_F(Kills, OfARunAndThenOfItsUndoLeaveFinishedWhatThatHasntTakenBack) {
+  renew("world", "clean");
+  ASSERT_FALSE(survives(inVault("release", "world"), "world", Fate::killBefore, changes_));
+  renew("killed", "world");
+  const std::string undos = path("world/models/kelvane.journal/0002/run.jsonl");
+  const auto hasBegun = [&undos] { return fs::exists(undos) && !readBytes(undos).empty(); };
+  for (int at = 1; at < undoChanges_ && !hasBegun(); ++at) {
+    renew("world", "killed");
+    ASSERT_FALSE(survives({"undo", path("world/models")}, "world", Fate::killBehind, at)) << at;
+  }
+  ASSERT_TRUE(hasBegun());
+  const Ended again = kelvane(inVault("release", "world"));
+  EXPECT_EQ(0, again.code) << again.err;
+  EXPECT_THAT(again.err, HasSubstr("warning: undo 0002 broke off; nothing was half done\n"));
+  EXPECT_EQ("", difference(undisturbed_, state("world/models")));
+  EXPECT_EQ("", difference(vaultUndisturbed_, vault(true)));
+}
+
 // Others may build on an iteration that they have taken.
 TEST_F(Kills, InACheckInLeaveItWhereSomebodyHasTakenItSince) {
   const std::string records = path("world/models/kelvane.journal/0001/run.jsonl");

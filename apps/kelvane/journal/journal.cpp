@@ -12,7 +12,6 @@
 namespace kelvane {
 namespace {
 
-constexpr int kFormat = 1;
 constexpr auto kFlushPause = std::chrono::seconds(1);
 
 }  // namespace
@@ -40,7 +39,7 @@ void Journal::begin(const Record& facts) {
   auto opened = disk_.append(book_.recordsOf(run_));
   require(opened.error);
   records_ = std::move(opened.value);
-  Record record = {{"record", "begin"}, {"format", kFormat}, {"run", run_}, {"at", journalTime()}};
+  Record record = {{"record", "begin"}, {"format", kJournalFormat}, {"run", run_}, {"at", journalTime()}};
   record.update(facts);
   require(add(record));
   require(flush());

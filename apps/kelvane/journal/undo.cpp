@@ -5,6 +5,7 @@
 #include "kelvane/base/backwards.h"
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/words.h"
 #include "kelvane/journal/taking_back.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -107,6 +108,9 @@ void UndoPlan::tellConflicts() {
   }
   for (const VaultStep& step : vault_)
     if (!step.conflict.empty()) conflicts_.push_back(step.conflict);
+  if (journal_.lost > 0)
+    conflicts_.push_back(counted(static_cast<std::size_t>(journal_.lost), "record") +
+                         " of the journal can't be read; what was told there stays as it is");
 }
 
 std::vector<std::string> UndoPlan::stays() const {

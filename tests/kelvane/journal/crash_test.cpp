@@ -5,6 +5,7 @@
 #include <regex>
 
 #include "kelvane/journal/journal_fixture.h"
+#include "kelvane/journal/record.h"
 
 namespace test {
 namespace {
@@ -298,6 +299,39 @@ TEST_F(Crash, RecordsThatSomebodyAlteredAreNotThrownAway) {
   writeBytes(records, whole);
   EXPECT_EQ(0, run("rename", {"-q"}).code);
   EXPECT_EQ("", difference(undisturbed, state("models"))) << "nothing was lost";
+}
+
+// A record within, a later format, the numbers of versions.
+TEST_F(Crash, WhatCantBeReadOfAJournalIsTold) {
+  gearbox();
+  ASSERT_EQ(0, run("norm", {"-q"}).code);
+  const Contents after = contents();
+  const std::string records = path("models/kelvane.journal/0001/run.jsonl"), whole = readBytes(records);
+  std::string cut = whole;
+  const std::size_t line = cut.rfind(R"({"record":"write")");
+  cut.erase(line + 20, 10);
+  writeBytes(records, cut);
+  const Ended refused = undo();
+  EXPECT_EQ(1, refused.code);
+  EXPECT_THAT(refused.err,
+              HasSubstr("conflict: 1 record of the journal can't be read; what was told there stays as it is\n"));
+  EXPECT_EQ("", difference(after, contents()));
+  writeBytes(records, whole);
+
+  const auto expectRefused = [this](const std::string& line) {
+    for (const Ended& ended : {run("norm", {"-q"}), undo()}) {
+      EXPECT_EQ(2, ended.code) << line;
+      EXPECT_THAT(ended.err, HasSubstr(line));
+    }
+  };
+  fs::create_directories(path("models/kelvane.journal/0002"));
+  writeBytes(path("models/kelvane.journal/0002/run.jsonl"),
+             kelvane::sealedLine({{"record", "begin"}, {"format", 2}, {"run", "0002"}, {"verb", "run"}}));
+  expectRefused("/kelvane.journal/0002/run.jsonl is of a later release of this program\n");
+  fs::remove_all(path("models/kelvane.journal/0002"));
+  const std::string numbers = path("models/kelvane.journal/numbers.json");
+  fs::resize_file(numbers, fs::file_size(numbers) / 2);
+  expectRefused("/kelvane.journal/numbers.json can't be read: it isn't as it was written\n");
 }
 
 }  // namespace

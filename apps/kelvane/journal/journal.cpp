@@ -50,9 +50,10 @@ void Journal::begin(const Record& facts) {
   }
 }
 
-std::error_code Journal::add(const Record& record) {
-  const std::string line = (isTorn_ ? "\n" : "") + sealedLine(record);
-  const std::error_code error = records_->write(line);
+std::error_code Journal::add(const Record& record) { return addLine(sealedLine(record)); }
+
+std::error_code Journal::addLine(const std::string& line) {
+  const std::error_code error = records_->write(isTorn_ ? "\n" + line : line);
   isTorn_ = static_cast<bool>(error);
   return error;
 }
@@ -62,11 +63,13 @@ std::error_code Journal::announce(Deed& deed) {
   // What replaces the content of others, or goes to them, must be known even if the power fails right behind the deed.
   const bool isFinal =
       deed.kind == DeedKind::rename || (deed.had && !deed.had->kept.empty()) || isVaultRecord(deed.path);
-  const std::error_code error = add(recordOf(deed));
+  const std::error_code error = addLine(deedLine(deed));
   return error || !isFinal || when_ != Flush::beforeFinal ? error : flush();
 }
 
 void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", deed.number}}); }
+
+std::error_code Journal::closed(const Deed& deed) { return addLine(closedLine(deed)); }
 
 std::error_code Journal::reach(const Record& boundary) {
   if (const auto error = add(boundary)) return error;

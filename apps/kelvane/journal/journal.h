@@ -32,6 +32,8 @@ class Journal {
   // Numbers a deed and adds it; what doesn't happen then is told by `failed`.
   std::error_code announce(Deed& deed);
   void failed(const Deed& deed);
+  // An `append` is over; its `now` tells what the file holds.
+  std::error_code closed(const Deed& deed);
   // Adds a boundary: what stands before it stays.
   std::error_code reach(const Record& boundary);
   // What stands now may have to stay or come back within its turn: it is kept before it is replaced.
@@ -55,6 +57,7 @@ class Journal {
     Content content;
   };
   void begin(const Record& facts);
+  std::error_code addLine(const std::string& line);
   std::error_code keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes, bool asCopy);
 
   Book book_;

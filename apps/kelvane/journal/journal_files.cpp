@@ -17,9 +17,7 @@ class JournalAppender : public os::Appender {
     const auto bytes = disk_.read(path_);
     if (!bytes) return;
     deed_.now = contentOf(bytes.value);
-    Record record = {{"record", "closed"}, {"n", deed_.number}};
-    record["now"] = recordOf(deed_)["now"];
-    if (!journal_.add(record)) journal_.wrote(deed_.path, *deed_.now);
+    if (!journal_.closed(deed_)) journal_.wrote(deed_.path, *deed_.now);
   }
   JournalAppender(const JournalAppender&) = delete;
   JournalAppender& operator=(const JournalAppender&) = delete;

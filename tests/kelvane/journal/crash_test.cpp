@@ -308,8 +308,8 @@ TEST_F(Crash, WhatCantBeReadOfAJournalIsTold) {
   const Contents after = contents();
   const std::string records = path("models/kelvane.journal/0001/run.jsonl"), whole = readBytes(records);
   std::string cut = whole;
-  const std::size_t line = cut.rfind(R"({"record":"write")");
-  cut.erase(line + 20, 10);
+  const std::size_t at = cut.rfind(R"({"record":"write")");
+  cut.erase(at + 20, 10);
   writeBytes(records, cut);
   const Ended refused = undo();
   EXPECT_EQ(1, refused.code);

@@ -44,6 +44,7 @@ class Reader {
       journal_.isRecovered = true;
       journal_.isTorn = !record->value("torn", Record()).empty();
     } else {
+      if (kind == "end") count(record->value("deeds", last_) + 1);
       (kind == "end" ? journal_.end : journal_.told.emplace_back()) = std::move(*record);
       if (!isBoundary(kind)) return;
       ++journal_.turns;

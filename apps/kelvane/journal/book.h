@@ -28,7 +28,7 @@ struct RunJournal {
   bool isRecovered = false;
   bool isTorn = false;  // the recovery removed versions that weren't whole
   int cutLines = 0;
-  int lost = 0;  // deeds whose records were whole once: there are later ones
+  int lost = 0;  // deeds whose records were whole once, by the numbers of later ones and the record `end`
   [[nodiscard]] bool isOpen() const { return end.is_null() && !isRecovered; }
   [[nodiscard]] std::string verb() const { return memberText(begin, "verb"); }
 };

@@ -86,6 +86,7 @@ std::error_code Journal::flush() {
 }
 
 std::error_code Journal::end(Record record) {
+  record["deeds"] = deeds_;
   record["at"] = journalTime();
   if (const auto error = add(record)) return error;
   return flush();

@@ -40,7 +40,7 @@ class Journal {
   void keepFromHere() { ++turn_; }
   // The records so far would outlive a loss of power.
   std::error_code flush();
-  // The record `end`, with its time; flushed.
+  // The record `end`, with its time and how many deeds there were; flushed.
   std::error_code end(Record record);
 
   // Keeps the content of a file that is about to be replaced, removed or changed. asCopy: for a file that is changed in

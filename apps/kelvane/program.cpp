@@ -30,6 +30,11 @@ std::string overview() {
   return text + "\n'kelvane VERB -h' tells a verb's options.\n";
 }
 
+// The library's own line for it names the largest number that there is.
+std::string notNegative(const std::string& text) {
+  return text.starts_with('-') ? "'" + text + "' is less than 0" : std::string();
+}
+
 void addOption(CLI::App& app, const OptionRow& row) {
   const auto shape = [&row](CLI::Option* option) {
     option->option_text(row.value);
@@ -41,7 +46,7 @@ void addOption(CLI::App& app, const OptionRow& row) {
   if (auto* const* flag = std::get_if<bool*>(&row.target)) {
     app.add_flag(row.names, **flag, row.help);
   } else if (auto* const* number = std::get_if<int*>(&row.target)) {
-    shape(app.add_option(row.names, **number, row.help)->check(CLI::NonNegativeNumber));
+    shape(app.add_option(row.names, **number, row.help)->check(notNegative));
   } else if (auto* const* text = std::get_if<std::string*>(&row.target)) {
     shape(app.add_option(row.names, **text, row.help)->required(isArgument(row)));
   } else if (auto* const* optional = std::get_if<std::optional<std::string>*>(&row.target)) {

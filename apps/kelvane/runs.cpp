@@ -1,9 +1,11 @@
 // kelvane runs: the runs that a folder's journals tell of, and what each wrote.
+#include <map>
 #include <set>
 
 #include "kelvane/base/columns.h"
 #include "kelvane/base/verb.h"
-#include "kelvane/journal/book.h"
+#include "kelvane/base/words.h"
+#include "kelvane/journal/telling.h"
 #include "kelvane/show/model_folder.h"
 
 namespace kelvane {
@@ -15,11 +17,6 @@ std::string stateOf(const RunJournal& journal) {
   if (journal.isOpen()) return "has no end: at work, or broken off";
   const int code = journal.end.value("code", kFine);
   return code == kFine ? "fine" : "exit code " + std::to_string(code);
-}
-
-std::string whatOf(const RunJournal& journal) {
-  if (journal.verb() == "undo") return "undo of " + memberText(journal.begin, "of");
-  return memberText(journal.begin, "list") + " of " + memberText(journal.begin, "package");
 }
 
 struct Wrote {
@@ -43,6 +40,35 @@ Wrote wroteOf(const RunJournal& journal) {
   return wrote;
 }
 
+// The undo behind each run of which something is taken back.
+class TakenBack {
+ public:
+  // In their order.
+  void take(const RunJournal& journal) {
+    if (journal.verb() != "undo" || journal.deeds.empty()) return;
+    const std::string of = memberText(journal.begin, "of");
+    const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
+    undos_[journal.run] = of;
+    by_[of] = {journal.run, isWhole};
+    // An undo that is undone has taken nothing back.
+    if (const auto undone = undos_.find(of); undone != undos_.end() && isWhole) by_.erase(undone->second);
+  }
+  // "taken back by 0004", "taken back in part by 0004"; empty: it stands.
+  [[nodiscard]] std::string of(const std::string& run) const {
+    const auto found = by_.find(run);
+    if (found == by_.end()) return {};
+    return std::string(found->second.isWhole ? "taken back by " : "taken back in part by ") + found->second.undo;
+  }
+
+ private:
+  struct By {
+    std::string undo;
+    bool isWhole = false;
+  };
+  std::map<std::string, std::string> undos_;  // and the run that each took back
+  std::map<std::string, By> by_;
+};
+
 class Runs : public Verb {
  public:
   std::vector<OptionRow> options() override {
@@ -53,12 +79,20 @@ class Runs : public Verb {
     const Book book(mountModels(folder_));
     Record all = Record::array();
     std::vector<std::vector<std::string>> rows;
-    for (const std::string& run : book.runs()) {
+    TakenBack takenBack;
+    const std::vector<std::string> runs = book.runs();
+    for (const std::string& run : runs) {
       const RunJournal journal = book.read(run);
       if (json_)
         all.push_back(entryOf(journal));
       else
         rows.push_back(rowOf(journal));
+      takenBack.take(journal);
+    }
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+      const std::string line = takenBack.of(runs[i]);
+      if (json_ && !line.empty()) all[i]["takenBack"] = line;
+      if (!json_) addPiece(rows[i][kState], line, "; ");
     }
     if (json_) console.resultJson(all.dump(2));
     for (const std::string& line : aligned(rows)) console.result(line);
@@ -66,6 +100,8 @@ class Runs : public Verb {
   }
 
  private:
+  static constexpr std::size_t kState = 5;  // the column of what a run came to
+
   static std::vector<std::string> rowOf(const RunJournal& journal) {
     const Wrote wrote = wroteOf(journal);
     std::string numbers = "versions=" + std::to_string(wrote.versions);
@@ -76,7 +112,7 @@ class Runs : public Verb {
     return {journal.run,
             memberText(journal.begin, "at"),
             memberText(journal.begin, "user"),
-            whatOf(journal),
+            whatRan(journal),
             numbers,
             stateOf(journal),
             memberText(journal.begin, "reason")};

@@ -8,7 +8,7 @@
 #include "kelvane/base/native_path.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/base/words.h"
-#include "kelvane/journal/book.h"
+#include "kelvane/journal/telling.h"
 #include "kelvane/run/config.h"
 #include "kelvane/run/driver.h"
 #include "kelvane/run/filter_explanation.h"
@@ -33,6 +33,10 @@ std::string turnOf(const Record& turn) {
 
 // Why a model was or wasn't worked, in the words of the run's own journal; and whether it was.
 TableVerdict toldBy(const RunJournal& journal, const std::string& model) {
+  if (journal.verb() == "undo") {
+    const bool isTaken = modelsOf(journal).contains(model);
+    return {isTaken, std::string(isTaken ? "took it back" : "took nothing of it back")};
+  }
   TableVerdict verdict{false, "it had no row: no start of the run leads to it"};
   for (const Record& record : journal.told) {
     const std::string kind = memberText(record, "record");
@@ -97,8 +101,8 @@ class Why : public Verb {
     const Book book(mountModels(machinePath(folder.parent_path().parent_path())));
     const RunJournal journal = book.read(book.runNamed(machinePath(folder.filename())));
     const std::string name = label(wanted.name, wanted.type);
-    console.result(console.inked(Ink::bold, name) + "  run " + journal.run + ": " + memberText(journal.begin, "list") +
-                   " of " + memberText(journal.begin, "package") + ", " + memberText(journal.begin, "at"));
+    console.result(console.inked(Ink::bold, name) + "  run " + journal.run + ": " + whatRan(journal) + ", " +
+                   memberText(journal.begin, "at"));
     const TableVerdict verdict = toldBy(journal, name);
     show(console, "run " + journal.run, verdict.worked, verdict.reason);
     return verdict.worked ? kFine : kErrors;

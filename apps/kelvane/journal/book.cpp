@@ -28,11 +28,13 @@ class Reader {
     }
     const std::string kind = memberText(*record, "record");
     if (std::optional<Deed> deed = deedOf(*record)) {
+      count(deed->number);
       deed->turn = journal_.turns;
       journal_.deeds.push_back(std::move(*deed));
     } else if (kind == "begin") {
       journal_.begin = std::move(*record);
     } else if (kind == "failed") {
+      count(record->value("n", 0));
       std::erase_if(journal_.deeds, [n = record->value("n", 0)](const Deed& d) { return d.number == n; });
     } else if (kind == "closed") {
       close(*record);
@@ -42,6 +44,7 @@ class Reader {
       journal_.isRecovered = true;
       journal_.isTorn = !record->value("torn", Record()).empty();
     } else {
+      if (kind == "end") count(record->value("deeds", last_) + 1);
       (kind == "end" ? journal_.end : journal_.told.emplace_back()) = std::move(*record);
       if (!isBoundary(kind)) return;
       ++journal_.turns;
@@ -59,6 +62,13 @@ class Reader {
   }
 
  private:
+  // Deeds are numbered one behind the other. One that the disk didn't take didn't happen, and is told as failed.
+  void count(int number) {
+    if (number > last_ + 1) journal_.lost += std::min(number - last_ - 1, journal_.cutLines - cutBefore_);
+    cutBefore_ = journal_.cutLines;
+    last_ = std::max(last_, number);
+  }
+
   void close(const Record& record) {
     const int number = record.value("n", 0);
     for (Deed& deed : Backwards(journal_.deeds)) {
@@ -80,7 +90,8 @@ class Reader {
   }
 
   RunJournal& journal_;
-  std::size_t toldOfTurns_ = 0;  // how many of them stood before the last boundary
+  std::size_t toldOfTurns_ = 0;   // how many of them stood before the last boundary
+  int last_ = 0, cutBefore_ = 0;  // the highest number of a deed, and how many lines were cut before it
 };
 
 }  // namespace
@@ -121,6 +132,8 @@ RunJournal Book::read(const std::string& run) const {
   if (error && error != std::errc::no_such_file_or_directory)
     throw Fault("the journal " + shown(recordsOf(run)) + " can't be read: " + error.message());
   if (!rest.empty()) ++journal.cutLines;
+  if (journal.begin.is_object() && journal.begin.value("format", kJournalFormat) > kJournalFormat)
+    throw Fault("the journal " + shown(recordsOf(run)) + " is of a later release of this program");
   if (!journal.isRecovered) reader.countNumbers();
   return journal;
 }
@@ -134,16 +147,17 @@ std::string Book::runNamed(const std::string& given) const {
 }
 
 Book::Numbers Book::storedNumbers() const {
+  const std::wstring path = folder_ + L"numbers.json";
+  if (!os::files().exists(path)) return {};
+  const auto bytes = os::files().read(path);
+  const auto stored = nlohmann::json::parse(bytes.value, nullptr, false);
+  if (!bytes || !stored.is_object())
+    throw Fault(shown(path) + " can't be read: " + (bytes ? "it isn't as it was written" : bytes.error.message()));
   Numbers numbers;
-  if (const auto bytes = os::files().read(folder_ + L"numbers.json")) {
-    const auto stored = nlohmann::json::parse(bytes.value, nullptr, false);
-    if (stored.is_object()) {
-      numbers.run = stored.value("run", 0);
-      const auto versions = stored.value("versions", nlohmann::json::object());
-      for (const auto& [stem, number] : versions.items())
-        if (number.is_number_integer()) numbers.versions[stem] = number.get<int>();
-    }
-  }
+  numbers.run = stored.value("run", 0);
+  const auto versions = stored.value("versions", nlohmann::json::object());
+  for (const auto& [stem, number] : versions.items())
+    if (number.is_number_integer()) numbers.versions[stem] = number.get<int>();
   return numbers;
 }
 

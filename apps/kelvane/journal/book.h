@@ -14,6 +14,8 @@ namespace kelvane {
 // The highest number that a document has had, by stem (paths.h).
 using GivenVersions = std::unordered_map<std::string, int>;
 
+constexpr int kJournalFormat = 1;
+
 // One run's journal.
 struct RunJournal {
   std::string run;           // "0003"
@@ -26,6 +28,7 @@ struct RunJournal {
   bool isRecovered = false;
   bool isTorn = false;  // the recovery removed versions that weren't whole
   int cutLines = 0;
+  int lost = 0;  // deeds whose records were whole once, by the numbers of later ones and the record `end`
   [[nodiscard]] bool isOpen() const { return end.is_null() && !isRecovered; }
   [[nodiscard]] std::string verb() const { return memberText(begin, "verb"); }
 };
@@ -42,12 +45,13 @@ class Book {
 
   // Oldest first; none where there is no journal.
   [[nodiscard]] std::vector<std::string> runs() const;
-  // A Fault where the file can't be read.
+  // A Fault where the file can't be read, or is of a later format.
   [[nodiscard]] RunJournal read(const std::string& run) const;
   // The run of that number, "3" or "0003"; a Fault where there is none.
   [[nodiscard]] std::string runNamed(const std::string& given) const;
 
-  // The number for the next run, and those of versions, from numbers.json and the journals that it doesn't know yet.
+  // The number for the next run, and those of versions, from numbers.json and the journals that it doesn't know yet. A
+  // Fault where it is there and can't be read: numbers might come twice.
   struct Numbers {
     int run = 0;  // the last one that is counted
     GivenVersions versions;

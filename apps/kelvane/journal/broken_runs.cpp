@@ -1,15 +1,19 @@
 #include "kelvane/journal/broken_runs.h"
 
 #include "kelvane/base/backwards.h"
+#include "kelvane/journal/telling.h"
 
 namespace kelvane {
-
 std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& package, const std::string& list,
                                            const std::string& listSum) {
-  std::set<std::string> finished;
+  std::set<std::string> finished, takenBack;
   const std::vector<std::string> runs = book.runs();
   for (const std::string& run : Backwards(runs)) {
     const RunJournal journal = book.read(run);
+    if (journal.isRecovered && journal.verb() == "undo") {
+      takenBack.merge(modelsOf(journal));
+      continue;
+    }
     const auto is = [&](const char* member, const std::string& text) {
       return memberText(journal.begin, member) == text;
     };
@@ -23,7 +27,8 @@ std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& 
       const std::string kind = memberText(record, "record");
       isCheckedIn |= kind == "checkIn";
       if (kind != "model") continue;
-      if (isCheckedIn && record.value("errors", 0) == 0) finished.insert(memberText(record, "model"));
+      const std::string model = memberText(record, "model");
+      if (isCheckedIn && record.value("errors", 0) == 0 && !takenBack.contains(model)) finished.insert(model);
       isCheckedIn = false;
     }
   }

@@ -12,7 +12,6 @@
 namespace kelvane {
 namespace {
 
-constexpr int kFormat = 1;
 constexpr auto kFlushPause = std::chrono::seconds(1);
 
 }  // namespace
@@ -40,7 +39,7 @@ void Journal::begin(const Record& facts) {
   auto opened = disk_.append(book_.recordsOf(run_));
   require(opened.error);
   records_ = std::move(opened.value);
-  Record record = {{"record", "begin"}, {"format", kFormat}, {"run", run_}, {"at", journalTime()}};
+  Record record = {{"record", "begin"}, {"format", kJournalFormat}, {"run", run_}, {"at", journalTime()}};
   record.update(facts);
   require(add(record));
   require(flush());
@@ -51,9 +50,10 @@ void Journal::begin(const Record& facts) {
   }
 }
 
-std::error_code Journal::add(const Record& record) {
-  const std::string line = (isTorn_ ? "\n" : "") + sealedLine(record);
-  const std::error_code error = records_->write(line);
+std::error_code Journal::add(const Record& record) { return addLine(sealedLine(record)); }
+
+std::error_code Journal::addLine(const std::string& line) {
+  const std::error_code error = records_->write(isTorn_ ? "\n" + line : line);
   isTorn_ = static_cast<bool>(error);
   return error;
 }
@@ -63,11 +63,16 @@ std::error_code Journal::announce(Deed& deed) {
   // What replaces the content of others, or goes to them, must be known even if the power fails right behind the deed.
   const bool isFinal =
       deed.kind == DeedKind::rename || (deed.had && !deed.had->kept.empty()) || isVaultRecord(deed.path);
-  const std::error_code error = add(recordOf(deed));
-  return error || !isFinal || when_ != Flush::beforeFinal ? error : flush();
+  if (const auto error = addLine(deedLine(deed))) {
+    --deeds_;  // no number is missing then: who reads takes a gap for a record that was lost
+    return error;
+  }
+  return isFinal && when_ == Flush::beforeFinal ? flush() : std::error_code{};
 }
 
 void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", deed.number}}); }
+
+std::error_code Journal::closed(const Deed& deed) { return addLine(closedLine(deed)); }
 
 std::error_code Journal::reach(const Record& boundary) {
   if (const auto error = add(boundary)) return error;
@@ -81,13 +86,14 @@ std::error_code Journal::flush() {
 }
 
 std::error_code Journal::end(Record record) {
+  record["deeds"] = deeds_;
   record["at"] = journalTime();
   if (const auto error = add(record)) return error;
   return flush();
 }
 
 os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const std::string& written, bool asCopy) {
-  if (!disk_.exists(path) || disk_.isFolder(path)) return {};
+  if (!disk_.size(path)) return {};  // nothing is there, or a folder
   const auto own = own_.find(written);
   if (own != own_.end() && own->second.turn == turn_) return {own->second.content, {}};
   const auto bytes = disk_.read(path);

@@ -32,13 +32,15 @@ class Journal {
   // Numbers a deed and adds it; what doesn't happen then is told by `failed`.
   std::error_code announce(Deed& deed);
   void failed(const Deed& deed);
+  // An `append` is over; its `now` tells what the file holds.
+  std::error_code closed(const Deed& deed);
   // Adds a boundary: what stands before it stays.
   std::error_code reach(const Record& boundary);
   // What stands now may have to stay or come back within its turn: it is kept before it is replaced.
   void keepFromHere() { ++turn_; }
   // The records so far would outlive a loss of power.
   std::error_code flush();
-  // The record `end`, with its time; flushed.
+  // The record `end`, with its time and how many deeds there were; flushed.
   std::error_code end(Record record);
 
   // Keeps the content of a file that is about to be replaced, removed or changed. asCopy: for a file that is changed in
@@ -55,6 +57,7 @@ class Journal {
     Content content;
   };
   void begin(const Record& facts);
+  std::error_code addLine(const std::string& line);
   std::error_code keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes, bool asCopy);
 
   Book book_;

@@ -17,9 +17,7 @@ class JournalAppender : public os::Appender {
     const auto bytes = disk_.read(path_);
     if (!bytes) return;
     deed_.now = contentOf(bytes.value);
-    Record record = {{"record", "closed"}, {"n", deed_.number}};
-    record["now"] = recordOf(deed_)["now"];
-    if (!journal_.add(record)) journal_.wrote(deed_.path, *deed_.now);
+    if (!journal_.closed(deed_)) journal_.wrote(deed_.path, *deed_.now);
   }
   JournalAppender(const JournalAppender&) = delete;
   JournalAppender& operator=(const JournalAppender&) = delete;
@@ -35,8 +33,8 @@ class JournalAppender : public os::Appender {
 
 }  // namespace
 
-std::optional<std::string> JournalFiles::counted(std::wstring_view path) const {
-  auto written = paths_.written(path);
+std::optional<std::string> JournalFiles::counted(std::wstring_view path, bool isNew) const {
+  auto written = isNew ? paths_.writtenNew(path) : paths_.written(path);
   if (written && isOfTemp(*written) && !countsTemp_) return std::nullopt;
   return written;
 }
@@ -95,9 +93,9 @@ std::error_code JournalFiles::write(std::wstring_view path, std::string_view byt
 }
 
 std::error_code JournalFiles::create(std::wstring_view path, std::string_view bytes) {
-  const auto written = counted(path);
-  if (!written) return under_.create(path, bytes);
   if (under_.exists(path)) return std::make_error_code(std::errc::file_exists);
+  const auto written = counted(path, true);
+  if (!written) return under_.create(path, bytes);
   Deed deed{DeedKind::write, 0, *written, {}, {}, contentOf(bytes), 0};
   if (const auto error = carryOut(deed, [&] { return under_.create(path, bytes); })) return error;
   journal_.wrote(*written, *deed.now);

@@ -30,7 +30,8 @@ class JournalFiles : public os::FilesWrapper {
   std::error_code removeFolder(std::wstring_view path, std::wstring_view within) override;
 
  private:
-  [[nodiscard]] std::optional<std::string> counted(std::wstring_view path) const;
+  // The path as the journal writes it; nothing for what it doesn't tell. isNew: nothing has that path.
+  [[nodiscard]] std::optional<std::string> counted(std::wstring_view path, bool isNew = false) const;
   std::error_code carryOut(Deed& deed, const std::function<std::error_code()>& change);
   std::error_code announceWrite(std::wstring_view path, std::string_view bytes, Deed& deed);
 

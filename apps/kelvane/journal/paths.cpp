@@ -40,7 +40,17 @@ JournalPaths::JournalPaths(const std::wstring& folder, const std::vector<std::st
 }
 
 std::optional<std::string> JournalPaths::written(std::wstring_view path) const {
-  const std::string machine = os::mounts().machine(path);
+  return fromMachine(os::mounts().machine(path));
+}
+
+std::optional<std::string> JournalPaths::writtenNew(std::wstring_view path) const {
+  const std::wstring name = os::nameOf(path);
+  const bool isPlain = !name.empty() && name != L"." && name != L".." && name.find(L'\0') == name.npos;
+  if (!isPlain) return written(path);
+  return fromMachine(withSlash(os::mounts().machine(os::folderOf(path))) + text::toUtf8(name));
+}
+
+std::optional<std::string> JournalPaths::fromMachine(const std::string& machine) const {
   if (machine.starts_with(journal_)) return std::nullopt;
   if (!temp_.empty() && machine.starts_with(temp_)) {
     const std::string rest = machine.substr(temp_.size());

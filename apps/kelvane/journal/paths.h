@@ -21,12 +21,17 @@ class JournalPaths {
   // Nothing for what no journal is kept of: the journal itself, the temp folder but for the packages unpacked in it,
   // and of a vault its own record and those of workspaces: numbers of objects are given for good.
   [[nodiscard]] std::optional<std::string> written(std::wstring_view path) const;
+  // The same for a path that nothing has, however it is spelled: just its folder is looked for, as looking for a new
+  // file in a large folder costs more than all else here.
+  [[nodiscard]] std::optional<std::string> writtenNew(std::wstring_view path) const;
   // The system's form again.
   [[nodiscard]] static std::wstring system(std::string_view written);
   // As a person reads it.
   [[nodiscard]] static std::string shown(std::string_view written);
 
  private:
+  [[nodiscard]] std::optional<std::string> fromMachine(const std::string& machine) const;
+
   std::string models_, temp_, journal_;  // each with its closing slash
   std::vector<std::string> vaults_;
 };

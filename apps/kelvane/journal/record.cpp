@@ -20,10 +20,29 @@ constexpr std::array<KindRow, 5> kKinds{{{DeedKind::write, "write"},
 constexpr std::string_view kBoundaries[] = {"model", "taken", "end"};
 constexpr std::string_view kSumStart = R"(,"sum":")", kSumEnd = R"("})";
 
-Record toRecord(const Content& content) {
-  Record record = {{"size", content.size}, {"sum", content.sum}};
-  if (!content.kept.empty()) record["kept"] = content.kept;
-  return record;
+std::string jsonOf(const Record& record) { return record.dump(-1, ' ', false, Record::error_handler_t::replace); }
+
+// One more member of an object that has some.
+void addText(std::string& json, std::string_view member, const std::string& text) {
+  json.append(",\"").append(member).append("\":").append(jsonOf(text));
+}
+
+void addContent(std::string& json, std::string_view member, const std::optional<Content>& content) {
+  if (!content) return;
+  json.append(",\"").append(member).append("\":{\"size\":").append(std::to_string(content->size));
+  addText(json, "sum", content->sum);
+  if (!content->kept.empty()) addText(json, "kept", content->kept);
+  json += '}';
+}
+
+std::string startOf(const char* word, int number) {
+  return std::string("{\"record\":\"").append(word).append("\",\"n\":").append(std::to_string(number));
+}
+
+// open: a record without its last brace.
+std::string sealed(std::string open) {
+  const std::string sum = hexHash(open + '}');
+  return open.append(kSumStart).append(sum).append(kSumEnd) + "\n";
 }
 
 std::optional<Content> toContent(const Record& record, const char* member) {
@@ -37,10 +56,25 @@ std::optional<Content> toContent(const Record& record, const char* member) {
 Content contentOf(std::string_view bytes) { return {bytes.size(), hexHash(bytes), {}}; }
 
 std::string sealedLine(const Record& record) {
-  std::string line = record.dump(-1, ' ', false, Record::error_handler_t::replace);
-  const std::string sum = hexHash(line);
-  line.pop_back();
-  return line.append(kSumStart).append(sum).append(kSumEnd) + "\n";
+  std::string json = jsonOf(record);
+  json.pop_back();
+  return sealed(std::move(json));
+}
+
+std::string deedLine(const Deed& deed) {
+  const auto row = std::find_if(kKinds.begin(), kKinds.end(), [&](const KindRow& r) { return r.kind == deed.kind; });
+  std::string json = startOf(row->word, deed.number);
+  addText(json, "path", deed.path);
+  if (!deed.to.empty()) addText(json, "to", deed.to);
+  addContent(json, "had", deed.had);
+  addContent(json, "now", deed.now);
+  return sealed(std::move(json));
+}
+
+std::string closedLine(const Deed& deed) {
+  std::string json = startOf("closed", deed.number);
+  addContent(json, "now", deed.now);
+  return sealed(std::move(json));
 }
 
 std::optional<Record> unsealed(std::string_view line) {
@@ -52,15 +86,6 @@ std::optional<Record> unsealed(std::string_view line) {
   if (hexHash(text) != sum) return std::nullopt;
   Record record = Record::parse(text, nullptr, false);
   if (!record.is_object()) return std::nullopt;
-  return record;
-}
-
-Record recordOf(const Deed& deed) {
-  const auto row = std::find_if(kKinds.begin(), kKinds.end(), [&](const KindRow& r) { return r.kind == deed.kind; });
-  Record record = {{"record", row->word}, {"n", deed.number}, {"path", deed.path}};
-  if (!deed.to.empty()) record["to"] = deed.to;
-  if (deed.had) record["had"] = toRecord(*deed.had);
-  if (deed.now) record["now"] = toRecord(*deed.now);
   return record;
 }
 

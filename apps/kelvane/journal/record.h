@@ -35,11 +35,14 @@ struct Deed {
 
 // The line of a record, with its checksum and its end.
 std::string sealedLine(const Record& record);
+// That of a deed; and the one that tells what a file holds whose `append` is over. They are written straight, as a run
+// has some for each model.
+std::string deedLine(const Deed& deed);
+std::string closedLine(const Deed& deed);
 // The record of a line without its end; nothing where the line was cut or altered.
 std::optional<Record> unsealed(std::string_view line);
 
-Record recordOf(const Deed& deed);
-// Nothing for a record of another kind.
+// The deed that a record tells of; nothing for one of another kind.
 std::optional<Deed> deedOf(const Record& record);
 
 // True for the records behind which a turn begins: what stands before one stays.

@@ -5,6 +5,7 @@
 #include "kelvane/base/backwards.h"
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/words.h"
 #include "kelvane/journal/taking_back.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -107,12 +108,19 @@ void UndoPlan::tellConflicts() {
   }
   for (const VaultStep& step : vault_)
     if (!step.conflict.empty()) conflicts_.push_back(step.conflict);
+  if (journal_.lost > 0)
+    conflicts_.push_back(counted(static_cast<std::size_t>(journal_.lost), "record") +
+                         " of the journal can't be read; what was told there stays as it is");
 }
 
 std::vector<std::string> UndoPlan::stays() const {
   std::vector<std::string> all;
+  std::map<std::string, std::size_t> times;
   for (const Record& record : journal_.told)
-    if (memberText(record, "record") == "sent") all.push_back(memberText(record, "what"));
+    if (memberText(record, "record") == "sent" && ++times[memberText(record, "what")] == 1)
+      all.push_back(memberText(record, "what"));
+  for (std::string& what : all)
+    if (const std::size_t count = times[what]; count > 1) what += " (" + std::to_string(count) + " times)";
   for (const VaultStep& step : vault_)
     if (!step.stays.empty()) all.push_back(step.stays);
   return all;

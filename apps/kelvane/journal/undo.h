@@ -21,7 +21,7 @@ class UndoPlan {
 
   // Lines of what somebody changed since; with them their group is left out where conflicts are skipped.
   [[nodiscard]] const std::vector<std::string>& conflicts() const { return conflicts_; }
-  // What nothing takes back: programs, requests, objects that are new in a vault.
+  // What nothing takes back: programs, requests, objects that are new in a vault; each once.
   [[nodiscard]] std::vector<std::string> stays() const;
   // "remove gear.prt.2", "rename wheel.prt.1 to gear.prt.1", "put back reports/mass.csv", of what has no conflict.
   [[nodiscard]] std::vector<std::string> lines() const;

@@ -10,9 +10,10 @@
 
 namespace kelvane {
 
-// Bytes of documents' files that stay when a model is done; their records take some five times as much. A few
-// assemblies with all that they use have room, so that parts that many use aren't read again for each.
-inline std::size_t documentsKept = std::size_t{4} << 20;
+// Bytes of documents' files that stay when a model is done; their records take some five times as much. An
+// assembly with all that it uses has room, so that parts that many use aren't read again for each. With more the memory
+// of what goes lies in holes between what stays, and each model of a long run takes more of it.
+inline std::size_t documentsKept = std::size_t{1} << 20;
 
 // What stands in no window may go; nothing works on a model meanwhile.
 inline void keepMemoryFlat(headless::Session& session) {

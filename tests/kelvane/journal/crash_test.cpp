@@ -5,6 +5,7 @@
 #include <regex>
 
 #include "kelvane/journal/journal_fixture.h"
+#include "kelvane/journal/record.h"
 
 namespace test {
 namespace {
@@ -153,6 +154,25 @@ TEST_F(Kills, AtAnyMomentLeaveWhatRunsAgainAndCanBeUndone) {
   }
 }
 
+// What was checked in stays finished, and gets no further iteration.
+TEST_F(Kills, OfARunAndThenOfItsUndoLeaveFinishedWhatThatHasntTakenBack) {
+  renew("world", "clean");
+  ASSERT_FALSE(survives(inVault("release", "world"), "world", Fate::killBefore, changes_));
+  renew("killed", "world");
+  const std::string undos = path("world/models/kelvane.journal/0002/run.jsonl");
+  const auto hasBegun = [&undos] { return fs::exists(undos) && !readBytes(undos).empty(); };
+  for (int at = 1; at < undoChanges_ && !hasBegun(); ++at) {
+    renew("world", "killed");
+    ASSERT_FALSE(survives({"undo", path("world/models")}, "world", Fate::killBehind, at)) << at;
+  }
+  ASSERT_TRUE(hasBegun());
+  const Ended again = kelvane(inVault("release", "world"));
+  EXPECT_EQ(0, again.code) << again.err;
+  EXPECT_THAT(again.err, HasSubstr("warning: undo 0002 broke off; nothing was half done\n"));
+  EXPECT_EQ("", difference(undisturbed_, state("world/models")));
+  EXPECT_EQ("", difference(vaultUndisturbed_, vault(true)));
+}
+
 // Others may build on an iteration that they have taken.
 TEST_F(Kills, InACheckInLeaveItWhereSomebodyHasTakenItSince) {
   const std::string records = path("world/models/kelvane.journal/0001/run.jsonl");
@@ -279,6 +299,39 @@ TEST_F(Crash, RecordsThatSomebodyAlteredAreNotThrownAway) {
   writeBytes(records, whole);
   EXPECT_EQ(0, run("rename", {"-q"}).code);
   EXPECT_EQ("", difference(undisturbed, state("models"))) << "nothing was lost";
+}
+
+// A record within, a later format, the numbers of versions.
+TEST_F(Crash, WhatCantBeReadOfAJournalIsTold) {
+  gearbox();
+  ASSERT_EQ(0, run("norm", {"-q"}).code);
+  const Contents after = contents();
+  const std::string records = path("models/kelvane.journal/0001/run.jsonl"), whole = readBytes(records);
+  std::string cut = whole;
+  const std::size_t at = cut.rfind(R"({"record":"write")");
+  cut.erase(at + 20, 10);
+  writeBytes(records, cut);
+  const Ended refused = undo();
+  EXPECT_EQ(1, refused.code);
+  EXPECT_THAT(refused.err,
+              HasSubstr("conflict: 1 record of the journal can't be read; what was told there stays as it is\n"));
+  EXPECT_EQ("", difference(after, contents()));
+  writeBytes(records, whole);
+
+  const auto expectRefused = [this](const std::string& line) {
+    for (const Ended& ended : {run("norm", {"-q"}), undo()}) {
+      EXPECT_EQ(2, ended.code) << line;
+      EXPECT_THAT(ended.err, HasSubstr(line));
+    }
+  };
+  fs::create_directories(path("models/kelvane.journal/0002"));
+  writeBytes(path("models/kelvane.journal/0002/run.jsonl"),
+             kelvane::sealedLine({{"record", "begin"}, {"format", 2}, {"run", "0002"}, {"verb", "run"}}));
+  expectRefused("/kelvane.journal/0002/run.jsonl is of a later release of this program\n");
+  fs::remove_all(path("models/kelvane.journal/0002"));
+  const std::string numbers = path("models/kelvane.journal/numbers.json");
+  fs::resize_file(numbers, fs::file_size(numbers) / 2);
+  expectRefused("/kelvane.journal/numbers.json can't be read: it isn't as it was written\n");
 }
 
 }  // namespace

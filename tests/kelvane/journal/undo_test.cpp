@@ -179,8 +179,14 @@ TEST_F(Undo, JournalsTellWhatRunsDidAndWhy) {
     EXPECT_EQ(std::string_view(line).starts_with("yes") ? 0 : 1, why.code);
   }
   const Ended undone = undo();
-  EXPECT_THAT(undone.err, testing::ContainsRegex("warning: nothing takes back: (ran|started) "));
+  EXPECT_THAT(undone.err, testing::ContainsRegex("warning: nothing takes back: (ran|started) .* \\([23] times\\)\n"));
   EXPECT_THAT(kelvane({"runs", models(), "--json"}).out, HasSubstr(R"("of": "0002")"));
+  const auto told = [this] { return kelvane({"runs", models()}).out; };
+  EXPECT_THAT(told(), testing::ContainsRegex("0002 .*  fine; taken back by 0003\n"));
+  const std::string why = kelvane({"why", models() + "/kelvane.journal/0003", "PIN.PRT"}).out;
+  EXPECT_THAT(why, testing::ContainsRegex("run 0003: undo of 0002, .*\nyes  run 0003: took it back\n"));
+  EXPECT_EQ(0, undo({"0003"}).code);
+  EXPECT_THAT(told(), testing::ContainsRegex("0002 .*  fine\n0003 .*  fine; taken back by 0004\n"));
   // Verbs that look at models pass over the journal.
   EXPECT_THAT(kelvane({"models", models()}).out, testing::Not(HasSubstr("journal")));
   EXPECT_EQ(0, kelvane({"diff", models(), models()}).code);
@@ -192,6 +198,7 @@ TEST_F(Undo, PurgeDropsWhatNoKeptRunNeeds) {
   part(L"PLATE");
   for (int i = 0; i < 4; ++i) EXPECT_EQ(0, run("norm", {"--again"}).code);
   EXPECT_EQ(2, kelvane({"purge", models()}).code) << "a number must be given";
+  EXPECT_THAT(kelvane({"purge", models(), "--keep", "-1"}).err, HasSubstr("--keep: '-1' is less than 0"));
   const Contents before = contents();
   const Ended dry = kelvane({"purge", models(), "--keep", "2", "-n"});
   EXPECT_THAT(dry.out, HasSubstr("would remove PLATE.prt.1\nwould drop run 0001\nwould drop run 0002\n"));

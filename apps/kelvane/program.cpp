@@ -77,6 +77,7 @@ int runVerb(const VerbRow& row, std::vector<std::string> arguments, Console& con
   console.beQuiet(common.quiet);
   console.colours(common.color, terminals.out);
   console.errIsTerminal(terminals.err);
+  console.inIsTerminal(terminals.in);
   return verb->run(console);
 }
 

@@ -394,10 +394,14 @@ TEST_F(RunTrust, GrantsAreKeptForThatContentAndAskedForWhatIsNew) {
   fs::remove(package());
   kelvane({"pack", path("standards"), package()});
   EXPECT_EQ(2, packed({"--require-trust"}).code);
-  std::istringstream no("n\n"), yes("y\n");
+  // An answer out of a pipe isn't that of a person who saw the question.
+  std::istringstream no("n\n"), yes("y\n"), piped("y\n");
+  std::ostringstream unseen;
+  EXPECT_EQ(1, kelvane::program({"trust", package()}, unseen, unseen, {.err = true}, &piped));
+  EXPECT_THAT(unseen.str(), HasSubstr("nothing is kept: without a terminal nothing is asked"));
   for (std::istringstream* answer : {&no, &yes}) {
     std::ostringstream out, err;
-    const int code = kelvane::program({"trust", package()}, out, err, {.out = false, .err = true}, answer);
+    const int code = kelvane::program({"trust", package()}, out, err, {.err = true, .in = true}, answer);
     EXPECT_EQ(answer == &no ? 1 : 0, code) << err.str();
     EXPECT_THAT(err.str(), AllOf(HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"),
                                  HasSubstr("than the one that " + grant() + " was kept for; it is carried over")));

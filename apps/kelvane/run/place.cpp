@@ -206,15 +206,13 @@ void takeKept(RunPlace& place, const PackageIdentity& package) {
   if (kept) place.denied.insert(place.denied.end(), kept->denied.begin(), kept->denied.end());
 }
 
-// What none of them grants is told.
-void takeLacking(RunPlace& place, const RunOptions& options, const PackageSource& package,
-                 const core::ConfinementSettings& configured) {
+os::Grants allBeforehand(const RunPlace& place, const RunOptions& options,
+                         const core::ConfinementSettings& configured) {
   const std::wstring models = systemPath(options.into.empty() ? options.folder : options.into);
   os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, models);
   for (const os::Need& need : configured.allowed) grants.allow(need);
   for (const os::Need& need : configured.denied) grants.deny(need);
-  for (os::Need& need : grantsFor(needsOf(package)))
-    if (!grants.covers(need)) place.lacking.push_back(std::move(need));
+  return grants;
 }
 
 // package: without a source where the options name none.
@@ -231,8 +229,9 @@ void takeGrants(RunPlace& place, const RunOptions& options, const std::string& c
   if (package.source) {
     place.packageSum = package.identity.sha256;
     takeKept(place, package.identity);
-    takeLacking(place, options, *package.source, configured);
   }
+  place.beforehand = allBeforehand(place, options, configured);
+  if (package.source) place.lacking = lackingOf(*package.source, place.beforehand);
   if (given.requireTrust && !place.lacking.empty())
     throw Fault(packageFileName(options.package) + " isn't trusted with " + optionsOf(place.lacking) +
                 "; 'kelvane trust' keeps grants");

@@ -308,4 +308,10 @@ std::vector<os::Need> grantsFor(const std::vector<PackageNeed>& needs) {
   return {grants.begin(), grants.end()};
 }
 
+std::vector<os::Need> lackingOf(const PackageSource& package, const os::Grants& granted) {
+  std::vector<os::Need> lacking = grantsFor(needsOf(package));
+  std::erase_if(lacking, [&](const os::Need& need) { return granted.covers(need); });
+  return lacking;
+}
+
 }  // namespace kelvane

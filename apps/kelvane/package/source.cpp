@@ -130,6 +130,8 @@ class FolderPackage : public PackageSource {
     const std::string name = machinePath(entry.path().lexically_relative(folder_));
     if (name.find('\\') != name.npos)
       throw Fault(refusal(machinePath(folder_), L"has a member with a backslash in its name: " + text::fromUtf8(name)));
+    if (!text::isUtf8(name))
+      throw Fault(machinePath(folder_) + " is refused: the name of its member '" + name + "' isn't UTF-8");
     documents::ZipMember member;
     member.name = text::fromUtf8(name);
     if (const auto fault = documents::memberFault(member))

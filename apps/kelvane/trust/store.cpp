@@ -133,6 +133,7 @@ TrustStore::TrustStore() : path_(ownTrustFile()) {
 void TrustStore::read(const std::string& path, bool isSite) {
   std::error_code error;
   if (path.empty() || !fs::exists(nativePath(path), error)) return;
+  if (os::isAnybodys(path)) throw Fault(path + " grants nothing: everybody may write it, or its folder");
   const auto bytes = os::files().read(systemPath(path));
   if (!bytes) throw Fault(path + " can't be read: " + bytes.error.message());
   try {

@@ -37,8 +37,8 @@ struct KeptGrants {
 };
 
 // A person's file is kelvane/trust.json in that person's folder of settings. A site's is the first kelvane/trust.json
-// in the folders of settings for all (os/places.h); the program only reads it. A Fault for one that can't be read or
-// holds something else.
+// in the folders of settings for all (os/places.h); the program only reads it. A Fault for one that can't be read,
+// holds something else, or that everybody may write.
 class TrustStore {
  public:
   TrustStore();

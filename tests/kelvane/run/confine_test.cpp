@@ -450,6 +450,14 @@ TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {
                                       R"("]}}]})");
   EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
   EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
+  for (const char* opened : {"site/kelvane/trust.json", "site/kelvane"}) {
+    const fs::perms before = fs::status(path(opened)).permissions();
+    fs::permissions(path(opened), before | fs::perms::others_write);
+    const Ended ended = packed({"--require-trust", "--again"});
+    EXPECT_EQ(2, ended.code);
+    EXPECT_THAT(ended.err, HasSubstr("trust.json grants nothing: everybody may write it, or its folder"));
+    fs::permissions(path(opened), before);
+  }
   EXPECT_THAT(kelvane({"trust"}).out, HasSubstr("(the site's)\n  " + grant() + "\n"));
   for (const char* wrong :
        {"{", R"({"format": 2, "packages": []})", R"({"format": 1, "packages": [{"sha256": "x", "allow": {"ru": []}}]})",

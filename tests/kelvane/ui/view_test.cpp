@@ -115,7 +115,7 @@ TEST_F(UiView, AConfinedSessionHoldsEachPackage) {
 TEST_F(UiView, ASessionThatRequiresTrustGivesEachPackageItsOwn) {
   os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(path("config_home")));
   os::setEnvironment(L"XDG_CONFIG_DIRS", text::fromUtf8(path("site")));
-  part(L"BRACKET").with(L"PLACE", text::fromUtf8(path("outside")));
+  part(L"BRACKET").with(L"PLACE", text::fromUtf8(path("outside")).c_str());
   file("outside/secret.txt", "s3cret");
   const auto report = [](const std::string& target) {
     return "<task version='3' forPRT='true' forEF='false' type='writeListReport' sel='9' overwrite='true' file='" +

@@ -335,6 +335,22 @@ TEST_F(RunConfine, TheUsersOwnFileConfinesFromTheStart) {
   EXPECT_THAT(run("try", {"--config", path("site_conf"), "--again"}).err, HasSubstr("it is the program's own"));
 }
 
+// What the rows tell beforehand is what a run asks for, and no more: a grant that nobody needs is one to be abused.
+TEST_F(RunConfine, WhatIsOpenedOnceItIsWrittenIsToldAsItIsAsked) {
+  const std::string sheet = "folderFromModel='true' file='sheet' overwriteExisting='true' kerel='true' oaw=";
+  const auto opened = [&](const std::string& is) {
+    return taskOf("writeListReport", "sel='9' overwrite='true' file='d:\\x.csv' openAfterCreation='" + is + "'") +
+           taskOf("writeInformationPDF", sheet + "'" + is + "'");
+  };
+  list("try.xml", opened("false"));
+  EXPECT_THAT(kelvane({"check", path("standards"), "--trust"}).out, Not(HasSubstr("--allow")));
+  EXPECT_THAT(run("try", {"-n", "--confine"}).err, Not(HasSubstr("Refused: ")));
+  list("try.xml", opened("true"));
+  EXPECT_THAT(kelvane({"check", path("standards"), "--trust"}).out, HasSubstr("\n--confine --allow-run=xdg-open\n"));
+  EXPECT_THAT(run("try", {"-n", "--confine"}).err, HasSubstr("(--allow-run=xdg-open isn't granted)"));
+  EXPECT_THAT(run("try", {"-n", "--confine", "--allow-run=xdg-open"}).err, Not(HasSubstr("Refused: ")));
+}
+
 // A trigger's list is held as that of a run.
 TEST_F(RunConfine, WatchConfinesToo) {
   list("try.xml",

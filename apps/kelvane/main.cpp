@@ -7,5 +7,5 @@
 int main(int argc, char** argv) {
   os::printUtf8();
   return kelvane::program(os::commandLineWords(argc, argv), std::cout, std::cerr,
-                          {os::isTerminal(1), os::isTerminal(2)}, &std::cin);
+                          {os::isTerminal(1), os::isTerminal(2), os::isTerminal(0)}, &std::cin);
 }

@@ -10,6 +10,7 @@
 #include "kelvane/verb_table.h"
 #include "os/surroundings.h"
 #include "plugin/action_table.h"
+#include "text/encoding.h"
 
 namespace kelvane {
 namespace {
@@ -82,10 +83,18 @@ int runVerb(const VerbRow& row, std::vector<std::string> arguments, Console& con
   console.beQuiet(common.quiet);
   console.colours(common.color, terminals.out);
   console.errIsTerminal(terminals.err);
+  console.inIsTerminal(terminals.in);
   return verb->run(console);
 }
 
+// Else another file could be meant, or written, than the one that is named.
+void requireUtf8(const std::vector<std::string>& given) {
+  for (const std::string& word : given)
+    if (!text::isUtf8(word)) throw Fault("'" + word + "' isn't UTF-8; names are taken in UTF-8 alone");
+}
+
 int dispatch(const std::vector<std::string>& given, Console& console, const Terminals& terminals) {
+  requireUtf8(given);
   const std::string first = given.empty() ? "" : given.front();
   if (first == "-h" || first == "--help" || (first == "help" && given.size() == 1)) {
     console.resultLines(overview());

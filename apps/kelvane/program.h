@@ -9,7 +9,7 @@
 namespace kelvane {
 
 struct Terminals {
-  bool out = false, err = false;
+  bool out = false, err = false, in = false;
 };
 // words: without the program's own name. The machine's surroundings are as before when it returns.
 // in: standard input; null: there is none.

@@ -26,10 +26,11 @@ class Trust : public Verb {
   int run(Console& console) override {
     TrustStore store;
     if (!package_) return show(store.all(), console);
-    const PackageIdentity identity = identityOf(*package_);
+    const KnownPackage package = openKnown(*package_);
+    const PackageIdentity& identity = package.identity;
     if (forget_) return forget(store, identity, console);
     if (json_) return showOne(store, identity, console);
-    const std::vector<PackageNeed> needs = needsOf(*openPackage(*package_));
+    const std::vector<PackageNeed> needs = needsOf(*package.source);
     const bool isGiven = !grants_.allow.empty() || !grants_.deny.empty();
     return isGiven ? keepGiven(store, identity, console) : keepNeeded(store, identity, needs, console);
   }
@@ -146,7 +147,7 @@ class Trust : public Verb {
   [[nodiscard]] bool isAgreed(const std::vector<os::Need>& wanted, const PackageIdentity& identity,
                               Console& console) const {
     if (yes_) return true;
-    if (!console.live()) {
+    if (!console.canAsk()) {
       console.trouble("nothing is kept: without a terminal nothing is asked; --yes keeps " + optionsOf(wanted) +
                       ", and such options alone keep what they name");
       return false;

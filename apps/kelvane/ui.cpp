@@ -26,6 +26,7 @@ class UiVerb : public Verb {
     };
     for (const auto& more : {surroundingRows(o), confinementRows(o.grants)})
       rows.insert(rows.end(), more.begin(), more.end());
+    rows.push_back(trustRow(o.grants));
     return rows;
   }
 

@@ -26,6 +26,14 @@ constexpr std::size_t kMostStepsTimesLength = 20'000'000'000;
 // next. It is used where these can't be more than this, each repeat and the start taking any place in the text;
 // elsewhere the interpreter counts all of them.
 constexpr std::size_t kMostUncountedSteps = 10'000'000;
+// Of matches that belong together: the interpreter doesn't tell how many steps it took, so that each gets few at first
+// and twice as many each time it asks for more. A call costs as much as going over so many bytes.
+constexpr std::size_t kFirstSteps = 16;
+constexpr std::size_t kCallBytes = 100;
+// Of machine code, which counts where a group is repeated; such a step may hide as many others as a run without.
+constexpr std::size_t kCountedSteps = 100;
+// Of looking whether a start refuses already, which is only a short cut.
+constexpr std::size_t kStepsOfRefusal = 1024;
 // Of the interpreter, which keeps its way back on the heap; machine code has a stack of its own.
 constexpr std::uint32_t kMostHeap = 64 * 1024;  // KB
 constexpr std::uint32_t kMostDepth = 1'000'000;
@@ -112,14 +120,15 @@ std::size_t countRepeats(std::string_view expression) {
 
 PCRE2_SPTR bytesOf(std::string_view text) { return reinterpret_cast<PCRE2_SPTR>(text.data() ? text.data() : ""); }
 
-pcre2_match_context* limitsFor(std::string_view text) {
+std::size_t stepsFor(std::string_view text) { return std::min(kMostSteps, kMostStepsTimesLength / (text.size() + 1)); }
+
+pcre2_match_context* limitedTo(std::size_t steps) {
   pcre2_match_context* limits = matching().limits.get();
-  const std::size_t steps = std::min(kMostSteps, kMostStepsTimesLength / (text.size() + 1));
   pcre2_set_match_limit(limits, static_cast<std::uint32_t>(steps));
   return limits;
 }
 
-int interpreted(const pcre2_code* code, std::string_view text, std::uint32_t options) {
+int interpreted(const pcre2_code* code, std::string_view text, std::uint32_t options, std::size_t steps) {
   // The way back in a long text takes much memory, which goes with the data of its match.
   constexpr std::size_t kLongText = 4096;
   std::unique_ptr<pcre2_match_data, os::Freed<pcre2_match_data_free>> own;
@@ -128,10 +137,27 @@ int interpreted(const pcre2_code* code, std::string_view text, std::uint32_t opt
     if (!own) return PCRE2_ERROR_NOMEMORY;
   }
   pcre2_match_data* groups = own ? own.get() : matching().groups.get();
-  return pcre2_match(code, bytesOf(text), text.size(), 0, options | PCRE2_NO_JIT, groups, limitsFor(text));
+  return pcre2_match(code, bytesOf(text), text.size(), 0, options | PCRE2_NO_JIT, groups, limitedTo(steps));
+}
+
+Answer answerOf(int result) {
+  if (result > 0) return Answer::match;
+  return result == 0 || result == PCRE2_ERROR_NOMATCH ? Answer::none : Answer::unfinished;
 }
 
 }  // namespace
+
+bool Effort::take(std::size_t steps, std::size_t bytes) {
+  work_ = std::max<std::int64_t>(-1, work_ - static_cast<std::int64_t>(steps * (bytes + kCallBytes)));
+  return !givenUp();
+}
+
+bool Effort::takeUncounted(std::size_t steps) {
+  const auto wanted = static_cast<std::int64_t>(steps);
+  if (uncounted_ < wanted) return false;
+  uncounted_ -= wanted;
+  return true;
+}
 
 void FreeCode::operator()(pcre2_real_code_8* code) const { pcre2_code_free(code); }
 
@@ -141,34 +167,60 @@ Expression::Expression(std::string_view expression)
       // What stands in a group that is repeated by a number, or called from elsewhere, is there more often than
       // written.
       hidesSteps_(expression.find("){") != expression.npos || callsGroups(expression)),
+      repeatsGroups_(expression.find(")*") != expression.npos || expression.find(")+") != expression.npos),
       code_(compile(expression)) {
   std::uint32_t options = 0;
   isUtf_ = compiled() && pcre2_pattern_info(code_.value.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 &&
            (options & PCRE2_UTF) != 0;
 }
 
-bool Expression::mayRunUncounted(std::size_t length) const {
-  if (hidesSteps_ || isUtf_ || !matching().jitStack) return false;  // the fast call doesn't check what is UTF
+// How many these can be at most; none where that is too many, or where machine code isn't to be used at all.
+std::optional<std::size_t> Expression::uncountedSteps(std::size_t length) const {
+  // The fast call doesn't check what is UTF.
+  if (hidesSteps_ || isUtf_ || !matching().jitStack) return std::nullopt;
   std::size_t steps = length + 1;
   for (std::size_t i = repeats_; i > 0 && steps <= kMostUncountedSteps; --i) steps *= length + 1;
   for (std::size_t i = alternatives_; i > 0 && steps <= kMostUncountedSteps; --i) steps *= 2;
-  return steps <= kMostUncountedSteps;
+  return steps <= kMostUncountedSteps ? std::optional(steps) : std::nullopt;
+}
+
+// BADOPTION: there is no machine code, or it needs more room than it has.
+int Expression::inMachineCode(std::string_view text, std::size_t steps) const {
+  const int result =
+      pcre2_jit_match(code_.value.get(), bytesOf(text), text.size(), 0, 0, matching().groups.get(), limitedTo(steps));
+  return result == PCRE2_ERROR_JIT_STACKLIMIT ? PCRE2_ERROR_JIT_BADOPTION : result;
 }
 
 int Expression::execute(std::string_view text) const {
-  if (mayRunUncounted(text.size())) {
-    const int result =
-        pcre2_jit_match(code_.value.get(), bytesOf(text), text.size(), 0, 0, matching().groups.get(), limitsFor(text));
-    // It may have no machine code, or that may need more room than it has.
-    if (result != PCRE2_ERROR_JIT_BADOPTION && result != PCRE2_ERROR_JIT_STACKLIMIT) return result;
+  const std::size_t steps = stepsFor(text);
+  if (uncountedSteps(text.size())) {
+    const int result = inMachineCode(text, steps);
+    if (result != PCRE2_ERROR_JIT_BADOPTION) return result;
   }
-  return interpreted(code_.value.get(), text, 0);
+  return interpreted(code_.value.get(), text, 0, steps);
 }
 
-Answer Expression::match(std::string_view text) const {
-  const int result = execute(text);
-  if (result > 0) return Answer::match;
-  return result == 0 || result == PCRE2_ERROR_NOMATCH ? Answer::none : Answer::unfinished;
+int Expression::counted(std::string_view text, std::uint32_t options, std::size_t mostSteps, Effort& effort) const {
+  for (std::size_t steps = std::min(kFirstSteps, mostSteps); effort.take(steps, text.size()); steps *= 2) {
+    const int result = interpreted(code_.value.get(), text, options, std::min(steps, mostSteps));
+    if (result != PCRE2_ERROR_MATCHLIMIT || steps >= mostSteps) return result;
+  }
+  return PCRE2_ERROR_MATCHLIMIT;
+}
+
+Answer Expression::match(std::string_view text) const { return answerOf(execute(text)); }
+
+Answer Expression::match(std::string_view text, Effort& effort) const {
+  if (effort.givenUp()) return Answer::unfinished;
+  const auto uncounted = uncountedSteps(text.size());
+  if (uncounted && effort.takeUncounted(*uncounted * (repeatsGroups_ ? kCountedSteps : 1))) {
+    const int result =
+        effort.take(kFirstSteps, text.size()) ? inMachineCode(text, kCountedSteps) : PCRE2_ERROR_MATCHLIMIT;
+    if (result != PCRE2_ERROR_JIT_BADOPTION && result != PCRE2_ERROR_MATCHLIMIT) return answerOf(result);
+  }
+  const Answer answer = answerOf(counted(text, 0, stepsFor(text), effort));
+  if (answer == Answer::unfinished) effort.giveUp();
+  return answer;
 }
 
 bool Expression::anchored() const {
@@ -176,10 +228,10 @@ bool Expression::anchored() const {
   return pcre2_pattern_info(code_.value.get(), PCRE2_INFO_ALLOPTIONS, &options) == 0 && (options & PCRE2_ANCHORED) != 0;
 }
 
-bool Expression::refusesAllThatStartWith(std::string_view text) const {
+bool Expression::refusesAllThatStartWith(std::string_view text, Effort& effort) const {
   // With this option the library stops as soon as it looks at the text's end; "no match" then was found without its
   // help, and more text changes nothing. Only an end at the place where the match starts is looked at unnoticed.
-  return text.size() >= 2 && interpreted(code_.value.get(), text, PCRE2_PARTIAL_HARD) == PCRE2_ERROR_NOMATCH;
+  return text.size() >= 2 && counted(text, PCRE2_PARTIAL_HARD, kStepsOfRefusal, effort) == PCRE2_ERROR_NOMATCH;
 }
 
 char foldedByte(char c, char before) {

@@ -1,8 +1,10 @@
 // PCRE2 expressions, compiled once and matched within limits.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,6 +17,21 @@ namespace language {
 
 // unfinished: the match was given up, beyond the limits of steps, depth or memory; whether there is one isn't known.
 enum class Answer { none, match, unfinished };
+
+// What matches that belong together may cost, as the tries of one replacement: about what one match may.
+class Effort {
+ public:
+  // Takes steps of a run over so many bytes, each of which can go over all of them; false where that is too much.
+  bool take(std::size_t steps, std::size_t bytes);
+  // Takes steps of machine code that nobody counts; false where that is too much, and such code isn't to be used.
+  bool takeUncounted(std::size_t steps);
+  void giveUp() { work_ = -1; }
+  [[nodiscard]] bool givenUp() const { return work_ < 0; }
+
+ private:
+  std::int64_t work_ = 4'000'000'000;
+  std::int64_t uncounted_ = 1'000'000'000;
+};
 
 struct FreeCode {
   void operator()(pcre2_real_code_8* code) const;
@@ -30,19 +47,24 @@ class Expression {
   [[nodiscard]] const text::Fault& fault() const { return code_.fault; }
   // From position 0, unanchored. A match that sets a group beyond the 80th doesn't count.
   [[nodiscard]] Answer match(std::string_view text) const;
+  // The same with what is left of an effort, which is given up where the match is.
+  [[nodiscard]] Answer match(std::string_view text, Effort& effort) const;
   // True when it can match at the very start of a text only.
   [[nodiscard]] bool anchored() const;
   // For an anchored expression and at least two bytes: true when neither this text nor any longer one that starts with
   // it can match. False where that isn't sure.
-  [[nodiscard]] bool refusesAllThatStartWith(std::string_view text) const;
+  [[nodiscard]] bool refusesAllThatStartWith(std::string_view text, Effort& effort) const;
 
  private:
-  [[nodiscard]] bool mayRunUncounted(std::size_t length) const;
+  [[nodiscard]] std::optional<std::size_t> uncountedSteps(std::size_t length) const;
+  [[nodiscard]] int inMachineCode(std::string_view text, std::size_t steps) const;
   [[nodiscard]] int execute(std::string_view text) const;
+  [[nodiscard]] int counted(std::string_view text, std::uint32_t options, std::size_t mostSteps, Effort& effort) const;
 
   std::size_t repeats_;  // of single characters
   std::size_t alternatives_;
-  bool hidesSteps_;  // more than these tell
+  bool hidesSteps_;     // more than these tell
+  bool repeatsGroups_;  // without an end
   text::Result<CompiledCode> code_;
   bool isUtf_ = false;
 };

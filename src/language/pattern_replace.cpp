@@ -1,7 +1,6 @@
 // Replacing what a pattern matches. The definition tries, at each place, the whole rest of the text and then one
 // character less each time; here each kind of pattern finds the same longest piece in fewer steps.
 #include <algorithm>
-#include <cstdint>
 #include <vector>
 
 #include "language/compare.h"
@@ -164,7 +163,7 @@ class ExpressionScan {
     if (expression.foldsText) foldUmlauts(bytes_);
   }
 
-  [[nodiscard]] bool givenUp() const { return budget_ <= 0; }
+  [[nodiscard]] bool givenUp() const { return effort_.givenUp(); }
   std::size_t longestFrom(std::size_t from) {
     const std::size_t size = offsets_.size() - 1;
     if (!toEnd_) return matches(from, size) ? size : kNone;
@@ -174,10 +173,6 @@ class ExpressionScan {
   }
 
  private:
-  // What all the tries of one replacement may cost together, in bytes looked at; then it is given up.
-  static constexpr std::int64_t kBudget = 250'000'000;
-  static constexpr std::int64_t kTry = 100;
-
   // False between the halves of a pair of surrogates, which have one place in the bytes.
   [[nodiscard]] bool endsCharacter(std::size_t end) const { return offsets_[end] != offsets_[end - 1]; }
 
@@ -185,23 +180,14 @@ class ExpressionScan {
     return std::string_view(bytes_).substr(offsets_[from], offsets_[end] - offsets_[from]);
   }
 
-  bool matches(std::size_t from, std::size_t end) {
-    if (givenUp()) return false;
-    const auto text = piece(from, end);
-    const Answer answer = code_.match(text);
-    // Whether a longer piece would have matched isn't known: none can be taken for the longest.
-    budget_ = answer == Answer::unfinished ? 0 : budget_ - kTry - static_cast<std::int64_t>(text.size());
-    return answer == Answer::match;
-  }
+  // Once the effort is given up nothing matches: whether a longer piece would have isn't known then.
+  bool matches(std::size_t from, std::size_t end) { return code_.match(piece(from, end), effort_) == Answer::match; }
 
   // An anchored expression mostly refuses after a few characters, whatever follows them; doubling finds how many.
   std::size_t lastEndWorthTrying(std::size_t from) {
     const std::size_t size = offsets_.size() - 1;
-    for (std::size_t length = 2; anchored_ && length < size - from && !givenUp(); length *= 2) {
-      const auto start = piece(from, from + length);
-      budget_ -= kTry + static_cast<std::int64_t>(start.size());
-      if (code_.refusesAllThatStartWith(start)) return from + length - 1;
-    }
+    for (std::size_t length = 2; anchored_ && length < size - from && !givenUp(); length *= 2)
+      if (code_.refusesAllThatStartWith(piece(from, from + length), effort_)) return from + length - 1;
     return size;
   }
 
@@ -209,7 +195,7 @@ class ExpressionScan {
   const bool toEnd_, anchored_;
   std::string bytes_;
   std::vector<std::size_t> offsets_;  // where the character of each wchar_t begins in bytes_, and the end
-  std::int64_t budget_ = kBudget;
+  Effort effort_;                     // of all the tries of one replacement
 };
 
 // once: the first match, sought from the start of the text, is the only one.

@@ -231,7 +231,6 @@ std::error_code Confine::start(std::wstring_view program, std::wstring_view argu
 }
 
 std::error_code Confine::open(std::wstring_view path) {
-  constexpr std::wstring_view kOpener = L"xdg-open";
   return judgedProgram(kOpener, {}, L"open " + wide(machineBehindLinks(path)));
 }
 

@@ -161,7 +161,7 @@ bool isServer(std::wstring_view resource) {
 PlainCommand plainCommand(std::wstring_view command) { return CommandReader(command).run(); }
 
 Grants::Rule Grants::ruleOf(const Need& need) {
-  Rule rule{need, {}};
+  Rule rule{need, {}, {}};
   const bool isPlace = need.permission == Permission::read || need.permission == Permission::write;
   if (isPlace || (need.permission == Permission::run && isPath(need.resource)))
     rule.path = machineBehindLinks(fromRoot(need.resource));
@@ -171,6 +171,19 @@ Grants::Rule Grants::ruleOf(const Need& need) {
 
 void Grants::allow(const Need& need) { allowed_.push_back(ruleOf(need)); }
 void Grants::deny(const Need& need) { denied_.push_back(ruleOf(need)); }
+
+void Grants::ofPackage(std::wstring_view folder, const std::vector<Need>& allowed, const std::vector<Need>& denied) {
+  const std::string package = machineBehindLinks(folder);
+  const auto replace = [&package](std::vector<Rule>& rules, const std::vector<Need>& needs) {
+    std::erase_if(rules, [&](const Rule& rule) { return rule.package == package; });
+    for (const Need& need : needs) {
+      rules.push_back(ruleOf(need));
+      rules.back().package = package;
+    }
+  };
+  replace(allowed_, allowed);
+  replace(denied_, denied);
+}
 
 void Grants::openTo(Permission most, std::wstring_view folder) {
   std::string path = machineBehindLinks(folder);
@@ -209,9 +222,11 @@ Verdict Grants::byRules(Permission permission, const auto& matches) const {
 }
 
 Verdict Grants::byRules(Permission permission, const auto& allows, const auto& denies) const {
-  const auto any = [permission](const std::vector<Rule>& rules, const auto& matches) {
-    return std::any_of(rules.begin(), rules.end(),
-                       [&](const Rule& rule) { return rule.need.permission == permission && matches(rule); });
+  const auto any = [&](const std::vector<Rule>& rules, const auto& matches) {
+    return std::any_of(rules.begin(), rules.end(), [&](const Rule& rule) {
+      const bool isForAll = rule.package.empty();
+      return rule.need.permission == permission && (isForAll || rule.package == package_) && matches(rule);
+    });
   };
   if (any(denied_, denies)) return Verdict::denied;
   return any(allowed_, allows) ? Verdict::granted : Verdict::refused;

@@ -52,6 +52,8 @@ class Grants {
   // A path is taken with its links followed; it holds for the folder and all below it. `deny` wins.
   void allow(const Need& need);
   void deny(const Need& need);
+  // The same for lists of one package alone, by the folder that it is unpacked to, in place of what was said of it.
+  void ofPackage(std::wstring_view folder, const std::vector<Need>& allowed, const std::vector<Need>& denied);
 
   // ---- the program's own places, which need no grant
   // A folder, in the system's form, that is read, or read and written.
@@ -91,7 +93,8 @@ class Grants {
  private:
   struct Rule {
     Need need;
-    std::string path;  // of read and write: the machine's, links followed
+    std::string path;     // of read and write: the machine's, links followed
+    std::string package;  // holds for its lists alone; empty: for all
   };
   struct Kept {
     std::string path;

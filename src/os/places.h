@@ -15,6 +15,10 @@ std::string configurationFolder();
 // Where an administrator keeps settings for all users. What lies in an earlier one counts.
 std::vector<std::string> siteFolders();
 
+// May everybody write that file, or put another one into its place, as permissions tell? False where the system has
+// other rules, and for what isn't there.
+bool isAnybodys(const std::string& machine);
+
 // Does a path say where it begins: at the root, or at that of a letter or a share where the machine has such?
 bool isWhole(std::string_view machine);
 

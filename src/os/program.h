@@ -11,7 +11,7 @@ std::string programFile();
 std::string codeFile();
 // "linux" or "windows": the folder of an installation that holds what differs between systems.
 std::string systemName();
-// True when standard output (1) or standard error (2) is shown to a person.
+// True when standard output (1) or standard error (2) is shown to a person, or standard input (0) comes from one.
 bool isTerminal(int stream);
 
 }  // namespace os

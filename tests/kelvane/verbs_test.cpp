@@ -74,8 +74,18 @@ TEST_F(Verbs, ControlCharactersAreShownAsEscapes) {
   EXPECT_THAT(kelvane({"models", path("other"), "--param", "S", "--json"}).out,
               testing::HasSubstr("b\\nc\\u009b\\u2028\\u202egpj"));
   // Names of files have any bytes.
-  for (const char* name : {"\x9b[2J", "\xc0\x9b[2J", "\xf0\x9f\x9b[2J"})
-    EXPECT_THAT(kelvane({"models", path(name)}).err, testing::HasSubstr("\\x9b[2J"));
+  for (const char* name : {"\x9b[2J", "\xc0\x9b[2J", "\xf0\x9f\x9b[2J",
+                           "\xff"
+                           "1\x9b[2J"})
+    EXPECT_THAT(kelvane({"models", path(name)}).err,
+                testing::AllOf(testing::HasSubstr("\\x9b[2J' isn't UTF-8"), testing::Not(testing::HasSubstr("\x1b"))));
+  file("package/system/index.kvane", "Package\n");
+  file(
+      "package/models/\xff"
+      "1.txt",
+      "");
+  EXPECT_THAT(kelvane({"check", path("package")}).err, testing::HasSubstr("/\xff"
+                                                                          "1.txt' isn't UTF-8"));
   EXPECT_EQ("a\\x1b[2Jb\nc\\x9b\\u2028\\u202egpj.\\ufeff\u200d\n",
             kelvane({"eval", path("other"), "PLATE.PRT", "%S%"}).out);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
+#include <ctime>
 #include <random>
 
 #include "language/comparison_watch.h"
@@ -373,6 +374,21 @@ TEST(PatternReplace, LongTextsComeToAnEnd) {
   EXPECT_EQ(L"Rb", patternReplace(as + L"b", L"/^a+$/", L"R"));
   EXPECT_EQ(as, patternReplace(as, L"/b$/", L"R"));
   EXPECT_EQ(as, patternReplace(as, L"/^(a+)+b$/", L"R"));
+}
+
+// What each try may cost is little beside what all of them cost, from each place and to each end.
+TEST(PatternReplace, AllTriesTogetherComeToAnEnd) {
+  test::World world;
+  ASSERT_EQ(0, world.start());
+  const std::wstring runs = repeated(std::wstring(20, L'a') + L".", 40);
+  const std::clock_t before = std::clock();
+  for (const wchar_t* pattern : {L"/^(a+)+$\"/", L"/\\b(a+)+[^a.]/", L"/^(?:a|aa)+[bc]$/", L"/(a|a)+?[bc]\\b/"}) {
+    const language::GivenUp givenUp;
+    EXPECT_EQ(runs + L"\"", patternReplace(runs + L"\"", pattern, L"R")) << pattern;
+    EXPECT_TRUE(givenUp.any()) << pattern;
+  }
+  constexpr std::clock_t kSeconds = 10;  // of the processor; from place to place it would be minutes
+  EXPECT_LT(std::clock() - before, kSeconds * CLOCKS_PER_SEC);
 }
 
 TEST(Compare, SecondWords) {

@@ -1,5 +1,7 @@
 #include "kelvane/base/console.h"
 
+#include <random>
+
 #include "kelvane/base/escapes.h"
 #include "os/processes.h"
 
@@ -7,9 +9,12 @@ namespace kelvane {
 namespace {
 
 constexpr const char* kEraseLine = "\r\x1b[K";
-// Stands for a colour's own sequence, with the colour's digit behind it, until what is shown has been escaped. No text
-// holds this byte.
-constexpr char kInkMark = '\xFF';
+// Stands for a colour's own sequence, with the colour's digit behind it, until what is shown has been escaped. Names of
+// files hold any bytes, but none can know this number.
+const std::string& inkMark() {
+  static const std::string mark = '\xFF' + std::to_string(std::random_device()()) + ':';
+  return mark;
+}
 
 const char* code(Ink ink) {
   switch (ink) {
@@ -31,23 +36,21 @@ const char* code(Ink ink) {
   return "\x1b[0m";
 }
 
-std::string marked(Ink ink) { return {kInkMark, static_cast<char>('0' + static_cast<int>(ink))}; }
+std::string marked(Ink ink) { return inkMark() + static_cast<char>('0' + static_cast<int>(ink)); }
 
-std::string withInks(const std::string& text) {
-  constexpr char kLast = static_cast<char>('0' + static_cast<int>(Ink::cyan));
+// What stands between the marks is escaped.
+std::string withInks(std::string_view text, std::string (*escaped)(std::string_view)) {
   std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool isInk = text[i] == kInkMark && i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= kLast;
-    if (isInk) {
-      result += code(static_cast<Ink>(text[++i] - '0'));
-    } else {
-      result += text[i];
-    }
+  for (std::size_t at = text.find(inkMark()); at != text.npos; at = text.find(inkMark())) {
+    result += escaped(text.substr(0, at));
+    text.remove_prefix(at + inkMark().size());
+    result += code(static_cast<Ink>(text.front() - '0'));
+    text.remove_prefix(1);
   }
-  return result;
+  return result += escaped(text);
 }
 
-std::string shownLine(std::string_view line) { return withInks(withEscapes(line)) + '\n'; }
+std::string shownLine(std::string_view line) { return withInks(line, withEscapes) + '\n'; }
 
 }  // namespace
 
@@ -64,7 +67,7 @@ void Console::result(std::string_view line) {
 
 void Console::resultLines(std::string_view text) {
   if (passing_) clearedErr() << std::flush;
-  out_ << withInks(escapedLines(text)) << '\n';
+  out_ << withInks(text, escapedLines) << '\n';
 }
 
 void Console::resultJson(std::string_view text) {
@@ -85,7 +88,7 @@ void Console::trouble(std::string_view line) { clearedErr() << shownLine(line); 
 
 void Console::passing(std::string_view line) {
   if (!live()) return;
-  err_ << kEraseLine << withInks(withEscapes(line)) << std::flush;
+  err_ << kEraseLine << withInks(line, withEscapes) << std::flush;
   passing_ = true;
 }
 

@@ -43,16 +43,19 @@ class Console {
   void colours(const std::string& when, bool outIsTerminal);
   void beQuiet(bool quiet) { quiet_ = quiet; }
   void errIsTerminal(bool is) { errIsTerminal_ = is; }
+  void inIsTerminal(bool is) { inIsTerminal_ = is; }
   [[nodiscard]] bool quiet() const { return quiet_; }
   // True where passing lines make sense.
   [[nodiscard]] bool live() const { return errIsTerminal_ && !quiet_; }
+  // True where a person sees a question and it is a person who answers.
+  [[nodiscard]] bool canAsk() const { return live() && inIsTerminal_; }
 
  private:
   std::ostream& clearedErr();
   std::ostream& out_;
   std::ostream& err_;
   std::istream* in_;
-  bool colours_ = false, quiet_ = false, errIsTerminal_ = false, passing_ = false;
+  bool colours_ = false, quiet_ = false, errIsTerminal_ = false, inIsTerminal_ = false, passing_ = false;
 };
 
 }  // namespace kelvane

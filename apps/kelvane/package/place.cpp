@@ -68,9 +68,8 @@ fs::path noteOf(const std::string& work, const std::string& name) {
 }
 
 void forgetUnpacked(const std::string& name) {
-  const std::wstring folder = L"t:\\open_kvz_" + text::fromUtf8(name.substr(0, name.size() - 4)) + L"\\";
   const os::OwnWork own;
-  if (const auto error = os::files().removeFolder(folder, L"t:\\")) {
+  if (const auto error = os::files().removeFolder(unpackedFolder(name), L"t:\\")) {
     throw Fault("what was unpacked before can't be removed: " + error.message());
   }
 }
@@ -144,6 +143,14 @@ void placeOne(const fs::path& source, const PackageSource& package, const std::s
 }
 
 }  // namespace
+
+std::wstring unpackedFolder(const std::string& name) {
+  return L"t:\\open_kvz_" + text::fromUtf8(name.substr(0, name.size() - 4)) + L"\\";
+}
+
+void hidePackage(const std::string& name, const std::string& work) {
+  fs::rename(shownIn(work) / nativePath(name), asideIn(work) / nativePath(name));
+}
 
 void placePackage(const std::string& path, const PackageSource& package, const std::string& work, bool byContent) {
   showOnly(work, {packageFileName(path)});

@@ -18,5 +18,9 @@ void placePackage(const std::string& path, const PackageSource& package, const s
 // The same for all packages of a folder: .kvz files as they are, and folders that hold a package. Gives what is wrong
 // with those that can't be placed, a line each.
 std::vector<std::string> placePackages(const std::string& folder, const std::string& work);
+// Puts aside one that is shown, until packages are placed again.
+void hidePackage(const std::string& name, const std::string& work);
+// Where the plug-in unpacks it, in the system's form.
+std::wstring unpackedFolder(const std::string& name);
 
 }  // namespace kelvane

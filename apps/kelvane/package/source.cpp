@@ -44,13 +44,11 @@ class ZipPackage : public PackageSource {
   explicit ZipPackage(const std::string& path)
       : path_(path), opened_(documents::ZipReader::openFile(systemPath(path))) {
     if (!opened_) throw Fault(path + " can't be read: " + text::toUtf8(opened_.fault.what));
-    if (!opened_.value) throw Fault(path + " is no package: it isn't a whole zip file");
-    const auto& members = opened_.value->members();
-    if (const auto fault = documents::packageFault(members, fs::file_size(nativePath(path))))
-      throw Fault(refusal(path, fault.what));
-    for (std::size_t i = 0; i < members.size(); ++i)
-      if (!members[i].isFolder) take(i);
-    if (members_.empty()) throw Fault(path + " holds no files");
+    takeAll(fs::file_size(nativePath(path)));
+  }
+  ZipPackage(const std::string& path, std::string bytes)
+      : path_(path), bytes_(std::move(bytes)), opened_(documents::ZipReader::openBytes(bytes_)) {
+    takeAll(bytes_.size());
   }
 
   [[nodiscard]] std::vector<std::string> members() const override { return namesOf(members_); }
@@ -82,6 +80,14 @@ class ZipPackage : public PackageSource {
     std::erase_if(parts, [](const std::wstring& part) { return part.empty() || part == L"."; });
     return text::toUtf8(text::join(parts, L"/"));
   }
+  void takeAll(std::uint64_t size) {
+    if (!opened_.value) throw Fault(path_ + " is no package: it isn't a whole zip file");
+    const auto& members = opened_.value->members();
+    if (const auto fault = documents::packageFault(members, size)) throw Fault(refusal(path_, fault.what));
+    for (std::size_t i = 0; i < members.size(); ++i)
+      if (!members[i].isFolder) take(i);
+    if (members_.empty()) throw Fault(path_ + " holds no files");
+  }
   void take(std::size_t index) {
     const std::string name = placeOf(opened_.value->members()[index]);
     if (name.empty()) throw Fault(refusal(path_, L"has a member without a name"));
@@ -89,6 +95,7 @@ class ZipPackage : public PackageSource {
   }
 
   std::string path_;
+  std::string bytes_;  // what is read of them, where no file is
   text::Result<std::unique_ptr<documents::ZipReader>> opened_;
   ByMember<std::size_t> members_;
 };
@@ -123,6 +130,8 @@ class FolderPackage : public PackageSource {
     const std::string name = machinePath(entry.path().lexically_relative(folder_));
     if (name.find('\\') != name.npos)
       throw Fault(refusal(machinePath(folder_), L"has a member with a backslash in its name: " + text::fromUtf8(name)));
+    if (!text::isUtf8(name))
+      throw Fault(machinePath(folder_) + " is refused: the name of its member '" + name + "' isn't UTF-8");
     documents::ZipMember member;
     member.name = text::fromUtf8(name);
     if (const auto fault = documents::memberFault(member))
@@ -172,6 +181,10 @@ std::unique_ptr<PackageSource> openPackage(const std::string& path) {
   if (fs::is_directory(place, error)) return std::make_unique<FolderPackage>(place);
   if (!fs::exists(place, error)) throw Fault("there is no package " + path);
   return std::make_unique<ZipPackage>(path);
+}
+
+std::unique_ptr<PackageSource> openPackage(const std::string& path, std::string bytes) {
+  return std::make_unique<ZipPackage>(path, std::move(bytes));
 }
 
 bool isPackage(const std::string& path) {

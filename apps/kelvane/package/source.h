@@ -37,6 +37,8 @@ class PackageSource {
 // (documents/package_rules.h; of a folder: links that lead out of it, to a folder or nowhere), two names that are one
 // case-blind.
 std::unique_ptr<PackageSource> openPackage(const std::string& path);
+// The same of a .kvz of which these are the bytes; the path is for what is told of it.
+std::unique_ptr<PackageSource> openPackage(const std::string& path, std::string bytes);
 // Whether a name ends as a package's does; case is no difference.
 bool isPackageName(std::string_view name);
 // Something of such a name, or a folder with a package's index.

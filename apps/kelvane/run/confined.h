@@ -33,6 +33,8 @@ class RunConfinement {
   ~RunConfinement();  // tells what is untold
   RunConfinement(const RunConfinement&) = delete;
   RunConfinement& operator=(const RunConfinement&) = delete;
+  // What is granted; null where nothing is confined.
+  [[nodiscard]] os::Grants* grants() { return confine_ ? &confine_->grants() : nullptr; }
   // Error lines on the console for refusals that stand in no log, as the plug-in didn't start. True: there were some.
   bool tellUntold();
   // What was used of the grants and what was refused, each once, as events "grant".

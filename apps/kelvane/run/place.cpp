@@ -146,10 +146,10 @@ void placeScript(const RunOptions& options, const std::string& work) {
   }
 }
 
-// What is kept was kept for one content, and a package can be replaced while the run begins.
-void requireTrusted(const RunPlace& place, const std::string& work) {
-  if (!place.isConfined || place.trustedSum.empty()) return;
-  if (sha256Of(work + "/packages/" + place.package) != place.trustedSum)
+// What it needs and what is kept for it was found by one content, and a package can be replaced while the run begins.
+void requireJudged(const RunPlace& place, const std::string& work) {
+  if (!place.isConfined || place.packageSum.empty()) return;
+  if (sha256Of(work + "/packages/" + place.package) != place.packageSum)
     throw Fault(place.package + " was replaced while the run began; grants are kept for another content");
 }
 
@@ -170,7 +170,7 @@ void putInPlace(RunPlace& place, const RunOptions& options, const std::string& m
   for (const wchar_t* folder : {L"t:\\", L"t:\\conf\\"}) os::removeLeftTemporaries(folder);
   if (package) {
     placePackage(options.package, *package, work, place.isConfined);
-    requireTrusted(place, work);
+    requireJudged(place, work);
   }
   if (const auto error = os::files().write(L"t:\\conf\\kvd_main.cfg", config)) {
     throw Fault("the temp folder " + work + " can't be written: " + error.message());
@@ -194,12 +194,10 @@ core::ConfinementSettings confinementBy(const std::string& config) {
 }
 
 // What is kept for the package joins what the options say.
-void takeKept(RunPlace& place, const RunOptions& options) {
+void takeKept(RunPlace& place, const PackageIdentity& package) {
   std::optional<KeptGrants> kept;
   try {
-    const PackageIdentity identity = identityOf(options.package);
-    kept = TrustStore().find(identity);
-    if (kept) place.trustedSum = identity.sha256;
+    kept = TrustStore().find(package);
   } catch (const Fault& fault) {
     if (place.isConfined) throw;
     place.trustFault = fault.what();
@@ -208,18 +206,17 @@ void takeKept(RunPlace& place, const RunOptions& options) {
   if (kept) place.denied.insert(place.denied.end(), kept->denied.begin(), kept->denied.end());
 }
 
-// What none of them grants is told.
-void takeLacking(RunPlace& place, const RunOptions& options, const PackageSource& package,
-                 const core::ConfinementSettings& configured) {
+os::Grants allBeforehand(const RunPlace& place, const RunOptions& options,
+                         const core::ConfinementSettings& configured) {
   const std::wstring models = systemPath(options.into.empty() ? options.folder : options.into);
   os::Grants grants = grantsBeforehand(options, place.creoOptions, place.granted, place.denied, models);
   for (const os::Need& need : configured.allowed) grants.allow(need);
   for (const os::Need& need : configured.denied) grants.deny(need);
-  for (os::Need& need : grantsFor(needsOf(package)))
-    if (!grants.covers(need)) place.lacking.push_back(std::move(need));
+  return grants;
 }
 
-void takeGrants(RunPlace& place, const RunOptions& options, const std::string& config, const PackageSource* package) {
+// package: without a source where the options name none.
+void takeGrants(RunPlace& place, const RunOptions& options, const std::string& config, const KnownPackage& package) {
   const GrantOptions& given = options.grants;
   const core::ConfinementSettings configured = confinementBy(config);
   place.isConfined = given.confine || given.requireTrust || configured.isOn;
@@ -227,12 +224,14 @@ void takeGrants(RunPlace& place, const RunOptions& options, const std::string& c
   place.denied = needsOf(given.deny);
   if (!place.isConfined && !(given.allow.empty() && given.deny.empty()))
     throw Fault("--allow-... and --deny-... go with --confine");
-  if (given.requireTrust && !package)
+  if (given.requireTrust && !package.source)
     throw Fault("--require-trust needs a package: which one may do what is kept by it");
-  if (package) {
-    takeKept(place, options);
-    takeLacking(place, options, *package, configured);
+  if (package.source) {
+    place.packageSum = package.identity.sha256;
+    takeKept(place, package.identity);
   }
+  place.beforehand = allBeforehand(place, options, configured);
+  if (package.source) place.lacking = lackingOf(*package.source, place.beforehand);
   if (given.requireTrust && !place.lacking.empty())
     throw Fault(packageFileName(options.package) + " isn't trusted with " + optionsOf(place.lacking) +
                 "; 'kelvane trust' keeps grants");
@@ -267,7 +266,8 @@ JournalPlace prepareJournal(const std::string& models) {
 RunPlace prepareRun(const RunOptions& options) {
   RunPlace place;
   requireOrder(options);
-  const std::unique_ptr<PackageSource> package = openPackage(options.package);
+  const KnownPackage known = openKnown(options.package);
+  const PackageSource* const package = known.source.get();
   place.package = packageFileName(options.package);
   requireOrder(options, actionLists(*package));
   place.list = chosenName(options.list, actionLists(*package), "list");
@@ -284,27 +284,27 @@ RunPlace prepareRun(const RunOptions& options) {
   (void)AcceptedExports(options.accept);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
-  takeGrants(place, options, config + userConfigText(config), package.get());
+  takeGrants(place, options, config + userConfigText(config), known);
   place.answers = answersTo(questionsOf(*package, place.list), options.answers);
   requireVaults(options);
   const std::string models = modelsFolder(options);
   place.vaults = connections(options, models);
-  putInPlace(place, options, models, config, package.get());
+  putInPlace(place, options, models, config, package);
   return place;
 }
 
 RunPlace prepareWatch(const RunOptions& options) {
   RunPlace place;
-  std::unique_ptr<PackageSource> package;
-  if (!options.package.empty()) package = openPackage(options.package);
-  if (package) place.package = packageFileName(options.package);
+  KnownPackage known;
+  if (!options.package.empty()) known = openKnown(options.package);
+  if (known.source) place.package = packageFileName(options.package);
   const std::string config = configText(options);
   place.creoOptions = creoOptions(options);
-  takeGrants(place, options, config + userConfigText(config), package.get());
+  takeGrants(place, options, config + userConfigText(config), known);
   requireVaults(options);
   const std::string models = modelsFolder(options);
   place.vaults = connections(options, models);
-  putInPlace(place, options, models, config, package.get());
+  putInPlace(place, options, models, config, known.source.get());
   return place;
 }
 

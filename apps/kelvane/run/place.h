@@ -31,7 +31,8 @@ struct RunPlace {
   // Lists are held to what is granted, by the options, and for this package by `kelvane trust`.
   bool isConfined = false;
   std::vector<os::Need> granted, denied;
-  std::string trustedSum;         // SHA-256 of the package by whose content kept grants were found; empty: none were
+  os::Grants beforehand;          // these and what else is open to lists, as far as it is known before the run
+  std::string packageSum;         // SHA-256 of the .kvz that was read and judged; empty: a folder or none
   std::vector<os::Need> lacking;  // what the package needs, as far as it can be told, and isn't granted
   std::string trustFault;         // why what is kept can't be read, where nothing is confined; else empty
 };

@@ -201,11 +201,24 @@ class Reader {
     if (holds(effects.changes, Touched::surroundings)) addVariable(task);
     const bool hasMacros = std::any_of(action.attributes.begin(), action.attributes.end(),
                                        [](const core::Attribute& row) { return row.kind == Kind::macro; });
-    // A report may be shown by the system's program for it, which takes no steps from a list.
-    const bool mayPlay = holds(effects.changes, Touched::programs) && !holds(effects.changes, Touched::reports);
+    const bool mayPlay = holds(effects.changes, Touched::programs) && !addOpening(task, action);
     if (plays || (mayPlay && !startsProgram && !hasMacros))
       add(task, Permission::run, std::wstring(os::kMacros), "it plays steps that it brings along");
     if (holds(effects.changes, Touched::server)) add(task, std::nullopt, {}, "it acts on the server");
+  }
+
+  // True for an action that starts the system's program for what it wrote, and no other: that takes no steps from a
+  // list.
+  bool addOpening(const XmlNode& task, const actions::Action& action) {
+    constexpr std::wstring_view kOpenings[] = {L"openAfterCreation", L"oaw"};
+    bool mayOpen = false;
+    for (const std::wstring_view name : kOpenings) {
+      if (!actions::findAttribute(action, name)) continue;
+      mayOpen = true;
+      if (valueOf(task, name) == L"true")
+        add(task, Permission::run, std::wstring(os::kOpener), "'" + text::toUtf8(name) + "': it opens what it wrote");
+    }
+    return mayOpen;
   }
 
   void readAttribute(const XmlNode& task, const XmlAttr& given, const core::Attribute* row,
@@ -306,6 +319,12 @@ std::vector<os::Need> grantsFor(const std::vector<PackageNeed>& needs) {
   for (const PackageNeed& need : needs)
     if (need.permission && need.isKnown()) grants.insert({*need.permission, need.resource});
   return {grants.begin(), grants.end()};
+}
+
+std::vector<os::Need> lackingOf(const PackageSource& package, const os::Grants& granted) {
+  std::vector<os::Need> lacking = grantsFor(needsOf(package));
+  std::erase_if(lacking, [&](const os::Need& need) { return granted.covers(need); });
+  return lacking;
 }
 
 }  // namespace kelvane

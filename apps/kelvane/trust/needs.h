@@ -25,5 +25,7 @@ std::vector<PackageNeed> needsOf(const PackageSource& package);
 
 // The grants that these take, each once, sorted.
 std::vector<os::Need> grantsFor(const std::vector<PackageNeed>& needs);
+// Those that the package takes, as far as it can be told, and that aren't granted.
+std::vector<os::Need> lackingOf(const PackageSource& package, const os::Grants& granted);
 
 }  // namespace kelvane

@@ -86,15 +86,19 @@ KeptGrants grantsIn(const Json& entry) {
   return grants;
 }
 
+std::string hexOf(os::Digest& digest, const std::string& file) {
+  std::string hex = digest.hex();
+  if (hex.empty()) throw Fault("the checksum of " + file + " can't be worked out");
+  return hex;
+}
+
 }  // namespace
 
 std::string sha256Of(const std::string& file) {
   const auto digest = os::sha256();
   const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) { digest->take(piece); });
   if (error) throw Fault(file + " can't be read: " + error.message());
-  std::string hex = digest->hex();
-  if (hex.empty()) throw Fault("the checksum of " + file + " can't be worked out");
-  return hex;
+  return hexOf(*digest, file);
 }
 
 std::string ownTrustFile() {
@@ -102,15 +106,23 @@ std::string ownTrustFile() {
   return folder.empty() ? folder : folder + kFile;
 }
 
-PackageIdentity identityOf(const std::string& package) {
-  PackageIdentity identity;
-  identity.name = packageFileName(package);
+KnownPackage openKnown(const std::string& package) {
+  KnownPackage known;
+  known.identity.name = packageFileName(package);
   std::error_code error;
-  if (fs::is_directory(nativePath(package), error))
-    identity.folder = machinePath(fs::canonical(nativePath(package)));
-  else
-    identity.sha256 = sha256Of(package);
-  return identity;
+  const bool isFile = fs::is_regular_file(nativePath(package), error);
+  if (!isFile) {
+    known.source = openPackage(package);  // or its Fault, where there is none
+    known.identity.folder = machinePath(fs::canonical(nativePath(package)));
+    return known;
+  }
+  auto bytes = os::files().read(systemPath(package));
+  if (!bytes) throw Fault(package + " can't be read: " + bytes.error.message());
+  const auto digest = os::sha256();
+  digest->take(bytes.value);
+  known.identity.sha256 = hexOf(*digest, package);
+  known.source = openPackage(package, std::move(bytes.value));
+  return known;
 }
 
 TrustStore::TrustStore() : path_(ownTrustFile()) {
@@ -121,6 +133,7 @@ TrustStore::TrustStore() : path_(ownTrustFile()) {
 void TrustStore::read(const std::string& path, bool isSite) {
   std::error_code error;
   if (path.empty() || !fs::exists(nativePath(path), error)) return;
+  if (os::isAnybodys(path)) throw Fault(path + " grants nothing: everybody may write it, or its folder");
   const auto bytes = os::files().read(systemPath(path));
   if (!bytes) throw Fault(path + " can't be read: " + bytes.error.message());
   try {

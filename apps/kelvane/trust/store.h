@@ -1,10 +1,12 @@
 // The grants that are kept for packages: a person's own, and those that an administrator keeps for a site.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "kelvane/package/source.h"
 #include "os/grants.h"
 
 namespace kelvane {
@@ -15,7 +17,13 @@ struct PackageIdentity {
   std::string sha256;  // of the file, in hexadecimal; empty for a folder
   std::string folder;  // whole, without links; empty for a file
 };
-PackageIdentity identityOf(const std::string& package);
+// A package is read once: what it holds comes out of the very bytes that its checksum is of, whatever takes the file's
+// place meanwhile. A Fault as openPackage gives it.
+struct KnownPackage {
+  PackageIdentity identity;
+  std::unique_ptr<PackageSource> source;
+};
+KnownPackage openKnown(const std::string& package);
 // Where one's own grants are kept, be it there or not, in the machine's form; empty where no folder of one's own is
 // known.
 std::string ownTrustFile();
@@ -29,8 +37,8 @@ struct KeptGrants {
 };
 
 // A person's file is kelvane/trust.json in that person's folder of settings. A site's is the first kelvane/trust.json
-// in the folders of settings for all (os/places.h); the program only reads it. A Fault for one that can't be read or
-// holds something else.
+// in the folders of settings for all (os/places.h); the program only reads it. A Fault for one that can't be read,
+// holds something else, or that everybody may write.
 class TrustStore {
  public:
   TrustStore();

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <set>
+#include <utility>
 
 #include "headless/proui/resource.h"
 #include "kelvane/base/exit_codes.h"
@@ -16,6 +17,7 @@
 #include "kelvane/ui/lines.h"
 #include "kelvane/ui/screen.h"
 #include "kelvane/ui/server.h"
+#include "kelvane/ui/trusted.h"
 #include "text/encoding.h"
 
 namespace kelvane::view {
@@ -28,6 +30,8 @@ constexpr int kHighestPort = 65'535;
 RunOptions surroundings(const ViewOptions& options) {
   RunOptions run = options.surroundings;
   run.settings.emplace_back("kvd_kvz_path=p:\\");
+  // There it is asked of one package; here of each, when packages are placed.
+  run.grants.confine |= std::exchange(run.grants.requireTrust, false);
   return run;
 }
 
@@ -89,10 +93,15 @@ class View {
 
  private:
   // Packages may change while the session lives; the tool lists them when it is opened.
-  void place() const {
-    for (const std::string& fault : placePackages(options_.packages, workFolder(shown(place_.models))))
-      console_.trouble("warning: " + fault);
+  void place() {
+    const std::string work = workFolder(shown(place_.models));
+    tell(placePackages(options_.packages, work));
+    const SessionTrust trust{options_.packages, place_.beforehand, options_.surroundings.grants.requireTrust};
+    if (os::Grants* const grants = confinement_.grants()) tell(trustPackages(trust, work, *grants));
     console_.flush();
+  }
+  void tell(const std::vector<std::string>& faults) {
+    for (const std::string& fault : faults) console_.trouble("warning: " + fault);
   }
 
   void open() {

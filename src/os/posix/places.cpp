@@ -2,6 +2,7 @@
 #include "os/places.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -54,5 +55,16 @@ std::vector<std::string> siteFolders() {
 }
 
 bool isWhole(std::string_view machine) { return machine.starts_with('/'); }
+
+bool isAnybodys(const std::string& machine) {
+  struct stat file {
+  }, folder{};
+  if (::stat(machine.c_str(), &file) != 0) return false;
+  const std::string above = machine.substr(0, machine.rfind('/') + 1);
+  if (::stat(above.empty() ? "." : above.c_str(), &folder) != 0) return false;
+  // In a sticky folder the owner of a file alone removes or renames it.
+  const bool isShared = (folder.st_mode & S_IWOTH) != 0 && (folder.st_mode & S_ISVTX) == 0;
+  return isShared || (file.st_mode & S_IWOTH) != 0;
+}
 
 }  // namespace os

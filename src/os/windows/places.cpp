@@ -33,4 +33,6 @@ std::vector<std::string> siteFolders() {
 
 bool isWhole(std::string_view machine) { return windows::isWhole(text::fromUtf8(machine)); }
 
+bool isAnybodys(const std::string& /*machine*/) { return false; }
+
 }  // namespace os

@@ -32,7 +32,8 @@ std::string systemName() { return "windows"; }
 
 bool isTerminal(int stream) {
   DWORD mode = 0;
-  return ::GetConsoleMode(::GetStdHandle(stream == 1 ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE), &mode) != 0;
+  constexpr DWORD kHandles[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
+  return ::GetConsoleMode(::GetStdHandle(kHandles[stream]), &mode) != 0;
 }
 
 // A name alone says what can be run.

@@ -335,6 +335,22 @@ TEST_F(RunConfine, TheUsersOwnFileConfinesFromTheStart) {
   EXPECT_THAT(run("try", {"--config", path("site_conf"), "--again"}).err, HasSubstr("it is the program's own"));
 }
 
+// What the rows tell beforehand is what a run asks for, and no more: a grant that nobody needs is one to be abused.
+TEST_F(RunConfine, WhatIsOpenedOnceItIsWrittenIsToldAsItIsAsked) {
+  const std::string sheet = "folderFromModel='true' file='sheet' overwriteExisting='true' kerel='true' oaw=";
+  const auto opened = [&](const std::string& is) {
+    return taskOf("writeListReport", "sel='9' overwrite='true' file='d:\\x.csv' openAfterCreation='" + is + "'") +
+           taskOf("writeInformationPDF", sheet + "'" + is + "'");
+  };
+  list("try.xml", opened("false"));
+  EXPECT_THAT(kelvane({"check", path("standards"), "--trust"}).out, Not(HasSubstr("--allow")));
+  EXPECT_THAT(run("try", {"-n", "--confine"}).err, Not(HasSubstr("Refused: ")));
+  list("try.xml", opened("true"));
+  EXPECT_THAT(kelvane({"check", path("standards"), "--trust"}).out, HasSubstr("\n--confine --allow-run=xdg-open\n"));
+  EXPECT_THAT(run("try", {"-n", "--confine"}).err, HasSubstr("(--allow-run=xdg-open isn't granted)"));
+  EXPECT_THAT(run("try", {"-n", "--confine", "--allow-run=xdg-open"}).err, Not(HasSubstr("Refused: ")));
+}
+
 // A trigger's list is held as that of a run.
 TEST_F(RunConfine, WatchConfinesToo) {
   list("try.xml",
@@ -394,10 +410,14 @@ TEST_F(RunTrust, GrantsAreKeptForThatContentAndAskedForWhatIsNew) {
   fs::remove(package());
   kelvane({"pack", path("standards"), package()});
   EXPECT_EQ(2, packed({"--require-trust"}).code);
-  std::istringstream no("n\n"), yes("y\n");
+  // An answer out of a pipe isn't that of a person who saw the question.
+  std::istringstream no("n\n"), yes("y\n"), piped("y\n");
+  std::ostringstream unseen;
+  EXPECT_EQ(1, kelvane::program({"trust", package()}, unseen, unseen, {.err = true}, &piped));
+  EXPECT_THAT(unseen.str(), HasSubstr("nothing is kept: without a terminal nothing is asked"));
   for (std::istringstream* answer : {&no, &yes}) {
     std::ostringstream out, err;
-    const int code = kelvane::program({"trust", package()}, out, err, {.out = false, .err = true}, answer);
+    const int code = kelvane::program({"trust", package()}, out, err, {.err = true, .in = true}, answer);
     EXPECT_EQ(answer == &no ? 1 : 0, code) << err.str();
     EXPECT_THAT(err.str(), AllOf(HasSubstr("keep --allow-env=KVD_TEST_NEW for standards.kvz? y or n"),
                                  HasSubstr("than the one that " + grant() + " was kept for; it is carried over")));
@@ -446,6 +466,14 @@ TEST_F(RunTrust, AFolderIsKnownByItsPlaceAndTheSitesFileIsReadAlone) {
                                       R"("]}}]})");
   EXPECT_EQ(0, packed({"--require-trust", "--again"}).code);
   EXPECT_EQ(1, kelvane({"trust", package(), "--forget"}).code);
+  for (const char* opened : {"site/kelvane/trust.json", "site/kelvane"}) {
+    const fs::perms before = fs::status(path(opened)).permissions();
+    fs::permissions(path(opened), before | fs::perms::others_write);
+    const Ended ended = packed({"--require-trust", "--again"});
+    EXPECT_EQ(2, ended.code);
+    EXPECT_THAT(ended.err, HasSubstr("trust.json grants nothing: everybody may write it, or its folder"));
+    fs::permissions(path(opened), before);
+  }
   EXPECT_THAT(kelvane({"trust"}).out, HasSubstr("(the site's)\n  " + grant() + "\n"));
   for (const char* wrong :
        {"{", R"({"format": 2, "packages": []})", R"({"format": 1, "packages": [{"sha256": "x", "allow": {"ru": []}}]})",

@@ -111,6 +111,40 @@ TEST_F(UiView, AConfinedSessionHoldsEachPackage) {
   EXPECT_EQ((std::vector<std::string>{"secret.txt"}), filesIn("outside"));
 }
 
+// Each package has what is kept for it, and no other one's; one that needs more isn't there to be chosen.
+TEST_F(UiView, ASessionThatRequiresTrustGivesEachPackageItsOwn) {
+  os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(path("config_home")));
+  os::setEnvironment(L"XDG_CONFIG_DIRS", text::fromUtf8(path("site")));
+  part(L"BRACKET").with(L"PLACE", text::fromUtf8(path("outside")).c_str());
+  file("outside/secret.txt", "s3cret");
+  const auto report = [](const std::string& target) {
+    return "<task version='3' forPRT='true' forEF='false' type='writeListReport' sel='9' overwrite='true' file='" +
+           target + "'/>";
+  };
+  // What only the run can tell needs nothing beforehand.
+  const std::pair<const char*, std::string> packages[] = {{"packages/greedy", path("outside/greedy.csv")},
+                                                          {"packages/sly", "%PLACE%/sly.csv"},
+                                                          {"standards", path("outside/kept.csv")}};
+  std::filesystem::create_directories(path("packages"));
+  for (const auto& [folder, target] : packages) {
+    list("norm.xml", report(target));
+    if (path(folder) != path("standards")) std::filesystem::rename(path("standards"), path(folder));
+  }
+  file("config_home/kelvane/trust.json", R"({"format": 1, "packages": [{"folder": ")" + path("packages/standards") +
+                                             R"(", "allow": {"write": [")" + path("outside") + R"("]}}]})");
+
+  Browser browser(start({"--require-trust"}));
+  browser.openTool("BRACKET.PRT");
+  EXPECT_THAT(err_.text(), testing::HasSubstr("warning: greedy.kvz isn't shown: it isn't trusted with --allow-write=" +
+                                              path("outside") + "; 'kelvane trust' keeps grants"));
+  for (const char* package : {"greedy.kvz", "standards.kvz", "sly.kvz"}) {
+    browser.choose("kvaneKVZChooser", package);
+    browser.choose("kvaneActionlistChooser", "norm.xml");
+    browser.press("kvaneStart");
+  }
+  EXPECT_EQ((std::vector<std::string>{"kept.csv", "kept.csvheader", "secret.txt"}), filesIn("outside"));
+}
+
 TEST_F(UiView, WhatIsPressedDuringARunBeginsNoSecondOne) {
   list("slow.xml",
        "<task type='runMSDOScommand' version='3' forPRT='true' forASM='true' forDRW='true' forEF='false' cmd='sleep'"

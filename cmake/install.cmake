@@ -20,10 +20,16 @@ add_custom_target(manual ALL DEPENDS ${manual}/made)
 
 set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/kelvane)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
-install(TARGETS kelvane kelvane-import RUNTIME_DEPENDENCY_SET libraries RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+set(programs kelvane)
+if(KVD_SOLIDS)
+  list(APPEND programs kelvane-import)
+endif()
+install(TARGETS ${programs} RUNTIME_DEPENDENCY_SET libraries RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS kelvane_user LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/kelvane)
 # A host that loads the library finds the program that reads STEP and IGES beside it.
-install(TARGETS kelvane-import RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/kelvane)
+if(KVD_SOLIDS)
+  install(TARGETS kelvane-import RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/kelvane)
+endif()
 install(DIRECTORY installation/ DESTINATION ${CMAKE_INSTALL_DATADIR}/kelvane PATTERN "icons" EXCLUDE)
 install(DIRECTORY docs/ DESTINATION ${documents})
 install(DIRECTORY examples DESTINATION ${documents})
@@ -35,10 +41,10 @@ install(FILES ${manual}/fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_co
 
 # The libraries go into the archive alone; the C library and what belongs to it are the machine's.
 # The older form of the entry counts for what the libraries themselves need, too.
-foreach(program kelvane kelvane-import)
+foreach(program ${programs})
   target_link_options(${program} PRIVATE LINKER:--disable-new-dtags)
 endforeach()
-set_target_properties(kelvane kelvane-import PROPERTIES
+set_target_properties(${programs} PROPERTIES
   INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/kelvane;$ORIGIN")
 install(RUNTIME_DEPENDENCY_SET libraries
   PRE_EXCLUDE_REGEXES "^ld-linux" "^lib(c|m|dl|rt|pthread|resolv|util)\\.so"

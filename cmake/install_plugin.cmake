@@ -1,15 +1,19 @@
 # What the machine of a real Creo gets: the plug-in, what it reads, and the text by which Creo loads it, as one archive
-# that is unpacked where the plug-in is to lie. What it is linked to beside it (KVD_ADAPTER) is the adapter's to bring.
+# that is unpacked where the plug-in is to lie; with the session the program too, which reads the same. What the plug-in
+# is linked to beside it (KVD_ADAPTER) is the adapter's to bring.
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME plugin)
 install(TARGETS kelvane_user RUNTIME DESTINATION . LIBRARY DESTINATION .)
+if(KVD_HEADLESS)
+  install(TARGETS kelvane RUNTIME DESTINATION .)
+endif()
 install(DIRECTORY installation/text installation/conf DESTINATION .)
-file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/registry/protk.dat NEWLINE_STYLE CRLF CONTENT "NAME kelvane_user
+file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/registry/protk.dat CONTENT "NAME kelvane_user
 STARTUP dll
 EXEC_FILE C:\\kelvane\\$<TARGET_FILE_NAME:kelvane_user>
 TEXT_DIR C:\\kelvane
 FAIL_TOL TRUE
 END
-")
+" NEWLINE_STYLE CRLF)
 install(FILES ${CMAKE_BINARY_DIR}/registry/protk.dat DESTINATION .)
 
 set(CPACK_PACKAGE_NAME kelvane_user)

@@ -15,10 +15,18 @@ if(WIN32)
   list(APPEND HPDF ${ZLIB})
 endif()
 if(KVD_HEADLESS)
-  pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
-  pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
-  pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
-  pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
+  if(KVD_SOLIDS)
+    pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
+    pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
+    pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo-ft freetype2)
+  endif()
+  if(WIN32)  # where it was built without encryption
+    find_package(httplib REQUIRED)
+    set(KVD_HTTPLIB httplib::httplib)
+  else()
+    pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
+    set(KVD_HTTPLIB PkgConfig::HTTPLIB PkgConfig::CRYPTO)
+  endif()
   find_package(nlohmann_json 3.11 REQUIRED)
   find_package(CLI11 REQUIRED)
 endif()
@@ -50,7 +58,7 @@ target_link_libraries(creo INTERFACE kvd_text)
 # What Creo's documentation says of them, as rows; docs/host-contract.md and the tests read them.
 kvd_layer(kvd_operations FOLDERS creo/operations LINKS creo)
 
-if(KVD_HEADLESS)
+if(KVD_HEADLESS AND KVD_SOLIDS)
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write, mesh and draw bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
 # From release 7.8 on STEP and IGES are one toolkit each, TKDESTEP and TKDEIGES.
@@ -60,7 +68,7 @@ if(OCCT_STEP)
 else()
   set(OCCT_EXCHANGE TKXDESTEP TKXDEIGES TKSTEP TKSTEPBase TKIGES)
 endif()
-kvd_layer(kvd_geometry FOLDERS headless/geometry LINKS creo kvd_os
+kvd_layer(kvd_geometry FOLDERS headless/geometry WITHOUT headless/geometry/none LINKS creo kvd_os
   PRIVATE_LINKS nlohmann_json::nlohmann_json ${OCCT_EXCHANGE} TKXSBase TKXCAF TKLCAF TKCDF TKHLR TKMesh TKBO TKPrim
   TKTopAlgo TKGeomAlgo TKBRep TKGeomBase TKG3d TKG2d TKMath TKernel)
 target_include_directories(kvd_geometry SYSTEM PRIVATE ${OCCT_INCLUDES})
@@ -70,16 +78,36 @@ add_executable(kelvane-import ${CMAKE_SOURCE_DIR}/apps/import/main.cpp)
 target_link_libraries(kelvane-import PRIVATE kvd_geometry kvd_flags)
 target_link_options(kelvane-import PRIVATE LINKER:--as-needed)  # what isn't loaded costs no start
 set_target_properties(kelvane-import PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+endif()
+
+if(KVD_HEADLESS)
+# In its place for a program without solids (KVD_WITHOUT_SOLIDS): what of that floor is plain arithmetic, and a body of
+# the rest that refuses.
+kvd_layer(kvd_flat FOLDERS headless/geometry ONLY headless/geometry/none/none.cpp headless/geometry/flat_clip.cpp
+  headless/geometry/flat_curve.cpp headless/geometry/flat_loop.cpp LINKS creo kvd_os)
+set(KVD_GEOMETRY kvd_flat)
+if(KVD_SOLIDS)
+  set(KVD_GEOMETRY $<IF:$<BOOL:$<TARGET_PROPERTY:KVD_WITHOUT_SOLIDS>>,kvd_flat,kvd_geometry>)
+endif()
 
 # The floors of the session, from the ground up: documents of models; models in memory; then what stands beside them; on
 # top the operations, which alone know the session's whole state.
-kvd_layer(kvd_store FOLDERS headless/store LINKS creo kvd_os kvd_geometry nlohmann_json::nlohmann_json)
+kvd_layer(kvd_store FOLDERS headless/store LINKS creo kvd_os ${KVD_GEOMETRY} nlohmann_json::nlohmann_json)
 kvd_layer(kvd_model FOLDERS headless/model LINKS kvd_store)
 kvd_layer(kvd_session FOLDERS headless/session LINKS creo kvd_os)
 kvd_layer(kvd_proui FOLDERS headless/proui LINKS kvd_session kvd_store)
 kvd_layer(kvd_vault FOLDERS headless/vault LINKS kvd_model)
-kvd_layer(kvd_pictures FOLDERS headless/pictures LINKS kvd_model
-  PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG PkgConfig::TIFF)
+# Likewise what draws sheets and writes pictures.
+set(picture_files headless/pictures/image_files.cpp headless/pictures/png.cpp headless/pictures/sheet_image.cpp)
+kvd_layer(kvd_pictures FOLDERS headless/pictures WITHOUT headless/pictures/none ${picture_files} LINKS kvd_model)
+kvd_layer(kvd_no_pictures FOLDERS headless/pictures/none LINKS kvd_pictures)
+set(KVD_PICTURES kvd_no_pictures)
+if(KVD_SOLIDS)
+  kvd_layer(kvd_picture_files FOLDERS headless/pictures ONLY ${picture_files} LINKS kvd_pictures
+    PRIVATE_LINKS PkgConfig::CAIRO PkgConfig::JPEG PkgConfig::TIFF)
+  set(KVD_PICTURES $<IF:$<BOOL:$<TARGET_PROPERTY:KVD_WITHOUT_SOLIDS>>,kvd_no_pictures,kvd_picture_files>)
+endif()
+target_link_libraries(kvd_pictures INTERFACE $<LINK_ONLY:${KVD_PICTURES}>)
 kvd_layer(kvd_exports FOLDERS headless/exports LINKS kvd_pictures PRIVATE_LINKS kvd_pdf ${HPDF})
 kvd_layer(kvd_macros FOLDERS headless/macros LINKS kvd_model kvd_session)
 kvd_layer(creo_headless FOLDERS headless/creo HEADERS headless/session.h
@@ -91,7 +119,8 @@ endif()
 kvd_layer(kvd_core FOLDERS core LINKS creo kvd_os kvd_text)
 # Who loads the plug-in brings the operations along; nothing of their inside can be included here.
 if(KVD_HEADLESS)
-  target_link_libraries(kvd_core INTERFACE $<LINK_ONLY:creo_headless>)
+  target_link_libraries(kvd_core INTERFACE
+    $<$<NOT:$<BOOL:$<TARGET_PROPERTY:KVD_WITHOUT_SESSION>>>:$<LINK_ONLY:creo_headless>>)
 endif()
 # How users write texts, numbers, patterns and tables.
 kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::PCRE2)
@@ -104,13 +133,16 @@ kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui)
 
 # What a host loads: the plug-in over the operations, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
-if(KVD_HEADLESS)
+if(KVD_HEADLESS AND NOT KVD_STUBBED)
   set(KVD_OPERATIONS creo_headless)
-  add_dependencies(kelvane_user kelvane-import)
+  if(KVD_SOLIDS)
+    add_dependencies(kelvane_user kelvane-import)
+  endif()
 elseif(KVD_ADAPTER)
   set(KVD_OPERATIONS ${KVD_ADAPTER})
 else()
   include(cmake/stubs.cmake)
+  set_target_properties(kelvane_user PROPERTIES KVD_WITHOUT_SESSION ON)
   set(KVD_OPERATIONS ${KVD_STUBS})
   set_property(TARGET kelvane_user APPEND PROPERTY LINK_DEPENDS ${KVD_STUBS})
 endif()
@@ -140,7 +172,7 @@ kvd_layer(kelvane_trust TREE apps FOLDERS kelvane/trust LINKS kelvane_check nloh
 kvd_layer(kelvane_journal TREE apps FOLDERS kelvane/journal LINKS kelvane_show)
 kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_trust kelvane_journal kvd_run)
 kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run)
-kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS PkgConfig::HTTPLIB PkgConfig::CRYPTO)
+kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS ${KVD_HTTPLIB})
 kvd_layer(kelvane_verbs TREE apps FOLDERS kelvane
   WITHOUT kelvane/base kelvane/log kelvane/show kelvane/vocabulary kelvane/package kelvane/check kelvane/trust
           kelvane/journal kelvane/run
@@ -159,4 +191,6 @@ target_sources(kelvane_ui PRIVATE ${kelvane_web_source})
 add_executable(kelvane ${CMAKE_SOURCE_DIR}/apps/kelvane/main.cpp)
 target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
 set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-add_dependencies(kelvane kelvane-import)
+if(KVD_SOLIDS)
+  add_dependencies(kelvane kelvane-import)
+endif()

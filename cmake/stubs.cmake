@@ -1,4 +1,4 @@
-# What the plug-in is linked against where neither the headless session nor an adapter is built: an import library of a
+# What the plug-in is linked against where it has neither the headless session nor an adapter: an import library of a
 # library "creo_adapter" that isn't there, for all operations that the plug-in asks. So it shows that nothing else is
 # missing, and that each of them has its row in src/creo/operations. Windows alone can link so.
 #

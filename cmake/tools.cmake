@@ -74,11 +74,11 @@ function(kvd_include_path name visibility tree)
   target_include_directories(${name} ${visibility} ${place})
 endfunction()
 
-# kvd_layer(NAME FOLDERS... [TREE tree] [WITHOUT folders or files...] [HEADERS files...] [LINKS targets...]
-# [PRIVATE_LINKS targets...]): a static library of all sources of these folders of a tree (src where none is said), and of
-# those inside them. It includes itself, these headers and what it links.
+# kvd_layer(NAME FOLDERS... [TREE tree] [WITHOUT folders or files...] [ONLY files...] [HEADERS files...]
+# [LINKS targets...] [PRIVATE_LINKS targets...]): a static library of all sources of these folders of a tree (src where
+# none is said), and of those inside them, or of some alone. It includes itself, these headers and what it links.
 function(kvd_layer name)
-  cmake_parse_arguments(ARG "" "TREE" "FOLDERS;HEADERS;LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
+  cmake_parse_arguments(ARG "" "TREE" "FOLDERS;HEADERS;LINKS;PRIVATE_LINKS;WITHOUT;ONLY" ${ARGN})
   if(NOT ARG_TREE)
     set(ARG_TREE src)
   endif()
@@ -91,6 +91,9 @@ function(kvd_layer name)
   foreach(path ${ARG_WITHOUT})
     list(FILTER sources EXCLUDE REGEX "/${ARG_TREE}/${path}(/|$)")
   endforeach()
+  if(ARG_ONLY)
+    list(TRANSFORM ARG_ONLY PREPEND ${CMAKE_SOURCE_DIR}/${ARG_TREE}/ OUTPUT_VARIABLE sources)
+  endif()
   add_library(${name} STATIC ${sources} ${CMAKE_BINARY_DIR}/empty.cpp)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   kvd_include_path(${name} PUBLIC ${ARG_TREE} ${ARG_FOLDERS} ${ARG_HEADERS})

@@ -52,8 +52,10 @@ std::string installationFolder() {
       throw Fault("KELVANE_INSTALLATION names " + set + ", which has no folder 'text'");
     return set;
   }
-  // Beside the program when it is installed, above it in a build tree.
-  for (fs::path folder = nativePath(os::programFile()).parent_path(); !folder.empty(); folder = folder.parent_path()) {
+  // Where the program is, in the archive for Windows; beside it when it is installed; above it in a build tree.
+  const fs::path own = nativePath(os::programFile()).parent_path();
+  if (isInstallation(own)) return machinePath(own);
+  for (fs::path folder = own; !folder.empty(); folder = folder.parent_path()) {
     for (const char* name : {"installation", "share/kelvane"}) {
       if (isInstallation(folder / name)) return machinePath(folder / name);
     }

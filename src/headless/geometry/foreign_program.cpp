@@ -3,7 +3,9 @@
 #include <filesystem>
 
 #include "headless/geometry/foreign_place.h"
+#include "os/executable.h"
 #include "os/helper.h"
+#include "os/machine_path.h"
 #include "os/program.h"
 #include "text/encoding.h"
 
@@ -14,11 +16,13 @@ constexpr const char* kProgram = "kelvane-import";
 
 std::string programFor(const ForeignPlace& place) {
   if (!place.program.empty()) return place.program;
-  const std::filesystem::path here = std::filesystem::path(os::codeFile()).parent_path();
+  const std::string name = os::executableName(kProgram), here = os::parentOf(os::codeFile());
   std::error_code error;
-  for (const auto& folder : {here, here.parent_path()})
-    if (std::filesystem::is_regular_file(folder / kProgram, error)) return (folder / kProgram).string();
-  return (here / kProgram).string();
+  for (const std::string& folder : {here, os::parentOf(here)}) {
+    std::string file = os::withSlash(folder) + name;
+    if (std::filesystem::is_regular_file(std::u8string(file.begin(), file.end()), error)) return file;
+  }
+  return os::withSlash(here) + name;
 }
 
 class Asked {

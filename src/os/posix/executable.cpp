@@ -15,4 +15,6 @@ std::error_code makeExecutable(std::wstring_view path) {
   return ::chmod(file.c_str(), (found.st_mode & 07777) | (readers >> 2)) == 0 ? std::error_code{} : lastError();
 }
 
+std::string executableName(std::string_view program) { return std::string(program); }
+
 }  // namespace os

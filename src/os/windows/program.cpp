@@ -38,5 +38,6 @@ bool isTerminal(int stream) {
 
 // A name alone says what can be run.
 std::error_code makeExecutable(std::wstring_view /*path*/) { return {}; }
+std::string executableName(std::string_view program) { return std::string(program) + ".exe"; }
 
 }  // namespace os

@@ -14,10 +14,10 @@
 #include <TopoDS_Solid.hxx>
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <gp_Cone.hxx>
 #include <gp_Cylinder.hxx>
 #include <gp_Pln.hxx>
+#include <map>
 #include <numbers>
 #include <utility>
 #include <vector>
@@ -35,8 +35,8 @@ double greatestCosine(double peak, double from, double to) {
   return next <= to ? 1 : std::max(std::cos(from - peak), std::cos(to - peak));
 }
 
-// The greatest cosine that the outer normal of a face of revolution has with the viewer's direction. Across the axis the
-// normal has the length `across`, along it the rest.
+// The greatest cosine that the outer normal of a face of revolution has with the viewer's direction. Across the axis
+// the normal has the length `across`, along it the rest.
 double greatestOf(const gp_Ax3& axes, double across, double along, bool isReversed, const TopoDS_Face& face,
                   const gp_Dir& z) {
   double u1 = 0, u2 = 0, v1 = 0, v2 = 0;

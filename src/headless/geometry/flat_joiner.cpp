@@ -126,12 +126,16 @@ FlatJoiner::Kinds FlatJoiner::ranked(const Kinds& pieces, double gap, double lea
 }
 
 bool FlatJoiner::hasEdgeUpon(const FlatLine& line) const {
-  const auto found = lines_.find(keyOf(groupOf(line)));
-  if (found == lines_.end()) return false;
-  const Interval asked = intervalOn(found->second, line);
-  for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
-    for (const Interval& piece : found->second.pieces[static_cast<std::size_t>(as)])
-      if (piece.from < asked.to - kLeast && piece.to > asked.from + kLeast) return true;
+  const LineKey key = keyOf(groupOf(line));
+  // The edge of a bore's half that ends a little before its middle lies beside its outline.
+  for (const long long beside : {-1, 0, 1}) {
+    const auto found = lines_.find({key[0], key[1] + beside});
+    if (found == lines_.end()) continue;
+    const Interval asked = intervalOn(found->second, line);
+    for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
+      for (const Interval& piece : found->second.pieces[static_cast<std::size_t>(as)])
+        if (piece.from < asked.to - kLeast && piece.to > asked.from + kLeast) return true;
+  }
   return false;
 }
 
@@ -146,7 +150,7 @@ double FlatJoiner::radiusAbout(const FlatPoint& centre) const {
     for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
       for (const Interval& piece : united(at->second.pieces[static_cast<std::size_t>(as)], kSameAngle))
         angle += piece.to - piece.from;
-    if (angle > std::numbers::pi - kSameAngle) largest = std::max(largest, lengthOf(at->second.whole.u));
+    if (angle > kHalfTurn) largest = std::max(largest, lengthOf(at->second.whole.u));
   }
   return largest;
 }

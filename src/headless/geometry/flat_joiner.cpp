@@ -139,18 +139,27 @@ bool FlatJoiner::hasEdgeUpon(const FlatLine& line) const {
   return false;
 }
 
-double FlatJoiner::radiusAbout(const FlatPoint& centre) const {
+RoundEdge FlatJoiner::roundAbout(const FlatPoint& centre) const {
+  constexpr double kAtEnd = 1e-3;  // radians: where an arc ends there it still is
   const long long x = step(centre.x, kSamePlace), y = step(centre.y, kSamePlace);
-  double largest = 0;
+  RoundEdge largest;
   constexpr long long kLowest = std::numeric_limits<long long>::min();
   for (auto at = arcs_.lower_bound({x, y, kLowest, kLowest, kLowest}); at != arcs_.end(); ++at) {
     if (at->first[0] != x || at->first[1] != y) break;
-    if (!isCircle(at->second.whole)) continue;
+    const double radius = lengthOf(at->second.whole.u);
+    if (!isCircle(at->second.whole) || radius <= largest.radius) continue;
+    RoundEdge round{radius, {}};
     double angle = 0;
     for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
-      for (const Interval& piece : united(at->second.pieces[static_cast<std::size_t>(as)], kSameAngle))
+      for (const Interval& piece : united(at->second.pieces[static_cast<std::size_t>(as)], kSameAngle)) {
         angle += piece.to - piece.from;
-    if (angle > kHalfTurn) largest = std::max(largest, lengthOf(at->second.whole.u));
+        for (std::size_t quarter = 0; quarter < round.isThere.size(); ++quarter)
+          for (const double t : {0.0, kTurn}) {
+            const double way = t + static_cast<double>(quarter) * kTurn / 4;
+            if (way >= piece.from - kAtEnd && way <= piece.to + kAtEnd) round.isThere.at(quarter) = true;
+          }
+      }
+    if (angle > kHalfTurn) largest = round;
   }
   return largest;
 }

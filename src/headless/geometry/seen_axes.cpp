@@ -55,7 +55,7 @@ FlatPoint along(const FlatPoint& from, const FlatPoint& way, double length) {
 // A hole or a pin that is seen along its axis.
 struct Round {
   FlatPoint centre;
-  double radius = 0;
+  RoundEdge edge;
 };
 // Through the middles of holes.
 struct HoleCircle {
@@ -63,13 +63,19 @@ struct HoleCircle {
   double radius = 0;
 };
 
+// To where the circle is; where it isn't, a little beyond its centre.
 void addCross(FlatJoiner& lines, const Round& round) {
-  const auto& [centre, radius] = round;
-  const double reach = radius + beyond(radius);
-  lines.take(SeenAs::axis, FlatLine{{centre.x - reach, centre.y}, {centre.x + reach, centre.y}});
-  lines.take(SeenAs::axis, FlatLine{{centre.x, centre.y - reach}, {centre.x, centre.y + reach}});
+  const auto& [centre, edge] = round;
+  const auto reach = [&edge](std::size_t quarter) {
+    return (edge.isThere.at(quarter) ? edge.radius : 0) + beyond(edge.radius);
+  };
+  if (edge.isThere[0] || edge.isThere[2])
+    lines.take(SeenAs::axis, FlatLine{{centre.x - reach(2), centre.y}, {centre.x + reach(0), centre.y}});
+  if (edge.isThere[1] || edge.isThere[3])
+    lines.take(SeenAs::axis, FlatLine{{centre.x, centre.y - reach(3)}, {centre.x, centre.y + reach(1)}});
 }
 
+bool isWhole(const Round& round) { return std::ranges::count(round.edge.isThere, true) == 4; }
 bool isSame(double a, double b) { return std::fabs(a - b) < kSameLength; }
 double distance(const FlatPoint& a, const FlatPoint& b) { return lengthOf({a.x - b.x, a.y - b.y}); }
 
@@ -92,12 +98,14 @@ std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds)
   for (const Round& middle : rounds) {
     std::vector<const Round*> open;
     for (const Round& round : rounds)
-      if (distance(round.centre, middle.centre) > round.radius && !found.contains(&round)) open.push_back(&round);
+      if (isWhole(round) && distance(round.centre, middle.centre) > round.edge.radius && !found.contains(&round))
+        open.push_back(&round);
     while (!open.empty()) {
       const Round& first = *open.front();
       const HoleCircle circle{middle.centre, distance(first.centre, middle.centre)};
       const auto isOther = [&](const Round* round) {
-        return !isSame(round->radius, first.radius) || !isSame(distance(round->centre, middle.centre), circle.radius);
+        return !isSame(round->edge.radius, first.edge.radius) ||
+               !isSame(distance(round->centre, middle.centre), circle.radius);
       };
       const auto others = std::ranges::stable_partition(open, std::not_fn(isOther));
       const std::vector<const Round*> equal(open.begin(), others.begin());
@@ -112,7 +120,7 @@ std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds)
 // A hole of a circle of them has that circle in place of the line across, and one that leads to its middle.
 void addOnCircle(FlatJoiner& lines, const Round& hole, const HoleCircle& circle) {
   lines.take(SeenAs::axis, FlatArc{circle.centre, {circle.radius, 0}, {0, circle.radius}, 0, 2 * std::numbers::pi});
-  const double reach = hole.radius + beyond(hole.radius);
+  const double reach = hole.edge.radius + beyond(hole.edge.radius);
   const FlatPoint out{(hole.centre.x - circle.centre.x) / circle.radius,
                       (hole.centre.y - circle.centre.y) / circle.radius};
   lines.take(SeenAs::axis, FlatLine{along(hole.centre, out, -reach), along(hole.centre, out, reach)});
@@ -122,9 +130,9 @@ void addOnCircle(FlatJoiner& lines, const Round& hole, const HoleCircle& circle)
 void addEndOn(FlatJoiner& lines, const std::vector<FlatPoint>& centres) {
   std::vector<Round> rounds;
   for (const FlatPoint& centre : centres) {
-    const double radius = lines.radiusAbout(centre);
+    const RoundEdge edge = lines.roundAbout(centre);
     const auto isKnown = [&](const Round& round) { return distance(round.centre, centre) < kSameLength; };
-    if (radius >= kSmallest && std::ranges::none_of(rounds, isKnown)) rounds.push_back({centre, radius});
+    if (edge.radius >= kSmallest && std::ranges::none_of(rounds, isKnown)) rounds.push_back({centre, edge});
   }
   const auto circles = holeCircles(rounds);
   for (const Round& round : rounds) {

@@ -118,6 +118,7 @@ class Builder {
     arguments.Append(shape_);
     operation.SetArguments(arguments);
     operation.SetTools(tools_);
+    operation.SetToFillHistory(false);
     operation.Build();
     if (!operation.IsDone() || operation.HasErrors()) throw ShapeFault{L"it can't be joined with what is there"};
     shape_ = operation.Shape();

@@ -126,27 +126,40 @@ FlatJoiner::Kinds FlatJoiner::ranked(const Kinds& pieces, double gap, double lea
 }
 
 bool FlatJoiner::hasEdgeUpon(const FlatLine& line) const {
-  const auto found = lines_.find(keyOf(groupOf(line)));
-  if (found == lines_.end()) return false;
-  const Interval asked = intervalOn(found->second, line);
-  for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
-    for (const Interval& piece : found->second.pieces[static_cast<std::size_t>(as)])
-      if (piece.from < asked.to - kLeast && piece.to > asked.from + kLeast) return true;
+  const LineKey key = keyOf(groupOf(line));
+  // The edge of a bore's half that ends a little before its middle lies beside its outline.
+  for (const long long beside : {-1, 0, 1}) {
+    const auto found = lines_.find({key[0], key[1] + beside});
+    if (found == lines_.end()) continue;
+    const Interval asked = intervalOn(found->second, line);
+    for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
+      for (const Interval& piece : found->second.pieces[static_cast<std::size_t>(as)])
+        if (piece.from < asked.to - kLeast && piece.to > asked.from + kLeast) return true;
+  }
   return false;
 }
 
-double FlatJoiner::radiusAbout(const FlatPoint& centre) const {
+RoundEdge FlatJoiner::roundAbout(const FlatPoint& centre) const {
+  constexpr double kAtEnd = 1e-3;  // radians: where an arc ends there it still is
   const long long x = step(centre.x, kSamePlace), y = step(centre.y, kSamePlace);
-  double largest = 0;
+  RoundEdge largest;
   constexpr long long kLowest = std::numeric_limits<long long>::min();
   for (auto at = arcs_.lower_bound({x, y, kLowest, kLowest, kLowest}); at != arcs_.end(); ++at) {
     if (at->first[0] != x || at->first[1] != y) break;
-    if (!isCircle(at->second.whole)) continue;
+    const double radius = lengthOf(at->second.whole.u);
+    if (!isCircle(at->second.whole) || radius <= largest.radius) continue;
+    RoundEdge round{radius, {}};
     double angle = 0;
     for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
-      for (const Interval& piece : united(at->second.pieces[static_cast<std::size_t>(as)], kSameAngle))
+      for (const Interval& piece : united(at->second.pieces[static_cast<std::size_t>(as)], kSameAngle)) {
         angle += piece.to - piece.from;
-    if (angle > std::numbers::pi - kSameAngle) largest = std::max(largest, lengthOf(at->second.whole.u));
+        for (std::size_t quarter = 0; quarter < round.isThere.size(); ++quarter)
+          for (const double t : {0.0, kTurn}) {
+            const double way = t + static_cast<double>(quarter) * kTurn / 4;
+            if (way >= piece.from - kAtEnd && way <= piece.to + kAtEnd) round.isThere.at(quarter) = true;
+          }
+      }
+    if (angle > kHalfTurn) largest = round;
   }
   return largest;
 }

@@ -9,6 +9,16 @@
 
 namespace headless::geometry {
 
+// Radians from which on a face or an arc counts as half a turn or more: a bore of two halves with a gasket between them
+// is a little less in each.
+constexpr double kHalfTurn = 3.0;
+
+// A circle of radius 0: there is none. Is it there to the right of its centre, above, to the left and below?
+struct RoundEdge {
+  double radius = 0;
+  std::array<bool, 4> isThere{};
+};
+
 // Pieces of one line or one ellipse that overlap or touch become one, each kind apart; then of each kind what a kind
 // before it covers goes. Axes are covered by nothing. Lengths are in mm on paper.
 class FlatJoiner {
@@ -16,8 +26,8 @@ class FlatJoiner {
   void take(SeenAs as, const FlatCurve& curve);
   // Does an edge, or a hidden one, lie somewhere upon the line?
   [[nodiscard]] bool hasEdgeUpon(const FlatLine& line) const;
-  // The largest circle about the place of which an edge, or a hidden one, shows half or more; 0 for none.
-  [[nodiscard]] double radiusAbout(const FlatPoint& centre) const;
+  // The largest circle about the place of which an edge, or a hidden one, shows half (kHalfTurn) or more.
+  [[nodiscard]] RoundEdge roundAbout(const FlatPoint& centre) const;
   [[nodiscard]] FlatBox box() const { return box_; }
   // What is visible comes last.
   [[nodiscard]] std::vector<SeenCurve> result() const;

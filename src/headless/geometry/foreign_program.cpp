@@ -1,6 +1,9 @@
 #include "headless/geometry/foreign_program.h"
 
+#include <array>
 #include <filesystem>
+#include <memory>
+#include <optional>
 
 #include "headless/geometry/foreign_place.h"
 #include "os/executable.h"
@@ -28,34 +31,63 @@ std::string programFor(const ForeignPlace& place) {
 class Asked {
  public:
   ForeignAnswer ask(const std::string& request, std::chrono::milliseconds time) {
+    begin(request, time);
+    return answer(request, time);
+  }
+  // What was begun is answered before the next begins.
+  void begin(const std::string& request, std::chrono::milliseconds time) {
+    isUsed_ = helper_ != nullptr && program_ == programFor(foreignPlace());
+    failure_ = start();
+    if (!failure_) end_ = endOf(helper_->begin(request, time));
+  }
+  ForeignAnswer answer(const std::string& request, std::chrono::milliseconds time) {
+    ForeignAnswer answer = received();
+    if (answer.end != ForeignEnd::ended || !isUsed_) return answer;
+    begin(request, time);
+    return received();
+  }
+  // Why it doesn't start.
+  std::optional<ForeignAnswer> start() {
     if (program_ != programFor(foreignPlace())) helper_.reset();
-    const bool isUsed = helper_ != nullptr;
-    ForeignAnswer answer = askOnce(request, time);
-    return answer.end == ForeignEnd::ended && isUsed ? askOnce(request, time) : answer;
+    if (helper_) return std::nullopt;
+    program_ = programFor(foreignPlace());
+    auto started = os::startHelper(program_);
+    if (!started)
+      return ForeignAnswer{ForeignEnd::notStarted, {}, text::fromUtf8(program_ + ": " + started.error.message())};
+    helper_ = std::move(started.value);
+    return std::nullopt;
   }
   void end() { helper_.reset(); }
 
  private:
-  ForeignAnswer askOnce(const std::string& request, std::chrono::milliseconds time) {
-    if (!helper_) {
-      program_ = programFor(foreignPlace());
-      auto started = os::startHelper(program_);
-      if (!started) return {ForeignEnd::notStarted, {}, text::fromUtf8(program_ + ": " + started.error.message())};
-      helper_ = std::move(started.value);
+  static ForeignEnd endOf(const std::error_code& error) {
+    if (!error) return ForeignEnd::answered;
+    return error == std::errc::timed_out ? ForeignEnd::late : ForeignEnd::ended;
+  }
+  ForeignAnswer received() {
+    if (failure_) return *failure_;
+    ForeignAnswer answer{end_, {}, {}};
+    if (end_ == ForeignEnd::answered) {
+      auto told = helper_->answer();
+      answer.end = endOf(told.error);
+      answer.wire = std::move(told.value);
     }
-    auto answer = helper_->ask(request, time);
-    if (answer) return {ForeignEnd::answered, std::move(answer.value), {}};
-    helper_.reset();
-    return {answer.error == std::errc::timed_out ? ForeignEnd::late : ForeignEnd::ended, {}, {}};
+    if (answer.end != ForeignEnd::answered) helper_.reset();
+    return answer;
   }
 
   std::string program_;
   std::unique_ptr<os::Helper> helper_;
+  // Of what was begun.
+  bool isUsed_ = false;
+  std::optional<ForeignAnswer> failure_;
+  ForeignEnd end_ = ForeignEnd::answered;
 };
 
-Asked& program() {
-  static Asked entry;
-  return entry;
+// Most requests go to the first.
+std::array<Asked, 2>& programs() {
+  static std::array<Asked, 2> entries;
+  return entries;
 }
 
 }  // namespace
@@ -67,9 +99,30 @@ ForeignPlace& foreignPlace() {
 
 ForeignAnswer askForeign(const std::string& request, std::chrono::milliseconds time) {
   if (time <= std::chrono::milliseconds(0)) return {ForeignEnd::late, {}, {}};
-  return program().ask(request, time);
+  return programs().front().ask(request, time);
 }
 
-void endForeign() { program().end(); }
+std::vector<ForeignAnswer> askForeign(const std::vector<std::string>& requests, std::chrono::milliseconds time) {
+  if (time <= std::chrono::milliseconds(0)) return {requests.size(), ForeignAnswer{ForeignEnd::late, {}, {}}};
+  std::vector<ForeignAnswer> answers;
+  const std::size_t count = programs().size();
+  const auto begin = [&](std::size_t i) {
+    if (i < requests.size()) programs().at(i % count).begin(requests[i], time);
+  };
+  for (std::size_t i = 0; i < count; ++i) begin(i);
+  for (std::size_t i = 0; i < requests.size(); ++i) {
+    answers.push_back(programs().at(i % count).answer(requests[i], time));
+    begin(i + count);
+  }
+  return answers;
+}
+
+void startForeign() {
+  for (Asked& program : programs()) program.start();
+}
+
+void endForeign() {
+  for (Asked& program : programs()) program.end();
+}
 
 }  // namespace headless::geometry

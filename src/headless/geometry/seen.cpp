@@ -35,20 +35,24 @@ struct Tried {
   bool isStarted = true;  // the program was there
 };
 
+std::chrono::milliseconds timeOf(SeenBy by) {
+  return by == SeenBy::exactEdges ? foreignPlace().viewTime : foreignPlace().facetTime;
+}
+std::string requestFor(const Sight& sight, SeenBy by) {
+  const std::int64_t processor = std::chrono::ceil<std::chrono::seconds>(timeOf(by)).count();
+  return written(ViewRequest{by, foreignPlace().memory, processor, sight});
+}
+
 // Without curves it has a reason.
-Tried asked(const Sight& sight, SeenBy by) {
-  const ForeignPlace& place = foreignPlace();
-  const std::chrono::milliseconds time = by == SeenBy::exactEdges ? place.viewTime : place.facetTime;
-  ViewRequest request{by, place.memory, std::chrono::ceil<std::chrono::seconds>(time).count(), sight};
+Tried triedWith(const ForeignAnswer& answer, SeenBy by) {
   Tried tried;
   Seen& seen = tried.seen;
   try {
-    const ForeignAnswer answer = askForeign(written(request), time);
     tried.isStarted = answer.end != ForeignEnd::notStarted;
     if (answer.end == ForeignEnd::answered)
       seen = readSeen(answer.wire);
     else
-      seen.reason = reasonOf(answer, time);
+      seen.reason = reasonOf(answer, timeOf(by));
   } catch (const std::exception& failure) {
     seen.reason = L"the program that works it out gives no answer: " + text::fromUtf8(failure.what());
   }
@@ -57,8 +61,18 @@ Tried asked(const Sight& sight, SeenBy by) {
   return tried;
 }
 
-Tried workedOut(const Sight& sight) {
-  Tried exact = asked(sight, SeenBy::exactEdges);
+Tried asked(const Sight& sight, SeenBy by) {
+  try {
+    return triedWith(askForeign(requestFor(sight, by), timeOf(by)), by);
+  } catch (const std::exception& failure) {
+    Tried tried;
+    tried.seen.reason = L"it can't be asked for: " + text::fromUtf8(failure.what());
+    return tried;
+  }
+}
+
+// What came of exact edges; where that is nothing it is asked for by facets.
+Tried orByFacets(Tried exact, const Sight& sight) {
   if (exact.seen.reason.empty()) return exact;
   Tried faceted = asked(sight, SeenBy::facets);
   // Both have failed: the first says why.
@@ -95,16 +109,27 @@ class KeptViews {
       views_.splice(views_.begin(), views_, known->second);
       return views_.front().seen;
     }
-    auto [made, isStarted] = workedOut(sight);
-    // What has failed twice takes its whole time again the next time; the program may be there by then.
-    if (!isStarted) return made;
-    views_.push_front({key, sight.bodies, made});
-    places_[key] = views_.begin();
-    if (views_.size() > kMostKept) {
-      places_.erase(views_.back().key);
-      views_.pop_back();
+    return keep(key, sight, orByFacets(asked(sight, SeenBy::exactEdges), sight));
+  }
+  void prepare(const std::vector<Sight>& sights) {
+    std::vector<const Sight*> open;
+    std::vector<std::string> requests;
+    std::set<Key> keys;
+    for (const Sight& sight : sights) {
+      const Key key = keyOf(sight);
+      if (places_.contains(key) || !keys.insert(key).second) continue;
+      try {
+        requests.push_back(requestFor(sight, SeenBy::exactEdges));
+        open.push_back(&sight);
+      } catch (const std::exception&) {
+        continue;  // its reason is told when it is asked for alone
+      }
     }
-    return made;
+    // One alone is as soon there when it is asked for.
+    if (open.size() < 2) return;
+    const std::vector<ForeignAnswer> answers = askForeign(requests, timeOf(SeenBy::exactEdges));
+    for (std::size_t i = 0; i < open.size(); ++i)
+      keep(keyOf(*open[i]), *open[i], orByFacets(triedWith(answers[i], SeenBy::exactEdges), *open[i]));
   }
 
  private:
@@ -113,6 +138,17 @@ class KeptViews {
     std::vector<PlacedBody> bodies;
     Seen seen;
   };
+  Seen keep(const Key& key, const Sight& sight, Tried tried) {
+    // What has failed twice takes its whole time again the next time; the program may be there by then.
+    if (!tried.isStarted) return std::move(tried.seen);
+    views_.push_front({key, sight.bodies, std::move(tried.seen)});
+    places_[key] = views_.begin();
+    if (views_.size() > kMostKept) {
+      places_.erase(views_.back().key);
+      views_.pop_back();
+    }
+    return views_.front().seen;
+  }
   static Key keyOf(const Sight& sight) {
     Key key{sight.scale, sight.hidden ? 1.0 : 0.0, sight.axes ? 1.0 : 0.0};
     addNumbers(key, sight.screen);
@@ -141,6 +177,15 @@ Seen seen(const Sight& sight) {
   if (sight.bodies.empty()) return {};
   return keptViews().find(onceEach(sight));
 }
+
+void seeAhead(const std::vector<Sight>& sights) {
+  std::vector<Sight> single;
+  for (const Sight& sight : sights)
+    if (!sight.bodies.empty()) single.push_back(onceEach(sight));
+  keptViews().prepare(single);
+}
+
+void readyToSeeAhead() { startForeign(); }
 
 void forgetSeen() { keptViews() = {}; }
 

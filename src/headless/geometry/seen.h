@@ -11,6 +11,10 @@ namespace headless::geometry {
 // unless the program that works it out doesn't start. Bodies that others cover as a whole are left out where no hidden
 // lines are asked for. No bodies: no curves, and no reason.
 Seen seen(const Sight& sight);
+// Works out several views side by side and keeps them, so that each is there at once when it is asked for.
+void seeAhead(const std::vector<Sight>& sights);
+// Starts the programs that do so, which takes them a while, in which the bodies can be built.
+void readyToSeeAhead();
 // Nothing is kept any more: each view is worked out again, by the program and within the time that hold now.
 void forgetSeen();
 

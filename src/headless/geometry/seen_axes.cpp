@@ -6,8 +6,10 @@
 #include <TopoDS.hxx>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <gp_Cone.hxx>
 #include <gp_Cylinder.hxx>
+#include <map>
 #include <numbers>
 #include <optional>
 
@@ -18,6 +20,8 @@ constexpr double kSmallest = 0.75;                   // radius on paper, in mm
 constexpr double kBeyond = 0.25;                     // of the diameter
 constexpr double kLeastBeyond = 1, kMostBeyond = 3;  // mm on paper
 constexpr double kStraight = 1e-9;
+constexpr std::size_t kFewestOnCircle = 3;  // holes that have a circle through their middles
+constexpr double kSameLength = 0.01;        // mm on paper
 
 double beyond(double radius) { return std::clamp(kBeyond * 2 * radius, kLeastBeyond, kMostBeyond); }
 
@@ -33,7 +37,7 @@ std::optional<Turned> turnedFace(const TopoDS_Face& face) {
   if (surface.GetType() != GeomAbs_Cylinder && surface.GetType() != GeomAbs_Cone) return std::nullopt;
   double u1 = 0, u2 = 0, v1 = 0, v2 = 0;
   BRepTools::UVBounds(face, u1, u2, v1, v2);
-  if (u2 - u1 < std::numbers::pi - 1e-6) return std::nullopt;
+  if (u2 - u1 < kHalfTurn) return std::nullopt;
   if (surface.GetType() == GeomAbs_Cylinder) {
     const gp_Cylinder cylinder = surface.Cylinder();
     return Turned{cylinder.Axis(), v1, v2, cylinder.Radius(), cylinder.Radius()};
@@ -48,12 +52,96 @@ FlatPoint along(const FlatPoint& from, const FlatPoint& way, double length) {
   return {from.x + length * way.x, from.y + length * way.y};
 }
 
-void addCross(FlatJoiner& lines, const FlatPoint& centre) {
-  const double radius = lines.radiusAbout(centre);
-  if (radius < kSmallest) return;
-  const double reach = radius + beyond(radius);
-  lines.take(SeenAs::axis, FlatLine{{centre.x - reach, centre.y}, {centre.x + reach, centre.y}});
-  lines.take(SeenAs::axis, FlatLine{{centre.x, centre.y - reach}, {centre.x, centre.y + reach}});
+// A hole or a pin that is seen along its axis.
+struct Round {
+  FlatPoint centre;
+  RoundEdge edge;
+};
+// Through the middles of holes.
+struct HoleCircle {
+  FlatPoint centre;
+  double radius = 0;
+};
+
+// To where the circle is; where it isn't, a little beyond its centre.
+void addCross(FlatJoiner& lines, const Round& round) {
+  const auto& [centre, edge] = round;
+  const auto reach = [&edge](std::size_t quarter) {
+    return (edge.isThere.at(quarter) ? edge.radius : 0) + beyond(edge.radius);
+  };
+  if (edge.isThere[0] || edge.isThere[2])
+    lines.take(SeenAs::axis, FlatLine{{centre.x - reach(2), centre.y}, {centre.x + reach(0), centre.y}});
+  if (edge.isThere[1] || edge.isThere[3])
+    lines.take(SeenAs::axis, FlatLine{{centre.x, centre.y - reach(3)}, {centre.x, centre.y + reach(1)}});
+}
+
+bool isWhole(const Round& round) { return std::ranges::count(round.edge.isThere, true) == 4; }
+bool isSame(double a, double b) { return std::fabs(a - b) < kSameLength; }
+double distance(const FlatPoint& a, const FlatPoint& b) { return lengthOf({a.x - b.x, a.y - b.y}); }
+
+// Are they as far from their neighbours as they would be side by side all around?
+bool areEvenlySpread(const std::vector<const Round*>& holes, const HoleCircle& circle) {
+  std::vector<double> angles;
+  for (const Round* hole : holes)
+    angles.push_back(std::atan2(hole->centre.y - circle.centre.y, hole->centre.x - circle.centre.x));
+  std::ranges::sort(angles);
+  angles.push_back(angles.front() + 2 * std::numbers::pi);
+  const double step = 2 * std::numbers::pi / static_cast<double>(holes.size());
+  for (std::size_t i = 1; i < angles.size(); ++i)
+    if (!isSame((angles[i] - angles[i - 1]) * circle.radius, step * circle.radius)) return false;
+  return true;
+}
+
+// The circles through equal holes that are evenly spread about the axis of something else that is round.
+std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds) {
+  std::map<const Round*, HoleCircle> found;
+  for (const Round& middle : rounds) {
+    std::vector<const Round*> open;
+    for (const Round& round : rounds)
+      if (isWhole(round) && distance(round.centre, middle.centre) > round.edge.radius && !found.contains(&round))
+        open.push_back(&round);
+    while (!open.empty()) {
+      const Round& first = *open.front();
+      const HoleCircle circle{middle.centre, distance(first.centre, middle.centre)};
+      const auto isOther = [&](const Round* round) {
+        return !isSame(round->edge.radius, first.edge.radius) ||
+               !isSame(distance(round->centre, middle.centre), circle.radius);
+      };
+      const auto others = std::ranges::stable_partition(open, std::not_fn(isOther));
+      const std::vector<const Round*> equal(open.begin(), others.begin());
+      if (equal.size() >= kFewestOnCircle && areEvenlySpread(equal, circle))
+        for (const Round* hole : equal) found[hole] = circle;
+      open.erase(open.begin(), others.begin());
+    }
+  }
+  return found;
+}
+
+// A hole of a circle of them has that circle in place of the line across, and one that leads to its middle.
+void addOnCircle(FlatJoiner& lines, const Round& hole, const HoleCircle& circle) {
+  lines.take(SeenAs::axis, FlatArc{circle.centre, {circle.radius, 0}, {0, circle.radius}, 0, 2 * std::numbers::pi});
+  const double reach = hole.edge.radius + beyond(hole.edge.radius);
+  const FlatPoint out{(hole.centre.x - circle.centre.x) / circle.radius,
+                      (hole.centre.y - circle.centre.y) / circle.radius};
+  lines.take(SeenAs::axis, FlatLine{along(hole.centre, out, -reach), along(hole.centre, out, reach)});
+}
+
+// Of what is seen along its axis, each place once, with the largest circle about it.
+void addEndOn(FlatJoiner& lines, const std::vector<FlatPoint>& centres) {
+  std::vector<Round> rounds;
+  for (const FlatPoint& centre : centres) {
+    const RoundEdge edge = lines.roundAbout(centre);
+    const auto isKnown = [&](const Round& round) { return distance(round.centre, centre) < kSameLength; };
+    if (edge.radius >= kSmallest && std::ranges::none_of(rounds, isKnown)) rounds.push_back({centre, edge});
+  }
+  const auto circles = holeCircles(rounds);
+  for (const Round& round : rounds) {
+    const auto circle = circles.find(&round);
+    if (circle == circles.end())
+      addCross(lines, round);
+    else
+      addOnCircle(lines, round, circle->second);
+  }
 }
 
 // Only where the face's outline is drawn.
@@ -76,16 +164,18 @@ void addLengthwise(FlatJoiner& lines, const Turned& turned, const Paper& paper) 
 }  // namespace
 
 void addAxes(FlatJoiner& lines, const std::vector<TopoDS_Shape>& shapes, const Paper& paper) {
+  std::vector<FlatPoint> centres;
   for (const TopoDS_Shape& shape : shapes)
     for (TopExp_Explorer at(shape, TopAbs_FACE); at.More(); at.Next()) {
       const auto turned = turnedFace(TopoDS::Face(at.Current()));
       if (!turned) continue;
       const double lean = std::fabs(turned->axis.Direction().Dot(paper.z));
       if (lean > 1 - kStraight)
-        addCross(lines, paper.at(turned->axis.Location()));
+        centres.push_back(paper.at(turned->axis.Location().XYZ()));
       else if (lean < kStraight)
         addLengthwise(lines, *turned, paper);
     }
+  addEndOn(lines, centres);
 }
 
 }  // namespace headless::geometry

@@ -9,6 +9,7 @@
 #include <BRep_Builder.hxx>
 #include <Bnd_Box.hxx>
 #include <TopExp_Explorer.hxx>
+#include <TopTools_ListOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <algorithm>
@@ -52,7 +53,14 @@ class Knife {
     builder.MakeCompound(all);
     const TopoDS_Shape before = half(shape, size);
     const auto add = [&](const TopoDS_Shape& piece) {
-      BRepAlgoAPI_Cut cut(piece, before);
+      BRepAlgoAPI_Cut cut;
+      TopTools_ListOfShape arguments, tools;
+      arguments.Append(piece);
+      tools.Append(before);
+      cut.SetArguments(arguments);
+      cut.SetTools(tools);
+      cut.SetToFillHistory(false);
+      cut.Build();
       if (!cut.IsDone() || cut.HasErrors() || cut.Shape().IsNull())
         throw std::runtime_error("a body can't be cut by the section's plane");
       builder.Add(all, cut.Shape());

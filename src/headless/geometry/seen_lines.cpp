@@ -22,6 +22,7 @@
 #include "headless/geometry/seen_check.h"
 #include "headless/geometry/seen_cut.h"
 #include "headless/geometry/shapes.h"
+#include "headless/geometry/turned_away.h"
 
 namespace headless::geometry {
 namespace {
@@ -72,7 +73,7 @@ class View {
 
   Seen exact() {
     const Handle(HLRBRep_Algo) algorithm = new HLRBRep_Algo;
-    for (const TopoDS_Shape& shape : shapes_) algorithm->Add(shape);
+    algorithm->Add(sight_.hidden ? asOne(shapes_) : lookingToViewer(shapes_, paper_));
     algorithm->Projector(projector(paper_));
     algorithm->Update();
     algorithm->Hide();

@@ -93,8 +93,10 @@ std::optional<ViewPlane> planeOf(const Models& models, const ViewRecord& view, d
 
 struct DrawnViews::Asked {
   const Model* model = nullptr;
+  const ViewRecord* shown = nullptr;  // the view itself, or the one that it enlarges
   geometry::Sight sight;
   const std::vector<const Model*>* parts = nullptr;
+  std::wstring notCut;  // why the cross section that it names doesn't cut it
 };
 
 std::wstring DrawnViews::nameOf(const ViewRecord& view, const Model& model) const {
@@ -112,40 +114,52 @@ const ViewRecord* DrawnViews::viewOf(int id) const {
   return id == 0 || found == views.end() ? nullptr : &*found;
 }
 
-DrawnViews::Asked DrawnViews::ask(const ViewRecord& view, const ViewRecord& shown, const Model& model) {
-  const ModelRecord& record = model.document->record;
-  const PlacedParts& parts = models_.find(model);
-  Asked asked{&model, {}, &parts.parts};
-  geometry::Sight& sight = asked.sight;
-  sight.bodies = parts.bodies;
-  sight.screen = orientationFor(shown, record);
-  sight.scale = scaleOf(view) / inSystem(1, "mm", record);
-  sight.hidden = view.displayStyle == kWireframe || view.displayStyle == kHiddenLines;
-  sight.axes = true;
-  if (shown.section.empty()) return asked;
-  const SectionPlane plane = sectionPlane(model, shown.section);
-  if (plane.cut) sight.cut = towardsViewer(*plane.cut, sight.screen);
-  if (!sight.cut)
-    models_.warn(text::format(L"%s isn't cut: %s", nameOf(view, model),
-                              plane.cut ? std::wstring(L"it sees the plane on its edge") : plane.fault));
-  for (geometry::PlacedBody& body : sight.bodies) {
-    const std::wstring own = label(*parts.parts[static_cast<std::size_t>(body.number)]);
-    body.isCut = std::ranges::none_of(
-        shown.uncut, [&](const std::string& name) { return text::equalNoCase(text::fromUtf8(name), own); });
-  }
-  return asked;
-}
-
-std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view) {
+std::optional<DrawnViews::Asked> DrawnViews::ask(const ViewRecord& view) {
   const ViewRecord* shown = view.detailOf == 0 ? &view : viewOf(view.detailOf);
   const Model* model = shown ? modelOf(inMemory_, *shown) : nullptr;
   // A detail is as much larger as its scale is.
   if (!model || !(scaleOf(*shown) > 0)) return std::nullopt;
-  const Asked asked = ask(view, *shown, *model);
-  const geometry::Sight& sight = asked.sight;
+  const ModelRecord& record = model->document->record;
+  const PlacedParts& parts = models_.find(*model);
+  Asked asked{model, shown, {}, &parts.parts, {}};
+  geometry::Sight& sight = asked.sight;
+  sight.bodies = parts.bodies;
+  sight.screen = orientationFor(*shown, record);
+  sight.scale = scaleOf(view) / inSystem(1, "mm", record);
+  sight.hidden = view.displayStyle == kWireframe || view.displayStyle == kHiddenLines;
+  sight.axes = true;
   if (sight.bodies.empty() || !(sight.scale > 0) || !std::isfinite(sight.scale)) return std::nullopt;
-  geometry::Seen seen = geometry::seen(sight);
-  const std::wstring name = nameOf(view, *model);
+  if (!shown->section.empty()) cut(asked);
+  return asked;
+}
+
+void DrawnViews::cut(Asked& asked) const {
+  geometry::Sight& sight = asked.sight;
+  const SectionPlane plane = sectionPlane(*asked.model, asked.shown->section);
+  if (plane.cut) sight.cut = towardsViewer(*plane.cut, sight.screen);
+  if (!sight.cut) asked.notCut = plane.cut ? std::wstring(L"it sees the plane on its edge") : plane.fault;
+  for (geometry::PlacedBody& body : sight.bodies) {
+    const std::wstring own = label(*(*asked.parts)[static_cast<std::size_t>(body.number)]);
+    body.isCut = std::ranges::none_of(
+        asked.shown->uncut, [&](const std::string& name) { return text::equalNoCase(text::fromUtf8(name), own); });
+  }
+}
+
+void DrawnViews::prepare(const std::vector<const ViewRecord*>& views) {
+  if (views.size() < 2) return;
+  geometry::readyToSeeAhead();
+  std::vector<geometry::Sight> sights;
+  for (const ViewRecord* view : views)
+    if (auto asked = ask(*view)) sights.push_back(std::move(asked->sight));
+  geometry::seeAhead(sights);
+}
+
+std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view) {
+  const auto asked = ask(view);
+  if (!asked) return std::nullopt;
+  const std::wstring name = nameOf(view, *asked->model);
+  if (!asked->notCut.empty()) models_.warn(text::format(L"%s isn't cut: %s", name, asked->notCut));
+  geometry::Seen seen = geometry::seen(asked->sight);
   if (seen.curves.empty()) {
     models_.tell(text::format(L"%s can't be drawn: %s", name, seen.reason));
     return std::nullopt;
@@ -159,12 +173,13 @@ std::optional<DrawnView> DrawnViews::draw(const ViewRecord& view) {
   DrawnView drawn{seen.width, seen.height, seen.middle, {}, {}, seen.isFaceted};
   for (geometry::SeenCurve& entry : seen.curves)
     drawn.lines.strokes.push_back(strokeOf(std::move(entry), view.displayStyle == kWireframe));
-  finish(drawn, view, *shown, asked, seen);
+  finish(drawn, view, *asked, seen);
   return drawn;
 }
 
-void DrawnViews::finish(DrawnView& drawn, const ViewRecord& view, const ViewRecord& shown, const Asked& asked,
+void DrawnViews::finish(DrawnView& drawn, const ViewRecord& view, const Asked& asked,
                         const geometry::Seen& seen) const {
+  const ViewRecord& shown = *asked.shown;
   const bool isDetail = view.detailOf != 0;
   ViewLines& lines = drawn.lines;
   lines.hatches = hatchesOf(seen.cuts, *asked.parts);

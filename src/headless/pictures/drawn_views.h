@@ -64,6 +64,10 @@ class DrawnViews {
         unit_(unit),
         scale_(scale) {}
 
+  // Works out the lines of these views side by side, before each is drawn. What keeps one from being drawn is told
+  // when it is drawn.
+  void prepare(const std::vector<const ViewRecord*>& views);
+
   // A view that names a cross section is cut by it, but for a plane that it sees on its edge, which is a warning; one
   // that is seen on its edge has its cutting line in the first view of the model on the sheet that is cut by none. A
   // detail shows its circle of the view that it names, cut as that one. Hidden lines are there where the view shows
@@ -77,10 +81,10 @@ class DrawnViews {
   [[nodiscard]] std::wstring nameOf(const ViewRecord& view, const Model& model) const;
   [[nodiscard]] double scaleOf(const ViewRecord& view) const;
   [[nodiscard]] const ViewRecord* viewOf(int id) const;
-  // What is asked for it, and whether it is cut.
-  Asked ask(const ViewRecord& view, const ViewRecord& shown, const Model& model);
-  void finish(DrawnView& drawn, const ViewRecord& view, const ViewRecord& shown, const Asked& asked,
-              const geometry::Seen& seen) const;
+  // What is asked for it; nothing: its model isn't in memory, has no geometry or no scale.
+  std::optional<Asked> ask(const ViewRecord& view);
+  void cut(Asked& asked) const;
+  void finish(DrawnView& drawn, const ViewRecord& view, const Asked& asked, const geometry::Seen& seen) const;
   void addMarks(DrawnView& drawn, const ViewRecord& view, const Asked& asked, const geometry::FlatPoint& middle) const;
   void shorten(DrawnView& drawn, const ViewRecord& view) const;
   const Models& inMemory_;

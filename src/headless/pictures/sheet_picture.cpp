@@ -92,11 +92,14 @@ class Painter {
     part_ = SheetPart::views;
     DrawnViews views(sources_.models, models_, drawing_, picture_.width, picture_.height,
                      std::fabs(matrix_.scaleX) * unit_, sheet.scale);
-    for (const ViewRecord& entry : record.views) {
-      if (std::max(entry.sheet, 1) != number_) continue;
-      const auto drawn = views.draw(entry);
-      if (drawn) drawn_.emplace(&entry, Extent{drawn->middle, drawn->width, drawn->height});
-      view(entry, drawn);
+    std::vector<const ViewRecord*> own;
+    for (const ViewRecord& entry : record.views)
+      if (std::max(entry.sheet, 1) == number_) own.push_back(&entry);
+    views.prepare(own);
+    for (const ViewRecord* entry : own) {
+      const auto drawn = views.draw(*entry);
+      if (drawn) drawn_.emplace(entry, Extent{drawn->middle, drawn->width, drawn->height});
+      view(*entry, drawn);
     }
     for (const TableRecord& item : record.tables) {
       part_ = item.fromFormat ? SheetPart::format : SheetPart::tables;

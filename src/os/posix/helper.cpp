@@ -97,18 +97,26 @@ class RunningHelper : public Helper {
   RunningHelper(pid_t child, Descriptor wire) : child_(child), wire_(std::move(wire)) {}
   ~RunningHelper() override { end(); }
 
-  Result<std::string> ask(std::string_view request, std::chrono::milliseconds time) override {
+  std::error_code begin(std::string_view request, std::chrono::milliseconds time) override {
+    if (child_ == 0) return std::make_error_code(std::errc::broken_pipe);
+    deadline_ = Steady::now() + time;
+    const std::error_code error = wire().send(request);
+    if (error) end();
+    return error;
+  }
+  Result<std::string> answer() override {
     if (child_ == 0) return {{}, std::make_error_code(std::errc::broken_pipe)};
-    Wire wire(wire_.number());
-    wire.until(Steady::now() + time);
-    std::error_code error = wire.send(request);
-    Result<std::string> answer;
-    if (!error) answer = wire.receive();
-    if (error || answer.error) end();
-    return error ? Result<std::string>{{}, error} : std::move(answer);
+    Result<std::string> answer = wire().receive();
+    if (answer.error) end();
+    return answer;
   }
 
  private:
+  [[nodiscard]] Wire wire() const {
+    Wire wire(wire_.number());
+    wire.until(deadline_);
+    return wire;
+  }
   void end() {
     if (child_ == 0) return;
     ::kill(child_, SIGKILL);
@@ -119,6 +127,7 @@ class RunningHelper : public Helper {
 
   pid_t child_;
   Descriptor wire_;
+  Steady::time_point deadline_;
 };
 
 // How a helper begins: the wire is its standard input, what it prints goes nowhere, signals are as for any program, and

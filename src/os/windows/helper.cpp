@@ -112,18 +112,26 @@ class RunningHelper : public Helper {
       : process_(std::move(process)), job_(std::move(job)), pipe_(std::move(pipe)) {}
   ~RunningHelper() override { end(); }
 
-  Result<std::string> ask(std::string_view request, std::chrono::milliseconds time) override {
+  std::error_code begin(std::string_view request, std::chrono::milliseconds time) override {
+    if (!process_) return kBroken;
+    deadline_ = Steady::now() + time;
+    const std::error_code error = wire().send(request);
+    if (error) end();
+    return error;
+  }
+  Result<std::string> answer() override {
     if (!process_) return {{}, kBroken};
-    Wire wire(pipe_.get());
-    wire.until(Steady::now() + time);
-    std::error_code error = wire.send(request);
-    Result<std::string> answer;
-    if (!error) answer = wire.receive();
-    if (error || answer.error) end();
-    return error ? Result<std::string>{{}, error} : std::move(answer);
+    Result<std::string> answer = wire().receive();
+    if (answer.error) end();
+    return answer;
   }
 
  private:
+  [[nodiscard]] Wire wire() const {
+    Wire wire(pipe_.get());
+    wire.until(deadline_);
+    return wire;
+  }
   void end() {
     if (!process_) return;
     ::TerminateProcess(process_.get(), 1);
@@ -132,6 +140,7 @@ class RunningHelper : public Helper {
   }
 
   Handle process_, job_, pipe_;
+  Steady::time_point deadline_;
 };
 
 struct Ends {

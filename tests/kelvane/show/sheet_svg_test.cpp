@@ -182,6 +182,29 @@ TEST_F(SheetViews, HaveCirclesAndArcsInTheirPens) {
               HasSubstr(R"(stroke-width="0.25" stroke="#000" stroke-dasharray="3 0.75"/>)"));
 }
 
+// Three equal holes about a bore have a circle and lines to its middle; of two, and of a bore that ends a little before
+// its half, only their own axes are drawn.
+TEST_F(SheetViews, HaveCirclesThroughHolesAndAxesOfHalfBores) {
+  const auto hole = [](const char* diameter, const std::string& place) {
+    return R"(, {"type": "hole", "diameter": )" + std::string(diameter) + R"(, "placement": {"position": [)" + place +
+           ", 0]}}";
+  };
+  const auto front = [&](const std::string& holes) {
+    file("models/pin.prt.1",
+         R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [60, 60, 10]})" + holes + "]}}");
+    return shown(R"("name": "FRONT", "model": "PIN.prt", "scale": 1)");
+  };
+  const std::string two = hole("12", "30, 30") + hole("6", "50, 30") + hole("6", "20, 47.3205081"),
+                    three = two + hole("6", "20, 12.6794919");
+  const std::string circle = R"(<circle cx="110" cy="120" r="20" fill="none" stroke-width="0.25")";
+  EXPECT_THAT(front(three), AllOf(HasSubstr(circle), HasSubstr(R"(<line x1="125.5" y1="120" x2="134.5" y2="120")"),
+                                  Not(HasSubstr(R"(<line x1="130" y1="124.5")"))));
+  EXPECT_THAT(front(two), AllOf(Not(HasSubstr(circle)), HasSubstr(R"(<line x1="130" y1="124.5" x2="130" y2="115.5")")));
+  const std::string half = front(hole("40", "30, 60.25"));
+  EXPECT_THAT(
+      half, AllOf(HasSubstr(R"(<line x1="110" y1="112.75" x2="110" y2="86.75")"), Not(HasSubstr(R"(y1="89.75" x2)"))));
+}
+
 TEST_F(SheetViews, AreDrawnByFacetsWhereExactEdgesTakeTooLong) {
   const headless::geometry::ForeignPlaceGuard guard;
   headless::geometry::forgetSeen();

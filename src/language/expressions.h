@@ -29,7 +29,7 @@ class Effort {
   [[nodiscard]] bool givenUp() const { return work_ < 0; }
 
  private:
-  std::int64_t work_ = 4'000'000'000;
+  std::int64_t work_ = 4'000'000'000;  // steps, times the bytes that each may go over
   std::int64_t uncounted_ = 1'000'000'000;
 };
 

@@ -167,7 +167,7 @@ class ExpressionScan {
   std::size_t longestFrom(std::size_t from) {
     const std::size_t size = offsets_.size() - 1;
     if (!toEnd_) return matches(from, size) ? size : kNone;
-    for (std::size_t end = lastEndWorthTrying(from); end > from; --end)
+    for (std::size_t end = lastEndWorthTrying(from); end > from && !givenUp(); --end)
       if (endsCharacter(end) && matches(from, end)) return end;
     return kNone;
   }

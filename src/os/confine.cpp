@@ -231,7 +231,7 @@ std::error_code Confine::start(std::wstring_view program, std::wstring_view argu
 }
 
 std::error_code Confine::open(std::wstring_view path) {
-  return judgedProgram(kOpener, {}, L"open " + wide(machineBehindLinks(path)));
+  return judgedProgram(kSystemOpener, {}, L"open " + wide(machineBehindLinks(path)));
 }
 
 std::error_code Confine::ask(std::string_view address) {

@@ -81,7 +81,7 @@ class Confine : public Gate {
 // The name by which `--allow-run` grants macros and trail files.
 constexpr std::wstring_view kMacros = L"macros";
 // The name by which it grants that a file is shown by the system's program for it, on every system.
-constexpr std::wstring_view kOpener = L"xdg-open";
+constexpr std::wstring_view kSystemOpener = L"xdg-open";
 
 // What is done while it lives is the program's own work and no list's: unpacking a package, the server's client.
 // Nothing that a list's text decides alone may be done under it.

@@ -216,7 +216,8 @@ class Reader {
       if (!actions::findAttribute(action, name)) continue;
       mayOpen = true;
       if (valueOf(task, name) == L"true")
-        add(task, Permission::run, std::wstring(os::kOpener), "'" + text::toUtf8(name) + "': it opens what it wrote");
+        add(task, Permission::run, std::wstring(os::kSystemOpener),
+            "'" + text::toUtf8(name) + "': it opens what it wrote");
     }
     return mayOpen;
   }

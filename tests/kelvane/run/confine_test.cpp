@@ -339,7 +339,7 @@ TEST_F(RunConfine, TheUsersOwnFileConfinesFromTheStart) {
 TEST_F(RunConfine, WhatIsOpenedOnceItIsWrittenIsToldAsItIsAsked) {
   const std::string sheet = "folderFromModel='true' file='sheet' overwriteExisting='true' kerel='true' oaw=";
   const auto opened = [&](const std::string& is) {
-    return taskOf("writeListReport", "sel='9' overwrite='true' file='d:\\x.csv' openAfterCreation='" + is + "'") +
+    return taskOf("writeListReport", "sel='9' overwrite='true' file='x.csv' openAfterCreation='" + is + "'") +
            taskOf("writeInformationPDF", sheet + "'" + is + "'");
   };
   list("try.xml", opened("false"));

@@ -92,13 +92,15 @@ bool areEvenlySpread(const std::vector<const Round*>& holes, const HoleCircle& c
   return true;
 }
 
-// The circles through equal holes that are evenly spread about the axis of something else that is round.
+// The circles through equal holes that are evenly spread about the axis of something larger that is round; holes in
+// rows, where each stands in the middle of four others, have none.
 std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds) {
   std::map<const Round*, HoleCircle> found;
   for (const Round& middle : rounds) {
     std::vector<const Round*> open;
     for (const Round& round : rounds)
-      if (isWhole(round) && distance(round.centre, middle.centre) > round.edge.radius && !found.contains(&round))
+      if (round.edge.radius < middle.edge.radius - kSameLength && isWhole(round) &&
+          distance(round.centre, middle.centre) > round.edge.radius && !found.contains(&round))
         open.push_back(&round);
     while (!open.empty()) {
       const Round& first = *open.front();

@@ -200,6 +200,9 @@ TEST_F(SheetViews, HaveCirclesThroughHolesAndAxesOfHalfBores) {
   EXPECT_THAT(front(three), AllOf(HasSubstr(circle), HasSubstr(R"(<line x1="125.5" y1="120" x2="134.5" y2="120")"),
                                   Not(HasSubstr(R"(<line x1="130" y1="124.5")"))));
   EXPECT_THAT(front(two), AllOf(Not(HasSubstr(circle)), HasSubstr(R"(<line x1="130" y1="124.5" x2="130" y2="115.5")")));
+  std::string rows;
+  for (const char* place : {"30, 30", "50, 30", "10, 30", "30, 50", "30, 10"}) rows += hole("6", place);
+  EXPECT_THAT(front(rows), Not(HasSubstr(circle)));
   const std::string half = front(hole("40", "30, 60.25"));
   EXPECT_THAT(
       half, AllOf(HasSubstr(R"(<line x1="110" y1="112.75" x2="110" y2="86.75")"), Not(HasSubstr(R"(y1="89.75" x2)"))));

@@ -21,9 +21,13 @@ std::vector<RefusedCheckOut>& refused() {
 }
 
 void checkOutRow(ModelRows& rows, const documents::ServerWorkspace& workspace, const std::string& row) {
+  if (!workspace) return refused().push_back({row, {}});
   const creo::ProMdl model = documents::retrieveByFileName(row, creo::typeExtension(rowType(row)));
   core::creoLog(L"<KVD> sourceData - " + text::fromUtf8(row));
-  if (!model) return core::creoLog(L"<KVD> sourceData - Failure while use ProMdlRetrieve");
+  if (!model) {
+    refused().push_back({row, {}});
+    return core::creoLog(L"<KVD> sourceData - Failure while use ProMdlRetrieve");
+  }
   const auto status = statusOf(workspace, row);
   if (!status) {
     if (status.error != creo::ProNotFound) refused().push_back({row, {}});
@@ -48,7 +52,6 @@ const std::vector<RefusedCheckOut>& refusedCheckOuts() { return refused(); }
 void checkOutRows(ModelRows& rows) {
   refused().clear();
   const auto workspace = workspaceOrLine();
-  if (!workspace) return;
   const std::string& dialog = core::pluginState().dialogName;
   const auto names = creo::ProUITableRownamesGet(dialog, kModelTable);
   if (!rows.check(names.error, L"ProUITableRownamesGet")) return;

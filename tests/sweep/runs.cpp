@@ -56,17 +56,18 @@ const std::vector<Run>& runs() {
   static const std::vector<Run> all = {
       {"title_block", "title_block", kFew},
       {"drawing_check", "drawing_check", kFew},
-      {"audit", "audit", kFew},
+      {"audit", "audit", kFew, false, false, 3},
       {"inventory", "inventory", kFew},
-      {"repair", "repair", kFew},
-      {"standards", "standards", kFew},
-      {"clean_up", "clean_up", kFew},
-      {"raw_stock", "raw_stock", plus(kFew, {"--answer", "ORDER=4711", "--answer", "PRICES=http://prices.example"})},
+      {"repair", "repair", kFew, false, false, 2},
+      {"standards", "standards", kFew, false, false, 2},
+      {"clean_up", "clean_up", kFew, false, false, 3},
+      {"raw_stock", "raw_stock", plus(kFew, {"--answer", "ORDER=4711", "--answer", "PRICES=http://prices.example"}),
+       false, false, 2},
       {"drawing_office", "drawing_office", kFew, false, false, 5},
       // Pictures of sheets take most of its time: two solids and a drawing of one sheet pass every action of it.
       {"hand_over_solids", "hand_over", {"--select", "/^(KEY_DIN6885[.]PRT|OUTPUT_SHAFT[.]ASM)$/"}, false, true, 20},
       {"hand_over_drawing", "hand_over", {"--select", "SHAFT_OUT.DRW"}, false, true, 10},
-      {"release", "release", {"--check-out"}, true, true},
+      {"release", "release", {"--check-out"}, true, true, 2},
   };
   return all;
 }

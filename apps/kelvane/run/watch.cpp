@@ -110,8 +110,8 @@ void RunWatch::message(const std::wstring& text) {
   const bool isOfModels = text.starts_with(std::wstring(1, kModelsLetter) + L":\\");
   const bool isOfVault =
       std::any_of(vaults_.begin(), vaults_.end(), [&](const auto& vault) { return text.starts_with(vault); });
-  const bool isFault = isOfModels || text.starts_with(L"the view ");
-  const bool isTrouble = isFault || isOfVault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
+  const bool isFault = isOfModels || isOfVault || text.starts_with(L"the view ");
+  const bool isTrouble = isFault || text.starts_with(L"the vault ") || text.starts_with(L"import of ");
   if (isTrouble && tellTrouble(readable(text)) && isFault) ++faults_;
   // A call that failed while the table was filled: models may be missing in it. What can't be retrieved has its own
   // line.

@@ -274,9 +274,9 @@ class DxfWriter {
   // ---- dimensions: a block with what is drawn of each, and what it measures
 
   std::size_t styleFor(double scale) {
-    const auto found = std::ranges::find(parts_.scales, scale);
-    if (found == parts_.scales.end()) parts_.scales.push_back(scale);
-    return static_cast<std::size_t>(found - parts_.scales.begin());
+    const auto number = static_cast<std::size_t>(std::ranges::find(parts_.scales, scale) - parts_.scales.begin());
+    if (number == parts_.scales.size()) parts_.scales.push_back(scale);
+    return number;
   }
   std::string block(const SheetPicture& sheet, const SheetDimension& dimension) {
     DxfText outside = std::exchange(out_, {});

@@ -84,10 +84,12 @@ def crosses(a, b):
     return side(*a, b[0]) * side(*a, b[1]) < -1e-3 and side(*b, a[0]) * side(*b, a[1]) < -1e-3
 turned = [lines for kind, lines in boxes if kind == 0]
 print(sum(crosses(one[-1], line) for one in turned for other in turned if other is not one for line in other))
+named = {line.strip() for line in open("a.dxf") if line.startswith("KELVANE")}
+print(sorted(named - {style.dxf.name for style in drawing.dimstyles}))
 )");
   EXPECT_EQ(
       "0 0\nDIM 4 3.0 2x R3 1\nDIM 0 12.0 12.2/11.95 2\nDIM 0 25.0 25 ±0.3 2\nDIM 0 50.0 Ø50 h6 2\nDIM 0 50.0 50 2\n"
-      "DIM 0 60.0 (60) 2\nDIM 0 100.0 100 ±0.1 2\nDIM 3 30.0 Ø30 +0.021/0 1\nDIM 5 120.0 120° 2\n0\n",
+      "DIM 0 60.0 (60) 2\nDIM 0 100.0 100 ±0.1 2\nDIM 3 30.0 Ø30 +0.021/0 1\nDIM 5 120.0 120° 2\n0\n[]\n",
       answerTo("/usr/bin/python3 read.py"));
 }
 

@@ -38,7 +38,7 @@ std::vector<std::string> trustPackages(const SessionTrust& trust, const std::str
     faults.emplace_back(fault.what());
   }
   for (const auto& [name, source] : sourcesIn(trust.folder)) {
-    const std::string shown = work + "/packages/" + name;
+    const std::string shown = std::string(work).append("/packages/").append(name);
     std::error_code error;
     if (!fs::exists(nativePath(shown), error)) continue;
     // What is judged is what the plug-in gets, whatever becomes of its source.

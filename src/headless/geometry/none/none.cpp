@@ -43,6 +43,9 @@ Seen seen(const Sight& sight) {
   if (!sight.bodies.empty()) nothing.reason = kWithout;
   return nothing;
 }
+// There is nothing to work out beforehand.
+void seeAhead(const std::vector<Sight>&) {}
+void readyToSeeAhead() {}
 void forgetSeen() {}
 
 }  // namespace headless::geometry

@@ -30,7 +30,8 @@ std::string pen(double width, std::string_view color, std::string_view more) {
 Svg::Svg(double width, double height, std::string_view unit) {
   out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + svgNumber(width) + std::string(unit) + "\" height=\"" +
          svgNumber(height) + std::string(unit) + "\" viewBox=\"0 0 " + svgNumber(width) + " " + svgNumber(height) +
-         "\" style=\"max-width:100%;max-height:100vh\" font-family=\"Helvetica, Arial, Liberation Sans, FreeSans, sans-serif\">\n";
+         "\" style=\"max-width:100%;max-height:100vh\" font-family=\"Helvetica, Arial, Liberation Sans, FreeSans, "
+         "sans-serif\">\n";
 }
 
 void Svg::rectangle(double x, double y, double width, double height, std::string_view style) {

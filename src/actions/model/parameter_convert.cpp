@@ -147,12 +147,7 @@ std::optional<Saved> saved(const ProParameter& parameter) {
   const auto isTold = [](const Got<std::wstring>& text) { return text || text.error == ProNotFound; };
   if (!value || !isTold(description) || !isTold(units) || !range || !list) return std::nullopt;
   if (!designated && parameter.owner.type == ProItemType::model) return std::nullopt;  // others may have none
-  return Saved{parameter.id,
-               description.value,
-               units.value,
-               designated.value,
-               range.value || list.value,
-               value.value};
+  return Saved{parameter.id, description.value, units.value, designated.value, range.value || list.value, value.value};
 }
 
 bool isNumber(ProParamvalueType type) { return type == ProParamvalueType::real || type == ProParamvalueType::integer; }

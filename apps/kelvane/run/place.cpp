@@ -232,6 +232,8 @@ void takeGrants(RunPlace& place, const RunOptions& options, const std::string& c
   }
   place.beforehand = allBeforehand(place, options, configured);
   if (package.source) place.lacking = lackingOf(*package.source, place.beforehand);
+  // A run opens none of its reports behind it (SilentOpener).
+  std::erase(place.lacking, os::Need{os::Permission::run, std::wstring(os::kSystemOpener)});
   if (given.requireTrust && !place.lacking.empty())
     throw Fault(packageFileName(options.package) + " isn't trusted with " + optionsOf(place.lacking) +
                 "; 'kelvane trust' keeps grants");

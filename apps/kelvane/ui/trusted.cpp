@@ -11,6 +11,7 @@
 #include "kelvane/trust/grant_options.h"
 #include "kelvane/trust/needs.h"
 #include "kelvane/trust/store.h"
+#include "os/confine.h"
 
 namespace kelvane::view {
 namespace {
@@ -30,6 +31,7 @@ std::map<std::string, fs::path> sourcesIn(const std::string& folder) {
 }  // namespace
 
 std::vector<std::string> trustPackages(const SessionTrust& trust, const std::string& work, os::Grants& grants) {
+  const os::OwnWork ownWork;
   std::vector<std::string> faults;
   std::optional<TrustStore> store;
   try {

@@ -183,7 +183,7 @@ TEST_F(Undo, JournalsTellWhatRunsDidAndWhy) {
   EXPECT_THAT(kelvane({"runs", models(), "--json"}).out, HasSubstr(R"("of": "0002")"));
   const auto told = [this] { return kelvane({"runs", models()}).out; };
   EXPECT_THAT(told(), testing::ContainsRegex("0002 .*  fine; taken back by 0003\n"));
-  const std::string why = kelvane({"why", models() + "/kelvane.journal/0003", "PIN.PRT"}).out;
+  const std::string why = kelvane({"why", models() + "/kelvane.journal/0003", "GEAR.PRT"}).out;
   EXPECT_THAT(why, testing::ContainsRegex("run 0003: undo of 0002, .*\nyes  run 0003: took it back\n"));
   EXPECT_EQ(0, undo({"0003"}).code);
   EXPECT_THAT(told(), testing::ContainsRegex("0002 .*  fine\n0003 .*  fine; taken back by 0004\n"));

@@ -254,7 +254,7 @@ TEST_F(RunConfine, WhatTheProgramStandsOnIsNotWritten) {
   EXPECT_THAT(run("try", {"--confine", "--again"}).err, HasSubstr("Refused: write "));
 }
 
-// All that the example does stays within its package, the models and the temp folder, but for what is told beforehand.
+// All that the example does stays within its package, the models and the temp folder, but for what an answer names.
 TEST_F(RunConfine, ListsThatStayInTheirPlaceRunAsEver) {
   fs::remove_all(models());
   workspace();
@@ -265,7 +265,7 @@ TEST_F(RunConfine, ListsThatStayInTheirPlaceRunAsEver) {
     const Ended free = runExample(name, {"-n", "--again", "--select", "SHAFT*"});
     const Ended confined = runExample(name, {"-n", "--again", "--select", "SHAFT*", "--confine"});
     if (confined.err.find("Refused: ") != std::string::npos)
-      EXPECT_THAT(confined.err, HasSubstr(", which isn't granted and will be refused\n"));
+      EXPECT_THAT(confined.err, HasSubstr("(--allow-net=127.0.0.1:8000 isn't granted)\n"));
     else
       EXPECT_EQ(free.code, confined.code);
   }
@@ -347,8 +347,7 @@ TEST_F(RunConfine, WhatIsOpenedOnceItIsWrittenIsToldAsItIsAsked) {
   EXPECT_THAT(run("try", {"-n", "--confine"}).err, Not(HasSubstr("Refused: ")));
   list("try.xml", opened("true"));
   EXPECT_THAT(kelvane({"check", path("standards"), "--trust"}).out, HasSubstr("\n--confine --allow-run=xdg-open\n"));
-  EXPECT_THAT(run("try", {"-n", "--confine"}).err, HasSubstr("(--allow-run=xdg-open isn't granted)"));
-  EXPECT_THAT(run("try", {"-n", "--confine", "--allow-run=xdg-open"}).err, Not(HasSubstr("Refused: ")));
+  EXPECT_THAT(run("try", {"--confine"}).err, Not(HasSubstr("xdg-open"))) << "a run opens nothing behind it";
 }
 
 // A trigger's list is held as that of a run.

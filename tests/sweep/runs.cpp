@@ -65,7 +65,7 @@ const std::vector<Run>& runs() {
        false, false, 2},
       {"drawing_office", "drawing_office", kFew, false, false, 5},
       // Pictures of sheets take most of its time: two solids and a drawing of one sheet pass every action of it.
-      {"hand_over_solids", "hand_over", {"--select", "/^(KEY_DIN6885[.]PRT|OUTPUT_SHAFT[.]ASM)$/"}, false, true, 20},
+      {"hand_over_solids", "hand_over", {"--select", "/^(KEY_DIN6885[.]PRT|OUTPUT_SHAFT[.]ASM)$/"}, false, true, 100},
       {"hand_over_drawing", "hand_over", {"--select", "SHAFT_OUT.DRW"}, false, true, 10},
       {"release", "release", {"--check-out"}, true, true, 2},
   };

@@ -4,6 +4,7 @@
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProRaster.h"
+#include "creo/ProSession.h"
 #include "creo/ProWindow.h"
 #include "os/clock.h"
 #include "os/surroundings.h"
@@ -25,16 +26,26 @@ constexpr creo::ProRasterForm kForm = {.depth = creo::ProRasterDepth::bits24Colo
                                        .dotsPerInch = 600,
                                        .type = creo::ProRasterType::jpeg};
 
+// Another model is in the current window where none could be opened for this one.
+void tellOther(int window, creo::ProMdl model) {
+  const auto shown = creo::ProWindowMdlGet(window);
+  if (shown && shown.value != model)
+    core::logWrite(L"The picture is that of the current window, in which another model is", core::kWarning);
+}
+
 // The current window as a picture in the temporary folder, which goes with the object.
 class Picture {
  public:
-  Picture() : path_(os::withBackslashes(core::pluginState().tempPath) + L"pdf_image.jpg") {
+  explicit Picture(creo::ProMdl model) : path_(os::withBackslashes(core::pluginState().tempPath) + L"pdf_image.jpg") {
     os::files().remove(path_);
     const actions::SmallSurfacesGuard smallSurfaces;
     const auto window = creo::ProWindowCurrentGet();
     const creo::ProError result = window ? creo::ProRasterFileWrite(window.value, kForm, path_) : window.error;
     isWritten_ = result == creo::ProNoError;
-    if (isWritten_) return;
+    if (isWritten_) {
+      tellOther(window.value, model);
+      return;
+    }
     core::logMsgId(Message::exportCompleted, core::kNormal, 1);
     core::logMsgPlain(Message::jpgFailed, core::kError);
   }
@@ -50,9 +61,9 @@ class Picture {
 };
 
 // True: it stands there.
-bool drawPicture(Page& page) {
+bool drawPicture(Page& page, creo::ProMdl model) {
   tell(L"Create Image");
-  const Picture picture;
+  const Picture picture(model);
   core::logIndented(picture.path(), core::kNormal, 1);
   if (!picture.isWritten()) return false;
   const auto bytes = os::files().read(picture.path());
@@ -75,7 +86,7 @@ void headOfSheet(const Subject& subject) {
   page.cut(creo::ProMdlNameGet(subject.model).value, kNameSize, kMargin, top, dateX - kGap);
   page.cut(now, kRowSize, dateX, top, page.document().width());
   page.rule(page.height() - kRuleDown);
-  const bool hasPicture = subject.wants(L"image") && drawPicture(page);
+  const bool hasPicture = subject.wants(L"image") && drawPicture(page, subject.model);
   page.moveTo(page.height() - kFolderDown);
   const auto data = creo::ProMdlDataGet(subject.model);
   const double right = hasPicture ? page.document().width() - kPictureLeft - kGap : page.right();

@@ -85,8 +85,9 @@ class Asked {
 };
 
 // Most requests go to the first.
-std::array<Asked, 2>& programs() {
-  static std::array<Asked, 2> entries;
+constexpr std::size_t kPrograms = 2;
+std::array<Asked, kPrograms>& programs() {
+  static std::array<Asked, kPrograms> entries;
   return entries;
 }
 
@@ -105,14 +106,13 @@ ForeignAnswer askForeign(const std::string& request, std::chrono::milliseconds t
 std::vector<ForeignAnswer> askForeign(const std::vector<std::string>& requests, std::chrono::milliseconds time) {
   if (time <= std::chrono::milliseconds(0)) return {requests.size(), ForeignAnswer{ForeignEnd::late, {}, {}}};
   std::vector<ForeignAnswer> answers;
-  const std::size_t count = programs().size();
   const auto begin = [&](std::size_t i) {
-    if (i < requests.size()) programs().at(i % count).begin(requests[i], time);
+    if (i < requests.size()) programs().at(i % kPrograms).begin(requests[i], time);
   };
-  for (std::size_t i = 0; i < count; ++i) begin(i);
+  for (std::size_t i = 0; i < kPrograms; ++i) begin(i);
   for (std::size_t i = 0; i < requests.size(); ++i) {
-    answers.push_back(programs().at(i % count).answer(requests[i], time));
-    begin(i + count);
+    answers.push_back(programs().at(i % kPrograms).answer(requests[i], time));
+    begin(i + kPrograms);
   }
   return answers;
 }

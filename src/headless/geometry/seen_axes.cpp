@@ -65,7 +65,8 @@ struct HoleCircle {
 
 // To where the circle is; where it isn't, a little beyond its centre.
 void addCross(FlatJoiner& lines, const Round& round) {
-  const auto& [centre, edge] = round;
+  const FlatPoint& centre = round.centre;
+  const RoundEdge& edge = round.edge;
   const auto reach = [&edge](std::size_t quarter) {
     return (edge.isThere.at(quarter) ? edge.radius : 0) + beyond(edge.radius);
   };

@@ -83,6 +83,7 @@ double distance(const FlatPoint& a, const FlatPoint& b) { return lengthOf({a.x -
 // Are they as far from their neighbours as they would be side by side all around?
 bool areEvenlySpread(const std::vector<const Round*>& holes, const HoleCircle& circle) {
   std::vector<double> angles;
+  angles.reserve(holes.size());
   for (const Round* hole : holes)
     angles.push_back(std::atan2(hole->centre.y - circle.centre.y, hole->centre.x - circle.centre.x));
   std::ranges::sort(angles);
@@ -110,11 +111,11 @@ std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds)
         return !isSame(round->edge.radius, first.edge.radius) ||
                !isSame(distance(round->centre, middle.centre), circle.radius);
       };
-      const auto others = std::ranges::stable_partition(open, std::not_fn(isOther));
-      const std::vector<const Round*> equal(open.begin(), others.begin());
+      const auto others = std::stable_partition(open.begin(), open.end(), std::not_fn(isOther));
+      const std::vector<const Round*> equal(open.begin(), others);
       if (equal.size() >= kFewestOnCircle && areEvenlySpread(equal, circle))
         for (const Round* hole : equal) found[hole] = circle;
-      open.erase(open.begin(), others.begin());
+      open.erase(open.begin(), others);
     }
   }
   return found;

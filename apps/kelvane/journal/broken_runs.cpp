@@ -4,6 +4,7 @@
 #include "kelvane/journal/telling.h"
 
 namespace kelvane {
+
 std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& package, const std::string& list,
                                            const std::string& listSum) {
   std::set<std::string> finished, takenBack;

@@ -1,5 +1,6 @@
 // Parts that strangers made, from packages that the checks install: what they measure, how they are seen, and what of
 // them is handed on.
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -12,6 +13,7 @@
 #include "headless/pictures/shown_parts.h"
 #include "headless/session_fixture.h"
 #include "support/foreign_program.h"
+#include "support/step_file.h"
 
 namespace headless {
 namespace {
@@ -151,31 +153,103 @@ TEST_F(Strangers, AnAssemblysPartsMeasureWhatTheirShapesDo) {
   expectSeenWhole(whole, "as1");
 }
 
+struct Corner {
+  double x = 0, y = 0;
+  std::array<std::string, 2> points = {};  // above, below
+};
+using Corners = std::vector<Corner>;
+
+// A plate of 4 mm with hexagonal holes through it, as a STEP file of flat faces.
+class Honeycomb {
+ public:
+  static constexpr double kPitch = 5, kSide = 2, kThick = 4;
+
+  Honeycomb(int across, int up) : across_(across), up_(up) {
+    const std::string head = test::stepTetrahedron();
+    text_ = head.substr(0, head.find("#22="));
+    rim_ = corners({{0, 0}, {across * kPitch, 0}, {across * kPitch, up * kPitch}, {0, up * kPitch}});
+    for (int i = 0; i < across * up; ++i) addHole(kPitch * (i % across + 0.5), kPitch * (i / across + 0.5));
+    addSides(rim_, 1);
+    addLid(0, 1);
+    addLid(1, -1);
+  }
+  [[nodiscard]] std::string file() const {
+    return text_ + "#22=CLOSED_SHELL('',(" + faces_ + "));\nENDSEC;\nEND-ISO-10303-21;\n";
+  }
+  [[nodiscard]] double volume() const {
+    return kThick * across_ * up_ * (kPitch * kPitch - 1.5 * std::numbers::sqrt3 * kSide * kSide);
+  }
+
+ private:
+  std::string entity(const std::string& body) {
+    const std::string name = "#" + std::to_string(++last_);
+    text_ += name + "=" + body + ";\n";
+    return name;
+  }
+  std::string triple(const char* what, double x, double y, double z) {
+    const auto number = [](double value) { return std::to_string(value); };
+    return entity(what + ("('',(" + number(x) + ',' + number(y) + ',' + number(z)) + "))");
+  }
+  Corners corners(Corners all) {
+    for (Corner& corner : all)
+      for (const std::size_t below : {0U, 1U})
+        corner.points.at(below) = triple("CARTESIAN_POINT", corner.x, corner.y, below ? 0 : kThick);
+    return all;
+  }
+  std::string loop(const std::string& points) { return entity("POLY_LOOP('',(" + points + "))"); }
+  // bounds: the outer one first, a comma between them.
+  void face(const std::string& bounds, const std::string& at, const std::string& direction) {
+    const std::string plane =
+        entity("PLANE(''," + entity("AXIS2_PLACEMENT_3D(''," + at + "," + direction + ",$)") + ")");
+    faces_ += (faces_.empty() ? "" : ",") + entity("FACE_SURFACE('',(" + bounds + ")," + plane + ",.T.)");
+  }
+  // Upright faces about corners that go around counter-clockwise; side: 1 around material, -1 around a hole.
+  void addSides(const Corners& around, double side) {
+    for (std::size_t i = 0; i < around.size(); ++i) {
+      const Corner *a = &around[i], *b = &around[(i + 1) % around.size()];
+      const std::string out = triple("DIRECTION", side * (b->y - a->y), side * (a->x - b->x), 0);
+      if (side < 0) std::swap(a, b);
+      const std::string all = a->points[1] + "," + b->points[1] + "," + b->points[0] + "," + a->points[0];
+      face(entity("FACE_OUTER_BOUND(''," + loop(all) + ",.T.)"), a->points[0], out);
+    }
+  }
+  void addHole(double x, double y) {
+    Corners hexagon;
+    for (int k = 0; k < 6; ++k)
+      hexagon.push_back(
+          {x + kSide * std::cos(k * std::numbers::pi / 3), y + kSide * std::sin(k * std::numbers::pi / 3)});
+    holes_.push_back(corners(hexagon));
+    addSides(holes_.back(), -1);
+  }
+  void addLid(std::size_t below, double up) {
+    const auto bound = [&](const char* kind, const Corners& around, bool isTurned) {
+      std::string points;
+      for (std::size_t i = 0; i < around.size(); ++i)
+        points += (i ? "," : "") + around[isTurned ? around.size() - 1 - i : i].points[below];
+      return entity(kind + ("(''," + loop(points)) + ",.T.)");
+    };
+    std::string bounds = bound("FACE_OUTER_BOUND", rim_, up < 0);
+    for (const Corners& hole : holes_) bounds += "," + bound("FACE_BOUND", hole, up > 0);
+    face(bounds, rim_.front().points[below], triple("DIRECTION", 0, 0, up));
+  }
+
+  int across_, up_, last_ = 1000;
+  std::string text_, faces_;
+  Corners rim_;
+  std::vector<Corners> holes_;
+};
+
 // 3,006 faces: each hexagon that is seen has its six lines, or the picture is marked.
 TEST_F(Strangers, AHoneycombEndsAndIsRightOrMarked) {
-  constexpr int kAcross = 25, kUp = 20;
-  constexpr double kPitch = 5, kSide = 2, kThick = 4;
-  std::string primitives = R"({"type": "box", "size": [125, 100, 4]})";
-  for (int i = 0; i < kAcross * kUp; ++i) {
-    std::string profile;
-    for (int corner = 0; corner < 6; ++corner) {
-      const double angle = corner * std::numbers::pi / 3;
-      profile += (profile.empty() ? "[" : ", [") +
-                 std::to_string(kPitch * (i % kAcross + 0.5) + kSide * std::cos(angle)) + ", " +
-                 std::to_string(kPitch * (i / kAcross + 0.5) + kSide * std::sin(angle)) + "]";
-    }
-    primitives += R"(, {"type": "extrusion", "use": "cut", "length": 4, "profile": [)" + profile + "]}";
-  }
-  const ProMdl solid = part(primitives);
-  const double hexagon = 1.5 * std::numbers::sqrt3 * kSide * kSide;
-  const double volume = kThick * (kAcross * kUp * (kPitch * kPitch - hexagon));
-  EXPECT_NEAR(volume, ProSolidMassPropertyGet(solid).value.volume, 1e-6 * volume) << messages();
+  const Honeycomb comb(25, 20);
+  write("comb.stp", comb.file());
+  const ProMdl solid = import("comb.stp", L"COMB");
+  EXPECT_EQ("", messages());
+  EXPECT_NEAR(comb.volume(), ProSolidMassPropertyGet(solid).value.volume, 1e-6 * comb.volume());
   const Picture above = seen(solid, {});
-  EXPECT_TRUE(above.isMarked || above.lines == 6 * kAcross * kUp + 4) << above.lines;
+  EXPECT_TRUE(above.isMarked || above.lines == 6 * 25 * 20 + 4) << above.lines;
   EXPECT_NEAR(125, above.width, 1e-4);
-  ASSERT_EQ(ProNoError, ProIntf3DFileWriteWithDefaultProfile(solid, ProIntfFormat::step, L"d:\\comb"));
-  const ProMdl back = import("comb.stp", L"COMB");
-  EXPECT_NEAR(volume, ProSolidMassPropertyGet(back).value.volume, 1e-6 * volume);
+  expectHandedOn(solid, "comb", 1e-6);
 }
 
 }  // namespace

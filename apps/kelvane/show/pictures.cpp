@@ -8,6 +8,7 @@
 #include "headless/model/models.h"
 #include "headless/pictures/drawn_views.h"
 #include "headless/pictures/model_picture.h"
+#include "headless/pictures/view_cut.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "kelvane/show/model_folder.h"
@@ -98,6 +99,7 @@ Shown shownModel(headless::Session& session, creo::ProMdl handle, int sheet) {
   auto parts = headless::shownParts(sources.bodies, sources.models, model);
   if (!parts || parts.value.parts.empty()) refuseEmpty(model);
   shown.parts = std::move(parts.value);
+  shown.cut = headless::activeCut(sources.models, model, headless::kTrimetric);
   return shown;
 }
 
@@ -116,7 +118,7 @@ Shown shownLines(headless::Session& session, creo::ProMdl solid, PictureSize siz
 
 Image imageOf(const Shown& shown, PictureSize size) {
   if (!shown.sheets.empty()) return sheetsImage(shown.sheets, size);
-  return headless::shaded(shown.parts.parts, headless::kTrimetric, size.width, size.height);
+  return headless::shaded(shown.parts.parts, headless::kTrimetric, size.width, size.height, shown.cut);
 }
 
 void writePicture(const std::string& bytes, const std::string& file, Console& console) {

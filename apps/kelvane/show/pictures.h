@@ -1,6 +1,8 @@
-// Models as pictures: the sheets of a drawing, a solid looked at from the front, the right and above.
+// Models as pictures: the sheets of a drawing, a solid looked at from the front, the right and above, cut by its active
+// cross section.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,7 @@ PictureSize pictureSize(const std::string& text);
 struct Shown {
   std::vector<headless::SheetPicture> sheets;
   headless::ShownParts parts;
+  std::optional<headless::geometry::SightCut> cut = {};  // of the parts
 };
 // sheet: of a drawing that one, from 1; 0: all. A Fault: there is no such sheet, or nothing to show. Why a part can't
 // be shown is in the session's message area.

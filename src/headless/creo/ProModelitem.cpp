@@ -43,7 +43,7 @@ Got<std::wstring> ProModelitemDefaultnameGet(const ProModelitem& item) {
 
 ProError ProModelitemNameSet(const ProModelitem& item, const std::wstring& name) {
   return onModel("ProModelitemNameSet", item.owner,
-                 [&](State&, Model& m) { return headless::renameItem(m, item, name); });
+                 [&](State& state, Model& m) { return headless::renameItem(state.models, m, item, name); });
 }
 
 Got<ProModelitem> ProModelitemInit(ProMdl model, int id, ProItemType type) {

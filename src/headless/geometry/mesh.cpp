@@ -24,6 +24,12 @@ MeshPoint meshPoint(const gp_XYZ& v) {
   return {static_cast<float>(v.X()), static_cast<float>(v.Y()), static_cast<float>(v.Z())};
 }
 
+std::size_t trianglesOf(const TopoDS_Face& face) {
+  TopLoc_Location location;
+  const Handle(Poly_Triangulation) triangles = BRep_Tool::Triangulation(face, location);
+  return triangles.IsNull() ? 0 : static_cast<std::size_t>(triangles->NbTriangles());
+}
+
 class Maker {
  public:
   // Each edge lies on two faces, and is taken from the first.
@@ -97,6 +103,9 @@ Mesh mesh(const Body& body, double deflection, double turn) {
     const TopoDS_Shape copy = BRepBuilderAPI_Copy(body.shape, false, false).Shape();
     const BRepMesh_IncrementalMesh meshed(copy, deflection > 0 ? deflection : 0.1, false, turn, false);
     for (TopExp_Explorer at(copy, TopAbs_FACE); at.More(); at.Next()) maker.take(TopoDS::Face(at.Current()));
+    maker.mesh.closed = maker.mesh.triangles.size();
+    for (TopExp_Explorer at(copy, TopAbs_FACE, TopAbs_SOLID); at.More(); at.Next())
+      maker.mesh.closed -= trianglesOf(TopoDS::Face(at.Current()));
   });
   return std::move(maker.mesh);
 }

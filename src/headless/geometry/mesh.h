@@ -16,6 +16,7 @@ struct Mesh {
   std::vector<MeshPoint> normals;                       // of the points, out of the body, of length 1
   std::vector<int> faces;                               // of the points: the number of the face in faces(), from 1
   std::vector<std::array<std::uint32_t, 3>> triangles;  // of points, counter-clockwise from outside
+  std::size_t closed = 0;                               // of the triangles, the first: those of solids, not of quilts
   std::vector<std::array<MeshPoint, 2>> edges;          // straight pieces of the edges between faces
 };
 // deflection: how far a triangle may be off its face, in the body's units; turn: between neighbouring triangles of a

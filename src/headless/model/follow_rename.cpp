@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "headless/model/away.h"
+#include "headless/model/drawing.h"
 #include "headless/model/models.h"
 #include "headless/store/folder.h"
 #include "text/encoding.h"
@@ -135,6 +136,20 @@ void followRename(Models& models, const RenamedModel& renamed) {
     user.touch(nullptr);
   }
   models.countUsesAnew();
+}
+
+void followSectionRename(Models& models, const Model& solid, const std::string& before, const std::string& now) {
+  for (const Model* model : models.all()) {
+    if (!hasSheets(model->type()) || !maySpeakOf(*model, solid.name, solid.type())) continue;
+    if (!models.bringBack(*model).empty()) continue;
+    bool follows = false;
+    for (ViewRecord& view : model->document->record.views) {
+      if (!sameName(view.section, before) || !isLabelOf(view.model, solid.name, solid.type())) continue;
+      view.section = now;
+      follows = true;
+    }
+    if (follows) model->document->touch(nullptr);
+  }
 }
 
 }  // namespace headless

@@ -7,6 +7,7 @@
 
 namespace headless {
 
+struct Model;  // model.h
 class Models;  // models.h
 
 // Names in upper case.
@@ -21,6 +22,8 @@ bool followRename(ModelRecord& record, creo::ProMdlType user, const RenamedModel
 // The same for the models in memory that use it, with what they are counted by, and for the model that a drawing's
 // texts are about.
 void followRename(Models& models, const RenamedModel& renamed);
+// A cross section of a solid has another name: the views that it cuts follow, of drawings in memory.
+void followSectionRename(Models& models, const Model& solid, const std::string& before, const std::string& now);
 // Components called `before` become `now`, as documents write names ("NAME<GENERIC>"), and columns of the family table
 // that are called by them follow. False: there is none.
 bool replaceComponents(ModelRecord& record, creo::ProMdlType beforeType, const std::string& before,

@@ -8,6 +8,7 @@
 #include "headless/model/datums.h"
 #include "headless/model/family.h"
 #include "headless/model/features.h"
+#include "headless/model/follow_rename.h"
 #include "headless/model/layers.h"
 #include "headless/model/materials.h"
 #include "headless/model/parameters.h"
@@ -164,7 +165,7 @@ Got<ProModelitem> itemNamed(const Model& model, ProItemType type, const std::wst
   return creo::ProNotFound;
 }
 
-creo::ProError renameItem(const Model& model, const ProModelitem& item, const std::wstring& name) {
+creo::ProError renameItem(Models& models, const Model& model, const ProModelitem& item, const std::wstring& name) {
   if (name.empty() || !text::fits(name, text::kNameSize)) return creo::ProBadInputs;
   std::string* present = nameOf(model.document->record, item);
   if (!present) return namedItems(model, item.type).empty() ? creo::ProBadInputs : creo::ProNotFound;
@@ -177,6 +178,7 @@ creo::ProError renameItem(const Model& model, const ProModelitem& item, const st
   const std::string former = std::exchange(*present, text::toUtf8(name));
   if (item.type == ProItemType::layer) layerRenamed(model.document->record, former, *present);
   replaceReferences(model, item.type, former, *present);
+  if (item.type == ProItemType::crossSection) followSectionRename(models, model, former, *present);
   model.document->touch(nullptr);
   return creo::ProNoError;
 }

@@ -9,6 +9,8 @@
 
 namespace headless {
 
+class Models;  // models.h
+
 // The named things of one type in a model: its layers, views, states, cross sections, features, dimensions, materials.
 struct NamedItem {
   int id = 0;
@@ -22,7 +24,7 @@ creo::Got<std::wstring> itemName(const Model& model, const creo::ProModelitem& i
 creo::Got<creo::ProModelitem> itemNamed(const Model& model, creo::ProItemType type, const std::wstring& name);
 
 // As ProModelitemNameSet.
-creo::ProError renameItem(const Model& model, const creo::ProModelitem& item, const std::wstring& name);
+creo::ProError renameItem(Models& models, const Model& model, const creo::ProModelitem& item, const std::wstring& name);
 
 // The current material as the part's materials spell it; empty where none is set. An instance may have its own.
 std::wstring currentMaterial(const Model& model);

@@ -13,12 +13,13 @@ namespace headless {
 // The most dots an edge of a picture may have.
 constexpr int kMostDots = 10'000;
 
-// A solid shaded, as its active view turns it; without one from the front, the right and above. ProGeneralError with a
-// line of the message area: there is no geometry to show, or a body can't be built.
+// A solid shaded, as its active view turns it; without one from the front, the right and above. It is cut by its active
+// cross section. ProGeneralError with a line of the message area: there is no geometry to show, or a body can't be
+// built.
 creo::Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int width, int height);
 
-// The edges of a solid on paper of that size in mm, which they fill but for a margin. hidden: those that lie behind
-// faces are there too. Failures as above; edges that had to be facets' have a line of the message area.
+// The edges of a solid, cut likewise, on paper of that size in mm, which they fill but for a margin. hidden: those that
+// lie behind faces are there too. Failures as above; edges that had to be facets' have a line of the message area.
 creo::Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, const creo::ProTransform& screen,
                                    double width, double height, bool hidden);
 

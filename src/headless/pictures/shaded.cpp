@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "headless/pictures/shaded_cut.h"
+
 namespace headless {
 
 using creo::ProTransform;
@@ -25,6 +27,10 @@ using Point = ScreenPoint;
 using Box = ScreenBox;
 
 ProVector vectorOf(const std::array<float, 3>& v) { return {v[0], v[1], v[2]}; }
+Point onScreen(const ProVector& v, const ProTransform& view) {
+  return {static_cast<float>(dot(view.xAxis, v)), static_cast<float>(dot(view.yAxis, v)),
+          static_cast<float>(dot(view.zAxis, v))};
+}
 
 // A part turned to the screen, still in the model's units.
 struct Turned {
@@ -38,13 +44,15 @@ class Canvas {
       : image_(width, height, kBackground),
         depth_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), -HUGE_VALF) {}
 
-  // colors: of the three corners.
-  void triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity);
-  void line(const Point& from, const Point& to);
+  // colors: of the three corners. cut, here and below: only what doesn't lie before it; null: all.
+  void triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity,
+                const CutDepth* cut);
+  // lift: towards the viewer.
+  void line(const Point& from, const Point& to, float lift, const CutDepth* cut);
+  void put(int x, int y, float z, const std::array<float, 3>& color, float opacity);
   Image image_;
 
  private:
-  void put(int x, int y, float z, const std::array<float, 3>& color, float opacity);
   float& depth(int x, int y) {
     return depth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.width) + static_cast<std::size_t>(x)];
   }
@@ -60,10 +68,11 @@ void Canvas::put(int x, int y, float z, const std::array<float, 3>& color, float
         std::clamp(color[i] * 255 * opacity + static_cast<float>(dot[i]) * (1 - opacity), 0.0F, 255.0F));
 }
 
-void Canvas::triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity) {
+void Canvas::triangle(const std::array<Point, 3>& p, const std::array<std::array<float, 3>, 3>& colors, float opacity,
+                      const CutDepth* cut) {
   eachDot(p, image_.width, image_.height, [&](int x, int y, const std::array<float, 3>& share) {
     const float z = share[0] * p[0].z + share[1] * p[1].z + share[2] * p[2].z;
-    if (z <= depth(x, y)) return;
+    if (z <= depth(x, y) || (cut && cut->isBefore(x, y, z))) return;
     std::array<float, 3> color{};
     for (std::size_t i = 0; i < 3; ++i)
       color[i] = share[0] * colors[0][i] + share[1] * colors[1][i] + share[2] * colors[2][i];
@@ -71,16 +80,18 @@ void Canvas::triangle(const std::array<Point, 3>& p, const std::array<std::array
   });
 }
 
-void Canvas::line(const Point& from, const Point& to) {
+void Canvas::line(const Point& from, const Point& to, float lift, const CutDepth* cut) {
   const float length = std::max(std::abs(to.x - from.x), std::abs(to.y - from.y));
   const int steps = std::max(1, static_cast<int>(std::ceil(length)));
   const std::array<float, 3> color{kEdge[0] / 255.0F, kEdge[1] / 255.0F, kEdge[2] / 255.0F};
   for (int i = 0; i <= steps; ++i) {
     const float t = static_cast<float>(i) / static_cast<float>(steps);
     const int x = static_cast<int>(from.x + t * (to.x - from.x)), y = static_cast<int>(from.y + t * (to.y - from.y));
+    const float z = from.z + t * (to.z - from.z);
+    if (cut && cut->isBefore(x, y, z)) continue;
     for (const auto& [dx, dy] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}})
       if (x + dx >= 0 && x + dx < image_.width && y + dy >= 0 && y + dy < image_.height)
-        put(x + dx, y + dy, from.z + t * (to.z - from.z), color, 1);
+        put(x + dx, y + dy, z + lift, color, 1);
   }
 }
 
@@ -94,12 +105,8 @@ Turned turnedPart(const ShadedPart& part, const ProTransform& view, Box& box) {
   return turned;
 }
 
-// The colour of a face that looks that way: its own, lit; both sides are lit alike.
-std::array<float, 3> lit(const ShadedPart& part, std::size_t point, const ProTransform& view) {
-  const auto own = part.faceColors.find(part.mesh->faces[point]);
-  const std::array<double, 3>& face = own == part.faceColors.end() ? part.color : own->second;
-  const std::array<float, 3>& normal = part.mesh->normals[point];
-  ProVector n = creo::transformVector(part.place, vectorOf(normal));
+// A colour on a face that looks that way, lit; both sides are lit alike.
+std::array<float, 3> lit(const std::array<double, 3>& face, ProVector n, const ProTransform& view) {
   n = {dot(view.xAxis, n), dot(view.yAxis, n), dot(view.zAxis, n)};
   if (n.z < 0) n = {-n.x, -n.y, -n.z};
   const double light = kAmbient + kDiffuse * std::max(0.0, dot(n, kLight));
@@ -107,6 +114,11 @@ std::array<float, 3> lit(const ShadedPart& part, std::size_t point, const ProTra
   std::array<float, 3> color{};
   for (std::size_t i = 0; i < 3; ++i) color[i] = static_cast<float>(std::min(1.0, face[i] * light + gloss));
   return color;
+}
+std::array<float, 3> lit(const ShadedPart& part, std::size_t point, const ProTransform& view) {
+  const auto own = part.faceColors.find(part.mesh->faces[point]);
+  return lit(own == part.faceColors.end() ? part.color : own->second,
+             creo::transformVector(part.place, vectorOf(part.mesh->normals[point])), view);
 }
 
 // From the model's units to dots.
@@ -121,42 +133,57 @@ struct Fit {
   [[nodiscard]] Point dots(const Point& p) const { return {x + scale * p.x, y - scale * p.y, scale * p.z}; }
 };
 
-void drawFaces(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view) {
+float opacityOf(const ShadedPart& part) { return static_cast<float>(1 - std::clamp(part.transparency, 0.0, 1.0)); }
+
+void drawFaces(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view, const CutDepth* cut) {
   const geometry::Mesh& mesh = *turned.part->mesh;
   std::vector<std::array<float, 3>> colors;
   colors.reserve(mesh.normals.size());
   for (std::size_t i = 0; i < mesh.normals.size(); ++i) colors.push_back(lit(*turned.part, i, view));
-  const auto opacity = static_cast<float>(1 - std::clamp(turned.part->transparency, 0.0, 1.0));
+  const float opacity = opacityOf(*turned.part);
   for (const auto& [a, b, c] : mesh.triangles) {
     const std::array<Point, 3> corners{fit.dots(turned.points[a]), fit.dots(turned.points[b]),
                                        fit.dots(turned.points[c])};
     if (isFinite(corners[0]) && isFinite(corners[1]) && isFinite(corners[2]))
-      canvas.triangle(corners, {colors[a], colors[b], colors[c]}, opacity);
+      canvas.triangle(corners, {colors[a], colors[b], colors[c]}, opacity, cut);
   }
 }
 
-void drawEdges(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view, float lift) {
-  const auto at = [&](const geometry::MeshPoint& point) {
-    Point dots = fit.dots(onScreen(*turned.part, point, view));
-    dots.z += lift;
-    return dots;
-  };
+void drawEdges(Canvas& canvas, const Turned& turned, const Fit& fit, const ProTransform& view, float lift,
+               const CutDepth* cut) {
+  const auto at = [&](const geometry::MeshPoint& point) { return fit.dots(onScreen(*turned.part, point, view)); };
   for (const auto& [from, to] : turned.part->mesh->edges) {
     const Point a = at(from), b = at(to);
-    if (isFinite(a) && isFinite(b)) canvas.line(a, b);
+    if (isFinite(a) && isFinite(b)) canvas.line(a, b, lift, cut);
   }
+}
+
+// What is cut of a part's solids, with its outline.
+void drawCut(Canvas& canvas, const Turned& turned, const Fit& fit, const std::array<float, 3>& color, float lift,
+             const CutDepth& cut) {
+  const geometry::Mesh& mesh = *turned.part->mesh;
+  Box box;
+  for (const Point& point : turned.points) box.take(fit.dots(point));
+  if (box.isEmpty()) return;
+  CutMaterial material(cut, box, canvas.image_.width, canvas.image_.height);
+  for (std::size_t i = 0; i < mesh.closed; ++i) {
+    const auto& [a, b, c] = mesh.triangles[i];
+    material.take({fit.dots(turned.points[a]), fit.dots(turned.points[b]), fit.dots(turned.points[c])});
+  }
+  const float opacity = opacityOf(*turned.part);
+  material.eachDot([&](int x, int y) { canvas.put(x, y, cut.at(x, y), color, opacity); });
+  for (const auto& [from, to] : material.outline()) canvas.line(from, to, lift, nullptr);
 }
 
 }  // namespace
 
 ScreenPoint onScreen(const ShadedPart& part, const geometry::MeshPoint& point, const ProTransform& view) {
   const ProVector p = vectorOf(point);
-  const ProVector there = creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale});
-  return {static_cast<float>(dot(view.xAxis, there)), static_cast<float>(dot(view.yAxis, there)),
-          static_cast<float>(dot(view.zAxis, there))};
+  return onScreen(creo::transformPoint(part.place, {p.x * part.scale, p.y * part.scale, p.z * part.scale}), view);
 }
 
-Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int width, int height) {
+Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int width, int height,
+             const std::optional<geometry::SightCut>& cut) {
   // Drawn at twice the size, so that edges are smooth; a very large picture has dots enough, and memory has an end.
   const int fine = static_cast<double>(width) * height <= kMostFineDots ? 2 : 1;
   Canvas canvas(fine * width, fine * height);
@@ -167,12 +194,17 @@ Image shaded(const std::vector<ShadedPart>& parts, const ProTransform& view, int
   for (const ShadedPart& part : parts) turned.push_back(turnedPart(part, view, box));
   if (box.isEmpty()) return finished();
   const Fit fit(box, fine * width, fine * height);
+  const float size = box.size() * fit.scale, lift = kEdgeLift * size;
+  std::optional<CutDepth> depth;
+  if (cut) depth.emplace(fit.dots(onScreen(cut->point, view)), onScreen(cut->normal, view), size);
+  const CutDepth* const bound = depth ? &*depth : nullptr;
   // What can be seen through is drawn over what can't.
   std::stable_sort(turned.begin(), turned.end(),
                    [](const Turned& a, const Turned& b) { return a.part->transparency < b.part->transparency; });
   for (const Turned& entry : turned) {
-    if (entry.part->transparency <= 0) drawEdges(canvas, entry, fit, view, kEdgeLift * box.size() * fit.scale);
-    drawFaces(canvas, entry, fit, view);
+    if (entry.part->transparency <= 0) drawEdges(canvas, entry, fit, view, lift, bound);
+    if (cut) drawCut(canvas, entry, fit, lit(entry.part->color, cut->normal, view), lift, *depth);
+    drawFaces(canvas, entry, fit, view, bound);
   }
   return finished();
 }

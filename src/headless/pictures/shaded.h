@@ -7,6 +7,7 @@
 
 #include "creo/ProTransform.h"
 #include "headless/geometry/mesh.h"
+#include "headless/geometry/sight.h"
 #include "headless/pictures/image.h"
 #include "headless/pictures/raster.h"
 
@@ -26,7 +27,9 @@ struct ShadedPart {
 ScreenPoint onScreen(const ShadedPart& part, const geometry::MeshPoint& point, const creo::ProTransform& view);
 
 // view: the axes of the screen in the model's coordinates, x to the right, y up, z to the viewer; the picture shows
-// everything, in the middle, with a margin. No triangle: the background alone.
-Image shaded(const std::vector<ShadedPart>& parts, const creo::ProTransform& view, int width, int height);
+// everything, in the middle, with a margin. No triangle: the background alone. cut: what lies before this plane, whose
+// normal leads to the viewer, isn't there; cut material has its part's colour. Nothing moves or grows by a cut.
+Image shaded(const std::vector<ShadedPart>& parts, const creo::ProTransform& view, int width, int height,
+             const std::optional<geometry::SightCut>& cut = {});
 
 }  // namespace headless

@@ -80,7 +80,7 @@ class Dimensioner {
         room_(picture, kMargin),
         picture_(picture) {
     for (const DimensionedView& view : views_)
-      if (view.sheet == sheet_) room_.addView(outlineOf(view));
+      if (isDrawnHere(view)) room_.addView(outlineOf(view));
     for (const FlatBox& box : otherViews) room_.addView(box);
     room_.addMarks();
   }
@@ -91,9 +91,15 @@ class Dimensioner {
       if (item.wish.position) item.wish.position = toSheet(*item.wish.position);
       const bool isOff = item.wish.position && !isOnSheet(*item.wish.position);
       if (isOff) item.wish.position.reset();
-      auto shown = find(item);
+      // All sheets must find the same one, or each leaves it to another.
+      auto shown = find(item, [](const DimensionedView&) { return true; });
       if (!shown && homeOf(item) == sheet_) leave(item, L"no view shows what it measures");
       if (!shown || shown->view->sheet != sheet_) continue;
+      if (!shown->view->isDrawn) {
+        shown = find(item, [this](const DimensionedView& view) { return isDrawnHere(view); });
+        if (!shown) leave(item, L"the view that shows it isn't drawn");
+        if (!shown) continue;
+      }
       if (isOff) warn(item.name, L"isn't put where it should be", L"that is off the sheet");
       shownHere.emplace_back(std::move(item), std::move(*shown));
     }
@@ -109,6 +115,9 @@ class Dimensioner {
   }
 
  private:
+  using ViewChoice = creo::FunctionRef<bool(const DimensionedView&)>;
+
+  [[nodiscard]] bool isDrawnHere(const DimensionedView& view) const { return view.sheet == sheet_ && view.isDrawn; }
   [[nodiscard]] bool isOnSheet(const FlatPoint& p) const {
     return p.x >= 0 && p.y >= 0 && p.x <= picture_.width && p.y <= picture_.height;
   }
@@ -177,22 +186,24 @@ class Dimensioner {
     return box;
   }
 
-  std::optional<Shown> find(const Item& item) const {
+  std::optional<Shown> find(const Item& item, const ViewChoice& mayShow) const {
     std::set<const Model*> tried;
     for (const DimensionedView& view : views_) {
       if ((item.model && view.model != item.model) || !tried.insert(view.model).second) continue;
       auto anchors = item.model ? anchorsOf(*view.model, *item.record, item.value)
                                 : anchorsOf(*view.model, item.value, item.record->angular);
       for (DimensionAnchor& anchor : anchors)
-        if (const DimensionedView* seen = viewOf(item, *view.model, anchor)) return Shown{seen, std::move(anchor)};
+        if (const DimensionedView* seen = viewOf(item, *view.model, anchor, mayShow))
+          return Shown{seen, std::move(anchor)};
     }
     return std::nullopt;
   }
-  const DimensionedView* viewOf(const Item& item, const Model& model, const DimensionAnchor& anchor) const {
+  const DimensionedView* viewOf(const Item& item, const Model& model, const DimensionAnchor& anchor,
+                                const ViewChoice& mayShow) const {
     for (const bool isSecondChoice : {false, true})
       for (const DimensionedView& view : views_) {
         const bool isMeant = item.wish.view == 0 || view.view->id == item.wish.view;
-        if (view.model == &model && isMeant && sees(view, anchor, isSecondChoice)) return &view;
+        if (view.model == &model && isMeant && mayShow(view) && sees(view, anchor, isSecondChoice)) return &view;
       }
     return nullptr;
   }

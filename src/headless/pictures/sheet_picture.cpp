@@ -126,12 +126,13 @@ class Painter {
       const SheetRecord* sheet = sheetOf(*drawing_.document, number);
       const auto plane = sheet ? planeOf(sources_.models, entry, sheet->scale) : std::nullopt;
       const auto drawn = drawn_.find(&entry);
-      if (!plane || (number == number_ && drawn == drawn_.end())) continue;
+      if (!plane) continue;
       const auto box = sources_.bodies.outline(*plane->model, toScreen(plane->screen));
       if (!box) continue;
       const double scale = plane->scale;
       DimensionedView view{
           .view = &entry, .model = plane->model, .screen = plane->screen, .scale = scale, .sheet = number};
+      view.isDrawn = number != number_ || drawn != drawn_.end();
       view.middle = {(box.value.min.x + box.value.max.x) / 2 * scale, (box.value.min.y + box.value.max.y) / 2 * scale};
       view.place = {x(entry.position.x), y(entry.position.y)};
       view.width = (box.value.max.x - box.value.min.x) * scale;

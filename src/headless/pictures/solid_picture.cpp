@@ -50,17 +50,6 @@ geometry::FlatBox boxOf(const geometry::Sight& sight) {
   return box;
 }
 
-// By the cross section that is active, if one is.
-void cutAsActive(const PictureSources& sources, const Model& solid, geometry::Sight& sight) {
-  const std::string& active = solid.document->record.activeCrossSection;
-  if (active.empty()) return;
-  const SectionPlane plane = sectionPlane(solid, active);
-  if (plane.cut) sight.cut = towardsViewer(*plane.cut, sight.screen);
-  if (!sight.cut)
-    sources.models.message(text::format(L"warning: %s.%s isn't cut: %s", solid.name, creo::typeExtension(solid.type()),
-                                        plane.cut ? std::wstring(L"it sees the plane on its edge") : plane.fault));
-}
-
 }  // namespace
 
 Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int width, int height) {
@@ -68,7 +57,8 @@ Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int w
   const bool isEmpty = parts.value.parts.empty();
   const auto shown = unlessEmpty(sources, solid, std::move(parts), isEmpty);
   if (!shown) return shown.error;
-  return shaded(shown.value.parts, activeOrientation(solid.document->record), width, height);
+  const creo::ProTransform screen = activeOrientation(solid.document->record);
+  return shaded(shown.value.parts, screen, width, height, activeCut(sources.models, solid, screen));
 }
 
 Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, const creo::ProTransform& screen,
@@ -79,7 +69,7 @@ Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, 
   if (!bodies) return bodies.error;
   geometry::Sight sight{.bodies = bodies.value.bodies, .screen = screen, .hidden = hidden};
   const geometry::FlatBox box = boxOf(sight);
-  cutAsActive(sources, solid, sight);
+  sight.cut = activeCut(sources.models, solid, screen);
   SheetPicture paper;
   paper.width = width;
   paper.height = height;

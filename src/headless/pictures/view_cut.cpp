@@ -4,6 +4,7 @@
 
 #include "headless/model/datums.h"
 #include "headless/model/measures.h"
+#include "headless/model/models.h"
 #include "headless/model/placed.h"
 #include "headless/model/records.h"
 #include "headless/store/names.h"
@@ -65,6 +66,17 @@ std::optional<SightCut> towardsViewer(SightCut cut, const ProTransform& screen) 
   const double towards = dot(cut.normal, screen.zAxis);
   if (std::fabs(towards) < kOnEdge) return std::nullopt;
   if (towards < 0) cut.normal = {-cut.normal.x, -cut.normal.y, -cut.normal.z};
+  return cut;
+}
+
+std::optional<SightCut> activeCut(const Models& models, const Model& solid, const ProTransform& screen) {
+  const std::string& active = solid.document->record.activeCrossSection;
+  if (active.empty()) return std::nullopt;
+  const SectionPlane plane = sectionPlane(solid, active);
+  auto cut = plane.cut ? towardsViewer(*plane.cut, screen) : std::nullopt;
+  if (!cut)
+    models.message(text::format(L"warning: %s.%s isn't cut: %s", solid.name, creo::typeExtension(solid.type()),
+                                plane.cut ? std::wstring(L"it sees the plane on its edge") : plane.fault));
   return cut;
 }
 

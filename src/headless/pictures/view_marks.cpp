@@ -19,6 +19,7 @@ constexpr double kBeyond = 8;                 // mm of a cutting line beyond its
 constexpr double kEnd = 6, kArrow = 8;        // its wide ends; its arrows
 constexpr double kHead = 3.5, kSlope = 0.25;  // of an arrow: length, and half its width for each mm of it
 constexpr double kLetter = 5;                 // mm from a line to a letter's middle
+constexpr double kUpon = 0.1;                 // mm by which lines may be apart and count as one
 constexpr double kGap = 3;                    // mm between the lines of a break
 constexpr double kOver = 2;                   // mm of such a line beyond the view
 
@@ -104,6 +105,14 @@ void addCuttingLine(ViewLines& lines, const FlatPoint& at, const FlatPoint& alon
   const FlatPoint foot = ahead(at, along, away);
   const double reach = (std::fabs(along.x) * width + std::fabs(along.y) * height) / 2 + kBeyond;
   const FlatPoint ends[] = {ahead(foot, along, -reach), ahead(foot, along, reach)};
+  std::erase_if(lines.strokes, [&](const SheetStroke& stroke) {
+    const auto* axis = stroke.pen.kind == LineKind::axis ? std::get_if<geometry::FlatLine>(&stroke.curve) : nullptr;
+    const auto isUnder = [&](const FlatPoint& p) {
+      return std::fabs((p.x - foot.x) * along.y - (p.y - foot.y) * along.x) < kUpon &&
+             std::fabs((p.x - foot.x) * along.x + (p.y - foot.y) * along.y) <= reach;
+    };
+    return axis && isUnder(axis->from) && isUnder(axis->to);
+  });
   addLine(lines, ahead(ends[0], along, kEnd), ahead(ends[1], along, -kEnd), LineKind::axis);
   for (const auto& [end, inwards] : {std::pair(ends[0], 1.0), {ends[1], -1.0}}) {
     addLine(lines, end, ahead(end, along, inwards * kEnd), LineKind::visible);

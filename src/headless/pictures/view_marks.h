@@ -24,7 +24,8 @@ struct ViewLines {
 };
 
 // Where a plane that is seen on its edge cuts: a long-dashed dotted line, wide at its ends, on which arrows point the
-// way that the section is looked at, and the section's letter beside both. at: a point of the line; along, looking: of
+// way that the section is looked at, and the section's letter beside both. An axis of the view that it lies upon isn't
+// drawn under it: dashes upon dashes are no line of any kind. at: a point of the line; along, looking: of
 // length 1; width, height: of the view, beyond which the line ends.
 void addCuttingLine(ViewLines& lines, const geometry::FlatPoint& at, const geometry::FlatPoint& along,
                     const geometry::FlatPoint& looking, double width, double height, const std::wstring& letter);

@@ -76,6 +76,7 @@ struct RecordTable<DimensionRecord> {
                                         field<&R::tolerance>("tolerance"),
                                         field<&R::bound>("bound"),
                                         field<&R::text>("text")};
+  static constexpr std::string_view schema = kDimensionPlaceSchema;
 };
 template <>
 struct RecordTable<ColumnRecord> {

@@ -143,11 +143,16 @@ struct RecordTable<SymbolRecord> {
       field<&R::angle>("angle"),           field<&R::groupOption>("groupOption"),
       field<&R::groups>("groups"),         field<&R::texts>("texts")};
 };
+// Where a dimension stands: pictures read these members from what records keep of members that they don't know.
+inline constexpr std::string_view kDimensionPlaceSchema =
+    R"("allOf": [{"properties": {"view": {"type": "integer"}, "position": {"type": "object",
+       "properties": {"x": {"type": "number"}, "y": {"type": "number"}}, "required": ["x", "y"]}}}])";
 template <>
 struct RecordTable<ShownDimensionRecord> {
   using R = ShownDimensionRecord;
   static constexpr std::array fields = {field<&R::model>("model", kRequired), field<&R::id>("id", kRequired),
                                         field<&R::reference>("reference")};
+  static constexpr std::string_view schema = kDimensionPlaceSchema;
 };
 
 template <>

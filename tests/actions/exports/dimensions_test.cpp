@@ -110,5 +110,20 @@ TEST_F(SheetDimensions, APdfHasTheirTextsAndWhatFindsNoPlace) {
   EXPECT_THAT(told, Not(HasSubstr("BORE")));
 }
 
+// Each sheet knows of its own views alone which are drawn: none must count on another one's.
+TEST_F(SheetDimensions, WhoseViewsAreNotDrawnAreToldOnce) {
+  writeBytes(world.models() + "/plan.drw.1", R"({"format": 1, "models": [{"name": "SECTOR", "type": "prt"}],
+    "sheets": [{"size": "A3"}, {"size": "A3"}], "shownDimensions": [{"model": "SECTOR.prt", "id": 1, "view": 2}],
+    "views": [{"id": 1, "name": "FRONT", "model": "SECTOR.prt", "position": {"x": 100, "y": 200}},
+      {"id": 2, "name": "FRONT", "sheet": 2, "scale": 3, "model": "SECTOR.prt", "position": {"x": 200, "y": 200}}]})");
+  headless::geometry::foreignPlace().program = "/bin/no-such-program";
+  onPlan(task("exportpdf2d", "folder='d:/out' file='a' font='1'"));
+  const std::string told = text::toUtf8(world.messages()), line = "finds no place on sheet ";
+  const std::size_t first = told.find(line);
+  EXPECT_THAT(told, HasSubstr(line + "2 of PLAN.DRW: the view that shows it isn't drawn"));
+  EXPECT_EQ(first, told.rfind(line)) << told;
+  EXPECT_THAT(answerTo("pdftotext -raw a.pdf -"), HasSubstr("Dimensions without a place: SWEEP of SECTOR.PRT = 120"));
+}
+
 }  // namespace
 }  // namespace test

@@ -51,6 +51,23 @@ TEST_F(PictureExports, SurfacesHaveTheirOwnColours) {
   EXPECT_GE(dot(file("green.jpg"), 300, 150).back(), '2');
 }
 
+// What lies before the plane isn't there, and where it cuts the solid one sees its colour, not that of a surface.
+TEST_F(PictureExports, AnActiveCrossSectionCutsThePicture) {
+  std::string looks;
+  for (int surface = 1; surface <= 6; ++surface)
+    looks += (looks.empty() ? "" : ", ") + (R"({"surface": )" + std::to_string(surface)) +
+             R"(, "appearance": {"color": [0, 1, 0]}})";
+  test::writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1, "appearance": {"color": [0.9, 0.1, 0.1]},
+      "solid": {"primitives": [{"type": "box", "size": [80, 40, 20]}]}, "activeCrossSection": "A",
+      "crossSections": [{"id": 1, "name": "A", "plane": "FRONT", "distance": 10}], "surfaceAppearances": [)" +
+                                                          looks + "]}");
+  run(task("exportjpg", "folder='t:\\' exportname='cut' width='600' height='300'"));
+  EXPECT_EQ('0', dot(file("cut.jpg"), 300, 150).back());
+  EXPECT_GE(dot(file("cut.jpg"), 300, 150).front(), '2');
+  EXPECT_EQ("4 4", dot(file("cut.jpg"), 275, 238)) << "the front's lower edge has gone";
+  EXPECT_EQ('0', dot(file("cut.jpg"), 300, 60).front()) << "the top is there, and green";
+}
+
 TEST_F(PictureExports, AModelWithoutABodyGivesAnErrorAndNoPicture) {
   test::writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1})");
   EXPECT_EQ(

@@ -120,6 +120,8 @@ TEST_F(Schemas, ShippedDocumentsAreValidAndBrokenOnesAreRefused) {
        R"({"format": 1, "solid": {"primitives": [{"type": "box"}]}})",
        R"({"format": 1, "solid": {"primitives": [{"type": "import", "file": "../a.stp"}]}})",
        R"({"format": 1, "drafts": [{"sheet": 1, "lines": [[0, 0, 1]]}]})",
+       R"({"format": 1, "shownDimensions": [{"model": "A.prt", "id": 1, "view": "FRONT"}]})",
+       R"({"format": 1, "dimensions": [{"id": 1, "position": {"x": 1}}]})",
        R"({"format": 1, "familyTable": {"instances": [{"name": "A", "familyTable": {"items": [{}]}}]}})",
        R"({"format": 1, "externalData": {"c": {"s": {"value": 1}}}})"});
 }

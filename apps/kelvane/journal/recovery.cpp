@@ -7,6 +7,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/words.h"
+#include "kelvane/journal/elsewhere.h"
 #include "kelvane/journal/journal.h"
 #include "kelvane/journal/taking_back.h"
 #include "kelvane/journal/vault_tail.h"
@@ -21,8 +22,8 @@ namespace {
 
 class Recovery {
  public:
-  Recovery(const Book& book, RunJournal journal, const MayWrite& mayWrite)
-      : book_(book), journal_(std::move(journal)), mayWrite_(mayWrite) {}
+  Recovery(const Book& book, RunJournal journal, Outside outside, const MayWrite& mayWrite)
+      : book_(book), journal_(std::move(journal)), outside_(outside), mayWrite_(mayWrite) {}
 
   Recovered run() {
     Recovered told;
@@ -71,6 +72,9 @@ class Recovery {
   }
 
   void requireOpen() const {
+    if (outside_ == Outside::own)
+      if (const auto paths = notFromHere(book_, journal_); !paths.empty())
+        fail(JournalPaths::shown(*paths.begin()).append(kNotFromHere));
     if (!mayWrite_) return;
     for (const Deed& deed : journal_.deeds)
       for (const std::string& path : {deed.path, deed.to})
@@ -188,6 +192,7 @@ class Recovery {
 
   const Book& book_;
   RunJournal journal_;
+  Outside outside_;
   const MayWrite& mayWrite_;
   int stays_ = 0;                                            // the deeds of the open turn up to that number
   std::vector<std::pair<std::string, std::wstring>> found_;  // as written, and where it was put
@@ -218,7 +223,7 @@ std::vector<std::string> openEnds(const std::wstring& models) {
   return open;
 }
 
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrite& mayWrite) {
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models, Outside outside, const MayWrite& mayWrite) {
   const Book book(models);
   std::vector<Recovered> all;
   for (const std::string& run : openEnds(models)) {
@@ -227,7 +232,7 @@ std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrit
       removeUnbegun(book, journal);
       continue;
     }
-    all.push_back(Recovery(book, std::move(journal), mayWrite).run());
+    all.push_back(Recovery(book, std::move(journal), outside, mayWrite).run());
   }
   return all;
 }

@@ -22,7 +22,10 @@ struct Recovered {
 // mayWrite: is asked of each path, in the system's form, before anything is taken back; a path for which it says no is
 // such a Fault. Whoever brought a folder of models brought its journal, too.
 using MayWrite = std::function<bool(const std::wstring& path)>;
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrite& mayWrite = {});
+// What is touched outside the folder of models: what this user's own runs did there (elsewhere.h), else a Fault; or all
+// that the journal names.
+enum class Outside { own, all };
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models, Outside outside, const MayWrite& mayWrite = {});
 // Those that it would take back. Where the folder isn't locked, one of them may be at work.
 std::vector<std::string> openEnds(const std::wstring& models);
 

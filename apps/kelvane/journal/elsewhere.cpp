@@ -63,25 +63,24 @@ void makeKey(os::Files& disk, const std::string& path) {
 
 }  // namespace
 
-Elsewhere::Elsewhere(const std::wstring& models)
-    : models_(os::machineBehindLinks(models) + "/"),
-      unpacked_(os::mounts().has(L't') ? os::machineBehindLinks(L"t:\\") + "/open_kvz_" : std::string()) {}
+Elsewhere::Elsewhere(const std::wstring& models) : models_(os::machineBehindLinks(models) + "/") {}
 
-bool Elsewhere::isInside(const std::string& real) const {
-  return real.starts_with(models_) || real + "/" == models_ || (!unpacked_.empty() && real.starts_with(unpacked_));
+bool Elsewhere::isInside(const std::string& real) const { return real.starts_with(models_) || real + "/" == models_; }
+
+bool Elsewhere::is(const std::string& written) const {
+  return isOfVault(written) || isOfTemp(written) || !isInside(os::machineBehindLinks(JournalPaths::system(written)));
 }
 
-bool Elsewhere::is(const std::string& written) {
-  if (isOfVault(written)) return true;
-  const std::wstring place = JournalPaths::system(written);
-  const std::wstring name = os::nameOf(place);
-  if (name.empty() || name == L"." || name == L"..") return !isInside(os::machineBehindLinks(place));
+bool Elsewhere::isOfRun(const std::string& written) {
   const std::size_t start = written.rfind('/') + 1;
+  const std::string name = written.substr(start);
+  const bool isPlain = !name.empty() && name != "." && name != "..";
+  if (!isPlain || isOfVault(written) || isOfTemp(written)) return is(written);
   const auto [at, isNew] = folders_.try_emplace(written.substr(0, start));
-  if (isNew) at->second = os::machineBehindLinks(os::folderOf(place));
-  const std::string real = at->second + "/" + text::toUtf8(name);
+  if (isNew) at->second = os::machineBehindLinks(os::folderOf(JournalPaths::system(written)));
+  const std::string real = at->second + "/" + name;
   std::error_code error;
-  return !isInside(fs::is_symlink(nativePath(real), error) ? os::machineBehindLinks(place) : real);
+  return fs::is_symlink(nativePath(real), error) ? is(written) : !isInside(real);
 }
 
 const std::string& Seals::key(bool isToBeMade) {
@@ -121,7 +120,7 @@ bool Seals::holds(const Deed& deed) {
 }
 
 std::set<std::string> notFromHere(const Book& book, const RunJournal& journal) {
-  Elsewhere elsewhere(book.models());
+  const Elsewhere elsewhere(book.models());
   Seals seals(memberText(journal.begin, "id"), book.keptOf(journal.run), os::files());
   std::set<std::string> paths;
   for (const Deed& deed : journal.deeds) {

@@ -18,15 +18,18 @@ constexpr std::string_view kNotFromHere =
 
 class Elsewhere {
  public:
-  // models: the mounted folder, "d:\"; t: is the run's temp folder.
+  // models: the mounted folder, "d:\".
   explicit Elsewhere(const std::wstring& models);
-  // Does a path of a journal lead out of the folder of models and out of what is unpacked, its links followed? All
-  // vaults lie elsewhere. Folders are asked for their links once.
-  [[nodiscard]] bool is(const std::string& written);
+  // Does a path of a journal lead out of the folder of models, its links followed? All of vaults and of packages that
+  // are unpacked lies elsewhere.
+  [[nodiscard]] bool is(const std::string& written) const;
+  // The same for what a run is about to tell, whose names are spelled as the disk has them: folders are asked for their
+  // links once.
+  [[nodiscard]] bool isOfRun(const std::string& written);
 
  private:
   [[nodiscard]] bool isInside(const std::string& real) const;
-  std::string models_, unpacked_;                         // real paths, with what follows them
+  std::string models_;                                    // its real path, with its closing slash
   std::unordered_map<std::string, std::string> folders_;  // as written, and behind its links
 };
 

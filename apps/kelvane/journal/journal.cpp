@@ -78,7 +78,7 @@ std::error_code Journal::announce(Deed& deed) {
 void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", deed.number}}); }
 
 void Journal::seal(Deed& deed) {
-  if (elsewhere_.is(deed.path) || (!deed.to.empty() && elsewhere_.is(deed.to))) deed.seal = seals_->of(deed);
+  if (elsewhere_.isOfRun(deed.path) || (!deed.to.empty() && elsewhere_.isOfRun(deed.to))) deed.seal = seals_->of(deed);
 }
 
 std::error_code Journal::closed(Deed deed) {

@@ -1,10 +1,12 @@
 #include "kelvane/journal/recovery.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 
 #include "headless/store/document.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/words.h"
 #include "kelvane/journal/elsewhere.h"
@@ -14,6 +16,7 @@
 #include "os/durable.h"
 #include "os/flush.h"
 #include "os/left_files.h"
+#include "os/links.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -212,6 +215,17 @@ void removeUnbegun(const Book& book, const RunJournal& journal) {
 
 }  // namespace
 
+// Numbers and records are written under names that can be told beforehand.
+void requireNoLinks(const Book& book) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path folder = nativePath(os::machineBehindLinks(book.folder()));
+  constexpr auto kHow = fs::directory_options::skip_permission_denied;
+  for (const auto& entry : fs::recursive_directory_iterator(folder, kHow, error))
+    if (entry.is_symlink(error))
+      throw Fault(machinePath(entry.path()) + " is a link, and a journal has none; remove it");
+}
+
 std::vector<std::string> openEnds(const std::wstring& models) {
   const Book book(models);
   const std::string known = runName(book.storedNumbers().run);
@@ -225,6 +239,7 @@ std::vector<std::string> openEnds(const std::wstring& models) {
 
 std::vector<Recovered> recoverOpenEnds(const std::wstring& models, Outside outside, const MayWrite& mayWrite) {
   const Book book(models);
+  requireNoLinks(book);
   std::vector<Recovered> all;
   for (const std::string& run : openEnds(models)) {
     RunJournal journal = book.read(run);

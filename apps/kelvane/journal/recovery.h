@@ -16,6 +16,9 @@ struct Recovered {
   std::vector<std::string> lines;  // what was found and done
 };
 
+// A Fault where a link lies in the journals of that folder: it would lead elsewhere what is kept there.
+void requireNoLinks(const Book& book);
+
 // Takes back what stands behind the last boundary of each, removes torn versions and temporary files, and closes the
 // journal. What it would remove or replace and the run didn't write is put aside, and told. Needs the folder's lock, so
 // that no run is at work. A Fault where that fails; asked again it goes on.

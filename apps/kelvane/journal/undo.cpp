@@ -124,7 +124,8 @@ void UndoPlan::tellConflicts() {
     lines.insert(lines.end(), back.lacking.begin(), back.lacking.end());
     if (!lines.empty()) barred_.insert(number);
     for (const std::string& line : lines)
-      conflicts_.push_back(line + (conflicts_.size() < kMostLooked ? writerOf(line) : std::string()));
+      conflicts_.push_back(
+          line + (conflicts_.size() < kMostLooked && !line.ends_with(kNotFromHere) ? writerOf(line) : std::string()));
   }
   for (const VaultStep& step : vault_)
     if (!step.conflict.empty()) conflicts_.push_back(step.conflict);

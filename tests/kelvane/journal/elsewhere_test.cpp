@@ -1,4 +1,5 @@
-// What a journal names outside its folder of models: taken back where this user's runs wrote it, or when it is asked for.
+// What a journal names outside its folder of models: taken back where this user's runs wrote it, or when it is asked
+// for.
 #include "kelvane/journal/elsewhere.h"
 #include "kelvane/journal/journal_fixture.h"
 #include "kelvane/journal/record.h"
@@ -124,9 +125,9 @@ TEST_F(Elsewhere, AnOpenEndOfAStrangersFolderTouchesNothing) {
   open();
   os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(path("other_home")));
   const std::string now = log();
-  for (const std::vector<std::string>& words :
-       {std::vector<std::string>{"run", path("standards"), "norm", models()}, {"undo", models()},
-        {"purge", models(), "--keep", "1"}}) {
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"run", path("standards"), "norm", models()},
+                                                {"undo", models()},
+                                                {"purge", models(), "--keep", "1"}}) {
     const Ended ended = kelvane(words);
     EXPECT_EQ(2, ended.code) << words[0] << ended.err;
     EXPECT_THAT(ended.err, HasSubstr("run 0001 broke off and can't be taken back: " + path("home/run.log") +
@@ -136,6 +137,9 @@ TEST_F(Elsewhere, AnOpenEndOfAStrangersFolderTouchesNothing) {
   }
   EXPECT_EQ(0, run("norm", {"--elsewhere"}).code);
   EXPECT_EQ("precious", log());
+
+  fs::create_symlink(path("home"), models() + "/kelvane.journal/0001/before/home");
+  EXPECT_THAT(undo().err, HasSubstr("0001/before/home is a link, and a journal has none; remove it"));
 }
 
 // FIPS 180-4 and RFC 2104 can be worked out by anybody: the key is what nobody else has.

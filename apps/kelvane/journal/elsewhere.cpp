@@ -71,16 +71,16 @@ bool Elsewhere::is(const std::string& written) const {
   return isOfVault(written) || isOfTemp(written) || !isInside(os::machineBehindLinks(JournalPaths::system(written)));
 }
 
-bool Elsewhere::isOfRun(const std::string& written) {
+bool Elsewhere::isOfRun(const std::string& written, bool isNew) {
   const std::size_t start = written.rfind('/') + 1;
   const std::string name = written.substr(start);
   const bool isPlain = !name.empty() && name != "." && name != "..";
   if (!isPlain || isOfVault(written) || isOfTemp(written)) return is(written);
-  const auto [at, isNew] = folders_.try_emplace(written.substr(0, start));
-  if (isNew) at->second = os::machineBehindLinks(os::folderOf(JournalPaths::system(written)));
+  const auto [at, isUnknown] = folders_.try_emplace(written.substr(0, start));
+  if (isUnknown) at->second = os::machineBehindLinks(os::folderOf(JournalPaths::system(written)));
   const std::string real = at->second + "/" + name;
   std::error_code error;
-  return fs::is_symlink(nativePath(real), error) ? is(written) : !isInside(real);
+  return !isNew && fs::is_symlink(nativePath(real), error) ? is(written) : !isInside(real);
 }
 
 const std::string& Seals::key(bool isToBeMade) {

@@ -24,8 +24,8 @@ class Elsewhere {
   // are unpacked lies elsewhere.
   [[nodiscard]] bool is(const std::string& written) const;
   // The same for what a run is about to tell, whose names are spelled as the disk has them: folders are asked for their
-  // links once.
-  [[nodiscard]] bool isOfRun(const std::string& written);
+  // links once. isNew: the run itself made, or makes, what has that name.
+  [[nodiscard]] bool isOfRun(const std::string& written, bool isNew);
 
  private:
   [[nodiscard]] bool isInside(const std::string& real) const;

@@ -78,7 +78,9 @@ std::error_code Journal::announce(Deed& deed) {
 void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", deed.number}}); }
 
 void Journal::seal(Deed& deed) {
-  if (elsewhere_.isOfRun(deed.path) || (!deed.to.empty() && elsewhere_.isOfRun(deed.to))) deed.seal = seals_->of(deed);
+  const bool isNew = deed.kind == DeedKind::write && (!deed.had || deed.had->kept.empty());
+  if (elsewhere_.isOfRun(deed.path, isNew) || (!deed.to.empty() && elsewhere_.isOfRun(deed.to, false)))
+    deed.seal = seals_->of(deed);
 }
 
 std::error_code Journal::closed(Deed deed) {
@@ -105,9 +107,10 @@ std::error_code Journal::end(Record record) {
 }
 
 os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const std::string& written, bool asCopy) {
-  if (!disk_.size(path)) return {};  // nothing is there, or a folder
+  // First, as looking for it costs more: what somebody took away meanwhile was the run's own.
   const auto own = own_.find(written);
   if (own != own_.end() && own->second.turn == turn_) return {own->second.content, {}};
+  if (!disk_.size(path)) return {};  // nothing is there, or a folder
   const auto bytes = disk_.read(path);
   if (!bytes) return {{}, bytes.error};
   Content content = contentOf(bytes.value);

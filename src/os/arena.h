@@ -26,10 +26,9 @@ class Arena {
   }
 
  private:
-  // Few records get little memory, and as much as they need; those that have filled a large piece get large pieces.
+  // Few records get little memory, many get large pieces.
   static constexpr std::size_t kFirstChunk = 4096;
-  static constexpr std::size_t kFurtherChunk = std::size_t{16} * kFirstChunk;
-  static constexpr std::size_t kMostChunks = kLargePiece / kFurtherChunk;
+  static constexpr std::size_t kSecondChunk = std::size_t{16} * kFirstChunk;
 
   std::byte* take(std::size_t size, std::size_t alignment) {
     const std::size_t padding = (alignment - used_ % alignment) % alignment;
@@ -40,7 +39,7 @@ class Arena {
   }
 
   std::byte* takeFresh(std::size_t size) {
-    const std::size_t next = size_ == 0 ? kFirstChunk : chunks_.size() <= kMostChunks ? kFurtherChunk : kLargePiece;
+    const std::size_t next = size_ == 0 ? kFirstChunk : size_ == kFirstChunk ? kSecondChunk : kLargePiece;
     if (size > next / 4) {  // a chunk of its own; the present one goes on
       chunks_.push_back(std::make_unique_for_overwrite<std::byte[]>(size));
       return chunks_.back().get();

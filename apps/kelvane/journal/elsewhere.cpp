@@ -1,6 +1,6 @@
 #include "kelvane/journal/elsewhere.h"
 
-#include <algorithm>
+#include <charconv>
 #include <filesystem>
 
 #include "kelvane/base/native_path.h"
@@ -26,7 +26,17 @@ std::string sha256Hex(std::string_view bytes) {
   return digest->hex();
 }
 
-// RFC 2104; the inner sum goes on as its digits.
+std::string bytesOf(std::string_view hex) {
+  std::string bytes;
+  for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
+    unsigned char byte = 0;
+    std::from_chars(hex.data() + i, hex.data() + i + 2, byte, 16);
+    bytes += static_cast<char>(byte);
+  }
+  return bytes;
+}
+
+// RFC 2104, for a key of one block.
 std::string hmac(const std::string& key, std::string_view text) {
   constexpr unsigned char kInner = 0x36, kOuter = 0x5c;
   const auto padded = [&key](unsigned char pad) {
@@ -34,7 +44,7 @@ std::string hmac(const std::string& key, std::string_view text) {
     for (char& c : block) c = static_cast<char>(static_cast<unsigned char>(c) ^ pad);
     return block;
   };
-  return sha256Hex(padded(kOuter) + sha256Hex(padded(kInner) + std::string(text)));
+  return sha256Hex(padded(kOuter) + bytesOf(sha256Hex(padded(kInner) + std::string(text))));
 }
 
 // Pieces that can't be taken for others, however they are put together.

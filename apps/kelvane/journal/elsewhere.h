@@ -38,8 +38,7 @@ class Elsewhere {
 // what is kept for it.
 class Seals {
  public:
-  // id: the member of that journal's record `begin`; kept: the folder of what it keeps. disk isn't
-  // owned.
+  // id: the member of that journal's record `begin`; kept: the folder of what it keeps. disk isn't owned.
   Seals(std::string id, std::wstring kept, os::Files& disk) : id_(std::move(id)), kept_(std::move(kept)), disk_(disk) {}
 
   // Empty where this user has no key and none can be made: then nobody will believe the record without being told to.

@@ -23,6 +23,7 @@ struct RunOptions {
   std::string save = "touched";  // touched, all, none
   std::string into;              // works on a copy there
   bool readOnly = false, dryRun = false;
+  bool elsewhere = false;  // a run that broke off is taken back outside the folder of models, whoever wrote it
   std::string collect;
 
   // Surroundings.
@@ -45,7 +46,6 @@ struct RunOptions {
   std::string reason;
   std::vector<std::string> given;  // the options as they were given: "--save=all"
   std::string durable = "run";     // each, run, none: when the disk has what was written
-  bool elsewhere = false;          // a run that broke off is taken back outside the folder of models, whoever wrote it
   GrantOptions grants;             // and whether the run is confined to them
 
   [[nodiscard]] bool writesModels() const { return !dryRun && !readOnly; }

@@ -6,6 +6,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/base/verb.h"
 #include "kelvane/journal/book.h"
+#include "kelvane/run/option_rows.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/run_journal.h"
 #include "os/surroundings.h"
@@ -20,13 +21,14 @@ class Purge : public Verb {
     return {{"folder", "DIR", "folder of models", &folder_},
             {"--keep", "N", "so many runs keep their journals, and each document so many versions beside those of them",
              &keep_},
+            elsewhereRow(elsewhere_),
             {"-n,--dry-run", "", "changes nothing and prints what would go", &dryRun_}};
   }
 
   int run(Console& console) override {
     if (keep_ < 1) throw Fault("--keep N is missing; N is 1 or more");
     const JournalPlace place = prepareJournal(folder_);
-    recover(place.models, dryRun_, console);
+    recover(place.models, dryRun_, elsewhere_ ? Outside::all : Outside::own, console);
     const Book book(place.models);
     const std::vector<std::string> runs = book.runs();
     const std::size_t old = runs.size() - std::min(runs.size(), static_cast<std::size_t>(keep_));
@@ -75,7 +77,7 @@ class Purge : public Verb {
 
   std::string folder_;
   int keep_ = 0;
-  bool dryRun_ = false;
+  bool dryRun_ = false, elsewhere_ = false;
 };
 
 }  // namespace

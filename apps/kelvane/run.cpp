@@ -30,6 +30,7 @@ class Run : public Verb {
         {"-n,--dry-run", "", "writes nothing and prints what would change", &o.dryRun},
         durableRow(o),
         {"--collect", "OUTDIR", "copies every file that the run wrote there", &o.collect},
+        elsewhereRow(o.elsewhere),
         {"--reason", "TEXT", "why this run is made; it stands in the journal", &o.reason},
         // surroundings
         {"--vault", "VAULT", "a PDM folder whose workspace the folder of models is; the first one is active",

@@ -8,6 +8,7 @@
 #include "kelvane/journal/journal_files.h"
 #include "kelvane/journal/recovery.h"
 #include "kelvane/journal/undo.h"
+#include "kelvane/run/option_rows.h"
 #include "kelvane/run/place.h"
 #include "kelvane/run/run_journal.h"
 #include "os/processes.h"
@@ -53,15 +54,16 @@ class Undo : public Verb {
             {"--conflict", "abort|skip", "what is done where somebody changed something since: nothing, or the rest",
              &conflict_},
             {"-n,--dry-run", "", "changes nothing and prints what would be done", &dryRun_},
+            elsewhereRow(elsewhere_),
             {"--reason", "TEXT", "why; it stands in the journal", &reason_}};
   }
 
   int run(Console& console) override {
     const Interrupt interrupt;
     const JournalPlace place = prepareJournal(folder_);
-    recover(place.models, dryRun_, console);
+    recover(place.models, dryRun_, outside(), console);
     const Book book(place.models);
-    const auto found = run_ ? std::make_unique<UndoPlan>(book, book.runNamed(*run_)) : lastOf(book, console);
+    const auto found = run_ ? std::make_unique<UndoPlan>(book, book.runNamed(*run_), outside()) : lastOf(book, console);
     if (!found) throw Fault("no run of " + folder_ + " is there to be taken back");
     const UndoPlan& plan = *found;
     for (const std::string& line : plan.conflicts()) console.trouble("conflict: " + line);
@@ -80,8 +82,10 @@ class Undo : public Verb {
   }
 
  private:
-  static std::unique_ptr<UndoPlan> lastOf(const Book& book, Console& console) {
-    LastPlan last = planOfLast(book);
+  [[nodiscard]] Outside outside() const { return elsewhere_ ? Outside::all : Outside::own; }
+
+  [[nodiscard]] std::unique_ptr<UndoPlan> lastOf(const Book& book, Console& console) const {
+    LastPlan last = planOfLast(book, outside());
     std::string runs;
     for (const std::string& run : last.passedOver) addPiece(runs, run);
     if (!runs.empty())
@@ -102,7 +106,7 @@ class Undo : public Verb {
     }
     if (!done.failed.empty()) {
       console.trouble("error: " + done.failed);
-      tellRecovered(recoverOpenEnds(place.models), console);
+      tellRecovered(recoverOpenEnds(place.models, outside()), console);
     }
     console.result("undone  run=" + plan.journal().run + " removed=" + std::to_string(done.removed) +
                    " renamed=" + std::to_string(done.renamed) + " put_back=" + std::to_string(done.putBack) +
@@ -128,7 +132,7 @@ class Undo : public Verb {
 
   std::string folder_, conflict_ = "abort", reason_;
   std::optional<std::string> run_;
-  bool dryRun_ = false;
+  bool dryRun_ = false, elsewhere_ = false;
 };
 
 }  // namespace

@@ -24,6 +24,7 @@ class ProgramTest : public testing::Test {
  protected:
   ProgramTest() {
     os::setEnvironment(L"XDG_CACHE_HOME", text::fromUtf8(path("cache")));
+    os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(path("config_home")));
     os::setEnvironment(L"KELVANE_INSTALLATION", text::fromUtf8(sourceFolder() + "/installation"));
   }
 

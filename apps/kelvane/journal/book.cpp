@@ -74,6 +74,7 @@ class Reader {
     for (Deed& deed : Backwards(journal_.deeds)) {
       if (deed.number != number) continue;
       deed.now = deedOf({{"record", "append"}, {"now", record.value("now", Record())}})->now;
+      deed.seal = memberText(record, "seal");
       return;
     }
   }

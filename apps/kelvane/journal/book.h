@@ -36,8 +36,9 @@ struct RunJournal {
 class Book {
  public:
   // models: the mounted folder, "d:\".
-  explicit Book(const std::wstring& models) : folder_(models + std::wstring(kJournalFolder)) {}
+  explicit Book(const std::wstring& models) : models_(models), folder_(models + std::wstring(kJournalFolder)) {}
 
+  [[nodiscard]] const std::wstring& models() const { return models_; }
   [[nodiscard]] const std::wstring& folder() const { return folder_; }
   [[nodiscard]] std::wstring folderOf(const std::string& run) const;
   [[nodiscard]] std::wstring recordsOf(const std::string& run) const { return folderOf(run) + L"run.jsonl"; }
@@ -62,7 +63,7 @@ class Book {
   [[nodiscard]] std::error_code writeNumbers(const Numbers& numbers) const;
 
  private:
-  std::wstring folder_;
+  std::wstring models_, folder_;
 };
 
 // "0003"

@@ -137,7 +137,7 @@ class Sources {
 
 std::string conflictOf(const std::string& path, const Effect& effect, const Present& present) {
   const std::string name = JournalPaths::shown(path);
-  if (!present.fault.empty()) return name + " can't be read: " + present.fault;
+  if (!present.fault.empty()) return name + present.fault;
   if (!present.content) return name + " was removed since";
   return name + (effect.after ? " was changed since" : " was written since");
 }

@@ -31,7 +31,7 @@ bool isOfDeeds(const std::vector<Deed>& deeds, const std::string& path, const Co
 // What there is at a path now.
 struct Present {
   std::optional<Content> content;
-  std::string fault;  // it can't be read: why; empty: all is well
+  std::string fault;  // the end of a line on it: " can't be read: it is a folder"; empty: all is well
 };
 using Look = std::function<Present(const std::string& path)>;
 

@@ -2,6 +2,7 @@
 
 #include "kelvane/base/fault.h"
 #include "kelvane/base/places.h"
+#include "kelvane/base/random_digits.h"
 #include "os/clock.h"
 #include "os/flush.h"
 #include "os/links.h"
@@ -12,6 +13,7 @@
 namespace kelvane {
 namespace {
 
+constexpr std::size_t kIdDigits = 32;
 constexpr auto kFlushPause = std::chrono::seconds(1);
 
 }  // namespace
@@ -19,7 +21,7 @@ constexpr auto kFlushPause = std::chrono::seconds(1);
 std::string journalTime() { return text::toUtf8(os::localTime(os::clock().seconds(), "%Y-%m-%d %H:%M:%S")); }
 
 Journal::Journal(const Book& book, os::Files& disk, const Record& facts, Flush flush)
-    : book_(book), disk_(disk), when_(flush), numbers_(book.numbers()) {
+    : book_(book), disk_(disk), when_(flush), numbers_(book.numbers()), elsewhere_(book.models()) {
   run_ = runName(numbers_.run + 1);
   try {
     begin(facts);
@@ -39,7 +41,9 @@ void Journal::begin(const Record& facts) {
   auto opened = disk_.append(book_.recordsOf(run_));
   require(opened.error);
   records_ = std::move(opened.value);
-  Record record = {{"record", "begin"}, {"format", kJournalFormat}, {"run", run_}, {"at", journalTime()}};
+  const std::string id = randomDigits(kIdDigits);
+  seals_.emplace(id, book_.keptOf(run_), disk_);
+  Record record = {{"record", "begin"}, {"format", kJournalFormat}, {"run", run_}, {"id", id}, {"at", journalTime()}};
   record.update(facts);
   require(add(record));
   require(flush());
@@ -63,6 +67,7 @@ std::error_code Journal::announce(Deed& deed) {
   // What replaces the content of others, or goes to them, must be known even if the power fails right behind the deed.
   const bool isFinal =
       deed.kind == DeedKind::rename || (deed.had && !deed.had->kept.empty()) || isVaultRecord(deed.path);
+  seal(deed);
   if (const auto error = addLine(deedLine(deed))) {
     --deeds_;  // no number is missing then: who reads takes a gap for a record that was lost
     return error;
@@ -72,7 +77,16 @@ std::error_code Journal::announce(Deed& deed) {
 
 void Journal::failed(const Deed& deed) { (void)add({{"record", "failed"}, {"n", deed.number}}); }
 
-std::error_code Journal::closed(const Deed& deed) { return addLine(closedLine(deed)); }
+void Journal::seal(Deed& deed) {
+  const bool isNew = deed.kind == DeedKind::write && (!deed.had || deed.had->kept.empty());
+  if (elsewhere_.isOfRun(deed.path, isNew) || (!deed.to.empty() && elsewhere_.isOfRun(deed.to, false)))
+    deed.seal = seals_->of(deed);
+}
+
+std::error_code Journal::closed(Deed deed) {
+  seal(deed);
+  return addLine(closedLine(deed));
+}
 
 std::error_code Journal::reach(const Record& boundary) {
   if (const auto error = add(boundary)) return error;
@@ -93,9 +107,10 @@ std::error_code Journal::end(Record record) {
 }
 
 os::Result<std::optional<Content>> Journal::keep(const std::wstring& path, const std::string& written, bool asCopy) {
-  if (!disk_.size(path)) return {};  // nothing is there, or a folder
+  // First, as looking for it costs more: what somebody took away meanwhile was the run's own.
   const auto own = own_.find(written);
   if (own != own_.end() && own->second.turn == turn_) return {own->second.content, {}};
+  if (!disk_.size(path)) return {};  // nothing is there, or a folder
   const auto bytes = disk_.read(path);
   if (!bytes) return {{}, bytes.error};
   Content content = contentOf(bytes.value);

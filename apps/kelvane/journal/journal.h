@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "kelvane/journal/book.h"
+#include "kelvane/journal/elsewhere.h"
 #include "os/files.h"
 
 namespace kelvane {
@@ -33,7 +34,7 @@ class Journal {
   std::error_code announce(Deed& deed);
   void failed(const Deed& deed);
   // An `append` is over; its `now` tells what the file holds.
-  std::error_code closed(const Deed& deed);
+  std::error_code closed(Deed deed);
   // Adds a boundary: what stands before it stays.
   std::error_code reach(const Record& boundary);
   // What stands now may have to stay or come back within its turn: it is kept before it is replaced.
@@ -57,6 +58,7 @@ class Journal {
     Content content;
   };
   void begin(const Record& facts);
+  void seal(Deed& deed);
   std::error_code addLine(const std::string& line);
   std::error_code keepAs(const std::wstring& path, const std::wstring& place, const std::string& bytes, bool asCopy);
 
@@ -65,6 +67,8 @@ class Journal {
   Flush when_;
   std::string run_;
   Book::Numbers numbers_;
+  Elsewhere elsewhere_;
+  std::optional<Seals> seals_;
   std::unique_ptr<os::Appender> records_;
   bool isTorn_ = false;                  // the last record wasn't written whole
   int deeds_ = 0, kept_ = 0, turn_ = 0;  // turn_: boundaries, and where what stood is to be kept

@@ -68,12 +68,14 @@ std::string deedLine(const Deed& deed) {
   if (!deed.to.empty()) addText(json, "to", deed.to);
   addContent(json, "had", deed.had);
   addContent(json, "now", deed.now);
+  if (!deed.seal.empty()) addText(json, "seal", deed.seal);
   return sealed(std::move(json));
 }
 
 std::string closedLine(const Deed& deed) {
   std::string json = startOf("closed", deed.number);
   addContent(json, "now", deed.now);
+  if (!deed.seal.empty()) addText(json, "seal", deed.seal);
   return sealed(std::move(json));
 }
 
@@ -100,6 +102,7 @@ std::optional<Deed> deedOf(const Record& record) {
   deed.to = memberText(record, "to");
   deed.had = toContent(record, "had");
   deed.now = toContent(record, "now");
+  deed.seal = memberText(record, "seal");
   return deed;
 }
 

@@ -31,12 +31,13 @@ struct Deed {
   std::optional<Content> had;  // what stood at the path, of a rename at its target; nothing: no file
   std::optional<Content> now;  // what comes there; nothing: no file, or (append) not known
   int turn = 0;                // how many boundaries lie before it
+  std::string seal{};          // of one elsewhere (elsewhere.h); empty: it has none
 };
 
 // The line of a record, with its checksum and its end.
 std::string sealedLine(const Record& record);
-// That of a deed; and the one that tells what a file holds whose `append` is over. They are written straight, as a run
-// has some for each model.
+// That of a deed; and the one that tells what a file holds whose `append` is over, each with its seal if it has one.
+// They are written straight, as a run has some for each model.
 std::string deedLine(const Deed& deed);
 std::string closedLine(const Deed& deed);
 // The record of a line without its end; nothing where the line was cut or altered.

@@ -1,18 +1,22 @@
 #include "kelvane/journal/recovery.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 
 #include "headless/store/document.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/native_path.h"
 #include "kelvane/base/places.h"
 #include "kelvane/base/words.h"
+#include "kelvane/journal/elsewhere.h"
 #include "kelvane/journal/journal.h"
 #include "kelvane/journal/taking_back.h"
 #include "kelvane/journal/vault_tail.h"
 #include "os/durable.h"
 #include "os/flush.h"
 #include "os/left_files.h"
+#include "os/links.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 
@@ -21,8 +25,8 @@ namespace {
 
 class Recovery {
  public:
-  Recovery(const Book& book, RunJournal journal, const MayWrite& mayWrite)
-      : book_(book), journal_(std::move(journal)), mayWrite_(mayWrite) {}
+  Recovery(const Book& book, RunJournal journal, Outside outside, const MayWrite& mayWrite)
+      : book_(book), journal_(std::move(journal)), outside_(outside), mayWrite_(mayWrite) {}
 
   Recovered run() {
     Recovered told;
@@ -71,6 +75,9 @@ class Recovery {
   }
 
   void requireOpen() const {
+    if (outside_ == Outside::own)
+      if (const auto paths = notFromHere(book_, journal_); !paths.empty())
+        fail(JournalPaths::shown(*paths.begin()).append(kNotFromHere));
     if (!mayWrite_) return;
     for (const Deed& deed : journal_.deeds)
       for (const std::string& path : {deed.path, deed.to})
@@ -188,6 +195,7 @@ class Recovery {
 
   const Book& book_;
   RunJournal journal_;
+  Outside outside_;
   const MayWrite& mayWrite_;
   int stays_ = 0;                                            // the deeds of the open turn up to that number
   std::vector<std::pair<std::string, std::wstring>> found_;  // as written, and where it was put
@@ -207,6 +215,17 @@ void removeUnbegun(const Book& book, const RunJournal& journal) {
 
 }  // namespace
 
+// Numbers and records are written under names that can be told beforehand.
+void requireNoLinks(const Book& book) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path folder = nativePath(os::machineBehindLinks(book.folder()));
+  constexpr auto kHow = fs::directory_options::skip_permission_denied;
+  for (const auto& entry : fs::recursive_directory_iterator(folder, kHow, error))
+    if (entry.is_symlink(error))
+      throw Fault(machinePath(entry.path()) + " is a link, and a journal has none; remove it");
+}
+
 std::vector<std::string> openEnds(const std::wstring& models) {
   const Book book(models);
   const std::string known = runName(book.storedNumbers().run);
@@ -218,8 +237,9 @@ std::vector<std::string> openEnds(const std::wstring& models) {
   return open;
 }
 
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrite& mayWrite) {
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models, Outside outside, const MayWrite& mayWrite) {
   const Book book(models);
+  requireNoLinks(book);
   std::vector<Recovered> all;
   for (const std::string& run : openEnds(models)) {
     RunJournal journal = book.read(run);
@@ -227,7 +247,7 @@ std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrit
       removeUnbegun(book, journal);
       continue;
     }
-    all.push_back(Recovery(book, std::move(journal), mayWrite).run());
+    all.push_back(Recovery(book, std::move(journal), outside, mayWrite).run());
   }
   return all;
 }

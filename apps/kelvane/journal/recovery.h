@@ -16,13 +16,19 @@ struct Recovered {
   std::vector<std::string> lines;  // what was found and done
 };
 
+// A Fault where a link lies in the journals of that folder: it would lead elsewhere what is kept there.
+void requireNoLinks(const Book& book);
+
 // Takes back what stands behind the last boundary of each, removes torn versions and temporary files, and closes the
 // journal. What it would remove or replace and the run didn't write is put aside, and told. Needs the folder's lock, so
 // that no run is at work. A Fault where that fails; asked again it goes on.
 // mayWrite: is asked of each path, in the system's form, before anything is taken back; a path for which it says no is
 // such a Fault. Whoever brought a folder of models brought its journal, too.
 using MayWrite = std::function<bool(const std::wstring& path)>;
-std::vector<Recovered> recoverOpenEnds(const std::wstring& models, const MayWrite& mayWrite = {});
+// What is touched outside the folder of models: what this user's own runs did there (elsewhere.h), else a Fault; or all
+// that the journal names.
+enum class Outside { own, all };
+std::vector<Recovered> recoverOpenEnds(const std::wstring& models, Outside outside, const MayWrite& mayWrite = {});
 // Those that it would take back. Where the folder isn't locked, one of them may be at work.
 std::vector<std::string> openEnds(const std::wstring& models);
 

@@ -66,10 +66,10 @@ std::string renameBack(const Back& back) {
 
 Present lookAt(const std::string& path) {
   const std::wstring place = JournalPaths::system(path);
-  if (os::files().isFolder(place)) return {{}, "it is a folder"};
+  if (os::files().isFolder(place)) return {{}, " can't be read: it is a folder"};
   const auto bytes = os::files().read(place);
   if (bytes.error == std::errc::no_such_file_or_directory) return {};
-  if (!bytes) return {{}, bytes.error.message()};
+  if (!bytes) return {{}, " can't be read: " + bytes.error.message()};
   return {contentOf(bytes.value), {}};
 }
 

@@ -6,9 +6,12 @@
 #include "kelvane/base/exit_codes.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/words.h"
+#include "kelvane/journal/elsewhere.h"
 #include "kelvane/journal/taking_back.h"
+#include "kelvane/journal/vault_tail.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/letters.h"
 
 namespace kelvane {
 namespace {
@@ -24,19 +27,26 @@ bool hasWritten(const RunJournal& journal) { return !journal.deeds.empty(); }
 
 }  // namespace
 
-UndoPlan::UndoPlan(const Book& book, const std::string& run) : book_(book), journal_(book.read(run)) {
+UndoPlan::UndoPlan(const Book& book, const std::string& run, Outside outside) : book_(book), journal_(book.read(run)) {
   if (journal_.begin.is_null()) throw Fault("the journal of run " + run + " has no records");
   if (journal_.isOpen())
     std::erase_if(journal_.deeds, [this](const Deed& deed) { return deed.turn == journal_.turns; });
   effects_ = effectsOf(journal_.deeds);
-  groups_ = backOf(effects_, journal_.deeds, &lookAt, false);
+  const std::set<std::string> barred = outside == Outside::all ? std::set<std::string>() : notFromHere(book, journal_);
+  const auto look = [&barred](const std::string& path) {
+    return barred.contains(path) ? Present{{}, std::string(kNotFromHere)} : lookAt(path);
+  };
+  groups_ = backOf(effects_, journal_.deeds, look, false);
+  std::erase_if(effects_.folders, [&barred](const std::string& folder) { return barred.contains(folder); });
   for (auto& [number, back] : groups_)
     if (std::string fault = keptFault(back, book_.keptOf(run)); !fault.empty())
       back.lacking.push_back(std::move(fault));
-  vault_ = vaultSteps(journal_, book_.keptOf(run));
+  const bool isVaultBarred = std::any_of(barred.begin(), barred.end(), &isOfVault);
+  if (!isVaultBarred) vault_ = vaultSteps(journal_, book_.keptOf(run));
   for (const auto& [path, effect] : effects_.files)
     if (const std::string stem = stemOf(path); !stem.empty()) groupOfStem_[stem] = effect.group;
   findNewer();
+  if (isVaultBarred) leaveOutVaults(barred);
   bindVault();
   tellConflicts();
 }
@@ -67,6 +77,16 @@ void UndoPlan::findNewer() {
       if (known == highest.end() || !judged.contains(version->stem) || version->number <= known->second) continue;
       groups_[groupOfStem_.at(version->stem)].conflicts.push_back(JournalPaths::shown(path) + " was written since");
     }
+  }
+}
+
+// With them the documents here of what it did there.
+void UndoPlan::leaveOutVaults(const std::set<std::string>& barred) {
+  for (const std::string& path : barred) {
+    if (!isVaultRecord(path)) continue;
+    const std::string line = vaultLabel(path).append(" in the vault").append(kNotFromHere);
+    const auto group = groupOfStem_.find(text::toUtf8(text::lower(text::fromUtf8(vaultLabel(path)))));
+    (group == groupOfStem_.end() ? conflicts_ : groups_[group->second].conflicts).push_back(line);
   }
 }
 
@@ -104,7 +124,8 @@ void UndoPlan::tellConflicts() {
     lines.insert(lines.end(), back.lacking.begin(), back.lacking.end());
     if (!lines.empty()) barred_.insert(number);
     for (const std::string& line : lines)
-      conflicts_.push_back(line + (conflicts_.size() < kMostLooked ? writerOf(line) : std::string()));
+      conflicts_.push_back(
+          line + (conflicts_.size() < kMostLooked && !line.ends_with(kNotFromHere) ? writerOf(line) : std::string()));
   }
   for (const VaultStep& step : vault_)
     if (!step.conflict.empty()) conflicts_.push_back(step.conflict);
@@ -174,7 +195,7 @@ UndoPlan::Done UndoPlan::carryOut(const std::function<std::error_code(const Reco
   return done;
 }
 
-LastPlan planOfLast(const Book& book) {
+LastPlan planOfLast(const Book& book, Outside outside) {
   LastPlan last;
   std::set<std::string> undone;
   const std::vector<std::string> runs = book.runs();
@@ -185,7 +206,7 @@ LastPlan planOfLast(const Book& book) {
       const bool isWhole = !journal.end.is_null() && journal.end.value("code", kErrors) == kFine;
       if (isWhole) undone.insert(memberText(journal.begin, "of"));
     } else if (hasWritten(journal)) {
-      last.plan = std::make_unique<UndoPlan>(book, run);
+      last.plan = std::make_unique<UndoPlan>(book, run, outside);
       if (!last.plan->isNothing()) return last;
       last.passedOver.push_back(run);
     }

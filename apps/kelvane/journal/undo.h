@@ -9,6 +9,7 @@
 
 #include "kelvane/journal/effects.h"
 #include "kelvane/journal/journal.h"
+#include "kelvane/journal/recovery.h"
 #include "kelvane/journal/vault_back.h"
 
 namespace kelvane {
@@ -17,7 +18,8 @@ class UndoPlan {
  public:
   // A Fault for a run whose journal has no records. Of one without an end what stands behind its last boundary is left
   // out: that is taken back before.
-  UndoPlan(const Book& book, const std::string& run);
+  // outside: what lies there and isn't to be touched is a conflict.
+  UndoPlan(const Book& book, const std::string& run, Outside outside);
 
   // Lines of what somebody changed since; with them their group is left out where conflicts are skipped.
   [[nodiscard]] const std::vector<std::string>& conflicts() const { return conflicts_; }
@@ -37,6 +39,7 @@ class UndoPlan {
                               const std::function<bool()>& isToStop) const;
 
  private:
+  void leaveOutVaults(const std::set<std::string>& barred);
   void findNewer();
   void bindVault();
   void tellConflicts();
@@ -59,6 +62,6 @@ struct LastPlan {
   std::unique_ptr<UndoPlan> plan;       // null: there is none
   std::vector<std::string> passedOver;  // runs behind it that wrote, and of which nothing is left; the newest first
 };
-LastPlan planOfLast(const Book& book);
+LastPlan planOfLast(const Book& book, Outside outside);
 
 }  // namespace kelvane

@@ -49,13 +49,7 @@ void requireOwnFilesInside(const RunOptions& options, const RunPlace& place) {
                   ", where a confined run doesn't write; remove that link, or use " +
                   optionOf({os::Permission::write, text::fromUtf8(real)}));
   }
-  // Numbers and records are written under names that can be told beforehand.
-  std::error_code error;
-  const fs::path folder = nativePath(os::machineBehindLinks(journal));
-  constexpr auto kHow = fs::directory_options::skip_permission_denied;
-  for (const auto& entry : fs::recursive_directory_iterator(folder, kHow, error))
-    if (entry.is_symlink(error))
-      throw Fault(machinePath(entry.path()) + " is a link, and a journal has none; remove it");
+  requireNoLinks(Book(place.models));
 }
 
 MayWrite mayTakeBack(const RunOptions& options, const RunPlace& place) {

@@ -13,6 +13,11 @@ inline OptionRow durableRow(RunOptions& options) {
       "or whenever the system comes to it",
       &options.durable};
 }
+inline OptionRow elsewhereRow(bool& elsewhere) {
+  return {"--elsewhere", "",
+          "takes back outside the folder of models, too, what a journal names there that isn't of this user's own runs",
+          &elsewhere};
+}
 // The rows write into the options, which must outlive them.
 inline std::vector<OptionRow> surroundingRows(RunOptions& options) {
   return {{"--config", "DIR", "a folder with kvd_main.cfg", &options.config},

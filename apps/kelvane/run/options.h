@@ -23,6 +23,7 @@ struct RunOptions {
   std::string save = "touched";  // touched, all, none
   std::string into;              // works on a copy there
   bool readOnly = false, dryRun = false;
+  bool elsewhere = false;  // a run that broke off is taken back outside the folder of models, whoever wrote it
   std::string collect;
 
   // Surroundings.

@@ -57,8 +57,8 @@ void tellRecovered(const std::vector<Recovered>& found, Console& console) {
     for (const std::string& line : recovered.lines) console.trouble("warning: " + line);
 }
 
-void recover(const std::wstring& models, bool dryRun, Console& console) {
-  if (!dryRun) return tellRecovered(recoverOpenEnds(models), console);
+void recover(const std::wstring& models, bool dryRun, Outside outside, Console& console) {
+  if (!dryRun) return tellRecovered(recoverOpenEnds(models, outside), console);
   for (const std::string& run : openEnds(models))
     console.trouble("warning: run " + run + " has no end; what it had begun is taken back first");
 }
@@ -85,7 +85,8 @@ RunJournalKeeper::~RunJournalKeeper() {
 }
 
 void RunJournalKeeper::recover(const RunOptions& options, const RunPlace& place) {
-  const std::vector<Recovered> found = recoverOpenEnds(place.models, mayTakeBack(options, place));
+  const std::vector<Recovered> found =
+      recoverOpenEnds(place.models, options.elsewhere ? Outside::all : Outside::own, mayTakeBack(options, place));
   tellRecovered(found, console_);
   for (const Recovered& recovered : found) {
     const bool isThis =

@@ -68,6 +68,6 @@ headless::GivenNumbers::Highest sessionNumbers(const GivenVersions& versions);
 // The lines of what was found, as warnings.
 void tellRecovered(const std::vector<Recovered>& found, Console& console);
 // Takes back what broken runs left and tells it. dryRun: tells which there are, and changes nothing.
-void recover(const std::wstring& models, bool dryRun, Console& console);
+void recover(const std::wstring& models, bool dryRun, Outside outside, Console& console);
 
 }  // namespace kelvane

@@ -1,17 +1,12 @@
 #include "kelvane/ui/guard.h"
 
-#include <random>
+#include "kelvane/base/random_digits.h"
 
 namespace kelvane::view {
 
 std::string newToken() {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  constexpr int kBytes = 32;
-  std::random_device random;  // the system's own source
-  std::uniform_int_distribution<std::size_t> digit(0, kDigits.size() - 1);
-  std::string token;
-  for (int i = 0; i < 2 * kBytes; ++i) token += kDigits[digit(random)];
-  return token;
+  constexpr std::size_t kBytes = 32;
+  return randomDigits(2 * kBytes);
 }
 
 Guard::Guard(std::string token, int port) : token_(std::move(token)), port_(std::to_string(port)) {}

@@ -193,6 +193,8 @@ void ModelDocument::setMarks(const Marks& before) {
 void ModelDocument::putAway(Away kept) {
   kept.data = std::move(record.externalData);
   away_ = std::make_unique<Away>(std::move(kept));
+  // A text that is replaced by a short one keeps its room: what goes has to be taken out first.
+  { const ModelRecord gone = std::move(record); }
   record = {};
   forgetIndexes();
 }

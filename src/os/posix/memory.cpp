@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -10,8 +11,10 @@ namespace os {
 std::byte* allocateLargePage() {
   void* const page = std::aligned_alloc(kLargePiece, kLargePiece);
   if (!page) throw std::bad_alloc();
-  // Advice only: where it isn't followed, the piece has small pages.
-  static_cast<void>(madvise(page, kLargePiece, MADV_HUGEPAGE));
+  // Most processes need a part of their first one, which fills a small page at a time. Advice only: where it isn't
+  // followed, the system decides.
+  static std::atomic<bool> hasOne = false;
+  static_cast<void>(madvise(page, kLargePiece, hasOne.exchange(true) ? MADV_HUGEPAGE : MADV_NOHUGEPAGE));
   return static_cast<std::byte*>(page);
 }
 

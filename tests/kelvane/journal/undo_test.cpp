@@ -55,7 +55,8 @@ TEST_F(Undo, ThatHasNoRestIsWhole) {
       ++groups;
       return std::error_code();
     };
-    const auto done = kelvane::UndoPlan(book, "0001").carryOut(reached, [&] { return groups == stopsAt; });
+    const auto done =
+        kelvane::UndoPlan(book, "0001", kelvane::Outside::own).carryOut(reached, [&] { return groups == stopsAt; });
     return std::pair(groups, done.failed.empty());
   };
   EXPECT_EQ(std::pair(0, false), takenBack(path("other"), 0));

@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 
 # The manual and the completions say what the program itself says of its verbs.
 set(manual ${CMAKE_BINARY_DIR}/manual)
-set(verbs run lists check trust explain actions predicates help schema init eval why models show new diff runs undo purge watch
+set(verbs run lists check trust explain actions predicates help schema init eval why models show new diff runs replay undo purge watch
   ui pack report log vault completion man)
 set(manual_commands COMMAND kelvane man > ${manual}/kelvane.1)
 foreach(verb ${verbs})

@@ -58,6 +58,9 @@ target_link_libraries(creo INTERFACE kvd_text)
 # What Creo's documentation says of them, as rows; docs/host-contract.md and the tests read them.
 kvd_layer(kvd_operations FOLDERS creo/operations LINKS creo)
 
+# What a run asks of them, recorded and played back.
+kvd_layer(kvd_trace FOLDERS trace LINKS creo kvd_os)
+
 if(KVD_HEADLESS AND KVD_SOLIDS)
 # The one target that knows OpenCASCADE; of its libraries those that build, measure, read, write, mesh and draw bodies.
 find_path(OCCT_INCLUDES BRepPrimAPI_MakeBox.hxx PATH_SUFFIXES opencascade REQUIRED)
@@ -129,7 +132,7 @@ kvd_layer(kvd_actions FOLDERS actions LINKS kvd_documents kvd_barcode)
 kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS kvd_pdf ${HPDF})
 kvd_layer(kvd_run FOLDERS run LINKS kvd_reports)
 kvd_layer(kvd_ui FOLDERS ui LINKS kvd_run)
-kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui)
+kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui PRIVATE_LINKS kvd_trace)
 
 # What a host loads: the plug-in over the operations, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
@@ -170,7 +173,7 @@ kvd_layer(kelvane_check TREE apps FOLDERS kelvane/check LINKS kelvane_package ke
   PRIVATE_LINKS kelvane_log)
 kvd_layer(kelvane_trust TREE apps FOLDERS kelvane/trust LINKS kelvane_check nlohmann_json::nlohmann_json)
 kvd_layer(kelvane_journal TREE apps FOLDERS kelvane/journal LINKS kelvane_show)
-kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_trust kelvane_journal kvd_run)
+kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_trust kelvane_journal kvd_run PRIVATE_LINKS kvd_trace)
 kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run)
 kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS ${KVD_HTTPLIB})
 kvd_layer(kelvane_verbs TREE apps FOLDERS kelvane
@@ -193,4 +196,8 @@ target_link_libraries(kelvane PRIVATE kelvane_verbs kvd_flags)
 set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 if(KVD_SOLIDS)
   add_dependencies(kelvane kelvane-import)
+endif()
+if(NOT WIN32)
+  include(cmake/trace.cmake)
+  kvd_traced(kelvane)
 endif()

@@ -45,6 +45,9 @@ class Run : public Verb {
          &o.accept},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
+        {"--trace", "FILE", "records there what is asked of Creo and what it answers, for 'kelvane replay'", &trace_.file},
+        {"--trace-time", "SECONDS", "the clock stands there while a trace is recorded, counted from 1970 on; else now",
+         &trace_.time},
     };
     for (const auto& more : {surroundingRows(o), outputRows(o), confinementRows(o.grants)})
       rows.insert(rows.end(), more.begin(), more.end());
@@ -53,11 +56,12 @@ class Run : public Verb {
   }
   int run(Console& console) override {
     options_.given = givenOptions(options());
-    return runList(options_, console);
+    return runList(options_, trace_, console);
   }
 
  private:
   RunOptions options_;
+  TraceOptions trace_;
 };
 
 }  // namespace

@@ -27,6 +27,8 @@ const VerbRow kVerbs[] = {
     {"new", "makes a model", "kelvane new workspace PLATE.PRT --param MASS:Double=2.5 --box 80,40,5", &makeNew},
     {"diff", "what two folders of models differ in", "kelvane diff before after --stat", &makeDiff},
     {"runs", "the runs of a folder, and what each wrote", "kelvane runs workspace", &makeRuns},
+    {"replay", "the plug-in against a recorded trace, without a session", "kelvane replay standards.kvz site.trace",
+     &makeReplay},
     {"undo", "takes back what a run wrote", "kelvane undo workspace --dry-run", &makeUndo},
     {"purge", "drops old versions of documents and journals of old runs", "kelvane purge workspace --keep 3",
      &makePurge},

@@ -6,6 +6,7 @@
 #include "creo/entry.h"
 #include "plugin/start.h"
 #include "text/encoding.h"
+#include "trace/entered.h"
 
 namespace {
 
@@ -17,12 +18,9 @@ void fillErrorBuffer(wchar_t* buffer, std::wstring_view fault) {
   buffer[length] = L'\0';
 }
 
-}  // namespace
-
-extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* version, const char* build,
-                                    wchar_t* errbuf) {
+int start(const char* version, const char* build, wchar_t* errbuf) {
   try {
-    const text::Fault fault = plugin::startPlugin(version ? version : "", build ? build : "");
+    const text::Fault fault = plugin::startPlugin(version, build);
     if (!fault) return 0;
     fillErrorBuffer(errbuf, fault.what);
     return -1;
@@ -34,10 +32,22 @@ extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* v
   }
 }
 
-extern "C" void user_terminate_plus() {
+void end() {
   try {
     plugin::endPlugin();
   } catch (const std::exception& fault) {
     core::creoLog(text::fromUtf8(fault.what()));
   }
 }
+
+}  // namespace
+
+extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* version, const char* build,
+                                    wchar_t* errbuf) {
+  const char* const release = version ? version : "";
+  const char* const code = build ? build : "";
+  return trace::entered(
+      "start", [&] { return start(release, code, errbuf); }, std::string_view(release), std::string_view(code));
+}
+
+extern "C" void user_terminate_plus() { trace::entered("end", &end); }

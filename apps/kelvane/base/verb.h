@@ -72,5 +72,6 @@ std::unique_ptr<Verb> makeUndo();
 std::unique_ptr<Verb> makeRuns();
 std::unique_ptr<Verb> makePurge();
 std::unique_ptr<Verb> makeTrust();
+std::unique_ptr<Verb> makeReplay();
 
 }  // namespace kelvane

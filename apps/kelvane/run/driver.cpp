@@ -3,7 +3,6 @@
 #include <map>
 #include <set>
 
-#include "core/log_silence.h"
 #include "core/state.h"
 #include "creo/ProMdl.h"
 #include "creo/ProUI.h"
@@ -14,13 +13,13 @@
 #include "kelvane/base/interrupt.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/run/memory.h"
+#include "kelvane/run/steps.h"
 #include "kelvane/run/table_verdict.h"
 #include "language/compare.h"
 #include "run/check_out.h"
 #include "run/choosers.h"
 #include "run/model_table.h"
 #include "run/row_name.h"
-#include "run/triggers.h"
 #include "text/encoding.h"
 
 namespace kelvane {
@@ -30,12 +29,6 @@ constexpr const char* kTool = "kvanerunner";
 constexpr const char* kFilterDialog = run::kFilterDialog;
 constexpr const char* kFilterChooser = "kvaneFilterChooser";
 constexpr const char* kStartCommand = "KVANEVisitParametersCmd";
-
-// Opening the first model would run their lists on it, in the very dialog that was opened for another one.
-void leaveTriggersOut() {
-  run::detachTriggers();
-  for (core::TriggerSettings& trigger : core::pluginState().triggers) trigger.startKvz.clear();
-}
 
 // "; did you mean 'BOLT_M8.PRT'?" for "BOLT_M8", and for "BOTL*", where the start of a name is meant. Nothing for an
 // expression.
@@ -65,7 +58,7 @@ void require(const headless::Session& session, creo::ProError error, const std::
 
 void startPlugin(headless::Session& session) {
   require(session, session.loadPlugin() == 0 ? creo::ProNoError : creo::ProGeneralError, "the plug-in doesn't start");
-  leaveTriggersOut();
+  steps::leaveTriggersOut();
   session.settle();
 }
 
@@ -112,7 +105,7 @@ RunDriver::Unopened RunDriver::unopened(const ModelFileName& model, std::size_t 
 }
 
 std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName>& starts) {
-  const run::TableHold hold;
+  const steps::TableHold hold;
   std::vector<Unopened> failed;
   for (const ModelFileName& start : starts) {
     const std::size_t messages = session_.messages().size();
@@ -128,17 +121,17 @@ std::vector<RunDriver::Unopened> RunDriver::open(const std::vector<ModelFileName
 std::vector<RunDriver::Unopened> RunDriver::fill(const std::vector<ModelFileName>& starts) {
   std::vector<Unopened> failed = open(starts);
   const std::size_t current = failed.size();
-  run::clearModelTable();
+  steps::clearTable();
   // The one that stands before Creo comes last: for it the table counts as built.
   for (std::size_t i = starts.size(); i-- > current && Interrupt::code() == 0;) {
     const std::size_t messages = session_.messages().size();
     if (i > current) readAhead(session_, starts[i - 1]);
     if (const auto model = creo::ProMdlRetrieve(starts[i].name, starts[i].type))
-      run::rebuildModelTable(model.value);
+      steps::fillTable(model.value);
     else
       failed.push_back(unopened(starts[i], messages));
     // What a filter built to judge it goes with it. No event of that fills the table meanwhile.
-    const run::TableHold hold;
+    const steps::TableHold hold;
     session_.settle();
     keepMemoryFlat(session_);
   }
@@ -182,21 +175,20 @@ void RunDriver::bringForward(const std::string& row) {
   const creo::ProMdlType type = run::rowType(row);
   const auto current = creo::ProMdlCurrentGet();
   if (current && current.value == creo::ProMdlInit(name, type).value) return;
-  const run::TableHold hold;
+  const steps::TableHold hold;
   const auto model = session_.open(name, type);
   if (!model) return;
-  run::countTableFor(model.value);
+  steps::countTable(model.value);
   session_.settle();
 }
 
 // Models that the starts lead to and that the table refused.
 void RunDriver::addWithoutRow(const std::vector<std::string>& rows, Choice& choice) const {
   const std::set<std::string> known(rows.begin(), rows.end());
-  const core::LogSilence silence;  // what filters have to say was said when the table was filled
   for (const headless::ModelInMemory& inMemory : session_.models().list()) {
     const std::string name = label(inMemory.name, inMemory.type);
     if (known.contains(name)) continue;
-    const TableVerdict verdict = judgedByTable(inMemory.handle);
+    const TableVerdict verdict = steps::judge(inMemory.handle);
     choice.left.emplace_back(name, verdict.worked ? "no row: the table was filled without it" : verdict.reason);
   }
 }

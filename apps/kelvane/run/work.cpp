@@ -19,6 +19,7 @@
 #include "kelvane/run/read_only_files.h"
 #include "kelvane/run/recorded_files.h"
 #include "kelvane/run/run_journal.h"
+#include "kelvane/run/run_trace.h"
 #include "kelvane/run/watch.h"
 #include "kelvane/show/model_graph.h"
 #include "os/paths.h"
@@ -70,7 +71,7 @@ bool isLog(const std::wstring& path) { return os::nameOf(path).starts_with(L"kvd
 
 class RunWork {
  public:
-  RunWork(const RunOptions& options, Console& console)
+  RunWork(const RunOptions& options, const TraceOptions& trace, Console& console)
       : options_(options),
         console_(console),
         durable_(durability(options)),
@@ -81,6 +82,7 @@ class RunWork {
                options.keepsJournal() ? Tell([this](const std::string& what) { journal_.sent(what); }) : Tell()),
         headFoot_(options.headFoot || journal_.owesFoot()),
         confinement_(options, place_, console),
+        trace_(trace, place_),
         keeper_(keepsLog(options) ? shown(logTarget(options, place_.models)) : std::string()) {
     tellConfigFaults(options, console);
     tellLackingGrants(place_, console);
@@ -285,7 +287,8 @@ class RunWork {
     console_.result(recapLine(recap_, options_.dryRun ? "dry" : "done"));
     confinement_.tell(events_);
     if (events_.on()) events_.tell("recap", recapNumbers(recap_));
-    if (const std::string fault = events_.fault(); !fault.empty()) {
+    for (const std::string& fault : {events_.fault(), trace_.fault()}) {
+      if (fault.empty()) continue;
       console_.trouble("error: " + fault);
       troubled_ = true;
     }
@@ -302,6 +305,7 @@ class RunWork {
   RunDoors doors_;
   bool headFoot_;  // Head and Foot run without a model, too
   RunConfinement confinement_;
+  RunTrace trace_;
   LogKeeper keeper_;
   Events events_;
   Recap recap_;
@@ -311,9 +315,9 @@ class RunWork {
 
 }  // namespace
 
-int runList(const RunOptions& options, Console& console) {
+int runList(const RunOptions& options, const TraceOptions& trace, Console& console) {
   const Interrupt interrupt;
-  return RunWork(options, console).run();
+  return RunWork(options, trace, console).run();
 }
 
 }  // namespace kelvane

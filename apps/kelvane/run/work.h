@@ -3,9 +3,10 @@
 
 #include "kelvane/base/console.h"
 #include "kelvane/run/options.h"
+#include "kelvane/run/trace_options.h"
 
 namespace kelvane {
 
-int runList(const RunOptions& options, Console& console);
+int runList(const RunOptions& options, const TraceOptions& trace, Console& console);
 
 }  // namespace kelvane

@@ -284,7 +284,7 @@ TEST_F(Run, AnotherListsFilterAndTheTriggersActOnNothing) {
   part(L"BOLT");
   const Ended ended =
       run("norm", {"--set", "kvd_start_kvz_after_open=standards rename", "--set",
-                   "kvd_start_kvz_after_occupy=standards rename", "--events", path("events"), "--trace"});
+                   "kvd_start_kvz_after_occupy=standards rename", "--events", path("events"), "--operations"});
   EXPECT_EQ(0, ended.code) << ended.err;
   EXPECT_EQ("done  models=2 changed=2 unchanged=0 skipped=0 failed=0 saved=2  errors=0 warnings=0", recapOf(ended));
   EXPECT_THAT(readBytes(path("events")), testing::Not(testing::HasSubstr("\"ProSolidRegenerate\"")));
@@ -372,7 +372,7 @@ TEST_F(Run, FilterFileOfThePackageDecides) {
 
 TEST_F(Run, EventsTellChangesLogAndRecap) {
   part(L"PLATE").with(L"MASS", 2.5);
-  run("norm", {"--events", path("events"), "--trace"});
+  run("norm", {"--events", path("events"), "--operations"});
   const std::string events = readBytes(path("events"));
   for (const char* piece :
        {"{\"event\":\"changed\",\"model\":\"PLATE.PRT\",\"path\":\"parameters/NORM/"

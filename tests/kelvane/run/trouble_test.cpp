@@ -243,7 +243,7 @@ class ArrangingBuffer : public std::stringbuf {
 TEST_F(RunTrouble, AnyOperationOfTheStartMayFail) {
   part(L"A");
   part(L"B");
-  run("norm", {"--read-only", "--events", path("events"), "--trace", "--log", path("log")});
+  run("norm", {"--read-only", "--events", path("events"), "--operations", "--log", path("log")});
   std::set<std::string> operations;
   std::istringstream lines(readBytes(path("events")));
   for (std::string line; std::getline(lines, line);) {

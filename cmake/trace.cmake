@@ -1,0 +1,153 @@
+# Operations that a trace hears (src/trace). Out of the declarations of src/creo one function an operation is written,
+# which asks the tape before the real one; the linker puts it in the real one's place (--wrap) in a program that asks for
+# it. Nothing else is compiled anew, and no line of the plug-in or the session knows of it.
+#
+# Included, it defines kvd_traced(TARGET): a program or library whose operations are heard. Run with -P and
+# WHAT=functions it writes the functions of HEADERS into OUTPUTS (both with "|" between them), and fails where a row of
+# ROWS has no declaration that it can read or a declaration has no row. With WHAT=symbols it makes of the ARCHIVE of
+# these functions OUTPUT, in which they have the names that the linker looks for, and OPTIONS, a file of options for it.
+if(NOT CMAKE_SCRIPT_MODE_FILE)
+  file(GLOB KVD_HEARD_HEADERS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/creo/Pro*.h ${CMAKE_SOURCE_DIR}/src/creo/pfc*.h)
+  file(GLOB row_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/creo/operations/*.cpp)
+  set(script ${CMAKE_SOURCE_DIR}/cmake/trace.cmake)
+  set(sources "")
+  foreach(number RANGE 1 3)  # several files compile side by side
+    list(APPEND sources ${CMAKE_BINARY_DIR}/heard/functions${number}.cpp)
+  endforeach()
+  list(JOIN KVD_HEARD_HEADERS "|" headers)
+  list(JOIN sources "|" outputs)
+  add_custom_command(OUTPUT ${sources}
+    COMMAND ${CMAKE_COMMAND} -DWHAT=functions "-DHEADERS=${headers}" "-DOUTPUTS=${outputs}"
+      -DROWS=${CMAKE_SOURCE_DIR}/src/creo/operations -P ${script}
+    DEPENDS ${KVD_HEARD_HEADERS} ${row_files} ${script} VERBATIM)
+  add_library(kvd_heard_functions STATIC ${sources})
+  target_link_libraries(kvd_heard_functions PRIVATE kvd_trace kvd_flags)
+  if(KVD_SANITIZE)  # they hand on what they get; so they compile three times as fast
+    target_compile_options(kvd_heard_functions PRIVATE -O0 -fno-sanitize=all)
+  endif()
+  set(heard ${CMAKE_BINARY_DIR}/heard/libheard.a)
+  set(options ${CMAKE_BINARY_DIR}/heard/options)
+  add_custom_command(OUTPUT ${heard} ${options}
+    COMMAND ${CMAKE_COMMAND} -DWHAT=symbols -DARCHIVE=$<TARGET_FILE:kvd_heard_functions> -DOUTPUT=${heard}
+      -DOPTIONS=${options} -DNM=${CMAKE_NM} -DOBJCOPY=${CMAKE_OBJCOPY} -P ${script}
+    DEPENDS kvd_heard_functions ${script} VERBATIM)
+  add_custom_target(kvd_heard DEPENDS ${heard} ${options})
+  function(kvd_traced target)
+    add_dependencies(${target} kvd_heard)
+    target_link_libraries(${target} PRIVATE kvd_trace ${CMAKE_BINARY_DIR}/heard/libheard.a)
+    target_link_options(${target} PRIVATE @${CMAKE_BINARY_DIR}/heard/options)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS
+      ${CMAKE_BINARY_DIR}/heard/libheard.a ${CMAKE_BINARY_DIR}/heard/options)
+  endfunction()
+  return()
+endif()
+
+cmake_minimum_required(VERSION 3.25)
+
+# The declarations of a header as text: "Got<ProMdl> ProMdlInit(const std::wstring& name, ProMdlType type)".
+function(declarations header result)
+  file(READ ${header} text)
+  string(REPLACE ";" "@" text "${text}")
+  string(REGEX REPLACE "//[^\n]*" "" text "${text}")
+  string(REGEX REPLACE "[ \n\t]+" " " text "${text}")
+  string(REGEX MATCHALL "(Got<[^@{}()]*>|ProError|ProFilename|int) (Pro|pfc)[A-Za-z0-9]+\\([^@{}]*\\)@" found "${text}")
+  set(${result} "${found}" PARENT_SCOPE)
+endfunction()
+
+# One function that stands for an operation; real... is the operation itself.
+function(heard_function declaration result)
+  string(REGEX MATCH "^(.*[>A-Za-z]) ((Pro|pfc)[A-Za-z0-9]+)\\((.*)\\)@$" whole "${declaration}")
+  set(type ${CMAKE_MATCH_1})
+  set(name ${CMAKE_MATCH_2})
+  string(REGEX REPLACE " = [^,]+" "" parameters "${CMAKE_MATCH_4}")
+  set(values "")
+  string(REGEX MATCHALL "[A-Za-z]+(,|$)" names "${parameters}")
+  foreach(parameter ${names})
+    string(REPLACE "," "" parameter "${parameter}")
+    string(APPEND values ", std::forward<decltype(${parameter})>(${parameter})")
+  endforeach()
+  set(${result} "${type} real${name}(${parameters});
+${type} heard${name}(${parameters}) {
+  ${type} (*const real)(${parameters}) = real${name};
+  return trace::call(\"${name}\", real${values});
+}
+" PARENT_SCOPE)
+endfunction()
+
+function(write_functions)
+  string(REPLACE "|" ";" headers "${HEADERS}")
+  string(REPLACE "|" ";" outputs "${OUTPUTS}")
+  list(LENGTH outputs count)
+  set(known "")
+  set(at 0)
+  foreach(header ${headers})
+    get_filename_component(file ${header} NAME)
+    declarations(${header} found)
+    math(EXPR part "${at} % ${count}")
+    foreach(declaration ${found})
+      string(REGEX REPLACE "^.* ((Pro|pfc)[A-Za-z0-9]+)\\(.*$" "\\1" name "${declaration}")
+      list(APPEND known ${name})
+      heard_function("${declaration}" function)
+      string(APPEND functions${part} "${function}")
+    endforeach()
+    string(APPEND includes${part} "#include \"creo/${file}\"\n")
+    math(EXPR at "${at} + 1")
+  endforeach()
+
+  set(rows "")
+  file(GLOB row_files ${ROWS}/*.cpp)
+  foreach(file ${row_files})
+    file(STRINGS ${file} lines REGEX "\\.name = \"[A-Za-z0-9]+\"")
+    foreach(line ${lines})
+      string(REGEX REPLACE "^.*\\.name = \"([A-Za-z0-9]+)\".*$" "\\1" name "${line}")
+      list(APPEND rows ${name})
+    endforeach()
+  endforeach()
+  set(deaf ${rows})
+  list(REMOVE_ITEM deaf ${known})
+  list(REMOVE_ITEM known ${rows})
+  if(deaf OR known)
+    message(FATAL_ERROR "no trace would hear ${deaf}; without a row in src/creo/operations: ${known}")
+  endif()
+
+  math(EXPR last "${count} - 1")
+  foreach(part RANGE ${last})
+    list(GET outputs ${part} output)
+    file(WRITE ${output} "${includes${part}}#include \"trace/call.h\"
+namespace {
+[[maybe_unused]] const bool isHeard = trace::noteHeard();
+}
+namespace creo {
+${functions${part}}}  // namespace creo\n")
+  endforeach()
+endfunction()
+
+# heard... gets the name of what is put in the operation's place, real... that of the operation behind it.
+function(rename_symbols)
+  execute_process(COMMAND ${NM} --format=just-symbols ${ARCHIVE} OUTPUT_FILE ${OUTPUT}.symbols
+    COMMAND_ERROR_IS_FATAL ANY ERROR_QUIET)
+  file(STRINGS ${OUTPUT}.symbols symbols REGEX "^_ZN4creo[0-9]+(heard|real)(Pro|pfc)")
+  list(REMOVE_DUPLICATES symbols)
+  set(renamed "")
+  set(options "")
+  foreach(symbol ${symbols})
+    string(REGEX MATCH "^_ZN4creo([0-9]+)(heard|real)((Pro|pfc).*)$" whole "${symbol}")
+    if(CMAKE_MATCH_2 STREQUAL "heard")
+      math(EXPR length "${CMAKE_MATCH_1} - 5")
+      string(APPEND renamed "${symbol} __wrap__ZN4creo${length}${CMAKE_MATCH_3}\n")
+      string(APPEND options "-Wl,--wrap=_ZN4creo${length}${CMAKE_MATCH_3}\n")
+    else()
+      math(EXPR length "${CMAKE_MATCH_1} - 4")
+      string(APPEND renamed "${symbol} __real__ZN4creo${length}${CMAKE_MATCH_3}\n")
+    endif()
+  endforeach()
+  file(WRITE ${OUTPUT}.renamed "${renamed}")
+  execute_process(COMMAND ${OBJCOPY} --redefine-syms=${OUTPUT}.renamed ${ARCHIVE} ${OUTPUT} COMMAND_ERROR_IS_FATAL ANY)
+  file(WRITE ${OPTIONS} "${options}")
+endfunction()
+
+if(WHAT STREQUAL "functions")
+  write_functions()
+else()
+  rename_symbols()
+endif()

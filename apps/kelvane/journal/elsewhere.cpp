@@ -59,8 +59,9 @@ void addContent(std::string& text, const std::optional<Content>& content) {
 // Empty where there is none, or one that others may have put there.
 std::string readKey(os::Files& disk, const std::string& path) {
   if (path.empty() || os::isAnybodys(path)) return {};
-  auto bytes = disk.read(systemPath(path));
-  return bytes && bytes.value.size() == kKeyDigits ? std::move(bytes.value) : std::string();
+  std::string key = disk.read(systemPath(path)).value;
+  if (key.size() != kKeyDigits) key.clear();
+  return key;
 }
 
 void makeKey(os::Files& disk, const std::string& path) {

@@ -45,7 +45,8 @@ class Run : public Verb {
          &o.accept},
         // output
         {"--log", "FILE", "where the log goes; else DIR/kelvane.log", &o.log},
-        {"--trace", "FILE", "records there what is asked of Creo and what it answers, for 'kelvane replay'", &trace_.file},
+        {"--trace", "FILE", "records there what is asked of Creo and what it answers, for 'kelvane replay'",
+         &trace_.file},
         {"--trace-time", "SECONDS", "the clock stands there while a trace is recorded, counted from 1970 on; else now",
          &trace_.time},
     };

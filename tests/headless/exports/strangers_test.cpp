@@ -92,6 +92,7 @@ TEST_F(Strangers, PartsMeasureAsElsewhereAreSeenWholeAndHandedOn) {
     double volume, area;
     ProVector min, max;
     double sure = 1e-6;
+    bool isDrawn = true;  // the largest would take a minute
   } cases[] = {
       {"/usr/share/opencascade/data/step/screw.step",
        3788.27298321,
@@ -117,7 +118,9 @@ TEST_F(Strangers, PartsMeasureAsElsewhereAreSeenWholeAndHandedOn) {
        10156685.0313 / 16387.064,
        1026843.87949 / 645.16,
        {-2, 0, 0},
-       {26, 11.5, 32}},
+       {26, 11.5, 32},
+       1e-6,
+       false},
   };
   for (const auto& part : cases) {
     fetch(part.file, "part.stp");
@@ -133,6 +136,7 @@ TEST_F(Strangers, PartsMeasureAsElsewhereAreSeenWholeAndHandedOn) {
       EXPECT_NEAR(part.min.*axis, box.min.*axis, part.sure * size) << part.file;
       EXPECT_NEAR(part.max.*axis, box.max.*axis, part.sure * size) << part.file;
     }
+    if (!part.isDrawn) continue;
     expectSeenWhole(solid, part.file);
     expectHandedOn(solid, part.file, part.sure);
   }

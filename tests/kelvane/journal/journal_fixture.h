@@ -94,10 +94,7 @@ using Fate = FatefulFiles::Fate;
 
 class JournalFixture : public RunFixture {
  protected:
-  JournalFixture() {
-    os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(path("config_home")));
-    os::surroundings().clock = std::make_shared<os::FixedClock>(1'700'000'000);
-  }
+  JournalFixture() { os::surroundings().clock = std::make_shared<os::FixedClock>(1'700'000'000); }
 
   void SetUp() override {
     RunFixture::SetUp();

@@ -80,7 +80,7 @@ TEST_F(ModelVerbs, ShowTellsTheSheetsTablesAndSymbolsOfADrawing) {
               testing::HasSubstr("symbols\n"
                                  "  projection_first  sheet 1 at 400, 15\n"
                                  "  surface_machined  sheet 1 at 310, 370\n"
-                                 "  surface_machined  sheet 1 at 500, 370\n"
+                                 "  surface_machined  sheet 1 at 480, 370\n"
                                  "  edges_iso13715    not used\n"));
 }
 

@@ -121,7 +121,8 @@ TEST_F(Solids, ThingsAreFoundByNameAndToldByIt) {
   EXPECT_EQ(ProBadInputs, ProModelitemNameSet({ProItemType::layer, 7, part, {}}, std::wstring(32, L'L')));
   EXPECT_EQ(ProNoError, ProModelitemNameSet({ProItemType::layer, 7, part, {}}, std::wstring(31, L'L')));
   model("plan.drw.1", R"("models": [{"name": "A", "type": "prt"}], "views": [
-      {"id": 1, "model": "A.prt", "section": "a"}, {"id": 2, "model": "B.prt", "section": "A"}])");
+      {"id": 1, "name": "V", "model": "A.prt", "section": "a"},
+      {"id": 2, "name": "W", "model": "B.prt", "section": "A"}])");
   const auto& views = session().models().find(retrieve(L"PLAN", ProMdlType::drawing))->document->record.views;
   EXPECT_EQ(ProNoError, ProModelitemNameSet({ProItemType::crossSection, 1, part, {}}, L"MIDDLE"));
   EXPECT_EQ("MIDDLE A", views[0].section + " " + views[1].section) << "of the model's views alone";

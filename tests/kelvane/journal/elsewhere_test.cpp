@@ -53,7 +53,8 @@ TEST_F(Elsewhere, WhatThisUsersRunsDidThereIsTakenBackAndNothingElse) {
        [this] {
          fs::copy(path("home/run.log"), path("home/mail.log"));
          alter([](kelvane::Record& record) {
-           if (isOfLog(record)) record["path"] = text::replaceAll(record["path"], "run.log", "mail.log");
+           if (isOfLog(record))
+             record["path"] = text::replaceAll(record["path"].get<std::string>(), "run.log", "mail.log");
          });
        }},
       {"of another journal",
@@ -79,12 +80,6 @@ TEST_F(Elsewhere, WhatThisUsersRunsDidThereIsTakenBackAndNothingElse) {
            if (isOfLog(record)) record["path"] = "sub/run.log";
          });
        }},
-      {"by a way out",
-       [this] {
-         alter([](kelvane::Record& record) {
-           if (isOfLog(record)) record["path"] = "../home/run.log";
-         });
-       }},
   };
   for (const auto& row : rows) {
     runIntoAHome();
@@ -104,6 +99,14 @@ TEST_F(Elsewhere, WhatThisUsersRunsDidThereIsTakenBackAndNothingElse) {
     }
     os::setEnvironment(L"XDG_CONFIG_HOME", text::fromUtf8(config));
   }
+  // No way leads over the root of a letter.
+  runIntoAHome();
+  alter([](kelvane::Record& record) {
+    if (isOfLog(record)) record["path"] = "../home/run.log";
+  });
+  const Contents now = contents("home");
+  undo();
+  EXPECT_EQ("", difference(now, contents("home")));
   runIntoAHome();
   asOther();
   EXPECT_EQ(0, undo({"--elsewhere"}).code);

@@ -205,11 +205,16 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
        kelvane::sealedLine({{"record", "begin"}, {"format", 1}, {"run", "0001"}, {"verb", "run"}}) +
            kelvane::sealedLine(
                {{"record", "write"}, {"n", 1}, {"path", outside() + "/secret.txt"}, {"had", had}, {"now", now}}));
-  const Ended broken = run("try", {"--confine", "--again"});
-  EXPECT_EQ(2, broken.code);
-  EXPECT_THAT(broken.err, HasSubstr("secret.txt isn't granted to this run for writing"));
-  EXPECT_EQ(secret, readBytes(outside() + "/secret.txt"));
-  EXPECT_EQ(0, run("try", {"--confine", "--again", "--allow-write=" + outside()}).code);
+  const std::string strange =
+      "secret.txt lies outside the folder of models, and no run of this user's wrote that record";
+  const std::string refused = "secret.txt isn't granted to this run for writing";
+  for (const auto& [option, why] : {std::pair("--confine", strange), {"--elsewhere", refused}}) {
+    const Ended broken = run("try", {"--confine", "--again", option});
+    EXPECT_EQ(2, broken.code);
+    EXPECT_THAT(broken.err, HasSubstr(why));
+    EXPECT_EQ(secret, readBytes(outside() + "/secret.txt"));
+  }
+  EXPECT_EQ(0, run("try", {"--confine", "--again", "--elsewhere", "--allow-write=" + outside()}).code);
   EXPECT_EQ(evil, readBytes(outside() + "/secret.txt"));
   file("outside/secret.txt", secret);
   EXPECT_EQ(before, all());
@@ -218,8 +223,8 @@ TEST_F(RunConfine, AFolderOfModelsLeadsNowhereElse) {
   file("models/kelvane.journal/0009/run.jsonl",
        kelvane::sealedLine({{"record", "begin"}, {"format", 1}, {"run", "0009"}, {"verb", "run"}}) +
            kelvane::sealedLine({{"record", "append"}, {"n", 1}, {"path", log}, {"had", now}}));
-  EXPECT_EQ(2, run("try", {"--confine", "--again"}).code);
-  EXPECT_EQ(0, run("try", {"--confine", "--again", "--log", log}).code);
+  EXPECT_EQ(2, run("try", {"--confine", "--again", "--elsewhere"}).code);
+  EXPECT_EQ(0, run("try", {"--confine", "--again", "--elsewhere", "--log", log}).code);
   EXPECT_NE(secret, readBytes(log));
   file("outside/secret.txt", secret);
 

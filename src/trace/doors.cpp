@@ -49,8 +49,9 @@ class HeardAppender : public os::Appender {
 
 }  // namespace
 
-bool OwnLetters::has(std::wstring_view path) const {
-  return path.size() > 1 && path[1] == L':' && letters.find(text::lower(path[0])) != letters.npos;
+bool OwnPlaces::has(std::wstring_view path) const {
+  if (path.size() < 2 || path[1] != L':') return false;
+  return letters.find(text::lower(path[0])) != letters.npos || text::lower(path.substr(0, unpacked.size())) == unpacked;
 }
 
 bool HeardFiles::exists(std::wstring_view path) {
@@ -159,7 +160,7 @@ std::optional<std::wstring> HeardClipboard::text() {
   return asked<std::optional<std::wstring>>("clipboard.text", [&] { return under_->text(); });
 }
 
-HeardDoors::HeardDoors(const OwnLetters& own) : web_(std::make_shared<HeardWeb>(os::web())) {
+HeardDoors::HeardDoors(const OwnPlaces& own) : web_(std::make_shared<HeardWeb>(os::web())) {
   os::Surroundings& all = os::surroundings();
   all.files = std::make_shared<HeardFiles>(all.files, own);
   all.processes = std::make_shared<HeardProcesses>(all.processes);

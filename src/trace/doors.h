@@ -11,9 +11,10 @@
 
 namespace trace {
 
-// Files on these letters stay out of the trace: who plays it has files of his own there.
-struct OwnLetters {
-  std::wstring letters;  // "tpi"
+// Files there stay out of the trace: who plays it has files of his own.
+struct OwnPlaces {
+  std::wstring letters;   // "pi"
+  std::wstring unpacked;  // how the folders of packages in the temp folder begin: "t:\\open_kvz_"
   [[nodiscard]] bool has(std::wstring_view path) const;
 };
 
@@ -21,7 +22,7 @@ struct OwnLetters {
 class HeardFiles : public os::FilesWrapper {
  public:
   // under is kept for as long as this lives.
-  HeardFiles(std::shared_ptr<os::Files> under, OwnLetters own)
+  HeardFiles(std::shared_ptr<os::Files> under, OwnPlaces own)
       : os::FilesWrapper(*under), kept_(std::move(under)), own_(std::move(own)) {}
   bool exists(std::wstring_view path) override;
   bool isFolder(std::wstring_view path) override;
@@ -40,7 +41,7 @@ class HeardFiles : public os::FilesWrapper {
 
  private:
   std::shared_ptr<os::Files> kept_;
-  OwnLetters own_;
+  OwnPlaces own_;
 };
 
 class HeardProcesses : public os::Processes {
@@ -76,7 +77,7 @@ class HeardClipboard : public os::Clipboard {
 // All of them before those in force, until it is gone.
 class HeardDoors {
  public:
-  explicit HeardDoors(const OwnLetters& own);
+  explicit HeardDoors(const OwnPlaces& own);
 
  private:
   os::SurroundingsGuard before_;

@@ -75,7 +75,7 @@ class ReplaySurroundings {
     os::setEnvironment(L"username", head.user);
     os::surroundings().clock = std::make_shared<os::FixedClock>(head.clock);
     os::doors() = {head.programs, {}};
-    heard_.emplace(kOwnLetters);
+    heard_.emplace(kOwnPlaces);
   }
 
  private:

@@ -67,7 +67,7 @@ RunTrace::RunTrace(const TraceOptions& options, const RunPlace& place) : path_(o
   });
   clock_.emplace();
   os::surroundings().clock = std::make_shared<os::FixedClock>(head.clock);
-  doors_.emplace(kOwnLetters);
+  doors_.emplace(kOwnPlaces);
   trace::Tape::setCurrent(&*recorder_);
 }
 

@@ -16,8 +16,8 @@
 
 namespace kelvane {
 
-// Letters of a run whose files a replay has itself: packages, the temp folder, what is installed.
-inline const trace::OwnLetters kOwnLetters{L"pti"};
+// What a replay has itself of a run: packages, what is installed, and the package as it is unpacked.
+inline const trace::OwnPlaces kOwnPlaces{L"pi", L"t:\\open_kvz_"};
 
 // What a run stood on.
 struct TraceHead {

@@ -42,7 +42,7 @@ void CutMaterial::take(const std::array<ScreenPoint, 3>& triangle) {
     }
     outline_.push_back({met.front(), met.back()});
   }
-  const auto& [p, q, r] = triangle;
+  const ScreenPoint &p = triangle[0], &q = triangle[1], &r = triangle[2];
   const bool looksAway = (q.x - p.x) * (r.y - p.y) - (r.x - p.x) * (q.y - p.y) > 0;
   headless::eachDot(triangle, width_, height_, [&](int x, int y, const std::array<float, 3>& share) {
     const float z = share[0] * p.z + share[1] * q.z + share[2] * r.z;

@@ -6,6 +6,11 @@
 namespace actions {
 
 ModelWindow::ModelWindow(creo::ProMdl model) : before_(creo::ProWindowCurrentGet()), window_(ProMdlWindowGet(model)) {
+  // The current model's window is the current one, whatever else is told: as one that was opened it would be closed.
+  if (!window_ && before_) {
+    const auto current = creo::ProMdlCurrentGet();
+    if (current && current.value == model) window_ = before_;
+  }
   if (!window_) {
     const auto name = creo::ProMdlNameGet(model);
     const auto type = creo::ProMdlTypeGet(model);

@@ -16,5 +16,11 @@ class Digest {
 };
 // SHA-256, as FIPS 180-4 has it.
 std::unique_ptr<Digest> sha256();
+// Of one piece.
+inline std::string sha256OfBytes(std::string_view bytes) {
+  const auto digest = sha256();
+  digest->take(bytes);
+  return digest->hex();
+}
 
 }  // namespace os

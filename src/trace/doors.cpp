@@ -22,16 +22,10 @@ Result asked(std::string_view name, const Function& function, const Words&... wo
 
 constexpr std::size_t kShort = 1000;
 
-std::string sumOf(std::string_view bytes) {
-  const std::unique_ptr<os::Digest> digest = os::sha256();
-  digest->take(bytes);
-  return digest->hex();
-}
-
 // "text", or "4711 bytes 2fd4e1..."
 std::string told(std::string_view bytes) {
   if (bytes.size() <= kShort && text::isUtf8(bytes)) return std::string(bytes);
-  return std::to_string(bytes.size()) + " bytes " + sumOf(bytes);
+  return std::to_string(bytes.size()) + " bytes " + os::sha256OfBytes(bytes);
 }
 
 class HeardAppender : public os::Appender {
@@ -39,7 +33,7 @@ class HeardAppender : public os::Appender {
   HeardAppender(std::unique_ptr<os::Appender> under, std::wstring_view path) : under_(std::move(under)), path_(path) {}
   std::error_code write(std::string_view bytes) override {
     return asked<std::error_code>(
-        "files.appended", [&] { return under_->write(bytes); }, path_, told(bytes));
+        "files.appended", [&] { return under_ ? under_->write(bytes) : std::error_code(); }, path_, told(bytes));
   }
 
  private:
@@ -151,7 +145,7 @@ std::error_code HeardProcesses::doStart(std::wstring_view program, std::wstring_
 
 text::Result<std::string> HeardWeb::send(const os::WebRequest& request) {
   const std::optional<std::string> carried =
-      request.body ? std::optional(sumOf(*request.body)) : std::optional<std::string>();
+      request.body ? std::optional(os::sha256OfBytes(*request.body)) : std::optional<std::string>();
   return asked<text::Result<std::string>>(
       "web.send", [&] { return under_.send(request); }, os::withoutCredentials(request.url), carried);
 }

@@ -20,12 +20,6 @@ namespace fs = std::filesystem;
 constexpr const char* kKeyFile = "/kelvane/journal.key";
 constexpr std::size_t kKeyDigits = 64;  // as many as a block of SHA-256 has bytes
 
-std::string sha256Hex(std::string_view bytes) {
-  const auto digest = os::sha256();
-  digest->take(bytes);
-  return digest->hex();
-}
-
 std::string bytesOf(std::string_view hex) {
   std::string bytes;
   for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
@@ -44,7 +38,7 @@ std::string hmac(const std::string& key, std::string_view text) {
     for (char& c : block) c = static_cast<char>(static_cast<unsigned char>(c) ^ pad);
     return block;
   };
-  return sha256Hex(padded(kOuter) + bytesOf(sha256Hex(padded(kInner) + std::string(text))));
+  return os::sha256OfBytes(padded(kOuter) + bytesOf(os::sha256OfBytes(padded(kInner) + std::string(text))));
 }
 
 // Pieces that can't be taken for others, however they are put together.
@@ -64,12 +58,21 @@ std::string readKey(os::Files& disk, const std::string& path) {
   return key;
 }
 
+// Written where nobody else can read it, and then given its name at once: another run may be making one.
 void makeKey(os::Files& disk, const std::string& path) {
   if (path.empty()) return;
-  const std::wstring target = systemPath(path);
-  std::error_code error = disk.createFolders(os::folderOf(target));
-  if (!error) error = disk.create(target, randomDigits(kKeyDigits));
-  if (!error) fs::permissions(nativePath(path), fs::perms::owner_read | fs::perms::owner_write, error);
+  constexpr std::size_t kNameDigits = 16;
+  const std::string unfinished = path + "." + randomDigits(kNameDigits);
+  const std::wstring target = systemPath(unfinished);
+  if (disk.createFolders(os::folderOf(target)) || disk.create(target, {})) return;
+  std::error_code error;
+  fs::permissions(nativePath(unfinished), fs::perms::owner_read | fs::perms::owner_write, error);
+  if (!error) {
+    const auto opened = disk.append(target);
+    error = opened ? opened.value->write(randomDigits(kKeyDigits)) : opened.error;
+  }
+  if (!error) (void)os::addName(target, systemPath(path));
+  (void)disk.remove(target);
 }
 
 }  // namespace
@@ -115,7 +118,7 @@ std::string Seals::sealBy(const std::string& key, const Deed& deed) const {
   if (deed.had && !deed.had->kept.empty()) {
     const auto bytes = disk_.read(kept_ + text::fromUtf8(deed.had->kept));
     if (!bytes) return {};
-    addPart(text, sha256Hex(bytes.value));
+    addPart(text, os::sha256OfBytes(bytes.value));
   }
   return hmac(key, text);
 }

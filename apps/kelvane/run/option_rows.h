@@ -26,7 +26,7 @@ inline std::vector<OptionRow> surroundingRows(RunOptions& options) {
 }
 inline std::vector<OptionRow> outputRows(RunOptions& options) {
   return {{"--events", "FILE", "JSON lines: models, changed values, log lines, files, recap", &options.events},
-          {"--operations", "", "every operation too among the events", &options.trace},
+          {"--operations", "", "every operation too among the events", &options.operations},
           {"--max-errors", "N", "shows at most N error lines; 0 shows all", &options.maxErrors}};
 }
 

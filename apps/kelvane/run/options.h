@@ -38,7 +38,7 @@ struct RunOptions {
 
   // Output.
   std::string log, events;
-  bool trace = false;
+  bool operations = false;
   int maxErrors = 20;               // lines shown; 0: all
   std::vector<std::string> accept;  // "sat,dwg": exports whose failures count as warnings
 

@@ -130,7 +130,7 @@ class RunWork {
       return finish(0);
     }
     console_.passing("reading the models");
-    session.trace(options_.trace && events_.on());
+    session.trace(options_.operations && events_.on());
     const int code = drive(session, watch, starts);
     return code == kFine && answerer.troubled() ? kErrors : code;
   }

@@ -86,8 +86,7 @@ KeptGrants grantsIn(const Json& entry) {
   return grants;
 }
 
-std::string hexOf(os::Digest& digest, const std::string& file) {
-  std::string hex = digest.hex();
+std::string workedOut(std::string hex, const std::string& file) {
   if (hex.empty()) throw Fault("the checksum of " + file + " can't be worked out");
   return hex;
 }
@@ -98,7 +97,7 @@ std::string sha256Of(const std::string& file) {
   const auto digest = os::sha256();
   const auto error = os::files().readPieces(systemPath(file), [&](std::string_view piece) { digest->take(piece); });
   if (error) throw Fault(file + " can't be read: " + error.message());
-  return hexOf(*digest, file);
+  return workedOut(digest->hex(), file);
 }
 
 std::string ownTrustFile() {
@@ -118,9 +117,7 @@ KnownPackage openKnown(const std::string& package) {
   }
   auto bytes = os::files().read(systemPath(package));
   if (!bytes) throw Fault(package + " can't be read: " + bytes.error.message());
-  const auto digest = os::sha256();
-  digest->take(bytes.value);
-  known.identity.sha256 = hexOf(*digest, package);
+  known.identity.sha256 = workedOut(os::sha256OfBytes(bytes.value), package);
   known.source = openPackage(package, std::move(bytes.value));
   return known;
 }

@@ -78,7 +78,7 @@ class WatchWork {
   int run() {
     FiringWatch firings(session_, options_.surroundings, options_.json, console_, events_, durable_);
     firings_ = &firings;
-    session_.trace(options_.surroundings.trace && events_.on());
+    session_.trace(options_.surroundings.operations && events_.on());
     load();
     for (const std::string& model : options_.models) {
       if (const int code = work({"open", model})) return code;

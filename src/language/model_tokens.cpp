@@ -77,10 +77,20 @@ creo::Got<creo::ProMdl> ModelFacts::findSelected() {
 
 std::wstring pathText(const creo::ProMdlData& data) { return data.device + L":" + data.path; }
 
+// What every model has: where it can't be read its tokens stay, which may become the name of a file.
+template <class T>
+bool isRead(const creo::Got<T>& got, std::wstring_view what) {
+  if (!got)
+    core::logWrite(
+        text::format(L"The model's %s can't be read, its tokens stay (error %d)", what, static_cast<int>(got.error)),
+        core::kWarning);
+  return static_cast<bool>(got);
+}
+
 Value modelType(ModelFacts& facts) {
   if (facts.type == creo::ProMdlType::drawing) return L"drw";
   const auto extension = creo::ProMdlExtensionGet(facts.model);
-  return extension ? Value(text::lower(extension.value)) : Value();
+  return isRead(extension, L"extension") ? Value(text::lower(extension.value)) : Value();
 }
 Value regenerationStatus(ModelFacts& facts) {
   if (!isPartOrAssembly(facts.type) && facts.type != creo::ProMdlType::manufacturing) return {};
@@ -120,7 +130,9 @@ Value genericName(ModelFacts& facts) {
   return generic ? generic.value.name : L"-";
 }
 Value commonName(ModelFacts& facts) { return valueOf(creo::ProMdlCommonnameGet(facts.model)); }
-Value modelPath(ModelFacts& facts) { return facts.data() ? Value(pathText(facts.data().value)) : Value(); }
+Value modelPath(ModelFacts& facts) {
+  return isRead(facts.data(), L"path") ? Value(pathText(facts.data().value)) : Value();
+}
 Value modelPathWithSlashes(ModelFacts& facts) {
   const Value path = modelPath(facts);
   return path ? Value(text::replaceAll(*path, L"\\", L"/")) : Value();
@@ -171,7 +183,7 @@ bool replaceTokens(Substitution& call, const ModelToken (&tokens)[N], ModelFacts
 bool replaceName(Substitution& call) {
   if (!call.holds(L"@mdln@") && !call.holds(L"@filename@")) return true;
   const auto name = creo::ProMdlNameGet(call.model);
-  return !name || (call.replace(L"@mdln@", name.value) && call.replace(L"@filename@", name.value));
+  return !isRead(name, L"name") || (call.replace(L"@mdln@", name.value) && call.replace(L"@filename@", name.value));
 }
 
 // The first folder below one whose ".paj" files mention the file of the current model.

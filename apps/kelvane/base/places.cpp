@@ -21,8 +21,14 @@ std::string variable(std::wstring_view name) {
   return value ? text::toUtf8(*value) : std::string();
 }
 
+// Another folder would be meant, or written, than the one that is named.
+std::string requiredUtf8(std::string folder, const char* variable) {
+  if (text::isUtf8(folder)) return folder;
+  throw Fault("the name of the folder '" + folder + "' isn't UTF-8; " + variable + " names another one");
+}
+
 fs::path cacheFolder() {
-  const std::string folder = os::cacheFolder();
+  const std::string folder = requiredUtf8(os::cacheFolder(), "XDG_CACHE_HOME");
   return folder.empty() ? fs::temp_directory_path() : nativePath(folder);
 }
 
@@ -71,5 +77,7 @@ std::string workFolder(const std::string& models) {
   if (error) throw Fault("the temp folder " + machinePath(folder) + " can't be made: " + error.message());
   return machinePath(folder);
 }
+
+std::string configurationFolder() { return requiredUtf8(os::configurationFolder(), "XDG_CONFIG_HOME"); }
 
 }  // namespace kelvane

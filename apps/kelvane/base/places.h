@@ -17,5 +17,7 @@ std::string installationFolder();
 // A folder of this user's that lasts between runs on the same folder of models, while it is used now and then; made
 // when it isn't there.
 std::string workFolder(const std::string& models);
+// The folder of this user's settings; empty: there is none. A Fault where its name isn't UTF-8.
+std::string configurationFolder();
 
 }  // namespace kelvane

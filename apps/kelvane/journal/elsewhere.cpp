@@ -99,7 +99,7 @@ bool Elsewhere::isOfRun(const std::string& written, bool isNew) {
 
 const std::string& Seals::key(bool isToBeMade) {
   if (!key_.empty()) return key_;
-  const std::string folder = os::configurationFolder();
+  const std::string folder = configurationFolder();
   const std::string path = folder.empty() ? folder : folder + kKeyFile;
   key_ = readKey(disk_, path);
   if (!key_.empty() || !isToBeMade) return key_;

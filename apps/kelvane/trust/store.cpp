@@ -101,7 +101,7 @@ std::string sha256Of(const std::string& file) {
 }
 
 std::string ownTrustFile() {
-  const std::string folder = os::configurationFolder();
+  const std::string folder = configurationFolder();
   return folder.empty() ? folder : folder + kFile;
 }
 

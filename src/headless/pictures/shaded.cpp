@@ -16,7 +16,7 @@ constexpr Color kEdge{40, 44, 52};
 constexpr double kFilled = 0.9;  // of the width or the height
 constexpr double kAmbient = 0.38, kDiffuse = 0.62, kGloss = 0.18;
 constexpr int kGlossPower = 24;
-constexpr double kMostFineDots = 16e6;
+constexpr double kMostFineDots = 4e6;
 constexpr float kEdgeLift = 0.004F;  // towards the viewer, of the depth of all there is: edges lie on their faces
 constexpr ProVector kLight{-0.42, 0.54, 0.73};
 constexpr ProVector kHalfway{-0.226, 0.290, 0.930};  // between the light and the viewer

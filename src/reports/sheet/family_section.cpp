@@ -28,13 +28,14 @@ std::wstring_view columnWord(creo::ProFamitemType type) {
   return L"UNKNOWN";
 }
 
-std::vector<std::wstring> instanceNames(const creo::Got<creo::ProFamtable>& table) {
+std::vector<std::wstring> instanceNames(const Subject& subject, const creo::Got<creo::ProFamtable>& table) {
   std::vector<std::wstring> names;
   if (!table) return names;
-  creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
+  const auto result = creo::ProFamtableInstanceVisit(table.value, [&](const creo::ProFaminstance& instance) {
     names.push_back(instance.name);
     return creo::ProNoError;
   });
+  subject.unread.visited(result, L"instances");
   return names;
 }
 
@@ -43,10 +44,11 @@ void tableOf(const Subject& subject, const creo::ProFamtable& table, const std::
   title(subject, Message::familyTable);
   head(subject, Message::columns);
   page.heads({{kNameColumn, core::msgText(Message::name)}, {kTypeColumn, core::msgText(Message::type)}});
-  creo::ProFamtableItemVisit(table, [&](const creo::ProFamtableItem& item) {
+  const auto result = creo::ProFamtableItemVisit(table, [&](const creo::ProFamtableItem& item) {
     page.row({{kNameColumn, item.name}, {kTypeColumn, columnWord(item.type)}}, kRowSize, kListStep);
     return creo::ProNoError;
   });
+  subject.unread.visited(result, L"columns of the family table");
   head(subject, Message::variants);
   for (const std::wstring& name : instances) page.line(name, kRowSize, kNameColumn, kListStep);
 }
@@ -57,8 +59,9 @@ void familyTableSection(const Subject& subject) {
   const bool wholeTable = subject.wants(L"famtab"), amount = subject.wants(L"famtab_amount");
   if (!wholeTable && !amount) return;
   tell(L"Report family table");
-  const auto table = creo::ProFamtableInit(subject.model);
-  const std::vector<std::wstring> instances = instanceNames(table);
+  const auto table = subject.isSolid() ? creo::ProFamtableInit(subject.model) : creo::ProNotFound;
+  subject.unread.readAny(table, L"the family table");
+  const std::vector<std::wstring> instances = instanceNames(subject, table);
   if (instances.empty())
     head(subject, Message::noFamilyTable);
   else if (wholeTable)

@@ -83,12 +83,13 @@ void headOfSheet(const Subject& subject) {
   const double top = page.height() - kNameDown;
   const std::wstring now = os::localTime(os::clock().seconds(), "%Y-%m-%d %H:%M:%S");
   const double dateX = page.right() - page.widthOf(now, kRowSize);
-  page.cut(creo::ProMdlNameGet(subject.model).value, kNameSize, kMargin, top, dateX - kGap);
+  page.cut(subject.unread.read(creo::ProMdlNameGet(subject.model), kModelName), kNameSize, kMargin, top, dateX - kGap);
   page.cut(now, kRowSize, dateX, top, page.document().width());
   page.rule(page.height() - kRuleDown);
   const bool hasPicture = subject.wants(L"image") && drawPicture(page, subject.model);
   page.moveTo(page.height() - kFolderDown);
   const auto data = creo::ProMdlDataGet(subject.model);
+  subject.unread.read(data, L"the model's folder");
   const double right = hasPicture ? page.document().width() - kPictureLeft - kGap : page.right();
   if (data) page.line(folderOf(data.value), kRowSize, kMargin, 0, right);
 }

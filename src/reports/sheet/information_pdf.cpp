@@ -99,8 +99,8 @@ bool beginDocument(const Task& task, Document& document) {
   return !fault;
 }
 
-void describe(const Task& task, Document& document) {
-  document.describe({.title = creo::ProMdlNameGet(task.model()).value,
+void describe(const Task& task, Document& document, Unread& unread) {
+  document.describe({.title = unread.read(creo::ProMdlNameGet(task.model()), kModelName),
                      .subject = task.text(L"description").text,
                      .author = os::environment(L"username").value_or(L""),
                      .created = os::clock().seconds()});
@@ -121,13 +121,16 @@ Outcome writeInformationPDF(const Task& task) {
   if (path.empty() || !actions::mayWrite(task, path)) return done;
   Document document;
   if (!beginDocument(task, document)) return done;
-  describe(task, document);
+  Unread unread;
+  describe(task, document, unread);
   Page page(document);
+  const Subject subject{task, task.model(), creo::ProMdlTypeGet(task.model()).value, page, unread};
   for (const Part& part : kParts) {
-    part.write({task, task.model(), page});
+    part.write(subject);
     if (!part.mark.empty()) core::logIndented(part.mark, core::kDebug, 1);
   }
   page.number();
+  unread.tell();
   save(document, path);
   if (!task.isTrue(L"oaw")) return done;
   tell(L"start pdf");

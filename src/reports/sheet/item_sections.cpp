@@ -43,11 +43,11 @@ void featureRow(Page& page, const creo::ProFeature& feature) {
 }
 
 // The lines of a note stand closer than notes do.
-void noteLines(Page& page, const creo::ProNote& note) {
+void noteLines(const Subject& subject, const creo::ProNote& note) {
   debug(L"Start Note Write Visit Action");
   double step = kListStep;
-  for (const std::wstring& line : creo::ProNoteTextGet(note).value) {
-    page.line(line, kRowSize, kMargin, step);
+  for (const std::wstring& line : subject.unread.readAny(creo::ProNoteTextGet(note), L"texts of notes")) {
+    subject.page.line(line, kRowSize, kMargin, step);
     step = kTableStep;
   }
   debug(L"End Note Write Visit Action");
@@ -61,10 +61,11 @@ void viewSection(const Subject& subject) {
   title(subject, Message::views);
   subject.page.heads(
       {{kMargin, core::msgText(Message::viewName)}, {kAlternativeColumn, core::msgText(Message::alternativeName)}});
-  if (const auto views = creo::ProViewNamesGet(subject.model))
-    for (std::size_t i = 0; i < views.value.names.size(); ++i)
-      subject.page.row({{kMargin, views.value.names[i]}, {kAlternativeColumn, views.value.alternateNames[i]}}, kRowSize,
-                       kTableStep);
+  const auto views = creo::ProViewNamesGet(subject.model);
+  subject.unread.readAny(views, L"views");
+  for (std::size_t i = 0; i < views.value.names.size(); ++i)
+    subject.page.row({{kMargin, views.value.names[i]}, {kAlternativeColumn, views.value.alternateNames[i]}}, kRowSize,
+                     kTableStep);
   subject.page.endSection();
 }
 
@@ -74,13 +75,15 @@ void layerSection(const Subject& subject) {
   title(subject, Message::layers);
   subject.page.heads(
       {{kMargin, core::msgText(Message::layerName)}, {kSecondColumn, core::msgText(Message::layerStatus)}});
-  creo::ProMdlLayerVisit(subject.model, [&](const creo::ProLayer& layer) {
-    const std::wstring name = creo::ProLayerNameGet(layer).value;
+  const creo::ProError result = creo::ProMdlLayerVisit(subject.model, [&](const creo::ProLayer& layer) {
+    const std::wstring name = subject.unread.read(creo::ProLayerNameGet(layer), L"names of layers");
     const auto status = creo::ProLayerDisplaystatusGet(layer);
+    subject.unread.read(status, L"statuses of layers");
     subject.page.row({{kMargin, name}, {kSecondColumn, status ? layerStatusWord(status.value) : L""}}, kRowSize,
                      kListStep);
     return creo::ProNoError;
   });
+  subject.unread.visited(result, L"layers");
   subject.page.endSection();
 }
 
@@ -92,7 +95,7 @@ void firstFeatureSection(const Subject& subject) {
   subject.page.heads(
       {{kMargin, core::msgText(Message::name)}, {kSecondColumn, core::msgText(Message::type)}, {kIdColumn, L"ID"}});
   int left = text::parseInt(count);
-  const creo::ProError result = creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
+  const creo::ProError result = visitFeatures(subject, [&](const creo::ProFeature& feature) {
     if (left-- <= 0) return creo::ProStopVisit;
     featureRow(subject.page, feature);
     return creo::ProNoError;
@@ -109,9 +112,10 @@ void firstNoteSection(const Subject& subject) {
   int left = text::parseInt(count);
   const creo::ProError result = creo::ProMdlNoteVisit(subject.model, [&](const creo::ProNote& note) {
     if (left-- <= 0) return creo::ProStopVisit;
-    noteLines(subject.page, note);
+    noteLines(subject, note);
     return creo::ProNoError;
   });
+  subject.unread.visited(result, L"notes");
   if (result == creo::ProNotFound) tell(L"no notes found");
   subject.page.endSection();
 }
@@ -121,7 +125,8 @@ void dependencySection(const Subject& subject) {
   tell(L"Report external dependencies");
   title(subject, Message::externalDependencies);
   subject.page.heads({{kMargin, core::msgText(Message::name)}, {kSecondColumn, core::msgText(Message::type)}});
-  for (const creo::ProDependency& used : creo::ProMdlDependenciesList(subject.model).value)
+  const auto dependencies = creo::ProMdlDependenciesList(subject.model);
+  for (const creo::ProDependency& used : subject.unread.readAny(dependencies, L"dependencies"))
     subject.page.row({{kMargin, used.name}, {kSecondColumn, used.typeText}}, kRowSize, kListStep);
   subject.page.endSection();
 }
@@ -147,9 +152,9 @@ void interfaceSection(const Subject& subject) {
   tell(L"Report interfaces");
   title(subject, Message::interfaces);
   subject.page.heads({{kMargin, core::msgText(Message::name)}});
-  creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
-    if (const auto type = creo::ProFeatureTypeGet(feature); type && type.value == kInterfaceFeature)
-      listed(subject.page, itemName(itemOf(feature)));
+  visitFeatures(subject, [&](const creo::ProFeature& feature) {
+    if (subject.unread.read(creo::ProFeatureTypeGet(feature), L"types of features") == kInterfaceFeature)
+      listed(subject.page, itemName(subject, itemOf(feature)));
     return creo::ProNoError;
   });
   subject.page.endSection();

@@ -62,20 +62,24 @@ void heads(Page& page, const ParameterForm& form) {
 }
 
 // fault: the line of a parameter that can't be read, with its code.
-void row(Page& page, const ParameterForm& form, const creo::ProParameter& parameter, std::wstring_view fault) {
+void row(const Subject& subject, const ParameterForm& form, const creo::ProParameter& parameter,
+         std::wstring_view fault) {
+  Page& page = subject.page;
+  Unread& unread = subject.unread;
   // In the unit that stands beside it.
   const auto value = creo::ProParameterScaledvalueGet(parameter);
   if (!value) tellError(text::format(fault, static_cast<int>(value.error)));
   const KindAndText shown = value ? valueOf(value.value) : KindAndText();
   if (form.isShort) return page.row({{kMargin, parameter.id}, {kShortValueColumn, shown.text}}, kRowSize, kStep);
-  const auto designated = creo::ProParameterDesignationVerify(parameter);
-  const std::wstring unit = creo::ProParameterUnitsGet(parameter).value;
-  const std::wstring description = creo::ProParameterDescriptionGet(parameter).value;
+  const bool isDesignated = unread.read(creo::ProParameterDesignationVerify(parameter), L"designations of parameters");
+  const std::wstring unit = unread.readAny(creo::ProParameterUnitsGet(parameter), L"units of parameters");
+  const std::wstring description =
+      unread.readAny(creo::ProParameterDescriptionGet(parameter), L"descriptions of parameters");
   page.row({{kMargin, parameter.id},
             {kTypeColumn, shown.kind},
             {kValueColumn, shown.text},
             {kUnitColumn, unit},
-            {kDesignatedColumn, designated && designated.value ? L"TRUE" : L"FALSE"},
+            {kDesignatedColumn, isDesignated ? L"TRUE" : L"FALSE"},
             {kDescriptionColumn, description}},
            kRowSize, kStep);
 }
@@ -87,10 +91,10 @@ void featureParameters(const Subject& subject, const ParameterForm& form, const 
   const creo::ProError result = creo::ProParameterVisit(feature, [&](const creo::ProParameter& parameter) {
     if (!form.passes(parameter.id)) return creo::ProNoError;
     if (std::exchange(isFirst, false)) {
-      head(subject, text::format(L"%s - Id: %d", itemName(feature), feature.id));
+      head(subject, text::format(L"%s - Id: %d", itemName(subject, feature), feature.id));
       heads(subject.page, form);
     }
-    row(subject.page, form, parameter, kFault);
+    row(subject, form, parameter, kFault);
     return creo::ProNoError;
   });
   if (result != creo::ProNoError && result != creo::ProNotFound)
@@ -108,7 +112,7 @@ void parameterSection(const Subject& subject) {
   heads(subject.page, form);
   const auto owner = creo::ProMdlToModelitem(subject.model);
   const creo::ProError result = !owner ? owner.error : creo::ProParameterVisit(owner.value, [&](const auto& parameter) {
-    if (form.passes(parameter.id)) row(subject.page, form, parameter, L"Failure occured while read parameter: %d");
+    if (form.passes(parameter.id)) row(subject, form, parameter, L"Failure occured while read parameter: %d");
     return creo::ProNoError;
   });
   if (result != creo::ProNoError && result != creo::ProNotFound)
@@ -122,7 +126,7 @@ void featureParameterSection(const Subject& subject) {
   const ParameterForm form{subject.wants(L"keparaFilter"), subject.wants(L"parameter_sv"),
                            subject.task.attribute(L"keparaFilterTxt")};
   title(subject, form.isFiltered ? Message::featureParametersFiltered : Message::featureParameters);
-  creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
+  visitFeatures(subject, [&](const creo::ProFeature& feature) {
     featureParameters(subject, form, itemOf(feature));
     return creo::ProNoError;
   });

@@ -41,7 +41,7 @@ void relationList(const Subject& subject, const creo::ProModelitem& owner) {
   if (!lines) return tellError(text::format(L"Failure while relset relations get: %d", static_cast<int>(lines.error)));
   if (lines.value.empty()) return;
   const bool fails = creo::ProRelsetRegenerate(set.value) != creo::ProNoError;
-  head(subject, text::format(L"%s - Id: %d %s", itemName(owner), owner.id,
+  head(subject, text::format(L"%s - Id: %d %s", itemName(subject, owner), owner.id,
                              fails ? core::msgText(Message::containFailures) : L""));
   for (const std::wstring& line : lines.value) relationLine(subject.page, line);
 }
@@ -76,7 +76,7 @@ void sketchRelations(const Subject& subject, const creo::ProFeature& feature, in
 void featureRelations(const Subject& subject) {
   tell(L"Report feature relations");
   head(subject, Message::featureRelations, kHeadColumn);
-  creo::ProSolidFeatVisit(subject.model, [&](const creo::ProFeature& feature) {
+  visitFeatures(subject, [&](const creo::ProFeature& feature) {
     relationList(subject, itemOf(feature));
     const auto count = creo::ProFeatureNumSectionsGet(feature);
     if (!count) tellError(L"Can't get the sections number");
@@ -93,6 +93,7 @@ void relationSection(const Subject& subject) {
   if (before) tell(L"Report relations");
   title(subject, Message::relations);
   auto model = creo::ProMdlToModelitem(subject.model);
+  subject.unread.read(model, L"relations");
   if (before) {
     head(subject, Message::preRelations, kHeadColumn);
     if (model) relationList(subject, model.value);

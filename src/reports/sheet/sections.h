@@ -3,6 +3,7 @@
 
 #include "actions/task.h"
 #include "reports/sheet/page.h"
+#include "reports/sheet/unread.h"
 
 namespace reports::sheet {
 
@@ -10,8 +11,12 @@ namespace reports::sheet {
 struct Subject {
   const actions::Task& task;
   creo::ProMdl model;
+  creo::ProMdlType type{};
   Page& page;
+  Unread& unread;
   [[nodiscard]] bool wants(std::wstring_view attribute) const { return task.isTrue(attribute); }
+  [[nodiscard]] bool isPart() const { return type == creo::ProMdlType::part; }
+  [[nodiscard]] bool isSolid() const { return isPart() || type == creo::ProMdlType::assembly; }
 };
 
 // A line of the log.
@@ -22,6 +27,9 @@ void title(const Subject& subject, core::Message message);
 // A head over what follows, by message or as a text.
 void head(const Subject& subject, core::Message message, double x = kMargin);
 void head(const Subject& subject, std::wstring_view text, double x = kMargin);
+
+// What several parts ask for, in words of the log.
+constexpr std::wstring_view kModelName = L"the model's name", kFeatures = L"its features", kItemNames = L"names of items";
 
 using Section = void (*)(const Subject& subject);
 

@@ -45,9 +45,10 @@ void unitSection(const Subject& subject) {
                                                               {Message::mass, creo::ProUnitType::mass},
                                                               {Message::temperature, creo::ProUnitType::temperature},
                                                               {Message::time, creo::ProUnitType::time}};
-  const creo::ProUnitsystem system{subject.model, creo::ProMdlPrincipalunitsystemGet(subject.model).value};
+  const creo::ProUnitsystem system{
+      subject.model, subject.unread.read(creo::ProMdlPrincipalunitsystemGet(subject.model), L"the system of units")};
   for (const auto& [message, type] : kUnits)
-    fact(subject.page, core::msgText(message), creo::ProUnitsystemUnitGet(system, type).value);
+    fact(subject.page, core::msgText(message), subject.unread.read(creo::ProUnitsystemUnitGet(system, type), L"units"));
 }
 
 void accuracySection(const Subject& subject) {
@@ -87,16 +88,19 @@ void materialSection(const Subject& subject) {
   const bool current = subject.wants(L"actMaterials"), all = subject.wants(L"materialsInModel");
   if (!current && !all) return;
   title(subject, Message::materials);
-  const auto names = creo::ProPartMaterialsGet(subject.model);
+  const bool isPart = subject.isPart();  // nothing else is made of materials
   if (current) {
     tell(L"Report active materials");
     head(subject, L"Active");
-    if (const auto active = creo::ProMaterialCurrentGet(subject.model)) material(subject, active.value.name);
+    const auto active = isPart ? creo::ProMaterialCurrentGet(subject.model) : creo::ProNotFound;
+    subject.unread.readAny(active, L"the current material");
+    if (active) material(subject, active.value.name);
   }
   if (all) {
     tell(L"Report all materials");
     head(subject, L"All in model");
-    for (const std::wstring& name : names.value) material(subject, name);
+    const auto names = isPart ? creo::ProPartMaterialsGet(subject.model) : creo::ProNotFound;
+    for (const std::wstring& name : subject.unread.readAny(names, L"materials")) material(subject, name);
   }
   subject.page.endSection();
 }

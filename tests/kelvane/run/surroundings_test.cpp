@@ -1,6 +1,8 @@
 // `kelvane run`: what of a list leaves the run, and what of its macros was done.
+#include "os/surroundings.h"
 #include "kelvane/run/run_fixture.h"
 #include "os/doors.h"
+#include "text/encoding.h"
 
 namespace test {
 namespace {
@@ -39,6 +41,20 @@ TEST_F(RunSurroundings, ProgramsAreRefusedOrWithheld) {
   // The doors are those of the run alone.
   EXPECT_EQ(os::Door::open, os::doors().programs);
   EXPECT_TRUE(os::doors().noted.empty());
+}
+
+TEST_F(RunSurroundings, FoldersOfTheUserHaveNamesInUtf8) {
+  using Options = std::vector<std::string>;
+  for (const auto& [variable, options] : {std::pair<std::string, Options>{"XDG_CACHE_HOME", {}},
+                                          std::pair<std::string, Options>{"XDG_CONFIG_HOME", {"--require-trust"}}}) {
+    const auto was = os::environment(text::fromUtf8(variable));
+    ::setenv(variable.c_str(), (path("home") + "/\xff").c_str(), 1);
+    const Ended refused = run("tell", options);
+    os::setEnvironment(text::fromUtf8(variable), was.value());
+    EXPECT_EQ(2, refused.code);
+    EXPECT_THAT(refused.err, testing::HasSubstr("' isn't UTF-8; " + variable + " names another one"));
+    EXPECT_FALSE(std::filesystem::exists(path("home")));
+  }
 }
 
 // As long as they may be run: a package keeps the permission, also in its zip, and one more makes another package.

@@ -1,0 +1,26 @@
+#include "reports/sheet/unread.h"
+
+#include <algorithm>
+
+#include "core/log.h"
+#include "text/format.h"
+
+namespace reports::sheet {
+
+void Unread::note(creo::ProError code, std::wstring_view what) {
+  if (code == creo::ProNoError) return;
+  const auto known = std::find_if(kinds_.begin(), kinds_.end(), [&](const Kind& kind) { return kind.what == what; });
+  if (known == kinds_.end())
+    kinds_.push_back({what, code, 1});
+  else
+    ++known->count;
+}
+
+void Unread::tell() const {
+  for (const Kind& kind : kinds_)
+    core::logWrite(text::format(L"The sheet lacks what can't be read: %s (%d times, error %d)", kind.what, kind.count,
+                                static_cast<int>(kind.first)),
+                   core::kWarning);
+}
+
+}  // namespace reports::sheet

@@ -96,6 +96,9 @@ endif()
 # The floors of the session, from the ground up: documents of models; models in memory; then what stands beside them; on
 # top the operations, which alone know the session's whole state.
 kvd_layer(kvd_store FOLDERS headless/store LINKS creo kvd_os ${KVD_GEOMETRY} nlohmann_json::nlohmann_json)
+if(MINGW)  # its many small functions have more sections than the usual form of an object holds
+  set_source_files_properties(${CMAKE_SOURCE_DIR}/src/headless/store/document.cpp PROPERTIES COMPILE_OPTIONS -Wa,-mbig-obj)
+endif()
 kvd_layer(kvd_model FOLDERS headless/model LINKS kvd_store)
 kvd_layer(kvd_session FOLDERS headless/session LINKS creo kvd_os)
 kvd_layer(kvd_proui FOLDERS headless/proui LINKS kvd_session kvd_store)

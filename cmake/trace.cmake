@@ -1,11 +1,20 @@
 # Operations that a trace hears (src/trace). Out of the declarations of src/creo one function an operation is written,
-# which asks the tape before the real one; the linker puts it in the real one's place (--wrap) in a program that asks for
-# it. Nothing else is compiled anew, and no line of the plug-in or the session knows of it.
+# which asks the tape before the real one; the linker puts it in the real one's place (--wrap) in a program or library
+# that asks for it, whoever implements the operations. Nothing else is compiled anew, and no line of the plug-in, the
+# session or an adapter knows of it.
 #
-# Included, it defines kvd_traced(TARGET): a program or library whose operations are heard. Run with -P and
-# WHAT=functions it writes the functions of HEADERS into OUTPUTS (both with "|" between them), and fails where a row of
-# ROWS has no declaration that it can read or a declaration has no row. With WHAT=symbols it makes of the ARCHIVE of
-# these functions OUTPUT, in which they have the names that the linker looks for, and OPTIONS, a file of options for it.
+# Included, it defines kvd_traced(TARGET OPERATIONS...): a program or library whose operations are heard, linked before
+# what implements them. Windows' own linker can't do that: there it does nothing, and the plug-in says that it was built
+# without. Run with -P and WHAT=functions it writes the functions of HEADERS into OUTPUTS (both with "|" between them),
+# and fails where a row of ROWS has no declaration that it can read or a declaration has no row. With WHAT=symbols it
+# makes of the ARCHIVE of these functions OUTPUT, in which they have the names that the linker looks for, and OPTIONS, a
+# file of options for it.
+if(NOT CMAKE_SCRIPT_MODE_FILE AND MSVC)
+  function(kvd_traced target)
+  endfunction()
+  return()
+endif()
+
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   file(GLOB KVD_HEARD_HEADERS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/creo/Pro*.h ${CMAKE_SOURCE_DIR}/src/creo/pfc*.h)
   file(GLOB row_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/creo/operations/*.cpp)
@@ -33,8 +42,11 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
     DEPENDS kvd_heard_functions ${script} VERBATIM)
   add_custom_target(kvd_heard DEPENDS ${heard} ${options})
   function(kvd_traced target)
+    add_library(kvd_heard_by_${target} STATIC IMPORTED)
+    set_target_properties(kvd_heard_by_${target} PROPERTIES IMPORTED_LOCATION ${CMAKE_BINARY_DIR}/heard/libheard.a)
+    target_link_libraries(kvd_heard_by_${target} INTERFACE kvd_trace ${ARGN})
     add_dependencies(${target} kvd_heard)
-    target_link_libraries(${target} PRIVATE kvd_trace ${CMAKE_BINARY_DIR}/heard/libheard.a)
+    target_link_libraries(${target} PRIVATE kvd_heard_by_${target})
     target_link_options(${target} PRIVATE @${CMAKE_BINARY_DIR}/heard/options)
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS
       ${CMAKE_BINARY_DIR}/heard/libheard.a ${CMAKE_BINARY_DIR}/heard/options)

@@ -9,6 +9,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
+#include "core/trace_settings.h"
 #include "core/web_settings.h"
 #include "creo/ProUI.h"
 #include "creo/ProUtil.h"
@@ -17,6 +18,7 @@
 #include "language/comparison_watch.h"
 #include "os/surroundings.h"
 #include "plugin/action_table.h"
+#include "plugin/recording.h"
 #include "run/model_table.h"
 #include "run/run.h"
 #include "run/screen.h"
@@ -110,6 +112,7 @@ text::Fault startPlugin(std::string_view version, std::string_view build) {
   state.creoVersion = text::fromUtf8(version);
   state.creoBuild = text::fromUtf8(build);
   readConfiguration();
+  decideRecording();
   if (!tempFolderIsWritable()) {
     text::Fault fault = notStarted(L"<KVD> No rights to write files inside the temp directory.");
     creoLog(state.tempPath);
@@ -138,6 +141,7 @@ void endPlugin() {
   endConfinement();
   logReset();
   webSettings() = {};
+  traceSettings() = {};
   pluginState().reset();
 }
 

@@ -135,6 +135,7 @@ kvd_layer(kvd_ui FOLDERS ui LINKS kvd_run)
 kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui PRIVATE_LINKS kvd_trace)
 
 include(cmake/trace.cmake)
+kvd_hears(kvd_core kvd_language kvd_documents kvd_actions kvd_reports kvd_run kvd_ui kvd_plugin)
 # What a host loads: the plug-in over the operations, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
 if(KVD_HEADLESS AND NOT KVD_STUBBED)

@@ -38,6 +38,7 @@ class Recording {
     const trace::Turn notThePlugins(recorder_, false);
     const core::TraceSettings& settings = core::traceSettings();
     if (settings.folder.empty()) return stop();
+    clockAt_ = settings.time;
     own_->packages = core::pluginState().kvzPath;
     own_->unpacked = core::pluginState().tempPath + L"open_kvz_";
     open(settings.folder);
@@ -45,11 +46,19 @@ class Recording {
     head.clock = settings.time;
     head.isConfined = core::confinementSettings().isOn || os::Confine::inForce() != nullptr;
     head.own = *own_;
-    if (head.clock) os::surroundings().clock = std::make_shared<os::FixedClock>(*head.clock);
+    hearAgain([] {});
     const std::string kept = std::exchange(kept_, {});
     if (file_) write(trace::written(head) + kept);
   }
-  [[nodiscard]] bool isOn() const { return doors_.has_value(); }
+  // Takes the doors away, and puts them before those that are there behind the function.
+  template <class Function>
+  void hearAgain(const Function& function) {
+    const bool areThere = doors_.has_value();
+    doors_.reset();
+    function();
+    if (areThere) doors_.emplace(own_, clockAt_);
+  }
+  [[nodiscard]] bool isOn() const { return doors_.has_value() && !isBroken_; }
 
  private:
   // The first name of this second under which no file stands.
@@ -71,10 +80,11 @@ class Recording {
     fail(error);
   }
 
-  // Nothing more is recorded: what would follow couldn't be played.
+  // Nothing more is recorded: what would follow couldn't be played. The doors stay, as one of them may ask just now.
   void fail(std::error_code error) {
     file_.reset();
-    stop();
+    isBroken_ = true;
+    trace::Tape::setCurrent(nullptr);
     trace::recordingFault() = L"The trace " + path_ + L" can't be written: " + text::fromUtf8(error.message());
     core::creoLog(L"<KVD> " + trace::recordingFault());
   }
@@ -105,7 +115,9 @@ class Recording {
   trace::Recorder recorder_{[this](std::string_view line) { take(line); }};
   std::optional<trace::HeardDoors> doors_;
   std::unique_ptr<os::Appender> file_;
+  std::optional<std::int64_t> clockAt_;
   std::wstring path_;
+  bool isBroken_ = false;
   std::string kept_;  // while the configuration isn't read
 };
 
@@ -126,6 +138,11 @@ void decideRecording() {
   if (core::traceSettings().folder.empty() || trace::isHeard()) return;
   trace::recordingFault() = L"kvd_trace: this plug-in was built without what hears operations";
   core::creoLog(L"<KVD> " + trace::recordingFault());
+}
+
+void withoutHearing(void (*function)()) {
+  if (!recording()) return function();
+  recording()->hearAgain(function);
 }
 
 void endRecording() { recording().reset(); }

@@ -25,6 +25,7 @@
 #include "run/triggers.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "trace/refused.h"
 #include "ui/indicator.h"
 #include "ui/main_dialog.h"
 #include "ui/menu.h"
@@ -118,7 +119,7 @@ text::Fault startPlugin(std::string_view version, std::string_view build) {
     creoLog(state.tempPath);
     return fault;
   }
-  confineAsConfigured();
+  withoutHearing([] { confineAsConfigured([](const os::Asked& asked) { trace::tellRefused(asked, &tellRefused); }); });
   testGraphics();
   if (creoVersionIsKnown()) attach();
   return {};
@@ -138,7 +139,7 @@ void endPlugin() {
   }
   run::resetModelTable();
   language::forgetWhatWasGivenUp();
-  endConfinement();
+  withoutHearing(&endConfinement);
   logReset();
   webSettings() = {};
   traceSettings() = {};

@@ -33,8 +33,6 @@ std::string told(std::string_view bytes) {
   return std::to_string(bytes.size()) + " bytes " + os::sha256OfBytes(bytes);
 }
 
-std::wstring_view told(std::wstring_view path) { return path; }
-
 class HeardAppender : public os::Appender {
  public:
   HeardAppender(std::unique_ptr<os::Appender> under, std::wstring_view path) : under_(std::move(under)), path_(path) {}
@@ -58,39 +56,47 @@ bool OwnPlaces::isPackage(std::wstring_view path) const {
   return !packages.empty() && text::startsWithNoCase(path, packages) && text::endsWithNoCase(path, L".kvz");
 }
 
-template <class Result, class... More>
-Result HeardFiles::heard(std::string_view name, Result (os::Files::*question)(std::wstring_view, More...),
-                         std::wstring_view path, std::type_identity_t<More>... more) {
-  const auto real = [&] { return (under_.*question)(path, more...); };
-  return own_->isUnpacked(path) ? real() : asked<Result>(name, real, path, told(more)...);
+template <class Function, class... Words>
+auto HeardFiles::heard(std::string_view name, std::wstring_view path, const Function& real, const Words&... words) {
+  using Result = decltype(real());
+  return own_->isUnpacked(path) ? real() : asked<Result>(name, real, path, words...);
 }
 
-bool HeardFiles::exists(std::wstring_view path) { return heard("files.exists", &os::Files::exists, path); }
-bool HeardFiles::isFolder(std::wstring_view path) { return heard("files.isFolder", &os::Files::isFolder, path); }
+bool HeardFiles::exists(std::wstring_view path) {
+  return heard("files.exists", path, [&] { return under_.exists(path); });
+}
+bool HeardFiles::isFolder(std::wstring_view path) {
+  return heard("files.isFolder", path, [&] { return under_.isFolder(path); });
+}
 os::Result<std::uint64_t> HeardFiles::size(std::wstring_view path) {
-  return own_->isPackage(path) ? under_.size(path) : heard("files.size", &os::Files::size, path);
+  return own_->isPackage(path) ? under_.size(path) : heard("files.size", path, [&] { return under_.size(path); });
 }
 os::Result<os::FileTime> HeardFiles::modified(std::wstring_view path) {
-  return heard("files.modified", &os::Files::modified, path);
+  return heard("files.modified", path, [&] { return under_.modified(path); });
 }
 os::Result<std::string> HeardFiles::read(std::wstring_view path) {
-  return own_->isPackage(path) ? under_.read(path) : heard("files.read", &os::Files::read, path);
+  return own_->isPackage(path) ? under_.read(path) : heard("files.read", path, [&] { return under_.read(path); });
 }
 std::error_code HeardFiles::write(std::wstring_view path, std::string_view bytes) {
-  return heard("files.write", &os::Files::write, path, bytes);
+  return heard(
+      "files.write", path, [&] { return under_.write(path, bytes); }, told(bytes));
 }
 std::error_code HeardFiles::create(std::wstring_view path, std::string_view bytes) {
-  return heard("files.create", &os::Files::create, path, bytes);
+  return heard(
+      "files.create", path, [&] { return under_.create(path, bytes); }, told(bytes));
 }
 std::error_code HeardFiles::createFolders(std::wstring_view path) {
-  return heard("files.createFolders", &os::Files::createFolders, path);
+  return heard("files.createFolders", path, [&] { return under_.createFolders(path); });
 }
-std::error_code HeardFiles::remove(std::wstring_view path) { return heard("files.remove", &os::Files::remove, path); }
+std::error_code HeardFiles::remove(std::wstring_view path) {
+  return heard("files.remove", path, [&] { return under_.remove(path); });
+}
 std::error_code HeardFiles::removeFolder(std::wstring_view path, std::wstring_view within) {
-  return heard("files.removeFolder", &os::Files::removeFolder, path, within);
+  return heard(
+      "files.removeFolder", path, [&] { return under_.removeFolder(path, within); }, within);
 }
 os::Result<std::vector<os::Entry>> HeardFiles::list(std::wstring_view folder) {
-  return heard("files.list", &os::Files::list, folder);
+  return heard("files.list", folder, [&] { return under_.list(folder); });
 }
 
 std::error_code HeardFiles::readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) {

@@ -5,7 +5,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <type_traits>
 
 #include "os/environment_door.h"
 #include "os/files_wrapper.h"
@@ -44,9 +43,9 @@ class HeardFiles : public os::FilesWrapper {
   os::Result<std::vector<os::Entry>> list(std::wstring_view folder) override;
 
  private:
-  template <class Result, class... More>
-  Result heard(std::string_view name, Result (os::Files::*question)(std::wstring_view, More...), std::wstring_view path,
-               std::type_identity_t<More>... more);
+  // What is unpacked is asked of the disk alone.
+  template <class Function, class... Words>
+  auto heard(std::string_view name, std::wstring_view path, const Function& real, const Words&... words);
   std::shared_ptr<os::Files> kept_;
   std::shared_ptr<const OwnPlaces> own_;
 };

@@ -161,6 +161,12 @@ void Player::play(std::size_t from) {
   }
 }
 
+bool Player::callIfNext(const std::string& beginning) {
+  if (!next().starts_with(beginning)) return false;
+  call(next());
+  return true;
+}
+
 void Player::refuse(const std::string& fault) { differ(at_, lines_[at_ - 1], fault); }
 void Player::answer(const std::string& /*line*/) {}
 void Player::enter(const std::string& /*line*/) {}

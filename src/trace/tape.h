@@ -135,6 +135,8 @@ class Player : public Tape {
       : lines_(std::move(lines)), differs_(std::move(differs)), step_(std::move(step)) {}
   // The lines from that one on (from 0) to the end.
   void play(std::size_t from);
+  // Where the next line begins so, it is carried out: the plug-in is called by who is no question of its own.
+  bool callIfNext(const std::string& beginning);
   // How many questions were answered.
   [[nodiscard]] std::size_t asked() const { return asked_; }
 

@@ -15,10 +15,12 @@
 #include "kelvane/package/source.h"
 #include "kelvane/run/run_trace.h"
 #include "kelvane/run/steps.h"
+#include "os/confine.h"
 #include "os/paths.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "trace/refused.h"
 
 namespace kelvane {
 namespace {
@@ -29,7 +31,8 @@ namespace fs = std::filesystem;
 class ReplayPlace {
  public:
   ReplayPlace()
-      : folder_(machinePath(fs::temp_directory_path() / "kelvane-replay-") + std::to_string(std::random_device{}())) {
+      : folder_(machinePath(fs::canonical(fs::temp_directory_path()) / "kelvane-replay-") +
+                std::to_string(std::random_device{}())) {
     for (const char* name : {"packages", "temp", "models"}) fs::create_directories(nativePath(folder_) / name);
     os::mounts().set(L'd', folder_ + "/models");
     os::mounts().set(L'p', folder_ + "/packages");
@@ -140,7 +143,7 @@ struct TapeGuard {
 int replayTrace(const std::string& package, const std::string& path, Console& console) {
   if (!trace::isHeard()) throw Fault("this program was built without what hears operations");
   ReadTrace read = readTrace(path);
-  if (read.head.isConfined) throw Fault(path + ": a confined run can't be replayed");
+  const bool isConfined = read.head.isConfined;
   ReplayPlace here;
   place(package, path, read, here, console);
   here.moveTo(read.head.own);
@@ -153,6 +156,8 @@ int replayTrace(const std::string& package, const std::string& path, Console& co
   };
   trace::Player player(std::move(read.lines), differs, &steps::play);
   const TapeGuard playing(player);
+  std::optional<os::Confine> confine;
+  if (isConfined) confine.emplace([&](const os::Asked& asked) { return trace::isRefused(player, asked); });
   try {
     player.play(read.first);
   } catch (const trace::BadLine& fault) {

@@ -45,12 +45,12 @@ class ReplayPlace {
   [[nodiscard]] const std::string& folder() const { return folder_; }
   // Packages that were placed, and what is unpacked, lie from now on where they lay when the trace was recorded.
   void moveTo(const trace::OwnPlaces& own) {
-    const std::string packages = machineOf(own.packages);
+    const fs::path shown = nativePath(folder_) / "packages", aside = nativePath(folder_) / "placed";
+    fs::rename(shown, aside);
+    const fs::path packages = machineOf(own.packages);
+    fs::remove_all(packages);
+    fs::rename(aside, packages);
     (void)machineOf(os::folderOf(own.unpacked));
-    const fs::path placed = nativePath(folder_) / "packages";
-    if (fs::path(nativePath(packages)) == placed) return;
-    fs::remove_all(nativePath(packages));
-    fs::rename(placed, nativePath(packages));
   }
   void remove() {
     std::error_code error;  // what stays is in the system's folder for what is temporary
@@ -59,19 +59,18 @@ class ReplayPlace {
 
  private:
   // A folder of the trace's under this one, made with all above it.
-  std::string machineOf(const std::wstring& folder) const {
+  [[nodiscard]] fs::path machineOf(const std::wstring& folder) const {
     const std::wstring letter = os::splitDevice(folder).device;
     if (letter.size() != 1 || text::lower(letter[0]) == L'z')
       throw Fault("the folder " + text::toUtf8(folder) +
                   " of the trace has no letter that can stand for another place");
     const std::string own = folder_ + "/letters/" + text::toUtf8(text::lower(letter));
-    const bool isOurs = os::mounts().machine(letter + L":\\").starts_with(folder_);
-    if (!isOurs) {
+    if (!os::mounts().machine(letter + L":\\").starts_with(folder_)) {
       fs::create_directories(nativePath(own));
       os::mounts().set(letter[0], own);
     }
-    std::string machine = os::mounts().machine(folder);
-    fs::create_directories(nativePath(machine));
+    fs::path machine = nativePath(os::mounts().machine(folder));
+    fs::create_directories(machine);
     return machine;
   }
 

@@ -70,7 +70,7 @@ def record(program, root, name, trace, *options):
 
 
 def record_all(program, folder, names):
-    program, folder = str(pathlib.Path(program).resolve()), pathlib.Path(folder).resolve()
+    program, folder = str(pathlib.Path(shutil.which(program) or program).resolve()), pathlib.Path(folder).resolve()
     folder.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as root:
         for name in names or lists():
@@ -122,18 +122,21 @@ def count(path):
 
 
 def own_words(path, found):
-    """What this machine and session alone call so, with what stands for it."""
+    """What this machine and session alone call so, as a pattern, with what stands for it."""
     words = {}
     for line in pathlib.Path(path).read_text(encoding="utf-8").splitlines()[:9]:
         word, _, value = line.partition(" ")
         if word in ("packages", "unpacked") and len(value) > 2:
-            words[value.strip('"')] = f"<{word}>"
-    for _, _, asked in found:
+            words[re.escape(value.strip('"'))] = f"<{word}>"
+    for run_of, _, asked in found:
+        if run_of:
+            stem = re.escape(re.sub(r"(?i)\.kvz$", "", run_of[0]))
+            words[rf"(?<=<unpacked>){stem}\b"] = words[rf"\b{stem}(?=\.kvz\b)"] = "<package>"
         if asked.name == "ProDirectoryCurrentGet" and asked.answer.startswith("0 "):
-            words.setdefault(asked.answer[2:].strip('"'), "<models>")
+            words.setdefault(re.escape(asked.answer[2:].strip('"')), "<models>")
         if asked.name == "environment" and asked.words.lower() == '"username"' and asked.answer != "none":
-            words.setdefault(asked.answer.strip('"'), "<user>")
-    return {word: sign for word, sign in words.items() if len(word) > 2}
+            words.setdefault(rf"(?<!\w){re.escape(asked.answer.strip(chr(34)))}(?![\w.])", "<user>")
+    return {re.compile(word, re.IGNORECASE): sign for word, sign in words.items()}
 
 
 def model_names(found):
@@ -153,7 +156,7 @@ def rows(path, everything):
         text = MODEL.sub(lambda model: models.get(model.group(0), "<model>"), text)
         text = NUMBERED.sub(lambda one: f"<{one.group(1)}>", text)
         for word, sign in words.items():
-            text = re.sub(re.escape(word), lambda _: sign, text, flags=re.IGNORECASE)
+            text = word.sub(sign, text)
         return text
 
     all_rows = collections.defaultdict(list)

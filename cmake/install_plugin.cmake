@@ -6,7 +6,7 @@ install(TARGETS kelvane_user RUNTIME DESTINATION . LIBRARY DESTINATION .)
 if(KVD_HEADLESS)
   install(TARGETS kelvane RUNTIME DESTINATION .)
 endif()
-install(DIRECTORY installation/text installation/conf DESTINATION .)
+install(DIRECTORY installation/text installation/conf ${CMAKE_BINARY_DIR}/conformance DESTINATION .)
 file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/registry/protk.dat CONTENT "NAME kelvane_user
 STARTUP dll
 EXEC_FILE C:\\kelvane\\$<TARGET_FILE_NAME:kelvane_user>

@@ -137,10 +137,12 @@ kvd_layer(kvd_language FOLDERS language LINKS kvd_core PRIVATE_LINKS PkgConfig::
 kvd_layer(kvd_documents FOLDERS documents LINKS kvd_language PRIVATE_LINKS PkgConfig::LIBZIP)
 kvd_layer(kvd_actions FOLDERS actions LINKS kvd_documents kvd_barcode)
 kvd_layer(kvd_reports FOLDERS reports LINKS kvd_actions PRIVATE_LINKS kvd_pdf kvd_hpdf)
-kvd_layer(kvd_run FOLDERS run LINKS kvd_reports)
+kvd_layer(kvd_run FOLDERS run LINKS kvd_reports PRIVATE_LINKS kvd_trace)
 kvd_layer(kvd_ui FOLDERS ui LINKS kvd_run)
 kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui PRIVATE_LINKS kvd_trace)
 
+include(cmake/trace.cmake)
+kvd_hears(kvd_core kvd_language kvd_documents kvd_actions kvd_reports kvd_run kvd_ui kvd_plugin)
 # What a host loads: the plug-in over the operations, with just its two entries visible.
 add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
 if(KVD_HEADLESS AND NOT KVD_STUBBED)
@@ -156,7 +158,9 @@ else()
   set(KVD_OPERATIONS ${KVD_STUBS})
   set_property(TARGET kelvane_user APPEND PROPERTY LINK_DEPENDS ${KVD_STUBS})
 endif()
-target_link_libraries(kelvane_user PRIVATE $<LINK_LIBRARY:WHOLE_ARCHIVE,kvd_plugin> ${KVD_OPERATIONS})
+target_link_libraries(kelvane_user PRIVATE $<LINK_LIBRARY:WHOLE_ARCHIVE,kvd_plugin>)
+kvd_traced(kelvane_user ${KVD_OPERATIONS})
+target_link_libraries(kelvane_user PRIVATE ${KVD_OPERATIONS})
 if(WIN32)  # where the entries say themselves that they are exported
   set_target_properties(kelvane_user PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 else()
@@ -181,7 +185,7 @@ kvd_layer(kelvane_check TREE apps FOLDERS kelvane/check LINKS kelvane_package ke
 kvd_layer(kelvane_trust TREE apps FOLDERS kelvane/trust LINKS kelvane_check nlohmann_json::nlohmann_json)
 kvd_layer(kelvane_journal TREE apps FOLDERS kelvane/journal LINKS kelvane_show)
 kvd_layer(kelvane_run TREE apps FOLDERS kelvane/run LINKS kelvane_trust kelvane_journal kvd_run PRIVATE_LINKS kvd_trace)
-kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run)
+kvd_layer(kelvane_watch TREE apps FOLDERS kelvane/watch LINKS kelvane_run PRIVATE_LINKS kvd_trace)
 kvd_layer(kelvane_ui TREE apps FOLDERS kelvane/ui LINKS kelvane_run PRIVATE_LINKS ${KVD_HTTPLIB})
 kvd_layer(kelvane_verbs TREE apps FOLDERS kelvane
   WITHOUT kelvane/base kelvane/log kelvane/show kelvane/vocabulary kelvane/package kelvane/check kelvane/trust
@@ -204,7 +208,4 @@ set_target_properties(kelvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY
 if(KVD_SOLIDS)
   add_dependencies(kelvane kelvane-import)
 endif()
-if(NOT WIN32)
-  include(cmake/trace.cmake)
-  kvd_traced(kelvane)
-endif()
+kvd_traced(kelvane creo_headless)

@@ -3,7 +3,8 @@
 # missing, and that each of them has its row in src/creo/operations. Windows alone can link so.
 #
 # Included, it defines KVD_STUBS, the import library. Run with -P it makes it of LIBRARIES (the floors, with "|" between
-# them), with NM, FILT and DLLTOOL, into OUTPUT; ROWS is the folder of the rows.
+# them), with NM, FILT and DLLTOOL, into OUTPUT; ROWS is the folder of the rows, HEARD the linker's options for what a trace
+# hears: all operations, as it stands before each.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   if(NOT MINGW)
     message(FATAL_ERROR "without the headless session the plug-in needs KVD_ADAPTER")
@@ -20,8 +21,8 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
   file(GLOB row_files CONFIGURE_DEPENDS ${rows}/*.cpp)
   add_custom_command(OUTPUT ${KVD_STUBS}
     COMMAND ${CMAKE_COMMAND} "-DLIBRARIES=${files}" -DNM=${CMAKE_NM} -DFILT=${KVD_FILT} -DDLLTOOL=${CMAKE_DLLTOOL}
-      -DROWS=${rows} -DOUTPUT=${KVD_STUBS} -P ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake
-    DEPENDS ${floors} ${row_files} ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake VERBATIM)
+      -DROWS=${rows} -DHEARD=${CMAKE_BINARY_DIR}/heard/options -DOUTPUT=${KVD_STUBS} -P ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake
+    DEPENDS ${floors} ${row_files} ${CMAKE_BINARY_DIR}/heard/options ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake VERBATIM)
   add_custom_target(kvd_stubs DEPENDS ${KVD_STUBS})
   add_dependencies(kelvane_user kvd_stubs)
   return()
@@ -55,8 +56,14 @@ set(exports "LIBRARY creo_adapter.dll\nEXPORTS\n")
 set(unknown "")
 set(lines "")
 foreach(symbol ${symbols})
-  string(APPEND exports "  ${symbol}\n")
   string(APPEND lines "${symbol}\n")
+endforeach()
+file(STRINGS ${HEARD} heard)
+list(TRANSFORM heard REPLACE "^-Wl,--wrap=" "")
+list(APPEND heard ${symbols})
+list(REMOVE_DUPLICATES heard)
+foreach(symbol ${heard})
+  string(APPEND exports "  ${symbol}\n")
 endforeach()
 file(WRITE ${OUTPUT}.symbols "${lines}")
 execute_process(COMMAND ${FILT} INPUT_FILE ${OUTPUT}.symbols OUTPUT_VARIABLE names COMMAND_ERROR_IS_FATAL ANY)

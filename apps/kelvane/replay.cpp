@@ -9,8 +9,9 @@ namespace {
 class Replay : public Verb {
  public:
   std::vector<OptionRow> options() override {
-    return {{"package", "PACKAGE", "the package of the trace, a .kvz or a folder of that layout", &package_},
-            {"trace", "TRACE", "a file that 'kelvane run --trace' wrote", &trace_}};
+    return {{"package", "PACKAGE",
+             "the package of the trace, a .kvz or a folder of that layout, or a folder of packages", &package_},
+            {"trace", "TRACE", "a file that 'kelvane run --trace' or the plug-in wrote", &trace_}};
   }
   int run(Console& console) override { return replayTrace(package_, trace_, console); }
 

@@ -4,6 +4,7 @@
 #include "core/confinement.h"
 #include "core/log.h"
 #include "core/messages.h"
+#include "core/trace_settings.h"
 #include "core/web_settings.h"
 #include "os/paths.h"
 #include "text/encoding.h"
@@ -66,6 +67,11 @@ void urlTimeout(PluginState&, const std::wstring& value) {
   if (const int seconds = text::parseInt(value); seconds > 0) webSettings().timeoutSeconds = seconds;
 }
 void urlVerify(PluginState&, const std::wstring& value) { webSettings().verifyCertificates = value == L"1"; }
+
+void traceFolder(PluginState&, const std::wstring& value) {
+  traceSettings().folder = value.empty() ? std::wstring() : os::asFolder(value);
+}
+void traceTime(PluginState&, const std::wstring& value) { traceSettings().time = text::wholeInt(value); }
 
 // Whoever writes something else meant to confine.
 void confine(PluginState&, const std::wstring& value) {
@@ -196,6 +202,8 @@ constexpr auto kKeys = std::to_array<ConfigKey>({
     {L"kvd_deny_write", L"", -1, denied<os::Permission::write>},
     {L"kvd_deny_env", L"", -1, denied<os::Permission::env>},
     {L"kvd_deny_clipboard", L"", -1, denied<os::Permission::clipboard>},
+    {L"kvd_trace", L"", -1, traceFolder},
+    {L"kvd_trace_time", L"", -1, traceTime},
     {L"kvd_log_as_tree", L"logType", 37, number<&PluginState::logType>},
 });
 
@@ -203,6 +211,11 @@ constexpr auto kKeys = std::to_array<ConfigKey>({
 
 WebSettings& webSettings() {
   static WebSettings settings;
+  return settings;
+}
+
+TraceSettings& traceSettings() {
+  static TraceSettings settings;
   return settings;
 }
 

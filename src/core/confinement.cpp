@@ -68,7 +68,7 @@ void openToolPlaces(os::Grants& grants, std::wstring_view temp) {
   grants.keepFromWriting(os::joined(temp, L"open_kvz*"));
 }
 
-void confineAsConfigured() {
+void confineAsConfigured(void (*tell)(const os::Asked&)) {
   const ConfinementSettings& settings = confinementSettings();
   const PluginState& state = pluginState();
   const auto open = [&](os::Grants& grants) {
@@ -80,6 +80,8 @@ void confineAsConfigured() {
   };
   if (!settings.odd.empty())
     creoLog(text::format(L"<KVD> kvd_confine=%s is neither 0 nor 1 and counts as 1", settings.odd));
+  // Asked in any case: a run that is played is confined already.
+  const auto working = settings.isOn ? creo::ProDirectoryCurrentGet() : creo::Got<std::wstring>();
   if (os::Confine* const confine = os::Confine::inForce()) {
     open(confine->grants());
     return tellEarly();
@@ -87,9 +89,9 @@ void confineAsConfigured() {
   if (!settings.isOn) return;
   os::Grants grants;
   openToolPlaces(grants, state.tempPath);
-  if (const auto working = creo::ProDirectoryCurrentGet()) grants.openTo(os::Permission::write, working.value);
+  if (working) grants.openTo(os::Permission::write, working.value);
   open(grants);
-  configured() = std::make_unique<os::Confine>(std::move(grants), &tellRefused);
+  configured() = std::make_unique<os::Confine>(std::move(grants), tell);
   tellEarly();
 }
 

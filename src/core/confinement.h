@@ -23,8 +23,9 @@ ConfinementSettings& confinementSettings();
 void openToolPlaces(os::Grants& grants, std::wstring_view temp);
 
 // Confines from now on, where kvd_confine says so: until endConfinement(), and beside what confines already. The
-// working folder of this moment is open for writing. Reads the state, so that it comes behind the configuration.
-void confineAsConfigured();
+// working folder of this moment is open for writing. Reads the state, so that it comes behind the configuration. tell:
+// as tellRefused().
+void confineAsConfigured(void (*tell)(const os::Asked&));
 void endConfinement();
 
 // An error line of the log: "Refused: read /etc/passwd (--allow-read=/etc isn't granted)". Once for each action on each

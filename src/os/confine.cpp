@@ -147,6 +147,10 @@ Confine::Confine(Grants grants, std::function<void(const Asked&)> tell)
   surroundings().clipboard = std::make_shared<ConfinedClipboard>(*this, saved_.clipboard);
 }
 
+Confine::Confine(std::function<bool(const Asked&)> isRefused) : Confine(Grants(), std::function<void(const Asked&)>()) {
+  isRefused_ = std::move(isRefused);
+}
+
 Confine::~Confine() {
   surroundings().files = saved_.files;
   surroundings().clipboard = saved_.clipboard;
@@ -157,7 +161,9 @@ Confine::~Confine() {
 Confine* Confine::inForce() { return current(); }
 
 std::error_code Confine::judged(Grants::Verdict verdict, Need need, std::wstring what, std::wstring_view reason) {
-  if (verdict == Grants::Verdict::own || isOwnWork()) return {};
+  if (isOwnWork() || (verdict == Grants::Verdict::own && !isRefused_)) return {};
+  if (isRefused_)
+    return isMaker() && isRefused_({std::move(need), false, std::move(what), {}}) ? kRefused : std::error_code();
   Asked asked{std::move(need), verdict == Grants::Verdict::granted, std::move(what), std::wstring(reason)};
   if (!asked.isGranted && reason.empty()) asked.reason = reasonOf(verdict, asked.need);
   note(asked);
@@ -176,6 +182,8 @@ void Confine::note(const Asked& asked) {
 
 std::error_code Confine::touch(Permission permission, const std::string& place) {
   const bool isWrite = permission == Permission::write;
+  if (isRefused_)
+    return judged(Grants::Verdict::refused, {permission, {}}, (isWrite ? L"write " : L"read ") + wide(place));
   const Grants::Verdict verdict = isWrite ? grants_.mayWrite(place) : grants_.mayRead(place);
   if (verdict == Grants::Verdict::own) return {};
   return judged(verdict, {permission, wide(folderToGrant(*saved_.files, place))},
@@ -224,7 +232,7 @@ std::error_code Confine::start(std::wstring_view program, std::wstring_view argu
   // A file of the folder is taken before one that the system looks for.
   const bool isName = program.find_first_of(L"\\/") == program.npos;
   const std::wstring beside = joined(folder, program);
-  const bool isBeside = isName && !folder.empty() && saved_.files->exists(beside);
+  const bool isBeside = isName && !folder.empty() && !isRefused_ && saved_.files->exists(beside);
   if (const auto error = judgedProgram(isBeside ? beside : std::wstring(program), folder, line)) return error;
   if (plainCommand(L"x " + std::wstring(arguments)).isPlain || isOwnWork()) return {};
   return judged(Grants::Verdict::refused, {Permission::run, std::wstring(program)}, line, kNotPlain);

@@ -30,6 +30,9 @@ class Confine : public Gate {
   // tell: is called for each refusal, at once, where the thread asks that makes it; what another one is refused is
   // found in asked() alone, as no log is written from there.
   Confine(Grants grants, std::function<void(const Asked&)> tell);
+  // Holds nobody back by itself: what is asked now is refused where isRefused says so, and has been told then. For a
+  // run that is played, whose paths are other ones.
+  explicit Confine(std::function<bool(const Asked&)> isRefused);
   ~Confine() override;  // the doors are as they were before
   Confine(const Confine&) = delete;
   Confine& operator=(const Confine&) = delete;
@@ -69,6 +72,7 @@ class Confine : public Gate {
 
   Grants grants_;
   std::function<void(const Asked&)> tell_;
+  std::function<bool(const Asked&)> isRefused_;  // empty: the grants decide
   std::thread::id maker_ = std::this_thread::get_id();
   std::mutex askedMutex_;
   std::vector<Asked> asked_;

@@ -1,7 +1,10 @@
 #include "os/processes.h"
 
+#include <utility>
+
 #include "os/doors.h"
 #include "os/durable.h"
+#include "os/environment_door.h"
 #include "os/gate.h"
 
 namespace os {
@@ -13,7 +16,18 @@ std::wstring startLine(std::wstring_view program, std::wstring_view arguments) {
   return line;
 }
 
+EnvironmentDoor& environmentDoor() {
+  static EnvironmentDoor door = &machineEnvironment;
+  return door;
+}
+
 }  // namespace
+
+EnvironmentGuard::EnvironmentGuard(EnvironmentDoor other)
+    : saved_(std::exchange(environmentDoor(), std::move(other))) {}
+EnvironmentGuard::~EnvironmentGuard() { environmentDoor() = std::move(saved_); }
+
+std::optional<std::wstring> environment(std::wstring_view name) { return environmentDoor()(name); }
 
 std::error_code Processes::open(std::wstring_view path) {
   if (const auto withheld = heldBack(doors().programs, L"open " + std::wstring(path))) return *withheld;

@@ -4,6 +4,7 @@
 
 #include "core/log.h"
 #include "creo/entry.h"
+#include "plugin/recording.h"
 #include "plugin/start.h"
 #include "text/encoding.h"
 #include "trace/entered.h"
@@ -46,8 +47,14 @@ extern "C" int user_initialize_plus(int /*argc*/, char** /*argv*/, const char* v
                                     wchar_t* errbuf) {
   const char* const release = version ? version : "";
   const char* const code = build ? build : "";
-  return trace::entered(
+  plugin::beginRecording();
+  const int result = trace::entered(
       "start", [&] { return start(release, code, errbuf); }, std::string_view(release), std::string_view(code));
+  if (!plugin::isRecording() || result != 0) plugin::endRecording();
+  return result;
 }
 
-extern "C" void user_terminate_plus() { trace::entered("end", &end); }
+extern "C" void user_terminate_plus() {
+  trace::entered("end", &end);
+  plugin::endRecording();
+}

@@ -9,6 +9,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/state.h"
+#include "core/trace_settings.h"
 #include "core/web_settings.h"
 #include "creo/ProUI.h"
 #include "creo/ProUtil.h"
@@ -17,12 +18,14 @@
 #include "language/comparison_watch.h"
 #include "os/surroundings.h"
 #include "plugin/action_table.h"
+#include "plugin/recording.h"
 #include "run/model_table.h"
 #include "run/run.h"
 #include "run/screen.h"
 #include "run/triggers.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "trace/refused.h"
 #include "ui/indicator.h"
 #include "ui/main_dialog.h"
 #include "ui/menu.h"
@@ -110,12 +113,13 @@ text::Fault startPlugin(std::string_view version, std::string_view build) {
   state.creoVersion = text::fromUtf8(version);
   state.creoBuild = text::fromUtf8(build);
   readConfiguration();
+  decideRecording();
   if (!tempFolderIsWritable()) {
     text::Fault fault = notStarted(L"<KVD> No rights to write files inside the temp directory.");
     creoLog(state.tempPath);
     return fault;
   }
-  confineAsConfigured();
+  withoutHearing([] { confineAsConfigured([](const os::Asked& asked) { trace::tellRefused(asked, &tellRefused); }); });
   testGraphics();
   if (creoVersionIsKnown()) attach();
   return {};
@@ -135,9 +139,10 @@ void endPlugin() {
   }
   run::resetModelTable();
   language::forgetWhatWasGivenUp();
-  endConfinement();
+  withoutHearing(&endConfinement);
   logReset();
   webSettings() = {};
+  traceSettings() = {};
   pluginState().reset();
 }
 

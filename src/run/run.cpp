@@ -33,6 +33,7 @@
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/letters.h"
+#include "trace/tape.h"
 
 namespace run {
 namespace {
@@ -147,6 +148,7 @@ void leaveRun() {
   deleteConvertedFiles();
   freeSavedConfigOptions();
   state.section = L' ';
+  if (run()) trace::remark("ended", {});
   run().reset();
   noteRun(false);
 }
@@ -247,6 +249,7 @@ void finishModel() {
 
 // The lines that follow are about this row, and until its first action about none.
 void nameRow(const std::string& row) {
+  trace::remark("row", {text::fromUtf8(row)});
   pluginState().currentAction.clear();
   pluginState().actionIndex = 0;
   pluginState().currentModelText = text::format(msgText(Message::workNowOn), text::fromUtf8(row));
@@ -461,6 +464,8 @@ void startRun() {
   run() = std::make_shared<Run>();
   noteRun(true);
   const std::shared_ptr<Run> kept = run();
+  trace::remark("run", {pluginState().currentKvz, pluginState().currentList});
+  if (!trace::recordingFault().empty()) logWrite(trace::recordingFault(), kWarning);
   if (!openList() || stopsAt(afterListOpened)) return endEarly();
   pluginState().controlName.clear();
   const std::wstring title = bodyTitle();  // Head may leave another model current

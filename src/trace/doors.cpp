@@ -20,6 +20,11 @@ Result asked(std::string_view name, const Function& function, const Words&... wo
                                                               Argument<const Words&>(words, *tape)...);
 }
 
+std::optional<std::wstring> heardEnvironment(std::wstring_view name) {
+  return asked<std::optional<std::wstring>>(
+      "environment", [&] { return os::machineEnvironment(name); }, name);
+}
+
 constexpr std::size_t kShort = 1000;
 
 // "text", or "4711 bytes 2fd4e1..."
@@ -43,55 +48,66 @@ class HeardAppender : public os::Appender {
 
 }  // namespace
 
-bool OwnPlaces::has(std::wstring_view path) const {
-  if (path.size() < 2 || path[1] != L':') return false;
-  return letters.find(text::lower(path[0])) != letters.npos || text::lower(path.substr(0, unpacked.size())) == unpacked;
+bool OwnPlaces::isUnpacked(std::wstring_view path) const {
+  return !unpacked.empty() && text::startsWithNoCase(path, unpacked);
+}
+
+bool OwnPlaces::isPackage(std::wstring_view path) const {
+  return !packages.empty() && text::startsWithNoCase(path, packages) && text::endsWithNoCase(path, L".kvz");
+}
+
+template <class Function, class... Words>
+auto HeardFiles::heard(std::string_view name, std::wstring_view path, const Function& real, const Words&... words) {
+  using Result = decltype(real());
+  return own_->isUnpacked(path) ? real() : asked<Result>(name, real, path, words...);
 }
 
 bool HeardFiles::exists(std::wstring_view path) {
-  const auto real = [&] { return under_.exists(path); };
-  return own_.has(path) ? real() : asked<bool>("files.exists", real, path);
+  return heard("files.exists", path, [&] { return under_.exists(path); });
 }
-
 bool HeardFiles::isFolder(std::wstring_view path) {
-  const auto real = [&] { return under_.isFolder(path); };
-  return own_.has(path) ? real() : asked<bool>("files.isFolder", real, path);
+  return heard("files.isFolder", path, [&] { return under_.isFolder(path); });
 }
-
 os::Result<std::uint64_t> HeardFiles::size(std::wstring_view path) {
-  const auto real = [&] { return under_.size(path); };
-  return own_.has(path) ? real() : asked<os::Result<std::uint64_t>>("files.size", real, path);
+  return own_->isPackage(path) ? under_.size(path) : heard("files.size", path, [&] { return under_.size(path); });
 }
-
 os::Result<os::FileTime> HeardFiles::modified(std::wstring_view path) {
-  const auto real = [&] { return under_.modified(path); };
-  return own_.has(path) ? real() : asked<os::Result<os::FileTime>>("files.modified", real, path);
+  return heard("files.modified", path, [&] { return under_.modified(path); });
 }
-
 os::Result<std::string> HeardFiles::read(std::wstring_view path) {
-  const auto real = [&] { return under_.read(path); };
-  return own_.has(path) ? real() : asked<os::Result<std::string>>("files.read", real, path);
+  return own_->isPackage(path) ? under_.read(path) : heard("files.read", path, [&] { return under_.read(path); });
+}
+std::error_code HeardFiles::write(std::wstring_view path, std::string_view bytes) {
+  return heard(
+      "files.write", path, [&] { return under_.write(path, bytes); }, told(bytes));
+}
+std::error_code HeardFiles::create(std::wstring_view path, std::string_view bytes) {
+  return heard(
+      "files.create", path, [&] { return under_.create(path, bytes); }, told(bytes));
+}
+std::error_code HeardFiles::createFolders(std::wstring_view path) {
+  return heard("files.createFolders", path, [&] { return under_.createFolders(path); });
+}
+std::error_code HeardFiles::remove(std::wstring_view path) {
+  return heard("files.remove", path, [&] { return under_.remove(path); });
+}
+std::error_code HeardFiles::removeFolder(std::wstring_view path, std::wstring_view within) {
+  return heard(
+      "files.removeFolder", path, [&] { return under_.removeFolder(path, within); }, within);
+}
+os::Result<std::vector<os::Entry>> HeardFiles::list(std::wstring_view folder) {
+  return heard("files.list", folder, [&] { return under_.list(folder); });
 }
 
 std::error_code HeardFiles::readPieces(std::wstring_view path, const std::function<void(std::string_view)>& take) {
-  if (own_.has(path) || !Tape::current() || !Tape::current()->hears()) return under_.readPieces(path, take);
+  if (own_->isUnpacked(path) || !Tape::current() || !Tape::current()->hears()) return under_.readPieces(path, take);
   const auto whole = read(path);
   if (whole) take(whole.value);
   return whole.error;
 }
 
-std::error_code HeardFiles::write(std::wstring_view path, std::string_view bytes) {
-  const auto real = [&] { return under_.write(path, bytes); };
-  return own_.has(path) ? real() : asked<std::error_code>("files.write", real, path, told(bytes));
-}
-
-std::error_code HeardFiles::create(std::wstring_view path, std::string_view bytes) {
-  const auto real = [&] { return under_.create(path, bytes); };
-  return own_.has(path) ? real() : asked<std::error_code>("files.create", real, path, told(bytes));
-}
-
 os::Result<std::unique_ptr<os::Appender>> HeardFiles::append(std::wstring_view path) {
-  if (own_.has(path)) return under_.append(path);
+  if (own_->isUnpacked(path)) return under_.append(path);
   os::Result<std::unique_ptr<os::Appender>> opened;
   const auto real = [&] {
     opened = under_.append(path);
@@ -102,29 +118,10 @@ os::Result<std::unique_ptr<os::Appender>> HeardFiles::append(std::wstring_view p
   return opened;
 }
 
-std::error_code HeardFiles::createFolders(std::wstring_view path) {
-  const auto real = [&] { return under_.createFolders(path); };
-  return own_.has(path) ? real() : asked<std::error_code>("files.createFolders", real, path);
-}
-
-std::error_code HeardFiles::remove(std::wstring_view path) {
-  const auto real = [&] { return under_.remove(path); };
-  return own_.has(path) ? real() : asked<std::error_code>("files.remove", real, path);
-}
-
 std::error_code HeardFiles::rename(std::wstring_view from, std::wstring_view to) {
   const auto real = [&] { return under_.rename(from, to); };
-  return own_.has(from) && own_.has(to) ? real() : asked<std::error_code>("files.rename", real, from, to);
-}
-
-std::error_code HeardFiles::removeFolder(std::wstring_view path, std::wstring_view within) {
-  const auto real = [&] { return under_.removeFolder(path, within); };
-  return own_.has(path) ? real() : asked<std::error_code>("files.removeFolder", real, path, within);
-}
-
-os::Result<std::vector<os::Entry>> HeardFiles::list(std::wstring_view folder) {
-  const auto real = [&] { return under_.list(folder); };
-  return own_.has(folder) ? real() : asked<os::Result<std::vector<os::Entry>>>("files.list", real, folder);
+  const bool isOwn = own_->isUnpacked(from) && own_->isUnpacked(to);
+  return isOwn ? real() : asked<std::error_code>("files.rename", real, from, to);
 }
 
 std::error_code HeardProcesses::doOpen(std::wstring_view path) {
@@ -154,11 +151,28 @@ std::optional<std::wstring> HeardClipboard::text() {
   return asked<std::optional<std::wstring>>("clipboard.text", [&] { return under_->text(); });
 }
 
-HeardDoors::HeardDoors(const OwnPlaces& own) : web_(std::make_shared<HeardWeb>(os::web())) {
+std::int64_t HeardClock::seconds() {
+  return asked<std::int64_t>("clock.seconds", [&] { return under_->seconds(); });
+}
+
+void HeardClock::sleep(std::int64_t milliseconds) {
+  const auto real = [&] {
+    under_->sleep(milliseconds);
+    return std::error_code();
+  };
+  (void)asked<std::error_code>("clock.sleep", real, milliseconds);
+}
+
+HeardDoors::HeardDoors(std::shared_ptr<const OwnPlaces> own, std::optional<std::int64_t> clock)
+    : web_(std::make_shared<HeardWeb>(os::web())), environment_(&heardEnvironment) {
   os::Surroundings& all = os::surroundings();
-  all.files = std::make_shared<HeardFiles>(all.files, own);
+  all.files = std::make_shared<HeardFiles>(all.files, std::move(own));
   all.processes = std::make_shared<HeardProcesses>(all.processes);
   all.clipboard = std::make_shared<HeardClipboard>(all.clipboard);
+  if (clock)
+    all.clock = std::make_shared<os::FixedClock>(*clock);
+  else
+    all.clock = std::make_shared<HeardClock>(all.clock);
 }
 
 }  // namespace trace

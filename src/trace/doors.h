@@ -1,28 +1,31 @@
-// What the plug-in asks beside Creo: files, programs, the web, the clipboard. A tape hears these questions as it hears
-// operations, and answers them where it is played.
+// What the plug-in asks beside Creo: files, programs, the web, the clipboard, the clock, the environment. A tape hears
+// these questions as it hears operations, and answers them where it is played.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "os/environment_door.h"
 #include "os/files_wrapper.h"
 #include "os/surroundings.h"
 #include "os/web.h"
 
 namespace trace {
 
-// Files there stay out of the trace: who plays it has files of his own.
+// What stays out of the trace, as who plays it has it himself: the packages' content, and what is unpacked of them.
 struct OwnPlaces {
-  std::wstring letters;   // "pi"
-  std::wstring unpacked;  // how the folders of packages in the temp folder begin: "t:\\open_kvz_"
-  [[nodiscard]] bool has(std::wstring_view path) const;
+  std::wstring packages;  // their folder, "p:\\": of a file there that is a package, size and content
+  std::wstring unpacked;  // how the folders of unpacked packages begin, "t:\\open_kvz_": all that is asked there
+  [[nodiscard]] bool isUnpacked(std::wstring_view path) const;
+  [[nodiscard]] bool isPackage(std::wstring_view path) const;
 };
 
 // What is written stands there by its bytes where it is a short text, else by their number and their SHA-256.
 class HeardFiles : public os::FilesWrapper {
  public:
-  // under is kept for as long as this lives.
-  HeardFiles(std::shared_ptr<os::Files> under, OwnPlaces own)
+  // under is kept for as long as this lives; own may be filled later.
+  HeardFiles(std::shared_ptr<os::Files> under, std::shared_ptr<const OwnPlaces> own)
       : os::FilesWrapper(*under), kept_(std::move(under)), own_(std::move(own)) {}
   bool exists(std::wstring_view path) override;
   bool isFolder(std::wstring_view path) override;
@@ -40,8 +43,11 @@ class HeardFiles : public os::FilesWrapper {
   os::Result<std::vector<os::Entry>> list(std::wstring_view folder) override;
 
  private:
+  // What is unpacked is asked of the disk alone.
+  template <class Function, class... Words>
+  auto heard(std::string_view name, std::wstring_view path, const Function& real, const Words&... words);
   std::shared_ptr<os::Files> kept_;
-  OwnPlaces own_;
+  std::shared_ptr<const OwnPlaces> own_;
 };
 
 class HeardProcesses : public os::Processes {
@@ -74,14 +80,27 @@ class HeardClipboard : public os::Clipboard {
   std::shared_ptr<os::Clipboard> under_;
 };
 
-// All of them before those in force, until it is gone.
+// What a run's times come from; where the clock stands still it isn't asked.
+class HeardClock : public os::Clock {
+ public:
+  explicit HeardClock(std::shared_ptr<os::Clock> under) : under_(std::move(under)) {}
+  std::int64_t seconds() override;
+  void sleep(std::int64_t milliseconds) override;
+
+ private:
+  std::shared_ptr<os::Clock> under_;
+};
+
+// All of them before those in force, and the environment, until it is gone.
 class HeardDoors {
  public:
-  explicit HeardDoors(const OwnPlaces& own);
+  // clock: where it stands still; nothing: it is heard, too.
+  HeardDoors(std::shared_ptr<const OwnPlaces> own, std::optional<std::int64_t> clock);
 
  private:
   os::SurroundingsGuard before_;
   os::WebGuard web_;
+  os::EnvironmentGuard environment_;
 };
 
 }  // namespace trace

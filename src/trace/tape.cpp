@@ -24,6 +24,19 @@ constexpr std::string_view kThrown = "thrown";
 bool isHeard() { return heard(); }
 bool noteHeard() { return heard() = true; }
 
+void remark(std::string_view word, std::initializer_list<std::wstring_view> texts) {
+  if (!tape()) return;
+  Line line;
+  line.word(word);
+  for (const std::wstring_view text : texts) line.text(text);
+  tape()->remark(line.str());
+}
+
+std::wstring& recordingFault() {
+  static std::wstring fault;
+  return fault;
+}
+
 Tape* Tape::current() { return tape(); }
 void Tape::setCurrent(Tape* other) { tape() = other; }
 
@@ -87,16 +100,23 @@ std::string Recorder::ask(const std::string& line) {
 void Recorder::answer(const std::string& line) { write("<", line); }
 void Recorder::enter(const std::string& line) { write("+", line); }
 void Recorder::leave(const std::string& result) { write("-", result); }
+void Recorder::remark(const std::string& line) { write("=", line); }
 void Recorder::refuse(const std::string& fault) { throw BadLine(fault); }  // nothing is read
 
 // ---- played
 
-std::string_view Player::next() const {
+std::string_view Player::next() {
+  for (; at_ < lines_.size() && lines_[at_].starts_with("="); ++at_)
+    if (lines_[at_].starts_with("= run ")) run_ = lines_[at_].substr(2);
   return at_ < lines_.size() ? std::string_view(lines_[at_]) : std::string_view();
 }
 
+void Player::differ(std::size_t line, const std::string& expected, const std::string& got) {
+  differs_({line, expected, got, run_});
+}
+
 void Player::require(const std::string& got) {
-  if (next() != got) differs_({at_ + 1, std::string(next()), got});
+  if (next() != got) differ(at_ + 1, std::string(next()), got);
   ++at_;
 }
 
@@ -105,7 +125,7 @@ std::string Player::ask(const std::string& line) {
   ++asked_;
   const Turn turn(*this, false);
   while (next().starts_with("+")) call(next());
-  if (!next().starts_with("<")) differs_({at_ + 1, std::string(next()), "an answer to " + line});
+  if (!next().starts_with("<")) differ(at_ + 1, std::string(next()), "an answer to " + line);
   const std::string& answer = lines_[at_++];
   return answer.size() > 2 ? answer.substr(2) : std::string();
 }
@@ -125,7 +145,7 @@ void Player::call(std::string_view entry) {
     else
       step_(what, reading, result);
   } catch (const BadLine& fault) {
-    differs_({at_, lines_[at_ - 1], fault.what()});
+    differ(at_, lines_[at_ - 1], fault.what());
   } catch (const std::exception&) {
     isThrown = true;
   }
@@ -134,14 +154,20 @@ void Player::call(std::string_view entry) {
 
 void Player::play(std::size_t from) {
   at_ = from;
-  while (at_ < lines_.size()) {
+  while (!next().empty()) {
     if (!next().starts_with("+"))
       throw BadLine("line " + std::to_string(at_ + 1) + ": the plug-in isn't called by '" + std::string(next()) + "'");
     call(next());
   }
 }
 
-void Player::refuse(const std::string& fault) { differs_({at_, lines_[at_ - 1], fault}); }
+bool Player::callIfNext(const std::string& beginning) {
+  if (!next().starts_with(beginning)) return false;
+  call(next());
+  return true;
+}
+
+void Player::refuse(const std::string& fault) { differ(at_, lines_[at_ - 1], fault); }
 void Player::answer(const std::string& /*line*/) {}
 void Player::enter(const std::string& /*line*/) {}
 void Player::leave(const std::string& result) { require(result.empty() ? "-" : "- " + result); }

@@ -1,11 +1,14 @@
 // A trace while it grows, or while it is played: one line an event, in their order. docs/trace.md tells the form.
 //   > NAME ARGUMENTS   the plug-in asks        + WHAT ARGUMENTS   the plug-in is called, also inside a question
 //   < ANSWER           what it got             - RESULT           it is done
+//   = WORDS            a remark for who reads it; a player passes over it
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -43,6 +46,7 @@ class Tape {
   // The plug-in is called, and is done.
   virtual void enter(const std::string& line) = 0;
   virtual void leave(const std::string& result) = 0;
+  virtual void remark(const std::string& line) = 0;
 
   // A handle's number: by the order in which they come, while it is recorded; played, handles are these numbers.
   std::uint64_t numberOf(std::uint64_t handle);
@@ -85,6 +89,17 @@ class Turn {
   bool before_;
 };
 
+// What is asked while it lives is nobody's of the plug-in's, also in the midst of its turn.
+class Unheard {
+ public:
+  Unheard() {
+    if (Tape::current()) turn_.emplace(*Tape::current(), false);
+  }
+
+ private:
+  std::optional<Turn> turn_;
+};
+
 // Writes all that happens.
 class Recorder : public Tape {
  public:
@@ -95,6 +110,7 @@ class Recorder : public Tape {
   void answer(const std::string& line) override;
   void enter(const std::string& line) override;
   void leave(const std::string& result) override;
+  void remark(const std::string& line) override;
   void refuse(const std::string& fault) override;
 
  private:
@@ -106,6 +122,7 @@ class Recorder : public Tape {
 struct Difference {
   std::size_t line = 0;       // of the trace, from 1
   std::string expected, got;  // with their marks; empty: the end
+  std::string remark;         // the last one of a run before it; empty: there is none
 };
 
 // Plays a trace against the plug-in.
@@ -118,6 +135,8 @@ class Player : public Tape {
       : lines_(std::move(lines)), differs_(std::move(differs)), step_(std::move(step)) {}
   // The lines from that one on (from 0) to the end.
   void play(std::size_t from);
+  // Where the next line begins so, it is carried out: the plug-in is called by who is no question of its own.
+  bool callIfNext(const std::string& beginning);
   // How many questions were answered.
   [[nodiscard]] std::size_t asked() const { return asked_; }
 
@@ -126,17 +145,27 @@ class Player : public Tape {
   void answer(const std::string& line) override;
   void enter(const std::string& line) override;
   void leave(const std::string& result) override;
+  void remark(const std::string& /*line*/) override {}
   void refuse(const std::string& fault) override;
 
  private:
-  [[nodiscard]] std::string_view next() const;
+  [[nodiscard]] std::string_view next();
+  void differ(std::size_t line, const std::string& expected, const std::string& got);
   void call(std::string_view entry);
   void require(const std::string& got);
   std::vector<std::string> lines_;
   std::size_t at_ = 0, asked_ = 0;
+  std::string run_;  // the last remark of a run
   std::function<void(const Difference&)> differs_;
   std::function<void(std::string_view, Reading&, Line&)> step_;
 };
+
+// A remark while something is recorded: which run begins, which row of the table is worked. One of a run begins with
+// "run", and says "ended" behind it.
+void remark(std::string_view word, std::initializer_list<std::wstring_view> texts);
+
+// Why what is to be recorded isn't; empty: it is, or nothing is to be.
+std::wstring& recordingFault();
 
 // Are the operations of this program heard by a tape? Not where it was linked without.
 bool isHeard();

@@ -14,6 +14,7 @@
 #include "os/paths.h"
 #include "text/encoding.h"
 #include "text/letters.h"
+#include "trace/refused.h"
 
 namespace kelvane {
 namespace {
@@ -75,7 +76,9 @@ nlohmann::ordered_json grantMembers(const os::Asked& asked) {
 }
 
 RunConfinement::RunConfinement(const RunOptions& options, const RunPlace& place, Console& console) : console_(console) {
-  if (place.isConfined) confine_.emplace(grantsOf(options, place), &core::tellRefused);
+  if (place.isConfined)
+    confine_.emplace(grantsOf(options, place),
+                     [](const os::Asked& asked) { trace::tellRefused(asked, &core::tellRefused); });
 }
 
 RunConfinement::~RunConfinement() { tellUntold(); }

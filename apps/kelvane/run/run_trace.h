@@ -9,25 +9,11 @@
 
 #include "kelvane/run/place.h"
 #include "kelvane/run/trace_options.h"
-#include "os/clock.h"
-#include "os/doors.h"
 #include "trace/doors.h"
+#include "trace/head.h"
 #include "trace/tape.h"
 
 namespace kelvane {
-
-// What a replay has itself of a run: packages, what is installed, and the package as it is unpacked.
-inline const trace::OwnPlaces kOwnPlaces{L"pi", L"t:\\open_kvz_"};
-
-// What a run stood on.
-struct TraceHead {
-  std::int64_t clock = 0;  // where it stood still, in seconds since 1970
-  std::string package, list, listSum;
-  std::wstring user;
-  os::Door programs = os::Door::open;
-  bool isConfined = false;
-  std::string config;  // the whole text of kvd_main.cfg
-};
 
 // While it lives the run is recorded, if the options say so. Made when all else is in its place and before the session.
 // The clock stands still meanwhile, so that what the run writes doesn't tell how long it took.
@@ -44,14 +30,13 @@ class RunTrace {
  private:
   std::string path_;
   std::ofstream file_;
-  std::optional<os::SurroundingsGuard> clock_;
   std::optional<trace::HeardDoors> doors_;
   std::optional<trace::Recorder> recorder_;
 };
 
 // A trace that was read.
 struct ReadTrace {
-  TraceHead head;
+  trace::Head head;
   std::vector<std::string> lines;
   std::size_t first = 0;  // the line behind the head
 };

@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "core/confinement.h"
 #include "core/log_silence.h"
 #include "core/state.h"
 #include "creo/entry.h"
 #include "run/model_table.h"
 #include "run/triggers.h"
 #include "trace/entered.h"
+#include "trace/refused.h"
 
 namespace kelvane::steps {
 namespace {
@@ -89,6 +91,7 @@ TableHold::~TableHold() { trace::entered("release", &release); }
 
 void play(std::string_view name, trace::Reading& arguments, trace::Line& result) {
   if (name == "start") return playStart(arguments, result);
+  if (name == "refused") return core::tellRefused(trace::readRefused(arguments));
   for (const Step& step : kSteps) {
     if (step.name != name) continue;
     if (step.plain) return step.plain();

@@ -14,6 +14,7 @@
 #include "kelvane/show/model_folder.h"
 #include "run/model_table.h"
 #include "text/encoding.h"
+#include "trace/tape.h"
 
 namespace kelvane {
 namespace {
@@ -105,6 +106,7 @@ void FiringWatch::unreadable(const std::wstring& path) {
 }
 
 void FiringWatch::triggerBegins(const Firing& firing) {
+  const trace::Unheard ours;
   Running& begun = running_.emplace(Running());
   begun.told = firing;
   if (const headless::Model* model = session_.models().find(firing.model))
@@ -219,6 +221,7 @@ bool FiringWatch::settle() {
 }
 
 void FiringWatch::triggerEnds(int result) {
+  const trace::Unheard ours;
   if (!running_) return;
   log_.follow();
   settle();

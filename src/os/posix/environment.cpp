@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "os/environment_door.h"
 #include "os/gate.h"
 #include "os/places.h"
 #include "os/posix/own_environment.h"
@@ -53,7 +54,7 @@ std::optional<std::wstring> settingsFolder() {
 
 }  // namespace
 
-std::optional<std::wstring> environment(std::wstring_view name) {
+std::optional<std::wstring> machineEnvironment(std::wstring_view name) {
   if (const std::string known = knownName(text::toUtf8(name)); !known.empty()) {
     return text::fromUtf8(variable(known.c_str()));
   }

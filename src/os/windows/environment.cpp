@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "os/environment_door.h"
 #include "os/gate.h"
 #include "os/places.h"
 #include "os/processes.h"
@@ -48,7 +49,7 @@ std::optional<std::wstring> settingsFolder() {
 
 }  // namespace
 
-std::optional<std::wstring> environment(std::wstring_view name) {
+std::optional<std::wstring> machineEnvironment(std::wstring_view name) {
   if (name.empty()) return std::nullopt;
   if (auto value = variable(std::wstring(name))) return value;
   if (text::equalNoCase(name, L"username")) return userName();

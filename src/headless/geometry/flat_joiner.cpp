@@ -139,6 +139,15 @@ bool FlatJoiner::hasEdgeUpon(const FlatLine& line) const {
   return false;
 }
 
+bool FlatJoiner::hasEdgeUpon(const FlatPoint& centre, double radius) const {
+  const ArcKey key{step(centre.x, kSamePlace), step(centre.y, kSamePlace), step(radius, kSamePlace),
+                   step(0, kSamePlace), step(radius, kSamePlace)};
+  const auto found = arcs_.find(key);
+  return found != arcs_.end() && std::ranges::any_of(std::array{SeenAs::edge, SeenAs::hidden}, [&](SeenAs as) {
+           return !found->second.pieces[static_cast<std::size_t>(as)].empty();
+         });
+}
+
 RoundEdge FlatJoiner::roundAbout(const FlatPoint& centre) const {
   constexpr double kAtEnd = 1e-3;  // radians: where an arc ends there it still is
   const long long x = step(centre.x, kSamePlace), y = step(centre.y, kSamePlace);

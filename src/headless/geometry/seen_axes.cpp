@@ -165,7 +165,43 @@ void addLengthwise(FlatJoiner& lines, const Turned& turned, const Paper& paper) 
   lines.take(SeenAs::axis, FlatLine{along(from, way, -more), along(to, way, more)});
 }
 
+// The teeth where they stand, in the picture's unit.
+Gear placed(const Gear& gear, const PlacedBody& body) {
+  Gear made = gear;
+  creo::ProVector& at = made.place.origin;
+  at = {at.x * body.scale, at.y * body.scale, at.z * body.scale};
+  made.place = creo::transformed(body.place, made.place);
+  for (double* number : {&made.tip, &made.pitch, &made.root, &made.length}) *number *= body.scale;
+  return made;
+}
+
+// Gears that are seen leaning have none: theirs would be ellipses that nobody reads.
+void addPitch(FlatJoiner& lines, const Gear& gear, const Paper& paper) {
+  const creo::ProVector &at = gear.place.origin, &z = gear.place.zAxis;
+  const gp_XYZ foot(at.x, at.y, at.z), axis(z.x, z.y, z.z);
+  const double lean = std::fabs(axis.Dot(paper.z.XYZ()));
+  const double tip = gear.tip / 2 * paper.scale, pitch = gear.pitch / 2 * paper.scale;
+  const FlatPoint from = paper.at(foot), to = paper.at(foot + axis * gear.length);
+  if (lean > 1 - kStraight) {
+    if (lines.hasEdgeUpon(from, tip))
+      lines.take(SeenAs::axis, FlatArc{from, {pitch, 0}, {0, pitch}, 0, 2 * std::numbers::pi});
+    return;
+  }
+  if (lean >= kStraight) return;
+  const FlatPoint way{(to.x - from.x) / (gear.length * paper.scale), (to.y - from.y) / (gear.length * paper.scale)};
+  for (const FlatPoint& across : {FlatPoint{-way.y, way.x}, FlatPoint{way.y, -way.x}}) {
+    if (!lines.hasEdgeUpon({along(from, across, tip), along(to, across, tip)})) continue;
+    const FlatPoint first = along(from, across, pitch), last = along(to, across, pitch);
+    lines.take(SeenAs::axis, FlatLine{along(first, way, -kMostBeyond), along(last, way, kMostBeyond)});
+  }
+}
+
 }  // namespace
+
+void addPitch(FlatJoiner& lines, const std::vector<PlacedBody>& bodies, const Paper& paper) {
+  for (const PlacedBody& body : bodies)
+    for (const Gear& gear : body.gears) addPitch(lines, placed(gear, body), paper);
+}
 
 void addAxes(FlatJoiner& lines, const std::vector<TopoDS_Shape>& shapes, const Paper& paper) {
   std::vector<FlatPoint> centres;

@@ -137,7 +137,10 @@ class View {
     seen.corrected = corrected_;
     const FlatBox box = lines_.box();
     if (box.isEmpty) return seen;
-    if (sight_.axes) addAxes(lines_, shapes_, paper_);
+    if (sight_.axes) {
+      addAxes(lines_, shapes_, paper_);
+      addPitch(lines_, sight_.bodies, paper_);
+    }
     seen.width = box.right - box.left;
     seen.height = box.high - box.low;
     seen.middle = {(box.left + box.right) / 2, (box.low + box.high) / 2};

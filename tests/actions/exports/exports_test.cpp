@@ -381,7 +381,7 @@ print(sorted(round(sum(area(p.flattening(0.01)) for p in from_hatch(h)), 1) for 
       "CENTER [(-18.0, 16.0), (0.0, 16.0), (18.0, 16.0)]\n";
   EXPECT_EQ(
       "VISIBLE 100 5.0\nCENTER 100 18.0\nVISIBLE 100 20.0\nVISIBLE 200 5.0\nCENTER 200 18.0\nVISIBLE 200 20.0\n"
-      "VISIBLE 300 5.0\nCENTER 300 18.0\n[0, 0, 12]\n" +
+      "VISIBLE 300 5.0\nCENTER 300 18.0\n[4, 4, 12]\n" +
           cut + cut + "[110.0, 110.0, 110.0, 110.0]\n",
       answerTo("/usr/bin/python3 read.py"));
 }

@@ -137,7 +137,7 @@ Section datumsOf(const headless::Model& model) {
 }
 
 // What sheets show in place of teeth.
-Section gearsOf(const headless::Model& model) {
+Section gearSection(const headless::Model& model) {
   Section section{"gears", {}};
   if (model.type() != creo::ProMdlType::part) return section;
   try {
@@ -157,7 +157,7 @@ std::vector<Section> solidSections(creo::ProMdl handle) {
   if (!model) return {};
   std::vector<Section> sections;
   if (!headless::hasSheets(model->type())) {
-    sections = {settingsOf(*model), bodyOf(*model), gearsOf(*model), datumsOf(*model), materialsOf(*model)};
+    sections = {settingsOf(*model), bodyOf(*model), gearSection(*model), datumsOf(*model), materialsOf(*model)};
     for (Section& section : stateSections(*model)) sections.push_back(std::move(section));
   }
   for (Section& entry : layerSections(*model)) sections.push_back(std::move(entry));

@@ -98,7 +98,10 @@ bool areEvenlySpread(const std::vector<const Round*>& holes, const HoleCircle& c
 // rows, where each stands in the middle of four others, have none.
 std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds) {
   std::map<const Round*, HoleCircle> found;
+  double smallest = HUGE_VAL;
+  for (const Round& round : rounds) smallest = std::min(smallest, round.edge.radius);
   for (const Round& middle : rounds) {
+    if (middle.edge.radius - kSameLength <= smallest) continue;  // nothing is smaller
     std::vector<const Round*> open;
     for (const Round& round : rounds)
       if (round.edge.radius < middle.edge.radius - kSameLength && isWhole(round) &&
@@ -130,13 +133,33 @@ void addOnCircle(FlatJoiner& lines, const Round& hole, const HoleCircle& circle)
   lines.take(SeenAs::axis, FlatLine{along(hole.centre, out, -reach), along(hole.centre, out, reach)});
 }
 
+// Places that are apart.
+class Places {
+ public:
+  // False where one of them is there already.
+  bool add(const FlatPoint& place) {
+    const long long x = std::llround(place.x / kSameLength), y = std::llround(place.y / kSameLength);
+    for (long long i = x - 1; i <= x + 1; ++i)
+      for (long long j = y - 1; j <= y + 1; ++j) {
+        const auto [first, last] = known_.equal_range({i, j});
+        if (std::any_of(first, last, [&](const auto& entry) { return distance(entry.second, place) < kSameLength; }))
+          return false;
+      }
+    known_.emplace(std::array{x, y}, place);
+    return true;
+  }
+
+ private:
+  std::multimap<std::array<long long, 2>, FlatPoint> known_;
+};
+
 // Of what is seen along its axis, each place once, with the largest circle about it.
 void addEndOn(FlatJoiner& lines, const std::vector<FlatPoint>& centres) {
   std::vector<Round> rounds;
+  Places known;
   for (const FlatPoint& centre : centres) {
     const RoundEdge edge = lines.roundAbout(centre);
-    const auto isKnown = [&](const Round& round) { return distance(round.centre, centre) < kSameLength; };
-    if (edge.radius >= kSmallest && std::ranges::none_of(rounds, isKnown)) rounds.push_back({centre, edge});
+    if (edge.radius >= kSmallest && known.add(centre)) rounds.push_back({centre, edge});
   }
   const auto circles = holeCircles(rounds);
   for (const Round& round : rounds) {

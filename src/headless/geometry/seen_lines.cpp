@@ -72,19 +72,8 @@ class View {
   }
 
   Seen exact() {
-    const Handle(HLRBRep_Algo) algorithm = new HLRBRep_Algo;
-    algorithm->Add(sight_.hidden ? asOne(shapes_) : lookingToViewer(shapes_, paper_));
-    algorithm->Projector(projector(paper_));
-    algorithm->Update();
-    algorithm->Hide();
-    HLRBRep_HLRToShape result(algorithm);
-    for (const auto type : {HLRBRep_Sharp, HLRBRep_OutLine, HLRBRep_Rg1Line}) {
-      const SeenAs as = type == HLRBRep_Rg1Line ? SeenAs::smooth : SeenAs::edge;
-      eachEdge(result.CompoundOfEdges(type, true, true), [&](const TopoDS_Edge& edge) { takeVisible(as, edge); });
-      if (as == SeenAs::smooth || !sight_.hidden) continue;
-      eachEdge(result.CompoundOfEdges(type, false, true),
-               [&](const TopoDS_Edge& edge) { take(SeenAs::hidden, BRepAdaptor_Curve(edge)); });
-    }
+    // The library's cost grows with the square of what it gets at once.
+    for (const std::vector<TopoDS_Shape>& group : apartOnPaper(shapes_, paper_)) takeExact(group);
     return finished();
   }
 
@@ -115,6 +104,21 @@ class View {
   }
 
  private:
+  void takeExact(const std::vector<TopoDS_Shape>& shapes) {
+    const Handle(HLRBRep_Algo) algorithm = new HLRBRep_Algo;
+    algorithm->Add(sight_.hidden ? asOne(shapes) : lookingToViewer(shapes, paper_, closed_));
+    algorithm->Projector(projector(paper_));
+    algorithm->Update();
+    algorithm->Hide();
+    HLRBRep_HLRToShape result(algorithm);
+    for (const auto type : {HLRBRep_Sharp, HLRBRep_OutLine, HLRBRep_Rg1Line}) {
+      const SeenAs as = type == HLRBRep_Rg1Line ? SeenAs::smooth : SeenAs::edge;
+      eachEdge(result.CompoundOfEdges(type, true, true), [&](const TopoDS_Edge& edge) { takeVisible(as, edge); });
+      if (as == SeenAs::smooth || !sight_.hidden) continue;
+      eachEdge(result.CompoundOfEdges(type, false, true),
+               [&](const TopoDS_Edge& edge) { take(SeenAs::hidden, BRepAdaptor_Curve(edge)); });
+    }
+  }
   void take(SeenAs as, const BRepAdaptor_Curve& curve) {
     if (const auto flat = flatCurve(curve, paper_)) lines_.take(as, *flat);
   }
@@ -159,6 +163,7 @@ class View {
   std::vector<TopoDS_Shape> shapes_;
   std::optional<SeenCheck> check_;
   std::vector<SeenCut> cuts_;
+  ClosedSolids closed_;
   FlatJoiner lines_;
   int corrected_ = 0;
 };

@@ -140,12 +140,18 @@ bool FlatJoiner::hasEdgeUpon(const FlatLine& line) const {
 }
 
 bool FlatJoiner::hasEdgeUpon(const FlatPoint& centre, double radius) const {
-  const ArcKey key{step(centre.x, kSamePlace), step(centre.y, kSamePlace), step(radius, kSamePlace),
-                   step(0, kSamePlace), step(radius, kSamePlace)};
-  const auto found = arcs_.find(key);
-  return found != arcs_.end() && std::ranges::any_of(std::array{SeenAs::edge, SeenAs::hidden}, [&](SeenAs as) {
-           return !found->second.pieces[static_cast<std::size_t>(as)].empty();
-         });
+  constexpr long long kLowest = std::numeric_limits<long long>::min();
+  const long long x = step(centre.x, kSamePlace), y = step(centre.y, kSamePlace);
+  for (long long column = x - 1; column <= x + 1; ++column) {
+    auto at = arcs_.lower_bound({column, y - 1, kLowest, kLowest, kLowest});
+    for (; at != arcs_.end() && at->first[0] == column && at->first[1] <= y + 1; ++at) {
+      const auto& [whole, pieces] = at->second;
+      if (!isCircle(whole) || std::fabs(lengthOf(whole.u) - radius) > kSamePlace) continue;
+      for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
+        if (!pieces[static_cast<std::size_t>(as)].empty()) return true;
+    }
+  }
+  return false;
 }
 
 RoundEdge FlatJoiner::roundAbout(const FlatPoint& centre) const {

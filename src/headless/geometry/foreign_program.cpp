@@ -121,8 +121,10 @@ std::vector<ForeignAnswer> askForeign(const std::vector<std::string>& requests, 
   const auto work = [&](Asked& program) {
     for (std::size_t i = next++; i < requests.size(); i = next++) answers[i] = program.ask(requests[i], time);
   };
-  const Beside second([&] { work(programs().back()); });
-  work(programs().front());
+  {
+    const Beside second([&] { work(programs().back()); });  // ends before the answers go
+    work(programs().front());
+  }
   return answers;
 }
 

@@ -171,7 +171,7 @@ SeenCurve seenCurve(const json& numbers) {
   return made;
 }
 
-// ---- gears: where each stands, then its diameters and its length
+// ---- gears: where each stands, then its diameters, its length, and whether it has teeth
 
 constexpr std::size_t kPlaceNumbers = 12;
 
@@ -179,7 +179,8 @@ json gears(const std::vector<Gear>& list) {
   json all = json::array();
   for (const Gear& gear : list) {
     json own = numbers(gear.place);
-    for (const double number : {gear.tip, gear.pitch, gear.root, gear.length}) own.push_back(number);
+    for (const double number : {gear.tip, gear.pitch, gear.root, gear.length, gear.isToothed ? 1.0 : 0.0})
+      own.push_back(number);
     all.push_back(std::move(own));
   }
   return all;
@@ -188,7 +189,7 @@ std::vector<Gear> gears(const json& list) {
   std::vector<Gear> all;
   for (const auto& numbers : list) {
     const auto at = [&](std::size_t i) { return numbers.at(kPlaceNumbers + i).get<double>(); };
-    all.push_back({transform(numbers), at(0), at(1), at(2), at(3)});
+    all.push_back({transform(numbers), at(0), at(1), at(2), at(3), at(4) != 0});
   }
   return all;
 }

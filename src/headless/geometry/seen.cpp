@@ -91,7 +91,7 @@ Key bodyKey(const PlacedBody& entry) {
   addNumbers(key, entry.place);
   for (const Gear& gear : entry.gears) {
     addNumbers(key, gear.place);
-    key.insert(key.end(), {gear.tip, gear.pitch, gear.root, gear.length});
+    key.insert(key.end(), {gear.tip, gear.pitch, gear.root, gear.length, gear.isToothed ? 1.0 : 0.0});
   }
   return key;
 }

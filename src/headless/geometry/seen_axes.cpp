@@ -206,14 +206,14 @@ void addPitch(FlatJoiner& lines, const Gear& gear, const Paper& paper) {
   const double tip = gear.tip / 2 * paper.scale, pitch = gear.pitch / 2 * paper.scale;
   const FlatPoint from = paper.at(foot), to = paper.at(foot + axis * gear.length);
   if (lean > 1 - kStraight) {
-    if (lines.hasEdgeUpon(from, tip))
+    if (gear.isToothed || lines.hasEdgeUpon(from, tip))
       lines.take(SeenAs::axis, FlatArc{from, {pitch, 0}, {0, pitch}, 0, 2 * std::numbers::pi});
     return;
   }
   if (lean >= kStraight) return;
   const FlatPoint way{(to.x - from.x) / (gear.length * paper.scale), (to.y - from.y) / (gear.length * paper.scale)};
   for (const FlatPoint& across : {FlatPoint{-way.y, way.x}, FlatPoint{way.y, -way.x}}) {
-    if (!lines.hasEdgeUpon({along(from, across, tip), along(to, across, tip)})) continue;
+    if (!gear.isToothed && !lines.hasEdgeUpon({along(from, across, tip), along(to, across, tip)})) continue;
     const FlatPoint first = along(from, across, pitch), last = along(to, across, pitch);
     lines.take(SeenAs::axis, FlatLine{along(first, way, -kMostBeyond), along(last, way, kMostBeyond)});
   }

@@ -31,6 +31,7 @@ struct Gear {
   creo::ProTransform place;
   double tip = 0, pitch = 0, root = 0;  // diameters
   double length = 0;
+  bool isToothed = false;  // else the room between root and tip is filled
 };
 // A body where it stands.
 struct PlacedBody {

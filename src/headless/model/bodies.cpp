@@ -310,7 +310,10 @@ Got<DrawnBody> Bodies::drawn(const Model& part, Teeth teeth) {
   DrawnBody drawn;
   const auto body = bodyOr(models_, part, [&] {
     const std::vector<PartGear> gears = gearsOf(part);
-    for (const PartGear& gear : gears) drawn.gears.push_back(gear.teeth);
+    for (const PartGear& gear : gears) {
+      drawn.gears.push_back(gear.teeth);
+      drawn.gears.back().isToothed = teeth == Teeth::asTheyAre;
+    }
     return built(part, teeth == Teeth::asTheyAre ? primitivesOf(part) : withoutTeeth(part, gears));
   });
   if (!body) return body.error;

@@ -58,6 +58,20 @@ void platesSideBySide(benchmark::State& state) {
     sight.bodies.push_back({body, {.origin = {(i % 20) * 80.0, (i / 20) * 80.0, 0}}, 1});
   for (auto _ : state) draw(state, sight);
 }
+// An assembly of 1,000 parts of 31 faces each, without hidden lines.
+void thousandParts(benchmark::State& state) {
+  const BodyPtr body = plate(5);
+  Sight sight{.axes = true};
+  for (int i = 0; i < 1000; ++i) sight.bodies.push_back({body, {.origin = {(i % 32) * 130.0, (i / 32) * 130.0, 0}}, 1});
+  const ForeignPlaceGuard guard;
+  foreignPlace().viewTime = std::chrono::seconds(300);
+  for (auto _ : state) {
+    sight.screen = kSides[state.range(0)];
+    sight.scale = nextScale();
+    const Seen lines = seen(sight);
+    if (lines.curves.empty() || lines.isFaceted) state.SkipWithError("no view");
+  }
+}
 void keptView(benchmark::State& state) {
   const Sight sight{.bodies = {{plate(10), {}, 1}}, .hidden = true, .axes = true};
   for (auto _ : state) benchmark::DoNotOptimize(seen(sight));
@@ -65,6 +79,7 @@ void keptView(benchmark::State& state) {
 BENCHMARK(plateInThreeViews)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(plateByFacets)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(platesSideBySide)->Arg(20)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(thousandParts)->DenseRange(0, 2)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
 BENCHMARK(keptView)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 }  // namespace

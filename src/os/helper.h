@@ -17,15 +17,9 @@ namespace os {
 class Helper {
  public:
   virtual ~Helper() = default;  // ends the program at once, whatever it does
-  // Hands over a request, whose answer is to be there within the time, and comes back while the helper works on it.
-  virtual std::error_code begin(std::string_view request, std::chrono::milliseconds time) = 0;
-  // Waits for the answer to what was begun. Of both: timed_out: it took longer than that time; broken_pipe: the program
-  // has ended. Behind either the helper is of no more use.
-  virtual Result<std::string> answer() = 0;
-  Result<std::string> ask(std::string_view request, std::chrono::milliseconds time) {
-    if (const auto error = begin(request, time)) return {{}, error};
-    return answer();
-  }
+  // timed_out: the answer took longer than the time; broken_pipe: the program has ended. Behind either the helper is of
+  // no more use.
+  virtual Result<std::string> ask(std::string_view request, std::chrono::milliseconds time) = 0;
 };
 // program: its file, in the machine's form. An interrupt from the keyboard doesn't reach it.
 Result<std::unique_ptr<Helper>> startHelper(const std::string& program);

@@ -106,7 +106,7 @@ Shown shownModel(headless::Session& session, creo::ProMdl handle, int sheet) {
 Shown shownLines(headless::Session& session, creo::ProMdl solid, PictureSize size) {
   const headless::Model& model = modelOf(session, solid);
   const headless::PictureSources sources = session.pictureSources();
-  const auto placed = headless::placedParts(sources.bodies, sources.models, model);
+  const auto placed = headless::placedParts(sources.bodies, sources.models, model, headless::PlacedFor::solid);
   if (placed && placed.value.bodies.empty()) refuseEmpty(model);
   const double unit = kLongSide / std::max(size.width, size.height);
   auto lines = headless::solidLines(sources, model, headless::kTrimetric, size.width * unit, size.height * unit, false);

@@ -6,7 +6,9 @@
 #include "headless/model/datums.h"
 #include "headless/model/density.h"
 #include "headless/model/drawing.h"
+#include "headless/model/gears.h"
 #include "headless/model/items.h"
+#include "headless/model/measures.h"
 #include "headless/model/models.h"
 #include "headless/model/regenerate.h"
 #include "headless/model/units.h"
@@ -134,6 +136,20 @@ Section datumsOf(const headless::Model& model) {
   return section;
 }
 
+// What sheets show in place of teeth.
+Section gearSection(const headless::Model& model) {
+  Section section{"gears", {}};
+  if (model.type() != creo::ProMdlType::part) return section;
+  try {
+    for (const auto& [feature, teeth] : headless::gearsOf(model))
+      section.rows.push_back({"tip " + rounded(teeth.tip), "pitch " + rounded(teeth.pitch),
+                              "root " + rounded(teeth.root), "length " + rounded(teeth.length)});
+  } catch (const headless::MeasureFault& fault) {
+    section.rows.push_back({text::toUtf8(fault.reason)});
+  }
+  return section;
+}
+
 }  // namespace
 
 std::vector<Section> solidSections(creo::ProMdl handle) {
@@ -141,7 +157,7 @@ std::vector<Section> solidSections(creo::ProMdl handle) {
   if (!model) return {};
   std::vector<Section> sections;
   if (!headless::hasSheets(model->type())) {
-    sections = {settingsOf(*model), bodyOf(*model), datumsOf(*model), materialsOf(*model)};
+    sections = {settingsOf(*model), bodyOf(*model), gearSection(*model), datumsOf(*model), materialsOf(*model)};
     for (Section& section : stateSections(*model)) sections.push_back(std::move(section));
   }
   for (Section& entry : layerSections(*model)) sections.push_back(std::move(entry));

@@ -12,11 +12,15 @@
 #include <gp_Circ.hxx>
 #include <gp_Pln.hxx>
 #include <gp_Trsf.hxx>
+#include <map>
 
 namespace headless::geometry {
 namespace {
 
-constexpr double kMargin = 1e-3;      // of its diagonal, by which a body must lie within a face and behind it
+// Of its diagonal: by which a body must lie behind a face, and by which it may reach beyond. Where both end in one line
+// that one is drawn.
+constexpr double kBehind = 1e-3, kBeyond = 1e-6;
+constexpr double kApart = 0.01;       // mm on paper
 constexpr double kMostSlanted = 0.2;  // cosine of the angle to the viewer: a steeper face covers hardly anything
 
 // A box on paper, and how near it comes to the viewer.
@@ -72,16 +76,16 @@ class Cover {
   [[nodiscard]] std::size_t owner() const { return owner_; }
 
   // No edge of the face comes into the box, and its middle lies in the face: so does all of it.
-  bool covers(const Reach& body, double margin) {
-    if (reach_.nearest < body.nearest || !contains(reach_.box, body.box)) return false;
-    const FlatBox wide = widened(body.box, margin * paper_.scale);
+  bool covers(const Reach& body, double size) {
+    const FlatBox box = widened(body.box, -kBeyond * size * paper_.scale);
+    if (reach_.nearest < body.nearest || !contains(reach_.box, box)) return false;
     for (const auto& [x, y] :
-         {std::pair(wide.left, wide.low), {wide.right, wide.low}, {wide.left, wide.high}, {wide.right, wide.high}})
-      if (depthAt({x, y}) < body.nearest + margin) return false;
+         {std::pair(box.left, box.low), {box.right, box.low}, {box.left, box.high}, {box.right, box.high}})
+      if (depthAt({x, y}) < body.nearest + kBehind * size) return false;
     bool isInside = false;
-    const FlatPoint middle{(wide.left + wide.right) / 2, (wide.low + wide.high) / 2};
+    const FlatPoint middle{(box.left + box.right) / 2, (box.low + box.high) / 2};
     for (const FlatLine& edge : edges()) {
-      if (crosses(widened(wide, bulge_), edge.from, edge.to)) return false;
+      if (crosses(widened(box, bulge_), edge.from, edge.to)) return false;
       const auto& [a, b] = edge;
       if ((a.y > middle.y) != (b.y > middle.y) && middle.x < a.x + (middle.y - a.y) / (b.y - a.y) * (b.x - a.x))
         isInside = !isInside;
@@ -155,11 +159,37 @@ std::vector<TopoDS_Shape> withoutCovered(const std::vector<TopoDS_Shape>& shapes
   for (std::size_t i = 0; i < shapes.size(); ++i) {
     const Reach reach = reachOf(shapes[i], paper);
     const double size = std::hypot(reach.box.right - reach.box.left, reach.box.high - reach.box.low) / paper.scale;
-    const bool isCovered = std::ranges::any_of(
-        covers, [&](Cover& cover) { return cover.owner() != i && cover.covers(reach, kMargin * size); });
+    const bool isCovered =
+        std::ranges::any_of(covers, [&](Cover& cover) { return cover.owner() != i && cover.covers(reach, size); });
     if (!isCovered) seen.push_back(shapes[i]);
   }
   return seen;
+}
+
+std::vector<std::vector<TopoDS_Shape>> apartOnPaper(const std::vector<TopoDS_Shape>& shapes, const Paper& paper) {
+  std::vector<FlatBox> boxes;
+  std::vector<std::size_t> order, group(shapes.size());
+  for (std::size_t i = 0; i < shapes.size(); ++i) {
+    const FlatBox box = reachOf(shapes[i], paper).box;
+    boxes.push_back(box.isEmpty ? FlatBox{-HUGE_VAL, -HUGE_VAL, HUGE_VAL, HUGE_VAL, false} : widened(box, kApart));
+    group[i] = i;
+    if (TopExp_Explorer(shapes[i], TopAbs_FACE).More()) order.push_back(i);
+  }
+  const auto first = [&](std::size_t i) {
+    while (group[i] != i) i = group[i] = group[group[i]];
+    return i;
+  };
+  std::ranges::sort(order, {}, [&](std::size_t i) { return boxes[i].left; });
+  for (auto at = order.begin(); at != order.end(); ++at)
+    for (auto next = at + 1; next != order.end() && boxes[*next].left <= boxes[*at].right; ++next)
+      if (boxes[*next].low <= boxes[*at].high && boxes[*at].low <= boxes[*next].high)
+        group[std::max(first(*at), first(*next))] = std::min(first(*at), first(*next));
+  std::map<std::size_t, std::vector<TopoDS_Shape>> groups;
+  std::ranges::sort(order);
+  for (const std::size_t i : order) groups[first(i)].push_back(shapes[i]);
+  std::vector<std::vector<TopoDS_Shape>> all;
+  for (auto& [number, members] : groups) all.push_back(std::move(members));
+  return all;
 }
 
 }  // namespace headless::geometry

@@ -12,4 +12,7 @@ namespace headless::geometry {
 // seen, whatever they are. Others that are covered by several faces together stay.
 std::vector<TopoDS_Shape> withoutCovered(const std::vector<TopoDS_Shape>& shapes, const Paper& paper);
 
+// Those that can't hide anything of one another are in groups of their own: what stands apart on paper.
+std::vector<std::vector<TopoDS_Shape>> apartOnPaper(const std::vector<TopoDS_Shape>& shapes, const Paper& paper);
+
 }  // namespace headless::geometry

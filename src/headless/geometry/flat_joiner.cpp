@@ -139,6 +139,21 @@ bool FlatJoiner::hasEdgeUpon(const FlatLine& line) const {
   return false;
 }
 
+bool FlatJoiner::hasEdgeUpon(const FlatPoint& centre, double radius) const {
+  constexpr long long kLowest = std::numeric_limits<long long>::min();
+  const long long x = step(centre.x, kSamePlace), y = step(centre.y, kSamePlace);
+  for (long long column = x - 1; column <= x + 1; ++column) {
+    auto at = arcs_.lower_bound({column, y - 1, kLowest, kLowest, kLowest});
+    for (; at != arcs_.end() && at->first[0] == column && at->first[1] <= y + 1; ++at) {
+      const auto& [whole, pieces] = at->second;
+      if (!isCircle(whole) || std::fabs(lengthOf(whole.u) - radius) > kSamePlace) continue;
+      for (const SeenAs as : {SeenAs::edge, SeenAs::hidden})
+        if (!pieces[static_cast<std::size_t>(as)].empty()) return true;
+    }
+  }
+  return false;
+}
+
 RoundEdge FlatJoiner::roundAbout(const FlatPoint& centre) const {
   constexpr double kAtEnd = 1e-3;  // radians: where an arc ends there it still is
   const long long x = step(centre.x, kSamePlace), y = step(centre.y, kSamePlace);

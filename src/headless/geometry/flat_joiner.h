@@ -26,6 +26,8 @@ class FlatJoiner {
   void take(SeenAs as, const FlatCurve& curve);
   // Does an edge, or a hidden one, lie somewhere upon the line?
   [[nodiscard]] bool hasEdgeUpon(const FlatLine& line) const;
+  // Or a piece of the circle?
+  [[nodiscard]] bool hasEdgeUpon(const FlatPoint& centre, double radius) const;
   // The largest circle about the place of which an edge, or a hidden one, shows half (kHalfTurn) or more.
   [[nodiscard]] RoundEdge roundAbout(const FlatPoint& centre) const;
   [[nodiscard]] FlatBox box() const { return box_; }

@@ -1,15 +1,20 @@
 #include "headless/geometry/foreign_program.h"
 
 #include <array>
+#include <atomic>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 #include "headless/geometry/foreign_place.h"
 #include "os/executable.h"
 #include "os/helper.h"
 #include "os/machine_path.h"
 #include "os/program.h"
+#include "os/quiet_thread.h"
 #include "text/encoding.h"
 
 namespace headless::geometry {
@@ -31,20 +36,9 @@ std::string programFor(const ForeignPlace& place) {
 class Asked {
  public:
   ForeignAnswer ask(const std::string& request, std::chrono::milliseconds time) {
-    begin(request, time);
-    return answer(request, time);
-  }
-  // What was begun is answered before the next begins.
-  void begin(const std::string& request, std::chrono::milliseconds time) {
-    isUsed_ = helper_ != nullptr && program_ == programFor(foreignPlace());
-    failure_ = start();
-    if (!failure_) end_ = endOf(helper_->begin(request, time));
-  }
-  ForeignAnswer answer(const std::string& request, std::chrono::milliseconds time) {
-    ForeignAnswer answer = received();
-    if (answer.end != ForeignEnd::ended || !isUsed_) return answer;
-    begin(request, time);
-    return received();
+    const bool isUsed = helper_ != nullptr && program_ == programFor(foreignPlace());
+    ForeignAnswer answer = askOnce(request, time);
+    return answer.end == ForeignEnd::ended && isUsed ? askOnce(request, time) : answer;
   }
   // Why it doesn't start.
   std::optional<ForeignAnswer> start() {
@@ -64,24 +58,41 @@ class Asked {
     if (!error) return ForeignEnd::answered;
     return error == std::errc::timed_out ? ForeignEnd::late : ForeignEnd::ended;
   }
-  ForeignAnswer received() {
-    if (failure_) return *failure_;
-    ForeignAnswer answer{end_, {}, {}};
-    if (end_ == ForeignEnd::answered) {
-      auto told = helper_->answer();
-      answer.end = endOf(told.error);
-      answer.wire = std::move(told.value);
-    }
-    if (answer.end != ForeignEnd::answered) helper_.reset();
-    return answer;
+  ForeignAnswer askOnce(const std::string& request, std::chrono::milliseconds time) {
+    if (auto failure = start()) return *std::move(failure);
+    auto told = helper_->ask(request, time);
+    if (told.error) helper_.reset();
+    return {endOf(told.error), std::move(told.value), {}};
   }
 
   std::string program_;
   std::unique_ptr<os::Helper> helper_;
-  // Of what was begun.
-  bool isUsed_ = false;
-  std::optional<ForeignAnswer> failure_;
-  ForeignEnd end_ = ForeignEnd::answered;
+};
+
+// What is done beside this thread as long as this lives, or not at all where the system has no more threads.
+class Beside {
+ public:
+  explicit Beside(const std::function<void()>& work) {
+    try {
+      thread_ = os::quietThread([work] {
+        try {
+          work();
+        } catch (const std::exception&) {
+          // What it left stays unanswered.
+        }
+      });
+    } catch (const std::system_error&) {
+      // Then all is done here.
+    }
+  }
+  ~Beside() {
+    if (thread_.joinable()) thread_.join();
+  }
+  Beside(const Beside&) = delete;
+  Beside& operator=(const Beside&) = delete;
+
+ private:
+  std::thread thread_;
 };
 
 // Most requests go to the first.
@@ -105,14 +116,14 @@ ForeignAnswer askForeign(const std::string& request, std::chrono::milliseconds t
 
 std::vector<ForeignAnswer> askForeign(const std::vector<std::string>& requests, std::chrono::milliseconds time) {
   if (time <= std::chrono::milliseconds(0)) return {requests.size(), ForeignAnswer{ForeignEnd::late, {}, {}}};
-  std::vector<ForeignAnswer> answers;
-  const auto begin = [&](std::size_t i) {
-    if (i < requests.size()) programs().at(i % kPrograms).begin(requests[i], time);
+  std::vector<ForeignAnswer> answers(requests.size(), ForeignAnswer{ForeignEnd::ended, {}, {}});
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&](Asked& program) {
+    for (std::size_t i = next++; i < requests.size(); i = next++) answers[i] = program.ask(requests[i], time);
   };
-  for (std::size_t i = 0; i < kPrograms; ++i) begin(i);
-  for (std::size_t i = 0; i < requests.size(); ++i) {
-    answers.push_back(programs().at(i % kPrograms).answer(requests[i], time));
-    begin(i + kPrograms);
+  {
+    const Beside second([&] { work(programs().back()); });  // ends before the answers go
+    work(programs().front());
   }
   return answers;
 }

@@ -17,8 +17,8 @@ struct ForeignAnswer {
 // more than a small file does. One that ended is tried once more without what earlier requests left in it; what takes
 // too long would take as long again.
 ForeignAnswer askForeign(const std::string& request, std::chrono::milliseconds time);
-// The answers to several requests, in their order, that two programs work on side by side. Each must be there within
-// the time from when its program can begin with it.
+// The answers to several requests, in their order, that two programs work on side by side: who is done takes the next.
+// Each must be there within the time from when its program can begin with it.
 std::vector<ForeignAnswer> askForeign(const std::vector<std::string>& requests, std::chrono::milliseconds time);
 // Starts the programs, so that they are ready when something is asked.
 void startForeign();

@@ -171,6 +171,29 @@ SeenCurve seenCurve(const json& numbers) {
   return made;
 }
 
+// ---- gears: where each stands, then its diameters, its length, and whether it has teeth
+
+constexpr std::size_t kPlaceNumbers = 12;
+
+json gears(const std::vector<Gear>& list) {
+  json all = json::array();
+  for (const Gear& gear : list) {
+    json own = numbers(gear.place);
+    for (const double number : {gear.tip, gear.pitch, gear.root, gear.length, gear.isToothed ? 1.0 : 0.0})
+      own.push_back(number);
+    all.push_back(std::move(own));
+  }
+  return all;
+}
+std::vector<Gear> gears(const json& list) {
+  std::vector<Gear> all;
+  for (const auto& numbers : list) {
+    const auto at = [&](std::size_t i) { return numbers.at(kPlaceNumbers + i).get<double>(); };
+    all.push_back({transform(numbers), at(0), at(1), at(2), at(3), at(4) != 0});
+  }
+  return all;
+}
+
 json loops(const SeenCut& cut) {
   json all = json::array();
   for (const FlatLoop& loop : cut.loops) {
@@ -270,7 +293,8 @@ std::string written(const ViewRequest& request) {
                       {"place", numbers(entry.place)},
                       {"scale", entry.scale},
                       {"number", entry.number},
-                      {"cut", entry.isCut}});
+                      {"cut", entry.isCut},
+                      {"gears", gears(entry.gears)}});
   }
   json cut = json::array();
   if (request.sight.cut) cut = {numbers(request.sight.cut->point), numbers(request.sight.cut->normal)};
@@ -308,7 +332,7 @@ ViewRequest readView(std::string_view wire) {
   for (const auto& entry : line.at("places"))
     request.sight.bodies.push_back({bodies.at(entry.at("body").get<std::size_t>()), transform(entry.at("place")),
                                     entry.at("scale").get<double>(), entry.at("number").get<int>(),
-                                    entry.at("cut").get<bool>()});
+                                    entry.at("cut").get<bool>(), gears(entry.at("gears"))});
   return request;
 }
 

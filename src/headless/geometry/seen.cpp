@@ -89,6 +89,10 @@ Key bodyKey(const PlacedBody& entry) {
   Key key{static_cast<double>(reinterpret_cast<std::uintptr_t>(entry.body.get())), entry.scale,
           static_cast<double>(entry.number), entry.isCut ? 1.0 : 0.0};
   addNumbers(key, entry.place);
+  for (const Gear& gear : entry.gears) {
+    addNumbers(key, gear.place);
+    key.insert(key.end(), {gear.tip, gear.pitch, gear.root, gear.length, gear.isToothed ? 1.0 : 0.0});
+  }
   return key;
 }
 

@@ -98,7 +98,10 @@ bool areEvenlySpread(const std::vector<const Round*>& holes, const HoleCircle& c
 // rows, where each stands in the middle of four others, have none.
 std::map<const Round*, HoleCircle> holeCircles(const std::vector<Round>& rounds) {
   std::map<const Round*, HoleCircle> found;
+  double smallest = HUGE_VAL;
+  for (const Round& round : rounds) smallest = std::min(smallest, round.edge.radius);
   for (const Round& middle : rounds) {
+    if (middle.edge.radius - kSameLength <= smallest) continue;  // nothing is smaller
     std::vector<const Round*> open;
     for (const Round& round : rounds)
       if (round.edge.radius < middle.edge.radius - kSameLength && isWhole(round) &&
@@ -130,13 +133,33 @@ void addOnCircle(FlatJoiner& lines, const Round& hole, const HoleCircle& circle)
   lines.take(SeenAs::axis, FlatLine{along(hole.centre, out, -reach), along(hole.centre, out, reach)});
 }
 
+// Places that are apart.
+class Places {
+ public:
+  // False where one of them is there already.
+  bool add(const FlatPoint& place) {
+    const long long x = std::llround(place.x / kSameLength), y = std::llround(place.y / kSameLength);
+    for (long long i = x - 1; i <= x + 1; ++i)
+      for (long long j = y - 1; j <= y + 1; ++j) {
+        const auto [first, last] = known_.equal_range({i, j});
+        if (std::any_of(first, last, [&](const auto& entry) { return distance(entry.second, place) < kSameLength; }))
+          return false;
+      }
+    known_.emplace(std::array{x, y}, place);
+    return true;
+  }
+
+ private:
+  std::multimap<std::array<long long, 2>, FlatPoint> known_;
+};
+
 // Of what is seen along its axis, each place once, with the largest circle about it.
 void addEndOn(FlatJoiner& lines, const std::vector<FlatPoint>& centres) {
   std::vector<Round> rounds;
+  Places known;
   for (const FlatPoint& centre : centres) {
     const RoundEdge edge = lines.roundAbout(centre);
-    const auto isKnown = [&](const Round& round) { return distance(round.centre, centre) < kSameLength; };
-    if (edge.radius >= kSmallest && std::ranges::none_of(rounds, isKnown)) rounds.push_back({centre, edge});
+    if (edge.radius >= kSmallest && known.add(centre)) rounds.push_back({centre, edge});
   }
   const auto circles = holeCircles(rounds);
   for (const Round& round : rounds) {
@@ -165,7 +188,43 @@ void addLengthwise(FlatJoiner& lines, const Turned& turned, const Paper& paper) 
   lines.take(SeenAs::axis, FlatLine{along(from, way, -more), along(to, way, more)});
 }
 
+// The teeth where they stand, in the picture's unit.
+Gear placed(const Gear& gear, const PlacedBody& body) {
+  Gear made = gear;
+  creo::ProVector& at = made.place.origin;
+  at = {at.x * body.scale, at.y * body.scale, at.z * body.scale};
+  made.place = creo::transformed(body.place, made.place);
+  for (double* number : {&made.tip, &made.pitch, &made.root, &made.length}) *number *= body.scale;
+  return made;
+}
+
+// Gears that are seen leaning have none: theirs would be ellipses that nobody reads.
+void addPitch(FlatJoiner& lines, const Gear& gear, const Paper& paper) {
+  const creo::ProVector &at = gear.place.origin, &z = gear.place.zAxis;
+  const gp_XYZ foot(at.x, at.y, at.z), axis(z.x, z.y, z.z);
+  const double lean = std::fabs(axis.Dot(paper.z.XYZ()));
+  const double tip = gear.tip / 2 * paper.scale, pitch = gear.pitch / 2 * paper.scale;
+  const FlatPoint from = paper.at(foot), to = paper.at(foot + axis * gear.length);
+  if (lean > 1 - kStraight) {
+    if (gear.isToothed || lines.hasEdgeUpon(from, tip))
+      lines.take(SeenAs::axis, FlatArc{from, {pitch, 0}, {0, pitch}, 0, 2 * std::numbers::pi});
+    return;
+  }
+  if (lean >= kStraight) return;
+  const FlatPoint way{(to.x - from.x) / (gear.length * paper.scale), (to.y - from.y) / (gear.length * paper.scale)};
+  for (const FlatPoint& across : {FlatPoint{-way.y, way.x}, FlatPoint{way.y, -way.x}}) {
+    if (!gear.isToothed && !lines.hasEdgeUpon({along(from, across, tip), along(to, across, tip)})) continue;
+    const FlatPoint first = along(from, across, pitch), last = along(to, across, pitch);
+    lines.take(SeenAs::axis, FlatLine{along(first, way, -kMostBeyond), along(last, way, kMostBeyond)});
+  }
+}
+
 }  // namespace
+
+void addPitch(FlatJoiner& lines, const std::vector<PlacedBody>& bodies, const Paper& paper) {
+  for (const PlacedBody& body : bodies)
+    for (const Gear& gear : body.gears) addPitch(lines, placed(gear, body), paper);
+}
 
 void addAxes(FlatJoiner& lines, const std::vector<TopoDS_Shape>& shapes, const Paper& paper) {
   std::vector<FlatPoint> centres;

@@ -4,6 +4,7 @@
 #include <Bnd_Box.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
+#include <algorithm>
 #include <gp_Lin.hxx>
 
 namespace headless::geometry {
@@ -35,6 +36,24 @@ SeenCheck::SeenCheck(const std::vector<TopoDS_Shape>& shapes, const Paper& paper
       faces_.push_back(std::move(face));
     }
   if (!all.IsVoid()) size_ = all.CornerMin().Distance(all.CornerMax());
+  sortIntoCells();
+}
+
+std::size_t SeenCheck::cellOf(double at, double from, double to) {
+  const double part = (at - from) / (to - from) * kCells;
+  return part > 0 ? static_cast<std::size_t>(std::min(part, kCells - 1.0)) : 0;
+}
+
+void SeenCheck::sortIntoCells() {
+  for (const Face& face : faces_)
+    for (const FlatPoint& corner : {FlatPoint{face.box.left, face.box.low}, FlatPoint{face.box.right, face.box.high}})
+      box_.take(corner);
+  cells_.resize(std::size_t{kCells} * kCells);
+  for (std::size_t i = 0; i < faces_.size(); ++i) {
+    const FlatBox& box = faces_[i].box;
+    for (std::size_t y = row(box.low); y <= row(box.high); ++y)
+      for (std::size_t x = column(box.left); x <= column(box.right); ++x) cells_[y * kCells + x].push_back(i);
+  }
 }
 
 bool SeenCheck::isBehindFaces(const BRepAdaptor_Curve& curve) {
@@ -51,7 +70,8 @@ bool SeenCheck::isBehind(const gp_Pnt& point) {
   const FlatPoint flat = paper_.at(point);
   const double depth = point.XYZ().Dot(paper_.z.XYZ()), before = kBefore * size_;
   const gp_Lin ray(point, paper_.z);
-  for (Face& face : faces_) {
+  for (const std::size_t i : cells_[row(flat.y) * kCells + column(flat.x)]) {
+    Face& face = faces_[i];
     const FlatBox& box = face.box;
     if (flat.x < box.left || flat.x > box.right || flat.y < box.low || flat.y > box.high) continue;
     if (face.nearest < depth + before) continue;

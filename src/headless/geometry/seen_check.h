@@ -26,10 +26,18 @@ class SeenCheck {
     std::unique_ptr<IntCurvesFace_Intersector> exact;  // made when first asked: it costs more than a question
   };
   bool isBehind(const gp_Pnt& point);
+  // The paper in kCells columns and rows; a place beyond is in the last.
+  static constexpr int kCells = 64;
+  static std::size_t cellOf(double at, double from, double to);
+  [[nodiscard]] std::size_t column(double x) const { return cellOf(x, box_.left, box_.right); }
+  [[nodiscard]] std::size_t row(double y) const { return cellOf(y, box_.low, box_.high); }
+  void sortIntoCells();
 
   const Paper& paper_;
   std::vector<Face> faces_;
-  double size_ = 0;  // of all there is
+  FlatBox box_;
+  std::vector<std::vector<std::size_t>> cells_;  // the faces that reach into each, row by row
+  double size_ = 0;                              // of all there is
 };
 
 }  // namespace headless::geometry

@@ -1,10 +1,12 @@
 #include "headless/geometry/seen_cut.h"
 
 #include <BRepAdaptor_Surface.hxx>
+#include <BRepAlgoAPI_Common.hxx>
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepLib.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
+#include <BRepPrimAPI_MakeCylinder.hxx>
 #include <BRepTools_WireExplorer.hxx>
 #include <BRep_Builder.hxx>
 #include <Bnd_Box.hxx>
@@ -17,6 +19,9 @@
 #include <gp_Ax2.hxx>
 #include <gp_Pln.hxx>
 #include <stdexcept>
+
+#include "headless/geometry/built_body.h"
+#include "headless/geometry/shapes.h"
 
 namespace headless::geometry {
 namespace {
@@ -71,6 +76,28 @@ class Knife {
     return all;
   }
 
+  // What of it lies between the roots and the tips of its gears, and the rest.
+  struct Toothed {
+    TopoDS_Shape teeth, rest;
+  };
+  static Toothed parted(const TopoDS_Shape& shape, const PlacedBody& body) {
+    TopTools_ListOfShape rings, arguments;
+    for (const Gear& gear : body.gears) rings.Append(ringOf(gear, body));
+    arguments.Append(shape);
+    const auto made = [&](auto operation) {
+      operation.SetArguments(arguments);
+      operation.SetTools(rings);
+      operation.SetToFillHistory(false);
+      operation.Build();
+      if (!operation.IsDone() || operation.HasErrors() || operation.Shape().IsNull())
+        throw std::runtime_error("the teeth of a gear can't be told apart");
+      const TopoDS_Shape result = operation.Shape();
+      BRepLib::EncodeRegularity(result, kSmooth);
+      return result;
+    };
+    return {made(BRepAlgoAPI_Common()), made(BRepAlgoAPI_Cut())};
+  }
+
   // The faces of solids that lie in the plane and look to the viewer.
   void addCuts(const TopoDS_Shape& halved, double size, int number, std::vector<SeenCut>& into) const {
     for (TopExp_Explorer solid(halved, TopAbs_SOLID); solid.More(); solid.Next())
@@ -81,6 +108,16 @@ class Knife {
   }
 
  private:
+  static TopoDS_Shape ringOf(const Gear& gear, const PlacedBody& body) {
+    const creo::ProVector &at = gear.place.origin, &x = gear.place.xAxis, &z = gear.place.zAxis;
+    const double scale = body.scale, outer = std::max(gear.tip, gear.root) / 2,
+                 inner = std::min(gear.tip, gear.root) / 2;
+    const gp_Ax2 axes(gp_Pnt(at.x * scale, at.y * scale, at.z * scale), gp_Dir(z.x, z.y, z.z), gp_Dir(x.x, x.y, x.z));
+    const auto cylinder = [&](double radius) {
+      return BRepPrimAPI_MakeCylinder(axes, radius * scale, gear.length * scale).Shape();
+    };
+    return BRepAlgoAPI_Cut(cylinder(outer), cylinder(inner)).Shape().Moved(location(body.place));
+  }
   TopoDS_Shape half(const TopoDS_Shape& shape, double size) const {
     Bnd_Box box;
     BRepBndLib::Add(shape, box, false);
@@ -127,8 +164,14 @@ CutShapes cutShapes(const Sight& sight, const std::vector<TopoDS_Shape>& shapes,
       result.shapes.push_back(shapes[i]);
       continue;
     }
-    result.shapes.push_back(knife.halved(shapes[i], size));
-    knife.addCuts(result.shapes.back(), size, body.number, result.cuts);
+    TopoDS_Shape left = knife.halved(shapes[i], size);
+    if (!body.gears.empty()) {
+      Knife::Toothed toothed = Knife::parted(left, body);
+      result.shapes.push_back(std::move(toothed.teeth));
+      left = std::move(toothed.rest);
+    }
+    knife.addCuts(left, size, body.number, result.cuts);
+    result.shapes.push_back(std::move(left));
   }
   return result;
 }

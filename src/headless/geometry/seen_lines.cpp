@@ -72,19 +72,8 @@ class View {
   }
 
   Seen exact() {
-    const Handle(HLRBRep_Algo) algorithm = new HLRBRep_Algo;
-    algorithm->Add(sight_.hidden ? asOne(shapes_) : lookingToViewer(shapes_, paper_));
-    algorithm->Projector(projector(paper_));
-    algorithm->Update();
-    algorithm->Hide();
-    HLRBRep_HLRToShape result(algorithm);
-    for (const auto type : {HLRBRep_Sharp, HLRBRep_OutLine, HLRBRep_Rg1Line}) {
-      const SeenAs as = type == HLRBRep_Rg1Line ? SeenAs::smooth : SeenAs::edge;
-      eachEdge(result.CompoundOfEdges(type, true, true), [&](const TopoDS_Edge& edge) { takeVisible(as, edge); });
-      if (as == SeenAs::smooth || !sight_.hidden) continue;
-      eachEdge(result.CompoundOfEdges(type, false, true),
-               [&](const TopoDS_Edge& edge) { take(SeenAs::hidden, BRepAdaptor_Curve(edge)); });
-    }
+    // The library's cost grows with the square of what it gets at once.
+    for (const std::vector<TopoDS_Shape>& group : apartOnPaper(shapes_, paper_)) takeExact(group);
     return finished();
   }
 
@@ -115,6 +104,21 @@ class View {
   }
 
  private:
+  void takeExact(const std::vector<TopoDS_Shape>& shapes) {
+    const Handle(HLRBRep_Algo) algorithm = new HLRBRep_Algo;
+    algorithm->Add(sight_.hidden ? asOne(shapes) : lookingToViewer(shapes, paper_, closed_));
+    algorithm->Projector(projector(paper_));
+    algorithm->Update();
+    algorithm->Hide();
+    HLRBRep_HLRToShape result(algorithm);
+    for (const auto type : {HLRBRep_Sharp, HLRBRep_OutLine, HLRBRep_Rg1Line}) {
+      const SeenAs as = type == HLRBRep_Rg1Line ? SeenAs::smooth : SeenAs::edge;
+      eachEdge(result.CompoundOfEdges(type, true, true), [&](const TopoDS_Edge& edge) { takeVisible(as, edge); });
+      if (as == SeenAs::smooth || !sight_.hidden) continue;
+      eachEdge(result.CompoundOfEdges(type, false, true),
+               [&](const TopoDS_Edge& edge) { take(SeenAs::hidden, BRepAdaptor_Curve(edge)); });
+    }
+  }
   void take(SeenAs as, const BRepAdaptor_Curve& curve) {
     if (const auto flat = flatCurve(curve, paper_)) lines_.take(as, *flat);
   }
@@ -137,7 +141,10 @@ class View {
     seen.corrected = corrected_;
     const FlatBox box = lines_.box();
     if (box.isEmpty) return seen;
-    if (sight_.axes) addAxes(lines_, shapes_, paper_);
+    if (sight_.axes) {
+      addAxes(lines_, shapes_, paper_);
+      addPitch(lines_, sight_.bodies, paper_);
+    }
     seen.width = box.right - box.left;
     seen.height = box.high - box.low;
     seen.middle = {(box.left + box.right) / 2, (box.low + box.high) / 2};
@@ -156,6 +163,7 @@ class View {
   std::vector<TopoDS_Shape> shapes_;
   std::optional<SeenCheck> check_;
   std::vector<SeenCut> cuts_;
+  ClosedSolids closed_;
   FlatJoiner lines_;
   int corrected_ = 0;
 };

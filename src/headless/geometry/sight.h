@@ -25,6 +25,14 @@ struct SeenCurve {
   FlatCurve curve;
 };
 
+// A cylindrical gear's teeth, between the cylinders of its root and its tip about the z axis of the placement, which
+// stand on its origin. An inner gear's tip is the smaller one.
+struct Gear {
+  creo::ProTransform place;
+  double tip = 0, pitch = 0, root = 0;  // diameters
+  double length = 0;
+  bool isToothed = false;  // else the room between root and tip is filled
+};
 // A body where it stands.
 struct PlacedBody {
   BodyPtr body;
@@ -32,6 +40,9 @@ struct PlacedBody {
   double scale = 1;          // from the body's unit of length, before the placement
   int number = 0;            // by which cuts name it
   bool isCut = true;         // else it stays whole where a plane cuts the others
+  // In the body's own coordinates and unit: where a plane cuts it their teeth aren't cut material, and where axes are
+  // asked for their pitch surfaces are marked.
+  std::vector<Gear> gears = {};
 };
 // A plane in the picture's coordinates; what lies before it, where its normal leads to, isn't there.
 struct SightCut {

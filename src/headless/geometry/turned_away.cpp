@@ -17,7 +17,6 @@
 #include <gp_Cone.hxx>
 #include <gp_Cylinder.hxx>
 #include <gp_Pln.hxx>
-#include <map>
 #include <numbers>
 #include <utility>
 #include <vector>
@@ -75,25 +74,13 @@ bool isTurnedAway(const TopoDS_Face& face, const gp_Dir& z) {
   }
 }
 
-// Is it bounded by closed surfaces, with its material inside of them? What stands in several places is looked at once.
-class Closed {
- public:
-  bool operator()(const TopoDS_Shape& solid) {
-    const auto [known, isNew] = known_.try_emplace({solid.TShape().get(), solid.Orientation()});
-    if (isNew) known->second = isClosed(solid);
-    return known->second;
-  }
-
- private:
-  static bool isClosed(const TopoDS_Shape& solid) {
-    for (TopExp_Explorer at(solid, TopAbs_SHELL); at.More(); at.Next())
-      if (!BRep_Tool::IsClosed(at.Current())) return false;
-    BRepClass3d_SolidClassifier place(solid);
-    place.PerformInfinitePoint(kSamePlace);
-    return place.State() == TopAbs_OUT;
-  }
-  std::map<std::pair<const TopoDS_TShape*, TopAbs_Orientation>, bool> known_;
-};
+bool isClosed(const TopoDS_Shape& solid) {
+  for (TopExp_Explorer at(solid, TopAbs_SHELL); at.More(); at.Next())
+    if (!BRep_Tool::IsClosed(at.Current())) return false;
+  BRepClass3d_SolidClassifier place(solid);
+  place.PerformInfinitePoint(kSamePlace);
+  return place.State() == TopAbs_OUT;
+}
 
 class Solid {
  public:
@@ -138,17 +125,22 @@ class Solid {
 
 }  // namespace
 
-TopoDS_Shape lookingToViewer(const std::vector<TopoDS_Shape>& shapes, const Paper& paper) {
+bool ClosedSolids::has(const TopoDS_Shape& solid) {
+  const auto [known, isNew] = known_.try_emplace({solid.TShape().get(), solid.Orientation()});
+  if (isNew) known->second = isClosed(solid);
+  return known->second;
+}
+
+TopoDS_Shape lookingToViewer(const std::vector<TopoDS_Shape>& shapes, const Paper& paper, ClosedSolids& closed) {
   TopoDS_Compound all;
   const BRep_Builder builder;
   builder.MakeCompound(all);
-  Closed isClosed;
   const auto addRest = [&](const TopoDS_Shape& shape, TopAbs_ShapeEnum kind, TopAbs_ShapeEnum within) {
     for (TopExp_Explorer at(shape, kind, within); at.More(); at.Next()) builder.Add(all, at.Current());
   };
   for (const TopoDS_Shape& shape : shapes) {
     for (TopExp_Explorer at(shape, TopAbs_SOLID); at.More(); at.Next()) {
-      if (isClosed(at.Current()))
+      if (closed.has(at.Current()))
         Solid(at.Current(), paper.z).addWhatStays(builder, all);
       else
         builder.Add(all, at.Current());

@@ -7,6 +7,7 @@
 
 #include "headless/model/density.h"
 #include "headless/model/features.h"
+#include "headless/model/gears.h"
 #include "headless/model/measures.h"
 #include "headless/model/models.h"
 #include "headless/model/placed.h"
@@ -68,6 +69,28 @@ std::vector<Primitive> primitivesOf(const Model& part, std::vector<int>* feature
     }
   }
   return made;
+}
+
+// The room that the teeth of a gear take.
+Primitive filling(const geometry::Gear& gear) {
+  Primitive ring;
+  ring.kind = geometry::PrimitiveKind::revolution;
+  const double inner = std::min(gear.tip, gear.root) / 2, outer = std::max(gear.tip, gear.root) / 2;
+  ring.profile = {{inner, 0}, {outer, 0}, {outer, gear.length}, {inner, gear.length}};
+  ring.placement = gear.place;
+  return ring;
+}
+
+// Those of a part without the teeth of its gears.
+std::vector<Primitive> withoutTeeth(const Model& part, const std::vector<PartGear>& gears) {
+  std::vector<int> features;
+  std::vector<Primitive> all = primitivesOf(part, &features), rest;
+  for (std::size_t i = 0; i < all.size(); ++i)
+    if (features[i] == 0 || std::ranges::find(gears, features[i], &PartGear::feature) == gears.end())
+      rest.push_back(std::move(all[i]));
+  for (const PartGear& gear : gears)
+    if (gear.feature == 0) rest.push_back(filling(gear.teeth));
+  return rest;
 }
 
 // All that a body depends on, as bytes; of a file its size and time.
@@ -233,6 +256,21 @@ std::wstring faultLine(const Model& model, const std::wstring& reason) {
   return model.name + L'.' + creo::typeExtension(model.type()) + L": " + reason;
 }
 
+// make: throws MeasureFault.
+Got<geometry::BodyPtr> bodyOr(const Models& models, const Model& part, const std::function<geometry::Built()>& make) {
+  std::wstring fault;
+  try {
+    geometry::Built made = make();
+    if (made.body) return made.body;
+    fault = std::move(made.fault);
+  } catch (const MeasureFault& measure) {
+    fault = measure.reason;
+  }
+  if (fault.empty()) return creo::ProNotFound;
+  models.message(faultLine(part, fault));
+  return creo::ProGeneralError;
+}
+
 using Kept = std::unordered_map<std::string, geometry::Built>;
 
 // What is asked for again moves from those before to the others.
@@ -265,17 +303,22 @@ geometry::Built Bodies::built(const Model& part, const std::vector<Primitive>& p
 }
 
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {
-  std::wstring fault;
-  try {
-    geometry::Built made = built(part, primitivesOf(part));
-    if (made.body) return made.body;
-    fault = std::move(made.fault);
-  } catch (const MeasureFault& measure) {
-    fault = measure.reason;
-  }
-  if (fault.empty()) return creo::ProNotFound;
-  models_.message(faultLine(part, fault));
-  return creo::ProGeneralError;
+  return bodyOr(models_, part, [&] { return built(part, primitivesOf(part)); });
+}
+
+Got<DrawnBody> Bodies::drawn(const Model& part, Teeth teeth) {
+  DrawnBody drawn;
+  const auto body = bodyOr(models_, part, [&] {
+    const std::vector<PartGear> gears = gearsOf(part);
+    for (const PartGear& gear : gears) {
+      drawn.gears.push_back(gear.teeth);
+      drawn.gears.back().isToothed = teeth == Teeth::asTheyAre;
+    }
+    return built(part, teeth == Teeth::asTheyAre ? primitivesOf(part) : withoutTeeth(part, gears));
+  });
+  if (!body) return body.error;
+  drawn.body = body.value;
+  return drawn;
 }
 
 std::wstring Bodies::fault(const Model& part) {

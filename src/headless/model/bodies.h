@@ -6,12 +6,19 @@
 #include <vector>
 
 #include "creo/ProSolid.h"
-#include "headless/geometry/body.h"
+#include "headless/geometry/sight.h"
 #include "headless/model/model.h"
 
 namespace headless {
 
 class Models;  // models.h
+
+// A part as a sheet shows it.
+struct DrawnBody {
+  geometry::BodyPtr body;
+  std::vector<geometry::Gear> gears;
+};
+enum class Teeth { asTheyAre, simplified };
 
 // Results of all: ProNotFound: there is no body; ProGeneralError: one can't be built, with a line of the message area.
 class Bodies {
@@ -22,6 +29,9 @@ class Bodies {
   creo::Got<creo::ProOutline> outline(const Model& solid, const creo::ProTransform& into);
   // Of a part, as its dimensions, parameters and features are now.
   creo::Got<geometry::BodyPtr> body(const Model& part);
+  // With what marks its gears. Simplified teeth are none: what their feature adds and cuts isn't there, and where no
+  // feature makes them the room between root and tip is filled.
+  creo::Got<DrawnBody> drawn(const Model& part, Teeth teeth);
   // What keeps a part's body from being built, by feature: "the feature RIB can't be built: primitive 2: the diameter
   // must be over 0"; without the feature where it can't be told. Empty: nothing, and for a part whose body is
   // imported: that one isn't built anew.

@@ -79,6 +79,11 @@ void addBody(SolidRecord& solid, double length, Conversion& into) {
     for (Measures& point : primitive.profile) into.add(point, length);
     addPlace(primitive.placement, length, into);
   }
+  for (GearRecord& gear : solid.gears) {
+    for (Measure* measure : {&gear.tipDiameter, &gear.pitchDiameter, &gear.rootDiameter, &gear.length})
+      into.add(*measure, length);
+    addPlace(gear.placement, length, into);
+  }
   for (DatumRecord& system : solid.coordinateSystems) addPlace(system.placement, length, into);
   for (DatumRecord& record : solid.points) addPlace(record.placement, length, into);
   for (DatumRecord& plane : solid.planes) addPlace(plane.placement, length, into);

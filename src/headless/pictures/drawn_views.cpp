@@ -71,10 +71,11 @@ SheetStroke strokeOf(geometry::SeenCurve seen, bool isWire) {
            .kind = kKinds[static_cast<std::size_t>(seen.as)]}};
 }
 
-const PlacedParts& ShownModels::find(const Model& model) {
-  const auto [known, isNew] = models_.try_emplace(model.handle);
+const PlacedParts& ShownModels::find(const Model& model, PlacedFor purpose) {
+  const auto [known, isNew] = models_.try_emplace({model.handle, purpose});
   if (isNew)
-    if (auto parts = placedParts(sources_.bodies, sources_.models, model)) known->second = std::move(parts.value);
+    if (auto parts = placedParts(sources_.bodies, sources_.models, model, purpose))
+      known->second = std::move(parts.value);
   return known->second;
 }
 
@@ -120,7 +121,7 @@ std::optional<DrawnViews::Asked> DrawnViews::ask(const ViewRecord& view) {
   // A detail is as much larger as its scale is.
   if (!model || !(scaleOf(*shown) > 0)) return std::nullopt;
   const ModelRecord& record = model->document->record;
-  const PlacedParts& parts = models_.find(*model);
+  const PlacedParts& parts = models_.find(*model, view.teeth ? PlacedFor::sheetWithTeeth : PlacedFor::sheet);
   Asked asked{model, shown, {}, &parts.parts, {}};
   geometry::Sight& sight = asked.sight;
   sight.bodies = parts.bodies;

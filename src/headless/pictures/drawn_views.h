@@ -3,6 +3,7 @@
 
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "headless/geometry/sight.h"
@@ -21,14 +22,14 @@ class ShownModels {
  public:
   explicit ShownModels(const PictureSources& sources) : sources_(sources) {}
   // Where its parts stand, in its own coordinates and unit; empty: there is nothing to be seen.
-  const PlacedParts& find(const Model& model);
+  const PlacedParts& find(const Model& model, PlacedFor purpose);
   // Tell of a view that isn't drawn at all ("the view ...") and of one that isn't drawn as it should be.
   void tell(const std::wstring& text) const;
   void warn(const std::wstring& text) const;
 
  private:
   PictureSources sources_;
-  std::map<creo::ProMdl, PlacedParts> models_;
+  std::map<std::pair<creo::ProMdl, PlacedFor>, PlacedParts> models_;
 };
 
 // From where a view shows its model, and at which scale.

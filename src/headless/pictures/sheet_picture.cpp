@@ -118,6 +118,17 @@ class Painter {
     addDimensions(models_, drawing_, number_, dimensionedViews(), otherViews_, textHeight(), toSheet, picture_);
   }
 
+  // Of a model that isn't drawn here.
+  std::optional<Extent> wholeExtent(const ViewPlane& plane) {
+    const auto box = sources_.bodies.outline(*plane.model, toScreen(plane.screen));
+    if (!box) return std::nullopt;
+    const creo::ProVector &low = box.value.min, &high = box.value.max;
+    const double scale = plane.scale;
+    return Extent{{(low.x + high.x) / 2 * scale, (low.y + high.y) / 2 * scale},
+                  (high.x - low.x) * scale,
+                  (high.y - low.y) * scale};
+  }
+
   // Those that show a model as a whole, of all sheets.
   std::vector<DimensionedView> dimensionedViews() {
     std::vector<DimensionedView> views;
@@ -127,22 +138,16 @@ class Painter {
       const auto plane = sheet ? planeOf(sources_.models, entry, sheet->scale) : std::nullopt;
       const auto drawn = drawn_.find(&entry);
       if (!plane) continue;
-      const auto box = sources_.bodies.outline(*plane->model, toScreen(plane->screen));
-      if (!box) continue;
-      const double scale = plane->scale;
       DimensionedView view{
-          .view = &entry, .model = plane->model, .screen = plane->screen, .scale = scale, .sheet = number};
+          .view = &entry, .model = plane->model, .screen = plane->screen, .scale = plane->scale, .sheet = number};
       view.isDrawn = number != number_ || drawn != drawn_.end();
-      view.middle = {(box.value.min.x + box.value.max.x) / 2 * scale, (box.value.min.y + box.value.max.y) / 2 * scale};
       view.place = {x(entry.position.x), y(entry.position.y)};
-      view.width = (box.value.max.x - box.value.min.x) * scale;
-      view.height = (box.value.max.y - box.value.min.y) * scale;
-      // A section may have taken away what the model reaches to.
-      if (!entry.section.empty() && drawn != drawn_.end()) {
-        view.middle = drawn->second.middle;
-        view.width = drawn->second.width;
-        view.height = drawn->second.height;
-      }
+      // A section may have taken away what the model reaches to, and gears have no teeth.
+      const auto extent = drawn != drawn_.end() ? std::optional(drawn->second) : wholeExtent(*plane);
+      if (!extent) continue;
+      view.middle = extent->middle;
+      view.width = extent->width;
+      view.height = extent->height;
       const creo::ProSheetDimensions size = sheetDimensions(*sheet);
       const double unit = isInMm(size.size) ? 1 : kMmAnInch;
       if (view.width <= size.width * unit && view.height <= size.height * unit) views.push_back(view);

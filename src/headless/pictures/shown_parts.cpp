@@ -39,8 +39,8 @@ struct Found {
 class Gathering {
  public:
   using Take = std::function<void(const Found&)>;
-  Gathering(Bodies& bodies, const Models& models, Take take)
-      : bodies_(bodies), models_(models), take_(std::move(take)) {}
+  Gathering(Bodies& bodies, const Models& models, PlacedFor purpose, Take take)
+      : bodies_(bodies), models_(models), purpose_(purpose), take_(std::move(take)) {}
 
   creo::ProError gather(const Model& solid, const ProTransform& place, double scale, const AppearanceRecord* look,
                         bool isTransparent) {
@@ -56,11 +56,20 @@ class Gathering {
  private:
   creo::ProError takePart(const Model& part, const ProTransform& place, double scale, const AppearanceRecord* look,
                           bool isTransparent) {
-    const auto body = bodies_.body(part);
-    if (body.error == creo::ProNotFound) return creo::ProNoError;
-    if (!body) return body.error;
-    take_({part, {body.value, place, scale}, look, isTransparent});
+    auto drawn = drawnFor(part);
+    if (drawn.error == creo::ProNotFound) return creo::ProNoError;
+    if (!drawn) return drawn.error;
+    geometry::PlacedBody placed{drawn.value.body, place, scale};
+    placed.gears = std::move(drawn.value.gears);
+    take_({part, std::move(placed), look, isTransparent});
     return creo::ProNoError;
+  }
+  Got<DrawnBody> drawnFor(const Model& part) {
+    if (purpose_ != PlacedFor::solid)
+      return bodies_.drawn(part, purpose_ == PlacedFor::sheet ? Teeth::simplified : Teeth::asTheyAre);
+    const auto body = bodies_.body(part);
+    if (!body) return body.error;
+    return DrawnBody{body.value, {}};
   }
 
   creo::ProError takeAssembly(const Model& assembly, const ProTransform& place, double scale,
@@ -78,13 +87,15 @@ class Gathering {
 
   Bodies& bodies_;
   const Models& models_;
+  PlacedFor purpose_;
   Take take_;
   std::set<creo::ProMdl> inside_;
 };
 
-creo::ProError gather(Bodies& bodies, const Models& models, const Model& solid, Gathering::Take take) {
+creo::ProError gather(Bodies& bodies, const Models& models, const Model& solid, PlacedFor purpose,
+                      Gathering::Take take) {
   try {
-    return Gathering(bodies, models, std::move(take)).gather(solid, {}, 1, nullptr, false);
+    return Gathering(bodies, models, purpose, std::move(take)).gather(solid, {}, 1, nullptr, false);
   } catch (const MeasureFault& fault) {
     models.message(solid.name + L'.' + creo::typeExtension(solid.type()) + L": " + fault.reason);
     return creo::ProGeneralError;
@@ -114,11 +125,11 @@ void addShaded(ShownParts& shown, const Found& found) {
 Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid) {
   ShownParts shown;
   const auto take = [&shown](const Found& found) { addShaded(shown, found); };
-  if (const creo::ProError result = gather(bodies, models, solid, take)) return result;
+  if (const creo::ProError result = gather(bodies, models, solid, PlacedFor::solid, take)) return result;
   return shown;
 }
 
-Got<PlacedParts> placedParts(Bodies& bodies, const Models& models, const Model& solid) {
+Got<PlacedParts> placedParts(Bodies& bodies, const Models& models, const Model& solid, PlacedFor purpose) {
   PlacedParts placed;
   std::map<creo::ProMdl, int> numbers;
   const auto take = [&](const Found& found) {
@@ -127,7 +138,7 @@ Got<PlacedParts> placedParts(Bodies& bodies, const Models& models, const Model& 
     placed.bodies.push_back(found.body);
     placed.bodies.back().number = known->second;
   };
-  if (const creo::ProError result = gather(bodies, models, solid, take)) return result;
+  if (const creo::ProError result = gather(bodies, models, solid, purpose, take)) return result;
   return placed;
 }
 

@@ -20,13 +20,15 @@ struct ShownParts {
 // As models are displayed (model/displayed.h): without those that are suppressed or aren't in memory; no parts: the
 // solid has no geometry. ProGeneralError with a line of the message area: a body can't be built.
 creo::Got<ShownParts> shownParts(Bodies& bodies, const Models& models, const Model& solid);
+// What placed bodies are for: a sheet marks gears, and shows their teeth only where a view asks for them.
+enum class PlacedFor { solid, sheet, sheetWithTeeth };
 // The same as bodies, of which nothing is cut up. A body's number is the place of its part among the parts, each of
 // which stands there once.
 struct PlacedParts {
   std::vector<geometry::PlacedBody> bodies;
   std::vector<const Model*> parts;
 };
-creo::Got<PlacedParts> placedParts(Bodies& bodies, const Models& models, const Model& solid);
+creo::Got<PlacedParts> placedParts(Bodies& bodies, const Models& models, const Model& solid, PlacedFor purpose);
 
 // Looking from the front, the right and above.
 constexpr creo::ProTransform kTrimetric{{0.8192, 0, -0.5736}, {-0.2424, 0.9063, -0.3462}, {0.5198, 0.4226, 0.7424}, {}};

@@ -64,7 +64,7 @@ Got<Image> solidPicture(const PictureSources& sources, const Model& solid, int w
 Got<SheetPicture> solidLines(const PictureSources& sources, const Model& solid, const creo::ProTransform& screen,
                              double width, double height, bool hidden) {
   constexpr double kFilled = 0.9, kLeast = 1e-9;  // of the paper; mm
-  const auto placed = placedParts(sources.bodies, sources.models, solid);
+  const auto placed = placedParts(sources.bodies, sources.models, solid, PlacedFor::solid);
   const auto bodies = unlessEmpty(sources, solid, placed, placed.value.bodies.empty());
   if (!bodies) return bodies.error;
   geometry::Sight sight{.bodies = bodies.value.bodies, .screen = screen, .hidden = hidden};

@@ -55,6 +55,7 @@ struct ViewRecord : Open {
   // Drawings only: the cross section that cuts its model, and models that stay whole ("BOLT.prt").
   std::string section;
   std::vector<std::string> uncut;
+  bool teeth = false;  // drawings only: the teeth of gears are shown as they are
   std::vector<BreakRecord> breaks;
   // Drawings only: the id of the view of which it is a detail (0: none), the circle that it shows, from that one's
   // place.

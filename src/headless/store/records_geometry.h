@@ -41,8 +41,16 @@ struct DatumRecord : Open {
   std::unique_ptr<PlacementRecord> placement;
 };
 
+// Teeth about the z axis of the placement, from its xy plane on, as drawings show them.
+struct GearRecord : Open {
+  int feature = 0;  // the one that makes the teeth and nothing else; 0: there is none
+  Measure tipDiameter, pitchDiameter, rootDiameter, length;
+  std::unique_ptr<PlacementRecord> placement;
+};
+
 struct SolidRecord : Open {
   std::vector<PrimitiveRecord> primitives;
+  std::vector<GearRecord> gears;
   std::vector<DatumRecord> coordinateSystems, points;
   std::vector<DatumRecord> planes;  // each is the xy plane of its placement
 };

@@ -58,6 +58,7 @@ struct RecordTable<ViewRecord> {
                                         field<&R::matrix>("matrix"),
                                         field<&R::section>("section"),
                                         field<&R::uncut>("uncut"),
+                                        field<&R::teeth>("teeth"),
                                         field<&R::breaks>("breaks"),
                                         field<&R::detailOf>("detailOf"),
                                         field<&R::centre>("centre"),

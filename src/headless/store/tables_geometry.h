@@ -93,6 +93,16 @@ struct RecordTable<PrimitiveRecord> {
   }
 };
 template <>
+struct RecordTable<GearRecord> {
+  using R = GearRecord;
+  static constexpr std::array fields = {field<&R::feature>("feature"),
+                                        field<&R::tipDiameter>("tipDiameter", kRequired),
+                                        field<&R::pitchDiameter>("pitchDiameter", kRequired),
+                                        field<&R::rootDiameter>("rootDiameter", kRequired),
+                                        field<&R::length>("length", kRequired),
+                                        field<&R::placement>("placement")};
+};
+template <>
 struct RecordTable<DatumRecord> {
   using R = DatumRecord;
   static constexpr std::array fields = {field<&R::name>("name"), field<&R::feature>("feature"), field<&R::csys>("csys"),
@@ -101,7 +111,7 @@ struct RecordTable<DatumRecord> {
 template <>
 struct RecordTable<SolidRecord> {
   using R = SolidRecord;
-  static constexpr std::array fields = {field<&R::primitives>("primitives"),
+  static constexpr std::array fields = {field<&R::primitives>("primitives"), field<&R::gears>("gears"),
                                         field<&R::coordinateSystems>("coordinateSystems"), field<&R::points>("points"),
                                         field<&R::planes>("planes")};
   static constexpr std::string_view schema =

@@ -97,26 +97,17 @@ class RunningHelper : public Helper {
   RunningHelper(pid_t child, Descriptor wire) : child_(child), wire_(std::move(wire)) {}
   ~RunningHelper() override { end(); }
 
-  std::error_code begin(std::string_view request, std::chrono::milliseconds time) override {
-    if (child_ == 0) return std::make_error_code(std::errc::broken_pipe);
-    deadline_ = Steady::now() + time;
-    const std::error_code error = wire().send(request);
-    if (error) end();
-    return error;
-  }
-  Result<std::string> answer() override {
+  Result<std::string> ask(std::string_view request, std::chrono::milliseconds time) override {
     if (child_ == 0) return {{}, std::make_error_code(std::errc::broken_pipe)};
-    Result<std::string> answer = wire().receive();
+    Wire wire(wire_.number());
+    wire.until(Steady::now() + time);
+    Result<std::string> answer{{}, wire.send(request)};
+    if (!answer.error) answer = wire.receive();
     if (answer.error) end();
     return answer;
   }
 
  private:
-  [[nodiscard]] Wire wire() const {
-    Wire wire(wire_.number());
-    wire.until(deadline_);
-    return wire;
-  }
   void end() {
     if (child_ == 0) return;
     ::kill(child_, SIGKILL);
@@ -127,7 +118,6 @@ class RunningHelper : public Helper {
 
   pid_t child_;
   Descriptor wire_;
-  Steady::time_point deadline_;
 };
 
 // How a helper begins: the wire is its standard input, what it prints goes nowhere, signals are as for any program, and

@@ -112,26 +112,17 @@ class RunningHelper : public Helper {
       : process_(std::move(process)), job_(std::move(job)), pipe_(std::move(pipe)) {}
   ~RunningHelper() override { end(); }
 
-  std::error_code begin(std::string_view request, std::chrono::milliseconds time) override {
-    if (!process_) return kBroken;
-    deadline_ = Steady::now() + time;
-    const std::error_code error = wire().send(request);
-    if (error) end();
-    return error;
-  }
-  Result<std::string> answer() override {
+  Result<std::string> ask(std::string_view request, std::chrono::milliseconds time) override {
     if (!process_) return {{}, kBroken};
-    Result<std::string> answer = wire().receive();
+    Wire wire(pipe_.get());
+    wire.until(Steady::now() + time);
+    Result<std::string> answer{{}, wire.send(request)};
+    if (!answer.error) answer = wire.receive();
     if (answer.error) end();
     return answer;
   }
 
  private:
-  [[nodiscard]] Wire wire() const {
-    Wire wire(pipe_.get());
-    wire.until(deadline_);
-    return wire;
-  }
   void end() {
     if (!process_) return;
     ::TerminateProcess(process_.get(), 1);
@@ -140,7 +131,6 @@ class RunningHelper : public Helper {
   }
 
   Handle process_, job_, pipe_;
-  Steady::time_point deadline_;
 };
 
 struct Ends {

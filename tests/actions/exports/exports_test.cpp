@@ -337,6 +337,55 @@ print(round(max(p.x for p in broken) - min(p.x for p in broken), 3))
       answerTo("/usr/bin/python3 read.py"));
 }
 
+// A wheel with four notches in its rim is a gear: what makes the notches is left out, or they are filled where no
+// feature makes them alone. It is seen along its axis, cut, and with its teeth.
+TEST_F(ExportedViews, GearsHavePitchSurfacesInPlaceOfTeeth) {
+  const auto wheel = [](const std::string& feature) {
+    std::string notches;
+    for (const char* place : {"18, -2", "-22, -2", "-2, 18", "-2, -22"})
+      notches += R"(, {"type": "box", "use": "cut", )" + feature +
+                 R"("size": [4, 4, 12], "placement": {"position": [)" + place + ", -1]}}";
+    return R"({"format": 1, "features": [{"id": 6, "name": "TEETH"}], "crossSections": [{"id": 1, "name": "A", "plane": "TOP"}],
+      "solid": {"primitives": [{"type": "cylinder", "diameter": 40, "length": 10}, {"type": "hole", "diameter": 10})" +
+           notches + R"(], "gears": [{)" + feature +
+           R"("tipDiameter": 40, "pitchDiameter": "40 - 4", "rootDiameter": 32, "length": 10}]}})";
+  };
+  writeBytes(world.models() + "/gear.prt.1", wheel(R"("feature": 6, )"));
+  writeBytes(world.models() + "/wheel.prt.1", wheel(""));
+  writeBytes(world.models() + "/plan.drw.1", R"({"format": 1, "models": [{"name": "GEAR", "type": "prt"},
+      {"name": "WHEEL", "type": "prt"}], "sheets": [{"size": "A3", "scale": 1}], "views": [
+      {"id": 1, "name": "FRONT", "model": "GEAR.prt", "position": {"x": 100, "y": 200}},
+      {"id": 2, "name": "FRONT", "model": "WHEEL.prt", "position": {"x": 200, "y": 200}},
+      {"id": 3, "name": "FRONT", "model": "GEAR.prt", "teeth": true, "position": {"x": 300, "y": 200}},
+      {"id": 4, "name": "BOTTOM", "model": "GEAR.prt", "section": "A", "position": {"x": 100, "y": 80}},
+      {"id": 5, "name": "BOTTOM", "model": "WHEEL.prt", "section": "A", "position": {"x": 200, "y": 80}}]})");
+  onPlan(task("exportdxf", to("file='a'")));
+  writeBytes(out() + "/read.py", R"(import ezdxf
+from ezdxf.path import from_hatch
+from ezdxf.math import area
+space = ezdxf.readfile("a.dxf").modelspace()
+for e in sorted(space.query("CIRCLE"), key=lambda e: (e.dxf.center.x, e.dxf.radius)):
+    print(e.dxf.layer, round(e.dxf.center.x), round(e.dxf.radius, 3))
+lines = [e for e in space.query("LINE") if e.dxf.layer in ("VISIBLE", "CENTER")]
+edges = [e for e in lines if e.dxf.layer == "VISIBLE" and e.dxf.start.y > 150]
+print([sum(1 for e in edges if abs(e.dxf.start.x - x) < 30) for x in (100, 200, 300)])
+for x in (100, 200):
+    for layer in ("VISIBLE", "CENTER"):
+        upright = [e for e in lines if e.dxf.layer == layer and e.dxf.start.y < 150
+                   and abs(e.dxf.start.x - e.dxf.end.x) < 1e-6 and abs(e.dxf.start.x - x) < 30]
+        print(layer, sorted((round(e.dxf.start.x - x, 3), round(abs(e.dxf.start.y - e.dxf.end.y), 3)) for e in upright))
+print(sorted(round(sum(area(p.flattening(0.01)) for p in from_hatch(h)), 1) for h in space.query("HATCH")))
+)");
+  const std::string cut =
+      "VISIBLE [(-20.0, 10.0), (-16.0, 10.0), (-5.0, 10.0), (5.0, 10.0), (16.0, 10.0), (20.0, 10.0)]\n"
+      "CENTER [(-18.0, 16.0), (0.0, 16.0), (18.0, 16.0)]\n";
+  EXPECT_EQ(
+      "VISIBLE 100 5.0\nCENTER 100 18.0\nVISIBLE 100 20.0\nVISIBLE 200 5.0\nCENTER 200 18.0\nVISIBLE 200 20.0\n"
+      "VISIBLE 300 5.0\nCENTER 300 18.0\n[4, 4, 12]\n" +
+          cut + cut + "[110.0, 110.0, 110.0, 110.0]\n",
+      answerTo("/usr/bin/python3 read.py"));
+}
+
 // What was worked out once is there for the next export, whatever else of the sheet has changed.
 TEST_F(ExportedViews, AViewIsWorkedOutOnce) {
   world.start();

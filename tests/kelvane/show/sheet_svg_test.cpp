@@ -245,6 +245,16 @@ TEST_F(SheetViews, LeaveOutWhatACoveringFaceHides) {
     EXPECT_TRUE(std::ranges::includes(lines, expected)) << hole;
     EXPECT_EQ(*hole != 0, std::ranges::includes(lines, rectangle(6, 6))) << hole;
   }
+  // It ends in one line with the plate, or reaches 2 mm beyond.
+  for (const int beyond : {0, 2}) {
+    file("models/thin.prt.1", R"({"format": 1, "solid": {"primitives": [{"type": "box", "size": [40, 40, 2]}]}})");
+    file("models/step.asm.1", R"({"format": 1, "components": [{"name": "THIN", "type": "prt", "feature": 5},
+        {"name": "PIN", "type": "prt", "feature": 6, "placement": {"position": [)" +
+                                  std::to_string(-beyond) + ", 14, -10]}}]}");
+    const Lines lines = viewLines(shown(R"("name": "FRONT", "model": "STEP.asm", "scale": 1)"));
+    EXPECT_EQ(beyond == 0 ? 4U : 7U, lines.size());
+    EXPECT_EQ(beyond == 2, lines.contains("79,106 to 79,94"));
+  }
 }
 
 // Of the block behind the rim of a wide bore 4 mm are seen, less than the circle stands out beyond a chain of lines.

@@ -217,12 +217,24 @@ void runHead() {
   runSection(run()->list.head, "");
 }
 
-// Why the run ends before its first Body. The lines are about no action: Head's last one isn't to blame.
-void tellNotCheckedOut(const std::vector<std::string>& rows) {
+// Lines that follow are about no action: the last one isn't to blame.
+void blameNoAction() {
   PluginState& state = pluginState();
   state.currentAction.clear();
   state.currentModelText.clear();
   state.actionIndex = 0;
+}
+
+void tellUnrecorded() {
+  if (trace::recordingFault().empty()) return;
+  blameNoAction();
+  logWrite(trace::recordingFault(), kWarning);
+}
+
+// Why the run ends before its first Body.
+void tellNotCheckedOut(const std::vector<std::string>& rows) {
+  const PluginState& state = pluginState();
+  blameNoAction();
   logWrite(L"A file isn't checked out", kError);
   logWrite(L"A file isn't checked out", kError);
   if (state.noPdmServerInformations == 1) return logWrite(kNoServerLabels, kError);
@@ -465,7 +477,7 @@ void startRun() {
   noteRun(true);
   const std::shared_ptr<Run> kept = run();
   trace::remark("run", {pluginState().currentKvz, pluginState().currentList});
-  if (!trace::recordingFault().empty()) logWrite(trace::recordingFault(), kWarning);
+  tellUnrecorded();
   if (!openList() || stopsAt(afterListOpened)) return endEarly();
   pluginState().controlName.clear();
   const std::wstring title = bodyTitle();  // Head may leave another model current

@@ -27,8 +27,9 @@ namespace {
 
 constexpr double kFirst = 10, kStep = 8;  // mm: from the outline to the first line, from line to line
 constexpr int kRows = 6;
-constexpr double kMargin = 5;    // of the sheet, in mm
-constexpr double kLevel = 1e-6;  // what counts as parallel
+constexpr double kMargin = 5;       // of the sheet, in mm
+constexpr double kLevel = 1e-6;     // what counts as parallel
+constexpr double kRounding = 1e-6;  // mm: by which a length may be short of what something needs
 constexpr double kListHeight = 2.5, kListLine = 3.5, kListMargin = 15;
 
 double dot(const ProVector& a, const ProVector& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
@@ -262,8 +263,8 @@ class Dimensioner {
     if (a > b) std::swap(first, second);
     made.angle = frame.degrees;
     StraightLine line{.from = std::min(a, b), .to = std::max(a, b), .width = pen_.widthOf(text)};
-    line.hasTextInside = line.to - line.from >= line.width + 1;
-    line.hasArrowsInside = line.to - line.from >= 2 * kArrow + 2;
+    line.hasTextInside = line.to - line.from >= line.width + 1 - kRounding;
+    line.hasArrowsInside = line.to - line.from >= 2 * kArrow + 2 - kRounding;
     if (item.wish.position) {
       line.level = frame.t(*item.wish.position) - kTextGap - textHeight_ / 2;
       line.textAt = frame.s(*item.wish.position) - line.width / 2;

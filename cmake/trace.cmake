@@ -61,7 +61,11 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
     set_target_properties(kvd_heard_by_${target} PROPERTIES IMPORTED_LOCATION ${CMAKE_BINARY_DIR}/heard/libheard.a)
     target_link_libraries(kvd_heard_by_${target} INTERFACE kvd_trace ${ARGN})
     add_dependencies(${target} kvd_heard)
-    target_link_libraries(${target} PRIVATE kvd_heard_by_${target})
+    if(MINGW)  # whose linker looks at an archive once, and at some of those that ask for it behind it
+      target_link_libraries(${target} PRIVATE $<LINK_LIBRARY:WHOLE_ARCHIVE,kvd_heard_by_${target}>)
+    else()
+      target_link_libraries(${target} PRIVATE kvd_heard_by_${target})
+    endif()
     target_link_options(${target} PRIVATE @${CMAKE_BINARY_DIR}/heard/options)
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS
       ${CMAKE_BINARY_DIR}/heard/libheard.a ${CMAKE_BINARY_DIR}/heard/options)

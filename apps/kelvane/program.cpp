@@ -69,6 +69,7 @@ int runVerb(const VerbRow& row, std::vector<std::string> arguments, Console& con
   Common common;
   CLI::App app(row.help, std::string("kelvane ") + row.name);
   app.footer(std::string("Example: ") + row.example);
+  app.allow_windows_style_options(false);  // a path may begin with "/" there, too
   for (const OptionRow& option : verb->options()) addOption(app, option);
   for (const OptionRow& option : commonOptions(common)) addOption(app, option);
   std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the end

@@ -29,7 +29,8 @@ void head(const Subject& subject, core::Message message, double x = kMargin);
 void head(const Subject& subject, std::wstring_view text, double x = kMargin);
 
 // What several parts ask for, in words of the log.
-constexpr std::wstring_view kModelName = L"the model's name", kFeatures = L"its features", kItemNames = L"names of items";
+constexpr std::wstring_view kModelName = L"the model's name", kFeatures = L"its features",
+                            kItemNames = L"names of items";
 
 using Section = void (*)(const Subject& subject);
 

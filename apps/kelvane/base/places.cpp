@@ -56,7 +56,7 @@ std::string installationFolder() {
   if (std::string set = variable(L"KELVANE_INSTALLATION"); !set.empty()) {
     if (!isInstallation(nativePath(set)))
       throw Fault("KELVANE_INSTALLATION names " + set + ", which has no folder 'text'");
-    return set;
+    return machinePath(fs::absolute(nativePath(set)));
   }
   // Where the program is, in the archive for Windows; beside it when it is installed; above it in a build tree.
   const fs::path own = nativePath(os::programFile()).parent_path();

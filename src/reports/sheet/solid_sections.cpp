@@ -45,10 +45,12 @@ void unitSection(const Subject& subject) {
                                                               {Message::mass, creo::ProUnitType::mass},
                                                               {Message::temperature, creo::ProUnitType::temperature},
                                                               {Message::time, creo::ProUnitType::time}};
+  Unread unneeded;  // only solids have them
+  Unread& unread = subject.isSolid() ? subject.unread : unneeded;
   const creo::ProUnitsystem system{
-      subject.model, subject.unread.read(creo::ProMdlPrincipalunitsystemGet(subject.model), L"the system of units")};
+      subject.model, unread.read(creo::ProMdlPrincipalunitsystemGet(subject.model), L"the system of units")};
   for (const auto& [message, type] : kUnits)
-    fact(subject.page, core::msgText(message), subject.unread.read(creo::ProUnitsystemUnitGet(system, type), L"units"));
+    fact(subject.page, core::msgText(message), unread.read(creo::ProUnitsystemUnitGet(system, type), L"units"));
 }
 
 void accuracySection(const Subject& subject) {

@@ -12,8 +12,8 @@
 namespace trace {
 
 struct Head {
-  std::optional<std::int64_t>
-      clock;  // where it stood still, in seconds since 1970; nothing: what it said is in the trace
+  // Where it stood still, in seconds since 1970; nothing: what it said is in the trace.
+  std::optional<std::int64_t> clock;
   std::string package, list, listSum;  // of the one run; empty where there may be several, of which remarks tell
   os::Door programs = os::Door::open;
   bool isConfined = false;

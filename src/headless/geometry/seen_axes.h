@@ -13,9 +13,9 @@ namespace headless::geometry {
 // are seen from the side. Faces of less than half a turn, as those of roundings, have none, nor has what is too small
 // on paper to be marked.
 void addAxes(FlatJoiner& lines, const std::vector<TopoDS_Shape>& shapes, const Paper& paper);
-// Marks the pitch surfaces of gears whose tips are drawn: a circle, or a line on each side of the axis that reaches a
-// little beyond the teeth. They are drawn as a whole, also where something stands before them,
-// and those of gears that have their teeth in any case.
+// Marks the pitch surfaces of gears: a circle, or a line on each side of the axis that reaches a little beyond the
+// teeth. They are drawn as a whole, also where something stands before them; of a gear without its teeth only where its
+// tip is drawn.
 void addPitch(FlatJoiner& lines, const std::vector<PlacedBody>& bodies, const Paper& paper);
 
 }  // namespace headless::geometry

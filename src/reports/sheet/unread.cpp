@@ -17,10 +17,12 @@ void Unread::note(creo::ProError code, std::wstring_view what) {
 }
 
 void Unread::tell() const {
-  for (const Kind& kind : kinds_)
-    core::logWrite(text::format(L"The sheet lacks what can't be read: %s (%d times, error %d)", kind.what, kind.count,
-                                static_cast<int>(kind.first)),
+  for (const Kind& kind : kinds_) {
+    const std::wstring often = kind.count > 1 ? text::format(L", %d times", kind.count) : L"";
+    core::logWrite(text::format(L"The sheet lacks what can't be read: %s (error %d%s)", kind.what,
+                                static_cast<int>(kind.first), often),
                    core::kWarning);
+  }
 }
 
 }  // namespace reports::sheet

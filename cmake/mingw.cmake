@@ -7,6 +7,13 @@ set(KVD_TRIPLET x86_64-w64-mingw32)
 set(CMAKE_C_COMPILER ${KVD_TRIPLET}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${KVD_TRIPLET}-g++-posix)
 set(CMAKE_RC_COMPILER ${KVD_TRIPLET}-windres)
+# GNU ar needs minutes for an archive of many small sections.
+find_program(KVD_LLVM_AR llvm-ar)
+find_program(KVD_LLVM_RANLIB llvm-ranlib)
+if(KVD_LLVM_AR AND KVD_LLVM_RANLIB)
+  set(CMAKE_AR ${KVD_LLVM_AR} CACHE FILEPATH "")
+  set(CMAKE_RANLIB ${KVD_LLVM_RANLIB} CACHE FILEPATH "")
+endif()
 
 # Windows 10; all calls with wide texts; the libraries are part of what is built.
 set(CMAKE_C_FLAGS_INIT "-D_WIN32_WINNT=0x0A00")

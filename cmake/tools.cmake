@@ -11,6 +11,13 @@ find_program(MOLD mold)
 if(MOLD AND NOT WIN32)
   add_link_options(-fuse-ld=mold)
 endif()
+find_program(LLD ld.lld)
+if(LLD AND MINGW AND CMAKE_CROSSCOMPILING)
+  add_link_options("SHELL:-wrapper ${CMAKE_SOURCE_DIR}/cmake/mingw_lld" -fno-use-linker-plugin)
+  # Without the states that CMake pushes for bfd.
+  set(CMAKE_CXX_LINK_LIBRARY_USING_WHOLE_ARCHIVE LINKER:--whole-archive <LINK_ITEM> LINKER:--no-whole-archive)
+  set(CMAKE_CXX_LINK_LIBRARY_USING_WHOLE_ARCHIVE_SUPPORTED TRUE)
+endif()
 
 add_library(kvd_flags INTERFACE)
 if(MSVC)  # also clang-cl; not tried

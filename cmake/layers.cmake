@@ -90,8 +90,8 @@ endif()
 if(KVD_HEADLESS)
 # In its place for a program without solids (KVD_WITHOUT_SOLIDS): what of that floor is plain arithmetic, and a body of
 # the rest that refuses.
-kvd_layer(kvd_flat FOLDERS headless/geometry ONLY headless/geometry/none/none.cpp headless/geometry/flat_clip.cpp
-  headless/geometry/flat_curve.cpp headless/geometry/flat_loop.cpp LINKS creo kvd_os)
+kvd_layer(kvd_flat FOLDERS headless/geometry ONLY headless/geometry/none/none.cpp headless/geometry/build_all.cpp
+  headless/geometry/flat_clip.cpp headless/geometry/flat_curve.cpp headless/geometry/flat_loop.cpp LINKS creo kvd_os)
 set(KVD_GEOMETRY kvd_flat)
 if(KVD_SOLIDS)
   set(KVD_GEOMETRY $<IF:$<BOOL:$<TARGET_PROPERTY:KVD_WITHOUT_SOLIDS>>,kvd_flat,kvd_geometry>)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,9 @@ struct Built {
 };
 // Each primitive adds to what those before it left, or cuts from it. Gives no body where there are none.
 Built build(const std::vector<Primitive>& primitives);
+// Several at once, on all cores of the machine. Nothing for one that only build() itself can tell of. None of them may
+// be imported: what a file holds is asked for by the session's own thread.
+std::vector<std::optional<Built>> buildAll(const std::vector<std::vector<Primitive>>& bodies);
 
 // Measured once, then kept. Throws std::runtime_error, as outline does, for what the library can't measure.
 const Measured& measure(const Body& body);

@@ -93,6 +93,10 @@ std::vector<Primitive> withoutTeeth(const Model& part, const std::vector<PartGea
   return rest;
 }
 
+std::vector<Primitive> drawnPrimitives(const Model& part, const std::vector<PartGear>& gears, Teeth teeth) {
+  return teeth == Teeth::asTheyAre ? primitivesOf(part) : withoutTeeth(part, gears);
+}
+
 // All that a body depends on, as bytes; of a file its size and time.
 std::string keyOf(const std::vector<Primitive>& primitives) {
   std::string key;
@@ -282,13 +286,23 @@ geometry::Built keptOr(Kept& kept, Kept& before, const std::string& key, const s
   return kept.emplace(key, std::move(made)).first->second;
 }
 
-// A session that follows in this process finds what needs no file and no other program. By thread, as sessions are.
+bool hasImport(const std::vector<Primitive>& primitives) {
+  return std::ranges::find(primitives, geometry::PrimitiveKind::import, &Primitive::kind) != primitives.end();
+}
+
+// What a session that follows in this process finds: bodies that need no file and no other program. By thread, as
+// sessions are.
+struct KeptHere {
+  Kept kept, before;
+};
+KeptHere& keptHere() {
+  static thread_local KeptHere here;
+  return here;
+}
+
 geometry::Built builtHere(const std::string& key, const std::vector<Primitive>& primitives) {
-  const bool isImported = std::ranges::any_of(
-      primitives, [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; });
-  if (isImported) return geometry::build(primitives);
-  static thread_local Kept kept, before;
-  return keptOr(kept, before, key, [&] { return geometry::build(primitives); });
+  if (hasImport(primitives)) return geometry::build(primitives);
+  return keptOr(keptHere().kept, keptHere().before, key, [&] { return geometry::build(primitives); });
 }
 
 }  // namespace
@@ -300,6 +314,28 @@ geometry::Built Bodies::built(const Model& part, const std::vector<Primitive>& p
     for (const std::wstring& warning : made.warnings) models_.message(L"warning: " + faultLine(part, warning));
     return made;
   });
+}
+
+void Bodies::buildAhead(const std::vector<const Model*>& parts, Teeth teeth) {
+  std::set<std::string> keys;
+  std::vector<std::vector<Primitive>> open;
+  for (const Model* part : parts) {
+    if (open.size() == kMostKept) break;  // more would drive the first ones out
+    try {
+      std::vector<Primitive> primitives = drawnPrimitives(*part, gearsOf(*part), teeth);
+      if (primitives.empty() || hasImport(primitives)) continue;
+      std::string key = keyOf(primitives);
+      const bool isKnown = kept_.contains(key) || keptBefore_.contains(key) || keptHere().kept.contains(key) ||
+                           keptHere().before.contains(key);
+      if (!isKnown && keys.insert(std::move(key)).second) open.push_back(std::move(primitives));
+    } catch (const MeasureFault&) {
+      continue;  // it is told where the body is asked for
+    }
+  }
+  if (open.size() < 2) return;
+  std::vector<std::optional<geometry::Built>> made = geometry::buildAll(open);
+  for (std::size_t i = 0; i < open.size(); ++i)
+    if (made[i]) keptOr(keptHere().kept, keptHere().before, keyOf(open[i]), [&] { return std::move(*made[i]); });
 }
 
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {
@@ -314,7 +350,7 @@ Got<DrawnBody> Bodies::drawn(const Model& part, Teeth teeth) {
       drawn.gears.push_back(gear.teeth);
       drawn.gears.back().isToothed = teeth == Teeth::asTheyAre;
     }
-    return built(part, teeth == Teeth::asTheyAre ? primitivesOf(part) : withoutTeeth(part, gears));
+    return built(part, drawnPrimitives(part, gears, teeth));
   });
   if (!body) return body.error;
   drawn.body = body.value;

@@ -32,6 +32,8 @@ class Bodies {
   // With what marks its gears. Simplified teeth are none: what their feature adds and cuts isn't there, and where no
   // feature makes them the room between root and tip is filled.
   creo::Got<DrawnBody> drawn(const Model& part, Teeth teeth);
+  // Builds at once what drawn() will be asked for; Teeth::asTheyAre: what body() will be. Says nothing: that does.
+  void buildAhead(const std::vector<const Model*>& parts, Teeth teeth);
   // What keeps a part's body from being built, by feature: "the feature RIB can't be built: primitive 2: the diameter
   // must be over 0"; without the feature where it can't be told. Empty: nothing, and for a part whose body is
   // imported: that one isn't built anew.

@@ -35,6 +35,24 @@ struct Found {
   bool isTransparent;  // as a style has it
 };
 
+Teeth teethFor(PlacedFor purpose) { return purpose == PlacedFor::sheet ? Teeth::simplified : Teeth::asTheyAre; }
+
+// The parts below a solid, each once.
+class DistinctParts {
+ public:
+  explicit DistinctParts(const Models& models) : models_(models) {}
+  void add(const Model& solid) {
+    if (!known_.insert(solid.handle).second) return;
+    if (solid.type() == creo::ProMdlType::part) return parts.push_back(&solid);
+    for (const DisplayedModel& placed : displayedComponents(models_, solid)) add(*placed.model);
+  }
+  std::vector<const Model*> parts;
+
+ private:
+  const Models& models_;
+  std::set<creo::ProMdl> known_;
+};
+
 // All parts below a solid, each as often as it is used.
 class Gathering {
  public:
@@ -65,8 +83,7 @@ class Gathering {
     return creo::ProNoError;
   }
   Got<DrawnBody> drawnFor(const Model& part) {
-    if (purpose_ != PlacedFor::solid)
-      return bodies_.drawn(part, purpose_ == PlacedFor::sheet ? Teeth::simplified : Teeth::asTheyAre);
+    if (purpose_ != PlacedFor::solid) return bodies_.drawn(part, teethFor(purpose_));
     const auto body = bodies_.body(part);
     if (!body) return body.error;
     return DrawnBody{body.value, {}};
@@ -95,6 +112,9 @@ class Gathering {
 creo::ProError gather(Bodies& bodies, const Models& models, const Model& solid, PlacedFor purpose,
                       Gathering::Take take) {
   try {
+    DistinctParts distinct(models);
+    distinct.add(solid);
+    bodies.buildAhead(distinct.parts, teethFor(purpose));
     return Gathering(bodies, models, purpose, std::move(take)).gather(solid, {}, 1, nullptr, false);
   } catch (const MeasureFault& fault) {
     models.message(solid.name + L'.' + creo::typeExtension(solid.type()) + L": " + fault.reason);

@@ -1,5 +1,6 @@
 #include "headless/geometry/mesh.h"
 
+#include <BRepAdaptor_Surface.hxx>
 #include <BRepBuilderAPI_Copy.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRep_Tool.hxx>
@@ -7,11 +8,15 @@
 #include <Poly_Triangulation.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
+#include <TopTools_ListOfShape.hxx>
 #include <TopTools_MapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <cmath>
+#include <gp_Cylinder.hxx>
+#include <gp_Pln.hxx>
 
 #include "headless/geometry/built_body.h"
 #include "headless/geometry/library_failure.h"
@@ -19,6 +24,9 @@
 
 namespace headless::geometry {
 namespace {
+
+constexpr double kSmallAngle = 1e-6;   // radians
+constexpr double kSmallLength = 1e-6;  // of the body's unit, as its accuracy is
 
 MeshPoint meshPoint(const gp_XYZ& v) {
   return {static_cast<float>(v.X()), static_cast<float>(v.Y()), static_cast<float>(v.Z())};
@@ -30,8 +38,24 @@ std::size_t trianglesOf(const TopoDS_Face& face) {
   return triangles.IsNull() ? 0 : static_cast<std::size_t>(triangles->NbTriangles());
 }
 
+// Do two faces lie on one plane or one cylinder?
+bool goOnAsOne(const TopoDS_Face& a, const TopoDS_Face& b) {
+  const BRepAdaptor_Surface first(a, false), second(b, false);
+  if (first.GetType() != second.GetType()) return false;
+  if (first.GetType() == GeomAbs_Plane) {
+    const gp_Pln plane = second.Plane();
+    return first.Plane().Axis().IsParallel(plane.Axis(), kSmallAngle) &&
+           plane.Distance(first.Plane().Location()) < kSmallLength;
+  }
+  if (first.GetType() != GeomAbs_Cylinder) return false;
+  const gp_Cylinder cylinder = second.Cylinder();
+  return first.Cylinder().Axis().IsCoaxial(cylinder.Axis(), kSmallAngle, kSmallLength) &&
+         std::abs(first.Cylinder().Radius() - cylinder.Radius()) < kSmallLength;
+}
+
 class Maker {
  public:
+  void know(const TopoDS_Shape& shape) { TopExp::MapShapesAndAncestors(shape, TopAbs_EDGE, TopAbs_FACE, facesAt_); }
   // Each edge lies on two faces, and is taken from the first.
   void take(const TopoDS_Face& face) {
     ++number_;
@@ -81,8 +105,9 @@ class Maker {
 
   void takeEdge(const TopoDS_Edge& edge, const TopoDS_Face& face, const Handle(Poly_Triangulation) & triangles,
                 const TopLoc_Location& location, std::uint32_t first) {
-    // The seam of a round face is no edge that a person sees.
+    // The seam of a round face is no edge that a person sees, nor is that of two faces which go on as one.
     if (BRep_Tool::Degenerated(edge) || BRep_Tool::IsClosed(edge, face)) return;
+    if (isWithinOne(edge)) return;
     if (!seen_.Add(edge)) return;
     const Handle(Poly_PolygonOnTriangulation) line = BRep_Tool::PolygonOnTriangulation(edge, triangles, location);
     if (line.IsNull()) return;
@@ -90,6 +115,12 @@ class Maker {
     for (int i = 1; i < line->NbNodes(); ++i) mesh.edges.push_back({at(i), at(i + 1)});
   }
 
+  [[nodiscard]] bool isWithinOne(const TopoDS_Edge& edge) const {
+    const TopTools_ListOfShape* faces = facesAt_.Seek(edge);
+    return faces && faces->Extent() == 2 && goOnAsOne(TopoDS::Face(faces->First()), TopoDS::Face(faces->Last()));
+  }
+
+  TopTools_IndexedDataMapOfShapeListOfShape facesAt_;
   TopTools_MapOfShape seen_;
   int number_ = 0;
 };
@@ -101,6 +132,7 @@ Mesh mesh(const Body& body, double deflection, double turn) {
   guarded([&] {
     // The library keeps triangles in the shape, which many share and none may change.
     const TopoDS_Shape copy = BRepBuilderAPI_Copy(body.shape, false, false).Shape();
+    maker.know(copy);
     const BRepMesh_IncrementalMesh meshed(copy, deflection > 0 ? deflection : 0.1, false, turn, false);
     for (TopExp_Explorer at(copy, TopAbs_FACE); at.More(); at.Next()) maker.take(TopoDS::Face(at.Current()));
     maker.mesh.closed = maker.mesh.triangles.size();

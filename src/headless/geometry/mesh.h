@@ -17,7 +17,8 @@ struct Mesh {
   std::vector<int> faces;                               // of the points: the number of the face in faces(), from 1
   std::vector<std::array<std::uint32_t, 3>> triangles;  // of points, counter-clockwise from outside
   std::size_t closed = 0;                               // of the triangles, the first: those of solids, not of quilts
-  std::vector<std::array<MeshPoint, 2>> edges;          // straight pieces of the edges between faces
+  // Straight pieces of the edges between faces, but for those where a face goes on as the next.
+  std::vector<std::array<MeshPoint, 2>> edges;
 };
 // deflection: how far a triangle may be off its face, in the body's units; turn: between neighbouring triangles of a
 // round face, in radians. Throws std::runtime_error for what the

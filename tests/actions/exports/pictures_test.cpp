@@ -68,6 +68,51 @@ TEST_F(PictureExports, AnActiveCrossSectionCutsThePicture) {
   EXPECT_EQ('0', dot(file("cut.jpg"), 300, 60).front()) << "the top is there, and green";
 }
 
+// Two halves of a plate, one of a rod: where their faces go on as one there is no edge.
+TEST_F(PictureExports, WhatIsJoinedLooksAsOne) {
+  const auto part = [this](const std::string& name, const std::string& primitives) {
+    test::writeBytes(world.models() + "/" + name + ".prt.1",
+                     R"({"format": 1, "solid": {"primitives": [)" + primitives + "]}}");
+  };
+  const std::string rod = R"({"type": "cylinder", "diameter": 20, "placement": {"position": [40, 20, )";
+  part("BRACKET", R"({"type": "box", "size": [80, 40, 20]}, )" + rod + R"(20]}, "length": 30})");
+  part("JOINED", R"({"type": "box", "size": [50, 40, 20]},
+      {"type": "box", "size": [30, 40, 20], "placement": {"position": [50, 0, 0]}}, )" +
+                     rod + R"(20]}, "length": 10}, )" + rod + R"(30]}, "length": 20})");
+  world.list("jpg.xml", task("exportjpg", "folder='t:\\' exportname='@mdln@' width='600' height='300'"));
+  world.runOn(L"BRACKET", ProMdlType::part, "jpg.xml");
+  world.runOn(L"JOINED", ProMdlType::part, "jpg.xml");
+  EXPECT_EQ("JPEG 600x300", form(file("JOINED.jpg")));
+  // Two edges across the plate and one around the rod would be some hundreds of dots.
+  EXPECT_LT(std::stoi(said("compare -metric AE -fuzz 20% '" + file("BRACKET.jpg") + "' '" + file("JOINED.jpg") +
+                           "' null: 2>&1")),
+            100);
+}
+
+// Bodies are built ahead of the picture, all at once; which of them can't be is told as if it were alone.
+TEST_F(PictureExports, APartThatCantBeBuiltIsNamedOnce) {
+  const auto part = [this](const std::string& name, int width) {
+    test::writeBytes(world.models() + "/" + name + ".prt.1", R"({"format": 1, "solid": {"primitives": [
+        {"type": "box", "size": [)" + std::to_string(width) + ", 40, 20]}]}}");
+  };
+  part("GOOD", 10);
+  part("BAD", -30);
+  part("FAIR", 20);
+  test::writeBytes(world.models() + "/ALL.asm.1", R"({"format": 1, "components": [
+      {"name": "GOOD", "type": "prt"}, {"name": "BAD", "type": "prt"}, {"name": "FAIR", "type": "prt"}]})");
+  world.list(
+      "jpg.xml",
+      "<task type='exportjpg' version='3' forPRT='false' forASM='true' forDRW='false' forEF='false' folder='t:\\' "
+      "exportname='a' width='60' height='60'/>");
+  world.runOn(L"ALL", ProMdlType::assembly, "jpg.xml");
+  EXPECT_TRUE(test::told(world.log()).ends_with(L"B0 Export jpg|E:Fehler occured while export as jpg"));
+  const std::wstring told = world.messages();
+  EXPECT_NE(told.npos, told.find(L"BAD.PRT: primitive 1: "));
+  EXPECT_EQ(told.find(L"BAD.PRT: primitive 1: "), told.rfind(L"BAD.PRT: primitive 1: "));
+  EXPECT_EQ(told.npos, told.find(L"GOOD.PRT: "));
+  EXPECT_EQ(told.npos, told.find(L"FAIR.PRT: "));
+}
+
 TEST_F(PictureExports, AModelWithoutABodyGivesAnErrorAndNoPicture) {
   test::writeBytes(world.models() + "/BRACKET.prt.1", R"({"format": 1})");
   EXPECT_EQ(

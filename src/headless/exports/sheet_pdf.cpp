@@ -328,7 +328,6 @@ PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
     if (const std::wstring fault = faultOf(page); !fault.empty()) return {{}, fault};
   const PdfPtr document(HPDF_New(nullptr, nullptr));
   if (!document) return {{}, L"no memory for the PDF library"};
-  HPDF_SetCompressionMode(document.get(), HPDF_COMP_ALL);
   HPDF_UseUTFEncodings(document.get());
   const Face face = faceFor(document.get(), form);
   if (!face.font) return {{}, text::format(L"%s is no font of the TrueType kind", form.fontFile)};

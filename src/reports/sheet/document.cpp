@@ -64,9 +64,7 @@ const char* loadFont(HPDF_Doc doc, std::string_view file) {
 
 }  // namespace
 
-Document::Document() : document_(HPDF_New(&tellFault, nullptr)), advances_(kBasicPlane, std::int16_t{-1}) {
-  if (document_) HPDF_SetCompressionMode(docOf(document_), HPDF_COMP_ALL);
-}
+Document::Document() : document_(HPDF_New(&tellFault, nullptr)), advances_(kBasicPlane, std::int16_t{-1}) {}
 
 Document::~Document() {
   if (document_) HPDF_Free(docOf(document_));

@@ -1,6 +1,8 @@
 #include "sweep/runs.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 
@@ -50,6 +52,21 @@ void writeVaultLists(const std::string& place) {
                           kOf + "/>" + in));
 }
 
+// The hundred teeth of the gear take two thirds of a run, and no call is made for them that isn't made for the shaft.
+void leaveGearOut(const std::string& assembly) {
+  auto document = nlohmann::ordered_json::parse(test::readBytes(assembly));
+  const auto leaveOut = [&document](const char* list, const char* member, const nlohmann::ordered_json& value) {
+    auto& entries = document.at(list);
+    const auto found = std::ranges::find_if(entries, [&](const auto& entry) { return entry.at(member) == value; });
+    if (found == entries.end()) throw std::runtime_error(std::string(list) + ": the gear isn't there");
+    const nlohmann::ordered_json entry = *found;
+    entries.erase(found);
+    return entry;
+  };
+  leaveOut("features", "id", leaveOut("components", "name", "GEAR").at("feature"));
+  test::writeBytes(assembly, document.dump());
+}
+
 }  // namespace
 
 const std::vector<Run>& runs() {
@@ -79,6 +96,7 @@ void prepare(const Run& run, const Tree& tree, std::int64_t now) {
   if (!run.inVault) {
     fs::copy(examples + "workspace", place + "/models", fs::copy_options::recursive);
     fs::copy(examples + "packages", place + "/packages", fs::copy_options::recursive);
+    if (run.name == "hand_over_solids") leaveGearOut(place + "/models/output_shaft.asm.1");
     tree.date(now);
     return;
   }

@@ -69,9 +69,13 @@ void setSheets(const Task& task, PdfOptions& options) {
     options.allow(yes, true);
   options.allow(ProPDFproperty::penTable, task.attribute(L"pentable") != L"false");
   options.allow(ProPDFproperty::launchViewer, false);
-  const std::wstring name = creo::ProMdlNameGet(task.model()).value;
-  options.write(ProPDFproperty::title, name);
-  options.write(ProPDFproperty::subject, name);
+  const auto name = creo::ProMdlNameGet(task.model());
+  if (!name)
+    core::logWrite(text::format(L"The file gets no title, as the model's name can't be read (error %d)",
+                                static_cast<int>(name.error)),
+                   core::kWarning);
+  options.write(ProPDFproperty::title, name.value);
+  options.write(ProPDFproperty::subject, name.value);
   options.write(ProPDFproperty::author, os::environment(L"username").value_or(L""));
 }
 

@@ -32,10 +32,11 @@ class Face {
   Face(const Face&) = delete;
   Face& operator=(const Face&) = delete;
 
+  // Throws std::runtime_error where it couldn't be read: a sheet without its texts would pass for whole.
   void use(cairo_t* canvas) const {
-    if (read_->font) cairo_set_font_face(canvas, read_->font);
+    if (!read_->font) throw std::runtime_error("the face of texts: " + read_->fault);
+    cairo_set_font_face(canvas, read_->font);
   }
-  [[nodiscard]] bool isThere() const { return read_->font != nullptr; }
   // Behind a failure the library may hold on to a face, and stops the program where it is to let go: from then on all
   // are kept.
   static void keepAll() { isStuck = true; }
@@ -43,10 +44,15 @@ class Face {
  private:
   struct Read {
     explicit Read(const std::wstring& path) {
-      const auto read = os::files().read(path);
-      if (!read || FT_Init_FreeType(&library)) return;
-      bytes = read.value;
+      auto read = os::files().read(path);
+      if (read.error) {
+        fault = path.empty() ? "FreeSans.ttf isn't there" : text::toUtf8(path) + ": " + read.error.message();
+        return;
+      }
+      bytes = std::move(read.value);
+      fault = text::toUtf8(path) + " is none";
       const auto* data = reinterpret_cast<const FT_Byte*>(bytes.data());
+      if (FT_Init_FreeType(&library)) return;
       if (FT_New_Memory_Face(library, data, static_cast<FT_Long>(bytes.size()), 0, &face)) return;
       font = cairo_ft_font_face_create_for_ft_face(face, 0);
     }
@@ -59,7 +65,7 @@ class Face {
     Read(const Read&) = delete;
     Read& operator=(const Read&) = delete;
 
-    std::string bytes;
+    std::string bytes, fault;
     FT_Library library = nullptr;
     FT_Face face = nullptr;
     cairo_font_face_t* font = nullptr;
@@ -162,10 +168,9 @@ Image sheetImage(const SheetPicture& sheet, const std::wstring& textFolder, int 
     const double scale = std::min(width / sheet.width, height / sheet.height);
     cairo_translate(canvas.get(), (width - scale * sheet.width) / 2, (height + scale * sheet.height) / 2);
     cairo_scale(canvas.get(), scale, -scale);
-    face.use(canvas.get());
     for (const SheetStroke& stroke : sheet.strokes) draw(canvas.get(), stroke);
-    if (face.isThere())
-      for (const SheetText& text : sheet.texts) draw(canvas.get(), text);
+    if (!sheet.texts.empty()) face.use(canvas.get());
+    for (const SheetText& text : sheet.texts) draw(canvas.get(), text);
   }
   if (const cairo_status_t status = cairo_status(canvas.get()); status != CAIRO_STATUS_SUCCESS) {
     Face::keepAll();

@@ -25,7 +25,7 @@ namespace {
 // A model's turn as its record tells it: "worked: changed, 2 errors; wrote gear.prt.2".
 std::string turnOf(const Record& turn) {
   std::string line = "worked: " + memberText(turn, "outcome");
-  if (const int errors = turn.value("errors", 0); errors > 0)
+  if (const int errors = memberNumber(turn, "errors"); errors > 0)
     addPiece(line, counted(static_cast<std::size_t>(errors), "error"));
   addPiece(line, turn.contains("wrote") ? "wrote " + memberText(turn, "wrote") : std::string(), "; ");
   return line;

@@ -8,6 +8,7 @@
 #include "os/surroundings.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
+#include "text/whole_number.h"
 
 namespace kelvane {
 namespace {
@@ -34,13 +35,13 @@ class Reader {
     } else if (kind == "begin") {
       journal_.begin = std::move(*record);
     } else if (kind == "failed") {
-      count(record->value("n", 0));
-      std::erase_if(journal_.deeds, [n = record->value("n", 0)](const Deed& d) { return d.number == n; });
+      count(memberNumber(*record, "n"));
+      std::erase_if(journal_.deeds, [n = memberNumber(*record, "n")](const Deed& d) { return d.number == n; });
     } else if (kind == "closed") {
       close(*record);
     } else if (kind == "recovered") {
       countNumbers();
-      dropTurn(record->value("stays", 0));
+      dropTurn(memberNumber(*record, "stays"));
       journal_.isRecovered = true;
       journal_.isTorn = !record->value("torn", Record()).empty();
     } else {
@@ -70,7 +71,7 @@ class Reader {
   }
 
   void close(const Record& record) {
-    const int number = record.value("n", 0);
+    const int number = memberNumber(record, "n");
     for (Deed& deed : Backwards(journal_.deeds)) {
       if (deed.number != number) continue;
       deed.now = deedOf({{"record", "append"}, {"now", record.value("now", Record())}})->now;
@@ -84,7 +85,7 @@ class Reader {
     std::erase_if(journal_.deeds, [&](const Deed& d) { return d.turn == journal_.turns && d.number > stays; });
     std::vector<Record>& told = journal_.told;
     const auto isDropped = [stays](const Record& record) {
-      return memberText(record, "record") == "checkIn" && record.value("n", 0) > stays;
+      return memberText(record, "record") == "checkIn" && memberNumber(record, "n") > stays;
     };
     const auto ofTurn = told.begin() + static_cast<std::ptrdiff_t>(toldOfTurns_);
     told.erase(std::remove_if(ofTurn, told.end(), isDropped), told.end());
@@ -155,10 +156,10 @@ Book::Numbers Book::storedNumbers() const {
   if (!bytes || !stored.is_object())
     throw Fault(shown(path) + " can't be read: " + (bytes ? "it isn't as it was written" : bytes.error.message()));
   Numbers numbers;
-  numbers.run = stored.value("run", 0);
+  numbers.run = memberNumber(stored, "run");
   const auto versions = stored.value("versions", nlohmann::json::object());
   for (const auto& [stem, number] : versions.items())
-    if (number.is_number_integer()) numbers.versions[stem] = number.get<int>();
+    if (const auto whole = text::wholeNumber<int>(number)) numbers.versions[stem] = *whole;
   return numbers;
 }
 

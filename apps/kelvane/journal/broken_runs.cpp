@@ -29,7 +29,7 @@ std::set<std::string> finishedByBrokenRuns(const Book& book, const std::string& 
       isCheckedIn |= kind == "checkIn";
       if (kind != "model") continue;
       const std::string model = memberText(record, "model");
-      if (isCheckedIn && record.value("errors", 0) == 0 && !takenBack.contains(model)) finished.insert(model);
+      if (isCheckedIn && memberNumber(record, "errors") == 0 && !takenBack.contains(model)) finished.insert(model);
       isCheckedIn = false;
     }
   }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "kelvane/base/hash.h"
+#include "text/whole_number.h"
 
 namespace kelvane {
 namespace {
@@ -48,7 +49,8 @@ std::string sealed(std::string open) {
 std::optional<Content> toContent(const Record& record, const char* member) {
   const auto found = record.find(member);
   if (found == record.end() || !found->is_object()) return std::nullopt;
-  return Content{found->value("size", std::uint64_t{0}), memberText(*found, "sum"), memberText(*found, "kept")};
+  const auto size = found->contains("size") ? text::wholeNumber<std::uint64_t>(found->at("size")) : std::nullopt;
+  return Content{size.value_or(0), memberText(*found, "sum"), memberText(*found, "kept")};
 }
 
 }  // namespace
@@ -97,7 +99,7 @@ std::optional<Deed> deedOf(const Record& record) {
   if (row == kKinds.end()) return std::nullopt;
   Deed deed;
   deed.kind = row->kind;
-  deed.number = record.value("n", 0);
+  deed.number = memberNumber(record, "n");
   deed.path = memberText(record, "path");
   deed.to = memberText(record, "to");
   deed.had = toContent(record, "had");
@@ -113,6 +115,11 @@ bool isBoundary(std::string_view record) {
 std::string memberText(const Record& record, const char* member) {
   const auto found = record.find(member);
   return found != record.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+int memberNumber(const Record& record, const char* member) {
+  const auto found = record.find(member);
+  return found != record.end() ? text::wholeNumber<int>(*found).value_or(0) : 0;
 }
 
 }  // namespace kelvane

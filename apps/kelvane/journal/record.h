@@ -51,5 +51,7 @@ bool isBoundary(std::string_view record);
 
 // A member's text; empty where it isn't there or is no text.
 std::string memberText(const Record& record, const char* member);
+// A member's whole number; 0 where it isn't there or is none.
+int memberNumber(const Record& record, const char* member);
 
 }  // namespace kelvane

@@ -12,6 +12,7 @@
 #include "os/places.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
+#include "text/whole_number.h"
 
 namespace kelvane {
 namespace {
@@ -135,7 +136,8 @@ void TrustStore::read(const std::string& path, bool isSite) {
   if (!bytes) throw Fault(path + " can't be read: " + bytes.error.message());
   try {
     const Json all = Json::parse(bytes.value);
-    if (all.at("format").get<int>() != kFormat) throw std::invalid_argument("a later version of the program wrote it");
+    if (text::neededWhole<int>(all.at("format")) != kFormat)
+      throw std::invalid_argument("a later version of the program wrote it");
     for (const Json& entry : all.at("packages")) {
       entries_.push_back(grantsIn(entry));
       entries_.back().isSite = isSite;

@@ -14,6 +14,7 @@
 #include "run/model_table.h"
 #include "text/encoding.h"
 #include "text/format.h"
+#include "text/whole_number.h"
 
 namespace kelvane::view {
 namespace {
@@ -160,7 +161,7 @@ int Screen::answer(const Question& question) {
        {"buttons", buttons}},
       [&](const Action& action) {
         if (textOf(action.what, "do") != "answer") return Bearing::none;
-        pressed = action.what.at("button").get<int>();
+        pressed = text::neededWhole<int>(action.what.at("button"));
         done = true;
         return Bearing::answer;
       },

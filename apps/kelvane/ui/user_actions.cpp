@@ -8,6 +8,7 @@
 #include "kelvane/base/fault.h"
 #include "kelvane/show/model_folder.h"
 #include "text/encoding.h"
+#include "text/whole_number.h"
 
 namespace kelvane::view {
 namespace {
@@ -58,7 +59,7 @@ ProError open(Session& session, const json& action) {
 }
 
 ProError activate(Session& /*session*/, const json& action) {
-  return creo::ProWindowActivate(action.at("window").get<int>());
+  return creo::ProWindowActivate(text::neededWhole<int>(action.at("window")));
 }
 
 ProError save(Session& session, const json& /*action*/) { return session.save(); }

@@ -19,6 +19,7 @@
 #include "kelvane/ui/server.h"
 #include "kelvane/ui/trusted.h"
 #include "text/encoding.h"
+#include "text/whole_number.h"
 
 namespace kelvane::view {
 namespace {
@@ -123,9 +124,11 @@ class View {
   // On the session's thread.
   json read(const std::string& what, const json& about) {
     if (what == "lines")
-      return linesOf(session_, {about.at("dialog"), about.at("component"), about.at("from"), about.at("count")});
+      return linesOf(session_,
+                     {about.at("dialog"), about.at("component"), text::neededWhole<std::size_t>(about.at("from")),
+                      text::neededWhole<std::size_t>(about.at("count"))});
     if (what == "models") return models();
-    const auto file = written_.place(about.get<std::size_t>());
+    const auto file = written_.place(text::neededWhole<std::size_t>(about));
     return file ? json({{"path", file->machine}, {"name", file->name}}) : json();
   }
 

@@ -5,15 +5,23 @@
 #include <numbers>
 #include <sstream>
 #include <stdexcept>
+#include <type_traits>
 #include <unordered_map>
 
 #include "headless/geometry/built_body.h"
 #include "headless/geometry/foreign_shape.h"
 #include "headless/geometry/library_failure.h"
 #include "text/encoding.h"
+#include "text/whole_number.h"
 
 namespace headless::geometry {
 namespace {
+
+// One of an enumeration, as its number.
+template <class Word, class Json>
+Word wholeAs(const Json& value) {
+  return static_cast<Word>(text::neededWhole<std::underlying_type_t<Word>>(value));
+}
 
 using nlohmann::json;
 
@@ -87,12 +95,13 @@ class TreeLister {
 ExchangeNodePtr nodeOf(const json& item, const std::vector<ExchangeNodePtr>& before, std::string_view& bytes) {
   auto node = std::make_shared<ExchangeNode>();
   node->name = text::fromUtf8(item.at("name").get<std::string>());
-  node->step = bytes.substr(0, item.at("step").get<std::size_t>());
+  node->step = bytes.substr(0, text::neededWhole<std::size_t>(item.at("step")));
   bytes.remove_prefix(node->step.size());
   for (const auto& member : item.at("members"))
-    node->members.push_back({before.at(member.at("node").get<std::size_t>()), transform(member.at("place"))});
+    node->members.push_back(
+        {before.at(text::neededWhole<std::size_t>(member.at("node"))), transform(member.at("place"))});
   for (const auto& face : item.at("faces"))
-    node->faceColors.emplace_back(face.at("face").get<int>(), face.at("color").get<Rgb>());
+    node->faceColors.emplace_back(text::neededWhole<int>(face.at("face")), face.at("color").get<Rgb>());
   if (item.contains("color")) node->color = item.at("color").get<Rgb>();
   return node;
 }
@@ -150,10 +159,10 @@ SeenCurve seenCurve(const json& numbers) {
   const auto point = [&](std::size_t place) -> FlatPoint {
     return {numbers.at(2 + 2 * place).get<double>(), numbers.at(3 + 2 * place).get<double>()};
   };
-  const int as = numbers.at(0).get<int>();
+  const int as = text::neededWhole<int>(numbers.at(0));
   bool sound = as >= 0 && as < kSeenKinds;
   SeenCurve made{sound ? static_cast<SeenAs>(as) : SeenAs::edge, {}};
-  const auto code = numbers.at(1).get<CurveCode>();
+  const auto code = wholeAs<CurveCode>(numbers.at(1));
   if (code == CurveCode::line) {
     made.curve = FlatLine{point(0), point(1)};
   } else if (code == CurveCode::arc) {
@@ -205,7 +214,7 @@ json loops(const SeenCut& cut) {
 }
 SeenCut seenCut(const json& item) {
   SeenCut cut;
-  cut.number = item.at("number").get<int>();
+  cut.number = text::neededWhole<int>(item.at("number"));
   for (const auto& curves : item.at("loops")) {
     FlatLoop& loop = cut.loops.emplace_back();
     for (const auto& entry : curves) loop.push_back(seenCurve(entry).curve);
@@ -216,7 +225,7 @@ SeenCut seenCut(const json& item) {
 
 }  // namespace
 
-ForeignJob jobOf(std::string_view wire) { return received(wire).line.at("job").get<ForeignJob>(); }
+ForeignJob jobOf(std::string_view wire) { return wholeAs<ForeignJob>(received(wire).line.at("job")); }
 
 std::string written(const ForeignRequest& request) {
   return joined({{"job", request.job},
@@ -231,12 +240,12 @@ std::string written(const ForeignRequest& request) {
 ForeignRequest readRequest(std::string_view wire) {
   const auto [line, bytes] = received(wire);
   ForeignRequest request;
-  request.job = line.at("job").get<ForeignJob>();
-  request.format = line.at("format").get<ExchangeFormat>();
-  request.as = line.at("as").get<ImportAs>();
+  request.job = wholeAs<ForeignJob>(line.at("job"));
+  request.format = wholeAs<ExchangeFormat>(line.at("format"));
+  request.as = wholeAs<ImportAs>(line.at("as"));
   request.path = line.at("path").get<std::string>();
-  request.memory = line.at("memory").get<std::uint64_t>();
-  request.processor = line.at("processor").get<std::int64_t>();
+  request.memory = text::neededWhole<std::uint64_t>(line.at("memory"));
+  request.processor = text::neededWhole<std::int64_t>(line.at("processor"));
   request.bytes = bytes;
   return request;
 }
@@ -315,9 +324,9 @@ std::string written(const ViewRequest& request) {
 ViewRequest readView(std::string_view wire) {
   auto [line, bytes] = received(wire);
   ViewRequest request;
-  request.by = line.at("by").get<SeenBy>();
-  request.memory = line.at("memory").get<std::uint64_t>();
-  request.processor = line.at("processor").get<std::int64_t>();
+  request.by = wholeAs<SeenBy>(line.at("by"));
+  request.memory = text::neededWhole<std::uint64_t>(line.at("memory"));
+  request.processor = text::neededWhole<std::int64_t>(line.at("processor"));
   request.sight.screen = transform(line.at("screen"));
   request.sight.scale = line.at("scale").get<double>();
   request.sight.hidden = line.at("hidden").get<bool>();
@@ -326,13 +335,15 @@ ViewRequest readView(std::string_view wire) {
     request.sight.cut = SightCut{vectorOf(cut.at(0)), vectorOf(cut.at(1))};
   std::vector<BodyPtr> bodies;
   for (const auto& size : line.at("sizes")) {
-    bodies.push_back(std::make_shared<Body>(shapeFrom(bytes.substr(0, size.get<std::size_t>()))));
-    bytes.remove_prefix(size.get<std::size_t>());
+    const std::string_view body = bytes.substr(0, text::neededWhole<std::size_t>(size));
+    bodies.push_back(std::make_shared<Body>(shapeFrom(body)));
+    bytes.remove_prefix(body.size());
   }
   for (const auto& entry : line.at("places"))
-    request.sight.bodies.push_back({bodies.at(entry.at("body").get<std::size_t>()), transform(entry.at("place")),
-                                    entry.at("scale").get<double>(), entry.at("number").get<int>(),
-                                    entry.at("cut").get<bool>(), gears(entry.at("gears"))});
+    request.sight.bodies.push_back({bodies.at(text::neededWhole<std::size_t>(entry.at("body"))),
+                                    transform(entry.at("place")), entry.at("scale").get<double>(),
+                                    text::neededWhole<int>(entry.at("number")), entry.at("cut").get<bool>(),
+                                    gears(entry.at("gears"))});
   return request;
 }
 
@@ -359,7 +370,7 @@ Seen readSeen(std::string_view wire) {
   seen.width = line.at("width").get<double>();
   seen.height = line.at("height").get<double>();
   seen.isFaceted = line.at("faceted").get<bool>();
-  seen.corrected = line.at("corrected").get<int>();
+  seen.corrected = text::neededWhole<int>(line.at("corrected"));
   const json& middle = line.at("middle");
   seen.middle = {middle.at(0).get<double>(), middle.at(1).get<double>()};
   for (const auto& entry : line.at("cuts")) seen.cuts.push_back(seenCut(entry));

@@ -124,7 +124,8 @@ Outcome writeInformationPDF(const Task& task) {
   Unread unread;
   describe(task, document, unread);
   Page page(document);
-  const Subject subject{task, task.model(), creo::ProMdlTypeGet(task.model()).value, page, unread};
+  const creo::ProMdlType type = unread.read(creo::ProMdlTypeGet(task.model()), L"the model's type");
+  const Subject subject{task, task.model(), type, page, unread};
   for (const Part& part : kParts) {
     part.write(subject);
     if (!part.mark.empty()) core::logIndented(part.mark, core::kDebug, 1);

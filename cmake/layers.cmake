@@ -51,8 +51,8 @@ endif()
 # Two-dimensional codes; it knows nothing of models.
 kvd_layer(kvd_barcode FOLDERS barcode PRIVATE_LINKS PkgConfig::QRENCODE)
 
-# What the PDF library leaves to be put right, behind it.
-kvd_layer(kvd_pdf FOLDERS pdf LINKS kvd_text PRIVATE_LINKS PkgConfig::QPDF)
+# What the PDF library leaves to be put right, before it and behind it.
+kvd_layer(kvd_pdf FOLDERS pdf LINKS kvd_text PRIVATE_LINKS kvd_hpdf PkgConfig::QPDF)
 target_compile_definitions(kvd_pdf PRIVATE POINTERHOLDER_TRANSITION=4)  # as its headers ask: standard pointers alone
 
 # Headers alone: what the plug-in asks of Creo. A build for a real Creo implements them in place of creo_headless.

@@ -11,6 +11,7 @@
 
 #include "os/clock.h"
 #include "os/surroundings.h"
+#include "pdf/face.h"
 #include "pdf/finish.h"
 #include "text/encoding.h"
 #include "text/format.h"
@@ -72,7 +73,7 @@ Face faceFor(HPDF_Doc pdf, const PdfForm& form) {
     return {HPDF_GetFont(pdf, "Helvetica", "WinAnsiEncoding"), false};
   const std::string file = os::mounts().machine(form.fontFile);
   const char* name = HPDF_LoadTTFontFromFile(pdf, file.c_str(), HPDF_TRUE);
-  return {name ? HPDF_GetFont(pdf, name, kUtf8) : nullptr, true};
+  return {name ? pdf::unicodeFont(pdf, name) : nullptr, true};
 }
 
 // A layer for each kind of thing. The library knows none: they are put together from its objects.
@@ -335,6 +336,7 @@ PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
   Layers layers(document.get());
   for (const PdfPage& page : pages) addPage(document.get(), page, face, form, layers);
   if (form.layers != ProPDFlayers::none) layers.finish();
+  if (face.isUnicode) pdf::keepUsed(face.font);
   if (HPDF_GetError(document.get()) != HPDF_OK) return {{}, faultOf(document.get())};
   const std::string bytes = bytesOf(document.get());
   if (bytes.empty()) return {{}, faultOf(document.get())};

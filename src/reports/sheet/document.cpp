@@ -8,6 +8,7 @@
 #include "core/log.h"
 #include "os/clock.h"
 #include "os/surroundings.h"
+#include "pdf/face.h"
 #include "pdf/finish.h"
 #include "pdf/font_file.h"
 #include "text/encoding.h"
@@ -78,7 +79,7 @@ Document::~Document() {
   HPDF_UseUTFEncodings(doc);
   HPDF_SetCurrentEncoder(doc, kEncoding);
   const char* name = loadFont(doc, file.value);
-  font_ = name ? HPDF_GetFont(doc, name, kEncoding) : nullptr;
+  font_ = name ? pdf::unicodeFont(doc, name) : nullptr;
   if (!font_) return {L"it can't be used"};
   fontFile_ = std::move(file.value);
   addPage();
@@ -157,6 +158,7 @@ bool Document::picture(std::string_view jpeg, double x, double y, double width, 
 
 std::string Document::bytes() {
   HPDF_Doc doc = docOf(document_);
+  pdf::keepUsed(fontOf(font_));
   if (HPDF_SaveToStream(doc) != HPDF_OK) {
     goOn();
     return {};

@@ -16,11 +16,32 @@ namespace {
 
 constexpr char kEncoding[] = "UTF-8";
 constexpr int kLastCharacter = 0xFFFF, kByte = 0xFF;
-// Tables that an embedded font doesn't need, and that are large. The library copies them by four bytes.
-constexpr std::string_view kLeftOut[] = {"cmap", "post"};
+// Large tables that the document's font doesn't have, or has from the file. The library copies them by four bytes.
+constexpr std::string_view kLeftOut[] = {"cmap", "hmtx", "post"};
 constexpr HPDF_UINT32 kCopied = 4;
 
 HPDF_TTFontDefAttr faceOf(HPDF_FontDef font) { return static_cast<HPDF_TTFontDefAttr>(font->attr); }
+
+// What the library does for a font of a file, whose path it takes in the machine's old narrow form alone. Null,
+// with the library's fault.
+HPDF_FontDef load(HPDF_Doc doc, std::string_view file) {
+  HPDF_Stream data = HPDF_MemStream_New(doc->mmgr, static_cast<HPDF_UINT>(file.size()));
+  if (!data) return nullptr;
+  if (HPDF_Stream_Write(data, reinterpret_cast<const HPDF_BYTE*>(file.data()), static_cast<HPDF_UINT>(file.size())) !=
+      HPDF_OK) {
+    HPDF_Stream_Free(data);
+    return nullptr;
+  }
+  HPDF_FontDef font = HPDF_TTFontDef_Load(doc->mmgr, data, HPDF_TRUE);  // which owns the stream from here on
+  if (!font) return nullptr;
+  if (HPDF_List_Add(doc->fontdef_list, font) != HPDF_OK) {
+    HPDF_FontDef_Free(font);
+    return nullptr;
+  }
+  std::string tag = "HPDFAA";  // of the part of a font that a document embeds; ours has one font
+  HPDF_TTFontDef_SetTagName(font, tag.data());
+  return font;
+}
 
 // The glyphs of characters, up to the last one that is in use; 0 for those that aren't.
 std::vector<HPDF_UINT16> usedGlyphs(HPDF_FontDef font) {
@@ -75,15 +96,15 @@ void writeGlyphs(HPDF_Stream stream, const std::vector<HPDF_UINT16>& glyphs) {
 
 }  // namespace
 
-HPDF_Font unicodeFont(HPDF_Doc document, const char* name) {
-  HPDF_FontDef definition = HPDF_Doc_FindFontDef(document, name);
-  if (!definition || definition->type != HPDF_FONTDEF_TYPE_TRUETYPE) return nullptr;
+HPDF_Font unicodeFont(HPDF_Doc document, std::string_view file) {
+  HPDF_FontDef definition = load(document, file);
+  if (!definition) return nullptr;
   // The library searches a glyph for each of all characters, and tells of all. Meanwhile there is none to be found.
   std::array<HPDF_UINT16, kByte + 1> none = {};
   HPDF_TTF_CmapRange empty = {};
   empty.glyph_id_array = none.data();
   std::swap(faceOf(definition)->cmap, empty);
-  HPDF_Font font = HPDF_GetFont(document, name, kEncoding);
+  HPDF_Font font = HPDF_GetFont(document, definition->base_font, kEncoding);
   std::swap(faceOf(definition)->cmap, empty);
   return font;
 }

@@ -3,11 +3,13 @@
 
 #include <hpdf.h>
 
+#include <string_view>
+
 namespace pdf {
 
-// A TrueType font that the document has loaded, by its name there, for texts in UTF-8; the document may have one such
-// font. Null, with the library's fault: it can't be used. It isn't whole without `keepUsed`.
-HPDF_Font unicodeFont(HPDF_Doc document, const char* name);
+// Takes a file without a fault (`fontFault`) into the document as the one font of its texts, which are UTF-8. Null,
+// with the library's fault: it can't be used. It isn't whole without the two that follow, `keepUsed` and `finished`.
+HPDF_Font unicodeFont(HPDF_Doc document, std::string_view file);
 
 // Tells the font of the characters that texts have been measured or written in. To be called when all of them are
 // there, before the document is saved.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include "pdf/font_file.h"
 #include "text/encoding.h"
@@ -51,36 +52,44 @@ void replaceContent(_qpdf_data* file, qpdf_oh stream, std::string_view content) 
                               none, none);
 }
 
-void completeFont(_qpdf_data* file, qpdf_oh subset, std::string_view font) {
+// The numbers that a font gives to characters (ISO 32000-1, 9.7.4.3).
+std::vector<bool> glyphsOf(_qpdf_data* file, qpdf_oh map) {
+  constexpr std::size_t kAll = 0x10000, kSize = 2;
+  std::vector<bool> glyphs(kAll);
   unsigned char* bytes = nullptr;
   std::size_t size = 0;
-  if (qpdf_oh_get_stream_data(file, subset, qpdf_dl_generalized, nullptr, &bytes, &size) != QPDF_SUCCESS) return;
+  if (qpdf_oh_get_stream_data(file, map, qpdf_dl_generalized, nullptr, &bytes, &size) != QPDF_SUCCESS) return glyphs;
   const std::unique_ptr<unsigned char, Free> owner(bytes);
-  const std::string whole = withComponents({reinterpret_cast<const char*>(bytes), size}, font);
-  replaceContent(file, subset, whole);
-  qpdf_oh_replace_key(file, qpdf_oh_get_dict(file, subset), "/Length1",
-                      qpdf_oh_new_integer(file, static_cast<long long>(whole.size())));
+  for (std::size_t at = 0; at + kSize <= size; at += kSize) glyphs[bytes[at] << 8 | bytes[at + 1]] = true;
+  return glyphs;
 }
 
-void finishFonts(_qpdf_data* file, std::string_view font) {
+// False: the font has no outlines to take.
+bool finishFont(_qpdf_data* file, qpdf_oh font, std::string_view fontFile) {
+  const qpdf_oh descendant = qpdf_oh_get_array_item(file, qpdf_oh_get_key(file, font, "/DescendantFonts"), 0);
+  const qpdf_oh descriptor = qpdf_oh_get_key(file, descendant, "/FontDescriptor");
+  const qpdf_oh embedded = qpdf_oh_get_key(file, descriptor, "/FontFile2");
+  const std::string part = partOf(fontFile, glyphsOf(file, qpdf_oh_get_key(file, descendant, "/CIDToGIDMap")));
+  if (part.empty()) return false;
+  replaceContent(file, embedded, part);
+  qpdf_oh_replace_key(file, qpdf_oh_get_dict(file, embedded), "/Length1",
+                      qpdf_oh_new_integer(file, static_cast<long long>(part.size())));
+  return true;
+}
+
+bool finishFonts(_qpdf_data* file, std::string_view fontFile) {
   // One more than the highest number of an object.
   int end = 0;
-  if (!qpdf_oh_get_value_as_int(file, qpdf_oh_get_key(file, qpdf_get_trailer(file), "/Size"), &end)) return;
-  std::optional<qpdf_oh> characters;
+  if (!qpdf_oh_get_value_as_int(file, qpdf_oh_get_key(file, qpdf_get_trailer(file), "/Size"), &end)) return true;
   for (int number = 1; number < end; ++number) {
     const qpdf_oh object = qpdf_get_object_by_id(file, number, 0);
-    if (qpdf_oh_is_dictionary_of_type(file, object, "/Font", "/Type0")) {
-      if (!characters) {
-        characters = qpdf_oh_new_stream(file);
-        replaceContent(file, *characters, charactersAsWritten());
-      }
-      qpdf_oh_replace_key(file, object, "/ToUnicode", *characters);
-    }
-    if (!font.empty() && qpdf_oh_is_dictionary_of_type(file, object, "/FontDescriptor", "") &&
-        qpdf_oh_has_key(file, object, "/FontFile2"))
-      completeFont(file, qpdf_oh_get_key(file, object, "/FontFile2"), font);
-    qpdf_oh_release(file, object);
+    if (!qpdf_oh_is_dictionary_of_type(file, object, "/Font", "/Type0")) continue;
+    const qpdf_oh characters = qpdf_oh_new_stream(file);
+    replaceContent(file, characters, charactersAsWritten());
+    qpdf_oh_replace_key(file, object, "/ToUnicode", characters);
+    if (!finishFont(file, object, fontFile)) return false;
   }
+  return true;
 }
 
 }  // namespace
@@ -90,7 +99,7 @@ text::Result<std::string> finished(const std::string& bytes, std::string_view fo
   qpdf_silence_errors(file.get());
   qpdf_set_suppress_warnings(file.get(), QPDF_TRUE);
   qpdf_read_memory(file.get(), "a new file", bytes.data(), bytes.size(), nullptr);
-  if (!qpdf_has_error(file.get())) finishFonts(file.get(), font);
+  if (!qpdf_has_error(file.get()) && !finishFonts(file.get(), font)) return text::Fault{L"its font has no outlines"};
   if (!qpdf_has_error(file.get()) && qpdf_init_write_memory(file.get()) == QPDF_SUCCESS) {
     qpdf_set_deterministic_ID(file.get(), QPDF_TRUE);
     qpdf_write(file.get());

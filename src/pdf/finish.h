@@ -8,9 +8,9 @@
 
 namespace pdf {
 
-// The file with fonts whose characters can be read back, in UTF-16 as they are written (ISO 32000-1, 9.10.3), and whose
-// glyphs have all that they are made of. font: the TrueType font that it has a subset of; empty: none. A fault: it
-// can't be read.
+// The file with a font whose characters can be read back, in UTF-16 as they are written (ISO 32000-1, 9.10.3), and that
+// has their glyphs alone, with all that these are made of. font: the TrueType file that texts are of; empty: they have
+// no such font. A fault: the file can't be read.
 text::Result<std::string> finished(const std::string& file, std::string_view font);
 
 }  // namespace pdf

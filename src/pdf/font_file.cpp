@@ -1,8 +1,9 @@
 #include "pdf/font_file.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <map>
-#include <vector>
 
 #include "text/encoding.h"
 #include "text/format.h"
@@ -14,6 +15,8 @@ constexpr std::size_t kHeader = 12, kEntry = 16;  // of the directory of tables,
 constexpr std::string_view kTrueType("\0\1\0\0", 4), kTrueTypeToo = "true";
 // What the PDF library reads; it trusts that they are there.
 constexpr std::string_view kNeeded[] = {"head", "maxp", "hhea", "hmtx", "cmap", "loca", "glyf", "name", "OS/2"};
+// Those of an embedded font: the document itself tells which glyph a character has.
+constexpr std::string_view kKept[] = {"cvt ", "fpgm", "glyf", "head", "hhea", "hmtx", "loca", "maxp", "prep"};
 constexpr int kUnicode = 0, kWindows = 3;  // platforms whose tables map Unicode
 constexpr std::uint64_t kSegments = 4;     // the format of a table for the basic plane
 
@@ -110,23 +113,36 @@ class Outlines {
   bool isLong_ = false;
 };
 
-// The glyphs that a subset has outlines of, and what these are made of.
-std::vector<bool> withComponents(const Outlines& kept, const Outlines& all) {
-  std::vector<bool> used(kept.count());
+// Adds what the glyphs are made of.
+void addComponents(const Outlines& outlines, std::vector<bool>& used) {
   std::vector<std::size_t> open;
   for (std::size_t i = 0; i < used.size(); ++i)
-    if (!kept.of(i).empty()) open.push_back(i);
-  for (const std::size_t glyph : open) used[glyph] = true;
+    if (used[i]) open.push_back(i);
   while (!open.empty()) {
     const std::size_t glyph = open.back();
     open.pop_back();
-    for (const std::size_t part : all.components(glyph)) {
+    for (const std::size_t part : outlines.components(glyph)) {
       if (part >= used.size() || used[part]) continue;
       used[part] = true;
       open.push_back(part);
     }
   }
-  return used;
+}
+
+// The widths, zeros for glyphs that aren't used: these take next to no room then.
+std::string widthsOf(const Tables& tables, const std::vector<bool>& used) {
+  constexpr std::size_t kCountAt = 34, kWithWidth = 4, kWithout = 2;  // bytes
+  const std::string_view header = tables.table("hhea");
+  std::string widths(tables.table("hmtx"));
+  const std::size_t count = header.size() < kCountAt + 2 ? 0 : number(header, kCountAt, 2);
+  for (std::size_t glyph = 0; glyph < used.size(); ++glyph) {
+    const bool isLast = glyph + 1 == count;  // whose width is that of all that follow, too
+    if (used[glyph] || isLast) continue;
+    const std::size_t size = glyph < count ? kWithWidth : kWithout;
+    const std::size_t at = std::min(glyph, count) * kWithWidth + (glyph - std::min(glyph, count)) * kWithout;
+    if (at + size <= widths.size()) widths.replace(at, size, size, '\0');
+  }
+  return widths;
 }
 
 void addNumber(std::string& bytes, std::uint64_t value, int length) {
@@ -140,17 +156,25 @@ std::uint64_t sumOf(std::string_view padded) {
   return sum & 0xFFFFFFFF;
 }
 
-// A file of the same tables, but for those that are given.
+// A file of the tables that are kept, some of them others.
 std::string fileOf(const Tables& tables, const std::map<std::string_view, std::string>& others) {
-  std::string file(tables.bytes.substr(0, kHeader)), body;
-  for (std::size_t i = 0; i < tables.count; ++i) {
-    const auto other = others.find(tables.name(i));
-    std::string table(other == others.end() ? tables.table(tables.name(i)) : std::string_view(other->second));
+  std::vector<std::string_view> names;
+  for (std::size_t i = 0; i < tables.count; ++i)
+    if (std::ranges::find(kKept, tables.name(i)) != std::end(kKept)) names.push_back(tables.name(i));
+  std::string file(tables.bytes.substr(0, kTrueType.size())), body;
+  const std::uint64_t all = names.size() * kEntry, searched = std::bit_floor(names.size()) * kEntry;
+  addNumber(file, names.size(), 2);
+  addNumber(file, searched, 2);
+  addNumber(file, std::bit_width(names.size()) - 1, 2);
+  addNumber(file, all - searched, 2);
+  for (const std::string_view name : names) {
+    const auto other = others.find(name);
+    std::string table(other == others.end() ? tables.table(name) : std::string_view(other->second));
     const std::size_t length = table.size();
     table.resize((length + 3) / 4 * 4);
-    file += tables.name(i);
+    file += name;
     addNumber(file, sumOf(table), 4);
-    addNumber(file, kHeader + tables.count * kEntry + body.size(), 4);
+    addNumber(file, kHeader + all + body.size(), 4);
     addNumber(file, length, 4);
     body += table;
   }
@@ -170,22 +194,25 @@ text::Fault fontFault(std::string_view bytes) {
   return {};
 }
 
-std::string withComponents(std::string_view subset, std::string_view font) {
-  const Tables tables(subset), whole(font);
-  if (tables.isCut || whole.isCut) return std::string(subset);
-  const Outlines kept(subset), all(font);
-  if (kept.count() == 0 || kept.count() != all.count() || kept.isLong() != all.isLong()) return std::string(subset);
-  const std::vector<bool> used = withComponents(kept, all);
+std::string partOf(std::string_view font, std::vector<bool> used) {
+  const Tables tables(font);
+  if (tables.isCut) return {};
+  const Outlines outlines(font);
+  used.resize(outlines.count());
+  if (used.empty()) return {};
+  used[0] = true;  // stands for what the font doesn't have
+  addComponents(outlines, used);
   // Places of two bytes count in twos: wider gaps could lead beyond what they reach.
-  const std::size_t step = kept.isLong() ? 4 : 2;
+  const std::size_t step = outlines.isLong() ? 4 : 2;
   std::string glyphs, places;
   for (std::size_t i = 0; i <= used.size(); ++i) {
-    addNumber(places, kept.isLong() ? glyphs.size() : glyphs.size() / 2, kept.isLong() ? 4 : 2);
-    if (i == used.size() || !used[i]) continue;
-    glyphs += all.of(i);
+    addNumber(places, outlines.isLong() ? glyphs.size() : glyphs.size() / 2, outlines.isLong() ? 4 : 2);
+    // Outlines that lie over each other could be more than all memory holds.
+    if (i == used.size() || !used[i] || glyphs.size() > 2 * font.size()) continue;
+    glyphs += outlines.of(i);
     glyphs.resize((glyphs.size() + step - 1) / step * step);
   }
-  return fileOf(tables, {{"glyf", glyphs}, {"loca", places}});
+  return fileOf(tables, {{"glyf", glyphs}, {"hmtx", widthsOf(tables, used)}, {"loca", places}});
 }
 
 }  // namespace pdf

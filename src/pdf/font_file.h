@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "text/fault.h"
 
@@ -12,8 +13,9 @@ namespace pdf {
 // TrueType font", "its table 'glyf' is missing".
 text::Fault fontFault(std::string_view bytes);
 
-// A subset, as a document holds it, with all that its glyphs are made of, at any depth: an umlaut of a letter and an
-// accent, the accent of dots. font: the whole font; a subset that isn't one of it comes back as it is.
-std::string withComponents(std::string_view subset, std::string_view font);
+// What a document has of a font for some of its glyphs (ISO 32000-1, 9.9): their outlines with all that these are made
+// of, at any depth - an umlaut of a letter and an accent, the accent of dots - and their widths. All other glyphs keep
+// their numbers and are empty. used: by number. Empty: there are no outlines.
+std::string partOf(std::string_view font, std::vector<bool> used);
 
 }  // namespace pdf

@@ -8,11 +8,13 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <utility>
 
 #include "os/clock.h"
 #include "os/surroundings.h"
 #include "pdf/face.h"
 #include "pdf/finish.h"
+#include "pdf/font_file.h"
 #include "text/encoding.h"
 #include "text/format.h"
 #include "text/numbers.h"
@@ -62,6 +64,7 @@ void writeCode(HPDF_Page page, const std::string& code) {
 struct Face {
   HPDF_Font font = nullptr;
   bool isUnicode = false;
+  std::string file = {};  // its bytes, of one that is embedded
 
   [[nodiscard]] std::string written(const std::wstring& text) const {
     return isUnicode ? text::toUtf8(text) : text::toWindows1252(text);
@@ -71,9 +74,10 @@ struct Face {
 Face faceFor(HPDF_Doc pdf, const PdfForm& form) {
   if (form.fonts == ProPDFfonts::byName || form.fontFile.empty())
     return {HPDF_GetFont(pdf, "Helvetica", "WinAnsiEncoding"), false};
-  const std::string file = os::mounts().machine(form.fontFile);
-  const char* name = HPDF_LoadTTFontFromFile(pdf, file.c_str(), HPDF_TRUE);
-  return {name ? pdf::unicodeFont(pdf, name) : nullptr, true};
+  auto file = os::files().read(form.fontFile);
+  if (file.error || pdf::fontFault(file.value)) return {nullptr, true};
+  HPDF_Font font = pdf::unicodeFont(pdf, file.value);
+  return {font, true, std::move(file.value)};
 }
 
 // A layer for each kind of thing. The library knows none: they are put together from its objects.
@@ -340,8 +344,7 @@ PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
   if (HPDF_GetError(document.get()) != HPDF_OK) return {{}, faultOf(document.get())};
   const std::string bytes = bytesOf(document.get());
   if (bytes.empty()) return {{}, faultOf(document.get())};
-  const auto font = face.isUnicode ? os::files().read(form.fontFile) : os::Result<std::string>();
-  auto whole = pdf::finished(bytes, font.value);
+  auto whole = pdf::finished(bytes, face.file);
   return {std::move(whole.value), whole.fault.what};
 }
 

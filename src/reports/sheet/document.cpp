@@ -42,27 +42,6 @@ HPDF_Date dateOf(std::int64_t seconds) {
   return {field("%Y"), field("%m"), field("%d"), field("%H"), field("%M"), field("%S"), ' ', 0, 0};
 }
 
-// What the library does for a font of a file, whose path it takes in the machine's old narrow form alone. The name by
-// which the document knows the font; null with the library's fault.
-const char* loadFont(HPDF_Doc doc, std::string_view file) {
-  HPDF_Stream data = HPDF_MemStream_New(doc->mmgr, static_cast<HPDF_UINT>(file.size()));
-  if (!data) return nullptr;
-  if (HPDF_Stream_Write(data, reinterpret_cast<const HPDF_BYTE*>(file.data()), static_cast<HPDF_UINT>(file.size())) !=
-      HPDF_OK) {
-    HPDF_Stream_Free(data);
-    return nullptr;
-  }
-  HPDF_FontDef font = HPDF_TTFontDef_Load(doc->mmgr, data, HPDF_TRUE);  // which owns the stream from here on
-  if (!font) return nullptr;
-  if (HPDF_List_Add(doc->fontdef_list, font) != HPDF_OK) {
-    HPDF_FontDef_Free(font);
-    return nullptr;
-  }
-  std::string tag = "HPDFAA";  // of the part of a font that a document embeds; ours has one font
-  HPDF_TTFontDef_SetTagName(font, tag.data());
-  return font->base_font;
-}
-
 }  // namespace
 
 Document::Document() : document_(HPDF_New(&tellFault, nullptr)), advances_(kBasicPlane, std::int16_t{-1}) {}
@@ -78,8 +57,7 @@ Document::~Document() {
   HPDF_Doc doc = docOf(document_);
   HPDF_UseUTFEncodings(doc);
   HPDF_SetCurrentEncoder(doc, kEncoding);
-  const char* name = loadFont(doc, file.value);
-  font_ = name ? pdf::unicodeFont(doc, name) : nullptr;
+  font_ = pdf::unicodeFont(doc, file.value);
   if (!font_) return {L"it can't be used"};
   fontFile_ = std::move(file.value);
   addPage();

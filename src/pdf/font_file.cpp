@@ -18,6 +18,7 @@ constexpr std::string_view kNeeded[] = {"head", "maxp", "hhea", "hmtx", "cmap", 
 // Those of an embedded font: the document itself tells which glyph a character has.
 constexpr std::string_view kKept[] = {"cvt ", "fpgm", "glyf", "head", "hhea", "hmtx", "loca", "maxp", "prep"};
 constexpr int kUnicode = 0, kWindows = 3;  // platforms whose tables map Unicode
+constexpr std::size_t kWidthsAt = 34;      // how many glyphs have widths of their own, in bytes of "hhea"
 constexpr std::uint64_t kSegments = 4;     // the format of a table for the basic plane
 
 std::uint64_t number(std::string_view bytes, std::uint64_t at, int length) {
@@ -50,16 +51,38 @@ struct Tables {
   static std::size_t entry(std::size_t i) { return kHeader + i * kEntry; }
 };
 
+// Whether a search in such a table ends: the last segment reaches to the last character.
+bool isEnded(std::string_view cmap, std::uint64_t at) {
+  constexpr std::uint64_t kCountAt = 6, kEndsAt = 14, kLastCharacter = 0xFFFF;  // of segments, twice as many
+  if (at + kEndsAt > cmap.size()) return false;
+  const std::uint64_t last = at + kEndsAt + number(cmap, at + kCountAt, 2) / 2 * 2 - 2;
+  return last >= at + kEndsAt && last + 2 <= cmap.size() && number(cmap, last, 2) == kLastCharacter;
+}
+
 bool mapsUnicode(std::string_view cmap) {
-  if (cmap.size() < 4) return false;
+  constexpr std::uint64_t kMaps = 4, kMap = 8;  // where they are listed, in bytes
+  if (cmap.size() < kMaps) return false;
   const std::uint64_t count = number(cmap, 2, 2);
-  for (std::uint64_t i = 0; i < count && 4 + (i + 1) * 8 <= cmap.size(); ++i) {
-    const auto platform = static_cast<int>(number(cmap, 4 + i * 8, 2));
-    const std::uint64_t at = number(cmap, 4 + i * 8 + 4, 4);
+  if (kMaps + count * kMap > cmap.size()) return false;
+  bool isThere = false;
+  for (std::uint64_t i = 0; i < count; ++i) {
+    const auto platform = static_cast<int>(number(cmap, kMaps + i * kMap, 2));
+    const std::uint64_t at = number(cmap, kMaps + i * kMap + 4, 4);
     if ((platform != kUnicode && platform != kWindows) || at + 2 > cmap.size()) continue;
-    if (number(cmap, at, 2) == kSegments) return true;
+    if (number(cmap, at, 2) != kSegments) continue;
+    if (!isEnded(cmap, at)) return false;
+    isThere = true;
   }
-  return false;
+  return isThere;
+}
+
+// Whether glyphs are counted as their tables have them: the library divides and counts without a look.
+bool isCounted(const Tables& tables) {
+  constexpr std::size_t kHead = 54, kUnitsAt = 18, kMaximum = 6, kGlyphsAt = 4;  // bytes
+  const std::string_view head = tables.table("head"), maximum = tables.table("maxp"), lines = tables.table("hhea");
+  if (head.size() < kHead || maximum.size() < kMaximum || lines.size() < kWidthsAt + 2) return false;
+  const std::uint64_t glyphs = number(maximum, kGlyphsAt, 2), widths = number(lines, kWidthsAt, 2);
+  return number(head, kUnitsAt, 2) > 0 && widths > 0 && widths <= glyphs;
 }
 
 // The outlines of glyphs.
@@ -131,10 +154,10 @@ void addComponents(const Outlines& outlines, std::vector<bool>& used) {
 
 // The widths, zeros for glyphs that aren't used: these take next to no room then.
 std::string widthsOf(const Tables& tables, const std::vector<bool>& used) {
-  constexpr std::size_t kCountAt = 34, kWithWidth = 4, kWithout = 2;  // bytes
+  constexpr std::size_t kWithWidth = 4, kWithout = 2;  // bytes
   const std::string_view header = tables.table("hhea");
   std::string widths(tables.table("hmtx"));
-  const std::size_t count = header.size() < kCountAt + 2 ? 0 : number(header, kCountAt, 2);
+  const std::size_t count = header.size() < kWidthsAt + 2 ? 0 : number(header, kWidthsAt, 2);
   for (std::size_t glyph = 0; glyph < used.size(); ++glyph) {
     const bool isLast = glyph + 1 == count;  // whose width is that of all that follow, too
     if (used[glyph] || isLast) continue;
@@ -190,6 +213,7 @@ text::Fault fontFault(std::string_view bytes) {
   if (tables.isCut) return {L"the file is cut"};
   for (const std::string_view name : kNeeded)
     if (tables.table(name).empty()) return {text::format(L"its table '%s' is missing", text::fromUtf8(name))};
+  if (!isCounted(tables)) return {L"its tables don't fit together"};
   if (!mapsUnicode(tables.table("cmap"))) return {L"it has no table of Unicode characters"};
   return {};
 }

@@ -459,11 +459,26 @@ TEST_F(InformationPdf, AFontThatIsNoneEndsItWithItsReason) {
   ASSERT_FALSE(whole.empty()) << "the face of texts isn't installed";
   std::string nameless = whole;
   nameless.replace(nameless.find("glyf"), 4, "glyX");
+  // The font with a number of two bytes in one of its tables changed.
+  const auto with = [&](const char* table, std::size_t at, const char* number) {
+    const auto place = [&](std::size_t from) {
+      std::size_t value = 0;
+      for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(whole[from + i]);
+      return value;
+    };
+    std::string other = whole;
+    return other.replace(place(whole.find(table) + 8) + at, 2, number, 2);
+  };
   const std::tuple<const char*, std::string, const wchar_t*> cases[] = {
       {"text.ttf", "hello", L"it is no TrueType font"},
       {"empty.ttf", "", L"it is no TrueType font"},
       {"cut.ttf", whole.substr(0, 100000), L"the file is cut"},
       {"table.ttf", nameless, L"its table 'glyf' is missing"},
+      {"units.ttf", with("head", 18, "\0\0"), L"its tables don't fit together"},
+      {"widths.ttf", with("hhea", 34, "\xFF\xFF"), L"its tables don't fit together"},
+      {"glyphs.ttf", with("maxp", 4, "\0\0"), L"its tables don't fit together"},
+      {"maps.ttf", with("cmap", 2, "\xFF\xFF"), L"it has no table of Unicode characters"},
+      {"segments.ttf", with("cmap", 44 + 6, "\0\2"), L"it has no table of Unicode characters"},
   };
   for (const auto& [name, bytes, reason] : cases) {
     test::writeBytes(path(name), bytes);
@@ -480,6 +495,22 @@ TEST_F(InformationPdf, AFontThatIsNoneEndsItWithItsReason) {
   world.run("missing.xml");
   EXPECT_TRUE(world.logHas(L"The font t:\\nowhere.ttf can't be used: "));
   EXPECT_FALSE(std::filesystem::exists(path()));
+}
+
+// A font of hundreds of kilobytes is in the file with the glyphs of its texts alone, for the plainest of which these
+// are a few. Glyphs that are made of others bring them.
+TEST_F(InformationPdf, ASheetHasOfItsFontWhatItsTextsNeed) {
+  constexpr std::size_t kSmall = 12000;
+  const std::string fonts = "z:/usr/share/fonts/truetype/freefont/";
+  for (const char* font : {"", "FreeSerif.ttf", "FreeMono.ttf"}) {
+    const std::string chosen = *font ? "font='" + fonts + font + "' " : "";
+    world.endSession();
+    write(chosen + "customText='true' custextc='1' custext_0='grün Ω ½ Å'");
+    EXPECT_THAT(text(), HasSubstr("grün Ω ½ Å")) << font;
+    EXPECT_GT(kSmall, test::readBytes(path()).size()) << font;
+    EXPECT_EQ("", said("pdftoppm -r 20 '" + path() + "' 2>&1 >/dev/null")) << font;
+    EXPECT_THAT(said("qpdf --check '" + path() + "'"), HasSubstr("No syntax or stream encoding errors")) << font;
+  }
 }
 
 TEST_F(InformationPdf, AnotherFontAndADrawingWorkToo) {

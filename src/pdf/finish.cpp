@@ -58,9 +58,10 @@ std::vector<bool> glyphsOf(_qpdf_data* file, qpdf_oh map) {
   std::vector<bool> glyphs(kAll);
   unsigned char* bytes = nullptr;
   std::size_t size = 0;
-  if (qpdf_oh_get_stream_data(file, map, qpdf_dl_generalized, nullptr, &bytes, &size) != QPDF_SUCCESS) return glyphs;
+  // Also with warnings, which odd names give, there are bytes.
+  qpdf_oh_get_stream_data(file, map, qpdf_dl_generalized, nullptr, &bytes, &size);
   const std::unique_ptr<unsigned char, Free> owner(bytes);
-  for (std::size_t at = 0; at + kSize <= size; at += kSize) glyphs[bytes[at] << 8 | bytes[at + 1]] = true;
+  for (std::size_t at = 0; bytes && at + kSize <= size; at += kSize) glyphs[bytes[at] << 8 | bytes[at + 1]] = true;
   return glyphs;
 }
 

@@ -287,18 +287,19 @@ ForeignBody readBody(std::string_view wire) {
   return body;
 }
 
-std::string written(const ViewRequest& request) {
+std::string written(const ViewRequest& request, WrittenBodies& known) {
   json sizes = json::array(), places = json::array();
   std::string bytes;
   std::unordered_map<const Body*, std::size_t> numbered;
   for (const PlacedBody& entry : request.sight.bodies) {
-    const auto [known, isNew] = numbered.try_emplace(entry.body.get(), numbered.size());
+    const auto [number, isNew] = numbered.try_emplace(entry.body.get(), numbered.size());
     if (isNew) {
-      const std::string own = bytesOf(entry.body->shape);
+      std::string& own = known[entry.body.get()];
+      if (own.empty()) own = bytesOf(entry.body->shape);
       sizes.push_back(own.size());
       bytes += own;
     }
-    places.push_back({{"body", known->second},
+    places.push_back({{"body", number->second},
                       {"place", numbers(entry.place)},
                       {"scale", entry.scale},
                       {"number", entry.number},

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "headless/geometry/exchange.h"
@@ -44,8 +45,10 @@ struct ViewRequest {
   std::int64_t processor = 60;  // seconds
   Sight sight;
 };
+// Bodies as they go over, so that those of several requests are written once.
+using WrittenBodies = std::unordered_map<const Body*, std::string>;
 // A body that stands in several places goes over once.
-std::string written(const ViewRequest& request);
+std::string written(const ViewRequest& request, WrittenBodies& known);
 ViewRequest readView(std::string_view wire);
 std::string written(const Seen& seen);
 // std::exception for what no kelvane-import writes. All of its curves can be drawn.

@@ -5,6 +5,8 @@
 #include <list>
 #include <map>
 #include <set>
+#include <stdexcept>
+#include <utility>
 
 #include "headless/geometry/foreign_place.h"
 #include "headless/geometry/foreign_program.h"
@@ -38,9 +40,9 @@ struct Tried {
 std::chrono::milliseconds timeOf(SeenBy by) {
   return by == SeenBy::exactEdges ? foreignPlace().viewTime : foreignPlace().facetTime;
 }
-std::string requestFor(const Sight& sight, SeenBy by) {
+std::string requestFor(const Sight& sight, SeenBy by, WrittenBodies& known) {
   const std::int64_t processor = std::chrono::ceil<std::chrono::seconds>(timeOf(by)).count();
-  return written(ViewRequest{by, foreignPlace().memory, processor, sight});
+  return written(ViewRequest{by, foreignPlace().memory, processor, sight}, known);
 }
 
 // Without curves it has a reason.
@@ -63,7 +65,8 @@ Tried triedWith(const ForeignAnswer& answer, SeenBy by) {
 
 Tried asked(const Sight& sight, SeenBy by) {
   try {
-    return triedWith(askForeign(requestFor(sight, by), timeOf(by)), by);
+    WrittenBodies alone;
+    return triedWith(askForeign(requestFor(sight, by, alone), timeOf(by)), by);
   } catch (const std::exception& failure) {
     Tried tried;
     tried.seen.reason = L"it can't be asked for: " + text::fromUtf8(failure.what());
@@ -96,6 +99,27 @@ Key bodyKey(const PlacedBody& entry) {
   return key;
 }
 
+// How much paper the bodies lie on; what is cut counts as none. Where many lines lie over one another, and where bodies
+// are cut, the library takes longest.
+double roomOf(const Sight& sight) {
+  if (sight.cut) return 0;
+  const auto& [x, y, z, origin] = sight.screen;
+  const creo::ProTransform toScreen{{x.x, y.x, z.x}, {x.y, y.y, z.y}, {x.z, y.z, z.z}, {}};
+  FlatBox room;
+  for (const PlacedBody& entry : sight.bodies) {
+    creo::ProTransform turned = transformed(toScreen, entry.place);
+    const creo::ProVector at = std::exchange(turned.origin, {});
+    try {
+      const creo::ProOutline box = outline(*entry.body, turned);
+      room.take(FlatPoint{at.x + entry.scale * box.min.x, at.y + entry.scale * box.min.y});
+      room.take(FlatPoint{at.x + entry.scale * box.max.x, at.y + entry.scale * box.max.y});
+    } catch (const std::runtime_error&) {
+      continue;  // what can't be measured
+    }
+  }
+  return (room.right - room.left) * (room.high - room.low) * sight.scale * sight.scale;
+}
+
 // The same body in one place several times is seen as one, and would cost the library much.
 Sight onceEach(Sight sight) {
   std::set<Key> known;
@@ -116,15 +140,19 @@ class KeptViews {
     return keep(key, sight, orByFacets(asked(sight, SeenBy::exactEdges), sight));
   }
   void prepare(const std::vector<Sight>& sights) {
-    std::vector<const Sight*> open;
-    std::vector<std::string> requests;
+    std::multimap<double, const Sight*> byRoom;  // what takes longest begins first, so that no program waits for it
     std::set<Key> keys;
     for (const Sight& sight : sights) {
       const Key key = keyOf(sight);
-      if (places_.contains(key) || !keys.insert(key).second) continue;
+      if (!places_.contains(key) && keys.insert(key).second) byRoom.emplace(roomOf(sight), &sight);
+    }
+    std::vector<const Sight*> open;
+    std::vector<std::string> requests;
+    WrittenBodies known;
+    for (const auto& [room, sight] : byRoom) {
       try {
-        requests.push_back(requestFor(sight, SeenBy::exactEdges));
-        open.push_back(&sight);
+        requests.push_back(requestFor(*sight, SeenBy::exactEdges, known));
+        open.push_back(sight);
       } catch (const std::exception&) {
         continue;  // its reason is told when it is asked for alone
       }

@@ -64,7 +64,8 @@ void writeCode(HPDF_Page page, const std::string& code) {
 struct Face {
   HPDF_Font font = nullptr;
   bool isUnicode = false;
-  std::string file = {};  // its bytes, of one that is embedded
+  std::string file = {};    // its bytes, of one that is embedded
+  std::wstring fault = {};  // why there is none
 
   [[nodiscard]] std::string written(const std::wstring& text) const {
     return isUnicode ? text::toUtf8(text) : text::toWindows1252(text);
@@ -75,9 +76,10 @@ Face faceFor(HPDF_Doc pdf, const PdfForm& form) {
   if (form.fonts == ProPDFfonts::byName || form.fontFile.empty())
     return {HPDF_GetFont(pdf, "Helvetica", "WinAnsiEncoding"), false};
   auto file = os::files().read(form.fontFile);
-  if (file.error || pdf::fontFault(file.value)) return {nullptr, true};
+  const text::Fault fault = file.error ? os::faultOf(file.error) : pdf::fontFault(file.value);
+  if (fault) return {.fault = text::format(L"the font %s: %s", form.fontFile, fault.what)};
   HPDF_Font font = pdf::unicodeFont(pdf, file.value);
-  return {font, true, std::move(file.value)};
+  return {font, true, std::move(file.value), text::format(L"the font %s can't be used", form.fontFile)};
 }
 
 // A layer for each kind of thing. The library knows none: they are put together from its objects.
@@ -335,7 +337,7 @@ PdfMade sheetPdf(std::span<const PdfPage> pages, const PdfForm& form) {
   if (!document) return {{}, L"no memory for the PDF library"};
   HPDF_UseUTFEncodings(document.get());
   const Face face = faceFor(document.get(), form);
-  if (!face.font) return {{}, text::format(L"%s is no font of the TrueType kind", form.fontFile)};
+  if (!face.font) return {{}, face.fault};
   describe(document.get(), form);
   Layers layers(document.get());
   for (const PdfPage& page : pages) addPage(document.get(), page, face, form, layers);

@@ -44,7 +44,8 @@ bool Substitution::replace(std::wstring_view token, std::wstring_view value) {
   // With room for one more character, so that a text that doesn't fit is told from one that just does.
   std::wstring replaced = replaceAllText(text, token, value, capacity_ + 2);
   const bool fits = text::fits(replaced, capacity_);
-  if (++replacements_ > kMostReplacements || (comesBack(token, value) && !fits)) {
+  written_ += replaced.size();
+  if (++replacements_ > kMostReplacements || written_ > kMostWritten || (comesBack(token, value) && !fits)) {
     core::logWrite(L"The text takes too many replacements, perhaps a value holds its own name", core::kError);
     return false;
   }

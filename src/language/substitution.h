@@ -13,6 +13,9 @@ namespace language {
 
 // A value that holds its own token would be replaced for ever; no sensible text comes near this number.
 constexpr int kMostReplacements = 10000;
+// Units that all replacements of a call may write: a text of the largest room, written anew for each of hundreds of
+// names. More would hold the run up for seconds.
+constexpr std::size_t kMostWritten = 100'000'000;
 // Stands for a "%" that mustn't open a name; no text has this noncharacter. It becomes one behind the pass
 // of the parameters, before the text functions read it.
 constexpr wchar_t kClosedPercent = L'\uFDD0';
@@ -52,6 +55,7 @@ class Substitution {
 
   std::size_t capacity_;
   int replacements_ = 0;
+  std::size_t written_ = 0;             // units
   std::vector<std::wstring> expanded_;  // tokens whose value held their sign
 };
 

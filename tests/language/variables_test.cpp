@@ -96,6 +96,19 @@ TEST_F(Variables, AreReplacedPassByPass) {
   }
 }
 
+// A text on its way may have ten times its room, and is written anew for each name.
+TEST_F(Variables, OfALargeTextEndWhereItIsWrittenTooOften) {
+  constexpr std::size_t kRoom = 26'000;
+  std::wstring text(8 * kRoom, L'x');
+  for (int i = 0; i < 1000; ++i) {
+    const std::wstring name = L"N" + std::to_wstring(i);
+    userVariables().set(name, L"");
+    text += L"%user:" + name + L"%";
+  }
+  EXPECT_EQ(L"1", outcome(replaceVariables(text, model, kRoom)));
+  EXPECT_TRUE(world.logHas(L"too many replacements"));
+}
+
 TEST_F(Variables, WithoutAModelKeepWhatNeedsOne) {
   const Case cases[] = {
       {L"%NAME% %% @mdln@ %user:SIZE%", L"0:%NAME% %% @mdln@ %user:SIZE%"},

@@ -163,9 +163,10 @@ int Sweep::pass(std::string_view call, std::span<const int> codes) {
 
 int Sweep::tryAt(const Place& place, std::span<const int> codes) {
   if (!choice_.operation.empty() && place.operation != choice_.operation) return 0;
-  // What is no action's is the same in every list.
-  std::uint64_t hash = place.hash();
-  const std::uint64_t known = place.action.empty() ? hash : hash ^ std::hash<std::string>()(run_->name);
+  // What is no action's is the same in every list, but for that of a vault.
+  const std::uint64_t hash = place.hash();
+  const bool isShared = place.action.empty() && !run_->inVault;
+  const std::uint64_t known = isShared ? hash : hash ^ std::hash<std::string>()(run_->name);
   if (!seen_.insert(known).second) return 0;
   ++places_;
   for (const int code : codes) {

@@ -17,13 +17,13 @@
 namespace headless::geometry {
 namespace {
 
+using nlohmann::json;
+
 // One of an enumeration, as its number.
-template <class Word, class Json>
-Word wholeAs(const Json& value) {
+template <class Word>
+Word wholeAs(const json& value) {
   return static_cast<Word>(text::neededWhole<std::underlying_type_t<Word>>(value));
 }
-
-using nlohmann::json;
 
 // ---- a line, and the bytes behind it
 

@@ -317,7 +317,7 @@ geometry::Built Bodies::built(const Model& part, const std::vector<Primitive>& p
 }
 
 void Bodies::buildAhead(const std::vector<const Model*>& parts, Teeth teeth) {
-  std::set<std::string> keys;
+  std::unordered_map<std::string, std::size_t> places;  // of what is open, by their keys
   std::vector<std::vector<Primitive>> open;
   for (const Model* part : parts) {
     if (open.size() == kMostKept) break;  // more would drive the first ones out
@@ -327,15 +327,15 @@ void Bodies::buildAhead(const std::vector<const Model*>& parts, Teeth teeth) {
       std::string key = keyOf(primitives);
       const bool isKnown = kept_.contains(key) || keptBefore_.contains(key) || keptHere().kept.contains(key) ||
                            keptHere().before.contains(key);
-      if (!isKnown && keys.insert(std::move(key)).second) open.push_back(std::move(primitives));
+      if (!isKnown && places.try_emplace(std::move(key), open.size()).second) open.push_back(std::move(primitives));
     } catch (const MeasureFault&) {
       continue;  // it is told where the body is asked for
     }
   }
   if (open.size() < 2) return;
   std::vector<std::optional<geometry::Built>> made = geometry::buildAll(open);
-  for (std::size_t i = 0; i < open.size(); ++i)
-    if (made[i]) keptOr(keptHere().kept, keptHere().before, keyOf(open[i]), [&] { return std::move(*made[i]); });
+  for (const auto& [key, place] : places)
+    if (auto& body = made[place]) keptOr(keptHere().kept, keptHere().before, key, [&] { return std::move(*body); });
 }
 
 Got<geometry::BodyPtr> Bodies::body(const Model& part) {
@@ -366,8 +366,7 @@ std::wstring Bodies::fault(const Model& part) {
   try {
     std::vector<int> features;
     const std::vector<Primitive> primitives = primitivesOf(part, &features);
-    const auto isImport = [](const Primitive& primitive) { return primitive.kind == geometry::PrimitiveKind::import; };
-    if (std::ranges::any_of(primitives, isImport)) return {};
+    if (hasImport(primitives)) return {};
     const geometry::Built made = built(part, primitives);
     if (made.fault.empty()) return {};
     return lineOf(made.faulty == 0 ? 0 : features[static_cast<std::size_t>(made.faulty) - 1], made.fault);

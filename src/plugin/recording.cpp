@@ -10,6 +10,7 @@
 #include "core/state.h"
 #include "core/trace_settings.h"
 #include "os/confine.h"
+#include "os/doors.h"
 #include "os/processes.h"
 #include "os/surroundings.h"
 #include "text/encoding.h"
@@ -44,6 +45,7 @@ class Recording {
     open(settings.folder);
     trace::Head head;
     head.clock = settings.time;
+    head.programs = os::doors().programs;
     head.isConfined = core::confinementSettings().isOn || os::Confine::inForce() != nullptr;
     head.own = *own_;
     hearAgain([] {});
@@ -58,7 +60,7 @@ class Recording {
     function();
     if (areThere) doors_.emplace(own_, clockAt_);
   }
-  [[nodiscard]] bool isOn() const { return doors_.has_value() && !isBroken_; }
+  [[nodiscard]] bool isOn() const { return isOn_; }
 
  private:
   // The first name of this second under which no file stands.
@@ -83,7 +85,7 @@ class Recording {
   // Nothing more is recorded: what would follow couldn't be played. The doors stay, as one of them may ask just now.
   void fail(std::error_code error) {
     file_.reset();
-    isBroken_ = true;
+    isOn_ = false;
     trace::Tape::setCurrent(nullptr);
     trace::recordingFault() = L"The trace " + path_ + L" can't be written: " + text::fromUtf8(error.message());
     core::creoLog(L"<KVD> " + trace::recordingFault());
@@ -104,6 +106,7 @@ class Recording {
 
   // The tape itself stays: the plug-in may stand in the midst of a question.
   void stop() {
+    isOn_ = false;
     if (trace::Tape::current() == &recorder_) trace::Tape::setCurrent(nullptr);
     doors_.reset();
     kept_.clear();
@@ -117,7 +120,7 @@ class Recording {
   std::unique_ptr<os::Appender> file_;
   std::optional<std::int64_t> clockAt_;
   std::wstring path_;
-  bool isBroken_ = false;
+  bool isOn_ = true;  // also while no doors hear
   std::string kept_;  // while the configuration isn't read
 };
 

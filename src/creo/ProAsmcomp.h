@@ -16,10 +16,8 @@ Got<ProTransform> ProAsmcompPositionGet(const ProFeature& component);
 // assembly. ProGeneralError: references hold it; ProBadInputs also: a number isn't finite or is over 1e9.
 ProError ProAsmcompOriginSet(const ProFeature& component, const ProVector& origin);
 
-// The parameter of a flexible component that gives a varied item its value; empty: none does. ProNotFound also: the
-// component doesn't vary the item.
-Got<std::wstring> ProVariantfeatDriverGet(const ProFeature& component, const ProModelitem& item);
-// ProBadInputs also: the component has no such parameter. It can't be deleted while it drives.
+// The parameter of a flexible component that gives a varied item its value from now on. ProNotFound also: the component
+// doesn't vary the item; ProBadInputs also: it has no such parameter. It can't be deleted while it drives.
 ProError ProVariantfeatDriverSet(const ProFeature& component, const ProModelitem& item, const std::wstring& parameter);
 
 }  // namespace creo

@@ -24,8 +24,6 @@ Got<ProRelset> ProRelsetPostregenerationInit(ProMdl model);
 Got<ProRelset> ProRelsetCreate(const ProModelitem& item);
 // Line by line. ProBadInputs: the owner has gone.
 Got<std::vector<std::wstring>> ProRelsetRelationsGet(const ProRelset& relations);
-// The relations of a feature's sketch, from 0; Creo promises none. ProNotFound: no such sketch, or it has none yet.
-Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section);
 // Puts other lines in place of those that it has; none takes the set away, for which Creo has an operation of its own.
 // Nothing is looked at before the set is regenerated.
 ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines);

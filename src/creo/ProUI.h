@@ -55,7 +55,6 @@ Got<std::vector<std::string>> ProUIOptionmenuSelectednamesGet(const std::string&
 ProError ProUIOptionmenuSelectActionSet(const std::string& dialog, const std::string& menu, ProUIAction action);
 
 ProError ProUILabelTextSet(const std::string& dialog, const std::string& label, const std::wstring& text);
-Got<std::wstring> ProUILabelTextGet(const std::string& dialog, const std::string& label);
 Got<std::string> ProUILabelBitmapGet(const std::string& dialog, const std::string& label);
 
 // Both ends are set before a value is; ProBadInputs: ends that cross, a value that isn't between them.

@@ -23,8 +23,6 @@ ProError ProUITableCellComponentDelete(const std::string& dialog, const std::str
                                        const std::string& column);
 ProError ProUITableCellLabelSet(const std::string& dialog, const std::string& table, const std::string& row,
                                 const std::string& column, const std::wstring& label);
-Got<std::wstring> ProUITableCellLabelGet(const std::string& dialog, const std::string& table, const std::string& row,
-                                         const std::string& column);
 ProError ProUITableColumnLabelSet(const std::string& dialog, const std::string& table, const std::string& column,
                                   const std::wstring& label);
 // width: in characters.

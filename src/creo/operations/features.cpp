@@ -441,14 +441,6 @@ const Operations kFeatures = {
      .documented = "The parameters that a flexible component varies. Over none: not found.",
      .verdict = Verdict::same,
      .test = "ModelDataReport.FlexibleComponentsTellWhatVaries"},
-    {.name = "ProVariantfeatDriverGet",
-     .header = "ProAsmcomp.h",
-     .shape = "component, item -> parameter's name",
-     .codes = {ProBadInputs, ProNotFound, ProGeneralError},
-     .documented =
-         "None of that name: the guide tells of varied items and not of what drives them, so that what implements it "
-         "isn't known.",
-     .test = "ComponentActions.AParameterDrivesAFlexibleDimension"},
     {.name = "ProVariantfeatDriverSet",
      .header = "ProAsmcomp.h",
      .shape = "component, item, parameter's name",

@@ -87,15 +87,6 @@ ProError ProAsmcompOriginSet(const ProFeature& component, const ProVector& origi
   });
 }
 
-Got<std::wstring> ProVariantfeatDriverGet(const ProFeature& component, const ProModelitem& item) {
-  return onComponent("ProVariantfeatDriverGet", component,
-                     [&](State&, Model&, const ModelFeature& f) -> Got<std::wstring> {
-                       const VariantItemRecord* varied = variedItem(f, item);
-                       if (!varied) return ProNotFound;
-                       return text::fromUtf8(varied->parameter);
-                     });
-}
-
 ProError ProVariantfeatDriverSet(const ProFeature& component, const ProModelitem& item, const std::wstring& parameter) {
   return onComponent("ProVariantfeatDriverSet", component,
                      [&](State& state, Model& m, const ModelFeature& f) -> ProError {

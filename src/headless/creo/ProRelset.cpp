@@ -64,15 +64,6 @@ ProError ProRelsetRegenerate(const ProRelset& relations) {
   });
 }
 
-Got<ProRelset> ProSectionToRelset(const ProModelitem& feature, int section) {
-  return onModel("ProSectionToRelset", feature.owner, [&](State&, Model& m) -> Got<ProRelset> {
-    if (feature.type != ProItemType::feature || section < 0) return ProBadInputs;
-    const auto* lines = headless::relationLines(m, feature, section);
-    if (!lines || lines->empty()) return ProNotFound;
-    return ProRelset{feature, section};
-  });
-}
-
 ProError ProRelsetRelationsSet(const ProRelset& relations, const std::vector<std::wstring>& lines) {
   return onModel("ProRelsetRelationsSet", relations.owner.owner, [&](State&, Model& m) -> ProError {
     auto* present = headless::relationLines(m, relations.owner, relations.section);

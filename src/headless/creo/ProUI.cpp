@@ -110,10 +110,6 @@ ProError ProUILabelTextSet(const std::string& dialog, const std::string& label, 
   return change("ProUILabelTextSet", dialog, label, Kind::label, [&](Component& c) { c.text = text; });
 }
 
-Got<std::wstring> ProUILabelTextGet(const std::string& dialog, const std::string& label) {
-  return ask<std::wstring>("ProUILabelTextGet", dialog, label, Kind::label, [](const Component& c) { return c.text; });
-}
-
 Got<std::string> ProUILabelBitmapGet(const std::string& dialog, const std::string& label) {
   return ask<std::string>("ProUILabelBitmapGet", dialog, label, Kind::label,
                           [](const Component& c) { return c.image; });

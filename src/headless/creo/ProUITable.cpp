@@ -86,16 +86,6 @@ ProError ProUITableCellLabelSet(const std::string& dialog, const std::string& ta
   });
 }
 
-Got<std::wstring> ProUITableCellLabelGet(const std::string& dialog, const std::string& table, const std::string& row,
-                                         const std::string& column) {
-  return ask<std::wstring>("ProUITableCellLabelGet", dialog, table, Kind::table,
-                           [&](const Component& c) -> Got<std::wstring> {
-                             const Cell* cell = c.table().cell(row, column);
-                             if (!cell) return ProNotFound;
-                             return cell->label;
-                           });
-}
-
 ProError ProUITableColumnLabelSet(const std::string& dialog, const std::string& table, const std::string& column,
                                   const std::wstring& label) {
   return changeColumn("ProUITableColumnLabelSet", dialog, table, column, [&](headless::Column& c) { c.label = label; });

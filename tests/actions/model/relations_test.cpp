@@ -240,9 +240,7 @@ TEST_F(RelationActions, OfFeaturesAndSketchesRunAndDrive) {
   EXPECT_EQ(creo::ProGeneralError, creo::ProSolidRegenerate(model, 0));
   EXPECT_THAT(own_->session().messages().back(), testing::HasSubstr(L"feature HOLE, relation line 1"));
   const creo::ProModelitem hole{creo::ProItemType::feature, 4, model, {}};
-  const auto sketch = creo::ProSectionToRelset(hole, 0);
-  ASSERT_EQ(creo::ProNoError, creo::ProRelsetRelationsSet(sketch.value, {}));
-  EXPECT_EQ(creo::ProNotFound, creo::ProSectionToRelset(hole, 0).error);
+  ASSERT_EQ(creo::ProNoError, creo::ProRelsetRelationsSet({hole, 0}, {}));
   EXPECT_EQ(creo::ProNoError, creo::ProSolidRegenerate(model, 0));
   const auto b = creo::ProParameterInit(creo::ProMdlToModelitem(model).value, L"B");
   EXPECT_EQ(10, creo::ProParameterValueGet(b.value).value.real);

@@ -100,7 +100,7 @@ TEST_F(UiTable, ComponentsOutliveTheirRow) {
   ProUITableCellLabelSet(kRunner, kTable, "A.PRT", "3", L"A.prt");
   ProUITableRowsDelete(kRunner, kTable, {"A.PRT"});
   insert("B.PRT", {"A.PRT"});
-  EXPECT_EQ(L"", ProUITableCellLabelGet(kRunner, kTable, "A.PRT", "3").value);
+  EXPECT_EQ(L"", dialog(kRunner).cellText(kTable, "A.PRT", "3"));
   EXPECT_EQ("", dialog(kRunner).cellComponent(kTable, "A.PRT", "1"));
   EXPECT_EQ(ProExists, copy("A.PRT", "1", "kvaneCheckButton", "A.PRT_cb"));
   EXPECT_EQ(ProNoError, ProUITableCheckbuttonRemove(kRunner, kTable, "A.PRT_cb"));

@@ -14,6 +14,7 @@
 #include "kelvane/run/place.h"
 #include "kelvane/show/model_folder.h"
 #include "kelvane/watch/firing.h"
+#include "kelvane/watch/selecting.h"
 
 namespace kelvane {
 namespace {
@@ -41,6 +42,7 @@ constexpr Command kCommands[] = {
     {"regenerate", "regenerated", kNoModel, nullptr, &Session::regenerate},
     {"close", "closed", "there is no window", nullptr, &Session::close},
     {"erase", "erased", kNoModel, nullptr, &Session::erase},
+    {"select", "selected", kNoModel, nullptr, nullptr},  // by names of its own, as many as wanted
 };
 
 // The words of a line; a "#" begins a remark.
@@ -123,6 +125,7 @@ class WatchWork {
 
   void carryOut(const std::vector<std::string>& words) {
     const Command& command = commandNamed(words.front());
+    if (!command.ofModel && !command.ofCurrent) return select(command, words);
     if (words.size() != (command.ofModel ? 2 : 1)) {
       throw Fault(std::string("write '") + command.name + (command.ofModel ? " NAME.EXT'" : "'"));
     }
@@ -136,6 +139,17 @@ class WatchWork {
     const ProError error = command.ofModel ? command.ofModel(session_, model) : (session_.*command.ofCurrent)();
     if (error != creo::ProNoError) throw Fault(command.name + subject + ": " + reason(command, error));
     if (firings_->settle()) console_.note(command.done + subject);
+  }
+
+  // In place of what was selected; without a name nothing is.
+  void select(const Command& command, const std::vector<std::string>& words) {
+    const auto model = creo::ProMdlCurrentGet();
+    if (!model) throw Fault(command.name + std::string(": ") + command.notFound);
+    std::vector<creo::ProSelection> selections;
+    for (auto word = words.begin() + 1; word != words.end(); ++word)
+      selections.push_back(selectionNamed(*word, model.value));
+    session_.select(std::move(selections));
+    console_.note(command.done + std::string(" ") + std::to_string(words.size() - 1));
   }
 
   [[nodiscard]] std::string reason(const Command& command, ProError error) const {

@@ -87,6 +87,41 @@ TEST_F(WatchVerb, ModelsAreComparedWithWhatTheyWereWhenTheTriggerFired) {
   EXPECT_EQ(events.find(value), events.rfind(value)) << "the rows of instance and generic share a document";
 }
 
+// Two occurrences of a part, one of them further down: by name the first one is meant, by number any.
+TEST_F(WatchVerb, SelectsWhatListsAskFor) {
+  part(L"PLATE");
+  assembly(L"INNER").uses(L"PLATE", creo::ProMdlType::part);
+  assembly(L"TOP")
+      .uses(L"INNER", creo::ProMdlType::assembly)
+      .uses(L"PLATE", creo::ProMdlType::part)
+      .uses(L"PLATE", creo::ProMdlType::part);
+  list("tell.xml",
+       "<task type='writeToCreoLog' version='3' forASM='true' forEF='false' message='selected: @selmdln@'/>"
+       "<task type='runMapkey' version='3' forASM='true' forEF='false' kvpmode='true' rfe='4' mapkeyc='1'"
+       " mapkey0='~ Command `ProCmdViewRepaint`;'/>");
+  const auto logged = [&](const std::string& selected) {
+    const Ended ended =
+        watch("select " + selected + "\nsave\n",
+              {"TOP.ASM", "--events", path("events"), "--set", "kvd_start_kvz_before_save=standards tell", "--set",
+               "kvd_start_kvz_before_save_conf=01001", "--set", "kvd_write_history_in_models=0"});
+    const std::string events = readBytes(path("events"));
+    const std::size_t at = std::min(events.find("selected: "), events.size());
+    const std::size_t from = ended.err.find("opened TOP.ASM\n") + 15;
+    return std::to_string(ended.code) + " " + events.substr(at, events.find('"', at) - at) +
+           (events.find("No selections") == events.npos ? "" : ", none") + "|" +
+           ended.err.substr(from, ended.err.find('\n', from) - from);
+  };
+  EXPECT_EQ("0 selected: PLATE|selected 1", logged("PLATE.PRT"));
+  EXPECT_EQ("0 selected: PLATE|selected 2", logged("inner.asm/plate.prt 3/"));
+  EXPECT_EQ("0 selected: INNER|selected 2", logged("INNER.ASM 2"));
+  EXPECT_EQ("0 selected: @selmdln@|selected 1", logged("3"));
+  EXPECT_EQ("1 selected: @selmdln@, none|selected 0", logged(""));
+  const std::string refused = "1 selected: @selmdln@, none|error: ";
+  EXPECT_EQ(refused + "select BOLT.PRT: there is no component BOLT.PRT", logged("PLATE.PRT BOLT.PRT"));
+  EXPECT_EQ(refused + "select PLATE.PRT/7: there is no feature 7", logged("PLATE.PRT/7"));
+  EXPECT_EQ(refused + "'plate' is no model's name; it ends in .PRT, .ASM or .DRW", logged("plate"));
+}
+
 TEST_F(WatchVerb, ARenamedModelIsFollowed) {
   part(L"PLATE");
   list("rename.xml", "<task type='renameModel' version='3' forPRT='true' forEF='false' name='@mdln@_X'/>" + kSave);

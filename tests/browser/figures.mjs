@@ -5,7 +5,7 @@ const kTries = 5;
 const median = (all) => all.sort((a, b) => a - b)[Math.floor(all.length / 2)];
 const tell = (what, times) => console.log(`${what}: ${median(times).toFixed(0)} ms`);
 
-// How long until the page answers to a action, from inside the page: no driver between.
+// How long until the page answers to an action, from inside the page: no driver between.
 const until = (page, action, condition) => page.evaluate(([doIt, holds]) => new Promise((resolve) => {
   const begin = performance.now(), isSo = new Function(`return ${holds}`);
   const look = () => (isSo() ? resolve(performance.now() - begin) : requestAnimationFrame(look));

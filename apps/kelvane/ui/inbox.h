@@ -35,7 +35,7 @@ class Inbox {
   void close();
 
   // --- The session's thread.
-  // Waits for a action; answers the reads that come meanwhile. Nothing when the time is over.
+  // Waits for an action; answers the reads that come meanwhile. Nothing when the time is over.
   std::optional<Action> take(milliseconds patience);
   // Answers the reads that wait; costs next to nothing when none does.
   void answer() {

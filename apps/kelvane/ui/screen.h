@@ -42,7 +42,7 @@ class Screen : public headless::SessionObserver {
   void operation(std::string_view name, int result, long long nanoseconds) override;
 
  private:
-  // What a action is to the question that is open.
+  // What an action is to the question that is open.
   // Not meant for it; an answer that it can't take; all that it waits for; a press in its dialog.
   enum class Bearing { none, wrong, answer, press };
   using Judge = std::function<Bearing(const Action&)>;

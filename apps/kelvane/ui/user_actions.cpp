@@ -65,7 +65,7 @@ ProError activate(Session& /*session*/, const json& action) {
 ProError save(Session& session, const json& /*action*/) { return session.save(); }
 ProError closeWindow(Session& session, const json& /*action*/) { return session.close(); }
 
-// The members that a action needs beside "do", by their types.
+// The members that an action needs beside "do", by their types.
 constexpr unsigned kDialog = 1, kComponent = 2, kName = 4, kText = 8, kOn = 16, kRows = 32, kNode = 64, kCommand = 128,
                    kModel = 256, kWindow = 512, kButton = 1024, kPath = 2048;
 struct Member {

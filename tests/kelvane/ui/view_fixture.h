@@ -82,7 +82,7 @@ class Browser {
     return read("/lines?dialog=kvanerunner&component=" + component + "&from=" + std::to_string(from) +
                 "&count=" + std::to_string(count));
   }
-  // Sends a action; the answer's status.
+  // Sends an action; the answer's status.
   int send(const json& action) {
     const auto answer = client_.Post("/do", headers_, action.dump(), "application/json");
     if (answer && answer->status == 202) number_ = json::parse(answer->body).at("number");

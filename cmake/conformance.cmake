@@ -18,7 +18,7 @@ endif()
 cmake_minimum_required(VERSION 3.25)
 
 file(REMOVE_RECURSE ${FOLDER})
-foreach(part README.md traces.py unreached.txt models expected)
+foreach(part README.md traces.py person.py unreached.txt models sessions expected)
   file(COPY ${SOURCE}/${part} DESTINATION ${FOLDER})
 endforeach()
 # A package that lacks one of its folders is taken for damaged.

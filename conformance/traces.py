@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
 """Traces of the conformance lists: made with the headless session, and compared with those of another host.
 
-    traces.py record PROGRAM FOLDER [LIST...]   runs the lists by the program `kelvane`; FOLDER gets LIST.trace and the
-                                                tables that they write, LIST_NAME.csv
+    traces.py record PROGRAM FOLDER [NAME...]   runs the lists by the program `kelvane`, and the sessions of a person;
+                                                FOLDER gets NAME.trace and the tables that they write, NAME_TABLE.csv
     traces.py count TRACE...                    the operations of a trace with their codes and how often, as in expected/
     traces.py compare OURS THEIRS [--all]       two traces, or two folders of traces. Exit code 1: they differ
 
 compare puts side by side what the lists asked about each row of the table, whatever the order of the runs and of the
 rows, and tells first of all what was answered otherwise. It passes over the dialogs, the message area, files, clock and
-environment, unless --all is said, and over what each machine and each session calls otherwise: numbers of handles and
-functions, the user, the folders of models and packages. Numbers count as the same up to a millionth.
+environment and what was asked outside of runs, unless --all is said, and over what each machine and each session calls
+otherwise: numbers of handles and functions, the user, the folders of models and packages. Numbers count as the same up
+to a millionth.
 """
 import collections
 import difflib
@@ -20,6 +21,8 @@ import shutil
 import subprocess
 import sys
 import tempfile
+
+import person
 
 PLACE = pathlib.Path(__file__).resolve().parent
 TIME = 1_700_000_000
@@ -36,8 +39,8 @@ def environment(root):
             "TZ": "UTC", "username": "conformance"}
 
 
-def run(root, *words):
-    done = subprocess.run(words, cwd=root, env=environment(root), stdin=subprocess.DEVNULL, capture_output=True, text=True)
+def run(root, *words, told=""):
+    done = subprocess.run(words, cwd=root, env=environment(root), input=told, capture_output=True, text=True)
     return done.returncode, done.stdout + done.stderr
 
 
@@ -53,15 +56,38 @@ def lists():
     return sorted(path.stem for path in (PLACE / "package/actionlists").glob("*.xml"))
 
 
-def record(program, root, name, trace, *options):
-    """Runs the list in the folder root, on models of its own; the CSV files that it wrote."""
-    for folder in ("models", "collected", "cache"):  # a package's reports go on where they ended
+def sessions():
+    return sorted(path.stem for path in (PLACE / "sessions").glob("*.txt"))
+
+
+def begin(root):
+    """Models of its own, and nothing of what ran before: a package's reports go on where they ended."""
+    for folder in ("models", "collected", "cache", "packages", "site"):
         shutil.rmtree(root / folder, ignore_errors=True)
     shutil.copytree(PLACE / "models", root / "models")
     for path in (root / "models").iterdir():
         os.utime(path, (TIME, TIME))  # reports tell it
     for folder in FOLDERS:
         (root / "models" / folder).mkdir()
+
+
+def server_options(program, root, name):
+    """A PDM server, new for a list that checks in; else it has the models, and they are checked out before the run."""
+    server = ["--vault", "site", "--user", "ann"]
+    unlocked = [*server, "--set", "kvd_check_modifyable=0"]
+    run(root, program, "vault", "site", "--create")
+    if name == "server_checkin":
+        return unlocked
+    run(root, program, "run", "-q", "--durable", "none", *unlocked, package(), "server_checkin", "models")
+    for model in ("PLAN.DRW", "PIN.PRT"):
+        run(root, program, "vault", "site", "--get", model, "--models", "models", "--user", "ann")
+    shutil.rmtree(root / "cache")
+    return [*server, "--check-out"]
+
+
+def record_list(program, root, name, trace):
+    """The CSV files that the list wrote."""
+    options = server_options(program, root, name) if name.startswith("server_") else ()
     code, said = run(root, program, "run", "-q", "--no-web", "--no-programs", "--durable", "none", "--collect", "collected",
                      "--trace", trace, "--trace-time", str(TIME), *options, package(), name, "models")
     if code > 1:
@@ -69,11 +95,36 @@ def record(program, root, name, trace, *options):
     return {path.name: path.read_bytes() for path in sorted((root / "collected").rglob("*.csv"))}
 
 
+def record_session(program, root, name, trace):
+    verb, keys, actions = person.session((PLACE / f"sessions/{name}.txt").read_text(), package().stem)
+    keys += ["kvd_trace=d:\\traces", f"kvd_trace_time={TIME}"]
+    settings = [word for key in keys for word in ("--set", key)]
+    if verb == "watch":
+        code, said = run(root, program, "watch", "models", "--package", package(), "--durable", "none", *settings,
+                         told="\n".join(actions))
+        if code > 1:
+            raise SystemExit(f"{name} ended with {code}: {said}")
+    else:
+        (root / "packages").mkdir()
+        (root / "packages" / package().name).symlink_to(package())
+        words = [program, "ui", "--models", "models", "--packages", "packages", "--no-web", "--no-programs", *settings]
+        for line in person.press_all(actions, words, cwd=root, env=environment(root)):
+            raise SystemExit(f"{name}: {line}")
+    os.replace(next((root / "models/traces").iterdir()), trace)
+    return {}
+
+
+def record(program, root, name, trace):
+    """Runs the list, or the session, in the folder root; the tables that it wrote, by their names."""
+    begin(root)
+    return (record_session if name in sessions() else record_list)(program, root, name, trace)
+
+
 def record_all(program, folder, names):
     program, folder = str(pathlib.Path(shutil.which(program) or program).resolve()), pathlib.Path(folder).resolve()
     folder.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as root:
-        for name in names or lists():
+        for name in names or lists() + sessions():
             for table, content in record(program, pathlib.Path(root), name, folder / f"{name}.trace").items():
                 (folder / f"{name}_{table}").write_bytes(content)
             print(folder / f"{name}.trace")
@@ -161,8 +212,8 @@ def rows(path, everything):
 
     all_rows = collections.defaultdict(list)
     for run_of, row, asked in found:
-        if run_of and (everything or not PASSED_OVER.match(asked.name)):
-            key = (run_of[1], row)
+        if everything or (run_of and not PASSED_OVER.match(asked.name)):
+            key = (run_of[1], row) if run_of else ("outside of runs", "")
             all_rows[key].append(Asked(asked.line, asked.name, plain(asked.words), plain(asked.answer)))
     return all_rows
 
@@ -210,8 +261,9 @@ def compare_row(ours, theirs):
 
 
 def traces(place):
+    """A session runs the lists otherwise than they run by themselves: it is compared by itself."""
     place = pathlib.Path(place)
-    return sorted(place.glob("*.trace")) if place.is_dir() else [place]
+    return [path for path in sorted(place.glob("*.trace")) if path.stem not in sessions()] if place.is_dir() else [place]
 
 
 def gathered(place, everything):

@@ -122,6 +122,8 @@ kvd_layer(kvd_exports FOLDERS headless/exports LINKS kvd_pictures PRIVATE_LINKS 
 kvd_layer(kvd_macros FOLDERS headless/macros LINKS kvd_model kvd_session)
 kvd_layer(creo_headless FOLDERS headless/creo HEADERS headless/session.h
   LINKS kvd_macros kvd_exports kvd_vault kvd_proui nlohmann_json::nlohmann_json)
+# A library over it offers the operations to a plug-in that is loaded behind it.
+set_target_properties(creo_headless PROPERTIES CXX_VISIBILITY_PRESET default)
 
 endif()
 
@@ -143,29 +145,32 @@ kvd_layer(kvd_plugin FOLDERS plugin LINKS kvd_ui PRIVATE_LINKS kvd_trace)
 
 include(cmake/trace.cmake)
 kvd_hears(kvd_core kvd_language kvd_documents kvd_actions kvd_reports kvd_run kvd_ui kvd_plugin)
-# What a host loads: the plug-in over the operations, with just its two entries visible.
-add_library(kelvane_user SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
+# kvd_loadable(TARGET OPERATIONS...): what a host loads: the plug-in over the operations, with just its two entries visible.
+function(kvd_loadable target)
+  add_library(${target} SHARED ${CMAKE_BINARY_DIR}/empty.cpp)
+  target_link_libraries(${target} PRIVATE $<LINK_LIBRARY:WHOLE_ARCHIVE,kvd_plugin>)
+  kvd_traced(${target} ${ARGN})
+  target_link_libraries(${target} PRIVATE ${ARGN})
+  if(WIN32)  # where the entries say themselves that they are exported
+    set_target_properties(${target} PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+  else()
+    target_link_options(${target} PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
+  endif()
+endfunction()
 if(KVD_HEADLESS AND NOT KVD_STUBBED)
-  set(KVD_OPERATIONS creo_headless)
+  kvd_loadable(kelvane_user creo_headless)
   if(KVD_SOLIDS)
     add_dependencies(kelvane_user kelvane-import)
   endif()
 elseif(KVD_ADAPTER)
-  set(KVD_OPERATIONS ${KVD_ADAPTER})
+  kvd_loadable(kelvane_user ${KVD_ADAPTER})
 else()
   include(cmake/stubs.cmake)
+  kvd_loadable(kelvane_user ${KVD_STUBS})
+  add_dependencies(kelvane_user kvd_stubs)
   set_target_properties(kelvane_user PROPERTIES KVD_WITHOUT_SESSION ON)
-  set(KVD_OPERATIONS ${KVD_STUBS})
   set_property(TARGET kelvane_user APPEND PROPERTY LINK_DEPENDS ${KVD_STUBS})
-endif()
-target_link_libraries(kelvane_user PRIVATE $<LINK_LIBRARY:WHOLE_ARCHIVE,kvd_plugin>)
-kvd_traced(kelvane_user ${KVD_OPERATIONS})
-target_link_libraries(kelvane_user PRIVATE ${KVD_OPERATIONS})
-if(WIN32)  # where the entries say themselves that they are exported
-  set_target_properties(kelvane_user PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-else()
-  target_link_options(kelvane_user PRIVATE -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map)
-  set_property(TARGET kelvane_user APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/exports.map)
 endif()
 
 if(NOT KVD_HEADLESS)

@@ -24,7 +24,6 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
       -DROWS=${rows} -DHEARD=${CMAKE_BINARY_DIR}/heard/options -DOUTPUT=${KVD_STUBS} -P ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake
     DEPENDS ${floors} ${row_files} ${CMAKE_BINARY_DIR}/heard/options ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake VERBATIM)
   add_custom_target(kvd_stubs DEPENDS ${KVD_STUBS})
-  add_dependencies(kelvane_user kvd_stubs)
   return()
 endif()
 

@@ -122,8 +122,9 @@ kvd_layer(kvd_exports FOLDERS headless/exports LINKS kvd_pictures PRIVATE_LINKS 
 kvd_layer(kvd_macros FOLDERS headless/macros LINKS kvd_model kvd_session)
 kvd_layer(creo_headless FOLDERS headless/creo HEADERS headless/session.h
   LINKS kvd_macros kvd_exports kvd_vault kvd_proui nlohmann_json::nlohmann_json)
-# A library over it offers the operations to a plug-in that is loaded behind it.
-set_target_properties(creo_headless PROPERTIES CXX_VISIBILITY_PRESET default)
+if(NOT WIN32)  # a library over it offers the operations to a plug-in that is loaded; there a list says what is offered
+  set_target_properties(creo_headless PROPERTIES CXX_VISIBILITY_PRESET default)
+endif()
 
 endif()
 

@@ -15,7 +15,6 @@
 #include "text/encoding.h"
 
 #ifdef _WIN32
-#define NOMINMAX
 #include <windows.h>
 #else
 #include <dlfcn.h>

@@ -10,6 +10,8 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
     message(FATAL_ERROR "without the headless session the plug-in needs KVD_ADAPTER")
   endif()
   find_program(KVD_FILT NAMES ${KVD_TRIPLET}-c++filt c++filt REQUIRED)
+  # In the import library of GNU's dlltool lld puts the hearing function behind an operation, too, where it calls itself.
+  find_program(KVD_DLLTOOL NAMES llvm-dlltool REQUIRED)
   set(floors kvd_plugin kvd_ui kvd_run kvd_reports kvd_actions kvd_documents kvd_language kvd_core)
   set(files "")
   foreach(floor ${floors})
@@ -20,7 +22,7 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
   set(rows ${CMAKE_SOURCE_DIR}/src/creo/operations)
   file(GLOB row_files CONFIGURE_DEPENDS ${rows}/*.cpp)
   add_custom_command(OUTPUT ${KVD_STUBS}
-    COMMAND ${CMAKE_COMMAND} "-DLIBRARIES=${files}" -DNM=${CMAKE_NM} -DFILT=${KVD_FILT} -DDLLTOOL=${CMAKE_DLLTOOL}
+    COMMAND ${CMAKE_COMMAND} "-DLIBRARIES=${files}" -DNM=${CMAKE_NM} -DFILT=${KVD_FILT} -DDLLTOOL=${KVD_DLLTOOL}
       -DROWS=${rows} -DHEARD=${CMAKE_BINARY_DIR}/heard/options -DOUTPUT=${KVD_STUBS} -P ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake
     DEPENDS ${floors} ${row_files} ${CMAKE_BINARY_DIR}/heard/options ${CMAKE_SOURCE_DIR}/cmake/stubs.cmake VERBATIM)
   add_custom_target(kvd_stubs DEPENDS ${KVD_STUBS})

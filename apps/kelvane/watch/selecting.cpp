@@ -5,6 +5,7 @@
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
 #include "kelvane/base/fault.h"
+#include "kelvane/base/nearest.h"
 #include "kelvane/show/model_folder.h"
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -15,25 +16,27 @@ namespace {
 
 using creo::ProMdl;
 
-bool isCalled(ProMdl model, const ModelFileName& name) {
-  return creo::ProMdlNameGet(model).value == name.name && creo::ProMdlTypeGet(model).value == name.type;
-}
+std::string nameOf(ProMdl model) { return label(creo::ProMdlNameGet(model).value, creo::ProMdlTypeGet(model).value); }
 
 // One component further down; the first one of that name.
-bool stepDown(creo::ProAsmcomppath& path, ProMdl& at, const std::wstring& step) {
+void stepDown(creo::ProAsmcomppath& path, ProMdl& at, const std::wstring& step) {
   const auto id = text::wholeInt(step);
   const ModelFileName name = id ? ModelFileName() : modelFileName(text::toUtf8(step));
+  const std::string wanted = id ? text::toUtf8(step) : label(name.name, name.type);
+  std::vector<std::string> others;
   bool isThere = false;
   creo::ProSolidFeatVisit(at, [&](const creo::ProFeature& feature) {
     if (id && feature.id != *id) return creo::ProNoError;
     path.components.push_back(feature.id);
     const auto component = creo::ProAsmcomppathMdlGet(path);
-    isThere = component && (id || isCalled(component.value, name));
-    if (!isThere) return path.components.pop_back(), creo::ProNoError;
-    at = component.value;
-    return creo::ProUserAbort;
+    const std::string found = component ? nameOf(component.value) : std::string();
+    isThere = component && (id || found == wanted);
+    if (isThere) return at = component.value, creo::ProUserAbort;
+    path.components.pop_back();
+    if (component) others.push_back(found);
+    return creo::ProNoError;
   });
-  return isThere;
+  if (!isThere) throw Fault("select: " + nameOf(at) + " has no component " + wanted + didYouMean(wanted, others));
 }
 
 bool hasFeature(ProMdl model, int id) {
@@ -52,12 +55,10 @@ creo::ProSelection selectionNamed(const std::string& words, ProMdl model) {
   std::vector<std::wstring> steps = text::split(text::fromUtf8(words), L'/');
   const auto feature = text::wholeInt(steps.back());
   if (feature || steps.back().empty()) steps.pop_back();
-  for (const std::wstring& step : steps)
-    if (!stepDown(selection.path, selection.item.owner, step))
-      throw Fault("select " + words + ": there is no component " + text::toUtf8(step));
+  for (const std::wstring& step : steps) stepDown(selection.path, selection.item.owner, step);
   if (!feature) return selection;
   if (!hasFeature(selection.item.owner, *feature))
-    throw Fault("select " + words + ": there is no feature " + std::to_string(*feature));
+    throw Fault("select: " + nameOf(selection.item.owner) + " has no feature " + std::to_string(*feature));
   selection.item.type = creo::ProItemType::feature;
   selection.item.id = *feature;
   return selection;

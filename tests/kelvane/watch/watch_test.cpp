@@ -117,8 +117,9 @@ TEST_F(WatchVerb, SelectsWhatListsAskFor) {
   EXPECT_EQ("0 selected: @selmdln@|selected 1", logged("3"));
   EXPECT_EQ("1 selected: @selmdln@, none|selected 0", logged(""));
   const std::string refused = "1 selected: @selmdln@, none|error: ";
-  EXPECT_EQ(refused + "select BOLT.PRT: there is no component BOLT.PRT", logged("PLATE.PRT BOLT.PRT"));
-  EXPECT_EQ(refused + "select PLATE.PRT/7: there is no feature 7", logged("PLATE.PRT/7"));
+  EXPECT_EQ(refused + "select: INNER.ASM has no component PLAT.PRT; did you mean 'PLATE.PRT'?",
+            logged("PLATE.PRT INNER.ASM/PLAT.PRT"));
+  EXPECT_EQ(refused + "select: PLATE.PRT has no feature 7", logged("PLATE.PRT/7"));
   EXPECT_EQ(refused + "'plate' is no model's name; it ends in .PRT, .ASM or .DRW", logged("plate"));
 }
 

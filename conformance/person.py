@@ -74,8 +74,8 @@ class Browser:
 
 
 def press_all(lines, words, **process):
-    """Starts `kelvane ui`, presses all that the lines tell, and ends it. What was refused, as lines."""
-    refused, dialog, told = [], "kvanerunner", None
+    """Starts `kelvane ui`, presses all that the lines tell, and ends it. SystemExit at the first that is refused."""
+    dialog = "kvanerunner"
     with subprocess.Popen(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **process) as program:
         address = next((match for line in program.stdout if (match := re.search(r"http://\S+", line))), None)
         if not address:
@@ -87,10 +87,8 @@ def press_all(lines, words, **process):
                     dialog = line.removeprefix("in ")
                     continue
                 notice = browser.do(action(line, dialog))["notice"]
-                if notice and notice["number"] != told:
-                    told = notice["number"]
-                    refused.append(f"{line}: {notice['text']}")
+                if notice:
+                    raise SystemExit(f"{line}: {notice['text']}")
         finally:
             program.send_signal(signal.SIGINT)
             program.communicate()
-    return refused

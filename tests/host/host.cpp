@@ -3,7 +3,6 @@
 #include "host.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <exception>
 #include <iostream>
 #include <string>

@@ -4,6 +4,7 @@
 
 #include "creo/ProFeature.h"
 #include "creo/ProMdl.h"
+#include "creo/ProModelitem.h"
 #include "kelvane/base/fault.h"
 #include "kelvane/base/nearest.h"
 #include "kelvane/show/model_folder.h"
@@ -39,15 +40,6 @@ void stepDown(creo::ProAsmcomppath& path, ProMdl& at, const std::wstring& step) 
   if (!isThere) throw Fault("select: " + nameOf(at) + " has no component " + wanted + didYouMean(wanted, others));
 }
 
-bool hasFeature(ProMdl model, int id) {
-  bool isThere = false;
-  creo::ProSolidFeatVisit(model, [&](const creo::ProFeature& feature) {
-    isThere = feature.id == id;
-    return isThere ? creo::ProUserAbort : creo::ProNoError;
-  });
-  return isThere;
-}
-
 }  // namespace
 
 creo::ProSelection selectionNamed(const std::string& words, ProMdl model) {
@@ -57,10 +49,10 @@ creo::ProSelection selectionNamed(const std::string& words, ProMdl model) {
   if (feature || steps.back().empty()) steps.pop_back();
   for (const std::wstring& step : steps) stepDown(selection.path, selection.item.owner, step);
   if (!feature) return selection;
-  if (!hasFeature(selection.item.owner, *feature))
-    throw Fault("select: " + nameOf(selection.item.owner) + " has no feature " + std::to_string(*feature));
-  selection.item.type = creo::ProItemType::feature;
-  selection.item.id = *feature;
+  const ProMdl owner = selection.item.owner;
+  const auto item = creo::ProModelitemInit(owner, *feature, creo::ProItemType::feature);
+  if (!item) throw Fault("select: " + nameOf(owner) + " has no feature " + std::to_string(*feature));
+  selection.item = item.value;
   return selection;
 }
 
